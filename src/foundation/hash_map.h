@@ -1,0 +1,121 @@
+// HashMap: 256 fixed buckets inside the map object, walked in index order and, within a bucket, in
+// insertion order. The order of deferred resolution rests on this order.
+#pragma once
+
+#include <cstdint>
+#include <type_traits>
+
+#include "foundation/hash_index.h"
+#include "foundation/string.h"
+#include "foundation/vector.h"
+
+namespace zn::ds {
+
+/// The hash of a text key.
+inline std::uint64_t hashOf(const String& key) {
+  return key.hash();
+}
+
+/// The hash of a pointer key is the address itself, unchanged.
+template <class T>
+std::uint64_t hashOf(T* key) {
+  return reinterpret_cast<std::uintptr_t>(key);
+}
+
+/// A map without rehashing. Keys are compared by hash alone, never by content: two keys of equal
+/// hash are one key. A bucket that has grown long is searched through an index kept beside it.
+template <class K, class V>
+class HashMap {
+ public:
+  static constexpr std::uint64_t BUCKET_COUNT = 256;
+
+  struct Node {
+    std::uint64_t hash;
+    K key;
+    V value;
+  };
+
+  Vector<Node> buckets[BUCKET_COUNT];  ///< Bucket of a key: the low 8 bits of its hash.
+
+  /// The node of `key`, or null. It stays where it is until the next key is added.
+  Node* findNode(const K& key) { return findHash(hashOf(key)); }
+  const Node* findNode(const K& key) const {
+    return const_cast<HashMap*>(this)->findHash(hashOf(key));
+  }
+
+  /// Stores a copy of `value` under `key`, over an earlier one. Returns the stored value.
+  V& set(const K& key, const V& value) { return store(key, V(value)); }
+  V& set(const K& key, V&& value) { return store(key, std::move(value)); }
+
+  /// The value under `key`; a default one is added when there is none.
+  V& operator[](const K& key) {
+    Node* const node = findNode(key);
+    return node != nullptr ? node->value : append(hashOf(key), key, V());
+  }
+
+  /// The value under `key`, or `missing()`.
+  const V& get(const K& key) const {
+    const Node* const node = findNode(key);
+    return node != nullptr ? node->value : missing();
+  }
+
+  /// What a look-up that finds nothing yields: one value-initialised V.
+  static const V& missing() {
+    static const V value{};
+    return value;
+  }
+
+  /// Forgets every key.
+  void clear() {
+    for (Vector<Node>& bucket : buckets) bucket.reserve(0);
+    index_ = HashIndex();
+  }
+
+ private:
+  // Up to this many nodes, a bucket is scanned; from there on all of its nodes are in the index.
+  static constexpr std::uint64_t SCANNED = 8;
+
+  Node* findHash(std::uint64_t hash) {
+    Vector<Node>& bucket = bucketOf(hash);
+    if (bucket.size > SCANNED) {
+      const std::uint64_t at = index_.find(
+          hash, [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
+      return at == HashIndex::NONE ? nullptr : &bucket[at];
+    }
+    for (Node& node : bucket) {
+      if (node.hash == hash) return &node;
+    }
+    return nullptr;
+  }
+
+  V& store(const K& key, V&& value) {
+    Node* const node = findNode(key);
+    if (node == nullptr) return append(hashOf(key), key, std::move(value));
+    node->value = std::move(value);
+    return node->value;
+  }
+
+  V& append(std::uint64_t hash, const K& key, V&& value) {
+    Vector<Node>& bucket = bucketOf(hash);
+    const std::uint64_t at = bucket.size;
+    bucket.push_back(Node{hash, key, std::move(value)});
+    // A bucket enters the index as a whole, once a scan of it has become the slower way.
+    try {
+      if (at == SCANNED) {
+        for (std::uint64_t i = 0; i < at; ++i) index_.insert(bucket[i].hash, i);
+      }
+      if (at >= SCANNED) index_.insert(hash, at);
+    } catch (...) {
+      --bucket.size;
+      bucket.data[bucket.size].~Node();
+      throw;
+    }
+    return bucket[at].value;
+  }
+
+  Vector<Node>& bucketOf(std::uint64_t hash) { return buckets[hash & (BUCKET_COUNT - 1)]; }
+
+  HashIndex index_;
+};
+
+}  // namespace zn::ds

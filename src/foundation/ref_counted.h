@@ -1,0 +1,111 @@
+// How handles share what they hold: an object counts the handles that refer to it and goes with the
+// last of them. String and File are such handles.
+//
+// The count is safe to change from several threads. As long as the process has one thread only (the
+// C library knows), it is changed without the cost of an atomic operation.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <utility>
+
+#if defined(__has_include)
+#if __has_include(<sys/single_threaded.h>)
+#include <sys/single_threaded.h>
+#define VSA_HAS_SINGLE_THREADED 1
+#endif
+#endif
+
+#include "foundation/api.h"
+
+namespace zn {
+
+/// What a counted handle refers to. A new object has no handle yet (count 0); how it ends once the
+/// last handle has let go is the business of the class that derives from it.
+class VSA_API IRefCounted {
+ public:
+  IRefCounted() = default;
+  IRefCounted(const IRefCounted&) = delete;
+  IRefCounted& operator=(const IRefCounted&) = delete;
+
+  /// Counts one more handle.
+  void retain() const noexcept {
+    if (singleThreaded()) {
+      count_.store(count_.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+    } else {
+      count_.fetch_add(1, std::memory_order_relaxed);
+    }
+  }
+
+  /// Counts one handle less; the object ends with the last one.
+  void release() const noexcept {
+    if (decrement() == 0) dispose();
+  }
+
+ protected:
+  virtual ~IRefCounted() = default;
+
+  /// Ends the object: its memory is given back the way it was taken.
+  virtual void dispose() const noexcept = 0;
+
+ private:
+  static bool singleThreaded() noexcept {
+#ifdef VSA_HAS_SINGLE_THREADED
+    return __libc_single_threaded != 0;
+#else
+    return false;
+#endif
+  }
+
+  std::uint64_t decrement() const noexcept {
+    if (singleThreaded()) {
+      const std::uint64_t left = count_.load(std::memory_order_relaxed) - 1;
+      count_.store(left, std::memory_order_relaxed);
+      return left;
+    }
+    return count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
+  }
+
+  mutable std::atomic<std::uint64_t> count_{0};
+};
+
+/// A counted object made with `new`.
+class VSA_API RefCounted : public IRefCounted {
+ protected:
+  void dispose() const noexcept override { delete this; }
+};
+
+/// A counted handle with value semantics: copies share the object. Null when it holds none.
+template <class T>
+class RefersTo {
+ public:
+  RefersTo() noexcept = default;
+  explicit RefersTo(T* object) noexcept : object_(object) {
+    if (object_ != nullptr) object_->retain();
+  }
+  RefersTo(const RefersTo& other) noexcept : RefersTo(other.object_) {}
+  RefersTo(RefersTo&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+  RefersTo& operator=(const RefersTo& other) noexcept {
+    // Taken before the old one is let go: the two may be one.
+    T* const object = other.object_;
+    if (object != nullptr) object->retain();
+    if (object_ != nullptr) object_->release();
+    object_ = object;
+    return *this;
+  }
+  RefersTo& operator=(RefersTo&& other) noexcept {
+    std::swap(object_, other.object_);
+    return *this;
+  }
+  ~RefersTo() {
+    if (object_ != nullptr) object_->release();
+  }
+
+ protected:
+  T* object() const noexcept { return object_; }
+
+ private:
+  T* object_ = nullptr;
+};
+
+}  // namespace zn

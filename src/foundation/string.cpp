@@ -1,0 +1,211 @@
+// The text handle itself: its buffer, building, comparing, searching and cutting.
+#include "foundation/string.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <new>
+
+#include "foundation/string_vector.h"
+
+namespace zn {
+
+namespace detail {
+
+// Buffer and characters share one block: most texts are short.
+StringBuffer* StringBuffer::make(std::size_t length) {
+  if (length > std::numeric_limits<std::size_t>::max() - sizeof(StringBuffer) - 1) {
+    throw std::bad_alloc();
+  }
+  void* const memory = std::malloc(sizeof(StringBuffer) + length + 1);
+  if (memory == nullptr) throw std::bad_alloc();
+  char* const chars = static_cast<char*>(memory) + sizeof(StringBuffer);
+  chars[length] = '\0';
+  return new (memory) StringBuffer(chars, length);
+}
+
+StringBuffer* StringBuffer::adopt(char* chars, std::size_t length) {
+  void* const memory = std::malloc(sizeof(StringBuffer));
+  if (memory == nullptr) throw std::bad_alloc();
+  return new (memory) StringBuffer(chars, length);
+}
+
+void StringBuffer::dispose() const noexcept {
+  const void* const end = reinterpret_cast<const char*>(this) + sizeof(StringBuffer);
+  char* const adopted = chars == end ? nullptr : chars;
+  void* const memory = const_cast<StringBuffer*>(this);
+  this->~StringBuffer();
+  std::free(adopted);
+  std::free(memory);
+}
+
+}  // namespace detail
+
+namespace {
+
+using detail::StringBuffer;
+
+bool equalFolded(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return toLowerCase(x) == toLowerCase(y); });
+}
+
+bool equal(std::string_view a, std::string_view b, bool ignoreCase) {
+  return ignoreCase ? equalFolded(a, b) : a == b;
+}
+
+}  // namespace
+
+String::String(const char* text, std::size_t length) {
+  if (text == nullptr) return;
+  *this = copyOf({text, length == 0 ? std::strlen(text) : length});
+}
+
+String::String(char c) : String(copyOf({&c, 1})) {
+}
+
+String::String(unsigned long long number) {
+  std::array<char, std::numeric_limits<unsigned long long>::digits10 + 1> digits;
+  const auto written = std::to_chars(digits.data(), digits.data() + digits.size(), number);
+  *this = copyOf({digits.data(), static_cast<std::size_t>(written.ptr - digits.data())});
+}
+
+String String::copyOf(std::string_view text) {
+  if (text.empty()) return String();
+  StringBuffer* const buffer = StringBuffer::make(text.size());
+  std::memcpy(buffer->chars, text.data(), text.size());
+  return String(buffer);
+}
+
+String String::adopt(ds::Vector<char>&& chars) {
+  if (chars.size == 0) return String();
+  const void* const nul = std::memchr(chars.data, '\0', chars.size);
+  const std::size_t length =
+      nul == nullptr ? static_cast<std::size_t>(chars.size)
+                     : static_cast<std::size_t>(static_cast<const char*>(nul) - chars.data);
+  if (length == 0) return String();
+  chars.push_back('\0');
+  chars.data[length] = '\0';
+  StringBuffer* const buffer = StringBuffer::adopt(chars.data, length);
+  // The spare room goes back; where it cannot, it simply stays.
+  if (void* const trimmed = std::realloc(chars.data, length + 1); trimmed != nullptr) {
+    buffer->chars = static_cast<char*>(trimmed);
+  }
+  chars.data = nullptr;
+  chars.size = 0;
+  chars.capacity = 0;
+  return String(buffer);
+}
+
+String String::operator+(const String& other) const {
+  if (isEmpty()) return other;
+  if (other.isEmpty()) return *this;
+  StringBuffer* const joined = StringBuffer::make(len() + other.len());
+  std::memcpy(joined->chars, buf(), len());
+  std::memcpy(joined->chars + len(), other.buf(), other.len());
+  return String(joined);
+}
+
+String String::operator+(const char* other) const {
+  return *this + String(other);
+}
+
+bool String::contains(const String& s, bool ignoreCase) const noexcept {
+  if (!ignoreCase) return view().find(s.view()) != std::string_view::npos;
+  const std::string_view text = view();
+  const std::string_view sought = s.view();
+  return std::search(text.begin(), text.end(), sought.begin(), sought.end(),
+                     [](char x, char y) { return toLowerCase(x) == toLowerCase(y); }) !=
+             text.end() ||
+         sought.empty();
+}
+
+bool String::startsWith(const String& s, bool ignoreCase) const noexcept {
+  return len() >= s.len() && equal(view().substr(0, s.len()), s.view(), ignoreCase);
+}
+
+bool String::endsWith(const String& s, bool ignoreCase) const noexcept {
+  return len() >= s.len() && equal(view().substr(len() - s.len()), s.view(), ignoreCase);
+}
+
+int String::find(char c, bool ignoreCase, std::size_t from) const noexcept {
+  const std::string_view text = view();
+  for (std::size_t i = from; i < text.size(); ++i) {
+    const bool found = ignoreCase ? toLowerCase(text[i]) == toLowerCase(c) : text[i] == c;
+    if (!found) continue;
+    return i <= static_cast<std::size_t>(std::numeric_limits<int>::max()) ? static_cast<int>(i)
+                                                                          : NOT_FOUND;
+  }
+  return NOT_FOUND;
+}
+
+int String::compareNoCase(const String& s) const noexcept {
+  const std::size_t common = std::min(len(), s.len());
+  for (std::size_t i = 0; i < common; ++i) {
+    const int difference = static_cast<unsigned char>(toLowerCase(buf()[i])) -
+                           static_cast<unsigned char>(toLowerCase(s.buf()[i]));
+    if (difference != 0) return difference;
+  }
+  if (len() == s.len()) return 0;
+  return len() < s.len() ? -1 : 1;
+}
+
+String String::fromFirst(char c, bool ignoreCase) const {
+  const std::string_view text = view();
+  const auto at = std::find_if(text.begin(), text.end(), [&](char x) {
+    return ignoreCase ? toLowerCase(x) == toLowerCase(c) : x == c;
+  });
+  if (at == text.end()) return String();
+  return copyOf(text.substr(static_cast<std::size_t>(at - text.begin()) + 1));
+}
+
+String String::substring(std::size_t start, std::size_t count) const {
+  const std::size_t from = std::min(start, len());
+  const std::size_t kept = std::min(count, len() - from);
+  return kept == len() ? *this : copyOf(view().substr(from, kept));
+}
+
+String String::trim(bool leading, bool trailing) const {
+  std::string_view kept = view();
+  while (leading && !kept.empty() && isSpace(kept.front())) kept.remove_prefix(1);
+  while (trailing && !kept.empty() && isSpace(kept.back())) kept.remove_suffix(1);
+  return kept.size() == len() ? *this : copyOf(kept);
+}
+
+String String::trimChars(const String& chars, const String& /*second*/) const {
+  std::array<bool, 256> dropped{};
+  for (const char c : chars.view()) dropped[static_cast<unsigned char>(c)] = true;
+  const auto isDropped = [&](char c) { return dropped[static_cast<unsigned char>(c)]; };
+  std::string_view kept = view();
+  while (!kept.empty() && isDropped(kept.front())) kept.remove_prefix(1);
+  while (!kept.empty() && isDropped(kept.back())) kept.remove_suffix(1);
+  return kept.size() == len() ? *this : copyOf(kept);
+}
+
+String String::toLower(bool flag) const {
+  const std::string_view text = view();
+  const bool lower =
+      std::none_of(text.begin(), text.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
+  if (!flag || lower) return *this;
+  StringBuffer* const folded = StringBuffer::make(text.size());
+  std::transform(text.begin(), text.end(), folded->chars, toLowerCase);
+  return String(folded);
+}
+
+StringVector String::split(char separator, bool skipEmpty, bool /*third*/) const {
+  StringVector pieces;
+  const std::string_view text = view();
+  std::size_t start = 0;
+  while (start <= text.size()) {
+    const std::size_t end = std::min(text.find(separator, start), text.size());
+    if (end > start || !skipEmpty) pieces.append(copyOf(text.substr(start, end - start)));
+    start = end + 1;
+  }
+  return pieces;
+}
+
+}  // namespace zn

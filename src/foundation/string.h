@@ -1,0 +1,167 @@
+// String: the shared text handle of the library, with its searching, cutting, formatting and
+// conversion services. No operation changes a text in place: each yields a new String.
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include "foundation/api.h"
+#include "foundation/char_class.h"
+#include "foundation/ref_counted.h"
+#include "foundation/vector.h"
+
+namespace zn {
+
+class StringVector;
+
+namespace detail {
+
+/// The shared buffer behind a String: the characters, a NUL after them, and the hash once asked
+/// for.
+class StringBuffer final : public IRefCounted {
+ public:
+  /// A buffer with room for `length` characters; the caller fills them in. The NUL is in place.
+  static StringBuffer* make(std::size_t length);
+  /// A buffer that owns `chars`, taken from malloc, with `length` characters and a NUL after them.
+  static StringBuffer* adopt(char* chars, std::size_t length);
+
+  char* chars;
+  std::size_t length;
+  mutable std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
+
+ private:
+  StringBuffer(char* characters, std::size_t count) : chars(characters), length(count) {}
+  ~StringBuffer() override = default;
+  void dispose() const noexcept override;
+};
+
+}  // namespace detail
+
+/// A handle with value semantics. Copies share one counted buffer; an empty text holds none.
+/// Lengths and indices count 8-bit characters. Operations that need memory throw std::bad_alloc.
+class VSA_API String : public RefersTo<IRefCounted> {
+ public:
+  /// The radix of the integer conversions. Texts are decimal throughout.
+  enum class Radix : int { Decimal = 0 };
+
+  /// "No such position" for `find`.
+  static constexpr int NOT_FOUND = -1;
+
+  // Construction and access.
+
+  /// The empty text.
+  String() noexcept = default;
+  /// A copy of `length` characters; 0 means up to the terminating NUL. Null is the empty text.
+  String(const char* text, std::size_t length = 0);  // NOLINT: literals convert on purpose
+  /// One character.
+  explicit String(char c);
+  /// The decimal text of a number.
+  explicit String(unsigned long long number);
+  /// A copy of exactly these characters, embedded NULs included.
+  static String copyOf(std::string_view text);
+  /// Takes over the storage of `chars` (which is left empty) as the text, without a copy. The text
+  /// ends at the first NUL among them.
+  static String adopt(ds::Vector<char>&& chars);
+
+  /// The NUL-terminated text; never null; valid while a handle to it lives.
+  const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars; }
+  std::size_t len() const noexcept { return object() == nullptr ? 0 : buffer()->length; }
+  bool isEmpty() const noexcept { return object() == nullptr; }
+  /// The same characters as a view; valid while a handle to them lives.
+  std::string_view view() const noexcept { return {buf(), len()}; }
+  /// The i-th character, or NUL past the end.
+  char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars[i] : '\0'; }
+
+  String operator+(const String& other) const;
+  String operator+(const char* other) const;
+  bool operator==(const String& other) const noexcept {
+    return object() == other.object() || view() == other.view();
+  }
+  bool operator==(const char* other) const noexcept { return view() == other; }
+  /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
+  /// differs from process to process, so that no file can be written against it.
+  std::uint64_t hash() const noexcept;
+  /// The hash of a text that is no String yet: the same as that of a String of these characters.
+  static std::uint64_t hashOf(std::string_view text) noexcept;
+
+  // Searching and comparing. `ignoreCase` folds the letters A to Z only.
+
+  bool contains(const String& s, bool ignoreCase) const noexcept;
+  bool startsWith(const String& s, bool ignoreCase) const noexcept;
+  bool endsWith(const String& s, bool ignoreCase) const noexcept;
+  /// Index of the first `c` at or after `from`, or NOT_FOUND. An index that an int cannot hold is
+  /// not found either: longer texts are searched through `view()`.
+  int find(char c, bool ignoreCase, std::size_t from) const noexcept;
+  /// Negative, 0 or positive, as this text sorts before, with or after `s` when case is ignored.
+  int compareNoCase(const String& s) const noexcept;
+  /// The text after the first `c`; empty when there is none.
+  String fromFirst(char c, bool ignoreCase) const;
+
+  // Transforming.
+
+  /// `count` characters from `start`; both are clamped to the text.
+  String substring(std::size_t start, std::size_t count) const;
+  /// Without white space (`isSpace`) at the start and at the end, as asked.
+  String trim(bool leading, bool trailing) const;
+  /// Without every leading and trailing character that occurs in `chars`. `second` is unused.
+  String trimChars(const String& chars, const String& second) const;
+  /// In lower case (A to Z only); with `flag` false the text as it is.
+  String toLower(bool flag) const;
+  /// With escape sequences replaced by what they stand for: \\ \" \' \/ \a \b \f \n \r \t \v, \xHH
+  /// (that byte) and \uHHHH (a UTF-16 code unit, pairs joined, as UTF-8). Anything else after a
+  /// backslash stays as written, and so do a lone surrogate and an escape that would give a NUL.
+  String unescape() const;
+  /// The pieces between separators, left to right; `skipEmpty` drops empty ones. `third` is unused.
+  StringVector split(char separator, bool skipEmpty, bool third) const;
+
+  // Formatting, by the conventions of printf. Any length; %n is not known.
+
+  static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
+  static String formatv(const char* fmt, va_list args) VSA_PRINTF(1, 0);
+
+  // Conversions: true when the whole text, but for white space around it, is a value of the target
+  // type, which is then stored. On false the target keeps what it held.
+
+  /// "true" or "false" in any letter case.
+  static bool parse(const String& text, bool& out);
+  /// See number_text.h for the forms of reals and integers.
+  static bool parse(const String& text, float& out);
+  static bool parse(const String& text, double& out);
+  static bool parse(const String& text, signed char& out, Radix radix);
+  static bool parse(const String& text, unsigned char& out, Radix radix);
+  static bool parse(const String& text, short& out, Radix radix);
+  static bool parse(const String& text, unsigned short& out, Radix radix);
+  static bool parse(const String& text, int& out, Radix radix);
+  static bool parse(const String& text, unsigned int& out, Radix radix);
+  static bool parse(const String& text, long long& out, Radix radix);
+  static bool parse(const String& text, unsigned long long& out, Radix radix);
+  /// Tuples: `count` numbers between blanks, in the storage order of T. See tuple_parse.h.
+  template <class T>
+  static bool parse(const String& text, unsigned long long count, T& out);
+  /// A colour: four numbers, or three and alpha 1. See tuple_parse.h.
+  template <class Component, class Colour>
+  static bool parse(const String& text, Colour& out);
+
+  // Character classes. See char_class.h.
+
+  static constexpr bool isDigit(char c) { return char_class::is(c, char_class::DIGIT); }
+  static constexpr bool isLetter(char c) { return char_class::is(c, char_class::LETTER); }
+  static constexpr bool isSpace(char c) { return char_class::is(c, char_class::SPACE); }
+  static constexpr bool isHexDigit(char c) { return char_class::is(c, char_class::HEX_DIGIT); }
+  static constexpr bool isPrintable(char c) { return char_class::is(c, char_class::PRINTABLE); }
+
+ private:
+  explicit String(detail::StringBuffer* buffer) : RefersTo<IRefCounted>(buffer) {}
+  const detail::StringBuffer* buffer() const noexcept {
+    return static_cast<const detail::StringBuffer*>(object());
+  }
+};
+
+/// The letter `c` in lower case (A to Z only).
+constexpr char toLowerCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+}  // namespace zn

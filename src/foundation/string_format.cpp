@@ -1,0 +1,208 @@
+// Formatting by the conventions of printf, without a limit of length: a plain %s is appended by our
+// own hand (the C library counts in int), every other conversion is handed to the C library, one at
+// a time. %n is not known: no format can make us write anywhere.
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "foundation/string.h"
+
+namespace zn {
+
+namespace {
+
+// va_list may be an array type; in a struct it can be passed on by reference.
+struct Arguments {
+  va_list list;
+};
+
+// The width of an integer argument, as its conversion's length modifier gives it.
+enum class Length { Int, Long, LongLong, Size, IntMax, PtrDiff, LongDouble };
+
+class Formatter {
+ public:
+  Formatter(const char* format, Arguments& arguments) : at_(format), arguments_(arguments) {}
+
+  std::string run() {
+    while (*at_ != '\0') {
+      const char* const percent = std::strchr(at_, '%');
+      if (percent == nullptr) {
+        text_.append(at_);
+        break;
+      }
+      text_.append(at_, percent);
+      at_ = percent;
+      conversion();
+    }
+    return std::move(text_);
+  }
+
+ private:
+  void conversion() {
+    const char* const start = at_++;
+    conversion_ = "%";
+    copyWhile("-+ #0'");
+    numberOrStar();
+    if (*at_ == '.') {
+      conversion_ += *at_++;
+      numberOrStar();
+    }
+    const Length length = lengthModifier();
+    const char kind = *at_;
+    if (kind != '\0') ++at_;
+    conversion_ += kind;
+    if (!append(kind, length)) text_.append(start, at_);
+  }
+
+  void copyWhile(const char* set) {
+    while (*at_ != '\0' && std::strchr(set, *at_) != nullptr) conversion_ += *at_++;
+  }
+
+  void numberOrStar() {
+    if (*at_ == '*') {
+      ++at_;
+      conversion_ += std::to_string(va_arg(arguments_.list, int));
+    } else {
+      copyWhile("0123456789");
+    }
+  }
+
+  Length lengthModifier() {
+    const char* const start = at_;
+    copyWhile("hlzjtL");
+    const std::string_view modifier(start, static_cast<std::size_t>(at_ - start));
+    if (modifier == "l") return Length::Long;
+    if (modifier == "ll") return Length::LongLong;
+    if (modifier == "z") return Length::Size;
+    if (modifier == "j") return Length::IntMax;
+    if (modifier == "t") return Length::PtrDiff;
+    if (modifier == "L") return Length::LongDouble;
+    return Length::Int;  // none, h and hh: promoted to int
+  }
+
+  // False for a conversion that is not known: it stands in the text as written.
+  bool append(char kind, Length length) {
+    switch (kind) {
+      case '%':
+        text_ += '%';
+        return true;
+      case 's':
+        string(va_arg(arguments_.list, const char*));
+        return true;
+      case 'c':
+        print(va_arg(arguments_.list, int));
+        return true;
+      case 'p':
+        print(va_arg(arguments_.list, void*));
+        return true;
+      case 'd':
+      case 'i':
+      case 'u':
+      case 'x':
+      case 'X':
+      case 'o':
+        integer(length);
+        return true;
+      case 'f':
+      case 'F':
+      case 'e':
+      case 'E':
+      case 'g':
+      case 'G':
+      case 'a':
+      case 'A':
+        if (length == Length::LongDouble) {
+          print(va_arg(arguments_.list, long double));
+        } else {
+          print(va_arg(arguments_.list, double));
+        }
+        return true;
+      default:
+        return false;
+    }
+  }
+
+  void string(const char* value) {
+    if (value == nullptr) value = "(null)";
+    if (conversion_ == "%s") {
+      text_.append(value);
+    } else {
+      print(value);
+    }
+  }
+
+  // Signed and unsigned types of one width are passed alike.
+  void integer(Length length) {
+    switch (length) {
+      case Length::Long:
+        return print(va_arg(arguments_.list, long));
+      case Length::LongLong:
+        return print(va_arg(arguments_.list, long long));
+      case Length::Size:
+        return print(va_arg(arguments_.list, std::size_t));
+      case Length::IntMax:
+        return print(va_arg(arguments_.list, std::intmax_t));
+      case Length::PtrDiff:
+        return print(va_arg(arguments_.list, std::ptrdiff_t));
+      case Length::Int:
+      case Length::LongDouble:
+        return print(va_arg(arguments_.list, int));
+    }
+  }
+
+// The format is one conversion, put together above from characters that were checked one by one.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  template <class Value>
+  void print(Value value) {
+    const int length = std::snprintf(nullptr, 0, conversion_.c_str(), value);
+    if (length <= 0) return;
+    const std::size_t before = text_.size();
+    const std::size_t added = static_cast<std::size_t>(length);
+    text_.resize(before + added + 1);
+    std::snprintf(text_.data() + before, added + 1, conversion_.c_str(), value);
+    text_.resize(before + added);
+  }
+#pragma GCC diagnostic pop
+
+  const char* at_;
+  Arguments& arguments_;
+  std::string conversion_;  // the one at hand, from its % to its kind
+  std::string text_;
+};
+
+}  // namespace
+
+String String::format(const char* fmt, ...) {
+  va_list args;
+  va_start(args, fmt);
+  String text;
+  try {
+    text = formatv(fmt, args);
+  } catch (...) {
+    va_end(args);
+    throw;
+  }
+  va_end(args);
+  return text;
+}
+
+String String::formatv(const char* fmt, va_list args) {
+  Arguments arguments;
+  va_copy(arguments.list, args);
+  std::string text;
+  try {
+    text = Formatter(fmt, arguments).run();
+  } catch (...) {
+    va_end(arguments.list);
+    throw;
+  }
+  va_end(arguments.list);
+  // A %c of NUL ends the text, as it would in C.
+  return String(text.c_str());
+}
+
+}  // namespace zn

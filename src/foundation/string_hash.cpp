@@ -1,0 +1,89 @@
+// The hash of a text: multiply and fold (the mixing step of wyhash, public domain), eight
+// characters a step, keyed by numbers drawn once a process. A text that collides for one process
+// does not for the next, so nobody can write a file whose names all meet in one place.
+#include <chrono>
+#include <cstdint>
+#include <cstring>
+
+#include "foundation/string.h"
+
+namespace zn {
+
+namespace {
+
+struct Wide {
+  std::uint64_t low;
+  std::uint64_t high;
+};
+
+Wide multiply(std::uint64_t a, std::uint64_t b) noexcept {
+#ifdef __SIZEOF_INT128__
+  __extension__ using Product = unsigned __int128;
+  const Product product = static_cast<Product>(a) * b;
+  return {static_cast<std::uint64_t>(product), static_cast<std::uint64_t>(product >> 64)};
+#else
+  const std::uint64_t aLow = a & 0xffffffffU, aHigh = a >> 32;
+  const std::uint64_t bLow = b & 0xffffffffU, bHigh = b >> 32;
+  const std::uint64_t low = aLow * bLow, mid1 = aHigh * bLow, mid2 = aLow * bHigh;
+  const std::uint64_t carry = ((low >> 32) + (mid1 & 0xffffffffU) + (mid2 & 0xffffffffU)) >> 32;
+  return {a * b, aHigh * bHigh + (mid1 >> 32) + (mid2 >> 32) + carry};
+#endif
+}
+
+std::uint64_t fold(std::uint64_t a, std::uint64_t b) noexcept {
+  const Wide product = multiply(a, b);
+  return product.low ^ product.high;
+}
+
+struct Key {
+  std::uint64_t first;
+  std::uint64_t second;
+};
+
+// Where the program lies in memory and when it started differ from run to run.
+Key drawKey() noexcept {
+  static const char place = 0;
+  const auto now =
+      static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+  const auto wall =
+      static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
+  const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&place));
+  const std::uint64_t first = fold(now ^ 0xa0761d6478bd642fULL, address ^ 0xe7037ed1a0b428dbULL);
+  return {first, fold(wall ^ 0x8ebc6af09c88c6e3ULL, first ^ 0x589965cc75374cc3ULL)};
+}
+
+const Key& key() noexcept {
+  static const Key drawn = drawKey();
+  return drawn;
+}
+
+std::uint64_t load(const char* from, std::size_t count) noexcept {
+  std::uint64_t word = 0;
+  std::memcpy(&word, from, count);
+  return word;
+}
+
+}  // namespace
+
+std::uint64_t String::hashOf(std::string_view text) noexcept {
+  const Key& keyed = key();
+  std::uint64_t hash = keyed.first ^ text.size();
+  const char* at = text.data();
+  std::size_t left = text.size();
+  for (; left >= 8; left -= 8, at += 8) hash = fold(hash ^ keyed.second, load(at, 8) ^ keyed.first);
+  if (left != 0) hash = fold(hash ^ keyed.second, load(at, left) ^ keyed.first);
+  hash = fold(hash ^ keyed.first, keyed.second);
+  return hash == 0 ? 1 : hash;
+}
+
+std::uint64_t String::hash() const noexcept {
+  if (isEmpty()) return hashOf({});
+  std::uint64_t known = buffer()->hash.load(std::memory_order_relaxed);
+  if (known == 0) {
+    known = hashOf(view());
+    buffer()->hash.store(known, std::memory_order_relaxed);
+  }
+  return known;
+}
+
+}  // namespace zn

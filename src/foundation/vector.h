@@ -1,0 +1,146 @@
+// Vector: contiguous elements in insertion order, deliberately minimal. It grows by doubling
+// from 2.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <limits>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace zn::ds {
+
+/// Elements of type T, owned. The three fields are public on purpose: readers walk `data` directly.
+/// Running out of memory throws std::bad_alloc and leaves the vector as it was.
+template <class T>
+class Vector {
+ public:
+  T* data = nullptr;           ///< `size` elements; null when nothing was ever reserved.
+  std::uint64_t size = 0;      ///< Elements in use.
+  std::uint64_t capacity = 0;  ///< Elements that fit before the next growth.
+
+  Vector() noexcept = default;
+  /// A new array of the source's capacity with copies of its elements.
+  Vector(const Vector& other) { copyFrom(other); }
+  Vector(Vector&& other) noexcept
+      : data(std::exchange(other.data, nullptr)),
+        size(std::exchange(other.size, 0)),
+        capacity(std::exchange(other.capacity, 0)) {}
+  /// The copy is built first and then swapped in: when it fails, this vector stays as it was.
+  Vector& operator=(const Vector& other) {
+    Vector copy(other);
+    swap(copy);
+    return *this;
+  }
+  Vector& operator=(Vector&& other) noexcept {
+    Vector taken(std::move(other));
+    swap(taken);
+    return *this;
+  }
+  ~Vector() { release(); }
+
+  T& operator[](std::uint64_t i) noexcept { return data[i]; }
+  const T& operator[](std::uint64_t i) const noexcept { return data[i]; }
+  T* begin() noexcept { return data; }
+  T* end() noexcept { return data + size; }
+  const T* begin() const noexcept { return data; }
+  const T* end() const noexcept { return data + size; }
+
+  /// Appends a copy of `value`. A full vector first grows to 2, or to twice its size.
+  void push_back(const T& value) {
+    if (size == capacity) {
+      T copy(value);  // `value` may live in the array that is about to go
+      grow();
+      new (data + size) T(std::move(copy));
+    } else {
+      new (data + size) T(value);
+    }
+    ++size;
+  }
+
+  /// Appends `value`, taking over what it holds.
+  void push_back(T&& value) {
+    if (size == capacity) {
+      T taken(std::move(value));
+      grow();
+      new (data + size) T(std::move(taken));
+    } else {
+      new (data + size) T(std::move(value));
+    }
+    ++size;
+  }
+
+  /// Makes room for exactly `n` elements. 0 gives the storage back; the current size changes
+  /// nothing; fewer than the current size drops the last elements.
+  void reserve(unsigned long n) {
+    if (n == 0) {
+      release();
+    } else if (n != size) {
+      resizeStorage(n);
+    }
+  }
+
+  /// Forgets the elements and keeps the storage.
+  void clear() noexcept {
+    destroy(0);
+    size = 0;
+  }
+
+  void swap(Vector& other) noexcept {
+    std::swap(data, other.data);
+    std::swap(size, other.size);
+    std::swap(capacity, other.capacity);
+  }
+
+ private:
+  // Plain bytes may move with realloc, which grows large blocks without copying them.
+  static constexpr bool PLAIN = std::is_trivially_copyable_v<T>;
+
+  static void* bytesFor(void* old, std::uint64_t n) {
+    if (n > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
+    void* const memory = std::realloc(old, static_cast<std::size_t>(n) * sizeof(T));
+    if (memory == nullptr) throw std::bad_alloc();
+    return memory;
+  }
+
+  void grow() { reserve(size == 0 ? 2 : static_cast<unsigned long>(2 * size)); }
+
+  void resizeStorage(std::uint64_t n) {
+    const std::uint64_t kept = std::min(size, n);
+    if constexpr (PLAIN) {
+      data = static_cast<T*>(bytesFor(data, n));
+    } else {
+      T* const moved = static_cast<T*>(bytesFor(nullptr, n));
+      for (std::uint64_t i = 0; i < kept; ++i) new (moved + i) T(std::move(data[i]));
+      release();
+      data = moved;
+    }
+    size = kept;
+    capacity = n;
+  }
+
+  void copyFrom(const Vector& other) {
+    if (other.capacity == 0) return;
+    data = static_cast<T*>(bytesFor(nullptr, other.capacity));
+    capacity = other.capacity;
+    for (; size < other.size; ++size) new (data + size) T(other.data[size]);
+  }
+
+  void destroy(std::uint64_t from) noexcept {
+    if constexpr (!std::is_trivially_destructible_v<T>) {
+      for (std::uint64_t i = size; i > from; --i) data[i - 1].~T();
+    }
+  }
+
+  void release() noexcept {
+    destroy(0);
+    std::free(data);
+    data = nullptr;
+    size = 0;
+    capacity = 0;
+  }
+};
+
+}  // namespace zn::ds
