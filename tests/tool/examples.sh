@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# examples.sh VSA: every text in examples/ checks as is expected of it. An example reads in silence; one that is meant
+# to show messages has NAME.log beside it: what `vsa check` writes to standard error, then "exit STATUS".
+set -euo pipefail
+vsa=$1
+cd "$(dirname "$0")/../.."
+shopt -s nullglob
+texts=(examples/*.vsa)
+if [ ${#texts[@]} -eq 0 ]; then
+  echo "examples: there are none"
+  exit 77
+fi
+
+failed=0
+for text in "${texts[@]}"; do
+  status=0
+  found=$("$vsa" check --strict "$text" 2>&1) || status=$?
+  if [ -f "${text%.vsa}.log" ]; then
+    diff -u "${text%.vsa}.log" <(printf '%s\nexit %d\n' "$found" "$status") && echo "as expected: $text" || failed=1
+  elif [ "$status" -eq 0 ]; then
+    echo "clean: $text"
+  else
+    printf '%s: expected to read in silence\n%s\n' "$text" "$found"
+    failed=1
+  fi
+done
+exit "$failed"

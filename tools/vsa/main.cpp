@@ -1,0 +1,63 @@
+// The command vsa: reads VSA texts, says what is wrong with them, shows what they build.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+
+#include "tools/support/safe_text.h"
+#include "tools/vsa/commands.h"
+
+namespace vsa_tools {
+
+void complain(const std::string& text) {
+  std::fprintf(stderr, "vsa: %s\n", visible(text).c_str());
+}
+
+namespace {
+
+/// The command line, and what it asked for.
+struct CommandLine {
+  CLI::App app{"Reads scenes in the VSA text format.", "vsa"};
+  CLI::App* check = app.add_subcommand("check", "Read each file and print its diagnostics");
+  CLI::App* dump = app.add_subcommand("dump", "Print the scene of a file as JSON");
+  std::vector<std::string> checkFiles;
+  std::string dumpFile;
+  bool strict = false;
+
+  CommandLine() {
+    app.require_subcommand(1);
+    app.set_version_flag("--version", "vsa " VSA_VERSION, "Print the version and exit");
+    app.footer(
+        "Exit status: 0 all was read, 1 a text was not read, 2 wrong usage or a file that cannot "
+        "be opened.");
+    check->add_option("FILE", checkFiles, "Files to read; - is standard input")->required();
+    check->add_flag("--strict", strict, "Exit 1 when a file logged anything");
+    dump->add_option("FILE", dumpFile, "File to read; - is standard input")->required();
+  }
+
+  int run() const { return *check ? commandCheck(checkFiles, strict) : commandDump(dumpFile); }
+};
+
+int runCommand(int argumentCount, char** arguments) {
+  CommandLine commandLine;
+  try {
+    commandLine.app.parse(argumentCount, arguments);
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) return commandLine.app.exit(error);
+    complain(std::string(error.what()) + " (vsa --help shows the usage)");
+    return EXIT_USAGE;
+  }
+  return commandLine.run();
+}
+
+}  // namespace
+
+}  // namespace vsa_tools
+
+int main(int argumentCount, char** arguments) {
+  try {
+    return vsa_tools::runCommand(argumentCount, arguments);
+  } catch (const std::exception& error) {
+    vsa_tools::complain(error.what());
+    return vsa_tools::EXIT_USAGE;
+  }
+}
