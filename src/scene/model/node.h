@@ -1,0 +1,68 @@
+// Node: a named thing of a named type, with inputs and outputs. Nodes are made by their scene.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "foundation/string.h"
+#include "scene/model/input.h"
+#include "scene/model/input_list.h"
+#include "scene/model/output.h"
+#include "scene/scene_interface.h"
+
+namespace zn::korvo_sdk {
+
+class DeclaredType;
+class Scene;
+
+class VSA_API Node final : public interfaces::INode {
+ public:
+  /// For the scene: use Scene::createNode.
+  Node(Scene* scene, String type, String name);
+  ~Node();
+  Node(const Node&) = delete;
+  Node& operator=(const Node&) = delete;
+
+  Scene* scene() const noexcept { return scene_; }
+  /// True once the scene has removed the node. Its memory stays until the scene goes.
+  bool isRemoved() const noexcept { return isRemoved_; }
+  /// The declaration of the node's type; null for an open type.
+  const DeclaredType* declaration() const noexcept { return declaration_.get(); }
+  /// The inputs that exist, in creation order.
+  std::uint64_t inputCount() const noexcept { return inputs_.count(); }
+  Input* inputAt(std::uint64_t index) const noexcept;
+
+  // INode.
+
+  String name() const override { return name_; }
+  String type() const override { return type_; }
+  /// A declared input counts as existing, and comes into being when asked for.
+  bool hasInput(const String& name, AttrType type) override;
+  Input* input(const String& name) override;
+  /// An existing input of that name and type is returned; one of another type refuses (null), and
+  /// so does a declared node type for a name that it does not declare.
+  Input* createInput(const String& name, AttrType type) override;
+  Input* createArray(const String& name, AttrType elementType) override;
+  /// An open type has every output asked of it, a declared one those it declares.
+  Output* output(const String& name) override;
+
+ private:
+  friend class Scene;
+
+  Input* make(const String& name, AttrType type, AttrType elementType);
+  Input* add(const String& name, AttrType type, AttrType elementType);
+  Input* bringIntoBeing(const String& name);
+
+  struct Outputs;
+
+  Scene* scene_;
+  String type_;
+  String name_;
+  std::shared_ptr<const DeclaredType> declaration_;
+  InputList inputs_;
+  Input* lastFound_ = nullptr;  // a text asks for the same input several times in a row
+  std::unique_ptr<Outputs> outputs_;
+  bool isRemoved_ = false;
+};
+
+}  // namespace zn::korvo_sdk

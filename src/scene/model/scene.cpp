@@ -1,0 +1,65 @@
+#include "scene/model/scene.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "scene/model/input.h"
+
+namespace zn::korvo_sdk {
+
+Node* Scene::nodeAt(std::uint64_t slot) const noexcept {
+  if (slot >= nodes_.size()) return nullptr;
+  const Node& node = nodes_[slot];
+  return node.isRemoved() ? nullptr : const_cast<Node*>(&node);
+}
+
+void Scene::setDepthLimit(std::uint64_t limit) noexcept {
+  depthLimit_ = std::min(limit, GREATEST_DEPTH_LIMIT);
+}
+
+std::uint64_t Scene::slotOf(const String& name) const {
+  return names_.find(name.hash(), [&](std::uint64_t i) { return nodes_[i].name_ == name; });
+}
+
+Node* Scene::findNode(const String& name) {
+  if (lastFound_ != nullptr && lastFound_->name_ == name) return lastFound_;
+  const std::uint64_t slot = slotOf(name);
+  if (slot == ds::HashIndex::NONE) return nullptr;
+  lastFound_ = &nodes_[slot];
+  return lastFound_;
+}
+
+Node* Scene::createNode(const String& type, const String& name, const String& /*reserved*/) {
+  return findNode(name) == nullptr ? add(type, name) : nullptr;
+}
+
+Node* Scene::defineNode(const String& name) {
+  Node* const existing = findNode(name);
+  return existing != nullptr ? existing : add(name, name);
+}
+
+Node* Scene::add(const String& type, const String& name) {
+  names_.makeRoom();
+  Node& made = nodes_.emplace_back(this, type, name);
+  names_.insert(name.hash(), nodes_.size() - 1);
+  lastFound_ = &made;
+  return &made;
+}
+
+void Scene::removeNode(const String& name) {
+  const std::uint64_t slot = slotOf(name);
+  if (slot == ds::HashIndex::NONE) return;
+  names_.erase(name.hash(), slot);
+  nodes_[slot].isRemoved_ = true;
+  lastFound_ = nullptr;
+}
+
+void Scene::checkEmptyElements(const Input& array) const {
+  if (emptyElements_ < emptyElementLimit_) return;
+  throw std::runtime_error(
+      String::format("array %s cannot grow past the scene's limit of %llu empty elements",
+                     array.path().buf(), static_cast<unsigned long long>(emptyElementLimit_))
+          .buf());
+}
+
+}  // namespace zn::korvo_sdk

@@ -1,0 +1,92 @@
+// Scene: the smallest scene that is useful, behind the interfaces that the reader calls.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+
+#include "foundation/hash_index.h"
+#include "foundation/string.h"
+#include "foundation/vector.h"
+#include "scene/model/input_pool.h"
+#include "scene/model/node.h"
+#include "scene/scene_interface.h"
+
+namespace zn::korvo_sdk {
+
+/// Owns its nodes and inputs, removed ones included: every pointer it gave out stays valid until it
+/// goes. For one thread at a time.
+class VSA_API Scene final : public interfaces::IScene {
+ public:
+  static constexpr std::uint64_t DEFAULT_EMPTY_ELEMENT_LIMIT = 524288;
+  static constexpr std::uint64_t DEFAULT_DEPTH_LIMIT = 256;
+  static constexpr std::uint64_t GREATEST_DEPTH_LIMIT = 65535;
+
+  Scene() = default;
+  Scene(const Scene&) = delete;
+  Scene& operator=(const Scene&) = delete;
+
+  // The nodes.
+
+  /// Nodes ever made; with `nodeAt`, the way to walk them.
+  std::uint64_t nodeSlots() const noexcept { return nodes_.size(); }
+  /// The node made as the i-th, or null when it has been removed.
+  Node* nodeAt(std::uint64_t slot) const noexcept;
+  /// Nodes that were not removed.
+  std::uint64_t nodeCount() const noexcept { return names_.size(); }
+
+  // The header of the file.
+
+  unsigned long long fileVersion() const noexcept { return fileVersion_; }
+  String fileTime() const { return fileTime_; }
+  std::uint64_t fileCommentCount() const noexcept { return fileComments_.size; }
+  String fileComment(std::uint64_t index) const { return fileComments_[index]; }
+
+  // Limits. A text names an index or a depth in a few characters; these keep it from asking for
+  // more memory than it is worth. What they refuse is a std::runtime_error.
+
+  /// Elements that only fill the gap before an index and were never used, in the whole scene.
+  std::uint64_t emptyElementLimit() const noexcept { return emptyElementLimit_; }
+  void setEmptyElementLimit(std::uint64_t limit) noexcept { emptyElementLimit_ = limit; }
+  /// Levels of inputs; an input of a node is level 1. At most GREATEST_DEPTH_LIMIT.
+  std::uint64_t depthLimit() const noexcept { return depthLimit_; }
+  void setDepthLimit(std::uint64_t limit) noexcept;
+
+  // IScene.
+
+  Node* findNode(const String& name) override;
+  /// Null when a node has that name already. `reserved` is unused.
+  Node* createNode(const String& type, const String& name, const String& reserved) override;
+  /// The node of that name; a new one, with the name as its type, when there is none.
+  Node* defineNode(const String& name) override;
+  /// Takes the node out of look-ups; inputs that were connected to it or referred to it let go.
+  /// Does nothing for a name that no node has.
+  void removeNode(const String& name) override;
+  void setFileVersion(unsigned long long version) override { fileVersion_ = version; }
+  void setFileTime(const String& time) override { fileTime_ = time; }
+  void pushFileComment(const String& comment) override { fileComments_.push_back(comment); }
+  void clearComments() override { fileComments_.reserve(0); }
+
+ private:
+  friend class Node;
+  friend class Input;
+
+  InputPool& inputs() noexcept { return inputs_; }
+  Node* add(const String& type, const String& name);
+  std::uint64_t slotOf(const String& name) const;
+  void checkEmptyElements(const Input& array) const;
+  void countEmptyElement() noexcept { ++emptyElements_; }
+  void uncountEmptyElement() noexcept { --emptyElements_; }
+
+  std::deque<Node> nodes_;     // in creation order
+  ds::HashIndex names_;        // of the nodes that were not removed
+  Node* lastFound_ = nullptr;  // statements about one node mostly stand together
+  InputPool inputs_;
+  std::uint64_t emptyElements_ = 0;
+  std::uint64_t emptyElementLimit_ = DEFAULT_EMPTY_ELEMENT_LIMIT;
+  std::uint64_t depthLimit_ = DEFAULT_DEPTH_LIMIT;
+  unsigned long long fileVersion_ = 0;
+  String fileTime_;
+  ds::Vector<String> fileComments_;
+};
+
+}  // namespace zn::korvo_sdk

@@ -1,0 +1,16 @@
+// Translation of names that a node type no longer uses, from the table of declared node types.
+#pragma once
+
+#include "foundation/api.h"
+#include "foundation/string.h"
+
+namespace zn::korvo_sdk {
+
+/// The name under which `nodeType` now knows the input `name`; `name` itself when it never changed.
+VSA_API String updateInputName(const String& nodeType, const String& name);
+
+/// The name under which `nodeType` now knows the output `name`; `name` itself when it never
+/// changed.
+VSA_API String updateOutputName(const String& nodeType, const String& name);
+
+}  // namespace zn::korvo_sdk

@@ -1,0 +1,65 @@
+// The process-wide table of declared node types, as the scene model asks it. Internal: hosts use
+// node_type.h and name_update.h.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "scene/node_type.h"
+#include "scene/scene_interface.h"
+
+namespace zn::korvo_sdk {
+
+/// A declared enumeration.
+class Enumeration final : public interfaces::IEnumeration {
+ public:
+  explicit Enumeration(const std::vector<std::string>& values)
+      : values_(values.begin(), values.end()) {}
+
+  bool isEmpty() const override { return values_.empty(); }
+  const void* find(const String& name) const override {
+    const auto at = values_.find(name.view());
+    return at == values_.end() ? nullptr : &*at;
+  }
+
+ private:
+  std::set<std::string, std::less<>> values_;
+};
+
+/// A declared input with its enumeration.
+struct DeclaredInput {
+  explicit DeclaredInput(const InputDeclaration& made)
+      : declaration(made), enumeration(made.enumValues) {}
+
+  InputDeclaration declaration;
+  Enumeration enumeration;
+};
+
+/// A declared node type, ready for look-ups. Never changes once it stands in the table.
+class DeclaredType {
+ public:
+  explicit DeclaredType(const NodeType& type);
+
+  /// The input of that name, or null.
+  const DeclaredInput* input(std::string_view name) const;
+  bool hasOutput(std::string_view name) const { return outputs_.count(name) != 0; }
+  /// The current name for a former one, or null.
+  const std::string* currentInput(std::string_view former) const;
+  const std::string* currentOutput(std::string_view former) const;
+
+ private:
+  using Names = std::map<std::string, std::string, std::less<>>;
+
+  std::map<std::string, DeclaredInput, std::less<>> inputs_;
+  std::set<std::string, std::less<>> outputs_;
+  Names formerInputs_;
+  Names formerOutputs_;
+};
+
+/// The declared type of that name, or null when it is open. Safe from any thread.
+std::shared_ptr<const DeclaredType> declaredType(std::string_view name);
+
+}  // namespace zn::korvo_sdk
