@@ -90,11 +90,11 @@ std::string visible(std::string_view text) {
   while (!text.empty()) {
     const size_t length = utf8SequenceLength(text);
     const std::string_view sequence = text.substr(0, length == 0 ? 1 : length);
-    const char32_t character = length == 0 ? 0 : utf8Character(sequence);
-    if (!actsOnTerminal(character)) {
+    const bool acts = length == 0 || actsOnTerminal(utf8Character(sequence));
+    if (!acts) {
       out += sequence;
     } else if (length > 1) {
-      appendCharacter(out, character);
+      appendCharacter(out, utf8Character(sequence));
     } else {
       appendByte(out, byteAt(sequence, 0));
     }

@@ -1,0 +1,214 @@
+// The command as a user types it: what it prints where, and its exit status.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+struct Run {
+  int status;
+  std::string out, err;
+};
+
+class CommandTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    const auto* test = testing::UnitTest::GetInstance()->current_test_info();
+    folder_ =
+        fs::temp_directory_path() / ("vsa_" + std::to_string(::getpid()) + "_" + test->name());
+    fs::create_directories(folder_);
+  }
+
+  void TearDown() override { fs::remove_all(folder_); }
+
+  /// Writes a file into the test's folder and returns its name.
+  std::string write(const std::string& name, const std::string& text) {
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+    return name;
+  }
+
+  /// Runs `vsa ARGUMENTS` in the test's folder; `arguments` are words for the shell.
+  Run vsa(const std::string& arguments) {
+    const std::string command = "cd '" + folder_.string() + "' && " + VSA_COMMAND + " " +
+                                arguments + " >stdout.txt 2>stderr.txt";
+    const int status = std::system(command.c_str());
+    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content("stdout.txt"),
+            content("stderr.txt")};
+  }
+
+  std::string content(const std::string& name) {
+    std::ostringstream text;
+    text << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
+    return text.str();
+  }
+
+  fs::path folder_;
+};
+
+size_t linesIn(const std::string& text) {
+  return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
+}
+
+TEST_F(CommandTest, CheckReadsACleanFileInSilence) {
+  write("a.vsa", "sphere ball;\nball.radius = 2.5;\n");
+  const Run run = vsa("check a.vsa");
+  EXPECT_EQ(0, run.status);
+  EXPECT_EQ("", run.out);
+  EXPECT_EQ("1 file checked, 1 read: 0 warnings, 0 errors\n", run.err);
+}
+
+TEST_F(CommandTest, CheckPrintsWhereAWarningIs) {
+  write("a.vsa", "lamp lamp1;\nlamp1.count = 1;\nlamp1.count = 2.7;\n");
+  const Run run = vsa("check a.vsa");
+  EXPECT_EQ(0, run.status);
+  EXPECT_EQ(
+      "a.vsa:3:18: warning: TYPE WARNING (3,18): narrowing Real to Int @ lamp1.count.\n"
+      "1 file checked, 1 read: 1 warning, 0 errors\n",
+      run.err);
+  EXPECT_EQ(1, vsa("check --strict a.vsa").status);
+}
+
+TEST_F(CommandTest, CheckPrintsAWarningWithoutAPosition) {
+  write("a.vsa", "lamp lamp1;\nlamp1.target = nobody;\n");
+  const Run run = vsa("check a.vsa");
+  EXPECT_EQ(0, run.status);
+  EXPECT_TRUE(run.err.starts_with("a.vsa: warning: Cannot assign nonexistent node ")) << run.err;
+}
+
+TEST_F(CommandTest, CheckExitsOneForAFileThatIsNotRead) {
+  write("bad.vsa", "42;\n");
+  write("good.vsa", "sphere ball;\n");
+  const Run run = vsa("check bad.vsa good.vsa");
+  EXPECT_EQ(1, run.status);
+  EXPECT_EQ(
+      "bad.vsa:0:0: error: PARSE ERROR (0,0): unrecognized token '42'..\n"
+      "2 files checked, 1 read, 1 not read: 0 warnings, 1 error\n",
+      run.err);
+}
+
+TEST_F(CommandTest, CheckReportsWhatEscapesLikeAnyError) {
+  write("a.vsa", "}");
+  const Run run = vsa("check a.vsa");
+  EXPECT_EQ(1, run.status);
+  EXPECT_EQ(
+      "a.vsa:1:0: error: INVALID TOKEN (1,0): '}'\n"
+      "1 file checked, 0 read, 1 not read: 0 warnings, 1 error\n",
+      run.err);
+}
+
+TEST_F(CommandTest, CheckReadsStandardInput) {
+  write("a.vsa", "\xEF\xBB\xBFsphere ball;\nball.radius = 2.5;\n");
+  EXPECT_EQ(0, vsa("check --strict - <a.vsa").status);
+  write("b.vsa", "42;");
+  const Run run = vsa("check - <b.vsa");
+  EXPECT_EQ(1, run.status);
+  EXPECT_TRUE(run.err.starts_with("<stdin>:0:0: error: PARSE ERROR (0,0): ")) << run.err;
+}
+
+TEST_F(CommandTest, StandardInputMayBeShorterThanAByteOrderMark) {
+  for (const char* text : {"", "#", "\xEF\xBB\xBF"}) {
+    write("a.vsa", text);
+    EXPECT_EQ(0, vsa("check --strict - <a.vsa").status) << text;
+  }
+}
+
+TEST_F(CommandTest, CheckNamesAFileThatCannotBeOpenedAndReadsTheOthers) {
+  write("a.vsa", "sphere ball;\n");
+  const Run run = vsa("check missing.vsa a.vsa");
+  EXPECT_EQ(2, run.status);
+  EXPECT_EQ(
+      "vsa: missing.vsa: No such file or directory\n"
+      "2 files checked, 1 read, 1 not opened: 0 warnings, 0 errors\n",
+      run.err);
+}
+
+TEST_F(CommandTest, ADirectoryIsNoEmptyFile) {
+  const Run check = vsa("check .");
+  EXPECT_EQ(2, check.status);
+  EXPECT_TRUE(check.err.starts_with("vsa: .: Is a directory\n")) << check.err;
+  const Run dump = vsa("dump .");
+  EXPECT_EQ(2, dump.status);
+  EXPECT_EQ("", dump.out);
+  EXPECT_EQ("vsa: .: Is a directory\n", dump.err);
+}
+
+TEST_F(CommandTest, NothingOfATextSteersTheTerminal) {
+  write("a.vsa", "lamp lamp1;\nlamp1.target = \"\x1B[2J\nx\";\nlamp1.target = 1;\n");
+  const Run run = vsa("check a.vsa");
+  EXPECT_EQ(std::string::npos, run.err.find('\x1B')) << run.err;
+  EXPECT_EQ(std::string::npos, vsa("dump a.vsa").out.find('\x1B'));
+}
+
+TEST_F(CommandTest, DumpPrintsTheSceneAsJson) {
+  write("a.vsa", "# version: 3\nsphere ball;\nball.radius = 2.5;\n");
+  const Run run = vsa("dump a.vsa");
+  EXPECT_EQ(0, run.status);
+  EXPECT_EQ("", run.err);
+  const auto expected =
+      nlohmann::json::parse(R"({"result": true, "escaped": null, "log": [], "fileVersion": 3,
+      "fileTime": "", "fileComments": ["# version: 3"], "nodes": [{"type": "sphere", "name": "ball",
+      "inputs": [{"name": "radius", "type": "Real", "value": 2.5}]}]})");
+  EXPECT_EQ(expected, nlohmann::json::parse(run.out));
+}
+
+TEST_F(CommandTest, DumpOfAnUnfinishedReadShowsWhatWasRead) {
+  write("a.vsa", "sphere ball;\n42;\n");
+  const Run run = vsa("dump a.vsa");
+  EXPECT_EQ(1, run.status);
+  const auto json = nlohmann::json::parse(run.out);
+  EXPECT_EQ(false, json["result"]);
+  EXPECT_EQ("error", json["log"][0]["level"]);
+  EXPECT_EQ("ball", json["nodes"][0]["name"]);
+}
+
+TEST_F(CommandTest, DumpOfWhatEscapesSaysSo) {
+  write("a.vsa", "}");
+  const Run run = vsa("dump a.vsa");
+  EXPECT_EQ(1, run.status);
+  const auto json = nlohmann::json::parse(run.out);
+  EXPECT_EQ(false, json["result"]);
+  EXPECT_EQ("INVALID TOKEN (1,0): '}'", json["escaped"]);
+  EXPECT_EQ(1, json["fileVersion"]);
+}
+
+TEST_F(CommandTest, DumpSaysWhenItCannotWrite) {
+  write("a.vsa", "sphere ball;\n");
+  const std::string command =
+      "cd '" + folder_.string() + "' && " + VSA_COMMAND + " dump a.vsa >/dev/full 2>stderr.txt";
+  EXPECT_NE(0, std::system(command.c_str()));
+  EXPECT_EQ("vsa: cannot write the dump: No space left on device\n", content("stderr.txt"));
+}
+
+TEST_F(CommandTest, WrongUsageGetsOneClearLine) {
+  for (const char* arguments :
+       {"", "chekc", "--colour", "check", "check --loud a.vsa", "dump", "dump a b"}) {
+    const Run run = vsa(arguments);
+    EXPECT_EQ(2, run.status) << arguments;
+    EXPECT_EQ(1u, linesIn(run.err)) << run.err;
+    EXPECT_TRUE(run.err.starts_with("vsa: ")) << run.err;
+    EXPECT_EQ("", run.out) << arguments;
+  }
+}
+
+TEST_F(CommandTest, HelpAndVersionGoToStandardOutput) {
+  for (const char* arguments : {"--help", "-h", "check --help", "dump --help"}) {
+    const Run run = vsa(arguments);
+    EXPECT_EQ(0, run.status) << arguments;
+    EXPECT_NE(std::string::npos, run.out.find("Usage: vsa")) << run.out;
+    EXPECT_EQ("", run.err);
+  }
+  const Run version = vsa("--version");
+  EXPECT_EQ(0, version.status);
+  EXPECT_TRUE(version.out.starts_with("vsa 0.")) << version.out;
+}
+
+}  // namespace
