@@ -1,0 +1,11 @@
+// What the processor at hand can do beyond its family's common ground. The code with a faster form
+// for some processors asks here once per call, so that one build serves them all.
+
+#pragma once
+
+namespace zn {
+
+/// True on an x86 processor with SSE4.1, false on every other one.
+bool cpuHasSse41();
+
+}  // namespace zn

@@ -1,0 +1,209 @@
+// Internal: from a decimal (digits * 10^exponent) to the nearest binary real. Both roads from text,
+// number_text and number_list, end here, which is what makes their values equal bit for bit.
+//
+// Two published methods serve, each where it is exact:
+// - W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990): digits and power of ten
+//   are doubles without error, so one division or multiplication rounds once, correctly.
+// - D. Lemire, "Number Parsing at a Gigabyte per Second" (2021), after an idea of M. Eisel: the
+//   digits times the leading 128 bits of a power of five decide the rounding.
+// The functions answer false where neither can vouch for the last bit; the caller then takes the
+// exact road of number_text. The default rounding mode (to nearest) is taken for granted.
+
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cfloat>
+#include <cstdint>
+#include <limits>
+
+// Functions in which unsigned arithmetic is meant to wrap around.
+#if defined(__clang__)
+#define VSA_WRAPS_AROUND \
+  __attribute__((no_sanitize("unsigned-integer-overflow", "unsigned-shift-base")))
+#else
+#define VSA_WRAPS_AROUND
+#endif
+
+namespace zn::numbers {
+
+static_assert(std::numeric_limits<double>::is_iec559 && std::numeric_limits<float>::is_iec559);
+
+/// The powers of ten that a double holds without error.
+inline constexpr int MAX_EXACT_POWER = 22;
+inline constexpr double EXACT_POWERS[MAX_EXACT_POWER + 1] = {
+    1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+    1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+/// Integers up to this one are doubles without error.
+inline constexpr uint64_t MAX_EXACT_DIGITS = uint64_t{1} << 53;
+
+/// Decimal digits that always fit 64 bits.
+inline constexpr int MAX_DIGITS = 19;
+
+/// 128 bits, unsigned.
+struct Wide {
+  uint64_t high;
+  uint64_t low;
+};
+
+/// The whole product of two 64-bit numbers.
+VSA_WRAPS_AROUND constexpr Wide multiply(uint64_t a, uint64_t b) {
+#if defined(__SIZEOF_INT128__)
+  __extension__ using Wide128 = unsigned __int128;
+  const Wide128 product = static_cast<Wide128>(a) * b;
+  return {static_cast<uint64_t>(product >> 64), static_cast<uint64_t>(product)};
+#else
+  const uint64_t aLow = a & 0xFFFFFFFF, aHigh = a >> 32, bLow = b & 0xFFFFFFFF, bHigh = b >> 32;
+  const uint64_t low = aLow * bLow;
+  const uint64_t middle = aHigh * bLow + (low >> 32);
+  const uint64_t other = aLow * bHigh + (middle & 0xFFFFFFFF);
+  return {aHigh * bHigh + (middle >> 32) + (other >> 32), (other << 32) | (low & 0xFFFFFFFF)};
+#endif
+}
+
+/// The exponents of ten for which POWERS_OF_FIVE has a row: 5^54 doubled still fits 128 bits.
+inline constexpr int MAX_TABLE_POWER = 54;
+
+constexpr Wide powerOfFive(int exponent) {
+  Wide power{0, 1};
+  for (int i = 0; i < exponent; ++i) {
+    const Wide low = multiply(power.low, 5);
+    power = {power.high * 5 + low.high, low.low};
+  }
+  return power;
+}
+
+VSA_WRAPS_AROUND constexpr Wide shiftedToTop(Wide value) {
+  while ((value.high >> 63) == 0) {
+    value = {(value.high << 1) | (value.low >> 63), value.low << 1};
+  }
+  return value;
+}
+
+/// The 128 leading bits of 1 / divisor, by long division, a bit a step. The remainder starts as
+/// the largest power of two below the divisor, so that the first bit of the quotient is a one.
+VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
+  Wide rest{0, 0};
+  if (divisor.high != 0) {
+    rest.high = std::bit_floor(divisor.high);
+  } else {
+    rest.low = std::bit_floor(divisor.low);
+  }
+  Wide quotient{0, 0};
+  for (int i = 0; i < 128; ++i) {
+    rest = {(rest.high << 1) | (rest.low >> 63), rest.low << 1};
+    const bool fits =
+        rest.high != divisor.high ? rest.high > divisor.high : rest.low >= divisor.low;
+    if (fits) {
+      rest = {rest.high - divisor.high - (rest.low < divisor.low ? 1 : 0), rest.low - divisor.low};
+    }
+    quotient = {(quotient.high << 1) | (quotient.low >> 63), (quotient.low << 1) | (fits ? 1 : 0)};
+  }
+  return quotient;
+}
+
+/// One row: the leading 128 bits of 5^exponent. The reciprocals whose divisor fits 64 bits are
+/// rounded up, the smaller ones down; the method's proof is made for these.
+VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
+  if (exponent >= 0) return shiftedToTop(powerOfFive(exponent));
+  Wide bits = reciprocal(powerOfFive(-exponent));
+  if (exponent >= -27) {
+    bits.low += 1;
+    bits.high += bits.low == 0 ? 1 : 0;
+  }
+  return bits;
+}
+
+constexpr auto makePowersOfFive() {
+  std::array<Wide, 2 * MAX_TABLE_POWER + 1> table{};
+  for (int exponent = -MAX_TABLE_POWER; exponent <= MAX_TABLE_POWER; ++exponent) {
+    table[static_cast<size_t>(exponent + MAX_TABLE_POWER)] = leadingBitsOfPower(exponent);
+  }
+  return table;
+}
+
+inline constexpr auto POWERS_OF_FIVE = makePowersOfFive();
+
+/// digits * 10^exponent by Lemire's method; `digits` is not zero and |exponent| is at most
+/// MAX_TABLE_POWER, so the result is always a normal double. False where the leading 128 bits do
+/// not settle the rounding.
+VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, double& out) {
+  const int zeros = std::countl_zero(digits);
+  digits <<= zeros;
+  const Wide& power = POWERS_OF_FIVE[static_cast<size_t>(exponent + MAX_TABLE_POWER)];
+  Wide product = multiply(digits, power.high);
+  if ((product.high & 0x1FF) == 0x1FF) {
+    // The bits cut off might still carry into those that round.
+    const uint64_t carry = multiply(digits, power.low).high;
+    product.low += carry;
+    if (product.low < carry) ++product.high;
+    if (product.low == ~uint64_t{0} && (exponent < -27 || exponent > 55)) return false;
+  }
+  const int top = static_cast<int>(product.high >> 63);
+  const int shift = top + 9;  // leaves 54 bits: the 53 of a double and the one that rounds
+  uint64_t mantissa = product.high >> shift;
+  // An exact half-way case is rounded to even; only small powers of five can make one.
+  if (product.low <= 1 && exponent >= -4 && exponent <= 23 && (mantissa & 3) == 1 &&
+      (mantissa << shift) == product.high) {
+    mantissa &= ~uint64_t{1};
+  }
+  mantissa = (mantissa + (mantissa & 1)) >> 1;  // may be 2^53: the sum below carries it over
+  const int binary = ((217706 * exponent) >> 16) + 63 + top - zeros + 1023;
+  const uint64_t bits = (static_cast<uint64_t>(binary - 1) << 52) + mantissa;
+  out = std::bit_cast<double>(bits);
+  return true;
+}
+
+/// digits * 10^exponent, nearest double. False: not decided here.
+inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
+  if (digits == 0) {
+    out = 0.0;
+    return true;
+  }
+#if FLT_EVAL_METHOD == 0 || FLT_EVAL_METHOD == 1
+  if (digits <= MAX_EXACT_DIGITS && exponent >= -MAX_EXACT_POWER && exponent <= MAX_EXACT_POWER) {
+    const double exact = static_cast<double>(digits);
+    out = exponent < 0 ? exact / EXACT_POWERS[-exponent] : exact * EXACT_POWERS[exponent];
+    return true;
+  }
+#endif
+  if (exponent < -MAX_TABLE_POWER || exponent > MAX_TABLE_POWER) return false;
+  return doubleByProduct(digits, static_cast<int>(exponent), out);
+}
+
+/// `value`, which is not negative, with the sign put to it. Bits rather than a choice: the signs of
+/// coordinates cannot be predicted.
+inline double withSign(double value, bool negative) {
+  return std::bit_cast<double>(std::bit_cast<uint64_t>(value) | (uint64_t{negative} << 63));
+}
+
+inline float withSign(float value, bool negative) {
+  return std::bit_cast<float>(std::bit_cast<uint32_t>(value) | (uint32_t{negative} << 31));
+}
+
+/// True when `value` lies exactly between two neighbouring normal floats. Of a double that was
+/// itself rounded from text, these alone do not tell which float is the nearest.
+inline bool isHalfWayBetweenFloats(double value) {
+  return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
+}
+
+/// The float nearest to the text that `value` is the nearest double of. False: not decided here.
+inline bool floatFromDouble(double value, float& out) {
+  if (isHalfWayBetweenFloats(value)) return false;
+  if (value != 0.0 && !(value >= FLT_MIN && value <= FLT_MAX)) return false;
+  out = static_cast<float>(value);
+  return true;
+}
+
+/// digits * 10^exponent, nearest float or double. False: not decided here.
+inline bool realFromDecimal(uint64_t digits, int64_t exponent, double& out) {
+  return doubleFromDecimal(digits, exponent, out);
+}
+
+inline bool realFromDecimal(uint64_t digits, int64_t exponent, float& out) {
+  double value;
+  return doubleFromDecimal(digits, exponent, value) && floatFromDouble(value, out);
+}
+
+}  // namespace zn::numbers
