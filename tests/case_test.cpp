@@ -33,11 +33,12 @@ class CaseTest : public testing::TestWithParam<Case> {};
 
 TEST_P(CaseTest, ReadsAsExpected) {
   const std::string text = contentOf(GetParam().text);
-  const std::string expected = comparable(contentOf(GetParam().expectation));
-  EXPECT_EQ(expected, comparable(outcomeOf(text, Source::String))) << "from a String";
-  EXPECT_EQ(expected, comparable(outcomeOf(text, Source::File))) << "from a File";
-  EXPECT_EQ(expected, comparable(outcomeOf(text, Source::ByteByByte)))
-      << "from a File, byte by byte";
+  const std::string fromString = comparable(outcomeOf(text, Source::String));
+  EXPECT_EQ(comparable(contentOf(GetParam().expectation)), fromString);
+  EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::File)))
+      << "a File differs from a String";
+  EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::ByteByByte)))
+      << "single bytes differ from a String";
 }
 
 INSTANTIATE_TEST_SUITE_P(Cases, CaseTest, testing::ValuesIn(caseFolder().cases), testName);

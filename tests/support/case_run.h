@@ -4,6 +4,7 @@
 #pragma once
 
 #include <filesystem>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,10 @@ struct Case {
   std::string name;
   std::filesystem::path text;
   std::filesystem::path expectation;
+
+  friend std::ostream& operator<<(std::ostream& out, const Case& shown) {
+    return out << shown.name;
+  }
 };
 
 struct CaseFolder {
@@ -36,7 +41,8 @@ enum class Source {
   ByteByByte,
 };
 
-/// Reads `text` into a fresh scene and writes what came of it: result, log and scene.
+/// Reads `text` into a fresh scene and writes what came of it: result, log and scene. The node type
+/// `declaredLamp` is declared (see case_run.cpp), every other type is open.
 std::string outcomeOf(std::string_view text, Source source);
 
 /// An expectation in the form that is compared. Links are resolved in the order of addresses, so

@@ -14,7 +14,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Run {
+struct Outcome {
   int status;
   std::string out, err;
 };
@@ -37,7 +37,7 @@ class CommandTest : public testing::Test {
   }
 
   /// Runs `vsa ARGUMENTS` in the test's folder; `arguments` are words for the shell.
-  Run vsa(const std::string& arguments) {
+  Outcome vsa(const std::string& arguments) {
     const std::string command = "cd '" + folder_.string() + "' && " + VSA_COMMAND + " " +
                                 arguments + " >stdout.txt 2>stderr.txt";
     const int status = std::system(command.c_str());
@@ -60,7 +60,7 @@ size_t linesIn(const std::string& text) {
 
 TEST_F(CommandTest, CheckReadsACleanFileInSilence) {
   write("a.vsa", "sphere ball;\nball.radius = 2.5;\n");
-  const Run run = vsa("check a.vsa");
+  const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(0, run.status);
   EXPECT_EQ("", run.out);
   EXPECT_EQ("1 file checked, 1 read: 0 warnings, 0 errors\n", run.err);
@@ -68,7 +68,7 @@ TEST_F(CommandTest, CheckReadsACleanFileInSilence) {
 
 TEST_F(CommandTest, CheckPrintsWhereAWarningIs) {
   write("a.vsa", "lamp lamp1;\nlamp1.count = 1;\nlamp1.count = 2.7;\n");
-  const Run run = vsa("check a.vsa");
+  const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(0, run.status);
   EXPECT_EQ(
       "a.vsa:3:18: warning: TYPE WARNING (3,18): narrowing Real to Int @ lamp1.count.\n"
@@ -79,7 +79,7 @@ TEST_F(CommandTest, CheckPrintsWhereAWarningIs) {
 
 TEST_F(CommandTest, CheckPrintsAWarningWithoutAPosition) {
   write("a.vsa", "lamp lamp1;\nlamp1.target = nobody;\n");
-  const Run run = vsa("check a.vsa");
+  const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(0, run.status);
   EXPECT_TRUE(run.err.starts_with("a.vsa: warning: Cannot assign nonexistent node ")) << run.err;
 }
@@ -87,7 +87,7 @@ TEST_F(CommandTest, CheckPrintsAWarningWithoutAPosition) {
 TEST_F(CommandTest, CheckExitsOneForAFileThatIsNotRead) {
   write("bad.vsa", "42;\n");
   write("good.vsa", "sphere ball;\n");
-  const Run run = vsa("check bad.vsa good.vsa");
+  const Outcome run = vsa("check bad.vsa good.vsa");
   EXPECT_EQ(1, run.status);
   EXPECT_EQ(
       "bad.vsa:0:0: error: PARSE ERROR (0,0): unrecognized token '42'..\n"
@@ -97,7 +97,7 @@ TEST_F(CommandTest, CheckExitsOneForAFileThatIsNotRead) {
 
 TEST_F(CommandTest, CheckReportsWhatEscapesLikeAnyError) {
   write("a.vsa", "}");
-  const Run run = vsa("check a.vsa");
+  const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(1, run.status);
   EXPECT_EQ(
       "a.vsa:1:0: error: INVALID TOKEN (1,0): '}'\n"
@@ -109,7 +109,7 @@ TEST_F(CommandTest, CheckReadsStandardInput) {
   write("a.vsa", "\xEF\xBB\xBFsphere ball;\nball.radius = 2.5;\n");
   EXPECT_EQ(0, vsa("check --strict - <a.vsa").status);
   write("b.vsa", "42;");
-  const Run run = vsa("check - <b.vsa");
+  const Outcome run = vsa("check - <b.vsa");
   EXPECT_EQ(1, run.status);
   EXPECT_TRUE(run.err.starts_with("<stdin>:0:0: error: PARSE ERROR (0,0): ")) << run.err;
 }
@@ -123,7 +123,7 @@ TEST_F(CommandTest, StandardInputMayBeShorterThanAByteOrderMark) {
 
 TEST_F(CommandTest, CheckNamesAFileThatCannotBeOpenedAndReadsTheOthers) {
   write("a.vsa", "sphere ball;\n");
-  const Run run = vsa("check missing.vsa a.vsa");
+  const Outcome run = vsa("check missing.vsa a.vsa");
   EXPECT_EQ(2, run.status);
   EXPECT_EQ(
       "vsa: missing.vsa: No such file or directory\n"
@@ -132,25 +132,54 @@ TEST_F(CommandTest, CheckNamesAFileThatCannotBeOpenedAndReadsTheOthers) {
 }
 
 TEST_F(CommandTest, ADirectoryIsNoEmptyFile) {
-  const Run check = vsa("check .");
+  const Outcome check = vsa("check .");
   EXPECT_EQ(2, check.status);
   EXPECT_TRUE(check.err.starts_with("vsa: .: Is a directory\n")) << check.err;
-  const Run dump = vsa("dump .");
+  const Outcome dump = vsa("dump .");
   EXPECT_EQ(2, dump.status);
   EXPECT_EQ("", dump.out);
   EXPECT_EQ("vsa: .: Is a directory\n", dump.err);
 }
 
+struct LossRow {
+  std::string text, line;
+};
+
+// To the reader these texts have simply ended; the file held more, or should have.
+TEST_F(CommandTest, NothingIsLostInSilence) {
+  const LossRow rows[] = {
+      {"sphere ball;\n\xFF ball.radius = 1;\n",
+       "a.vsa:2:0: error: a byte 0xFF ended the text before the file ended"},
+      {std::string("\xFF\xFEs\0p\0", 6),
+       "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {std::string("\xFE\xFF\0s\0p", 6),
+       "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {std::string("#\0 \0a\0", 6), "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {"sphere ball;\n\"cut", "error: the text is cut off: UNEXPECTED EOF while parsing STRING"},
+      {"sphere ball;\n(1 2", "error: the text is cut off: UNEXPECTED EOF while parsing PARENS"},
+  };
+  for (const LossRow& row : rows) {
+    write("a.vsa", row.text);
+    const Outcome check = vsa("check a.vsa");
+    EXPECT_EQ(1, check.status) << row.line;
+    EXPECT_NE(std::string::npos, check.err.find(row.line)) << check.err;
+    const Outcome dump = vsa("dump a.vsa");
+    EXPECT_EQ(1, dump.status) << row.line;
+    EXPECT_NE(std::string::npos, dump.err.find(row.line)) << dump.err;
+    EXPECT_TRUE(nlohmann::json::accept(dump.out)) << row.line;
+  }
+}
+
 TEST_F(CommandTest, NothingOfATextSteersTheTerminal) {
   write("a.vsa", "lamp lamp1;\nlamp1.target = \"\x1B[2J\nx\";\nlamp1.target = 1;\n");
-  const Run run = vsa("check a.vsa");
+  const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(std::string::npos, run.err.find('\x1B')) << run.err;
   EXPECT_EQ(std::string::npos, vsa("dump a.vsa").out.find('\x1B'));
 }
 
 TEST_F(CommandTest, DumpPrintsTheSceneAsJson) {
   write("a.vsa", "# version: 3\nsphere ball;\nball.radius = 2.5;\n");
-  const Run run = vsa("dump a.vsa");
+  const Outcome run = vsa("dump a.vsa");
   EXPECT_EQ(0, run.status);
   EXPECT_EQ("", run.err);
   const auto expected =
@@ -162,7 +191,7 @@ TEST_F(CommandTest, DumpPrintsTheSceneAsJson) {
 
 TEST_F(CommandTest, DumpOfAnUnfinishedReadShowsWhatWasRead) {
   write("a.vsa", "sphere ball;\n42;\n");
-  const Run run = vsa("dump a.vsa");
+  const Outcome run = vsa("dump a.vsa");
   EXPECT_EQ(1, run.status);
   const auto json = nlohmann::json::parse(run.out);
   EXPECT_EQ(false, json["result"]);
@@ -172,7 +201,7 @@ TEST_F(CommandTest, DumpOfAnUnfinishedReadShowsWhatWasRead) {
 
 TEST_F(CommandTest, DumpOfWhatEscapesSaysSo) {
   write("a.vsa", "}");
-  const Run run = vsa("dump a.vsa");
+  const Outcome run = vsa("dump a.vsa");
   EXPECT_EQ(1, run.status);
   const auto json = nlohmann::json::parse(run.out);
   EXPECT_EQ(false, json["result"]);
@@ -191,7 +220,7 @@ TEST_F(CommandTest, DumpSaysWhenItCannotWrite) {
 TEST_F(CommandTest, WrongUsageGetsOneClearLine) {
   for (const char* arguments :
        {"", "chekc", "--colour", "check", "check --loud a.vsa", "dump", "dump a b"}) {
-    const Run run = vsa(arguments);
+    const Outcome run = vsa(arguments);
     EXPECT_EQ(2, run.status) << arguments;
     EXPECT_EQ(1u, linesIn(run.err)) << run.err;
     EXPECT_TRUE(run.err.starts_with("vsa: ")) << run.err;
@@ -201,12 +230,12 @@ TEST_F(CommandTest, WrongUsageGetsOneClearLine) {
 
 TEST_F(CommandTest, HelpAndVersionGoToStandardOutput) {
   for (const char* arguments : {"--help", "-h", "check --help", "dump --help"}) {
-    const Run run = vsa(arguments);
+    const Outcome run = vsa(arguments);
     EXPECT_EQ(0, run.status) << arguments;
     EXPECT_NE(std::string::npos, run.out.find("Usage: vsa")) << run.out;
     EXPECT_EQ("", run.err);
   }
-  const Run version = vsa("--version");
+  const Outcome version = vsa("--version");
   EXPECT_EQ(0, version.status);
   EXPECT_TRUE(version.out.starts_with("vsa 0.")) << version.out;
 }

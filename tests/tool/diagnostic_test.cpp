@@ -10,6 +10,10 @@ struct Row {
   std::string_view text, line;
 };
 
+std::string lineOf(std::string_view level, std::string_view text) {
+  return diagnosticLine("a.vsa", positionIn(text), level, text);
+}
+
 TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
   const Row rows[] = {
       {"PARSE ERROR (4,9): x..", "a.vsa:4:9: error: PARSE ERROR (4,9): x.."},
@@ -27,7 +31,7 @@ TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
        "a.vsa:1:2: error: INVALID BRACE LIST TOKEN (1,2): 'x'"},
       {"PARSE ERROR (-5,7): x", "a.vsa:-5:7: error: PARSE ERROR (-5,7): x"},
   };
-  for (const Row& row : rows) EXPECT_EQ(row.line, diagnosticLine("a.vsa", "error", row.text));
+  for (const Row& row : rows) EXPECT_EQ(row.line, lineOf("error", row.text));
 }
 
 // What a scene calls its nodes may look like a position, and is none.
@@ -43,11 +47,12 @@ TEST(DiagnosticLineTest, TakesNoPositionFromElsewhere) {
       {" PARSE ERROR (1,2): x", "a.vsa: warning:  PARSE ERROR (1,2): x"},
       {"", "a.vsa: warning: "},
   };
-  for (const Row& row : rows) EXPECT_EQ(row.line, diagnosticLine("a.vsa", "warning", row.text));
+  for (const Row& row : rows) EXPECT_EQ(row.line, lineOf("warning", row.text));
 }
 
 TEST(DiagnosticLineTest, KeepsALineOneLine) {
-  EXPECT_EQ("a\\nb.vsa: error: \\x1b[31m", diagnosticLine("a\nb.vsa", "error", "\x1B[31m"));
+  EXPECT_EQ("a\\nb.vsa: error: \\x1b[31m",
+            diagnosticLine("a\nb.vsa", std::nullopt, "error", "\x1B[31m"));
 }
 
 }  // namespace

@@ -49,16 +49,21 @@ class Check {
   }
 
   void judge(const std::string& name, const FileReading& reading) {
-    for (const LogEntry& entry : reading.log) report(name, entry.level, entry.text);
-    if (reading.escaped) report(name, zn::LogLevel::Error, *reading.escaped);
-    for (const std::string& loss : reading.losses) report(name, zn::LogLevel::Error, loss);
+    for (const LogEntry& entry : reading.log)
+      report(name, positionIn(entry.text), entry.level, entry.text);
+    if (reading.escaped)
+      report(name, positionIn(*reading.escaped), zn::LogLevel::Error, *reading.escaped);
+    for (const Loss& loss : reading.losses)
+      report(name, loss.position, zn::LogLevel::Error, loss.text);
     ++(reading.complete() ? read_ : notRead_);
   }
 
-  void report(const std::string& name, zn::LogLevel level, const std::string& text) {
+  void report(const std::string& name, const std::optional<Position>& position, zn::LogLevel level,
+              const std::string& text) {
     const bool warning = level == zn::LogLevel::Warning;
     ++(warning ? warnings_ : errors_);
-    std::fprintf(stderr, "%s\n", diagnosticLine(name, warning ? "warning" : "error", text).c_str());
+    std::fprintf(stderr, "%s\n",
+                 diagnosticLine(name, position, warning ? "warning" : "error", text).c_str());
   }
 
   bool strict_;

@@ -34,8 +34,9 @@ int commandDump(const std::string& name) {
     complain(std::string("cannot write the dump: ") + std::strerror(errno));
     return EXIT_USAGE;
   }
-  for (const std::string& loss : reading.losses) {
-    std::fprintf(stderr, "%s\n", diagnosticLine(shownName(name), "error", loss).c_str());
+  for (const Loss& loss : reading.losses) {
+    std::fprintf(stderr, "%s\n",
+                 diagnosticLine(shownName(name), loss.position, "error", loss.text).c_str());
   }
   return reading.complete() ? EXIT_READ : EXIT_NOT_READ;
 }

@@ -52,11 +52,11 @@ std::optional<Position> positionIn(std::string_view text) {
   return std::nullopt;
 }
 
-std::string diagnosticLine(std::string_view file, std::string_view level, std::string_view text) {
+std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
+                           std::string_view level, std::string_view text) {
   std::string line = visible(file);
-  if (const auto position = positionIn(text)) {
+  if (position)
     line += ':' + std::to_string(position->line) + ':' + std::to_string(position->column);
-  }
   line += ": ";
   line += level;
   line += ": ";

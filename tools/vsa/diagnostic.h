@@ -20,6 +20,7 @@ std::optional<Position> positionIn(std::string_view text);
 
 /// One line without its line end. `level` is "warning" or "error". File name and text are made safe
 /// to look at.
-std::string diagnosticLine(std::string_view file, std::string_view level, std::string_view text);
+std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
+                           std::string_view level, std::string_view text);
 
 }  // namespace vsa_tools

@@ -1,25 +1,34 @@
 // One file read into a scene, with everything there is to say about it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "foundation/file.h"
 #include "scene/model/scene.h"
 #include "tools/support/log_capture.h"
+#include "tools/vsa/diagnostic.h"
 
 namespace vsa_tools {
 
+/// Something of a file that did not get into the scene, of which the reader says nothing: to it the
+/// text had ended.
+struct Loss {
+  std::string text;
+  /// Where, if that is known.
+  std::optional<Position> position;
+};
+
 struct FileReading : ReadOutcome {
-  /// What the reader passed over without a word because to it the text had simply ended: one
-  /// sentence each.
-  std::vector<std::string> losses;
+  std::vector<Loss> losses;
 
   /// Whether all of the file was read.
   bool complete() const { return result && losses.empty(); }
 };
 
-/// Reads `file`, which is open, into `scene`. Throws nothing.
+/// Reads `file`, which is open, into `scene`. Throws nothing but std::bad_alloc for want of memory
+/// of its own.
 FileReading readScene(zn::korvo_sdk::Scene& scene, zn::File file);
 
 }  // namespace vsa_tools
