@@ -5,6 +5,8 @@
 #include <cstdarg>
 #include <cstdio>
 
+#include "foundation/argument_list.h"
+
 namespace zn {
 
 namespace {
@@ -23,18 +25,6 @@ void write(LogLevel level, const String& text) {
   writeToStandardError(level, text);
 }
 
-// Ends the argument list however the call ends.
-class ArgumentsEnd {
- public:
-  explicit ArgumentsEnd(va_list& args) : args_(args) {}
-  ~ArgumentsEnd() { va_end(args_); }
-  ArgumentsEnd(const ArgumentsEnd&) = delete;
-  ArgumentsEnd& operator=(const ArgumentsEnd&) = delete;
-
- private:
-  va_list& args_;
-};
-
 }  // namespace
 
 LogSink* setLogSink(LogSink* sink) noexcept {
@@ -50,14 +40,14 @@ LogSink* setThreadLogSink(LogSink* sink) noexcept {
 void logWarning(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
-  const ArgumentsEnd end(args);
+  const detail::ArgumentListEnd end(args);
   write(LogLevel::Warning, String::formatv(fmt, args));
 }
 
 void logError(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
-  const ArgumentsEnd end(args);
+  const detail::ArgumentListEnd end(args);
   write(LogLevel::Error, String::formatv(fmt, args));
 }
 

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/argument_list.h"
 #include "foundation/string.h"
 
 namespace zn {
@@ -179,28 +180,15 @@ class Formatter {
 String String::format(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
-  String text;
-  try {
-    text = formatv(fmt, args);
-  } catch (...) {
-    va_end(args);
-    throw;
-  }
-  va_end(args);
-  return text;
+  const detail::ArgumentListEnd end(args);
+  return formatv(fmt, args);
 }
 
 String String::formatv(const char* fmt, va_list args) {
   Arguments arguments;
   va_copy(arguments.list, args);
-  std::string text;
-  try {
-    text = Formatter(fmt, arguments).run();
-  } catch (...) {
-    va_end(arguments.list);
-    throw;
-  }
-  va_end(arguments.list);
+  const detail::ArgumentListEnd end(arguments.list);
+  const std::string text = Formatter(fmt, arguments).run();
   // A %c of NUL ends the text, as it would in C.
   return String(text.c_str());
 }

@@ -1,0 +1,20 @@
+// The end of a variable argument list, however its function is left. Internal.
+#pragma once
+
+#include <cstdarg>
+
+namespace zn::detail {
+
+/// Calls va_end when it goes. Made right after va_start or va_copy, in the same function.
+class ArgumentListEnd {
+ public:
+  explicit ArgumentListEnd(va_list& args) noexcept : args_(args) {}
+  ~ArgumentListEnd() { va_end(args_); }
+  ArgumentListEnd(const ArgumentListEnd&) = delete;
+  ArgumentListEnd& operator=(const ArgumentListEnd&) = delete;
+
+ private:
+  va_list& args_;
+};
+
+}  // namespace zn::detail

@@ -1,0 +1,54 @@
+// The target of an assignment, and the source of a connection, as tokens:
+//   path = (name "." name | "." name) { "[" ... "]" | "." name }
+#include "vsa/parser.h"
+
+namespace zn::korvo_sdk::impl {
+
+using Type = Token::Type;
+
+// `sphere1.radius`, `.radius`, `mesh1.sets[0].name`
+bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
+  const bool isQualified =
+      peek(0).type == Type::Id && peek(1).type == Type::Dot && peek(2).type == Type::Id;
+  const bool isOfWithNode = peek(0).type == Type::Dot && peek(1).type == Type::Id;
+  if (!isQualified && !isOfWithNode) return false;
+  for (int left = isQualified ? 3 : 2; left > 0; --left) {
+    advance();
+    tokensOfPath.push_back(current);
+  }
+  while (arrayattr(tokensOfPath) || scalarattr(tokensOfPath)) {
+  }
+  return true;
+}
+
+// "[" ... "]"
+bool VsaParser::arrayattr(ds::Vector<Token>& tokensOfPath) {
+  if (!nextIs(Type::Brackets)) return false;
+  advance();
+  tokensOfPath.push_back(current);
+  return true;
+}
+
+// "." name
+bool VsaParser::scalarattr(ds::Vector<Token>& tokensOfPath) {
+  if (!nextIs(Type::Dot) || peek(1).type != Type::Id) return false;
+  for (int left = 2; left > 0; --left) {
+    advance();
+    tokensOfPath.push_back(current);
+  }
+  return true;
+}
+
+// The texts of the tokens with nothing between them.
+String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) const {
+  std::size_t length = 0;
+  for (const Token& token : tokensOfPath) length += token.text.len();
+  ds::Vector<char> chars;
+  chars.reserve(static_cast<unsigned long>(length));
+  for (const Token& token : tokensOfPath) {
+    for (const char c : token.text.view()) chars.push_back(c);
+  }
+  return String::adopt(std::move(chars));
+}
+
+}  // namespace zn::korvo_sdk::impl

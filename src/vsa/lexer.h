@@ -1,0 +1,101 @@
+// Lexer: characters to tokens. Internal; the door is vsa.h.
+//
+// `consume` is the one operation that fetches a character, and the definition of how positions are
+// kept. A source may also expose the bytes it has in memory as a window; the inner loops then run
+// over the window and settle the position for a run of bytes at once, and come to `consume` at the
+// window's edge. Without a window everything goes through `consume`, with the same result.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "foundation/string.h"
+#include "foundation/vector.h"
+#include "vsa/text_cache.h"
+#include "vsa/token.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// The mark for the end of the input. A byte of this value in the text ends it there.
+inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
+
+/// Never throws and never logs: what is wrong with the text comes back as a token.
+class VSA_API Lexer {
+ public:
+  virtual ~Lexer() = default;
+  /// Consumes one character and returns it. Afterwards `line` and `column` are its position.
+  virtual char consume() = 0;
+
+  char previous = 0;        ///< The character consumed last; 0 before the first.
+  char lookaheadChar = 0;   ///< The next character; END_OF_INPUT at the end.
+  std::int32_t index = 0;   ///< Characters consumed.
+  std::int32_t line = 1;    ///< Of `previous`, from 1. All three counts wrap around past 2^31 - 1.
+  std::int32_t column = 0;  ///< Of `previous`, from 1; 0 before the first character.
+
+  /// The next token. White space and characters that are not printable are skipped.
+  Token nextToken();
+
+  // One token of its kind, from `lookaheadChar` on.
+
+  Token comment();
+  Token string();
+  Token parens();
+  Token braces();
+  Token brackets();
+  Token id();
+  Token number();
+
+  /// Consumes one character: the token of that one.
+  Token token(Token::Type type);
+  /// A token of collected characters; its text ends at the first NUL among them.
+  Token token(Token::Type type, const ds::Vector<char>& chars) const;
+  Token eof() const;
+  Token invalidToken() const;
+  Token unexpectedEof(const String& what) const;
+  Token invalidListToken(const String& what) const;
+  /// One step of the list reader behind `parens` and `braces`.
+  void list(ds::Vector<char>& chars, char open, char close);
+  /// Whether `lookaheadChar` may follow the first character of a number.
+  bool isNumberChar() const;
+
+  /// True when a byte 0xFF, and not the end of the source, is what ends the input.
+  bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
+
+ protected:
+  Lexer() = default;
+  Lexer(const Lexer&) = default;
+  Lexer& operator=(const Lexer&) = default;
+
+  /// What every `consume` does: the position moves on, `next` becomes the lookahead.
+  char step(char next) noexcept;
+  /// For sources: the source has no more characters.
+  void endSource() noexcept { sourceEnded_ = true; }
+
+  /// The bytes at hand. `*windowBegin` is the lookahead; empty when the two are equal.
+  const char* windowBegin = nullptr;
+  const char* windowEnd = nullptr;
+
+ private:
+  struct ListKind;
+
+  bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
+  void skipWhite();
+  void take();
+  void takeRun(unsigned classes);
+  void takeUntil(char a, char b);
+  void takeListRun();
+  void pass(std::size_t count) noexcept;
+  void passInLine(std::size_t count) noexcept;
+  void appendRun(std::size_t count);
+  void roomFor(std::size_t count);
+  void separate(ds::Vector<char>& chars, char open, char close);
+  Token bracketedList(const ListKind& kind);
+  Token taken(Token::Type type);
+  Token takenName();
+
+  ds::Vector<char> chars_;  // the characters of the token at hand
+  TextCache texts_;
+  bool sourceEnded_ = false;
+};
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,104 @@
+// The ring of three tokens, the statement loop, and the one place that catches.
+#include "vsa/parser.h"
+
+#include <stdexcept>
+
+#include "foundation/log.h"
+#include "vsa/lexer_source.h"
+#include "vsa/messages.h"
+#include "vsa/no_scene.h"
+
+namespace zn::korvo_sdk::impl {
+
+bool VsaParser::parse(IScene* into, String text) {
+  StringLexer source(text);
+  return parse(into, &source);
+}
+
+bool VsaParser::parse(IScene* into, File file) {
+  FileLexer source(file);
+  return parse(into, &source);
+}
+
+// The first three tokens are read before anything is caught: an invalid character among them leaves
+// the entry point as an exception.
+bool VsaParser::parse(IScene* into, Lexer* from) {
+  scene = into;
+  lexer = from;
+  prime();
+  try {
+    statements();
+    resolveConnections();
+    resolveReferences();
+    reportSource();
+    return true;
+  } catch (const std::runtime_error& error) {
+    reportSource();
+    logError("%s", error.what());
+    return false;
+  }
+}
+
+// Fills the ring. Default tokens make room for the first ones, and are consumed on the way.
+void VsaParser::prime() {
+  for (std::int32_t i = 0; i < lookahead; ++i) {
+    tokens.push_back(Token());
+    advance();
+  }
+}
+
+void VsaParser::statements() {
+  while (static_cast<std::int32_t>(peek(0).type) >
+         static_cast<std::int32_t>(Token::Type::Invalid)) {
+    if (!statement()) parseError(UNRECOGNIZED_TOKEN, peek(0).text.buf());
+  }
+}
+
+// The order is part of the format: "with node:" has the shape of a declaration and is read as one.
+bool VsaParser::statement() {
+  return parseComment() || parseRemove() || parseDefine() || parseDeclare() || parseWith() ||
+         parseAssign();
+}
+
+void VsaParser::reportSource() const {
+  if (report == nullptr) return;
+  report->endedAtMark = lexer->endsAtMark();
+  report->line = lexer->line;
+  report->column = lexer->column;
+  const bool isCutOff = lastLexed.type == Token::Type::Eof && !(lastLexed.text == "EOF");
+  report->cutOff = isCutOff ? lastLexed.text : String();
+}
+
+// A reader without a scene finds and creates nothing.
+interfaces::IScene& VsaParser::target() {
+  return scene != nullptr ? *scene : noScene();
+}
+
+Token VsaParser::consume() {
+  advance();
+  return current;
+}
+
+// The lexer runs a whole ring ahead, so a bad character is reported when it is read and not when
+// its statement comes.
+void VsaParser::advance() {
+  Token& slot = tokens[static_cast<std::uint64_t>(head)];
+  current = slot;
+  lastLexed = lexer->nextToken();
+  if (lastLexed.type == Token::Type::Invalid) tokenError(lastLexed);
+  slot = lastLexed;
+  head = (head + 1) % lookahead;
+}
+
+bool VsaParser::match(Token& out, Token::Type type) {
+  if (!nextIs(type)) return false;
+  advance();
+  out = current;
+  return true;
+}
+
+const Token& VsaParser::peek(std::int32_t ahead) const {
+  return tokens[static_cast<std::uint64_t>((head + ahead) % lookahead)];
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,100 @@
+// Directives: remove, define, with, and declarations. Each recogniser looks at three tokens before
+// it consumes one; keywords are matched in any letter case, names exactly.
+#include "vsa/parser.h"
+
+namespace zn::korvo_sdk::impl {
+
+using Type = Token::Type;
+
+// keyword name end
+bool VsaParser::isDirective(const char* keyword, Type end) const {
+  return peek(0).type == Type::Id && peek(1).type == Type::Id && peek(2).type == end &&
+         peek(0).text.compareNoCase(keyword) == 0;
+}
+
+// Consumes a directive and takes its name.
+void VsaParser::directive(Token& name) {
+  advance();
+  match(name, Type::Id);
+  advance();
+}
+
+// "remove" name ";"
+bool VsaParser::remove(RemoveInfo& info) {
+  if (!isDirective("remove", Type::Semicolon)) return false;
+  directive(info.name);
+  return true;
+}
+
+// The "with" node stays as it is, even when it is the one removed.
+bool VsaParser::parseRemove() {
+  RemoveInfo info;
+  if (!remove(info)) return false;
+  target().removeNode(info.name.text);
+  return true;
+}
+
+// "define" name ";"
+bool VsaParser::define(DefineInfo& info) {
+  if (!isDirective("define", Type::Semicolon)) return false;
+  directive(info.name);
+  return true;
+}
+
+bool VsaParser::parseDefine() {
+  DefineInfo info;
+  if (!define(info)) return false;
+  INode* node = target().findNode(info.name.text);
+  if (node == nullptr) node = target().defineNode(info.name.text);
+  if (node != nullptr) definedNodes.push_back(node);
+  return true;
+}
+
+// type name (";" | ":")
+bool VsaParser::declare(DeclareInfo& info) {
+  const Type end = peek(2).type;
+  if (peek(0).type != Type::Id || peek(1).type != Type::Id) return false;
+  if (end != Type::Semicolon && end != Type::Colon) return false;
+  match(info.type, Type::Id);
+  match(info.name, Type::Id);
+  advance();
+  info.isWith = end == Type::Colon;
+  return true;
+}
+
+// A node that exists is left alone, whatever its type.
+bool VsaParser::parseDeclare() {
+  DeclareInfo info;
+  if (!declare(info)) return false;
+  INode* node = target().findNode(info.name.text);
+  if (node == nullptr) node = target().createNode(info.type.text, info.name.text, String());
+  if (info.isWith) withNode = node;
+  return true;
+}
+
+// "with" name ":"
+bool VsaParser::with(WithInfo& info) {
+  if (!isDirective("with", Type::Colon)) return false;
+  directive(info.name);
+  return true;
+}
+
+// The statement loop never comes here: a declaration has the same shape and is tried before.
+bool VsaParser::parseWith() {
+  WithInfo info;
+  if (!with(info)) return false;
+  withNode = target().findNode(info.name.text);
+  if (withNode == nullptr) withNode = definedNodeOfType(info.name.text);
+  return true;
+}
+
+// The node of that type that was defined last, or null.
+interfaces::INode* VsaParser::definedNodeOfType(const String& type) const {
+  INode* last = nullptr;
+  for (INode* const node : definedNodes) {
+    if (node->type() == type) last = node;
+  }
+  return last;
+}
+
+}  // namespace zn::korvo_sdk::impl

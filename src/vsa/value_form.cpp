@@ -1,0 +1,54 @@
+// Right-hand sides: a connection or a value, up to the ";". Nothing here touches the scene.
+#include "vsa/parser.h"
+
+namespace zn::korvo_sdk::impl {
+
+using Type = Token::Type;
+
+// Consumes a token that the grammar demands.
+void VsaParser::expect(Type type, const char* expected) {
+  if (!nextIs(type)) tokenError(expected, peek(0));
+  advance();
+}
+
+// "|" "=" (path | "null") ";"   The operator is two tokens.   `mesh1.tint |= mat1.outColor;`
+bool VsaParser::connect(AssignInfo& info) {
+  if (!nextIs(Type::Pipe)) return false;
+  advance();
+  expect(Type::Equals, "=");
+  if (match(info.valueToken, Type::Null)) {
+    info.sourcePath.push_back(info.valueToken);
+  } else if (!path(info.sourcePath)) {
+    tokenError("(null|path)", peek(0));
+  }
+  expect(Type::Semicolon, ";");
+  info.isConnection = true;
+  return true;
+}
+
+// "=" (scalar | buffer | reference) ";"   In this order: the name of a type is the name of a node
+// where the list that the type needs does not follow.
+bool VsaParser::value(AssignInfo& info) {
+  if (!nextIs(Type::Equals)) return false;
+  advance();
+  if (scalar(info)) {
+    info.isScalar = true;
+  } else if (buffer(info)) {
+    info.isBuffer = true;
+  } else if (!reference(info)) {
+    tokenError("(scalar|buffer|reference)", peek(0));
+  }
+  expect(Type::Semicolon, ";");
+  return true;
+}
+
+// name | "null"   `mesh1.material = mat1;`
+bool VsaParser::reference(AssignInfo& info) {
+  if (!nextIs(Type::Id) && !nextIs(Type::Null)) return false;
+  info.isReference = true;
+  match(info.referenceToken, peek(0).type);
+  info.valueToken = info.referenceToken;
+  return true;
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,42 @@
+// The door of the reader: a VSA text goes in, its scene comes out.
+//
+//   zn::korvo_sdk::Scene scene;
+//   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);
+#pragma once
+
+#include "foundation/api.h"
+#include "foundation/file.h"
+#include "foundation/string.h"
+#include "scene/scene_interface.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// What became of the source, for a host that wants to know whether all of it was read. The result
+/// and the log do not depend on it.
+struct ReadReport {
+  /// A byte 0xFF ended the text, and not the end of the source.
+  bool endedAtMark = false;
+  /// The text was cut off inside a string or a list: "UNEXPECTED EOF while parsing STRING", say.
+  /// Empty when it was not.
+  String cutOff;
+  /// The position of the last character read.
+  int line = 0;
+  int column = 0;
+};
+
+/// Reads `text` into `scene`. True when the whole text was read and its links were resolved; false
+/// when an error ended the reading, which has been logged. What was applied before stays applied.
+///
+/// Throws std::runtime_error when one of the first three tokens holds a character that no token may
+/// hold, with the text of that error; and whatever the scene, the log sink or the memory throw that
+/// is not a std::runtime_error. A null scene finds and creates nothing.
+VSA_API bool parseString(interfaces::IScene* scene, String text);
+VSA_API bool parseString(interfaces::IScene* scene, String text, ReadReport& report);
+
+/// Reads `file`, from wherever it stands, in the same way. Unless `keepHeader`, the scene's header
+/// is first reset: no comments, version VSX_FILE_VERSION_1, no time. A file that is not open reads
+/// like an empty one: ask `file.failed()`.
+VSA_API bool parseVsa(interfaces::IScene* scene, File file, bool keepHeader);
+VSA_API bool parseVsa(interfaces::IScene* scene, File file, bool keepHeader, ReadReport& report);
+
+}  // namespace zn::korvo_sdk::impl
