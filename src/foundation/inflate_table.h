@@ -1,0 +1,94 @@
+// Look-up tables that turn the next bits of a deflate stream into symbols.
+//
+// This is an internal header of the inflater; the service is foundation/decompress.h.
+//
+// A code of up to `primaryBits` bits is found in one step: the stream's next bits, read as a
+// number, index the table, and each code fills every slot that its bits begin. A longer code leads
+// to a subtable behind the primary slots, indexed by the bits that follow. An entry is one 32-bit
+// number that says all a decoder needs:
+//
+//   bits 0..5    how many bits to drop: the code's, and those of the extra bits that follow it
+//   bits 8..11   how many of these are the code's, so that the rest can be read as the extra bits
+//   bit  13      the end of the block
+//   bit  14      a subtable: bits 8..11 are its index bits, bits 16..30 the slot where it starts
+//   bit  15      no plain value: a subtable, the end of the block, or (alone) no code at all
+//   bits 16..30  the value: a literal byte, the base of a length or of a distance
+//   bit  31      a literal byte
+//
+// In a subtable, the bits dropped and the code's bits count from the end of the primary bits.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace zn::inflate {
+
+using Entry = std::uint32_t;
+
+inline constexpr Entry LITERAL = 0x80000000U;
+inline constexpr Entry NO_VALUE = 0x8000U;
+inline constexpr Entry SUBTABLE = 0x4000U;
+inline constexpr Entry END_OF_BLOCK = 0x2000U;
+
+constexpr unsigned droppedBits(Entry entry) {
+  return entry & 63U;
+}
+constexpr unsigned codeBits(Entry entry) {
+  return entry >> 8 & 15U;
+}
+constexpr unsigned entryValue(Entry entry) {
+  return entry >> 16 & 0x7FFFU;
+}
+
+inline constexpr unsigned LONGEST_CODE = 15;
+inline constexpr unsigned SYMBOL_PRIMARY_BITS = 11;
+inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
+inline constexpr unsigned LENGTH_CODE_BITS = 7;
+
+inline constexpr unsigned SYMBOL_COUNT = 288;
+inline constexpr unsigned DISTANCE_COUNT = 32;
+inline constexpr unsigned LENGTH_CODE_COUNT = 19;
+
+/// Slots enough for every set of codes. A subtable of 2^k slots is one whose longest code goes k
+/// bits on, and such a set has k + 1 codes or more; so subtables take at most 2^k / (k + 1) slots a
+/// symbol: 16/5 of 288 for symbols (k <= 4), 128/8 of 32 for distances (k <= 7).
+inline constexpr std::size_t SYMBOL_SLOTS = 2048 + 928;
+inline constexpr std::size_t DISTANCE_SLOTS = 256 + 512;
+inline constexpr std::size_t LENGTH_CODE_SLOTS = 128;
+
+/// A view of a built table: its slots and how many bits index the primary ones.
+struct Table {
+  const Entry* slots;
+  unsigned primaryBits;
+};
+
+/// What the codes of a table stand for; it settles the values and what an incomplete set means.
+enum class Alphabet { Symbols, Distances, LengthCodes };
+
+/// Builds into `slots` (SYMBOL_SLOTS, DISTANCE_SLOTS or LENGTH_CODE_SLOTS of them) the table of the
+/// codes whose lengths in bits are the `count` numbers at `lengths`, 0 for a symbol without a code,
+/// none above LONGEST_CODE (LENGTH_CODE_BITS for length codes). False when the lengths are those of
+/// no set: over-subscribed, or with bits left over that begin no code. Two sets that leave bits
+/// over pass, since encoders write them where a block has one distance or none: a single code of
+/// one bit, except among length codes, and, except among length codes, no code at all. Bits that
+/// begin no code then lead to an entry that is NO_VALUE alone.
+bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
+                Table& table);
+
+/// The tables of blocks with fixed codes (RFC 1951, section 3.2.6), built once.
+struct FixedTables {
+  FixedTables();
+  FixedTables(const FixedTables&) = delete;
+  FixedTables& operator=(const FixedTables&) = delete;
+
+  Table symbols;
+  Table distances;
+
+ private:
+  Entry symbolSlots[SYMBOL_SLOTS];
+  Entry distanceSlots[DISTANCE_SLOTS];
+};
+
+const FixedTables& fixedTables();
+
+}  // namespace zn::inflate
