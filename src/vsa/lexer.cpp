@@ -318,6 +318,20 @@ Token Lexer::braces() {
   return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
 }
 
+// "[" ... "]", kept as written. There is no nesting: the first "]" after a character closes it.
+Token Lexer::brackets() {
+  chars_.clear();
+  do {
+    if (atEnd()) return unexpectedEof("BRACKETS");
+    const bool isAllowed = lookaheadChar == '[' || lookaheadChar == ']' || lookaheadChar == '*' ||
+                           is(lookaheadChar, char_class::DIGIT | char_class::WHITE);
+    if (!isAllowed) return invalidListToken("BRACKET");
+    take();
+  } while (lookaheadChar != ']');
+  take();
+  return taken(Type::Brackets);
+}
+
 // A whole list as one token: its elements with single blanks between them. Lists of the same kind
 // inside it are flattened, other brackets and commas only separate.
 Token Lexer::bracketedList(const ListKind& kind) {
