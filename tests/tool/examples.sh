@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # examples.sh VSA: every text in examples/ checks as is expected of it. An example reads in silence; one that is meant
-# to show messages has NAME.log beside it: what `vsa check` writes to standard error, then "exit STATUS".
+# to show messages has NAME.log beside it: what `vsa check --strict` writes to standard error, then "exit STATUS".
 set -euo pipefail
 vsa=$1
 cd "$(dirname "$0")/../.."
@@ -16,7 +16,7 @@ for text in "${texts[@]}"; do
   expected=${text%.vsa}.log
   status=0
   if [ -f "$expected" ]; then
-    found=$("$vsa" check "$text" 2>&1) || status=$?
+    found=$("$vsa" check --strict "$text" 2>&1) || status=$?
     diff -u "$expected" <(printf '%s\nexit %d\n' "$found" "$status") && echo "as expected: $text" || failed=1
   elif found=$("$vsa" check --strict "$text" 2>&1); then
     echo "clean: $text"
