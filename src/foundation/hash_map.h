@@ -22,6 +22,16 @@ std::uint64_t hashOf(T* key) {
   return reinterpret_cast<std::uintptr_t>(key);
 }
 
+template <class K, class V>
+struct HashMapNode {
+  std::uint64_t hash;
+  K key;
+  V value;
+};
+
+template <class K, class V>
+inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MOVES_AS_BYTES<V>;
+
 /// A map without rehashing. Keys are compared by hash alone, never by content: two keys of equal
 /// hash are one key. A bucket that has grown long is searched through an index kept beside it.
 template <class K, class V>
@@ -29,11 +39,7 @@ class HashMap {
  public:
   static constexpr std::uint64_t BUCKET_COUNT = 256;
 
-  struct Node {
-    std::uint64_t hash;
-    K key;
-    V value;
-  };
+  using Node = HashMapNode<K, V>;
 
   Vector<Node> buckets[BUCKET_COUNT];  ///< Bucket of a key: the low 8 bits of its hash.
 

@@ -52,19 +52,17 @@ struct DigitRun {
   uint64_t value = 0;
   int count = 0;
 
-  /// Takes the digits that follow; returns where they end. At most three words are looked at.
+  /// Takes the digits that follow, up to the first that is one too many; returns where they end.
   const char* take(const char* at) {
-    for (int steps = 0; steps < 3; ++steps) {
+    for (;;) {
       const uint64_t word = loadEight(at);
       const int digits = leadingDigits(word);
-      if (digits == 0) return at;
       count += digits;
-      if (count > MAX_DIGITS) return at;
+      if (digits == 0 || count > MAX_DIGITS) return at;
       value = value * POWERS_OF_TEN[digits] + foldDigits(word, digits);
       at += digits;
       if (digits < 8) return at;
     }
-    return at;
   }
 };
 

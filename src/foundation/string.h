@@ -159,6 +159,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
   }
 };
 
+template <>
+inline constexpr bool ds::MOVES_AS_BYTES<String> = true;
+
 /// The letter `c` in lower case (A to Z only).
 constexpr char toLowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;

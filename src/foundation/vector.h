@@ -12,6 +12,13 @@
 
 namespace zn::ds {
 
+/// Whether an object of type T may move in memory as plain bytes, its old place simply forgotten:
+/// true of everything that owns through pointers and holds none to itself. A vector of such
+/// elements grows with realloc, which moves large blocks without copying them. Specialise it beside
+/// the type.
+template <class T>
+inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
+
 /// Elements of type T, owned. The three fields are public on purpose: readers walk `data` directly.
 /// Running out of memory throws std::bad_alloc and leaves the vector as it was.
 template <class T>
@@ -23,7 +30,7 @@ class Vector {
 
   Vector() noexcept = default;
   /// A new array of the source's capacity with copies of its elements.
-  Vector(const Vector& other) { copyFrom(other); }
+  Vector(const Vector& other) : Vector() { copyFrom(other); }
   Vector(Vector&& other) noexcept
       : data(std::exchange(other.data, nullptr)),
         size(std::exchange(other.size, 0)),
@@ -95,9 +102,6 @@ class Vector {
   }
 
  private:
-  // Plain bytes may move with realloc, which grows large blocks without copying them.
-  static constexpr bool PLAIN = std::is_trivially_copyable_v<T>;
-
   static void* bytesFor(void* old, std::uint64_t n) {
     if (n > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
     void* const memory = std::realloc(old, static_cast<std::size_t>(n) * sizeof(T));
@@ -109,8 +113,10 @@ class Vector {
 
   void resizeStorage(std::uint64_t n) {
     const std::uint64_t kept = std::min(size, n);
-    if constexpr (PLAIN) {
-      data = static_cast<T*>(bytesFor(data, n));
+    if constexpr (MOVES_AS_BYTES<T>) {
+      destroy(kept);
+      size = kept;
+      data = static_cast<T*>(bytesFor(static_cast<void*>(data), n));
     } else {
       T* const moved = static_cast<T*>(bytesFor(nullptr, n));
       for (std::uint64_t i = 0; i < kept; ++i) new (moved + i) T(std::move(data[i]));

@@ -39,3 +39,6 @@ struct AssignInfo {
 };
 
 }  // namespace zn::korvo_sdk::impl
+
+template <>
+inline constexpr bool zn::ds::MOVES_AS_BYTES<zn::korvo_sdk::impl::AssignInfo> = true;

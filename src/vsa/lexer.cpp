@@ -37,7 +37,7 @@ std::string_view textOf(const ds::Vector<char>& chars) {
 
 // Whether a word of the format, given in lower case, is written in `text`, in any letter case.
 bool isWord(std::string_view text, std::string_view word) {
-  if (text.size() != word.size()) return false;
+  if (text.size() != word.size() || toLowerCase(text[0]) != word[0]) return false;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (toLowerCase(text[i]) != word[i]) return false;
   }
@@ -49,8 +49,8 @@ bool isRealMarker(char c) {
          c == 'i' || c == 'I';
 }
 
-bool isReal(const ds::Vector<char>& chars) {
-  for (const char c : chars) {
+bool isReal(std::string_view number) {
+  for (const char c : number) {
     if (isRealMarker(c)) return true;
   }
   return false;
@@ -81,6 +81,12 @@ char Lexer::step(char next) noexcept {
   return previous;
 }
 
+// Consumes one byte of a window that holds more.
+char Lexer::passOne() noexcept {
+  ++windowBegin;
+  return step(*windowBegin);
+}
+
 // Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.
 void Lexer::passInLine(std::size_t count) noexcept {
   if (previous == '\n') {
@@ -97,6 +103,7 @@ void Lexer::passInLine(std::size_t count) noexcept {
 // Consumes `count` bytes of the window, fewer than it holds. The column counts on from the last
 // line feed that stands before the last of them.
 void Lexer::pass(std::size_t count) noexcept {
+  if (count == 1) return passInLine(1);
   const LineFeeds feeds = countLineFeeds(windowBegin, windowBegin + count - 1);
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);
@@ -125,6 +132,18 @@ void Lexer::appendRun(std::size_t count) {
 
 void Lexer::take() {
   chars_.push_back(consume());
+}
+
+// The characters ahead, the first whatever it is and the others in one of `classes`, when all of
+// them and the one behind them are in the window; else nothing. None of the classes holds a line
+// feed.
+std::string_view Lexer::wordAhead(unsigned classes) const noexcept {
+  const char* at = windowBegin;
+  if (windowEnd - at < 2 || *at == '\0') return {};
+  do {
+    if (++at == windowEnd) return {};
+  } while (is(*at, classes));
+  return {windowBegin, static_cast<std::size_t>(at - windowBegin)};
 }
 
 // Takes characters as long as they are in one of `classes`, none of which holds a line feed.
@@ -176,17 +195,17 @@ void Lexer::skipWhite() {
 // --- tokens ---
 
 Token Lexer::token(Type type) {
-  const char c = consume();
-  return {type, texts_.text({&c, 1}), line, column};
+  const char c = windowEnd - windowBegin < 2 ? consume() : passOne();
+  return {type, texts_.character(c), line, column};
 }
 
 Token Lexer::token(Type type, const ds::Vector<char>& chars) const {
   return {type, String::copyOf(textOf(chars)), line, column};
 }
 
-// The token of the collected characters. Names and short numbers come again and are shared.
+// The token of the collected characters.
 Token Lexer::taken(Type type) {
-  if (chars_.size < ADOPTED_BYTES) return {type, texts_.text(textOf(chars_)), line, column};
+  if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
@@ -281,27 +300,37 @@ Token Lexer::string() {
 // A letter or "_", then letters, digits and "_".
 Token Lexer::id() {
   if (atEnd()) return unexpectedEof("ID");
+  if (const std::string_view word = wordAhead(char_class::NAME); !word.empty()) {
+    passInLine(word.size());
+    return name(word);
+  }
   chars_.clear();
   take();
   takeRun(char_class::NAME);
-  return takenName();
+  return name(textOf(chars_));
 }
 
-Token Lexer::takenName() {
-  const std::string_view text = textOf(chars_);
+// Names come again and again: they are shared.
+Token Lexer::name(std::string_view text) {
   if (isWord(text, "true")) return {Type::True, texts_.text("true"), line, column};
   if (isWord(text, "false")) return {Type::False, texts_.text("false"), line, column};
   if (isWord(text, "null")) return {Type::Null, texts_.text("null"), line, column};
-  return taken(Type::Id);
+  return {Type::Id, texts_.text(text), line, column};
 }
 
 // "-" or a digit, then everything that numbers are written with. What it is worth is decided later.
 Token Lexer::number() {
   if (atEnd()) return unexpectedEof("NUMBER");
+  if (const std::string_view word = wordAhead(char_class::NUMBER); !word.empty()) {
+    passInLine(word.size());
+    return {isReal(word) ? Type::Real : Type::Int, String::copyOf(word), line, column};
+  }
   chars_.clear();
   take();
   takeRun(char_class::NUMBER);
-  return taken(isReal(chars_) ? Type::Real : Type::Int);
+  const Type type =
+      isReal({chars_.data, static_cast<std::size_t>(chars_.size)}) ? Type::Real : Type::Int;
+  return taken(type);
 }
 
 bool Lexer::isNumberChar() const {

@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "foundation/string.h"
 #include "foundation/vector.h"
@@ -82,16 +83,18 @@ class VSA_API Lexer {
   void skipWhite();
   void take();
   void takeRun(unsigned classes);
+  std::string_view wordAhead(unsigned classes) const noexcept;
   void takeUntil(char a, char b);
   void takeListRun();
   void pass(std::size_t count) noexcept;
   void passInLine(std::size_t count) noexcept;
+  char passOne() noexcept;
   void appendRun(std::size_t count);
   void roomFor(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
   Token bracketedList(const ListKind& kind);
   Token taken(Token::Type type);
-  Token takenName();
+  Token name(std::string_view text);
 
   ds::Vector<char> chars_;  // the characters of the token at hand
   TextCache texts_;

@@ -2,6 +2,7 @@
 #include "vsa/parser.h"
 
 #include <stdexcept>
+#include <utility>
 
 #include "foundation/log.h"
 #include "vsa/lexer_source.h"
@@ -65,8 +66,7 @@ void VsaParser::reportSource() const {
   report->endedAtMark = lexer->endsAtMark();
   report->line = lexer->line;
   report->column = lexer->column;
-  const bool isCutOff = lastLexed.type == Token::Type::Eof && !(lastLexed.text == "EOF");
-  report->cutOff = isCutOff ? lastLexed.text : String();
+  report->cutOff = cutOff_;
 }
 
 // A reader without a scene finds and creates nothing.
@@ -82,12 +82,16 @@ Token VsaParser::consume() {
 // The lexer runs a whole ring ahead, so a bad character is reported when it is read and not when
 // its statement comes.
 void VsaParser::advance() {
-  Token& slot = tokens[static_cast<std::uint64_t>(head)];
-  current = slot;
+  Token& slot = tokens.data[head];
   lastLexed = lexer->nextToken();
-  if (lastLexed.type == Token::Type::Invalid) tokenError(lastLexed);
+  if (lastLexed.type == Token::Type::Invalid) {
+    current = slot;
+    tokenError(lastLexed);
+  }
+  if (lastLexed.type == Token::Type::Eof && !(lastLexed.text == "EOF")) cutOff_ = lastLexed.text;
+  current = std::move(slot);
   slot = lastLexed;
-  head = (head + 1) % lookahead;
+  head = head + 1 < lookahead ? head + 1 : 0;
 }
 
 bool VsaParser::match(Token& out, Token::Type type) {
@@ -95,10 +99,6 @@ bool VsaParser::match(Token& out, Token::Type type) {
   advance();
   out = current;
   return true;
-}
-
-const Token& VsaParser::peek(std::int32_t ahead) const {
-  return tokens[static_cast<std::uint64_t>((head + ahead) % lookahead)];
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -128,7 +128,11 @@ class VSA_API VsaParser {
 
   // parser.cpp
   IScene& target();
-  const Token& peek(std::int32_t ahead) const;
+  // The token `ahead` places behind the next one, 0 to 2.
+  const Token& peek(std::int32_t ahead) const {
+    const std::int32_t slot = head + ahead;
+    return tokens.data[slot < lookahead ? slot : slot - lookahead];
+  }
   bool nextIs(Token::Type type) const { return peek(0).type == type; }
   void advance();
   void prime();
@@ -170,6 +174,7 @@ class VSA_API VsaParser {
   void resolveConnection(IInput* input, const AssignInfo& info);
   void resolveReference(IInput* input, const AssignInfo& info);
 
+  String cutOff_;                // what the lexer had in hand when the text ended inside it
   TypedElements typedElements_;  // of arrays that already hold no untyped element
 };
 

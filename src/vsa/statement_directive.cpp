@@ -9,7 +9,7 @@ using Type = Token::Type;
 // keyword name end
 bool VsaParser::isDirective(const char* keyword, Type end) const {
   return peek(0).type == Type::Id && peek(1).type == Type::Id && peek(2).type == end &&
-         peek(0).text.compareNoCase(keyword) == 0;
+         peek(0).text.compareNoCase(String(keyword)) == 0;
 }
 
 // Consumes a directive and takes its name.

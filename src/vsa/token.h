@@ -4,6 +4,7 @@
 #include <cstdint>
 
 #include "foundation/string.h"
+#include "foundation/vector.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -45,3 +46,6 @@ struct Token {
 };
 
 }  // namespace zn::korvo_sdk::impl
+
+template <>
+inline constexpr bool zn::ds::MOVES_AS_BYTES<zn::korvo_sdk::impl::Token> = true;

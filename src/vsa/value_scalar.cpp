@@ -3,6 +3,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <new>
+#include <string_view>
 
 #include "foundation/hash_map.h"
 #include "foundation/tuple_parse.h"
@@ -30,31 +31,27 @@ const TypeTable* makeScalarTypes() {
   return table;
 }
 
-// Converts a tuple's numbers; the components are in storage order in each type.
-bool parseTuple(const String& numbers, AttrData& data) {
-  AttrData::Payload& out = data.payload;
-  switch (data.type) {
-    case AttrType::Vec2:
-      return String::parse(numbers, 2, out.vec2);
-    case AttrType::Vec3:
-      return String::parse(numbers, 3, out.vec3);
-    case AttrType::Vec4:
-      return String::parse(numbers, 4, out.vec4);
-    case AttrType::Pos2:
-      return String::parse(numbers, 2, out.pos2);
-    case AttrType::Pos3:
-      return String::parse(numbers, 3, out.pos3);
-    case AttrType::Quat:
-      return String::parse(numbers, 4, out.quat);
-    case AttrType::Rgba:
-      return String::parse<double>(numbers, out.rgba);
-    case AttrType::Mat3:
-      return String::parse(numbers, 9, out.mat3);
-    case AttrType::Mat4:
-      return String::parse(numbers, 16, out.mat4);
-    default:
-      return true;
-  }
+// The list without its parentheses, and without those of a list in a list at its ends.
+std::string_view withoutParens(std::string_view list) {
+  while (!list.empty() && (list.front() == '(' || list.front() == ')')) list.remove_prefix(1);
+  while (!list.empty() && (list.back() == '(' || list.back() == ')')) list.remove_suffix(1);
+  return list;
+}
+
+// The text between the quotes, whatever there is of it.
+std::string_view withoutQuotes(std::string_view quoted) {
+  if (!quoted.empty()) quoted.remove_prefix(1);
+  if (!quoted.empty()) quoted.remove_suffix(1);
+  return quoted;
+}
+
+// A copy that C code can free.
+char* copyToC(std::string_view text) {
+  char* const characters = static_cast<char*>(std::malloc(text.size() + 1));
+  if (characters == nullptr) throw std::bad_alloc();
+  if (!text.empty()) std::memcpy(characters, text.data(), text.size());
+  characters[text.size()] = '\0';
+  return characters;
 }
 
 }  // namespace
@@ -99,13 +96,13 @@ bool VsaParser::integer(AssignInfo& info) {
 
 // The text between the quotes, unescaped, in memory that goes to the scene with the value.
 void VsaParser::string(AssignInfo& info) {
-  const String& quoted = info.valueToken.text;
-  const String text = quoted.substring(1, quoted.len() - 2).unescape();
+  const std::string_view text = withoutQuotes(info.valueToken.text.view());
   info.data.type = AttrType::String;
-  char* const characters = static_cast<char*>(std::malloc(text.len() + 1));
-  if (characters == nullptr) throw std::bad_alloc();
-  std::memcpy(characters, text.buf(), text.len() + 1);
-  info.data.payload.string = characters;
+  if (text.find('\\') == std::string_view::npos) {
+    info.data.payload.string = copyToC(text);
+  } else {
+    info.data.payload.string = copyToC(String::copyOf(text).unescape().view());
+  }
 }
 
 // keyword "(" numbers ")"   `vec3(0 1 0)`
@@ -118,7 +115,11 @@ bool VsaParser::tuple(AssignInfo& info) {
   match(info.valueToken, Type::Id);
   match(info.listToken, Type::Parens);
   info.data.type = type->value;
-  return parseTuple(info.listToken.text.trimChars("()", String()), info.data);
+  // Every tuple's components lie at the start of the payload, in storage order.
+  const std::string_view numbers = withoutParens(info.listToken.text.view());
+  double* const components = info.data.payload.components;
+  if (info.data.type == AttrType::Rgba) return parseColour(numbers, components);
+  return parseTuple(numbers, componentCount(info.data.type), components);
 }
 
 }  // namespace zn::korvo_sdk::impl

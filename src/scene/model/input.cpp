@@ -65,7 +65,7 @@ String Input::path() const {
   for (std::uint64_t i = chain.size; i > 0; --i) {
     const Input& input = *chain[i - 1];
     if (input.isElement_) {
-      text += '[' + std::to_string(input.index_) + ']';
+      (text += '[').append(std::to_string(input.index_)) += ']';
     } else {
       (text += '.') += input.name_.view();
     }
