@@ -149,7 +149,7 @@ struct LossRow {
 TEST_F(CommandTest, NothingIsLostInSilence) {
   const LossRow rows[] = {
       {"sphere ball;\n\xFF ball.radius = 1;\n",
-       "a.vsa:2:0: error: a byte 0xFF ended the text before the file ended"},
+       "a.vsa:1:13: error: a byte 0xFF ended the text before the file ended"},
       {std::string("\xFF\xFEs\0p\0", 6),
        "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
       {std::string("\xFE\xFF\0s\0p", 6),
