@@ -2,7 +2,6 @@
 // machine that slows down or speeds up meets all of them alike. What counts is each one's median.
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <string>
@@ -10,14 +9,16 @@
 
 namespace bench {
 
+// Processor time of this process, all its threads and its share of the system's work included: what
+// else runs on the machine then counts as little as may be. All files read are in the page cache.
 class Stopwatch {
  public:
-  double seconds() const {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-  }
+  double seconds() const { return now() - start; }
 
  private:
-  std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+  static double now();
+
+  double start = now();
 };
 
 // One side of a contest. `read` does the whole work once and returns its seconds; what it makes is

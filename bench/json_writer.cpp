@@ -1,7 +1,7 @@
-// The scene as JSON, written tightly as exporters do:
-//   {"version":3,"nodes":[{"type":"mesh","name":"mesh_000000","inputs":{
-//     "points":{"type":"vec3f","count":2,"data":[0.5,...]},"tint":["rgba",1,0,0,1],
-//     "material":{"node":"mat1"},"color":{"node":"tex1","output":"out"}}}],"comments":["..."]}
+// The scene as JSON in the form that `vsa dump` prints, without the blanks:
+//   {"fileVersion":3,"fileComments":["..."],"nodes":[{"type":"mesh","name":"m1","inputs":[
+//     {"name":"tint","type":"Rgba","value":[1,0,0,1]},{"name":"material","type":"Node",
+//     "value":"mat1"},{"name":"color","type":"Null","value":null,"connection":"tex1.out"}]}]}
 #include "scene_writer.h"
 
 namespace bench {
@@ -9,116 +9,115 @@ namespace {
 
 class JsonWriter : public SceneWriter {
  public:
-  JsonWriter() { out = "{\"version\":3,\"time\":\"2024-03-09 14:20:11\",\"nodes\":["; }
-
   void comment(std::string_view text) override {
     if (!comments.empty()) comments += ',';
-    quote(comments, text);
+    appendJsonString(comments, text);
   }
 
   void beginNode(std::string_view type, std::string_view name) override {
-    if (nodeCount++ > 0) out += ",\n";
-    add({"{\"type\":\"", type, "\",\"name\":\"", name, "\",\"inputs\":{"});
+    if (nodeCount++ > 0) nodes += ",\n";
+    add({"{\"type\":\"", type, "\",\"name\":\"", name, "\",\"inputs\":["});
     inputCount = 0;
   }
 
-  void endNode() override { out += "}}"; }
+  void endNode() override { nodes += "]}"; }
 
-  void boolean(std::string_view input, bool value) override {
-    key(input);
-    out += value ? "true" : "false";
+  void boolean(std::string_view name, bool value) override {
+    input(name, "Bool", value ? "true" : "false");
   }
 
-  void integer(std::string_view input, int64_t value) override {
-    key(input);
-    out += std::to_string(value);
+  void integer(std::string_view name, int64_t value) override {
+    input(name, "Int", std::to_string(value));
   }
 
-  void real(std::string_view input, std::string_view digits) override {
-    key(input);
-    out += digits;
+  void real(std::string_view name, std::string_view digits) override {
+    input(name, "Real", digits);
   }
 
-  void string(std::string_view input, std::string_view text) override {
-    key(input);
-    quote(out, text);
+  void string(std::string_view name, std::string_view text) override {
+    open(name, "String");
+    appendJsonString(nodes, text);
+    nodes += '}';
   }
 
-  void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
-    key(input);
-    add({"[\"", keyword, "\","});
+  void tuple(std::string_view name, std::string_view keyword, std::string_view digits) override {
+    open(name, typeName(keyword));
     list(digits);
-    out += ']';
   }
 
-  void buffer(std::string_view input, std::string_view keyword, size_t width,
+  void buffer(std::string_view name, std::string_view keyword, size_t width,
               const NumberList& numbers) override {
-    openBuffer(input, keyword, numbers.componentCount / width);
-    out += '[';
+    openBuffer(name, keyword, numbers.componentCount / width);
     list(numbers.digits);
-    out += "]}";
   }
 
-  void compressed(std::string_view input, std::string_view keyword, size_t elementCount,
+  void compressed(std::string_view name, std::string_view keyword, size_t elementCount,
                   std::span<const unsigned char> stream) override {
-    openBuffer(input, keyword, elementCount);
-    out += '"';
-    appendHex(out, stream);
-    out += "\"}";
+    openBuffer(name, keyword, elementCount);
+    nodes += '"';
+    appendHex(nodes, stream);
+    nodes += "\"}";
   }
 
-  void reference(std::string_view input, std::string_view node) override {
-    key(input);
-    add({"{\"node\":\"", node, "\"}"});
+  void reference(std::string_view name, std::string_view node) override {
+    open(name, "Node");
+    add({"\"", node, "\"}"});
   }
 
-  void connection(std::string_view input, std::string_view node, std::string_view output) override {
-    key(input);
-    add({"{\"node\":\"", node, "\",\"output\":\"", output, "\"}"});
+  void connection(std::string_view name, std::string_view node, std::string_view output) override {
+    open(name, "Null");
+    add({"null,\"connection\":\"", node, ".", output, "\"}"});
   }
 
   std::string finish() override {
-    add({"],\"comments\":[", comments, "]}\n"});
-    return std::move(out);
+    return "{\"fileVersion\":3,\"fileTime\":\"2024-03-09 14:20:11\",\"fileComments\":[" + comments +
+           "],\"nodes\":[" + nodes + "]}\n";
   }
 
  private:
   void add(std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts) out += part;
+    for (const std::string_view part : parts) nodes += part;
   }
 
-  void key(std::string_view input) {
-    if (inputCount++ > 0) out += ',';
-    add({"\"", input, "\":"});
+  // "vec3f" is displayed as "Vec3f".
+  static std::string typeName(std::string_view keyword) {
+    std::string name(keyword);
+    name[0] = static_cast<char>(name[0] - 'a' + 'A');
+    return name;
   }
 
-  void openBuffer(std::string_view input, std::string_view keyword, size_t elementCount) {
-    key(input);
-    add({"{\"type\":\"", keyword, "\",\"count\":", std::to_string(elementCount), ",\"data\":"});
+  void head(std::string_view name, std::string_view type) {
+    if (inputCount++ > 0) nodes += ',';
+    add({"{\"name\":\"", name, "\",\"type\":\"", type, "\","});
+  }
+
+  void open(std::string_view name, std::string_view type) {
+    head(name, type);
+    nodes += "\"value\":";
+  }
+
+  void openBuffer(std::string_view name, std::string_view keyword, size_t elementCount) {
+    head(name, "Buffer");
+    add({"\"bufferType\":\"", typeName(keyword), "\",\"count\":", std::to_string(elementCount),
+         ",\"value\":"});
+  }
+
+  void input(std::string_view name, std::string_view type, std::string_view value) {
+    open(name, type);
+    add({value, "}"});
   }
 
   void list(std::string_view digits) {
-    const size_t start = out.size();
-    out += digits;
-    for (size_t i = start; i < out.size(); ++i) {
-      if (out[i] == ' ') out[i] = ',';
+    nodes += '[';
+    const size_t start = nodes.size();
+    nodes += digits;
+    for (size_t i = start; i < nodes.size(); ++i) {
+      if (nodes[i] == ' ') nodes[i] = ',';
     }
+    nodes += "]}";
   }
 
-  static void quote(std::string& to, std::string_view text) {
-    to += '"';
-    for (const char c : text) {
-      if (c == '\n') {
-        to += "\\n";
-        continue;
-      }
-      if (c == '"' || c == '\\') to += '\\';
-      to += c;
-    }
-    to += '"';
-  }
-
-  std::string out;
+  std::string nodes;
   std::string comments;
   size_t nodeCount = 0;
   size_t inputCount = 0;

@@ -93,7 +93,7 @@ class Course {
 
   void geoContest() {
     const Text vsa = vsaOnFile(geo, GEO_BYTES);
-    const Text json = geo(GEO_BYTES, Format::Json), osgt = geo(GEO_BYTES, Format::Osgt);
+    const Text json = geo(GEO_BYTES, Format::CompactJson), osgt = geo(GEO_BYTES, Format::Osgt);
     const Text iv = geo(GEO_BYTES, Format::Iv), obj = geo(GEO_BYTES, Format::Obj);
     const Seconds seconds =
         hold({"geo 50 MB", static_cast<double>(vsa.expected.numbers) / MEGA, "M numbers"},
@@ -107,14 +107,14 @@ class Course {
 
   void listContests() {
     const NumberList floats = floatNumbers(LIST_COUNT), ints = intNumbers(LIST_COUNT);
-    const Text floatText = floatList(LIST_COUNT), intText = intList(LIST_COUNT);
+    const Text floatText = floatLists(LIST_COUNT), intText = intLists(LIST_COUNT);
     const double amount = static_cast<double>(LIST_COUNT) / MEGA;
-    const Seconds real = hold({"float list", amount, "M numbers"},
+    const Seconds real = hold({"float lists", amount, "M numbers"},
                               {stringReader(floatText), floatRun(floats), fastFloatLoop(floats),
                                standardFloatLoop(floats)});
     addRow("float lists, numbers/s over a fast_float loop", Better::High,
            {{real[2] / real[0], 2.0, 1.6}});
-    const Seconds whole = hold({"int32 list", amount, "M numbers"},
+    const Seconds whole = hold({"int32 lists", amount, "M numbers"},
                                {stringReader(intText), intRun(ints), standardIntLoop(ints)});
     addRow("int32 lists, numbers/s over std::from_chars<int>", Better::High,
            {{whole[2] / whole[0], 1.2, 1.0}});
@@ -128,10 +128,14 @@ class Course {
   Seconds nodeContest(const char* name, size_t statements, bool withCoin) {
     const Text vsa = vsaOnFile(nodes, statements);
     const Text json = nodes(statements, Format::Json), osgt = nodes(statements, Format::Osgt);
+    const Text compact = nodes(statements, Format::CompactJson);
     const Text iv = nodes(statements, Format::Iv);
-    std::vector<Contender> contenders = {
-        stringReader(vsa), fileReader(vsa, scratch("scene.vsa")), rapidjsonReader(json),
-        osgReader(osgt, scratch("scene.osgt")), simdjsonReader(json)};
+    std::vector<Contender> contenders = {stringReader(vsa),
+                                         fileReader(vsa, scratch("scene.vsa")),
+                                         rapidjsonReader(json),
+                                         osgReader(osgt, scratch("scene.osgt")),
+                                         rapidjsonReader(compact, "RapidJSON DOM, compact JSON"),
+                                         simdjsonReader(compact)};
     if (withCoin) contenders.push_back(coinReader(iv));
     const Seconds seconds = hold({name, thousands(vsa), "k statements"}, contenders);
     noteFile(seconds);
@@ -180,11 +184,11 @@ class Course {
   void textContest() {
     const Text vsa = vsaOnFile(text, TEXT_BYTES);
     const Text json = text(TEXT_BYTES, Format::Json), osgt = text(TEXT_BYTES, Format::Osgt);
-    const Text iv = text(TEXT_BYTES, Format::Iv);
+    const Text iv = text(TEXT_BYTES, Format::Iv), compact = text(TEXT_BYTES, Format::CompactJson);
     const Seconds seconds =
         hold({"text 20 MB", static_cast<double>(vsa.text.size()) / MEGA, "MB"},
              {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")), rapidjsonReader(json),
-              simdjsonReader(json), osgReader(osgt, scratch("scene.osgt")), coinReader(iv)});
+              simdjsonReader(compact), osgReader(osgt, scratch("scene.osgt")), coinReader(iv)});
     noteFile(seconds);
     addRow("text, time over RapidJSON DOM", Better::Low, {{seconds[0] / seconds[2], 0.8, 1.0}});
   }

@@ -12,10 +12,10 @@ namespace bench {
 
 // simdjson On-Demand, filling a scene of the same shape: names, inputs, values, vectors of numbers.
 // Its parser is kept from read to read, as its makers advise.
-Contender simdjsonReader(const Text& json);
+Contender simdjsonReader(const Text& compactJson);
 
-// RapidJSON's document.
-Contender rapidjsonReader(const Text& json);
+// RapidJSON's document, of either form of JSON.
+Contender rapidjsonReader(const Text& json, const char* name = "RapidJSON DOM");
 
 // osgDB's reader of .osgt files. The text is written to a file at `path` first.
 Contender osgReader(const Text& osgt, const std::string& path);

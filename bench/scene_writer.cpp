@@ -7,6 +7,8 @@ std::unique_ptr<SceneWriter> makeWriter(Format format) {
   switch (format) {
     case Format::Json:
       return makeJsonWriter();
+    case Format::CompactJson:
+      return makeCompactJsonWriter();
     case Format::Osgt:
       return makeOsgtWriter();
     case Format::Iv:
@@ -25,6 +27,19 @@ void appendHex(std::string& to, std::span<const unsigned char> bytes) {
     to += DIGITS[byte >> 4];
     to += DIGITS[byte & 15];
   }
+}
+
+void appendJsonString(std::string& to, std::string_view text) {
+  to += '"';
+  for (const char c : text) {
+    if (c == '\n') {
+      to += "\\n";
+      continue;
+    }
+    if (c == '"' || c == '\\') to += '\\';
+    to += c;
+  }
+  to += '"';
 }
 
 }  // namespace bench

@@ -15,10 +15,11 @@ namespace bench {
 
 enum class Format {
   Vsa,
-  Json,  // simdjson, RapidJSON
-  Osgt,  // OpenSceneGraph
-  Iv,    // Coin
-  Obj    // tinyobjloader; meshes only
+  Json,         // RapidJSON; the form of `vsa dump`, every input with its type
+  CompactJson,  // simdjson, RapidJSON; types left out where JSON has its own
+  Osgt,         // OpenSceneGraph
+  Iv,           // Coin
+  Obj           // tinyobjloader; meshes only
 };
 
 // Numbers as text, separated by single blanks, none before the first or after the last.
@@ -71,12 +72,16 @@ std::unique_ptr<SceneWriter> makeWriter(Format format);
 // One for each format; makeWriter chooses.
 std::unique_ptr<SceneWriter> makeVsaWriter();
 std::unique_ptr<SceneWriter> makeJsonWriter();
+std::unique_ptr<SceneWriter> makeCompactJsonWriter();
 std::unique_ptr<SceneWriter> makeOsgtWriter();
 std::unique_ptr<SceneWriter> makeIvWriter();
 std::unique_ptr<SceneWriter> makeObjWriter();
 
 // Appends bytes as hexadecimal, two lower-case digits a byte.
 void appendHex(std::string& to, std::span<const unsigned char> bytes);
+
+// Appends text in double quotes, escaped as JSON wants it.
+void appendJsonString(std::string& to, std::string_view text);
 
 // Calls use(word, index) for every number of a list.
 template <class Use>

@@ -146,10 +146,10 @@ void readLiteral(benchmark::State& state, const Text& vsa) {
 }
 
 void floatLiteral(benchmark::State& state) {
-  readLiteral(state, floatList(NUMBER_COUNT));
+  readLiteral(state, floatLists(NUMBER_COUNT));
 }
 void intLiteral(benchmark::State& state) {
-  readLiteral(state, intList(NUMBER_COUNT));
+  readLiteral(state, intLists(NUMBER_COUNT));
 }
 BENCHMARK(floatLiteral)->Name("buffer_literal/float")->UseManualTime();
 BENCHMARK(intLiteral)->Name("buffer_literal/int32")->UseManualTime();

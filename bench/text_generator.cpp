@@ -378,11 +378,35 @@ std::string script(Random& random) {
   return text;
 }
 
-NumberList listOf(size_t count, uint64_t seed, void (*append)(NumberList&, Random&)) {
+NumberList nextFloats(size_t count, Random& random) {
   NumberList list;
-  Random random(seed);
-  for (size_t i = 0; i < count; ++i) append(list, random);
+  for (size_t i = 0; i < count; ++i) {
+    const double reach = random.below(2) == 0 ? 1 : 100;
+    appendFloat(list, random.real(-reach, reach), random);
+  }
   return list;
+}
+
+NumberList nextInts(size_t count, Random& random) {
+  NumberList list;
+  for (size_t i = 0; i < count; ++i) {
+    constexpr uint64_t RANGES[] = {100, 10000, 1000000, 100000000};
+    const auto value =
+        static_cast<int64_t>(random.next() % RANGES[random.below(std::size(RANGES))]);
+    appendInt(list, random.below(8) == 0 ? -value : value);
+  }
+  return list;
+}
+
+Text listScene(size_t count, uint64_t seed, void (*add)(Recorder&, size_t, Random&)) {
+  Recorder scene(Format::Vsa);
+  Random random(seed);
+  for (size_t first = 0; first < count; first += LIST_LENGTH) {
+    scene.beginNode("curve", numbered("curve", first / LIST_LENGTH));
+    add(scene, std::min(LIST_LENGTH, count - first), random);
+    scene.endNode();
+  }
+  return scene.finish();
 }
 
 }  // namespace
@@ -465,35 +489,25 @@ Text compressed(size_t bytes, Format format, uint64_t seed) {
 }
 
 NumberList floatNumbers(size_t count, uint64_t seed) {
-  return listOf(count, seed, [](NumberList& list, Random& random) {
-    const double reach = random.below(2) == 0 ? 1 : 100;
-    appendFloat(list, random.real(-reach, reach), random);
-  });
+  Random random(seed);
+  return nextFloats(count, random);
 }
 
 NumberList intNumbers(size_t count, uint64_t seed) {
-  return listOf(count, seed, [](NumberList& list, Random& random) {
-    constexpr int64_t RANGES[] = {100, 10000, 1000000, 100000000};
-    const int64_t range = RANGES[random.below(std::size(RANGES))];
-    const auto value = static_cast<int64_t>(random.next() % static_cast<uint64_t>(range));
-    appendInt(list, random.below(8) == 0 ? -value : value);
+  Random random(seed);
+  return nextInts(count, random);
+}
+
+Text floatLists(size_t count, uint64_t seed) {
+  return listScene(count, seed, [](Recorder& scene, size_t length, Random& random) {
+    scene.floats("keys", "float", 1, nextFloats(length, random));
   });
 }
 
-Text floatList(size_t count, uint64_t seed) {
-  Recorder scene(Format::Vsa);
-  scene.beginNode("curve", "curve_000000");
-  scene.floats("keys", "float", 1, floatNumbers(count, seed));
-  scene.endNode();
-  return scene.finish();
-}
-
-Text intList(size_t count, uint64_t seed) {
-  Recorder scene(Format::Vsa);
-  scene.beginNode("curve", "curve_000000");
-  scene.ints("frames", intNumbers(count, seed));
-  scene.endNode();
-  return scene.finish();
+Text intLists(size_t count, uint64_t seed) {
+  return listScene(count, seed, [](Recorder& scene, size_t length, Random& random) {
+    scene.ints("frames", nextInts(length, random));
+  });
 }
 
 std::string imageBytes(size_t bytes, uint64_t seed) {

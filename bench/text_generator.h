@@ -51,11 +51,13 @@ Text text(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 // Image bytes as compressed buffers; `bytes` counts the pixels' bytes, not the text's.
 Text compressed(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
-// One node with one list of floats (float[n]) or of int32: what the number loops are held against.
-Text floatList(size_t count, uint64_t seed = 1);
-Text intList(size_t count, uint64_t seed = 1);
+// Nodes with one list of numbers each, float[n] or int32[n], LIST_LENGTH of them a list and the
+// rest in the last: what the bare number loops are held against.
+constexpr size_t LIST_LENGTH = 100'000;
+Text floatLists(size_t count, uint64_t seed = 1);
+Text intLists(size_t count, uint64_t seed = 1);
 
-// The numbers of such a list, the same as in floatList and intList, separated by single blanks.
+// All numbers of floatLists and intLists in one list.
 NumberList floatNumbers(size_t count, uint64_t seed = 1);
 NumberList intNumbers(size_t count, uint64_t seed = 1);
 
