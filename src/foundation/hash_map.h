@@ -53,6 +53,9 @@ class HashMap {
   V& set(const K& key, const V& value) { return store(key, V(value)); }
   V& set(const K& key, V&& value) { return store(key, std::move(value)); }
 
+  /// Stores `value` under a key that is not in the map yet.
+  V& add(const K& key, V&& value) { return append(hashOf(key), key, std::move(value)); }
+
   /// The value under `key`; a default one is added when there is none.
   V& operator[](const K& key) {
     Node* const node = findNode(key);

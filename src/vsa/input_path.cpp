@@ -12,7 +12,7 @@ bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
       peek(0).type == Type::Id && peek(1).type == Type::Dot && peek(2).type == Type::Id;
   const bool isOfWithNode = peek(0).type == Type::Dot && peek(1).type == Type::Id;
   if (!isQualified && !isOfWithNode) return false;
-  if (tokensOfPath.capacity == 0) tokensOfPath.reserve(4);  // most paths are shorter
+  if (tokensOfPath.capacity == 0) tokensOfPath.reserve(3);  // few paths are longer
   for (int left = isQualified ? 3 : 2; left > 0; --left) {
     advance();
     tokensOfPath.push_back(current);

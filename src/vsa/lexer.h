@@ -21,7 +21,7 @@ namespace zn::korvo_sdk::impl {
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
 
 /// Never throws and never logs: what is wrong with the text comes back as a token.
-class VSA_API Lexer {
+class Lexer {
  public:
   virtual ~Lexer() = default;
   /// Consumes one character and returns it. Afterwards `line` and `column` are its position.

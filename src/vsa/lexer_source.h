@@ -10,7 +10,7 @@
 namespace zn::korvo_sdk::impl {
 
 /// Reads a text in memory, which it shares with its caller.
-class VSA_API StringLexer final : public Lexer {
+class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);
   char consume() override;
@@ -20,7 +20,7 @@ class VSA_API StringLexer final : public Lexer {
 
 /// Reads an open file, from wherever it stands. It shares the file: once the lexer is gone, the
 /// file stands behind the lexer's lookahead.
-class VSA_API FileLexer final : public Lexer {
+class FileLexer final : public Lexer {
  public:
   explicit FileLexer(const File& opened);
   ~FileLexer() override;

@@ -4,8 +4,6 @@
 
 #include <cstddef>
 
-#include "foundation/api.h"
-
 namespace zn::korvo_sdk::impl {
 
 /// How far a run was copied.
@@ -21,9 +19,9 @@ inline constexpr std::size_t LIST_RUN_SLACK = 16;
 /// between two of them as a single blank. Stops before the first other byte, and before a stretch
 /// that no number character is known to follow: it always ends behind a number character. The byte
 /// at `from` must be a number character. `to` has room for end - from + LIST_RUN_SLACK bytes.
-VSA_API ListRun copyListRun(const char* from, const char* end, char* to);
+ListRun copyListRun(const char* from, const char* end, char* to);
 
 /// The same, one byte a step: what copyListRun does on processors without byte shuffles.
-VSA_API ListRun copyListRunPortable(const char* from, const char* end, char* to);
+ListRun copyListRunPortable(const char* from, const char* end, char* to);
 
 }  // namespace zn::korvo_sdk::impl

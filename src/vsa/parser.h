@@ -16,6 +16,7 @@
 #include "scene/scene_interface.h"
 #include "vsa/assign_info.h"
 #include "vsa/lexer.h"
+#include "vsa/pending_link.h"
 #include "vsa/token.h"
 #include "vsa/typed_elements.h"
 #include "vsa/vsa.h"
@@ -25,12 +26,14 @@ namespace zn::korvo_sdk::impl {
 class InputWalk;
 
 /// Serves one call of an entry point and is not used again. Owns neither scene nor lexer.
-class VSA_API VsaParser {
+class VsaParser {
  public:
   using AssignInfo = impl::AssignInfo;
   using IInput = interfaces::IInput;
   using INode = interfaces::INode;
   using IScene = interfaces::IScene;
+  /// Links by target input, until they are resolved.
+  using PendingTable = ds::HashMap<IInput*, PendingLink>;
 
   struct RemoveInfo {
     Token name;
@@ -55,11 +58,11 @@ class VSA_API VsaParser {
   Token lastLexed;             ///< The token produced last.
   String spare;                ///< Not used.
   IScene* scene = nullptr;
-  INode* withNode = nullptr;                     ///< The node of statements that begin with ".".
-  ds::Vector<INode*> definedNodes;               ///< In the order of their `define` statements.
-  ds::HashMap<IInput*, AssignInfo> connections;  ///< Resolved after the last statement.
-  ds::HashMap<IInput*, AssignInfo> references;   ///< Resolved after the connections.
-  ReadReport* report = nullptr;  ///< Where to say what became of the source; may be null.
+  INode* withNode = nullptr;        ///< The node of statements that begin with ".".
+  ds::Vector<INode*> definedNodes;  ///< In the order of their `define` statements.
+  PendingTable connections;         ///< Resolved after the last statement.
+  PendingTable references;          ///< Resolved after the connections.
+  ReadReport* report = nullptr;     ///< Where to say what became of the source; may be null.
 
   // parser.cpp: the ring of tokens and the statement loop.
 
@@ -124,8 +127,6 @@ class VSA_API VsaParser {
 
  private:
   friend class InputWalk;
-  using PendingTable = ds::HashMap<IInput*, AssignInfo>;
-
   // parser.cpp
   IScene& target();
   // The token `ahead` places behind the next one, 0 to 2.
@@ -148,7 +149,7 @@ class VSA_API VsaParser {
   // statement_assign.cpp
   INode* nodeOf(const AssignInfo& info);
   String pathText(const AssignInfo& info, INode* node) const;
-  void file(PendingTable& table, IInput* input, AssignInfo& info);
+  static void file(PendingTable& table, IInput* input, AssignInfo& info);
   void apply(AssignInfo& info, IInput* input, IInput* array);
   bool accepts(AssignInfo& info, IInput* input);
   bool acceptsBuffer(const AssignInfo& info, IInput* input);
@@ -171,8 +172,9 @@ class VSA_API VsaParser {
   void listedElements(AssignInfo& info);
 
   // resolve.cpp
-  void resolveConnection(IInput* input, const AssignInfo& info);
-  void resolveReference(IInput* input, const AssignInfo& info);
+  void resolveConnection(IInput* input, const PendingLink& link);
+  void resolveReference(IInput* input, const PendingLink& link);
+  void connectTo(IInput* input, const String& nodeName, const String& outputName);
 
   String cutOff_;                // what the lexer had in hand when the text ended inside it
   TypedElements typedElements_;  // of arrays that already hold no untyped element

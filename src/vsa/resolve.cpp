@@ -10,55 +10,69 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-using Inputs = ds::Vector<interfaces::IInput*>;
+using Table = VsaParser::PendingTable;
+using Snapshot = ds::Vector<const Table::Node*>;
 
-template <class Table>
-Inputs keysOf(const Table& table) {
-  Inputs keys;
+// The entries in the order of the table. Nothing is added to it while they are resolved, so they
+// stay where they are.
+Snapshot snapshotOf(const Table& table) {
+  Snapshot entries;
   for (const auto& bucket : table.buckets) {
-    for (const auto& node : bucket) keys.push_back(node.key);
+    for (const Table::Node& node : bucket) entries.push_back(&node);
   }
-  return keys;
+  return entries;
 }
 
-void releaseAll(const Inputs& inputs) {
-  for (interfaces::IInput* const input : inputs) input->release();
+void releaseInputs(const Snapshot& entries) {
+  for (const Table::Node* const entry : entries) entry->key->release();
+}
+
+// Most sources are written `node.output`, and are at hand in two tokens.
+bool isPlainSource(const ds::Vector<Token>& path) {
+  return path.size == 3 && path[0].type == Token::Type::Id && path[2].type == Token::Type::Id;
 }
 
 }  // namespace
 
 void VsaParser::resolveConnections() {
-  const Inputs inputs = keysOf(connections);
-  for (IInput* const input : inputs) resolveConnection(input, connections[input]);
-  releaseAll(inputs);
+  const Snapshot entries = snapshotOf(connections);
+  for (const Table::Node* const entry : entries) resolveConnection(entry->key, entry->value);
+  releaseInputs(entries);
 }
 
 void VsaParser::resolveReferences() {
-  const Inputs inputs = keysOf(references);
-  for (IInput* const input : inputs) resolveReference(input, references[input]);
-  releaseAll(inputs);
+  const Snapshot entries = snapshotOf(references);
+  for (const Table::Node* const entry : entries) resolveReference(entry->key, entry->value);
+  releaseInputs(entries);
 }
 
 // source = "null" | node "." output
-void VsaParser::resolveConnection(IInput* input, const AssignInfo& info) {
-  const String source = collapse(info.sourcePath);
+void VsaParser::resolveConnection(IInput* input, const PendingLink& link) {
+  const ds::Vector<Token>& path = link.sourcePath;
+  if (isPlainSource(path)) return connectTo(input, path[0].text, path[2].text);
+  const String source = collapse(path);
   if (source.toLower(true).trim(true, true) == "null") return input->disconnect();
   const StringVector parts = source.split('.', true, false);
   if (parts.size() != 2) return logWarning(INVALID_OUTPUT, source.buf());
-  INode* const node = target().findNode(parts[0]);
+  connectTo(input, parts[0], parts[1]);
+}
+
+void VsaParser::connectTo(IInput* input, const String& nodeName, const String& outputName) {
+  INode* const node = target().findNode(nodeName);
   if (node == nullptr) {
-    return logWarning(NO_NODE_TO_CONNECT, parts[0].buf(), input->path().buf());
+    return logWarning(NO_NODE_TO_CONNECT, nodeName.buf(), input->path().buf());
   }
-  interfaces::IOutput* const output = node->output(updateOutputName(node->type(), parts[1]));
+  interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
   if (output == nullptr) {
+    const String source = nodeName + "." + outputName;
     return logWarning(NO_OUTPUT_TO_CONNECT, source.buf(), input->path().buf());
   }
   input->connect(output);
 }
 
 // reference = "null" | node
-void VsaParser::resolveReference(IInput* input, const AssignInfo& info) {
-  const Token& reference = info.referenceToken;
+void VsaParser::resolveReference(IInput* input, const PendingLink& link) {
+  const Token& reference = link.referenceToken;
   if (reference.type == Token::Type::Null) return input->setNode(nullptr);
   INode* const node = target().findNode(reference.text);
   if (node == nullptr) {

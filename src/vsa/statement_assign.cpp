@@ -1,5 +1,7 @@
 // The road of one assignment: target path, right-hand side, node, input; then the value is applied
 // or the link filed for later.
+#include <utility>
+
 #include "vsa/input_walk.h"
 #include "vsa/messages.h"
 #include "vsa/parser.h"
@@ -57,16 +59,16 @@ String VsaParser::pathText(const AssignInfo& info, INode* node) const {
 }
 
 // Files a link until the last statement has been read; a later one for the same input replaces it.
-// The input is held once, and the record keeps only what its resolution reads.
+// The input is held once.
 void VsaParser::file(PendingTable& table, IInput* input, AssignInfo& info) {
-  info.targetPath.reserve(0);
+  PendingLink link{std::move(info.sourcePath), info.referenceToken};
   PendingTable::Node* const filed = table.findNode(input);
   if (filed != nullptr) {
-    filed->value = std::move(info);
+    filed->value = std::move(link);
     return;
   }
   input->retain();
-  table.set(input, std::move(info));
+  table.add(input, std::move(link));
 }
 
 // Applies a plain value. `array` is the array that the input is an element of, or null.

@@ -2,9 +2,6 @@
 // Internal; the door is vsa.h.
 #pragma once
 
-#include "foundation/api.h"
-#include "scene/attr_data.h"
-
 namespace zn::korvo_sdk::impl {
 
 enum class Conversion {
@@ -14,10 +11,10 @@ enum class Conversion {
 };
 
 /// The decision for a value of type `from` and an input of type `to`.
-VSA_API Conversion conversionBetween(AttrType from, AttrType to) noexcept;
+Conversion conversionBetween(AttrType from, AttrType to) noexcept;
 
 /// Turns `value` into one of type `to`. `conversionBetween` must not refuse it. The storage behind
 /// a value's own components is zero, as it is in a new record.
-VSA_API void convert(AttrData& value, AttrType to) noexcept;
+void convert(AttrData& value, AttrType to) noexcept;
 
 }  // namespace zn::korvo_sdk::impl

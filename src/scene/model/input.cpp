@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -174,11 +175,15 @@ void Input::appendElement() {
   if (level_ >= scene()->depthLimit()) {
     refuseDepth(path() + String("[") + String(static_cast<unsigned long long>(index)) + "]");
   }
+  if (index > std::numeric_limits<std::uint32_t>::max()) {
+    throw std::length_error("an array holds at most 2^32 elements");
+  }
   scene()->checkEmptyElements(*this);
   ElementList& list = elements();
   list.inputs.push_back(nullptr);  // room first: what is made must be in the list
   try {
-    list.inputs[index] = scene()->inputs().makeElement(this, index, list.type);
+    list.inputs[index] =
+        &scene()->inputs().make(this, String(), static_cast<std::uint32_t>(index), list.type);
   } catch (...) {
     --list.inputs.size;
     throw;
@@ -214,12 +219,14 @@ Input* Input::makeMember(const String& name, AttrType type, AttrType elementType
     return existing->typeOf() == type ? existing : nullptr;
   }
   if (level_ >= scene()->depthLimit()) refuseDepth(path() + "." + name);
-  std::unique_ptr<InputList> made;
-  if (typeOf() == AttrType::Null || value_.members == nullptr) made = std::make_unique<InputList>();
-  InputList& members = made != nullptr ? *made : *value_.members;
+  std::unique_ptr<NamedList<Input>> made;
+  if (typeOf() == AttrType::Null || value_.members == nullptr) {
+    made = std::make_unique<NamedList<Input>>();
+  }
+  NamedList<Input>& members = made != nullptr ? *made : *value_.members;
   // The parent's type tells a member from an element, so it changes before the member is made.
   become(AttrType::Object);
-  Input* const member = scene()->inputs().makeMember(this, name, type);
+  Input* const member = &scene()->inputs().make(this, name, 0U, type);
   if (type == AttrType::Array) member->setElementType(elementType);
   members.append(member);
   if (made != nullptr) value_.members = made.release();

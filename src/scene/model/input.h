@@ -10,7 +10,7 @@
 #include "foundation/string.h"
 #include "foundation/vector.h"
 #include "scene/attr_data.h"
-#include "scene/model/input_list.h"
+#include "scene/model/named_list.h"
 #include "scene/scene_interface.h"
 
 namespace zn::korvo_sdk {
@@ -19,6 +19,8 @@ class Node;
 class Output;
 class Scene;
 struct DeclaredInput;
+template <class T>
+class Slabs;
 
 class VSA_API Input final : public interfaces::IInput {
  public:
@@ -92,7 +94,7 @@ class VSA_API Input final : public interfaces::IInput {
   void release() override {}
 
  private:
-  friend class InputPool;
+  friend class Slabs<Input>;
   friend class Node;
 
   struct ElementList {
@@ -110,7 +112,7 @@ class VSA_API Input final : public interfaces::IInput {
     Node* node;
     BufferValue* buffer;
     ElementList* elements;
-    InputList* members;
+    NamedList<Input>* members;
   };
 
   Input(Node* node, String name, AttrType type);

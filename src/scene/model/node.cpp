@@ -1,20 +1,11 @@
 #include "scene/model/node.h"
 
-#include <deque>
-
-#include "foundation/hash_index.h"
 #include "scene/model/input.h"
 #include "scene/model/output.h"
 #include "scene/model/scene.h"
 #include "scene/node_type_table.h"
 
 namespace zn::korvo_sdk {
-
-/// The outputs that were asked for; most nodes have a few at most.
-struct Node::Outputs {
-  std::deque<Output> made;
-  ds::HashIndex index;
-};
 
 Node::Node(Scene* scene, String type, String name)
     : scene_(scene),
@@ -74,7 +65,7 @@ Input* Node::bringIntoBeing(const String& name) {
 }
 
 Input* Node::add(const String& name, AttrType type, AttrType elementType) {
-  Input* const made = scene_->inputs().makeInput(this, name, type);
+  Input* const made = &scene_->inputs().make(this, name, type);
   if (type == AttrType::Array) made->setElementType(elementType);
   inputs_.append(made);
   lastFound_ = made;
@@ -83,14 +74,12 @@ Input* Node::add(const String& name, AttrType type, AttrType elementType) {
 
 Output* Node::output(const String& name) {
   if (declaration_ != nullptr && !declaration_->hasOutput(name.view())) return nullptr;
-  if (outputs_ == nullptr) outputs_ = std::make_unique<Outputs>();
-  const auto isNamed = [&](std::uint64_t i) { return outputs_->made[i].name() == name; };
-  const std::uint64_t at = outputs_->index.find(name.hash(), isNamed);
-  if (at != ds::HashIndex::NONE) return &outputs_->made[at];
-  outputs_->index.makeRoom();
-  Output& made = outputs_->made.emplace_back(this, name);
-  outputs_->index.insert(name.hash(), outputs_->made.size() - 1);
-  return &made;
+  if (outputs_ == nullptr) outputs_ = std::make_unique<NamedList<Output>>();
+  Output* const existing = outputs_->find(name);
+  if (existing != nullptr) return existing;
+  Output* const made = &scene_->outputs().make(this, name);
+  outputs_->append(made);
+  return made;
 }
 
 }  // namespace zn::korvo_sdk

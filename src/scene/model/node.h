@@ -6,7 +6,7 @@
 
 #include "foundation/string.h"
 #include "scene/model/input.h"
-#include "scene/model/input_list.h"
+#include "scene/model/named_list.h"
 #include "scene/model/output.h"
 #include "scene/scene_interface.h"
 
@@ -53,15 +53,13 @@ class VSA_API Node final : public interfaces::INode {
   Input* add(const String& name, AttrType type, AttrType elementType);
   Input* bringIntoBeing(const String& name);
 
-  struct Outputs;
-
   Scene* scene_;
   String type_;
   String name_;
   std::shared_ptr<const DeclaredType> declaration_;
-  InputList inputs_;
+  NamedList<Input> inputs_;
   Input* lastFound_ = nullptr;  // a text asks for the same input several times in a row
-  std::unique_ptr<Outputs> outputs_;
+  std::unique_ptr<NamedList<Output>> outputs_;  // those that were asked for; few nodes have any
   bool isRemoved_ = false;
 };
 

@@ -9,8 +9,8 @@ namespace zn::korvo_sdk {
 
 Node* Scene::nodeAt(std::uint64_t slot) const noexcept {
   if (slot >= nodes_.size()) return nullptr;
-  const Node& node = nodes_[slot];
-  return node.isRemoved() ? nullptr : const_cast<Node*>(&node);
+  Node& node = nodes_[slot];
+  return node.isRemoved() ? nullptr : &node;
 }
 
 void Scene::setDepthLimit(std::uint64_t limit) noexcept {
@@ -40,7 +40,7 @@ Node* Scene::defineNode(const String& name) {
 
 Node* Scene::add(const String& type, const String& name) {
   names_.makeRoom();
-  Node& made = nodes_.emplace_back(this, type, name);
+  Node& made = nodes_.make(this, type, name);
   names_.insert(name.hash(), nodes_.size() - 1);
   lastFound_ = &made;
   return &made;

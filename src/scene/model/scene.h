@@ -2,13 +2,12 @@
 #pragma once
 
 #include <cstdint>
-#include <deque>
 
 #include "foundation/hash_index.h"
 #include "foundation/string.h"
 #include "foundation/vector.h"
-#include "scene/model/input_pool.h"
 #include "scene/model/node.h"
+#include "scene/model/slabs.h"
 #include "scene/scene_interface.h"
 
 namespace zn::korvo_sdk {
@@ -70,17 +69,19 @@ class VSA_API Scene final : public interfaces::IScene {
   friend class Node;
   friend class Input;
 
-  InputPool& inputs() noexcept { return inputs_; }
+  Slabs<Input>& inputs() noexcept { return inputs_; }
+  Slabs<Output>& outputs() noexcept { return outputs_; }
   Node* add(const String& type, const String& name);
   std::uint64_t slotOf(const String& name) const;
   void checkEmptyElements(const Input& array) const;
   void countEmptyElement() noexcept { ++emptyElements_; }
   void uncountEmptyElement() noexcept { --emptyElements_; }
 
-  std::deque<Node> nodes_;     // in creation order
+  Slabs<Node> nodes_;          // in creation order
   ds::HashIndex names_;        // of the nodes that were not removed
   Node* lastFound_ = nullptr;  // statements about one node mostly stand together
-  InputPool inputs_;
+  Slabs<Input> inputs_;
+  Slabs<Output> outputs_;
   std::uint64_t emptyElements_ = 0;
   std::uint64_t emptyElementLimit_ = DEFAULT_EMPTY_ELEMENT_LIMIT;
   std::uint64_t depthLimit_ = DEFAULT_DEPTH_LIMIT;
