@@ -2,6 +2,8 @@
 // Internal; the door is vsa.h.
 #pragma once
 
+#include "scene/attr_data.h"
+
 namespace zn::korvo_sdk::impl {
 
 enum class Conversion {
