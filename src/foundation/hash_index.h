@@ -15,8 +15,10 @@ namespace zn::ds {
 /// most half full. Positions are below 2^32 - 1.
 class VSA_API HashIndex {
  public:
+  /// "No such position."
   static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
 
+  /// Positions in the index.
   std::uint64_t size() const noexcept { return used_; }
 
   /// The first position filed under `hash` for which `matches(position)` holds, or NONE.

@@ -22,9 +22,10 @@ std::uint64_t hashOf(T* key) {
   return reinterpret_cast<std::uintptr_t>(key);
 }
 
+/// A key, its hash, and the value stored under it. Only the value may be changed in place.
 template <class K, class V>
 struct HashMapNode {
-  std::uint64_t hash;
+  std::uint64_t hash;  ///< `hashOf(key)`.
   K key;
   V value;
 };
@@ -34,6 +35,8 @@ inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MO
 
 /// A map without rehashing. Keys are compared by hash alone, never by content: two keys of equal
 /// hash are one key. A bucket that has grown long is searched through an index kept beside it.
+/// References to values hold until the next key is added. What adds a key throws std::bad_alloc and
+/// leaves the map as it was; std::length_error at some 2^32 keys in one bucket.
 template <class K, class V>
 class HashMap {
  public:
@@ -68,7 +71,8 @@ class HashMap {
     return node != nullptr ? node->value : missing();
   }
 
-  /// What a look-up that finds nothing yields: one value-initialised V.
+  /// What a look-up that finds nothing yields: one value-initialised V, the same for every map of
+  /// these types, valid until the process ends.
   static const V& missing() {
     static const V value{};
     return value;

@@ -69,16 +69,20 @@ class VSA_API IRefCounted {
   mutable std::atomic<std::uint64_t> count_{0};
 };
 
-/// A counted object made with `new`.
+/// A counted object made with `new`, and deleted with its last handle.
 class VSA_API RefCounted : public IRefCounted {
  protected:
   void dispose() const noexcept override { delete this; }
 };
 
-/// A counted handle with value semantics: copies share the object. Null when it holds none.
+/// A counted handle with value semantics: copies share the object. Null when it holds none. The
+/// count is safe across threads, the handle itself is not: no thread may assign to a handle that
+/// another one uses.
 template <class T>
 class RefersTo {
  public:
+  // A moved-from handle is null after construction; after assignment it holds what the target held.
+
   RefersTo() noexcept = default;
   explicit RefersTo(T* object) noexcept : object_(object) {
     if (object_ != nullptr) object_->retain();
@@ -102,6 +106,7 @@ class RefersTo {
   }
 
  protected:
+  /// What is held, or null.
   T* object() const noexcept { return object_; }
 
  private:

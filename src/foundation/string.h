@@ -41,6 +41,7 @@ class StringBuffer final : public IRefCounted {
 
 /// A handle with value semantics. Copies share one counted buffer; an empty text holds none.
 /// Lengths and indices count 8-bit characters. Operations that need memory throw std::bad_alloc.
+/// Threads may share a text, each through a handle of its own.
 class VSA_API String : public RefersTo<IRefCounted> {
  public:
   /// The radix of the integer conversions. Texts are decimal throughout.
@@ -53,7 +54,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   /// The empty text.
   String() noexcept = default;
-  /// A copy of `length` characters; 0 means up to the terminating NUL. Null is the empty text.
+  /// A copy of `length` characters, NULs among them included; 0 means up to the terminating NUL.
+  /// Null is the empty text.
   String(const char* text, std::size_t length = 0);  // NOLINT: literals convert on purpose
   /// One character.
   explicit String(char c);
@@ -67,15 +69,19 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   /// The NUL-terminated text; never null; valid while a handle to it lives.
   const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars; }
+  /// Characters in the text, without the NUL at its end.
   std::size_t len() const noexcept { return object() == nullptr ? 0 : buffer()->length; }
+  /// Whether the text has no character.
   bool isEmpty() const noexcept { return object() == nullptr; }
   /// The same characters as a view; valid while a handle to them lives.
   std::string_view view() const noexcept { return {buf(), len()}; }
   /// The i-th character, or NUL past the end.
   char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars[i] : '\0'; }
 
+  /// This text with `other` behind it. Null adds nothing.
   String operator+(const String& other) const;
   String operator+(const char* other) const;
+  /// Equal characters, letter case counting. A `const char*` ends at its NUL and is not null.
   bool operator==(const String& other) const noexcept {
     return object() == other.object() || view() == other.view();
   }
@@ -86,13 +92,14 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// The hash of a text that is no String yet: the same as that of a String of these characters.
   static std::uint64_t hashOf(std::string_view text) noexcept;
 
-  // Searching and comparing. `ignoreCase` folds the letters A to Z only.
+  // Searching and comparing. `ignoreCase` folds the letters A to Z only. The empty text is
+  // contained in every text, at its start and at its end.
 
   bool contains(const String& s, bool ignoreCase) const noexcept;
   bool startsWith(const String& s, bool ignoreCase) const noexcept;
   bool endsWith(const String& s, bool ignoreCase) const noexcept;
-  /// Index of the first `c` at or after `from`, or NOT_FOUND. An index that an int cannot hold is
-  /// not found either: longer texts are searched through `view()`.
+  /// Index of the first `c` at or after `from` (which may be past the end), or NOT_FOUND. An index
+  /// that an int cannot hold is not found either: longer texts are searched through `view()`.
   int find(char c, bool ignoreCase, std::size_t from) const noexcept;
   /// Negative, 0 or positive, as this text sorts before, with or after `s` when case is ignored.
   int compareNoCase(const String& s) const noexcept;
@@ -116,13 +123,16 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// The pieces between separators, left to right; `skipEmpty` drops empty ones. `third` is unused.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
-  // Formatting, by the conventions of printf. Any length; %n is not known.
+  // Formatting, by the conventions of printf. Any length. %n is not known; what is no conversion
+  // stays in the text as it is written. A text from outside is an argument, never the format.
 
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
+  /// The same from a list of arguments, which stays the caller's to end.
   static String formatv(const char* fmt, va_list args) VSA_PRINTF(1, 0);
 
   // Conversions: true when the whole text, but for white space around it, is a value of the target
-  // type, which is then stored. On false the target keeps what it held.
+  // type, which is then stored. On false the target keeps what it held, but for tuples and colours,
+  // which may be half written.
 
   /// "true" or "false" in any letter case.
   static bool parse(const String& text, bool& out);

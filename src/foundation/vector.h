@@ -19,7 +19,8 @@ namespace zn::ds {
 template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
-/// Elements of type T, owned. The three fields are public on purpose: readers walk `data` directly.
+/// Elements of type T, owned. The three fields are public on purpose: readers walk `data` directly,
+/// and write none of them. Pointers to elements hold until the vector grows, is reserved or goes.
 /// Running out of memory throws std::bad_alloc and leaves the vector as it was.
 template <class T>
 class Vector {
@@ -48,6 +49,7 @@ class Vector {
   }
   ~Vector() { release(); }
 
+  /// The i-th element; `i` is below `size`, which nobody checks.
   T& operator[](std::uint64_t i) noexcept { return data[i]; }
   const T& operator[](std::uint64_t i) const noexcept { return data[i]; }
   T* begin() noexcept { return data; }
@@ -95,6 +97,7 @@ class Vector {
     size = 0;
   }
 
+  /// Exchanges the contents; pointers to elements go with them.
   void swap(Vector& other) noexcept {
     std::swap(data, other.data);
     std::swap(size, other.size);
