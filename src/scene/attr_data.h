@@ -10,22 +10,24 @@
 
 namespace zn::korvo_sdk {
 
-/// The payload of a buffer value.
+/// The payload of a buffer value. A plain value: it owns nothing, see AttrData.
 struct BufferValue {
   unsigned char* memory;  ///< `bytes` bytes from malloc or calloc; null for a count of 0.
-  std::uint64_t count;    ///< Elements.
-  std::uint64_t bytes;    ///< Count times the element's bytes.
+  std::uint64_t count;    ///< Elements: as many as the text declares, written or not.
+  std::uint64_t bytes;    ///< Count times the element's bytes; never overflows.
   DataType type;          ///< Of the elements.
   std::int64_t reserved;  ///< 0.
 };
 
 /// A type and the payload that goes with it. A plain value: copying it copies the pointers of a
-/// string or a buffer, not what they point to. Whoever assigns it hands that memory over.
+/// string or a buffer, not what they point to. Whoever assigns it hands that memory over, to be
+/// freed with `free` by the input that took it.
 struct AttrData {
   AttrType type = AttrType::Null;
-  /// The AttrType of an array's elements, or the DataType of a buffer's.
+  /// The AttrType of an array's elements, or the DataType of a buffer's; 0 for every other type.
   std::int32_t elementType = 0;
 
+  /// The member that `type` names is the one to read. Null, Node, Array and Object have none.
   union Payload {
     bool boolean;
     std::int64_t integer;  ///< Int; UInt as the same 64 bits.

@@ -9,7 +9,10 @@
 namespace zn::korvo_sdk {
 
 /// `Null` is "not yet set". Elements lie one after another in memory, their components in order,
-/// in the byte order of the machine.
+/// in the byte order of the machine; vectors, positions and quaternions x, y, z, w, matrices row by
+/// row, colours as their names say. The last letter is the component: f float, d double, i and u 32
+/// bits signed and unsigned, 8 a byte. Texts have no buffers of Bool, Ptr, Xform, Aabb and Obb:
+/// those are for hosts.
 enum class DataType : std::int32_t {
   Null,
   Bool,
@@ -73,9 +76,11 @@ enum class DataType : std::int32_t {
   ColorRef,
 };
 
+/// How many types there are.
 inline constexpr int DATA_TYPE_COUNT = 60;
 
-/// The display name of a type: "Null" to "ColorRef", "<unknown>" for any other value.
+/// The display name of a type: "Null" to "ColorRef", "<unknown>" for any other value. Never null,
+/// valid until the process ends.
 VSA_API const char* dataTypeName(DataType type) noexcept;
 
 /// The type of one number of an element: `Float` for `Vec3f`, the type itself for single numbers,

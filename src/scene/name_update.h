@@ -1,4 +1,6 @@
-// Translation of names that a node type no longer uses, from the table of declared node types.
+// Translation of names that a node type no longer uses, from the table of declared node types (see
+// node_type.h). The reader asks it for every scene, a host's own included. Safe from any thread;
+// throws std::bad_alloc.
 #pragma once
 
 #include "foundation/api.h"

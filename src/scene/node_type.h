@@ -13,8 +13,8 @@ namespace zn::korvo_sdk {
 
 /// One input of a declared node type.
 struct InputDeclaration {
-  std::string name;
-  AttrType type = AttrType::Null;
+  std::string name;                       ///< As texts write it; a later one of that name counts.
+  AttrType type = AttrType::Null;         ///< What it holds. Null takes links, or members.
   AttrType elementType = AttrType::Null;  ///< Of an array's elements.
   DataType bufferType = DataType::Null;   ///< Of a buffer's elements; Null takes any.
   std::vector<std::string> enumValues;  ///< Of a string: what it should be one of; empty: anything.
@@ -23,17 +23,17 @@ struct InputDeclaration {
 
 /// A name that older texts use, and the name used now.
 struct FormerName {
-  std::string former;
-  std::string current;
+  std::string former;   ///< What a text may say.
+  std::string current;  ///< What is looked up for it; it is not translated again.
 };
 
 /// A declared node type.
 struct NodeType {
-  std::string name;
-  std::vector<InputDeclaration> inputs;
-  std::vector<std::string> outputs;
-  std::vector<FormerName> formerInputs;
-  std::vector<FormerName> formerOutputs;
+  std::string name;                       ///< The type, as texts write it.
+  std::vector<InputDeclaration> inputs;   ///< All that its nodes have.
+  std::vector<std::string> outputs;       ///< The names of all that its nodes have.
+  std::vector<FormerName> formerInputs;   ///< Of inputs, and of members below them.
+  std::vector<FormerName> formerOutputs;  ///< Of outputs.
 };
 
 /// Declares a type for the whole process, over an earlier declaration of that name. Nodes that
@@ -41,7 +41,8 @@ struct NodeType {
 /// std::bad_alloc.
 VSA_API void registerNodeType(NodeType type);
 
-/// Makes a type open again. Does nothing for a name that is not declared.
+/// Makes a type open again, for nodes made from now on. Does nothing for a name that is not
+/// declared. Safe to call while other threads read.
 VSA_API void unregisterNodeType(const std::string& name);
 
 }  // namespace zn::korvo_sdk

@@ -22,6 +22,8 @@ struct DeclaredInput;
 template <class T>
 class Slabs;
 
+/// An input of a Scene, which owns it. One that only a link has named has type Null. What sets a
+/// value, a member or an element throws std::bad_alloc.
 class VSA_API Input final : public interfaces::IInput {
  public:
   Input(const Input&) = delete;
@@ -29,7 +31,7 @@ class VSA_API Input final : public interfaces::IInput {
 
   /// The name of an input or member; empty for an element.
   const String& name() const noexcept { return name_; }
-  /// The node that the input belongs to, however deep.
+  /// The node that the input belongs to, however deep; never null.
   Node* owner() const noexcept;
   /// 1 for an input of a node, one more for each array or object around it.
   unsigned level() const noexcept { return level_; }
@@ -46,17 +48,20 @@ class VSA_API Input final : public interfaces::IInput {
   /// The components of a vector, position, quaternion, colour or matrix: `componentCount(type())`
   /// of them, valid until the next value. Null for every other type.
   const double* components() const noexcept;
-  /// The buffer; its memory is the input's and valid until the next value.
+  /// The buffer; its memory is the input's and valid until the next value. A count of 0, a null
+  /// memory and type Null while none was set.
   BufferValue buffer() const noexcept;
   /// The node that the input refers to; null for none, and once that node is removed.
   Node* node() const noexcept;
   /// The output that the input is connected to; null for none, and once its node is removed.
   Output* connection() const noexcept;
-  /// The members of an object, in creation order.
+  /// The members of an object, in creation order: how many, and the i-th, or null past the end.
   std::uint64_t memberCount() const noexcept;
   Input* member(std::uint64_t index) const noexcept;
 
   // IInput.
+
+  // What is said there holds here too; noted is what this scene makes of it.
 
   AttrType type() const override { return typeOf(); }
   String typeName() const override { return String(attrTypeName(typeOf())); }
@@ -65,19 +70,24 @@ class VSA_API Input final : public interfaces::IInput {
   const interfaces::IEnumeration* enumValues() const override;
   AttrType elementType() const override;
   DataType bufferType() const override;
+  /// Nothing on an input that is no array. Throws std::runtime_error at the scene's limits.
   void appendElement() override;
   bool isArray(bool flag) const override;
   bool refusesValues() const override;
 
   /// Members can be made in objects, and in Null inputs, which become objects. A name that begins
-  /// with "[" is refused, and so is one that exists with another type.
+  /// with "[" is refused, and so is one that exists with another type; one that exists with this
+  /// type is returned. Throws std::runtime_error at the scene's depth limit.
   Input* createInput(const String& name, AttrType type) override;
   Input* createArray(const String& name, AttrType elementType) override;
   bool hasInput(const String& name, AttrType type) override;
   std::uint64_t count() const override;
+  /// Null past the end, and of an input that is no array.
   Input* element(std::uint64_t index) override;
+  /// Null when there is no such member.
   Input* input(const String& name) override;
 
+  /// A Null input takes on the record's type; one of another type than the record's is left alone.
   void set(const AttrData& structure) override;
   /// Takes the value over, with the memory behind it, and frees what it held before. An Object
   /// value changes nothing. A value of another type than the input's is dropped, and its memory

@@ -15,6 +15,7 @@ namespace zn::korvo_sdk {
 class DeclaredType;
 class Scene;
 
+/// A node of a Scene, which owns it. Lives as long as the scene.
 class VSA_API Node final : public interfaces::INode {
  public:
   /// For the scene: use Scene::createNode.
@@ -23,12 +24,13 @@ class VSA_API Node final : public interfaces::INode {
   Node(const Node&) = delete;
   Node& operator=(const Node&) = delete;
 
+  /// The scene that made it; never null.
   Scene* scene() const noexcept { return scene_; }
   /// True once the scene has removed the node. Its memory stays until the scene goes.
   bool isRemoved() const noexcept { return isRemoved_; }
   /// The declaration of the node's type; null for an open type.
   const DeclaredType* declaration() const noexcept { return declaration_.get(); }
-  /// The inputs that exist, in creation order.
+  /// The inputs that exist, in creation order: how many, and the i-th, or null past the end.
   std::uint64_t inputCount() const noexcept { return inputs_.count(); }
   Input* inputAt(std::uint64_t index) const noexcept;
 
@@ -38,12 +40,13 @@ class VSA_API Node final : public interfaces::INode {
   String type() const override { return type_; }
   /// A declared input counts as existing, and comes into being when asked for.
   bool hasInput(const String& name, AttrType type) override;
+  /// The input of that name, or null; a declared one comes into being.
   Input* input(const String& name) override;
   /// An existing input of that name and type is returned; one of another type refuses (null), and
   /// so does a declared node type for a name that it does not declare.
   Input* createInput(const String& name, AttrType type) override;
   Input* createArray(const String& name, AttrType elementType) override;
-  /// An open type has every output asked of it, a declared one those it declares.
+  /// An open type has every output asked of it, a declared one those it declares; null for another.
   Output* output(const String& name) override;
 
  private:

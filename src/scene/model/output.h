@@ -12,6 +12,7 @@ class Node;
 /// the scene.
 class VSA_API Output final : public interfaces::IOutput {
  public:
+  /// For the node: use Node::output.
   Output(Node* node, String name) : node_(node), name_(std::move(name)) {}
 
   String name() const override { return name_; }

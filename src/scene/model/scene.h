@@ -16,9 +16,9 @@ namespace zn::korvo_sdk {
 /// goes. For one thread at a time.
 class VSA_API Scene final : public interfaces::IScene {
  public:
-  static constexpr std::uint64_t DEFAULT_EMPTY_ELEMENT_LIMIT = 524288;
-  static constexpr std::uint64_t DEFAULT_DEPTH_LIMIT = 256;
-  static constexpr std::uint64_t GREATEST_DEPTH_LIMIT = 65535;
+  static constexpr std::uint64_t DEFAULT_EMPTY_ELEMENT_LIMIT = 524288;  ///< Elements.
+  static constexpr std::uint64_t DEFAULT_DEPTH_LIMIT = 256;             ///< Levels.
+  static constexpr std::uint64_t GREATEST_DEPTH_LIMIT = 65535;          ///< Levels.
 
   Scene() = default;
   Scene(const Scene&) = delete;
@@ -26,32 +26,38 @@ class VSA_API Scene final : public interfaces::IScene {
 
   // The nodes.
 
-  /// Nodes ever made; with `nodeAt`, the way to walk them.
+  /// Nodes ever made, removed ones included; with `nodeAt`, the way to walk them in creation order.
   std::uint64_t nodeSlots() const noexcept { return nodes_.size(); }
-  /// The node made as the i-th, or null when it has been removed.
+  /// The node made as the i-th, or null when it has been removed and past the end.
   Node* nodeAt(std::uint64_t slot) const noexcept;
   /// Nodes that were not removed.
   std::uint64_t nodeCount() const noexcept { return names_.size(); }
 
   // The header of the file.
 
+  /// 0 while no text has set it.
   unsigned long long fileVersion() const noexcept { return fileVersion_; }
+  /// As the text has it; empty while no text has set it.
   String fileTime() const { return fileTime_; }
+  /// The comments, each with its "#", in the order of the text; `index` is below the count.
   std::uint64_t fileCommentCount() const noexcept { return fileComments_.size; }
   String fileComment(std::uint64_t index) const { return fileComments_[index]; }
 
   // Limits. A text names an index or a depth in a few characters; these keep it from asking for
-  // more memory than it is worth. What they refuse is a std::runtime_error.
+  // more memory than it is worth. What they refuse is a std::runtime_error. A limit may be changed
+  // at any time between two texts; what is there already stays.
 
   /// Elements that only fill the gap before an index and were never used, in the whole scene.
   std::uint64_t emptyElementLimit() const noexcept { return emptyElementLimit_; }
   void setEmptyElementLimit(std::uint64_t limit) noexcept { emptyElementLimit_ = limit; }
-  /// Levels of inputs; an input of a node is level 1. At most GREATEST_DEPTH_LIMIT.
+  /// Levels of inputs; an input of a node is level 1. A limit above GREATEST_DEPTH_LIMIT is set to
+  /// that.
   std::uint64_t depthLimit() const noexcept { return depthLimit_; }
   void setDepthLimit(std::uint64_t limit) noexcept;
 
   // IScene.
 
+  /// The node of exactly that name, or null.
   Node* findNode(const String& name) override;
   /// Null when a node has that name already. `reserved` is unused.
   Node* createNode(const String& type, const String& name, const String& reserved) override;
