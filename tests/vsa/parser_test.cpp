@@ -1,0 +1,211 @@
+// The ring of three tokens, the statement loop, and what leaves it.
+#include "vsa/parser.h"
+
+#include <gtest/gtest.h>
+
+#include <new>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "tests/support/byte_source.h"
+#include "tests/support/host_scene.h"
+#include "tests/support/parser_fixture.h"
+
+namespace zn::korvo_sdk::impl {
+namespace {
+
+using vsa_tests::HostScene;
+using vsa_tests::LoggedLines;
+using vsa_tests::memoryFile;
+using vsa_tests::PrimedParser;
+using vsa_tests::string;
+using vsa_tests::text;
+using vsa_tests::thrownBy;
+using vsa_tests::tokenText;
+using Type = Token::Type;
+using Lines = std::vector<std::string>;
+
+TEST(VsaParser, StartsWithNothing) {
+  const VsaParser parser;
+  EXPECT_EQ(parser.lexer, nullptr);
+  EXPECT_EQ(parser.lookahead, 3);
+  EXPECT_EQ(parser.head, 0);
+  EXPECT_EQ(parser.tokens.size, 0U);
+  EXPECT_EQ(tokenText(parser.current), "Eof<>0,0");
+  EXPECT_EQ(tokenText(parser.lastLexed), "Eof<>0,0");
+  EXPECT_TRUE(parser.spare.isEmpty());
+  EXPECT_EQ(parser.scene, nullptr);
+  EXPECT_EQ(parser.withNode, nullptr);
+  EXPECT_EQ(parser.definedNodes.size, 0U);
+}
+
+TEST(VsaParser, PrimingFillsTheRingAndConsumesNothing) {
+  const PrimedParser primed("a b c d");
+  EXPECT_EQ(primed.parser.tokens.size, 3U);
+  EXPECT_EQ(primed.parser.head, 0);
+  EXPECT_EQ(primed.ahead(), "a b c");
+  EXPECT_EQ(tokenText(primed.parser.current), "Eof<>0,0");
+  EXPECT_EQ(tokenText(primed.parser.lastLexed), "Id<c>1,5");
+}
+
+TEST(VsaParser, ConsumeTakesTheHeadAndRefillsItsSlot) {
+  PrimedParser primed("a b c d");
+  EXPECT_EQ(tokenText(primed.parser.consume()), "Id<a>1,1");
+  EXPECT_EQ(tokenText(primed.parser.current), "Id<a>1,1");
+  EXPECT_EQ(tokenText(primed.parser.lastLexed), "Id<d>1,7");
+  EXPECT_EQ(primed.parser.head, 1);
+  EXPECT_EQ(primed.ahead(), "b c d");
+  primed.parser.consume();
+  primed.parser.consume();
+  EXPECT_EQ(primed.parser.head, 0);
+  EXPECT_EQ(primed.ahead(), "d EOF EOF");
+  primed.parser.consume();
+  EXPECT_EQ(tokenText(primed.parser.consume()), "Eof<EOF>1,7");
+}
+
+TEST(VsaParser, ConsumeThrowsTheInvalidTokenItLexes) {
+  PrimedParser primed("a b c\n ! d");
+  EXPECT_EQ(thrownBy([&] { primed.parser.consume(); }), "INVALID TOKEN (2,1): '!'");
+  EXPECT_EQ(tokenText(primed.parser.current), "Id<a>1,1");
+  EXPECT_EQ(primed.parser.lastLexed.type, Type::Invalid);
+  EXPECT_EQ(primed.parser.head, 0);
+  EXPECT_EQ(primed.ahead(), "a b c");
+}
+
+TEST(VsaParser, MatchConsumesOnlyTheKindItIsAskedFor) {
+  PrimedParser primed("a = 1;");
+  Token out;
+  EXPECT_FALSE(primed.parser.match(out, Type::Int));
+  EXPECT_EQ(tokenText(out), "Eof<>0,0");
+  EXPECT_EQ(primed.ahead(), "a = 1");
+  EXPECT_TRUE(primed.parser.match(out, Type::Id));
+  EXPECT_EQ(tokenText(out), "Id<a>1,1");
+  EXPECT_EQ(tokenText(primed.parser.current), "Id<a>1,1");
+  EXPECT_EQ(primed.ahead(), "= 1 ;");
+}
+
+// --- the statement loop ---
+
+struct Reading {
+  bool result = false;
+  std::string escaped;
+  Lines log;
+  Lines calls;
+};
+
+Reading read(const std::string& bytes) {
+  Reading reading;
+  HostScene scene;
+  const LoggedLines log;
+  reading.escaped = thrownBy([&] { reading.result = VsaParser().parse(&scene, string(bytes)); });
+  reading.log = log.lines();
+  reading.calls = scene.options.calls;
+  return reading;
+}
+
+TEST(VsaParserParse, TextsWithoutAStatement) {
+  using namespace std::string_literals;
+  for (const std::string& bytes : {""s, " \t\r\n"s, "\0\x01\x7f"s, "\xFF }"s}) {
+    const Reading reading = read(bytes);
+    EXPECT_TRUE(reading.result);
+    EXPECT_EQ(reading.escaped, "");
+    EXPECT_EQ(reading.log, Lines{});
+    EXPECT_EQ(reading.calls, Lines{});
+  }
+}
+
+TEST(VsaParserParse, ABadCharacterAmongTheFirstThreeTokensEscapes) {
+  EXPECT_EQ(read("}").escaped, "INVALID TOKEN (1,0): '}'");
+  EXPECT_EQ(read("a }").escaped, "INVALID TOKEN (1,2): '}'");
+  EXPECT_EQ(read("a b }").escaped, "INVALID TOKEN (1,4): '}'");
+  EXPECT_EQ(read("(1 x)").escaped, "INVALID PAREN LIST TOKEN (1,3): 'x'");
+  EXPECT_EQ(read("a b }").log, Lines{});
+}
+
+TEST(VsaParserParse, ABadCharacterFromTheFourthTokenOnIsLogged) {
+  const Reading reading = read("a b; }");
+  EXPECT_FALSE(reading.result);
+  EXPECT_EQ(reading.escaped, "");
+  EXPECT_EQ(reading.log, Lines{"error: INVALID TOKEN (1,5): '}'"});
+  EXPECT_EQ(reading.calls, Lines{});
+  // Up to three tokens ahead it stops the statement before, one token later it does not.
+  EXPECT_EQ(read("a b; c d }").calls, Lines{});
+  EXPECT_EQ(read("a b; c d e }").calls, Lines{"createNode a b <>"});
+}
+
+TEST(VsaParserParse, UnrecognizedTokens) {
+  const Reading first = read("42;");
+  EXPECT_FALSE(first.result);
+  EXPECT_EQ(first.log, Lines{"error: PARSE ERROR (0,0): unrecognized token '42'.."});
+  const Reading later = read("a b;\n  42;");
+  EXPECT_EQ(later.log, Lines{"error: PARSE ERROR (1,4): unrecognized token '42'.."});
+  EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
+}
+
+TEST(VsaParserParse, ATextCutOffAtAStatementsStartIsReadToItsEnd) {
+  for (const char* const bytes : {"a b; \"cut", "a b; (1 2", "a b; {", "a b; [1"}) {
+    const Reading reading = read(bytes);
+    EXPECT_TRUE(reading.result) << bytes;
+    EXPECT_EQ(reading.log, Lines{}) << bytes;
+  }
+}
+
+TEST(VsaParserParse, ATextCutOffInsideAStatement) {
+  EXPECT_EQ(read("a b; b.c = \"cut").log,
+            Lines{"error: BAD TOKEN (1,15): expected '(scalar|buffer|reference)', found "
+                  "'UNEXPECTED EOF while parsing STRING'."});
+  EXPECT_EQ(read("a b; b.c = 1 \"cut").log,
+            Lines{"error: BAD TOKEN (1,17): expected ';', found 'UNEXPECTED EOF while parsing "
+                  "STRING'."});
+}
+
+TEST(VsaParserParse, TheOrderOfTheStatementParsers) {
+  // Each has the shape of a declaration, and only "with" is read as one.
+  EXPECT_EQ(read("remove a;").calls, Lines{"removeNode a"});
+  EXPECT_EQ(read("define a;").calls, Lines{"defineNode a"});
+  EXPECT_EQ(read("with a:").calls, Lines{"createNode with a <>"});
+  EXPECT_EQ(read("remove a:").calls, Lines{"createNode remove a <>"});
+  EXPECT_EQ(read("define a:").calls, Lines{"createNode define a <>"});
+}
+
+TEST(VsaParserParse, FromAFile) {
+  HostScene scene;
+  VsaParser parser;
+  EXPECT_TRUE(parser.parse(&scene, memoryFile("# c\na b;", 1)));
+  EXPECT_EQ(scene.options.calls, (Lines{"pushFileComment <# c>", "createNode a b <>"}));
+}
+
+TEST(VsaParserParse, RuntimeErrorsOfTheSceneAreLogged) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& line) {
+    if (line == "createNode a c <>") throw std::range_error("no more, 100%s");
+  };
+  const LoggedLines log;
+  EXPECT_FALSE(VsaParser().parse(&scene, String("a b; a c; a d;")));
+  EXPECT_EQ(log.lines(), Lines{"error: no more, 100%s"});
+  EXPECT_EQ(scene.options.calls, Lines{"createNode a b <>"});
+}
+
+TEST(VsaParserParse, OtherExceptionsLeave) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string&) { throw std::logic_error("mine"); };
+  const LoggedLines log;
+  EXPECT_THROW(VsaParser().parse(&scene, String("a b;")), std::logic_error);
+  scene.options.onCall = [](const std::string&) { throw std::bad_alloc(); };
+  EXPECT_THROW(VsaParser().parse(&scene, String("a b;")), std::bad_alloc);
+  EXPECT_EQ(log.lines(), Lines{});
+}
+
+TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& line) {
+    if (line == "b.c.connect b.out") throw std::runtime_error("unwilling");
+  };
+  const LoggedLines log;
+  EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out;")));
+  EXPECT_EQ(log.lines(), Lines{"error: unwilling"});
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,380 @@
+// The walk from a path to its target input, and what is applied there: against a host's scene, call
+// by call, and against one that refuses.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "scene/node_type.h"
+#include "tests/support/host_scene.h"
+#include "tests/support/parser_fixture.h"
+#include "vsa/input_walk.h"
+
+namespace zn::korvo_sdk::impl {
+namespace {
+
+using vsa_tests::HostInput;
+using vsa_tests::HostNode;
+using vsa_tests::HostScene;
+using vsa_tests::LoggedLines;
+using vsa_tests::PrimedParser;
+using vsa_tests::string;
+using Lines = std::vector<std::string>;
+
+/// A scene with a node n, and texts read into it.
+class Assign : public testing::Test {
+ protected:
+  Assign() { node_ = scene_.add("lamp", "n"); }
+
+  bool read(const std::string& bytes) {
+    scene_.options.calls.clear();
+    return VsaParser().parse(&scene_, string(bytes));
+  }
+
+  /// What a text that is read to its end asks of the scene.
+  Lines calls(const std::string& bytes) {
+    EXPECT_TRUE(read(bytes)) << bytes;
+    return scene_.options.calls;
+  }
+
+  /// What a text that fails logs.
+  Lines errors(const std::string& bytes) {
+    const LoggedLines log;
+    EXPECT_FALSE(read(bytes)) << bytes;
+    return log.lines();
+  }
+
+  HostScene scene_;
+  HostNode* node_;
+};
+
+TEST_F(Assign, FalseWithNothingConsumedWhereThereIsNoPath) {
+  PrimedParser primed("42;");
+  EXPECT_FALSE(primed.parser.parseAssign());
+  EXPECT_EQ(primed.ahead(), "42 ; EOF");
+}
+
+TEST_F(Assign, NoOperatorAfterThePath) {
+  EXPECT_EQ(errors("n.a;"), Lines{"error: PARSE ERROR (1,3): unrecognized token ';'.."});
+  EXPECT_EQ(errors("n.a. = 1;"), Lines{"error: PARSE ERROR (1,3): unrecognized token '.'.."});
+}
+
+// --- which input the walk asks for ---
+
+TEST_F(Assign, TheWantedTypeFollowsFromTheRestOfThePath) {
+  EXPECT_EQ(calls("n.a = 1;"), (Lines{"n.createInput a Int", "n.a.assign Int 1"}));
+  EXPECT_EQ(calls("n.b[0] = 1;"),
+            (Lines{"n.createArray b Int", "n.b.appendElement", "n.b[0].assign Int 1"}));
+  EXPECT_EQ(calls("n.c[0][0] = 1;"),
+            (Lines{"n.createArray c Array", "n.c.appendElement", "n.c[0].set Array Int",
+                   "n.c[0].appendElement", "n.c[0][0].assign Int 1"}));
+  EXPECT_EQ(calls("n.d[0].e = 1;"), (Lines{"n.createArray d Object", "n.d.appendElement",
+                                           "n.d[0].createInput e Int", "n.d[0].e.assign Int 1"}));
+  EXPECT_EQ(calls("n.f.g = 1;"),
+            (Lines{"n.createInput f Object", "n.f.createInput g Int", "n.f.g.assign Int 1"}));
+  EXPECT_EQ(calls("n.h.i[0] = 1;"), (Lines{"n.createInput h Object", "n.h.createArray i Int",
+                                           "n.h.i.appendElement", "n.h.i[0].assign Int 1"}));
+}
+
+TEST_F(Assign, ALinkWantsAnyType) {
+  EXPECT_EQ(calls("n.a |= n.o;")[0], "n.createInput a Null");
+  EXPECT_EQ(calls("n.b = null;")[0], "n.createInput b Null");
+  EXPECT_EQ(calls("n.c[0] = n;")[0], "n.createArray c Null");
+  EXPECT_EQ(calls("n.d = {1};"), (Lines{"n.createInput d Object", "n.d.assign Object"}));
+}
+
+TEST_F(Assign, TheSameInputIsFoundTheNextTime) {
+  read("n.a = 1; n.o.p = 1; n.l[0] = 1;");
+  EXPECT_EQ(calls("n.a = 2; n.o.p = 2; n.l[0] = 2;"),
+            (Lines{"n.a.assign Int 2", "n.o.p.assign Int 2", "n.l[0].assign Int 2"}));
+}
+
+TEST_F(Assign, FormerNamesAreTranslatedWhereverTheyStand) {
+  NodeType type;
+  type.name = "assignTestLamp";
+  type.formerInputs = {{"old", "new"}, {"[9]", "[1]"}};
+  registerNodeType(type);
+  scene_.add("assignTestLamp", "l");
+  EXPECT_EQ(calls("l.old = 1;"), (Lines{"l.createInput new Int", "l.new.assign Int 1"}));
+  EXPECT_EQ(calls("l.o.old = 1;"),
+            (Lines{"l.createInput o Object", "l.o.createInput new Int", "l.o.new.assign Int 1"}));
+  // Indices pass through it too; messages quote what was written.
+  EXPECT_EQ(calls("l.i[9] = 1;"), (Lines{"l.createArray i Int", "l.i.appendElement",
+                                         "l.i.appendElement", "l.i[1].assign Int 1"}));
+  EXPECT_EQ(calls("n.old = 1;")[0], "n.createInput old Int");
+  unregisterNodeType("assignTestLamp");
+}
+
+TEST_F(Assign, Indices) {
+  EXPECT_EQ(calls("n.a[2] = 1;"),
+            (Lines{"n.createArray a Int", "n.a.appendElement", "n.a.appendElement",
+                   "n.a.appendElement", "n.a[2].assign Int 1"}));
+  EXPECT_EQ(calls("n.a[*] = 1;"), (Lines{"n.a.appendElement", "n.a[3].assign Int 1"}));
+  EXPECT_EQ(calls("n.a[ 1 ] = 1;"), Lines{"n.a[1].assign Int 1"});
+  EXPECT_EQ(calls("n.a[007] = 1;").back(), "n.a[7].assign Int 1");
+  EXPECT_EQ(errors("n.a[] = 1;"),
+            Lines{"error: PARSE ERROR (1,10): invalid input array index: []."});
+  EXPECT_EQ(errors("n.a[ * ] = 1;"),
+            Lines{"error: PARSE ERROR (1,13): invalid input array index: [ * ]."});
+  EXPECT_EQ(errors("n.a[1 2] = 1;"),
+            Lines{"error: PARSE ERROR (1,13): invalid input array index: [1 2]."});
+  EXPECT_EQ(errors("n.a[18446744073709551616] = 1;"),
+            Lines{"error: PARSE ERROR (1,30): invalid input array index: [18446744073709551616]."});
+  EXPECT_EQ(scene_.options.calls, Lines{});
+}
+
+// --- refusals ---
+
+TEST_F(Assign, ANodeThatRefusesAnInput) {
+  scene_.options.refusesInputs = true;
+  EXPECT_EQ(errors("n.a = 1;"), Lines{"error: PARSE ERROR (1,8): input 'n.a' not found.."});
+  EXPECT_EQ(errors("n.a.b |= n.o;"), Lines{"error: PARSE ERROR (1,13): input 'n.a.b' not found.."});
+}
+
+TEST_F(Assign, ANodeThatRefusesAnArray) {
+  scene_.options.refusesArrays = true;
+  EXPECT_EQ(errors("n.a[0].b = 1;"),
+            Lines{"error: PARSE ERROR (1,13): input 'n.a[0].b' not found.."});
+  EXPECT_EQ(errors("lamp m: .a[0] = n;"),
+            Lines{"error: PARSE ERROR (1,18): input 'm.a[0]' not found.."});
+}
+
+TEST_F(Assign, AnInputThatRefusesAMember) {
+  scene_.options.refusesMembers = true;
+  EXPECT_EQ(errors("n.a.b = 1;"), Lines{"error: PARSE ERROR (1,10): input 'n.a.b' not found.."});
+  EXPECT_EQ(scene_.options.calls, (Lines{"n.createInput a Object", "n.a.createInput b Int"}));
+  EXPECT_EQ(errors("n.a.c[0] = 1;"),
+            Lines{"error: PARSE ERROR (1,13): input 'n.a.c[0]' not found.."});
+  EXPECT_EQ(scene_.options.calls, Lines{"n.a.createArray c Int"});
+}
+
+TEST_F(Assign, AnArrayThatAddsNoElement) {
+  scene_.options.refusesElements = true;
+  EXPECT_EQ(errors("n.a[7] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[7]' not found.."});
+  EXPECT_EQ(scene_.options.calls, (Lines{"n.createArray a Int", "n.a.appendElement"}));
+}
+
+TEST_F(Assign, AnArrayThatLosesItsElement) {
+  scene_.options.losesElements = true;
+  EXPECT_EQ(errors("n.a[0] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[0]' not found.."});
+}
+
+TEST_F(Assign, WithNode) {
+  EXPECT_EQ(errors(".radius = 1;"),
+            Lines{"error: PARSE ERROR (1,12): 'with' node not set (input: .radius)."});
+  EXPECT_EQ(errors("\n.a[0].b\n= 1\n;"),
+            Lines{"error: PARSE ERROR (4,1): 'with' node not set (input: .a[0].b)."});
+  EXPECT_EQ(calls("lamp n: .a = 1;"), (Lines{"n.createInput a Int", "n.a.assign Int 1"}));
+}
+
+TEST_F(Assign, MissingNodes) {
+  EXPECT_EQ(errors("nosuch.a[1] = 1;"),
+            Lines{"error: PARSE ERROR (1,16): node 'nosuch.a[1]' not found ."});
+  EXPECT_EQ(errors("nosuch.a |= n.o;"),
+            Lines{"error: PARSE ERROR (1,16): node 'nosuch.a' not found ."});
+  // The right-hand side is read first.
+  EXPECT_EQ(errors("nosuch.a = ;"),
+            Lines{"error: BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."});
+}
+
+// --- what may be walked through ---
+
+TEST_F(Assign, WalksThroughInputsOfAnyTypeOnlyIfTheyAreNull) {
+  node_->add("x", AttrType::Null);
+  EXPECT_EQ(calls("n.x.y = 1;"), (Lines{"n.x.createInput y Int", "n.x.y.assign Int 1"}));
+  node_->add("i", AttrType::Int);
+  EXPECT_EQ(errors("n.i.y = 1;"),
+            Lines{"error: TYPE ERROR (1,10): cannot assign Object to Int @ n.i."});
+  EXPECT_EQ(errors("n.i[0] = 1;"),
+            Lines{"error: TYPE ERROR (1,11): cannot assign Array to Int @ n.i."});
+  node_->add("b", AttrType::Buffer);
+  EXPECT_EQ(errors("n.b[0] = 1;"),
+            Lines{"error: TYPE ERROR (1,11): cannot assign Array to Buffer @ n.b."});
+  EXPECT_EQ(errors("n.b.y |= n.o;"),
+            Lines{"error: TYPE ERROR (1,13): cannot assign Object to Buffer @ n.b."});
+}
+
+TEST_F(Assign, WalksThroughArraysOnlyByAFittingIndex) {
+  node_->add("a", AttrType::Array)->elements = AttrType::Int;
+  EXPECT_EQ(errors("n.a.y = 1;"),
+            Lines{"error: TYPE ERROR (1,10): cannot assign Object to Array @ n.a."});
+  EXPECT_EQ(errors("n.a[0] = 2.5;"),
+            Lines{"error: TYPE ERROR (1,13): cannot assign Real to Array @ n.a."});
+  EXPECT_EQ(errors("n.a[0].y = 1;"),
+            Lines{"error: TYPE ERROR (1,13): cannot assign Object to Array @ n.a."});
+  EXPECT_EQ(errors("n.a[0][0] = 1;"),
+            Lines{"error: TYPE ERROR (1,14): cannot assign Array to Array @ n.a."});
+  // A link asks for no type of element.
+  EXPECT_EQ(calls("n.a[0] = n;")[0], "n.a.appendElement");
+}
+
+TEST_F(Assign, AnArrayInsideAnArrayOfAnotherElementType) {
+  read("n.a[0][0] = 1;");
+  EXPECT_EQ(errors("n.a[0][1] = 2.5;"),
+            Lines{"error: TYPE ERROR (1,16): cannot assign Real to Array @ n.a[0]."});
+  // The type of the elements is looked at before the index.
+  EXPECT_EQ(errors("n.a[0][] = 2.5;"),
+            Lines{"error: TYPE ERROR (1,15): cannot assign Real to Array @ n.a[0]."});
+}
+
+TEST_F(Assign, AnArrayOfNoTypeTakesTheFirstItIsIndexedFor) {
+  node_->add("x", AttrType::Array);
+  // Found on the way, an untyped array takes only links: its element type is not the wanted one.
+  EXPECT_EQ(errors("n.x[0] = 1;"),
+            Lines{"error: TYPE ERROR (1,11): cannot assign Int to Array @ n.x."});
+  EXPECT_EQ(calls("n.x[0] = n;"), (Lines{"n.x.set Array Null", "n.x.appendElement", "n.x[0].retain",
+                                         "n.x[0].setNode n", "n.x[0].release"}));
+}
+
+// --- the target ---
+
+TEST_F(Assign, TargetsThatTakeNoPlainValue) {
+  const LoggedLines log;
+  node_->add("a", AttrType::Array);
+  node_->add("r", AttrType::Int)->refuses = true;
+  EXPECT_EQ(calls("n.a = 1; n.a = \"a text of many characters\"; n.a = [2]; n.a = int32[0]{};"),
+            Lines{});
+  EXPECT_EQ(calls("n.r = 1; n.r = vec2(1 2);"), Lines{});
+  EXPECT_EQ(log.lines(), (Lines{"error: TYPE ERROR (1,8): expected Array @ n.a but found 1.",
+                                "error: TYPE ERROR (1,43): expected Array @ n.a but found "
+                                "\"a text of many char....",
+                                "error: TYPE ERROR (1,54): expected Array @ n.a but found [2].",
+                                "error: TYPE ERROR (1,72): expected Array @ n.a but found int32[].",
+                                "error: TYPE ERROR (1,8): expected Int @ n.r but found 1.",
+                                "error: TYPE ERROR (1,25): expected Int @ n.r but found vec2."}));
+}
+
+TEST_F(Assign, LinksGoAnywhere) {
+  node_->add("a", AttrType::Array);
+  node_->add("r", AttrType::Int)->refuses = true;
+  node_->add("b", AttrType::Buffer);
+  const LoggedLines log;
+  EXPECT_TRUE(read("n.a |= n.o; n.r = n; n.b |= n.o;"));
+  EXPECT_EQ(log.lines(), Lines{});
+}
+
+TEST_F(Assign, BufferTargets) {
+  node_->add("b", AttrType::Buffer);
+  const LoggedLines log;
+  EXPECT_EQ(calls("n.b = 1; n.b = \"x\"; n.b = {};"), Lines{});
+  EXPECT_EQ(calls("n.b = float[1] {1};"), Lines{"n.b.assign Buffer Float 1"});
+  EXPECT_EQ(calls("n.b = float[0] {};"), Lines{"n.b.assign Buffer Float 0"});
+  EXPECT_EQ(calls("n.b = double[0] {};"), Lines{});
+  EXPECT_EQ(log.lines(),
+            (Lines{"error: TYPE ERROR (1,8): expected Buffer @ n.b but found Int.",
+                   "error: TYPE ERROR (1,19): expected Buffer @ n.b but found String.",
+                   "error: TYPE ERROR (1,29): expected Buffer @ n.b but found Object.",
+                   "error: TYPE ERROR (1,19): expected Buffer @ n.b but found Double."}));
+}
+
+TEST_F(Assign, ConversionsWarnFirstAndApplyThen) {
+  node_->add("i", AttrType::Int);
+  node_->add("b", AttrType::Bool);
+  node_->add("s", AttrType::String);
+  const LoggedLines log;
+  EXPECT_EQ(calls("n.i = 2.7;"), Lines{"n.i.assign Int 3"});
+  EXPECT_EQ(calls("n.b = 2;"), Lines{"n.b.assign Bool true"});
+  EXPECT_EQ(calls("n.b = 2.5; n.s = 1; n.i = \"1\"; n.i = {};"), Lines{});
+  EXPECT_EQ(log.lines(), (Lines{"warning: TYPE WARNING (1,10): narrowing Real to Int @ n.i.",
+                                "warning: TYPE WARNING (1,8): narrowing Int to Bool @ n.b.",
+                                "error: TYPE ERROR (1,10): expected Bool @ n.b but found Real.",
+                                "error: TYPE ERROR (1,19): expected String @ n.s but found Int.",
+                                "error: TYPE ERROR (1,30): expected Int @ n.i but found String.",
+                                "error: TYPE ERROR (1,40): expected Int @ n.i but found Object."}));
+}
+
+TEST_F(Assign, HolesInAnArrayOfBuffersAreTypedBeforeTheValueIsApplied) {
+  EXPECT_EQ(calls("n.a[1] = float[0] {};"),
+            (Lines{"n.createArray a Buffer", "n.a.appendElement", "n.a.appendElement",
+                   "n.a[0].set Buffer Float", "n.a[1].set Buffer Float",
+                   "n.a[1].assign Buffer Float 0"}));
+  EXPECT_EQ(calls("n.a[3] = byte[0] {};"),
+            (Lines{"n.a.appendElement", "n.a.appendElement", "n.a[2].set Buffer Byte",
+                   "n.a[3].set Buffer Byte", "n.a[3].assign Buffer Byte 0"}));
+  // A value that is refused types nothing.
+  EXPECT_EQ(calls("n.a[5] |= n.o;").size(), 5U);
+  const LoggedLines log;
+  EXPECT_EQ(calls("n.a[0] = byte[0] {};"), Lines{});
+  EXPECT_EQ(log.lines(),
+            Lines{"error: TYPE ERROR (1,20): expected Buffer @ n.a[0] but found Byte."});
+  EXPECT_EQ(calls("n.a[0] = float[0] {};"),
+            (Lines{"n.a[4].set Buffer Float", "n.a[5].set Buffer Float",
+                   "n.a[0].assign Buffer Float 0"}));
+}
+
+class Colours final : public interfaces::IEnumeration {
+ public:
+  explicit Colours(bool isEmpty) : isEmpty_(isEmpty) {}
+  bool isEmpty() const override { return isEmpty_; }
+  const void* find(const String& name) const override { return name == "red" ? this : nullptr; }
+
+ private:
+  bool isEmpty_;
+};
+
+TEST_F(Assign, EnumerationsWarnAfterTheValueIsApplied) {
+  const Colours colours(false);
+  const Colours none(true);
+  HostInput* const input = node_->add("e", AttrType::String);
+  const LoggedLines log;
+  input->enumeration = &none;
+  EXPECT_EQ(calls("n.e = \"mauve\";"), Lines{"n.e.assign String mauve"});
+  input->enumeration = &colours;
+  EXPECT_EQ(calls("n.e = \"red\";"), Lines{"n.e.assign String red"});
+  EXPECT_EQ(log.lines(), Lines{});
+  EXPECT_EQ(calls("n.e = \"Re\\x64\";"), Lines{"n.e.assign String Red"});
+  EXPECT_EQ(calls("n.e = \"\";"), Lines{"n.e.assign String "});
+  EXPECT_EQ(log.lines(),
+            (Lines{"warning: ENUM WARNING (1,15): setting non-existent enum value 'Red' @ n.e.",
+                   "warning: ENUM WARNING (1,9): setting non-existent enum value '' @ n.e."}));
+}
+
+TEST_F(Assign, InputsMadeOnTheWayStayWhenAStepFails) {
+  EXPECT_EQ(errors("n.a.b[x] = 1;"), Lines{"error: INVALID BRACKET LIST TOKEN (1,6): 'x'"});
+  EXPECT_EQ(errors("n.a.b[] = 1;"),
+            Lines{"error: PARSE ERROR (1,12): invalid input array index: []."});
+  EXPECT_EQ(scene_.options.calls, (Lines{"n.createInput a Object", "n.a.createArray b Int"}));
+}
+
+// The lexer refuses "[x]": the walk's answer is had by calling it.
+TEST_F(Assign, AnIndexThatIsNoNumberIsQuotedAsWritten) {
+  AssignInfo info;
+  for (const Token& token :
+       {Token{Token::Type::Id, "n", 1, 1}, Token{Token::Type::Dot, ".", 1, 2},
+        Token{Token::Type::Id, "a", 1, 3}, Token{Token::Type::Brackets, "[x]", 1, 6}}) {
+    info.targetPath.push_back(token);
+  }
+  info.data.type = AttrType::Int;
+  VsaParser parser;
+  InputWalk walk(parser, *node_, info);
+  EXPECT_EQ(vsa_tests::thrownBy([&] { walk.run(); }),
+            "PARSE ERROR (0,0): invalid input array index: [x].");
+  EXPECT_EQ(scene_.options.calls, Lines{"n.createArray a Int"});
+}
+
+TEST_F(Assign, APathWithoutAnElementReachesNothing) {
+  AssignInfo info;
+  VsaParser parser;
+  EXPECT_EQ(InputWalk(parser, *node_, info).run(), nullptr);
+  info.targetPath.push_back(Token{Token::Type::Id, "n", 1, 1});
+  EXPECT_EQ(InputWalk(parser, *node_, info).run(), nullptr);
+  info.targetPath.push_back(Token{Token::Type::Dot, ".", 1, 2});
+  EXPECT_EQ(InputWalk(parser, *node_, info).run(), nullptr);
+  EXPECT_EQ(scene_.options.calls, Lines{});
+}
+
+TEST_F(Assign, TheWalkTellsTheArrayOfItsTarget) {
+  PrimedParser primed("n.a[1].b");
+  AssignInfo info;
+  ASSERT_TRUE(primed.parser.path(info.targetPath));
+  InputWalk walk(primed.parser, *node_, info);
+  EXPECT_EQ(vsa_tests::text(walk.run()->path()), "n.a[1].b");
+  EXPECT_EQ(walk.array(), nullptr);
+  info.targetPath.reserve(4);
+  InputWalk shorter(primed.parser, *node_, info);
+  EXPECT_EQ(vsa_tests::text(shorter.run()->path()), "n.a[1]");
+  EXPECT_EQ(shorter.array(), node_->input("a"));
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,208 @@
+// Literals of one value: the type and the payload that each gives.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <string>
+
+#include "tests/support/parser_fixture.h"
+
+namespace zn::korvo_sdk::impl {
+namespace {
+
+using vsa_tests::PrimedParser;
+using vsa_tests::text;
+using vsa_tests::tokenText;
+using vsa_tests::visible;
+using namespace std::string_literals;
+
+/// "Type value" of the literal, "failed Type" when it was consumed and did not convert, "-" when
+/// nothing was consumed.
+std::string scalarOf(const std::string& bytes) {
+  PrimedParser primed(bytes);
+  const std::string before = primed.ahead();
+  AssignInfo info;
+  const bool ok = primed.parser.scalar(info);
+  const std::string type = attrTypeName(info.data.type);
+  if (!ok) return primed.ahead() == before ? "-" : "failed " + type;
+  switch (info.data.type) {
+    case AttrType::Bool:
+      return type + (info.data.payload.boolean ? " true" : " false");
+    case AttrType::Int:
+    case AttrType::UInt:
+      return type + ' ' + std::to_string(info.data.payload.integer);
+    case AttrType::Real:
+      return type + text(String::format(" %.17g", info.data.payload.real));
+    case AttrType::String: {
+      const std::string value = info.data.payload.string;
+      std::free(info.data.payload.string);
+      return type + " <" + visible(value) + '>';
+    }
+    default:
+      break;
+  }
+  std::string shown = type;
+  for (unsigned i = 0; i < componentCount(info.data.type); ++i) {
+    shown += text(String::format(" %g", info.data.payload.components[i]));
+  }
+  return shown;
+}
+
+struct Row {
+  std::string text;
+  std::string value;
+};
+
+template <std::size_t N>
+void expectScalars(const Row (&rows)[N]) {
+  for (const Row& row : rows) EXPECT_EQ(scalarOf(row.text), row.value) << visible(row.text);
+}
+
+TEST(Scalar, Booleans) {
+  const Row rows[] = {
+      {"true", "Bool true"}, {"FALSE", "Bool false"}, {"True", "Bool true"}, {"truth", "-"}};
+  expectScalars(rows);
+}
+
+TEST(Scalar, Integers) {
+  const Row rows[] = {
+      {"42", "Int 42"},
+      {"-7", "Int -7"},
+      {"42u", "UInt 42"},
+      {"-1u", "UInt -1"},
+      {"1e5", "Int 100000"},
+      {"1E+2u", "UInt 100"},
+      {"007", "Int 7"},
+      {"9223372036854775807", "Int 9223372036854775807"},
+      {"-9223372036854775808", "Int -9223372036854775808"},
+      {"9223372036854775808", "failed Int"},
+      {"18446744073709551615u", "failed UInt"},
+      {"42U", "failed Int"},
+      {"2e-3", "failed Int"},
+      {"1-2", "failed Int"},
+      {"-", "failed Int"},
+      {"1ue", "failed Int"},
+      {"+5", "-"},
+  };
+  expectScalars(rows);
+}
+
+TEST(Scalar, Reals) {
+  const Row rows[] = {
+      {"1.5", "Real 1.5"},      {"-0.25", "Real -0.25"},
+      {"2.", "Real 2"},         {"2f", "Real 2"},
+      {"5.0", "Real 5"},        {"1.5e3", "Real 1500"},
+      {"-inf", "Real -inf"},    {"-.5", "Real -0.5"},
+      {"1.e5f", "Real 100000"}, {"1.5.2", "failed Real"},
+      {"1a", "failed Real"},    {"1.e999", "failed Real"},
+      {"1.5u", "failed Real"},  {".5", "-"},
+  };
+  expectScalars(rows);
+}
+
+TEST(Scalar, Strings) {
+  const Row rows[] = {
+      {R"("red")", "String <red>"},
+      {R"("")", "String <>"},
+      {R"("a\"b\\\n")", R"(String <a"b\\n>)"},
+      {"\"\xc3\xa9\"", "String <\\xc3\\xa9>"},
+      {R"("\u00e9\q")", R"(String <\xc3\xa9\q>)"},
+      // The token's text ended at the NUL, and its last character is dropped as the closing quote.
+      {"\"abc\0d\""s, "String <ab>"},
+      {"\"a\0\""s, "String <>"},
+      {"\"\0\""s, "String <>"},
+  };
+  expectScalars(rows);
+}
+
+TEST(Scalar, Lists) {
+  const Row rows[] = {
+      {"{1 2}", "Object"}, {"{}", "Object"}, {"[3]", "Array"}, {"[]", "Array"}, {"[*]", "Array"}};
+  expectScalars(rows);
+}
+
+TEST(Scalar, EveryTupleKeyword) {
+  const Row rows[] = {
+      {"vec2(1 2)", "Vec2 1 2"},
+      {"vec3(1 2 3)", "Vec3 1 2 3"},
+      {"vec4(1 2 3 4)", "Vec4 1 2 3 4"},
+      {"pos2(1 2)", "Pos2 1 2"},
+      {"pos3(1 2 3)", "Pos3 1 2 3"},
+      {"quat(1 2 3 4)", "Quat 1 2 3 4"},
+      {"rgba(1 0.5 0 0.25)", "Rgba 1 0.5 0 0.25"},
+      {"mat3(1 2 3 4 5 6 7 8 9)", "Mat3 1 2 3 4 5 6 7 8 9"},
+      {"mat4(1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16)",
+       "Mat4 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16"},
+      // One number less.
+      {"vec2(1)", "failed Vec2"},
+      {"vec3(1 2)", "failed Vec3"},
+      {"vec4(1 2 3)", "failed Vec4"},
+      {"pos2(1)", "failed Pos2"},
+      {"pos3(1 2)", "failed Pos3"},
+      {"quat(1 2 3)", "failed Quat"},
+      {"rgba(1 2)", "failed Rgba"},
+      {"mat3(1 2 3 4 5 6 7 8)", "failed Mat3"},
+      {"mat4(1 2 3 4 5 6 7 8 9 10 11 12 13 14 15)", "failed Mat4"},
+      // No list, or no keyword.
+      {"vec3", "-"},
+      {"vec3 {1 2 3}", "-"},
+      {"vec3[3]", "-"},
+      {"vec3f(1 2 3)", "-"},
+      {"vec5(1 2 3)", "-"},
+      {"vec(1 2 3)", "-"},
+      {"(1 2 3)", "-"},
+  };
+  expectScalars(rows);
+}
+
+TEST(Scalar, TupleForms) {
+  const Row rows[] = {
+      {"vec3(1 2 3 4)", "Vec3 1 2 3"},
+      {"vec3( 1   2 3 )", "Vec3 1 2 3"},
+      {"vec3(1,2,3)", "Vec3 1 2 3"},
+      {"VEC3 (1 2 3)", "Vec3 1 2 3"},
+      {"Vec3\n(1 2 3)", "Vec3 1 2 3"},
+      {"vec3()", "failed Vec3"},
+      {"vec2(1 1-2)", "failed Vec2"},
+      {"vec2(inf -nan)", "Vec2 inf -nan"},
+      {"vec2(1e2 2f)", "Vec2 100 2"},
+      {"rgba(1 0 0)", "Rgba 1 0 0 1"},
+      {"rgba(1 0 0 1-2)", "Rgba 1 0 0 1"},
+      {"mat3((1 0 0) (0 1 0) (0 0 1))", "Mat3 1 0 0 0 1 0 0 0 1"},
+      {"mat3((1 0 0)(0 1 0)(0 0 1))", "failed Mat3"},
+      {"vec3(1 u 3)", "failed Vec3"},
+  };
+  expectScalars(rows);
+}
+
+TEST(Scalar, TokensOfATuple) {
+  PrimedParser primed("Vec3( 1, 2 3);");
+  AssignInfo info;
+  EXPECT_TRUE(primed.parser.scalar(info));
+  EXPECT_EQ(tokenText(info.valueToken), "Id<Vec3>1,4");
+  EXPECT_EQ(tokenText(info.listToken), "Parens<(1 2 3)>1,13");
+  EXPECT_EQ(primed.ahead(), "; EOF EOF");
+}
+
+TEST(Scalar, StorageBehindATupleStaysZero) {
+  PrimedParser primed("vec2(1 2);");
+  AssignInfo info;
+  EXPECT_TRUE(primed.parser.scalar(info));
+  for (int i = 2; i < 16; ++i) EXPECT_EQ(info.data.payload.components[i], 0.0) << i;
+}
+
+TEST(Scalar, AStringIsACopyOfItsOwn) {
+  PrimedParser primed("\"red\";");
+  AssignInfo info;
+  EXPECT_TRUE(primed.parser.scalar(info));
+  EXPECT_STREQ(info.data.payload.string, "red");
+  EXPECT_EQ(tokenText(info.valueToken), "Str<\"red\">1,5");
+  std::free(info.data.payload.string);
+}
+
+TEST(Scalar, OtherTokensAreLeftAlone) {
+  const Row rows[] = {{";", "-"}, {"", "-"}, {"null", "-"}, {"|", "-"}, {".", "-"}, {"# c", "-"}};
+  expectScalars(rows);
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,134 @@
+// The entry points: the header they reset, the scene they may be without, and their report.
+#include "vsa/vsa.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "scene/file_version.h"
+#include "scene/model/scene.h"
+#include "tests/support/byte_source.h"
+#include "tests/support/host_scene.h"
+#include "tests/support/parser_fixture.h"
+
+namespace zn::korvo_sdk::impl {
+namespace {
+
+using vsa_tests::HostScene;
+using vsa_tests::LoggedLines;
+using vsa_tests::memoryFile;
+using vsa_tests::string;
+using vsa_tests::text;
+using Lines = std::vector<std::string>;
+
+TEST(EntryPoints, TheFilesVersionIsOne) {
+  EXPECT_EQ(VSX_FILE_VERSION_1, 1);
+}
+
+TEST(EntryPoints, ParseStringLeavesTheHeaderAlone) {
+  HostScene scene;
+  EXPECT_TRUE(parseString(&scene, "a b;"));
+  EXPECT_EQ(scene.options.calls, Lines{"createNode a b <>"});
+}
+
+TEST(EntryPoints, ParseVsaResetsTheHeaderFirst) {
+  const Lines reset = {"clearComments", "setFileVersion 1", "setFileTime <>"};
+  HostScene scene;
+  EXPECT_TRUE(parseVsa(&scene, memoryFile(""), false));
+  EXPECT_EQ(scene.options.calls, reset);
+  scene.options.calls.clear();
+  EXPECT_TRUE(parseVsa(&scene, File(), false));
+  EXPECT_EQ(scene.options.calls, reset);
+  scene.options.calls.clear();
+  EXPECT_THROW(parseVsa(&scene, memoryFile("}"), false), std::runtime_error);
+  EXPECT_EQ(scene.options.calls, reset);
+}
+
+TEST(EntryPoints, ParseVsaKeepsTheHeader) {
+  HostScene scene;
+  EXPECT_TRUE(parseVsa(&scene, memoryFile("# version: 3"), true));
+  EXPECT_EQ(scene.options.calls, (Lines{"setFileVersion 3", "pushFileComment <# version: 3>"}));
+}
+
+TEST(EntryPoints, TheHeaderOfTheMinimalScene) {
+  Scene scene;
+  EXPECT_EQ(scene.fileVersion(), 0U);
+  EXPECT_TRUE(parseString(&scene, "# version: 7\n# time: now\n# more"));
+  EXPECT_EQ(scene.fileVersion(), 7U);
+  EXPECT_EQ(text(scene.fileTime()), "now");
+  EXPECT_EQ(scene.fileCommentCount(), 3U);
+  EXPECT_TRUE(parseVsa(&scene, memoryFile("# another"), true));
+  EXPECT_EQ(scene.fileVersion(), 7U);
+  EXPECT_EQ(scene.fileCommentCount(), 4U);
+  EXPECT_TRUE(parseVsa(&scene, memoryFile(""), false));
+  EXPECT_EQ(scene.fileVersion(), 1U);
+  EXPECT_EQ(text(scene.fileTime()), "");
+  EXPECT_EQ(scene.fileCommentCount(), 0U);
+}
+
+TEST(EntryPoints, WithoutAScene) {
+  const LoggedLines log;
+  EXPECT_TRUE(parseString(nullptr, ""));
+  EXPECT_TRUE(parseVsa(nullptr, memoryFile("# version: 3\nremove a; define b; c d;"), false));
+  EXPECT_EQ(log.lines(), Lines{});
+  EXPECT_FALSE(parseString(nullptr, "a b; b.c = 1;"));
+  EXPECT_FALSE(parseString(nullptr, "a b: .c = 1;"));
+  EXPECT_EQ(log.lines(), (Lines{"error: PARSE ERROR (1,13): node 'b.c' not found .",
+                                "error: PARSE ERROR (1,12): 'with' node not set (input: .c)."}));
+}
+
+TEST(EntryPoints, WhatIsThrownLeaves) {
+  HostScene scene;
+  EXPECT_EQ(vsa_tests::thrownBy([&] { parseString(&scene, "}"); }), "INVALID TOKEN (1,0): '}'");
+  EXPECT_EQ(vsa_tests::thrownBy([&] { parseVsa(&scene, memoryFile("\n}", 1), true); }),
+            "INVALID TOKEN (1,1): '}'");
+}
+
+TEST(EntryPoints, OneParsersTableOutlivesAnother) {
+  for (int i = 0; i < 3; ++i) {
+    Scene scene;
+    EXPECT_TRUE(parseString(&scene, "a b; b.c = vec3(1 2 3); b.d = float[1] {1}; b.e |= b.o;"));
+  }
+}
+
+// --- the report ---
+
+struct ReportRow {
+  std::string text;
+  bool endedAtMark;
+  const char* cutOff;
+  int line;
+  int column;
+};
+
+TEST(ReadReports, WhatBecameOfTheSource) {
+  const ReportRow rows[] = {
+      {"a b;\n", false, "", 1, 5},
+      {"a b;\n\xFF}", true, "", 1, 5},
+      {"a b;\n \"cut", false, "UNEXPECTED EOF while parsing STRING", 2, 5},
+      {"a b; b.c = {1 2", false, "UNEXPECTED EOF while parsing BRACES", 1, 15},
+      {"a b; (1\xFF", true, "UNEXPECTED EOF while parsing PARENS", 1, 7},
+      {"a b; c d\n 42", false, "", 2, 3},
+  };
+  for (const ReportRow& row : rows) {
+    const LoggedLines log;
+    for (const bool fromFile : {false, true}) {
+      HostScene scene;
+      ReadReport report;
+      if (fromFile) {
+        parseVsa(&scene, memoryFile(row.text, 1), false, report);
+      } else {
+        parseString(&scene, string(row.text), report);
+      }
+      EXPECT_EQ(report.endedAtMark, row.endedAtMark) << row.text;
+      EXPECT_EQ(text(report.cutOff), row.cutOff) << row.text;
+      EXPECT_EQ(report.line, row.line) << row.text;
+      EXPECT_EQ(report.column, row.column) << row.text;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::impl
