@@ -1,0 +1,77 @@
+// Every row of the element types of buffers.
+#include "scene/data_type.h"
+
+#include <gtest/gtest.h>
+
+#include <iterator>
+
+#include "scene/attr_data.h"
+
+namespace zn::korvo_sdk {
+namespace {
+
+// In the order of their values, from 0.
+constexpr const char* NAMES[] = {
+    "Null",   "Bool",   "Char",   "Byte",  "Int16", "Int32",    "Int64", "UInt16", "UInt32",
+    "UInt64", "Float",  "Double", "Ptr",   "Vec2f", "Vec2d",    "Vec2i", "Vec2u",  "Vec3f",
+    "Vec3d",  "Vec3i",  "Vec3u",  "Vec4f", "Vec4d", "Vec4i",    "Vec4u", "Pos2f",  "Pos2d",
+    "Pos2i",  "Pos3f",  "Pos3d",  "Pos3i", "Quatf", "Quatd",    "Rgbf",  "Rgbd",   "Rgb8",
+    "Rgbaf",  "Rgbad",  "Rgba8",  "Mat3f", "Mat3d", "Mat3i",    "Mat4f", "Mat4d",  "Mat4i",
+    "Xformf", "Xformd", "Xformi", "Aabbf", "Aabbd", "Aabbi",    "Obbf",  "Obbd",   "Obbi",
+    "Hsvf",   "Hsvd",   "Hslf",   "Hsld",  "Argb8", "ColorRef",
+};
+
+TEST(DataTypes, EveryName) {
+  EXPECT_EQ(sizeof(DataType), 4U);
+  ASSERT_EQ(std::size(NAMES), 60U);
+  EXPECT_EQ(DATA_TYPE_COUNT, 60);
+  for (int value = 0; value < 60; ++value) {
+    EXPECT_STREQ(dataTypeName(static_cast<DataType>(value)), NAMES[value]);
+  }
+}
+
+TEST(DataTypes, TheEnumeratorsStandWhereTheirNamesDo) {
+  EXPECT_STREQ(dataTypeName(DataType::Char), "Char");
+  EXPECT_STREQ(dataTypeName(DataType::Ptr), "Ptr");
+  EXPECT_STREQ(dataTypeName(DataType::Vec3f), "Vec3f");
+  EXPECT_STREQ(dataTypeName(DataType::Pos3i), "Pos3i");
+  EXPECT_STREQ(dataTypeName(DataType::Rgb8), "Rgb8");
+  EXPECT_STREQ(dataTypeName(DataType::Mat4i), "Mat4i");
+  EXPECT_STREQ(dataTypeName(DataType::Hsvf), "Hsvf");
+  EXPECT_STREQ(dataTypeName(DataType::Argb8), "Argb8");
+  EXPECT_EQ(static_cast<int>(DataType::ColorRef), 59);
+}
+
+TEST(DataTypes, AnElementIsItsComponents) {
+  for (int value = 1; value < 60; ++value) {
+    const auto type = static_cast<DataType>(value);
+    SCOPED_TRACE(NAMES[value]);
+    EXPECT_GT(componentCount(type), 0U);
+    EXPECT_GT(componentBytes(type), 0U);
+    EXPECT_EQ(elementBytes(type), componentCount(type) * componentBytes(type));
+    EXPECT_EQ(componentBytes(componentType(type)), componentBytes(type));
+    EXPECT_EQ(componentCount(componentType(type)), 1U);
+  }
+}
+
+TEST(DataTypes, NullAndUnknownTypes) {
+  for (const int value : {0, 60, 61, 1000, -1}) {
+    const auto type = static_cast<DataType>(value);
+    EXPECT_STREQ(dataTypeName(type), value == 0 ? "Null" : "<unknown>");
+    EXPECT_EQ(componentType(type), DataType::Null);
+    EXPECT_EQ(componentCount(type), 0U);
+    EXPECT_EQ(componentBytes(type), 0U);
+    EXPECT_EQ(elementBytes(type), 0U);
+  }
+}
+
+TEST(AttrDataRecord, StartsAsZeroBytes) {
+  const AttrData data;
+  EXPECT_EQ(data.type, AttrType::Null);
+  EXPECT_EQ(data.elementType, 0);
+  for (const double component : data.payload.components) EXPECT_EQ(component, 0.0);
+  EXPECT_EQ(sizeof(data.payload), 16 * sizeof(double));
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk
