@@ -4,6 +4,12 @@
 
 #include <cstddef>
 
+#if defined(__x86_64__)
+#define VSA_LIST_RUN_HAS_VECTORS 1
+#else
+#define VSA_LIST_RUN_HAS_VECTORS 0
+#endif
+
 namespace zn::korvo_sdk::impl {
 
 /// How far a run was copied.
@@ -21,7 +27,13 @@ inline constexpr std::size_t LIST_RUN_SLACK = 16;
 /// at `from` must be a number character. `to` has room for end - from + LIST_RUN_SLACK bytes.
 ListRun copyListRun(const char* from, const char* end, char* to);
 
-/// The same, one byte a step: what copyListRun does on processors without byte shuffles.
+/// What copyListRun chooses from, by the processor. All give the same; this one runs everywhere.
 ListRun copyListRunPortable(const char* from, const char* end, char* to);
+#if VSA_LIST_RUN_HAS_VECTORS
+/// Only where cpuHasSse42() is true.
+ListRun copyListRunSse42(const char* from, const char* end, char* to);
+/// Only where cpuHasAvx2() is true.
+ListRun copyListRunAvx2(const char* from, const char* end, char* to);
+#endif
 
 }  // namespace zn::korvo_sdk::impl
