@@ -104,7 +104,8 @@ void skipByteOrderMark(File& file) {
 
 }  // namespace
 
-File::File(ByteSource* source) : RefersTo<RefCounted>(new OpenFile(source, String())) {
+File::File(ByteSource* source)
+    : RefersTo<RefCounted>(new OpenFile(source, "there is no source to read from")) {
 }
 
 File File::open(const char* path) {

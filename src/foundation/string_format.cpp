@@ -47,10 +47,7 @@ class Formatter {
     conversion_ = "%";
     copyWhile("-+ #0'");
     numberOrStar();
-    if (*at_ == '.') {
-      conversion_ += *at_++;
-      numberOrStar();
-    }
+    if (*at_ == '.') precision();
     const Length length = lengthModifier();
     const char kind = *at_;
     if (kind != '\0') ++at_;
@@ -60,6 +57,15 @@ class Formatter {
 
   void copyWhile(const char* set) {
     while (*at_ != '\0' && std::strchr(set, *at_) != nullptr) conversion_ += *at_++;
+  }
+
+  // A negative one, from an argument, counts as none.
+  void precision() {
+    const std::size_t before = conversion_.size();
+    conversion_ += *at_++;
+    numberOrStar();
+    if (conversion_.size() > before + 1 && conversion_[before + 1] == '-')
+      conversion_.resize(before);
   }
 
   void numberOrStar() {

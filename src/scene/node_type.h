@@ -17,8 +17,9 @@ struct InputDeclaration {
   AttrType type = AttrType::Null;         ///< What it holds. Null takes links, or members.
   AttrType elementType = AttrType::Null;  ///< Of an array's elements.
   DataType bufferType = DataType::Null;   ///< Of a buffer's elements; Null takes any.
-  std::vector<std::string> enumValues;  ///< Of a string: what it should be one of; empty: anything.
-  bool refusesValues = false;           ///< Takes links only, no plain values.
+  std::vector<std::string> enumValues =
+      {};                      ///< Of a string: what it should be one of; empty: anything.
+  bool refusesValues = false;  ///< Takes links only, no plain values.
 };
 
 /// A name that older texts use, and the name used now.
@@ -29,11 +30,11 @@ struct FormerName {
 
 /// A declared node type.
 struct NodeType {
-  std::string name;                       ///< The type, as texts write it.
-  std::vector<InputDeclaration> inputs;   ///< All that its nodes have.
-  std::vector<std::string> outputs;       ///< The names of all that its nodes have.
-  std::vector<FormerName> formerInputs;   ///< Of inputs, and of members below them.
-  std::vector<FormerName> formerOutputs;  ///< Of outputs.
+  std::string name;                            ///< The type, as texts write it.
+  std::vector<InputDeclaration> inputs = {};   ///< All that its nodes have.
+  std::vector<std::string> outputs = {};       ///< The names of all that its nodes have.
+  std::vector<FormerName> formerInputs = {};   ///< Of inputs, and of members below them.
+  std::vector<FormerName> formerOutputs = {};  ///< Of outputs.
 };
 
 /// Declares a type for the whole process, over an earlier declaration of that name. Nodes that
