@@ -46,7 +46,8 @@ std::string printed(const char* format, Values... values) {
 TEST(StringFormat, EveryConversion) {
   EXPECT_AS_PRINTF("%5d|%-5d|%05d|%+d|% d|%.3d", 42, 42, 42, 42, 42, 42);
   EXPECT_AS_PRINTF("%i %u %x %X %#x %o", -1, 7U, 255U, 255U, 255U, 8U);
-  EXPECT_AS_PRINTF("%hhd %hd %hhu", 7, -7, 200);
+  EXPECT_AS_PRINTF("%hhd %hd %hhu", static_cast<signed char>(7), static_cast<short>(-7),
+                   static_cast<unsigned char>(200));
   EXPECT_AS_PRINTF("%ld %lu %lld %llx", LONG_MIN, ULONG_MAX, LLONG_MIN, ULLONG_MAX);
   EXPECT_AS_PRINTF("%zu %jd %td", SIZE_MAX, INTMAX_MIN, std::ptrdiff_t{-3});
   EXPECT_AS_PRINTF("%f %.2f %10.3f %e %g %G %a", 1.5, 2.345, -1.0, 1e10, 0.0001, 1e-10, 1.0);

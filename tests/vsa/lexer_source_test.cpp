@@ -34,7 +34,7 @@ TEST(LexerSource, CharactersAndTheirPositions) {
   const std::string expected = "a1,1 \\n1,2 \\t2,1 b2,2 \\r2,3 \\n2,4 \\n3,1 c4,1 8";
   StringLexer fromString(string(bytes));
   EXPECT_EQ(consumed(fromString), expected);
-  for (const std::size_t most : {0, 1, 3}) {
+  for (const std::size_t most : {0UL, 1UL, 3UL}) {
     FileLexer fromFile(memoryFile(bytes, most));
     EXPECT_EQ(consumed(fromFile), expected);
   }
@@ -81,7 +81,7 @@ TEST(FileLexer, ConsumesOneCharacterPastTheMarkOnlyWhenTold) {
 }
 
 TEST(FileLexer, ReadsTheFileFromWhereverItStands) {
-  for (const std::size_t most : {0, 1}) {
+  for (const std::size_t most : {0UL, 1UL}) {
     File file = memoryFile("abcd", most);
     signed char c = 0;
     file.read(c);
@@ -91,7 +91,7 @@ TEST(FileLexer, ReadsTheFileFromWhereverItStands) {
 }
 
 TEST(FileLexer, LeavesTheFileBehindItsLookahead) {
-  for (const std::size_t most : {0, 1, 2}) {
+  for (const std::size_t most : {0UL, 1UL, 2UL}) {
     File file = memoryFile("ab;cd", most);
     {
       FileLexer lexer(file);

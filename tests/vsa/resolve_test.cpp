@@ -161,10 +161,11 @@ TEST_F(Resolve, TheOrderIsThatOfTheAddresses) {
   std::vector<unsigned char> memory(PLACES * STEP * 8 + 256);
   auto start = reinterpret_cast<std::uintptr_t>(memory.data());
   start += 256 - start % 256;
-  static_assert(sizeof(HostInput) <= 8 * STEP);
+  static_assert(sizeof(HostInput) <= 6 * STEP);  // the nearest two places are 3 and 9
   std::vector<HostInput*> inputs;
-  // Places 0, 1, 2, 3 of a row of 256 bytes, filed backwards.
-  for (const std::size_t place : {3 + 8 * 4, 3, 2 + 8 * 3, 1 + 8, 0 + 8 * 2, 1 + 8 * 5}) {
+  // A row of 256 bytes has four places: these are its fourth (twice), third, second, first and
+  // second.
+  for (const std::size_t place : {35UL, 3UL, 26UL, 9UL, 16UL, 41UL}) {
     void* const at = reinterpret_cast<void*>(start + place * STEP);
     inputs.push_back(new (at)
                          HostInput(scene_.options, "n.i" + std::to_string(place), AttrType::Null));
@@ -172,7 +173,7 @@ TEST_F(Resolve, TheOrderIsThatOfTheAddresses) {
   }
   parser_.resolveConnections();
   Lines order;
-  for (const std::size_t place : {16, 9, 41, 26, 35, 3})
+  for (const std::size_t place : {16UL, 9UL, 41UL, 26UL, 35UL, 3UL})
     order.push_back("n.i" + std::to_string(place));
   Lines expected;
   for (const std::string& input : order) expected.push_back(input + ".connect b.out");
