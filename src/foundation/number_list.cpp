@@ -91,15 +91,27 @@ NumberRun readPiecesPortably(const char* at, const char* limit, Number* out, siz
   return run;
 }
 
+namespace {
+
+template <class Number>
+NumberForm<Number> bestForm() {
+#if VSA_HAS_AVX2_FORM
+  if constexpr (HAS_AVX2_FORM<Number>) {
+    if (cpuHasAvx2()) return readPiecesAvx2<Number>;
+  }
+#endif
+#if VSA_HAS_SSE41_FORM
+  if (cpuHasSse41()) return readPiecesSse41<Number>;
+#endif
+  return readPiecesPortably<Number>;
+}
+
+}  // namespace
 }  // namespace numbers
 
 template <class Number>
 NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t room) {
-  numbers::NumberForm<Number> form = numbers::readPiecesPortably<Number>;
-#if VSA_HAS_SSE41_FORM
-  if (cpuHasSse41()) form = numbers::readPiecesSse41<Number>;
-#endif
-  return numbers::readNumberRunWith(form, from, end, out, room);
+  return numbers::readNumberRunWith(numbers::bestForm<Number>(), from, end, out, room);
 }
 
 #define VSA_INSTANCES(Number)                                                                \

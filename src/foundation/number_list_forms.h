@@ -5,13 +5,16 @@
 #pragma once
 
 #include <cstddef>
+#include <type_traits>
 
 #include "foundation/number_list.h"
 
 #if defined(__x86_64__)
 #define VSA_HAS_SSE41_FORM 1
+#define VSA_HAS_AVX2_FORM 1
 #else
 #define VSA_HAS_SSE41_FORM 0
+#define VSA_HAS_AVX2_FORM 0
 #endif
 
 namespace zn::numbers {
@@ -30,6 +33,17 @@ NumberRun readPiecesPortably(const char* at, const char* limit, Number* out, siz
 /// The form for SSE4.1: sixteen characters a step. Only where cpuHasSse41() is true.
 template <class Number>
 NumberRun readPiecesSse41(const char* at, const char* limit, Number* out, size_t room);
+#endif
+
+#if VSA_HAS_AVX2_FORM
+/// The types that have a form for AVX2: those that lists are long of.
+template <class Number>
+inline constexpr bool HAS_AVX2_FORM = std::is_same_v<Number, float> ||
+                                      (std::is_integral_v<Number> && sizeof(Number) == 4);
+
+/// The form for AVX2: two pieces a step. Only where cpuHasAvx2() is true.
+template <class Number>
+NumberRun readPiecesAvx2(const char* at, const char* limit, Number* out, size_t room);
 #endif
 
 /// readNumberRun with the form given.

@@ -15,6 +15,7 @@
 #include <type_traits>
 
 #include "foundation/number_decimal.h"
+#include "foundation/number_list_tables.h"
 #include "foundation/number_piece.h"
 
 #define VSA_SSE41 __attribute__((target("sse4.1")))
@@ -23,37 +24,6 @@
 
 namespace zn::numbers {
 namespace {
-
-constexpr int BLOCK = 16;  // characters a load
-
-/// Shuffles that move the first n of sixteen bytes to the end and fill up with zeros: load at
-/// RIGHT_ALIGN + n.
-alignas(16) constexpr int8_t RIGHT_ALIGN[2 * BLOCK] = {-1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
-                                                       -1, -1, -1, -1, -1, 0,  1,  2,  3,  4,  5,
-                                                       6,  7,  8,  9,  10, 11, 12, 13, 14, 15};
-
-/// Shuffles that take out the n-th byte from the end (1 is the last one) and move what is before it
-/// up by one; 0 takes out none.
-struct PointShuffles {
-  alignas(16) int8_t bytes[BLOCK + 1][BLOCK];
-};
-
-constexpr PointShuffles makePointShuffles() {
-  PointShuffles shuffles{};
-  for (int fromEnd = 0; fromEnd <= BLOCK; ++fromEnd) {
-    for (int i = 0; i < BLOCK; ++i) {
-      const bool moves = fromEnd != 0 && i <= BLOCK - fromEnd;
-      shuffles.bytes[fromEnd][i] = static_cast<int8_t>(moves ? i - 1 : i);
-    }
-  }
-  return shuffles;
-}
-
-constexpr PointShuffles WITHOUT_POINT = makePointShuffles();
-
-/// What to divide by when the point is the n-th character from the end; 0 is no point.
-constexpr double POINT_DIVISORS[BLOCK + 1] = {1e0, 1e0, 1e1,  1e2,  1e3,  1e4,  1e5,  1e6, 1e7,
-                                              1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 
 /// Sixteen characters: their values less '0' where they are digits and zero elsewhere, and a bit
 /// for each that is a digit, a point, a blank.

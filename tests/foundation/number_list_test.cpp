@@ -1,4 +1,4 @@
-// readNumberRun and both of its forms against strtod and number_text, at every edge of a list, and
+// readNumberRun and all of its forms against strtod and number_text, at every edge of a list, and
 // against guard pages. A list stands in memory as the reader has it: one more byte after its end.
 
 #include "foundation/number_list.h"
@@ -44,12 +44,24 @@ NumberRun readBySse41(const char* from, const char* end, Number* out, size_t roo
 }
 #endif
 
+#if VSA_HAS_AVX2_FORM
+template <class Number>
+NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t room) {
+  return numbers::readNumberRunWith<Number>(numbers::readPiecesAvx2<Number>, from, end, out, room);
+}
+#endif
+
 /// Every form that this processor runs, and the one that is chosen.
 template <class Number>
 std::vector<ReadFunction<Number>> runs() {
   std::vector<ReadFunction<Number>> all{readPortably<Number>, readNumberRun<Number>};
 #if VSA_HAS_SSE41_FORM
   if (cpuHasSse41()) all.push_back(readBySse41<Number>);
+#endif
+#if VSA_HAS_AVX2_FORM
+  if constexpr (numbers::HAS_AVX2_FORM<Number>) {
+    if (cpuHasAvx2()) all.push_back(readByAvx2<Number>);
+  }
 #endif
   return all;
 }
