@@ -1,0 +1,48 @@
+// The lexer over a String and over a File, each against the plain lexer, token by token: kind, text
+// and place.
+#include <string>
+
+#include "fuzz/support/check.h"
+#include "fuzz/support/message_count.h"
+#include "fuzz/targets.h"
+#include "tests/support/byte_source.h"
+#include "tests/support/plain_lexer.h"
+#include "tests/support/token_text.h"
+#include "vsa/lexer_source.h"
+
+namespace vsa_fuzz {
+
+namespace {
+
+using zn::korvo_sdk::impl::Token;
+
+void compare(zn::korvo_sdk::impl::Lexer& lexer, vsa_tests::PlainLexer plain, const char* source) {
+  while (true) {
+    const Token expected = plain.nextToken();
+    const Token found = lexer.nextToken();
+    if (found.type != expected.type || !(found.text == expected.text) ||
+        found.line != expected.line || found.column != expected.column) {
+      checkSame(vsa_tests::tokenText(expected), vsa_tests::tokenText(found), source);
+    }
+    if (expected.type == Token::Type::Eof || expected.type == Token::Type::Invalid) {
+      return countMessage(found.text.view());
+    }
+  }
+}
+
+}  // namespace
+
+void lexerAgainstPlain(std::string_view input) {
+  const auto [text, settings] = splitSettings(input);
+  const std::string copy(text);
+  if (settings % 4 != 0) {
+    zn::korvo_sdk::impl::StringLexer fromString(vsa_tests::string(text));
+    compare(fromString, vsa_tests::PlainLexer(copy, true), "token of a string");
+  } else {
+    const std::size_t block = settings / 4;  // 0: all at once
+    zn::korvo_sdk::impl::FileLexer fromFile(vsa_tests::memoryFile(copy, block));
+    compare(fromFile, vsa_tests::PlainLexer(copy), "token of a file");
+  }
+}
+
+}  // namespace vsa_fuzz

@@ -1,0 +1,41 @@
+#include "fuzz/support/literal_memory.h"
+
+#include <unordered_set>
+
+extern "C" {
+void* __real_calloc(std::size_t count, std::size_t size);
+void __real_free(void* block);
+void* __wrap_calloc(std::size_t count, std::size_t size);
+void __wrap_free(void* block);
+}
+
+namespace {
+
+/// Blocks from calloc that nobody has freed. Never destroyed: memory is freed to the very end.
+std::unordered_set<void*>& blocks() {
+  static auto& all = *new std::unordered_set<void*>;
+  return all;
+}
+
+}  // namespace
+
+void* __wrap_calloc(std::size_t count, std::size_t size) {
+  if (size != 0 && count > vsa_fuzz::LARGEST_BUFFER / size) return nullptr;
+  void* const block = __real_calloc(count, size);
+  if (block != nullptr) blocks().insert(block);
+  return block;
+}
+
+void __wrap_free(void* block) {
+  if (!blocks().empty()) blocks().erase(block);
+  __real_free(block);
+}
+
+namespace vsa_fuzz {
+
+void freeLiteralsLeftBehind() {
+  for (void* const block : blocks()) __real_free(block);
+  blocks().clear();
+}
+
+}  // namespace vsa_fuzz
