@@ -20,6 +20,47 @@
 
 namespace zn {
 
+/// How many handles refer to an object. A new one counts none.
+class HandleCount {
+ public:
+  /// Counts one handle more.
+  void add() noexcept {
+    const std::uint32_t now = count_.load(std::memory_order_relaxed);
+    if (now >= STUCK) return;
+    if (isSingleThreaded()) {
+      count_.store(now + 1, std::memory_order_relaxed);
+    } else {
+      count_.fetch_add(1, std::memory_order_relaxed);
+    }
+  }
+
+  /// Counts one handle less; true when that was the last.
+  bool drop() noexcept {
+    const std::uint32_t now = count_.load(std::memory_order_relaxed);
+    if (now >= STUCK) return false;
+    if (!isSingleThreaded()) return count_.fetch_sub(1, std::memory_order_acq_rel) == 1;
+    count_.store(now - 1, std::memory_order_relaxed);
+    return now == 1;
+  }
+
+  /// Whether there is one handle and no other.
+  bool isOne() const noexcept { return count_.load(std::memory_order_acquire) == 1; }
+
+ private:
+  // A count that came this far stays where it is, and its object for good: it never wraps around.
+  static constexpr std::uint32_t STUCK = std::uint32_t{1} << 31;
+
+  static bool isSingleThreaded() noexcept {
+#ifdef VSA_HAS_SINGLE_THREADED
+    return __libc_single_threaded != 0;
+#else
+    return false;
+#endif
+  }
+
+  std::atomic<std::uint32_t> count_{0};
+};
+
 /// What a counted handle refers to. A new object has no handle yet (count 0); how it ends once the
 /// last handle has let go is the business of the class that derives from it.
 class VSA_API IRefCounted {
@@ -29,17 +70,11 @@ class VSA_API IRefCounted {
   IRefCounted& operator=(const IRefCounted&) = delete;
 
   /// Counts one more handle.
-  void retain() const noexcept {
-    if (singleThreaded()) {
-      count_.store(count_.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-    } else {
-      count_.fetch_add(1, std::memory_order_relaxed);
-    }
-  }
+  void retain() const noexcept { count_.add(); }
 
   /// Counts one handle less; the object ends with the last one.
   void release() const noexcept {
-    if (decrement() == 0) dispose();
+    if (count_.drop()) dispose();
   }
 
  protected:
@@ -49,24 +84,7 @@ class VSA_API IRefCounted {
   virtual void dispose() const noexcept = 0;
 
  private:
-  static bool singleThreaded() noexcept {
-#ifdef VSA_HAS_SINGLE_THREADED
-    return __libc_single_threaded != 0;
-#else
-    return false;
-#endif
-  }
-
-  std::uint64_t decrement() const noexcept {
-    if (singleThreaded()) {
-      const std::uint64_t left = count_.load(std::memory_order_relaxed) - 1;
-      count_.store(left, std::memory_order_relaxed);
-      return left;
-    }
-    return count_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-  }
-
-  mutable std::atomic<std::uint64_t> count_{0};
+  mutable HandleCount count_;
 };
 
 /// A counted object made with `new`, and deleted with its last handle.

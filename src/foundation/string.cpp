@@ -16,31 +16,45 @@ namespace zn {
 
 namespace detail {
 
+namespace {
+
+// The allocator hands out blocks of 16 bytes less its own 8: what a block has to spare is room.
+constexpr std::size_t blockBytes(std::size_t wanted) {
+  return (wanted + 7) / 16 * 16 + 8;
+}
+
+}  // namespace
+
 // Buffer and characters share one block: most texts are short.
 StringBuffer* StringBuffer::make(std::size_t length) {
-  if (length > std::numeric_limits<std::size_t>::max() - sizeof(StringBuffer) - 1) {
+  if (length > std::numeric_limits<std::size_t>::max() - sizeof(StringBuffer) - 32) {
     throw std::bad_alloc();
   }
-  void* const memory = std::malloc(sizeof(StringBuffer) + length + 1);
+  const std::size_t bytes = blockBytes(sizeof(StringBuffer) + length + 1);
+  void* const memory = std::malloc(bytes);
   if (memory == nullptr) throw std::bad_alloc();
-  char* const chars = static_cast<char*>(memory) + sizeof(StringBuffer);
-  chars[length] = '\0';
-  return new (memory) StringBuffer(chars, length);
+  const std::size_t room = bytes - sizeof(StringBuffer) - 1;
+  constexpr std::uint32_t MOST = std::numeric_limits<std::uint32_t>::max();
+  auto* const made =
+      new (memory) StringBuffer(room < MOST ? static_cast<std::uint32_t>(room) : MOST, length);
+  made->inside()[length] = '\0';
+  return made;
 }
 
 StringBuffer* StringBuffer::adopt(char* chars, std::size_t length) {
-  void* const memory = std::malloc(sizeof(StringBuffer));
+  void* const memory = std::malloc(sizeof(StringBuffer) + sizeof(char*));
   if (memory == nullptr) throw std::bad_alloc();
-  return new (memory) StringBuffer(chars, length);
+  auto* const made = new (memory) StringBuffer(0, length);
+  // The spare room goes back; where it cannot, it simply stays.
+  void* const trimmed = std::realloc(chars, length + 1);
+  made->outside() = trimmed != nullptr ? static_cast<char*>(trimmed) : chars;
+  return made;
 }
 
-void StringBuffer::dispose() const noexcept {
-  const void* const end = reinterpret_cast<const char*>(this) + sizeof(StringBuffer);
-  char* const adopted = chars == end ? nullptr : chars;
-  void* const memory = const_cast<StringBuffer*>(this);
+void StringBuffer::dispose() noexcept {
+  if (room == 0) std::free(outside());
   this->~StringBuffer();
-  std::free(adopted);
-  std::free(memory);
+  std::free(static_cast<void*>(this));
 }
 
 }  // namespace detail
@@ -77,8 +91,26 @@ String::String(unsigned long long number) {
 String String::copyOf(std::string_view text) {
   if (text.empty()) return String();
   StringBuffer* const buffer = StringBuffer::make(text.size());
-  std::memcpy(buffer->chars, text.data(), text.size());
+  std::memcpy(buffer->chars(), text.data(), text.size());
   return String(buffer);
+}
+
+String String::copyOf(std::string_view text, std::uint64_t hash) {
+  String copy = copyOf(text);
+  if (!copy.isEmpty()) copy.object()->hash.store(hash, std::memory_order_relaxed);
+  return copy;
+}
+
+void String::assign(std::string_view text) {
+  StringBuffer* const buffer = object();
+  if (text.empty() || buffer == nullptr || buffer->room < text.size() || !buffer->handles.isOne()) {
+    *this = copyOf(text);
+    return;
+  }
+  std::memcpy(buffer->chars(), text.data(), text.size());
+  buffer->chars()[text.size()] = '\0';
+  buffer->length = text.size();
+  buffer->hash.store(0, std::memory_order_relaxed);
 }
 
 String String::adopt(ds::Vector<char>&& chars) {
@@ -91,10 +123,6 @@ String String::adopt(ds::Vector<char>&& chars) {
   chars.push_back('\0');
   chars.data[length] = '\0';
   StringBuffer* const buffer = StringBuffer::adopt(chars.data, length);
-  // The spare room goes back; where it cannot, it simply stays.
-  if (void* const trimmed = std::realloc(chars.data, length + 1); trimmed != nullptr) {
-    buffer->chars = static_cast<char*>(trimmed);
-  }
   chars.data = nullptr;
   chars.size = 0;
   chars.capacity = 0;
@@ -105,8 +133,8 @@ String String::operator+(const String& other) const {
   if (isEmpty()) return other;
   if (other.isEmpty()) return *this;
   StringBuffer* const joined = StringBuffer::make(len() + other.len());
-  std::memcpy(joined->chars, buf(), len());
-  std::memcpy(joined->chars + len(), other.buf(), other.len());
+  std::memcpy(joined->chars(), buf(), len());
+  std::memcpy(joined->chars() + len(), other.buf(), other.len());
   return String(joined);
 }
 
@@ -192,7 +220,7 @@ String String::toLower(bool flag) const {
       std::none_of(text.begin(), text.end(), [](char c) { return c >= 'A' && c <= 'Z'; });
   if (!flag || lower) return *this;
   StringBuffer* const folded = StringBuffer::make(text.size());
-  std::transform(text.begin(), text.end(), folded->chars, toLowerCase);
+  std::transform(text.begin(), text.end(), folded->chars(), toLowerCase);
   return String(folded);
 }
 

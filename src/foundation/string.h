@@ -18,23 +18,39 @@ class StringVector;
 
 namespace detail {
 
-/// The shared buffer behind a String: the characters, a NUL after them, and the hash once asked
-/// for.
-class StringBuffer final : public IRefCounted {
+/// The shared buffer behind a String: a header, and behind it the characters with a NUL after them,
+/// or the place of such characters elsewhere. Short: most texts are names of a few characters.
+class VSA_API StringBuffer final {
  public:
   /// A buffer with room for `length` characters; the caller fills them in. The NUL is in place.
   static StringBuffer* make(std::size_t length);
-  /// A buffer that owns `chars`, taken from malloc, with `length` characters and a NUL after them.
+  /// A buffer that owns `chars`, taken from malloc, with `length` characters and a NUL after them;
+  /// what memory there is behind them goes back.
   static StringBuffer* adopt(char* chars, std::size_t length);
 
-  char* chars;
+  StringBuffer(const StringBuffer&) = delete;
+  StringBuffer& operator=(const StringBuffer&) = delete;
+
+  void retain() noexcept { handles.add(); }
+  void release() noexcept {
+    if (handles.drop()) dispose();
+  }
+
+  char* chars() noexcept { return room != 0 ? inside() : outside(); }
+  const char* chars() const noexcept { return const_cast<StringBuffer*>(this)->chars(); }
+
+  HandleCount handles;
+  std::uint32_t room;  // for characters behind the header, as far as 32 bits tell; 0: elsewhere
   std::size_t length;
-  mutable std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
+  std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
 
  private:
-  StringBuffer(char* characters, std::size_t count) : chars(characters), length(count) {}
-  ~StringBuffer() override = default;
-  void dispose() const noexcept override;
+  StringBuffer(std::uint32_t capacity, std::size_t count) noexcept
+      : room(capacity), length(count) {}
+  ~StringBuffer() = default;
+  void dispose() noexcept;
+  char* inside() noexcept { return reinterpret_cast<char*>(this + 1); }
+  char*& outside() noexcept { return *reinterpret_cast<char**>(this + 1); }
 };
 
 }  // namespace detail
@@ -42,7 +58,7 @@ class StringBuffer final : public IRefCounted {
 /// A handle with value semantics. Copies share one counted buffer; an empty text holds none.
 /// Lengths and indices count 8-bit characters. Operations that need memory throw std::bad_alloc.
 /// Threads may share a text, each through a handle of its own.
-class VSA_API String : public RefersTo<IRefCounted> {
+class VSA_API String : public RefersTo<detail::StringBuffer> {
  public:
   /// The radix of the integer conversions. Texts are decimal throughout.
   enum class Radix : int { Decimal = 0 };
@@ -63,20 +79,25 @@ class VSA_API String : public RefersTo<IRefCounted> {
   explicit String(unsigned long long number);
   /// A copy of exactly these characters, embedded NULs included.
   static String copyOf(std::string_view text);
+  /// The same where the text's hash, `hashOf(text)`, is known already.
+  static String copyOf(std::string_view text, std::uint64_t hash);
   /// Takes over the storage of `chars` (which is left empty) as the text, without a copy. The text
   /// ends at the first NUL among them.
   static String adopt(ds::Vector<char>&& chars);
+  /// Becomes a copy of `text`, which is no part of this text: in the memory it has, when no other
+  /// handle shares that and it has the room.
+  void assign(std::string_view text);
 
   /// The NUL-terminated text; never null; valid while a handle to it lives.
-  const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars; }
+  const char* buf() const noexcept { return isEmpty() ? "" : object()->chars(); }
   /// Characters in the text, without the NUL at its end.
-  std::size_t len() const noexcept { return object() == nullptr ? 0 : buffer()->length; }
+  std::size_t len() const noexcept { return object() == nullptr ? 0 : object()->length; }
   /// Whether the text has no character.
   bool isEmpty() const noexcept { return object() == nullptr; }
   /// The same characters as a view; valid while a handle to them lives.
   std::string_view view() const noexcept { return {buf(), len()}; }
   /// The i-th character, or NUL past the end.
-  char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars[i] : '\0'; }
+  char operator[](std::size_t i) const noexcept { return i < len() ? object()->chars()[i] : '\0'; }
 
   /// This text with `other` behind it. Null adds nothing.
   String operator+(const String& other) const;
@@ -163,10 +184,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static constexpr bool isPrintable(char c) { return char_class::is(c, char_class::PRINTABLE); }
 
  private:
-  explicit String(detail::StringBuffer* buffer) : RefersTo<IRefCounted>(buffer) {}
-  const detail::StringBuffer* buffer() const noexcept {
-    return static_cast<const detail::StringBuffer*>(object());
-  }
+  using RefersTo::RefersTo;
 };
 
 template <>
@@ -175,6 +193,15 @@ inline constexpr bool ds::MOVES_AS_BYTES<String> = true;
 /// The letter `c` in lower case (A to Z only).
 constexpr char toLowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/// Whether `text` is `word`, which is given in lower case, in any letter case.
+constexpr bool isWord(std::string_view text, std::string_view word) {
+  if (text.size() != word.size()) return false;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (toLowerCase(text[i]) != word[i]) return false;
+  }
+  return true;
 }
 
 }  // namespace zn

@@ -57,10 +57,25 @@ const Key& key() noexcept {
   return drawn;
 }
 
-std::uint64_t load(const char* from, std::size_t count) noexcept {
-  std::uint64_t word = 0;
-  std::memcpy(&word, from, count);
+template <class Word>
+std::uint64_t load(const char* from) noexcept {
+  Word word;
+  std::memcpy(&word, from, sizeof(word));
   return word;
+}
+
+// Up to eight characters as one word. Those of a longer text that were read before may come again;
+// the length is part of the hash, so that no two texts are taken for one.
+std::uint64_t loadLast(std::string_view text) noexcept {
+  const char* const at = text.data();
+  const std::size_t length = text.size();
+  if (length >= 8) return load<std::uint64_t>(at + length - 8);
+  if (length >= 4) return load<std::uint32_t>(at) << 32 | load<std::uint32_t>(at + length - 4);
+  if (length == 0) return 0;
+  const auto byte = [at](std::size_t i) {
+    return std::uint64_t{static_cast<unsigned char>(at[i])};
+  };
+  return byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1);
 }
 
 }  // namespace
@@ -69,19 +84,20 @@ std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
   std::uint64_t hash = keyed.first ^ text.size();
   const char* at = text.data();
-  std::size_t left = text.size();
-  for (; left >= 8; left -= 8, at += 8) hash = fold(hash ^ keyed.second, load(at, 8) ^ keyed.first);
-  if (left != 0) hash = fold(hash ^ keyed.second, load(at, left) ^ keyed.first);
+  for (std::size_t left = text.size(); left > 8; left -= 8, at += 8) {
+    hash = fold(hash ^ keyed.second, load<std::uint64_t>(at) ^ keyed.first);
+  }
+  hash = fold(hash ^ keyed.second, loadLast(text) ^ keyed.first);
   hash = fold(hash ^ keyed.first, keyed.second);
   return hash == 0 ? 1 : hash;
 }
 
 std::uint64_t String::hash() const noexcept {
   if (isEmpty()) return hashOf({});
-  std::uint64_t known = buffer()->hash.load(std::memory_order_relaxed);
+  std::uint64_t known = object()->hash.load(std::memory_order_relaxed);
   if (known == 0) {
     known = hashOf(view());
-    buffer()->hash.store(known, std::memory_order_relaxed);
+    object()->hash.store(known, std::memory_order_relaxed);
   }
   return known;
 }

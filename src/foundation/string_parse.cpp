@@ -18,14 +18,6 @@ bool real(const String& text, Number& out) {
   return realFromText(chars.data(), chars.data() + chars.size(), out);
 }
 
-bool equalNoCase(std::string_view text, std::string_view lower) {
-  if (text.size() != lower.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (toLowerCase(text[i]) != lower[i]) return false;
-  }
-  return true;
-}
-
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && String::isSpace(text.front())) text.remove_prefix(1);
   while (!text.empty() && String::isSpace(text.back())) text.remove_suffix(1);
@@ -36,8 +28,8 @@ std::string_view trimmed(std::string_view text) {
 
 bool String::parse(const String& text, bool& out) {
   const std::string_view word = trimmed(text.view());
-  const bool isTrue = equalNoCase(word, "true");
-  if (!isTrue && !equalNoCase(word, "false")) return false;
+  const bool isTrue = isWord(word, "true");
+  if (!isTrue && !isWord(word, "false")) return false;
   out = isTrue;
   return true;
 }

@@ -1,6 +1,7 @@
 // Characters to tokens: one flat choice over small readers.
 #include "vsa/lexer.h"
 
+#include <algorithm>
 #include <cstring>
 #include <string_view>
 
@@ -8,6 +9,7 @@
 #include "vsa/byte_scan.h"
 #include "vsa/list_run.h"
 #include "vsa/messages.h"
+#include "vsa/token_scan.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -20,6 +22,8 @@ using Type = Token::Type;
 constexpr std::uint64_t ADOPTED_BYTES = 1024;
 // Runs are passed in steps that stay in the processor's nearest cache.
 constexpr std::size_t RUN_BYTES = 16384;
+// How far ahead a list is looked at before its reader decides that it is a long one.
+constexpr std::ptrdiff_t SHORT_LIST = 256;
 
 std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
@@ -35,27 +39,6 @@ std::string_view textOf(const ds::Vector<char>& chars) {
   return all.substr(0, all.find('\0'));
 }
 
-// Whether a word of the format, given in lower case, is written in `text`, in any letter case.
-bool isWord(std::string_view text, std::string_view word) {
-  if (text.size() != word.size() || toLowerCase(text[0]) != word[0]) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (toLowerCase(text[i]) != word[i]) return false;
-  }
-  return true;
-}
-
-bool isRealMarker(char c) {
-  return c == '.' || c == 'f' || c == 'F' || c == 'n' || c == 'N' || c == 'a' || c == 'A' ||
-         c == 'i' || c == 'I';
-}
-
-bool isReal(std::string_view number) {
-  for (const char c : number) {
-    if (isRealMarker(c)) return true;
-  }
-  return false;
-}
-
 }  // namespace
 
 struct Lexer::ListKind {
@@ -64,6 +47,12 @@ struct Lexer::ListKind {
   const char* plural;
   const char* singular;
   Type type;
+};
+
+// Behind a string, and the line feeds in it. Null where the window does not show all of it.
+struct Lexer::StringAhead {
+  const char* end = nullptr;
+  LineFeeds feeds{0, nullptr};
 };
 
 // --- positions ---
@@ -100,11 +89,14 @@ void Lexer::passInLine(std::size_t count) noexcept {
   lookaheadChar = *windowBegin;
 }
 
-// Consumes `count` bytes of the window, fewer than it holds. The column counts on from the last
-// line feed that stands before the last of them.
+// Consumes `count` bytes of the window, fewer than it holds.
 void Lexer::pass(std::size_t count) noexcept {
-  if (count == 1) return passInLine(1);
-  const LineFeeds feeds = countLineFeeds(windowBegin, windowBegin + count - 1);
+  passLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
+}
+
+// The same where the line feeds before the last byte are counted: the column counts on from the
+// last of them.
+void Lexer::passLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);
     line = wrappingSum(line, feeds.count - 1 + (previous == '\n' ? 1 : 0));
@@ -134,22 +126,10 @@ void Lexer::take() {
   chars_.push_back(consume());
 }
 
-// The characters ahead, the first whatever it is and the others in one of `classes`, when all of
-// them and the one behind them are in the window; else nothing. None of the classes holds a line
-// feed.
-std::string_view Lexer::wordAhead(unsigned classes) const noexcept {
-  const char* at = windowBegin;
-  if (windowEnd - at < 2 || *at == '\0') return {};
-  do {
-    if (++at == windowEnd) return {};
-  } while (is(*at, classes));
-  return {windowBegin, static_cast<std::size_t>(at - windowBegin)};
-}
-
 // Takes characters as long as they are in one of `classes`, none of which holds a line feed.
 void Lexer::takeRun(unsigned classes) {
   while (is(lookaheadChar, classes)) {
-    if (windowEnd - windowBegin < 2) {
+    if (windowBegin == windowLast()) {
       take();
       continue;
     }
@@ -179,23 +159,44 @@ void Lexer::takeUntil(char a, char b) {
   }
 }
 
+// Consumes the white space ahead, as far as the window shows what follows it.
+void Lexer::passWhite() noexcept {
+  const char* const begin = windowBegin;
+  const char* const last = windowLast();
+  std::int32_t atLine = line;
+  std::int32_t atColumn = column;
+  char before = previous;
+  const char* at = begin;
+  do {
+    if (before == '\n') {
+      atLine = wrappingSum(atLine, 1);
+      atColumn = 0;
+    }
+    atColumn = wrappingSum(atColumn, 1);
+    before = *at++;
+  } while (at < last && is(*at, char_class::WHITE));
+  line = atLine;
+  column = atColumn;
+  previous = before;
+  index = wrappingSum(index, static_cast<std::size_t>(at - begin));
+  windowBegin = at;
+  lookaheadChar = *at;
+}
+
 void Lexer::skipWhite() {
   while (is(lookaheadChar, char_class::WHITE)) {
-    if (windowEnd - windowBegin < 2) {
+    if (windowBegin < windowLast()) {
+      passWhite();
+    } else {
       consume();
-      continue;
     }
-    const char* const last = windowEnd - 1;
-    const char* at = windowBegin + 1;
-    while (at < last && is(*at, char_class::WHITE)) ++at;
-    pass(static_cast<std::size_t>(at - windowBegin));
   }
 }
 
 // --- tokens ---
 
 Token Lexer::token(Type type) {
-  const char c = windowEnd - windowBegin < 2 ? consume() : passOne();
+  const char c = windowBegin < windowLast() ? passOne() : consume();
   return {type, texts_.character(c), line, column};
 }
 
@@ -273,8 +274,24 @@ Token Lexer::nextToken() {
   }
 }
 
+// Consumes the bytes up to `end`, which the window has in sight with the byte behind them, and no
+// line feed among them: the token of these.
+Token Lexer::inSight(Type type, const char* end) {
+  const char* const begin = windowBegin;
+  const std::size_t count = static_cast<std::size_t>(end - begin);
+  passInLine(count);
+  return {type, texts_.passing({begin, count}), line, column};
+}
+
 // "#" to the end of the line, which is left to the white space that follows.
 Token Lexer::comment() {
+  const char* const end = findStop(windowBegin, windowLast(), '\n', '\r');
+  const std::size_t count = static_cast<std::size_t>(end - windowBegin);
+  if (end < windowLast() && count != 0) {
+    const std::string_view text(windowBegin, count);
+    passInLine(count);
+    return {Type::Comment, String::copyOf(text.substr(0, text.find('\0'))), line, column};
+  }
   chars_.clear();
   takeUntil('\n', '\r');
   return taken(Type::Comment);
@@ -283,6 +300,11 @@ Token Lexer::comment() {
 // '"' ... '"', kept as written. A backslash makes one unit with a backslash or a quote after it.
 // The opening quote is the first character taken, so it closes nothing.
 Token Lexer::string() {
+  if (const StringAhead ahead = stringAhead(); ahead.end != nullptr) {
+    const std::string_view text(windowBegin, static_cast<std::size_t>(ahead.end - windowBegin));
+    passLines(text.size(), ahead.feeds);
+    return {Type::Str, texts_.passing(text), line, column};
+  }
   chars_.clear();
   do {
     if (atEnd()) return unexpectedEof("STRING");
@@ -297,12 +319,35 @@ Token Lexer::string() {
   return taken(Type::Str);
 }
 
+// The string that begins here, when the window has all of it in sight and it holds no NUL.
+Lexer::StringAhead Lexer::stringAhead() const noexcept {
+  const char* const last = windowLast();
+  LineFeeds feeds{0, nullptr};
+  for (const char* at = windowBegin + 1; (at = findInString(at, last)) < last; ++at) {
+    if (*at == '"') return at + 1 < last ? StringAhead{at + 1, feeds} : StringAhead{};
+    if (*at == '\n') {
+      feeds = {feeds.count + 1, at};
+    } else if (*at != '\\') {
+      return {};
+    } else if (at[1] == '\\' || at[1] == '"') {
+      ++at;
+    }
+  }
+  return {};
+}
+
 // A letter or "_", then letters, digits and "_".
 Token Lexer::id() {
   if (atEnd()) return unexpectedEof("ID");
-  if (const std::string_view word = wordAhead(char_class::NAME); !word.empty()) {
-    passInLine(word.size());
-    return name(word);
+  const char* const last = windowLast();
+  if (windowBegin < last && is(*windowBegin, char_class::NAME)) {
+    const char* const begin = windowBegin;
+    const char* const end = endOfName(begin + 1, last);
+    if (end < last) {
+      const std::string_view word(begin, static_cast<std::size_t>(end - begin));
+      passInLine(word.size());
+      return name(word);
+    }
   }
   chars_.clear();
   take();
@@ -310,27 +355,27 @@ Token Lexer::id() {
   return name(textOf(chars_));
 }
 
-// Names come again and again: they are shared.
+// The token of a word: of one that the format gives a meaning, or of a name.
 Token Lexer::name(std::string_view text) {
-  if (isWord(text, "true")) return {Type::True, texts_.text("true"), line, column};
-  if (isWord(text, "false")) return {Type::False, texts_.text("false"), line, column};
-  if (isWord(text, "null")) return {Type::Null, texts_.text("null"), line, column};
-  return {Type::Id, texts_.text(text), line, column};
+  if (isWord(text, "true")) return {Type::True, texts_.name("true"), line, column};
+  if (isWord(text, "false")) return {Type::False, texts_.name("false"), line, column};
+  if (isWord(text, "null")) return {Type::Null, texts_.name("null"), line, column};
+  return {Type::Id, texts_.name(text), line, column};
 }
 
 // "-" or a digit, then everything that numbers are written with. What it is worth is decided later.
 Token Lexer::number() {
   if (atEnd()) return unexpectedEof("NUMBER");
-  if (const std::string_view word = wordAhead(char_class::NUMBER); !word.empty()) {
-    passInLine(word.size());
-    return {isReal(word) ? Type::Real : Type::Int, String::copyOf(word), line, column};
+  const char* const last = windowLast();
+  if (windowBegin < last && isNumberChar()) {
+    const NumberEnd end = endOfNumber(windowBegin, last);
+    if (end.at < last) return inSight(end.isReal ? Type::Real : Type::Int, end.at);
   }
   chars_.clear();
   take();
   takeRun(char_class::NUMBER);
-  const Type type =
-      isReal({chars_.data, static_cast<std::size_t>(chars_.size)}) ? Type::Real : Type::Int;
-  return taken(type);
+  const bool isReal = std::any_of(chars_.begin(), chars_.end(), isRealMarker);
+  return taken(isReal ? Type::Real : Type::Int);
 }
 
 bool Lexer::isNumberChar() const {
@@ -340,15 +385,19 @@ bool Lexer::isNumberChar() const {
 // --- lists ---
 
 Token Lexer::parens() {
-  return bracketedList({'(', ')', "PARENS", "PAREN", Type::Parens});
+  return shortList({'(', ')', "PARENS", "PAREN", Type::Parens});
 }
 
 Token Lexer::braces() {
-  return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
+  return shortList({'{', '}', "BRACES", "BRACE", Type::Braces});
 }
 
 // "[" ... "]", kept as written. There is no nesting: the first "]" after a character closes it.
 Token Lexer::brackets() {
+  const char* const last = windowLast();
+  const char* at = windowBegin < last ? windowBegin + 1 : last;
+  while (at < last && (is(*at, char_class::DIGIT) || *at == '*')) ++at;
+  if (at < last && *at == ']') return inSight(Type::Brackets, at + 1);
   chars_.clear();
   do {
     if (atEnd()) return unexpectedEof("BRACKETS");
@@ -359,6 +408,15 @@ Token Lexer::brackets() {
   } while (lookaheadChar != ']');
   take();
   return taken(Type::Brackets);
+}
+
+// Most short lists are written in their normal form, and are in sight.
+Token Lexer::shortList(const ListKind& kind) {
+  const char* const last = windowLast();
+  const char* const limit = last - windowBegin > SHORT_LIST ? windowBegin + SHORT_LIST : last;
+  const char* const end = windowBegin < limit ? endOfPlainList(windowBegin + 1, limit) : limit;
+  if (end == limit || *end != kind.close || end[-1] == ' ') return bracketedList(kind);
+  return inSight(kind.type, end + 1);
 }
 
 // A whole list as one token: its elements with single blanks between them. Lists of the same kind

@@ -12,10 +12,12 @@
 
 #include "foundation/string.h"
 #include "foundation/vector.h"
-#include "vsa/text_cache.h"
 #include "vsa/token.h"
+#include "vsa/token_texts.h"
 
 namespace zn::korvo_sdk::impl {
+
+struct LineFeeds;
 
 /// The mark for the end of the input. A byte of this value in the text ends it there.
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
@@ -78,26 +80,35 @@ class Lexer {
 
  private:
   struct ListKind;
+  struct StringAhead;
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
+  // Where the window's last byte is: bytes before it can be consumed with the next one in sight.
+  const char* windowLast() const noexcept {
+    return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
+  }
   void skipWhite();
+  void passWhite() noexcept;
   void take();
   void takeRun(unsigned classes);
-  std::string_view wordAhead(unsigned classes) const noexcept;
   void takeUntil(char a, char b);
   void takeListRun();
   void pass(std::size_t count) noexcept;
+  void passLines(std::size_t count, const LineFeeds& feeds) noexcept;
   void passInLine(std::size_t count) noexcept;
   char passOne() noexcept;
   void appendRun(std::size_t count);
   void roomFor(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
+  StringAhead stringAhead() const noexcept;
+  Token shortList(const ListKind& kind);
   Token bracketedList(const ListKind& kind);
   Token taken(Token::Type type);
   Token name(std::string_view text);
+  Token inSight(Token::Type type, const char* end);
 
   ds::Vector<char> chars_;  // the characters of the token at hand
-  TextCache texts_;
+  TokenTexts texts_;
   bool sourceEnded_ = false;
 };
 

@@ -57,8 +57,11 @@ void VsaParser::statements() {
 
 // The order is part of the format: "with node:" has the shape of a declaration and is read as one.
 bool VsaParser::statement() {
-  return parseComment() || parseRemove() || parseDefine() || parseDeclare() || parseWith() ||
-         parseAssign();
+  if (parseComment()) return true;
+  // Every directive begins with two names, and most statements do not.
+  const bool isDirective = peek(0).type == Token::Type::Id && peek(1).type == Token::Type::Id;
+  if (isDirective && (parseRemove() || parseDefine() || parseDeclare() || parseWith())) return true;
+  return parseAssign();
 }
 
 void VsaParser::reportSource() const {
@@ -84,14 +87,19 @@ Token VsaParser::consume() {
 void VsaParser::advance() {
   Token& slot = tokens.data[head];
   lastLexed = lexer->nextToken();
-  if (lastLexed.type == Token::Type::Invalid) {
-    current = slot;
-    tokenError(lastLexed);
-  }
-  if (lastLexed.type == Token::Type::Eof && !(lastLexed.text == "EOF")) cutOff_ = lastLexed.text;
+  if (static_cast<int>(lastLexed.type) <= static_cast<int>(Token::Type::Invalid)) atLast(slot);
   current = std::move(slot);
   slot = lastLexed;
   head = head + 1 < lookahead ? head + 1 : 0;
+}
+
+// The lexer came to the end of the text, or to what stops it before.
+void VsaParser::atLast(const Token& next) {
+  if (lastLexed.type == Token::Type::Invalid) {
+    current = next;
+    tokenError(lastLexed);
+  }
+  if (!(lastLexed.text == "EOF")) cutOff_ = lastLexed.text;
 }
 
 bool VsaParser::match(Token& out, Token::Type type) {

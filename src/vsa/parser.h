@@ -7,6 +7,7 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <string_view>
 
 #include "foundation/file.h"
 #include "foundation/hash_map.h"
@@ -136,13 +137,14 @@ class VsaParser {
   }
   bool nextIs(Token::Type type) const { return peek(0).type == type; }
   void advance();
+  void atLast(const Token& next);
   void prime();
   void statements();
   bool statement();
   void reportSource() const;
 
   // statement_directive.cpp
-  bool isDirective(const char* keyword, Token::Type end) const;
+  bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
   INode* definedNodeOfType(const String& type) const;
 
@@ -176,8 +178,9 @@ class VsaParser {
   void resolveReference(IInput* input, const PendingLink& link);
   void connectTo(IInput* input, const String& nodeName, const String& outputName);
 
-  String cutOff_;                // what the lexer had in hand when the text ended inside it
-  TypedElements typedElements_;  // of arrays that already hold no untyped element
+  ds::Vector<Token> pathTokens_;  // room for the next statement's target path
+  String cutOff_;                 // what the lexer had in hand when the text ended inside it
+  TypedElements typedElements_;   // of arrays that already hold no untyped element
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -7,9 +7,9 @@ namespace zn::korvo_sdk::impl {
 using Type = Token::Type;
 
 // keyword name end
-bool VsaParser::isDirective(const char* keyword, Type end) const {
+bool VsaParser::isDirective(std::string_view keyword, Type end) const {
   return peek(0).type == Type::Id && peek(1).type == Type::Id && peek(2).type == end &&
-         peek(0).text.compareNoCase(String(keyword)) == 0;
+         isWord(peek(0).text.view(), keyword);
 }
 
 // Consumes a directive and takes its name.
