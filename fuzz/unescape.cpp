@@ -74,7 +74,7 @@ std::string plainUnescape(const std::string& text) {
 
 void unescape(std::string_view input) {
   const std::string text =
-      textIn("\\\\\\\\uuuuxx\"'/abfnrtvdD8cCeE0123456789aAfF", splitSettings(input));
+      textIn("\\\\\\\\uuuuxx\"'/abfnrtvdDbB8cCeEfF0123456789aAfF", splitSettings(input));
   checkSame(plainUnescape(text), vsa_tests::string(text).unescape().view(), "unescaped text");
 }
 
