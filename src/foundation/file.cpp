@@ -27,7 +27,7 @@ class OpenFile final : public RefCounted {
 
   File::Window fill() {
     if (at_ == filled_ && source_ != nullptr) {
-      if (block_ == nullptr) block_ = std::make_unique<char[]>(BLOCK_BYTES);
+      if (block_ == nullptr) block_ = std::make_unique_for_overwrite<char[]>(BLOCK_BYTES);
       at_ = 0;
       filled_ = 0;
       filled_ = source_->read(block_.get(), BLOCK_BYTES);

@@ -17,6 +17,33 @@ AssignInfo& AssignInfo::operator=(const AssignInfo& other) {
   return *this = std::move(copy);
 }
 
+AssignInfo& AssignInfo::operator=(AssignInfo&& other) noexcept {
+  targetPath = std::move(other.targetPath);
+  sourcePath = std::move(other.sourcePath);
+  valueToken = other.valueToken;
+  countToken = other.countToken;
+  elementsToken = other.elementsToken;
+  listToken = other.listToken;
+  referenceToken = other.referenceToken;
+  isScalar = other.isScalar;
+  isBuffer = other.isBuffer;
+  isConnection = other.isConnection;
+  isReference = other.isReference;
+  data = other.data;
+  return *this;
+}
+
+void AssignInfo::clear() noexcept {
+  targetPath.clear();
+  sourcePath.clear();
+  for (Token* const token :
+       {&valueToken, &countToken, &elementsToken, &listToken, &referenceToken}) {
+    *token = Token();
+  }
+  isScalar = isBuffer = isConnection = isReference = false;
+  data = AttrData();
+}
+
 String AssignInfo::valueString() const {
   const bool isList = static_cast<int>(countToken.type) >= static_cast<int>(Token::Type::Id);
   const String text = isList ? valueToken.text + "[]" : valueToken.text;

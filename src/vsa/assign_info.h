@@ -30,8 +30,12 @@ struct AssignInfo {
   AssignInfo(const AssignInfo&) = default;
   AssignInfo(AssignInfo&&) = default;
   AssignInfo& operator=(const AssignInfo& other);
-  AssignInfo& operator=(AssignInfo&&) = default;
+  /// Takes over the paths, which are left empty; everything else is copied.
+  AssignInfo& operator=(AssignInfo&& other) noexcept;
   ~AssignInfo() = default;
+
+  /// As new, but for the memory of the paths, which is kept.
+  void clear() noexcept;
 
   /// The value as messages quote it: the main token's text, with "[]" after it for a buffer, and no
   /// more than 20 characters and "..." of it.

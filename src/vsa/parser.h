@@ -107,7 +107,7 @@ class VsaParser {
   bool path(ds::Vector<Token>& tokensOfPath);
   bool arrayattr(ds::Vector<Token>& tokensOfPath);
   bool scalarattr(ds::Vector<Token>& tokensOfPath);
-  String collapse(const ds::Vector<Token>& tokensOfPath) const;
+  static String collapse(const ds::Vector<Token>& tokensOfPath);
 
   // value_form.cpp: the right-hand side.
 
@@ -137,6 +137,7 @@ class VsaParser {
   }
   bool nextIs(Token::Type type) const { return peek(0).type == type; }
   void advance();
+  void take(Token& out);
   void atLast(const Token& next);
   void prime();
   void statements();
@@ -148,10 +149,13 @@ class VsaParser {
   void directive(Token& name);
   INode* definedNodeOfType(const String& type) const;
 
+  // input_path.cpp
+  void appendNext(ds::Vector<Token>& tokensOfPath);
+
   // statement_assign.cpp
   INode* nodeOf(const AssignInfo& info);
   String pathText(const AssignInfo& info, INode* node) const;
-  static void file(PendingTable& table, IInput* input, AssignInfo& info);
+  static void file(PendingTable& table, IInput* input, const AssignInfo& info);
   void apply(AssignInfo& info, IInput* input, IInput* array);
   bool accepts(AssignInfo& info, IInput* input);
   bool acceptsBuffer(const AssignInfo& info, IInput* input);
@@ -176,11 +180,12 @@ class VsaParser {
   // resolve.cpp
   void resolveConnection(IInput* input, const PendingLink& link);
   void resolveReference(IInput* input, const PendingLink& link);
-  void connectTo(IInput* input, const String& nodeName, const String& outputName);
+  void connectTo(IInput* input, const String& nodeName, const String& outputName,
+                 const PendingLink& link);
 
-  ds::Vector<Token> pathTokens_;  // room for the next statement's target path
-  String cutOff_;                 // what the lexer had in hand when the text ended inside it
-  TypedElements typedElements_;   // of arrays that already hold no untyped element
+  AssignInfo assignment_;        // of the statement at hand; the next one uses its memory again
+  String cutOff_;                // what the lexer had in hand when the text ended inside it
+  TypedElements typedElements_;  // of arrays that already hold no untyped element
 };
 
 }  // namespace zn::korvo_sdk::impl

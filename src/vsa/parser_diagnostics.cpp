@@ -20,14 +20,14 @@ namespace {
 void VsaParser::parseError(const char* format, ...) {
   va_list args;
   va_start(args, format);
-  const detail::ArgumentListEnd end(args);
+  const zn::detail::ArgumentListEnd end(args);
   internalError("PARSE ERROR", format, args);
 }
 
 void VsaParser::bufferError(const char* format, ...) {
   va_list args;
   va_start(args, format);
-  const detail::ArgumentListEnd end(args);
+  const zn::detail::ArgumentListEnd end(args);
   internalError("BUFFER ERROR", format, args);
 }
 

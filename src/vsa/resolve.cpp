@@ -34,6 +34,17 @@ bool isPlainSource(const ds::Vector<Token>& path) {
 
 }  // namespace
 
+PendingLink::PendingLink(const AssignInfo& info) {
+  if (info.isConnection) {
+    const ds::Vector<Token>& path = info.sourcePath;
+    const bool isPlain = isPlainSource(path);
+    source = isPlain ? path[0].text : VsaParser::collapse(path);
+    if (isPlain) output = path[2].text;
+  } else if (info.referenceToken.type != Token::Type::Null) {
+    source = info.referenceToken.text;
+  }
+}
+
 void VsaParser::resolveConnections() {
   const Snapshot entries = snapshotOf(connections);
   for (const Table::Node* const entry : entries) resolveConnection(entry->key, entry->value);
@@ -48,23 +59,23 @@ void VsaParser::resolveReferences() {
 
 // source = "null" | node "." output
 void VsaParser::resolveConnection(IInput* input, const PendingLink& link) {
-  const ds::Vector<Token>& path = link.sourcePath;
-  if (isPlainSource(path)) return connectTo(input, path[0].text, path[2].text);
-  const String source = collapse(path);
+  if (!link.output.isEmpty()) return connectTo(input, link.source, link.output);
+  const String& source = link.source;
   if (source.toLower(true).trim(true, true) == "null") return input->disconnect();
   const StringVector parts = source.split('.', true, false);
   if (parts.size() != 2) return logWarning(INVALID_OUTPUT, source.buf());
   connectTo(input, parts[0], parts[1]);
 }
 
-void VsaParser::connectTo(IInput* input, const String& nodeName, const String& outputName) {
+void VsaParser::connectTo(IInput* input, const String& nodeName, const String& outputName,
+                          const PendingLink& link) {
   INode* const node = target().findNode(nodeName);
   if (node == nullptr) {
     return logWarning(NO_NODE_TO_CONNECT, nodeName.buf(), input->path().buf());
   }
   interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
   if (output == nullptr) {
-    const String source = nodeName + "." + outputName;
+    const String source = collapse(link.sourcePath);  // as written
     return logWarning(NO_OUTPUT_TO_CONNECT, source.buf(), input->path().buf());
   }
   input->connect(output);
@@ -72,11 +83,10 @@ void VsaParser::connectTo(IInput* input, const String& nodeName, const String& o
 
 // reference = "null" | node
 void VsaParser::resolveReference(IInput* input, const PendingLink& link) {
-  const Token& reference = link.referenceToken;
-  if (reference.type == Token::Type::Null) return input->setNode(nullptr);
-  INode* const node = target().findNode(reference.text);
+  if (link.source.isEmpty()) return input->setNode(nullptr);
+  INode* const node = target().findNode(link.source);
   if (node == nullptr) {
-    return logWarning(NO_NODE_TO_ASSIGN, reference.text.buf(), input->path().buf());
+    return logWarning(NO_NODE_TO_ASSIGN, link.source.buf(), input->path().buf());
   }
   input->setNode(node);
 }

@@ -2,6 +2,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
 
 #include "foundation/decompress.h"
 #include "foundation/hash_map.h"
@@ -50,9 +51,9 @@ constexpr Row VECTOR_ROWS[] = {
 
 template <std::size_t N>
 const TypeTable* makeTable(const Row (&rows)[N]) {
-  auto* const table = new TypeTable;
+  auto table = std::make_unique<TypeTable>();
   for (const Row& row : rows) table->set(row.keyword, row.type);
-  return table;
+  return table.release();
 }
 
 // The element type of a keyword, in any letter case; Null when it is none.

@@ -1,7 +1,7 @@
 // Literals of one value: booleans, numbers, strings, typed tuples; and the lists that stand for
 // objects and arrays, which are recognised by their bracket and not looked into.
 #include <cstdlib>
-#include <cstring>
+#include <memory>
 #include <new>
 #include <string_view>
 
@@ -26,9 +26,9 @@ const TypeTable* makeScalarTypes() {
       {"pos2", AttrType::Pos2}, {"pos3", AttrType::Pos3}, {"quat", AttrType::Quat},
       {"mat3", AttrType::Mat3}, {"mat4", AttrType::Mat4}, {"rgba", AttrType::Rgba},
   };
-  auto* const table = new TypeTable;
+  auto table = std::make_unique<TypeTable>();
   for (const Row& row : ROWS) table->set(row.keyword, row.type);
-  return table;
+  return table.release();
 }
 
 // The list without its parentheses, and without those of a list in a list at its ends.
@@ -45,43 +45,42 @@ std::string_view withoutQuotes(std::string_view quoted) {
   return quoted;
 }
 
-// A copy that C code can free.
-char* copyToC(std::string_view text) {
-  char* const characters = static_cast<char*>(std::malloc(text.size() + 1));
-  if (characters == nullptr) throw std::bad_alloc();
-  if (!text.empty()) std::memcpy(characters, text.data(), text.size());
-  characters[text.size()] = '\0';
-  return characters;
-}
-
 }  // namespace
 
 // False with nothing consumed where no scalar begins; false with its tokens consumed where one does
 // but will not convert: the error is then raised at the token after it.
 bool VsaParser::scalar(AssignInfo& info) {
   AttrData& data = info.data;
-  if (match(info.valueToken, Type::True) || match(info.valueToken, Type::False)) {
-    data.type = AttrType::Bool;
-    return String::parse(info.valueToken.text, data.payload.boolean);
+  switch (peek(0).type) {
+    case Type::True:
+    case Type::False:
+      take(info.valueToken);
+      data.type = AttrType::Bool;
+      return String::parse(info.valueToken.text, data.payload.boolean);
+    case Type::Int:
+      take(info.valueToken);
+      return integer(info);
+    case Type::Real:
+      take(info.valueToken);
+      data.type = AttrType::Real;
+      return String::parse(info.valueToken.text, data.payload.real);
+    case Type::Str:
+      take(info.valueToken);
+      string(info);
+      return true;
+    case Type::Braces:
+      take(info.valueToken);
+      data.type = AttrType::Object;
+      return true;
+    case Type::Brackets:
+      take(info.valueToken);
+      data.type = AttrType::Array;
+      return true;
+    case Type::Id:
+      return tuple(info);
+    default:
+      return false;
   }
-  if (match(info.valueToken, Type::Int)) return integer(info);
-  if (match(info.valueToken, Type::Real)) {
-    data.type = AttrType::Real;
-    return String::parse(info.valueToken.text, data.payload.real);
-  }
-  if (match(info.valueToken, Type::Str)) {
-    string(info);
-    return true;
-  }
-  if (match(info.valueToken, Type::Braces)) {
-    data.type = AttrType::Object;
-    return true;
-  }
-  if (match(info.valueToken, Type::Brackets)) {
-    data.type = AttrType::Array;
-    return true;
-  }
-  return tuple(info);
 }
 
 // `42` is an Int, `42u` a UInt; both are converted as signed 64-bit numbers.
@@ -98,16 +97,14 @@ bool VsaParser::integer(AssignInfo& info) {
 void VsaParser::string(AssignInfo& info) {
   const std::string_view text = withoutQuotes(info.valueToken.text.view());
   info.data.type = AttrType::String;
-  if (text.find('\\') == std::string_view::npos) {
-    info.data.payload.string = copyToC(text);
-  } else {
-    info.data.payload.string = copyToC(String::copyOf(text).unescape().view());
-  }
+  char* const characters = static_cast<char*>(std::malloc(text.size() + 1));
+  if (characters == nullptr) throw std::bad_alloc();
+  characters[String::unescape(text, characters)] = '\0';
+  info.data.payload.string = characters;
 }
 
 // keyword "(" numbers ")"   `vec3(0 1 0)`
 bool VsaParser::tuple(AssignInfo& info) {
-  if (!nextIs(Type::Id)) return false;
   // Made once, and never destroyed: another thread may still read while the process ends.
   static const TypeTable& scalarTypes = *makeScalarTypes();
   const TypeTable::Node* const type = scalarTypes.findNode(peek(0).text.toLower(true));

@@ -53,7 +53,7 @@ Node* Input::owner() const noexcept {
 }
 
 Scene* Input::scene() const noexcept {
-  return owner()->scene();
+  return Slabs<Input, Scene>::ownerOf(this);
 }
 
 // Put together from the parents, outermost first.
@@ -173,7 +173,8 @@ void Input::appendElement() {
   if (typeOf() != AttrType::Array) return;
   const std::uint64_t index = count();
   if (level_ >= scene()->depthLimit()) {
-    refuseDepth(path() + String("[") + String(static_cast<unsigned long long>(index)) + "]");
+    scene()->refuseDepth(path() + String("[") + String(static_cast<unsigned long long>(index)) +
+                         "]");
   }
   if (index > std::numeric_limits<std::uint32_t>::max()) {
     throw std::length_error("an array holds at most 2^32 elements");
@@ -218,7 +219,7 @@ Input* Input::makeMember(const String& name, AttrType type, AttrType elementType
   if (Input* const existing = input(name); existing != nullptr) {
     return existing->typeOf() == type ? existing : nullptr;
   }
-  if (level_ >= scene()->depthLimit()) refuseDepth(path() + "." + name);
+  if (level_ >= scene()->depthLimit()) scene()->refuseDepth(path() + "." + name);
   std::unique_ptr<NamedList<Input>> made;
   if (typeOf() == AttrType::Null || value_.members == nullptr) {
     made = std::make_unique<NamedList<Input>>();
@@ -232,13 +233,6 @@ Input* Input::makeMember(const String& name, AttrType type, AttrType elementType
   if (made != nullptr) value_.members = made.release();
   markUsed();
   return member;
-}
-
-void Input::refuseDepth(const String& newPath) const {
-  throw std::runtime_error(String::format("input %s is nested deeper than %llu levels",
-                                          newPath.buf(),
-                                          static_cast<unsigned long long>(scene()->depthLimit()))
-                               .buf());
 }
 
 void Input::markUsed() noexcept {

@@ -19,7 +19,7 @@ class Node;
 class Output;
 class Scene;
 struct DeclaredInput;
-template <class T>
+template <class T, class Owner>
 class Slabs;
 
 /// An input of a Scene, which owns it. One that only a link has named has type Null. What sets a
@@ -104,7 +104,7 @@ class VSA_API Input final : public interfaces::IInput {
   void release() override {}
 
  private:
-  friend class Slabs<Input>;
+  friend class Slabs<Input, Scene>;
   friend class Node;
 
   struct ElementList {
@@ -135,7 +135,6 @@ class VSA_API Input final : public interfaces::IInput {
   const DeclaredInput* declared() const noexcept;
   ElementList& elements();
   Input* makeMember(const String& name, AttrType type, AttrType elementType);
-  [[noreturn]] void refuseDepth(const String& newPath) const;
   void markUsed() noexcept;
   void become(AttrType type) noexcept;
   void setElementType(AttrType type);

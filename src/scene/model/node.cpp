@@ -65,6 +65,7 @@ Input* Node::bringIntoBeing(const String& name) {
 }
 
 Input* Node::add(const String& name, AttrType type, AttrType elementType) {
+  if (scene_->depthLimit() == 0) scene_->refuseDepth(name_ + "." + name);
   Input* const made = &scene_->inputs().make(this, name, type);
   if (type == AttrType::Array) made->setElementType(elementType);
   inputs_.append(made);

@@ -54,6 +54,13 @@ void Scene::removeNode(const String& name) {
   lastFound_ = nullptr;
 }
 
+void Scene::refuseDepth(const String& newPath) const {
+  throw std::runtime_error(String::format("input %s is nested deeper than %llu levels",
+                                          newPath.buf(),
+                                          static_cast<unsigned long long>(depthLimit_))
+                               .buf());
+}
+
 void Scene::checkEmptyElements(const Input& array) const {
   if (emptyElements_ < emptyElementLimit_) return;
   throw std::runtime_error(

@@ -75,19 +75,20 @@ class VSA_API Scene final : public interfaces::IScene {
   friend class Node;
   friend class Input;
 
-  Slabs<Input>& inputs() noexcept { return inputs_; }
-  Slabs<Output>& outputs() noexcept { return outputs_; }
+  Slabs<Input, Scene>& inputs() noexcept { return inputs_; }
+  Slabs<Output, Scene>& outputs() noexcept { return outputs_; }
   Node* add(const String& type, const String& name);
   std::uint64_t slotOf(const String& name) const;
+  [[noreturn]] void refuseDepth(const String& newPath) const;
   void checkEmptyElements(const Input& array) const;
   void countEmptyElement() noexcept { ++emptyElements_; }
   void uncountEmptyElement() noexcept { --emptyElements_; }
 
-  Slabs<Node> nodes_;          // in creation order
-  ds::HashIndex names_;        // of the nodes that were not removed
-  Node* lastFound_ = nullptr;  // statements about one node mostly stand together
-  Slabs<Input> inputs_;
-  Slabs<Output> outputs_;
+  Slabs<Node, Scene> nodes_{this};  // in creation order
+  ds::HashIndex names_;             // of the nodes that were not removed
+  Node* lastFound_ = nullptr;       // statements about one node mostly stand together
+  Slabs<Input, Scene> inputs_{this};
+  Slabs<Output, Scene> outputs_{this};
   std::uint64_t emptyElements_ = 0;
   std::uint64_t emptyElementLimit_ = DEFAULT_EMPTY_ELEMENT_LIMIT;
   std::uint64_t depthLimit_ = DEFAULT_DEPTH_LIMIT;

@@ -1,8 +1,11 @@
 // Slabs: where the nodes, inputs and outputs of a scene live. Objects stay where they were made, in
 // creation order, until all of them go at once.
 //
-// Slabs are aligned to 256 bytes: the reader resolves links in the order of the low 8 bits of the
-// inputs' addresses, so that this order, too, is the same on every run.
+// A slab lies on a multiple of its own size and begins with a pointer to its owner, so that an
+// object finds its scene from its own address: a scene may hold many millions of inputs, and eight
+// bytes in each would be felt. Objects begin on a multiple of 256 bytes: the reader resolves links
+// in the order of the low 8 bits of the inputs' addresses, so that this order, too, is the same on
+// every run.
 #pragma once
 
 #include <cstddef>
@@ -14,20 +17,22 @@
 
 namespace zn::korvo_sdk {
 
-template <class T>
+template <class T, class Owner>
 class Slabs {
  public:
-  Slabs() = default;
+  explicit Slabs(Owner* owner) noexcept : owner_(owner) {}
   Slabs(const Slabs&) = delete;
   Slabs& operator=(const Slabs&) = delete;
   /// No object's end may look at another object.
   ~Slabs() {
     for (std::uint64_t i = 0; i < size_; ++i) (*this)[i].~T();
-    for (T* const slab : slabs_) ::operator delete(static_cast<void*>(slab), ALIGNMENT);
+    for (void* const slab : slabs_) ::operator delete(slab, ALIGNMENT);
   }
 
   std::uint64_t size() const noexcept { return size_; }
-  T& operator[](std::uint64_t i) const noexcept { return slabs_[i / PER_SLAB][i % PER_SLAB]; }
+  T& operator[](std::uint64_t i) const noexcept {
+    return *(reinterpret_cast<T*>(slabs_[i / PER_SLAB] + HEADER_BYTES) + i % PER_SLAB);
+  }
 
   /// A new object behind the others. Throws what its constructor throws and std::bad_alloc, and
   /// changes nothing then.
@@ -39,22 +44,31 @@ class Slabs {
     return *made;
   }
 
+  /// The owner of the slabs in which `object` was made.
+  static Owner* ownerOf(const T* object) noexcept {
+    const auto within = reinterpret_cast<std::uintptr_t>(object) % SLAB_BYTES;
+    return *reinterpret_cast<Owner* const*>(reinterpret_cast<const std::byte*>(object) - within);
+  }
+
  private:
-  static constexpr std::align_val_t ALIGNMENT{256};
   static constexpr std::size_t SLAB_BYTES = std::size_t{1} << 16;
-  static constexpr std::uint64_t PER_SLAB = SLAB_BYTES / sizeof(T);
+  static constexpr std::align_val_t ALIGNMENT{SLAB_BYTES};
+  static constexpr std::size_t HEADER_BYTES = 256;
+  static constexpr std::uint64_t PER_SLAB = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);
 
   void addSlab() {
     slabs_.push_back(nullptr);  // room first: a slab in hand must not be lost
     try {
-      slabs_[slabs_.size - 1] = static_cast<T*>(::operator new(SLAB_BYTES, ALIGNMENT));
+      slabs_[slabs_.size - 1] = static_cast<std::byte*>(::operator new(SLAB_BYTES, ALIGNMENT));
     } catch (...) {
       --slabs_.size;
       throw;
     }
+    new (slabs_[slabs_.size - 1]) Owner*(owner_);
   }
 
-  ds::Vector<T*> slabs_;
+  Owner* owner_;
+  ds::Vector<std::byte*> slabs_;
   std::uint64_t size_ = 0;
 };
 
