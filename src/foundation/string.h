@@ -141,6 +141,9 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
   /// (that byte) and \uHHHH (a UTF-16 code unit, pairs joined, as UTF-8). Anything else after a
   /// backslash stays as written, and so do a lone surrogate and an escape that would give a NUL.
   String unescape() const;
+  /// The same from `text` into `out`, which has room for as many characters and is no part of it.
+  /// Returns how many it wrote; a NUL is not put behind them.
+  static std::size_t unescape(std::string_view text, char* out) noexcept;
   /// The pieces between separators, left to right; `skipEmpty` drops empty ones. `third` is unused.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 

@@ -114,25 +114,37 @@ int escape(const char* at, const char* end, char*& to) {
 
 }  // namespace
 
+// Most characters stand for themselves: they are copied from one backslash to the next. No sequence
+// stands for more characters than it is written with.
+std::size_t String::unescape(std::string_view text, char* out) noexcept {
+  char* to = out;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  while (at < end) {
+    if (*at == '\\') {
+      if (const int read = escape(at, end, to); read != 0) {
+        at += read;
+        continue;
+      }
+      *to++ = *at++;
+    }
+    const std::size_t left = static_cast<std::size_t>(end - at);
+    const void* const next = left == 0 ? nullptr : std::memchr(at, '\\', left);
+    const std::size_t count =
+        next == nullptr ? left : static_cast<std::size_t>(static_cast<const char*>(next) - at);
+    if (count != 0) std::memcpy(to, at, count);
+    at += count;
+    to += count;
+  }
+  return static_cast<std::size_t>(to - out);
+}
+
 String String::unescape() const {
   const std::string_view text = view();
   if (text.find('\\') == std::string_view::npos) return *this;
-  // No sequence stands for more bytes than it is written with.
   ds::Vector<char> chars;
   chars.reserve(static_cast<unsigned long>(text.size() + 1));
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  char* to = chars.data;
-  while (at < end) {
-    const int read = *at == '\\' ? escape(at, end, to) : 0;
-    if (read != 0) {
-      at += read;
-    } else {
-      *to++ = *at++;
-    }
-  }
-  chars.size = static_cast<std::uint64_t>(to - chars.data);
-  return String::copyOf({chars.data, static_cast<std::size_t>(chars.size)});
+  return String::copyOf({chars.data, unescape(text, chars.data)});
 }
 
 }  // namespace zn

@@ -13,10 +13,7 @@ bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
   const bool isOfWithNode = peek(0).type == Type::Dot && peek(1).type == Type::Id;
   if (!isQualified && !isOfWithNode) return false;
   if (tokensOfPath.capacity == 0) tokensOfPath.reserve(3);  // few paths are longer
-  for (int left = isQualified ? 3 : 2; left > 0; --left) {
-    advance();
-    tokensOfPath.push_back(current);
-  }
+  for (int left = isQualified ? 3 : 2; left > 0; --left) appendNext(tokensOfPath);
   while (arrayattr(tokensOfPath) || scalarattr(tokensOfPath)) {
   }
   return true;
@@ -25,23 +22,26 @@ bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
 // "[" ... "]"
 bool VsaParser::arrayattr(ds::Vector<Token>& tokensOfPath) {
   if (!nextIs(Type::Brackets)) return false;
-  advance();
-  tokensOfPath.push_back(current);
+  appendNext(tokensOfPath);
   return true;
 }
 
 // "." name
 bool VsaParser::scalarattr(ds::Vector<Token>& tokensOfPath) {
   if (!nextIs(Type::Dot) || peek(1).type != Type::Id) return false;
-  for (int left = 2; left > 0; --left) {
-    advance();
-    tokensOfPath.push_back(current);
-  }
+  appendNext(tokensOfPath);
+  appendNext(tokensOfPath);
   return true;
 }
 
+// Consumes a token of a path.
+void VsaParser::appendNext(ds::Vector<Token>& tokensOfPath) {
+  advance();
+  tokensOfPath.push_back(current);
+}
+
 // The texts of the tokens with nothing between them.
-String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) const {
+String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) {
   std::size_t length = 0;
   for (const Token& token : tokensOfPath) length += token.text.len();
   ds::Vector<char> chars;

@@ -102,10 +102,14 @@ void VsaParser::atLast(const Token& next) {
   if (!(lastLexed.text == "EOF")) cutOff_ = lastLexed.text;
 }
 
-bool VsaParser::match(Token& out, Token::Type type) {
-  if (!nextIs(type)) return false;
+void VsaParser::take(Token& out) {
   advance();
   out = current;
+}
+
+bool VsaParser::match(Token& out, Token::Type type) {
+  if (!nextIs(type)) return false;
+  take(out);
   return true;
 }
 

@@ -1,17 +1,25 @@
 // PendingLink: what of an assignment waits for the end of the text. Internal; the door is vsa.h.
 //
 // A text may hold millions of links, and their records are all kept until the last statement has
-// been read: of an AssignInfo only what the resolution reads is filed.
+// been read: of an AssignInfo only what the resolution reads is filed, and names share their texts.
 #pragma once
 
+#include "foundation/string.h"
 #include "foundation/vector.h"
-#include "vsa/token.h"
+#include "vsa/assign_info.h"
 
 namespace zn::korvo_sdk::impl {
 
 struct PendingLink {
-  ds::Vector<Token> sourcePath;  ///< Connection: the right-hand side, or the one `null` token.
-  Token referenceToken;          ///< Reference: the node's name, or `null`.
+  /// Reference: the node's name; empty for `null`. Connection: the node's name, where the source is
+  /// written `node.output`; the whole source as it is written, where it is anything else.
+  String source;
+  /// Connection to `node.output`: the output's name; empty for anything else.
+  String output;
+
+  PendingLink() = default;
+  /// What is filed of a connection or a reference.
+  PendingLink(const AssignInfo& info);  // NOLINT: a record stands for its statement
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -32,6 +32,11 @@ bool isPlainSource(const ds::Vector<Token>& path) {
   return path.size == 3 && path[0].type == Token::Type::Id && path[2].type == Token::Type::Id;
 }
 
+// The source of a connection.
+String asWritten(const PendingLink& link) {
+  return link.output.isEmpty() ? link.source : link.source + "." + link.output;
+}
+
 }  // namespace
 
 PendingLink::PendingLink(const AssignInfo& info) {
@@ -59,12 +64,12 @@ void VsaParser::resolveReferences() {
 
 // source = "null" | node "." output
 void VsaParser::resolveConnection(IInput* input, const PendingLink& link) {
-  if (!link.output.isEmpty()) return connectTo(input, link.source, link.output);
+  if (!link.output.isEmpty()) return connectTo(input, link.source, link.output, link);
   const String& source = link.source;
   if (source.toLower(true).trim(true, true) == "null") return input->disconnect();
   const StringVector parts = source.split('.', true, false);
   if (parts.size() != 2) return logWarning(INVALID_OUTPUT, source.buf());
-  connectTo(input, parts[0], parts[1]);
+  connectTo(input, parts[0], parts[1], link);
 }
 
 void VsaParser::connectTo(IInput* input, const String& nodeName, const String& outputName,
@@ -75,7 +80,7 @@ void VsaParser::connectTo(IInput* input, const String& nodeName, const String& o
   }
   interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
   if (output == nullptr) {
-    const String source = collapse(link.sourcePath);  // as written
+    const String source = asWritten(link);
     return logWarning(NO_OUTPUT_TO_CONNECT, source.buf(), input->path().buf());
   }
   input->connect(output);

@@ -23,7 +23,8 @@ bool isUntyped(interfaces::IInput& element, AttrType type) {
 // The right-hand side is read before the node is looked up: a statement about a missing node has
 // consumed its value when the error is raised.
 bool VsaParser::parseAssign() {
-  AssignInfo info;
+  AssignInfo& info = assignment_;
+  info.clear();
   if (!path(info.targetPath)) return false;
   if (!connect(info) && !value(info)) return false;
   INode* const node = nodeOf(info);
@@ -60,8 +61,8 @@ String VsaParser::pathText(const AssignInfo& info, INode* node) const {
 
 // Files a link until the last statement has been read; a later one for the same input replaces it.
 // The input is held once.
-void VsaParser::file(PendingTable& table, IInput* input, AssignInfo& info) {
-  PendingLink link{std::move(info.sourcePath), info.referenceToken};
+void VsaParser::file(PendingTable& table, IInput* input, const AssignInfo& info) {
+  PendingLink link(info);
   PendingTable::Node* const filed = table.findNode(input);
   if (filed != nullptr) {
     filed->value = std::move(link);

@@ -27,15 +27,17 @@ Token name(const std::string& characters) {
 }
 
 PendingLink connection(const Lines& source) {
-  PendingLink link;
-  for (const std::string& part : source) link.sourcePath.push_back(name(part));
-  return link;
+  AssignInfo info;
+  info.isConnection = true;
+  for (const std::string& part : source) info.sourcePath.push_back(name(part));
+  return info;
 }
 
 PendingLink reference(const Token& node) {
-  PendingLink link;
-  link.referenceToken = node;
-  return link;
+  AssignInfo info;
+  info.isReference = true;
+  info.referenceToken = node;
+  return info;
 }
 
 /// A parser with an input to link and a node to link it to.
@@ -232,18 +234,19 @@ TEST(ResolveText, AFailedLinkStopsNoOther) {
   EXPECT_NE(std::find(calls.begin(), calls.end(), "a.z.setNode a"), calls.end());
 }
 
-// The record that waits is that of the last statement, token by token.
+// What waits is that of the last statement.
 TEST(ResolveText, TheTablesHoldTheLastStatement) {
   vsa_tests::PrimedParser primed("a.x |= a.one; a.x |= a.two; a.y = a;");
   HostNode* const node = primed.scene.add("lamp", "a");
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(primed.parser.parseAssign());
   const auto* const filed = primed.parser.connections.findNode(node->input("x"));
   ASSERT_NE(filed, nullptr);
-  EXPECT_EQ(vsa_tests::text(primed.parser.collapse(filed->value.sourcePath)), "a.two");
+  EXPECT_EQ(vsa_tests::text(filed->value.source), "a");
+  EXPECT_EQ(vsa_tests::text(filed->value.output), "two");
   EXPECT_EQ(node->input("x")->held, 1);
   const auto* const referring = primed.parser.references.findNode(node->input("y"));
   ASSERT_NE(referring, nullptr);
-  EXPECT_EQ(vsa_tests::tokenText(referring->value.referenceToken), "Id<a>1,35");
+  EXPECT_EQ(vsa_tests::text(referring->value.source), "a");
 }
 
 }  // namespace
