@@ -244,6 +244,13 @@ void checkType(const std::string& text, unsigned settings) {
     checkRun<Number>(zn::numbers::readPiecesSse41<Number>, text, room, "SSE4.1 form");
   }
 #endif
+#if VSA_HAS_AVX2_FORM
+  if constexpr (zn::numbers::HAS_AVX2_FORM<Number>) {
+    if (zn::cpuHasAvx2()) {
+      checkRun<Number>(zn::numbers::readPiecesAvx2<Number>, text, room, "AVX2 form");
+    }
+  }
+#endif
 }
 
 }  // namespace
