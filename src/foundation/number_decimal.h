@@ -117,13 +117,17 @@ VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
 
 constexpr auto makePowersOfFive() {
   std::array<Wide, 2 * MAX_TABLE_POWER + 1> table{};
-  for (int exponent = -MAX_TABLE_POWER; exponent <= MAX_TABLE_POWER; ++exponent) {
-    table[static_cast<size_t>(exponent + MAX_TABLE_POWER)] = leadingBitsOfPower(exponent);
-  }
+  int exponent = -MAX_TABLE_POWER;
+  for (Wide& row : table) row = leadingBitsOfPower(exponent++);
   return table;
 }
 
 inline constexpr auto POWERS_OF_FIVE = makePowersOfFive();
+
+constexpr size_t tableRow(int exponent) {
+  const int row = exponent + MAX_TABLE_POWER;
+  return static_cast<size_t>(row);
+}
 
 /// digits * 10^exponent by Lemire's method; `digits` is not zero and |exponent| is at most
 /// MAX_TABLE_POWER, so the result is always a normal double. False where the leading 128 bits do
@@ -131,7 +135,7 @@ inline constexpr auto POWERS_OF_FIVE = makePowersOfFive();
 VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, double& out) {
   const int zeros = std::countl_zero(digits);
   digits <<= zeros;
-  const Wide& power = POWERS_OF_FIVE[static_cast<size_t>(exponent + MAX_TABLE_POWER)];
+  const Wide& power = POWERS_OF_FIVE[tableRow(exponent)];
   Wide product = multiply(digits, power.high);
   if ((product.high & 0x1FF) == 0x1FF) {
     // The bits cut off might still carry into those that round.

@@ -83,7 +83,7 @@ TypePointer declaredType(std::string_view name) {
   return table().find(name);
 }
 
-void registerNodeType(NodeType type) {
+void registerNodeType(const NodeType& type) {
   table().add(type.name, std::make_shared<const DeclaredType>(type));
 }
 

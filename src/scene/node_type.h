@@ -40,7 +40,7 @@ struct NodeType {
 /// Declares a type for the whole process, over an earlier declaration of that name. Nodes that
 /// exist keep the declaration they were made with. Safe to call while other threads read; throws
 /// std::bad_alloc.
-VSA_API void registerNodeType(NodeType type);
+VSA_API void registerNodeType(const NodeType& type);
 
 /// Makes a type open again, for nodes made from now on. Does nothing for a name that is not
 /// declared. Safe to call while other threads read.

@@ -1,5 +1,6 @@
 #include "tools/support/real_text.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstring>
@@ -10,7 +11,7 @@ namespace {
 
 size_t word(const char* text, char* to) {
   const size_t length = std::strlen(text);
-  std::memcpy(to, text, length);
+  std::copy_n(text, length, to);
   return length;
 }
 

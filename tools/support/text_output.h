@@ -57,7 +57,7 @@ class TextOutput {
   const std::string& text() const { return text_; }
 
  private:
-  static constexpr size_t BLOCK = 64 * 1024;
+  static constexpr size_t BLOCK = size_t{64} * 1024;
 
   void spill() {
     if (file_ && text_.size() >= BLOCK) handOn();
