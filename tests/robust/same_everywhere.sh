@@ -1,0 +1,96 @@
+#!/usr/bin/env bash
+# The same bytes give the same log and the same dump, whatever the compiler, its options, the locale and the run.
+#
+#   same_everywhere.sh                  builds with each compiler and option below and compares all; takes a while
+#   same_everywhere.sh --quick PROGRAM  the program dump_under_locale alone: two runs, and under each locale
+#
+# Locales that the machine lacks are made in a scratch folder with localedef; a test that cannot have them is skipped.
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/../.." && pwd)
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+locales=(de_DE.UTF-8 tr_TR.UTF-8)
+
+# One row a build: its name, the compiler, the options.
+builds() {
+  cat <<'ROWS'
+gcc-O0 g++ -O0
+gcc-O3 g++ -O3
+clang-O0 clang++ -O0
+clang-O3 clang++ -O3
+gcc-assertions g++ -O1 -D_GLIBCXX_ASSERTIONS
+gcc-unsigned-char g++ -O2 -funsigned-char
+clang-unsigned-char clang++ -O2 -funsigned-char
+ROWS
+}
+
+texts() { (cd "$root" && find tests examples -name '*.vsa' | LC_ALL=C sort); }
+
+# dump PROGRAM LOCALE: everything that reading every text gives.
+dump() {
+  (cd "$root" && texts | xargs -d '\n' "$1" "$2")
+}
+
+make_locales() {
+  command -v localedef >/dev/null || return 1
+  local each
+  for each in "${locales[@]}"; do
+    localedef -c -i "${each%.*}" -f UTF-8 "$scratch/$each" >/dev/null 2>&1 || [ -d "$scratch/$each" ] || return 1
+  done
+  export LOCPATH=$scratch
+}
+
+# compare NAME: the dump NAME against the first one.
+compare() {
+  if cmp -s "$scratch/first" "$scratch/dump"; then
+    printf '%-32s same\n' "$1"
+  else
+    printf '%-32s DIFFERS\n' "$1"
+    diff "$scratch/first" "$scratch/dump" | head -20 || true
+    status=1
+  fi
+}
+
+check_locales() {
+  local program=$1 name=$2 each
+  for each in "${locales[@]}"; do
+    dump "$program" "$each" >"$scratch/dump"
+    compare "$name $each"
+  done
+}
+
+# build NAME COMPILER OPTION...: the program, from the library's sources and nothing else.
+build() {
+  local name=$1 compiler=$2
+  shift 2
+  find "$root/src" "$root/tools/support" -name '*.cpp' -print0 |
+    (cd "$root" && mkdir -p "$scratch/$name" && cd "$scratch/$name" &&
+      xargs -0 -P "$(nproc)" -n 4 "$compiler" -std=c++20 -I"$root/src" -I"$root" "$@" -c)
+  "$compiler" -std=c++20 -I"$root/src" -I"$root" "$@" "$here/dump_under_locale.cpp" "$scratch/$name"/*.o \
+    -o "$scratch/$name.program"
+}
+
+status=0
+if [ "${1:-}" = --quick ]; then
+  program=$2
+  dump "$program" C >"$scratch/first"
+  dump "$program" C >"$scratch/dump"
+  compare 'run to run'
+  [ "$status" -eq 0 ] || exit 1
+  make_locales || exit 77
+  check_locales "$program" 'locale'
+  exit "$status"
+fi
+
+make_locales || echo 'no locales: install the package locales' >&2
+while read -r name compiler options; do
+  command -v "$compiler" >/dev/null || { printf '%-32s no %s\n' "$name" "$compiler"; continue; }
+  # shellcheck disable=SC2086 # several words
+  build "$name" "$compiler" $options
+  dump "$scratch/$name.program" C >"$scratch/dump"
+  [ -e "$scratch/first" ] || cp "$scratch/dump" "$scratch/first"
+  compare "$name"
+  if [ -n "${LOCPATH:-}" ]; then check_locales "$scratch/$name.program" "$name"; fi
+done < <(builds)
+exit "$status"
