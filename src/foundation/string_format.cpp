@@ -150,8 +150,8 @@ class Formatter {
         return print(va_arg(arguments_.list, long long));
       case Length::Size:
         return print(va_arg(arguments_.list, std::size_t));
-      case Length::IntMax:  // NOLINT(bugprone-branch-clone): PtrDiff is this type here, not
-                            // everywhere
+      // PtrDiff may be this type, too, but is not everywhere.
+      case Length::IntMax:  // NOLINT(bugprone-branch-clone)
         return print(va_arg(arguments_.list, std::intmax_t));
       case Length::PtrDiff:
         return print(va_arg(arguments_.list, std::ptrdiff_t));

@@ -1,0 +1,232 @@
+// Decimal texts where rounding is decided late: the exact middle between two neighbours and its
+// own neighbours, long digits, subnormals, the ends of the range. MPFR, rounding to nearest with
+// the exponents of the target, says what each must read as.
+#include <gmp.h>
+#include <mpfr.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <string>
+
+#include "foundation/number_list.h"
+#include "foundation/number_text.h"
+#include "tests/exhaustive/mismatch.h"
+#include "tests/exhaustive/survey.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using Random = std::mt19937_64;
+
+std::int64_t between(Random& random, std::int64_t least, std::int64_t most) {
+  const auto span = static_cast<std::uint64_t>(most - least) + 1;
+  return least + static_cast<std::int64_t>(random() % span);
+}
+
+std::string randomDigits(Random& random, std::int64_t count) {
+  std::string digits;
+  for (std::int64_t i = 0; i < count; ++i) digits += static_cast<char>('0' + random() % 10);
+  return digits;
+}
+
+/// The digits of an integer that MPFR's own arithmetic keeps.
+class BigInteger {
+ public:
+  explicit BigInteger(std::uint64_t value) { mpz_init_set_ui(value_, value); }
+  BigInteger(const BigInteger&) = delete;
+  BigInteger& operator=(const BigInteger&) = delete;
+  ~BigInteger() { mpz_clear(value_); }
+
+  void timesPowerOfTwo(unsigned long power) { mpz_mul_2exp(value_, value_, power); }
+
+  void timesPowerOfFive(unsigned long power) {
+    mpz_t factor;
+    mpz_init(factor);
+    mpz_ui_pow_ui(factor, 5, power);
+    mpz_mul(value_, value_, factor);
+    mpz_clear(factor);
+  }
+
+  std::string digits() const {
+    std::string text(mpz_sizeinbase(value_, 10) + 1, '\0');
+    mpz_get_str(text.data(), 10, value_);
+    text.resize(text.find('\0'));
+    return text;
+  }
+
+ private:
+  mpz_t value_;
+};
+
+struct Decimal {
+  std::string digits;
+  std::int64_t exponent = 0;
+};
+
+/// mantissa * 2^exponent, every digit of it.
+Decimal exactDecimal(std::uint64_t mantissa, std::int64_t exponent) {
+  BigInteger digits(mantissa);
+  if (exponent >= 0) {
+    digits.timesPowerOfTwo(static_cast<unsigned long>(exponent));
+    return {digits.digits(), 0};
+  }
+  digits.timesPowerOfFive(static_cast<unsigned long>(-exponent));
+  return {digits.digits(), exponent};
+}
+
+/// What a kind of real is made of: bits of its mantissa and the exponent of its smallest value.
+struct Format {
+  int mantissaBits;
+  int leastExponent;
+  int greatestExponent;
+};
+constexpr Format DOUBLE{53, -1074, 971};
+constexpr Format FLOAT{24, -149, 104};
+
+/// The exact middle between a random real and the next one.
+Decimal halfWay(Random& random, const Format& format) {
+  const std::uint64_t low = std::uint64_t{1} << (format.mantissaBits - 1);
+  const std::int64_t exponent = between(random, format.leastExponent, format.greatestExponent);
+  std::uint64_t mantissa = low | (random() & (low - 1));
+  const bool isSubnormal = exponent == format.leastExponent && random() % 2 == 0;
+  if (isSubnormal) mantissa = (random() & (low - 1)) >> (random() % 52);
+  if (random() % 16 == 0) mantissa = 2 * low - 1;
+  return exactDecimal(2 * mantissa + 1, exponent - 1);
+}
+
+/// One less in the last digit, and nines behind.
+void stepDown(Random& random, Decimal& decimal) {
+  auto digit = decimal.digits.rbegin();
+  for (; *digit == '0'; ++digit) *digit = '9';
+  --*digit;
+  const auto nines = static_cast<std::size_t>(between(random, 1, 30));
+  decimal.digits.append(nines, '9');
+  decimal.exponent -= static_cast<std::int64_t>(nines);
+}
+
+/// Zeros behind, and the smallest step up after them.
+void stepUp(Random& random, Decimal& decimal) {
+  const auto zeros = static_cast<std::size_t>(between(random, 0, 30));
+  decimal.digits.append(zeros, '0');
+  decimal.digits += '1';
+  decimal.exponent -= static_cast<std::int64_t>(zeros) + 1;
+}
+
+Decimal nearHalfWay(Random& random, const Format& format) {
+  Decimal decimal = halfWay(random, format);
+  switch (random() % 3) {
+    case 0:
+      stepDown(random, decimal);
+      break;
+    case 1:
+      stepUp(random, decimal);
+      break;
+    default:
+      break;
+  }
+  return decimal;
+}
+
+/// Random digits, of an order between 10^least and 10^most.
+Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t least, std::int64_t most) {
+  return {randomDigits(random, digits), between(random, least, most) - digits};
+}
+
+Decimal hardDecimal(Random& random) {
+  switch (random() % 8) {
+    case 0:
+    case 1:
+      return nearHalfWay(random, DOUBLE);
+    case 2:
+    case 3:
+      return nearHalfWay(random, FLOAT);
+    case 4:  // long digits
+      return ofOrder(random, between(random, 20, 1000), -345, 312);
+    case 5:  // subnormal doubles
+      return ofOrder(random, between(random, 1, 40), -326, -306);
+    case 6:  // subnormal floats, and both ends of theirs
+      return ofOrder(random, between(random, 1, 40), random() % 2 == 0 ? -48 : 37, 40);
+    default:  // as many digits as a double has
+      return ofOrder(random, between(random, 15, 19), -345, 312);
+  }
+}
+
+/// The decimal as a text: a point somewhere or nowhere, an exponent that makes up for it.
+std::string written(Random& random, const Decimal& decimal) {
+  std::string text = random() % 2 == 0 ? "-" : "";
+  const auto count = static_cast<std::int64_t>(decimal.digits.size());
+  const std::int64_t afterPoint = random() % 2 == 0 ? 0 : between(random, 1, count);
+  const auto beforePoint = static_cast<std::size_t>(count - afterPoint);
+  text += decimal.digits.substr(0, beforePoint);
+  if (afterPoint != 0) text += '.' + decimal.digits.substr(beforePoint);
+  const std::int64_t exponent = decimal.exponent + afterPoint;
+  if (exponent != 0) text += 'e' + std::to_string(exponent);
+  return text;
+}
+
+/// MPFR with the mantissa and the exponents of a target.
+template <class Real>
+class Reference {
+ public:
+  Reference() { mpfr_init2(value_, std::numeric_limits<Real>::digits); }
+  Reference(const Reference&) = delete;
+  Reference& operator=(const Reference&) = delete;
+  ~Reference() { mpfr_clear(value_); }
+
+  Real read(const std::string& text) {
+    using Limits = std::numeric_limits<Real>;
+    mpfr_set_emin(Limits::min_exponent - Limits::digits + 1);
+    mpfr_set_emax(Limits::max_exponent);
+    const int rounded = mpfr_strtofr(value_, text.c_str(), nullptr, 10, MPFR_RNDN);
+    mpfr_subnormalize(value_, rounded, MPFR_RNDN);
+    return static_cast<Real>(mpfr_get_d(value_, MPFR_RNDN));
+  }
+
+ private:
+  mpfr_t value_;
+};
+
+template <class Real>
+bool isSame(Real expected, bool accepted, Real found) {
+  if (std::isinf(expected)) return !accepted;
+  return accepted && found == expected && std::signbit(found) == std::signbit(expected);
+}
+
+template <class Real>
+void checkAs(const std::string& text, Reference<Real>& reference, Survey& survey) {
+  const Real expected = reference.read(text);
+  // The terminator is the one byte behind a list that may be read.
+  const char* const first = text.c_str();
+  const char* const last = first + text.size();
+  Real found = 0;
+  const bool asScalar = zn::realFromText(first, last, found);
+  if (!isSame(expected, asScalar, found)) {
+    mismatch(survey, text, sizeof(Real) == 4 ? "as a scalar float" : "as a scalar double");
+  }
+  found = 0;
+  const bool inList = zn::readNumberRun(first, last, &found, 1).count == 1;
+  if (!isSame(expected, inList, found)) {
+    mismatch(survey, text, sizeof(Real) == 4 ? "in a list of floats" : "in a list of doubles");
+  }
+}
+
+}  // namespace
+
+Survey surveyHardDecimals(std::uint64_t count, std::uint64_t seed) {
+  Survey survey;
+  Random random(seed);
+  Reference<double> asDouble;
+  Reference<float> asFloat;
+  for (; survey.texts < count; ++survey.texts) {
+    const std::string text = written(random, hardDecimal(random));
+    checkAs(text, asDouble, survey);
+    checkAs(text, asFloat, survey);
+  }
+  return survey;
+}
+
+}  // namespace vsa_tests

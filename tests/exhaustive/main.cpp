@@ -1,0 +1,81 @@
+// The surveys of the number conversions as a command:
+//
+//   number_survey sample                    a few seconds of everything
+//   number_survey floats PART OF            part PART (from 0) of OF equal parts of all floats
+//   number_survey doubles COUNT SEED        random doubles
+//   number_survey decimals COUNT SEED       hard decimal texts against MPFR
+//
+// A line tells what was read; the exit status is 1 when anything was read wrongly.
+#include <charconv>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+#include <vector>
+
+#include "tests/exhaustive/survey.h"
+
+namespace vsa_tests {
+
+namespace {
+
+constexpr std::uint64_t FLOAT_COUNT = std::uint64_t{1} << 32;
+
+/// Prints a survey's line and gives what the process may exit with.
+int report(const char* what, const Survey& survey) {
+  std::printf("%-8s %12llu texts, %llu mismatches\n", what,
+              static_cast<unsigned long long>(survey.texts),
+              static_cast<unsigned long long>(survey.mismatches));
+  return survey.mismatches == 0 ? 0 : 1;
+}
+
+#ifdef VSA_HAVE_MPFR
+int decimals(std::uint64_t count, std::uint64_t seed) {
+  return report("decimals", surveyHardDecimals(count, seed));
+}
+#else
+int decimals(std::uint64_t, std::uint64_t) {
+  std::puts("decimals: built without MPFR, not surveyed");
+  return 0;
+}
+#endif
+
+int sample() {
+  constexpr std::uint64_t STEP = 8209;  // a prime, so that all bits of a float vary
+  return report("floats", surveyFloats(0, FLOAT_COUNT, STEP)) +
+         report("doubles", surveyDoubles(500'000, 1)) + decimals(20'000, 1);
+}
+
+std::vector<std::uint64_t> numbersOf(int count, char** texts) {
+  std::vector<std::uint64_t> numbers;
+  for (int i = 0; i < count; ++i) {
+    std::uint64_t number = 0;
+    const char* const end = texts[i] + std::strlen(texts[i]);
+    if (std::from_chars(texts[i], end, number).ptr == end) numbers.push_back(number);
+  }
+  return numbers;
+}
+
+int run(std::string_view what, const std::vector<std::uint64_t>& numbers) {
+  if (what == "sample" && numbers.empty()) return sample();
+  if (numbers.size() == 2) {
+    const std::uint64_t first = numbers[0], second = numbers[1];
+    if (what == "floats" && first < second) {
+      return report("floats", surveyFloats(FLOAT_COUNT * first / second,
+                                           FLOAT_COUNT * (first + 1) / second, 1));
+    }
+    if (what == "doubles") return report("doubles", surveyDoubles(first, second));
+    if (what == "decimals") return decimals(first, second);
+  }
+  std::fputs("number_survey sample | floats PART OF | doubles COUNT SEED | decimals COUNT SEED\n",
+             stderr);
+  return 2;
+}
+
+}  // namespace
+
+}  // namespace vsa_tests
+
+int main(int count, char** arguments) {
+  if (count < 2) return vsa_tests::run("", {});
+  return vsa_tests::run(arguments[1], vsa_tests::numbersOf(count - 2, arguments + 2));
+}
