@@ -131,6 +131,30 @@ TEST_F(CommandTest, CheckNamesAFileThatCannotBeOpenedAndReadsTheOthers) {
       run.err);
 }
 
+TEST_F(CommandTest, AnUnknownWordIsNamed) {
+  for (const char* word : {"--frob", "-x", "frob"}) {
+    const Outcome run = vsa(word);
+    EXPECT_EQ(2, run.status);
+    EXPECT_NE(std::string::npos, run.err.find(word)) << run.err;
+  }
+  EXPECT_EQ("vsa: a command is needed: check or dump (vsa --help shows the usage)\n", vsa("").err);
+}
+
+TEST_F(CommandTest, AFileNamedInBracketsIsAFile) {
+  write("[x]", "sphere ball;\n");
+  const Outcome run = vsa("check '[x]' '[x]'");
+  EXPECT_EQ(0, run.status);
+  EXPECT_EQ("2 files checked, 2 read: 0 warnings, 0 errors\n", run.err);
+}
+
+TEST_F(CommandTest, WhatDeliversNotOneByteIsNoEmptyFile) {
+  const Outcome dump = vsa("dump - < .");
+  EXPECT_EQ(2, dump.status);
+  EXPECT_EQ("", dump.out);
+  EXPECT_EQ("vsa: -: Is a directory\n", dump.err);
+  EXPECT_EQ(2, vsa("dump missing.vsa").status);
+}
+
 TEST_F(CommandTest, ADirectoryIsNoEmptyFile) {
   const Outcome check = vsa("check .");
   EXPECT_EQ(2, check.status);

@@ -63,11 +63,12 @@ std::string whyUnreadable(const std::string& name) {
 }  // namespace
 
 zn::File openInput(const std::string& name, std::string& problem) {
-  if (name == "-") return zn::File(new StandardInput);
-  problem = whyUnreadable(name);
+  if (name != "-") problem = whyUnreadable(name);
   if (!problem.empty()) return zn::File();
-  zn::File file = zn::File::open(name.c_str());
-  if (!file.isOpen()) problem = file.error().buf();
+  zn::File file = name == "-" ? zn::File(new StandardInput) : zn::File::open(name.c_str());
+  // A file that opens and then delivers not one byte is no empty file.
+  const zn::File::Window start = file.fill();
+  if (start.begin == start.end && file.failed()) problem = file.error().buf();
   return file;
 }
 

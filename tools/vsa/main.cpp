@@ -1,7 +1,10 @@
 // The command vsa: reads VSA texts, says what is wrong with them, shows what they build.
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 #include <exception>
+#include <string>
+#include <vector>
 
 #include "tools/support/safe_text.h"
 #include "tools/vsa/commands.h"
@@ -24,7 +27,7 @@ struct CommandLine {
   bool strict = false;
 
   CommandLine() {
-    app.require_subcommand(1);
+    app.require_subcommand(0, 1);  // so that an unknown word is what the complaint names
     app.set_version_flag("--version", "vsa " VSA_VERSION, "Print the version and exit");
     app.footer(
         "Exit status: 0 all was read, 1 a text was not read, 2 wrong usage or a file that cannot "
@@ -37,13 +40,28 @@ struct CommandLine {
   int run() const { return *check ? commandCheck(checkFiles, strict) : commandDump(dumpFile); }
 };
 
+// The arguments, last one first, as the parser takes them. It would read "[x]" as a list; "./[x]"
+// is the file of that name.
+std::vector<std::string> wordsOf(int argumentCount, char** arguments) {
+  std::vector<std::string> words(arguments + 1, arguments + argumentCount);
+  for (std::string& word : words) {
+    if (word.starts_with('[')) word.insert(0, "./");
+  }
+  std::reverse(words.begin(), words.end());
+  return words;
+}
+
 int runCommand(int argumentCount, char** arguments) {
   CommandLine commandLine;
   try {
-    commandLine.app.parse(argumentCount, arguments);
+    commandLine.app.parse(wordsOf(argumentCount, arguments));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return commandLine.app.exit(error);
     complain(std::string(error.what()) + " (vsa --help shows the usage)");
+    return EXIT_USAGE;
+  }
+  if (commandLine.app.get_subcommands().empty()) {
+    complain("a command is needed: check or dump (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   return commandLine.run();
