@@ -2,7 +2,9 @@
 // insertion order. The order of deferred resolution rests on this order.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
 #include <type_traits>
 
 #include "foundation/hash_index.h"
@@ -34,7 +36,8 @@ template <class K, class V>
 inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MOVES_AS_BYTES<V>;
 
 /// A map without rehashing. Keys are compared by hash alone, never by content: two keys of equal
-/// hash are one key. A bucket that has grown long is searched through an index kept beside it.
+/// hash are one key. A long bucket is searched by halves as long as its hashes came in ascending
+/// order, as the addresses of things made one after another do, and else through an index.
 /// References to values hold until the next key is added. What adds a key throws std::bad_alloc and
 /// leaves the map as it was; std::length_error at some 2^32 keys in one bucket.
 template <class K, class V>
@@ -81,24 +84,38 @@ class HashMap {
   /// Forgets every key.
   void clear() {
     for (Vector<Node>& bucket : buckets) bucket.reserve(0);
+    std::fill(std::begin(isUnordered_), std::end(isUnordered_), false);
     index_ = HashIndex();
   }
 
  private:
-  // Up to this many nodes, a bucket is scanned; from there on all of its nodes are in the index.
+  // Up to this many nodes, a bucket is scanned. From there on all nodes of an unordered bucket are
+  // in the index.
   static constexpr std::uint64_t SCANNED = 8;
 
   Node* findHash(std::uint64_t hash) {
     Vector<Node>& bucket = bucketOf(hash);
     if (bucket.size > SCANNED) {
-      const std::uint64_t at = index_.find(
-          hash, [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
-      return at == HashIndex::NONE ? nullptr : &bucket[at];
+      return isUnordered_[numberOf(hash)] ? findIndexed(bucket, hash) : findByHalves(bucket, hash);
     }
     for (Node& node : bucket) {
       if (node.hash == hash) return &node;
     }
     return nullptr;
+  }
+
+  Node* findIndexed(Vector<Node>& bucket, std::uint64_t hash) {
+    const std::uint64_t at = index_.find(
+        hash, [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
+    return at == HashIndex::NONE ? nullptr : &bucket[at];
+  }
+
+  static Node* findByHalves(Vector<Node>& bucket, std::uint64_t hash) {
+    if (hash > bucket[bucket.size - 1].hash) return nullptr;
+    Node* const found =
+        std::lower_bound(bucket.begin(), bucket.end(), hash,
+                         [](const Node& node, std::uint64_t sought) { return node.hash < sought; });
+    return found->hash == hash ? found : nullptr;
   }
 
   V& store(const K& key, V&& value) {
@@ -110,15 +127,18 @@ class HashMap {
 
   V& append(std::uint64_t hash, const K& key, V&& value) {
     Vector<Node>& bucket = bucketOf(hash);
+    bool& isUnordered = isUnordered_[numberOf(hash)];
+    const bool wasUnordered = isUnordered;
     const std::uint64_t at = bucket.size;
     bucket.push_back(Node{hash, key, std::move(value)});
-    // A bucket enters the index as a whole, once a scan of it has become the slower way.
+    if (at != 0 && hash < bucket[at - 1].hash) isUnordered = true;
+    if (!isUnordered || at < SCANNED) return bucket[at].value;
+    // A bucket enters the index as a whole, once there is no better way through it.
     try {
-      if (at == SCANNED) {
-        for (std::uint64_t i = 0; i < at; ++i) index_.insert(bucket[i].hash, i);
-      }
-      if (at >= SCANNED) index_.insert(hash, at);
+      const bool isIndexed = wasUnordered && at > SCANNED;
+      for (std::uint64_t i = isIndexed ? at : 0; i <= at; ++i) index_.insert(bucket[i].hash, i);
     } catch (...) {
+      isUnordered = wasUnordered;
       --bucket.size;
       bucket.data[bucket.size].~Node();
       throw;
@@ -126,8 +146,10 @@ class HashMap {
     return bucket[at].value;
   }
 
-  Vector<Node>& bucketOf(std::uint64_t hash) { return buckets[hash & (BUCKET_COUNT - 1)]; }
+  static std::uint64_t numberOf(std::uint64_t hash) { return hash & (BUCKET_COUNT - 1); }
+  Vector<Node>& bucketOf(std::uint64_t hash) { return buckets[numberOf(hash)]; }
 
+  bool isUnordered_[BUCKET_COUNT] = {};
   HashIndex index_;
 };
 

@@ -43,6 +43,9 @@ class HandleCount {
     return now == 1;
   }
 
+  /// From here on nothing is counted, and the object stays for good.
+  void stick() noexcept { count_.store(STUCK, std::memory_order_relaxed); }
+
   /// Whether there is one handle and no other.
   bool isOne() const noexcept { return count_.load(std::memory_order_acquire) == 1; }
 

@@ -51,6 +51,24 @@ StringBuffer* StringBuffer::adopt(char* chars, std::size_t length) {
   return made;
 }
 
+StringBuffer* StringBuffer::of(char c) {
+  struct Block {
+    alignas(StringBuffer) char bytes[sizeof(StringBuffer) + 8];
+  };
+  static Block blocks[256];
+  static const bool areMade = [] {
+    for (unsigned i = 0; i < 256; ++i) {
+      auto* const made = new (blocks[i].bytes) StringBuffer(1, 1);
+      made->inside()[0] = static_cast<char>(i);
+      made->inside()[1] = '\0';
+      made->handles.stick();
+    }
+    return true;
+  }();
+  static_cast<void>(areMade);
+  return std::launder(reinterpret_cast<StringBuffer*>(blocks[static_cast<unsigned char>(c)].bytes));
+}
+
 void StringBuffer::dispose() noexcept {
   if (room == 0) std::free(outside());
   this->~StringBuffer();
@@ -79,7 +97,7 @@ String::String(const char* text, std::size_t length) {
   *this = copyOf({text, length == 0 ? std::strlen(text) : length});
 }
 
-String::String(char c) : String(copyOf({&c, 1})) {
+String::String(char c) : RefersTo(StringBuffer::of(c)) {
 }
 
 String::String(unsigned long long number) {

@@ -27,6 +27,8 @@ class VSA_API StringBuffer final {
   /// A buffer that owns `chars`, taken from malloc, with `length` characters and a NUL after them;
   /// what memory there is behind them goes back.
   static StringBuffer* adopt(char* chars, std::size_t length);
+  /// The buffer of one character. It is there for good, and nobody counts it.
+  static StringBuffer* of(char c);
 
   StringBuffer(const StringBuffer&) = delete;
   StringBuffer& operator=(const StringBuffer&) = delete;
@@ -96,6 +98,8 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
   bool isEmpty() const noexcept { return object() == nullptr; }
   /// The same characters as a view; valid while a handle to them lives.
   std::string_view view() const noexcept { return {buf(), len()}; }
+  /// Where the text is kept, for fetching it early; null for the empty text.
+  const void* place() const noexcept { return object(); }
   /// The i-th character, or NUL past the end.
   char operator[](std::size_t i) const noexcept { return i < len() ? object()->chars()[i] : '\0'; }
 
@@ -104,7 +108,7 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
   String operator+(const char* other) const;
   /// Equal characters, letter case counting. A `const char*` ends at its NUL and is not null.
   bool operator==(const String& other) const noexcept {
-    return object() == other.object() || view() == other.view();
+    return object() == other.object() || (!isKnownToDiffer(other) && view() == other.view());
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
@@ -188,6 +192,13 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
 
  private:
   using RefersTo::RefersTo;
+  // Told by the lengths, or by the hashes of texts that were asked for theirs.
+  bool isKnownToDiffer(const String& other) const noexcept {
+    if (len() != other.len() || isEmpty()) return len() != other.len();
+    const std::uint64_t mine = object()->hash.load(std::memory_order_relaxed);
+    const std::uint64_t others = other.object()->hash.load(std::memory_order_relaxed);
+    return mine != 0 && others != 0 && mine != others;
+  }
 };
 
 template <>

@@ -185,10 +185,12 @@ void Lexer::passWhite() noexcept {
 
 void Lexer::skipWhite() {
   while (is(lookaheadChar, char_class::WHITE)) {
-    if (windowBegin < windowLast()) {
-      passWhite();
-    } else {
+    if (windowBegin == windowLast()) {
       consume();
+    } else if (*windowBegin == ' ' && !is(windowBegin[1], char_class::WHITE)) {
+      passOne();
+    } else {
+      passWhite();
     }
   }
 }

@@ -7,7 +7,7 @@ namespace zn::korvo_sdk::impl {
 // The hash is keyed, so no text can be written whose names all meet in one place.
 String TokenTexts::name(std::string_view characters) {
   if (characters.size() > LONGEST_NAME || characters.empty()) return String::copyOf(characters);
-  if (2 * nameCount_ >= nameSlots_) grow();
+  if (3 * nameCount_ >= 2 * nameSlots_) grow();
   const std::uint64_t hash = String::hashOf(characters);
   Slot& slot = slotOf(hash, characters);
   if (slot.hash == 0) {

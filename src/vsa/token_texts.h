@@ -49,7 +49,7 @@ class TokenTexts {
   void grow();
   Slot& slotOf(std::uint64_t hash, std::string_view characters) const;
 
-  std::unique_ptr<Slot[]> names_;  // open addressing, at most half full
+  std::unique_ptr<Slot[]> names_;  // open addressing, at most two thirds full
   std::size_t nameSlots_ = 0;      // a power of two, or 0
   std::size_t nameCount_ = 0;
   String passing_[PASSING];
