@@ -36,8 +36,8 @@ template <class K, class V>
 inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MOVES_AS_BYTES<V>;
 
 /// A map without rehashing. Keys are compared by hash alone, never by content: two keys of equal
-/// hash are one key. A long bucket is searched by halves as long as its hashes came in ascending
-/// order, as the addresses of things made one after another do, and else through an index.
+/// hash are one key. A bucket that has grown long is searched through an index kept beside it,
+/// which is brought up to date by the search: a map that is filled and walked needs none.
 /// References to values hold until the next key is added. What adds a key throws std::bad_alloc and
 /// leaves the map as it was; std::length_error at some 2^32 keys in one bucket.
 template <class K, class V>
@@ -49,10 +49,13 @@ class HashMap {
 
   Vector<Node> buckets[BUCKET_COUNT];  ///< Bucket of a key: the low 8 bits of its hash.
 
-  /// The node of `key`, or null. It stays where it is until the next key is added.
+  /// The node of `key`, or null. It stays where it is until the next key is added. Throws
+  /// std::bad_alloc where the map is not const; then nothing has changed.
   Node* findNode(const K& key) { return findHash(hashOf(key)); }
+  /// The same without the index, which a map that threads may share cannot bring up to date.
   const Node* findNode(const K& key) const {
-    return const_cast<HashMap*>(this)->findHash(hashOf(key));
+    const std::uint64_t hash = hashOf(key);
+    return scan(const_cast<HashMap*>(this)->bucketOf(hash), hash);
   }
 
   /// Stores a copy of `value` under `key`, over an earlier one. Returns the stored value.
@@ -84,38 +87,30 @@ class HashMap {
   /// Forgets every key.
   void clear() {
     for (Vector<Node>& bucket : buckets) bucket.reserve(0);
-    std::fill(std::begin(isUnordered_), std::end(isUnordered_), false);
+    std::fill(std::begin(indexed_), std::end(indexed_), 0);
     index_ = HashIndex();
   }
 
  private:
-  // Up to this many nodes, a bucket is scanned. From there on all nodes of an unordered bucket are
-  // in the index.
+  // Up to this many nodes, a bucket is scanned.
   static constexpr std::uint64_t SCANNED = 8;
 
   Node* findHash(std::uint64_t hash) {
     Vector<Node>& bucket = bucketOf(hash);
-    if (bucket.size > SCANNED) {
-      return isUnordered_[numberOf(hash)] ? findIndexed(bucket, hash) : findByHalves(bucket, hash);
+    if (bucket.size <= SCANNED) return scan(bucket, hash);
+    for (std::uint64_t& i = indexed_[numberOf(hash)]; i < bucket.size; ++i) {
+      index_.insert(bucket[i].hash, i);
     }
-    for (Node& node : bucket) {
-      if (node.hash == hash) return &node;
-    }
-    return nullptr;
-  }
-
-  Node* findIndexed(Vector<Node>& bucket, std::uint64_t hash) {
     const std::uint64_t at = index_.find(
         hash, [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
     return at == HashIndex::NONE ? nullptr : &bucket[at];
   }
 
-  static Node* findByHalves(Vector<Node>& bucket, std::uint64_t hash) {
-    if (hash > bucket[bucket.size - 1].hash) return nullptr;
-    Node* const found =
-        std::lower_bound(bucket.begin(), bucket.end(), hash,
-                         [](const Node& node, std::uint64_t sought) { return node.hash < sought; });
-    return found->hash == hash ? found : nullptr;
+  static Node* scan(Vector<Node>& bucket, std::uint64_t hash) {
+    for (Node& node : bucket) {
+      if (node.hash == hash) return &node;
+    }
+    return nullptr;
   }
 
   V& store(const K& key, V&& value) {
@@ -127,29 +122,14 @@ class HashMap {
 
   V& append(std::uint64_t hash, const K& key, V&& value) {
     Vector<Node>& bucket = bucketOf(hash);
-    bool& isUnordered = isUnordered_[numberOf(hash)];
-    const bool wasUnordered = isUnordered;
-    const std::uint64_t at = bucket.size;
     bucket.push_back(Node{hash, key, std::move(value)});
-    if (at != 0 && hash < bucket[at - 1].hash) isUnordered = true;
-    if (!isUnordered || at < SCANNED) return bucket[at].value;
-    // A bucket enters the index as a whole, once there is no better way through it.
-    try {
-      const bool isIndexed = wasUnordered && at > SCANNED;
-      for (std::uint64_t i = isIndexed ? at : 0; i <= at; ++i) index_.insert(bucket[i].hash, i);
-    } catch (...) {
-      isUnordered = wasUnordered;
-      --bucket.size;
-      bucket.data[bucket.size].~Node();
-      throw;
-    }
-    return bucket[at].value;
+    return bucket[bucket.size - 1].value;
   }
 
   static std::uint64_t numberOf(std::uint64_t hash) { return hash & (BUCKET_COUNT - 1); }
   Vector<Node>& bucketOf(std::uint64_t hash) { return buckets[numberOf(hash)]; }
 
-  bool isUnordered_[BUCKET_COUNT] = {};
+  std::uint64_t indexed_[BUCKET_COUNT] = {};  // how many nodes of each bucket are in the index
   HashIndex index_;
 };
 

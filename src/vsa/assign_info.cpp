@@ -38,7 +38,7 @@ void AssignInfo::clear() noexcept {
   sourcePath.clear();
   for (Token* const token :
        {&valueToken, &countToken, &elementsToken, &listToken, &referenceToken}) {
-    *token = Token();
+    if (token->type != Token::Type::Eof) *token = Token();
   }
   isScalar = isBuffer = isConnection = isReference = false;
   static const AttrData EMPTY;  // to copy is faster than to fill

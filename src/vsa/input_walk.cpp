@@ -57,6 +57,7 @@ InputWalk::Wanted InputWalk::wanted() const {
 IInput* InputWalk::step(const Token& element) {
   const String name = updateInputName(nodeType_, element.text);
   IInput* const found = find(name);
+  isNew_ = found == nullptr && array_ == nullptr;
   if (found == nullptr) return create(name, element);
   if (next_ != nullptr) check(found);
   return found;

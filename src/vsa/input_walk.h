@@ -22,6 +22,12 @@ class InputWalk {
   /// was created on the way stays.
   interfaces::IInput* run();
 
+  /// After `run`: what it returned.
+  interfaces::IInput* target() const noexcept { return current_; }
+
+  /// After `run`: whether the target is an input that the walk has made. Elements do not count.
+  bool isNew() const noexcept { return isNew_; }
+
   /// After `run`: the array that the target is an element of, or null.
   interfaces::IInput* array() const noexcept { return array_; }
 
@@ -51,6 +57,7 @@ class InputWalk {
   Wanted wanted_{AttrType::Null, AttrType::Null};
   interfaces::IInput* current_ = nullptr;
   interfaces::IInput* array_ = nullptr;
+  bool isNew_ = false;
 };
 
 }  // namespace zn::korvo_sdk::impl

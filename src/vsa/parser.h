@@ -155,7 +155,7 @@ class VsaParser {
   // statement_assign.cpp
   INode* nodeOf(const AssignInfo& info);
   String pathText(const AssignInfo& info, INode* node) const;
-  static void file(PendingTable& table, IInput* input, const AssignInfo& info);
+  static void file(PendingTable& table, const InputWalk& walk, const AssignInfo& info);
   void apply(AssignInfo& info, IInput* input, IInput* array);
   bool accepts(AssignInfo& info, IInput* input);
   bool acceptsBuffer(const AssignInfo& info, IInput* input);

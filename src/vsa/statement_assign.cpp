@@ -32,9 +32,9 @@ bool VsaParser::parseAssign() {
   IInput* const input = walk.run();
   if (input == nullptr) parseError(INPUT_NOT_FOUND, pathText(info, node).buf());
   if (info.isConnection) {
-    file(connections, input, info);
+    file(connections, walk, info);
   } else if (info.isReference) {
-    file(references, input, info);
+    file(references, walk, info);
   } else {
     apply(info, input, walk.array());
   }
@@ -60,10 +60,11 @@ String VsaParser::pathText(const AssignInfo& info, INode* node) const {
 }
 
 // Files a link until the last statement has been read; a later one for the same input replaces it.
-// The input is held once.
-void VsaParser::file(PendingTable& table, IInput* input, const AssignInfo& info) {
+// The input is held once. One that has just been made is in no table yet.
+void VsaParser::file(PendingTable& table, const InputWalk& walk, const AssignInfo& info) {
+  IInput* const input = walk.target();
   PendingLink link(info);
-  PendingTable::Node* const filed = table.findNode(input);
+  PendingTable::Node* const filed = walk.isNew() ? nullptr : table.findNode(input);
   if (filed != nullptr) {
     filed->value = std::move(link);
     return;

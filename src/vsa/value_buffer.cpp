@@ -155,10 +155,11 @@ NumberRun storeRun(const char* from, const char* end, DataType type, unsigned ch
 
 // keyword "[" count "]" "{" (numbers | "." compressed) "}"   `vec3f[2] {0 0 0, 1 0 0}`
 bool VsaParser::buffer(AssignInfo& info) {
-  if (!nextIs(Type::Id)) return false;
+  const bool isShaped =
+      nextIs(Type::Id) && peek(1).type == Type::Brackets && peek(2).type == Type::Braces;
+  if (!isShaped) return false;
   const DataType type = elementTypeOf(peek(0).text);
   if (type == DataType::Null) return false;
-  if (peek(1).type != Type::Brackets || peek(2).type != Type::Braces) return false;
   match(info.valueToken, Type::Id);
   match(info.countToken, Type::Brackets);
   match(info.elementsToken, Type::Braces);

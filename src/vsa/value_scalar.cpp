@@ -105,10 +105,11 @@ void VsaParser::string(AssignInfo& info) {
 
 // keyword "(" numbers ")"   `vec3(0 1 0)`
 bool VsaParser::tuple(AssignInfo& info) {
+  if (peek(1).type != Type::Parens) return false;
   // Made once, and never destroyed: another thread may still read while the process ends.
   static const TypeTable& scalarTypes = *makeScalarTypes();
   const TypeTable::Node* const type = scalarTypes.findNode(peek(0).text.toLower(true));
-  if (type == nullptr || peek(1).type != Type::Parens) return false;
+  if (type == nullptr) return false;
   match(info.valueToken, Type::Id);
   match(info.listToken, Type::Parens);
   info.data.type = type->value;
