@@ -28,6 +28,7 @@ constexpr Fuzzer FUZZERS[] = {
     {"unescape", vsa_fuzz::unescape},
 #ifdef VSA_FUZZ_HAS_ZLIB
     {"decompress", vsa_fuzz::decompress},
+    {"compress", vsa_fuzz::compress},
 #endif
     {"several_texts", vsa_fuzz::severalTexts},
 };

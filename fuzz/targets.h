@@ -20,8 +20,10 @@ void lexerAgainstPlain(std::string_view input);
 void numbers(std::string_view input);
 /// Escape sequences against a second reader of them.
 void unescape(std::string_view input);
-/// Compressed texts against zlib, and there and back.
+/// Compressed texts against zlib.
 void decompress(std::string_view input);
+/// Bytes through `compress`, and back through both. Of its own, for it is far slower than the rest.
+void compress(std::string_view input);
 /// Several texts into one scene, with nodes removed in between.
 void severalTexts(std::string_view input);
 
