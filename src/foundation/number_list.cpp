@@ -114,11 +114,13 @@ NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t r
   return numbers::readNumberRunWith(numbers::bestForm<Number>(), from, end, out, room);
 }
 
+// NOLINTBEGIN(bugprone-macro-parentheses): no parentheses fit around a type
 #define VSA_INSTANCES(Number)                                                                \
   template NumberRun readNumberRun(const char*, const char*, Number*, size_t);               \
   template NumberRun numbers::readPiecesPortably(const char*, const char*, Number*, size_t); \
   template NumberRun numbers::readNumberRunWith(numbers::NumberForm<Number>, const char*,    \
                                                 const char*, Number*, size_t);
+// NOLINTEND(bugprone-macro-parentheses)
 VSA_INSTANCES(float)
 VSA_INSTANCES(double)
 VSA_INSTANCES(signed char)

@@ -113,7 +113,7 @@ struct GroupShape {
 VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
                                                          const uint64_t (&lengths)[GROUP]) {
   uint64_t ends = 0;
-  for (unsigned i = 0; i < GROUP; ++i) ends |= uint64_t{1} << (lengths[i] + 16 * i);
+  for (unsigned i = 0; i < GROUP; ++i) ends |= uint64_t{1} << (lengths[i] + uint64_t{16} * i);
   const uint64_t inside = ends - EACH_FIRST;
   const uint64_t digits = group.digitBits & inside;
   const uint64_t points = group.pointBits & inside;
@@ -208,6 +208,7 @@ VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint3
                                Number* out) {
   const char* const pieces[GROUP] = {start, chunk + ends[0] + 1, chunk + ends[1] + 1,
                                      chunk + ends[2] + 1};
+  // cppcheck-suppress constStatement ; it is an initialiser
   const uint64_t lengths[GROUP] = {static_cast<uint64_t>(chunk + ends[0] - start),
                                    uint64_t{ends[1]} - ends[0] - 1, uint64_t{ends[2]} - ends[1] - 1,
                                    uint64_t{ends[3]} - ends[2] - 1};

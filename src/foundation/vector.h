@@ -106,8 +106,10 @@ class Vector {
 
  private:
   static void* bytesFor(void* old, std::uint64_t n) {
-    if (n > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_alloc();
-    void* const memory = std::realloc(old, static_cast<std::size_t>(n) * sizeof(T));
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): an element may well be a pointer
+    constexpr std::size_t ELEMENT_BYTES = sizeof(T);
+    if (n > std::numeric_limits<std::size_t>::max() / ELEMENT_BYTES) throw std::bad_alloc();
+    void* const memory = std::realloc(old, static_cast<std::size_t>(n) * ELEMENT_BYTES);
     if (memory == nullptr) throw std::bad_alloc();
     return memory;
   }

@@ -297,7 +297,7 @@ void Input::assignBuffer(const BufferValue& buffer, bool fits) {
   std::unique_ptr<unsigned char, decltype(&std::free)> memory(buffer.memory, &std::free);
   if (!fits) return;
   setBuffer(buffer);
-  memory.release();
+  static_cast<void>(memory.release());  // the input holds it now
 }
 
 void Input::assignPlain(const AttrData& value) {
