@@ -102,10 +102,15 @@ void skipByteOrderMark(File& file) {
   if (count >= 3 && std::memcmp(window.begin, MARK, 3) == 0) file.skip(3);
 }
 
+// The source has an owner from the start: it goes when there is no memory for the file.
+OpenFile* openOver(ByteSource* source) {
+  const RefersTo<ByteSource> held(source);
+  return new OpenFile(source, "there is no source to read from");
+}
+
 }  // namespace
 
-File::File(ByteSource* source)
-    : RefersTo<RefCounted>(new OpenFile(source, "there is no source to read from")) {
+File::File(ByteSource* source) : RefersTo<RefCounted>(openOver(source)) {
 }
 
 File File::open(const char* path) {

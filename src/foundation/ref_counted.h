@@ -86,6 +86,8 @@ class VSA_API IRefCounted {
   /// Ends the object: its memory is given back the way it was taken.
   virtual void dispose() const noexcept = 0;
 
+  HandleCount& handles() const noexcept { return count_; }
+
  private:
   mutable HandleCount count_;
 };

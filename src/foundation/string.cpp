@@ -61,7 +61,7 @@ StringBuffer* StringBuffer::of(char c) {
       auto* const made = new (blocks[i].bytes) StringBuffer(1, 1);
       made->inside()[0] = static_cast<char>(i);
       made->inside()[1] = '\0';
-      made->handles.stick();
+      made->stick();
     }
     return true;
   }();
@@ -69,10 +69,11 @@ StringBuffer* StringBuffer::of(char c) {
   return std::launder(reinterpret_cast<StringBuffer*>(blocks[static_cast<unsigned char>(c)].bytes));
 }
 
-void StringBuffer::dispose() noexcept {
-  if (room == 0) std::free(outside());
-  this->~StringBuffer();
-  std::free(static_cast<void*>(this));
+void StringBuffer::dispose() const noexcept {
+  auto* const self = const_cast<StringBuffer*>(this);
+  if (room == 0) std::free(self->outside());
+  self->~StringBuffer();
+  std::free(static_cast<void*>(self));
 }
 
 }  // namespace detail
@@ -115,20 +116,20 @@ String String::copyOf(std::string_view text) {
 
 String String::copyOf(std::string_view text, std::uint64_t hash) {
   String copy = copyOf(text);
-  if (!copy.isEmpty()) copy.object()->hash.store(hash, std::memory_order_relaxed);
+  if (!copy.isEmpty()) copy.buffer()->hash.store(hash, std::memory_order_relaxed);
   return copy;
 }
 
 void String::assign(std::string_view text) {
-  StringBuffer* const buffer = object();
-  if (text.empty() || buffer == nullptr || buffer->room < text.size() || !buffer->handles.isOne()) {
+  auto* const shared = static_cast<StringBuffer*>(object());
+  if (text.empty() || shared == nullptr || shared->room < text.size() || !shared->isUnshared()) {
     *this = copyOf(text);
     return;
   }
-  std::memcpy(buffer->chars(), text.data(), text.size());
-  buffer->chars()[text.size()] = '\0';
-  buffer->length = text.size();
-  buffer->hash.store(0, std::memory_order_relaxed);
+  std::memcpy(shared->chars(), text.data(), text.size());
+  shared->chars()[text.size()] = '\0';
+  shared->length = text.size();
+  shared->hash.store(0, std::memory_order_relaxed);
 }
 
 String String::adopt(ds::Vector<char>&& chars) {

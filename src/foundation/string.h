@@ -20,7 +20,7 @@ namespace detail {
 
 /// The shared buffer behind a String: a header, and behind it the characters with a NUL after them,
 /// or the place of such characters elsewhere. Short: most texts are names of a few characters.
-class VSA_API StringBuffer final {
+class VSA_API StringBuffer final : public IRefCounted {
  public:
   /// A buffer with room for `length` characters; the caller fills them in. The NUL is in place.
   static StringBuffer* make(std::size_t length);
@@ -30,27 +30,22 @@ class VSA_API StringBuffer final {
   /// The buffer of one character. It is there for good, and nobody counts it.
   static StringBuffer* of(char c);
 
-  StringBuffer(const StringBuffer&) = delete;
-  StringBuffer& operator=(const StringBuffer&) = delete;
-
-  void retain() noexcept { handles.add(); }
-  void release() noexcept {
-    if (handles.drop()) dispose();
-  }
-
   char* chars() noexcept { return room != 0 ? inside() : outside(); }
   const char* chars() const noexcept { return const_cast<StringBuffer*>(this)->chars(); }
+  /// Whether there is one handle and no other.
+  bool isUnshared() const noexcept { return handles().isOne(); }
+  /// From here on nobody counts it, and it stays for good.
+  void stick() noexcept { handles().stick(); }
 
-  HandleCount handles;
   std::uint32_t room;  // for characters behind the header, as far as 32 bits tell; 0: elsewhere
   std::size_t length;
-  std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
+  mutable std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
 
  private:
   StringBuffer(std::uint32_t capacity, std::size_t count) noexcept
       : room(capacity), length(count) {}
-  ~StringBuffer() = default;
-  void dispose() noexcept;
+  ~StringBuffer() override = default;
+  void dispose() const noexcept override;
   char* inside() noexcept { return reinterpret_cast<char*>(this + 1); }
   char*& outside() noexcept { return *reinterpret_cast<char**>(this + 1); }
 };
@@ -60,7 +55,7 @@ class VSA_API StringBuffer final {
 /// A handle with value semantics. Copies share one counted buffer; an empty text holds none.
 /// Lengths and indices count 8-bit characters. Operations that need memory throw std::bad_alloc.
 /// Threads may share a text, each through a handle of its own.
-class VSA_API String : public RefersTo<detail::StringBuffer> {
+class VSA_API String : public RefersTo<IRefCounted> {
  public:
   /// The radix of the integer conversions. Texts are decimal throughout.
   enum class Radix : int { Decimal = 0 };
@@ -91,9 +86,9 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
   void assign(std::string_view text);
 
   /// The NUL-terminated text; never null; valid while a handle to it lives.
-  const char* buf() const noexcept { return isEmpty() ? "" : object()->chars(); }
+  const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars(); }
   /// Characters in the text, without the NUL at its end.
-  std::size_t len() const noexcept { return object() == nullptr ? 0 : object()->length; }
+  std::size_t len() const noexcept { return object() == nullptr ? 0 : buffer()->length; }
   /// Whether the text has no character.
   bool isEmpty() const noexcept { return object() == nullptr; }
   /// The same characters as a view; valid while a handle to them lives.
@@ -101,7 +96,7 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
   /// Where the text is kept, for fetching it early; null for the empty text.
   const void* place() const noexcept { return object(); }
   /// The i-th character, or NUL past the end.
-  char operator[](std::size_t i) const noexcept { return i < len() ? object()->chars()[i] : '\0'; }
+  char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars()[i] : '\0'; }
 
   /// This text with `other` behind it. Null adds nothing.
   String operator+(const String& other) const;
@@ -191,12 +186,16 @@ class VSA_API String : public RefersTo<detail::StringBuffer> {
   static constexpr bool isPrintable(char c) { return char_class::is(c, char_class::PRINTABLE); }
 
  private:
+  const detail::StringBuffer* buffer() const noexcept {
+    return static_cast<const detail::StringBuffer*>(object());
+  }
+
   using RefersTo::RefersTo;
   // Told by the lengths, or by the hashes of texts that were asked for theirs.
   bool isKnownToDiffer(const String& other) const noexcept {
     if (len() != other.len() || isEmpty()) return len() != other.len();
-    const std::uint64_t mine = object()->hash.load(std::memory_order_relaxed);
-    const std::uint64_t others = other.object()->hash.load(std::memory_order_relaxed);
+    const std::uint64_t mine = buffer()->hash.load(std::memory_order_relaxed);
+    const std::uint64_t others = other.buffer()->hash.load(std::memory_order_relaxed);
     return mine != 0 && others != 0 && mine != others;
   }
 };

@@ -94,10 +94,10 @@ std::uint64_t String::hashOf(std::string_view text) noexcept {
 
 std::uint64_t String::hash() const noexcept {
   if (isEmpty()) return hashOf({});
-  std::uint64_t known = object()->hash.load(std::memory_order_relaxed);
+  std::uint64_t known = buffer()->hash.load(std::memory_order_relaxed);
   if (known == 0) {
     known = hashOf(view());
-    object()->hash.store(known, std::memory_order_relaxed);
+    buffer()->hash.store(known, std::memory_order_relaxed);
   }
   return known;
 }

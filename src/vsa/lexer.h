@@ -66,8 +66,8 @@ class Lexer {
 
  protected:
   Lexer() = default;
-  Lexer(const Lexer&) = default;
-  Lexer& operator=(const Lexer&) = default;
+  Lexer(const Lexer&) = delete;
+  Lexer& operator=(const Lexer&) = delete;
 
   /// What every `consume` does: the position moves on, `next` becomes the lookahead.
   char step(char next) noexcept;
