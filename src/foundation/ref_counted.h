@@ -112,6 +112,7 @@ class RefersTo {
   }
   RefersTo(const RefersTo& other) noexcept : RefersTo(other.object_) {}
   RefersTo(RefersTo&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
+  // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the order of the steps handles it
   RefersTo& operator=(const RefersTo& other) noexcept {
     // Taken before the old one is let go: the two may be one.
     T* const object = other.object_;

@@ -451,6 +451,7 @@ Token Lexer::bracketedList(const ListKind& kind) {
 
 void Lexer::list(ds::Vector<char>& chars, char open, char close) {
   const char c = lookaheadChar;
+  // NOLINTNEXTLINE(bugprone-branch-clone): asked first, since open and close are brackets, too
   if (c == open || c == close || atEnd()) {
     chars.push_back(consume());
   } else if (is(c, char_class::WHITE)) {

@@ -17,7 +17,7 @@ std::string difference(const Json& left, const Json& right, const std::string& p
 std::string objectDifference(const Json& left, const Json& right, const std::string& path) {
   for (const auto& [key, value] : left.items()) {
     if (!right.contains(key)) return path + "/" + key + " (missing in the second)";
-    const std::string found = difference(value, right[key], path + "/" + key);
+    std::string found = difference(value, right[key], path + "/" + key);
     if (!found.empty()) return found;
   }
   for (const auto& [key, value] : right.items()) {
@@ -28,7 +28,7 @@ std::string objectDifference(const Json& left, const Json& right, const std::str
 
 std::string arrayDifference(const Json& left, const Json& right, const std::string& path) {
   for (size_t i = 0; i < left.size() && i < right.size(); ++i) {
-    const std::string found = difference(left[i], right[i], path + "/" + std::to_string(i));
+    std::string found = difference(left[i], right[i], path + "/" + std::to_string(i));
     if (!found.empty()) return found;
   }
   if (left.size() == right.size()) return "";
@@ -57,7 +57,7 @@ int main(int argumentCount, char** arguments) {
     return 2;
   }
   try {
-    const std::string found = difference(read(arguments[1]), read(arguments[2]), "");
+    std::string found = difference(read(arguments[1]), read(arguments[2]), "");
     if (found.empty()) return 0;
     std::fprintf(stderr, "%s and %s differ at %s\n", arguments[1], arguments[2], found.c_str());
     return 1;
