@@ -468,7 +468,8 @@ void Lexer::list(ds::Vector<char>& chars, char open, char close) {
 // One blank between two elements, none beside the brackets.
 void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   const char last = chars.size == 0 ? '\0' : chars[chars.size - 1];
-  if (is(last, char_class::WHITE) || last == open || lookaheadChar == close) return;
+  if (String::isSpace(last) || !String::isPrintable(last)) return;
+  if (last == open || lookaheadChar == close) return;
   chars.push_back(' ');
 }
 
