@@ -1,7 +1,9 @@
 // The reader beside its peers: the same scenes, each in the format of its reader, read in turns. A
 // table at the end holds the ratios against what is aimed at and what must hold.
 //
-//   vsa_bench_peers [--rounds N] [--json FILE] [--scratch FOLDER]
+//   vsa_bench_peers [--rounds N] [--json FILE] [--scratch FOLDER] [--only NAME,...]
+//
+// The names are geo, lists, nodes, links, text, inflate, memory; without --only all are held.
 #include "peers.h"
 
 #include <algorithm>
@@ -29,6 +31,7 @@ struct Options {
   size_t rounds = 7;
   std::string json;
   std::string scratch = "/tmp";
+  std::string only;  // names with commas between them; empty for all
 };
 
 // What a contest is about: its name in the report, and what its contenders' work is counted in.
@@ -46,14 +49,16 @@ class Course {
   explicit Course(Options given) : options(std::move(given)) { report.machine = machineName(); }
 
   void run() {
-    geoContest();
-    listContests();
-    nodeContests();
-    linkContests();
-    textContest();
-    inflateContest();
-    addRow("file entry over string entry, time", Better::Low, {{fileOverString, 1.1, 1.25}});
-    memoryRows();
+    if (isWanted("geo")) geoContest();
+    if (isWanted("lists")) listContests();
+    if (isWanted("nodes")) nodeContests();
+    if (isWanted("links")) linkContests();
+    if (isWanted("text")) textContest();
+    if (isWanted("inflate")) inflateContest();
+    if (fileOverString > 0) {
+      addRow("file entry over string entry, time", Better::Low, {{fileOverString, 1.1, 1.25}});
+    }
+    if (isWanted("memory")) memoryRows();
   }
 
   void finish() {
@@ -63,6 +68,11 @@ class Course {
 
  private:
   using Make = Text (*)(size_t, Format, uint64_t);
+
+  bool isWanted(const std::string& name) const {
+    return options.only.empty() ||
+           ("," + options.only + ",").find("," + name + ",") != std::string::npos;
+  }
 
   std::string scratch(const char* name) const { return options.scratch + "/" + name; }
 
@@ -230,6 +240,7 @@ Options optionsFrom(int argc, char** argv) {
     if (option == "--rounds") options.rounds = std::strtoull(argv[i + 1], nullptr, 10);
     if (option == "--json") options.json = argv[i + 1];
     if (option == "--scratch") options.scratch = argv[i + 1];
+    if (option == "--only") options.only = argv[i + 1];
   }
   return options;
 }
