@@ -10,6 +10,7 @@
 #include <limits>
 #include <new>
 
+#include "foundation/string_slab.h"
 #include "foundation/string_vector.h"
 
 namespace zn {
@@ -34,7 +35,7 @@ StringBuffer* StringBuffer::make(std::size_t length) {
   void* const memory = std::malloc(bytes);
   if (memory == nullptr) throw std::bad_alloc();
   const std::size_t room = bytes - sizeof(StringBuffer) - 1;
-  constexpr std::uint32_t MOST = std::numeric_limits<std::uint32_t>::max();
+  constexpr std::uint32_t MOST = IN_SLAB - 1;
   auto* const made =
       new (memory) StringBuffer(room < MOST ? static_cast<std::uint32_t>(room) : MOST, length);
   made->inside()[length] = '\0';
@@ -69,11 +70,23 @@ StringBuffer* StringBuffer::of(char c) {
   return std::launder(reinterpret_cast<StringBuffer*>(blocks[static_cast<unsigned char>(c)].bytes));
 }
 
+StringBuffer* StringBuffer::makeInSlab(void* place, std::uint32_t offset,
+                                       std::size_t length) noexcept {
+  auto* const made = new (place) StringBuffer(IN_SLAB | offset, length);
+  made->inside()[length] = '\0';
+  return made;
+}
+
 void StringBuffer::dispose() const noexcept {
   auto* const self = const_cast<StringBuffer*>(this);
+  const std::uint32_t room = room_;
   if (room == 0) std::free(self->outside());
   self->~StringBuffer();
-  std::free(static_cast<void*>(self));
+  if (room < IN_SLAB) {
+    std::free(static_cast<void*>(self));
+  } else {
+    StringSlab::of(self, room & ~IN_SLAB)->release();
+  }
 }
 
 }  // namespace detail
@@ -109,24 +122,28 @@ String::String(unsigned long long number) {
 
 String String::copyOf(std::string_view text) {
   if (text.empty()) return String();
-  StringBuffer* const buffer = StringBuffer::make(text.size());
-  std::memcpy(buffer->chars(), text.data(), text.size());
-  return String(buffer);
+  return filled(StringBuffer::make(text.size()), text, 0);
 }
 
 String String::copyOf(std::string_view text, std::uint64_t hash) {
-  String copy = copyOf(text);
-  if (!copy.isEmpty()) copy.buffer()->hash.store(hash, std::memory_order_relaxed);
-  return copy;
+  if (text.empty()) return String();
+  return filled(StringBuffer::make(text.size()), text, hash);
+}
+
+String String::filled(StringBuffer* made, std::string_view text, std::uint64_t hash) {
+  detail::copyCharacters(made->chars(), text.data(), text.size());
+  made->hash.store(hash, std::memory_order_relaxed);
+  return String(made);
 }
 
 void String::assign(std::string_view text) {
   auto* const shared = static_cast<StringBuffer*>(object());
-  if (text.empty() || shared == nullptr || shared->room < text.size() || !shared->isUnshared()) {
+  if (text.empty() || shared == nullptr || !shared->hasRoomFor(text.size()) ||
+      !shared->isUnshared()) {
     *this = copyOf(text);
     return;
   }
-  std::memcpy(shared->chars(), text.data(), text.size());
+  detail::copyCharacters(shared->chars(), text.data(), text.size());
   shared->chars()[text.size()] = '\0';
   shared->length = text.size();
   shared->hash.store(0, std::memory_order_relaxed);

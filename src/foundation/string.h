@@ -10,10 +10,12 @@
 #include "foundation/api.h"
 #include "foundation/char_class.h"
 #include "foundation/ref_counted.h"
+#include "foundation/short_text.h"
 #include "foundation/vector.h"
 
 namespace zn {
 
+class StringSlabs;
 class StringVector;
 
 namespace detail {
@@ -21,6 +23,11 @@ namespace detail {
 /// The shared buffer behind a String: a header, and behind it the characters with a NUL after them,
 /// or the place of such characters elsewhere. Short: most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
+  // First, for it fits beside the count. For characters behind the header, as far as 31 bits tell;
+  // 0 when they are elsewhere. In a slab nobody writes over them, and the other bits tell how far
+  // behind its beginning they are.
+  std::uint32_t room_;
+
  public:
   /// A buffer with room for `length` characters; the caller fills them in. The NUL is in place.
   static StringBuffer* make(std::size_t length);
@@ -29,26 +36,36 @@ class VSA_API StringBuffer final : public IRefCounted {
   static StringBuffer* adopt(char* chars, std::size_t length);
   /// The buffer of one character. It is there for good, and nobody counts it.
   static StringBuffer* of(char c);
+  /// A buffer at `place`, `offset` bytes behind the beginning of its slab; see string_slab.h. It
+  /// takes `bytesFor(length)` bytes, a multiple of 8.
+  static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
+  static constexpr std::size_t bytesFor(std::size_t length) noexcept;
 
-  char* chars() noexcept { return room != 0 ? inside() : outside(); }
+  char* chars() noexcept { return room_ != 0 ? inside() : outside(); }
   const char* chars() const noexcept { return const_cast<StringBuffer*>(this)->chars(); }
   /// Whether there is one handle and no other.
   bool isUnshared() const noexcept { return handles().isOne(); }
   /// From here on nobody counts it, and it stays for good.
   void stick() noexcept { handles().stick(); }
+  /// Whether other characters, up to this many, may take the place of these.
+  bool hasRoomFor(std::size_t count) const noexcept { return room_ < IN_SLAB && count <= room_; }
 
-  std::uint32_t room;  // for characters behind the header, as far as 32 bits tell; 0: elsewhere
   std::size_t length;
   mutable std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
 
  private:
-  StringBuffer(std::uint32_t capacity, std::size_t count) noexcept
-      : room(capacity), length(count) {}
+  static constexpr std::uint32_t IN_SLAB = std::uint32_t{1} << 31;
+
+  StringBuffer(std::uint32_t room, std::size_t count) noexcept : room_(room), length(count) {}
   ~StringBuffer() override = default;
   void dispose() const noexcept override;
   char* inside() noexcept { return reinterpret_cast<char*>(this + 1); }
   char*& outside() noexcept { return *reinterpret_cast<char**>(this + 1); }
 };
+
+constexpr std::size_t StringBuffer::bytesFor(std::size_t length) noexcept {
+  return (sizeof(StringBuffer) + length + 8) / 8 * 8;
+}
 
 }  // namespace detail
 
@@ -103,7 +120,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String operator+(const char* other) const;
   /// Equal characters, letter case counting. A `const char*` ends at its NUL and is not null.
   bool operator==(const String& other) const noexcept {
-    return object() == other.object() || (!isKnownToDiffer(other) && view() == other.view());
+    return object() == other.object() ||
+           (!isKnownToDiffer(other) && detail::sameCharacters(view(), other.view()));
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
@@ -186,6 +204,11 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static constexpr bool isPrintable(char c) { return char_class::is(c, char_class::PRINTABLE); }
 
  private:
+  friend class StringSlabs;
+
+  // A handle to a buffer that was made for `text`.
+  static String filled(detail::StringBuffer* made, std::string_view text, std::uint64_t hash);
+
   const detail::StringBuffer* buffer() const noexcept {
     return static_cast<const detail::StringBuffer*>(object());
   }

@@ -3,8 +3,8 @@
 // does not for the next, so nobody can write a file whose names all meet in one place.
 #include <chrono>
 #include <cstdint>
-#include <cstring>
 
+#include "foundation/short_text.h"
 #include "foundation/string.h"
 
 namespace zn {
@@ -57,20 +57,18 @@ const Key& key() noexcept {
   return drawn;
 }
 
-template <class Word>
-std::uint64_t load(const char* from) noexcept {
-  Word word;
-  std::memcpy(&word, from, sizeof(word));
-  return word;
-}
+using detail::loadWord;
 
 // Up to eight characters as one word. Those of a longer text that were read before may come again;
 // the length is part of the hash, so that no two texts are taken for one.
 std::uint64_t loadLast(std::string_view text) noexcept {
   const char* const at = text.data();
   const std::size_t length = text.size();
-  if (length >= 8) return load<std::uint64_t>(at + length - 8);
-  if (length >= 4) return load<std::uint32_t>(at) << 32 | load<std::uint32_t>(at + length - 4);
+  if (length >= 8) return loadWord<std::uint64_t>(at + length - 8);
+  if (length >= 4) {
+    return std::uint64_t{loadWord<std::uint32_t>(at)} << 32 |
+           loadWord<std::uint32_t>(at + length - 4);
+  }
   if (length == 0) return 0;
   const auto byte = [at](std::size_t i) {
     return std::uint64_t{static_cast<unsigned char>(at[i])};
@@ -85,7 +83,7 @@ std::uint64_t String::hashOf(std::string_view text) noexcept {
   std::uint64_t hash = keyed.first ^ text.size();
   const char* at = text.data();
   for (std::size_t left = text.size(); left > 8; left -= 8, at += 8) {
-    hash = fold(hash ^ keyed.second, load<std::uint64_t>(at) ^ keyed.first);
+    hash = fold(hash ^ keyed.second, loadWord<std::uint64_t>(at) ^ keyed.first);
   }
   hash = fold(hash ^ keyed.second, loadLast(text) ^ keyed.first);
   hash = fold(hash ^ keyed.first, keyed.second);

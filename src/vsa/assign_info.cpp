@@ -1,5 +1,6 @@
 #include "vsa/assign_info.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
@@ -36,13 +37,22 @@ AssignInfo& AssignInfo::operator=(AssignInfo&& other) noexcept {
 void AssignInfo::clear() noexcept {
   targetPath.clear();
   sourcePath.clear();
-  for (Token* const token :
-       {&valueToken, &countToken, &elementsToken, &listToken, &referenceToken}) {
-    if (token->type != Token::Type::Eof) *token = Token();
-  }
+  const auto forget = [](Token& token) {
+    if (token.type != Token::Type::Eof) token = Token();
+  };
+  forget(valueToken);
+  forget(countToken);
+  forget(elementsToken);
+  forget(listToken);
+  forget(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
-  static const AttrData EMPTY;  // to copy is faster than to fill
-  data = EMPTY;
+  // No value but a matrix is wider than the first half of the payload.
+  const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
+  constexpr std::size_t COMPONENTS = sizeof(data.payload.components) / sizeof(double);
+  static_assert(sizeof(BufferValue) <= COMPONENTS / 2 * sizeof(double));
+  std::fill_n(data.payload.components, isMatrix ? COMPONENTS : COMPONENTS / 2, 0.0);
+  data.type = AttrType::Null;
+  data.elementType = 0;
 }
 
 String AssignInfo::valueString() const {

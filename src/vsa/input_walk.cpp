@@ -17,7 +17,7 @@ bool isIndex(const Token* element) {
 }  // namespace
 
 InputWalk::InputWalk(VsaParser& parser, interfaces::INode& node, const AssignInfo& info)
-    : parser_(parser), node_(node), info_(info), nodeType_(node.type()) {
+    : parser_(parser), node_(node), info_(info) {
 }
 
 IInput* InputWalk::run() {
@@ -55,7 +55,11 @@ InputWalk::Wanted InputWalk::wanted() const {
 
 // One element: the input of that name, found or made.
 IInput* InputWalk::step(const Token& element) {
-  const String name = updateInputName(nodeType_, element.text);
+  if (!anyNodeTypes()) return step(element.text, element);
+  return step(updateInputName(node_.type(), element.text), element);
+}
+
+IInput* InputWalk::step(const String& name, const Token& element) {
   IInput* const found = find(name);
   isNew_ = found == nullptr && array_ == nullptr;
   if (found == nullptr) return create(name, element);

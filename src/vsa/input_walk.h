@@ -41,6 +41,7 @@ class InputWalk {
   const Token* nextElement();
   Wanted wanted() const;
   interfaces::IInput* step(const Token& element);
+  interfaces::IInput* step(const String& name, const Token& element);
   interfaces::IInput* find(const String& name);
   interfaces::IInput* create(const String& name, const Token& element);
   interfaces::IInput* elementAt(const String& name, const Token& element);
@@ -50,7 +51,6 @@ class InputWalk {
   VsaParser& parser_;
   interfaces::INode& node_;
   const AssignInfo& info_;
-  String nodeType_;
   std::uint64_t at_ = 1;         // in the path; its first token is the node's name or "."
   const Token* next_ = nullptr;  // the element after the current one
   const Token* afterNext_ = nullptr;

@@ -22,12 +22,6 @@ using Type = Token::Type;
 constexpr std::uint64_t ADOPTED_BYTES = 1024;
 // Runs are passed in steps that stay in the processor's nearest cache.
 constexpr std::size_t RUN_BYTES = 16384;
-// How far ahead a list is looked at before its reader decides that it is a long one.
-constexpr std::ptrdiff_t SHORT_LIST = 256;
-
-std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
-}
 
 bool isBracket(char c) {
   return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
@@ -48,65 +42,6 @@ struct Lexer::ListKind {
   const char* singular;
   Type type;
 };
-
-// Behind a string, and the line feeds in it. Null where the window does not show all of it.
-struct Lexer::StringAhead {
-  const char* end = nullptr;
-  LineFeeds feeds{0, nullptr};
-};
-
-// --- positions ---
-
-char Lexer::step(char next) noexcept {
-  if (previous == '\n') {
-    line = wrappingSum(line, 1);
-    column = 1;
-  } else {
-    column = wrappingSum(column, 1);
-  }
-  previous = lookaheadChar;
-  index = wrappingSum(index, 1);
-  lookaheadChar = next;
-  return previous;
-}
-
-// Consumes one byte of a window that holds more.
-char Lexer::passOne() noexcept {
-  ++windowBegin;
-  return step(*windowBegin);
-}
-
-// Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.
-void Lexer::passInLine(std::size_t count) noexcept {
-  if (previous == '\n') {
-    line = wrappingSum(line, 1);
-    column = 0;
-  }
-  column = wrappingSum(column, count);
-  previous = windowBegin[count - 1];
-  index = wrappingSum(index, count);
-  windowBegin += count;
-  lookaheadChar = *windowBegin;
-}
-
-// Consumes `count` bytes of the window, fewer than it holds.
-void Lexer::pass(std::size_t count) noexcept {
-  passLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
-}
-
-// The same where the line feeds before the last byte are counted: the column counts on from the
-// last of them.
-void Lexer::passLines(std::size_t count, const LineFeeds& feeds) noexcept {
-  if (feeds.count != 0) {
-    const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);
-    line = wrappingSum(line, feeds.count - 1 + (previous == '\n' ? 1 : 0));
-    index = wrappingSum(index, upToFeed);
-    windowBegin += upToFeed;
-    previous = '\n';
-    count -= upToFeed;
-  }
-  passInLine(count);
-}
 
 // --- collecting characters ---
 
@@ -169,16 +104,16 @@ void Lexer::passWhite() noexcept {
   const char* at = begin;
   do {
     if (before == '\n') {
-      atLine = wrappingSum(atLine, 1);
+      atLine = detail::wrappingSum(atLine, 1);
       atColumn = 0;
     }
-    atColumn = wrappingSum(atColumn, 1);
+    atColumn = detail::wrappingSum(atColumn, 1);
     before = *at++;
   } while (at < last && is(*at, char_class::WHITE));
   line = atLine;
   column = atColumn;
   previous = before;
-  index = wrappingSum(index, static_cast<std::size_t>(at - begin));
+  index = detail::wrappingSum(index, static_cast<std::size_t>(at - begin));
   windowBegin = at;
   lookaheadChar = *at;
 }
@@ -231,69 +166,39 @@ Token Lexer::invalidListToken(const String& what) const {
 }
 
 Token Lexer::nextToken() {
-  skipWhite();
-  if (atEnd()) return eof();
-  switch (lookaheadChar) {
-    case '"':
-      return string();
-    case '#':
-      return comment();
-    case '(':
-      return parens();
-    case '{':
-      return braces();
-    case '[':
-      return brackets();
-    case '\'':
-      return token(Type::Quote);
-    case '*':
-      return token(Type::Star);
-    case '+':
-      return token(Type::Plus);
-    case ',':
-      return token(Type::Comma);
-    case '.':
-      return token(Type::Dot);
-    case '/':
-      return token(Type::Slash);
-    case ':':
-      return token(Type::Colon);
-    case ';':
-      return token(Type::Semicolon);
-    case '=':
-      return token(Type::Equals);
-    case '\\':
-      return token(Type::Backslash);
-    case '|':
-      return token(Type::Pipe);
-    case '-':
-      return number();
-    case '_':
-      return id();
-    default:
-      if (String::isLetter(lookaheadChar)) return id();
-      return String::isDigit(lookaheadChar) ? number() : invalidToken();
-  }
+  Token token;
+  nextToken(token);
+  return token;
 }
 
-// Consumes the bytes up to `end`, which the window has in sight with the byte behind them, and no
-// line feed among them: the token of these.
-Token Lexer::inSight(Type type, const char* end) {
-  const char* const begin = windowBegin;
-  const std::size_t count = static_cast<std::size_t>(end - begin);
-  passInLine(count);
-  return {type, texts_.passing({begin, count}), line, column};
+Token Lexer::readByCharacters() {
+  skipWhite();
+  if (atEnd()) return eof();
+  const Type type = firstOf(lookaheadChar);
+  switch (type) {
+    case Type::Str:
+      return string();
+    case Type::Comment:
+      return comment();
+    case Type::Parens:
+      return parens();
+    case Type::Braces:
+      return braces();
+    case Type::Brackets:
+      return brackets();
+    case Type::Int:
+      return number();
+    case Type::Id:
+      return id();
+    case Type::Invalid:
+      return invalidToken();
+    default:
+      return token(type);
+  }
 }
 
 // "#" to the end of the line, which is left to the white space that follows.
 Token Lexer::comment() {
-  const char* const end = findStop(windowBegin, windowLast(), '\n', '\r');
-  const std::size_t count = static_cast<std::size_t>(end - windowBegin);
-  if (end < windowLast() && count != 0) {
-    const std::string_view text(windowBegin, count);
-    passInLine(count);
-    return {Type::Comment, String::copyOf(text.substr(0, text.find('\0'))), line, column};
-  }
   chars_.clear();
   takeUntil('\n', '\r');
   return taken(Type::Comment);
@@ -302,11 +207,6 @@ Token Lexer::comment() {
 // '"' ... '"', kept as written. A backslash makes one unit with a backslash or a quote after it.
 // The opening quote is the first character taken, so it closes nothing.
 Token Lexer::string() {
-  if (const StringAhead ahead = stringAhead(); ahead.end != nullptr) {
-    const std::string_view text(windowBegin, static_cast<std::size_t>(ahead.end - windowBegin));
-    passLines(text.size(), ahead.feeds);
-    return {Type::Str, texts_.passing(text), line, column};
-  }
   chars_.clear();
   do {
     if (atEnd()) return unexpectedEof("STRING");
@@ -321,58 +221,22 @@ Token Lexer::string() {
   return taken(Type::Str);
 }
 
-// The string that begins here, when the window has all of it in sight and it holds no NUL.
-Lexer::StringAhead Lexer::stringAhead() const noexcept {
-  const char* const last = windowLast();
-  LineFeeds feeds{0, nullptr};
-  for (const char* at = windowBegin + 1; (at = findInString(at, last)) < last; ++at) {
-    if (*at == '"') return at + 1 < last ? StringAhead{at + 1, feeds} : StringAhead{};
-    if (*at == '\n') {
-      feeds = {feeds.count + 1, at};
-    } else if (*at != '\\') {
-      return {};
-    } else if (at[1] == '\\' || at[1] == '"') {
-      ++at;
-    }
-  }
-  return {};
-}
-
 // A letter or "_", then letters, digits and "_".
 Token Lexer::id() {
   if (atEnd()) return unexpectedEof("ID");
-  const char* const last = windowLast();
-  if (windowBegin < last && is(*windowBegin, char_class::NAME)) {
-    const char* const begin = windowBegin;
-    const char* const end = endOfName(begin + 1, last);
-    if (end < last) {
-      const std::string_view word(begin, static_cast<std::size_t>(end - begin));
-      passInLine(word.size());
-      return name(word);
-    }
-  }
   chars_.clear();
   take();
   takeRun(char_class::NAME);
-  return name(textOf(chars_));
-}
-
-// The token of a word: of one that the format gives a meaning, or of a name.
-Token Lexer::name(std::string_view text) {
-  if (isWord(text, "true")) return {Type::True, texts_.name("true"), line, column};
-  if (isWord(text, "false")) return {Type::False, texts_.name("false"), line, column};
-  if (isWord(text, "null")) return {Type::Null, texts_.name("null"), line, column};
-  return {Type::Id, texts_.name(text), line, column};
+  Token word;
+  texts_.word(textOf(chars_), word);
+  word.line = line;
+  word.column = column;
+  return word;
 }
 
 // "-" or a digit, then everything that numbers are written with. What it is worth is decided later.
 Token Lexer::number() {
   if (atEnd()) return unexpectedEof("NUMBER");
-  const char* const last = windowLast();
-  if (windowBegin < last && isNumberChar()) {
-    const NumberEnd end = endOfNumber(windowBegin, last);
-    if (end.at < last) return inSight(end.isReal ? Type::Real : Type::Int, end.at);
-  }
   chars_.clear();
   take();
   takeRun(char_class::NUMBER);
@@ -387,19 +251,15 @@ bool Lexer::isNumberChar() const {
 // --- lists ---
 
 Token Lexer::parens() {
-  return shortList({'(', ')', "PARENS", "PAREN", Type::Parens});
+  return bracketedList({'(', ')', "PARENS", "PAREN", Type::Parens});
 }
 
 Token Lexer::braces() {
-  return shortList({'{', '}', "BRACES", "BRACE", Type::Braces});
+  return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
 }
 
 // "[" ... "]", kept as written. There is no nesting: the first "]" after a character closes it.
 Token Lexer::brackets() {
-  const char* const last = windowLast();
-  const char* at = windowBegin < last ? windowBegin + 1 : last;
-  while (at < last && (is(*at, char_class::DIGIT) || *at == '*')) ++at;
-  if (at < last && *at == ']') return inSight(Type::Brackets, at + 1);
   chars_.clear();
   do {
     if (atEnd()) return unexpectedEof("BRACKETS");
@@ -410,15 +270,6 @@ Token Lexer::brackets() {
   } while (lookaheadChar != ']');
   take();
   return taken(Type::Brackets);
-}
-
-// Most short lists are written in their normal form, and are in sight.
-Token Lexer::shortList(const ListKind& kind) {
-  const char* const last = windowLast();
-  const char* const limit = last - windowBegin > SHORT_LIST ? windowBegin + SHORT_LIST : last;
-  const char* const end = windowBegin < limit ? endOfPlainList(windowBegin + 1, limit) : limit;
-  if (end == limit || *end != kind.close || end[-1] == ' ') return bracketedList(kind);
-  return inSight(kind.type, end + 1);
 }
 
 // A whole list as one token: its elements with single blanks between them. Lists of the same kind

@@ -12,12 +12,19 @@
 
 #include "foundation/string.h"
 #include "foundation/vector.h"
+#include "vsa/byte_scan.h"
 #include "vsa/token.h"
 #include "vsa/token_texts.h"
 
 namespace zn::korvo_sdk::impl {
 
-struct LineFeeds;
+namespace detail {
+
+inline std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+}  // namespace detail
 
 /// The mark for the end of the input. A byte of this value in the text ends it there.
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
@@ -37,6 +44,10 @@ class Lexer {
 
   /// The next token. White space and characters that are not printable are skipped.
   Token nextToken();
+  /// The same into `out`.
+  void nextToken(Token& out) {
+    if (!readInSight(out)) out = readByCharacters();
+  }
 
   // One token of its kind, from `lookaheadChar` on.
 
@@ -80,7 +91,6 @@ class Lexer {
 
  private:
   struct ListKind;
-  struct StringAhead;
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
   // Where the window's last byte is: bytes before it can be consumed with the next one in sight.
@@ -100,16 +110,69 @@ class Lexer {
   void appendRun(std::size_t count);
   void roomFor(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
-  StringAhead stringAhead() const noexcept;
-  Token shortList(const ListKind& kind);
+  bool readInSight(Token& out);
+  bool readLongInSight(Token::Type type, const char* at, LineFeeds feeds, Token& out);
+  void passTo(const char* end, const LineFeeds& feeds, Token& out) noexcept;
+  Token readByCharacters();
   Token bracketedList(const ListKind& kind);
   Token taken(Token::Type type);
-  Token name(std::string_view text);
-  Token inSight(Token::Type type, const char* end);
 
   ds::Vector<char> chars_;  // the characters of the token at hand
   TokenTexts texts_;
   bool sourceEnded_ = false;
 };
+
+// --- positions ---
+
+inline char Lexer::step(char next) noexcept {
+  if (previous == '\n') {
+    line = detail::wrappingSum(line, 1);
+    column = 1;
+  } else {
+    column = detail::wrappingSum(column, 1);
+  }
+  previous = lookaheadChar;
+  index = detail::wrappingSum(index, 1);
+  lookaheadChar = next;
+  return previous;
+}
+
+// Consumes one byte of a window that holds more.
+inline char Lexer::passOne() noexcept {
+  ++windowBegin;
+  return step(*windowBegin);
+}
+
+// Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.
+inline void Lexer::passInLine(std::size_t count) noexcept {
+  if (previous == '\n') {
+    line = detail::wrappingSum(line, 1);
+    column = 0;
+  }
+  column = detail::wrappingSum(column, count);
+  previous = windowBegin[count - 1];
+  index = detail::wrappingSum(index, count);
+  windowBegin += count;
+  lookaheadChar = *windowBegin;
+}
+
+// Consumes `count` bytes of the window, fewer than it holds.
+inline void Lexer::pass(std::size_t count) noexcept {
+  passLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
+}
+
+// The same where the line feeds before the last byte are counted: the column counts on from the
+// last of them.
+inline void Lexer::passLines(std::size_t count, const LineFeeds& feeds) noexcept {
+  if (feeds.count != 0) {
+    const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);
+    line = detail::wrappingSum(line, feeds.count - 1 + (previous == '\n' ? 1 : 0));
+    index = detail::wrappingSum(index, upToFeed);
+    windowBegin += upToFeed;
+    previous = '\n';
+    count -= upToFeed;
+  }
+  passInLine(count);
+}
 
 }  // namespace zn::korvo_sdk::impl

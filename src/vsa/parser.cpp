@@ -57,7 +57,7 @@ void VsaParser::statements() {
 
 // The order is part of the format: "with node:" has the shape of a declaration and is read as one.
 bool VsaParser::statement() {
-  if (parseComment()) return true;
+  if (nextIs(Token::Type::Comment)) return parseComment();
   // Every directive begins with two names, and most statements do not.
   const bool isDirective = peek(0).type == Token::Type::Id && peek(1).type == Token::Type::Id;
   if (isDirective && (parseRemove() || parseDefine() || parseDeclare() || parseWith())) return true;
@@ -86,11 +86,20 @@ Token VsaParser::consume() {
 // its statement comes.
 void VsaParser::advance() {
   Token& slot = tokens.data[head];
-  lastLexed = lexer->nextToken();
+  lexer->nextToken(lastLexed);
   if (static_cast<int>(lastLexed.type) <= static_cast<int>(Token::Type::Invalid)) atLast(slot);
   current = std::move(slot);
-  slot = lastLexed;
+  refill(slot);
   head = head + 1 < lookahead ? head + 1 : 0;
+}
+
+// Copies the token that has just been read. Its line and column were written one after the other:
+// to read both in one piece, as a plain copy does, would have to wait for the memory.
+void VsaParser::refill(Token& slot) const {
+  slot.type = lastLexed.type;
+  slot.line = lastLexed.line;
+  slot.text = lastLexed.text;
+  slot.column = lastLexed.column;
 }
 
 // The lexer came to the end of the text, or to what stops it before.

@@ -137,6 +137,7 @@ class VsaParser {
   }
   bool nextIs(Token::Type type) const { return peek(0).type == type; }
   void advance();
+  void refill(Token& slot) const;
   void take(Token& out);
   void atLast(const Token& next);
   void prime();

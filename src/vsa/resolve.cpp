@@ -103,7 +103,9 @@ void VsaParser::connectTo(IInput* input, const String& nodeName, const String& o
   if (node == nullptr) {
     return logWarning(NO_NODE_TO_CONNECT, nodeName.buf(), input->path().buf());
   }
-  interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
+  interfaces::IOutput* const output = anyNodeTypes()
+                                          ? node->output(updateOutputName(node->type(), outputName))
+                                          : node->output(outputName);
   if (output == nullptr) {
     const String source = asWritten(link);
     return logWarning(NO_OUTPUT_TO_CONNECT, source.buf(), input->path().buf());

@@ -26,7 +26,8 @@ bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
   if (!path(info.targetPath)) return false;
-  if (!connect(info) && !value(info)) return false;
+  const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
+  if (!isRead) return false;
   INode* const node = nodeOf(info);
   InputWalk walk(*this, *node, info);
   IInput* const input = walk.run();

@@ -1,4 +1,6 @@
 // Comments. The scene keeps them all; those that hold the file's version or time also set it.
+#include <string_view>
+
 #include "foundation/log.h"
 #include "vsa/messages.h"
 #include "vsa/parser.h"
@@ -30,12 +32,14 @@ void setTime(interfaces::IScene& scene, const String& comment) {
 
 // comment: "#" and the rest of the line. `# version: 3`
 bool VsaParser::parseComment() {
+  if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
-  if (!match(comment, Token::Type::Comment)) return false;
+  take(comment);
   // A comment that holds both words sets the version only.
-  if (comment.text.contains("version:", false)) {
+  const std::string_view text = comment.text.view();
+  if (text.find("version:") != std::string_view::npos) {
     setVersion(target(), comment.text);
-  } else if (comment.text.contains("time:", false)) {
+  } else if (text.find("time:") != std::string_view::npos) {
     setTime(target(), comment.text);
   }
   target().pushFileComment(comment.text);

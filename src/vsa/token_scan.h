@@ -2,14 +2,69 @@
 // them, one byte a step elsewhere. Internal; the door is vsa.h.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "foundation/char_class.h"
 #include "vsa/byte_scan.h"
+#include "vsa/token.h"
 
 namespace zn::korvo_sdk::impl {
 
 namespace detail {
+
+constexpr Token::Type typeOfFirst(char c) {
+  using Type = Token::Type;
+  switch (c) {
+    case '"':
+      return Type::Str;
+    case '#':
+      return Type::Comment;
+    case '(':
+      return Type::Parens;
+    case '{':
+      return Type::Braces;
+    case '[':
+      return Type::Brackets;
+    case '\'':
+      return Type::Quote;
+    case '*':
+      return Type::Star;
+    case '+':
+      return Type::Plus;
+    case ',':
+      return Type::Comma;
+    case '.':
+      return Type::Dot;
+    case '/':
+      return Type::Slash;
+    case ':':
+      return Type::Colon;
+    case ';':
+      return Type::Semicolon;
+    case '=':
+      return Type::Equals;
+    case '\\':
+      return Type::Backslash;
+    case '|':
+      return Type::Pipe;
+    case '-':
+      return Type::Int;
+    case '_':
+      return Type::Id;
+    default:
+      if (char_class::is(c, char_class::LETTER)) return Type::Id;
+      return char_class::is(c, char_class::DIGIT) ? Type::Int : Type::Invalid;
+  }
+}
+
+constexpr std::array<Token::Type, 256> makeFirst() {
+  std::array<Token::Type, 256> types{};
+  for (unsigned byte = 0; byte < 256; ++byte) types[byte] = typeOfFirst(static_cast<char>(byte));
+  return types;
+}
+
+inline constexpr std::array<Token::Type, 256> FIRST = makeFirst();
 
 #if defined(__SSE2__)
 inline std::uint32_t maskOf(__m128i flags) {
@@ -57,6 +112,12 @@ inline std::uint32_t numberMask(__m128i bytes, __m128i markers) {
 
 }  // namespace detail
 
+/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid for
+/// what begins none.
+constexpr Token::Type firstOf(char c) {
+  return detail::FIRST[static_cast<unsigned char>(c)];
+}
+
 /// The first byte in [at, end) that no name goes on with, or `end`.
 inline const char* endOfName(const char* at, const char* end) {
 #if defined(__SSE2__)
@@ -102,25 +163,67 @@ inline NumberEnd endOfNumber(const char* at, const char* end) {
   return {at, isReal};
 }
 
-/// The first byte in [at, end) that a reader of strings looks at: a quote, a backslash, a line
-/// feed, a NUL or the end mark 0xFF; or `end`.
-inline const char* findInString(const char* at, const char* end) {
+/// A quoted string as far as it is in sight.
+struct StringEnd {
+  const char* at = nullptr;  ///< Behind the closing quote; null when that is not in sight.
+  LineFeeds feeds{0, nullptr};
+};
+
+namespace detail {
+
+/// What a byte of a string, not the first, comes to: how many bytes to go on by, 0 at the closing
+/// quote and at what no string in sight has: a NUL or the end mark 0xFF.
+inline std::size_t passInString(const char* at, LineFeeds& feeds) {
+  switch (*at) {
+    case '"':
+    case '\0':
+    case static_cast<char>(0xFF):
+      return 0;
+    case '\n':
+      ++feeds.count;
+      feeds.last = at;
+      return 1;
+    case '\\':
+      return at[1] == '\\' || at[1] == '"' ? 2 : 1;
+    default:
+      return 1;
+  }
+}
+
 #if defined(__SSE2__)
-  for (; end - at >= 16; at += 16) {
-    const __m128i bytes = detail::load16(at);
-    const __m128i stops = _mm_or_si128(
-        _mm_or_si128(_mm_or_si128(detail::equal(bytes, '"'), detail::equal(bytes, '\\')),
-                     _mm_or_si128(detail::equal(bytes, '\n'), detail::equal(bytes, '\0'))),
-        detail::equal(bytes, static_cast<char>(0xFF)));
-    const std::uint32_t mask = detail::maskOf(stops);
-    if (mask != 0) return at + __builtin_ctz(mask);
-  }
+/// Flags the bytes that passInString has something to say about, and some others.
+inline std::uint32_t stringMask(__m128i bytes) {
+  // One up: the end mark comes to 0, and stands beside NUL and the line feed.
+  const __m128i up = _mm_add_epi8(bytes, _mm_set1_epi8(1));
+  const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(up, _mm_set1_epi8('\n' + 1)), up);
+  return maskOf(_mm_or_si128(low, _mm_or_si128(equal(bytes, '"'), equal(bytes, '\\'))));
+}
 #endif
-  while (at < end && *at != '"' && *at != '\\' && *at != '\n' && *at != '\0' &&
-         *at != static_cast<char>(0xFF)) {
-    ++at;
+
+}  // namespace detail
+
+/// Where the string ends whose opening quote is at `at`, if before `end`. `*end` can be read.
+inline StringEnd endOfString(const char* at, const char* end) {
+  StringEnd found;
+  for (++at; at < end;) {
+#if defined(__SSE2__)
+    if (end - at >= 16) {
+      const std::uint32_t mask = detail::stringMask(detail::load16(at));
+      if (mask == 0) {
+        at += 16;
+        continue;
+      }
+      at += __builtin_ctz(mask);
+    }
+#endif
+    const std::size_t count = detail::passInString(at, found.feeds);
+    if (count == 0) {
+      if (*at == '"') found.at = at + 1;
+      return found;
+    }
+    at += count;
   }
-  return at;
+  return found;
 }
 
 /// The first byte in [at, end) that is neither a number character nor a blank between two of them,

@@ -9,6 +9,8 @@
 #include <string_view>
 
 #include "foundation/string.h"
+#include "foundation/string_slab.h"
+#include "vsa/token.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -21,36 +23,46 @@ class TokenTexts {
     return text;
   }
 
-  /// A name. Names of the same characters are the same String, so that comparing two of them is
-  /// comparing two pointers.
-  String name(std::string_view characters);
+  /// Type and text of a word: of one that the format gives a meaning, or of a name. Names of the
+  /// same characters are the same String, so that comparing two of them is comparing two pointers.
+  void word(std::string_view characters, Token& out);
+
+  /// A text that is likely to stay.
+  String lasting(std::string_view characters) { return lasting_.copyOf(characters); }
 
   /// A text that few will hold on to.
-  String passing(std::string_view characters) {
-    if (characters.size() > LONGEST_PASSING) return String::copyOf(characters);
+  void passing(std::string_view characters, String& out) {
+    if (characters.size() > LONGEST_PASSING) {
+      out = String::copyOf(characters);
+      return;
+    }
     String& text = passing_[nextPassing_++ % PASSING];
     text.assign(characters);
-    return text;
+    out = text;
   }
 
  private:
   // Longer names are too rare to be kept.
   static constexpr std::size_t LONGEST_NAME = 64;
+  // Longer texts are too large to be kept for the next one.
   static constexpr std::size_t LONGEST_PASSING = 4096;
   // More than a statement has, so that they are free again when their turn comes.
   static constexpr std::size_t PASSING = 8;
 
-  // A free slot has the hash 0, which no text has.
+  // A free slot has no text, which no word is.
   struct Slot {
-    std::uint64_t hash = 0;
+    std::uint32_t part = 0;  // of the hash
+    Token::Type type = Token::Type::Id;
     String text;
   };
 
+  void firstSeen(std::string_view characters, std::uint64_t hash, Token& out);
+  void file(Slot&& slot) noexcept;
   void grow();
-  Slot& slotOf(std::uint64_t hash, std::string_view characters) const;
 
-  std::unique_ptr<Slot[]> names_;  // open addressing, at most two thirds full
-  std::size_t nameSlots_ = 0;      // a power of two, or 0
+  StringSlabs lasting_;
+  std::unique_ptr<Slot[]> slots_;  // open addressing, at most two thirds full
+  std::size_t mask_ = 0;           // slots less one; they are a power of two, or none
   std::size_t nameCount_ = 0;
   String passing_[PASSING];
   std::size_t nextPassing_ = 0;

@@ -1,0 +1,64 @@
+// Short texts as whole words: most names are of a few characters, and are hashed and compared in a
+// few instructions each. Internal; see String.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+namespace zn::detail {
+
+/// The bytes at `from` as a number, in the order of the machine.
+template <class Word>
+Word loadWord(const char* from) noexcept {
+  Word word;
+  std::memcpy(&word, from, sizeof(word));
+  return word;
+}
+
+/// Whether two texts of one length have the same characters.
+inline bool sameCharacters(const char* a, const char* b, std::size_t length) noexcept {
+  // Two words cover the text; what they both hold is compared twice.
+  const auto same = [=]<class Word>(Word) {
+    const std::size_t last = length - sizeof(Word);
+    return ((loadWord<Word>(a) ^ loadWord<Word>(b)) |
+            (loadWord<Word>(a + last) ^ loadWord<Word>(b + last))) == 0;
+  };
+  if (length > 16) return std::memcmp(a, b, length) == 0;
+  if (length >= 8) return same(std::uint64_t{});
+  if (length >= 4) return same(std::uint32_t{});
+  if (length >= 2) {
+    return a[length - 1] == b[length - 1] &&
+           loadWord<std::uint16_t>(a) == loadWord<std::uint16_t>(b);
+  }
+  return length == 0 || *a == *b;
+}
+
+/// The characters of a text, to a place that is no part of it.
+inline void copyCharacters(char* to, const char* from, std::size_t length) noexcept {
+  const auto copy = [=]<class Word>(Word) {
+    const std::size_t last = length - sizeof(Word);
+    const Word first = loadWord<Word>(from);
+    const Word second = loadWord<Word>(from + last);
+    std::memcpy(to, &first, sizeof(Word));
+    std::memcpy(to + last, &second, sizeof(Word));
+  };
+  if (length > 16) {
+    std::memcpy(to, from, length);
+  } else if (length >= 8) {
+    copy(std::uint64_t{});
+  } else if (length >= 4) {
+    copy(std::uint32_t{});
+  } else if (length >= 2) {
+    copy(std::uint16_t{});
+  } else if (length == 1) {
+    *to = *from;
+  }
+}
+
+inline bool sameCharacters(std::string_view a, std::string_view b) noexcept {
+  return a.size() == b.size() && sameCharacters(a.data(), b.data(), a.size());
+}
+
+}  // namespace zn::detail
