@@ -8,6 +8,10 @@
 
 namespace zn::korvo_sdk {
 
+/// Whether any node type is declared. As long as none is, no name has changed, and nobody needs to
+/// ask.
+VSA_API bool anyNodeTypes() noexcept;
+
 /// The name under which `nodeType` now knows the input `name`; `name` itself when it never changed.
 VSA_API String updateInputName(const String& nodeType, const String& name);
 

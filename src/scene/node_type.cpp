@@ -30,8 +30,10 @@ class NodeTypeTable {
     isEmpty_.store(types_.empty(), std::memory_order_release);
   }
 
+  bool isEmpty() const noexcept { return isEmpty_.load(std::memory_order_acquire); }
+
   TypePointer find(std::string_view name) const {
-    if (isEmpty_.load(std::memory_order_acquire)) return nullptr;
+    if (isEmpty()) return nullptr;
     const std::shared_lock lock(mutex_);
     const auto at = types_.find(name);
     return at == types_.end() ? nullptr : at->second;
@@ -89,6 +91,10 @@ void registerNodeType(const NodeType& type) {
 
 void unregisterNodeType(const std::string& name) {
   table().remove(name);
+}
+
+bool anyNodeTypes() noexcept {
+  return !table().isEmpty();
 }
 
 String updateInputName(const String& nodeType, const String& name) {

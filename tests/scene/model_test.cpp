@@ -357,9 +357,11 @@ TEST(SceneValues, AssignTakesTheMemoryOver) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   Input* const name = node->createInput("s", AttrType::String);
-  const AttrData first = stringValue("first");
-  name->assign(first);
-  EXPECT_EQ(name->string(), first.payload.string);
+  name->assign(stringValue("first"));
+  EXPECT_STREQ(name->string(), "first");
+  const AttrData longText = stringValue(std::string(100'000, 'x').c_str());
+  name->assign(longText);
+  EXPECT_EQ(name->string(), longText.payload.string);
   name->assign(stringValue("second"));
   EXPECT_STREQ(name->string(), "second");
   AttrData none;

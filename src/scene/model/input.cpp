@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <stdexcept>
@@ -24,7 +25,8 @@ Input::Input(Node* node, String name, AttrType type)
       type_(static_cast<std::uint8_t>(type)),
       isNodeInput_(true),
       isElement_(false),
-      isUnused_(false) {
+      isUnused_(false),
+      isLongString_(false) {
   parent_.node = node;
 }
 
@@ -36,7 +38,8 @@ Input::Input(Input* parent, String name, std::uint32_t index, AttrType type)
       type_(static_cast<std::uint8_t>(type)),
       isNodeInput_(false),
       isElement_(parent->typeOf() == AttrType::Array),
-      isUnused_(isElement_) {
+      isUnused_(isElement_),
+      isLongString_(false) {
   parent_.input = parent;
 }
 
@@ -229,7 +232,7 @@ Input* Input::makeMember(const String& name, AttrType type, AttrType elementType
   become(AttrType::Object);
   Input* const member = &scene()->inputs().make(this, name, 0U, type);
   if (type == AttrType::Array) member->setElementType(elementType);
-  members.append(member);
+  members.append(member, scene()->blocks());
   if (made != nullptr) value_.members = made.release();
   markUsed();
   return member;
@@ -284,12 +287,37 @@ void Input::assign(const AttrData& value) {
   if (value.type != AttrType::Object) become(value.type);
   const bool fits = value.type == typeOf();
   if (value.type == AttrType::String) {
-    if (fits) std::free(std::exchange(value_.string, value.payload.string));
-    if (!fits) std::free(value.payload.string);
+    assignString(value.payload.string, fits);
   } else if (value.type == AttrType::Buffer) {
     assignBuffer(value.payload.buffer, fits);
   } else if (fits) {
     assignPlain(value);
+  }
+}
+
+// A short text moves into a block, and its memory serves the next one.
+void Input::assignString(char* text, bool fits) {
+  std::unique_ptr<char, decltype(&std::free)> memory(text, &std::free);
+  if (!fits) return;
+  const std::size_t bytes = text == nullptr ? 0 : std::strlen(text) + 1;
+  const bool isShort = bytes <= Blocks::MOST_BYTES;
+  char* kept = nullptr;
+  if (!isShort) {
+    kept = memory.release();
+  } else if (bytes > 1) {
+    kept = static_cast<char*>(scene()->blocks().take(bytes));
+    std::memcpy(kept, text, bytes);
+  }
+  freeString();
+  value_.string = kept;
+  isLongString_ = !isShort;
+}
+
+void Input::freeString() noexcept {
+  if (isLongString_) {
+    std::free(value_.string);
+  } else if (value_.string != nullptr) {
+    scene()->blocks().giveBack(value_.string, std::strlen(value_.string) + 1);
   }
 }
 
@@ -321,14 +349,17 @@ void Input::assignPlain(const AttrData& value) {
 void Input::assignComponents(const double* components) {
   const unsigned count = componentCount(typeOf());
   if (count == 0) return;
-  if (value_.components == nullptr) value_.components = new double[count];
+  if (value_.components == nullptr) {
+    value_.components = static_cast<double*>(scene()->blocks().take(count * sizeof(double)));
+  }
   std::copy_n(components, count, value_.components);
 }
 
+// The blocks of the scene go all at once, when it goes.
 void Input::freeValue() noexcept {
   switch (typeOf()) {
     case AttrType::String:
-      std::free(value_.string);
+      if (isLongString_) std::free(value_.string);
       break;
     case AttrType::Buffer:
       if (value_.buffer != nullptr) std::free(value_.buffer->memory);
@@ -341,7 +372,6 @@ void Input::freeValue() noexcept {
       delete value_.members;
       break;
     default:
-      if (componentCount(typeOf()) != 0) delete[] value_.components;
       break;
   }
 }

@@ -89,9 +89,9 @@ class VSA_API Input final : public interfaces::IInput {
 
   /// A Null input takes on the record's type; one of another type than the record's is left alone.
   void set(const AttrData& structure) override;
-  /// Takes the value over, with the memory behind it, and frees what it held before. An Object
-  /// value changes nothing. A value of another type than the input's is dropped, and its memory
-  /// freed.
+  /// Takes the value over, with the memory behind it, and frees what it held before. A short string
+  /// moves into memory of the scene, and its own is freed. An Object value changes nothing. A value
+  /// of another type than the input's is dropped, and its memory freed.
   void assign(const AttrData& value) override;
   /// Connects to an output of a node of the same scene; type and value stay.
   void connect(interfaces::IOutput* output) override;
@@ -118,7 +118,7 @@ class VSA_API Input final : public interfaces::IInput {
     std::int64_t integer;
     double real;
     double* components;
-    char* string;
+    char* string;  // in a block of the scene
     Node* node;
     BufferValue* buffer;
     ElementList* elements;
@@ -129,6 +129,7 @@ class VSA_API Input final : public interfaces::IInput {
   Input(Input* parent, String name, std::uint32_t index, AttrType type);
   ~Input();
 
+  bool isOf(const Node* node) const noexcept { return isNodeInput_ && parent_.node == node; }
   AttrType typeOf() const noexcept { return static_cast<AttrType>(type_); }
   Input* parentInput() const noexcept { return isNodeInput_ ? nullptr : parent_.input; }
   Scene* scene() const noexcept;
@@ -139,6 +140,8 @@ class VSA_API Input final : public interfaces::IInput {
   void become(AttrType type) noexcept;
   void setElementType(AttrType type);
   void setBuffer(const BufferValue& buffer);
+  void assignString(char* text, bool fits);
+  void freeString() noexcept;
   void assignBuffer(const BufferValue& buffer, bool fits);
   void assignPlain(const AttrData& value);
   void assignComponents(const double* components);
@@ -156,7 +159,8 @@ class VSA_API Input final : public interfaces::IInput {
   std::uint8_t type_;  // an AttrType
   bool isNodeInput_ : 1;
   bool isElement_ : 1;
-  bool isUnused_ : 1;  // an element that so far only fills a gap
+  bool isUnused_ : 1;      // an element that so far only fills a gap
+  bool isLongString_ : 1;  // its text has memory of its own
 };
 
 }  // namespace zn::korvo_sdk

@@ -1,5 +1,7 @@
 #include "scene/model/node.h"
 
+#include <utility>
+
 #include "scene/model/input.h"
 #include "scene/model/output.h"
 #include "scene/model/scene.h"
@@ -7,14 +9,21 @@
 
 namespace zn::korvo_sdk {
 
-Node::Node(Scene* scene, String type, String name)
-    : scene_(scene),
-      type_(std::move(type)),
-      name_(std::move(name)),
-      declaration_(declaredType(type_.view())) {
+Node::Node(const String& type, const String& name) : type_(type), name_(name) {
+  std::shared_ptr<const DeclaredType> declaration = declaredType(type_.view());
+  if (declaration != nullptr) rare().declaration = std::move(declaration);
 }
 
 Node::~Node() = default;
+
+Scene* Node::scene() const noexcept {
+  return Slabs<Node, Scene>::ownerOf(this);
+}
+
+Node::Rare& Node::rare() {
+  if (rare_ == nullptr) rare_ = std::make_unique<Rare>();
+  return *rare_;
+}
 
 Input* Node::inputAt(std::uint64_t index) const noexcept {
   return index < inputs_.count() ? inputs_.at(index) : nullptr;
@@ -26,10 +35,18 @@ bool Node::hasInput(const String& name, AttrType type) {
 }
 
 Input* Node::input(const String& name) {
-  if (lastFound_ != nullptr && lastFound_->name() == name) return lastFound_;
-  Input* const found = inputs_.find(name);
-  if (found == nullptr) return bringIntoBeing(name);
-  lastFound_ = found;
+  Scene::LastLookUp& last = scene()->lastLookUp_;
+  if (last.found != nullptr && last.found->isOf(this) && last.found->name() == name) {
+    return last.found;
+  }
+  Input* found = inputs_.find(name);
+  if (found == nullptr && declaration() != nullptr) found = bringIntoBeing(name);
+  if (found != nullptr) {
+    last.found = found;
+  } else {
+    last.missingIn = this;
+    last.missing = name;
+  }
   return found;
 }
 
@@ -42,16 +59,16 @@ Input* Node::createArray(const String& name, AttrType elementType) {
 }
 
 Input* Node::make(const String& name, AttrType type, AttrType elementType) {
-  if (Input* const existing = input(name); existing != nullptr) {
-    return existing->type() == type ? existing : nullptr;
-  }
-  return declaration_ == nullptr ? add(name, type, elementType) : nullptr;
+  const Scene::LastLookUp& last = scene()->lastLookUp_;
+  const bool isKnownToBeMissing = last.missingIn == this && last.missing == name;
+  Input* const existing = isKnownToBeMissing ? nullptr : input(name);
+  if (existing != nullptr) return existing->type() == type ? existing : nullptr;
+  return declaration() == nullptr ? add(name, type, elementType) : nullptr;
 }
 
 // A declared input is made when its name is first used.
 Input* Node::bringIntoBeing(const String& name) {
-  const DeclaredInput* const made =
-      declaration_ == nullptr ? nullptr : declaration_->input(name.view());
+  const DeclaredInput* const made = declaration()->input(name.view());
   if (made == nullptr) return nullptr;
   const InputDeclaration& declared = made->declaration;
   Input* const input = add(name, declared.type, declared.elementType);
@@ -65,21 +82,29 @@ Input* Node::bringIntoBeing(const String& name) {
 }
 
 Input* Node::add(const String& name, AttrType type, AttrType elementType) {
-  if (scene_->depthLimit() == 0) scene_->refuseDepth(name_ + "." + name);
-  Input* const made = &scene_->inputs().make(this, name, type);
+  Scene& owner = *scene();
+  if (owner.depthLimit() == 0) owner.refuseDepth(name_ + "." + name);
+  Input* const made = &owner.inputs().make(this, name, type);
   if (type == AttrType::Array) made->setElementType(elementType);
-  inputs_.append(made);
-  lastFound_ = made;
+  inputs_.append(made, owner.blocks());
+  owner.lastLookUp_.found = made;
+  owner.lastLookUp_.missingIn = nullptr;
   return made;
 }
 
 Output* Node::output(const String& name) {
-  if (declaration_ != nullptr && !declaration_->hasOutput(name.view())) return nullptr;
-  if (outputs_ == nullptr) outputs_ = std::make_unique<NamedList<Output>>();
-  Output* const existing = outputs_->find(name);
+  if (declaration() != nullptr && !declaration()->hasOutput(name.view())) return nullptr;
+  if (output_ != nullptr && output_->name() == name) return output_;
+  Output* const existing = rare_ == nullptr ? nullptr : rare_->outputs.find(name);
   if (existing != nullptr) return existing;
-  Output* const made = &scene_->outputs().make(this, name);
-  outputs_->append(made);
+  if (output_ != nullptr) rare();  // room first: what is made must be in a list
+  Scene& owner = *scene();
+  Output* const made = &owner.outputs().make(this, name);
+  if (output_ == nullptr) {
+    output_ = made;
+  } else {
+    rare_->outputs.append(made, owner.blocks());
+  }
   return made;
 }
 

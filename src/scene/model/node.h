@@ -15,21 +15,23 @@ namespace zn::korvo_sdk {
 class DeclaredType;
 class Scene;
 
-/// A node of a Scene, which owns it. Lives as long as the scene.
+/// A node of a Scene, which owns it. Lives as long as the scene, and makes do with a cache line.
 class VSA_API Node final : public interfaces::INode {
  public:
   /// For the scene: use Scene::createNode.
-  Node(Scene* scene, String type, String name);
+  Node(const String& type, const String& name);
   ~Node();
   Node(const Node&) = delete;
   Node& operator=(const Node&) = delete;
 
   /// The scene that made it; never null.
-  Scene* scene() const noexcept { return scene_; }
+  Scene* scene() const noexcept;
   /// True once the scene has removed the node. Its memory stays until the scene goes.
-  bool isRemoved() const noexcept { return isRemoved_; }
+  bool isRemoved() const noexcept { return rare_ != nullptr && rare_->isRemoved; }
   /// The declaration of the node's type; null for an open type.
-  const DeclaredType* declaration() const noexcept { return declaration_.get(); }
+  const DeclaredType* declaration() const noexcept {
+    return rare_ != nullptr ? rare_->declaration.get() : nullptr;
+  }
   /// The inputs that exist, in creation order: how many, and the i-th, or null past the end.
   std::uint64_t inputCount() const noexcept { return inputs_.count(); }
   Input* inputAt(std::uint64_t index) const noexcept;
@@ -52,18 +54,23 @@ class VSA_API Node final : public interfaces::INode {
  private:
   friend class Scene;
 
+  // What few nodes have.
+  struct Rare {
+    std::shared_ptr<const DeclaredType> declaration;
+    NamedList<Output> outputs;  // but for the first
+    bool isRemoved = false;
+  };
+
+  Rare& rare();
   Input* make(const String& name, AttrType type, AttrType elementType);
   Input* add(const String& name, AttrType type, AttrType elementType);
   Input* bringIntoBeing(const String& name);
 
-  Scene* scene_;
   String type_;
   String name_;
-  std::shared_ptr<const DeclaredType> declaration_;
   NamedList<Input> inputs_;
-  Input* lastFound_ = nullptr;  // a text asks for the same input several times in a row
-  std::unique_ptr<NamedList<Output>> outputs_;  // those that were asked for; few nodes have any
-  bool isRemoved_ = false;
+  Output* output_ = nullptr;  // the one that was asked for first
+  std::unique_ptr<Rare> rare_;
 };
 
 }  // namespace zn::korvo_sdk

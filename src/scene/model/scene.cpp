@@ -24,13 +24,18 @@ std::uint64_t Scene::slotOf(const String& name) const {
 Node* Scene::findNode(const String& name) {
   if (lastFound_ != nullptr && lastFound_->name_ == name) return lastFound_;
   const std::uint64_t slot = slotOf(name);
-  if (slot == ds::HashIndex::NONE) return nullptr;
+  if (slot == ds::HashIndex::NONE) {
+    lastMissing_ = name;
+    return nullptr;
+  }
   lastFound_ = &nodes_[slot];
   return lastFound_;
 }
 
+// The empty name is as good as any, and no miss to remember.
 Node* Scene::createNode(const String& type, const String& name, const String& /*reserved*/) {
-  return findNode(name) == nullptr ? add(type, name) : nullptr;
+  const bool isKnownToBeMissing = !name.isEmpty() && lastMissing_ == name;
+  return isKnownToBeMissing || findNode(name) == nullptr ? add(type, name) : nullptr;
 }
 
 Node* Scene::defineNode(const String& name) {
@@ -40,17 +45,18 @@ Node* Scene::defineNode(const String& name) {
 
 Node* Scene::add(const String& type, const String& name) {
   names_.makeRoom();
-  Node& made = nodes_.make(this, type, name);
+  Node& made = nodes_.make(type, name);
   names_.insert(name.hash(), nodes_.size() - 1);
   lastFound_ = &made;
+  lastMissing_ = String();
   return &made;
 }
 
 void Scene::removeNode(const String& name) {
   const std::uint64_t slot = slotOf(name);
   if (slot == ds::HashIndex::NONE) return;
+  nodes_[slot].rare().isRemoved = true;
   names_.erase(name.hash(), slot);
-  nodes_[slot].isRemoved_ = true;
   lastFound_ = nullptr;
 }
 

@@ -6,6 +6,7 @@
 #include "foundation/hash_index.h"
 #include "foundation/string.h"
 #include "foundation/vector.h"
+#include "scene/model/blocks.h"
 #include "scene/model/node.h"
 #include "scene/model/slabs.h"
 #include "scene/scene_interface.h"
@@ -77,6 +78,7 @@ class VSA_API Scene final : public interfaces::IScene {
 
   Slabs<Input, Scene>& inputs() noexcept { return inputs_; }
   Slabs<Output, Scene>& outputs() noexcept { return outputs_; }
+  Blocks& blocks() noexcept { return blocks_; }
   Node* add(const String& type, const String& name);
   std::uint64_t slotOf(const String& name) const;
   [[noreturn]] void refuseDepth(const String& newPath) const;
@@ -84,9 +86,20 @@ class VSA_API Scene final : public interfaces::IScene {
   void countEmptyElement() noexcept { ++emptyElements_; }
   void uncountEmptyElement() noexcept { --emptyElements_; }
 
+  // The answers given last: a text asks for the same input several times in a row, and whether
+  // there is one before it has it made.
+  struct LastLookUp {
+    Input* found = nullptr;
+    const Node* missingIn = nullptr;
+    String missing;
+  };
+
+  Blocks blocks_;
   Slabs<Node, Scene> nodes_{this};  // in creation order
   ds::HashIndex names_;             // of the nodes that were not removed
   Node* lastFound_ = nullptr;       // statements about one node mostly stand together
+  String lastMissing_;              // the name that no node had when it was looked up last
+  LastLookUp lastLookUp_;           // of inputs of nodes
   Slabs<Input, Scene> inputs_{this};
   Slabs<Output, Scene> outputs_{this};
   std::uint64_t emptyElements_ = 0;

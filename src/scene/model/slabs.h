@@ -8,6 +8,7 @@
 // every run.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -26,7 +27,7 @@ class Slabs {
   /// No object's end may look at another object.
   ~Slabs() {
     for (std::uint64_t i = 0; i < size_; ++i) (*this)[i].~T();
-    for (void* const slab : slabs_) ::operator delete(slab, ALIGNMENT);
+    for (void* const region : regions_) ::operator delete(region, ALIGNMENT);
   }
 
   std::uint64_t size() const noexcept { return size_; }
@@ -54,21 +55,40 @@ class Slabs {
   static constexpr std::size_t SLAB_BYTES = std::size_t{1} << 16;
   static constexpr std::align_val_t ALIGNMENT{SLAB_BYTES};
   static constexpr std::size_t HEADER_BYTES = 256;
+  static constexpr std::uint64_t MOST_SLABS = 16;  // in one region
   static constexpr std::uint64_t PER_SLAB = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);
 
   void addSlab() {
-    slabs_.push_back(nullptr);  // room first: a slab in hand must not be lost
+    slabs_.push_back(nullptr);  // room first: what is had must be in the list
     try {
-      slabs_[slabs_.size - 1] = static_cast<std::byte*>(::operator new(SLAB_BYTES, ALIGNMENT));
+      if (spareSlabs_ == 0) addRegion();
     } catch (...) {
       --slabs_.size;
       throw;
     }
-    new (slabs_[slabs_.size - 1]) Owner*(owner_);
+    std::byte* const slab = regions_[regions_.size - 1] + --spareSlabs_ * SLAB_BYTES;
+    new (slab) Owner*(owner_);
+    slabs_[slabs_.size - 1] = slab;
+  }
+
+  // As many slabs as there are, up to a mebibyte: to align each by itself would waste another.
+  void addRegion() {
+    const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MOST_SLABS);
+    regions_.push_back(nullptr);
+    try {
+      regions_[regions_.size - 1] =
+          static_cast<std::byte*>(::operator new(count* SLAB_BYTES, ALIGNMENT));
+    } catch (...) {
+      --regions_.size;
+      throw;
+    }
+    spareSlabs_ = count;
   }
 
   Owner* owner_;
   ds::Vector<std::byte*> slabs_;
+  ds::Vector<std::byte*> regions_;  // what slabs are cut from
+  std::uint64_t spareSlabs_ = 0;    // of the last region
   std::uint64_t size_ = 0;
 };
 
