@@ -12,7 +12,7 @@
 namespace zn::ds {
 
 /// Open addressing with linear probing over {part of the hash, position}, eight bytes a slot, at
-/// most half full. Positions are below 2^32 - 1.
+/// most two thirds full. Positions are below 2^32 - 1.
 class VSA_API HashIndex {
  public:
   /// "No such position."
@@ -34,7 +34,7 @@ class VSA_API HashIndex {
 
   /// Makes sure that the next insert finds room. Throws std::bad_alloc when there is none.
   void makeRoom() {
-    if (2 * (used_ + 1) > slotCount()) grow();
+    if (3 * (used_ + 1) > 2 * slotCount()) grow();
   }
 
   /// Files `position` under `hash`. Throws std::bad_alloc when there is no room, std::length_error

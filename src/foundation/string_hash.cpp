@@ -59,34 +59,39 @@ const Key& key() noexcept {
 
 using detail::loadWord;
 
-// Up to eight characters as one word. Those of a longer text that were read before may come again;
-// the length is part of the hash, so that no two texts are taken for one.
-std::uint64_t loadLast(std::string_view text) noexcept {
-  const char* const at = text.data();
-  const std::size_t length = text.size();
-  if (length >= 8) return loadWord<std::uint64_t>(at + length - 8);
-  if (length >= 4) {
-    return std::uint64_t{loadWord<std::uint32_t>(at)} << 32 |
-           loadWord<std::uint32_t>(at + length - 4);
-  }
-  if (length == 0) return 0;
+// Up to three characters as one word.
+std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
   const auto byte = [at](std::size_t i) {
     return std::uint64_t{static_cast<unsigned char>(at[i])};
   };
-  return byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1);
+  return length == 0 ? 0 : byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1);
+}
+
+// Two words that hold all of a text of up to 16 characters, some of them in both: with its length
+// they are the text of no other.
+std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
+                        std::uint64_t b) noexcept {
+  if (length >= 8) {
+    return fold(a ^ loadWord<std::uint64_t>(at), b ^ loadWord<std::uint64_t>(at + length - 8));
+  }
+  if (length >= 4) {
+    return fold(a ^ loadWord<std::uint32_t>(at), b ^ loadWord<std::uint32_t>(at + length - 4));
+  }
+  return fold(a ^ loadFew(at, length), b);
 }
 
 }  // namespace
 
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
-  std::uint64_t hash = keyed.first ^ text.size();
   const char* at = text.data();
-  for (std::size_t left = text.size(); left > 8; left -= 8, at += 8) {
+  std::size_t left = text.size();
+  std::uint64_t hash = keyed.first ^ left;
+  for (; left > 16; left -= 8, at += 8) {
     hash = fold(hash ^ keyed.second, loadWord<std::uint64_t>(at) ^ keyed.first);
   }
-  hash = fold(hash ^ keyed.second, loadLast(text) ^ keyed.first);
-  hash = fold(hash ^ keyed.first, keyed.second);
+  hash = foldShort(at, left, hash, keyed.second);
+  hash = fold(hash ^ keyed.first, keyed.second ^ text.size());
   return hash == 0 ? 1 : hash;
 }
 

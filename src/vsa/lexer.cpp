@@ -7,6 +7,7 @@
 
 #include "foundation/char_class.h"
 #include "vsa/byte_scan.h"
+#include "vsa/lexer_in_sight.h"
 #include "vsa/list_run.h"
 #include "vsa/messages.h"
 #include "vsa/token_scan.h"

@@ -44,10 +44,8 @@ class Lexer {
 
   /// The next token. White space and characters that are not printable are skipped.
   Token nextToken();
-  /// The same into `out`.
-  void nextToken(Token& out) {
-    if (!readInSight(out)) out = readByCharacters();
-  }
+  /// The same into `out`; defined in lexer_in_sight.h.
+  void nextToken(Token& out);
 
   // One token of its kind, from `lookaheadChar` on.
 

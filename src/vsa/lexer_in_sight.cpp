@@ -1,13 +1,5 @@
-// The lexer's short cut: a token that the window shows whole, from the white space before it to the
-// character behind it, and that its text is a copy of. Nothing is collected, and the position is
-// settled once. Whatever else comes is read by characters.
-#include <cstddef>
-#include <string_view>
-
-#include "foundation/char_class.h"
-#include "vsa/byte_scan.h"
-#include "vsa/lexer.h"
-#include "vsa/token_scan.h"
+// The short cut for numbers, strings, comments and lists.
+#include "vsa/lexer_in_sight.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -18,10 +10,6 @@ using Type = Token::Type;
 
 // How far ahead a list is looked at before its reader decides that it is a long one.
 constexpr std::ptrdiff_t SHORT_LIST = 256;
-
-constexpr bool isOneCharacter(Type type) {
-  return static_cast<int>(type) >= static_cast<int>(Type::Dot);
-}
 
 // Where tokens end that begin at a place, or null when the end is not in sight.
 
@@ -39,44 +27,7 @@ const char* endOfBrackets(const char* at, const char* last) {
 
 }  // namespace
 
-// Consumes the characters up to `end`: the position is that of the token `out`.
-inline void Lexer::passTo(const char* end, const LineFeeds& feeds, Token& out) noexcept {
-  passLines(static_cast<std::size_t>(end - windowBegin), feeds);
-  out.line = line;
-  out.column = column;
-}
-
-bool Lexer::readInSight(Token& out) {
-  const char* const last = windowLast();
-  const char* at = windowBegin;
-  if (at == last) return false;
-  LineFeeds feeds{0, nullptr};
-  for (; is(*at, char_class::WHITE); ++at) {
-    if (at == last) return false;
-    if (*at == '\n') {
-      ++feeds.count;
-      feeds.last = at;
-    }
-  }
-  if (at == last) return false;
-  const Type type = firstOf(*at);
-  if (type == Type::Id) {
-    const char* const end = endOfName(at + 1, last);
-    if (end == last) return false;
-    passTo(end, feeds, out);
-    texts_.word({at, static_cast<std::size_t>(end - at)}, out);
-    return true;
-  }
-  if (isOneCharacter(type)) {
-    passTo(at + 1, feeds, out);
-    out.type = type;
-    out.text = texts_.character(*at);
-    return true;
-  }
-  return readLongInSight(type, at, feeds, out);
-}
-
-// The same for a token that is neither a name nor of one character, and that begins at `at`.
+// For a token that is neither a name nor of one character, and that begins at `at`.
 bool Lexer::readLongInSight(Type type, const char* at, LineFeeds feeds, Token& out) {
   const char* const last = windowLast();
   const char* end = nullptr;

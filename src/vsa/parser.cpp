@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "foundation/log.h"
+#include "vsa/lexer_in_sight.h"
 #include "vsa/lexer_source.h"
 #include "vsa/messages.h"
 #include "vsa/no_scene.h"

@@ -132,6 +132,7 @@ class VsaParser {
   IScene& target();
   // The token `ahead` places behind the next one, 0 to 2.
   const Token& peek(std::int32_t ahead) const {
+    if (ahead == 0) return tokens.data[head];
     const std::int32_t slot = head + ahead;
     return tokens.data[slot < lookahead ? slot : slot - lookahead];
   }

@@ -118,6 +118,11 @@ constexpr Token::Type firstOf(char c) {
   return detail::FIRST[static_cast<unsigned char>(c)];
 }
 
+/// Whether a token that begins so ends with the same character.
+constexpr bool isOneCharacter(Token::Type first) {
+  return static_cast<int>(first) >= static_cast<int>(Token::Type::Dot);
+}
+
 /// The first byte in [at, end) that no name goes on with, or `end`.
 inline const char* endOfName(const char* at, const char* end) {
 #if defined(__SSE2__)

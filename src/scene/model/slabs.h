@@ -39,9 +39,11 @@ class Slabs {
   /// changes nothing then.
   template <class... Arguments>
   T& make(Arguments&&... arguments) {
-    if (size_ == slabs_.size * PER_SLAB) addSlab();
-    T* const made = new (&(*this)[size_]) T(std::forward<Arguments>(arguments)...);
+    if (room_ == 0) addSlab();
+    T* const made = new (next_) T(std::forward<Arguments>(arguments)...);
     ++size_;
+    ++next_;
+    --room_;
     return *made;
   }
 
@@ -69,6 +71,8 @@ class Slabs {
     std::byte* const slab = regions_[regions_.size - 1] + --spareSlabs_ * SLAB_BYTES;
     new (slab) Owner*(owner_);
     slabs_[slabs_.size - 1] = slab;
+    next_ = reinterpret_cast<T*>(slab + HEADER_BYTES);
+    room_ = PER_SLAB;
   }
 
   // As many slabs as there are, up to a mebibyte: to align each by itself would waste another.
@@ -90,6 +94,8 @@ class Slabs {
   ds::Vector<std::byte*> regions_;  // what slabs are cut from
   std::uint64_t spareSlabs_ = 0;    // of the last region
   std::uint64_t size_ = 0;
+  T* next_ = nullptr;       // where the next object goes
+  std::uint64_t room_ = 0;  // for so many more in the last slab
 };
 
 }  // namespace zn::korvo_sdk
