@@ -1,5 +1,6 @@
 // String::unescape: backslash sequences to the characters they stand for. UTF-16 code units as in
 // JSON (RFC 8259), written as UTF-8 (RFC 3629).
+#include <array>
 #include <cstddef>
 #include <cstdint>
 
@@ -37,32 +38,21 @@ unsigned codeUnit(const char* at, const char* end) {
   return hexDigits(at + 2, end, 4);
 }
 
-// The character of a one-letter escape, or NUL.
-char simpleEscape(char letter) {
-  switch (letter) {
-    case '\\':
-    case '"':
-    case '\'':
-    case '/':
-      return letter;
-    case 'a':
-      return '\a';
-    case 'b':
-      return '\b';
-    case 'f':
-      return '\f';
-    case 'n':
-      return '\n';
-    case 'r':
-      return '\r';
-    case 't':
-      return '\t';
-    case 'v':
-      return '\v';
-    default:
-      return '\0';
-  }
+// The characters of the one-letter escapes; NUL for any other letter.
+constexpr std::array<char, 256> makeSimpleEscapes() {
+  struct Row {
+    char letter;
+    char character;
+  };
+  constexpr Row ROWS[] = {{'\\', '\\'}, {'"', '"'},  {'\'', '\''}, {'/', '/'},
+                          {'a', '\a'},  {'b', '\b'}, {'f', '\f'},  {'n', '\n'},
+                          {'r', '\r'},  {'t', '\t'}, {'v', '\v'}};
+  std::array<char, 256> characters{};
+  for (const Row& row : ROWS) characters[static_cast<unsigned char>(row.letter)] = row.character;
+  return characters;
 }
+
+constexpr std::array<char, 256> SIMPLE_ESCAPES = makeSimpleEscapes();
 
 char* appendUtf8(char* to, unsigned code) {
   const auto put = [&to](unsigned byte) { *to++ = static_cast<char>(byte); };
@@ -103,17 +93,17 @@ int unicodeEscape(const char* at, const char* end, char*& to) {
 // characters read, 0 when it is none and stays as written.
 int escape(const char* at, const char* end, char*& to) {
   if (end - at < 2) return 0;
-  if (at[1] == 'u') return unicodeEscape(at, end, to);
-  if (at[1] == 'x') {
-    const unsigned byte = hexDigits(at + 2, end, 2);
-    if (byte == NO_UNIT || byte == 0) return 0;
-    *to++ = static_cast<char>(byte);
-    return 4;
+  const char simple = SIMPLE_ESCAPES[static_cast<unsigned char>(at[1])];
+  if (simple != '\0') {
+    *to++ = simple;
+    return 2;
   }
-  const char simple = simpleEscape(at[1]);
-  if (simple == '\0') return 0;
-  *to++ = simple;
-  return 2;
+  if (at[1] == 'u') return unicodeEscape(at, end, to);
+  if (at[1] != 'x') return 0;
+  const unsigned byte = hexDigits(at + 2, end, 2);
+  if (byte == NO_UNIT || byte == 0) return 0;
+  *to++ = static_cast<char>(byte);
+  return 4;
 }
 
 // Copies the characters before the first backslash and returns how many. As many as there are left
@@ -124,10 +114,9 @@ std::size_t copyPlain(const char* at, const char* end, char* to) {
   for (; end - at >= 16; at += 16, to += 16) {
     const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
-    const int mask = _mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\')));
-    if (mask != 0)
-      return static_cast<std::size_t>(at - begin) +
-             static_cast<std::size_t>(__builtin_ctz(static_cast<unsigned>(mask)));
+    const auto mask =
+        static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))));
+    if (mask != 0) return static_cast<std::size_t>(at + __builtin_ctz(mask) - begin);
   }
 #endif
   while (at < end && *at != '\\') *to++ = *at++;

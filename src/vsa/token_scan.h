@@ -210,17 +210,24 @@ inline std::uint32_t stringMask(__m128i bytes) {
 /// Where the string ends whose opening quote is at `at`, if before `end`. `*end` can be read.
 inline StringEnd endOfString(const char* at, const char* end) {
   StringEnd found;
-  for (++at; at < end;) {
+  ++at;
 #if defined(__SSE2__)
-    if (end - at >= 16) {
-      const std::uint32_t mask = detail::stringMask(detail::load16(at));
-      if (mask == 0) {
-        at += 16;
-        continue;
+  while (end - at >= 16) {
+    const char* next = at + 16;
+    for (std::uint32_t mask = detail::stringMask(detail::load16(at)); mask != 0;) {
+      const int place = __builtin_ctz(mask);
+      const std::size_t count = detail::passInString(at + place, found.feeds);
+      if (count == 0) {
+        if (at[place] == '"') found.at = at + place + 1;
+        return found;
       }
-      at += __builtin_ctz(mask);
+      mask &= ~(std::uint32_t{3} >> (2 - count) << place);
+      if (place + static_cast<int>(count) > 16) ++next;
     }
+    at = next;
+  }
 #endif
+  while (at < end) {
     const std::size_t count = detail::passInString(at, found.feeds);
     if (count == 0) {
       if (*at == '"') found.at = at + 1;
