@@ -4,19 +4,22 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <string>
+#include <type_traits>
 
 #include "tests/support/byte_source.h"
+#include "tests/support/disk_file.h"
 #include "tests/support/text.h"
 
 namespace zn {
 namespace {
 
+using vsa_tests::DiskFile;
 using vsa_tests::memoryFile;
 using vsa_tests::text;
 using namespace std::string_literals;
+
+static_assert(std::is_base_of_v<RefersTo<RefCounted>, File>);
 
 std::string rest(File& file) {
   std::string bytes;
@@ -24,24 +27,6 @@ std::string rest(File& file) {
   while (file.read(c)) bytes += static_cast<char>(c);
   return bytes;
 }
-
-/// A file on the disk for as long as the object lives.
-class DiskFile {
- public:
-  explicit DiskFile(const std::string& bytes) {
-    const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
-    path_ = std::filesystem::path(testing::TempDir()) / (std::string("vsa_") + test->name());
-    std::ofstream(path_, std::ios::binary) << bytes;
-  }
-  DiskFile(const DiskFile&) = delete;
-  DiskFile& operator=(const DiskFile&) = delete;
-  ~DiskFile() { std::filesystem::remove(path_); }
-
-  std::string path() const { return path_.string(); }
-
- private:
-  std::filesystem::path path_;
-};
 
 TEST(File, ReadsEveryByte) {
   std::string bytes;
