@@ -2,6 +2,7 @@
 // something, and that refuses what it is told to refuse.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <deque>
@@ -59,6 +60,7 @@ class HostInput final : public host::IInput {
   sdk::AttrType elements = sdk::AttrType::Null;
   sdk::DataType buffers = sdk::DataType::Null;
   bool refuses = false;
+  bool deniesBeingArray = false;  ///< isArray answers false, whatever the type is.
   const host::IEnumeration* enumeration = nullptr;
   int held = 0;  ///< Retained and not released yet.
 
@@ -74,7 +76,7 @@ class HostInput final : public host::IInput {
     if (options_.refusesElements) return;
     list_.emplace_back(options_, where_ + '[' + std::to_string(list_.size()) + ']', elements);
   }
-  bool isArray(bool) const override { return kind == sdk::AttrType::Array; }
+  bool isArray(bool) const override { return kind == sdk::AttrType::Array && !deniesBeingArray; }
   bool refusesValues() const override { return refuses; }
 
   host::IInput* createInput(const zn::String& name, sdk::AttrType type) override {
@@ -126,6 +128,11 @@ class HostInput final : public host::IInput {
   void release() override {
     options_.record(where_ + ".release");
     --held;
+  }
+
+  /// Drops the last elements of an array; pointers to them end.
+  void shrinkTo(std::size_t size) {
+    while (list_.size() > size) list_.pop_back();
   }
 
  private:

@@ -3,9 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "tests/support/byte_source.h"
@@ -38,6 +43,17 @@ TEST(VsaParser, StartsWithNothing) {
   EXPECT_EQ(parser.scene, nullptr);
   EXPECT_EQ(parser.withNode, nullptr);
   EXPECT_EQ(parser.definedNodes.size, 0U);
+}
+
+TEST(VsaParser, ItsFieldsInOrder) {
+  const VsaParser parser;
+  static_assert(std::is_same_v<decltype(parser.lookahead), std::int32_t>);
+  static_assert(std::is_same_v<decltype(parser.head), std::int32_t>);
+  const std::vector<const void*> fields = {
+      &parser.lexer,    &parser.lookahead,    &parser.head,        &parser.tokens,
+      &parser.current,  &parser.lastLexed,    &parser.spare,       &parser.scene,
+      &parser.withNode, &parser.definedNodes, &parser.connections, &parser.references};
+  EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end(), std::less<>()));
 }
 
 TEST(VsaParser, PrimingFillsTheRingAndConsumesNothing) {
@@ -205,6 +221,61 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
   const LoggedLines log;
   EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out;")));
   EXPECT_EQ(log.lines(), Lines{"error: unwilling"});
+}
+
+// --- sources that throw ---
+
+/// Delivers the bytes of a text one at a time, and throws in place of the next one.
+class BreakingSource final : public ByteSource {
+ public:
+  explicit BreakingSource(std::string bytes) : bytes_(std::move(bytes)) {}
+  std::size_t read(char* to, std::size_t) override {
+    if (at_ == bytes_.size()) throw std::runtime_error("gone");
+    *to = bytes_[at_++];
+    return 1;
+  }
+
+ private:
+  std::string bytes_;
+  std::size_t at_ = 0;
+};
+
+Reading readUntilItBreaks(const std::string& bytes) {
+  Reading reading;
+  HostScene scene;
+  const LoggedLines log;
+  reading.escaped = thrownBy([&] {
+    const File file(new BreakingSource(bytes));
+    reading.result = VsaParser().parse(&scene, file);
+  });
+  reading.log = log.lines();
+  reading.calls = scene.options.calls;
+  return reading;
+}
+
+// The lexer looks one character ahead: the third token asks for what is behind it.
+TEST(VsaParserParse, WhatASourceThrowsAmongTheFirstThreeTokensEscapes) {
+  for (const char* const bytes : {"", "a", "a ", "a b", "a b;"}) {
+    const Reading reading = readUntilItBreaks(bytes);
+    EXPECT_FALSE(reading.result) << bytes;
+    EXPECT_EQ(reading.escaped, "gone") << bytes;
+    EXPECT_EQ(reading.log, Lines{}) << bytes;
+    EXPECT_EQ(reading.calls, Lines{}) << bytes;
+  }
+}
+
+TEST(VsaParserParse, WhatASourceThrowsFromTheFourthTokenOnIsLogged) {
+  for (const char* const bytes : {"a b; ", "a b; c", "a b; c ", "a b; c d"}) {
+    const Reading reading = readUntilItBreaks(bytes);
+    EXPECT_FALSE(reading.result) << bytes;
+    EXPECT_EQ(reading.escaped, "") << bytes;
+    EXPECT_EQ(reading.log, Lines{"error: gone"}) << bytes;
+    EXPECT_EQ(reading.calls, Lines{}) << bytes;
+  }
+  const Reading later = readUntilItBreaks("a b; c d; ");
+  EXPECT_FALSE(later.result);
+  EXPECT_EQ(later.log, Lines{"error: gone"});
+  EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
 }
 
 }  // namespace
