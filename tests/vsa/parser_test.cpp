@@ -219,8 +219,11 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
     if (line == "b.c.connect b.out") throw std::runtime_error("unwilling");
   };
   const LoggedLines log;
-  EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out;")));
+  EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out; b.r = b;")));
   EXPECT_EQ(log.lines(), Lines{"error: unwilling"});
+  // No reference is set, and nothing is given back.
+  EXPECT_EQ(scene.options.calls, (Lines{"createNode a b <>", "b.createInput c Null", "b.c.retain",
+                                        "b.createInput r Null", "b.r.retain"}));
 }
 
 // --- sources that throw ---
