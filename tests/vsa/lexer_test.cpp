@@ -377,6 +377,54 @@ TEST(Lexer, BracketListsAreKeptAsWritten) {
   expectRows(rows);
 }
 
+/// The tokens of a text as they are once the last of them has been read.
+std::string keptTokens(Lexer& lexer) {
+  std::vector<Token> tokens;
+  do {
+    tokens.push_back(lexer.nextToken());
+  } while (tokens.back().type != Type::Eof && tokens.back().type != Type::Invalid);
+  std::string stream;
+  for (const Token& token : tokens) stream += (stream.empty() ? "" : " ") + tokenText(token);
+  return stream;
+}
+
+// A token's text is its own, however many more are read.
+TEST(Lexer, TokensKeepTheirTexts) {
+  std::string bytes;
+  for (int i = 0; i < 100; ++i) {
+    const std::string number = std::to_string(i);
+    bytes += "n" + number + "=" + number + "." + number + " \"s" + number + "\"(" + number + "){" +
+             number + ", 5}[" + number + "]-" + number + "#c" + number + "\n";
+  }
+  for (const std::size_t length : {4094U, 4095U, 4096U, 4097U, 4098U}) {
+    for (const char digit : {'1', '2', '3'}) {
+      bytes += std::string(length, digit) + ";\"" + std::string(length - 2, digit) + "\";";
+    }
+  }
+  const std::string expected = fromPlain(bytes);
+  StringLexer fromText(string(bytes));
+  EXPECT_EQ(keptTokens(fromText), expected);
+  for (const std::size_t most : {0UL, 1UL, 100UL}) {
+    FileLexer fromFile(memoryFile(bytes, most));
+    EXPECT_EQ(keptTokens(fromFile), expected) << most;
+  }
+}
+
+TEST(Lexer, ManyNamesAndLongOnes) {
+  std::string bytes;
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 3000; ++i) bytes += "n" + std::to_string(i) + ' ';
+    for (std::size_t length = 1; length < 130; ++length) {
+      bytes += std::string(length, 'x') + ' ' + std::string(length - 1, 'x') + "y ";
+    }
+  }
+  const std::string expected = fromPlain(bytes);
+  StringLexer fromText(string(bytes));
+  EXPECT_EQ(keptTokens(fromText), expected);
+  FileLexer fromFile(memoryFile(bytes, 1));
+  EXPECT_EQ(keptTokens(fromFile), expected);
+}
+
 // --- positions over runs of many lines ---
 
 /// Each token as "kind line,column,index", from a source that delivers `most` bytes at a time.

@@ -13,6 +13,7 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/log.h"
 #include "tests/support/byte_source.h"
 #include "tests/support/host_scene.h"
 #include "tests/support/parser_fixture.h"
@@ -224,6 +225,59 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
   // No reference is set, and nothing is given back.
   EXPECT_EQ(scene.options.calls, (Lines{"createNode a b <>", "b.createInput c Null", "b.c.retain",
                                         "b.createInput r Null", "b.r.retain"}));
+}
+
+// --- sinks that throw ---
+
+/// Takes the first `taken` messages, and throws at each one after them.
+template <class Error>
+class BreakingSink final : public LogSink {
+ public:
+  explicit BreakingSink(std::size_t taken) : taken_(taken) {}
+  void write(LogLevel level, const String& message) override {
+    if (lines.size() == taken_) {
+      taken_ = throwsOnce ? lines.size() + 100 : taken_;
+      throw Error("full");
+    }
+    lines.push_back((level == LogLevel::Warning ? "warning: " : "error: ") + text(message));
+  }
+  bool throwsOnce = true;
+  Lines lines;
+
+ private:
+  std::size_t taken_;
+};
+
+constexpr char TWO_WARNINGS[] = "a b; b.x = byte[2] {1}; b.y = byte[3] {1}; a c;";
+
+TEST(VsaParserParse, ARuntimeErrorOfTheSinkEndsTheReadingAndIsLogged) {
+  HostScene scene;
+  BreakingSink<std::runtime_error> sink(1);
+  const ScopedLogSink scope(&sink);
+  EXPECT_FALSE(VsaParser().parse(&scene, String(TWO_WARNINGS)));
+  EXPECT_EQ(sink.lines,
+            (Lines{"warning: Too few elements (1) for byte[2] buffer, remainder set to zero.",
+                   "error: full"}));
+  EXPECT_EQ(scene.options.calls,
+            (Lines{"createNode a b <>", "b.createInput x Buffer", "b.x.assign Buffer Byte 2"}));
+}
+
+TEST(VsaParserParse, ARuntimeErrorOfTheSinkForTheErrorItselfLeaves) {
+  HostScene scene;
+  BreakingSink<std::runtime_error> sink(0);
+  sink.throwsOnce = false;
+  const ScopedLogSink scope(&sink);
+  EXPECT_EQ(thrownBy([&] { VsaParser().parse(&scene, String("a b; 42;")); }), "full");
+  EXPECT_EQ(sink.lines, Lines{});
+}
+
+TEST(VsaParserParse, AnotherExceptionOfTheSinkLeaves) {
+  HostScene scene;
+  BreakingSink<std::logic_error> sink(1);
+  const ScopedLogSink scope(&sink);
+  EXPECT_THROW(VsaParser().parse(&scene, String(TWO_WARNINGS)), std::logic_error);
+  EXPECT_EQ(sink.lines,
+            Lines{"warning: Too few elements (1) for byte[2] buffer, remainder set to zero."});
 }
 
 // --- sources that throw ---
