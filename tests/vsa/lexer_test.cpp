@@ -11,6 +11,7 @@
 #include <random>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "tests/support/byte_source.h"
@@ -41,6 +42,28 @@ std::string fromFile(const std::string& bytes, std::size_t most) {
   return tokensText(lexer);
 }
 
+/// A lexer that has no bytes at hand but its lookahead: each one is consumed by itself.
+class SingleLexer final : public Lexer {
+ public:
+  explicit SingleLexer(std::string bytes) : bytes_(std::move(bytes)) { lookaheadChar = next(); }
+  char consume() override { return step(next()); }
+
+ private:
+  char next() {
+    if (at_ < bytes_.size()) return bytes_[at_++];
+    endSource();
+    return END_OF_INPUT;
+  }
+
+  std::string bytes_;
+  std::size_t at_ = 0;
+};
+
+std::string fromSingle(const std::string& bytes) {
+  SingleLexer lexer(bytes);
+  return tokensText(lexer);
+}
+
 std::string fromPlain(const std::string& bytes) {
   vsa_tests::PlainLexer lexer(bytes);
   return tokensText(lexer);
@@ -52,6 +75,7 @@ void expectTokens(const std::string& bytes, const std::string& tokens) {
   EXPECT_EQ(fromFile(bytes, 0), tokens);
   EXPECT_EQ(fromFile(bytes, 1), tokens);
   EXPECT_EQ(fromFile(bytes, 7), tokens);
+  EXPECT_EQ(fromSingle(bytes), tokens);
   EXPECT_EQ(fromPlain(bytes), tokens);
 }
 
@@ -199,6 +223,9 @@ TEST(Lexer, TellsTheEndMarkFromTheEnd) {
   FileLexer file(memoryFile("ab\xFF", 1));
   tokensText(file);
   EXPECT_TRUE(file.endsAtMark());
+  SingleLexer single("ab\xFF");
+  tokensText(single);
+  EXPECT_TRUE(single.endsAtMark());
 }
 
 TEST(Lexer, Identifiers) {
@@ -443,6 +470,8 @@ void expectPlaces(const std::string& bytes, const std::vector<std::string>& plac
   SCOPED_TRACE(visible(bytes));
   StringLexer fromString(string(bytes));
   EXPECT_EQ(placesFrom(fromString), places);
+  SingleLexer single(bytes);
+  EXPECT_EQ(placesFrom(single), places);
   for (const std::size_t most : {0UL, 1UL, 2UL, 15UL, 16UL, 17UL, 64UL}) {
     FileLexer fromFile(memoryFile(bytes, most));
     EXPECT_EQ(placesFrom(fromFile), places) << most << " bytes at a time";
@@ -548,6 +577,7 @@ TEST(Lexer, AgreesWithThePlainLexerOnRandomTexts) {
     const std::string expected = fromPlain(bytes);
     ASSERT_EQ(fromString(bytes), expected) << visible(bytes);
     ASSERT_EQ(fromFile(bytes, 1), expected) << visible(bytes);
+    ASSERT_EQ(fromSingle(bytes), expected) << visible(bytes);
     ASSERT_EQ(fromFile(bytes, 1 + random() % 40), expected) << visible(bytes);
   }
 }

@@ -243,5 +243,31 @@ TEST(ReadReports, WhatBecameOfTheSource) {
   }
 }
 
+TEST(ReadReports, AnExceptionLeavesThemAsTheyWere) {
+  HostScene scene;
+  ReadReport report{true, "cut", 7, 9};
+  EXPECT_THROW(parseString(&scene, "}", report), std::runtime_error);
+  EXPECT_THROW(parseVsa(&scene, memoryFile("}"), false, report), std::runtime_error);
+  scene.options.onCall = [](const std::string& line) {
+    if (line == "createNode a b <>") throw std::logic_error("mine");
+  };
+  EXPECT_THROW(parseString(&scene, "a b;", report), std::logic_error);
+  EXPECT_TRUE(report.endedAtMark);
+  EXPECT_EQ(text(report.cutOff), "cut");
+  EXPECT_EQ(report.line, 7);
+  EXPECT_EQ(report.column, 9);
+}
+
+TEST(ReadReports, AReadingThatFailsFillsThem) {
+  HostScene scene;
+  const LoggedLines log;
+  ReadReport report{true, "cut", 7, 9};
+  EXPECT_FALSE(parseString(&scene, "a b;\n42; c", report));
+  EXPECT_FALSE(report.endedAtMark);
+  EXPECT_EQ(text(report.cutOff), "");
+  EXPECT_EQ(report.line, 2);
+  EXPECT_EQ(report.column, 5);
+}
+
 }  // namespace
 }  // namespace zn::korvo_sdk::impl
