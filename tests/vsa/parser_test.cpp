@@ -193,6 +193,17 @@ TEST(VsaParserParse, FromAFile) {
   EXPECT_EQ(scene.options.calls, (Lines{"pushFileComment <# c>", "createNode a b <>"}));
 }
 
+TEST(VsaParserParse, FromALexer) {
+  HostScene scene;
+  StringLexer lexer("# c\na b;");
+  VsaParser parser;
+  EXPECT_TRUE(parser.parse(&scene, &lexer));
+  EXPECT_EQ(parser.lexer, &lexer);
+  EXPECT_EQ(parser.scene, &scene);
+  EXPECT_EQ(lexer.index, 8);
+  EXPECT_EQ(scene.options.calls, (Lines{"pushFileComment <# c>", "createNode a b <>"}));
+}
+
 TEST(VsaParserParse, RuntimeErrorsOfTheSceneAreLogged) {
   HostScene scene;
   scene.options.onCall = [](const std::string& line) {

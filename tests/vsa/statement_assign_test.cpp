@@ -254,6 +254,33 @@ TEST_F(Assign, AnArrayOfNoTypeTakesTheFirstItIsIndexedFor) {
                                          "n.x[0].setNode n", "n.x[0].release"}));
 }
 
+// The type says where elements are looked for; whether the input says that it is an array decides
+// which check is made of it on the way.
+TEST_F(Assign, AnArrayThatDeniesBeingOneIsIndexedAllTheSame) {
+  HostInput* const array = node_->add("a", AttrType::Array);
+  array->deniesBeingArray = true;
+  EXPECT_EQ(calls("n.a[0] = 1;"),
+            (Lines{"n.a.set Array Int", "n.a.appendElement", "n.a[0].assign Int 1"}));
+  EXPECT_EQ(errors("n.a[1] = 2.5;"),
+            Lines{"error: TYPE ERROR (1,13): cannot assign Real to Array @ n.a."});
+  EXPECT_EQ(errors("n.a.x = 1;"),
+            Lines{"error: TYPE ERROR (1,10): cannot assign Object to Array @ n.a."});
+  EXPECT_EQ(scene_.options.calls, Lines{});
+}
+
+TEST_F(Assign, AnUntypedArrayInsideAnArrayTakesTheFirstType) {
+  EXPECT_EQ(calls("n.a[2][1] = true;"),
+            (Lines{"n.createArray a Array", "n.a.appendElement", "n.a.appendElement",
+                   "n.a.appendElement", "n.a[2].set Array Bool", "n.a[2].appendElement",
+                   "n.a[2].appendElement", "n.a[2][1].assign Bool true"}));
+  EXPECT_EQ(calls("n.a[0][0].x = 1;"),
+            (Lines{"n.a[0].set Array Object", "n.a[0].appendElement", "n.a[0][0].createInput x Int",
+                   "n.a[0][0].x.assign Int 1"}));
+  EXPECT_EQ(calls("n.a[1][0] |= n.o;"),
+            (Lines{"n.a[1].set Array Null", "n.a[1].appendElement", "n.a[1][0].retain",
+                   "n.a[1][0].connect n.o", "n.a[1][0].release"}));
+}
+
 // --- the target ---
 
 TEST_F(Assign, TargetsThatTakeNoPlainValue) {
@@ -270,6 +297,14 @@ TEST_F(Assign, TargetsThatTakeNoPlainValue) {
                                 "error: TYPE ERROR (1,72): expected Array @ n.a but found int32[].",
                                 "error: TYPE ERROR (1,8): expected Int @ n.r but found 1.",
                                 "error: TYPE ERROR (1,25): expected Int @ n.r but found vec2."}));
+}
+
+TEST_F(Assign, ABufferThatRefusesValuesQuotesTheValue) {
+  node_->add("b", AttrType::Buffer)->refuses = true;
+  const LoggedLines log;
+  EXPECT_EQ(calls("n.b = byte[0] {}; n.b = 5;"), Lines{});
+  EXPECT_EQ(log.lines(), (Lines{"error: TYPE ERROR (1,17): expected Buffer @ n.b but found byte[].",
+                                "error: TYPE ERROR (1,26): expected Buffer @ n.b but found 5."}));
 }
 
 TEST_F(Assign, LinksGoAnywhere) {
