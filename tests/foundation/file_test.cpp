@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <stdexcept>
 #include <string>
 #include <type_traits>
 
@@ -148,6 +149,20 @@ TEST(File, AReadThatFailsMidwayShows) {
   EXPECT_FALSE(file.read(c));
   EXPECT_TRUE(file.failed());
   EXPECT_EQ(text(file.error()), "the line went dead");
+}
+
+TEST(File, ASourceThatThrewMayBeAskedAgain) {
+  File file(new vsa_tests::InterruptedSource("abc", 1));
+  signed char c = 0;
+  EXPECT_TRUE(file.read(c));
+  EXPECT_THROW(file.read(c), std::runtime_error);
+  EXPECT_EQ(c, 'a');
+  EXPECT_FALSE(file.failed());
+  EXPECT_EQ(rest(file), "bc");
+  File filled(new vsa_tests::InterruptedSource("abc", 0));
+  EXPECT_THROW(filled.fill(), std::runtime_error);
+  const File::Window window = filled.fill();
+  EXPECT_EQ(std::string(window.begin, window.end), "a");
 }
 
 TEST(File, FillAndSkip) {

@@ -22,6 +22,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 using vsa_tests::HostScene;
+using vsa_tests::InterruptedSource;
 using vsa_tests::LoggedLines;
 using vsa_tests::memoryFile;
 using vsa_tests::PrimedParser;
@@ -293,27 +294,12 @@ TEST(VsaParserParse, AnotherExceptionOfTheSinkLeaves) {
 
 // --- sources that throw ---
 
-/// Delivers the bytes of a text one at a time, and throws in place of the next one.
-class BreakingSource final : public ByteSource {
- public:
-  explicit BreakingSource(std::string bytes) : bytes_(std::move(bytes)) {}
-  std::size_t read(char* to, std::size_t) override {
-    if (at_ == bytes_.size()) throw std::runtime_error("gone");
-    *to = bytes_[at_++];
-    return 1;
-  }
-
- private:
-  std::string bytes_;
-  std::size_t at_ = 0;
-};
-
 Reading readUntilItBreaks(const std::string& bytes) {
   Reading reading;
   HostScene scene;
   const LoggedLines log;
   reading.escaped = thrownBy([&] {
-    const File file(new BreakingSource(bytes));
+    const File file(new InterruptedSource(bytes, bytes.size()));
     reading.result = VsaParser().parse(&scene, file);
   });
   reading.log = log.lines();
@@ -340,6 +326,15 @@ TEST(VsaParserParse, WhatASourceThrowsFromTheFourthTokenOnIsLogged) {
     EXPECT_EQ(reading.log, Lines{"error: gone"}) << bytes;
     EXPECT_EQ(reading.calls, Lines{}) << bytes;
   }
+  // The file stands where it broke, for whoever reads on.
+  HostScene scene;
+  const LoggedLines log;
+  File file(new InterruptedSource("a b; c d;", 5));
+  EXPECT_FALSE(VsaParser().parse(&scene, file));
+  EXPECT_EQ(scene.options.calls, Lines{});
+  EXPECT_TRUE(VsaParser().parse(&scene, file));
+  EXPECT_EQ(scene.options.calls, Lines{"createNode c d <>"});
+  EXPECT_EQ(log.lines(), Lines{"error: gone"});
   const Reading later = readUntilItBreaks("a b; c d; ");
   EXPECT_FALSE(later.result);
   EXPECT_EQ(later.log, Lines{"error: gone"});
