@@ -216,6 +216,14 @@ struct ReportRow {
   int column;
 };
 
+TEST(ReadReports, SayNothingAtFirst) {
+  const ReadReport report;
+  EXPECT_FALSE(report.endedAtMark);
+  EXPECT_TRUE(report.cutOff.isEmpty());
+  EXPECT_EQ(report.line, 0);
+  EXPECT_EQ(report.column, 0);
+}
+
 TEST(ReadReports, WhatBecameOfTheSource) {
   const ReportRow rows[] = {
       {"a b;\n", false, "", 1, 5},
