@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <clocale>
 #include <string_view>
 
 #include "foundation/string.h"
+#include "tests/support/host_locale.h"
 
 namespace zn {
 namespace {
@@ -49,9 +49,10 @@ TEST(CharClass, TheEndMarkIsInNoClass) {
 }
 
 TEST(CharClass, NoLocaleChangesThem) {
-  std::setlocale(LC_ALL, "");
-  expectClassesOfEveryByte();
-  std::setlocale(LC_ALL, "C");
+  for (const char* const name : vsa_tests::cLocales()) {
+    const vsa_tests::HostLocale locale(name);
+    expectClassesOfEveryByte();
+  }
 }
 
 }  // namespace

@@ -4,19 +4,23 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
 
 #include "tests/support/byte_source.h"
+#include "tests/support/disk_file.h"
 #include "tests/support/text.h"
 
 namespace zn {
 namespace {
 
+using vsa_tests::DiskFile;
 using vsa_tests::memoryFile;
 using vsa_tests::text;
 using namespace std::string_literals;
+
+static_assert(std::is_base_of_v<RefersTo<RefCounted>, File>);
 
 std::string rest(File& file) {
   std::string bytes;
@@ -24,24 +28,6 @@ std::string rest(File& file) {
   while (file.read(c)) bytes += static_cast<char>(c);
   return bytes;
 }
-
-/// A file on the disk for as long as the object lives.
-class DiskFile {
- public:
-  explicit DiskFile(const std::string& bytes) {
-    const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
-    path_ = std::filesystem::path(testing::TempDir()) / (std::string("vsa_") + test->name());
-    std::ofstream(path_, std::ios::binary) << bytes;
-  }
-  DiskFile(const DiskFile&) = delete;
-  DiskFile& operator=(const DiskFile&) = delete;
-  ~DiskFile() { std::filesystem::remove(path_); }
-
-  std::string path() const { return path_.string(); }
-
- private:
-  std::filesystem::path path_;
-};
 
 TEST(File, ReadsEveryByte) {
   std::string bytes;
@@ -163,6 +149,20 @@ TEST(File, AReadThatFailsMidwayShows) {
   EXPECT_FALSE(file.read(c));
   EXPECT_TRUE(file.failed());
   EXPECT_EQ(text(file.error()), "the line went dead");
+}
+
+TEST(File, ASourceThatThrewMayBeAskedAgain) {
+  File file(new vsa_tests::InterruptedSource("abc", 1));
+  signed char c = 0;
+  EXPECT_TRUE(file.read(c));
+  EXPECT_THROW(file.read(c), std::runtime_error);
+  EXPECT_EQ(c, 'a');
+  EXPECT_FALSE(file.failed());
+  EXPECT_EQ(rest(file), "bc");
+  File filled(new vsa_tests::InterruptedSource("abc", 0));
+  EXPECT_THROW(filled.fill(), std::runtime_error);
+  const File::Window window = filled.fill();
+  EXPECT_EQ(std::string(window.begin, window.end), "a");
 }
 
 TEST(File, FillAndSkip) {

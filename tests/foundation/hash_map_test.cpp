@@ -5,13 +5,18 @@
 
 #include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "foundation/string.h"
+#include "tests/support/tracked.h"
 
 namespace zn::ds {
 namespace {
+
+using vsa_tests::Tracked;
+class HashMapElements : public vsa_tests::TrackedTest {};
 
 /// A key whose hash is chosen.
 struct Key {
@@ -40,6 +45,17 @@ TEST(HashMap, HoldsItsBucketsInside) {
   using Map = HashMap<int*, int>;
   EXPECT_EQ(Map::BUCKET_COUNT, 256U);
   EXPECT_EQ(sizeof(Map::buckets), 256 * sizeof(Vector<Map::Node>));
+}
+
+TEST(HashMap, FieldsOfANodeInOrder) {
+  const HashMap<int*, char>::Node node{0xAB12, address(0xAB12), 'x'};
+  const auto& [hash, key, value] = node;
+  static_assert(std::is_same_v<decltype(hash), const std::uint64_t>);
+  static_assert(std::is_same_v<decltype(key), int* const>);
+  static_assert(std::is_same_v<decltype(value), const char>);
+  EXPECT_EQ(hash, 0xAB12U);
+  EXPECT_EQ(key, address(0xAB12));
+  EXPECT_EQ(value, 'x');
 }
 
 TEST(HashMap, FindsNothingWhileEmpty) {
@@ -136,6 +152,71 @@ TEST(HashMap, ClearForgetsEverything) {
   EXPECT_EQ(map.findNode("7"), nullptr);
   map.set("7", 1);
   EXPECT_EQ(map.get("7"), 1);
+}
+
+// --- how long keys and values live ---
+
+/// A key of a chosen hash that is counted as values are.
+struct TrackedKey {
+  std::uint64_t hash;
+  Tracked tracked;
+};
+
+std::uint64_t hashOf(const TrackedKey& key) {
+  return key.hash;
+}
+
+TEST_F(HashMapElements, GoWithTheMap) {
+  {
+    HashMap<TrackedKey, Tracked> map;
+    for (int i = 0; i < 20; ++i) {
+      map.set({static_cast<std::uint64_t>(i), Tracked()}, Tracked(i));
+    }
+    EXPECT_EQ(Tracked::live, 40);
+  }
+  EXPECT_EQ(Tracked::live, 0);
+}
+
+TEST_F(HashMapElements, AreReplacedByALaterValue) {
+  HashMap<int*, Tracked> map;
+  map.set(address(0x10), Tracked(1));
+  const Tracked second(2);
+  EXPECT_EQ(map.set(address(0x10), second).number, 2);
+  EXPECT_EQ(second.number, 2);
+  EXPECT_EQ(Tracked::live, 2);
+  EXPECT_EQ(map.set(address(0x10), Tracked(3)).number, 3);
+  EXPECT_EQ(Tracked::live, 2);
+  EXPECT_EQ(map.buckets[0x10].size, 1U);
+}
+
+TEST_F(HashMapElements, OfALongBucketKeepTheirValuesAndGoWithIt) {
+  HashMap<TrackedKey, Tracked> map;
+  for (int i = 0; i < 300; ++i) {
+    map.set({static_cast<std::uint64_t>(i) * 256 + 7, Tracked()}, Tracked(i));
+  }
+  for (int i = 0; i < 300; ++i) {
+    const TrackedKey key{static_cast<std::uint64_t>(i) * 256 + 7, Tracked()};
+    EXPECT_EQ(map.findNode(key)->value.number, i);
+    map.set(key, Tracked(i + 1000));
+  }
+  EXPECT_EQ(map.buckets[7].size, 300U);
+  EXPECT_EQ(map.buckets[7][299].value.number, 1299);
+  EXPECT_EQ(Tracked::live, 600);
+  map.clear();
+  EXPECT_EQ(Tracked::live, 0);
+}
+
+TEST_F(HashMapElements, ThatCannotBeCopiedAreNotThere) {
+  HashMap<int*, Tracked> map;
+  map.set(address(0x10), Tracked(1));
+  const Tracked more(2);
+  Tracked::copiesUntilThrow = 1;
+  EXPECT_THROW(map.set(address(0x110), more), std::runtime_error);
+  EXPECT_EQ(map.findNode(address(0x110)), nullptr);
+  Tracked::copiesUntilThrow = 1;
+  EXPECT_THROW(map.set(address(0x10), more), std::runtime_error);
+  EXPECT_EQ(map.findNode(address(0x10))->value.number, 1);
+  EXPECT_EQ(Tracked::live, 2);
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -20,6 +21,8 @@ using vsa_tests::text;
 using namespace std::string_literals;
 
 constexpr std::size_t MOST = std::numeric_limits<std::size_t>::max();
+
+static_assert(std::is_base_of_v<RefersTo<IRefCounted>, String>);
 
 std::vector<std::string> pieces(const StringVector& split) {
   std::vector<std::string> texts;

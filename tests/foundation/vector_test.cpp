@@ -6,14 +6,20 @@
 #include <cstdint>
 #include <limits>
 #include <new>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 #include "foundation/string.h"
+#include "tests/support/tracked.h"
 
 namespace zn::ds {
 namespace {
+
+using vsa_tests::Tracked;
+class VectorElements : public vsa_tests::TrackedTest {};
 
 template <class T>
 std::vector<T> elements(const Vector<T>& vector) {
@@ -25,6 +31,19 @@ TEST(Vector, StartsEmpty) {
   EXPECT_EQ(vector.data, nullptr);
   EXPECT_EQ(vector.size, 0U);
   EXPECT_EQ(vector.capacity, 0U);
+}
+
+TEST(Vector, ItsFieldsInOrder) {
+  Vector<char> vector;
+  vector.reserve(5);
+  vector.push_back('a');
+  const auto& [data, size, capacity] = vector;
+  static_assert(std::is_same_v<decltype(data), char* const>);
+  static_assert(std::is_same_v<decltype(size), const std::uint64_t>);
+  static_assert(std::is_same_v<decltype(capacity), const std::uint64_t>);
+  EXPECT_EQ(*data, 'a');
+  EXPECT_EQ(size, 1U);
+  EXPECT_EQ(capacity, 5U);
 }
 
 TEST(Vector, GrowsByDoublingFromTwo) {
@@ -142,6 +161,76 @@ TEST(Vector, TooMuchIsRefusedAndChangesNothing) {
   EXPECT_THROW(vector.reserve(std::numeric_limits<unsigned long>::max()), std::bad_alloc);
   EXPECT_EQ(elements(vector), std::vector<std::uint64_t>{7});
   EXPECT_EQ(vector.capacity, 2U);
+}
+
+// --- how long elements live ---
+
+std::vector<int> numbers(const Vector<Tracked>& vector) {
+  std::vector<int> all;
+  for (const Tracked& element : vector) all.push_back(element.number);
+  return all;
+}
+
+Vector<Tracked> filled(int count) {
+  Vector<Tracked> vector;
+  for (int i = 0; i < count; ++i) vector.push_back(Tracked(i));
+  return vector;
+}
+
+TEST_F(VectorElements, LiveAsLongAsTheVectorAndNoMoreOfThemThanItsSize) {
+  {
+    const Vector<Tracked> vector = filled(5);
+    EXPECT_EQ(vector.capacity, 8U);
+    EXPECT_EQ(Tracked::live, 5);
+    EXPECT_EQ(numbers(vector), (std::vector<int>{0, 1, 2, 3, 4}));
+  }
+  EXPECT_EQ(Tracked::live, 0);
+}
+
+TEST_F(VectorElements, ThatReserveDropsAreGone) {
+  Vector<Tracked> vector = filled(5);
+  vector.reserve(2);
+  EXPECT_EQ(Tracked::live, 2);
+  EXPECT_EQ(numbers(vector), (std::vector<int>{0, 1}));
+  vector.reserve(0);
+  EXPECT_EQ(Tracked::live, 0);
+  vector.reserve(0);
+  vector.reserve(4);
+  EXPECT_EQ(Tracked::live, 0);
+}
+
+TEST_F(VectorElements, MoveWhenTheVectorGrows) {
+  const Vector<Tracked> vector = filled(100);
+  EXPECT_EQ(Tracked::copies, 0);
+  EXPECT_EQ(Tracked::live, 100);
+}
+
+TEST_F(VectorElements, ThatAreReplacedAreGone) {
+  Vector<Tracked> vector = filled(5);
+  const Vector<Tracked> other = filled(3);
+  EXPECT_EQ(Tracked::live, 8);
+  vector = other;
+  EXPECT_EQ(Tracked::live, 6);
+  EXPECT_EQ(numbers(vector), (std::vector<int>{0, 1, 2}));
+  vector = filled(1);
+  EXPECT_EQ(Tracked::live, 4);
+  vector.clear();
+  EXPECT_EQ(Tracked::live, 3);
+}
+
+TEST_F(VectorElements, ThatCannotBeCopiedLeaveTheVectorAsItWas) {
+  Vector<Tracked> vector = filled(2);
+  const Vector<Tracked> source = filled(4);
+  const Tracked more(9);
+  Tracked::copiesUntilThrow = 1;
+  EXPECT_THROW(vector.push_back(more), std::runtime_error);
+  EXPECT_EQ(vector.capacity, 2U);
+  Tracked::copiesUntilThrow = 3;
+  EXPECT_THROW(vector = source, std::runtime_error);
+  Tracked::copiesUntilThrow = 3;
+  EXPECT_THROW(const Vector<Tracked> copy(source), std::runtime_error);
+  EXPECT_EQ(numbers(vector), (std::vector<int>{0, 1}));
+  EXPECT_EQ(Tracked::live, 7);
 }
 
 }  // namespace

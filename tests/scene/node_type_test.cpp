@@ -196,5 +196,92 @@ TEST_F(DeclaredTypes, DefinedNodesOfADeclaredTypeAreClosedToo) {
   EXPECT_EQ(scene_.findNode("camera")->input("zoom"), nullptr);
 }
 
+// --- what is declared without a type ---
+
+/// A declared type "rig" of which nothing has a type yet, and a node of it.
+class DeclaredUntyped : public testing::Test {
+ protected:
+  DeclaredUntyped() {
+    NodeType type;
+    type.name = "rig";
+    type.inputs = {declared("free", AttrType::Null), declared("list", AttrType::Array),
+                   declared("sets", AttrType::Array)};
+    type.inputs[2].elementType = AttrType::Buffer;
+    type.outputs = {"out"};
+    registerNodeType(type);
+    node_ = scene_.createNode("rig", "r", "");
+  }
+  ~DeclaredUntyped() override { unregisterNodeType("rig"); }
+
+  Lines logOf(const char* bytes, bool result = true) {
+    const LoggedLines log;
+    EXPECT_EQ(impl::parseString(&scene_, bytes), result) << bytes;
+    return log.lines();
+  }
+
+  Scene scene_;
+  Node* node_;
+};
+
+TEST_F(DeclaredUntyped, AnInputTakesNoPlainValue) {
+  EXPECT_EQ(logOf("r.free = 1; r.free = \"x\"; r.free = float[1]{1}; r.free = {};"),
+            (Lines{"error: TYPE ERROR (1,11): expected Null @ r.free but found Int.",
+                   "error: TYPE ERROR (1,25): expected Null @ r.free but found String.",
+                   "error: TYPE ERROR (1,47): expected Null @ r.free but found Buffer.",
+                   "error: TYPE ERROR (1,60): expected Null @ r.free but found Object."}));
+  EXPECT_EQ(node_->input("free")->type(), AttrType::Null);
+}
+
+TEST_F(DeclaredUntyped, AnInputTakesNoIndex) {
+  EXPECT_EQ(logOf("r.free[0] = 1;", false),
+            Lines{"error: PARSE ERROR (1,14): input 'r.free[0]' not found.."});
+  EXPECT_EQ(node_->input("free")->type(), AttrType::Null);
+}
+
+TEST_F(DeclaredUntyped, AnInputBecomesAnObjectByAMember) {
+  EXPECT_EQ(logOf("r.free.x = 1; r.free.y = 2.5;"), Lines{});
+  EXPECT_EQ(node_->input("free")->type(), AttrType::Object);
+  EXPECT_EQ(node_->input("free")->input("x")->integer(), 1);
+  EXPECT_EQ(node_->input("free")->memberCount(), 2U);
+}
+
+TEST_F(DeclaredUntyped, AnInputBecomesANodeByAReference) {
+  EXPECT_EQ(logOf("r.free = r;"), Lines{});
+  EXPECT_EQ(node_->input("free")->type(), AttrType::Node);
+  EXPECT_EQ(node_->input("free")->node(), node_);
+}
+
+TEST_F(DeclaredUntyped, AConnectionLeavesAnInputWithoutAType) {
+  EXPECT_EQ(logOf("r.free |= r.out;"), Lines{});
+  EXPECT_EQ(node_->input("free")->type(), AttrType::Null);
+  EXPECT_EQ(node_->input("free")->connection(), node_->output("out"));
+}
+
+TEST_F(DeclaredUntyped, AnArrayTakesLinksOnly) {
+  EXPECT_EQ(logOf("r.list[0] = 1;", false),
+            Lines{"error: TYPE ERROR (1,14): cannot assign Int to Array @ r.list."});
+  EXPECT_EQ(logOf("r.list[0].x = 1;", false),
+            Lines{"error: TYPE ERROR (1,16): cannot assign Object to Array @ r.list."});
+  EXPECT_EQ(node_->input("list")->count(), 0U);
+  EXPECT_EQ(logOf("r.list[1] = r; r.list[0] |= r.out;"), Lines{});
+  EXPECT_EQ(node_->input("list")->elementType(), AttrType::Null);
+  EXPECT_EQ(node_->input("list")->element(1)->node(), node_);
+}
+
+TEST_F(DeclaredUntyped, AnArrayOfBuffersHasItsHolesTyped) {
+  EXPECT_EQ(logOf("r.sets[2] = float[1] {1.5};"), Lines{});
+  Input* const sets = node_->input("sets");
+  ASSERT_EQ(sets->count(), 3U);
+  for (std::uint64_t i = 0; i < 3; ++i) {
+    EXPECT_EQ(sets->element(i)->bufferType(), DataType::Float) << i;
+  }
+  EXPECT_EQ(sets->element(0)->buffer().count, 0U);
+  EXPECT_EQ(sets->element(2)->buffer().count, 1U);
+  EXPECT_EQ(logOf("r.sets[0] = int32[1] {1};"),
+            Lines{"error: TYPE ERROR (1,25): expected Buffer @ r.sets[0] but found Int32."});
+  EXPECT_EQ(logOf("r.sets[0] = 1;", false),
+            Lines{"error: TYPE ERROR (1,14): cannot assign Int to Array @ r.sets."});
+}
+
 }  // namespace
 }  // namespace zn::korvo_sdk

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -29,6 +30,29 @@ class MemorySource final : public zn::ByteSource {
   std::string bytes_;
   std::size_t most_;
   std::size_t at_ = 0;
+};
+
+/// Throws std::runtime_error("gone") once, in place of the byte at `at`, and delivers all bytes one
+/// at a time.
+class InterruptedSource final : public zn::ByteSource {
+ public:
+  InterruptedSource(std::string bytes, std::size_t at) : bytes_(std::move(bytes)), breaksAt_(at) {}
+
+  std::size_t read(char* to, std::size_t) override {
+    if (at_ == breaksAt_ && !isBroken_) {
+      isBroken_ = true;
+      throw std::runtime_error("gone");
+    }
+    if (at_ == bytes_.size()) return 0;
+    *to = bytes_[at_++];
+    return 1;
+  }
+
+ private:
+  std::string bytes_;
+  std::size_t breaksAt_;
+  std::size_t at_ = 0;
+  bool isBroken_ = false;
 };
 
 inline zn::File memoryFile(std::string bytes, std::size_t most = 0) {

@@ -1,7 +1,11 @@
 // A host's own scene that writes down what the reader asks of it, one line a call that changes
-// something, and that refuses what it is told to refuse.
+// something, and that refuses what it is told to refuse. It expects of questions what the interface
+// promises of them.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <cstddef>
 #include <cstdint>
 #include <cstdlib>
 #include <deque>
@@ -59,13 +63,17 @@ class HostInput final : public host::IInput {
   sdk::AttrType elements = sdk::AttrType::Null;
   sdk::DataType buffers = sdk::DataType::Null;
   bool refuses = false;
+  bool deniesBeingArray = false;  ///< isArray answers false, whatever the type is.
   const host::IEnumeration* enumeration = nullptr;
   int held = 0;  ///< Retained and not released yet.
 
   sdk::AttrType type() const override { return kind; }
   zn::String typeName() const override { return sdk::attrTypeName(kind); }
   zn::String path() const override { return string(where_); }
-  bool holdsBuffer(bool) const override { return kind == sdk::AttrType::Buffer; }
+  bool holdsBuffer(bool flag) const override {
+    EXPECT_FALSE(flag);
+    return kind == sdk::AttrType::Buffer;
+  }
   const host::IEnumeration* enumValues() const override { return enumeration; }
   sdk::AttrType elementType() const override { return elements; }
   sdk::DataType bufferType() const override { return buffers; }
@@ -74,7 +82,10 @@ class HostInput final : public host::IInput {
     if (options_.refusesElements) return;
     list_.emplace_back(options_, where_ + '[' + std::to_string(list_.size()) + ']', elements);
   }
-  bool isArray(bool) const override { return kind == sdk::AttrType::Array; }
+  bool isArray(bool flag) const override {
+    EXPECT_FALSE(flag);
+    return kind == sdk::AttrType::Array && !deniesBeingArray;
+  }
   bool refusesValues() const override { return refuses; }
 
   host::IInput* createInput(const zn::String& name, sdk::AttrType type) override {
@@ -88,7 +99,8 @@ class HostInput final : public host::IInput {
     made->elements = elementType;
     return made;
   }
-  bool hasInput(const zn::String& name, sdk::AttrType) override {
+  bool hasInput(const zn::String& name, sdk::AttrType type) override {
+    EXPECT_EQ(type, sdk::AttrType::Null) << "any type will do";
     return members_.count(text(name)) != 0;
   }
   std::uint64_t count() const override { return list_.size(); }
@@ -128,6 +140,11 @@ class HostInput final : public host::IInput {
     --held;
   }
 
+  /// Drops the last elements of an array; pointers to them end.
+  void shrinkTo(std::size_t size) {
+    while (list_.size() > size) list_.pop_back();
+  }
+
  private:
   HostInput* add(const std::string& name, sdk::AttrType type) {
     return &members_.try_emplace(name, options_, where_ + '.' + name, type).first->second;
@@ -165,7 +182,8 @@ class HostNode final : public host::INode {
 
   zn::String name() const override { return string(name_); }
   zn::String type() const override { return string(type_); }
-  bool hasInput(const zn::String& name, sdk::AttrType) override {
+  bool hasInput(const zn::String& name, sdk::AttrType type) override {
+    EXPECT_EQ(type, sdk::AttrType::Null) << "any type will do";
     return inputs_.count(text(name)) != 0;
   }
   HostInput* input(const zn::String& name) override { return &inputs_.at(text(name)); }

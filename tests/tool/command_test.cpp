@@ -131,6 +131,77 @@ TEST_F(CommandTest, CheckNamesAFileThatCannotBeOpenedAndReadsTheOthers) {
       run.err);
 }
 
+TEST_F(CommandTest, AFileThatCannotBeOpenedOutranksOneThatIsNotRead) {
+  write("bad.vsa", "42;\n");
+  for (const char* files : {"bad.vsa missing.vsa", "missing.vsa bad.vsa"}) {
+    for (const char* option : {"", "--strict "}) {
+      const Outcome run = vsa(std::string("check ") + option + files);
+      EXPECT_EQ(2, run.status) << files;
+      EXPECT_TRUE(run.err.ends_with(
+          "2 files checked, 0 read, 1 not read, 1 not opened: 0 warnings, 1 error\n"))
+          << run.err;
+    }
+  }
+}
+
+TEST_F(CommandTest, StrictCountsAnErrorThatEndsNothing) {
+  write("a.vsa", "lamp a: .k = 1;\n.k = \"x\";\n.after = 2;\n");
+  const std::string expected =
+      "a.vsa:2:9: error: TYPE ERROR (2,9): expected Int @ a.k but found String.\n"
+      "1 file checked, 1 read: 0 warnings, 1 error\n";
+  const Outcome run = vsa("check a.vsa");
+  EXPECT_EQ(0, run.status);
+  EXPECT_EQ(expected, run.err);
+  const Outcome strict = vsa("check --strict a.vsa");
+  EXPECT_EQ(1, strict.status);
+  EXPECT_EQ(expected, strict.err);
+  const Outcome dump = vsa("dump a.vsa");
+  EXPECT_EQ(0, dump.status);
+  EXPECT_EQ(2, nlohmann::json::parse(dump.out)["nodes"][0]["inputs"][1]["value"]);
+}
+
+// The position that a message carries stands before it; one that carries none has none.
+TEST_F(CommandTest, CheckPrintsEveryKindOfPosition) {
+  struct Row {
+    std::string text, line;
+  };
+  const Row rows[] = {
+      {"lamp a;\n a.k[] = 1;", "2:11: error: PARSE ERROR (2,11): invalid input array index: []."},
+      {"lamp a;\n a.b = byte[1] {1 2};",
+       "2:20: error: BUFFER ERROR (2,20): Cannot add 2 @ index 1 of byte[1].."},
+      {"lamp a: .k = 1;\n.k.x = 1;",
+       "2:9: error: TYPE ERROR (2,9): cannot assign Object to Int @ a.k."},
+      {"lamp a: .k = 1;\n.k = 2.5;",
+       "2:9: warning: TYPE WARNING (2,9): narrowing Real to Int @ a.k."},
+      {"lamp a;\na.b\n= ;",
+       "3:3: error: BAD TOKEN (3,3): expected '(scalar|buffer|reference)', found ';'."},
+      {"lamp a; \n !", "2:1: error: INVALID TOKEN (2,1): '!'"},
+      {"lamp a; a.v = vec2(1\n x)", "2:1: error: INVALID PAREN LIST TOKEN (2,1): 'x'"},
+      {"lamp a; a.v = {1\n x}", "2:1: error: INVALID BRACE LIST TOKEN (2,1): 'x'"},
+      {"lamp a; a.v[\n x]", "2:1: error: INVALID BRACKET LIST TOKEN (2,1): 'x'"},
+      {"\n42;", "0:0: error: PARSE ERROR (0,0): unrecognized token '42'.."},
+  };
+  for (const Row& row : rows) {
+    write("a.vsa", row.text);
+    const Outcome run = vsa("check a.vsa");
+    EXPECT_EQ("a.vsa:" + row.line, run.err.substr(0, run.err.find('\n'))) << row.text;
+  }
+  const Row unplaced[] = {
+      {"# version: x", "warning: Failed to parse VSA version comment: # version: x"},
+      {"lamp a; a.x |= a.b.c;", "warning: Invalid output: a.b.c."},
+      {"lamp a; a.x |= b.c;", "warning: Cannot connect nonexistent node b to a.x."},
+      {"lamp a; a.x = b;", "warning: Cannot assign nonexistent node b to a.x."},
+      {"lamp a; a.x = byte[2] {1};",
+       "warning: Too few elements (1) for byte[2] buffer, remainder set to zero."},
+  };
+  for (const Row& row : unplaced) {
+    write("a.vsa", row.text);
+    const Outcome run = vsa("check a.vsa");
+    EXPECT_EQ(0, run.status) << row.text;
+    EXPECT_EQ("a.vsa: " + row.line, run.err.substr(0, run.err.find('\n'))) << row.text;
+  }
+}
+
 TEST_F(CommandTest, AnUnknownWordIsNamed) {
   for (const char* word : {"--frob", "-x", "frob"}) {
     const Outcome run = vsa(word);
@@ -211,6 +282,20 @@ TEST_F(CommandTest, DumpPrintsTheSceneAsJson) {
       "fileTime": "", "fileComments": ["# version: 3"], "nodes": [{"type": "sphere", "name": "ball",
       "inputs": [{"name": "radius", "type": "Real", "value": 2.5}]}]})");
   EXPECT_EQ(expected, nlohmann::json::parse(run.out));
+}
+
+TEST_F(CommandTest, DumpReadsStandardInputAsItReadsAFile) {
+  write("a.vsa", "# version: 3\nsphere ball;\nball.radius = 2.5;\nball.radius = true; }");
+  write("marked.vsa", "\xEF\xBB\xBF" + content("a.vsa"));
+  const Outcome file = vsa("dump a.vsa");
+  EXPECT_EQ(1, file.status);
+  EXPECT_NE(std::string::npos, file.out.find("INVALID TOKEN (4,20): '}'")) << file.out;
+  for (const char* arguments : {"dump - <a.vsa", "dump - <marked.vsa", "dump marked.vsa"}) {
+    const Outcome run = vsa(arguments);
+    EXPECT_EQ(1, run.status) << arguments;
+    EXPECT_EQ(file.out, run.out) << arguments;
+    EXPECT_EQ("", run.err) << arguments;
+  }
 }
 
 TEST_F(CommandTest, DumpOfAnUnfinishedReadShowsWhatWasRead) {

@@ -3,7 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
+#include <type_traits>
 #include <utility>
 
 #include "tests/support/text.h"
@@ -67,6 +69,42 @@ TEST(AssignInfo, StartsEmpty) {
   EXPECT_EQ(info.data.type, AttrType::Null);
   EXPECT_EQ(info.data.elementType, 0);
   for (const double component : info.data.payload.components) EXPECT_EQ(component, 0.0);
+}
+
+TEST(AssignInfo, ItsFieldsInOrder) {
+  const AssignInfo info;
+  const auto& [target, source, value, count, elements, list, reference, isScalar, isBuffer,
+               isConnection, isReference, data] = info;
+  static_assert(std::is_same_v<decltype(data), const AttrData>);
+  static_assert(std::is_same_v<decltype(target), const ds::Vector<Token>>);
+  EXPECT_EQ(&target, &info.targetPath);
+  EXPECT_EQ(&source, &info.sourcePath);
+  EXPECT_EQ(&value, &info.valueToken);
+  EXPECT_EQ(&count, &info.countToken);
+  EXPECT_EQ(&elements, &info.elementsToken);
+  EXPECT_EQ(&list, &info.listToken);
+  EXPECT_EQ(&reference, &info.referenceToken);
+  EXPECT_EQ(&isScalar, &info.isScalar);
+  EXPECT_EQ(&isBuffer, &info.isBuffer);
+  EXPECT_EQ(&isConnection, &info.isConnection);
+  EXPECT_EQ(&isReference, &info.isReference);
+  // The flags are bytes that follow each other.
+  EXPECT_EQ(&isScalar + 3, &isReference);
+  EXPECT_EQ(&data, &info.data);
+}
+
+TEST(AssignInfo, FieldsOfABufferValueInOrder) {
+  unsigned char byte = 7;
+  const BufferValue buffer{&byte, 1, 2, DataType::Byte, 3};
+  const auto& [memory, count, bytes, type, reserved] = buffer;
+  static_assert(std::is_same_v<decltype(count), const std::uint64_t>);
+  static_assert(std::is_same_v<decltype(bytes), const std::uint64_t>);
+  static_assert(sizeof(type) == 4 && sizeof(reserved) == 8);
+  EXPECT_EQ(memory, &byte);
+  EXPECT_EQ(count, 1U);
+  EXPECT_EQ(bytes, 2U);
+  EXPECT_EQ(type, DataType::Byte);
+  EXPECT_EQ(reserved, 3);
 }
 
 TEST(AssignInfo, Copies) {

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 
 #include "tests/support/byte_source.h"
@@ -102,6 +103,23 @@ TEST(FileLexer, LeavesTheFileBehindItsLookahead) {
     EXPECT_TRUE(file.read(c));
     EXPECT_EQ(c, 'c');
   }
+}
+
+TEST(FileLexer, LeavesTheFileWhereItsSourceThrew) {
+  for (const std::size_t at : {1UL, 3UL, 5UL}) {
+    File file(new vsa_tests::InterruptedSource("abcde", at));
+    {
+      FileLexer lexer(file);
+      EXPECT_THROW(lexer.nextToken(), std::runtime_error) << at;
+    }
+    std::string rest;
+    for (signed char c = 0; file.read(c);) rest += static_cast<char>(c);
+    EXPECT_EQ(rest, std::string("abcde").substr(at));
+  }
+  File file(new vsa_tests::InterruptedSource("abcde", 0));
+  EXPECT_THROW(FileLexer{file}, std::runtime_error);
+  FileLexer lexer(file);
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abcde>1,5");
 }
 
 }  // namespace

@@ -4,10 +4,15 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <limits>
 #include <random>
 #include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
 
 #include "tests/support/byte_source.h"
 #include "tests/support/plain_lexer.h"
@@ -37,6 +42,28 @@ std::string fromFile(const std::string& bytes, std::size_t most) {
   return tokensText(lexer);
 }
 
+/// A lexer that has no bytes at hand but its lookahead: each one is consumed by itself.
+class SingleLexer final : public Lexer {
+ public:
+  explicit SingleLexer(std::string bytes) : bytes_(std::move(bytes)) { lookaheadChar = next(); }
+  char consume() override { return step(next()); }
+
+ private:
+  char next() {
+    if (at_ < bytes_.size()) return bytes_[at_++];
+    endSource();
+    return END_OF_INPUT;
+  }
+
+  std::string bytes_;
+  std::size_t at_ = 0;
+};
+
+std::string fromSingle(const std::string& bytes) {
+  SingleLexer lexer(bytes);
+  return tokensText(lexer);
+}
+
 std::string fromPlain(const std::string& bytes) {
   vsa_tests::PlainLexer lexer(bytes);
   return tokensText(lexer);
@@ -48,6 +75,7 @@ void expectTokens(const std::string& bytes, const std::string& tokens) {
   EXPECT_EQ(fromFile(bytes, 0), tokens);
   EXPECT_EQ(fromFile(bytes, 1), tokens);
   EXPECT_EQ(fromFile(bytes, 7), tokens);
+  EXPECT_EQ(fromSingle(bytes), tokens);
   EXPECT_EQ(fromPlain(bytes), tokens);
 }
 
@@ -87,6 +115,21 @@ TEST(LexerTypes, TheirNumbersAreFixed) {
   EXPECT_EQ(static_cast<int>(Type::False), 36);
   EXPECT_EQ(static_cast<int>(Type::Null), 37);
   EXPECT_EQ(sizeof(Type), 4U);
+}
+
+TEST(Tokens, TheirFieldsInOrder) {
+  const Token one{Type::Id, "a", 3, 4};
+  const auto& [type, characters, line, column] = one;
+  static_assert(std::is_same_v<decltype(type), const Type>);
+  static_assert(std::is_same_v<std::underlying_type_t<Type>, std::int32_t>);
+  static_assert(std::is_same_v<decltype(characters), const String>);
+  static_assert(std::is_same_v<decltype(line), const std::int32_t>);
+  static_assert(std::is_same_v<decltype(column), const std::int32_t>);
+  EXPECT_EQ(tokenText(one), "Id<a>3,4");
+  EXPECT_EQ(type, Type::Id);
+  EXPECT_EQ(text(characters), "a");
+  EXPECT_EQ(line, 3);
+  EXPECT_EQ(column, 4);
 }
 
 TEST(Lexer, Positions) {
@@ -180,6 +223,9 @@ TEST(Lexer, TellsTheEndMarkFromTheEnd) {
   FileLexer file(memoryFile("ab\xFF", 1));
   tokensText(file);
   EXPECT_TRUE(file.endsAtMark());
+  SingleLexer single("ab\xFF");
+  tokensText(single);
+  EXPECT_TRUE(single.endsAtMark());
 }
 
 TEST(Lexer, Identifiers) {
@@ -358,6 +404,144 @@ TEST(Lexer, BracketListsAreKeptAsWritten) {
   expectRows(rows);
 }
 
+/// The tokens of a text as they are once the last of them has been read.
+std::string keptTokens(Lexer& lexer) {
+  std::vector<Token> tokens;
+  do {
+    tokens.push_back(lexer.nextToken());
+  } while (tokens.back().type != Type::Eof && tokens.back().type != Type::Invalid);
+  std::string stream;
+  for (const Token& token : tokens) stream += (stream.empty() ? "" : " ") + tokenText(token);
+  return stream;
+}
+
+// A token's text is its own, however many more are read.
+TEST(Lexer, TokensKeepTheirTexts) {
+  std::string bytes;
+  for (int i = 0; i < 100; ++i) {
+    const std::string number = std::to_string(i);
+    bytes += "n" + number + "=" + number + "." + number + " \"s" + number + "\"(" + number + "){" +
+             number + ", 5}[" + number + "]-" + number + "#c" + number + "\n";
+  }
+  for (const std::size_t length : {4094U, 4095U, 4096U, 4097U, 4098U}) {
+    for (const char digit : {'1', '2', '3'}) {
+      bytes += std::string(length, digit) + ";\"" + std::string(length - 2, digit) + "\";";
+    }
+  }
+  const std::string expected = fromPlain(bytes);
+  StringLexer fromText(string(bytes));
+  EXPECT_EQ(keptTokens(fromText), expected);
+  for (const std::size_t most : {0UL, 1UL, 100UL}) {
+    FileLexer fromFile(memoryFile(bytes, most));
+    EXPECT_EQ(keptTokens(fromFile), expected) << most;
+  }
+}
+
+TEST(Lexer, ManyNamesAndLongOnes) {
+  std::string bytes;
+  for (int round = 0; round < 2; ++round) {
+    for (int i = 0; i < 3000; ++i) bytes += "n" + std::to_string(i) + ' ';
+    for (std::size_t length = 1; length < 130; ++length) {
+      bytes += std::string(length, 'x') + ' ' + std::string(length - 1, 'x') + "y ";
+    }
+  }
+  const std::string expected = fromPlain(bytes);
+  StringLexer fromText(string(bytes));
+  EXPECT_EQ(keptTokens(fromText), expected);
+  FileLexer fromFile(memoryFile(bytes, 1));
+  EXPECT_EQ(keptTokens(fromFile), expected);
+}
+
+// --- positions over runs of many lines ---
+
+/// Each token as "kind line,column,index", from a source that delivers `most` bytes at a time.
+std::vector<std::string> placesFrom(Lexer& lexer) {
+  std::vector<std::string> places;
+  while (true) {
+    const Token token = lexer.nextToken();
+    places.push_back(std::string(vsa_tests::kindName(token.type)) + ' ' +
+                     std::to_string(token.line) + ',' + std::to_string(token.column) + ',' +
+                     std::to_string(lexer.index));
+    if (token.type == Type::Eof || token.type == Type::Invalid) return places;
+  }
+}
+
+void expectPlaces(const std::string& bytes, const std::vector<std::string>& places) {
+  SCOPED_TRACE(visible(bytes));
+  StringLexer fromString(string(bytes));
+  EXPECT_EQ(placesFrom(fromString), places);
+  SingleLexer single(bytes);
+  EXPECT_EQ(placesFrom(single), places);
+  for (const std::size_t most : {0UL, 1UL, 2UL, 15UL, 16UL, 17UL, 64UL}) {
+    FileLexer fromFile(memoryFile(bytes, most));
+    EXPECT_EQ(placesFrom(fromFile), places) << most << " bytes at a time";
+  }
+}
+
+TEST(LexerLines, InsideTokens) {
+  expectPlaces("a \"b\n\nc\n\" d", {"Id 1,1,1", "Str 4,1,9", "Id 4,3,11", "Eof 4,3,11"});
+  expectPlaces("\"\n\n\n\";", {"Str 4,1,5", "Semicolon 4,2,6", "Eof 4,2,6"});
+  expectPlaces("\"\n\\\"\n\n\\\\\";x",
+               {"Str 4,3,9", "Semicolon 4,4,10", "Id 4,5,11", "Eof 4,5,11"});
+  expectPlaces("(1\n\n2\n,\n 3\n)\n;", {"Parens 6,1,12", "Semicolon 7,1,14", "Eof 7,1,14"});
+  expectPlaces("{\n\n\n}\n\n;", {"Braces 4,1,5", "Semicolon 6,1,8", "Eof 6,1,8"});
+  expectPlaces("[\n1\n\n]\n;", {"Brackets 4,1,6", "Semicolon 5,1,8", "Eof 5,1,8"});
+  expectPlaces("# a\n# b\n\n\n#c\n",
+               {"Comment 1,3,3", "Comment 2,3,7", "Comment 5,2,12", "Eof 5,3,13"});
+  expectPlaces("\"a\n\n", {"Eof 2,1,4"});
+  expectPlaces("(1\n\n x", {"Invalid 3,1,5"});
+}
+
+/// What is between the first and the last byte of a token of the given form, with line feeds in it.
+std::string filling(char form, std::size_t length) {
+  const std::string bytes = form == '"' ? "ab \t" : form == '[' ? "12 *" : "12 ,";
+  std::mt19937 random(static_cast<unsigned>(length));
+  std::string filled;
+  for (std::size_t i = 0; i < length; ++i) {
+    const std::size_t drawn = random();
+    filled += drawn % 5 == 0 ? '\n' : bytes[drawn / 5 % bytes.size()];
+  }
+  return filled;
+}
+
+// Line and column of the last byte are counted here one byte at a time.
+TEST(LexerLines, InsideTokensOfEveryLength) {
+  const struct {
+    char open;
+    char close;
+    const char* kind;
+  } forms[] = {
+      {'"', '"', "Str"}, {'(', ')', "Parens"}, {'{', '}', "Braces"}, {'[', ']', "Brackets"}};
+  for (const auto& form : forms) {
+    for (std::size_t length = 1; length < 140; ++length) {
+      const std::string bytes = form.open + filling(form.open, length) + form.close;
+      int line = 1;
+      int column = 0;
+      for (std::size_t i = 0; i < bytes.size(); ++i) {
+        const bool isNewLine = i > 0 && bytes[i - 1] == '\n';
+        line += isNewLine ? 1 : 0;
+        column = isNewLine ? 1 : column + 1;
+      }
+      const std::string place = ' ' + std::to_string(line) + ',' + std::to_string(column) + ',' +
+                                std::to_string(bytes.size());
+      expectPlaces(bytes, {form.kind + place, "Eof" + place});
+    }
+  }
+}
+
+TEST(LexerLines, BetweenTokens) {
+  for (std::size_t feeds = 1; feeds < 70; ++feeds) {
+    const std::string bytes =
+        "a" + std::string(feeds, '\n') + "  bc#d" + std::string(feeds, '\n') + "e";
+    const std::string first = std::to_string(feeds + 1);
+    const std::string second = std::to_string(2 * feeds + 1);
+    const std::string end = std::to_string(2 * feeds + 8);
+    expectPlaces(bytes, {"Id 1,1,1", "Id " + first + ",4," + std::to_string(feeds + 5),
+                         "Comment " + first + ",6," + std::to_string(feeds + 7),
+                         "Id " + second + ",1," + end, "Eof " + second + ",1," + end});
+  }
+}
+
 TEST(Lexer, LongTokens) {
   const std::string digits(100000, '7');
   expectTokens("# " + digits + "\na", "Comment<# " + digits + ">1,100002 Id<a>2,1 Eof<EOF>2,1");
@@ -393,11 +577,24 @@ TEST(Lexer, AgreesWithThePlainLexerOnRandomTexts) {
     const std::string expected = fromPlain(bytes);
     ASSERT_EQ(fromString(bytes), expected) << visible(bytes);
     ASSERT_EQ(fromFile(bytes, 1), expected) << visible(bytes);
+    ASSERT_EQ(fromSingle(bytes), expected) << visible(bytes);
     ASSERT_EQ(fromFile(bytes, 1 + random() % 40), expected) << visible(bytes);
   }
 }
 
 // --- members that are called one at a time ---
+
+TEST(LexerMembers, FieldsInOrder) {
+  const StringLexer lexer("a");
+  static_assert(std::is_same_v<decltype(Lexer::previous), char>);
+  static_assert(std::is_same_v<decltype(Lexer::lookaheadChar), char>);
+  static_assert(std::is_same_v<decltype(Lexer::index), std::int32_t>);
+  static_assert(std::is_same_v<decltype(Lexer::line), std::int32_t>);
+  static_assert(std::is_same_v<decltype(Lexer::column), std::int32_t>);
+  const std::vector<const void*> fields = {&lexer.previous, &lexer.lookaheadChar, &lexer.index,
+                                           &lexer.line, &lexer.column};
+  EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end(), std::less<>()));
+}
 
 TEST(LexerMembers, StateBeforeTheFirstCharacter) {
   const StringLexer lexer("ab");
@@ -427,6 +624,27 @@ TEST(LexerMembers, EachKindOfTokenFromTheLookaheadOn) {
   EXPECT_EQ(tokenText(StringLexer("Null").id()), "Null<null>1,4");
   EXPECT_EQ(tokenText(StringLexer("-1f").number()), "Real<-1f>1,3");
   EXPECT_EQ(tokenText(StringLexer(";").token(Type::Semicolon)), "Semicolon<;>1,1");
+}
+
+// What they begin with is taken as it is: only nextToken looks at it.
+TEST(LexerMembers, NamesAndNumbersBeginWithTheLookahead) {
+  for (const std::size_t most : {0UL, 1UL}) {
+    FileLexer name(memoryFile("\nab;", most));
+    EXPECT_EQ(tokenText(name.id()), "Id<\\nab>2,2");
+    EXPECT_EQ(name.lookaheadChar, ';');
+    EXPECT_EQ(name.index, 3);
+    FileLexer number(memoryFile("\n12;", most));
+    EXPECT_EQ(tokenText(number.number()), "Int<\\n12>2,2");
+    EXPECT_EQ(number.lookaheadChar, ';');
+    FileLexer real(memoryFile(";.5;", most));
+    EXPECT_EQ(tokenText(real.number()), "Real<;.5>1,3");
+  }
+  StringLexer name("\nab;");
+  EXPECT_EQ(tokenText(name.id()), "Id<\\nab>2,2");
+  StringLexer number("\n12;");
+  EXPECT_EQ(tokenText(number.number()), "Int<\\n12>2,2");
+  StringLexer feeds("\n\nab;");
+  EXPECT_EQ(tokenText(feeds.id()), "Id<\\n>1,1");
 }
 
 TEST(LexerMembers, TokensThatConsumeNothing) {
@@ -493,6 +711,9 @@ TEST(LexerMembers, OneStepOfAList) {
   EXPECT_EQ(listed("}{1", "(1", 2), "(1 |1");
   EXPECT_EQ(listed(",)", "(1", 1), "(1|)");
   EXPECT_EQ(listed("x", "(1", 1), "(1x|\\xff");
+  // At the end, the end mark is what is consumed.
+  EXPECT_EQ(listed("x", "(1", 2), "(1x\\xff|\\xff");
+  EXPECT_EQ(listed(" ", "(1", 1), "(1 |\\xff");
 }
 
 TEST(LexerMembers, CountsWrapAroundPastTheirGreatest) {

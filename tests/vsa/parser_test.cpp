@@ -3,11 +3,17 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
+#include <functional>
 #include <new>
 #include <stdexcept>
 #include <string>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
+#include "foundation/log.h"
 #include "tests/support/byte_source.h"
 #include "tests/support/host_scene.h"
 #include "tests/support/parser_fixture.h"
@@ -16,6 +22,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 using vsa_tests::HostScene;
+using vsa_tests::InterruptedSource;
 using vsa_tests::LoggedLines;
 using vsa_tests::memoryFile;
 using vsa_tests::PrimedParser;
@@ -38,6 +45,17 @@ TEST(VsaParser, StartsWithNothing) {
   EXPECT_EQ(parser.scene, nullptr);
   EXPECT_EQ(parser.withNode, nullptr);
   EXPECT_EQ(parser.definedNodes.size, 0U);
+}
+
+TEST(VsaParser, ItsFieldsInOrder) {
+  const VsaParser parser;
+  static_assert(std::is_same_v<decltype(parser.lookahead), std::int32_t>);
+  static_assert(std::is_same_v<decltype(parser.head), std::int32_t>);
+  const std::vector<const void*> fields = {
+      &parser.lexer,    &parser.lookahead,    &parser.head,        &parser.tokens,
+      &parser.current,  &parser.lastLexed,    &parser.spare,       &parser.scene,
+      &parser.withNode, &parser.definedNodes, &parser.connections, &parser.references};
+  EXPECT_TRUE(std::is_sorted(fields.begin(), fields.end(), std::less<>()));
 }
 
 TEST(VsaParser, PrimingFillsTheRingAndConsumesNothing) {
@@ -176,6 +194,17 @@ TEST(VsaParserParse, FromAFile) {
   EXPECT_EQ(scene.options.calls, (Lines{"pushFileComment <# c>", "createNode a b <>"}));
 }
 
+TEST(VsaParserParse, FromALexer) {
+  HostScene scene;
+  StringLexer lexer("# c\na b;");
+  VsaParser parser;
+  EXPECT_TRUE(parser.parse(&scene, &lexer));
+  EXPECT_EQ(parser.lexer, &lexer);
+  EXPECT_EQ(parser.scene, &scene);
+  EXPECT_EQ(lexer.index, 8);
+  EXPECT_EQ(scene.options.calls, (Lines{"pushFileComment <# c>", "createNode a b <>"}));
+}
+
 TEST(VsaParserParse, RuntimeErrorsOfTheSceneAreLogged) {
   HostScene scene;
   scene.options.onCall = [](const std::string& line) {
@@ -203,8 +232,113 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
     if (line == "b.c.connect b.out") throw std::runtime_error("unwilling");
   };
   const LoggedLines log;
-  EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out;")));
+  EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out; b.r = b;")));
   EXPECT_EQ(log.lines(), Lines{"error: unwilling"});
+  // No reference is set, and nothing is given back.
+  EXPECT_EQ(scene.options.calls, (Lines{"createNode a b <>", "b.createInput c Null", "b.c.retain",
+                                        "b.createInput r Null", "b.r.retain"}));
+}
+
+// --- sinks that throw ---
+
+/// Takes the first `taken` messages, and throws at each one after them.
+template <class Error>
+class BreakingSink final : public LogSink {
+ public:
+  explicit BreakingSink(std::size_t taken) : taken_(taken) {}
+  void write(LogLevel level, const String& message) override {
+    if (lines.size() == taken_) {
+      taken_ = throwsOnce ? lines.size() + 100 : taken_;
+      throw Error("full");
+    }
+    lines.push_back((level == LogLevel::Warning ? "warning: " : "error: ") + text(message));
+  }
+  bool throwsOnce = true;
+  Lines lines;
+
+ private:
+  std::size_t taken_;
+};
+
+constexpr char TWO_WARNINGS[] = "a b; b.x = byte[2] {1}; b.y = byte[3] {1}; a c;";
+
+TEST(VsaParserParse, ARuntimeErrorOfTheSinkEndsTheReadingAndIsLogged) {
+  HostScene scene;
+  BreakingSink<std::runtime_error> sink(1);
+  const ScopedLogSink scope(&sink);
+  EXPECT_FALSE(VsaParser().parse(&scene, String(TWO_WARNINGS)));
+  EXPECT_EQ(sink.lines,
+            (Lines{"warning: Too few elements (1) for byte[2] buffer, remainder set to zero.",
+                   "error: full"}));
+  EXPECT_EQ(scene.options.calls,
+            (Lines{"createNode a b <>", "b.createInput x Buffer", "b.x.assign Buffer Byte 2"}));
+}
+
+TEST(VsaParserParse, ARuntimeErrorOfTheSinkForTheErrorItselfLeaves) {
+  HostScene scene;
+  BreakingSink<std::runtime_error> sink(0);
+  sink.throwsOnce = false;
+  const ScopedLogSink scope(&sink);
+  EXPECT_EQ(thrownBy([&] { VsaParser().parse(&scene, String("a b; 42;")); }), "full");
+  EXPECT_EQ(sink.lines, Lines{});
+}
+
+TEST(VsaParserParse, AnotherExceptionOfTheSinkLeaves) {
+  HostScene scene;
+  BreakingSink<std::logic_error> sink(1);
+  const ScopedLogSink scope(&sink);
+  EXPECT_THROW(VsaParser().parse(&scene, String(TWO_WARNINGS)), std::logic_error);
+  EXPECT_EQ(sink.lines,
+            Lines{"warning: Too few elements (1) for byte[2] buffer, remainder set to zero."});
+}
+
+// --- sources that throw ---
+
+Reading readUntilItBreaks(const std::string& bytes) {
+  Reading reading;
+  HostScene scene;
+  const LoggedLines log;
+  reading.escaped = thrownBy([&] {
+    const File file(new InterruptedSource(bytes, bytes.size()));
+    reading.result = VsaParser().parse(&scene, file);
+  });
+  reading.log = log.lines();
+  reading.calls = scene.options.calls;
+  return reading;
+}
+
+// The lexer looks one character ahead: the third token asks for what is behind it.
+TEST(VsaParserParse, WhatASourceThrowsAmongTheFirstThreeTokensEscapes) {
+  for (const char* const bytes : {"", "a", "a ", "a b", "a b;"}) {
+    const Reading reading = readUntilItBreaks(bytes);
+    EXPECT_FALSE(reading.result) << bytes;
+    EXPECT_EQ(reading.escaped, "gone") << bytes;
+    EXPECT_EQ(reading.log, Lines{}) << bytes;
+    EXPECT_EQ(reading.calls, Lines{}) << bytes;
+  }
+}
+
+TEST(VsaParserParse, WhatASourceThrowsFromTheFourthTokenOnIsLogged) {
+  for (const char* const bytes : {"a b; ", "a b; c", "a b; c ", "a b; c d"}) {
+    const Reading reading = readUntilItBreaks(bytes);
+    EXPECT_FALSE(reading.result) << bytes;
+    EXPECT_EQ(reading.escaped, "") << bytes;
+    EXPECT_EQ(reading.log, Lines{"error: gone"}) << bytes;
+    EXPECT_EQ(reading.calls, Lines{}) << bytes;
+  }
+  // The file stands where it broke, for whoever reads on.
+  HostScene scene;
+  const LoggedLines log;
+  File file(new InterruptedSource("a b; c d;", 5));
+  EXPECT_FALSE(VsaParser().parse(&scene, file));
+  EXPECT_EQ(scene.options.calls, Lines{});
+  EXPECT_TRUE(VsaParser().parse(&scene, file));
+  EXPECT_EQ(scene.options.calls, Lines{"createNode c d <>"});
+  EXPECT_EQ(log.lines(), Lines{"error: gone"});
+  const Reading later = readUntilItBreaks("a b; c d; ");
+  EXPECT_FALSE(later.result);
+  EXPECT_EQ(later.log, Lines{"error: gone"});
+  EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
 }
 
 }  // namespace

@@ -101,6 +101,10 @@ TEST_F(Resolve, ConnectionsThatFail) {
       {{"b"}, "Invalid output: b."},
       {{"nosuch", ".", "out"}, "Cannot connect nonexistent node nosuch to a.color."},
       {{"B", ".", "out"}, "Cannot connect nonexistent node B to a.color."},
+      {{".", "b"}, "Invalid output: .b."},
+      {{".", "nosuch", ".", "out"}, "Cannot connect nonexistent node nosuch to a.color."},
+      {{".", "b", ".", "out", ".", "r"}, "Invalid output: .b.out.r."},
+      {{"b", "[2]", ".", "out"}, "Cannot connect nonexistent node b[2] to a.color."},
   };
   for (const WarningRow& row : rows) {
     const LoggedLines log;
@@ -114,6 +118,11 @@ TEST_F(Resolve, EmptyPartsOfASourceDoNotCount) {
   EXPECT_EQ(connected({"b", ".", ".", "out", "."})[0], "a.color.connect b.out");
 }
 
+TEST_F(Resolve, ALeadingPointOfASourceDoesNotCount) {
+  EXPECT_EQ(connected({".", "b", ".", "out"}), (Lines{"a.color.connect b.out", "a.color.release"}));
+  EXPECT_EQ(log_.lines(), Lines{});
+}
+
 TEST_F(Resolve, AnIndexIsPartOfTheOutputsName) {
   EXPECT_EQ(connected({"b", ".", "out", "[2]"})[0], "a.color.connect b.out[2]");
 }
@@ -122,6 +131,14 @@ TEST_F(Resolve, AMissingOutputIsQuotedAsWritten) {
   scene_.options.refusesOutputs = true;
   EXPECT_EQ(connected({"b", ".", "out"}), Lines{"a.color.release"});
   EXPECT_EQ(log_.lines(), Lines{"warning: Cannot connect nonexistent output b.out to a.color."});
+  for (const Lines& source : {Lines{".", "b", ".", "out"}, Lines{"b", ".", "out", "[2]"}}) {
+    const LoggedLines log;
+    connected(source);
+    std::string written;
+    for (const std::string& part : source) written += part;
+    EXPECT_EQ(log.lines(),
+              Lines{"warning: Cannot connect nonexistent output " + written + " to a.color."});
+  }
 }
 
 TEST_F(Resolve, FormerOutputNames) {

@@ -2,6 +2,7 @@
 // by call, and against one that refuses.
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -42,6 +43,10 @@ class Assign : public testing::Test {
     const LoggedLines log;
     EXPECT_FALSE(read(bytes)) << bytes;
     return log.lines();
+  }
+
+  static HostInput* element(HostInput* array, int index) {
+    return static_cast<HostInput*>(array->element(static_cast<std::uint64_t>(index)));
   }
 
   HostScene scene_;
@@ -121,6 +126,29 @@ TEST_F(Assign, Indices) {
   EXPECT_EQ(errors("n.a[18446744073709551616] = 1;"),
             Lines{"error: PARSE ERROR (1,30): invalid input array index: [18446744073709551616]."});
   EXPECT_EQ(scene_.options.calls, Lines{});
+}
+
+// A character that is not printable is no white space to the number, and stays in the message.
+TEST_F(Assign, IndicesWithCharactersThatAreNotPrintable) {
+  using namespace std::string_literals;
+  EXPECT_EQ(errors("n.a[\x01 2] = 1;"),
+            Lines{"error: PARSE ERROR (1,13): invalid input array index: [\x01 2]."});
+  EXPECT_EQ(errors("n.b[2\x7f] = 1;"),
+            Lines{"error: PARSE ERROR (1,12): invalid input array index: [2\x7f]."});
+  EXPECT_EQ(calls("n.c[\t1\r\n] = 1;").back(), "n.c[1].assign Int 1");
+  // The token's text ends at the NUL.
+  EXPECT_EQ(calls("n.d[2\0 9] = 1;"s).back(), "n.d[2].assign Int 1");
+  EXPECT_EQ(errors("n.e[\0002] = 1;"s),
+            Lines{"error: PARSE ERROR (1,12): invalid input array index: [."});
+}
+
+// A reference after a literal that would not convert wants the literal's type.
+TEST_F(Assign, AReferenceAfterALiteralThatWillNotConvert) {
+  EXPECT_EQ(calls("n.a = 5U n;"),
+            (Lines{"n.createInput a Int", "n.a.retain", "n.a.setNode n", "n.a.release"}));
+  EXPECT_EQ(calls("n.b[0] = vec3(1 2) n;")[0], "n.createArray b Vec3");
+  EXPECT_EQ(errors("n.b[0] = 5U n;"),
+            Lines{"error: TYPE ERROR (1,14): cannot assign Int to Array @ n.b."});
 }
 
 // --- refusals ---
@@ -226,6 +254,33 @@ TEST_F(Assign, AnArrayOfNoTypeTakesTheFirstItIsIndexedFor) {
                                          "n.x[0].setNode n", "n.x[0].release"}));
 }
 
+// The type says where elements are looked for; whether the input says that it is an array decides
+// which check is made of it on the way.
+TEST_F(Assign, AnArrayThatDeniesBeingOneIsIndexedAllTheSame) {
+  HostInput* const array = node_->add("a", AttrType::Array);
+  array->deniesBeingArray = true;
+  EXPECT_EQ(calls("n.a[0] = 1;"),
+            (Lines{"n.a.set Array Int", "n.a.appendElement", "n.a[0].assign Int 1"}));
+  EXPECT_EQ(errors("n.a[1] = 2.5;"),
+            Lines{"error: TYPE ERROR (1,13): cannot assign Real to Array @ n.a."});
+  EXPECT_EQ(errors("n.a.x = 1;"),
+            Lines{"error: TYPE ERROR (1,10): cannot assign Object to Array @ n.a."});
+  EXPECT_EQ(scene_.options.calls, Lines{});
+}
+
+TEST_F(Assign, AnUntypedArrayInsideAnArrayTakesTheFirstType) {
+  EXPECT_EQ(calls("n.a[2][1] = true;"),
+            (Lines{"n.createArray a Array", "n.a.appendElement", "n.a.appendElement",
+                   "n.a.appendElement", "n.a[2].set Array Bool", "n.a[2].appendElement",
+                   "n.a[2].appendElement", "n.a[2][1].assign Bool true"}));
+  EXPECT_EQ(calls("n.a[0][0].x = 1;"),
+            (Lines{"n.a[0].set Array Object", "n.a[0].appendElement", "n.a[0][0].createInput x Int",
+                   "n.a[0][0].x.assign Int 1"}));
+  EXPECT_EQ(calls("n.a[1][0] |= n.o;"),
+            (Lines{"n.a[1].set Array Null", "n.a[1].appendElement", "n.a[1][0].retain",
+                   "n.a[1][0].connect n.o", "n.a[1][0].release"}));
+}
+
 // --- the target ---
 
 TEST_F(Assign, TargetsThatTakeNoPlainValue) {
@@ -242,6 +297,14 @@ TEST_F(Assign, TargetsThatTakeNoPlainValue) {
                                 "error: TYPE ERROR (1,72): expected Array @ n.a but found int32[].",
                                 "error: TYPE ERROR (1,8): expected Int @ n.r but found 1.",
                                 "error: TYPE ERROR (1,25): expected Int @ n.r but found vec2."}));
+}
+
+TEST_F(Assign, ABufferThatRefusesValuesQuotesTheValue) {
+  node_->add("b", AttrType::Buffer)->refuses = true;
+  const LoggedLines log;
+  EXPECT_EQ(calls("n.b = byte[0] {}; n.b = 5;"), Lines{});
+  EXPECT_EQ(log.lines(), (Lines{"error: TYPE ERROR (1,17): expected Buffer @ n.b but found byte[].",
+                                "error: TYPE ERROR (1,26): expected Buffer @ n.b but found 5."}));
 }
 
 TEST_F(Assign, LinksGoAnywhere) {
@@ -300,6 +363,82 @@ TEST_F(Assign, HolesInAnArrayOfBuffersAreTypedBeforeTheValueIsApplied) {
   EXPECT_EQ(calls("n.a[0] = float[0] {};"),
             (Lines{"n.a[4].set Buffer Float", "n.a[5].set Buffer Float",
                    "n.a[0].assign Buffer Float 0"}));
+}
+
+// An element that has the type of arrays and does not say that it is one takes a plain value.
+TEST_F(Assign, HolesInAnArrayOfArraysAreTypedBeforeTheValueIsApplied) {
+  HostInput* const array = node_->add("a", AttrType::Array);
+  array->elements = AttrType::Array;
+  for (int i = 0; i < 4; ++i) array->appendElement();
+  element(array, 1)->deniesBeingArray = true;
+  element(array, 2)->elements = AttrType::Real;
+  EXPECT_EQ(calls("n.a[1] = [5];"), (Lines{"n.a[0].set Array Null", "n.a[1].set Array Null",
+                                           "n.a[3].set Array Null", "n.a[1].assign Array"}));
+  // Still of no type, they are set the next time, too.
+  EXPECT_EQ(calls("n.a[1] = [];").size(), 4U);
+  const LoggedLines log;
+  EXPECT_EQ(calls("n.a[0] = [5];"), Lines{});
+  EXPECT_EQ(log.lines(), Lines{"error: TYPE ERROR (1,13): expected Array @ n.a[0] but found [5]."});
+}
+
+// A host may change its arrays while a text is read: each time, the holes that are there count.
+class ChangingArray : public Assign {
+ protected:
+  ChangingArray() {
+    array_ = node_->add("a", AttrType::Array);
+    array_->elements = AttrType::Buffer;
+    node_->add("now", AttrType::Int);
+  }
+
+  /// What the text asks of the scene where the host does `change` at each `n.now = 1;`.
+  template <class Change>
+  Lines callsWhen(const std::string& bytes, const Change& change) {
+    scene_.options.onCall = [&](const std::string& line) {
+      if (line == "n.now.assign Int 1") change();
+    };
+    Lines lines = calls(bytes);
+    scene_.options.onCall = nullptr;
+    return lines;
+  }
+
+  HostInput* array_;
+};
+
+TEST_F(ChangingArray, ThatShrinksAndGrowsAgain) {
+  EXPECT_EQ(
+      callsWhen("n.a[2] = byte[0]{}; n.now = 1; n.a[2] = byte[0]{};", [&] { array_->shrinkTo(1); }),
+      (Lines{"n.a.appendElement", "n.a.appendElement", "n.a.appendElement",
+             "n.a[0].set Buffer Byte", "n.a[1].set Buffer Byte", "n.a[2].set Buffer Byte",
+             "n.a[2].assign Buffer Byte 0", "n.now.assign Int 1", "n.a.appendElement",
+             "n.a.appendElement", "n.a[1].set Buffer Byte", "n.a[2].set Buffer Byte",
+             "n.a[2].assign Buffer Byte 0"}));
+}
+
+TEST_F(ChangingArray, ThatShrinksToWhatIsAssigned) {
+  EXPECT_EQ(
+      callsWhen("n.a[2] = byte[0]{}; n.now = 1; n.a[0] = byte[0]{};", [&] { array_->shrinkTo(1); })
+          .back(),
+      "n.a[0].assign Buffer Byte 0");
+}
+
+TEST_F(ChangingArray, WhoseElementsLoseTheirType) {
+  const Lines lines = callsWhen("n.a[2] = byte[0]{}; n.now = 1; n.a[1] = float[0]{};", [&] {
+    for (int i = 0; i < 3; ++i) element(array_, i)->buffers = DataType::Null;
+  });
+  ASSERT_EQ(lines.size(), 12U);
+  EXPECT_EQ(Lines(lines.begin() + 7, lines.end()),
+            (Lines{"n.now.assign Int 1", "n.a[0].set Buffer Float", "n.a[1].set Buffer Float",
+                   "n.a[2].set Buffer Float", "n.a[1].assign Buffer Float 0"}));
+}
+
+TEST_F(ChangingArray, ThatIsOfAnotherTypeNow) {
+  const Lines lines = callsWhen("n.a[1] = byte[0]{}; n.now = 1; n.a[3] = 1;", [&] {
+    array_->shrinkTo(0);
+    array_->elements = AttrType::Int;
+  });
+  EXPECT_EQ(Lines(lines.begin() + 5, lines.end()),
+            (Lines{"n.now.assign Int 1", "n.a.appendElement", "n.a.appendElement",
+                   "n.a.appendElement", "n.a.appendElement", "n.a[3].assign Int 1"}));
 }
 
 class Colours final : public interfaces::IEnumeration {

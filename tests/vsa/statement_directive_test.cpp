@@ -106,6 +106,18 @@ TEST(Declarations, CreateOnceAndSelect) {
   EXPECT_EQ(primed.scene.options.calls, (Lines{"createNode sphere s <>", "createNode light l <>"}));
 }
 
+TEST(Declarations, FieldsOfTheRecordsInOrder) {
+  const VsaParser::DeclareInfo declared;
+  const auto& [type, name, isWith] = declared;
+  EXPECT_EQ(&type, &declared.type);
+  EXPECT_EQ(&name, &declared.name);
+  EXPECT_EQ(&isWith, &declared.isWith);
+  EXPECT_FALSE(isWith);
+  static_assert(sizeof(VsaParser::RemoveInfo) == sizeof(Token));
+  static_assert(sizeof(VsaParser::DefineInfo) == sizeof(Token));
+  static_assert(sizeof(VsaParser::WithInfo) == sizeof(Token));
+}
+
 TEST(Declarations, ANodeThatIsRefusedIsNoWithNode) {
   PrimedParser primed("sphere s:");
   primed.scene.options.refusesNodes = true;

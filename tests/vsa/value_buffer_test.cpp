@@ -254,6 +254,25 @@ TEST(Buffer, Errors) {
   }
 }
 
+// A character that is not printable is no white space to the number, and stays in the message.
+TEST(Buffer, CountsWithCharactersThatAreNotPrintable) {
+  using namespace std::string_literals;
+  EXPECT_EQ(Literal("byte[\x01 2] {1 2}").error(),
+            "PARSE ERROR (1,15): invalid buffer element count: [\x01 2].");
+  EXPECT_EQ(Literal("byte[2\x7f] {1 2}").error(),
+            "PARSE ERROR (1,14): invalid buffer element count: [2\x7f].");
+  Literal spaces("byte[\t2\r\n\v\f] {1 2}");
+  ASSERT_TRUE(spaces.read());
+  EXPECT_EQ(spaces.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2}));
+  // The token's text ends at the NUL.
+  Literal cut("byte[2\0 9] {1 2}"s);
+  ASSERT_TRUE(cut.read());
+  EXPECT_EQ(cut.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2}));
+  EXPECT_EQ(tokenText(cut.info.countToken), "Brackets<[2>1,10");
+  EXPECT_EQ(Literal("byte[\0002] {1 2}"s).error(),
+            "PARSE ERROR (1,14): invalid buffer element count: [.");
+}
+
 TEST(Buffer, TooFewElementsAreAWarning) {
   constexpr Row ROWS[] = {
       {"vec3f[2] {1 2 3 4 5}", "(1) for vec3f[2]"}, {"byte[3] {}", "(0) for byte[3]"},
@@ -369,6 +388,25 @@ TEST(ParseElem, EveryComponentType) {
   EXPECT_EQ(stored<float>("1.5", DataType::Float), "1.500000");
   EXPECT_EQ(stored<double>("-.5", DataType::Double), "-0.500000");
   EXPECT_EQ(stored<double>("", DataType::Double), "refused");
+}
+
+TEST(ParseElem, WhiteSpaceAroundTheNumber) {
+  EXPECT_EQ(stored<std::int32_t>(" 5 ", DataType::Int32), "5");
+  EXPECT_EQ(stored<std::uint8_t>("\t5\r\n", DataType::Byte), "5");
+  EXPECT_EQ(stored<float>(" 1.5 ", DataType::Float), "1.500000");
+  EXPECT_EQ(stored<double>("\v-.5\f", DataType::Double), "-0.500000");
+  for (const DataType type :
+       {DataType::Char, DataType::Byte, DataType::Int16, DataType::Int32, DataType::Int64,
+        DataType::UInt16, DataType::UInt32, DataType::UInt64, DataType::Float, DataType::Double}) {
+    EXPECT_EQ(stored<char>("", type), "refused") << dataTypeName(type);
+    EXPECT_EQ(stored<char>("  ", type), "refused") << dataTypeName(type);
+    EXPECT_EQ(stored<char>("1 2", type), "refused") << dataTypeName(type);
+    EXPECT_EQ(stored<char>("\x01"
+                           "5",
+                           type),
+              "refused")
+        << dataTypeName(type);
+  }
 }
 
 TEST(ParseElem, AnyOtherTypeStoresNothing) {

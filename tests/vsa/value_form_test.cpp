@@ -1,6 +1,7 @@
 // Right-hand sides: connections, values, references, and where each error is reported.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <string>
 
 #include "tests/support/parser_fixture.h"
@@ -188,6 +189,49 @@ TEST(Reference, OtherTokensAreLeftAlone) {
     EXPECT_FALSE(primed.parser.reference(info)) << bytes;
     EXPECT_EQ(primed.ahead(), before);
     EXPECT_EQ(flags(info), "");
+  }
+}
+
+// What the literal that would not convert has left in the record stays there.
+TEST(Value, TheRecordAfterALiteralThatWillNotConvert) {
+  {
+    PrimedParser primed("= 5U n;");
+    AssignInfo info;
+    EXPECT_TRUE(primed.parser.value(info));
+    EXPECT_EQ(flags(info), "reference ");
+    EXPECT_EQ(info.data.type, AttrType::Int);
+    EXPECT_EQ(tokenText(info.valueToken), "Id<n>1,6");
+    EXPECT_EQ(tokenText(info.referenceToken), "Id<n>1,6");
+    EXPECT_EQ(tokenText(info.listToken), "Eof<>0,0");
+  }
+  {
+    PrimedParser primed("= 1.5.2 null;");
+    AssignInfo info;
+    EXPECT_TRUE(primed.parser.value(info));
+    EXPECT_EQ(flags(info), "reference ");
+    EXPECT_EQ(info.data.type, AttrType::Real);
+    EXPECT_EQ(tokenText(info.valueToken), "Null<null>1,12");
+  }
+  {
+    PrimedParser primed("= vec3(1 2) n;");
+    AssignInfo info;
+    EXPECT_TRUE(primed.parser.value(info));
+    EXPECT_EQ(flags(info), "reference ");
+    EXPECT_EQ(info.data.type, AttrType::Vec3);
+    EXPECT_EQ(tokenText(info.listToken), "Parens<(1 2)>1,11");
+    EXPECT_EQ(tokenText(info.referenceToken), "Id<n>1,13");
+  }
+  {
+    PrimedParser primed("= vec3(1 2) float[1]{1};");
+    AssignInfo info;
+    EXPECT_TRUE(primed.parser.value(info));
+    EXPECT_EQ(flags(info), "buffer ");
+    EXPECT_EQ(info.data.type, AttrType::Buffer);
+    EXPECT_EQ(tokenText(info.valueToken), "Id<float>1,17");
+    EXPECT_EQ(tokenText(info.countToken), "Brackets<[1]>1,20");
+    EXPECT_EQ(tokenText(info.elementsToken), "Braces<{1}>1,23");
+    EXPECT_EQ(tokenText(info.listToken), "Parens<(1 2)>1,11");
+    std::free(info.data.payload.buffer.memory);
   }
 }
 

@@ -1,0 +1,31 @@
+// A file on the disk for as long as the object lives, under the name of the running test.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <string>
+
+namespace vsa_tests {
+
+class DiskFile {
+ public:
+  explicit DiskFile(const std::string& bytes) {
+    const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
+    path_ = std::filesystem::path(testing::TempDir()) /
+            ("vsa_" + std::to_string(::getpid()) + '_' + test->name());
+    std::ofstream(path_, std::ios::binary) << bytes;
+  }
+  DiskFile(const DiskFile&) = delete;
+  DiskFile& operator=(const DiskFile&) = delete;
+  ~DiskFile() { std::filesystem::remove(path_); }
+
+  std::string path() const { return path_.string(); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+}  // namespace vsa_tests
