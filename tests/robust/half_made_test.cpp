@@ -1,0 +1,102 @@
+// What was half made when the memory ran out goes again: the handle of a file that is being opened,
+// the slot of an element that an array is being given.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <new>
+
+#include "foundation/file.h"
+#include "scene/model/scene.h"
+#include "tests/robust/allocation_watch.h"
+#include "vsa/vsa.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using namespace zn::korvo_sdk;
+using interfaces::IInput;
+
+/// The number that the next file of this process gets: it stays while every file is closed again.
+int nextDescriptor() {
+  const int descriptor = dup(STDERR_FILENO);
+  close(descriptor);
+  return descriptor;
+}
+
+struct Opening {
+  bool hasFailed;  // there was a k-th allocation
+  bool isThrown;
+  int descriptor;  // once all is over
+  std::int64_t liveBlocks;
+};
+
+/// What comes of opening a file with the k-th allocation failing.
+Opening openWithFault(std::uint64_t k) {
+  Opening opening{};
+  AllocationWatch::start();
+  AllocationWatch::failAt(k, false);
+  try {
+    const zn::File file = zn::File::open("/dev/null");
+  } catch (const std::bad_alloc&) {
+    opening.isThrown = true;
+  }
+  AllocationWatch::stop();
+  opening.hasFailed = AllocationWatch::hasFailed();
+  opening.descriptor = nextDescriptor();
+  opening.liveBlocks = AllocationWatch::count().liveBlocks;
+  return opening;
+}
+
+TEST(FileMemoryTest, AHandleWithoutAFileIsClosed) {
+  const int descriptor = nextDescriptor();
+  for (const std::uint64_t k : {1U, 2U}) {
+    const Opening opening = openWithFault(k);
+    EXPECT_TRUE(opening.hasFailed) << k;
+    EXPECT_TRUE(opening.isThrown) << k;
+    EXPECT_EQ(opening.descriptor, descriptor) << k;
+    EXPECT_EQ(opening.liveBlocks, 0) << k;
+  }
+}
+
+/// Gives the array one element more, the next allocation failing. Whether it was to be had.
+bool appendWithFault(IInput& array) {
+  bool isThrown = false;
+  AllocationWatch::start();
+  AllocationWatch::failAt(1, false);
+  try {
+    array.appendElement();
+  } catch (const std::bad_alloc&) {
+    isThrown = true;
+  }
+  AllocationWatch::stop();
+  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown);
+  return !isThrown;
+}
+
+// Room for elements is taken for many at a time, in the array and in the scene by turns.
+TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
+  Scene scene;
+  ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.keys[0] = 1;"));
+  IInput* const array = scene.findNode("lamp1")->input("keys");
+  std::uint64_t count = 1;
+  int failures = 0;
+  while (count < 5000) {
+    if (!appendWithFault(*array)) {
+      ++failures;
+      ASSERT_EQ(array->count(), count);
+      array->appendElement();
+    }
+    ++count;
+    ASSERT_EQ(array->count(), count);
+    IInput* const last = array->element(count - 1);
+    ASSERT_NE(last, nullptr) << count;
+    ASSERT_EQ(last->type(), AttrType::Int) << count;
+  }
+  EXPECT_GT(failures, 1);
+}
+
+}  // namespace
+
+}  // namespace vsa_tests
