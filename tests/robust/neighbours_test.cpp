@@ -13,7 +13,6 @@
 #include "foundation/string.h"
 #include "tests/support/byte_source.h"
 #include "vsa/lexer_source.h"
-#include "vsa/token_texts.h"
 
 namespace vsa_tests {
 
@@ -118,17 +117,6 @@ TEST(NeighbourTest, OfTheLastCharacter) {
       EXPECT_EQ(lexer->lookaheadChar, END) << i;
       EXPECT_EQ(lexer->consume(), END) << i;
     }
-  }
-}
-
-TEST(NeighbourTest, OfAName) {
-  TokenTexts texts;
-  EXPECT_TRUE(texts.name("").isEmpty());
-  EXPECT_TRUE(texts.character('\0').isEmpty());
-  const std::string longest(64, 'n');
-  for (const std::string& name : {std::string("n"), longest, longest + 'n'}) {
-    EXPECT_EQ(texts.name(name), name.c_str());
-    EXPECT_EQ(texts.name(name), name.c_str());
   }
 }
 
