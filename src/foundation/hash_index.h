@@ -11,8 +11,18 @@
 
 namespace zn::ds {
 
+/// A weak hash, of an address say, made fit for an index: its low bits depend on all of it (the
+/// finalizer of MurmurHash3, public domain).
+inline std::uint64_t spread(std::uint64_t hash) noexcept {
+  hash ^= hash >> 33;
+  hash *= 0xff51afd7ed558ccdULL;
+  hash ^= hash >> 33;
+  hash *= 0xc4ceb9fe1a85ec53ULL;
+  return hash ^ hash >> 32;
+}
+
 /// Open addressing with linear probing over {part of the hash, position}, eight bytes a slot, at
-/// most two thirds full. Positions are below 2^32 - 1.
+/// most half full. Positions are below 2^32 - 1.
 class VSA_API HashIndex {
  public:
   /// "No such position."
@@ -34,7 +44,7 @@ class VSA_API HashIndex {
 
   /// Makes sure that the next insert finds room. Throws std::bad_alloc when there is none.
   void makeRoom() {
-    if (3 * (used_ + 1) > 2 * slotCount()) grow();
+    if (2 * (used_ + 1) > slotCount()) grow();
   }
 
   /// Files `position` under `hash`. Throws std::bad_alloc when there is no room, std::length_error
@@ -51,13 +61,8 @@ class VSA_API HashIndex {
     std::uint32_t position = FREE;  // FREE when the slot holds nothing
   };
 
-  // Addresses and other weak hashes are spread first (the finalizer of MurmurHash3, public domain).
   static std::uint32_t partOf(std::uint64_t hash) noexcept {
-    hash ^= hash >> 33;
-    hash *= 0xff51afd7ed558ccdULL;
-    hash ^= hash >> 33;
-    hash *= 0xc4ceb9fe1a85ec53ULL;
-    return static_cast<std::uint32_t>(hash >> 32);
+    return static_cast<std::uint32_t>(hash);
   }
 
   std::uint64_t slotCount() const noexcept { return slots_ == nullptr ? 0 : mask_ + 1; }

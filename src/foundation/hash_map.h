@@ -99,10 +99,10 @@ class HashMap {
     Vector<Node>& bucket = bucketOf(hash);
     if (bucket.size <= SCANNED) return scan(bucket, hash);
     for (std::uint64_t& i = indexed_[numberOf(hash)]; i < bucket.size; ++i) {
-      index_.insert(bucket[i].hash, i);
+      index_.insert(spread(bucket[i].hash), i);
     }
     const std::uint64_t at = index_.find(
-        hash, [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
+        spread(hash), [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
     return at == HashIndex::NONE ? nullptr : &bucket[at];
   }
 

@@ -82,16 +82,22 @@ std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
 
 }  // namespace
 
+// The low half: all of the text but its last character, hashed, and 4 bits of that; the high half:
+// all of it.
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
+  if (text.empty()) return 1;
   const char* at = text.data();
-  std::size_t left = text.size();
+  std::size_t left = text.size() - 1;
+  const auto last = static_cast<unsigned char>(at[left]);
   std::uint64_t hash = keyed.first ^ left;
   for (; left > 16; left -= 8, at += 8) {
     hash = fold(hash ^ keyed.second, loadWord<std::uint64_t>(at) ^ keyed.first);
   }
   hash = foldShort(at, left, hash, keyed.second);
-  hash = fold(hash ^ keyed.first, keyed.second ^ text.size());
+  const std::uint64_t whole = fold(hash ^ keyed.first, keyed.second ^ (text.size() << 8 | last));
+  const std::uint64_t low = (hash >> 32 ^ hash) << 4 | (last & 15U);
+  hash = (whole & ~std::uint64_t{0xFFFFFFFF}) | (low & 0xFFFFFFFF);
   return hash == 0 ? 1 : hash;
 }
 

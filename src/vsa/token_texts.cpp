@@ -26,7 +26,7 @@ Literal literalOf(std::string_view characters) {
 }
 
 std::uint32_t partOf(std::uint64_t hash) {
-  return static_cast<std::uint32_t>(hash >> 32);
+  return static_cast<std::uint32_t>(hash);
 }
 
 }  // namespace
@@ -58,7 +58,7 @@ void TokenTexts::firstSeen(std::string_view characters, std::uint64_t hash, Toke
     return;
   }
   out.text = lasting_.copyOf(characters, hash);
-  if (slots_ == nullptr || 3 * (nameCount_ + 1) > 2 * (mask_ + 1)) grow();
+  if (slots_ == nullptr || 2 * (nameCount_ + 1) > mask_ + 1) grow();
   file({partOf(hash), out.type, out.text});
   ++nameCount_;
 }
