@@ -31,53 +31,48 @@ std::uint32_t partOf(std::uint64_t hash) {
 
 }  // namespace
 
-// The hash is keyed, so no text can be written whose names all meet in one place.
 void TokenTexts::word(std::string_view characters, Token& out) {
   const std::uint64_t hash = String::hashOf(characters);
   const std::uint32_t part = partOf(hash);
-  if (slots_ != nullptr) {
-    for (std::size_t at = part & mask_; !slots_[at].text.isEmpty(); at = (at + 1) & mask_) {
-      const Slot& slot = slots_[at];
-      if (slot.part != part || !detail::sameCharacters(slot.text.view(), characters)) continue;
-      out.type = slot.type;
-      out.text = slot.text;
-      return;
-    }
+  if (words_ == nullptr) makeRoom();
+  Word* const first = &words_[part & mask_];
+  const auto isThis = [&](const Word& word) {
+    return word.part == part && detail::sameCharacters(word.text.view(), characters);
+  };
+  if (!isThis(*first)) {
+    if (!isThis(first[1])) return newWord(characters, hash, out);
+    std::swap(first[0], first[1]);
   }
-  firstSeen(characters, hash, out);
+  out.type = first->type;
+  out.text = first->text;
 }
 
-// A word that is not in the table: it goes there, but for names that are too long to be kept. A
-// literal stands there as its text in lower case, however it is written.
-void TokenTexts::firstSeen(std::string_view characters, std::uint64_t hash, Token& out) {
+// A word that is not remembered. A literal's text is in lower case, however it is written.
+void TokenTexts::newWord(std::string_view characters, std::uint64_t hash, Token& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return word(literal.text, out);
   out.type = literal.type;
-  if (characters.empty() || characters.size() > LONGEST_NAME) {
-    out.text = String::copyOf(characters, hash);
-    return;
-  }
   out.text = lasting_.copyOf(characters, hash);
-  if (slots_ == nullptr || 2 * (nameCount_ + 1) > mask_ + 1) grow();
-  file({partOf(hash), out.type, out.text});
-  ++nameCount_;
+  if (characters.empty() || characters.size() > LONGEST_WORD) return;
+  if (++wordCount_ > mask_ && mask_ + 2 < MOST_WORDS) makeRoom();
+  remember({partOf(hash), out.type, out.text});
 }
 
-void TokenTexts::file(Slot&& slot) noexcept {
-  std::size_t at = slot.part & mask_;
-  while (!slots_[at].text.isEmpty()) at = (at + 1) & mask_;
-  slots_[at] = std::move(slot);
+// In front of its pair; the one behind gives way.
+void TokenTexts::remember(Word&& word) noexcept {
+  Word* const first = &words_[word.part & mask_];
+  first[1] = std::move(first[0]);
+  first[0] = std::move(word);
 }
 
-void TokenTexts::grow() {
-  constexpr std::size_t FEWEST = 256;
-  const std::size_t before = slots_ == nullptr ? 0 : mask_ + 1;
-  const std::size_t after = before == 0 ? FEWEST : 2 * before;
-  std::unique_ptr<Slot[]> old = std::make_unique<Slot[]>(after);
-  old.swap(slots_);
-  mask_ = after - 1;
-  for (std::size_t i = 0; i < before; ++i) {
-    if (!old[i].text.isEmpty()) file(std::move(old[i]));
+void TokenTexts::makeRoom() {
+  const std::size_t before = words_ == nullptr ? 0 : mask_ + 2;
+  const std::size_t after = before == 0 ? FEWEST_WORDS : MOST_WORDS;
+  std::unique_ptr<Word[]> old = std::make_unique<Word[]>(after);
+  old.swap(words_);
+  mask_ = after - 2;
+  for (std::size_t i = before; i-- > 0;) {
+    if (!old[i].text.isEmpty()) remember(std::move(old[i]));
   }
 }
 

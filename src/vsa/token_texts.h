@@ -1,4 +1,4 @@
-// TokenTexts: the texts of tokens, without an allocation for each. Names come again and again and
+// TokenTexts: the texts of tokens, without an allocation for each. Words that come again and again
 // are shared; the texts of numbers and short lists are gone a statement later, and their memory
 // serves the next. Internal; the door is vsa.h.
 #pragma once
@@ -23,8 +23,9 @@ class TokenTexts {
     return text;
   }
 
-  /// Type and text of a word: of one that the format gives a meaning, or of a name. Names of the
-  /// same characters are the same String, so that comparing two of them is comparing two pointers.
+  /// Type and text of a word: of one that the format gives a meaning, or of a name. Words that were
+  /// read a short while ago are the same String again, so that comparing two of them is mostly
+  /// comparing two pointers.
   void word(std::string_view characters, Token& out);
 
   /// A text that is likely to stay.
@@ -42,28 +43,32 @@ class TokenTexts {
   }
 
  private:
-  // Longer names are too rare to be kept.
-  static constexpr std::size_t LONGEST_NAME = 64;
+  // Longer words are too rare to be remembered.
+  static constexpr std::size_t LONGEST_WORD = 64;
   // Longer texts are too large to be kept for the next one.
   static constexpr std::size_t LONGEST_PASSING = 4096;
   // More than a statement has, so that they are free again when their turn comes.
   static constexpr std::size_t PASSING = 8;
+  // Words remembered, in pairs: few at first, for many texts are short. Not all words of a large
+  // scene: to look each up would cost more than to copy it, once they fill the caches.
+  static constexpr std::size_t FEWEST_WORDS = 256;
+  static constexpr std::size_t MOST_WORDS = 2048;
 
-  // A free slot has no text, which no word is.
-  struct Slot {
+  // A free place has no text.
+  struct Word {
     std::uint32_t part = 0;  // of the hash
     Token::Type type = Token::Type::Id;
     String text;
   };
 
-  void firstSeen(std::string_view characters, std::uint64_t hash, Token& out);
-  void file(Slot&& slot) noexcept;
-  void grow();
+  void newWord(std::string_view characters, std::uint64_t hash, Token& out);
+  void remember(Word&& word) noexcept;
+  void makeRoom();
 
   StringSlabs lasting_;
-  std::unique_ptr<Slot[]> slots_;  // open addressing, at most two thirds full
-  std::size_t mask_ = 0;           // slots less one; they are a power of two, or none
-  std::size_t nameCount_ = 0;
+  std::unique_ptr<Word[]> words_;  // two for each hash, the one that was met last in front
+  std::size_t mask_ = 0;           // of the hash, for the first of the two
+  std::size_t wordCount_ = 0;      // new ones since there was room made
   String passing_[PASSING];
   std::size_t nextPassing_ = 0;
   String characters_[256];
