@@ -151,7 +151,7 @@ constexpr Case CASES[] = {
     {"remove", 100'000, manyRemoves, nodeCount},
     {"with", 100'000, manyWiths, nodeCount},
     {"one input connected again", 100'000, oneInputAgain, nullptr},
-    {"one huge tuple", 1'000'000, hugeTuple, nullptr},
+    {"one huge tuple", 4'000'000, hugeTuple, nullptr},
     {"one huge string", 8'000'000, hugeString, stringLength},
     {"one huge buffer", 1'000'000, hugeBuffer, bufferCount},
     {"small comments", 200'000, manyComments, commentCount},

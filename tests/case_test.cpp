@@ -48,19 +48,6 @@ TEST(CaseFolderTest, EveryTextHasItsExpectation) {
   for (const fs::path& orphan : caseFolder().orphans) ADD_FAILURE() << orphan << " has no partner";
 }
 
-// What once broke is read again, whatever comes of it: the same from every source.
-TEST(RegressionTest, EverySourceGivesTheSame) {
-  const fs::path folder = fs::path(VSA_TEST_DIR) / "regressions";
-  if (!fs::exists(folder)) GTEST_SKIP() << "nothing broke yet";
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.path().extension() != ".vsa") continue;
-    const std::string text = contentOf(entry.path());
-    const std::string fromString = comparable(outcomeOf(text, Source::String));
-    EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::File))) << entry.path();
-    EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::ByteByByte))) << entry.path();
-  }
-}
-
 // --- Every message has a case
 // ----------------------------------------------------------------------------------------
 

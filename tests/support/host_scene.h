@@ -219,11 +219,13 @@ class HostNode final : public host::INode {
 class HostScene final : public host::IScene {
  public:
   HostOptions options;
+  std::vector<std::string> expectedNodes;  ///< What the reader said that it will look for.
 
   HostNode* findNode(const zn::String& name) override {
     const auto at = nodes_.find(text(name));
     return at == nodes_.end() ? nullptr : &at->second;
   }
+  void expectNode(const zn::String& name) override { expectedNodes.push_back(text(name)); }
   HostNode* createNode(const zn::String& type, const zn::String& name,
                        const zn::String& reserved) override {
     options.record("createNode " + text(type) + ' ' + text(name) + " <" + text(reserved) + '>');

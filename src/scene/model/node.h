@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 
+#include "foundation/prefetch.h"
 #include "foundation/string.h"
 #include "scene/model/input.h"
 #include "scene/model/named_list.h"
@@ -62,6 +63,11 @@ class VSA_API Node final : public interfaces::INode {
   };
 
   Rare& rare();
+  // Has the memory fetched that a look-up by name and one of its output come to next.
+  void prefetch() const noexcept {
+    detail::prefetch(name_.place());
+    detail::prefetch(output_);
+  }
   Input* make(const String& name, AttrType type, AttrType elementType);
   Input* add(const String& name, AttrType type, AttrType elementType);
   Input* bringIntoBeing(const String& name);
