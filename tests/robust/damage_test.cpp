@@ -24,7 +24,7 @@ constexpr std::uintmax_t LARGEST = 16 * 1024;
 
 std::vector<fs::path> texts() {
   std::vector<fs::path> found;
-  for (const char* const folder : {"cases", "../examples", "regressions"}) {
+  for (const char* const folder : {"cases", "../examples"}) {
     const fs::path root = fs::path(VSA_TEST_DIR) / folder;
     if (!fs::exists(root)) continue;
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
