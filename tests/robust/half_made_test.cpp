@@ -1,5 +1,5 @@
 // What was half made when the memory ran out goes again: the handle of a file that is being opened,
-// the slot of an element that an array is being given.
+// the slot of an element that an array is being given, the object that an input is to become.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -95,6 +95,38 @@ TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
     ASSERT_EQ(last->type(), AttrType::Int) << count;
   }
   EXPECT_GT(failures, 1);
+}
+
+/// Does what it is given, the k-th allocation failing. Whether that one was reached.
+template <class Do>
+bool isRefusedMemory(std::uint64_t k, const Do& what) {
+  bool isThrown = false;
+  AllocationWatch::start();
+  AllocationWatch::failAt(k, false);
+  try {
+    what();
+  } catch (const std::bad_alloc&) {
+    isThrown = true;
+  }
+  AllocationWatch::stop();
+  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown) << k;
+  return isThrown;
+}
+
+// An input that only a link has named becomes what its first value or member makes of it.
+TEST(MemberMemoryTest, AMemberThatCannotBeMadeMakesNoObject) {
+  std::uint64_t k = 0;
+  bool isRefused = true;
+  while (isRefused) {
+    Scene scene;
+    ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.rig |= lamp1.out;"));
+    Input* const rig = scene.findNode("lamp1")->input("rig");
+    const zn::String name("keys");
+    isRefused = isRefusedMemory(++k, [&] { rig->createArray(name, AttrType::Int); });
+    EXPECT_EQ(rig->type(), isRefused ? AttrType::Null : AttrType::Object) << k;
+    EXPECT_EQ(rig->memberCount(), isRefused ? 0U : 1U) << k;
+  }
+  EXPECT_GT(k, 2U);
 }
 
 }  // namespace
