@@ -41,6 +41,24 @@ TEST(ManyTextsTest, AShortTextLeavesLittleBehind) {
   EXPECT_LT(kept / TEXTS, 600);
 }
 
+// The memory of the shorter texts is there for others, but not as much of it as there were lengths.
+TEST(ManyTextsTest, StringsThatGrowLeaveLittleBehind) {
+  constexpr int INPUTS = 200;
+  constexpr int LONGEST = 4000;
+  Scene scene;
+  const std::int64_t kept = bytesKept([&] {
+    for (int length = 40; length <= LONGEST; length += 40) {
+      std::string text = "note n:";
+      for (int i = 0; i < INPUTS; ++i) {
+        text += ".t" + std::to_string(i) + "=\"" + std::string(length, 'x') + "\";";
+      }
+      read(scene, text);
+    }
+  });
+  EXPECT_EQ(std::string(scene.findNode("n")->input("t7")->string()), std::string(LONGEST, 'x'));
+  EXPECT_LT(kept / INPUTS, 16 * LONGEST);
+}
+
 }  // namespace
 
 }  // namespace vsa_tests
