@@ -2,6 +2,7 @@
 // it one statement after another, and its values grow and shrink.
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -44,10 +45,10 @@ TEST(ManyTextsTest, AShortTextLeavesLittleBehind) {
 // The memory of the shorter texts is there for others, but not as much of it as there were lengths.
 TEST(ManyTextsTest, StringsThatGrowLeaveLittleBehind) {
   constexpr int INPUTS = 200;
-  constexpr int LONGEST = 4000;
+  constexpr std::size_t LONGEST = 4000;
   Scene scene;
   const std::int64_t kept = bytesKept([&] {
-    for (int length = 40; length <= LONGEST; length += 40) {
+    for (std::size_t length = 40; length <= LONGEST; length += 40) {
       std::string text = "note n:";
       for (int i = 0; i < INPUTS; ++i) {
         text += ".t" + std::to_string(i) + "=\"" + std::string(length, 'x') + "\";";
@@ -56,7 +57,7 @@ TEST(ManyTextsTest, StringsThatGrowLeaveLittleBehind) {
     }
   });
   EXPECT_EQ(std::string(scene.findNode("n")->input("t7")->string()), std::string(LONGEST, 'x'));
-  EXPECT_LT(kept / INPUTS, 16 * LONGEST);
+  EXPECT_LT(static_cast<std::size_t>(kept) / INPUTS, 16 * LONGEST);
 }
 
 }  // namespace
