@@ -259,6 +259,8 @@ VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, si
     run = {chunk.next, run.count + chunk.count};
     if (chunk.count < count || count == 0) break;
   }
+  // The compiler sees to this only where it optimises well.
+  _mm256_zeroupper();
   return run;
 }
 

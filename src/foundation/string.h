@@ -1,5 +1,6 @@
 // String: the shared text handle of the library, with its searching, cutting, formatting and
-// conversion services. No operation changes a text in place: each yields a new String.
+// conversion services. No operation changes a text that another handle shares: each yields a new
+// String, and `assign` alone writes over the characters of one that nobody else has.
 #pragma once
 
 #include <cstdarg>

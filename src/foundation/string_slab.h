@@ -50,8 +50,9 @@ class StringSlabs {
   String copyOf(std::string_view text, std::uint64_t hash = 0);
 
  private:
-  // One text that stays keeps its whole slab, so slabs are short; the first of few texts is tiny.
-  static constexpr std::uint32_t LEAST_BYTES = 1024;
+  // One text that stays keeps its whole slab, so slabs are short. The first of few texts is tiny: a
+  // host may send one statement at a time.
+  static constexpr std::uint32_t LEAST_BYTES = 256;
   static constexpr std::uint32_t MOST_BYTES = 16384;
   // A longer text has memory of its own.
   static constexpr std::uint32_t LONGEST_BYTES = MOST_BYTES / 16;

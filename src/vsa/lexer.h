@@ -29,7 +29,8 @@ inline std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
 /// The mark for the end of the input. A byte of this value in the text ends it there.
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
 
-/// Never throws and never logs: what is wrong with the text comes back as a token.
+/// Never logs, and throws for nothing in the text: what is wrong with it comes back as a token.
+/// What leaves is std::bad_alloc, and what the source throws.
 class Lexer {
  public:
   virtual ~Lexer() = default;

@@ -1,4 +1,5 @@
 // Characters, comments and statements by the million.
+#include "foundation/char_class.h"
 #include "tests/robust/families.h"
 
 namespace vsa_tests {
@@ -15,6 +16,20 @@ NastyText withNuls(NastyText made, char mark) {
 
 std::string longName(std::size_t length) {
   return std::string(length, 'q');
+}
+
+// Names in groups that differ in their last byte only: every byte that a name may end in.
+NastyText everyLastByte(std::size_t bytes, const char* head, const char* before,
+                        const char* after) {
+  NastyText made{head};
+  for (std::uint64_t turn = 0; made.text.size() < bytes; ++turn) {
+    for (unsigned last = 0; last < 0x100; ++last) {
+      const char c = static_cast<char>(last);
+      if (!zn::char_class::is(c, zn::char_class::NAME)) continue;
+      made.text += before + ('n' + std::to_string(turn)) + c + after;
+    }
+  }
+  return made;
 }
 
 }  // namespace
@@ -107,6 +122,10 @@ std::vector<Family> statementFamilies() {
        [](std::size_t n) { return flood(n, "", "a beginning@theverysameend;"); }},
       {"names alike but for the end of 100",
        [](std::size_t n) { return flood(n, "", ("a " + longName(100) + "@;").c_str()); }},
+      {"nodes alike but for the last byte",
+       [](std::size_t n) { return everyLastByte(n, "", "t ", ";"); }},
+      {"inputs alike but for the last byte",
+       [](std::size_t n) { return everyLastByte(n, "t n:", ".", "=1;"); }},
       {"warnings of types", [](std::size_t n) { return flood(n, "t n;n.a=1;", "n.a=\"x\";"); }},
       {"warnings of narrowing", [](std::size_t n) { return flood(n, "t n;n.a=1;", "n.a=2.5;"); }},
       {"warnings that quote long values",

@@ -1,5 +1,5 @@
 // What was half made when the memory ran out goes again: the handle of a file that is being opened,
-// the slot of an element that an array is being given.
+// the slot of an element that an array is being given, an input that is to have a structure.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -8,6 +8,7 @@
 
 #include "foundation/file.h"
 #include "scene/model/scene.h"
+#include "scene/node_type.h"
 #include "tests/robust/allocation_watch.h"
 #include "vsa/vsa.h"
 
@@ -95,6 +96,66 @@ TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
     ASSERT_EQ(last->type(), AttrType::Int) << count;
   }
   EXPECT_GT(failures, 1);
+}
+
+/// Does what it is given, the k-th allocation failing. Whether that one was reached.
+template <class Do>
+bool isRefusedMemory(std::uint64_t k, const Do& what) {
+  bool isThrown = false;
+  AllocationWatch::start();
+  AllocationWatch::failAt(k, false);
+  try {
+    what();
+  } catch (const std::bad_alloc&) {
+    isThrown = true;
+  }
+  AllocationWatch::stop();
+  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown) << k;
+  return isThrown;
+}
+
+// An input that only a link has named becomes what its first value or member makes of it.
+TEST(MemberMemoryTest, AMemberThatCannotBeMadeMakesNoObject) {
+  std::uint64_t k = 0;
+  bool isRefused = true;
+  while (isRefused) {
+    Scene scene;
+    ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.rig |= lamp1.out;"));
+    Input* const rig = scene.findNode("lamp1")->input("rig");
+    const zn::String name("keys");
+    isRefused = isRefusedMemory(++k, [&] { rig->createArray(name, AttrType::Int); });
+    EXPECT_EQ(rig->type(), isRefused ? AttrType::Null : AttrType::Object) << k;
+    EXPECT_EQ(rig->memberCount(), isRefused ? 0U : 1U) << k;
+  }
+  EXPECT_GT(k, 2U);
+}
+
+// A declared input is there with the element type that it was declared with, or not at all.
+TEST(DeclaredMemoryTest, ABufferThatCannotBeMadeIsMadeWhole) {
+  NodeType type;
+  type.name = "half_made_lamp";
+  type.inputs = {
+      {.name = "profile", .type = AttrType::Buffer, .bufferType = DataType::Float},
+      {.name = "stops", .type = AttrType::Array, .elementType = AttrType::Real},
+  };
+  registerNodeType(type);
+  for (const char* const name : {"profile", "stops"}) {
+    std::uint64_t k = 0;
+    bool isRefused = true;
+    while (isRefused) {
+      Scene scene;
+      Node* const node = scene.createNode("half_made_lamp", "lamp1", zn::String());
+      const zn::String sought(name);
+      isRefused = isRefusedMemory(++k, [&] { node->input(sought); });
+      EXPECT_EQ(node->inputCount(), isRefused ? 0U : 1U) << name << ' ' << k;
+      const Input* const input = node->input(sought);
+      const bool isBuffer = input->type() == AttrType::Buffer;
+      EXPECT_EQ(input->bufferType(), isBuffer ? DataType::Float : DataType::Null) << k;
+      EXPECT_EQ(input->elementType(), isBuffer ? AttrType::Null : AttrType::Real) << k;
+    }
+    EXPECT_GT(k, 3U);
+  }
+  unregisterNodeType("half_made_lamp");
 }
 
 }  // namespace

@@ -2,6 +2,8 @@
 // of a few bytes each: cut from large chunks they cost no allocation and no header.
 #pragma once
 
+#include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <new>
@@ -16,15 +18,20 @@ class Blocks {
  public:
   /// Of the longest block.
   static constexpr std::size_t MOST_BYTES = 4096;
+  /// Of the shortest block, and what every length is a multiple of.
+  static constexpr std::size_t STEP = 8;
 
   Blocks() = default;
   Blocks(const Blocks&) = delete;
   Blocks& operator=(const Blocks&) = delete;
   ~Blocks();
 
-  /// How many bytes a block for `bytes` really has.
+  /// How many bytes a block for `bytes` really has. Eight sizes from one power of two to the next:
+  /// a value that grows and grows leaves a block of each size behind, and these may not add up to
+  /// more than some twelve times the last one.
   static constexpr std::size_t roomFor(std::size_t bytes) noexcept {
-    return (bytes + STEP - 1) / STEP * STEP;
+    const std::size_t step = std::max(STEP, std::bit_floor(bytes - 1) / 8);
+    return (bytes + step - 1) / step * step;
   }
 
   /// A block for 1 to MOST_BYTES bytes, uninitialised, on a multiple of 8. Throws std::bad_alloc;
@@ -54,7 +61,6 @@ class Blocks {
     Free* next;
   };
 
-  static constexpr std::size_t STEP = 8;
   static constexpr std::size_t CHUNK_BYTES = std::size_t{1} << 16;
   static_assert(sizeof(Free) <= STEP && alignof(Free) <= STEP);
 

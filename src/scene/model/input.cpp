@@ -228,11 +228,10 @@ Input* Input::makeMember(const String& name, AttrType type, AttrType elementType
     made = std::make_unique<NamedList<Input>>();
   }
   NamedList<Input>& members = made != nullptr ? *made : *value_.members;
-  // The parent's type tells a member from an element, so it changes before the member is made.
-  become(AttrType::Object);
   Input* const member = &scene()->inputs().make(this, name, 0U, type);
   if (type == AttrType::Array) member->setElementType(elementType);
   members.append(member, scene()->blocks());
+  become(AttrType::Object);
   if (made != nullptr) value_.members = made.release();
   markUsed();
   return member;

@@ -118,7 +118,7 @@ class VSA_API Input final : public interfaces::IInput {
     std::int64_t integer;
     double real;
     double* components;
-    char* string;  // in a block of the scene
+    char* string;  // in a block of the scene, a long one in memory of its own
     Node* node;
     BufferValue* buffer;
     ElementList* elements;

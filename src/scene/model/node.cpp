@@ -63,7 +63,8 @@ Input* Node::make(const String& name, AttrType type, AttrType elementType) {
   const bool isKnownToBeMissing = last.missingIn == this && last.missing == name;
   Input* const existing = isKnownToBeMissing ? nullptr : input(name);
   if (existing != nullptr) return existing->type() == type ? existing : nullptr;
-  return declaration() == nullptr ? add(name, type, elementType) : nullptr;
+  return declaration() == nullptr ? add(name, type, static_cast<std::int32_t>(elementType))
+                                  : nullptr;
 }
 
 // A declared input is made when its name is first used.
@@ -71,21 +72,23 @@ Input* Node::bringIntoBeing(const String& name) {
   const DeclaredInput* const made = declaration()->input(name.view());
   if (made == nullptr) return nullptr;
   const InputDeclaration& declared = made->declaration;
-  Input* const input = add(name, declared.type, declared.elementType);
-  if (declared.type == AttrType::Buffer && declared.bufferType != DataType::Null) {
-    AttrData structure;
-    structure.type = AttrType::Buffer;
-    structure.elementType = static_cast<std::int32_t>(declared.bufferType);
-    input->set(structure);
-  }
-  return input;
+  const auto elementType = declared.type == AttrType::Buffer
+                               ? static_cast<std::int32_t>(declared.bufferType)
+                               : static_cast<std::int32_t>(declared.elementType);
+  return add(name, declared.type, elementType);
 }
 
-Input* Node::add(const String& name, AttrType type, AttrType elementType) {
+// The input is in the list once it has all its structure.
+Input* Node::add(const String& name, AttrType type, std::int32_t elementType) {
   Scene& owner = *scene();
   if (owner.depthLimit() == 0) owner.refuseDepth(name_ + "." + name);
   Input* const made = &owner.inputs().make(this, name, type);
-  if (type == AttrType::Array) made->setElementType(elementType);
+  if (elementType != 0) {
+    AttrData structure;
+    structure.type = type;
+    structure.elementType = elementType;
+    made->set(structure);
+  }
   inputs_.append(made, owner.blocks());
   owner.lastLookUp_.found = made;
   owner.lastLookUp_.missingIn = nullptr;

@@ -69,7 +69,8 @@ class VSA_API Node final : public interfaces::INode {
     detail::prefetch(output_);
   }
   Input* make(const String& name, AttrType type, AttrType elementType);
-  Input* add(const String& name, AttrType type, AttrType elementType);
+  // `elementType`: of an array's elements, or the DataType of a buffer's; 0 while not set.
+  Input* add(const String& name, AttrType type, std::int32_t elementType);
   Input* bringIntoBeing(const String& name);
 
   String type_;

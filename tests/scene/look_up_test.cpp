@@ -1,0 +1,126 @@
+// A scene keeps the answers that it gave last. Whatever is asked, made and removed in whatever
+// order, they are the answers of a scene that looks each time.
+#include <gtest/gtest.h>
+
+#include <map>
+#include <random>
+#include <string>
+#include <utility>
+
+#include "scene/model/scene.h"
+#include "scene/node_type.h"
+#include "tests/support/text.h"
+
+namespace zn::korvo_sdk {
+namespace {
+
+using vsa_tests::string;
+using Random = std::mt19937;
+
+constexpr const char* NAMES[] = {"", "a", "b", "a_name_of_more_than_sixteen_characters"};
+constexpr AttrType TYPES[] = {AttrType::Null, AttrType::Int, AttrType::Array};
+
+template <class T, std::size_t COUNT>
+const T& oneOf(Random& random, const T (&from)[COUNT]) {
+  return from[random() % COUNT];
+}
+
+TEST(LookUps, OfNodesFollowWhatIsMadeAndRemoved) {
+  Random random(3);
+  Scene scene;
+  std::map<std::string, Node*> nodes;
+  const auto expected = [&nodes](const std::string& name) {
+    const auto at = nodes.find(name);
+    return at == nodes.end() ? nullptr : at->second;
+  };
+  for (int step = 0; step < 20000; ++step) {
+    const std::string name = oneOf(random, NAMES);
+    const String sought = string(name);
+    switch (random() % 5) {
+      case 0: {
+        Node* const made = scene.createNode("lamp", sought, String());
+        ASSERT_EQ(made == nullptr, expected(name) != nullptr) << step;
+        if (made != nullptr) nodes[name] = made;
+        break;
+      }
+      case 1: {
+        Node* const defined = scene.defineNode(sought);
+        if (expected(name) != nullptr) {
+          ASSERT_EQ(defined, expected(name)) << step;
+        }
+        nodes[name] = defined;
+        break;
+      }
+      case 2:
+        scene.removeNode(sought);
+        nodes.erase(name);
+        break;
+      default:
+        ASSERT_EQ(scene.findNode(sought), expected(name)) << step;
+    }
+    ASSERT_EQ(scene.nodeCount(), nodes.size());
+  }
+}
+
+/// One step with the inputs of one node; `inputs` are those that it has.
+void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inputs,
+                  bool isDeclared) {
+  const std::string name = oneOf(random, NAMES);
+  const AttrType type = oneOf(random, TYPES);
+  const String sought = string(name);
+  // A declared type has "a", an Int, as soon as it is asked for it, and nothing else.
+  if (isDeclared && name == "a" && inputs.empty()) inputs["a"] = node.input(sought);
+  const auto at = inputs.find(name);
+  Input* const expected = at == inputs.end() ? nullptr : at->second;
+  const bool fits = expected != nullptr && (type == AttrType::Null || expected->type() == type);
+  switch (random() % 4) {
+    case 0:
+      ASSERT_EQ(node.hasInput(sought, type), fits);
+      break;
+    case 1:
+      ASSERT_EQ(node.input(sought), expected);
+      break;
+    default: {
+      Input* const made = type == AttrType::Array ? node.createArray(sought, AttrType::Int)
+                                                  : node.createInput(sought, type);
+      if (expected != nullptr || isDeclared) {
+        ASSERT_EQ(made, expected != nullptr && expected->type() == type ? expected : nullptr);
+      } else {
+        ASSERT_NE(made, nullptr);
+        ASSERT_EQ(made->type(), type);
+        inputs[name] = made;
+      }
+    }
+  }
+  ASSERT_EQ(node.inputCount(), inputs.size());
+}
+
+TEST(LookUps, OfInputsFollowWhatIsMade) {
+  NodeType type;
+  type.name = "look_up_lamp";
+  type.inputs = {{.name = "a", .type = AttrType::Int}};
+  registerNodeType(type);
+  Random random(5);
+  for (int round = 0; round < 500; ++round) {
+    Scene scene;
+    Node* const nodes[] = {scene.createNode("lamp", "one", String()),
+                           scene.createNode("lamp", "two", String()),
+                           scene.createNode("look_up_lamp", "declared", String())};
+    std::map<std::string, Input*> inputs[3];
+    for (int step = 0; step < 60; ++step) {
+      const std::size_t at = random() % 3;
+      ASSERT_NO_FATAL_FAILURE(stepOfInputs(random, *nodes[at], inputs[at], at == 2))
+          << round << ' ' << step;
+    }
+  }
+  unregisterNodeType("look_up_lamp");
+}
+
+// What a scene of millions of them takes.
+#if defined(__LP64__)
+static_assert(sizeof(Node) == 64);
+static_assert(sizeof(Input) == 48);
+#endif
+
+}  // namespace
+}  // namespace zn::korvo_sdk
