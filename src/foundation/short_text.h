@@ -17,17 +17,31 @@ Word loadWord(const char* from) noexcept {
   return word;
 }
 
+// Two words cover a text that is as long as one of them, and no longer than both: what both hold is
+// compared or copied twice.
+
+template <class Word>
+bool sameWords(const char* a, const char* b, std::size_t length) noexcept {
+  const std::size_t last = length - sizeof(Word);
+  const Word first = loadWord<Word>(a) ^ loadWord<Word>(b);
+  const Word second = loadWord<Word>(a + last) ^ loadWord<Word>(b + last);
+  return (first | second) == 0;
+}
+
+template <class Word>
+void copyWords(char* to, const char* from, std::size_t length) noexcept {
+  const std::size_t last = length - sizeof(Word);
+  const Word first = loadWord<Word>(from);
+  const Word second = loadWord<Word>(from + last);
+  std::memcpy(to, &first, sizeof(Word));
+  std::memcpy(to + last, &second, sizeof(Word));
+}
+
 /// Whether two texts of one length have the same characters.
 inline bool sameCharacters(const char* a, const char* b, std::size_t length) noexcept {
-  // Two words cover the text; what they both hold is compared twice.
-  const auto same = [=]<class Word>(Word) {
-    const std::size_t last = length - sizeof(Word);
-    return ((loadWord<Word>(a) ^ loadWord<Word>(b)) |
-            (loadWord<Word>(a + last) ^ loadWord<Word>(b + last))) == 0;
-  };
   if (length > 16) return std::memcmp(a, b, length) == 0;
-  if (length >= 8) return same(std::uint64_t{});
-  if (length >= 4) return same(std::uint32_t{});
+  if (length >= 8) return sameWords<std::uint64_t>(a, b, length);
+  if (length >= 4) return sameWords<std::uint32_t>(a, b, length);
   if (length >= 2) {
     return a[length - 1] == b[length - 1] &&
            loadWord<std::uint16_t>(a) == loadWord<std::uint16_t>(b);
@@ -37,21 +51,14 @@ inline bool sameCharacters(const char* a, const char* b, std::size_t length) noe
 
 /// The characters of a text, to a place that is no part of it.
 inline void copyCharacters(char* to, const char* from, std::size_t length) noexcept {
-  const auto copy = [=]<class Word>(Word) {
-    const std::size_t last = length - sizeof(Word);
-    const Word first = loadWord<Word>(from);
-    const Word second = loadWord<Word>(from + last);
-    std::memcpy(to, &first, sizeof(Word));
-    std::memcpy(to + last, &second, sizeof(Word));
-  };
   if (length > 16) {
     std::memcpy(to, from, length);
   } else if (length >= 8) {
-    copy(std::uint64_t{});
+    copyWords<std::uint64_t>(to, from, length);
   } else if (length >= 4) {
-    copy(std::uint32_t{});
+    copyWords<std::uint32_t>(to, from, length);
   } else if (length >= 2) {
-    copy(std::uint16_t{});
+    copyWords<std::uint16_t>(to, from, length);
   } else if (length == 1) {
     *to = *from;
   }

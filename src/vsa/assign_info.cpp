@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace zn::korvo_sdk::impl {
@@ -46,11 +47,7 @@ void AssignInfo::clear() noexcept {
   forget(listToken);
   forget(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
-  // No value but a matrix is wider than the first half of the payload.
-  const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
-  constexpr std::size_t COMPONENTS = sizeof(data.payload.components) / sizeof(double);
-  static_assert(sizeof(BufferValue) <= COMPONENTS / 2 * sizeof(double));
-  std::fill_n(data.payload.components, isMatrix ? COMPONENTS : COMPONENTS / 2, 0.0);
+  std::fill(std::begin(data.payload.components), std::end(data.payload.components), 0.0);
   data.type = AttrType::Null;
   data.elementType = 0;
 }

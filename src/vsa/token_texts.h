@@ -68,7 +68,7 @@ class TokenTexts {
   StringSlabs lasting_;
   std::unique_ptr<Word[]> words_;  // two for each hash, the one that was met last in front
   std::size_t mask_ = 0;           // of the hash, for the first of the two
-  std::size_t wordCount_ = 0;      // new ones since there was room made
+  std::size_t wordCount_ = 0;      // that were new when they were met
   String passing_[PASSING];
   std::size_t nextPassing_ = 0;
   String characters_[256];

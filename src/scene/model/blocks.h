@@ -8,13 +8,14 @@
 #include <cstdint>
 #include <new>
 
+#include "foundation/api.h"
 #include "foundation/vector.h"
 
 namespace zn::korvo_sdk {
 
 /// Memory in short blocks. One that is given back serves the next of about its size; all go at
 /// once, with this.
-class Blocks {
+class VSA_API Blocks {
  public:
   /// Of the longest block.
   static constexpr std::size_t MOST_BYTES = 4096;
