@@ -32,7 +32,7 @@ class VSA_API Blocks {
   /// more than some twelve times the last one.
   static constexpr std::size_t roomFor(std::size_t bytes) noexcept {
     const std::size_t step = std::max(STEP, std::bit_floor(bytes - 1) / 8);
-    return (bytes + step - 1) / step * step;
+    return (bytes + step - 1) & ~(step - 1);  // a power of two
   }
 
   /// A block for 1 to MOST_BYTES bytes, uninitialised, on a multiple of 8. Throws std::bad_alloc;
