@@ -2,13 +2,12 @@
 // n and at 4n. A reader that looks at each character and each element once takes four times as
 // long; up to five leaves room for caches.
 //
-//   vsa_bench_linear [--json FILE]
+//   vsa_bench_linear [--only TEXT] [--json FILE]      only: cases with TEXT in their name
 #include <malloc.h>
 
 #include <cstdio>
 #include <cstring>
 #include <exception>
-#include <limits>
 #include <stdexcept>
 
 #include "our_reader.h"
@@ -187,6 +186,14 @@ void measure(Report& report, const Case& tried) {
   }
 }
 
+// What stands behind `option`, or null.
+const char* argumentOf(const char* option, int argc, char** argv) {
+  for (int i = 1; i + 1 < argc; i += 2) {
+    if (std::strcmp(argv[i], option) == 0) return argv[i + 1];
+  }
+  return nullptr;
+}
+
 }  // namespace
 }  // namespace bench
 
@@ -194,12 +201,16 @@ int main(int argc, char** argv) try {
   // What the system takes to hand out pages depends on what the allocator keeps, and that on the
   // size: it keeps all, so that from the second read on none is handed out at n nor at 4n.
   mallopt(M_MMAP_MAX, 0);
-  mallopt(M_TRIM_THRESHOLD, std::numeric_limits<int>::max());
+  mallopt(M_TRIM_THRESHOLD, -1);
   bench::Report report;
   report.machine = bench::machineName();
-  for (const bench::Case& tried : bench::CASES) bench::measure(report, tried);
+  const char* const only = bench::argumentOf("--only", argc, argv);
+  for (const bench::Case& tried : bench::CASES) {
+    if (only == nullptr || std::strstr(tried.name, only) != nullptr) bench::measure(report, tried);
+  }
   bench::printTable(report);
-  if (argc == 3 && std::strcmp(argv[1], "--json") == 0) bench::writeJson(report, argv[2]);
+  const char* const json = bench::argumentOf("--json", argc, argv);
+  if (json != nullptr) bench::writeJson(report, json);
   return 0;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "vsa_bench_linear: %s\n", error.what());

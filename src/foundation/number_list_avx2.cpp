@@ -17,6 +17,7 @@
 
 #include "foundation/number_decimal.h"
 #include "foundation/number_list_tables.h"
+#include "foundation/prefetch.h"
 
 #define VSA_AVX2 __attribute__((target("avx2,bmi,bmi2,popcnt")))
 #define VSA_AVX2_INLINE __attribute__((target("avx2,bmi,bmi2,popcnt"), always_inline)) inline
@@ -28,6 +29,10 @@ constexpr size_t CHUNK = 1024;  // characters
 constexpr size_t STEP = 64;     // characters a mask of blanks covers
 constexpr size_t SPILL = 8;     // ends noted at once, wanted or not
 constexpr size_t GROUP = 4;     // pieces converted at once
+
+// How far ahead memory is fetched: the processor by itself goes no further than to a page's end.
+constexpr size_t AHEAD = 2048;  // characters
+constexpr size_t NUMBERS_AHEAD = 256;
 
 /// Where the pieces of a chunk end, counted from its start.
 struct PieceEnds {
@@ -64,6 +69,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE void noteEnds(uint64_t blanks, uint32_t offset,
 VSA_AVX2_INLINE void findEnds(const char* at, size_t length, PieceEnds& ends) {
   ends.count = 0;
   for (size_t offset = 0; offset < length; offset += STEP) {
+    detail::prefetch(at + offset, AHEAD);
     const auto* const text = reinterpret_cast<const __m256i*>(at + offset);
     const uint64_t blanks = equalBits(_mm256_loadu_si256(text), _mm256_loadu_si256(text + 1), ' ');
     noteEnds(blanks, static_cast<uint32_t>(offset), ends);
@@ -226,6 +232,7 @@ VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const PieceEnds& ends, s
                                      size_t end, const char* start, Number* out) {
   size_t i = begin;
   for (; i < end; i += GROUP) {
+    detail::prefetchForWriting(out + i, NUMBERS_AHEAD);
     if (!readGroup(start, chunk, ends.at + i, out + i)) break;
     start = chunk + ends.at[i + GROUP - 1] + 1;
   }

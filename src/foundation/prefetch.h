@@ -1,12 +1,30 @@
-// A hint to the processor, where the compiler knows how to give it.
+// Hints to the processor, where the compiler knows how to give them.
 #pragma once
+
+#include <cstddef>
+#include <cstdint>
 
 namespace zn::detail {
 
-/// The memory at `place` will be read soon; it need not be there.
-inline void prefetch([[maybe_unused]] const void* place) noexcept {
+/// The address `ahead` bytes behind `place`, which may be no part of any object.
+inline void* behind(const void* place, std::size_t ahead) noexcept {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): pointer arithmetic ends with the object
+  return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(place) + ahead);
+}
+
+/// The memory at `place`, or `ahead` bytes behind it, will be read soon; it need not be there.
+inline void prefetch([[maybe_unused]] const void* place,
+                     [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)
-  __builtin_prefetch(place);
+  __builtin_prefetch(behind(place, ahead));
+#endif
+}
+
+/// The same for memory that will be written soon.
+inline void prefetchForWriting([[maybe_unused]] void* place,
+                               [[maybe_unused]] std::size_t ahead = 0) noexcept {
+#if defined(__GNUC__) || defined(__clang__)
+  __builtin_prefetch(behind(place, ahead), 1);
 #endif
 }
 

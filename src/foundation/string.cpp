@@ -150,11 +150,18 @@ void String::assign(std::string_view text) {
 }
 
 String String::adopt(ds::Vector<char>&& chars) {
-  if (chars.size == 0) return String();
-  const void* const nul = std::memchr(chars.data, '\0', chars.size);
-  const std::size_t length =
-      nul == nullptr ? static_cast<std::size_t>(chars.size)
-                     : static_cast<std::size_t>(static_cast<const char*>(nul) - chars.data);
+  const void* const nul = chars.size == 0 ? nullptr : std::memchr(chars.data, '\0', chars.size);
+  if (nul == nullptr) return adoptWhole(std::move(chars));
+  const auto length = static_cast<std::size_t>(static_cast<const char*>(nul) - chars.data);
+  return adoptFirst(std::move(chars), length);
+}
+
+String String::adoptWhole(ds::Vector<char>&& chars) {
+  const auto length = static_cast<std::size_t>(chars.size);
+  return adoptFirst(std::move(chars), length);
+}
+
+String String::adoptFirst(ds::Vector<char>&& chars, std::size_t length) {
   if (length == 0) return String();
   chars.push_back('\0');
   chars.data[length] = '\0';

@@ -99,6 +99,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Takes over the storage of `chars` (which is left empty) as the text, without a copy. The text
   /// ends at the first NUL among them.
   static String adopt(ds::Vector<char>&& chars);
+  /// The same for characters of which none is a NUL.
+  static String adoptWhole(ds::Vector<char>&& chars);
   /// Becomes a copy of `text`, which is no part of this text: in the memory it has, when no other
   /// handle shares that and it has the room.
   void assign(std::string_view text);
@@ -207,6 +209,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
  private:
   friend class StringSlabs;
 
+  // Takes over the storage of `chars`, whose first `length` are the text.
+  static String adoptFirst(ds::Vector<char>&& chars, std::size_t length);
   // A handle to a buffer that was made for `text`.
   static String filled(detail::StringBuffer* made, std::string_view text, std::uint64_t hash);
 

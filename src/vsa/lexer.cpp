@@ -23,6 +23,9 @@ using Type = Token::Type;
 constexpr std::uint64_t ADOPTED_BYTES = 1024;
 // Runs are passed in steps that stay in the processor's nearest cache.
 constexpr std::size_t RUN_BYTES = 16384;
+// A list of this size is likely to grow to many times its size.
+constexpr std::uint64_t LONG_LIST_BYTES = 256 * 1024;
+constexpr std::uint64_t LONG_LIST_GROWTH = 15;
 
 bool isBracket(char c) {
   return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
@@ -50,6 +53,16 @@ void Lexer::roomFor(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
   if (needed <= chars_.capacity) return;
   chars_.reserve(static_cast<unsigned long>(needed < 2 * chars_.size ? 2 * chars_.size : needed));
+}
+
+// The same for a list. A long one gets room for much of what is in sight, so that it is not copied
+// each time it outgrows what it has; what it does not need goes back with the token.
+void Lexer::roomForList(std::size_t count) {
+  const std::uint64_t needed = chars_.size + count;
+  if (needed <= chars_.capacity || chars_.size < LONG_LIST_BYTES) return roomFor(count);
+  const std::size_t inSight = static_cast<std::size_t>(windowEnd - windowBegin);
+  chars_.reserve(static_cast<unsigned long>(
+      needed + std::min<std::size_t>(inSight, LONG_LIST_GROWTH * chars_.size)));
 }
 
 void Lexer::appendRun(std::size_t count) {
@@ -146,6 +159,12 @@ Token Lexer::token(Type type, const ds::Vector<char>& chars) const {
 Token Lexer::taken(Type type) {
   if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adopt(std::move(chars_)), line, column};
+}
+
+// The same for a list, in whose characters there is no NUL.
+Token Lexer::takenList(Type type) {
+  if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
+  return {type, String::adoptWhole(std::move(chars_)), line, column};
 }
 
 Token Lexer::eof() const {
@@ -270,7 +289,7 @@ Token Lexer::brackets() {
     take();
   } while (lookaheadChar != ']');
   take();
-  return taken(Type::Brackets);
+  return takenList(Type::Brackets);
 }
 
 // A whole list as one token: its elements with single blanks between them. Lists of the same kind
@@ -296,7 +315,7 @@ Token Lexer::bracketedList(const ListKind& kind) {
     takeListRun();
     if (depth == 0 && lookaheadChar == kind.close) {
       take();
-      return taken(kind.type);
+      return takenList(kind.type);
     }
   }
 }
@@ -331,7 +350,7 @@ void Lexer::takeListRun() {
   while (isNumberChar() && windowEnd - windowBegin >= 2) {
     const std::size_t available = static_cast<std::size_t>(windowEnd - 1 - windowBegin);
     const std::size_t count = available < RUN_BYTES ? available : RUN_BYTES;
-    roomFor(count + LIST_RUN_SLACK);
+    roomForList(count + LIST_RUN_SLACK);
     char* const to = chars_.data + chars_.size;
     const ListRun run = copyListRun(windowBegin, windowBegin + count, to);
     chars_.size += static_cast<std::uint64_t>(run.to - to);

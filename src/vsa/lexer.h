@@ -108,6 +108,7 @@ class Lexer {
   char passOne() noexcept;
   void appendRun(std::size_t count);
   void roomFor(std::size_t count);
+  void roomForList(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
   bool readInSight(Token& out);
   bool readLongInSight(Token::Type type, const char* at, LineFeeds feeds, Token& out);
@@ -115,6 +116,7 @@ class Lexer {
   Token readByCharacters();
   Token bracketedList(const ListKind& kind);
   Token taken(Token::Type type);
+  Token takenList(Token::Type type);
 
   ds::Vector<char> chars_;  // the characters of the token at hand
   TokenTexts texts_;

@@ -84,6 +84,17 @@ TEST(String, Adopt) {
   }
 }
 
+TEST(String, AdoptWhole) {
+  for (const std::string& chars : {""s, "a"s, "lamp"s, std::string(5000, 'x')}) {
+    ds::Vector<char> collected;
+    for (const char c : chars) collected.push_back(c);
+    const String adopted = String::adoptWhole(std::move(collected));
+    EXPECT_EQ(text(adopted), chars);
+    EXPECT_EQ(adopted.buf()[adopted.len()], '\0');
+    EXPECT_EQ(collected.size, 0U);  // NOLINT: it is left empty
+  }
+}
+
 TEST(String, Concatenation) {
   EXPECT_EQ(text(String("lamp") + String("1")), "lamp1");
   EXPECT_EQ(text(String("lamp") + ".on"), "lamp.on");

@@ -551,11 +551,13 @@ TEST(Lexer, LongTokens) {
   expectTokens(digits, "Int<" + digits + ">1,100000 Eof<EOF>1,100000");
   std::string list = "{";
   std::string normal = "{";
-  for (int i = 0; i < 30000; ++i) {
+  for (int i = 0; i < 80000; ++i) {
     list += "1.25 ,\n  -3,";
     normal += i == 0 ? "1.25 -3" : " 1.25 -3";
   }
-  expectTokens(list + "4}", "Braces<" + normal + " 4}>30001,7 Eof<EOF>30001,7");
+  expectTokens(list + "4}", "Braces<" + normal + " 4}>80001,7 Eof<EOF>80001,7");
+  expectTokens(list + "x" + list + "4}\na",
+               "Invalid<INVALID BRACE LIST TOKEN (80001,5): 'x'>80001,5");
 }
 
 // What the reader does in runs, the plain lexer does one character at a time.
