@@ -10,6 +10,7 @@
 
 #include "foundation/api.h"
 #include "foundation/char_class.h"
+#include "foundation/prefetch.h"
 #include "foundation/ref_counted.h"
 #include "foundation/short_text.h"
 #include "foundation/vector.h"
@@ -113,8 +114,12 @@ class VSA_API String : public RefersTo<IRefCounted> {
   bool isEmpty() const noexcept { return object() == nullptr; }
   /// The same characters as a view; valid while a handle to them lives.
   std::string_view view() const noexcept { return {buf(), len()}; }
-  /// Where the text is kept, for fetching it early; null for the empty text.
-  const void* place() const noexcept { return object(); }
+  /// Has the memory fetched in which a short text is kept: it will be read soon.
+  void prefetch() const noexcept {
+    // Header and characters lie on one cache line or on two.
+    detail::prefetch(object());
+    detail::prefetch(object(), sizeof(detail::StringBuffer) + 8);
+  }
   /// The i-th character, or NUL past the end.
   char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars()[i] : '\0'; }
 

@@ -1,8 +1,6 @@
 #include "vsa/assign_info.h"
 
-#include <algorithm>
 #include <cstddef>
-#include <iterator>
 #include <utility>
 
 namespace zn::korvo_sdk::impl {
@@ -47,7 +45,7 @@ void AssignInfo::clear() noexcept {
   forget(listToken);
   forget(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
-  std::fill(std::begin(data.payload.components), std::end(data.payload.components), 0.0);
+  data.payload.clear();
   data.type = AttrType::Null;
   data.elementType = 0;
 }

@@ -26,8 +26,8 @@ Snapshot snapshotOf(const Table& table) {
 
 // The order of a table leaps about in memory: what is needed some entries later is asked for early,
 // the entry's own things first, then the node that its source names.
-constexpr std::uint64_t AHEAD = 16;
-constexpr std::uint64_t NODE_AHEAD = 12;
+constexpr std::uint64_t AHEAD = 32;
+constexpr std::uint64_t NODE_AHEAD = 24;
 
 void releaseInputs(const Snapshot& entries) {
   for (std::uint64_t i = 0; i < entries.size; ++i) {
@@ -40,8 +40,10 @@ template <class Expect, class Resolve>
 void forEach(const Snapshot& entries, const Expect& expect, const Resolve& resolve) {
   for (std::uint64_t i = 0; i < entries.size; ++i) {
     if (i + AHEAD < entries.size) {
+      // An input mostly takes more than one cache line.
       zn::detail::prefetch(entries[i + AHEAD]->key);
-      zn::detail::prefetch(entries[i + AHEAD]->value.source.place());
+      zn::detail::prefetch(entries[i + AHEAD]->key, 64);
+      entries[i + AHEAD]->value.source.prefetch();
     }
     if (i + NODE_AHEAD < entries.size) expect(entries[i + NODE_AHEAD]->value);
     resolve(entries[i]->key, entries[i]->value);

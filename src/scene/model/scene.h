@@ -101,7 +101,7 @@ class VSA_API Scene final : public interfaces::IScene {
     std::uint64_t hash = 0;
     std::uint64_t slot = ds::HashIndex::NONE;
   };
-  static constexpr std::uint64_t STEP = 4;  // names from one step to the next
+  static constexpr std::uint64_t STEP = 8;  // names from one step to the next
 
   Blocks blocks_;
   Slabs<Node, Scene> nodes_{this};  // in creation order
