@@ -38,6 +38,7 @@ TEST(String, Empty) {
   EXPECT_EQ(empty[0], '\0');
   EXPECT_TRUE(String("").isEmpty());
   EXPECT_TRUE(String(static_cast<const char*>(nullptr)).isEmpty());
+  EXPECT_TRUE(String::copyOf("", String::hashOf("")).isEmpty());
   EXPECT_TRUE(empty == String(""));
   EXPECT_TRUE(empty == "");
 }
