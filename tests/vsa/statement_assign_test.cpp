@@ -431,6 +431,17 @@ TEST_F(ChangingArray, WhoseElementsLoseTheirType) {
                    "n.a[2].set Buffer Float", "n.a[1].assign Buffer Float 0"}));
 }
 
+TEST_F(ChangingArray, ThatCountsNoElementWhileOneIsTyped) {
+  scene_.options.onCall = [&](const std::string& line) {
+    if (line == "n.a[0].set Buffer Byte") array_->countsNone = true;
+    if (line == "n.now.assign Int 1") array_->countsNone = false;
+  };
+  EXPECT_EQ(calls("n.a[0] = byte[0]{}; n.now = 1; n.a[1] = byte[0]{};"),
+            (Lines{"n.a.appendElement", "n.a[0].set Buffer Byte", "n.a[0].assign Buffer Byte 0",
+                   "n.now.assign Int 1", "n.a.appendElement", "n.a[1].set Buffer Byte",
+                   "n.a[1].assign Buffer Byte 0"}));
+}
+
 TEST_F(ChangingArray, ThatIsOfAnotherTypeNow) {
   const Lines lines = callsWhen("n.a[1] = byte[0]{}; n.now = 1; n.a[3] = 1;", [&] {
     array_->shrinkTo(0);
