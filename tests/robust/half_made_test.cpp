@@ -122,10 +122,10 @@ TEST(NodeMemoryTest, AnInputThatCannotBeMadeIsNotInTheList) {
   int failures = 0;
   for (std::uint64_t count = 0; count < 1200; ++count) {
     const zn::String name(static_cast<unsigned long long>(count));
-    if (isRefusedMemory(1, [&] { node->createInput(name, AttrType::Int); })) {
+    std::uint64_t k = 0;
+    while (isRefusedMemory(++k, [&] { node->createInput(name, AttrType::Int); })) {
       ++failures;
       ASSERT_EQ(node->inputCount(), count);
-      ASSERT_NE(node->createInput(name, AttrType::Int), nullptr) << count;
     }
     ASSERT_EQ(node->inputCount(), count + 1);
     ASSERT_TRUE(node->inputAt(count)->name() == name) << count;
