@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -50,6 +51,12 @@ TEST(String, Construction) {
   EXPECT_EQ(text(String('x')), "x");
   EXPECT_EQ(text(String(0ULL)), "0");
   EXPECT_EQ(text(String(std::numeric_limits<unsigned long long>::max())), "18446744073709551615");
+}
+
+TEST(String, ALengthThatNoMemoryHolds) {
+  for (const std::size_t length : {MOST, MOST - 60, MOST / 2}) {
+    EXPECT_THROW(detail::StringBuffer::make(length), std::bad_alloc) << length;
+  }
 }
 
 TEST(String, CharactersAreTerminated) {
