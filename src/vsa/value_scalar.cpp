@@ -31,14 +31,16 @@ const TypeTable* makeScalarTypes() {
   return table.release();
 }
 
-// The list without its parentheses. It has no others: the lexer drops those of lists in a list.
+// The list without its parentheses, and without those of a list in a list at its ends.
 std::string_view withoutParens(std::string_view list) {
-  return list.substr(1, list.size() - 2);
+  while (!list.empty() && (list.front() == '(' || list.front() == ')')) list.remove_prefix(1);
+  while (!list.empty() && (list.back() == '(' || list.back() == ')')) list.remove_suffix(1);
+  return list;
 }
 
-// The text between the quotes. A NUL in the string ends it, and may leave the opening quote alone.
+// The text between the quotes, whatever there is of it.
 std::string_view withoutQuotes(std::string_view quoted) {
-  quoted.remove_prefix(1);
+  if (!quoted.empty()) quoted.remove_prefix(1);
   if (!quoted.empty()) quoted.remove_suffix(1);
   return quoted;
 }
