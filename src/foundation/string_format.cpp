@@ -10,6 +10,7 @@
 
 #include "foundation/argument_list.h"
 #include "foundation/string.h"
+#include "foundation/vector.h"
 
 namespace zn {
 
@@ -27,18 +28,21 @@ class Formatter {
  public:
   Formatter(const char* format, Arguments& arguments) : at_(format), arguments_(arguments) {}
 
-  std::string run() {
+  // A %c of NUL ends the text, as it would in C.
+  String run() {
     while (*at_ != '\0') {
       const char* const percent = std::strchr(at_, '%');
       if (percent == nullptr) {
-        text_.append(at_);
+        append(at_);
         break;
       }
-      text_.append(at_, percent);
+      append({at_, static_cast<std::size_t>(percent - at_)});
       at_ = percent;
       conversion();
     }
-    return std::move(text_);
+    if (text_.size >= LONG_TEXT) return String::adopt(std::move(text_));
+    const std::string_view all(text_.data, static_cast<std::size_t>(text_.size));
+    return String::copyOf(all.substr(0, all.find('\0')));
   }
 
  private:
@@ -52,7 +56,7 @@ class Formatter {
     const char kind = *at_;
     if (kind != '\0') ++at_;
     conversion_ += kind;
-    if (!append(kind, length)) text_.append(start, at_);
+    if (!convert(kind, length)) append({start, static_cast<std::size_t>(at_ - start)});
   }
 
   void copyWhile(const char* set) {
@@ -91,10 +95,10 @@ class Formatter {
   }
 
   // False for a conversion that is not known: it stands in the text as written.
-  bool append(char kind, Length length) {
+  bool convert(char kind, Length length) {
     switch (kind) {
       case '%':
-        text_ += '%';
+        append("%");
         return true;
       case 's':
         string(va_arg(arguments_.list, const char*));
@@ -135,10 +139,7 @@ class Formatter {
   void string(const char* value) {
     if (value == nullptr) value = "(null)";
     if (conversion_ == "%s") {
-      const std::size_t length = std::strlen(value);
-      // Room for the rest, too: a long text is not copied again for the few characters behind it.
-      text_.reserve(text_.size() + length + std::strlen(at_));
-      text_.append(value, length);
+      append(value);
     } else {
       print(value);
     }
@@ -171,18 +172,29 @@ class Formatter {
   void print(Value value) {
     const int length = std::snprintf(nullptr, 0, conversion_.c_str(), value);
     if (length <= 0) return;
-    const std::size_t before = text_.size();
     const std::size_t added = static_cast<std::size_t>(length);
-    text_.resize(before + added + 1);
-    std::snprintf(text_.data() + before, added + 1, conversion_.c_str(), value);
-    text_.resize(before + added);
+    text_.makeRoom(added + 1);
+    std::snprintf(text_.data + text_.size, added + 1, conversion_.c_str(), value);
+    text_.size += added;
   }
 #pragma GCC diagnostic pop
+
+  // With room for a few characters more: what is left of a format is mostly short.
+  void append(std::string_view piece) {
+    if (piece.empty()) return;
+    text_.makeRoom(piece.size() + SPARE);
+    std::memcpy(text_.data + text_.size, piece.data(), piece.size());
+    text_.size += piece.size();
+  }
+
+  static constexpr std::size_t SPARE = 64;
+  // From this size on the collected characters themselves become the text.
+  static constexpr std::uint64_t LONG_TEXT = 1024;
 
   const char* at_;
   Arguments& arguments_;
   std::string conversion_;  // the one at hand, from its % to its kind
-  std::string text_;
+  ds::Vector<char> text_;
 };
 
 }  // namespace
@@ -198,9 +210,7 @@ String String::formatv(const char* fmt, va_list args) {
   Arguments arguments;
   va_copy(arguments.list, args);
   const detail::ArgumentListEnd end(arguments.list);
-  const std::string text = Formatter(fmt, arguments).run();
-  // A %c of NUL ends the text, as it would in C.
-  return String(text.c_str());
+  return Formatter(fmt, arguments).run();
 }
 
 }  // namespace zn

@@ -91,6 +91,13 @@ class Vector {
     }
   }
 
+  /// Makes room for `count` more elements. When they do not fit, the storage at least doubles, so
+  /// that what is added piece by piece takes linear time.
+  void makeRoom(std::uint64_t count) {
+    const std::uint64_t needed = size + count;
+    if (needed > capacity) reserve(static_cast<unsigned long>(std::max(needed, 2 * size)));
+  }
+
   /// Forgets the elements and keeps the storage.
   void clear() noexcept {
     destroy(0);

@@ -49,24 +49,18 @@ struct Lexer::ListKind {
 
 // --- collecting characters ---
 
-void Lexer::roomFor(std::size_t count) {
-  const std::uint64_t needed = chars_.size + count;
-  if (needed <= chars_.capacity) return;
-  chars_.reserve(static_cast<unsigned long>(needed < 2 * chars_.size ? 2 * chars_.size : needed));
-}
-
-// The same for a list. A long one gets room for much of what is in sight, so that it is not copied
-// each time it outgrows what it has; what it does not need goes back with the token.
+// Makes room for more of a list. A long one gets room for much of what is in sight, so that it is
+// not copied each time it outgrows what it has; what it does not need goes back with the token.
 void Lexer::roomForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
-  if (needed <= chars_.capacity || chars_.size < LONG_LIST_BYTES) return roomFor(count);
+  if (needed <= chars_.capacity || chars_.size < LONG_LIST_BYTES) return chars_.makeRoom(count);
   const std::size_t inSight = static_cast<std::size_t>(windowEnd - windowBegin);
   chars_.reserve(static_cast<unsigned long>(
       needed + std::min<std::size_t>(inSight, LONG_LIST_GROWTH * chars_.size)));
 }
 
 void Lexer::appendRun(std::size_t count) {
-  roomFor(count);
+  chars_.makeRoom(count);
   std::memcpy(chars_.data + chars_.size, windowBegin, count);
   chars_.size += count;
 }

@@ -106,7 +106,6 @@ class Lexer {
   void passLines(std::size_t count, const LineFeeds& feeds) noexcept;
   void passInLine(std::size_t count) noexcept;
   void appendRun(std::size_t count);
-  void roomFor(std::size_t count);
   void roomForList(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
   bool readInSight(Token& out);

@@ -104,6 +104,23 @@ TEST(Vector, FullAfterReserveDoublesItsSize) {
   EXPECT_EQ(vector.capacity, 6U);
 }
 
+TEST(Vector, MakeRoomDoublesAtLeast) {
+  Vector<int> vector;
+  vector.makeRoom(5);
+  EXPECT_EQ(vector.capacity, 5U);
+  for (int i = 0; i < 5; ++i) vector.push_back(i);
+  vector.makeRoom(0);
+  EXPECT_EQ(vector.capacity, 5U);
+  vector.makeRoom(1);
+  EXPECT_EQ(vector.capacity, 10U);
+  vector.makeRoom(5);
+  EXPECT_EQ(vector.capacity, 10U);
+  vector.makeRoom(20);
+  EXPECT_EQ(vector.capacity, 25U);
+  EXPECT_EQ(vector.size, 5U);
+  EXPECT_EQ(vector[4], 4);
+}
+
 TEST(Vector, ACopyHasTheCapacityOfItsSource) {
   Vector<std::string> vector;
   vector.reserve(5);
