@@ -231,6 +231,34 @@ TEST(NumberList, AwkwardLists) {
   });
 }
 
+/// A piece of `length` characters with the digits of its place in the list.
+template <class Number>
+std::string numberedPiece(size_t place, size_t length) {
+  std::string piece(length, '1');
+  for (size_t i = length; i-- > 0 && place > 0; place /= 10) {
+    piece[i] = static_cast<char>('0' + place % 10);
+  }
+  if (std::is_floating_point_v<Number> && length >= 3) piece[length / 2] = '.';
+  return piece;
+}
+
+/// A form looks at many characters at once and notes where their pieces end: so many of them stand
+/// in each such stretch, and so far into it each of them, as can be.
+TEST(NumberList, ShortPiecesInALongList) {
+  std::mt19937 random(20);
+  forTypes<float, double, int, unsigned int, long long>([&](auto type) {
+    for (size_t most = 1; most <= 9; ++most) {
+      std::string list;
+      size_t count = 0;
+      for (; list.size() < 6000; ++count) {
+        list += numberedPiece<decltype(type)>(count, 1 + random() % most) + " ";
+      }
+      checkList<decltype(type)>(list + "1", count + 1);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  });
+}
+
 /// Pages with a forbidden one on each side.
 class GuardedPages {
  public:
