@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -243,6 +244,27 @@ TEST(Compress, WritesAPointAndLowerCaseDigits) {
   const std::string text = compressed(Bytes(1000, 0xAB));
   EXPECT_EQ(text.find_first_not_of("0123456789abcdef", 1), std::string::npos);
   EXPECT_EQ(text.size() % 2, 1U);
+}
+
+/// Bytes below `limit`, every one as likely as the others.
+Bytes evenBytes(std::size_t size, unsigned limit) {
+  Bytes data;
+  std::uint32_t state = 1;
+  while (data.size() < size) {
+    state = state * 1664525 + 1013904223;
+    data.push_back(static_cast<unsigned char>((state >> 16) % limit));
+  }
+  return data;
+}
+
+// A head of 2 bytes and 4 of checksum; 5 before each piece that is stored.
+TEST(Compress, TakesTheCheapestForm) {
+  const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
+  EXPECT_EQ(bytesFor(evenBytes(5000, 256)), 5000U + 5 + 6);
+  EXPECT_EQ(bytesFor(evenBytes(70000, 256)), 70000U + 3 * 5 + 6);  // in two blocks
+  EXPECT_LT(bytesFor(evenBytes(5000, 128)), 4480U);  // 7 bits for each, and their codes
+  EXPECT_LT(bytesFor(evenBytes(5000, 16)), 2625U);   // 4 bits
+  EXPECT_LE(compressed(Bytes(HELLO.begin(), HELLO.end())).size(), HELLO_TEXT.size());
 }
 
 TEST(Compress, NoBytesGiveATextThatIsEmpty) {
