@@ -243,7 +243,8 @@ std::string numberedPiece(size_t place, size_t length) {
 }
 
 /// A form looks at many characters at once and notes where their pieces end: so many of them stand
-/// in each such stretch, and so far into it each of them, as can be.
+/// in each such stretch, and so far into it each of them, as can be; and with room for fewer than
+/// there are.
 TEST(NumberList, ShortPiecesInALongList) {
   std::mt19937 random(20);
   forTypes<float, double, int, unsigned int, long long>([&](auto type) {
@@ -253,7 +254,9 @@ TEST(NumberList, ShortPiecesInALongList) {
       for (; list.size() < 6000; ++count) {
         list += numberedPiece<decltype(type)>(count, 1 + random() % most) + " ";
       }
-      checkList<decltype(type)>(list + "1", count + 1);
+      for (const size_t room : {size_t{3}, size_t{66}, count / 2 - 1, count, count + 1}) {
+        checkList<decltype(type)>(list + "1", room);
+      }
       if (testing::Test::HasFatalFailure()) return;
     }
   });
