@@ -32,6 +32,14 @@ TEST(StringSlabs, TextsAreWhatTheyAreMadeFrom) {
   }
 }
 
+// Its maker has no slab yet, and makes one that is large enough.
+TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
+  for (std::size_t length = 0; length < 2000; ++length) {
+    StringSlabs slabs;
+    EXPECT_EQ(slabs.copyOf(textOf(length)).view(), textOf(length));
+  }
+}
+
 // As a text of its own does, whose memory the allocator aligns.
 TEST(StringSlabs, EveryTextLiesOnAMultipleOfEight) {
   const auto placeOf = [](const String& text) {
