@@ -262,6 +262,16 @@ TEST(NumberList, ShortPiecesInALongList) {
   });
 }
 
+/// Every character ends a piece, and nothing stands in it.
+TEST(NumberList, ManyBlanks) {
+  forAllTypes([](auto type) {
+    const std::string blanks(3000, ' ');
+    checkList<decltype(type)>(blanks, 9);
+    checkList<decltype(type)>("1 2 3 4 5" + blanks, 9);
+    checkList<decltype(type)>("1 2 3 4 5" + blanks + "6", 9);
+  });
+}
+
 /// Pages with a forbidden one on each side.
 class GuardedPages {
  public:

@@ -47,6 +47,12 @@ TYPED_TEST(TupleParse, FewerWordsWriteNothing) {
   for (const double component : out.components) EXPECT_EQ(component, 0.0);
 }
 
+TYPED_TEST(TupleParse, MoreThanItsComponentsAreTooMany) {
+  TypeParam out{};
+  EXPECT_FALSE(String::parse(numbers(TestFixture::COUNT + 1), TestFixture::COUNT + 1, out));
+  for (const double component : out.components) EXPECT_EQ(component, 0.0);
+}
+
 TYPED_TEST(TupleParse, NoneOfNoneIsTrue) {
   TypeParam out{};
   EXPECT_TRUE(String::parse(String("x"), 0, out));
