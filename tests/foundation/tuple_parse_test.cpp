@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <string_view>
 #include <vector>
 
 namespace zn {
@@ -47,12 +46,6 @@ TYPED_TEST(TupleParse, FewerWordsWriteNothing) {
   for (const double component : out.components) EXPECT_EQ(component, 0.0);
 }
 
-TYPED_TEST(TupleParse, MoreThanItsComponentsAreTooMany) {
-  TypeParam out{};
-  EXPECT_FALSE(String::parse(numbers(TestFixture::COUNT + 1), TestFixture::COUNT + 1, out));
-  for (const double component : out.components) EXPECT_EQ(component, 0.0);
-}
-
 TYPED_TEST(TupleParse, NoneOfNoneIsTrue) {
   TypeParam out{};
   EXPECT_TRUE(String::parse(String("x"), 0, out));
@@ -75,21 +68,6 @@ TEST(TupleParseWords, OnlyBlanksSeparate) {
   EXPECT_FALSE(String::parse(String("1,2"), 2, out));
   EXPECT_TRUE(String::parse(String("\t3 4\n"), 2, out));  // part of a word, and ignored there
   EXPECT_EQ(out.components[0], 3);
-}
-
-// A 4 by 4 matrix is the largest.
-TEST(TupleParseWords, MoreThanSixteenAreTooMany) {
-  for (const std::string_view text :
-       {"1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18",
-        "1  2  3  4  5  6  7  8  9  10  11  12  13  14  15  16  17  18"}) {
-    std::vector<double> out(18, 0.5);
-    EXPECT_FALSE(parseTuple(text, 17, out.data()));
-    EXPECT_FALSE(parseTuple(text, 18, out.data()));
-    EXPECT_EQ(out, std::vector<double>(18, 0.5));
-    EXPECT_TRUE(parseTuple(text, 16, out.data()));
-    EXPECT_EQ(out[15], 16);
-    EXPECT_EQ(out[16], 0.5);
-  }
 }
 
 TEST(ColourParse, ThreeOrFourNumbers) {
