@@ -227,7 +227,8 @@ struct OwnCodes {
     std::vector<std::uint32_t> uses(LENGTH_CODE_COUNT);
     for (const Place& place : packed) ++uses[place.symbol];
     lengthCode = codeOfFrequencies(std::move(uses), 7);
-    while (lengthCodeCount > 4 && lengthCode.lengths[LENGTH_CODE_ORDER[lengthCodeCount - 1]] == 0) {
+    // Stops before the first four: one of the lengths behind them is that of the block's end.
+    while (lengthCode.lengths[LENGTH_CODE_ORDER[lengthCodeCount - 1]] == 0) {
       --lengthCodeCount;
     }
   }
@@ -383,9 +384,7 @@ void writeBlocks(const unsigned char* data, std::size_t size, BlockWriter& block
     if (found.length == 0) found = finder.find(at);
     finder.enter(at);
     Match following;
-    if (found.length > 0 && found.length < GOOD_MATCH && at + 1 < size) {
-      following = finder.find(at + 1);
-    }
+    if (found.length > 0 && found.length < GOOD_MATCH) following = finder.find(at + 1);
     if (found.length == 0 || following.length > found.length) {
       blocks.literal(data[at++]);
     } else {

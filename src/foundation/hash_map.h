@@ -68,7 +68,8 @@ class HashMap {
   /// The value under `key`; a default one is added when there is none.
   V& operator[](const K& key) {
     Node* const node = findNode(key);
-    return node != nullptr ? node->value : append(hashOf(key), key, V());
+    if (node == nullptr) return append(hashOf(key), key, V());
+    return node->value;
   }
 
   /// The value under `key`, or `missing()`.

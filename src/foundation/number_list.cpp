@@ -48,8 +48,8 @@ NumberRun readUsual(NumberForm<Number> form, const char* from, const char* end, 
     run = form(from, limit, out, room);
     if (run.next <= limit) return run;
   }
+  // At least one: no usual piece is as long as the window.
   const auto length = static_cast<size_t>(end - run.next);
-  if (length == 0) return run;
   const NumberRun tail = readTail(form, run.next, length, out + run.count, room - run.count);
   return {tail.next, run.count + tail.count};
 }

@@ -258,7 +258,7 @@ template <class Number>
 VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, size_t room) {
   NumberRun run{at, 0};
   PieceEnds ends;
-  while (run.next <= limit && static_cast<size_t>(limit - run.next) >= STEP) {
+  while (limit - run.next >= static_cast<std::ptrdiff_t>(STEP)) {
     const auto left = static_cast<size_t>(limit - run.next);
     findEnds(run.next, std::min(CHUNK, left / STEP * STEP), ends);
     const size_t count = std::min(ends.count, room - run.count) / GROUP * GROUP;

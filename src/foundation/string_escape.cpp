@@ -16,8 +16,9 @@ namespace {
 
 constexpr unsigned NO_UNIT = 0x10000;  // not a UTF-16 code unit
 
+// Of a hexadecimal digit: the letters come behind the decimal ones.
 unsigned hexValue(char c) {
-  if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');
+  if (c <= '9') return static_cast<unsigned>(c - '0');
   return static_cast<unsigned>(toLowerCase(c) - 'a') + 10U;
 }
 

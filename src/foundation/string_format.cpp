@@ -134,7 +134,10 @@ class Formatter {
   void string(const char* value) {
     if (value == nullptr) value = "(null)";
     if (conversion_ == "%s") {
-      text_.append(value);
+      const std::size_t length = std::strlen(value);
+      // Room for the rest, too: a long text is not copied again for the few characters behind it.
+      text_.reserve(text_.size() + length + std::strlen(at_));
+      text_.append(value, length);
     } else {
       print(value);
     }

@@ -10,8 +10,8 @@ using interfaces::IInput;
 
 namespace {
 
-bool isIndex(const Token* element) {
-  return element != nullptr && element->type == Token::Type::Brackets;
+bool isIndex(const Token& element) {
+  return element.type == Token::Type::Brackets;
 }
 
 }  // namespace
@@ -27,7 +27,7 @@ IInput* InputWalk::run() {
   while (element != nullptr) {
     afterNext_ = nextElement();
     wanted_ = wanted();
-    array_ = isIndex(element) ? current_ : nullptr;
+    array_ = isIndex(*element) ? current_ : nullptr;
     current_ = step(*element);
     if (current_ == nullptr) return nullptr;
     element = next_;
@@ -48,9 +48,9 @@ const Token* InputWalk::nextElement() {
 
 InputWalk::Wanted InputWalk::wanted() const {
   if (next_ == nullptr) return {info_.data.type, AttrType::Null};
-  if (!isIndex(next_)) return {AttrType::Object, AttrType::Null};
+  if (!isIndex(*next_)) return {AttrType::Object, AttrType::Null};
   if (afterNext_ == nullptr) return {AttrType::Array, info_.data.type};
-  return {AttrType::Array, isIndex(afterNext_) ? AttrType::Array : AttrType::Object};
+  return {AttrType::Array, isIndex(*afterNext_) ? AttrType::Array : AttrType::Object};
 }
 
 // One element: the input of that name, found or made.
@@ -118,7 +118,7 @@ std::uint64_t InputWalk::indexOf(const String& name, const Token& element) {
   return index;
 }
 
-// May the walk go on through an input that exists?
+// May the walk go on through an input that exists? It wants an array or an object of it.
 void InputWalk::check(IInput* found) {
   if (found->type() == AttrType::Null) return;
   if (found->holdsBuffer(false)) parser_.typeError(attrTypeName(wanted_.type), found, false);
@@ -129,7 +129,7 @@ void InputWalk::check(IInput* found) {
     if (wanted_.elementType != AttrType::Null && wanted_.elementType != found->elementType()) {
       parser_.typeError(attrTypeName(wanted_.elementType), found, false);
     }
-  } else if (wanted_.type != AttrType::Null && wanted_.type != found->type()) {
+  } else if (wanted_.type != found->type()) {
     parser_.typeError(attrTypeName(wanted_.type), found, false);
   }
 }

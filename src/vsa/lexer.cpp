@@ -136,8 +136,6 @@ void Lexer::skipWhite() {
   while (is(lookaheadChar, char_class::WHITE)) {
     if (windowBegin == windowLast()) {
       consume();
-    } else if (*windowBegin == ' ' && !is(windowBegin[1], char_class::WHITE)) {
-      passOne();
     } else {
       passWhite();
     }
@@ -147,7 +145,7 @@ void Lexer::skipWhite() {
 // --- tokens ---
 
 Token Lexer::token(Type type) {
-  const char c = windowBegin < windowLast() ? passOne() : consume();
+  const char c = consume();
   return {type, texts_.character(c), line, column};
 }
 

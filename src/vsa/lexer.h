@@ -105,7 +105,6 @@ class Lexer {
   void pass(std::size_t count) noexcept;
   void passLines(std::size_t count, const LineFeeds& feeds) noexcept;
   void passInLine(std::size_t count) noexcept;
-  char passOne() noexcept;
   void appendRun(std::size_t count);
   void roomFor(std::size_t count);
   void roomForList(std::size_t count);
@@ -136,12 +135,6 @@ inline char Lexer::step(char next) noexcept {
   index = detail::wrappingSum(index, 1);
   lookaheadChar = next;
   return previous;
-}
-
-// Consumes one byte of a window that holds more.
-inline char Lexer::passOne() noexcept {
-  ++windowBegin;
-  return step(*windowBegin);
 }
 
 // Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.

@@ -50,9 +50,10 @@ void forEach(const Snapshot& entries, const Expect& expect, const Resolve& resol
   }
 }
 
-// Most sources are written `node.output`, and are at hand in two tokens.
+// Most sources are written `node.output`, and are at hand in two tokens. Of a path that begins with
+// a name, the third token is one, too.
 bool isPlainSource(const ds::Vector<Token>& path) {
-  return path.size == 3 && path[0].type == Token::Type::Id && path[2].type == Token::Type::Id;
+  return path.size == 3 && path[0].type == Token::Type::Id;
 }
 
 // The source of a connection.

@@ -57,7 +57,8 @@ interfaces::INode* VsaParser::nodeOf(const AssignInfo& info) {
 // The whole path for messages, the "with" node's name included.
 String VsaParser::pathText(const AssignInfo& info, INode* node) const {
   const String text = collapse(info.targetPath);
-  return node != nullptr && text.startsWith(".", false) ? node->name() + text : text;
+  if (node == nullptr || text[0] != '.') return text;
+  return node->name() + text;
 }
 
 // Files a link until the last statement has been read; a later one for the same input replaces it.

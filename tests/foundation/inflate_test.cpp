@@ -146,8 +146,13 @@ class BitStream {
     return *this;
   }
 
-  Bytes end(const Bytes& output) {
+  BitStream& toByteBound() {
     used_ = 0;
+    return *this;
+  }
+
+  Bytes end(const Bytes& output) {
+    toByteBound();
     const std::uint32_t sum = adler32Portable(ADLER32_START, output.data(), output.size());
     for (unsigned shift = 32; shift > 0;) put(sum >> (shift -= 8) & 0xFF, 8);
     return bytes_;
@@ -158,17 +163,23 @@ class BitStream {
   unsigned used_ = 0;
 };
 
-/// The start of a last block with own codes, up to the lengths of the length codes: zeros (one bit)
-/// and a literal length of one bit.
-BitStream ownCodes(unsigned symbolCount, unsigned distanceCount) {
-  BitStream bits;
-  bits.put(1, 1).put(2, 2).put(symbolCount - 257, 5).put(distanceCount - 1, 5).put(18 - 4, 4);
+/// The start of a block with own codes, up to the lengths of the length codes: zeros (one bit) and
+/// a literal length of one bit.
+BitStream& putOwnCodes(BitStream& bits, bool last, unsigned symbolCount, unsigned distanceCount) {
+  bits.put(last ? 1 : 0, 1).put(2, 2);
+  bits.put(symbolCount - 257, 5).put(distanceCount - 1, 5).put(18 - 4, 4);
   // In the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1: 18, 0 and 1 have codes.
   for (const unsigned length :
        {0U, 0U, 2U, 2U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 1U}) {
     bits.put(length, 3);
   }
   return bits;  // length 1 is code 0, length 0 is code 10, a run of zeros is code 11
+}
+
+/// The same for a stream of one block.
+BitStream ownCodes(unsigned symbolCount, unsigned distanceCount) {
+  BitStream bits;
+  return putOwnCodes(bits, true, symbolCount, distanceCount);
 }
 
 BitStream& zeros(BitStream& bits, unsigned count) {
@@ -214,7 +225,8 @@ TEST(Inflate, ReadsEveryWindowSize) {
 
 TEST(Inflate, EveryTruncationEndsEarly) {
   const std::string text = "a text, a text, and the text again: a text with its texts";
-  for (const Bytes& data : {bytesOf(text), mixture(3000, 7), noise(500, 8)}) {
+  // The last of them comes with codes of its own.
+  for (const Bytes& data : {bytesOf(text), mixture(3000, 7), noise(500, 8), mixture(2000, 14)}) {
     for (const int level : {0, 6}) {
       const Bytes stream = zlibStream(data, level);
       for (std::size_t size = 0; size < stream.size(); ++size) {
@@ -386,6 +398,48 @@ TEST(Inflate, ChecksumComesBeforeWhatStandsBehind) {
   stream.pop_back();
   EXPECT_EQ(ownInflate(stream, data.size()).status, InflateStatus::WrongChecksum);
   EXPECT_EQ(ownInflate(stream, data.size() - 1).status, InflateStatus::TooLarge);
+}
+
+// Bytes behind the checksum, which the decoder may have taken up already, or not been given yet.
+TEST(Inflate, SeesWhatStandsBehindInAnyRun) {
+  const Bytes data = mixture(2000, 14);
+  const Bytes whole = zlibStream(data);
+  for (const std::size_t more : {1U, 2U, 8U, 40U}) {
+    Bytes stream = whole;
+    stream.resize(whole.size() + more);
+    for (const std::size_t runSize : {std::size_t{1}, whole.size(), stream.size()}) {
+      for (const std::size_t room : {data.size(), data.size() + 1000}) {
+        SlicedFeed feed(stream, runSize);
+        Bytes out(room);
+        std::size_t length = 0;
+        EXPECT_EQ(inflateStream(feed, out.data(), out.size(), length), InflateStatus::Corrupt);
+        EXPECT_EQ(length, data.size()) << more << " in runs of " << runSize;
+      }
+    }
+  }
+}
+
+// A literal 0 and ten matches of 258, a bit for each length and each distance: bits enough are left
+// over for the first bytes of the stored block behind them, when there is no more room.
+TEST(Inflate, StoredBytesThatWereTakenUpMayBeTooMany) {
+  BitStream bits;
+  bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);
+  putOwnCodes(bits, false, 286, 1);  // symbols 256 and 285, and one distance
+  zeros(zeros(zeros(bits, 138), 118).code(0, 1), 28).code(0, 1).code(0, 1);
+  for (int i = 0; i < 10; ++i) bits.code(1, 1).code(0, 1);
+  bits.code(0, 1);
+  Bytes data(1 + 10 * 258, 0);
+  const std::size_t matched = data.size();
+  const Bytes stored = noise(100, 19);
+  data.insert(data.end(), stored.begin(), stored.end());
+  bits.put(1, 1).put(0, 2).toByteBound().put(100, 16).put(100 ^ 0xFFFF, 16);
+  for (const unsigned char byte : stored) bits.put(byte, 8);
+  const Bytes stream = bits.end(data);
+  for (std::size_t capacity = matched; capacity < data.size(); ++capacity) {
+    const Bytes first(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(capacity));
+    EXPECT_EQ(ownInflate(stream, capacity), (Inflated{InflateStatus::TooLarge, first}));
+  }
+  EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
 }
 
 /// A damaged stream must be taken, refused and expanded as zlib does it. Where it is refused, the

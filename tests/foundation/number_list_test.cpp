@@ -217,6 +217,8 @@ const char* const LISTS[] = {
     "16777217 16777219 33554435 0.50000002980232238769531250 8388608.5 9007199254740993 1",
     "1\xFF 2",
     "1 \xB1 2",
+    "1  123456789012345 2",
+    "1  12345678.012345 2",
     "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27"};
 
 TEST(NumberList, AwkwardLists) {
@@ -229,6 +231,22 @@ TEST(NumberList, AwkwardLists) {
       checkList<decltype(type)>(more + " " + list + " " + more, 100);
       checkList<decltype(type)>(more + " " + list, 100);
       if (testing::Test::HasFatalFailure()) return;
+    }
+  });
+}
+
+// The forms that convert several pieces at once leave an odd one to another form, and go on behind
+// it: the smallest integer, more characters than one load has, a value half-way between two floats.
+TEST(NumberList, AnOddPieceAmongUsualOnes) {
+  forAllTypes([](auto type) {
+    for (const std::string odd : {"-2147483648", "-128", "0000000000000007", "1234567890.1234567",
+                                  "16777217", "1e2", "-7", "7.", "1.2.3", "-", ".", "x", ""}) {
+      for (size_t place = 40; place < 48; ++place) {
+        std::string list;
+        for (size_t i = 0; i < 120; ++i) list += (i == place ? odd : "7") + " ";
+        checkList<decltype(type)>(list + "8", 200);
+        if (testing::Test::HasFatalFailure()) return;
+      }
     }
   });
 }

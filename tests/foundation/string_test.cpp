@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <string>
 #include <type_traits>
 #include <utility>
@@ -38,6 +39,7 @@ TEST(String, Empty) {
   EXPECT_EQ(empty[0], '\0');
   EXPECT_TRUE(String("").isEmpty());
   EXPECT_TRUE(String(static_cast<const char*>(nullptr)).isEmpty());
+  EXPECT_TRUE(String::copyOf("", String::hashOf("")).isEmpty());
   EXPECT_TRUE(empty == String(""));
   EXPECT_TRUE(empty == "");
 }
@@ -49,6 +51,12 @@ TEST(String, Construction) {
   EXPECT_EQ(text(String('x')), "x");
   EXPECT_EQ(text(String(0ULL)), "0");
   EXPECT_EQ(text(String(std::numeric_limits<unsigned long long>::max())), "18446744073709551615");
+}
+
+TEST(String, ALengthThatNoMemoryHolds) {
+  for (const std::size_t length : {MOST, MOST - 60, MOST / 2}) {
+    EXPECT_THROW(detail::StringBuffer::make(length), std::bad_alloc) << length;
+  }
 }
 
 TEST(String, CharactersAreTerminated) {

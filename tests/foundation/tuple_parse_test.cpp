@@ -46,6 +46,12 @@ TYPED_TEST(TupleParse, FewerWordsWriteNothing) {
   for (const double component : out.components) EXPECT_EQ(component, 0.0);
 }
 
+TYPED_TEST(TupleParse, MoreThanItHoldsIsRefused) {
+  TypeParam out{};
+  EXPECT_FALSE(String::parse(numbers(20), TestFixture::COUNT + 1, out));
+  for (const double component : out.components) EXPECT_EQ(component, 0.0);
+}
+
 TYPED_TEST(TupleParse, NoneOfNoneIsTrue) {
   TypeParam out{};
   EXPECT_TRUE(String::parse(String("x"), 0, out));
@@ -68,6 +74,15 @@ TEST(TupleParseWords, OnlyBlanksSeparate) {
   EXPECT_FALSE(String::parse(String("1,2"), 2, out));
   EXPECT_TRUE(String::parse(String("\t3 4\n"), 2, out));  // part of a word, and ignored there
   EXPECT_EQ(out.components[0], 3);
+}
+
+TEST(TupleParseWords, MoreThanTheLargestTupleAreRefused) {
+  double out[MOST_COMPONENTS + 1] = {};
+  const String text = numbers(MOST_COMPONENTS + 1);
+  EXPECT_TRUE(parseTuple(text.view(), MOST_COMPONENTS, out));
+  EXPECT_EQ(out[MOST_COMPONENTS - 1], 16.5);
+  EXPECT_FALSE(parseTuple(text.view(), MOST_COMPONENTS + 1, out));
+  EXPECT_EQ(out[MOST_COMPONENTS], 0);
 }
 
 TEST(ColourParse, ThreeOrFourNumbers) {

@@ -114,6 +114,26 @@ bool isRefusedMemory(std::uint64_t k, const Do& what) {
   return isThrown;
 }
 
+// The list of a node's inputs grows in a block of the scene, then in memory of its own, and has an
+// index beside it.
+TEST(NodeMemoryTest, AnInputThatCannotBeMadeIsNotInTheList) {
+  Scene scene;
+  Node* const node = scene.createNode("lamp", "lamp1", zn::String());
+  int failures = 0;
+  for (std::uint64_t count = 0; count < 1200; ++count) {
+    const zn::String name(static_cast<unsigned long long>(count));
+    std::uint64_t k = 0;
+    while (isRefusedMemory(++k, [&] { node->createInput(name, AttrType::Int); })) {
+      ++failures;
+      ASSERT_EQ(node->inputCount(), count);
+    }
+    ASSERT_EQ(node->inputCount(), count + 1);
+    ASSERT_TRUE(node->inputAt(count)->name() == name) << count;
+    ASSERT_EQ(node->input(name), node->inputAt(count)) << count;
+  }
+  EXPECT_GT(failures, 3);
+}
+
 // An input that only a link has named becomes what its first value or member makes of it.
 TEST(MemberMemoryTest, AMemberThatCannotBeMadeMakesNoObject) {
   std::uint64_t k = 0;

@@ -70,7 +70,11 @@ TEST_F(MisfitValue, AStructureForANumber) {
   node_->input("level")->set(structure);
   structure.type = AttrType::Int;
   node_->input("level")->set(structure);
+  structure.type = AttrType::Array;
+  structure.elementType = static_cast<int>(AttrType::Int);
+  node_->input("level")->set(structure);
   EXPECT_EQ(node_->input("level")->type(), AttrType::Int);
+  EXPECT_EQ(node_->input("level")->elementType(), AttrType::Null);
 }
 
 TEST_F(MisfitValue, WhatFitsIsTakenTwice) {

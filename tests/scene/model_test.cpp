@@ -98,6 +98,28 @@ TEST(SceneNodes, ManyOfThem) {
   }
 }
 
+// Few inputs and outputs are searched one by one, more through an index; many lie in memory of
+// their own.
+TEST(SceneNodes, WithThousandsOfInputsAndOutputs) {
+  Scene scene;
+  Node* const node = scene.createNode("open", "n", "");
+  std::vector<Input*> inputs;
+  std::vector<Output*> outputs;
+  for (unsigned long long i = 0; i < 10000; ++i) {
+    inputs.push_back(node->createInput(String(i), AttrType::Int));
+    outputs.push_back(node->output(String(i)));
+    ASSERT_EQ(node->inputCount(), i + 1);
+  }
+  for (unsigned long long i = 0; i < 10000; ++i) {
+    ASSERT_EQ(node->inputAt(i), inputs[i]);
+    ASSERT_EQ(node->input(String(i)), inputs[i]);
+    ASSERT_EQ(node->output(String(i)), outputs[i]);
+    ASSERT_EQ(text(outputs[i]->name()), std::to_string(i));
+    ASSERT_EQ(outputs[i]->node(), node);
+  }
+  EXPECT_EQ(node->input("10000"), nullptr);
+}
+
 TEST(SceneNodes, AFreshScene) {
   const Scene scene;
   EXPECT_EQ(scene.fileVersion(), 0U);

@@ -64,6 +64,7 @@ class HostInput final : public host::IInput {
   sdk::DataType buffers = sdk::DataType::Null;
   bool refuses = false;
   bool deniesBeingArray = false;  ///< isArray answers false, whatever the type is.
+  bool countsNone = false;        ///< count answers 0, whatever there is.
   const host::IEnumeration* enumeration = nullptr;
   int held = 0;  ///< Retained and not released yet.
 
@@ -103,7 +104,7 @@ class HostInput final : public host::IInput {
     EXPECT_EQ(type, sdk::AttrType::Null) << "any type will do";
     return members_.count(text(name)) != 0;
   }
-  std::uint64_t count() const override { return list_.size(); }
+  std::uint64_t count() const override { return countsNone ? 0 : list_.size(); }
   host::IInput* element(std::uint64_t index) override {
     return options_.losesElements ? nullptr : &list_[index];
   }

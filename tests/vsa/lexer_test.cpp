@@ -547,6 +547,7 @@ TEST(Lexer, LongTokens) {
   expectTokens("# " + digits + "\na", "Comment<# " + digits + ">1,100002 Id<a>2,1 Eof<EOF>2,1");
   expectTokens('"' + digits + "\\\"" + digits + "\" a",
                "Str<\"" + digits + "\\\"" + digits + "\">1,200004 Id<a>1,200006 Eof<EOF>1,200006");
+  expectTokens('#' + digits, "Comment<#" + digits + ">1,100001 Eof<EOF>1,100001");
   expectTokens("x" + digits, "Id<x" + digits + ">1,100001 Eof<EOF>1,100001");
   expectTokens(digits, "Int<" + digits + ">1,100000 Eof<EOF>1,100000");
   std::string list = "{";
@@ -647,6 +648,10 @@ TEST(LexerMembers, NamesAndNumbersBeginWithTheLookahead) {
   EXPECT_EQ(tokenText(number.number()), "Int<\\n12>2,2");
   StringLexer feeds("\n\nab;");
   EXPECT_EQ(tokenText(feeds.id()), "Id<\\n>1,1");
+  EXPECT_EQ(tokenText(StringLexer("]1]2").brackets()), "Brackets<]1]>1,3");
+  // A text ends at its first NUL.
+  EXPECT_EQ(tokenText(StringLexer(string("\0ab"s)).id()), "Id<>1,3");
+  EXPECT_EQ(tokenText(StringLexer(string("\0;"s)).token(Type::Dot)), "Dot<>1,1");
 }
 
 TEST(LexerMembers, TokensThatConsumeNothing) {
@@ -701,6 +706,8 @@ std::string listed(const std::string& bytes, const std::string& collected, int s
 
 TEST(LexerMembers, OneStepOfAList) {
   EXPECT_EQ(listed("(1", "", 1), "(|1");
+  EXPECT_EQ(listed(" 1", "", 1), "|1");
+  EXPECT_EQ(listed(" 1", "(\x01", 1), "(\\x01|1");
   EXPECT_EQ(listed(")1", "(1", 1), "(1)|1");
   EXPECT_EQ(listed("12", "(", 1), "(1|2");
   EXPECT_EQ(listed(" \t\n1", "(1", 1), "(1 |1");

@@ -2,6 +2,7 @@
 // by call, and against one that refuses.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -381,6 +382,29 @@ TEST_F(Assign, HolesInAnArrayOfArraysAreTypedBeforeTheValueIsApplied) {
   EXPECT_EQ(log.lines(), Lines{"error: TYPE ERROR (1,13): expected Array @ n.a[0] but found [5]."});
 }
 
+// Where very many links wait, the one that an input has already is found all the same.
+TEST_F(Assign, ALaterLinkOfManyReplacesTheEarlier) {
+  std::string earlier;
+  std::string later;
+  for (int i = 0; i < 500; ++i) {
+    const std::string number = std::to_string(i);
+    if (i % 2 == 0) node_->add("r" + number, AttrType::Null);  // there before it has a link
+    earlier += "n.r" + number + " = nosuch; n.c" + number + " |= nosuch.out;";
+    later += "n.r" + number + " = n; n.c" + number + " |= n.out;";
+  }
+  const LoggedLines log;
+  const Lines lines = calls(earlier + later);
+  EXPECT_EQ(log.lines(), Lines{});
+  const auto countOf = [&](const std::string& end) {
+    return std::count_if(lines.begin(), lines.end(),
+                         [&](const std::string& line) { return line.ends_with(end); });
+  };
+  EXPECT_EQ(countOf(".retain"), 1000);
+  EXPECT_EQ(countOf(".release"), 1000);
+  EXPECT_EQ(countOf(".setNode n"), 500);
+  EXPECT_EQ(countOf(".connect n.out"), 500);
+}
+
 // A host may change its arrays while a text is read: each time, the holes that are there count.
 class ChangingArray : public Assign {
  protected:
@@ -429,6 +453,17 @@ TEST_F(ChangingArray, WhoseElementsLoseTheirType) {
   EXPECT_EQ(Lines(lines.begin() + 7, lines.end()),
             (Lines{"n.now.assign Int 1", "n.a[0].set Buffer Float", "n.a[1].set Buffer Float",
                    "n.a[2].set Buffer Float", "n.a[1].assign Buffer Float 0"}));
+}
+
+TEST_F(ChangingArray, ThatCountsNoElementWhileOneIsTyped) {
+  scene_.options.onCall = [&](const std::string& line) {
+    if (line == "n.a[0].set Buffer Byte") array_->countsNone = true;
+    if (line == "n.now.assign Int 1") array_->countsNone = false;
+  };
+  EXPECT_EQ(calls("n.a[0] = byte[0]{}; n.now = 1; n.a[1] = byte[0]{};"),
+            (Lines{"n.a.appendElement", "n.a[0].set Buffer Byte", "n.a[0].assign Buffer Byte 0",
+                   "n.now.assign Int 1", "n.a.appendElement", "n.a[1].set Buffer Byte",
+                   "n.a[1].assign Buffer Byte 0"}));
 }
 
 TEST_F(ChangingArray, ThatIsOfAnotherTypeNow) {

@@ -174,6 +174,37 @@ TEST(Scalar, TupleForms) {
   expectScalars(rows);
 }
 
+/// The same where the token that holds the literal is replaced before it is read: whatever calls
+/// the parser's members may have made it by hand.
+std::string scalarOfTokens(const std::string& bytes, std::uint64_t slot, const std::string& made) {
+  PrimedParser primed(bytes);
+  primed.parser.tokens[slot].text = vsa_tests::string(made);
+  AssignInfo info;
+  if (!primed.parser.scalar(info)) return "failed";
+  if (info.data.type == AttrType::Vec2) {
+    return text(
+        String::format("%g %g", info.data.payload.components[0], info.data.payload.components[1]));
+  }
+  const std::string value = info.data.payload.string;
+  std::free(info.data.payload.string);
+  return visible(value);
+}
+
+TEST(Scalar, ParenthesesAtTheEndsOfAList) {
+  for (const char* list : {"(1 2)", "((1 2))", "(1 2", "1 2)", ")(1 2"}) {
+    EXPECT_EQ(scalarOfTokens("vec2(7 7)", 1, list), "1 2") << list;
+  }
+  for (const char* list : {"", "(", "()", "((", "(1)"}) {
+    EXPECT_EQ(scalarOfTokens("vec2(7 7)", 1, list), "failed") << list;
+  }
+}
+
+TEST(Scalar, QuotesAtTheEndsOfAString) {
+  EXPECT_EQ(scalarOfTokens("\"lamp\"", 0, "\"oak\""), "oak");
+  EXPECT_EQ(scalarOfTokens("\"lamp\"", 0, "\""), "");
+  EXPECT_EQ(scalarOfTokens("\"lamp\"", 0, ""), "");
+}
+
 TEST(Scalar, TokensOfATuple) {
   PrimedParser primed("Vec3( 1, 2 3);");
   AssignInfo info;

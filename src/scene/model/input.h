@@ -129,7 +129,8 @@ class VSA_API Input final : public interfaces::IInput {
   Input(Input* parent, String name, std::uint32_t index, AttrType type);
   ~Input();
 
-  bool isOf(const Node* node) const noexcept { return isNodeInput_ && parent_.node == node; }
+  // For an input of a node: whether it is one of that node.
+  bool isOf(const Node* node) const noexcept { return parent_.node == node; }
   AttrType typeOf() const noexcept { return static_cast<AttrType>(type_); }
   Input* parentInput() const noexcept { return isNodeInput_ ? nullptr : parent_.input; }
   Scene* scene() const noexcept;
