@@ -19,7 +19,7 @@ class TokenTexts {
   /// A String of one character.
   const String& character(char c) {
     String& text = characters_[static_cast<unsigned char>(c)];
-    if (text.isEmpty()) text = String(c);
+    if (text.isEmpty() && c != '\0') text = String(c);
     return text;
   }
 
