@@ -282,6 +282,18 @@ TEST(NumberList, ShortPiecesInALongList) {
   });
 }
 
+/// What is no digit in one piece is none in a whole row of them.
+TEST(NumberList, PiecesOfEveryCharacter) {
+  forAllTypes([](auto type) {
+    for (int byte = 0; byte < 256; ++byte) {
+      std::string list;
+      for (int i = 0; i < 70; ++i) list += std::string(1, static_cast<char>(byte)) + " ";
+      checkList<decltype(type)>(list + "1", 80);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  });
+}
+
 /// Every character ends a piece, and nothing stands in it.
 TEST(NumberList, ManyBlanks) {
   forAllTypes([](auto type) {
