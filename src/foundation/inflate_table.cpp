@@ -69,6 +69,7 @@ constexpr AlphabetFacts FACTS[] = {
     {LENGTH_CODE_MEANINGS.data(), LENGTH_CODE_BITS, false},
 };
 
+// Codes of each length; those of length 0, which are none, are never asked for.
 using LengthCounts = std::array<unsigned, LONGEST_CODE + 1>;
 
 // The bits of a code as an entry counts them: among the dropped ones, and as the code's own.
@@ -203,7 +204,6 @@ bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, 
   const AlphabetFacts& facts = FACTS[static_cast<unsigned>(alphabet)];
   LengthCounts counts{};
   for (unsigned symbol = 0; symbol < count; ++symbol) ++counts[lengths[symbol]];
-  counts[0] = 0;
   const Fit fit = fitOf(counts);
   if (fit == Fit::TooMany) return false;
 

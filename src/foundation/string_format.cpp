@@ -68,8 +68,7 @@ class Formatter {
     const std::size_t before = conversion_.size();
     conversion_ += *at_++;
     numberOrStar();
-    if (conversion_.size() > before + 1 && conversion_[before + 1] == '-')
-      conversion_.resize(before);
+    if (conversion_[before + 1] == '-') conversion_.resize(before);
   }
 
   void numberOrStar() {

@@ -206,6 +206,8 @@ const char* const LISTS[] = {
     "000000000000000000000000000000000000000000000000000000000000000000000000000000007 8",
     "0000000000000007 00000000000000008 0000000000000000000000009 1",
     "1 123456789012345 1234567890123456 12345678901234567 123456789012345678 1234567890123456789 2",
+    "1 0000000000000001.5 00000000000000123.25 0000000000100000.5 000000000012.000000034 2",
+    "1 00000000000000012 -0000000000000001 0.00000000000000012 -000000000000.0000000001 2",
     "1 1e38 1e39 2",
     "1 -1e400 2",
     "1 1e-400 2",
@@ -246,6 +248,59 @@ TEST(NumberList, AnOddPieceAmongUsualOnes) {
         if (testing::Test::HasFatalFailure()) return;
       }
     }
+  });
+}
+
+/// A piece of `length` characters with the digits of its place in the list.
+template <class Number>
+std::string numberedPiece(size_t place, size_t length) {
+  std::string piece(length, '1');
+  for (size_t i = length; i-- > 0 && place > 0; place /= 10) {
+    piece[i] = static_cast<char>('0' + place % 10);
+  }
+  if (std::is_floating_point_v<Number> && length >= 3) piece[length / 2] = '.';
+  return piece;
+}
+
+/// A form looks at many characters at once and notes where their pieces end: so many of them stand
+/// in each such stretch, and so far into it each of them, as can be; and with room for fewer than
+/// there are.
+TEST(NumberList, ShortPiecesInALongList) {
+  std::mt19937 random(20);
+  forTypes<float, double, int, unsigned int, long long>([&](auto type) {
+    for (size_t most = 1; most <= 9; ++most) {
+      std::string list;
+      size_t count = 0;
+      for (; list.size() < 6000; ++count) {
+        list += numberedPiece<decltype(type)>(count, 1 + random() % most) + " ";
+      }
+      for (const size_t room : {size_t{3}, size_t{66}, count / 2 - 1, count, count + 1}) {
+        checkList<decltype(type)>(list + "1", room);
+      }
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  });
+}
+
+/// What is no digit in one piece is none in a whole row of them.
+TEST(NumberList, PiecesOfEveryCharacter) {
+  forAllTypes([](auto type) {
+    for (int byte = 0; byte < 256; ++byte) {
+      std::string list;
+      for (int i = 0; i < 70; ++i) list += std::string(1, static_cast<char>(byte)) + " ";
+      checkList<decltype(type)>(list + "1", 80);
+      if (testing::Test::HasFatalFailure()) return;
+    }
+  });
+}
+
+/// Every character ends a piece, and nothing stands in it.
+TEST(NumberList, ManyBlanks) {
+  forAllTypes([](auto type) {
+    const std::string blanks(3000, ' ');
+    checkList<decltype(type)>(blanks, 9);
+    checkList<decltype(type)>("1 2 3 4 5" + blanks, 9);
+    checkList<decltype(type)>("1 2 3 4 5" + blanks + "6", 9);
   });
 }
 

@@ -51,7 +51,8 @@ TEST(StringFormat, EveryConversion) {
   EXPECT_AS_PRINTF("%ld %lu %lld %llx", LONG_MIN, ULONG_MAX, LLONG_MIN, ULLONG_MAX);
   EXPECT_AS_PRINTF("%zu %jd %td", SIZE_MAX, INTMAX_MIN, std::ptrdiff_t{-3});
   EXPECT_AS_PRINTF("%f %.2f %10.3f %e %g %G %a", 1.5, 2.345, -1.0, 1e10, 0.0001, 1e-10, 1.0);
-  EXPECT_AS_PRINTF("%Lf", 2.5L);
+  EXPECT_AS_PRINTF("%F %E %A", 1.5, 1e10, 1e-10);
+  EXPECT_AS_PRINTF("%Lf %LA", 2.5L, 2.5L);
   EXPECT_AS_PRINTF("%8s|%-8s|%.2s|%.*s", "ab", "ab", "abc", 1, "xyz");
   EXPECT_AS_PRINTF("%*d|%*d", 6, 42, -6, 42);
   EXPECT_AS_PRINTF("%c%3c|%-3c|", 'a', 'b', 'c');

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <thread>
@@ -28,6 +29,27 @@ TEST(StringSlabs, TextsAreWhatTheyAreMadeFrom) {
   for (std::size_t length = 0; length < 2000; ++length) {
     EXPECT_EQ(texts[length].view(), textOf(length));
     EXPECT_EQ(texts[length].buf()[length], '\0');
+  }
+}
+
+// Its maker has no slab yet, and makes one that is large enough.
+TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
+  for (std::size_t length = 0; length < 2000; ++length) {
+    StringSlabs slabs;
+    EXPECT_EQ(slabs.copyOf(textOf(length)).view(), textOf(length));
+  }
+}
+
+// As a text of its own does, whose memory the allocator aligns.
+TEST(StringSlabs, EveryTextLiesOnAMultipleOfEight) {
+  const auto placeOf = [](const String& text) {
+    return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;
+  };
+  StringSlabs slabs;
+  std::vector<String> texts;
+  for (std::size_t length = 1; length < 300; ++length) {
+    texts.push_back(slabs.copyOf(textOf(length)));
+    EXPECT_EQ(placeOf(texts.back()), placeOf(String("alone"))) << length;
   }
 }
 

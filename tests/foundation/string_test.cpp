@@ -147,6 +147,10 @@ TEST(String, Contains) {
   EXPECT_FALSE(String().contains("a", true));
   EXPECT_TRUE(s.contains("3", false));
   EXPECT_FALSE(s.contains("# Version: 3 ", true));
+  EXPECT_FALSE(s.contains("version;", true));
+  EXPECT_FALSE(s.contains("4", true));
+  EXPECT_TRUE(s.contains("N: 3", true));
+  EXPECT_FALSE(String("[").contains("{", true));  // apart as 'A' and 'a' are, and no letters
 }
 
 TEST(String, StartsAndEndsWith) {

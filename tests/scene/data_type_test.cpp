@@ -4,8 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <iterator>
-
-#include "scene/attr_data.h"
+#include <string>
 
 namespace zn::korvo_sdk {
 namespace {
@@ -54,6 +53,53 @@ TEST(DataTypes, AnElementIsItsComponents) {
   }
 }
 
+struct Family {
+  const char* name;
+  unsigned components;
+};
+
+constexpr Family FAMILIES[] = {
+    {"Vec2", 2}, {"Vec3", 3}, {"Vec4", 4}, {"Pos2", 2},  {"Pos3", 3},   {"Quat", 4},
+    {"Rgb", 3},  {"Rgba", 4}, {"Mat3", 9}, {"Mat4", 16}, {"Xform", 16}, {"Aabb", 6},
+    {"Obb", 15}, {"Hsv", 3},  {"Hsl", 3},  {"Argb", 4},
+};
+
+DataType componentOf(char letter) {
+  switch (letter) {
+    case 'f':
+      return DataType::Float;
+    case 'd':
+      return DataType::Double;
+    case 'i':
+      return DataType::Int32;
+    case 'u':
+      return DataType::UInt32;
+    default:
+      return DataType::Byte;
+  }
+}
+
+// The last letter of a name says of what, the others say how many.
+TEST(DataTypes, ANameTellsTheComponents) {
+  int known = 0;
+  for (int value = 0; value < 60; ++value) {
+    const std::string name = NAMES[value];
+    for (const Family& family : FAMILIES) {
+      if (name.substr(0, name.size() - 1) != family.name) continue;
+      EXPECT_EQ(componentCount(static_cast<DataType>(value)), family.components) << name;
+      EXPECT_EQ(componentType(static_cast<DataType>(value)), componentOf(name.back())) << name;
+      ++known;
+    }
+  }
+  EXPECT_EQ(known, 46);  // but Null, twelve of one component each, and ColorRef
+  EXPECT_EQ(componentCount(DataType::ColorRef), 4U);
+  EXPECT_EQ(componentType(DataType::ColorRef), DataType::Byte);
+  for (int value = 1; value < static_cast<int>(DataType::Vec2f); ++value) {
+    EXPECT_EQ(componentCount(static_cast<DataType>(value)), 1U) << NAMES[value];
+    EXPECT_EQ(componentType(static_cast<DataType>(value)), static_cast<DataType>(value));
+  }
+}
+
 TEST(DataTypes, NullAndUnknownTypes) {
   for (const int value : {0, 60, 61, 1000, -1}) {
     const auto type = static_cast<DataType>(value);
@@ -63,14 +109,6 @@ TEST(DataTypes, NullAndUnknownTypes) {
     EXPECT_EQ(componentBytes(type), 0U);
     EXPECT_EQ(elementBytes(type), 0U);
   }
-}
-
-TEST(AttrDataRecord, StartsAsZeroBytes) {
-  const AttrData data;
-  EXPECT_EQ(data.type, AttrType::Null);
-  EXPECT_EQ(data.elementType, 0);
-  for (const double component : data.payload.components) EXPECT_EQ(component, 0.0);
-  EXPECT_EQ(sizeof(data.payload), 16 * sizeof(double));
 }
 
 }  // namespace

@@ -226,7 +226,11 @@ TEST(Depth, NoLevelsAtAll) {
 TEST(Depth, TheLimitHasALimit) {
   Scene scene;
   scene.setDepthLimit(UINT64_MAX);
-  EXPECT_EQ(scene.depthLimit(), Scene::GREATEST_DEPTH_LIMIT);
+  EXPECT_EQ(scene.depthLimit(), 65535U);
+  scene.setDepthLimit(65535);
+  EXPECT_EQ(scene.depthLimit(), 65535U);
+  scene.setDepthLimit(65534);
+  EXPECT_EQ(scene.depthLimit(), 65534U);
 }
 
 TEST(Depth, EndsAText) {

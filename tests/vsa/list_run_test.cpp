@@ -87,6 +87,15 @@ TEST(ListRun, EveryByteAtEveryPlaceOfAStep) {
   }
 }
 
+// Of a whole step, every byte has to be known for what it is.
+TEST(ListRun, EveryByteByItself) {
+  for (int byte = 0; byte < 256; ++byte) {
+    for (const char* const first : {"1", "b", "."}) {
+      ASSERT_NO_FATAL_FAILURE(expectAgreement(first + std::string(65, static_cast<char>(byte))));
+    }
+  }
+}
+
 TEST(ListRun, LongStretchesOfSeparators) {
   for (std::size_t count = 0; count < 70; ++count) {
     expectAgreement("1234567890123456" + std::string(count, ' ') + "7");
