@@ -52,7 +52,7 @@ void AssignInfo::clear() noexcept {
 
 String AssignInfo::valueString() const {
   const bool isList = static_cast<int>(countToken.type) >= static_cast<int>(Token::Type::Id);
-  const String text = isList ? valueToken.text + "[]" : valueToken.text;
+  String text = isList ? valueToken.text + "[]" : valueToken.text;
   if (text.len() <= LONGEST_SHOWN) return text;
   return text.substring(0, LONGEST_SHOWN) + "...";
 }

@@ -24,7 +24,7 @@ constexpr std::uint64_t ADOPTED_BYTES = 1024;
 // Runs are passed in steps that stay in the processor's nearest cache.
 constexpr std::size_t RUN_BYTES = 16384;
 // A list of this size is likely to grow to many times its size.
-constexpr std::uint64_t LONG_LIST_BYTES = 256 * 1024;
+constexpr std::uint64_t LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t LONG_LIST_GROWTH = 15;
 
 bool isBracket(char c) {

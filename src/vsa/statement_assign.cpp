@@ -56,7 +56,7 @@ interfaces::INode* VsaParser::nodeOf(const AssignInfo& info) {
 
 // The whole path for messages, the "with" node's name included.
 String VsaParser::pathText(const AssignInfo& info, INode* node) const {
-  const String text = collapse(info.targetPath);
+  String text = collapse(info.targetPath);
   if (node == nullptr || text[0] != '.') return text;
   return node->name() + text;
 }
