@@ -191,7 +191,7 @@ std::string scalarOfTokens(const std::string& bytes, std::uint64_t slot, const s
 }
 
 TEST(Scalar, ParenthesesAtTheEndsOfAList) {
-  for (const char* list : {"(1 2)", "((1 2))", "(1 2", "1 2)", ")(1 2"}) {
+  for (const char* list : {"(1 2)", "((1 2))", "(1 2", "1 2)", ")(1 2", "(1 2("}) {
     EXPECT_EQ(scalarOfTokens("vec2(7 7)", 1, list), "1 2") << list;
   }
   for (const char* list : {"", "(", "()", "((", "(1)"}) {
