@@ -32,7 +32,7 @@ constexpr size_t GROUP = 4;     // pieces converted at once
 
 // How far ahead memory is fetched: the processor by itself goes no further than to a page's end.
 constexpr size_t AHEAD = 2048;  // characters
-constexpr size_t NUMBERS_AHEAD = 256;
+constexpr size_t OUTPUT_AHEAD = 256;
 
 /// Where the pieces of a chunk end, counted from its start.
 struct PieceEnds {
@@ -232,7 +232,7 @@ VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const PieceEnds& ends, s
                                      size_t end, const char* start, Number* out) {
   size_t i = begin;
   for (; i < end; i += GROUP) {
-    detail::prefetchForWriting(out + i, NUMBERS_AHEAD);
+    detail::prefetchForWriting(out + i, OUTPUT_AHEAD);
     if (!readGroup(start, chunk, ends.at + i, out + i)) break;
     start = chunk + ends.at[i + GROUP - 1] + 1;
   }

@@ -95,7 +95,7 @@ class Vector {
   /// that what is added piece by piece takes linear time.
   void makeRoom(std::uint64_t count) {
     const std::uint64_t needed = size + count;
-    if (needed > capacity) reserve(static_cast<unsigned long>(std::max(needed, 2 * size)));
+    if (needed > capacity) reserve(static_cast<unsigned long>(std::max(needed, 2 * capacity)));
   }
 
   /// Forgets the elements and keeps the storage.

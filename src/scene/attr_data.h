@@ -1,7 +1,6 @@
 // AttrData: the value record that is handed to an input.
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 #include <type_traits>
 
@@ -44,18 +43,9 @@ struct AttrData {
     math::RgbaT<double> rgba;
     math::MatT<3, double> mat3;
     math::MatT<4, double> mat4;
-    double components[16];  ///< Of every tuple and matrix, in storage order.
-
-    /// All components are 0.
-    Payload() noexcept { clear(); }
-    /// As new. In halves: of each of them the compiler makes plain stores, of the whole a string
-    /// instruction that takes long to begin.
-    void clear() noexcept {
-      std::fill_n(components, 8, 0.0);
-      std::fill_n(components + 8, 8, 0.0);
-    }
+    double components[16];  ///< Of every tuple and matrix, in storage order. A new record's are 0.
   };
-  Payload payload{};
+  Payload payload{.components = {}};
 };
 
 static_assert(std::is_trivially_copyable_v<AttrData>);

@@ -50,13 +50,14 @@ struct Lexer::ListKind {
 // --- collecting characters ---
 
 // Makes room for more of a list. A long one gets room for much of what is in sight, so that it is
-// not copied each time it outgrows what it has; what it does not need goes back with the token.
+// not copied each time it outgrows what it has; what it does not need goes back with the token. At
+// least it doubles: a source may show no more than a few bytes at a time.
 void Lexer::roomForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
   if (needed <= chars_.capacity || chars_.size < LONG_LIST_BYTES) return chars_.makeRoom(count);
-  const std::size_t inSight = static_cast<std::size_t>(windowEnd - windowBegin);
-  chars_.reserve(static_cast<unsigned long>(
-      needed + std::min<std::size_t>(inSight, LONG_LIST_GROWTH * chars_.size)));
+  const auto inSight = static_cast<std::uint64_t>(windowEnd - windowBegin);
+  const std::uint64_t more = std::min(inSight, LONG_LIST_GROWTH * chars_.size);
+  chars_.reserve(static_cast<unsigned long>(needed + std::max(more, chars_.size)));
 }
 
 void Lexer::appendRun(std::size_t count) {
@@ -153,7 +154,7 @@ Token Lexer::taken(Type type) {
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
-// The same for a list, in whose characters there is no NUL.
+// The same for a list that keeps no white space, nor what counts as that: it has no NUL.
 Token Lexer::takenList(Type type) {
   if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adoptWhole(std::move(chars_)), line, column};
@@ -281,7 +282,7 @@ Token Lexer::brackets() {
     take();
   } while (lookaheadChar != ']');
   take();
-  return takenList(Type::Brackets);
+  return taken(Type::Brackets);
 }
 
 // A whole list as one token: its elements with single blanks between them. Lists of the same kind

@@ -8,7 +8,9 @@
 
 #include "scene/model/scene.h"
 #include "tests/robust/allocation_watch.h"
+#include "tests/support/byte_source.h"
 #include "tests/support/text.h"
+#include "vsa/lexer_source.h"
 #include "vsa/vsa.h"
 
 namespace vsa_tests {
@@ -58,6 +60,21 @@ TEST(ManyTextsTest, StringsThatGrowLeaveLittleBehind) {
   });
   EXPECT_EQ(std::string(scene.findNode("n")->input("t7")->string()), std::string(LONGEST, 'x'));
   EXPECT_LT(static_cast<std::size_t>(kept) / INPUTS, 16 * LONGEST);
+}
+
+// A long token's memory doubles, whatever its source shows at a time: were it to grow by a block
+// each time, an allocator that moves it would copy it hundreds of times.
+TEST(ManyTextsTest, ALongListGrowsAFewTimes) {
+  std::string list = "(1";
+  while (list.size() < 2'000'000) list += " 0.25";
+  for (const std::size_t most : {std::size_t{64}, std::size_t{4096}, list.size()}) {
+    zn::korvo_sdk::impl::FileLexer lexer(memoryFile(list + ")", most));
+    AllocationWatch::start();
+    const zn::korvo_sdk::impl::Token token = lexer.nextToken();
+    AllocationWatch::stop();
+    EXPECT_EQ(token.text.len(), list.size() + 1);
+    EXPECT_LT(AllocationWatch::count().calls, 40U) << most << " bytes a read";
+  }
 }
 
 }  // namespace

@@ -33,19 +33,11 @@ TEST(AttrData, ANewOneIsNullAndAllZero) {
   for (const double component : data.payload.components) EXPECT_EQ(component, 0.0);
 }
 
-TEST(AttrData, AClearedPayloadIsAsNew) {
-  AttrData data;
-  for (double& component : data.payload.components) component = 1;
-  data.payload.clear();
-  for (const double component : data.payload.components) EXPECT_EQ(component, 0.0);
-  EXPECT_EQ(data.payload.string, nullptr);
-  EXPECT_EQ(data.payload.integer, 0);
-  EXPECT_FALSE(data.payload.boolean);
-  EXPECT_EQ(data.payload.buffer.memory, nullptr);
-  EXPECT_EQ(data.payload.buffer.count, 0U);
-  EXPECT_EQ(data.payload.buffer.bytes, 0U);
-  EXPECT_EQ(data.payload.buffer.type, DataType::Null);
-  EXPECT_EQ(data.payload.buffer.reserved, 0);
+TEST(AttrData, IsPutTogetherByTheNamesOfItsParts) {
+  const AttrData data{.type = AttrType::Int, .payload = {.integer = 5}};
+  EXPECT_EQ(data.type, AttrType::Int);
+  EXPECT_EQ(data.elementType, 0);
+  EXPECT_EQ(data.payload.integer, 5);
 }
 
 }  // namespace

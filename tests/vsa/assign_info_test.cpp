@@ -71,6 +71,16 @@ TEST(AssignInfo, StartsEmpty) {
   for (const double component : info.data.payload.components) EXPECT_EQ(component, 0.0);
 }
 
+TEST(AssignInfo, ClearedIsAsNew) {
+  AssignInfo info = filled("a");
+  info.isBuffer = info.isReference = true;
+  info.data.elementType = 3;
+  info.data.payload.components[0] = 1;
+  info.clear();
+  EXPECT_EQ(shown(info), shown(AssignInfo()));
+  EXPECT_EQ(info.data.elementType, 0);
+}
+
 TEST(AssignInfo, ItsFieldsInOrder) {
   const AssignInfo info;
   const auto& [target, source, value, count, elements, list, reference, isScalar, isBuffer,

@@ -400,6 +400,7 @@ TEST(Lexer, BracketListsAreKeptAsWritten) {
       {"[1", "Eof<UNEXPECTED EOF while parsing BRACKETS>1,2"},
       // The text ends at a NUL, the list does not.
       {"[1\0]"s, "Brackets<[1>1,4 Eof<EOF>1,4"},
+      {"[1\0"s + std::string(2000, ' ') + "]", "Brackets<[1>1,2004 Eof<EOF>1,2004"},
   };
   expectRows(rows);
 }
