@@ -339,15 +339,15 @@ TEST(Inflate, TakesASingleCodeOfOneBit) {
   EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-// A block with one code of one bit stands behind one with two: nothing of the earlier table is
-// left.
-TEST(Inflate, TheBitThatBeginsNoCodeBehindATableThatHasIt) {
+// Tables take turns in the same memory: what the length codes left in a slot that begins no code
+// would be a match of no byte.
+TEST(Inflate, TheBitThatBeginsNoCodeIsNotThatOfAnEarlierTable) {
   BitStream bits;
-  putOwnCodes(bits, false, 257, 1).code(0, 1);  // symbols 0 and 256
-  zeros(zeros(bits, 138), 117).code(0, 1).code(2, 2).code(0, 1).code(1, 1);
-  putOwnCodes(bits, true, 257, 1);  // symbol 256
-  zeros(zeros(bits, 138), 118).code(0, 1).code(2, 2).code(1, 1);
-  EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 1), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
+  bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);  // a literal 0
+  putOwnCodes(bits, true, 257, 1);                    // symbol 256, and one distance
+  zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1);
+  bits.code(1, 1).code(0, 1).code(0, 1).code(0, 1);
+  EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
 /// Own codes with the two symbols 256 and 257 (a match of 3), or 0 and 256.
