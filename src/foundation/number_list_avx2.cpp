@@ -30,8 +30,9 @@ constexpr size_t STEP = 64;     // characters a mask of blanks covers
 constexpr size_t SPILL = 8;     // ends noted at once, wanted or not
 constexpr size_t GROUP = 4;     // pieces converted at once
 
-// How far ahead memory is fetched: the processor by itself goes no further than to a page's end.
-constexpr size_t AHEAD = 2048;  // characters
+// How far ahead memory is fetched, in bytes: the processor by itself goes no further than to a
+// page's end.
+constexpr size_t AHEAD = 2048;
 constexpr size_t OUTPUT_AHEAD = 256;
 
 /// Where the pieces of a chunk end, counted from its start.

@@ -350,6 +350,17 @@ TEST(Inflate, TheBitThatBeginsNoCodeIsNotThatOfAnEarlierTable) {
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
+// Where the stream ends with the length of a match, the distance is missing, and no wrong one.
+TEST(Inflate, AStreamCutBeforeTheBitThatBeginsNoCodeEndsEarly) {
+  BitStream bits;
+  bits.put(0, 1).put(1, 2).code(0, 7);  // an empty block, for the byte's sake
+  putOwnCodes(bits, true, 258, 1);      // symbols 256 and 257, no distance
+  zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1);
+  const Bytes whole = bits.end({});
+  const Bytes cut(whole.begin(), whole.end() - 4);  // without the checksum
+  EXPECT_EQ(ownInflate(cut, 10), (Inflated{InflateStatus::EndsEarly, {}}));
+}
+
 /// Own codes with the two symbols 256 and 257 (a match of 3), or 0 and 256.
 TEST(Inflate, RefusesADistanceWhereThereIsNone) {
   BitStream bits = ownCodes(258, 1);

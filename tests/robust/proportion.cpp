@@ -5,8 +5,8 @@
 //
 // MB/s is that of the largest size, in processor time, reading and destroying together. Growth is
 // t(4n)/t(n), the worst of the sizes that took long enough to measure. Both are those of reads that
-// find the memory which they ask for in the process, as left by a read before them: what the system
-// takes to hand out pages is not the reader's, and depends on what the allocator keeps. Heap is the
+// find the memory which they ask for in the process, which has it handed out before: what that
+// takes is not the reader's, and depends on what the allocator keeps. Heap is the
 // most that was in use while reading (the text included), over the text's size; declared is the
 // size of the buffers that the text names, over the text's size. Stack is what reading, dumping and
 // destroying needed.
