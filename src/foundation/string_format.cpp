@@ -1,10 +1,12 @@
 // Formatting by the conventions of printf, without a limit of length: a plain %s is appended by our
 // own hand (the C library counts in int), every other conversion is handed to the C library, one at
 // a time. %n is not known: no format can make us write anywhere.
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <string>
 #include <string_view>
 
@@ -40,9 +42,9 @@ class Formatter {
       at_ = percent;
       conversion();
     }
-    if (text_.size >= LONG_TEXT) return String::adopt(std::move(text_));
-    const std::string_view all(text_.data, static_cast<std::size_t>(text_.size));
-    return String::copyOf(all.substr(0, all.find('\0')));
+    if (end_ < text_.size) text_.size = end_;
+    if (text_.size >= LONG_TEXT) return String::adoptWhole(std::move(text_));
+    return String::copyOf({text_.data, static_cast<std::size_t>(text_.size)});
   }
 
  private:
@@ -103,7 +105,7 @@ class Formatter {
         string(va_arg(arguments_.list, const char*));
         return true;
       case 'c':
-        print(va_arg(arguments_.list, int));
+        character(va_arg(arguments_.list, int));
         return true;
       case 'p':
         print(va_arg(arguments_.list, void*));
@@ -142,6 +144,15 @@ class Formatter {
     } else {
       print(value);
     }
+  }
+
+  // A NUL comes from here alone.
+  void character(int value) {
+    const std::uint64_t start = text_.size;
+    print(value);
+    if (static_cast<unsigned char>(value) != 0) return;
+    const std::string_view all(text_.data, static_cast<std::size_t>(text_.size));
+    end_ = std::min<std::uint64_t>(end_, all.find('\0', start));
   }
 
   // Signed and unsigned types of one width are passed alike.
@@ -194,6 +205,7 @@ class Formatter {
   Arguments& arguments_;
   std::string conversion_;  // the one at hand, from its % to its kind
   ds::Vector<char> text_;
+  std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();  // the first NUL, if any
 };
 
 }  // namespace

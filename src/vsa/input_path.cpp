@@ -1,5 +1,7 @@
 // The target of an assignment, and the source of a connection, as tokens:
 //   path = (name "." name | "." name) { "[" ... "]" | "." name }
+#include <string>
+
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
@@ -42,14 +44,13 @@ void VsaParser::appendNext(ds::Vector<Token>& tokensOfPath) {
 
 // The texts of the tokens with nothing between them.
 String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) {
+  if (tokensOfPath.size == 1) return tokensOfPath[0].text;
   std::size_t length = 0;
   for (const Token& token : tokensOfPath) length += token.text.len();
-  ds::Vector<char> chars;
-  chars.reserve(static_cast<unsigned long>(length));
-  for (const Token& token : tokensOfPath) {
-    for (const char c : token.text.view()) chars.push_back(c);
-  }
-  return String::adopt(std::move(chars));
+  std::string path;  // a short one takes no memory
+  path.reserve(length);
+  for (const Token& token : tokensOfPath) path += token.text.view();
+  return String::copyOf(path);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -103,6 +103,7 @@ IInput* InputWalk::elementAt(const String& name, const Token& element) {
     const std::uint64_t grown = array->count();
     if (grown <= count) return nullptr;  // refused: there is no end to wait for
     count = grown;
+    isNew_ = true;
   }
   return array->element(index);
 }

@@ -25,7 +25,7 @@ class InputWalk {
   /// After `run`: what it returned.
   interfaces::IInput* target() const noexcept { return current_; }
 
-  /// After `run`: whether the target is an input that the walk has made. Elements do not count.
+  /// After `run`: whether the target is an input or an element that the walk has made.
   bool isNew() const noexcept { return isNew_; }
 
   /// After `run`: the array that the target is an element of, or null.

@@ -79,6 +79,16 @@ TEST(StringFormat, BytesPassUnchanged) {
   EXPECT_EQ(text(String::format("'%c'", static_cast<char>(0xC3))), "'\xc3'");
 }
 
+TEST(StringFormat, EndsAtTheFirstNulThatACharacterPrints) {
+  EXPECT_EQ(text(String::format("a%cb", '\0')), "a");
+  EXPECT_EQ(text(String::format("%c", '\0')), "");
+  EXPECT_EQ(text(String::format("a%3cb%cc", '\0', '\0')), "a  ");
+  EXPECT_EQ(text(String::format("a%cb%cc", 'x', '\0')), "axb");
+  const std::string many(5000, 'm');
+  EXPECT_EQ(text(String::format("%s%c%s", many.c_str(), '\0', many.c_str())), many);
+  EXPECT_EQ(text(String::format("a%c%s", '\0', many.c_str())), "a");
+}
+
 String formatted(const char* format, ...) VSA_PRINTF(1, 2);
 String formatted(const char* format, ...) {
   va_list args;

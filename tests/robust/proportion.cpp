@@ -128,23 +128,26 @@ long pagesHandedOut() {
   return usage.ru_minflt;
 }
 
-// Of a few runs of a short one, without those that the system had to hand out pages for all the
+// Of several runs of a short one, without those that the system had to hand out pages for all the
 // same.
 double medianSeconds(const zn::String& text) {
-  constexpr int MOST_RUNS = 6;
-  constexpr std::size_t ENOUGH = 3;
+  constexpr int MOST_RUNS = 12;
+  constexpr std::size_t ENOUGH = 9;
+  constexpr double LONG_ENOUGH = 2.0;  // seconds for all of them
   constexpr long FEW_PAGES = 64;
-  std::vector<double> all;
+  std::vector<double> counted;
   double seconds = 0;
-  for (int i = 0; i < MOST_RUNS && all.size() < ENOUGH; ++i) {
+  double all = 0;
+  for (int i = 0; i < MOST_RUNS && counted.size() < ENOUGH; ++i) {
     const long before = pagesHandedOut();
     seconds = timedRun(text);
-    if (pagesHandedOut() - before <= FEW_PAGES) all.push_back(seconds);
-    if (seconds > 1 && !all.empty()) break;
+    all += seconds;
+    if (pagesHandedOut() - before <= FEW_PAGES) counted.push_back(seconds);
+    if (all > LONG_ENOUGH && !counted.empty()) break;
   }
-  if (all.empty()) return seconds;
-  std::sort(all.begin(), all.end());
-  return all[all.size() / 2];
+  if (counted.empty()) return seconds;
+  std::sort(counted.begin(), counted.end());
+  return (counted[(counted.size() - 1) / 2] + counted[counted.size() / 2]) / 2;
 }
 
 void readAndDump(const zn::String& text, const Options& options, std::FILE* nowhere) {
