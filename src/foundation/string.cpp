@@ -162,7 +162,10 @@ String String::adoptWhole(ds::Vector<char>&& chars) {
 }
 
 String String::adoptFirst(ds::Vector<char>&& chars, std::size_t length) {
-  if (length == 0) return String();
+  if (length == 0) {
+    chars = ds::Vector<char>();
+    return String();
+  }
   chars.push_back('\0');
   chars.data[length] = '\0';
   StringBuffer* const buffer = StringBuffer::adopt(chars.data, length);

@@ -31,9 +31,10 @@ char FileLexer::consume() {
   return step(windowBegin < windowEnd ? *windowBegin : fetch());
 }
 
-// The first byte of the next bytes at hand.
+// The first byte of the next bytes at hand. The source may throw: what is left then is no window.
 char FileLexer::fetch() {
   file.skip(static_cast<std::size_t>(windowEnd - filled_));
+  filled_ = windowBegin = windowEnd = nullptr;
   const File::Window window = file.fill();
   filled_ = windowBegin = window.begin;
   windowEnd = window.end;

@@ -148,6 +148,7 @@ class VsaParser {
 
   // statement_directive.cpp
   bool isDirective(std::string_view keyword, Token::Type end) const;
+  bool isDeclaration() const;
   void directive(Token& name);
   INode* definedNodeOfType(const String& type) const;
 
@@ -157,7 +158,7 @@ class VsaParser {
   // statement_assign.cpp
   INode* nodeOf(const AssignInfo& info);
   String pathText(const AssignInfo& info, INode* node) const;
-  static void file(PendingTable& table, const InputWalk& walk, const AssignInfo& info);
+  void file(PendingTable& table, const InputWalk& walk, const AssignInfo& info);
   void apply(AssignInfo& info, IInput* input, IInput* array);
   bool accepts(AssignInfo& info, IInput* input);
   bool acceptsBuffer(const AssignInfo& info, IInput* input);
@@ -186,6 +187,7 @@ class VsaParser {
                  const PendingLink& link);
 
   AssignInfo assignment_;        // of the statement at hand; the next one uses its memory again
+  bool hasRemoved_ = false;      // a "remove" has been read
   String cutOff_;                // what the lexer had in hand when the text ended inside it
   TypedElements typedElements_;  // of arrays that already hold no untyped element
 };

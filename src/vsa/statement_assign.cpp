@@ -62,11 +62,13 @@ String VsaParser::pathText(const AssignInfo& info, INode* node) const {
 }
 
 // Files a link until the last statement has been read; a later one for the same input replaces it.
-// The input is held once. One that has just been made is in no table yet.
+// The input is held once. One that has just been made is in no table yet, unless its node was
+// removed and a host has made both again out of the same objects.
 void VsaParser::file(PendingTable& table, const InputWalk& walk, const AssignInfo& info) {
   IInput* const input = walk.target();
   PendingLink link(info);
-  PendingTable::Node* const filed = walk.isNew() ? nullptr : table.findNode(input);
+  const bool isNew = walk.isNew() && !hasRemoved_;
+  PendingTable::Node* const filed = isNew ? nullptr : table.findNode(input);
   if (filed != nullptr) {
     filed->value = std::move(link);
     return;

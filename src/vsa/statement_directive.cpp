@@ -30,6 +30,7 @@ bool VsaParser::remove(RemoveInfo& info) {
 bool VsaParser::parseRemove() {
   RemoveInfo info;
   if (!remove(info)) return false;
+  hasRemoved_ = true;
   target().removeNode(info.name.text);
   return true;
 }
@@ -50,22 +51,29 @@ bool VsaParser::parseDefine() {
   return true;
 }
 
+bool VsaParser::isDeclaration() const {
+  const Type end = peek(2).type;
+  return peek(0).type == Type::Id && peek(1).type == Type::Id &&
+         (end == Type::Semicolon || end == Type::Colon);
+}
+
 // type name (";" | ":")
 bool VsaParser::declare(DeclareInfo& info) {
-  const Type end = peek(2).type;
-  if (peek(0).type != Type::Id || peek(1).type != Type::Id) return false;
-  if (end != Type::Semicolon && end != Type::Colon) return false;
+  if (!isDeclaration()) return false;
   match(info.type, Type::Id);
   match(info.name, Type::Id);
+  info.isWith = nextIs(Type::Colon);
   advance();
-  info.isWith = end == Type::Colon;
   return true;
 }
 
-// A node that exists is left alone, whatever its type.
+// A node that exists is left alone, whatever its type. What the look-up needs is fetched while the
+// three tokens are consumed.
 bool VsaParser::parseDeclare() {
+  if (!isDeclaration()) return false;
+  target().expectNode(peek(1).text);
   DeclareInfo info;
-  if (!declare(info)) return false;
+  declare(info);
   INode* node = target().findNode(info.name.text);
   if (node == nullptr) node = target().createNode(info.type.text, info.name.text, String());
   if (info.isWith) withNode = node;

@@ -83,12 +83,14 @@ TEST(String, TheLastHandleKeepsTheText) {
 }
 
 TEST(String, Adopt) {
-  for (const std::string& chars : {""s, "a"s, "lamp"s, "la\0mp"s, "\0"s, std::string(5000, 'x')}) {
+  for (const std::string& chars :
+       {""s, "a"s, "lamp"s, "la\0mp"s, "\0"s, "\0lamp"s, std::string(5000, 'x')}) {
     ds::Vector<char> collected;
     for (const char c : chars) collected.push_back(c);
     const String adopted = String::adopt(std::move(collected));
     EXPECT_EQ(text(adopted), chars.substr(0, chars.find('\0')));
     EXPECT_EQ(adopted.buf()[adopted.len()], '\0');
+    EXPECT_EQ(collected.size, 0U);  // NOLINT: it is left empty
   }
 }
 

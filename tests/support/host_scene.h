@@ -27,6 +27,7 @@ namespace host = zn::korvo_sdk::interfaces;
 struct HostOptions {
   bool refusesNodes = false;     ///< createNode and defineNode return null.
   bool refusesInputs = false;    ///< createInput of nodes returns null.
+  bool forgetsInputs = false;    ///< Nodes deny having inputs, and give the same ones out again.
   bool refusesArrays = false;    ///< createArray of nodes returns null.
   bool refusesMembers = false;   ///< createInput and createArray of inputs return null.
   bool refusesElements = false;  ///< appendElement adds nothing.
@@ -185,7 +186,7 @@ class HostNode final : public host::INode {
   zn::String type() const override { return string(type_); }
   bool hasInput(const zn::String& name, sdk::AttrType type) override {
     EXPECT_EQ(type, sdk::AttrType::Null) << "any type will do";
-    return inputs_.count(text(name)) != 0;
+    return inputs_.count(text(name)) != 0 && !options_.forgetsInputs;
   }
   HostInput* input(const zn::String& name) override { return &inputs_.at(text(name)); }
   HostInput* createInput(const zn::String& name, sdk::AttrType type) override {

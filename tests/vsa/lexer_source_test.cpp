@@ -122,5 +122,14 @@ TEST(FileLexer, LeavesTheFileWhereItsSourceThrew) {
   EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abcde>1,5");
 }
 
+TEST(FileLexer, GoesOnWhereItsSourceThrew) {
+  File file(new vsa_tests::InterruptedSource("abc de; f", 4));
+  FileLexer lexer(file);
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abc>1,3");
+  EXPECT_THROW(lexer.nextToken(), std::runtime_error);
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Id<de>1,6");
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Semicolon<;>1,7");
+}
+
 }  // namespace
 }  // namespace zn::korvo_sdk::impl

@@ -188,6 +188,14 @@ TEST_F(Assign, AnArrayThatLosesItsElement) {
   EXPECT_EQ(errors("n.a[0] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[0]' not found.."});
 }
 
+// The input that a removed node leaves behind is still the one input that its links are filed for.
+TEST_F(Assign, AnInputThatIsGivenOutAgainAfterARemoval) {
+  scene_.options.forgetsInputs = true;
+  EXPECT_EQ(calls("n.a |= x.one; remove m; n.a |= null;"),
+            (Lines{"n.createInput a Null", "n.a.retain", "removeNode m", "n.createInput a Null",
+                   "n.a.disconnect", "n.a.release"}));
+}
+
 TEST_F(Assign, WithNode) {
   EXPECT_EQ(errors(".radius = 1;"),
             Lines{"error: PARSE ERROR (1,12): 'with' node not set (input: .radius)."});
