@@ -62,7 +62,11 @@ int replayAll(const fs::path& place) {
 int main(int argc, char** argv) {
   int count = 0;
   for (int i = 1; i < argc; ++i) {
-    if (fs::exists(argv[i])) count += replayAll(argv[i]);
+    if (!fs::exists(argv[i])) {
+      std::printf("there is no %s\n", argv[i]);
+      return 1;
+    }
+    count += replayAll(argv[i]);
   }
   std::printf("%d inputs\n", count);
   return count > 0 ? 0 : 1;

@@ -67,11 +67,15 @@ struct Literal {
 
 constexpr Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {"pos3", 3},
                               {"quat", 4}, {"mat3", 9}, {"mat4", 16}, {"rgba", 4}, {"RGBA", 3}};
-constexpr Literal BUFFERS[] = {{"float", 1},  {"double", 1},   {"char", 1},  {"byte", 1},
-                               {"int16", 1},  {"int32", 1},    {"int64", 1}, {"uint16", 1},
-                               {"uint32", 1}, {"uint64", 1},   {"vec2f", 2}, {"Vec3f", 3},
-                               {"mat3d", 9},  {"rgb8", 3},     {"vec3i", 3}, {"vec2u", 2},
-                               {"quatd", 4},  {"colorref", 4}, {"float", 1}};
+constexpr Literal BUFFERS[] = {
+    {"char", 1},   {"byte", 1},   {"int16", 1}, {"int32", 1},  {"int64", 1},  {"uint16", 1},
+    {"uint32", 1}, {"uint64", 1}, {"float", 1}, {"double", 1}, {"vec2f", 2},  {"Vec3f", 3},
+    {"vec4f", 4},  {"pos2f", 2},  {"pos3f", 3}, {"quatf", 4},  {"mat3f", 9},  {"mat4f", 16},
+    {"rgbf", 3},   {"rgbaf", 4},  {"hsvf", 3},  {"hslf", 3},   {"vec2d", 2},  {"vec3d", 3},
+    {"vec4d", 4},  {"pos2d", 2},  {"pos3d", 3}, {"quatd", 4},  {"mat3d", 9},  {"mat4d", 16},
+    {"rgbd", 3},   {"rgbad", 4},  {"hsvd", 3},  {"hsld", 3},   {"vec2i", 2},  {"vec3i", 3},
+    {"vec4i", 4},  {"pos2i", 2},  {"pos3i", 3}, {"mat3i", 9},  {"mat4i", 16}, {"vec2u", 2},
+    {"vec3u", 3},  {"vec4u", 4},  {"rgb8", 3},  {"rgba8", 4},  {"argb8", 4},  {"colorref", 4}};
 constexpr Literal BYTE_BUFFERS[] = {{"byte", 1}, {"char", 1}, {"rgb8", 3}, {"rgba8", 4}};
 constexpr const char* COUNTS[] = {"[18446744073709551615]", "[4611686018427387905]", "[4000000000]",
                                   "[*]", "[99999999999999999999]"};

@@ -42,6 +42,7 @@ void logWarning(const char* fmt, ...) {
   va_start(args, fmt);
   const detail::ArgumentListEnd end(args);
   write(LogLevel::Warning, String::formatv(fmt, args));
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
 void logError(const char* fmt, ...) {
@@ -49,6 +50,7 @@ void logError(const char* fmt, ...) {
   va_start(args, fmt);
   const detail::ArgumentListEnd end(args);
   write(LogLevel::Error, String::formatv(fmt, args));
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
 }  // namespace zn

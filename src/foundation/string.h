@@ -88,7 +88,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String() noexcept = default;
   /// A copy of `length` characters, NULs among them included; 0 means up to the terminating NUL.
   /// Null is the empty text.
-  String(const char* text, std::size_t length = 0);  // NOLINT: literals convert on purpose
+  String(const char* text, std::size_t length = 0);  // implicit: literals convert
   /// One character.
   explicit String(char c);
   /// The decimal text of a number.

@@ -214,6 +214,7 @@ String String::format(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
   const detail::ArgumentListEnd end(args);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
   return formatv(fmt, args);
 }
 

@@ -21,7 +21,8 @@ inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
 /// Elements of type T, owned. The three fields are public on purpose: readers walk `data` directly,
 /// and write none of them. Pointers to elements hold until the vector grows, is reserved or goes.
-/// Running out of memory throws std::bad_alloc and leaves the vector as it was.
+/// Running out of memory throws std::bad_alloc and leaves the vector as it was, but for elements
+/// that a smaller capacity drops.
 template <class T>
 class Vector {
  public:

@@ -8,7 +8,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// What one assignment statement says. A record whose link is resolved later is kept as it is.
+/// What one assignment statement says. Of a link, a PendingLink waits for the end of the text.
 ///
 /// Copies share the memory behind `data` (a string's characters, a buffer's elements); no record
 /// ever frees it. It goes to the scene with the value, or nowhere.
@@ -43,6 +43,3 @@ struct AssignInfo {
 };
 
 }  // namespace zn::korvo_sdk::impl
-
-template <>
-inline constexpr bool zn::ds::MOVES_AS_BYTES<zn::korvo_sdk::impl::AssignInfo> = true;

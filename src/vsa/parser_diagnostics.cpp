@@ -22,6 +22,7 @@ void VsaParser::parseError(const char* format, ...) {
   va_start(args, format);
   const zn::detail::ArgumentListEnd end(args);
   internalError("PARSE ERROR", format, args);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
 void VsaParser::bufferError(const char* format, ...) {
@@ -29,6 +30,7 @@ void VsaParser::bufferError(const char* format, ...) {
   va_start(args, format);
   const zn::detail::ArgumentListEnd end(args);
   internalError("BUFFER ERROR", format, args);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
 // The frame ends in a period of its own, so some texts end in two.

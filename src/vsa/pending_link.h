@@ -19,7 +19,7 @@ struct PendingLink {
 
   PendingLink() = default;
   /// What is filed of a connection or a reference.
-  PendingLink(const AssignInfo& info);  // NOLINT: a record stands for its statement
+  PendingLink(const AssignInfo& info);  // implicit: a record stands for its link
 };
 
 }  // namespace zn::korvo_sdk::impl

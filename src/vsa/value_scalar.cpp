@@ -1,5 +1,6 @@
 // Literals of one value: booleans, numbers, strings, typed tuples; and the lists that stand for
 // objects and arrays, which are recognised by their bracket and not looked into.
+#include <cstddef>
 #include <cstdlib>
 #include <memory>
 #include <new>
@@ -43,6 +44,12 @@ std::string_view withoutQuotes(std::string_view quoted) {
   if (!quoted.empty()) quoted.remove_prefix(1);
   if (!quoted.empty()) quoted.remove_suffix(1);
   return quoted;
+}
+
+// Gives back the memory behind the first `bytes`, if the C library cares to take it.
+char* shortened(char* characters, std::size_t bytes) {
+  void* const kept = std::realloc(characters, bytes);
+  return kept != nullptr ? static_cast<char*>(kept) : characters;
 }
 
 }  // namespace
@@ -97,10 +104,11 @@ bool VsaParser::integer(AssignInfo& info) {
 void VsaParser::string(AssignInfo& info) {
   const std::string_view text = withoutQuotes(info.valueToken.text.view());
   info.data.type = AttrType::String;
-  char* const characters = static_cast<char*>(std::malloc(text.size() + 1));
+  char* characters = static_cast<char*>(std::malloc(text.size() + 1));
   if (characters == nullptr) throw std::bad_alloc();
-  characters[String::unescape(text, characters)] = '\0';
-  info.data.payload.string = characters;
+  const std::size_t length = String::unescape(text, characters);
+  characters[length] = '\0';
+  info.data.payload.string = length < text.size() ? shortened(characters, length + 1) : characters;
 }
 
 // keyword "(" numbers ")"   `vec3(0 1 0)`

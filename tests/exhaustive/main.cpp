@@ -28,16 +28,9 @@ int report(const char* what, const Survey& survey) {
   return survey.mismatches == 0 ? 0 : 1;
 }
 
-#ifdef VSA_HAVE_MPFR
 int decimals(std::uint64_t count, std::uint64_t seed) {
   return report("decimals", surveyHardDecimals(count, seed));
 }
-#else
-int decimals(std::uint64_t, std::uint64_t) {
-  std::puts("decimals: built without MPFR, not surveyed");
-  return 0;
-}
-#endif
 
 int sample() {
   constexpr std::uint64_t STEP = 8209;  // a prime, so that all bits of a float vary

@@ -113,11 +113,11 @@ void readInto(zn::korvo_sdk::Scene& scene, const zn::String& text, bool fromFile
   }
 }
 
-double timedRun(const zn::String& text) {
+double timedRun(const zn::String& text, bool fromFile) {
   const double start = threadSeconds();
   {
     zn::korvo_sdk::Scene scene;
-    readInto(scene, text, false);
+    readInto(scene, text, fromFile);
   }
   return threadSeconds() - start;
 }
@@ -130,7 +130,7 @@ long pagesHandedOut() {
 
 // Of several runs of a short one, without those that the system had to hand out pages for all the
 // same.
-double medianSeconds(const zn::String& text) {
+double medianSeconds(const zn::String& text, bool fromFile) {
   constexpr int MOST_RUNS = 12;
   constexpr std::size_t ENOUGH = 9;
   constexpr double LONG_ENOUGH = 2.0;  // seconds for all of them
@@ -140,7 +140,7 @@ double medianSeconds(const zn::String& text) {
   double all = 0;
   for (int i = 0; i < MOST_RUNS && counted.size() < ENOUGH; ++i) {
     const long before = pagesHandedOut();
-    seconds = timedRun(text);
+    seconds = timedRun(text, fromFile);
     all += seconds;
     if (pagesHandedOut() - before <= FEW_PAGES) counted.push_back(seconds);
     if (all > LONG_ENOUGH && !counted.empty()) break;
@@ -180,7 +180,7 @@ Cost costOf(const Family& family, std::size_t bytes, const Options& options) {
   std::fclose(nowhere);
   if (options.quick) return cost;
   fetchPages(cost.heapBytes / 2 * 3);
-  cost.seconds = medianSeconds(text);
+  cost.seconds = medianSeconds(text, options.fromFile);
   return cost;
 }
 

@@ -83,14 +83,14 @@ if [ "${1:-}" = --quick ]; then
   exit "$status"
 fi
 
-make_locales || echo 'no locales: install the package locales' >&2
+make_locales || { echo 'no locales: install the package locales' >&2; exit 1; }
 while read -r name compiler options; do
-  command -v "$compiler" >/dev/null || { printf '%-32s no %s\n' "$name" "$compiler"; continue; }
+  command -v "$compiler" >/dev/null || { printf '%-32s no %s\n' "$name" "$compiler"; status=1; continue; }
   # shellcheck disable=SC2086 # several words
   build "$name" "$compiler" $options
   dump "$scratch/$name.program" C >"$scratch/dump"
   [ -e "$scratch/first" ] || cp "$scratch/dump" "$scratch/first"
   compare "$name"
-  if [ -n "${LOCPATH:-}" ]; then check_locales "$scratch/$name.program" "$name"; fi
+  check_locales "$scratch/$name.program" "$name"
 done < <(builds)
 exit "$status"

@@ -248,6 +248,11 @@ host::INode* WatchedScene::findNode(const String& name) {
   return watched(scene_.findNode(name));
 }
 
+void WatchedScene::expectNode(const String& name) {
+  call("expectNode");
+  scene_.expectNode(name);
+}
+
 host::INode* WatchedScene::createNode(const String& type, const String& name,
                                       const String& reserved) {
   call("createNode");

@@ -1,6 +1,8 @@
 // Literals of one value: the type and the payload that each gives.
 #include <gtest/gtest.h>
+#include <malloc.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <string>
 
@@ -112,6 +114,22 @@ TEST(Scalar, Strings) {
       {"\"\0\""s, "String <>"},
   };
   expectScalars(rows);
+}
+
+// The characters and the NUL, however long they were in the text; the C library rounds up.
+TEST(Scalar, AStringTakesTheMemoryOfItsCharacters) {
+  const auto bytesOf = [](const std::string& bytes) {
+    PrimedParser primed(bytes);
+    AssignInfo info;
+    EXPECT_TRUE(primed.parser.scalar(info));
+    const std::size_t usable = malloc_usable_size(info.data.payload.string);
+    std::free(info.data.payload.string);
+    return usable;
+  };
+  EXPECT_EQ(bytesOf(R"("")"), bytesOf(R"("a")"));
+  std::string escapes;
+  for (int i = 0; i < 10'000; ++i) escapes += R"(\u0041)";
+  EXPECT_EQ(bytesOf('"' + escapes + '"'), bytesOf('"' + std::string(10'000, 'A') + '"'));
 }
 
 TEST(Scalar, Lists) {
