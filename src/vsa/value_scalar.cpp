@@ -2,6 +2,7 @@
 // objects and arrays, which are recognised by their bracket and not looked into.
 #include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <memory>
 #include <new>
 #include <string_view>
@@ -46,10 +47,29 @@ std::string_view withoutQuotes(std::string_view quoted) {
   return quoted;
 }
 
-// Gives back the memory behind the first `bytes`, if the C library cares to take it.
-char* shortened(char* characters, std::size_t bytes) {
-  void* const kept = std::realloc(characters, bytes);
-  return kept != nullptr ? static_cast<char*>(kept) : characters;
+// Texts of up to this size are unescaped on the stack first, to take no more than they need.
+constexpr std::size_t SHORT_STRING = 1024;
+
+char* memoryFor(std::size_t length) {
+  char* const characters = static_cast<char*>(std::malloc(length + 1));
+  if (characters == nullptr) throw std::bad_alloc();
+  return characters;
+}
+
+char* unescapedShort(std::string_view text) {
+  char unescaped[SHORT_STRING + 1];
+  const std::size_t length = String::unescape(text, unescaped);
+  unescaped[length] = '\0';
+  return static_cast<char*>(std::memcpy(memoryFor(length), unescaped, length + 1));
+}
+
+// What the escapes took goes back, if the C library cares to have it.
+char* unescapedLong(std::string_view text) {
+  char* const characters = memoryFor(text.size());
+  const std::size_t length = String::unescape(text, characters);
+  characters[length] = '\0';
+  void* const shortened = std::realloc(characters, length + 1);
+  return shortened != nullptr ? static_cast<char*>(shortened) : characters;
 }
 
 }  // namespace
@@ -104,11 +124,8 @@ bool VsaParser::integer(AssignInfo& info) {
 void VsaParser::string(AssignInfo& info) {
   const std::string_view text = withoutQuotes(info.valueToken.text.view());
   info.data.type = AttrType::String;
-  char* characters = static_cast<char*>(std::malloc(text.size() + 1));
-  if (characters == nullptr) throw std::bad_alloc();
-  const std::size_t length = String::unescape(text, characters);
-  characters[length] = '\0';
-  info.data.payload.string = length < text.size() ? shortened(characters, length + 1) : characters;
+  const bool isShort = text.size() <= SHORT_STRING;
+  info.data.payload.string = isShort ? unescapedShort(text) : unescapedLong(text);
 }
 
 // keyword "(" numbers ")"   `vec3(0 1 0)`

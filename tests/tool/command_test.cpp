@@ -1,5 +1,6 @@
 // The command as a user types it: what it prints where, and its exit status.
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -13,6 +14,7 @@
 namespace {
 
 namespace fs = std::filesystem;
+using namespace std::string_literals;
 
 struct Outcome {
   int status;
@@ -38,11 +40,14 @@ class CommandTest : public testing::Test {
 
   /// Runs `vsa ARGUMENTS` in the test's folder; `arguments` are words for the shell.
   Outcome vsa(const std::string& arguments) {
-    const std::string command = "cd '" + folder_.string() + "' && " + VSA_COMMAND + " " +
-                                arguments + " >stdout.txt 2>stderr.txt";
-    const int status = std::system(command.c_str());
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, content("stdout.txt"),
-            content("stderr.txt")};
+    const int status = statusOf(VSA_COMMAND " " + arguments + " >stdout.txt 2>stderr.txt");
+    return {status, content("stdout.txt"), content("stderr.txt")};
+  }
+
+  /// Runs a line of shell in the test's folder.
+  int statusOf(const std::string& line) {
+    const int status = std::system(("cd '" + folder_.string() + "' && " + line).c_str());
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
   std::string content(const std::string& name) {
@@ -208,6 +213,11 @@ TEST_F(CommandTest, AnUnknownWordIsNamed) {
     EXPECT_EQ(2, run.status);
     EXPECT_NE(std::string::npos, run.err.find(word)) << run.err;
   }
+  for (const char* arguments : {"check --frob", "dump --frob", "check --frob a", "dump --frob a"}) {
+    EXPECT_EQ("vsa: The following argument was not expected: --frob (vsa --help shows the usage)\n",
+              vsa(arguments).err);
+  }
+  EXPECT_EQ("vsa: FILE is required (vsa --help shows the usage)\n", vsa("check").err);
   EXPECT_EQ("vsa: a command is needed: check or dump (vsa --help shows the usage)\n", vsa("").err);
 }
 
@@ -245,11 +255,18 @@ TEST_F(CommandTest, NothingIsLostInSilence) {
   const LossRow rows[] = {
       {"sphere ball;\n\xFF ball.radius = 1;\n",
        "a.vsa:1:13: error: a byte 0xFF ended the text before the file ended"},
-      {std::string("\xFF\xFEs\0p\0", 6),
-       "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
-      {std::string("\xFE\xFF\0s\0p", 6),
-       "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
-      {std::string("#\0 \0a\0", 6), "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {"\xFF\xFEs\0p\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {"\xFE\xFF\0s\0p"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {"#\0 \0a\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
+      {"lamp a: .s = \"x\0y\";\n"s,
+       "a.vsa:1:16: error: a NUL byte ends the token or comment that it stands in"},
+      {"lamp a;\n# x\0y\n"s,
+       "a.vsa:2:4: error: a NUL byte ends the token or comment that it stands in"},
+      {"lamp a;\n\n \0\n"s,
+       "a.vsa:3:2: error: a NUL byte ends the token or comment that it stands in"},
+      {"\0lamp a;"s, "a.vsa:1:1: error: a NUL byte ends the token or comment that it stands in"},
+      {"\xEF\xBB\xBF#\0"s,
+       "a.vsa:1:2: error: a NUL byte ends the token or comment that it stands in"},
       {"sphere ball;\n\"cut", "error: the text is cut off: UNEXPECTED EOF while parsing STRING"},
       {"sphere ball;\n(1 2", "error: the text is cut off: UNEXPECTED EOF while parsing PARENS"},
   };
@@ -263,6 +280,156 @@ TEST_F(CommandTest, NothingIsLostInSilence) {
     EXPECT_NE(std::string::npos, dump.err.find(row.line)) << dump.err;
     EXPECT_TRUE(nlohmann::json::accept(dump.out)) << row.line;
   }
+}
+
+// The comment "# Жил", in the encodings that an editor may save it in. Without a mark the first
+// characters tell, whatever stands behind them.
+TEST_F(CommandTest, AForeignEncodingIsNamed) {
+  const std::pair<std::string, const char*> rows[] = {
+      {"#\0 \0\x16\x04\x38\x04\x3B\x04\n\0"s, "UTF-16"},
+      {"\0#\0 \x04\x16\x04\x38\x04\x3B\0\n"s, "UTF-16"},
+      {"#\0\0\0 \0\0\0\x16\x04\0\0\x38\x04\0\0"s, "UTF-32"},
+      {"\0\0\0#\0\0\0 \0\0\x04\x16\0\0\x04\x38"s, "UTF-32"},
+      {"\xFF\xFE\0\0#\0\0\0"s, "UTF-32"},
+      {"\0\0\xFE\xFF\0\0\0#"s, "UTF-32"},
+  };
+  for (const auto& [text, encoding] : rows) {
+    write("a.vsa", text);
+    const Outcome run = vsa("check a.vsa");
+    EXPECT_EQ(1, run.status);
+    EXPECT_NE(std::string::npos,
+              run.err.find(std::string("a.vsa: error: this looks like ") + encoding + "; a VSA"))
+        << run.err;
+    EXPECT_EQ(std::string::npos, run.err.find("NUL byte")) << run.err;
+  }
+  for (const std::string& text : {"\0\0\0\0\0\0\0\0"s, "#\0"s, "#a\0bc\0"s}) {
+    write("a.vsa", text);
+    const Outcome run = vsa("check a.vsa");
+    EXPECT_EQ(std::string::npos, run.err.find("looks like")) << run.err;
+    EXPECT_NE(std::string::npos, run.err.find("NUL byte")) << run.err;
+  }
+}
+
+TEST_F(CommandTest, ANulThatTheReaderDidNotComeToIsNoLoss) {
+  const std::string statements = "lamp aa: .k = 1;\nlamp ab: .k = 1;\nlamp ac: .k = 1;\n";
+  for (const char* stop : {"42;\n", "\xFF"}) {
+    write("a.vsa", stop + statements + "\0"s);
+    const Outcome run = vsa("check a.vsa");
+    EXPECT_EQ(1, run.status);
+    EXPECT_EQ(std::string::npos, run.err.find("NUL byte")) << run.err;
+  }
+}
+
+TEST_F(CommandTest, ANulFarFromTheStartIsFound) {
+  std::string text;
+  for (int i = 0; i < 50000; ++i) text += "lamp aaa: .k = 1;\n";
+  write("a.vsa", text + "# x" + "\0"s);
+  EXPECT_TRUE(vsa("check a.vsa").err.starts_with("a.vsa:50001:4: error: a NUL byte "));
+}
+
+/// Two ends of a connection. What one end sends in pieces the other one reads in those pieces.
+struct Connection {
+  explicit Connection(int type) { EXPECT_EQ(0, ::socketpair(AF_UNIX, type, 0, ends)); }
+  ~Connection() {
+    ::close(ends[0]);
+    hangUp();
+  }
+  Connection(const Connection&) = delete;
+  Connection& operator=(const Connection&) = delete;
+
+  void send(std::string_view piece) {
+    EXPECT_EQ(static_cast<ssize_t>(piece.size()), ::write(ends[1], piece.data(), piece.size()));
+  }
+
+  void hangUp() {
+    if (ends[1] >= 0) ::close(ends[1]);
+    ends[1] = -1;
+  }
+
+  /// The words of a command that read from it.
+  std::string asInput() const { return "- <&" + std::to_string(ends[0]); }
+
+  int ends[2] = {-1, -1};
+};
+
+TEST_F(CommandTest, AnInputIsJudgedTheSameHoweverItIsCut) {
+  const std::string texts[] = {
+      "#\0 \0a\0b\0c\0\n\0"s,
+      "#\0\0\0 \0\0\0a\0\0\0\n\0\0\0"s,
+      "\xFF\xFEs",
+      "\xFE\xFF\0s\0p"s,
+      "lamp a: .s = \"x\0y\"; # \0"s,
+      "\xEF\xBB\xBFlamp a: .k = 1;\n .k = 2.5;\n lamp b;\n",
+      "lamp a;\n42;\n lamp b;\n lamp cccccccc;\n",
+  };
+  for (const std::string& text : texts) {
+    write("a.vsa", text);
+    for (const char* command : {"check ", "dump "}) {
+      const Outcome whole = vsa(std::string(command) + "- <a.vsa");
+      Connection bytes(SOCK_SEQPACKET);
+      for (const char byte : text) bytes.send({&byte, 1});
+      bytes.hangUp();
+      const Outcome run = vsa(command + bytes.asInput());
+      EXPECT_EQ(whole.status, run.status) << text;
+      EXPECT_EQ(whole.out, run.out);
+      EXPECT_EQ(whole.err, run.err);
+    }
+  }
+}
+
+// An end that hangs up before it has read all resets the connection: behind what it sent, reading
+// fails.
+TEST_F(CommandTest, AReadThatFailsMidwayIsNoEndOfFile) {
+  for (const char* text : {"sphere ball;\n", "sphere ball;\nball.radius = 2.5;\n"}) {
+    for (const char* command : {"check ", "dump "}) {
+      Connection broken(SOCK_STREAM);
+      broken.send(text);
+      ASSERT_EQ(1, ::write(broken.ends[0], "x", 1));
+      broken.hangUp();
+      const Outcome run = vsa(command + broken.asInput());
+      EXPECT_EQ(1, run.status);
+      EXPECT_NE(std::string::npos,
+                run.err.find(": error: reading failed midway: Connection reset by peer\n"))
+          << run.err;
+      if (!run.out.empty()) {
+        EXPECT_EQ("ball", nlohmann::json::parse(run.out)["nodes"][0]["name"]);
+      }
+    }
+  }
+}
+
+// Each warning quotes the long name.
+std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
+  std::string text = "lamp " + std::string(nameLength, 'a') + ": .k = 1;\n";
+  for (size_t i = 0; i < messages; ++i) text += ".k=2.5;\n";
+  return text;
+}
+
+// A sanitizer takes address space of its own, and cannot be told to do with less.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+// The log is of 100 MB, and the command gets 64 MB.
+TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
+  write("a.vsa", textOfManyLongMessages(20000, 5000));
+  EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " check a.vsa 2>/dev/null"));
+  EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " dump a.vsa >/dev/null"));
+}
+#endif
+
+TEST_F(CommandTest, DumpOfALongLogIsWhole) {
+  write("a.vsa", textOfManyLongMessages(20000, 600));
+  const Outcome run = vsa("dump a.vsa");
+  EXPECT_EQ(0, run.status);
+  const auto json = nlohmann::json::parse(run.out);
+  ASSERT_EQ(600u, json["log"].size());
+  EXPECT_EQ("TYPE WARNING (601,7): narrowing Real to Int @ " + std::string(20000, 'a') + ".k.",
+            json["log"][599]["text"]);
+}
+
+TEST_F(CommandTest, DumpSaysWhenItCannotKeepTheLog) {
+  write("a.vsa", textOfManyLongMessages(20000, 600));
+  EXPECT_EQ(2, statusOf("TMPDIR=missing " VSA_COMMAND " dump a.vsa >stdout.txt 2>stderr.txt"));
+  EXPECT_EQ("", content("stdout.txt"));
+  EXPECT_TRUE(content("stderr.txt").starts_with("vsa: cannot keep the log for the dump: "));
 }
 
 TEST_F(CommandTest, NothingOfATextSteersTheTerminal) {
@@ -320,9 +487,7 @@ TEST_F(CommandTest, DumpOfWhatEscapesSaysSo) {
 
 TEST_F(CommandTest, DumpSaysWhenItCannotWrite) {
   write("a.vsa", "sphere ball;\n");
-  const std::string command =
-      "cd '" + folder_.string() + "' && " + VSA_COMMAND + " dump a.vsa >/dev/full 2>stderr.txt";
-  EXPECT_NE(0, std::system(command.c_str()));
+  EXPECT_EQ(2, statusOf(VSA_COMMAND " dump a.vsa >/dev/full 2>stderr.txt"));
   EXPECT_EQ("vsa: cannot write the dump: No space left on device\n", content("stderr.txt"));
 }
 
@@ -343,6 +508,10 @@ TEST_F(CommandTest, HelpAndVersionGoToStandardOutput) {
     EXPECT_EQ(0, run.status) << arguments;
     EXPECT_NE(std::string::npos, run.out.find("Usage: vsa")) << run.out;
     EXPECT_EQ("", run.err);
+  }
+  for (const char* arguments : {"--help", "check --help", "--version"}) {
+    EXPECT_EQ(2, statusOf(std::string(VSA_COMMAND " ") + arguments + " >/dev/full 2>stderr.txt"));
+    EXPECT_EQ("vsa: cannot write: No space left on device\n", content("stderr.txt"));
   }
   const Outcome version = vsa("--version");
   EXPECT_EQ(0, version.status);

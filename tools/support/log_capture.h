@@ -1,4 +1,4 @@
-// A log sink that remembers, and one read of a text with everything that came of it.
+// One read of a text, watched: how it ended, and, with a log sink that remembers, what it said.
 #pragma once
 
 #include <exception>
@@ -20,6 +20,8 @@ struct LogEntry {
   friend bool operator==(const LogEntry&, const LogEntry&) = default;
 };
 
+/// Keeps all that is logged, to be compared and looked through. A log may be far longer than the
+/// text that it is about: for texts of strangers take a sink that hands on what it gets.
 class LogCapture : public zn::LogSink {
  public:
   void write(zn::LogLevel level, const zn::String& text) override {
@@ -29,33 +31,43 @@ class LogCapture : public zn::LogSink {
   std::vector<LogEntry> entries;
 };
 
-/// What came of one read.
-struct ReadOutcome {
+/// How one read ended.
+struct ReadEnd {
   /// The entry point's result; false when an exception left it.
   bool result = false;
   /// The text of the exception that left the entry point, if one did.
   std::optional<std::string> escaped;
+};
+
+/// What came of one read: how it ended, and its log.
+struct ReadOutcome {
+  bool result = false;
+  std::optional<std::string> escaped;
   std::vector<LogEntry> log;
 };
 
-/// Calls `entryPoint()`, which returns bool, with this thread's log captured. Nothing that it
-/// throws gets past.
+/// Calls `entryPoint()`, which returns bool, with this thread's log going to `sink`. Nothing that
+/// it throws gets past.
+template <class EntryPoint>
+ReadEnd watchRead(EntryPoint entryPoint, zn::LogSink& sink) {
+  ReadEnd end;
+  const zn::ScopedLogSink scope(&sink);
+  try {
+    end.result = entryPoint();
+  } catch (const std::exception& error) {
+    end.escaped = error.what();
+  } catch (...) {
+    end.escaped = "unknown exception";
+  }
+  return end;
+}
+
+/// The same with the log captured.
 template <class EntryPoint>
 ReadOutcome watchRead(EntryPoint entryPoint) {
-  ReadOutcome outcome;
   LogCapture capture;
-  {
-    const zn::ScopedLogSink scope(&capture);
-    try {
-      outcome.result = entryPoint();
-    } catch (const std::exception& error) {
-      outcome.escaped = error.what();
-    } catch (...) {
-      outcome.escaped = "unknown exception";
-    }
-  }
-  outcome.log = std::move(capture.entries);
-  return outcome;
+  ReadEnd end = watchRead(std::move(entryPoint), capture);
+  return {end.result, std::move(end.escaped), std::move(capture.entries)};
 }
 
 }  // namespace vsa_tools

@@ -3,6 +3,9 @@
 // they read back to the same value.
 #pragma once
 
+#include <functional>
+#include <string_view>
+
 #include "scene/model/scene.h"
 #include "tools/support/log_capture.h"
 #include "tools/support/text_output.h"
@@ -20,6 +23,16 @@ namespace vsa_tools {
 /// "-inf". Each byte that is no UTF-8 becomes U+FFFD. Written piece by piece: needs neither stack
 /// nor memory in proportion to the scene.
 void dumpJson(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, TextOutput& out);
+
+/// Puts the entries of a log, as dumpLogEntry writes them, with commas between them.
+using LogWriter = std::function<void(TextOutput&)>;
+
+/// The same for a log that is not in memory: `putLog` is called where it stands.
+void dumpJson(const ReadEnd& end, const LogWriter& putLog, const zn::korvo_sdk::Scene& scene,
+              TextOutput& out);
+
+/// Writes one object of the list "log".
+void dumpLogEntry(zn::LogLevel level, std::string_view text, TextOutput& out);
 
 /// Writes the blocks `result`, `log` and `scene` of an expectation; the latter two only when there
 /// is something in them. CONTRIBUTING.md shows the form.

@@ -218,33 +218,15 @@ class InputWriter {
   JsonWriter& json_;
 };
 
-void writeLog(const std::vector<LogEntry>& log, JsonWriter& json) {
-  json.raw("[");
-  bool first = true;
-  for (const LogEntry& entry : log) {
-    if (!first) json.raw(",");
-    first = false;
-    json.raw("{");
-    json.key("level", true);
-    json.text(entry.level == zn::LogLevel::Warning ? "warning" : "error");
-    json.key("text");
-    json.text(entry.text);
-    json.raw("}");
-  }
-  json.raw("]");
-}
-
-void writeOutcome(const ReadOutcome& outcome, JsonWriter& json) {
+void writeEnd(const ReadEnd& end, JsonWriter& json) {
   json.key("result", true);
-  json.boolean(outcome.result);
+  json.boolean(end.result);
   json.key("escaped");
-  if (outcome.escaped) {
-    json.text(*outcome.escaped);
+  if (end.escaped) {
+    json.text(*end.escaped);
   } else {
     json.raw("null");
   }
-  json.key("log");
-  writeLog(outcome.log, json);
 }
 
 void writeHeader(const Scene& scene, JsonWriter& json) {
@@ -279,10 +261,36 @@ void writeNode(const Node& node, JsonWriter& json) {
 
 }  // namespace
 
-void dumpJson(const ReadOutcome& outcome, const Scene& scene, TextOutput& out) {
+void dumpLogEntry(zn::LogLevel level, std::string_view text, TextOutput& out) {
   JsonWriter json(out);
   json.raw("{");
-  writeOutcome(outcome, json);
+  json.key("level", true);
+  json.text(level == zn::LogLevel::Warning ? "warning" : "error");
+  json.key("text");
+  json.text(text);
+  json.raw("}");
+}
+
+void dumpJson(const ReadOutcome& outcome, const Scene& scene, TextOutput& out) {
+  const auto putLog = [&outcome](TextOutput& to) {
+    bool first = true;
+    for (const LogEntry& entry : outcome.log) {
+      if (!first) to.put(',');
+      first = false;
+      dumpLogEntry(entry.level, entry.text, to);
+    }
+  };
+  dumpJson({outcome.result, outcome.escaped}, putLog, scene, out);
+}
+
+void dumpJson(const ReadEnd& end, const LogWriter& putLog, const Scene& scene, TextOutput& out) {
+  JsonWriter json(out);
+  json.raw("{");
+  writeEnd(end, json);
+  json.key("log");
+  json.raw("[");
+  putLog(out);
+  json.raw("]");
   writeHeader(scene, json);
   json.key("nodes");
   json.raw("[");

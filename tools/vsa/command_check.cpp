@@ -1,8 +1,7 @@
 // vsa check: is this text in order, and if not, where.
-#include <algorithm>
 #include <cstdio>
+#include <utility>
 
-#include "tools/support/safe_text.h"
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
 #include "tools/vsa/input_file.h"
@@ -12,20 +11,55 @@ namespace vsa_tools {
 
 namespace {
 
+/// Prints the diagnostics of one file as they come, and counts them. None is kept: a text may log
+/// far more than it is long.
+class FileDiagnostics : public zn::LogSink {
+ public:
+  explicit FileDiagnostics(std::string name) : name_(std::move(name)) {}
+
+  void write(zn::LogLevel level, const zn::String& text) override {
+    print(positionIn(text.view()), level, text.view());
+  }
+
+  /// What the log does not say.
+  void add(const FileReading& reading) {
+    if (reading.escaped) print(positionIn(*reading.escaped), zn::LogLevel::Error, *reading.escaped);
+    for (const Loss& loss : reading.losses) print(loss.position, zn::LogLevel::Error, loss.text);
+  }
+
+  size_t warnings() const { return warnings_; }
+  size_t errors() const { return errors_; }
+
+ private:
+  void print(const std::optional<Position>& position, zn::LogLevel level, std::string_view text) {
+    const bool warning = level == zn::LogLevel::Warning;
+    ++(warning ? warnings_ : errors_);
+    std::fprintf(stderr, "%s\n",
+                 diagnosticLine(name_, position, warning ? "warning" : "error", text).c_str());
+  }
+
+  std::string name_;
+  size_t warnings_ = 0, errors_ = 0;
+};
+
 class Check {
  public:
   explicit Check(bool strict) : strict_(strict) {}
 
   void checkFile(const std::string& name) {
-    std::string problem;
-    const zn::File file = openInput(name, problem);
-    if (!problem.empty()) {
-      complain(name + ": " + problem);
+    const InputFile input = openInput(name);
+    if (!input.problem.empty()) {
+      complain(name + ": " + input.problem);
       ++unopened_;
       return;
     }
     zn::korvo_sdk::Scene scene;
-    judge(shownName(name), readScene(scene, file));
+    FileDiagnostics diagnostics(shownName(name));
+    const FileReading reading = readScene(scene, input, diagnostics);
+    diagnostics.add(reading);
+    warnings_ += diagnostics.warnings();
+    errors_ += diagnostics.errors();
+    ++(reading.complete() ? read_ : notRead_);
   }
 
   void summarise() const {
@@ -46,24 +80,6 @@ class Check {
  private:
   static std::string count(size_t number, const char* what) {
     return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
-  }
-
-  void judge(const std::string& name, const FileReading& reading) {
-    for (const LogEntry& entry : reading.log)
-      report(name, positionIn(entry.text), entry.level, entry.text);
-    if (reading.escaped)
-      report(name, positionIn(*reading.escaped), zn::LogLevel::Error, *reading.escaped);
-    for (const Loss& loss : reading.losses)
-      report(name, loss.position, zn::LogLevel::Error, loss.text);
-    ++(reading.complete() ? read_ : notRead_);
-  }
-
-  void report(const std::string& name, const std::optional<Position>& position, zn::LogLevel level,
-              const std::string& text) {
-    const bool warning = level == zn::LogLevel::Warning;
-    ++(warning ? warnings_ : errors_);
-    std::fprintf(stderr, "%s\n",
-                 diagnosticLine(name, position, warning ? "warning" : "error", text).c_str());
   }
 
   bool strict_;

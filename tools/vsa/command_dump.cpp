@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <cstring>
 
+#include "tools/support/log_spool.h"
 #include "tools/support/scene_dump.h"
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
@@ -13,25 +14,33 @@ namespace vsa_tools {
 
 namespace {
 
-bool writeDump(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene) {
-  TextOutput out(stdout);
-  dumpJson(outcome, scene, out);
-  return out.flush();
+using zn::korvo_sdk::Scene;
+
+/// Why the dump could not be written whole, or an empty text.
+std::string writeDump(const ReadEnd& end, LogSpool& log, const Scene& scene) {
+  if (log.problem().empty()) {
+    TextOutput out(stdout);
+    dumpJson(
+        end, [&log](TextOutput& to) { log.moveTo(to); }, scene, out);
+    if (!out.flush()) return std::string("cannot write the dump: ") + std::strerror(errno);
+  }
+  return log.problem().empty() ? "" : "cannot keep the log for the dump: " + log.problem();
 }
 
 }  // namespace
 
 int commandDump(const std::string& name) {
-  std::string problem;
-  const zn::File file = openInput(name, problem);
-  if (!problem.empty()) {
-    complain(name + ": " + problem);
+  const InputFile input = openInput(name);
+  if (!input.problem.empty()) {
+    complain(name + ": " + input.problem);
     return EXIT_USAGE;
   }
-  zn::korvo_sdk::Scene scene;
-  const FileReading reading = readScene(scene, file);
-  if (!writeDump(reading, scene)) {
-    complain(std::string("cannot write the dump: ") + std::strerror(errno));
+  Scene scene;
+  LogSpool log;
+  const FileReading reading = readScene(scene, input, log);
+  const std::string problem = writeDump(reading, log, scene);
+  if (!problem.empty()) {
+    complain(problem);
     return EXIT_USAGE;
   }
   for (const Loss& loss : reading.losses) {

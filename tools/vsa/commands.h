@@ -12,7 +12,7 @@ enum ExitStatus {
   EXIT_READ = 0,
   /// A text was not read whole (or, with --strict, was not read in silence).
   EXIT_NOT_READ = 1,
-  /// The command line is wrong, or a file cannot be opened.
+  /// The command line is wrong, a file cannot be opened, or the output cannot be written.
   EXIT_USAGE = 2,
 };
 

@@ -4,13 +4,22 @@
 #include <string>
 
 #include "foundation/file.h"
+#include "tools/vsa/watched_source.h"
 
 namespace vsa_tools {
 
-/// Opens `name` for reading, "-" being standard input, and checks what opening alone would let
-/// pass: a directory is no empty file. When it cannot be read the result is not open and `problem`
-/// says why, in the system's words.
-zn::File openInput(const std::string& name, std::string& problem);
+/// A file that was opened for reading, or why it could not be.
+struct InputFile {
+  zn::File file;
+  /// Where the file's bytes come from; lives as long as `file`. Null when nothing was opened.
+  const WatchedSource* source = nullptr;
+  /// Why it cannot be read, in the system's words; else empty.
+  std::string problem;
+};
+
+/// Opens `name`, "-" being standard input, and checks what opening alone would let pass: a
+/// directory is no empty file. A byte order mark at its start is skipped.
+InputFile openInput(const std::string& name);
 
 /// The name to show for an input: "-" reads as "<stdin>".
 std::string shownName(const std::string& name);

@@ -1,8 +1,11 @@
 // The command vsa: reads VSA texts, says what is wrong with them, shows what they build.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <exception>
+#include <iostream>
 #include <string>
 #include <vector>
 
@@ -51,13 +54,28 @@ std::vector<std::string> wordsOf(int argumentCount, char** arguments) {
   return words;
 }
 
+// What is wrong with the command line. An unknown word goes before what is missing: it is mostly
+// the reason.
+std::string complaintOf(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  return unknown.empty() ? error.what() : CLI::ExtrasError(unknown).what();
+}
+
+// Prints the help or the version, whichever was asked for.
+int printHelp(const CLI::App& app, const CLI::ParseError& request) {
+  app.exit(request);
+  if (std::cout.flush()) return EXIT_READ;
+  complain(std::string("cannot write: ") + std::strerror(errno));
+  return EXIT_USAGE;
+}
+
 int runCommand(int argumentCount, char** arguments) {
   CommandLine commandLine;
   try {
     commandLine.app.parse(wordsOf(argumentCount, arguments));
   } catch (const CLI::ParseError& error) {
-    if (error.get_exit_code() == 0) return commandLine.app.exit(error);
-    complain(std::string(error.what()) + " (vsa --help shows the usage)");
+    if (error.get_exit_code() == 0) return printHelp(commandLine.app, error);
+    complain(complaintOf(commandLine.app, error) + " (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   if (commandLine.app.get_subcommands().empty()) {

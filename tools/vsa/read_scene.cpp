@@ -1,8 +1,6 @@
 #include "tools/vsa/read_scene.h"
 
-#include <algorithm>
-#include <string_view>
-
+#include "tools/vsa/encoding.h"
 #include "vsa/vsa.h"
 
 namespace vsa_tools {
@@ -11,32 +9,24 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadReport;
 
-/// The first bytes of a file that nobody has read from yet.
-std::string headOf(zn::File& file) {
-  constexpr std::ptrdiff_t MOST = 16;
-  const zn::File::Window window = file.fill();
-  return std::string(window.begin, window.begin + std::min(MOST, window.end - window.begin));
+/// What the file's bytes say. Those of a foreign encoding are half NULs: that is said once.
+void addLossesInBytes(const WatchedSource& source, std::vector<Loss>& losses) {
+  if (const char* encoding = foreignEncoding(source.head())) {
+    losses.push_back(
+        {std::string("this looks like ") + encoding + "; a VSA text is UTF-8", std::nullopt});
+  } else if (source.firstNul()) {
+    losses.push_back({"a NUL byte ends the token or comment that it stands in", source.firstNul()});
+  }
 }
 
-/// By its mark at the start, or because every other byte is a NUL.
-bool looksLikeUtf16(std::string_view head) {
-  if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
-  size_t even = 0, odd = 0;
-  for (size_t i = 0; i < head.size(); ++i) (i % 2 == 0 ? even : odd) += head[i] == '\0';
-  const size_t half = head.size() / 2;
-  return half > 1 && ((even == 0 && odd == half) || (even >= half && odd == 0));
-}
-
-std::vector<Loss> lossesOf(const zn::File& file, const std::string& head, const ReadReport& report,
-                           bool result) {
+std::vector<Loss> lossesOf(const InputFile& input, const ReadReport& report, bool result) {
   std::vector<Loss> losses;
   const Position end{report.line, report.column};
-  if (looksLikeUtf16(head))
-    losses.push_back({"this looks like UTF-16; a VSA text is UTF-8", std::nullopt});
+  addLossesInBytes(*input.source, losses);
   if (report.endedAtMark)
     losses.push_back({"a byte 0xFF ended the text before the file ended", end});
-  if (file.failed())
-    losses.push_back({std::string("reading failed midway: ") + file.error().buf(), end});
+  if (input.file.failed())
+    losses.push_back({std::string("reading failed midway: ") + input.file.error().buf(), end});
   if (result && !report.cutOff.isEmpty()) {
     losses.push_back({std::string("the text is cut off: ") + report.cutOff.buf(), end});
   }
@@ -45,13 +35,12 @@ std::vector<Loss> lossesOf(const zn::File& file, const std::string& head, const 
 
 }  // namespace
 
-FileReading readScene(zn::korvo_sdk::Scene& scene, zn::File file) {
+FileReading readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log) {
   FileReading reading;
   ReadReport report;
-  const std::string head = headOf(file);
-  static_cast<ReadOutcome&>(reading) =
-      watchRead([&] { return zn::korvo_sdk::impl::parseVsa(&scene, file, false, report); });
-  reading.losses = lossesOf(file, head, report, reading.result);
+  static_cast<ReadEnd&>(reading) = watchRead(
+      [&] { return zn::korvo_sdk::impl::parseVsa(&scene, input.file, false, report); }, log);
+  reading.losses = lossesOf(input, report, reading.result);
   return reading;
 }
 

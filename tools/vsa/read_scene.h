@@ -5,30 +5,31 @@
 #include <string>
 #include <vector>
 
-#include "foundation/file.h"
+#include "foundation/log.h"
 #include "scene/model/scene.h"
 #include "tools/support/log_capture.h"
 #include "tools/vsa/diagnostic.h"
+#include "tools/vsa/input_file.h"
 
 namespace vsa_tools {
 
 /// Something of a file that did not get into the scene, of which the reader says nothing: to it the
-/// text had ended.
+/// text, or a token of it, had ended.
 struct Loss {
   std::string text;
   /// Where, if that is known.
   std::optional<Position> position;
 };
 
-struct FileReading : ReadOutcome {
+struct FileReading : ReadEnd {
   std::vector<Loss> losses;
 
   /// Whether all of the file was read.
   bool complete() const { return result && losses.empty(); }
 };
 
-/// Reads `file`, which is open, into `scene`. Throws nothing but std::bad_alloc for want of memory
-/// of its own.
-FileReading readScene(zn::korvo_sdk::Scene& scene, zn::File file);
+/// Reads `input`, which is open, into `scene`. What is logged goes to `log` as it comes. Throws
+/// nothing but std::bad_alloc for want of memory of its own.
+FileReading readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log);
 
 }  // namespace vsa_tools
