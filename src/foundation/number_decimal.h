@@ -153,6 +153,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
     mantissa &= ~uint64_t{1};
   }
   mantissa = (mantissa + (mantissa & 1)) >> 1;  // may be 2^53: the sum below carries it over
+  // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   const int binary = ((217706 * exponent) >> 16) + 63 + top - zeros + 1023;
   const uint64_t bits = (static_cast<uint64_t>(binary - 1) << 52) + mantissa;
   out = std::bit_cast<double>(bits);
