@@ -70,10 +70,9 @@ bool VsaParser::declare(DeclareInfo& info) {
 // A node that exists is left alone, whatever its type. What the look-up needs is fetched while the
 // three tokens are consumed.
 bool VsaParser::parseDeclare() {
-  if (!isDeclaration()) return false;
-  target().expectNode(peek(1).text);
+  if (isDeclaration()) target().expectNode(peek(1).text);
   DeclareInfo info;
-  declare(info);
+  if (!declare(info)) return false;
   INode* node = target().findNode(info.name.text);
   if (node == nullptr) node = target().createNode(info.type.text, info.name.text, String());
   if (info.isWith) withNode = node;

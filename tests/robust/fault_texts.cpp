@@ -139,6 +139,7 @@ void readOnce() {
   if (!outcome.result) throw std::runtime_error("the first reading failed");
 }
 
+// What stands between the conversions of a format. None of ours has "%%".
 std::vector<std::string> fixedPieces(const std::string& format) {
   std::vector<std::string> pieces(1);
   for (std::size_t at = 0; at < format.size(); ++at) {

@@ -44,6 +44,16 @@ class CommandTest : public testing::Test {
     return {status, content("stdout.txt"), content("stderr.txt")};
   }
 
+  /// Runs `vsa COMMAND -` with `descriptor` for its standard input.
+  Outcome vsaReading(int descriptor, const std::string& command) {
+    const int before = ::dup(STDIN_FILENO);
+    ::dup2(descriptor, STDIN_FILENO);
+    const Outcome run = vsa(command + '-');
+    ::dup2(before, STDIN_FILENO);
+    ::close(before);
+    return run;
+  }
+
   /// Runs a line of shell in the test's folder.
   int statusOf(const std::string& line) {
     const int status = std::system(("cd '" + folder_.string() + "' && " + line).c_str());
@@ -259,14 +269,13 @@ TEST_F(CommandTest, NothingIsLostInSilence) {
       {"\xFE\xFF\0s\0p"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
       {"#\0 \0a\0"s, "a.vsa: error: this looks like UTF-16; a VSA text is UTF-8"},
       {"lamp a: .s = \"x\0y\";\n"s,
-       "a.vsa:1:16: error: a NUL byte ends the token or comment that it stands in"},
+       "a.vsa:1:16: error: a NUL byte, at which a string, comment or name ends"},
       {"lamp a;\n# x\0y\n"s,
-       "a.vsa:2:4: error: a NUL byte ends the token or comment that it stands in"},
+       "a.vsa:2:4: error: a NUL byte, at which a string, comment or name ends"},
       {"lamp a;\n\n \0\n"s,
-       "a.vsa:3:2: error: a NUL byte ends the token or comment that it stands in"},
-      {"\0lamp a;"s, "a.vsa:1:1: error: a NUL byte ends the token or comment that it stands in"},
-      {"\xEF\xBB\xBF#\0"s,
-       "a.vsa:1:2: error: a NUL byte ends the token or comment that it stands in"},
+       "a.vsa:3:2: error: a NUL byte, at which a string, comment or name ends"},
+      {"\0lamp a;"s, "a.vsa:1:1: error: a NUL byte, at which a string, comment or name ends"},
+      {"\xEF\xBB\xBF#\0"s, "a.vsa:1:2: error: a NUL byte, at which a string, comment or name ends"},
       {"sphere ball;\n\"cut", "error: the text is cut off: UNEXPECTED EOF while parsing STRING"},
       {"sphere ball;\n(1 2", "error: the text is cut off: UNEXPECTED EOF while parsing PARENS"},
   };
@@ -283,7 +292,7 @@ TEST_F(CommandTest, NothingIsLostInSilence) {
 }
 
 // The comment "# Жил", in the encodings that an editor may save it in. Without a mark the first
-// characters tell, whatever stands behind them.
+// characters tell.
 TEST_F(CommandTest, AForeignEncodingIsNamed) {
   const std::pair<std::string, const char*> rows[] = {
       {"#\0 \0\x16\x04\x38\x04\x3B\x04\n\0"s, "UTF-16"},
@@ -292,6 +301,8 @@ TEST_F(CommandTest, AForeignEncodingIsNamed) {
       {"\0\0\0#\0\0\0 \0\0\x04\x16\0\0\x04\x38"s, "UTF-32"},
       {"\xFF\xFE\0\0#\0\0\0"s, "UTF-32"},
       {"\0\0\xFE\xFF\0\0\0#"s, "UTF-32"},
+      {"#\0 \0\0\x4E\n\0"s, "UTF-16"},  // "# 一"
+      {"\0#\0 \x4E\0\0\n"s, "UTF-16"},
   };
   for (const auto& [text, encoding] : rows) {
     write("a.vsa", text);
@@ -324,12 +335,14 @@ TEST_F(CommandTest, ANulFarFromTheStartIsFound) {
   std::string text;
   for (int i = 0; i < 50000; ++i) text += "lamp aaa: .k = 1;\n";
   write("a.vsa", text + "# x" + "\0"s);
-  EXPECT_TRUE(vsa("check a.vsa").err.starts_with("a.vsa:50001:4: error: a NUL byte "));
+  EXPECT_TRUE(vsa("check a.vsa").err.starts_with("a.vsa:50001:4: error: a NUL byte, "));
 }
 
 /// Two ends of a connection. What one end sends in pieces the other one reads in those pieces.
 struct Connection {
-  explicit Connection(int type) { EXPECT_EQ(0, ::socketpair(AF_UNIX, type, 0, ends)); }
+  explicit Connection(int type) {
+    EXPECT_EQ(0, ::socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends));
+  }
   ~Connection() {
     ::close(ends[0]);
     hangUp();
@@ -345,9 +358,6 @@ struct Connection {
     if (ends[1] >= 0) ::close(ends[1]);
     ends[1] = -1;
   }
-
-  /// The words of a command that read from it.
-  std::string asInput() const { return "- <&" + std::to_string(ends[0]); }
 
   int ends[2] = {-1, -1};
 };
@@ -369,7 +379,7 @@ TEST_F(CommandTest, AnInputIsJudgedTheSameHoweverItIsCut) {
       Connection bytes(SOCK_SEQPACKET);
       for (const char byte : text) bytes.send({&byte, 1});
       bytes.hangUp();
-      const Outcome run = vsa(command + bytes.asInput());
+      const Outcome run = vsaReading(bytes.ends[0], command);
       EXPECT_EQ(whole.status, run.status) << text;
       EXPECT_EQ(whole.out, run.out);
       EXPECT_EQ(whole.err, run.err);
@@ -386,7 +396,7 @@ TEST_F(CommandTest, AReadThatFailsMidwayIsNoEndOfFile) {
       broken.send(text);
       ASSERT_EQ(1, ::write(broken.ends[0], "x", 1));
       broken.hangUp();
-      const Outcome run = vsa(command + broken.asInput());
+      const Outcome run = vsaReading(broken.ends[0], command);
       EXPECT_EQ(1, run.status);
       EXPECT_NE(std::string::npos,
                 run.err.find(": error: reading failed midway: Connection reset by peer\n"))

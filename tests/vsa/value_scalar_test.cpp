@@ -116,20 +116,24 @@ TEST(Scalar, Strings) {
   expectScalars(rows);
 }
 
-// The characters and the NUL, however long they were in the text; the C library rounds up.
+// The characters and the NUL, however many characters stood for them in the text.
 TEST(Scalar, AStringTakesTheMemoryOfItsCharacters) {
-  const auto bytesOf = [](const std::string& bytes) {
-    PrimedParser primed(bytes);
+  const auto bytesOf = [](const std::string& characters) {
+    PrimedParser primed('"' + characters + '"');
     AssignInfo info;
     EXPECT_TRUE(primed.parser.scalar(info));
     const std::size_t usable = malloc_usable_size(info.data.payload.string);
     std::free(info.data.payload.string);
     return usable;
   };
-  EXPECT_EQ(bytesOf(R"("")"), bytesOf(R"("a")"));
-  std::string escapes;
-  for (int i = 0; i < 10'000; ++i) escapes += R"(\u0041)";
-  EXPECT_EQ(bytesOf('"' + escapes + '"'), bytesOf('"' + std::string(10'000, 'A') + '"'));
+  for (const std::size_t length : {4, 20, 100, 170, 171, 1000, 10'000}) {
+    std::string escapes;
+    for (std::size_t i = 0; i < length; ++i) escapes += R"(\u0041)";
+    EXPECT_EQ(bytesOf(escapes), bytesOf(std::string(length, 'A'))) << length;
+  }
+  void* const one = std::malloc(1);
+  EXPECT_EQ(bytesOf(""), malloc_usable_size(one));
+  std::free(one);
 }
 
 TEST(Scalar, Lists) {

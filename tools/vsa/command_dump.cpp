@@ -39,13 +39,13 @@ int commandDump(const std::string& name) {
   LogSpool log;
   const FileReading reading = readScene(scene, input, log);
   const std::string problem = writeDump(reading, log, scene);
-  if (!problem.empty()) {
-    complain(problem);
-    return EXIT_USAGE;
-  }
   for (const Loss& loss : reading.losses) {
     std::fprintf(stderr, "%s\n",
                  diagnosticLine(shownName(name), loss.position, "error", loss.text).c_str());
+  }
+  if (!problem.empty()) {
+    complain(problem);
+    return EXIT_USAGE;
   }
   return reading.complete() ? EXIT_READ : EXIT_NOT_READ;
 }

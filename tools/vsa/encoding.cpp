@@ -24,15 +24,16 @@ bool looksLikeUtf32(std::string_view head) {
          isUtf32(head, false) || isUtf32(head, true);
 }
 
-/// A text begins with a Latin letter, a blank or a sign, which has one NUL byte; where a NUL stands
-/// in any further character it is on the same side.
+/// A text begins with a Latin letter, a blank or a sign, which has a NUL byte on one side. There
+/// the most of them stand: only one character in 256 has it on the other.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};
   for (std::size_t i = 0; i < head.size(); ++i) nuls[i % 2] += head[i] == '\0';
   const bool bigEndian = head.starts_with('\0');
-  return nuls[bigEndian ? 0 : 1] > 1 && nuls[bigEndian ? 1 : 0] == 0 &&
-         head[bigEndian ? 0 : 1] == '\0';
+  const std::size_t expected = nuls[bigEndian ? 0 : 1], others = nuls[bigEndian ? 1 : 0];
+  const bool firstHasOne = bigEndian || (head.size() > 1 && head[1] == '\0');
+  return firstHasOne && expected > 1 && expected > others;
 }
 
 }  // namespace

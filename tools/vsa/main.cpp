@@ -33,8 +33,8 @@ struct CommandLine {
     app.require_subcommand(0, 1);  // so that an unknown word is what the complaint names
     app.set_version_flag("--version", "vsa " VSA_VERSION, "Print the version and exit");
     app.footer(
-        "Exit status: 0 all was read, 1 a text was not read, 2 wrong usage or a file that cannot "
-        "be opened.");
+        "Exit status: 0 all was read, 1 a text was not read, 2 wrong usage, a file that cannot be "
+        "opened, or output that cannot be written.");
     check->add_option("FILE", checkFiles, "Files to read; - is standard input")->required();
     check->add_flag("--strict", strict, "Exit 1 when a file logged anything");
     dump->add_option("FILE", dumpFile, "File to read; - is standard input")->required();

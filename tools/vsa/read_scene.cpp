@@ -15,7 +15,7 @@ void addLossesInBytes(const WatchedSource& source, std::vector<Loss>& losses) {
     losses.push_back(
         {std::string("this looks like ") + encoding + "; a VSA text is UTF-8", std::nullopt});
   } else if (source.firstNul()) {
-    losses.push_back({"a NUL byte ends the token or comment that it stands in", source.firstNul()});
+    losses.push_back({"a NUL byte, at which a string, comment or name ends", source.firstNul()});
   }
 }
 

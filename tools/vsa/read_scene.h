@@ -13,8 +13,8 @@
 
 namespace vsa_tools {
 
-/// Something of a file that did not get into the scene, of which the reader says nothing: to it the
-/// text, or a token of it, had ended.
+/// Something of a file that did not, or may not, have got into the scene, of which the reader says
+/// nothing: to it the text, or a token of it, had ended.
 struct Loss {
   std::string text;
   /// Where, if that is known.
