@@ -230,11 +230,12 @@ int String::compareNoCase(const String& s) const noexcept {
 
 String String::fromFirst(char c, bool ignoreCase) const {
   const std::string_view text = view();
-  const auto at = std::find_if(text.begin(), text.end(), [&](char x) {
-    return ignoreCase ? toLowerCase(x) == toLowerCase(c) : x == c;
-  });
-  if (at == text.end()) return String();
-  return copyOf(text.substr(static_cast<std::size_t>(at - text.begin()) + 1));
+  const auto isIt = [c](char x) { return toLowerCase(x) == toLowerCase(c); };
+  const std::size_t at =
+      ignoreCase
+          ? static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isIt) - text.begin())
+          : text.find(c);
+  return at >= text.size() ? String() : copyOf(text.substr(at + 1));
 }
 
 String String::substring(std::size_t start, std::size_t count) const {

@@ -1,4 +1,5 @@
 // Comments. The scene keeps them all; those that hold the file's version or time also set it.
+#include <cstddef>
 #include <string_view>
 
 #include "foundation/log.h"
@@ -8,6 +9,15 @@
 namespace zn::korvo_sdk::impl {
 
 namespace {
+
+// Whether the word stands right before a ":". Comments have few of these, and any letter often.
+bool holdsKey(std::string_view comment, std::string_view word) {
+  for (std::size_t at = comment.find(':'); at != std::string_view::npos;
+       at = comment.find(':', at + 1)) {
+    if (comment.substr(0, at).ends_with(word)) return true;
+  }
+  return false;
+}
 
 // What follows the first ":" of the comment, wherever its words stand.
 String headerValue(const String& comment) {
@@ -37,9 +47,9 @@ bool VsaParser::parseComment() {
   take(comment);
   // A comment that holds both words sets the version only.
   const std::string_view text = comment.text.view();
-  if (text.find("version:") != std::string_view::npos) {
+  if (holdsKey(text, "version")) {
     setVersion(target(), comment.text);
-  } else if (text.find("time:") != std::string_view::npos) {
+  } else if (holdsKey(text, "time")) {
     setTime(target(), comment.text);
   }
   target().pushFileComment(comment.text);
