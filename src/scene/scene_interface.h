@@ -144,9 +144,8 @@ class VSA_API IScene {
  public:
   /// The node of that name, or null. Never creates.
   virtual INode* findNode(const String& name) = 0;
-  /// The reader will soon look for the node of that name, if there is one: a little later in a
-  /// declaration, after a few others in links. A scene that holds many can have what it needs for
-  /// that fetched meanwhile; none has to do anything.
+  /// The reader will look for the node of that name, if there is one, after a few others. A scene
+  /// that holds many can have what it needs for that fetched meanwhile; none has to do anything.
   virtual void expectNode(const String& /*name*/) {}
   /// A new node, or null. Called only for a name that `findNode` did not know. `reserved` is always
   /// empty.

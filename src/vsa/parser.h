@@ -148,7 +148,6 @@ class VsaParser {
 
   // statement_directive.cpp
   bool isDirective(std::string_view keyword, Token::Type end) const;
-  bool isDeclaration() const;
   void directive(Token& name);
   INode* definedNodeOfType(const String& type) const;
 

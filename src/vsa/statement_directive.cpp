@@ -51,26 +51,20 @@ bool VsaParser::parseDefine() {
   return true;
 }
 
-bool VsaParser::isDeclaration() const {
-  const Type end = peek(2).type;
-  return peek(0).type == Type::Id && peek(1).type == Type::Id &&
-         (end == Type::Semicolon || end == Type::Colon);
-}
-
 // type name (";" | ":")
 bool VsaParser::declare(DeclareInfo& info) {
-  if (!isDeclaration()) return false;
+  const Type end = peek(2).type;
+  if (peek(0).type != Type::Id || peek(1).type != Type::Id) return false;
+  if (end != Type::Semicolon && end != Type::Colon) return false;
   match(info.type, Type::Id);
   match(info.name, Type::Id);
-  info.isWith = nextIs(Type::Colon);
   advance();
+  info.isWith = end == Type::Colon;
   return true;
 }
 
-// A node that exists is left alone, whatever its type. What the look-up needs is fetched while the
-// three tokens are consumed.
+// A node that exists is left alone, whatever its type.
 bool VsaParser::parseDeclare() {
-  if (isDeclaration()) target().expectNode(peek(1).text);
   DeclareInfo info;
   if (!declare(info)) return false;
   INode* node = target().findNode(info.name.text);

@@ -106,17 +106,6 @@ TEST(Declarations, CreateOnceAndSelect) {
   EXPECT_EQ(primed.scene.options.calls, (Lines{"createNode sphere s <>", "createNode light l <>"}));
 }
 
-// Whether it is there or not. The other directives expect none.
-TEST(Declarations, TheNodeIsExpected) {
-  PrimedParser primed("t a; t a: remove a; define b; b c d;");
-  EXPECT_TRUE(primed.parser.parseDeclare());
-  EXPECT_TRUE(primed.parser.parseDeclare());
-  EXPECT_TRUE(primed.parser.parseRemove());
-  EXPECT_TRUE(primed.parser.parseDefine());
-  EXPECT_FALSE(primed.parser.parseDeclare());
-  EXPECT_EQ(primed.scene.expectedNodes, (Lines{"a", "a"}));
-}
-
 TEST(Declarations, FieldsOfTheRecordsInOrder) {
   const VsaParser::DeclareInfo declared;
   const auto& [type, name, isWith] = declared;
