@@ -1,6 +1,6 @@
 // The hook: glibc's allocator under its other names, with a count before each call. Reads run on
 // one thread; a count that another thread's library code gets wrong is of no concern here.
-#include "allocation_count.h"
+#include "bench/allocation_count.h"
 
 namespace {
 size_t allocations = 0;

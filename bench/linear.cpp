@@ -10,8 +10,8 @@
 #include <exception>
 #include <stdexcept>
 
-#include "our_reader.h"
-#include "report.h"
+#include "bench/our_reader.h"
+#include "bench/report.h"
 
 namespace bench {
 namespace {

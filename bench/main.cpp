@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <exception>
 
-#include "memory.h"
+#include "bench/memory.h"
 
 namespace bench {
 void registerReads();

@@ -1,6 +1,6 @@
 // The program starts itself anew with PEAK_OPTION; the child reads the text and prints its figure,
 // the high-water mark of its resident memory (VmHWM) less what was resident before the read.
-#include "memory.h"
+#include "bench/memory.h"
 
 #include <malloc.h>
 

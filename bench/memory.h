@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "our_reader.h"
+#include "bench/our_reader.h"
 
 namespace bench {
 

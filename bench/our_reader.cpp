@@ -1,5 +1,5 @@
 // Whole reads, and the figures of the scene that came of them.
-#include "our_reader.h"
+#include "bench/our_reader.h"
 
 #include <bit>
 #include <cstdlib>
@@ -8,10 +8,10 @@
 #include <stdexcept>
 #include <vector>
 
-#include "foundation/file.h"
-#include "foundation/inflate.h"
-#include "foundation/number_list.h"
-#include "vsa/vsa.h"
+#include <vsa/foundation/file.h>
+#include <vsa/parse.h>
+#include "foundation/compression/inflate.h"
+#include "foundation/numbers/number_list.h"
 
 namespace bench {
 namespace {

@@ -4,10 +4,10 @@
 
 #include <string>
 
-#include "contest.h"
-#include "foundation/string.h"
-#include "scene/model/scene.h"
-#include "text_generator.h"
+#include <vsa/foundation/string.h>
+#include <vsa/model/scene.h>
+#include "bench/peers/contest.h"
+#include "bench/scenes/text_generator.h"
 
 namespace bench {
 

@@ -8,9 +8,9 @@
 #include <cstdlib>
 #include <memory>
 
-#include "allocation_count.h"
-#include "memory.h"
-#include "our_reader.h"
+#include "bench/allocation_count.h"
+#include "bench/memory.h"
+#include "bench/our_reader.h"
 
 namespace bench {
 namespace {

@@ -1,5 +1,5 @@
 // The table for people and the same as JSON.
-#include "report.h"
+#include "bench/report.h"
 
 #include <unistd.h>
 

@@ -5,13 +5,13 @@
 #include <stdexcept>
 #include <vector>
 
-#include "foundation/decompress.h"
-#include "foundation/hash_map.h"
-#include "foundation/inflate.h"
-#include "foundation/number_list.h"
-#include "foundation/number_text.h"
-#include "our_reader.h"
-#include "vsa/lexer_source.h"
+#include <vsa/foundation/decompress.h>
+#include "bench/our_reader.h"
+#include "foundation/compression/inflate.h"
+#include "foundation/containers/hash_map.h"
+#include "foundation/numbers/number_list.h"
+#include "foundation/numbers/number_text.h"
+#include "vsa/lex/lexer_source.h"
 #include "vsa/parser.h"
 
 namespace bench {

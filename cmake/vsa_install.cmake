@@ -11,28 +11,7 @@ endif()
 install(TARGETS ${vsa_libraries} EXPORT vsa_targets)
 install(EXPORT vsa_targets FILE vsa_targets.cmake NAMESPACE vsa:: DESTINATION ${vsa_package_dir})
 
-# The headers that users start from, and every header that these include. All others are internal.
-set(vsa_headers
-    vsa/vsa.h
-    scene/scene_interface.h scene/node_type.h scene/name_update.h scene/file_version.h scene/model/scene.h
-    foundation/file.h foundation/log.h foundation/string_vector.h foundation/number_text.h foundation/tuple_parse.h
-    foundation/hash_map.h foundation/decompress.h)
-set(vsa_headers_to_follow ${vsa_headers})
-while(vsa_headers_to_follow)
-  list(POP_FRONT vsa_headers_to_follow header)
-  file(STRINGS ${PROJECT_SOURCE_DIR}/src/${header} includes REGEX "^#include \"")
-  foreach(line IN LISTS includes)
-    string(REGEX REPLACE "^#include \"(.*)\".*" "\\1" included "${line}")
-    if(NOT included IN_LIST vsa_headers)
-      list(APPEND vsa_headers ${included})
-      list(APPEND vsa_headers_to_follow ${included})
-    endif()
-  endforeach()
-endwhile()
-foreach(header IN LISTS vsa_headers)
-  get_filename_component(room ${header} DIRECTORY)
-  install(FILES ${PROJECT_SOURCE_DIR}/src/${header} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/vsa/${room})
-endforeach()
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/vsa DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/vsa_config.cmake.in vsa-config.cmake
                               INSTALL_DESTINATION ${vsa_package_dir})

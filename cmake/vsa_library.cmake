@@ -15,22 +15,48 @@ function(vsa_own_target target)
   endif()
 endfunction()
 
-# Only names marked VSA_API leave the shared library. Without interposition a call of an exported name stays
-# a plain call inside, so that one set of objects serves both libraries at full speed.
-file(GLOB_RECURSE vsa_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/*.cpp)
-add_library(vsa_objects OBJECT ${vsa_sources})
-vsa_own_target(vsa_objects)
-target_include_directories(vsa_objects PRIVATE ${PROJECT_SOURCE_DIR}/src)
-target_compile_options(vsa_objects PRIVATE -fno-semantic-interposition)
-set_target_properties(vsa_objects PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden
-                                             VISIBILITY_INLINES_HIDDEN ON)
+# A layer is a target of its own: vsa_<layer>, the objects of its sources. Which folder includes which stands in
+# tests/layers.sh. Only names marked VSA_API leave the shared library. Without interposition a call of an exported name
+# stays a plain call inside, so that one set of objects serves both libraries at full speed.
+set(vsa_layers foundation scene model reader)
+file(GLOB_RECURSE vsa_foundation_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/foundation/*.cpp)
+file(GLOB vsa_scene_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/scene/*.cpp)
+file(GLOB_RECURSE vsa_model_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/scene/model/*.cpp)
+file(GLOB_RECURSE vsa_reader_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/vsa/*.cpp)
+
+foreach(layer IN LISTS vsa_layers)
+  add_library(vsa_${layer} OBJECT ${vsa_${layer}_sources})
+  vsa_own_target(vsa_${layer})
+  target_include_directories(vsa_${layer} PRIVATE ${PROJECT_SOURCE_DIR}/include ${PROJECT_SOURCE_DIR}/src)
+  target_compile_options(vsa_${layer} PRIVATE -fno-semantic-interposition)
+  set_target_properties(vsa_${layer} PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden
+                                                VISIBILITY_INLINES_HIDDEN ON)
+endforeach()
+set(vsa_layer_objects ${vsa_layers})
+list(TRANSFORM vsa_layer_objects REPLACE "(.+)" "$<TARGET_OBJECTS:vsa_\\1>")
+
+# vsa_check_layer(LAYER BELOW...): a layer links with those below it and nothing else. The model and the reader know
+# the scene's interface, and not each other.
+function(vsa_check_layer layer)
+  list(TRANSFORM ARGV REPLACE "(.+)" "$<TARGET_OBJECTS:vsa_\\1>" OUTPUT_VARIABLE objects)
+  add_library(vsa_check_${layer} MODULE ${objects})
+  set_target_properties(vsa_check_${layer} PROPERTIES LINKER_LANGUAGE CXX)
+  target_link_options(vsa_check_${layer} PRIVATE -Wl,-z,defs)
+endfunction()
+if(VSA_TEST_TREE AND VSA_BUILD_TESTS)
+  vsa_check_layer(foundation)
+  vsa_check_layer(scene foundation)
+  vsa_check_layer(model scene foundation)
+  vsa_check_layer(reader scene foundation)
+endif()
 
 function(vsa_add_library target kind)
-  add_library(${target} ${kind} $<TARGET_OBJECTS:vsa_objects>)
+  add_library(${target} ${kind} ${vsa_layer_objects})
   add_library(vsa::${target} ALIAS ${target})
   vsa_own_target(${target})
-  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
-                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}/vsa>)
+  target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                                              $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
+                                              $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   set_target_properties(${target} PROPERTIES OUTPUT_NAME vsa LINKER_LANGUAGE CXX)
 endfunction()
 
@@ -39,3 +65,7 @@ if(VSA_BUILD_SHARED)
   vsa_add_library(vsa_shared SHARED)
   set_target_properties(vsa_shared PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endif()
+
+# What tests, benchmarks and fuzzers include beside the public headers. Tools and examples do without.
+add_library(vsa_internal INTERFACE)
+target_include_directories(vsa_internal INTERFACE ${PROJECT_SOURCE_DIR}/src)

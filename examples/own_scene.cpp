@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "vsa/vsa.h"
+#include <vsa/parse.h>
 
 using namespace zn::korvo_sdk;
 using namespace zn::korvo_sdk::interfaces;

@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <exception>
 
-#include "scene/model/scene.h"
-#include "vsa/vsa.h"
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
 
 namespace {
 

@@ -2,7 +2,7 @@
 // settings choose what the input is: a whole text, a stream that is yet to be spelled out, or bytes
 // that zlib is to pack and one bit of which is then turned. And `compress`, whose texts zlib must
 // read as well.
-#include "foundation/decompress.h"
+#include <vsa/foundation/decompress.h>
 
 #include <zlib.h>
 

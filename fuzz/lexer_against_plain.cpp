@@ -8,7 +8,7 @@
 #include "tests/support/byte_source.h"
 #include "tests/support/plain_lexer.h"
 #include "tests/support/token_text.h"
-#include "vsa/lexer_source.h"
+#include "vsa/lex/lexer_source.h"
 
 namespace vsa_fuzz {
 

@@ -10,10 +10,10 @@
 #include <string>
 #include <type_traits>
 
-#include "foundation/cpu_features.h"
-#include "foundation/number_list.h"
-#include "foundation/number_list_forms.h"
-#include "foundation/number_text.h"
+#include "foundation/base/cpu_features.h"
+#include "foundation/numbers/number_list.h"
+#include "foundation/numbers/number_list_kernels.h"
+#include "foundation/numbers/number_text.h"
 #include "fuzz/support/check.h"
 #include "fuzz/targets.h"
 

@@ -70,7 +70,8 @@ std::string literalsFrom(const std::string& source, size_t at) {
 /// The constants of the reader's list of messages, name to text.
 std::map<std::string, std::string> messages() {
   constexpr std::string_view START = "constexpr char ";
-  const std::string source = contentOf(fs::path(VSA_TEST_DIR).parent_path() / "src/vsa/messages.h");
+  const std::string source =
+      contentOf(fs::path(VSA_TEST_DIR).parent_path() / "src/vsa/diagnostics/messages.h");
   std::map<std::string, std::string> found;
   for (size_t at = source.find(START); at != std::string::npos; at = source.find(START, at + 1)) {
     const size_t name = at + START.size(), nameEnd = source.find('[', name);

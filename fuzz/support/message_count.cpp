@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "vsa/messages.h"
+#include "vsa/diagnostics/messages.h"
 
 namespace vsa_fuzz {
 

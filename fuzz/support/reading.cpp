@@ -1,11 +1,11 @@
 #include "fuzz/support/reading.h"
 
-#include "foundation/file.h"
+#include <vsa/foundation/file.h>
+#include <vsa/scene/node_type.h>
 #include "fuzz/support/literal_memory.h"
 #include "fuzz/support/message_count.h"
-#include "scene/node_type.h"
 #include "tests/support/byte_source.h"
-#include "tools/support/scene_dump.h"
+#include "tools/scene_text/scene_dump.h"
 
 namespace vsa_fuzz {
 

@@ -5,9 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "scene/model/scene.h"
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
 #include "tools/support/log_capture.h"
-#include "vsa/vsa.h"
 
 namespace vsa_fuzz {
 

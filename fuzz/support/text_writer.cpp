@@ -1,6 +1,6 @@
 #include "fuzz/support/text_writer.h"
 
-#include "foundation/decompress.h"
+#include <vsa/foundation/decompress.h>
 
 namespace vsa_fuzz {
 

@@ -1,5 +1,5 @@
 // One row a type: its display name and its number of real components.
-#include "scene/attr_type.h"
+#include <vsa/scene/attr_type.h>
 
 namespace zn::korvo_sdk {
 

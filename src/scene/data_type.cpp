@@ -1,5 +1,5 @@
 // One row a type: its display name, its component type and its number of components.
-#include "scene/data_type.h"
+#include <vsa/scene/data_type.h>
 
 namespace zn::korvo_sdk {
 

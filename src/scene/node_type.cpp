@@ -1,13 +1,13 @@
 // The table of declared node types. Readers take a shared look at it, and none at all while it is
 // empty, as it is in most programs.
-#include "scene/node_type.h"
+#include <vsa/scene/node_type.h>
 
 #include <atomic>
 #include <mutex>
 #include <shared_mutex>
 #include <utility>
 
-#include "scene/name_update.h"
+#include <vsa/scene/name_update.h>
 #include "scene/node_type_table.h"
 
 namespace zn::korvo_sdk {

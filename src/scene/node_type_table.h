@@ -8,8 +8,8 @@
 #include <string>
 #include <string_view>
 
-#include "scene/node_type.h"
-#include "scene/scene_interface.h"
+#include <vsa/scene/node_type.h>
+#include <vsa/scene/scene_interface.h>
 
 namespace zn::korvo_sdk {
 

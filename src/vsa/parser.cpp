@@ -4,11 +4,11 @@
 #include <stdexcept>
 #include <utility>
 
-#include "foundation/log.h"
-#include "vsa/lexer_in_sight.h"
-#include "vsa/lexer_source.h"
-#include "vsa/messages.h"
-#include "vsa/no_scene.h"
+#include <vsa/foundation/log.h>
+#include "vsa/apply/no_scene.h"
+#include "vsa/diagnostics/messages.h"
+#include "vsa/lex/lexer_fast_path.h"
+#include "vsa/lex/lexer_source.h"
 
 namespace zn::korvo_sdk::impl {
 

@@ -9,18 +9,18 @@
 #include <cstdint>
 #include <string_view>
 
-#include "foundation/file.h"
-#include "foundation/hash_map.h"
-#include "foundation/string.h"
-#include "foundation/vector.h"
-#include "scene/attr_data.h"
-#include "scene/scene_interface.h"
-#include "vsa/assign_info.h"
-#include "vsa/lexer.h"
-#include "vsa/pending_link.h"
-#include "vsa/token.h"
-#include "vsa/typed_elements.h"
-#include "vsa/vsa.h"
+#include <vsa/foundation/file.h>
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+#include <vsa/parse.h>
+#include <vsa/scene/attr_data.h>
+#include <vsa/scene/scene_interface.h>
+#include "foundation/containers/hash_map.h"
+#include "vsa/apply/assign_info.h"
+#include "vsa/apply/pending_link.h"
+#include "vsa/apply/typed_elements.h"
+#include "vsa/lex/lexer.h"
+#include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
 

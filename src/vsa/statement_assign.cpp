@@ -2,10 +2,10 @@
 // or the link filed for later.
 #include <utility>
 
-#include "vsa/input_walk.h"
-#include "vsa/messages.h"
+#include "vsa/apply/path_resolver.h"
+#include "vsa/apply/value_convert.h"
+#include "vsa/diagnostics/messages.h"
 #include "vsa/parser.h"
-#include "vsa/value_convert.h"
 
 namespace zn::korvo_sdk::impl {
 

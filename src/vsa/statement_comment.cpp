@@ -2,8 +2,8 @@
 #include <cstddef>
 #include <string_view>
 
-#include "foundation/log.h"
-#include "vsa/messages.h"
+#include <vsa/foundation/log.h>
+#include "vsa/diagnostics/messages.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

@@ -4,12 +4,12 @@
 #include <limits>
 #include <memory>
 
-#include "foundation/decompress.h"
-#include "foundation/hash_map.h"
-#include "foundation/log.h"
-#include "foundation/number_list.h"
-#include "foundation/number_text.h"
-#include "vsa/messages.h"
+#include <vsa/foundation/decompress.h>
+#include <vsa/foundation/log.h>
+#include "foundation/containers/hash_map.h"
+#include "foundation/numbers/number_list.h"
+#include "foundation/numbers/number_text.h"
+#include "vsa/diagnostics/messages.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

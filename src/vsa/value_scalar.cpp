@@ -7,8 +7,8 @@
 #include <new>
 #include <string_view>
 
-#include "foundation/hash_map.h"
-#include "foundation/tuple_parse.h"
+#include <vsa/foundation/tuple_parse.h>
+#include "foundation/containers/hash_map.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

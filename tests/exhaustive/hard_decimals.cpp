@@ -11,8 +11,8 @@
 #include <random>
 #include <string>
 
-#include "foundation/number_list.h"
-#include "foundation/number_text.h"
+#include "foundation/numbers/number_list.h"
+#include "foundation/numbers/number_text.h"
 #include "tests/exhaustive/mismatch.h"
 #include "tests/exhaustive/survey.h"
 

@@ -10,8 +10,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "foundation/number_list.h"
-#include "foundation/number_text.h"
+#include "foundation/numbers/number_list.h"
+#include "foundation/numbers/number_text.h"
 #include "tests/exhaustive/mismatch.h"
 #include "tests/exhaustive/survey.h"
 

@@ -1,7 +1,7 @@
 #include <cstdio>
 
-#include "scene/model/scene.h"
-#include "vsa/vsa.h"
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
 
 int main(int, char** arguments) {
   zn::korvo_sdk::Scene scene;

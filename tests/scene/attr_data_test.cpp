@@ -1,5 +1,5 @@
 // The value record: every tuple and matrix lies over `components`, and has as many of them.
-#include "scene/attr_data.h"
+#include <vsa/scene/attr_data.h>
 
 #include <gtest/gtest.h>
 

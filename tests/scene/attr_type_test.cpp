@@ -1,5 +1,5 @@
 // Every row of the attribute types.
-#include "scene/attr_type.h"
+#include <vsa/scene/attr_type.h>
 
 #include <gtest/gtest.h>
 

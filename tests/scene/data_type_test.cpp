@@ -1,5 +1,5 @@
 // Every row of the element types of buffers.
-#include "scene/data_type.h"
+#include <vsa/scene/data_type.h>
 
 #include <gtest/gtest.h>
 

@@ -8,9 +8,9 @@
 #include <utility>
 #include <vector>
 
-#include "scene/scene_interface.h"
+#include <vsa/parse.h>
+#include <vsa/scene/scene_interface.h>
 #include "tests/support/parser_fixture.h"
-#include "vsa/vsa.h"
 
 namespace zn::korvo_sdk {
 namespace {

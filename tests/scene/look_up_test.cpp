@@ -7,8 +7,8 @@
 #include <string>
 #include <utility>
 
-#include "scene/model/scene.h"
-#include "scene/node_type.h"
+#include <vsa/model/scene.h>
+#include <vsa/scene/node_type.h>
 #include "tests/support/text.h"
 
 namespace zn::korvo_sdk {

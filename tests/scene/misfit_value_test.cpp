@@ -5,8 +5,8 @@
 #include <cstdlib>
 #include <cstring>
 
-#include "scene/model/scene.h"
-#include "scene/node_type.h"
+#include <vsa/model/scene.h>
+#include <vsa/scene/node_type.h>
 
 namespace zn::korvo_sdk {
 namespace {

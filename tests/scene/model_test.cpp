@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "scene/model/scene.h"
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
 #include "tests/support/parser_fixture.h"
 #include "tests/support/text.h"
-#include "vsa/vsa.h"
 
 namespace zn::korvo_sdk {
 namespace {

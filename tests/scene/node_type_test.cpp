@@ -1,5 +1,5 @@
 // Declared node types: only what they declare exists, under its current name.
-#include "scene/node_type.h"
+#include <vsa/scene/node_type.h>
 
 #include <gtest/gtest.h>
 
@@ -7,11 +7,11 @@
 #include <thread>
 #include <vector>
 
-#include "scene/model/scene.h"
-#include "scene/name_update.h"
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include <vsa/scene/name_update.h>
 #include "tests/support/parser_fixture.h"
 #include "tests/support/text.h"
-#include "vsa/vsa.h"
 
 namespace zn::korvo_sdk {
 namespace {

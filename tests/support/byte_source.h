@@ -8,7 +8,7 @@
 #include <string>
 #include <utility>
 
-#include "foundation/file.h"
+#include <vsa/foundation/file.h>
 
 namespace vsa_tests {
 

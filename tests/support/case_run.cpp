@@ -6,12 +6,12 @@
 #include <iterator>
 #include <stdexcept>
 
-#include "foundation/file.h"
-#include "scene/model/scene.h"
-#include "scene/node_type.h"
+#include <vsa/foundation/file.h>
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include <vsa/scene/node_type.h>
+#include "tools/scene_text/scene_dump.h"
 #include "tools/support/log_capture.h"
-#include "tools/support/scene_dump.h"
-#include "vsa/vsa.h"
 
 namespace vsa_tests {
 

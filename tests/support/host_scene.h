@@ -14,8 +14,8 @@
 #include <string>
 #include <vector>
 
-#include "foundation/string.h"
-#include "scene/scene_interface.h"
+#include <vsa/foundation/string.h>
+#include <vsa/scene/scene_interface.h>
 #include "tests/support/text.h"
 
 namespace vsa_tests {

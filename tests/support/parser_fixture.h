@@ -10,7 +10,7 @@
 #include "tests/support/text.h"
 #include "tests/support/token_text.h"
 #include "tools/support/log_capture.h"
-#include "vsa/lexer_source.h"
+#include "vsa/lex/lexer_source.h"
 #include "vsa/parser.h"
 
 namespace vsa_tests {

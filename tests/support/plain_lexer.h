@@ -9,7 +9,7 @@
 #include <string_view>
 #include <utility>
 
-#include "vsa/token.h"
+#include "vsa/lex/token.h"
 
 namespace vsa_tests {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "foundation/string.h"
+#include <vsa/foundation/string.h>
 
 namespace vsa_tests {
 

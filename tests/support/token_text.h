@@ -5,7 +5,7 @@
 #include <string>
 
 #include "tests/support/text.h"
-#include "vsa/lexer.h"
+#include "vsa/lex/lexer.h"
 
 namespace vsa_tests {
 

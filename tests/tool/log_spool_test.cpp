@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/support/scene_dump.h"
+#include "tools/scene_text/scene_dump.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "tools/support/real_text.h"
+#include "tools/scene_text/real_text.h"
 
 #include <gtest/gtest.h>
 

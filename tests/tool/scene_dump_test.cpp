@@ -1,4 +1,4 @@
-#include "tools/support/scene_dump.h"
+#include "tools/scene_text/scene_dump.h"
 
 #include <gtest/gtest.h>
 

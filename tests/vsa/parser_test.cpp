@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/log.h"
+#include <vsa/foundation/log.h>
 #include "tests/support/byte_source.h"
 #include "tests/support/host_scene.h"
 #include "tests/support/parser_fixture.h"

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "scene/node_type.h"
+#include <vsa/scene/node_type.h>
 #include "tests/support/host_scene.h"
 #include "tests/support/parser_fixture.h"
-#include "vsa/input_walk.h"
+#include "vsa/apply/path_resolver.h"
 
 namespace zn::korvo_sdk::impl {
 namespace {

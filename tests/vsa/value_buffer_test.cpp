@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "foundation/decompress.h"
+#include <vsa/foundation/decompress.h>
 #include "tests/support/parser_fixture.h"
 
 namespace zn::korvo_sdk::impl {

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/log.h"
-#include "foundation/string.h"
+#include <vsa/foundation/log.h>
+#include <vsa/foundation/string.h>
 
 namespace vsa_tools {
 

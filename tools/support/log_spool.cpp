@@ -8,7 +8,7 @@
 #include <filesystem>
 #include <system_error>
 
-#include "tools/support/scene_dump.h"
+#include "tools/scene_text/scene_dump.h"
 
 namespace vsa_tools {
 

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "foundation/log.h"
+#include <vsa/foundation/log.h>
 #include "tools/support/text_output.h"
 
 namespace vsa_tools {

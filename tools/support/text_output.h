@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "tools/support/real_text.h"
+#include "tools/scene_text/real_text.h"
 
 namespace vsa_tools {
 

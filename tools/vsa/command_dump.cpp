@@ -3,8 +3,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "tools/scene_text/scene_dump.h"
 #include "tools/support/log_spool.h"
-#include "tools/support/scene_dump.h"
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
 #include "tools/vsa/input_file.h"

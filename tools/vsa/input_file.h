@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "foundation/file.h"
+#include <vsa/foundation/file.h>
 #include "tools/vsa/watched_source.h"
 
 namespace vsa_tools {

@@ -1,7 +1,7 @@
 #include "tools/vsa/read_scene.h"
 
+#include <vsa/parse.h>
 #include "tools/vsa/encoding.h"
-#include "vsa/vsa.h"
 
 namespace vsa_tools {
 

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "foundation/log.h"
-#include "scene/model/scene.h"
+#include <vsa/foundation/log.h>
+#include <vsa/model/scene.h>
 #include "tools/support/log_capture.h"
 #include "tools/vsa/diagnostic.h"
 #include "tools/vsa/input_file.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "foundation/file.h"
+#include <vsa/foundation/file.h>
 #include "tools/vsa/diagnostic.h"
 
 namespace vsa_tools {

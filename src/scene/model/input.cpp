@@ -1,5 +1,5 @@
 // Input: structure, values and links. The dump of a scene and the reader both come here.
-#include "scene/model/input.h"
+#include <vsa/model/input.h>
 
 #include <algorithm>
 #include <cstdlib>
@@ -10,10 +10,10 @@
 #include <string>
 #include <utility>
 
-#include "foundation/log.h"
-#include "scene/model/node.h"
-#include "scene/model/output.h"
-#include "scene/model/scene.h"
+#include <vsa/foundation/log.h>
+#include <vsa/model/node.h>
+#include <vsa/model/output.h>
+#include <vsa/model/scene.h>
 #include "scene/node_type_table.h"
 
 namespace zn::korvo_sdk {

@@ -1,10 +1,10 @@
-#include "scene/model/node.h"
+#include <vsa/model/node.h>
 
 #include <utility>
 
-#include "scene/model/input.h"
-#include "scene/model/output.h"
-#include "scene/model/scene.h"
+#include <vsa/model/input.h>
+#include <vsa/model/output.h>
+#include <vsa/model/scene.h>
 #include "scene/node_type_table.h"
 
 namespace zn::korvo_sdk {

@@ -1,10 +1,10 @@
-#include "scene/model/scene.h"
+#include <vsa/model/scene.h>
 
 #include <algorithm>
 #include <stdexcept>
 
-#include "foundation/prefetch.h"
-#include "scene/model/input.h"
+#include <vsa/model/input.h>
+#include "foundation/base/prefetch.h"
 
 namespace zn::korvo_sdk {
 

@@ -1,0 +1,60 @@
+// The rounds of a contest and their medians.
+#include "bench/peers/contest.h"
+
+#include <time.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+// Mean of as many reads as fill the shortest time that is measured well. One before them is not
+// counted: it finds the heap and the caches as another contender has left them.
+double measured(const Contender& contender) {
+  constexpr double ENOUGH_SECONDS = 0.05;
+  contender.read();
+  double total = 0;
+  size_t reads = 0;
+  const Stopwatch whole;
+  do {
+    total += contender.read();
+    ++reads;
+  } while (whole.seconds() < ENOUGH_SECONDS);
+  return total / static_cast<double>(reads);
+}
+
+}  // namespace
+
+double Stopwatch::now() {
+  timespec time{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+std::vector<double> contest(const std::vector<Contender>& contenders, size_t rounds) {
+  std::vector<std::vector<double>> seconds(contenders.size());
+  for (size_t round = 0; round <= rounds; ++round) {
+    for (size_t i = 0; i < contenders.size(); ++i) {
+      const double time = measured(contenders[i]);
+      if (round > 0) seconds[i].push_back(time);
+    }
+  }
+  std::vector<double> medians;
+  for (const std::vector<double>& times : seconds) medians.push_back(median(times));
+  return medians;
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  const size_t middle = values.size() / 2;
+  return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+void mustFind(const std::string& who, const char* what, size_t found, size_t expected) {
+  if (found == expected) return;
+  throw std::runtime_error(who + ": found " + std::to_string(found) + " " + what + ", expected " +
+                           std::to_string(expected));
+}
+
+}  // namespace bench

@@ -1,0 +1,38 @@
+// Coin reading Open Inventor ASCII from memory.
+#include <Inventor/SoDB.h>
+#include <Inventor/SoInput.h>
+#include <Inventor/nodes/SoSeparator.h>
+
+#include <stdexcept>
+
+#include "bench/peers/peers.h"
+
+namespace bench {
+namespace {
+
+SoSeparator* readAll(const std::string& text) {
+  SoInput input;
+  input.setBuffer(text.data(), text.size());
+  SoSeparator* const root = SoDB::readAll(&input);
+  if (root) root->ref();
+  return root;
+}
+
+}  // namespace
+
+Contender coinReader(const Text& iv) {
+  SoDB::init();
+  SoSeparator* const root = readAll(iv.text);
+  if (!root) throw std::runtime_error("Coin: cannot read the scene");
+  mustFind("Coin", "nodes", static_cast<size_t>(root->getNumChildren()), iv.expected.nodes);
+  root->unref();
+  return {"Coin .iv", [&iv] {
+            const Stopwatch watch;
+            SoSeparator* const fresh = readAll(iv.text);
+            const double seconds = watch.seconds();
+            fresh->unref();
+            return seconds;
+          }};
+}
+
+}  // namespace bench

@@ -1,0 +1,138 @@
+// The scene as Open Inventor 2.1 ASCII, what Coin reads: a mesh becomes an indexed face set, a node
+// with scalar inputs a node that declares its own fields, a node with links a group.
+//
+// A name must be defined before it is used, so the nodes are written last to first: what was
+// further down then stands above. A reference and a connection both become a used child.
+#include <vector>
+
+#include "bench/scenes/scene_writer.h"
+
+namespace bench {
+namespace {
+
+class IvWriter : public SceneWriter {
+ public:
+  void comment(std::string_view text) override { add(preface, {"# ", text, "\n"}); }
+
+  void beginNode(std::string_view type, std::string_view name) override {
+    nodeType = type;
+    nodeName = name;
+    declared.clear();
+    body.clear();
+    properties.clear();
+    hasChildren = false;
+  }
+
+  void endNode() override {
+    std::string block = preface;
+    preface.clear();
+    add(block, {"DEF ", nodeName, " "});
+    if (nodeType == "mesh") {
+      add(block, {"Separator {\n  VertexProperty {\n", properties, "  }\n", body, "}\n"});
+    } else if (hasChildren || declared.empty()) {
+      add(block, {"Group {\n", body, "}\n"});
+    } else {
+      add(block, {nodeType, " {\n  fields [ ", declared, " ]\n", body, "}\n"});
+    }
+    blocks.push_back(std::move(block));
+  }
+
+  void boolean(std::string_view input, bool value) override {
+    field("SFBool", input, value ? "TRUE" : "FALSE");
+  }
+
+  void integer(std::string_view input, int64_t value) override {
+    field("SFInt32", input, std::to_string(value));
+  }
+
+  void real(std::string_view input, std::string_view digits) override {
+    field("SFFloat", input, digits);
+  }
+
+  void string(std::string_view input, std::string_view text) override {
+    std::string quoted = "\"";
+    for (const char c : text) {
+      if (c == '"' || c == '\\') quoted += '\\';
+      quoted += c;
+    }
+    field("SFString", input, quoted + '"');
+  }
+
+  void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
+    const bool isWide = keyword == "rgba" || keyword == "quat" || keyword == "vec4";
+    field(keyword == "vec2" ? "SFVec2f" : isWide ? "SFVec4f" : "SFVec3f", input, digits);
+  }
+
+  void buffer(std::string_view input, std::string_view, size_t width,
+              const NumberList& numbers) override {
+    if (input == "points") {
+      rows("vertex", width, numbers);
+    } else if (input == "normals") {
+      rows("normal", width, numbers);
+    } else if (input == "uvs") {
+      rows("texCoord", width, numbers);
+    } else if (input == "indices") {
+      faces(numbers);
+    }
+  }
+
+  void compressed(std::string_view, std::string_view, size_t,
+                  std::span<const unsigned char>) override {}
+
+  void reference(std::string_view, std::string_view node) override { use(node); }
+  void connection(std::string_view, std::string_view node, std::string_view) override { use(node); }
+
+  std::string finish() override {
+    std::string out = "#Inventor V2.1 ascii\n\nSeparator {\n";
+    for (size_t i = blocks.size(); i > 0; --i) out += blocks[i - 1];
+    return out + preface + "}\n";
+  }
+
+ private:
+  static void add(std::string& to, std::initializer_list<std::string_view> parts) {
+    for (const std::string_view part : parts) to += part;
+  }
+
+  void field(std::string_view type, std::string_view input, std::string_view value) {
+    if (!declared.empty()) declared += ", ";
+    add(declared, {type, " ", input});
+    add(body, {"  ", input, " ", value, "\n"});
+  }
+
+  void use(std::string_view node) {
+    hasChildren = true;
+    add(body, {"  USE ", node, "\n"});
+  }
+
+  void rows(std::string_view name, size_t width, const NumberList& numbers) {
+    add(properties, {"    ", name, " [ "});
+    eachNumber(numbers.digits, [&](std::string_view number, size_t index) {
+      if (index > 0) properties += index % width == 0 ? ",\n      " : " ";
+      properties += number;
+    });
+    properties += " ]\n";
+  }
+
+  void faces(const NumberList& numbers) {
+    body += "  IndexedFaceSet {\n    coordIndex [ ";
+    eachNumber(numbers.digits, [&](std::string_view number, size_t index) {
+      if (index > 0) body += index % 3 == 0 ? ", -1,\n      " : ", ";
+      body += number;
+    });
+    body += ", -1 ]\n  }\n";
+  }
+
+  std::vector<std::string> blocks;
+  std::string preface;
+  std::string nodeType, nodeName;
+  std::string declared, body, properties;
+  bool hasChildren = false;
+};
+
+}  // namespace
+
+std::unique_ptr<SceneWriter> makeIvWriter() {
+  return std::make_unique<IvWriter>();
+}
+
+}  // namespace bench

@@ -1,0 +1,62 @@
+// The math value types in which tuple literals are stored: plain components in storage order.
+// Vectors and positions x, y, z, w; quaternions x, y, z, w; colours red, green, blue, alpha;
+// matrices row by row.
+#pragma once
+
+#include <vsa/foundation/api.h>
+
+namespace zn::math {
+
+/// A vector of N components.
+template <unsigned long long N, class Component>
+struct VecT {
+  Component components[N];
+};
+
+/// A position of N coordinates.
+template <unsigned long long N, class Component>
+struct PosT {
+  Component components[N];
+
+  static const PosT zero;  ///< All coordinates 0.
+};
+
+/// A quaternion: x, y, z, w.
+template <class Component>
+struct QuatT {
+  Component components[4];
+};
+
+/// A colour: red, green, blue, alpha.
+template <class Component>
+struct RgbaT {
+  Component components[4];
+};
+
+/// An N by N matrix, row by row.
+template <unsigned long long N, class Component>
+struct MatT {
+  Component components[N * N];
+
+  static const MatT identity;  ///< 1 on the diagonal, 0 elsewhere.
+};
+
+/// A box between two corners.
+template <class Component>
+struct AabbT {
+  PosT<3, Component> minimum;
+  PosT<3, Component> maximum;
+
+  static const AabbT identity;  ///< Both corners at the origin.
+};
+
+template <>
+VSA_API const PosT<3, double> PosT<3, double>::zero;
+template <>
+VSA_API const MatT<3, double> MatT<3, double>::identity;
+template <>
+VSA_API const MatT<4, double> MatT<4, double>::identity;
+template <>
+VSA_API const AabbT<double> AabbT<double>::identity;
+
+}  // namespace zn::math

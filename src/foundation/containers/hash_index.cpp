@@ -1,0 +1,57 @@
+// Growth and removal of HashIndex; look-up is in the header, where it can be inlined.
+#include "foundation/containers/hash_index.h"
+
+#include <stdexcept>
+
+namespace zn::ds {
+
+void HashIndex::insert(std::uint64_t hash, std::uint64_t position) {
+  if (position >= FREE) throw std::length_error("a hash index holds fewer than 2^32 positions");
+  makeRoom();
+  place({partOf(hash), static_cast<std::uint32_t>(position)});
+  ++used_;
+}
+
+void HashIndex::erase(std::uint64_t hash, std::uint64_t position) noexcept {
+  if (used_ == 0) return;
+  std::uint64_t at = partOf(hash) & mask_;
+  while (slots_[at].position != position) {
+    if (slots_[at].position == FREE) return;
+    at = (at + 1) & mask_;
+  }
+  closeGap(at);
+  --used_;
+}
+
+void HashIndex::grow() {
+  const std::uint64_t before = slotCount();
+  const std::uint64_t after = before == 0 ? 16 : 2 * before;
+  std::unique_ptr<Slot[]> old = std::make_unique<Slot[]>(after);
+  old.swap(slots_);
+  mask_ = after - 1;
+  for (std::uint64_t i = 0; i < before; ++i) {
+    if (old[i].position != FREE) place(old[i]);
+  }
+}
+
+void HashIndex::place(Slot filed) noexcept {
+  std::uint64_t at = filed.part & mask_;
+  while (slots_[at].position != FREE) at = (at + 1) & mask_;
+  slots_[at] = filed;
+}
+
+// A look-up ends at the first free slot, so what follows the gap moves into it, unless that would
+// put it before the slot where its own run begins.
+void HashIndex::closeGap(std::uint64_t gap) noexcept {
+  for (std::uint64_t at = (gap + 1) & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
+    const std::uint64_t home = slots_[at].part & mask_;
+    const std::uint64_t fromHome = (at - home) & mask_;
+    const std::uint64_t fromGap = (at - gap) & mask_;
+    if (fromHome < fromGap) continue;
+    slots_[gap] = slots_[at];
+    gap = at;
+  }
+  slots_[gap].position = FREE;
+}
+
+}  // namespace zn::ds

@@ -1,0 +1,143 @@
+// Internal: one usual piece of a list of numbers, eight digits a step in a 64-bit word, on any
+// processor. The first byte of the text is the lowest of the word, so a byte order the other way
+// round is turned on loading. The sums that fold eight digits into one number are those of
+// "Faster integer parsing" (J. Khuong and others, 2018).
+//
+// Each reader returns the piece's end, which is a blank, with `out` set; or null when the piece is
+// unusual in form, range or rounding. Up to FORM_WINDOW bytes from `at` on are read.
+
+#pragma once
+
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <type_traits>
+
+#include "foundation/numbers/number_decimal.h"
+
+namespace zn::numbers {
+
+/// Bytes that a reader may look at from the start of a piece on.
+inline constexpr size_t FORM_WINDOW = 48;
+
+inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,     10000,
+                                              100000, 1000000, 10000000, 100000000};
+
+/// Eight characters less '0' each, the first one lowest.
+inline uint64_t loadEight(const char* at) {
+  uint64_t word;
+  std::memcpy(&word, at, sizeof word);
+  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
+  return word ^ 0x3030303030303030;
+}
+
+/// How many digits the word starts with.
+inline int leadingDigits(uint64_t word) {
+  const uint64_t past = ((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word;
+  return std::countr_zero(past & 0x8080808080808080) / 8;
+}
+
+/// The number of the word's first `count` digits, 1 to 8.
+VSA_WRAPS_AROUND inline uint64_t foldDigits(uint64_t word, int count) {
+  constexpr uint64_t PAIRS = 0x000000FF000000FF;
+  word <<= 64 - 8 * count;
+  word = word * 10 + (word >> 8);
+  return ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >> 32;
+}
+
+/// Digits taken from a text, as one number; more than MAX_DIGITS of them do not count.
+struct DigitRun {
+  uint64_t value = 0;
+  int count = 0;
+
+  /// Takes the digits that follow, up to the first that is one too many; returns where they end.
+  const char* take(const char* at) {
+    for (;;) {
+      const uint64_t word = loadEight(at);
+      const int digits = leadingDigits(word);
+      count += digits;
+      if (digits == 0 || count > MAX_DIGITS) return at;
+      value = value * POWERS_OF_TEN[digits] + foldDigits(word, digits);
+      at += digits;
+      if (digits < 8) return at;
+    }
+  }
+};
+
+/// ("e" | "E") ["+" | "-"] digits, of at most eight digits; null when there are none.
+inline const char* exponentAt(const char* at, int64_t& exponent) {
+  ++at;
+  const bool negative = *at == '-';
+  if (negative || *at == '+') ++at;
+  const uint64_t word = loadEight(at);
+  const int digits = leadingDigits(word);
+  if (digits == 0) return nullptr;
+  const auto written = static_cast<int64_t>(foldDigits(word, digits));
+  exponent += negative ? -written : written;
+  return at + digits;
+}
+
+template <class Real>
+inline const char* realPiece(const char* at, Real& out) {
+  const bool negative = *at == '-';
+  at += negative ? 1 : 0;
+  DigitRun digits;
+  at = digits.take(at);
+  int64_t exponent = 0;
+  if (*at == '.') {
+    const int whole = digits.count;
+    at = digits.take(at + 1);
+    exponent = whole - digits.count;
+  }
+  if (digits.count == 0 || digits.count > MAX_DIGITS) return nullptr;
+  if (*at == 'e' || *at == 'E') at = exponentAt(at, exponent);
+  Real value;
+  if (at == nullptr || *at != ' ' || !realFromDecimal(digits.value, exponent, value))
+    return nullptr;
+  out = withSign(value, negative);
+  return at;
+}
+
+/// `magnitude` with the sign put to it, as the target's type. False when out of range, and for a
+/// "-" in front of an unsigned number.
+template <class Integer>
+inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
+  constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());
+  if constexpr (std::is_unsigned_v<Integer>) {
+    out = static_cast<Integer>(magnitude);
+    return !negative && magnitude <= MAX;
+  } else {
+    // Up to 2^63 - 1 the two signs differ in nothing but the sign; 2^63 is left to number_text.
+    const auto value = static_cast<int64_t>(magnitude & (~uint64_t{0} >> 1));
+    const int64_t flip = -int64_t{negative};  // no branch on the sign
+    out = static_cast<Integer>((value ^ flip) - flip);
+    return magnitude <= MAX + (negative && sizeof(Integer) < 8 ? 1 : 0);
+  }
+}
+
+template <class Integer>
+inline const char* integerPiece(const char* at, Integer& out) {
+  const bool negative = *at == '-';
+  at += negative ? 1 : 0;
+  DigitRun digits;
+  at = digits.take(at);
+  if (digits.count == 0 || digits.count > MAX_DIGITS || *at != ' ') return nullptr;
+  Integer value;
+  if (!signedInteger(digits.value, negative, value)) return nullptr;
+  out = value;
+  return at;
+}
+
+/// The one of the two that reads this type.
+template <class Number>
+inline const char* numberPiece(const char* at, Number& out) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    return realPiece(at, out);
+  } else {
+    return integerPiece(at, out);
+  }
+}
+
+}  // namespace zn::numbers

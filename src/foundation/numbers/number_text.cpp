@@ -1,0 +1,268 @@
+// The forms are checked here, character by character, and the digits collected on the way. Common
+// reals then go through number_decimal. What is left (more than 19 digits, far exponents, exact
+// half-way cases) is rewritten as a short plain decimal and handed to std::from_chars, which rounds
+// exactly; that it also knows other forms, and reports overflow and underflow alike, is kept from
+// it.
+
+#include "foundation/numbers/number_text.h"
+
+#include <charconv>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <system_error>
+#include <type_traits>
+
+#include <vsa/foundation/char_class.h>
+#include "foundation/numbers/number_decimal.h"
+
+namespace zn {
+namespace {
+
+using numbers::MAX_DIGITS;
+
+/// No text is long enough to bring an exponent past this back into any range.
+constexpr int64_t EXPONENT_CEILING = 100'000'000'000'000'000;
+
+/// Characters still to be read.
+struct Text {
+  const char* at;
+  const char* end;
+
+  bool isAtEnd() const { return at == end; }
+  bool startsWithDigit() const { return at != end && *at >= '0' && *at <= '9'; }
+
+  /// Steps over the next character when it is one of the two.
+  bool skip(char one, char other) {
+    if (at == end || (*at != one && *at != other)) return false;
+    ++at;
+    return true;
+  }
+
+  int takeDigit() { return *at++ - '0'; }
+};
+
+bool isWhiteSpace(char c) {
+  return char_class::is(c, char_class::SPACE);
+}
+
+Text withoutWhiteSpace(const char* first, const char* last) {
+  while (first != last && isWhiteSpace(*first)) ++first;
+  while (first != last && isWhiteSpace(last[-1])) --last;
+  return {first, last};
+}
+
+/// ["+" | "-"]: true for "-".
+bool takeSign(Text& text) {
+  if (text.skip('-', '-')) return true;
+  text.skip('+', '+');
+  return false;
+}
+
+/// digit {digit}, held at EXPONENT_CEILING. False when there is no digit.
+bool takeExponent(Text& text, int64_t& exponent) {
+  if (!text.startsWithDigit()) return false;
+  exponent = 0;
+  while (text.startsWithDigit()) {
+    const int digit = text.takeDigit();
+    if (exponent < EXPONENT_CEILING) exponent = exponent * 10 + digit;
+  }
+  return true;
+}
+
+/// value * 10 + digit unless that passes 64 bits.
+bool appendDigit(uint64_t& value, unsigned digit) {
+  constexpr uint64_t MAX = std::numeric_limits<uint64_t>::max();
+  if (value >= MAX / 10 && (value > MAX / 10 || digit > MAX % 10)) return false;
+  value = value * 10 + digit;
+  return true;
+}
+
+struct Magnitude {
+  bool negative = false;
+  uint64_t value = 0;
+};
+
+/// The whole production `integer`, without a target's range.
+bool takeMagnitude(Text text, Magnitude& out) {
+  out.negative = takeSign(text);
+  if (!text.startsWithDigit()) return false;
+  while (text.startsWithDigit()) {
+    if (!appendDigit(out.value, static_cast<unsigned>(text.takeDigit()))) return false;
+  }
+  int64_t exponent = 0;
+  if (text.skip('e', 'E')) {
+    text.skip('+', '+');
+    if (!takeExponent(text, exponent)) return false;
+  }
+  text.skip('u', 'u');
+  if (!text.isAtEnd()) return false;
+  for (; exponent > 0 && out.value != 0; --exponent) {
+    if (!appendDigit(out.value, 0)) return false;
+  }
+  return true;
+}
+
+/// A finite real as written. Its value is `digits` * 10^`exponent` when `exact`; otherwise further
+/// digits that are not all zero follow the first 19.
+struct Decimal {
+  bool negative = false;
+  bool exact = true;
+  int digitCount = 0;  // of `digits`, the first one not zero
+  uint64_t digits = 0;
+  int64_t exponent = 0;
+  Text mantissa{};  // digits and point
+
+  void add(int digit, bool afterPoint) {
+    if (digitCount < MAX_DIGITS) {
+      digits = digits * 10 + static_cast<unsigned>(digit);
+      digitCount += digits != 0 ? 1 : 0;
+      exponent -= afterPoint ? 1 : 0;
+    } else {
+      exact = exact && digit == 0;
+      exponent += afterPoint ? 0 : 1;
+    }
+  }
+};
+
+/// The first form of the production `real`, after its sign.
+bool takeDecimal(Text text, Decimal& out) {
+  const char* const first = text.at;
+  bool hasDigit = text.startsWithDigit();
+  while (text.startsWithDigit()) out.add(text.takeDigit(), false);
+  if (text.skip('.', '.')) {
+    hasDigit = hasDigit || text.startsWithDigit();
+    while (text.startsWithDigit()) out.add(text.takeDigit(), true);
+  }
+  if (!hasDigit) return false;
+  out.mantissa = {first, text.at};
+  if (text.skip('e', 'E')) {
+    const bool negative = takeSign(text);
+    int64_t written;
+    if (!takeExponent(text, written)) return false;
+    out.exponent += negative ? -written : written;
+  }
+  text.skip('f', 'F');
+  return text.isAtEnd();
+}
+
+/// "inf" or "nan" in any letter case, and nothing else.
+template <class Real>
+bool takeInfinityOrNan(Text text, Real& out) {
+  if (text.end - text.at != 3) return false;
+  const auto is = [&](const char* lower) {
+    return (text.at[0] | 0x20) == lower[0] && (text.at[1] | 0x20) == lower[1] &&
+           (text.at[2] | 0x20) == lower[2];
+  };
+  if (is("inf")) {
+    out = std::numeric_limits<Real>::infinity();
+    return true;
+  }
+  if (!is("nan")) return false;
+  out = std::numeric_limits<Real>::quiet_NaN();
+  return true;
+}
+
+/// Every significant digit that can matter to a double (767 decide, one more says "and some"),
+/// followed by an exponent, in a form of bounded length.
+class PlainDecimal {
+ public:
+  /// `order` is that of the value: 10^(order - 1) <= value < 10^order.
+  PlainDecimal(Text mantissa, int64_t order) {
+    while (!mantissa.isAtEnd() && count_ <= MAX_SIGNIFICANT) add(*mantissa.at++);
+    char* const digitsEnd = text_ + count_;
+    *digitsEnd = 'e';
+    end_ = std::to_chars(digitsEnd + 1, text_ + sizeof text_, order - count_).ptr;
+    for (; !mantissa.isAtEnd(); ++mantissa.at) {
+      if (*mantissa.at != '.' && *mantissa.at != '0') digitsEnd[-1] = '1';
+    }
+  }
+
+  const char* begin() const { return text_; }
+  const char* end() const { return end_; }
+
+ private:
+  static constexpr int MAX_SIGNIFICANT = 780;
+
+  void add(char c) {
+    if (c == '.' || (c == '0' && count_ == 0)) return;
+    text_[count_++] = c;
+  }
+
+  int count_ = 0;
+  char text_[MAX_SIGNIFICANT + 32];
+  char* end_;
+};
+
+/// The exact road, for a decimal that is not zero. False: it overflows.
+template <class Real>
+bool realFromLongDecimal(const Decimal& decimal, Real& out) {
+  constexpr int64_t FAR_BEYOND = 400;  // orders that no float or double has
+  const int64_t order = decimal.exponent + decimal.digitCount;
+  if (order > FAR_BEYOND) return false;
+  out = 0;
+  if (order < -FAR_BEYOND) return true;
+  const PlainDecimal plain(decimal.mantissa, order);
+  Real value = 0;
+  const std::errc error = std::from_chars(plain.begin(), plain.end(), value).ec;
+  if (error == std::errc::result_out_of_range) return order <= 0;  // too small gives the zero
+  if (std::isinf(value)) return false;
+  out = value;
+  return true;
+}
+
+template <class Real>
+bool takeReal(Text text, Real& out) {
+  Decimal decimal;
+  decimal.negative = takeSign(text);
+  Real value;
+  if (takeDecimal(text, decimal)) {
+    const bool isDecided =
+        decimal.exact && numbers::realFromDecimal(decimal.digits, decimal.exponent, value);
+    if (!isDecided && !realFromLongDecimal(decimal, value)) return false;
+  } else if (!takeInfinityOrNan(text, value)) {
+    return false;
+  }
+  out = numbers::withSign(value, decimal.negative);
+  return true;
+}
+
+}  // namespace
+
+template <class Integer>
+bool integerFromText(const char* first, const char* last, Integer& out) {
+  constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());
+  Magnitude magnitude;
+  if (!takeMagnitude(withoutWhiteSpace(first, last), magnitude)) return false;
+  if (!magnitude.negative) {
+    if (magnitude.value > MAX) return false;
+    out = static_cast<Integer>(magnitude.value);
+    return true;
+  }
+  if (std::is_unsigned_v<Integer> || magnitude.value > MAX + 1) return false;
+  // The smallest integer has no positive counterpart, hence the step over minus one.
+  const int64_t value = magnitude.value == 0 ? 0 : -static_cast<int64_t>(magnitude.value - 1) - 1;
+  out = static_cast<Integer>(value);
+  return true;
+}
+
+bool realFromText(const char* first, const char* last, float& out) {
+  return takeReal(withoutWhiteSpace(first, last), out);
+}
+
+bool realFromText(const char* first, const char* last, double& out) {
+  return takeReal(withoutWhiteSpace(first, last), out);
+}
+
+template bool integerFromText(const char*, const char*, signed char&);
+template bool integerFromText(const char*, const char*, unsigned char&);
+template bool integerFromText(const char*, const char*, short&);
+template bool integerFromText(const char*, const char*, unsigned short&);
+template bool integerFromText(const char*, const char*, int&);
+template bool integerFromText(const char*, const char*, unsigned int&);
+template bool integerFromText(const char*, const char*, long&);
+template bool integerFromText(const char*, const char*, unsigned long&);
+template bool integerFromText(const char*, const char*, long long&);
+template bool integerFromText(const char*, const char*, unsigned long long&);
+
+}  // namespace zn

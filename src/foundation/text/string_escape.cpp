@@ -1,0 +1,156 @@
+// String::unescape: backslash sequences to the characters they stand for. UTF-16 code units as in
+// JSON (RFC 8259), written as UTF-8 (RFC 3629).
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
+
+#include <vsa/foundation/string.h>
+
+namespace zn {
+
+namespace {
+
+constexpr unsigned NO_UNIT = 0x10000;  // not a UTF-16 code unit
+
+// Of a hexadecimal digit: the letters come behind the decimal ones.
+unsigned hexValue(char c) {
+  if (c <= '9') return static_cast<unsigned>(c - '0');
+  return static_cast<unsigned>(toLowerCase(c) - 'a') + 10U;
+}
+
+// The value of exactly `count` hexadecimal digits at `at`, or NO_UNIT.
+unsigned hexDigits(const char* at, const char* end, int count) {
+  if (end - at < count) return NO_UNIT;
+  unsigned value = 0;
+  for (int i = 0; i < count; ++i) {
+    if (!String::isHexDigit(at[i])) return NO_UNIT;
+    value = value * 16 + hexValue(at[i]);
+  }
+  return value;
+}
+
+// The code unit of a \uHHHH sequence at `at`, or NO_UNIT.
+unsigned codeUnit(const char* at, const char* end) {
+  if (end - at < 2 || at[0] != '\\' || at[1] != 'u') return NO_UNIT;
+  return hexDigits(at + 2, end, 4);
+}
+
+// The characters of the one-letter escapes; NUL for any other letter.
+constexpr std::array<char, 256> makeSimpleEscapes() {
+  struct Row {
+    char letter;
+    char character;
+  };
+  constexpr Row ROWS[] = {{'\\', '\\'}, {'"', '"'},  {'\'', '\''}, {'/', '/'},
+                          {'a', '\a'},  {'b', '\b'}, {'f', '\f'},  {'n', '\n'},
+                          {'r', '\r'},  {'t', '\t'}, {'v', '\v'}};
+  std::array<char, 256> characters{};
+  for (const Row& row : ROWS) characters[static_cast<unsigned char>(row.letter)] = row.character;
+  return characters;
+}
+
+constexpr std::array<char, 256> SIMPLE_ESCAPES = makeSimpleEscapes();
+
+char* appendUtf8(char* to, unsigned code) {
+  const auto put = [&to](unsigned byte) { *to++ = static_cast<char>(byte); };
+  if (code < 0x80) {
+    put(code);
+  } else if (code < 0x800) {
+    put(0xC0 | (code >> 6));
+    put(0x80 | (code & 0x3F));
+  } else if (code < 0x10000) {
+    put(0xE0 | (code >> 12));
+    put(0x80 | ((code >> 6) & 0x3F));
+    put(0x80 | (code & 0x3F));
+  } else {
+    put(0xF0 | (code >> 18));
+    put(0x80 | ((code >> 12) & 0x3F));
+    put(0x80 | ((code >> 6) & 0x3F));
+    put(0x80 | (code & 0x3F));
+  }
+  return to;
+}
+
+// Reads a \u sequence, or a pair of them, at `at`. Returns the characters read, 0 for none that
+// stands for a character.
+int unicodeEscape(const char* at, const char* end, char*& to) {
+  const unsigned unit = codeUnit(at, end);
+  if (unit == NO_UNIT || unit == 0) return 0;
+  if (unit < 0xD800 || unit > 0xDFFF) {
+    to = appendUtf8(to, unit);
+    return 6;
+  }
+  const unsigned second = codeUnit(at + 6, end);
+  if (unit > 0xDBFF || second < 0xDC00 || second > 0xDFFF) return 0;
+  to = appendUtf8(to, 0x10000 + ((unit - 0xD800) << 10) + (second - 0xDC00));
+  return 12;
+}
+
+// Reads one escape sequence at `at` (a backslash) and writes what it stands for. Returns the
+// characters read, 0 when it is none and stays as written.
+int escape(const char* at, const char* end, char*& to) {
+  if (end - at < 2) return 0;
+  const char simple = SIMPLE_ESCAPES[static_cast<unsigned char>(at[1])];
+  if (simple != '\0') {
+    *to++ = simple;
+    return 2;
+  }
+  if (at[1] == 'u') return unicodeEscape(at, end, to);
+  if (at[1] != 'x') return 0;
+  const unsigned byte = hexDigits(at + 2, end, 2);
+  if (byte == NO_UNIT || byte == 0) return 0;
+  *to++ = static_cast<char>(byte);
+  return 4;
+}
+
+// Copies the characters before the first backslash and returns how many. As many as there are left
+// may be written.
+std::size_t copyPlain(const char* at, const char* end, char* to) {
+  const char* const begin = at;
+#if defined(__SSE2__)
+  for (; end - at >= 16; at += 16, to += 16) {
+    const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at));
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(to), bytes);
+    const auto mask =
+        static_cast<unsigned>(_mm_movemask_epi8(_mm_cmpeq_epi8(bytes, _mm_set1_epi8('\\'))));
+    if (mask != 0) return static_cast<std::size_t>(at + __builtin_ctz(mask) - begin);
+  }
+#endif
+  while (at < end && *at != '\\') *to++ = *at++;
+  return static_cast<std::size_t>(at - begin);
+}
+
+}  // namespace
+
+// Most characters stand for themselves: they are copied up to the next backslash. No sequence
+// stands for more characters than it is written with, so that what is left of the text has room in
+// what is left of `out`.
+std::size_t String::unescape(std::string_view text, char* out) noexcept {
+  char* to = out;
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  while (at < end) {
+    const std::size_t plain = copyPlain(at, end, to);
+    at += plain;
+    to += plain;
+    if (at == end) break;
+    const int read = escape(at, end, to);
+    if (read == 0) *to++ = *at;
+    at += read == 0 ? 1 : read;
+  }
+  return static_cast<std::size_t>(to - out);
+}
+
+String String::unescape() const {
+  const std::string_view text = view();
+  if (text.find('\\') == std::string_view::npos) return *this;
+  ds::Vector<char> chars;
+  chars.reserve(static_cast<unsigned long>(text.size() + 1));
+  return String::copyOf({chars.data, unescape(text, chars.data)});
+}
+
+}  // namespace zn

@@ -1,0 +1,228 @@
+// Formatting by the conventions of printf, without a limit of length: a plain %s is appended by our
+// own hand (the C library counts in int), every other conversion is handed to the C library, one at
+// a time. %n is not known: no format can make us write anywhere.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+#include "foundation/base/argument_list.h"
+
+namespace zn {
+
+namespace {
+
+// va_list may be an array type; in a struct it can be passed on by reference.
+struct Arguments {
+  va_list list;
+};
+
+// The width of an integer argument, as its conversion's length modifier gives it.
+enum class Length { Int, Long, LongLong, Size, IntMax, PtrDiff, LongDouble };
+
+class Formatter {
+ public:
+  Formatter(const char* format, Arguments& arguments) : at_(format), arguments_(arguments) {}
+
+  // A %c of NUL ends the text, as it would in C.
+  String run() {
+    while (*at_ != '\0') {
+      const char* const percent = std::strchr(at_, '%');
+      if (percent == nullptr) {
+        append(at_);
+        break;
+      }
+      append({at_, static_cast<std::size_t>(percent - at_)});
+      at_ = percent;
+      conversion();
+    }
+    if (end_ < text_.size) text_.size = end_;
+    if (text_.size >= LONG_TEXT) return String::adoptWhole(std::move(text_));
+    return String::copyOf({text_.data, static_cast<std::size_t>(text_.size)});
+  }
+
+ private:
+  void conversion() {
+    const char* const start = at_++;
+    conversion_ = "%";
+    copyWhile("-+ #0'");
+    numberOrStar();
+    if (*at_ == '.') precision();
+    const Length length = lengthModifier();
+    const char kind = *at_;
+    if (kind != '\0') ++at_;
+    conversion_ += kind;
+    if (!convert(kind, length)) append({start, static_cast<std::size_t>(at_ - start)});
+  }
+
+  void copyWhile(const char* set) {
+    while (*at_ != '\0' && std::strchr(set, *at_) != nullptr) conversion_ += *at_++;
+  }
+
+  // A negative one, from an argument, counts as none.
+  void precision() {
+    const std::size_t before = conversion_.size();
+    conversion_ += *at_++;
+    numberOrStar();
+    if (conversion_[before + 1] == '-') conversion_.resize(before);
+  }
+
+  void numberOrStar() {
+    if (*at_ == '*') {
+      ++at_;
+      conversion_ += std::to_string(va_arg(arguments_.list, int));
+    } else {
+      copyWhile("0123456789");
+    }
+  }
+
+  Length lengthModifier() {
+    const char* const start = at_;
+    copyWhile("hlzjtL");
+    const std::string_view modifier(start, static_cast<std::size_t>(at_ - start));
+    if (modifier == "l") return Length::Long;
+    if (modifier == "ll") return Length::LongLong;
+    if (modifier == "z") return Length::Size;
+    if (modifier == "j") return Length::IntMax;
+    if (modifier == "t") return Length::PtrDiff;
+    if (modifier == "L") return Length::LongDouble;
+    return Length::Int;  // none, h and hh: promoted to int
+  }
+
+  // False for a conversion that is not known: it stands in the text as written.
+  bool convert(char kind, Length length) {
+    switch (kind) {
+      case '%':
+        append("%");
+        return true;
+      case 's':
+        string(va_arg(arguments_.list, const char*));
+        return true;
+      case 'c':
+        character(va_arg(arguments_.list, int));
+        return true;
+      case 'p':
+        print(va_arg(arguments_.list, void*));
+        return true;
+      case 'd':
+      case 'i':
+      case 'u':
+      case 'x':
+      case 'X':
+      case 'o':
+        integer(length);
+        return true;
+      case 'f':
+      case 'F':
+      case 'e':
+      case 'E':
+      case 'g':
+      case 'G':
+      case 'a':
+      case 'A':
+        if (length == Length::LongDouble) {
+          print(va_arg(arguments_.list, long double));
+        } else {
+          print(va_arg(arguments_.list, double));
+        }
+        return true;
+      default:
+        return false;
+    }
+  }
+
+  void string(const char* value) {
+    if (value == nullptr) value = "(null)";
+    if (conversion_ == "%s") {
+      append(value);
+    } else {
+      print(value);
+    }
+  }
+
+  // A NUL comes from here alone.
+  void character(int value) {
+    const std::uint64_t start = text_.size;
+    print(value);
+    if (static_cast<unsigned char>(value) != 0) return;
+    const std::string_view all(text_.data, static_cast<std::size_t>(text_.size));
+    end_ = std::min<std::uint64_t>(end_, all.find('\0', start));
+  }
+
+  // Signed and unsigned types of one width are passed alike.
+  void integer(Length length) {
+    switch (length) {
+      case Length::Long:
+        return print(va_arg(arguments_.list, long));
+      case Length::LongLong:
+        return print(va_arg(arguments_.list, long long));
+      case Length::Size:
+        return print(va_arg(arguments_.list, std::size_t));
+      // PtrDiff may be this type, too, but is not everywhere.
+      case Length::IntMax:  // NOLINT(bugprone-branch-clone)
+        return print(va_arg(arguments_.list, std::intmax_t));
+      case Length::PtrDiff:
+        return print(va_arg(arguments_.list, std::ptrdiff_t));
+      case Length::Int:
+      case Length::LongDouble:
+        return print(va_arg(arguments_.list, int));
+    }
+  }
+
+// The format is one conversion, put together above from characters that were checked one by one.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  template <class Value>
+  void print(Value value) {
+    const int length = std::snprintf(nullptr, 0, conversion_.c_str(), value);
+    if (length <= 0) return;
+    const std::size_t added = static_cast<std::size_t>(length);
+    text_.makeRoom(added + 1);
+    std::snprintf(text_.data + text_.size, added + 1, conversion_.c_str(), value);
+    text_.size += added;
+  }
+#pragma GCC diagnostic pop
+
+  // With room for a few characters more: what is left of a format is mostly short.
+  void append(std::string_view piece) {
+    if (piece.empty()) return;
+    text_.makeRoom(piece.size() + SPARE);
+    std::memcpy(text_.data + text_.size, piece.data(), piece.size());
+    text_.size += piece.size();
+  }
+
+  static constexpr std::size_t SPARE = 64;
+  // From this size on the collected characters themselves become the text.
+  static constexpr std::uint64_t LONG_TEXT = 1024;
+
+  const char* at_;
+  Arguments& arguments_;
+  std::string conversion_;  // the one at hand, from its % to its kind
+  ds::Vector<char> text_;
+  std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();  // the first NUL, if any
+};
+
+}  // namespace
+
+String String::format(const char* fmt, ...) {
+  va_list args;
+  va_start(args, fmt);
+  const detail::ArgumentListEnd end(args);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+  return formatv(fmt, args);
+}
+
+String String::formatv(const char* fmt, va_list args) {
+  Arguments arguments;
+  va_copy(arguments.list, args);
+  const detail::ArgumentListEnd end(arguments.list);
+  return Formatter(fmt, arguments).run();
+}
+
+}  // namespace zn

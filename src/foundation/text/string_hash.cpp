@@ -1,0 +1,119 @@
+// The hash of a text: multiply and fold (the mixing step of wyhash, public domain), eight
+// characters a step, keyed by numbers drawn once a process. A text that collides for one process
+// does not for the next, so nobody can write a file whose names all meet in one place: no more do
+// than have all their characters but the last in common, which are some 190.
+#include <chrono>
+#include <cstdint>
+
+#include <vsa/foundation/string.h>
+#include "foundation/text/short_text.h"
+
+namespace zn {
+
+namespace {
+
+struct Wide {
+  std::uint64_t low;
+  std::uint64_t high;
+};
+
+Wide multiply(std::uint64_t a, std::uint64_t b) noexcept {
+#ifdef __SIZEOF_INT128__
+  __extension__ using Product = unsigned __int128;
+  const Product product = static_cast<Product>(a) * b;
+  return {static_cast<std::uint64_t>(product), static_cast<std::uint64_t>(product >> 64)};
+#else
+  const std::uint64_t aLow = a & 0xffffffffU, aHigh = a >> 32;
+  const std::uint64_t bLow = b & 0xffffffffU, bHigh = b >> 32;
+  const std::uint64_t low = aLow * bLow, mid1 = aHigh * bLow, mid2 = aLow * bHigh;
+  const std::uint64_t carry = ((low >> 32) + (mid1 & 0xffffffffU) + (mid2 & 0xffffffffU)) >> 32;
+  return {a * b, aHigh * bHigh + (mid1 >> 32) + (mid2 >> 32) + carry};
+#endif
+}
+
+std::uint64_t fold(std::uint64_t a, std::uint64_t b) noexcept {
+  const Wide product = multiply(a, b);
+  return product.low ^ product.high;
+}
+
+struct Key {
+  std::uint64_t first;
+  std::uint64_t second;
+};
+
+// Where the program lies in memory and when it started differ from run to run. Drawn once, and out
+// of the way of every hash after that.
+#if defined(__GNUC__)
+__attribute__((noinline, cold))
+#endif
+Key drawKey() noexcept {
+  static const char place = 0;
+  const auto now =
+      static_cast<std::uint64_t>(std::chrono::steady_clock::now().time_since_epoch().count());
+  const auto wall =
+      static_cast<std::uint64_t>(std::chrono::system_clock::now().time_since_epoch().count());
+  const auto address = static_cast<std::uint64_t>(reinterpret_cast<std::uintptr_t>(&place));
+  const std::uint64_t first = fold(now ^ 0xa0761d6478bd642fULL, address ^ 0xe7037ed1a0b428dbULL);
+  return {first, fold(wall ^ 0x8ebc6af09c88c6e3ULL, first ^ 0x589965cc75374cc3ULL)};
+}
+
+const Key& key() noexcept {
+  static const Key drawn = drawKey();
+  return drawn;
+}
+
+using detail::loadWord;
+
+// Up to three characters as one word.
+std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
+  const auto byte = [at](std::size_t i) {
+    return std::uint64_t{static_cast<unsigned char>(at[i])};
+  };
+  return length == 0 ? 0 : byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1);
+}
+
+// Two words that hold all of a text of up to 16 characters, some of them in both: with its length
+// they are the text of no other.
+std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
+                        std::uint64_t b) noexcept {
+  if (length >= 8) {
+    return fold(a ^ loadWord<std::uint64_t>(at), b ^ loadWord<std::uint64_t>(at + length - 8));
+  }
+  if (length >= 4) {
+    return fold(a ^ loadWord<std::uint32_t>(at), b ^ loadWord<std::uint32_t>(at + length - 4));
+  }
+  return fold(a ^ loadFew(at, length), b);
+}
+
+}  // namespace
+
+// The low half: all of the text but its last character, hashed, and 4 bits of that; the high half:
+// all of it.
+std::uint64_t String::hashOf(std::string_view text) noexcept {
+  const Key& keyed = key();
+  if (text.empty()) return 1;
+  const char* at = text.data();
+  std::size_t left = text.size() - 1;
+  const auto last = static_cast<unsigned char>(at[left]);
+  std::uint64_t hash = keyed.first ^ left;
+  for (; left > 16; left -= 8, at += 8) {
+    hash = fold(hash ^ keyed.second, loadWord<std::uint64_t>(at) ^ keyed.first);
+  }
+  hash = foldShort(at, left, hash, keyed.second);
+  const std::uint64_t whole = fold(hash ^ keyed.first, keyed.second ^ (text.size() << 8 | last));
+  const std::uint64_t low = ((hash >> 32 ^ hash) & 0xFFFFFFF) << 4 | (last & 15U);
+  hash = (whole & ~std::uint64_t{0xFFFFFFFF}) | low;
+  return hash == 0 ? 1 : hash;
+}
+
+std::uint64_t String::hash() const noexcept {
+  if (isEmpty()) return hashOf({});
+  std::uint64_t known = buffer()->hash.load(std::memory_order_relaxed);
+  if (known == 0) {
+    known = hashOf(view());
+    buffer()->hash.store(known, std::memory_order_relaxed);
+  }
+  return known;
+}
+
+}  // namespace zn

@@ -1,0 +1,77 @@
+// String's conversions to booleans, integers and reals. The forms of numbers are number_text's.
+#include <vsa/foundation/string.h>
+#include "foundation/numbers/number_text.h"
+
+namespace zn {
+
+namespace {
+
+template <class Number>
+bool integer(const String& text, Number& out) {
+  const std::string_view chars = text.view();
+  return integerFromText(chars.data(), chars.data() + chars.size(), out);
+}
+
+template <class Number>
+bool real(const String& text, Number& out) {
+  const std::string_view chars = text.view();
+  return realFromText(chars.data(), chars.data() + chars.size(), out);
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && String::isSpace(text.front())) text.remove_prefix(1);
+  while (!text.empty() && String::isSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+}  // namespace
+
+bool String::parse(const String& text, bool& out) {
+  const std::string_view word = trimmed(text.view());
+  const bool isTrue = isWord(word, "true");
+  if (!isTrue && !isWord(word, "false")) return false;
+  out = isTrue;
+  return true;
+}
+
+bool String::parse(const String& text, float& out) {
+  return real(text, out);
+}
+
+bool String::parse(const String& text, double& out) {
+  return real(text, out);
+}
+
+bool String::parse(const String& text, signed char& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, unsigned char& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, short& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, unsigned short& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, int& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, unsigned int& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, long long& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+bool String::parse(const String& text, unsigned long long& out, Radix /*radix*/) {
+  return integer(text, out);
+}
+
+}  // namespace zn

@@ -1,0 +1,55 @@
+#include "foundation/text/string_slab.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <new>
+
+namespace zn {
+
+namespace detail {
+
+StringSlab* StringSlab::make(std::size_t bytes) {
+  void* const memory = std::malloc(bytes);
+  if (memory == nullptr) throw std::bad_alloc();
+  auto* const made = new (memory) StringSlab;
+  made->retain();
+  return made;
+}
+
+void StringSlab::release() noexcept {
+  if (!users_.drop()) return;
+  this->~StringSlab();
+  std::free(static_cast<void*>(this));
+}
+
+}  // namespace detail
+
+String StringSlabs::copyOf(std::string_view text, std::uint64_t hash) {
+  const std::size_t bytes = detail::StringBuffer::bytesFor(text.size());
+  if (text.empty()) return String();
+  if (bytes > LONGEST_BYTES) return String::copyOf(text, hash);
+  if (size_ - used_ < bytes) addSlab(static_cast<std::uint32_t>(4 * bytes));
+  std::byte* const place = reinterpret_cast<std::byte*>(slab_) + used_;
+  detail::StringBuffer* const made = detail::StringBuffer::makeInSlab(place, used_, text.size());
+  slab_->retain();
+  used_ += static_cast<std::uint32_t>(bytes);
+  return String::filled(made, text, hash);
+}
+
+// What is left of the slab at hand is given up.
+void StringSlabs::addSlab(std::uint32_t wanted) {
+  constexpr std::uint32_t HEAD_BYTES = 8;
+  static_assert(sizeof(detail::StringSlab) <= HEAD_BYTES);
+  const std::uint32_t bytes = std::clamp(std::max(2 * size_, wanted), LEAST_BYTES, MOST_BYTES);
+  detail::StringSlab* const made = detail::StringSlab::make(bytes);
+  finish();
+  slab_ = made;
+  size_ = bytes;
+  used_ = HEAD_BYTES;
+}
+
+void StringSlabs::finish() noexcept {
+  if (slab_ != nullptr) slab_->release();
+}
+
+}  // namespace zn

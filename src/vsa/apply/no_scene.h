@@ -1,0 +1,11 @@
+// The scene of a reader that was given none. Internal; the door is vsa.h.
+#pragma once
+
+#include <vsa/scene/scene_interface.h>
+
+namespace zn::korvo_sdk::impl {
+
+/// A scene that finds and creates nothing, so that a text is checked and not applied.
+interfaces::IScene& noScene();
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,354 @@
+// Characters to tokens: one flat choice over small readers.
+#include "vsa/lex/lexer.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
+#include <vsa/foundation/char_class.h>
+#include "vsa/diagnostics/messages.h"
+#include "vsa/lex/byte_scan.h"
+#include "vsa/lex/lexer_fast_path.h"
+#include "vsa/lex/list_normalizer.h"
+#include "vsa/lex/token_scan.h"
+
+namespace zn::korvo_sdk::impl {
+
+namespace {
+
+using char_class::is;
+using Type = Token::Type;
+
+// From this size on the collected characters themselves become the token's text.
+constexpr std::uint64_t ADOPTED_BYTES = 1024;
+// Runs are passed in steps that stay in the processor's nearest cache.
+constexpr std::size_t RUN_BYTES = 16384;
+// A list of this size is likely to grow to many times its size.
+constexpr std::uint64_t LONG_LIST_BYTES = 1U << 18;
+constexpr std::uint64_t LONG_LIST_GROWTH = 15;
+
+bool isBracket(char c) {
+  return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
+}
+
+// The characters up to the first NUL among them.
+std::string_view textOf(const ds::Vector<char>& chars) {
+  const std::string_view all(chars.data, static_cast<std::size_t>(chars.size));
+  return all.substr(0, all.find('\0'));
+}
+
+}  // namespace
+
+struct Lexer::ListKind {
+  char open;
+  char close;
+  const char* plural;
+  const char* singular;
+  Type type;
+};
+
+// --- collecting characters ---
+
+// Makes room for more of a list. A long one gets room for much of what is in sight, so that it is
+// not copied each time it outgrows what it has; what it does not need goes back with the token. At
+// least it doubles: a source may show no more than a few bytes at a time.
+void Lexer::roomForList(std::size_t count) {
+  const std::uint64_t needed = chars_.size + count;
+  if (needed <= chars_.capacity || chars_.size < LONG_LIST_BYTES) return chars_.makeRoom(count);
+  const auto inSight = static_cast<std::uint64_t>(windowEnd - windowBegin);
+  const std::uint64_t more = std::min(inSight, LONG_LIST_GROWTH * chars_.size);
+  chars_.reserve(static_cast<unsigned long>(needed + std::max(more, chars_.size)));
+}
+
+void Lexer::appendRun(std::size_t count) {
+  chars_.makeRoom(count);
+  std::memcpy(chars_.data + chars_.size, windowBegin, count);
+  chars_.size += count;
+}
+
+void Lexer::take() {
+  chars_.push_back(consume());
+}
+
+// Takes characters as long as they are in one of `classes`, none of which holds a line feed.
+void Lexer::takeRun(unsigned classes) {
+  while (is(lookaheadChar, classes)) {
+    if (windowBegin == windowLast()) {
+      take();
+      continue;
+    }
+    const char* const last = windowEnd - 1;
+    const char* at = windowBegin + 1;
+    while (at < last && is(*at, classes)) ++at;
+    const std::size_t count = static_cast<std::size_t>(at - windowBegin);
+    appendRun(count);
+    passInLine(count);
+  }
+}
+
+// Takes characters up to `a`, `b` or the end.
+void Lexer::takeUntil(char a, char b) {
+  while (!atEnd() && lookaheadChar != a && lookaheadChar != b) {
+    if (windowEnd - windowBegin < 2) {
+      take();
+      continue;
+    }
+    const char* const last = windowEnd - 1;
+    const char* const limit =
+        static_cast<std::size_t>(last - windowBegin) > RUN_BYTES ? windowBegin + RUN_BYTES : last;
+    const std::size_t count =
+        static_cast<std::size_t>(findStop(windowBegin, limit, a, b) - windowBegin);
+    appendRun(count);
+    pass(count);
+  }
+}
+
+// Consumes the white space ahead, as far as the window shows what follows it.
+void Lexer::passWhite() noexcept {
+  const char* const begin = windowBegin;
+  const char* const last = windowLast();
+  std::int32_t atLine = line;
+  std::int32_t atColumn = column;
+  char before = previous;
+  const char* at = begin;
+  do {
+    if (before == '\n') {
+      atLine = detail::wrappingSum(atLine, 1);
+      atColumn = 0;
+    }
+    atColumn = detail::wrappingSum(atColumn, 1);
+    before = *at++;
+  } while (at < last && is(*at, char_class::WHITE));
+  line = atLine;
+  column = atColumn;
+  previous = before;
+  index = detail::wrappingSum(index, static_cast<std::size_t>(at - begin));
+  windowBegin = at;
+  lookaheadChar = *at;
+}
+
+void Lexer::skipWhite() {
+  while (is(lookaheadChar, char_class::WHITE)) {
+    if (windowBegin == windowLast()) {
+      consume();
+    } else {
+      passWhite();
+    }
+  }
+}
+
+// --- tokens ---
+
+Token Lexer::token(Type type) {
+  const char c = consume();
+  return {type, texts_.character(c), line, column};
+}
+
+Token Lexer::token(Type type, const ds::Vector<char>& chars) const {
+  return {type, String::copyOf(textOf(chars)), line, column};
+}
+
+// The token of the collected characters.
+Token Lexer::taken(Type type) {
+  if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
+  return {type, String::adopt(std::move(chars_)), line, column};
+}
+
+// The same for a list that keeps no white space, nor what counts as that: it has no NUL.
+Token Lexer::takenList(Type type) {
+  if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
+  return {type, String::adoptWhole(std::move(chars_)), line, column};
+}
+
+Token Lexer::eof() const {
+  return {Type::Eof, String("EOF"), line, column};
+}
+
+Token Lexer::invalidToken() const {
+  return {Type::Invalid, String::format(INVALID_TOKEN, line, column, lookaheadChar), line, column};
+}
+
+Token Lexer::unexpectedEof(const String& what) const {
+  return {Type::Eof, String::format(UNEXPECTED_EOF, what.buf()), line, column};
+}
+
+Token Lexer::invalidListToken(const String& what) const {
+  return {Type::Invalid,
+          String::format(INVALID_LIST_TOKEN, what.buf(), line, column, lookaheadChar), line,
+          column};
+}
+
+Token Lexer::nextToken() {
+  Token token;
+  nextToken(token);
+  return token;
+}
+
+Token Lexer::readByCharacters() {
+  skipWhite();
+  if (atEnd()) return eof();
+  const Type type = firstOf(lookaheadChar);
+  switch (type) {
+    case Type::Str:
+      return string();
+    case Type::Comment:
+      return comment();
+    case Type::Parens:
+      return parens();
+    case Type::Braces:
+      return braces();
+    case Type::Brackets:
+      return brackets();
+    case Type::Int:
+      return number();
+    case Type::Id:
+      return id();
+    case Type::Invalid:
+      return invalidToken();
+    default:
+      return token(type);
+  }
+}
+
+// "#" to the end of the line, which is left to the white space that follows.
+Token Lexer::comment() {
+  chars_.clear();
+  takeUntil('\n', '\r');
+  return taken(Type::Comment);
+}
+
+// '"' ... '"', kept as written. A backslash makes one unit with a backslash or a quote after it.
+// The opening quote is the first character taken, so it closes nothing.
+Token Lexer::string() {
+  chars_.clear();
+  do {
+    if (atEnd()) return unexpectedEof("STRING");
+    take();
+    if (previous == '\\' && (lookaheadChar == '\\' || lookaheadChar == '"')) {
+      take();
+    } else {
+      takeUntil('"', '\\');
+    }
+  } while (lookaheadChar != '"');
+  take();
+  return taken(Type::Str);
+}
+
+// A letter or "_", then letters, digits and "_".
+Token Lexer::id() {
+  if (atEnd()) return unexpectedEof("ID");
+  chars_.clear();
+  take();
+  takeRun(char_class::NAME);
+  Token word;
+  texts_.word(textOf(chars_), word);
+  word.line = line;
+  word.column = column;
+  return word;
+}
+
+// "-" or a digit, then everything that numbers are written with. What it is worth is decided later.
+Token Lexer::number() {
+  if (atEnd()) return unexpectedEof("NUMBER");
+  chars_.clear();
+  take();
+  takeRun(char_class::NUMBER);
+  const bool isReal = std::any_of(chars_.begin(), chars_.end(), isRealMarker);
+  return taken(isReal ? Type::Real : Type::Int);
+}
+
+bool Lexer::isNumberChar() const {
+  return is(lookaheadChar, char_class::NUMBER);
+}
+
+// --- lists ---
+
+Token Lexer::parens() {
+  return bracketedList({'(', ')', "PARENS", "PAREN", Type::Parens});
+}
+
+Token Lexer::braces() {
+  return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
+}
+
+// "[" ... "]", kept as written. There is no nesting: the first "]" after a character closes it.
+Token Lexer::brackets() {
+  chars_.clear();
+  do {
+    if (atEnd()) return unexpectedEof("BRACKETS");
+    const bool isAllowed = lookaheadChar == '[' || lookaheadChar == ']' || lookaheadChar == '*' ||
+                           is(lookaheadChar, char_class::DIGIT | char_class::WHITE);
+    if (!isAllowed) return invalidListToken("BRACKET");
+    take();
+  } while (lookaheadChar != ']');
+  take();
+  return taken(Type::Brackets);
+}
+
+// A whole list as one token: its elements with single blanks between them. Lists of the same kind
+// inside it are flattened, other brackets and commas only separate.
+Token Lexer::bracketedList(const ListKind& kind) {
+  chars_.clear();
+  std::uint64_t depth = 0;
+  while (true) {
+    if (atEnd()) return unexpectedEof(kind.plural);
+    if (!isBracket(lookaheadChar) && lookaheadChar != ',' && !isNumberChar() &&
+        !is(lookaheadChar, char_class::WHITE)) {
+      return invalidListToken(kind.singular);
+    }
+    if (chars_.size != 0 && lookaheadChar == kind.open) {
+      consume();
+      ++depth;
+    } else if (depth > 0 && lookaheadChar == kind.close) {
+      consume();
+      --depth;
+    } else {
+      list(chars_, kind.open, kind.close);
+    }
+    takeListRun();
+    if (depth == 0 && lookaheadChar == kind.close) {
+      take();
+      return takenList(kind.type);
+    }
+  }
+}
+
+void Lexer::list(ds::Vector<char>& chars, char open, char close) {
+  const char c = lookaheadChar;
+  // NOLINTNEXTLINE(bugprone-branch-clone): asked first, since open and close are brackets, too
+  if (c == open || c == close || atEnd()) {
+    chars.push_back(consume());
+  } else if (is(c, char_class::WHITE)) {
+    skipWhite();
+    separate(chars, open, close);
+  } else if (isBracket(c) || c == ',') {
+    consume();
+    separate(chars, open, close);
+  } else {
+    chars.push_back(consume());
+  }
+}
+
+// One blank between two elements, none beside the brackets.
+void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
+  const char last = chars.size == 0 ? '\0' : chars[chars.size - 1];
+  if (String::isSpace(last) || !String::isPrintable(last)) return;
+  if (last == open || lookaheadChar == close) return;
+  chars.push_back(' ');
+}
+
+// Takes what it can of the numbers ahead in large steps. It stops behind a number character, so the
+// reader above goes on as if it had come there one character at a time.
+void Lexer::takeListRun() {
+  while (isNumberChar() && windowEnd - windowBegin >= 2) {
+    const std::size_t available = static_cast<std::size_t>(windowEnd - 1 - windowBegin);
+    const std::size_t count = available < RUN_BYTES ? available : RUN_BYTES;
+    roomForList(count + LIST_RUN_SLACK);
+    char* const to = chars_.data + chars_.size;
+    const ListRun run = copyListRun(windowBegin, windowBegin + count, to);
+    chars_.size += static_cast<std::uint64_t>(run.to - to);
+    pass(static_cast<std::size_t>(run.from - windowBegin));
+  }
+}
+
+}  // namespace zn::korvo_sdk::impl

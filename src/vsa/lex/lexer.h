@@ -1,0 +1,171 @@
+// Lexer: characters to tokens. Internal; the door is vsa.h.
+//
+// `consume` is the one operation that fetches a character, and the definition of how positions are
+// kept. A source may also expose the bytes it has in memory as a window; the inner loops then run
+// over the window and settle the position for a run of bytes at once, and come to `consume` at the
+// window's edge. Without a window everything goes through `consume`, with the same result.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+#include "vsa/lex/byte_scan.h"
+#include "vsa/lex/token.h"
+#include "vsa/lex/token_text_pool.h"
+
+namespace zn::korvo_sdk::impl {
+
+namespace detail {
+
+inline std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+}
+
+}  // namespace detail
+
+/// The mark for the end of the input. A byte of this value in the text ends it there.
+inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
+
+/// Never logs, and throws for nothing in the text: what is wrong with it comes back as a token.
+/// What leaves is std::bad_alloc, and what the source throws.
+class Lexer {
+ public:
+  virtual ~Lexer() = default;
+  /// Consumes one character and returns it. Afterwards `line` and `column` are its position.
+  virtual char consume() = 0;
+
+  char previous = 0;        ///< The character consumed last; 0 before the first.
+  char lookaheadChar = 0;   ///< The next character; END_OF_INPUT at the end.
+  std::int32_t index = 0;   ///< Characters consumed.
+  std::int32_t line = 1;    ///< Of `previous`, from 1. All three counts wrap around past 2^31 - 1.
+  std::int32_t column = 0;  ///< Of `previous`, from 1; 0 before the first character.
+
+  /// The next token. White space and characters that are not printable are skipped.
+  Token nextToken();
+  /// The same into `out`; defined in lexer_in_sight.h.
+  void nextToken(Token& out);
+
+  // One token of its kind, from `lookaheadChar` on.
+
+  Token comment();
+  Token string();
+  Token parens();
+  Token braces();
+  Token brackets();
+  Token id();
+  Token number();
+
+  /// Consumes one character: the token of that one.
+  Token token(Token::Type type);
+  /// A token of collected characters; its text ends at the first NUL among them.
+  Token token(Token::Type type, const ds::Vector<char>& chars) const;
+  Token eof() const;
+  Token invalidToken() const;
+  Token unexpectedEof(const String& what) const;
+  Token invalidListToken(const String& what) const;
+  /// One step of the list reader behind `parens` and `braces`.
+  void list(ds::Vector<char>& chars, char open, char close);
+  /// Whether `lookaheadChar` may follow the first character of a number.
+  bool isNumberChar() const;
+
+  /// True when a byte 0xFF, and not the end of the source, is what ends the input.
+  bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
+
+ protected:
+  Lexer() = default;
+  Lexer(const Lexer&) = delete;
+  Lexer& operator=(const Lexer&) = delete;
+
+  /// What every `consume` does: the position moves on, `next` becomes the lookahead.
+  char step(char next) noexcept;
+  /// For sources: the source has no more characters.
+  void endSource() noexcept { sourceEnded_ = true; }
+
+  /// The bytes at hand. `*windowBegin` is the lookahead; empty when the two are equal.
+  const char* windowBegin = nullptr;
+  const char* windowEnd = nullptr;
+
+ private:
+  struct ListKind;
+
+  bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
+  // Where the window's last byte is: bytes before it can be consumed with the next one in sight.
+  const char* windowLast() const noexcept {
+    return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
+  }
+  void skipWhite();
+  void passWhite() noexcept;
+  void take();
+  void takeRun(unsigned classes);
+  void takeUntil(char a, char b);
+  void takeListRun();
+  void pass(std::size_t count) noexcept;
+  void passLines(std::size_t count, const LineFeeds& feeds) noexcept;
+  void passInLine(std::size_t count) noexcept;
+  void appendRun(std::size_t count);
+  void roomForList(std::size_t count);
+  void separate(ds::Vector<char>& chars, char open, char close);
+  bool readInSight(Token& out);
+  bool readLongInSight(Token::Type type, const char* at, LineFeeds feeds, Token& out);
+  void passTo(const char* end, const LineFeeds& feeds, Token& out) noexcept;
+  Token readByCharacters();
+  Token bracketedList(const ListKind& kind);
+  Token taken(Token::Type type);
+  Token takenList(Token::Type type);
+
+  ds::Vector<char> chars_;  // the characters of the token at hand
+  TokenTexts texts_;
+  bool sourceEnded_ = false;
+};
+
+// --- positions ---
+
+inline char Lexer::step(char next) noexcept {
+  if (previous == '\n') {
+    line = detail::wrappingSum(line, 1);
+    column = 1;
+  } else {
+    column = detail::wrappingSum(column, 1);
+  }
+  previous = lookaheadChar;
+  index = detail::wrappingSum(index, 1);
+  lookaheadChar = next;
+  return previous;
+}
+
+// Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.
+inline void Lexer::passInLine(std::size_t count) noexcept {
+  if (previous == '\n') {
+    line = detail::wrappingSum(line, 1);
+    column = 0;
+  }
+  column = detail::wrappingSum(column, count);
+  previous = windowBegin[count - 1];
+  index = detail::wrappingSum(index, count);
+  windowBegin += count;
+  lookaheadChar = *windowBegin;
+}
+
+// Consumes `count` bytes of the window, fewer than it holds.
+inline void Lexer::pass(std::size_t count) noexcept {
+  passLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
+}
+
+// The same where the line feeds before the last byte are counted: the column counts on from the
+// last of them.
+inline void Lexer::passLines(std::size_t count, const LineFeeds& feeds) noexcept {
+  if (feeds.count != 0) {
+    const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);
+    line = detail::wrappingSum(line, feeds.count - 1 + (previous == '\n' ? 1 : 0));
+    index = detail::wrappingSum(index, upToFeed);
+    windowBegin += upToFeed;
+    previous = '\n';
+    count -= upToFeed;
+  }
+  passInLine(count);
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,223 @@
+// A whole vector of bytes a step: a byte's class comes from two table look-ups, by its high and its
+// low half (Langdale and Lemire, "Parsing Gigabytes of JSON per Second", 2019). Most lists are
+// nearly normal already, so most steps are one store. A step advances by its full width whatever it
+// holds, so that no step waits for the one before it: all that passes from one to the next is a bit
+// that says whether it ended in a separator. Separators that turn out to be the last ones are taken
+// back at the end.
+#include "vsa/lex/list_normalizer.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+#include <vsa/foundation/char_class.h>
+#include "foundation/base/cpu_features.h"
+#include "foundation/base/prefetch.h"
+
+#if VSA_LIST_RUN_HAS_VECTORS
+#include <immintrin.h>
+#define VSA_SSE42 __attribute__((target("sse4.2,popcnt")))
+#define VSA_SSE42_INLINE __attribute__((target("sse4.2,popcnt"), always_inline)) inline
+#define VSA_AVX2 __attribute__((target("avx2,popcnt")))
+#define VSA_AVX2_INLINE __attribute__((target("avx2,popcnt"), always_inline)) inline
+#endif
+
+namespace zn::korvo_sdk::impl {
+
+namespace {
+
+bool isNumber(char c) {
+  return char_class::is(c, char_class::NUMBER);
+}
+
+bool isSeparator(char c) {
+  return char_class::is(c, char_class::SPACE) || c == ',';
+}
+
+}  // namespace
+
+ListRun copyListRunPortable(const char* from, const char* end, char* to) {
+  while (from < end) {
+    if (isNumber(*from)) {
+      *to++ = *from++;
+      continue;
+    }
+    const char* next = from;
+    while (next < end && isSeparator(*next)) ++next;
+    if (next == from || next == end || !isNumber(*next)) break;
+    *to++ = ' ';
+    from = next;
+  }
+  return {from, to};
+}
+
+#if VSA_LIST_RUN_HAS_VECTORS
+
+namespace {
+
+// Class bits: 1 for + - . ; 2 for 0-9 ; 4 for A-F I N a-f i n ; 8 for U u ; 16 for the blank and
+// the comma ; 32 for \t to \r. A byte is in a class when both of its halves say so; bytes from 0x80
+// on look up nothing.
+constexpr char NUMBER_BITS = 1 | 2 | 4 | 8;
+alignas(16) constexpr std::int8_t BY_HIGH[16] = {32, 0, 1 | 16, 2, 4, 8, 4, 8};
+alignas(16) constexpr std::int8_t BY_LOW[16] = {
+    2 | 16, 2 | 4,      2 | 4, 2 | 4,  2 | 4,   2 | 4 | 8, 2 | 4, 2,
+    2,      2 | 4 | 32, 32,    1 | 32, 16 | 32, 1 | 32,    1 | 4, 0};
+
+/// For each set of eight bytes, the shuffle that moves its members to the front.
+constexpr auto makeGatherings() {
+  std::array<std::array<std::int8_t, 8>, 256> shuffles{};
+  for (unsigned set = 0; set < 256; ++set) {
+    std::size_t count = 0;
+    for (std::int8_t i = 0; i < 8; ++i) {
+      if ((set >> i & 1) != 0) shuffles[set][count++] = i;
+    }
+  }
+  return shuffles;
+}
+
+constexpr auto GATHERINGS = makeGatherings();
+
+/// The bytes of a step with a blank for every separator, and a bit for each of those. Not known:
+/// some byte is neither number character nor separator.
+struct Step16 {
+  __m128i normal;
+  std::uint32_t separators;
+  bool isKnown;
+};
+
+struct Step32 {
+  __m256i normal;
+  std::uint32_t separators;
+  bool isKnown;
+};
+
+/// Those of the separators that follow another one.
+inline std::uint32_t repeated(std::uint32_t separators, std::uint32_t isAfterSeparator) {
+  return static_cast<std::uint32_t>(separators &
+                                    (std::uint64_t{separators} << 1 | isAfterSeparator));
+}
+
+VSA_SSE42_INLINE __m128i tableOf(const std::int8_t* table) {
+  return _mm_load_si128(reinterpret_cast<const __m128i*>(table));
+}
+
+VSA_SSE42_INLINE Step16 readStep16(const char* from) {
+  const __m128i zero = _mm_setzero_si128();
+  const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
+  const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(0x0F));
+  const __m128i classes = _mm_and_si128(_mm_shuffle_epi8(tableOf(BY_HIGH), high),
+                                        _mm_shuffle_epi8(tableOf(BY_LOW), bytes));
+  const __m128i other = _mm_cmpeq_epi8(_mm_and_si128(classes, _mm_set1_epi8(NUMBER_BITS)), zero);
+  // Every number character is greater than a blank.
+  return {_mm_max_epu8(_mm_andnot_si128(other, bytes), _mm_set1_epi8(' ')),
+          static_cast<std::uint32_t>(_mm_movemask_epi8(other)),
+          _mm_movemask_epi8(_mm_cmpeq_epi8(classes, zero)) == 0};
+}
+
+VSA_AVX2_INLINE Step32 readStep32(const char* from) {
+  const __m256i zero = _mm256_setzero_si256();
+  const __m256i byHigh = _mm256_broadcastsi128_si256(tableOf(BY_HIGH));
+  const __m256i byLow = _mm256_broadcastsi128_si256(tableOf(BY_LOW));
+  const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
+  const __m256i high = _mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(0x0F));
+  const __m256i classes =
+      _mm256_and_si256(_mm256_shuffle_epi8(byHigh, high), _mm256_shuffle_epi8(byLow, bytes));
+  const __m256i other =
+      _mm256_cmpeq_epi8(_mm256_and_si256(classes, _mm256_set1_epi8(NUMBER_BITS)), zero);
+  return {_mm256_max_epu8(_mm256_andnot_si256(other, bytes), _mm256_set1_epi8(' ')),
+          static_cast<std::uint32_t>(_mm256_movemask_epi8(other)),
+          _mm256_movemask_epi8(_mm256_cmpeq_epi8(classes, zero)) == 0};
+}
+
+/// Writes those of the lower eight bytes that are in the set; returns where they end.
+VSA_SSE42_INLINE char* writeMembers8(__m128i bytes, std::uint32_t set, char* to) {
+  const auto* const shuffle = reinterpret_cast<const __m128i*>(GATHERINGS[set].data());
+  _mm_storel_epi64(reinterpret_cast<__m128i*>(to),
+                   _mm_shuffle_epi8(bytes, _mm_loadl_epi64(shuffle)));
+  return to + _mm_popcnt_u32(set);
+}
+
+VSA_SSE42_INLINE char* writeMembers16(__m128i bytes, std::uint32_t set, char* to) {
+  to = writeMembers8(bytes, set & 0xFF, to);
+  return writeMembers8(_mm_unpackhi_epi64(bytes, bytes), set >> 8 & 0xFF, to);
+}
+
+VSA_AVX2_INLINE char* writeMembers32(__m256i bytes, std::uint32_t set, char* to) {
+  to = writeMembers16(_mm256_castsi256_si128(bytes), set, to);
+  return writeMembers16(_mm256_extracti128_si256(bytes, 1), set >> 16, to);
+}
+
+/// The processor by itself fetches no further than to the end of a page, and the next one is needed
+/// sooner than it comes.
+inline void fetchAhead(const char* from, char* to) noexcept {
+  constexpr std::size_t AHEAD = 2048;
+  zn::detail::prefetch(from, AHEAD);
+  zn::detail::prefetchForWriting(to, AHEAD);
+}
+
+/// Goes back behind the last number character, if any step was made, and on from there by bytes.
+ListRun finishRun(const char* from, const char* end, char* to, bool isAfterSeparator) {
+  if (isAfterSeparator) {
+    --to;
+    while (isSeparator(from[-1])) --from;
+  }
+  return copyListRunPortable(from, end, to);
+}
+
+}  // namespace
+
+VSA_SSE42 ListRun copyListRunSse42(const char* from, const char* end, char* to) {
+  std::uint32_t isAfterSeparator = 0;
+  for (; end - from >= 16; from += 16) {
+    fetchAhead(from, to);
+    const Step16 step = readStep16(from);
+    if (!step.isKnown) break;
+    const std::uint32_t dropped = repeated(step.separators, isAfterSeparator);
+    if (dropped == 0) {
+      _mm_storeu_si128(reinterpret_cast<__m128i*>(to), step.normal);
+      to += 16;
+    } else {
+      to = writeMembers16(step.normal, ~dropped, to);
+    }
+    isAfterSeparator = step.separators >> 15;
+  }
+  return finishRun(from, end, to, isAfterSeparator != 0);
+}
+
+VSA_AVX2 ListRun copyListRunAvx2(const char* from, const char* end, char* to) {
+  std::uint32_t isAfterSeparator = 0;
+  for (; end - from >= 32; from += 32) {
+    fetchAhead(from, to);
+    const Step32 step = readStep32(from);
+    if (!step.isKnown) break;
+    const std::uint32_t dropped = repeated(step.separators, isAfterSeparator);
+    if (dropped == 0) {
+      _mm256_storeu_si256(reinterpret_cast<__m256i*>(to), step.normal);
+      to += 32;
+    } else {
+      to = writeMembers32(step.normal, ~dropped, to);
+    }
+    isAfterSeparator = step.separators >> 31;
+  }
+  // The compiler leaves this out before a call that ends a function; without it every SSE
+  // instruction after this one may have to wait for the upper halves.
+  _mm256_zeroupper();
+  return finishRun(from, end, to, isAfterSeparator != 0);
+}
+
+ListRun copyListRun(const char* from, const char* end, char* to) {
+  if (cpuHasAvx2()) return copyListRunAvx2(from, end, to);
+  if (cpuHasSse42()) return copyListRunSse42(from, end, to);
+  return copyListRunPortable(from, end, to);
+}
+
+#else
+
+ListRun copyListRun(const char* from, const char* end, char* to) {
+  return copyListRunPortable(from, end, to);
+}
+
+#endif
+
+}  // namespace zn::korvo_sdk::impl

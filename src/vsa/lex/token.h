@@ -1,0 +1,51 @@
+// Token: what the lexer makes of characters and the parser reads. Internal; the door is vsa.h.
+#pragma once
+
+#include <cstdint>
+
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+
+namespace zn::korvo_sdk::impl {
+
+/// A piece of the text. Its line and column are those of its last character; for Eof and Invalid,
+/// those of the last character before them.
+struct Token {
+  /// The numbers are fixed: the parser ends its loop on any type below 2.
+  enum class Type : std::int32_t {
+    Eof = 0,      // text: "EOF", or what was cut off by the end
+    Invalid = 1,  // text: a complete message
+    Id = 2,
+    Int = 3,
+    Real = 4,
+    Comment = 5,   // text: "#" and the rest of the line
+    Braces = 6,    // text: the list, normalised
+    Parens = 7,    // text: the list, normalised
+    Brackets = 8,  // text: as written
+    Str = 9,       // text: as written, quotes and backslashes included
+    Dot = 15,
+    Comma = 16,
+    Colon = 17,
+    Semicolon = 18,
+    Quote = 19,
+    Slash = 21,
+    Backslash = 22,
+    Equals = 29,
+    Plus = 30,
+    Star = 32,
+    Pipe = 33,
+    True = 35,  // text: in lower case, however written; so for False and Null
+    False = 36,
+    Null = 37,
+  };
+
+  Type type = Type::Eof;
+  String text;
+  std::int32_t line = 0;
+  std::int32_t column = 0;
+};
+
+}  // namespace zn::korvo_sdk::impl
+
+template <>
+inline constexpr bool zn::ds::MOVES_AS_BYTES<zn::korvo_sdk::impl::Token> = true;

@@ -1,0 +1,267 @@
+// Where names, numbers, strings and short lists end: sixteen bytes a step where the processor has
+// them, one byte a step elsewhere. Internal; the door is vsa.h.
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include <vsa/foundation/char_class.h>
+#include "vsa/lex/byte_scan.h"
+#include "vsa/lex/token.h"
+
+namespace zn::korvo_sdk::impl {
+
+namespace detail {
+
+constexpr Token::Type typeOfFirst(char c) {
+  using Type = Token::Type;
+  switch (c) {
+    case '"':
+      return Type::Str;
+    case '#':
+      return Type::Comment;
+    case '(':
+      return Type::Parens;
+    case '{':
+      return Type::Braces;
+    case '[':
+      return Type::Brackets;
+    case '\'':
+      return Type::Quote;
+    case '*':
+      return Type::Star;
+    case '+':
+      return Type::Plus;
+    case ',':
+      return Type::Comma;
+    case '.':
+      return Type::Dot;
+    case '/':
+      return Type::Slash;
+    case ':':
+      return Type::Colon;
+    case ';':
+      return Type::Semicolon;
+    case '=':
+      return Type::Equals;
+    case '\\':
+      return Type::Backslash;
+    case '|':
+      return Type::Pipe;
+    case '-':
+      return Type::Int;
+    case '_':
+      return Type::Id;
+    default:
+      if (char_class::is(c, char_class::LETTER)) return Type::Id;
+      return char_class::is(c, char_class::DIGIT) ? Type::Int : Type::Invalid;
+  }
+}
+
+constexpr std::array<Token::Type, 256> makeFirst() {
+  std::array<Token::Type, 256> types{};
+  for (unsigned byte = 0; byte < 256; ++byte) types[byte] = typeOfFirst(static_cast<char>(byte));
+  return types;
+}
+
+inline constexpr std::array<Token::Type, 256> FIRST = makeFirst();
+
+#if defined(__SSE2__)
+inline std::uint32_t maskOf(__m128i flags) {
+  return static_cast<std::uint32_t>(_mm_movemask_epi8(flags));
+}
+
+/// Flags the bytes from `first` up to `last`.
+inline __m128i within(__m128i bytes, char first, char last) {
+  const __m128i offset = _mm_sub_epi8(bytes, _mm_set1_epi8(first));
+  return _mm_cmpeq_epi8(_mm_min_epu8(offset, _mm_set1_epi8(static_cast<char>(last - first))),
+                        offset);
+}
+
+inline __m128i equal(__m128i bytes, char c) {
+  return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
+}
+
+/// Letters in lower case; what is no letter is not taken for one.
+inline __m128i folded(__m128i bytes) {
+  return _mm_or_si128(bytes, _mm_set1_epi8(0x20));
+}
+
+inline std::uint32_t nameMask(__m128i bytes) {
+  const __m128i plain = _mm_or_si128(
+      _mm_or_si128(within(folded(bytes), 'a', 'z'), within(bytes, '0', '9')), equal(bytes, '_'));
+  return maskOf(plain) | (maskOf(bytes) & ~equalMask(bytes, static_cast<char>(0xFF)));
+}
+
+/// Flags what makes a number a real, exponents aside.
+inline __m128i realMarkers(__m128i bytes) {
+  const __m128i lower = folded(bytes);
+  return _mm_or_si128(
+      _mm_or_si128(equal(bytes, '.'), equal(lower, 'f')),
+      _mm_or_si128(_mm_or_si128(equal(lower, 'n'), equal(lower, 'a')), equal(lower, 'i')));
+}
+
+inline std::uint32_t numberMask(__m128i bytes, __m128i markers) {
+  const __m128i lower = folded(bytes);
+  const __m128i digits = _mm_or_si128(within(bytes, '0', '9'), within(lower, 'a', 'f'));
+  const __m128i others =
+      _mm_or_si128(_mm_or_si128(equal(bytes, '-'), equal(bytes, '+')), equal(lower, 'u'));
+  return maskOf(_mm_or_si128(_mm_or_si128(digits, others), markers));
+}
+#endif
+
+}  // namespace detail
+
+/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid for
+/// what begins none.
+constexpr Token::Type firstOf(char c) {
+  return detail::FIRST[static_cast<unsigned char>(c)];
+}
+
+/// Whether a token that begins so ends with the same character.
+constexpr bool isOneCharacter(Token::Type first) {
+  return static_cast<int>(first) >= static_cast<int>(Token::Type::Dot);
+}
+
+/// The first byte in [at, end) that no name goes on with, or `end`.
+inline const char* endOfName(const char* at, const char* end) {
+#if defined(__SSE2__)
+  for (; end - at >= 16; at += 16) {
+    const std::uint32_t stops = ~detail::nameMask(detail::load16(at)) & 0xFFFF;
+    if (stops != 0) return at + __builtin_ctz(stops);
+  }
+#endif
+  while (at < end && char_class::is(*at, char_class::NAME)) ++at;
+  return at;
+}
+
+/// Whether a character makes the number that it stands in a real.
+inline bool isRealMarker(char c) {
+  return c == '.' || c == 'f' || c == 'F' || c == 'n' || c == 'N' || c == 'a' || c == 'A' ||
+         c == 'i' || c == 'I';
+}
+
+/// The number characters at the start of a run of bytes.
+struct NumberEnd {
+  const char* at;  ///< Behind the last of them.
+  bool isReal;     ///< Whether one of them makes it a real.
+};
+
+inline NumberEnd endOfNumber(const char* at, const char* end) {
+  bool isReal = false;
+#if defined(__SSE2__)
+  for (; end - at >= 16; at += 16) {
+    const __m128i bytes = detail::load16(at);
+    const __m128i markers = detail::realMarkers(bytes);
+    const std::uint32_t stops = ~detail::numberMask(bytes, markers) & 0xFFFF;
+    const std::uint32_t marks = detail::maskOf(markers);
+    if (stops != 0) {
+      const std::uint32_t inNumber = (stops & (~stops + 1)) - 1;
+      return {at + __builtin_ctz(stops), isReal || (marks & inNumber) != 0};
+    }
+    isReal = isReal || marks != 0;
+  }
+#endif
+  for (; at < end && char_class::is(*at, char_class::NUMBER); ++at) {
+    isReal = isReal || isRealMarker(*at);
+  }
+  return {at, isReal};
+}
+
+/// A quoted string as far as it is in sight.
+struct StringEnd {
+  const char* at = nullptr;  ///< Behind the closing quote; null when that is not in sight.
+  LineFeeds feeds{0, nullptr};
+};
+
+namespace detail {
+
+/// What a byte of a string, not the first, comes to: how many bytes to go on by, 0 at the closing
+/// quote and at what no string in sight has: a NUL or the end mark 0xFF.
+inline std::size_t passInString(const char* at, LineFeeds& feeds) {
+  switch (*at) {
+    case '"':
+    case '\0':
+    case static_cast<char>(0xFF):
+      return 0;
+    case '\n':
+      ++feeds.count;
+      feeds.last = at;
+      return 1;
+    case '\\':
+      return at[1] == '\\' || at[1] == '"' ? 2 : 1;
+    default:
+      return 1;
+  }
+}
+
+#if defined(__SSE2__)
+/// Flags the bytes that passInString has something to say about, and some others.
+inline std::uint32_t stringMask(__m128i bytes) {
+  // One up: the end mark comes to 0, and stands beside NUL and the line feed.
+  const __m128i up = _mm_add_epi8(bytes, _mm_set1_epi8(1));
+  const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(up, _mm_set1_epi8('\n' + 1)), up);
+  return maskOf(_mm_or_si128(low, _mm_or_si128(equal(bytes, '"'), equal(bytes, '\\'))));
+}
+#endif
+
+}  // namespace detail
+
+/// Where the string ends whose opening quote is at `at`, if before `end`. `*end` can be read.
+inline StringEnd endOfString(const char* at, const char* end) {
+  StringEnd found;
+  ++at;
+#if defined(__SSE2__)
+  while (end - at >= 16) {
+    const char* next = at + 16;
+    for (std::uint32_t mask = detail::stringMask(detail::load16(at)); mask != 0;) {
+      const int place = __builtin_ctz(mask);
+      const std::size_t count = detail::passInString(at + place, found.feeds);
+      if (count == 0) {
+        if (at[place] == '"') found.at = at + place + 1;
+        return found;
+      }
+      mask &= ~(std::uint32_t{3} >> (2 - count) << place);
+      if (place + static_cast<int>(count) > 16) ++next;
+    }
+    at = next;
+  }
+#endif
+  while (at < end) {
+    const std::size_t count = detail::passInString(at, found.feeds);
+    if (count == 0) {
+      if (*at == '"') found.at = at + 1;
+      return found;
+    }
+    at += count;
+  }
+  return found;
+}
+
+/// The first byte in [at, end) that is neither a number character nor a blank between two of them,
+/// or `end`.
+inline const char* endOfPlainList(const char* at, const char* end) {
+#if defined(__SSE2__)
+  std::uint32_t before = 1;  // whether the byte before this step is a blank
+  for (; end - at >= 16; at += 16) {
+    const __m128i bytes = detail::load16(at);
+    const std::uint32_t blanks = detail::equalMask(bytes, ' ');
+    const std::uint32_t numbers = detail::numberMask(bytes, detail::realMarkers(bytes));
+    const std::uint32_t doubled = blanks & (blanks << 1 | before);
+    const std::uint32_t stops = (~(blanks | numbers) | doubled) & 0xFFFF;
+    if (stops != 0) return at + __builtin_ctz(stops);
+    before = blanks >> 15;
+  }
+  bool afterBlank = before != 0;
+#else
+  bool afterBlank = true;
+#endif
+  for (; at < end; ++at) {
+    const bool isBlank = *at == ' ';
+    if (isBlank ? afterBlank : !char_class::is(*at, char_class::NUMBER)) break;
+    afterBlank = isBlank;
+  }
+  return at;
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,467 @@
+// Faults around the reader: no memory, a source that fails or stops short, a host's scene that
+// throws or refuses. Each ends the reading in a defined way: what was applied stays, the scene can
+// be read into again, and nothing leaks but what the reader's rules let go.
+#include <gtest/gtest.h>
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <vsa/foundation/log.h>
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include "tests/faults/fault_probe.h"
+#include "tests/faults/fault_texts.h"
+#include "tests/faults/watched_scene.h"
+#include "tests/stress/stress_sample.h"
+#include "tests/support/allocation_watch.h"
+#include "tests/support/case_run.h"
+#include "tools/scene_text/scene_dump.h"
+#include "tools/support/log_capture.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using namespace zn::korvo_sdk;
+
+/// The names of the nodes that a scene holds or held, in the order of their creation.
+std::vector<std::string> nodeNames(const Scene& scene) {
+  std::vector<std::string> names;
+  for (std::uint64_t i = 0; i < scene.nodeSlots(); ++i) {
+    if (const Node* const node = scene.nodeAt(i)) names.emplace_back(node->name().view());
+  }
+  return names;
+}
+
+// --- The texts ---
+
+/// All that reading the texts logs, and what leaves the entry point.
+std::vector<std::string> shownByTexts() {
+  std::vector<std::string> shown;
+  for (const Text& text : faultTexts()) {
+    Scene scene;
+    setSmallLimits(scene);
+    const zn::String source = zn::String::copyOf(text.text);
+    const auto outcome = vsa_tools::watchRead([&] { return impl::parseString(&scene, source); });
+    for (const vsa_tools::LogEntry& entry : outcome.log) shown.push_back(entry.text);
+    if (outcome.escaped) shown.push_back(*outcome.escaped);
+  }
+  return shown;
+}
+
+TEST(FaultTextTest, EveryMessageIsRaised) {
+  const std::vector<std::string> shown = shownByTexts();
+  const std::vector<std::string> words = wordsOfSources();
+  for (const std::string& format : words) {
+    const bool isShown =
+        std::any_of(shown.begin(), shown.end(), [&](auto& line) { return isMadeBy(format, line); });
+    EXPECT_NE(isShown, neverShown().contains(format))
+        << '"' << format << "\" is " << (isShown ? "shown, and exempt" : "raised by no text");
+  }
+  for (const auto& [format, reason] : neverShown()) {
+    EXPECT_EQ(std::count(words.begin(), words.end(), format), 1) << '"' << format << '"';
+    EXPECT_GT(reason.size(), 10u) << '"' << format << '"';
+  }
+}
+
+/// All texts, or every so-many-th: where programs run slowly, fewer will do.
+std::vector<Text> sampledTexts() {
+  const std::size_t step = sampleStep(1);
+  std::vector<Text> sampled;
+  for (std::size_t i = 0; i < faultTexts().size(); i += step) sampled.push_back(faultTexts()[i]);
+  return sampled;
+}
+
+// --- No memory ---
+
+struct MemoryFault {
+  End end;
+  bool hasFailed;
+  /// Blocks that were taken and not given back once the scene was gone.
+  std::int64_t keptBlocks;
+};
+
+/// Reads with the k-th allocation failing, if there are as many, and destroys the scene again.
+MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, bool fromFile) {
+  MemoryFault fault{};
+  const zn::String source = zn::String::copyOf(text.text);
+  FixedSink sink;
+  AllocationWatch::start();
+  {
+    Scene scene;
+    setSmallLimits(scene);
+    {
+      const zn::ScopedLogSink scope(&sink);
+      AllocationWatch::failAt(k, everAfter);
+      fault.end = endOf([&] {
+        if (!fromFile) return impl::parseString(&scene, source);
+        return impl::parseVsa(&scene, zn::File(new TextPieces(source, 7)), true);
+      });
+    }
+    fault.hasFailed = AllocationWatch::hasFailed();
+    AllocationWatch::stop();
+    // Under a watch of its own, or the dump's memory would count.
+    if (fault.hasFailed) static_cast<void>(sceneText(scene));
+    AllocationWatch::resume();
+  }
+  AllocationWatch::stop();
+  fault.keptBlocks = AllocationWatch::count().liveBlocks;
+  return fault;
+}
+
+/// The blocks kept when the first allocation fails, the second and so on; at the end, when none
+/// does.
+std::vector<std::int64_t> failEveryAllocation(const Text& text, bool everAfter, bool fromFile) {
+  std::vector<std::int64_t> kept;
+  for (;;) {
+    const MemoryFault fault = readWithFault(text, kept.size() + 1, everAfter, fromFile);
+    kept.push_back(fault.keptBlocks);
+    if (!fault.hasFailed) return kept;
+    // A buffer that cannot be had is an error of the text.
+    EXPECT_TRUE(fault.end == End::NoMemory || fault.end == End::False)
+        << text.name << ", allocation " << kept.size();
+  }
+}
+
+/// Whether a text has a literal whose payload is memory of its own: a string or a buffer. It is the
+/// reader's from the literal to the end of its statement, where the scene takes it; a statement
+/// that does not come to that lets it go.
+bool hasPayload(const Text& text) {
+  return text.text.find_first_of("\"'{") != std::string::npos;
+}
+
+// What the statements before a fault let go, every later fault lets go, too. The one block more is
+// the payload of the statement that the fault ended.
+void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& kept) {
+  const std::int64_t pending = hasPayload(text) ? 1 : 0;
+  std::int64_t least = kept.back();
+  EXPECT_TRUE(hasPayload(text) || least == 0) << text.name;
+  for (std::size_t k = kept.size(); k > 0; --k) {
+    EXPECT_GE(kept[k - 1], 0) << text.name << ", allocation " << k;
+    EXPECT_LE(kept[k - 1], least + pending) << text.name << ", allocation " << k;
+    least = std::min(least, kept[k - 1]);
+  }
+}
+
+/// Whether later allocations fail, too; whether the text is read from a file.
+class NoMemoryTest : public testing::TestWithParam<std::pair<bool, bool>> {
+ protected:
+  // What the first reading makes for good is there before blocks are counted.
+  static void SetUpTestSuite() { faultTexts(); }
+};
+
+TEST_P(NoMemoryTest, EndsTheReadingAndKeepsTheRest) {
+  const auto [everAfter, fromFile] = GetParam();
+  for (const Text& text : sampledTexts()) {
+    expectOnlyPayloadsKept(text, failEveryAllocation(text, everAfter, fromFile));
+  }
+}
+
+// Fault after fault, how many payloads are kept, until that changes: one from its literal on until
+// the scene takes it, or for good when it is refused. It shows where the scene makes room between.
+TEST_P(NoMemoryTest, LetsGoNoMoreThanThePayloadAtHand) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"t n; n.i = 1; n.v = vec3(1 2 3); n.o.m[2] = 2; n.l |= n.out; n.r = n;", "0"},
+      {"t n; n.s = \"some text\"; n.i = 1;", "010"},
+      {"t n; n.b = float[2] {1 2}; n.i = 1;", "010"},
+      {"t n; n.s = \"some text\"; n.o.b = float[2] {1 2}; n.i = 1;", "01010"},
+      {"t n: .i = 1; .i = \"some text\"; .k = 1;", "01"},
+      {"t n: .i = 1; .i = \"some text\"; .o.s = \"more text\"; .k = 1;", "0121"},
+  };
+  const auto [everAfter, fromFile] = GetParam();
+  for (const auto& [text, expected] : rows) {
+    std::vector<std::int64_t> kept = failEveryAllocation({text, text}, everAfter, fromFile);
+    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
+    std::string changes;
+    for (const std::int64_t blocks : kept) changes += std::to_string(blocks);
+    EXPECT_EQ(changes, expected) << text;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(OnceAndEverAfter, NoMemoryTest,
+                         testing::Values(std::pair(false, false), std::pair(true, false),
+                                         std::pair(false, true), std::pair(true, true)));
+
+TEST(NoMemoryTest, LeavesTheSceneUsable) {
+  for (const Text& text : sampledTexts()) {
+    for (std::uint64_t k = 1;; ++k) {
+      Scene scene;
+      setSmallLimits(scene);
+      FixedSink sink;
+      AllocationWatch::start();
+      AllocationWatch::failAt(k, false);
+      {
+        const zn::ScopedLogSink scope(&sink);
+        endOf([&] { return impl::parseString(&scene, zn::String::copyOf(text.text)); });
+      }
+      const bool hasFailed = AllocationWatch::hasFailed();
+      AllocationWatch::stop();
+      if (!hasFailed) break;
+      expectUsable(scene, text.name + ", allocation " + std::to_string(k));
+    }
+  }
+}
+
+// What is applied before the fault is what a reading without faults applies: its nodes are the
+// first of those. Texts that remove nodes are left out.
+TEST(NoMemoryTest, KeepsWhatWasApplied) {
+  for (const Text& text : faultTexts()) {
+    if (text.text.find("emove") != std::string::npos) continue;
+    Scene whole;
+    setSmallLimits(whole);
+    FixedSink sink;
+    const zn::ScopedLogSink scope(&sink);
+    endOf([&] { return impl::parseString(&whole, zn::String::copyOf(text.text)); });
+    const std::vector<std::string> all = nodeNames(whole);
+    std::size_t most = 0;
+    for (std::uint64_t k = 1;; ++k) {
+      Scene scene;
+      setSmallLimits(scene);
+      AllocationWatch::start();
+      AllocationWatch::failAt(k, false);
+      endOf([&] { return impl::parseString(&scene, zn::String::copyOf(text.text)); });
+      const bool hasFailed = AllocationWatch::hasFailed();
+      AllocationWatch::stop();
+      const std::vector<std::string> some = nodeNames(scene);
+      ASSERT_LE(some.size(), all.size()) << text.name << ' ' << k;
+      EXPECT_TRUE(std::equal(some.begin(), some.end(), all.begin())) << text.name << ' ' << k;
+      EXPECT_GE(some.size(), most) << text.name << ' ' << k;  // later faults keep more
+      most = some.size();
+      if (!hasFailed) break;
+    }
+    EXPECT_EQ(most, all.size()) << text.name;
+  }
+}
+
+// --- A source that fails, stops short or throws ---
+
+/// What a reading into `scene` gives, in the form of an expectation that can be compared.
+template <class Read>
+std::string outcomeIn(Scene& scene, const Read& read) {
+  setSmallLimits(scene);
+  const vsa_tools::ReadOutcome outcome = vsa_tools::watchRead([&] { return read(&scene); });
+  vsa_tools::TextOutput out;
+  vsa_tools::dumpCase(outcome, scene, out);
+  return comparable(out.text());
+}
+
+std::string outcomeOfString(std::string_view text) {
+  Scene scene;
+  const zn::String source = zn::String::copyOf(text);
+  return outcomeIn(scene, [&](Scene* into) { return impl::parseString(into, source); });
+}
+
+std::string outcomeOfFile(Scene& scene, const zn::File& file) {
+  return outcomeIn(scene, [&](Scene* into) { return impl::parseVsa(into, file, true); });
+}
+
+/// Reads that deliver something. The one after them meets the end.
+std::size_t readsOf(const Text& text, std::size_t piece) {
+  return (text.text.size() + piece - 1) / piece;
+}
+
+bool isReadWhole(const std::string& outcome) {
+  return outcome.starts_with("result true\n");
+}
+
+TEST(SourceFaultTest, AFailingReadEndsTheTextThere) {
+  constexpr std::size_t PIECE = 3;
+  for (const Text& text : sampledTexts()) {
+    const zn::String whole = zn::String::copyOf(text.text);
+    for (std::size_t good = 0; good <= readsOf(text, PIECE); ++good) {
+      const std::string where = text.name + ", read " + std::to_string(good + 1);
+      Scene scene;
+      const zn::File file(new FailingPieces(whole, PIECE, good, FailingPieces::Fails));
+      const std::string outcome = outcomeOfFile(scene, file);
+      EXPECT_EQ(outcome, outcomeOfString(std::string_view(text.text).substr(0, good * PIECE)))
+          << where;
+      // An error in the text may have ended the reading before.
+      EXPECT_TRUE(file.failed() || !isReadWhole(outcome)) << where;
+      if (good % 8 == 0 || good == readsOf(text, PIECE)) expectUsable(scene, where);
+    }
+  }
+}
+
+TEST(SourceFaultTest, AShortReadChangesNothing) {
+  constexpr std::size_t PIECE = 16;
+  for (const Text& text : sampledTexts()) {
+    const std::string sound = outcomeOfString(text.text);
+    const zn::String whole = zn::String::copyOf(text.text);
+    for (std::size_t good = 0; good <= readsOf(text, PIECE); ++good) {
+      Scene scene;
+      const zn::File file(new FailingPieces(whole, PIECE, good, FailingPieces::StopsShort));
+      EXPECT_EQ(outcomeOfFile(scene, file), sound) << text.name << ", read " << good + 1;
+      EXPECT_FALSE(file.failed());
+    }
+  }
+}
+
+TEST(SourceFaultTest, WhatASourceThrowsEndsTheReading) {
+  constexpr std::size_t PIECE = 5;
+  for (const Text& text : sampledTexts()) {
+    const zn::String whole = zn::String::copyOf(text.text);
+    for (std::size_t good = 0; good <= readsOf(text, PIECE); ++good) {
+      const std::string where = text.name + ", read " + std::to_string(good + 1);
+      Scene scene;
+      setSmallLimits(scene);
+      FixedSink sink;
+      const zn::ScopedLogSink scope(&sink);
+      const zn::File file(new FailingPieces(whole, PIECE, good, FailingPieces::Throws));
+      const End end = endOf([&] { return impl::parseVsa(&scene, file, true); });
+      // Among the first three tokens it leaves the entry point, later it is an error like any. An
+      // error in the text may have ended the reading before.
+      EXPECT_TRUE(end == End::False || end == End::OtherException) << where;
+      if (end == End::OtherException) {
+        EXPECT_EQ(sink.lines, 0u) << where;
+        EXPECT_EQ(sceneText(scene), sceneText(Scene())) << where;
+      } else if (file.failed()) {
+        EXPECT_TRUE(sink.text().ends_with("the source broke\n")) << where << '\n' << sink.text();
+      }
+      expectUsable(scene, where);
+    }
+  }
+}
+
+// --- A host's scene that throws or refuses ---
+
+/// A host's scene, and one reading into it.
+struct HostRead {
+  HostRead() { setSmallLimits(scene); }
+
+  void read(const Text& text) {
+    const zn::ScopedLogSink scope(&sink);
+    end = endOf([&] { return impl::parseString(&host, zn::String::copyOf(text.text)); });
+  }
+
+  /// As a file, which resets the header before.
+  void readAfterReset(const Text& text) {
+    const zn::ScopedLogSink scope(&sink);
+    const zn::File file(new TextPieces(zn::String::copyOf(text.text), 7));
+    end = endOf([&] { return impl::parseVsa(&host, file, false); });
+  }
+
+  void expectErrorIn(const std::string& operation, const std::string& where) {
+    EXPECT_EQ(end, End::False) << where << ' ' << operation;
+    EXPECT_TRUE(sink.text().ends_with("host fault in " + operation + "\n")) << where << '\n'
+                                                                            << sink.text();
+    expectUsable(scene, where);
+  }
+
+  Scene scene;
+  WatchedScene host{scene};
+  FixedSink sink;
+  End end = End::True;
+};
+
+/// Throws at every call that reading a text makes, and adds the names of the operations that threw.
+void throwAtEveryCall(const Text& text, std::set<std::string>& thrown) {
+  for (std::uint64_t n = 1;; ++n) {
+    HostRead faulty;
+    faulty.host.throwAt(n);
+    faulty.read(text);
+    if (faulty.host.calls() < n) break;
+    thrown.insert(faulty.host.faultyCall());
+    faulty.expectErrorIn(faulty.host.faultyCall(), text.name + ", call " + std::to_string(n));
+  }
+}
+
+/// The operations that reset the header, in order. They come before what the reader catches.
+std::vector<std::string> throwAtEveryReset() {
+  const Text empty = {"nothing", ""};
+  std::vector<std::string> thrown;
+  for (std::uint64_t n = 1;; ++n) {
+    HostRead faulty;
+    faulty.host.throwAt(n);
+    faulty.readAfterReset(empty);
+    if (faulty.host.calls() < n) break;
+    thrown.push_back(faulty.host.faultyCall());
+    EXPECT_EQ(faulty.end, End::OtherException) << thrown.back();
+    EXPECT_EQ(faulty.sink.lines, 0u) << thrown.back();
+    expectUsable(faulty.scene, thrown.back());
+  }
+  return thrown;
+}
+
+TEST(HostFaultTest, WhatASceneThrowsIsTheError) {
+  const std::vector<std::string> reset = throwAtEveryReset();
+  EXPECT_EQ(reset, (std::vector<std::string>{"clearComments", "setFileVersion", "setFileTime"}));
+  std::set<std::string> thrown;
+  for (const Text& text : faultTexts()) throwAtEveryCall(text, thrown);
+  // The comments are forgotten in the reset only.
+  EXPECT_TRUE(thrown.insert("clearComments").second);
+  // Every operation that a scene has. An output's name is for the host's own use.
+  const std::vector<std::string> all = operationsOfInterface();
+  std::set<std::string> called(all.begin(), all.end());
+  EXPECT_EQ(called.erase("output name"), 1u);
+  for (const std::string& name : called) EXPECT_TRUE(thrown.contains(name)) << name;
+  for (const std::string& name : thrown) EXPECT_TRUE(called.contains(name)) << name;
+}
+
+/// Creates in every way there is. Of several links the order would be that of addresses.
+const Text CREATING = {
+    "every creation", "t a; define b; a.x = 1; a.y[1] = 2; a.o.m = 3; a.o.n[0] = 4; a.l |= b.out;"};
+
+/// The operations that create something while a text is read, in order. Each call that may create
+/// something is followed by one that has seen one creation more.
+std::vector<std::string> creationsIn(const Text& text) {
+  std::vector<std::string> names;
+  std::string last;
+  for (std::uint64_t n = 1;; ++n) {
+    HostRead faulty;
+    faulty.host.throwAt(n);
+    faulty.read(text);
+    if (faulty.host.creations() > names.size()) names.push_back(last);
+    if (faulty.host.calls() < n) return names;
+    last = faulty.host.faultyCall();
+  }
+}
+
+/// Returns how many creations were refused, each in a reading of its own.
+std::uint64_t refuseEveryCreation(const Text& text) {
+  for (std::uint64_t n = 1;; ++n) {
+    const std::string where = text.name + ", creation " + std::to_string(n);
+    HostRead faulty;
+    faulty.host.refuseAt(n);
+    faulty.read(text);
+    if (faulty.host.creations() < n) return n - 1;
+    EXPECT_TRUE(faulty.end == End::True || faulty.end == End::False) << where;
+    expectUsable(faulty.scene, where);
+  }
+}
+
+TEST(HostFaultTest, ARefusedCreationIsNoCrash) {
+  for (const Text& text : faultTexts()) refuseEveryCreation(text);
+  const std::vector<std::string> creations = {
+      "createNode",       "defineNode",    "node createInput",             // a, b, x
+      "node createArray", "appendElement", "appendElement",    "element",  // y
+      "node createInput", "createInput",                                   // o, m
+      "createArray",      "appendElement", "element",                      // n
+      "node createInput", "node output",                                   // l
+  };
+  EXPECT_EQ(creationsIn(CREATING), creations);
+  EXPECT_EQ(refuseEveryCreation(CREATING), creations.size());
+}
+
+// Such a scene gives what no scene gives.
+TEST(HostFaultTest, ASceneThatRefusesEverythingIsNoCrash) {
+  for (const Text& text : faultTexts()) {
+    HostRead refusing;
+    refusing.host.refuseEverything();
+    refusing.read(text);
+    EXPECT_EQ(refusing.scene.nodeCount(), 0u) << text.name;
+    FixedSink sink;
+    const zn::ScopedLogSink scope(&sink);
+    const End end =
+        endOf([&] { return impl::parseString(nullptr, zn::String::copyOf(text.text)); });
+    EXPECT_EQ(end, refusing.end) << text.name;
+    EXPECT_EQ(sink.text(), refusing.sink.text()) << text.name;
+  }
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

@@ -1,0 +1,227 @@
+#include "tests/faults/fault_texts.h"
+
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
+#include <set>
+#include <sstream>
+#include <stdexcept>
+#include <string_view>
+
+#include <vsa/foundation/string.h>
+#include <vsa/parse.h>
+#include "tests/faults/watched_scene.h"
+#include "tests/support/case_run.h"
+#include "tools/support/log_capture.h"
+
+namespace vsa_tests {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path sourceFolder() {
+  return fs::path(VSA_TEST_DIR).parent_path() / "src";
+}
+
+bool hasWords(const std::string& text) {
+  const auto isLetter = [](unsigned char c) { return std::isalpha(c) != 0; };
+  return text.find(' ') != std::string::npos && std::any_of(text.begin(), text.end(), isLetter);
+}
+
+std::string unescaped(char c) {
+  return c == 'n' ? "\n" : std::string(1, c);
+}
+
+// The string literals of a source, comments apart. Neighbours are one, as for the compiler.
+std::vector<std::string> literalsOf(const std::string& source) {
+  std::vector<std::string> literals;
+  bool isNeighbour = false;
+  const auto startsHere = [&](std::size_t at, std::string_view what) {
+    return std::string_view(source).substr(at).starts_with(what);
+  };
+  for (std::size_t at = 0; at < source.size(); ++at) {
+    const char c = source[at];
+    if (startsHere(at, "//")) {
+      at = std::min(source.find('\n', at), source.size());
+    } else if (startsHere(at, "/*")) {
+      at = std::min(source.find("*/", at), source.size()) + 1;
+    } else if (c == '"') {
+      if (!isNeighbour) literals.emplace_back();
+      isNeighbour = true;
+      for (++at; at < source.size() && source[at] != '"'; ++at) {
+        literals.back() += source[at] == '\\' ? unescaped(source[++at]) : source.substr(at, 1);
+      }
+    } else if (c == '\'' &&
+               (at == 0 || !std::isalnum(static_cast<unsigned char>(source[at - 1])))) {
+      isNeighbour = false;
+      for (++at; at < source.size() && source[at] != '\''; ++at) at += source[at] == '\\' ? 1 : 0;
+    } else if (!std::isspace(static_cast<unsigned char>(c))) {
+      isNeighbour = false;
+    }
+  }
+  return literals;
+}
+
+// A line of an expectation without what differs from case to case: quoted parts, numbers, paths.
+std::string wordingOf(const std::string& line) {
+  std::string wording;
+  char quote = '\0';
+  for (const char c : line) {
+    if (quote != '\0') {
+      if (c == quote) quote = '\0';
+    } else if (c == '\'' || c == '"') {
+      quote = c;
+    } else if (c == '@') {
+      break;
+    } else if (!zn::String::isDigit(c)) {
+      wording += c;
+    }
+  }
+  return wording;
+}
+
+// Whether an expectation says that the reader logs or throws what is not among `seen` yet, where it
+// then is.
+bool addsWording(const std::string& expectation, std::set<std::string>& seen) {
+  bool isNew = false;
+  std::istringstream lines(expectation);
+  for (std::string line; std::getline(lines, line) && line != "scene";) {
+    isNew = seen.insert(wordingOf(line)).second || isNew;
+  }
+  return isNew;
+}
+
+// A large text is read too often for its size, and a large scene is looked at too often.
+bool isSmall(const Case& each) {
+  return fs::file_size(each.text) <= 4096 && fs::file_size(each.expectation) < 16384;
+}
+
+void addCases(std::vector<Text>& texts) {
+  std::set<std::string> seen;
+  for (const Case& each : findCases(VSA_CASE_DIR).cases) {
+    if (isSmall(each) && addsWording(contentOf(each.expectation), seen)) {
+      texts.push_back({each.name, contentOf(each.text)});
+    }
+  }
+}
+
+std::string repeated(const std::string& part, std::uint64_t times) {
+  std::string text;
+  for (; times > 0; --times) text += part;
+  return text;
+}
+
+void addOwn(std::vector<Text>& texts) {
+  texts.push_back({"deeper than the limit", "rig r; r" + repeated(".m", LEVELS + 1) + " = 1;"});
+  texts.push_back({"a header", "# version: 3\n# time: noon\n# and no more\n"});
+  texts.push_back({"cut off in a string", "t n; n.s = \"on"});
+  texts.push_back({"cut off in a list", "t n; n.v = vec3(1 2"});
+  texts.push_back({"no such input of the node at hand", "t n: .i = null; .i[0] = 1;"});
+  texts.push_back({"nodes come and go",
+                   "lamp a; define b; define a; a.on = true; b.a |= a.out; remove b; remove c;"
+                   "define b; b.on = false;"});
+  // So many that those ahead are announced to the scene.
+  std::string links = "lamp a:";
+  for (int i = 0; i < 30; ++i) {
+    links += ".c" + std::to_string(i) + " |= a.out; .r" + std::to_string(i) + " = a;";
+  }
+  texts.push_back({"many links", links});
+}
+
+// What the process keeps from its first reading on is no reading's to give back.
+void readOnce() {
+  declareCaseTypes();
+  zn::korvo_sdk::Scene scene;
+  const auto outcome = vsa_tools::watchRead([&] {
+    return zn::korvo_sdk::impl::parseString(&scene, "t n: .v = vec3(1 2 3); .b = float[1] {1};");
+  });
+  if (!outcome.result) throw std::runtime_error("the first reading failed");
+}
+
+// What stands between the conversions of a format. None of ours has "%%".
+std::vector<std::string> fixedPieces(const std::string& format) {
+  std::vector<std::string> pieces(1);
+  for (std::size_t at = 0; at < format.size(); ++at) {
+    if (format[at] == '%') {
+      at = std::min(format.find_first_of("sdciuxpfg", at), format.size());
+      pieces.emplace_back();
+    } else {
+      pieces.back() += format[at];
+    }
+  }
+  return pieces;
+}
+
+}  // namespace
+
+void setSmallLimits(zn::korvo_sdk::Scene& scene) {
+  scene.setEmptyElementLimit(EMPTY_ELEMENTS);
+  scene.setDepthLimit(LEVELS);
+}
+
+const std::vector<Text>& faultTexts() {
+  static const std::vector<Text> found = [] {
+    std::vector<Text> texts;
+    addCases(texts);
+    addOwn(texts);
+    readOnce();
+    return texts;
+  }();
+  return found;
+}
+
+std::vector<std::string> wordsOfSources() {
+  std::vector<std::string> found;
+  for (const auto& entry : fs::recursive_directory_iterator(sourceFolder())) {
+    if (entry.path().extension() != ".h" && entry.path().extension() != ".cpp") continue;
+    for (const std::string& literal : literalsOf(contentOf(entry.path()))) {
+      if (hasWords(literal)) found.push_back(literal);
+    }
+  }
+  return found;
+}
+
+const std::map<std::string, std::string>& neverShown() {
+  static const std::map<std::string, std::string> reasons = {
+      {"%s: %s\n", "a line on standard error; here every line has a sink"},
+      {"no file was opened", "a File says so, the reader does not ask it"},
+      {"there is no source to read from", "a File says so, the reader does not ask it"},
+      {"an array holds at most 2^32 elements", "takes more memory than there is"},
+      {"a hash index holds fewer than 2^32 positions", "takes more memory than there is"},
+  };
+  return reasons;
+}
+
+bool isMadeBy(const std::string& format, const std::string& line) {
+  std::size_t at = 0;
+  for (const std::string& piece : fixedPieces(format)) {
+    at = line.find(piece, at);
+    if (at == std::string::npos) return false;
+    at += piece.size();
+  }
+  return true;
+}
+
+std::vector<std::string> operationsOfInterface() {
+  constexpr std::string_view CLASS = "class VSA_API ", OPERATION = "  virtual ";
+  std::istringstream lines(
+      contentOf(fs::path(VSA_TEST_DIR).parent_path() / "include/vsa/scene/scene_interface.h"));
+  std::vector<std::string> found;
+  std::string prefix;
+  for (std::string line; std::getline(lines, line);) {
+    if (line.starts_with(CLASS)) {
+      // A WatchedScene tells the operations of these two from an input's by a word in front.
+      const std::string type =
+          line.substr(CLASS.size(), line.find(' ', CLASS.size()) - CLASS.size());
+      prefix = type == "INode" ? "node " : type == "IOutput" ? "output " : "";
+    } else if (line.starts_with(OPERATION)) {
+      const std::size_t end = line.find('(');
+      const std::size_t begin = line.find_last_of(" *&", end) + 1;
+      found.push_back(prefix + line.substr(begin, end - begin));
+    }
+  }
+  return found;
+}
+
+}  // namespace vsa_tests

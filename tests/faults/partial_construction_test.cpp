@@ -1,0 +1,183 @@
+// What was half made when the memory ran out goes again: the handle of a file that is being opened,
+// the slot of an element that an array is being given, an input that is to have a structure.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <new>
+
+#include <vsa/foundation/file.h>
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include <vsa/scene/node_type.h>
+#include "tests/support/allocation_watch.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using namespace zn::korvo_sdk;
+using interfaces::IInput;
+
+/// The number that the next file of this process gets: it stays while every file is closed again.
+int nextDescriptor() {
+  const int descriptor = dup(STDERR_FILENO);
+  close(descriptor);
+  return descriptor;
+}
+
+struct Opening {
+  bool hasFailed;  // there was a k-th allocation
+  bool isThrown;
+  int descriptor;  // once all is over
+  std::int64_t liveBlocks;
+};
+
+/// What comes of opening a file with the k-th allocation failing.
+Opening openWithFault(std::uint64_t k) {
+  Opening opening{};
+  AllocationWatch::start();
+  AllocationWatch::failAt(k, false);
+  try {
+    const zn::File file = zn::File::open("/dev/null");
+  } catch (const std::bad_alloc&) {
+    opening.isThrown = true;
+  }
+  AllocationWatch::stop();
+  opening.hasFailed = AllocationWatch::hasFailed();
+  opening.descriptor = nextDescriptor();
+  opening.liveBlocks = AllocationWatch::count().liveBlocks;
+  return opening;
+}
+
+TEST(FileMemoryTest, AHandleWithoutAFileIsClosed) {
+  const int descriptor = nextDescriptor();
+  for (const std::uint64_t k : {1U, 2U}) {
+    const Opening opening = openWithFault(k);
+    EXPECT_TRUE(opening.hasFailed) << k;
+    EXPECT_TRUE(opening.isThrown) << k;
+    EXPECT_EQ(opening.descriptor, descriptor) << k;
+    EXPECT_EQ(opening.liveBlocks, 0) << k;
+  }
+}
+
+/// Gives the array one element more, the next allocation failing. Whether it was to be had.
+bool appendWithFault(IInput& array) {
+  bool isThrown = false;
+  AllocationWatch::start();
+  AllocationWatch::failAt(1, false);
+  try {
+    array.appendElement();
+  } catch (const std::bad_alloc&) {
+    isThrown = true;
+  }
+  AllocationWatch::stop();
+  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown);
+  return !isThrown;
+}
+
+// Room for elements is taken for many at a time, in the array and in the scene by turns.
+TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
+  Scene scene;
+  ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.keys[0] = 1;"));
+  IInput* const array = scene.findNode("lamp1")->input("keys");
+  std::uint64_t count = 1;
+  int failures = 0;
+  while (count < 5000) {
+    if (!appendWithFault(*array)) {
+      ++failures;
+      ASSERT_EQ(array->count(), count);
+      array->appendElement();
+    }
+    ++count;
+    ASSERT_EQ(array->count(), count);
+    IInput* const last = array->element(count - 1);
+    ASSERT_NE(last, nullptr) << count;
+    ASSERT_EQ(last->type(), AttrType::Int) << count;
+  }
+  EXPECT_GT(failures, 1);
+}
+
+/// Does what it is given, the k-th allocation failing. Whether that one was reached.
+template <class Do>
+bool isRefusedMemory(std::uint64_t k, const Do& what) {
+  bool isThrown = false;
+  AllocationWatch::start();
+  AllocationWatch::failAt(k, false);
+  try {
+    what();
+  } catch (const std::bad_alloc&) {
+    isThrown = true;
+  }
+  AllocationWatch::stop();
+  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown) << k;
+  return isThrown;
+}
+
+// The list of a node's inputs grows in a block of the scene, then in memory of its own, and has an
+// index beside it.
+TEST(NodeMemoryTest, AnInputThatCannotBeMadeIsNotInTheList) {
+  Scene scene;
+  Node* const node = scene.createNode("lamp", "lamp1", zn::String());
+  int failures = 0;
+  for (std::uint64_t count = 0; count < 1200; ++count) {
+    const zn::String name(static_cast<unsigned long long>(count));
+    std::uint64_t k = 0;
+    while (isRefusedMemory(++k, [&] { node->createInput(name, AttrType::Int); })) {
+      ++failures;
+      ASSERT_EQ(node->inputCount(), count);
+    }
+    ASSERT_EQ(node->inputCount(), count + 1);
+    ASSERT_TRUE(node->inputAt(count)->name() == name) << count;
+    ASSERT_EQ(node->input(name), node->inputAt(count)) << count;
+  }
+  EXPECT_GT(failures, 3);
+}
+
+// An input that only a link has named becomes what its first value or member makes of it.
+TEST(MemberMemoryTest, AMemberThatCannotBeMadeMakesNoObject) {
+  std::uint64_t k = 0;
+  bool isRefused = true;
+  while (isRefused) {
+    Scene scene;
+    ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.rig |= lamp1.out;"));
+    Input* const rig = scene.findNode("lamp1")->input("rig");
+    const zn::String name("keys");
+    isRefused = isRefusedMemory(++k, [&] { rig->createArray(name, AttrType::Int); });
+    EXPECT_EQ(rig->type(), isRefused ? AttrType::Null : AttrType::Object) << k;
+    EXPECT_EQ(rig->memberCount(), isRefused ? 0U : 1U) << k;
+  }
+  EXPECT_GT(k, 2U);
+}
+
+// A declared input is there with the element type that it was declared with, or not at all.
+TEST(DeclaredMemoryTest, ABufferThatCannotBeMadeIsMadeWhole) {
+  NodeType type;
+  type.name = "half_made_lamp";
+  type.inputs = {
+      {.name = "profile", .type = AttrType::Buffer, .bufferType = DataType::Float},
+      {.name = "stops", .type = AttrType::Array, .elementType = AttrType::Real},
+  };
+  registerNodeType(type);
+  for (const char* const name : {"profile", "stops"}) {
+    std::uint64_t k = 0;
+    bool isRefused = true;
+    while (isRefused) {
+      Scene scene;
+      Node* const node = scene.createNode("half_made_lamp", "lamp1", zn::String());
+      const zn::String sought(name);
+      isRefused = isRefusedMemory(++k, [&] { node->input(sought); });
+      EXPECT_EQ(node->inputCount(), isRefused ? 0U : 1U) << name << ' ' << k;
+      const Input* const input = node->input(sought);
+      const bool isBuffer = input->type() == AttrType::Buffer;
+      EXPECT_EQ(input->bufferType(), isBuffer ? DataType::Float : DataType::Null) << k;
+      EXPECT_EQ(input->elementType(), isBuffer ? AttrType::Null : AttrType::Real) << k;
+    }
+    EXPECT_GT(k, 3U);
+  }
+  unregisterNodeType("half_made_lamp");
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

@@ -1,0 +1,92 @@
+// String::adopt when there is no memory: nothing leaks, and the characters stay with their owner.
+#include <gtest/gtest.h>
+
+#include <new>
+#include <string>
+#include <utility>
+
+#include <vsa/foundation/string.h>
+#include "tests/support/allocation_watch.h"
+#include "tests/support/text.h"
+
+namespace zn {
+namespace {
+
+using vsa_tests::AllocationWatch;
+using vsa_tests::text;
+
+/// What comes of adopting 100 characters, in a block of `room`, with the k-th allocation failing.
+struct Adoption {
+  bool hasFailed = false;  // there was a k-th allocation
+  bool isThrown = false;
+  std::string adopted;
+  std::string left;
+  std::int64_t liveBlocks = 0;  // once all is over
+};
+
+Adoption adoptWithFault(unsigned long room, std::uint64_t k) {
+  Adoption adoption;
+  AllocationWatch::start();
+  {
+    ds::Vector<char> chars;
+    chars.reserve(room);
+    for (int i = 0; i < 100; ++i) chars.push_back('x');
+    AllocationWatch::failAt(k, false);
+    String adopted;
+    try {
+      adopted = String::adopt(std::move(chars));
+    } catch (const std::bad_alloc&) {
+      adoption.isThrown = true;
+    }
+    AllocationWatch::stop();
+    adoption.hasFailed = AllocationWatch::hasFailed();
+    adoption.adopted = text(adopted);
+    adoption.left = std::string(chars.begin(), chars.end());  // NOLINT: it may hold them still
+    AllocationWatch::resume();
+  }
+  AllocationWatch::stop();
+  adoption.liveBlocks = AllocationWatch::count().liveBlocks;
+  return adoption;
+}
+
+const std::string CHARS(100, 'x');
+
+// There is room for the NUL: the header is the first allocation, the second gives spare room back.
+TEST(StringMemory, NoneForTheHeader) {
+  const Adoption adoption = adoptWithFault(200, 1);
+  EXPECT_TRUE(adoption.hasFailed);
+  EXPECT_TRUE(adoption.isThrown);
+  EXPECT_EQ(adoption.adopted, "");
+  EXPECT_EQ(adoption.left.substr(0, 100), CHARS);
+  EXPECT_EQ(adoption.liveBlocks, 0);
+}
+
+TEST(StringMemory, SpareRoomThatCannotGoBackStays) {
+  const Adoption adoption = adoptWithFault(200, 2);
+  EXPECT_TRUE(adoption.hasFailed);
+  EXPECT_FALSE(adoption.isThrown);
+  EXPECT_EQ(adoption.adopted, CHARS);
+  EXPECT_EQ(adoption.left, "");
+  EXPECT_EQ(adoption.liveBlocks, 0);
+}
+
+TEST(StringMemory, NoneForTheNul) {
+  const Adoption adoption = adoptWithFault(100, 1);
+  EXPECT_TRUE(adoption.hasFailed);
+  EXPECT_TRUE(adoption.isThrown);
+  EXPECT_EQ(adoption.left, CHARS);
+  EXPECT_EQ(adoption.liveBlocks, 0);
+}
+
+TEST(StringMemory, EnoughForAll) {
+  for (const unsigned long room : {100UL, 101UL, 200UL}) {
+    const Adoption adoption = adoptWithFault(room, 4);
+    EXPECT_FALSE(adoption.hasFailed) << room;
+    EXPECT_EQ(adoption.adopted, CHARS) << room;
+    EXPECT_EQ(adoption.left, "") << room;
+    EXPECT_EQ(adoption.liveBlocks, 0) << room;
+  }
+}
+
+}  // namespace
+}  // namespace zn

@@ -1,0 +1,313 @@
+// Compressed texts: what they expand to, and which message a bad one gets.
+
+#include <vsa/foundation/decompress.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace zn {
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+constexpr char EMPTY[] = "compressed data is empty";
+constexpr char BAD[] = "compressed data holds a character that is not a hexadecimal digit";
+constexpr char EARLY[] = "compressed data ends early";
+constexpr char CORRUPT[] = "compressed data is corrupt";
+constexpr char CHECKSUM[] = "compressed data fails its checksum";
+constexpr char LARGER[] = "compressed data is larger than the buffer";
+
+// "hello hello hello hello" as any zlib writes it, with the fixed codes.
+const std::string HELLO = "hello hello hello hello";
+const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
+// "abc" stored.
+const std::string STORED_TEXT = ".7801010300fcff616263024d0127";
+// The stream of no bytes.
+const std::string NOTHING_TEXT = ".789c030000000001";
+
+struct Outcome {
+  std::string bytes;
+  std::string message;
+};
+
+/// The text expanded into memory of exactly `expected` bytes, which must stay zero behind the
+/// result.
+Outcome into(const std::string& text, std::size_t expected) {
+  const std::unique_ptr<unsigned char[]> out(new unsigned char[expected]());
+  String error;
+  std::size_t length = 99;
+  const std::unique_ptr<unsigned char[]> input(new unsigned char[text.size()]);
+  std::copy(text.begin(), text.end(), input.get());
+  const bool done = decompressInto(input.get(), text.size(), error, out.get(), expected, length);
+  EXPECT_EQ(done, error.isEmpty());
+  EXPECT_EQ(done, length > 0);
+  if (done) {
+    EXPECT_TRUE(std::all_of(out.get() + length, out.get() + expected,
+                            [](unsigned char byte) { return byte == 0; }));
+  }
+  return {std::string(out.get(), out.get() + length), error.buf()};
+}
+
+/// The text expanded by both services, which must agree.
+Outcome expand(const std::string& text, std::size_t expected) {
+  const Outcome outcome = into(text, expected);
+  String error;
+  const auto [bytes, length] =
+      decompress(reinterpret_cast<const unsigned char*>(text.data()), text.size(), error, expected);
+  const std::unique_ptr<unsigned char[]> owner(bytes);
+  EXPECT_EQ(std::string(bytes, bytes + length), outcome.bytes);
+  EXPECT_STREQ(error.buf(), outcome.message.c_str());
+  return outcome;
+}
+
+std::string messageOf(const std::string& text, std::size_t expected = 1000) {
+  const Outcome outcome = expand(text, expected);
+  EXPECT_EQ(outcome.bytes, "");
+  EXPECT_EQ(outcome.message.find('%'), std::string::npos);
+  return outcome.message;
+}
+
+std::string compressed(const Bytes& data) {
+  return compress(data.data(), data.size()).buf();
+}
+
+std::string upperCase(std::string text) {
+  for (char& c : text) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  return text;
+}
+
+/// The text with `blanks` put before every `step`-th digit.
+std::string spaced(const std::string& text, std::size_t step, const std::string& blanks) {
+  std::string result = text.substr(0, 1);
+  for (std::size_t i = 1; i < text.size(); i += step) result += blanks + text.substr(i, step);
+  return result + blanks;
+}
+
+TEST(Decompress, Expands) {
+  EXPECT_EQ(expand(HELLO_TEXT, HELLO.size()).bytes, HELLO);
+  EXPECT_EQ(expand(STORED_TEXT, 3).bytes, "abc");
+  EXPECT_EQ(expand(upperCase(HELLO_TEXT), HELLO.size()).bytes, HELLO);
+}
+
+TEST(Decompress, AcceptsAShorterResult) {
+  EXPECT_EQ(expand(HELLO_TEXT, HELLO.size() + 1).bytes, HELLO);
+  EXPECT_EQ(expand(HELLO_TEXT, 100000).bytes, HELLO);
+}
+
+TEST(Decompress, SkipsWhiteSpaceBetweenDigits) {
+  for (const std::size_t step : {1U, 2U, 3U, 7U, 8U, 9U, 16U}) {
+    EXPECT_EQ(expand(spaced(HELLO_TEXT, step, " "), 100).bytes, HELLO) << step;
+    EXPECT_EQ(expand(spaced(HELLO_TEXT, step, " \t\n\v\f\r "), 100).bytes, HELLO) << step;
+  }
+}
+
+TEST(Decompress, HasAMessageForEachFault) {
+  const struct {
+    const char* what;
+    std::string text;
+    std::size_t expected;
+    const char* message;
+  } rows[] = {
+      {"no character", "", 10, EMPTY},
+      {"no digit", ".", 10, EMPTY},
+      {"only blanks", ".  \t ", 10, EMPTY},
+      {"a stream of no bytes", NOTHING_TEXT, 10, EMPTY},
+      {"a bad digit", ".78g", 10, BAD},
+      {"a sign", ".-78", 10, BAD},
+      {"a second point", "..", 10, BAD},
+      {"a point inside", ".789c.", 10, BAD},
+      {"a prefix", ".0x789c", 10, BAD},
+      {"a NUL", std::string(".789c\0", 6), 10, BAD},
+      {"a byte above 0x7F", ".789c\xFF", 10, BAD},
+      {"no-break space", ".789c\xA0", 10, BAD},
+      {"an odd digit alone", ".7", 10, EARLY},
+      {"one byte", ".78", 10, EARLY},
+      {"a head alone", ".789c", 10, EARLY},
+      {"an odd digit at the end", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 1), 100, EARLY},
+      {"no checksum", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 8), 100, EARLY},
+      {"half a checksum", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 4), 100, EARLY},
+      {"a wrong head", ".789d" + HELLO_TEXT.substr(5), 100, CORRUPT},
+      {"another method", ".7709" + HELLO_TEXT.substr(5), 100, CORRUPT},
+      {"a window too large", ".881c" + HELLO_TEXT.substr(5), 100, CORRUPT},
+      {"a preset dictionary", ".78bb" + HELLO_TEXT.substr(5), 100, CORRUPT},
+      {"a reserved block", ".789c07", 100, CORRUPT},
+      {"a stored length that is not repeated", ".7801010300fcfe616263024d0127", 3, CORRUPT},
+      {"a byte behind the stream", HELLO_TEXT + "00", 100, CORRUPT},
+      {"a stream behind the stream", HELLO_TEXT + HELLO_TEXT.substr(1), 100, CORRUPT},
+      {"no point", HELLO_TEXT.substr(1), 100, CORRUPT},
+      {"a wrong checksum", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 1) + "8", 100, CHECKSUM},
+      {"one byte too few", HELLO_TEXT, HELLO.size() - 1, LARGER},
+      {"no room at all", HELLO_TEXT, 0, LARGER},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(messageOf(row.text, row.expected), row.message) << row.what;
+}
+
+TEST(Decompress, ReportsOneOfSeveralFaults) {
+  const std::string wrongSum = HELLO_TEXT.substr(0, HELLO_TEXT.size() - 1) + "8";
+  const std::string noRepeat = ".7801010300fcfe616263024d0127";
+  const struct {
+    const char* what;
+    std::string text;
+    std::size_t expected;
+    const char* message;
+  } rows[] = {
+      {"bad character before empty", ".z", 10, BAD},
+      {"bad character before no point", "z", 10, BAD},
+      {"bad character before an odd digit", ".7z", 10, BAD},
+      {"bad character before corrupt", noRepeat + "z", 3, BAD},
+      {"bad character before too large", HELLO_TEXT + "z", 1, BAD},
+      {"bad character before checksum", wrongSum + "z", 100, BAD},
+      {"bad character far behind the fault", noRepeat + std::string(100000, '0') + "z", 3, BAD},
+      {"empty before no point", "  ", 10, EMPTY},
+      {"no point before an odd digit", "7", 10, CORRUPT},
+      {"odd digit before corrupt", noRepeat + "0", 3, EARLY},
+      {"odd digit before too large", HELLO_TEXT + "0", 1, EARLY},
+      {"odd digit before checksum", wrongSum + "0", 100, EARLY},
+      {"odd digit before a byte behind", HELLO_TEXT + "000", 100, EARLY},
+      {"odd digit before a stream of no bytes", NOTHING_TEXT + "0", 100, EARLY},
+      {"too large before the cut", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 8), 10, LARGER},
+      {"too large before checksum", wrongSum, 10, LARGER},
+      {"too large before a byte behind", HELLO_TEXT + "00", 10, LARGER},
+      {"a cut before too large", ".7801010300fcff61", 2, EARLY},
+      {"a cut where too large would begin", ".7801010300fcff6162", 2, EARLY},
+      {"checksum before a byte behind", wrongSum + "00", 100, CHECKSUM},
+      {"checksum before no bytes", ".789c030000000002", 10, CHECKSUM},
+      {"a byte behind before no bytes", NOTHING_TEXT + "00", 10, CORRUPT},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(messageOf(row.text, row.expected), row.message) << row.what;
+}
+
+TEST(Decompress, EveryCutOfTheTextEndsEarly) {
+  for (const std::string& text : {HELLO_TEXT, STORED_TEXT}) {
+    EXPECT_EQ(messageOf(text.substr(0, 1)), EMPTY);
+    for (std::size_t size = 2; size < text.size(); ++size) {
+      EXPECT_EQ(messageOf(text.substr(0, size)), EARLY) << size;
+    }
+  }
+}
+
+TEST(Decompress, LeavesTheErrorAloneOnSuccess) {
+  String error("before");
+  const auto [bytes, length] = decompress(reinterpret_cast<const unsigned char*>(HELLO_TEXT.data()),
+                                          HELLO_TEXT.size(), error, 100);
+  EXPECT_EQ(length, HELLO.size());
+  EXPECT_STREQ(error.buf(), "before");
+  delete[] bytes;
+}
+
+TEST(Decompress, TakesNullForNothing) {
+  String error;
+  std::size_t length = 1;
+  EXPECT_FALSE(decompressInto(nullptr, 0, error, nullptr, 0, length));
+  EXPECT_STREQ(error.buf(), EMPTY);
+  EXPECT_EQ(length, 0U);
+}
+
+TEST(Decompress, AHugeExpectedSizeCostsNothing) {
+  String error;
+  const auto [bytes, length] = decompress(reinterpret_cast<const unsigned char*>(HELLO_TEXT.data()),
+                                          HELLO_TEXT.size(), error, ~std::size_t{0});
+  EXPECT_EQ(std::string(bytes, bytes + length), HELLO);
+  delete[] bytes;
+}
+
+TEST(Decompress, GrowsToAResultFarLargerThanTheText) {
+  const Bytes data(5000000, 3);
+  const std::string text = compressed(data);
+  EXPECT_LT(text.size(), 12000U);
+  EXPECT_EQ(expand(text, 1ULL << 32 >> 4).bytes, std::string(data.size(), 3));
+  EXPECT_EQ(messageOf(text, data.size() - 1), LARGER);
+}
+
+TEST(Compress, ReadsBackAtEverySize) {
+  Bytes data;
+  for (std::size_t size = 1; size < 200000; size += 1 + size / 5) {
+    while (data.size() < size) {
+      data.push_back(static_cast<unsigned char>(data.size() * data.size() / 7 % 251));
+    }
+    EXPECT_EQ(expand(compressed(data), size).bytes, std::string(data.begin(), data.end())) << size;
+    EXPECT_EQ(expand(spaced(compressed(data), 71, " "), size).bytes.size(), size);
+    EXPECT_EQ(messageOf(compressed(data), size - 1), LARGER);
+  }
+}
+
+TEST(Compress, WritesAPointAndLowerCaseDigits) {
+  EXPECT_EQ(compressed(Bytes{'a'}).substr(0, 5), ".789c");
+  const std::string text = compressed(Bytes(1000, 0xAB));
+  EXPECT_EQ(text.find_first_not_of("0123456789abcdef", 1), std::string::npos);
+  EXPECT_EQ(text.size() % 2, 1U);
+}
+
+/// Bytes below `limit`, every one as likely as the others.
+Bytes evenBytes(std::size_t size, unsigned limit) {
+  Bytes data;
+  std::uint32_t state = 1;
+  while (data.size() < size) {
+    state = state * 1664525 + 1013904223;
+    data.push_back(static_cast<unsigned char>((state >> 16) % limit));
+  }
+  return data;
+}
+
+// A head of 2 bytes and 4 of checksum; 5 before each piece that is stored.
+TEST(Compress, TakesTheCheapestForm) {
+  const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
+  EXPECT_EQ(bytesFor(evenBytes(5000, 256)), 5000U + 5 + 6);
+  EXPECT_EQ(bytesFor(evenBytes(70000, 256)), 70000U + 3 * 5 + 6);  // in two blocks
+  EXPECT_LT(bytesFor(evenBytes(5000, 128)), 4480U);  // 7 bits for each, and their codes
+  EXPECT_LT(bytesFor(evenBytes(5000, 16)), 2625U);   // 4 bits
+  EXPECT_LE(compressed(Bytes(HELLO.begin(), HELLO.end())).size(), HELLO_TEXT.size());
+}
+
+/// Words of a small vocabulary, long runs, numbers and noise: blocks of all three forms.
+Bytes mixedBytes() {
+  Bytes data;
+  const auto add = [&data](const Bytes& more) {
+    data.insert(data.end(), more.begin(), more.end());
+  };
+  const Bytes letters = evenBytes(4000, 26);
+  for (const unsigned char at : evenBytes(20000, 200)) {
+    data.insert(data.end(), letters.begin() + 7 * at, letters.begin() + 7 * at + 3 + at % 9);
+  }
+  add(Bytes(70000, 0));
+  for (unsigned i = 0; i < 30000; ++i) {
+    for (const char c : std::to_string(i * i)) data.push_back(static_cast<unsigned char>(c));
+  }
+  add(evenBytes(100000, 256));
+  return data;
+}
+
+/// A number for a text: FNV-1a, in 32 bits.
+std::uint32_t numberOf(const std::string& text) {
+  std::uint32_t number = 2166136261;
+  for (const char c : text) number = (number ^ static_cast<unsigned char>(c)) * 16777619;
+  return number;
+}
+
+// On every machine, from every build. Who changes what is found or which form is taken changes the
+// figures, and may: they are to be smaller, or the work less.
+TEST(Compress, TheSameBytesGiveTheSameText) {
+  const Bytes data = mixedBytes();
+  const std::string text = compressed(data);
+  EXPECT_EQ(text.size(), 522189U);
+  EXPECT_EQ(numberOf(text), 534888934U);
+  EXPECT_EQ(expand(text, data.size()).bytes, std::string(data.begin(), data.end()));
+  // Without a match, the block's codes for distances are two that stand for none of its own.
+  EXPECT_EQ(numberOf(compressed(evenBytes(300, 32))), 2993094616U);
+}
+
+TEST(Compress, NoBytesGiveATextThatIsEmpty) {
+  EXPECT_EQ(std::string(compress(nullptr, 0).buf()), NOTHING_TEXT);
+  EXPECT_EQ(messageOf(NOTHING_TEXT), EMPTY);
+}
+
+}  // namespace
+}  // namespace zn

@@ -1,0 +1,580 @@
+// The decoder and the encoder of zlib streams, held against zlib, so only where it is at hand.
+#if defined(VSA_HAVE_ZLIB)
+
+#include "foundation/compression/inflate.h"
+
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <memory>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "foundation/compression/adler32.h"
+#include "foundation/compression/deflate.h"
+
+namespace zn {
+namespace {
+
+using Bytes = std::vector<unsigned char>;
+
+Bytes bytesOf(const std::string& text) {
+  return Bytes(text.begin(), text.end());
+}
+
+/// A stream as zlib writes it.
+Bytes zlibStream(const Bytes& data, int level = 6, int strategy = Z_DEFAULT_STRATEGY,
+                 int windowBits = 15) {
+  z_stream stream{};
+  EXPECT_EQ(deflateInit2(&stream, level, Z_DEFLATED, windowBits, 8, strategy), Z_OK);
+  Bytes out(deflateBound(&stream, static_cast<uLong>(data.size())) + 64);
+  stream.next_in = const_cast<Bytef*>(data.data());
+  stream.avail_in = static_cast<uInt>(data.size());
+  stream.next_out = out.data();
+  stream.avail_out = static_cast<uInt>(out.size());
+  EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
+  out.resize(stream.total_out);
+  deflateEnd(&stream);
+  return out;
+}
+
+struct Inflated {
+  InflateStatus status;
+  Bytes bytes;
+};
+
+bool operator==(const Inflated& a, const Inflated& b) {
+  return a.status == b.status && a.bytes == b.bytes;
+}
+
+constexpr unsigned char FENCE = 0xA5;
+
+/// Decodes into memory of exactly `capacity` bytes, so that a sanitizer sees a step past the end.
+Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
+  const std::unique_ptr<unsigned char[]> input(new unsigned char[stream.size()]);
+  std::copy(stream.begin(), stream.end(), input.get());
+  const std::unique_ptr<unsigned char[]> output(new unsigned char[capacity]);
+  std::fill_n(output.get(), capacity, FENCE);
+  std::size_t length = ~std::size_t{0};
+  const InflateStatus status =
+      inflateStream(input.get(), stream.size(), output.get(), capacity, length);
+  EXPECT_LE(length, capacity);
+  for (std::size_t i = length; i < capacity; ++i) {
+    const bool mayBeCleared = i < length + 32;
+    if (output[i] != FENCE && !(mayBeCleared && output[i] == 0)) {
+      ADD_FAILURE() << "byte " << i << " past length " << length << " was changed";
+      break;
+    }
+  }
+  return {status, Bytes(output.get(), output.get() + length)};
+}
+
+/// What zlib makes of the same stream, with room for all it can give.
+Inflated zlibInflate(const Bytes& stream, std::size_t room) {
+  z_stream state{};
+  EXPECT_EQ(inflateInit(&state), Z_OK);
+  Bytes out(room);
+  state.next_in = const_cast<Bytef*>(stream.data());
+  state.avail_in = static_cast<uInt>(stream.size());
+  state.next_out = out.data();
+  state.avail_out = static_cast<uInt>(out.size());
+  const int result = inflate(&state, Z_FINISH);
+  out.resize(state.total_out);
+  const std::string message = state.msg == nullptr ? "" : state.msg;
+  InflateStatus status = InflateStatus::Corrupt;
+  if (result == Z_STREAM_END && state.avail_in == 0) status = InflateStatus::Done;
+  if (result == Z_BUF_ERROR) status = InflateStatus::EndsEarly;
+  if (message == "incorrect data check") status = InflateStatus::WrongChecksum;
+  inflateEnd(&state);
+  return {status, out};
+}
+
+Bytes noise(std::size_t size, unsigned seed) {
+  std::mt19937 random(seed);
+  Bytes bytes(size);
+  for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() & 0xFF);
+  return bytes;
+}
+
+/// Data with matches of all lengths and distances, and literals of uneven frequency.
+Bytes mixture(std::size_t size, unsigned seed) {
+  std::mt19937 random(seed);
+  Bytes bytes;
+  bytes.reserve(size + 300);
+  while (bytes.size() < size) {
+    if (bytes.empty() || random() % 4 == 0) {
+      const unsigned skew = random() % 8;
+      bytes.push_back(static_cast<unsigned char>(random() % 256 >> skew));
+      continue;
+    }
+    const std::size_t reach = std::min<std::size_t>(bytes.size(), std::size_t{1} << random() % 16);
+    const std::size_t distance = 1 + random() % reach;
+    const std::size_t length = 3 + random() % (random() % 5 == 0 ? 256 : 12);
+    for (std::size_t i = 0; i < length; ++i) bytes.push_back(bytes[bytes.size() - distance]);
+  }
+  bytes.resize(size);
+  return bytes;
+}
+
+std::vector<Bytes> samples() {
+  return {Bytes(),         bytesOf("a"),     bytesOf("hello hello hello"), Bytes(100000, 0),
+          noise(70000, 1), mixture(1000, 2), mixture(300000, 3),           Bytes(259, 'x'),
+          noise(65535, 4), noise(65536, 5)};
+}
+
+/// Packs bits as a stream holds them, to write streams no encoder would.
+class BitStream {
+ public:
+  BitStream() : bytes_{0x78, 0x9C} {}
+
+  /// The low `count` bits of `value`, lowest first.
+  BitStream& put(unsigned value, unsigned count) {
+    for (unsigned i = 0; i < count; ++i) {
+      if (used_ == 0) bytes_.push_back(0);
+      bytes_.back() = static_cast<unsigned char>(bytes_.back() | (value >> i & 1) << used_);
+      used_ = (used_ + 1) % 8;
+    }
+    return *this;
+  }
+
+  /// A code, its highest bit first.
+  BitStream& code(unsigned value, unsigned count) {
+    for (unsigned i = count; i-- > 0;) put(value >> i & 1, 1);
+    return *this;
+  }
+
+  BitStream& toByteBound() {
+    used_ = 0;
+    return *this;
+  }
+
+  Bytes end(const Bytes& output) {
+    toByteBound();
+    const std::uint32_t sum = adler32Portable(ADLER32_START, output.data(), output.size());
+    for (unsigned shift = 32; shift > 0;) put(sum >> (shift -= 8) & 0xFF, 8);
+    return bytes_;
+  }
+
+ private:
+  Bytes bytes_;
+  unsigned used_ = 0;
+};
+
+/// The start of a block with own codes, up to the lengths of the length codes: zeros (one bit) and
+/// a literal length of one bit.
+BitStream& putOwnCodes(BitStream& bits, bool last, unsigned symbolCount, unsigned distanceCount) {
+  bits.put(last ? 1 : 0, 1).put(2, 2);
+  bits.put(symbolCount - 257, 5).put(distanceCount - 1, 5).put(18 - 4, 4);
+  // In the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1: 18, 0 and 1 have codes.
+  for (const unsigned length :
+       {0U, 0U, 2U, 2U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 1U}) {
+    bits.put(length, 3);
+  }
+  return bits;  // length 1 is code 0, length 0 is code 10, a run of zeros is code 11
+}
+
+/// The same for a stream of one block.
+BitStream ownCodes(unsigned symbolCount, unsigned distanceCount) {
+  BitStream bits;
+  return putOwnCodes(bits, true, symbolCount, distanceCount);
+}
+
+BitStream& zeros(BitStream& bits, unsigned count) {
+  return bits.code(3, 2).put(count - 11, 7);
+}
+
+TEST(Adler32, AgreesInBothFormsAndWithZlib) {
+  const Bytes data = noise(20000, 9);
+  const Bytes highest(20000, 0xFF);
+  for (const std::size_t size :
+       {0U, 1U, 15U, 16U, 17U, 31U, 33U, 5551U, 5552U, 5553U, 11104U, 20000U}) {
+    for (const Bytes* bytes : {&data, &highest}) {
+      const auto expected =
+          static_cast<std::uint32_t>(::adler32(1, bytes->data(), static_cast<uInt>(size)));
+      EXPECT_EQ(zn::adler32(ADLER32_START, bytes->data(), size), expected) << size;
+      EXPECT_EQ(adler32Portable(ADLER32_START, bytes->data(), size), expected) << size;
+    }
+  }
+  EXPECT_EQ(zn::adler32(zn::adler32(1, data.data(), 777), data.data() + 777, 3000),
+            zn::adler32(1, data.data(), 3777));
+  EXPECT_EQ(zn::adler32(ADLER32_START, nullptr, 0), ADLER32_START);
+}
+
+TEST(Inflate, ReadsWhatZlibWrites) {
+  for (const Bytes& data : samples()) {
+    for (const int level : {0, 1, 6, 9}) {
+      for (const int strategy : {Z_DEFAULT_STRATEGY, Z_HUFFMAN_ONLY, Z_RLE, Z_FIXED}) {
+        const Bytes stream = zlibStream(data, level, strategy);
+        EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
+        EXPECT_EQ(ownInflate(stream, data.size() + 1000), (Inflated{InflateStatus::Done, data}));
+      }
+    }
+  }
+}
+
+TEST(Inflate, ReadsEveryWindowSize) {
+  const Bytes data = mixture(50000, 6);
+  for (int windowBits = 9; windowBits <= 15; ++windowBits) {
+    const Bytes stream = zlibStream(data, 6, Z_DEFAULT_STRATEGY, windowBits);
+    EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
+  }
+}
+
+TEST(Inflate, EveryTruncationEndsEarly) {
+  const std::string text = "a text, a text, and the text again: a text with its texts";
+  // The last of them comes with codes of its own.
+  for (const Bytes& data : {bytesOf(text), mixture(3000, 7), noise(500, 8), mixture(2000, 14)}) {
+    for (const int level : {0, 6}) {
+      const Bytes stream = zlibStream(data, level);
+      for (std::size_t size = 0; size < stream.size(); ++size) {
+        const Bytes cut(stream.begin(), stream.begin() + static_cast<std::ptrdiff_t>(size));
+        EXPECT_EQ(ownInflate(cut, data.size()).status, InflateStatus::EndsEarly) << size;
+      }
+    }
+  }
+}
+
+TEST(Inflate, EverySmallerCapacityIsTooSmall) {
+  for (const Bytes& data : {mixture(3000, 7), noise(500, 8), Bytes(1000, 'x')}) {
+    for (const int level : {0, 6}) {
+      const Bytes stream = zlibStream(data, level);
+      for (std::size_t capacity = 0; capacity < data.size(); ++capacity) {
+        const Bytes first(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(capacity));
+        EXPECT_EQ(ownInflate(stream, capacity), (Inflated{InflateStatus::TooLarge, first}));
+      }
+    }
+  }
+}
+
+/// Delivers a stream in runs of a fixed size.
+class SlicedFeed : public ByteFeed {
+ public:
+  SlicedFeed(const Bytes& stream, std::size_t runSize) : stream_(stream), runSize_(runSize) {}
+
+  std::size_t next(const unsigned char*& bytes) override {
+    const std::size_t size = std::min(runSize_, stream_.size() - at_);
+    run_.assign(stream_.begin() + static_cast<std::ptrdiff_t>(at_),
+                stream_.begin() + static_cast<std::ptrdiff_t>(at_ + size));
+    bytes = run_.data();
+    at_ += size;
+    return size;
+  }
+
+ private:
+  const Bytes& stream_;
+  Bytes run_;
+  std::size_t runSize_;
+  std::size_t at_ = 0;
+};
+
+TEST(Inflate, RunsOfAnySizeGiveTheSame) {
+  const Bytes data = mixture(20000, 11);
+  for (const int level : {0, 6}) {
+    const Bytes stream = zlibStream(data, level);
+    for (const std::size_t runSize : {1U, 2U, 3U, 7U, 8U, 21U, 22U, 23U, 64U, 1000U}) {
+      SlicedFeed feed(stream, runSize);
+      Bytes out(data.size());
+      std::size_t length = 0;
+      EXPECT_EQ(inflateStream(feed, out.data(), out.size(), length), InflateStatus::Done);
+      EXPECT_EQ(out, data) << runSize;
+    }
+  }
+}
+
+TEST(Inflate, RefusesBadHeaders) {
+  const Bytes good = zlibStream(bytesOf("data"));
+  const struct {
+    unsigned char method;
+    unsigned char flags;
+  } heads[] = {{0x78, 0x9D}, {0x79, 0x9B}, {0x88, 0x1C}, {0x78, 0xBB}, {0x00, 0x00}};
+  for (const auto& head : heads) {
+    Bytes stream = good;
+    stream[0] = head.method;
+    stream[1] = head.flags;
+    EXPECT_EQ(ownInflate(stream, 100).status, InflateStatus::Corrupt) << int{head.method};
+  }
+}
+
+TEST(Inflate, RefusesBadBlocks) {
+  BitStream reserved;
+  EXPECT_EQ(ownInflate(reserved.put(1, 1).put(3, 2).end({}), 10).status, InflateStatus::Corrupt);
+  BitStream stored;
+  stored.put(1, 1).put(0, 2).put(0, 5).put(1, 16).put(1, 16);
+  EXPECT_EQ(ownInflate(stored.end({}), 10).status, InflateStatus::Corrupt);
+}
+
+TEST(Inflate, RefusesFixedCodesWithoutMeaning) {
+  for (const unsigned symbol : {286U, 287U}) {
+    BitStream bits;
+    bits.put(1, 1).put(1, 2).code(0xC0 + symbol - 280, 8);
+    EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt) << symbol;
+  }
+  for (const unsigned distance : {30U, 31U}) {
+    BitStream bits;
+    bits.put(1, 1).put(1, 2).code(0x30, 8).code(1, 7).code(distance, 5);
+    EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt) << distance;
+  }
+}
+
+TEST(Inflate, RefusesDistancesBeforeTheStart) {
+  BitStream bits;  // a literal 0, then 3 bytes from distance 2
+  bits.put(1, 1).put(1, 2).code(0x30, 8).code(1, 7).code(1, 5).code(0, 7);
+  EXPECT_EQ(ownInflate(bits.end({}), 10), (Inflated{InflateStatus::Corrupt, Bytes(1, 0)}));
+  BitStream right;  // the same from distance 1
+  right.put(1, 1).put(1, 2).code(0x30, 8).code(1, 7).code(0, 5).code(0, 7);
+  EXPECT_EQ(ownInflate(right.end(Bytes(4, 0)), 10), (Inflated{InflateStatus::Done, Bytes(4, 0)}));
+}
+
+TEST(Inflate, TakesASingleCodeOfOneBit) {
+  // Symbol 256 alone, no distance: an empty block.
+  BitStream empty = ownCodes(257, 1);
+  zeros(zeros(empty, 138), 118).code(0, 1).code(2, 2).code(0, 1);
+  EXPECT_EQ(ownInflate(empty.end({}), 10), (Inflated{InflateStatus::Done, {}}));
+  // The bit that begins no code.
+  BitStream wrong = ownCodes(257, 1);
+  zeros(zeros(wrong, 138), 118).code(0, 1).code(2, 2).code(1, 1);
+  EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
+}
+
+// Tables take turns in the same memory: what the length codes left in a slot that begins no code
+// would be a match of no byte.
+TEST(Inflate, TheBitThatBeginsNoCodeIsNotThatOfAnEarlierTable) {
+  BitStream bits;
+  bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);  // a literal 0
+  putOwnCodes(bits, true, 257, 1);                    // symbol 256, and one distance
+  zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1);
+  bits.code(1, 1).code(0, 1).code(0, 1).code(0, 1);
+  EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
+}
+
+// Where the stream ends with the length of a match, the distance is missing, and no wrong one.
+TEST(Inflate, AStreamCutBeforeTheBitThatBeginsNoCodeEndsEarly) {
+  BitStream bits;
+  bits.put(0, 1).put(1, 2).code(0, 7);  // an empty block, for the byte's sake
+  putOwnCodes(bits, true, 258, 1);      // symbols 256 and 257, no distance
+  zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1);
+  const Bytes whole = bits.end({});
+  const Bytes cut(whole.begin(), whole.end() - 4);  // without the checksum
+  EXPECT_EQ(ownInflate(cut, 10), (Inflated{InflateStatus::EndsEarly, {}}));
+}
+
+/// Own codes with the two symbols 256 and 257 (a match of 3), or 0 and 256.
+TEST(Inflate, RefusesADistanceWhereThereIsNone) {
+  BitStream bits = ownCodes(258, 1);
+  zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1).put(0, 8);
+  EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt);
+}
+
+TEST(Inflate, RefusesSetsThatAreNone) {
+  BitStream noBlockEnd = ownCodes(257, 1);  // symbols 0 and 1 have codes, 256 has none
+  noBlockEnd.code(0, 1).code(0, 1);
+  zeros(zeros(noBlockEnd, 138), 117).code(2, 2);
+  EXPECT_EQ(ownInflate(noBlockEnd.end({}), 10).status, InflateStatus::Corrupt);
+
+  BitStream tooMany = ownCodes(257, 1);  // three codes of one bit
+  tooMany.code(0, 1).code(0, 1);
+  zeros(zeros(tooMany, 138), 116).code(0, 1).code(2, 2);
+  EXPECT_EQ(ownInflate(tooMany.end({}), 10).status, InflateStatus::Corrupt);
+
+  BitStream tooManyDistances = ownCodes(257, 3);
+  zeros(zeros(tooManyDistances, 138), 118).code(0, 1).code(0, 1).code(0, 1).code(0, 1);
+  EXPECT_EQ(ownInflate(tooManyDistances.end({}), 10).status, InflateStatus::Corrupt);
+
+  BitStream runPastTheEnd = ownCodes(257, 1);
+  zeros(zeros(runPastTheEnd, 138), 138);
+  EXPECT_EQ(ownInflate(runPastTheEnd.end({}), 10).status, InflateStatus::Corrupt);
+
+  for (const unsigned counts : {287U - 257, 288U - 257}) {
+    BitStream tooManySymbols;
+    tooManySymbols.put(1, 1).put(2, 2).put(counts, 5).put(0, 5).put(0, 4);
+    EXPECT_EQ(ownInflate(tooManySymbols.end({}), 10).status, InflateStatus::Corrupt);
+  }
+  BitStream distances31;
+  distances31.put(1, 1).put(2, 2).put(0, 5).put(30, 5).put(0, 4);
+  EXPECT_EQ(ownInflate(distances31.end({}), 10).status, InflateStatus::Corrupt);
+}
+
+TEST(Inflate, RefusesIncompleteLengthCodes) {
+  for (const unsigned length : {0U, 1U, 2U}) {
+    BitStream bits;
+    bits.put(1, 1).put(2, 2).put(0, 5).put(0, 5).put(0, 4);
+    bits.put(0, 9).put(length, 3).put(0, 32);
+    EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt) << length;
+  }
+  BitStream repeatFirst;  // 16, "the last length again", before any length
+  repeatFirst.put(1, 1).put(2, 2).put(0, 5).put(0, 5).put(0, 4);
+  repeatFirst.put(1, 3).put(1, 3).put(0, 6).put(0, 32);
+  EXPECT_EQ(ownInflate(repeatFirst.end({}), 10).status, InflateStatus::Corrupt);
+}
+
+TEST(Inflate, ChecksumComesBeforeWhatStandsBehind) {
+  const Bytes data = bytesOf("some data");
+  Bytes stream = zlibStream(data);
+  stream.push_back(0);
+  EXPECT_EQ(ownInflate(stream, data.size()).status, InflateStatus::Corrupt);
+  stream[stream.size() - 2] ^= 1;
+  EXPECT_EQ(ownInflate(stream, data.size()).status, InflateStatus::WrongChecksum);
+  stream.pop_back();
+  EXPECT_EQ(ownInflate(stream, data.size()).status, InflateStatus::WrongChecksum);
+  EXPECT_EQ(ownInflate(stream, data.size() - 1).status, InflateStatus::TooLarge);
+}
+
+// Bytes behind the checksum, which the decoder may have taken up already, or not been given yet.
+TEST(Inflate, SeesWhatStandsBehindInAnyRun) {
+  const Bytes data = mixture(2000, 14);
+  const Bytes whole = zlibStream(data);
+  for (const std::size_t more : {1U, 2U, 8U, 40U}) {
+    Bytes stream = whole;
+    stream.resize(whole.size() + more);
+    for (const std::size_t runSize : {std::size_t{1}, whole.size(), stream.size()}) {
+      for (const std::size_t room : {data.size(), data.size() + 1000}) {
+        SlicedFeed feed(stream, runSize);
+        Bytes out(room);
+        std::size_t length = 0;
+        EXPECT_EQ(inflateStream(feed, out.data(), out.size(), length), InflateStatus::Corrupt);
+        EXPECT_EQ(length, data.size()) << more << " in runs of " << runSize;
+      }
+    }
+  }
+}
+
+// A literal 0 and ten matches of 258, a bit for each length and each distance: bits enough are left
+// over for the first bytes of the stored block behind them, when there is no more room.
+TEST(Inflate, StoredBytesThatWereTakenUpMayBeTooMany) {
+  BitStream bits;
+  bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);
+  putOwnCodes(bits, false, 286, 1);  // symbols 256 and 285, and one distance
+  zeros(zeros(zeros(bits, 138), 118).code(0, 1), 28).code(0, 1).code(0, 1);
+  for (int i = 0; i < 10; ++i) bits.code(1, 1).code(0, 1);
+  bits.code(0, 1);
+  Bytes data(1 + 10 * 258, 0);
+  const std::size_t matched = data.size();
+  const Bytes stored = noise(100, 19);
+  data.insert(data.end(), stored.begin(), stored.end());
+  bits.put(1, 1).put(0, 2).toByteBound().put(100, 16).put(100 ^ 0xFFFF, 16);
+  for (const unsigned char byte : stored) bits.put(byte, 8);
+  const Bytes stream = bits.end(data);
+  for (std::size_t capacity = matched; capacity < data.size(); ++capacity) {
+    const Bytes first(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(capacity));
+    EXPECT_EQ(ownInflate(stream, capacity), (Inflated{InflateStatus::TooLarge, first}));
+  }
+  EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
+}
+
+/// A damaged stream must be taken, refused and expanded as zlib does it. Where it is refused, the
+/// reason is the same too, but for two cases where zlib wants more input before it says so.
+void compareWithZlib(const Bytes& stream) {
+  constexpr std::size_t ROOM = 1 << 18;
+  const Inflated theirs = zlibInflate(stream, ROOM);
+  if (theirs.bytes.size() == ROOM) return;
+  const Inflated ours = ownInflate(stream, theirs.bytes.size() + 300);
+  const bool earlier =
+      ours.status == InflateStatus::Corrupt && theirs.status == InflateStatus::EndsEarly;
+  if (!earlier) {
+    EXPECT_EQ(static_cast<int>(ours.status), static_cast<int>(theirs.status));
+  }
+  EXPECT_EQ(ours.bytes, theirs.bytes);
+  EXPECT_EQ(ownInflate(stream, theirs.bytes.size()), ours);
+  if (!theirs.bytes.empty()) {
+    const Bytes allButOne(theirs.bytes.begin(), theirs.bytes.end() - 1);
+    EXPECT_EQ(ownInflate(stream, allButOne.size()), (Inflated{InflateStatus::TooLarge, allButOne}));
+  }
+}
+
+void mutate(Bytes& stream, std::mt19937& random) {
+  for (auto times = 1 + random() % 3; times > 0; --times) {
+    const std::size_t at = 2 + random() % (stream.size() - 2);
+    switch (random() % 4) {
+      case 0:
+        stream[at] = static_cast<unsigned char>(random() & 0xFF);
+        break;
+      case 1:
+        stream[at] = static_cast<unsigned char>(stream[at] ^ 1U << random() % 8);
+        break;
+      case 2:
+        stream.erase(stream.begin() + static_cast<std::ptrdiff_t>(at));
+        break;
+      default:
+        stream.insert(stream.begin() + static_cast<std::ptrdiff_t>(at),
+                      static_cast<unsigned char>(random() & 0xFF));
+    }
+    if (stream.size() < 4) return;
+  }
+}
+
+TEST(Inflate, AgreesWithZlibOnDamagedStreams) {
+  std::mt19937 random(12);
+  for (int round = 0; round < 2500; ++round) {
+    const Bytes data = mixture(random() % 1500, static_cast<unsigned>(random()));
+    Bytes stream = zlibStream(data, static_cast<int>(random() % 10),
+                              random() % 4 == 0 ? Z_FIXED : Z_DEFAULT_STRATEGY);
+    mutate(stream, random);
+    compareWithZlib(stream);
+    if (HasFailure()) FAIL() << "round " << round;
+  }
+}
+
+/// Damage in the few bytes that describe a block's codes.
+TEST(Inflate, AgreesWithZlibOnDamagedCodes) {
+  std::mt19937 random(13);
+  const Bytes data = mixture(2000, 14);
+  const Bytes stream = zlibStream(data);
+  for (int round = 0; round < 6000; ++round) {
+    Bytes damaged = stream;
+    for (auto times = 1 + random() % 2; times > 0; --times) {
+      unsigned char& byte = damaged[2 + random() % 90];
+      byte = static_cast<unsigned char>(byte ^ 1U << random() % 8);
+    }
+    compareWithZlib(damaged);
+    if (HasFailure()) FAIL() << "round " << round;
+  }
+}
+
+TEST(Deflate, ZlibReadsWhatItWrites) {
+  for (const Bytes& data : samples()) {
+    const Bytes stream = deflateStream(data.data(), data.size());
+    EXPECT_EQ(zlibInflate(stream, data.size() + 1), (Inflated{InflateStatus::Done, data}));
+    EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
+  }
+}
+
+TEST(Deflate, EverySmallSize) {
+  const Bytes data = mixture(700, 15);
+  for (std::size_t size = 0; size <= data.size(); ++size) {
+    const Bytes stream = deflateStream(data.data(), size);
+    const Bytes part(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(size));
+    EXPECT_EQ(zlibInflate(stream, size + 1), (Inflated{InflateStatus::Done, part}));
+  }
+}
+
+TEST(Deflate, LengthensCodesThatWouldBeTooLong) {
+  // Frequencies that grow like Fibonacci's numbers ask for codes of 20 bits.
+  Bytes data;
+  std::size_t last = 1;
+  std::size_t uses = 1;
+  for (unsigned symbol = 0; symbol < 22; ++symbol) {
+    data.insert(data.end(), uses, static_cast<unsigned char>(symbol));
+    last = std::exchange(uses, last + uses);
+  }
+  std::shuffle(data.begin(), data.end(), std::mt19937(16));
+  const Bytes stream = deflateStream(data.data(), data.size());
+  EXPECT_EQ(zlibInflate(stream, data.size() + 1), (Inflated{InflateStatus::Done, data}));
+}
+
+TEST(Deflate, MakesDataSmallerAndNoiseHardlyLarger) {
+  const Bytes data = mixture(300000, 17);
+  EXPECT_LT(deflateStream(data.data(), data.size()).size(),
+            zlibStream(data, 1).size() + data.size() / 50);
+  const Bytes random = noise(1000000, 18);
+  EXPECT_LT(deflateStream(random.data(), random.size()).size(), random.size() + 500);
+  const Bytes same(1 << 22, 7);
+  EXPECT_LT(deflateStream(same.data(), same.size()).size(), same.size() / 900);
+}
+
+}  // namespace
+}  // namespace zn
+
+#endif

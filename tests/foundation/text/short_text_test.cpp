@@ -1,0 +1,98 @@
+// Short texts as words: every length, in memory that ends where the text ends.
+#include "foundation/text/short_text.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include <vsa/foundation/string.h>
+
+namespace zn {
+namespace {
+
+constexpr std::size_t LONGEST = 40;
+
+std::string textOf(std::size_t length) {
+  std::string text;
+  for (std::size_t i = 0; i < length; ++i) text += static_cast<char>('a' + i % 26);
+  return text;
+}
+
+/// A copy in memory of its own length.
+std::unique_ptr<char[]> exact(const std::string& text) {
+  auto copy = std::make_unique<char[]>(text.size());
+  text.copy(copy.get(), text.size());
+  return copy;
+}
+
+TEST(ShortText, SameCharacters) {
+  for (std::size_t length = 0; length <= LONGEST; ++length) {
+    const std::string text = textOf(length);
+    const auto one = exact(text);
+    const auto other = exact(text);
+    EXPECT_TRUE(detail::sameCharacters(one.get(), other.get(), length)) << length;
+    for (std::size_t at = 0; at < length; ++at) {
+      other[at] = '_';
+      EXPECT_FALSE(detail::sameCharacters(one.get(), other.get(), length)) << length << ' ' << at;
+      other[at] = text[at];
+    }
+  }
+  EXPECT_FALSE(detail::sameCharacters(std::string_view("ab"), std::string_view("abc")));
+}
+
+TEST(ShortText, CopiesOfCharacters) {
+  for (std::size_t length = 0; length <= LONGEST; ++length) {
+    const std::string text = textOf(length);
+    const auto from = exact(text);
+    const auto to = exact(std::string(length, '_'));
+    detail::copyCharacters(to.get(), from.get(), length);
+    EXPECT_EQ(std::string(to.get(), length), text);
+  }
+}
+
+// Whatever differs in a text makes another hash, and nothing behind the text does.
+TEST(ShortText, HashesOfEveryLength) {
+  for (std::size_t length = 0; length <= LONGEST; ++length) {
+    const std::string text = textOf(length);
+    const auto one = exact(text);
+    const std::uint64_t hash = String::hashOf({one.get(), length});
+    EXPECT_EQ(hash, String::hashOf(text)) << length;
+    EXPECT_NE(hash, 0U);
+    for (std::size_t at = 0; at < length; ++at) {
+      one[at] = '_';
+      EXPECT_NE(String::hashOf({one.get(), length}), hash) << length << ' ' << at;
+      one[at] = text[at];
+    }
+  }
+}
+
+TEST(ShortText, AssignKeepsToTheRoomThereIs) {
+  for (std::size_t first = 1; first <= LONGEST; ++first) {
+    for (std::size_t second = 0; second <= LONGEST; ++second) {
+      String text = String::copyOf(textOf(first));
+      const std::uint64_t before = text.hash();
+      const std::string expected = std::string(second, 'x');
+      text.assign(expected);
+      ASSERT_EQ(text.view(), expected) << first;
+      ASSERT_EQ(text.buf()[second], '\0') << first;
+      ASSERT_EQ(text.hash(), String::hashOf(expected)) << first;
+      ASSERT_NE(text.hash(), before) << first;
+    }
+  }
+}
+
+// Nobody sees a text change that he has a handle to.
+TEST(ShortText, AssignLeavesWhatOthersHold) {
+  String text = String::copyOf("abcdef");
+  const String held = text;
+  text.assign("uvwxyz");
+  EXPECT_EQ(held.view(), "abcdef");
+  EXPECT_EQ(text.view(), "uvwxyz");
+  String letter('a');
+  letter.assign("b");
+  EXPECT_EQ(String('a').view(), "a");
+}
+
+}  // namespace
+}  // namespace zn

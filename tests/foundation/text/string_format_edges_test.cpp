@@ -1,0 +1,55 @@
+// Formats that the C library leaves undefined or that the compiler would refuse: from where a
+// format is no constant, they must still give a text.
+#include <gtest/gtest.h>
+
+#include <cstdarg>
+#include <string>
+
+#include <vsa/foundation/string.h>
+#include "tests/support/text.h"
+
+namespace zn {
+namespace {
+
+/// Past the compiler's own look at formats.
+std::string formatted(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
+  const String made = String::formatv(format, arguments);
+#pragma GCC diagnostic pop
+  va_end(arguments);
+  return vsa_tests::text(made);
+}
+
+TEST(StringFormatEdges, AConversionThatIsNotKnownStandsAsWritten) {
+  EXPECT_EQ(formatted("a %y b"), "a %y b");
+  EXPECT_EQ(formatted("%-5.3lky"), "%-5.3lky");
+  EXPECT_EQ(formatted("%n%n"), "%n%n");
+  EXPECT_EQ(formatted("%y %d", 7), "%y 7");
+}
+
+TEST(StringFormatEdges, AFormatThatEndsInsideAConversion) {
+  EXPECT_EQ(formatted("100%"), "100%");
+  EXPECT_EQ(formatted("%5"), "%5");
+  EXPECT_EQ(formatted("%-0"), "%-0");
+  EXPECT_EQ(formatted("x%."), "x%.");
+  EXPECT_EQ(formatted("%ll"), "%ll");
+}
+
+TEST(StringFormatEdges, NoTextAtAll) {
+  EXPECT_EQ(formatted("<%s>", static_cast<const char*>(nullptr)), "<(null)>");
+  EXPECT_EQ(formatted("<%8s>", static_cast<const char*>(nullptr)), "<  (null)>");
+  EXPECT_EQ(formatted("<%.0s>", "abc"), "<>");
+  EXPECT_EQ(formatted(""), "");
+}
+
+TEST(StringFormatEdges, APrecisionFromAnArgument) {
+  EXPECT_EQ(formatted("%.*d|", 3, 7), "007|");
+  EXPECT_EQ(formatted("%.*d|", -3, 7), "7|");
+  EXPECT_EQ(formatted("%.*f|", 0, 2.0), "2|");
+}
+
+}  // namespace
+}  // namespace zn

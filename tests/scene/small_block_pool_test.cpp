@@ -1,0 +1,71 @@
+// The memory of a scene's short lists, tuples and strings.
+#include "scene/model/storage/small_block_pool.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <cstring>
+#include <set>
+#include <string>
+
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+
+namespace zn::korvo_sdk {
+namespace {
+
+TEST(Blocks, LieOnMultiplesOfEightAndApart) {
+  Blocks blocks;
+  std::set<std::uintptr_t> ends;
+  for (std::size_t bytes = 1; bytes <= Blocks::MOST_BYTES; bytes += 7) {
+    void* const block = blocks.take(bytes);
+    std::memset(block, 0x5A, bytes);
+    const auto at = reinterpret_cast<std::uintptr_t>(block);
+    EXPECT_EQ(at % 8, 0U);
+    const auto next = ends.upper_bound(at);
+    EXPECT_TRUE(next == ends.end() || *next >= at + Blocks::roomFor(bytes)) << bytes;
+    ends.insert(at + Blocks::roomFor(bytes));
+  }
+}
+
+TEST(Blocks, OneThatIsGivenBackServesTheNextOfItsSize) {
+  Blocks blocks;
+  void* const first = blocks.take(17);
+  void* const second = blocks.take(17);
+  blocks.giveBack(first, 17);
+  EXPECT_NE(blocks.take(25), first);
+  EXPECT_EQ(blocks.take(24), first);
+  EXPECT_NE(blocks.take(24), second);
+}
+
+// A host that edits one input all day long must not grow.
+TEST(Blocks, AStringThatIsSetAgainAndAgainStaysInItsBlock) {
+  Scene scene;
+  ASSERT_TRUE(impl::parseString(&scene, "note n; n.text = \"the first one\";"));
+  Input* const text = scene.findNode("n")->input("text");
+  std::set<const char*> places;
+  for (int i = 0; i < 1000; ++i) {
+    const std::string assignment = "n.text = \"number " + std::to_string(1000 + i) + "\";";
+    ASSERT_TRUE(impl::parseString(&scene, String::copyOf(assignment)));
+    places.insert(text->string());
+  }
+  EXPECT_STREQ(text->string(), "number 1999");
+  EXPECT_LE(places.size(), 2U);
+}
+
+TEST(Blocks, StringsOfEveryLengthAreKept) {
+  Scene scene;
+  std::string text = "note n;\n";
+  for (std::size_t length = 0; length < 9000; length += 257) {
+    text += "n.t" + std::to_string(length) + " = \"" + std::string(length, 'a') + "\";\n";
+  }
+  ASSERT_TRUE(impl::parseString(&scene, String::copyOf(text)));
+  for (std::size_t length = 0; length < 9000; length += 257) {
+    Input* const input = scene.findNode("n")->input(("t" + std::to_string(length)).c_str());
+    ASSERT_NE(input, nullptr);
+    EXPECT_EQ(std::string(input->string()), std::string(length, 'a'));
+  }
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk

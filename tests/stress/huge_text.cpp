@@ -1,0 +1,122 @@
+#include "tests/stress/huge_text.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include <vsa/foundation/file.h>
+#include <vsa/foundation/log.h>
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include "tests/support/allocation_watch.h"
+
+namespace vsa_tests {
+
+namespace {
+
+constexpr std::uint64_t GIB = std::uint64_t{1} << 30;
+
+/// `head`, then `unit` until `bytes` bytes of it were delivered, then `tail`.
+class EndlessText final : public zn::ByteSource {
+ public:
+  EndlessText(std::string_view head, std::string_view unit, std::uint64_t bytes,
+              std::string_view tail)
+      : parts_{head, unit, tail}, left_(bytes) {
+    // Many units at a time: it is the reader that is to be the slow one.
+    while (block_.size() < (std::size_t{1} << 16)) block_ += unit;
+  }
+
+  std::size_t read(char* to, std::size_t capacity) override {
+    if (!parts_[0].empty()) return take(parts_[0], to, capacity);
+    if (left_ > 0) return takeUnits(to, capacity);
+    return take(parts_[2], to, capacity);
+  }
+
+ private:
+  static std::size_t take(std::string_view& part, char* to, std::size_t capacity) {
+    const std::size_t count = std::min(capacity, part.size());
+    std::memcpy(to, part.data(), count);
+    part.remove_prefix(count);
+    return count;
+  }
+
+  std::size_t takeUnits(char* to, std::size_t capacity) {
+    std::string_view rest = std::string_view(block_).substr(at_);
+    const std::size_t most =
+        static_cast<std::size_t>(std::min<std::uint64_t>({capacity, rest.size(), left_}));
+    const std::size_t count = take(rest, to, most);
+    at_ = (at_ + count) % block_.size();
+    left_ -= count;
+    // Whole units only, so that the tail stands where it should.
+    if (left_ == 0)
+      left_ = at_ % parts_[1].size() == 0 ? 0 : parts_[1].size() - at_ % parts_[1].size();
+    return count;
+  }
+
+  std::string_view parts_[3];
+  std::string block_;
+  std::size_t at_ = 0;
+  std::uint64_t left_;
+};
+
+/// Keeps the last message.
+class LastSink final : public zn::LogSink {
+ public:
+  void write(zn::LogLevel, const zn::String& text) override { last = text; }
+  zn::String last;
+};
+
+struct HugeText {
+  const char* name;
+  std::string_view head;
+  std::string_view unit;
+  std::uint64_t bytes;
+  std::string_view tail;
+  bool result;
+};
+
+// The last statement is there to show that the reader came through.
+constexpr HugeText TEXTS[] = {
+    {"a text of 5 GiB", "t n;\n", "n.aLongNameForAnInput = 1234567890;\n", 5 * GIB, "n.last = 7;\n",
+     true},
+    {"a line of 2.2 GiB", "t n; ", "n.aLongNameForAnInput = 1234567890; ", GIB * 22 / 10,
+     "n.last = 7;", true},
+    {"2.2 Gi lines", "t n;", "\n", GIB * 22 / 10, "n.last = 7;", true},
+    {"an error after 2.2 Gi lines", "t n; n.last = 7;", "\n", GIB * 22 / 10, "42;", false},
+    {"a string of 2.2 GiB", "t n; n.s = \"", "0123456789abcdef", GIB * 22 / 10, "\"; n.last = 7;",
+     true},
+    {"a list of 2.2 GiB, too long", "t n; n.last = 7; n.b = byte[3] {", "1 ", GIB * 22 / 10, "};",
+     false},
+};
+
+bool readHuge(const HugeText& huge) {
+  using namespace zn::korvo_sdk;
+  LastSink sink;
+  const zn::ScopedLogSink scope(&sink);
+  Scene scene;
+  AllocationWatch::start();
+  const bool result = impl::parseVsa(
+      &scene, zn::File(new EndlessText(huge.head, huge.unit, huge.bytes, huge.tail)), true);
+  AllocationWatch::stop();
+  Node* const node = scene.findNode("n");
+  Input* const last = node == nullptr ? nullptr : node->input("last");
+  const bool isRight = result == huge.result && last != nullptr && last->integer() == 7;
+  std::printf("%-32s heap %6lld MiB  %s%s%s\n", huge.name,
+              static_cast<long long>(AllocationWatch::count().peakBytes >> 20),
+              isRight ? "as expected" : "FAILS", sink.last.isEmpty() ? "" : ": ", sink.last.buf());
+  std::fflush(stdout);
+  return isRight;
+}
+
+}  // namespace
+
+int readHugeTexts() {
+  bool isRight = true;
+  for (const HugeText& huge : TEXTS) isRight = readHuge(huge) && isRight;
+  return isRight ? 0 : 1;
+}
+
+}  // namespace vsa_tests

@@ -1,0 +1,135 @@
+// Where characters come from: one at a time, whatever the source, and a file that others share.
+#include "vsa/lex/lexer_source.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "tests/support/byte_source.h"
+#include "tests/support/text.h"
+#include "tests/support/token_text.h"
+
+namespace zn::korvo_sdk::impl {
+namespace {
+
+using vsa_tests::memoryFile;
+using vsa_tests::string;
+using vsa_tests::tokenText;
+using namespace std::string_literals;
+
+/// Every character that consume gives, with its position: "a1,1 b1,2".
+std::string consumed(Lexer& lexer) {
+  std::string all;
+  while (lexer.lookaheadChar != END_OF_INPUT) {
+    const char c = lexer.consume();
+    EXPECT_EQ(c, lexer.previous);
+    all += vsa_tests::visible({&c, 1}) + std::to_string(lexer.line) + ',' +
+           std::to_string(lexer.column) + ' ';
+  }
+  return all + std::to_string(lexer.index);
+}
+
+TEST(LexerSource, CharactersAndTheirPositions) {
+  const std::string bytes = "a\n\tb\r\n\nc";
+  const std::string expected = "a1,1 \\n1,2 \\t2,1 b2,2 \\r2,3 \\n2,4 \\n3,1 c4,1 8";
+  StringLexer fromString(string(bytes));
+  EXPECT_EQ(consumed(fromString), expected);
+  for (const std::size_t most : {0UL, 1UL, 3UL}) {
+    FileLexer fromFile(memoryFile(bytes, most));
+    EXPECT_EQ(consumed(fromFile), expected);
+  }
+}
+
+TEST(StringLexer, SharesTheText) {
+  const String text("lamp");
+  const StringLexer lexer(text);
+  EXPECT_EQ(lexer.source.buf(), text.buf());
+}
+
+TEST(StringLexer, AnEmptyTextLooksAtANul) {
+  StringLexer lexer{String()};
+  EXPECT_EQ(lexer.lookaheadChar, '\0');
+  EXPECT_EQ(lexer.consume(), '\0');
+  EXPECT_EQ(lexer.lookaheadChar, END_OF_INPUT);
+  EXPECT_EQ(lexer.index, 1);
+}
+
+TEST(StringLexer, ConsumingAtTheEndGivesTheEnd) {
+  StringLexer lexer("a");
+  lexer.consume();
+  EXPECT_EQ(lexer.consume(), END_OF_INPUT);
+  EXPECT_EQ(lexer.lookaheadChar, END_OF_INPUT);
+  EXPECT_EQ(lexer.column, 2);
+}
+
+TEST(FileLexer, AnEmptyFileIsAtItsEnd) {
+  const FileLexer lexer(memoryFile(""));
+  EXPECT_EQ(lexer.lookaheadChar, END_OF_INPUT);
+  EXPECT_EQ(lexer.column, 0);
+  EXPECT_EQ(FileLexer(File()).lookaheadChar, END_OF_INPUT);
+}
+
+TEST(FileLexer, ConsumesOneCharacterPastTheMarkOnlyWhenTold) {
+  FileLexer lexer(
+      memoryFile("a\xFF"
+                 "b"));
+  lexer.consume();
+  EXPECT_EQ(lexer.lookaheadChar, END_OF_INPUT);
+  EXPECT_TRUE(lexer.endsAtMark());
+  EXPECT_EQ(lexer.consume(), END_OF_INPUT);
+  EXPECT_EQ(lexer.lookaheadChar, 'b');
+}
+
+TEST(FileLexer, ReadsTheFileFromWhereverItStands) {
+  for (const std::size_t most : {0UL, 1UL}) {
+    File file = memoryFile("abcd", most);
+    signed char c = 0;
+    file.read(c);
+    FileLexer lexer(file);
+    EXPECT_EQ(tokenText(lexer.nextToken()), "Id<bcd>1,3");
+  }
+}
+
+TEST(FileLexer, LeavesTheFileBehindItsLookahead) {
+  for (const std::size_t most : {0UL, 1UL, 2UL}) {
+    File file = memoryFile("ab;cd", most);
+    {
+      FileLexer lexer(file);
+      lexer.nextToken();
+      EXPECT_EQ(lexer.lookaheadChar, ';');
+    }
+    signed char c = 0;
+    EXPECT_TRUE(file.read(c));
+    EXPECT_EQ(c, 'c');
+  }
+}
+
+TEST(FileLexer, LeavesTheFileWhereItsSourceThrew) {
+  for (const std::size_t at : {1UL, 3UL, 5UL}) {
+    File file(new vsa_tests::InterruptedSource("abcde", at));
+    {
+      FileLexer lexer(file);
+      EXPECT_THROW(lexer.nextToken(), std::runtime_error) << at;
+    }
+    std::string rest;
+    for (signed char c = 0; file.read(c);) rest += static_cast<char>(c);
+    EXPECT_EQ(rest, std::string("abcde").substr(at));
+  }
+  File file(new vsa_tests::InterruptedSource("abcde", 0));
+  EXPECT_THROW(FileLexer{file}, std::runtime_error);
+  FileLexer lexer(file);
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abcde>1,5");
+}
+
+TEST(FileLexer, GoesOnWhereItsSourceThrew) {
+  File file(new vsa_tests::InterruptedSource("abc de; f", 4));
+  FileLexer lexer(file);
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abc>1,3");
+  EXPECT_THROW(lexer.nextToken(), std::runtime_error);
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Id<de>1,6");
+  EXPECT_EQ(tokenText(lexer.nextToken()), "Semicolon<;>1,7");
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::impl

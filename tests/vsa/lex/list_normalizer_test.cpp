@@ -1,0 +1,120 @@
+// The fast road through a list against the slow one, and against the bounds it promises.
+#include "vsa/lex/list_normalizer.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+#include <string>
+#include <vector>
+
+#include "foundation/base/cpu_features.h"
+#include "tests/support/text.h"
+
+namespace zn::korvo_sdk::impl {
+namespace {
+
+using vsa_tests::visible;
+
+using Copier = ListRun (*)(const char*, const char*, char*);
+
+/// Every form that this processor runs, and the one that is chosen.
+std::vector<Copier> copiers() {
+  std::vector<Copier> all{copyListRunPortable, copyListRun};
+#if VSA_LIST_RUN_HAS_VECTORS
+  if (cpuHasSse42()) all.push_back(copyListRunSse42);
+  if (cpuHasAvx2()) all.push_back(copyListRunAvx2);
+#endif
+  return all;
+}
+
+/// "written|what is left": the run of `text`, in memory of exactly the promised size.
+std::string run(Copier copy, const std::string& text) {
+  const std::vector<char> from(text.begin(), text.end());
+  std::vector<char> to(text.size() + LIST_RUN_SLACK, '?');
+  const ListRun copied = copy(from.data(), from.data() + from.size(), to.data());
+  return std::string(to.data(), static_cast<std::size_t>(copied.to - to.data())) + '|' +
+         std::string(copied.from, from.data() + from.size());
+}
+
+struct Row {
+  const char* text;
+  const char* run;
+};
+
+TEST(ListRun, Rows) {
+  constexpr Row ROWS[] = {
+      {"1", "1|"},
+      {"1 2 3", "1 2 3|"},
+      {"1,2,,3", "1 2 3|"},
+      {"1 ,\n\t2", "1 2|"},
+      {"1 ", "1| "},
+      {"1, ", "1|, "},
+      {"1 }", "1| }"},
+      {"1}", "1|}"},
+      {"1 (2)", "1| (2)"},
+      {"-1.5e+3 inf NaN 2u 3U .5", "-1.5e+3 inf NaN 2u 3U .5|"},
+      {"1\x01"
+       "2",
+       "1|\x01"
+       "2"},
+      {"1 x", "1| x"},
+      {"12345678901234567890 1 2 3 4 5 6 7 8 9", "12345678901234567890 1 2 3 4 5 6 7 8 9|"},
+      {"123456789012345  ,  67", "123456789012345 67|"},
+      {"123456789012345;67", "123456789012345|;67"},
+      {"1234567890123456                    }", "1234567890123456|                    }"},
+  };
+  for (const Row& row : ROWS) {
+    for (const Copier copy : copiers()) {
+      EXPECT_EQ(visible(run(copy, row.text)), visible(row.run)) << row.text;
+    }
+  }
+}
+
+/// All forms say the same of `text`.
+void expectAgreement(const std::string& text) {
+  const std::string expected = run(copyListRunPortable, text);
+  for (const Copier copy : copiers()) ASSERT_EQ(visible(run(copy, text)), visible(expected));
+}
+
+TEST(ListRun, EveryByteAtEveryPlaceOfAStep) {
+  const std::string digits(100, '7');
+  for (int byte = 0; byte < 256; ++byte) {
+    for (std::size_t at = 1; at < 66; ++at) {
+      std::string text = digits;
+      text[at] = static_cast<char>(byte);
+      ASSERT_NO_FATAL_FAILURE(expectAgreement(text)) << byte << " at " << at;
+    }
+  }
+}
+
+// Of a whole step, every byte has to be known for what it is.
+TEST(ListRun, EveryByteByItself) {
+  for (int byte = 0; byte < 256; ++byte) {
+    for (const char* const first : {"1", "b", "."}) {
+      ASSERT_NO_FATAL_FAILURE(expectAgreement(first + std::string(65, static_cast<char>(byte))));
+    }
+  }
+}
+
+TEST(ListRun, LongStretchesOfSeparators) {
+  for (std::size_t count = 0; count < 70; ++count) {
+    expectAgreement("1234567890123456" + std::string(count, ' ') + "7");
+    expectAgreement("1" + std::string(count, ',') + "7");
+    expectAgreement("1" + std::string(count, '\n') + "}");
+  }
+}
+
+TEST(ListRun, AgreesOnRandomLists) {
+  std::mt19937 random(11);
+  const std::string alphabet = "0123456789012345678901234567890123456789,   -.\n";
+  for (int round = 0; round < 5000; ++round) {
+    std::string text = "1";
+    const std::size_t length = random() % 160;
+    for (std::size_t i = 0; i < length; ++i) text += alphabet[random() % alphabet.size()];
+    if (round % 3 == 0) text += '}';
+    expectAgreement(text);
+  }
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::impl
