@@ -18,8 +18,8 @@ cmake    What follows find_package in the CMakeLists.txt of a project with app.c
 python   The recipe for exporters, tried by recipe.py.
 
 A block of another kind, or one that cannot be run, has <!-- not run: REASON --> before it; they are counted. The tables
-of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, and no line but a table's or a
-link's is longer than 120 columns.
+of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, files and folders that a page names
+must exist, and no line but a table's or a link's is longer than 120 columns.
 """
 
 import difflib
@@ -266,6 +266,16 @@ def check_links(pages, report):
                 report.count("links")
 
 
+def check_paths(page, report):
+    """Files and folders of the tree that the page names; a file may be named without its extension."""
+    folders = "bench|cmake|docs|examples|fuzz|include|src|tests|tools"
+    for line, text in page.prose:
+        for path in re.findall(rf"`((?:{folders})/[\w./*-]+)", text):
+            if not glob.glob(f"{ROOT}/{path}") and not glob.glob(f"{ROOT}/{path}.*"):
+                report.fail(f"{page.name}:{line}", f"there is no {path}")
+            report.count("names of files and folders")
+
+
 def check_width(page, report):
     for line, text in page.prose:
         if len(text) > MAX_COLUMNS and not text.startswith("|") and "](" not in text:
@@ -313,6 +323,7 @@ def main():
         check_readme_program(tools, tools.path("app"), report)
     check_links(pages, report)
     for page in pages.values():
+        check_paths(page, report)
         check_width(page, report)
     report.print()
     return 1 if report.failures else 0
