@@ -24,6 +24,7 @@ must exist, and no line but a table's or a link's is longer than 120 columns.
 
 import difflib
 import glob
+import html
 import json
 import os
 import re
@@ -276,6 +277,22 @@ def check_paths(page, report):
             report.count("names of files and folders")
 
 
+def check_diagrams(report):
+    """The labels of each diagram's source are in its picture, and folders that they name exist."""
+    for source in sorted(glob.glob(f"{ROOT}/docs/*.dot")):
+        name = os.path.relpath(source, ROOT)
+        with open(source, encoding="utf-8") as file:
+            labels = [part.strip() for label in re.findall(r'label="([^"]*)"', file.read()) for part in label.split("\\n")]
+        with open(source.replace(".dot", ".svg"), encoding="utf-8") as file:
+            shown = [html.unescape(text).strip() for text in re.findall(r"<text[^>]*>([^<]*)</text>", file.read())]
+        if sorted(labels) != sorted(shown):
+            report.fail(name, f"the picture shows something else: {set(labels) ^ set(shown)}")
+        for label in labels:
+            if label.startswith("src/") and not os.path.isdir(os.path.join(ROOT, label)):
+                report.fail(name, f"there is no {label}")
+        report.count("diagrams")
+
+
 def check_width(page, report):
     for line, text in page.prose:
         if len(text) > MAX_COLUMNS and not text.startswith("|") and "](" not in text:
@@ -322,6 +339,7 @@ def main():
         tools.compile(tools.path("app.cpp"), tools.path("app"))
         check_readme_program(tools, tools.path("app"), report)
     check_links(pages, report)
+    check_diagrams(report)
     for page in pages.values():
         check_paths(page, report)
         check_width(page, report)
