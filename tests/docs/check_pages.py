@@ -18,8 +18,8 @@ cmake    What follows find_package in the CMakeLists.txt of a project with app.c
 python   The recipe for exporters, tried by recipe.py.
 
 A block of another kind, or one that cannot be run, has <!-- not run: REASON --> before it; they are counted. The tables
-of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, files and folders that a page names
-must exist, and no line but a table's or a link's is longer than 120 columns.
+of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, files and folders that a page
+names must exist, and no line but a table's or a link's is longer than 120 columns.
 """
 
 import difflib
@@ -282,7 +282,8 @@ def check_diagrams(report):
     for source in sorted(glob.glob(f"{ROOT}/docs/*.dot")):
         name = os.path.relpath(source, ROOT)
         with open(source, encoding="utf-8") as file:
-            labels = [part.strip() for label in re.findall(r'label="([^"]*)"', file.read()) for part in label.split("\\n")]
+            labels = "\\n".join(re.findall(r'label="([^"]*)"', file.read())).split("\\n")
+            labels = [label.strip() for label in labels]
         with open(source.replace(".dot", ".svg"), encoding="utf-8") as file:
             shown = [html.unescape(text).strip() for text in re.findall(r"<text[^>]*>([^<]*)</text>", file.read())]
         if sorted(labels) != sorted(shown):
@@ -315,7 +316,8 @@ def first_block(pages, page, language):
 
 def check_readme_program(tools, program, report):
     """The program of README.md ends by itself whatever the text is."""
-    for text in ("", "}", "lamp sun;", "lamp snu: .power = 2.5;", 'lamp sun: .power = "2.5";', "lamp sun: .pwoer = 2.5;"):
+    texts = ["", "}", "lamp sun;", "lamp snu: .power = 2.5;", "lamp sun: .pwoer = 2.5;", 'lamp sun: .power = "2.5";']
+    for text in texts:
         tools.write("scene.vsa", text)
         status, printed = tools.attempt([program])
         if status < 0:

@@ -52,7 +52,8 @@ def check_mistakes(tables):
             tables.report.not_run.append((row.place, f"'{written}' is not a text"))
             continue
         expected = code_of(result)
-        tables.require(row, bool(expected) != ("no message" in result), "states neither a message nor that there is none")
+        is_stated = bool(expected) != ("no message" in result)
+        tables.require(row, is_stated, "states neither a message nor that there is none")
         for text in code_of(written):
             messages = tables.read(PRELUDE + text)[1]
             for message in expected:
@@ -68,7 +69,8 @@ def check_element_types(tables):
     """Each keyword takes exactly its numbers, gives its element type, and is compressed where the row says so."""
     keywords = []
     for row in tables.rows("Buffers"):
-        keyword, name, numbers, stored = code_of(row.cells[0])[0], row.cells[1], int(row.cells[2][0:2].strip(",: ")), row.cells[3]
+        keyword, name, stored = code_of(row.cells[0])[0], row.cells[1], row.cells[3]
+        numbers = int(re.match(r"\d+", row.cells[2])[0])
         keywords.append(keyword)
         exact, messages = tables.read(f"n n: .x = {keyword}[1] {{{'1 ' * numbers}}};")
         tables.require(row, not messages and tables.value(exact)["bufferType"] == name, f"{messages}")

@@ -6,7 +6,8 @@ import struct
 STRINGS = ["", "red", 'say "aye"', "C:\\new\\tex.png", "ends in \\", "two\nlines\r\n", "größe \U0001f600", "\x7f\x1b[0m",
            "'single'", "# no comment", "\\u0041", "\\xff"]
 LABELS = ["arm.L", "arm-L", "arm L", "arm_L", "arm_L_2", "", "3d", "true", "TRUE", "Null", "größe", "Arm.L", "a;b", "²"]
-REALS = [0.0, -0.0, 1.0, -2.5, 1e-05, 1e22, 1e300, 5e-324, 1.7976931348623157e308, 0.1, 123456789.125, -math.inf]
+REALS = [0.0, -0.0, 1.0, -2.5, 1e-05, 1e22, 1e300, 5e-324, 1.7976931348623157e308, 0.1, 123456789.125,
+         -math.inf]
 COLOURS = bytes(range(256)) * 4
 
 
