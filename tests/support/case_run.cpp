@@ -65,16 +65,19 @@ void declareLamp() {
   static_cast<void>(once);
 }
 
+/// How a line of an expectation starts that shows a warning of this row.
+std::string startOfWarning(const zn::korvo_sdk::DiagnosticRow& row) {
+  const std::string_view format = row.format;
+  return "  warning " + std::string(format.substr(0, format.find('%')));
+}
+
 /// A warning of the resolution, as a line of an expectation.
 bool isResolutionWarning(std::string_view line) {
-  constexpr std::array<std::string_view, 4> STARTS = {
-      "  warning Invalid output: ",
-      "  warning Cannot connect nonexistent node ",
-      "  warning Cannot connect nonexistent output ",
-      "  warning Cannot assign nonexistent node ",
-  };
-  return std::any_of(STARTS.begin(), STARTS.end(),
-                     [&](auto start) { return line.starts_with(start); });
+  using enum zn::korvo_sdk::DiagnosticId;
+  constexpr std::array IDS = {InvalidOutput, NoNodeToConnect, NoOutputToConnect, NoNodeToAssign};
+  return std::any_of(IDS.begin(), IDS.end(), [&](auto id) {
+    return line.starts_with(startOfWarning(zn::korvo_sdk::rowOf(id)));
+  });
 }
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -118,6 +121,19 @@ std::string outcomeOf(std::string_view text, Source source) {
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return out.text();
+}
+
+std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
+  declareLamp();
+  zn::korvo_sdk::Scene scene;
+  zn::korvo_sdk::impl::ReadReport report;
+  const vsa_tools::ReadOutcome outcome = vsa_tools::watchRead(
+      [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text), report); });
+  std::set<zn::korvo_sdk::DiagnosticId> ids;
+  for (const auto& diagnostic : outcome.diagnostics) ids.insert(diagnostic.id);
+  if (outcome.escapedDiagnostic) ids.insert(outcome.escapedDiagnostic->id);
+  if (!report.cutOff.isEmpty()) ids.insert(zn::korvo_sdk::DiagnosticId::UnexpectedEof);
+  return ids;
 }
 
 std::string comparable(const std::string& expectation) {

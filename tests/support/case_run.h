@@ -5,9 +5,12 @@
 
 #include <filesystem>
 #include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <vsa/diagnostics/diagnostic.h>
 
 namespace vsa_tests {
 
@@ -44,6 +47,9 @@ enum class Source {
 /// Reads `text` into a fresh scene and writes what came of it: result, log and scene. The node type
 /// `declaredLamp` is declared (see case_run.cpp), every other type is open.
 std::string outcomeOf(std::string_view text, Source source);
+
+/// The messages that reading `text` raises, a cut-off string or list included.
+std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text);
 
 /// An expectation in the form that is compared. Links are resolved in the order of addresses, so
 /// warnings of the resolution that follow each other are sorted.

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/log.h>
 #include <vsa/foundation/string.h>
 
@@ -31,19 +32,31 @@ class LogCapture : public zn::LogSink {
   std::vector<LogEntry> entries;
 };
 
+/// Keeps the records of all that is reported.
+class DiagnosticCapture : public zn::korvo_sdk::DiagnosticSink {
+ public:
+  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override {
+    diagnostics.push_back(diagnostic);
+  }
+
+  std::vector<zn::korvo_sdk::Diagnostic> diagnostics;
+};
+
 /// How one read ended.
 struct ReadEnd {
   /// The entry point's result; false when an exception left it.
   bool result = false;
   /// The text of the exception that left the entry point, if one did.
   std::optional<std::string> escaped;
+  /// Its record, if it was a diagnostic.
+  std::optional<zn::korvo_sdk::Diagnostic> escapedDiagnostic = std::nullopt;
 };
 
-/// What came of one read: how it ended, and its log.
-struct ReadOutcome {
-  bool result = false;
-  std::optional<std::string> escaped;
+/// How one read ended, its log and its records.
+struct ReadOutcome : ReadEnd {
   std::vector<LogEntry> log;
+  /// One for each line of the log that is about the text.
+  std::vector<zn::korvo_sdk::Diagnostic> diagnostics;
 };
 
 /// Calls `entryPoint()`, which returns bool, with this thread's log going to `sink`. Nothing that
@@ -54,6 +67,9 @@ ReadEnd watchRead(EntryPoint entryPoint, zn::LogSink& sink) {
   const zn::ScopedLogSink scope(&sink);
   try {
     end.result = entryPoint();
+  } catch (const zn::korvo_sdk::DiagnosticError& error) {
+    end.escaped = error.what();
+    end.escapedDiagnostic = error.diagnostic();
   } catch (const std::exception& error) {
     end.escaped = error.what();
   } catch (...) {
@@ -62,12 +78,14 @@ ReadEnd watchRead(EntryPoint entryPoint, zn::LogSink& sink) {
   return end;
 }
 
-/// The same with the log captured.
+/// The same with log and records captured.
 template <class EntryPoint>
 ReadOutcome watchRead(EntryPoint entryPoint) {
-  LogCapture capture;
-  ReadEnd end = watchRead(std::move(entryPoint), capture);
-  return {end.result, std::move(end.escaped), std::move(capture.entries)};
+  LogCapture log;
+  DiagnosticCapture records;
+  const zn::korvo_sdk::ScopedDiagnosticSink scope(&records);
+  ReadEnd end = watchRead(std::move(entryPoint), log);
+  return {std::move(end), std::move(log.entries), std::move(records.diagnostics)};
 }
 
 }  // namespace vsa_tools

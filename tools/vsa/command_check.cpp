@@ -1,5 +1,6 @@
 // vsa check: is this text in order, and if not, where.
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 #include "tools/vsa/commands.h"
@@ -13,17 +14,24 @@ namespace {
 
 /// Prints the diagnostics of one file as they come, and counts them. None is kept: a text may log
 /// far more than it is long.
-class FileDiagnostics : public zn::LogSink {
+class FileDiagnostics : public zn::LogSink, public zn::korvo_sdk::DiagnosticSink {
  public:
   explicit FileDiagnostics(std::string name) : name_(std::move(name)) {}
 
+  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override {
+    position_ = positionOf(diagnostic);
+  }
+
+  /// The line of the record reported last, or a line without a record.
   void write(zn::LogLevel level, const zn::String& text) override {
-    print(positionIn(text.view()), level, text.view());
+    print(std::exchange(position_, std::nullopt), level, text.view());
   }
 
   /// What the log does not say.
   void add(const FileReading& reading) {
-    if (reading.escaped) print(positionIn(*reading.escaped), zn::LogLevel::Error, *reading.escaped);
+    const auto& diagnostic = reading.escapedDiagnostic;
+    const auto position = diagnostic ? positionOf(*diagnostic) : std::nullopt;
+    if (reading.escaped) print(position, zn::LogLevel::Error, *reading.escaped);
     for (const Loss& loss : reading.losses) print(loss.position, zn::LogLevel::Error, loss.text);
   }
 
@@ -39,6 +47,7 @@ class FileDiagnostics : public zn::LogSink {
   }
 
   std::string name_;
+  std::optional<Position> position_;  // of the record whose line comes next
   size_t warnings_ = 0, errors_ = 0;
 };
 
@@ -55,6 +64,7 @@ class Check {
     }
     zn::korvo_sdk::Scene scene;
     FileDiagnostics diagnostics(shownName(name));
+    const zn::korvo_sdk::ScopedDiagnosticSink scope(&diagnostics);
     const FileReading reading = readScene(scene, input, diagnostics);
     diagnostics.add(reading);
     warnings_ += diagnostics.warnings();

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include <vsa/diagnostics/diagnostic.h>
+
 namespace vsa_tools {
 
 struct Position {
@@ -13,10 +15,8 @@ struct Position {
   friend bool operator==(const Position&, const Position&) = default;
 };
 
-/// The position that the reader put into its text, "KIND (LINE,COLUMN): ...", or nothing. Only the
-/// reader's own kinds at the very start count: further in, and in texts without a kind, parentheses
-/// are the words of the scene file.
-std::optional<Position> positionIn(std::string_view text);
+/// The position that the diagnostic's log line shows, if it shows one.
+std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic);
 
 /// One line without its line end. `level` is "warning" or "error". File name and text are made safe
 /// to look at.
