@@ -34,7 +34,7 @@ NodeType declaredLamp() {
 template <class EntryPoint>
 Reading read(EntryPoint entryPoint) {
   Reading reading;
-  reading.outcome = vsa_tools::watchRead([&] { return entryPoint(reading.report); });
+  reading.outcome = vsa_tools::captureRead([&] { return entryPoint(reading.report); });
   for (const vsa_tools::LogEntry& entry : reading.outcome.log) countMessage(entry.text);
   if (reading.outcome.escaped) countMessage(*reading.outcome.escaped);
   countMessage(reading.report.cutOff.view());

@@ -1,5 +1,5 @@
 // The log of a dump: the same text whether it waited in memory or in a file.
-#include "tools/support/log_spool.h"
+#include "tools/vsa/log_spool.h"
 
 #include <gtest/gtest.h>
 

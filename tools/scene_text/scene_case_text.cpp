@@ -1,8 +1,8 @@
 // A scene in the form of an expectation: one line an input, everything in it indented below.
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
+#include "tools/scene_text/printable_text.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/safe_text.h"
 
 namespace vsa_tools {
 

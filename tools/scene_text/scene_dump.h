@@ -7,8 +7,8 @@
 #include <string_view>
 
 #include <vsa/model/scene.h>
-#include "tools/support/log_capture.h"
-#include "tools/support/text_output.h"
+#include "tools/scene_text/read_outcome.h"
+#include "tools/scene_text/text_output.h"
 
 namespace vsa_tools {
 

@@ -4,8 +4,8 @@
 
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
+#include "tools/scene_text/printable_text.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/safe_text.h"
 
 namespace vsa_tools {
 

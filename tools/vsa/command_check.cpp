@@ -4,7 +4,7 @@
 
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
 #include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
@@ -49,7 +49,7 @@ class Check {
   void checkFile(const std::string& name) {
     const InputFile input = openInput(name);
     if (!input.problem.empty()) {
-      complain(name + ": " + input.problem);
+      printError(name + ": " + input.problem);
       ++unopened_;
       return;
     }

@@ -4,10 +4,10 @@
 #include <cstring>
 
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/log_spool.h"
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
+#include "tools/vsa/log_spool.h"
 #include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
@@ -32,7 +32,7 @@ std::string writeDump(const ReadEnd& end, LogSpool& log, const Scene& scene) {
 int commandDump(const std::string& name) {
   const InputFile input = openInput(name);
   if (!input.problem.empty()) {
-    complain(name + ": " + input.problem);
+    printError(name + ": " + input.problem);
     return EXIT_USAGE;
   }
   Scene scene;
@@ -44,7 +44,7 @@ int commandDump(const std::string& name) {
                  diagnosticLine(shownName(name), loss.position, "error", loss.text).c_str());
   }
   if (!problem.empty()) {
-    complain(problem);
+    printError(problem);
     return EXIT_USAGE;
   }
   return reading.complete() ? EXIT_READ : EXIT_NOT_READ;

@@ -24,6 +24,6 @@ int commandCheck(const std::vector<std::string>& files, bool strict);
 int commandDump(const std::string& file);
 
 /// One line of the command's own on standard error: "vsa: TEXT".
-void complain(const std::string& text);
+void printError(const std::string& text);
 
 }  // namespace vsa_tools

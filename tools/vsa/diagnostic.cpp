@@ -2,7 +2,7 @@
 
 #include <charconv>
 
-#include "tools/support/safe_text.h"
+#include "tools/scene_text/printable_text.h"
 
 namespace vsa_tools {
 

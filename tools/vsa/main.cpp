@@ -2,21 +2,15 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "tools/support/safe_text.h"
 #include "tools/vsa/commands.h"
 
 namespace vsa_tools {
-
-void complain(const std::string& text) {
-  std::fprintf(stderr, "vsa: %s\n", visible(text).c_str());
-}
 
 namespace {
 
@@ -65,7 +59,7 @@ std::string complaintOf(const CLI::App& app, const CLI::ParseError& error) {
 int printHelp(const CLI::App& app, const CLI::ParseError& request) {
   app.exit(request);
   if (std::cout.flush()) return EXIT_READ;
-  complain(std::string("cannot write: ") + std::strerror(errno));
+  printError(std::string("cannot write: ") + std::strerror(errno));
   return EXIT_USAGE;
 }
 
@@ -75,11 +69,11 @@ int runCommand(int argumentCount, char** arguments) {
     commandLine.app.parse(wordsOf(argumentCount, arguments));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return printHelp(commandLine.app, error);
-    complain(complaintOf(commandLine.app, error) + " (vsa --help shows the usage)");
+    printError(complaintOf(commandLine.app, error) + " (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   if (commandLine.app.get_subcommands().empty()) {
-    complain("a command is needed: check or dump (vsa --help shows the usage)");
+    printError("a command is needed: check or dump (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   return commandLine.run();
@@ -93,7 +87,7 @@ int main(int argumentCount, char** arguments) {
   try {
     return vsa_tools::runCommand(argumentCount, arguments);
   } catch (const std::exception& error) {
-    vsa_tools::complain(error.what());
+    vsa_tools::printError(error.what());
     return vsa_tools::EXIT_USAGE;
   }
 }

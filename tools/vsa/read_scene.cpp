@@ -1,7 +1,7 @@
 #include "tools/vsa/read_scene.h"
 
 #include <vsa/parse.h>
-#include "tools/vsa/encoding.h"
+#include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
 
@@ -10,7 +10,7 @@ namespace {
 using zn::korvo_sdk::impl::ReadReport;
 
 /// What the file's bytes say. Those of a foreign encoding are half NULs: that is said once.
-void addLossesInBytes(const WatchedSource& source, std::vector<Loss>& losses) {
+void addLossesInBytes(const InspectedSource& source, std::vector<Loss>& losses) {
   if (const char* encoding = foreignEncoding(source.head())) {
     losses.push_back(
         {std::string("this looks like ") + encoding + "; a VSA text is UTF-8", std::nullopt});
@@ -38,7 +38,7 @@ std::vector<Loss> lossesOf(const InputFile& input, const ReadReport& report, boo
 FileReading readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log) {
   FileReading reading;
   ReadReport report;
-  static_cast<ReadEnd&>(reading) = watchRead(
+  static_cast<ReadEnd&>(reading) = captureRead(
       [&] { return zn::korvo_sdk::impl::parseVsa(&scene, input.file, false, report); }, log);
   reading.losses = lossesOf(input, report, reading.result);
   return reading;

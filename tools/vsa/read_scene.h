@@ -7,9 +7,9 @@
 
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 #include "tools/vsa/diagnostic.h"
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 

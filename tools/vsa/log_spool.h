@@ -9,7 +9,7 @@
 #include <string>
 
 #include <vsa/foundation/log.h>
-#include "tools/support/text_output.h"
+#include "tools/scene_text/text_output.h"
 
 namespace vsa_tools {
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include <vsa/foundation/file.h>
-#include "tools/vsa/watched_source.h"
+#include "tools/vsa/input/inspected_source.h"
 
 namespace vsa_tools {
 
@@ -12,7 +12,7 @@ namespace vsa_tools {
 struct InputFile {
   zn::File file;
   /// Where the file's bytes come from; lives as long as `file`. Null when nothing was opened.
-  const WatchedSource* source = nullptr;
+  const InspectedSource* source = nullptr;
   /// Why it cannot be read, in the system's words; else empty.
   std::string problem;
 };

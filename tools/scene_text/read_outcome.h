@@ -49,7 +49,7 @@ struct ReadOutcome {
 /// Calls `entryPoint()`, which returns bool, with this thread's log going to `sink`. Nothing that
 /// it throws gets past.
 template <class EntryPoint>
-ReadEnd watchRead(EntryPoint entryPoint, zn::LogSink& sink) {
+ReadEnd captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
   ReadEnd end;
   const zn::ScopedLogSink scope(&sink);
   try {
@@ -64,9 +64,9 @@ ReadEnd watchRead(EntryPoint entryPoint, zn::LogSink& sink) {
 
 /// The same with the log captured.
 template <class EntryPoint>
-ReadOutcome watchRead(EntryPoint entryPoint) {
+ReadOutcome captureRead(EntryPoint entryPoint) {
   LogCapture capture;
-  ReadEnd end = watchRead(std::move(entryPoint), capture);
+  ReadEnd end = captureRead(std::move(entryPoint), capture);
   return {end.result, std::move(end.escaped), std::move(capture.entries)};
 }
 

@@ -12,7 +12,7 @@
 
 namespace vsa_tools {
 
-class WatchedSource : public zn::ByteSource {
+class InspectedSource : public zn::ByteSource {
  public:
   std::size_t read(char* to, std::size_t capacity) final;
 

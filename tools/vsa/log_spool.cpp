@@ -1,4 +1,4 @@
-#include "tools/support/log_spool.h"
+#include "tools/vsa/log_spool.h"
 
 #include <unistd.h>
 

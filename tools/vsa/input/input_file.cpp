@@ -1,4 +1,4 @@
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -11,7 +11,7 @@ namespace vsa_tools {
 namespace {
 
 /// Reads a file descriptor, and closes it in the end when it `owns` it.
-class DescriptorSource final : public WatchedSource {
+class DescriptorSource final : public InspectedSource {
  public:
   DescriptorSource(int descriptor, bool owns) : descriptor_(descriptor), owns_(owns) {}
   DescriptorSource(const DescriptorSource&) = delete;

@@ -1,4 +1,4 @@
-#include "tools/vsa/encoding.h"
+#include "tools/vsa/input/encoding.h"
 
 #include <cstddef>
 

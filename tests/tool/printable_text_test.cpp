@@ -1,4 +1,4 @@
-#include "tools/support/safe_text.h"
+#include "tools/scene_text/printable_text.h"
 
 #include <gtest/gtest.h>
 

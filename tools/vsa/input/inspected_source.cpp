@@ -1,4 +1,4 @@
-#include "tools/vsa/watched_source.h"
+#include "tools/vsa/input/inspected_source.h"
 
 #include <cstring>
 
@@ -23,14 +23,14 @@ long lineEndsIn(std::string_view text) {
 
 }  // namespace
 
-std::size_t WatchedSource::read(char* to, std::size_t capacity) {
+std::size_t InspectedSource::read(char* to, std::size_t capacity) {
   if (!started_) readStart();
   const std::size_t count = kept_.empty() ? readSome(to, capacity) : takeKept(to, capacity);
   return firstNul_ ? count : passUpToNul(to, count);
 }
 
 /// Collects the mark and the head, however the input is cut.
-void WatchedSource::readStart() {
+void InspectedSource::readStart() {
   started_ = true;
   char start[BYTE_ORDER_MARK.size() + HEAD_BYTES];
   std::size_t held = 0;
@@ -40,14 +40,14 @@ void WatchedSource::readStart() {
   head_ = kept_.substr(0, HEAD_BYTES);
 }
 
-std::size_t WatchedSource::readSome(char* to, std::size_t capacity) {
+std::size_t InspectedSource::readSome(char* to, std::size_t capacity) {
   if (ended_ || capacity == 0) return 0;
   const std::size_t count = readRaw(to, capacity);
   ended_ = count == 0;
   return count;
 }
 
-std::size_t WatchedSource::takeKept(char* to, std::size_t capacity) {
+std::size_t InspectedSource::takeKept(char* to, std::size_t capacity) {
   const std::size_t count = kept_.copy(to, capacity);
   kept_.erase(0, count);
   return count;
@@ -56,7 +56,7 @@ std::size_t WatchedSource::takeKept(char* to, std::size_t capacity) {
 /// How many bytes of `block` to hand on: a NUL and what is behind it wait until the reader asks for
 /// more. So a NUL is noticed when the reader comes to it, and not when it stands, unread, behind
 /// what ended the reading.
-std::size_t WatchedSource::passUpToNul(const char* block, std::size_t count) {
+std::size_t InspectedSource::passUpToNul(const char* block, std::size_t count) {
   const void* const nul = std::memchr(block, 0, count);
   const std::size_t before =
       nul == nullptr ? count : static_cast<std::size_t>(static_cast<const char*>(nul) - block);
@@ -70,7 +70,7 @@ std::size_t WatchedSource::passUpToNul(const char* block, std::size_t count) {
   return before;
 }
 
-void WatchedSource::advance(std::string_view passed) {
+void InspectedSource::advance(std::string_view passed) {
   const std::size_t lastLineEnd = passed.rfind('\n');
   if (lastLineEnd != std::string_view::npos) {
     next_.line += lineEndsIn(passed);
