@@ -34,8 +34,8 @@ TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
   for (const Row& row : rows) EXPECT_EQ(row.line, lineOf("error", row.text));
 }
 
-// What a scene calls its nodes may look like a position, and is none.
-TEST(DiagnosticLineTest, TakesNoPositionFromElsewhere) {
+// Names in the scene file can look like a position.
+TEST(DiagnosticLineTest, IgnoresPositionsElsewhere) {
   const Row rows[] = {
       {"Invalid output: a.b", "a.vsa: warning: Invalid output: a.b"},
       {"Invalid output: PARSE ERROR (1,2): x",
@@ -50,7 +50,7 @@ TEST(DiagnosticLineTest, TakesNoPositionFromElsewhere) {
   for (const Row& row : rows) EXPECT_EQ(row.line, lineOf("warning", row.text));
 }
 
-TEST(DiagnosticLineTest, KeepsALineOneLine) {
+TEST(DiagnosticLineTest, EscapesLineEnds) {
   EXPECT_EQ("a\\nb.vsa: error: \\x1b[31m",
             diagnosticLine("a\nb.vsa", std::nullopt, "error", "\x1B[31m"));
 }

@@ -2,57 +2,73 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace vsa_tools {
 
 namespace {
 
-struct LengthRow {
+/// The lengths of the characters of `text`, 0 for an invalid byte.
+std::vector<size_t> characterLengths(std::string_view text) {
+  std::vector<size_t> lengths;
+  forEachCharacter(
+      text, [&](char32_t, std::string_view bytes) { lengths.push_back(bytes.size()); },
+      [&](char) { lengths.push_back(0); });
+  return lengths;
+}
+
+struct LengthsRow {
   std::string_view text;
-  size_t length;
+  std::vector<size_t> lengths;
 };
 
-TEST(Utf8SequenceLengthTest, MeasuresWellFormedSequencesOnly) {
-  const LengthRow rows[] = {
-      {"a", 1},
-      {"\x7F", 1},
-      {"\xC2\x80", 2},
-      {"\xDF\xBF...", 2},
-      {"\xE0\xA0\x80", 3},
-      {"\xEF\xBF\xBF", 3},
-      {"\xF0\x90\x80\x80", 4},
-      {"\xF4\x8F\xBF\xBF", 4},
-      {"\x80", 0},
-      {"\xC0\x80", 0},
-      {"\xC1\xBF", 0},
-      {"\xC3", 0},
-      {"\xC3(", 0},
-      {"\xE0\x9F\xBF", 0},
-      {"\xE2\x82", 0},
-      {"\xE2\x82(", 0},
-      {"\xED\xA0\x80", 0},
-      {"\xF0\x8F\xBF\xBF", 0},
-      {"\xF0\x90\x80", 0},
-      {"\xF4\x90\x80\x80", 0},
-      {"\xF5\x80\x80\x80", 0},
-      {"\xFF", 0},
+TEST(ForEachCharacterTest, AcceptsOnlyWellFormedSequences) {
+  const LengthsRow rows[] = {
+      {"", {}},
+      {"a", {1}},
+      {"\x7F", {1}},
+      {"\xC2\x80", {2}},
+      {"\xDF\xBF.", {2, 1}},
+      {"\xE0\xA0\x80", {3}},
+      {"\xEF\xBF\xBF", {3}},
+      {"\xF0\x90\x80\x80", {4}},
+      {"\xF4\x8F\xBF\xBF", {4}},
+      {"\x80", {0}},
+      {"\xC0\x80", {0, 0}},
+      {"\xC1\xBF", {0, 0}},
+      {"\xC3", {0}},
+      {"\xC3(", {0, 1}},
+      {"\xE0\x9F\xBF", {0, 0, 0}},
+      {"\xE2\x82", {0, 0}},
+      {"\xE2\x82(", {0, 0, 1}},
+      {"\xE2\x82\xC3\xA6", {0, 0, 2}},
+      {"\xED\xA0\x80", {0, 0, 0}},
+      {"\xF0\x8F\xBF\xBF", {0, 0, 0, 0}},
+      {"\xF0\x90\x80", {0, 0, 0}},
+      {"\xF4\x90\x80\x80", {0, 0, 0, 0}},
+      {"\xF5\x80\x80\x80", {0, 0, 0, 0}},
+      {"\xFF", {0}},
   };
-  for (const LengthRow& row : rows)
-    EXPECT_EQ(row.length, utf8SequenceLength(row.text)) << visible(row.text);
+  for (const LengthsRow& row : rows) {
+    EXPECT_EQ(row.lengths, characterLengths(row.text)) << printable(row.text);
+  }
 }
 
-TEST(Utf8CharacterTest, JoinsTheBits) {
-  EXPECT_EQ(U'a', utf8Character("a"));
-  EXPECT_EQ(U'\u00E6', utf8Character("\xC3\xA6"));
-  EXPECT_EQ(U'\u20AC', utf8Character("\xE2\x82\xAC"));
-  EXPECT_EQ(U'\U0001F600', utf8Character("\xF0\x9F\x98\x80"));
+TEST(ForEachCharacterTest, DecodesCodePoints) {
+  std::u32string decoded;
+  forEachCharacter(
+      "a\xC3\xA6\xE2\x82\xAC\xF0\x9F\x98\x80",
+      [&](char32_t character, std::string_view) { decoded += character; },
+      [&](char byte) { ADD_FAILURE() << escapedByte(byte); });
+  EXPECT_EQ(U"a\u00E6\u20AC\U0001F600", decoded);
 }
 
-struct VisibleRow {
-  std::string_view text, shown;
+struct PrintableRow {
+  std::string_view text, printed;
 };
 
-TEST(VisibleTest, LeavesNothingThatActs) {
-  const VisibleRow rows[] = {
+TEST(PrintableTest, EscapesControlsAndInvalidBytes) {
+  const PrintableRow rows[] = {
       {"", ""},
       {"plain \\ \"text\"", "plain \\ \"text\""},
       {"\xD0\xBA\xD1\x83\xD0\xB1", "\xD0\xBA\xD1\x83\xD0\xB1"},
@@ -66,7 +82,7 @@ TEST(VisibleTest, LeavesNothingThatActs) {
       {"\xE2\x82", "\\xe2\\x82"},
       {"\xE6rger", "\\xe6rger"},
   };
-  for (const VisibleRow& row : rows) EXPECT_EQ(row.shown, visible(row.text));
+  for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printable(row.text));
 }
 
 }  // namespace

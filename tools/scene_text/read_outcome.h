@@ -1,4 +1,4 @@
-// One read of a text, watched: how it ended, and, with a log sink that remembers, what it said.
+// The outcome of one read: its result, the exception that left it, and the log.
 #pragma once
 
 #include <exception>
@@ -12,7 +12,7 @@
 
 namespace vsa_tools {
 
-/// One logged line, its text byte for byte as the reader wrote it.
+/// One logged message, byte for byte as the reader wrote it.
 struct LogEntry {
   zn::LogLevel level;
   std::string text;
@@ -20,8 +20,8 @@ struct LogEntry {
   friend bool operator==(const LogEntry&, const LogEntry&) = default;
 };
 
-/// Keeps all that is logged, to be compared and looked through. A log may be far longer than the
-/// text that it is about: for texts of strangers take a sink that hands on what it gets.
+/// A log sink that keeps every message in memory. A log can be far longer than the text that causes
+/// it, so untrusted texts need a sink that does not keep messages.
 class LogCapture : public zn::LogSink {
  public:
   void write(zn::LogLevel level, const zn::String& text) override {
@@ -31,43 +31,42 @@ class LogCapture : public zn::LogSink {
   std::vector<LogEntry> entries;
 };
 
-/// How one read ended.
-struct ReadEnd {
-  /// The entry point's result; false when an exception left it.
+/// How a read ended.
+struct ReadStatus {
+  /// The result of the entry point; false if it threw.
   bool result = false;
-  /// The text of the exception that left the entry point, if one did.
+  /// The text of the exception that the entry point threw.
   std::optional<std::string> escaped;
 };
 
-/// What came of one read: how it ended, and its log.
-struct ReadOutcome {
-  bool result = false;
-  std::optional<std::string> escaped;
+struct ReadOutcome : ReadStatus {
   std::vector<LogEntry> log;
 };
 
-/// Calls `entryPoint()`, which returns bool, with this thread's log going to `sink`. Nothing that
-/// it throws gets past.
+/// Calls `entryPoint()`, which returns bool, while `sink` receives the log of this thread. Catches
+/// every exception.
 template <class EntryPoint>
-ReadEnd captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
-  ReadEnd end;
+ReadStatus captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
+  ReadStatus status;
   const zn::ScopedLogSink scope(&sink);
   try {
-    end.result = entryPoint();
+    status.result = entryPoint();
   } catch (const std::exception& error) {
-    end.escaped = error.what();
+    status.escaped = error.what();
   } catch (...) {
-    end.escaped = "unknown exception";
+    status.escaped = "unknown exception";
   }
-  return end;
+  return status;
 }
 
-/// The same with the log captured.
+/// The same, with the log kept in memory.
 template <class EntryPoint>
 ReadOutcome captureRead(EntryPoint entryPoint) {
   LogCapture capture;
-  ReadEnd end = captureRead(std::move(entryPoint), capture);
-  return {end.result, std::move(end.escaped), std::move(capture.entries)};
+  ReadOutcome outcome;
+  static_cast<ReadStatus&>(outcome) = captureRead(std::move(entryPoint), capture);
+  outcome.log = std::move(capture.entries);
+  return outcome;
 }
 
 }  // namespace vsa_tools

@@ -7,7 +7,7 @@
 namespace vsa_tools {
 
 void printError(const std::string& text) {
-  std::fprintf(stderr, "vsa: %s\n", visible(text).c_str());
+  std::fprintf(stderr, "vsa: %s\n", printable(text).c_str());
 }
 
 }  // namespace vsa_tools

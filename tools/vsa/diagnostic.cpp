@@ -8,7 +8,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Every kind that the reader writes before a position.
+/// The kinds that the reader writes before a position.
 constexpr std::string_view KINDS[] = {
     "PARSE ERROR",
     "BUFFER ERROR",
@@ -22,7 +22,7 @@ constexpr std::string_view KINDS[] = {
     "INVALID BRACE LIST TOKEN",
 };
 
-/// Takes `wanted` off the front of `rest`.
+/// Removes `wanted` from the start of `rest`; false if `rest` does not start with it.
 bool skip(std::string_view& rest, std::string_view wanted) {
   if (!rest.starts_with(wanted)) return false;
   rest.remove_prefix(wanted.size());
@@ -54,13 +54,13 @@ std::optional<Position> positionIn(std::string_view text) {
 
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text) {
-  std::string line = visible(file);
+  std::string line = printable(file);
   if (position)
     line += ':' + std::to_string(position->line) + ':' + std::to_string(position->column);
   line += ": ";
   line += level;
   line += ": ";
-  return line + visible(text);
+  return line + printable(text);
 }
 
 }  // namespace vsa_tools

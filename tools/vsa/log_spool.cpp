@@ -1,12 +1,11 @@
 #include "tools/vsa/log_spool.h"
 
+#include <fcntl.h>
+#include <stdlib.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <system_error>
 
 #include "tools/scene_text/scene_dump.h"
 
@@ -14,15 +13,12 @@ namespace vsa_tools {
 
 namespace {
 
-/// A file that is gone when it is closed, in the folder that the system (TMPDIR) names for such;
-/// null, with errno set, when it cannot be made.
-std::FILE* openNameless() {
-  std::error_code error;
-  const std::filesystem::path folder = std::filesystem::temp_directory_path(error);
-  errno = error.value();
-  if (error) return nullptr;
-  std::string path = folder / "vsa_log_XXXXXX";
-  const int descriptor = ::mkstemp(path.data());
+/// A file without a name, which is deleted when it is closed; null, with errno set, on failure. It
+/// is not tmpfile(), which ignores TMPDIR: /tmp is often in memory and too small for a long log.
+std::FILE* openTemporary() {
+  const char* const folder = std::getenv("TMPDIR");
+  std::string path = std::string(folder == nullptr ? "/tmp" : folder) + "/vsa_log_XXXXXX";
+  const int descriptor = ::mkostemp(path.data(), O_CLOEXEC);
   if (descriptor < 0) return nullptr;
   ::unlink(path.c_str());
   std::FILE* const file = ::fdopen(descriptor, "w+b");
@@ -34,12 +30,13 @@ std::FILE* openNameless() {
 
 void LogSpool::write(zn::LogLevel level, const zn::String& text) {
   if (!problem_.empty()) return;
-  TextOutput entry;  // taken whole or, when memory ends, not at all
+  // Complete the entry first: if memory runs out, the buffer must not end in half an entry.
+  TextOutput entry;
   if (!first_) entry.put(',');
   dumpLogEntry(level, text.view(), entry);
-  held_ += entry.text();
+  buffer_ += entry.text();
   first_ = false;
-  if (held_.size() > inMemory_) spill();
+  if (buffer_.size() > memoryLimit_) spill();
 }
 
 void LogSpool::moveTo(TextOutput& out) {
@@ -48,20 +45,21 @@ void LogSpool::moveTo(TextOutput& out) {
     std::rewind(file_.get());
     while (const size_t count = std::fread(block, 1, sizeof block, file_.get()))
       out.put(std::string_view(block, count));
-    if (std::ferror(file_.get()) != 0) failed();
+    if (std::ferror(file_.get()) != 0) setProblem();
   }
-  out.put(held_);
+  out.put(buffer_);
 }
 
 void LogSpool::spill() {
-  if (file_ == nullptr) file_.reset(openNameless());
-  if (file_ == nullptr || std::fwrite(held_.data(), 1, held_.size(), file_.get()) != held_.size() ||
+  if (file_ == nullptr) file_.reset(openTemporary());
+  if (file_ == nullptr ||
+      std::fwrite(buffer_.data(), 1, buffer_.size(), file_.get()) != buffer_.size() ||
       std::fflush(file_.get()) != 0)
-    failed();
-  held_.clear();
+    setProblem();
+  buffer_.clear();
 }
 
-void LogSpool::failed() {
+void LogSpool::setProblem() {
   problem_ = std::strerror(errno);
 }
 

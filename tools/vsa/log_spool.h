@@ -1,7 +1,7 @@
-// A log on its way into a JSON dump. The dump begins with the result, which is known when the read
-// has ended, and the log stands behind it; and a small text may log very much, for each message
-// quotes names whole. So the log waits as JSON text: a short one in memory, a longer one in a
-// temporary file that has no name.
+// A log sink for the JSON dump. The dump starts with the result of the read, which is known only
+// after the whole log, and the log of a short text can be very long because messages quote names in
+// full. The spool keeps the log as JSON text: up to a limit in memory, beyond it in a temporary
+// file.
 #pragma once
 
 #include <cstdio>
@@ -15,17 +15,17 @@ namespace vsa_tools {
 
 class LogSpool : public zn::LogSink {
  public:
-  /// At most `inMemory` bytes, and the message that exceeds them, are held in memory.
-  explicit LogSpool(size_t inMemory = size_t{8} * 1024 * 1024) : inMemory_(inMemory) {}
+  /// Holds at most `memoryLimit` bytes and one message in memory.
+  explicit LogSpool(size_t memoryLimit = size_t{8} * 1024 * 1024) : memoryLimit_(memoryLimit) {}
 
-  /// Takes a message. One that the temporary file has no room for is lost, and problem() then says
-  /// so: a sink that threw would change what it listens to.
+  /// Appends a message. If the temporary file cannot be written, drops it and sets problem(): an
+  /// exception would end the read that logs the message.
   void write(zn::LogLevel level, const zn::String& text) override;
 
-  /// Writes the entries, with commas between them, to `out`; once, when all were taken.
+  /// Writes the entries to `out`, separated by commas. Call it once, after the last write().
   void moveTo(TextOutput& out);
 
-  /// Why not all entries could be kept or given back, in the system's words; empty when they could.
+  /// The system's error message if entries were lost; empty if not.
   const std::string& problem() const { return problem_; }
 
  private:
@@ -33,13 +33,13 @@ class LogSpool : public zn::LogSink {
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
 
-  /// Moves what is in memory to the file, which is made for the first of it.
+  /// Moves the buffer to the temporary file, which the first call creates.
   void spill();
-  void failed();
+  void setProblem();
 
-  size_t inMemory_;
+  size_t memoryLimit_;
   bool first_ = true;
-  std::string held_;
+  std::string buffer_;
   std::unique_ptr<std::FILE, Close> file_;
   std::string problem_;
 };

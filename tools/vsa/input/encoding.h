@@ -1,13 +1,13 @@
-// Which encoding a file seems to have, when it is not the one of the format.
+// Detection of files in another encoding than UTF-8.
 #pragma once
 
 #include <string_view>
 
 namespace vsa_tools {
 
-/// "UTF-16" or "UTF-32" when a file that begins with `head` looks like it: by its mark, or by where
-/// the NUL bytes stand. Else null. A UTF-16 text whose first character is beyond Latin and that has
-/// no mark is not recognised.
+/// The name of the encoding, "UTF-16" or "UTF-32", of a file that begins with `head`, judged by its
+/// byte order mark or by the places of its NUL bytes; null for other files. Does not recognise
+/// UTF-16 without a byte order mark whose first character is not Latin.
 const char* foreignEncoding(std::string_view head);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// The files named on the command line.
+// Opens the files that the command line names.
 #pragma once
 
 #include <string>
@@ -8,20 +8,20 @@
 
 namespace vsa_tools {
 
-/// A file that was opened for reading, or why it could not be.
+/// An open file, or the reason why it cannot be read.
 struct InputFile {
   zn::File file;
-  /// Where the file's bytes come from; lives as long as `file`. Null when nothing was opened.
+  /// The source of `file`, which owns it. Null if nothing was opened.
   const InspectedSource* source = nullptr;
-  /// Why it cannot be read, in the system's words; else empty.
+  /// The system's error message; empty on success.
   std::string problem;
 };
 
-/// Opens `name`, "-" being standard input, and checks what opening alone would let pass: a
-/// directory is no empty file. A byte order mark at its start is skipped.
+/// Opens `name` ("-" is standard input) and reads its first bytes, so that a directory, which opens
+/// but cannot be read, is a problem and not an empty file.
 InputFile openInput(const std::string& name);
 
-/// The name to show for an input: "-" reads as "<stdin>".
+/// The name of an input in messages: "<stdin>" for "-".
 std::string shownName(const std::string& name);
 
 }  // namespace vsa_tools
