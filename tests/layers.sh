@@ -92,7 +92,7 @@ if [ "$failed" -eq 0 ]; then
   expect_found src/scene/model/node.cpp '#include "vsa/parser.h"' '"vsa/parser.h'
   expect_found include/vsa/scene/scene_interface.h '#include <vsa/model/scene.h>' '<vsa/model/scene.h'
   expect_found src/vsa/parser.cpp '  #include <vsa/model/scene.h>' '<vsa/model/scene.h'
-  expect_found src/vsa/parser.cpp '#include "tools/support/log_capture.h"' '"tools/support/log_capture.h'
+  expect_found src/vsa/parser.cpp '#include "tools/scene_text/read_outcome.h"' '"tools/scene_text/read_outcome.h'
   expect_found src/vsa/lex/token.h '#include "vsa/parser.h"' '"vsa/parser.h'
   expect_found src/vsa/apply/value_convert.h '#include "vsa/parser.h"' '"vsa/parser.h'
   # A comment includes nothing.

@@ -34,7 +34,7 @@ NodeType declaredLamp() {
 template <class EntryPoint>
 Reading read(EntryPoint entryPoint) {
   Reading reading;
-  reading.outcome = vsa_tools::watchRead([&] { return entryPoint(reading.report); });
+  reading.outcome = vsa_tools::captureRead([&] { return entryPoint(reading.report); });
   for (const Diagnostic& diagnostic : reading.outcome.diagnostics) countMessage(diagnostic.id);
   const auto& escaped = reading.outcome.escapedDiagnostic;
   if (escaped) countMessage(escaped->id);

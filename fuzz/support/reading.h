@@ -7,7 +7,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 
 namespace vsa_fuzz {
 

@@ -33,7 +33,7 @@ using namespace zn::korvo_sdk;
 /// Reads into the scene, and shows what came of it.
 std::string readInto(Scene& scene, const std::string& text) {
   const auto outcome =
-      vsa_tools::watchRead([&] { return impl::parseString(&scene, zn::String::copyOf(text)); });
+      vsa_tools::captureRead([&] { return impl::parseString(&scene, zn::String::copyOf(text)); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return out.text();
@@ -162,7 +162,7 @@ TEST(SameSceneTest, ReadTenTimesFromAFileThatResetsTheHeader) {
   Scene scene;
   std::string once;
   for (int i = 0; i < 10; ++i) {
-    const auto outcome = vsa_tools::watchRead(
+    const auto outcome = vsa_tools::captureRead(
         [&] { return impl::parseVsa(&scene, memoryFile(EVERYTHING, 5), false); });
     vsa_tools::TextOutput out;
     vsa_tools::dumpCase(outcome, scene, out);
@@ -194,7 +194,7 @@ std::vector<std::string> readInThreads(std::size_t count, const zn::String& text
     threads.emplace_back([&, i] {
       Scene scene;
       start.arrive_and_wait();
-      const auto outcome = vsa_tools::watchRead([&] { return impl::parseString(&scene, text); });
+      const auto outcome = vsa_tools::captureRead([&] { return impl::parseString(&scene, text); });
       vsa_tools::TextOutput out;
       vsa_tools::dumpCase(outcome, scene, out);
       shown[i] = out.text();

@@ -13,7 +13,7 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 
 namespace vsa_tests {
 
@@ -39,22 +39,22 @@ Outcome readTwice(std::uint64_t k) {
   Outcome outcome{};
   SilentSink sink;
   const zn::ScopedLogSink scope(&sink);
-  AllocationWatch::start();
-  AllocationWatch::failAt(k, false);
+  AllocationTracker::start();
+  AllocationTracker::failAt(k, false);
   try {
     Scene scene;
     impl::parseString(&scene, text);
   } catch (const std::bad_alloc&) {
     // It left the entry point, as promised.
   }
-  outcome.hasFailed = AllocationWatch::hasFailed();
-  AllocationWatch::failAt(0, false);
+  outcome.hasFailed = AllocationTracker::hasFailed();
+  AllocationTracker::failAt(0, false);
   {
     Scene scene;
     outcome.isReadAfterwards = impl::parseString(&scene, text);
   }
-  AllocationWatch::stop();
-  outcome.keptBlocks = AllocationWatch::count().liveBlocks;
+  AllocationTracker::stop();
+  outcome.keptBlocks = AllocationTracker::count().liveBlocks;
   return outcome;
 }
 

@@ -12,7 +12,7 @@
 #include <vsa/parse.h>
 #include "tests/faults/watched_scene.h"
 #include "tests/support/case_run.h"
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 
 namespace vsa_tests {
 
@@ -90,7 +90,7 @@ void addOwn(std::vector<Text>& texts) {
 void readOnce() {
   declareCaseTypes();
   zn::korvo_sdk::Scene scene;
-  const auto outcome = vsa_tools::watchRead([&] {
+  const auto outcome = vsa_tools::captureRead([&] {
     return zn::korvo_sdk::impl::parseString(&scene, "t n: .v = vec3(1 2 3); .b = float[1] {1};");
   });
   if (!outcome.result) throw std::runtime_error("the first reading failed");

@@ -31,7 +31,7 @@ void dump(const char* path, vsa_tools::TextOutput& out) {
   std::ifstream in(path, std::ios::binary);
   const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
   zn::korvo_sdk::Scene scene;
-  const auto outcome = vsa_tools::watchRead(
+  const auto outcome = vsa_tools::captureRead(
       [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text)); });
   out.put(path);
   out.put('\n');

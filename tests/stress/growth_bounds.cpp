@@ -38,10 +38,10 @@
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
 #include "tests/stress/huge_text.h"
-#include "tests/stress/stress_texts.h"
-#include "tests/support/allocation_watch.h"
+#include "tests/stress/stack_usage.h"
+#include "tests/stress/texts/stress_texts.h"
+#include "tests/support/allocation_tracker.h"
 #include "tests/support/byte_source.h"
-#include "tests/support/stack_watch.h"
 #include "tools/scene_text/scene_dump.h"
 
 namespace vsa_tests {
@@ -172,10 +172,10 @@ Cost costOf(const Family& family, std::size_t bytes, const Options& options) {
   zn::setLogSink(&silent);
   std::FILE* const nowhere = std::fopen("/dev/null", "wb");
   cost.stackBytes = stackUsedBy([&] {
-    AllocationWatch::start();
+    AllocationTracker::start();
     readAndDump(text, options, nowhere);
-    AllocationWatch::stop();
-    cost.heapBytes = static_cast<std::uint64_t>(AllocationWatch::count().peakBytes) + text.len();
+    AllocationTracker::stop();
+    cost.heapBytes = static_cast<std::uint64_t>(AllocationTracker::count().peakBytes) + text.len();
   });
   std::fclose(nowhere);
   if (options.quick) return cost;

@@ -11,7 +11,7 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 
 namespace vsa_tests {
 
@@ -97,15 +97,15 @@ bool readHuge(const HugeText& huge) {
   LastSink sink;
   const zn::ScopedLogSink scope(&sink);
   Scene scene;
-  AllocationWatch::start();
+  AllocationTracker::start();
   const bool result = impl::parseVsa(
       &scene, zn::File(new EndlessText(huge.head, huge.unit, huge.bytes, huge.tail)), true);
-  AllocationWatch::stop();
+  AllocationTracker::stop();
   Node* const node = scene.findNode("n");
   Input* const last = node == nullptr ? nullptr : node->input("last");
   const bool isRight = result == huge.result && last != nullptr && last->integer() == 7;
   std::printf("%-32s heap %6lld MiB  %s%s%s\n", huge.name,
-              static_cast<long long>(AllocationWatch::count().peakBytes >> 20),
+              static_cast<long long>(AllocationTracker::count().peakBytes >> 20),
               isRight ? "as expected" : "FAILS", sink.last.isEmpty() ? "" : ": ", sink.last.buf());
   std::fflush(stdout);
   return isRight;

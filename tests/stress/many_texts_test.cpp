@@ -8,7 +8,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 #include "tests/support/byte_source.h"
 #include "tests/support/text.h"
 #include "vsa/lex/lexer_source.h"
@@ -22,10 +22,10 @@ using zn::korvo_sdk::Scene;
 /// Bytes that are in use after it and were not before.
 template <class Do>
 std::int64_t bytesKept(const Do& what) {
-  AllocationWatch::start();
+  AllocationTracker::start();
   what();
-  AllocationWatch::stop();
-  return AllocationWatch::count().liveBytes;
+  AllocationTracker::stop();
+  return AllocationTracker::count().liveBytes;
 }
 
 void read(Scene& scene, const std::string& text) {
@@ -69,11 +69,11 @@ TEST(ManyTextsTest, ALongListGrowsAFewTimes) {
   while (list.size() < 2'000'000) list += " 0.25";
   for (const std::size_t most : {std::size_t{64}, std::size_t{4096}, list.size()}) {
     zn::korvo_sdk::impl::FileLexer lexer(memoryFile(list + ")", most));
-    AllocationWatch::start();
+    AllocationTracker::start();
     const zn::korvo_sdk::impl::Token token = lexer.nextToken();
-    AllocationWatch::stop();
+    AllocationTracker::stop();
     EXPECT_EQ(token.text.len(), list.size() + 1);
-    EXPECT_LT(AllocationWatch::count().calls, 40U) << most << " bytes a read";
+    EXPECT_LT(AllocationTracker::count().calls, 40U) << most << " bytes a read";
   }
 }
 

@@ -64,11 +64,11 @@ check_locales() {
 build() {
   local name=$1 compiler=$2
   shift 2
-  find "$root/src" "$root/tools/support" -name '*.cpp' -print0 |
-    (cd "$root" && mkdir -p "$scratch/$name" && cd "$scratch/$name" &&
-      xargs -0 -P "$(nproc)" -n 4 "$compiler" -std=c++20 -I"$root/src" -I"$root" "$@" -c)
-  "$compiler" -std=c++20 -I"$root/src" -I"$root" "$@" "$here/dump_under_locale.cpp" "$scratch/$name"/*.o \
-    -o "$scratch/$name.program"
+  local compile=("$compiler" -std=c++20 -I"$root/include" -I"$root/src" -I"$root" "$@")
+  mkdir "$scratch/$name"
+  find "$root/src" "$root/tools/scene_text" -name '*.cpp' -print0 |
+    (cd "$scratch/$name" && xargs -0 -P "$(nproc)" -n 4 "${compile[@]}" -c)
+  "${compile[@]}" "$here/dump_under_locale.cpp" "$scratch/$name"/*.o -o "$scratch/$name.program"
 }
 
 status=0

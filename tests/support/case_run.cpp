@@ -10,8 +10,8 @@
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
 #include <vsa/scene/node_type.h>
+#include "tools/scene_text/read_outcome.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/log_capture.h"
 
 namespace vsa_tests {
 
@@ -117,7 +117,7 @@ std::string outcomeOf(std::string_view text, Source source) {
   declareLamp();
   zn::korvo_sdk::Scene scene;
   const vsa_tools::ReadOutcome outcome =
-      vsa_tools::watchRead([&] { return readFrom(source, text, scene); });
+      vsa_tools::captureRead([&] { return readFrom(source, text, scene); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return out.text();
@@ -127,7 +127,7 @@ std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
   declareLamp();
   zn::korvo_sdk::Scene scene;
   zn::korvo_sdk::impl::ReadReport report;
-  const vsa_tools::ReadOutcome outcome = vsa_tools::watchRead(
+  const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead(
       [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text), report); });
   std::set<zn::korvo_sdk::DiagnosticId> ids;
   for (const auto& diagnostic : outcome.diagnostics) ids.insert(diagnostic.id);

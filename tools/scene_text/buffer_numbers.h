@@ -1,4 +1,4 @@
-// The numbers of a buffer, one after another, whatever their type.
+// Iteration over the numbers of a buffer of any element type.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// Calls `each(Number)` for every number at `memory`, `count` of them.
+/// Calls `each(Number)` with each of the `count` numbers at `memory`, which need not be aligned.
 template <class Number, class Each>
 void forEachNumberOf(const unsigned char* memory, std::uint64_t count, Each& each) {
   for (std::uint64_t i = 0; i < count; ++i) {
@@ -19,8 +19,8 @@ void forEachNumberOf(const unsigned char* memory, std::uint64_t count, Each& eac
   }
 }
 
-/// Calls `each(number)` with every number of the buffer's elements in its own type: a fixed-width
-/// integer, `float` or `double`. Elements that consist of something else (pointers) give no call.
+/// Calls `each(number)` with every number of the buffer in its own type: a fixed-width integer,
+/// `float` or `double`. Makes no call for elements that are not numbers (pointers).
 template <class Each>
 void forEachNumber(const zn::korvo_sdk::BufferValue& buffer, Each each) {
   using zn::korvo_sdk::DataType;

@@ -1,6 +1,6 @@
 #include "tools/vsa/diagnostic.h"
 
-#include "tools/support/safe_text.h"
+#include "tools/scene_text/printable_text.h"
 
 namespace vsa_tools {
 
@@ -11,13 +11,13 @@ std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic) 
 
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text) {
-  std::string line = visible(file);
+  std::string line = printable(file);
   if (position)
     line += ':' + std::to_string(position->line) + ':' + std::to_string(position->column);
   line += ": ";
   line += level;
   line += ": ";
-  return line + visible(text);
+  return line + printable(text);
 }
 
 }  // namespace vsa_tools

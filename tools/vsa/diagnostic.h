@@ -1,4 +1,4 @@
-// Diagnostics in the form that editors jump to: FILE:LINE:COLUMN: LEVEL: TEXT.
+// Diagnostics in the format that editors recognise: FILE:LINE:COLUMN: LEVEL: TEXT.
 #pragma once
 
 #include <optional>
@@ -18,8 +18,8 @@ struct Position {
 /// The position that the diagnostic's log line shows, if it shows one.
 std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic);
 
-/// One line without its line end. `level` is "warning" or "error". File name and text are made safe
-/// to look at.
+/// One line without its line end. `level` is "warning" or "error". Escapes file name and text with
+/// printable().
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text);
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/encoding.h"
+#include "tools/vsa/input/encoding.h"
 
 #include <cstddef>
 
@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Whether each unit of four bytes holds a character: no NUL, and none beyond U+10FFFF.
+/// Whether each unit of four bytes is a character from U+0001 to U+10FFFF.
 bool isUtf32(std::string_view head, bool bigEndian) {
   for (std::size_t unit = 0; unit + 4 <= head.size(); unit += 4) {
     const char highest = head[unit + (bigEndian ? 0 : 3)],
@@ -24,16 +24,16 @@ bool looksLikeUtf32(std::string_view head) {
          isUtf32(head, false) || isUtf32(head, true);
 }
 
-/// A text begins with a Latin letter, a blank or a sign, which has a NUL byte on one side. There
-/// the most of them stand: only one character in 256 has it on the other.
+/// In UTF-16 a text begins with an ASCII character, whose high byte is NUL. Most of the NUL bytes
+/// are high bytes: as low byte only one character in 256 has a NUL.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};
   for (std::size_t i = 0; i < head.size(); ++i) nuls[i % 2] += head[i] == '\0';
   const bool bigEndian = head.starts_with('\0');
   const std::size_t expected = nuls[bigEndian ? 0 : 1], others = nuls[bigEndian ? 1 : 0];
-  const bool firstHasOne = bigEndian || (head.size() > 1 && head[1] == '\0');
-  return firstHasOne && expected > 1 && expected > others;
+  const bool firstHasNul = bigEndian || (head.size() > 1 && head[1] == '\0');
+  return firstHasNul && expected > 1 && expected > others;
 }
 
 }  // namespace

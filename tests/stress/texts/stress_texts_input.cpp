@@ -1,5 +1,5 @@
 // Inputs and links: paths, indices, members, arrays of everything, pending links.
-#include "tests/stress/stress_texts.h"
+#include "tests/stress/texts/stress_texts.h"
 
 namespace vsa_tests {
 

@@ -1,4 +1,4 @@
-#include "tests/support/stack_watch.h"
+#include "tests/stress/stack_usage.h"
 
 #include <pthread.h>
 #include <sys/mman.h>

@@ -21,7 +21,7 @@ struct AllocationCount {
 };
 
 /// For one thread at a time.
-class AllocationWatch {
+class AllocationTracker {
  public:
   /// Begins to count on this thread, from zero.
   static void start();

@@ -1,6 +1,6 @@
 // The C functions are wrapped by the linker, operator new and delete are replaced; all of them come
 // through `Tally`.
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 
 #include <malloc.h>
 
@@ -33,7 +33,7 @@ struct Tally {
 };
 
 constinit Tally tally;
-constinit thread_local bool isWatched = false;
+constinit thread_local bool isTracked = false;
 
 template <class T, class D>
 T add(std::atomic<T>& to, D difference) {
@@ -43,7 +43,7 @@ T add(std::atomic<T>& to, D difference) {
 }
 
 bool mayAllocate() {
-  if (!isWatched) return true;
+  if (!isTracked) return true;
   const std::uint64_t call = add(tally.calls, 1);
   const std::uint64_t failing = tally.failing.load(std::memory_order_relaxed);
   if (failing == 0 || call < failing) return true;
@@ -53,7 +53,7 @@ bool mayAllocate() {
 }
 
 void* taken(void* block) {
-  if (block == nullptr || !isWatched) return block;
+  if (block == nullptr || !isTracked) return block;
   add(tally.liveBlocks, 1);
   const std::int64_t live = add(tally.liveBytes, malloc_usable_size(block));
   if (live > tally.peakBytes.load(std::memory_order_relaxed)) {
@@ -63,7 +63,7 @@ void* taken(void* block) {
 }
 
 void given(void* block) {
-  if (block == nullptr || !isWatched) return;
+  if (block == nullptr || !isTracked) return;
   add(tally.liveBlocks, -1);
   add(tally.liveBytes, -static_cast<std::int64_t>(malloc_usable_size(block)));
 }
@@ -89,35 +89,35 @@ void deleteBlock(void* block) {
 
 }  // namespace
 
-void AllocationWatch::start() {
+void AllocationTracker::start() {
   failAt(0, false);
   tally.liveBytes = 0;
   tally.peakBytes = 0;
   tally.liveBlocks = 0;
   tally.calls = 0;
-  isWatched = true;
+  isTracked = true;
 }
 
-void AllocationWatch::stop() {
-  isWatched = false;
+void AllocationTracker::stop() {
+  isTracked = false;
 }
 
-void AllocationWatch::resume() {
+void AllocationTracker::resume() {
   failAt(0, false);
-  isWatched = true;
+  isTracked = true;
 }
 
-AllocationCount AllocationWatch::count() {
+AllocationCount AllocationTracker::count() {
   return {tally.liveBytes, tally.peakBytes, tally.liveBlocks, tally.calls};
 }
 
-void AllocationWatch::failAt(std::uint64_t n, bool everAfter) {
+void AllocationTracker::failAt(std::uint64_t n, bool everAfter) {
   tally.hasFailed = false;
   tally.failsEverAfter = everAfter;
   tally.failing = n == 0 ? 0 : tally.calls + n;
 }
 
-bool AllocationWatch::hasFailed() {
+bool AllocationTracker::hasFailed() {
   return tally.hasFailed;
 }
 

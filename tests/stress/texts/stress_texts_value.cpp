@@ -3,7 +3,7 @@
 #include <string_view>
 
 #include <vsa/foundation/decompress.h>
-#include "tests/stress/stress_texts.h"
+#include "tests/stress/texts/stress_texts.h"
 
 namespace vsa_tests {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Reads a file descriptor, and closes it in the end when it `owns` it.
-class DescriptorSource final : public WatchedSource {
+/// Reads from a file descriptor; the destructor closes it if `owns` is true.
+class DescriptorSource final : public InspectedSource {
  public:
   DescriptorSource(int descriptor, bool owns) : descriptor_(descriptor), owns_(owns) {}
   DescriptorSource(const DescriptorSource&) = delete;
@@ -43,7 +43,6 @@ class DescriptorSource final : public WatchedSource {
 InputFile openInput(const std::string& name) {
   InputFile input;
   const bool isNamed = name != "-";
-  // A directory can be opened; reading it fails.
   const int descriptor = isNamed ? ::open(name.c_str(), O_RDONLY | O_CLOEXEC) : STDIN_FILENO;
   if (descriptor < 0) {
     input.problem = std::strerror(errno);
@@ -52,7 +51,7 @@ InputFile openInput(const std::string& name) {
   auto* const source = new DescriptorSource(descriptor, isNamed);
   input.file = zn::File(source);
   input.source = source;
-  // A file that opens and then delivers not one byte is no empty file.
+  // Opening a directory succeeds, reading it fails.
   const zn::File::Window start = input.file.fill();
   if (start.begin == start.end && input.file.failed()) input.problem = input.file.error().buf();
   return input;

@@ -1,4 +1,4 @@
-#include "tests/stress/stress_texts.h"
+#include "tests/stress/texts/stress_texts.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 // Characters, comments and statements by the million.
 #include <vsa/foundation/char_class.h>
-#include "tests/stress/stress_texts.h"
+#include "tests/stress/texts/stress_texts.h"
 
 namespace vsa_tests {
 
