@@ -531,8 +531,9 @@ class LearningColours final : public interfaces::IEnumeration {
 TEST_F(Assign, AnEnumerationMayLearnFromTheAssignment) {
   const LearningColours colours(scene_.options.calls);
   node_->add("colour", AttrType::String)->enumeration = &colours;
-  EXPECT_EQ(errors(R"(n.colour = "deep \"blue\"";)"), Lines{});
-  EXPECT_EQ(scene_.options.calls, Lines{"n.colour.assign String deep \"blue\""});
+  const LoggedLines log;
+  EXPECT_EQ(calls(R"(n.colour = "deep \"blue\"";)"), Lines{"n.colour.assign String deep \"blue\""});
+  EXPECT_EQ(log.lines(), Lines{});
 }
 
 TEST_F(Assign, EnumerationsWarnAfterTheValueIsApplied) {
