@@ -162,7 +162,6 @@ class PrintingScene final : public interfaces::IScene {
 }  // namespace
 
 int main() {
-  registerNodeType({.name = "declared"});
   PrintingScene scene;
   impl::parseString(&scene, "joint rig;");
   isPrinting = true;
