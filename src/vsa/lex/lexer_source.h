@@ -1,4 +1,4 @@
-// Where characters come from: a String or a File. Internal; the door is vsa.h.
+// Where characters come from: a String or a File. Internal.
 #pragma once
 
 #include <cstddef>
