@@ -115,6 +115,32 @@ def outcome(block, language):
     return next((other.text for other in block.outcomes if other.language == language), None)
 
 
+# What `vsa check` says about these bytes is in docs/messages.md, in the section "What the command adds".
+DAMAGED = {
+    "this looks like UTF-16": "lamp sun;".encode("utf-16"),
+    "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
+    "a byte 0xFF": b"lamp sun; \xff lamp moon;",
+    "the text is cut off": b'lamp sun; "never closed',
+}
+
+
+def check_command_messages(tools, page, report):
+    for row in page.rows:
+        if row.section != "What the command adds":
+            continue
+        stated = re.match(r"`([^`]*)`", row.cells[0])[1]
+        damage = next((data for text, data in DAMAGED.items() if stated.startswith(text)), None)
+        if damage is None:
+            report.not_run.append((row.place, f"'{stated}' needs a file that cannot be read"))
+            continue
+        with open(tools.path("damaged.vsa"), "wb") as file:
+            file.write(damage)
+        status, printed = tools.attempt([tools.vsa, "check", "damaged.vsa"])
+        if status != 1 or stated.removesuffix("...") not in printed:
+            report.fail(row.place, f"status {status}: {printed}")
+        report.count("damaged files")
+
+
 def lines_of(texts):
     return "".join(text + "\n" for text in texts)
 
@@ -338,6 +364,7 @@ def main():
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)
         format_tables.check(pages["docs/format.md"], tools.dump, messages_of, report)
+        check_command_messages(tools, pages["docs/messages.md"], report)
         tools.compile(tools.path("app.cpp"), tools.path("app"))
         check_readme_program(tools, tools.path("app"), report)
     check_links(pages, report)
