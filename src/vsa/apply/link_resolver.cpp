@@ -25,9 +25,8 @@ Snapshot snapshotOf(const Table& table) {
 }
 
 // The order of a table leaps about in memory: what is needed some entries later is asked for early,
-// the entry's own things first, then the node that its source names.
+// the entry's own things first.
 constexpr std::uint64_t AHEAD = 32;
-constexpr std::uint64_t NODE_AHEAD = 24;
 
 void releaseInputs(const Snapshot& entries) {
   for (std::uint64_t i = 0; i < entries.size; ++i) {
@@ -36,8 +35,8 @@ void releaseInputs(const Snapshot& entries) {
   }
 }
 
-template <class Expect, class Resolve>
-void forEach(const Snapshot& entries, const Expect& expect, const Resolve& resolve) {
+template <class Resolve>
+void forEach(const Snapshot& entries, const Resolve& resolve) {
   for (std::uint64_t i = 0; i < entries.size; ++i) {
     if (i + AHEAD < entries.size) {
       // An input mostly takes more than one cache line.
@@ -45,7 +44,6 @@ void forEach(const Snapshot& entries, const Expect& expect, const Resolve& resol
       zn::detail::prefetch(entries[i + AHEAD]->key, 64);
       entries[i + AHEAD]->value.source.prefetch();
     }
-    if (i + NODE_AHEAD < entries.size) expect(entries[i + NODE_AHEAD]->value);
     resolve(entries[i]->key, entries[i]->value);
   }
 }
@@ -76,20 +74,14 @@ PendingLink::PendingLink(const AssignInfo& info) {
 
 void VsaParser::resolveConnections() {
   const Snapshot entries = snapshotOf(connections);
-  const auto expect = [this](const PendingLink& link) {
-    if (!link.output.isEmpty()) target().expectNode(link.source);
-  };
-  forEach(entries, expect,
+  forEach(entries,
           [this](IInput* input, const PendingLink& link) { resolveConnection(input, link); });
   releaseInputs(entries);
 }
 
 void VsaParser::resolveReferences() {
   const Snapshot entries = snapshotOf(references);
-  const auto expect = [this](const PendingLink& link) {
-    if (!link.source.isEmpty()) target().expectNode(link.source);
-  };
-  forEach(entries, expect,
+  forEach(entries,
           [this](IInput* input, const PendingLink& link) { resolveReference(input, link); });
   releaseInputs(entries);
 }
