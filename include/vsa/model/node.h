@@ -65,7 +65,6 @@ class VSA_API Node final : public interfaces::INode {
   Rare& rare();
   // Has the memory fetched that a look-up by name and one of its output come to next.
   void prefetch() const noexcept {
-    name_.prefetch();
     detail::prefetch(output_);
   }
   Input* make(const String& name, AttrType type, AttrType elementType);

@@ -43,7 +43,6 @@ void forEach(const Snapshot& entries, const Expect& expect, const Resolve& resol
       // An input mostly takes more than one cache line.
       zn::detail::prefetch(entries[i + AHEAD]->key);
       zn::detail::prefetch(entries[i + AHEAD]->key, 64);
-      entries[i + AHEAD]->value.source.prefetch();
     }
     if (i + NODE_AHEAD < entries.size) expect(entries[i + NODE_AHEAD]->value);
     resolve(entries[i]->key, entries[i]->value);
