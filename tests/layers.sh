@@ -21,7 +21,7 @@ src/scene                  include/vsa/foundation include/vsa/scene src/foundati
 src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers
 src/scene/model            include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/scene src/scene/model/storage
 src/vsa/diagnostics        include/vsa/foundation include/vsa/scene
-src/vsa/lex                include/vsa/foundation src/foundation/base src/foundation/text src/vsa/diagnostics
+src/vsa/lex                include/vsa/foundation src/foundation/base src/foundation/io src/foundation/text src/vsa/diagnostics
 src/vsa/apply              include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/vsa/diagnostics src/vsa/lex
 src/vsa                    include/vsa include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/diagnostics src/vsa/lex src/vsa/apply
 ROWS

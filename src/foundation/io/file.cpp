@@ -1,64 +1,18 @@
-// File: blocks from a source, bytes to the reader.
+// File: its handles, and the source that reads a path.
 #include <vsa/foundation/file.h>
 
-#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <memory>
 #include <system_error>
+
+#include "foundation/io/open_file.h"
 
 namespace zn {
 
 namespace {
 
-/// What the handles share: the source, one block of it, and the place in the block.
-class OpenFile final : public RefCounted {
- public:
-  OpenFile(ByteSource* source, String failure) : source_(source), failure_(std::move(failure)) {
-    if (source_ != nullptr) source_->retain();
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-
-  bool isOpen() const noexcept { return source_ != nullptr; }
-
-  String error() const { return source_ == nullptr ? failure_ : source_->error(); }
-
-  File::Window fill() {
-    if (at_ == filled_ && source_ != nullptr) {
-      if (block_ == nullptr) block_ = std::make_unique_for_overwrite<char[]>(BLOCK_BYTES);
-      at_ = 0;
-      filled_ = 0;
-      filled_ = source_->read(block_.get(), BLOCK_BYTES);
-    }
-    return {block_.get() + at_, block_.get() + filled_};
-  }
-
-  void skip(std::size_t count) noexcept { at_ += count; }
-
-  bool read(signed char& c) {
-    if (at_ == filled_) {
-      const File::Window window = fill();
-      if (window.begin == window.end) return false;
-    }
-    c = static_cast<signed char>(block_[at_++]);
-    return true;
-  }
-
- private:
-  static constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 18;
-
-  ~OpenFile() override {
-    if (source_ != nullptr) source_->release();
-  }
-
-  ByteSource* source_;
-  String failure_;  // why there is no source
-  std::unique_ptr<char[]> block_;
-  std::size_t at_ = 0;
-  std::size_t filled_ = 0;
-};
+using detail::OpenFile;
 
 String messageOf(int error) {
   return String(std::generic_category().message(error).c_str());
@@ -89,10 +43,6 @@ class StdioSource final : public ByteSource {
   std::FILE* file_;
   String error_;
 };
-
-OpenFile* fileOf(RefCounted* object) {
-  return static_cast<OpenFile*>(object);
-}
 
 // Reads past a byte order mark, when there is one at the beginning.
 void skipByteOrderMark(File& file) {
@@ -136,7 +86,7 @@ File File::open(const char* path) {
 }
 
 bool File::isOpen() const noexcept {
-  return object() != nullptr && fileOf(object())->isOpen();
+  return object() != nullptr && OpenFile::of(*this)->isOpen();
 }
 
 bool File::failed() const {
@@ -144,19 +94,28 @@ bool File::failed() const {
 }
 
 String File::error() const {
-  return object() == nullptr ? String("no file was opened") : fileOf(object())->error();
+  const File held(*this);
+  return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
+// A source may do anything while it is asked, assign to the very handle included: a second one
+// keeps the file for the time of the call. Most bytes come from memory and need none.
+
 bool File::read(signed char& c) {
-  return object() != nullptr && fileOf(object())->read(c);
+  OpenFile* const opened = OpenFile::of(*this);
+  if (opened == nullptr) return false;
+  if (opened->isBuffered()) return opened->read(c);
+  const File held(*this);
+  return opened->read(c);
 }
 
 File::Window File::fill() {
-  return object() == nullptr ? Window{nullptr, nullptr} : fileOf(object())->fill();
+  const File held(*this);
+  return object() == nullptr ? Window{nullptr, nullptr} : OpenFile::of(held)->fill();
 }
 
 void File::skip(std::size_t count) noexcept {
-  if (object() != nullptr) fileOf(object())->skip(count);
+  if (object() != nullptr) OpenFile::of(*this)->skip(count);
 }
 
 }  // namespace zn
