@@ -1,9 +1,12 @@
 // File: its handles, and the source that reads a path.
 #include <vsa/foundation/file.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
+#include <string_view>
 #include <system_error>
 
 #include "foundation/io/open_file.h"
@@ -14,48 +17,89 @@ namespace {
 
 using detail::OpenFile;
 
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
 String messageOf(int error) {
   return String(std::generic_category().message(error).c_str());
 }
 
-/// A file of the C library, closed with its last handle.
-class StdioSource final : public ByteSource {
- public:
-  explicit StdioSource(std::FILE* file) : file_(file) {
-    // The blocks are ours: a second buffer would only copy them.
-    std::setvbuf(file_, nullptr, _IONBF, 0);
+// Calls again when a signal has interrupted the call.
+template <class Call>
+auto restarted(const Call& call) {
+  for (;;) {
+    const auto result = call();
+    if (result != -1 || errno != EINTR) return result;
   }
-  StdioSource(const StdioSource&) = delete;
-  StdioSource& operator=(const StdioSource&) = delete;
+}
+
+/// The bytes of a descriptor, without a byte order mark at their beginning; closes it in the end.
+/// read(2) and not fread: of a pipe it hands on what has come, and does not wait for a full block.
+class DescriptorSource final : public ByteSource {
+ public:
+  explicit DescriptorSource(int descriptor) noexcept : descriptor_(descriptor) {}
+  DescriptorSource(const DescriptorSource&) = delete;
+  DescriptorSource& operator=(const DescriptorSource&) = delete;
 
   std::size_t read(char* to, std::size_t capacity) override {
-    errno = 0;
-    const std::size_t count = std::fread(to, 1, capacity, file_);
-    if (count == 0 && std::ferror(file_) != 0) error_ = messageOf(errno == 0 ? EIO : errno);
-    return count;
+    if (isStarted_) return readSome(to, capacity);
+    isStarted_ = true;
+    return readStart(to, capacity);
   }
 
   String error() const override { return error_; }
 
  private:
-  ~StdioSource() override { std::fclose(file_); }
+  ~DescriptorSource() override { ::close(descriptor_); }
 
-  std::FILE* file_;
+  std::size_t readSome(char* to, std::size_t capacity) {
+    const ssize_t count = restarted([&] { return ::read(descriptor_, to, capacity); });
+    if (count >= 0) return static_cast<std::size_t>(count);
+    error_ = messageOf(errno);
+    return 0;
+  }
+
+  // A pipe may deliver the mark in pieces.
+  std::size_t readStart(char* to, std::size_t capacity) {
+    std::size_t count = 0;
+    do {
+      const std::size_t added = readSome(to + count, capacity - count);
+      if (added == 0) return count;
+      count += added;
+    } while (count < BYTE_ORDER_MARK.size() &&
+             BYTE_ORDER_MARK.substr(0, count) == std::string_view(to, count));
+    if (std::string_view(to, count).substr(0, BYTE_ORDER_MARK.size()) != BYTE_ORDER_MARK)
+      return count;
+    count -= BYTE_ORDER_MARK.size();
+    if (count == 0) return readSome(to, capacity);
+    std::memmove(to, to + BYTE_ORDER_MARK.size(), count);
+    return count;
+  }
+
+  int descriptor_;
+  bool isStarted_ = false;
   String error_;
 };
-
-// Reads past a byte order mark, when there is one at the beginning.
-void skipByteOrderMark(File& file) {
-  static constexpr char MARK[] = "\xEF\xBB\xBF";
-  const File::Window window = file.fill();
-  const std::size_t count = static_cast<std::size_t>(window.end - window.begin);
-  if (count >= 3 && std::memcmp(window.begin, MARK, 3) == 0) file.skip(3);
-}
 
 // The source has an owner from the start: it goes when there is no memory for the file.
 OpenFile* openOver(ByteSource* source) {
   const RefersTo<ByteSource> held(source);
   return new OpenFile(source, "there is no source to read from");
+}
+
+File failedFile(int error) {
+  File file;
+  static_cast<RefersTo<RefCounted>&>(file) =
+      RefersTo<RefCounted>(new OpenFile(nullptr, messageOf(error)));
+  return file;
+}
+
+ByteSource* sourceOf(int descriptor) {
+  try {
+    return new DescriptorSource(descriptor);
+  } catch (...) {
+    ::close(descriptor);
+    throw;
+  }
 }
 
 }  // namespace
@@ -64,24 +108,13 @@ File::File(ByteSource* source) : RefersTo<RefCounted>(openOver(source)) {
 }
 
 File File::open(const char* path) {
-  File file;
-  std::FILE* const handle = path == nullptr ? nullptr : std::fopen(path, "rb");
-  if (handle == nullptr) {
-    const int reason = path == nullptr ? EINVAL : errno;
-    static_cast<RefersTo<RefCounted>&>(file) =
-        RefersTo<RefCounted>(new OpenFile(nullptr, messageOf(reason)));
-    return file;
-  }
-  ByteSource* source = nullptr;
-  try {
-    source = new StdioSource(handle);
-  } catch (...) {
-    std::fclose(handle);
-    throw;
-  }
+  if (path == nullptr) return failedFile(EINVAL);
+  const int descriptor = restarted([&] { return ::open(path, O_RDONLY | O_CLOEXEC); });
+  if (descriptor == -1) return failedFile(errno);
+  ByteSource* const source = sourceOf(descriptor);
   const RefersTo<ByteSource> held(source);
-  file = File(source);
-  skipByteOrderMark(file);
+  File file(source);
+  file.fill();  // a directory opens, and fails here
   return file;
 }
 
