@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "foundation/text/letter_case.h"
 #include "foundation/text/short_text.h"
 
 namespace zn::korvo_sdk::impl {
