@@ -355,6 +355,14 @@ def read_pages():
     return pages
 
 
+def texts_of_examples():
+    texts = []
+    for path in sorted(glob.glob(f"{ROOT}/examples/*.vsa")):
+        with open(path, encoding="utf-8") as file:
+            texts.append(file.read())
+    return "\n".join(texts)
+
+
 def first_block(pages, page, language):
     return next(block for block in pages[page].blocks if block.language == language)
 
@@ -382,7 +390,7 @@ def main():
         blocks = [block for page in pages.values() for block in join_outcomes(page)]
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)
-        format_tables.check(pages["docs/format.md"], tools.dump, messages_of, report)
+        format_tables.check(pages["docs/format.md"], tools.dump, messages_of, report, texts_of_examples())
         check_command_messages(tools, pages["docs/messages.md"], report)
         check_table_of_messages(tools, pages["docs/messages.md"], report)
         tools.compile(tools.path("app.cpp"), tools.path("app"))
