@@ -138,6 +138,11 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   return String(made);
 }
 
+// Out of line, by whole words: with memcmp in its place the read of links/100k took 5 % longer.
+bool String::hasCharactersOf(const String& other) const noexcept {
+  return detail::sameCharacters(buf(), other.buf(), len());
+}
+
 void String::assign(std::string_view text) {
   auto* const shared = static_cast<StringBuffer*>(object());
   if (text.empty() || shared == nullptr || !shared->hasRoomFor(text.size()) ||
