@@ -11,6 +11,7 @@
 #include <new>
 
 #include <vsa/foundation/string_vector.h>
+#include "foundation/base/white_space.h"
 #include "foundation/text/letter_case.h"
 #include "foundation/text/short_text.h"
 #include "foundation/text/string_slab.h"
@@ -252,9 +253,7 @@ String String::substring(std::size_t start, std::size_t count) const {
 }
 
 String String::trim(bool leading, bool trailing) const {
-  std::string_view kept = view();
-  while (leading && !kept.empty() && isSpace(kept.front())) kept.remove_prefix(1);
-  while (trailing && !kept.empty() && isSpace(kept.back())) kept.remove_suffix(1);
+  const std::string_view kept = detail::trimmed(view(), leading, trailing);
   return kept.size() == len() ? *this : copyOf(kept);
 }
 
