@@ -20,6 +20,8 @@ class StringVector;
 
 namespace detail {
 
+class StringPrefetch;
+
 /// The shared buffer behind a String: a header, and behind it the characters with a NUL after them,
 /// or the place of such characters elsewhere. Short: most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
@@ -120,7 +122,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String operator+(const char* other) const;
   /// Equal characters, letter case counting. A `const char*` ends at its NUL and is not null.
   bool operator==(const String& other) const noexcept {
-    return object() == other.object() || (!isKnownToDiffer(other) && view() == other.view());
+    return object() == other.object() || (!isKnownToDiffer(other) && hasCharactersOf(other));
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
@@ -204,6 +206,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
  private:
   friend class StringSlabs;
+  friend class detail::StringPrefetch;
 
   // Takes over the storage of `chars`, whose first `length` are the text.
   static String adoptFirst(ds::Vector<char>&& chars, std::size_t length);
@@ -215,13 +218,15 @@ class VSA_API String : public RefersTo<IRefCounted> {
   }
 
   using RefersTo::RefersTo;
-  // Told by the lengths, or by the hashes of texts that were asked for theirs.
+  // Whether the lengths differ, or the hashes of texts whose hashes are known.
   bool isKnownToDiffer(const String& other) const noexcept {
     if (len() != other.len() || isEmpty()) return len() != other.len();
     const std::uint64_t mine = buffer()->hash.load(std::memory_order_relaxed);
     const std::uint64_t others = other.buffer()->hash.load(std::memory_order_relaxed);
     return mine != 0 && others != 0 && mine != others;
   }
+  // Whether the characters are equal, of texts of one length.
+  bool hasCharactersOf(const String& other) const noexcept;
 };
 
 template <>

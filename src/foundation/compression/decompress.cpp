@@ -1,7 +1,6 @@
-// The digits feed the decoder a run at a time, and the decoder writes where the caller wants the
-// bytes, so nothing is held twice. The decoder may stop anywhere in the text; whether a bad
-// character stands behind, which counts for more than what stopped it, is looked up afterwards.
-
+// The decoder pulls the digits a run at a time and writes where the caller wants the bytes, so
+// nothing is in memory twice. It may stop anywhere in the text. A bad character behind that place
+// is the more important fault, so the rest of the text is searched for one afterwards.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -39,10 +38,11 @@ std::optional<DiagnosticId> problemOf(InflateStatus status) {
   return DiagnosticId::CompressedDataCorrupt;
 }
 
-constexpr std::size_t LARGEST = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t MAX_SIZE = std::numeric_limits<std::size_t>::max();
 
-constexpr std::size_t timesOrLargest(std::size_t number, std::size_t factor) {
-  return number > LARGEST / factor ? LARGEST : number * factor;
+// number * factor, or MAX_SIZE when that is too large.
+constexpr std::size_t saturatingProduct(std::size_t number, std::size_t factor) {
+  return number > MAX_SIZE / factor ? MAX_SIZE : number * factor;
 }
 
 }  // namespace
@@ -50,17 +50,17 @@ constexpr std::size_t timesOrLargest(std::size_t number, std::size_t factor) {
 std::optional<DiagnosticId> expandCompressedText(const unsigned char* data, std::size_t size,
                                                  unsigned char* out, std::size_t capacity,
                                                  std::size_t& length) {
-  const bool marked = size > 0 && data[0] == MARK;
-  const std::size_t markSize = marked ? 1 : 0;
+  const bool hasMark = size > 0 && data[0] == MARK;
+  const std::size_t markSize = hasMark ? 1 : 0;
   HexFeed feed(data + markSize, size - markSize);
   length = 0;
   const InflateStatus status =
-      marked ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;
+      hasMark ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;
   feed.skipRest();
-  if (feed.sawBadCharacter()) return DiagnosticId::CompressedDataBadCharacter;
-  if (!feed.sawDigit()) return DiagnosticId::CompressedDataEmpty;
-  if (!marked) return DiagnosticId::CompressedDataCorrupt;
-  if (feed.halfByte()) return DiagnosticId::CompressedDataEndsEarly;
+  if (feed.hasBadCharacter()) return DiagnosticId::CompressedDataBadCharacter;
+  if (!feed.hasDigit()) return DiagnosticId::CompressedDataEmpty;
+  if (!hasMark) return DiagnosticId::CompressedDataCorrupt;
+  if (feed.hasHalfByte()) return DiagnosticId::CompressedDataEndsEarly;
   if (status == InflateStatus::Done && length == 0) return DiagnosticId::CompressedDataEmpty;
   return problemOf(status);
 }
@@ -74,15 +74,16 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
   return false;
 }
 
-// A first guess at the result's size, eight times the stream's, holds for most data; where it does
-// not, eight times as much is tried from the start. All the tries before the last one together cost
-// little more than it does, and a small text that claims to be huge costs little.
+// The first guess at the result's size, eight times the stream's, is enough for most data. Where it
+// is not, the text is expanded again with eight times the memory. The failed attempts together
+// expand at most 8/7 as many bytes as the last one, and a small text that claims to be huge costs
+// little.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;
-  constexpr std::size_t SMALLEST_GUESS = 4096;
-  const std::size_t guess = timesOrLargest(size / 2, GROWTH);
-  std::size_t capacity = std::min(expectedSize, std::max(guess, SMALLEST_GUESS));
+  constexpr std::size_t MIN_GUESS = 4096;
+  const std::size_t guess = saturatingProduct(size / 2, GROWTH);
+  std::size_t capacity = std::min(expectedSize, std::max(guess, MIN_GUESS));
   for (;;) {
     std::unique_ptr<unsigned char[]> bytes(new unsigned char[capacity]);
     std::size_t length;
@@ -92,7 +93,7 @@ std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std
       error = korvo_sdk::rowOf(*problem).format;
       return {nullptr, 0};
     }
-    capacity = std::min(expectedSize, timesOrLargest(capacity, GROWTH));
+    capacity = std::min(expectedSize, saturatingProduct(capacity, GROWTH));
   }
 }
 

@@ -8,7 +8,6 @@
 #include <memory>
 
 #include <vsa/foundation/api.h>
-#include "foundation/base/prefetch.h"
 
 namespace zn::ds {
 
@@ -41,11 +40,6 @@ class VSA_API HashIndex {
       if (slots_[at].part == part && matches(slots_[at].position)) return slots_[at].position;
     }
     return NONE;
-  }
-
-  /// For a hash that will be looked up soon: has the memory fetched where that begins.
-  void prefetch(std::uint64_t hash) const noexcept {
-    if (used_ != 0) detail::prefetch(&slots_[partOf(hash) & mask_]);
   }
 
   /// Makes sure that the next insert finds room. Throws std::bad_alloc when there is none.

@@ -17,13 +17,8 @@
 #include <cstdint>
 #include <limits>
 
-// Functions in which unsigned arithmetic is meant to wrap around.
-#if defined(__clang__)
-#define VSA_WRAPS_AROUND \
-  __attribute__((no_sanitize("unsigned-integer-overflow", "unsigned-shift-base")))
-#else
-#define VSA_WRAPS_AROUND
-#endif
+#include "foundation/base/sanitizers.h"
+#include "foundation/base/wide_multiply.h"
 
 namespace zn::numbers {
 
@@ -41,26 +36,8 @@ inline constexpr uint64_t MAX_EXACT_DIGITS = uint64_t{1} << 53;
 /// Decimal digits that always fit 64 bits.
 inline constexpr int MAX_DIGITS = 19;
 
-/// 128 bits, unsigned.
-struct Wide {
-  uint64_t high;
-  uint64_t low;
-};
-
-/// The whole product of two 64-bit numbers.
-VSA_WRAPS_AROUND constexpr Wide multiply(uint64_t a, uint64_t b) {
-#if defined(__SIZEOF_INT128__)
-  __extension__ using Wide128 = unsigned __int128;
-  const Wide128 product = static_cast<Wide128>(a) * b;
-  return {static_cast<uint64_t>(product >> 64), static_cast<uint64_t>(product)};
-#else
-  const uint64_t aLow = a & 0xFFFFFFFF, aHigh = a >> 32, bLow = b & 0xFFFFFFFF, bHigh = b >> 32;
-  const uint64_t low = aLow * bLow;
-  const uint64_t middle = aHigh * bLow + (low >> 32);
-  const uint64_t other = aLow * bHigh + (middle & 0xFFFFFFFF);
-  return {aHigh * bHigh + (middle >> 32) + (other >> 32), (other << 32) | (low & 0xFFFFFFFF)};
-#endif
-}
+using detail::multiply;
+using detail::Wide;
 
 /// The exponents of ten for which POWERS_OF_FIVE has a row: 5^54 doubled still fits 128 bits.
 inline constexpr int MAX_TABLE_POWER = 54;

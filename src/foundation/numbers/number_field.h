@@ -11,10 +11,11 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <type_traits>
 
+#include "foundation/base/load_word.h"
+#include "foundation/base/sanitizers.h"
 #include "foundation/numbers/number_decimal.h"
 
 namespace zn::numbers {
@@ -27,10 +28,7 @@ inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,  
 
 /// Eight characters less '0' each, the first one lowest.
 inline uint64_t loadEight(const char* at) {
-  uint64_t word;
-  std::memcpy(&word, at, sizeof word);
-  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
-  return word ^ 0x3030303030303030;
+  return detail::loadLittleEndian(at) ^ 0x3030303030303030;
 }
 
 /// How many digits the word starts with.

@@ -16,6 +16,7 @@
 #include <type_traits>
 
 #include "foundation/base/prefetch.h"
+#include "foundation/base/sanitizers.h"
 #include "foundation/numbers/number_decimal.h"
 #include "foundation/numbers/number_list_tables.h"
 

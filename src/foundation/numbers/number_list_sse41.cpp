@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "foundation/base/sanitizers.h"
 #include "foundation/numbers/number_decimal.h"
 #include "foundation/numbers/number_field.h"
 #include "foundation/numbers/number_list_tables.h"

@@ -10,10 +10,11 @@
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string_view>
 #include <system_error>
 #include <type_traits>
 
-#include <vsa/foundation/char_class.h>
+#include "foundation/base/white_space.h"
 #include "foundation/numbers/number_decimal.h"
 
 namespace zn {
@@ -42,14 +43,9 @@ struct Text {
   int takeDigit() { return *at++ - '0'; }
 };
 
-bool isWhiteSpace(char c) {
-  return char_class::is(c, char_class::SPACE);
-}
-
 Text withoutWhiteSpace(const char* first, const char* last) {
-  while (first != last && isWhiteSpace(*first)) ++first;
-  while (first != last && isWhiteSpace(last[-1])) --last;
-  return {first, last};
+  const std::string_view kept = detail::trimmed({first, static_cast<size_t>(last - first)});
+  return {kept.data(), kept.data() + kept.size()};
 }
 
 /// ["+" | "-"]: true for "-".

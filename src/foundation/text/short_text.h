@@ -7,15 +7,9 @@
 #include <cstring>
 #include <string_view>
 
-namespace zn::detail {
+#include "foundation/base/load_word.h"
 
-/// The bytes at `from` as a number, in the order of the machine.
-template <class Word>
-Word loadWord(const char* from) noexcept {
-  Word word;
-  std::memcpy(&word, from, sizeof(word));
-  return word;
-}
+namespace zn::detail {
 
 // Two words cover a text that is as long as one of them, and no longer than both: what both hold is
 // compared or copied twice.

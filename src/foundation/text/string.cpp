@@ -11,6 +11,7 @@
 #include <new>
 
 #include <vsa/foundation/string_vector.h>
+#include "foundation/base/white_space.h"
 #include "foundation/text/letter_case.h"
 #include "foundation/text/short_text.h"
 #include "foundation/text/string_slab.h"
@@ -138,6 +139,11 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   return String(made);
 }
 
+// Out of line, by whole words: with memcmp in its place the read of links/100k took 5 % longer.
+bool String::hasCharactersOf(const String& other) const noexcept {
+  return detail::sameCharacters(buf(), other.buf(), len());
+}
+
 void String::assign(std::string_view text) {
   auto* const shared = static_cast<StringBuffer*>(object());
   if (text.empty() || shared == nullptr || !shared->hasRoomFor(text.size()) ||
@@ -247,9 +253,7 @@ String String::substring(std::size_t start, std::size_t count) const {
 }
 
 String String::trim(bool leading, bool trailing) const {
-  std::string_view kept = view();
-  while (leading && !kept.empty() && isSpace(kept.front())) kept.remove_prefix(1);
-  while (trailing && !kept.empty() && isSpace(kept.back())) kept.remove_suffix(1);
+  const std::string_view kept = detail::trimmed(view(), leading, trailing);
   return kept.size() == len() ? *this : copyOf(kept);
 }
 

@@ -9,7 +9,7 @@
 #endif
 
 #include <vsa/foundation/string.h>
-#include "foundation/text/letter_case.h"
+#include "foundation/base/hex_digits.h"
 
 namespace zn {
 
@@ -17,19 +17,14 @@ namespace {
 
 constexpr unsigned NO_UNIT = 0x10000;  // not a UTF-16 code unit
 
-// Of a hexadecimal digit: the letters come behind the decimal ones.
-unsigned hexValue(char c) {
-  if (c <= '9') return static_cast<unsigned>(c - '0');
-  return static_cast<unsigned>(toLowerCase(c) - 'a') + 10U;
-}
-
 // The value of exactly `count` hexadecimal digits at `at`, or NO_UNIT.
 unsigned hexDigits(const char* at, const char* end, int count) {
   if (end - at < count) return NO_UNIT;
   unsigned value = 0;
   for (int i = 0; i < count; ++i) {
-    if (!String::isHexDigit(at[i])) return NO_UNIT;
-    value = value * 16 + hexValue(at[i]);
+    const unsigned digit = detail::hexValue(at[i]);
+    if (digit == detail::NOT_A_DIGIT) return NO_UNIT;
+    value = value * 16 + digit;
   }
   return value;
 }

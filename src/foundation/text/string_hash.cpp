@@ -6,33 +6,17 @@
 #include <cstdint>
 
 #include <vsa/foundation/string.h>
-#include "foundation/text/short_text.h"
+#include "foundation/base/load_word.h"
+#include "foundation/base/wide_multiply.h"
 
 namespace zn {
 
 namespace {
 
-struct Wide {
-  std::uint64_t low;
-  std::uint64_t high;
-};
-
-Wide multiply(std::uint64_t a, std::uint64_t b) noexcept {
-#ifdef __SIZEOF_INT128__
-  __extension__ using Product = unsigned __int128;
-  const Product product = static_cast<Product>(a) * b;
-  return {static_cast<std::uint64_t>(product), static_cast<std::uint64_t>(product >> 64)};
-#else
-  const std::uint64_t aLow = a & 0xffffffffU, aHigh = a >> 32;
-  const std::uint64_t bLow = b & 0xffffffffU, bHigh = b >> 32;
-  const std::uint64_t low = aLow * bLow, mid1 = aHigh * bLow, mid2 = aLow * bHigh;
-  const std::uint64_t carry = ((low >> 32) + (mid1 & 0xffffffffU) + (mid2 & 0xffffffffU)) >> 32;
-  return {a * b, aHigh * bHigh + (mid1 >> 32) + (mid2 >> 32) + carry};
-#endif
-}
+using detail::loadWord;
 
 std::uint64_t fold(std::uint64_t a, std::uint64_t b) noexcept {
-  const Wide product = multiply(a, b);
+  const detail::Wide product = detail::multiply(a, b);
   return product.low ^ product.high;
 }
 
@@ -61,8 +45,6 @@ const Key& key() noexcept {
   static const Key drawn = drawKey();
   return drawn;
 }
-
-using detail::loadWord;
 
 // Up to three characters as one word.
 std::uint64_t loadFew(const char* at, std::size_t length) noexcept {

@@ -4,6 +4,7 @@
 #include <vsa/scene/name_update.h>
 #include "diagnostics/emitter.h"
 #include "foundation/base/prefetch.h"
+#include "foundation/text/string_prefetch.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -33,6 +34,7 @@ void forEach(const Snapshot& entries, const Visit& visit) {
       // An input mostly takes more than one cache line.
       zn::detail::prefetch(entries[i + AHEAD]->key);
       zn::detail::prefetch(entries[i + AHEAD]->key, 64);
+      zn::detail::StringPrefetch::prefetch(entries[i + AHEAD]->value.source);
     }
     visit(*entries[i]->key, entries[i]->value);
   }
