@@ -24,8 +24,10 @@ void compare(zn::korvo_sdk::impl::Lexer& lexer, vsa_tests::PlainLexer plain, con
         found.line != expected.line || found.column != expected.column) {
       checkSame(vsa_tests::tokenText(expected), vsa_tests::tokenText(found), source);
     }
-    if (expected.type == Token::Type::Eof || expected.type == Token::Type::Invalid) {
-      return countMessage(found.text.view());
+    if (expected.type == Token::Type::Invalid) return countMessage(lexer.problem().id);
+    if (expected.type == Token::Type::Eof) {
+      if (!(found.text == "EOF")) countMessage(zn::korvo_sdk::DiagnosticId::UnexpectedEof);
+      return;
     }
   }
 }

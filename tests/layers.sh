@@ -8,22 +8,23 @@ cd "$(dirname "$0")/.."
 layers() {
   cat <<'ROWS'
 include/vsa/foundation
+include/vsa/diagnostics    include/vsa/foundation
 include/vsa/scene          include/vsa/foundation
 include/vsa/model          include/vsa/foundation include/vsa/scene
-include/vsa                include/vsa/foundation include/vsa/scene include/vsa/model
+include/vsa                include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model
 src/foundation/base        include/vsa/foundation
 src/foundation/numbers     include/vsa/foundation src/foundation/base
 src/foundation/containers  include/vsa/foundation src/foundation/base
 src/foundation/text        include/vsa/foundation src/foundation/base src/foundation/numbers src/foundation/containers
-src/foundation/compression include/vsa/foundation src/foundation/base src/foundation/containers
+src/foundation/compression include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/containers
 src/foundation/io          include/vsa/foundation src/foundation/base
+src/diagnostics            include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
 src/scene                  include/vsa/foundation include/vsa/scene src/foundation/text
 src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers
-src/scene/model            include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/scene src/scene/model/storage
-src/vsa/diagnostics        include/vsa/foundation include/vsa/scene
-src/vsa/lex                include/vsa/foundation src/foundation/base src/foundation/text src/vsa/diagnostics
-src/vsa/apply              include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/vsa/diagnostics src/vsa/lex
-src/vsa                    include/vsa include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/diagnostics src/vsa/lex src/vsa/apply
+src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/base src/foundation/containers src/diagnostics src/scene src/scene/model/storage
+src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/text
+src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/vsa/lex
+src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply
 ROWS
 }
 

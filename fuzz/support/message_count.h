@@ -2,13 +2,12 @@
 // the place that raises it.
 #pragma once
 
-#include <string_view>
+#include <vsa/diagnostics/diagnostic.h>
 
 namespace vsa_fuzz {
 
-/// Counts the message that `text` is, and the messages that it quotes. Text that is none counts for
-/// nothing. The counts are appended, a line "COUNT NAME" each, to the file that the environment
-/// variable VSA_FUZZ_MESSAGES names, when the process exits.
-void countMessage(std::string_view text);
+/// Counts a message. The counts are appended, a line "COUNT NAME" each, to the file that the
+/// environment variable VSA_FUZZ_MESSAGES names, when the process exits.
+void countMessage(zn::korvo_sdk::DiagnosticId id);
 
 }  // namespace vsa_fuzz

@@ -35,9 +35,10 @@ template <class EntryPoint>
 Reading read(EntryPoint entryPoint) {
   Reading reading;
   reading.outcome = vsa_tools::captureRead([&] { return entryPoint(reading.report); });
-  for (const vsa_tools::LogEntry& entry : reading.outcome.log) countMessage(entry.text);
-  if (reading.outcome.escaped) countMessage(*reading.outcome.escaped);
-  countMessage(reading.report.cutOff.view());
+  for (const Diagnostic& diagnostic : reading.outcome.diagnostics) countMessage(diagnostic.id);
+  const auto& escaped = reading.outcome.escapedDiagnostic;
+  if (escaped) countMessage(escaped->id);
+  if (!reading.report.cutOff.isEmpty()) countMessage(DiagnosticId::UnexpectedEof);
   return reading;
 }
 

@@ -5,12 +5,6 @@ namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
 
-// Consumes a token that the grammar demands.
-void VsaParser::expect(Type type, const char* expected) {
-  if (!nextIs(type)) tokenError(expected, peek(0));
-  advance();
-}
-
 // "|" "=" (path | "null") ";"   The operator is two tokens.   `mesh1.tint |= mat1.outColor;`
 bool VsaParser::connect(AssignInfo& info) {
   if (!nextIs(Type::Pipe)) return false;

@@ -2,8 +2,6 @@
 #include <cstddef>
 #include <string_view>
 
-#include <vsa/foundation/log.h>
-#include "vsa/diagnostics/messages.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
@@ -24,12 +22,12 @@ String headerValue(const String& comment) {
   return comment.fromFirst(':', false).trim(true, true);
 }
 
-void setVersion(interfaces::IScene& scene, const String& comment) {
+void setVersion(interfaces::IScene& scene, const String& comment, const Emitter& messages) {
   unsigned long long version = 0;
   if (String::parse(headerValue(comment), version, String::Radix::Decimal)) {
     scene.setFileVersion(version);
   } else {
-    logWarning(BAD_VERSION, comment.buf());
+    messages.log(DiagnosticId::BadVersion, comment);
   }
 }
 
@@ -44,15 +42,15 @@ void setTime(interfaces::IScene& scene, const String& comment) {
 bool VsaParser::parseComment() {
   if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
-  take(comment);
+  advanceInto(comment);
   // A comment that holds both words sets the version only.
   const std::string_view text = comment.text.view();
   if (holdsKey(text, "version")) {
-    setVersion(target(), comment.text);
+    setVersion(sceneOrNone(), comment.text, emitter());
   } else if (holdsKey(text, "time")) {
-    setTime(target(), comment.text);
+    setTime(sceneOrNone(), comment.text);
   }
-  target().pushFileComment(comment.text);
+  sceneOrNone().pushFileComment(comment.text);
   return true;
 }
 

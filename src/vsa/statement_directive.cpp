@@ -6,6 +6,19 @@ namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
 
+namespace {
+
+// The last of these nodes that is of that type, or null.
+interfaces::INode* lastOfType(const ds::Vector<interfaces::INode*>& nodes, const String& type) {
+  interfaces::INode* last = nullptr;
+  for (interfaces::INode* const node : nodes) {
+    if (node->type() == type) last = node;
+  }
+  return last;
+}
+
+}  // namespace
+
 // keyword name end
 bool VsaParser::isDirective(std::string_view keyword, Type end) const {
   return peek(0).type == Type::Id && peek(1).type == Type::Id && peek(2).type == end &&
@@ -30,8 +43,7 @@ bool VsaParser::remove(RemoveInfo& info) {
 bool VsaParser::parseRemove() {
   RemoveInfo info;
   if (!remove(info)) return false;
-  hasRemoved_ = true;
-  target().removeNode(info.name.text);
+  sceneOrNone().removeNode(info.name.text);
   return true;
 }
 
@@ -45,8 +57,8 @@ bool VsaParser::define(DefineInfo& info) {
 bool VsaParser::parseDefine() {
   DefineInfo info;
   if (!define(info)) return false;
-  INode* node = target().findNode(info.name.text);
-  if (node == nullptr) node = target().defineNode(info.name.text);
+  INode* node = sceneOrNone().findNode(info.name.text);
+  if (node == nullptr) node = sceneOrNone().defineNode(info.name.text);
   if (node != nullptr) definedNodes.push_back(node);
   return true;
 }
@@ -67,8 +79,8 @@ bool VsaParser::declare(DeclareInfo& info) {
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
-  INode* node = target().findNode(info.name.text);
-  if (node == nullptr) node = target().createNode(info.type.text, info.name.text, String());
+  INode* node = sceneOrNone().findNode(info.name.text);
+  if (node == nullptr) node = sceneOrNone().createNode(info.type.text, info.name.text, String());
   if (info.isWith) withNode = node;
   return true;
 }
@@ -84,18 +96,9 @@ bool VsaParser::with(WithInfo& info) {
 bool VsaParser::parseWith() {
   WithInfo info;
   if (!with(info)) return false;
-  withNode = target().findNode(info.name.text);
-  if (withNode == nullptr) withNode = definedNodeOfType(info.name.text);
+  withNode = sceneOrNone().findNode(info.name.text);
+  if (withNode == nullptr) withNode = lastOfType(definedNodes, info.name.text);
   return true;
-}
-
-// The node of that type that was defined last, or null.
-interfaces::INode* VsaParser::definedNodeOfType(const String& type) const {
-  INode* last = nullptr;
-  for (INode* const node : definedNodes) {
-    if (node->type() == type) last = node;
-  }
-  return last;
 }
 
 }  // namespace zn::korvo_sdk::impl

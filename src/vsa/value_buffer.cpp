@@ -4,12 +4,10 @@
 #include <limits>
 #include <memory>
 
-#include <vsa/foundation/decompress.h>
-#include <vsa/foundation/log.h>
+#include "foundation/compression/compressed_text.h"
 #include "foundation/containers/hash_map.h"
 #include "foundation/numbers/number_list.h"
 #include "foundation/numbers/number_text.h"
-#include "vsa/diagnostics/messages.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
@@ -64,11 +62,6 @@ DataType elementTypeOf(const String& keyword) {
   const String lower = keyword.toLower(true);
   const TypeTable::Node* const scalar = scalarBufferTypes.findNode(lower);
   return scalar != nullptr ? scalar->value : vectorBufferTypes.get(lower);
-}
-
-// Counts are printed in full, with %llu.
-unsigned long long printable(std::uint64_t count) {
-  return count;
 }
 
 template <class Number>
@@ -151,77 +144,52 @@ NumberRun storeRun(const char* from, const char* end, DataType type, unsigned ch
   }
 }
 
-}  // namespace
-
-// keyword "[" count "]" "{" (numbers | "." compressed) "}"   `vec3f[2] {0 0 0, 1 0 0}`
-bool VsaParser::buffer(AssignInfo& info) {
-  const bool isShaped =
-      nextIs(Type::Id) && peek(1).type == Type::Brackets && peek(2).type == Type::Braces;
-  if (!isShaped) return false;
-  const DataType type = elementTypeOf(peek(0).text);
-  if (type == DataType::Null) return false;
-  match(info.valueToken, Type::Id);
-  match(info.countToken, Type::Brackets);
-  match(info.elementsToken, Type::Braces);
-
-  describeBuffer(info, type);
-  if (info.data.payload.buffer.bytes == 0) return true;
-  allocateElements(info);
-  // Only single bytes may come compressed: anywhere else "." begins a number.
-  const String& list = info.elementsToken.text;
-  if (componentBytes(type) == 1 && list.len() > 2 && list[1] == '.') {
-    compressedElements(info);
-  } else {
-    listedElements(info);
-  }
-  return true;
+[[noreturn]] void cannotAllocate(const AssignInfo& info, const Emitter& messages) {
+  messages.fatal(DiagnosticId::CannotAllocate, info.valueToken.text, info.countToken.text);
 }
 
 // Type, count and size; no memory yet.
-void VsaParser::describeBuffer(AssignInfo& info, DataType type) {
+void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   unsigned long long count = 0;
   const String text = info.countToken.text.trimChars("[]", String());
   if (!String::parse(text, count, String::Radix::Decimal)) {
-    parseError(INVALID_ELEMENT_COUNT, info.countToken.text.buf());
+    messages.fatal(DiagnosticId::InvalidElementCount, info.countToken.text);
   }
-  if (count > std::numeric_limits<std::size_t>::max() / elementBytes(type)) cannotAllocate(info);
+  const bool isTooLarge = count > std::numeric_limits<std::size_t>::max() / elementBytes(type);
+  if (isTooLarge) cannotAllocate(info, messages);
   info.data.type = AttrType::Buffer;
   info.data.elementType = static_cast<std::int32_t>(type);
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
-void VsaParser::cannotAllocate(const AssignInfo& info) {
-  parseError(CANNOT_ALLOCATE, info.valueToken.text.buf(), info.countToken.text.buf());
-}
-
-// One block of the exact size, zeroed. From here on it goes where the record's data goes: nobody
-// frees it when the literal turns out to be bad.
-void VsaParser::allocateElements(AssignInfo& info) {
+// One block of the exact size, zeroed. It is the record's data from here on, and is not freed when
+// the literal turns out to be bad.
+void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =
       static_cast<unsigned char*>(std::calloc(1, static_cast<std::size_t>(buffer.bytes)));
-  if (buffer.memory == nullptr) cannotAllocate(info);
+  if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
 // The text from the "." up to the closing brace, straight into the element memory. A result that is
 // shorter than the buffer leaves the rest zero.
-void VsaParser::compressedElements(AssignInfo& info) {
+void expandElements(const AssignInfo& info, const Emitter& messages) {
   const BufferValue& buffer = info.data.payload.buffer;
   const String& list = info.elementsToken.text;
-  String error;
   std::size_t length = 0;
-  decompressInto(reinterpret_cast<const unsigned char*>(list.buf()) + 1, list.len() - 2, error,
-                 buffer.memory, static_cast<std::size_t>(buffer.bytes), length);
-  if (length == 0) parseError("%s", error.buf());
+  const auto problem =
+      expandCompressedText(reinterpret_cast<const unsigned char*>(list.buf()) + 1, list.len() - 2,
+                           buffer.memory, static_cast<std::size_t>(buffer.bytes), length);
+  if (problem) messages.fatalWithoutArguments(*problem);
 }
 
-// Every piece between blanks is converted, and held against the buffer's end, before a piece that
-// would not convert is reported.
-void VsaParser::listedElements(AssignInfo& info) {
+// Every field between blanks is converted, and held against the buffer's end, before a field that
+// does not convert is reported.
+void convertElements(const AssignInfo& info, const Emitter& messages) {
   const BufferValue& buffer = info.data.payload.buffer;
   const DataType component = componentType(buffer.type);
   const std::uint64_t step = componentBytes(buffer.type);
-  const char* const keyword = info.valueToken.text.buf();
+  const String& keyword = info.valueToken.text;
   const String& list = info.elementsToken.text;
   const char* at = list.buf() + 1;
   const char* const end = list.buf() + list.len() - 1;
@@ -235,23 +203,50 @@ void VsaParser::listedElements(AssignInfo& info) {
     at = run.next;
     if (at >= end) break;
     const void* const blank = std::memchr(at, ' ', static_cast<std::size_t>(end - at));
-    const char* const pieceEnd = blank == nullptr ? end : static_cast<const char*>(blank);
-    if (pieceEnd != at) {
+    const char* const fieldEnd = blank == nullptr ? end : static_cast<const char*>(blank);
+    if (fieldEnd != at) {
       if (offset > buffer.bytes - step) {
-        const String piece = String::copyOf({at, static_cast<std::size_t>(pieceEnd - at)});
-        bufferError(TOO_MANY_ELEMENTS, piece.buf(), printable(offset / step), keyword,
-                    printable(buffer.count));
+        messages.fatal(DiagnosticId::TooManyElements,
+                       String::copyOf({at, static_cast<std::size_t>(fieldEnd - at)}), offset / step,
+                       keyword, buffer.count);
       }
-      ok = storeNumber(at, pieceEnd, component, buffer.memory + offset) && ok;
+      ok = storeNumber(at, fieldEnd, component, buffer.memory + offset) && ok;
       offset += step;
     }
-    at = pieceEnd + 1;
+    at = fieldEnd + 1;
   }
   if (offset < buffer.bytes) {
-    logWarning(TOO_FEW_ELEMENTS, printable(offset / elementBytes(buffer.type)), keyword,
-               printable(buffer.count));
+    messages.log(DiagnosticId::TooFewElements, offset / elementBytes(buffer.type), keyword,
+                 buffer.count);
   }
-  if (!ok) parseError(UNREADABLE_BUFFER, keyword);
+  if (!ok) messages.fatal(DiagnosticId::UnreadableBuffer, keyword);
+}
+
+}  // namespace
+
+// keyword "[" count "]" "{" (numbers | "." compressed) "}"   `vec3f[2] {0 0 0, 1 0 0}`
+bool VsaParser::buffer(AssignInfo& info) {
+  const bool isShaped =
+      nextIs(Type::Id) && peek(1).type == Type::Brackets && peek(2).type == Type::Braces;
+  if (!isShaped) return false;
+  const DataType type = elementTypeOf(peek(0).text);
+  if (type == DataType::Null) return false;
+  match(info.valueToken, Type::Id);
+  match(info.countToken, Type::Brackets);
+  match(info.elementsToken, Type::Braces);
+
+  const Emitter messages = emitter();
+  describeBuffer(info, type, messages);
+  if (info.data.payload.buffer.bytes == 0) return true;
+  allocateElements(info, messages);
+  // Only single bytes may come compressed: anywhere else "." begins a number.
+  const String& list = info.elementsToken.text;
+  if (componentBytes(type) == 1 && list.len() > 2 && list[1] == '.') {
+    expandElements(info, messages);
+  } else {
+    convertElements(info, messages);
+  }
+  return true;
 }
 
 // Converts one number and stores it at `out`, in the machine's representation.

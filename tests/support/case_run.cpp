@@ -23,16 +23,19 @@ bool readFrom(Source source, std::string_view text, zn::korvo_sdk::Scene& scene)
   return parseVsa(&scene, memoryFile(std::string(text), bytesPerRead), true);
 }
 
+/// The constant start of a line of an expectation with a warning of this row.
+std::string startOfWarning(const zn::korvo_sdk::DiagnosticRow& row) {
+  const std::string_view format = row.format;
+  return "  warning " + std::string(format.substr(0, format.find('%')));
+}
+
 /// Whether a line of an expectation is a warning of the link resolution.
 bool isResolutionWarning(std::string_view line) {
-  constexpr std::array<std::string_view, 4> STARTS = {
-      "  warning Invalid output: ",
-      "  warning Cannot connect nonexistent node ",
-      "  warning Cannot connect nonexistent output ",
-      "  warning Cannot assign nonexistent node ",
-  };
-  return std::any_of(STARTS.begin(), STARTS.end(),
-                     [&](auto start) { return line.starts_with(start); });
+  using enum zn::korvo_sdk::DiagnosticId;
+  constexpr std::array IDS = {InvalidOutput, NoNodeToConnect, NoOutputToConnect, NoNodeToAssign};
+  return std::any_of(IDS.begin(), IDS.end(), [&](auto id) {
+    return line.starts_with(startOfWarning(zn::korvo_sdk::rowOf(id)));
+  });
 }
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -76,6 +79,19 @@ std::string outcomeOf(std::string_view text, Source source) {
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return out.text();
+}
+
+std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
+  declareLamp();
+  zn::korvo_sdk::Scene scene;
+  zn::korvo_sdk::impl::ReadReport report;
+  const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead(
+      [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text), report); });
+  std::set<zn::korvo_sdk::DiagnosticId> ids;
+  for (const auto& diagnostic : outcome.diagnostics) ids.insert(diagnostic.id);
+  if (outcome.escapedDiagnostic) ids.insert(outcome.escapedDiagnostic->id);
+  if (!report.cutOff.isEmpty()) ids.insert(zn::korvo_sdk::DiagnosticId::UnexpectedEof);
+  return ids;
 }
 
 std::string comparable(const std::string& expectation) {

@@ -5,10 +5,12 @@
 
 #include <filesystem>
 #include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include "tests/support/text.h"
 
 namespace vsa_tests {
@@ -46,6 +48,9 @@ enum class Source {
 /// Reads `text` into a new scene and returns result, log and scene in the format of an expectation.
 /// Declares the node type of declared_lamp.h.
 std::string outcomeOf(std::string_view text, Source source);
+
+/// The messages that reading `text` raises, including those about an unterminated string or list.
+std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text);
 
 /// An expectation in the form in which outcomes are compared: consecutive warnings of the link
 /// resolution are sorted, because their order depends on addresses.

@@ -88,8 +88,7 @@ void fill(Scene& scene) {
 }
 
 ReadOutcome outcome() {
-  return {true,
-          std::nullopt,
+  return {{true, std::nullopt},
           {{zn::LogLevel::Warning, "ends in a blank "}, {zn::LogLevel::Error, "a\nb"}}};
 }
 
@@ -127,7 +126,7 @@ TEST(DumpJsonTest, WritesTheWholeScene) {
 
 TEST(DumpJsonTest, WritesAnEmptyScene) {
   TextOutput out;
-  dumpJson({false, "INVALID TOKEN (1,0): '}'", {}}, Scene(), out);
+  dumpJson({{false, "INVALID TOKEN (1,0): '}'"}, {}}, Scene(), out);
   EXPECT_EQ(
       out.text(),
       R"({"result":false,"escaped":"INVALID TOKEN (1,0): '}'","log":[],"fileVersion":0,"fileTime":"",)"
@@ -166,7 +165,7 @@ std::string nodesOf(const Scene& scene) {
       "\"nodes\":[\n";
   constexpr std::string_view TAIL = "\n]}\n";
   TextOutput out;
-  dumpJson({true, std::nullopt, {}}, scene, out);
+  dumpJson({{true, std::nullopt}, {}}, scene, out);
   const std::string& text = out.text();
   EXPECT_TRUE(nlohmann::json::accept(text)) << text;
   EXPECT_TRUE(text.starts_with(HEAD) && text.ends_with(TAIL)) << text;
@@ -367,7 +366,7 @@ scene
 
 TEST(DumpCaseTest, WritesOnlyTheResultOfAnEmptyScene) {
   TextOutput out;
-  dumpCase({false, "costs 5 $", {}}, Scene(), out);
+  dumpCase({{false, "costs 5 $"}, {}}, Scene(), out);
   EXPECT_EQ("result throws costs 5 $$\n", out.text());
 }
 

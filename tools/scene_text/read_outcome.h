@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/log.h>
 #include <vsa/foundation/string.h>
 
@@ -31,16 +32,30 @@ class LogCapture : public zn::LogSink {
   std::vector<LogEntry> entries;
 };
 
+/// A sink that keeps every record in memory.
+class DiagnosticCapture : public zn::korvo_sdk::DiagnosticSink {
+ public:
+  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override {
+    diagnostics.push_back(diagnostic);
+  }
+
+  std::vector<zn::korvo_sdk::Diagnostic> diagnostics;
+};
+
 /// How a read ended.
 struct ReadStatus {
   /// The result of the entry point; false if it threw.
   bool result = false;
   /// The text of the exception that the entry point threw.
   std::optional<std::string> escaped;
+  /// Its record, if it is a diagnostic.
+  std::optional<zn::korvo_sdk::Diagnostic> escapedDiagnostic = std::nullopt;
 };
 
 struct ReadOutcome : ReadStatus {
   std::vector<LogEntry> log;
+  /// The records of the log, one for each line that is about the text.
+  std::vector<zn::korvo_sdk::Diagnostic> diagnostics = {};
 };
 
 /// Calls `entryPoint()`, which returns bool, while `sink` receives the log of this thread. Catches
@@ -51,6 +66,9 @@ ReadStatus captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
   const zn::ScopedLogSink scope(&sink);
   try {
     status.result = entryPoint();
+  } catch (const zn::korvo_sdk::DiagnosticError& error) {
+    status.escaped = error.what();
+    status.escapedDiagnostic = error.diagnostic();
   } catch (const std::exception& error) {
     status.escaped = error.what();
   } catch (...) {
@@ -59,13 +77,16 @@ ReadStatus captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
   return status;
 }
 
-/// The same, with the log kept in memory.
+/// The same, with log and records kept in memory.
 template <class EntryPoint>
 ReadOutcome captureRead(EntryPoint entryPoint) {
-  LogCapture capture;
+  LogCapture log;
+  DiagnosticCapture records;
+  const zn::korvo_sdk::ScopedDiagnosticSink scope(&records);
   ReadOutcome outcome;
-  static_cast<ReadStatus&>(outcome) = captureRead(std::move(entryPoint), capture);
-  outcome.log = std::move(capture.entries);
+  static_cast<ReadStatus&>(outcome) = captureRead(std::move(entryPoint), log);
+  outcome.log = std::move(log.entries);
+  outcome.diagnostics = std::move(records.diagnostics);
   return outcome;
 }
 

@@ -1,5 +1,6 @@
 // vsa check: prints the diagnostics of each file and a summary.
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 #include "tools/vsa/commands.h"
@@ -13,17 +14,24 @@ namespace {
 
 /// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory: a
 /// log can be far longer than its text.
-class FileDiagnostics : public zn::LogSink {
+class FileDiagnostics : public zn::LogSink, public zn::korvo_sdk::DiagnosticSink {
  public:
   explicit FileDiagnostics(std::string name) : name_(std::move(name)) {}
 
+  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override {
+    position_ = positionOf(diagnostic);
+  }
+
+  /// The line of the record reported last, or a line without a record.
   void write(zn::LogLevel level, const zn::String& text) override {
-    print(positionIn(text.view()), level, text.view());
+    print(std::exchange(position_, std::nullopt), level, text.view());
   }
 
   /// Prints the errors that the log does not contain.
   void add(const FileOutcome& outcome) {
-    if (outcome.escaped) print(positionIn(*outcome.escaped), zn::LogLevel::Error, *outcome.escaped);
+    const auto& diagnostic = outcome.escapedDiagnostic;
+    const auto position = diagnostic ? positionOf(*diagnostic) : std::nullopt;
+    if (outcome.escaped) print(position, zn::LogLevel::Error, *outcome.escaped);
     for (const Loss& loss : outcome.losses) print(loss.position, zn::LogLevel::Error, loss.text);
   }
 
@@ -39,6 +47,7 @@ class FileDiagnostics : public zn::LogSink {
   }
 
   std::string name_;
+  std::optional<Position> position_;  // of the record whose line comes next
   size_t warnings_ = 0, errors_ = 0;
 };
 
@@ -55,6 +64,7 @@ class Check {
     }
     zn::korvo_sdk::Scene scene;
     FileDiagnostics diagnostics(shownName(name));
+    const zn::korvo_sdk::ScopedDiagnosticSink scope(&diagnostics);
     const FileOutcome outcome = readScene(scene, input, diagnostics);
     diagnostics.add(outcome);
     warnings_ += diagnostics.warnings();

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include <vsa/diagnostics/diagnostic.h>
+
 namespace vsa_tools {
 
 struct Position {
@@ -13,9 +15,8 @@ struct Position {
   friend bool operator==(const Position&, const Position&) = default;
 };
 
-/// The position in a log text, "KIND (LINE,COLUMN): ...", or nothing. Only the reader's own kinds
-/// at the start of the text count. Parentheses elsewhere can come from names in the scene file.
-std::optional<Position> positionIn(std::string_view text);
+/// The position that the diagnostic's log line shows, if it shows one.
+std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic);
 
 /// One line without its line end. `level` is "warning" or "error". Escapes file name and text with
 /// printable().

@@ -9,56 +9,34 @@
 #include <memory>
 #include <vector>
 
+#include "foundation/compression/compressed_text.h"
 #include "foundation/compression/deflate.h"
 #include "foundation/compression/hex_text.h"
 #include "foundation/compression/inflate.h"
 
 namespace zn {
 
+using korvo_sdk::DiagnosticId;
+
 namespace {
 
 constexpr char MARK = '.';
 
-constexpr char EMPTY[] = "compressed data is empty";
-constexpr char BAD_CHARACTER[] =
-    "compressed data holds a character that is not a hexadecimal digit";
-constexpr char ENDS_EARLY[] = "compressed data ends early";
-constexpr char CORRUPT[] = "compressed data is corrupt";
-constexpr char WRONG_CHECKSUM[] = "compressed data fails its checksum";
-constexpr char TOO_LARGE[] = "compressed data is larger than the buffer";
-
-const char* messageOf(InflateStatus status) {
+// What is wrong with a text whose stream ended like this; nothing when it is complete.
+std::optional<DiagnosticId> problemOf(InflateStatus status) {
   switch (status) {
     case InflateStatus::Done:
-      return nullptr;
+      return std::nullopt;
     case InflateStatus::EndsEarly:
-      return ENDS_EARLY;
+      return DiagnosticId::CompressedDataEndsEarly;
     case InflateStatus::WrongChecksum:
-      return WRONG_CHECKSUM;
+      return DiagnosticId::CompressedDataWrongChecksum;
     case InflateStatus::TooLarge:
-      return TOO_LARGE;
+      return DiagnosticId::CompressedDataTooLarge;
     case InflateStatus::Corrupt:
       break;
   }
-  return CORRUPT;
-}
-
-// Expands the text into `capacity` bytes; null, or the message of what is wrong.
-const char* expand(const unsigned char* data, std::size_t size, unsigned char* out,
-                   std::size_t capacity, std::size_t& length) {
-  const bool marked = size > 0 && data[0] == MARK;
-  const std::size_t markSize = marked ? 1 : 0;
-  HexFeed feed(data + markSize, size - markSize);
-  length = 0;
-  const InflateStatus status =
-      marked ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;
-  feed.skipRest();
-  if (feed.sawBadCharacter()) return BAD_CHARACTER;
-  if (!feed.sawDigit()) return EMPTY;
-  if (!marked) return CORRUPT;
-  if (feed.halfByte()) return ENDS_EARLY;
-  if (status == InflateStatus::Done && length == 0) return EMPTY;
-  return messageOf(status);
+  return DiagnosticId::CompressedDataCorrupt;
 }
 
 constexpr std::size_t LARGEST = std::numeric_limits<std::size_t>::max();
@@ -69,11 +47,29 @@ constexpr std::size_t timesOrLargest(std::size_t number, std::size_t factor) {
 
 }  // namespace
 
+std::optional<DiagnosticId> expandCompressedText(const unsigned char* data, std::size_t size,
+                                                 unsigned char* out, std::size_t capacity,
+                                                 std::size_t& length) {
+  const bool marked = size > 0 && data[0] == MARK;
+  const std::size_t markSize = marked ? 1 : 0;
+  HexFeed feed(data + markSize, size - markSize);
+  length = 0;
+  const InflateStatus status =
+      marked ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;
+  feed.skipRest();
+  if (feed.sawBadCharacter()) return DiagnosticId::CompressedDataBadCharacter;
+  if (!feed.sawDigit()) return DiagnosticId::CompressedDataEmpty;
+  if (!marked) return DiagnosticId::CompressedDataCorrupt;
+  if (feed.halfByte()) return DiagnosticId::CompressedDataEndsEarly;
+  if (status == InflateStatus::Done && length == 0) return DiagnosticId::CompressedDataEmpty;
+  return problemOf(status);
+}
+
 bool decompressInto(const unsigned char* data, std::size_t size, String& error, unsigned char* out,
                     std::size_t expectedSize, std::size_t& length) {
-  const char* const message = expand(data, size, out, expectedSize, length);
-  if (message == nullptr) return true;
-  error = message;
+  const auto problem = expandCompressedText(data, size, out, expectedSize, length);
+  if (!problem) return true;
+  error = korvo_sdk::rowOf(*problem).format;
   length = 0;
   return false;
 }
@@ -90,10 +86,10 @@ std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std
   for (;;) {
     std::unique_ptr<unsigned char[]> bytes(new unsigned char[capacity]);
     std::size_t length;
-    const char* const message = expand(data, size, bytes.get(), capacity, length);
-    if (message == nullptr) return {bytes.release(), length};
-    if (message != TOO_LARGE || capacity == expectedSize) {
-      error = message;
+    const auto problem = expandCompressedText(data, size, bytes.get(), capacity, length);
+    if (!problem) return {bytes.release(), length};
+    if (problem != DiagnosticId::CompressedDataTooLarge || capacity == expectedSize) {
+      error = korvo_sdk::rowOf(*problem).format;
       return {nullptr, 0};
     }
     capacity = std::min(expectedSize, timesOrLargest(capacity, GROWTH));

@@ -10,10 +10,10 @@
 #include <string>
 #include <utility>
 
-#include <vsa/foundation/log.h>
 #include <vsa/model/node.h>
 #include <vsa/model/output.h>
 #include <vsa/model/scene.h>
+#include "diagnostics/emitter.h"
 #include "scene/node_type_table.h"
 
 namespace zn::korvo_sdk {
@@ -395,7 +395,7 @@ void Input::setNode(interfaces::INode* node) {
     return;
   }
   const String name = node == nullptr ? String("null") : node->name();
-  logWarning("Cannot assign node %s to %s of type %s.", name.buf(), path().buf(), typeName().buf());
+  Emitter().log(DiagnosticId::CannotAssignNode, name, path(), typeName());
 }
 
 }  // namespace zn::korvo_sdk

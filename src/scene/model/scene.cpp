@@ -1,9 +1,9 @@
 #include <vsa/model/scene.h>
 
 #include <algorithm>
-#include <stdexcept>
 
 #include <vsa/model/input.h>
+#include "diagnostics/emitter.h"
 #include "foundation/base/prefetch.h"
 
 namespace zn::korvo_sdk {
@@ -74,18 +74,12 @@ void Scene::removeNode(const String& name) {
 }
 
 void Scene::refuseDepth(const String& newPath) const {
-  throw std::runtime_error(String::format("input %s is nested deeper than %llu levels",
-                                          newPath.buf(),
-                                          static_cast<unsigned long long>(depthLimit_))
-                               .buf());
+  Emitter().fatal(DiagnosticId::NestedTooDeeply, newPath, depthLimit_);
 }
 
 void Scene::checkEmptyElements(const Input& array) const {
   if (emptyElements_ < emptyElementLimit_) return;
-  throw std::runtime_error(
-      String::format("array %s cannot grow past the scene's limit of %llu empty elements",
-                     array.path().buf(), static_cast<unsigned long long>(emptyElementLimit_))
-          .buf());
+  Emitter().fatal(DiagnosticId::TooManyEmptyElements, array.path(), emptyElementLimit_);
 }
 
 }  // namespace zn::korvo_sdk

@@ -5,10 +5,10 @@
 #include <cstring>
 #include <string_view>
 
+#include "diagnostics/emitter.h"
+
 #include <vsa/foundation/char_class.h>
-#include "vsa/diagnostics/messages.h"
 #include "vsa/lex/byte_scan.h"
-#include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/list_normalizer.h"
 #include "vsa/lex/token_scan.h"
 
@@ -165,17 +165,27 @@ Token Lexer::eof() const {
 }
 
 Token Lexer::invalidToken() const {
-  return {Type::Invalid, String::format(INVALID_TOKEN, line, column, lookaheadChar), line, column};
-}
-
-Token Lexer::unexpectedEof(const String& what) const {
-  return {Type::Eof, String::format(UNEXPECTED_EOF, what.buf()), line, column};
+  return invalid(DiagnosticId::InvalidToken, String());
 }
 
 Token Lexer::invalidListToken(const String& what) const {
-  return {Type::Invalid,
-          String::format(INVALID_LIST_TOKEN, what.buf(), line, column, lookaheadChar), line,
-          column};
+  return invalid(DiagnosticId::InvalidListToken, what);
+}
+
+// The position is that of the last character before the one that no token may hold.
+Token Lexer::invalid(DiagnosticId id, const String& list) const {
+  problem_ = {id,
+              diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
+              line,
+              column,
+              Diagnostic::UNKNOWN_OFFSET,
+              list};
+  return {Type::Invalid, problem_.logLine(), line, column};
+}
+
+Token Lexer::unexpectedEof(const String& what) const {
+  const char* const format = rowOf(DiagnosticId::UnexpectedEof).format;
+  return {Type::Eof, diagnostic_detail::formatMessage(format, what.buf()), line, column};
 }
 
 Token Lexer::nextToken() {

@@ -10,6 +10,7 @@
 #include <cstdint>
 #include <string_view>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/string.h>
 #include <vsa/foundation/vector.h>
 #include "vsa/lex/byte_scan.h"
@@ -45,7 +46,7 @@ class Lexer {
 
   /// The next token. White space and characters that are not printable are skipped.
   Token nextToken();
-  /// The same into `out`; defined in lexer_in_sight.h.
+  /// The same into `out`.
   void nextToken(Token& out);
 
   // One token of its kind, from `lookaheadChar` on.
@@ -70,6 +71,9 @@ class Lexer {
   void list(ds::Vector<char>& chars, char open, char close);
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
+
+  /// The record behind the last Invalid token; its log line is that token's text.
+  const Diagnostic& problem() const noexcept { return problem_; }
 
   /// True when a byte 0xFF, and not the end of the source, is what ends the input.
   bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
@@ -108,17 +112,19 @@ class Lexer {
   void appendRun(std::size_t count);
   void roomForList(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
-  bool readInSight(Token& out);
-  bool readLongInSight(Token::Type type, const char* at, LineFeeds feeds, Token& out);
-  void passTo(const char* end, const LineFeeds& feeds, Token& out) noexcept;
+  bool readBuffered(Token& out);
+  bool readLongBuffered(Token::Type type, const char* at, LineFeeds feeds, Token& out);
+  void consumeTo(const char* end, const LineFeeds& feeds, Token& out) noexcept;
   Token readByCharacters();
   Token bracketedList(const ListKind& kind);
   Token taken(Token::Type type);
   Token takenList(Token::Type type);
+  Token invalid(DiagnosticId id, const String& list) const;
 
   ds::Vector<char> chars_;  // the characters of the token at hand
   TokenTexts texts_;
   bool sourceEnded_ = false;
+  mutable Diagnostic problem_;  // the functions that make Invalid tokens are const
 };
 
 // --- positions ---

@@ -1,5 +1,14 @@
-// The short cut for numbers, strings, comments and lists.
-#include "vsa/lex/lexer_fast_path.h"
+// The lexer's fast path: a token that is buffered whole, from the white space before it to the
+// character behind it, and whose text is a copy of its characters. Nothing is collected, and the
+// position is computed once a token. Every other token is read character by character, with the
+// same result.
+#include <cstddef>
+#include <string_view>
+
+#include <vsa/foundation/char_class.h>
+#include "vsa/lex/byte_scan.h"
+#include "vsa/lex/lexer.h"
+#include "vsa/lex/token_scan.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -8,13 +17,13 @@ namespace {
 using char_class::is;
 using Type = Token::Type;
 
-// How far ahead a list is looked at before its reader decides that it is a long one.
-constexpr std::ptrdiff_t SHORT_LIST = 256;
+// A list whose end lies further ahead is long, and is left to the list reader.
+constexpr std::ptrdiff_t MAX_SHORT_LIST_BYTES = 256;
 
-// Where tokens end that begin at a place, or null when the end is not in sight.
+// The end of a token that begins at `at`, or null when it is not buffered.
 
 const char* endOfShortList(const char* at, const char* last, char close) {
-  const char* const limit = last - at > SHORT_LIST ? at + SHORT_LIST : last;
+  const char* const limit = last - at > MAX_SHORT_LIST_BYTES ? at + MAX_SHORT_LIST_BYTES : last;
   const char* const end = endOfPlainList(at + 1, limit);
   return end != limit && *end == close && end[-1] != ' ' ? end + 1 : nullptr;
 }
@@ -27,8 +36,50 @@ const char* endOfBrackets(const char* at, const char* last) {
 
 }  // namespace
 
+void Lexer::nextToken(Token& out) {
+  if (!readBuffered(out)) out = readByCharacters();
+}
+
+// Consumes the characters up to `end`: the position is that of the token `out`.
+void Lexer::consumeTo(const char* end, const LineFeeds& feeds, Token& out) noexcept {
+  passLines(static_cast<std::size_t>(end - windowBegin), feeds);
+  out.line = line;
+  out.column = column;
+}
+
+// False with nothing consumed when the token is not in sight.
+bool Lexer::readBuffered(Token& out) {
+  const char* const last = windowLast();
+  const char* at = windowBegin;
+  if (at == last) return false;
+  LineFeeds feeds{0, nullptr};
+  for (; char_class::is(*at, char_class::WHITE); ++at) {
+    if (at == last) return false;
+    if (*at == '\n') {
+      ++feeds.count;
+      feeds.last = at;
+    }
+  }
+  if (at == last) return false;
+  const Token::Type type = firstOf(*at);
+  if (type == Token::Type::Id) {
+    const char* const end = endOfName(at + 1, last);
+    if (end == last) return false;
+    consumeTo(end, feeds, out);
+    texts_.word({at, static_cast<std::size_t>(end - at)}, out);
+    return true;
+  }
+  if (isOneCharacter(type)) {
+    consumeTo(at + 1, feeds, out);
+    out.type = type;
+    out.text = texts_.character(*at);
+    return true;
+  }
+  return readLongBuffered(type, at, feeds, out);
+}
+
 // For a token that is neither a name nor of one character, and that begins at `at`.
-bool Lexer::readLongInSight(Type type, const char* at, LineFeeds feeds, Token& out) {
+bool Lexer::readLongBuffered(Type type, const char* at, LineFeeds feeds, Token& out) {
   const char* const last = windowLast();
   const char* end = nullptr;
   if (type == Type::Int) {
@@ -50,7 +101,7 @@ bool Lexer::readLongInSight(Type type, const char* at, LineFeeds feeds, Token& o
     end = endOfShortList(at, last, '}');
   }
   if (end == nullptr || end == last) return false;
-  passTo(end, feeds, out);
+  consumeTo(end, feeds, out);
   out.type = type;
   const std::string_view text(at, static_cast<std::size_t>(end - at));
   if (type == Type::Comment) {

@@ -174,36 +174,6 @@ TEST_F(Resolve, ReferencesThatFail) {
   }
 }
 
-// A scene is told of the nodes of later links, in the order in which it will be asked for them.
-TEST_F(Resolve, NodesOfLaterLinksAreExpected) {
-  std::deque<HostInput> inputs;
-  for (int i = 0; i < 40; ++i) {
-    const std::string node = "b" + std::to_string(i);
-    scene_.add("lamp", node);
-    inputs.emplace_back(scene_.options, "n.i", AttrType::Null);
-    parser_.references.set(&inputs.back(), reference(name(node)));
-  }
-  parser_.resolveReferences();
-  Lines asked;
-  for (std::size_t i = 0; i < 40; ++i) {
-    asked.push_back(scene_.options.calls[i].substr(std::string("n.i.setNode ").size()));
-  }
-  EXPECT_EQ(scene_.expectedNodes, Lines(asked.begin() + 24, asked.end()));
-}
-
-// Nothing is expected for a link that looks for no node.
-TEST_F(Resolve, NoNodeIsExpectedForNull) {
-  std::deque<HostInput> inputs;
-  for (int i = 0; i < 40; ++i) {
-    inputs.emplace_back(scene_.options, "n.i", AttrType::Null);
-    parser_.references.set(&inputs.back(), reference({Token::Type::Null, "null", 1, 1}));
-    parser_.connections.set(&inputs.back(), connection({"null"}));
-  }
-  parser_.resolveConnections();
-  parser_.resolveReferences();
-  EXPECT_EQ(scene_.expectedNodes, Lines{});
-}
-
 // The low 8 bits of the addresses give the order; inputs that share them keep that of the text.
 TEST_F(Resolve, TheOrderIsThatOfTheAddresses) {
   constexpr std::size_t STEP = 64;
