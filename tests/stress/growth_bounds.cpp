@@ -10,21 +10,13 @@
 // The time excludes page faults: before the reads, the process gets all the memory that they need
 // from the system. Page faults cost as much as the reading and depend on what the allocator keeps.
 //
-//   growth_bounds                all stress texts, 1 to 64 MiB
-//   growth_bounds --quick        1 MiB; checks heap and stack, but not speed
-//   growth_bounds --file         reads from a File
-//   growth_bounds --only TEXT    stress texts with TEXT in their name
-//   growth_bounds --huge         reads texts of more than 2 and 4 GiB instead; see huge_text.h
-//   growth_bounds --percent N    N percent of each size; memory that grows by doubling is worst
-//   just
-//                                after a power of two
-//
 // Every size runs in a process of its own, so a crash fails one stress text and not the program.
 #include <malloc.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
@@ -277,27 +269,6 @@ class Measurement {
   std::string failures_;
 };
 
-std::optional<Options> optionsFrom(int count, char** arguments) {
-  Options options;
-  for (int i = 1; i < count; ++i) {
-    const std::string argument = arguments[i];
-    if (argument == "--quick") {
-      options.quick = true;
-    } else if (argument == "--file") {
-      options.fromFile = true;
-    } else if (argument == "--huge") {
-      options.huge = true;
-    } else if (argument == "--only" && i + 1 < count) {
-      options.only = arguments[++i];
-    } else if (argument == "--percent" && i + 1 < count) {
-      options.percent = std::strtoul(arguments[++i], nullptr, 10);
-    } else {
-      return {};
-    }
-  }
-  return options;
-}
-
 int runAll(const Options& options) {
   std::printf("%-44s %9s %7s %10s %9s %7s\n", "stress text", "MB/s", "growth", "heap/text",
               "declared", "stack");
@@ -317,11 +288,18 @@ int runAll(const Options& options) {
 }  // namespace vsa_tests
 
 int main(int argumentCount, char** arguments) {
-  const auto options = vsa_tests::optionsFrom(argumentCount, arguments);
-  if (!options) {
-    std::fprintf(stderr,
-                 "usage: growth_bounds [--quick] [--file] [--huge] [--only TEXT] [--percent N]\n");
-    return 2;
-  }
-  return options->huge ? vsa_tests::readHugeTexts() : vsa_tests::runAll(*options);
+  vsa_tests::Options options;
+  CLI::App app("Measures the cost of reading the stress texts and checks its bounds.",
+               "growth_bounds");
+  app.add_flag("--quick", options.quick, "Read 1 MiB only; check heap and stack, but not speed");
+  app.add_flag("--file", options.fromFile, "Read from a File instead of a String");
+  app.add_option("--only", options.only, "Read the stress texts with TEXT in their name")
+      ->type_name("TEXT");
+  app.add_flag("--huge", options.huge, "Read texts of more than 2 and 4 GiB instead");
+  app.add_option("--percent", options.percent,
+                 "Read N percent of each size; memory that grows by doubling is worst just after a "
+                 "power of two")
+      ->type_name("N");
+  CLI11_PARSE(app, argumentCount, arguments);
+  return options.huge ? vsa_tests::readHugeTexts() : vsa_tests::runAll(options);
 }
