@@ -77,7 +77,6 @@ struct Input final : IInput {
 };
 struct Output final : IOutput {
   Output(const INode& from, const String& called) : node(from), label(called) {}
-  String name() const override { return label; }
   const INode& node;
   String label;
 };

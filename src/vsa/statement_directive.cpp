@@ -1,5 +1,6 @@
 // Directives: remove, define, with, and declarations. Each recogniser looks at three tokens before
 // it consumes one; keywords are matched in any letter case, names exactly.
+#include "foundation/text/letter_case.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

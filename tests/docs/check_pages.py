@@ -35,7 +35,7 @@ import tempfile
 
 import format_tables
 import recipe
-from markdown import Page
+from markdown import Page, code_of
 
 HERE = os.path.dirname(os.path.abspath(__file__))
 ROOT = os.path.dirname(os.path.dirname(HERE))
@@ -113,6 +113,51 @@ def expect(what, found, stated):
 def outcome(block, language):
     """The text of the block's outcome of that language, or None."""
     return next((other.text for other in block.outcomes if other.language == language), None)
+
+
+# What `vsa check` says about these bytes is in docs/messages.md, in the section "What the command adds".
+DAMAGED = {
+    "this looks like UTF-16": "lamp sun;".encode("utf-16"),
+    "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
+    "a byte 0xFF": b"lamp sun; \xff lamp moon;",
+    "the text is cut off": b'lamp sun; "never closed',
+}
+
+
+def check_command_messages(tools, page, report):
+    for row in page.rows:
+        if row.section != "What the command adds":
+            continue
+        stated = re.match(r"`([^`]*)`", row.cells[0])[1]
+        damage = next((data for text, data in DAMAGED.items() if stated.startswith(text)), None)
+        if damage is None:
+            report.not_run.append((row.place, f"'{stated}' needs a file that cannot be read"))
+            continue
+        with open(tools.path("damaged.vsa"), "wb") as file:
+            file.write(damage)
+        status, printed = tools.attempt([tools.vsa, "check", "damaged.vsa"])
+        if status != 1 or stated.removesuffix("...") not in printed:
+            report.fail(row.place, f"status {status}: {printed}")
+        report.count("damaged files")
+
+
+def check_table_of_messages(tools, page, report):
+    """The page has the rows of the table of diagnostics, and each paragraph begins with the line that is logged."""
+    rows = {code_of(row.cells[1])[0]: row for row in page.rows if re.match(r"\[`", row.cells[1])}
+    paragraphs = {heading: text for heading, text in page.first_lines()}
+    for line in tools.run([tools.host("print_table")]).splitlines():
+        name, kind, severity, logged = line.split("\t")
+        row, place = rows.get(name), f"{page.name}: {name}"
+        if row is None or name not in paragraphs:
+            report.fail(place, "there is no row or no paragraph")
+            continue
+        level, fatal = ("error", "yes") if severity == "fatal" else (severity, "no")
+        stated = [row.cells[2].replace("...", "%s"), row.cells[3], row.cells[4]]
+        if stated != [kind or "none", level, fatal]:
+            report.fail(row.place, f"{name} is {kind or 'none'}, {level}, fatal: {fatal}")
+        if not paragraphs[name].startswith(f"`{logged}`"):
+            report.fail(place, f"the paragraph does not begin with `{logged}`")
+        report.count("messages")
 
 
 def lines_of(texts):
@@ -338,6 +383,8 @@ def main():
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)
         format_tables.check(pages["docs/format.md"], tools.dump, messages_of, report)
+        check_command_messages(tools, pages["docs/messages.md"], report)
+        check_table_of_messages(tools, pages["docs/messages.md"], report)
         tools.compile(tools.path("app.cpp"), tools.path("app"))
         check_readme_program(tools, tools.path("app"), report)
     check_links(pages, report)

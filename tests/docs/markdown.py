@@ -75,6 +75,16 @@ class Page:
         if block is not None:
             raise ValueError(f"{self.name}:{block.line}: the block is not closed")
 
+    def first_lines(self):
+        """Each heading with the line of prose that follows it."""
+        heading = None
+        for _, line in self.prose:
+            if line.startswith("#"):
+                heading = line.lstrip("# ")
+            elif heading is not None:
+                yield heading, line
+                heading = None
+
     def anchors(self):
         return {anchor_of(heading) for heading in self.headings}
 

@@ -130,10 +130,10 @@ std::vector<std::string> operationsOfInterface() {
   std::string prefix;
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with(CLASS)) {
-      // A WatchedScene tells the operations of these two from an input's by a word in front.
+      // A WatchedScene tells the operations of a node from an input's by a word in front.
       const std::string type =
           line.substr(CLASS.size(), line.find(' ', CLASS.size()) - CLASS.size());
-      prefix = type == "INode" ? "node " : type == "IOutput" ? "output " : "";
+      prefix = type == "INode" ? "node " : "";
     } else if (line.starts_with(OPERATION)) {
       const std::size_t end = line.find('(');
       const std::size_t begin = line.find_last_of(" *&", end) + 1;

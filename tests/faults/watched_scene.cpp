@@ -59,16 +59,9 @@ class WatchedScene::WatchedEnumeration final : public host::IEnumeration {
 
 class WatchedScene::WatchedOutput final : public host::IOutput {
  public:
-  WatchedOutput(WatchedScene& scene, host::IOutput& watched) : real(watched), scene_(scene) {}
-  String name() const override {
-    scene_.call("output name");
-    return real.name();
-  }
+  explicit WatchedOutput(host::IOutput& watched) : real(watched) {}
 
   host::IOutput& real;
-
- private:
-  WatchedScene& scene_;
 };
 
 class WatchedScene::WatchedNode final : public host::INode {
@@ -232,7 +225,7 @@ WatchedScene::WatchedInput* WatchedScene::watched(host::IInput* input) {
 WatchedScene::WatchedOutput* WatchedScene::watched(host::IOutput* output) {
   if (output == nullptr) return nullptr;
   auto& slot = outputs_[output];
-  if (slot == nullptr) slot = std::make_unique<WatchedOutput>(*this, *output);
+  if (slot == nullptr) slot = std::make_unique<WatchedOutput>(*output);
   return slot.get();
 }
 
@@ -246,11 +239,6 @@ const WatchedScene::WatchedEnumeration* WatchedScene::watched(const host::IEnume
 host::INode* WatchedScene::findNode(const String& name) {
   call("findNode");
   return watched(scene_.findNode(name));
-}
-
-void WatchedScene::expectNode(const String& name) {
-  call("expectNode");
-  scene_.expectNode(name);
 }
 
 host::INode* WatchedScene::createNode(const String& type, const String& name,

@@ -65,7 +65,6 @@ class WatchedScene final : public zn::korvo_sdk::interfaces::IScene {
   // IScene.
 
   zn::korvo_sdk::interfaces::INode* findNode(const zn::String& name) override;
-  void expectNode(const zn::String& name) override;
   zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,
                                                const zn::String& reserved) override;
   zn::korvo_sdk::interfaces::INode* defineNode(const zn::String& name) override;

@@ -375,22 +375,6 @@ TEST(SceneValues, SetMakesAnEmptyBuffer) {
   EXPECT_EQ(buffer->buffer().memory, nullptr);
 }
 
-// What is expected is looked up as ever, there or not, and nothing comes of it.
-TEST(SceneNodes, ExpectingANodeChangesNothing) {
-  Scene scene;
-  for (int i = 0; i < 100; ++i) {
-    scene.createNode("open", String(static_cast<unsigned long long>(i)), "");
-  }
-  scene.removeNode("17");
-  for (unsigned long long i = 0; i < 200; ++i) {
-    scene.expectNode(String((i + 24) % 200));
-    const Node* const node = scene.findNode(String(i));
-    EXPECT_EQ(node != nullptr, i < 100 && i != 17) << i;
-    EXPECT_TRUE(node == nullptr || node->name() == String(i)) << i;
-  }
-  EXPECT_EQ(scene.nodeCount(), 99U);
-}
-
 TEST(SceneValues, AssignTakesTheMemoryOver) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");

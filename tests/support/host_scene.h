@@ -47,7 +47,7 @@ struct HostOptions {
 class HostOutput final : public host::IOutput {
  public:
   explicit HostOutput(std::string where) : where_(std::move(where)) {}
-  zn::String name() const override { return string(where_); }
+  const std::string& where() const { return where_; }
 
  private:
   std::string where_;
@@ -128,7 +128,7 @@ class HostInput final : public host::IInput {
     if (value.type == sdk::AttrType::String) std::free(value.payload.string);
   }
   void connect(host::IOutput* output) override {
-    options_.record(where_ + ".connect " + text(output->name()));
+    options_.record(where_ + ".connect " + static_cast<HostOutput*>(output)->where());
   }
   void disconnect() override { options_.record(where_ + ".disconnect"); }
   void setNode(host::INode* node) override {
@@ -225,13 +225,11 @@ class HostNode final : public host::INode {
 class HostScene final : public host::IScene {
  public:
   HostOptions options;
-  std::vector<std::string> expectedNodes;  ///< What the reader said that it will look for.
 
   HostNode* findNode(const zn::String& name) override {
     const auto at = nodes_.find(text(name));
     return at == nodes_.end() ? nullptr : &at->second;
   }
-  void expectNode(const zn::String& name) override { expectedNodes.push_back(text(name)); }
   HostNode* createNode(const zn::String& type, const zn::String& name,
                        const zn::String& reserved) override {
     options.record("createNode " + text(type) + ' ' + text(name) + " <" + text(reserved) + '>');

@@ -9,22 +9,27 @@
 
 namespace zn {
 
+namespace detail {
+class OpenFile;
+}
+
 /// Where the bytes of a File come from. A host derives from it to read from an archive, a socket or
 /// memory. Made with `new`; the File's handles own it. What its operations throw leaves `File`, and
 /// goes through the reader as what a scene throws does.
 class VSA_API ByteSource : public RefCounted {
  public:
   /// Puts up to `capacity` (1 or more) bytes into `to` and returns how many; 0 at the end or on a
-  /// failure, never more than `capacity`. After 0 it may be asked again.
+  /// failure, never more than `capacity`. After 0 it may be asked again. While it runs, the file
+  /// reads as at its end.
   virtual std::size_t read(char* to, std::size_t capacity) = 0;
   /// What went wrong when a read failed, for people; empty when none did. Once it is not empty it
   /// stays so.
   virtual String error() const { return String(); }
 };
 
-/// A counted handle: copies share one file and one place in it, for one thread at a time. The file
-/// is closed with the last of them. A File that could not be opened, or was never opened, reads
-/// like an empty one; `error` tells the difference.
+/// A counted handle: copies share one file and one read position, for one thread at a time. The
+/// file is closed with the last of them. A File that could not be opened, or was never opened,
+/// reads like an empty one; `error` tells the difference.
 class VSA_API File : public RefersTo<RefCounted> {
  public:
   /// A file that is not open.
@@ -59,8 +64,12 @@ class VSA_API File : public RefersTo<RefCounted> {
   /// The bytes that the next calls of `read` would deliver, as far as they are in memory: at least
   /// one, or none at the end. They stay where they are until the file is read or filled again.
   Window fill();
-  /// Moves on past the first `count` bytes of the last `fill`, which delivered at least as many.
+  /// Moves on past the first `count` bytes of the last `fill`, or past all of them when there are
+  /// fewer.
   void skip(std::size_t count) noexcept;
+
+ private:
+  friend class detail::OpenFile;
 };
 
 }  // namespace zn

@@ -12,8 +12,6 @@
 #include <vsa/foundation/char_class.h>
 #include <vsa/foundation/ref_counted.h>
 #include <vsa/foundation/vector.h>
-#include "foundation/base/prefetch.h"
-#include "foundation/text/short_text.h"
 
 namespace zn {
 
@@ -114,12 +112,6 @@ class VSA_API String : public RefersTo<IRefCounted> {
   bool isEmpty() const noexcept { return object() == nullptr; }
   /// The same characters as a view; valid while a handle to them lives.
   std::string_view view() const noexcept { return {buf(), len()}; }
-  /// Has the memory fetched in which a short text is kept: it will be read soon.
-  void prefetch() const noexcept {
-    // Header and characters lie on one cache line or on two.
-    detail::prefetch(object());
-    detail::prefetch(object(), sizeof(detail::StringBuffer) + 8);
-  }
   /// The i-th character, or NUL past the end.
   char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars()[i] : '\0'; }
 
@@ -128,8 +120,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String operator+(const char* other) const;
   /// Equal characters, letter case counting. A `const char*` ends at its NUL and is not null.
   bool operator==(const String& other) const noexcept {
-    return object() == other.object() ||
-           (!isKnownToDiffer(other) && detail::sameCharacters(view(), other.view()));
+    return object() == other.object() || (!isKnownToDiffer(other) && view() == other.view());
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
@@ -235,19 +226,5 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
 template <>
 inline constexpr bool ds::MOVES_AS_BYTES<String> = true;
-
-/// The letter `c` in lower case (A to Z only).
-constexpr char toLowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
-}
-
-/// Whether `text` is `word`, which is given in lower case, in any letter case.
-constexpr bool isWord(std::string_view text, std::string_view word) {
-  if (text.size() != word.size()) return false;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (toLowerCase(text[i]) != word[i]) return false;
-  }
-  return true;
-}
 
 }  // namespace zn

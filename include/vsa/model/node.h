@@ -8,7 +8,6 @@
 #include <vsa/model/input.h>
 #include <vsa/model/output.h>
 #include <vsa/scene/scene_interface.h>
-#include "foundation/base/prefetch.h"
 #include "scene/model/storage/named_list.h"
 
 namespace zn::korvo_sdk {
@@ -63,11 +62,6 @@ class VSA_API Node final : public interfaces::INode {
   };
 
   Rare& rare();
-  // Has the memory fetched that a look-up by name and one of its output come to next.
-  void prefetch() const noexcept {
-    name_.prefetch();
-    detail::prefetch(output_);
-  }
   Input* make(const String& name, AttrType type, AttrType elementType);
   // `elementType`: of an array's elements, or the DataType of a buffer's; 0 while not set.
   Input* add(const String& name, AttrType type, std::int32_t elementType);

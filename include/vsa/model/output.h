@@ -15,7 +15,7 @@ class VSA_API Output final : public interfaces::IOutput {
   /// For the node: use Node::output.
   Output(Node* node, String name) : node_(node), name_(std::move(name)) {}
 
-  String name() const override { return name_; }
+  const String& name() const noexcept { return name_; }
   /// The node that the output is of; never null.
   Node* node() const noexcept { return node_; }
 

@@ -60,7 +60,6 @@ class VSA_API Scene final : public interfaces::IScene {
 
   /// The node of exactly that name, or null.
   Node* findNode(const String& name) override;
-  void expectNode(const String& name) override;
   /// Null when a node has that name already. `reserved` is unused.
   Node* createNode(const String& type, const String& name, const String& reserved) override;
   /// The node of that name; a new one, with the name as its type, when there is none.
@@ -95,22 +94,12 @@ class VSA_API Scene final : public interfaces::IScene {
     String missing;
   };
 
-  // Names that will be looked up soon. A look-up goes from the index to the node and on to its
-  // name: each step is taken some names after the one before, when its memory has come.
-  struct ExpectedNode {
-    std::uint64_t hash = 0;
-    std::uint64_t slot = ds::HashIndex::NONE;
-  };
-  static constexpr std::uint64_t STEP = 8;  // names from one step to the next
-
   Blocks blocks_;
   Slabs<Node, Scene> nodes_{this};  // in creation order
   ds::HashIndex names_;             // of the nodes that were not removed
   Node* lastFound_ = nullptr;       // statements about one node mostly stand together
   String lastMissing_;              // the name that no node had when it was looked up last
   LastLookUp lastLookUp_;           // of inputs of nodes
-  ExpectedNode expected_[2 * STEP];
-  std::uint64_t expectedCount_ = 0;
   Slabs<Input, Scene> inputs_{this};
   Slabs<Output, Scene> outputs_{this};
   std::uint64_t emptyElements_ = 0;

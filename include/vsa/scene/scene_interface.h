@@ -22,13 +22,11 @@ namespace zn::korvo_sdk::interfaces {
 
 class INode;
 
-/// An output of a node: what inputs are connected to.
+/// An output of a node: what inputs are connected to. The reader passes it from INode::output to
+/// IInput::connect and asks it nothing.
 class VSA_API IOutput {
- public:
-  /// Its name, for the host's own use.
-  virtual String name() const = 0;
-
  protected:
+  IOutput() = default;
   ~IOutput() = default;
 };
 
@@ -144,9 +142,6 @@ class VSA_API IScene {
  public:
   /// The node of that name, or null. Never creates.
   virtual INode* findNode(const String& name) = 0;
-  /// The reader will look for the node of that name, if there is one, after a few others. A scene
-  /// that holds many can have what it needs for that fetched meanwhile; none has to do anything.
-  virtual void expectNode(const String& /*name*/) {}
   /// A new node, or null. Called only for a name that `findNode` did not know. `reserved` is always
   /// empty.
   virtual INode* createNode(const String& type, const String& name, const String& reserved) = 0;

@@ -11,6 +11,8 @@
 #include <new>
 
 #include <vsa/foundation/string_vector.h>
+#include "foundation/text/letter_case.h"
+#include "foundation/text/short_text.h"
 #include "foundation/text/string_slab.h"
 
 namespace zn {

@@ -9,6 +9,7 @@
 #endif
 
 #include <vsa/foundation/string.h>
+#include "foundation/text/letter_case.h"
 
 namespace zn {
 

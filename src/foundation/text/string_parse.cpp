@@ -1,6 +1,7 @@
 // String's conversions to booleans, integers and reals. The forms of numbers are number_text's.
 #include <vsa/foundation/string.h>
 #include "foundation/numbers/number_text.h"
+#include "foundation/text/letter_case.h"
 
 namespace zn {
 

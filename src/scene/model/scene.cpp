@@ -4,7 +4,6 @@
 
 #include <vsa/model/input.h>
 #include "diagnostics/emitter.h"
-#include "foundation/base/prefetch.h"
 
 namespace zn::korvo_sdk {
 
@@ -31,18 +30,6 @@ Node* Scene::findNode(const String& name) {
   }
   lastFound_ = &nodes_[slot];
   return lastFound_;
-}
-
-// One step for each of three names.
-void Scene::expectNode(const String& name) {
-  ExpectedNode& oldest = expected_[expectedCount_ % (2 * STEP)];
-  if (oldest.slot != ds::HashIndex::NONE) nodes_[oldest.slot].prefetch();
-  ExpectedNode& older = expected_[(expectedCount_ + STEP) % (2 * STEP)];
-  older.slot = names_.find(older.hash, [](std::uint64_t) { return true; });
-  if (older.slot != ds::HashIndex::NONE) detail::prefetch(&nodes_[older.slot]);
-  oldest = {name.hash(), ds::HashIndex::NONE};
-  names_.prefetch(oldest.hash);
-  ++expectedCount_;
 }
 
 // The empty name is as good as any, and no miss to remember.

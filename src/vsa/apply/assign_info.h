@@ -1,4 +1,4 @@
-// AssignInfo: the record of one assignment. Internal; the door is vsa.h.
+// AssignInfo: the record of one assignment. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>

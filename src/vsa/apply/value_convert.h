@@ -1,5 +1,5 @@
 // May a value of this type go into an input of that type, and what becomes of it? Knows no parser.
-// Internal; the door is vsa.h.
+// Internal.
 #pragma once
 
 #include <vsa/scene/attr_data.h>

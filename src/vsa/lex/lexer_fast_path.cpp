@@ -40,14 +40,14 @@ void Lexer::nextToken(Token& out) {
   if (!readBuffered(out)) out = readByCharacters();
 }
 
-// Consumes the characters up to `end`: the position is that of the token `out`.
+// Consumes the characters up to `end` and gives `out` the position of the last one.
 void Lexer::consumeTo(const char* end, const LineFeeds& feeds, Token& out) noexcept {
-  passLines(static_cast<std::size_t>(end - windowBegin), feeds);
+  consumeLines(static_cast<std::size_t>(end - windowBegin), feeds);
   out.line = line;
   out.column = column;
 }
 
-// False with nothing consumed when the token is not in sight.
+// False with nothing consumed when the token is not buffered whole.
 bool Lexer::readBuffered(Token& out) {
   const char* const last = windowLast();
   const char* at = windowBegin;
@@ -66,7 +66,7 @@ bool Lexer::readBuffered(Token& out) {
     const char* const end = endOfName(at + 1, last);
     if (end == last) return false;
     consumeTo(end, feeds, out);
-    texts_.word({at, static_cast<std::size_t>(end - at)}, out);
+    texts_.intern({at, static_cast<std::size_t>(end - at)}, out);
     return true;
   }
   if (isOneCharacter(type)) {
@@ -78,7 +78,7 @@ bool Lexer::readBuffered(Token& out) {
   return readLongBuffered(type, at, feeds, out);
 }
 
-// For a token that is neither a name nor of one character, and that begins at `at`.
+// A token that is neither a name nor a single character, and that begins at `at`.
 bool Lexer::readLongBuffered(Type type, const char* at, LineFeeds feeds, Token& out) {
   const char* const last = windowLast();
   const char* end = nullptr;
@@ -105,9 +105,9 @@ bool Lexer::readLongBuffered(Type type, const char* at, LineFeeds feeds, Token& 
   out.type = type;
   const std::string_view text(at, static_cast<std::size_t>(end - at));
   if (type == Type::Comment) {
-    out.text = texts_.lasting(text.substr(0, text.find('\0')));
+    out.text = texts_.copy(text.substr(0, text.find('\0')));
   } else {
-    texts_.passing(text, out.text);
+    texts_.copyReusing(text, out.text);
   }
   return true;
 }

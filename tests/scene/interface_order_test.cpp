@@ -1,0 +1,82 @@
+// The operations of a scene stand in one order, and there are no others: hosts that were built
+// against an older header of the same operations keep working.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <cstddef>
+#include <initializer_list>
+
+#include <vsa/scene/scene_interface.h>
+
+namespace zn::korvo_sdk::interfaces {
+namespace {
+
+/// A pointer to a virtual member function as the Itanium C++ ABI lays it out. `slot` is the byte
+/// offset of its slot in the virtual table, plus 1 on most processors.
+struct VirtualPointer {
+  std::ptrdiff_t slot;
+  std::ptrdiff_t adjustment;
+};
+
+template <class Function>
+std::ptrdiff_t slotOf(Function function) {
+  static_assert(sizeof(Function) == sizeof(VirtualPointer));
+  return std::bit_cast<VirtualPointer>(function).slot /
+         static_cast<std::ptrdiff_t>(sizeof(void (*)()));
+}
+
+/// Adds an operation behind those of an interface: its slot tells how many these are.
+template <class Interface>
+struct Extended : Interface {
+  virtual void next() = 0;
+
+ protected:
+  ~Extended() = default;
+};
+
+template <class Interface>
+void expectOrder(std::initializer_list<std::ptrdiff_t> slots) {
+  std::ptrdiff_t expected = 0;
+  for (const std::ptrdiff_t slot : slots) EXPECT_EQ(slot, expected++);
+  EXPECT_EQ(slotOf(&Extended<Interface>::next), expected) << "operations that are not listed here";
+}
+
+TEST(InterfaceOrder, Scene) {
+  expectOrder<IScene>({slotOf(&IScene::findNode), slotOf(&IScene::createNode),
+                       slotOf(&IScene::defineNode), slotOf(&IScene::removeNode),
+                       slotOf(&IScene::setFileVersion), slotOf(&IScene::setFileTime),
+                       slotOf(&IScene::pushFileComment), slotOf(&IScene::clearComments)});
+}
+
+TEST(InterfaceOrder, Node) {
+  expectOrder<INode>({slotOf(&INode::name), slotOf(&INode::type), slotOf(&INode::hasInput),
+                      slotOf(&INode::input), slotOf(&INode::createInput),
+                      slotOf(&INode::createArray), slotOf(&INode::output)});
+}
+
+TEST(InterfaceOrder, Input) {
+  expectOrder<IInput>(
+      {slotOf(&IInput::type), slotOf(&IInput::typeName), slotOf(&IInput::path),
+       slotOf(&IInput::holdsBuffer), slotOf(&IInput::enumValues), slotOf(&IInput::elementType),
+       slotOf(&IInput::bufferType), slotOf(&IInput::appendElement), slotOf(&IInput::isArray),
+       slotOf(&IInput::refusesValues),
+       // members and elements
+       slotOf(&IInput::createInput), slotOf(&IInput::createArray), slotOf(&IInput::hasInput),
+       slotOf(&IInput::count), slotOf(&IInput::element), slotOf(&IInput::input),
+       // values
+       slotOf(&IInput::set), slotOf(&IInput::assign),
+       // links
+       slotOf(&IInput::connect), slotOf(&IInput::disconnect), slotOf(&IInput::setNode),
+       slotOf(&IInput::retain), slotOf(&IInput::release)});
+}
+
+TEST(InterfaceOrder, Enumeration) {
+  expectOrder<IEnumeration>({slotOf(&IEnumeration::isEmpty), slotOf(&IEnumeration::find)});
+}
+
+TEST(InterfaceOrder, AnOutputHasNoOperations) {
+  expectOrder<IOutput>({});
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk::interfaces
