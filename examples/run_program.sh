@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # run_program.sh EXPECTED PROGRAM [TEXT...]: runs an example program on each text of this folder, on TEXT... together,
-# on a missing file, and on a text that starts with an invalid character. Compares the output with the file EXPECTED; with
-# VSA_ACCEPT=1 rewrites that file instead. Sorts the messages, because the order of warnings about links depends on
+# on a missing file, and on a text that starts with an invalid character. Compares the output with the file EXPECTED;
+# with VSA_ACCEPT=1 rewrites that file instead. Sorts the messages, because the order of warnings about links depends on
 # addresses.
 set -euo pipefail
 cd "$(dirname "$0")"
