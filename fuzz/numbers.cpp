@@ -1,5 +1,5 @@
 // Characters to numbers against a second reader: the forms checked by hand, the value left to the C
-// library. A list of them, through each form that readNumberRun has, must give what its pieces
+// library. A list of them, through each kernel of readNumberRun, must give what its fields
 // give, and stop where they stop.
 #include <cerrno>
 #include <cmath>
@@ -212,7 +212,7 @@ void plainRun(std::string_view list, std::size_t room, Run<Number>& run) {
 }
 
 template <class Number>
-void checkRun(zn::numbers::NumberForm<Number> form, std::string_view list, std::size_t room,
+void checkRun(zn::numbers::NumberKernel<Number> kernel, std::string_view list, std::size_t room,
               const char* about) {
   Run<Number> expected;
   plainRun(list, room, expected);
@@ -222,7 +222,7 @@ void checkRun(zn::numbers::NumberForm<Number> form, std::string_view list, std::
   memory[list.size()] = '}';
   const auto out = std::make_unique<Number[]>(room);
   const zn::NumberRun found = zn::numbers::readNumberRunWith(
-      form, memory.get(), memory.get() + list.size(), out.get(), room);
+      kernel, memory.get(), memory.get() + list.size(), out.get(), room);
   const auto next = static_cast<std::size_t>(found.next - memory.get());
   if (next != expected.next || found.count != expected.count) {
     fail(std::string(about) + ": stopped at " + std::to_string(next) + " after " +
@@ -238,16 +238,16 @@ template <class Number>
 void checkType(const std::string& text, unsigned settings) {
   checkOne<Number>(text);
   const std::size_t room = settings % 5 == 0 ? settings % 4 : ROOM;
-  checkRun<Number>(zn::numbers::readPiecesPortably<Number>, text, room, "portable form");
-#if VSA_HAS_SSE41_FORM
+  checkRun<Number>(zn::numbers::readFieldsPortably<Number>, text, room, "portable kernel");
+#if VSA_HAS_SSE41_KERNEL
   if (zn::cpuHasSse41()) {
-    checkRun<Number>(zn::numbers::readPiecesSse41<Number>, text, room, "SSE4.1 form");
+    checkRun<Number>(zn::numbers::readFieldsSse41<Number>, text, room, "SSE4.1 kernel");
   }
 #endif
-#if VSA_HAS_AVX2_FORM
-  if constexpr (zn::numbers::HAS_AVX2_FORM<Number>) {
+#if VSA_HAS_AVX2_KERNEL
+  if constexpr (zn::numbers::HAS_AVX2_KERNEL<Number>) {
     if (zn::cpuHasAvx2()) {
-      checkRun<Number>(zn::numbers::readPiecesAvx2<Number>, text, room, "AVX2 form");
+      checkRun<Number>(zn::numbers::readFieldsAvx2<Number>, text, room, "AVX2 kernel");
     }
   }
 #endif
