@@ -82,8 +82,8 @@ String formatMessage(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const zn::detail::ArgumentListEnd end(arguments);
-  return String::formatv(format, arguments);
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+  return String::formatv(format, arguments);
 }
 #pragma GCC diagnostic pop
 
