@@ -21,7 +21,7 @@ class Report {
     std::FILE* const file = path == nullptr ? nullptr : std::fopen(path, "a");
     if (file == nullptr) return;
     for (const auto& row : DIAGNOSTIC_ROWS) {
-      // No fuzzer's scene throws an error of its own.
+      // The scene of the fuzzers throws no errors.
       if (row.id == DiagnosticId::HostError) continue;
       std::fprintf(file, "%llu %s\n", counts[static_cast<int>(row.id)], row.name);
     }

@@ -6,6 +6,7 @@
 
 #include "vsa/apply/link_resolver.h"
 #include "vsa/apply/no_scene.h"
+#include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/lexer_source.h"
 
 namespace zn::korvo_sdk::impl {
@@ -97,21 +98,10 @@ void VsaParser::advance() {
   head = head + 1 < lookahead ? head + 1 : 0;
 }
 
-void VsaParser::advanceInto(Token& out) {
-  advance();
-  out = current;
-}
-
 bool VsaParser::match(Token& out, Type type) {
   if (!nextIs(type)) return false;
   advanceInto(out);
   return true;
-}
-
-// Consumes a token that the grammar demands.
-void VsaParser::expect(Type type, const char* expected) {
-  if (!nextIs(type)) tokenError(expected, peek(0));
-  advance();
 }
 
 }  // namespace zn::korvo_sdk::impl

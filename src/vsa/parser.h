@@ -124,8 +124,15 @@ class VsaParser {
   }
   bool nextIs(Token::Type type) const { return peek(0).type == type; }
   void advance();
-  void advanceInto(Token& out);
-  void expect(Token::Type type, const char* expected);
+  void advanceInto(Token& out) {
+    advance();
+    out = current;
+  }
+  // Consumes a token that the grammar demands.
+  void expect(Token::Type type, const char* expected) {
+    if (!nextIs(type)) tokenError(expected, peek(0));
+    advance();
+  }
   void prime();
   bool parseStatement();
 

@@ -20,8 +20,8 @@ bool VsaParser::connect(AssignInfo& info) {
   return true;
 }
 
-// "=" (scalar | buffer | reference) ";"   In this order: the name of a type is the name of a node
-// where the list that the type needs does not follow.
+// "=" (scalar | buffer | reference) ";"   In this order: the keyword of a type without its list is
+// the name of a node.
 bool VsaParser::value(AssignInfo& info) {
   if (!nextIs(Type::Equals)) return false;
   advance();

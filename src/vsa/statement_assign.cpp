@@ -25,7 +25,8 @@ bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
   if (!path(info.targetPath)) return false;
-  if (!connect(info) && !value(info)) return false;
+  const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
+  if (!isRead) return false;
   const Emitter messages = emitter();
   INode* const node = targetNode(info);
   PathResolver target(*node, info, messages);

@@ -1,4 +1,5 @@
-// Comments. The scene keeps them all; those that hold the file's version or time also set it.
+// Comments. The scene keeps each of them; one that contains the file's version or time also sets
+// it.
 #include <cstddef>
 #include <string_view>
 
@@ -8,7 +9,7 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Whether the word stands right before a ":". Comments have few of these, and any letter often.
+// Whether `word` is followed by a ":" somewhere. Searches for colons first: comments have few.
 bool holdsKey(std::string_view comment, std::string_view word) {
   for (std::size_t at = comment.find(':'); at != std::string_view::npos;
        at = comment.find(':', at + 1)) {
@@ -17,7 +18,7 @@ bool holdsKey(std::string_view comment, std::string_view word) {
   return false;
 }
 
-// What follows the first ":" of the comment, wherever its words stand.
+// The text behind the first ":" of the comment.
 String headerValue(const String& comment) {
   return comment.fromFirst(':', false).trim(true, true);
 }
@@ -43,7 +44,7 @@ bool VsaParser::parseComment() {
   if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
   advanceInto(comment);
-  // A comment that holds both words sets the version only.
+  // A comment with both words sets the version only.
   const std::string_view text = comment.text.view();
   if (holdsKey(text, "version")) {
     setVersion(sceneOrNone(), comment.text, emitter());

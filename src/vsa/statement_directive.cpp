@@ -26,7 +26,7 @@ bool VsaParser::isDirective(std::string_view keyword, Type end) const {
          isWord(peek(0).text.view(), keyword);
 }
 
-// Consumes a directive and takes its name.
+// Consumes a directive and copies its name.
 void VsaParser::directive(Token& name) {
   advance();
   match(name, Type::Id);
@@ -93,7 +93,7 @@ bool VsaParser::with(WithInfo& info) {
   return true;
 }
 
-// The statement loop never comes here: a declaration has the same shape and is tried before.
+// The statement loop does not reach this: a declaration has the same shape and is tried first.
 bool VsaParser::parseWith() {
   WithInfo info;
   if (!with(info)) return false;

@@ -1,5 +1,5 @@
-// Literals of one value: booleans, numbers, strings, typed tuples; and the lists that stand for
-// objects and arrays, which are recognised by their bracket and not looked into.
+// Scalar literals: booleans, numbers, strings and typed tuples; and the lists that stand for
+// objects and arrays, whose contents are not read.
 #include <memory>
 #include <string_view>
 
@@ -30,7 +30,7 @@ const TypeTable* makeScalarTypes() {
   return table.release();
 }
 
-// The list without its parentheses, and without those of a list in a list at its ends.
+// The list without the parentheses at its ends.
 std::string_view withoutParens(std::string_view list) {
   while (!list.empty() && (list.front() == '(' || list.front() == ')')) list.remove_prefix(1);
   while (!list.empty() && (list.back() == '(' || list.back() == ')')) list.remove_suffix(1);
@@ -48,8 +48,8 @@ bool convertInteger(const String& text, AttrData& data) {
 
 }  // namespace
 
-// False with nothing consumed where no scalar begins; false with its tokens consumed where one does
-// but will not convert: the error is then raised at the token after it.
+// Returns false with nothing consumed when no scalar begins here. A scalar that does not convert
+// returns false with its tokens consumed: the error is raised at the token behind it.
 bool VsaParser::scalar(AssignInfo& info) {
   AttrData& data = info.data;
   switch (peek(0).type) {
@@ -88,14 +88,14 @@ bool VsaParser::scalar(AssignInfo& info) {
 // keyword "(" numbers ")"   `vec3(0 1 0)`
 bool VsaParser::tuple(AssignInfo& info) {
   if (peek(1).type != Type::Parens) return false;
-  // Made once, and never destroyed: another thread may still read while the process ends.
+  // Never destroyed: another thread may still read while the process exits.
   static const TypeTable& scalarTypes = *makeScalarTypes();
   const TypeTable::Node* const type = scalarTypes.findNode(peek(0).text.toLower(true));
   if (type == nullptr) return false;
   match(info.valueToken, Type::Id);
   match(info.listToken, Type::Parens);
   info.data.type = type->value;
-  // Every tuple's components lie at the start of the payload, in storage order.
+  // The components of every tuple are at the start of the payload, in storage order.
   const std::string_view numbers = withoutParens(info.listToken.text.view());
   double* const components = info.data.payload.components;
   if (info.data.type == AttrType::Rgba) return parseColour(numbers, components);

@@ -18,8 +18,8 @@ cmake    What follows find_package in the CMakeLists.txt of a project with app.c
 python   The recipe for exporters, tried by recipe.py.
 
 A block of another kind, or one that cannot be run, has <!-- not run: REASON --> before it; they are counted. The tables
-of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, files and folders that a page
-names must exist, and no line but a table's or a link's is longer than 120 columns.
+of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, files, folders and
+settings that a page names must exist, and no line but a table's or a link's is longer than 120 columns.
 """
 
 import difflib
@@ -322,6 +322,17 @@ def check_paths(page, report):
             report.count("names of files and folders")
 
 
+def check_settings(page, report):
+    """Variables of the environment and options of CMake that the page names."""
+    for line, text in page.prose:
+        for name in re.findall(r"\b(VSA_[A-Z_]+)\b", text):
+            folders = ["CMakeLists.txt", "cmake", "examples", "fuzz", "include", "src", "tests", "tools"]
+            found = subprocess.run(["grep", "-rqw", "--exclude-dir=docs", name] + folders, cwd=ROOT, check=False)
+            if found.returncode != 0:
+                report.fail(f"{page.name}:{line}", f"nothing reads {name}")
+            report.count("names of settings")
+
+
 def check_diagrams(report):
     """The labels of each diagram's source are in its picture, and folders that they name exist."""
     for source in sorted(glob.glob(f"{ROOT}/docs/*.dot")):
@@ -355,6 +366,14 @@ def read_pages():
     return pages
 
 
+def texts_of_examples():
+    texts = []
+    for path in sorted(glob.glob(f"{ROOT}/examples/*.vsa")):
+        with open(path, encoding="utf-8") as file:
+            texts.append(file.read())
+    return "\n".join(texts)
+
+
 def first_block(pages, page, language):
     return next(block for block in pages[page].blocks if block.language == language)
 
@@ -382,7 +401,7 @@ def main():
         blocks = [block for page in pages.values() for block in join_outcomes(page)]
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)
-        format_tables.check(pages["docs/format.md"], tools.dump, messages_of, report)
+        format_tables.check(pages["docs/format.md"], tools.dump, messages_of, report, texts_of_examples())
         check_command_messages(tools, pages["docs/messages.md"], report)
         check_table_of_messages(tools, pages["docs/messages.md"], report)
         tools.compile(tools.path("app.cpp"), tools.path("app"))
@@ -391,6 +410,7 @@ def main():
     check_diagrams(report)
     for page in pages.values():
         check_paths(page, report)
+        check_settings(page, report)
         check_width(page, report)
     report.print()
     return 1 if report.failures else 0

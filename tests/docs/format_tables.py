@@ -1,5 +1,6 @@
 """Tries the tables of docs/format.md row by row: each states what a text gives, and that text is read."""
 
+import itertools
 import re
 
 from markdown import code_of
@@ -138,10 +139,21 @@ def check_escapes(tables):
             tables.report.count("escape sequences")
 
 
-def check(page, dump, messages_of, report):
+def check_recommendations(tables, examples):
+    """The examples use each recommended input with each recommended type."""
+    for row in tables.rows("Recommended names and types of inputs"):
+        types = [re.match(r"\w+", kind)[0] for kind in code_of(row.cells[2])]
+        for name, kind in itertools.product(code_of(row.cells[1]), types):
+            found = re.search(rf"{re.escape(name)} = {kind}[(\[]", examples)
+            tables.require(row, found, f"no example has {name} = {kind}")
+            tables.report.count("recommendations")
+
+
+def check(page, dump, messages_of, report, examples):
     tables = Tables(page, dump, messages_of, report)
     check_mistakes(tables)
     check_grammar(tables, check_element_types(tables))
     check_conversions(tables)
     check_values(tables)
     check_escapes(tables)
+    check_recommendations(tables, examples)

@@ -12,21 +12,21 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::size_t STACK_BYTES = std::size_t{4} << 20;
-constexpr unsigned char PAINT = 0xA5;
+constexpr unsigned char PATTERN = 0xA5;
 
-/// A painted stack.
-class PaintedStack {
+/// A stack filled with PATTERN.
+class PatternedStack {
  public:
-  PaintedStack() {
+  PatternedStack() {
     void* const memory = mmap(nullptr, STACK_BYTES, PROT_READ | PROT_WRITE,
                               MAP_PRIVATE | MAP_ANONYMOUS | MAP_STACK, -1, 0);
     if (memory == MAP_FAILED) throw std::runtime_error("no memory for a stack");
     bytes_ = static_cast<unsigned char*>(memory);
-    std::memset(bytes_, PAINT, STACK_BYTES);
+    std::memset(bytes_, PATTERN, STACK_BYTES);
   }
-  PaintedStack(const PaintedStack&) = delete;
-  PaintedStack& operator=(const PaintedStack&) = delete;
-  ~PaintedStack() { munmap(bytes_, STACK_BYTES); }
+  PatternedStack(const PatternedStack&) = delete;
+  PatternedStack& operator=(const PatternedStack&) = delete;
+  ~PatternedStack() { munmap(bytes_, STACK_BYTES); }
 
   void run(const std::function<void()>& work) {
     pthread_attr_t attributes;
@@ -40,15 +40,15 @@ class PaintedStack {
     const int refused =
         pthread_create(&thread, &attributes, enter, const_cast<std::function<void()>*>(&work));
     pthread_attr_destroy(&attributes);
-    if (refused != 0) throw std::runtime_error("no thread to be had");
+    if (refused != 0) throw std::runtime_error("cannot start a thread");
     pthread_join(thread, nullptr);
   }
 
   /// Stacks grow downwards.
   std::size_t used() const {
     const unsigned char* const end = bytes_ + STACK_BYTES;
-    return static_cast<std::size_t>(
-        end - std::find_if(bytes_, bytes_ + STACK_BYTES, [](auto byte) { return byte != PAINT; }));
+    return static_cast<std::size_t>(end - std::find_if(bytes_, bytes_ + STACK_BYTES,
+                                                       [](auto byte) { return byte != PATTERN; }));
   }
 
  private:
@@ -56,7 +56,7 @@ class PaintedStack {
 };
 
 std::size_t usedWith(const std::function<void()>& work) {
-  PaintedStack stack;
+  PatternedStack stack;
   stack.run(work);
   return stack.used();
 }

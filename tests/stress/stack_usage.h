@@ -1,5 +1,5 @@
-// How much stack a piece of work needs: it runs in a thread whose stack was painted before, and
-// what lost its paint was used.
+// Measures the stack that a function uses: it runs in a thread whose stack is filled with a
+// pattern, and the bytes that changed were used.
 #pragma once
 
 #include <cstddef>
@@ -7,8 +7,8 @@
 
 namespace vsa_tests {
 
-/// Runs `work` in a thread of its own and returns the bytes of stack that it used, without those of
-/// an idle thread. What `work` throws ends the program.
+/// Runs `work` in a new thread and returns the bytes of stack that it used, without those that an
+/// idle thread uses. An exception from `work` ends the program.
 std::size_t stackUsedBy(const std::function<void()>& work);
 
 }  // namespace vsa_tests

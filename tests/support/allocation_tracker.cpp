@@ -1,5 +1,5 @@
-// The C functions are wrapped by the linker, operator new and delete are replaced; all of them come
-// through `Tally`.
+// The linker wraps the C functions; operator new and delete are replaced. All of them update
+// `Counters`.
 #include "tests/support/allocation_tracker.h"
 
 #include <malloc.h>
@@ -20,19 +20,19 @@ namespace vsa_tests {
 
 namespace {
 
-// One thread counts at a time, so loads and stores suffice; they are atomic because other threads
-// free blocks, too, and pass by here.
-struct Tally {
+// Only one thread counts at a time, so loads and stores suffice. They are atomic because other
+// threads call these functions too.
+struct Counters {
   std::atomic<std::int64_t> liveBytes{0};
   std::atomic<std::int64_t> peakBytes{0};
   std::atomic<std::int64_t> liveBlocks{0};
   std::atomic<std::uint64_t> calls{0};
-  std::atomic<std::uint64_t> failing{0};  // the call that fails; 0: none
+  std::atomic<std::uint64_t> failingCall{0};  // 0: none
   std::atomic<bool> failsEverAfter{false};
   std::atomic<bool> hasFailed{false};
 };
 
-constinit Tally tally;
+constinit Counters counters;
 constinit thread_local bool isTracked = false;
 
 template <class T, class D>
@@ -44,34 +44,34 @@ T add(std::atomic<T>& to, D difference) {
 
 bool mayAllocate() {
   if (!isTracked) return true;
-  const std::uint64_t call = add(tally.calls, 1);
-  const std::uint64_t failing = tally.failing.load(std::memory_order_relaxed);
-  if (failing == 0 || call < failing) return true;
-  if (call > failing && !tally.failsEverAfter.load(std::memory_order_relaxed)) return true;
-  tally.hasFailed.store(true, std::memory_order_relaxed);
+  const std::uint64_t call = add(counters.calls, 1);
+  const std::uint64_t failingCall = counters.failingCall.load(std::memory_order_relaxed);
+  if (failingCall == 0 || call < failingCall) return true;
+  if (call > failingCall && !counters.failsEverAfter.load(std::memory_order_relaxed)) return true;
+  counters.hasFailed.store(true, std::memory_order_relaxed);
   return false;
 }
 
-void* taken(void* block) {
+void* countAllocated(void* block) {
   if (block == nullptr || !isTracked) return block;
-  add(tally.liveBlocks, 1);
-  const std::int64_t live = add(tally.liveBytes, malloc_usable_size(block));
-  if (live > tally.peakBytes.load(std::memory_order_relaxed)) {
-    tally.peakBytes.store(live, std::memory_order_relaxed);
+  add(counters.liveBlocks, 1);
+  const std::int64_t live = add(counters.liveBytes, malloc_usable_size(block));
+  if (live > counters.peakBytes.load(std::memory_order_relaxed)) {
+    counters.peakBytes.store(live, std::memory_order_relaxed);
   }
   return block;
 }
 
-void given(void* block) {
+void countFreed(void* block) {
   if (block == nullptr || !isTracked) return;
-  add(tally.liveBlocks, -1);
-  add(tally.liveBytes, -static_cast<std::int64_t>(malloc_usable_size(block)));
+  add(counters.liveBlocks, -1);
+  add(counters.liveBytes, -static_cast<std::int64_t>(malloc_usable_size(block)));
 }
 
 void* newBlock(std::size_t size) {
   void* const block = mayAllocate() ? __real_malloc(size == 0 ? 1 : size) : nullptr;
   if (block == nullptr) throw std::bad_alloc();
-  return taken(block);
+  return countAllocated(block);
 }
 
 void* newBlock(std::size_t size, std::align_val_t alignment) {
@@ -79,11 +79,11 @@ void* newBlock(std::size_t size, std::align_val_t alignment) {
   const std::size_t whole = (size + to - 1) / to * to;
   void* const block = mayAllocate() ? __real_aligned_alloc(to, whole) : nullptr;
   if (block == nullptr) throw std::bad_alloc();
-  return taken(block);
+  return countAllocated(block);
 }
 
 void deleteBlock(void* block) {
-  given(block);
+  countFreed(block);
   __real_free(block);
 }
 
@@ -91,10 +91,10 @@ void deleteBlock(void* block) {
 
 void AllocationTracker::start() {
   failAt(0, false);
-  tally.liveBytes = 0;
-  tally.peakBytes = 0;
-  tally.liveBlocks = 0;
-  tally.calls = 0;
+  counters.liveBytes = 0;
+  counters.peakBytes = 0;
+  counters.liveBlocks = 0;
+  counters.calls = 0;
   isTracked = true;
 }
 
@@ -108,17 +108,17 @@ void AllocationTracker::resume() {
 }
 
 AllocationCount AllocationTracker::count() {
-  return {tally.liveBytes, tally.peakBytes, tally.liveBlocks, tally.calls};
+  return {counters.liveBytes, counters.peakBytes, counters.liveBlocks, counters.calls};
 }
 
 void AllocationTracker::failAt(std::uint64_t n, bool everAfter) {
-  tally.hasFailed = false;
-  tally.failsEverAfter = everAfter;
-  tally.failing = n == 0 ? 0 : tally.calls + n;
+  counters.hasFailed = false;
+  counters.failsEverAfter = everAfter;
+  counters.failingCall = n == 0 ? 0 : counters.calls + n;
 }
 
 bool AllocationTracker::hasFailed() {
-  return tally.hasFailed;
+  return counters.hasFailed;
 }
 
 }  // namespace vsa_tests
@@ -126,29 +126,29 @@ bool AllocationTracker::hasFailed() {
 extern "C" {
 
 void* __wrap_malloc(std::size_t size) {
-  return vsa_tests::mayAllocate() ? vsa_tests::taken(__real_malloc(size)) : nullptr;
+  return vsa_tests::mayAllocate() ? vsa_tests::countAllocated(__real_malloc(size)) : nullptr;
 }
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  return vsa_tests::mayAllocate() ? vsa_tests::taken(__real_calloc(count, size)) : nullptr;
+  return vsa_tests::mayAllocate() ? vsa_tests::countAllocated(__real_calloc(count, size)) : nullptr;
 }
 
 void* __wrap_realloc(void* block, std::size_t size) {
   if (!vsa_tests::mayAllocate()) return nullptr;
-  // While it moves a block, an allocator holds both; a large one is moved by remapping it.
-  vsa_tests::given(block);
+  // The old block is not counted while both exist: large blocks are moved by remapping.
+  vsa_tests::countFreed(block);
   void* const moved = __real_realloc(block, size);
-  vsa_tests::taken(moved != nullptr || size == 0 ? moved : block);
+  vsa_tests::countAllocated(moved != nullptr || size == 0 ? moved : block);
   return moved;
 }
 
 void* __wrap_aligned_alloc(std::size_t alignment, std::size_t size) {
   if (!vsa_tests::mayAllocate()) return nullptr;
-  return vsa_tests::taken(__real_aligned_alloc(alignment, size));
+  return vsa_tests::countAllocated(__real_aligned_alloc(alignment, size));
 }
 
 void __wrap_free(void* block) {
-  vsa_tests::given(block);
+  vsa_tests::countFreed(block);
   __real_free(block);
 }
 

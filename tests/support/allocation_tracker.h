@@ -1,9 +1,9 @@
-// Every allocation of a program, counted, and failed on demand. The program is linked with
-// -Wl,--wrap for the C functions (see CMakeLists.txt) and with replacements of operator new; both
-// end at the real allocator, so that sanitizers keep seeing what they see.
+// Counts the allocations of a program and makes chosen ones fail. The program is linked with
+// -Wl,--wrap for the C functions (vsa_track_allocations in tests/CMakeLists.txt) and with
+// replacements of operator new. Both call the real allocator, so sanitizers work as usual.
 //
-// What counts is what the watched thread allocates between `start` and `stop`; what it frees counts
-// whenever it was taken under the watch.
+// Only calls on the tracked thread between `start` and `stop` count. A block that is freed while
+// tracking is assumed to have been allocated while tracking.
 #pragma once
 
 #include <cstdint>
@@ -11,30 +11,30 @@
 namespace vsa_tests {
 
 struct AllocationCount {
-  /// Bytes in use now, and at most, by the sizes that the allocator really gives.
+  /// Bytes in use now, and their maximum, in the sizes that the allocator really reserves.
   std::int64_t liveBytes;
   std::int64_t peakBytes;
   /// Blocks in use now.
   std::int64_t liveBlocks;
-  /// Calls that asked for memory, the failed ones included.
+  /// Calls that requested memory, including failed ones.
   std::uint64_t calls;
 };
 
-/// For one thread at a time.
+/// Tracks one thread at a time.
 class AllocationTracker {
  public:
-  /// Begins to count on this thread, from zero.
+  /// Starts counting on this thread, from zero.
   static void start();
-  /// Ends counting. What was counted stays.
+  /// Stops counting. The counts remain.
   static void stop();
-  /// Goes on counting where `stop` ended, without faults.
+  /// Continues counting after `stop`, without failures.
   static void resume();
   static AllocationCount count();
 
-  /// From now on, the n-th call (1: the next one) gets no memory; with `everAfter`, every later one
-  /// neither. 0 fails none.
+  /// Makes the n-th call from now on (1: the next one) fail, with `everAfter` also every later one.
+  /// 0 makes none fail.
   static void failAt(std::uint64_t n, bool everAfter);
-  /// Whether a call has been failed since the last `failAt`.
+  /// Whether a call has failed since the last `failAt`.
   static bool hasFailed();
 };
 

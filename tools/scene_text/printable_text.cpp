@@ -2,16 +2,6 @@
 
 namespace vsa_tools {
 
-namespace {
-
-void appendHex(std::string& to, unsigned value, int digits) {
-  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
-    to += "0123456789abcdef"[value >> shift & 15];
-  }
-}
-
-}  // namespace
-
 bool isTerminalControl(char32_t character) {
   return character < 0x20 || (character >= 0x7F && character < 0xA0) ||
          (character >= 0x200E && character <= 0x200F) ||
@@ -19,18 +9,28 @@ bool isTerminalControl(char32_t character) {
          (character >= 0x2066 && character <= 0x2069) || character == 0x061C;
 }
 
+void appendHex(std::string& to, std::string_view bytes) {
+  constexpr char DIGITS[] = "0123456789abcdef";
+  for (const char byte : bytes) {
+    to += DIGITS[static_cast<unsigned char>(byte) >> 4];
+    to += DIGITS[byte & 15];
+  }
+}
+
 std::string escapedByte(char byte) {
   if (byte == '\n') return "\\n";
   if (byte == '\r') return "\\r";
   if (byte == '\t') return "\\t";
   std::string escape = "\\x";
-  appendHex(escape, static_cast<unsigned char>(byte), 2);
+  appendHex(escape, {&byte, 1});
   return escape;
 }
 
 std::string escapedCharacter(char32_t character) {
+  const char bytes[] = {static_cast<char>(character >> 8 & 255),
+                        static_cast<char>(character & 255)};
   std::string escape = "\\u";
-  appendHex(escape, character, 4);
+  appendHex(escape, {bytes, sizeof bytes});
   return escape;
 }
 

@@ -31,6 +31,9 @@ void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid 
 /// (C0, DEL, C1), line and paragraph separators, and the marks that set the writing direction.
 bool isTerminalControl(char32_t character);
 
+/// Appends two lower-case hexadecimal digits for each byte.
+void appendHex(std::string& to, std::string_view bytes);
+
 /// The byte as \n, \r, \t or \xHH.
 std::string escapedByte(char byte);
 

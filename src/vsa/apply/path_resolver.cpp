@@ -53,7 +53,13 @@ PathResolver::Wanted PathResolver::wanted() const {
 
 // One element: the input of that name, found or created. Indices are translated like names.
 IInput* PathResolver::step(const Token& element) {
-  const String name = updateInputName(node_.type(), element.text);
+  const String type = node_.type();
+  // Without declared types no name has changed.
+  if (!anyNodeTypes()) return step(element.text, element);
+  return step(updateInputName(type, element.text), element);
+}
+
+IInput* PathResolver::step(const String& name, const Token& element) {
   IInput* const found = find(name);
   if (found == nullptr) return create(name, element);
   if (next_ != nullptr) checkType(*found);

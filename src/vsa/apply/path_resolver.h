@@ -36,6 +36,7 @@ class PathResolver {
   const Token* nextElement();
   Wanted wanted() const;
   interfaces::IInput* step(const Token& element);
+  interfaces::IInput* step(const String& name, const Token& element);
   interfaces::IInput* find(const String& name);
   interfaces::IInput* create(const String& name, const Token& element);
   interfaces::IInput* elementAt(const String& name, const Token& element);

@@ -9,6 +9,7 @@
 
 #include <vsa/foundation/char_class.h>
 #include "vsa/lex/byte_scan.h"
+#include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/list_normalizer.h"
 #include "vsa/lex/token_scan.h"
 

@@ -1,35 +1,38 @@
 #include "tests/stress/texts/stress_texts.h"
 
-#include <cstring>
-
 namespace vsa_tests {
 
-std::vector<Family> families() {
-  std::vector<Family> all;
-  for (const auto group : {lexicalFamilies, statementFamilies, inputFamilies, linkFamilies,
-                           valueFamilies, bufferFamilies, compressedFamilies}) {
-    for (const Family& family : group()) all.push_back(family);
+std::vector<StressText> stressTexts() {
+  std::vector<StressText> all;
+  for (const auto group : {lexicalTexts, statementTexts, inputTexts, linkTexts, valueTexts,
+                           bufferTexts, compressedTexts}) {
+    for (const StressText& text : group()) all.push_back(text);
   }
   return all;
 }
 
-NastyText flood(std::size_t bytes, const char* head, const char* unit, const char* tail) {
-  std::string text = head;
-  text.reserve(bytes + std::strlen(unit) + 64);
-  for (std::uint64_t turn = 0; text.size() < bytes; ++turn) {
-    for (const char* at = unit; *at != '\0'; ++at) {
-      if (*at == '@') {
-        text += std::to_string(turn);
+GeneratedText repeatUnit(std::size_t bytes, std::string_view head, std::string_view unit,
+                         std::string_view tail) {
+  std::string text(head);
+  text.reserve(bytes + unit.size() + tail.size() + 64);
+  for (std::uint64_t repetition = 0; text.size() < bytes; ++repetition) {
+    for (const char c : unit) {
+      if (c == '@') {
+        text += std::to_string(repetition);
       } else {
-        text += *at;
+        text += c;
       }
     }
   }
-  return {text + tail};
+  text += tail;
+  return {text};
 }
 
-NastyText run(std::size_t count, const char* head, char character, const char* tail) {
-  return {head + std::string(count, character) + tail};
+GeneratedText repeatCharacter(std::size_t count, std::string_view head, char character,
+                              std::string_view tail) {
+  std::string text(head);
+  text.append(count, character).append(tail);
+  return {text};
 }
 
 }  // namespace vsa_tests

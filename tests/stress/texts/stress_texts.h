@@ -1,45 +1,52 @@
-// Families of nasty texts: each family is a way to make a text of any size that asks much of the
-// reader for few bytes. What they must not bring about is in proportion.cpp.
+// Stress texts: generators of texts of any size that demand much of the reader for few bytes.
+// growth_bounds.cpp defines what reading them may cost.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace vsa_tests {
 
-struct NastyText {
+struct GeneratedText {
   std::string text;
-  /// What the buffers of the text hold, were all of them kept.
+  /// The memory of all buffers that the text declares.
   std::uint64_t declaredBytes = 0;
 };
 
-struct Family {
+struct StressText {
+  /// `generate(bytes, arguments...)` returns a GeneratedText of about `bytes` bytes.
+  template <class Generate, class... Arguments>
+  StressText(const char* title, Generate generate, Arguments... arguments)
+      : name(title), make([=](std::size_t bytes) { return generate(bytes, arguments...); }) {}
+
   const char* name;
-  /// A text of about `bytes` bytes.
-  NastyText (*make)(std::size_t bytes);
+  std::function<GeneratedText(std::size_t bytes)> make;
 };
 
-/// All of them, grouped by what they are after.
-std::vector<Family> families();
+/// All stress texts.
+std::vector<StressText> stressTexts();
 
-// The groups, a source file each.
+// The groups, each in its own part of a source file.
 
-std::vector<Family> lexicalFamilies();
-std::vector<Family> statementFamilies();
-std::vector<Family> inputFamilies();
-std::vector<Family> linkFamilies();
-std::vector<Family> valueFamilies();
-std::vector<Family> bufferFamilies();
-std::vector<Family> compressedFamilies();
+std::vector<StressText> lexicalTexts();
+std::vector<StressText> statementTexts();
+std::vector<StressText> inputTexts();
+std::vector<StressText> linkTexts();
+std::vector<StressText> valueTexts();
+std::vector<StressText> bufferTexts();
+std::vector<StressText> compressedTexts();
 
-// How texts are put together.
+/// `head`, then `unit` repeated up to a text of `bytes` bytes, then `tail`. Each "@" in the unit
+/// becomes the number of its repetition, from 0.
+GeneratedText repeatUnit(std::size_t bytes, std::string_view head, std::string_view unit,
+                         std::string_view tail = "");
 
-/// `head`, then `unit` again and again. Each "@" in the unit is the number of its turn, from 0.
-NastyText flood(std::size_t bytes, const char* head, const char* unit, const char* tail = "");
-
-/// `head`, then `count` times the character, then `tail`.
-NastyText run(std::size_t count, const char* head, char character, const char* tail);
+/// `head`, then `character` `count` times, then `tail`.
+GeneratedText repeatCharacter(std::size_t count, std::string_view head, char character,
+                              std::string_view tail);
 
 }  // namespace vsa_tests

@@ -1,19 +1,21 @@
-// Inputs and links: paths, indices, members, arrays of everything, pending links.
+// Stress texts of inputs and links: paths, indices, members, arrays, pending links.
 #include "tests/stress/texts/stress_texts.h"
 
 namespace vsa_tests {
 
 namespace {
 
-// ".a" for as many levels as inputs may nest, then a value; new members on the last level.
+// The path of node `n` with `step`, such as ".a", repeated `levels` times.
 std::string deepPath(const char* step, int levels) {
   std::string path = "n";
   for (int i = 0; i < levels; ++i) path += step;
   return path;
 }
 
-NastyText backwards(std::size_t bytes, const char* head, const char* before, const char* after) {
-  NastyText made{head};
+// Statements with indices from 200000 down to 0.
+GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const char* before,
+                                const char* after) {
+  GeneratedText made{std::string(head)};
   std::uint64_t index = 200000;
   while (made.text.size() < bytes) {
     made.text += before + std::to_string(index) + after;
@@ -24,99 +26,78 @@ NastyText backwards(std::size_t bytes, const char* head, const char* before, con
 
 }  // namespace
 
-std::vector<Family> inputFamilies() {
+std::vector<StressText> inputTexts() {
   return {
-      {"one input again and again", [](std::size_t n) { return flood(n, "t n;", "n.a=1;"); }},
-      {"inputs of one node", [](std::size_t n) { return flood(n, "t n;", "n.a@=1;"); }},
-      {"inputs of the with node", [](std::size_t n) { return flood(n, "t n:", ".a@=1;"); }},
-      {"members of one object", [](std::size_t n) { return flood(n, "t n:", ".o.m@=1;"); }},
-      {"objects of one member", [](std::size_t n) { return flood(n, "t n:", ".o@.m=1;"); }},
-      {"members as deep as can be",
-       [](std::size_t n) { return flood(n, "t n;", (deepPath(".a", 255) + ".m@=1;").c_str()); }},
-      {"ways as deep as can be",
+      {"one input repeatedly", repeatUnit, "t n;", "n.a=1;", ""},
+      {"inputs of one node", repeatUnit, "t n;", "n.a@=1;", ""},
+      {"inputs of the with node", repeatUnit, "t n:", ".a@=1;", ""},
+      {"members of one object", repeatUnit, "t n:", ".o.m@=1;", ""},
+      {"objects of one member", repeatUnit, "t n:", ".o@.m=1;", ""},
+      {"members at the maximum depth", repeatUnit, "t n;", deepPath(".a", 255) + ".m@=1;", ""},
+      {"paths of the maximum depth", repeatUnit, "t n;",
+       "n.b@" + deepPath(".a", 255).substr(1) + "=1;", ""},
+      {"one path of members", repeatUnit, "t n;n", ".a", "=1;"},
+      {"one path of indices", repeatUnit, "t n;n.a", "[0]", "=1;"},
+      {"one path of a missing node", repeatUnit, "n", ".a[*]", "=1;"},
+      {"the maximum index", repeatCharacter, "t n;n.a[524287]=1;", ' ', ""},
+      {"the maximum index, buffer", repeatCharacter, "t n;n.a[524287]=byte[1]{1};", ' ', ""},
+      {"the maximum index, array", repeatCharacter, "t n;n.a[524287][0]=1;", ' ', ""},
+      {"the maximum index, object", repeatCharacter, "t n;n.a[524287].o=1;", ' ', ""},
+      {"the maximum index at the maximum depth", repeatCharacter,
+       "t n;" + deepPath(".a", 254) + "[524287]=1;", ' ', ""},
+      {"the maximum 64-bit index", repeatCharacter, "t n;n.a[18446744073709551615]=1;", ' ', ""},
+      {"indices with gaps", repeatUnit, "t n;n.a[500000]=1;", "n.a@[1]=1;", ""},
+      {"an array filled by index", repeatUnit, "t n;", "n.a[@]=1;", ""},
+      {"an array filled by appending", repeatUnit, "t n:", ".a[*]=1;", ""},
+      {"an array filled in descending order", descendingIndices, "t n:", ".a[", "]=1;"},
+      {"arrays of one element", repeatUnit, "t n:", ".a@[0]=1;", ""},
+      {"an array of arrays", repeatUnit, "t n:", ".a[@][0]=1;", ""},
+      {"arrays in arrays in arrays", repeatUnit, "t n:", ".a[*][3][3][3]=1;", ""},
+      {"an array of objects", repeatUnit, "t n:", ".a[*].m=1;", ""},
+      {"an array of buffers", repeatUnit, "t n:", ".a[@]=byte[1]{1};", ""},
+      {"an array of empty buffers", repeatUnit, "t n:", ".a[*]=byte[0]{};", ""},
+      {"an array of buffers in descending order", descendingIndices, "t n:", ".a[",
+       "]=byte[1]{1};"},
+      {"two arrays of buffers, alternating", repeatUnit,
+       "t n:", ".a[*]=byte[1]{1};.b[*]=int32[1]{1};", ""},
+      {"many arrays of buffers, alternating",
        [](std::size_t n) {
-         return flood(n, "t n;", ("n.b@" + deepPath(".a", 255).substr(1) + "=1;").c_str());
+         std::string statements;
+         for (int i = 0; i < 500; ++i) statements += ".a" + std::to_string(i) + "[*]=byte[1]{1};";
+         return repeatUnit(n, "t n:", statements);
        }},
-      {"one path of members", [](std::size_t n) { return flood(n, "t n;n", ".a", "=1;"); }},
-      {"one path of indices", [](std::size_t n) { return flood(n, "t n;n.a", "[0]", "=1;"); }},
-      {"one path of a missing node", [](std::size_t n) { return flood(n, "n", ".a[*]", "=1;"); }},
-      {"the last index allowed",
-       [](std::size_t n) { return run(n, "t n;n.a[524287]=1;", ' ', ""); }},
-      {"the last index allowed, of buffers",
-       [](std::size_t n) { return run(n, "t n;n.a[524287]=byte[1]{1};", ' ', ""); }},
-      {"the last index allowed, of arrays",
-       [](std::size_t n) { return run(n, "t n;n.a[524287][0]=1;", ' ', ""); }},
-      {"the last index allowed, of objects",
-       [](std::size_t n) { return run(n, "t n;n.a[524287].o=1;", ' ', ""); }},
-      {"the last index allowed, at the depth allowed",
-       [](std::size_t n) {
-         return run(n, ("t n;" + deepPath(".a", 254) + "[524287]=1;").c_str(), ' ', "");
-       }},
-      {"an index beyond every end",
-       [](std::size_t n) { return run(n, "t n;n.a[18446744073709551615]=1;", ' ', ""); }},
-      {"indices that leap",
-       [](std::size_t n) { return flood(n, "t n;n.a[500000]=1;", "n.a@[1]=1;"); }},
-      {"an array filled one by one", [](std::size_t n) { return flood(n, "t n;", "n.a[@]=1;"); }},
-      {"an array filled at its end", [](std::size_t n) { return flood(n, "t n:", ".a[*]=1;"); }},
-      {"an array filled backwards",
-       [](std::size_t n) { return backwards(n, "t n:", ".a[", "]=1;"); }},
-      {"arrays of one element", [](std::size_t n) { return flood(n, "t n:", ".a@[0]=1;"); }},
-      {"an array of arrays", [](std::size_t n) { return flood(n, "t n:", ".a[@][0]=1;"); }},
-      {"arrays in arrays in arrays",
-       [](std::size_t n) { return flood(n, "t n:", ".a[*][3][3][3]=1;"); }},
-      {"an array of objects", [](std::size_t n) { return flood(n, "t n:", ".a[*].m=1;"); }},
-      {"an array of buffers", [](std::size_t n) { return flood(n, "t n:", ".a[@]=byte[1]{1};"); }},
-      {"an array of empty buffers",
-       [](std::size_t n) { return flood(n, "t n:", ".a[*]=byte[0]{};"); }},
-      {"an array of buffers, backwards",
-       [](std::size_t n) { return backwards(n, "t n:", ".a[", "]=byte[1]{1};"); }},
-      {"two arrays of buffers in turn",
-       [](std::size_t n) { return flood(n, "t n:", ".a[*]=byte[1]{1};.b[*]=int32[1]{1};"); }},
-      {"many arrays of buffers in turn",
-       [](std::size_t n) {
-         std::string round;
-         for (int i = 0; i < 500; ++i) round += ".a" + std::to_string(i) + "[*]=byte[1]{1};";
-         return flood(n, "t n:", round.c_str());
-       }},
-      {"an array of buffers of two types",
-       [](std::size_t n) { return flood(n, "t n:", ".a[*]=byte[1]{1};.a[*]=int32[1]{1};"); }},
-      {"an array of buffers, the last one again",
-       [](std::size_t n) {
-         return flood(n, "t n:.a[300000]=byte[1]{1};", ".a[300000]=byte[1]{1};");
-       }},
-      {"an array of buffers, some removed",
-       [](std::size_t n) { return flood(n, "", "t n:.a[9]=byte[1]{1};remove n;"); }},
-      {"an array of strings", [](std::size_t n) { return flood(n, "t n:", ".a[*]=\"\";"); }},
-      {"an array of tuples", [](std::size_t n) { return flood(n, "t n:", ".a[*]=vec2(1 2);"); }},
-      {"an array of matrices",
-       [](std::size_t n) {
-         return flood(n, "t n:", ".a[*]=mat4(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1);");
-       }},
-      {"nulls in new inputs", [](std::size_t n) { return flood(n, "t n:", ".a@=null;"); }},
+      {"an array of buffers of two types", repeatUnit,
+       "t n:", ".a[*]=byte[1]{1};.a[*]=int32[1]{1};", ""},
+      {"an array of buffers, the last one repeatedly", repeatUnit, "t n:.a[300000]=byte[1]{1};",
+       ".a[300000]=byte[1]{1};", ""},
+      {"an array of buffers, removed repeatedly", repeatUnit, "", "t n:.a[9]=byte[1]{1};remove n;",
+       ""},
+      {"an array of strings", repeatUnit, "t n:", ".a[*]=\"\";", ""},
+      {"an array of tuples", repeatUnit, "t n:", ".a[*]=vec2(1 2);", ""},
+      {"an array of matrices", repeatUnit, "t n:", ".a[*]=mat4(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1);",
+       ""},
+      {"null in new inputs", repeatUnit, "t n:", ".a@=null;", ""},
   };
 }
 
-std::vector<Family> linkFamilies() {
+std::vector<StressText> linkTexts() {
   return {
-      {"references", [](std::size_t n) { return flood(n, "t n:", ".a@=n;"); }},
-      {"references of one input", [](std::size_t n) { return flood(n, "t n:", ".a=n;"); }},
-      {"references in an array", [](std::size_t n) { return flood(n, "t n:", ".a[*]=b;"); }},
-      {"references forwards", [](std::size_t n) { return flood(n, "t n:", ".a=m@;t m@:"); }},
-      {"references to nothing", [](std::size_t n) { return flood(n, "t n:", ".a@=b;"); }},
-      {"connections", [](std::size_t n) { return flood(n, "t n:t b;t n:", ".a@|=b.c;"); }},
-      {"connections of one input", [](std::size_t n) { return flood(n, "t n:", ".a|=b.c;"); }},
-      {"connections in an array", [](std::size_t n) { return flood(n, "t n:", ".a[*]|=n.c;"); }},
-      {"connections to new outputs", [](std::size_t n) { return flood(n, "t n:", ".a@|=n.c@;"); }},
-      {"connections to nothing", [](std::size_t n) { return flood(n, "t n:", ".a@|=b.c;"); }},
-      {"connections to nulls", [](std::size_t n) { return flood(n, "t n:", ".a[*]|=null;"); }},
-      {"connections to no output", [](std::size_t n) { return flood(n, "t n:", ".a[*]|=.c;"); }},
-      {"connections and references of deep inputs",
-       [](std::size_t n) { return flood(n, "t n;", (deepPath(".a", 255) + ".m@=b;").c_str()); }},
-      {"one long source", [](std::size_t n) { return flood(n, "t n;n.a|=b", ".c", ";"); }},
-      {"one long source of indices",
-       [](std::size_t n) { return flood(n, "t n;n.a|=b.c", "[0]", ";"); }},
-      {"a link and a value in turn",
-       [](std::size_t n) { return flood(n, "t n:", ".a@=n;.a@=1;.a@|=n.o;"); }},
+      {"references", repeatUnit, "t n:", ".a@=n;", ""},
+      {"references of one input", repeatUnit, "t n:", ".a=n;", ""},
+      {"references in an array", repeatUnit, "t n:", ".a[*]=b;", ""},
+      {"forward references", repeatUnit, "t n:", ".a=m@;t m@:", ""},
+      {"references to missing nodes", repeatUnit, "t n:", ".a@=b;", ""},
+      {"connections", repeatUnit, "t n:t b;t n:", ".a@|=b.c;", ""},
+      {"connections of one input", repeatUnit, "t n:", ".a|=b.c;", ""},
+      {"connections in an array", repeatUnit, "t n:", ".a[*]|=n.c;", ""},
+      {"connections to new outputs", repeatUnit, "t n:", ".a@|=n.c@;", ""},
+      {"connections to missing nodes", repeatUnit, "t n:", ".a@|=b.c;", ""},
+      {"connections to null", repeatUnit, "t n:", ".a[*]|=null;", ""},
+      {"connections without a node", repeatUnit, "t n:", ".a[*]|=.c;", ""},
+      {"references of deep inputs", repeatUnit, "t n;", deepPath(".a", 255) + ".m@=b;", ""},
+      {"one long connection source", repeatUnit, "t n;n.a|=b", ".c", ";"},
+      {"one long connection source of indices", repeatUnit, "t n;n.a|=b.c", "[0]", ";"},
+      {"links and values, alternating", repeatUnit, "t n:", ".a@=n;.a@=1;.a@|=n.o;", ""},
   };
 }
 

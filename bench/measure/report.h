@@ -1,4 +1,4 @@
-// The table of ratios: what is aimed at, what must hold, what was measured.
+// The table of results: the aim, the limit and the measured value of each row.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace bench {
 
-// One ratio of a row. Both limits are met from the same side.
+// One value of a row.
 struct Figure {
   double measured;
   double aim;
-  double mustHold;
+  double mustHold;  // the limit
 };
 
 enum class Better { Low, High };
@@ -18,17 +18,17 @@ enum class Better { Low, High };
 struct Row {
   std::string what;
   Better better;
-  std::string unit;  // after each number; empty for a ratio
+  std::string unit;  // printed after each number; empty for a ratio
   std::vector<Figure> figures;
 };
 
-// Every contender's own figures, below the table.
+// The time of one candidate, printed below the table.
 struct Detail {
   std::string scene;
   std::string reader;
   double milliseconds;
-  double perSecond;  // of `what`
-  std::string what;  // "MB", "M numbers", "k statements"
+  double perSecond;
+  std::string what;  // the unit of perSecond: "MB", "M numbers", "k statements"
 };
 
 struct Report {
@@ -37,15 +37,16 @@ struct Report {
   std::vector<Detail> details;
 };
 
-// "OK" when every figure reaches its aim, "below aim" when each still holds, "MISSED" otherwise.
+// "OK" if every figure reaches its aim, "below aim" if every figure is within its limit, otherwise
+// "MISSED".
 const char* verdict(const Row& row);
 
 void printTable(const Report& report);
 
-// Throws std::runtime_error when the file cannot be written.
+// Throws std::runtime_error if the file cannot be written.
 void writeJson(const Report& report, const std::string& path);
 
-// The processor's name and how many there are.
+// The name of the processor and the number of processors.
 std::string machineName();
 
 }  // namespace bench

@@ -1,6 +1,6 @@
-// The program starts itself anew with PEAK_OPTION; the child reads the text and prints its figure,
-// the high-water mark of its resident memory (VmHWM) less what was resident before the read.
-#include "bench/memory.h"
+// The program starts itself with PEAK_OPTION. The child process reads the text and prints the peak
+// of its resident memory (VmHWM) minus the resident memory before the read.
+#include "bench/measure/memory.h"
 
 #include <malloc.h>
 
@@ -9,12 +9,14 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "tests/support/text.h"
+
 namespace bench {
 namespace {
 
 constexpr char PEAK_OPTION[] = "--peak-of-read";
 
-// A line of /proc/self/status, in bytes.
+// A value of /proc/self/status, in bytes.
 size_t statusLine(const char* name) {
   std::FILE* const file = std::fopen("/proc/self/status", "r");
   if (file == nullptr) throw std::runtime_error("cannot read /proc/self/status");
@@ -29,29 +31,19 @@ size_t statusLine(const char* name) {
   return 1024 * kilobytes;
 }
 
-// Sets the high-water mark to what is resident now.
-void resetHighWater() {
+// Sets VmHWM to the current resident memory.
+void resetPeak() {
   std::FILE* const file = std::fopen("/proc/self/clear_refs", "w");
   if (file == nullptr || std::fputs("5", file) < 0 || std::fclose(file) != 0) {
     throw std::runtime_error("cannot write /proc/self/clear_refs");
   }
 }
 
-zn::String contentOf(const char* path) {
-  std::FILE* const file = std::fopen(path, "rb");
-  if (file == nullptr) throw std::runtime_error(std::string("cannot read ") + path);
-  std::fseek(file, 0, SEEK_END);
-  std::string content(static_cast<size_t>(std::ftell(file)), '\0');
-  std::rewind(file);
-  const size_t length = std::fread(content.data(), 1, content.size(), file);
-  std::fclose(file);
-  return zn::String(content.data(), length);
-}
-
 size_t measure(Route route, const char* path) {
-  const zn::String text = route == Route::String ? contentOf(path) : zn::String();
+  const zn::String text =
+      route == Route::String ? vsa_tests::string(vsa_tests::contentOf(path)) : zn::String();
   malloc_trim(0);
-  resetHighWater();
+  resetPeak();
   const size_t before = statusLine("VmRSS:");
   zn::korvo_sdk::Scene scene;
   if (route == Route::String) {
@@ -76,7 +68,7 @@ size_t peakOfRead(const std::string& path, Route route) {
   return bytes;
 }
 
-bool answerPeakRequest(int argc, char** argv) {
+bool handlePeakRequest(int argc, char** argv) {
   if (argc != 4 || std::strcmp(argv[1], PEAK_OPTION) != 0) return false;
   const Route route = std::strcmp(argv[2], "string") == 0 ? Route::String : Route::File;
   std::printf("%zu\n", measure(route, argv[3]));

@@ -1,6 +1,6 @@
-// The hook: glibc's allocator under its other names, with a count before each call. Reads run on
-// one thread; a count that another thread's library code gets wrong is of no concern here.
-#include "bench/allocation_count.h"
+// Replaces the allocation functions by ones that count and call glibc's allocator by its internal
+// names. The count is not atomic: reads use a single thread.
+#include "bench/measure/allocation_count.h"
 
 namespace {
 size_t allocations = 0;

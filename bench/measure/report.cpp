@@ -1,15 +1,18 @@
-// The table for people and the same as JSON.
-#include "bench/report.h"
+// Prints the results as a table and writes them as JSON.
+#include "bench/measure/report.h"
 
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 namespace bench {
 namespace {
+
+using Json = nlohmann::ordered_json;
 
 bool reaches(Better better, double measured, double limit) {
   return better == Better::Low ? measured <= limit : measured >= limit;
@@ -21,7 +24,7 @@ std::string rounded(double number) {
   return text;
 }
 
-// "0.98; 1.10", or one number when all figures share it.
+// The numbers of all figures, "0.98; 1.10". Equal aims and limits are printed once.
 std::string listed(const Row& row, double Figure::*number) {
   std::string text;
   for (const Figure& figure : row.figures) {
@@ -37,45 +40,25 @@ void printRow(const char* what, const char* aim, const char* mustHold, const cha
   std::printf("| %-62s | %10s | %10s | %16s | %-9s |\n", what, aim, mustHold, measured, result);
 }
 
-std::string quoted(const std::string& text) {
-  std::string out = "\"";
-  for (const char c : text) {
-    if (c == '"' || c == '\\') out += '\\';
-    out += c;
-  }
-  return out + '"';
-}
-
-void writeRow(std::ostream& out, const Row& row) {
-  out << "{\"what\": " << quoted(row.what)
-      << ", \"better\": " << (row.better == Better::Low ? "\"low\"" : "\"high\"")
-      << ", \"unit\": " << quoted(row.unit) << ", \"figures\": [";
-  const char* separator = "";
+Json jsonOf(const Row& row) {
+  Json figures = Json::array();
   for (const Figure& figure : row.figures) {
-    out << separator << "{\"aim\": " << figure.aim << ", \"mustHold\": " << figure.mustHold
-        << ", \"measured\": " << figure.measured << "}";
-    separator = ", ";
+    figures.push_back(
+        {{"aim", figure.aim}, {"mustHold", figure.mustHold}, {"measured", figure.measured}});
   }
-  out << "], \"verdict\": " << quoted(verdict(row)) << "}";
+  return {{"what", row.what},
+          {"better", row.better == Better::Low ? "low" : "high"},
+          {"unit", row.unit},
+          {"figures", std::move(figures)},
+          {"verdict", verdict(row)}};
 }
 
-void writeDetail(std::ostream& out, const Detail& detail) {
-  out << "{\"scene\": " << quoted(detail.scene) << ", \"reader\": " << quoted(detail.reader)
-      << ", \"milliseconds\": " << detail.milliseconds << ", \"perSecond\": " << detail.perSecond
-      << ", \"of\": " << quoted(detail.what) << "}";
-}
-
-template <class Item>
-void writeList(std::ostream& out, const char* name, const std::vector<Item>& items,
-               void (*write)(std::ostream&, const Item&)) {
-  out << ",\n  \"" << name << "\": [";
-  const char* separator = "\n    ";
-  for (const Item& item : items) {
-    out << separator;
-    write(out, item);
-    separator = ",\n    ";
-  }
-  out << "\n  ]";
+Json jsonOf(const Detail& detail) {
+  return {{"scene", detail.scene},
+          {"reader", detail.reader},
+          {"milliseconds", detail.milliseconds},
+          {"perSecond", detail.perSecond},
+          {"of", detail.what}};
 }
 
 }  // namespace
@@ -108,11 +91,11 @@ void printTable(const Report& report) {
 }
 
 void writeJson(const Report& report, const std::string& path) {
+  Json json = {{"machine", report.machine}, {"rows", Json::array()}, {"details", Json::array()}};
+  for (const Row& row : report.rows) json["rows"].push_back(jsonOf(row));
+  for (const Detail& detail : report.details) json["details"].push_back(jsonOf(detail));
   std::ofstream out(path);
-  out << "{\n  \"machine\": " << quoted(report.machine);
-  writeList(out, "rows", report.rows, writeRow);
-  writeList(out, "details", report.details, writeDetail);
-  out << "\n}\n";
+  out << json.dump(2) << '\n';
   if (!out.flush()) throw std::runtime_error("cannot write " + path);
 }
 

@@ -1,5 +1,5 @@
-// The rounds of a contest and their medians.
-#include "bench/peers/contest.h"
+// The rounds of a comparison and their medians.
+#include "bench/measure/comparison.h"
 
 #include <time.h>
 
@@ -9,16 +9,16 @@
 namespace bench {
 namespace {
 
-// Mean of as many reads as fill the shortest time that is measured well. One before them is not
-// counted: it finds the heap and the caches as another contender has left them.
-double measured(const Contender& contender) {
+// The mean time of as many reads as take ENOUGH_SECONDS. A first read is not counted, because it
+// finds the heap and the caches in the state that another candidate left.
+double meanSeconds(const Candidate& candidate) {
   constexpr double ENOUGH_SECONDS = 0.05;
-  contender.read();
+  candidate.read();
   double total = 0;
   size_t reads = 0;
   const Stopwatch whole;
   do {
-    total += contender.read();
+    total += candidate.read();
     ++reads;
   } while (whole.seconds() < ENOUGH_SECONDS);
   return total / static_cast<double>(reads);
@@ -32,11 +32,11 @@ double Stopwatch::now() {
   return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
 }
 
-std::vector<double> contest(const std::vector<Contender>& contenders, size_t rounds) {
-  std::vector<std::vector<double>> seconds(contenders.size());
+std::vector<double> compare(const std::vector<Candidate>& candidates, size_t rounds) {
+  std::vector<std::vector<double>> seconds(candidates.size());
   for (size_t round = 0; round <= rounds; ++round) {
-    for (size_t i = 0; i < contenders.size(); ++i) {
-      const double time = measured(contenders[i]);
+    for (size_t i = 0; i < candidates.size(); ++i) {
+      const double time = meanSeconds(candidates[i]);
       if (round > 0) seconds[i].push_back(time);
     }
   }
@@ -51,7 +51,7 @@ double median(std::vector<double> values) {
   return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
 }
 
-void mustFind(const std::string& who, const char* what, size_t found, size_t expected) {
+void requireCount(const std::string& who, const char* what, size_t found, size_t expected) {
   if (found == expected) return;
   throw std::runtime_error(who + ": found " + std::to_string(found) + " " + what + ", expected " +
                            std::to_string(expected));

@@ -1,11 +1,12 @@
-// accept_cases FOLDER NAME...: writes the expectations of the cases whose name contains one of the
-// NAMEs, or that are named by the path of their text. What is written is what the reader does now:
-// read the difference before committing.
+// accept_cases FOLDER NAME...: rewrites the expectations of test cases with the current outcome of
+// the reader. A NAME is a part of the names of cases, or the path of a .vsa file. Prints the files
+// that it changes.
 #include <cstdio>
 #include <exception>
 #include <fstream>
 
 #include "tests/support/case_run.h"
+#include "tests/support/text.h"
 
 namespace {
 
@@ -21,17 +22,17 @@ void accept(const fs::path& text) {
   std::printf("%s\n", expectation.c_str());
 }
 
-bool isMeant(const fs::path& text, const fs::path& folder, const std::string& name) {
+bool matches(const fs::path& text, const fs::path& folder, const std::string& name) {
   std::error_code none;
   return fs::equivalent(text, name, none) ||
          fs::relative(text, folder).generic_string().find(name) != std::string::npos;
 }
 
-/// Returns whether there is a case of that name.
+/// Rewrites the cases that match `name`. Returns whether there are any.
 bool acceptNamed(const fs::path& folder, const std::string& name) {
   bool found = false;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {
-    if (entry.path().extension() != ".vsa" || !isMeant(entry.path(), folder, name)) continue;
+    if (entry.path().extension() != ".vsa" || !matches(entry.path(), folder, name)) continue;
     accept(entry.path());
     found = true;
   }
