@@ -1,4 +1,4 @@
-// Where characters come from: a String or a File. Internal.
+// The two sources of characters: a String or a File. Internal.
 #pragma once
 
 #include <vsa/foundation/file.h>
@@ -8,7 +8,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reads a text in memory, which it shares with its caller.
+/// Reads a text in memory; the caller's String shares it.
 class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);
