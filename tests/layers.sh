@@ -18,8 +18,8 @@ src/foundation/text        include/vsa/foundation src/foundation/base src/founda
 src/foundation/compression include/vsa/foundation src/foundation/base src/foundation/containers
 src/foundation/io          include/vsa/foundation src/foundation/base
 src/scene                  include/vsa/foundation include/vsa/scene src/foundation/text
-src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers
-src/scene/model            include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/scene src/scene/model/storage
+src/scene/model/storage    include/vsa/foundation src/foundation/containers src/foundation/text
+src/scene/model            include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/containers src/scene src/scene/model/storage
 src/vsa/diagnostics        include/vsa/foundation include/vsa/scene
 src/vsa/lex                include/vsa/foundation src/foundation/base src/foundation/text src/vsa/diagnostics
 src/vsa/apply              include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/vsa/diagnostics src/vsa/lex
