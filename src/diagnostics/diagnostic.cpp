@@ -26,7 +26,8 @@ String whatOf(const Diagnostic& diagnostic) {
 
 String Diagnostic::kind() const {
   const char* const kind = rowOf(id).kind;
-  return list.isEmpty() ? String(kind) : diagnostic_detail::formatMessage(kind, list.buf());
+  return id != DiagnosticId::InvalidListToken ? String(kind)
+                                              : diagnostic_detail::formatMessage(kind, list.buf());
 }
 
 String Diagnostic::logLine() const {

@@ -1,5 +1,8 @@
 #include "vsa/lex/lexer_source.h"
 
+#include <cstdint>
+#include <limits>
+
 namespace zn::korvo_sdk::impl {
 
 using zn::detail::OpenFile;
@@ -10,6 +13,7 @@ StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];
   windowBegin = source.buf();
   windowEnd = source.buf() + source.len();
+  if (source.len() > std::numeric_limits<std::uint32_t>::max()) forgetOffset();
 }
 
 char StringLexer::consume() {
@@ -36,6 +40,7 @@ char FileLexer::consume() {
 // Reads the next byte of the file; the window begins with it. When the source throws, the window is
 // empty.
 char FileLexer::fetch() {
+  countIndexWraps();
   if (OpenFile* const shared = OpenFile::of(file)) shared->attach(cursor_);
   if (windowBegin < windowEnd) return *windowBegin;
   endSource();

@@ -14,7 +14,7 @@ class StringLexer final : public Lexer {
   explicit StringLexer(const String& text);
   char consume() override;
 
-  String source;
+  const String source;
 };
 
 /// Reads an open file, forward from its read position. The file is shared: whenever another handle
@@ -28,7 +28,7 @@ class FileLexer final : public Lexer {
   FileLexer& operator=(const FileLexer&) = delete;
   char consume() override;
 
-  File file;
+  const File file;
 
  private:
   char fetch();
