@@ -1,17 +1,16 @@
-// Linear everywhere: each case is a text of n like statements, or of one statement n long, read at
-// n and at 4n. A reader that looks at each character and each element once takes four times as
-// long; up to five leaves room for caches.
-//
-//   vsa_bench_linear [--only TEXT] [--json FILE]      only: cases with TEXT in their name
+// Measures how the time of a read grows with its input. Each case is a text of n similar
+// statements, or of one statement of length n, read at n and at 4n. A linear reader takes four
+// times as long; the limit of five allows for cache misses.
 #include <malloc.h>
 
+#include <CLI/CLI.hpp>
 #include <cstdio>
 #include <cstring>
 #include <exception>
 #include <stdexcept>
 
+#include "bench/measure/report.h"
 #include "bench/our_reader.h"
-#include "bench/report.h"
 
 namespace bench {
 namespace {
@@ -23,10 +22,10 @@ struct Case {
   const char* name;
   size_t size;  // n
   std::string (*make)(size_t n);
-  uint64_t (*found)(Scene& scene);  // what the text of size n holds n of
+  uint64_t (*count)(Scene& scene);  // n for the text of size n; null: not checked
 };
 
-// n times the statements that `add` gives for the i-th.
+// Joins the statements that `add` returns for each index below n.
 template <class Add>
 std::string repeated(size_t n, Add add) {
   std::string text;
@@ -156,61 +155,53 @@ constexpr Case CASES[] = {
     {"small comments", 200'000, manyComments, commentCount},
 };
 
-Contender readerOf(const Case& tried, size_t n) {
-  const std::string made = tried.make(n);
-  const zn::String text(made.data(), made.size());
+Candidate readerOf(const Case& measured, size_t n) {
+  const std::string generated = measured.make(n);
+  const zn::String text(generated.data(), generated.size());
   Scene checked;
   readString(checked, text);
-  if (tried.found != nullptr) mustFind(tried.name, "items", tried.found(checked), n);
-  return {tried.name, [text] {
-            Scene fresh;
-            const Stopwatch watch;
-            readString(fresh, text);
-            return watch.seconds();
-          }};
+  if (measured.count != nullptr) {
+    requireCount(measured.name, "items", measured.count(checked), n);
+  }
+  return sceneCandidate(measured.name, [text](Scene& scene) { readString(scene, text); });
 }
 
-void measure(Report& report, const Case& tried) {
+void measure(Report& report, const Case& measured) {
   constexpr size_t ROUNDS = 5;
   const std::vector<double> seconds =
-      contest({readerOf(tried, tried.size), readerOf(tried, 4 * tried.size)}, ROUNDS);
-  report.rows.push_back({std::string("t(4n)/t(n), ") + tried.name,
+      compare({readerOf(measured, measured.size), readerOf(measured, 4 * measured.size)}, ROUNDS);
+  report.rows.push_back({std::string("t(4n)/t(n), ") + measured.name,
                          Better::Low,
                          "",
                          {{seconds[1] / seconds[0], 5, 5}}});
   for (const size_t times : {size_t{1}, size_t{4}}) {
-    const auto amount = static_cast<double>(times * tried.size) / 1e3;
-    const double taken = seconds[times / 4];
+    const auto amount = static_cast<double>(times * measured.size) / 1e3;
+    const double time = seconds[times / 4];
     report.details.push_back(
-        {times == 1 ? "n" : "4n", tried.name, 1e3 * taken, amount / taken, "k items"});
+        {times == 1 ? "n" : "4n", measured.name, 1e3 * time, amount / time, "k items"});
   }
-}
-
-// What stands behind `option`, or null.
-const char* argumentOf(const char* option, int argc, char** argv) {
-  for (int i = 1; i + 1 < argc; i += 2) {
-    if (std::strcmp(argv[i], option) == 0) return argv[i + 1];
-  }
-  return nullptr;
 }
 
 }  // namespace
 }  // namespace bench
 
 int main(int argc, char** argv) try {
-  // What the system takes to hand out pages depends on what the allocator keeps, and that on the
-  // size: it keeps all, so that from the second read on none is handed out at n nor at 4n.
+  std::string only, json;
+  CLI::App app("Measures how the time of a read grows with its input.", "vsa_bench_linear");
+  app.add_option("--only", only, "Run the cases with TEXT in their name")->type_name("TEXT");
+  app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
+  CLI11_PARSE(app, argc, argv);
+  // The allocator keeps all memory, so only the first read causes page faults. Otherwise their
+  // number would depend on the size.
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, -1);
   bench::Report report;
   report.machine = bench::machineName();
-  const char* const only = bench::argumentOf("--only", argc, argv);
-  for (const bench::Case& tried : bench::CASES) {
-    if (only == nullptr || std::strstr(tried.name, only) != nullptr) bench::measure(report, tried);
+  for (const bench::Case& each : bench::CASES) {
+    if (std::strstr(each.name, only.c_str()) != nullptr) bench::measure(report, each);
   }
   bench::printTable(report);
-  const char* const json = bench::argumentOf("--json", argc, argv);
-  if (json != nullptr) bench::writeJson(report, json);
+  if (!json.empty()) bench::writeJson(report, json);
   return 0;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "vsa_bench_linear: %s\n", error.what());

@@ -1,18 +1,18 @@
-// Google Benchmark's main, in front of it the child that measures memory.
+// The main function of vsa_bench.
 #include <benchmark/benchmark.h>
 
 #include <cstdio>
 #include <exception>
 
-#include "bench/memory.h"
+#include "bench/measure/memory.h"
 
 namespace bench {
-void registerReads();
+void registerBenchmarks();
 }
 
 int main(int argc, char** argv) try {
-  if (bench::answerPeakRequest(argc, argv)) return 0;
-  bench::registerReads();
+  if (bench::handlePeakRequest(argc, argv)) return 0;
+  bench::registerBenchmarks();
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
   benchmark::RunSpecifiedBenchmarks();

@@ -1,4 +1,4 @@
-// Whole reads, and the figures of the scene that came of them.
+// Reads of whole texts, and the values of the scenes that they build.
 #include "bench/our_reader.h"
 
 #include <bit>
@@ -6,6 +6,7 @@
 #include <cstring>
 #include <memory>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <vsa/foundation/file.h>
@@ -80,7 +81,7 @@ void countInput(Expected& found, const Input& input) {
   }
 }
 
-Expected figuresOf(const Scene& scene) {
+Expected valuesOf(const Scene& scene) {
   Expected found;
   found.comments = scene.fileCommentCount();
   found.nodes = scene.nodeCount();
@@ -92,13 +93,13 @@ Expected figuresOf(const Scene& scene) {
 }
 
 template <class Number>
-Contender numberRun(const char* name, const NumberList& numbers) {
+Candidate numberRun(const char* name, const NumberList& numbers) {
   const auto out = std::make_shared<std::vector<Number>>(numbers.componentCount);
   const auto convert = [&numbers, out] {
     const char* const from = numbers.digits.data();
     return zn::readNumberRun(from, from + numbers.digits.size(), out->data(), out->size()).count;
   };
-  mustFind(name, "numbers", convert(), numbers.componentCount);
+  requireCount(name, "numbers", convert(), numbers.componentCount);
   return {name, [convert] {
             const Stopwatch watch;
             convert();
@@ -130,56 +131,55 @@ void readFile(Scene& scene, const std::string& path) {
   }
 }
 
-void mustHold(const Scene& scene, const Expected& expected) {
-  const Expected found = figuresOf(scene);
+void requireScene(const Scene& scene, const Expected& expected) {
+  const Expected found = valuesOf(scene);
   const char* const who = "the reader";
-  mustFind(who, "nodes", found.nodes, expected.nodes);
-  mustFind(who, "comments", found.comments, expected.comments);
-  mustFind(who, "inputs", found.inputs, expected.inputs);
-  mustFind(who, "references", found.references, expected.references);
-  mustFind(who, "connections", found.connections, expected.connections);
-  mustFind(who, "strings", found.strings, expected.strings);
-  mustFind(who, "characters in strings", found.stringBytes, expected.stringBytes);
-  mustFind(who, "numbers", found.numbers, expected.numbers);
-  mustFind(who, "bytes of elements", found.elementBytes, expected.elementBytes);
-  mustFind(who, "as the sum of all elements", found.bufferSum, expected.bufferSum);
-  mustFind(who, "as the sum of all scalars", found.scalarSum, expected.scalarSum);
+  requireCount(who, "nodes", found.nodes, expected.nodes);
+  requireCount(who, "comments", found.comments, expected.comments);
+  requireCount(who, "inputs", found.inputs, expected.inputs);
+  requireCount(who, "references", found.references, expected.references);
+  requireCount(who, "connections", found.connections, expected.connections);
+  requireCount(who, "strings", found.strings, expected.strings);
+  requireCount(who, "characters in strings", found.stringBytes, expected.stringBytes);
+  requireCount(who, "numbers", found.numbers, expected.numbers);
+  requireCount(who, "bytes of elements", found.elementBytes, expected.elementBytes);
+  requireCount(who, "as the sum of all elements", found.bufferSum, expected.bufferSum);
+  requireCount(who, "as the sum of all scalars", found.scalarSum, expected.scalarSum);
 }
 
-Contender stringReader(const Text& vsa) {
+Candidate sceneCandidate(std::string name, std::function<void(Scene&)> fill) {
+  return {std::move(name), [fill = std::move(fill)] {
+            Scene scene;
+            const Stopwatch watch;
+            fill(scene);
+            return watch.seconds();
+          }};
+}
+
+Candidate stringReader(const Text& vsa) {
   const zn::String text(vsa.text.data(), vsa.text.size());
   Scene checked;
   readString(checked, text);
-  mustHold(checked, vsa.expected);
-  return {"VSA reader", [text] {
-            Scene fresh;
-            const Stopwatch watch;
-            readString(fresh, text);
-            return watch.seconds();
-          }};
+  requireScene(checked, vsa.expected);
+  return sceneCandidate("VSA reader", [text](Scene& scene) { readString(scene, text); });
 }
 
-Contender fileReader(const Text& vsa, const std::string& path) {
+Candidate fileReader(const Text& vsa, const std::string& path) {
   Scene checked;
   readFile(checked, path);
-  mustHold(checked, vsa.expected);
-  return {"VSA reader, from a file", [path] {
-            Scene fresh;
-            const Stopwatch watch;
-            readFile(fresh, path);
-            return watch.seconds();
-          }};
+  requireScene(checked, vsa.expected);
+  return sceneCandidate("VSA reader, from a file", [path](Scene& scene) { readFile(scene, path); });
 }
 
-Contender floatRun(const NumberList& numbers) {
+Candidate floatRun(const NumberList& numbers) {
   return numberRun<float>("VSA reader, conversion alone", numbers);
 }
 
-Contender intRun(const NumberList& numbers) {
+Candidate intRun(const NumberList& numbers) {
   return numberRun<int>("VSA reader, conversion alone", numbers);
 }
 
-Contender ourInflate(const std::string& stream, const std::string& bytes) {
+Candidate ourInflate(const std::string& stream, const std::string& bytes) {
   size_t length = 0;
   const Memory checked = inflated(stream, bytes.size(), length);
   if (length != bytes.size() || std::memcmp(checked.get(), bytes.data(), length) != 0) {

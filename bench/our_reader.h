@@ -1,32 +1,37 @@
-// The reader under measurement, as the benchmarks call it: whole reads into a fresh scene, and the
-// scene held against what the generator put into the text.
+// The reader as the benchmarks call it: reads into a new scene, and checks of the scene against the
+// values that the generator put into the text.
 #pragma once
 
 #include <string>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/scene.h>
-#include "bench/peers/contest.h"
+#include "bench/measure/comparison.h"
 #include "bench/scenes/text_generator.h"
 
 namespace bench {
 
 enum class Route { String, File };
 
-// Throw std::runtime_error when the reader does not read the whole text.
+// Both throw std::runtime_error if the text is not read completely.
 void readString(zn::korvo_sdk::Scene& scene, const zn::String& text);
 void readFile(zn::korvo_sdk::Scene& scene, const std::string& path);
 
-// Throws std::runtime_error at the first figure of the scene that is not the expected one.
-void mustHold(const zn::korvo_sdk::Scene& scene, const Expected& expected);
+// Throws std::runtime_error if the scene differs from `expected`.
+void requireScene(const zn::korvo_sdk::Scene& scene, const Expected& expected);
 
-// Read and check once, then stand ready to be timed. The file at `path` must hold the text.
-Contender stringReader(const Text& vsa);
-Contender fileReader(const Text& vsa, const std::string& path);
+// A candidate whose `read` times `fill` on a new scene.
+Candidate sceneCandidate(std::string name, std::function<void(zn::korvo_sdk::Scene&)> fill);
 
-// The stages that have a peer of their own: a list's numbers into element memory, and inflate.
-Contender floatRun(const NumberList& numbers);
-Contender intRun(const NumberList& numbers);
-Contender ourInflate(const std::string& stream, const std::string& bytes);
+// Candidates that read the text, or the file at `path` with the same content. They check the result
+// of a first read.
+Candidate stringReader(const Text& vsa);
+Candidate fileReader(const Text& vsa, const std::string& path);
+
+// Candidates for single stages: conversion of a list of numbers, and decompression of a zlib
+// stream.
+Candidate floatRun(const NumberList& numbers);
+Candidate intRun(const NumberList& numbers);
+Candidate ourInflate(const std::string& stream, const std::string& bytes);
 
 }  // namespace bench

@@ -1,16 +1,21 @@
-// Whole reads of every scene and size, from a String and from a File: read/geo/50MB/string.
+// Reads of generated scenes, from a String and from a File: read/geo/50MB/string. Counters: bytes,
+// numbers and statements per second, allocations per statement, and peak resident memory over the
+// size of the input, which a read from a File does not hold in memory. The time excludes the
+// destruction of the scene.
 //
-// Counters: bytes, numbers and statements a second, allocations a statement, and the peak of
-// resident memory over the input's size (of a File's read the input is not in memory). The scene is
-// destroyed outside of the time.
+// Dumps as `vsa dump` makes them, including the read: dump/geo/5MB.
 #include <benchmark/benchmark.h>
 
 #include <cstdlib>
 #include <memory>
 
-#include "bench/allocation_count.h"
-#include "bench/memory.h"
+#include "bench/measure/allocation_count.h"
+#include "bench/measure/memory.h"
 #include "bench/our_reader.h"
+#include "tools/scene_text/scene_dump.h"
+#include "tools/vsa/input/input_file.h"
+#include "tools/vsa/log_spool.h"
+#include "tools/vsa/read_scene.h"
 
 namespace bench {
 namespace {
@@ -20,22 +25,23 @@ struct SceneRow {
   const char* size;
   Text (*make)(size_t, Format, uint64_t);
   size_t amount;
+  bool isDumped = false;
 };
 
 constexpr SceneRow SCENES[] = {
-    {"geo", "5MB", geo, 5'000'000},
+    {"geo", "5MB", geo, 5'000'000, true},
     {"geo", "50MB", geo, 50'000'000},
     {"geo", "250MB", geo, 250'000'000},
     {"nodes", "10k", nodes, 10'000},
-    {"nodes", "100k", nodes, 100'000},
+    {"nodes", "100k", nodes, 100'000, true},
     {"nodes", "1M", nodes, 1'000'000},
     {"links", "1k", links, 1'000},
     {"links", "10k", links, 10'000},
     {"links", "100k", links, 100'000},
     {"links", "1M", links, 1'000'000},
     {"text", "1MB", text, 1'000'000},
-    {"text", "20MB", text, 20'000'000},
-    {"compressed", "20MB", compressed, 20'000'000},
+    {"text", "20MB", text, 20'000'000, true},
+    {"compressed", "20MB", compressed, 20'000'000, true},
 };
 
 std::string scratchFile() {
@@ -43,10 +49,10 @@ std::string scratchFile() {
   return std::string(folder != nullptr ? folder : "/tmp") + "/vsa_bench.vsa";
 }
 
-// The scene at hand, in memory and on file; the benchmarks of one scene follow each other.
-class Workplace {
+// The current scene as a text and as a file. Consecutive benchmarks share it.
+class CurrentScene {
  public:
-  const Text& sceneOf(const SceneRow& row) {
+  const Text& generate(const SceneRow& row) {
     if (current == &row) return vsa;
     vsa = row.make(row.amount, Format::Vsa, 1);
     std::FILE* const file = std::fopen(path.c_str(), "wb");
@@ -65,9 +71,9 @@ class Workplace {
   Text vsa;
 };
 
-Workplace& workplace() {
-  static Workplace place;
-  return place;
+CurrentScene& currentScene() {
+  static CurrentScene scene;
+  return scene;
 }
 
 void report(benchmark::State& state, const Text& vsa, size_t allocations, size_t peak) {
@@ -84,9 +90,9 @@ void report(benchmark::State& state, const Text& vsa, size_t allocations, size_t
 }
 
 void readScene(benchmark::State& state, const SceneRow& row, Route route) {
-  const Text& vsa = workplace().sceneOf(row);
-  const std::string& path = workplace().path;
-  const Contender reader = route == Route::String ? stringReader(vsa) : fileReader(vsa, path);
+  const Text& vsa = currentScene().generate(row);
+  const std::string& path = currentScene().path;
+  const Candidate reader = route == Route::String ? stringReader(vsa) : fileReader(vsa, path);
   size_t allocations = 0;
   for ([[maybe_unused]] auto iteration : state) {
     const size_t before = allocationCount();
@@ -96,9 +102,27 @@ void readScene(benchmark::State& state, const SceneRow& row, Route route) {
   report(state, vsa, allocations, peakOfRead(path, route));
 }
 
+void dumpScene(benchmark::State& state, const SceneRow& row) {
+  const Text& vsa = currentScene().generate(row);
+  std::FILE* const devNull = std::fopen("/dev/null", "wb");
+  for ([[maybe_unused]] auto iteration : state) {
+    const vsa_tools::InputFile input = vsa_tools::openInput(currentScene().path);
+    zn::korvo_sdk::Scene scene;
+    vsa_tools::LogSpool log;
+    const vsa_tools::FileOutcome outcome = vsa_tools::readScene(scene, input, log);
+    if (!outcome.isComplete()) state.SkipWithError("the file was not read");
+    vsa_tools::TextOutput out(devNull);
+    dumpJson(
+        outcome, [&log](vsa_tools::TextOutput& to) { log.moveTo(to); }, scene, out);
+    out.flush();
+  }
+  std::fclose(devNull);
+  state.SetBytesProcessed(static_cast<int64_t>(vsa.text.size()) * state.iterations());
+}
+
 }  // namespace
 
-void registerReads() {
+void registerBenchmarks() {
   for (const SceneRow& row : SCENES) {
     for (const Route route : {Route::String, Route::File}) {
       const std::string name = std::string("read/") + row.name + "/" + row.size +
@@ -107,6 +131,9 @@ void registerReads() {
           ->UseManualTime()
           ->Unit(benchmark::kMillisecond);
     }
+    if (!row.isDumped) continue;
+    const std::string name = std::string("dump/") + row.name + "/" + row.size;
+    benchmark::RegisterBenchmark(name.c_str(), dumpScene, row)->Unit(benchmark::kMillisecond);
   }
 }
 

@@ -1,5 +1,5 @@
-// Each stage of a read by itself: lexing, number conversion, buffer literals, the hash map,
-// resolution of links, inflate. What a stage finds is checked before it is timed.
+// The stages of a read: lexing, number conversion, buffer literals, the hash map, link resolution,
+// inflate. The result of a stage is checked before it is timed.
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>
@@ -11,6 +11,7 @@
 #include "foundation/containers/hash_map.h"
 #include "foundation/numbers/number_list.h"
 #include "foundation/numbers/number_text.h"
+#include "tools/scene_text/printable_text.h"
 #include "vsa/lex/lexer_source.h"
 #include "vsa/parser.h"
 
@@ -34,7 +35,7 @@ void setRate(benchmark::State& state, const char* name, size_t amount) {
                           benchmark::Counter::kIsIterationInvariantRate};
 }
 
-// Lexing alone.
+// Lexing.
 
 bool endsStatement(Token::Type type) {
   return type == Token::Type::Semicolon || type == Token::Type::Colon ||
@@ -53,7 +54,7 @@ size_t statementsIn(Lexer& lexer) {
 void lexText(benchmark::State& state, const Text& vsa) {
   const String text = stringOf(vsa.text);
   StringLexer checked(text);
-  mustFind("the lexer", "statements", statementsIn(checked), vsa.expected.statements);
+  requireCount("the lexer", "statements", statementsIn(checked), vsa.expected.statements);
   for ([[maybe_unused]] auto iteration : state) {
     StringLexer lexer(text);
     benchmark::DoNotOptimize(statementsIn(lexer));
@@ -79,7 +80,7 @@ BENCHMARK(lexNodes)->Name("lexer/nodes")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexLinks)->Name("lexer/links")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexStrings)->Name("lexer/text")->Unit(benchmark::kMillisecond);
 
-// Number conversion: piece by piece, as scalars and tuples ask for it, and a list at a time.
+// Number conversion: single numbers, as for scalars and tuples, and whole lists.
 
 constexpr size_t NUMBER_COUNT = 500'000;
 
@@ -91,20 +92,20 @@ const NumberList& numberList() {
 }
 
 template <class Number>
-bool converted(std::string_view piece, Number& out) {
-  const char* const end = piece.data() + piece.size();
+bool converted(std::string_view number, Number& out) {
+  const char* const end = number.data() + number.size();
   if constexpr (std::is_integral_v<Number>) {
-    return zn::integerFromText(piece.data(), end, out);
+    return zn::integerFromText(number.data(), end, out);
   } else {
-    return zn::realFromText(piece.data(), end, out);
+    return zn::realFromText(number.data(), end, out);
   }
 }
 
 template <class Number>
-size_t convertPieces(const NumberList& list, Number* out) {
+size_t convertSingly(const NumberList& list, Number* out) {
   size_t count = 0;
-  eachNumber(list.digits, [&](std::string_view piece, size_t index) {
-    count += converted(piece, out[index]) ? 1 : 0;
+  eachNumber(list.digits, [&](std::string_view number, size_t index) {
+    count += converted(number, out[index]) ? 1 : 0;
   });
   return count;
 }
@@ -119,7 +120,7 @@ template <class Number>
 void convertNumbers(benchmark::State& state, size_t (*convert)(const NumberList&, Number*)) {
   const NumberList& list = numberList<Number>();
   std::vector<Number> out(list.componentCount);
-  mustFind("the conversion", "numbers", convert(list, out.data()), list.componentCount);
+  requireCount("the conversion", "numbers", convert(list, out.data()), list.componentCount);
   for ([[maybe_unused]] auto iteration : state) {
     convert(list, out.data());
     benchmark::DoNotOptimize(out.data());
@@ -129,17 +130,17 @@ void convertNumbers(benchmark::State& state, size_t (*convert)(const NumberList&
   setRate(state, "numbers/s", list.componentCount);
 }
 
-BENCHMARK_CAPTURE(convertNumbers, f, convertPieces<float>)->Name("number/float");
-BENCHMARK_CAPTURE(convertNumbers, d, convertPieces<double>)->Name("number/double");
-BENCHMARK_CAPTURE(convertNumbers, i, convertPieces<int>)->Name("number/int32");
+BENCHMARK_CAPTURE(convertNumbers, f, convertSingly<float>)->Name("number/float");
+BENCHMARK_CAPTURE(convertNumbers, d, convertSingly<double>)->Name("number/double");
+BENCHMARK_CAPTURE(convertNumbers, i, convertSingly<int>)->Name("number/int32");
 BENCHMARK_CAPTURE(convertNumbers, fs, convertRun<float>)->Name("number_list/float");
 BENCHMARK_CAPTURE(convertNumbers, ds, convertRun<double>)->Name("number_list/double");
 BENCHMARK_CAPTURE(convertNumbers, is, convertRun<int>)->Name("number_list/int32");
 
-// Buffer literals: a text that is one of them, little else.
+// Buffer literals: texts that contain little else.
 
 void readLiteral(benchmark::State& state, const Text& vsa) {
-  const Contender reader = stringReader(vsa);
+  const Candidate reader = stringReader(vsa);
   for ([[maybe_unused]] auto iteration : state) state.SetIterationTime(reader.read());
   state.SetBytesProcessed(static_cast<int64_t>(vsa.text.size()) * state.iterations());
   setRate(state, "numbers/s", vsa.expected.numbers);
@@ -154,7 +155,7 @@ void intLiteral(benchmark::State& state) {
 BENCHMARK(floatLiteral)->Name("buffer_literal/float")->UseManualTime();
 BENCHMARK(intLiteral)->Name("buffer_literal/int32")->UseManualTime();
 
-// The hash map: every name stored, then every name looked up.
+// The hash map: inserts all names, then looks all of them up.
 
 void useHashMap(benchmark::State& state) {
   const auto count = static_cast<size_t>(state.range(0));
@@ -167,12 +168,12 @@ void useHashMap(benchmark::State& state) {
     found = 0;
     for (size_t i = 0; i < count; ++i) found += map.get(names[i]) == i ? 1 : 0;
   }
-  mustFind("the hash map", "names", found, count);
+  requireCount("the hash map", "names", found, count);
   setRate(state, "keys/s", count);
 }
 BENCHMARK(useHashMap)->Name("hash_map")->RangeMultiplier(10)->Range(100, 100'000);
 
-// Resolution of links: a scene of nodes, and the tables as a read would leave them.
+// Link resolution: a scene, and pending links as a read would leave them.
 
 struct LinkedScene {
   Scene scene;
@@ -232,7 +233,7 @@ void resolveLinks(benchmark::State& state) {
     state.SetIterationTime(watch.seconds());
     links = linksOf(linked->scene);
   }
-  mustFind("resolution", "links", links, 2 * count);
+  requireCount("resolution", "links", links, 2 * count);
   setRate(state, "links/s", 2 * count);
 }
 BENCHMARK(resolveLinks)
@@ -242,7 +243,7 @@ BENCHMARK(resolveLinks)
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond);
 
-// Inflate: a stream in memory, and a compressed text as a buffer literal holds it.
+// Inflate: a binary stream, and a compressed text as in a buffer literal.
 
 constexpr size_t IMAGE_BYTES = 4 << 20;
 
@@ -267,7 +268,7 @@ BENCHMARK(inflateStream)->Name("inflate/stream")->Unit(benchmark::kMillisecond);
 void decompressText(benchmark::State& state) {
   const std::string bytes = imageBytes(IMAGE_BYTES, 1), stream = zlibStream(bytes);
   std::string hex = ".", out(bytes.size(), '\0');
-  appendHex(hex, {bytesOf(stream), stream.size()});
+  vsa_tools::appendHex(hex, stream);
   auto* const memory = reinterpret_cast<unsigned char*>(out.data());
   String error;
   size_t length = 0;

@@ -1,5 +1,5 @@
-// A host with a scene of its own that only listens: it prints which node is linked to which, as a
-// graph in the DOT language. Several texts are read into the one scene, in their order.
+// A host with a scene of its own. It reads several texts into one scene and prints the links
+// between the nodes as a graph in the DOT language.
 //
 //   own_scene FILE... > links.dot
 #include <cstdio>
@@ -17,25 +17,24 @@ using namespace zn::korvo_sdk;
 using namespace zn::korvo_sdk::interfaces;
 using zn::String;
 
-// A text names an index of any size in a few bytes: a scene says itself how much it will hold.
-constexpr std::size_t MOST_INPUTS = 1000000, DEEPEST = 100;
+// A few bytes of text can contain any index and any depth, so a scene needs limits.
+constexpr std::size_t MAX_INPUTS = 1000000, MAX_DEPTH = 100;
 
-// An input, an element or a member. It keeps its links, and the types that the reader asks for; the
-// values go as they come.
+// An input, an element or a member. It stores its links and types, and discards values.
 struct Input final : IInput {
   Input(std::deque<Input>& pool, const Input* outer, const String& step, AttrType type, int kind)
-      : all(pool), in(outer), label(step), made(type), elementKind(kind) {}
-  AttrType type() const override { return made; }
-  String typeName() const override { return attrTypeName(made); }
-  String path() const override { return in == nullptr ? label : in->path() + label; }
-  bool holdsBuffer(bool) const override { return made == AttrType::Buffer; }
+      : all(pool), parent(outer), label(step), valueType(type), elementKind(kind) {}
+  AttrType type() const override { return valueType; }
+  String typeName() const override { return attrTypeName(valueType); }
+  String path() const override { return parent == nullptr ? label : parent->path() + label; }
+  bool holdsBuffer(bool) const override { return valueType == AttrType::Buffer; }
   const IEnumeration* enumValues() const override { return nullptr; }
   AttrType elementType() const override { return static_cast<AttrType>(elementKind); }
   DataType bufferType() const override { return static_cast<DataType>(elementKind); }
   void appendElement() override {
     elements.push_back(make(String::format("[%zu]", elements.size()), elementType(), 0));
   }
-  bool isArray(bool) const override { return made == AttrType::Array; }
+  bool isArray(bool) const override { return valueType == AttrType::Array; }
   bool refusesValues() const override { return false; }
   IInput* createInput(const String& name, AttrType type) override { return member(name, type, 0); }
   IInput* createArray(const String& name, AttrType element) override {
@@ -46,7 +45,7 @@ struct Input final : IInput {
   IInput* element(std::uint64_t index) override { return elements[index]; }
   IInput* input(const String& name) override { return members.at(name.buf()); }
   void set(const AttrData& structure) override { elementKind = structure.elementType; }
-  void assign(const AttrData& value) override {  // the memory behind the value is ours now
+  void assign(const AttrData& value) override {  // the scene owns the memory of the value
     if (value.type == AttrType::String) std::free(value.payload.string);
     if (value.type == AttrType::Buffer) std::free(value.payload.buffer.memory);
     elementKind = value.elementType;
@@ -54,22 +53,22 @@ struct Input final : IInput {
   void connect(IOutput* output) override { source = output; }
   void disconnect() override { source = nullptr; }
   void setNode(INode* node) override {
-    if (made == AttrType::Null) target = node;  // an input that has a value keeps it
+    if (valueType == AttrType::Null) target = node;  // an input with a value ignores a reference
   }
   Input* make(const String& step, AttrType type, int kind) {
-    if (all.size() == MOST_INPUTS || level == DEEPEST) throw std::runtime_error("too many inputs");
+    if (all.size() == MAX_INPUTS || level == MAX_DEPTH) throw std::runtime_error("too many inputs");
     return &all.emplace_back(all, this, step, type, kind);
   }
   Input* member(const String& name, AttrType type, int kind) {
-    if (made == AttrType::Null) made = AttrType::Object;
-    if (made != AttrType::Object || name[0] == '[') return nullptr;
+    if (valueType == AttrType::Null) valueType = AttrType::Object;
+    if (valueType != AttrType::Object || name[0] == '[') return nullptr;
     return members[name.buf()] = make(String(".") + name, type, kind);
   }
   std::deque<Input>& all;
-  const Input* in;  // the array or object around it; null for the object of a node's inputs
-  std::size_t level = in == nullptr ? 0 : in->level + 1;
+  const Input* parent;  // the array or object that contains it; null for the inputs of a node
+  std::size_t level = parent == nullptr ? 0 : parent->level + 1;
   String label;
-  AttrType made;
+  AttrType valueType;
   int elementKind;  // an AttrType for an array, a DataType for a buffer
   std::vector<Input*> elements;
   std::map<std::string, Input*> members;
@@ -94,7 +93,7 @@ struct Node final : INode {
     return &outputs.try_emplace(n.buf(), *this, n).first->second;
   }
   String ofType;
-  Input inputs;  // its members
+  Input inputs;  // an object; its members are the inputs of the node
   std::map<std::string, Output> outputs;
 };
 struct Graph final : IScene {
@@ -106,7 +105,7 @@ struct Graph final : IScene {
     return names[name.buf()] = &nodes.emplace_back(inputs, type, name);
   }
   INode* defineNode(const String& name) override { return createNode(name, name, String()); }
-  void removeNode(const String& name) override { names.erase(name.buf()); }  // its memory stays
+  void removeNode(const String& name) override { names.erase(name.buf()); }  // keeps its memory
   void setFileVersion(unsigned long long) override {}
   void setFileTime(const String&) override {}
   void pushFileComment(const String&) override {}
@@ -116,7 +115,7 @@ struct Graph final : IScene {
   std::map<std::string, Node*> names;  // without the removed ones
 };
 
-// The scene ends here. What follows makes something of it.
+// End of the scene. The rest prints it.
 
 void printEdges(Graph& graph, const Input& input, const String& node) {
   const auto* const source = static_cast<const Output*>(input.source);

@@ -1,5 +1,5 @@
-// The shortest embedding as a whole program: reads a text into the library's own scene and prints
-// what it holds. Messages go to standard error, where the library's log goes by default.
+// A minimal host: reads a text into the scene of the library and prints the scene. The library logs
+// messages to standard error by default.
 //
 //   read_text FILE
 #include <cstdio>
@@ -12,7 +12,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-// True when the whole text was read. What was read before an error is in the scene all the same.
+// Returns whether the whole text was read. After an error the scene contains the text before it.
 bool read(Scene& scene, const char* path) {
   try {
     const zn::File file = zn::File::open(path);
@@ -20,7 +20,7 @@ bool read(Scene& scene, const char* path) {
     if (file.failed()) std::fprintf(stderr, "error: %s: %s\n", path, file.error().buf());
     return isRead && !file.failed();
   } catch (const std::exception& error) {
-    // A character that no token holds, among the first three tokens of the text; or no memory.
+    // An invalid character in the first three tokens of the text, or no memory.
     std::fprintf(stderr, "error: %s\n", error.what());
     return false;
   }

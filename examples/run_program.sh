@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# run_program.sh EXPECTED PROGRAM [TEXT...]: runs an example program over each text of this folder by itself, and over
-# TEXT... together, and compares what it prints with the file EXPECTED. With VSA_ACCEPT=1 rewrites that file instead.
-# A file that is not there and a text that begins with a character no token holds come last.
-# Warnings about links follow each other in the order of addresses, so messages are compared as a set.
+# run_program.sh EXPECTED PROGRAM [TEXT...]: runs an example program on each text of this folder, on TEXT... together,
+# on a missing file, and on a text that starts with an invalid character. Compares the output with the file EXPECTED;
+# with VSA_ACCEPT=1 rewrites that file instead. Sorts the messages, because the order of warnings about links depends on
+# addresses.
 set -euo pipefail
 cd "$(dirname "$0")"
 expected=$1

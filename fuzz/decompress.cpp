@@ -1,7 +1,7 @@
-// Compressed texts against zlib: the same bytes, or the message that fits what zlib says. The
-// settings choose what the input is: a whole text, a stream that is yet to be spelled out, or bytes
-// that zlib is to pack and one bit of which is then turned. And `compress`, whose texts zlib must
-// read as well.
+// Compares decompression with zlib: the same bytes, or the message that matches zlib's error. The
+// settings select what the input is: a compressed text, a zlib stream in binary, or bytes that zlib
+// compresses and one bit of which is then flipped. Also `compress`, whose output zlib must
+// decompress.
 #include <vsa/foundation/decompress.h>
 
 #include <zlib.h>
@@ -14,6 +14,7 @@
 #include "fuzz/support/check.h"
 #include "fuzz/support/message_count.h"
 #include "fuzz/targets.h"
+#include "tools/scene_text/printable_text.h"
 
 namespace vsa_fuzz {
 
@@ -25,8 +26,8 @@ const unsigned char* unsignedBytes(std::string_view bytes) {
   return reinterpret_cast<const unsigned char*>(bytes.data());
 }
 
-/// Either bytes or a message.
-struct Expanded {
+/// Either bytes or an error message.
+struct Decompressed {
   Bytes bytes;
   std::string message;
 };
@@ -35,8 +36,8 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char EARLY[] = "compressed data ends early";
 constexpr char EMPTY[] = "compressed data is empty";
 
-/// What zlib says about the end of a stream, in our words; empty when all is well.
-std::string verdict(const z_stream& zlib, int status, std::size_t capacity) {
+/// The message of our own code that matches the status of zlib; empty on success.
+std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
   if (zlib.total_out > capacity) return "compressed data is larger than the buffer";
   if (status == Z_DATA_ERROR) {
     const bool isSum = std::string_view(zlib.msg) == "incorrect data check";
@@ -47,7 +48,8 @@ std::string verdict(const z_stream& zlib, int status, std::size_t capacity) {
   return zlib.total_out == 0 ? EMPTY : "";
 }
 
-/// zlib asks for the dictionary's number first; to us a preset dictionary is corrupt at once.
+/// Whether the header asks for a preset dictionary, which our own code reports as corrupt. zlib
+/// reads the dictionary's number first.
 bool wantsDictionary(const Bytes& stream) {
   if (stream.size() < 2) return false;
   const unsigned method = static_cast<unsigned char>(stream[0]);
@@ -55,9 +57,10 @@ bool wantsDictionary(const Bytes& stream) {
   return (flags & 0x20) != 0 && (method * 256 + flags) % 31 == 0;
 }
 
-Expanded inflatedByZlib(const Bytes& stream, std::size_t capacity, std::string* reason = nullptr) {
+Decompressed inflatedByZlib(const Bytes& stream, std::size_t capacity,
+                            std::string* reason = nullptr) {
   if (wantsDictionary(stream)) return {"", CORRUPT};
-  Expanded result;
+  Decompressed result;
   result.bytes.resize(capacity + 1);
   z_stream zlib{};
   if (inflateInit(&zlib) != Z_OK) fail("zlib does not start");
@@ -66,22 +69,22 @@ Expanded inflatedByZlib(const Bytes& stream, std::size_t capacity, std::string* 
   zlib.next_out = reinterpret_cast<unsigned char*>(result.bytes.data());
   zlib.avail_out = static_cast<unsigned>(result.bytes.size());
   const int status = inflate(&zlib, Z_FINISH);
-  result.message = verdict(zlib, status, capacity);
+  result.message = messageFor(zlib, status, capacity);
   if (reason != nullptr && zlib.msg != nullptr) *reason = zlib.msg;
   result.bytes.resize(result.message.empty() ? zlib.total_out : 0);
   inflateEnd(&zlib);
   return result;
 }
 
-/// Where a block's lengths have no code at all, zlib takes each bit for a length of 0, and finds
-/// the block corrupt when it has them all; to us it is corrupt at once, and so before it ends
-/// early. Whether that is what zlib waits for at the end of `stream`: it is, when nothing that
-/// could follow makes another difference.
-bool waitsForNoLengths(const Bytes& stream) {
-  constexpr std::size_t MORE_THAN_ALL_LENGTHS = 64;
+/// If a dynamic block has no code for its code lengths, zlib reads each bit as a length of 0 and
+/// reports a corrupt block after the last length. Our own code reports it at once, even if the
+/// stream ends before. Returns whether `stream` ends within such lengths: then zlib reports the
+/// same error for every continuation.
+bool endsInUncodedLengths(const Bytes& stream) {
+  constexpr std::size_t MAX_LENGTH_BYTES = 64;
   for (const char more : {'\0', '\xFF'}) {
     std::string reason;
-    inflatedByZlib(stream + Bytes(MORE_THAN_ALL_LENGTHS, more), 1U << 16, &reason);
+    inflatedByZlib(stream + Bytes(MAX_LENGTH_BYTES, more), 1U << 16, &reason);
     if (reason != "invalid code -- missing end-of-block") return false;
   }
   return true;
@@ -93,11 +96,12 @@ int hexValue(char c) {
   return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-/// The text by hand as far as the stream, and zlib from there on. `found` decides where there are
-/// two answers.
-Expanded plainExpand(std::string_view text, std::size_t capacity, std::string_view found) {
-  const bool marked = text.starts_with('.');
-  if (marked) text.remove_prefix(1);
+/// Decodes the text here and the stream with zlib. `found` is the message of our own code, which
+/// decides where two messages are right.
+Decompressed referenceDecompress(std::string_view text, std::size_t capacity,
+                                 std::string_view found) {
+  const bool hasMark = text.starts_with('.');
+  if (hasMark) text.remove_prefix(1);
   std::vector<int> digits;
   for (const char c : text) {
     if (std::string_view(" \t\n\v\f\r").find(c) != std::string_view::npos) continue;
@@ -107,28 +111,35 @@ Expanded plainExpand(std::string_view text, std::size_t capacity, std::string_vi
     }
   }
   if (digits.empty()) return {"", EMPTY};
-  if (!marked) return {"", CORRUPT};
+  if (!hasMark) return {"", CORRUPT};
   if (digits.size() % 2 != 0) return {"", EARLY};
   Bytes stream;
   for (std::size_t i = 0; i < digits.size(); i += 2) {
     stream += static_cast<char>(static_cast<unsigned char>(digits[i] * 16 + digits[i + 1]));
   }
-  const Expanded expanded = inflatedByZlib(stream, capacity);
-  if (expanded.message == EARLY && found == CORRUPT && waitsForNoLengths(stream)) {
+  const Decompressed result = inflatedByZlib(stream, capacity);
+  if (result.message == EARLY && found == CORRUPT && endsInUncodedLengths(stream)) {
     return {"", CORRUPT};
   }
-  return expanded;
+  return result;
 }
 
-/// Through both doors.
+/// Counts a message by its text, because `decompress` returns no id.
+void countMessageText(std::string_view message) {
+  for (const auto& row : zn::korvo_sdk::DIAGNOSTIC_ROWS) {
+    if (message == row.format) countMessage(row.id);
+  }
+}
+
+/// Checks both entry points.
 void checkText(std::string_view text, std::size_t capacity) {
   zn::String error;
   const auto [bytes, count] = zn::decompress(unsignedBytes(text), text.size(), error, capacity);
   const std::unique_ptr<unsigned char[]> held(bytes);
-  const Expanded expected = plainExpand(text, capacity, error.view());
-  countMessage(expected.message);
+  const Decompressed expected = referenceDecompress(text, capacity, error.view());
+  countMessageText(expected.message);
   checkSame(expected.message, error.view(), "message");
-  checkSame(expected.bytes, {reinterpret_cast<const char*>(bytes), count}, "expanded bytes");
+  checkSame(expected.bytes, {reinterpret_cast<const char*>(bytes), count}, "decompressed bytes");
 
   const auto out = std::make_unique<unsigned char[]>(capacity);
   std::size_t length = 0;
@@ -141,18 +152,16 @@ void checkText(std::string_view text, std::size_t capacity) {
             "bytes of decompressInto");
 }
 
-std::string spelled(std::string_view stream) {
-  static constexpr char DIGITS[] = "0123456789abcdef";
+/// The stream as a compressed text.
+std::string textOf(std::string_view stream) {
   std::string text = ".";
-  for (const char c : stream) {
-    text += DIGITS[static_cast<unsigned char>(c) / 16];
-    text += DIGITS[static_cast<unsigned char>(c) % 16];
-  }
+  vsa_tools::appendHex(text, stream);
   return text;
 }
 
-/// Data as zlib packs it, its level and its strategy chosen, and one byte of it changed.
-void checkDamaged(std::string_view bytes, unsigned settings) {
+/// Compresses `bytes` with zlib, with a level and a strategy from the settings, and checks the
+/// stream and a copy with one flipped bit.
+void checkCorrupted(std::string_view bytes, unsigned settings) {
   std::vector<unsigned char> packed(compressBound(static_cast<uLong>(bytes.size())) + 32);
   z_stream zlib{};
   if (deflateInit2(&zlib, static_cast<int>(settings % 10), Z_DEFLATED, 9, 1,
@@ -166,11 +175,11 @@ void checkDamaged(std::string_view bytes, unsigned settings) {
   if (deflate(&zlib, Z_FINISH) != Z_STREAM_END) fail("zlib does not end");
   std::string stream(reinterpret_cast<const char*>(packed.data()), zlib.total_out);
   deflateEnd(&zlib);
-  checkText(spelled(stream), bytes.size());
+  checkText(textOf(stream), bytes.size());
   if (bytes.empty()) return;
   const std::size_t at = static_cast<unsigned char>(bytes[0]) % stream.size();
   stream[at] = static_cast<char>(stream[at] ^ (1 << settings % 8));
-  checkText(spelled(stream), bytes.size() + settings);
+  checkText(textOf(stream), bytes.size() + settings);
 }
 
 }  // namespace
@@ -181,20 +190,20 @@ void decompress(std::string_view input) {
   switch (settings % 16) {
     case 1:
     case 2:
-      return checkDamaged(data, settings);
+      return checkCorrupted(data, settings);
     case 3:
     case 4:
     case 5:
       return checkText(data, std::size_t{rest} * rest);
     default:
-      return checkText(spelled(data), std::size_t{rest} * rest * rest);
+      return checkText(textOf(data), std::size_t{rest} * rest * rest);
   }
 }
 
-// There and back, exactly fitting and one byte short.
+// Compresses and decompresses with a capacity that fits exactly, and one that is a byte short.
 void compress(std::string_view bytes) {
   const zn::String text = zn::compress(unsignedBytes(bytes), bytes.size());
-  const Expanded back = plainExpand(text.view(), bytes.size(), "");
+  const Decompressed back = referenceDecompress(text.view(), bytes.size(), "");
   checkSame(bytes.empty() ? EMPTY : "", back.message, "message for a compressed text");
   checkSame(bytes, back.bytes, "bytes through compress and zlib");
   checkText(text.view(), bytes.size());

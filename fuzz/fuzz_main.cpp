@@ -1,4 +1,4 @@
-// One fuzzer as a libFuzzer program; the build says which: VSA_FUZZ_TARGET is a name of targets.h.
+// The libFuzzer program of one fuzzer. The build sets VSA_FUZZ_TARGET to a function of targets.h.
 #include <cstddef>
 #include <cstdint>
 

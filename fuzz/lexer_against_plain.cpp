@@ -1,5 +1,5 @@
-// The lexer over a String and over a File, each against the plain lexer, token by token: kind, text
-// and place.
+// Compares the lexer, over a String or over a File, with PlainLexer token by token: kind, text and
+// position.
 #include <string>
 
 #include "fuzz/support/check.h"
@@ -24,8 +24,10 @@ void compare(zn::korvo_sdk::impl::Lexer& lexer, vsa_tests::PlainLexer plain, con
         found.line != expected.line || found.column != expected.column) {
       checkSame(vsa_tests::tokenText(expected), vsa_tests::tokenText(found), source);
     }
-    if (expected.type == Token::Type::Eof || expected.type == Token::Type::Invalid) {
-      return countMessage(found.text.view());
+    if (expected.type == Token::Type::Invalid) return countMessage(lexer.problem().id);
+    if (expected.type == Token::Type::Eof) {
+      if (!(found.text == "EOF")) countMessage(zn::korvo_sdk::DiagnosticId::UnexpectedEof);
+      return;
     }
   }
 }
@@ -39,8 +41,8 @@ void lexerAgainstPlain(std::string_view input) {
     zn::korvo_sdk::impl::StringLexer fromString(vsa_tests::string(text));
     compare(fromString, vsa_tests::PlainLexer(copy, true), "token of a string");
   } else {
-    const std::size_t block = settings / 4;  // 0: all at once
-    zn::korvo_sdk::impl::FileLexer fromFile(vsa_tests::memoryFile(copy, block));
+    const std::size_t bytesPerRead = settings / 4;  // 0: no limit
+    zn::korvo_sdk::impl::FileLexer fromFile(vsa_tests::memoryFile(copy, bytesPerRead));
     compare(fromFile, vsa_tests::PlainLexer(copy), "token of a file");
   }
 }

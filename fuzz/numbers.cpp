@@ -1,6 +1,6 @@
-// Characters to numbers against a second reader: the forms checked by hand, the value left to the C
-// library. A list of them, through each form that readNumberRun has, must give what its pieces
-// give, and stop where they stop.
+// Compares number conversion with a second implementation, which checks the syntax here and gets
+// the value from the C library. A list, read by each kernel of readNumberRun, must give the numbers
+// of its fields and stop at the same field.
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -21,10 +21,10 @@ namespace vsa_fuzz {
 
 namespace {
 
-/// The forms, spelled out: takes characters from the front of what is left.
-class Form {
+/// A cursor over the text of a number, without the white space around it.
+class Cursor {
  public:
-  explicit Form(std::string_view text) {
+  explicit Cursor(std::string_view text) {
     const std::size_t first = text.find_first_not_of(" \t\n\v\f\r");
     if (first == std::string_view::npos) return;
     rest_ = text.substr(first, text.find_last_not_of(" \t\n\v\f\r") - first + 1);
@@ -32,20 +32,22 @@ class Form {
 
   bool isAtEnd() const { return rest_.empty(); }
 
-  /// One of `set`, or NUL.
-  char one(std::string_view set) {
+  /// Consumes and returns the next character if it is in `set`; otherwise returns NUL.
+  char consumeOneOf(std::string_view set) {
     if (rest_.empty() || set.find(rest_[0]) == std::string_view::npos) return '\0';
     const char c = rest_[0];
     rest_.remove_prefix(1);
     return c;
   }
 
-  std::string digits() {
-    std::string taken;
-    while (const char c = one("0123456789")) taken += c;
-    return taken;
+  /// Consumes and returns all digits.
+  std::string consumeDigits() {
+    std::string digits;
+    while (const char c = consumeOneOf("0123456789")) digits += c;
+    return digits;
   }
 
+  /// Whether the rest is the word `lower` in upper or lower case.
   bool isWord(const char* lower) const {
     if (rest_.size() != std::strlen(lower)) return false;
     for (std::size_t i = 0; i < rest_.size(); ++i) {
@@ -67,35 +69,35 @@ void fromC(const char* text, float& out) {
 
 template <class Real>
 bool plainReal(std::string_view text, Real& out) {
-  Form form(text);
-  const bool negative = form.one("+-") == '-';
+  Cursor cursor(text);
+  const bool negative = cursor.consumeOneOf("+-") == '-';
   const auto signedOut = [&](Real value) {
     out = std::copysign(value, negative ? Real(-1) : Real(1));
     return true;
   };
-  if (form.isWord("inf")) return signedOut(std::numeric_limits<Real>::infinity());
-  if (form.isWord("nan")) return signedOut(std::numeric_limits<Real>::quiet_NaN());
-  const std::string whole = form.digits();
+  if (cursor.isWord("inf")) return signedOut(std::numeric_limits<Real>::infinity());
+  if (cursor.isWord("nan")) return signedOut(std::numeric_limits<Real>::quiet_NaN());
+  const std::string whole = cursor.consumeDigits();
   std::string number = whole;
   std::string fraction;
-  if (form.one(".") != '\0') fraction = form.digits();
+  if (cursor.consumeOneOf(".") != '\0') fraction = cursor.consumeDigits();
   if (whole.empty() && fraction.empty()) return false;
   number = (whole.empty() ? "0" : whole) + '.' + fraction;
-  if (form.one("eE") != '\0') {
-    const char sign = form.one("+-");
-    const std::string exponent = form.digits();
+  if (cursor.consumeOneOf("eE") != '\0') {
+    const char sign = cursor.consumeOneOf("+-");
+    const std::string exponent = cursor.consumeDigits();
     if (exponent.empty()) return false;
     number += std::string("e") + (sign == '-' ? "-" : "") + exponent;
   }
-  form.one("fF");
-  if (!form.isAtEnd()) return false;
+  cursor.consumeOneOf("fF");
+  if (!cursor.isAtEnd()) return false;
   Real value;
   fromC(number.c_str(), value);
   return std::isfinite(value) && signedOut(value);
 }
 
-/// Digits and a decimal exponent as digits alone; empty when they are more than any target holds.
-std::string spelledOut(const std::string& digits, const std::string& exponent) {
+/// `digits` followed by `exponent` zeros; empty if that exceeds every integer type.
+std::string withoutExponent(const std::string& digits, const std::string& exponent) {
   const std::size_t first = digits.find_first_not_of('0');
   if (first == std::string::npos) return "0";
   const std::size_t firstOfExponent = exponent.find_first_not_of('0');
@@ -108,19 +110,19 @@ std::string spelledOut(const std::string& digits, const std::string& exponent) {
 
 template <class Integer>
 bool plainInteger(std::string_view text, Integer& out) {
-  Form form(text);
-  const char sign = form.one("+-");
-  const std::string digits = form.digits();
+  Cursor cursor(text);
+  const char sign = cursor.consumeOneOf("+-");
+  const std::string digits = cursor.consumeDigits();
   if (digits.empty()) return false;
   std::string exponent;
-  if (form.one("eE") != '\0') {
-    form.one("+");
-    exponent = form.digits();
+  if (cursor.consumeOneOf("eE") != '\0') {
+    cursor.consumeOneOf("+");
+    exponent = cursor.consumeDigits();
     if (exponent.empty()) return false;
   }
-  form.one("u");
-  const std::string all = spelledOut(digits, exponent);
-  if (!form.isAtEnd() || all.empty()) return false;
+  cursor.consumeOneOf("u");
+  const std::string all = withoutExponent(digits, exponent);
+  if (!cursor.isAtEnd() || all.empty()) return false;
   errno = 0;
   if constexpr (std::is_unsigned_v<Integer>) {
     const unsigned long long value = std::strtoull(all.c_str(), nullptr, 10);
@@ -161,7 +163,7 @@ std::string bytesOf(const Number& number) {
   return {reinterpret_cast<const char*>(&number), sizeof number};
 }
 
-/// Some bits that a refused text must leave alone.
+/// The value of a variable before a conversion; an invalid text must not change it.
 template <class Number>
 Number untouched() {
   Number number;
@@ -176,35 +178,35 @@ void checkOne(const std::string& text) {
   const bool isNumber = plainNumber(text, expected);
   if (!isNumber) expected = untouched<Number>();
   if (fromText<Number>(text, found) != isNumber) {
-    fail((isNumber ? "refused: " : "accepted: ") + vsa_tests::visible(text));
+    fail((isNumber ? "rejected: " : "accepted: ") + vsa_tests::visible(text));
   }
   checkSame(bytesOf(expected), bytesOf(found), text);
 }
 
-/// The most numbers of a list that are looked at.
-constexpr std::size_t ROOM = 40;
+/// The maximum count of numbers that are read from a list.
+constexpr std::size_t MAX_NUMBERS = 40;
 
 template <class Number>
 struct Run {
   std::size_t next = 0;
   std::size_t count = 0;
-  Number out[ROOM];
+  Number out[MAX_NUMBERS];
 
   Run() { std::memset(out, 0x5A, sizeof out); }
 };
 
-/// What a list of pieces must give, piece by piece.
+/// Converts a list field by field.
 template <class Number>
-void plainRun(std::string_view list, std::size_t room, Run<Number>& run) {
+void plainRun(std::string_view list, std::size_t capacity, Run<Number>& run) {
   std::size_t before = 0;
-  while (run.next != list.size() && run.count < room) {
+  while (run.next != list.size() && run.count < capacity) {
     const std::size_t end = std::min(list.find(' ', run.next), list.size());
     if (!fromText(list.substr(run.next, end - run.next), run.out[run.count])) return;
     ++run.count;
     before = run.next;
     run.next = std::min(end + 1, list.size());
   }
-  // Behind a blank at the end stands an empty piece, which no run may step over.
+  // After a blank at the end there is an empty field, which readNumberRun must not skip.
   const bool endsInBlank = !list.empty() && list.back() == ' ';
   if (run.count == 0 || run.next != list.size() || !endsInBlank) return;
   run.next = before;
@@ -212,17 +214,17 @@ void plainRun(std::string_view list, std::size_t room, Run<Number>& run) {
 }
 
 template <class Number>
-void checkRun(zn::numbers::NumberForm<Number> form, std::string_view list, std::size_t room,
+void checkRun(zn::numbers::NumberKernel<Number> kernel, std::string_view list, std::size_t capacity,
               const char* about) {
   Run<Number> expected;
-  plainRun(list, room, expected);
-  // An array of the exact size, so that reading past the list's one further byte shows.
+  plainRun(list, capacity, expected);
+  // Exact size: the sanitizer reports a read behind the one byte that must follow a list.
   const auto memory = std::make_unique<char[]>(list.size() + 1);
   std::memcpy(memory.get(), list.data(), list.size());
   memory[list.size()] = '}';
-  const auto out = std::make_unique<Number[]>(room);
+  const auto out = std::make_unique<Number[]>(capacity);
   const zn::NumberRun found = zn::numbers::readNumberRunWith(
-      form, memory.get(), memory.get() + list.size(), out.get(), room);
+      kernel, memory.get(), memory.get() + list.size(), out.get(), capacity);
   const auto next = static_cast<std::size_t>(found.next - memory.get());
   if (next != expected.next || found.count != expected.count) {
     fail(std::string(about) + ": stopped at " + std::to_string(next) + " after " +
@@ -237,17 +239,17 @@ void checkRun(zn::numbers::NumberForm<Number> form, std::string_view list, std::
 template <class Number>
 void checkType(const std::string& text, unsigned settings) {
   checkOne<Number>(text);
-  const std::size_t room = settings % 5 == 0 ? settings % 4 : ROOM;
-  checkRun<Number>(zn::numbers::readPiecesPortably<Number>, text, room, "portable form");
-#if VSA_HAS_SSE41_FORM
+  const std::size_t capacity = settings % 5 == 0 ? settings % 4 : MAX_NUMBERS;
+  checkRun<Number>(zn::numbers::readFieldsPortably<Number>, text, capacity, "portable kernel");
+#if VSA_HAS_SSE41_KERNEL
   if (zn::cpuHasSse41()) {
-    checkRun<Number>(zn::numbers::readPiecesSse41<Number>, text, room, "SSE4.1 form");
+    checkRun<Number>(zn::numbers::readFieldsSse41<Number>, text, capacity, "SSE4.1 kernel");
   }
 #endif
-#if VSA_HAS_AVX2_FORM
-  if constexpr (zn::numbers::HAS_AVX2_FORM<Number>) {
+#if VSA_HAS_AVX2_KERNEL
+  if constexpr (zn::numbers::HAS_AVX2_KERNEL<Number>) {
     if (zn::cpuHasAvx2()) {
-      checkRun<Number>(zn::numbers::readPiecesAvx2<Number>, text, room, "AVX2 form");
+      checkRun<Number>(zn::numbers::readFieldsAvx2<Number>, text, capacity, "AVX2 kernel");
     }
   }
 #endif
@@ -262,9 +264,9 @@ void numbers(std::string_view input) {
       checkType<double>,   checkType<unsigned char>, checkType<unsigned short>,
       checkType<unsigned>, checkType<float>,         checkType<unsigned long long>,
   };
-  const WithSettings split = splitSettings(input);
+  const InputWithSettings split = splitSettings(input);
   const std::string text =
-      textIn("0123456789012345678901234567899000..--++eE  fFuinfanINFAN\t", split);
+      mapToAlphabet("0123456789012345678901234567899000..--++eE  fFuinfanINFAN\t", split);
   CHECKS[split.settings / 2 % std::size(CHECKS)](text, split.settings / 2);
 }
 

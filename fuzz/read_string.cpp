@@ -1,12 +1,12 @@
-// The whole reader, from a String. What is wrong shows as a crash, or as a scene whose dump is one.
-#include "fuzz/support/reading.h"
+// Reads a text from a String and dumps the scene. A finding is a crash or a sanitizer report.
+#include "fuzz/support/fuzz_scene.h"
 #include "fuzz/targets.h"
 
 namespace vsa_fuzz {
 
 void readString(std::string_view input) {
-  FuzzScene fuzz;
-  shown(readFromString(fuzz.scene, input), fuzz.scene);
+  FuzzScene scene;
+  dumped(readFromString(*scene, input), *scene);
 }
 
 }  // namespace vsa_fuzz

@@ -1,15 +1,12 @@
-// Every saved input through every fuzzer, with any compiler: what was found once stays found.
-//
-//   replay FILE_OR_FOLDER...
-//
-// A finding ends the process; the input's name then stands last on standard output.
+// replay FILE_OR_FOLDER...: runs every saved input through every fuzzer, with any compiler, so that
+// past findings are tested in every build. On a finding the process aborts; the last line of
+// standard output then names the fuzzer and the input.
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 
 #include "fuzz/targets.h"
+#include "tests/support/text.h"
 
 namespace {
 
@@ -26,16 +23,13 @@ constexpr Fuzzer FUZZERS[] = {
     {"lexer_against_plain", vsa_fuzz::lexerAgainstPlain},
     {"numbers", vsa_fuzz::numbers},
     {"unescape", vsa_fuzz::unescape},
-#ifdef VSA_FUZZ_HAS_ZLIB
     {"decompress", vsa_fuzz::decompress},
     {"compress", vsa_fuzz::compress},
-#endif
     {"several_texts", vsa_fuzz::severalTexts},
 };
 
 void replay(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  const std::string input{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  const std::string input = vsa_tests::contentOf(file);
   for (const Fuzzer& fuzzer : FUZZERS) {
     std::printf("%s %s\n", fuzzer.name, file.c_str());
     std::fflush(stdout);
@@ -43,13 +37,13 @@ void replay(const fs::path& file) {
   }
 }
 
-int replayAll(const fs::path& place) {
-  if (!fs::is_directory(place)) {
-    replay(place);
+int replayAll(const fs::path& path) {
+  if (!fs::is_directory(path)) {
+    replay(path);
     return 1;
   }
   int count = 0;
-  for (const auto& entry : fs::recursive_directory_iterator(place)) {
+  for (const auto& entry : fs::recursive_directory_iterator(path)) {
     if (!entry.is_regular_file()) continue;
     replay(entry.path());
     ++count;

@@ -1,30 +1,31 @@
-// The fuzzers. Each is one function that takes an input and ends the process when something is
-// wrong: fuzz_main.cpp makes a libFuzzer program of one of them, replay_main.cpp runs saved inputs
-// through all of them.
+// The fuzzers. Each is a function that takes an input and aborts the process on a finding.
+// fuzz_main.cpp makes a libFuzzer program of one of them, replay_main.cpp runs saved inputs through
+// all of them.
 //
-// Where an input holds settings beside its text they are its last byte, so that any text at all is
-// an input of every fuzzer.
+// Some fuzzers use the last byte of an input as settings, so every text is a valid input for every
+// fuzzer.
 #pragma once
 
 #include <string_view>
 
 namespace vsa_fuzz {
 
-/// The whole reader, from a String into a fresh scene.
+/// Reads a text from a String into a new scene.
 void readString(std::string_view input);
-/// The same text from a String and from a File: same result, same log, same scene.
+/// Reads a text from a String and from a File: result, log and scene must be equal.
 void stringAgainstFile(std::string_view input);
-/// The reader's lexer against a plain one: same tokens at the same places.
+/// Compares the reader's lexer with PlainLexer: tokens and positions must be equal.
 void lexerAgainstPlain(std::string_view input);
-/// Characters to numbers, one and many at a time, against the C library, bit for bit.
+/// Compares number conversion, one number and lists, with the C library bit for bit.
 void numbers(std::string_view input);
-/// Escape sequences against a second reader of them.
+/// Compares String::unescape with a second implementation.
 void unescape(std::string_view input);
-/// Compressed texts against zlib.
+/// Compares decompression with zlib.
 void decompress(std::string_view input);
-/// Bytes through `compress`, and back through both. Of its own, for it is far slower than the rest.
+/// Compresses bytes, then decompresses them with our own code and with zlib. A fuzzer of its own
+/// because it is much slower than the others.
 void compress(std::string_view input);
-/// Several texts into one scene, with nodes removed in between.
+/// Reads several texts into one scene and removes nodes between them.
 void severalTexts(std::string_view input);
 
 }  // namespace vsa_fuzz

@@ -1,5 +1,6 @@
-// String::unescape against a second reader of the escapes, written from their table: one step a
-// character, every sequence looked at afresh.
+// Compares String::unescape with a second implementation, written from the table of escapes, which
+// decodes one sequence at a time.
+#include <utf8.h>
 #include <cstdlib>
 #include <string>
 
@@ -23,18 +24,9 @@ long unitAt(const std::string& text, std::size_t at) {
   return text.compare(at, 2, "\\u") == 0 ? hexAt(text, at + 2, 4) : -1;
 }
 
-std::string utf8(long code) {
-  const auto byte = [](long value) { return static_cast<char>(static_cast<unsigned char>(value)); };
-  if (code < 0x80) return {byte(code)};
-  const char last = byte(0x80 + code % 64);
-  if (code < 0x800) return {byte(0xC0 + code / 64), last};
-  const char third = byte(0x80 + code / 64 % 64);
-  if (code < 0x10000) return {byte(0xE0 + code / 4096), third, last};
-  return {byte(0xF0 + code / 262144), byte(0x80 + code / 4096 % 64), third, last};
-}
-
-/// Reads the sequence at `at` into `out`; the characters that it takes, 0 when it is none.
-std::size_t sequence(const std::string& text, std::size_t at, std::string& out) {
+/// Decodes the escape at `at` and appends it to `out`. Returns its length in `text`, 0 if there is
+/// no valid escape.
+std::size_t decodeEscape(const std::string& text, std::size_t at, std::string& out) {
   static const std::string LETTERS = "\\\"'/abfnrtv";
   static const std::string MEANINGS = "\\\"'/\a\b\f\n\r\t\v";
   if (at + 1 >= text.size()) return 0;
@@ -51,21 +43,21 @@ std::size_t sequence(const std::string& text, std::size_t at, std::string& out) 
   const long unit = unitAt(text, at);
   if (unit <= 0 || (unit >= 0xDC00 && unit <= 0xDFFF)) return 0;
   if (unit < 0xD800 || unit > 0xDFFF) {
-    out += utf8(unit);
+    utf8::append(static_cast<char32_t>(unit), out);
     return 6;
   }
   const long low = at + 6 < text.size() ? unitAt(text, at + 6) : -1;
   if (low < 0xDC00 || low > 0xDFFF) return 0;
-  out += utf8(0x10000 + (unit - 0xD800) * 1024 + (low - 0xDC00));
+  utf8::append(static_cast<char32_t>(0x10000 + (unit - 0xD800) * 1024 + (low - 0xDC00)), out);
   return 12;
 }
 
 std::string plainUnescape(const std::string& text) {
   std::string out;
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t taken = text[at] == '\\' ? sequence(text, at, out) : 0;
-    if (taken == 0) out += text[at];
-    at += taken == 0 ? 1 : taken;
+    const std::size_t length = text[at] == '\\' ? decodeEscape(text, at, out) : 0;
+    if (length == 0) out += text[at];
+    at += length == 0 ? 1 : length;
   }
   return out;
 }
@@ -74,7 +66,7 @@ std::string plainUnescape(const std::string& text) {
 
 void unescape(std::string_view input) {
   const std::string text =
-      textIn("\\\\\\\\uuuuxx\"'/abfnrtvdDbB8cCeEfF0123456789aAfF", splitSettings(input));
+      mapToAlphabet("\\\\\\\\uuuuxx\"'/abfnrtvdDbB8cCeEfF0123456789aAfF", splitSettings(input));
   checkSame(plainUnescape(text), vsa_tests::string(text).unescape().view(), "unescaped text");
 }
 

@@ -4,9 +4,12 @@
 
 #include <algorithm>
 #include <cctype>
+#include <iterator>
 #include <map>
+#include <set>
 #include <sstream>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include "tests/support/case_run.h"
 
 namespace vsa_tests {
@@ -48,82 +51,23 @@ TEST(CaseFolderTest, EveryTextHasItsExpectation) {
   for (const fs::path& orphan : caseFolder().orphans) ADD_FAILURE() << orphan << " has no partner";
 }
 
-// --- Every message has a case
-// ----------------------------------------------------------------------------------------
+// --- Every row of the table of diagnostics has a case and a paragraph ---
 
-/// Reads the C string literals from `at` up to the next ';' and joins them. `\"` and `\\` are all
-/// the escapes there are.
-std::string literalsFrom(const std::string& source, size_t at) {
-  std::string text;
-  bool inside = false;
-  for (; at < source.size() && (inside || source[at] != ';'); ++at) {
-    if (source[at] == '"') {
-      inside = !inside;
-    } else if (inside) {
-      if (source[at] == '\\') ++at;
-      text += source[at];
-    }
-  }
-  return text;
-}
+using zn::korvo_sdk::DIAGNOSTIC_ROWS;
+using zn::korvo_sdk::DiagnosticId;
 
-/// The constants of the reader's list of messages, name to text.
-std::map<std::string, std::string> messages() {
-  constexpr std::string_view START = "constexpr char ";
-  const std::string source =
-      contentOf(fs::path(VSA_TEST_DIR).parent_path() / "src/vsa/diagnostics/messages.h");
-  std::map<std::string, std::string> found;
-  for (size_t at = source.find(START); at != std::string::npos; at = source.find(START, at + 1)) {
-    const size_t name = at + START.size(), nameEnd = source.find('[', name);
-    found[source.substr(name, nameEnd - name)] = literalsFrom(source, nameEnd);
-  }
-  return found;
-}
-
-/// The fixed pieces of a printf format, in order; between them the arguments stand.
-std::vector<std::string> fixedPieces(const std::string& format) {
-  std::vector<std::string> pieces(1);
-  for (size_t at = 0; at < format.size(); ++at) {
-    if (format[at] != '%') {
-      pieces.back() += format[at];
-    } else if (at + 1 < format.size() && format[at + 1] == '%') {
-      pieces.back() += format[++at];
-    } else {
-      at = format.find_first_of("sdciuxp", at);
-      pieces.emplace_back();
-    }
-  }
-  return pieces;
-}
-
-bool holdsInOrder(const std::string& line, const std::vector<std::string>& pieces) {
-  size_t at = 0;
-  for (const std::string& piece : pieces) {
-    at = line.find(piece, at);
-    if (at == std::string::npos) return false;
-    at += piece.size();
-  }
-  return true;
-}
-
-/// The lines of all expectations that show a message.
-std::vector<std::string> shownMessages() {
-  std::vector<std::string> lines;
-  for (const Case& each : caseFolder().cases) {
-    std::istringstream expectation(contentOf(each.expectation));
-    for (std::string line; std::getline(expectation, line) && line != "scene";)
-      lines.push_back(line);
-  }
-  return lines;
+/// The messages that reading the cases raises.
+std::set<DiagnosticId> raisedMessages() {
+  std::set<DiagnosticId> raised;
+  for (const Case& each : caseFolder().cases) raised.merge(messagesOf(contentOf(each.text)));
+  return raised;
 }
 
 /// Messages that no text can raise, each with its reason: "NAME reason" a line in
 /// uncovered_messages.txt.
 std::map<std::string, std::string> exemptions() {
   std::map<std::string, std::string> found;
-  const fs::path list = fs::path(VSA_CASE_DIR) / "uncovered_messages.txt";
-  if (!fs::exists(list)) return found;
-  std::istringstream lines(contentOf(list));
+  std::istringstream lines(contentOf(fs::path(VSA_CASE_DIR) / "uncovered_messages.txt"));
   for (std::string line; std::getline(lines, line);) {
     const size_t blank = line.find(' ');
     if (!line.empty() && line[0] != '#')
@@ -132,24 +76,39 @@ std::map<std::string, std::string> exemptions() {
   return found;
 }
 
-TEST(MessageTest, EveryMessageIsShownByACase) {
-  const auto shown = shownMessages();
+TEST(MessageTest, EveryMessageIsRaisedByACase) {
+  const auto raised = raisedMessages();
   const auto exempt = exemptions();
-  for (const auto& [name, text] : messages()) {
-    const auto pieces = fixedPieces(text);
-    const bool isShown = std::any_of(shown.begin(), shown.end(),
-                                     [&](auto& line) { return holdsInOrder(line, pieces); });
-    EXPECT_NE(isShown, exempt.contains(name))
-        << name << " (\"" << text << "\") "
-        << (isShown ? "is exempt, and a case shows it" : "is shown by no case");
+  for (const auto& row : DIAGNOSTIC_ROWS) {
+    const bool isRaised = raised.contains(row.id);
+    EXPECT_NE(isRaised, exempt.contains(row.name))
+        << row.name << (isRaised ? " is exempt, and a case raises it" : " is raised by no case");
   }
 }
 
 TEST(MessageTest, EveryExemptionNamesAMessageAndAReason) {
-  const auto known = messages();
   for (const auto& [name, reason] : exemptions()) {
-    EXPECT_TRUE(known.contains(name)) << name;
+    const bool isKnown = std::any_of(std::begin(DIAGNOSTIC_ROWS), std::end(DIAGNOSTIC_ROWS),
+                                     [&](const auto& row) { return name == row.name; });
+    EXPECT_TRUE(isKnown) << name;
     EXPECT_GT(reason.size(), 10u) << name;
+  }
+}
+
+TEST(MessageTest, EveryMessageHasItsParagraph) {
+  const std::string page = contentOf(fs::path(VSA_TEST_DIR).parent_path() / "docs/messages.md");
+  for (const auto& row : DIAGNOSTIC_ROWS) {
+    const std::string heading = std::string("\n### ") + row.name + '\n';
+    EXPECT_NE(page.find(heading), std::string::npos) << row.name;
+  }
+}
+
+TEST(MessageTest, IdsAreDifferentAndInKebabCase) {
+  std::set<std::string> names;
+  for (const auto& row : DIAGNOSTIC_ROWS) {
+    const std::string name = row.name;
+    EXPECT_TRUE(names.insert(name).second) << name;
+    EXPECT_EQ(name.find_first_not_of("abcdefghijklmnopqrstuvwxyz-"), std::string::npos) << name;
   }
 }
 

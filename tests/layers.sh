@@ -8,22 +8,23 @@ cd "$(dirname "$0")/.."
 layers() {
   cat <<'ROWS'
 include/vsa/foundation
+include/vsa/diagnostics    include/vsa/foundation
 include/vsa/scene          include/vsa/foundation
 include/vsa/model          include/vsa/foundation include/vsa/scene
-include/vsa                include/vsa/foundation include/vsa/scene include/vsa/model
+include/vsa                include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model
 src/foundation/base        include/vsa/foundation
 src/foundation/numbers     include/vsa/foundation src/foundation/base
 src/foundation/containers  include/vsa/foundation src/foundation/base
 src/foundation/text        include/vsa/foundation src/foundation/base src/foundation/numbers src/foundation/containers
-src/foundation/compression include/vsa/foundation src/foundation/base src/foundation/containers
+src/foundation/compression include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/containers
 src/foundation/io          include/vsa/foundation src/foundation/base
+src/diagnostics            include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
 src/scene                  include/vsa/foundation include/vsa/scene src/foundation/text
-src/scene/model/storage    include/vsa/foundation src/foundation/containers src/foundation/text
-src/scene/model            include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/containers src/scene src/scene/model/storage
-src/vsa/diagnostics        include/vsa/foundation include/vsa/scene
-src/vsa/lex                include/vsa/foundation src/foundation/base src/foundation/text src/vsa/diagnostics
-src/vsa/apply              include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/vsa/diagnostics src/vsa/lex
-src/vsa                    include/vsa include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/diagnostics src/vsa/lex src/vsa/apply
+src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers
+src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/containers src/diagnostics src/scene src/scene/model/storage
+src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
+src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/vsa/lex
+src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply
 ROWS
 }
 
@@ -91,7 +92,7 @@ if [ "$failed" -eq 0 ]; then
   expect_found src/scene/model/node.cpp '#include "vsa/parser.h"' '"vsa/parser.h'
   expect_found include/vsa/scene/scene_interface.h '#include <vsa/model/scene.h>' '<vsa/model/scene.h'
   expect_found src/vsa/parser.cpp '  #include <vsa/model/scene.h>' '<vsa/model/scene.h'
-  expect_found src/vsa/parser.cpp '#include "tools/support/log_capture.h"' '"tools/support/log_capture.h'
+  expect_found src/vsa/parser.cpp '#include "tools/scene_text/read_outcome.h"' '"tools/scene_text/read_outcome.h'
   expect_found src/vsa/lex/token.h '#include "vsa/parser.h"' '"vsa/parser.h'
   expect_found src/vsa/apply/value_convert.h '#include "vsa/parser.h"' '"vsa/parser.h'
   # A comment includes nothing.

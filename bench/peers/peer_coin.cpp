@@ -20,11 +20,11 @@ SoSeparator* readAll(const std::string& text) {
 
 }  // namespace
 
-Contender coinReader(const Text& iv) {
+Candidate coinReader(const Text& iv) {
   SoDB::init();
   SoSeparator* const root = readAll(iv.text);
   if (!root) throw std::runtime_error("Coin: cannot read the scene");
-  mustFind("Coin", "nodes", static_cast<size_t>(root->getNumChildren()), iv.expected.nodes);
+  requireCount("Coin", "nodes", static_cast<size_t>(root->getNumChildren()), iv.expected.nodes);
   root->unref();
   return {"Coin .iv", [&iv] {
             const Stopwatch watch;

@@ -1,4 +1,4 @@
-// The limits: bare conversion loops, the inflate libraries, and a copy of the text.
+// Loops that only convert numbers, the inflate libraries, and a copy of the text.
 #include <fast_float/fast_float.h>
 #include <libdeflate.h>
 #include <zlib.h>
@@ -16,7 +16,7 @@
 namespace bench {
 namespace {
 
-// Converts the whole list; returns how many numbers were stored.
+// Converts the whole list and returns the count of numbers.
 template <class Number, class Convert>
 size_t convertList(const std::string& digits, Number* out, Convert convert) {
   const char* at = digits.data();
@@ -31,10 +31,10 @@ size_t convertList(const std::string& digits, Number* out, Convert convert) {
 }
 
 template <class Number, class Convert>
-Contender numberLoop(const char* name, const NumberList& numbers, Convert convert) {
+Candidate numberLoop(const char* name, const NumberList& numbers, Convert convert) {
   const auto out = std::make_shared<std::vector<Number>>(numbers.componentCount);
-  mustFind(name, "numbers", convertList(numbers.digits, out->data(), convert),
-           numbers.componentCount);
+  requireCount(name, "numbers", convertList(numbers.digits, out->data(), convert),
+               numbers.componentCount);
   return {name, [&numbers, out, convert] {
             const Stopwatch watch;
             convertList(numbers.digits, out->data(), convert);
@@ -42,9 +42,9 @@ Contender numberLoop(const char* name, const NumberList& numbers, Convert conver
           }};
 }
 
-// For an error these give a null pointer, which ends the loop.
+// The end of the number, or null for an error.
 template <class Result>
-const char* endOf(const Result& result) {
+const char* endOrNull(const Result& result) {
   return result.ec == std::errc() ? result.ptr : nullptr;
 }
 
@@ -69,13 +69,13 @@ bool inflateByLibdeflate(const std::string& stream, unsigned char* out, size_t s
   return result == LIBDEFLATE_SUCCESS;
 }
 
-// Makes the compiler believe that someone looks at the memory, so that it is filled.
-void mustBeDone(const void* memory) {
+// Prevents the compiler from removing writes to the memory.
+void doNotOptimize(const void* memory) {
   asm volatile("" : : "r"(memory) : "memory");
 }
 
 template <class Inflate>
-Contender inflater(const char* name, const std::string& stream, const std::string& bytes,
+Candidate inflater(const char* name, const std::string& stream, const std::string& bytes,
                    Inflate inflate) {
   const Memory checked = allocate(bytes.size());
   if (!inflate(stream, checked.get(), bytes.size()) ||
@@ -92,40 +92,40 @@ Contender inflater(const char* name, const std::string& stream, const std::strin
 
 }  // namespace
 
-Contender standardFloatLoop(const NumberList& numbers) {
+Candidate standardFloatLoop(const NumberList& numbers) {
   return numberLoop<float>("std::from_chars<float>", numbers,
                            [](const char* at, const char* end, float& out) {
-                             return endOf(std::from_chars(at, end, out));
+                             return endOrNull(std::from_chars(at, end, out));
                            });
 }
 
-Contender fastFloatLoop(const NumberList& numbers) {
+Candidate fastFloatLoop(const NumberList& numbers) {
   return numberLoop<float>("fast_float", numbers, [](const char* at, const char* end, float& out) {
-    return endOf(fast_float::from_chars(at, end, out));
+    return endOrNull(fast_float::from_chars(at, end, out));
   });
 }
 
-Contender standardIntLoop(const NumberList& numbers) {
+Candidate standardIntLoop(const NumberList& numbers) {
   return numberLoop<int32_t>("std::from_chars<int>", numbers,
                              [](const char* at, const char* end, int32_t& out) {
-                               return endOf(std::from_chars(at, end, out));
+                               return endOrNull(std::from_chars(at, end, out));
                              });
 }
 
-Contender zlibInflate(const std::string& stream, const std::string& bytes) {
+Candidate zlibInflate(const std::string& stream, const std::string& bytes) {
   return inflater("zlib", stream, bytes, inflateByZlib);
 }
 
-Contender libdeflateInflate(const std::string& stream, const std::string& bytes) {
+Candidate libdeflateInflate(const std::string& stream, const std::string& bytes) {
   return inflater("libdeflate", stream, bytes, inflateByLibdeflate);
 }
 
-Contender copyLoop(const std::string& text) {
+Candidate copyLoop(const std::string& text) {
   return {"memcpy", [&text] {
             const Stopwatch watch;
             const Memory copy = allocate(text.size());
             std::memcpy(copy.get(), text.data(), text.size());
-            mustBeDone(copy.get());
+            doNotOptimize(copy.get());
             return watch.seconds();
           }};
 }

@@ -24,15 +24,15 @@ void load(ObjScene& scene, const std::string& path) {
 
 }  // namespace
 
-Contender objReader(const Text& obj, const std::string& path) {
+Candidate objReader(const Text& obj, const std::string& path) {
   writeFile(path, obj.text);
   ObjScene scene;
   load(scene, path);
   size_t numbers = scene.vertices.vertices.size() + scene.vertices.normals.size() +
                    scene.vertices.texcoords.size();
   for (const tinyobj::shape_t& shape : scene.shapes) numbers += shape.mesh.indices.size();
-  mustFind("tinyobjloader", "meshes", scene.shapes.size(), obj.expected.nodes);
-  mustFind("tinyobjloader", "numbers", numbers, obj.expected.numbers);
+  requireCount("tinyobjloader", "meshes", scene.shapes.size(), obj.expected.nodes);
+  requireCount("tinyobjloader", "numbers", numbers, obj.expected.numbers);
   return {"tinyobjloader .obj", [path] {
             ObjScene fresh;
             const Stopwatch watch;

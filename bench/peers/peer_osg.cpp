@@ -1,4 +1,4 @@
-// OpenSceneGraph reading its own text form through osgDB, links resolved by unique number.
+// OpenSceneGraph reading its text format with osgDB, including links by UniqueID.
 #include <osg/Geometry>
 #include <osg/Group>
 #include <osg/UserDataContainer>
@@ -37,16 +37,16 @@ void count(Found& found, osg::Node& node) {
 
 }  // namespace
 
-Contender osgReader(const Text& osgt, const std::string& path) {
+Candidate osgReader(const Text& osgt, const std::string& path) {
   writeFile(path, osgt.text);
   const osg::ref_ptr<osg::Node> root = osgDB::readRefNodeFile(path);
   osg::Group* const scene = root ? root->asGroup() : nullptr;
   if (!scene) throw std::runtime_error("OpenSceneGraph: cannot read " + path);
   Found found;
   for (unsigned i = 0; i < scene->getNumChildren(); ++i) count(found, *scene->getChild(i));
-  mustFind("OpenSceneGraph", "nodes", found.nodes, osgt.expected.nodes);
-  mustFind("OpenSceneGraph", "inputs", found.inputs, osgt.expected.inputs);
-  mustFind("OpenSceneGraph", "numbers", found.numbers, osgt.expected.numbers);
+  requireCount("OpenSceneGraph", "nodes", found.nodes, osgt.expected.nodes);
+  requireCount("OpenSceneGraph", "inputs", found.inputs, osgt.expected.inputs);
+  requireCount("OpenSceneGraph", "numbers", found.numbers, osgt.expected.numbers);
   return {"OpenSceneGraph .osgt", [path] {
             const Stopwatch watch;
             const osg::ref_ptr<osg::Node> fresh = osgDB::readRefNodeFile(path);

@@ -1,4 +1,4 @@
-// RapidJSON's DOM: the whole document as one tree of values, strings copied.
+// The DOM of RapidJSON, with copied strings.
 #include <rapidjson/document.h>
 
 #include <stdexcept>
@@ -14,16 +14,16 @@ size_t sizeOf(const rapidjson::Value& inputs) {
 
 }  // namespace
 
-Contender rapidjsonReader(const Text& json, const char* name) {
+Candidate rapidjsonReader(const Text& json, const char* name) {
   rapidjson::Document document;
   document.Parse(json.text.data(), json.text.size());
   if (document.HasParseError()) throw std::runtime_error("RapidJSON: parse error");
   size_t inputs = 0;
   for (const auto& node : document["nodes"].GetArray()) inputs += sizeOf(node["inputs"]);
-  mustFind("RapidJSON", "nodes", document["nodes"].Size(), json.expected.nodes);
-  mustFind("RapidJSON", "inputs", inputs, json.expected.inputs);
+  requireCount("RapidJSON", "nodes", document["nodes"].Size(), json.expected.nodes);
+  requireCount("RapidJSON", "inputs", inputs, json.expected.inputs);
   const char* const comments = document.HasMember("comments") ? "comments" : "fileComments";
-  mustFind("RapidJSON", "comments", document[comments].Size(), json.expected.comments);
+  requireCount("RapidJSON", "comments", document[comments].Size(), json.expected.comments);
   return {name, [&json] {
             rapidjson::Document fresh;
             const Stopwatch watch;

@@ -1,5 +1,5 @@
-// simdjson On-Demand, filling a scene as a host would want it: nodes with type and name, inputs
-// with name and typed value, buffers as vectors of their component type.
+// simdjson On-Demand, which fills a scene as a host needs it: nodes with type and name, inputs with
+// name and typed value, buffers as vectors of their component type.
 #include <simdjson.h>
 
 #include <memory>
@@ -173,15 +173,15 @@ size_t inputsOf(const JsonScene& scene) {
 
 }  // namespace
 
-Contender simdjsonReader(const Text& json) {
+Candidate simdjsonReader(const Text& json) {
   const auto text = std::make_shared<simdjson::padded_string>(json.text);
   const auto parser = std::make_shared<od::parser>();
   JsonScene scene;
   readScene(scene, *parser, *text);
-  mustFind("simdjson", "nodes", scene.nodes.size(), json.expected.nodes);
-  mustFind("simdjson", "inputs", inputsOf(scene), json.expected.inputs);
-  mustFind("simdjson", "numbers", numbersOf(scene), json.expected.numbers);
-  mustFind("simdjson", "comments", scene.comments.size(), json.expected.comments);
+  requireCount("simdjson", "nodes", scene.nodes.size(), json.expected.nodes);
+  requireCount("simdjson", "inputs", inputsOf(scene), json.expected.inputs);
+  requireCount("simdjson", "numbers", numbersOf(scene), json.expected.numbers);
+  requireCount("simdjson", "comments", scene.comments.size(), json.expected.comments);
   return {"simdjson On-Demand + scene", [text, parser] {
             JsonScene fresh;
             const Stopwatch watch;

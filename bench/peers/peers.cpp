@@ -1,22 +1,17 @@
-// The reader beside its peers: the same scenes, each in the format of its reader, read in turns. A
-// table at the end holds the ratios against what is aimed at and what must hold.
-//
-//   vsa_bench_peers [--rounds N] [--json FILE] [--scratch FOLDER] [--only NAME,...]
-//
-// The names are geo, lists, nodes, links, text, inflate, memory; without --only all are held.
+// Compares the reader with other readers. All read the same scenes, each in its own format,
+// alternately. Prints a table of ratios with their aims and limits.
 #include "bench/peers/peers.h"
 
+#include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
 #include <exception>
 #include <memory>
 #include <utility>
 
-#include "bench/memory.h"
+#include "bench/measure/memory.h"
+#include "bench/measure/report.h"
 #include "bench/our_reader.h"
-#include "bench/report.h"
 
 namespace bench {
 namespace {
@@ -31,34 +26,36 @@ struct Options {
   size_t rounds = 7;
   std::string json;
   std::string scratch = "/tmp";
-  std::string only;  // names with commas between them; empty for all
+  std::vector<std::string> only;  // names of comparisons; empty for all
 };
 
-// What a contest is about: its name in the report, and what its contenders' work is counted in.
-struct Scene {
+// What the candidates of a comparison read: its name and its amount in the report.
+struct Work {
   std::string name;
   double amount;
   const char* unit;
 };
 
-// Median seconds of the contenders of one contest, in their order.
+// The median seconds of the candidates of a comparison, in their order.
 using Seconds = std::vector<double>;
 
-class Course {
+class PeerComparison {
  public:
-  explicit Course(Options given) : options(std::move(given)) { report.machine = machineName(); }
+  explicit PeerComparison(Options given) : options(std::move(given)) {
+    report.machine = machineName();
+  }
 
   void run() {
-    if (isWanted("geo")) geoContest();
-    if (isWanted("lists")) listContests();
-    if (isWanted("nodes")) nodeContests();
-    if (isWanted("links")) linkContests();
-    if (isWanted("text")) textContest();
-    if (isWanted("inflate")) inflateContest();
+    if (isWanted("geo")) compareGeo();
+    if (isWanted("lists")) compareLists();
+    if (isWanted("nodes")) compareNodes();
+    if (isWanted("links")) compareLinks();
+    if (isWanted("text")) compareText();
+    if (isWanted("inflate")) compareInflate();
     if (fileOverString > 0) {
       addRow("file entry over string entry, time", Better::Low, {{fileOverString, 1.1, 1.25}});
     }
-    if (isWanted("memory")) memoryRows();
+    if (isWanted("memory")) measureMemory();
   }
 
   void finish() {
@@ -70,8 +67,8 @@ class Course {
   using Make = Text (*)(size_t, Format, uint64_t);
 
   bool isWanted(const std::string& name) const {
-    return options.only.empty() ||
-           ("," + options.only + ",").find("," + name + ",") != std::string::npos;
+    const auto& only = options.only;
+    return only.empty() || std::find(only.begin(), only.end(), name) != only.end();
   }
 
   std::string scratch(const char* name) const { return options.scratch + "/" + name; }
@@ -82,12 +79,12 @@ class Course {
     return vsa;
   }
 
-  Seconds hold(const Scene& scene, const std::vector<Contender>& contenders) {
-    std::fprintf(stderr, "%s\n", scene.name.c_str());
-    Seconds seconds = contest(contenders, options.rounds);
+  Seconds measure(const Work& work, const std::vector<Candidate>& candidates) {
+    std::fprintf(stderr, "%s\n", work.name.c_str());
+    Seconds seconds = compare(candidates, options.rounds);
     for (size_t i = 0; i < seconds.size(); ++i) {
-      report.details.push_back({scene.name, contenders[i].name, 1e3 * seconds[i],
-                                scene.amount / seconds[i], scene.unit});
+      report.details.push_back(
+          {work.name, candidates[i].name, 1e3 * seconds[i], work.amount / seconds[i], work.unit});
     }
     return seconds;
   }
@@ -96,36 +93,36 @@ class Course {
     report.rows.push_back({std::move(what), better, std::move(unit), std::move(figures)});
   }
 
-  // The reader comes first in every contest, and from a file second where it is read so at all.
-  void noteFile(const Seconds& seconds) {
+  // Candidate 0 reads from a String, candidate 1 from a File.
+  void noteFileTime(const Seconds& seconds) {
     fileOverString = std::max(fileOverString, seconds[1] / seconds[0]);
   }
 
-  void geoContest() {
+  void compareGeo() {
     const Text vsa = vsaOnFile(geo, GEO_BYTES);
     const Text json = geo(GEO_BYTES, Format::CompactJson), osgt = geo(GEO_BYTES, Format::Osgt);
     const Text iv = geo(GEO_BYTES, Format::Iv), obj = geo(GEO_BYTES, Format::Obj);
     const Seconds seconds =
-        hold({"geo 50 MB", static_cast<double>(vsa.expected.numbers) / MEGA, "M numbers"},
-             {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")), simdjsonReader(json),
-              rapidjsonReader(json), osgReader(osgt, scratch("scene.osgt")), coinReader(iv),
-              objReader(obj, scratch("scene.obj")), copyLoop(vsa.text)});
-    noteFile(seconds);
+        measure({"geo 50 MB", static_cast<double>(vsa.expected.numbers) / MEGA, "M numbers"},
+                {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")), simdjsonReader(json),
+                 rapidjsonReader(json), osgReader(osgt, scratch("scene.osgt")), coinReader(iv),
+                 objReader(obj, scratch("scene.obj")), copyLoop(vsa.text)});
+    noteFileTime(seconds);
     addRow("geo 50 MB, time over simdjson On-Demand + scene", Better::Low,
            {{seconds[0] / seconds[2], 0.50, 0.62}});
   }
 
-  void listContests() {
+  void compareLists() {
     const NumberList floats = floatNumbers(LIST_COUNT), ints = intNumbers(LIST_COUNT);
     const Text floatText = floatLists(LIST_COUNT), intText = intLists(LIST_COUNT);
     const double amount = static_cast<double>(LIST_COUNT) / MEGA;
-    const Seconds real = hold({"float lists", amount, "M numbers"},
-                              {stringReader(floatText), floatRun(floats), fastFloatLoop(floats),
-                               standardFloatLoop(floats)});
+    const Seconds real = measure({"float lists", amount, "M numbers"},
+                                 {stringReader(floatText), floatRun(floats), fastFloatLoop(floats),
+                                  standardFloatLoop(floats)});
     addRow("float lists, numbers/s over a fast_float loop", Better::High,
            {{real[2] / real[0], 2.0, 1.6}});
-    const Seconds whole = hold({"int32 lists", amount, "M numbers"},
-                               {stringReader(intText), intRun(ints), standardIntLoop(ints)});
+    const Seconds whole = measure({"int32 lists", amount, "M numbers"},
+                                  {stringReader(intText), intRun(ints), standardIntLoop(ints)});
     addRow("int32 lists, numbers/s over std::from_chars<int>", Better::High,
            {{whole[2] / whole[0], 1.2, 1.0}});
   }
@@ -134,78 +131,78 @@ class Course {
     return static_cast<double>(text.expected.statements) / 1e3;
   }
 
-  // Coin's name table makes a million nodes a matter of half a minute; it is left out there.
-  Seconds nodeContest(const char* name, size_t statements, bool withCoin) {
+  // Coin takes half a minute for a million nodes, so it is left out there.
+  Seconds compareNodesOfSize(const char* name, size_t statements, bool withCoin) {
     const Text vsa = vsaOnFile(nodes, statements);
     const Text json = nodes(statements, Format::Json), osgt = nodes(statements, Format::Osgt);
     const Text compact = nodes(statements, Format::CompactJson);
     const Text iv = nodes(statements, Format::Iv);
-    std::vector<Contender> contenders = {stringReader(vsa),
+    std::vector<Candidate> candidates = {stringReader(vsa),
                                          fileReader(vsa, scratch("scene.vsa")),
                                          rapidjsonReader(json),
                                          osgReader(osgt, scratch("scene.osgt")),
                                          rapidjsonReader(compact, "RapidJSON DOM, compact JSON"),
                                          simdjsonReader(compact)};
-    if (withCoin) contenders.push_back(coinReader(iv));
-    const Seconds seconds = hold({name, thousands(vsa), "k statements"}, contenders);
-    noteFile(seconds);
+    if (withCoin) candidates.push_back(coinReader(iv));
+    const Seconds seconds = measure({name, thousands(vsa), "k statements"}, candidates);
+    noteFileTime(seconds);
     return seconds;
   }
 
-  void nodeContests() {
-    const Seconds small = nodeContest("nodes 100k", 100'000, true);
-    const Seconds large = nodeContest("nodes 1M", 1'000'000, false);
+  void compareNodes() {
+    const Seconds small = compareNodesOfSize("nodes 100k", 100'000, true);
+    const Seconds large = compareNodesOfSize("nodes 1M", 1'000'000, false);
     addRow("nodes 100k and 1M, time over RapidJSON DOM", Better::Low,
            {{small[0] / small[2], 1.2, 1.8}, {large[0] / large[2], 1.2, 1.8}});
     addRow("nodes 100k, times as fast as OpenSceneGraph", Better::High,
            {{small[3] / small[0], 6, 4}});
   }
 
-  void linkContests() {
+  void compareLinks() {
     const Text tiny = links(10'000), vsa = vsaOnFile(links, 100'000), large = links(1'000'000);
     const Text json = links(100'000, Format::Json), osgt = links(100'000, Format::Osgt);
     const Text iv = links(100'000, Format::Iv);
     const Seconds peers =
-        hold({"links 100k", thousands(vsa), "k statements"},
-             {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")),
-              osgReader(osgt, scratch("scene.osgt")), rapidjsonReader(json), coinReader(iv)});
-    noteFile(peers);
+        measure({"links 100k", thousands(vsa), "k statements"},
+                {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")),
+                 osgReader(osgt, scratch("scene.osgt")), rapidjsonReader(json), coinReader(iv)});
+    noteFileTime(peers);
     addRow("links 100k, times as fast as OpenSceneGraph", Better::High,
            {{peers[2] / peers[0], 8, 5}});
-    const Seconds sizes = holdSizes({tiny, vsa, large});
+    const Seconds sizes = compareSizes({tiny, vsa, large});
     addRow("links, time at 1M over time at 100k; at 100k over 10k", Better::Low,
            {{sizes[2] / sizes[1], 14, 30}, {sizes[1] / sizes[0], 14, 22}});
   }
 
-  // The reader against itself: the same kind of scene in growing sizes.
-  Seconds holdSizes(const std::vector<Text>& sizes) {
-    std::vector<Contender> contenders;
-    for (const Text& vsa : sizes) contenders.push_back(stringReader(vsa));
-    const Seconds seconds = contest(contenders, options.rounds);
+  // Compares the reader with itself on scenes of growing sizes.
+  Seconds compareSizes(const std::vector<Text>& sizes) {
+    std::vector<Candidate> candidates;
+    for (const Text& vsa : sizes) candidates.push_back(stringReader(vsa));
+    const Seconds seconds = compare(candidates, options.rounds);
     for (size_t i = 0; i < sizes.size(); ++i) {
       const std::string scene =
           "links " + std::to_string(sizes[i].expected.statements / 1000) + "k";
-      report.details.push_back({scene, contenders[i].name, 1e3 * seconds[i],
+      report.details.push_back({scene, candidates[i].name, 1e3 * seconds[i],
                                 thousands(sizes[i]) / seconds[i], "k statements"});
     }
     return seconds;
   }
 
-  void textContest() {
+  void compareText() {
     const Text vsa = vsaOnFile(text, TEXT_BYTES);
     const Text json = text(TEXT_BYTES, Format::Json), osgt = text(TEXT_BYTES, Format::Osgt);
     const Text iv = text(TEXT_BYTES, Format::Iv), compact = text(TEXT_BYTES, Format::CompactJson);
     const Seconds seconds =
-        hold({"text 20 MB", static_cast<double>(vsa.text.size()) / MEGA, "MB"},
-             {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")), rapidjsonReader(json),
-              simdjsonReader(compact), osgReader(osgt, scratch("scene.osgt")), coinReader(iv)});
-    noteFile(seconds);
+        measure({"text 20 MB", static_cast<double>(vsa.text.size()) / MEGA, "MB"},
+                {stringReader(vsa), fileReader(vsa, scratch("scene.vsa")), rapidjsonReader(json),
+                 simdjsonReader(compact), osgReader(osgt, scratch("scene.osgt")), coinReader(iv)});
+    noteFileTime(seconds);
     addRow("text, time over RapidJSON DOM", Better::Low, {{seconds[0] / seconds[2], 0.8, 1.0}});
   }
 
-  void inflateContest() {
+  void compareInflate() {
     const std::string bytes = imageBytes(IMAGE_BYTES, 1), stream = zlibStream(bytes);
-    const Seconds seconds = hold(
+    const Seconds seconds = measure(
         {"inflate 16 MB", static_cast<double>(bytes.size()) / MEGA, "MB"},
         {ourInflate(stream, bytes), zlibInflate(stream, bytes), libdeflateInflate(stream, bytes)});
     addRow("inflate, times as fast as zlib", Better::High, {{seconds[1] / seconds[0], 1.3, 0.9}});
@@ -217,7 +214,7 @@ class Course {
            static_cast<double>(vsa.text.size());
   }
 
-  void memoryRows() {
+  void measureMemory() {
     const Text vsa = vsaOnFile(geo, GEO_BYTES);
     const double peak = static_cast<double>(peakOfRead(scratch("scene.vsa"), Route::File));
     const double beyond = (peak - static_cast<double>(vsa.expected.elementBytes)) / MEGA;
@@ -230,29 +227,28 @@ class Course {
 
   Options options;
   Report report;
-  double fileOverString = 0;  // of the scene where it is largest
+  double fileOverString = 0;  // the maximum over all scenes
 };
-
-Options optionsFrom(int argc, char** argv) {
-  Options options;
-  for (int i = 1; i + 1 < argc; i += 2) {
-    const std::string option = argv[i];
-    if (option == "--rounds") options.rounds = std::strtoull(argv[i + 1], nullptr, 10);
-    if (option == "--json") options.json = argv[i + 1];
-    if (option == "--scratch") options.scratch = argv[i + 1];
-    if (option == "--only") options.only = argv[i + 1];
-  }
-  return options;
-}
 
 }  // namespace
 }  // namespace bench
 
 int main(int argc, char** argv) try {
-  if (bench::answerPeakRequest(argc, argv)) return 0;
-  bench::Course course(bench::optionsFrom(argc, argv));
-  course.run();
-  course.finish();
+  if (bench::handlePeakRequest(argc, argv)) return 0;
+  bench::Options options;
+  CLI::App app("Compares the reader with other readers.", "vsa_bench_peers");
+  app.add_option("--rounds", options.rounds, "Rounds of each comparison")->capture_default_str();
+  app.add_option("--json", options.json, "Also write the results to FILE")->type_name("FILE");
+  app.add_option("--scratch", options.scratch, "Folder for temporary files")
+      ->type_name("FOLDER")
+      ->capture_default_str();
+  app.add_option("--only", options.only, "Run these comparisons only, separated by commas")
+      ->delimiter(',')
+      ->check(CLI::IsMember({"geo", "lists", "nodes", "links", "text", "inflate", "memory"}));
+  CLI11_PARSE(app, argc, argv);
+  bench::PeerComparison comparison(options);
+  comparison.run();
+  comparison.finish();
   return 0;
 } catch (const std::exception& error) {
   std::fprintf(stderr, "vsa_bench_peers: %s\n", error.what());

@@ -1,42 +1,41 @@
-// The readers and the bare loops that the reader is held against, one function each. Every function
-// reads once, checks what it found, and returns a contender that is ready to be timed. The texts
-// must outlive the contenders.
+// The readers and loops with which the reader is compared. Each function reads once, checks the
+// result, and returns a candidate. The texts must outlive the candidates.
 #pragma once
 
 #include <string>
 
-#include "bench/peers/contest.h"
+#include "bench/measure/comparison.h"
 #include "bench/scenes/text_generator.h"
 
 namespace bench {
 
-// simdjson On-Demand, filling a scene of the same shape: names, inputs, values, vectors of numbers.
-// Its parser is kept from read to read, as its makers advise.
-Contender simdjsonReader(const Text& compactJson);
+// simdjson On-Demand, which fills a scene of names, inputs, values and vectors of numbers. The
+// parser is reused for all reads, as its documentation recommends.
+Candidate simdjsonReader(const Text& compactJson);
 
-// RapidJSON's document, of either form of JSON.
-Contender rapidjsonReader(const Text& json, const char* name = "RapidJSON DOM");
+// The DOM of RapidJSON, for both formats of JSON.
+Candidate rapidjsonReader(const Text& json, const char* name = "RapidJSON DOM");
 
-// osgDB's reader of .osgt files. The text is written to a file at `path` first.
-Contender osgReader(const Text& osgt, const std::string& path);
+// The .osgt reader of osgDB. Writes the text to a file at `path` first.
+Candidate osgReader(const Text& osgt, const std::string& path);
 
 // Coin's SoDB::readAll, from memory.
-Contender coinReader(const Text& iv);
+Candidate coinReader(const Text& iv);
 
-// tinyobj::LoadObj, from a file at `path`.
-Contender objReader(const Text& obj, const std::string& path);
+// tinyobj::LoadObj. Writes the text to a file at `path` first.
+Candidate objReader(const Text& obj, const std::string& path);
 
-// Bare loops over numbers separated by blanks, into memory that is there already.
-Contender standardFloatLoop(const NumberList& numbers);
-Contender fastFloatLoop(const NumberList& numbers);
-Contender standardIntLoop(const NumberList& numbers);
+// Loops that only convert numbers separated by blanks, into allocated memory.
+Candidate standardFloatLoop(const NumberList& numbers);
+Candidate fastFloatLoop(const NumberList& numbers);
+Candidate standardIntLoop(const NumberList& numbers);
 
-// Inflating a zlib stream to `bytes`, into memory that is allocated within the time.
-Contender zlibInflate(const std::string& stream, const std::string& bytes);
-Contender libdeflateInflate(const std::string& stream, const std::string& bytes);
+// Decompression of a zlib stream to `bytes`. The time includes the allocation.
+Candidate zlibInflate(const std::string& stream, const std::string& bytes);
+Candidate libdeflateInflate(const std::string& stream, const std::string& bytes);
 
-// Copying the text once into fresh memory.
-Contender copyLoop(const std::string& text);
+// A copy of the text into new memory.
+Candidate copyLoop(const std::string& text);
 
 // Replaces the file at `path`.
 void writeFile(const std::string& path, const std::string& content);

@@ -1,5 +1,5 @@
-// The generators' source of chance: the same numbers for a seed on every platform and library.
-// The standard distributions are left out because their results differ between libraries.
+// The random numbers of the generators: the same for a seed on every platform. The distributions of
+// the standard library are not used, because their results differ between implementations.
 #pragma once
 
 #include <cstddef>
@@ -20,16 +20,16 @@ class Random {
     return z ^ (z >> 31);
   }
 
-  // A number of 0 .. bound - 1; bound is at least 1.
+  // A number from 0 to bound - 1; bound must not be 0.
   size_t below(size_t bound) { return static_cast<size_t>(next() % bound); }
 
-  // A number of first .. last, both included.
+  // A number from first to last, inclusive.
   size_t between(size_t first, size_t last) { return first + below(last - first + 1); }
 
-  // A real of 0 up to, not including, 1.
+  // A real from 0 up to, but excluding, 1.
   double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; }
 
-  // A real of low up to high.
+  // A real from low up to high.
   double real(double low, double high) { return low + unit() * (high - low); }
 
  private:

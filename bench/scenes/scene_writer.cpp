@@ -1,5 +1,8 @@
-// The choice among the writers, and what they share.
+// Selects a writer, and functions that the writers share.
 #include "bench/scenes/scene_writer.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
 
 namespace bench {
 
@@ -21,25 +24,29 @@ std::unique_ptr<SceneWriter> makeWriter(Format format) {
   return makeVsaWriter();
 }
 
-void appendHex(std::string& to, std::span<const unsigned char> bytes) {
-  constexpr char DIGITS[] = "0123456789abcdef";
-  for (const unsigned char byte : bytes) {
-    to += DIGITS[byte >> 4];
-    to += DIGITS[byte & 15];
-  }
+void append(std::string& to, std::initializer_list<std::string_view> parts) {
+  for (const std::string_view part : parts) to += part;
 }
 
 void appendJsonString(std::string& to, std::string_view text) {
-  to += '"';
+  to += nlohmann::json(text).dump();
+}
+
+void appendJsonArray(std::string& to, std::string_view digits) {
+  to += '[';
+  const auto start = static_cast<std::ptrdiff_t>(to.size());
+  to += digits;
+  std::replace(to.begin() + start, to.end(), ' ', ',');
+  to += ']';
+}
+
+std::string quoted(std::string_view text) {
+  std::string out = "\"";
   for (const char c : text) {
-    if (c == '\n') {
-      to += "\\n";
-      continue;
-    }
-    if (c == '"' || c == '\\') to += '\\';
-    to += c;
+    if (c == '"' || c == '\\') out += '\\';
+    out += c;
   }
-  to += '"';
+  return out + '"';
 }
 
 }  // namespace bench

@@ -1,5 +1,4 @@
-// The scenes: each generator walks a seeded random sequence and tells a writer, through a Recorder
-// that keeps the expected figures, what the scene holds.
+// The generators. Each calls a writer through a Recorder, which computes the expected values.
 #include "bench/scenes/text_generator.h"
 
 #include <zlib.h>
@@ -10,7 +9,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <span>
 #include <stdexcept>
 
 #include "bench/scenes/random.h"
@@ -44,11 +42,11 @@ std::string fixed(double value, int decimals) {
   return digits;
 }
 
-// Tells the writer and keeps count.
+// Calls the writer and updates the expected values.
 class Recorder {
  public:
   explicit Recorder(Format format) : writer(makeWriter(format)) {
-    if (format == Format::Vsa) comments(2);  // the version and the time
+    if (format == Format::Vsa) comments(2);  // version and time
   }
 
   void comment(std::string_view text) {
@@ -111,8 +109,7 @@ class Recorder {
 
   void image(std::string_view input, const std::string& bytes) {
     const std::string stream = zlibStream(bytes);
-    writer->compressed(input, "rgba8", bytes.size() / 4,
-                       {reinterpret_cast<const unsigned char*>(stream.data()), stream.size()});
+    writer->compressed(input, "rgba8", bytes.size() / 4, stream);
     assigned(0);
     expected.numbers += bytes.size();
     expected.elementBytes += bytes.size();
@@ -134,7 +131,8 @@ class Recorder {
 
   Text finish() { return {writer->finish(), expected}; }
 
-  // Characters of numbers so far: what stops a generator that fills a size, in every format alike.
+  // Characters of all numbers so far. The size of a scene is measured by it, so that it is the same
+  // in every format.
   size_t listCharacters = 0;
 
  private:
@@ -167,9 +165,9 @@ struct Vec3 {
   double x, y, z;
 };
 
-// A float as exporters print it, with 6 to 9 significant digits and no zeros at the end. How many
-// is drawn anew for every number: lists of real scenes vary like that, and a reader that guesses
-// lengths must not be flattered.
+// A float as exporters print it, with 6 to 9 significant digits and without trailing zeros. The
+// number of digits is random for each number, as in real scenes: constant lengths would favour a
+// reader that predicts them.
 void appendFloat(NumberList& list, double value, Random& random) {
   char digits[64];
   const auto end =
@@ -188,12 +186,12 @@ Vec3 normalized(Vec3 v) {
   return {v.x / length, v.y / length, v.z / length};
 }
 
-// A rolling patch of terrain: columns by rows of vertices, turned and placed at random.
+// A curved surface of columns by rows of vertices with a random place and rotation.
 struct Mesh {
   NumberList points, normals, uvs, indices;
 };
 
-Vec3 turned(Vec3 v, double sine, double cosine) {
+Vec3 rotated(Vec3 v, double sine, double cosine) {
   return {cosine * v.x - sine * v.z, v.y, sine * v.x + cosine * v.z};
 }
 
@@ -207,10 +205,10 @@ void appendVertices(Mesh& mesh, size_t columns, size_t rows, Random& random) {
       const double v = static_cast<double>(row) / static_cast<double>(rows - 1);
       const double jitter = random.real(-0.01, 0.01);
       const double height = 0.3 * std::sin(7 * u) * std::cos(5 * v) + jitter;
-      const Vec3 point = turned({size * (u - 0.5), size * height, size * (v - 0.5)}, sine, cosine);
-      const Vec3 normal = turned(normalized({-2.1 * std::cos(7 * u) * std::cos(5 * v) + jitter, 1,
-                                             1.5 * std::sin(7 * u) * std::sin(5 * v) - jitter}),
-                                 sine, cosine);
+      const Vec3 point = rotated({size * (u - 0.5), size * height, size * (v - 0.5)}, sine, cosine);
+      const Vec3 normal = rotated(normalized({-2.1 * std::cos(7 * u) * std::cos(5 * v) + jitter, 1,
+                                              1.5 * std::sin(7 * u) * std::sin(5 * v) - jitter}),
+                                  sine, cosine);
       appendVec3(mesh.points, {point.x + place.x, point.y + place.y, point.z + place.z}, random);
       appendVec3(mesh.normals, normal, random);
       appendFloat(mesh.uvs, std::clamp(u + jitter / 100, 0.0, 1.0), random);
@@ -250,7 +248,7 @@ void addMesh(Recorder& scene, size_t index, size_t vertexCount, Random& random) 
   scene.endNode();
 }
 
-// The inputs of one kind of node, as its exporter names them.
+// The inputs of a node type.
 enum class Kind { Bool, Int, Real, Name, Path, Vec2, Vec3, Pos3, Quat, Rgba };
 
 struct InputRow {
@@ -362,7 +360,7 @@ void addInput(Recorder& scene, const InputRow& input, Random& random) {
   }
 }
 
-// A path as the other system writes it: backslashes, which every format escapes.
+// A path with backslashes, which every format escapes.
 std::string filePath(Random& random) {
   std::string path = std::string("D:/projects/") + word(random) + "/" + imagePath(random);
   std::replace(path.begin(), path.end(), '/', '\\');
@@ -381,8 +379,8 @@ std::string script(Random& random) {
 NumberList nextFloats(size_t count, Random& random) {
   NumberList list;
   for (size_t i = 0; i < count; ++i) {
-    const double reach = random.below(2) == 0 ? 1 : 100;
-    appendFloat(list, random.real(-reach, reach), random);
+    const double range = random.below(2) == 0 ? 1 : 100;
+    appendFloat(list, random.real(-range, range), random);
   }
   return list;
 }
@@ -412,11 +410,11 @@ Text listScene(size_t count, uint64_t seed, void (*add)(Recorder&, size_t, Rando
 }  // namespace
 
 Text geo(size_t bytes, Format format, uint64_t seed) {
-  constexpr size_t CHARACTERS_A_VERTEX = 95;  // of VSA text, about
+  constexpr size_t CHARACTERS_PER_VERTEX = 95;  // of VSA text, approximately
   Recorder scene(format);
   Random random(seed);
   for (size_t mesh = 0; scene.listCharacters < bytes; ++mesh) {
-    const size_t left = (bytes - scene.listCharacters) / CHARACTERS_A_VERTEX + 1;
+    const size_t left = (bytes - scene.listCharacters) / CHARACTERS_PER_VERTEX + 1;
     addMesh(scene, mesh, std::min(random.between(200, 9000), left), random);
   }
   return scene.finish();

@@ -1,8 +1,8 @@
-// The scenes that the benchmarks read, made up from a seed: the same call gives the same bytes on
-// every machine, in the VSA text format or in a peer's.
+// Generators of the scenes that the benchmarks read, in the VSA text format or in the format of a
+// peer. The same seed gives the same bytes on every machine.
 //
-// Beside the text comes what a reader must find in it, so that a benchmark can check before it
-// measures. Those figures come from the generator's own values, never from the reader under test.
+// Each text comes with the values that a reader must find in it, so that a benchmark can check the
+// result before it measures. They are computed from the generated values, without the reader.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@
 
 namespace bench {
 
-// What a whole read of the text must find.
+// What a read of the whole text must find.
 struct Expected {
   size_t nodes = 0;
   size_t statements = 0;  // declarations, assignments and comments
@@ -22,7 +22,7 @@ struct Expected {
   size_t references = 0;
   size_t connections = 0;
   size_t strings = 0;
-  size_t stringBytes = 0;     // of all strings, unescaped
+  size_t stringBytes = 0;     // of all strings, without escapes
   size_t numbers = 0;         // components of all buffers
   size_t elementBytes = 0;    // memory of all buffers' elements
   size_t largestLiteral = 0;  // characters of the longest number list or compressed block
@@ -35,24 +35,24 @@ struct Text {
   Expected expected;
 };
 
-// Meshes with points, normals, uvs and indices, until about `bytes` of VSA text are written.
+// Meshes with points, normals, uvs and indices, about `bytes` of VSA text.
 Text geo(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Small nodes: a declaration and 8 mixed scalar inputs each, `statements` in all (rounded up to
-// whole nodes).
+// Small nodes of a declaration and 8 scalar inputs, `statements` in total (rounded up to whole
+// nodes).
 Text nodes(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
-// A declaration, a reference and a connection a node, both to nodes further down.
+// Nodes of a declaration, a reference and a connection, both to later nodes.
 Text links(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Strings of all lengths and comments.
 Text text(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Image bytes as compressed buffers; `bytes` counts the pixels' bytes, not the text's.
+// Images as compressed buffers. `bytes` is the uncompressed size.
 Text compressed(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Nodes with one list of numbers each, float[n] or int32[n], LIST_LENGTH of them a list and the
-// rest in the last: what the bare number loops are held against.
+// Nodes with one buffer of LIST_LENGTH numbers each (the last one has the rest), float[n] or
+// int32[n], for the comparison with loops that only convert numbers.
 constexpr size_t LIST_LENGTH = 100'000;
 Text floatLists(size_t count, uint64_t seed = 1);
 Text intLists(size_t count, uint64_t seed = 1);
@@ -61,10 +61,10 @@ Text intLists(size_t count, uint64_t seed = 1);
 NumberList floatNumbers(size_t count, uint64_t seed = 1);
 NumberList intNumbers(size_t count, uint64_t seed = 1);
 
-// The bytes of an image as textures have them: gradients, edges, noise. 4 bytes a pixel.
+// The pixels of a texture with gradients, edges and noise, 4 bytes per pixel.
 std::string imageBytes(size_t bytes, uint64_t seed);
 
-// A zlib stream of bytes at the usual level.
+// Compresses the bytes at zlib's default level.
 std::string zlibStream(const std::string& bytes);
 
 }  // namespace bench

@@ -1,8 +1,11 @@
-// The scene as JSON at its tightest: types stand only where JSON has none of its own.
+// Compact JSON, without types that JSON distinguishes itself:
 //   {"version":3,"nodes":[{"type":"mesh","name":"mesh_000000","inputs":{
 //     "points":{"type":"vec3f","count":2,"data":[0.5,...]},"tint":["rgba",1,0,0,1],
 //     "material":{"node":"mat1"},"color":{"node":"tex1","output":"out"}}}],"comments":["..."]}
+#include <algorithm>
+
 #include "bench/scenes/scene_writer.h"
+#include "tools/scene_text/printable_text.h"
 
 namespace bench {
 namespace {
@@ -18,7 +21,7 @@ class CompactJsonWriter : public SceneWriter {
 
   void beginNode(std::string_view type, std::string_view name) override {
     if (nodeCount++ > 0) out += ",\n";
-    add({"{\"type\":\"", type, "\",\"name\":\"", name, "\",\"inputs\":{"});
+    append(out, {"{\"type\":\"", type, "\",\"name\":\"", name, "\",\"inputs\":{"});
     inputCount = 0;
   }
 
@@ -46,63 +49,52 @@ class CompactJsonWriter : public SceneWriter {
 
   void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
     key(input);
-    add({"[\"", keyword, "\","});
-    list(digits);
+    append(out, {"[\"", keyword, "\","});
+    out += digits;
+    std::replace(out.end() - static_cast<std::ptrdiff_t>(digits.size()), out.end(), ' ', ',');
     out += ']';
   }
 
   void buffer(std::string_view input, std::string_view keyword, size_t width,
               const NumberList& numbers) override {
     openBuffer(input, keyword, numbers.componentCount / width);
-    out += '[';
-    list(numbers.digits);
-    out += "]}";
+    appendJsonArray(out, numbers.digits);
+    out += '}';
   }
 
   void compressed(std::string_view input, std::string_view keyword, size_t elementCount,
-                  std::span<const unsigned char> stream) override {
+                  std::string_view stream) override {
     openBuffer(input, keyword, elementCount);
     out += '"';
-    appendHex(out, stream);
+    vsa_tools::appendHex(out, stream);
     out += "\"}";
   }
 
   void reference(std::string_view input, std::string_view node) override {
     key(input);
-    add({"{\"node\":\"", node, "\"}"});
+    append(out, {"{\"node\":\"", node, "\"}"});
   }
 
   void connection(std::string_view input, std::string_view node, std::string_view output) override {
     key(input);
-    add({"{\"node\":\"", node, "\",\"output\":\"", output, "\"}"});
+    append(out, {"{\"node\":\"", node, "\",\"output\":\"", output, "\"}"});
   }
 
   std::string finish() override {
-    add({"],\"comments\":[", comments, "]}\n"});
+    append(out, {"],\"comments\":[", comments, "]}\n"});
     return std::move(out);
   }
 
  private:
-  void add(std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts) out += part;
-  }
-
   void key(std::string_view input) {
     if (inputCount++ > 0) out += ',';
-    add({"\"", input, "\":"});
+    append(out, {"\"", input, "\":"});
   }
 
   void openBuffer(std::string_view input, std::string_view keyword, size_t elementCount) {
     key(input);
-    add({"{\"type\":\"", keyword, "\",\"count\":", std::to_string(elementCount), ",\"data\":"});
-  }
-
-  void list(std::string_view digits) {
-    const size_t start = out.size();
-    out += digits;
-    for (size_t i = start; i < out.size(); ++i) {
-      if (out[i] == ' ') out[i] = ',';
-    }
+    append(out,
+           {"{\"type\":\"", keyword, "\",\"count\":", std::to_string(elementCount), ",\"data\":"});
   }
 
   std::string out;

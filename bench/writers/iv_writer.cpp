@@ -1,8 +1,8 @@
-// The scene as Open Inventor 2.1 ASCII, what Coin reads: a mesh becomes an indexed face set, a node
-// with scalar inputs a node that declares its own fields, a node with links a group.
+// Open Inventor 2.1 ASCII, for Coin. A mesh becomes an indexed face set, a node with scalar inputs
+// a node that declares its own fields, a node with links a group.
 //
-// A name must be defined before it is used, so the nodes are written last to first: what was
-// further down then stands above. A reference and a connection both become a used child.
+// A name must be defined before it is used. Links refer to later nodes, so the nodes are written in
+// reverse order. A reference and a connection both become a child with USE.
 #include <vector>
 
 #include "bench/scenes/scene_writer.h"
@@ -12,7 +12,7 @@ namespace {
 
 class IvWriter : public SceneWriter {
  public:
-  void comment(std::string_view text) override { add(preface, {"# ", text, "\n"}); }
+  void comment(std::string_view text) override { append(preface, {"# ", text, "\n"}); }
 
   void beginNode(std::string_view type, std::string_view name) override {
     nodeType = type;
@@ -26,13 +26,13 @@ class IvWriter : public SceneWriter {
   void endNode() override {
     std::string block = preface;
     preface.clear();
-    add(block, {"DEF ", nodeName, " "});
+    append(block, {"DEF ", nodeName, " "});
     if (nodeType == "mesh") {
-      add(block, {"Separator {\n  VertexProperty {\n", properties, "  }\n", body, "}\n"});
+      append(block, {"Separator {\n  VertexProperty {\n", properties, "  }\n", body, "}\n"});
     } else if (hasChildren || declared.empty()) {
-      add(block, {"Group {\n", body, "}\n"});
+      append(block, {"Group {\n", body, "}\n"});
     } else {
-      add(block, {nodeType, " {\n  fields [ ", declared, " ]\n", body, "}\n"});
+      append(block, {nodeType, " {\n  fields [ ", declared, " ]\n", body, "}\n"});
     }
     blocks.push_back(std::move(block));
   }
@@ -50,12 +50,7 @@ class IvWriter : public SceneWriter {
   }
 
   void string(std::string_view input, std::string_view text) override {
-    std::string quoted = "\"";
-    for (const char c : text) {
-      if (c == '"' || c == '\\') quoted += '\\';
-      quoted += c;
-    }
-    field("SFString", input, quoted + '"');
+    field("SFString", input, quoted(text));
   }
 
   void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
@@ -76,8 +71,7 @@ class IvWriter : public SceneWriter {
     }
   }
 
-  void compressed(std::string_view, std::string_view, size_t,
-                  std::span<const unsigned char>) override {}
+  void compressed(std::string_view, std::string_view, size_t, std::string_view) override {}
 
   void reference(std::string_view, std::string_view node) override { use(node); }
   void connection(std::string_view, std::string_view node, std::string_view) override { use(node); }
@@ -89,23 +83,19 @@ class IvWriter : public SceneWriter {
   }
 
  private:
-  static void add(std::string& to, std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts) to += part;
-  }
-
   void field(std::string_view type, std::string_view input, std::string_view value) {
     if (!declared.empty()) declared += ", ";
-    add(declared, {type, " ", input});
-    add(body, {"  ", input, " ", value, "\n"});
+    append(declared, {type, " ", input});
+    append(body, {"  ", input, " ", value, "\n"});
   }
 
   void use(std::string_view node) {
     hasChildren = true;
-    add(body, {"  USE ", node, "\n"});
+    append(body, {"  USE ", node, "\n"});
   }
 
   void rows(std::string_view name, size_t width, const NumberList& numbers) {
-    add(properties, {"    ", name, " [ "});
+    append(properties, {"    ", name, " [ "});
     eachNumber(numbers.digits, [&](std::string_view number, size_t index) {
       if (index > 0) properties += index % width == 0 ? ",\n      " : " ";
       properties += number;

@@ -1,8 +1,9 @@
-// The scene as JSON in the form that `vsa dump` prints, without the blanks:
+// JSON in the format of `vsa dump`:
 //   {"fileVersion":3,"fileComments":["..."],"nodes":[{"type":"mesh","name":"m1","inputs":[
 //     {"name":"tint","type":"Rgba","value":[1,0,0,1]},{"name":"material","type":"Node",
 //     "value":"mat1"},{"name":"color","type":"Null","value":null,"connection":"tex1.out"}]}]}
 #include "bench/scenes/scene_writer.h"
+#include "tools/scene_text/printable_text.h"
 
 namespace bench {
 namespace {
@@ -16,7 +17,7 @@ class JsonWriter : public SceneWriter {
 
   void beginNode(std::string_view type, std::string_view name) override {
     if (nodeCount++ > 0) nodes += ",\n";
-    add({"{\"type\":\"", type, "\",\"name\":\"", name, "\",\"inputs\":["});
+    append(nodes, {"{\"type\":\"", type, "\",\"name\":\"", name, "\",\"inputs\":["});
     inputCount = 0;
   }
 
@@ -42,31 +43,33 @@ class JsonWriter : public SceneWriter {
 
   void tuple(std::string_view name, std::string_view keyword, std::string_view digits) override {
     open(name, typeName(keyword));
-    list(digits);
+    appendJsonArray(nodes, digits);
+    nodes += '}';
   }
 
   void buffer(std::string_view name, std::string_view keyword, size_t width,
               const NumberList& numbers) override {
     openBuffer(name, keyword, numbers.componentCount / width);
-    list(numbers.digits);
+    appendJsonArray(nodes, numbers.digits);
+    nodes += '}';
   }
 
   void compressed(std::string_view name, std::string_view keyword, size_t elementCount,
-                  std::span<const unsigned char> stream) override {
+                  std::string_view stream) override {
     openBuffer(name, keyword, elementCount);
     nodes += '"';
-    appendHex(nodes, stream);
+    vsa_tools::appendHex(nodes, stream);
     nodes += "\"}";
   }
 
   void reference(std::string_view name, std::string_view node) override {
     open(name, "Node");
-    add({"\"", node, "\"}"});
+    append(nodes, {"\"", node, "\"}"});
   }
 
   void connection(std::string_view name, std::string_view node, std::string_view output) override {
     open(name, "Null");
-    add({"null,\"connection\":\"", node, ".", output, "\"}"});
+    append(nodes, {"null,\"connection\":\"", node, ".", output, "\"}"});
   }
 
   std::string finish() override {
@@ -75,11 +78,7 @@ class JsonWriter : public SceneWriter {
   }
 
  private:
-  void add(std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts) nodes += part;
-  }
-
-  // "vec3f" is displayed as "Vec3f".
+  // "Vec3f" for "vec3f".
   static std::string typeName(std::string_view keyword) {
     std::string name(keyword);
     name[0] = static_cast<char>(name[0] - 'a' + 'A');
@@ -88,7 +87,7 @@ class JsonWriter : public SceneWriter {
 
   void head(std::string_view name, std::string_view type) {
     if (inputCount++ > 0) nodes += ',';
-    add({"{\"name\":\"", name, "\",\"type\":\"", type, "\","});
+    append(nodes, {"{\"name\":\"", name, "\",\"type\":\"", type, "\","});
   }
 
   void open(std::string_view name, std::string_view type) {
@@ -98,23 +97,13 @@ class JsonWriter : public SceneWriter {
 
   void openBuffer(std::string_view name, std::string_view keyword, size_t elementCount) {
     head(name, "Buffer");
-    add({"\"bufferType\":\"", typeName(keyword), "\",\"count\":", std::to_string(elementCount),
-         ",\"value\":"});
+    append(nodes, {"\"bufferType\":\"", typeName(keyword),
+                   "\",\"count\":", std::to_string(elementCount), ",\"value\":"});
   }
 
   void input(std::string_view name, std::string_view type, std::string_view value) {
     open(name, type);
-    add({value, "}"});
-  }
-
-  void list(std::string_view digits) {
-    nodes += '[';
-    const size_t start = nodes.size();
-    nodes += digits;
-    for (size_t i = start; i < nodes.size(); ++i) {
-      if (nodes[i] == ' ') nodes[i] = ',';
-    }
-    nodes += "]}";
+    append(nodes, {value, "}"});
   }
 
   std::string nodes;

@@ -1,5 +1,5 @@
-// The meshes of a scene as Wavefront OBJ: v, vn, vt and triangles. Everything else is left out,
-// since the format has no place for it.
+// The meshes of a scene as Wavefront OBJ: v, vn, vt and triangles. The format cannot express
+// anything else.
 #include "bench/scenes/scene_writer.h"
 
 namespace bench {
@@ -14,7 +14,7 @@ class ObjWriter : public SceneWriter {
     vertexCount = 0;
   }
 
-  // Indices count all vertices of the file, from 1.
+  // Indices count all vertices of the file from 1.
   void endNode() override { firstVertex += vertexCount; }
 
   void buffer(std::string_view input, std::string_view, size_t width,
@@ -36,8 +36,7 @@ class ObjWriter : public SceneWriter {
   void real(std::string_view, std::string_view) override {}
   void string(std::string_view, std::string_view) override {}
   void tuple(std::string_view, std::string_view, std::string_view) override {}
-  void compressed(std::string_view, std::string_view, size_t,
-                  std::span<const unsigned char>) override {}
+  void compressed(std::string_view, std::string_view, size_t, std::string_view) override {}
   void reference(std::string_view, std::string_view) override {}
   void connection(std::string_view, std::string_view, std::string_view) override {}
 

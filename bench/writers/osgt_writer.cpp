@@ -1,9 +1,9 @@
-// The scene as .osgt, the text form of OpenSceneGraph, as osgDB writes it: a mesh becomes a
-// Geometry, any other node a Group that carries its inputs as value objects.
+// .osgt, the text format of OpenSceneGraph, as osgDB writes it. A mesh becomes a Geometry, any
+// other node a Group with its inputs as value objects. The format has no comments.
 //
-// An object must stand before it is meant by its UniqueID alone, so the nodes are written last to
-// first: what was further down then stands above. A reference and a connection both become a
-// child, the only link between nodes that the format has. Comments have no place in it.
+// An object must be defined before its UniqueID is used. Links refer to later nodes, so the nodes
+// are written in reverse order. A reference and a connection both become a child, the only link
+// between nodes in this format.
 #include <unordered_map>
 #include <vector>
 
@@ -30,13 +30,13 @@ class OsgtWriter : public SceneWriter {
 
   void endNode() override {
     std::string block;
-    add(block, {"    ", isMesh ? "osg::Geometry" : "osg::Group", " {\n      UniqueID ",
-                idOf(nodeName), " \n      Name \"", nodeName, "\" \n"});
+    append(block, {"    ", isMesh ? "osg::Geometry" : "osg::Group", " {\n      UniqueID ",
+                   idOf(nodeName), " \n      Name \"", nodeName, "\" \n"});
     if (valueCount > 0) addValues(block);
     if (isMesh) {
-      add(block, {indices, points, normals, uvs});
+      append(block, {indices, points, normals, uvs});
     } else if (childCount > 0) {
-      add(block, {"      Children ", std::to_string(childCount), " {\n", children, "      }\n"});
+      append(block, {"      Children ", std::to_string(childCount), " {\n", children, "      }\n"});
     }
     block += "    }\n";
     blocks.push_back(std::move(block));
@@ -55,12 +55,7 @@ class OsgtWriter : public SceneWriter {
   }
 
   void string(std::string_view input, std::string_view text) override {
-    std::string quoted = "\"";
-    for (const char c : text) {
-      if (c == '"' || c == '\\') quoted += '\\';
-      quoted += c;
-    }
-    object("String", input, quoted + '"');
+    object("String", input, quoted(text));
   }
 
   void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
@@ -81,8 +76,7 @@ class OsgtWriter : public SceneWriter {
     }
   }
 
-  void compressed(std::string_view, std::string_view, size_t,
-                  std::span<const unsigned char>) override {}
+  void compressed(std::string_view, std::string_view, size_t, std::string_view) override {}
 
   void reference(std::string_view, std::string_view node) override { child(node); }
 
@@ -92,17 +86,13 @@ class OsgtWriter : public SceneWriter {
 
   std::string finish() override {
     std::string out = "#Ascii Scene \n#Version 161 \n#Generator OpenSceneGraph 3.6.5 \n\n";
-    add(out, {"osg::Group {\n  UniqueID ", newId(), " \n  Name \"root\" \n  Children ",
-              std::to_string(blocks.size()), " {\n"});
+    append(out, {"osg::Group {\n  UniqueID ", newId(), " \n  Name \"root\" \n  Children ",
+                 std::to_string(blocks.size()), " {\n"});
     for (size_t i = blocks.size(); i > 0; --i) out += blocks[i - 1];
     return out + "  }\n}\n";
   }
 
  private:
-  static void add(std::string& to, std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts) to += part;
-  }
-
   std::string newId() { return std::to_string(++lastId); }
 
   std::string idOf(std::string_view node) {
@@ -113,44 +103,45 @@ class OsgtWriter : public SceneWriter {
 
   void object(std::string_view type, std::string_view input, std::string_view value) {
     ++valueCount;
-    add(values, {"            osg::", type, "ValueObject {\n              UniqueID ", newId(),
-                 " \n              Name \"", input, "\" \n              Value ", value,
-                 " \n            }\n"});
+    append(values, {"            osg::", type, "ValueObject {\n              UniqueID ", newId(),
+                    " \n              Name \"", input, "\" \n              Value ", value,
+                    " \n            }\n"});
   }
 
   void addValues(std::string& block) {
-    add(block, {"      UserDataContainer TRUE {\n        osg::DefaultUserDataContainer {\n",
-                "          UniqueID ", newId(), " \n          UDC_UserObjects ",
-                std::to_string(valueCount), " {\n", values, "          }\n        }\n      }\n"});
+    append(block,
+           {"      UserDataContainer TRUE {\n        osg::DefaultUserDataContainer {\n",
+            "          UniqueID ", newId(), " \n          UDC_UserObjects ",
+            std::to_string(valueCount), " {\n", values, "          }\n        }\n      }\n"});
   }
 
   void child(std::string_view node) {
     ++childCount;
-    add(children, {"        osg::Group {\n          UniqueID ", idOf(node), " \n        }\n"});
+    append(children, {"        osg::Group {\n          UniqueID ", idOf(node), " \n        }\n"});
   }
 
   static void rows(std::string& to, size_t perRow, const NumberList& numbers) {
     eachNumber(numbers.digits, [&](std::string_view number, size_t index) {
       if (index % perRow == 0) to += "            ";
-      add(to, {number, " "});
+      append(to, {number, " "});
       if (index % perRow == perRow - 1) to += '\n';
     });
     if (numbers.componentCount % perRow != 0) to += '\n';
   }
 
   void array(std::string& to, std::string_view opening, size_t width, const NumberList& numbers) {
-    add(to, {opening, "        osg::Vec", std::to_string(width), "Array {\n          UniqueID ",
-             newId(), " \n          Binding BIND_PER_VERTEX \n          vector ",
-             std::to_string(numbers.componentCount / width), " {\n"});
+    append(to, {opening, "        osg::Vec", std::to_string(width), "Array {\n          UniqueID ",
+                newId(), " \n          Binding BIND_PER_VERTEX \n          vector ",
+                std::to_string(numbers.componentCount / width), " {\n"});
     rows(to, width, numbers);
     to += "          }\n        }\n      }\n";
   }
 
   void primitives(const NumberList& numbers) {
-    add(indices,
-        {"      PrimitiveSetList 1 {\n        osg::DrawElementsUInt {\n          UniqueID ",
-         newId(), " \n          Mode TRIANGLES \n          vector ",
-         std::to_string(numbers.componentCount), " {\n"});
+    append(indices,
+           {"      PrimitiveSetList 1 {\n        osg::DrawElementsUInt {\n          UniqueID ",
+            newId(), " \n          Mode TRIANGLES \n          vector ",
+            std::to_string(numbers.componentCount), " {\n"});
     rows(indices, 4, numbers);
     indices += "          }\n        }\n      }\n";
   }

@@ -1,6 +1,7 @@
-// The scene as VSA text, in the layouts that exporters choose: statements that name their node or
-// follow a declaration ending in ":", lists on one line, broken into lines, or with commas.
+// VSA text in the layouts of several exporters: statements with the name of their node or after a
+// declaration that ends in ":"; lists on one line, on several lines, and with commas.
 #include "bench/scenes/scene_writer.h"
+#include "tools/scene_text/printable_text.h"
 
 namespace bench {
 namespace {
@@ -9,12 +10,12 @@ class VsaWriter : public SceneWriter {
  public:
   VsaWriter() { out = "# version: 3\n# time: 2024-03-09 14:20:11\n"; }
 
-  void comment(std::string_view text) override { add({"# ", text, "\n"}); }
+  void comment(std::string_view text) override { append(out, {"# ", text, "\n"}); }
 
   void beginNode(std::string_view type, std::string_view name) override {
     node = name;
     opened = nodeCount % 2 == 0;
-    add({"\n", type, " ", name, opened ? ":\n" : ";\n"});
+    append(out, {"\n", type, " ", name, opened ? ":\n" : ";\n"});
   }
 
   void endNode() override { ++nodeCount; }
@@ -31,14 +32,14 @@ class VsaWriter : public SceneWriter {
 
   void string(std::string_view input, std::string_view text) override {
     target(input);
-    out += " = \"";
-    for (const char c : text) escape(c);
-    out += "\";\n";
+    out += " = ";
+    appendJsonString(out, text);
+    out += ";\n";
   }
 
   void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
     target(input);
-    add({" = ", keyword, "(", digits, ");\n"});
+    append(out, {" = ", keyword, "(", digits, ");\n"});
   }
 
   void buffer(std::string_view input, std::string_view keyword, size_t width,
@@ -53,10 +54,10 @@ class VsaWriter : public SceneWriter {
   }
 
   void compressed(std::string_view input, std::string_view keyword, size_t elementCount,
-                  std::span<const unsigned char> stream) override {
+                  std::string_view stream) override {
     openBuffer(input, keyword, elementCount);
     out += '.';
-    appendHex(out, stream);
+    vsa_tools::appendHex(out, stream);
     out += "};\n";
   }
 
@@ -64,49 +65,36 @@ class VsaWriter : public SceneWriter {
 
   void connection(std::string_view input, std::string_view to, std::string_view output) override {
     target(input);
-    add({" |= ", to, ".", output, ";\n"});
+    append(out, {" |= ", to, ".", output, ";\n"});
   }
 
   std::string finish() override { return std::move(out); }
 
  private:
-  void add(std::initializer_list<std::string_view> parts) {
-    for (const std::string_view part : parts) out += part;
-  }
-
   void target(std::string_view input) {
     if (opened) {
-      add({"  .", input});
+      append(out, {"  .", input});
     } else {
-      add({node, ".", input});
+      append(out, {node, ".", input});
     }
   }
 
   void assign(std::string_view input, std::string_view value) {
     target(input);
-    add({" = ", value, ";\n"});
+    append(out, {" = ", value, ";\n"});
   }
 
   void openBuffer(std::string_view input, std::string_view keyword, size_t elementCount) {
     target(input);
-    add({" = ", keyword, "[", std::to_string(elementCount), "] {"});
+    append(out, {" = ", keyword, "[", std::to_string(elementCount), "] {"});
   }
 
-  void escape(char c) {
-    if (c == '\n') {
-      out += "\\n";
-      return;
-    }
-    if (c == '"' || c == '\\') out += '\\';
-    out += c;
-  }
-
-  // Elements in lines of about 12 numbers, with `mark` after each element but the last.
-  void list(std::string_view digits, size_t width, std::string_view mark) {
+  // Appends elements in lines of about 12 numbers, with `separator` between them.
+  void list(std::string_view digits, size_t width, std::string_view separator) {
     const size_t perLine = 12 / width * width;
     eachNumber(digits, [&](std::string_view number, size_t index) {
       if (index > 0) {
-        if (index % width == 0) out += mark;
+        if (index % width == 0) out += separator;
         out += index % perLine == 0 ? "\n    " : " ";
       }
       out += number;

@@ -1,4 +1,4 @@
-// How a fuzzer says that something is wrong: it says what, and ends the process.
+// Failed checks of a fuzzer: they print what is wrong and abort the process.
 #pragma once
 
 #include <cstdio>
@@ -15,27 +15,27 @@ namespace vsa_fuzz {
   std::abort();
 }
 
-/// `about` names what was compared, and for which input.
+/// Fails unless both are equal. `about` says what was compared.
 inline void checkSame(std::string_view expected, std::string_view found, std::string_view about) {
   if (expected == found) return;
   fail("differs: " + std::string(about) + "\nexpected: " + vsa_tests::visible(expected) +
        "\nfound:    " + vsa_tests::visible(found));
 }
 
-/// An input that ends in a byte of settings.
-struct WithSettings {
+/// An input whose last byte holds settings of the fuzzer.
+struct InputWithSettings {
   std::string_view text;
   unsigned settings;
 };
 
-inline WithSettings splitSettings(std::string_view input) {
+inline InputWithSettings splitSettings(std::string_view input) {
   if (input.empty()) return {input, 0};
   return {input.substr(0, input.size() - 1), static_cast<unsigned char>(input.back())};
 }
 
-/// With the settings' lowest bit set, the text with each byte replaced by one of `alphabet`: the
-/// forms that matter come up that much more often. Else the text as it is.
-inline std::string textIn(std::string_view alphabet, const WithSettings& input) {
+/// The text. If the lowest bit of the settings is set, each byte is mapped to a character of
+/// `alphabet`, which makes well-formed inputs more frequent.
+inline std::string mapToAlphabet(std::string_view alphabet, const InputWithSettings& input) {
   std::string text(input.text);
   if ((input.settings & 1) == 0) return text;
   for (char& c : text) c = alphabet[static_cast<unsigned char>(c) % alphabet.size()];

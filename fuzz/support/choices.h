@@ -1,4 +1,4 @@
-// Choices that follow from a seed.
+// Pseudo-random choices from a seed.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ class Choices {
  public:
   explicit Choices(unsigned seed) : engine_(seed) {}
 
-  /// 0 to `limit` - 1; `limit` is 1 or more.
+  /// A number from 0 to `limit` - 1; `limit` must not be 0.
   std::size_t below(std::size_t limit) { return engine_() % limit; }
   bool oneIn(std::size_t count) { return below(count) == 0; }
 

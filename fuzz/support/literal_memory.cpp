@@ -11,7 +11,8 @@ void __wrap_free(void* block);
 
 namespace {
 
-/// Blocks from calloc that nobody has freed. Never destroyed: memory is freed to the very end.
+/// The blocks from calloc that were not freed. Never destroyed, because free is called until the
+/// process ends.
 std::unordered_set<void*>& blocks() {
   static auto& all = *new std::unordered_set<void*>;
   return all;
@@ -20,7 +21,7 @@ std::unordered_set<void*>& blocks() {
 }  // namespace
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
-  if (size != 0 && count > vsa_fuzz::LARGEST_BUFFER / size) return nullptr;
+  if (size != 0 && count > vsa_fuzz::MAX_LITERAL_BYTES / size) return nullptr;
   void* const block = __real_calloc(count, size);
   if (block != nullptr) blocks().insert(block);
   return block;
@@ -33,7 +34,7 @@ void __wrap_free(void* block) {
 
 namespace vsa_fuzz {
 
-void freeLiteralsLeftBehind() {
+void freeLeakedLiterals() {
   for (void* const block : blocks()) __real_free(block);
   blocks().clear();
 }

@@ -1,18 +1,17 @@
-// The memory of buffer literals. A text names a size in a few characters, and by the reader's rules
-// the memory of a literal that no input takes over is not freed: in millions of reads either would
-// fill the machine. So calloc, which only buffer literals call, answers null past LARGEST_BUFFER,
-// and what a read has left behind is freed after it. The programs are linked with --wrap=calloc and
-// --wrap=free for that.
+// The memory of buffer literals. A few characters of a text declare a buffer of any size, and the
+// reader does not free a literal that no input takes over. In millions of reads both would exhaust
+// the memory. The programs are therefore linked with --wrap=calloc and --wrap=free: calloc, which
+// only buffer literals call, returns null above MAX_LITERAL_BYTES, and leaked literals are freed
+// after each read.
 #pragma once
 
 #include <cstddef>
 
 namespace vsa_fuzz {
 
-/// In bytes.
-inline constexpr std::size_t LARGEST_BUFFER = std::size_t{1} << 18;
+inline constexpr std::size_t MAX_LITERAL_BYTES = std::size_t{1} << 18;
 
-/// Frees the blocks that came from calloc and are still there. Only when no scene is left.
-void freeLiteralsLeftBehind();
+/// Frees all blocks from calloc that were not freed. Call it only when no scene exists.
+void freeLeakedLiterals();
 
 }  // namespace vsa_fuzz

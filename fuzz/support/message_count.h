@@ -1,14 +1,13 @@
-// How often each message of the reader came up: a fuzzer that never sees a message does not reach
-// the place that raises it.
+// Counts how often the reader raises each message. A message that is never raised shows code that
+// the fuzzers do not reach.
 #pragma once
 
-#include <string_view>
+#include <vsa/diagnostics/diagnostic.h>
 
 namespace vsa_fuzz {
 
-/// Counts the message that `text` is, and the messages that it quotes. Text that is none counts for
-/// nothing. The counts are appended, a line "COUNT NAME" each, to the file that the environment
-/// variable VSA_FUZZ_MESSAGES names, when the process exits.
-void countMessage(std::string_view text);
+/// Counts a message. At process exit, one line "COUNT NAME" for each message is appended to the
+/// file that the environment variable VSA_FUZZ_MESSAGES names.
+void countMessage(zn::korvo_sdk::DiagnosticId id);
 
 }  // namespace vsa_fuzz

@@ -1,5 +1,5 @@
-// How libFuzzer changes a text: statement by statement as often as byte by byte, so that a change
-// leaves most of the text standing.
+// The mutator of libFuzzer for texts. Two mutations in three change whole statements, which keeps
+// most of the text valid; the others change bytes.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -25,7 +25,7 @@ using vsa_fuzz::Choices;
 using vsa_fuzz::TextWriter;
 using Statements = std::vector<std::string>;
 
-/// The text cut behind every ";", ":" and line end; joined, the pieces are the text again.
+/// Splits the text after every ";", ":" and line end. joined() is the inverse.
 Statements statementsOf(std::string_view text) {
   Statements statements;
   while (!text.empty()) {
@@ -42,7 +42,7 @@ std::string joined(const Statements& statements) {
   return text;
 }
 
-Statements::iterator somewhere(Choices& choices, Statements& statements) {
+Statements::iterator randomStatement(Choices& choices, Statements& statements) {
   return statements.begin() + static_cast<std::ptrdiff_t>(choices.below(statements.size()));
 }
 
@@ -54,7 +54,7 @@ void insertStatement(Choices& choices, Statements& statements) {
 }
 
 void replaceValue(Choices& choices, Statements& statements) {
-  std::string& statement = *somewhere(choices, statements);
+  std::string& statement = *randomStatement(choices, statements);
   const std::size_t equals = statement.find('=');
   if (equals == std::string::npos) return insertStatement(choices, statements);
   statement.resize(equals + 1);
@@ -69,21 +69,22 @@ void changeStatements(Choices& choices, Statements& statements) {
     case 2:
       return insertStatement(choices, statements);
     case 3:
-      statements.erase(somewhere(choices, statements));
+      statements.erase(randomStatement(choices, statements));
       return;
     case 4: {
-      const std::string again = *somewhere(choices, statements);
-      statements.insert(somewhere(choices, statements), again);
+      const std::string copy = *randomStatement(choices, statements);
+      statements.insert(randomStatement(choices, statements), copy);
       return;
     }
     case 5:
-      return std::iter_swap(somewhere(choices, statements), somewhere(choices, statements));
+      return std::iter_swap(randomStatement(choices, statements),
+                            randomStatement(choices, statements));
     default:
       return replaceValue(choices, statements);
   }
 }
 
-std::size_t put(const std::string& text, std::uint8_t* out, std::size_t capacity) {
+std::size_t copyTo(const std::string& text, std::uint8_t* out, std::size_t capacity) {
   const std::size_t size = std::min(text.size(), capacity);
   std::memcpy(out, text.data(), size);
   return size;
@@ -102,14 +103,14 @@ std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::s
   if (choices.oneIn(40)) {
     std::string text;
     TextWriter(choices, text).text();
-    return put(text, data, capacity);
+    return copyTo(text, data, capacity);
   }
   Statements statements = statementsOf(view(data, size));
   for (std::size_t i = 1 + choices.below(3); i > 0; --i) changeStatements(choices, statements);
-  return put(joined(statements), data, capacity);
+  return copyTo(joined(statements), data, capacity);
 }
 
-// The first statements of one text, then the last of the other.
+// Joins the first statements of one text and the last statements of the other.
 std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data1, std::size_t size1,
                                       const std::uint8_t* data2, std::size_t size2,
                                       std::uint8_t* out, std::size_t capacity, unsigned seed) {
@@ -119,5 +120,5 @@ std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* data1, std::size_t siz
   const Statements others = statementsOf(view(data2, size2));
   const auto from = static_cast<std::ptrdiff_t>(choices.below(others.size() + 1));
   statements.insert(statements.end(), others.begin() + from, others.end());
-  return put(joined(statements), out, capacity);
+  return copyTo(joined(statements), out, capacity);
 }

@@ -8,7 +8,7 @@ namespace {
 
 constexpr const char* NODES[] = {"a", "b", "c", "lamp1", "a", "b"};
 constexpr const char* TYPES[] = {"mesh", "declaredLamp", "lamp", "declaredLamp"};
-// The declared type's own among them.
+// Includes the inputs of declaredLamp.
 constexpr const char* INPUTS[] = {"x",      "y",       "z",    "power",    "shape",
                                   "filter", "samples", "keys", "intensity"};
 constexpr const char* MEMBERS[] = {".m", ".n", ".power"};
@@ -62,7 +62,7 @@ constexpr const char* INDICES[] = {"[0]", "[1]", "[*]", "[0]",   "[2]",
 
 struct Literal {
   const char* keyword;
-  std::size_t numbers;  // in an element
+  std::size_t numbers;  // per element
 };
 
 constexpr Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {"pos3", 3},
@@ -224,7 +224,7 @@ void TextWriter::separator() {
   oneOf(SEPARATORS);
 }
 
-// Numbers that every type can hold, one in a long while one that not every type can.
+// Numbers that every type can hold; one in 200 is any number.
 void TextWriter::elements(std::size_t count) {
   for (; count > 0; --count) {
     if (choices_.oneIn(200)) {
@@ -269,7 +269,7 @@ void TextWriter::buffer() {
   out_ += '}';
 }
 
-// "{" "." digits "}", sometimes damaged or too long.
+// "{" "." digits "}", sometimes corrupt or too long.
 void TextWriter::compressed(std::size_t bytes) {
   if (choices_.oneIn(12)) ++bytes;
   std::string data;

@@ -1,6 +1,5 @@
-// Writes statements of the format by chance: mostly right ones about few names, so that they meet
-// on the same inputs, and now and then one that is wrong in a way that the reader has a message
-// for.
+// Generates random statements. Most are valid and use few names, so that several statements affect
+// the same input. Some are invalid in a way for which the reader has a message.
 #pragma once
 
 #include <cstddef>
@@ -12,13 +11,13 @@ namespace vsa_fuzz {
 
 class TextWriter {
  public:
-  /// Appends to `out`.
+  /// The functions append to `out`.
   TextWriter(Choices& choices, std::string& out) : choices_(choices), out_(out) {}
 
   /// A whole text: declarations, then statements of any kind.
   void text();
   void statement();
-  /// What stands to the right of "=".
+  /// The right-hand side of an assignment.
   void value();
 
  private:

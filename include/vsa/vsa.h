@@ -8,6 +8,7 @@
 // A host that brings its own scene needs <vsa/parse.h> alone.
 #pragma once
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/decompress.h>
 #include <vsa/foundation/file.h>
 #include <vsa/foundation/log.h>

@@ -1,6 +1,6 @@
 // The target of an assignment, and the source of a connection, as tokens:
 //   path = (name "." name | "." name) { "[" ... "]" | "." name }
-#include <string>
+#include "vsa/apply/input_path.h"
 
 #include "vsa/parser.h"
 
@@ -44,13 +44,7 @@ void VsaParser::appendNext(ds::Vector<Token>& tokensOfPath) {
 
 // The texts of the tokens with nothing between them.
 String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) {
-  if (tokensOfPath.size == 1) return tokensOfPath[0].text;
-  std::size_t length = 0;
-  for (const Token& token : tokensOfPath) length += token.text.len();
-  std::string path;  // a short one takes no memory
-  path.reserve(length);
-  for (const Token& token : tokensOfPath) path += token.text.view();
-  return String::copyOf(path);
+  return collapsedPath(tokensOfPath);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -4,7 +4,9 @@
 #include <utility>
 
 #include <vsa/scene/file_version.h>
+#include "vsa/lex/lexer_source.h"
 #include "vsa/parser.h"
+#include "vsa/read_report.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -16,29 +18,33 @@ void resetHeader(interfaces::IScene& scene) {
   scene.setFileTime(String());
 }
 
+bool parse(interfaces::IScene* scene, Lexer& lexer, ReadReport& report) {
+  VsaParser parser;
+  const bool result = parser.parse(scene, &lexer);
+  report = reportOf(lexer, parser.tokens);
+  return result;
+}
+
 }  // namespace
 
 bool parseString(interfaces::IScene* scene, String text) {
-  ReadReport report;
-  return parseString(scene, std::move(text), report);
+  return VsaParser().parse(scene, std::move(text));
 }
 
 bool parseString(interfaces::IScene* scene, String text, ReadReport& report) {
-  VsaParser parser;
-  parser.report = &report;
-  return parser.parse(scene, std::move(text));
+  StringLexer lexer(text);
+  return parse(scene, lexer, report);
 }
 
 bool parseVsa(interfaces::IScene* scene, File file, bool keepHeader) {
-  ReadReport report;
-  return parseVsa(scene, std::move(file), keepHeader, report);
+  if (scene != nullptr && !keepHeader) resetHeader(*scene);
+  return VsaParser().parse(scene, std::move(file));
 }
 
 bool parseVsa(interfaces::IScene* scene, File file, bool keepHeader, ReadReport& report) {
   if (scene != nullptr && !keepHeader) resetHeader(*scene);
-  VsaParser parser;
-  parser.report = &report;
-  return parser.parse(scene, std::move(file));
+  FileLexer lexer(file);
+  return parse(scene, lexer, report);
 }
 
 }  // namespace zn::korvo_sdk::impl

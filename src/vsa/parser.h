@@ -1,8 +1,8 @@
-// VsaParser: tokens to statements, statements to the scene. Internal; the door is vsa.h.
+// VsaParser: tokens to statements, statements to the scene. Internal.
 //
-// Grammar functions return bool: false with nothing consumed means that the text ahead is not of
-// this form; a malformed form after an accepted beginning raises an error. What raises never
-// returns: it throws std::runtime_error, and `parse` is the one place that catches it.
+// A grammar function returns false with nothing consumed when the text ahead is not of its form. A
+// malformed form after an accepted beginning raises an error: it throws DiagnosticError, which
+// `parse` alone catches.
 #pragma once
 
 #include <cstdarg>
@@ -12,10 +12,9 @@
 #include <vsa/foundation/file.h>
 #include <vsa/foundation/string.h>
 #include <vsa/foundation/vector.h>
-#include <vsa/parse.h>
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
-#include "foundation/containers/hash_map.h"
+#include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
 #include "vsa/apply/pending_link.h"
 #include "vsa/apply/typed_elements.h"
@@ -24,17 +23,14 @@
 
 namespace zn::korvo_sdk::impl {
 
-class InputWalk;
-
-/// Serves one call of an entry point and is not used again. Owns neither scene nor lexer.
+/// Serves one call of an entry point. Owns neither scene nor lexer.
 class VsaParser {
  public:
   using AssignInfo = impl::AssignInfo;
+  using PendingTable = impl::PendingTable;
   using IInput = interfaces::IInput;
   using INode = interfaces::INode;
   using IScene = interfaces::IScene;
-  /// Links by target input, until they are resolved.
-  using PendingTable = ds::HashMap<IInput*, PendingLink>;
 
   struct RemoveInfo {
     Token name;
@@ -55,7 +51,7 @@ class VsaParser {
   std::int32_t lookahead = 3;  ///< Slots of the token ring.
   std::int32_t head = 0;       ///< Slot of the next token that is not consumed yet.
   ds::Vector<Token> tokens;    ///< The ring.
-  Token current;               ///< The token consumed last: its position is that of every message.
+  Token current;               ///< The token consumed last: its position is that of messages.
   Token lastLexed;             ///< The token produced last.
   String spare;                ///< Not used.
   IScene* scene = nullptr;
@@ -63,7 +59,6 @@ class VsaParser {
   ds::Vector<INode*> definedNodes;  ///< In the order of their `define` statements.
   PendingTable connections;         ///< Resolved after the last statement.
   PendingTable references;          ///< Resolved after the connections.
-  ReadReport* report = nullptr;     ///< Where to say what became of the source; may be null.
 
   // parser.cpp: the ring of tokens and the statement loop.
 
@@ -73,7 +68,41 @@ class VsaParser {
   Token consume();
   bool match(Token& out, Token::Type type);
 
-  // parser_diagnostics.cpp
+  // statement_comment.cpp, statement_directive.cpp, statement_assign.cpp
+
+  bool parseComment();
+  bool parseRemove();
+  bool parseDefine();
+  bool parseDeclare();
+  bool parseWith();
+  bool parseAssign();
+  bool remove(RemoveInfo& info);
+  bool define(DefineInfo& info);
+  bool declare(DeclareInfo& info);
+  bool with(WithInfo& info);
+
+  // input_path.cpp: the left-hand side as tokens.
+
+  bool path(ds::Vector<Token>& tokensOfPath);
+  bool arrayattr(ds::Vector<Token>& tokensOfPath);
+  bool scalarattr(ds::Vector<Token>& tokensOfPath);
+  static String collapse(const ds::Vector<Token>& tokensOfPath);
+
+  // right_hand_side.cpp, value_scalar.cpp, value_buffer.cpp
+
+  bool connect(AssignInfo& info);
+  bool value(AssignInfo& info);
+  bool reference(AssignInfo& info);
+  bool scalar(AssignInfo& info);
+  bool buffer(AssignInfo& info);
+  bool parseElem(const String& text, DataType type, unsigned char* out);
+
+  // parser.cpp: apply/link_resolver.h does the work.
+
+  void resolveConnections();
+  void resolveReferences();
+
+  // parser_diagnostics.cpp: messages at the position of `current`.
 
   [[noreturn]] void parseError(const char* format, ...) VSA_PRINTF(2, 3);
   [[noreturn]] void bufferError(const char* format, ...) VSA_PRINTF(2, 3);
@@ -86,50 +115,7 @@ class VsaParser {
   void wrongTypeWarning(const String& found, IInput* input);
   void badEnumValueWarning(const String& value, IInput* input);
 
-  // statement_comment.cpp, statement_directive.cpp
-
-  bool parseComment();
-  bool parseRemove();
-  bool parseDefine();
-  bool parseDeclare();
-  bool parseWith();
-  bool remove(RemoveInfo& info);
-  bool define(DefineInfo& info);
-  bool declare(DeclareInfo& info);
-  bool with(WithInfo& info);
-
-  // statement_assign.cpp
-
-  bool parseAssign();
-
-  // input_path.cpp: the left-hand side as tokens.
-
-  bool path(ds::Vector<Token>& tokensOfPath);
-  bool arrayattr(ds::Vector<Token>& tokensOfPath);
-  bool scalarattr(ds::Vector<Token>& tokensOfPath);
-  static String collapse(const ds::Vector<Token>& tokensOfPath);
-
-  // value_form.cpp: the right-hand side.
-
-  bool connect(AssignInfo& info);
-  bool value(AssignInfo& info);
-  bool reference(AssignInfo& info);
-
-  // value_scalar.cpp, value_buffer.cpp
-
-  bool scalar(AssignInfo& info);
-  bool buffer(AssignInfo& info);
-  bool parseElem(const String& text, DataType type, unsigned char* out);
-
-  // resolve.cpp
-
-  void resolveConnections();
-  void resolveReferences();
-
  private:
-  friend class InputWalk;
-  // parser.cpp
-  IScene& target();
   // The token `ahead` places behind the next one, 0 to 2.
   const Token& peek(std::int32_t ahead) const {
     if (ahead == 0) return tokens.data[head];
@@ -138,57 +124,29 @@ class VsaParser {
   }
   bool nextIs(Token::Type type) const { return peek(0).type == type; }
   void advance();
-  void refill(Token& slot) const;
-  void take(Token& out);
-  void atLast(const Token& next);
+  void advanceInto(Token& out) {
+    advance();
+    out = current;
+  }
+  // Consumes a token that the grammar demands.
+  void expect(Token::Type type, const char* expected) {
+    if (!nextIs(type)) tokenError(expected, peek(0));
+    advance();
+  }
   void prime();
-  void statements();
-  bool statement();
-  void reportSource() const;
+  bool parseStatement();
 
-  // statement_directive.cpp
   bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
-  INode* definedNodeOfType(const String& type) const;
-
-  // input_path.cpp
   void appendNext(ds::Vector<Token>& tokensOfPath);
-
-  // statement_assign.cpp
-  INode* nodeOf(const AssignInfo& info);
-  String pathText(const AssignInfo& info, INode* node) const;
-  void file(PendingTable& table, const InputWalk& walk, const AssignInfo& info);
-  void apply(AssignInfo& info, IInput* input, IInput* array);
-  bool accepts(AssignInfo& info, IInput* input);
-  bool acceptsBuffer(const AssignInfo& info, IInput* input);
-  void typeHoles(const AssignInfo& info, IInput* array);
-  static bool isEnumValue(const AssignInfo& info, const IInput* input);
-
-  // value_form.cpp
-  void expect(Token::Type type, const char* expected);
-
-  // value_scalar.cpp
-  bool integer(AssignInfo& info);
-  void string(AssignInfo& info);
   bool tuple(AssignInfo& info);
+  INode* targetNode(const AssignInfo& info);
 
-  // value_buffer.cpp
-  void describeBuffer(AssignInfo& info, DataType type);
-  [[noreturn]] void cannotAllocate(const AssignInfo& info);
-  void allocateElements(AssignInfo& info);
-  void compressedElements(AssignInfo& info);
-  void listedElements(AssignInfo& info);
+  IScene& sceneOrNone() const;
+  Emitter emitter() const { return {current.line, current.column}; }
 
-  // resolve.cpp
-  void resolveConnection(IInput* input, const PendingLink& link);
-  void resolveReference(IInput* input, const PendingLink& link);
-  void connectTo(IInput* input, const String& nodeName, const String& outputName,
-                 const PendingLink& link);
-
-  AssignInfo assignment_;        // of the statement at hand; the next one uses its memory again
-  bool hasRemoved_ = false;      // a "remove" has been read
-  String cutOff_;                // what the lexer had in hand when the text ended inside it
-  TypedElements typedElements_;  // of arrays that already hold no untyped element
+  AssignInfo assignment_;        // of the current statement; the next one reuses its memory
+  TypedElements typedElements_;  // of the arrays of this text
 };
 
 }  // namespace zn::korvo_sdk::impl

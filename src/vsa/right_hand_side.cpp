@@ -5,12 +5,6 @@ namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
 
-// Consumes a token that the grammar demands.
-void VsaParser::expect(Type type, const char* expected) {
-  if (!nextIs(type)) tokenError(expected, peek(0));
-  advance();
-}
-
 // "|" "=" (path | "null") ";"   The operator is two tokens.   `mesh1.tint |= mat1.outColor;`
 bool VsaParser::connect(AssignInfo& info) {
   if (!nextIs(Type::Pipe)) return false;
@@ -26,8 +20,8 @@ bool VsaParser::connect(AssignInfo& info) {
   return true;
 }
 
-// "=" (scalar | buffer | reference) ";"   In this order: the name of a type is the name of a node
-// where the list that the type needs does not follow.
+// "=" (scalar | buffer | reference) ";"   In this order: the keyword of a type without its list is
+// the name of a node.
 bool VsaParser::value(AssignInfo& info) {
   if (!nextIs(Type::Equals)) return false;
   advance();

@@ -1,16 +1,15 @@
-// Comments. The scene keeps them all; those that hold the file's version or time also set it.
+// Comments. The scene keeps each of them; one that contains the file's version or time also sets
+// it.
 #include <cstddef>
 #include <string_view>
 
-#include <vsa/foundation/log.h>
-#include "vsa/diagnostics/messages.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Whether the word stands right before a ":". Comments have few of these, and any letter often.
+// Whether `word` is followed by a ":" somewhere. Searches for colons first: comments have few.
 bool holdsKey(std::string_view comment, std::string_view word) {
   for (std::size_t at = comment.find(':'); at != std::string_view::npos;
        at = comment.find(':', at + 1)) {
@@ -19,17 +18,17 @@ bool holdsKey(std::string_view comment, std::string_view word) {
   return false;
 }
 
-// What follows the first ":" of the comment, wherever its words stand.
+// The text behind the first ":" of the comment.
 String headerValue(const String& comment) {
   return comment.fromFirst(':', false).trim(true, true);
 }
 
-void setVersion(interfaces::IScene& scene, const String& comment) {
+void setVersion(interfaces::IScene& scene, const String& comment, const Emitter& messages) {
   unsigned long long version = 0;
   if (String::parse(headerValue(comment), version, String::Radix::Decimal)) {
     scene.setFileVersion(version);
   } else {
-    logWarning(BAD_VERSION, comment.buf());
+    messages.log(DiagnosticId::BadVersion, comment);
   }
 }
 
@@ -44,15 +43,15 @@ void setTime(interfaces::IScene& scene, const String& comment) {
 bool VsaParser::parseComment() {
   if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
-  take(comment);
-  // A comment that holds both words sets the version only.
+  advanceInto(comment);
+  // A comment with both words sets the version only.
   const std::string_view text = comment.text.view();
   if (holdsKey(text, "version")) {
-    setVersion(target(), comment.text);
+    setVersion(sceneOrNone(), comment.text, emitter());
   } else if (holdsKey(text, "time")) {
-    setTime(target(), comment.text);
+    setTime(sceneOrNone(), comment.text);
   }
-  target().pushFileComment(comment.text);
+  sceneOrNone().pushFileComment(comment.text);
   return true;
 }
 

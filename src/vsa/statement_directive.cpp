@@ -1,10 +1,24 @@
 // Directives: remove, define, with, and declarations. Each recogniser looks at three tokens before
 // it consumes one; keywords are matched in any letter case, names exactly.
+#include "foundation/text/letter_case.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
+
+namespace {
+
+// The last of these nodes that is of that type, or null.
+interfaces::INode* lastOfType(const ds::Vector<interfaces::INode*>& nodes, const String& type) {
+  interfaces::INode* last = nullptr;
+  for (interfaces::INode* const node : nodes) {
+    if (node->type() == type) last = node;
+  }
+  return last;
+}
+
+}  // namespace
 
 // keyword name end
 bool VsaParser::isDirective(std::string_view keyword, Type end) const {
@@ -12,7 +26,7 @@ bool VsaParser::isDirective(std::string_view keyword, Type end) const {
          isWord(peek(0).text.view(), keyword);
 }
 
-// Consumes a directive and takes its name.
+// Consumes a directive and copies its name.
 void VsaParser::directive(Token& name) {
   advance();
   match(name, Type::Id);
@@ -30,8 +44,7 @@ bool VsaParser::remove(RemoveInfo& info) {
 bool VsaParser::parseRemove() {
   RemoveInfo info;
   if (!remove(info)) return false;
-  hasRemoved_ = true;
-  target().removeNode(info.name.text);
+  sceneOrNone().removeNode(info.name.text);
   return true;
 }
 
@@ -45,8 +58,8 @@ bool VsaParser::define(DefineInfo& info) {
 bool VsaParser::parseDefine() {
   DefineInfo info;
   if (!define(info)) return false;
-  INode* node = target().findNode(info.name.text);
-  if (node == nullptr) node = target().defineNode(info.name.text);
+  INode* node = sceneOrNone().findNode(info.name.text);
+  if (node == nullptr) node = sceneOrNone().defineNode(info.name.text);
   if (node != nullptr) definedNodes.push_back(node);
   return true;
 }
@@ -67,8 +80,8 @@ bool VsaParser::declare(DeclareInfo& info) {
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
-  INode* node = target().findNode(info.name.text);
-  if (node == nullptr) node = target().createNode(info.type.text, info.name.text, String());
+  INode* node = sceneOrNone().findNode(info.name.text);
+  if (node == nullptr) node = sceneOrNone().createNode(info.type.text, info.name.text, String());
   if (info.isWith) withNode = node;
   return true;
 }
@@ -80,22 +93,13 @@ bool VsaParser::with(WithInfo& info) {
   return true;
 }
 
-// The statement loop never comes here: a declaration has the same shape and is tried before.
+// The statement loop does not reach this: a declaration has the same shape and is tried first.
 bool VsaParser::parseWith() {
   WithInfo info;
   if (!with(info)) return false;
-  withNode = target().findNode(info.name.text);
-  if (withNode == nullptr) withNode = definedNodeOfType(info.name.text);
+  withNode = sceneOrNone().findNode(info.name.text);
+  if (withNode == nullptr) withNode = lastOfType(definedNodes, info.name.text);
   return true;
-}
-
-// The node of that type that was defined last, or null.
-interfaces::INode* VsaParser::definedNodeOfType(const String& type) const {
-  INode* last = nullptr;
-  for (INode* const node : definedNodes) {
-    if (node->type() == type) last = node;
-  }
-  return last;
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,6 +1,6 @@
-// Life and death around a scene: nodes that go while something still points at them, a scene that
-// is read into again and again, many readings at once, and a process that ends in the middle of
-// one. Meant for ThreadSanitizer and AddressSanitizer as much as for the plain build.
+// Lifetimes and threads: nodes that are removed while something refers to them, repeated reads into
+// one scene, concurrent reads, and a process that exits during a read. ThreadSanitizer and
+// AddressSanitizer run these tests too.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,6 +22,7 @@
 #include <vsa/parse.h>
 #include <vsa/scene/node_type.h>
 #include "tests/support/byte_source.h"
+#include "tests/support/silent_sink.h"
 #include "tools/scene_text/scene_dump.h"
 
 namespace vsa_tests {
@@ -30,10 +31,10 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// Reads into the scene, and shows what came of it.
+/// Reads into the scene and returns the outcome in the format of an expectation.
 std::string readInto(Scene& scene, const std::string& text) {
   const auto outcome =
-      vsa_tools::watchRead([&] { return impl::parseString(&scene, zn::String::copyOf(text)); });
+      vsa_tools::captureRead([&] { return impl::parseString(&scene, zn::String::copyOf(text)); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return out.text();
@@ -44,10 +45,10 @@ std::string read(const std::string& text) {
   return readInto(scene, text);
 }
 
-// --- Nodes that go ---
+// --- Removed nodes ---
 
-// The "with" node stays as it is, even when it is the one removed: what it is given goes with it.
-TEST(RemovalTest, TheWithNodeMayBeRemovedAndUsed) {
+// Assignments to a removed "with" node have no effect.
+TEST(RemovalTest, ARemovedWithNodeCanStillBeUsed) {
   EXPECT_EQ(read("lamp a: .x = 1; remove a; .x = 2; .y = \"s\"; .z[3] = 1; .o.m = vec3(1 2 3);"
                  ".b = float[2] {1 2}; .r = a; .c |= a.out; lamp b;"),
             "result true\n"
@@ -58,7 +59,7 @@ TEST(RemovalTest, TheWithNodeMayBeRemovedAndUsed) {
             "  node lamp b\n");
 }
 
-TEST(RemovalTest, ARemovedWithNodeIsNotItsNamesake) {
+TEST(RemovalTest, ARemovedWithNodeIsNotTheNewNodeOfItsName) {
   EXPECT_EQ(read("lamp a: .x = 1; remove a; lamp a; .x = 2; a.y = 3;"),
             "result true\n"
             "scene\n"
@@ -66,7 +67,7 @@ TEST(RemovalTest, ARemovedWithNodeIsNotItsNamesake) {
             "    y Int 3\n");
 }
 
-TEST(RemovalTest, ADeclarationNamesANewWithNode) {
+TEST(RemovalTest, ADeclarationSetsANewWithNode) {
   EXPECT_EQ(read("lamp a: .x = 1; remove a; lamp a: .y = 2; remove a; with a: .z = 3;"),
             "result true\n"
             "scene\n"
@@ -74,7 +75,7 @@ TEST(RemovalTest, ADeclarationNamesANewWithNode) {
             "    z Int 3\n");
 }
 
-TEST(RemovalTest, PendingLinksMayNameIt) {
+TEST(RemovalTest, PendingLinksToARemovedNodeFail) {
   EXPECT_EQ(read("lamp a; lamp b; a.r = b; a.c |= b.out; remove b;"),
             "result true\n"
             "log\n"
@@ -86,7 +87,7 @@ TEST(RemovalTest, PendingLinksMayNameIt) {
             "    c Null\n");
 }
 
-TEST(RemovalTest, PendingLinksMayBeOfIt) {
+TEST(RemovalTest, PendingLinksOfARemovedNodeAreDropped) {
   EXPECT_EQ(read("lamp a; lamp b; a.r = b; a.k[2] = b; a.c |= b.out; remove a;"),
             "result true\n"
             "scene\n"
@@ -104,7 +105,7 @@ TEST(RemovalTest, PendingLinksFindTheNewNodeOfTheName) {
             "    new Int 1\n");
 }
 
-TEST(RemovalTest, ResolvedLinksLetGo) {
+TEST(RemovalTest, RemovalClearsResolvedLinks) {
   Scene scene;
   readInto(scene, "lamp a; lamp b; a.r = b; a.c |= b.out; a.k[1] |= b.out;");
   EXPECT_EQ(readInto(scene, "remove b;"),
@@ -122,7 +123,7 @@ TEST(RemovalTest, ResolvedLinksLetGo) {
             "  warning Cannot assign nonexistent node b to a.r.\n");
 }
 
-TEST(RemovalTest, ManyComeAndGo) {
+TEST(RemovalTest, ManyNodesAreCreatedAndRemoved) {
   std::string text;
   for (int i = 0; i < 5000; ++i) {
     const std::string name = "n" + std::to_string(i % 7);
@@ -135,7 +136,7 @@ TEST(RemovalTest, ManyComeAndGo) {
   EXPECT_TRUE(shown.starts_with("result true\n")) << shown.substr(0, 200);
 }
 
-// --- The same scene again ---
+// --- Repeated reads into one scene ---
 
 constexpr char EVERYTHING[] =
     "# version: 3\n# time: now\n"
@@ -153,21 +154,21 @@ TEST(SameSceneTest, ReadTenTimes) {
   ASSERT_NE(at, std::string::npos);
   std::string expected = once;
   for (int i = 1; i < 10; ++i) {
-    expected.insert(at, comments);  // the header is kept, so they add up
-    EXPECT_EQ(readInto(scene, EVERYTHING), expected) << "reading " << i + 1;
+    expected.insert(at, comments);  // header comments accumulate
+    EXPECT_EQ(readInto(scene, EVERYTHING), expected) << "read " << i + 1;
   }
 }
 
-TEST(SameSceneTest, ReadTenTimesFromAFileThatResetsTheHeader) {
+TEST(SameSceneTest, ReadTenTimesFromAFileAndResetTheHeader) {
   Scene scene;
   std::string once;
   for (int i = 0; i < 10; ++i) {
-    const auto outcome = vsa_tools::watchRead(
+    const auto outcome = vsa_tools::captureRead(
         [&] { return impl::parseVsa(&scene, memoryFile(EVERYTHING, 5), false); });
     vsa_tools::TextOutput out;
     vsa_tools::dumpCase(outcome, scene, out);
     if (i == 0) once = out.text();
-    EXPECT_EQ(out.text(), once) << "reading " << i + 1;
+    EXPECT_EQ(out.text(), once) << "read " << i + 1;
   }
 }
 
@@ -184,8 +185,8 @@ TEST(SameSceneTest, ReadAgainAfterAnError) {
 
 // --- Threads ---
 
-// All of them set out at once, so that they race for whatever is made on first use. Each has a
-// scene and a sink of its own; the text and the declared node types they share.
+// Reads `text` in `count` threads that start at the same time, so that they race for everything
+// that is initialised on first use. Each thread has its own scene and sink.
 std::vector<std::string> readInThreads(std::size_t count, const zn::String& text) {
   std::vector<std::string> shown(count);
   std::barrier start(static_cast<std::ptrdiff_t>(count));
@@ -194,7 +195,7 @@ std::vector<std::string> readInThreads(std::size_t count, const zn::String& text
     threads.emplace_back([&, i] {
       Scene scene;
       start.arrive_and_wait();
-      const auto outcome = vsa_tools::watchRead([&] { return impl::parseString(&scene, text); });
+      const auto outcome = vsa_tools::captureRead([&] { return impl::parseString(&scene, text); });
       vsa_tools::TextOutput out;
       vsa_tools::dumpCase(outcome, scene, out);
       shown[i] = out.text();
@@ -211,7 +212,7 @@ constexpr char ALL_TABLES[] =
     "= 2.5;\n"
     ".z = byte[4] {.789c63606060000000040001};\n";
 
-/// What reading it gives where the type is not declared.
+/// The outcome of ALL_TABLES if sharedLamp is not declared.
 constexpr char ALL_TABLES_READ[] = R"(result true
 log
   warning TYPE WARNING (2,97): narrowing Real to Int @ b.q.
@@ -230,22 +231,22 @@ scene
     z Buffer Byte 4 [0, 0, 0, 0]
 )";
 
-/// Runs in a process that has read nothing yet, so that first use is first use.
-int raceInFreshProcess() {
+/// Reads in 16 threads of a child process that has not read anything before. Returns its status.
+int raceForFirstUse() {
   const pid_t child = fork();
   if (child == 0) {
     const std::vector<std::string> shown = readInThreads(16, ALL_TABLES);
-    const auto isOther = [](const std::string& each) { return each != ALL_TABLES_READ; };
-    const auto other = std::find_if(shown.begin(), shown.end(), isOther);
-    if (other != shown.end()) std::cerr << *other;
-    std::exit(other == shown.end() ? 0 : 1);
+    const auto differs = [](const std::string& each) { return each != ALL_TABLES_READ; };
+    const auto different = std::find_if(shown.begin(), shown.end(), differs);
+    if (different != shown.end()) std::cerr << *different;
+    std::exit(different == shown.end() ? 0 : 1);
   }
   int status = -1;
   waitpid(child, &status, 0);
   return status;
 }
 
-TEST(ThreadTest, SixteenReadAtOnce) {
+TEST(ThreadTest, SixteenConcurrentReads) {
   NodeType lamp;
   lamp.name = "sharedLamp";
   InputDeclaration shape;
@@ -269,8 +270,8 @@ TEST(ThreadTest, SixteenReadAtOnce) {
   EXPECT_NE(shown[0].find("ENUM WARNING"), std::string::npos) << shown[0];
 }
 
-// Each thread reads a text of its own into a scene of its own, and what is logged goes to its sink.
-TEST(ThreadTest, SixteenLogsDoNotMix) {
+// Each thread has its own text, scene and sink.
+TEST(ThreadTest, EachThreadLogsToItsOwnSink) {
   constexpr std::size_t THREADS = 16;
   constexpr int STATEMENTS = 300;
   std::vector<vsa_tools::LogCapture> captures(THREADS);
@@ -312,7 +313,7 @@ TEST(ThreadTest, SixteenLogsDoNotMix) {
   }
 }
 
-TEST(ThreadTest, OneSinkForAll) {
+TEST(ThreadTest, OneSharedSink) {
   class CountingSink final : public zn::LogSink {
    public:
     void write(zn::LogLevel, const zn::String& text) override {
@@ -334,8 +335,8 @@ TEST(ThreadTest, OneSinkForAll) {
   EXPECT_EQ(sink.narrowings, 16);
 }
 
-TEST(ThreadTest, OneTextOneAfterAnother) {
-  // A String goes from thread to thread; the scenes die elsewhere than where they were filled.
+TEST(ThreadTest, OneSharedText) {
+  // All threads hold the same String, and another thread destroys the scenes.
   const zn::String text(EVERYTHING);
   std::vector<std::unique_ptr<Scene>> scenes(16);
   std::vector<std::thread> threads;
@@ -349,9 +350,9 @@ TEST(ThreadTest, OneTextOneAfterAnother) {
   for (const auto& scene : scenes) EXPECT_EQ(scene->nodeCount(), 2u);
 }
 
-// --- The end of the process ---
+// --- Process exit ---
 
-/// Delivers statements for ever, slowly enough to still be at it when the process ends.
+/// Returns statements endlessly, so that the read still runs when the process exits.
 class EndlessSource final : public zn::ByteSource {
  public:
   explicit EndlessSource(std::atomic<bool>& isRunning) : isRunning_(isRunning) {}
@@ -369,15 +370,11 @@ class EndlessSource final : public zn::ByteSource {
   int blocks_ = 0;
 };
 
-TEST(ExitTest, AReadingMayStillRun) {
+TEST(ExitTest, DuringARead) {
   for (int i = 0; i < 5; ++i) {
     const pid_t child = fork();
     if (child == 0) {
       static std::atomic<int> running{0};
-      class SilentSink final : public zn::LogSink {
-       public:
-        void write(zn::LogLevel, const zn::String&) override {}
-      };
       for (int thread = 0; thread < 2; ++thread) {
         std::thread([] {
           std::atomic<bool> isRunning{false};
@@ -393,7 +390,7 @@ TEST(ExitTest, AReadingMayStillRun) {
         }).detach();
       }
       while (running < 2) std::this_thread::yield();
-      std::exit(0);  // with all that the end of a process runs
+      std::exit(0);  // runs the destructors of static objects
     }
     int status = -1;
     waitpid(child, &status, 0);
@@ -405,13 +402,13 @@ TEST(ExitTest, AReadingMayStillRun) {
 
 }  // namespace vsa_tests
 
-// The race for first use comes before any test has read anything.
+// The race for first use runs before any test has read anything.
 namespace {
 
 class FirstUse : public testing::Environment {
  public:
   void SetUp() override {
-    EXPECT_EQ(vsa_tests::raceInFreshProcess(), 0) << "sixteen first readings at once differ";
+    EXPECT_EQ(vsa_tests::raceForFirstUse(), 0) << "sixteen concurrent first reads differ";
   }
 };
 

@@ -1,6 +1,6 @@
-// The tables that the reader makes on first use, when there is no memory for them: the reading that
-// asked for them fails and leaves nothing behind, and the next one makes them. They are made once a
-// process, so each fault gets a process of its own, from this program, which itself reads nothing.
+// Allocation failures while the reader initialises its tables on first use: the read that needs
+// them fails without a leak, and the next read initialises them. Tables are initialised once per
+// process, so each failure is tested in a child process, and this process reads nothing itself.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
+#include "tests/support/silent_sink.h"
 
 namespace vsa_tests {
 
@@ -21,44 +21,39 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-class SilentSink final : public zn::LogSink {
- public:
-  void write(zn::LogLevel, const zn::String&) override {}
-};
-
 struct Outcome {
-  bool hasFailed;         // there was a k-th allocation
-  bool isReadAfterwards;  // the second reading went well
+  bool hasFailed;         // the k-th allocation was reached
+  bool isReadAfterwards;  // the second read succeeded
   std::int64_t keptBlocks;
 };
 
-/// Reads with the k-th allocation failing (0: none), and once more without a fault.
+/// Reads while the k-th allocation fails (0: none), then reads again without a failure.
 Outcome readTwice(std::uint64_t k) {
   const zn::String text(
       "t n; n.v = vec3(1 2 3); n.b = int32[1] {1}; n.c = vec3f[1] {1 2 3}; n.r = n; n.l |= n.o;");
   Outcome outcome{};
   SilentSink sink;
   const zn::ScopedLogSink scope(&sink);
-  AllocationWatch::start();
-  AllocationWatch::failAt(k, false);
+  AllocationTracker::start();
+  AllocationTracker::failAt(k, false);
   try {
     Scene scene;
     impl::parseString(&scene, text);
   } catch (const std::bad_alloc&) {
-    // It left the entry point, as promised.
+    // The documented result.
   }
-  outcome.hasFailed = AllocationWatch::hasFailed();
-  AllocationWatch::failAt(0, false);
+  outcome.hasFailed = AllocationTracker::hasFailed();
+  AllocationTracker::failAt(0, false);
   {
     Scene scene;
     outcome.isReadAfterwards = impl::parseString(&scene, text);
   }
-  AllocationWatch::stop();
-  outcome.keptBlocks = AllocationWatch::count().liveBlocks;
+  AllocationTracker::stop();
+  outcome.keptBlocks = AllocationTracker::count().liveBlocks;
   return outcome;
 }
 
-/// The same in a process of its own; `isAnswered` false when that process died.
+/// The same in a child process; `isAnswered` is false if it crashed.
 Outcome readTwiceInChild(std::uint64_t k, bool& isAnswered) {
   int ends[2];
   if (pipe(ends) != 0) return {};
@@ -77,23 +72,23 @@ Outcome readTwiceInChild(std::uint64_t k, bool& isAnswered) {
   return outcome;
 }
 
-TEST(FirstUseTest, TablesAreMadeAgainAndNothingIsLeftOfTheFirstTry) {
-  // How many buckets a table fills depends on the key of the hash: one for all processes.
+TEST(FirstUseTest, TablesAreInitialisedAfterAFailureWithoutLeaks) {
+  // Sets the hash key for all child processes, because it changes the sizes of tables.
   ASSERT_NE(zn::String("key").hash(), 0u);
   bool isAnswered = false;
-  const Outcome sound = readTwiceInChild(0, isAnswered);
-  ASSERT_TRUE(isAnswered && sound.isReadAfterwards);
-  std::uint64_t faults = 0;
+  const Outcome reference = readTwiceInChild(0, isAnswered);
+  ASSERT_TRUE(isAnswered && reference.isReadAfterwards);
+  std::uint64_t failures = 0;
   for (std::uint64_t k = 1;; ++k) {
     const Outcome outcome = readTwiceInChild(k, isAnswered);
     ASSERT_TRUE(isAnswered) << "allocation " << k;
     if (!outcome.hasFailed) break;
-    ++faults;
+    ++failures;
     EXPECT_TRUE(outcome.isReadAfterwards) << "allocation " << k;
-    // The payload of the one statement that the fault ended may be let go.
-    EXPECT_LE(outcome.keptBlocks, sound.keptBlocks + 1) << "allocation " << k;
+    // The payload of the statement that failed may leak.
+    EXPECT_LE(outcome.keptBlocks, reference.keptBlocks + 1) << "allocation " << k;
   }
-  EXPECT_GT(faults, 100u) << "the tables had been made before";
+  EXPECT_GT(failures, 100u) << "the tables were initialised before";
 }
 
 }  // namespace

@@ -17,10 +17,10 @@
 #include "tests/faults/fault_texts.h"
 #include "tests/faults/watched_scene.h"
 #include "tests/stress/stress_sample.h"
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 #include "tests/support/case_run.h"
+#include "tools/scene_text/read_outcome.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/log_capture.h"
 
 namespace vsa_tests {
 
@@ -39,33 +39,31 @@ std::vector<std::string> nodeNames(const Scene& scene) {
 
 // --- The texts ---
 
-/// All that reading the texts logs, and what leaves the entry point.
-std::vector<std::string> shownByTexts() {
-  std::vector<std::string> shown;
+/// The messages that reading the texts raises.
+std::set<DiagnosticId> raisedByTexts() {
+  std::set<DiagnosticId> raised;
   for (const Text& text : faultTexts()) {
     Scene scene;
     setSmallLimits(scene);
     const zn::String source = zn::String::copyOf(text.text);
-    const auto outcome = vsa_tools::watchRead([&] { return impl::parseString(&scene, source); });
-    for (const vsa_tools::LogEntry& entry : outcome.log) shown.push_back(entry.text);
-    if (outcome.escaped) shown.push_back(*outcome.escaped);
+    impl::ReadReport report;
+    const auto outcome =
+        vsa_tools::captureRead([&] { return impl::parseString(&scene, source, report); });
+    for (const Diagnostic& diagnostic : outcome.diagnostics) raised.insert(diagnostic.id);
+    if (outcome.escapedDiagnostic) raised.insert(outcome.escapedDiagnostic->id);
+    if (!report.cutOff.isEmpty()) raised.insert(DiagnosticId::UnexpectedEof);
   }
-  return shown;
+  return raised;
 }
 
 TEST(FaultTextTest, EveryMessageIsRaised) {
-  const std::vector<std::string> shown = shownByTexts();
-  const std::vector<std::string> words = wordsOfSources();
-  for (const std::string& format : words) {
-    const bool isShown =
-        std::any_of(shown.begin(), shown.end(), [&](auto& line) { return isMadeBy(format, line); });
-    EXPECT_NE(isShown, neverShown().contains(format))
-        << '"' << format << "\" is " << (isShown ? "shown, and exempt" : "raised by no text");
+  const std::set<DiagnosticId> raised = raisedByTexts();
+  for (const DiagnosticRow& row : DIAGNOSTIC_ROWS) {
+    const bool isRaised = raised.contains(row.id);
+    EXPECT_NE(isRaised, neverRaised().contains(row.id))
+        << row.name << " is " << (isRaised ? "raised, and exempt" : "raised by no text");
   }
-  for (const auto& [format, reason] : neverShown()) {
-    EXPECT_EQ(std::count(words.begin(), words.end(), format), 1) << '"' << format << '"';
-    EXPECT_GT(reason.size(), 10u) << '"' << format << '"';
-  }
+  for (const auto& [id, reason] : neverRaised()) EXPECT_GT(reason.size(), 10u) << rowOf(id).name;
 }
 
 /// All texts, or every so-many-th: where programs run slowly, fewer will do.
@@ -90,26 +88,26 @@ MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, boo
   MemoryFault fault{};
   const zn::String source = zn::String::copyOf(text.text);
   FixedSink sink;
-  AllocationWatch::start();
+  AllocationTracker::start();
   {
     Scene scene;
     setSmallLimits(scene);
     {
       const zn::ScopedLogSink scope(&sink);
-      AllocationWatch::failAt(k, everAfter);
+      AllocationTracker::failAt(k, everAfter);
       fault.end = endOf([&] {
         if (!fromFile) return impl::parseString(&scene, source);
         return impl::parseVsa(&scene, zn::File(new TextPieces(source, 7)), true);
       });
     }
-    fault.hasFailed = AllocationWatch::hasFailed();
-    AllocationWatch::stop();
+    fault.hasFailed = AllocationTracker::hasFailed();
+    AllocationTracker::stop();
     // Under a watch of its own, or the dump's memory would count.
     if (fault.hasFailed) static_cast<void>(sceneText(scene));
-    AllocationWatch::resume();
+    AllocationTracker::resume();
   }
-  AllocationWatch::stop();
-  fault.keptBlocks = AllocationWatch::count().liveBlocks;
+  AllocationTracker::stop();
+  fault.keptBlocks = AllocationTracker::count().liveBlocks;
   return fault;
 }
 
@@ -192,14 +190,14 @@ TEST(NoMemoryTest, LeavesTheSceneUsable) {
       Scene scene;
       setSmallLimits(scene);
       FixedSink sink;
-      AllocationWatch::start();
-      AllocationWatch::failAt(k, false);
+      AllocationTracker::start();
+      AllocationTracker::failAt(k, false);
       {
         const zn::ScopedLogSink scope(&sink);
         endOf([&] { return impl::parseString(&scene, zn::String::copyOf(text.text)); });
       }
-      const bool hasFailed = AllocationWatch::hasFailed();
-      AllocationWatch::stop();
+      const bool hasFailed = AllocationTracker::hasFailed();
+      AllocationTracker::stop();
       if (!hasFailed) break;
       expectUsable(scene, text.name + ", allocation " + std::to_string(k));
     }
@@ -221,11 +219,11 @@ TEST(NoMemoryTest, KeepsWhatWasApplied) {
     for (std::uint64_t k = 1;; ++k) {
       Scene scene;
       setSmallLimits(scene);
-      AllocationWatch::start();
-      AllocationWatch::failAt(k, false);
+      AllocationTracker::start();
+      AllocationTracker::failAt(k, false);
       endOf([&] { return impl::parseString(&scene, zn::String::copyOf(text.text)); });
-      const bool hasFailed = AllocationWatch::hasFailed();
-      AllocationWatch::stop();
+      const bool hasFailed = AllocationTracker::hasFailed();
+      AllocationTracker::stop();
       const std::vector<std::string> some = nodeNames(scene);
       ASSERT_LE(some.size(), all.size()) << text.name << ' ' << k;
       EXPECT_TRUE(std::equal(some.begin(), some.end(), all.begin())) << text.name << ' ' << k;
@@ -243,7 +241,7 @@ TEST(NoMemoryTest, KeepsWhatWasApplied) {
 template <class Read>
 std::string outcomeIn(Scene& scene, const Read& read) {
   setSmallLimits(scene);
-  const vsa_tools::ReadOutcome outcome = vsa_tools::watchRead([&] { return read(&scene); });
+  const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead([&] { return read(&scene); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return comparable(out.text());

@@ -12,56 +12,13 @@
 #include <vsa/parse.h>
 #include "tests/faults/watched_scene.h"
 #include "tests/support/case_run.h"
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 
 namespace vsa_tests {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-fs::path sourceFolder() {
-  return fs::path(VSA_TEST_DIR).parent_path() / "src";
-}
-
-bool hasWords(const std::string& text) {
-  const auto isLetter = [](unsigned char c) { return std::isalpha(c) != 0; };
-  return text.find(' ') != std::string::npos && std::any_of(text.begin(), text.end(), isLetter);
-}
-
-std::string unescaped(char c) {
-  return c == 'n' ? "\n" : std::string(1, c);
-}
-
-// The string literals of a source, comments apart. Neighbours are one, as for the compiler.
-std::vector<std::string> literalsOf(const std::string& source) {
-  std::vector<std::string> literals;
-  bool isNeighbour = false;
-  const auto startsHere = [&](std::size_t at, std::string_view what) {
-    return std::string_view(source).substr(at).starts_with(what);
-  };
-  for (std::size_t at = 0; at < source.size(); ++at) {
-    const char c = source[at];
-    if (startsHere(at, "//")) {
-      at = std::min(source.find('\n', at), source.size());
-    } else if (startsHere(at, "/*")) {
-      at = std::min(source.find("*/", at), source.size()) + 1;
-    } else if (c == '"') {
-      if (!isNeighbour) literals.emplace_back();
-      isNeighbour = true;
-      for (++at; at < source.size() && source[at] != '"'; ++at) {
-        literals.back() += source[at] == '\\' ? unescaped(source[++at]) : source.substr(at, 1);
-      }
-    } else if (c == '\'' &&
-               (at == 0 || !std::isalnum(static_cast<unsigned char>(source[at - 1])))) {
-      isNeighbour = false;
-      for (++at; at < source.size() && source[at] != '\''; ++at) at += source[at] == '\\' ? 1 : 0;
-    } else if (!std::isspace(static_cast<unsigned char>(c))) {
-      isNeighbour = false;
-    }
-  }
-  return literals;
-}
 
 // A line of an expectation without what differs from case to case: quoted parts, numbers, paths.
 std::string wordingOf(const std::string& line) {
@@ -133,24 +90,10 @@ void addOwn(std::vector<Text>& texts) {
 void readOnce() {
   declareCaseTypes();
   zn::korvo_sdk::Scene scene;
-  const auto outcome = vsa_tools::watchRead([&] {
+  const auto outcome = vsa_tools::captureRead([&] {
     return zn::korvo_sdk::impl::parseString(&scene, "t n: .v = vec3(1 2 3); .b = float[1] {1};");
   });
   if (!outcome.result) throw std::runtime_error("the first reading failed");
-}
-
-// What stands between the conversions of a format. None of ours has "%%".
-std::vector<std::string> fixedPieces(const std::string& format) {
-  std::vector<std::string> pieces(1);
-  for (std::size_t at = 0; at < format.size(); ++at) {
-    if (format[at] == '%') {
-      at = std::min(format.find_first_of("sdciuxpfg", at), format.size());
-      pieces.emplace_back();
-    } else {
-      pieces.back() += format[at];
-    }
-  }
-  return pieces;
 }
 
 }  // namespace
@@ -171,36 +114,12 @@ const std::vector<Text>& faultTexts() {
   return found;
 }
 
-std::vector<std::string> wordsOfSources() {
-  std::vector<std::string> found;
-  for (const auto& entry : fs::recursive_directory_iterator(sourceFolder())) {
-    if (entry.path().extension() != ".h" && entry.path().extension() != ".cpp") continue;
-    for (const std::string& literal : literalsOf(contentOf(entry.path()))) {
-      if (hasWords(literal)) found.push_back(literal);
-    }
-  }
-  return found;
-}
-
-const std::map<std::string, std::string>& neverShown() {
-  static const std::map<std::string, std::string> reasons = {
-      {"%s: %s\n", "a line on standard error; here every line has a sink"},
-      {"no file was opened", "a File says so, the reader does not ask it"},
-      {"there is no source to read from", "a File says so, the reader does not ask it"},
-      {"an array holds at most 2^32 elements", "takes more memory than there is"},
-      {"a hash index holds fewer than 2^32 positions", "takes more memory than there is"},
+const std::map<zn::korvo_sdk::DiagnosticId, std::string>& neverRaised() {
+  using enum zn::korvo_sdk::DiagnosticId;
+  static const std::map<zn::korvo_sdk::DiagnosticId, std::string> reasons = {
+      {HostError, "a host's scene throws it; the tests below do"},
   };
   return reasons;
-}
-
-bool isMadeBy(const std::string& format, const std::string& line) {
-  std::size_t at = 0;
-  for (const std::string& piece : fixedPieces(format)) {
-    at = line.find(piece, at);
-    if (at == std::string::npos) return false;
-    at += piece.size();
-  }
-  return true;
 }
 
 std::vector<std::string> operationsOfInterface() {

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/model/scene.h>
 
 namespace vsa_tests {
@@ -28,14 +29,8 @@ void setSmallLimits(zn::korvo_sdk::Scene& scene);
 /// node type of the cases is declared, and the reader's keyword tables are there.
 const std::vector<Text>& faultTexts();
 
-/// The texts with words in the code of the library: printf formats, all messages among them.
-std::vector<std::string> wordsOfSources();
-
-/// Those that reading a fault text does not show, each with the reason.
-const std::map<std::string, std::string>& neverShown();
-
-/// Whether a line may have been made by a format: its fixed pieces stand in it, in order.
-bool isMadeBy(const std::string& format, const std::string& line);
+/// Messages that reading the fault texts does not raise, each with the reason.
+const std::map<zn::korvo_sdk::DiagnosticId, std::string>& neverRaised();
 
 /// The operations of the scene's interface under the names that a WatchedScene gives them.
 std::vector<std::string> operationsOfInterface();

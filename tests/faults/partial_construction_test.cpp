@@ -10,7 +10,7 @@
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
 #include <vsa/scene/node_type.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 
 namespace vsa_tests {
 
@@ -36,17 +36,17 @@ struct Opening {
 /// What comes of opening a file with the k-th allocation failing.
 Opening openWithFault(std::uint64_t k) {
   Opening opening{};
-  AllocationWatch::start();
-  AllocationWatch::failAt(k, false);
+  AllocationTracker::start();
+  AllocationTracker::failAt(k, false);
   try {
     const zn::File file = zn::File::open("/dev/null");
   } catch (const std::bad_alloc&) {
     opening.isThrown = true;
   }
-  AllocationWatch::stop();
-  opening.hasFailed = AllocationWatch::hasFailed();
+  AllocationTracker::stop();
+  opening.hasFailed = AllocationTracker::hasFailed();
   opening.descriptor = nextDescriptor();
-  opening.liveBlocks = AllocationWatch::count().liveBlocks;
+  opening.liveBlocks = AllocationTracker::count().liveBlocks;
   return opening;
 }
 
@@ -64,15 +64,15 @@ TEST(FileMemoryTest, AHandleWithoutAFileIsClosed) {
 /// Gives the array one element more, the next allocation failing. Whether it was to be had.
 bool appendWithFault(IInput& array) {
   bool isThrown = false;
-  AllocationWatch::start();
-  AllocationWatch::failAt(1, false);
+  AllocationTracker::start();
+  AllocationTracker::failAt(1, false);
   try {
     array.appendElement();
   } catch (const std::bad_alloc&) {
     isThrown = true;
   }
-  AllocationWatch::stop();
-  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown);
+  AllocationTracker::stop();
+  EXPECT_EQ(AllocationTracker::hasFailed(), isThrown);
   return !isThrown;
 }
 
@@ -102,15 +102,15 @@ TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
 template <class Do>
 bool isRefusedMemory(std::uint64_t k, const Do& what) {
   bool isThrown = false;
-  AllocationWatch::start();
-  AllocationWatch::failAt(k, false);
+  AllocationTracker::start();
+  AllocationTracker::failAt(k, false);
   try {
     what();
   } catch (const std::bad_alloc&) {
     isThrown = true;
   }
-  AllocationWatch::stop();
-  EXPECT_EQ(AllocationWatch::hasFailed(), isThrown) << k;
+  AllocationTracker::stop();
+  EXPECT_EQ(AllocationTracker::hasFailed(), isThrown) << k;
   return isThrown;
 }
 

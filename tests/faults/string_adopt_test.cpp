@@ -6,13 +6,13 @@
 #include <utility>
 
 #include <vsa/foundation/string.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 #include "tests/support/text.h"
 
 namespace zn {
 namespace {
 
-using vsa_tests::AllocationWatch;
+using vsa_tests::AllocationTracker;
 using vsa_tests::text;
 
 /// What comes of adopting 100 characters, in a block of `room`, with the k-th allocation failing.
@@ -26,26 +26,26 @@ struct Adoption {
 
 Adoption adoptWithFault(unsigned long room, std::uint64_t k) {
   Adoption adoption;
-  AllocationWatch::start();
+  AllocationTracker::start();
   {
     ds::Vector<char> chars;
     chars.reserve(room);
     for (int i = 0; i < 100; ++i) chars.push_back('x');
-    AllocationWatch::failAt(k, false);
+    AllocationTracker::failAt(k, false);
     String adopted;
     try {
       adopted = String::adopt(std::move(chars));
     } catch (const std::bad_alloc&) {
       adoption.isThrown = true;
     }
-    AllocationWatch::stop();
-    adoption.hasFailed = AllocationWatch::hasFailed();
+    AllocationTracker::stop();
+    adoption.hasFailed = AllocationTracker::hasFailed();
     adoption.adopted = text(adopted);
     adoption.left = std::string(chars.begin(), chars.end());  // NOLINT: it may hold them still
-    AllocationWatch::resume();
+    AllocationTracker::resume();
   }
-  AllocationWatch::stop();
-  adoption.liveBlocks = AllocationWatch::count().liveBlocks;
+  AllocationTracker::stop();
+  adoption.liveBlocks = AllocationTracker::count().liveBlocks;
   return adoption;
 }
 

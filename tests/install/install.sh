@@ -1,63 +1,137 @@
 #!/usr/bin/env bash
-# install.sh BUILD COMPILER: installs into a scratch folder and builds the five-line embedding against what lies there:
-# through the CMake package and through pkg-config, each with the static and with the shared library. Every installed
-# header must compile on its own, and the shared library must export public names alone.
+# install.sh BUILD COMPILER: installs the build BUILD into a scratch folder and tests what lies there.
+#
+# - Headers are installed below include/vsa and nowhere else, the public ones and no others.
+# - Each header compiles alone with all warnings, with COMPILER and with clang++ where there is one.
+# - A host whose own folders `foundation` and `scene` come first on its include path builds and runs, through the CMake
+#   package and through pkg-config, each with the static and with the shared library.
+# - The shared library exports public names only.
 set -euo pipefail
 build=$1
 compiler=$2
 here=$(cd "$(dirname "$0")" && pwd)
+root=$(cd "$here/../.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 prefix=$scratch/prefix
+warnings=(-Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror)
+
+failed=0
+step() { echo "install: $*"; }
+complain() {
+  printf 'install: %s\n' "$*"
+  failed=1
+}
+
+# files_in FOLDER: the files below it, sorted.
+files_in() { (cd "$1" && find . -type f | sed 's|^\./||' | LC_ALL=C sort); }
+
+# headers: every installed header, as a host includes it.
+headers() { files_in "$prefix/include"; }
+
+check_that_only_public_headers_are_installed() {
+  diff -u <(files_in "$root/include") <(headers) || complain "include/ of the tree and of the installation differ"
+  local outside
+  outside=$(headers | grep -v '^vsa/.*\.h$' || true)
+  [ -z "$outside" ] || complain "installed outside include/vsa: $outside"
+}
+
+# A public header includes installed headers, as <vsa/...>, and those of the standard library.
+check_that_no_header_is_internal() {
+  local header name found
+  while read -r header; do
+    if [ -e "$root/src/${header#vsa/}" ] || [ -e "$root/src/$header" ]; then
+      complain "$header is a file of src/, too"
+    fi
+    found=$(grep -nw 'Internal' "$prefix/include/$header" || true)
+    [ -z "$found" ] || complain "$header says that it is internal: $found"
+    found=$(grep -nE '^ *# *include *"' "$prefix/include/$header" || true)
+    [ -z "$found" ] || complain "$header includes by a relative name: $found"
+    while read -r name; do
+      [ -e "$prefix/include/$name" ] || complain "$header includes <$name>, which is not installed"
+    done < <(sed -nE 's/^ *# *include *<(vsa\/[^>]+)>.*/\1/p' "$prefix/include/$header")
+  done < <(headers)
+}
+
+check_that_each_header_compiles_alone() {
+  local with=$1 header
+  while read -r header; do
+    printf '#include <%s>\n' "$header" >"$scratch/header.cpp"
+    "$with" -std=c++20 -fsyntax-only "${warnings[@]}" -I"$prefix/include" "$scratch/header.cpp" ||
+      complain "$header does not compile alone with $with"
+  done < <(headers)
+}
+
+check_that_it_runs() {
+  local found
+  found=$("$1" "$here/embed.vsa") || complain "$1 failed"
+  [ "$found" = "$(cat "$here/embed.out")" ] || complain "$1 printed: $found"
+}
+
+check_through_cmake() {
+  local log=$scratch/cmake.log
+  {
+    cmake -S "$here" -B "$scratch/embed" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" &&
+      cmake --build "$scratch/embed"
+  } >"$log" 2>&1 || {
+    cat "$log"
+    complain "the host does not build through the CMake package"
+    return
+  }
+  check_that_it_runs "$scratch/embed/embed_vsa"
+  check_that_it_runs "$scratch/embed/embed_vsa_shared"
+}
+
+# check_with_flags NAME FLAG...: compiles and links the host in one command.
+check_with_flags() {
+  local program=$scratch/$1
+  shift
+  "$compiler" -std=c++20 "${warnings[@]}" -I"$here/host" "$here/embed.cpp" "$@" -o "$program" || {
+    complain "the host does not build with: $*"
+    return
+  }
+  check_that_it_runs "$program"
+}
+
+check_through_pkg_config() {
+  local description
+  description=$(find "$prefix" -name vsa.pc)
+  PKG_CONFIG_PATH=$(dirname "$description")
+  export PKG_CONFIG_PATH
+  libdir=$(pkg-config --variable=libdir vsa)
+  # shellcheck disable=SC2046 # flags are words
+  check_with_flags by_pkg_config $(pkg-config --cflags --libs vsa) -Wl,-rpath,"$libdir"
+  # shellcheck disable=SC2046
+  check_with_flags by_archive $(pkg-config --cflags vsa) "$libdir/libvsa.a"
+}
+
+# The library's interface is in the namespaces zn, zn::ds, zn::math, zn::korvo_sdk and zn::korvo_sdk::interfaces. Of
+# zn::korvo_sdk::impl, the reader, the two entry points are public, and the report that they fill.
+check_exported_names() {
+  local internal
+  internal=$(nm -D --defined-only --demangle "$libdir/libvsa.so" | sed 's/^[0-9a-f]* *[A-Za-z] //' |
+    grep 'zn::korvo_sdk::impl::' | grep -vE 'impl::(parseString|parseVsa)\(' || true)
+  [ -z "$internal" ] || complain "internal names are exported: $internal"
+}
 
 cmake --install "$build" --prefix "$prefix" >"$scratch/install.log"
-
-step() { echo "install: $*"; }
-
-expect_embedding_works() {
-  local found
-  found=$("$@")
-  [ "$found" = "$(cat "$here/embed.out")" ] || {
-    printf '%s printed:\n%s\n' "$*" "$found"
-    exit 1
-  }
-}
 
 step "the command runs"
 "$prefix/bin/vsa" --version
 "$prefix/bin/vsa" check --strict "$here/embed.vsa"
-
+step "public headers only"
+check_that_only_public_headers_are_installed
+check_that_no_header_is_internal
+for with in "$compiler" clang++; do
+  if command -v "$with" >/dev/null; then
+    step "each header alone, $with"
+    check_that_each_header_compiles_alone "$with"
+  fi
+done
 step "through the CMake package"
-cmake -S "$here" -B "$scratch/embed" -DCMAKE_PREFIX_PATH="$prefix" -DCMAKE_CXX_COMPILER="$compiler" >"$scratch/cmake.log"
-cmake --build "$scratch/embed" >>"$scratch/cmake.log" || {
-  cat "$scratch/cmake.log"
-  exit 1
-}
-expect_embedding_works "$scratch/embed/embed_static" "$here/embed.vsa"
-expect_embedding_works "$scratch/embed/embed_shared" "$here/embed.vsa"
-
+check_through_cmake
 step "through pkg-config"
-pc=$(find "$prefix" -name vsa.pc)
-PKG_CONFIG_PATH=$(dirname "$pc")
-export PKG_CONFIG_PATH
-libdir=$(pkg-config --variable=libdir vsa)
-# shellcheck disable=SC2046 # flags are words
-"$compiler" -std=c++20 "$here/embed.cpp" $(pkg-config --cflags --libs vsa) -Wl,-rpath,"$libdir" -o "$scratch/by_pkg_config"
-expect_embedding_works "$scratch/by_pkg_config" "$here/embed.vsa"
-# shellcheck disable=SC2046
-"$compiler" -std=c++20 "$here/embed.cpp" $(pkg-config --cflags vsa) "$libdir/libvsa.a" -o "$scratch/by_archive"
-expect_embedding_works "$scratch/by_archive" "$here/embed.vsa"
-
-step "every header on its own, with all warnings"
-while read -r header; do
-  printf '#include "%s"\n' "$header"  >"$scratch/header.cpp"
-  # shellcheck disable=SC2046
-  "$compiler" -std=c++20 -fsyntax-only -Wall -Wextra -Wpedantic -Werror $(pkg-config --cflags vsa) "$scratch/header.cpp"
-done < <(cd "$prefix/include/vsa" && find . -name '*.h' | sed 's|^\./||' | sort)
-
-step "the shared library exports public names alone"
-internal=$(nm -D --defined-only --demangle "$libdir/libvsa.so" | grep -E 'VsaParser|Lexer|AssignInfo' || true)
-[ -z "$internal" ] || {
-  printf 'internal names are exported:\n%s\n' "$internal"
-  exit 1
-}
+check_through_pkg_config
+step "the shared library exports public names only"
+check_exported_names
+exit "$failed"

@@ -111,5 +111,32 @@ TEST(DataTypes, NullAndUnknownTypes) {
   }
 }
 
+// 48 types have a keyword; the others are for hosts.
+TEST(DataTypes, BufferElements) {
+  int withKeyword = 0;
+  for (int value = 0; value < 60; ++value) {
+    const std::string name = NAMES[value];
+    const bool isForHosts = name == "Null" || name == "Bool" || name == "Ptr" ||
+                            name.starts_with("Xform") || name.starts_with("Aabb") ||
+                            name.starts_with("Obb");
+    EXPECT_NE(isBufferElement(static_cast<DataType>(value)), isForHosts) << name;
+    withKeyword += isForHosts ? 0 : 1;
+  }
+  EXPECT_EQ(withKeyword, 48);
+  EXPECT_FALSE(isBufferElement(static_cast<DataType>(60)));
+  EXPECT_FALSE(isBufferElement(static_cast<DataType>(-1)));
+}
+
+TEST(DataTypes, ComponentsAreVisitedWithTheirCppType) {
+  for (int value = -1; value <= 60; ++value) {
+    const DataType component = componentType(static_cast<DataType>(value));
+    std::size_t bytes = 0;
+    const bool isVisited = visitComponent(component, [&](auto number) { bytes = sizeof(number); });
+    const bool isNumber = component != DataType::Null && component != DataType::Ptr;
+    EXPECT_EQ(isVisited, isNumber) << value;
+    EXPECT_EQ(bytes, isNumber ? componentBytes(component) : 0U) << value;
+  }
+}
+
 }  // namespace
 }  // namespace zn::korvo_sdk

@@ -1,5 +1,5 @@
-// The nearest neighbours of what is meant: words nearly numbers, bytes one beyond a buffer or a
-// stream, the character behind the last one.
+// Boundary values: words that are almost numbers, one byte more than a buffer or stream holds, the
+// character after the last one.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -29,7 +29,7 @@ bool isReal(std::string_view text) {
   return isRead;
 }
 
-TEST(NeighbourTest, OfTheWordsForNoNumber) {
+TEST(BoundaryTest, WordsForNonFiniteNumbers) {
   for (const std::string_view text : {"inf", "Inf", "INF", "-inf", "nan", "NaN", "NAN"}) {
     EXPECT_TRUE(isReal<double>(text)) << text;
     EXPECT_TRUE(isReal<float>(text)) << text;
@@ -41,7 +41,7 @@ TEST(NeighbourTest, OfTheWordsForNoNumber) {
   }
 }
 
-TEST(NeighbourTest, OfABeginning) {
+TEST(BoundaryTest, StartsWith) {
   const String text("abc");
   EXPECT_TRUE(text.startsWith("abc", false));
   EXPECT_TRUE(text.startsWith("", false));
@@ -52,49 +52,52 @@ TEST(NeighbourTest, OfABeginning) {
   EXPECT_FALSE(text.startsWith("ABCD", true));
 }
 
-// "abc" in a block that is stored as it is.
+// "abc" in a stored DEFLATE block.
 constexpr char STORED[] = ".7801 01 0300 fcff 616263 024d0127";
 
-/// What expanding `text` into `room` bytes gives: the bytes, or the message.
-std::string expanded(const std::string& text, std::size_t room) {
+/// Decompresses `text` into a buffer of `capacity` bytes. Returns the bytes or the error message.
+std::string decompressed(const std::string& text, std::size_t capacity) {
   std::array<unsigned char, 64> out{};
   std::size_t length = 0;
   String error;
-  const bool isExpanded = zn::decompressInto(reinterpret_cast<const unsigned char*>(text.data()),
-                                             text.size(), error, out.data(), room, length);
-  if (!isExpanded) return error.buf();
+  const bool isDecompressed =
+      zn::decompressInto(reinterpret_cast<const unsigned char*>(text.data()), text.size(), error,
+                         out.data(), capacity, length);
+  if (!isDecompressed) return error.buf();
   return {reinterpret_cast<const char*>(out.data()), length};
 }
 
-TEST(NeighbourTest, OfTheSizeOfAStoredBlock) {
-  EXPECT_EQ(expanded(STORED, 3), "abc");
-  EXPECT_EQ(expanded(STORED, 4), "abc");
-  for (const std::size_t room : {0U, 1U, 2U}) {
-    EXPECT_EQ(expanded(STORED, room), "compressed data is larger than the buffer") << room;
+TEST(BoundaryTest, CapacityForAStoredBlock) {
+  EXPECT_EQ(decompressed(STORED, 3), "abc");
+  EXPECT_EQ(decompressed(STORED, 4), "abc");
+  for (const std::size_t capacity : {0U, 1U, 2U}) {
+    EXPECT_EQ(decompressed(STORED, capacity), "compressed data is larger than the buffer")
+        << capacity;
   }
 }
 
-TEST(NeighbourTest, OfTheSizeOfALongStoredBlock) {
+TEST(BoundaryTest, CapacityForALongStoredBlock) {
   std::string text = ".7801 01 2800 d7ff";
   for (int i = 0; i < 40; ++i) text += "61";
-  for (std::size_t room = 0; room < 40; ++room) {
-    EXPECT_EQ(expanded(text, room), "compressed data is larger than the buffer") << room;
+  for (std::size_t capacity = 0; capacity < 40; ++capacity) {
+    EXPECT_EQ(decompressed(text, capacity), "compressed data is larger than the buffer")
+        << capacity;
   }
-  EXPECT_EQ(expanded(text, 40), "compressed data ends early");
+  EXPECT_EQ(decompressed(text, 40), "compressed data ends early");
 }
 
-TEST(NeighbourTest, OfTheEndOfAStream) {
+TEST(BoundaryTest, BytesAfterAStream) {
   for (const std::size_t count : {1U, 2U, 4U, 7U, 8U, 9U, 64U, 5000U}) {
     std::string behind;
     for (std::size_t i = 0; i < count; ++i) behind += "00";
-    EXPECT_EQ(expanded(STORED + behind, 3), "compressed data is corrupt") << count;
+    EXPECT_EQ(decompressed(STORED + behind, 3), "compressed data is corrupt") << count;
     const std::string far = std::string(20000, ' ') + behind;
-    EXPECT_EQ(expanded(STORED + far, 3), "compressed data is corrupt") << count;
+    EXPECT_EQ(decompressed(STORED + far, 3), "compressed data is corrupt") << count;
   }
-  EXPECT_EQ(expanded(STORED + std::string(20000, ' '), 3), "abc");
+  EXPECT_EQ(decompressed(STORED + std::string(20000, ' '), 3), "abc");
 }
 
-TEST(NeighbourTest, OfAKey) {
+TEST(BoundaryTest, MissingKeys) {
   using Map = zn::ds::HashMap<String, std::string>;
   Map map;
   Map other;
@@ -105,7 +108,7 @@ TEST(NeighbourTest, OfAKey) {
   EXPECT_EQ(&map.get("onf"), &Map::missing());
 }
 
-TEST(NeighbourTest, OfTheLastCharacter) {
+TEST(BoundaryTest, AfterTheLastCharacter) {
   constexpr char END = '\xFF';
   FileLexer ofFile(memoryFile("ab"));
   StringLexer ofString("ab");

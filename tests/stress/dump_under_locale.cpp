@@ -1,18 +1,14 @@
-// Reads files under a locale that the host has set, and prints what came of each: result, log and
-// scene. What it prints must not depend on the locale, the compiler or its options; see
-// same_everywhere.sh.
-//
-//   dump_under_locale LOCALE FILE...     LOCALE as for setlocale; "C" is no locale
+// dump_under_locale LOCALE FILE...: sets the locale, reads the files and prints result, log and
+// scene of each. LOCALE is a name for setlocale; "C" is the default locale of a program. The output
+// must not depend on the locale, the compiler or its options; same_everywhere.sh compares it.
 #include <clocale>
 #include <cstdio>
 #include <exception>
-#include <fstream>
-#include <iterator>
 #include <locale>
-#include <string>
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
+#include "tests/support/text.h"
 #include "tools/scene_text/scene_dump.h"
 
 namespace {
@@ -28,11 +24,10 @@ bool setLocale(const char* name) {
 }
 
 void dump(const char* path, vsa_tools::TextOutput& out) {
-  std::ifstream in(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  const zn::String text = vsa_tests::string(vsa_tests::contentOf(path));
   zn::korvo_sdk::Scene scene;
-  const auto outcome = vsa_tools::watchRead(
-      [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text)); });
+  const auto outcome =
+      vsa_tools::captureRead([&] { return zn::korvo_sdk::impl::parseString(&scene, text); });
   out.put(path);
   out.put('\n');
   vsa_tools::dumpCase(outcome, scene, out);

@@ -1,5 +1,5 @@
-// Counts that no 32 bits hold: messages show them whole. The memory of such buffers is address
-// space and nothing more, so that the test needs none of it (see CMakeLists.txt for the wrapping).
+// Element counts beyond 32 bits, which messages must print in full. The wrapped calloc (see
+// CMakeLists.txt) only reserves address space for such buffers, so the test needs little memory.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
@@ -23,14 +23,14 @@ namespace {
 
 constexpr std::size_t HUGE_BYTES = std::size_t{1} << 32;
 
-// Never destroyed: blocks are freed until the very end.
+// Never destroyed, because free is called until the process ends.
 std::map<void*, std::size_t>& hugeBlocks() {
   static auto& blocks = *new std::map<void*, std::size_t>;
   return blocks;
 }
 
-/// Whether the running test wants address space for memory.
-thread_local bool isWanted = false;
+/// Whether huge blocks get address space only.
+thread_local bool reservesOnly = false;
 
 void* addressSpace(std::size_t bytes) {
   void* const block = ::mmap(nullptr, bytes, PROT_READ | PROT_WRITE,
@@ -48,13 +48,13 @@ extern "C" {
 
 void* __wrap_calloc(std::size_t count, std::size_t size) {
   using namespace vsa_tests;
-  if (isWanted && count != 0 && size >= HUGE_BYTES / count) return addressSpace(count * size);
+  if (reservesOnly && count != 0 && size >= HUGE_BYTES / count) return addressSpace(count * size);
   return __real_calloc(count, size);
 }
 
 void __wrap_free(void* block) {
   using namespace vsa_tests;
-  if (!isWanted || hugeBlocks().count(block) == 0) return __real_free(block);
+  if (!reservesOnly || hugeBlocks().count(block) == 0) return __real_free(block);
   ::munmap(block, hugeBlocks()[block]);
   hugeBlocks().erase(block);
 }
@@ -69,14 +69,14 @@ using Lines = std::vector<std::string>;
 
 class HugeCount : public testing::Test {
  protected:
-  HugeCount() { isWanted = true; }
+  HugeCount() { reservesOnly = true; }
   ~HugeCount() override {
-    EXPECT_TRUE(hugeBlocks().empty()) << "the buffers' memory goes with their scene";
-    isWanted = false;
+    EXPECT_TRUE(hugeBlocks().empty()) << "a buffer outlives its scene";
+    reservesOnly = false;
   }
 };
 
-TEST_F(HugeCount, OfABufferThatHoldsFewer) {
+TEST_F(HugeCount, WithFewerElements) {
   struct Row {
     const char* literal;
     const char* assigned;
@@ -101,7 +101,7 @@ TEST_F(HugeCount, OfABufferThatHoldsFewer) {
   }
 }
 
-TEST_F(HugeCount, ThatIsRefused) {
+TEST_F(HugeCount, ThatCannotBeAllocated) {
   HostScene scene;
   scene.add("lamp", "n");
   const LoggedLines log;

@@ -11,7 +11,7 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 
 namespace vsa_tests {
 
@@ -19,38 +19,38 @@ namespace {
 
 constexpr std::uint64_t GIB = std::uint64_t{1} << 30;
 
-/// `head`, then `unit` until `bytes` bytes of it were delivered, then `tail`.
-class EndlessText final : public zn::ByteSource {
+/// Returns `head`, then `unit` repeated until it makes `bytes` bytes or more, then `tail`.
+class GeneratedSource final : public zn::ByteSource {
  public:
-  EndlessText(std::string_view head, std::string_view unit, std::uint64_t bytes,
-              std::string_view tail)
+  GeneratedSource(std::string_view head, std::string_view unit, std::uint64_t bytes,
+                  std::string_view tail)
       : parts_{head, unit, tail}, left_(bytes) {
-    // Many units at a time: it is the reader that is to be the slow one.
+    // Many units per read, so that generating the text takes little of the time.
     while (block_.size() < (std::size_t{1} << 16)) block_ += unit;
   }
 
   std::size_t read(char* to, std::size_t capacity) override {
-    if (!parts_[0].empty()) return take(parts_[0], to, capacity);
-    if (left_ > 0) return takeUnits(to, capacity);
-    return take(parts_[2], to, capacity);
+    if (!parts_[0].empty()) return copy(parts_[0], to, capacity);
+    if (left_ > 0) return copyUnits(to, capacity);
+    return copy(parts_[2], to, capacity);
   }
 
  private:
-  static std::size_t take(std::string_view& part, char* to, std::size_t capacity) {
+  static std::size_t copy(std::string_view& part, char* to, std::size_t capacity) {
     const std::size_t count = std::min(capacity, part.size());
     std::memcpy(to, part.data(), count);
     part.remove_prefix(count);
     return count;
   }
 
-  std::size_t takeUnits(char* to, std::size_t capacity) {
+  std::size_t copyUnits(char* to, std::size_t capacity) {
     std::string_view rest = std::string_view(block_).substr(at_);
-    const std::size_t most =
+    const std::size_t limit =
         static_cast<std::size_t>(std::min<std::uint64_t>({capacity, rest.size(), left_}));
-    const std::size_t count = take(rest, to, most);
+    const std::size_t count = copy(rest, to, limit);
     at_ = (at_ + count) % block_.size();
     left_ -= count;
-    // Whole units only, so that the tail stands where it should.
+    // Complete the last unit before the tail.
     if (left_ == 0)
       left_ = at_ % parts_[1].size() == 0 ? 0 : parts_[1].size() - at_ % parts_[1].size();
     return count;
@@ -62,7 +62,7 @@ class EndlessText final : public zn::ByteSource {
   std::uint64_t left_;
 };
 
-/// Keeps the last message.
+/// Keeps only the last message.
 class LastSink final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String& text) override { last = text; }
@@ -78,7 +78,7 @@ struct HugeText {
   bool result;
 };
 
-// The last statement is there to show that the reader came through.
+// `last` shows that the reader reached the end of the text.
 constexpr HugeText TEXTS[] = {
     {"a text of 5 GiB", "t n;\n", "n.aLongNameForAnInput = 1234567890;\n", 5 * GIB, "n.last = 7;\n",
      true},
@@ -97,15 +97,15 @@ bool readHuge(const HugeText& huge) {
   LastSink sink;
   const zn::ScopedLogSink scope(&sink);
   Scene scene;
-  AllocationWatch::start();
+  AllocationTracker::start();
   const bool result = impl::parseVsa(
-      &scene, zn::File(new EndlessText(huge.head, huge.unit, huge.bytes, huge.tail)), true);
-  AllocationWatch::stop();
+      &scene, zn::File(new GeneratedSource(huge.head, huge.unit, huge.bytes, huge.tail)), true);
+  AllocationTracker::stop();
   Node* const node = scene.findNode("n");
   Input* const last = node == nullptr ? nullptr : node->input("last");
   const bool isRight = result == huge.result && last != nullptr && last->integer() == 7;
   std::printf("%-32s heap %6lld MiB  %s%s%s\n", huge.name,
-              static_cast<long long>(AllocationWatch::count().peakBytes >> 20),
+              static_cast<long long>(AllocationTracker::count().peakBytes >> 20),
               isRight ? "as expected" : "FAILS", sink.last.isEmpty() ? "" : ": ", sink.last.buf());
   std::fflush(stdout);
   return isRight;

@@ -1,11 +1,11 @@
-// Texts larger than what 32 bits count, made while they are read.
+// Texts with more bytes than 32 bits can count, generated while they are read.
 #pragma once
 
 namespace vsa_tests {
 
-/// Reads each of them and prints a line each: a text of 5 GiB, a line of more than 2 GiB, a string
-/// of more than 2 GiB. Takes minutes, and memory for the string (about 10 GiB). 0 when all went
-/// well.
+/// Reads a text of 5 GiB, lines, a string and a list of more than 2 GiB, and prints one line for
+/// each. Takes minutes, and about 10 GiB of memory for the string. Returns the exit status: 0 if
+/// every text was read as expected.
 int readHugeTexts();
 
 }  // namespace vsa_tests

@@ -1,5 +1,5 @@
-// What a scene holds on to that is read into again and again, a little each time: an editor sends
-// it one statement after another, and its values grow and shrink.
+// The memory that a scene keeps if many short texts are read into it, as from an editor that sends
+// one statement at a time.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -8,7 +8,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include "tests/support/allocation_watch.h"
+#include "tests/support/allocation_tracker.h"
 #include "tests/support/byte_source.h"
 #include "tests/support/text.h"
 #include "vsa/lex/lexer_source.h"
@@ -19,21 +19,21 @@ namespace {
 
 using zn::korvo_sdk::Scene;
 
-/// Bytes that are in use after it and were not before.
+/// The growth of the memory in use during a call of `what`.
 template <class Do>
 std::int64_t bytesKept(const Do& what) {
-  AllocationWatch::start();
+  AllocationTracker::start();
   what();
-  AllocationWatch::stop();
-  return AllocationWatch::count().liveBytes;
+  AllocationTracker::stop();
+  return AllocationTracker::count().liveBytes;
 }
 
 void read(Scene& scene, const std::string& text) {
   ASSERT_TRUE(zn::korvo_sdk::impl::parseString(&scene, string(text)));
 }
 
-// A name keeps the memory that it shares with the other names of its text, and no more.
-TEST(ManyTextsTest, AShortTextLeavesLittleBehind) {
+// A name keeps only the memory block that it shares with the other names of its text.
+TEST(ManyTextsTest, AShortTextKeepsLittleMemory) {
   constexpr int TEXTS = 2000;
   Scene scene;
   read(scene, "lamp first;");
@@ -44,13 +44,13 @@ TEST(ManyTextsTest, AShortTextLeavesLittleBehind) {
   EXPECT_LT(kept / TEXTS, 600);
 }
 
-// The memory of the shorter texts is there for others, but not as much of it as there were lengths.
-TEST(ManyTextsTest, StringsThatGrowLeaveLittleBehind) {
+// The blocks of shorter strings are reused, so the memory is not the sum over all lengths.
+TEST(ManyTextsTest, GrowingStringsKeepLittleMemory) {
   constexpr int INPUTS = 200;
-  constexpr std::size_t LONGEST = 4000;
+  constexpr std::size_t MAX_LENGTH = 4000;
   Scene scene;
   const std::int64_t kept = bytesKept([&] {
-    for (std::size_t length = 40; length <= LONGEST; length += 40) {
+    for (std::size_t length = 40; length <= MAX_LENGTH; length += 40) {
       std::string text = "note n:";
       for (int i = 0; i < INPUTS; ++i) {
         text += ".t" + std::to_string(i) + "=\"" + std::string(length, 'x') + "\";";
@@ -58,22 +58,22 @@ TEST(ManyTextsTest, StringsThatGrowLeaveLittleBehind) {
       read(scene, text);
     }
   });
-  EXPECT_EQ(std::string(scene.findNode("n")->input("t7")->string()), std::string(LONGEST, 'x'));
-  EXPECT_LT(static_cast<std::size_t>(kept) / INPUTS, 16 * LONGEST);
+  EXPECT_EQ(std::string(scene.findNode("n")->input("t7")->string()), std::string(MAX_LENGTH, 'x'));
+  EXPECT_LT(static_cast<std::size_t>(kept) / INPUTS, 16 * MAX_LENGTH);
 }
 
-// A long token's memory doubles, whatever its source shows at a time: were it to grow by a block
-// each time, an allocator that moves it would copy it hundreds of times.
-TEST(ManyTextsTest, ALongListGrowsAFewTimes) {
+// The buffer of a long token grows by doubling, whatever the sizes of the reads. If it grew by one
+// read each time, it would be copied hundreds of times.
+TEST(ManyTextsTest, TheBufferOfALongListDoubles) {
   std::string list = "(1";
   while (list.size() < 2'000'000) list += " 0.25";
-  for (const std::size_t most : {std::size_t{64}, std::size_t{4096}, list.size()}) {
-    zn::korvo_sdk::impl::FileLexer lexer(memoryFile(list + ")", most));
-    AllocationWatch::start();
+  for (const std::size_t bytesPerRead : {std::size_t{64}, std::size_t{4096}, list.size()}) {
+    zn::korvo_sdk::impl::FileLexer lexer(memoryFile(list + ")", bytesPerRead));
+    AllocationTracker::start();
     const zn::korvo_sdk::impl::Token token = lexer.nextToken();
-    AllocationWatch::stop();
+    AllocationTracker::stop();
     EXPECT_EQ(token.text.len(), list.size() + 1);
-    EXPECT_LT(AllocationWatch::count().calls, 40U) << most << " bytes a read";
+    EXPECT_LT(AllocationTracker::count().calls, 40U) << bytesPerRead << " bytes per read";
   }
 }
 

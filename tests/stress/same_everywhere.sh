@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# The same bytes give the same log and the same dump, whatever the compiler, its options, the locale and the run.
+# Checks that logs and dumps do not depend on the compiler, its options, the locale or the run.
 #
-#   same_everywhere.sh                  builds with each compiler and option below and compares all; takes a while
-#   same_everywhere.sh --quick PROGRAM  the program dump_under_locale alone: two runs, and under each locale
+#   same_everywhere.sh                  builds with each compiler and option below and compares; takes minutes
+#   same_everywhere.sh --quick PROGRAM  runs the program dump_under_locale twice, and with each locale
 #
-# Locales that the machine lacks are made in a scratch folder with localedef; a test that cannot have them is skipped.
+# localedef creates the locales in a temporary folder. The test is skipped if that fails.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
@@ -12,7 +12,7 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 locales=(de_DE.UTF-8 tr_TR.UTF-8)
 
-# One row a build: its name, the compiler, the options.
+# One row for each build: name, compiler, options.
 builds() {
   cat <<'ROWS'
 gcc-O0 g++ -O0
@@ -27,7 +27,7 @@ ROWS
 
 texts() { (cd "$root" && find tests examples -name '*.vsa' | LC_ALL=C sort); }
 
-# dump PROGRAM LOCALE: everything that reading every text gives.
+# dump PROGRAM LOCALE: prints the outcomes of all texts.
 dump() {
   (cd "$root" && texts | xargs -d '\n' "$1" "$2")
 }
@@ -41,7 +41,7 @@ make_locales() {
   export LOCPATH=$scratch
 }
 
-# compare NAME: the dump NAME against the first one.
+# compare NAME: compares the dump called NAME with the first one.
 compare() {
   if cmp -s "$scratch/first" "$scratch/dump"; then
     printf '%-32s same\n' "$1"
@@ -60,15 +60,15 @@ check_locales() {
   done
 }
 
-# build NAME COMPILER OPTION...: the program, from the library's sources and nothing else.
+# build NAME COMPILER OPTION...: builds the program from source.
 build() {
   local name=$1 compiler=$2
   shift 2
-  find "$root/src" "$root/tools/support" -name '*.cpp' -print0 |
-    (cd "$root" && mkdir -p "$scratch/$name" && cd "$scratch/$name" &&
-      xargs -0 -P "$(nproc)" -n 4 "$compiler" -std=c++20 -I"$root/src" -I"$root" "$@" -c)
-  "$compiler" -std=c++20 -I"$root/src" -I"$root" "$@" "$here/dump_under_locale.cpp" "$scratch/$name"/*.o \
-    -o "$scratch/$name.program"
+  local compile=("$compiler" -std=c++20 -I"$root/include" -I"$root/src" -I"$root" "$@")
+  mkdir "$scratch/$name"
+  find "$root/src" "$root/tools/scene_text" -name '*.cpp' -print0 |
+    (cd "$scratch/$name" && xargs -0 -P "$(nproc)" -n 4 "${compile[@]}" -c)
+  "${compile[@]}" "$here/dump_under_locale.cpp" "$scratch/$name"/*.o -o "$scratch/$name.program"
 }
 
 status=0

@@ -1,4 +1,4 @@
-// How much of a long test is run: a sample in the suite, the whole by hand.
+// Long tests run a sample of their steps in the test suite, and all steps on request.
 #pragma once
 
 #include <algorithm>
@@ -7,11 +7,12 @@
 
 namespace vsa_tests {
 
-/// Every how-many-th of its steps a test takes: `usual`, or what VSA_ROBUST_EVERY says (1: all).
-inline std::size_t sampleStep(std::size_t usual) {
-  const char* const asked = std::getenv("VSA_ROBUST_EVERY");
-  if (asked == nullptr) return usual;
-  return std::max<std::size_t>(1, std::strtoul(asked, nullptr, 10));
+/// A test runs every n-th of its steps. Returns n: the environment variable VSA_STRESS_STEP if it
+/// is set, otherwise `defaultStep`. 1 runs all steps.
+inline std::size_t sampleStep(std::size_t defaultStep) {
+  const char* const step = std::getenv("VSA_STRESS_STEP");
+  if (step == nullptr) return defaultStep;
+  return std::max<std::size_t>(1, std::strtoul(step, nullptr, 10));
 }
 
 }  // namespace vsa_tests

@@ -1,7 +1,6 @@
-// Damaged texts: every case and example of up to 16 KiB, cut at every byte, and with every byte
-// replaced by each of a few that hurt most. Nothing is said of what must come of them, but that it
-// is the same from a String and from a File, and no crash. In the suite a sample; all of them with
-// VSA_ROBUST_EVERY=1.
+// Reads every case and example of up to 16 KiB truncated at every byte, and with every byte
+// replaced by several others. The outcome must be the same from a String and from a File, without a
+// crash. The test suite runs a sample; VSA_STRESS_STEP=1 runs all.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -20,7 +19,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t LARGEST = 16 * 1024;
+constexpr std::uintmax_t MAX_TEXT_BYTES = 16 * 1024;
 
 std::vector<fs::path> texts() {
   std::vector<fs::path> found;
@@ -28,7 +27,7 @@ std::vector<fs::path> texts() {
     const fs::path root = fs::path(VSA_TEST_DIR) / folder;
     if (!fs::exists(root)) continue;
     for (const auto& entry : fs::recursive_directory_iterator(root)) {
-      if (entry.path().extension() == ".vsa" && entry.file_size() <= LARGEST) {
+      if (entry.path().extension() == ".vsa" && entry.file_size() <= MAX_TEXT_BYTES) {
         found.push_back(entry.path());
       }
     }
@@ -37,26 +36,27 @@ std::vector<fs::path> texts() {
   return found;
 }
 
-/// What can happen to a text at one place: damage 0 is the cut.
-constexpr std::size_t DAMAGES = 10;
+/// The number of variants for each position of a text.
+constexpr std::size_t MUTATIONS = 10;
 
-std::string damaged(const std::string& text, std::size_t place, std::size_t damage) {
-  if (damage == 0) return text.substr(0, place);
+/// Mutation 0 truncates the text at `position`, the others replace its byte there.
+std::string mutated(const std::string& text, std::size_t position, std::size_t mutation) {
+  if (mutation == 0) return text.substr(0, position);
   constexpr char REPLACEMENTS[] = {'0', '"', '\\', '}', ';', '\0', '\xFF'};
   std::string made = text;
-  const int before = static_cast<unsigned char>(text[place]);
-  if (damage <= sizeof REPLACEMENTS) {
-    made[place] = REPLACEMENTS[damage - 1];
+  const int before = static_cast<unsigned char>(text[position]);
+  if (mutation <= sizeof REPLACEMENTS) {
+    made[position] = REPLACEMENTS[mutation - 1];
   } else {
-    made[place] = static_cast<char>(damage == DAMAGES - 1 ? before + 1 : before - 1);
+    made[position] = static_cast<char>(mutation == MUTATIONS - 1 ? before + 1 : before - 1);
   }
   return made;
 }
 
-/// Whether a list of brackets names some 10^7 to 10^12 elements: what is left of a count that no
-/// memory holds when its digits are cut. Memory may hold so many, and to write them down for each
-/// source takes minutes.
-bool namesVeryMany(const std::string& text) {
+/// Whether the text has a count of 8 to 12 digits in brackets, as mutations make it of longer
+/// counts in texts about allocation failures. Such buffers fit into memory, but dumping them takes
+/// minutes.
+bool hasHugeCount(const std::string& text) {
   for (std::size_t at = text.find('['); at != std::string::npos; at = text.find('[', at + 1)) {
     const std::size_t end = std::min(text.find_first_not_of("0123456789", at + 1), text.size());
     const std::size_t digits = end - at - 1;
@@ -65,19 +65,19 @@ bool namesVeryMany(const std::string& text) {
   return false;
 }
 
-TEST(DamageTest, StringAndFileGiveTheSame) {
+TEST(TruncationAndMutationTest, StringAndFileGiveTheSame) {
   const std::size_t step = sampleStep(199);
   std::size_t variant = 0;
   for (const fs::path& file : texts()) {
     const std::string text = contentOf(file);
-    for (std::size_t place = 0; place < text.size(); ++place) {
-      for (std::size_t damage = 0; damage < DAMAGES; ++damage) {
+    for (std::size_t position = 0; position < text.size(); ++position) {
+      for (std::size_t mutation = 0; mutation < MUTATIONS; ++mutation) {
         if (variant++ % step != 0) continue;
-        const std::string made = damaged(text, place, damage);
-        if (namesVeryMany(made)) continue;
-        const Source pieces = place % 2 == 0 ? Source::ByteByByte : Source::File;
-        ASSERT_EQ(outcomeOf(made, Source::String), outcomeOf(made, pieces))
-            << file << ", byte " << place << ", damage " << damage << ":\n"
+        const std::string made = mutated(text, position, mutation);
+        if (hasHugeCount(made)) continue;
+        const Source source = position % 2 == 0 ? Source::ByteByByte : Source::File;
+        ASSERT_EQ(outcomeOf(made, Source::String), outcomeOf(made, source))
+            << file << ", byte " << position << ", mutation " << mutation << ":\n"
             << visible(made);
       }
     }

@@ -1,4 +1,4 @@
-// A file's bytes from memory, in blocks of a chosen size.
+// Byte sources in memory.
 #pragma once
 
 #include <algorithm>
@@ -14,13 +14,13 @@ namespace vsa_tests {
 
 class MemorySource final : public zn::ByteSource {
  public:
-  /// Delivers `most` bytes at a time, or as many as it is asked for when `most` is 0.
-  explicit MemorySource(std::string bytes, std::size_t most = 0)
-      : bytes_(std::move(bytes)), most_(most) {}
+  /// Each read returns at most `bytesPerRead` bytes; 0 is no limit.
+  explicit MemorySource(std::string bytes, std::size_t bytesPerRead = 0)
+      : bytes_(std::move(bytes)), bytesPerRead_(bytesPerRead) {}
 
   std::size_t read(char* to, std::size_t capacity) override {
-    const std::size_t block = most_ == 0 ? capacity : std::min(most_, capacity);
-    const std::size_t count = std::min(block, bytes_.size() - at_);
+    const std::size_t limit = bytesPerRead_ == 0 ? capacity : std::min(bytesPerRead_, capacity);
+    const std::size_t count = std::min(limit, bytes_.size() - at_);
     std::memcpy(to, bytes_.data() + at_, count);
     at_ += count;
     return count;
@@ -28,19 +28,18 @@ class MemorySource final : public zn::ByteSource {
 
  private:
   std::string bytes_;
-  std::size_t most_;
+  std::size_t bytesPerRead_;
   std::size_t at_ = 0;
 };
 
-/// Throws std::runtime_error("gone") once, in place of the byte at `at`, and delivers all bytes one
-/// at a time.
+/// Returns one byte per read. The first read of the byte at `at` throws std::runtime_error("gone").
 class InterruptedSource final : public zn::ByteSource {
  public:
-  InterruptedSource(std::string bytes, std::size_t at) : bytes_(std::move(bytes)), breaksAt_(at) {}
+  InterruptedSource(std::string bytes, std::size_t at) : bytes_(std::move(bytes)), throwsAt_(at) {}
 
   std::size_t read(char* to, std::size_t) override {
-    if (at_ == breaksAt_ && !isBroken_) {
-      isBroken_ = true;
+    if (at_ == throwsAt_ && !hasThrown_) {
+      hasThrown_ = true;
       throw std::runtime_error("gone");
     }
     if (at_ == bytes_.size()) return 0;
@@ -50,13 +49,14 @@ class InterruptedSource final : public zn::ByteSource {
 
  private:
   std::string bytes_;
-  std::size_t breaksAt_;
+  std::size_t throwsAt_;
   std::size_t at_ = 0;
-  bool isBroken_ = false;
+  bool hasThrown_ = false;
 };
 
-inline zn::File memoryFile(std::string bytes, std::size_t most = 0) {
-  return zn::File(new MemorySource(std::move(bytes), most));
+/// A File over a MemorySource.
+inline zn::File memoryFile(std::string bytes, std::size_t bytesPerRead = 0) {
+  return zn::File(new MemorySource(std::move(bytes), bytesPerRead));
 }
 
 }  // namespace vsa_tests

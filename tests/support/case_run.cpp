@@ -2,16 +2,13 @@
 
 #include <algorithm>
 #include <array>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
 
-#include <vsa/foundation/file.h>
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
-#include <vsa/scene/node_type.h>
+#include "tests/support/byte_source.h"
+#include "tests/support/declared_lamp.h"
+#include "tools/scene_text/read_outcome.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/log_capture.h"
 
 namespace vsa_tests {
 
@@ -19,62 +16,26 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Delivers a text in pieces of at most `most` bytes.
-class TextSource : public zn::ByteSource {
- public:
-  TextSource(std::string_view text, size_t most) : rest_(text), most_(most) {}
-
-  size_t read(char* to, size_t capacity) override {
-    const size_t count = std::min({capacity, most_, rest_.size()});
-    std::copy_n(rest_.data(), count, to);
-    rest_.remove_prefix(count);
-    return count;
-  }
-
- private:
-  std::string_view rest_;
-  size_t most_;
-};
-
 bool readFrom(Source source, std::string_view text, zn::korvo_sdk::Scene& scene) {
   using namespace zn::korvo_sdk::impl;
   if (source == Source::String) return parseString(&scene, zn::String::copyOf(text));
-  const size_t most = source == Source::ByteByByte ? 1 : text.size();
-  return parseVsa(&scene, zn::File(new TextSource(text, most)), true);
+  const size_t bytesPerRead = source == Source::ByteByByte ? 1 : 0;
+  return parseVsa(&scene, memoryFile(std::string(text), bytesPerRead), true);
 }
 
-/// The one node type that cases find declared: an enumeration, an input that takes links only, an
-/// output, and names that it had before.
-void declareLamp() {
-  using namespace zn::korvo_sdk;
-  static const bool once = [] {
-    NodeType lamp;
-    lamp.name = "declaredLamp";
-    InputDeclaration power{"power", AttrType::Real, {}, {}, {}, false};
-    InputDeclaration shape{"shape", AttrType::String, {}, {}, {"point", "spot"}, false};
-    InputDeclaration filter{"filter", AttrType::Rgba, {}, {}, {}, true};
-    InputDeclaration samples{"samples", AttrType::Buffer, {}, DataType::Float, {}, false};
-    InputDeclaration keys{"keys", AttrType::Array, AttrType::Real, {}, {}, false};
-    lamp.inputs = {power, shape, filter, samples, keys};
-    lamp.outputs = {"outColor"};
-    lamp.formerInputs = {{"intensity", "power"}};
-    lamp.formerOutputs = {{"color", "outColor"}};
-    registerNodeType(lamp);
-    return true;
-  }();
-  static_cast<void>(once);
+/// The constant start of a line of an expectation with a warning of this row.
+std::string startOfWarning(const zn::korvo_sdk::DiagnosticRow& row) {
+  const std::string_view format = row.format;
+  return "  warning " + std::string(format.substr(0, format.find('%')));
 }
 
-/// A warning of the resolution, as a line of an expectation.
+/// Whether a line of an expectation is a warning of the link resolution.
 bool isResolutionWarning(std::string_view line) {
-  constexpr std::array<std::string_view, 4> STARTS = {
-      "  warning Invalid output: ",
-      "  warning Cannot connect nonexistent node ",
-      "  warning Cannot connect nonexistent output ",
-      "  warning Cannot assign nonexistent node ",
-  };
-  return std::any_of(STARTS.begin(), STARTS.end(),
-                     [&](auto start) { return line.starts_with(start); });
+  using enum zn::korvo_sdk::DiagnosticId;
+  constexpr std::array IDS = {InvalidOutput, NoNodeToConnect, NoOutputToConnect, NoNodeToAssign};
+  return std::any_of(IDS.begin(), IDS.end(), [&](auto id) {
+    return line.starts_with(startOfWarning(zn::korvo_sdk::rowOf(id)));
+  });
 }
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -114,10 +75,23 @@ std::string outcomeOf(std::string_view text, Source source) {
   declareLamp();
   zn::korvo_sdk::Scene scene;
   const vsa_tools::ReadOutcome outcome =
-      vsa_tools::watchRead([&] { return readFrom(source, text, scene); });
+      vsa_tools::captureRead([&] { return readFrom(source, text, scene); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   return out.text();
+}
+
+std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
+  declareLamp();
+  zn::korvo_sdk::Scene scene;
+  zn::korvo_sdk::impl::ReadReport report;
+  const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead(
+      [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text), report); });
+  std::set<zn::korvo_sdk::DiagnosticId> ids;
+  for (const auto& diagnostic : outcome.diagnostics) ids.insert(diagnostic.id);
+  if (outcome.escapedDiagnostic) ids.insert(outcome.escapedDiagnostic->id);
+  if (!report.cutOff.isEmpty()) ids.insert(zn::korvo_sdk::DiagnosticId::UnexpectedEof);
+  return ids;
 }
 
 std::string comparable(const std::string& expectation) {
@@ -132,12 +106,6 @@ std::string comparable(const std::string& expectation) {
   std::string text;
   for (const std::string& line : lines) text += line + '\n';
   return text;
-}
-
-std::string contentOf(const fs::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) throw std::runtime_error(file.string() + ": cannot be read");
-  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace vsa_tests

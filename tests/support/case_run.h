@@ -1,13 +1,17 @@
-// Cases: a text NAME.vsa, and beside it NAME.expect, what reading it must give (CONTRIBUTING.md
-// shows the form). Here they are found, read from each kind of source, and written out in the form
-// of an expectation. The tests compare; the program accept_cases rewrites.
+// Test cases: a text NAME.vsa and its expected outcome NAME.expect (CONTRIBUTING.md shows the
+// format). This file finds them, reads them from each kind of source and writes the outcome in the
+// format of an expectation. case_test compares, the program accept_cases rewrites.
 #pragma once
 
 #include <filesystem>
 #include <ostream>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <vsa/diagnostics/diagnostic.h>
+#include "tests/support/text.h"
 
 namespace vsa_tests {
 
@@ -23,7 +27,7 @@ struct Case {
 };
 
 struct CaseFolder {
-  /// In order of their names.
+  /// Sorted by name.
   std::vector<Case> cases;
   /// Texts without an expectation, expectations without a text, and files that are neither.
   std::vector<std::filesystem::path> orphans;
@@ -31,25 +35,25 @@ struct CaseFolder {
 
 CaseFolder findCases(const std::filesystem::path& folder);
 
-/// Where the reader gets a text from.
+/// What the reader reads from.
 enum class Source {
-  /// From a String.
+  /// A String.
   String,
-  /// From a File whose source delivers all that it is asked for.
+  /// A File whose source returns as many bytes as requested.
   File,
-  /// From a File whose source delivers one byte at a time.
+  /// A File whose source returns one byte per read.
   ByteByByte,
 };
 
-/// Reads `text` into a fresh scene and writes what came of it: result, log and scene. The node type
-/// `declaredLamp` is declared (see case_run.cpp), every other type is open.
+/// Reads `text` into a new scene and returns result, log and scene in the format of an expectation.
+/// Declares the node type of declared_lamp.h.
 std::string outcomeOf(std::string_view text, Source source);
 
-/// An expectation in the form that is compared. Links are resolved in the order of addresses, so
-/// warnings of the resolution that follow each other are sorted.
-std::string comparable(const std::string& expectation);
+/// The messages that reading `text` raises, including those about an unterminated string or list.
+std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text);
 
-/// The bytes of a file. Throws std::runtime_error when it cannot be read.
-std::string contentOf(const std::filesystem::path& file);
+/// An expectation in the form in which outcomes are compared: consecutive warnings of the link
+/// resolution are sorted, because their order depends on addresses.
+std::string comparable(const std::string& expectation);
 
 }  // namespace vsa_tests

@@ -1,4 +1,4 @@
-// A file on the disk for as long as the object lives, under the name of the running test.
+// A temporary file, named after the running test, which the destructor deletes.
 #pragma once
 
 #include <gtest/gtest.h>

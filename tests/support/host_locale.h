@@ -1,5 +1,5 @@
-// A locale that a host may have set for its own purposes: commas in reals, groups of digits, other
-// words for true and false, and no character that is a digit, a letter or a blank.
+// A locale as a host program can set it: decimal commas, grouped digits, other words for true and
+// false, and character classes that contain no character.
 #pragma once
 
 #include <clocale>
@@ -29,8 +29,8 @@ class NoCharacterClasses final : public std::ctype<char> {
   }
 };
 
-/// The names of locales of other customs that this system has; "C" first. Not every system has one:
-/// the script same_everywhere.sh makes them for itself.
+/// The German and Turkish locales that this system has, after "C". A system may have none of them;
+/// same_everywhere.sh creates its own.
 inline std::vector<const char*> cLocales() {
   std::vector<const char*> names = {"C"};
   for (const char* const name : {"de_DE.UTF-8", "de_DE.utf8", "tr_TR.UTF-8", "tr_TR.utf8"}) {
@@ -40,7 +40,7 @@ inline std::vector<const char*> cLocales() {
   return names;
 }
 
-/// The C++ locale above, and the C locale of that name, for as long as the object lives.
+/// Sets the C++ locale above and the C locale `cLocale` for the lifetime of the object.
 class HostLocale {
  public:
   explicit HostLocale(const char* cLocale)

@@ -34,6 +34,7 @@ struct HostOptions {
   bool losesElements = false;    ///< element returns null.
   bool refusesOutputs = false;   ///< output returns null.
   std::vector<std::string> calls;
+  int typesAsked = 0;  ///< How often the types of nodes were asked for.
   /// Called with each line before it is written down; may throw.
   std::function<void(const std::string&)> onCall;
 
@@ -183,7 +184,10 @@ class HostNode final : public host::INode {
       : options_(options), type_(std::move(type)), name_(std::move(name)) {}
 
   zn::String name() const override { return string(name_); }
-  zn::String type() const override { return string(type_); }
+  zn::String type() const override {
+    ++options_.typesAsked;
+    return string(type_);
+  }
   bool hasInput(const zn::String& name, sdk::AttrType type) override {
     EXPECT_EQ(type, sdk::AttrType::Null) << "any type will do";
     return inputs_.count(text(name)) != 0 && !options_.forgetsInputs;

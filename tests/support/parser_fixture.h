@@ -9,7 +9,7 @@
 #include "tests/support/host_scene.h"
 #include "tests/support/text.h"
 #include "tests/support/token_text.h"
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 #include "vsa/lex/lexer_source.h"
 #include "vsa/parser.h"
 

@@ -1,6 +1,6 @@
-// A second lexer, written from the rules of the format and for nothing but being plainly right: one
-// character at a time over the whole text in memory, no windows, no runs, no shared strings. Tests
-// and fuzzers hold the reader's lexer against it, token by token.
+// A reference lexer: it follows the rules of the format literally, one character at a time over a
+// text in memory, without any optimisation. Tests and fuzzers compare the reader's lexer with it,
+// token by token.
 #pragma once
 
 #include <cstddef>
@@ -17,8 +17,8 @@ class PlainLexer {
  public:
   using Token = zn::korvo_sdk::impl::Token;
 
-  /// A text of no characters is the one place where it matters where characters come from: the
-  /// reader's lexer of a String then skips one NUL, which counts as a column.
+  /// `fromString` matters for an empty text only: the reader's lexer of an empty String skips one
+  /// NUL, which counts as a column.
   explicit PlainLexer(std::string text, bool fromString = false) : text_(std::move(text)) {
     if (text_.empty() && fromString) text_.push_back('\0');
   }

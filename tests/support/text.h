@@ -1,11 +1,15 @@
-// Texts as tests handle them: Strings as std::string, and bytes in a form that can be read.
+// Conversions of texts for tests.
 #pragma once
 
-#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include <vsa/foundation/string.h>
+#include "tools/scene_text/printable_text.h"
 
 namespace vsa_tests {
 
@@ -13,31 +17,29 @@ inline std::string text(const zn::String& s) {
   return std::string(s.buf(), s.len());
 }
 
-/// A String of exactly these bytes, NULs included.
+/// A String with exactly these bytes, which may include NUL.
 inline zn::String string(std::string_view bytes) {
   return zn::String::copyOf(bytes);
 }
 
-/// The bytes with everything but printable ASCII as \n, \r, \t or \xHH.
+/// The bytes with everything except printable ASCII as \n, \r, \t or \xHH.
 inline std::string visible(std::string_view bytes) {
   std::string shown;
   for (const char c : bytes) {
-    const unsigned byte = static_cast<unsigned char>(c);
-    if (c == '\n') {
-      shown += "\\n";
-    } else if (c == '\r') {
-      shown += "\\r";
-    } else if (c == '\t') {
-      shown += "\\t";
-    } else if (byte < 0x20 || byte > 0x7E) {
-      char hex[5];
-      std::snprintf(hex, sizeof hex, "\\x%02x", byte);
-      shown += hex;
-    } else {
+    if (c >= 0x20 && c < 0x7F) {
       shown += c;
+    } else {
+      shown += vsa_tools::escapedByte(c);
     }
   }
   return shown;
+}
+
+/// The bytes of a file. Throws std::runtime_error if it cannot be read.
+inline std::string contentOf(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) throw std::runtime_error(file.string() + ": cannot be read");
+  return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
 }  // namespace vsa_tests

@@ -1,5 +1,5 @@
-// A stream of tokens in one line: each token's kind, its text between < and >, line and column, as
-// in "Id<a>1,1 Equals<=>1,3". The stream ends with the first Eof or Invalid token.
+// Token streams as text: the kind of each token, its text between < and >, line and column, for
+// example "Id<a>1,1 Equals<=>1,3".
 #pragma once
 
 #include <string>
@@ -69,9 +69,10 @@ inline std::string tokenText(const zn::korvo_sdk::impl::Token& token) {
          std::to_string(token.line) + ',' + std::to_string(token.column);
 }
 
-/// The rest of the stream. `Source` is a lexer: what it gives is a Token.
-template <class Source>
-std::string tokensText(Source& lexer) {
+/// The remaining tokens of `lexer` up to the first Eof or Invalid token. `AnyLexer` has a function
+/// `Token nextToken()`.
+template <class AnyLexer>
+std::string tokensText(AnyLexer& lexer) {
   using Type = zn::korvo_sdk::impl::Token::Type;
   std::string stream;
   while (true) {

@@ -1,5 +1,5 @@
-// An element that knows how many of its kind live, and whether it is where it was made: a container
-// that forgets one, ends one twice or moves one as bytes shows.
+// An element for tests of containers. It counts the live elements and remembers its address, which
+// reveals a container that leaks an element, destroys one twice or moves one by copying its bytes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,11 +10,11 @@ namespace vsa_tests {
 
 class Tracked {
  public:
-  /// Elements that live now.
+  /// The number of elements that exist now.
   static inline int live = 0;
-  /// Elements that were ever copied, not moved.
+  /// The number of copies made, without moves.
   static inline int copies = 0;
-  /// From now on the n-th copy (1: the next one) throws std::runtime_error; 0: none does.
+  /// The n-th copy from now on (1: the next one) throws std::runtime_error; 0: none throws.
   static inline int copiesUntilThrow = 0;
 
   explicit Tracked(int n = 0) : number(n), self_(this) { ++live; }
@@ -57,7 +57,7 @@ class Tracked {
   const Tracked* self_;
 };
 
-/// Expects every element that a test makes to have gone by its end.
+/// Expects that a test destroys every element that it creates.
 class TrackedTest : public testing::Test {
  protected:
   TrackedTest() { Tracked::live = Tracked::copies = Tracked::copiesUntilThrow = 0; }

@@ -1,4 +1,4 @@
-// The command as a user types it: what it prints where, and its exit status.
+// Runs the command vsa in a shell and checks its output and its exit status.
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -32,19 +32,19 @@ class CommandTest : public testing::Test {
 
   void TearDown() override { fs::remove_all(folder_); }
 
-  /// Writes a file into the test's folder and returns its name.
+  /// Writes a file into the folder of the test and returns its name.
   std::string write(const std::string& name, const std::string& text) {
     std::ofstream(folder_ / name, std::ios::binary) << text;
     return name;
   }
 
-  /// Runs `vsa ARGUMENTS` in the test's folder; `arguments` are words for the shell.
+  /// Runs `vsa ARGUMENTS` in the folder of the test. The shell splits `arguments`.
   Outcome vsa(const std::string& arguments) {
     const int status = statusOf(VSA_COMMAND " " + arguments + " >stdout.txt 2>stderr.txt");
     return {status, content("stdout.txt"), content("stderr.txt")};
   }
 
-  /// Runs `vsa COMMAND -` with `descriptor` for its standard input.
+  /// Runs `vsa COMMAND -` with `descriptor` as standard input.
   Outcome vsaReading(int descriptor, const std::string& command) {
     const int before = ::dup(STDIN_FILENO);
     ::dup2(descriptor, STDIN_FILENO);
@@ -54,7 +54,7 @@ class CommandTest : public testing::Test {
     return run;
   }
 
-  /// Runs a line of shell in the test's folder.
+  /// Runs a shell command in the folder of the test and returns its exit status.
   int statusOf(const std::string& line) {
     const int status = std::system(("cd '" + folder_.string() + "' && " + line).c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
@@ -73,7 +73,7 @@ size_t linesIn(const std::string& text) {
   return static_cast<size_t>(std::count(text.begin(), text.end(), '\n'));
 }
 
-TEST_F(CommandTest, CheckReadsACleanFileInSilence) {
+TEST_F(CommandTest, CheckPrintsOnlyTheSummaryForACleanFile) {
   write("a.vsa", "sphere ball;\nball.radius = 2.5;\n");
   const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(0, run.status);
@@ -81,7 +81,7 @@ TEST_F(CommandTest, CheckReadsACleanFileInSilence) {
   EXPECT_EQ("1 file checked, 1 read: 0 warnings, 0 errors\n", run.err);
 }
 
-TEST_F(CommandTest, CheckPrintsWhereAWarningIs) {
+TEST_F(CommandTest, CheckPrintsThePositionOfAWarning) {
   write("a.vsa", "lamp lamp1;\nlamp1.count = 1;\nlamp1.count = 2.7;\n");
   const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(0, run.status);
@@ -99,7 +99,7 @@ TEST_F(CommandTest, CheckPrintsAWarningWithoutAPosition) {
   EXPECT_TRUE(run.err.starts_with("a.vsa: warning: Cannot assign nonexistent node ")) << run.err;
 }
 
-TEST_F(CommandTest, CheckExitsOneForAFileThatIsNotRead) {
+TEST_F(CommandTest, CheckExitsWithOneForAFileThatIsNotRead) {
   write("bad.vsa", "42;\n");
   write("good.vsa", "sphere ball;\n");
   const Outcome run = vsa("check bad.vsa good.vsa");
@@ -110,7 +110,7 @@ TEST_F(CommandTest, CheckExitsOneForAFileThatIsNotRead) {
       run.err);
 }
 
-TEST_F(CommandTest, CheckReportsWhatEscapesLikeAnyError) {
+TEST_F(CommandTest, CheckReportsAnExceptionAsAnError) {
   write("a.vsa", "}");
   const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(1, run.status);
@@ -146,7 +146,7 @@ TEST_F(CommandTest, CheckNamesAFileThatCannotBeOpenedAndReadsTheOthers) {
       run.err);
 }
 
-TEST_F(CommandTest, AFileThatCannotBeOpenedOutranksOneThatIsNotRead) {
+TEST_F(CommandTest, ExitStatusTwoOverridesOne) {
   write("bad.vsa", "42;\n");
   for (const char* files : {"bad.vsa missing.vsa", "missing.vsa bad.vsa"}) {
     for (const char* option : {"", "--strict "}) {
@@ -159,7 +159,7 @@ TEST_F(CommandTest, AFileThatCannotBeOpenedOutranksOneThatIsNotRead) {
   }
 }
 
-TEST_F(CommandTest, StrictCountsAnErrorThatEndsNothing) {
+TEST_F(CommandTest, StrictCountsARecoverableError) {
   write("a.vsa", "lamp a: .k = 1;\n.k = \"x\";\n.after = 2;\n");
   const std::string expected =
       "a.vsa:2:9: error: TYPE ERROR (2,9): expected Int @ a.k but found String.\n"
@@ -175,8 +175,8 @@ TEST_F(CommandTest, StrictCountsAnErrorThatEndsNothing) {
   EXPECT_EQ(2, nlohmann::json::parse(dump.out)["nodes"][0]["inputs"][1]["value"]);
 }
 
-// The position that a message carries stands before it; one that carries none has none.
-TEST_F(CommandTest, CheckPrintsEveryKindOfPosition) {
+// A message that contains its position is printed after that position, others after the file name.
+TEST_F(CommandTest, CheckPrintsThePositionOfEveryKindOfMessage) {
   struct Row {
     std::string text, line;
   };
@@ -201,7 +201,7 @@ TEST_F(CommandTest, CheckPrintsEveryKindOfPosition) {
     const Outcome run = vsa("check a.vsa");
     EXPECT_EQ("a.vsa:" + row.line, run.err.substr(0, run.err.find('\n'))) << row.text;
   }
-  const Row unplaced[] = {
+  const Row withoutPosition[] = {
       {"# version: x", "warning: Failed to parse VSA version comment: # version: x"},
       {"lamp a; a.x |= a.b.c;", "warning: Invalid output: a.b.c."},
       {"lamp a; a.x |= b.c;", "warning: Cannot connect nonexistent node b to a.x."},
@@ -209,7 +209,7 @@ TEST_F(CommandTest, CheckPrintsEveryKindOfPosition) {
       {"lamp a; a.x = byte[2] {1};",
        "warning: Too few elements (1) for byte[2] buffer, remainder set to zero."},
   };
-  for (const Row& row : unplaced) {
+  for (const Row& row : withoutPosition) {
     write("a.vsa", row.text);
     const Outcome run = vsa("check a.vsa");
     EXPECT_EQ(0, run.status) << row.text;
@@ -217,7 +217,7 @@ TEST_F(CommandTest, CheckPrintsEveryKindOfPosition) {
   }
 }
 
-TEST_F(CommandTest, AnUnknownWordIsNamed) {
+TEST_F(CommandTest, AnUnknownArgumentIsNamed) {
   for (const char* word : {"--frob", "-x", "frob"}) {
     const Outcome run = vsa(word);
     EXPECT_EQ(2, run.status);
@@ -231,14 +231,14 @@ TEST_F(CommandTest, AnUnknownWordIsNamed) {
   EXPECT_EQ("vsa: a command is needed: check or dump (vsa --help shows the usage)\n", vsa("").err);
 }
 
-TEST_F(CommandTest, AFileNamedInBracketsIsAFile) {
+TEST_F(CommandTest, AFileNameInBracketsIsNotAList) {
   write("[x]", "sphere ball;\n");
   const Outcome run = vsa("check '[x]' '[x]'");
   EXPECT_EQ(0, run.status);
   EXPECT_EQ("2 files checked, 2 read: 0 warnings, 0 errors\n", run.err);
 }
 
-TEST_F(CommandTest, WhatDeliversNotOneByteIsNoEmptyFile) {
+TEST_F(CommandTest, AnUnreadableInputIsNotAnEmptyFile) {
   const Outcome dump = vsa("dump - < .");
   EXPECT_EQ(2, dump.status);
   EXPECT_EQ("", dump.out);
@@ -246,7 +246,7 @@ TEST_F(CommandTest, WhatDeliversNotOneByteIsNoEmptyFile) {
   EXPECT_EQ(2, vsa("dump missing.vsa").status);
 }
 
-TEST_F(CommandTest, ADirectoryIsNoEmptyFile) {
+TEST_F(CommandTest, ADirectoryIsNotAnEmptyFile) {
   const Outcome check = vsa("check .");
   EXPECT_EQ(2, check.status);
   EXPECT_TRUE(check.err.starts_with("vsa: .: Is a directory\n")) << check.err;
@@ -260,8 +260,8 @@ struct LossRow {
   std::string text, line;
 };
 
-// To the reader these texts have simply ended; the file held more, or should have.
-TEST_F(CommandTest, NothingIsLostInSilence) {
+// The reader reports no error for these texts: for it they end before the file ends.
+TEST_F(CommandTest, LossesAreReported) {
   const LossRow rows[] = {
       {"sphere ball;\n\xFF ball.radius = 1;\n",
        "a.vsa:1:13: error: a byte 0xFF ended the text before the file ended"},
@@ -291,9 +291,9 @@ TEST_F(CommandTest, NothingIsLostInSilence) {
   }
 }
 
-// The comment "# Жил", in the encodings that an editor may save it in. Without a mark the first
-// characters tell.
-TEST_F(CommandTest, AForeignEncodingIsNamed) {
+// The comment "# Жил" in the encodings in which an editor can save it, with a byte order mark and
+// without.
+TEST_F(CommandTest, AForeignEncodingIsReported) {
   const std::pair<std::string, const char*> rows[] = {
       {"#\0 \0\x16\x04\x38\x04\x3B\x04\n\0"s, "UTF-16"},
       {"\0#\0 \x04\x16\x04\x38\x04\x3B\0\n"s, "UTF-16"},
@@ -321,7 +321,7 @@ TEST_F(CommandTest, AForeignEncodingIsNamed) {
   }
 }
 
-TEST_F(CommandTest, ANulThatTheReaderDidNotComeToIsNoLoss) {
+TEST_F(CommandTest, ANulBehindTheEndOfTheReadIsNotReported) {
   const std::string statements = "lamp aa: .k = 1;\nlamp ab: .k = 1;\nlamp ac: .k = 1;\n";
   for (const char* stop : {"42;\n", "\xFF"}) {
     write("a.vsa", stop + statements + "\0"s);
@@ -338,14 +338,14 @@ TEST_F(CommandTest, ANulFarFromTheStartIsFound) {
   EXPECT_TRUE(vsa("check a.vsa").err.starts_with("a.vsa:50001:4: error: a NUL byte, "));
 }
 
-/// Two ends of a connection. What one end sends in pieces the other one reads in those pieces.
+/// A pair of connected sockets. SOCK_SEQPACKET keeps the sizes of the packets.
 struct Connection {
   explicit Connection(int type) {
     EXPECT_EQ(0, ::socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends));
   }
   ~Connection() {
     ::close(ends[0]);
-    hangUp();
+    closeSender();
   }
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -354,7 +354,7 @@ struct Connection {
     EXPECT_EQ(static_cast<ssize_t>(piece.size()), ::write(ends[1], piece.data(), piece.size()));
   }
 
-  void hangUp() {
+  void closeSender() {
     if (ends[1] >= 0) ::close(ends[1]);
     ends[1] = -1;
   }
@@ -362,7 +362,7 @@ struct Connection {
   int ends[2] = {-1, -1};
 };
 
-TEST_F(CommandTest, AnInputIsJudgedTheSameHoweverItIsCut) {
+TEST_F(CommandTest, TheSizeOfReadsDoesNotMatter) {
   const std::string texts[] = {
       "#\0 \0a\0b\0c\0\n\0"s,
       "#\0\0\0 \0\0\0a\0\0\0\n\0\0\0"s,
@@ -378,7 +378,7 @@ TEST_F(CommandTest, AnInputIsJudgedTheSameHoweverItIsCut) {
       const Outcome whole = vsa(std::string(command) + "- <a.vsa");
       Connection bytes(SOCK_SEQPACKET);
       for (const char byte : text) bytes.send({&byte, 1});
-      bytes.hangUp();
+      bytes.closeSender();
       const Outcome run = vsaReading(bytes.ends[0], command);
       EXPECT_EQ(whole.status, run.status) << text;
       EXPECT_EQ(whole.out, run.out);
@@ -387,15 +387,15 @@ TEST_F(CommandTest, AnInputIsJudgedTheSameHoweverItIsCut) {
   }
 }
 
-// An end that hangs up before it has read all resets the connection: behind what it sent, reading
+// Closing a socket that has unread data resets the connection, so the read after the sent data
 // fails.
-TEST_F(CommandTest, AReadThatFailsMidwayIsNoEndOfFile) {
+TEST_F(CommandTest, AReadErrorIsNotAnEndOfFile) {
   for (const char* text : {"sphere ball;\n", "sphere ball;\nball.radius = 2.5;\n"}) {
     for (const char* command : {"check ", "dump "}) {
       Connection broken(SOCK_STREAM);
       broken.send(text);
       ASSERT_EQ(1, ::write(broken.ends[0], "x", 1));
-      broken.hangUp();
+      broken.closeSender();
       const Outcome run = vsaReading(broken.ends[0], command);
       EXPECT_EQ(1, run.status);
       EXPECT_NE(std::string::npos,
@@ -408,16 +408,16 @@ TEST_F(CommandTest, AReadThatFailsMidwayIsNoEndOfFile) {
   }
 }
 
-// Each warning quotes the long name.
+// A text with `messages` warnings, each of which quotes a name of `nameLength` characters.
 std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
   std::string text = "lamp " + std::string(nameLength, 'a') + ": .k = 1;\n";
   for (size_t i = 0; i < messages; ++i) text += ".k=2.5;\n";
   return text;
 }
 
-// A sanitizer takes address space of its own, and cannot be told to do with less.
+// Sanitizers need more address space than the limit of this test.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-// The log is of 100 MB, and the command gets 64 MB.
+// The log has 100 MB, the address space 64 MB.
 TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
   write("a.vsa", textOfManyLongMessages(20000, 5000));
   EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " check a.vsa 2>/dev/null"));
@@ -425,7 +425,7 @@ TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
 }
 #endif
 
-TEST_F(CommandTest, DumpOfALongLogIsWhole) {
+TEST_F(CommandTest, DumpOfALongLogIsComplete) {
   write("a.vsa", textOfManyLongMessages(20000, 600));
   const Outcome run = vsa("dump a.vsa");
   EXPECT_EQ(0, run.status);
@@ -435,14 +435,14 @@ TEST_F(CommandTest, DumpOfALongLogIsWhole) {
             json["log"][599]["text"]);
 }
 
-TEST_F(CommandTest, DumpSaysWhenItCannotKeepTheLog) {
+TEST_F(CommandTest, DumpReportsThatItCannotKeepTheLog) {
   write("a.vsa", textOfManyLongMessages(20000, 600));
   EXPECT_EQ(2, statusOf("TMPDIR=missing " VSA_COMMAND " dump a.vsa >stdout.txt 2>stderr.txt"));
   EXPECT_EQ("", content("stdout.txt"));
   EXPECT_TRUE(content("stderr.txt").starts_with("vsa: cannot keep the log for the dump: "));
 }
 
-TEST_F(CommandTest, NothingOfATextSteersTheTerminal) {
+TEST_F(CommandTest, TerminalControlsAreEscaped) {
   write("a.vsa", "lamp lamp1;\nlamp1.target = \"\x1B[2J\nx\";\nlamp1.target = 1;\n");
   const Outcome run = vsa("check a.vsa");
   EXPECT_EQ(std::string::npos, run.err.find('\x1B')) << run.err;
@@ -461,7 +461,7 @@ TEST_F(CommandTest, DumpPrintsTheSceneAsJson) {
   EXPECT_EQ(expected, nlohmann::json::parse(run.out));
 }
 
-TEST_F(CommandTest, DumpReadsStandardInputAsItReadsAFile) {
+TEST_F(CommandTest, DumpOfStandardInputEqualsDumpOfTheFile) {
   write("a.vsa", "# version: 3\nsphere ball;\nball.radius = 2.5;\nball.radius = true; }");
   write("marked.vsa", "\xEF\xBB\xBF" + content("a.vsa"));
   const Outcome file = vsa("dump a.vsa");
@@ -475,7 +475,7 @@ TEST_F(CommandTest, DumpReadsStandardInputAsItReadsAFile) {
   }
 }
 
-TEST_F(CommandTest, DumpOfAnUnfinishedReadShowsWhatWasRead) {
+TEST_F(CommandTest, DumpOfAFailedReadShowsWhatWasRead) {
   write("a.vsa", "sphere ball;\n42;\n");
   const Outcome run = vsa("dump a.vsa");
   EXPECT_EQ(1, run.status);
@@ -485,7 +485,7 @@ TEST_F(CommandTest, DumpOfAnUnfinishedReadShowsWhatWasRead) {
   EXPECT_EQ("ball", json["nodes"][0]["name"]);
 }
 
-TEST_F(CommandTest, DumpOfWhatEscapesSaysSo) {
+TEST_F(CommandTest, DumpShowsTheException) {
   write("a.vsa", "}");
   const Outcome run = vsa("dump a.vsa");
   EXPECT_EQ(1, run.status);
@@ -495,13 +495,13 @@ TEST_F(CommandTest, DumpOfWhatEscapesSaysSo) {
   EXPECT_EQ(1, json["fileVersion"]);
 }
 
-TEST_F(CommandTest, DumpSaysWhenItCannotWrite) {
+TEST_F(CommandTest, DumpReportsThatItCannotWrite) {
   write("a.vsa", "sphere ball;\n");
   EXPECT_EQ(2, statusOf(VSA_COMMAND " dump a.vsa >/dev/full 2>stderr.txt"));
   EXPECT_EQ("vsa: cannot write the dump: No space left on device\n", content("stderr.txt"));
 }
 
-TEST_F(CommandTest, WrongUsageGetsOneClearLine) {
+TEST_F(CommandTest, WrongUsagePrintsOneLine) {
   for (const char* arguments :
        {"", "chekc", "--colour", "check", "check --loud a.vsa", "dump", "dump a b"}) {
     const Outcome run = vsa(arguments);

@@ -1,58 +1,72 @@
+// Records as the lines that editors jump to.
 #include "tools/vsa/diagnostic.h"
 
 #include <gtest/gtest.h>
+
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include "tools/scene_text/read_outcome.h"
 
 namespace vsa_tools {
 
 namespace {
 
-struct Row {
-  std::string_view text, line;
-};
+using zn::korvo_sdk::Diagnostic;
+using zn::korvo_sdk::DiagnosticId;
 
-std::string lineOf(std::string_view level, std::string_view text) {
-  return diagnosticLine("a.vsa", positionIn(text), level, text);
+/// The lines that reading `text` gives.
+std::vector<std::string> linesOf(const char* text) {
+  zn::korvo_sdk::Scene scene;
+  const ReadOutcome outcome =
+      captureRead([&] { return zn::korvo_sdk::impl::parseString(&scene, text); });
+  std::vector<std::string> lines;
+  for (std::size_t i = 0; i < outcome.diagnostics.size(); ++i) {
+    const Diagnostic& record = outcome.diagnostics[i];
+    lines.push_back(
+        diagnosticLine("a.vsa", positionOf(record), record.name(), outcome.log[i].text));
+  }
+  if (outcome.escapedDiagnostic) {
+    lines.push_back(diagnosticLine("a.vsa", positionOf(*outcome.escapedDiagnostic),
+                                   outcome.escapedDiagnostic->name(), *outcome.escaped));
+  }
+  return lines;
 }
+
+struct Row {
+  const char* text;
+  const char* line;
+};
 
 TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
   const Row rows[] = {
-      {"PARSE ERROR (4,9): x..", "a.vsa:4:9: error: PARSE ERROR (4,9): x.."},
-      {"BUFFER ERROR (1,2): x.", "a.vsa:1:2: error: BUFFER ERROR (1,2): x."},
-      {"TYPE ERROR (1,2): x.", "a.vsa:1:2: error: TYPE ERROR (1,2): x."},
-      {"TYPE WARNING (1,2): x.", "a.vsa:1:2: error: TYPE WARNING (1,2): x."},
-      {"ENUM WARNING (1,2): x.", "a.vsa:1:2: error: ENUM WARNING (1,2): x."},
-      {"BAD TOKEN (1,2): x.", "a.vsa:1:2: error: BAD TOKEN (1,2): x."},
-      {"INVALID TOKEN (1,0): '}'", "a.vsa:1:0: error: INVALID TOKEN (1,0): '}'"},
-      {"INVALID PAREN LIST TOKEN (1,2): 'x'",
-       "a.vsa:1:2: error: INVALID PAREN LIST TOKEN (1,2): 'x'"},
-      {"INVALID BRACKET LIST TOKEN (1,2): 'x'",
-       "a.vsa:1:2: error: INVALID BRACKET LIST TOKEN (1,2): 'x'"},
-      {"INVALID BRACE LIST TOKEN (1,2): 'x'",
-       "a.vsa:1:2: error: INVALID BRACE LIST TOKEN (1,2): 'x'"},
-      {"PARSE ERROR (-5,7): x", "a.vsa:-5:7: error: PARSE ERROR (-5,7): x"},
+      {"42;", "a.vsa:0:0: unrecognized-token: PARSE ERROR (0,0): unrecognized token '42'.."},
+      {"t n; n.a = ;",
+       "a.vsa:1:12: bad-token: BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."},
+      {"}", "a.vsa:1:0: invalid-token: INVALID TOKEN (1,0): '}'"},
+      {"t n; n.a = vec2(1 x);",
+       "a.vsa:1:18: invalid-list-token: INVALID PAREN LIST TOKEN (1,18): 'x'"},
+      {"t n; n.a = byte[1] {1 2};",
+       "a.vsa:1:24: too-many-elements: BUFFER ERROR (1,24): Cannot add 2 @ index 1 of byte[1].."},
+      {"t n; n.a = 1; n.a = 2.5;",
+       "a.vsa:1:24: narrowing: TYPE WARNING (1,24): narrowing Real to Int @ n.a."},
   };
-  for (const Row& row : rows) EXPECT_EQ(row.line, lineOf("error", row.text));
+  for (const Row& row : rows) EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
 }
 
-// What a scene calls its nodes may look like a position, and is none.
-TEST(DiagnosticLineTest, TakesNoPositionFromElsewhere) {
+// A message without a position may quote what looks like one.
+TEST(DiagnosticLineTest, MessagesWithoutAPositionShowNone) {
   const Row rows[] = {
-      {"Invalid output: a.b", "a.vsa: warning: Invalid output: a.b"},
-      {"Invalid output: PARSE ERROR (1,2): x",
-       "a.vsa: warning: Invalid output: PARSE ERROR (1,2): x"},
-      {"NODE ERROR (1,2): x", "a.vsa: warning: NODE ERROR (1,2): x"},
-      {"PARSE ERROR (1,2) x", "a.vsa: warning: PARSE ERROR (1,2) x"},
-      {"PARSE ERROR (1;2): x", "a.vsa: warning: PARSE ERROR (1;2): x"},
-      {"PARSE ERROR (,2): x", "a.vsa: warning: PARSE ERROR (,2): x"},
-      {" PARSE ERROR (1,2): x", "a.vsa: warning:  PARSE ERROR (1,2): x"},
-      {"", "a.vsa: warning: "},
+      {"t n; n.a |= n.b.c;", "a.vsa: invalid-output: Invalid output: n.b.c."},
+      {"# version: (1,2): x",
+       "a.vsa: bad-version: Failed to parse VSA version comment: # version: (1,2): x"},
+      {"t n; n.a = byte[2] {1};",
+       "a.vsa: too-few-elements: Too few elements (1) for byte[2] buffer, remainder set to zero."},
   };
-  for (const Row& row : rows) EXPECT_EQ(row.line, lineOf("warning", row.text));
+  for (const Row& row : rows) EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
 }
 
 TEST(DiagnosticLineTest, KeepsALineOneLine) {
-  EXPECT_EQ("a\\nb.vsa: error: \\x1b[31m",
-            diagnosticLine("a\nb.vsa", std::nullopt, "error", "\x1B[31m"));
+  EXPECT_EQ(diagnosticLine("a\n.vsa", std::nullopt, "warning", "x\ty"), "a\\n.vsa: warning: x\\ty");
 }
 
 }  // namespace

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# examples.sh VSA: every text in examples/ checks as is expected of it. An example reads in silence; one that is meant
-# to show messages has NAME.log beside it: what `vsa check --strict` writes to standard error, then "exit STATUS".
+# examples.sh VSA: runs `vsa check --strict` on every text in examples/. For a text NAME.vsa that causes messages, the
+# file NAME.log holds the expected standard error and a last line "exit STATUS". The others must cause no message.
 set -euo pipefail
 vsa=$1
 cd "$(dirname "$0")/../.."
@@ -21,7 +21,7 @@ for text in "${texts[@]}"; do
   elif found=$("$vsa" check --strict "$text" 2>&1); then
     echo "clean: $text"
   else
-    printf '%s: expected to read in silence\n%s\n' "$text" "$found"
+    printf '%s: expected no messages\n%s\n' "$text" "$found"
     failed=1
   fi
 done

@@ -1,5 +1,5 @@
-// The log of a dump: the same text whether it waited in memory or in a file.
-#include "tools/support/log_spool.h"
+// The log of a dump: the same text from memory and from a temporary file.
+#include "tools/vsa/log_spool.h"
 
 #include <gtest/gtest.h>
 
@@ -15,8 +15,8 @@ using vsa_tools::LogEntry;
 using vsa_tools::LogSpool;
 using vsa_tools::TextOutput;
 
-std::string throughSpool(const std::vector<LogEntry>& entries, size_t inMemory) {
-  LogSpool spool(inMemory);
+std::string spooled(const std::vector<LogEntry>& entries, size_t memoryLimit) {
+  LogSpool spool(memoryLimit);
   for (const LogEntry& entry : entries) spool.write(entry.level, zn::String(entry.text.c_str()));
   TextOutput out;
   spool.moveTo(out);
@@ -24,20 +24,20 @@ std::string throughSpool(const std::vector<LogEntry>& entries, size_t inMemory) 
   return out.text();
 }
 
-TEST(LogSpoolTest, GivesBackWhatItTook) {
+TEST(LogSpoolTest, ReturnsAllEntries) {
   const std::vector<LogEntry> entries = {{zn::LogLevel::Warning, "one"},
                                          {zn::LogLevel::Error, ""},
                                          {zn::LogLevel::Warning, std::string(100000, 'a') + '"'}};
   const std::string expected =
       R"({"level":"warning","text":"one"},{"level":"error","text":""},{"level":"warning","text":")" +
       std::string(100000, 'a') + R"(\""})";
-  for (const size_t inMemory : {0u, 1u, 31u, 32u, 33u, 60u, 99999u, 1000000u}) {
-    EXPECT_EQ(expected, throughSpool(entries, inMemory)) << inMemory;
-    EXPECT_EQ("", throughSpool({}, inMemory)) << inMemory;
+  for (const size_t memoryLimit : {0u, 1u, 31u, 32u, 33u, 60u, 99999u, 1000000u}) {
+    EXPECT_EQ(expected, spooled(entries, memoryLimit)) << memoryLimit;
+    EXPECT_EQ("", spooled({}, memoryLimit)) << memoryLimit;
   }
 }
 
-/// TMPDIR with another value as long as the object lives.
+/// Sets TMPDIR for the lifetime of the object.
 class TemporaryFolder {
  public:
   explicit TemporaryFolder(const char* value) {
@@ -54,7 +54,7 @@ class TemporaryFolder {
   std::string before_;
 };
 
-TEST(LogSpoolTest, SaysThatItCannotKeepTheLog) {
+TEST(LogSpoolTest, ReportsAFailingTemporaryFile) {
   const TemporaryFolder nowhere("/nonexistent");
   LogSpool spool(10);
   for (int i = 0; i < 3; ++i) {

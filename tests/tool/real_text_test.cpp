@@ -29,7 +29,7 @@ TEST(RealTextTest, WritesTheShortestTextThatReadsBack) {
   EXPECT_EQ("5e-324", textOf(std::numeric_limits<double>::denorm_min()));
 }
 
-TEST(RealTextTest, NamesWhatIsNoNumber) {
+TEST(RealTextTest, WritesNonFiniteValuesAsWords) {
   EXPECT_EQ("inf", textOf(std::numeric_limits<double>::infinity()));
   EXPECT_EQ("-inf", textOf(-std::numeric_limits<float>::infinity()));
   EXPECT_EQ("nan", textOf(std::numeric_limits<double>::quiet_NaN()));

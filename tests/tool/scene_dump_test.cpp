@@ -55,7 +55,7 @@ AttrData bufferValue(DataType type, std::initializer_list<Number> numbers) {
   return value;
 }
 
-/// One input of every kind of value, two links, and nesting.
+/// Adds an input of every kind of value, two links, and nested inputs.
 void fill(Scene& scene) {
   scene.setFileVersion(3);
   scene.setFileTime("2024-01-01");
@@ -88,8 +88,7 @@ void fill(Scene& scene) {
 }
 
 ReadOutcome outcome() {
-  return {true,
-          std::nullopt,
+  return {{true, std::nullopt},
           {{zn::LogLevel::Warning, "ends in a blank "}, {zn::LogLevel::Error, "a\nb"}}};
 }
 
@@ -127,7 +126,7 @@ TEST(DumpJsonTest, WritesTheWholeScene) {
 
 TEST(DumpJsonTest, WritesAnEmptyScene) {
   TextOutput out;
-  dumpJson({false, "INVALID TOKEN (1,0): '}'", {}}, Scene(), out);
+  dumpJson({{false, "INVALID TOKEN (1,0): '}'"}, {}}, Scene(), out);
   EXPECT_EQ(
       out.text(),
       R"({"result":false,"escaped":"INVALID TOKEN (1,0): '}'","log":[],"fileVersion":0,"fileTime":"",)"
@@ -135,7 +134,7 @@ TEST(DumpJsonTest, WritesAnEmptyScene) {
       "\n");
 }
 
-TEST(DumpJsonTest, LeavesRemovedNodesOut) {
+TEST(DumpJsonTest, OmitsRemovedNodes) {
   Scene scene;
   scene.createNode("a", "first", "");
   scene.createNode("a", "second", "");
@@ -147,7 +146,7 @@ TEST(DumpJsonTest, LeavesRemovedNodesOut) {
   EXPECT_EQ("second", json["nodes"][0]["name"]);
 }
 
-TEST(DumpJsonTest, KeepsEveryTextReadable) {
+TEST(DumpJsonTest, EveryByteGivesValidJson) {
   std::string all;
   for (int c = 1; c < 256; ++c) all += static_cast<char>(c);
   Scene scene;
@@ -159,14 +158,14 @@ TEST(DumpJsonTest, KeepsEveryTextReadable) {
   EXPECT_EQ(127u + 128 * 3, read.size());
 }
 
-/// The lines of the nodes in a dump of this scene that nothing was logged about.
+/// The lines of the nodes in a dump of the scene with an empty log and header.
 std::string nodesOf(const Scene& scene) {
   constexpr std::string_view HEAD =
       R"({"result":true,"escaped":null,"log":[],"fileVersion":0,"fileTime":"","fileComments":[],)"
       "\"nodes\":[\n";
   constexpr std::string_view TAIL = "\n]}\n";
   TextOutput out;
-  dumpJson({true, std::nullopt, {}}, scene, out);
+  dumpJson({{true, std::nullopt}, {}}, scene, out);
   const std::string& text = out.text();
   EXPECT_TRUE(nlohmann::json::accept(text)) << text;
   EXPECT_TRUE(text.starts_with(HEAD) && text.ends_with(TAIL)) << text;
@@ -202,7 +201,7 @@ TEST(DumpJsonTest, AConnectionIsTheLastKey) {
       R"({"name":"n","type":"Node","value":null,"connection":"a.out"}]})");
 }
 
-TEST(DumpJsonTest, ElementsHaveTheKeysOfInputsButTheName) {
+TEST(DumpJsonTest, ElementsHaveTheKeysOfInputsExceptName) {
   Scene scene;
   Node* node = scene.createNode("lamp", "a", "");
   Input* objects = node->createArray("o", AttrType::Object);
@@ -237,7 +236,7 @@ TEST(DumpJsonTest, ElementsHaveTheKeysOfInputsButTheName) {
             R"({"name":"none","type":"Array","elementType":"Null","elements":[]}]})");
 }
 
-TEST(DumpJsonTest, RealsThatAreNoNumbersOfJson) {
+TEST(DumpJsonTest, NonFiniteRealsAreStrings) {
   constexpr double INF = std::numeric_limits<double>::infinity();
   constexpr double NOT_A_NUMBER = std::numeric_limits<double>::quiet_NaN();
   Scene scene;
@@ -263,7 +262,7 @@ TEST(DumpJsonTest, RealsThatAreNoNumbersOfJson) {
       R"({"name":"g","type":"Buffer","bufferType":"Vec2d","count":2,"value":["nan","inf","-inf",-0.0]}]})");
 }
 
-TEST(DumpJsonTest, NumbersAtTheEndsOfTheirRanges) {
+TEST(DumpJsonTest, NumbersAtTheLimitsOfTheirRanges) {
   constexpr std::int64_t LEAST = std::numeric_limits<std::int64_t>::min();
   Scene scene;
   Node* node = scene.createNode("lamp", "a", "");
@@ -298,8 +297,8 @@ TEST(DumpJsonTest, NumbersAtTheEndsOfTheirRanges) {
       R"({"name":"d","type":"Buffer","bufferType":"Double","count":4,"value":[1.7976931348623157e+308,5e-324,0.10000000149011612,1e+21]}]})");
 }
 
-// U+FFFD stands for each byte that is no UTF-8, wherever a text stands.
-TEST(DumpJsonTest, BytesThatAreNoUtf8) {
+// U+FFFD replaces each byte that is not valid UTF-8, in every text of a dump.
+TEST(DumpJsonTest, InvalidUtf8IsReplacedByteByByte) {
   const std::string bad = "\xE2\x82(\xC3\xA6\xFF\x80";
   const std::string shown = "\xEF\xBF\xBD\xEF\xBF\xBD(\xC3\xA6\xEF\xBF\xBD\xEF\xBF\xBD";
   const zn::String text(bad.c_str());
@@ -317,14 +316,17 @@ TEST(DumpJsonTest, BytesThatAreNoUtf8) {
   header.pushFileComment(text);
   header.setFileTime(text);
   TextOutput out;
-  dumpJson({false, bad, {{zn::LogLevel::Error, bad}}}, header, out);
+  ReadOutcome outcome;
+  outcome.escaped = bad;
+  outcome.log.push_back({zn::LogLevel::Error, bad});
+  dumpJson(outcome, header, out);
   EXPECT_EQ(out.text(), R"({"result":false,"escaped":")" + shown +
                             R"(","log":[{"level":"error","text":")" + shown +
                             R"("}],"fileVersion":0,"fileTime":")" + shown +
                             R"(","fileComments":[")" + shown + "\"],\"nodes\":[]}\n");
 }
 
-TEST(DumpCaseTest, WritesTheForm) {
+TEST(DumpCaseTest, WritesEveryValue) {
   Scene scene;
   fill(scene);
   TextOutput out;
@@ -362,9 +364,9 @@ scene
 )");
 }
 
-TEST(DumpCaseTest, WritesTheResultAlone) {
+TEST(DumpCaseTest, WritesOnlyTheResultOfAnEmptyScene) {
   TextOutput out;
-  dumpCase({false, "costs 5 $", {}}, Scene(), out);
+  dumpCase({{false, "costs 5 $"}, {}}, Scene(), out);
   EXPECT_EQ("result throws costs 5 $$\n", out.text());
 }
 

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# scenes.sh VSA JSON_SAME: real scenes read without a warning and dump as NAME.json beside each NAME.vsa says, numbers
-# compared by value. The scenes are not part of the tree: they lie beside it, or where VSA_SCENES says.
+# scenes.sh VSA JSON_SAME: reads real scenes. Each NAME.vsa must be read without messages, and its dump must equal
+# NAME.json. The scenes are not part of the repository: they are in ../shared/scenes or in the folder VSA_SCENES.
 set -euo pipefail
 vsa=$1
 json_same=$2
 folder=${VSA_SCENES:-$(dirname "$0")/../../../shared/scenes}
 if [ ! -d "$folder" ]; then
-  echo "scenes: skipped, there is no folder $folder (VSA_SCENES names another)"
+  echo "scenes: skipped, there is no folder $folder (set VSA_SCENES)"
   exit 77
 fi
 

@@ -183,7 +183,7 @@ std::string outcomeUnder(const char* cLocale) {
   const vsa_tests::HostLocale locale(cLocale);
   Scene scene;
   const auto outcome =
-      vsa_tools::watchRead([&] { return parseString(&scene, NUMBERS_OF_MANY_FORMS); });
+      vsa_tools::captureRead([&] { return parseString(&scene, NUMBERS_OF_MANY_FORMS); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
   vsa_tools::dumpJson(outcome, scene, out);
@@ -193,7 +193,7 @@ std::string outcomeUnder(const char* cLocale) {
 TEST(HostLocales, ChangeNothingOfAReading) {
   Scene scene;
   const auto outcome =
-      vsa_tools::watchRead([&] { return parseString(&scene, NUMBERS_OF_MANY_FORMS); });
+      vsa_tools::captureRead([&] { return parseString(&scene, NUMBERS_OF_MANY_FORMS); });
   vsa_tools::TextOutput expected;
   vsa_tools::dumpCase(outcome, scene, expected);
   EXPECT_NE(expected.text().find("r Real 1234567.5\n"), std::string::npos);

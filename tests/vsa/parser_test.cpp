@@ -17,6 +17,7 @@
 #include "tests/support/byte_source.h"
 #include "tests/support/host_scene.h"
 #include "tests/support/parser_fixture.h"
+#include "vsa/lex/lexer_source.h"
 
 namespace zn::korvo_sdk::impl {
 namespace {
@@ -339,6 +340,22 @@ TEST(VsaParserParse, WhatASourceThrowsFromTheFourthTokenOnIsLogged) {
   EXPECT_FALSE(later.result);
   EXPECT_EQ(later.log, Lines{"error: gone"});
   EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
+}
+
+// The head is consumed before the lexer is asked: when the source throws, `current` is the token
+// that was consumed, and its slot still holds it.
+TEST(Ring, ASourceThatThrowsLeavesTheConsumedToken) {
+  FileLexer lexer(File(new vsa_tests::InterruptedSource("a b c d", 6)));
+  VsaParser parser;
+  parser.lexer = &lexer;
+  for (int i = 0; i < parser.lookahead; ++i) {
+    parser.tokens.push_back(Token());
+    parser.consume();
+  }
+  EXPECT_THROW(parser.consume(), std::runtime_error);
+  EXPECT_EQ(vsa_tests::text(parser.current.text), "a");
+  EXPECT_EQ(vsa_tests::text(parser.tokens[0].text), "a");
+  EXPECT_EQ(parser.head, 0);
 }
 
 }  // namespace

@@ -196,6 +196,25 @@ TEST_F(Assign, AnInputThatIsGivenOutAgainAfterARemoval) {
                    "n.a.disconnect", "n.a.release"}));
 }
 
+// A scene may hide an input on its own account and return the same object as a new one: each link
+// asks its table first, so the input has one entry, is retained once, and its last link counts.
+TEST_F(Assign, AnInputThatASceneHidesHasOneEntry) {
+  scene_.options.forgetsInputs = true;
+  EXPECT_EQ(calls("n.a |= x.one; n.a |= null;"),
+            (Lines{"n.createInput a Null", "n.a.retain", "n.createInput a Null", "n.a.disconnect",
+                   "n.a.release"}));
+  scene_.options.calls.clear();
+  EXPECT_EQ(calls("n.b = n; n.b = null;"),
+            (Lines{"n.createInput b Null", "n.b.retain", "n.createInput b Null", "n.b.setNode null",
+                   "n.b.release"}));
+}
+
+// The names of every element are translated by the type of the node, declared or not.
+TEST_F(Assign, TheTypeIsAskedForEveryElement) {
+  EXPECT_EQ(calls("n.a[1].b = 1;").back(), "n.a[1].b.assign Int 1");
+  EXPECT_EQ(scene_.options.typesAsked, 3);
+}
+
 TEST_F(Assign, WithNode) {
   EXPECT_EQ(errors(".radius = 1;"),
             Lines{"error: PARSE ERROR (1,12): 'with' node not set (input: .radius)."});
@@ -494,6 +513,29 @@ class Colours final : public interfaces::IEnumeration {
   bool isEmpty_;
 };
 
+/// An enumeration that takes on the values that its input is assigned.
+class LearningColours final : public interfaces::IEnumeration {
+ public:
+  explicit LearningColours(const std::vector<std::string>& calls) : calls_(calls) {}
+  bool isEmpty() const override { return false; }
+  const void* find(const String& name) const override {
+    const std::string assigned = "n.colour.assign String " + vsa_tests::text(name);
+    return std::count(calls_.begin(), calls_.end(), assigned) != 0 ? this : nullptr;
+  }
+
+ private:
+  const std::vector<std::string>& calls_;
+};
+
+// The enumeration is asked once the value is assigned, with the value as it was assigned.
+TEST_F(Assign, AnEnumerationMayLearnFromTheAssignment) {
+  const LearningColours colours(scene_.options.calls);
+  node_->add("colour", AttrType::String)->enumeration = &colours;
+  const LoggedLines log;
+  EXPECT_EQ(calls(R"(n.colour = "deep \"blue\"";)"), Lines{"n.colour.assign String deep \"blue\""});
+  EXPECT_EQ(log.lines(), Lines{});
+}
+
 TEST_F(Assign, EnumerationsWarnAfterTheValueIsApplied) {
   const Colours colours(false);
   const Colours none(true);
@@ -518,7 +560,7 @@ TEST_F(Assign, InputsMadeOnTheWayStayWhenAStepFails) {
   EXPECT_EQ(scene_.options.calls, (Lines{"n.createInput a Object", "n.a.createArray b Int"}));
 }
 
-// The lexer refuses "[x]": the walk's answer is had by calling it.
+// The lexer refuses "[x]": the resolver is called with it.
 TEST_F(Assign, AnIndexThatIsNoNumberIsQuotedAsWritten) {
   AssignInfo info;
   for (const Token& token :
@@ -527,34 +569,32 @@ TEST_F(Assign, AnIndexThatIsNoNumberIsQuotedAsWritten) {
     info.targetPath.push_back(token);
   }
   info.data.type = AttrType::Int;
-  VsaParser parser;
-  InputWalk walk(parser, *node_, info);
-  EXPECT_EQ(vsa_tests::thrownBy([&] { walk.run(); }),
+  PathResolver resolver(*node_, info, Emitter());
+  EXPECT_EQ(vsa_tests::thrownBy([&] { resolver.resolve(); }),
             "PARSE ERROR (0,0): invalid input array index: [x].");
   EXPECT_EQ(scene_.options.calls, Lines{"n.createArray a Int"});
 }
 
 TEST_F(Assign, APathWithoutAnElementReachesNothing) {
   AssignInfo info;
-  VsaParser parser;
-  EXPECT_EQ(InputWalk(parser, *node_, info).run(), nullptr);
+  EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
   info.targetPath.push_back(Token{Token::Type::Id, "n", 1, 1});
-  EXPECT_EQ(InputWalk(parser, *node_, info).run(), nullptr);
+  EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
   info.targetPath.push_back(Token{Token::Type::Dot, ".", 1, 2});
-  EXPECT_EQ(InputWalk(parser, *node_, info).run(), nullptr);
+  EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
-TEST_F(Assign, TheWalkTellsTheArrayOfItsTarget) {
+TEST_F(Assign, TheResolverTellsTheArrayOfItsTarget) {
   PrimedParser primed("n.a[1].b");
   AssignInfo info;
   ASSERT_TRUE(primed.parser.path(info.targetPath));
-  InputWalk walk(primed.parser, *node_, info);
-  EXPECT_EQ(vsa_tests::text(walk.run()->path()), "n.a[1].b");
-  EXPECT_EQ(walk.array(), nullptr);
+  PathResolver resolver(*node_, info, Emitter());
+  EXPECT_EQ(vsa_tests::text(resolver.resolve()->path()), "n.a[1].b");
+  EXPECT_EQ(resolver.array(), nullptr);
   info.targetPath.reserve(4);
-  InputWalk shorter(primed.parser, *node_, info);
-  EXPECT_EQ(vsa_tests::text(shorter.run()->path()), "n.a[1]");
+  PathResolver shorter(*node_, info, Emitter());
+  EXPECT_EQ(vsa_tests::text(shorter.resolve()->path()), "n.a[1]");
   EXPECT_EQ(shorter.array(), node_->input("a"));
 }
 

@@ -1,5 +1,5 @@
-// The way through an input and everything in it, without recursion: a text may nest its inputs
-// deeply, and a dump must not need more stack for it.
+// Depth-first traversal of an input with its elements and members. It does not recurse, so deeply
+// nested inputs need no more stack than flat ones.
 #pragma once
 
 #include <cstdint>
@@ -9,23 +9,23 @@
 
 namespace vsa_tools {
 
-/// Where an input stands among those around it.
-struct InputPlace {
-  /// How many arrays and objects are around it.
+/// The position of an input in the tree.
+struct InputPosition {
+  /// The number of arrays and objects that contain it.
   size_t depth;
-  /// Its index among its parent's elements or members.
+  /// The index among the elements or members of its parent.
   std::uint64_t index;
   bool isElement;
 };
 
-/// The elements of an array, the members of an object, else nothing.
+/// The number of elements of an array or members of an object; 0 for other types.
 inline std::uint64_t childCount(zn::korvo_sdk::Input& input) {
   if (input.type() == zn::korvo_sdk::AttrType::Array) return input.count();
   return input.type() == zn::korvo_sdk::AttrType::Object ? input.memberCount() : 0;
 }
 
-/// Calls `visitor.open(Input&, const InputPlace&)` on `root` and everything in it, in order, and
-/// for each, once all in it was visited, `visitor.close(Input&)`.
+/// Calls `visitor.open(Input&, const InputPosition&)` for `root` and for each input inside it, in
+/// order, and `visitor.close(Input&)` after the inputs inside it.
 template <class Visitor>
 void walkInput(zn::korvo_sdk::Input& root, Visitor& visitor) {
   using zn::korvo_sdk::AttrType;
@@ -35,8 +35,8 @@ void walkInput(zn::korvo_sdk::Input& root, Visitor& visitor) {
     std::uint64_t next, end;
   };
   std::vector<Frame> open;
-  const auto enter = [&](Input& input, const InputPlace& place) {
-    visitor.open(input, place);
+  const auto enter = [&](Input& input, const InputPosition& position) {
+    visitor.open(input, position);
     open.push_back({&input, 0, childCount(input)});
   };
   enter(root, {0, 0, false});

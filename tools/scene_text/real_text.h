@@ -1,20 +1,19 @@
-// Numbers as the shortest text that reads back to the same value.
+// Floating-point numbers as the shortest text that reads back to the same value.
 #pragma once
 
 #include <cstddef>
 
 namespace vsa_tools {
 
-/// Enough for any number that these functions write.
+/// Characters in the longest text that these functions write, and in any integer.
 constexpr size_t NUMBER_TEXT_CAPACITY = 32;
 
-/// Writes `value` to `to`, which holds NUMBER_TEXT_CAPACITY characters, and returns the length; no
-/// NUL follows. Integral values have no point ("1"), minus zero is "-0.0"; "nan", "inf" and "-inf"
-/// stand as words.
+/// Writes `value` to `to`, which has room for NUMBER_TEXT_CAPACITY characters, without a
+/// terminating NUL, and returns the length. Whole numbers have no decimal point ("1"), except minus
+/// zero ("-0.0"). Non-finite values are "nan", "inf" and "-inf".
 size_t realText(double value, char* to);
 
-/// The same for a `float`: the shortest text that reads back to this float, often shorter than its
-/// double's.
+/// The same for a `float`. The text is often shorter than that of the same value as a `double`.
 size_t realText(float value, char* to);
 
 }  // namespace vsa_tools

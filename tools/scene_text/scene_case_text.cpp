@@ -1,8 +1,9 @@
-// A scene in the form of an expectation: one line an input, everything in it indented below.
+// The format of test expectations: one line for each input, its elements and members indented
+// below.
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
+#include "tools/scene_text/printable_text.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/safe_text.h"
 
 namespace vsa_tools {
 
@@ -14,42 +15,22 @@ using zn::korvo_sdk::Node;
 using zn::korvo_sdk::Output;
 using zn::korvo_sdk::Scene;
 
-void putHexByte(unsigned char byte, TextOutput& out) {
-  constexpr char HEX[] = "0123456789abcdef";
-  const char code[] = {'\\', 'x', HEX[byte >> 4], HEX[byte & 15]};
-  out.put(std::string_view(code, sizeof code));
-}
-
-/// One ASCII character, or a byte that is no UTF-8. `quoted`: a quotation mark is escaped too.
+/// Writes an ASCII character or a byte that is not valid UTF-8. With `quoted`, quotation marks are
+/// escaped too.
 void putByte(char c, bool quoted, TextOutput& out) {
-  switch (c) {
-    case '\\':
-      return out.put("\\\\");
-    case '\n':
-      return out.put("\\n");
-    case '\r':
-      return out.put("\\r");
-    case '\t':
-      return out.put("\\t");
-    case '"':
-      return out.put(quoted ? "\\\"" : "\"");
-    default:
-      if (c >= 0x20 && c < 0x7F) return out.put(c);
-      return putHexByte(static_cast<unsigned char>(c), out);
-  }
+  if (c == '\\' || (quoted && c == '"')) out.put('\\');
+  if (c >= 0x20 && c < 0x7F) return out.put(c);
+  out.put(escapedByte(c));
 }
 
 void putCharacters(std::string_view text, bool quoted, TextOutput& out) {
-  while (!text.empty()) {
-    const size_t length = utf8SequenceLength(text);
-    if (length < 2) {
-      putByte(text[0], quoted, out);
-      text.remove_prefix(1);
-    } else {
-      out.put(text.substr(0, length));
-      text.remove_prefix(length);
-    }
-  }
+  forEachCharacter(
+      text,
+      [&](char32_t, std::string_view bytes) {
+        if (bytes.size() == 1) return putByte(bytes[0], quoted, out);
+        out.put(bytes);
+      },
+      [&](char byte) { putByte(byte, quoted, out); });
 }
 
 void putQuoted(std::string_view text, TextOutput& out) {
@@ -58,7 +39,7 @@ void putQuoted(std::string_view text, TextOutput& out) {
   out.put('"');
 }
 
-/// A text at the end of a line: a "$" marks the end where one could not see it.
+/// Writes text and a line end. "$" marks the end of a text that ends in a blank or in "$".
 void putLine(std::string_view text, TextOutput& out) {
   putCharacters(text, false, out);
   if (text.ends_with(' ') || text.ends_with('$')) out.put('$');
@@ -69,11 +50,11 @@ class InputLines {
  public:
   explicit InputLines(TextOutput& out) : out_(out) {}
 
-  void open(Input& input, const InputPlace& place) {
-    indent(place.depth + 2);
-    if (place.isElement) {
+  void open(Input& input, const InputPosition& position) {
+    indent(position.depth + 2);
+    if (position.isElement) {
       out_.put('[');
-      out_.put(place.index);
+      out_.put(position.index);
       out_.put(']');
     } else {
       putCharacters(input.name().view(), false, out_);

@@ -1,11 +1,11 @@
-// A scene as JSON, written as it is walked.
+// The JSON format of scene_dump.h, written while the scene is traversed.
+#include <algorithm>
 #include <cmath>
-#include <cstring>
 
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
+#include "tools/scene_text/printable_text.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/safe_text.h"
 
 namespace vsa_tools {
 
@@ -24,10 +24,10 @@ class JsonWriter {
  public:
   explicit JsonWriter(TextOutput& out) : out_(out) {}
 
-  /// Puts what JSON itself writes.
+  /// Writes JSON syntax as it is.
   void raw(std::string_view text) { out_.put(text); }
 
-  /// `"name":`, with a comma before it unless it is the first of its object.
+  /// Writes `"name":`, after a comma unless it is the first key of its object.
   void key(std::string_view name, bool first = false) {
     if (!first) out_.put(',');
     out_.put('"');
@@ -49,41 +49,34 @@ class JsonWriter {
   }
 
  private:
-  void escaped(char32_t character);
+  void character(char32_t character, std::string_view bytes);
 
   TextOutput& out_;
 };
 
-/// Whether a byte stands for itself in a JSON text, whatever is around it.
+/// Whether a byte is an ASCII character that needs no escape.
 bool isPlain(char c) {
   return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
 }
 
 void JsonWriter::text(std::string_view text) {
   out_.put('"');
-  while (!text.empty()) {
-    size_t plain = 0;
-    while (plain < text.size() && isPlain(text[plain])) ++plain;
-    out_.put(text.substr(0, plain));
-    text.remove_prefix(plain);
-    if (text.empty()) break;
-    const size_t length = utf8SequenceLength(text);
-    const std::string_view sequence = text.substr(0, length == 0 ? 1 : length);
-    const char32_t character = length == 0 ? 0xFFFD : utf8Character(sequence);
-    if (length < 2 || actsOnTerminal(character)) {
-      escaped(character);
-    } else {
-      out_.put(sequence);
-    }
-    text.remove_prefix(sequence.size());
+  auto at = text.begin();
+  while (at != text.end()) {
+    const auto plainEnd = std::find_if_not(at, text.end(), isPlain);
+    out_.put(std::string_view(at, plainEnd));
+    at = std::find_if(plainEnd, text.end(), isPlain);
+    forEachCharacter(
+        std::string_view(plainEnd, at),
+        [this](char32_t character, std::string_view bytes) { this->character(character, bytes); },
+        [this](char) { out_.put(REPLACEMENT); });
   }
   out_.put('"');
 }
 
-/// A character that does not stand as it is: JSON's own two, what acts on a terminal, and the
-/// replacement character.
-void JsonWriter::escaped(char32_t character) {
-  constexpr char HEX[] = "0123456789abcdef";
+// nlohmann-json would escape fewer characters (not C1, DEL and the direction marks), and replace an
+// incomplete sequence as a whole instead of each byte.
+void JsonWriter::character(char32_t character, std::string_view bytes) {
   switch (character) {
     case '"':
       return out_.put("\\\"");
@@ -95,34 +88,26 @@ void JsonWriter::escaped(char32_t character) {
       return out_.put("\\r");
     case '\t':
       return out_.put("\\t");
-    case 0xFFFD:
-      return out_.put(REPLACEMENT);
     default:
-      break;
+      if (isTerminalControl(character)) return out_.put(escapedCharacter(character));
+      return out_.put(bytes);
   }
-  const char code[] = {'\\',
-                       'u',
-                       HEX[character >> 12 & 15],
-                       HEX[character >> 8 & 15],
-                       HEX[character >> 4 & 15],
-                       HEX[character & 15]};
-  out_.put(std::string_view(code, sizeof code));
 }
 
-/// Writes an INPUT as it is walked: what stands before its elements or members on opening, the rest
-/// on closing.
+/// Visitor of walkInput. `open` writes everything up to the elements or members of an input,
+/// `close` the rest.
 class InputWriter {
  public:
   explicit InputWriter(JsonWriter& json) : json_(json) {}
 
-  void open(Input& input, const InputPlace& place) {
-    if (place.index > 0) json_.raw(",");
+  void open(Input& input, const InputPosition& position) {
+    if (position.index > 0) json_.raw(",");
     json_.raw("{");
-    if (!place.isElement) {
+    if (!position.isElement) {
       json_.key("name", true);
       json_.text(input.name().view());
     }
-    json_.key("type", place.isElement);
+    json_.key("type", position.isElement);
     json_.text(zn::korvo_sdk::attrTypeName(input.type()));
     value(input);
   }
@@ -218,12 +203,12 @@ class InputWriter {
   JsonWriter& json_;
 };
 
-void writeEnd(const ReadEnd& end, JsonWriter& json) {
+void writeStatus(const ReadStatus& status, JsonWriter& json) {
   json.key("result", true);
-  json.boolean(end.result);
+  json.boolean(status.result);
   json.key("escaped");
-  if (end.escaped) {
-    json.text(*end.escaped);
+  if (status.escaped) {
+    json.text(*status.escaped);
   } else {
     json.raw("null");
   }
@@ -272,7 +257,7 @@ void dumpLogEntry(zn::LogLevel level, std::string_view text, TextOutput& out) {
 }
 
 void dumpJson(const ReadOutcome& outcome, const Scene& scene, TextOutput& out) {
-  const auto putLog = [&outcome](TextOutput& to) {
+  const auto writeLog = [&outcome](TextOutput& to) {
     bool first = true;
     for (const LogEntry& entry : outcome.log) {
       if (!first) to.put(',');
@@ -280,16 +265,17 @@ void dumpJson(const ReadOutcome& outcome, const Scene& scene, TextOutput& out) {
       dumpLogEntry(entry.level, entry.text, to);
     }
   };
-  dumpJson({outcome.result, outcome.escaped}, putLog, scene, out);
+  dumpJson(outcome, writeLog, scene, out);
 }
 
-void dumpJson(const ReadEnd& end, const LogWriter& putLog, const Scene& scene, TextOutput& out) {
+void dumpJson(const ReadStatus& status, const LogWriter& writeLog, const Scene& scene,
+              TextOutput& out) {
   JsonWriter json(out);
   json.raw("{");
-  writeEnd(end, json);
+  writeStatus(status, json);
   json.key("log");
   json.raw("[");
-  putLog(out);
+  writeLog(out);
   json.raw("]");
   writeHeader(scene, json);
   json.key("nodes");

@@ -1,30 +1,38 @@
-// vsa check: is this text in order, and if not, where.
+// vsa check: prints the diagnostics of each file and a summary.
 #include <cstdio>
+#include <optional>
 #include <utility>
 
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
 #include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
 
 namespace {
 
-/// Prints the diagnostics of one file as they come, and counts them. None is kept: a text may log
-/// far more than it is long.
-class FileDiagnostics : public zn::LogSink {
+/// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory: a
+/// log can be far longer than its text.
+class FileDiagnostics : public zn::LogSink, public zn::korvo_sdk::DiagnosticSink {
  public:
   explicit FileDiagnostics(std::string name) : name_(std::move(name)) {}
 
-  void write(zn::LogLevel level, const zn::String& text) override {
-    print(positionIn(text.view()), level, text.view());
+  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override {
+    position_ = positionOf(diagnostic);
   }
 
-  /// What the log does not say.
-  void add(const FileReading& reading) {
-    if (reading.escaped) print(positionIn(*reading.escaped), zn::LogLevel::Error, *reading.escaped);
-    for (const Loss& loss : reading.losses) print(loss.position, zn::LogLevel::Error, loss.text);
+  /// The line of the record reported last, or a line without a record.
+  void write(zn::LogLevel level, const zn::String& text) override {
+    print(std::exchange(position_, std::nullopt), level, text.view());
+  }
+
+  /// Prints the errors that the log does not contain.
+  void add(const FileOutcome& outcome) {
+    const auto& diagnostic = outcome.escapedDiagnostic;
+    const auto position = diagnostic ? positionOf(*diagnostic) : std::nullopt;
+    if (outcome.escaped) print(position, zn::LogLevel::Error, *outcome.escaped);
+    for (const Loss& loss : outcome.losses) print(loss.position, zn::LogLevel::Error, loss.text);
   }
 
   size_t warnings() const { return warnings_; }
@@ -39,6 +47,7 @@ class FileDiagnostics : public zn::LogSink {
   }
 
   std::string name_;
+  std::optional<Position> position_;  // of the record whose line comes next
   size_t warnings_ = 0, errors_ = 0;
 };
 
@@ -49,20 +58,21 @@ class Check {
   void checkFile(const std::string& name) {
     const InputFile input = openInput(name);
     if (!input.problem.empty()) {
-      complain(name + ": " + input.problem);
+      printError(name + ": " + input.problem);
       ++unopened_;
       return;
     }
     zn::korvo_sdk::Scene scene;
     FileDiagnostics diagnostics(shownName(name));
-    const FileReading reading = readScene(scene, input, diagnostics);
-    diagnostics.add(reading);
+    const zn::korvo_sdk::ScopedDiagnosticSink scope(&diagnostics);
+    const FileOutcome outcome = readScene(scene, input, diagnostics);
+    diagnostics.add(outcome);
     warnings_ += diagnostics.warnings();
     errors_ += diagnostics.errors();
-    ++(reading.complete() ? read_ : notRead_);
+    ++(outcome.isComplete() ? read_ : notRead_);
   }
 
-  void summarise() const {
+  void printSummary() const {
     const size_t files = read_ + notRead_ + unopened_;
     std::string line = count(files, "file") + " checked, " + std::to_string(read_) + " read";
     if (notRead_ > 0) line += ", " + std::to_string(notRead_) + " not read";
@@ -73,8 +83,8 @@ class Check {
 
   int exitStatus() const {
     if (unopened_ > 0) return EXIT_USAGE;
-    const bool noisy = warnings_ + errors_ > 0;
-    return notRead_ > 0 || (strict_ && noisy) ? EXIT_NOT_READ : EXIT_READ;
+    const bool hasMessages = warnings_ + errors_ > 0;
+    return notRead_ > 0 || (strict_ && hasMessages) ? EXIT_NOT_READ : EXIT_READ;
   }
 
  private:
@@ -92,7 +102,7 @@ class Check {
 int commandCheck(const std::vector<std::string>& files, bool strict) {
   Check check(strict);
   for (const std::string& file : files) check.checkFile(file);
-  check.summarise();
+  check.printSummary();
   return check.exitStatus();
 }
 

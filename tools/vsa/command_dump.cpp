@@ -1,13 +1,13 @@
-// vsa dump: what a text builds, as JSON.
+// vsa dump: prints the scene of a file as JSON.
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include "tools/scene_text/scene_dump.h"
-#include "tools/support/log_spool.h"
 #include "tools/vsa/commands.h"
 #include "tools/vsa/diagnostic.h"
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
+#include "tools/vsa/log_spool.h"
 #include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
@@ -16,12 +16,12 @@ namespace {
 
 using zn::korvo_sdk::Scene;
 
-/// Why the dump could not be written whole, or an empty text.
-std::string writeDump(const ReadEnd& end, LogSpool& log, const Scene& scene) {
+/// Writes the dump to standard output. Returns the error message, empty on success.
+std::string writeDump(const ReadStatus& status, LogSpool& log, const Scene& scene) {
   if (log.problem().empty()) {
     TextOutput out(stdout);
     dumpJson(
-        end, [&log](TextOutput& to) { log.moveTo(to); }, scene, out);
+        status, [&log](TextOutput& to) { log.moveTo(to); }, scene, out);
     if (!out.flush()) return std::string("cannot write the dump: ") + std::strerror(errno);
   }
   return log.problem().empty() ? "" : "cannot keep the log for the dump: " + log.problem();
@@ -32,22 +32,22 @@ std::string writeDump(const ReadEnd& end, LogSpool& log, const Scene& scene) {
 int commandDump(const std::string& name) {
   const InputFile input = openInput(name);
   if (!input.problem.empty()) {
-    complain(name + ": " + input.problem);
+    printError(name + ": " + input.problem);
     return EXIT_USAGE;
   }
   Scene scene;
   LogSpool log;
-  const FileReading reading = readScene(scene, input, log);
-  const std::string problem = writeDump(reading, log, scene);
-  for (const Loss& loss : reading.losses) {
+  const FileOutcome outcome = readScene(scene, input, log);
+  const std::string problem = writeDump(outcome, log, scene);
+  for (const Loss& loss : outcome.losses) {
     std::fprintf(stderr, "%s\n",
                  diagnosticLine(shownName(name), loss.position, "error", loss.text).c_str());
   }
   if (!problem.empty()) {
-    complain(problem);
+    printError(problem);
     return EXIT_USAGE;
   }
-  return reading.complete() ? EXIT_READ : EXIT_NOT_READ;
+  return outcome.isComplete() ? EXIT_READ : EXIT_NOT_READ;
 }
 
 }  // namespace vsa_tools

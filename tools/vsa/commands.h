@@ -6,24 +6,24 @@
 
 namespace vsa_tools {
 
-/// Exit statuses. Of several that apply the greatest is the one.
+/// Exit statuses. If several apply, the highest one is returned.
 enum ExitStatus {
-  /// Everything was read.
+  /// Every text was read completely.
   EXIT_READ = 0,
-  /// A text was not read whole (or, with --strict, was not read in silence).
+  /// A text was not read completely; with --strict also: a text logged a message.
   EXIT_NOT_READ = 1,
   /// The command line is wrong, a file cannot be opened, or the output cannot be written.
   EXIT_USAGE = 2,
 };
 
-/// Reads each file and writes its diagnostics, one a line, then a summary, to standard error. With
-/// `strict` a file that logged anything counts as not read.
+/// Reads each file and writes its diagnostics, one per line, then a summary, to standard error.
+/// `strict` makes any logged message an EXIT_NOT_READ.
 int commandCheck(const std::vector<std::string>& files, bool strict);
 
 /// Writes the scene of one file as JSON to standard output.
 int commandDump(const std::string& file);
 
-/// One line of the command's own on standard error: "vsa: TEXT".
-void complain(const std::string& text);
+/// Writes the line "vsa: TEXT" to standard error, with `text` escaped by printable().
+void printError(const std::string& text);
 
 }  // namespace vsa_tools

@@ -1,9 +1,11 @@
-// Diagnostics in the form that editors jump to: FILE:LINE:COLUMN: LEVEL: TEXT.
+// Diagnostics in the format that editors recognise: FILE:LINE:COLUMN: LEVEL: TEXT.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include <vsa/diagnostics/diagnostic.h>
 
 namespace vsa_tools {
 
@@ -13,13 +15,11 @@ struct Position {
   friend bool operator==(const Position&, const Position&) = default;
 };
 
-/// The position that the reader put into its text, "KIND (LINE,COLUMN): ...", or nothing. Only the
-/// reader's own kinds at the very start count: further in, and in texts without a kind, parentheses
-/// are the words of the scene file.
-std::optional<Position> positionIn(std::string_view text);
+/// The position that the diagnostic's log line shows, if it shows one.
+std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic);
 
-/// One line without its line end. `level` is "warning" or "error". File name and text are made safe
-/// to look at.
+/// One line without its line end. `level` is "warning" or "error". Escapes file name and text with
+/// printable().
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text);
 

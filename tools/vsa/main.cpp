@@ -1,26 +1,20 @@
-// The command vsa: reads VSA texts, says what is wrong with them, shows what they build.
+// The command vsa: reads VSA texts and prints their diagnostics or their scenes.
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <iostream>
 #include <string>
 #include <vector>
 
-#include "tools/support/safe_text.h"
 #include "tools/vsa/commands.h"
 
 namespace vsa_tools {
 
-void complain(const std::string& text) {
-  std::fprintf(stderr, "vsa: %s\n", visible(text).c_str());
-}
-
 namespace {
 
-/// The command line, and what it asked for.
+/// The options and arguments of the command line.
 struct CommandLine {
   CLI::App app{"Reads scenes in the VSA text format.", "vsa"};
   CLI::App* check = app.add_subcommand("check", "Read each file and print its diagnostics");
@@ -30,22 +24,28 @@ struct CommandLine {
   bool strict = false;
 
   CommandLine() {
-    app.require_subcommand(0, 1);  // so that an unknown word is what the complaint names
+    app.require_subcommand(0, 1);  // 0, so that the error message names an unknown word
     app.set_version_flag("--version", "vsa " VSA_VERSION, "Print the version and exit");
     app.footer(
-        "Exit status: 0 all was read, 1 a text was not read, 2 wrong usage, a file that cannot be "
-        "opened, or output that cannot be written.");
-    check->add_option("FILE", checkFiles, "Files to read; - is standard input")->required();
-    check->add_flag("--strict", strict, "Exit 1 when a file logged anything");
-    dump->add_option("FILE", dumpFile, "File to read; - is standard input")->required();
+        "Exit status:\n"
+        "  0  every file was read completely\n"
+        "  1  a file was not read completely, or check --strict printed a diagnostic\n"
+        "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
+    check->add_option("FILE", checkFiles, "Files to read; - is standard input")
+        ->required()
+        ->type_name("");
+    check->add_flag("--strict", strict, "Exit with status 1 if any file has a diagnostic");
+    dump->add_option("FILE", dumpFile, "File to read; - is standard input")
+        ->required()
+        ->type_name("");
   }
 
   int run() const { return *check ? commandCheck(checkFiles, strict) : commandDump(dumpFile); }
 };
 
-// The arguments, last one first, as the parser takes them. It would read "[x]" as a list; "./[x]"
-// is the file of that name.
-std::vector<std::string> wordsOf(int argumentCount, char** arguments) {
+// The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list, so it
+// becomes "./[x]", which names the same file.
+std::vector<std::string> argumentsForParser(int argumentCount, char** arguments) {
   std::vector<std::string> words(arguments + 1, arguments + argumentCount);
   for (std::string& word : words) {
     if (word.starts_with('[')) word.insert(0, "./");
@@ -54,32 +54,32 @@ std::vector<std::string> wordsOf(int argumentCount, char** arguments) {
   return words;
 }
 
-// What is wrong with the command line. An unknown word goes before what is missing: it is mostly
-// the reason.
-std::string complaintOf(const CLI::App& app, const CLI::ParseError& error) {
+// The error message for a wrong command line. An unknown argument is reported before a missing one,
+// because it is usually the cause.
+std::string errorMessage(const CLI::App& app, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
   return unknown.empty() ? error.what() : CLI::ExtrasError(unknown).what();
 }
 
-// Prints the help or the version, whichever was asked for.
+// Prints the help or the version.
 int printHelp(const CLI::App& app, const CLI::ParseError& request) {
   app.exit(request);
   if (std::cout.flush()) return EXIT_READ;
-  complain(std::string("cannot write: ") + std::strerror(errno));
+  printError(std::string("cannot write: ") + std::strerror(errno));
   return EXIT_USAGE;
 }
 
 int runCommand(int argumentCount, char** arguments) {
   CommandLine commandLine;
   try {
-    commandLine.app.parse(wordsOf(argumentCount, arguments));
+    commandLine.app.parse(argumentsForParser(argumentCount, arguments));
   } catch (const CLI::ParseError& error) {
     if (error.get_exit_code() == 0) return printHelp(commandLine.app, error);
-    complain(complaintOf(commandLine.app, error) + " (vsa --help shows the usage)");
+    printError(errorMessage(commandLine.app, error) + " (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   if (commandLine.app.get_subcommands().empty()) {
-    complain("a command is needed: check or dump (vsa --help shows the usage)");
+    printError("a command is needed: check or dump (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   return commandLine.run();
@@ -93,7 +93,7 @@ int main(int argumentCount, char** arguments) {
   try {
     return vsa_tools::runCommand(argumentCount, arguments);
   } catch (const std::exception& error) {
-    vsa_tools::complain(error.what());
+    vsa_tools::printError(error.what());
     return vsa_tools::EXIT_USAGE;
   }
 }

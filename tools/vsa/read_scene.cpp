@@ -1,7 +1,7 @@
 #include "tools/vsa/read_scene.h"
 
 #include <vsa/parse.h>
-#include "tools/vsa/encoding.h"
+#include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
 
@@ -9,8 +9,9 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadReport;
 
-/// What the file's bytes say. Those of a foreign encoding are half NULs: that is said once.
-void addLossesInBytes(const WatchedSource& source, std::vector<Loss>& losses) {
+/// Adds the losses that show in the bytes of the file. Half of the bytes of a foreign encoding are
+/// NUL, so there the encoding is the only loss.
+void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   if (const char* encoding = foreignEncoding(source.head())) {
     losses.push_back(
         {std::string("this looks like ") + encoding + "; a VSA text is UTF-8", std::nullopt});
@@ -22,7 +23,7 @@ void addLossesInBytes(const WatchedSource& source, std::vector<Loss>& losses) {
 std::vector<Loss> lossesOf(const InputFile& input, const ReadReport& report, bool result) {
   std::vector<Loss> losses;
   const Position end{report.line, report.column};
-  addLossesInBytes(*input.source, losses);
+  addByteLosses(*input.source, losses);
   if (report.endedAtMark)
     losses.push_back({"a byte 0xFF ended the text before the file ended", end});
   if (input.file.failed())
@@ -35,13 +36,13 @@ std::vector<Loss> lossesOf(const InputFile& input, const ReadReport& report, boo
 
 }  // namespace
 
-FileReading readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log) {
-  FileReading reading;
+FileOutcome readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log) {
+  FileOutcome outcome;
   ReadReport report;
-  static_cast<ReadEnd&>(reading) = watchRead(
+  static_cast<ReadStatus&>(outcome) = captureRead(
       [&] { return zn::korvo_sdk::impl::parseVsa(&scene, input.file, false, report); }, log);
-  reading.losses = lossesOf(input, report, reading.result);
-  return reading;
+  outcome.losses = lossesOf(input, report, outcome.result);
+  return outcome;
 }
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// One file read into a scene, with everything there is to say about it.
+// Reads one file into a scene and finds what the reader does not report.
 #pragma once
 
 #include <optional>
@@ -7,29 +7,29 @@
 
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 #include "tools/vsa/diagnostic.h"
-#include "tools/vsa/input_file.h"
+#include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
-/// Something of a file that did not, or may not, have got into the scene, of which the reader says
-/// nothing: to it the text, or a token of it, had ended.
+/// A part of a file that is, or may be, missing from the scene although the reader reports no
+/// error: for the reader, the text or a token ended there.
 struct Loss {
   std::string text;
-  /// Where, if that is known.
+  /// Empty if the position is unknown.
   std::optional<Position> position;
 };
 
-struct FileReading : ReadEnd {
+struct FileOutcome : ReadStatus {
   std::vector<Loss> losses;
 
-  /// Whether all of the file was read.
-  bool complete() const { return result && losses.empty(); }
+  /// Whether the whole file was read.
+  bool isComplete() const { return result && losses.empty(); }
 };
 
-/// Reads `input`, which is open, into `scene`. What is logged goes to `log` as it comes. Throws
-/// nothing but std::bad_alloc for want of memory of its own.
-FileReading readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log);
+/// Reads `input`, which must be open, into `scene`; `log` receives the messages during the read.
+/// Throws std::bad_alloc only.
+FileOutcome readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log);
 
 }  // namespace vsa_tools

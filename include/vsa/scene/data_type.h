@@ -96,4 +96,50 @@ VSA_API std::size_t componentBytes(DataType type) noexcept;
 /// Bytes of one element; 0 for `Null` and unknown values.
 VSA_API std::size_t elementBytes(DataType type) noexcept;
 
+/// Whether a text may have buffers of the type; the keyword is the display name in lower case.
+/// False for Null, Bool, Ptr, Xform, Aabb and Obb, which are for hosts, and for unknown values.
+VSA_API bool isBufferElement(DataType type) noexcept;
+
+/// Calls `visit(T())` with the C++ type T of one component, as `componentType` returns it: an
+/// integer of 8 to 64 bits (Bool and Byte: unsigned char), float or double. Returns false without a
+/// call for every other type.
+template <class Visit>
+bool visitComponent(DataType component, const Visit& visit) {
+  switch (component) {
+    case DataType::Char:
+      visit(static_cast<signed char>(0));
+      return true;
+    case DataType::Bool:
+    case DataType::Byte:
+      visit(static_cast<unsigned char>(0));
+      return true;
+    case DataType::Int16:
+      visit(short{0});
+      return true;
+    case DataType::Int32:
+      visit(0);
+      return true;
+    case DataType::Int64:
+      visit(0LL);
+      return true;
+    case DataType::UInt16:
+      visit(static_cast<unsigned short>(0));
+      return true;
+    case DataType::UInt32:
+      visit(0U);
+      return true;
+    case DataType::UInt64:
+      visit(0ULL);
+      return true;
+    case DataType::Float:
+      visit(0.0F);
+      return true;
+    case DataType::Double:
+      visit(0.0);
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace zn::korvo_sdk

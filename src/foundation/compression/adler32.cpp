@@ -1,8 +1,7 @@
-// Two sums modulo 65521: `low` of the bytes, `high` of the values that `low` passes through. The
-// remainder is taken once for every LONGEST_RUN bytes, the most that 32 bits carry without it. The
-// wide form takes 16 bytes a step: the sum of absolute differences from zero adds them up, and a
-// multiply-add weighs each byte with the number of times `high` will see it.
-
+// Two sums modulo 65521: `low` of the bytes, `high` of the values that `low` takes after each byte.
+// The remainder is taken once every MAX_RUN bytes, the most that 32 bits hold without it. The SSE2
+// kernel takes 16 bytes a step: the sum of absolute differences from zero adds them up, and a
+// multiply-add weights each byte with the number of times that `high` counts it.
 #include "foundation/compression/adler32.h"
 
 #include <algorithm>
@@ -16,7 +15,7 @@ namespace zn {
 namespace {
 
 constexpr std::uint32_t MODULUS = 65521;
-constexpr std::size_t LONGEST_RUN = 5552;  // a multiple of 16
+constexpr std::size_t MAX_RUN = 5552;  // a multiple of 16
 constexpr std::size_t STEP_BYTES = 16;
 
 struct Sums {
@@ -73,7 +72,7 @@ std::uint32_t sumInRuns(std::uint32_t adler, const unsigned char* data, std::siz
                         AddRun addRun) {
   Sums sums{adler & 0xFFFF, adler >> 16};
   while (size > 0) {
-    const std::size_t run = std::min(size, LONGEST_RUN);
+    const std::size_t run = std::min(size, MAX_RUN);
     addRun(sums, data, run);
     sums.low %= MODULUS;
     sums.high %= MODULUS;
@@ -87,9 +86,9 @@ std::uint32_t sumInRuns(std::uint32_t adler, const unsigned char* data, std::siz
 
 std::uint32_t adler32(std::uint32_t adler, const unsigned char* data, std::size_t size) {
   const auto addRun = [](Sums& sums, const unsigned char* run, std::size_t runSize) {
-    const std::size_t wide = runSize - runSize % STEP_BYTES;
-    addSteps(sums, run, wide);
-    addBytes(sums, run + wide, runSize - wide);
+    const std::size_t inSteps = runSize - runSize % STEP_BYTES;
+    addSteps(sums, run, inSteps);
+    addBytes(sums, run + inSteps, runSize - inSteps);
   };
   return sumInRuns(adler, data, size, addRun);
 }

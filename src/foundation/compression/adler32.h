@@ -1,4 +1,4 @@
-// The checksum that ends a zlib stream: Adler-32 (RFC 1950, section 8.2).
+// The checksum at the end of a zlib stream: Adler-32 (RFC 1950, section 8.2). Internal.
 #pragma once
 
 #include <cstddef>
@@ -6,15 +6,15 @@
 
 namespace zn {
 
-/// The checksum of no bytes, from which every sum starts.
+/// The checksum of no bytes: where every sum starts.
 inline constexpr std::uint32_t ADLER32_START = 1;
 
-/// The sum `adler` carried on over the `size` bytes at `data`, so that a stream may be summed in
+/// Continues the sum `adler` over the `size` bytes at `data`, so that a stream can be summed in
 /// pieces: adler32(adler32(ADLER32_START, a), b) is the checksum of a followed by b. `data` may be
 /// null when `size` is 0.
 std::uint32_t adler32(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
-/// The same in plain arithmetic, for processors without the wide form; the two always agree.
+/// The same without the SSE2 kernel; the two always agree.
 std::uint32_t adler32Portable(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
 }  // namespace zn

@@ -1,7 +1,6 @@
-// The digits feed the decoder a run at a time, and the decoder writes where the caller wants the
-// bytes, so nothing is held twice. The decoder may stop anywhere in the text; whether a bad
-// character stands behind, which counts for more than what stopped it, is looked up afterwards.
-
+// The decoder pulls the digits a run at a time and writes where the caller wants the bytes, so
+// nothing is in memory twice. It may stop anywhere in the text. A bad character behind that place
+// is the more important fault, so the rest of the text is searched for one afterwards.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -9,94 +8,92 @@
 #include <memory>
 #include <vector>
 
+#include "foundation/compression/compressed_text.h"
 #include "foundation/compression/deflate.h"
 #include "foundation/compression/hex_text.h"
 #include "foundation/compression/inflate.h"
 
 namespace zn {
 
+using korvo_sdk::DiagnosticId;
+
 namespace {
 
 constexpr char MARK = '.';
 
-constexpr char EMPTY[] = "compressed data is empty";
-constexpr char BAD_CHARACTER[] =
-    "compressed data holds a character that is not a hexadecimal digit";
-constexpr char ENDS_EARLY[] = "compressed data ends early";
-constexpr char CORRUPT[] = "compressed data is corrupt";
-constexpr char WRONG_CHECKSUM[] = "compressed data fails its checksum";
-constexpr char TOO_LARGE[] = "compressed data is larger than the buffer";
-
-const char* messageOf(InflateStatus status) {
+// What is wrong with a text whose stream ended like this; nothing when it is complete.
+std::optional<DiagnosticId> problemOf(InflateStatus status) {
   switch (status) {
     case InflateStatus::Done:
-      return nullptr;
+      return std::nullopt;
     case InflateStatus::EndsEarly:
-      return ENDS_EARLY;
+      return DiagnosticId::CompressedDataEndsEarly;
     case InflateStatus::WrongChecksum:
-      return WRONG_CHECKSUM;
+      return DiagnosticId::CompressedDataWrongChecksum;
     case InflateStatus::TooLarge:
-      return TOO_LARGE;
+      return DiagnosticId::CompressedDataTooLarge;
     case InflateStatus::Corrupt:
       break;
   }
-  return CORRUPT;
+  return DiagnosticId::CompressedDataCorrupt;
 }
 
-// Expands the text into `capacity` bytes; null, or the message of what is wrong.
-const char* expand(const unsigned char* data, std::size_t size, unsigned char* out,
-                   std::size_t capacity, std::size_t& length) {
-  const bool marked = size > 0 && data[0] == MARK;
-  const std::size_t markSize = marked ? 1 : 0;
-  HexFeed feed(data + markSize, size - markSize);
-  length = 0;
-  const InflateStatus status =
-      marked ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;
-  feed.skipRest();
-  if (feed.sawBadCharacter()) return BAD_CHARACTER;
-  if (!feed.sawDigit()) return EMPTY;
-  if (!marked) return CORRUPT;
-  if (feed.halfByte()) return ENDS_EARLY;
-  if (status == InflateStatus::Done && length == 0) return EMPTY;
-  return messageOf(status);
-}
+constexpr std::size_t MAX_SIZE = std::numeric_limits<std::size_t>::max();
 
-constexpr std::size_t LARGEST = std::numeric_limits<std::size_t>::max();
-
-constexpr std::size_t timesOrLargest(std::size_t number, std::size_t factor) {
-  return number > LARGEST / factor ? LARGEST : number * factor;
+// number * factor, or MAX_SIZE when that is too large.
+constexpr std::size_t saturatingProduct(std::size_t number, std::size_t factor) {
+  return number > MAX_SIZE / factor ? MAX_SIZE : number * factor;
 }
 
 }  // namespace
 
+std::optional<DiagnosticId> expandCompressedText(const unsigned char* data, std::size_t size,
+                                                 unsigned char* out, std::size_t capacity,
+                                                 std::size_t& length) {
+  const bool hasMark = size > 0 && data[0] == MARK;
+  const std::size_t markSize = hasMark ? 1 : 0;
+  HexFeed feed(data + markSize, size - markSize);
+  length = 0;
+  const InflateStatus status =
+      hasMark ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;
+  feed.skipRest();
+  if (feed.hasBadCharacter()) return DiagnosticId::CompressedDataBadCharacter;
+  if (!feed.hasDigit()) return DiagnosticId::CompressedDataEmpty;
+  if (!hasMark) return DiagnosticId::CompressedDataCorrupt;
+  if (feed.hasHalfByte()) return DiagnosticId::CompressedDataEndsEarly;
+  if (status == InflateStatus::Done && length == 0) return DiagnosticId::CompressedDataEmpty;
+  return problemOf(status);
+}
+
 bool decompressInto(const unsigned char* data, std::size_t size, String& error, unsigned char* out,
                     std::size_t expectedSize, std::size_t& length) {
-  const char* const message = expand(data, size, out, expectedSize, length);
-  if (message == nullptr) return true;
-  error = message;
+  const auto problem = expandCompressedText(data, size, out, expectedSize, length);
+  if (!problem) return true;
+  error = korvo_sdk::rowOf(*problem).format;
   length = 0;
   return false;
 }
 
-// A first guess at the result's size, eight times the stream's, holds for most data; where it does
-// not, eight times as much is tried from the start. All the tries before the last one together cost
-// little more than it does, and a small text that claims to be huge costs little.
+// The first guess at the result's size, eight times the stream's, is enough for most data. Where it
+// is not, the text is expanded again with eight times the memory. The failed attempts together
+// expand at most 8/7 as many bytes as the last one, and a small text that claims to be huge costs
+// little.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;
-  constexpr std::size_t SMALLEST_GUESS = 4096;
-  const std::size_t guess = timesOrLargest(size / 2, GROWTH);
-  std::size_t capacity = std::min(expectedSize, std::max(guess, SMALLEST_GUESS));
+  constexpr std::size_t MIN_GUESS = 4096;
+  const std::size_t guess = saturatingProduct(size / 2, GROWTH);
+  std::size_t capacity = std::min(expectedSize, std::max(guess, MIN_GUESS));
   for (;;) {
     std::unique_ptr<unsigned char[]> bytes(new unsigned char[capacity]);
     std::size_t length;
-    const char* const message = expand(data, size, bytes.get(), capacity, length);
-    if (message == nullptr) return {bytes.release(), length};
-    if (message != TOO_LARGE || capacity == expectedSize) {
-      error = message;
+    const auto problem = expandCompressedText(data, size, bytes.get(), capacity, length);
+    if (!problem) return {bytes.release(), length};
+    if (problem != DiagnosticId::CompressedDataTooLarge || capacity == expectedSize) {
+      error = korvo_sdk::rowOf(*problem).format;
       return {nullptr, 0};
     }
-    capacity = std::min(expectedSize, timesOrLargest(capacity, GROWTH));
+    capacity = std::min(expectedSize, saturatingProduct(capacity, GROWTH));
   }
 }
 

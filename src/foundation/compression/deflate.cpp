@@ -1,8 +1,7 @@
-// Matches (LZ77) are found through chains of earlier places with the same first bytes, a bounded
-// number of steps along each, and a match is put off by one byte when the next place has a longer
-// one. A block's worth of literals and matches is gathered first; then it is written in the
-// cheapest of the three forms: stored, with the fixed codes, or with codes of its own.
-
+// Matches (LZ77) are found through chains of earlier positions with the same first bytes, a bounded
+// number of steps along each. A match is put off by one byte when the next position has a longer
+// one. The literals and matches of a block are collected first; then the block is written as the
+// smallest of the three types: stored, with the fixed codes, or with codes of its own.
 #include "foundation/compression/deflate.h"
 
 #include <algorithm>
@@ -11,33 +10,25 @@
 #include <cstdint>
 #include <cstring>
 
+#include "foundation/base/load_word.h"
 #include "foundation/compression/adler32.h"
 #include "foundation/compression/deflate_code.h"
+#include "foundation/compression/deflate_format.h"
 
 namespace zn {
 
 namespace {
 
 using namespace deflate;
+using namespace deflate_format;
 
-constexpr std::size_t WINDOW_BYTES = 32768;
-constexpr std::size_t SHORTEST_MATCH = 4;  // the format has 3, which seldom pays
-constexpr std::size_t LONGEST_MATCH = 258;
-constexpr std::size_t GOOD_MATCH = 64;  // long enough to look no further
-constexpr int CHAIN_STEPS = 48;
+constexpr std::size_t MIN_USED_MATCH = 4;  // the format has 3, which seldom pays
+constexpr std::size_t GOOD_MATCH = 64;     // long enough to stop searching
+constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
 
-constexpr std::size_t BLOCK_TOKENS = 32768;
-constexpr std::size_t BLOCK_BYTES = 1 << 20;
-constexpr std::size_t LARGEST_STORED = 65535;
-
-constexpr unsigned BLOCK_END = 256;
-constexpr unsigned SYMBOL_COUNT = 286;
-constexpr unsigned DISTANCE_COUNT = 30;
-constexpr unsigned LENGTH_CODE_COUNT = 19;
-
-constexpr std::array<std::uint8_t, LENGTH_CODE_COUNT> LENGTH_CODE_ORDER = {
-    16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
+constexpr std::size_t MAX_BLOCK_TOKENS = 32768;
+constexpr std::size_t MAX_BLOCK_BYTES = 1 << 20;
 
 // A literal byte (distance 0), or a match.
 struct Token {
@@ -46,28 +37,43 @@ struct Token {
 };
 
 // A symbol with the extra bits behind its code.
-struct Place {
-  unsigned symbol;
+struct Symbol {
+  unsigned number;
   unsigned extraBits;
   unsigned extra;
 };
 
-// From 8 on, lengths (less 3) stand four symbols to each power of two, distances (less 1) two.
-Place lengthPlace(unsigned length) {
-  if (length == LONGEST_MATCH) return {285, 0, 0};
-  const unsigned from = length - 3;
-  if (from < 8) return {257 + from, 0, 0};
-  const auto extraBits = static_cast<unsigned>(std::bit_width(from)) - 3;
-  const unsigned quarter = from >> extraBits & 3;
-  return {257 + 4 * (extraBits + 1) + quarter, extraBits, from & ((1U << extraBits) - 1)};
+// For each match length, which of LENGTH_RANGES it is in.
+constexpr auto makeLengthIndexes() {
+  std::array<std::uint8_t, MAX_MATCH + 1> indexes{};
+  for (unsigned i = 0; i < LENGTH_RANGES.size(); ++i) {
+    const unsigned last = std::min(maxOf(LENGTH_RANGES[i]), MAX_MATCH);
+    for (unsigned length = LENGTH_RANGES[i].base; length <= last; ++length) {
+      indexes[length] = static_cast<std::uint8_t>(i);
+    }
+  }
+  return indexes;
 }
 
-Place distancePlace(unsigned distance) {
+constexpr auto LENGTH_INDEXES = makeLengthIndexes();
+
+Symbol lengthSymbol(unsigned length) {
+  const unsigned index = LENGTH_INDEXES[length];
+  const ValueRange range = LENGTH_RANGES[index];
+  return {FIRST_LENGTH_SYMBOL + index, range.extraBits, length - range.base};
+}
+
+// Two symbols to each power of two: the number's highest two bits tell which one.
+Symbol distanceSymbol(unsigned distance) {
   const unsigned from = distance - 1;
-  if (from < 4) return {from, 0, 0};
-  const auto extraBits = static_cast<unsigned>(std::bit_width(from)) - 2;
-  const unsigned half = from >> extraBits & 1;
-  return {2 * (extraBits + 1) + half, extraBits, from & ((1U << extraBits) - 1)};
+  const unsigned shift = from < 4 ? 0 : static_cast<unsigned>(std::bit_width(from)) - 2;
+  const unsigned number = 2 * shift + (from >> shift);
+  const ValueRange range = DISTANCE_RANGES[number];
+  return {number, range.extraBits, distance - range.base};
+}
+
+unsigned extraBitsOfLitlen(unsigned symbol) {
+  return symbol < FIRST_LENGTH_SYMBOL ? 0 : LENGTH_RANGES[symbol - FIRST_LENGTH_SYMBOL].extraBits;
 }
 
 class BitWriter {
@@ -85,22 +91,22 @@ class BitWriter {
 
   void put(const Code& code, unsigned symbol) { put(code.bits[symbol], code.lengths[symbol]); }
 
-  void put(const Code& code, const Place& place) {
-    put(code, place.symbol);
-    put(place.extra, place.extraBits);
+  void put(const Code& code, const Symbol& symbol) {
+    put(code, symbol.number);
+    put(symbol.extra, symbol.extraBits);
   }
 
-  void toByteBound() {
+  void padToByte() {
     if (count_ > 0) put(0, 8 - count_);
   }
 
-  // On a byte's bound only.
+  // Only at the start of a byte.
   void putBytes(const unsigned char* data, std::size_t size) {
     out_.insert(out_.end(), data, data + size);
   }
 
-  // Bits short of a byte that wait for the next ones.
-  unsigned pending() const { return count_; }
+  // The bits of the last byte that is not full.
+  unsigned pendingBits() const { return count_; }
 
  private:
   std::vector<unsigned char>& out_;
@@ -118,28 +124,28 @@ class MatchFinder {
   MatchFinder(const unsigned char* data, std::size_t size)
       : data_(data), size_(size), heads_(std::size_t{1} << HASH_BITS), earlier_(WINDOW_BYTES) {}
 
-  // The longest match for the bytes at `at` among those entered, all of which are before it; length
-  // 0 when there is none.
+  // The longest match for the bytes at `at` among the positions entered, all of which are before
+  // it; length 0 when there is none.
   Match find(std::size_t at) const {
     Match best;
-    if (size_ - at < SHORTEST_MATCH) return best;
-    const std::size_t longest = std::min(LONGEST_MATCH, size_ - at);
-    std::size_t placed = heads_[hashAt(at)];
-    for (int step = 0; step < CHAIN_STEPS && placed > 0; ++step) {
-      const std::size_t candidate = placed - 1;
+    if (size_ - at < MIN_USED_MATCH) return best;
+    const std::size_t longest = std::min<std::size_t>(MAX_MATCH, size_ - at);
+    std::size_t link = heads_[hashAt(at)];
+    for (int step = 0; step < MAX_CHAIN_STEPS && link > 0; ++step) {
+      const std::size_t candidate = link - 1;
       if (at - candidate > WINDOW_BYTES) break;
       const std::size_t length = commonLength(candidate, at, longest);
       if (length > best.length) best = {length, at - candidate};
       if (length >= std::min(GOOD_MATCH, longest)) break;
-      placed = earlier_[candidate % WINDOW_BYTES];
+      link = earlier_[candidate % WINDOW_BYTES];
     }
-    if (best.length < SHORTEST_MATCH) best = {};
+    if (best.length < MIN_USED_MATCH) best = {};
     return best;
   }
 
-  // Enters the bytes at `at`; places are entered in order.
+  // Enters the position `at`; positions are entered in ascending order.
   void enter(std::size_t at) {
-    if (size_ - at < SHORTEST_MATCH) return;
+    if (size_ - at < MIN_USED_MATCH) return;
     std::size_t& head = heads_[hashAt(at)];
     earlier_[at % WINDOW_BYTES] = head;
     head = at + 1;
@@ -147,10 +153,9 @@ class MatchFinder {
 
  private:
   std::size_t hashAt(std::size_t at) const {
-    std::uint32_t word;
-    std::memcpy(&word, data_ + at, sizeof word);
-    constexpr std::uint64_t SPREAD = 0x9E3779B1;
-    return (word * SPREAD >> (32 - HASH_BITS)) & ((1U << HASH_BITS) - 1);
+    constexpr std::uint64_t FACTOR = 0x9E3779B1;
+    const auto word = detail::loadWord<std::uint32_t>(data_ + at);
+    return (word * FACTOR >> (32 - HASH_BITS)) & ((1U << HASH_BITS) - 1);
   }
 
   std::size_t commonLength(std::size_t left, std::size_t right, std::size_t longest) const {
@@ -161,13 +166,19 @@ class MatchFinder {
 
   const unsigned char* data_;
   std::size_t size_;
-  std::vector<std::size_t> heads_;    // by hash: the last place entered, plus 1; 0 for none
-  std::vector<std::size_t> earlier_;  // by place in the window: the one before it, likewise
+  std::vector<std::size_t> heads_;    // by hash: the last position entered, plus 1; 0 for none
+  std::vector<std::size_t> earlier_;  // by position in the window: the one before it, likewise
 };
 
-// The lengths of both codes as the stream holds them: runs of zeros and of the last length.
-std::vector<Place> packLengths(const std::vector<std::uint8_t>& lengths) {
-  std::vector<Place> packed;
+unsigned repetitionSymbol(std::uint8_t length, unsigned times) {
+  if (length != 0) return REPEAT_PREVIOUS;
+  return times <= maxOf(repetitionRange(REPEAT_ZERO)) ? REPEAT_ZERO : REPEAT_ZERO_OFTEN;
+}
+
+// Code lengths as the stream holds them: runs of zeros and of the previous length as repetitions.
+std::vector<Symbol> packCodeLengths(const std::vector<std::uint8_t>& lengths) {
+  constexpr unsigned MIN_REPETITION = 3;
+  std::vector<Symbol> packed;
   for (std::size_t i = 0; i < lengths.size();) {
     const std::uint8_t length = lengths[i];
     std::size_t end = i + 1;
@@ -178,16 +189,11 @@ std::vector<Place> packLengths(const std::vector<std::uint8_t>& lengths) {
       packed.push_back({length, 0, 0});
       --run;
     }
-    while (run >= 3) {
-      const unsigned most = length != 0 ? 6 : 138;
-      const unsigned times = std::min(run, most);
-      if (length != 0) {
-        packed.push_back({16, 2, times - 3});
-      } else if (times <= 10) {
-        packed.push_back({17, 3, times - 3});
-      } else {
-        packed.push_back({18, 7, times - 11});
-      }
+    while (run >= MIN_REPETITION) {
+      const unsigned symbol = repetitionSymbol(length, run);
+      const ValueRange range = repetitionRange(symbol);
+      const unsigned times = std::min(run, maxOf(range));
+      packed.push_back({symbol, range.extraBits, times - range.base});
       run -= times;
     }
     for (; run > 0; --run) packed.push_back({length, 0, 0});
@@ -196,15 +202,17 @@ std::vector<Place> packLengths(const std::vector<std::uint8_t>& lengths) {
 }
 
 struct Codes {
-  Code symbols;
-  Code distances;
+  Code litlen;
+  Code distance;
 };
 
 Codes makeFixedCodes() {
-  std::vector<std::uint8_t> lengths(288, 8);
-  std::fill(lengths.begin() + 144, lengths.begin() + 256, std::uint8_t{9});
-  std::fill(lengths.begin() + 256, lengths.begin() + 280, std::uint8_t{7});
-  return {codeOfLengths(std::move(lengths)), codeOfLengths(std::vector<std::uint8_t>(32, 5))};
+  std::vector<std::uint8_t> litlen(FIXED_LITLEN_COUNT);
+  for (unsigned symbol = 0; symbol < FIXED_LITLEN_COUNT; ++symbol) {
+    litlen[symbol] = fixedLitlenBits(symbol);
+  }
+  std::vector<std::uint8_t> distance(FIXED_DISTANCE_COUNT, FIXED_DISTANCE_BITS);
+  return {codeOfLengths(std::move(litlen)), codeOfLengths(std::move(distance))};
 }
 
 const Codes& fixedCodes() {
@@ -212,58 +220,60 @@ const Codes& fixedCodes() {
   return codes;
 }
 
-// The codes of one block and the head that describes them.
-struct OwnCodes {
-  OwnCodes(const std::vector<std::uint32_t>& symbolUses,
-           const std::vector<std::uint32_t>& distanceUses)
-      : codes{codeOfFrequencies(symbolUses, 15), codeOfFrequencies(distanceUses, 15)} {
-    symbolCount = usedCount(codes.symbols.lengths, BLOCK_END + 1);
-    distanceCount = usedCount(codes.distances.lengths, 1);
-    std::vector<std::uint8_t> lengths(codes.symbols.lengths.begin(),
-                                      codes.symbols.lengths.begin() + symbolCount);
-    lengths.insert(lengths.end(), codes.distances.lengths.begin(),
-                   codes.distances.lengths.begin() + distanceCount);
-    packed = packLengths(lengths);
-    std::vector<std::uint32_t> uses(LENGTH_CODE_COUNT);
-    for (const Place& place : packed) ++uses[place.symbol];
-    lengthCode = codeOfFrequencies(std::move(uses), 7);
-    // Stops before the first four: one of the lengths behind them is that of the block's end.
-    while (lengthCode.lengths[LENGTH_CODE_ORDER[lengthCodeCount - 1]] == 0) {
-      --lengthCodeCount;
-    }
+// The codes of one dynamic block, and the block's header that describes them.
+struct DynamicCodes {
+  DynamicCodes(const std::vector<std::uint32_t>& litlenUses,
+               const std::vector<std::uint32_t>& distanceUses)
+      : codes{codeOfFrequencies(litlenUses, MAX_CODE_BITS),
+              codeOfFrequencies(distanceUses, MAX_CODE_BITS)} {
+    litlenCount = usedCount(codes.litlen.lengths, MIN_LITLEN_COUNT);
+    distanceCount = usedCount(codes.distance.lengths, MIN_DISTANCE_COUNT);
+    std::vector<std::uint8_t> lengths(codes.litlen.lengths.begin(),
+                                      codes.litlen.lengths.begin() + litlenCount);
+    lengths.insert(lengths.end(), codes.distance.lengths.begin(),
+                   codes.distance.lengths.begin() + distanceCount);
+    packed = packCodeLengths(lengths);
+    std::vector<std::uint32_t> uses(CODE_LENGTH_COUNT);
+    for (const Symbol& symbol : packed) ++uses[symbol.number];
+    codeLengthCode = codeOfFrequencies(std::move(uses), MAX_CODE_LENGTH_BITS);
+    // Ends above MIN_CODE_LENGTH_COUNT: the end of the block has a code, so its length is used.
+    while (codeLengthCode.lengths[CODE_LENGTH_ORDER[codeLengthCount - 1]] == 0) --codeLengthCount;
   }
 
-  static unsigned usedCount(const std::vector<std::uint8_t>& lengths, unsigned least) {
+  static unsigned usedCount(const std::vector<std::uint8_t>& lengths, unsigned minimum) {
     auto count = static_cast<unsigned>(lengths.size());
-    while (count > least && lengths[count - 1] == 0) --count;
+    while (count > minimum && lengths[count - 1] == 0) --count;
     return count;
   }
 
-  std::uint64_t headBits() const {
-    std::uint64_t bits = 14 + 3 * lengthCodeCount;
-    for (const Place& place : packed) bits += lengthCode.lengths[place.symbol] + place.extraBits;
+  std::uint64_t headerBits() const {
+    std::uint64_t bits = LITLEN_COUNT_BITS + DISTANCE_COUNT_BITS + CODE_LENGTH_COUNT_BITS +
+                         CODE_LENGTH_LENGTH_BITS * codeLengthCount;
+    for (const Symbol& symbol : packed) {
+      bits += codeLengthCode.lengths[symbol.number] + symbol.extraBits;
+    }
     return bits;
   }
 
-  void writeHead(BitWriter& writer) const {
-    writer.put(symbolCount - 257, 5);
-    writer.put(distanceCount - 1, 5);
-    writer.put(lengthCodeCount - 4, 4);
-    for (unsigned i = 0; i < lengthCodeCount; ++i) {
-      writer.put(lengthCode.lengths[LENGTH_CODE_ORDER[i]], 3);
+  void writeHeader(BitWriter& writer) const {
+    writer.put(litlenCount - MIN_LITLEN_COUNT, LITLEN_COUNT_BITS);
+    writer.put(distanceCount - MIN_DISTANCE_COUNT, DISTANCE_COUNT_BITS);
+    writer.put(codeLengthCount - MIN_CODE_LENGTH_COUNT, CODE_LENGTH_COUNT_BITS);
+    for (unsigned i = 0; i < codeLengthCount; ++i) {
+      writer.put(codeLengthCode.lengths[CODE_LENGTH_ORDER[i]], CODE_LENGTH_LENGTH_BITS);
     }
-    for (const Place& place : packed) writer.put(lengthCode, place);
+    for (const Symbol& symbol : packed) writer.put(codeLengthCode, symbol);
   }
 
   Codes codes;
-  Code lengthCode;
-  std::vector<Place> packed;
-  unsigned symbolCount = 0;
+  Code codeLengthCode;
+  std::vector<Symbol> packed;
+  unsigned litlenCount = 0;
   unsigned distanceCount = 0;
-  unsigned lengthCodeCount = LENGTH_CODE_COUNT;
+  unsigned codeLengthCount = CODE_LENGTH_COUNT;
 };
 
-// Gathers the tokens of one block after the other and writes each when it is full.
+// Collects the tokens of one block after the other, and writes each block when it is full.
 class BlockWriter {
  public:
   BlockWriter(std::vector<unsigned char>& out, const unsigned char* data)
@@ -273,7 +283,7 @@ class BlockWriter {
 
   void literal(unsigned char byte) {
     tokens_.push_back({byte, 0});
-    ++symbolUses_[byte];
+    ++litlenUses_[byte];
     ++bytes_;
   }
 
@@ -281,28 +291,28 @@ class BlockWriter {
     const Token token{static_cast<std::uint16_t>(found.length),
                       static_cast<std::uint16_t>(found.distance)};
     tokens_.push_back(token);
-    ++symbolUses_[lengthPlace(token.value).symbol];
-    ++distanceUses_[distancePlace(token.distance).symbol];
+    ++litlenUses_[lengthSymbol(token.value).number];
+    ++distanceUses_[distanceSymbol(token.distance).number];
     bytes_ += found.length;
   }
 
-  bool isFull() const { return tokens_.size() >= BLOCK_TOKENS || bytes_ >= BLOCK_BYTES; }
+  bool isFull() const { return tokens_.size() >= MAX_BLOCK_TOKENS || bytes_ >= MAX_BLOCK_BYTES; }
 
   void writeBlock(bool last) {
-    const OwnCodes own(symbolUses_, distanceUses_);
-    const std::uint64_t ownBits = own.headBits() + tokenBits(own.codes);
+    const DynamicCodes dynamic(litlenUses_, distanceUses_);
+    const std::uint64_t dynamicBits = dynamic.headerBits() + tokenBits(dynamic.codes);
     const std::uint64_t fixedBits = tokenBits(fixedCodes());
-    if (storedBits() <= std::min(ownBits, fixedBits)) {
+    if (storedBits() <= std::min(dynamicBits, fixedBits)) {
       writeStored(last);
-    } else if (fixedBits <= ownBits) {
-      writeStart(last, 1);
+    } else if (fixedBits <= dynamicBits) {
+      writeType(last, BlockType::FixedCodes);
       writeTokens(fixedCodes());
     } else {
-      writeStart(last, 2);
-      own.writeHead(writer_);
-      writeTokens(own.codes);
+      writeType(last, BlockType::DynamicCodes);
+      dynamic.writeHeader(writer_);
+      writeTokens(dynamic.codes);
     }
-    if (last) writer_.toByteBound();
+    if (last) writer_.padToByte();
     blockStart_ += bytes_;
     startBlock();
   }
@@ -311,45 +321,48 @@ class BlockWriter {
   void startBlock() {
     tokens_.clear();
     bytes_ = 0;
-    symbolUses_.assign(SYMBOL_COUNT, 0);
-    symbolUses_[BLOCK_END] = 1;
+    litlenUses_.assign(LITLEN_COUNT, 0);
+    litlenUses_[END_OF_BLOCK] = 1;
     distanceUses_.assign(DISTANCE_COUNT, 0);
   }
 
-  void writeStart(bool last, unsigned form) {
+  static constexpr unsigned TYPE_BITS = 3;  // with the mark of the last block
+
+  void writeType(bool last, BlockType type) {
     writer_.put(last ? 1 : 0, 1);
-    writer_.put(form, 2);
+    writer_.put(static_cast<unsigned>(type), TYPE_BITS - 1);
   }
 
-  // The bits of the tokens behind a block's start and head.
+  // The bits of the tokens, without the block's type and header.
   std::uint64_t tokenBits(const Codes& codes) const {
     std::uint64_t bits = 0;
-    for (unsigned symbol = 0; symbol < SYMBOL_COUNT; ++symbol) {
-      const unsigned extraBits = symbol < 265 || symbol == 285 ? 0 : (symbol - 261) / 4;
-      bits += std::uint64_t{symbolUses_[symbol]} * (codes.symbols.lengths[symbol] + extraBits);
+    for (unsigned symbol = 0; symbol < LITLEN_COUNT; ++symbol) {
+      bits += std::uint64_t{litlenUses_[symbol]} *
+              (codes.litlen.lengths[symbol] + extraBitsOfLitlen(symbol));
     }
     for (unsigned symbol = 0; symbol < DISTANCE_COUNT; ++symbol) {
-      const unsigned extraBits = symbol < 4 ? 0 : symbol / 2 - 1;
-      bits += std::uint64_t{distanceUses_[symbol]} * (codes.distances.lengths[symbol] + extraBits);
+      bits += std::uint64_t{distanceUses_[symbol]} *
+              (codes.distance.lengths[symbol] + DISTANCE_RANGES[symbol].extraBits);
     }
     return bits;
   }
 
-  // The same for the block stored, in as many pieces as it takes; a piece but the first has a start
-  // of its own. Stored bytes start on a byte's bound.
+  // The same for the block stored, in as many pieces as it takes. Each piece but the first has a
+  // type of its own, its size comes twice in 16 bits, and its bytes start at a byte.
   std::uint64_t storedBits() const {
+    constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =
-        std::max<std::uint64_t>(1, (bytes_ + LARGEST_STORED - 1) / LARGEST_STORED);
-    const unsigned filling = (8 - (writer_.pending() + 3) % 8) % 8;
-    return filling + 32 + (pieces - 1) * 40 + std::uint64_t{bytes_} * 8;
+        std::max<std::uint64_t>(1, (bytes_ + MAX_STORED_BYTES - 1) / MAX_STORED_BYTES);
+    const unsigned padding = (8 - (writer_.pendingBits() + TYPE_BITS) % 8) % 8;
+    return padding + SIZE_BITS + (pieces - 1) * (8 + SIZE_BITS) + std::uint64_t{bytes_} * 8;
   }
 
   void writeStored(bool last) {
     std::size_t done = 0;
     do {
-      const std::size_t size = std::min(bytes_ - done, LARGEST_STORED);
-      writeStart(last && done + size == bytes_, 0);
-      writer_.toByteBound();
+      const std::size_t size = std::min(bytes_ - done, MAX_STORED_BYTES);
+      writeType(last && done + size == bytes_, BlockType::Stored);
+      writer_.padToByte();
       writer_.put(size, 16);
       writer_.put(size ^ 0xFFFF, 16);
       writer_.putBytes(blockStart_ + done, size);
@@ -360,20 +373,20 @@ class BlockWriter {
   void writeTokens(const Codes& codes) {
     for (const Token& token : tokens_) {
       if (token.distance == 0) {
-        writer_.put(codes.symbols, token.value);
+        writer_.put(codes.litlen, token.value);
       } else {
-        writer_.put(codes.symbols, lengthPlace(token.value));
-        writer_.put(codes.distances, distancePlace(token.distance));
+        writer_.put(codes.litlen, lengthSymbol(token.value));
+        writer_.put(codes.distance, distanceSymbol(token.distance));
       }
     }
-    writer_.put(codes.symbols, BLOCK_END);
+    writer_.put(codes.litlen, END_OF_BLOCK);
   }
 
   BitWriter writer_;
   const unsigned char* blockStart_;
   std::size_t bytes_ = 0;  // of the data, in this block
   std::vector<Token> tokens_;
-  std::vector<std::uint32_t> symbolUses_;
+  std::vector<std::uint32_t> litlenUses_;
   std::vector<std::uint32_t> distanceUses_;
 };
 
@@ -401,7 +414,8 @@ void writeBlocks(const unsigned char* data, std::size_t size, BlockWriter& block
 }  // namespace
 
 std::vector<unsigned char> deflateStream(const unsigned char* data, std::size_t size) {
-  constexpr unsigned char HEADER[] = {0x78, 0x9C};  // method 8, a window of 32 KiB
+  constexpr unsigned char HEADER[] = {0x78, 0x9C};  // a window of 32 KiB, and the check bits
+  static_assert(HEADER[0] == (MAX_WINDOW_SIZE_CODE << 4 | METHOD_DEFLATE));
   std::vector<unsigned char> stream(HEADER, HEADER + sizeof HEADER);
   BlockWriter blocks(stream, data);
   writeBlocks(data, size, blocks);

@@ -1,6 +1,4 @@
-// The encoder of zlib streams (RFC 1950 around RFC 1951), for `compress`.
-//
-// This is an internal header; the service is foundation/decompress.h.
+// The encoder of zlib streams: deflate blocks (RFC 1951) in a zlib stream (RFC 1950). Internal.
 #pragma once
 
 #include <cstddef>
@@ -8,9 +6,9 @@
 
 namespace zn {
 
-/// The zlib stream of the `size` bytes at `data` (null when `size` is 0). Works through the data
-/// once, in time proportional to it; the stream is never longer than the data by more than 5 bytes
-/// for each 65535 and each block, and a few. Throws std::bad_alloc.
+/// The zlib stream of the `size` bytes at `data` (null when `size` is 0), in time proportional to
+/// `size`. The stream is longer than the data by at most 5 bytes for each block and for each 65535
+/// bytes, and 6 bytes of header and checksum. Throws std::bad_alloc.
 std::vector<unsigned char> deflateStream(const unsigned char* data, std::size_t size);
 
 }  // namespace zn

@@ -1,24 +1,26 @@
 // Lengths come from Huffman's construction (1952) over the sorted frequencies, with two queues in
-// place of a heap: trees are made in the order of their weight, so the lightest one is always at
-// the head of the leaves or of the trees. Lengths beyond the limit are cut to it, and room for them
-// is made by lengthening the codes next to the limit until the set fits again.
-
+// place of a heap: trees are made in ascending order of weight, so the lightest one is always the
+// first of the leaves or the first of the trees. Lengths above the limit are cut to it, which makes
+// the set over-subscribed; codes just below the limit are then lengthened until it is complete.
 #include "foundation/compression/deflate_code.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
 
+#include "foundation/compression/deflate_format.h"
+
 namespace zn::deflate {
 
 namespace {
 
-constexpr unsigned LONGEST_CODE = 15;
+using deflate_format::MAX_CODE_BITS;
 
-using LengthCounts = std::array<std::uint32_t, LONGEST_CODE + 1>;
+// How many codes have each length.
+using LengthCounts = std::array<std::uint32_t, MAX_CODE_BITS + 1>;
 using Symbols = std::vector<std::uint16_t>;
 
-// The symbols that get a code, from the rarest on.
+// The symbols that get a code, by ascending frequency.
 Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   Symbols used;
   for (std::size_t symbol = 0; symbol < frequencies.size(); ++symbol) {
@@ -36,11 +38,11 @@ Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   return used;
 }
 
-// How many symbols get each length; lengths beyond `longest` count as `longest`. Node i < n is the
-// leaf of symbol i, node n + k the tree made k-th; a tree is made after its parts, so that parents
-// stand behind their children and depths follow from the root, the last node, backwards.
+// How many symbols get each length; lengths above `maxBits` count as `maxBits`. Nodes 0 to n - 1
+// are the leaves, in the order of `used`, and node n + k is the k-th tree made. A tree is made
+// after its children, so depths are computed from the last node, the root, backwards.
 LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t>& frequencies,
-                            unsigned longest) {
+                            unsigned maxBits) {
   const std::size_t leafCount = used.size();
   const std::size_t nodeCount = 2 * leafCount - 1;
   std::vector<std::uint64_t> weights(nodeCount);
@@ -50,10 +52,10 @@ LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t
   std::size_t nextLeaf = 0;
   std::size_t nextTree = leafCount;
   for (std::size_t made = leafCount; made < nodeCount; ++made) {
-    for (int part = 0; part < 2; ++part) {
-      const bool leaf =
+    for (int child = 0; child < 2; ++child) {
+      const bool isLeaf =
           nextLeaf < leafCount && (nextTree == made || weights[nextLeaf] <= weights[nextTree]);
-      const std::size_t lightest = leaf ? nextLeaf++ : nextTree++;
+      const std::size_t lightest = isLeaf ? nextLeaf++ : nextTree++;
       weights[made] += weights[lightest];
       parents[lightest] = made;
     }
@@ -64,22 +66,23 @@ LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t
   for (std::size_t node = nodeCount - 1; node > 0;) {
     --node;
     depths[node] = depths[parents[node]] + 1;
-    if (node < leafCount) ++counts[std::min(depths[node], longest)];
+    if (node < leafCount) ++counts[std::min(depths[node], maxBits)];
   }
   return counts;
 }
 
-// Counted in codes of `longest` bits, a set may take 2^longest. One code of that length moves up to
-// share the place of a shorter one, which saves one such code each time.
-void fitWithin(LengthCounts& counts, unsigned longest) {
+// Measured in codes of `maxBits` bits, a complete set takes 2^maxBits. Each step lengthens one
+// shorter code by a bit and gives the second half of its place to a code of `maxBits` bits, which
+// saves one.
+void makeFit(LengthCounts& counts, unsigned maxBits) {
   std::uint32_t taken = 0;
-  for (unsigned bits = 1; bits <= longest; ++bits) taken += counts[bits] << (longest - bits);
-  for (; taken > 1U << longest; --taken) {
-    unsigned bits = longest - 1;
+  for (unsigned bits = 1; bits <= maxBits; ++bits) taken += counts[bits] << (maxBits - bits);
+  for (; taken > 1U << maxBits; --taken) {
+    unsigned bits = maxBits - 1;
     while (counts[bits] == 0) --bits;
     --counts[bits];
     counts[bits + 1] += 2;
-    --counts[longest];
+    --counts[maxBits];
   }
 }
 
@@ -96,7 +99,7 @@ Code codeOfLengths(std::vector<std::uint8_t> lengths) {
   for (const std::uint8_t length : lengths) ++counts[length];
   counts[0] = 0;
   LengthCounts next{};
-  for (unsigned bits = 1; bits <= LONGEST_CODE; ++bits) {
+  for (unsigned bits = 1; bits <= MAX_CODE_BITS; ++bits) {
     next[bits] = (next[bits - 1] + counts[bits - 1]) << 1;
   }
   Code code;
@@ -107,13 +110,13 @@ Code codeOfLengths(std::vector<std::uint8_t> lengths) {
   return code;
 }
 
-Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned longest) {
+Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits) {
   const Symbols used = usedSymbols(frequencies);
-  LengthCounts counts = huffmanLengths(used, frequencies, longest);
-  fitWithin(counts, longest);
+  LengthCounts counts = huffmanLengths(used, frequencies, maxBits);
+  makeFit(counts, maxBits);
   std::vector<std::uint8_t> lengths(frequencies.size());
   auto symbol = used.begin();
-  for (unsigned bits = longest; bits > 0; --bits) {
+  for (unsigned bits = maxBits; bits > 0; --bits) {
     for (std::uint32_t i = 0; i < counts[bits]; ++i) {
       lengths[*symbol++] = static_cast<std::uint8_t>(bits);
     }

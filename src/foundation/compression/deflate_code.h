@@ -1,6 +1,4 @@
-// Prefix codes for the encoder: which lengths they get, and their bits.
-//
-// This is an internal header of the encoder, foundation/deflate.h.
+// Prefix codes for the encoder: the lengths of the codes, and their bits. Internal.
 #pragma once
 
 #include <cstdint>
@@ -8,20 +6,20 @@
 
 namespace zn::deflate {
 
-/// A code for each symbol of an alphabet. Bits are stored as the stream wants them, the code's
-/// first bit lowest. A symbol of length 0 has no code.
+/// A code for each symbol of an alphabet; a symbol of length 0 has none. Bits are in the order of
+/// the stream, the code's first bit lowest.
 struct Code {
   std::vector<std::uint8_t> lengths;
   std::vector<std::uint16_t> bits;
 };
 
-/// The canonical code of the given lengths, which must be those of a set of codes.
+/// The canonical code of the given lengths, which must not be over-subscribed.
 Code codeOfLengths(std::vector<std::uint8_t> lengths);
 
-/// A complete code of at most `longest` bits, short where `frequencies` are high. Symbols of
-/// frequency 0 get none, but that two symbols always get one, since not every decoder takes less.
-/// An alphabet holds 2 to 288 symbols, `longest` is at least 7 for up to 19 of them, else 15, and
-/// the frequencies add up to less than 2^32.
-Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned longest);
+/// A complete code of at most `maxBits` bits, short where `frequencies` are high. Symbols of
+/// frequency 0 get no code, except that at least two symbols get one: not every decoder accepts
+/// fewer. An alphabet has 2 to 288 symbols, `maxBits` is at least 7 for up to 19 of them and 15
+/// otherwise, and the frequencies add up to less than 2^32.
+Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits);
 
 }  // namespace zn::deflate

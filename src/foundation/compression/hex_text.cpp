@@ -1,9 +1,11 @@
-// Most texts are digits and nothing else, or have a blank once a line. So digits are taken four
-// pairs a step as long as all eight characters are digits, and singly around anything else.
-
+// Most texts are digits and nothing else, or have one white space character a line. So digits are
+// read four pairs a step as long as all eight characters are digits, and one by one otherwise.
 #include "foundation/compression/hex_text.h"
 
 #include <array>
+
+#include <vsa/foundation/char_class.h>
+#include "foundation/base/hex_digits.h"
 
 namespace zn {
 
@@ -13,23 +15,22 @@ constexpr unsigned char WHITE_SPACE = 0x40;
 constexpr unsigned char BAD = 0x80;
 constexpr unsigned char NO_DIGIT = WHITE_SPACE | BAD;
 
+constexpr unsigned char valueOf(char c) {
+  if (char_class::is(c, char_class::SPACE)) return WHITE_SPACE;
+  if (!char_class::is(c, char_class::HEX_DIGIT)) return BAD;
+  return static_cast<unsigned char>(detail::hexValue(c));
+}
+
 // For each character the value of the digit, or one of the marks above.
 constexpr std::array<unsigned char, 256> makeDigitValues() {
   std::array<unsigned char, 256> values{};
-  values.fill(BAD);
-  for (const char c : {' ', '\t', '\n', '\v', '\f', '\r'}) {
-    values[static_cast<unsigned char>(c)] = WHITE_SPACE;
-  }
-  for (unsigned char i = 0; i < 10; ++i) values['0' + i] = i;
-  for (unsigned char i = 0; i < 6; ++i) {
-    values['a' + i] = values['A' + i] = static_cast<unsigned char>(10 + i);
-  }
+  for (unsigned byte = 0; byte < 256; ++byte) values[byte] = valueOf(static_cast<char>(byte));
   return values;
 }
 
 constexpr auto DIGIT_VALUES = makeDigitValues();
 
-// Two digits as a byte, or, above 0xFF, a number that says that they are not two digits.
+// The byte of two digits; a number above 0xFF when the characters are not two digits.
 unsigned pairAt(const unsigned char* text) {
   const unsigned high = DIGIT_VALUES[text[0]];
   const unsigned low = DIGIT_VALUES[text[1]];
@@ -40,15 +41,15 @@ unsigned pairAt(const unsigned char* text) {
 
 std::size_t HexFeed::next(const unsigned char*& bytes) {
   unsigned char* to = run_;
-  while (to != run_ + RUN_BYTES && text_ != textEnd_ && !sawBadCharacter_) {
-    if (!halfByte_) to = takePairs(to);
-    if (to != run_ + RUN_BYTES && text_ != textEnd_) to = takeCharacter(to);
+  while (to != run_ + RUN_BYTES && text_ != textEnd_ && !hasBadCharacter_) {
+    if (!hasHalfByte_) to = readPairs(to);
+    if (to != run_ + RUN_BYTES && text_ != textEnd_) to = readCharacter(to);
   }
   bytes = run_;
   return static_cast<std::size_t>(to - run_);
 }
 
-unsigned char* HexFeed::takePairs(unsigned char* to) {
+unsigned char* HexFeed::readPairs(unsigned char* to) {
   while (textEnd_ - text_ >= 8 && run_ + RUN_BYTES - to >= 4) {
     const unsigned first = pairAt(text_);
     const unsigned second = pairAt(text_ + 2);
@@ -61,25 +62,25 @@ unsigned char* HexFeed::takePairs(unsigned char* to) {
     to[3] = static_cast<unsigned char>(fourth);
     to += 4;
     text_ += 8;
-    sawDigit_ = true;
+    hasDigit_ = true;
   }
   return to;
 }
 
-unsigned char* HexFeed::takeCharacter(unsigned char* to) {
+unsigned char* HexFeed::readCharacter(unsigned char* to) {
   const unsigned char value = DIGIT_VALUES[*text_++];
   if (value == WHITE_SPACE) return to;
   if (value == BAD) {
-    sawBadCharacter_ = true;
+    hasBadCharacter_ = true;
     return to;
   }
-  sawDigit_ = true;
-  if (halfByte_) {
+  hasDigit_ = true;
+  if (hasHalfByte_) {
     *to++ = static_cast<unsigned char>(highDigit_ | value);
   } else {
     highDigit_ = static_cast<unsigned char>(value << 4);
   }
-  halfByte_ = !halfByte_;
+  hasHalfByte_ = !hasHalfByte_;
   return to;
 }
 
@@ -90,10 +91,9 @@ void HexFeed::skipRest() {
 }
 
 void writeHex(const unsigned char* data, std::size_t size, char* to) {
-  constexpr char DIGITS[] = "0123456789abcdef";
   for (std::size_t i = 0; i < size; ++i) {
-    *to++ = DIGITS[data[i] >> 4];
-    *to++ = DIGITS[data[i] & 15];
+    *to++ = detail::HEX_DIGITS[data[i] >> 4];
+    *to++ = detail::HEX_DIGITS[data[i] & 15];
   }
 }
 

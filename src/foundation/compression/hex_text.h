@@ -1,4 +1,4 @@
-// Bytes written as text, two hexadecimal digits each, high digit first.
+// Bytes as text, two hexadecimal digits each, high digit first. Internal.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,9 @@
 
 namespace zn {
 
-/// Turns the digits of a text into bytes, run by run, for the decoder to pull: there is never more
-/// than one run of them. Digits may be in either case, and white space may stand between any two.
-/// The text must outlive the feed.
+/// Converts the digits of a text to bytes for the decoder, one run at a time: there is never more
+/// than one run of them in memory. Digits may be in either case, and white space may stand between
+/// any two. The text must outlive the feed.
 class HexFeed final : public ByteFeed {
  public:
   /// Reads the `size` characters at `text`, all of them digits or white space.
@@ -19,28 +19,30 @@ class HexFeed final : public ByteFeed {
   /// The next run of whole bytes. The input ends with the text, or before its first bad character.
   std::size_t next(const unsigned char*& bytes) override;
 
-  /// Reads what is left of the text, only to learn what the queries below tell.
+  /// Reads the rest of the text, for what the queries below say about it.
   void skipRest();
 
-  /// Of the text read so far: a character was neither digit nor white space,
-  bool sawBadCharacter() const { return sawBadCharacter_; }
-  /// there was a digit at all,
-  bool sawDigit() const { return sawDigit_; }
-  /// and the last byte lacks its second digit.
-  bool halfByte() const { return halfByte_; }
+  // About the text read so far.
+
+  /// Whether a character was neither digit nor white space.
+  bool hasBadCharacter() const { return hasBadCharacter_; }
+  /// Whether there was a digit.
+  bool hasDigit() const { return hasDigit_; }
+  /// Whether the last byte lacks its second digit.
+  bool hasHalfByte() const { return hasHalfByte_; }
 
  private:
   static constexpr std::size_t RUN_BYTES = 8192;
 
-  unsigned char* takePairs(unsigned char* to);
-  unsigned char* takeCharacter(unsigned char* to);
+  unsigned char* readPairs(unsigned char* to);
+  unsigned char* readCharacter(unsigned char* to);
 
   const unsigned char* text_;
   const unsigned char* textEnd_;
-  bool sawBadCharacter_ = false;
-  bool sawDigit_ = false;
-  bool halfByte_ = false;
-  unsigned char highDigit_ = 0;  // when halfByte_, its first digit, in the upper four bits
+  bool hasBadCharacter_ = false;
+  bool hasDigit_ = false;
+  bool hasHalfByte_ = false;
+  unsigned char highDigit_ = 0;  // of the half byte: its first digit, in the upper four bits
   unsigned char run_[RUN_BYTES];
 };
 

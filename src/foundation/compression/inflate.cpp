@@ -1,126 +1,25 @@
-// Two gears over one state. The quick one runs while the input run and the output have room for
-// anything that one step may do; it tests nothing else, refills 8 bytes at a time and copies
-// matches in wide strokes. The careful one takes one symbol at a time, byte by byte across the
-// edges of the input runs, and tests every bound. Bits wait in a 64-bit word, the next one lowest.
-
+// Two loops over one state. The fast one runs while the input run and the output have enough bytes
+// left for any round of it; it checks no other bound, refills its bit buffer 8 bytes at a time and
+// copies matches in chunks. The careful one decodes one symbol a round, reads byte by byte across
+// the edges of the input runs, and checks every bound. The bit buffer is a 64-bit word, the next
+// bit lowest.
 #include "foundation/compression/inflate.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 
 #include "foundation/compression/adler32.h"
+#include "foundation/compression/deflate_format.h"
+#include "foundation/compression/inflate_fast.h"
 #include "foundation/compression/inflate_table.h"
-
-// Marks a function that shifts bits out of an unsigned number on purpose.
-#if defined(__clang__)
-#define ZN_SHIFTS_BITS_OUT __attribute__((no_sanitize("unsigned-shift-base")))
-#else
-#define ZN_SHIFTS_BITS_OUT
-#endif
 
 namespace zn {
 
 namespace {
 
+using namespace deflate_format;
 using namespace inflate;
-
-// One quick step takes up to three literals, or two and a match, and loads 8 bytes three times,
-// each load moving on by up to 7.
-constexpr std::ptrdiff_t QUICK_INPUT = 2 * 7 + 8;
-constexpr std::ptrdiff_t LONGEST_MATCH = 258;
-constexpr std::ptrdiff_t STROKE_BYTES = 16;
-constexpr std::ptrdiff_t LONGEST_OVERSHOOT = 2 * STROKE_BYTES;
-constexpr std::ptrdiff_t QUICK_OUTPUT = 3 + LONGEST_MATCH + LONGEST_OVERSHOOT;
-
-constexpr unsigned FULL_BITS = 56;  // a refill leaves this many bits or more
-
-constexpr std::uint64_t lowBits(std::uint64_t bits, unsigned count) {
-  return bits & ((std::uint64_t{1} << count) - 1);
-}
-
-inline std::uint64_t loadLittleEndian(const unsigned char* from) {
-  std::uint64_t word;
-  std::memcpy(&word, from, sizeof word);
-  if constexpr (std::endian::native == std::endian::big) word = __builtin_bswap64(word);
-  return word;
-}
-
-ZN_SHIFTS_BITS_OUT inline std::uint64_t bitsFrom(std::uint64_t word, unsigned place) {
-  return word << place;
-}
-
-template <std::size_t Bytes>
-inline void copyBytes(unsigned char* to, const unsigned char* from) {
-  unsigned char hold[Bytes];
-  std::memcpy(hold, from, Bytes);
-  std::memcpy(to, hold, Bytes);
-}
-
-// Copies a match of `length` bytes (3 or more) from `distance` bytes back, and up to
-// LONGEST_OVERSHOOT bytes of anything behind it.
-inline void copyMatchWide(unsigned char* to, std::size_t distance, std::size_t length) {
-  const unsigned char* from = to - distance;
-  const unsigned char* const end = to + length;
-  if (distance >= STROKE_BYTES) {
-    copyBytes<STROKE_BYTES>(to, from);
-    copyBytes<STROKE_BYTES>(to + STROKE_BYTES, from + STROKE_BYTES);
-    for (to += 2 * STROKE_BYTES, from += 2 * STROKE_BYTES; to < end;
-         to += STROKE_BYTES, from += STROKE_BYTES) {
-      copyBytes<STROKE_BYTES>(to, from);
-    }
-  } else if (distance == 1) {
-    std::memset(to, *from, STROKE_BYTES);
-    for (to += STROKE_BYTES; to < end; to += STROKE_BYTES) std::memset(to, *from, STROKE_BYTES);
-  } else if (distance >= 8) {
-    for (; to < end; to += 8, from += 8) copyBytes<8>(to, from);
-  } else {
-    // Each stroke of 8 is right in its first `distance` bytes; the next one starts behind them.
-    for (; to < end; to += distance, from += distance) copyBytes<8>(to, from);
-  }
-}
-
-// The bits of the quick gear, with the input they are loaded from. The bits above the count are
-// those of the byte at `in`, loaded already and counted later.
-struct QuickBits {
-  std::uint64_t bits;
-  unsigned count;
-  const unsigned char* in;
-
-  void refill() {
-    bits |= bitsFrom(loadLittleEndian(in), count);
-    in += (63 - count) >> 3;
-    count |= FULL_BITS;
-  }
-
-  void drop(unsigned dropped) {
-    bits >>= dropped;
-    count -= dropped;
-  }
-
-  Entry look(const Table& table) const { return table.slots[lowBits(bits, table.primaryBits)]; }
-
-  // Goes from an entry that leads to a subtable to the one in there.
-  Entry lookFurther(const Table& table, Entry entry) {
-    drop(droppedBits(entry));
-    return table.slots[entryValue(entry) + lowBits(bits, codeBits(entry))];
-  }
-
-  // The length or distance of an entry and the extra bits behind its code.
-  unsigned takeValue(Entry entry) {
-    const unsigned dropped = droppedBits(entry);
-    const auto extra = static_cast<unsigned>(lowBits(bits, dropped) >> codeBits(entry));
-    drop(dropped);
-    return entryValue(entry) + extra;
-  }
-
-  // Writes the byte of a literal's entry.
-  void takeLiteral(Entry entry, unsigned char*& out) {
-    drop(droppedBits(entry));
-    *out++ = static_cast<unsigned char>(entry >> 16 & 0xFF);
-  }
-};
 
 class Inflater {
  public:
@@ -132,29 +31,29 @@ class Inflater {
   std::size_t length() const { return static_cast<std::size_t>(out_ - start_); }
 
  private:
-  // How a step went: on to the next one, the end of the block, or a fault.
+  // The outcome of a step: go on with the next one, the end of the block, or a fault.
   enum class Step { Next, BlockEnd, EndsEarly, Corrupt, TooLarge };
 
   static InflateStatus statusOf(Step fault);
 
   bool nextRun();
   void sumOutput();
-  bool need(unsigned count);
-  unsigned take(unsigned count);
-  bool takeCode(const Table& table, Entry& entry);
-  bool takeValue(Entry entry, unsigned& value);
+  bool ensure(unsigned count);
+  unsigned read(unsigned count);
+  bool readCode(const Table& table, Entry& entry);
+  bool readValue(Entry entry, unsigned& value);
 
   Step header();
   Step block(bool& last);
   Step storedBlock();
   Step storedBytes(std::size_t left);
   Step dynamicBlock();
-  Step readLengths(const Table& lengthCodes, std::uint8_t* lengths, unsigned count);
-  Step compressedBlock(const Table& symbols, const Table& distances);
-  bool quickPossible() const;
-  Step quickSymbols(const Table& symbols, const Table& distances);
-  Step symbol(const Table& symbols, const Table& distances);
-  Step match(unsigned length, const Table& distances);
+  Step readCodeLengths(const Table& codeLengths, std::uint8_t* lengths, unsigned count);
+  Step compressedBlock(const Table& litlen, const Table& distance);
+  bool isFastLoopPossible() const;
+  Step fastLoop(const Table& litlen, const Table& distance);
+  Step symbol(const Table& litlen, const Table& distance);
+  Step match(unsigned length, const Table& distance);
   InflateStatus trailer();
 
   ByteFeed& feed_;
@@ -165,10 +64,10 @@ class Inflater {
   unsigned char* const start_;
   unsigned char* out_;
   unsigned char* const end_;
-  const unsigned char* summed_;  // the output before it is in `adler_`
+  const unsigned char* summed_;  // the output before this is in `adler_`
   std::uint32_t adler_ = ADLER32_START;
 
-  Entry symbolSlots_[SYMBOL_SLOTS];
+  Entry litlenSlots_[LITLEN_SLOTS];
   Entry distanceSlots_[DISTANCE_SLOTS];
 };
 
@@ -178,7 +77,7 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Output is summed once a run, while it is still in the cache.
+// Output is summed once an input run, while it is still in the cache.
 bool Inflater::nextRun() {
   sumOutput();
   const std::size_t size = feed_.next(in_);
@@ -191,8 +90,8 @@ void Inflater::sumOutput() {
   summed_ = out_;
 }
 
-// Makes sure of `count` bits, at most 32; false where the input ends before.
-bool Inflater::need(unsigned count) {
+// Loads until there are `count` bits, at most 32; false where the input ends before.
+bool Inflater::ensure(unsigned count) {
   while (bitCount_ < count) {
     if (in_ == inEnd_ && !nextRun()) return false;
     bits_ |= std::uint64_t{*in_++} << bitCount_;
@@ -201,17 +100,17 @@ bool Inflater::need(unsigned count) {
   return true;
 }
 
-// The next `count` bits, of which need() has made sure.
-unsigned Inflater::take(unsigned count) {
+// The next `count` bits; `ensure` has loaded them.
+unsigned Inflater::read(unsigned count) {
   const auto value = static_cast<unsigned>(lowBits(bits_, count));
   bits_ >>= count;
   bitCount_ -= count;
   return value;
 }
 
-// Drops the code that comes next and gives its entry; false where the input ends inside it. Bits
-// past the end look like zeros, so what they lead to counts only when the code lies before them.
-bool Inflater::takeCode(const Table& table, Entry& entry) {
+// Reads the next code and gives its entry; false where the input ends inside it. Bits past the end
+// of the input look like zeros, so a code counts only when it ends before them.
+bool Inflater::readCode(const Table& table, Entry& entry) {
   for (;;) {
     unsigned codeLength = 0;
     entry = table.slots[lowBits(bits_, table.primaryBits)];
@@ -221,18 +120,18 @@ bool Inflater::takeCode(const Table& table, Entry& entry) {
     }
     codeLength += codeBits(entry);
     if (codeLength <= bitCount_) {
-      take(codeLength);
+      read(codeLength);
       return true;
     }
-    if (!need(bitCount_ + 1)) return false;
+    if (!ensure(bitCount_ + 1)) return false;
   }
 }
 
-// The value of an entry whose code was taken; false where the input ends inside its extra bits.
-bool Inflater::takeValue(Entry entry, unsigned& value) {
+// The value of an entry whose code has been read; false where the input ends inside its extra bits.
+bool Inflater::readValue(Entry entry, unsigned& value) {
   const unsigned extraBits = droppedBits(entry) - codeBits(entry);
-  if (!need(extraBits)) return false;
-  value = entryValue(entry) + take(extraBits);
+  if (!ensure(extraBits)) return false;
+  value = entryValue(entry) + read(extraBits);
   return true;
 }
 
@@ -244,37 +143,33 @@ InflateStatus Inflater::run() {
 }
 
 Inflater::Step Inflater::header() {
-  constexpr unsigned METHOD_DEFLATE = 8;
-  constexpr unsigned LARGEST_WINDOW = 7;
-  constexpr unsigned PRESET_DICTIONARY = 0x20;
-  if (!need(16)) return Step::EndsEarly;
-  const unsigned method = take(8);
-  const unsigned flags = take(8);
-  const bool right = (method << 8 | flags) % 31 == 0 && (method & 15) == METHOD_DEFLATE &&
-                     method >> 4 <= LARGEST_WINDOW && (flags & PRESET_DICTIONARY) == 0;
-  return right ? Step::Next : Step::Corrupt;
+  if (!ensure(16)) return Step::EndsEarly;
+  const unsigned method = read(8);
+  const unsigned flags = read(8);
+  const bool isValid = (method << 8 | flags) % 31 == 0 && (method & 15) == METHOD_DEFLATE &&
+                       method >> 4 <= MAX_WINDOW_SIZE_CODE && (flags & PRESET_DICTIONARY) == 0;
+  return isValid ? Step::Next : Step::Corrupt;
 }
 
 Inflater::Step Inflater::block(bool& last) {
-  if (!need(3)) return Step::EndsEarly;
-  last = take(1) != 0;
-  switch (take(2)) {
-    case 0:
+  if (!ensure(3)) return Step::EndsEarly;
+  last = read(1) != 0;
+  switch (static_cast<BlockType>(read(2))) {
+    case BlockType::Stored:
       return storedBlock();
-    case 1:
-      return compressedBlock(fixedTables().symbols, fixedTables().distances);
-    case 2:
+    case BlockType::FixedCodes:
+      return compressedBlock(fixedTables().litlen, fixedTables().distance);
+    case BlockType::DynamicCodes:
       return dynamicBlock();
-    default:
-      return Step::Corrupt;
   }
+  return Step::Corrupt;
 }
 
 Inflater::Step Inflater::storedBlock() {
-  take(bitCount_ & 7);
-  if (!need(32)) return Step::EndsEarly;
-  const unsigned size = take(16);
-  const unsigned complement = take(16);
+  read(bitCount_ & 7);
+  if (!ensure(32)) return Step::EndsEarly;
+  const unsigned size = read(16);
+  const unsigned complement = read(16);
   if ((size ^ complement) != 0xFFFF) return Step::Corrupt;
   return storedBytes(size);
 }
@@ -282,7 +177,7 @@ Inflater::Step Inflater::storedBlock() {
 Inflater::Step Inflater::storedBytes(std::size_t left) {
   for (; left > 0 && bitCount_ > 0; --left) {
     if (out_ == end_) return Step::TooLarge;
-    *out_++ = static_cast<unsigned char>(take(8));
+    *out_++ = static_cast<unsigned char>(read(8));
   }
   while (left > 0) {
     if (in_ == inEnd_ && !nextRun()) return Step::EndsEarly;
@@ -298,129 +193,120 @@ Inflater::Step Inflater::storedBytes(std::size_t left) {
 }
 
 Inflater::Step Inflater::dynamicBlock() {
-  constexpr std::uint8_t ORDER[LENGTH_CODE_COUNT] = {16, 17, 18, 0, 8,  7, 9,  6, 10, 5,
-                                                     11, 4,  12, 3, 13, 2, 14, 1, 15};
-  constexpr unsigned MOST_SYMBOLS = 286;
-  constexpr unsigned MOST_DISTANCES = 30;
-  if (!need(14)) return Step::EndsEarly;
-  const unsigned symbolCount = take(5) + 257;
-  const unsigned distanceCount = take(5) + 1;
-  const unsigned lengthCodeCount = take(4) + 4;
-  if (symbolCount > MOST_SYMBOLS || distanceCount > MOST_DISTANCES) return Step::Corrupt;
-
-  std::uint8_t lengths[MOST_SYMBOLS + MOST_DISTANCES] = {};
-  for (unsigned i = 0; i < lengthCodeCount; ++i) {
-    if (!need(3)) return Step::EndsEarly;
-    lengths[ORDER[i]] = static_cast<std::uint8_t>(take(3));
+  if (!ensure(LITLEN_COUNT_BITS + DISTANCE_COUNT_BITS + CODE_LENGTH_COUNT_BITS)) {
+    return Step::EndsEarly;
   }
-  Table lengthCodes;
-  if (!buildTable(Alphabet::LengthCodes, lengths, LENGTH_CODE_COUNT, symbolSlots_, lengthCodes)) {
+  const unsigned litlenCount = MIN_LITLEN_COUNT + read(LITLEN_COUNT_BITS);
+  const unsigned distanceCount = MIN_DISTANCE_COUNT + read(DISTANCE_COUNT_BITS);
+  const unsigned codeLengthCount = MIN_CODE_LENGTH_COUNT + read(CODE_LENGTH_COUNT_BITS);
+  if (litlenCount > LITLEN_COUNT || distanceCount > DISTANCE_COUNT) return Step::Corrupt;
+
+  std::uint8_t lengths[LITLEN_COUNT + DISTANCE_COUNT] = {};
+  for (unsigned i = 0; i < codeLengthCount; ++i) {
+    if (!ensure(CODE_LENGTH_LENGTH_BITS)) return Step::EndsEarly;
+    lengths[CODE_LENGTH_ORDER[i]] = static_cast<std::uint8_t>(read(CODE_LENGTH_LENGTH_BITS));
+  }
+  Table codeLengths;
+  if (!buildTable(Alphabet::CodeLength, lengths, CODE_LENGTH_COUNT, litlenSlots_, codeLengths)) {
     return Step::Corrupt;
   }
-  const Step step = readLengths(lengthCodes, lengths, symbolCount + distanceCount);
+  const Step step = readCodeLengths(codeLengths, lengths, litlenCount + distanceCount);
   if (step != Step::Next) return step;
 
-  constexpr unsigned BLOCK_END_SYMBOL = 256;
-  Table symbols;
-  Table distances;
-  const bool right = lengths[BLOCK_END_SYMBOL] != 0 &&
-                     buildTable(Alphabet::Symbols, lengths, symbolCount, symbolSlots_, symbols) &&
-                     buildTable(Alphabet::Distances, lengths + symbolCount, distanceCount,
-                                distanceSlots_, distances);
-  return right ? compressedBlock(symbols, distances) : Step::Corrupt;
+  Table litlen;
+  Table distance;
+  const bool isValid = lengths[END_OF_BLOCK] != 0 &&
+                       buildTable(Alphabet::Litlen, lengths, litlenCount, litlenSlots_, litlen) &&
+                       buildTable(Alphabet::Distance, lengths + litlenCount, distanceCount,
+                                  distanceSlots_, distance);
+  return isValid ? compressedBlock(litlen, distance) : Step::Corrupt;
 }
 
-// The lengths of both codes in one row; a repetition may run from the first into the second.
-Inflater::Step Inflater::readLengths(const Table& lengthCodes, std::uint8_t* lengths,
-                                     unsigned count) {
-  struct Repetition {
-    unsigned extraBits;
-    unsigned least;
-  };
-  constexpr unsigned REPEAT_LAST = 16;
-  constexpr Repetition REPETITIONS[] = {{2, 3}, {3, 3}, {7, 11}};
-
+// The code lengths of both alphabets in one row; a repetition may run from the first into the
+// second.
+Inflater::Step Inflater::readCodeLengths(const Table& codeLengths, std::uint8_t* lengths,
+                                         unsigned count) {
   for (unsigned done = 0; done < count;) {
     Entry entry;
-    if (!takeCode(lengthCodes, entry)) return Step::EndsEarly;
-    const unsigned code = entryValue(entry);
-    if (code < REPEAT_LAST) {
-      lengths[done++] = static_cast<std::uint8_t>(code);
+    if (!readCode(codeLengths, entry)) return Step::EndsEarly;
+    const unsigned symbol = entryValue(entry);
+    if (symbol < REPEAT_PREVIOUS) {
+      lengths[done++] = static_cast<std::uint8_t>(symbol);
       continue;
     }
-    const Repetition& repetition = REPETITIONS[code - REPEAT_LAST];
-    if (!need(repetition.extraBits)) return Step::EndsEarly;
-    const unsigned times = repetition.least + take(repetition.extraBits);
-    if (times > count - done || (code == REPEAT_LAST && done == 0)) return Step::Corrupt;
-    const std::uint8_t repeated = code == REPEAT_LAST ? lengths[done - 1] : std::uint8_t{0};
-    std::fill_n(lengths + done, times, repeated);
+    const ValueRange range = repetitionRange(symbol);
+    if (!ensure(range.extraBits)) return Step::EndsEarly;
+    const unsigned times = range.base + read(range.extraBits);
+    const bool isPrevious = symbol == REPEAT_PREVIOUS;
+    if (times > count - done || (isPrevious && done == 0)) return Step::Corrupt;
+    std::fill_n(lengths + done, times, isPrevious ? lengths[done - 1] : std::uint8_t{0});
     done += times;
   }
   return Step::Next;
 }
 
-Inflater::Step Inflater::compressedBlock(const Table& symbols, const Table& distances) {
+Inflater::Step Inflater::compressedBlock(const Table& litlen, const Table& distance) {
   Step step = Step::Next;
   while (step == Step::Next) {
-    step = quickPossible() ? quickSymbols(symbols, distances) : symbol(symbols, distances);
+    step = isFastLoopPossible() ? fastLoop(litlen, distance) : symbol(litlen, distance);
   }
   return step == Step::BlockEnd ? Step::Next : step;
 }
 
-bool Inflater::quickPossible() const {
-  return inEnd_ - in_ >= QUICK_INPUT && end_ - out_ >= QUICK_OUTPUT;
+bool Inflater::isFastLoopPossible() const {
+  return inEnd_ - in_ >= FAST_INPUT_BYTES && end_ - out_ >= FAST_OUTPUT_BYTES;
 }
 
-// Many steps of the quick gear; they start and end with quickPossible().
-Inflater::Step Inflater::quickSymbols(const Table& symbolTable, const Table& distanceTable) {
-  const Table symbols = symbolTable;
+// Decodes symbols while isFastLoopPossible() holds.
+Inflater::Step Inflater::fastLoop(const Table& litlenTable, const Table& distanceTable) {
+  const Table litlen = litlenTable;
   const Table distances = distanceTable;
-  const unsigned char* const lastIn = inEnd_ - QUICK_INPUT;
-  const unsigned char* const lastOut = end_ - QUICK_OUTPUT;
-  QuickBits bits{bits_, bitCount_, in_};
+  const unsigned char* const lastIn = inEnd_ - FAST_INPUT_BYTES;
+  const unsigned char* const lastOut = end_ - FAST_OUTPUT_BYTES;
+  FastBits bits{bits_, bitCount_, in_};
   unsigned char* out = out_;
   Step step = Step::Next;
   do {
     bits.refill();
-    Entry entry = bits.look(symbols);
+    Entry entry = bits.peek(litlen);
     if ((entry & LITERAL) != 0) {
-      bits.takeLiteral(entry, out);
-      entry = bits.look(symbols);
+      bits.writeLiteral(entry, out);
+      entry = bits.peek(litlen);
       if ((entry & LITERAL) != 0) {
-        bits.takeLiteral(entry, out);
-        entry = bits.look(symbols);
+        bits.writeLiteral(entry, out);
+        entry = bits.peek(litlen);
         if ((entry & LITERAL) != 0) {
-          bits.takeLiteral(entry, out);
+          bits.writeLiteral(entry, out);
           continue;
         }
       }
     }
     if ((entry & NO_VALUE) != 0) {
-      if ((entry & SUBTABLE) != 0) entry = bits.lookFurther(symbols, entry);
+      if ((entry & SUBTABLE) != 0) entry = bits.enterSubtable(litlen, entry);
       if ((entry & LITERAL) != 0) {
-        bits.takeLiteral(entry, out);
+        bits.writeLiteral(entry, out);
         continue;
       }
       if ((entry & NO_VALUE) != 0) {
         bits.drop(droppedBits(entry));
-        step = (entry & END_OF_BLOCK) != 0 ? Step::BlockEnd : Step::Corrupt;
+        step = (entry & BLOCK_END) != 0 ? Step::BlockEnd : Step::Corrupt;
         break;
       }
     }
-    const unsigned length = bits.takeValue(entry);
+    const unsigned length = bits.readValue(entry);
     bits.refill();
-    entry = bits.look(distances);
-    if ((entry & SUBTABLE) != 0) entry = bits.lookFurther(distances, entry);
+    entry = bits.peek(distances);
+    if ((entry & SUBTABLE) != 0) entry = bits.enterSubtable(distances, entry);
     if ((entry & NO_VALUE) != 0) {
       step = Step::Corrupt;
       break;
     }
-    const unsigned distance = bits.takeValue(entry);
+    const unsigned distance = bits.readValue(entry);
     if (distance > static_cast<std::size_t>(out - start_)) {
       step = Step::Corrupt;
       break;
     }
-    copyMatchWide(out, distance, length);
+    copyMatch(out, distance, length);
     out += length;
   } while (bits.in <= lastIn && out <= lastOut);
   bits_ = lowBits(bits.bits, bits.count);
@@ -430,28 +316,28 @@ Inflater::Step Inflater::quickSymbols(const Table& symbolTable, const Table& dis
   return step;
 }
 
-// One step of the careful gear.
-Inflater::Step Inflater::symbol(const Table& symbols, const Table& distances) {
+// One round of the careful loop.
+Inflater::Step Inflater::symbol(const Table& litlen, const Table& distance) {
   Entry entry;
-  if (!takeCode(symbols, entry)) return Step::EndsEarly;
+  if (!readCode(litlen, entry)) return Step::EndsEarly;
   if ((entry & LITERAL) != 0) {
     if (out_ == end_) return Step::TooLarge;
     *out_++ = static_cast<unsigned char>(entryValue(entry));
     return Step::Next;
   }
   if ((entry & NO_VALUE) != 0) {
-    return (entry & END_OF_BLOCK) != 0 ? Step::BlockEnd : Step::Corrupt;
+    return (entry & BLOCK_END) != 0 ? Step::BlockEnd : Step::Corrupt;
   }
   unsigned length;
-  return takeValue(entry, length) ? match(length, distances) : Step::EndsEarly;
+  return readValue(entry, length) ? match(length, distance) : Step::EndsEarly;
 }
 
 Inflater::Step Inflater::match(unsigned length, const Table& distances) {
   Entry entry;
   unsigned distance;
-  if (!takeCode(distances, entry)) return Step::EndsEarly;
+  if (!readCode(distances, entry)) return Step::EndsEarly;
   if ((entry & NO_VALUE) != 0) return Step::Corrupt;
-  if (!takeValue(entry, distance)) return Step::EndsEarly;
+  if (!readValue(entry, distance)) return Step::EndsEarly;
   if (distance > this->length()) return Step::Corrupt;
   const std::size_t fitting = std::min<std::size_t>(length, static_cast<std::size_t>(end_ - out_));
   for (std::size_t i = 0; i < fitting; ++i, ++out_) {
@@ -461,10 +347,10 @@ Inflater::Step Inflater::match(unsigned length, const Table& distances) {
 }
 
 InflateStatus Inflater::trailer() {
-  take(bitCount_ & 7);
-  if (!need(32)) return InflateStatus::EndsEarly;
+  read(bitCount_ & 7);
+  if (!ensure(32)) return InflateStatus::EndsEarly;
   std::uint32_t checksum = 0;
-  for (int i = 0; i < 4; ++i) checksum = checksum << 8 | take(8);
+  for (int i = 0; i < 4; ++i) checksum = checksum << 8 | read(8);
   sumOutput();
   if (checksum != adler_) return InflateStatus::WrongChecksum;
   const bool more = bitCount_ > 0 || in_ != inEnd_ || nextRun();
@@ -484,7 +370,7 @@ class MemoryFeed : public ByteFeed {
   }
 
  private:
-  static constexpr std::size_t RUN_BYTES = 32768;  // so that output is summed while it is at hand
+  static constexpr std::size_t RUN_BYTES = 32768;  // short, so that output is summed in the cache
 
   const unsigned char* data_;
   std::size_t left_;
@@ -497,7 +383,7 @@ InflateStatus inflateStream(ByteFeed& feed, unsigned char* out, std::size_t capa
   Inflater inflater(feed, out, capacity);
   const InflateStatus status = inflater.run();
   length = inflater.length();
-  const auto overshoot = std::min(capacity - length, static_cast<std::size_t>(LONGEST_OVERSHOOT));
+  const auto overshoot = std::min(capacity - length, static_cast<std::size_t>(MAX_OVERSHOOT));
   if (overshoot > 0) std::memset(out + length, 0, overshoot);
   return status;
 }

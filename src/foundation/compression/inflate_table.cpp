@@ -1,8 +1,7 @@
 // Codes are canonical: sorted by length and then by symbol, each is the one before plus one.
 // Streams hold a code's highest bit first in their lowest bit, so codes are counted here with their
 // bits reversed. The primary slots grow with the lengths: all codes of n bits stand in the first
-// 2^n slots, and to go on to n + 1 bits these slots are written once more behind themselves.
-
+// 2^n slots, and for n + 1 bits these slots are first copied behind themselves.
 #include "foundation/compression/inflate_table.h"
 
 #include <algorithm>
@@ -12,85 +11,83 @@ namespace zn::inflate {
 
 namespace {
 
-constexpr Entry plainEntry(unsigned base, unsigned extraBits) {
-  return base << 16 | extraBits;
+using namespace deflate_format;
+
+constexpr Entry plainEntry(ValueRange range) {
+  return Entry{range.base} << 16 | range.extraBits;
 }
 
-// What a symbol's entry holds before the bits of its code are known.
+// An entry for each symbol, without the bits of its code.
 template <std::size_t Count>
 using Meanings = std::array<Entry, Count>;
 
-constexpr Meanings<SYMBOL_COUNT> makeSymbolMeanings() {
-  Meanings<SYMBOL_COUNT> meanings{};
-  for (unsigned byte = 0; byte < 256; ++byte) meanings[byte] = LITERAL | plainEntry(byte, 0);
-  meanings[256] = NO_VALUE | END_OF_BLOCK;
-  unsigned base = 3;
-  for (unsigned i = 0; i < 28; ++i) {
-    const unsigned extraBits = i < 8 ? 0 : i / 4 - 1;
-    meanings[257 + i] = plainEntry(base, extraBits);
-    base += 1U << extraBits;
+constexpr auto makeLitlenMeanings() {
+  Meanings<FIXED_LITLEN_COUNT> meanings{};
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    meanings[byte] = LITERAL | plainEntry({static_cast<std::uint16_t>(byte), 0});
   }
-  meanings[285] = plainEntry(258, 0);
-  meanings[286] = meanings[287] = NO_VALUE;
-  return meanings;
-}
-
-constexpr Meanings<DISTANCE_COUNT> makeDistanceMeanings() {
-  Meanings<DISTANCE_COUNT> meanings{};
-  unsigned base = 1;
-  for (unsigned i = 0; i < 30; ++i) {
-    const unsigned extraBits = i < 4 ? 0 : i / 2 - 1;
-    meanings[i] = plainEntry(base, extraBits);
-    base += 1U << extraBits;
+  meanings[END_OF_BLOCK] = NO_VALUE | BLOCK_END;
+  for (unsigned i = 0; i < LENGTH_RANGES.size(); ++i) {
+    meanings[FIRST_LENGTH_SYMBOL + i] = plainEntry(LENGTH_RANGES[i]);
   }
-  meanings[30] = meanings[31] = NO_VALUE;
+  std::fill(meanings.begin() + LITLEN_COUNT, meanings.end(), NO_VALUE);
   return meanings;
 }
 
-constexpr Meanings<LENGTH_CODE_COUNT> makeLengthCodeMeanings() {
-  Meanings<LENGTH_CODE_COUNT> meanings{};
-  for (unsigned i = 0; i < LENGTH_CODE_COUNT; ++i) meanings[i] = plainEntry(i, 0);
+constexpr auto makeDistanceMeanings() {
+  Meanings<FIXED_DISTANCE_COUNT> meanings{};
+  std::transform(DISTANCE_RANGES.begin(), DISTANCE_RANGES.end(), meanings.begin(), plainEntry);
+  std::fill(meanings.begin() + DISTANCE_COUNT, meanings.end(), NO_VALUE);
   return meanings;
 }
 
-constexpr auto SYMBOL_MEANINGS = makeSymbolMeanings();
+constexpr auto makeCodeLengthMeanings() {
+  Meanings<CODE_LENGTH_COUNT> meanings{};
+  for (unsigned i = 0; i < CODE_LENGTH_COUNT; ++i) {
+    meanings[i] = plainEntry({static_cast<std::uint16_t>(i), 0});
+  }
+  return meanings;
+}
+
+constexpr auto LITLEN_MEANINGS = makeLitlenMeanings();
 constexpr auto DISTANCE_MEANINGS = makeDistanceMeanings();
-constexpr auto LENGTH_CODE_MEANINGS = makeLengthCodeMeanings();
+constexpr auto CODE_LENGTH_MEANINGS = makeCodeLengthMeanings();
 
 struct AlphabetFacts {
   const Entry* meanings;
   unsigned primaryBits;
-  bool mayLeaveBits;
+  bool mayBeIncomplete;
 };
 
+// In the order of Alphabet.
 constexpr AlphabetFacts FACTS[] = {
-    {SYMBOL_MEANINGS.data(), SYMBOL_PRIMARY_BITS, true},
+    {LITLEN_MEANINGS.data(), LITLEN_PRIMARY_BITS, true},
     {DISTANCE_MEANINGS.data(), DISTANCE_PRIMARY_BITS, true},
-    {LENGTH_CODE_MEANINGS.data(), LENGTH_CODE_BITS, false},
+    {CODE_LENGTH_MEANINGS.data(), MAX_CODE_LENGTH_BITS, false},
 };
 
-// Codes of each length; those of length 0, which are none, are never asked for.
-using LengthCounts = std::array<unsigned, LONGEST_CODE + 1>;
+// How many codes have each length. The count at 0, of the symbols without a code, is not read.
+using LengthCounts = std::array<unsigned, MAX_CODE_BITS + 1>;
 
-// The bits of a code as an entry counts them: among the dropped ones, and as the code's own.
+// The bits of a code in an entry: they count among the dropped ones, and as the code's own.
 constexpr Entry codeOf(unsigned bits) {
   return bits << 8 | bits;
 }
 
-enum class Fit { Complete, LeavesBits, TooMany };
+enum class Fit { Complete, Incomplete, OverSubscribed };
 
 Fit fitOf(const LengthCounts& counts) {
   unsigned free = 1;
-  for (unsigned bits = 1; bits <= LONGEST_CODE; ++bits) {
+  for (unsigned bits = 1; bits <= MAX_CODE_BITS; ++bits) {
     free <<= 1;
-    if (counts[bits] > free) return Fit::TooMany;
+    if (counts[bits] > free) return Fit::OverSubscribed;
     free -= counts[bits];
   }
-  return free == 0 ? Fit::Complete : Fit::LeavesBits;
+  return free == 0 ? Fit::Complete : Fit::Incomplete;
 }
 
 unsigned longestOf(const LengthCounts& counts) {
-  unsigned longest = LONGEST_CODE;
+  unsigned longest = MAX_CODE_BITS;
   while (longest > 0 && counts[longest] == 0) --longest;
   return longest;
 }
@@ -98,13 +95,13 @@ unsigned longestOf(const LengthCounts& counts) {
 void sortByLength(const std::uint8_t* lengths, unsigned count, const LengthCounts& counts,
                   std::uint16_t* sorted) {
   LengthCounts next{};
-  for (unsigned bits = 1; bits < LONGEST_CODE; ++bits) next[bits + 1] = next[bits] + counts[bits];
+  for (unsigned bits = 1; bits < MAX_CODE_BITS; ++bits) next[bits + 1] = next[bits] + counts[bits];
   for (unsigned symbol = 0; symbol < count; ++symbol) {
     if (lengths[symbol] != 0) sorted[next[lengths[symbol]]++] = static_cast<std::uint16_t>(symbol);
   }
 }
 
-// Writes the slots of a complete set, from the shortest code to the longest.
+// Fills the slots of a complete set, from the shortest code to the longest.
 class Filler {
  public:
   Filler(const AlphabetFacts& facts, const LengthCounts& counts, const std::uint16_t* sorted,
@@ -122,7 +119,7 @@ class Filler {
       if (bits > 1) std::copy(slots_, slots_ + half, slots_ + half);
       for (; left_[bits] > 0; --left_[bits]) {
         slots_[code_] = meanings_[*next_++] + codeOf(bits);
-        countUp(bits);
+        advance(bits);
       }
     }
   }
@@ -150,15 +147,15 @@ class Filler {
         for (std::size_t at = code_ >> primaryBits_; at < subtableSize; at += stride) {
           slots_[start + at] = entry;
         }
-        countUp(bits);
+        advance(bits);
       }
     }
   }
 
  private:
-  // The next code of `bits` bits, reversed: the carry runs from the highest bit downwards. The last
-  // code of a complete set, all ones, is followed by 0.
-  void countUp(unsigned bits) {
+  // Advances to the next code of `bits` bits. Codes are reversed, so the carry runs from the
+  // highest bit down. After the last code of a complete set, all ones, comes 0.
+  void advance(unsigned bits) {
     unsigned bit = 1U << (bits - 1);
     while ((code_ & bit) != 0) {
       code_ ^= bit;
@@ -167,8 +164,8 @@ class Filler {
     code_ |= bit;
   }
 
-  // How many bits past the primary ones the codes of one prefix go, when the first of them has
-  // `bits` bits: as many as it takes until the codes that come next fill the prefix.
+  // How many bits index the subtable of one prefix whose first code has `bits` bits: as many as it
+  // takes until the codes that come next fill the prefix.
   unsigned subtableBits(unsigned bits, unsigned longest) const {
     unsigned indexBits = bits - primaryBits_;
     unsigned free = 1U << indexBits;
@@ -187,10 +184,10 @@ class Filler {
   unsigned code_ = 0;
 };
 
-// The two sets that leave bits over, with a table of one bit: slot 1 begins no code.
-bool buildShortTable(const AlphabetFacts& facts, const LengthCounts& counts, unsigned longest,
-                     const std::uint16_t* sorted, Entry* slots, Table& table) {
-  if (!facts.mayLeaveBits || longest > 1) return false;
+// The two incomplete sets, with a table of one bit: slot 1 begins no code.
+bool buildIncompleteTable(const AlphabetFacts& facts, const LengthCounts& counts, unsigned longest,
+                          const std::uint16_t* sorted, Entry* slots, Table& table) {
+  if (!facts.mayBeIncomplete || longest > 1) return false;
   slots[0] = slots[1] = NO_VALUE | codeOf(1);
   if (counts[1] == 1) slots[0] = facts.meanings[sorted[0]] + codeOf(1);
   table = Table{slots, 1};
@@ -205,13 +202,13 @@ bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, 
   LengthCounts counts{};
   for (unsigned symbol = 0; symbol < count; ++symbol) ++counts[lengths[symbol]];
   const Fit fit = fitOf(counts);
-  if (fit == Fit::TooMany) return false;
+  if (fit == Fit::OverSubscribed) return false;
 
   const unsigned longest = longestOf(counts);
-  std::uint16_t sorted[SYMBOL_COUNT];
+  std::uint16_t sorted[FIXED_LITLEN_COUNT];
   sortByLength(lengths, count, counts, sorted);
-  if (fit == Fit::LeavesBits) {
-    return buildShortTable(facts, counts, longest, sorted, slots, table);
+  if (fit == Fit::Incomplete) {
+    return buildIncompleteTable(facts, counts, longest, sorted, slots, table);
   }
   const unsigned primaryBits = std::min(longest, facts.primaryBits);
   Filler filler(facts, counts, sorted, slots, primaryBits);
@@ -222,14 +219,13 @@ bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, 
 }
 
 FixedTables::FixedTables() {
-  std::uint8_t lengths[SYMBOL_COUNT];
-  std::fill(lengths, lengths + 144, std::uint8_t{8});
-  std::fill(lengths + 144, lengths + 256, std::uint8_t{9});
-  std::fill(lengths + 256, lengths + 280, std::uint8_t{7});
-  std::fill(lengths + 280, lengths + 288, std::uint8_t{8});
-  buildTable(Alphabet::Symbols, lengths, SYMBOL_COUNT, symbolSlots, symbols);
-  std::fill(lengths, lengths + DISTANCE_COUNT, std::uint8_t{5});
-  buildTable(Alphabet::Distances, lengths, DISTANCE_COUNT, distanceSlots, distances);
+  std::uint8_t lengths[FIXED_LITLEN_COUNT];
+  for (unsigned symbol = 0; symbol < FIXED_LITLEN_COUNT; ++symbol) {
+    lengths[symbol] = fixedLitlenBits(symbol);
+  }
+  buildTable(Alphabet::Litlen, lengths, FIXED_LITLEN_COUNT, litlenSlots_, litlen);
+  std::fill_n(lengths, FIXED_DISTANCE_COUNT, FIXED_DISTANCE_BITS);
+  buildTable(Alphabet::Distance, lengths, FIXED_DISTANCE_COUNT, distanceSlots_, distance);
 }
 
 const FixedTables& fixedTables() {

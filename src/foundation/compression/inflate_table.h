@@ -1,11 +1,9 @@
-// Look-up tables that turn the next bits of a deflate stream into symbols.
-//
-// This is an internal header of the inflater; the service is foundation/decompress.h.
+// Look-up tables that turn the next bits of a deflate stream into symbols. Internal.
 //
 // A code of up to `primaryBits` bits is found in one step: the stream's next bits, read as a
-// number, index the table, and each code fills every slot that its bits begin. A longer code leads
-// to a subtable behind the primary slots, indexed by the bits that follow. An entry is one 32-bit
-// number that says all a decoder needs:
+// number, index the table, and each code fills every slot whose index begins with its bits. A
+// longer code leads to a subtable behind the primary slots, indexed by the bits that follow. An
+// entry is one 32-bit number that holds all a decoder needs:
 //
 //   bits 0..5    how many bits to drop: the code's, and those of the extra bits that follow it
 //   bits 8..11   how many of these are the code's, so that the rest can be read as the extra bits
@@ -21,6 +19,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "foundation/compression/deflate_format.h"
+
 namespace zn::inflate {
 
 using Entry = std::uint32_t;
@@ -28,7 +28,7 @@ using Entry = std::uint32_t;
 inline constexpr Entry LITERAL = 0x80000000U;
 inline constexpr Entry NO_VALUE = 0x8000U;
 inline constexpr Entry SUBTABLE = 0x4000U;
-inline constexpr Entry END_OF_BLOCK = 0x2000U;
+inline constexpr Entry BLOCK_END = 0x2000U;
 
 constexpr unsigned droppedBits(Entry entry) {
   return entry & 63U;
@@ -40,53 +40,46 @@ constexpr unsigned entryValue(Entry entry) {
   return entry >> 16 & 0x7FFFU;
 }
 
-inline constexpr unsigned LONGEST_CODE = 15;
-inline constexpr unsigned SYMBOL_PRIMARY_BITS = 11;
+inline constexpr unsigned LITLEN_PRIMARY_BITS = 11;
 inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
-inline constexpr unsigned LENGTH_CODE_BITS = 7;
 
-inline constexpr unsigned SYMBOL_COUNT = 288;
-inline constexpr unsigned DISTANCE_COUNT = 32;
-inline constexpr unsigned LENGTH_CODE_COUNT = 19;
-
-/// Slots enough for every set of codes. A subtable of 2^k slots is one whose longest code goes k
-/// bits on, and such a set has k + 1 codes or more; so subtables take at most 2^k / (k + 1) slots a
-/// symbol: 16/5 of 288 for symbols (k <= 4), 128/8 of 32 for distances (k <= 7).
-inline constexpr std::size_t SYMBOL_SLOTS = 2048 + 928;
+/// Enough slots for every set of codes. A subtable of 2^k slots has a longest code that goes on for
+/// k bits, and such a set has k + 1 codes or more. So subtables take at most 2^k / (k + 1) slots a
+/// symbol: 16/5 of 288 for literals and lengths (k <= 4), 128/8 of 32 for distances (k <= 7).
+inline constexpr std::size_t LITLEN_SLOTS = 2048 + 928;
 inline constexpr std::size_t DISTANCE_SLOTS = 256 + 512;
-inline constexpr std::size_t LENGTH_CODE_SLOTS = 128;
 
-/// A view of a built table: its slots and how many bits index the primary ones.
+/// A view of a table that has been built.
 struct Table {
   const Entry* slots;
-  unsigned primaryBits;
+  unsigned primaryBits;  ///< How many bits index the primary slots.
 };
 
-/// What the codes of a table stand for; it settles the values and what an incomplete set means.
-enum class Alphabet { Symbols, Distances, LengthCodes };
+/// What the codes of a table stand for; it decides the values and what an incomplete set means.
+enum class Alphabet { Litlen, Distance, CodeLength };
 
-/// Builds into `slots` (SYMBOL_SLOTS, DISTANCE_SLOTS or LENGTH_CODE_SLOTS of them) the table of the
-/// codes whose lengths in bits are the `count` numbers at `lengths`, 0 for a symbol without a code,
-/// none above LONGEST_CODE (LENGTH_CODE_BITS for length codes). False when the lengths are those of
-/// no set: over-subscribed, or with bits left over that begin no code. Two sets that leave bits
-/// over pass, since encoders write them where a block has one distance or none: a single code of
-/// one bit, except among length codes, and, except among length codes, no code at all. Bits that
-/// begin no code then lead to an entry that is NO_VALUE alone.
+/// Builds into `slots` the table of the codes whose lengths in bits are the `count` numbers at
+/// `lengths`: 0 for a symbol without a code, none above MAX_CODE_BITS (for code lengths
+/// MAX_CODE_LENGTH_BITS). `slots` holds LITLEN_SLOTS or DISTANCE_SLOTS entries; code lengths fit
+/// either. False when the set of codes is over-subscribed or incomplete. Two incomplete sets are
+/// accepted, except for code lengths, since encoders write them where a block has one distance or
+/// none: a single code of one bit, and no code at all. Bits that begin no code then lead to an
+/// entry that is NO_VALUE alone.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 
-/// The tables of blocks with fixed codes (RFC 1951, section 3.2.6), built once.
+/// The tables of blocks with fixed codes, built once.
 struct FixedTables {
   FixedTables();
   FixedTables(const FixedTables&) = delete;
   FixedTables& operator=(const FixedTables&) = delete;
 
-  Table symbols;
-  Table distances;
+  Table litlen;
+  Table distance;
 
  private:
-  Entry symbolSlots[SYMBOL_SLOTS];
-  Entry distanceSlots[DISTANCE_SLOTS];
+  Entry litlenSlots_[LITLEN_SLOTS];
+  Entry distanceSlots_[DISTANCE_SLOTS];
 };
 
 const FixedTables& fixedTables();

@@ -1,111 +1,105 @@
-// File: blocks from a source, bytes to the reader.
+// File: its handles, and the source that reads a path.
 #include <vsa/foundation/file.h>
 
-#include <array>
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
-#include <cstdio>
 #include <cstring>
-#include <memory>
+#include <string_view>
 #include <system_error>
+
+#include "foundation/io/open_file.h"
 
 namespace zn {
 
 namespace {
 
-/// What the handles share: the source, one block of it, and the place in the block.
-class OpenFile final : public RefCounted {
- public:
-  OpenFile(ByteSource* source, String failure) : source_(source), failure_(std::move(failure)) {
-    if (source_ != nullptr) source_->retain();
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
+using detail::OpenFile;
 
-  bool isOpen() const noexcept { return source_ != nullptr; }
-
-  String error() const { return source_ == nullptr ? failure_ : source_->error(); }
-
-  File::Window fill() {
-    if (at_ == filled_ && source_ != nullptr) {
-      if (block_ == nullptr) block_ = std::make_unique_for_overwrite<char[]>(BLOCK_BYTES);
-      at_ = 0;
-      filled_ = 0;
-      filled_ = source_->read(block_.get(), BLOCK_BYTES);
-    }
-    return {block_.get() + at_, block_.get() + filled_};
-  }
-
-  void skip(std::size_t count) noexcept { at_ += count; }
-
-  bool read(signed char& c) {
-    if (at_ == filled_) {
-      const File::Window window = fill();
-      if (window.begin == window.end) return false;
-    }
-    c = static_cast<signed char>(block_[at_++]);
-    return true;
-  }
-
- private:
-  static constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 18;
-
-  ~OpenFile() override {
-    if (source_ != nullptr) source_->release();
-  }
-
-  ByteSource* source_;
-  String failure_;  // why there is no source
-  std::unique_ptr<char[]> block_;
-  std::size_t at_ = 0;
-  std::size_t filled_ = 0;
-};
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 String messageOf(int error) {
   return String(std::generic_category().message(error).c_str());
 }
 
-/// A file of the C library, closed with its last handle.
-class StdioSource final : public ByteSource {
- public:
-  explicit StdioSource(std::FILE* file) : file_(file) {
-    // The blocks are ours: a second buffer would only copy them.
-    std::setvbuf(file_, nullptr, _IONBF, 0);
+// Calls again when a signal has interrupted the call.
+template <class Call>
+auto restarted(const Call& call) {
+  for (;;) {
+    const auto result = call();
+    if (result != -1 || errno != EINTR) return result;
   }
-  StdioSource(const StdioSource&) = delete;
-  StdioSource& operator=(const StdioSource&) = delete;
+}
+
+/// The bytes of a descriptor, without a byte order mark at their beginning; closes it in the end.
+/// read(2) and not fread: of a pipe it hands on what has come, and does not wait for a full block.
+class DescriptorSource final : public ByteSource {
+ public:
+  explicit DescriptorSource(int descriptor) noexcept : descriptor_(descriptor) {}
+  DescriptorSource(const DescriptorSource&) = delete;
+  DescriptorSource& operator=(const DescriptorSource&) = delete;
 
   std::size_t read(char* to, std::size_t capacity) override {
-    errno = 0;
-    const std::size_t count = std::fread(to, 1, capacity, file_);
-    if (count == 0 && std::ferror(file_) != 0) error_ = messageOf(errno == 0 ? EIO : errno);
-    return count;
+    if (isStarted_) return readSome(to, capacity);
+    isStarted_ = true;
+    return readStart(to, capacity);
   }
 
   String error() const override { return error_; }
 
  private:
-  ~StdioSource() override { std::fclose(file_); }
+  ~DescriptorSource() override { ::close(descriptor_); }
 
-  std::FILE* file_;
+  std::size_t readSome(char* to, std::size_t capacity) {
+    const ssize_t count = restarted([&] { return ::read(descriptor_, to, capacity); });
+    if (count >= 0) return static_cast<std::size_t>(count);
+    error_ = messageOf(errno);
+    return 0;
+  }
+
+  // A pipe may deliver the mark in pieces.
+  std::size_t readStart(char* to, std::size_t capacity) {
+    std::size_t count = 0;
+    do {
+      const std::size_t added = readSome(to + count, capacity - count);
+      if (added == 0) return count;
+      count += added;
+    } while (count < BYTE_ORDER_MARK.size() &&
+             BYTE_ORDER_MARK.substr(0, count) == std::string_view(to, count));
+    if (std::string_view(to, count).substr(0, BYTE_ORDER_MARK.size()) != BYTE_ORDER_MARK)
+      return count;
+    count -= BYTE_ORDER_MARK.size();
+    if (count == 0) return readSome(to, capacity);
+    std::memmove(to, to + BYTE_ORDER_MARK.size(), count);
+    return count;
+  }
+
+  int descriptor_;
+  bool isStarted_ = false;
   String error_;
 };
-
-OpenFile* fileOf(RefCounted* object) {
-  return static_cast<OpenFile*>(object);
-}
-
-// Reads past a byte order mark, when there is one at the beginning.
-void skipByteOrderMark(File& file) {
-  static constexpr char MARK[] = "\xEF\xBB\xBF";
-  const File::Window window = file.fill();
-  const std::size_t count = static_cast<std::size_t>(window.end - window.begin);
-  if (count >= 3 && std::memcmp(window.begin, MARK, 3) == 0) file.skip(3);
-}
 
 // The source has an owner from the start: it goes when there is no memory for the file.
 OpenFile* openOver(ByteSource* source) {
   const RefersTo<ByteSource> held(source);
   return new OpenFile(source, "there is no source to read from");
+}
+
+File failedFile(int error) {
+  File file;
+  static_cast<RefersTo<RefCounted>&>(file) =
+      RefersTo<RefCounted>(new OpenFile(nullptr, messageOf(error)));
+  return file;
+}
+
+ByteSource* sourceOf(int descriptor) {
+  try {
+    return new DescriptorSource(descriptor);
+  } catch (...) {
+    ::close(descriptor);
+    throw;
+  }
 }
 
 }  // namespace
@@ -114,29 +108,18 @@ File::File(ByteSource* source) : RefersTo<RefCounted>(openOver(source)) {
 }
 
 File File::open(const char* path) {
-  File file;
-  std::FILE* const handle = path == nullptr ? nullptr : std::fopen(path, "rb");
-  if (handle == nullptr) {
-    const int reason = path == nullptr ? EINVAL : errno;
-    static_cast<RefersTo<RefCounted>&>(file) =
-        RefersTo<RefCounted>(new OpenFile(nullptr, messageOf(reason)));
-    return file;
-  }
-  ByteSource* source = nullptr;
-  try {
-    source = new StdioSource(handle);
-  } catch (...) {
-    std::fclose(handle);
-    throw;
-  }
+  if (path == nullptr) return failedFile(EINVAL);
+  const int descriptor = restarted([&] { return ::open(path, O_RDONLY | O_CLOEXEC); });
+  if (descriptor == -1) return failedFile(errno);
+  ByteSource* const source = sourceOf(descriptor);
   const RefersTo<ByteSource> held(source);
-  file = File(source);
-  skipByteOrderMark(file);
+  File file(source);
+  file.fill();  // a directory opens, and fails here
   return file;
 }
 
 bool File::isOpen() const noexcept {
-  return object() != nullptr && fileOf(object())->isOpen();
+  return object() != nullptr && OpenFile::of(*this)->isOpen();
 }
 
 bool File::failed() const {
@@ -144,19 +127,28 @@ bool File::failed() const {
 }
 
 String File::error() const {
-  return object() == nullptr ? String("no file was opened") : fileOf(object())->error();
+  const File held(*this);
+  return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
+// A source may do anything while it is asked, assign to the very handle included: a second one
+// keeps the file for the time of the call. Most bytes come from memory and need none.
+
 bool File::read(signed char& c) {
-  return object() != nullptr && fileOf(object())->read(c);
+  OpenFile* const opened = OpenFile::of(*this);
+  if (opened == nullptr) return false;
+  if (opened->isBuffered()) return opened->read(c);
+  const File held(*this);
+  return opened->read(c);
 }
 
 File::Window File::fill() {
-  return object() == nullptr ? Window{nullptr, nullptr} : fileOf(object())->fill();
+  const File held(*this);
+  return object() == nullptr ? Window{nullptr, nullptr} : OpenFile::of(held)->fill();
 }
 
 void File::skip(std::size_t count) noexcept {
-  if (object() != nullptr) fileOf(object())->skip(count);
+  if (object() != nullptr) OpenFile::of(*this)->skip(count);
 }
 
 }  // namespace zn

@@ -1,4 +1,4 @@
-// The two sinks and the default behind them.
+// The sink of the thread, the sink of the process, and the default: standard error.
 #include <vsa/foundation/log.h>
 
 #include <atomic>
@@ -6,6 +6,7 @@
 #include <cstdio>
 
 #include "foundation/base/argument_list.h"
+#include "foundation/io/log_write.h"
 
 namespace zn {
 
@@ -18,14 +19,14 @@ void writeToStandardError(LogLevel level, const String& text) {
   std::fprintf(stderr, "%s: %s\n", level == LogLevel::Warning ? "warning" : "error", text.buf());
 }
 
-void write(LogLevel level, const String& text) {
+}  // namespace
+
+void detail::writeLog(LogLevel level, const String& text) {
   if (threadSink != nullptr) return threadSink->write(level, text);
   LogSink* const shared = processSink.load(std::memory_order_acquire);
   if (shared != nullptr) return shared->write(level, text);
   writeToStandardError(level, text);
 }
-
-}  // namespace
 
 LogSink* setLogSink(LogSink* sink) noexcept {
   return processSink.exchange(sink, std::memory_order_acq_rel);
@@ -41,7 +42,7 @@ void logWarning(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
   const detail::ArgumentListEnd end(args);
-  write(LogLevel::Warning, String::formatv(fmt, args));
+  detail::writeLog(LogLevel::Warning, String::formatv(fmt, args));
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
@@ -49,7 +50,7 @@ void logError(const char* fmt, ...) {
   va_list args;
   va_start(args, fmt);
   const detail::ArgumentListEnd end(args);
-  write(LogLevel::Error, String::formatv(fmt, args));
+  detail::writeLog(LogLevel::Error, String::formatv(fmt, args));
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 

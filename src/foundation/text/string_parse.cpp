@@ -1,6 +1,8 @@
-// String's conversions to booleans, integers and reals. The forms of numbers are number_text's.
+// String's conversions to booleans, integers and reals; number_text.h has the syntax of numbers.
 #include <vsa/foundation/string.h>
+#include "foundation/base/white_space.h"
 #include "foundation/numbers/number_text.h"
+#include "foundation/text/letter_case.h"
 
 namespace zn {
 
@@ -18,16 +20,10 @@ bool real(const String& text, Number& out) {
   return realFromText(chars.data(), chars.data() + chars.size(), out);
 }
 
-std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && String::isSpace(text.front())) text.remove_prefix(1);
-  while (!text.empty() && String::isSpace(text.back())) text.remove_suffix(1);
-  return text;
-}
-
 }  // namespace
 
 bool String::parse(const String& text, bool& out) {
-  const std::string_view word = trimmed(text.view());
+  const std::string_view word = detail::trimmed(text.view());
   const bool isTrue = isWord(word, "true");
   if (!isTrue && !isWord(word, "false")) return false;
   out = isTrue;

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include <vsa/foundation/log.h>
+#include "diagnostics/emitter.h"
 #include "scene/model/node_impl.h"
 #include "scene/model/output_impl.h"
 #include "scene/model/scene_storage.h"
@@ -212,7 +212,7 @@ void InputImpl::setNode(interfaces::INode* node) {
 
 void InputImpl::warnOfNode(interfaces::INode* node) const {
   const String name = node == nullptr ? String("null") : node->name();
-  logWarning("Cannot assign node %s to %s of type %s.", name.buf(), path().buf(), typeName().buf());
+  Emitter().log(DiagnosticId::CannotAssignNode, name, path(), typeName());
 }
 
 }  // namespace zn::korvo_sdk

@@ -33,7 +33,7 @@ NodeImpl* NodeTable::create(const String& type, const String& name) {
   if (!isMissing && find(name) != nullptr) return nullptr;
   const std::uint64_t hash = name.hash();
   const std::uint64_t position = nodes_.size();
-  index_.makeRoom();
+  index_.reserveOne();
   NodeImpl& made = nodes_.make(type, name, position);
   index_.insert(hash, position);
   lastFound_ = &made;

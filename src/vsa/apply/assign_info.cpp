@@ -2,17 +2,22 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace zn::korvo_sdk::impl {
 
 namespace {
 
-constexpr std::size_t LONGEST_SHOWN = 20;
+constexpr std::size_t MAX_SHOWN = 20;
+
+// The components that every type but a matrix fits in.
+constexpr std::size_t NARROW_COMPONENTS = 5;
+static_assert(sizeof(BufferValue) <= NARROW_COMPONENTS * sizeof(double));
 
 }  // namespace
 
-// Both paths are copied before anything is let go, so a copy that fails changes nothing.
+// Both paths are copied first: a copy that fails changes nothing.
 AssignInfo& AssignInfo::operator=(const AssignInfo& other) {
   AssignInfo copy(other);
   return *this = std::move(copy);
@@ -37,19 +42,20 @@ AssignInfo& AssignInfo::operator=(AssignInfo&& other) noexcept {
 void AssignInfo::clear() noexcept {
   targetPath.clear();
   sourcePath.clear();
-  const auto forget = [](Token& token) {
+  const auto reset = [](Token& token) {
     if (token.type != Token::Type::Eof) token = Token();
   };
-  forget(valueToken);
-  forget(countToken);
-  forget(elementsToken);
-  forget(listToken);
-  forget(referenceToken);
+  reset(valueToken);
+  reset(countToken);
+  reset(elementsToken);
+  reset(listToken);
+  reset(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
-  // In halves: of each of them the compiler makes plain stores, of the whole a string instruction
-  // that takes long to begin.
-  std::fill_n(data.payload.components, 8, 0.0);
-  std::fill_n(data.payload.components + 8, 8, 0.0);
+  // Only matrices use more of the payload than its first components.
+  const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
+  std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);
+  if (isMatrix)
+    std::fill(data.payload.components + NARROW_COMPONENTS, std::end(data.payload.components), 0.0);
   data.type = AttrType::Null;
   data.elementType = 0;
 }
@@ -57,8 +63,8 @@ void AssignInfo::clear() noexcept {
 String AssignInfo::valueString() const {
   const bool isList = static_cast<int>(countToken.type) >= static_cast<int>(Token::Type::Id);
   String text = isList ? valueToken.text + "[]" : valueToken.text;
-  if (text.len() <= LONGEST_SHOWN) return text;
-  return text.substring(0, LONGEST_SHOWN) + "...";
+  if (text.len() <= MAX_SHOWN) return text;
+  return text.substring(0, MAX_SHOWN) + "...";
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,4 +1,4 @@
-// AssignInfo: the record of one assignment. Internal; the door is vsa.h.
+// AssignInfo: the record of one assignment. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>
@@ -10,8 +10,8 @@ namespace zn::korvo_sdk::impl {
 
 /// What one assignment statement says. Of a link, a PendingLink waits for the end of the text.
 ///
-/// Copies share the memory behind `data` (a string's characters, a buffer's elements); no record
-/// ever frees it. It goes to the scene with the value, or nowhere.
+/// Copies share the memory behind `data` (a string's characters, a buffer's elements). No record
+/// frees it: the scene owns it once the value is assigned.
 struct AssignInfo {
   ds::Vector<Token> targetPath;  ///< The left-hand side, in text order.
   ds::Vector<Token> sourcePath;  ///< Connection: the right-hand side, or the one `null` token.
@@ -34,7 +34,7 @@ struct AssignInfo {
   AssignInfo& operator=(AssignInfo&& other) noexcept;
   ~AssignInfo() = default;
 
-  /// As new, but for the memory of the paths, which is kept.
+  /// Resets every member. The paths keep their memory.
   void clear() noexcept;
 
   /// The value as messages quote it: the main token's text, with "[]" after it for a buffer, and no

@@ -1,57 +1,50 @@
-// Links, once every node that they may name exists: connections first, then references. The order
-// is that of the tables; a link that fails is logged and the next one taken.
-#include <vsa/foundation/log.h>
+#include "vsa/apply/link_resolver.h"
+
 #include <vsa/foundation/string_vector.h>
 #include <vsa/scene/name_update.h>
+#include "diagnostics/emitter.h"
 #include "foundation/base/prefetch.h"
-#include "vsa/diagnostics/messages.h"
-#include "vsa/parser.h"
+#include "foundation/text/string_prefetch.h"
 
 namespace zn::korvo_sdk::impl {
 
+using interfaces::IInput;
+
 namespace {
 
-using Table = VsaParser::PendingTable;
-using Snapshot = ds::Vector<const Table::Node*>;
+using Snapshot = ds::Vector<const PendingTable::Node*>;
 
-// The entries in the order of the table. Nothing is added to it while they are resolved, so they
-// stay where they are.
-Snapshot snapshotOf(const Table& table) {
+// The entries in the order of the table. Nothing is added while they are resolved, so they stay
+// where they are.
+Snapshot snapshotOf(const PendingTable& table) {
   Snapshot entries;
   for (const auto& bucket : table.buckets) {
-    for (const Table::Node& node : bucket) entries.push_back(&node);
+    for (const PendingTable::Node& entry : bucket) entries.push_back(&entry);
   }
   return entries;
 }
 
-// The order of a table leaps about in memory: what is needed some entries later is asked for early,
-// the entry's own things first.
+// The order of a table is no order in memory: the input of an entry is fetched some entries early.
 constexpr std::uint64_t AHEAD = 32;
 
-void releaseInputs(const Snapshot& entries) {
-  for (std::uint64_t i = 0; i < entries.size; ++i) {
-    if (i + AHEAD < entries.size) zn::detail::prefetch(entries[i + AHEAD]->key);
-    entries[i]->key->release();
-  }
-}
-
-template <class Resolve>
-void forEach(const Snapshot& entries, const Resolve& resolve) {
+template <class Visit>
+void forEach(const Snapshot& entries, const Visit& visit) {
   for (std::uint64_t i = 0; i < entries.size; ++i) {
     if (i + AHEAD < entries.size) {
       // An input mostly takes more than one cache line.
       zn::detail::prefetch(entries[i + AHEAD]->key);
       zn::detail::prefetch(entries[i + AHEAD]->key, 64);
-      entries[i + AHEAD]->value.source.prefetch();
+      zn::detail::StringPrefetch::prefetch(entries[i + AHEAD]->value.source);
     }
-    resolve(entries[i]->key, entries[i]->value);
+    visit(*entries[i]->key, entries[i]->value);
   }
 }
 
-// Most sources are written `node.output`, and are at hand in two tokens. Of a path that begins with
-// a name, the third token is one, too.
-bool isPlainSource(const ds::Vector<Token>& path) {
-  return path.size == 3 && path[0].type == Token::Type::Id;
+template <class Resolve>
+void resolveAll(const PendingTable& table, const Resolve& resolve) {
+  const Snapshot entries = snapshotOf(table);
+  forEach(entries, resolve);
+  forEach(entries, [](IInput& input, const PendingLink&) { input.release(); });
 }
 
 // The source of a connection.
@@ -61,65 +54,47 @@ String asWritten(const PendingLink& link) {
 
 }  // namespace
 
-PendingLink::PendingLink(const AssignInfo& info) {
-  if (info.isConnection) {
-    const ds::Vector<Token>& path = info.sourcePath;
-    const bool isPlain = isPlainSource(path);
-    source = isPlain ? path[0].text : VsaParser::collapse(path);
-    if (isPlain) output = path[2].text;
-  } else if (info.referenceToken.type != Token::Type::Null) {
-    source = info.referenceToken.text;
-  }
+void LinkResolver::resolveConnections(const PendingTable& connections) const {
+  resolveAll(connections,
+             [this](IInput& input, const PendingLink& link) { resolveConnection(input, link); });
 }
 
-void VsaParser::resolveConnections() {
-  const Snapshot entries = snapshotOf(connections);
-  forEach(entries,
-          [this](IInput* input, const PendingLink& link) { resolveConnection(input, link); });
-  releaseInputs(entries);
-}
-
-void VsaParser::resolveReferences() {
-  const Snapshot entries = snapshotOf(references);
-  forEach(entries,
-          [this](IInput* input, const PendingLink& link) { resolveReference(input, link); });
-  releaseInputs(entries);
+void LinkResolver::resolveReferences(const PendingTable& references) const {
+  resolveAll(references,
+             [this](IInput& input, const PendingLink& link) { resolveReference(input, link); });
 }
 
 // source = "null" | node "." output
-void VsaParser::resolveConnection(IInput* input, const PendingLink& link) {
-  if (!link.output.isEmpty()) return connectTo(input, link.source, link.output, link);
+void LinkResolver::resolveConnection(IInput& input, const PendingLink& link) const {
+  if (!link.output.isEmpty()) return connect(input, link.source, link.output, link);
   const String& source = link.source;
-  if (source.toLower(true).trim(true, true) == "null") return input->disconnect();
+  if (source.toLower(true).trim(true, true) == "null") return input.disconnect();
   const StringVector parts = source.split('.', true, false);
-  if (parts.size() != 2) return logWarning(INVALID_OUTPUT, source.buf());
-  connectTo(input, parts[0], parts[1], link);
+  if (parts.size() != 2) return Emitter().log(DiagnosticId::InvalidOutput, source);
+  connect(input, parts[0], parts[1], link);
 }
 
-void VsaParser::connectTo(IInput* input, const String& nodeName, const String& outputName,
-                          const PendingLink& link) {
-  INode* const node = target().findNode(nodeName);
+void LinkResolver::connect(IInput& input, const String& nodeName, const String& outputName,
+                           const PendingLink& link) const {
+  interfaces::INode* const node = scene_.findNode(nodeName);
   if (node == nullptr) {
-    return logWarning(NO_NODE_TO_CONNECT, nodeName.buf(), input->path().buf());
+    return Emitter().log(DiagnosticId::NoNodeToConnect, nodeName, input.path());
   }
-  interfaces::IOutput* const output = anyNodeTypes()
-                                          ? node->output(updateOutputName(node->type(), outputName))
-                                          : node->output(outputName);
+  interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
   if (output == nullptr) {
-    const String source = asWritten(link);
-    return logWarning(NO_OUTPUT_TO_CONNECT, source.buf(), input->path().buf());
+    return Emitter().log(DiagnosticId::NoOutputToConnect, asWritten(link), input.path());
   }
-  input->connect(output);
+  input.connect(output);
 }
 
 // reference = "null" | node
-void VsaParser::resolveReference(IInput* input, const PendingLink& link) {
-  if (link.source.isEmpty()) return input->setNode(nullptr);
-  INode* const node = target().findNode(link.source);
+void LinkResolver::resolveReference(IInput& input, const PendingLink& link) const {
+  if (link.source.isEmpty()) return input.setNode(nullptr);
+  interfaces::INode* const node = scene_.findNode(link.source);
   if (node == nullptr) {
-    return logWarning(NO_NODE_TO_ASSIGN, link.source.buf(), input->path().buf());
+    return Emitter().log(DiagnosticId::NoNodeToAssign, link.source, input.path());
   }
-  input->setNode(node);
+  input.setNode(node);
 }
 
 }  // namespace zn::korvo_sdk::impl

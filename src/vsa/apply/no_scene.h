@@ -1,4 +1,4 @@
-// The scene of a reader that was given none. Internal; the door is vsa.h.
+// The scene of a reader without one. Internal.
 #pragma once
 
 #include <vsa/scene/scene_interface.h>

@@ -1,8 +1,7 @@
 #include "vsa/apply/path_resolver.h"
 
 #include <vsa/scene/name_update.h>
-#include "vsa/diagnostics/messages.h"
-#include "vsa/parser.h"
+#include "vsa/apply/type_messages.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -16,14 +15,13 @@ bool isIndex(const Token& element) {
 
 }  // namespace
 
-InputWalk::InputWalk(VsaParser& parser, interfaces::INode& node, const AssignInfo& info)
-    : parser_(parser), node_(node), info_(info) {
+PathResolver::PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter)
+    : node_(node), info_(info), emitter_(emitter) {
 }
 
-IInput* InputWalk::run() {
+IInput* PathResolver::resolve() {
   const Token* element = nextElement();
   next_ = nextElement();
-  if (element == nullptr) return nullptr;
   while (element != nullptr) {
     afterNext_ = nextElement();
     wanted_ = wanted();
@@ -36,45 +34,46 @@ IInput* InputWalk::run() {
   return current_;
 }
 
-// Names and indices; the dots between them say nothing more.
-const Token* InputWalk::nextElement() {
+// Names and indices; the dots between them are skipped.
+const Token* PathResolver::nextElement() {
   const ds::Vector<Token>& path = info_.targetPath;
-  while (at_ < path.size) {
-    const Token& token = path[at_++];
+  while (position_ < path.size) {
+    const Token& token = path[position_++];
     if (token.type == Token::Type::Id || token.type == Token::Type::Brackets) return &token;
   }
   return nullptr;
 }
 
-InputWalk::Wanted InputWalk::wanted() const {
+PathResolver::Wanted PathResolver::wanted() const {
   if (next_ == nullptr) return {info_.data.type, AttrType::Null};
   if (!isIndex(*next_)) return {AttrType::Object, AttrType::Null};
   if (afterNext_ == nullptr) return {AttrType::Array, info_.data.type};
   return {AttrType::Array, isIndex(*afterNext_) ? AttrType::Array : AttrType::Object};
 }
 
-// One element: the input of that name, found or made.
-IInput* InputWalk::step(const Token& element) {
+// One element: the input of that name, found or created. Indices are translated like names.
+IInput* PathResolver::step(const Token& element) {
+  const String type = node_.type();
+  // Without declared types no name has changed.
   if (!anyNodeTypes()) return step(element.text, element);
-  return step(updateInputName(node_.type(), element.text), element);
+  return step(updateInputName(type, element.text), element);
 }
 
-IInput* InputWalk::step(const String& name, const Token& element) {
+IInput* PathResolver::step(const String& name, const Token& element) {
   IInput* const found = find(name);
-  isNew_ = found == nullptr && array_ == nullptr;
   if (found == nullptr) return create(name, element);
-  if (next_ != nullptr) check(found);
+  if (next_ != nullptr) checkType(*found);
   return found;
 }
 
-IInput* InputWalk::find(const String& name) {
+IInput* PathResolver::find(const String& name) {
   if (current_ == nullptr) {
     return node_.hasInput(name, AttrType::Null) ? node_.input(name) : nullptr;
   }
   return current_->hasInput(name, AttrType::Null) ? current_->input(name) : nullptr;
 }
 
-IInput* InputWalk::create(const String& name, const Token& element) {
+IInput* PathResolver::create(const String& name, const Token& element) {
   const bool isArray = wanted_.type == AttrType::Array;
   if (current_ == nullptr) {
     return isArray ? node_.createArray(name, wanted_.elementType)
@@ -85,54 +84,58 @@ IInput* InputWalk::create(const String& name, const Token& element) {
                  : current_->createInput(name, wanted_.type);
 }
 
-// The element of the current array that `name` gives the index of. The array grows up to it.
-IInput* InputWalk::elementAt(const String& name, const Token& element) {
-  IInput* const array = current_;
-  if (array->elementType() == AttrType::Null) {
-    AttrData structure;
-    structure.type = AttrType::Array;
-    structure.elementType = static_cast<std::int32_t>(wanted_.type);
-    array->set(structure);
-  }
-  if (wanted_.type != AttrType::Null && wanted_.type != array->elementType()) {
-    parser_.typeError(attrTypeName(wanted_.type), array, false);
+// The element of the current array whose index `name` gives. The array grows up to it.
+IInput* PathResolver::elementAt(const String& name, const Token& element) {
+  IInput& array = *current_;
+  if (array.elementType() == AttrType::Null) setElementType(array);
+  if (wanted_.type != AttrType::Null && wanted_.type != array.elementType()) {
+    typeError(wanted_.type, array);
   }
   const std::uint64_t index = indexOf(name, element);
-  for (std::uint64_t count = array->count(); count <= index;) {
-    array->appendElement();
-    const std::uint64_t grown = array->count();
-    if (grown <= count) return nullptr;  // refused: there is no end to wait for
+  for (std::uint64_t count = array.count(); count <= index;) {
+    array.appendElement();
+    const std::uint64_t grown = array.count();
+    if (grown <= count) return nullptr;  // the scene refused: the loop would not end
     count = grown;
-    isNew_ = true;
   }
-  return array->element(index);
+  return array.element(index);
 }
 
-// "[3]" is 3, "[*]" the place behind the last element.
-std::uint64_t InputWalk::indexOf(const String& name, const Token& element) {
+// An array without an element type takes on the wanted one.
+void PathResolver::setElementType(IInput& array) const {
+  AttrData structure;
+  structure.type = AttrType::Array;
+  structure.elementType = static_cast<std::int32_t>(wanted_.type);
+  array.set(structure);
+}
+
+// "[3]" is 3; "[*]" is the array's size, so it appends.
+std::uint64_t PathResolver::indexOf(const String& name, const Token& element) const {
   const String text = name.trimChars("[]", String());
   if (text == "*") return current_->count();
   unsigned long long index = 0;
   if (!String::parse(text, index, String::Radix::Decimal)) {
-    parser_.parseError(INVALID_ARRAY_INDEX, element.text.buf());
+    emitter_.fatal(DiagnosticId::InvalidArrayIndex, element.text);
   }
   return index;
 }
 
-// May the walk go on through an input that exists? It wants an array or an object of it.
-void InputWalk::check(IInput* found) {
-  if (found->type() == AttrType::Null) return;
-  if (found->holdsBuffer(false)) parser_.typeError(attrTypeName(wanted_.type), found, false);
-  if (found->isArray(false)) {
-    if (wanted_.type != AttrType::Array) {
-      parser_.typeError(attrTypeName(wanted_.type), found, false);
+// Elements after this one want an array or an object of an input that exists.
+void PathResolver::checkType(IInput& found) const {
+  if (found.type() == AttrType::Null) return;
+  if (found.holdsBuffer(false)) typeError(wanted_.type, found);
+  if (found.isArray(false)) {
+    if (wanted_.type != AttrType::Array) typeError(wanted_.type, found);
+    if (wanted_.elementType != AttrType::Null && wanted_.elementType != found.elementType()) {
+      typeError(wanted_.elementType, found);
     }
-    if (wanted_.elementType != AttrType::Null && wanted_.elementType != found->elementType()) {
-      parser_.typeError(attrTypeName(wanted_.elementType), found, false);
-    }
-  } else if (wanted_.type != found->type()) {
-    parser_.typeError(attrTypeName(wanted_.type), found, false);
+  } else if (wanted_.type != AttrType::Null && wanted_.type != found.type()) {
+    typeError(wanted_.type, found);
   }
+}
+
+void PathResolver::typeError(AttrType type, IInput& input) const {
+  emitTypeError(emitter_, attrTypeName(type), input, false);
 }
 
 }  // namespace zn::korvo_sdk::impl

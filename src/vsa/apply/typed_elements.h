@@ -1,38 +1,36 @@
-// TypedElements: how far the elements of an array are known to be typed, so that filling an array
-// one element after another does not look at all of them each time. Internal; the door is vsa.h.
+// TypedElements: gives an element type to the elements of arrays of buffers and of arrays that have
+// none. Internal.
 #pragma once
 
 #include <cstdint>
 #include <unordered_map>
 
+#include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
 
 namespace zn::korvo_sdk::impl {
 
+/// Remembers how many elements of each array have a type, so that an array that is filled one
+/// element after another takes linear time. The scene may empty an element itself: each call looks
+/// at up to RECHECKED elements that had a type, in turn.
 class TypedElements {
  public:
-  /// The first element of `array` that may be untyped still. What is known of an array holds only
-  /// as long as the last element known to be typed is where it was: a host may have changed it.
-  template <class IsTyped>
-  std::uint64_t firstUnknown(interfaces::IInput* array, const IsTyped& isTyped) const {
-    const auto known = known_.find(array);
-    if (known == known_.end()) return 0;
-    const auto [count, last] = known->second;
-    if (array->count() < count || array->element(count - 1) != last) return 0;
-    return isTyped(*last) ? count : 0;
-  }
+  /// Elements with a type that a call looks at again.
+  static constexpr std::uint64_t RECHECKED = 128;
 
-  /// Every element that `array` has now is typed.
-  void remember(interfaces::IInput* array) {
-    const std::uint64_t count = array->count();
-    if (count != 0) known_[array] = {count, array->element(count - 1)};
-  }
+  /// Sets the elements of `array` that are still empty: buffers without a DataType for an array of
+  /// buffers, arrays without an element type for an array of arrays. Does nothing for an array of
+  /// another type. `elementType` is the DataType that the empty values carry.
+  void setEmptyElements(interfaces::IInput& array, std::int32_t elementType);
 
  private:
+  // An entry holds as long as the last of its elements is where it was.
   struct Known {
-    std::uint64_t count;
-    interfaces::IInput* last;
+    std::uint64_t count = 0;  // elements that had a type when they were looked at last
+    interfaces::IInput* last = nullptr;
+    std::uint64_t recheck = 0;  // where the next look at these begins
   };
+
   std::unordered_map<interfaces::IInput*, Known> known_;
 };
 

@@ -8,7 +8,7 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Types that convert alike.
+// Types with the same conversions.
 enum Group { BOOL, INTEGER, REAL, TWO, THREE, FOUR, MAT3, MAT4, OTHER, GROUP_COUNT };
 
 Group groupOf(AttrType type) noexcept {
@@ -43,8 +43,8 @@ constexpr Conversion S = Conversion::Silent;
 constexpr Conversion N = Conversion::Narrowing;
 constexpr Conversion R = Conversion::Refused;
 
-// Rows: the value's group. Columns: the input's. Oddities are part of the format: a Real does not
-// go into a Bool although an Int does.
+// Rows: the group of the value. Columns: that of the input. Its asymmetries are part of the format:
+// a Real does not convert to a Bool although an Int does.
 constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
     // BOOL INTEGER REAL TWO THREE FOUR MAT3 MAT4 OTHER
     {S, S, S, R, R, R, R, R, R},  // BOOL
@@ -58,7 +58,7 @@ constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
     {R, R, R, R, R, R, R, R, R},  // OTHER
 };
 
-// To the nearest integer, halves away from zero; beyond the target's range its nearest end.
+// Rounds to the nearest integer, halves away from zero, and clamps to the target's range.
 template <class Integer>
 Integer rounded(double value) noexcept {
   using Limits = std::numeric_limits<Integer>;
@@ -84,8 +84,8 @@ double toReal(const AttrData& value) noexcept {
   return static_cast<double>(static_cast<std::uint64_t>(value.payload.integer));
 }
 
-// A number goes into every component; tuples keep theirs by position. What a wider tuple has beyond
-// is the record's storage, which is zero there.
+// A number is copied to every component. Tuples keep their components by position; a wider tuple
+// gets the zeros of the payload behind them.
 void toTuple(AttrData& value, AttrType to) noexcept {
   if (value.type != AttrType::Real) return;
   const double number = value.payload.real;

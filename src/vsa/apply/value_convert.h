@@ -1,5 +1,4 @@
-// May a value of this type go into an input of that type, and what becomes of it? Knows no parser.
-// Internal; the door is vsa.h.
+// Conversions between value types: which are allowed, and their results. Internal.
 #pragma once
 
 #include <vsa/scene/attr_data.h>
@@ -7,16 +6,16 @@
 namespace zn::korvo_sdk::impl {
 
 enum class Conversion {
-  Silent,     ///< Converts without a word; also a type into itself.
-  Narrowing,  ///< Converts and loses something.
+  Silent,     ///< Converts without a message; also a type into itself.
+  Narrowing,  ///< Converts and loses information.
   Refused,    ///< Does not convert.
 };
 
 /// The decision for a value of type `from` and an input of type `to`.
 Conversion conversionBetween(AttrType from, AttrType to) noexcept;
 
-/// Turns `value` into one of type `to`. `conversionBetween` must not refuse it. The storage behind
-/// a value's own components is zero, as it is in a new record.
+/// Converts `value` to type `to`, which `conversionBetween` must not refuse. The payload behind the
+/// value's own components must be zero, as in a new record.
 void convert(AttrData& value, AttrType to) noexcept;
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,5 +1,5 @@
-// Byte scans that the lexer's inner loops share: sixteen bytes a step where the processor has them,
-// one byte a step elsewhere. Internal; the door is vsa.h.
+// Byte scans of the lexer's inner loops: sixteen bytes a step with SSE2, one byte a step elsewhere.
+// Internal.
 #pragma once
 
 #include <cstddef>
@@ -39,7 +39,7 @@ inline const char* findStop(const char* at, const char* end, char a, char b) {
   return at;
 }
 
-/// How many of the bytes are `c`. No branch on what they are: line ends come at no fixed distance.
+/// How many of the bytes are `c`. Branch-free: the distances of line ends cannot be predicted.
 inline std::size_t countOf(const char* at, const char* end, char c) {
   std::size_t count = 0;
 #if defined(__SSE2__)

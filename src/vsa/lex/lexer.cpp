@@ -1,12 +1,13 @@
-// Characters to tokens: one flat choice over small readers.
+// Characters to tokens: one switch over small readers.
 #include "vsa/lex/lexer.h"
 
 #include <algorithm>
 #include <cstring>
 #include <string_view>
 
+#include "diagnostics/emitter.h"
+
 #include <vsa/foundation/char_class.h>
-#include "vsa/diagnostics/messages.h"
 #include "vsa/lex/byte_scan.h"
 #include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/list_normalizer.h"
@@ -19,13 +20,13 @@ namespace {
 using char_class::is;
 using Type = Token::Type;
 
-// From this size on the collected characters themselves become the token's text.
-constexpr std::uint64_t ADOPTED_BYTES = 1024;
-// Runs are passed in steps that stay in the processor's nearest cache.
-constexpr std::size_t RUN_BYTES = 16384;
-// A list of this size is likely to grow to many times its size.
-constexpr std::uint64_t LONG_LIST_BYTES = 1U << 18;
-constexpr std::uint64_t LONG_LIST_GROWTH = 15;
+// From this size on the token's text takes over the collected characters instead of copying them.
+constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
+// Runs are collected in steps that stay in the L1 cache.
+constexpr std::size_t MAX_STEP_BYTES = 16384;
+// A list of this size gets capacity for up to 15 times as much at once.
+constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
+constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
 bool isBracket(char c) {
   return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
@@ -49,62 +50,64 @@ struct Lexer::ListKind {
 
 // --- collecting characters ---
 
-// Makes room for more of a list. A long one gets room for much of what is in sight, so that it is
-// not copied each time it outgrows what it has; what it does not need goes back with the token. At
-// least it doubles: a source may show no more than a few bytes at a time.
-void Lexer::roomForList(std::size_t count) {
+// Reserves capacity for more of a list. A long list gets capacity for much of the window, so that
+// it is copied rarely; the token returns what it does not need. The capacity at least doubles: a
+// source may buffer only a few bytes at a time.
+void Lexer::reserveForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
-  if (needed <= chars_.capacity || chars_.size < LONG_LIST_BYTES) return chars_.makeRoom(count);
-  const auto inSight = static_cast<std::uint64_t>(windowEnd - windowBegin);
-  const std::uint64_t more = std::min(inSight, LONG_LIST_GROWTH * chars_.size);
+  if (needed <= chars_.capacity || chars_.size < MIN_LONG_LIST_BYTES)
+    return chars_.reserveAdditional(count);
+  const auto buffered = static_cast<std::uint64_t>(windowEnd - windowBegin);
+  const std::uint64_t more = std::min(buffered, MAX_LONG_LIST_GROWTH * chars_.size);
   chars_.reserve(static_cast<unsigned long>(needed + std::max(more, chars_.size)));
 }
 
-void Lexer::appendRun(std::size_t count) {
-  chars_.makeRoom(count);
+void Lexer::collectBytes(std::size_t count) {
+  chars_.reserveAdditional(count);
   std::memcpy(chars_.data + chars_.size, windowBegin, count);
   chars_.size += count;
 }
 
-void Lexer::take() {
+void Lexer::collect() {
   chars_.push_back(consume());
 }
 
-// Takes characters as long as they are in one of `classes`, none of which holds a line feed.
-void Lexer::takeRun(unsigned classes) {
+// Collects characters as long as they are in one of `classes`, none of which contains a line feed.
+void Lexer::collectRun(unsigned classes) {
   while (is(lookaheadChar, classes)) {
     if (windowBegin == windowLast()) {
-      take();
+      collect();
       continue;
     }
     const char* const last = windowEnd - 1;
     const char* at = windowBegin + 1;
     while (at < last && is(*at, classes)) ++at;
     const std::size_t count = static_cast<std::size_t>(at - windowBegin);
-    appendRun(count);
-    passInLine(count);
+    collectBytes(count);
+    consumeInLine(count);
   }
 }
 
-// Takes characters up to `a`, `b` or the end.
-void Lexer::takeUntil(char a, char b) {
+// Collects characters up to `a`, `b` or the end.
+void Lexer::collectUntil(char a, char b) {
   while (!atEnd() && lookaheadChar != a && lookaheadChar != b) {
     if (windowEnd - windowBegin < 2) {
-      take();
+      collect();
       continue;
     }
     const char* const last = windowEnd - 1;
-    const char* const limit =
-        static_cast<std::size_t>(last - windowBegin) > RUN_BYTES ? windowBegin + RUN_BYTES : last;
+    const char* const limit = static_cast<std::size_t>(last - windowBegin) > MAX_STEP_BYTES
+                                  ? windowBegin + MAX_STEP_BYTES
+                                  : last;
     const std::size_t count =
         static_cast<std::size_t>(findStop(windowBegin, limit, a, b) - windowBegin);
-    appendRun(count);
-    pass(count);
+    collectBytes(count);
+    consumeBytes(count);
   }
 }
 
-// Consumes the white space ahead, as far as the window shows what follows it.
-void Lexer::passWhite() noexcept {
+// Consumes the white space ahead, except a last byte that the window ends with.
+void Lexer::skipBufferedWhite() noexcept {
   const char* const begin = windowBegin;
   const char* const last = windowLast();
   std::int32_t atLine = line;
@@ -132,7 +135,7 @@ void Lexer::skipWhite() {
     if (windowBegin == windowLast()) {
       consume();
     } else {
-      passWhite();
+      skipBufferedWhite();
     }
   }
 }
@@ -149,14 +152,14 @@ Token Lexer::token(Type type, const ds::Vector<char>& chars) const {
 }
 
 // The token of the collected characters.
-Token Lexer::taken(Type type) {
-  if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
+Token Lexer::collectedToken(Type type) {
+  if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
-// The same for a list that keeps no white space, nor what counts as that: it has no NUL.
-Token Lexer::takenList(Type type) {
-  if (chars_.size < ADOPTED_BYTES) return token(type, chars_);
+// The same for a list, which contains no NUL: normalisation removes it as white space.
+Token Lexer::collectedList(Type type) {
+  if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adoptWhole(std::move(chars_)), line, column};
 }
 
@@ -165,17 +168,27 @@ Token Lexer::eof() const {
 }
 
 Token Lexer::invalidToken() const {
-  return {Type::Invalid, String::format(INVALID_TOKEN, line, column, lookaheadChar), line, column};
-}
-
-Token Lexer::unexpectedEof(const String& what) const {
-  return {Type::Eof, String::format(UNEXPECTED_EOF, what.buf()), line, column};
+  return invalid(DiagnosticId::InvalidToken, String());
 }
 
 Token Lexer::invalidListToken(const String& what) const {
-  return {Type::Invalid,
-          String::format(INVALID_LIST_TOKEN, what.buf(), line, column, lookaheadChar), line,
-          column};
+  return invalid(DiagnosticId::InvalidListToken, what);
+}
+
+// The position is that of the last character before the one that no token may hold.
+Token Lexer::invalid(DiagnosticId id, const String& list) const {
+  problem_ = {id,
+              diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
+              line,
+              column,
+              Diagnostic::UNKNOWN_OFFSET,
+              list};
+  return {Type::Invalid, problem_.logLine(), line, column};
+}
+
+Token Lexer::unexpectedEof(const String& what) const {
+  const char* const format = rowOf(DiagnosticId::UnexpectedEof).format;
+  return {Type::Eof, diagnostic_detail::formatMessage(format, what.buf()), line, column};
 }
 
 Token Lexer::nextToken() {
@@ -213,48 +226,48 @@ Token Lexer::readByCharacters() {
 // "#" to the end of the line, which is left to the white space that follows.
 Token Lexer::comment() {
   chars_.clear();
-  takeUntil('\n', '\r');
-  return taken(Type::Comment);
+  collectUntil('\n', '\r');
+  return collectedToken(Type::Comment);
 }
 
 // '"' ... '"', kept as written. A backslash makes one unit with a backslash or a quote after it.
-// The opening quote is the first character taken, so it closes nothing.
+// The opening quote is the first character collectedToken, so it closes nothing.
 Token Lexer::string() {
   chars_.clear();
   do {
     if (atEnd()) return unexpectedEof("STRING");
-    take();
+    collect();
     if (previous == '\\' && (lookaheadChar == '\\' || lookaheadChar == '"')) {
-      take();
+      collect();
     } else {
-      takeUntil('"', '\\');
+      collectUntil('"', '\\');
     }
   } while (lookaheadChar != '"');
-  take();
-  return taken(Type::Str);
+  collect();
+  return collectedToken(Type::Str);
 }
 
 // A letter or "_", then letters, digits and "_".
 Token Lexer::id() {
   if (atEnd()) return unexpectedEof("ID");
   chars_.clear();
-  take();
-  takeRun(char_class::NAME);
+  collect();
+  collectRun(char_class::NAME);
   Token word;
-  texts_.word(textOf(chars_), word);
+  texts_.intern(textOf(chars_), word);
   word.line = line;
   word.column = column;
   return word;
 }
 
-// "-" or a digit, then everything that numbers are written with. What it is worth is decided later.
+// "-" or a digit, then number characters. The parser converts the text later.
 Token Lexer::number() {
   if (atEnd()) return unexpectedEof("NUMBER");
   chars_.clear();
-  take();
-  takeRun(char_class::NUMBER);
+  collect();
+  collectRun(char_class::NUMBER);
   const bool isReal = std::any_of(chars_.begin(), chars_.end(), isRealMarker);
-  return taken(isReal ? Type::Real : Type::Int);
+  return collectedToken(isReal ? Type::Real : Type::Int);
 }
 
 bool Lexer::isNumberChar() const {
@@ -271,7 +284,8 @@ Token Lexer::braces() {
   return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
 }
 
-// "[" ... "]", kept as written. There is no nesting: the first "]" after a character closes it.
+// "[" ... "]", kept as written. Brackets do not nest: the first "]" after a character closes the
+// list.
 Token Lexer::brackets() {
   chars_.clear();
   do {
@@ -279,10 +293,10 @@ Token Lexer::brackets() {
     const bool isAllowed = lookaheadChar == '[' || lookaheadChar == ']' || lookaheadChar == '*' ||
                            is(lookaheadChar, char_class::DIGIT | char_class::WHITE);
     if (!isAllowed) return invalidListToken("BRACKET");
-    take();
+    collect();
   } while (lookaheadChar != ']');
-  take();
-  return taken(Type::Brackets);
+  collect();
+  return collectedToken(Type::Brackets);
 }
 
 // A whole list as one token: its elements with single blanks between them. Lists of the same kind
@@ -305,10 +319,10 @@ Token Lexer::bracketedList(const ListKind& kind) {
     } else {
       list(chars_, kind.open, kind.close);
     }
-    takeListRun();
+    collectListRun();
     if (depth == 0 && lookaheadChar == kind.close) {
-      take();
-      return takenList(kind.type);
+      collect();
+      return collectedList(kind.type);
     }
   }
 }
@@ -337,17 +351,17 @@ void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   chars.push_back(' ');
 }
 
-// Takes what it can of the numbers ahead in large steps. It stops behind a number character, so the
-// reader above goes on as if it had come there one character at a time.
-void Lexer::takeListRun() {
+// Collects runs of numbers in large steps. It stops behind a number character, so bracketedList
+// goes on as if it had read one character at a time.
+void Lexer::collectListRun() {
   while (isNumberChar() && windowEnd - windowBegin >= 2) {
     const std::size_t available = static_cast<std::size_t>(windowEnd - 1 - windowBegin);
-    const std::size_t count = available < RUN_BYTES ? available : RUN_BYTES;
-    roomForList(count + LIST_RUN_SLACK);
+    const std::size_t count = available < MAX_STEP_BYTES ? available : MAX_STEP_BYTES;
+    reserveForList(count + NORMALIZER_SLACK);
     char* const to = chars_.data + chars_.size;
-    const ListRun run = copyListRun(windowBegin, windowBegin + count, to);
+    const NormalizedList run = normalizeList(windowBegin, windowBegin + count, to);
     chars_.size += static_cast<std::uint64_t>(run.to - to);
-    pass(static_cast<std::size_t>(run.from - windowBegin));
+    consumeBytes(static_cast<std::size_t>(run.from - windowBegin));
   }
 }
 

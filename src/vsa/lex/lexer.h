@@ -1,15 +1,16 @@
-// Lexer: characters to tokens. Internal; the door is vsa.h.
+// Lexer: characters to tokens. Internal.
 //
-// `consume` is the one operation that fetches a character, and the definition of how positions are
-// kept. A source may also expose the bytes it has in memory as a window; the inner loops then run
-// over the window and settle the position for a run of bytes at once, and come to `consume` at the
-// window's edge. Without a window everything goes through `consume`, with the same result.
+// `consume` alone fetches a character, and defines how positions are counted. A source may also
+// expose the bytes that it has in memory as a window. The inner loops then read the window, compute
+// the position once for a run of bytes, and call `consume` at the end of the window. Without a
+// window every character goes through `consume`, with the same result.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/string.h>
 #include <vsa/foundation/vector.h>
 #include "vsa/lex/byte_scan.h"
@@ -29,8 +30,8 @@ inline std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
 /// The mark for the end of the input. A byte of this value in the text ends it there.
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
 
-/// Never logs, and throws for nothing in the text: what is wrong with it comes back as a token.
-/// What leaves is std::bad_alloc, and what the source throws.
+/// Never logs. Errors in the text are returned as tokens; only std::bad_alloc and exceptions of the
+/// source leave it.
 class Lexer {
  public:
   virtual ~Lexer() = default;
@@ -45,10 +46,10 @@ class Lexer {
 
   /// The next token. White space and characters that are not printable are skipped.
   Token nextToken();
-  /// The same into `out`; defined in lexer_in_sight.h.
+  /// The same into `out`.
   void nextToken(Token& out);
 
-  // One token of its kind, from `lookaheadChar` on.
+  // One token of its kind, beginning at `lookaheadChar`.
 
   Token comment();
   Token string();
@@ -58,7 +59,7 @@ class Lexer {
   Token id();
   Token number();
 
-  /// Consumes one character: the token of that one.
+  /// Consumes one character and returns its token.
   Token token(Token::Type type);
   /// A token of collected characters; its text ends at the first NUL among them.
   Token token(Token::Type type, const ds::Vector<char>& chars) const;
@@ -71,6 +72,9 @@ class Lexer {
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
+  /// The record behind the last Invalid token; its log line is that token's text.
+  const Diagnostic& problem() const noexcept { return problem_; }
+
   /// True when a byte 0xFF, and not the end of the source, is what ends the input.
   bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
 
@@ -79,12 +83,12 @@ class Lexer {
   Lexer(const Lexer&) = delete;
   Lexer& operator=(const Lexer&) = delete;
 
-  /// What every `consume` does: the position moves on, `next` becomes the lookahead.
+  /// The bookkeeping of every `consume`: counts the lookahead, and makes `next` the lookahead.
   char step(char next) noexcept;
   /// For sources: the source has no more characters.
   void endSource() noexcept { sourceEnded_ = true; }
 
-  /// The bytes at hand. `*windowBegin` is the lookahead; empty when the two are equal.
+  /// The buffered bytes. `*windowBegin` is the lookahead; empty when the two are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
 
@@ -92,33 +96,35 @@ class Lexer {
   struct ListKind;
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
-  // Where the window's last byte is: bytes before it can be consumed with the next one in sight.
+  // The window's last byte. Bytes before it can be consumed: the next one is buffered.
   const char* windowLast() const noexcept {
     return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
   }
   void skipWhite();
-  void passWhite() noexcept;
-  void take();
-  void takeRun(unsigned classes);
-  void takeUntil(char a, char b);
-  void takeListRun();
-  void pass(std::size_t count) noexcept;
-  void passLines(std::size_t count, const LineFeeds& feeds) noexcept;
-  void passInLine(std::size_t count) noexcept;
-  void appendRun(std::size_t count);
-  void roomForList(std::size_t count);
+  void skipBufferedWhite() noexcept;
+  void collect();
+  void collectRun(unsigned classes);
+  void collectUntil(char a, char b);
+  void collectListRun();
+  void consumeBytes(std::size_t count) noexcept;
+  void consumeLines(std::size_t count, const LineFeeds& feeds) noexcept;
+  void consumeInLine(std::size_t count) noexcept;
+  void collectBytes(std::size_t count);
+  void reserveForList(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
-  bool readInSight(Token& out);
-  bool readLongInSight(Token::Type type, const char* at, LineFeeds feeds, Token& out);
-  void passTo(const char* end, const LineFeeds& feeds, Token& out) noexcept;
+  bool readBuffered(Token& out);
+  bool readLongBuffered(Token::Type type, const char* at, LineFeeds feeds, Token& out);
+  void consumeTo(const char* end, const LineFeeds& feeds, Token& out) noexcept;
   Token readByCharacters();
   Token bracketedList(const ListKind& kind);
-  Token taken(Token::Type type);
-  Token takenList(Token::Type type);
+  Token collectedToken(Token::Type type);
+  Token collectedList(Token::Type type);
+  Token invalid(DiagnosticId id, const String& list) const;
 
-  ds::Vector<char> chars_;  // the characters of the token at hand
-  TokenTexts texts_;
+  ds::Vector<char> chars_;  // the collected characters of the current token
+  TokenTextPool texts_;
   bool sourceEnded_ = false;
+  mutable Diagnostic problem_;  // the functions that make Invalid tokens are const
 };
 
 // --- positions ---
@@ -137,7 +143,7 @@ inline char Lexer::step(char next) noexcept {
 }
 
 // Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.
-inline void Lexer::passInLine(std::size_t count) noexcept {
+inline void Lexer::consumeInLine(std::size_t count) noexcept {
   if (previous == '\n') {
     line = detail::wrappingSum(line, 1);
     column = 0;
@@ -150,13 +156,13 @@ inline void Lexer::passInLine(std::size_t count) noexcept {
 }
 
 // Consumes `count` bytes of the window, fewer than it holds.
-inline void Lexer::pass(std::size_t count) noexcept {
-  passLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
+inline void Lexer::consumeBytes(std::size_t count) noexcept {
+  consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// The same where the line feeds before the last byte are counted: the column counts on from the
+// The same with the line feeds before the last byte already counted. The column counts from the
 // last of them.
-inline void Lexer::passLines(std::size_t count, const LineFeeds& feeds) noexcept {
+inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);
     line = detail::wrappingSum(line, feeds.count - 1 + (previous == '\n' ? 1 : 0));
@@ -165,7 +171,7 @@ inline void Lexer::passLines(std::size_t count, const LineFeeds& feeds) noexcept
     previous = '\n';
     count -= upToFeed;
   }
-  passInLine(count);
+  consumeInLine(count);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,7 +1,8 @@
-// The lexer's short cut, in line where tokens are wanted by the million: a token that the window
-// shows whole, from the white space before it to the character behind it, and that its text is a
-// copy of. Nothing is collected, and the position is settled once. Whatever else comes is read by
-// characters. Internal; the door is vsa.h.
+// The lexer's fast path: a token that is buffered whole, from the white space before it to the
+// character behind it, and whose text is a copy of its characters. Nothing is collected, and the
+// position is computed once a token. Every other token is read character by character, with the
+// same result. Internal; included where tokens are read by the million, and inlined there: a call
+// for each token costs 7 % of the time on nodes 100k.
 #pragma once
 
 #include <cstddef>
@@ -14,19 +15,36 @@
 
 namespace zn::korvo_sdk::impl {
 
-inline void Lexer::nextToken(Token& out) {
-  if (!readInSight(out)) out = readByCharacters();
+namespace detail {
+
+// A list whose end lies further ahead is long, and is left to the list reader.
+inline constexpr std::ptrdiff_t MAX_SHORT_LIST_BYTES = 256;
+
+// The end of a token that begins at `at`, or null when it is not buffered.
+
+inline const char* endOfShortList(const char* at, const char* last, char close) {
+  const char* const limit = last - at > MAX_SHORT_LIST_BYTES ? at + MAX_SHORT_LIST_BYTES : last;
+  const char* const end = endOfPlainList(at + 1, limit);
+  return end != limit && *end == close && end[-1] != ' ' ? end + 1 : nullptr;
 }
 
-// Consumes the characters up to `end`: the position is that of the token `out`.
-inline void Lexer::passTo(const char* end, const LineFeeds& feeds, Token& out) noexcept {
-  passLines(static_cast<std::size_t>(end - windowBegin), feeds);
+inline const char* endOfBrackets(const char* at, const char* last) {
+  do ++at;
+  while (at < last && (char_class::is(*at, char_class::DIGIT) || *at == '*'));
+  return at < last && *at == ']' ? at + 1 : nullptr;
+}
+
+}  // namespace detail
+
+// Consumes the characters up to `end` and gives `out` the position of the last one.
+inline void Lexer::consumeTo(const char* end, const LineFeeds& feeds, Token& out) noexcept {
+  consumeLines(static_cast<std::size_t>(end - windowBegin), feeds);
   out.line = line;
   out.column = column;
 }
 
-// False with nothing consumed when the token is not in sight.
-inline bool Lexer::readInSight(Token& out) {
+// False with nothing consumed when the token is not buffered whole.
+inline bool Lexer::readBuffered(Token& out) {
   const char* const last = windowLast();
   const char* at = windowBegin;
   if (at == last) return false;
@@ -43,17 +61,55 @@ inline bool Lexer::readInSight(Token& out) {
   if (type == Token::Type::Id) {
     const char* const end = endOfName(at + 1, last);
     if (end == last) return false;
-    passTo(end, feeds, out);
-    texts_.word({at, static_cast<std::size_t>(end - at)}, out);
+    consumeTo(end, feeds, out);
+    texts_.intern({at, static_cast<std::size_t>(end - at)}, out);
     return true;
   }
   if (isOneCharacter(type)) {
-    passTo(at + 1, feeds, out);
+    consumeTo(at + 1, feeds, out);
     out.type = type;
     out.text = texts_.character(*at);
     return true;
   }
-  return readLongInSight(type, at, feeds, out);
+  return readLongBuffered(type, at, feeds, out);
+}
+
+// A token that is neither a name nor a single character, and that begins at `at`.
+inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds feeds, Token& out) {
+  const char* const last = windowLast();
+  const char* end = nullptr;
+  if (type == Token::Type::Int) {
+    const NumberEnd number = endOfNumber(at + 1, last);
+    end = number.at;
+    if (number.isReal) type = Token::Type::Real;
+  } else if (type == Token::Type::Str) {
+    const StringEnd string = endOfString(at, last);
+    end = string.at;
+    feeds.count += string.feeds.count;
+    if (string.feeds.count != 0) feeds.last = string.feeds.last;
+  } else if (type == Token::Type::Parens) {
+    end = detail::endOfShortList(at, last, ')');
+  } else if (type == Token::Type::Comment) {
+    end = findStop(at, last, '\n', '\r');
+  } else if (type == Token::Type::Brackets) {
+    end = detail::endOfBrackets(at, last);
+  } else if (type == Token::Type::Braces) {
+    end = detail::endOfShortList(at, last, '}');
+  }
+  if (end == nullptr || end == last) return false;
+  consumeTo(end, feeds, out);
+  out.type = type;
+  const std::string_view text(at, static_cast<std::size_t>(end - at));
+  if (type == Token::Type::Comment) {
+    out.text = texts_.copy(text.substr(0, text.find('\0')));
+  } else {
+    texts_.copyReusing(text, out.text);
+  }
+  return true;
+}
+
+inline void Lexer::nextToken(Token& out) {
+  if (!readBuffered(out)) out = readByCharacters();
 }
 
 }  // namespace zn::korvo_sdk::impl

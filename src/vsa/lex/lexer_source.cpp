@@ -2,6 +2,8 @@
 
 namespace zn::korvo_sdk::impl {
 
+using zn::detail::OpenFile;
+
 // The window is the rest of the text, its first byte the lookahead. An empty text has NUL for its
 // lookahead, which is skipped like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
@@ -21,23 +23,20 @@ FileLexer::FileLexer(const File& opened) : file(opened) {
   lookaheadChar = fetch();
 }
 
-// The lookahead has been read, what follows it in the window has not.
 FileLexer::~FileLexer() {
-  if (windowBegin < windowEnd) file.skip(static_cast<std::size_t>(windowBegin + 1 - filled_));
+  if (OpenFile* const shared = OpenFile::of(file)) shared->detach(cursor_);
 }
 
+// The window is empty when somebody else has used the file since the last character.
 char FileLexer::consume() {
-  if (windowBegin < windowEnd) ++windowBegin;
-  return step(windowBegin < windowEnd ? *windowBegin : fetch());
+  if (windowEnd - windowBegin > 1) return step(*++windowBegin);
+  return step(fetch());
 }
 
-// The first byte of the next bytes at hand. The source may throw: what is left then is no window.
+// The next byte of the file, and the window that begins with it. The source may throw: the window
+// is empty then.
 char FileLexer::fetch() {
-  file.skip(static_cast<std::size_t>(windowEnd - filled_));
-  filled_ = windowBegin = windowEnd = nullptr;
-  const File::Window window = file.fill();
-  filled_ = windowBegin = window.begin;
-  windowEnd = window.end;
+  if (OpenFile* const shared = OpenFile::of(file)) shared->attach(cursor_);
   if (windowBegin < windowEnd) return *windowBegin;
   endSource();
   return END_OF_INPUT;

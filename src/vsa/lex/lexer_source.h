@@ -1,10 +1,9 @@
-// Where characters come from: a String or a File. Internal; the door is vsa.h.
+// Where characters come from: a String or a File. Internal.
 #pragma once
-
-#include <cstddef>
 
 #include <vsa/foundation/file.h>
 #include <vsa/foundation/string.h>
+#include "foundation/io/open_file.h"
 #include "vsa/lex/lexer.h"
 
 namespace zn::korvo_sdk::impl {
@@ -18,8 +17,9 @@ class StringLexer final : public Lexer {
   String source;
 };
 
-/// Reads an open file, from wherever it stands. It shares the file: once the lexer is gone, the
-/// file stands behind the lexer's lookahead.
+/// Reads an open file, forward from its read position. The file is shared: whenever another handle
+/// reads it, its position is right behind the lookahead character, and the lexer goes on behind
+/// what that handle has read.
 class FileLexer final : public Lexer {
  public:
   explicit FileLexer(const File& opened);
@@ -33,7 +33,7 @@ class FileLexer final : public Lexer {
  private:
   char fetch();
 
-  const char* filled_ = nullptr;  // where the file's bytes at hand begin
+  const zn::detail::OpenFile::Cursor cursor_{windowBegin, windowEnd};
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,9 +1,8 @@
-// A whole vector of bytes a step: a byte's class comes from two table look-ups, by its high and its
+// A vector of bytes a step: the class of a byte comes from two table look-ups, by its high and its
 // low half (Langdale and Lemire, "Parsing Gigabytes of JSON per Second", 2019). Most lists are
-// nearly normal already, so most steps are one store. A step advances by its full width whatever it
-// holds, so that no step waits for the one before it: all that passes from one to the next is a bit
-// that says whether it ended in a separator. Separators that turn out to be the last ones are taken
-// back at the end.
+// nearly normal already, so most steps are one store. Each step advances by its full width and
+// depends on the one before it only by a bit: whether that one ended in a separator. The list's
+// last separators are removed at the end.
 #include "vsa/lex/list_normalizer.h"
 
 #include <array>
@@ -14,7 +13,7 @@
 #include "foundation/base/cpu_features.h"
 #include "foundation/base/prefetch.h"
 
-#if VSA_LIST_RUN_HAS_VECTORS
+#if VSA_LIST_NORMALIZER_HAS_VECTORS
 #include <immintrin.h>
 #define VSA_SSE42 __attribute__((target("sse4.2,popcnt")))
 #define VSA_SSE42_INLINE __attribute__((target("sse4.2,popcnt"), always_inline)) inline
@@ -26,17 +25,17 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-bool isNumber(char c) {
+constexpr bool isNumber(char c) {
   return char_class::is(c, char_class::NUMBER);
 }
 
-bool isSeparator(char c) {
+constexpr bool isSeparator(char c) {
   return char_class::is(c, char_class::SPACE) || c == ',';
 }
 
 }  // namespace
 
-ListRun copyListRunPortable(const char* from, const char* end, char* to) {
+NormalizedList normalizeListPortable(const char* from, const char* end, char* to) {
   while (from < end) {
     if (isNumber(*from)) {
       *to++ = *from++;
@@ -51,21 +50,59 @@ ListRun copyListRunPortable(const char* from, const char* end, char* to) {
   return {from, to};
 }
 
-#if VSA_LIST_RUN_HAS_VECTORS
+#if VSA_LIST_NORMALIZER_HAS_VECTORS
 
 namespace {
 
-// Class bits: 1 for + - . ; 2 for 0-9 ; 4 for A-F I N a-f i n ; 8 for U u ; 16 for the blank and
-// the comma ; 32 for \t to \r. A byte is in a class when both of its halves say so; bytes from 0x80
-// on look up nothing.
-constexpr char NUMBER_BITS = 1 | 2 | 4 | 8;
-alignas(16) constexpr std::int8_t BY_HIGH[16] = {32, 0, 1 | 16, 2, 4, 8, 4, 8};
-alignas(16) constexpr std::int8_t BY_LOW[16] = {
-    2 | 16, 2 | 4,      2 | 4, 2 | 4,  2 | 4,   2 | 4 | 8, 2 | 4, 2,
-    2,      2 | 4 | 32, 32,    1 | 32, 16 | 32, 1 | 32,    1 | 4, 0};
+// The classes of bytes, by their halves: the classes of a byte are BY_HIGH[high] & BY_LOW[low].
+// Bytes from 0x80 on have none. Each bit stands for one row of 16 bytes, and rows that are alike
+// share it.
+struct HalfTables {
+  alignas(16) std::int8_t byHigh[16] = {};
+  alignas(16) std::int8_t byLow[16] = {};
+  std::int8_t numberBits = 0;  // all bits of number characters; the others are of separators
+};
 
-/// For each set of eight bytes, the shuffle that moves its members to the front.
-constexpr auto makeGatherings() {
+constexpr std::uint16_t rowOfClass(unsigned high, bool (*isInClass)(char)) {
+  std::uint16_t row = 0;
+  for (unsigned low = 0; low < 16; ++low) {
+    const bool isMember = isInClass(static_cast<char>(high << 4 | low));
+    row = static_cast<std::uint16_t>(row | (isMember ? 1U << low : 0U));
+  }
+  return row;
+}
+
+constexpr HalfTables makeHalfTables() {
+  HalfTables tables;
+  std::uint16_t rows[8] = {};
+  unsigned rowCount = 0;
+  for (bool (*isInClass)(char) : {isNumber, isSeparator}) {
+    const unsigned firstOfClass = rowCount;
+    for (unsigned high = 0; high < 8; ++high) {
+      const std::uint16_t row = rowOfClass(high, isInClass);
+      if (row == 0) continue;
+      unsigned bit = firstOfClass;
+      while (bit < rowCount && rows[bit] != row) ++bit;
+      if (bit == rowCount) rows[rowCount++] = row;
+      tables.byHigh[high] = static_cast<std::int8_t>(tables.byHigh[high] | 1 << bit);
+      if (isInClass == isNumber) {
+        tables.numberBits = static_cast<std::int8_t>(tables.numberBits | 1 << bit);
+      }
+    }
+  }
+  for (unsigned bit = 0; bit < rowCount; ++bit) {
+    for (unsigned low = 0; low < 16; ++low) {
+      if ((rows[bit] >> low & 1) == 0) continue;
+      tables.byLow[low] = static_cast<std::int8_t>(tables.byLow[low] | 1 << bit);
+    }
+  }
+  return tables;
+}
+
+constexpr HalfTables HALVES = makeHalfTables();
+
+/// For each subset of eight bytes, the shuffle that moves its members to the front.
+constexpr auto makeCompactions() {
   std::array<std::array<std::int8_t, 8>, 256> shuffles{};
   for (unsigned set = 0; set < 256; ++set) {
     std::size_t count = 0;
@@ -76,10 +113,10 @@ constexpr auto makeGatherings() {
   return shuffles;
 }
 
-constexpr auto GATHERINGS = makeGatherings();
+constexpr auto COMPACTIONS = makeCompactions();
 
-/// The bytes of a step with a blank for every separator, and a bit for each of those. Not known:
-/// some byte is neither number character nor separator.
+/// The bytes of a step with a blank for every separator, and a bit for each separator. `isKnown` is
+/// false when some byte is neither number character nor separator.
 struct Step16 {
   __m128i normal;
   std::uint32_t separators;
@@ -106,9 +143,10 @@ VSA_SSE42_INLINE Step16 readStep16(const char* from) {
   const __m128i zero = _mm_setzero_si128();
   const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
   const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(0x0F));
-  const __m128i classes = _mm_and_si128(_mm_shuffle_epi8(tableOf(BY_HIGH), high),
-                                        _mm_shuffle_epi8(tableOf(BY_LOW), bytes));
-  const __m128i other = _mm_cmpeq_epi8(_mm_and_si128(classes, _mm_set1_epi8(NUMBER_BITS)), zero);
+  const __m128i classes = _mm_and_si128(_mm_shuffle_epi8(tableOf(HALVES.byHigh), high),
+                                        _mm_shuffle_epi8(tableOf(HALVES.byLow), bytes));
+  const __m128i other =
+      _mm_cmpeq_epi8(_mm_and_si128(classes, _mm_set1_epi8(HALVES.numberBits)), zero);
   // Every number character is greater than a blank.
   return {_mm_max_epu8(_mm_andnot_si128(other, bytes), _mm_set1_epi8(' ')),
           static_cast<std::uint32_t>(_mm_movemask_epi8(other)),
@@ -117,14 +155,14 @@ VSA_SSE42_INLINE Step16 readStep16(const char* from) {
 
 VSA_AVX2_INLINE Step32 readStep32(const char* from) {
   const __m256i zero = _mm256_setzero_si256();
-  const __m256i byHigh = _mm256_broadcastsi128_si256(tableOf(BY_HIGH));
-  const __m256i byLow = _mm256_broadcastsi128_si256(tableOf(BY_LOW));
+  const __m256i byHigh = _mm256_broadcastsi128_si256(tableOf(HALVES.byHigh));
+  const __m256i byLow = _mm256_broadcastsi128_si256(tableOf(HALVES.byLow));
   const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
   const __m256i high = _mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(0x0F));
   const __m256i classes =
       _mm256_and_si256(_mm256_shuffle_epi8(byHigh, high), _mm256_shuffle_epi8(byLow, bytes));
   const __m256i other =
-      _mm256_cmpeq_epi8(_mm256_and_si256(classes, _mm256_set1_epi8(NUMBER_BITS)), zero);
+      _mm256_cmpeq_epi8(_mm256_and_si256(classes, _mm256_set1_epi8(HALVES.numberBits)), zero);
   return {_mm256_max_epu8(_mm256_andnot_si256(other, bytes), _mm256_set1_epi8(' ')),
           static_cast<std::uint32_t>(_mm256_movemask_epi8(other)),
           _mm256_movemask_epi8(_mm256_cmpeq_epi8(classes, zero)) == 0};
@@ -132,7 +170,7 @@ VSA_AVX2_INLINE Step32 readStep32(const char* from) {
 
 /// Writes those of the lower eight bytes that are in the set; returns where they end.
 VSA_SSE42_INLINE char* writeMembers8(__m128i bytes, std::uint32_t set, char* to) {
-  const auto* const shuffle = reinterpret_cast<const __m128i*>(GATHERINGS[set].data());
+  const auto* const shuffle = reinterpret_cast<const __m128i*>(COMPACTIONS[set].data());
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to),
                    _mm_shuffle_epi8(bytes, _mm_loadl_epi64(shuffle)));
   return to + _mm_popcnt_u32(set);
@@ -148,29 +186,28 @@ VSA_AVX2_INLINE char* writeMembers32(__m256i bytes, std::uint32_t set, char* to)
   return writeMembers16(_mm256_extracti128_si256(bytes, 1), set >> 16, to);
 }
 
-/// The processor by itself fetches no further than to the end of a page, and the next one is needed
-/// sooner than it comes.
-inline void fetchAhead(const char* from, char* to) noexcept {
+/// The processor's own prefetcher stops at the end of a page.
+inline void prefetchAhead(const char* from, char* to) noexcept {
   constexpr std::size_t AHEAD = 2048;
   zn::detail::prefetch(from, AHEAD);
   zn::detail::prefetchForWriting(to, AHEAD);
 }
 
-/// Goes back behind the last number character, if any step was made, and on from there by bytes.
-ListRun finishRun(const char* from, const char* end, char* to, bool isAfterSeparator) {
+/// Removes separators at the end of the last step, and goes on from there byte by byte.
+NormalizedList finishList(const char* from, const char* end, char* to, bool isAfterSeparator) {
   if (isAfterSeparator) {
     --to;
     while (isSeparator(from[-1])) --from;
   }
-  return copyListRunPortable(from, end, to);
+  return normalizeListPortable(from, end, to);
 }
 
 }  // namespace
 
-VSA_SSE42 ListRun copyListRunSse42(const char* from, const char* end, char* to) {
+VSA_SSE42 NormalizedList normalizeListSse42(const char* from, const char* end, char* to) {
   std::uint32_t isAfterSeparator = 0;
   for (; end - from >= 16; from += 16) {
-    fetchAhead(from, to);
+    prefetchAhead(from, to);
     const Step16 step = readStep16(from);
     if (!step.isKnown) break;
     const std::uint32_t dropped = repeated(step.separators, isAfterSeparator);
@@ -182,13 +219,13 @@ VSA_SSE42 ListRun copyListRunSse42(const char* from, const char* end, char* to) 
     }
     isAfterSeparator = step.separators >> 15;
   }
-  return finishRun(from, end, to, isAfterSeparator != 0);
+  return finishList(from, end, to, isAfterSeparator != 0);
 }
 
-VSA_AVX2 ListRun copyListRunAvx2(const char* from, const char* end, char* to) {
+VSA_AVX2 NormalizedList normalizeListAvx2(const char* from, const char* end, char* to) {
   std::uint32_t isAfterSeparator = 0;
   for (; end - from >= 32; from += 32) {
-    fetchAhead(from, to);
+    prefetchAhead(from, to);
     const Step32 step = readStep32(from);
     if (!step.isKnown) break;
     const std::uint32_t dropped = repeated(step.separators, isAfterSeparator);
@@ -200,22 +237,22 @@ VSA_AVX2 ListRun copyListRunAvx2(const char* from, const char* end, char* to) {
     }
     isAfterSeparator = step.separators >> 31;
   }
-  // The compiler leaves this out before a call that ends a function; without it every SSE
-  // instruction after this one may have to wait for the upper halves.
+  // The compiler omits this before a tail call. Without it, later SSE instructions wait for the
+  // upper halves.
   _mm256_zeroupper();
-  return finishRun(from, end, to, isAfterSeparator != 0);
+  return finishList(from, end, to, isAfterSeparator != 0);
 }
 
-ListRun copyListRun(const char* from, const char* end, char* to) {
-  if (cpuHasAvx2()) return copyListRunAvx2(from, end, to);
-  if (cpuHasSse42()) return copyListRunSse42(from, end, to);
-  return copyListRunPortable(from, end, to);
+NormalizedList normalizeList(const char* from, const char* end, char* to) {
+  if (cpuHasAvx2()) return normalizeListAvx2(from, end, to);
+  if (cpuHasSse42()) return normalizeListSse42(from, end, to);
+  return normalizeListPortable(from, end, to);
 }
 
 #else
 
-ListRun copyListRun(const char* from, const char* end, char* to) {
-  return copyListRunPortable(from, end, to);
+NormalizedList normalizeList(const char* from, const char* end, char* to) {
+  return normalizeListPortable(from, end, to);
 }
 
 #endif

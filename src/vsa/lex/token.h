@@ -1,4 +1,4 @@
-// Token: what the lexer makes of characters and the parser reads. Internal; the door is vsa.h.
+// Token: the unit that the lexer produces and the parser consumes. Internal.
 #pragma once
 
 #include <cstdint>
@@ -8,12 +8,12 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// A piece of the text. Its line and column are those of its last character; for Eof and Invalid,
+/// Its line and column are those of its last character; for Eof and Invalid,
 /// those of the last character before them.
 struct Token {
   /// The numbers are fixed: the parser ends its loop on any type below 2.
   enum class Type : std::int32_t {
-    Eof = 0,      // text: "EOF", or what was cut off by the end
+    Eof = 0,      // text: "EOF", or a message about a string or list that the end cuts off
     Invalid = 1,  // text: a complete message
     Id = 2,
     Int = 3,

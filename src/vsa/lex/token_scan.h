@@ -1,5 +1,5 @@
-// Where names, numbers, strings and short lists end: sixteen bytes a step where the processor has
-// them, one byte a step elsewhere. Internal; the door is vsa.h.
+// Finds the ends of names, numbers, strings and short lists: sixteen bytes a step with SSE2, one
+// byte a step elsewhere. Internal.
 #pragma once
 
 #include <array>
@@ -82,7 +82,7 @@ inline __m128i equal(__m128i bytes, char c) {
   return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
 }
 
-/// Letters in lower case; what is no letter is not taken for one.
+/// Letters in lower case. Other bytes change too, but none becomes a letter.
 inline __m128i folded(__m128i bytes) {
   return _mm_or_si128(bytes, _mm_set1_epi8(0x20));
 }
@@ -93,7 +93,7 @@ inline std::uint32_t nameMask(__m128i bytes) {
   return maskOf(plain) | (maskOf(bytes) & ~equalMask(bytes, static_cast<char>(0xFF)));
 }
 
-/// Flags what makes a number a real, exponents aside.
+/// Flags the characters that make a number a real.
 inline __m128i realMarkers(__m128i bytes) {
   const __m128i lower = folded(bytes);
   return _mm_or_si128(
@@ -112,18 +112,18 @@ inline std::uint32_t numberMask(__m128i bytes, __m128i markers) {
 
 }  // namespace detail
 
-/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid for
-/// what begins none.
+/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid
+/// where no token begins with it.
 constexpr Token::Type firstOf(char c) {
   return detail::FIRST[static_cast<unsigned char>(c)];
 }
 
-/// Whether a token that begins so ends with the same character.
+/// Whether a token of this type is a single character.
 constexpr bool isOneCharacter(Token::Type first) {
   return static_cast<int>(first) >= static_cast<int>(Token::Type::Dot);
 }
 
-/// The first byte in [at, end) that no name goes on with, or `end`.
+/// The first byte in [at, end) that is not part of a name, or `end`.
 inline const char* endOfName(const char* at, const char* end) {
 #if defined(__SSE2__)
   for (; end - at >= 16; at += 16) {
@@ -135,7 +135,7 @@ inline const char* endOfName(const char* at, const char* end) {
   return at;
 }
 
-/// Whether a character makes the number that it stands in a real.
+/// Whether a character in a number makes it a real.
 inline bool isRealMarker(char c) {
   return c == '.' || c == 'f' || c == 'F' || c == 'n' || c == 'N' || c == 'a' || c == 'A' ||
          c == 'i' || c == 'I';
@@ -168,17 +168,17 @@ inline NumberEnd endOfNumber(const char* at, const char* end) {
   return {at, isReal};
 }
 
-/// A quoted string as far as it is in sight.
+/// The end of a quoted string.
 struct StringEnd {
-  const char* at = nullptr;  ///< Behind the closing quote; null when that is not in sight.
+  const char* at = nullptr;  ///< Behind the closing quote; null when that is not buffered.
   LineFeeds feeds{0, nullptr};
 };
 
 namespace detail {
 
-/// What a byte of a string, not the first, comes to: how many bytes to go on by, 0 at the closing
-/// quote and at what no string in sight has: a NUL or the end mark 0xFF.
-inline std::size_t passInString(const char* at, LineFeeds& feeds) {
+/// How many bytes to advance by at a byte of a string other than the first: 0 at the closing quote,
+/// at a NUL and at the end mark 0xFF, which the fast path does not read.
+inline std::size_t advanceInString(const char* at, LineFeeds& feeds) {
   switch (*at) {
     case '"':
     case '\0':
@@ -196,9 +196,9 @@ inline std::size_t passInString(const char* at, LineFeeds& feeds) {
 }
 
 #if defined(__SSE2__)
-/// Flags the bytes that passInString has something to say about, and some others.
+/// Flags the bytes that advanceInString handles, and some others.
 inline std::uint32_t stringMask(__m128i bytes) {
-  // One up: the end mark comes to 0, and stands beside NUL and the line feed.
+  // Adding 1 maps the end mark to 0, so that one comparison flags it with NUL to line feed.
   const __m128i up = _mm_add_epi8(bytes, _mm_set1_epi8(1));
   const __m128i low = _mm_cmpeq_epi8(_mm_min_epu8(up, _mm_set1_epi8('\n' + 1)), up);
   return maskOf(_mm_or_si128(low, _mm_or_si128(equal(bytes, '"'), equal(bytes, '\\'))));
@@ -207,7 +207,8 @@ inline std::uint32_t stringMask(__m128i bytes) {
 
 }  // namespace detail
 
-/// Where the string ends whose opening quote is at `at`, if before `end`. `*end` can be read.
+/// The end of the string whose opening quote is at `at`, if it lies before `end`. `*end` is
+/// readable.
 inline StringEnd endOfString(const char* at, const char* end) {
   StringEnd found;
   ++at;
@@ -216,7 +217,7 @@ inline StringEnd endOfString(const char* at, const char* end) {
     const char* next = at + 16;
     for (std::uint32_t mask = detail::stringMask(detail::load16(at)); mask != 0;) {
       const int place = __builtin_ctz(mask);
-      const std::size_t count = detail::passInString(at + place, found.feeds);
+      const std::size_t count = detail::advanceInString(at + place, found.feeds);
       if (count == 0) {
         if (at[place] == '"') found.at = at + place + 1;
         return found;
@@ -228,7 +229,7 @@ inline StringEnd endOfString(const char* at, const char* end) {
   }
 #endif
   while (at < end) {
-    const std::size_t count = detail::passInString(at, found.feeds);
+    const std::size_t count = detail::advanceInString(at, found.feeds);
     if (count == 0) {
       if (*at == '"') found.at = at + 1;
       return found;

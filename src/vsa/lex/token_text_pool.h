@@ -1,6 +1,5 @@
-// TokenTexts: the texts of tokens, without an allocation for each. Words that come again and again
-// are shared; the texts of numbers and short lists are gone a statement later, and their memory
-// serves the next. Internal; the door is vsa.h.
+// TokenTextPool: the texts of tokens, without an allocation for each. Words are interned; the texts
+// of numbers and short lists reuse the memory of earlier ones. Internal.
 #pragma once
 
 #include <cstddef>
@@ -14,7 +13,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-class TokenTexts {
+class TokenTextPool {
  public:
   /// A String of one character.
   const String& character(char c) {
@@ -23,54 +22,54 @@ class TokenTexts {
     return text;
   }
 
-  /// Type and text of a word: of one that the format gives a meaning, or of a name. Words that were
-  /// read a short while ago are the same String again, so that comparing two of them is mostly
-  /// comparing two pointers.
-  void word(std::string_view characters, Token& out);
+  /// Sets type and text of a word: a literal of the format, or a name. A word that was read a short
+  /// while ago gives the same String, so that most comparisons of names compare pointers.
+  void intern(std::string_view characters, Token& out);
 
-  /// A text that is likely to stay.
-  String lasting(std::string_view characters) { return lasting_.copyOf(characters); }
+  /// A text that the scene is likely to keep.
+  String copy(std::string_view characters) { return slabs_.copyOf(characters); }
 
-  /// A text that few will hold on to.
-  void passing(std::string_view characters, String& out) {
-    if (characters.size() > LONGEST_PASSING) {
+  /// A text that is needed for one statement: it takes the memory of an earlier one that nobody
+  /// refers to any more.
+  void copyReusing(std::string_view characters, String& out) {
+    if (characters.size() > MAX_REUSED_BYTES) {
       out = String::copyOf(characters);
       return;
     }
-    String& text = passing_[nextPassing_++ % PASSING];
+    String& text = reused_[nextReused_++ % REUSED_STRINGS];
     text.assign(characters);
     out = text;
   }
 
  private:
-  // Longer words are too rare to be remembered.
-  static constexpr std::size_t LONGEST_WORD = 64;
-  // Longer texts are too large to be kept for the next one.
-  static constexpr std::size_t LONGEST_PASSING = 4096;
-  // More than a statement has, so that they are free again when their turn comes.
-  static constexpr std::size_t PASSING = 8;
-  // Words remembered, in pairs: few at first, for many texts are short. Not all words of a large
-  // scene: to look each up would cost more than to copy it, once they fill the caches.
-  static constexpr std::size_t FEWEST_WORDS = 256;
-  static constexpr std::size_t MOST_WORDS = 2048;
+  // Longer words are too rare to be interned.
+  static constexpr std::size_t MAX_WORD_BYTES = 64;
+  // The memory of longer texts is too large to be kept.
+  static constexpr std::size_t MAX_REUSED_BYTES = 4096;
+  // More than a statement refers to, so that each is free again when its turn comes.
+  static constexpr std::size_t REUSED_STRINGS = 8;
+  // Interned words: few at first, since many texts are short. No more than fit the caches: to find
+  // a word beyond them costs more than to copy it.
+  static constexpr std::size_t MIN_WORDS = 256;
+  static constexpr std::size_t MAX_WORDS = 2048;
 
-  // A free place has no text.
+  // An empty slot has no text.
   struct Word {
-    std::uint32_t part = 0;  // of the hash
+    std::uint32_t tag = 0;  // the low bits of the hash
     Token::Type type = Token::Type::Id;
     String text;
   };
 
-  void newWord(std::string_view characters, std::uint64_t hash, Token& out);
-  void remember(Word&& word) noexcept;
-  void makeRoom();
+  void addWord(std::string_view characters, std::uint64_t hash, Token& out);
+  void store(Word&& word) noexcept;
+  void growWords();
 
-  StringSlabs lasting_;
-  std::unique_ptr<Word[]> words_;  // two for each hash, the one that was met last in front
-  std::size_t mask_ = 0;           // of the hash, for the first of the two
-  std::size_t wordCount_ = 0;      // that were new when they were met
-  String passing_[PASSING];
-  std::size_t nextPassing_ = 0;
+  StringSlabs slabs_;
+  std::unique_ptr<Word[]> words_;  // pairs; the word read last comes first in its pair
+  std::size_t mask_ = 0;           // from a tag to the first slot of its pair
+  std::size_t wordCount_ = 0;      // words added, those replaced since included
+  String reused_[REUSED_STRINGS];
+  std::size_t nextReused_ = 0;
   String characters_[256];
 };
 

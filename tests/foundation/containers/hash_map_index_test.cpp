@@ -18,10 +18,10 @@ std::uint64_t hashOf(const Key& key) {
   return key.hash;
 }
 
-/// The hash that `spread` turns into `spreaded`.
-std::uint64_t spreadFrom(std::uint64_t spreaded) {
-  std::uint64_t hash = spreaded ^ spreaded >> 32;
-  hash *= 0x9cb4b2f8129337dbULL;  // the inverses of the factors in `spread`
+/// The hash whose `mixed` is `mix`.
+std::uint64_t hashOfMix(std::uint64_t mix) {
+  std::uint64_t hash = mix ^ mix >> 32;
+  hash *= 0x9cb4b2f8129337dbULL;  // the inverses of the factors in `mixed`
   hash ^= hash >> 33;
   hash *= 0x4f74430c22a54005ULL;
   return hash ^ hash >> 33;
@@ -30,11 +30,11 @@ std::uint64_t spreadFrom(std::uint64_t spreaded) {
 // The index of the long buckets keeps 32 bits of a hash, and no bucket: keys that agree in these
 // are told apart by their nodes.
 TEST(HashMapIndex, KeysThatLookAlikeStayApart) {
-  const Key filed{spreadFrom(7)};
+  const Key filed{hashOfMix(7)};
   std::vector<Key> alike;  // two of them in the bucket of `filed`, one in another
   for (std::uint64_t high = 1; alike.size() < 3; ++high) {
-    const Key key{spreadFrom(high << 32 | 7)};
-    ASSERT_EQ(spread(key.hash), high << 32 | 7);
+    const Key key{hashOfMix(high << 32 | 7)};
+    ASSERT_EQ(mixed(key.hash), high << 32 | 7);
     const bool isInSameBucket = key.hash % 256 == filed.hash % 256;
     if (isInSameBucket ? alike.size() < 2 : alike.size() == 2) alike.push_back(key);
   }

@@ -106,16 +106,16 @@ TEST(Vector, FullAfterReserveDoublesItsSize) {
 
 TEST(Vector, MakeRoomDoublesAtLeast) {
   Vector<int> vector;
-  vector.makeRoom(5);
+  vector.reserveAdditional(5);
   EXPECT_EQ(vector.capacity, 5U);
   for (int i = 0; i < 5; ++i) vector.push_back(i);
-  vector.makeRoom(0);
+  vector.reserveAdditional(0);
   EXPECT_EQ(vector.capacity, 5U);
-  vector.makeRoom(1);
+  vector.reserveAdditional(1);
   EXPECT_EQ(vector.capacity, 10U);
-  vector.makeRoom(5);
+  vector.reserveAdditional(5);
   EXPECT_EQ(vector.capacity, 10U);
-  vector.makeRoom(20);
+  vector.reserveAdditional(20);
   EXPECT_EQ(vector.capacity, 25U);
   EXPECT_EQ(vector.size, 5U);
   EXPECT_EQ(vector[4], 4);

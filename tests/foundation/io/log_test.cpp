@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tests/support/text.h"
-#include "tools/support/log_capture.h"
+#include "tools/scene_text/read_outcome.h"
 
 namespace zn {
 namespace {

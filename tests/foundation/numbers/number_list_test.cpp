@@ -33,21 +33,21 @@ using ReadFunction = NumberRun (*)(const char* from, const char* end, Number* ou
 
 template <class Number>
 NumberRun readPortably(const char* from, const char* end, Number* out, size_t room) {
-  return numbers::readNumberRunWith<Number>(numbers::readPiecesPortably<Number>, from, end, out,
+  return numbers::readNumberRunWith<Number>(numbers::readFieldsPortably<Number>, from, end, out,
                                             room);
 }
 
-#if VSA_HAS_SSE41_FORM
+#if VSA_HAS_SSE41_KERNEL
 template <class Number>
 NumberRun readBySse41(const char* from, const char* end, Number* out, size_t room) {
-  return numbers::readNumberRunWith<Number>(numbers::readPiecesSse41<Number>, from, end, out, room);
+  return numbers::readNumberRunWith<Number>(numbers::readFieldsSse41<Number>, from, end, out, room);
 }
 #endif
 
-#if VSA_HAS_AVX2_FORM
+#if VSA_HAS_AVX2_KERNEL
 template <class Number>
 NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t room) {
-  return numbers::readNumberRunWith<Number>(numbers::readPiecesAvx2<Number>, from, end, out, room);
+  return numbers::readNumberRunWith<Number>(numbers::readFieldsAvx2<Number>, from, end, out, room);
 }
 #endif
 
@@ -55,11 +55,11 @@ NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t room
 template <class Number>
 std::vector<ReadFunction<Number>> runs() {
   std::vector<ReadFunction<Number>> all{readPortably<Number>, readNumberRun<Number>};
-#if VSA_HAS_SSE41_FORM
+#if VSA_HAS_SSE41_KERNEL
   if (cpuHasSse41()) all.push_back(readBySse41<Number>);
 #endif
-#if VSA_HAS_AVX2_FORM
-  if constexpr (numbers::HAS_AVX2_FORM<Number>) {
+#if VSA_HAS_AVX2_KERNEL
+  if constexpr (numbers::HAS_AVX2_KERNEL<Number>) {
     if (cpuHasAvx2()) all.push_back(readByAvx2<Number>);
   }
 #endif

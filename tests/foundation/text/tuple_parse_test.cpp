@@ -77,12 +77,12 @@ TEST(TupleParseWords, OnlyBlanksSeparate) {
 }
 
 TEST(TupleParseWords, MoreThanTheLargestTupleAreRefused) {
-  double out[MOST_COMPONENTS + 1] = {};
-  const String text = numbers(MOST_COMPONENTS + 1);
-  EXPECT_TRUE(parseTuple(text.view(), MOST_COMPONENTS, out));
-  EXPECT_EQ(out[MOST_COMPONENTS - 1], 16.5);
-  EXPECT_FALSE(parseTuple(text.view(), MOST_COMPONENTS + 1, out));
-  EXPECT_EQ(out[MOST_COMPONENTS], 0);
+  double out[MAX_COMPONENTS + 1] = {};
+  const String text = numbers(MAX_COMPONENTS + 1);
+  EXPECT_TRUE(parseTuple(text.view(), MAX_COMPONENTS, out));
+  EXPECT_EQ(out[MAX_COMPONENTS - 1], 16.5);
+  EXPECT_FALSE(parseTuple(text.view(), MAX_COMPONENTS + 1, out));
+  EXPECT_EQ(out[MAX_COMPONENTS], 0);
 }
 
 TEST(ColourParse, ThreeOrFourNumbers) {

@@ -1,5 +1,5 @@
-// What is remembered of the elements of an array: it spares looking at them, and never hides one
-// that a host has changed.
+// Elements without a type get one, also where the scene has emptied them, and an array that is
+// filled one element after another is not looked at as a whole each time.
 #include "vsa/apply/typed_elements.h"
 
 #include <gtest/gtest.h>
@@ -12,74 +12,97 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 using vsa_tests::HostInput;
+using vsa_tests::HostOptions;
+
+constexpr auto FLOAT = static_cast<std::int32_t>(DataType::Float);
 
 class TypedElementsTest : public testing::Test {
  protected:
-  void grow(int count) {
-    for (; count > 0; --count) array_.appendElement();
-  }
+  TypedElementsTest() { array_.elements = AttrType::Buffer; }
 
-  /// Where the look at the elements has to begin, when the last one known is typed or is not.
-  std::uint64_t unknown(bool isTyped = true) {
-    return typed_.firstUnknown(&array_, [&](interfaces::IInput& element) {
-      EXPECT_EQ(&element, lastKnown_);
-      return isTyped;
-    });
+  void growTo(std::uint64_t size) {
+    while (array_.count() < size) array_.appendElement();
   }
-
-  void remember() {
-    typed_.remember(&array_);
-    lastKnown_ = array_.element(array_.count() - 1);
+  HostInput& element(std::uint64_t index) {
+    return static_cast<HostInput&>(*array_.element(index));
   }
+  /// What a scene may do on its own account.
+  void emptyAll() {
+    for (std::uint64_t i = 0; i < array_.count(); ++i) element(i).buffers = DataType::Null;
+  }
+  std::uint64_t emptyElements() {
+    std::uint64_t sum = 0;
+    for (std::uint64_t i = 0; i < array_.count(); ++i) {
+      sum += element(i).buffers == DataType::Null ? 1U : 0U;
+    }
+    return sum;
+  }
+  void setEmptyElements() { typed_.setEmptyElements(array_, FLOAT); }
 
-  vsa_tests::HostOptions options_;
+  HostOptions options_;
   HostInput array_{options_, "n.a", AttrType::Array};
   TypedElements typed_;
-  interfaces::IInput* lastKnown_ = nullptr;
 };
 
-TEST_F(TypedElementsTest, OfANewArrayNothingIsKnown) {
-  EXPECT_EQ(unknown(), 0U);
-  grow(3);
-  EXPECT_EQ(unknown(), 0U);
+TEST_F(TypedElementsTest, EveryElementOfANewArrayIsSet) {
+  growTo(300);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, ThoseRememberedAreKnown) {
-  for (const int more : {1, 1, 3}) {
-    grow(more);
-    remember();
-    EXPECT_EQ(unknown(), array_.count());
+TEST_F(TypedElementsTest, AnArrayWithoutElementsIsLeftAlone) {
+  setEmptyElements();
+  growTo(2);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
+}
+
+TEST_F(TypedElementsTest, ElementsThatTheSceneEmptiesAreSetAgain) {
+  for (const std::uint64_t size : {1U, 2U, 100U}) {
+    growTo(size);
+    setEmptyElements();
+    emptyAll();
+    setEmptyElements();
+    EXPECT_EQ(emptyElements(), 0U);
   }
-  grow(2);
-  EXPECT_EQ(unknown(), 5U);
-  HostInput other(options_, "n.b", AttrType::Array);
-  EXPECT_EQ(typed_.firstUnknown(&other, [](interfaces::IInput&) { return true; }), 0U);
 }
 
-TEST_F(TypedElementsTest, AnEmptyArrayLeavesWhatWasKnownOfIt) {
-  typed_.remember(&array_);
-  EXPECT_EQ(unknown(), 0U);
-  grow(2);
-  EXPECT_EQ(unknown(), 0U);
+TEST_F(TypedElementsTest, OfALongArrayAllAreLookedAtInTurn) {
+  growTo(1000);
+  setEmptyElements();
+  emptyAll();
+  for (std::uint64_t i = 0; i < 1000; i += TypedElements::RECHECKED) setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, AnArrayThatAHostHasCutIsUnknown) {
-  grow(3);
-  remember();
-  array_.shrinkTo(2);
-  EXPECT_EQ(unknown(), 0U);
+TEST_F(TypedElementsTest, ALongArrayIsNotLookedAtAsAWholeEachTime) {
+  growTo(10000);
+  setEmptyElements();
+  emptyAll();
+  growTo(10001);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 10000 - TypedElements::RECHECKED);
+}
+
+TEST_F(TypedElementsTest, AnArrayThatAHostHasCutIsLookedAtAgain) {
+  growTo(1000);
+  setEmptyElements();
+  array_.shrinkTo(900);
+  emptyAll();
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
   array_.shrinkTo(0);
-  EXPECT_EQ(unknown(), 0U);
+  growTo(900);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, AndOneWhoseLastKnownElementIsAnotherOrHasLostItsType) {
-  grow(3);
-  remember();
-  EXPECT_EQ(unknown(false), 0U);
-  options_.losesElements = true;
-  EXPECT_EQ(unknown(), 0U);
-  options_.losesElements = false;
-  EXPECT_EQ(unknown(), 3U);
+TEST_F(TypedElementsTest, OtherArraysAreLeftAlone) {
+  array_.elements = AttrType::Int;
+  growTo(2);
+  options_.calls.clear();
+  setEmptyElements();
+  EXPECT_TRUE(options_.calls.empty());
 }
 
 }  // namespace

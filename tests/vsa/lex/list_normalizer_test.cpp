@@ -15,23 +15,23 @@ namespace {
 
 using vsa_tests::visible;
 
-using Copier = ListRun (*)(const char*, const char*, char*);
+using Normalizer = NormalizedList (*)(const char*, const char*, char*);
 
 /// Every form that this processor runs, and the one that is chosen.
-std::vector<Copier> copiers() {
-  std::vector<Copier> all{copyListRunPortable, copyListRun};
-#if VSA_LIST_RUN_HAS_VECTORS
-  if (cpuHasSse42()) all.push_back(copyListRunSse42);
-  if (cpuHasAvx2()) all.push_back(copyListRunAvx2);
+std::vector<Normalizer> normalizers() {
+  std::vector<Normalizer> all{normalizeListPortable, normalizeList};
+#if VSA_LIST_NORMALIZER_HAS_VECTORS
+  if (cpuHasSse42()) all.push_back(normalizeListSse42);
+  if (cpuHasAvx2()) all.push_back(normalizeListAvx2);
 #endif
   return all;
 }
 
 /// "written|what is left": the run of `text`, in memory of exactly the promised size.
-std::string run(Copier copy, const std::string& text) {
+std::string run(Normalizer copy, const std::string& text) {
   const std::vector<char> from(text.begin(), text.end());
-  std::vector<char> to(text.size() + LIST_RUN_SLACK, '?');
-  const ListRun copied = copy(from.data(), from.data() + from.size(), to.data());
+  std::vector<char> to(text.size() + NORMALIZER_SLACK, '?');
+  const NormalizedList copied = copy(from.data(), from.data() + from.size(), to.data());
   return std::string(to.data(), static_cast<std::size_t>(copied.to - to.data())) + '|' +
          std::string(copied.from, from.data() + from.size());
 }
@@ -41,7 +41,7 @@ struct Row {
   const char* run;
 };
 
-TEST(ListRun, Rows) {
+TEST(NormalizedList, Rows) {
   constexpr Row ROWS[] = {
       {"1", "1|"},
       {"1 2 3", "1 2 3|"},
@@ -64,7 +64,7 @@ TEST(ListRun, Rows) {
       {"1234567890123456                    }", "1234567890123456|                    }"},
   };
   for (const Row& row : ROWS) {
-    for (const Copier copy : copiers()) {
+    for (const Normalizer copy : normalizers()) {
       EXPECT_EQ(visible(run(copy, row.text)), visible(row.run)) << row.text;
     }
   }
@@ -72,11 +72,12 @@ TEST(ListRun, Rows) {
 
 /// All forms say the same of `text`.
 void expectAgreement(const std::string& text) {
-  const std::string expected = run(copyListRunPortable, text);
-  for (const Copier copy : copiers()) ASSERT_EQ(visible(run(copy, text)), visible(expected));
+  const std::string expected = run(normalizeListPortable, text);
+  for (const Normalizer copy : normalizers())
+    ASSERT_EQ(visible(run(copy, text)), visible(expected));
 }
 
-TEST(ListRun, EveryByteAtEveryPlaceOfAStep) {
+TEST(NormalizedList, EveryByteAtEveryPlaceOfAStep) {
   const std::string digits(100, '7');
   for (int byte = 0; byte < 256; ++byte) {
     for (std::size_t at = 1; at < 66; ++at) {
@@ -88,7 +89,7 @@ TEST(ListRun, EveryByteAtEveryPlaceOfAStep) {
 }
 
 // Of a whole step, every byte has to be known for what it is.
-TEST(ListRun, EveryByteByItself) {
+TEST(NormalizedList, EveryByteByItself) {
   for (int byte = 0; byte < 256; ++byte) {
     for (const char* const first : {"1", "b", "."}) {
       ASSERT_NO_FATAL_FAILURE(expectAgreement(first + std::string(65, static_cast<char>(byte))));
@@ -96,7 +97,7 @@ TEST(ListRun, EveryByteByItself) {
   }
 }
 
-TEST(ListRun, LongStretchesOfSeparators) {
+TEST(NormalizedList, LongStretchesOfSeparators) {
   for (std::size_t count = 0; count < 70; ++count) {
     expectAgreement("1234567890123456" + std::string(count, ' ') + "7");
     expectAgreement("1" + std::string(count, ',') + "7");
@@ -104,7 +105,7 @@ TEST(ListRun, LongStretchesOfSeparators) {
   }
 }
 
-TEST(ListRun, AgreesOnRandomLists) {
+TEST(NormalizedList, AgreesOnRandomLists) {
   std::mt19937 random(11);
   const std::string alphabet = "0123456789012345678901234567890123456789,   -.\n";
   for (int round = 0; round < 5000; ++round) {

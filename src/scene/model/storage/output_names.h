@@ -28,7 +28,7 @@ class OutputNames {
  private:
   std::uint64_t add(const String& name) {
     const std::uint64_t number = names_.size;
-    index_.makeRoom();
+    index_.reserveOne();
     names_.push_back(name);
     index_.insert(name.hash(), number);
     return number;

@@ -1,0 +1,60 @@
+// The rounds of a comparison and their medians.
+#include "bench/measure/comparison.h"
+
+#include <time.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace bench {
+namespace {
+
+// The mean time of as many reads as take ENOUGH_SECONDS. A first read is not counted, because it
+// finds the heap and the caches in the state that another candidate left.
+double meanSeconds(const Candidate& candidate) {
+  constexpr double ENOUGH_SECONDS = 0.05;
+  candidate.read();
+  double total = 0;
+  size_t reads = 0;
+  const Stopwatch whole;
+  do {
+    total += candidate.read();
+    ++reads;
+  } while (whole.seconds() < ENOUGH_SECONDS);
+  return total / static_cast<double>(reads);
+}
+
+}  // namespace
+
+double Stopwatch::now() {
+  timespec time{};
+  clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &time);
+  return static_cast<double>(time.tv_sec) + 1e-9 * static_cast<double>(time.tv_nsec);
+}
+
+std::vector<double> compare(const std::vector<Candidate>& candidates, size_t rounds) {
+  std::vector<std::vector<double>> seconds(candidates.size());
+  for (size_t round = 0; round <= rounds; ++round) {
+    for (size_t i = 0; i < candidates.size(); ++i) {
+      const double time = meanSeconds(candidates[i]);
+      if (round > 0) seconds[i].push_back(time);
+    }
+  }
+  std::vector<double> medians;
+  for (const std::vector<double>& times : seconds) medians.push_back(median(times));
+  return medians;
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  const size_t middle = values.size() / 2;
+  return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+void requireCount(const std::string& who, const char* what, size_t found, size_t expected) {
+  if (found == expected) return;
+  throw std::runtime_error(who + ": found " + std::to_string(found) + " " + what + ", expected " +
+                           std::to_string(expected));
+}
+
+}  // namespace bench

@@ -1,0 +1,40 @@
+// Comparisons of several implementations of the same work, run alternately, so that changes of the
+// machine's speed affect all of them. The result is the median time of each.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace bench {
+
+// Measures the processor time of this process, including all its threads and system calls. Other
+// processes affect it less than elapsed time. All files are in the page cache.
+class Stopwatch {
+ public:
+  double seconds() const { return now() - start; }
+
+ private:
+  static double now();
+
+  double start = now();
+};
+
+// An implementation in a comparison. `read` does the whole work once and returns its seconds,
+// without the destruction of the result. The result was checked before the Candidate was created.
+struct Candidate {
+  std::string name;
+  std::function<double()> read;
+};
+
+// The median seconds of each candidate, in the order of `candidates`. Within a round, short work is
+// repeated until the time is long enough to be measured. The result excludes a first warm-up round.
+std::vector<double> compare(const std::vector<Candidate>& candidates, size_t rounds);
+
+double median(std::vector<double> values);
+
+// Throws std::runtime_error "WHO: found N WHAT, expected M" if the counts differ.
+void requireCount(const std::string& who, const char* what, size_t found, size_t expected);
+
+}  // namespace bench

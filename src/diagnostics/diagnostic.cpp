@@ -1,0 +1,88 @@
+// Records to lines of the log, and the sink of each thread.
+#include <vsa/diagnostics/diagnostic.h>
+
+#include <cstdarg>
+
+#include "diagnostics/emitter.h"
+#include "foundation/base/argument_list.h"
+#include "foundation/io/log_write.h"
+
+namespace zn::korvo_sdk {
+
+namespace {
+
+thread_local DiagnosticSink* threadSink = nullptr;
+
+LogLevel levelOf(Severity severity) {
+  return severity == Severity::Warning ? LogLevel::Warning : LogLevel::Error;
+}
+
+// The characters up to the first NUL: an exception's text ends there.
+String whatOf(const Diagnostic& diagnostic) {
+  return String(diagnostic.logLine().buf());
+}
+
+}  // namespace
+
+String Diagnostic::kind() const {
+  const char* const kind = rowOf(id).kind;
+  return list.isEmpty() ? String(kind) : diagnostic_detail::formatMessage(kind, list.buf());
+}
+
+String Diagnostic::logLine() const {
+  if (!hasPosition()) return text;
+  if (rowOf(id).position == PositionOf::LastCharacter) {
+    return String::format("%s (%d,%d): %s", kind().buf(), line, column, text.buf());
+  }
+  return diagnostic_detail::positionedLine(kind(), line, column, text);
+}
+
+ScopedDiagnosticSink::ScopedDiagnosticSink(DiagnosticSink* sink) noexcept : before_(threadSink) {
+  threadSink = sink;
+}
+
+ScopedDiagnosticSink::~ScopedDiagnosticSink() {
+  threadSink = before_;
+}
+
+DiagnosticError::DiagnosticError(const Diagnostic& diagnostic)
+    : std::runtime_error(whatOf(diagnostic).buf()), diagnostic_(diagnostic) {
+}
+
+DiagnosticError::~DiagnosticError() = default;
+
+void emit(const Diagnostic& diagnostic) {
+  if (threadSink != nullptr) threadSink->report(diagnostic);
+  zn::detail::writeLog(levelOf(diagnostic.severity()), diagnostic.logLine());
+}
+
+void emitFatal(const std::runtime_error& error) {
+  if (threadSink != nullptr) {
+    const auto* const ours = dynamic_cast<const DiagnosticError*>(&error);
+    if (ours != nullptr) {
+      threadSink->report(ours->diagnostic());
+    } else {
+      threadSink->report({DiagnosticId::HostError, String(error.what())});
+    }
+  }
+  zn::detail::writeLog(LogLevel::Error, String(error.what()));
+}
+
+namespace diagnostic_detail {
+
+String positionedLine(const String& kind, std::int32_t line, std::int32_t column,
+                      const String& message) {
+  return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
+}
+
+String formatMessage(const char* format, ...) {
+  va_list arguments;
+  va_start(arguments, format);
+  const zn::detail::ArgumentListEnd end(arguments);
+  return String::formatv(format, arguments);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+}
+
+}  // namespace diagnostic_detail
+
+}  // namespace zn::korvo_sdk

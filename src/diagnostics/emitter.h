@@ -1,0 +1,122 @@
+// Emitter: makes the record of a problem, reports it and logs its line. The arguments of each
+// message are checked against its format by the compiler. Internal.
+#pragma once
+
+#include <cstdint>
+#include <type_traits>
+
+#include <vsa/diagnostics/diagnostic.h>
+#include <vsa/foundation/string.h>
+
+namespace zn::korvo_sdk {
+
+namespace diagnostic_detail {
+
+/// The conversion that prints an argument of type T: 's', 'd', 'c', 'u' (%llu), or 0 for none.
+template <class T>
+constexpr char conversionFor() {
+  using Value = std::decay_t<T>;
+  if constexpr (std::is_same_v<Value, String> || std::is_same_v<Value, const char*> ||
+                std::is_same_v<Value, char*>) {
+    return 's';
+  } else if constexpr (std::is_same_v<Value, std::int32_t>) {
+    return 'd';
+  } else if constexpr (std::is_same_v<Value, char>) {
+    return 'c';
+  } else if constexpr (std::is_same_v<Value, std::uint64_t> ||
+                       std::is_same_v<Value, unsigned long long>) {
+    return 'u';
+  }
+  return '\0';
+}
+
+/// Whether the conversions of `format` are those of `conversions`, in order.
+constexpr bool formatTakes(const char* format, const char* conversions) {
+  for (; *format != '\0'; ++format) {
+    if (*format != '%') continue;
+    ++format;
+    while (*format == 'l') ++format;
+    if (*format != *conversions) return false;
+    ++conversions;
+  }
+  return *conversions == '\0';
+}
+
+/// A message that takes these arguments; anything else does not compile.
+template <class... Arguments>
+struct MessageOf {
+  consteval MessageOf(DiagnosticId message) : id(message) {  // implicit: an id is named at the call
+    constexpr char CONVERSIONS[] = {conversionFor<Arguments>()..., '\0'};
+    if (!formatTakes(rowOf(message).format, CONVERSIONS)) throw "the arguments do not fit";
+  }
+  DiagnosticId id;
+};
+
+/// Formats without a check of the format: MessageOf has made it.
+String formatMessage(const char* format, ...);
+
+/// "KIND (LINE,COLUMN): MESSAGE.". A message that ends in a period makes a line that ends in two.
+String positionedLine(const String& kind, std::int32_t line, std::int32_t column,
+                      const String& message);
+
+/// The argument as printf takes it.
+inline const char* printable(const String& text) {
+  return text.buf();
+}
+template <class T>
+requires(!std::is_same_v<T, std::uint64_t>) T printable(T argument) {
+  return argument;
+}
+inline unsigned long long printable(std::uint64_t number) {
+  return number;
+}
+
+}  // namespace diagnostic_detail
+
+/// Reports a record to the sink of this thread and logs its line; returns also for a Fatal one.
+void emit(const Diagnostic& diagnostic);
+
+/// Reports and logs the error that ended a reading: a DiagnosticError as its record, anything else
+/// as a HostError.
+void emitFatal(const std::runtime_error& error);
+
+/// Emits messages that bear one position.
+class Emitter {
+ public:
+  /// For messages without a position.
+  Emitter() = default;
+  Emitter(std::int32_t line, std::int32_t column) : line_(line), column_(column) {}
+
+  /// Throws the message as a DiagnosticError.
+  template <class... Arguments>
+  [[noreturn]] void fatal(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
+                          const Arguments&... arguments) const {
+    throw DiagnosticError(record(message.id, arguments...));
+  }
+
+  /// The same for a message without arguments that is chosen at run time.
+  [[noreturn]] void fatalWithoutArguments(DiagnosticId id) const {
+    throw DiagnosticError(record(id));
+  }
+
+  /// Reports and logs a message that does not end the reading.
+  template <class... Arguments>
+  void log(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
+           const Arguments&... arguments) const {
+    emit(record(message.id, arguments...));
+  }
+
+ private:
+  template <class... Arguments>
+  Diagnostic record(DiagnosticId id, const Arguments&... arguments) const {
+    return {id,
+            diagnostic_detail::formatMessage(rowOf(id).format,
+                                             diagnostic_detail::printable(arguments)...),
+            line_, column_};
+  }
+
+  std::int32_t line_ = 0;
+  std::int32_t column_ = 0;
+};
+
+}  // namespace zn::korvo_sdk

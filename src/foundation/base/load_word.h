@@ -1,0 +1,27 @@
+// Several bytes of memory as one number, wherever they lie. Internal.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+
+namespace zn::detail {
+
+/// The bytes at `from` as a number, in the byte order of the machine.
+template <class Word>
+Word loadWord(const void* from) noexcept {
+  Word word;
+  std::memcpy(&word, from, sizeof word);
+  return word;
+}
+
+/// The four or eight bytes at `from` as a number, the first one lowest.
+template <class Word = std::uint64_t>
+Word loadLittleEndian(const void* from) noexcept {
+  const auto word = loadWord<Word>(from);
+  if constexpr (std::endian::native != std::endian::big) return word;
+  return sizeof(Word) == 4 ? __builtin_bswap32(static_cast<std::uint32_t>(word))
+                           : __builtin_bswap64(word);
+}
+
+}  // namespace zn::detail

@@ -1,0 +1,19 @@
+// White space around a text. Internal.
+#pragma once
+
+#include <string_view>
+
+#include <vsa/foundation/char_class.h>
+
+namespace zn::detail {
+
+/// `text` without white space at its start and at its end, as asked.
+constexpr std::string_view trimmed(std::string_view text, bool leading = true,
+                                   bool trailing = true) noexcept {
+  const auto isSpace = [](char c) { return char_class::is(c, char_class::SPACE); };
+  while (leading && !text.empty() && isSpace(text.front())) text.remove_prefix(1);
+  while (trailing && !text.empty() && isSpace(text.back())) text.remove_suffix(1);
+  return text;
+}
+
+}  // namespace zn::detail

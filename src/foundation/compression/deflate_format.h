@@ -1,0 +1,126 @@
+// The facts of the format that the encoder and the decoder share: deflate blocks (RFC 1951) in a
+// zlib stream (RFC 1950). Internal.
+//
+// A compressed block holds symbols of two alphabets. A literal/length symbol is a byte, the end of
+// the block, or the length of a match; a length is followed by a distance symbol. Lengths and
+// distances stand for ranges: extra bits behind the code say which value is meant. A dynamic block
+// begins with the code lengths of both alphabets, themselves coded with a third one.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace zn::deflate_format {
+
+// --- the zlib header ---
+
+inline constexpr unsigned METHOD_DEFLATE = 8;
+inline constexpr unsigned MAX_WINDOW_SIZE_CODE = 7;  // a window of 32 KiB
+inline constexpr unsigned PRESET_DICTIONARY = 0x20;
+
+/// How far back a match may reach.
+inline constexpr std::size_t WINDOW_BYTES = 32768;
+
+// --- blocks ---
+
+enum class BlockType : unsigned { Stored = 0, FixedCodes = 1, DynamicCodes = 2 };
+
+inline constexpr std::size_t MAX_STORED_BYTES = 65535;
+
+// --- the literal/length and the distance alphabet ---
+
+inline constexpr unsigned END_OF_BLOCK = 256;
+inline constexpr unsigned FIRST_LENGTH_SYMBOL = 257;
+inline constexpr unsigned LITLEN_COUNT = 286;        ///< Literal/length symbols with a meaning.
+inline constexpr unsigned DISTANCE_COUNT = 30;       ///< Distance symbols with a meaning.
+inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< Those that have a fixed code.
+inline constexpr unsigned FIXED_DISTANCE_COUNT = 32;
+
+inline constexpr unsigned MIN_MATCH = 3;
+inline constexpr unsigned MAX_MATCH = 258;
+
+/// The values of one symbol: from `base` on, as many as its extra bits can tell apart.
+struct ValueRange {
+  std::uint16_t base;
+  std::uint8_t extraBits;
+};
+
+/// The ranges of the length symbols, from FIRST_LENGTH_SYMBOL on: four symbols to each power of
+/// two. The last one is the longest match alone.
+constexpr auto makeLengthRanges() {
+  std::array<ValueRange, LITLEN_COUNT - FIRST_LENGTH_SYMBOL> ranges{};
+  unsigned base = MIN_MATCH;
+  for (unsigned i = 0; i + 1 < ranges.size(); ++i) {
+    const unsigned extraBits = i < 8 ? 0 : i / 4 - 1;
+    ranges[i] = {static_cast<std::uint16_t>(base), static_cast<std::uint8_t>(extraBits)};
+    base += 1U << extraBits;
+  }
+  ranges.back() = {MAX_MATCH, 0};
+  return ranges;
+}
+
+/// The ranges of the distance symbols: two symbols to each power of two.
+constexpr auto makeDistanceRanges() {
+  std::array<ValueRange, DISTANCE_COUNT> ranges{};
+  unsigned base = 1;
+  for (unsigned i = 0; i < ranges.size(); ++i) {
+    const unsigned extraBits = i < 4 ? 0 : i / 2 - 1;
+    ranges[i] = {static_cast<std::uint16_t>(base), static_cast<std::uint8_t>(extraBits)};
+    base += 1U << extraBits;
+  }
+  return ranges;
+}
+
+inline constexpr auto LENGTH_RANGES = makeLengthRanges();
+inline constexpr auto DISTANCE_RANGES = makeDistanceRanges();
+
+// --- code lengths ---
+
+/// Bits of the longest code of the two alphabets.
+inline constexpr unsigned MAX_CODE_BITS = 15;
+
+/// The length of the fixed code of a literal/length symbol.
+constexpr std::uint8_t fixedLitlenBits(unsigned symbol) {
+  if (symbol < 144) return 8;
+  if (symbol < 256) return 9;
+  return symbol < 280 ? 7 : 8;
+}
+inline constexpr std::uint8_t FIXED_DISTANCE_BITS = 5;
+
+/// The third alphabet: a code length, or a repetition of several.
+inline constexpr unsigned CODE_LENGTH_COUNT = 19;
+/// Bits of its longest code.
+inline constexpr unsigned MAX_CODE_LENGTH_BITS = 7;
+/// The order in which a block lists the lengths of its codes.
+inline constexpr std::array<std::uint8_t, CODE_LENGTH_COUNT> CODE_LENGTH_ORDER = {
+    16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
+
+inline constexpr unsigned REPEAT_PREVIOUS = 16;
+inline constexpr unsigned REPEAT_ZERO = 17;
+inline constexpr unsigned REPEAT_ZERO_OFTEN = 18;
+
+/// How often each of the three repeats.
+inline constexpr std::array<ValueRange, 3> REPETITION_RANGES = {{{3, 2}, {3, 3}, {11, 7}}};
+
+constexpr ValueRange repetitionRange(unsigned symbol) {
+  return REPETITION_RANGES[symbol - REPEAT_PREVIOUS];
+}
+
+/// The most that a symbol of the range can stand for.
+constexpr unsigned maxOf(ValueRange range) {
+  return range.base + (1U << range.extraBits) - 1;
+}
+
+// How a dynamic block counts the code lengths that it lists: the bits of each count, and the count
+// that 0 stands for.
+inline constexpr unsigned LITLEN_COUNT_BITS = 5;
+inline constexpr unsigned DISTANCE_COUNT_BITS = 5;
+inline constexpr unsigned CODE_LENGTH_COUNT_BITS = 4;
+inline constexpr unsigned MIN_LITLEN_COUNT = FIRST_LENGTH_SYMBOL;
+inline constexpr unsigned MIN_DISTANCE_COUNT = 1;
+inline constexpr unsigned MIN_CODE_LENGTH_COUNT = 4;
+/// Bits of each length of a code of the third alphabet.
+inline constexpr unsigned CODE_LENGTH_LENGTH_BITS = 3;
+
+}  // namespace zn::deflate_format

@@ -1,0 +1,104 @@
+// What the decoder's fast loop is made of: its bit buffer and its match copy. Neither checks a
+// bound: the loop runs only while input and output have FAST_INPUT_BYTES and FAST_OUTPUT_BYTES
+// left. Internal.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+#include "foundation/base/load_word.h"
+#include "foundation/base/sanitizers.h"
+#include "foundation/compression/deflate_format.h"
+#include "foundation/compression/inflate_table.h"
+
+namespace zn::inflate {
+
+inline constexpr std::ptrdiff_t COPY_BYTES = 16;
+/// How far behind a match its copy may write.
+inline constexpr std::ptrdiff_t MAX_OVERSHOOT = 2 * COPY_BYTES;
+
+/// One round of the loop decodes up to three literals, or two and a match. It loads 8 bytes three
+/// times, and each load moves on by up to 7.
+inline constexpr std::ptrdiff_t FAST_INPUT_BYTES = 2 * 7 + 8;
+inline constexpr std::ptrdiff_t FAST_OUTPUT_BYTES = 3 + deflate_format::MAX_MATCH + MAX_OVERSHOOT;
+
+/// The low `count` bits, at most 63 of them.
+constexpr std::uint64_t lowBits(std::uint64_t bits, unsigned count) {
+  return bits & ((std::uint64_t{1} << count) - 1);
+}
+
+/// The loop's bit buffer, and the input it is loaded from. The next bit is the lowest. The bits
+/// above `count` are those of the byte at `in`: loaded already, and counted by a later refill.
+struct FastBits {
+  std::uint64_t bits;
+  unsigned count;
+  const unsigned char* in;
+
+  /// Loads 8 bytes; 56 bits or more are there afterwards.
+  VSA_WRAPS_AROUND void refill() {
+    bits |= detail::loadLittleEndian(in) << count;
+    in += (63 - count) >> 3;
+    count |= 56;
+  }
+
+  void drop(unsigned dropped) {
+    bits >>= dropped;
+    count -= dropped;
+  }
+
+  /// The entry of the next code, or of the subtable that it is in.
+  Entry peek(const Table& table) const { return table.slots[lowBits(bits, table.primaryBits)]; }
+
+  /// The entry of a code from that of its subtable; drops the primary bits.
+  Entry enterSubtable(const Table& table, Entry entry) {
+    drop(droppedBits(entry));
+    return table.slots[entryValue(entry) + lowBits(bits, codeBits(entry))];
+  }
+
+  /// The length or distance of an entry, with the extra bits behind its code; drops both.
+  unsigned readValue(Entry entry) {
+    const unsigned dropped = droppedBits(entry);
+    const auto extra = static_cast<unsigned>(lowBits(bits, dropped) >> codeBits(entry));
+    drop(dropped);
+    return entryValue(entry) + extra;
+  }
+
+  /// Writes the byte of a literal's entry and drops its code.
+  void writeLiteral(Entry entry, unsigned char*& out) {
+    drop(droppedBits(entry));
+    *out++ = static_cast<unsigned char>(entry >> 16 & 0xFF);
+  }
+};
+
+template <std::size_t Bytes>
+inline void copyBytes(unsigned char* to, const unsigned char* from) {
+  unsigned char chunk[Bytes];  // `to` and `from` may overlap
+  std::memcpy(chunk, from, Bytes);
+  std::memcpy(to, chunk, Bytes);
+}
+
+/// Copies a match of `length` bytes (3 or more) from `distance` bytes back to `to`, and up to
+/// MAX_OVERSHOOT bytes of anything behind it.
+inline void copyMatch(unsigned char* to, std::size_t distance, std::size_t length) {
+  const unsigned char* from = to - distance;
+  const unsigned char* const end = to + length;
+  if (distance >= COPY_BYTES) {
+    copyBytes<COPY_BYTES>(to, from);
+    copyBytes<COPY_BYTES>(to + COPY_BYTES, from + COPY_BYTES);
+    for (to += 2 * COPY_BYTES, from += 2 * COPY_BYTES; to < end;
+         to += COPY_BYTES, from += COPY_BYTES) {
+      copyBytes<COPY_BYTES>(to, from);
+    }
+  } else if (distance == 1) {
+    std::memset(to, *from, COPY_BYTES);
+    for (to += COPY_BYTES; to < end; to += COPY_BYTES) std::memset(to, *from, COPY_BYTES);
+  } else if (distance >= 8) {
+    for (; to < end; to += 8, from += 8) copyBytes<8>(to, from);
+  } else {
+    // Of each 8 bytes copied, the first `distance` are right; the next copy starts behind them.
+    for (; to < end; to += distance, from += distance) copyBytes<8>(to, from);
+  }
+}
+
+}  // namespace zn::inflate

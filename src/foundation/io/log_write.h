@@ -1,0 +1,11 @@
+// The log for messages that are complete already. Internal.
+#pragma once
+
+#include <vsa/foundation/log.h>
+
+namespace zn::detail {
+
+/// Hands `text` to the sink of this thread, else to that of the process, else to standard error.
+void writeLog(LogLevel level, const String& text);
+
+}  // namespace zn::detail

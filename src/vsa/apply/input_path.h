@@ -1,0 +1,13 @@
+// Input paths as text. Internal.
+#pragma once
+
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+#include "vsa/lex/token.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// The texts of a path's tokens with nothing between them.
+String collapsedPath(const ds::Vector<Token>& path);
+
+}  // namespace zn::korvo_sdk::impl

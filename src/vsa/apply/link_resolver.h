@@ -1,0 +1,29 @@
+// LinkResolver: pending links to links of the scene, after the last statement. Internal.
+#pragma once
+
+#include <vsa/foundation/string.h>
+#include <vsa/scene/scene_interface.h>
+#include "vsa/apply/pending_link.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// Resolves the links of one text. A link that fails is logged, and the next one is taken.
+class LinkResolver {
+ public:
+  explicit LinkResolver(interfaces::IScene& scene) : scene_(scene) {}
+
+  /// Resolves every link of the table, bucket by bucket and in each bucket in the order of filing;
+  /// then releases the inputs in the same order. The table keeps its entries.
+  void resolveConnections(const PendingTable& connections) const;
+  void resolveReferences(const PendingTable& references) const;
+
+ private:
+  void resolveConnection(interfaces::IInput& input, const PendingLink& link) const;
+  void resolveReference(interfaces::IInput& input, const PendingLink& link) const;
+  void connect(interfaces::IInput& input, const String& nodeName, const String& outputName,
+               const PendingLink& link) const;
+
+  interfaces::IScene& scene_;
+};
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,36 @@
+// The messages about values and inputs whose types do not fit. Internal.
+#pragma once
+
+#include <vsa/foundation/string.h>
+#include <vsa/scene/scene_interface.h>
+#include "diagnostics/emitter.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// Throws CannotAssignType. `isBuffer`: `typeName` is a DataType, and is printed with "[]" after
+/// it.
+[[noreturn]] inline void emitTypeError(const Emitter& emitter, const String& typeName,
+                                       const interfaces::IInput& input, bool isBuffer) {
+  emitter.fatal(DiagnosticId::CannotAssignType, typeName, isBuffer ? "[]" : "", input.typeName(),
+                input.path());
+}
+
+/// The value is converted and applied.
+inline void emitNarrowing(const Emitter& emitter, const String& typeName,
+                          const interfaces::IInput& input) {
+  emitter.log(DiagnosticId::Narrowing, typeName, input.typeName(), input.path());
+}
+
+/// The statement changes nothing.
+inline void emitWrongType(const Emitter& emitter, const String& found,
+                          const interfaces::IInput& input) {
+  emitter.log(DiagnosticId::WrongType, input.typeName(), input.path(), found);
+}
+
+/// The value stays assigned.
+inline void emitBadEnumValue(const Emitter& emitter, const String& value,
+                             const interfaces::IInput& input) {
+  emitter.log(DiagnosticId::BadEnumValue, value, input.path());
+}
+
+}  // namespace zn::korvo_sdk::impl

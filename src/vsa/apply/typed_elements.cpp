@@ -1,0 +1,44 @@
+#include "vsa/apply/typed_elements.h"
+
+#include <algorithm>
+
+namespace zn::korvo_sdk::impl {
+
+using interfaces::IInput;
+
+namespace {
+
+bool isEmpty(const IInput& element, AttrType type) {
+  if (type == AttrType::Buffer) return element.bufferType() == DataType::Null;
+  return element.elementType() == AttrType::Null;
+}
+
+void setIfEmpty(IInput* element, const AttrData& empty) {
+  if (element != nullptr && isEmpty(*element, empty.type)) element->set(empty);
+}
+
+}  // namespace
+
+void TypedElements::setEmptyElements(IInput& array, std::int32_t elementType) {
+  AttrData empty;
+  empty.type = array.elementType();
+  if (empty.type != AttrType::Buffer && empty.type != AttrType::Array) return;
+  empty.elementType = elementType;
+
+  Known& known = known_[&array];
+  const std::uint64_t count = array.count();
+  const bool isValid =
+      known.count != 0 && known.count <= count && array.element(known.count - 1) == known.last;
+  if (!isValid) known = Known();
+
+  for (std::uint64_t left = std::min(RECHECKED, known.count); left > 0; --left) {
+    if (known.recheck >= known.count) known.recheck = 0;
+    setIfEmpty(array.element(known.recheck++), empty);
+  }
+  for (std::uint64_t i = known.count; i < count; ++i) setIfEmpty(array.element(i), empty);
+  if (count == 0) return;
+  known.count = count;
+  known.last = array.element(count - 1);
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,63 @@
+// The messages of the parser. Each bears the position of the token consumed last; a bad token bears
+// its own.
+#include <stdexcept>
+
+#include "foundation/base/argument_list.h"
+#include "vsa/apply/type_messages.h"
+#include "vsa/parser.h"
+
+namespace zn::korvo_sdk::impl {
+
+void VsaParser::parseError(const char* format, ...) {
+  va_list args;
+  va_start(args, format);
+  const zn::detail::ArgumentListEnd end(args);
+  internalError("PARSE ERROR", format, args);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+}
+
+void VsaParser::bufferError(const char* format, ...) {
+  va_list args;
+  va_start(args, format);
+  const zn::detail::ArgumentListEnd end(args);
+  internalError("BUFFER ERROR", format, args);
+  // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+}
+
+// A message that no row of the table describes; the reader's own go through an Emitter.
+void VsaParser::internalError(const String& kind, const char* format, va_list args) {
+  const String message = String::formatv(format, args);
+  throw std::runtime_error(
+      diagnostic_detail::positionedLine(kind, current.line, current.column, message).buf());
+}
+
+// The token's text is the complete message. Its record is the lexer's.
+void VsaParser::tokenError(const Token& invalid) {
+  if (lexer != nullptr && lexer->problem().logLine() == invalid.text) {
+    throw DiagnosticError(lexer->problem());
+  }
+  throw std::runtime_error(invalid.text.buf());
+}
+
+void VsaParser::tokenError(const String& expected, const Token& found) {
+  Emitter(found.line, found.column).fatal(DiagnosticId::BadToken, expected, found.text);
+}
+
+void VsaParser::typeError(const String& typeName, IInput* input, bool isArray) {
+  emitTypeError(emitter(), typeName, *input, isArray);
+}
+
+void VsaParser::narrowTypeWarning(const String& typeName, IInput* input) {
+  emitNarrowing(emitter(), typeName, *input);
+}
+
+// Logged under the heading of an error, yet the reading goes on: the statement changes nothing.
+void VsaParser::wrongTypeWarning(const String& found, IInput* input) {
+  emitWrongType(emitter(), found, *input);
+}
+
+void VsaParser::badEnumValueWarning(const String& value, IInput* input) {
+  emitBadEnumValue(emitter(), value, *input);
+}
+
+}  // namespace zn::korvo_sdk::impl

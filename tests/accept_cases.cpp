@@ -1,0 +1,59 @@
+// accept_cases FOLDER NAME...: rewrites the expectations of test cases with the current outcome of
+// the reader. A NAME is a part of the names of cases, or the path of a .vsa file. Prints the files
+// that it changes.
+#include <cstdio>
+#include <exception>
+#include <fstream>
+
+#include "tests/support/case_run.h"
+#include "tests/support/text.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace vsa_tests;
+
+void accept(const fs::path& text) {
+  fs::path expectation = text;
+  expectation.replace_extension(".expect");
+  const std::string outcome = outcomeOf(contentOf(text), Source::String);
+  if (fs::exists(expectation) && comparable(contentOf(expectation)) == comparable(outcome)) return;
+  std::ofstream(expectation, std::ios::binary) << outcome;
+  std::printf("%s\n", expectation.c_str());
+}
+
+bool matches(const fs::path& text, const fs::path& folder, const std::string& name) {
+  std::error_code none;
+  return fs::equivalent(text, name, none) ||
+         fs::relative(text, folder).generic_string().find(name) != std::string::npos;
+}
+
+/// Rewrites the cases that match `name`. Returns whether there are any.
+bool acceptNamed(const fs::path& folder, const std::string& name) {
+  bool found = false;
+  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+    if (entry.path().extension() != ".vsa" || !matches(entry.path(), folder, name)) continue;
+    accept(entry.path());
+    found = true;
+  }
+  if (!found) std::fprintf(stderr, "accept: there is no case named '%s'\n", name.c_str());
+  return found;
+}
+
+}  // namespace
+
+int main(int argumentCount, char** arguments) {
+  if (argumentCount < 3) {
+    std::fprintf(stderr, "usage: accept_cases FOLDER NAME...\n");
+    return 2;
+  }
+  try {
+    bool allFound = true;
+    for (int i = 2; i < argumentCount; ++i)
+      allFound = acceptNamed(arguments[1], arguments[i]) && allFound;
+    return allFound ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::fprintf(stderr, "accept: %s\n", error.what());
+    return 2;
+  }
+}

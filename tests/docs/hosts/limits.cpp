@@ -1,0 +1,11 @@
+// The limits are those that the excerpt sets, and the defaults those that its comments state.
+#include <vsa/vsa.h>
+
+int main() {
+  zn::korvo_sdk::Scene scene;
+  const bool hasDefaults = scene.emptyElementLimit() == 524288 && scene.depthLimit() == 256;
+#include "block.inc"
+  const bool isSet = scene.emptyElementLimit() == 100000 && scene.depthLimit() == 64;
+  scene.setDepthLimit(1000000);
+  return hasDefaults && isSet && scene.depthLimit() == 65535 ? 0 : 1;
+}

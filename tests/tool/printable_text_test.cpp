@@ -1,0 +1,90 @@
+#include "tools/scene_text/printable_text.h"
+
+#include <gtest/gtest.h>
+
+#include <vector>
+
+namespace vsa_tools {
+
+namespace {
+
+/// The lengths of the characters of `text`, 0 for an invalid byte.
+std::vector<size_t> characterLengths(std::string_view text) {
+  std::vector<size_t> lengths;
+  forEachCharacter(
+      text, [&](char32_t, std::string_view bytes) { lengths.push_back(bytes.size()); },
+      [&](char) { lengths.push_back(0); });
+  return lengths;
+}
+
+struct LengthsRow {
+  std::string_view text;
+  std::vector<size_t> lengths;
+};
+
+TEST(ForEachCharacterTest, AcceptsOnlyWellFormedSequences) {
+  const LengthsRow rows[] = {
+      {"", {}},
+      {"a", {1}},
+      {"\x7F", {1}},
+      {"\xC2\x80", {2}},
+      {"\xDF\xBF.", {2, 1}},
+      {"\xE0\xA0\x80", {3}},
+      {"\xEF\xBF\xBF", {3}},
+      {"\xF0\x90\x80\x80", {4}},
+      {"\xF4\x8F\xBF\xBF", {4}},
+      {"\x80", {0}},
+      {"\xC0\x80", {0, 0}},
+      {"\xC1\xBF", {0, 0}},
+      {"\xC3", {0}},
+      {"\xC3(", {0, 1}},
+      {"\xE0\x9F\xBF", {0, 0, 0}},
+      {"\xE2\x82", {0, 0}},
+      {"\xE2\x82(", {0, 0, 1}},
+      {"\xE2\x82\xC3\xA6", {0, 0, 2}},
+      {"\xED\xA0\x80", {0, 0, 0}},
+      {"\xF0\x8F\xBF\xBF", {0, 0, 0, 0}},
+      {"\xF0\x90\x80", {0, 0, 0}},
+      {"\xF4\x90\x80\x80", {0, 0, 0, 0}},
+      {"\xF5\x80\x80\x80", {0, 0, 0, 0}},
+      {"\xFF", {0}},
+  };
+  for (const LengthsRow& row : rows) {
+    EXPECT_EQ(row.lengths, characterLengths(row.text)) << printable(row.text);
+  }
+}
+
+TEST(ForEachCharacterTest, DecodesCodePoints) {
+  std::u32string decoded;
+  forEachCharacter(
+      "a\xC3\xA6\xE2\x82\xAC\xF0\x9F\x98\x80",
+      [&](char32_t character, std::string_view) { decoded += character; },
+      [&](char byte) { ADD_FAILURE() << escapedByte(byte); });
+  EXPECT_EQ(U"a\u00E6\u20AC\U0001F600", decoded);
+}
+
+struct PrintableRow {
+  std::string_view text, printed;
+};
+
+TEST(PrintableTest, EscapesControlsAndInvalidBytes) {
+  const PrintableRow rows[] = {
+      {"", ""},
+      {"plain \\ \"text\"", "plain \\ \"text\""},
+      {"\xD0\xBA\xD1\x83\xD0\xB1", "\xD0\xBA\xD1\x83\xD0\xB1"},
+      {"\x1B[2J", "\\x1b[2J"},
+      {"a\nb\rc\td", "a\\nb\\rc\\td"},
+      {std::string_view("\0\x7F", 2), "\\x00\\x7f"},
+      {"\xC2\x9B!", "\\u009b!"},
+      {"\x9B!", "\\x9b!"},
+      {"\xE2\x80\xAE.", "\\u202e."},
+      {"\xE2\x80\xA8", "\\u2028"},
+      {"\xE2\x82", "\\xe2\\x82"},
+      {"\xE6rger", "\\xe6rger"},
+  };
+  for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printable(row.text));
+}
+
+}  // namespace
+
+}  // namespace vsa_tools

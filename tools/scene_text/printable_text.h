@@ -1,0 +1,48 @@
+// Escaping of untrusted text. A scene file chooses its names, strings and comments freely, and they
+// appear in messages and dumps. None of them may control a terminal, break a line of a log or make
+// the output invalid UTF-8.
+#pragma once
+
+#include <utf8.h>
+#include <string>
+#include <string_view>
+
+namespace vsa_tools {
+
+/// Splits `text` into UTF-8 characters. Calls `onCharacter(char32_t, std::string_view)` with each
+/// code point and the bytes that encode it, and `onInvalid(char)` with each byte that is not part
+/// of well-formed UTF-8, in the order of the text.
+template <class OnCharacter, class OnInvalid>
+void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid onInvalid) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  while (at != end) {
+    const char* const validEnd = utf8::find_invalid(at, end);
+    while (at != validEnd) {
+      const char* const first = at;
+      const char32_t character = utf8::unchecked::next(at);
+      onCharacter(character, std::string_view(first, static_cast<std::size_t>(at - first)));
+    }
+    if (at != end) onInvalid(*at++);
+  }
+}
+
+/// Whether a terminal or viewer acts on the character instead of showing it: control characters
+/// (C0, DEL, C1), line and paragraph separators, and the marks that set the writing direction.
+bool isTerminalControl(char32_t character);
+
+/// Appends two lower-case hexadecimal digits for each byte.
+void appendHex(std::string& to, std::string_view bytes);
+
+/// The byte as \n, \r, \t or \xHH.
+std::string escapedByte(char byte);
+
+/// A character up to U+FFFF as \uHHHH.
+std::string escapedCharacter(char32_t character);
+
+/// `text` with terminal controls escaped as \n, \r, \t, \xHH (ASCII) or \uHHHH, and bytes that are
+/// not valid UTF-8 as \xHH. Everything else is unchanged. Backslashes are not doubled, so the
+/// original text cannot be restored.
+std::string printable(std::string_view text);
+
+}  // namespace vsa_tools

@@ -1,0 +1,13 @@
+#include "tools/vsa/commands.h"
+
+#include <cstdio>
+
+#include "tools/scene_text/printable_text.h"
+
+namespace vsa_tools {
+
+void printError(const std::string& text) {
+  std::fprintf(stderr, "vsa: %s\n", printable(text).c_str());
+}
+
+}  // namespace vsa_tools

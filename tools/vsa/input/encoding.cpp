@@ -1,0 +1,46 @@
+#include "tools/vsa/input/encoding.h"
+
+#include <cstddef>
+
+namespace vsa_tools {
+
+namespace {
+
+using namespace std::string_view_literals;
+
+/// Whether each unit of four bytes is a character from U+0001 to U+10FFFF.
+bool isUtf32(std::string_view head, bool bigEndian) {
+  for (std::size_t unit = 0; unit + 4 <= head.size(); unit += 4) {
+    const char highest = head[unit + (bigEndian ? 0 : 3)],
+               second = head[unit + (bigEndian ? 1 : 2)];
+    const bool inRange = highest == '\0' && second >= 0 && second <= 0x10;
+    if (!inRange || head.substr(unit, 4) == "\0\0\0\0"sv) return false;
+  }
+  return head.size() >= 8;
+}
+
+bool looksLikeUtf32(std::string_view head) {
+  return head.starts_with("\xFF\xFE\0\0"sv) || head.starts_with("\0\0\xFE\xFF"sv) ||
+         isUtf32(head, false) || isUtf32(head, true);
+}
+
+/// In UTF-16 a text begins with an ASCII character, whose high byte is NUL. Most of the NUL bytes
+/// are high bytes: as low byte only one character in 256 has a NUL.
+bool looksLikeUtf16(std::string_view head) {
+  if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
+  std::size_t nuls[2] = {0, 0};
+  for (std::size_t i = 0; i < head.size(); ++i) nuls[i % 2] += head[i] == '\0';
+  const bool bigEndian = head.starts_with('\0');
+  const std::size_t expected = nuls[bigEndian ? 0 : 1], others = nuls[bigEndian ? 1 : 0];
+  const bool firstHasNul = bigEndian || (head.size() > 1 && head[1] == '\0');
+  return firstHasNul && expected > 1 && expected > others;
+}
+
+}  // namespace
+
+const char* foreignEncoding(std::string_view head) {
+  if (looksLikeUtf32(head)) return "UTF-32";
+  return looksLikeUtf16(head) ? "UTF-16" : nullptr;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,50 @@
+// A byte source that skips a byte order mark and records what the reader does not report: NUL bytes
+// and the first bytes of the file. The records do not depend on how many bytes each read returns,
+// so a pipe and a file with the same bytes give the same result.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <vsa/foundation/file.h>
+#include "tools/vsa/diagnostic.h"
+
+namespace vsa_tools {
+
+class InspectedSource : public zn::ByteSource {
+ public:
+  std::size_t read(char* to, std::size_t capacity) final;
+
+  /// The first HEAD_BYTES bytes of the file, or all of a shorter file, without a UTF-8 byte order
+  /// mark. Empty before the first read.
+  const std::string& head() const { return head_; }
+
+  /// The position of the first NUL byte that the reader reached, if any. Lines and columns count
+  /// from 1, columns in bytes.
+  const std::optional<Position>& firstNul() const { return firstNul_; }
+
+  static constexpr std::size_t HEAD_BYTES = 16;
+
+ protected:
+  /// Like read(), including a byte order mark. Not called again after it returned 0.
+  virtual std::size_t readRaw(char* to, std::size_t capacity) = 0;
+
+ private:
+  void readStart();
+  std::size_t readSome(char* to, std::size_t capacity);
+  std::size_t readPending(char* to, std::size_t capacity);
+  std::size_t splitAtNul(const char* block, std::size_t count);
+  void advance(std::string_view bytes);
+
+  bool started_ = false;
+  bool ended_ = false;
+  std::string head_;
+  /// Bytes from readRaw() that read() has not returned yet.
+  std::string pending_;
+  /// The position of the next byte, until the first NUL.
+  Position next_{1, 1};
+  std::optional<Position> firstNul_;
+};
+
+}  // namespace vsa_tools
