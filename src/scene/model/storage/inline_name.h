@@ -2,14 +2,13 @@
 // node's cache line and does not load the String's buffer.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <new>
 #include <string_view>
 
 #include <vsa/foundation/string.h>
-#include "foundation/text/short_text.h"
+#include "foundation/base/load_word.h"
 
 namespace zn::korvo_sdk {
 
@@ -76,16 +75,6 @@ class InlineName {
     String text;
   };
 
-  // `Word` bytes at `at`, the first in the low bits.
-  template <class Word>
-  static std::uint64_t load(const char* at) noexcept {
-    Word word = detail::loadWord<Word>(at);
-    if constexpr (std::endian::native == std::endian::big) {
-      word = sizeof(Word) == 8 ? __builtin_bswap64(word) : __builtin_bswap32(word);
-    }
-    return word;
-  }
-
   bool isLong() const noexcept { return tail_ >> LENGTH_SHIFT == LONG; }
 
   Head head_;
@@ -101,10 +90,12 @@ inline InlineName::Key::Key(const String& name) noexcept : name_(name) {
   tail_ = (length <= MAX_LENGTH ? length : LONG) << LENGTH_SHIFT;
   if (length > MAX_LENGTH) return;
   if (length >= 8) {
-    head_ = load<std::uint64_t>(at);
-    tail_ |= load<std::uint64_t>(at + length - 8) >> 8 >> 8 * (MAX_LENGTH - length);
+    head_ = detail::loadLittleEndian(at);
+    tail_ |= detail::loadLittleEndian(at + length - 8) >> 8 >> 8 * (MAX_LENGTH - length);
   } else if (length >= 4) {
-    head_ = load<std::uint32_t>(at) | load<std::uint32_t>(at + length - 4) << 8 * (length - 4);
+    head_ = detail::loadLittleEndian<std::uint32_t>(at) |
+            std::uint64_t{detail::loadLittleEndian<std::uint32_t>(at + length - 4)}
+                << 8 * (length - 4);
   } else {
     for (std::size_t i = 0; i < length; ++i) {
       head_ |= std::uint64_t{static_cast<unsigned char>(at[i])} << 8 * i;
