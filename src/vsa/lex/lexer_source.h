@@ -1,4 +1,4 @@
-// Where characters come from: a String or a File. Internal.
+// The lexers of the two sources, String and File. Internal.
 #pragma once
 
 #include <vsa/foundation/file.h>
@@ -8,7 +8,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reads a text in memory, which it shares with its caller.
+/// Reads a text in memory. Shares the text with the caller.
 class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);
@@ -17,9 +17,9 @@ class StringLexer final : public Lexer {
   String source;
 };
 
-/// Reads an open file, forward from its read position. The file is shared: whenever another handle
-/// reads it, its position is right behind the lookahead character, and the lexer goes on behind
-/// what that handle has read.
+/// Reads an open file from its read position. The file is shared with other handles: when one of
+/// them reads, the file's position is right after the lookahead character, and the lexer continues
+/// after the bytes that the handle has read.
 class FileLexer final : public Lexer {
  public:
   explicit FileLexer(const File& opened);
