@@ -214,7 +214,7 @@ void plainRun(std::string_view list, std::size_t capacity, Run<Number>& run) {
 }
 
 template <class Number>
-void checkRun(zn::numbers::NumberForm<Number> kernel, std::string_view list, std::size_t capacity,
+void checkRun(zn::numbers::NumberKernel<Number> kernel, std::string_view list, std::size_t capacity,
               const char* about) {
   Run<Number> expected;
   plainRun(list, capacity, expected);
@@ -240,16 +240,16 @@ template <class Number>
 void checkType(const std::string& text, unsigned settings) {
   checkOne<Number>(text);
   const std::size_t capacity = settings % 5 == 0 ? settings % 4 : MAX_NUMBERS;
-  checkRun<Number>(zn::numbers::readPiecesPortably<Number>, text, capacity, "portable kernel");
-#if VSA_HAS_SSE41_FORM
+  checkRun<Number>(zn::numbers::readFieldsPortably<Number>, text, capacity, "portable kernel");
+#if VSA_HAS_SSE41_KERNEL
   if (zn::cpuHasSse41()) {
-    checkRun<Number>(zn::numbers::readPiecesSse41<Number>, text, capacity, "SSE4.1 kernel");
+    checkRun<Number>(zn::numbers::readFieldsSse41<Number>, text, capacity, "SSE4.1 kernel");
   }
 #endif
-#if VSA_HAS_AVX2_FORM
-  if constexpr (zn::numbers::HAS_AVX2_FORM<Number>) {
+#if VSA_HAS_AVX2_KERNEL
+  if constexpr (zn::numbers::HAS_AVX2_KERNEL<Number>) {
     if (zn::cpuHasAvx2()) {
-      checkRun<Number>(zn::numbers::readPiecesAvx2<Number>, text, capacity, "AVX2 kernel");
+      checkRun<Number>(zn::numbers::readFieldsAvx2<Number>, text, capacity, "AVX2 kernel");
     }
   }
 #endif

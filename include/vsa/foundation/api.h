@@ -1,9 +1,9 @@
-// Two marks on declarations; both mean nothing to a compiler that does not know them.
+// Two attributes of declarations, empty for compilers without them.
 //
-// VSA_API: a name that the shared library exports. Everything else stays hidden inside it.
-// VSA_PRINTF(text, first): a function that formats as printf does. Its parameter number `text` is
-// the format and number `first` the first argument (0: a va_list), so that the compiler checks each
-// call. A member function counts its object as parameter 1.
+// VSA_API: a name that the shared library exports. All other names are hidden.
+// VSA_PRINTF(text, first): a function that formats as printf does, so that the compiler checks its
+// calls. Parameter number `text` is the format, number `first` the first argument (0: a va_list). A
+// member function counts its object as parameter 1.
 #pragma once
 
 #if defined(__GNUC__) || defined(__clang__)

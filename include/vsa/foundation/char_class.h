@@ -1,7 +1,8 @@
-// Character classes, by byte and never by locale: one table that String and Lexer ask.
+// Character classes by byte, independent of the locale: the one table that String and the lexer
+// use.
 //
-// Every byte from 0x80 to 0xFE counts as a letter and as printable, so UTF-8 names, strings and
-// comments come through whole. 0xFF is in no class: it marks the end of the input.
+// Every byte from 0x80 to 0xFE is a letter and printable, so UTF-8 names, strings and comments are
+// kept. 0xFF is in no class: it marks the end of the input.
 #pragma once
 
 #include <array>
@@ -16,9 +17,9 @@ enum : std::uint8_t {
   LETTER = 4,      // A-Z a-z and 0x80..0xFE
   SPACE = 8,       // blank \t \n \v \f \r
   PRINTABLE = 16,  // 0x20..0x7E and 0x80..0xFE
-  NUMBER = 32,     // what may follow the first character of a number: + - . A-F I N U a-f i n u 0-9
-  NAME = 64,       // what may follow the first character of an identifier: letters, digits, _
-  WHITE = 128,     // skipped between tokens: white space and everything not printable, but 0xFF
+  NUMBER = 32,     // may follow the first character of a number: + - . A-F I N U a-f i n u 0-9
+  NAME = 64,       // may follow the first character of an identifier: letters, digits, _
+  WHITE = 128,     // skipped between tokens: white space and what is not printable, except 0xFF
 };
 
 namespace detail {

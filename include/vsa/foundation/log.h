@@ -1,4 +1,4 @@
-// The library's log: warnings and errors as lines of text, to a sink that the host sets.
+// The library's log: warnings and errors as lines of text, written to a sink that the host sets.
 #pragma once
 
 #include <vsa/foundation/api.h>
@@ -6,35 +6,37 @@
 
 namespace zn {
 
-/// How bad it is. An Error may end the reading or only refuse a value; a Warning changes no result.
+/// The severity of a message. An Error may end the reading or refuse one value; a Warning changes
+/// no result.
 enum class LogLevel { Warning, Error };
 
-/// Takes what is logged. It may be called from every thread that reads, at the same time, unless
-/// each has a sink of its own. What it throws goes through the reader as what a scene throws does:
-/// a std::runtime_error ends the reading and is logged, here again; anything else leaves.
+/// Receives what is logged. Every thread that reads may call it, at the same time, unless each has
+/// a sink of its own. The reader treats an exception of the sink as one of the scene: a
+/// std::runtime_error ends the reading and is logged, again here; any other leaves the entry point.
 class VSA_API LogSink {
  public:
   virtual ~LogSink() = default;
-  /// One message, complete, without a line end of its own. Quoted parts stand in it as they were
-  /// read: with line ends and control characters, of any length, not always UTF-8.
+  /// One complete message, without a line end of its own. Text quoted in it is as it was read: it
+  /// may have line ends, control characters, any length, and need not be UTF-8.
   virtual void write(LogLevel level, const String& text) = 0;
 };
 
-/// Sets the sink of the whole process and returns the one before, null when it was standard error.
-/// Null is standard error, as "warning: TEXT" and "error: TEXT". The sink stays the host's; it must
-/// live until it is replaced and no other thread is writing to it. Safe from any thread.
+/// Sets the sink of the process and returns the previous one, null when that was standard error.
+/// Null sets standard error, with lines "warning: TEXT" and "error: TEXT". The host owns the sink
+/// and keeps it alive until it is replaced and no other thread writes to it. Safe to call from any
+/// thread.
 VSA_API LogSink* setLogSink(LogSink* sink) noexcept;
 
-/// Sets the sink of this thread, which takes the place of that of the process, and returns the one
-/// before, null when there was none. Null takes it away again. The sink stays the host's, and must
-/// live until it is replaced or the thread ends.
+/// Sets the sink of this thread, used instead of that of the process, and returns the previous one,
+/// null when there was none. Null removes it. The host owns the sink and keeps it alive until it is
+/// replaced or the thread ends.
 VSA_API LogSink* setThreadLogSink(LogSink* sink) noexcept;
 
-/// This thread's sink for as long as the object lives; the one before comes back with its end. Made
-/// and ended on one thread, and ended in the reverse order of making.
+/// Sets the sink of this thread for the lifetime of the object, and restores the previous one at
+/// its end. Objects of one thread end in the reverse order of their construction.
 class VSA_API ScopedLogSink {
  public:
-  /// As setThreadLogSink: null stands for the sink of the process.
+  /// As setThreadLogSink: null is the sink of the process.
   explicit ScopedLogSink(LogSink* sink) noexcept : before_(setThreadLogSink(sink)) {}
   ~ScopedLogSink() { setThreadLogSink(before_); }
   ScopedLogSink(const ScopedLogSink&) = delete;

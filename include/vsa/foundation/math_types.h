@@ -1,6 +1,5 @@
-// The math value types in which tuple literals are stored: plain components in storage order.
-// Vectors and positions x, y, z, w; quaternions x, y, z, w; colours red, green, blue, alpha;
-// matrices row by row.
+// The math value types of tuple literals: plain components in storage order. Vectors and positions
+// are x, y, z, w; quaternions x, y, z, w; colours red, green, blue, alpha; matrices row by row.
 #pragma once
 
 #include <vsa/foundation/api.h>
@@ -41,7 +40,7 @@ struct MatT {
   static const MatT identity;  ///< 1 on the diagonal, 0 elsewhere.
 };
 
-/// A box between two corners.
+/// An axis-aligned box, by two corners.
 template <class Component>
 struct AabbT {
   PosT<3, Component> minimum;

@@ -1,8 +1,8 @@
-// How handles share what they hold: an object counts the handles that refer to it and goes with the
-// last of them. String and File are such handles.
+// Reference counting: an object counts the handles that refer to it and is deleted with the last
+// one. String and File are such handles.
 //
-// The count is safe to change from several threads. As long as the process has one thread only (the
-// C library knows), it is changed without the cost of an atomic operation.
+// Threads may share an object, each through a handle of its own. While the process has one thread
+// only (the C library knows), counts are changed without atomic operations.
 #pragma once
 
 #include <atomic>
@@ -20,38 +20,37 @@
 
 namespace zn {
 
-/// How many handles refer to an object. A new one counts none.
+/// How many handles refer to an object; starts at 0.
 class HandleCount {
  public:
-  /// Counts one handle more.
-  void add() noexcept {
-    const std::uint32_t now = count_.load(std::memory_order_relaxed);
-    if (now >= STUCK) return;
+  void increment() noexcept {
+    const std::uint32_t count = count_.load(std::memory_order_relaxed);
+    if (count >= IMMORTAL) return;
     if (isSingleThreaded()) {
-      count_.store(now + 1, std::memory_order_relaxed);
+      count_.store(count + 1, std::memory_order_relaxed);
     } else {
       count_.fetch_add(1, std::memory_order_relaxed);
     }
   }
 
-  /// Counts one handle less; true when that was the last.
-  bool drop() noexcept {
-    const std::uint32_t now = count_.load(std::memory_order_relaxed);
-    if (now >= STUCK) return false;
+  /// True when the count has become 0.
+  bool decrement() noexcept {
+    const std::uint32_t count = count_.load(std::memory_order_relaxed);
+    if (count >= IMMORTAL) return false;
     if (!isSingleThreaded()) return count_.fetch_sub(1, std::memory_order_acq_rel) == 1;
-    count_.store(now - 1, std::memory_order_relaxed);
-    return now == 1;
+    count_.store(count - 1, std::memory_order_relaxed);
+    return count == 1;
   }
 
-  /// From here on nothing is counted, and the object stays for good.
-  void stick() noexcept { count_.store(STUCK, std::memory_order_relaxed); }
+  /// Stops counting: the object is never deleted.
+  void makeImmortal() noexcept { count_.store(IMMORTAL, std::memory_order_relaxed); }
 
-  /// Whether there is one handle and no other.
+  /// Whether there is exactly one handle.
   bool isOne() const noexcept { return count_.load(std::memory_order_acquire) == 1; }
 
  private:
-  // A count that came this far stays where it is, and its object for good: it never wraps around.
-  static constexpr std::uint32_t STUCK = std::uint32_t{1} << 31;
+  // A count that reaches this value is not changed any more, so it never wraps around.
+  static constexpr std::uint32_t IMMORTAL = std::uint32_t{1} << 31;
 
   static bool isSingleThreaded() noexcept {
 #ifdef VSA_HAS_SINGLE_THREADED
@@ -64,8 +63,8 @@ class HandleCount {
   std::atomic<std::uint32_t> count_{0};
 };
 
-/// What a counted handle refers to. A new object has no handle yet (count 0); how it ends once the
-/// last handle has let go is the business of the class that derives from it.
+/// A reference-counted object. A new one has no handle yet. The derived class decides how it is
+/// deleted.
 class VSA_API IRefCounted {
  public:
   IRefCounted() = default;
@@ -73,17 +72,17 @@ class VSA_API IRefCounted {
   IRefCounted& operator=(const IRefCounted&) = delete;
 
   /// Counts one more handle.
-  void retain() const noexcept { count_.add(); }
+  void retain() const noexcept { count_.increment(); }
 
-  /// Counts one handle less; the object ends with the last one.
+  /// Counts one handle less; deletes the object with the last one.
   void release() const noexcept {
-    if (count_.drop()) dispose();
+    if (count_.decrement()) dispose();
   }
 
  protected:
   virtual ~IRefCounted() = default;
 
-  /// Ends the object: its memory is given back the way it was taken.
+  /// Destroys the object and frees its memory.
   virtual void dispose() const noexcept = 0;
 
   HandleCount& handles() const noexcept { return count_; }
@@ -92,19 +91,19 @@ class VSA_API IRefCounted {
   mutable HandleCount count_;
 };
 
-/// A counted object made with `new`, and deleted with its last handle.
+/// A reference-counted object that is created with `new`.
 class VSA_API RefCounted : public IRefCounted {
  protected:
   void dispose() const noexcept override { delete this; }
 };
 
-/// A counted handle with value semantics: copies share the object. Null when it holds none. The
-/// count is safe across threads, the handle itself is not: no thread may assign to a handle that
-/// another one uses.
+/// A reference-counted handle with value semantics: copies share the object. May be null. The count
+/// is safe across threads; the handle itself is not: no thread may assign to a handle that another
+/// one uses.
 template <class T>
 class RefersTo {
  public:
-  // A moved-from handle is null after construction; after assignment it holds what the target held.
+  // Moving from a handle leaves it null; move assignment leaves it with the target's old object.
 
   RefersTo() noexcept = default;
   explicit RefersTo(T* object) noexcept : object_(object) {
@@ -114,7 +113,7 @@ class RefersTo {
   RefersTo(RefersTo&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the order of the steps handles it
   RefersTo& operator=(const RefersTo& other) noexcept {
-    // Taken before the old one is let go: the two may be one.
+    // Retain first: self-assignment.
     T* const object = other.object_;
     if (object != nullptr) object->retain();
     if (object_ != nullptr) object_->release();
@@ -130,7 +129,7 @@ class RefersTo {
   }
 
  protected:
-  /// What is held, or null.
+  /// The object, or null.
   T* object() const noexcept { return object_; }
 
  private:

@@ -1,6 +1,6 @@
-// String: the shared text handle of the library, with its searching, cutting, formatting and
-// conversion services. No operation changes a text that another handle shares: each yields a new
-// String, and `assign` alone writes over the characters of one that nobody else has.
+// String: the library's text handle, with its searching, cutting, formatting and conversion
+// functions. No function changes a text that another handle shares: each returns a new String.
+// `assign` alone overwrites the characters of a text, when no other handle shares it.
 #pragma once
 
 #include <cstdarg>
@@ -22,43 +22,48 @@ namespace detail {
 
 class StringPrefetch;
 
-/// The shared buffer behind a String: a header, and behind it the characters with a NUL after them,
-/// or the place of such characters elsewhere. Short: most texts are names of a few characters.
+/// The shared buffer of a String: a header, and behind it the characters and a NUL, or a pointer to
+/// them. The header is small: most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // First, for it fits beside the count. For characters behind the header, as far as 31 bits tell;
-  // 0 when they are elsewhere. In a slab nobody writes over them, and the other bits tell how far
-  // behind its beginning they are.
-  std::uint32_t room_;
+  // The first field: it fills the word of the handle count.
+  //   0                  a pointer to the characters is behind the header
+  //   1 to IN_SLAB - 1   the characters are behind the header, where this many fit
+  //   IN_SLAB + n        the same, n bytes behind the beginning of a slab; never overwritten
+  std::uint32_t capacity_;
 
  public:
-  /// A buffer with room for `length` characters; the caller fills them in. The NUL is in place.
+  /// A buffer with uninitialised characters and a NUL at `length`.
   static StringBuffer* make(std::size_t length);
-  /// A buffer that owns `chars`, taken from malloc, with `length` characters and a NUL after them;
-  /// what memory there is behind them goes back.
+  /// A buffer that owns `chars`, from malloc: `length` characters and a NUL. Spare memory behind
+  /// them is freed.
   static StringBuffer* adopt(char* chars, std::size_t length);
-  /// The buffer of one character. It is there for good, and nobody counts it.
+  /// The buffer of one character: a static object, never deleted.
   static StringBuffer* of(char c);
-  /// A buffer at `place`, `offset` bytes behind the beginning of its slab; see string_slab.h. It
-  /// takes `bytesFor(length)` bytes, a multiple of 8.
+  /// A buffer at `place`, `offset` bytes behind the beginning of its slab (string_slab.h), of
+  /// `bytesFor(length)` bytes.
   static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
+  /// A multiple of 8.
   static constexpr std::size_t bytesFor(std::size_t length) noexcept;
 
-  char* chars() noexcept { return room_ != 0 ? inside() : outside(); }
+  char* chars() noexcept { return capacity_ != 0 ? inside() : outside(); }
   const char* chars() const noexcept { return const_cast<StringBuffer*>(this)->chars(); }
-  /// Whether there is one handle and no other.
+  /// Whether there is exactly one handle.
   bool isUnshared() const noexcept { return handles().isOne(); }
-  /// From here on nobody counts it, and it stays for good.
-  void stick() noexcept { handles().stick(); }
-  /// Whether other characters, up to this many, may take the place of these.
-  bool hasRoomFor(std::size_t count) const noexcept { return room_ < IN_SLAB && count <= room_; }
+  /// Stops counting handles: the buffer is never deleted.
+  void makeImmortal() noexcept { handles().makeImmortal(); }
+  /// Whether `count` characters may overwrite the present ones.
+  bool canHold(std::size_t count) const noexcept {
+    return capacity_ < IN_SLAB && count <= capacity_;
+  }
 
   std::size_t length;
-  mutable std::atomic<std::uint64_t> hash{0};  // 0: not asked for yet
+  mutable std::atomic<std::uint64_t> hash{0};  // 0: not computed yet
 
  private:
   static constexpr std::uint32_t IN_SLAB = std::uint32_t{1} << 31;
 
-  StringBuffer(std::uint32_t room, std::size_t count) noexcept : room_(room), length(count) {}
+  StringBuffer(std::uint32_t capacity, std::size_t count) noexcept
+      : capacity_(capacity), length(count) {}
   ~StringBuffer() override = default;
   void dispose() const noexcept override;
   char* inside() noexcept { return reinterpret_cast<char*>(this + 1); }
@@ -71,12 +76,12 @@ constexpr std::size_t StringBuffer::bytesFor(std::size_t length) noexcept {
 
 }  // namespace detail
 
-/// A handle with value semantics. Copies share one counted buffer; an empty text holds none.
-/// Lengths and indices count 8-bit characters. Operations that need memory throw std::bad_alloc.
-/// Threads may share a text, each through a handle of its own.
+/// A text: a handle with value semantics. Copies share one reference-counted buffer; the empty text
+/// has none. Lengths and indices count 8-bit characters. Functions that allocate throw
+/// std::bad_alloc. Threads may share a text, each through a handle of its own.
 class VSA_API String : public RefersTo<IRefCounted> {
  public:
-  /// The radix of the integer conversions. Texts are decimal throughout.
+  /// The radix of the integer conversions; all texts are decimal.
   enum class Radix : int { Decimal = 0 };
 
   /// "No such position" for `find`.
@@ -86,99 +91,102 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   /// The empty text.
   String() noexcept = default;
-  /// A copy of `length` characters, NULs among them included; 0 means up to the terminating NUL.
-  /// Null is the empty text.
+  /// A copy of `length` characters, which may include NULs; 0 means up to the terminating NUL. Null
+  /// is the empty text.
   String(const char* text, std::size_t length = 0);  // implicit: literals convert
   /// One character.
   explicit String(char c);
   /// The decimal text of a number.
   explicit String(unsigned long long number);
-  /// A copy of exactly these characters, embedded NULs included.
+  /// A copy of exactly these characters, NULs included.
   static String copyOf(std::string_view text);
-  /// The same where the text's hash, `hashOf(text)`, is known already.
+  /// The same, with the known hash `hashOf(text)`.
   static String copyOf(std::string_view text, std::uint64_t hash);
-  /// Takes over the storage of `chars` (which is left empty) as the text, without a copy. The text
-  /// ends at the first NUL among them.
+  /// Takes ownership of the storage of `chars`, which is left empty, without copying. The text ends
+  /// at the first NUL.
   static String adopt(ds::Vector<char>&& chars);
-  /// The same for characters of which none is a NUL.
+  /// The same for characters without a NUL.
   static String adoptWhole(ds::Vector<char>&& chars);
-  /// Becomes a copy of `text`, which is no part of this text: in the memory it has, when no other
-  /// handle shares that and it has the room.
+  /// Becomes a copy of `text`, which must not be part of this text. Reuses the buffer when no other
+  /// handle shares it and the text fits.
   void assign(std::string_view text);
 
-  /// The NUL-terminated text; never null; valid while a handle to it lives.
+  /// The NUL-terminated text, never null; valid while a handle to it exists.
   const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars(); }
-  /// Characters in the text, without the NUL at its end.
+  /// The number of characters, without the terminating NUL.
   std::size_t len() const noexcept { return object() == nullptr ? 0 : buffer()->length; }
   /// Whether the text has no character.
   bool isEmpty() const noexcept { return object() == nullptr; }
-  /// The same characters as a view; valid while a handle to them lives.
+  /// The characters as a view; valid while a handle to them exists.
   std::string_view view() const noexcept { return {buf(), len()}; }
   /// The i-th character, or NUL past the end.
   char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars()[i] : '\0'; }
 
-  /// This text with `other` behind it. Null adds nothing.
+  /// This text followed by `other`. Null is the empty text.
   String operator+(const String& other) const;
   String operator+(const char* other) const;
-  /// Equal characters, letter case counting. A `const char*` ends at its NUL and is not null.
+  /// Exact equality, with letter case. A `const char*` ends at its NUL and must not be null.
   bool operator==(const String& other) const noexcept {
     return object() == other.object() || (!isKnownToDiffer(other) && hasCharactersOf(other));
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
-  /// differs from process to process, so that no file can be written against it.
+  /// differs from process to process, so that no file can be made of names that collide.
   std::uint64_t hash() const noexcept;
-  /// The hash of a text that is no String yet: the same as that of a String of these characters.
+  /// The hash of a String of these characters.
   static std::uint64_t hashOf(std::string_view text) noexcept;
 
-  // Searching and comparing. `ignoreCase` folds the letters A to Z only. The empty text is
-  // contained in every text, at its start and at its end.
+  // Searching and comparing. `ignoreCase` ignores the case of A to Z only. Every text contains the
+  // empty text, and starts and ends with it.
 
   bool contains(const String& s, bool ignoreCase) const noexcept;
   bool startsWith(const String& s, bool ignoreCase) const noexcept;
   bool endsWith(const String& s, bool ignoreCase) const noexcept;
-  /// Index of the first `c` at or after `from` (which may be past the end), or NOT_FOUND. An index
-  /// that an int cannot hold is not found either: longer texts are searched through `view()`.
+  /// The index of the first `c` at or after `from` (which may be past the end), or NOT_FOUND.
+  /// Indices above the largest int count as not found: search longer texts through `view()`.
   int find(char c, bool ignoreCase, std::size_t from) const noexcept;
-  /// Negative, 0 or positive, as this text sorts before, with or after `s` when case is ignored.
+  /// Three-way comparison that ignores case: negative, 0 or positive when this text sorts before,
+  /// with or after `s`.
   int compareNoCase(const String& s) const noexcept;
   /// The text after the first `c`; empty when there is none.
   String fromFirst(char c, bool ignoreCase) const;
 
   // Transforming.
 
-  /// `count` characters from `start`; both are clamped to the text.
+  /// `count` characters from `start` on; both are clamped to the text.
   String substring(std::size_t start, std::size_t count) const;
-  /// Without white space (`isSpace`) at the start and at the end, as asked.
+  /// Without the white space (`isSpace`) at the start, at the end, or both.
   String trim(bool leading, bool trailing) const;
-  /// Without every leading and trailing character that occurs in `chars`. `second` is unused.
+  /// Without all leading and trailing characters that occur in `chars`. `second` is not used.
   String trimChars(const String& chars, const String& second) const;
-  /// In lower case (A to Z only); with `flag` false the text as it is.
+  /// In lower case (A to Z only); the text itself when `flag` is false.
   String toLower(bool flag) const;
-  /// With escape sequences replaced by what they stand for: \\ \" \' \/ \a \b \f \n \r \t \v, \xHH
-  /// (that byte) and \uHHHH (a UTF-16 code unit, pairs joined, as UTF-8). Anything else after a
-  /// backslash stays as written, and so do a lone surrogate and an escape that would give a NUL.
+  /// With escape sequences replaced by the characters they stand for: \\ \" \' \/ \a \b \f \n \r \t
+  /// \v, \xHH (that byte) and \uHHHH (a UTF-16 code unit, pairs joined, as UTF-8). A backslash
+  /// before anything else is kept, and so are a lone surrogate and an escape of NUL.
   String unescape() const;
-  /// The same from `text` into `out`, which has room for as many characters and is no part of it.
-  /// Returns how many it wrote; a NUL is not put behind them.
+  /// The same from `text` into `out`, which holds `text.size()` characters and does not overlap
+  /// `text`. Returns how many were written; no NUL is added.
   static std::size_t unescape(std::string_view text, char* out) noexcept;
-  /// The pieces between separators, left to right; `skipEmpty` drops empty ones. `third` is unused.
+  /// The pieces between separators, left to right; `skipEmpty` drops empty ones. `third` is not
+  /// used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
-  // Formatting, by the conventions of printf. Any length. %n is not known; what is no conversion
-  // stays in the text as it is written. A text from outside is an argument, never the format.
+  // Formatting, by the conventions of printf, of any length. %n and other unknown conversions are
+  // copied as they are. Text from outside must be an argument, never the format.
 
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
-  /// The same from a list of arguments, which stays the caller's to end.
+  /// The same from a list of arguments; the caller calls va_end.
   static String formatv(const char* fmt, va_list args) VSA_PRINTF(1, 0);
 
-  // Conversions: true when the whole text, but for white space around it, is a value of the target
-  // type, which is then stored. On false the target keeps what it held, but for tuples and colours,
-  // which may be half written.
+  // Conversions: true when the whole text, except white space around it, is a value of the target
+  // type, which is then stored. On false the target is unchanged, except that tuples and colours
+  // may be partly written.
 
   /// "true" or "false" in any letter case.
   static bool parse(const String& text, bool& out);
-  /// See number_text.h for the forms of reals and integers.
+  /// Integers are `12`, `-12`, `12u` and `12e3`; reals `1.5`, `-.5`, `1e-3`, `2f`, `inf` and `nan`.
+  /// Reals are rounded to the nearest value of the target.
   static bool parse(const String& text, float& out);
   static bool parse(const String& text, double& out);
   static bool parse(const String& text, signed char& out, Radix radix);
@@ -189,10 +197,10 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static bool parse(const String& text, unsigned int& out, Radix radix);
   static bool parse(const String& text, long long& out, Radix radix);
   static bool parse(const String& text, unsigned long long& out, Radix radix);
-  /// Tuples: `count` numbers between blanks, in the storage order of T. See tuple_parse.h.
+  /// A tuple of `count` numbers, separated by blanks, in the storage order of T. See tuple_parse.h.
   template <class T>
   static bool parse(const String& text, unsigned long long count, T& out);
-  /// A colour: four numbers, or three and alpha 1. See tuple_parse.h.
+  /// A colour: four numbers, or three with alpha 1. See tuple_parse.h.
   template <class Component, class Colour>
   static bool parse(const String& text, Colour& out);
 
@@ -208,9 +216,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
   friend class StringSlabs;
   friend class detail::StringPrefetch;
 
-  // Takes over the storage of `chars`, whose first `length` are the text.
+  // Takes ownership of `chars`, whose first `length` characters are the text.
   static String adoptFirst(ds::Vector<char>&& chars, std::size_t length);
-  // A handle to a buffer that was made for `text`.
+  // A handle to the new buffer `made`, filled with `text`.
   static String filled(detail::StringBuffer* made, std::string_view text, std::uint64_t hash);
 
   const detail::StringBuffer* buffer() const noexcept {

@@ -8,18 +8,18 @@
 
 namespace zn {
 
-/// A plain value: a copy has a list of its own, and shares the texts.
+/// A plain value: a copy has its own list and shares the texts.
 class VSA_API StringVector {
  public:
-  /// Pieces in the list.
-  std::size_t size() const noexcept { return static_cast<std::size_t>(pieces_.size); }
-  /// A copy of the i-th piece (it shares the text); the empty text past the end.
-  String operator[](std::size_t i) const { return i < size() ? pieces_[i] : String(); }
-  /// Adds a piece at the end. Throws std::bad_alloc.
-  void append(String piece) { pieces_.push_back(std::move(piece)); }
+  /// How many texts there are.
+  std::size_t size() const noexcept { return static_cast<std::size_t>(texts_.size); }
+  /// The i-th text (a copy of the handle); the empty text past the end.
+  String operator[](std::size_t i) const { return i < size() ? texts_[i] : String(); }
+  /// Adds a text at the end. Throws std::bad_alloc.
+  void append(String text) { texts_.push_back(std::move(text)); }
 
  private:
-  ds::Vector<String> pieces_;
+  ds::Vector<String> texts_;
 };
 
 }  // namespace zn

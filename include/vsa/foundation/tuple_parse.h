@@ -1,5 +1,5 @@
-// Tuples: vectors, positions, quaternions, matrices and colours, written as numbers between blanks
-// in the storage order of their type.
+// Tuples: vectors, positions, quaternions, matrices and colours, written as numbers separated by
+// blanks, in the storage order of their type.
 #pragma once
 
 #include <cstddef>
@@ -11,17 +11,17 @@
 
 namespace zn {
 
-/// The largest tuple: a 4 by 4 matrix.
-inline constexpr std::size_t MOST_COMPONENTS = 16;
+/// Components of the largest tuple, a 4 by 4 matrix.
+inline constexpr std::size_t MAX_COMPONENTS = 16;
 
-/// Converts the first `count` words of `text` (words are the runs between blanks) into
-/// `out[0..count)`; further words are ignored. Fewer words, or a `count` above MOST_COMPONENTS:
-/// false, and `out` is left alone. A word that is no real makes the result false, but every word is
-/// converted. One readable byte must stand behind the text.
+/// Converts the first `count` words of `text` (words are separated by blanks) into `out[0..count)`;
+/// further words are ignored. With fewer words, or a `count` above MAX_COMPONENTS: false, and `out`
+/// is unchanged. A word that is not a real makes the result false, but all words are converted. One
+/// byte behind the text must be readable.
 VSA_API bool parseTuple(std::string_view text, std::size_t count, double* out);
 
-/// A colour of four numbers, or of three and then alpha 1, into `out[0..4)`. Four words of which
-/// the last is no number are taken as a colour of three.
+/// A colour of four numbers, or of three with alpha 1, into `out[0..4)`. When the fourth word is
+/// not a number, the first three are the colour.
 VSA_API bool parseColour(std::string_view text, double* out);
 
 template <class T>

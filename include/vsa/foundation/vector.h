@@ -1,5 +1,4 @@
-// Vector: contiguous elements in insertion order, deliberately minimal. It grows by doubling
-// from 2.
+// Vector: contiguous elements in insertion order. It grows by doubling from 2.
 #pragma once
 
 #include <algorithm>
@@ -12,23 +11,23 @@
 
 namespace zn::ds {
 
-/// Whether an object of type T may move in memory as plain bytes, its old place simply forgotten:
-/// true of everything that owns through pointers and holds none to itself. A vector of such
-/// elements grows with realloc, which moves large blocks without copying them. Specialise it beside
-/// the type.
+/// Whether an object of type T can be relocated by copying its bytes, without destroying the
+/// original: true of everything that owns through pointers and has no pointer to itself. A vector
+/// of such elements grows with realloc, which can move large blocks without copying them.
+/// Specialise it beside the type.
 template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
-/// Elements of type T, owned. The three fields are public on purpose: readers walk `data` directly,
-/// and write none of them. Pointers to elements hold until the vector grows, is reserved or goes.
-/// Running out of memory throws std::bad_alloc and leaves the vector as it was, but for elements
+/// Owns elements of type T. The three fields are public for direct access to the elements; hosts
+/// only read them. Pointers to elements are valid until the vector grows, is reserved or destroyed.
+/// When memory runs out, std::bad_alloc is thrown and the vector is unchanged, except for elements
 /// that a smaller capacity drops.
 template <class T>
 class Vector {
  public:
-  T* data = nullptr;           ///< `size` elements; null when nothing was ever reserved.
+  T* data = nullptr;           ///< `size` elements; null while nothing is reserved.
   std::uint64_t size = 0;      ///< Elements in use.
-  std::uint64_t capacity = 0;  ///< Elements that fit before the next growth.
+  std::uint64_t capacity = 0;  ///< Elements that fit without growing.
 
   Vector() noexcept = default;
   /// A new array of the source's capacity with copies of its elements.
@@ -37,20 +36,20 @@ class Vector {
       : data(std::exchange(other.data, nullptr)),
         size(std::exchange(other.size, 0)),
         capacity(std::exchange(other.capacity, 0)) {}
-  /// The copy is built first and then swapped in: when it fails, this vector stays as it was.
+  /// Copy and swap: when the copy fails, this vector is unchanged.
   Vector& operator=(const Vector& other) {
     Vector copy(other);
     swap(copy);
     return *this;
   }
   Vector& operator=(Vector&& other) noexcept {
-    Vector taken(std::move(other));
-    swap(taken);
+    Vector moved(std::move(other));
+    swap(moved);
     return *this;
   }
   ~Vector() { release(); }
 
-  /// The i-th element; `i` is below `size`, which nobody checks.
+  /// The i-th element; `i` must be below `size`, which is not checked.
   T& operator[](std::uint64_t i) noexcept { return data[i]; }
   const T& operator[](std::uint64_t i) const noexcept { return data[i]; }
   T* begin() noexcept { return data; }
@@ -61,7 +60,7 @@ class Vector {
   /// Appends a copy of `value`. A full vector first grows to 2, or to twice its size.
   void push_back(const T& value) {
     if (size == capacity) {
-      T copy(value);  // `value` may live in the array that is about to go
+      T copy(value);  // `value` may be an element of the array that is freed
       grow();
       new (data + size) T(std::move(copy));
     } else {
@@ -70,20 +69,20 @@ class Vector {
     ++size;
   }
 
-  /// Appends `value`, taking over what it holds.
+  /// Appends `value` by moving from it.
   void push_back(T&& value) {
     if (size == capacity) {
-      T taken(std::move(value));
+      T moved(std::move(value));
       grow();
-      new (data + size) T(std::move(taken));
+      new (data + size) T(std::move(moved));
     } else {
       new (data + size) T(std::move(value));
     }
     ++size;
   }
 
-  /// Makes room for exactly `n` elements. 0 gives the storage back; the current size changes
-  /// nothing; fewer than the current size drops the last elements.
+  /// Sets the capacity to `n`. 0 frees the storage; the current size changes nothing; fewer than
+  /// the current size drops the last elements.
   void reserve(unsigned long n) {
     if (n == 0) {
       release();
@@ -92,20 +91,20 @@ class Vector {
     }
   }
 
-  /// Makes room for `count` more elements. When they do not fit, the storage at least doubles, so
-  /// that what is added piece by piece takes linear time.
-  void makeRoom(std::uint64_t count) {
+  /// Makes sure that `count` more elements fit. When they do not, the capacity at least doubles, so
+  /// that appending element by element takes linear time.
+  void reserveAdditional(std::uint64_t count) {
     const std::uint64_t needed = size + count;
     if (needed > capacity) reserve(static_cast<unsigned long>(std::max(needed, 2 * capacity)));
   }
 
-  /// Forgets the elements and keeps the storage.
+  /// Removes the elements and keeps the storage.
   void clear() noexcept {
     destroy(0);
     size = 0;
   }
 
-  /// Exchanges the contents; pointers to elements go with them.
+  /// Exchanges the contents; pointers to elements stay valid.
   void swap(Vector& other) noexcept {
     std::swap(data, other.data);
     std::swap(size, other.size);
@@ -113,7 +112,7 @@ class Vector {
   }
 
  private:
-  static void* bytesFor(void* old, std::uint64_t n) {
+  static void* reallocated(void* old, std::uint64_t n) {
     // NOLINTNEXTLINE(bugprone-sizeof-expression): an element may well be a pointer
     constexpr std::size_t ELEMENT_BYTES = sizeof(T);
     if (n > std::numeric_limits<std::size_t>::max() / ELEMENT_BYTES) throw std::bad_alloc();
@@ -129,9 +128,9 @@ class Vector {
     if constexpr (MOVES_AS_BYTES<T>) {
       destroy(kept);
       size = kept;
-      data = static_cast<T*>(bytesFor(static_cast<void*>(data), n));
+      data = static_cast<T*>(reallocated(static_cast<void*>(data), n));
     } else {
-      T* const moved = static_cast<T*>(bytesFor(nullptr, n));
+      T* const moved = static_cast<T*>(reallocated(nullptr, n));
       for (std::uint64_t i = 0; i < kept; ++i) new (moved + i) T(std::move(data[i]));
       release();
       data = moved;
@@ -142,7 +141,7 @@ class Vector {
 
   void copyFrom(const Vector& other) {
     if (other.capacity == 0) return;
-    data = static_cast<T*>(bytesFor(nullptr, other.capacity));
+    data = static_cast<T*>(reallocated(nullptr, other.capacity));
     capacity = other.capacity;
     for (; size < other.size; ++size) new (data + size) T(other.data[size]);
   }

@@ -1,11 +1,12 @@
-// The end of a variable argument list, however its function is left. Internal.
+// Calls va_end on every way out of a function. Internal.
 #pragma once
 
 #include <cstdarg>
 
 namespace zn::detail {
 
-/// Calls va_end when it goes. Made right after va_start or va_copy, in the same function.
+/// Calls va_end in its destructor. Declare it right after va_start or va_copy, in the same
+/// function.
 class ArgumentListEnd {
  public:
   explicit ArgumentListEnd(va_list& args) noexcept : args_(args) {}

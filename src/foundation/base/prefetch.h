@@ -1,4 +1,4 @@
-// Hints to the processor, where the compiler knows how to give them.
+// Prefetch hints, for compilers that have them. Internal.
 #pragma once
 
 #include <cstddef>
@@ -6,13 +6,14 @@
 
 namespace zn::detail {
 
-/// The address `ahead` bytes behind `place`, which may be no part of any object.
+/// The address `ahead` bytes behind `place`, which need not be in an object.
 inline void* behind(const void* place, std::size_t ahead) noexcept {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): pointer arithmetic ends with the object
   return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(place) + ahead);
 }
 
-/// The memory at `place`, or `ahead` bytes behind it, will be read soon; it need not be there.
+/// A hint that the memory `ahead` bytes behind `place` will be read soon. The address may be
+/// invalid.
 inline void prefetch([[maybe_unused]] const void* place,
                      [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)
@@ -20,7 +21,7 @@ inline void prefetch([[maybe_unused]] const void* place,
 #endif
 }
 
-/// The same for memory that will be written soon.
+/// The same for memory that will be written.
 inline void prefetchForWriting([[maybe_unused]] void* place,
                                [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)

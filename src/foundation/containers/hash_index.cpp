@@ -1,4 +1,4 @@
-// Growth and removal of HashIndex; look-up is in the header, where it can be inlined.
+// Growth and removal of HashIndex; the look-up is inline in the header.
 #include "foundation/containers/hash_index.h"
 
 #include <stdexcept>
@@ -7,14 +7,14 @@ namespace zn::ds {
 
 void HashIndex::insert(std::uint64_t hash, std::uint64_t position) {
   if (position >= FREE) throw std::length_error("a hash index holds fewer than 2^32 positions");
-  makeRoom();
-  place({partOf(hash), static_cast<std::uint32_t>(position)});
+  reserveOne();
+  place({tagOf(hash), static_cast<std::uint32_t>(position)});
   ++used_;
 }
 
 void HashIndex::erase(std::uint64_t hash, std::uint64_t position) noexcept {
   if (used_ == 0) return;
-  std::uint64_t at = partOf(hash) & mask_;
+  std::uint64_t at = tagOf(hash) & mask_;
   while (slots_[at].position != position) {
     if (slots_[at].position == FREE) return;
     at = (at + 1) & mask_;
@@ -34,17 +34,17 @@ void HashIndex::grow() {
   }
 }
 
-void HashIndex::place(Slot filed) noexcept {
-  std::uint64_t at = filed.part & mask_;
+void HashIndex::place(Slot slot) noexcept {
+  std::uint64_t at = slot.tag & mask_;
   while (slots_[at].position != FREE) at = (at + 1) & mask_;
-  slots_[at] = filed;
+  slots_[at] = slot;
 }
 
-// A look-up ends at the first free slot, so what follows the gap moves into it, unless that would
-// put it before the slot where its own run begins.
+// A look-up ends at the first free slot, so the entries behind the gap move up, except those that
+// would come before the slot where their own search begins.
 void HashIndex::closeGap(std::uint64_t gap) noexcept {
   for (std::uint64_t at = (gap + 1) & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
-    const std::uint64_t home = slots_[at].part & mask_;
+    const std::uint64_t home = slots_[at].tag & mask_;
     const std::uint64_t fromHome = (at - home) & mask_;
     const std::uint64_t fromGap = (at - gap) & mask_;
     if (fromHome < fromGap) continue;

@@ -1,6 +1,6 @@
-// HashIndex: finds positions in someone else's list by hash. It is kept beside lists that may grow
-// long (the buckets of HashMap, the nodes of a scene, the inputs of a node) and holds no keys: the
-// owner says whether a position is the one looked for.
+// HashIndex: finds positions in a list by hash. It is kept beside lists that may grow long (the
+// buckets of HashMap, the nodes of a scene, the inputs of a node) and stores no keys: the owner of
+// the list says which position matches. Internal.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@
 
 namespace zn::ds {
 
-/// A weak hash, of an address say, made fit for an index: its low bits depend on all of it (the
-/// finalizer of MurmurHash3, public domain).
-inline std::uint64_t spread(std::uint64_t hash) noexcept {
+/// Mixes a weak hash, such as an address, so that its low bits depend on all of it (the finalizer
+/// of MurmurHash3, public domain).
+inline std::uint64_t mixed(std::uint64_t hash) noexcept {
   hash ^= hash >> 33;
   hash *= 0xff51afd7ed558ccdULL;
   hash ^= hash >> 33;
@@ -21,53 +21,53 @@ inline std::uint64_t spread(std::uint64_t hash) noexcept {
   return hash ^ hash >> 32;
 }
 
-/// Open addressing with linear probing over {part of the hash, position}, eight bytes a slot, at
-/// most half full. Positions are below 2^32 - 1.
+/// Open addressing with linear probing; a slot is a tag of the hash and a position, eight bytes. At
+/// most half of the slots are used. Positions are below 2^32 - 1.
 class VSA_API HashIndex {
  public:
-  /// "No such position."
+  /// The result of a look-up that finds nothing.
   static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
 
-  /// Positions in the index.
+  /// How many positions are in the index.
   std::uint64_t size() const noexcept { return used_; }
 
-  /// The first position filed under `hash` for which `matches(position)` holds, or NONE.
+  /// The first position under `hash` for which `matches(position)` is true, or NONE.
   template <class Matches>
   std::uint64_t find(std::uint64_t hash, const Matches& matches) const {
     if (used_ == 0) return NONE;
-    const std::uint32_t part = partOf(hash);
-    for (std::uint64_t at = part & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
-      if (slots_[at].part == part && matches(slots_[at].position)) return slots_[at].position;
+    const std::uint32_t tag = tagOf(hash);
+    for (std::uint64_t at = tag & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
+      if (slots_[at].tag == tag && matches(slots_[at].position)) return slots_[at].position;
     }
     return NONE;
   }
 
-  /// Makes sure that the next insert finds room. Throws std::bad_alloc when there is none.
-  void makeRoom() {
+  /// Makes sure that the next insert does not throw. Throws std::bad_alloc.
+  void reserveOne() {
     if (2 * (used_ + 1) > slotCount()) grow();
   }
 
-  /// Files `position` under `hash`. Throws std::bad_alloc when there is no room, std::length_error
-  /// for a position of 2^32 - 1 or more; nothing is changed then.
+  /// Adds `position` under `hash`. Throws std::bad_alloc, and std::length_error for a position of
+  /// 2^32 - 1 or more; the index is unchanged then.
   void insert(std::uint64_t hash, std::uint64_t position);
 
-  /// Takes `position` out again. Does nothing when it is not filed under `hash`.
+  /// Removes `position`. Does nothing when it is not under `hash`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
 
  private:
   static constexpr std::uint32_t FREE = std::numeric_limits<std::uint32_t>::max();
   struct Slot {
-    std::uint32_t part = 0;         // of the hash; its low bits choose the slot where a run begins
-    std::uint32_t position = FREE;  // FREE when the slot holds nothing
+    std::uint32_t tag = 0;          // its low bits give the slot where the search begins
+    std::uint32_t position = FREE;  // FREE when the slot is empty
   };
 
-  static std::uint32_t partOf(std::uint64_t hash) noexcept {
+  static std::uint32_t tagOf(std::uint64_t hash) noexcept {
     return static_cast<std::uint32_t>(hash);
   }
 
   std::uint64_t slotCount() const noexcept { return slots_ == nullptr ? 0 : mask_ + 1; }
   void grow();
-  void place(Slot filed) noexcept;
+  void place(Slot slot) noexcept;
   void closeGap(std::uint64_t gap) noexcept;
 
   std::unique_ptr<Slot[]> slots_;

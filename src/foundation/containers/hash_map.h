@@ -1,5 +1,5 @@
-// HashMap: 256 fixed buckets inside the map object, walked in index order and, within a bucket, in
-// insertion order. The order of deferred resolution rests on this order.
+// HashMap: 256 fixed buckets inside the map object, iterated in index order and, within a bucket,
+// in insertion order. The order in which pending links are resolved depends on it. Internal.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +24,7 @@ std::uint64_t hashOf(T* key) {
   return reinterpret_cast<std::uintptr_t>(key);
 }
 
-/// A key, its hash, and the value stored under it. Only the value may be changed in place.
+/// A key, its hash, and its value. Only the value may be changed in place.
 template <class K, class V>
 struct HashMapNode {
   std::uint64_t hash;  ///< `hashOf(key)`.
@@ -35,11 +35,11 @@ struct HashMapNode {
 template <class K, class V>
 inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MOVES_AS_BYTES<V>;
 
-/// A map without rehashing. Keys are compared by hash alone, never by content: two keys of equal
-/// hash are one key. A bucket that has grown long is searched through an index kept beside it,
-/// which is brought up to date by the search: a map that is filled and walked needs none.
-/// References to values hold until the next key is added. What adds a key throws std::bad_alloc and
-/// leaves the map as it was; std::length_error at some 2^32 keys in one bucket.
+/// A map without rehashing. Keys are compared by hash alone, never by content: two keys with equal
+/// hashes are one key. A long bucket is searched through an index, which a search brings up to
+/// date: a map that is only filled and iterated needs none. References to values are valid until
+/// the next key is added. Functions that add a key throw std::bad_alloc, and std::length_error at
+/// some 2^32 keys in one bucket; the map is unchanged then.
 template <class K, class V>
 class HashMap {
  public:
@@ -47,45 +47,45 @@ class HashMap {
 
   using Node = HashMapNode<K, V>;
 
-  Vector<Node> buckets[BUCKET_COUNT];  ///< Bucket of a key: the low 8 bits of its hash.
+  Vector<Node> buckets[BUCKET_COUNT];  ///< Indexed by the low 8 bits of a key's hash.
 
-  /// The node of `key`, or null. It stays where it is until the next key is added. Throws
-  /// std::bad_alloc where the map is not const; then nothing has changed.
+  /// The node of `key`, or null; valid until the next key is added. Throws std::bad_alloc; the map
+  /// is unchanged then.
   Node* findNode(const K& key) { return findHash(hashOf(key)); }
-  /// The same without the index, which a map that threads may share cannot bring up to date.
+  /// The same without the index, so that threads may share a const map.
   const Node* findNode(const K& key) const {
     const std::uint64_t hash = hashOf(key);
     return scan(const_cast<HashMap*>(this)->bucketOf(hash), hash);
   }
 
-  /// Stores a copy of `value` under `key`, over an earlier one. Returns the stored value.
+  /// Stores `value` under `key`, replacing an earlier value. Returns the stored value.
   V& set(const K& key, const V& value) { return store(key, V(value)); }
   V& set(const K& key, V&& value) { return store(key, std::move(value)); }
 
-  /// Stores `value` under a key that is not in the map yet.
+  /// Stores `value` under a key that is not in the map.
   V& add(const K& key, V&& value) { return append(hashOf(key), key, std::move(value)); }
 
-  /// The value under `key`; a default one is added when there is none.
+  /// The value of `key`; a default value is added when there is none.
   V& operator[](const K& key) {
     Node* const node = findNode(key);
     if (node == nullptr) return append(hashOf(key), key, V());
     return node->value;
   }
 
-  /// The value under `key`, or `missing()`.
+  /// The value of `key`, or `missing()`.
   const V& get(const K& key) const {
     const Node* const node = findNode(key);
     return node != nullptr ? node->value : missing();
   }
 
-  /// What a look-up that finds nothing yields: one value-initialised V, the same for every map of
-  /// these types, valid until the process ends.
+  /// The result of a look-up that finds nothing: a value-initialised V, the same object for all
+  /// maps of these types.
   static const V& missing() {
     static const V value{};
     return value;
   }
 
-  /// Forgets every key.
+  /// Removes all keys.
   void clear() {
     for (Vector<Node>& bucket : buckets) bucket.reserve(0);
     std::fill(std::begin(indexed_), std::end(indexed_), 0);
@@ -93,17 +93,17 @@ class HashMap {
   }
 
  private:
-  // Up to this many nodes, a bucket is scanned.
-  static constexpr std::uint64_t SCANNED = 8;
+  // A bucket of up to this many nodes is scanned, without the index.
+  static constexpr std::uint64_t MAX_SCANNED = 8;
 
   Node* findHash(std::uint64_t hash) {
     Vector<Node>& bucket = bucketOf(hash);
-    if (bucket.size <= SCANNED) return scan(bucket, hash);
+    if (bucket.size <= MAX_SCANNED) return scan(bucket, hash);
     for (std::uint64_t& i = indexed_[numberOf(hash)]; i < bucket.size; ++i) {
-      index_.insert(spread(bucket[i].hash), i);
+      index_.insert(mixed(bucket[i].hash), i);
     }
     const std::uint64_t at = index_.find(
-        spread(hash), [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
+        mixed(hash), [&](std::uint64_t i) { return i < bucket.size && bucket[i].hash == hash; });
     return at == HashIndex::NONE ? nullptr : &bucket[at];
   }
 
@@ -130,7 +130,7 @@ class HashMap {
   static std::uint64_t numberOf(std::uint64_t hash) { return hash & (BUCKET_COUNT - 1); }
   Vector<Node>& bucketOf(std::uint64_t hash) { return buckets[numberOf(hash)]; }
 
-  std::uint64_t indexed_[BUCKET_COUNT] = {};  // how many nodes of each bucket are in the index
+  std::uint64_t indexed_[BUCKET_COUNT] = {};  // how many nodes of a bucket are in the index
   HashIndex index_;
 };
 

@@ -1,4 +1,4 @@
-// The two sinks and the default behind them.
+// The sink of the thread, the sink of the process, and the default: standard error.
 #include <vsa/foundation/log.h>
 
 #include <atomic>

@@ -1,5 +1,5 @@
-// The constants of the math types. All are constants of the image: there is no order of
-// initialisation to get wrong.
+// The constants of the math types. All are constant-initialised: there is no order of
+// initialisation.
 #include <vsa/foundation/math_types.h>
 
 namespace zn::math {
@@ -14,7 +14,7 @@ template <>
 constinit const MatT<4, double> MatT<4, double>::identity = {
     {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
 
-// The zero position in both corners: the box at the origin that holds nothing but its corner.
+// Both corners are the zero position: a box without volume at the origin.
 template <>
 constinit const AabbT<double> AabbT<double>::identity = {{{0.0, 0.0, 0.0}}, {{0.0, 0.0, 0.0}}};
 

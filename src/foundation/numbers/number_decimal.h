@@ -1,14 +1,13 @@
-// Internal: from a decimal (digits * 10^exponent) to the nearest binary real. Both roads from text,
-// number_text and number_list, end here, which is what makes their values equal bit for bit.
+// From a decimal, digits * 10^exponent, to the nearest binary real. Internal. number_text and
+// number_list both convert through it, so their values are equal bit for bit.
 //
 // Two published methods serve, each where it is exact:
 // - W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990): digits and power of ten
 //   are doubles without error, so one division or multiplication rounds once, correctly.
 // - D. Lemire, "Number Parsing at a Gigabyte per Second" (2021), after an idea of M. Eisel: the
 //   digits times the leading 128 bits of a power of five decide the rounding.
-// The functions answer false where neither can vouch for the last bit; the caller then takes the
-// exact road of number_text. The default rounding mode (to nearest) is taken for granted.
-
+// The functions return false where neither decides the last bit; the caller then converts exactly,
+// by number_text. The default rounding mode (to nearest) is assumed.
 #pragma once
 
 #include <array>
@@ -30,16 +29,17 @@ inline constexpr double EXACT_POWERS[MAX_EXACT_POWER + 1] = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-/// Integers up to this one are doubles without error.
+/// The largest integer up to which all integers are doubles without error.
 inline constexpr uint64_t MAX_EXACT_DIGITS = uint64_t{1} << 53;
 
-/// Decimal digits that always fit 64 bits.
+/// The number of decimal digits that always fit in 64 bits.
 inline constexpr int MAX_DIGITS = 19;
 
 using detail::multiply;
 using detail::Wide;
 
-/// The exponents of ten for which POWERS_OF_FIVE has a row: 5^54 doubled still fits 128 bits.
+/// POWERS_OF_FIVE has a row for each exponent of ten from -54 to 54: 5^54 doubled still fits in 128
+/// bits.
 inline constexpr int MAX_TABLE_POWER = 54;
 
 constexpr Wide powerOfFive(int exponent) {
@@ -58,8 +58,8 @@ VSA_WRAPS_AROUND constexpr Wide shiftedToTop(Wide value) {
   return value;
 }
 
-/// The 128 leading bits of 1 / divisor, by long division, a bit a step. The remainder starts as
-/// the largest power of two below the divisor, so that the first bit of the quotient is a one.
+/// The leading 128 bits of 1 / divisor, by long division, a bit a step. The remainder starts as the
+/// largest power of two up to the divisor, so that the first bit of the quotient is a one.
 VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   Wide rest{0, 0};
   if (divisor.high != 0) {
@@ -80,8 +80,8 @@ VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   return quotient;
 }
 
-/// One row: the leading 128 bits of 5^exponent. The reciprocals whose divisor fits 64 bits are
-/// rounded up, the smaller ones down; the method's proof is made for these.
+/// One row: the leading 128 bits of 5^exponent. The method's proof requires that reciprocals whose
+/// divisor fits in 64 bits are rounded up, and smaller ones down.
 VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
   if (exponent >= 0) return shiftedToTop(powerOfFive(exponent));
   Wide bits = reciprocal(powerOfFive(-exponent));
@@ -106,30 +106,30 @@ constexpr size_t tableRow(int exponent) {
   return static_cast<size_t>(row);
 }
 
-/// digits * 10^exponent by Lemire's method; `digits` is not zero and |exponent| is at most
+/// digits * 10^exponent by Lemire's method. `digits` is not zero and |exponent| is at most
 /// MAX_TABLE_POWER, so the result is always a normal double. False where the leading 128 bits do
-/// not settle the rounding.
+/// not decide the rounding.
 VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, double& out) {
   const int zeros = std::countl_zero(digits);
   digits <<= zeros;
   const Wide& power = POWERS_OF_FIVE[tableRow(exponent)];
   Wide product = multiply(digits, power.high);
   if ((product.high & 0x1FF) == 0x1FF) {
-    // The bits cut off might still carry into those that round.
+    // The bits that are cut off might carry into those that round.
     const uint64_t carry = multiply(digits, power.low).high;
     product.low += carry;
     if (product.low < carry) ++product.high;
     if (product.low == ~uint64_t{0} && (exponent < -27 || exponent > 55)) return false;
   }
   const int top = static_cast<int>(product.high >> 63);
-  const int shift = top + 9;  // leaves 54 bits: the 53 of a double and the one that rounds
+  const int shift = top + 9;  // leaves 54 bits: the 53 of a double and the rounding bit
   uint64_t mantissa = product.high >> shift;
-  // An exact half-way case is rounded to even; only small powers of five can make one.
+  // An exact half-way case is rounded to even; only small powers of five give one.
   if (product.low <= 1 && exponent >= -4 && exponent <= 23 && (mantissa & 3) == 1 &&
       (mantissa << shift) == product.high) {
     mantissa &= ~uint64_t{1};
   }
-  mantissa = (mantissa + (mantissa & 1)) >> 1;  // may be 2^53: the sum below carries it over
+  mantissa = (mantissa + (mantissa & 1)) >> 1;  // may be 2^53: the sum below carries
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   const int binary = ((217706 * exponent) >> 16) + 63 + top - zeros + 1023;
   const uint64_t bits = (static_cast<uint64_t>(binary - 1) << 52) + mantissa;
@@ -137,7 +137,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   return true;
 }
 
-/// digits * 10^exponent, nearest double. False: not decided here.
+/// The double nearest to digits * 10^exponent. False: not decided.
 inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   if (digits == 0) {
     out = 0.0;
@@ -154,8 +154,8 @@ inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleByProduct(digits, static_cast<int>(exponent), out);
 }
 
-/// `value`, which is not negative, with the sign put to it. Bits rather than a choice: the signs of
-/// coordinates cannot be predicted.
+/// `value`, which is not negative, with the sign. Without a branch: the signs of coordinates cannot
+/// be predicted.
 inline double withSign(double value, bool negative) {
   return std::bit_cast<double>(std::bit_cast<uint64_t>(value) | (uint64_t{negative} << 63));
 }
@@ -164,13 +164,13 @@ inline float withSign(float value, bool negative) {
   return std::bit_cast<float>(std::bit_cast<uint32_t>(value) | (uint32_t{negative} << 31));
 }
 
-/// True when `value` lies exactly between two neighbouring normal floats. Of a double that was
-/// itself rounded from text, these alone do not tell which float is the nearest.
+/// Whether `value` is exactly half-way between two adjacent normal floats. Only such a double,
+/// rounded from text, does not determine the float nearest to the text.
 inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }
 
-/// The float nearest to the text that `value` is the nearest double of. False: not decided here.
+/// The float nearest to a text whose nearest double is `value`. False: not decided.
 inline bool floatFromDouble(double value, float& out) {
   if (isHalfWayBetweenFloats(value)) return false;
   if (value != 0.0 && !(value >= FLT_MIN && value <= FLT_MAX)) return false;
@@ -178,7 +178,7 @@ inline bool floatFromDouble(double value, float& out) {
   return true;
 }
 
-/// digits * 10^exponent, nearest float or double. False: not decided here.
+/// The double or float nearest to digits * 10^exponent. False: not decided.
 inline bool realFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleFromDecimal(digits, exponent, out);
 }

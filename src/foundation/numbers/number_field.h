@@ -1,11 +1,10 @@
-// Internal: one usual piece of a list of numbers, eight digits a step in a 64-bit word, on any
-// processor. The first byte of the text is the lowest of the word, so a byte order the other way
-// round is turned on loading. The sums that fold eight digits into one number are those of
-// "Faster integer parsing" (J. Khuong and others, 2018).
+// One plain field of a list of numbers, on any processor: eight digits a step in a 64-bit word, the
+// first character lowest. Internal. The sums that combine eight digits are those of "Faster integer
+// parsing" (J. Khuong and others, 2018).
 //
-// Each reader returns the piece's end, which is a blank, with `out` set; or null when the piece is
-// unusual in form, range or rounding. Up to FORM_WINDOW bytes from `at` on are read.
-
+// Each function returns the end of the field, which is a blank, with `out` set; or null when the
+// field is not plain: of another form, out of range, or not decided by number_decimal. It may read
+// up to FIELD_WINDOW bytes from `at` on.
 #pragma once
 
 #include <bit>
@@ -20,13 +19,13 @@
 
 namespace zn::numbers {
 
-/// Bytes that a reader may look at from the start of a piece on.
-inline constexpr size_t FORM_WINDOW = 48;
+/// How many bytes may be read from the start of a field on.
+inline constexpr size_t FIELD_WINDOW = 48;
 
 inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,     10000,
                                               100000, 1000000, 10000000, 100000000};
 
-/// Eight characters less '0' each, the first one lowest.
+/// Eight characters, each less '0', the first one lowest.
 inline uint64_t loadEight(const char* at) {
   return detail::loadLittleEndian(at) ^ 0x3030303030303030;
 }
@@ -45,13 +44,13 @@ VSA_WRAPS_AROUND inline uint64_t foldDigits(uint64_t word, int count) {
   return ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >> 32;
 }
 
-/// Digits taken from a text, as one number; more than MAX_DIGITS of them do not count.
+/// A sequence of digits as a number. The number is valid for up to MAX_DIGITS digits.
 struct DigitRun {
   uint64_t value = 0;
   int count = 0;
 
-  /// Takes the digits that follow, up to the first that is one too many; returns where they end.
-  const char* take(const char* at) {
+  /// Reads the digits at `at` and returns their end; stops early at more than MAX_DIGITS.
+  const char* read(const char* at) {
     for (;;) {
       const uint64_t word = loadEight(at);
       const int digits = leadingDigits(word);
@@ -64,8 +63,8 @@ struct DigitRun {
   }
 };
 
-/// ("e" | "E") ["+" | "-"] digits, of at most eight digits; null when there are none.
-inline const char* exponentAt(const char* at, int64_t& exponent) {
+/// ("e" | "E") ["+" | "-"] digits, with up to eight digits; null without digits.
+inline const char* readExponent(const char* at, int64_t& exponent) {
   ++at;
   const bool negative = *at == '-';
   if (negative || *at == '+') ++at;
@@ -78,19 +77,19 @@ inline const char* exponentAt(const char* at, int64_t& exponent) {
 }
 
 template <class Real>
-inline const char* realPiece(const char* at, Real& out) {
+inline const char* readRealField(const char* at, Real& out) {
   const bool negative = *at == '-';
   at += negative ? 1 : 0;
   DigitRun digits;
-  at = digits.take(at);
+  at = digits.read(at);
   int64_t exponent = 0;
   if (*at == '.') {
     const int whole = digits.count;
-    at = digits.take(at + 1);
+    at = digits.read(at + 1);
     exponent = whole - digits.count;
   }
   if (digits.count == 0 || digits.count > MAX_DIGITS) return nullptr;
-  if (*at == 'e' || *at == 'E') at = exponentAt(at, exponent);
+  if (*at == 'e' || *at == 'E') at = readExponent(at, exponent);
   Real value;
   if (at == nullptr || *at != ' ' || !realFromDecimal(digits.value, exponent, value))
     return nullptr;
@@ -98,8 +97,8 @@ inline const char* realPiece(const char* at, Real& out) {
   return at;
 }
 
-/// `magnitude` with the sign put to it, as the target's type. False when out of range, and for a
-/// "-" in front of an unsigned number.
+/// `magnitude` with the sign, as the target's type. False when it is out of range, and for a "-"
+/// before an unsigned number.
 template <class Integer>
 inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
   constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());
@@ -107,20 +106,20 @@ inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
     out = static_cast<Integer>(magnitude);
     return !negative && magnitude <= MAX;
   } else {
-    // Up to 2^63 - 1 the two signs differ in nothing but the sign; 2^63 is left to number_text.
+    // Up to 2^63 - 1 the ranges of both signs are the same; number_text handles 2^63.
     const auto value = static_cast<int64_t>(magnitude & (~uint64_t{0} >> 1));
-    const int64_t flip = -int64_t{negative};  // no branch on the sign
+    const int64_t flip = -int64_t{negative};  // without a branch on the sign
     out = static_cast<Integer>((value ^ flip) - flip);
     return magnitude <= MAX + (negative && sizeof(Integer) < 8 ? 1 : 0);
   }
 }
 
 template <class Integer>
-inline const char* integerPiece(const char* at, Integer& out) {
+inline const char* readIntegerField(const char* at, Integer& out) {
   const bool negative = *at == '-';
   at += negative ? 1 : 0;
   DigitRun digits;
-  at = digits.take(at);
+  at = digits.read(at);
   if (digits.count == 0 || digits.count > MAX_DIGITS || *at != ' ') return nullptr;
   Integer value;
   if (!signedInteger(digits.value, negative, value)) return nullptr;
@@ -128,13 +127,13 @@ inline const char* integerPiece(const char* at, Integer& out) {
   return at;
 }
 
-/// The one of the two that reads this type.
+/// The one of the two for this type.
 template <class Number>
-inline const char* numberPiece(const char* at, Number& out) {
+inline const char* readField(const char* at, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {
-    return realPiece(at, out);
+    return readRealField(at, out);
   } else {
-    return integerPiece(at, out);
+    return readIntegerField(at, out);
   }
 }
 

@@ -1,6 +1,5 @@
-// The way through a list: a form takes the usual pieces in long runs, number_text an unusual one in
-// between; the last few dozen bytes are first copied to where the form can read past them.
-
+// The loop over a list: a kernel converts runs of plain fields, number_text the fields in between.
+// The end of the list is copied first, so that the kernel may read past it.
 #include "foundation/numbers/number_list.h"
 
 #include <algorithm>
@@ -26,37 +25,37 @@ bool numberFromText(const char* first, const char* last, Number& out) {
   }
 }
 
-/// The pieces of a text shorter than the form's window, from a copy with blanks after it.
+/// Converts a text that is shorter than FIELD_WINDOW, from a copy with blanks behind it.
 template <class Number>
-NumberRun readTail(NumberForm<Number> form, const char* from, size_t length, Number* out,
-                   size_t room) {
-  char copy[2 * FORM_WINDOW];
+NumberRun readTail(NumberKernel<Number> kernel, const char* from, size_t length, Number* out,
+                   size_t capacity) {
+  char copy[2 * FIELD_WINDOW];
   std::memset(copy, ' ', sizeof copy);
   std::memcpy(copy, from, length);
-  const NumberRun run = form(copy, copy + length - 1, out, room);
-  // The last piece's blank is the copy's own, so the step over it must not count.
+  const NumberRun run = kernel(copy, copy + length - 1, out, capacity);
+  // The blank behind the last field is not in the text.
   return {from + std::min(static_cast<size_t>(run.next - copy), length), run.count};
 }
 
-/// As many usual pieces as follow each other, up to the very end.
+/// Converts plain fields up to the first one that is not, to the very end of the list.
 template <class Number>
-NumberRun readUsual(NumberForm<Number> form, const char* from, const char* end, Number* out,
-                    size_t room) {
+NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const char* end,
+                          Number* out, size_t capacity) {
   NumberRun run{from, 0};
-  if (static_cast<size_t>(end - from) >= FORM_WINDOW) {
-    const char* const limit = end - FORM_WINDOW;
-    run = form(from, limit, out, room);
+  if (static_cast<size_t>(end - from) >= FIELD_WINDOW) {
+    const char* const limit = end - FIELD_WINDOW;
+    run = kernel(from, limit, out, capacity);
     if (run.next <= limit) return run;
   }
-  // At least one: no usual piece is as long as the window.
+  // At least one character: no plain field is as long as the window.
   const auto length = static_cast<size_t>(end - run.next);
-  const NumberRun tail = readTail(form, run.next, length, out + run.count, room - run.count);
+  const NumberRun tail = readTail(kernel, run.next, length, out + run.count, capacity - run.count);
   return {tail.next, run.count + tail.count};
 }
 
-/// `run` without its last number, when a blank after that is all that is left of the list: the
-/// empty piece behind the blank would go unseen.
-NumberRun withoutLastOfBlankEnd(const char* from, const char* end, NumberRun run) {
+/// `run` without its last number when only a blank follows that: the empty field behind the blank
+/// must stop the run.
+NumberRun withoutLastBeforeBlank(const char* from, const char* end, NumberRun run) {
   if (run.count == 0 || run.next != end || end[-1] != ' ') return run;
   const std::string_view before(from, static_cast<size_t>(end - from) - 1);
   const size_t blank = before.rfind(' ');
@@ -66,27 +65,28 @@ NumberRun withoutLastOfBlankEnd(const char* from, const char* end, NumberRun run
 }  // namespace
 
 template <class Number>
-NumberRun readNumberRunWith(NumberForm<Number> form, const char* from, const char* end, Number* out,
-                            size_t room) {
+NumberRun readNumberRunWith(NumberKernel<Number> kernel, const char* from, const char* end,
+                            Number* out, size_t capacity) {
   NumberRun run{from, 0};
-  while (run.next != end && run.count < room) {
-    const NumberRun usual = readUsual(form, run.next, end, out + run.count, room - run.count);
-    run = {usual.next, run.count + usual.count};
-    if (run.next == end || run.count == room) break;
-    const char* const pieceEnd = std::find(run.next, end, ' ');
-    if (!numberFromText(run.next, pieceEnd, out[run.count])) break;
-    run = {pieceEnd == end ? end : pieceEnd + 1, run.count + 1};
+  while (run.next != end && run.count < capacity) {
+    const NumberRun plain =
+        readPlainFields(kernel, run.next, end, out + run.count, capacity - run.count);
+    run = {plain.next, run.count + plain.count};
+    if (run.next == end || run.count == capacity) break;
+    const char* const fieldEnd = std::find(run.next, end, ' ');
+    if (!numberFromText(run.next, fieldEnd, out[run.count])) break;
+    run = {fieldEnd == end ? end : fieldEnd + 1, run.count + 1};
   }
-  return withoutLastOfBlankEnd(from, end, run);
+  return withoutLastBeforeBlank(from, end, run);
 }
 
 template <class Number>
-NumberRun readPiecesPortably(const char* at, const char* limit, Number* out, size_t room) {
+NumberRun readFieldsPortably(const char* at, const char* limit, Number* out, size_t capacity) {
   NumberRun run{at, 0};
-  while (run.next <= limit && run.count < room) {
-    const char* const pieceEnd = numberPiece(run.next, out[run.count]);
-    if (pieceEnd == nullptr) break;
-    run = {pieceEnd + 1, run.count + 1};
+  while (run.next <= limit && run.count < capacity) {
+    const char* const fieldEnd = readField(run.next, out[run.count]);
+    if (fieldEnd == nullptr) break;
+    run = {fieldEnd + 1, run.count + 1};
   }
   return run;
 }
@@ -94,31 +94,31 @@ NumberRun readPiecesPortably(const char* at, const char* limit, Number* out, siz
 namespace {
 
 template <class Number>
-NumberForm<Number> bestForm() {
-#if VSA_HAS_AVX2_FORM
-  if constexpr (HAS_AVX2_FORM<Number>) {
-    if (cpuHasAvx2()) return readPiecesAvx2<Number>;
+NumberKernel<Number> bestKernel() {
+#if VSA_HAS_AVX2_KERNEL
+  if constexpr (HAS_AVX2_KERNEL<Number>) {
+    if (cpuHasAvx2()) return readFieldsAvx2<Number>;
   }
 #endif
-#if VSA_HAS_SSE41_FORM
-  if (cpuHasSse41()) return readPiecesSse41<Number>;
+#if VSA_HAS_SSE41_KERNEL
+  if (cpuHasSse41()) return readFieldsSse41<Number>;
 #endif
-  return readPiecesPortably<Number>;
+  return readFieldsPortably<Number>;
 }
 
 }  // namespace
 }  // namespace numbers
 
 template <class Number>
-NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t room) {
-  return numbers::readNumberRunWith(numbers::bestForm<Number>(), from, end, out, room);
+NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t capacity) {
+  return numbers::readNumberRunWith(numbers::bestKernel<Number>(), from, end, out, capacity);
 }
 
 // NOLINTBEGIN(bugprone-macro-parentheses): no parentheses fit around a type
 #define VSA_INSTANCES(Number)                                                                \
   template NumberRun readNumberRun(const char*, const char*, Number*, size_t);               \
-  template NumberRun numbers::readPiecesPortably(const char*, const char*, Number*, size_t); \
-  template NumberRun numbers::readNumberRunWith(numbers::NumberForm<Number>, const char*,    \
+  template NumberRun numbers::readFieldsPortably(const char*, const char*, Number*, size_t); \
+  template NumberRun numbers::readNumberRunWith(numbers::NumberKernel<Number>, const char*,  \
                                                 const char*, Number*, size_t);
 // NOLINTEND(bugprone-macro-parentheses)
 VSA_INSTANCES(float)

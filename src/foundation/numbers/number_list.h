@@ -1,36 +1,35 @@
-// From the characters of a list of numbers straight into element memory, many numbers a call.
+// From the characters of a list of numbers to element memory, many numbers a call. Internal.
 //
-// A list is a text of pieces separated by exactly one blank each. readNumberRun converts as many of
-// them in a row as it can and leaves the first one that it cannot to the caller, who knows what to
-// say about it. Each value equals, bit for bit, what number_text makes of the piece.
-
+// A list is a text of fields separated by exactly one blank each. readNumberRun converts as many of
+// them in a row as it can and leaves the first one that it cannot convert to the caller, who
+// reports it. Each value is bit for bit the one of number_text.
 #pragma once
 
 #include <cstddef>
 
 namespace zn {
 
-/// How far a run went.
+/// How many fields were converted.
 struct NumberRun {
-  /// The start of the first piece that was not converted; `end` when all were.
+  /// The start of the first field that was not converted; `end` when all were.
   const char* next;
   /// Numbers stored, at out[0] to out[count - 1].
   size_t count;
 };
 
-/// Converts the pieces of [from, end), in order, into `out`, at most `room` (elements) of them.
-/// `from` is the first character of a piece; the last piece ends at `end`, where one more byte
-/// stands that may be read (the list's closing brace, or a NUL). Nothing outside is ever read.
+/// Converts the fields of [from, end), in order, into `out`, at most `capacity` (elements) of them.
+/// `from` is the first character of a field. The last field ends at `end`, where one more byte must
+/// be readable (the list's closing brace, or a NUL). Nothing else outside is read.
 ///
-/// Stops in front of a piece that is empty, that number_text refuses for this type, or that finds
-/// no room. A last piece that is empty (a blank in front of `end`) keeps the piece before it from
-/// being converted too, so that `next == end` always says that every piece was converted; an empty
-/// list (from == end) has none. Throws nothing, allocates nothing.
+/// Stops before a field that is empty, that number_text refuses for this type, or that does not
+/// fit. When the last field is empty (a blank before `end`), the field before it is not converted
+/// either, so that `next == end` always means that every field was converted. An empty list (from
+/// == end) has no field. Throws nothing, allocates nothing.
 ///
-/// Instances: float, double, signed and unsigned char, short, int and long long. The form that
-/// suits the processor is chosen at run time.
+/// Instances: float, double, signed and unsigned char, short, int and long long. The kernel for the
+/// processor is chosen at run time.
 template <class Number>
-NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t room);
+NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t capacity);
 
 extern template NumberRun readNumberRun(const char*, const char*, float*, size_t);
 extern template NumberRun readNumberRun(const char*, const char*, double*, size_t);

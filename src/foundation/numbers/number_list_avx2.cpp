@@ -1,12 +1,11 @@
-// The AVX2 form of number lists, for floats and 32-bit integers. It goes through a list by chunks:
-// first the blanks of a chunk are found, 64 characters a step, and noted; then its pieces are
-// converted four at a time, two in each of two wide registers. Where a piece ends is known before
-// it is looked at, so that no piece waits for the one before it. What is done to a piece is what
-// the SSE4.1 form does, which also takes whatever is unusual, and the end of the list.
-
+// The AVX2 kernel of number lists, for floats and 32-bit integers. It works through a list in
+// chunks: first it finds the blanks of a chunk, 64 characters a step; then it converts the fields
+// four at a time, two in each of two wide registers. The end of a field is known before the field
+// is read, so no field waits for the one before it. The conversion is that of the SSE4.1 kernel,
+// which also converts the fields that are not plain and the end of the list.
 #include "foundation/numbers/number_list_kernels.h"
 
-#if VSA_HAS_AVX2_FORM
+#if VSA_HAS_AVX2_KERNEL
 
 #include <immintrin.h>
 
@@ -27,17 +26,17 @@ namespace zn::numbers {
 namespace {
 
 constexpr size_t CHUNK = 1024;  // characters
-constexpr size_t STEP = 64;     // characters a mask of blanks covers
-constexpr size_t SPILL = 8;     // ends noted at once, wanted or not
-constexpr size_t GROUP = 4;     // pieces converted at once
+constexpr size_t STEP = 64;     // characters in a mask of blanks
+constexpr size_t SPILL = 8;     // ends stored at once, needed or not
+constexpr size_t GROUP = 4;     // fields converted at once
 
-// How far ahead memory is fetched, in bytes: the processor by itself goes no further than to a
-// page's end.
+// How far ahead memory is prefetched, in bytes: the processor's own prefetch stops at the end of a
+// page.
 constexpr size_t AHEAD = 2048;
 constexpr size_t OUTPUT_AHEAD = 256;
 
-/// Where the pieces of a chunk end, counted from its start.
-struct PieceEnds {
+/// The ends of the fields of a chunk, as offsets from its start.
+struct FieldEnds {
   uint32_t at[CHUNK + SPILL];
   size_t count;
 };
@@ -46,20 +45,20 @@ VSA_AVX2_INLINE uint32_t bitsOf(__m256i mask) {
   return static_cast<uint32_t>(_mm256_movemask_epi8(mask));
 }
 
-/// A bit for each byte of the two that is `c`, the low one's first.
+/// A bit for each byte that is `c`; those of `low` are the low bits.
 VSA_AVX2_INLINE uint64_t equalBits(__m256i low, __m256i high, char c) {
   const __m256i wanted = _mm256_set1_epi8(c);
   return uint64_t{bitsOf(_mm256_cmpeq_epi8(high, wanted))} << 32 |
          bitsOf(_mm256_cmpeq_epi8(low, wanted));
 }
 
-/// Notes the places of the mask's bits, eight at a time: their number varies from step to step, and
-/// a loop over single ones would mispredict its end each time.
-VSA_WRAPS_AROUND VSA_AVX2_INLINE void noteEnds(uint64_t blanks, uint32_t offset, PieceEnds& ends) {
+/// Stores the positions of the mask's bits, eight at a time: their number varies from step to step,
+/// and a loop over single bits would mispredict its end each time.
+VSA_WRAPS_AROUND VSA_AVX2_INLINE void storeEnds(uint64_t blanks, uint32_t offset, FieldEnds& ends) {
   const auto count = static_cast<size_t>(_mm_popcnt_u64(blanks));
   uint32_t* to = ends.at + ends.count;
   ends.count += count;
-  for (size_t noted = 0; noted < count; noted += SPILL) {
+  for (size_t stored = 0; stored < count; stored += SPILL) {
     for (size_t i = 0; i < SPILL; ++i) {
       *to++ = offset + static_cast<uint32_t>(_tzcnt_u64(blanks));
       blanks &= blanks - 1;
@@ -67,14 +66,14 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE void noteEnds(uint64_t blanks, uint32_t offset,
   }
 }
 
-/// The ends of the pieces in `length` characters, a multiple of STEP.
-VSA_AVX2_INLINE void findEnds(const char* at, size_t length, PieceEnds& ends) {
+/// Finds the ends of the fields in `length` characters, a multiple of STEP.
+VSA_AVX2_INLINE void findEnds(const char* at, size_t length, FieldEnds& ends) {
   ends.count = 0;
   for (size_t offset = 0; offset < length; offset += STEP) {
     detail::prefetch(at + offset, AHEAD);
     const auto* const text = reinterpret_cast<const __m256i*>(at + offset);
     const uint64_t blanks = equalBits(_mm256_loadu_si256(text), _mm256_loadu_si256(text + 1), ' ');
-    noteEnds(blanks, static_cast<uint32_t>(offset), ends);
+    storeEnds(blanks, static_cast<uint32_t>(offset), ends);
   }
 }
 
@@ -84,13 +83,13 @@ VSA_AVX2_INLINE __m256i bothHalves(const void* low, const void* high) {
       _mm_loadu_si128(static_cast<const __m128i*>(high)), 1);
 }
 
-// Each piece has its sixteen bits of a word. With up to 15 characters the last one stays free and
-// keeps sums from running over into the next piece.
+// Each field has sixteen bits of a word. A field has up to 15 characters, so the last bit is free
+// and keeps sums from carrying into the next field.
 constexpr uint64_t EACH_FIRST = 0x0001000100010001;
 constexpr uint64_t EACH_LAST = 0x8000800080008000;
 
-/// Four pieces: the values of their digits, zero elsewhere, and a bit for each character that is a
-/// digit, a point, or a sign in front.
+/// Four fields: the values of the digits, zero for others, and a bit for each digit, each point and
+/// each leading sign.
 struct Group {
   __m256i low;
   __m256i high;
@@ -99,9 +98,9 @@ struct Group {
   uint64_t signBits;
 };
 
-VSA_AVX2_INLINE Group loadGroup(const char* const (&pieces)[GROUP]) {
-  const __m256i low = bothHalves(pieces[0], pieces[1]);
-  const __m256i high = bothHalves(pieces[2], pieces[3]);
+VSA_AVX2_INLINE Group loadGroup(const char* const (&fields)[GROUP]) {
+  const __m256i low = bothHalves(fields[0], fields[1]);
+  const __m256i high = bothHalves(fields[2], fields[3]);
   const __m256i zero = _mm256_set1_epi8('0'), nine = _mm256_set1_epi8(9);
   const __m256i lowValues = _mm256_sub_epi8(low, zero), highValues = _mm256_sub_epi8(high, zero);
   const __m256i lowIs = _mm256_cmpeq_epi8(_mm256_min_epu8(lowValues, nine), lowValues);
@@ -111,13 +110,13 @@ VSA_AVX2_INLINE Group loadGroup(const char* const (&pieces)[GROUP]) {
           equalBits(low, high, '-') & EACH_FIRST};
 }
 
-/// How four numbers lie in the bits of their characters.
+/// The parts of four numbers.
 struct GroupShape {
-  uint64_t pointFromEnd[GROUP];  // the point's place counted from the end, 1 for the last; 0: none
-  bool isUsual;                  // each is a sign, digits, at most one point, at least one digit
+  uint64_t pointFromEnd[GROUP];  // the point's position from the end, 1 for the last; 0: none
+  bool isPlain;                  // each is a sign, digits, at most one point, at least one digit
 };
 
-/// All four in one word, and one answer for all.
+/// Computes all four in one word, with one result for all.
 VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
                                                          const uint64_t (&lengths)[GROUP]) {
   uint64_t ends = 0;
@@ -129,7 +128,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
   const uint64_t furtherPoints = points & ((points | EACH_LAST) - EACH_FIRST);
   const uint64_t withoutDigit = EACH_LAST & ~(digits + (EACH_LAST - EACH_FIRST));
   GroupShape shape;
-  shape.isUsual = (other | furtherPoints | withoutDigit) == 0;
+  shape.isPlain = (other | furtherPoints | withoutDigit) == 0;
   const uint64_t places = points | ends;
   for (unsigned i = 0; i < GROUP; ++i) {
     shape.pointFromEnd[i] = lengths[i] - _tzcnt_u64(places >> (16 * i));
@@ -137,7 +136,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
   return shape;
 }
 
-/// The digits of each half at its end, without the points.
+/// The digits of each half moved to its end.
 VSA_AVX2_INLINE __m256i aligned(__m256i digits, uint64_t firstLength, uint64_t secondLength) {
   return _mm256_shuffle_epi8(digits,
                              bothHalves(RIGHT_ALIGN + firstLength, RIGHT_ALIGN + secondLength));
@@ -149,8 +148,8 @@ VSA_AVX2_INLINE __m256i withoutPoints(__m256i digits, uint64_t firstFromEnd,
       digits, bothHalves(WITHOUT_POINT.bytes[firstFromEnd], WITHOUT_POINT.bytes[secondFromEnd]));
 }
 
-/// Sixteen digits in each half to two numbers of eight digits each: those of the first and third
-/// piece, then those of the second and fourth.
+/// Combines the sixteen digits of each half into two numbers of eight digits: those of the first
+/// and third field, then those of the second and fourth.
 VSA_AVX2_INLINE __m256i foldGroup(__m256i low, __m256i high) {
   const __m256i tens = _mm256_set1_epi16(0x010A);
   const __m256i hundreds = _mm256_set1_epi32(0x00010064);
@@ -164,15 +163,15 @@ VSA_AVX2_INLINE __m128i signsOf(const Group& group) {
   return _mm_cvtepu16_epi32(_mm_cvtsi64_si128(static_cast<long long>(group.signBits)));
 }
 
-/// False when a value lies half-way between two floats.
+/// False when a value is half-way between two floats.
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape& shape, float* out) {
   const uint64_t(&points)[GROUP] = shape.pointFromEnd;
   const __m256i eights =
       foldGroup(withoutPoints(aligned(group.low, lengths[0], lengths[1]), points[0], points[1]),
                 withoutPoints(aligned(group.high, lengths[2], lengths[3]), points[2], points[3]));
-  // Up to 15 digits over up to 10^14: exact before the division, and far from the ends of a float's
-  // range.
+  // Up to 15 digits over up to 10^14: exact before the division, and always in the range of a
+  // float.
   const __m256d weights = _mm256_setr_pd(1e8, 1, 1e8, 1);
   const __m256d odd = _mm256_cvtepi32_pd(_mm256_castsi256_si128(eights));
   const __m256d even = _mm256_cvtepi32_pd(_mm256_extracti128_si256(eights, 1));
@@ -198,7 +197,7 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
                                    aligned(group.high, lengths[2], lengths[3]));
   const __m256i values = _mm256_add_epi64(_mm256_mul_epu32(eights, _mm256_set1_epi64x(100000000)),
                                           _mm256_srli_epi64(eights, 32));
-  // The smallest number, whose magnitude no other one has, counts as out of range here.
+  // The smallest number is treated as out of range: its magnitude does not fit.
   constexpr auto MAX = static_cast<long long>(std::numeric_limits<Integer>::max());
   if (_mm256_testz_si256(values, _mm256_set1_epi64x(~MAX)) == 0) return false;
   if (std::is_unsigned_v<Integer> && group.signBits != 0) return false;
@@ -210,27 +209,27 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// Converts four pieces, of which the first one starts at `start`. False when one is unusual.
+/// Converts four fields, the first of which begins at `start`. False when one of them is not plain.
 template <class Number>
 VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint32_t* ends,
                                Number* out) {
-  const char* const pieces[GROUP] = {start, chunk + ends[0] + 1, chunk + ends[1] + 1,
+  const char* const fields[GROUP] = {start, chunk + ends[0] + 1, chunk + ends[1] + 1,
                                      chunk + ends[2] + 1};
   // cppcheck-suppress constStatement ; it is an initialiser
   const uint64_t lengths[GROUP] = {static_cast<uint64_t>(chunk + ends[0] - start),
                                    uint64_t{ends[1]} - ends[0] - 1, uint64_t{ends[2]} - ends[1] - 1,
                                    uint64_t{ends[3]} - ends[2] - 1};
   if ((lengths[0] | lengths[1] | lengths[2] | lengths[3]) >= BLOCK) return false;
-  Group group = loadGroup(pieces);
+  Group group = loadGroup(fields);
   if constexpr (std::is_integral_v<Number>) group.pointBits = 0;
   const GroupShape shape = shapeOfGroup(group, lengths);
-  return shape.isUsual && storeGroup(group, lengths, shape, out);
+  return shape.isPlain && storeGroup(group, lengths, shape, out);
 }
 
-/// Converts pieces of a chunk, from number `begin` on, which starts at `start`, while the groups
-/// are usual. No call stands in this loop, so that its constants stay in registers.
+/// Converts fields of a chunk, from number `begin` on, which begins at `start`, as long as the
+/// groups are plain. The loop calls no function, so its constants stay in registers.
 template <class Number>
-VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const PieceEnds& ends, size_t begin,
+VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, size_t begin,
                                      size_t end, const char* start, Number* out) {
   size_t i = begin;
   for (; i < end; i += GROUP) {
@@ -241,34 +240,34 @@ VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const PieceEnds& ends, s
   return {start, i};
 }
 
-/// Converts the first `count` pieces of a chunk, a multiple of GROUP, up to the first one that the
-/// SSE4.1 form refuses too.
+/// Converts the first `count` fields of a chunk, a multiple of GROUP, up to the first one that the
+/// SSE4.1 kernel does not convert either.
 template <class Number>
-VSA_AVX2_INLINE NumberRun readChunk(const char* chunk, const PieceEnds& ends, size_t count,
+VSA_AVX2_INLINE NumberRun readChunk(const char* chunk, const FieldEnds& ends, size_t count,
                                     const char* limit, Number* out) {
   NumberRun run{chunk, 0};
   for (;;) {
     run = readGroups(chunk, ends, run.count, count, run.next, out);
     if (run.count == count) return run;
-    const NumberRun group = readPiecesSse41(run.next, limit, out + run.count, GROUP);
+    const NumberRun group = readFieldsSse41(run.next, limit, out + run.count, GROUP);
     run = {group.next, run.count + group.count};
     if (group.count < GROUP) return run;
   }
 }
 
 template <class Number>
-VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, size_t room) {
+VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, size_t capacity) {
   NumberRun run{at, 0};
-  PieceEnds ends;
+  FieldEnds ends;
   while (limit - run.next >= static_cast<std::ptrdiff_t>(STEP)) {
     const auto left = static_cast<size_t>(limit - run.next);
     findEnds(run.next, std::min(CHUNK, left / STEP * STEP), ends);
-    const size_t count = std::min(ends.count, room - run.count) / GROUP * GROUP;
+    const size_t count = std::min(ends.count, capacity - run.count) / GROUP * GROUP;
     const NumberRun chunk = readChunk(run.next, ends, count, limit, out + run.count);
     run = {chunk.next, run.count + chunk.count};
     if (chunk.count < count || count == 0) break;
   }
-  // The compiler sees to this only where it optimises well.
+  // Without optimisation the compiler does not insert this.
   _mm256_zeroupper();
   return run;
 }
@@ -276,16 +275,16 @@ VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, si
 }  // namespace
 
 template <class Number>
-NumberRun readPiecesAvx2(const char* at, const char* limit, Number* out, size_t room) {
-  const NumberRun run = readChunks(at, limit, out, room);
-  const NumberRun rest = readPiecesSse41(run.next, limit, out + run.count, room - run.count);
+NumberRun readFieldsAvx2(const char* at, const char* limit, Number* out, size_t capacity) {
+  const NumberRun run = readChunks(at, limit, out, capacity);
+  const NumberRun rest = readFieldsSse41(run.next, limit, out + run.count, capacity - run.count);
   return {rest.next, run.count + rest.count};
 }
 
-template NumberRun readPiecesAvx2(const char*, const char*, float*, size_t);
-template NumberRun readPiecesAvx2(const char*, const char*, int*, size_t);
-template NumberRun readPiecesAvx2(const char*, const char*, unsigned int*, size_t);
+template NumberRun readFieldsAvx2(const char*, const char*, float*, size_t);
+template NumberRun readFieldsAvx2(const char*, const char*, int*, size_t);
+template NumberRun readFieldsAvx2(const char*, const char*, unsigned int*, size_t);
 
 }  // namespace zn::numbers
 
-#endif  // VSA_HAS_AVX2_FORM
+#endif  // VSA_HAS_AVX2_KERNEL

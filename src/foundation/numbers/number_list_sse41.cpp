@@ -1,12 +1,11 @@
-// The SSE4.1 form of number lists. One 16-byte load holds a usual piece and the blank after it:
-// compares tell where it ends and where its point is, shuffles move its last digit to the last byte
-// and close the gap of the point, three multiply-adds fold the sixteen digits into one integer.
-// Nothing of this depends on the number's length, so mixed lengths mispredict no branch. Longer
-// doubles take two loads; exponents and whatever else is rarer take the portable reader.
-
+// The SSE4.1 kernel of number lists. One 16-byte load holds a plain field and the blank behind it:
+// compares find its end and its point, shuffles move its last digit to the last byte and close the
+// gap of the point, three multiply-adds combine the sixteen digits into one integer. None of this
+// depends on the length of the number, so mixed lengths mispredict no branch. Longer doubles take
+// two loads; fields that are rarer still are left to the portable kernel.
 #include "foundation/numbers/number_list_kernels.h"
 
-#if VSA_HAS_SSE41_FORM
+#if VSA_HAS_SSE41_KERNEL
 
 #include <immintrin.h>
 
@@ -20,14 +19,14 @@
 #include "foundation/numbers/number_list_tables.h"
 
 #define VSA_SSE41 __attribute__((target("sse4.1")))
-#define VSA_SSE41_APART __attribute__((target("sse4.1"), noinline))
+#define VSA_SSE41_OUT_OF_LINE __attribute__((target("sse4.1"), noinline))
 #define VSA_SSE41_INLINE __attribute__((target("sse4.1"), always_inline)) inline
 
 namespace zn::numbers {
 namespace {
 
-/// Sixteen characters: their values less '0' where they are digits and zero elsewhere, and a bit
-/// for each that is a digit, a point, a blank.
+/// Sixteen characters: the values of the digits, zero for others, and a bit for each digit, point
+/// and blank.
 struct Block {
   __m128i digits;
   unsigned digitBits;
@@ -48,7 +47,7 @@ VSA_SSE41_INLINE Block loadBlock(const char* at) {
           bitsOf(_mm_cmpeq_epi8(text, _mm_set1_epi8(' ')))};
 }
 
-/// The first `length` digits at the end, zeros before them.
+/// The first `length` digits moved to the end, zeros before them.
 VSA_SSE41_INLINE __m128i rightAligned(__m128i digits, unsigned length) {
   const auto* const shuffle = reinterpret_cast<const __m128i*>(RIGHT_ALIGN + length);
   return _mm_shuffle_epi8(digits, _mm_loadu_si128(shuffle));
@@ -75,11 +74,11 @@ inline unsigned lowestBit(uint32_t bits) {
   return static_cast<unsigned>(std::countr_zero(bits));
 }
 
-/// How a number lies in the bits of its characters.
+/// The parts of a number.
 struct Shape {
-  unsigned length;        // sign included
-  unsigned pointFromEnd;  // the point's place counted from the end, 1 for the last; 0: none
-  bool isUsual;           // sign, digits, at most one point, at least one digit
+  unsigned length;        // with the sign
+  unsigned pointFromEnd;  // the point's position from the end, 1 for the last; 0: none
+  bool isPlain;           // sign, digits, at most one point, at least one digit
 
   int exponent() const { return pointFromEnd == 0 ? 0 : 1 - static_cast<int>(pointFromEnd); }
 };
@@ -90,24 +89,24 @@ VSA_WRAPS_AROUND inline Shape shapeOf(uint32_t digitBits, uint32_t pointBits, un
   const uint32_t inside = (uint32_t{1} << length) - 1;
   const uint32_t points = pointBits & inside;
   const unsigned place = lowestBit(points | (uint32_t{1} << length));
-  const bool isUsual = ((digitBits | points | uint32_t{hasSign}) & inside) == inside &&
+  const bool isPlain = ((digitBits | points | uint32_t{hasSign}) & inside) == inside &&
                        (points & (points - 1)) == 0 && (digitBits & inside) != 0;
-  return {length, length - place, isUsual};
+  return {length, length - place, isPlain};
 }
 
-/// A piece of up to 15 characters.
+/// A field of up to 15 characters.
 template <class Real>
-VSA_SSE41_INLINE const char* shortReal(const char* at, const Block& block, Real& out) {
+VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, Real& out) {
   const bool negative = *at == '-';
   const Shape shape =
       shapeOf(block.digitBits, block.pointBits, lowestBit(block.blankBits), negative);
-  if (!shape.isUsual) return nullptr;
+  if (!shape.isPlain) return nullptr;
   const uint64_t digits =
       foldBlock(withoutPoint(rightAligned(block.digits, shape.length), shape.pointFromEnd));
   const double value =
       static_cast<double>(static_cast<int64_t>(digits)) / POINT_DIVISORS[shape.pointFromEnd];
   if constexpr (std::is_same_v<Real, float>) {
-    // Up to 15 digits over up to 10^14: far from the ends of a float's range.
+    // Up to 15 digits over up to 10^14 is always in the range of a float.
     if (isHalfWayBetweenFloats(value)) return nullptr;
   }
   out = withSign(static_cast<Real>(value), negative);
@@ -116,34 +115,34 @@ VSA_SSE41_INLINE const char* shortReal(const char* at, const Block& block, Real&
 
 /// A real with an exponent, such as `-1.5e-05`, and up to 15 characters before that.
 template <class Real>
-VSA_SSE41 const char* scaledReal(const char* at, const Block& block, Real& out) {
+VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& out) {
   const unsigned other = ~(block.digitBits | block.pointBits | 1u) | (1u << BLOCK);
   const unsigned length = lowestBit(other);
   if (length == BLOCK || (at[length] | 0x20) != 'e') return nullptr;
   const bool negative = *at == '-';
   const Shape shape = shapeOf(block.digitBits, block.pointBits, length, negative);
-  if (!shape.isUsual) return nullptr;
+  if (!shape.isPlain) return nullptr;
   const uint64_t digits =
       foldBlock(withoutPoint(rightAligned(block.digits, length), shape.pointFromEnd));
   int64_t exponent = shape.exponent();
-  const char* const end = exponentAt(at + length, exponent);
+  const char* const end = readExponent(at + length, exponent);
   Real value;
   if (end == nullptr || *end != ' ' || !realFromDecimal(digits, exponent, value)) return nullptr;
   out = withSign(value, negative);
   return end;
 }
 
-/// A piece of 16 to 31 characters with up to 19 digits that count: the last sixteen characters and
-/// those before them are folded apart.
+/// A field of 16 to 31 characters with up to 19 significant digits: the last sixteen characters and
+/// those before them are combined separately.
 template <class Real>
-VSA_SSE41 const char* longReal(const char* at, const Block& block, Real& out) {
+VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out) {
   const Block next = loadBlock(at + BLOCK);
   if (next.blankBits == 0) return nullptr;
   const bool negative = *at == '-';
   const Shape shape =
       shapeOf(block.digitBits | next.digitBits << BLOCK, block.pointBits | next.pointBits << BLOCK,
               BLOCK + lowestBit(next.blankBits), negative);
-  if (!shape.isUsual) return nullptr;
+  if (!shape.isPlain) return nullptr;
   const __m128i head = rightAligned(block.digits, shape.length - BLOCK);
   const __m128i tail = loadBlock(at + shape.length - BLOCK).digits;
   const bool pointInTail = shape.pointFromEnd <= BLOCK;
@@ -154,7 +153,7 @@ VSA_SSE41 const char* longReal(const char* at, const Block& block, Real& out) {
   const bool fifteen = inTail != 0;  // a point takes a digit's place
   if (high >= (fifteen ? 10000u : 1000u)) return nullptr;
   const uint64_t digits = high * (fifteen ? 1000000000000000u : 10000000000000000u) + low;
-  // Digits past 2^53 are as likely as not: one method for both, no branch on them.
+  // Digits above 2^53 are as frequent as others: one method for both, without a branch.
   double value;
   if (digits == 0 || !doubleByProduct(digits, shape.exponent(), value)) return nullptr;
   if constexpr (std::is_same_v<Real, float>) {
@@ -166,9 +165,9 @@ VSA_SSE41 const char* longReal(const char* at, const Block& block, Real& out) {
   return at + shape.length;
 }
 
-/// A piece of up to 15 characters.
+/// A field of up to 15 characters.
 template <class Integer>
-VSA_SSE41_INLINE const char* shortInteger(const char* at, const Block& block, Integer& out) {
+VSA_SSE41_INLINE const char* readShortInteger(const char* at, const Block& block, Integer& out) {
   const bool negative = *at == '-';
   const unsigned length = lowestBit(block.blankBits);
   const unsigned inside = (1u << length) - 1;
@@ -183,60 +182,60 @@ VSA_SSE41_INLINE const char* shortInteger(const char* at, const Block& block, In
   return at + length;
 }
 
-/// Everything that the short readers leave, kept out of the loop that they run in.
+/// All other fields, out of line to keep the loop small.
 template <class Number>
-VSA_SSE41_APART const char* rarerPiece(const char* at, Number& out) {
+VSA_SSE41_OUT_OF_LINE const char* readOtherField(const char* at, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {
     const Block block = loadBlock(at);
     const char* const end =
-        block.blankBits == 0 ? longReal(at, block, out) : scaledReal(at, block, out);
+        block.blankBits == 0 ? readLongReal(at, block, out) : readScaledReal(at, block, out);
     if (end != nullptr) return end;
   }
-  return numberPiece(at, out);
+  return readField(at, out);
 }
 
 template <class Number>
-VSA_SSE41_INLINE const char* shortPiece(const char* at, Number& out) {
+VSA_SSE41_INLINE const char* readShortField(const char* at, Number& out) {
   const Block block = loadBlock(at);
   if (block.blankBits == 0) return nullptr;
   if constexpr (std::is_floating_point_v<Number>) {
-    return shortReal(at, block, out);
+    return readShortReal(at, block, out);
   } else {
-    return shortInteger(at, block, out);
+    return readShortInteger(at, block, out);
   }
 }
 
 template <class Number>
-VSA_SSE41 NumberRun readPieces(const char* at, const char* limit, Number* out, size_t room) {
+VSA_SSE41 NumberRun readFields(const char* at, const char* limit, Number* out, size_t capacity) {
   NumberRun run{at, 0};
-  while (run.next <= limit && run.count < room) {
-    const char* pieceEnd = shortPiece(run.next, out[run.count]);
-    if (pieceEnd == nullptr) pieceEnd = rarerPiece(run.next, out[run.count]);
-    if (pieceEnd == nullptr) break;
-    run = {pieceEnd + 1, run.count + 1};
+  while (run.next <= limit && run.count < capacity) {
+    const char* fieldEnd = readShortField(run.next, out[run.count]);
+    if (fieldEnd == nullptr) fieldEnd = readOtherField(run.next, out[run.count]);
+    if (fieldEnd == nullptr) break;
+    run = {fieldEnd + 1, run.count + 1};
   }
   return run;
 }
 
 }  // namespace
 
-// Apart from readPieces because the header cannot name the instruction set.
+// The header cannot name the instruction set, so this is a function of its own.
 template <class Number>
-NumberRun readPiecesSse41(const char* at, const char* limit, Number* out, size_t room) {
-  return readPieces(at, limit, out, room);
+NumberRun readFieldsSse41(const char* at, const char* limit, Number* out, size_t capacity) {
+  return readFields(at, limit, out, capacity);
 }
 
-template NumberRun readPiecesSse41(const char*, const char*, float*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, double*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, signed char*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, unsigned char*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, short*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, unsigned short*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, int*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, unsigned int*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, long long*, size_t);
-template NumberRun readPiecesSse41(const char*, const char*, unsigned long long*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, float*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, double*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, signed char*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, unsigned char*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, short*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, unsigned short*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, int*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, unsigned int*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, long long*, size_t);
+template NumberRun readFieldsSse41(const char*, const char*, unsigned long long*, size_t);
 
 }  // namespace zn::numbers
 
-#endif  // VSA_HAS_SSE41_FORM
+#endif  // VSA_HAS_SSE41_KERNEL

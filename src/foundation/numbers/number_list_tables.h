@@ -1,6 +1,4 @@
-// Internal: the tables that the forms of number lists with sixteen characters a load shuffle and
-// divide by.
-
+// Shuffles and divisors of the kernels that load sixteen characters. Internal.
 #pragma once
 
 #include <cstdint>
@@ -9,14 +7,14 @@ namespace zn::numbers {
 
 inline constexpr int BLOCK = 16;  // characters a load
 
-/// Shuffles that move the first n of sixteen bytes to the end and fill up with zeros: load at
+/// Shuffles that move the first n of sixteen bytes to the end, with zeros before them: load at
 /// RIGHT_ALIGN + n.
 alignas(16) inline constexpr int8_t RIGHT_ALIGN[2 * BLOCK] = {
     -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
     0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15};
 
-/// Shuffles that take out the n-th byte from the end (1 is the last one) and move what is before it
-/// up by one; 0 takes out none.
+/// Shuffles that remove the n-th byte from the end (1 is the last one) and move the bytes before it
+/// up by one; 0 removes none.
 struct PointShuffles {
   alignas(16) int8_t bytes[BLOCK + 1][BLOCK];
 };
@@ -34,7 +32,7 @@ constexpr PointShuffles makePointShuffles() {
 
 inline constexpr PointShuffles WITHOUT_POINT = makePointShuffles();
 
-/// What to divide by when the point is the n-th character from the end; 0 is no point.
+/// The divisor when the point is the n-th character from the end; 0 is no point.
 inline constexpr double POINT_DIVISORS[BLOCK + 1] = {
     1e0, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 

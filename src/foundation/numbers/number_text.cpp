@@ -1,9 +1,8 @@
-// The forms are checked here, character by character, and the digits collected on the way. Common
-// reals then go through number_decimal. What is left (more than 19 digits, far exponents, exact
-// half-way cases) is rewritten as a short plain decimal and handed to std::from_chars, which rounds
-// exactly; that it also knows other forms, and reports overflow and underflow alike, is kept from
-// it.
-
+// The syntax is checked character by character, and the digits are collected on the way. Common
+// reals are converted by number_decimal. The others (more than 19 digits, large exponents, exact
+// half-way cases) are rewritten as a short plain decimal for std::from_chars, which rounds exactly.
+// So from_chars sees no other syntax, and whether it overflowed or underflowed, which it reports
+// alike, is known from the decimal.
 #include "foundation/numbers/number_text.h"
 
 #include <charconv>
@@ -22,10 +21,10 @@ namespace {
 
 using numbers::MAX_DIGITS;
 
-/// No text is long enough to bring an exponent past this back into any range.
-constexpr int64_t EXPONENT_CEILING = 100'000'000'000'000'000;
+/// Larger exponents count as this one: no text has enough digits to compensate it.
+constexpr int64_t MAX_EXPONENT = 100'000'000'000'000'000;
 
-/// Characters still to be read.
+/// The characters that are not read yet.
 struct Text {
   const char* at;
   const char* end;
@@ -33,14 +32,14 @@ struct Text {
   bool isAtEnd() const { return at == end; }
   bool startsWithDigit() const { return at != end && *at >= '0' && *at <= '9'; }
 
-  /// Steps over the next character when it is one of the two.
+  /// Skips the next character when it is one of the two.
   bool skip(char one, char other) {
     if (at == end || (*at != one && *at != other)) return false;
     ++at;
     return true;
   }
 
-  int takeDigit() { return *at++ - '0'; }
+  int readDigit() { return *at++ - '0'; }
 };
 
 Text withoutWhiteSpace(const char* first, const char* last) {
@@ -49,24 +48,24 @@ Text withoutWhiteSpace(const char* first, const char* last) {
 }
 
 /// ["+" | "-"]: true for "-".
-bool takeSign(Text& text) {
+bool readSign(Text& text) {
   if (text.skip('-', '-')) return true;
   text.skip('+', '+');
   return false;
 }
 
-/// digit {digit}, held at EXPONENT_CEILING. False when there is no digit.
-bool takeExponent(Text& text, int64_t& exponent) {
+/// digit {digit}, at most MAX_EXPONENT. False when there is no digit.
+bool readExponent(Text& text, int64_t& exponent) {
   if (!text.startsWithDigit()) return false;
   exponent = 0;
   while (text.startsWithDigit()) {
-    const int digit = text.takeDigit();
-    if (exponent < EXPONENT_CEILING) exponent = exponent * 10 + digit;
+    const int digit = text.readDigit();
+    if (exponent < MAX_EXPONENT) exponent = exponent * 10 + digit;
   }
   return true;
 }
 
-/// value * 10 + digit unless that passes 64 bits.
+/// value * 10 + digit; false when that does not fit in 64 bits.
 bool appendDigit(uint64_t& value, unsigned digit) {
   constexpr uint64_t MAX = std::numeric_limits<uint64_t>::max();
   if (value >= MAX / 10 && (value > MAX / 10 || digit > MAX % 10)) return false;
@@ -79,17 +78,17 @@ struct Magnitude {
   uint64_t value = 0;
 };
 
-/// The whole production `integer`, without a target's range.
-bool takeMagnitude(Text text, Magnitude& out) {
-  out.negative = takeSign(text);
+/// The production `integer`, without a target's range.
+bool parseMagnitude(Text text, Magnitude& out) {
+  out.negative = readSign(text);
   if (!text.startsWithDigit()) return false;
   while (text.startsWithDigit()) {
-    if (!appendDigit(out.value, static_cast<unsigned>(text.takeDigit()))) return false;
+    if (!appendDigit(out.value, static_cast<unsigned>(text.readDigit()))) return false;
   }
   int64_t exponent = 0;
   if (text.skip('e', 'E')) {
     text.skip('+', '+');
-    if (!takeExponent(text, exponent)) return false;
+    if (!readExponent(text, exponent)) return false;
   }
   text.skip('u', 'u');
   if (!text.isAtEnd()) return false;
@@ -99,12 +98,12 @@ bool takeMagnitude(Text text, Magnitude& out) {
   return true;
 }
 
-/// A finite real as written. Its value is `digits` * 10^`exponent` when `exact`; otherwise further
-/// digits that are not all zero follow the first 19.
+/// A finite real. Its value is `digits` * 10^`exponent` when `isExact`; otherwise further digits,
+/// not all zero, follow the first 19.
 struct Decimal {
   bool negative = false;
-  bool exact = true;
-  int digitCount = 0;  // of `digits`, the first one not zero
+  bool isExact = true;
+  int digitCount = 0;  // of `digits`, from the first one that is not zero
   uint64_t digits = 0;
   int64_t exponent = 0;
   Text mantissa{};  // digits and point
@@ -115,27 +114,27 @@ struct Decimal {
       digitCount += digits != 0 ? 1 : 0;
       exponent -= afterPoint ? 1 : 0;
     } else {
-      exact = exact && digit == 0;
+      isExact = isExact && digit == 0;
       exponent += afterPoint ? 0 : 1;
     }
   }
 };
 
-/// The first form of the production `real`, after its sign.
-bool takeDecimal(Text text, Decimal& out) {
+/// The first alternative of the production `real`, behind its sign.
+bool parseDecimal(Text text, Decimal& out) {
   const char* const first = text.at;
   bool hasDigit = text.startsWithDigit();
-  while (text.startsWithDigit()) out.add(text.takeDigit(), false);
+  while (text.startsWithDigit()) out.add(text.readDigit(), false);
   if (text.skip('.', '.')) {
     hasDigit = hasDigit || text.startsWithDigit();
-    while (text.startsWithDigit()) out.add(text.takeDigit(), true);
+    while (text.startsWithDigit()) out.add(text.readDigit(), true);
   }
   if (!hasDigit) return false;
   out.mantissa = {first, text.at};
   if (text.skip('e', 'E')) {
-    const bool negative = takeSign(text);
+    const bool negative = readSign(text);
     int64_t written;
-    if (!takeExponent(text, written)) return false;
+    if (!readExponent(text, written)) return false;
     out.exponent += negative ? -written : written;
   }
   text.skip('f', 'F');
@@ -144,7 +143,7 @@ bool takeDecimal(Text text, Decimal& out) {
 
 /// "inf" or "nan" in any letter case, and nothing else.
 template <class Real>
-bool takeInfinityOrNan(Text text, Real& out) {
+bool parseInfinityOrNan(Text text, Real& out) {
   if (text.end - text.at != 3) return false;
   const auto is = [&](const char* lower) {
     return (text.at[0] | 0x20) == lower[0] && (text.at[1] | 0x20) == lower[1] &&
@@ -159,8 +158,8 @@ bool takeInfinityOrNan(Text text, Real& out) {
   return true;
 }
 
-/// Every significant digit that can matter to a double (767 decide, one more says "and some"),
-/// followed by an exponent, in a form of bounded length.
+/// All digits that can influence a double and an exponent, in a text of bounded length: 767 digits
+/// decide, and one more says whether others follow.
 class PlainDecimal {
  public:
   /// `order` is that of the value: 10^(order - 1) <= value < 10^order.
@@ -190,14 +189,14 @@ class PlainDecimal {
   char* end_;
 };
 
-/// The exact road, for a decimal that is not zero. False: it overflows.
+/// The exact conversion of a decimal that is not zero. False: it overflows.
 template <class Real>
 bool realFromLongDecimal(const Decimal& decimal, Real& out) {
-  constexpr int64_t FAR_BEYOND = 400;  // orders that no float or double has
+  constexpr int64_t MAX_ORDER = 400;  // no float or double has a larger one
   const int64_t order = decimal.exponent + decimal.digitCount;
-  if (order > FAR_BEYOND) return false;
+  if (order > MAX_ORDER) return false;
   out = 0;
-  if (order < -FAR_BEYOND) return true;
+  if (order < -MAX_ORDER) return true;
   const PlainDecimal plain(decimal.mantissa, order);
   Real value = 0;
   const std::errc error = std::from_chars(plain.begin(), plain.end(), value).ec;
@@ -208,15 +207,15 @@ bool realFromLongDecimal(const Decimal& decimal, Real& out) {
 }
 
 template <class Real>
-bool takeReal(Text text, Real& out) {
+bool parseReal(Text text, Real& out) {
   Decimal decimal;
-  decimal.negative = takeSign(text);
+  decimal.negative = readSign(text);
   Real value;
-  if (takeDecimal(text, decimal)) {
+  if (parseDecimal(text, decimal)) {
     const bool isDecided =
-        decimal.exact && numbers::realFromDecimal(decimal.digits, decimal.exponent, value);
+        decimal.isExact && numbers::realFromDecimal(decimal.digits, decimal.exponent, value);
     if (!isDecided && !realFromLongDecimal(decimal, value)) return false;
-  } else if (!takeInfinityOrNan(text, value)) {
+  } else if (!parseInfinityOrNan(text, value)) {
     return false;
   }
   out = numbers::withSign(value, decimal.negative);
@@ -229,25 +228,25 @@ template <class Integer>
 bool integerFromText(const char* first, const char* last, Integer& out) {
   constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());
   Magnitude magnitude;
-  if (!takeMagnitude(withoutWhiteSpace(first, last), magnitude)) return false;
+  if (!parseMagnitude(withoutWhiteSpace(first, last), magnitude)) return false;
   if (!magnitude.negative) {
     if (magnitude.value > MAX) return false;
     out = static_cast<Integer>(magnitude.value);
     return true;
   }
   if (std::is_unsigned_v<Integer> || magnitude.value > MAX + 1) return false;
-  // The smallest integer has no positive counterpart, hence the step over minus one.
+  // The smallest integer has no positive counterpart: subtract one before and after negation.
   const int64_t value = magnitude.value == 0 ? 0 : -static_cast<int64_t>(magnitude.value - 1) - 1;
   out = static_cast<Integer>(value);
   return true;
 }
 
 bool realFromText(const char* first, const char* last, float& out) {
-  return takeReal(withoutWhiteSpace(first, last), out);
+  return parseReal(withoutWhiteSpace(first, last), out);
 }
 
 bool realFromText(const char* first, const char* last, double& out) {
-  return takeReal(withoutWhiteSpace(first, last), out);
+  return parseReal(withoutWhiteSpace(first, last), out);
 }
 
 template bool integerFromText(const char*, const char*, signed char&);

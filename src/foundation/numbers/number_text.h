@@ -1,30 +1,29 @@
-// From characters to a number: whole text or nothing, never by locale. Scalars, tuples and buffers
-// share these conversions, so one text gives one value wherever it stands.
+// From text to a number: the whole text or nothing, independent of the locale. Scalars, tuples and
+// buffers share these conversions, so a text has the same value everywhere. Internal.
 //
 // White space around the number (blank, \t \n \v \f \r) is ignored; an empty text is refused.
 //
-//   integer = ["+" | "-"] digit {digit} [("e" | "E") ["+"] digit {digit}] ["u"]
+//   integer = ["+" | "-"] digits [("e" | "E") ["+"] digits] ["u"]
 //   real    = ["+" | "-"] (digits ["." [digits]] | "." digits) [("e" | "E") ["+" | "-"] digits]
-//   ["f" | "F"]
+//             ["f" | "F"]
 //           | ["+" | "-"] ("inf" | "nan")          in any letter case
 //
 // Both take time linear in the length of the text, however many digits it or its exponent has.
-
 #pragma once
 
 namespace zn {
 
-/// Reads [first, last) as an integer; `1e5` is 100000. True with `out` set; false with `out` as it
-/// was when the text has another form, is out of the target's range, or has a "-" and the target
-/// is unsigned (`-0` too). Throws nothing, allocates nothing.
-/// Targets: signed and unsigned char, short, int, long, long long.
+/// Converts [first, last) to an integer; `1e5` is 100000. False, with `out` unchanged, when the
+/// text has another form, is out of the target's range, or has a "-" and the target is unsigned
+/// (even `-0`). Throws nothing, allocates nothing. Targets: signed and unsigned char, short, int,
+/// long, long long.
 template <class Integer>
 bool integerFromText(const char* first, const char* last, Integer& out);
 
-/// Reads [first, last) as a real, rounded to the nearest value of the target, ties to even; a float
-/// is rounded from the text itself, never from a double. A text too small for the target gives the
-/// nearest denormal or a zero, with its sign. True with `out` set; false with `out` as it was when
-/// the text has another form or a finite text overflows. Throws nothing, allocates nothing.
+/// Converts [first, last) to a real, rounded to the nearest value of the target, ties to even. A
+/// float is rounded from the text itself, not from a double. A text too small for the target gives
+/// the nearest denormal or a zero, with its sign. False, with `out` unchanged, when the text has
+/// another form or a finite text overflows. Throws nothing, allocates nothing.
 bool realFromText(const char* first, const char* last, float& out);
 bool realFromText(const char* first, const char* last, double& out);
 

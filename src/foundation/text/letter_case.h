@@ -1,4 +1,4 @@
-// Letter case, A to Z only and never by locale. Internal.
+// Letter case, of A to Z only and independent of the locale. Internal.
 #pragma once
 
 #include <cstddef>

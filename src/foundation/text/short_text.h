@@ -1,5 +1,5 @@
-// Short texts as whole words: most names are of a few characters, and are hashed and compared in a
-// few instructions each. Internal; see String.
+// Short texts, compared and copied a word at a time: most names have a few characters, and need a
+// few instructions each. Internal.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +11,8 @@
 
 namespace zn::detail {
 
-// Two words cover a text that is as long as one of them, and no longer than both: what both hold is
-// compared or copied twice.
+// A text that is at least one word long, and at most two, is covered by its first and its last
+// word. Where these overlap, characters are compared or copied twice.
 
 template <class Word>
 bool sameWords(const char* a, const char* b, std::size_t length) noexcept {
@@ -31,7 +31,7 @@ void copyWords(char* to, const char* from, std::size_t length) noexcept {
   std::memcpy(to + last, &second, sizeof(Word));
 }
 
-/// Whether two texts of one length have the same characters.
+/// Whether two texts of the same length are equal.
 inline bool sameCharacters(const char* a, const char* b, std::size_t length) noexcept {
   if (length > 16) return std::memcmp(a, b, length) == 0;
   if (length >= 8) return sameWords<std::uint64_t>(a, b, length);
@@ -43,7 +43,7 @@ inline bool sameCharacters(const char* a, const char* b, std::size_t length) noe
   return length == 0 || *a == *b;
 }
 
-/// The characters of a text, to a place that is no part of it.
+/// Copies a text; the two places must not overlap.
 inline void copyCharacters(char* to, const char* from, std::size_t length) noexcept {
   if (length > 16) {
     std::memcpy(to, from, length);

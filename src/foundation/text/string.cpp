@@ -1,4 +1,4 @@
-// The text handle itself: its buffer, building, comparing, searching and cutting.
+// The text handle: its buffer, construction, comparison, searching and cutting.
 #include <vsa/foundation/string.h>
 
 #include <algorithm>
@@ -22,14 +22,15 @@ namespace detail {
 
 namespace {
 
-// The allocator hands out blocks of 16 bytes less its own 8: what a block has to spare is room.
+// The allocator's blocks are multiples of 16 bytes less 8 of its own: the rest of a block is
+// capacity.
 constexpr std::size_t blockBytes(std::size_t wanted) {
   return (wanted + 7) / 16 * 16 + 8;
 }
 
 }  // namespace
 
-// Buffer and characters share one block: most texts are short.
+// Header and characters share one block: most texts are short.
 StringBuffer* StringBuffer::make(std::size_t length) {
   if (length > std::numeric_limits<std::size_t>::max() - sizeof(StringBuffer) - 32) {
     throw std::bad_alloc();
@@ -37,10 +38,9 @@ StringBuffer* StringBuffer::make(std::size_t length) {
   const std::size_t bytes = blockBytes(sizeof(StringBuffer) + length + 1);
   void* const memory = std::malloc(bytes);
   if (memory == nullptr) throw std::bad_alloc();
-  const std::size_t room = bytes - sizeof(StringBuffer) - 1;
-  constexpr std::uint32_t MOST = IN_SLAB - 1;
-  auto* const made =
-      new (memory) StringBuffer(room < MOST ? static_cast<std::uint32_t>(room) : MOST, length);
+  constexpr std::size_t MAX_CAPACITY = IN_SLAB - 1;
+  const std::size_t capacity = std::min(bytes - sizeof(StringBuffer) - 1, MAX_CAPACITY);
+  auto* const made = new (memory) StringBuffer(static_cast<std::uint32_t>(capacity), length);
   made->inside()[length] = '\0';
   return made;
 }
@@ -49,7 +49,7 @@ StringBuffer* StringBuffer::adopt(char* chars, std::size_t length) {
   void* const memory = std::malloc(sizeof(StringBuffer) + sizeof(char*));
   if (memory == nullptr) throw std::bad_alloc();
   auto* const made = new (memory) StringBuffer(0, length);
-  // The spare room goes back; where it cannot, it simply stays.
+  // Frees the spare memory; when that fails, it is kept.
   void* const trimmed = std::realloc(chars, length + 1);
   made->outside() = trimmed != nullptr ? static_cast<char*>(trimmed) : chars;
   return made;
@@ -65,7 +65,7 @@ StringBuffer* StringBuffer::of(char c) {
       auto* const made = new (blocks[i].bytes) StringBuffer(1, 1);
       made->inside()[0] = static_cast<char>(i);
       made->inside()[1] = '\0';
-      made->stick();
+      made->makeImmortal();
     }
     return true;
   }();
@@ -82,13 +82,13 @@ StringBuffer* StringBuffer::makeInSlab(void* place, std::uint32_t offset,
 
 void StringBuffer::dispose() const noexcept {
   auto* const self = const_cast<StringBuffer*>(this);
-  const std::uint32_t room = room_;
-  if (room == 0) std::free(self->outside());
+  const std::uint32_t capacity = capacity_;
+  if (capacity == 0) std::free(self->outside());
   self->~StringBuffer();
-  if (room < IN_SLAB) {
+  if (capacity < IN_SLAB) {
     std::free(static_cast<void*>(self));
   } else {
-    StringSlab::of(self, room & ~IN_SLAB)->release();
+    StringSlab::of(self, capacity & ~IN_SLAB)->release();
   }
 }
 
@@ -146,8 +146,7 @@ bool String::hasCharactersOf(const String& other) const noexcept {
 
 void String::assign(std::string_view text) {
   auto* const shared = static_cast<StringBuffer*>(object());
-  if (text.empty() || shared == nullptr || !shared->hasRoomFor(text.size()) ||
-      !shared->isUnshared()) {
+  if (text.empty() || shared == nullptr || !shared->canHold(text.size()) || !shared->isUnshared()) {
     *this = copyOf(text);
     return;
   }

@@ -1,5 +1,5 @@
-// String::unescape: backslash sequences to the characters they stand for. UTF-16 code units as in
-// JSON (RFC 8259), written as UTF-8 (RFC 3629).
+// String::unescape: replaces escape sequences by the characters they stand for. UTF-16 code units
+// are escaped as in JSON (RFC 8259) and written as UTF-8 (RFC 3629).
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -52,27 +52,27 @@ constexpr std::array<char, 256> makeSimpleEscapes() {
 constexpr std::array<char, 256> SIMPLE_ESCAPES = makeSimpleEscapes();
 
 char* appendUtf8(char* to, unsigned code) {
-  const auto put = [&to](unsigned byte) { *to++ = static_cast<char>(byte); };
+  const auto append = [&to](unsigned byte) { *to++ = static_cast<char>(byte); };
   if (code < 0x80) {
-    put(code);
+    append(code);
   } else if (code < 0x800) {
-    put(0xC0 | (code >> 6));
-    put(0x80 | (code & 0x3F));
+    append(0xC0 | (code >> 6));
+    append(0x80 | (code & 0x3F));
   } else if (code < 0x10000) {
-    put(0xE0 | (code >> 12));
-    put(0x80 | ((code >> 6) & 0x3F));
-    put(0x80 | (code & 0x3F));
+    append(0xE0 | (code >> 12));
+    append(0x80 | ((code >> 6) & 0x3F));
+    append(0x80 | (code & 0x3F));
   } else {
-    put(0xF0 | (code >> 18));
-    put(0x80 | ((code >> 12) & 0x3F));
-    put(0x80 | ((code >> 6) & 0x3F));
-    put(0x80 | (code & 0x3F));
+    append(0xF0 | (code >> 18));
+    append(0x80 | ((code >> 12) & 0x3F));
+    append(0x80 | ((code >> 6) & 0x3F));
+    append(0x80 | (code & 0x3F));
   }
   return to;
 }
 
-// Reads a \u sequence, or a pair of them, at `at`. Returns the characters read, 0 for none that
-// stands for a character.
+// Reads a \u sequence, or a pair of them, at `at`. Returns the number of characters read; 0 when it
+// does not stand for a character.
 int unicodeEscape(const char* at, const char* end, char*& to) {
   const unsigned unit = codeUnit(at, end);
   if (unit == NO_UNIT || unit == 0) return 0;
@@ -86,8 +86,8 @@ int unicodeEscape(const char* at, const char* end, char*& to) {
   return 12;
 }
 
-// Reads one escape sequence at `at` (a backslash) and writes what it stands for. Returns the
-// characters read, 0 when it is none and stays as written.
+// Reads the escape sequence at `at` (a backslash) and writes its character. Returns the number of
+// characters read; 0 when it is not an escape sequence.
 int escape(const char* at, const char* end, char*& to) {
   if (end - at < 2) return 0;
   const char simple = SIMPLE_ESCAPES[static_cast<unsigned char>(at[1])];
@@ -103,8 +103,8 @@ int escape(const char* at, const char* end, char*& to) {
   return 4;
 }
 
-// Copies the characters before the first backslash and returns how many. As many as there are left
-// may be written.
+// Copies the characters before the first backslash and returns how many. It may write up to end -
+// at characters.
 std::size_t copyPlain(const char* at, const char* end, char* to) {
   const char* const begin = at;
 #if defined(__SSE2__)
@@ -122,9 +122,8 @@ std::size_t copyPlain(const char* at, const char* end, char* to) {
 
 }  // namespace
 
-// Most characters stand for themselves: they are copied up to the next backslash. No sequence
-// stands for more characters than it is written with, so that what is left of the text has room in
-// what is left of `out`.
+// Most characters stand for themselves and are copied up to the next backslash. No sequence is
+// shorter than its result, so the rest of the text always fits into the rest of `out`.
 std::size_t String::unescape(std::string_view text, char* out) noexcept {
   char* to = out;
   const char* at = text.data();

@@ -1,6 +1,6 @@
-// Formatting by the conventions of printf, without a limit of length: a plain %s is appended by our
-// own hand (the C library counts in int), every other conversion is handed to the C library, one at
-// a time. %n is not known: no format can make us write anywhere.
+// Formatting by the conventions of printf, of any length. A plain %s is appended here, since the C
+// library counts in int; every other conversion is passed to the C library, one at a time. %n is
+// unknown, so no format can write to memory.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -18,19 +18,19 @@ namespace zn {
 
 namespace {
 
-// va_list may be an array type; in a struct it can be passed on by reference.
+// va_list may be an array type; in a struct it can be passed by reference.
 struct Arguments {
   va_list list;
 };
 
-// The width of an integer argument, as its conversion's length modifier gives it.
+// The type of an argument, by the conversion's length modifier.
 enum class Length { Int, Long, LongLong, Size, IntMax, PtrDiff, LongDouble };
 
 class Formatter {
  public:
   Formatter(const char* format, Arguments& arguments) : at_(format), arguments_(arguments) {}
 
-  // A %c of NUL ends the text, as it would in C.
+  // A NUL written by %c ends the text, as in C.
   String run() {
     while (*at_ != '\0') {
       const char* const percent = std::strchr(at_, '%');
@@ -43,7 +43,7 @@ class Formatter {
       conversion();
     }
     if (end_ < text_.size) text_.size = end_;
-    if (text_.size >= LONG_TEXT) return String::adoptWhole(std::move(text_));
+    if (text_.size >= MIN_ADOPTED_BYTES) return String::adoptWhole(std::move(text_));
     return String::copyOf({text_.data, static_cast<std::size_t>(text_.size)});
   }
 
@@ -65,7 +65,7 @@ class Formatter {
     while (*at_ != '\0' && std::strchr(set, *at_) != nullptr) conversion_ += *at_++;
   }
 
-  // A negative one, from an argument, counts as none.
+  // A negative precision, from an argument, counts as none.
   void precision() {
     const std::size_t before = conversion_.size();
     conversion_ += *at_++;
@@ -95,7 +95,7 @@ class Formatter {
     return Length::Int;  // none, h and hh: promoted to int
   }
 
-  // False for a conversion that is not known: it stands in the text as written.
+  // False when the conversion is unknown: it is then copied as it is.
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':
@@ -146,7 +146,7 @@ class Formatter {
     }
   }
 
-  // A NUL comes from here alone.
+  // Only this conversion can write a NUL.
   void character(int value) {
     const std::uint64_t start = text_.size;
     print(value);
@@ -155,7 +155,7 @@ class Formatter {
     end_ = std::min<std::uint64_t>(end_, all.find('\0', start));
   }
 
-  // Signed and unsigned types of one width are passed alike.
+  // Signed and unsigned types of one width are passed in the same way.
   void integer(Length length) {
     switch (length) {
       case Length::Long:
@@ -164,7 +164,7 @@ class Formatter {
         return print(va_arg(arguments_.list, long long));
       case Length::Size:
         return print(va_arg(arguments_.list, std::size_t));
-      // PtrDiff may be this type, too, but is not everywhere.
+      // On some systems PtrDiff is this type, too.
       case Length::IntMax:  // NOLINT(bugprone-branch-clone)
         return print(va_arg(arguments_.list, std::intmax_t));
       case Length::PtrDiff:
@@ -175,7 +175,7 @@ class Formatter {
     }
   }
 
-// The format is one conversion, put together above from characters that were checked one by one.
+// The format is one conversion, made above of characters that were checked one by one.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   template <class Value>
@@ -183,27 +183,27 @@ class Formatter {
     const int length = std::snprintf(nullptr, 0, conversion_.c_str(), value);
     if (length <= 0) return;
     const std::size_t added = static_cast<std::size_t>(length);
-    text_.makeRoom(added + 1);
+    text_.reserveAdditional(added + 1);
     std::snprintf(text_.data + text_.size, added + 1, conversion_.c_str(), value);
     text_.size += added;
   }
 #pragma GCC diagnostic pop
 
-  // With room for a few characters more: what is left of a format is mostly short.
+  // Reserves a few characters more: the rest of a format is mostly short.
   void append(std::string_view piece) {
     if (piece.empty()) return;
-    text_.makeRoom(piece.size() + SPARE);
+    text_.reserveAdditional(piece.size() + SPARE);
     std::memcpy(text_.data + text_.size, piece.data(), piece.size());
     text_.size += piece.size();
   }
 
   static constexpr std::size_t SPARE = 64;
-  // From this size on the collected characters themselves become the text.
-  static constexpr std::uint64_t LONG_TEXT = 1024;
+  // From this size on the collected characters are adopted, not copied.
+  static constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 
   const char* at_;
   Arguments& arguments_;
-  std::string conversion_;  // the one at hand, from its % to its kind
+  std::string conversion_;  // the current one, from its % to its kind
   ds::Vector<char> text_;
   std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();  // the first NUL, if any
 };

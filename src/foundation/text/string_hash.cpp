@@ -1,7 +1,7 @@
 // The hash of a text: multiply and fold (the mixing step of wyhash, public domain), eight
-// characters a step, keyed by numbers drawn once a process. A text that collides for one process
-// does not for the next, so nobody can write a file whose names all meet in one place: no more do
-// than have all their characters but the last in common, which are some 190.
+// characters a step, keyed by numbers drawn once a process. Texts that collide in one process do
+// not in the next, so no file can be made of names that all collide, except names that differ in
+// their last character only: there are at most some 190 of those.
 #include <chrono>
 #include <cstdint>
 
@@ -25,8 +25,7 @@ struct Key {
   std::uint64_t second;
 };
 
-// Where the program lies in memory and when it started differ from run to run. Drawn once, and out
-// of the way of every hash after that.
+// The program's address and its start time differ from run to run. Drawn once, so kept out of line.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif
@@ -46,7 +45,7 @@ const Key& key() noexcept {
   return drawn;
 }
 
-// Up to three characters as one word.
+// Up to three characters as one number.
 std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
   const auto byte = [at](std::size_t i) {
     return std::uint64_t{static_cast<unsigned char>(at[i])};
@@ -54,8 +53,8 @@ std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
   return length == 0 ? 0 : byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1);
 }
 
-// Two words that hold all of a text of up to 16 characters, some of them in both: with its length
-// they are the text of no other.
+// Folds a text of up to 16 characters: its first and its last word, which may overlap. With the
+// length, which is in `a`, they determine the text.
 std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
                         std::uint64_t b) noexcept {
   if (length >= 8) {
@@ -69,8 +68,8 @@ std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
 
 }  // namespace
 
-// The low half: all of the text but its last character, hashed, and 4 bits of that; the high half:
-// all of it.
+// The high half is a hash of the whole text. The low half is a hash of the text without its last
+// character, with 4 bits of that character in the lowest bits.
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
   if (text.empty()) return 1;

@@ -17,7 +17,7 @@ StringSlab* StringSlab::make(std::size_t bytes) {
 }
 
 void StringSlab::release() noexcept {
-  if (!users_.drop()) return;
+  if (!users_.decrement()) return;
   this->~StringSlab();
   std::free(static_cast<void*>(this));
 }
@@ -27,7 +27,7 @@ void StringSlab::release() noexcept {
 String StringSlabs::copyOf(std::string_view text, std::uint64_t hash) {
   const std::size_t bytes = detail::StringBuffer::bytesFor(text.size());
   if (text.empty()) return String();
-  if (bytes > LONGEST_BYTES) return String::copyOf(text, hash);
+  if (bytes > MAX_BUFFER_BYTES) return String::copyOf(text, hash);
   if (size_ - used_ < bytes) addSlab(static_cast<std::uint32_t>(4 * bytes));
   std::byte* const place = reinterpret_cast<std::byte*>(slab_) + used_;
   detail::StringBuffer* const made = detail::StringBuffer::makeInSlab(place, used_, text.size());
@@ -36,16 +36,17 @@ String StringSlabs::copyOf(std::string_view text, std::uint64_t hash) {
   return String::filled(made, text, hash);
 }
 
-// What is left of the slab at hand is given up.
+// The rest of the current slab stays unused.
 void StringSlabs::addSlab(std::uint32_t wanted) {
-  constexpr std::uint32_t HEAD_BYTES = 8;
-  static_assert(sizeof(detail::StringSlab) <= HEAD_BYTES);
-  const std::uint32_t bytes = std::clamp(std::max(2 * size_, wanted), LEAST_BYTES, MOST_BYTES);
+  constexpr std::uint32_t HEADER_BYTES = 8;
+  static_assert(sizeof(detail::StringSlab) <= HEADER_BYTES);
+  const std::uint32_t bytes =
+      std::clamp(std::max(2 * size_, wanted), MIN_SLAB_BYTES, MAX_SLAB_BYTES);
   detail::StringSlab* const made = detail::StringSlab::make(bytes);
   finish();
   slab_ = made;
   size_ = bytes;
-  used_ = HEAD_BYTES;
+  used_ = HEADER_BYTES;
 }
 
 void StringSlabs::finish() noexcept {

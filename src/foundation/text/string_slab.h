@@ -1,6 +1,6 @@
-// StringSlabs: many short texts that are made together and mostly stay together, such as the names
-// and comments of a scene. Their buffers lie side by side, in slabs that the texts share: no
-// allocation each, and whoever goes through them finds them in few places. Internal; see String.
+// StringSlabs: short texts that are created together and mostly live together, such as the names
+// and comments of a scene. Their buffers are side by side in slabs that the texts share: no
+// allocation for each text, and walking over them touches little memory. Internal.
 #pragma once
 
 #include <cstddef>
@@ -14,19 +14,20 @@ namespace zn {
 
 namespace detail {
 
-/// The head of a slab; buffers follow. It goes with the last of them, once its maker is done too.
+/// The header of a slab; buffers follow. It is freed with the last of them, once its StringSlabs
+/// does not need it any more.
 class StringSlab {
  public:
-  /// A slab of `bytes` in all, counted once for its maker. Throws std::bad_alloc.
+  /// A slab of `bytes` in all, with one user: its StringSlabs. Throws std::bad_alloc.
   static StringSlab* make(std::size_t bytes);
 
-  /// The slab in which a buffer lies `offset` bytes behind the beginning.
+  /// The slab of a buffer that is `offset` bytes behind the slab's beginning.
   static StringSlab* of(StringBuffer* buffer, std::uint32_t offset) noexcept {
     return reinterpret_cast<StringSlab*>(reinterpret_cast<std::byte*>(buffer) - offset);
   }
 
-  /// One more, or one fewer, needs the slab.
-  void retain() noexcept { users_.add(); }
+  /// One user more, one user fewer.
+  void retain() noexcept { users_.increment(); }
   void release() noexcept;
 
  private:
@@ -37,7 +38,7 @@ class StringSlab {
 
 }  // namespace detail
 
-/// Makes such texts. They live as long as any other String.
+/// Creates such texts. They are valid as long as any other String.
 class StringSlabs {
  public:
   StringSlabs() = default;
@@ -45,24 +46,24 @@ class StringSlabs {
   StringSlabs& operator=(const StringSlabs&) = delete;
   ~StringSlabs() { finish(); }
 
-  /// A copy of exactly these characters, whose `String::hashOf` is `hash`, or 0 while nobody has
-  /// asked for it. Throws std::bad_alloc.
+  /// A copy of exactly these characters, with the known hash `String::hashOf(text)`, or 0 when it
+  /// is not known. Throws std::bad_alloc.
   String copyOf(std::string_view text, std::uint64_t hash = 0);
 
  private:
-  // One text that stays keeps its whole slab, so slabs are short. The first of few texts is tiny: a
-  // host may send one statement at a time.
-  static constexpr std::uint32_t LEAST_BYTES = 256;
-  static constexpr std::uint32_t MOST_BYTES = 16384;
-  // A longer text has memory of its own.
-  static constexpr std::uint32_t LONGEST_BYTES = MOST_BYTES / 16;
+  // One text keeps its whole slab in memory, so slabs are small. The first one is tiny: a host may
+  // send one statement at a time.
+  static constexpr std::uint32_t MIN_SLAB_BYTES = 256;
+  static constexpr std::uint32_t MAX_SLAB_BYTES = 16384;
+  // A longer buffer is allocated on its own.
+  static constexpr std::uint32_t MAX_BUFFER_BYTES = MAX_SLAB_BYTES / 16;
 
   void addSlab(std::uint32_t wanted);
   void finish() noexcept;
 
-  detail::StringSlab* slab_ = nullptr;  // the one at hand
-  std::uint32_t used_ = 0;              // bytes of it, its head included
-  std::uint32_t size_ = 0;              // in all
+  detail::StringSlab* slab_ = nullptr;  // the current one
+  std::uint32_t used_ = 0;              // bytes of it, with its header
+  std::uint32_t size_ = 0;              // bytes of it in all
 };
 
 }  // namespace zn

@@ -19,7 +19,7 @@ std::string_view nextWord(std::string_view text, std::size_t& at) {
 }
 
 bool convertWords(std::string_view text, std::size_t count, double* out) {
-  std::array<std::string_view, MOST_COMPONENTS> words;
+  std::array<std::string_view, MAX_COMPONENTS> words;
   std::size_t at = 0;
   for (std::size_t i = 0; i < count; ++i) {
     words[i] = nextWord(text, at);
@@ -35,9 +35,9 @@ bool convertWords(std::string_view text, std::size_t count, double* out) {
 }  // namespace
 
 bool parseTuple(std::string_view text, std::size_t count, double* out) {
-  if (count > MOST_COMPONENTS) return false;
-  // Most tuples are plain numbers with single blanks between them.
-  std::array<double, MOST_COMPONENTS> numbers;
+  if (count > MAX_COMPONENTS) return false;
+  // The fast path: most tuples are plain numbers separated by single blanks.
+  std::array<double, MAX_COMPONENTS> numbers;
   const NumberRun run =
       readNumberRun(text.data(), text.data() + text.size(), numbers.data(), count);
   if (run.count < count) return convertWords(text, count, out);

@@ -44,7 +44,7 @@ Node* Scene::defineNode(const String& name) {
 }
 
 Node* Scene::add(const String& type, const String& name) {
-  names_.makeRoom();
+  names_.reserveOne();
   Node& made = nodes_.make(type, name);
   names_.insert(name.hash(), nodes_.size() - 1);
   lastFound_ = &made;

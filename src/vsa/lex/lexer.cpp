@@ -56,14 +56,15 @@ struct Lexer::ListKind {
 // because a source may buffer only a few bytes at a time.
 void Lexer::reserveForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
-  if (needed <= chars_.capacity || chars_.size < MIN_LONG_LIST_BYTES) return chars_.makeRoom(count);
+  if (needed <= chars_.capacity || chars_.size < MIN_LONG_LIST_BYTES)
+    return chars_.reserveAdditional(count);
   const auto buffered = static_cast<std::uint64_t>(windowEnd - windowBegin);
   const std::uint64_t more = std::min(buffered, MAX_LONG_LIST_GROWTH * chars_.size);
   chars_.reserve(static_cast<unsigned long>(needed + std::max(more, chars_.size)));
 }
 
 void Lexer::collectBytes(std::size_t count) {
-  chars_.makeRoom(count);
+  chars_.reserveAdditional(count);
   std::memcpy(chars_.data + chars_.size, windowBegin, count);
   chars_.size += count;
 }

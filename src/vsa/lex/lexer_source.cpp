@@ -4,8 +4,8 @@ namespace zn::korvo_sdk::impl {
 
 using zn::detail::OpenFile;
 
-// The window is the rest of the text. Its first byte is the lookahead. The lookahead of an empty
-// text is NUL, which is skipped like a blank.
+// The window is the whole text, and its first byte the lookahead. The lookahead of an empty text is
+// NUL, which is skipped like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];
   windowBegin = source.buf();
@@ -27,14 +27,14 @@ FileLexer::~FileLexer() {
   if (OpenFile* const shared = OpenFile::of(file)) shared->detach(cursor_);
 }
 
-// The window is empty when another handle has used the file since the last character.
+// The window is empty when another handle has read the file since the last character.
 char FileLexer::consume() {
   if (windowEnd - windowBegin > 1) return step(*++windowBegin);
   return step(fetch());
 }
 
-// Returns the next byte of the file. The window then begins with it. If the source throws, the
-// window is empty.
+// Reads the next byte of the file; the window begins with it. When the source throws, the window is
+// empty.
 char FileLexer::fetch() {
   if (OpenFile* const shared = OpenFile::of(file)) shared->attach(cursor_);
   if (windowBegin < windowEnd) return *windowBegin;

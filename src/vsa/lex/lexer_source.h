@@ -1,4 +1,4 @@
-// The lexers of the two sources, String and File. Internal.
+// The two sources of characters: a String or a File. Internal.
 #pragma once
 
 #include <vsa/foundation/file.h>
@@ -8,7 +8,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reads a text in memory. Shares the text with the caller.
+/// Reads a text in memory; the caller's String shares it.
 class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);
