@@ -1,4 +1,4 @@
-// What is thrown and what is logged, with the position of the token consumed last.
+// Thrown and logged messages, with the position of the token consumed last.
 #include <gtest/gtest.h>
 
 #include <cstdarg>
@@ -18,7 +18,7 @@ using vsa_tests::PrimedParser;
 using vsa_tests::thrownBy;
 using Lines = std::vector<std::string>;
 
-/// A parser that has consumed a token at line 4, column 9, and an input to complain about.
+/// A parser that has consumed a token at line 4, column 9, and an input for the messages.
 class Diagnostics : public testing::Test {
  protected:
   Diagnostics() : input_(options_, "lamp1.count", AttrType::Int) {
@@ -89,13 +89,13 @@ TEST_F(Diagnostics, Warnings) {
                    "lamp1.count."}));
 }
 
-TEST_F(Diagnostics, AnyLength) {
+TEST_F(Diagnostics, LongMessages) {
   const std::string longText(100000, 'x');
   EXPECT_EQ(thrownBy([&] { parser_.parseError("%s", longText.c_str()); }),
             "PARSE ERROR (4,9): " + longText + ".");
 }
 
-TEST(DiagnosticPositions, AreThoseOfTheTokenConsumedLast) {
+TEST(DiagnosticPositions, AreOfTheTokenConsumedLast) {
   PrimedParser primed("abc def\n  ghi");
   primed.parser.consume();
   EXPECT_EQ(thrownBy([&] { primed.parser.parseError("x"); }), "PARSE ERROR (1,3): x.");

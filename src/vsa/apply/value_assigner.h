@@ -1,5 +1,4 @@
-// ValueAssigner: applies plain values to inputs, after the checks and conversions of their types.
-// Internal.
+// ValueAssigner: checks and converts plain values and assigns them to inputs. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>
@@ -11,15 +10,15 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Applies the value of one statement.
+/// Assigns the value of one statement.
 class ValueAssigner {
  public:
-  /// `emitter` bears the position of the statement; `typedElements` is that of the text.
+  /// `emitter` has the position of the statement. `typedElements` is shared by the whole text.
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements)
       : emitter_(emitter), typedElements_(typedElements) {}
 
-  /// Assigns the value to the input of `target`, which is resolved, converted to the input's type;
-  /// or logs why it does not fit.
+  /// Converts the value to the type of the input of `target`, which is resolved, and assigns it; or
+  /// logs why it cannot.
   void assign(AssignInfo& info, const PathResolver& target);
 
  private:

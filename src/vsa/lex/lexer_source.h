@@ -17,9 +17,9 @@ class StringLexer final : public Lexer {
   const String source;
 };
 
-/// Reads an open file, forward from its read position. The file is shared: whenever another handle
-/// reads it, its position is right behind the lookahead character, and the lexer goes on behind
-/// what that handle has read.
+/// Reads an open file from its read position. The file is shared with other handles: when one of
+/// them reads, the file's position is right after the lookahead character, and the lexer continues
+/// after the bytes that the handle has read.
 class FileLexer final : public Lexer {
  public:
   explicit FileLexer(const File& opened);
