@@ -1,5 +1,5 @@
-// Runs the cases under tests/cases, each from a String and from a File, and sees to it that every
-// message has one.
+// Runs the cases under tests/cases, each from a String and from a File, and checks that every
+// message has a case.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -23,7 +23,7 @@ const CaseFolder& caseFolder() {
   return found;
 }
 
-/// A test's name may hold letters, digits and underscores only.
+/// A test name may contain only letters, digits and underscores.
 std::string testName(const testing::TestParamInfo<Case>& info) {
   std::string name = info.param.name;
   for (char& c : name) {
@@ -34,7 +34,7 @@ std::string testName(const testing::TestParamInfo<Case>& info) {
 
 class CaseTest : public testing::TestWithParam<Case> {};
 
-TEST_P(CaseTest, ReadsAsExpected) {
+TEST_P(CaseTest, OutcomeIsAsExpected) {
   const std::string text = contentOf(GetParam().text);
   const std::string fromString = comparable(outcomeOf(text, Source::String));
   EXPECT_EQ(comparable(contentOf(GetParam().expectation)), fromString);
@@ -47,23 +47,23 @@ TEST_P(CaseTest, ReadsAsExpected) {
 INSTANTIATE_TEST_SUITE_P(Cases, CaseTest, testing::ValuesIn(caseFolder().cases), testName);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(CaseTest);
 
-TEST(CaseFolderTest, EveryTextHasItsExpectation) {
+TEST(CaseFolderTest, EveryTextHasAnExpectation) {
   for (const fs::path& orphan : caseFolder().orphans) ADD_FAILURE() << orphan << " has no partner";
 }
 
-// --- Every row of the table of diagnostics has a case and a paragraph ---
+// --- the table of diagnostics: every row needs a case and a paragraph ---
 
 using zn::korvo_sdk::DIAGNOSTIC_ROWS;
 using zn::korvo_sdk::DiagnosticId;
 
-/// The messages that reading the cases raises.
+/// The messages that the cases raise.
 std::set<DiagnosticId> raisedMessages() {
   std::set<DiagnosticId> raised;
   for (const Case& each : caseFolder().cases) raised.merge(messagesOf(contentOf(each.text)));
   return raised;
 }
 
-/// Messages that no text can raise, each with its reason: "NAME reason" a line in
+/// Messages that no text can raise, with the reason for each: lines "NAME reason" in
 /// uncovered_messages.txt.
 std::map<std::string, std::string> exemptions() {
   std::map<std::string, std::string> found;
@@ -95,7 +95,7 @@ TEST(MessageTest, EveryExemptionNamesAMessageAndAReason) {
   }
 }
 
-TEST(MessageTest, EveryMessageHasItsParagraph) {
+TEST(MessageTest, EveryMessageIsDocumented) {
   const std::string page = contentOf(fs::path(VSA_TEST_DIR).parent_path() / "docs/messages.md");
   for (const auto& row : DIAGNOSTIC_ROWS) {
     const std::string heading = std::string("\n### ") + row.name + '\n';
@@ -103,7 +103,7 @@ TEST(MessageTest, EveryMessageHasItsParagraph) {
   }
 }
 
-TEST(MessageTest, IdsAreDifferentAndInKebabCase) {
+TEST(MessageTest, IdsAreUniqueAndInKebabCase) {
   std::set<std::string> names;
   for (const auto& row : DIAGNOSTIC_ROWS) {
     const std::string name = row.name;

@@ -1,6 +1,10 @@
 #include "fuzz/support/text_writer.h"
 
+#include <vector>
+
 #include <vsa/foundation/decompress.h>
+#include <vsa/scene/data_type.h>
+#include "foundation/text/letter_case.h"
 
 namespace vsa_fuzz {
 
@@ -61,22 +65,27 @@ constexpr const char* INDICES[] = {"[0]", "[1]", "[*]", "[0]",   "[2]",
                                    "[*]", "[7]", "[]",  "[ 1 ]", "[300]"};
 
 struct Literal {
-  const char* keyword;
+  std::string keyword;
   std::size_t numbers;  // per element
 };
 
-constexpr Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {"pos3", 3},
-                              {"quat", 4}, {"mat3", 9}, {"mat4", 16}, {"rgba", 4}, {"RGBA", 3}};
-constexpr Literal BUFFERS[] = {
-    {"char", 1},   {"byte", 1},   {"int16", 1}, {"int32", 1},  {"int64", 1},  {"uint16", 1},
-    {"uint32", 1}, {"uint64", 1}, {"float", 1}, {"double", 1}, {"vec2f", 2},  {"Vec3f", 3},
-    {"vec4f", 4},  {"pos2f", 2},  {"pos3f", 3}, {"quatf", 4},  {"mat3f", 9},  {"mat4f", 16},
-    {"rgbf", 3},   {"rgbaf", 4},  {"hsvf", 3},  {"hslf", 3},   {"vec2d", 2},  {"vec3d", 3},
-    {"vec4d", 4},  {"pos2d", 2},  {"pos3d", 3}, {"quatd", 4},  {"mat3d", 9},  {"mat4d", 16},
-    {"rgbd", 3},   {"rgbad", 4},  {"hsvd", 3},  {"hsld", 3},   {"vec2i", 2},  {"vec3i", 3},
-    {"vec4i", 4},  {"pos2i", 2},  {"pos3i", 3}, {"mat3i", 9},  {"mat4i", 16}, {"vec2u", 2},
-    {"vec3u", 3},  {"vec4u", 4},  {"rgb8", 3},  {"rgba8", 4},  {"argb8", 4},  {"colorref", 4}};
-constexpr Literal BYTE_BUFFERS[] = {{"byte", 1}, {"char", 1}, {"rgb8", 3}, {"rgba8", 4}};
+const Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {"pos3", 3},
+                          {"quat", 4}, {"mat3", 9}, {"mat4", 16}, {"rgba", 4}, {"RGBA", 3}};
+const Literal BYTE_BUFFERS[] = {{"byte", 1}, {"char", 1}, {"rgb8", 3}, {"rgba8", 4}};
+
+// Every element type by its display name, which differs from its keyword in upper-case letters.
+std::vector<Literal> bufferLiterals() {
+  using namespace zn::korvo_sdk;
+  std::vector<Literal> literals;
+  for (int type = 0; type < DATA_TYPE_COUNT; ++type) {
+    const auto element = static_cast<DataType>(type);
+    if (isBufferElement(element)) {
+      literals.push_back({dataTypeName(element), componentCount(element)});
+    }
+  }
+  return literals;
+}
+
 constexpr const char* COUNTS[] = {"[18446744073709551615]", "[4611686018427387905]", "[4000000000]",
                                   "[*]", "[99999999999999999999]"};
 constexpr const char* BAD_STREAMS[] = {".",
@@ -258,8 +267,10 @@ void TextWriter::buffer() {
     count(elementCount);
     return compressed(elementCount * literal.numbers);
   }
-  const Literal& literal = choices_.pick(BUFFERS);
-  out_ += literal.keyword;
+  static const std::vector<Literal> LITERALS = bufferLiterals();
+  const Literal& literal = choices_.pick(LITERALS);
+  const bool inLowerCase = !choices_.oneIn(20);
+  for (const char c : literal.keyword) out_ += inLowerCase ? zn::toLowerCase(c) : c;
   count(elementCount);
   out_ += '{';
   std::size_t numbers = elementCount * literal.numbers;

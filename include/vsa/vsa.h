@@ -5,7 +5,7 @@
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);
 //
-// A host that brings its own scene needs <vsa/parse.h> alone.
+// A host with its own scene needs only <vsa/parse.h>.
 #pragma once
 
 #include <vsa/diagnostics/diagnostic.h>

@@ -1,4 +1,4 @@
-// Records to lines of the log, and the sink of each thread.
+// Formats records as log lines, and stores the sink of each thread.
 #include <vsa/diagnostics/diagnostic.h>
 
 #include <cstdarg>
@@ -17,7 +17,7 @@ LogLevel levelOf(Severity severity) {
   return severity == Severity::Warning ? LogLevel::Warning : LogLevel::Error;
 }
 
-// The characters up to the first NUL: an exception's text ends there.
+// The log line up to the first NUL, where the text of an exception ends.
 String whatOf(const Diagnostic& diagnostic) {
   return String(diagnostic.logLine().buf());
 }
@@ -26,7 +26,8 @@ String whatOf(const Diagnostic& diagnostic) {
 
 String Diagnostic::kind() const {
   const char* const kind = rowOf(id).kind;
-  return list.isEmpty() ? String(kind) : diagnostic_detail::formatMessage(kind, list.buf());
+  return id != DiagnosticId::InvalidListToken ? String(kind)
+                                              : diagnostic_detail::formatMessage(kind, list.buf());
 }
 
 String Diagnostic::logLine() const {
@@ -37,12 +38,12 @@ String Diagnostic::logLine() const {
   return diagnostic_detail::positionedLine(kind(), line, column, text);
 }
 
-ScopedDiagnosticSink::ScopedDiagnosticSink(DiagnosticSink* sink) noexcept : before_(threadSink) {
+ScopedDiagnosticSink::ScopedDiagnosticSink(DiagnosticSink* sink) noexcept : previous_(threadSink) {
   threadSink = sink;
 }
 
 ScopedDiagnosticSink::~ScopedDiagnosticSink() {
-  threadSink = before_;
+  threadSink = previous_;
 }
 
 DiagnosticError::DiagnosticError(const Diagnostic& diagnostic)
@@ -58,9 +59,9 @@ void emit(const Diagnostic& diagnostic) {
 
 void emitFatal(const std::runtime_error& error) {
   if (threadSink != nullptr) {
-    const auto* const ours = dynamic_cast<const DiagnosticError*>(&error);
-    if (ours != nullptr) {
-      threadSink->report(ours->diagnostic());
+    const auto* const diagnosticError = dynamic_cast<const DiagnosticError*>(&error);
+    if (diagnosticError != nullptr) {
+      threadSink->report(diagnosticError->diagnostic());
     } else {
       threadSink->report({DiagnosticId::HostError, String(error.what())});
     }
@@ -75,13 +76,17 @@ String positionedLine(const String& kind, std::int32_t line, std::int32_t column
   return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
 }
 
+// The format is a row's, which the compiler has compared with its arguments (see emitter.h).
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wformat-nonliteral"
 String formatMessage(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const zn::detail::ArgumentListEnd end(arguments);
-  return String::formatv(format, arguments);
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+  return String::formatv(format, arguments);
 }
+#pragma GCC diagnostic pop
 
 }  // namespace diagnostic_detail
 

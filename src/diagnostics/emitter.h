@@ -1,5 +1,5 @@
-// Emitter: makes the record of a problem, reports it and logs its line. The arguments of each
-// message are checked against its format by the compiler. Internal.
+// Emitter: creates the record of a problem, reports it and logs its line. The compiler checks the
+// arguments of each message against its format. Internal.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +30,8 @@ constexpr char conversionFor() {
   return '\0';
 }
 
-/// Whether the conversions of `format` are those of `conversions`, in order.
-constexpr bool formatTakes(const char* format, const char* conversions) {
+/// Whether the conversions in `format` are equal to `conversions`, in order.
+constexpr bool formatMatches(const char* format, const char* conversions) {
   for (; *format != '\0'; ++format) {
     if (*format != '%') continue;
     ++format;
@@ -42,24 +42,24 @@ constexpr bool formatTakes(const char* format, const char* conversions) {
   return *conversions == '\0';
 }
 
-/// A message that takes these arguments; anything else does not compile.
+/// A message id. Compiles only if the message's format matches the argument types.
 template <class... Arguments>
 struct MessageOf {
-  consteval MessageOf(DiagnosticId message) : id(message) {  // implicit: an id is named at the call
+  consteval MessageOf(DiagnosticId message) : id(message) {  // implicit: callers pass an id
     constexpr char CONVERSIONS[] = {conversionFor<Arguments>()..., '\0'};
-    if (!formatTakes(rowOf(message).format, CONVERSIONS)) throw "the arguments do not fit";
+    if (!formatMatches(rowOf(message).format, CONVERSIONS)) throw "the arguments do not fit";
   }
   DiagnosticId id;
 };
 
-/// Formats without a check of the format: MessageOf has made it.
+/// Formats a message. Does not check the format: MessageOf has checked it.
 String formatMessage(const char* format, ...);
 
-/// "KIND (LINE,COLUMN): MESSAGE.". A message that ends in a period makes a line that ends in two.
+/// "KIND (LINE,COLUMN): MESSAGE.". If the message ends in a period, the line ends in two.
 String positionedLine(const String& kind, std::int32_t line, std::int32_t column,
                       const String& message);
 
-/// The argument as printf takes it.
+/// The argument in the type that printf expects.
 inline const char* printable(const String& text) {
   return text.buf();
 }
@@ -73,14 +73,15 @@ inline unsigned long long printable(std::uint64_t number) {
 
 }  // namespace diagnostic_detail
 
-/// Reports a record to the sink of this thread and logs its line; returns also for a Fatal one.
+/// Reports a record to the sink of this thread and logs its line. Returns even if the record is
+/// Fatal.
 void emit(const Diagnostic& diagnostic);
 
-/// Reports and logs the error that ended a reading: a DiagnosticError as its record, anything else
-/// as a HostError.
+/// Reports and logs the error that stopped a parse. Reports a DiagnosticError as its record, any
+/// other exception as a HostError.
 void emitFatal(const std::runtime_error& error);
 
-/// Emits messages that bear one position.
+/// Emits messages with one position.
 class Emitter {
  public:
   /// For messages without a position.
@@ -99,7 +100,7 @@ class Emitter {
     throw DiagnosticError(record(id));
   }
 
-  /// Reports and logs a message that does not end the reading.
+  /// Reports and logs a message that does not stop the parse.
   template <class... Arguments>
   void log(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
            const Arguments&... arguments) const {

@@ -1,4 +1,4 @@
-// The target of an assignment, and the source of a connection, as tokens:
+// Parses input paths: the left-hand side of an assignment and the source of a connection.
 //   path = (name "." name | "." name) { "[" ... "]" | "." name }
 #include "vsa/apply/input_path.h"
 
@@ -15,7 +15,7 @@ bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
   const bool isOfWithNode = peek(0).type == Type::Dot && peek(1).type == Type::Id;
   if (!isQualified && !isOfWithNode) return false;
   if (tokensOfPath.capacity == 0) tokensOfPath.reserve(3);  // few paths are longer
-  for (int left = isQualified ? 3 : 2; left > 0; --left) appendNext(tokensOfPath);
+  for (int remaining = isQualified ? 3 : 2; remaining > 0; --remaining) appendNext(tokensOfPath);
   while (arrayattr(tokensOfPath) || scalarattr(tokensOfPath)) {
   }
   return true;
@@ -36,13 +36,13 @@ bool VsaParser::scalarattr(ds::Vector<Token>& tokensOfPath) {
   return true;
 }
 
-// Consumes a token of a path.
+// Consumes the next token and appends it to the path.
 void VsaParser::appendNext(ds::Vector<Token>& tokensOfPath) {
   advance();
   tokensOfPath.push_back(current);
 }
 
-// The texts of the tokens with nothing between them.
+// Concatenates the token texts.
 String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) {
   return collapsedPath(tokensOfPath);
 }

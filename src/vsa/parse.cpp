@@ -1,4 +1,4 @@
-// The two entry points. Each call has a parser of its own, on the stack.
+// The two entry points. Each call creates its own parser on the stack.
 #include <vsa/parse.h>
 
 #include <utility>

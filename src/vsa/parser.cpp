@@ -1,4 +1,4 @@
-// The ring of three tokens, the statement loop, and the one place that catches.
+// The ring of three tokens, the statement loop, and the only exception handler of the parser.
 #include "vsa/parser.h"
 
 #include <stdexcept>
@@ -23,8 +23,8 @@ bool VsaParser::parse(IScene* into, File file) {
   return parse(into, &source);
 }
 
-// The first three tokens are read before anything is caught: an invalid character among them leaves
-// the entry point as an exception.
+// The first three tokens are lexed outside the try block: the exception for an invalid character
+// among them propagates to the caller.
 bool VsaParser::parse(IScene* into, Lexer* from) {
   scene = into;
   lexer = from;
@@ -42,7 +42,8 @@ bool VsaParser::parse(IScene* into, Lexer* from) {
   }
 }
 
-// Fills the ring. Each default token makes a slot, which its consumption fills with a token.
+// Fills the ring. Each iteration appends a default token and consumes it, which lexes a token into
+// its slot.
 void VsaParser::prime() {
   for (std::int32_t i = 0; i < lookahead; ++i) {
     tokens.push_back(Token());
@@ -50,10 +51,11 @@ void VsaParser::prime() {
   }
 }
 
-// The order is part of the format: "with node:" has the shape of a declaration and is read as one.
+// The order is part of the format: "with node:" also matches the declaration syntax and is parsed
+// as a declaration.
 bool VsaParser::parseStatement() {
   if (nextIs(Type::Comment)) return parseComment();
-  // Every directive begins with two names, and most statements do not.
+  // Every directive begins with two names. Most statements do not, and skip these calls.
   const bool isDirective = nextIs(Type::Id) && peek(1).type == Type::Id;
   if (isDirective && (parseRemove() || parseDefine() || parseDeclare() || parseWith())) return true;
   return parseAssign();
@@ -67,7 +69,7 @@ void VsaParser::resolveReferences() {
   LinkResolver(sceneOrNone()).resolveReferences(references);
 }
 
-// A reader without a scene finds and creates nothing.
+// Without a scene, nothing is found or created.
 interfaces::IScene& VsaParser::sceneOrNone() const {
   return scene != nullptr ? *scene : noScene();
 }
@@ -77,20 +79,21 @@ Token VsaParser::consume() {
   return current;
 }
 
-// The lexer runs a whole ring ahead, so an invalid character is reported when it is lexed, up to
-// three tokens before its statement. When lexing throws, the slot keeps its token.
+// The lexer is up to three tokens ahead of the parser. An invalid character is reported when it is
+// lexed, before the statement that contains it. When lexing throws, the slot keeps the consumed
+// token.
 void VsaParser::advance() {
   Token& slot = tokens.data[head];
   current = std::move(slot);
   try {
     lexer->nextToken(lastLexed);
-    if (lastLexed.type == Type::Invalid) tokenError(lastLexed);
+    if (lastLexed.type == Type::Invalid) throw DiagnosticError(lexer->problem());
   } catch (...) {
     slot = current;
     throw;
   }
-  // Member by member: line and column were written one after the other, and a copy of both in one
-  // load would wait for the stores.
+  // Copy member by member: line and column were written by two stores, and one load of both would
+  // stall until the stores complete.
   slot.type = lastLexed.type;
   slot.line = lastLexed.line;
   slot.text = lastLexed.text;

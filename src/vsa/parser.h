@@ -1,8 +1,8 @@
 // VsaParser: tokens to statements, statements to the scene. Internal.
 //
-// A grammar function returns false with nothing consumed when the text ahead is not of its form. A
-// malformed form after an accepted beginning raises an error: it throws DiagnosticError, which
-// `parse` alone catches.
+// A grammar function returns false and consumes nothing when the next tokens do not match its
+// production. It throws DiagnosticError when the tokens match at first and then turn out malformed.
+// Only `parse` catches that.
 #pragma once
 
 #include <cstdarg>
@@ -23,7 +23,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Serves one call of an entry point. Owns neither scene nor lexer.
+/// Used for one call of an entry point. Does not own the scene or the lexer.
 class VsaParser {
  public:
   using AssignInfo = impl::AssignInfo;
@@ -44,18 +44,18 @@ class VsaParser {
   struct DeclareInfo {
     Token type;
     Token name;
-    bool isWith = false;  ///< Ends in ":": the node becomes the "with" node.
+    bool isWith = false;  ///< Ends in ":"; the node becomes the "with" node.
   };
 
   Lexer* lexer = nullptr;
-  std::int32_t lookahead = 3;  ///< Slots of the token ring.
-  std::int32_t head = 0;       ///< Slot of the next token that is not consumed yet.
-  ds::Vector<Token> tokens;    ///< The ring.
-  Token current;               ///< The token consumed last: its position is that of messages.
-  Token lastLexed;             ///< The token produced last.
+  std::int32_t lookahead = 3;  ///< Number of slots in the token ring.
+  std::int32_t head = 0;       ///< Slot of the next token to consume.
+  ds::Vector<Token> tokens;    ///< The token ring.
+  Token current;               ///< The token consumed last. Messages have its position.
+  Token lastLexed;             ///< The token lexed last.
   String spare;                ///< Not used.
   IScene* scene = nullptr;
-  INode* withNode = nullptr;        ///< The node of statements that begin with ".".
+  INode* withNode = nullptr;        ///< The node that paths beginning with "." refer to.
   ds::Vector<INode*> definedNodes;  ///< In the order of their `define` statements.
   PendingTable connections;         ///< Resolved after the last statement.
   PendingTable references;          ///< Resolved after the connections.
@@ -116,7 +116,7 @@ class VsaParser {
   void badEnumValueWarning(const String& value, IInput* input);
 
  private:
-  // The token `ahead` places behind the next one, 0 to 2.
+  // The token `ahead` positions after the next one. `ahead` is 0, 1 or 2.
   const Token& peek(std::int32_t ahead) const {
     if (ahead == 0) return tokens.data[head];
     const std::int32_t slot = head + ahead;
@@ -128,7 +128,7 @@ class VsaParser {
     advance();
     out = current;
   }
-  // Consumes a token that the grammar demands.
+  // Consumes a token that the grammar requires. Throws when the next token has another type.
   void expect(Token::Type type, const char* expected) {
     if (!nextIs(type)) tokenError(expected, peek(0));
     advance();
@@ -145,8 +145,8 @@ class VsaParser {
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
 
-  AssignInfo assignment_;        // of the current statement; the next one reuses its memory
-  TypedElements typedElements_;  // of the arrays of this text
+  AssignInfo assignment_;        // the current statement; the next one reuses its memory
+  TypedElements typedElements_;  // for the arrays of this text
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,5 +1,5 @@
-// The messages of the parser. Each bears the position of the token consumed last; a bad token bears
-// its own.
+// The messages of the parser. Each has the position of the token consumed last, except BAD TOKEN,
+// which has the position of the bad token.
 #include <stdexcept>
 
 #include "foundation/base/argument_list.h"
@@ -24,18 +24,15 @@ void VsaParser::bufferError(const char* format, ...) {
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
-// A message that no row of the table describes; the reader's own go through an Emitter.
+// For messages that are not in the table of diagnostics. The reader itself uses an Emitter.
 void VsaParser::internalError(const String& kind, const char* format, va_list args) {
   const String message = String::formatv(format, args);
   throw std::runtime_error(
       diagnostic_detail::positionedLine(kind, current.line, current.column, message).buf());
 }
 
-// The token's text is the complete message. Its record is the lexer's.
+// The token's text is the complete message. The parser itself throws the record of the lexer.
 void VsaParser::tokenError(const Token& invalid) {
-  if (lexer != nullptr && lexer->problem().logLine() == invalid.text) {
-    throw DiagnosticError(lexer->problem());
-  }
   throw std::runtime_error(invalid.text.buf());
 }
 
@@ -51,7 +48,7 @@ void VsaParser::narrowTypeWarning(const String& typeName, IInput* input) {
   emitNarrowing(emitter(), typeName, *input);
 }
 
-// Logged under the heading of an error, yet the reading goes on: the statement changes nothing.
+// Logged as an error, but parsing continues. The statement has no effect.
 void VsaParser::wrongTypeWarning(const String& found, IInput* input) {
   emitWrongType(emitter(), found, *input);
 }

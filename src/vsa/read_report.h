@@ -1,4 +1,4 @@
-// What became of the source of a reading. Internal.
+// Fills a ReadReport after parsing. Internal.
 #pragma once
 
 #include <vsa/foundation/vector.h>
@@ -8,8 +8,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The report of a reading that has ended. `tokens` is the parser's ring: an Eof token stays in it,
-/// for no statement consumes one.
+/// Returns the report of a finished parse. `tokens` is the parser's ring. It still contains the Eof
+/// token, because no statement consumes one.
 ReadReport reportOf(const Lexer& lexer, const ds::Vector<Token>& tokens);
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,4 +1,4 @@
-// Right-hand sides: a connection or a value, up to the ";". Nothing here touches the scene.
+// Parses right-hand sides, a connection or a value, including the ";". Does not access the scene.
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
@@ -20,8 +20,8 @@ bool VsaParser::connect(AssignInfo& info) {
   return true;
 }
 
-// "=" (scalar | buffer | reference) ";"   In this order: the keyword of a type without its list is
-// the name of a node.
+// "=" (scalar | buffer | reference) ";"   The order matters: a type keyword without a list is a
+// node name.
 bool VsaParser::value(AssignInfo& info) {
   if (!nextIs(Type::Equals)) return false;
   advance();

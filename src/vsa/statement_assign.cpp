@@ -1,5 +1,5 @@
-// Assignments: target path, right-hand side, node, input; then the value is applied or the link is
-// filed for later.
+// Assignments: parses the path and the right-hand side, finds the node and the input, then assigns
+// the value or stores a pending link.
 #include "vsa/apply/input_path.h"
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/value_assigner.h"
@@ -9,7 +9,7 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// The whole path for messages. One that begins with "." gets the name of its node in front.
+// The whole path for messages. The node's name is prepended to a path that begins with ".".
 String pathText(const AssignInfo& info, const interfaces::INode* node) {
   const String text = collapsedPath(info.targetPath);
   return node == nullptr || text[0] != '.' ? text : node->name() + text;
@@ -19,8 +19,8 @@ String pathText(const AssignInfo& info, const interfaces::INode* node) {
 
 // assignment = path ("=" value | "|=" source) ";"
 //
-// The right-hand side is read before the node is looked up: a statement about a missing node has
-// consumed its value when the error is raised.
+// The right-hand side is parsed before the node is looked up. The value is already consumed when
+// the error for a missing node is thrown.
 bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
@@ -33,16 +33,16 @@ bool VsaParser::parseAssign() {
   IInput* const input = target.resolve();
   if (input == nullptr) messages.fatal(DiagnosticId::InputNotFound, pathText(info, node));
   if (info.isConnection) {
-    connections.file(input, PendingLink(info));
+    connections.setLink(input, PendingLink(info));
   } else if (info.isReference) {
-    references.file(input, PendingLink(info));
+    references.setLink(input, PendingLink(info));
   } else {
-    ValueAssigner(messages, typedElements_).assign(info, *input, target.array());
+    ValueAssigner(messages, typedElements_).assign(info, target);
   }
   return true;
 }
 
-// A path that begins with "." is about the "with" node.
+// A path that begins with "." refers to the "with" node.
 interfaces::INode* VsaParser::targetNode(const AssignInfo& info) {
   const Token& first = info.targetPath[0];
   if (first.type == Token::Type::Dot) {

@@ -1,5 +1,5 @@
-// Comments. The scene keeps each of them; one that contains the file's version or time also sets
-// it.
+// Comments. The scene stores every comment. A comment that contains the file's version or time also
+// sets it.
 #include <cstddef>
 #include <string_view>
 
@@ -9,8 +9,8 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Whether `word` is followed by a ":" somewhere. Searches for colons first: comments have few.
-bool holdsKey(std::string_view comment, std::string_view word) {
+// Whether `word` occurs directly before a ":". Searches for colons first: comments have few.
+bool hasKey(std::string_view comment, std::string_view word) {
   for (std::size_t at = comment.find(':'); at != std::string_view::npos;
        at = comment.find(':', at + 1)) {
     if (comment.substr(0, at).ends_with(word)) return true;
@@ -18,7 +18,7 @@ bool holdsKey(std::string_view comment, std::string_view word) {
   return false;
 }
 
-// The text behind the first ":" of the comment.
+// The text after the first ":" of the comment.
 String headerValue(const String& comment) {
   return comment.fromFirst(':', false).trim(true, true);
 }
@@ -44,11 +44,11 @@ bool VsaParser::parseComment() {
   if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
   advanceInto(comment);
-  // A comment with both words sets the version only.
+  // A comment with both words sets only the version.
   const std::string_view text = comment.text.view();
-  if (holdsKey(text, "version")) {
+  if (hasKey(text, "version")) {
     setVersion(sceneOrNone(), comment.text, emitter());
-  } else if (holdsKey(text, "time")) {
+  } else if (hasKey(text, "time")) {
     setTime(sceneOrNone(), comment.text);
   }
   sceneOrNone().pushFileComment(comment.text);

@@ -1,5 +1,5 @@
-// Directives: remove, define, with, and declarations. Each recogniser looks at three tokens before
-// it consumes one; keywords are matched in any letter case, names exactly.
+// Directives: remove, define, with, and declarations. Each recogniser checks three tokens before it
+// consumes any. Keywords are case-insensitive, names are case-sensitive.
 #include "foundation/text/letter_case.h"
 #include "vsa/parser.h"
 
@@ -9,7 +9,7 @@ using Type = Token::Type;
 
 namespace {
 
-// The last of these nodes that is of that type, or null.
+// The last node of that type, or null.
 interfaces::INode* lastOfType(const ds::Vector<interfaces::INode*>& nodes, const String& type) {
   interfaces::INode* last = nullptr;
   for (interfaces::INode* const node : nodes) {
@@ -26,7 +26,7 @@ bool VsaParser::isDirective(std::string_view keyword, Type end) const {
          isWord(peek(0).text.view(), keyword);
 }
 
-// Consumes a directive and copies its name.
+// Consumes a directive and stores its name in `name`.
 void VsaParser::directive(Token& name) {
   advance();
   match(name, Type::Id);
@@ -40,7 +40,7 @@ bool VsaParser::remove(RemoveInfo& info) {
   return true;
 }
 
-// The "with" node stays as it is, even when it is the one removed.
+// The "with" node does not change, even when it is the removed node.
 bool VsaParser::parseRemove() {
   RemoveInfo info;
   if (!remove(info)) return false;
@@ -76,7 +76,7 @@ bool VsaParser::declare(DeclareInfo& info) {
   return true;
 }
 
-// A node that exists is left alone, whatever its type.
+// An existing node is kept, whatever its type.
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
@@ -93,7 +93,7 @@ bool VsaParser::with(WithInfo& info) {
   return true;
 }
 
-// The statement loop does not reach this: a declaration has the same shape and is tried first.
+// Unreachable from the statement loop: a declaration has the same syntax and is tried first.
 bool VsaParser::parseWith() {
   WithInfo info;
   if (!with(info)) return false;

@@ -1,4 +1,4 @@
-// Buffer literals: a typed array of elements, as a list of numbers or as one compressed text.
+// Buffer literals: a typed array of elements, written as a list of numbers or as compressed text.
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -18,7 +18,7 @@ namespace {
 using Type = Token::Type;
 using TypeTable = ds::HashMap<String, DataType>;
 
-// The keywords of the element types with one component, or of those with several.
+// The keywords of the element types with one component, or with several.
 const TypeTable* makeTable(bool isScalar) {
   auto table = std::make_unique<TypeTable>();
   for (int i = 0; i < DATA_TYPE_COUNT; ++i) {
@@ -29,7 +29,7 @@ const TypeTable* makeTable(bool isScalar) {
   return table.release();
 }
 
-// The element type of a keyword, in any letter case; Null when it is none.
+// The element type of a keyword, ignoring case. Null for any other word.
 DataType elementTypeOf(const String& keyword) {
   // Never destroyed: another thread may still read while the process exits.
   static const TypeTable& scalarBufferTypes = *makeTable(true);
@@ -48,11 +48,11 @@ bool numberFromText(const char* first, const char* last, Number& number) {
   }
 }
 
-// Converts one number of a component type and stores it. A field that does not convert stores
-// nothing.
+// Converts one number to the component type and stores it. Stores nothing when the conversion
+// fails.
 bool storeNumber(const char* first, const char* last, DataType component, unsigned char* out) {
   bool isConverted = false;
-  if (component == DataType::Bool) return false;  // no text has buffers of it
+  if (component == DataType::Bool) return false;  // the format has no Bool buffers
   visitComponent(component, [&](auto number) {
     isConverted = numberFromText(first, last, number);
     if (isConverted) std::memcpy(out, &number, sizeof(number));
@@ -60,8 +60,8 @@ bool storeNumber(const char* first, const char* last, DataType component, unsign
   return isConverted;
 }
 
-// Converts as many numbers as the kernels can into `bytes` bytes at `out`, which is aligned for
-// them: it lies a whole number of components into a block from calloc.
+// Converts as many numbers as the kernels can into `bytes` bytes at `out`. `out` is aligned: it
+// points to a component in a block from calloc.
 NumberRun storeRun(const char* from, const char* end, DataType component, unsigned char* out,
                    std::uint64_t bytes) {
   NumberRun run{from, 0};
@@ -77,7 +77,7 @@ NumberRun storeRun(const char* from, const char* end, DataType component, unsign
   messages.fatal(DiagnosticId::CannotAllocate, info.valueToken.text, info.countToken.text);
 }
 
-// Type, count and size; no memory yet.
+// Sets type, count and size. Allocates nothing.
 void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   unsigned long long count = 0;
   const String text = info.countToken.text.trimChars("[]", String());
@@ -88,11 +88,12 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   if (isTooLarge) cannotAllocate(info, messages);
   info.data.type = AttrType::Buffer;
   info.data.elementType = static_cast<std::int32_t>(type);
+  info.data.payload = {.components = {}};  // a matrix that did not convert may precede
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
-// One block of the exact size, zeroed. It is the record's data from here on, and is not freed when
-// the literal turns out to be bad.
+// Allocates one zeroed block of the exact size and stores it in the record. It is not freed when
+// the literal is invalid.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =
@@ -100,8 +101,8 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
   if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
-// The text from the "." up to the closing brace, straight into the element memory. A result that is
-// shorter than the buffer leaves the rest zero.
+// Decompresses the text from the "." up to the closing brace into the element memory. If the result
+// is shorter than the buffer, the rest stays zero.
 void expandElements(const AssignInfo& info, const Emitter& messages) {
   const BufferValue& buffer = info.data.payload.buffer;
   const String& list = info.elementsToken.text;
@@ -112,8 +113,8 @@ void expandElements(const AssignInfo& info, const Emitter& messages) {
   if (problem) messages.fatalWithoutArguments(*problem);
 }
 
-// Every field between blanks is converted, and held against the buffer's end, before a field that
-// does not convert is reported.
+// First converts every field between blanks and checks that it fits the buffer. Only then reports a
+// field that did not convert.
 void convertElements(const AssignInfo& info, const Emitter& messages) {
   const BufferValue& buffer = info.data.payload.buffer;
   const DataType component = componentType(buffer.type);
@@ -168,7 +169,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   describeBuffer(info, type, messages);
   if (info.data.payload.buffer.bytes == 0) return true;
   allocateElements(info, messages);
-  // Only single bytes may come compressed: anywhere else "." begins a number.
+  // Only single-byte components may be compressed. For all others, "." begins a number.
   const String& list = info.elementsToken.text;
   if (componentBytes(type) == 1 && list.len() > 2 && list[1] == '.') {
     expandElements(info, messages);
@@ -178,7 +179,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   return true;
 }
 
-// Converts one number and stores it at `out`, in the machine's representation.
+// Converts one number and stores it at `out` in the native representation.
 bool VsaParser::parseElem(const String& text, DataType type, unsigned char* out) {
   return storeNumber(text.buf(), text.buf() + text.len(), type, out);
 }

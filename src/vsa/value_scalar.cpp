@@ -1,5 +1,5 @@
-// Scalar literals: booleans, numbers, strings and typed tuples; and the lists that stand for
-// objects and arrays, whose contents are not read.
+// Scalar literals: booleans, numbers, strings and typed tuples. Untyped lists are object or array
+// values, and their contents are not parsed.
 #include <memory>
 #include <string_view>
 
@@ -30,7 +30,7 @@ const TypeTable* makeScalarTypes() {
   return table.release();
 }
 
-// The list without the parentheses at its ends.
+// Removes the parentheses at both ends of the list.
 std::string_view withoutParens(std::string_view list) {
   while (!list.empty() && (list.front() == '(' || list.front() == ')')) list.remove_prefix(1);
   while (!list.empty() && (list.back() == '(' || list.back() == ')')) list.remove_suffix(1);
@@ -48,8 +48,8 @@ bool convertInteger(const String& text, AttrData& data) {
 
 }  // namespace
 
-// Returns false with nothing consumed when no scalar begins here. A scalar that does not convert
-// returns false with its tokens consumed: the error is raised at the token behind it.
+// Returns false and consumes nothing when the next token begins no scalar. When a scalar does not
+// convert, returns false after consuming its tokens, so the error is reported at the next token.
 bool VsaParser::scalar(AssignInfo& info) {
   AttrData& data = info.data;
   switch (peek(0).type) {

@@ -17,7 +17,7 @@ constexpr char PROBE[] =
     "probeType faultProbe: .i = 1; .r = 2.5; .s = \"x\\n\"; .v = vec3(1 2 3); .b = float[2] {1 2};"
     ".a[2] = 7; .o.m = true; .ref = faultProbe; .link |= faultProbe.out;";
 
-/// The elements of the probe: each is empty when it is made.
+/// The elements of the probe: each is empty when it is created.
 constexpr std::uint64_t PROBE_ELEMENTS = 3;
 
 constexpr char PROBE_TEXT[] =

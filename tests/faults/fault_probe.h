@@ -1,5 +1,5 @@
-// What the tests of faults ask with: a log that takes no memory, how a reading ended, and whether
-// the scene is as good as any afterwards.
+// Helpers of the fault tests: a log sink that allocates nothing, the outcome of a read, and a check
+// that the scene is usable afterwards.
 #pragma once
 
 #include <algorithm>
@@ -13,13 +13,13 @@
 
 namespace vsa_tests {
 
-/// The log as it comes, without an allocation: a sink that cannot fail.
+/// A log sink with a fixed buffer: it never allocates and never fails.
 class FixedSink final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String& text) override {
     const std::string_view line = text.view();
-    const std::size_t room = CAPACITY - used_;
-    const std::size_t kept = std::min(room, line.size());
+    const std::size_t remaining = CAPACITY - used_;
+    const std::size_t kept = std::min(remaining, line.size());
     std::copy_n(line.data(), kept, text_ + used_);
     used_ += kept;
     if (used_ < CAPACITY) text_[used_++] = '\n';
@@ -36,7 +36,7 @@ class FixedSink final : public zn::LogSink {
   std::size_t used_ = 0;
 };
 
-/// What came of one read under a fault.
+/// The outcome of one read with a fault.
 enum class End { True, False, NoMemory, OtherException };
 
 template <class Read>
@@ -50,12 +50,12 @@ End endOf(const Read& read) {
   }
 }
 
-/// What a scene holds, in the form of an expectation.
+/// The content of a scene in the format of an expectation.
 std::string sceneText(const zn::korvo_sdk::Scene& scene);
 
-/// After a fault the scene must be as good as any: it can be dumped, and another text read into it.
-/// The text before may have used up the scene's limit of empty elements, which is raised by what
-/// the probe needs.
+/// Expects that the scene is usable after a fault: it can be dumped, and another text can be read
+/// into it. The earlier text may have reached the scene's limit of empty elements, so the limit is
+/// raised by the number that the probe needs.
 void expectUsable(zn::korvo_sdk::Scene& scene, const std::string& where);
 
 }  // namespace vsa_tests

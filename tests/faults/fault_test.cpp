@@ -1,6 +1,7 @@
-// Faults around the reader: no memory, a source that fails or stops short, a host's scene that
-// throws or refuses. Each ends the reading in a defined way: what was applied stays, the scene can
-// be read into again, and nothing leaks but what the reader's rules let go.
+// Faults outside the reader: failing allocations, a source that fails or returns too few bytes, a
+// host's scene that throws or refuses. Each has a defined outcome: applied statements stay applied,
+// another text can be read into the scene, and nothing leaks except the payloads that the reader
+// never frees.
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <set>
@@ -28,7 +29,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// The names of the nodes that a scene holds or held, in the order of their creation.
+/// The names of the current and former nodes of a scene, in creation order.
 std::vector<std::string> nodeNames(const Scene& scene) {
   std::vector<std::string> names;
   for (std::uint64_t i = 0; i < scene.nodeSlots(); ++i) {
@@ -39,7 +40,7 @@ std::vector<std::string> nodeNames(const Scene& scene) {
 
 // --- The texts ---
 
-/// The messages that reading the texts raises.
+/// The messages that the texts raise.
 std::set<DiagnosticId> raisedByTexts() {
   std::set<DiagnosticId> raised;
   for (const Text& text : faultTexts()) {
@@ -66,7 +67,7 @@ TEST(FaultTextTest, EveryMessageIsRaised) {
   for (const auto& [id, reason] : neverRaised()) EXPECT_GT(reason.size(), 10u) << rowOf(id).name;
 }
 
-/// All texts, or every so-many-th: where programs run slowly, fewer will do.
+/// All texts, or every n-th where programs run slowly.
 std::vector<Text> sampledTexts() {
   const std::size_t step = sampleStep(1);
   std::vector<Text> sampled;
@@ -74,16 +75,16 @@ std::vector<Text> sampledTexts() {
   return sampled;
 }
 
-// --- No memory ---
+// --- failing allocations ---
 
 struct MemoryFault {
   End end;
   bool hasFailed;
-  /// Blocks that were taken and not given back once the scene was gone.
+  /// Blocks that are still allocated after the scene was destroyed.
   std::int64_t keptBlocks;
 };
 
-/// Reads with the k-th allocation failing, if there are as many, and destroys the scene again.
+/// Reads with the k-th allocation failing, if there is one, and then destroys the scene.
 MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, bool fromFile) {
   MemoryFault fault{};
   const zn::String source = zn::String::copyOf(text.text);
@@ -102,7 +103,7 @@ MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, boo
     }
     fault.hasFailed = AllocationTracker::hasFailed();
     AllocationTracker::stop();
-    // Under a watch of its own, or the dump's memory would count.
+    // Not tracked: the dump's memory must not count.
     if (fault.hasFailed) static_cast<void>(sceneText(scene));
     AllocationTracker::resume();
   }
@@ -111,29 +112,29 @@ MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, boo
   return fault;
 }
 
-/// The blocks kept when the first allocation fails, the second and so on; at the end, when none
-/// does.
+/// The number of kept blocks when the first allocation fails, the second and so on. The last entry
+/// is for no failure.
 std::vector<std::int64_t> failEveryAllocation(const Text& text, bool everAfter, bool fromFile) {
   std::vector<std::int64_t> kept;
   for (;;) {
     const MemoryFault fault = readWithFault(text, kept.size() + 1, everAfter, fromFile);
     kept.push_back(fault.keptBlocks);
     if (!fault.hasFailed) return kept;
-    // A buffer that cannot be had is an error of the text.
+    // A buffer that cannot be allocated is an error of the text.
     EXPECT_TRUE(fault.end == End::NoMemory || fault.end == End::False)
         << text.name << ", allocation " << kept.size();
   }
 }
 
-/// Whether a text has a literal whose payload is memory of its own: a string or a buffer. It is the
-/// reader's from the literal to the end of its statement, where the scene takes it; a statement
-/// that does not come to that lets it go.
+/// Whether a text has a literal with an allocated payload: a string or a buffer. The reader owns
+/// the payload until the end of the statement, when the scene takes ownership. A statement that
+/// fails before leaks it.
 bool hasPayload(const Text& text) {
   return text.text.find_first_of("\"'{") != std::string::npos;
 }
 
-// What the statements before a fault let go, every later fault lets go, too. The one block more is
-// the payload of the statement that the fault ended.
+// The payloads leaked before a fault are also leaked with every later fault. The one additional
+// block is the payload of the statement that failed.
 void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& kept) {
   const std::int64_t pending = hasPayload(text) ? 1 : 0;
   std::int64_t least = kept.back();
@@ -145,23 +146,24 @@ void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& k
   }
 }
 
-/// Whether later allocations fail, too; whether the text is read from a file.
+/// Parameters: whether all later allocations fail too; whether the text is read from a file.
 class NoMemoryTest : public testing::TestWithParam<std::pair<bool, bool>> {
  protected:
-  // What the first reading makes for good is there before blocks are counted.
+  // Performs the one-time allocations of the first read before blocks are counted.
   static void SetUpTestSuite() { faultTexts(); }
 };
 
-TEST_P(NoMemoryTest, EndsTheReadingAndKeepsTheRest) {
+TEST_P(NoMemoryTest, StopsTheParseAndLeaksOnlyPayloads) {
   const auto [everAfter, fromFile] = GetParam();
   for (const Text& text : sampledTexts()) {
     expectOnlyPayloadsKept(text, failEveryAllocation(text, everAfter, fromFile));
   }
 }
 
-// Fault after fault, how many payloads are kept, until that changes: one from its literal on until
-// the scene takes it, or for good when it is refused. It shows where the scene makes room between.
-TEST_P(NoMemoryTest, LetsGoNoMoreThanThePayloadAtHand) {
+// The number of leaked payloads for each failing allocation, without repetitions. A payload counts
+// from its literal until the scene takes ownership, or permanently when it is refused. This shows
+// where the scene allocates in between.
+TEST_P(NoMemoryTest, LeaksAtMostThePayloadOfTheFailedStatement) {
   const std::pair<const char*, const char*> rows[] = {
       {"t n; n.i = 1; n.v = vec3(1 2 3); n.o.m[2] = 2; n.l |= n.out; n.r = n;", "0"},
       {"t n; n.s = \"some text\"; n.i = 1;", "010"},
@@ -204,9 +206,9 @@ TEST(NoMemoryTest, LeavesTheSceneUsable) {
   }
 }
 
-// What is applied before the fault is what a reading without faults applies: its nodes are the
-// first of those. Texts that remove nodes are left out.
-TEST(NoMemoryTest, KeepsWhatWasApplied) {
+// A read with a fault creates the first nodes that a read without faults creates. Texts that remove
+// nodes are skipped.
+TEST(NoMemoryTest, AppliedStatementsStayApplied) {
   for (const Text& text : faultTexts()) {
     if (text.text.find("emove") != std::string::npos) continue;
     Scene whole;
@@ -237,7 +239,7 @@ TEST(NoMemoryTest, KeepsWhatWasApplied) {
 
 // --- A source that fails, stops short or throws ---
 
-/// What a reading into `scene` gives, in the form of an expectation that can be compared.
+/// The outcome of a read into `scene`, in the comparable format of an expectation.
 template <class Read>
 std::string outcomeIn(Scene& scene, const Read& read) {
   setSmallLimits(scene);
@@ -257,7 +259,7 @@ std::string outcomeOfFile(Scene& scene, const zn::File& file) {
   return outcomeIn(scene, [&](Scene* into) { return impl::parseVsa(into, file, true); });
 }
 
-/// Reads that deliver something. The one after them meets the end.
+/// The number of reads that return bytes. The next read is at the end.
 std::size_t readsOf(const Text& text, std::size_t piece) {
   return (text.text.size() + piece - 1) / piece;
 }
@@ -266,7 +268,7 @@ bool isReadWhole(const std::string& outcome) {
   return outcome.starts_with("result true\n");
 }
 
-TEST(SourceFaultTest, AFailingReadEndsTheTextThere) {
+TEST(SourceFaultTest, FailedReadEndsTheText) {
   constexpr std::size_t PIECE = 3;
   for (const Text& text : sampledTexts()) {
     const zn::String whole = zn::String::copyOf(text.text);
@@ -277,14 +279,14 @@ TEST(SourceFaultTest, AFailingReadEndsTheTextThere) {
       const std::string outcome = outcomeOfFile(scene, file);
       EXPECT_EQ(outcome, outcomeOfString(std::string_view(text.text).substr(0, good * PIECE)))
           << where;
-      // An error in the text may have ended the reading before.
+      // An error in the text may have stopped the parse before.
       EXPECT_TRUE(file.failed() || !isReadWhole(outcome)) << where;
       if (good % 8 == 0 || good == readsOf(text, PIECE)) expectUsable(scene, where);
     }
   }
 }
 
-TEST(SourceFaultTest, AShortReadChangesNothing) {
+TEST(SourceFaultTest, ShortReadChangesNothing) {
   constexpr std::size_t PIECE = 16;
   for (const Text& text : sampledTexts()) {
     const std::string sound = outcomeOfString(text.text);
@@ -298,7 +300,7 @@ TEST(SourceFaultTest, AShortReadChangesNothing) {
   }
 }
 
-TEST(SourceFaultTest, WhatASourceThrowsEndsTheReading) {
+TEST(SourceFaultTest, SourceExceptionStopsTheParse) {
   constexpr std::size_t PIECE = 5;
   for (const Text& text : sampledTexts()) {
     const zn::String whole = zn::String::copyOf(text.text);
@@ -310,8 +312,8 @@ TEST(SourceFaultTest, WhatASourceThrowsEndsTheReading) {
       const zn::ScopedLogSink scope(&sink);
       const zn::File file(new FailingPieces(whole, PIECE, good, FailingPieces::Throws));
       const End end = endOf([&] { return impl::parseVsa(&scene, file, true); });
-      // Among the first three tokens it leaves the entry point, later it is an error like any. An
-      // error in the text may have ended the reading before.
+      // During the first three tokens the exception propagates, later it is logged as an error. An
+      // error in the text may have stopped the parse before.
       EXPECT_TRUE(end == End::False || end == End::OtherException) << where;
       if (end == End::OtherException) {
         EXPECT_EQ(sink.lines, 0u) << where;
@@ -326,7 +328,7 @@ TEST(SourceFaultTest, WhatASourceThrowsEndsTheReading) {
 
 // --- A host's scene that throws or refuses ---
 
-/// A host's scene, and one reading into it.
+/// A host's scene, and one read into it.
 struct HostRead {
   HostRead() { setSmallLimits(scene); }
 
@@ -335,7 +337,7 @@ struct HostRead {
     end = endOf([&] { return impl::parseString(&host, zn::String::copyOf(text.text)); });
   }
 
-  /// As a file, which resets the header before.
+  /// Reads from a file, which first resets the header.
   void readAfterReset(const Text& text) {
     const zn::ScopedLogSink scope(&sink);
     const zn::File file(new TextPieces(zn::String::copyOf(text.text), 7));
@@ -367,7 +369,7 @@ void throwAtEveryCall(const Text& text, std::set<std::string>& thrown) {
   }
 }
 
-/// The operations that reset the header, in order. They come before what the reader catches.
+/// The operations that reset the header, in order. The reader does not catch their exceptions.
 std::vector<std::string> throwAtEveryReset() {
   const Text empty = {"nothing", ""};
   std::vector<std::string> thrown;
@@ -384,21 +386,21 @@ std::vector<std::string> throwAtEveryReset() {
   return thrown;
 }
 
-TEST(HostFaultTest, WhatASceneThrowsIsTheError) {
+TEST(HostFaultTest, SceneExceptionIsTheLoggedError) {
   const std::vector<std::string> reset = throwAtEveryReset();
   EXPECT_EQ(reset, (std::vector<std::string>{"clearComments", "setFileVersion", "setFileTime"}));
   std::set<std::string> thrown;
   for (const Text& text : faultTexts()) throwAtEveryCall(text, thrown);
-  // The comments are forgotten in the reset only.
+  // Only the reset clears the comments.
   EXPECT_TRUE(thrown.insert("clearComments").second);
-  // Every operation that a scene has.
+  // Every operation of a scene.
   const std::vector<std::string> all = operationsOfInterface();
   const std::set<std::string> called(all.begin(), all.end());
   for (const std::string& name : called) EXPECT_TRUE(thrown.contains(name)) << name;
   for (const std::string& name : thrown) EXPECT_TRUE(called.contains(name)) << name;
 }
 
-/// Creates in every way there is. Of several links the order would be that of addresses.
+/// Uses every way of creating. Has one link, because the order of several depends on addresses.
 const Text CREATING = {
     "every creation", "t a; define b; a.x = 1; a.y[1] = 2; a.o.m = 3; a.o.n[0] = 4; a.l |= b.out;"};
 
@@ -417,7 +419,7 @@ std::vector<std::string> creationsIn(const Text& text) {
   }
 }
 
-/// Returns how many creations were refused, each in a reading of its own.
+/// Returns how many creations were refused, one per read.
 std::uint64_t refuseEveryCreation(const Text& text) {
   for (std::uint64_t n = 1;; ++n) {
     const std::string where = text.name + ", creation " + std::to_string(n);
@@ -430,7 +432,7 @@ std::uint64_t refuseEveryCreation(const Text& text) {
   }
 }
 
-TEST(HostFaultTest, ARefusedCreationIsNoCrash) {
+TEST(HostFaultTest, RefusedCreationDoesNotCrash) {
   for (const Text& text : faultTexts()) refuseEveryCreation(text);
   const std::vector<std::string> creations = {
       "createNode",       "defineNode",    "node createInput",             // a, b, x
@@ -443,8 +445,8 @@ TEST(HostFaultTest, ARefusedCreationIsNoCrash) {
   EXPECT_EQ(refuseEveryCreation(CREATING), creations.size());
 }
 
-// Such a scene gives what no scene gives.
-TEST(HostFaultTest, ASceneThatRefusesEverythingIsNoCrash) {
+// Such a scene has the same outcome as no scene.
+TEST(HostFaultTest, SceneThatRefusesEverythingDoesNotCrash) {
   for (const Text& text : faultTexts()) {
     HostRead refusing;
     refusing.host.refuseEverything();

@@ -20,7 +20,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A line of an expectation without what differs from case to case: quoted parts, numbers, paths.
+// A line of an expectation without the parts that vary between cases: quotes, numbers, paths.
 std::string wordingOf(const std::string& line) {
   std::string wording;
   char quote = '\0';
@@ -38,8 +38,7 @@ std::string wordingOf(const std::string& line) {
   return wording;
 }
 
-// Whether an expectation says that the reader logs or throws what is not among `seen` yet, where it
-// then is.
+// Whether an expectation has a logged or thrown message that is not in `seen`. Adds it to `seen`.
 bool addsWording(const std::string& expectation, std::set<std::string>& seen) {
   bool isNew = false;
   std::istringstream lines(expectation);
@@ -49,7 +48,7 @@ bool addsWording(const std::string& expectation, std::set<std::string>& seen) {
   return isNew;
 }
 
-// A large text is read too often for its size, and a large scene is looked at too often.
+// Large texts are read too often, and large scenes dumped too often, to be fast.
 bool isSmall(const Case& each) {
   return fs::file_size(each.text) <= 4096 && fs::file_size(each.expectation) < 16384;
 }
@@ -74,11 +73,11 @@ void addOwn(std::vector<Text>& texts) {
   texts.push_back({"a header", "# version: 3\n# time: noon\n# and no more\n"});
   texts.push_back({"cut off in a string", "t n; n.s = \"on"});
   texts.push_back({"cut off in a list", "t n; n.v = vec3(1 2"});
-  texts.push_back({"no such input of the node at hand", "t n: .i = null; .i[0] = 1;"});
-  texts.push_back({"nodes come and go",
+  texts.push_back({"missing input of the with node", "t n: .i = null; .i[0] = 1;"});
+  texts.push_back({"nodes created, defined and removed",
                    "lamp a; define b; define a; a.on = true; b.a |= a.out; remove b; remove c;"
                    "define b; b.on = false;"});
-  // So many that those ahead are announced to the scene.
+  // Enough links for the resolver to prefetch inputs.
   std::string links = "lamp a:";
   for (int i = 0; i < 30; ++i) {
     links += ".c" + std::to_string(i) + " |= a.out; .r" + std::to_string(i) + " = a;";
@@ -86,7 +85,7 @@ void addOwn(std::vector<Text>& texts) {
   texts.push_back({"many links", links});
 }
 
-// What the process keeps from its first reading on is no reading's to give back.
+// Performs the one-time allocations, which stay allocated until the process exits.
 void readOnce() {
   declareCaseTypes();
   zn::korvo_sdk::Scene scene;
@@ -117,7 +116,7 @@ const std::vector<Text>& faultTexts() {
 const std::map<zn::korvo_sdk::DiagnosticId, std::string>& neverRaised() {
   using enum zn::korvo_sdk::DiagnosticId;
   static const std::map<zn::korvo_sdk::DiagnosticId, std::string> reasons = {
-      {HostError, "a host's scene throws it; the tests below do"},
+      {HostError, "thrown by a host, as in HostFaultTest"},
   };
   return reasons;
 }
@@ -130,7 +129,7 @@ std::vector<std::string> operationsOfInterface() {
   std::string prefix;
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with(CLASS)) {
-      // A WatchedScene tells the operations of a node from an input's by a word in front.
+      // WatchedScene prefixes the operations of nodes, to distinguish them from those of inputs.
       const std::string type =
           line.substr(CLASS.size(), line.find(' ', CLASS.size()) - CLASS.size());
       prefix = type == "INode" ? "node " : "";

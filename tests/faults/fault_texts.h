@@ -1,5 +1,6 @@
-// Texts to fail at: between them they raise every message and make the reader call every operation
-// of a scene. With them, what the sources say these are, so that a test can ask for each.
+// Texts for the fault tests. Together they raise every message and make the reader call every
+// operation of a scene. The list of the operations comes from the source of the interface, so that
+// a test can check each.
 #pragma once
 
 #include <cstdint>
@@ -17,22 +18,22 @@ struct Text {
   std::string text;
 };
 
-/// The limits of the scenes that the texts are read into: a short text comes up against them, and
-/// one that leaps to a far index takes one step an element, of which a few tell as much as many.
+/// The limits of the scenes that the texts are read into. They are small, so that a short text
+/// exceeds them and an assignment to a large index creates few elements.
 constexpr std::uint64_t EMPTY_ELEMENTS = 100;
 constexpr std::uint64_t LEVELS = 16;
 
 void setSmallLimits(zn::korvo_sdk::Scene& scene);
 
-/// Small cases, one for each wording of a logged line, and texts of their own for what no small
-/// case shows. What is made once in a process is made before the first of them is returned: the
-/// node type of the cases is declared, and the reader's keyword tables are there.
+/// Small cases, one for each different log message, and additional texts for what no small case
+/// covers. The first call also initialises what a process initialises once: the node type of the
+/// cases and the reader's keyword tables.
 const std::vector<Text>& faultTexts();
 
-/// Messages that reading the fault texts does not raise, each with the reason.
+/// Messages that the fault texts do not raise, with the reason for each.
 const std::map<zn::korvo_sdk::DiagnosticId, std::string>& neverRaised();
 
-/// The operations of the scene's interface under the names that a WatchedScene gives them.
+/// The operations of the scene interface, named as in WatchedScene.
 std::vector<std::string> operationsOfInterface();
 
 }  // namespace vsa_tests

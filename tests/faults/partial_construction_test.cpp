@@ -1,5 +1,5 @@
-// What was half made when the memory ran out goes again: the handle of a file that is being opened,
-// the slot of an element that an array is being given, an input that is to have a structure.
+// A failed allocation undoes a partial construction: the handle of a file being opened, the slot of
+// an element being appended, an input being given a structure.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -19,7 +19,7 @@ namespace {
 using namespace zn::korvo_sdk;
 using interfaces::IInput;
 
-/// The number that the next file of this process gets: it stays while every file is closed again.
+/// The next file descriptor of this process. It is the same again when every opened file is closed.
 int nextDescriptor() {
   const int descriptor = dup(STDERR_FILENO);
   close(descriptor);
@@ -29,11 +29,11 @@ int nextDescriptor() {
 struct Opening {
   bool hasFailed;  // there was a k-th allocation
   bool isThrown;
-  int descriptor;  // once all is over
+  int descriptor;  // at the end
   std::int64_t liveBlocks;
 };
 
-/// What comes of opening a file with the k-th allocation failing.
+/// Opens a file with the k-th allocation failing.
 Opening openWithFault(std::uint64_t k) {
   Opening opening{};
   AllocationTracker::start();
@@ -50,7 +50,7 @@ Opening openWithFault(std::uint64_t k) {
   return opening;
 }
 
-TEST(FileMemoryTest, AHandleWithoutAFileIsClosed) {
+TEST(FileMemoryTest, FileIsClosedWhenTheHandleCannotBeCreated) {
   const int descriptor = nextDescriptor();
   for (const std::uint64_t k : {1U, 2U}) {
     const Opening opening = openWithFault(k);
@@ -61,7 +61,7 @@ TEST(FileMemoryTest, AHandleWithoutAFileIsClosed) {
   }
 }
 
-/// Gives the array one element more, the next allocation failing. Whether it was to be had.
+/// Appends an element with the next allocation failing. Returns whether the element was appended.
 bool appendWithFault(IInput& array) {
   bool isThrown = false;
   AllocationTracker::start();
@@ -76,8 +76,8 @@ bool appendWithFault(IInput& array) {
   return !isThrown;
 }
 
-// Room for elements is taken for many at a time, in the array and in the scene by turns.
-TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
+// The array and the scene each allocate capacity for many elements at a time.
+TEST(ArrayMemoryTest, FailedElementHasNoSlot) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.keys[0] = 1;"));
   IInput* const array = scene.findNode("lamp1")->input("keys");
@@ -98,9 +98,9 @@ TEST(ArrayMemoryTest, AnElementThatCannotBeMadeHasNoSlot) {
   EXPECT_GT(failures, 1);
 }
 
-/// Does what it is given, the k-th allocation failing. Whether that one was reached.
+/// Calls `what` with the k-th allocation failing. Returns whether that allocation was reached.
 template <class Do>
-bool isRefusedMemory(std::uint64_t k, const Do& what) {
+bool failsWithoutMemory(std::uint64_t k, const Do& what) {
   bool isThrown = false;
   AllocationTracker::start();
   AllocationTracker::failAt(k, false);
@@ -114,16 +114,16 @@ bool isRefusedMemory(std::uint64_t k, const Do& what) {
   return isThrown;
 }
 
-// The list of a node's inputs grows in a block of the scene, then in memory of its own, and has an
-// index beside it.
-TEST(NodeMemoryTest, AnInputThatCannotBeMadeIsNotInTheList) {
+// The list of a node's inputs first grows in a block of the scene, then in its own block, and has
+// an index.
+TEST(NodeMemoryTest, FailedInputIsNotInTheList) {
   Scene scene;
   Node* const node = scene.createNode("lamp", "lamp1", zn::String());
   int failures = 0;
   for (std::uint64_t count = 0; count < 1200; ++count) {
     const zn::String name(static_cast<unsigned long long>(count));
     std::uint64_t k = 0;
-    while (isRefusedMemory(++k, [&] { node->createInput(name, AttrType::Int); })) {
+    while (failsWithoutMemory(++k, [&] { node->createInput(name, AttrType::Int); })) {
       ++failures;
       ASSERT_EQ(node->inputCount(), count);
     }
@@ -134,8 +134,8 @@ TEST(NodeMemoryTest, AnInputThatCannotBeMadeIsNotInTheList) {
   EXPECT_GT(failures, 3);
 }
 
-// An input that only a link has named becomes what its first value or member makes of it.
-TEST(MemberMemoryTest, AMemberThatCannotBeMadeMakesNoObject) {
+// An input that only a link has used gets its type from its first value or member.
+TEST(MemberMemoryTest, FailedMemberCreatesNoObject) {
   std::uint64_t k = 0;
   bool isRefused = true;
   while (isRefused) {
@@ -143,15 +143,15 @@ TEST(MemberMemoryTest, AMemberThatCannotBeMadeMakesNoObject) {
     ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.rig |= lamp1.out;"));
     Input* const rig = scene.findNode("lamp1")->input("rig");
     const zn::String name("keys");
-    isRefused = isRefusedMemory(++k, [&] { rig->createArray(name, AttrType::Int); });
+    isRefused = failsWithoutMemory(++k, [&] { rig->createArray(name, AttrType::Int); });
     EXPECT_EQ(rig->type(), isRefused ? AttrType::Null : AttrType::Object) << k;
     EXPECT_EQ(rig->memberCount(), isRefused ? 0U : 1U) << k;
   }
   EXPECT_GT(k, 2U);
 }
 
-// A declared input is there with the element type that it was declared with, or not at all.
-TEST(DeclaredMemoryTest, ABufferThatCannotBeMadeIsMadeWhole) {
+// A declared input exists with its declared element type, or not at all.
+TEST(DeclaredMemoryTest, FailedBufferIsCreatedCompletelyOrNotAtAll) {
   NodeType type;
   type.name = "half_made_lamp";
   type.inputs = {
@@ -166,7 +166,7 @@ TEST(DeclaredMemoryTest, ABufferThatCannotBeMadeIsMadeWhole) {
       Scene scene;
       Node* const node = scene.createNode("half_made_lamp", "lamp1", zn::String());
       const zn::String sought(name);
-      isRefused = isRefusedMemory(++k, [&] { node->input(sought); });
+      isRefused = failsWithoutMemory(++k, [&] { node->input(sought); });
       EXPECT_EQ(node->inputCount(), isRefused ? 0U : 1U) << name << ' ' << k;
       const Input* const input = node->input(sought);
       const bool isBuffer = input->type() == AttrType::Buffer;

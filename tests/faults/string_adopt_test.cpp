@@ -1,4 +1,4 @@
-// String::adopt when there is no memory: nothing leaks, and the characters stay with their owner.
+// String::adopt with failing allocations: nothing leaks, and the caller keeps the characters.
 #include <gtest/gtest.h>
 
 #include <new>
@@ -15,21 +15,22 @@ namespace {
 using vsa_tests::AllocationTracker;
 using vsa_tests::text;
 
-/// What comes of adopting 100 characters, in a block of `room`, with the k-th allocation failing.
+/// The result of adopting 100 characters in a block of `capacity` bytes with the k-th allocation
+/// failing.
 struct Adoption {
   bool hasFailed = false;  // there was a k-th allocation
   bool isThrown = false;
   std::string adopted;
   std::string left;
-  std::int64_t liveBlocks = 0;  // once all is over
+  std::int64_t liveBlocks = 0;  // at the end
 };
 
-Adoption adoptWithFault(unsigned long room, std::uint64_t k) {
+Adoption adoptWithFault(unsigned long capacity, std::uint64_t k) {
   Adoption adoption;
   AllocationTracker::start();
   {
     ds::Vector<char> chars;
-    chars.reserve(room);
+    chars.reserve(capacity);
     for (int i = 0; i < 100; ++i) chars.push_back('x');
     AllocationTracker::failAt(k, false);
     String adopted;
@@ -41,7 +42,7 @@ Adoption adoptWithFault(unsigned long room, std::uint64_t k) {
     AllocationTracker::stop();
     adoption.hasFailed = AllocationTracker::hasFailed();
     adoption.adopted = text(adopted);
-    adoption.left = std::string(chars.begin(), chars.end());  // NOLINT: it may hold them still
+    adoption.left = std::string(chars.begin(), chars.end());  // NOLINT: it may still contain them
     AllocationTracker::resume();
   }
   AllocationTracker::stop();
@@ -51,8 +52,9 @@ Adoption adoptWithFault(unsigned long room, std::uint64_t k) {
 
 const std::string CHARS(100, 'x');
 
-// There is room for the NUL: the header is the first allocation, the second gives spare room back.
-TEST(StringMemory, NoneForTheHeader) {
+// The block has capacity for the NUL: the first allocation is the header, the second shrinks the
+// block.
+TEST(StringMemory, HeaderAllocationFails) {
   const Adoption adoption = adoptWithFault(200, 1);
   EXPECT_TRUE(adoption.hasFailed);
   EXPECT_TRUE(adoption.isThrown);
@@ -61,7 +63,7 @@ TEST(StringMemory, NoneForTheHeader) {
   EXPECT_EQ(adoption.liveBlocks, 0);
 }
 
-TEST(StringMemory, SpareRoomThatCannotGoBackStays) {
+TEST(StringMemory, FailedShrinkKeepsTheExcess) {
   const Adoption adoption = adoptWithFault(200, 2);
   EXPECT_TRUE(adoption.hasFailed);
   EXPECT_FALSE(adoption.isThrown);
@@ -70,7 +72,7 @@ TEST(StringMemory, SpareRoomThatCannotGoBackStays) {
   EXPECT_EQ(adoption.liveBlocks, 0);
 }
 
-TEST(StringMemory, NoneForTheNul) {
+TEST(StringMemory, AllocationForTheNulFails) {
   const Adoption adoption = adoptWithFault(100, 1);
   EXPECT_TRUE(adoption.hasFailed);
   EXPECT_TRUE(adoption.isThrown);
@@ -78,13 +80,13 @@ TEST(StringMemory, NoneForTheNul) {
   EXPECT_EQ(adoption.liveBlocks, 0);
 }
 
-TEST(StringMemory, EnoughForAll) {
-  for (const unsigned long room : {100UL, 101UL, 200UL}) {
-    const Adoption adoption = adoptWithFault(room, 4);
-    EXPECT_FALSE(adoption.hasFailed) << room;
-    EXPECT_EQ(adoption.adopted, CHARS) << room;
-    EXPECT_EQ(adoption.left, "") << room;
-    EXPECT_EQ(adoption.liveBlocks, 0) << room;
+TEST(StringMemory, AllAllocationsSucceed) {
+  for (const unsigned long capacity : {100UL, 101UL, 200UL}) {
+    const Adoption adoption = adoptWithFault(capacity, 4);
+    EXPECT_FALSE(adoption.hasFailed) << capacity;
+    EXPECT_EQ(adoption.adopted, CHARS) << capacity;
+    EXPECT_EQ(adoption.left, "") << capacity;
+    EXPECT_EQ(adoption.liveBlocks, 0) << capacity;
   }
 }
 

@@ -37,7 +37,7 @@ std::size_t FailingPieces::read(char* to, std::size_t capacity) {
   return TextPieces::read(to, capacity);
 }
 
-// Each operation is counted before it is passed on, so a call that throws has changed nothing.
+// Each operation is counted before it is forwarded, so a call that throws changes nothing.
 
 class WatchedScene::WatchedEnumeration final : public host::IEnumeration {
  public:
@@ -206,7 +206,7 @@ bool WatchedScene::refuses() {
   return ++creations_ == refusing_ || refusesEverything_;
 }
 
-// The same object for the same one behind it: the reader tells inputs apart by their addresses.
+// Returns the same wrapper for the same object: the reader identifies inputs by address.
 
 WatchedScene::WatchedNode* WatchedScene::watched(host::INode* node) {
   if (node == nullptr) return nullptr;

@@ -1,5 +1,5 @@
-// A host's scene in front of another one: every call is counted and passed on, and the n-th of them
-// throws, or the n-th creation is refused. With it, sources that fail at the n-th read.
+// A host's scene that wraps another scene. It counts and forwards every call. The n-th call throws,
+// or the n-th creation is refused. Also sources that fail at the n-th read.
 #pragma once
 
 #include <cstdint>
@@ -14,7 +14,7 @@
 
 namespace vsa_tests {
 
-/// Declares the node type that the cases find declared.
+/// Declares the node type that the cases use.
 void declareCaseTypes();
 
 /// Delivers a text in pieces of `most` bytes.
@@ -29,7 +29,8 @@ class TextPieces : public zn::ByteSource {
   std::size_t at_ = 0;
 };
 
-/// Does so `good` times, then something else happens once (StopsShort) or for good.
+/// Succeeds `good` times. Then the fault occurs: once for StopsShort, otherwise at every later
+/// read.
 class FailingPieces final : public TextPieces {
  public:
   enum Fault { Fails, StopsShort, Throws };
@@ -51,9 +52,9 @@ class WatchedScene final : public zn::korvo_sdk::interfaces::IScene {
   WatchedScene& operator=(const WatchedScene&) = delete;
   ~WatchedScene();
 
-  /// The n-th call, of whatever operation, throws std::runtime_error "host fault in NAME".
+  /// Makes the n-th call of any operation throw std::runtime_error "host fault in NAME".
   void throwAt(std::uint64_t n) { throwing_ = n; }
-  /// The n-th creation returns null, or adds nothing.
+  /// Makes the n-th creation return null or add nothing.
   void refuseAt(std::uint64_t n) { refusing_ = n; }
   void refuseEverything() { refusesEverything_ = true; }
 

@@ -1,6 +1,6 @@
-// A host's own scene that writes down what the reader asks of it, one line a call that changes
-// something, and that refuses what it is told to refuse. It expects of questions what the interface
-// promises of them.
+// A host's scene that records the reader's calls, one line for each call that changes something,
+// and refuses chosen calls. It checks that the arguments of queries are those that the interface
+// documents.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,19 +23,19 @@ namespace vsa_tests {
 namespace sdk = zn::korvo_sdk;
 namespace host = zn::korvo_sdk::interfaces;
 
-/// What a host scene refuses, and where its calls go.
+/// Which calls a host scene refuses, and the record of its calls.
 struct HostOptions {
   bool refusesNodes = false;     ///< createNode and defineNode return null.
   bool refusesInputs = false;    ///< createInput of nodes returns null.
-  bool forgetsInputs = false;    ///< Nodes deny having inputs, and give the same ones out again.
+  bool forgetsInputs = false;    ///< hasInput of nodes returns false, also for existing inputs.
   bool refusesArrays = false;    ///< createArray of nodes returns null.
   bool refusesMembers = false;   ///< createInput and createArray of inputs return null.
   bool refusesElements = false;  ///< appendElement adds nothing.
   bool losesElements = false;    ///< element returns null.
   bool refusesOutputs = false;   ///< output returns null.
   std::vector<std::string> calls;
-  int typesAsked = 0;  ///< How often the types of nodes were asked for.
-  /// Called with each line before it is written down; may throw.
+  int typesAsked = 0;  ///< Number of calls of type() on nodes.
+  /// Called with each line before it is recorded; may throw.
   std::function<void(const std::string&)> onCall;
 
   void record(const std::string& line) {
@@ -60,15 +60,15 @@ class HostInput final : public host::IInput {
   HostInput(HostOptions& options, std::string where, sdk::AttrType type)
       : kind(type), options_(options), where_(std::move(where)) {}
 
-  // What the input answers; tests may change it.
+  // The results of the input's functions. Tests may change them.
   sdk::AttrType kind;
   sdk::AttrType elements = sdk::AttrType::Null;
   sdk::DataType buffers = sdk::DataType::Null;
   bool refuses = false;
-  bool deniesBeingArray = false;  ///< isArray answers false, whatever the type is.
-  bool countsNone = false;        ///< count answers 0, whatever there is.
+  bool deniesBeingArray = false;  ///< isArray returns false for every type.
+  bool countsNone = false;        ///< count returns 0.
   const host::IEnumeration* enumeration = nullptr;
-  int held = 0;  ///< Retained and not released yet.
+  int held = 0;  ///< Calls of retain minus calls of release.
 
   sdk::AttrType type() const override { return kind; }
   zn::String typeName() const override { return sdk::attrTypeName(kind); }
@@ -143,7 +143,7 @@ class HostInput final : public host::IInput {
     --held;
   }
 
-  /// Drops the last elements of an array; pointers to them end.
+  /// Removes the last elements of an array. Pointers to them become invalid.
   void shrinkTo(std::size_t size) {
     while (list_.size() > size) list_.pop_back();
   }
@@ -209,7 +209,7 @@ class HostNode final : public host::INode {
     return &outputs_.try_emplace(text(name), name_ + '.' + text(name)).first->second;
   }
 
-  /// An input without a line in the calls.
+  /// Adds an input without recording a call.
   HostInput* add(const std::string& name, sdk::AttrType type) {
     return &inputs_.try_emplace(name, options_, name_ + '.' + name, type).first->second;
   }
@@ -254,7 +254,7 @@ class HostScene final : public host::IScene {
   }
   void clearComments() override { options.record("clearComments"); }
 
-  /// A node without a line in the calls.
+  /// Adds a node without recording a call.
   HostNode* add(const std::string& type, const std::string& name) {
     return &nodes_.try_emplace(name, options, type, name).first->second;
   }

@@ -1,4 +1,4 @@
-// A parser whose members tests call one at a time, standing before the first token of a text.
+// A parser before the first token of a text. Tests call its members directly.
 #pragma once
 
 #include <optional>
@@ -56,7 +56,7 @@ std::string thrownBy(Call call) {
   return "";
 }
 
-/// What was logged while the object lives, one line each: "warning: TEXT".
+/// Captures the log for the lifetime of the object, one line per message: "warning: TEXT".
 class LoggedLines {
  public:
   LoggedLines() : scope_(&capture_) {}

@@ -1,4 +1,4 @@
-// The left-hand side as tokens: path, its suffixes, and collapse.
+// Input paths as tokens: path(), its suffixes, and collapse().
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,7 +11,7 @@ namespace {
 using vsa_tests::PrimedParser;
 using vsa_tests::text;
 
-/// The tokens of the path, blanks between them, then what is left ahead; "-" when there is none.
+/// The tokens of the path, separated by blanks, and then the remaining tokens; "-" without a path.
 std::string pathOf(const std::string& bytes) {
   PrimedParser primed(bytes);
   const std::string before = primed.ahead();
@@ -69,7 +69,7 @@ TEST(Path, Suffixes) {
   for (const Row& row : ROWS) EXPECT_EQ(pathOf(row.text), row.path) << row.text;
 }
 
-TEST(Path, PositionsStayWithTheTokens) {
+TEST(Path, TokensKeepTheirPositions) {
   PrimedParser primed("ab.\n cd[1]");
   ds::Vector<Token> path;
   ASSERT_TRUE(primed.parser.path(path));
@@ -77,7 +77,7 @@ TEST(Path, PositionsStayWithTheTokens) {
   EXPECT_EQ(vsa_tests::tokenText(primed.parser.current), "Brackets<[1]>2,6");
 }
 
-TEST(Path, AppendsToWhatIsThere) {
+TEST(Path, AppendsToTheVector) {
   PrimedParser primed("a.b");
   ds::Vector<Token> path;
   path.push_back(Token());

@@ -1,4 +1,4 @@
-// The entry points: the header they reset, the scene they may be without, and their report.
+// The entry points: resetting the header, a null scene, and the report.
 #include <vsa/parse.h>
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ TEST(EntryPoints, TheFilesVersionIsOne) {
   EXPECT_EQ(VSX_FILE_VERSION_1, 1);
 }
 
-TEST(EntryPoints, ParseStringLeavesTheHeaderAlone) {
+TEST(EntryPoints, ParseStringKeepsTheHeader) {
   HostScene scene;
   EXPECT_TRUE(parseString(&scene, "a b;"));
   EXPECT_EQ(scene.options.calls, Lines{"createNode a b <>"});
@@ -72,7 +72,7 @@ TEST(EntryPoints, TheHeaderOfTheMinimalScene) {
   EXPECT_EQ(scene.fileCommentCount(), 0U);
 }
 
-TEST(EntryPoints, WithoutAScene) {
+TEST(EntryPoints, NullScene) {
   const LoggedLines log;
   EXPECT_TRUE(parseString(nullptr, ""));
   EXPECT_TRUE(parseVsa(nullptr, memoryFile("# version: 3\nremove a; define b; c d;"), false));
@@ -83,7 +83,7 @@ TEST(EntryPoints, WithoutAScene) {
                                 "error: PARSE ERROR (1,12): 'with' node not set (input: .c)."}));
 }
 
-TEST(EntryPoints, WhatIsThrownLeaves) {
+TEST(EntryPoints, ExceptionsPropagate) {
   HostScene scene;
   EXPECT_EQ(vsa_tests::thrownBy([&] { parseString(&scene, "}"); }), "INVALID TOKEN (1,0): '}'");
   EXPECT_EQ(vsa_tests::thrownBy([&] { parseVsa(&scene, memoryFile("\n}", 1), true); }),
@@ -97,9 +97,9 @@ TEST(EntryPoints, OneParsersTableOutlivesAnother) {
   }
 }
 
-// --- nothing of one call is left for the next ---
+// --- calls are independent ---
 
-TEST(EntryPoints, TheWithNodeIsThatOfTheText) {
+TEST(EntryPoints, WithNodeIsResetBetweenTexts) {
   Scene scene;
   const LoggedLines log;
   EXPECT_TRUE(parseString(&scene, "a b: .c = 1;"));
@@ -109,7 +109,7 @@ TEST(EntryPoints, TheWithNodeIsThatOfTheText) {
   EXPECT_EQ(scene.findNode("b")->input("c")->integer(), 1);
 }
 
-TEST(EntryPoints, LinksOfATextThatFailedAreNotMadeByTheNext) {
+TEST(EntryPoints, LinksOfAFailedTextAreDiscarded) {
   HostScene scene;
   const LoggedLines log;
   EXPECT_FALSE(parseString(&scene, "a b; b.x |= b.out; b.y = b; 42;"));
@@ -120,7 +120,7 @@ TEST(EntryPoints, LinksOfATextThatFailedAreNotMadeByTheNext) {
   EXPECT_EQ(log.lines(), Lines{"error: PARSE ERROR (1,27): unrecognized token '42'.."});
 }
 
-TEST(EntryPoints, PositionsBeginAnew) {
+TEST(EntryPoints, PositionsRestart) {
   Scene scene;
   const LoggedLines log;
   EXPECT_TRUE(parseString(&scene, "a b;\n\n\n"));
@@ -130,7 +130,7 @@ TEST(EntryPoints, PositionsBeginAnew) {
 
 // --- a byte order mark ---
 
-TEST(ByteOrderMarks, AtTheStartOfAFileDoNotCount) {
+TEST(ByteOrderMarks, SkippedAtTheStartOfAFile) {
   const std::string mark = "\xEF\xBB\xBF";
   {
     HostScene scene;
@@ -154,7 +154,7 @@ TEST(ByteOrderMarks, AtTheStartOfAFileDoNotCount) {
   }
 }
 
-TEST(ByteOrderMarks, AnywhereElseAreLetters) {
+TEST(ByteOrderMarks, LettersAnywhereElse) {
   const std::string mark = "\xEF\xBB\xBF";
   HostScene scene;
   EXPECT_TRUE(parseString(&scene, string(mark + "a b;")));
@@ -190,7 +190,7 @@ std::string outcomeUnder(const char* cLocale) {
   return out.text();
 }
 
-TEST(HostLocales, ChangeNothingOfAReading) {
+TEST(HostLocales, DoNotAffectTheResult) {
   Scene scene;
   const auto outcome =
       vsa_tools::captureRead([&] { return parseString(&scene, NUMBERS_OF_MANY_FORMS); });
@@ -216,7 +216,7 @@ struct ReportRow {
   int column;
 };
 
-TEST(ReadReports, SayNothingAtFirst) {
+TEST(ReadReports, EmptyInitially) {
   const ReadReport report;
   EXPECT_FALSE(report.endedAtMark);
   EXPECT_TRUE(report.cutOff.isEmpty());
@@ -224,7 +224,7 @@ TEST(ReadReports, SayNothingAtFirst) {
   EXPECT_EQ(report.column, 0);
 }
 
-TEST(ReadReports, WhatBecameOfTheSource) {
+TEST(ReadReports, EndOfTheSource) {
   const ReportRow rows[] = {
       {"a b;\n", false, "", 1, 5},
       {"a b;\n\xFF}", true, "", 1, 5},
@@ -251,7 +251,7 @@ TEST(ReadReports, WhatBecameOfTheSource) {
   }
 }
 
-TEST(ReadReports, AnExceptionLeavesThemAsTheyWere) {
+TEST(ReadReports, UnchangedByAnException) {
   HostScene scene;
   ReadReport report{true, "cut", 7, 9};
   EXPECT_THROW(parseString(&scene, "}", report), std::runtime_error);
@@ -266,7 +266,7 @@ TEST(ReadReports, AnExceptionLeavesThemAsTheyWere) {
   EXPECT_EQ(report.column, 9);
 }
 
-TEST(ReadReports, AReadingThatFailsFillsThem) {
+TEST(ReadReports, SetWhenParsingFails) {
   HostScene scene;
   const LoggedLines log;
   ReadReport report{true, "cut", 7, 9};

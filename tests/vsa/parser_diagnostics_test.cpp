@@ -1,7 +1,8 @@
-// What is thrown and what is logged, with the position of the token consumed last.
+// Thrown and logged messages, with the position of the token consumed last.
 #include <gtest/gtest.h>
 
 #include <cstdarg>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -17,7 +18,7 @@ using vsa_tests::PrimedParser;
 using vsa_tests::thrownBy;
 using Lines = std::vector<std::string>;
 
-/// A parser that has consumed a token at line 4, column 9, and an input to complain about.
+/// A parser that has consumed a token at line 4, column 9, and an input for the messages.
 class Diagnostics : public testing::Test {
  protected:
   Diagnostics() : input_(options_, "lamp1.count", AttrType::Int) {
@@ -88,19 +89,100 @@ TEST_F(Diagnostics, Warnings) {
                    "lamp1.count."}));
 }
 
-TEST_F(Diagnostics, AnyLength) {
+TEST_F(Diagnostics, LongMessages) {
   const std::string longText(100000, 'x');
   EXPECT_EQ(thrownBy([&] { parser_.parseError("%s", longText.c_str()); }),
             "PARSE ERROR (4,9): " + longText + ".");
 }
 
-TEST(DiagnosticPositions, AreThoseOfTheTokenConsumedLast) {
+TEST(DiagnosticPositions, AreOfTheTokenConsumedLast) {
   PrimedParser primed("abc def\n  ghi");
   primed.parser.consume();
   EXPECT_EQ(thrownBy([&] { primed.parser.parseError("x"); }), "PARSE ERROR (1,3): x.");
   primed.parser.consume();
   primed.parser.consume();
   EXPECT_EQ(thrownBy([&] { primed.parser.parseError("x"); }), "PARSE ERROR (2,5): x.");
+}
+
+/// Keeps what is reported.
+class Records final : public DiagnosticSink {
+ public:
+  void report(const Diagnostic& diagnostic) override { all.push_back(diagnostic); }
+  std::vector<Diagnostic> all;
+};
+
+/// A scene whose findNode throws an error of its own.
+class ThrowingScene final : public interfaces::IScene {
+ public:
+  interfaces::INode* findNode(const String&) override { throw std::runtime_error("no index"); }
+  interfaces::INode* createNode(const String&, const String&, const String&) override {
+    return nullptr;
+  }
+  interfaces::INode* defineNode(const String&) override { return nullptr; }
+  void removeNode(const String&) override {}
+  void setFileVersion(unsigned long long) override {}
+  void setFileTime(const String&) override {}
+  void pushFileComment(const String&) override {}
+  void clearComments() override {}
+};
+
+TEST(Records, EachLineOfTheLogHasItsRecord) {
+  Records records;
+  const ScopedDiagnosticSink scope(&records);
+  const LoggedLines log;
+  vsa_tests::HostScene scene;
+  EXPECT_FALSE(VsaParser().parse(&scene, String("t n; n.a = 1; n.a = 2.5; n.b = vec2(1 x);")));
+  ASSERT_EQ(records.all.size(), 2U);
+  EXPECT_EQ(records.all[0].id, DiagnosticId::Narrowing);
+  EXPECT_EQ(records.all[0].severity(), Severity::Warning);
+  EXPECT_EQ(records.all[0].offset, Diagnostic::UNKNOWN_OFFSET);
+  EXPECT_EQ(records.all[1].id, DiagnosticId::InvalidListToken);
+  EXPECT_EQ(vsa_tests::text(records.all[1].kind()), "INVALID PAREN LIST TOKEN");
+  EXPECT_EQ(vsa_tests::text(records.all[1].text), "'x'");
+  EXPECT_EQ(records.all[1].offset, 38);
+  EXPECT_EQ(log.lines(), (Lines{"warning: " + vsa_tests::text(records.all[0].logLine()),
+                                "error: " + vsa_tests::text(records.all[1].logLine())}));
+}
+
+TEST(Records, AnErrorOfTheHostIsAHostError) {
+  Records records;
+  const ScopedDiagnosticSink scope(&records);
+  const LoggedLines log;
+  ThrowingScene scene;
+  EXPECT_FALSE(VsaParser().parse(&scene, String("t n;")));
+  ASSERT_EQ(records.all.size(), 1U);
+  EXPECT_EQ(records.all[0].id, DiagnosticId::HostError);
+  EXPECT_EQ(vsa_tests::text(records.all[0].text), "no index");
+  EXPECT_EQ(log.lines(), Lines{"error: no index"});
+}
+
+TEST(Records, TheFirstTokensThrowTheirRecord) {
+  vsa_tests::HostScene scene;
+  try {
+    VsaParser().parse(&scene, String(" }"));
+    FAIL() << "nothing was thrown";
+  } catch (const DiagnosticError& error) {
+    EXPECT_STREQ(error.what(), "INVALID TOKEN (1,1): '}'");
+    EXPECT_EQ(error.diagnostic().id, DiagnosticId::InvalidToken);
+    EXPECT_EQ(error.diagnostic().offset, 1);
+  }
+}
+
+TEST(Records, ScopesNestAndNullSilences) {
+  Records outer;
+  Records inner;
+  const LoggedLines log;
+  vsa_tests::HostScene scene;
+  const ScopedDiagnosticSink first(&outer);
+  {
+    const ScopedDiagnosticSink second(&inner);
+    VsaParser().parse(&scene, String("t n; 42;"));
+    const ScopedDiagnosticSink third(nullptr);
+    VsaParser().parse(&scene, String("t m; 42;"));
+  }
+  VsaParser().parse(&scene, String("t o; 42;"));
+  EXPECT_EQ(inner.all.size(), 1U);
+  EXPECT_EQ(outer.all.size(), 1U);
 }
 
 }  // namespace

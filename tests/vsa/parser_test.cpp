@@ -1,4 +1,4 @@
-// The ring of three tokens, the statement loop, and what leaves it.
+// The ring of three tokens, the statement loop, and the exceptions that propagate from it.
 #include "vsa/parser.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ using vsa_tests::tokenText;
 using Type = Token::Type;
 using Lines = std::vector<std::string>;
 
-TEST(VsaParser, StartsWithNothing) {
+TEST(VsaParser, IsEmptyInitially) {
   const VsaParser parser;
   EXPECT_EQ(parser.lexer, nullptr);
   EXPECT_EQ(parser.lookahead, 3);
@@ -48,7 +48,7 @@ TEST(VsaParser, StartsWithNothing) {
   EXPECT_EQ(parser.definedNodes.size, 0U);
 }
 
-TEST(VsaParser, ItsFieldsInOrder) {
+TEST(VsaParser, FieldsAreInOrder) {
   const VsaParser parser;
   static_assert(std::is_same_v<decltype(parser.lookahead), std::int32_t>);
   static_assert(std::is_same_v<decltype(parser.head), std::int32_t>);
@@ -68,7 +68,7 @@ TEST(VsaParser, PrimingFillsTheRingAndConsumesNothing) {
   EXPECT_EQ(tokenText(primed.parser.lastLexed), "Id<c>1,5");
 }
 
-TEST(VsaParser, ConsumeTakesTheHeadAndRefillsItsSlot) {
+TEST(VsaParser, ConsumeReturnsTheHeadAndRefillsItsSlot) {
   PrimedParser primed("a b c d");
   EXPECT_EQ(tokenText(primed.parser.consume()), "Id<a>1,1");
   EXPECT_EQ(tokenText(primed.parser.current), "Id<a>1,1");
@@ -83,7 +83,7 @@ TEST(VsaParser, ConsumeTakesTheHeadAndRefillsItsSlot) {
   EXPECT_EQ(tokenText(primed.parser.consume()), "Eof<EOF>1,7");
 }
 
-TEST(VsaParser, ConsumeThrowsTheInvalidTokenItLexes) {
+TEST(VsaParser, ConsumeThrowsWhenItLexesAnInvalidToken) {
   PrimedParser primed("a b c\n ! d");
   EXPECT_EQ(thrownBy([&] { primed.parser.consume(); }), "INVALID TOKEN (2,1): '!'");
   EXPECT_EQ(tokenText(primed.parser.current), "Id<a>1,1");
@@ -92,7 +92,7 @@ TEST(VsaParser, ConsumeThrowsTheInvalidTokenItLexes) {
   EXPECT_EQ(primed.ahead(), "a b c");
 }
 
-TEST(VsaParser, MatchConsumesOnlyTheKindItIsAskedFor) {
+TEST(VsaParser, MatchConsumesOnlyTheGivenType) {
   PrimedParser primed("a = 1;");
   Token out;
   EXPECT_FALSE(primed.parser.match(out, Type::Int));
@@ -108,7 +108,7 @@ TEST(VsaParser, MatchConsumesOnlyTheKindItIsAskedFor) {
 
 struct Reading {
   bool result = false;
-  std::string escaped;
+  std::string thrown;
   Lines log;
   Lines calls;
 };
@@ -117,7 +117,7 @@ Reading read(const std::string& bytes) {
   Reading reading;
   HostScene scene;
   const LoggedLines log;
-  reading.escaped = thrownBy([&] { reading.result = VsaParser().parse(&scene, string(bytes)); });
+  reading.thrown = thrownBy([&] { reading.result = VsaParser().parse(&scene, string(bytes)); });
   reading.log = log.lines();
   reading.calls = scene.options.calls;
   return reading;
@@ -128,27 +128,27 @@ TEST(VsaParserParse, TextsWithoutAStatement) {
   for (const std::string& bytes : {""s, " \t\r\n"s, "\0\x01\x7f"s, "\xFF }"s}) {
     const Reading reading = read(bytes);
     EXPECT_TRUE(reading.result);
-    EXPECT_EQ(reading.escaped, "");
+    EXPECT_EQ(reading.thrown, "");
     EXPECT_EQ(reading.log, Lines{});
     EXPECT_EQ(reading.calls, Lines{});
   }
 }
 
-TEST(VsaParserParse, ABadCharacterAmongTheFirstThreeTokensEscapes) {
-  EXPECT_EQ(read("}").escaped, "INVALID TOKEN (1,0): '}'");
-  EXPECT_EQ(read("a }").escaped, "INVALID TOKEN (1,2): '}'");
-  EXPECT_EQ(read("a b }").escaped, "INVALID TOKEN (1,4): '}'");
-  EXPECT_EQ(read("(1 x)").escaped, "INVALID PAREN LIST TOKEN (1,3): 'x'");
+TEST(VsaParserParse, InvalidCharacterInTheFirstThreeTokensThrows) {
+  EXPECT_EQ(read("}").thrown, "INVALID TOKEN (1,0): '}'");
+  EXPECT_EQ(read("a }").thrown, "INVALID TOKEN (1,2): '}'");
+  EXPECT_EQ(read("a b }").thrown, "INVALID TOKEN (1,4): '}'");
+  EXPECT_EQ(read("(1 x)").thrown, "INVALID PAREN LIST TOKEN (1,3): 'x'");
   EXPECT_EQ(read("a b }").log, Lines{});
 }
 
-TEST(VsaParserParse, ABadCharacterFromTheFourthTokenOnIsLogged) {
+TEST(VsaParserParse, InvalidCharacterAfterTheThirdTokenIsLogged) {
   const Reading reading = read("a b; }");
   EXPECT_FALSE(reading.result);
-  EXPECT_EQ(reading.escaped, "");
+  EXPECT_EQ(reading.thrown, "");
   EXPECT_EQ(reading.log, Lines{"error: INVALID TOKEN (1,5): '}'"});
   EXPECT_EQ(reading.calls, Lines{});
-  // Up to three tokens ahead it stops the statement before, one token later it does not.
+  // It stops the previous statement if it is at most three tokens ahead.
   EXPECT_EQ(read("a b; c d }").calls, Lines{});
   EXPECT_EQ(read("a b; c d e }").calls, Lines{"createNode a b <>"});
 }
@@ -162,7 +162,7 @@ TEST(VsaParserParse, UnrecognizedTokens) {
   EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
 }
 
-TEST(VsaParserParse, ATextCutOffAtAStatementsStartIsReadToItsEnd) {
+TEST(VsaParserParse, UnterminatedTokenBetweenStatementsIsNoError) {
   for (const char* const bytes : {"a b; \"cut", "a b; (1 2", "a b; {", "a b; [1"}) {
     const Reading reading = read(bytes);
     EXPECT_TRUE(reading.result) << bytes;
@@ -170,7 +170,7 @@ TEST(VsaParserParse, ATextCutOffAtAStatementsStartIsReadToItsEnd) {
   }
 }
 
-TEST(VsaParserParse, ATextCutOffInsideAStatement) {
+TEST(VsaParserParse, UnterminatedTokenInsideAStatementIsAnError) {
   EXPECT_EQ(read("a b; b.c = \"cut").log,
             Lines{"error: BAD TOKEN (1,15): expected '(scalar|buffer|reference)', found "
                   "'UNEXPECTED EOF while parsing STRING'."});
@@ -179,8 +179,8 @@ TEST(VsaParserParse, ATextCutOffInsideAStatement) {
                   "STRING'."});
 }
 
-TEST(VsaParserParse, TheOrderOfTheStatementParsers) {
-  // Each has the shape of a declaration, and only "with" is read as one.
+TEST(VsaParserParse, StatementParsersAreTriedInOrder) {
+  // Each matches the declaration syntax, but only "with" is parsed as a declaration.
   EXPECT_EQ(read("remove a;").calls, Lines{"removeNode a"});
   EXPECT_EQ(read("define a;").calls, Lines{"defineNode a"});
   EXPECT_EQ(read("with a:").calls, Lines{"createNode with a <>"});
@@ -217,7 +217,7 @@ TEST(VsaParserParse, RuntimeErrorsOfTheSceneAreLogged) {
   EXPECT_EQ(scene.options.calls, Lines{"createNode a b <>"});
 }
 
-TEST(VsaParserParse, OtherExceptionsLeave) {
+TEST(VsaParserParse, OtherExceptionsPropagate) {
   HostScene scene;
   scene.options.onCall = [](const std::string&) { throw std::logic_error("mine"); };
   const LoggedLines log;
@@ -235,21 +235,21 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
   const LoggedLines log;
   EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out; b.r = b;")));
   EXPECT_EQ(log.lines(), Lines{"error: unwilling"});
-  // No reference is set, and nothing is given back.
+  // No reference is set and no input is released.
   EXPECT_EQ(scene.options.calls, (Lines{"createNode a b <>", "b.createInput c Null", "b.c.retain",
                                         "b.createInput r Null", "b.r.retain"}));
 }
 
 // --- sinks that throw ---
 
-/// Takes the first `taken` messages, and throws at each one after them.
+/// Accepts the first `taken` messages and throws at each later one.
 template <class Error>
-class BreakingSink final : public LogSink {
+class ThrowingSink final : public LogSink {
  public:
-  explicit BreakingSink(std::size_t taken) : taken_(taken) {}
+  explicit ThrowingSink(std::size_t taken) : accepted_(taken) {}
   void write(LogLevel level, const String& message) override {
-    if (lines.size() == taken_) {
-      taken_ = throwsOnce ? lines.size() + 100 : taken_;
+    if (lines.size() == accepted_) {
+      accepted_ = throwsOnce ? lines.size() + 100 : accepted_;
       throw Error("full");
     }
     lines.push_back((level == LogLevel::Warning ? "warning: " : "error: ") + text(message));
@@ -258,14 +258,14 @@ class BreakingSink final : public LogSink {
   Lines lines;
 
  private:
-  std::size_t taken_;
+  std::size_t accepted_;
 };
 
 constexpr char TWO_WARNINGS[] = "a b; b.x = byte[2] {1}; b.y = byte[3] {1}; a c;";
 
-TEST(VsaParserParse, ARuntimeErrorOfTheSinkEndsTheReadingAndIsLogged) {
+TEST(VsaParserParse, RuntimeErrorOfTheSinkStopsTheParseAndIsLogged) {
   HostScene scene;
-  BreakingSink<std::runtime_error> sink(1);
+  ThrowingSink<std::runtime_error> sink(1);
   const ScopedLogSink scope(&sink);
   EXPECT_FALSE(VsaParser().parse(&scene, String(TWO_WARNINGS)));
   EXPECT_EQ(sink.lines,
@@ -275,18 +275,18 @@ TEST(VsaParserParse, ARuntimeErrorOfTheSinkEndsTheReadingAndIsLogged) {
             (Lines{"createNode a b <>", "b.createInput x Buffer", "b.x.assign Buffer Byte 2"}));
 }
 
-TEST(VsaParserParse, ARuntimeErrorOfTheSinkForTheErrorItselfLeaves) {
+TEST(VsaParserParse, RuntimeErrorOfTheSinkWhileLoggingAnErrorPropagates) {
   HostScene scene;
-  BreakingSink<std::runtime_error> sink(0);
+  ThrowingSink<std::runtime_error> sink(0);
   sink.throwsOnce = false;
   const ScopedLogSink scope(&sink);
   EXPECT_EQ(thrownBy([&] { VsaParser().parse(&scene, String("a b; 42;")); }), "full");
   EXPECT_EQ(sink.lines, Lines{});
 }
 
-TEST(VsaParserParse, AnotherExceptionOfTheSinkLeaves) {
+TEST(VsaParserParse, OtherExceptionOfTheSinkPropagates) {
   HostScene scene;
-  BreakingSink<std::logic_error> sink(1);
+  ThrowingSink<std::logic_error> sink(1);
   const ScopedLogSink scope(&sink);
   EXPECT_THROW(VsaParser().parse(&scene, String(TWO_WARNINGS)), std::logic_error);
   EXPECT_EQ(sink.lines,
@@ -295,11 +295,11 @@ TEST(VsaParserParse, AnotherExceptionOfTheSinkLeaves) {
 
 // --- sources that throw ---
 
-Reading readUntilItBreaks(const std::string& bytes) {
+Reading readUntilTheSourceThrows(const std::string& bytes) {
   Reading reading;
   HostScene scene;
   const LoggedLines log;
-  reading.escaped = thrownBy([&] {
+  reading.thrown = thrownBy([&] {
     const File file(new InterruptedSource(bytes, bytes.size()));
     reading.result = VsaParser().parse(&scene, file);
   });
@@ -308,26 +308,26 @@ Reading readUntilItBreaks(const std::string& bytes) {
   return reading;
 }
 
-// The lexer looks one character ahead: the third token asks for what is behind it.
-TEST(VsaParserParse, WhatASourceThrowsAmongTheFirstThreeTokensEscapes) {
+// The lexer reads one character ahead: lexing the third token also reads the character after it.
+TEST(VsaParserParse, SourceExceptionInTheFirstThreeTokensPropagates) {
   for (const char* const bytes : {"", "a", "a ", "a b", "a b;"}) {
-    const Reading reading = readUntilItBreaks(bytes);
+    const Reading reading = readUntilTheSourceThrows(bytes);
     EXPECT_FALSE(reading.result) << bytes;
-    EXPECT_EQ(reading.escaped, "gone") << bytes;
+    EXPECT_EQ(reading.thrown, "gone") << bytes;
     EXPECT_EQ(reading.log, Lines{}) << bytes;
     EXPECT_EQ(reading.calls, Lines{}) << bytes;
   }
 }
 
-TEST(VsaParserParse, WhatASourceThrowsFromTheFourthTokenOnIsLogged) {
+TEST(VsaParserParse, SourceExceptionAfterTheThirdTokenIsLogged) {
   for (const char* const bytes : {"a b; ", "a b; c", "a b; c ", "a b; c d"}) {
-    const Reading reading = readUntilItBreaks(bytes);
+    const Reading reading = readUntilTheSourceThrows(bytes);
     EXPECT_FALSE(reading.result) << bytes;
-    EXPECT_EQ(reading.escaped, "") << bytes;
+    EXPECT_EQ(reading.thrown, "") << bytes;
     EXPECT_EQ(reading.log, Lines{"error: gone"}) << bytes;
     EXPECT_EQ(reading.calls, Lines{}) << bytes;
   }
-  // The file stands where it broke, for whoever reads on.
+  // The file's position is where the source threw, and another read continues there.
   HostScene scene;
   const LoggedLines log;
   File file(new InterruptedSource("a b; c d;", 5));
@@ -336,15 +336,15 @@ TEST(VsaParserParse, WhatASourceThrowsFromTheFourthTokenOnIsLogged) {
   EXPECT_TRUE(VsaParser().parse(&scene, file));
   EXPECT_EQ(scene.options.calls, Lines{"createNode c d <>"});
   EXPECT_EQ(log.lines(), Lines{"error: gone"});
-  const Reading later = readUntilItBreaks("a b; c d; ");
+  const Reading later = readUntilTheSourceThrows("a b; c d; ");
   EXPECT_FALSE(later.result);
   EXPECT_EQ(later.log, Lines{"error: gone"});
   EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
 }
 
-// The head is consumed before the lexer is asked: when the source throws, `current` is the token
-// that was consumed, and its slot still holds it.
-TEST(Ring, ASourceThatThrowsLeavesTheConsumedToken) {
+// The parser consumes the token at the head before it calls the lexer. When the source throws,
+// `current` is the consumed token, and its slot still contains it.
+TEST(Ring, SlotKeepsTheConsumedTokenWhenTheSourceThrows) {
   FileLexer lexer(File(new vsa_tests::InterruptedSource("a b c d", 6)));
   VsaParser parser;
   parser.lexer = &lexer;

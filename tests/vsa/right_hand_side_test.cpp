@@ -1,4 +1,4 @@
-// Right-hand sides: connections, values, references, and where each error is reported.
+// Right-hand sides: connections, values, references, and the position of each error.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -39,7 +39,7 @@ TEST(Connect, ToAnOutput) {
   }
 }
 
-TEST(Connect, ToNothing) {
+TEST(Connect, Null) {
   PrimedParser primed("|= NULL;");
   AssignInfo info;
   EXPECT_TRUE(primed.parser.connect(info));
@@ -59,7 +59,7 @@ TEST(Connect, SourcesWithSuffixes) {
   }
 }
 
-TEST(Connect, OtherFormsAreLeftAlone) {
+TEST(Connect, IgnoresOtherForms) {
   for (const char* const bytes : {"= 1;", "c.d;", "", "+= 1;"}) {
     PrimedParser primed(bytes);
     const std::string before = primed.ahead();
@@ -120,7 +120,7 @@ TEST(Value, EachForm) {
   }
 }
 
-TEST(Value, OtherFormsAreLeftAlone) {
+TEST(Value, IgnoresOtherForms) {
   for (const char* const bytes : {"|= c.d;", "1;", "", ";"}) {
     PrimedParser primed(bytes);
     const std::string before = primed.ahead();
@@ -141,7 +141,7 @@ TEST(Value, Errors) {
       {"= c.d;", "BAD TOKEN (1,4): expected ';', found '.'."},
       {"= 1", "BAD TOKEN (1,3): expected ';', found 'EOF'."},
       {"= 1 2;", "BAD TOKEN (1,5): expected ';', found '2'."},
-      // A literal that will not convert is reported at the token after it.
+      // A literal that does not convert is reported at the next token.
       {"= vec3(1 2);", "BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."},
       {"= 1-2 ;", "BAD TOKEN (1,7): expected '(scalar|buffer|reference)', found ';'."},
       {"= 5U;", "BAD TOKEN (1,5): expected '(scalar|buffer|reference)', found ';'."},
@@ -154,8 +154,8 @@ TEST(Value, Errors) {
   }
 }
 
-// What follows a literal that would not convert is tried as a reference, and taken as one.
-TEST(Value, AReferenceAfterALiteralThatWillNotConvert) {
+// After a literal that does not convert, the next token is parsed as a reference.
+TEST(Value, ReferenceAfterAFailedConversion) {
   PrimedParser primed("= 1-2 node1;");
   AssignInfo info;
   EXPECT_TRUE(primed.parser.value(info));
@@ -174,14 +174,14 @@ TEST(Reference, StoresItsTokenTwice) {
   EXPECT_EQ(primed.ahead(), "; EOF EOF");
 }
 
-TEST(Reference, ToNoNode) {
+TEST(Reference, Null) {
   PrimedParser primed("nUlL;");
   AssignInfo info;
   EXPECT_TRUE(primed.parser.reference(info));
   EXPECT_EQ(tokenText(info.referenceToken), "Null<null>1,4");
 }
 
-TEST(Reference, OtherTokensAreLeftAlone) {
+TEST(Reference, IgnoresOtherTokens) {
   for (const char* const bytes : {"1", "true", "\"a\"", ";", "", "[1]", ".a"}) {
     PrimedParser primed(bytes);
     const std::string before = primed.ahead();
@@ -192,8 +192,8 @@ TEST(Reference, OtherTokensAreLeftAlone) {
   }
 }
 
-// What the literal that would not convert has left in the record stays there.
-TEST(Value, TheRecordAfterALiteralThatWillNotConvert) {
+// The record keeps the data of a literal that does not convert.
+TEST(Value, RecordAfterAFailedConversion) {
   {
     PrimedParser primed("= 5U n;");
     AssignInfo info;

@@ -1,6 +1,6 @@
-// A file that the reader shares with its host: at every call of the scene, the log sink or a source
-// the file's position is right behind the reader's lookahead character, whatever blocks the bytes
-// come in, and the reader goes on behind what the host reads then.
+// A file that the reader shares with its host. At every call of the scene, the log sink or a
+// source, the file's position is right after the reader's lookahead character, whatever the block
+// size. The reader continues after the bytes that the host reads during the call.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -24,7 +24,7 @@ using vsa_tests::LoggedLines;
 using vsa_tests::memoryFile;
 using Lines = std::vector<std::string>;
 
-// How many bytes a source delivers at a time; 0: all that fit.
+// How many bytes a source delivers at a time; 0: no limit.
 constexpr std::size_t BLOCKS[] = {0, 1, 2, 3, 7};
 
 /// Up to `count` bytes, one at a time.
@@ -39,12 +39,12 @@ std::string readRest(File& file) {
   return readBytes(file, std::string::npos);
 }
 
-/// What became of one read in which the host used its own handle of the file.
+/// The result of one read during which the host used its own handle of the file.
 struct SharedRead {
   bool result = false;
   Lines calls;
   Lines log;
-  std::string rest;  // what the file still held afterwards
+  std::string rest;  // the unread bytes of the file afterwards
 
   friend bool operator==(const SharedRead&, const SharedRead&) = default;
 };
@@ -56,7 +56,7 @@ void PrintTo(const SharedRead& read, std::ostream* out) {
   *out << "\n  rest <" << read.rest << '>';
 }
 
-/// Reads `bytes`, and calls `use` with the host's handle at every call that the scene records.
+/// Reads `bytes` and calls `use` with the host's handle at every recorded call of the scene.
 SharedRead readShared(const std::string& bytes, std::size_t block,
                       const std::function<void(File&, const std::string&)>& use) {
   File file = memoryFile(bytes, block);
@@ -71,9 +71,9 @@ SharedRead readShared(const std::string& bytes, std::size_t block,
   return read;
 }
 
-// The reader runs three tokens ahead: when `a b;` is executed, `c d ;` has been read, and the blank
-// behind it is the lookahead.
-TEST(SharedFile, ASceneReadsBehindTheLookahead) {
+// The reader is three tokens ahead: when `a b;` is executed, `c d ;` has been lexed, and the blank
+// after it is the lookahead.
+TEST(SharedFile, SceneReadsAfterTheLookahead) {
   for (const std::size_t block : BLOCKS) {
     Lines seen;
     const SharedRead read = readShared("a b; c d; #e f; g h;", block, [&](File& file, const auto&) {
@@ -87,7 +87,7 @@ TEST(SharedFile, ASceneReadsBehindTheLookahead) {
   }
 }
 
-TEST(SharedFile, WhatASceneReadsIsNotReadAgain) {
+TEST(SharedFile, BytesReadByTheSceneAreNotReadAgain) {
   const std::string bytes = "a b; c d; e f; g h; i j; k l; m n; o p; q r; s t; u v; w x; y z;";
   for (const std::size_t count : {0U, 1U, 2U, 3U, 5U, 20U, 1000U}) {
     const auto use = [&](File& file, const std::string&) { readBytes(file, count); };
@@ -98,7 +98,7 @@ TEST(SharedFile, WhatASceneReadsIsNotReadAgain) {
   }
 }
 
-TEST(SharedFile, ASceneMayFillAndSkip) {
+TEST(SharedFile, SceneMayFillAndSkip) {
   for (const std::size_t block : BLOCKS) {
     std::string next;
     const SharedRead read = readShared("a b; c d; #e f;", block, [&](File& file, const auto&) {
@@ -112,7 +112,7 @@ TEST(SharedFile, ASceneMayFillAndSkip) {
   }
 }
 
-TEST(SharedFile, LookingWithoutReadingChangesNothing) {
+TEST(SharedFile, PeekingChangesNothing) {
   const std::string bytes =
       "# c\nlamp b; b.i = 2.5; b.s = \"x\\ny\"; b.l = [3] { 1, 2 }; c d; .x |= b.o;";
   const SharedRead untouched = readShared(bytes, 0, [](File&, const std::string&) {});
@@ -127,7 +127,7 @@ TEST(SharedFile, LookingWithoutReadingChangesNothing) {
   }
 }
 
-TEST(SharedFile, SkippingTooMuchEndsAtTheBytesInMemory) {
+TEST(SharedFile, SkipStopsAtTheEndOfTheBufferedBytes) {
   for (const std::size_t block : BLOCKS) {
     const SharedRead read = readShared("a b; c d; e f;", block, [](File& file, const std::string&) {
       file.fill();
@@ -139,7 +139,7 @@ TEST(SharedFile, SkippingTooMuchEndsAtTheBytesInMemory) {
   }
 }
 
-TEST(SharedFile, TheRestReadInsideACallIsTheEndOfTheText) {
+TEST(SharedFile, ReadingTheRestInsideACallEndsTheText) {
   for (const std::size_t block : BLOCKS) {
     std::string seen;
     const SharedRead read = readShared("a b; c d; e f; g h;", block,
@@ -151,7 +151,7 @@ TEST(SharedFile, TheRestReadInsideACallIsTheEndOfTheText) {
   }
 }
 
-TEST(SharedFile, AHandleMayBeAssignedToInsideACall) {
+TEST(SharedFile, HandleMayBeAssignedInsideACall) {
   for (const std::size_t block : BLOCKS) {
     const SharedRead read = readShared("a b; c d; e f; g h;", block, [](File& file, const auto&) {
       readBytes(file, 1);
@@ -166,7 +166,7 @@ TEST(SharedFile, AHandleMayBeAssignedToInsideACall) {
   }
 }
 
-TEST(SharedFile, ATextReadInsideACallTakesTheRest) {
+TEST(SharedFile, NestedReadConsumesTheRest) {
   for (const std::size_t block : BLOCKS) {
     HostScene inner;
     bool innerResult = false;
@@ -183,8 +183,8 @@ TEST(SharedFile, ATextReadInsideACallTakesTheRest) {
   }
 }
 
-// An inner reader that fails has read three tokens beyond the statement it failed at.
-TEST(SharedFile, TheOuterTextGoesOnBehindAnInnerOne) {
+// A nested reader that fails has lexed three tokens after the failed statement.
+TEST(SharedFile, OuterReadContinuesAfterANestedRead) {
   for (const std::size_t block : BLOCKS) {
     HostScene inner;
     const SharedRead read =
@@ -210,7 +210,7 @@ class ReadingSink final : public LogSink {
   File& file_;
 };
 
-TEST(SharedFile, ALogSinkReadsBehindTheLookahead) {
+TEST(SharedFile, LogSinkReadsAfterTheLookahead) {
   for (const std::size_t block : BLOCKS) {
     File file = memoryFile("b.i = 2.5; c d; #e f; 1 2 3 x", block);
     HostScene scene;
@@ -225,7 +225,7 @@ TEST(SharedFile, ALogSinkReadsBehindTheLookahead) {
   }
 }
 
-TEST(SharedFile, TheFileStandsAtItsEndWhileLinksAreResolved) {
+TEST(SharedFile, FileIsAtItsEndDuringLinkResolution) {
   for (const std::size_t block : BLOCKS) {
     bool isConnected = false;
     const SharedRead read =
@@ -265,7 +265,7 @@ class WatchedSource final : public ByteSource {
   std::size_t block_;
 };
 
-TEST(SharedFile, ASourceThatReadsItsOwnFileFindsItAtItsEnd) {
+TEST(SharedFile, SourceThatReadsItsOwnFileIsAtTheEnd) {
   for (const std::size_t block : {1U, 2U, 3U, 1000U}) {
     auto* const source = new WatchedSource("a b; c d; e f;", block);
     File file(source);
@@ -289,7 +289,7 @@ TEST(SharedFile, ASourceThatReadsItsOwnFileFindsItAtItsEnd) {
   }
 }
 
-TEST(SharedFile, ASourceMayDropTheHandleThatIsRead) {
+TEST(SharedFile, SourceMayDropTheHandleBeingRead) {
   for (const std::size_t block : {1U, 1000U}) {
     auto* const source = new WatchedSource("ab", block);
     auto file = std::make_unique<File>(source);
@@ -301,7 +301,7 @@ TEST(SharedFile, ASourceMayDropTheHandleThatIsRead) {
   }
 }
 
-TEST(SharedFile, ASourceMayDropTheHandleOfATextThatIsRead) {
+TEST(SharedFile, SourceMayDropTheHandleOfATextBeingRead) {
   for (const std::size_t block : {1U, 3U, 1000U}) {
     auto* const source = new WatchedSource("a b; c d;", block);
     File file(source);
@@ -312,8 +312,8 @@ TEST(SharedFile, ASourceMayDropTheHandleOfATextThatIsRead) {
   }
 }
 
-/// Says that it has delivered more than it was asked for.
-class BoastingSource final : public ByteSource {
+/// Claims to have delivered more bytes than requested.
+class OverreportingSource final : public ByteSource {
  public:
   std::size_t read(char* to, std::size_t capacity) override {
     std::fill_n(to, capacity, ' ');
@@ -324,8 +324,8 @@ class BoastingSource final : public ByteSource {
   bool isAsked_ = false;
 };
 
-TEST(SharedFile, ASourceCannotDeliverMoreThanItWasAskedFor) {
-  File file(new BoastingSource);
+TEST(SharedFile, OverreportedByteCountIsClamped) {
+  File file(new OverreportingSource);
   HostScene scene;
   EXPECT_TRUE(parseVsa(&scene, file, true));
   EXPECT_TRUE(scene.options.calls.empty());
@@ -333,8 +333,8 @@ TEST(SharedFile, ASourceCannotDeliverMoreThanItWasAskedFor) {
   EXPECT_FALSE(file.read(c));
 }
 
-// A scene that throws ends the reading: the file stays behind the lookahead.
-TEST(SharedFile, AfterASceneThrewTheFileStandsBehindTheLookahead) {
+// An exception of the scene stops the parse. The file's position stays right after the lookahead.
+TEST(SharedFile, FileIsAfterTheLookaheadWhenTheSceneThrows) {
   for (const std::size_t block : BLOCKS) {
     const SharedRead read = readShared("a b; c d; e f;", block, [](File&, const std::string&) {
       throw std::runtime_error("refused");

@@ -1,5 +1,4 @@
-// The walk from a path to its target input, and what is applied there: against a host's scene, call
-// by call, and against one that refuses.
+// Path resolution and assignment: every call on a host's scene, and scenes that refuse calls.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -23,7 +22,7 @@ using vsa_tests::PrimedParser;
 using vsa_tests::string;
 using Lines = std::vector<std::string>;
 
-/// A scene with a node n, and texts read into it.
+/// A scene with a node n that texts are read into.
 class Assign : public testing::Test {
  protected:
   Assign() { node_ = scene_.add("lamp", "n"); }
@@ -33,13 +32,13 @@ class Assign : public testing::Test {
     return VsaParser().parse(&scene_, string(bytes));
   }
 
-  /// What a text that is read to its end asks of the scene.
+  /// The scene calls of a text that parses without errors.
   Lines calls(const std::string& bytes) {
     EXPECT_TRUE(read(bytes)) << bytes;
     return scene_.options.calls;
   }
 
-  /// What a text that fails logs.
+  /// The log of a text that fails.
   Lines errors(const std::string& bytes) {
     const LoggedLines log;
     EXPECT_FALSE(read(bytes)) << bytes;
@@ -54,7 +53,7 @@ class Assign : public testing::Test {
   HostNode* node_;
 };
 
-TEST_F(Assign, FalseWithNothingConsumedWhereThereIsNoPath) {
+TEST_F(Assign, ReturnsFalseAndConsumesNothingWithoutAPath) {
   PrimedParser primed("42;");
   EXPECT_FALSE(primed.parser.parseAssign());
   EXPECT_EQ(primed.ahead(), "42 ; EOF");
@@ -65,9 +64,9 @@ TEST_F(Assign, NoOperatorAfterThePath) {
   EXPECT_EQ(errors("n.a. = 1;"), Lines{"error: PARSE ERROR (1,3): unrecognized token '.'.."});
 }
 
-// --- which input the walk asks for ---
+// --- which inputs are requested ---
 
-TEST_F(Assign, TheWantedTypeFollowsFromTheRestOfThePath) {
+TEST_F(Assign, RequiredTypeDependsOnTheRestOfThePath) {
   EXPECT_EQ(calls("n.a = 1;"), (Lines{"n.createInput a Int", "n.a.assign Int 1"}));
   EXPECT_EQ(calls("n.b[0] = 1;"),
             (Lines{"n.createArray b Int", "n.b.appendElement", "n.b[0].assign Int 1"}));
@@ -82,20 +81,20 @@ TEST_F(Assign, TheWantedTypeFollowsFromTheRestOfThePath) {
                                            "n.h.i.appendElement", "n.h.i[0].assign Int 1"}));
 }
 
-TEST_F(Assign, ALinkWantsAnyType) {
+TEST_F(Assign, LinkRequiresNoType) {
   EXPECT_EQ(calls("n.a |= n.o;")[0], "n.createInput a Null");
   EXPECT_EQ(calls("n.b = null;")[0], "n.createInput b Null");
   EXPECT_EQ(calls("n.c[0] = n;")[0], "n.createArray c Null");
   EXPECT_EQ(calls("n.d = {1};"), (Lines{"n.createInput d Object", "n.d.assign Object"}));
 }
 
-TEST_F(Assign, TheSameInputIsFoundTheNextTime) {
+TEST_F(Assign, ExistingInputIsReused) {
   read("n.a = 1; n.o.p = 1; n.l[0] = 1;");
   EXPECT_EQ(calls("n.a = 2; n.o.p = 2; n.l[0] = 2;"),
             (Lines{"n.a.assign Int 2", "n.o.p.assign Int 2", "n.l[0].assign Int 2"}));
 }
 
-TEST_F(Assign, FormerNamesAreTranslatedWhereverTheyStand) {
+TEST_F(Assign, FormerNamesAreTranslatedEverywhere) {
   NodeType type;
   type.name = "assignTestLamp";
   type.formerInputs = {{"old", "new"}, {"[9]", "[1]"}};
@@ -104,7 +103,7 @@ TEST_F(Assign, FormerNamesAreTranslatedWhereverTheyStand) {
   EXPECT_EQ(calls("l.old = 1;"), (Lines{"l.createInput new Int", "l.new.assign Int 1"}));
   EXPECT_EQ(calls("l.o.old = 1;"),
             (Lines{"l.createInput o Object", "l.o.createInput new Int", "l.o.new.assign Int 1"}));
-  // Indices pass through it too; messages quote what was written.
+  // Indices are translated too. Messages quote the original text.
   EXPECT_EQ(calls("l.i[9] = 1;"), (Lines{"l.createArray i Int", "l.i.appendElement",
                                          "l.i.appendElement", "l.i[1].assign Int 1"}));
   EXPECT_EQ(calls("n.old = 1;")[0], "n.createInput old Int");
@@ -129,8 +128,8 @@ TEST_F(Assign, Indices) {
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
-// A character that is not printable is no white space to the number, and stays in the message.
-TEST_F(Assign, IndicesWithCharactersThatAreNotPrintable) {
+// A number does not skip unprintable characters, and the message contains them.
+TEST_F(Assign, IndicesWithUnprintableCharacters) {
   using namespace std::string_literals;
   EXPECT_EQ(errors("n.a[\x01 2] = 1;"),
             Lines{"error: PARSE ERROR (1,13): invalid input array index: [\x01 2]."});
@@ -143,8 +142,8 @@ TEST_F(Assign, IndicesWithCharactersThatAreNotPrintable) {
             Lines{"error: PARSE ERROR (1,12): invalid input array index: [."});
 }
 
-// A reference after a literal that would not convert wants the literal's type.
-TEST_F(Assign, AReferenceAfterALiteralThatWillNotConvert) {
+// A reference after a literal that does not convert requires the literal's type.
+TEST_F(Assign, ReferenceAfterAFailedConversion) {
   EXPECT_EQ(calls("n.a = 5U n;"),
             (Lines{"n.createInput a Int", "n.a.retain", "n.a.setNode n", "n.a.release"}));
   EXPECT_EQ(calls("n.b[0] = vec3(1 2) n;")[0], "n.createArray b Vec3");
@@ -154,13 +153,13 @@ TEST_F(Assign, AReferenceAfterALiteralThatWillNotConvert) {
 
 // --- refusals ---
 
-TEST_F(Assign, ANodeThatRefusesAnInput) {
+TEST_F(Assign, NodeRefusesAnInput) {
   scene_.options.refusesInputs = true;
   EXPECT_EQ(errors("n.a = 1;"), Lines{"error: PARSE ERROR (1,8): input 'n.a' not found.."});
   EXPECT_EQ(errors("n.a.b |= n.o;"), Lines{"error: PARSE ERROR (1,13): input 'n.a.b' not found.."});
 }
 
-TEST_F(Assign, ANodeThatRefusesAnArray) {
+TEST_F(Assign, NodeRefusesAnArray) {
   scene_.options.refusesArrays = true;
   EXPECT_EQ(errors("n.a[0].b = 1;"),
             Lines{"error: PARSE ERROR (1,13): input 'n.a[0].b' not found.."});
@@ -168,7 +167,7 @@ TEST_F(Assign, ANodeThatRefusesAnArray) {
             Lines{"error: PARSE ERROR (1,18): input 'm.a[0]' not found.."});
 }
 
-TEST_F(Assign, AnInputThatRefusesAMember) {
+TEST_F(Assign, InputRefusesAMember) {
   scene_.options.refusesMembers = true;
   EXPECT_EQ(errors("n.a.b = 1;"), Lines{"error: PARSE ERROR (1,10): input 'n.a.b' not found.."});
   EXPECT_EQ(scene_.options.calls, (Lines{"n.createInput a Object", "n.a.createInput b Int"}));
@@ -177,28 +176,28 @@ TEST_F(Assign, AnInputThatRefusesAMember) {
   EXPECT_EQ(scene_.options.calls, Lines{"n.a.createArray c Int"});
 }
 
-TEST_F(Assign, AnArrayThatAddsNoElement) {
+TEST_F(Assign, ArrayAddsNoElement) {
   scene_.options.refusesElements = true;
   EXPECT_EQ(errors("n.a[7] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[7]' not found.."});
   EXPECT_EQ(scene_.options.calls, (Lines{"n.createArray a Int", "n.a.appendElement"}));
 }
 
-TEST_F(Assign, AnArrayThatLosesItsElement) {
+TEST_F(Assign, ArrayReturnsNoElement) {
   scene_.options.losesElements = true;
   EXPECT_EQ(errors("n.a[0] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[0]' not found.."});
 }
 
-// The input that a removed node leaves behind is still the one input that its links are filed for.
-TEST_F(Assign, AnInputThatIsGivenOutAgainAfterARemoval) {
+// The links of an input are stored by its address, even after its node is removed.
+TEST_F(Assign, InputReturnedAgainAfterNodeRemoval) {
   scene_.options.forgetsInputs = true;
   EXPECT_EQ(calls("n.a |= x.one; remove m; n.a |= null;"),
             (Lines{"n.createInput a Null", "n.a.retain", "removeNode m", "n.createInput a Null",
                    "n.a.disconnect", "n.a.release"}));
 }
 
-// A scene may hide an input on its own account and return the same object as a new one: each link
-// asks its table first, so the input has one entry, is retained once, and its last link counts.
-TEST_F(Assign, AnInputThatASceneHidesHasOneEntry) {
+// A scene may hide an input and later return the same object as a new one. Each link is looked up
+// in its table first, so the input has one entry, is retained once, and its last link is used.
+TEST_F(Assign, HiddenInputHasOneEntry) {
   scene_.options.forgetsInputs = true;
   EXPECT_EQ(calls("n.a |= x.one; n.a |= null;"),
             (Lines{"n.createInput a Null", "n.a.retain", "n.createInput a Null", "n.a.disconnect",
@@ -210,7 +209,7 @@ TEST_F(Assign, AnInputThatASceneHidesHasOneEntry) {
 }
 
 // The names of every element are translated by the type of the node, declared or not.
-TEST_F(Assign, TheTypeIsAskedForEveryElement) {
+TEST_F(Assign, NodeTypeIsRequestedForEveryElement) {
   EXPECT_EQ(calls("n.a[1].b = 1;").back(), "n.a[1].b.assign Int 1");
   EXPECT_EQ(scene_.options.typesAsked, 3);
 }
@@ -228,14 +227,14 @@ TEST_F(Assign, MissingNodes) {
             Lines{"error: PARSE ERROR (1,16): node 'nosuch.a[1]' not found ."});
   EXPECT_EQ(errors("nosuch.a |= n.o;"),
             Lines{"error: PARSE ERROR (1,16): node 'nosuch.a' not found ."});
-  // The right-hand side is read first.
+  // The right-hand side is parsed first.
   EXPECT_EQ(errors("nosuch.a = ;"),
             Lines{"error: BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."});
 }
 
-// --- what may be walked through ---
+// --- inputs in the middle of a path ---
 
-TEST_F(Assign, WalksThroughInputsOfAnyTypeOnlyIfTheyAreNull) {
+TEST_F(Assign, IntermediateInputMustBeObjectOrNull) {
   node_->add("x", AttrType::Null);
   EXPECT_EQ(calls("n.x.y = 1;"), (Lines{"n.x.createInput y Int", "n.x.y.assign Int 1"}));
   node_->add("i", AttrType::Int);
@@ -250,7 +249,7 @@ TEST_F(Assign, WalksThroughInputsOfAnyTypeOnlyIfTheyAreNull) {
             Lines{"error: TYPE ERROR (1,13): cannot assign Object to Buffer @ n.b."});
 }
 
-TEST_F(Assign, WalksThroughArraysOnlyByAFittingIndex) {
+TEST_F(Assign, IntermediateArrayNeedsAMatchingIndex) {
   node_->add("a", AttrType::Array)->elements = AttrType::Int;
   EXPECT_EQ(errors("n.a.y = 1;"),
             Lines{"error: TYPE ERROR (1,10): cannot assign Object to Array @ n.a."});
@@ -260,31 +259,32 @@ TEST_F(Assign, WalksThroughArraysOnlyByAFittingIndex) {
             Lines{"error: TYPE ERROR (1,13): cannot assign Object to Array @ n.a."});
   EXPECT_EQ(errors("n.a[0][0] = 1;"),
             Lines{"error: TYPE ERROR (1,14): cannot assign Array to Array @ n.a."});
-  // A link asks for no type of element.
+  // A link requires no element type.
   EXPECT_EQ(calls("n.a[0] = n;")[0], "n.a.appendElement");
 }
 
-TEST_F(Assign, AnArrayInsideAnArrayOfAnotherElementType) {
+TEST_F(Assign, NestedArrayWithAnotherElementType) {
   read("n.a[0][0] = 1;");
   EXPECT_EQ(errors("n.a[0][1] = 2.5;"),
             Lines{"error: TYPE ERROR (1,16): cannot assign Real to Array @ n.a[0]."});
-  // The type of the elements is looked at before the index.
+  // The element type is checked before the index.
   EXPECT_EQ(errors("n.a[0][] = 2.5;"),
             Lines{"error: TYPE ERROR (1,15): cannot assign Real to Array @ n.a[0]."});
 }
 
-TEST_F(Assign, AnArrayOfNoTypeTakesTheFirstItIsIndexedFor) {
+TEST_F(Assign, UntypedArrayGetsTheTypeOfItsFirstElement) {
   node_->add("x", AttrType::Array);
-  // Found on the way, an untyped array takes only links: its element type is not the wanted one.
+  // In the middle of a path, an untyped array accepts only links: its element type is not the
+  // required one.
   EXPECT_EQ(errors("n.x[0] = 1;"),
             Lines{"error: TYPE ERROR (1,11): cannot assign Int to Array @ n.x."});
   EXPECT_EQ(calls("n.x[0] = n;"), (Lines{"n.x.set Array Null", "n.x.appendElement", "n.x[0].retain",
                                          "n.x[0].setNode n", "n.x[0].release"}));
 }
 
-// The type says where elements are looked for; whether the input says that it is an array decides
-// which check is made of it on the way.
-TEST_F(Assign, AnArrayThatDeniesBeingOneIsIndexedAllTheSame) {
+// The type decides how elements are looked up. isArray() decides which type check is made in the
+// middle of a path.
+TEST_F(Assign, ArrayIsIndexedEvenIfIsArrayIsFalse) {
   HostInput* const array = node_->add("a", AttrType::Array);
   array->deniesBeingArray = true;
   EXPECT_EQ(calls("n.a[0] = 1;"),
@@ -296,7 +296,7 @@ TEST_F(Assign, AnArrayThatDeniesBeingOneIsIndexedAllTheSame) {
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
-TEST_F(Assign, AnUntypedArrayInsideAnArrayTakesTheFirstType) {
+TEST_F(Assign, UntypedNestedArrayGetsTheFirstType) {
   EXPECT_EQ(calls("n.a[2][1] = true;"),
             (Lines{"n.createArray a Array", "n.a.appendElement", "n.a.appendElement",
                    "n.a.appendElement", "n.a[2].set Array Bool", "n.a[2].appendElement",
@@ -311,7 +311,7 @@ TEST_F(Assign, AnUntypedArrayInsideAnArrayTakesTheFirstType) {
 
 // --- the target ---
 
-TEST_F(Assign, TargetsThatTakeNoPlainValue) {
+TEST_F(Assign, TargetsThatRejectPlainValues) {
   const LoggedLines log;
   node_->add("a", AttrType::Array);
   node_->add("r", AttrType::Int)->refuses = true;
@@ -335,7 +335,7 @@ TEST_F(Assign, ABufferThatRefusesValuesQuotesTheValue) {
                                 "error: TYPE ERROR (1,26): expected Buffer @ n.b but found 5."}));
 }
 
-TEST_F(Assign, LinksGoAnywhere) {
+TEST_F(Assign, LinksAreAcceptedByEveryInput) {
   node_->add("a", AttrType::Array);
   node_->add("r", AttrType::Int)->refuses = true;
   node_->add("b", AttrType::Buffer);
@@ -358,7 +358,7 @@ TEST_F(Assign, BufferTargets) {
                    "error: TYPE ERROR (1,19): expected Buffer @ n.b but found Double."}));
 }
 
-TEST_F(Assign, ConversionsWarnFirstAndApplyThen) {
+TEST_F(Assign, ConversionsWarnBeforeAssigning) {
   node_->add("i", AttrType::Int);
   node_->add("b", AttrType::Bool);
   node_->add("s", AttrType::String);
@@ -374,7 +374,7 @@ TEST_F(Assign, ConversionsWarnFirstAndApplyThen) {
                                 "error: TYPE ERROR (1,40): expected Int @ n.i but found Object."}));
 }
 
-TEST_F(Assign, HolesInAnArrayOfBuffersAreTypedBeforeTheValueIsApplied) {
+TEST_F(Assign, UntypedBuffersGetATypeBeforeTheValueIsAssigned) {
   EXPECT_EQ(calls("n.a[1] = float[0] {};"),
             (Lines{"n.createArray a Buffer", "n.a.appendElement", "n.a.appendElement",
                    "n.a[0].set Buffer Float", "n.a[1].set Buffer Float",
@@ -382,7 +382,7 @@ TEST_F(Assign, HolesInAnArrayOfBuffersAreTypedBeforeTheValueIsApplied) {
   EXPECT_EQ(calls("n.a[3] = byte[0] {};"),
             (Lines{"n.a.appendElement", "n.a.appendElement", "n.a[2].set Buffer Byte",
                    "n.a[3].set Buffer Byte", "n.a[3].assign Buffer Byte 0"}));
-  // A value that is refused types nothing.
+  // A rejected value sets no type.
   EXPECT_EQ(calls("n.a[5] |= n.o;").size(), 5U);
   const LoggedLines log;
   EXPECT_EQ(calls("n.a[0] = byte[0] {};"), Lines{});
@@ -393,8 +393,8 @@ TEST_F(Assign, HolesInAnArrayOfBuffersAreTypedBeforeTheValueIsApplied) {
                    "n.a[0].assign Buffer Float 0"}));
 }
 
-// An element that has the type of arrays and does not say that it is one takes a plain value.
-TEST_F(Assign, HolesInAnArrayOfArraysAreTypedBeforeTheValueIsApplied) {
+// An element of type Array whose isArray() is false accepts a plain value.
+TEST_F(Assign, UntypedNestedArraysGetATypeBeforeTheValueIsAssigned) {
   HostInput* const array = node_->add("a", AttrType::Array);
   array->elements = AttrType::Array;
   for (int i = 0; i < 4; ++i) array->appendElement();
@@ -402,20 +402,20 @@ TEST_F(Assign, HolesInAnArrayOfArraysAreTypedBeforeTheValueIsApplied) {
   element(array, 2)->elements = AttrType::Real;
   EXPECT_EQ(calls("n.a[1] = [5];"), (Lines{"n.a[0].set Array Null", "n.a[1].set Array Null",
                                            "n.a[3].set Array Null", "n.a[1].assign Array"}));
-  // Still of no type, they are set the next time, too.
+  // They are still untyped, so the next value sets them again.
   EXPECT_EQ(calls("n.a[1] = [];").size(), 4U);
   const LoggedLines log;
   EXPECT_EQ(calls("n.a[0] = [5];"), Lines{});
   EXPECT_EQ(log.lines(), Lines{"error: TYPE ERROR (1,13): expected Array @ n.a[0] but found [5]."});
 }
 
-// Where very many links wait, the one that an input has already is found all the same.
-TEST_F(Assign, ALaterLinkOfManyReplacesTheEarlier) {
+// The earlier link of an input is found among very many pending links.
+TEST_F(Assign, LaterLinkReplacesTheEarlierAmongMany) {
   std::string earlier;
   std::string later;
   for (int i = 0; i < 500; ++i) {
     const std::string number = std::to_string(i);
-    if (i % 2 == 0) node_->add("r" + number, AttrType::Null);  // there before it has a link
+    if (i % 2 == 0) node_->add("r" + number, AttrType::Null);  // created before it has a link
     earlier += "n.r" + number + " = nosuch; n.c" + number + " |= nosuch.out;";
     later += "n.r" + number + " = n; n.c" + number + " |= n.out;";
   }
@@ -432,7 +432,7 @@ TEST_F(Assign, ALaterLinkOfManyReplacesTheEarlier) {
   EXPECT_EQ(countOf(".connect n.out"), 500);
 }
 
-// A host may change its arrays while a text is read: each time, the holes that are there count.
+// A host may change its arrays during a parse. Each assignment uses the current untyped elements.
 class ChangingArray : public Assign {
  protected:
   ChangingArray() {
@@ -441,7 +441,7 @@ class ChangingArray : public Assign {
     node_->add("now", AttrType::Int);
   }
 
-  /// What the text asks of the scene where the host does `change` at each `n.now = 1;`.
+  /// The scene calls of the text when the host calls `change` at each `n.now = 1;`.
   template <class Change>
   Lines callsWhen(const std::string& bytes, const Change& change) {
     scene_.options.onCall = [&](const std::string& line) {
@@ -455,7 +455,7 @@ class ChangingArray : public Assign {
   HostInput* array_;
 };
 
-TEST_F(ChangingArray, ThatShrinksAndGrowsAgain) {
+TEST_F(ChangingArray, ShrinksAndGrows) {
   EXPECT_EQ(
       callsWhen("n.a[2] = byte[0]{}; n.now = 1; n.a[2] = byte[0]{};", [&] { array_->shrinkTo(1); }),
       (Lines{"n.a.appendElement", "n.a.appendElement", "n.a.appendElement",
@@ -465,14 +465,14 @@ TEST_F(ChangingArray, ThatShrinksAndGrowsAgain) {
              "n.a[2].assign Buffer Byte 0"}));
 }
 
-TEST_F(ChangingArray, ThatShrinksToWhatIsAssigned) {
+TEST_F(ChangingArray, ShrinksToTheAssignedElement) {
   EXPECT_EQ(
       callsWhen("n.a[2] = byte[0]{}; n.now = 1; n.a[0] = byte[0]{};", [&] { array_->shrinkTo(1); })
           .back(),
       "n.a[0].assign Buffer Byte 0");
 }
 
-TEST_F(ChangingArray, WhoseElementsLoseTheirType) {
+TEST_F(ChangingArray, ElementsLoseTheirType) {
   const Lines lines = callsWhen("n.a[2] = byte[0]{}; n.now = 1; n.a[1] = float[0]{};", [&] {
     for (int i = 0; i < 3; ++i) element(array_, i)->buffers = DataType::Null;
   });
@@ -482,7 +482,7 @@ TEST_F(ChangingArray, WhoseElementsLoseTheirType) {
                    "n.a[2].set Buffer Float", "n.a[1].assign Buffer Float 0"}));
 }
 
-TEST_F(ChangingArray, ThatCountsNoElementWhileOneIsTyped) {
+TEST_F(ChangingArray, CountIsZeroWhileAnElementIsTyped) {
   scene_.options.onCall = [&](const std::string& line) {
     if (line == "n.a[0].set Buffer Byte") array_->countsNone = true;
     if (line == "n.now.assign Int 1") array_->countsNone = false;
@@ -493,7 +493,7 @@ TEST_F(ChangingArray, ThatCountsNoElementWhileOneIsTyped) {
                    "n.a[1].assign Buffer Byte 0"}));
 }
 
-TEST_F(ChangingArray, ThatIsOfAnotherTypeNow) {
+TEST_F(ChangingArray, ElementTypeChanges) {
   const Lines lines = callsWhen("n.a[1] = byte[0]{}; n.now = 1; n.a[3] = 1;", [&] {
     array_->shrinkTo(0);
     array_->elements = AttrType::Int;
@@ -513,10 +513,10 @@ class Colours final : public interfaces::IEnumeration {
   bool isEmpty_;
 };
 
-/// An enumeration that takes on the values that its input is assigned.
-class LearningColours final : public interfaces::IEnumeration {
+/// An enumeration that adds each assigned value of its input.
+class ExtensibleColours final : public interfaces::IEnumeration {
  public:
-  explicit LearningColours(const std::vector<std::string>& calls) : calls_(calls) {}
+  explicit ExtensibleColours(const std::vector<std::string>& calls) : calls_(calls) {}
   bool isEmpty() const override { return false; }
   const void* find(const String& name) const override {
     const std::string assigned = "n.colour.assign String " + vsa_tests::text(name);
@@ -527,16 +527,16 @@ class LearningColours final : public interfaces::IEnumeration {
   const std::vector<std::string>& calls_;
 };
 
-// The enumeration is asked once the value is assigned, with the value as it was assigned.
-TEST_F(Assign, AnEnumerationMayLearnFromTheAssignment) {
-  const LearningColours colours(scene_.options.calls);
+// The enumeration is checked after the assignment, with the assigned value.
+TEST_F(Assign, EnumerationMayAddTheAssignedValue) {
+  const ExtensibleColours colours(scene_.options.calls);
   node_->add("colour", AttrType::String)->enumeration = &colours;
   const LoggedLines log;
   EXPECT_EQ(calls(R"(n.colour = "deep \"blue\"";)"), Lines{"n.colour.assign String deep \"blue\""});
   EXPECT_EQ(log.lines(), Lines{});
 }
 
-TEST_F(Assign, EnumerationsWarnAfterTheValueIsApplied) {
+TEST_F(Assign, EnumerationsWarnAfterTheAssignment) {
   const Colours colours(false);
   const Colours none(true);
   HostInput* const input = node_->add("e", AttrType::String);
@@ -553,15 +553,15 @@ TEST_F(Assign, EnumerationsWarnAfterTheValueIsApplied) {
                    "warning: ENUM WARNING (1,9): setting non-existent enum value '' @ n.e."}));
 }
 
-TEST_F(Assign, InputsMadeOnTheWayStayWhenAStepFails) {
+TEST_F(Assign, CreatedInputsRemainWhenResolutionFails) {
   EXPECT_EQ(errors("n.a.b[x] = 1;"), Lines{"error: INVALID BRACKET LIST TOKEN (1,6): 'x'"});
   EXPECT_EQ(errors("n.a.b[] = 1;"),
             Lines{"error: PARSE ERROR (1,12): invalid input array index: []."});
   EXPECT_EQ(scene_.options.calls, (Lines{"n.createInput a Object", "n.a.createArray b Int"}));
 }
 
-// The lexer refuses "[x]": the resolver is called with it.
-TEST_F(Assign, AnIndexThatIsNoNumberIsQuotedAsWritten) {
+// The lexer rejects "[x]", so the test calls the resolver directly.
+TEST_F(Assign, NonNumericIndexIsQuotedAsWritten) {
   AssignInfo info;
   for (const Token& token :
        {Token{Token::Type::Id, "n", 1, 1}, Token{Token::Type::Dot, ".", 1, 2},
@@ -575,7 +575,7 @@ TEST_F(Assign, AnIndexThatIsNoNumberIsQuotedAsWritten) {
   EXPECT_EQ(scene_.options.calls, Lines{"n.createArray a Int"});
 }
 
-TEST_F(Assign, APathWithoutAnElementReachesNothing) {
+TEST_F(Assign, PathWithoutElementsResolvesToNull) {
   AssignInfo info;
   EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
   info.targetPath.push_back(Token{Token::Type::Id, "n", 1, 1});
@@ -585,7 +585,7 @@ TEST_F(Assign, APathWithoutAnElementReachesNothing) {
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
-TEST_F(Assign, TheResolverTellsTheArrayOfItsTarget) {
+TEST_F(Assign, ResolverReturnsTheArrayOfItsTarget) {
   PrimedParser primed("n.a[1].b");
   AssignInfo info;
   ASSERT_TRUE(primed.parser.path(info.targetPath));

@@ -1,5 +1,5 @@
-// Comments and directives, called one at a time: what is recognised, what is left alone, and
-// `with`, to which no text leads.
+// Comments and directives, called directly: what they recognise, what they ignore, and `with`,
+// which the statement loop never reaches.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,7 +15,7 @@ using vsa_tests::PrimedParser;
 using vsa_tests::text;
 using Lines = std::vector<std::string>;
 
-/// The name that a recogniser takes from the text, or "-" when it takes nothing at all.
+/// The name that a recogniser finds, or "-" when it consumes nothing.
 template <class Info>
 std::string recognised(bool (VsaParser::*recogniser)(Info&), const std::string& bytes) {
   PrimedParser primed(bytes);
@@ -82,7 +82,7 @@ TEST(Directives, Declare) {
   }
 }
 
-TEST(Directives, ParseFunctionsLeaveOtherStatementsAlone) {
+TEST(Directives, ParseFunctionsIgnoreOtherStatements) {
   PrimedParser primed("a.b = 1;");
   EXPECT_FALSE(primed.parser.parseComment());
   EXPECT_FALSE(primed.parser.parseRemove());
@@ -106,7 +106,7 @@ TEST(Declarations, CreateOnceAndSelect) {
   EXPECT_EQ(primed.scene.options.calls, (Lines{"createNode sphere s <>", "createNode light l <>"}));
 }
 
-TEST(Declarations, FieldsOfTheRecordsInOrder) {
+TEST(Declarations, RecordFieldsAreInOrder) {
   const VsaParser::DeclareInfo declared;
   const auto& [type, name, isWith] = declared;
   EXPECT_EQ(&type, &declared.type);
@@ -118,7 +118,7 @@ TEST(Declarations, FieldsOfTheRecordsInOrder) {
   static_assert(sizeof(VsaParser::WithInfo) == sizeof(Token));
 }
 
-TEST(Declarations, ANodeThatIsRefusedIsNoWithNode) {
+TEST(Declarations, RefusedNodeClearsTheWithNode) {
   PrimedParser primed("sphere s:");
   primed.scene.options.refusesNodes = true;
   primed.parser.withNode = primed.scene.add("lamp", "l");
@@ -126,7 +126,7 @@ TEST(Declarations, ANodeThatIsRefusedIsNoWithNode) {
   EXPECT_EQ(primed.parser.withNode, nullptr);
 }
 
-TEST(Define, FindsOrDefinesAndRemembers) {
+TEST(Define, FindsOrDefinesAndStoresTheNode) {
   PrimedParser primed("define a; define l; define a;");
   primed.scene.add("lamp", "l");
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(primed.parser.parseDefine());
@@ -139,7 +139,7 @@ TEST(Define, FindsOrDefinesAndRemembers) {
   EXPECT_EQ(primed.parser.withNode, nullptr);
 }
 
-TEST(Define, ANodeThatIsRefusedIsNotRemembered) {
+TEST(Define, RefusedNodeIsNotStored) {
   PrimedParser primed("define a; with b:");
   primed.scene.options.refusesNodes = true;
   EXPECT_TRUE(primed.parser.parseDefine());
@@ -147,7 +147,7 @@ TEST(Define, ANodeThatIsRefusedIsNotRemembered) {
   EXPECT_EQ(primed.parser.withNode, nullptr);
 }
 
-TEST(Remove, LeavesTheWithNodeAlone) {
+TEST(Remove, KeepsTheWithNode) {
   PrimedParser primed("remove other; remove gone;");
   vsa_tests::HostNode* const lamp = primed.scene.add("lamp", "l");
   primed.parser.withNode = lamp;
@@ -165,25 +165,25 @@ TEST(With, FindsTheNodeOfThatName) {
   EXPECT_EQ(primed.parser.withNode, named);
 }
 
-TEST(With, TakesTheLastDefinedNodeOfThatTypeOtherwise) {
+TEST(With, FallsBackToTheLastDefinedNodeOfThatType) {
   PrimedParser primed("with settings:");
   primed.parser.definedNodes.push_back(primed.scene.add("settings", "s1"));
   primed.parser.definedNodes.push_back(primed.scene.add("settings", "s2"));
   primed.parser.definedNodes.push_back(primed.scene.add("lamp", "l"));
-  primed.scene.add("settings", "s3");  // not a defined one
+  primed.scene.add("settings", "s3");  // not defined by `define`
   EXPECT_TRUE(primed.parser.parseWith());
   EXPECT_EQ(primed.parser.withNode, primed.scene.findNode("s2"));
   EXPECT_EQ(primed.scene.options.calls, Lines{});
 }
 
-TEST(With, TypesAreMatchedExactly) {
+TEST(With, TypesAreCaseSensitive) {
   PrimedParser primed("with Settings:");
   primed.parser.definedNodes.push_back(primed.scene.add("settings", "s1"));
   EXPECT_TRUE(primed.parser.parseWith());
   EXPECT_EQ(primed.parser.withNode, nullptr);
 }
 
-TEST(With, AFailedOneClearsTheOneBefore) {
+TEST(With, FailedLookUpClearsTheWithNode) {
   PrimedParser primed("with nothing:");
   primed.parser.withNode = primed.scene.add("lamp", "l");
   EXPECT_TRUE(primed.parser.parseWith());
@@ -198,7 +198,7 @@ struct CommentRow {
   Lines calls;
 };
 
-TEST(Comments, HeaderWordsAndTheComment) {
+TEST(Comments, HeaderWords) {
   const CommentRow rows[] = {
       {"# hello", {"pushFileComment <# hello>"}},
       {"#", {"pushFileComment <#>"}},
@@ -232,7 +232,7 @@ TEST(Comments, HeaderWordsAndTheComment) {
   }
 }
 
-TEST(Comments, AVersionThatIsNoNumberIsAWarning) {
+TEST(Comments, NonNumericVersionIsAWarning) {
   for (const char* const bytes : {"# version: beta", "# version:", "# version: -1",
                                   "# version: 1.5", "# version: 18446744073709551616"}) {
     PrimedParser primed(bytes);

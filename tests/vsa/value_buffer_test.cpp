@@ -1,4 +1,4 @@
-// Buffer literals: every keyword, the elements in memory, and what too many or too few give.
+// Buffer literals: every keyword, the elements in memory, and too many or too few elements.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -21,7 +21,7 @@ using vsa_tests::thrownBy;
 using vsa_tests::tokenText;
 using Lines = std::vector<std::string>;
 
-/// Frees the memory that a literal took.
+/// Frees the memory of a literal.
 class Literal {
  public:
   explicit Literal(const std::string& bytes) : primed_(bytes) {}
@@ -149,8 +149,8 @@ TEST(Buffer, EveryKeyword) {
   }
 }
 
-// Only single bytes may come compressed: elsewhere "." begins a number.
-TEST(Buffer, WhichKeywordsMayComeCompressed) {
+// Only single-byte components may be compressed. For all others, "." begins a number.
+TEST(Buffer, KeywordsThatMayBeCompressed) {
   const unsigned char bytes[] = {9, 8, 7};
   const std::string packed = text(compress(bytes, sizeof bytes));
   for (const KeywordRow& row : KEYWORDS) {
@@ -178,10 +178,10 @@ TEST(Buffer, TokensAndCase) {
   EXPECT_EQ(tokenText(literal.info.elementsToken), "Braces<{1 2}>2,6");
   EXPECT_EQ(literal.ahead(), "; EOF EOF");
   EXPECT_EQ(literal.numbers<float>(), (std::vector<float>{1, 2}));
-  EXPECT_FALSE(literal.info.isBuffer);  // the value form sets it
+  EXPECT_FALSE(literal.info.isBuffer);  // value() sets it
 }
 
-TEST(Buffer, OtherFormsAreLeftAlone) {
+TEST(Buffer, IgnoresOtherForms) {
   for (const char* const bytes :
        {"vec3f [2];", "vec3f {1 2};", "vec3f;", "vec3f [2] (1 2)", "vec3[1] {1 2 3}", "null",
         "bool[1] {1}", "int8[1] {1}", "xformf[1] {1}", "ptr[1] {1}", "1", "", "{1}", "[2] {1}"}) {
@@ -225,7 +225,8 @@ TEST(Buffer, Errors) {
       {"uint64[1] {5U}", "PARSE ERROR (1,14): Failed to read 'uint64' buffer.."},
       {"vec3f[1] {1 2 3 4}", "BUFFER ERROR (1,18): Cannot add 4 @ index 3 of vec3f[1].."},
       {"vec3f[1] {1 2 3 4-5 6}", "BUFFER ERROR (1,22): Cannot add 4-5 @ index 3 of vec3f[1].."},
-      // Every piece is held against the end before one that would not convert is reported.
+      // Every field is checked against the buffer's size before a field that does not convert is
+      // reported.
       {"int32[1] {1.5 2}", "BUFFER ERROR (1,16): Cannot add 2 @ index 1 of int32[1].."},
       {"int32[1] {1.5 2 }", "BUFFER ERROR (1,17): Cannot add 2 @ index 1 of int32[1].."},
       {"float[18446744073709551615] {}",
@@ -254,8 +255,8 @@ TEST(Buffer, Errors) {
   }
 }
 
-// A character that is not printable is no white space to the number, and stays in the message.
-TEST(Buffer, CountsWithCharactersThatAreNotPrintable) {
+// A number does not skip unprintable characters, and the message contains them.
+TEST(Buffer, CountsWithUnprintableCharacters) {
   using namespace std::string_literals;
   EXPECT_EQ(Literal("byte[\x01 2] {1 2}").error(),
             "PARSE ERROR (1,15): invalid buffer element count: [\x01 2].");
@@ -327,7 +328,7 @@ TEST(Buffer, BlanksAtTheEnds) {
   }
 }
 
-TEST(Buffer, ALongList) {
+TEST(Buffer, LongList) {
   std::string list;
   std::vector<double> expected;
   for (int i = 0; i < 20000; ++i) {
@@ -345,7 +346,7 @@ TEST(Buffer, Compressed) {
   Literal whole("rgba8[1] {" + packed + "}");
   ASSERT_TRUE(whole.read());
   EXPECT_EQ(whole.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2, 3, 4}));
-  // A shorter result is accepted without a word.
+  // A shorter result is accepted without a message.
   Literal shorter("rgba8[2] {" + packed.substr(0, 5) + ' ' + packed.substr(5) + "}");
   const LoggedLines log;
   ASSERT_TRUE(shorter.read());
@@ -409,7 +410,7 @@ TEST(ParseElem, WhiteSpaceAroundTheNumber) {
   }
 }
 
-TEST(ParseElem, AnyOtherTypeStoresNothing) {
+TEST(ParseElem, OtherTypesStoreNothing) {
   for (int type = 0; type < 62; ++type) {
     const bool isNumber = type >= 2 && type <= 11;
     if (isNumber) continue;

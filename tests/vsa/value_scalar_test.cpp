@@ -1,4 +1,4 @@
-// Literals of one value: the type and the payload that each gives.
+// Scalar literals: the type and the payload of each.
 #include <gtest/gtest.h>
 #include <malloc.h>
 
@@ -108,7 +108,8 @@ TEST(Scalar, Strings) {
       {R"("a\"b\\\n")", R"(String <a"b\\n>)"},
       {"\"\xc3\xa9\"", "String <\\xc3\\xa9>"},
       {R"("\u00e9\q")", R"(String <\xc3\xa9\q>)"},
-      // The token's text ended at the NUL, and its last character is dropped as the closing quote.
+      // The token's text ends at the NUL, and its last character is removed as if it were the
+      // closing quote.
       {"\"abc\0d\""s, "String <ab>"},
       {"\"a\0\""s, "String <>"},
       {"\"\0\""s, "String <>"},
@@ -116,8 +117,8 @@ TEST(Scalar, Strings) {
   expectScalars(rows);
 }
 
-// The characters and the NUL, however many characters stood for them in the text.
-TEST(Scalar, AStringTakesTheMemoryOfItsCharacters) {
+// The allocation is the characters and the NUL, even if escapes made the text longer.
+TEST(Scalar, StringAllocationHasTheExactSize) {
   const auto bytesOf = [](const std::string& characters) {
     PrimedParser primed('"' + characters + '"');
     AssignInfo info;
@@ -196,8 +197,8 @@ TEST(Scalar, TupleForms) {
   expectScalars(rows);
 }
 
-/// The same where the token that holds the literal is replaced before it is read: whatever calls
-/// the parser's members may have made it by hand.
+/// The same after replacing the token in the ring by `made`: callers of the parser's members may
+/// create tokens themselves.
 std::string scalarOfTokens(const std::string& bytes, std::uint64_t slot, const std::string& made) {
   PrimedParser primed(bytes);
   primed.parser.tokens[slot].text = vsa_tests::string(made);
@@ -236,14 +237,14 @@ TEST(Scalar, TokensOfATuple) {
   EXPECT_EQ(primed.ahead(), "; EOF EOF");
 }
 
-TEST(Scalar, StorageBehindATupleStaysZero) {
+TEST(Scalar, PayloadAfterATupleStaysZero) {
   PrimedParser primed("vec2(1 2);");
   AssignInfo info;
   EXPECT_TRUE(primed.parser.scalar(info));
   for (int i = 2; i < 16; ++i) EXPECT_EQ(info.data.payload.components[i], 0.0) << i;
 }
 
-TEST(Scalar, AStringIsACopyOfItsOwn) {
+TEST(Scalar, StringIsCopied) {
   PrimedParser primed("\"red\";");
   AssignInfo info;
   EXPECT_TRUE(primed.parser.scalar(info));
@@ -252,7 +253,7 @@ TEST(Scalar, AStringIsACopyOfItsOwn) {
   std::free(info.data.payload.string);
 }
 
-TEST(Scalar, OtherTokensAreLeftAlone) {
+TEST(Scalar, IgnoresOtherTokens) {
   const Row rows[] = {{";", "-"}, {"", "-"}, {"null", "-"}, {"|", "-"}, {".", "-"}, {"# c", "-"}};
   expectScalars(rows);
 }

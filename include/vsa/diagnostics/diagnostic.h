@@ -1,5 +1,5 @@
-// Diagnostics as data. A record is made where a problem is found; the line of the log is made from
-// the record. A program that wants more than the line installs a DiagnosticSink.
+// Diagnostics as data. Each problem is a record, and its log line is formatted from the record. To
+// receive the records, install a DiagnosticSink.
 #pragma once
 
 #include <cstdint>
@@ -11,22 +11,23 @@
 
 namespace zn::korvo_sdk {
 
-/// A problem of a text. A plain value.
+/// A problem in a text. A plain value.
 struct Diagnostic {
-  /// "No such offset."
+  /// The value of `offset` when the offset is not known.
   static constexpr std::int64_t UNKNOWN_OFFSET = -1;
 
   DiagnosticId id = DiagnosticId::HostError;
-  /// The message, without kind and position. Quoted parts are as they were read: with line ends and
-  /// control characters, of any length, not always UTF-8.
+  /// The message, without kind and position. Text quoted from the input is unchanged: it may
+  /// contain line ends and control characters, have any length, and not be valid UTF-8.
   String text;
-  /// Lines and columns in bytes, from 1, 0 before the first token; 0 where `hasPosition` is false.
+  /// Line and column in bytes, from 1. Both are 0 before the first token and when `hasPosition` is
+  /// false.
   std::int32_t line = 0;
   std::int32_t column = 0;
-  /// The byte at which the position lies, counted from the beginning of the reading; or
-  /// UNKNOWN_OFFSET. Known for what the lexer finds.
+  /// The byte offset of the invalid character from the start of the reading, for messages of the
+  /// lexer; UNKNOWN_OFFSET for other messages, and for a String of more than 4 GiB.
   std::int64_t offset = UNKNOWN_OFFSET;
-  /// InvalidListToken: the list's name in its kind, "PAREN" say. Empty for every other message.
+  /// InvalidListToken: the name of the list in `kind()`, such as "PAREN". Empty for other messages.
   String list = {};
 
   Severity severity() const noexcept { return rowOf(id).severity; }
@@ -36,12 +37,12 @@ struct Diagnostic {
   bool hasPosition() const noexcept { return *rowOf(id).kind != '\0'; }
   /// "PARSE ERROR", "INVALID PAREN LIST TOKEN"; empty for messages that show no position.
   VSA_API String kind() const;
-  /// The line as the log has it: "PARSE ERROR (4,9): invalid input array index: [x].".
+  /// The log line: "PARSE ERROR (4,9): invalid input array index: [x].".
   VSA_API String logLine() const;
 };
 
-/// Takes diagnostics as they are found, on the thread that reads. What it throws goes through the
-/// reader as what a log sink throws does.
+/// Receives diagnostics when they are found, on the thread that parses. Its exceptions are handled
+/// like those of a log sink.
 class VSA_API DiagnosticSink {
  public:
   virtual ~DiagnosticSink() = default;
@@ -49,8 +50,9 @@ class VSA_API DiagnosticSink {
   virtual void report(const Diagnostic& diagnostic) = 0;
 };
 
-/// The sink of this thread for as long as the object lives; the one before comes back with its end.
-/// Null reports to nobody. Made and destroyed on one thread, in reverse order of making.
+/// Installs a sink for the current thread. The destructor restores the previous sink. A null sink
+/// disables reporting. Destroy the objects on the thread that created them, in reverse order of
+/// creation.
 class VSA_API ScopedDiagnosticSink {
  public:
   explicit ScopedDiagnosticSink(DiagnosticSink* sink) noexcept;
@@ -59,11 +61,11 @@ class VSA_API ScopedDiagnosticSink {
   ScopedDiagnosticSink& operator=(const ScopedDiagnosticSink&) = delete;
 
  private:
-  DiagnosticSink* before_;
+  DiagnosticSink* previous_;
 };
 
-/// A fatal diagnostic on its way: what an entry point throws for a bad character in the first three
-/// tokens. `what()` is the log line up to the first NUL in it.
+/// A fatal diagnostic as an exception. An entry point throws it for an invalid character in the
+/// first three tokens. `what()` is the log line up to its first NUL.
 class VSA_API DiagnosticError : public std::runtime_error {
  public:
   explicit DiagnosticError(const Diagnostic& diagnostic);

@@ -1,22 +1,22 @@
-// The table of diagnostics: every message that the library logs or throws about a text, a row each.
+// The table of diagnostics: one row for each message that the library logs or throws about a text.
 //
 //   X(name, id, severity, kind, position, format)
 //
 //   name      the enumerator of DiagnosticId
 //   id        the stable name of the message, as docs/messages.md and tools use it
-//   severity  of Severity; Fatal ends the reading
-//   kind      the label in front of the position; empty for messages that show no position
-//   position  of PositionOf: whose line and column the message bears
-//   format    the message without kind and position, in the conventions of printf; counts and
-//             indices are printed as 64-bit numbers, since a text may name any
+//   severity  a Severity; Fatal stops the parse
+//   kind      the label before the position; empty for messages without a position
+//   position  a PositionOf: which line and column the message has
+//   format    the message without kind and position, a printf format; counts and
+//             indices are printed as 64-bit numbers, since a text may contain any
 //
-// A new message is a row here, a case in tests/cases and a paragraph in docs/messages.md; a test
-// fails for whichever is missing.
+// A new message needs a row here, a case in tests/cases and a paragraph in docs/messages.md. A test
+// fails if one of them is missing.
 #pragma once
 
 #include <cstdint>
 
-// One row a line, whatever its length.
+// One line per row, whatever its length.
 // clang-format off
 #define VSA_DIAGNOSTIC_TABLE(X) \
   /* Lexer: characters to tokens. */ \
@@ -27,7 +27,7 @@
   X(BadToken, "bad-token", Fatal, "BAD TOKEN", FoundToken, "expected '%s', found '%s'") \
   X(UnrecognizedToken, "unrecognized-token", Fatal, "PARSE ERROR", CurrentToken, "unrecognized token '%s'.") \
   X(BadVersion, "bad-version", Warning, "", CurrentToken, "Failed to parse VSA version comment: %s") \
-  /* Assignments and their input paths. The blank at the end of NodeNotFound belongs to it. */ \
+  /* Assignments and their input paths. The trailing blank of NodeNotFound is intended. */ \
   X(WithNodeNotSet, "with-node-not-set", Fatal, "PARSE ERROR", CurrentToken, "'with' node not set (input: %s)") \
   X(NodeNotFound, "node-not-found", Fatal, "PARSE ERROR", CurrentToken, "node '%s' not found ") \
   X(InputNotFound, "input-not-found", Fatal, "PARSE ERROR", CurrentToken, "input '%s' not found.") \
@@ -65,30 +65,31 @@
 
 namespace zn::korvo_sdk {
 
-/// Names a message: a row of the table of diagnostics.
+/// Identifies a message: a row of the table of diagnostics.
 enum class DiagnosticId : std::uint8_t {
 #define VSA_ROW(name, ...) name,
   VSA_DIAGNOSTIC_TABLE(VSA_ROW)
 #undef VSA_ROW
 };
 
-/// How many messages there are.
+/// The number of messages.
 inline constexpr int DIAGNOSTIC_COUNT = 0
 #define VSA_ROW(...) +1
     VSA_DIAGNOSTIC_TABLE(VSA_ROW)
 #undef VSA_ROW
     ;
 
-/// How bad a problem is. Warnings change no result; an Error refuses a value or tells of a text
-/// that is cut off; a Fatal error ends the reading. The log shows Error and Fatal alike, as errors.
+/// How severe a problem is. A Warning does not change the result. An Error means that a value is
+/// rejected or the text is cut off. A Fatal error stops the parse. The log shows Error and Fatal
+/// both as errors.
 enum class Severity : std::uint8_t { Warning, Error, Fatal };
 
-/// Whose line and column a message bears.
+/// Which line and column a message has.
 enum class PositionOf : std::uint8_t {
   None,           ///< No position: links, which are resolved after the last statement; scenes.
   CurrentToken,   ///< The token consumed last; 0,0 before the first one.
   FoundToken,     ///< The token that the grammar does not allow.
-  LastCharacter,  ///< The last character before the one that no token may hold.
+  LastCharacter,  ///< The last character before the one that no token may contain.
 };
 
 /// One row of the table of diagnostics. All texts are NUL-terminated and never null.
@@ -96,9 +97,9 @@ struct DiagnosticRow {
   DiagnosticId id;
   const char* name;  ///< The stable name, in kebab case: "too-few-elements".
   Severity severity;
-  const char* kind;  ///< "PARSE ERROR"; may hold one %s; empty for messages that show no position.
+  const char* kind;  ///< "PARSE ERROR"; may contain one %s; empty without a position.
   PositionOf position;
-  const char* format;  ///< The message, in the conventions of printf.
+  const char* format;  ///< The message, a printf format.
 };
 
 /// All rows; DiagnosticId is the index.

@@ -13,9 +13,9 @@ struct SceneLimits {
   std::uint64_t depth = Scene::DEFAULT_DEPTH_LIMIT;
   std::uint64_t emptyElementCount = 0;  ///< Elements that exist and are empty.
 
-  /// Throws the std::runtime_error for an input that would lie deeper than `depth`.
+  /// Throws DiagnosticError for an input that would lie deeper than `depth`.
   [[noreturn]] void throwTooDeep(const String& path) const;
-  /// Throws std::runtime_error if `array` cannot grow by an empty element.
+  /// Throws DiagnosticError if `array` cannot grow by an empty element.
   void checkEmptyElements(const Input& array) const;
 };
 

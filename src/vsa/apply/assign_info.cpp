@@ -11,13 +11,13 @@ namespace {
 
 constexpr std::size_t MAX_SHOWN = 20;
 
-// The components that every type but a matrix fits in.
+// Every type except a matrix fits into this many components.
 constexpr std::size_t NARROW_COMPONENTS = 5;
 static_assert(sizeof(BufferValue) <= NARROW_COMPONENTS * sizeof(double));
 
 }  // namespace
 
-// Both paths are copied first: a copy that fails changes nothing.
+// Copy first, then move: when the copy throws, the record is unchanged.
 AssignInfo& AssignInfo::operator=(const AssignInfo& other) {
   AssignInfo copy(other);
   return *this = std::move(copy);
@@ -51,7 +51,7 @@ void AssignInfo::clear() noexcept {
   reset(listToken);
   reset(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
-  // Only matrices use more of the payload than its first components.
+  // Only matrices use more than the first NARROW_COMPONENTS of the payload.
   const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
   std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);
   if (isMatrix)

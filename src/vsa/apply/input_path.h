@@ -7,7 +7,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The texts of a path's tokens with nothing between them.
+/// Concatenates the texts of a path's tokens.
 String collapsedPath(const ds::Vector<Token>& path);
 
 }  // namespace zn::korvo_sdk::impl

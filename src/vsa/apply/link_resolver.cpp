@@ -14,8 +14,7 @@ namespace {
 
 using Snapshot = ds::Vector<const PendingTable::Node*>;
 
-// The entries in the order of the table. Nothing is added while they are resolved, so they stay
-// where they are.
+// The entries in table order. Nothing is added during resolution, so the pointers stay valid.
 Snapshot snapshotOf(const PendingTable& table) {
   Snapshot entries;
   for (const auto& bucket : table.buckets) {
@@ -24,14 +23,14 @@ Snapshot snapshotOf(const PendingTable& table) {
   return entries;
 }
 
-// The order of a table is no order in memory: the input of an entry is fetched some entries early.
+// The inputs are not in table order in memory, so each is prefetched this many entries ahead.
 constexpr std::uint64_t AHEAD = 32;
 
 template <class Visit>
 void forEach(const Snapshot& entries, const Visit& visit) {
   for (std::uint64_t i = 0; i < entries.size; ++i) {
     if (i + AHEAD < entries.size) {
-      // An input mostly takes more than one cache line.
+      // Most inputs span more than one cache line.
       zn::detail::prefetch(entries[i + AHEAD]->key);
       zn::detail::prefetch(entries[i + AHEAD]->key, 64);
       zn::detail::StringPrefetch::prefetch(entries[i + AHEAD]->value.source);

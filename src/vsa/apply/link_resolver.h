@@ -1,4 +1,5 @@
-// LinkResolver: pending links to links of the scene, after the last statement. Internal.
+// LinkResolver: creates the links of the scene from pending links, after the last statement.
+// Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>
@@ -7,13 +8,13 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Resolves the links of one text. A link that fails is logged, and the next one is taken.
+/// Resolves the links of one text. Logs a link that fails and continues with the next one.
 class LinkResolver {
  public:
   explicit LinkResolver(interfaces::IScene& scene) : scene_(scene) {}
 
-  /// Resolves every link of the table, bucket by bucket and in each bucket in the order of filing;
-  /// then releases the inputs in the same order. The table keeps its entries.
+  /// Resolves every link of the table, bucket by bucket, and in insertion order within a bucket.
+  /// Then releases the inputs in the same order. The table keeps its entries.
   void resolveConnections(const PendingTable& connections) const;
   void resolveReferences(const PendingTable& references) const;
 

@@ -24,7 +24,7 @@ IInput* PathResolver::resolve() {
   next_ = nextElement();
   while (element != nullptr) {
     afterNext_ = nextElement();
-    wanted_ = wanted();
+    required_ = required();
     array_ = isIndex(*element) ? current_ : nullptr;
     current_ = step(*element);
     if (current_ == nullptr) return nullptr;
@@ -44,17 +44,17 @@ const Token* PathResolver::nextElement() {
   return nullptr;
 }
 
-PathResolver::Wanted PathResolver::wanted() const {
+PathResolver::Required PathResolver::required() const {
   if (next_ == nullptr) return {info_.data.type, AttrType::Null};
   if (!isIndex(*next_)) return {AttrType::Object, AttrType::Null};
   if (afterNext_ == nullptr) return {AttrType::Array, info_.data.type};
   return {AttrType::Array, isIndex(*afterNext_) ? AttrType::Array : AttrType::Object};
 }
 
-// One element: the input of that name, found or created. Indices are translated like names.
+// Resolves one element: finds or creates the input of that name. Indices are translated like names.
 IInput* PathResolver::step(const Token& element) {
   const String type = node_.type();
-  // Without declared types no name has changed.
+  // Without declared types there are no former names.
   if (!anyNodeTypes()) return step(element.text, element);
   return step(updateInputName(type, element.text), element);
 }
@@ -74,38 +74,39 @@ IInput* PathResolver::find(const String& name) {
 }
 
 IInput* PathResolver::create(const String& name, const Token& element) {
-  const bool isArray = wanted_.type == AttrType::Array;
+  const bool isArray = required_.type == AttrType::Array;
   if (current_ == nullptr) {
-    return isArray ? node_.createArray(name, wanted_.elementType)
-                   : node_.createInput(name, wanted_.type);
+    return isArray ? node_.createArray(name, required_.elementType)
+                   : node_.createInput(name, required_.type);
   }
   if (current_->type() == AttrType::Array) return elementAt(name, element);
-  return isArray ? current_->createArray(name, wanted_.elementType)
-                 : current_->createInput(name, wanted_.type);
+  return isArray ? current_->createArray(name, required_.elementType)
+                 : current_->createInput(name, required_.type);
 }
 
-// The element of the current array whose index `name` gives. The array grows up to it.
+// The element of the current array at the index in `name`. The array grows up to this index.
 IInput* PathResolver::elementAt(const String& name, const Token& element) {
   IInput& array = *current_;
   if (array.elementType() == AttrType::Null) setElementType(array);
-  if (wanted_.type != AttrType::Null && wanted_.type != array.elementType()) {
-    typeError(wanted_.type, array);
+  if (required_.type != AttrType::Null && required_.type != array.elementType()) {
+    typeError(required_.type, array);
   }
   const std::uint64_t index = indexOf(name, element);
-  for (std::uint64_t count = array.count(); count <= index;) {
+  arrayCountBefore_ = array.count();
+  for (std::uint64_t count = arrayCountBefore_; count <= index;) {
     array.appendElement();
     const std::uint64_t grown = array.count();
-    if (grown <= count) return nullptr;  // the scene refused: the loop would not end
+    if (grown <= count) return nullptr;  // the scene added nothing: avoid an endless loop
     count = grown;
   }
   return array.element(index);
 }
 
-// An array without an element type takes on the wanted one.
+// Sets the required element type of an array that has none.
 void PathResolver::setElementType(IInput& array) const {
   AttrData structure;
   structure.type = AttrType::Array;
-  structure.elementType = static_cast<std::int32_t>(wanted_.type);
+  structure.elementType = static_cast<std::int32_t>(required_.type);
   array.set(structure);
 }
 
@@ -120,17 +121,17 @@ std::uint64_t PathResolver::indexOf(const String& name, const Token& element) co
   return index;
 }
 
-// Elements after this one want an array or an object of an input that exists.
+// Checks that an existing input has the type that the following path elements require.
 void PathResolver::checkType(IInput& found) const {
   if (found.type() == AttrType::Null) return;
-  if (found.holdsBuffer(false)) typeError(wanted_.type, found);
+  if (found.holdsBuffer(false)) typeError(required_.type, found);
   if (found.isArray(false)) {
-    if (wanted_.type != AttrType::Array) typeError(wanted_.type, found);
-    if (wanted_.elementType != AttrType::Null && wanted_.elementType != found.elementType()) {
-      typeError(wanted_.elementType, found);
+    if (required_.type != AttrType::Array) typeError(required_.type, found);
+    if (required_.elementType != AttrType::Null && required_.elementType != found.elementType()) {
+      typeError(required_.elementType, found);
     }
-  } else if (wanted_.type != AttrType::Null && wanted_.type != found.type()) {
-    typeError(wanted_.type, found);
+  } else if (required_.type != AttrType::Null && required_.type != found.type()) {
+    typeError(required_.type, found);
   }
 }
 

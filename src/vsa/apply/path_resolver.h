@@ -1,5 +1,4 @@
-// PathResolver: from an input path to its target input, finding, creating and growing on the way.
-// Internal.
+// PathResolver: finds the input of a path. Creates inputs and grows arrays as needed. Internal.
 #pragma once
 
 #include <cstdint>
@@ -15,26 +14,32 @@ namespace zn::korvo_sdk::impl {
 /// Resolves the elements of one target path: input names, member names and indices.
 class PathResolver {
  public:
-  /// `emitter` bears the position of the statement.
+  /// `emitter` has the position of the statement.
   PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter);
 
-  /// Resolves the whole path. Null when a step reached no input, or when the path has no element.
-  /// Throws DiagnosticError for a type that does not fit and for an index that is no number. What
-  /// was created before stays.
+  /// Resolves the whole path. Returns null when a step finds and creates no input, or when the path
+  /// has no elements. Throws DiagnosticError for a type mismatch or an index that is not a number.
+  /// Inputs created before that remain.
   interfaces::IInput* resolve();
+
+  /// After `resolve`: what it returned.
+  interfaces::IInput* input() const noexcept { return current_; }
 
   /// After `resolve`: the array that the target is an element of, or null.
   interfaces::IInput* array() const noexcept { return array_; }
 
+  /// After `resolve`: the size of that array before the path appended elements to it.
+  std::uint64_t arrayCountBefore() const noexcept { return arrayCountBefore_; }
+
  private:
-  // The types that the elements after a step ask of its input.
-  struct Wanted {
+  // The types that the following path elements require of an input.
+  struct Required {
     AttrType type;
     AttrType elementType;  // of an array
   };
 
   const Token* nextElement();
-  Wanted wanted() const;
+  Required required() const;
   interfaces::IInput* step(const Token& element);
   interfaces::IInput* step(const String& name, const Token& element);
   interfaces::IInput* find(const String& name);
@@ -51,9 +56,10 @@ class PathResolver {
   std::uint64_t position_ = 1;   // in the path; its first token is the node's name or "."
   const Token* next_ = nullptr;  // the element after the current one
   const Token* afterNext_ = nullptr;
-  Wanted wanted_{AttrType::Null, AttrType::Null};
+  Required required_{AttrType::Null, AttrType::Null};
   interfaces::IInput* current_ = nullptr;
   interfaces::IInput* array_ = nullptr;
+  std::uint64_t arrayCountBefore_ = 0;
 };
 
 }  // namespace zn::korvo_sdk::impl

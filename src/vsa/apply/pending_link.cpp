@@ -16,7 +16,7 @@ std::uintptr_t numberOf(const void* address) {
 }
 
 // Most sources are written `node.output`. In a path of three tokens that begins with a name, the
-// third one is a name, too.
+// third token is also a name.
 bool isNodeAndOutput(const ds::Vector<Token>& path) {
   return path.size == 3 && path[0].type == Token::Type::Id;
 }
@@ -47,15 +47,15 @@ void AddressFilter::add(const void* address) {
   last_->second = std::max(last_->second, numberOf(address));
 }
 
-void PendingTable::file(interfaces::IInput* input, PendingLink&& link) {
-  if (filed_.mayContain(input)) {
+void PendingTable::setLink(interfaces::IInput* input, PendingLink&& link) {
+  if (addresses_.mayContain(input)) {
     if (Node* const node = findNode(input); node != nullptr) {
       node->value = std::move(link);
       return;
     }
   }
   input->retain();
-  filed_.add(input);
+  addresses_.add(input);
   add(input, std::move(link));
 }
 

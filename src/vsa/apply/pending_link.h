@@ -1,7 +1,7 @@
-// PendingLink: the part of a reference or connection that its resolution needs. Internal.
+// PendingLink: the data needed to resolve a reference or connection. Internal.
 //
-// A text may hold millions of links, all kept until its last statement has been read. An AssignInfo
-// takes 500 bytes and more with its paths; a PendingLink takes 16, and shares its names.
+// A text may contain millions of links. All are kept until its last statement has been parsed. An
+// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 16 and shares its names.
 #pragma once
 
 #include <cstdint>
@@ -24,15 +24,19 @@ struct PendingLink {
 
   PendingLink() = default;
   /// The link that a statement describes.
-  PendingLink(const AssignInfo& info);  // implicit: a record stands for its link
+  PendingLink(const AssignInfo& info);  // implicit: a record converts to its link
 };
 
-/// Proves for most addresses that they were not added. Inputs are mostly created at ascending
-/// addresses, so the highest address added of each page of 64 KiB is all it keeps: an input that
-/// was just created lies above it. A link that is known to be the first of its input skips a
-/// look-up in a table that does not fit the caches (links 1M: 4 % of the time).
+/// A filter with false positives but no false negatives. It stores the highest address added in
+/// each page of 64 KiB. Most inputs are created at ascending addresses, so a new input is above the
+/// highest one. The first link of such an input then needs no look-up in a table larger than the
+/// CPU caches (links 1M: 4 % of the time).
 class AddressFilter {
  public:
+  AddressFilter() = default;
+  AddressFilter(const AddressFilter&) = delete;
+  AddressFilter& operator=(const AddressFilter&) = delete;
+
   /// False when `address` was not added.
   bool mayContain(const void* address) const noexcept;
   void add(const void* address);
@@ -47,11 +51,12 @@ class AddressFilter {
 /// Pending links by target input.
 class PendingTable : public ds::HashMap<interfaces::IInput*, PendingLink> {
  public:
-  /// Files a link. The first one of an input retains the input; a later one replaces it.
-  void file(interfaces::IInput* input, PendingLink&& link);
+  /// Stores the link of an input. The first link retains the input. A later link replaces the
+  /// earlier one.
+  void setLink(interfaces::IInput* input, PendingLink&& link);
 
  private:
-  AddressFilter filed_;
+  AddressFilter addresses_;
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -14,7 +14,7 @@ namespace {
 // exact size.
 constexpr std::size_t MAX_STACK_BYTES = 1024;
 
-// The text between the quotes, as far as there is one.
+// Removes the first and the last character, the quotes, if there are any.
 std::string_view withoutQuotes(std::string_view quoted) {
   if (!quoted.empty()) quoted.remove_prefix(1);
   if (!quoted.empty()) quoted.remove_suffix(1);
@@ -34,7 +34,7 @@ char* copyOfShort(std::string_view text) {
   return static_cast<char*>(std::memcpy(allocateString(length), unescaped, length + 1));
 }
 
-// The memory that the escapes took is given back, if the C library can.
+// Unescaping shortens the text: shrinks the block if realloc can.
 char* copyOfLong(std::string_view text) {
   char* const characters = allocateString(text.size());
   const std::size_t length = String::unescape(text, characters);

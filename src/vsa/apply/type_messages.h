@@ -1,4 +1,4 @@
-// The messages about values and inputs whose types do not fit. Internal.
+// The messages about type mismatches between values and inputs. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>
@@ -7,8 +7,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Throws CannotAssignType. `isBuffer`: `typeName` is a DataType, and is printed with "[]" after
-/// it.
+/// Throws CannotAssignType. `isBuffer`: `typeName` names a DataType and is printed followed by
+/// "[]".
 [[noreturn]] inline void emitTypeError(const Emitter& emitter, const String& typeName,
                                        const interfaces::IInput& input, bool isBuffer) {
   emitter.fatal(DiagnosticId::CannotAssignType, typeName, isBuffer ? "[]" : "", input.typeName(),

@@ -1,5 +1,5 @@
-// TypedElements: gives an element type to the elements of arrays of buffers and of arrays that have
-// none. Internal.
+// TypedElements: sets the type of untyped elements in arrays of buffers and arrays of arrays.
+// Internal.
 #pragma once
 
 #include <cstdint>
@@ -10,26 +10,30 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Remembers how many elements of each array have a type, so that an array that is filled one
-/// element after another takes linear time. The scene may empty an element itself: each call looks
-/// at up to RECHECKED elements that had a type, in turn.
+/// Caches how many elements of each array have a type, so that filling an array one element at a
+/// time takes linear time. A scene may empty an element itself, so each call rechecks up to
+/// RECHECKED elements that had a type, in rotation.
 class TypedElements {
  public:
-  /// Elements with a type that a call looks at again.
+  /// The number of typed elements that a call rechecks.
   static constexpr std::uint64_t RECHECKED = 128;
 
   /// Sets the elements of `array` that are still empty: buffers without a DataType for an array of
   /// buffers, arrays without an element type for an array of arrays. Does nothing for an array of
-  /// another type. `elementType` is the DataType that the empty values carry.
-  void setEmptyElements(interfaces::IInput& array, std::int32_t elementType);
+  /// another type. `countBefore` is the size of the array before the statement appended to it;
+  /// `elementType` is the DataType that the empty values carry.
+  void setEmptyElements(interfaces::IInput& array, std::uint64_t countBefore,
+                        std::int32_t elementType);
 
  private:
-  // An entry holds as long as the last of its elements is where it was.
+  // An entry is valid while `last` is still the element at index `count - 1`.
   struct Known {
-    std::uint64_t count = 0;  // elements that had a type when they were looked at last
+    std::uint64_t count = 0;  // elements that had a type at the last check
     interfaces::IInput* last = nullptr;
-    std::uint64_t recheck = 0;  // where the next look at these begins
+    std::uint64_t recheck = 0;  // index at which the next recheck starts
   };
+
+  static void remember(interfaces::IInput& array, Known& known);
 
   std::unordered_map<interfaces::IInput*, Known> known_;
 };

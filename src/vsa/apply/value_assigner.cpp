@@ -8,14 +8,19 @@ namespace zn::korvo_sdk::impl {
 
 using interfaces::IInput;
 
-void ValueAssigner::assign(AssignInfo& info, IInput& input, IInput* array) {
+void ValueAssigner::assign(AssignInfo& info, const PathResolver& target) {
+  IInput& input = *target.input();
+  IInput* const array = target.array();
   if (!accepts(info, input)) return;
-  if (array != nullptr) typedElements_.setEmptyElements(*array, info.data.elementType);
+  if (array != nullptr) {
+    typedElements_.setEmptyElements(*array, target.arrayCountBefore(), info.data.elementType);
+  }
   input.assign(info.data);
   if (info.data.type == AttrType::String) checkEnumeration(info, input);
 }
 
-// Whether the value may be assigned; it is then of the input's type. Logs why not.
+// Returns whether the value may be assigned. If so, converts it to the input's type. If not, logs
+// the reason.
 bool ValueAssigner::accepts(AssignInfo& info, const IInput& input) const {
   if (input.isArray(false) || input.refusesValues()) {
     emitWrongType(emitter_, info.valueString(), input);
@@ -47,8 +52,8 @@ bool ValueAssigner::acceptsBuffer(const AssignInfo& info, const IInput& input) c
   return false;
 }
 
-// Asked after the assignment, which may have added the value. assign() took the characters: they
-// are read from the token again.
+// Checked after the assignment, which may have added the value. assign() took ownership of the
+// characters, so this reads them from the token again.
 void ValueAssigner::checkEnumeration(const AssignInfo& info, const IInput& input) const {
   const interfaces::IEnumeration* const values = input.enumValues();
   if (values == nullptr || values->isEmpty()) return;

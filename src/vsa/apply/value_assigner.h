@@ -1,25 +1,25 @@
-// ValueAssigner: applies plain values to inputs, after the checks and conversions of their types.
-// Internal.
+// ValueAssigner: checks and converts plain values and assigns them to inputs. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/typed_elements.h"
 
 namespace zn::korvo_sdk::impl {
 
-/// Applies the value of one statement.
+/// Assigns the value of one statement.
 class ValueAssigner {
  public:
-  /// `emitter` bears the position of the statement; `typedElements` is that of the text.
+  /// `emitter` has the position of the statement. `typedElements` is shared by the whole text.
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements)
       : emitter_(emitter), typedElements_(typedElements) {}
 
-  /// Assigns the value to `input`, converted to the input's type, or logs why it does not fit.
-  /// `array` is the array that the input is an element of, or null.
-  void assign(AssignInfo& info, interfaces::IInput& input, interfaces::IInput* array);
+  /// Converts the value to the type of the input of `target`, which is resolved, and assigns it; or
+  /// logs why it cannot.
+  void assign(AssignInfo& info, const PathResolver& target);
 
  private:
   bool accepts(AssignInfo& info, const interfaces::IInput& input) const;

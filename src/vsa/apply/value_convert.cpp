@@ -43,8 +43,8 @@ constexpr Conversion S = Conversion::Silent;
 constexpr Conversion N = Conversion::Narrowing;
 constexpr Conversion R = Conversion::Refused;
 
-// Rows: the group of the value. Columns: that of the input. Its asymmetries are part of the format:
-// a Real does not convert to a Bool although an Int does.
+// Rows: the group of the value. Columns: the group of the input. The asymmetries are part of the
+// format: a Real does not convert to a Bool although an Int does.
 constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
     // BOOL INTEGER REAL TWO THREE FOUR MAT3 MAT4 OTHER
     {S, S, S, R, R, R, R, R, R},  // BOOL
@@ -84,8 +84,8 @@ double toReal(const AttrData& value) noexcept {
   return static_cast<double>(static_cast<std::uint64_t>(value.payload.integer));
 }
 
-// A number is copied to every component. Tuples keep their components by position; a wider tuple
-// gets the zeros of the payload behind them.
+// A number is copied to every component. Tuples keep their components by position. The extra
+// components of a wider tuple are the zeros that follow in the payload.
 void toTuple(AttrData& value, AttrType to) noexcept {
   if (value.type != AttrType::Real) return;
   const double number = value.payload.real;
@@ -101,7 +101,7 @@ void widenMatrix(AttrData& value) noexcept {
   value.payload.mat4 = to;
 }
 
-// The upper left block stays.
+// Keeps the upper left block.
 void narrowMatrix(AttrData& value) noexcept {
   const math::MatT<4, double> from = value.payload.mat4;
   math::MatT<3, double> to{};

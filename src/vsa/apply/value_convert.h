@@ -6,7 +6,7 @@
 namespace zn::korvo_sdk::impl {
 
 enum class Conversion {
-  Silent,     ///< Converts without a message; also a type into itself.
+  Silent,     ///< Converts without a message. Also for equal types.
   Narrowing,  ///< Converts and loses information.
   Refused,    ///< Does not convert.
 };
@@ -14,8 +14,8 @@ enum class Conversion {
 /// The decision for a value of type `from` and an input of type `to`.
 Conversion conversionBetween(AttrType from, AttrType to) noexcept;
 
-/// Converts `value` to type `to`, which `conversionBetween` must not refuse. The payload behind the
-/// value's own components must be zero, as in a new record.
+/// Converts `value` to type `to`, which `conversionBetween` must not refuse. The payload after the
+/// value's components must be zero, as in a new record.
 void convert(AttrData& value, AttrType to) noexcept;
 
 }  // namespace zn::korvo_sdk::impl

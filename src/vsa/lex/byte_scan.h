@@ -1,5 +1,5 @@
-// Byte scans of the lexer's inner loops: sixteen bytes a step with SSE2, one byte a step elsewhere.
-// Internal.
+// Byte scans of the lexer's inner loops: sixteen bytes per step with SSE2, one byte per step
+// elsewhere. Internal.
 #pragma once
 
 #include <cstddef>
@@ -39,7 +39,7 @@ inline const char* findStop(const char* at, const char* end, char a, char b) {
   return at;
 }
 
-/// How many of the bytes are `c`. Branch-free: the distances of line ends cannot be predicted.
+/// The number of bytes equal to `c`. Branch-free: the positions of line feeds are unpredictable.
 inline std::size_t countOf(const char* at, const char* end, char c) {
   std::size_t count = 0;
 #if defined(__SSE2__)
@@ -57,7 +57,7 @@ inline std::size_t countOf(const char* at, const char* end, char c) {
   return count;
 }
 
-/// The last byte in [at, end) that is `c`; null when there is none.
+/// The last byte in [at, end) that is `c`, or null.
 inline const char* findLast(const char* at, const char* end, char c) {
 #if defined(__SSE2__)
   for (; end - at >= 16; end -= 16) {
@@ -73,7 +73,7 @@ inline const char* findLast(const char* at, const char* end, char c) {
 
 /// The line feeds in a run of bytes.
 struct LineFeeds {
-  std::size_t count;  ///< How many there are.
+  std::size_t count;  ///< Their number.
   const char* last;   ///< The last one; null when there is none.
 };
 

@@ -1,4 +1,4 @@
-// Characters to tokens: one switch over small readers.
+// Characters to tokens: one switch that selects a function for each token type.
 #include "vsa/lex/lexer.h"
 
 #include <algorithm>
@@ -20,11 +20,12 @@ namespace {
 using char_class::is;
 using Type = Token::Type;
 
-// From this size on the token's text takes over the collected characters instead of copying them.
+// From this size on, the token's text adopts the buffer of the collected characters instead of
+// copying it.
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
-// Runs are collected in steps that stay in the L1 cache.
+// Runs are collected in chunks that fit into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;
-// A list of this size gets capacity for up to 15 times as much at once.
+// From this size on, a list reserves up to 15 times its size at once.
 constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
@@ -32,7 +33,7 @@ bool isBracket(char c) {
   return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
 }
 
-// The characters up to the first NUL among them.
+// The characters before the first NUL.
 std::string_view textOf(const ds::Vector<char>& chars) {
   const std::string_view all(chars.data, static_cast<std::size_t>(chars.size));
   return all.substr(0, all.find('\0'));
@@ -50,9 +51,9 @@ struct Lexer::ListKind {
 
 // --- collecting characters ---
 
-// Reserves capacity for more of a list. A long list gets capacity for much of the window, so that
-// it is copied rarely; the token returns what it does not need. The capacity at least doubles: a
-// source may buffer only a few bytes at a time.
+// Reserves capacity for `count` more bytes of a list. A long list reserves for much of the window,
+// so that it is rarely reallocated; the token frees the excess. The capacity at least doubles,
+// because a source may buffer only a few bytes at a time.
 void Lexer::reserveForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
   if (needed <= chars_.capacity || chars_.size < MIN_LONG_LIST_BYTES)
@@ -72,7 +73,7 @@ void Lexer::collect() {
   chars_.push_back(consume());
 }
 
-// Collects characters as long as they are in one of `classes`, none of which contains a line feed.
+// Collects the characters that are in one of `classes`. No class may contain the line feed.
 void Lexer::collectRun(unsigned classes) {
   while (is(lookaheadChar, classes)) {
     if (windowBegin == windowLast()) {
@@ -88,7 +89,7 @@ void Lexer::collectRun(unsigned classes) {
   }
 }
 
-// Collects characters up to `a`, `b` or the end.
+// Collects characters until `a`, `b` or the end.
 void Lexer::collectUntil(char a, char b) {
   while (!atEnd() && lookaheadChar != a && lookaheadChar != b) {
     if (windowEnd - windowBegin < 2) {
@@ -106,7 +107,7 @@ void Lexer::collectUntil(char a, char b) {
   }
 }
 
-// Consumes the white space ahead, except a last byte that the window ends with.
+// Consumes the buffered white space, except the last byte of the window.
 void Lexer::skipBufferedWhite() noexcept {
   const char* const begin = windowBegin;
   const char* const last = windowLast();
@@ -151,13 +152,13 @@ Token Lexer::token(Type type, const ds::Vector<char>& chars) const {
   return {type, String::copyOf(textOf(chars)), line, column};
 }
 
-// The token of the collected characters.
+// Creates a token from the collected characters.
 Token Lexer::collectedToken(Type type) {
   if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
-// The same for a list, which contains no NUL: normalisation removes it as white space.
+// The same for a list. It contains no NUL: normalisation removes NUL as white space.
 Token Lexer::collectedList(Type type) {
   if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adoptWhole(std::move(chars_)), line, column};
@@ -175,15 +176,25 @@ Token Lexer::invalidListToken(const String& what) const {
   return invalid(DiagnosticId::InvalidListToken, what);
 }
 
-// The position is that of the last character before the one that no token may hold.
+// The position is that of the last character before the invalid one.
 Token Lexer::invalid(DiagnosticId id, const String& list) const {
-  problem_ = {id,
-              diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
-              line,
-              column,
-              Diagnostic::UNKNOWN_OFFSET,
-              list};
+  problem_ = {id,       diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
+              line,     column,
+              offset(), list};
   return {Type::Invalid, problem_.logLine(), line, column};
+}
+
+// The 32 bits of `index` wrap around: sources with more bytes count that at each block.
+std::int64_t Lexer::offset() const noexcept {
+  const auto now = static_cast<std::uint32_t>(index);
+  if (isOffsetUnknown_) return Diagnostic::UNKNOWN_OFFSET;
+  return static_cast<std::int64_t>(indexWraps_ + (now < indexAtBlock_ ? 1 : 0)) << 32 | now;
+}
+
+void Lexer::countIndexWraps() noexcept {
+  const auto now = static_cast<std::uint32_t>(index);
+  if (now < indexAtBlock_) ++indexWraps_;
+  indexAtBlock_ = now;
 }
 
 Token Lexer::unexpectedEof(const String& what) const {
@@ -223,15 +234,15 @@ Token Lexer::readByCharacters() {
   }
 }
 
-// "#" to the end of the line, which is left to the white space that follows.
+// From "#" to the end of the line. The line end itself is not consumed.
 Token Lexer::comment() {
   chars_.clear();
   collectUntil('\n', '\r');
   return collectedToken(Type::Comment);
 }
 
-// '"' ... '"', kept as written. A backslash makes one unit with a backslash or a quote after it.
-// The opening quote is the first character collectedToken, so it closes nothing.
+// '"' ... '"', kept as written. A backslash and the backslash or quote after it are one escape
+// sequence. The opening quote is collected first, so it does not close the string.
 Token Lexer::string() {
   chars_.clear();
   do {
@@ -284,8 +295,8 @@ Token Lexer::braces() {
   return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
 }
 
-// "[" ... "]", kept as written. Brackets do not nest: the first "]" after a character closes the
-// list.
+// "[" ... "]", kept as written. Brackets do not nest: the first "]" after the first character
+// closes the list.
 Token Lexer::brackets() {
   chars_.clear();
   do {
@@ -299,8 +310,8 @@ Token Lexer::brackets() {
   return collectedToken(Type::Brackets);
 }
 
-// A whole list as one token: its elements with single blanks between them. Lists of the same kind
-// inside it are flattened, other brackets and commas only separate.
+// A whole list as one token: its elements, separated by single blanks. Nested lists of the same
+// kind are flattened. Other brackets and commas are separators.
 Token Lexer::bracketedList(const ListKind& kind) {
   chars_.clear();
   std::uint64_t depth = 0;
@@ -329,7 +340,7 @@ Token Lexer::bracketedList(const ListKind& kind) {
 
 void Lexer::list(ds::Vector<char>& chars, char open, char close) {
   const char c = lookaheadChar;
-  // NOLINTNEXTLINE(bugprone-branch-clone): asked first, since open and close are brackets, too
+  // NOLINTNEXTLINE(bugprone-branch-clone): checked first: open and close are also brackets
   if (c == open || c == close || atEnd()) {
     chars.push_back(consume());
   } else if (is(c, char_class::WHITE)) {
@@ -343,7 +354,7 @@ void Lexer::list(ds::Vector<char>& chars, char open, char close) {
   }
 }
 
-// One blank between two elements, none beside the brackets.
+// Appends one blank between two elements, and none next to the brackets.
 void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   const char last = chars.size == 0 ? '\0' : chars[chars.size - 1];
   if (String::isSpace(last) || !String::isPrintable(last)) return;
@@ -351,8 +362,8 @@ void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   chars.push_back(' ');
 }
 
-// Collects runs of numbers in large steps. It stops behind a number character, so bracketedList
-// goes on as if it had read one character at a time.
+// Collects runs of numbers in large chunks. It stops after a number character, so bracketedList
+// continues as if it had read one character at a time.
 void Lexer::collectListRun() {
   while (isNumberChar() && windowEnd - windowBegin >= 2) {
     const std::size_t available = static_cast<std::size_t>(windowEnd - 1 - windowBegin);

@@ -1,9 +1,9 @@
 // Lexer: characters to tokens. Internal.
 //
-// `consume` alone fetches a character, and defines how positions are counted. A source may also
-// expose the bytes that it has in memory as a window. The inner loops then read the window, compute
-// the position once for a run of bytes, and call `consume` at the end of the window. Without a
-// window every character goes through `consume`, with the same result.
+// Only `consume` fetches a character. It defines how positions are counted. A source may also
+// expose its buffered bytes as a window. The inner loops then read the window, compute the position
+// once for a run of bytes, and call `consume` at the end of the window. Without a window, `consume`
+// fetches every character, with the same result.
 #pragma once
 
 #include <cstddef>
@@ -27,11 +27,11 @@ inline std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
 
 }  // namespace detail
 
-/// The mark for the end of the input. A byte of this value in the text ends it there.
+/// Marks the end of the input. A byte of this value in the text also ends the input.
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
 
-/// Never logs. Errors in the text are returned as tokens; only std::bad_alloc and exceptions of the
-/// source leave it.
+/// Never logs. Returns errors in the text as tokens. Throws only std::bad_alloc and the exceptions
+/// of the source.
 class Lexer {
  public:
   virtual ~Lexer() = default;
@@ -46,10 +46,10 @@ class Lexer {
 
   /// The next token. White space and characters that are not printable are skipped.
   Token nextToken();
-  /// The same into `out`.
+  /// Stores the next token in `out`.
   void nextToken(Token& out);
 
-  // One token of its kind, beginning at `lookaheadChar`.
+  // Each function reads one token of its type, which begins at `lookaheadChar`.
 
   Token comment();
   Token string();
@@ -61,21 +61,21 @@ class Lexer {
 
   /// Consumes one character and returns its token.
   Token token(Token::Type type);
-  /// A token of collected characters; its text ends at the first NUL among them.
+  /// A token of collected characters. Its text ends before the first NUL.
   Token token(Token::Type type, const ds::Vector<char>& chars) const;
   Token eof() const;
   Token invalidToken() const;
   Token unexpectedEof(const String& what) const;
   Token invalidListToken(const String& what) const;
-  /// One step of the list reader behind `parens` and `braces`.
+  /// One step of reading the list for `parens` and `braces`.
   void list(ds::Vector<char>& chars, char open, char close);
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// The record behind the last Invalid token; its log line is that token's text.
+  /// The record of the last Invalid token. Its log line is the token's text.
   const Diagnostic& problem() const noexcept { return problem_; }
 
-  /// True when a byte 0xFF, and not the end of the source, is what ends the input.
+  /// True when a byte 0xFF ended the input, not the end of the source.
   bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
 
  protected:
@@ -83,12 +83,17 @@ class Lexer {
   Lexer(const Lexer&) = delete;
   Lexer& operator=(const Lexer&) = delete;
 
-  /// The bookkeeping of every `consume`: counts the lookahead, and makes `next` the lookahead.
+  /// Every `consume` calls this: it advances the position by the lookahead and makes `next` the new
+  /// lookahead.
   char step(char next) noexcept;
-  /// For sources: the source has no more characters.
+  /// Derived classes call this before each block of bytes, which has fewer than 2^32.
+  void countIndexWraps() noexcept;
+  /// Derived classes that do not count blocks call this: `index` may wrap around.
+  void forgetOffset() noexcept { isOffsetUnknown_ = true; }
+  /// Derived classes call this when the source has no more characters.
   void endSource() noexcept { sourceEnded_ = true; }
 
-  /// The buffered bytes. `*windowBegin` is the lookahead; empty when the two are equal.
+  /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
 
@@ -96,7 +101,8 @@ class Lexer {
   struct ListKind;
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
-  // The window's last byte. Bytes before it can be consumed: the next one is buffered.
+  // The last byte of the window. A byte before it can be consumed, because its successor is
+  // buffered.
   const char* windowLast() const noexcept {
     return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
   }
@@ -123,8 +129,13 @@ class Lexer {
 
   ds::Vector<char> chars_;  // the collected characters of the current token
   TokenTextPool texts_;
+  std::int64_t offset() const noexcept;
+
   bool sourceEnded_ = false;
-  mutable Diagnostic problem_;  // the functions that make Invalid tokens are const
+  bool isOffsetUnknown_ = false;
+  std::uint32_t indexAtBlock_ = 0;  // `index` when the current block was read
+  std::uint32_t indexWraps_ = 0;    // of `index` before that
+  mutable Diagnostic problem_;      // the functions that make Invalid tokens are const
 };
 
 // --- positions ---
@@ -142,7 +153,7 @@ inline char Lexer::step(char next) noexcept {
   return previous;
 }
 
-// Consumes `count` bytes of the window, fewer than it holds, with no line feed before the last.
+// Consumes `count` bytes, fewer than the window has. Only the last one may be a line feed.
 inline void Lexer::consumeInLine(std::size_t count) noexcept {
   if (previous == '\n') {
     line = detail::wrappingSum(line, 1);
@@ -155,13 +166,13 @@ inline void Lexer::consumeInLine(std::size_t count) noexcept {
   lookaheadChar = *windowBegin;
 }
 
-// Consumes `count` bytes of the window, fewer than it holds.
+// Consumes `count` bytes, fewer than the window has.
 inline void Lexer::consumeBytes(std::size_t count) noexcept {
   consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// The same with the line feeds before the last byte already counted. The column counts from the
-// last of them.
+// The same when the line feeds before the last byte are already counted. The column is counted from
+// the last line feed.
 inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);

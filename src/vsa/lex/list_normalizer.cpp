@@ -1,8 +1,8 @@
-// A vector of bytes a step: the class of a byte comes from two table look-ups, by its high and its
-// low half (Langdale and Lemire, "Parsing Gigabytes of JSON per Second", 2019). Most lists are
-// nearly normal already, so most steps are one store. Each step advances by its full width and
-// depends on the one before it only by a bit: whether that one ended in a separator. The list's
-// last separators are removed at the end.
+// Processes one vector of bytes per step. Two table look-ups, by the high and the low nibble,
+// classify a byte (Langdale and Lemire, "Parsing Gigabytes of JSON per Second", 2019). Most lists
+// are nearly normal already, so most steps are one store. Each step advances by its full width and
+// depends on the previous step by only one bit: whether it ended in a separator. Separators at the
+// end of the list are removed last.
 #include "vsa/lex/list_normalizer.h"
 
 #include <array>
@@ -54,13 +54,12 @@ NormalizedList normalizeListPortable(const char* from, const char* end, char* to
 
 namespace {
 
-// The classes of bytes, by their halves: the classes of a byte are BY_HIGH[high] & BY_LOW[low].
-// Bytes from 0x80 on have none. Each bit stands for one row of 16 bytes, and rows that are alike
-// share it.
-struct HalfTables {
+// The classes of bytes, by nibble: the classes of a byte are byHigh[high] & byLow[low]. Bytes from
+// 0x80 on have none. Each bit represents one row of 16 bytes. Equal rows share a bit.
+struct NibbleTables {
   alignas(16) std::int8_t byHigh[16] = {};
   alignas(16) std::int8_t byLow[16] = {};
-  std::int8_t numberBits = 0;  // all bits of number characters; the others are of separators
+  std::int8_t numberBits = 0;  // all bits of number characters; the other bits are of separators
 };
 
 constexpr std::uint16_t rowOfClass(unsigned high, bool (*isInClass)(char)) {
@@ -72,8 +71,8 @@ constexpr std::uint16_t rowOfClass(unsigned high, bool (*isInClass)(char)) {
   return row;
 }
 
-constexpr HalfTables makeHalfTables() {
-  HalfTables tables;
+constexpr NibbleTables makeNibbleTables() {
+  NibbleTables tables;
   std::uint16_t rows[8] = {};
   unsigned rowCount = 0;
   for (bool (*isInClass)(char) : {isNumber, isSeparator}) {
@@ -99,7 +98,7 @@ constexpr HalfTables makeHalfTables() {
   return tables;
 }
 
-constexpr HalfTables HALVES = makeHalfTables();
+constexpr NibbleTables NIBBLES = makeNibbleTables();
 
 /// For each subset of eight bytes, the shuffle that moves its members to the front.
 constexpr auto makeCompactions() {
@@ -115,8 +114,8 @@ constexpr auto makeCompactions() {
 
 constexpr auto COMPACTIONS = makeCompactions();
 
-/// The bytes of a step with a blank for every separator, and a bit for each separator. `isKnown` is
-/// false when some byte is neither number character nor separator.
+/// The bytes of one step with every separator replaced by a blank, and a bit mask of the
+/// separators. `isKnown` is false when a byte is neither a number character nor a separator.
 struct Step16 {
   __m128i normal;
   std::uint32_t separators;
@@ -129,7 +128,7 @@ struct Step32 {
   bool isKnown;
 };
 
-/// Those of the separators that follow another one.
+/// The separators that follow another separator.
 inline std::uint32_t repeated(std::uint32_t separators, std::uint32_t isAfterSeparator) {
   return static_cast<std::uint32_t>(separators &
                                     (std::uint64_t{separators} << 1 | isAfterSeparator));
@@ -143,10 +142,10 @@ VSA_SSE42_INLINE Step16 readStep16(const char* from) {
   const __m128i zero = _mm_setzero_si128();
   const __m128i bytes = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from));
   const __m128i high = _mm_and_si128(_mm_srli_epi16(bytes, 4), _mm_set1_epi8(0x0F));
-  const __m128i classes = _mm_and_si128(_mm_shuffle_epi8(tableOf(HALVES.byHigh), high),
-                                        _mm_shuffle_epi8(tableOf(HALVES.byLow), bytes));
+  const __m128i classes = _mm_and_si128(_mm_shuffle_epi8(tableOf(NIBBLES.byHigh), high),
+                                        _mm_shuffle_epi8(tableOf(NIBBLES.byLow), bytes));
   const __m128i other =
-      _mm_cmpeq_epi8(_mm_and_si128(classes, _mm_set1_epi8(HALVES.numberBits)), zero);
+      _mm_cmpeq_epi8(_mm_and_si128(classes, _mm_set1_epi8(NIBBLES.numberBits)), zero);
   // Every number character is greater than a blank.
   return {_mm_max_epu8(_mm_andnot_si128(other, bytes), _mm_set1_epi8(' ')),
           static_cast<std::uint32_t>(_mm_movemask_epi8(other)),
@@ -155,20 +154,20 @@ VSA_SSE42_INLINE Step16 readStep16(const char* from) {
 
 VSA_AVX2_INLINE Step32 readStep32(const char* from) {
   const __m256i zero = _mm256_setzero_si256();
-  const __m256i byHigh = _mm256_broadcastsi128_si256(tableOf(HALVES.byHigh));
-  const __m256i byLow = _mm256_broadcastsi128_si256(tableOf(HALVES.byLow));
+  const __m256i byHigh = _mm256_broadcastsi128_si256(tableOf(NIBBLES.byHigh));
+  const __m256i byLow = _mm256_broadcastsi128_si256(tableOf(NIBBLES.byLow));
   const __m256i bytes = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(from));
   const __m256i high = _mm256_and_si256(_mm256_srli_epi16(bytes, 4), _mm256_set1_epi8(0x0F));
   const __m256i classes =
       _mm256_and_si256(_mm256_shuffle_epi8(byHigh, high), _mm256_shuffle_epi8(byLow, bytes));
   const __m256i other =
-      _mm256_cmpeq_epi8(_mm256_and_si256(classes, _mm256_set1_epi8(HALVES.numberBits)), zero);
+      _mm256_cmpeq_epi8(_mm256_and_si256(classes, _mm256_set1_epi8(NIBBLES.numberBits)), zero);
   return {_mm256_max_epu8(_mm256_andnot_si256(other, bytes), _mm256_set1_epi8(' ')),
           static_cast<std::uint32_t>(_mm256_movemask_epi8(other)),
           _mm256_movemask_epi8(_mm256_cmpeq_epi8(classes, zero)) == 0};
 }
 
-/// Writes those of the lower eight bytes that are in the set; returns where they end.
+/// Writes those of the lower eight bytes that are in `set`. Returns the end of the output.
 VSA_SSE42_INLINE char* writeMembers8(__m128i bytes, std::uint32_t set, char* to) {
   const auto* const shuffle = reinterpret_cast<const __m128i*>(COMPACTIONS[set].data());
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to),
@@ -186,14 +185,14 @@ VSA_AVX2_INLINE char* writeMembers32(__m256i bytes, std::uint32_t set, char* to)
   return writeMembers16(_mm256_extracti128_si256(bytes, 1), set >> 16, to);
 }
 
-/// The processor's own prefetcher stops at the end of a page.
+/// Software prefetch: the hardware prefetcher stops at the end of a page.
 inline void prefetchAhead(const char* from, char* to) noexcept {
   constexpr std::size_t AHEAD = 2048;
   zn::detail::prefetch(from, AHEAD);
   zn::detail::prefetchForWriting(to, AHEAD);
 }
 
-/// Removes separators at the end of the last step, and goes on from there byte by byte.
+/// Removes the separators at the end of the last step, and continues from there byte by byte.
 NormalizedList finishList(const char* from, const char* end, char* to, bool isAfterSeparator) {
   if (isAfterSeparator) {
     --to;
@@ -238,7 +237,7 @@ VSA_AVX2 NormalizedList normalizeListAvx2(const char* from, const char* end, cha
     isAfterSeparator = step.separators >> 31;
   }
   // The compiler omits this before a tail call. Without it, later SSE instructions wait for the
-  // upper halves.
+  // upper halves of the registers.
   _mm256_zeroupper();
   return finishList(from, end, to, isAfterSeparator != 0);
 }

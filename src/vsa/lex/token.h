@@ -13,7 +13,7 @@ namespace zn::korvo_sdk::impl {
 struct Token {
   /// The numbers are fixed: the parser ends its loop on any type below 2.
   enum class Type : std::int32_t {
-    Eof = 0,      // text: "EOF", or a message about a string or list that the end cuts off
+    Eof = 0,      // text: "EOF", or the message for an unterminated string or list
     Invalid = 1,  // text: a complete message
     Id = 2,
     Int = 3,
@@ -34,7 +34,7 @@ struct Token {
     Plus = 30,
     Star = 32,
     Pipe = 33,
-    True = 35,  // text: in lower case, however written; so for False and Null
+    True = 35,  // text: always in lower case, also for False and Null
     False = 36,
     Null = 37,
   };

@@ -1,5 +1,5 @@
-// Finds the ends of names, numbers, strings and short lists: sixteen bytes a step with SSE2, one
-// byte a step elsewhere. Internal.
+// Finds the ends of names, numbers, strings and short lists: sixteen bytes per step with SSE2, one
+// byte per step elsewhere. Internal.
 #pragma once
 
 #include <array>
@@ -112,8 +112,8 @@ inline std::uint32_t numberMask(__m128i bytes, __m128i markers) {
 
 }  // namespace detail
 
-/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid
-/// where no token begins with it.
+/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid if
+/// no token begins with `c`.
 constexpr Token::Type firstOf(char c) {
   return detail::FIRST[static_cast<unsigned char>(c)];
 }
@@ -143,7 +143,7 @@ inline bool isRealMarker(char c) {
 
 /// The number characters at the start of a run of bytes.
 struct NumberEnd {
-  const char* at;  ///< Behind the last of them.
+  const char* at;  ///< One past the last of them.
   bool isReal;     ///< Whether one of them makes it a real.
 };
 
@@ -170,14 +170,14 @@ inline NumberEnd endOfNumber(const char* at, const char* end) {
 
 /// The end of a quoted string.
 struct StringEnd {
-  const char* at = nullptr;  ///< Behind the closing quote; null when that is not buffered.
+  const char* at = nullptr;  ///< One past the closing quote; null when that is not buffered.
   LineFeeds feeds{0, nullptr};
 };
 
 namespace detail {
 
-/// How many bytes to advance by at a byte of a string other than the first: 0 at the closing quote,
-/// at a NUL and at the end mark 0xFF, which the fast path does not read.
+/// The number of bytes to advance at a byte of a string after the first: 0 at the closing quote, at
+/// a NUL and at the end mark 0xFF, which the fast path does not read.
 inline std::size_t advanceInString(const char* at, LineFeeds& feeds) {
   switch (*at) {
     case '"':

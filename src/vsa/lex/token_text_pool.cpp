@@ -48,7 +48,7 @@ void TokenTextPool::intern(std::string_view characters, Token& out) {
   out.text = first->text;
 }
 
-// A word that is not interned yet. The text of a literal is in lower case, however it is written.
+// Adds a word that is not interned yet. The text of a literal is always in lower case.
 void TokenTextPool::addWord(std::string_view characters, std::uint64_t hash, Token& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return intern(literal.text, out);
@@ -59,7 +59,8 @@ void TokenTextPool::addWord(std::string_view characters, std::uint64_t hash, Tok
   store({tagOf(hash), out.type, out.text});
 }
 
-// First in its pair; the second word of the pair is dropped.
+// Stores the word first in its pair. The previous first word becomes the second, and the second is
+// dropped.
 void TokenTextPool::store(Word&& word) noexcept {
   Word* const first = &words_[word.tag & mask_];
   first[1] = std::move(first[0]);

@@ -1,5 +1,5 @@
-// TokenTextPool: the texts of tokens, without an allocation for each. Words are interned; the texts
-// of numbers and short lists reuse the memory of earlier ones. Internal.
+// TokenTextPool: creates the texts of tokens without an allocation for each. Words are interned.
+// The texts of numbers and short lists reuse the memory of earlier texts. Internal.
 #pragma once
 
 #include <cstddef>
@@ -22,15 +22,15 @@ class TokenTextPool {
     return text;
   }
 
-  /// Sets type and text of a word: a literal of the format, or a name. A word that was read a short
-  /// while ago gives the same String, so that most comparisons of names compare pointers.
+  /// Sets type and text of a word: a literal of the format, or a name. A recently read word gets
+  /// the same String, so most comparisons of names compare pointers.
   void intern(std::string_view characters, Token& out);
 
-  /// A text that the scene is likely to keep.
+  /// Creates a text that the scene is likely to keep.
   String copy(std::string_view characters) { return slabs_.copyOf(characters); }
 
-  /// A text that is needed for one statement: it takes the memory of an earlier one that nobody
-  /// refers to any more.
+  /// Creates a text that is needed for one statement. Reuses the memory of an earlier text that has
+  /// no other references.
   void copyReusing(std::string_view characters, String& out) {
     if (characters.size() > MAX_REUSED_BYTES) {
       out = String::copyOf(characters);
@@ -46,10 +46,10 @@ class TokenTextPool {
   static constexpr std::size_t MAX_WORD_BYTES = 64;
   // The memory of longer texts is too large to be kept.
   static constexpr std::size_t MAX_REUSED_BYTES = 4096;
-  // More than a statement refers to, so that each is free again when its turn comes.
+  // More than one statement refers to, so each is unreferenced when it is reused.
   static constexpr std::size_t REUSED_STRINGS = 8;
-  // Interned words: few at first, since many texts are short. No more than fit the caches: to find
-  // a word beyond them costs more than to copy it.
+  // Number of interned words. Small at first, because many texts are short. The maximum fits into
+  // the CPU caches: a look-up that misses them costs more than copying the word.
   static constexpr std::size_t MIN_WORDS = 256;
   static constexpr std::size_t MAX_WORDS = 2048;
 
@@ -65,9 +65,9 @@ class TokenTextPool {
   void growWords();
 
   StringSlabs slabs_;
-  std::unique_ptr<Word[]> words_;  // pairs; the word read last comes first in its pair
-  std::size_t mask_ = 0;           // from a tag to the first slot of its pair
-  std::size_t wordCount_ = 0;      // words added, those replaced since included
+  std::unique_ptr<Word[]> words_;  // pairs; the word read last is first in its pair
+  std::size_t mask_ = 0;           // maps a tag to the first slot of its pair
+  std::size_t wordCount_ = 0;      // words added, including those replaced since
   String reused_[REUSED_STRINGS];
   std::size_t nextReused_ = 0;
   String characters_[256];

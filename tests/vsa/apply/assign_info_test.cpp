@@ -1,4 +1,4 @@
-// The record of one assignment: how it is copied and moved, and how messages quote its value.
+// The record of one assignment: copying, moving, and the value as messages quote it.
 #include "vsa/apply/assign_info.h"
 
 #include <gtest/gtest.h>
@@ -56,7 +56,7 @@ std::string shown(const AssignInfo& info) {
   return all;
 }
 
-TEST(AssignInfo, StartsEmpty) {
+TEST(AssignInfo, IsEmptyInitially) {
   const AssignInfo info;
   EXPECT_EQ(info.targetPath.size, 0U);
   EXPECT_EQ(info.sourcePath.size, 0U);
@@ -71,7 +71,7 @@ TEST(AssignInfo, StartsEmpty) {
   for (const double component : info.data.payload.components) EXPECT_EQ(component, 0.0);
 }
 
-TEST(AssignInfo, ClearedIsAsNew) {
+TEST(AssignInfo, ClearResetsEveryMember) {
   AssignInfo info = filled("a");
   info.isBuffer = info.isReference = true;
   info.data.elementType = 3;
@@ -81,7 +81,7 @@ TEST(AssignInfo, ClearedIsAsNew) {
   EXPECT_EQ(info.data.elementType, 0);
 }
 
-TEST(AssignInfo, ItsFieldsInOrder) {
+TEST(AssignInfo, FieldsAreInOrder) {
   const AssignInfo info;
   const auto& [target, source, value, count, elements, list, reference, isScalar, isBuffer,
                isConnection, isReference, data] = info;
@@ -98,12 +98,12 @@ TEST(AssignInfo, ItsFieldsInOrder) {
   EXPECT_EQ(&isBuffer, &info.isBuffer);
   EXPECT_EQ(&isConnection, &info.isConnection);
   EXPECT_EQ(&isReference, &info.isReference);
-  // The flags are bytes that follow each other.
+  // The flags are consecutive bytes.
   EXPECT_EQ(&isScalar + 3, &isReference);
   EXPECT_EQ(&data, &info.data);
 }
 
-TEST(AssignInfo, FieldsOfABufferValueInOrder) {
+TEST(AssignInfo, BufferValueFieldsAreInOrder) {
   unsigned char byte = 7;
   const BufferValue buffer{&byte, 1, 2, DataType::Byte, 3};
   const auto& [memory, count, bytes, type, reserved] = buffer;
@@ -131,19 +131,19 @@ TEST(AssignInfo, Copies) {
   EXPECT_EQ(shown(assigned), shown(source));
 }
 
-TEST(AssignInfo, CopiesShareTheMemoryBehindTheData) {
+TEST(AssignInfo, CopiesShareTheDataMemory) {
   char characters[] = "red";
   AssignInfo info;
   info.data.type = AttrType::String;
   info.data.payload.string = characters;
   {
-    const AssignInfo copy(info);  // NOLINT: the copy is the point
+    const AssignInfo copy(info);  // NOLINT: the test needs a copy
     EXPECT_EQ(copy.data.payload.string, characters);
   }
   EXPECT_STREQ(info.data.payload.string, "red");
 }
 
-TEST(AssignInfo, MovingTakesThePathsOver) {
+TEST(AssignInfo, MoveAssignmentMovesThePaths) {
   AssignInfo source = filled("a");
   const std::string before = shown(source);
   AssignInfo target = filled("b");
@@ -155,7 +155,7 @@ TEST(AssignInfo, MovingTakesThePathsOver) {
 }
 
 // Everything but the paths is copied.
-TEST(AssignInfo, MovingLeavesTheTokensOfTheSource) {
+TEST(AssignInfo, MoveAssignmentCopiesTheTokens) {
   AssignInfo source = filled("a");
   AssignInfo target = filled("b");
   target = std::move(source);

@@ -1,4 +1,4 @@
-// Links, once the last statement has been read: what is asked of the scene, and in which order.
+// Link resolution after the last statement: the calls on the scene and their order.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -40,7 +40,7 @@ PendingLink reference(const Token& node) {
   return info;
 }
 
-/// A parser with an input to link and a node to link it to.
+/// A parser, an input to link, and a node to link to.
 class Resolve : public testing::Test {
  protected:
   Resolve() : input_(scene_.options, "a.color", AttrType::Null) {
@@ -72,17 +72,17 @@ TEST_F(Resolve, EmptyTablesDoNothing) {
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
-TEST_F(Resolve, ConnectsAndLetsTheInputGo) {
+TEST_F(Resolve, ConnectsAndReleasesTheInput) {
   EXPECT_EQ(connected({"b", ".", "out"}), (Lines{"a.color.connect b.out", "a.color.release"}));
   EXPECT_EQ(log_.lines(), Lines{});
 }
 
-TEST_F(Resolve, EntriesStayInTheirTable) {
+TEST_F(Resolve, TableKeepsItsEntries) {
   connected({"b", ".", "out"});
   EXPECT_NE(parser_.connections.findNode(&input_), nullptr);
 }
 
-TEST_F(Resolve, NullDisconnectsHoweverItIsWritten) {
+TEST_F(Resolve, NullInAnyLetterCaseDisconnects) {
   EXPECT_EQ(connected({"null"}), (Lines{"a.color.disconnect", "a.color.release"}));
   scene_.options.calls.clear();
   EXPECT_EQ(connected({" NU", "ll\n"}), (Lines{"a.color.disconnect", "a.color.release"}));
@@ -114,20 +114,20 @@ TEST_F(Resolve, ConnectionsThatFail) {
   }
 }
 
-TEST_F(Resolve, EmptyPartsOfASourceDoNotCount) {
+TEST_F(Resolve, EmptyPartsOfASourceAreIgnored) {
   EXPECT_EQ(connected({"b", ".", ".", "out", "."})[0], "a.color.connect b.out");
 }
 
-TEST_F(Resolve, ALeadingPointOfASourceDoesNotCount) {
+TEST_F(Resolve, LeadingDotOfASourceIsIgnored) {
   EXPECT_EQ(connected({".", "b", ".", "out"}), (Lines{"a.color.connect b.out", "a.color.release"}));
   EXPECT_EQ(log_.lines(), Lines{});
 }
 
-TEST_F(Resolve, AnIndexIsPartOfTheOutputsName) {
+TEST_F(Resolve, IndexIsPartOfTheOutputName) {
   EXPECT_EQ(connected({"b", ".", "out", "[2]"})[0], "a.color.connect b.out[2]");
 }
 
-TEST_F(Resolve, AMissingOutputIsQuotedAsWritten) {
+TEST_F(Resolve, MissingOutputIsQuotedAsWritten) {
   scene_.options.refusesOutputs = true;
   EXPECT_EQ(connected({"b", ".", "out"}), Lines{"a.color.release"});
   EXPECT_EQ(log_.lines(), Lines{"warning: Cannot connect nonexistent output b.out to a.color."});
@@ -173,16 +173,16 @@ TEST_F(Resolve, ReferencesThatFail) {
   }
 }
 
-// The low 8 bits of the addresses give the order; inputs that share them keep that of the text.
-TEST_F(Resolve, TheOrderIsThatOfTheAddresses) {
+// The low 8 bits of the addresses determine the order. Inputs with equal low bits keep text order.
+TEST_F(Resolve, OrderDependsOnTheAddresses) {
   constexpr std::size_t STEP = 64;
   constexpr std::size_t PLACES = 64;
   std::vector<unsigned char> memory(PLACES * STEP * 8 + 256);
   auto start = reinterpret_cast<std::uintptr_t>(memory.data());
   start += 256 - start % 256;
-  static_assert(sizeof(HostInput) <= 6 * STEP);  // the nearest two places are 3 and 9
+  static_assert(sizeof(HostInput) <= 6 * STEP);  // the closest two positions are 3 and 9
   std::vector<HostInput*> inputs;
-  // A row of 256 bytes has four places: these are its fourth (twice), third, second, first and
+  // A row of 256 bytes has four positions. These are the fourth (twice), third, second, first and
   // second.
   for (const std::size_t place : {35UL, 3UL, 26UL, 9UL, 16UL, 41UL}) {
     void* const at = reinterpret_cast<void*>(start + place * STEP);
@@ -201,7 +201,7 @@ TEST_F(Resolve, TheOrderIsThatOfTheAddresses) {
   for (HostInput* const input : inputs) input->~HostInput();
 }
 
-// --- through a text ---
+// --- with whole texts ---
 
 Lines callsOf(const std::string& bytes, bool expectedResult = true) {
   HostScene scene;
@@ -218,7 +218,7 @@ TEST(ResolveText, ConnectionsBeforeReferences) {
                    "a.color.setNode a", "a.color.release"}));
 }
 
-TEST(ResolveText, ALaterLinkReplacesTheEarlierAndRetainsNoMore) {
+TEST(ResolveText, LaterLinkReplacesTheEarlierWithoutRetaining) {
   EXPECT_EQ(callsOf("a.color |= a.one; a.color |= a.two; a.color |= null;"),
             (Lines{"a.createInput color Null", "a.color.retain", "a.color.disconnect",
                    "a.color.release"}));
@@ -227,19 +227,19 @@ TEST(ResolveText, ALaterLinkReplacesTheEarlierAndRetainsNoMore) {
                    "a.color.release"}));
 }
 
-TEST(ResolveText, APlainValueCancelsNoConnection) {
+TEST(ResolveText, PlainValueDoesNotCancelAConnection) {
   EXPECT_EQ(callsOf("a.x = 1; a.x |= a.out; a.x = 2;"),
             (Lines{"a.createInput x Int", "a.x.assign Int 1", "a.x.retain", "a.x.assign Int 2",
                    "a.x.connect a.out", "a.x.release"}));
 }
 
-// Only the passes give the inputs back.
-TEST(ResolveText, AParseThatFailsLinksNothing) {
+// Only link resolution releases the inputs.
+TEST(ResolveText, FailedParseResolvesNoLinks) {
   EXPECT_EQ(callsOf("a.x |= a.out; a.y = a; 42;", false),
             (Lines{"a.createInput x Null", "a.x.retain", "a.createInput y Null", "a.y.retain"}));
 }
 
-TEST(ResolveText, AFailedLinkStopsNoOther) {
+TEST(ResolveText, FailedLinkDoesNotStopOthers) {
   HostScene scene;
   scene.add("lamp", "a");
   const LoggedLines log;
@@ -251,8 +251,8 @@ TEST(ResolveText, AFailedLinkStopsNoOther) {
   EXPECT_NE(std::find(calls.begin(), calls.end(), "a.z.setNode a"), calls.end());
 }
 
-// What waits is that of the last statement.
-TEST(ResolveText, TheTablesHoldTheLastStatement) {
+// The pending link of an input is that of its last statement.
+TEST(ResolveText, TablesContainTheLastStatementOfAnInput) {
   vsa_tests::PrimedParser primed("a.x |= a.one; a.x |= a.two; a.y = a;");
   HostNode* const node = primed.scene.add("lamp", "a");
   for (int i = 0; i < 3; ++i) EXPECT_TRUE(primed.parser.parseAssign());

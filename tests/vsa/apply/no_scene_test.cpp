@@ -1,4 +1,4 @@
-// The scene that stands in where there is none: it takes everything and gives nothing.
+// The null object for a missing scene: it accepts every call and returns null.
 #include "vsa/apply/no_scene.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace zn::korvo_sdk::impl {
 namespace {
 
-TEST(NoScene, TakesEverythingAndHasNothing) {
+TEST(NoScene, AcceptsEveryCallAndReturnsNull) {
   interfaces::IScene& none = noScene();
   EXPECT_EQ(none.createNode("a", "b", ""), nullptr);
   EXPECT_EQ(none.defineNode("a"), nullptr);
@@ -22,7 +22,7 @@ TEST(NoScene, TakesEverythingAndHasNothing) {
   EXPECT_EQ(&none, &noScene());
 }
 
-TEST(NoScene, AHeaderIsReadForNobody) {
+TEST(NoScene, ParsesAHeaderWithoutAScene) {
   const char* const text = "# version: 3\n# time: now\n# more\n";
   EXPECT_TRUE(parseString(nullptr, text));
   EXPECT_TRUE(parseVsa(nullptr, vsa_tests::memoryFile(text), true));

@@ -1,5 +1,4 @@
-// Links are filed by input, and the filter that spares look-ups never denies an address that was
-// added.
+// The address filter of the pending links: no false negatives.
 #include "vsa/apply/pending_link.h"
 
 #include <gtest/gtest.h>
@@ -16,13 +15,13 @@ const void* at(std::uintptr_t address) {
   return reinterpret_cast<const void*>(address);
 }
 
-TEST(AddressFilterTest, AnEmptyFilterDeniesEveryAddress) {
+TEST(AddressFilterTest, EmptyFilterContainsNoAddress) {
   const AddressFilter filter;
   EXPECT_FALSE(filter.mayContain(at(0)));
   EXPECT_FALSE(filter.mayContain(at(0x7000'0000)));
 }
 
-TEST(AddressFilterTest, AddressesAboveTheHighestOfAPageAreDenied) {
+TEST(AddressFilterTest, AddressesAboveTheHighestOfAPageAreNotContained) {
   AddressFilter filter;
   filter.add(at(0x1'2000));
   filter.add(at(0x1'1000));
@@ -34,7 +33,7 @@ TEST(AddressFilterTest, AddressesAboveTheHighestOfAPageAreDenied) {
   EXPECT_FALSE(filter.mayContain(at(0x0'ffff)));
 }
 
-TEST(AddressFilterTest, NoAddressThatWasAddedIsDenied) {
+TEST(AddressFilterTest, HasNoFalseNegatives) {
   AddressFilter filter;
   std::vector<std::uintptr_t> added;
   std::uint64_t state = 1;

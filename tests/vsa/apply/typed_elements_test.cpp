@@ -1,10 +1,11 @@
-// Elements without a type get one, also where the scene has emptied them, and an array that is
-// filled one element after another is not looked at as a whole each time.
+// Untyped elements get a type, also after the scene has emptied them. Filling an array one element
+// at a time does not scan the whole array each time.
 #include "vsa/apply/typed_elements.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <string>
 
 #include "tests/support/host_scene.h"
 
@@ -26,7 +27,7 @@ class TypedElementsTest : public testing::Test {
   HostInput& element(std::uint64_t index) {
     return static_cast<HostInput&>(*array_.element(index));
   }
-  /// What a scene may do on its own account.
+  /// A scene may do this itself.
   void emptyAll() {
     for (std::uint64_t i = 0; i < array_.count(); ++i) element(i).buffers = DataType::Null;
   }
@@ -37,7 +38,7 @@ class TypedElementsTest : public testing::Test {
     }
     return sum;
   }
-  void setEmptyElements() { typed_.setEmptyElements(array_, FLOAT); }
+  void setEmptyElements() { typed_.setEmptyElements(array_, array_.count(), FLOAT); }
 
   HostOptions options_;
   HostInput array_{options_, "n.a", AttrType::Array};
@@ -50,14 +51,14 @@ TEST_F(TypedElementsTest, EveryElementOfANewArrayIsSet) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, AnArrayWithoutElementsIsLeftAlone) {
+TEST_F(TypedElementsTest, EmptyArrayIsUnchanged) {
   setEmptyElements();
   growTo(2);
   setEmptyElements();
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, ElementsThatTheSceneEmptiesAreSetAgain) {
+TEST_F(TypedElementsTest, ElementsEmptiedByTheSceneAreSetAgain) {
   for (const std::uint64_t size : {1U, 2U, 100U}) {
     growTo(size);
     setEmptyElements();
@@ -67,7 +68,7 @@ TEST_F(TypedElementsTest, ElementsThatTheSceneEmptiesAreSetAgain) {
   }
 }
 
-TEST_F(TypedElementsTest, OfALongArrayAllAreLookedAtInTurn) {
+TEST_F(TypedElementsTest, LongArrayIsRecheckedInRotation) {
   growTo(1000);
   setEmptyElements();
   emptyAll();
@@ -75,7 +76,7 @@ TEST_F(TypedElementsTest, OfALongArrayAllAreLookedAtInTurn) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, ALongArrayIsNotLookedAtAsAWholeEachTime) {
+TEST_F(TypedElementsTest, LongArrayIsNotScannedCompletely) {
   growTo(10000);
   setEmptyElements();
   emptyAll();
@@ -84,7 +85,7 @@ TEST_F(TypedElementsTest, ALongArrayIsNotLookedAtAsAWholeEachTime) {
   EXPECT_EQ(emptyElements(), 10000 - TypedElements::RECHECKED);
 }
 
-TEST_F(TypedElementsTest, AnArrayThatAHostHasCutIsLookedAtAgain) {
+TEST_F(TypedElementsTest, ArrayShrunkByTheHostIsScannedAgain) {
   growTo(1000);
   setEmptyElements();
   array_.shrinkTo(900);
@@ -97,7 +98,27 @@ TEST_F(TypedElementsTest, AnArrayThatAHostHasCutIsLookedAtAgain) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-TEST_F(TypedElementsTest, OtherArraysAreLeftAlone) {
+// Elements that the reader has appended are new, whatever was known of their places before.
+TEST_F(TypedElementsTest, ElementsAppendedByTheStatementAreChecked) {
+  growTo(1000);
+  setEmptyElements();
+  emptyAll();
+  typed_.setEmptyElements(array_, 500, FLOAT);
+  EXPECT_LE(emptyElements(), 500 - TypedElements::RECHECKED);
+  EXPECT_EQ(element(999).buffers, DataType::Float);
+}
+
+TEST_F(TypedElementsTest, SceneShrinksTheArrayInSet) {
+  growTo(10);
+  options_.onCall = [this](const std::string&) { array_.shrinkTo(4); };
+  setEmptyElements();
+  options_.onCall = nullptr;
+  EXPECT_EQ(array_.count(), 4U);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
+}
+
+TEST_F(TypedElementsTest, OtherArraysAreUnchanged) {
   array_.elements = AttrType::Int;
   growTo(2);
   options_.calls.clear();

@@ -1,4 +1,4 @@
-// The whole matrix of conversions, and what each makes of a value.
+// The complete conversion matrix, and the result of each conversion.
 #include "vsa/apply/value_convert.h"
 
 #include <gtest/gtest.h>
@@ -22,8 +22,8 @@ struct MatrixRow {
   std::string_view cells;
 };
 
-// A row a value's type, a column an input's, both in the order of AttrType from Null to Object:
-// "o" converts silently, "n" narrows, "." is refused, "=" is the type itself.
+// One row per value type, one column per input type, both in the order of AttrType from Null to
+// Object: "o" converts silently, "n" narrows, "." is refused, "=" is the type itself.
 //                                        N B I U R V V V P P Q R M M S N B A O
 //                                        u o n i e 2 3 4 2 3 u g 3 4 t o u r b
 constexpr MatrixRow MATRIX[] = {
@@ -77,7 +77,7 @@ AttrData real(double value) {
   return data;
 }
 
-/// Components 1, 2, 3 and so on, as a fresh statement holds them.
+/// A value with the components 1, 2, 3 and so on, and zeros after them, as in a new record.
 AttrData tuple(AttrType type) {
   AttrData data;
   data.type = type;
@@ -96,7 +96,7 @@ std::vector<double> components(const AttrData& value) {
                              value.payload.components + componentCount(value.type));
 }
 
-TEST(Convert, ATypeIntoItself) {
+TEST(Convert, EqualTypesChangeNothing) {
   EXPECT_EQ(converted(real(2.5), AttrType::Real).payload.real, 2.5);
   EXPECT_EQ(converted(integer(AttrType::Int, -3), AttrType::Int).payload.integer, -3);
 }
@@ -135,7 +135,7 @@ struct RoundingRow {
   std::uint64_t toUInt;
 };
 
-TEST(Convert, RealsToIntegersRoundHalvesAwayFromZeroAndSaturate) {
+TEST(Convert, RealsToIntegersRoundHalvesAwayFromZeroAndClamp) {
   const double infinity = std::numeric_limits<double>::infinity();
   const RoundingRow rows[] = {
       {2.7, 3, 3},
@@ -173,7 +173,7 @@ TEST(Convert, RealsToIntegersRoundHalvesAwayFromZeroAndSaturate) {
 constexpr AttrType TUPLES[] = {AttrType::Vec2, AttrType::Vec3, AttrType::Vec4, AttrType::Pos2,
                                AttrType::Pos3, AttrType::Quat, AttrType::Rgba};
 
-TEST(Convert, ARealGoesIntoEveryComponent) {
+TEST(Convert, RealIsCopiedToEveryComponent) {
   for (const AttrType to : TUPLES) {
     EXPECT_EQ(components(converted(real(2.5), to)), std::vector<double>(componentCount(to), 2.5));
   }

@@ -1,5 +1,5 @@
-// The wide forms of the inner loops leave the processor's vector registers as plain code expects
-// them: where the upper halves stay in use, every later instruction on the lower ones may wait.
+// The AVX2 kernels must clear the upper halves of the vector registers. While the upper halves are
+// in use, later SSE instructions may wait for them.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -16,8 +16,8 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 #if defined(__x86_64__)
-// Whether the processor says which of its registers are in use (XGETBV with ECX = 1).
-bool tellsRegistersInUse() {
+// Whether the processor reports which registers are in use (XGETBV with ECX = 1).
+bool reportsRegistersInUse() {
   unsigned a = 0, b = 0, c = 0, d = 0;
   if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & bit_OSXSAVE) == 0) return false;
   return __get_cpuid_count(0xD, 1, &a, &b, &c, &d) != 0 && (a & 4) != 0;
@@ -37,8 +37,8 @@ std::string listOf(const char* number) {
 }
 
 TEST(VectorState, UpperHalvesAreNotInUseAfterARead) {
-  // There is nothing to see on other processors.
-  if (!__builtin_cpu_supports("avx") || !tellsRegistersInUse()) return;
+  // Other processors do not report this.
+  if (!__builtin_cpu_supports("avx") || !reportsRegistersInUse()) return;
   const char* const lists[][2] = {{"float", "1"},
                                   {"float", "1.5"},
                                   {"float", "0.000001234"},

@@ -1,4 +1,4 @@
-// Counting and finding bytes in runs of every length, sixteen at a step and the rest.
+// Counts and finds bytes in runs of every length: steps of sixteen bytes and the remainder.
 #include "vsa/lex/byte_scan.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ std::size_t countIn(const std::string& text, char c) {
   return countOf(text.data(), text.data() + text.size(), c);
 }
 
-/// The place of the last `c`, or -1.
+/// The index of the last `c`, or -1.
 long lastIn(const std::string& text, char c) {
   const char* const found = findLast(text.data(), text.data() + text.size(), c);
   return found == nullptr ? -1 : found - text.data();
@@ -45,7 +45,7 @@ TEST(ByteScan, BytesAbove0x7F) {
   EXPECT_EQ(lastIn(text, '\x7F'), -1);
 }
 
-TEST(ByteScan, LineFeedsOfARun) {
+TEST(ByteScan, CountsLineFeeds) {
   const std::string text = "a\nbb\nccc";
   const LineFeeds found = countLineFeeds(text.data(), text.data() + text.size());
   EXPECT_EQ(found.count, 2U);

@@ -1,4 +1,5 @@
-// Where characters come from: one at a time, whatever the source, and a file that others share.
+// The lexers of Strings and Files: characters with their positions, and files shared with other
+// handles.
 #include "vsa/lex/lexer_source.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +19,7 @@ using vsa_tests::string;
 using vsa_tests::tokenText;
 using namespace std::string_literals;
 
-/// Every character that consume gives, with its position: "a1,1 b1,2".
+/// Every character that consume returns, with its position: "a1,1 b1,2".
 std::string consumed(Lexer& lexer) {
   std::string all;
   while (lexer.lookaheadChar != END_OF_INPUT) {
@@ -47,7 +48,7 @@ TEST(StringLexer, SharesTheText) {
   EXPECT_EQ(lexer.source.buf(), text.buf());
 }
 
-TEST(StringLexer, AnEmptyTextLooksAtANul) {
+TEST(StringLexer, LookaheadOfAnEmptyTextIsNul) {
   StringLexer lexer{String()};
   EXPECT_EQ(lexer.lookaheadChar, '\0');
   EXPECT_EQ(lexer.consume(), '\0');
@@ -55,7 +56,7 @@ TEST(StringLexer, AnEmptyTextLooksAtANul) {
   EXPECT_EQ(lexer.index, 1);
 }
 
-TEST(StringLexer, ConsumingAtTheEndGivesTheEnd) {
+TEST(StringLexer, ConsumeAtTheEndReturnsTheEndMark) {
   StringLexer lexer("a");
   lexer.consume();
   EXPECT_EQ(lexer.consume(), END_OF_INPUT);
@@ -70,7 +71,7 @@ TEST(FileLexer, AnEmptyFileIsAtItsEnd) {
   EXPECT_EQ(FileLexer(File()).lookaheadChar, END_OF_INPUT);
 }
 
-TEST(FileLexer, ConsumesOneCharacterPastTheMarkOnlyWhenTold) {
+TEST(FileLexer, ConsumePassesTheEndMarkOnlyWhenCalledAgain) {
   FileLexer lexer(
       memoryFile("a\xFF"
                  "b"));
@@ -81,7 +82,7 @@ TEST(FileLexer, ConsumesOneCharacterPastTheMarkOnlyWhenTold) {
   EXPECT_EQ(lexer.lookaheadChar, 'b');
 }
 
-TEST(FileLexer, ReadsTheFileFromWhereverItStands) {
+TEST(FileLexer, ReadsFromTheCurrentPosition) {
   for (const std::size_t most : {0UL, 1UL}) {
     File file = memoryFile("abcd", most);
     signed char c = 0;
@@ -91,7 +92,7 @@ TEST(FileLexer, ReadsTheFileFromWhereverItStands) {
   }
 }
 
-TEST(FileLexer, LeavesTheFileBehindItsLookahead) {
+TEST(FileLexer, FilePositionIsAfterTheLookahead) {
   for (const std::size_t most : {0UL, 1UL, 2UL}) {
     File file = memoryFile("ab;cd", most);
     {
@@ -105,7 +106,7 @@ TEST(FileLexer, LeavesTheFileBehindItsLookahead) {
   }
 }
 
-TEST(FileLexer, LeavesTheFileWhereItsSourceThrew) {
+TEST(FileLexer, FilePositionIsWhereTheSourceThrew) {
   for (const std::size_t at : {1UL, 3UL, 5UL}) {
     File file(new vsa_tests::InterruptedSource("abcde", at));
     {
@@ -122,7 +123,7 @@ TEST(FileLexer, LeavesTheFileWhereItsSourceThrew) {
   EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abcde>1,5");
 }
 
-TEST(FileLexer, GoesOnWhereItsSourceThrew) {
+TEST(FileLexer, ContinuesWhereTheSourceThrew) {
   File file(new vsa_tests::InterruptedSource("abc de; f", 4));
   FileLexer lexer(file);
   EXPECT_EQ(tokenText(lexer.nextToken()), "Id<abc>1,3");

@@ -1,5 +1,5 @@
-// Characters to tokens: a text, then its tokens with kind, text, line and column. Every row is read
-// from each kind of source and by a second, plain lexer, and all must agree.
+// Characters to tokens. A row has a text and its tokens with kind, text, line and column. Every row
+// is read from each kind of source and by the reference lexer. All results must be equal.
 #include "vsa/lex/lexer.h"
 
 #include <gtest/gtest.h>
@@ -42,7 +42,7 @@ std::string fromFile(const std::string& bytes, std::size_t most) {
   return tokensText(lexer);
 }
 
-/// A lexer that has no bytes at hand but its lookahead: each one is consumed by itself.
+/// A lexer without a window: it buffers only its lookahead and consumes one byte at a time.
 class SingleLexer final : public Lexer {
  public:
   explicit SingleLexer(std::string bytes) : bytes_(std::move(bytes)) { lookaheadChar = next(); }
@@ -89,7 +89,7 @@ void expectRows(const Row (&rows)[N]) {
   for (const Row& row : rows) expectTokens(row.text, row.tokens);
 }
 
-TEST(LexerTypes, TheirNumbersAreFixed) {
+TEST(LexerTypes, ValuesAreFixed) {
   EXPECT_EQ(static_cast<int>(Type::Eof), 0);
   EXPECT_EQ(static_cast<int>(Type::Invalid), 1);
   EXPECT_EQ(static_cast<int>(Type::Id), 2);
@@ -117,7 +117,7 @@ TEST(LexerTypes, TheirNumbersAreFixed) {
   EXPECT_EQ(sizeof(Type), 4U);
 }
 
-TEST(Tokens, TheirFieldsInOrder) {
+TEST(Tokens, FieldsAreInOrder) {
   const Token one{Type::Id, "a", 3, 4};
   const auto& [type, characters, line, column] = one;
   static_assert(std::is_same_v<decltype(type), const Type>);
@@ -152,7 +152,7 @@ TEST(Lexer, Positions) {
   expectRows(rows);
 }
 
-// A String of no characters has a NUL to look at, which is skipped and counts; a file has none.
+// The lookahead of an empty String is a NUL, which is skipped and counted. An empty file has none.
 TEST(Lexer, EmptyTexts) {
   EXPECT_EQ(fromString(""), "Eof<EOF>1,1");
   EXPECT_EQ(fromFile("", 0), "Eof<EOF>1,0");
@@ -168,7 +168,7 @@ TEST(Lexer, SingleCharacters) {
                "Semicolon<;>1,8 Equals<=>1,9 Backslash<\\>1,10 Pipe<|>1,11 Eof<EOF>1,11");
 }
 
-TEST(Lexer, CharactersThatStartNothing) {
+TEST(Lexer, CharactersThatStartNoToken) {
   for (const char c : ")]}!$%&<>?@^~`"s) {
     const std::string found(1, c);
     expectTokens(found, "Invalid<INVALID TOKEN (1,0): '" + found + "'>1,0");
@@ -176,7 +176,7 @@ TEST(Lexer, CharactersThatStartNothing) {
   }
 }
 
-TEST(Lexer, EveryOtherByteAlone) {
+TEST(Lexer, EverySingleByte) {
   for (int byte = 0; byte < 256; ++byte) {
     const std::string bytes(1, static_cast<char>(byte));
     EXPECT_EQ(fromString(bytes), fromPlain(bytes)) << byte;
@@ -184,7 +184,7 @@ TEST(Lexer, EveryOtherByteAlone) {
   }
 }
 
-TEST(Lexer, WhatIsNotPrintableIsSkippedLikeABlank) {
+TEST(Lexer, UnprintableCharactersAreSkipped) {
   const Row rows[] = {
       {"a\0b"s, "Id<a>1,1 Id<b>1,3 Eof<EOF>1,3"},
       {"\x01\x1f\x7f"
@@ -196,7 +196,7 @@ TEST(Lexer, WhatIsNotPrintableIsSkippedLikeABlank) {
   expectRows(rows);
 }
 
-TEST(Lexer, AByteOf0xFFEndsTheInput) {
+TEST(Lexer, Byte0xFFEndsTheInput) {
   const Row rows[] = {
       {"a;\xFF b;", "Id<a>1,1 Semicolon<;>1,2 Eof<EOF>1,2"},
       {"\xFF", "Eof<EOF>1,0"},
@@ -213,7 +213,7 @@ TEST(Lexer, AByteOf0xFFEndsTheInput) {
   expectRows(rows);
 }
 
-TEST(Lexer, TellsTheEndMarkFromTheEnd) {
+TEST(Lexer, DistinguishesTheEndMarkFromTheEndOfTheSource) {
   StringLexer ended(string("ab"));
   tokensText(ended);
   EXPECT_FALSE(ended.endsAtMark());
@@ -233,7 +233,7 @@ TEST(Lexer, Identifiers) {
       {"sphere1", "Id<sphere1>1,7 Eof<EOF>1,7"},
       {"_a_1", "Id<_a_1>1,4 Eof<EOF>1,4"},
       {"__", "Id<__>1,2 Eof<EOF>1,2"},
-      // "b" is a hexadecimal digit, so the hyphen takes it along.
+      // "b" is a hexadecimal digit, so "-b" is a number.
       {"a-b", "Id<a>1,1 Int<-b>1,3 Eof<EOF>1,3"},
       {"a.b:c[2]", "Id<a>1,1 Dot<.>1,2 Id<b>1,3 Colon<:>1,4 Id<c>1,5 Brackets<[2]>1,8 Eof<EOF>1,8"},
       {"lam\xc3\xa9pe", "Id<lam\\xc3\\xa9pe>1,7 Eof<EOF>1,7"},
@@ -405,7 +405,7 @@ TEST(Lexer, BracketListsAreKeptAsWritten) {
   expectRows(rows);
 }
 
-/// The tokens of a text as they are once the last of them has been read.
+/// The tokens of a text, converted to text after the last one has been read.
 std::string keptTokens(Lexer& lexer) {
   std::vector<Token> tokens;
   do {
@@ -416,7 +416,7 @@ std::string keptTokens(Lexer& lexer) {
   return stream;
 }
 
-// A token's text is its own, however many more are read.
+// Reading more tokens does not change the text of an earlier one.
 TEST(Lexer, TokensKeepTheirTexts) {
   std::string bytes;
   for (int i = 0; i < 100; ++i) {
@@ -438,7 +438,7 @@ TEST(Lexer, TokensKeepTheirTexts) {
   }
 }
 
-TEST(Lexer, ManyNamesAndLongOnes) {
+TEST(Lexer, ManyNamesAndLongNames) {
   std::string bytes;
   for (int round = 0; round < 2; ++round) {
     for (int i = 0; i < 3000; ++i) bytes += "n" + std::to_string(i) + ' ';
@@ -453,10 +453,10 @@ TEST(Lexer, ManyNamesAndLongOnes) {
   EXPECT_EQ(keptTokens(fromFile), expected);
 }
 
-// --- positions over runs of many lines ---
+// --- positions in texts with many line feeds ---
 
-/// Each token as "kind line,column,index", from a source that delivers `most` bytes at a time.
-std::vector<std::string> placesFrom(Lexer& lexer) {
+/// Each token as "kind line,column,index".
+std::vector<std::string> positionsFrom(Lexer& lexer) {
   std::vector<std::string> places;
   while (true) {
     const Token token = lexer.nextToken();
@@ -467,34 +467,35 @@ std::vector<std::string> placesFrom(Lexer& lexer) {
   }
 }
 
-void expectPlaces(const std::string& bytes, const std::vector<std::string>& places) {
+void expectPositions(const std::string& bytes, const std::vector<std::string>& places) {
   SCOPED_TRACE(visible(bytes));
   StringLexer fromString(string(bytes));
-  EXPECT_EQ(placesFrom(fromString), places);
+  EXPECT_EQ(positionsFrom(fromString), places);
   SingleLexer single(bytes);
-  EXPECT_EQ(placesFrom(single), places);
+  EXPECT_EQ(positionsFrom(single), places);
   for (const std::size_t most : {0UL, 1UL, 2UL, 15UL, 16UL, 17UL, 64UL}) {
     FileLexer fromFile(memoryFile(bytes, most));
-    EXPECT_EQ(placesFrom(fromFile), places) << most << " bytes at a time";
+    EXPECT_EQ(positionsFrom(fromFile), places) << most << " bytes at a time";
   }
 }
 
-TEST(LexerLines, InsideTokens) {
-  expectPlaces("a \"b\n\nc\n\" d", {"Id 1,1,1", "Str 4,1,9", "Id 4,3,11", "Eof 4,3,11"});
-  expectPlaces("\"\n\n\n\";", {"Str 4,1,5", "Semicolon 4,2,6", "Eof 4,2,6"});
-  expectPlaces("\"\n\\\"\n\n\\\\\";x",
-               {"Str 4,3,9", "Semicolon 4,4,10", "Id 4,5,11", "Eof 4,5,11"});
-  expectPlaces("(1\n\n2\n,\n 3\n)\n;", {"Parens 6,1,12", "Semicolon 7,1,14", "Eof 7,1,14"});
-  expectPlaces("{\n\n\n}\n\n;", {"Braces 4,1,5", "Semicolon 6,1,8", "Eof 6,1,8"});
-  expectPlaces("[\n1\n\n]\n;", {"Brackets 4,1,6", "Semicolon 5,1,8", "Eof 5,1,8"});
-  expectPlaces("# a\n# b\n\n\n#c\n",
-               {"Comment 1,3,3", "Comment 2,3,7", "Comment 5,2,12", "Eof 5,3,13"});
-  expectPlaces("\"a\n\n", {"Eof 2,1,4"});
-  expectPlaces("(1\n\n x", {"Invalid 3,1,5"});
+TEST(LexerPositions, InsideTokens) {
+  expectPositions("a \"b\n\nc\n\" d", {"Id 1,1,1", "Str 4,1,9", "Id 4,3,11", "Eof 4,3,11"});
+  expectPositions("\"\n\n\n\";", {"Str 4,1,5", "Semicolon 4,2,6", "Eof 4,2,6"});
+  expectPositions("\"\n\\\"\n\n\\\\\";x",
+                  {"Str 4,3,9", "Semicolon 4,4,10", "Id 4,5,11", "Eof 4,5,11"});
+  expectPositions("(1\n\n2\n,\n 3\n)\n;", {"Parens 6,1,12", "Semicolon 7,1,14", "Eof 7,1,14"});
+  expectPositions("{\n\n\n}\n\n;", {"Braces 4,1,5", "Semicolon 6,1,8", "Eof 6,1,8"});
+  expectPositions("[\n1\n\n]\n;", {"Brackets 4,1,6", "Semicolon 5,1,8", "Eof 5,1,8"});
+  expectPositions("# a\n# b\n\n\n#c\n",
+                  {"Comment 1,3,3", "Comment 2,3,7", "Comment 5,2,12", "Eof 5,3,13"});
+  expectPositions("\"a\n\n", {"Eof 2,1,4"});
+  expectPositions("(1\n\n x", {"Invalid 3,1,5"});
 }
 
-/// What is between the first and the last byte of a token of the given form, with line feeds in it.
-std::string filling(char form, std::size_t length) {
+/// The bytes between the first and the last byte of a token that begins with `form`, with line
+/// feeds.
+std::string tokenContent(char form, std::size_t length) {
   const std::string bytes = form == '"' ? "ab \t" : form == '[' ? "12 *" : "12 ,";
   std::mt19937 random(static_cast<unsigned>(length));
   std::string filled;
@@ -505,8 +506,8 @@ std::string filling(char form, std::size_t length) {
   return filled;
 }
 
-// Line and column of the last byte are counted here one byte at a time.
-TEST(LexerLines, InsideTokensOfEveryLength) {
+// The expected line and column of the last byte are counted one byte at a time.
+TEST(LexerPositions, InsideTokensOfEveryLength) {
   const struct {
     char open;
     char close;
@@ -515,7 +516,7 @@ TEST(LexerLines, InsideTokensOfEveryLength) {
       {'"', '"', "Str"}, {'(', ')', "Parens"}, {'{', '}', "Braces"}, {'[', ']', "Brackets"}};
   for (const auto& form : forms) {
     for (std::size_t length = 1; length < 140; ++length) {
-      const std::string bytes = form.open + filling(form.open, length) + form.close;
+      const std::string bytes = form.open + tokenContent(form.open, length) + form.close;
       int line = 1;
       int column = 0;
       for (std::size_t i = 0; i < bytes.size(); ++i) {
@@ -525,21 +526,21 @@ TEST(LexerLines, InsideTokensOfEveryLength) {
       }
       const std::string place = ' ' + std::to_string(line) + ',' + std::to_string(column) + ',' +
                                 std::to_string(bytes.size());
-      expectPlaces(bytes, {form.kind + place, "Eof" + place});
+      expectPositions(bytes, {form.kind + place, "Eof" + place});
     }
   }
 }
 
-TEST(LexerLines, BetweenTokens) {
+TEST(LexerPositions, BetweenTokens) {
   for (std::size_t feeds = 1; feeds < 70; ++feeds) {
     const std::string bytes =
         "a" + std::string(feeds, '\n') + "  bc#d" + std::string(feeds, '\n') + "e";
     const std::string first = std::to_string(feeds + 1);
     const std::string second = std::to_string(2 * feeds + 1);
     const std::string end = std::to_string(2 * feeds + 8);
-    expectPlaces(bytes, {"Id 1,1,1", "Id " + first + ",4," + std::to_string(feeds + 5),
-                         "Comment " + first + ",6," + std::to_string(feeds + 7),
-                         "Id " + second + ",1," + end, "Eof " + second + ",1," + end});
+    expectPositions(bytes, {"Id 1,1,1", "Id " + first + ",4," + std::to_string(feeds + 5),
+                            "Comment " + first + ",6," + std::to_string(feeds + 7),
+                            "Id " + second + ",1," + end, "Eof " + second + ",1," + end});
   }
 }
 
@@ -562,8 +563,8 @@ TEST(Lexer, LongTokens) {
                "Invalid<INVALID BRACE LIST TOKEN (80001,5): 'x'>80001,5");
 }
 
-// What the reader does in runs, the plain lexer does one character at a time.
-TEST(Lexer, AgreesWithThePlainLexerOnRandomTexts) {
+// The lexer processes runs of bytes, the reference lexer one character at a time.
+TEST(Lexer, MatchesTheReferenceLexerOnRandomTexts) {
   const std::string alphabets[] = {
       "a1.;= \n\"\\#(){}[],-+e_|*\t"s,
       "(){}[], 1-.e5\n\t"s,
@@ -586,7 +587,7 @@ TEST(Lexer, AgreesWithThePlainLexerOnRandomTexts) {
   }
 }
 
-// --- members that are called one at a time ---
+// --- direct calls of members ---
 
 TEST(LexerMembers, FieldsInOrder) {
   const StringLexer lexer("a");
@@ -609,7 +610,7 @@ TEST(LexerMembers, StateBeforeTheFirstCharacter) {
   EXPECT_EQ(lexer.column, 0);
 }
 
-TEST(LexerMembers, NamesAndNumbersAtTheEnd) {
+TEST(LexerMembers, TokenFunctionsAtTheEnd) {
   FileLexer lexer(memoryFile(""));
   EXPECT_EQ(tokenText(lexer.id()), "Eof<UNEXPECTED EOF while parsing ID>1,0");
   EXPECT_EQ(tokenText(lexer.number()), "Eof<UNEXPECTED EOF while parsing NUMBER>1,0");
@@ -619,7 +620,7 @@ TEST(LexerMembers, NamesAndNumbersAtTheEnd) {
   EXPECT_EQ(tokenText(lexer.brackets()), "Eof<UNEXPECTED EOF while parsing BRACKETS>1,0");
 }
 
-TEST(LexerMembers, EachKindOfTokenFromTheLookaheadOn) {
+TEST(LexerMembers, EachTokenFunction) {
   EXPECT_EQ(tokenText(StringLexer("#a").comment()), "Comment<#a>1,2");
   EXPECT_EQ(tokenText(StringLexer("\"a\"").string()), "Str<\"a\">1,3");
   EXPECT_EQ(tokenText(StringLexer("(1)").parens()), "Parens<(1)>1,3");
@@ -630,8 +631,8 @@ TEST(LexerMembers, EachKindOfTokenFromTheLookaheadOn) {
   EXPECT_EQ(tokenText(StringLexer(";").token(Type::Semicolon)), "Semicolon<;>1,1");
 }
 
-// What they begin with is taken as it is: only nextToken looks at it.
-TEST(LexerMembers, NamesAndNumbersBeginWithTheLookahead) {
+// The first character is not checked: only nextToken checks it.
+TEST(LexerMembers, FirstCharacterIsNotChecked) {
   for (const std::size_t most : {0UL, 1UL}) {
     FileLexer name(memoryFile("\nab;", most));
     EXPECT_EQ(tokenText(name.id()), "Id<\\nab>2,2");
@@ -671,7 +672,7 @@ TEST(LexerMembers, TokensThatConsumeNothing) {
   EXPECT_EQ(lexer.index, 2);
 }
 
-TEST(LexerMembers, AnInvalidCharacterStaysAhead) {
+TEST(LexerMembers, InvalidCharacterIsNotConsumed) {
   StringLexer lexer("(1 x)");
   EXPECT_EQ(lexer.nextToken().type, Type::Invalid);
   EXPECT_EQ(lexer.lookaheadChar, 'x');
@@ -681,7 +682,7 @@ TEST(LexerMembers, AnInvalidCharacterStaysAhead) {
   EXPECT_EQ(lexer.lookaheadChar, ')');
 }
 
-TEST(LexerMembers, TheEndStaysTheEnd) {
+TEST(LexerMembers, EofIsRepeated) {
   StringLexer lexer("\"a");
   EXPECT_EQ(tokenText(lexer.nextToken()), "Eof<UNEXPECTED EOF while parsing STRING>1,2");
   EXPECT_EQ(tokenText(lexer.nextToken()), "Eof<EOF>1,2");
@@ -721,25 +722,25 @@ TEST(LexerMembers, OneStepOfAList) {
   EXPECT_EQ(listed("}{1", "(1", 2), "(1 |1");
   EXPECT_EQ(listed(",)", "(1", 1), "(1|)");
   EXPECT_EQ(listed("x", "(1", 1), "(1x|\\xff");
-  // At the end, the end mark is what is consumed.
+  // At the end, the end mark is consumed.
   EXPECT_EQ(listed("x", "(1", 2), "(1x\\xff|\\xff");
   EXPECT_EQ(listed(" ", "(1", 1), "(1 |\\xff");
 }
 
-TEST(LexerMembers, CountsWrapAroundPastTheirGreatest) {
-  constexpr std::int32_t MOST = std::numeric_limits<std::int32_t>::max();
-  constexpr std::int32_t LEAST = std::numeric_limits<std::int32_t>::min();
+TEST(LexerMembers, CountsWrapAround) {
+  constexpr std::int32_t MAX = std::numeric_limits<std::int32_t>::max();
+  constexpr std::int32_t MIN = std::numeric_limits<std::int32_t>::min();
   StringLexer lexer("aaaa\nb");
-  lexer.line = MOST;
-  lexer.column = MOST - 1;
-  lexer.index = MOST;
+  lexer.line = MAX;
+  lexer.column = MAX - 1;
+  lexer.index = MAX;
   lexer.consume();
-  EXPECT_EQ(lexer.index, LEAST);
-  EXPECT_EQ(lexer.column, MOST);
+  EXPECT_EQ(lexer.index, MIN);
+  EXPECT_EQ(lexer.column, MAX);
   lexer.nextToken();
-  EXPECT_EQ(lexer.column, LEAST + 2);
+  EXPECT_EQ(lexer.column, MIN + 2);
   lexer.nextToken();
-  EXPECT_EQ(lexer.line, LEAST);
+  EXPECT_EQ(lexer.line, MIN);
   EXPECT_EQ(lexer.column, 1);
 }
 

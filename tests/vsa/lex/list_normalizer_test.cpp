@@ -1,4 +1,5 @@
-// The fast road through a list against the slow one, and against the bounds it promises.
+// Compares the vector kernels of the list normaliser with the portable one and checks their output
+// bounds.
 #include "vsa/lex/list_normalizer.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +18,7 @@ using vsa_tests::visible;
 
 using Normalizer = NormalizedList (*)(const char*, const char*, char*);
 
-/// Every form that this processor runs, and the one that is chosen.
+/// All kernels that this processor supports, and normalizeList itself.
 std::vector<Normalizer> normalizers() {
   std::vector<Normalizer> all{normalizeListPortable, normalizeList};
 #if VSA_LIST_NORMALIZER_HAS_VECTORS
@@ -27,7 +28,7 @@ std::vector<Normalizer> normalizers() {
   return all;
 }
 
-/// "written|what is left": the run of `text`, in memory of exactly the promised size.
+/// "output|unread input" for `text`, with an output buffer of exactly the documented size.
 std::string run(Normalizer copy, const std::string& text) {
   const std::vector<char> from(text.begin(), text.end());
   std::vector<char> to(text.size() + NORMALIZER_SLACK, '?');
@@ -70,14 +71,14 @@ TEST(NormalizedList, Rows) {
   }
 }
 
-/// All forms say the same of `text`.
+/// Expects the same result for `text` from all kernels.
 void expectAgreement(const std::string& text) {
   const std::string expected = run(normalizeListPortable, text);
   for (const Normalizer copy : normalizers())
     ASSERT_EQ(visible(run(copy, text)), visible(expected));
 }
 
-TEST(NormalizedList, EveryByteAtEveryPlaceOfAStep) {
+TEST(NormalizedList, EveryByteAtEveryPositionOfAStep) {
   const std::string digits(100, '7');
   for (int byte = 0; byte < 256; ++byte) {
     for (std::size_t at = 1; at < 66; ++at) {
@@ -88,8 +89,8 @@ TEST(NormalizedList, EveryByteAtEveryPlaceOfAStep) {
   }
 }
 
-// Of a whole step, every byte has to be known for what it is.
-TEST(NormalizedList, EveryByteByItself) {
+// Every byte of a full step must be classified correctly.
+TEST(NormalizedList, EverySingleByte) {
   for (int byte = 0; byte < 256; ++byte) {
     for (const char* const first : {"1", "b", "."}) {
       ASSERT_NO_FATAL_FAILURE(expectAgreement(first + std::string(65, static_cast<char>(byte))));
@@ -97,7 +98,7 @@ TEST(NormalizedList, EveryByteByItself) {
   }
 }
 
-TEST(NormalizedList, LongStretchesOfSeparators) {
+TEST(NormalizedList, LongRunsOfSeparators) {
   for (std::size_t count = 0; count < 70; ++count) {
     expectAgreement("1234567890123456" + std::string(count, ' ') + "7");
     expectAgreement("1" + std::string(count, ',') + "7");

@@ -1,5 +1,5 @@
-// Where tokens end, in runs of every length that end where their memory ends: beside plain loops,
-// and under AddressSanitizer with nothing to read behind them.
+// Finds the ends of tokens in texts of every length and compares with plain loops. The memory ends
+// with the text, so AddressSanitizer detects reads beyond it.
 #include "vsa/lex/token_scan.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 
 using vsa_tests::visible;
 
-/// Bytes in memory of their own length.
+/// Bytes in a block of exactly their length.
 class Exact {
  public:
   explicit Exact(std::string_view bytes)
@@ -69,7 +69,7 @@ TEST(TokenScan, NamesEndBeforeTheFirstOtherByte) {
   });
 }
 
-TEST(TokenScan, NumbersEndBeforeTheFirstOtherByteAndKnowTheirMarkers) {
+TEST(TokenScan, NumbersEndBeforeTheFirstOtherByteAndDetectReals) {
   forTexts("0123456789+-bcdeuBCDEU", ".fFnNaAiI gGhHjJ@\x80\xFF;", [](const std::string& text) {
     const Exact bytes(text);
     std::size_t expected = 0;
@@ -98,8 +98,8 @@ TEST(TokenScan, PlainListsHaveSingleBlanksBetweenNumbers) {
   });
 }
 
-/// Behind the closing quote of the string that begins the text, or 0: unit by unit. The last byte
-/// of the text is only looked at.
+/// The offset after the closing quote of the string at the start of the text, or 0. Reads one
+/// character or escape sequence at a time. The last byte of the text is only lookahead.
 std::size_t stringEnd(const std::string& text) {
   for (std::size_t at = 1; at + 1 < text.size(); ++at) {
     if (text[at] == '"') return at + 1;
@@ -109,7 +109,7 @@ std::size_t stringEnd(const std::string& text) {
   return 0;
 }
 
-TEST(TokenScan, StringsEndBehindTheirClosingQuote) {
+TEST(TokenScan, StringsEndAfterTheClosingQuote) {
   constexpr std::string_view RARE("\"\\\\\\\n\n\t\x01\0\xFF", 10);
   forTexts("ab'\x7F\x80\xFE ", RARE, [](const std::string& tail) {
     const std::string text = '"' + tail + '"';
