@@ -1,5 +1,5 @@
-// The process-wide table of declared node types, as the scene model asks it. Internal: hosts use
-// node_type.h and name_update.h.
+// The process-wide table of declared node types, as the scene model looks it up. Hosts use
+// node_type.h and name_update.h. Internal.
 #pragma once
 
 #include <map>
@@ -13,7 +13,7 @@
 
 namespace zn::korvo_sdk {
 
-/// A declared enumeration.
+/// The enumeration of a declared input.
 class Enumeration final : public interfaces::IEnumeration {
  public:
   explicit Enumeration(const std::vector<std::string>& values)
@@ -21,8 +21,8 @@ class Enumeration final : public interfaces::IEnumeration {
 
   bool isEmpty() const override { return values_.empty(); }
   const void* find(const String& name) const override {
-    const auto at = values_.find(name.view());
-    return at == values_.end() ? nullptr : &*at;
+    const auto found = values_.find(name.view());
+    return found == values_.end() ? nullptr : &*found;
   }
 
  private:
@@ -31,14 +31,14 @@ class Enumeration final : public interfaces::IEnumeration {
 
 /// A declared input with its enumeration.
 struct DeclaredInput {
-  explicit DeclaredInput(const InputDeclaration& made)
-      : declaration(made), enumeration(made.enumValues) {}
+  explicit DeclaredInput(const InputDeclaration& input)
+      : declaration(input), enumeration(input.enumValues) {}
 
   InputDeclaration declaration;
   Enumeration enumeration;
 };
 
-/// A declared node type, ready for look-ups. Never changes once it stands in the table.
+/// A declared node type, indexed by names. Immutable.
 class DeclaredType {
  public:
   explicit DeclaredType(const NodeType& type);
@@ -59,7 +59,14 @@ class DeclaredType {
   Names formerOutputs_;
 };
 
-/// The declared type of that name, or null when it is open. Safe from any thread.
+/// The declared type of that name; null for an open type. Safe from any thread.
 std::shared_ptr<const DeclaredType> declaredType(std::string_view name);
+
+/// Whether any type is declared. Safe from any thread.
+bool hasDeclaredTypes() noexcept;
+
+/// Adds a type, over an earlier one of that name, and removes one. Safe from any thread.
+void addDeclaredType(const std::string& name, std::shared_ptr<const DeclaredType> type);
+void removeDeclaredType(const std::string& name);
 
 }  // namespace zn::korvo_sdk

@@ -3,7 +3,6 @@
 #include <utility>
 
 #include <vsa/model/scene.h>
-#include <vsa/scene/name_update.h>
 #include "scene/model/node_impl.h"
 #include "scene/model/scene_storage.h"
 
@@ -31,7 +30,7 @@ Input* Node::inputAt(std::uint64_t index) const noexcept {
 
 NodeImpl::NodeImpl(const String& type, const String& name, std::uint64_t position)
     : type_(type), name_(name), firstOutput_(position) {
-  if (!anyNodeTypes()) return;
+  if (!hasDeclaredTypes()) return;
   std::shared_ptr<const DeclaredType> declaration = declaredType(type_.view());
   if (declaration != nullptr) coldMembers().declaration = std::move(declaration);
 }
