@@ -57,7 +57,6 @@ function(vsa_add_library target kind)
   add_library(vsa::${target} ALIAS ${target})
   vsa_own_target(${target})
   target_include_directories(${target} PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
-                                              $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/src>
                                               $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
   set_target_properties(${target} PROPERTIES OUTPUT_NAME vsa LINKER_LANGUAGE CXX)
 endfunction()

@@ -26,7 +26,8 @@ String whatOf(const Diagnostic& diagnostic) {
 
 String Diagnostic::kind() const {
   const char* const kind = rowOf(id).kind;
-  return list.isEmpty() ? String(kind) : diagnostic_detail::formatMessage(kind, list.buf());
+  return id != DiagnosticId::InvalidListToken ? String(kind)
+                                              : diagnostic_detail::formatMessage(kind, list.buf());
 }
 
 String Diagnostic::logLine() const {
@@ -75,15 +76,15 @@ String positionedLine(const String& kind, std::int32_t line, std::int32_t column
   return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
 }
 
-// The formats are constants of the table of diagnostics, whose arguments the emitter checks.
+// The format is a row's, which the compiler has compared with its arguments (see emitter.h).
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 String formatMessage(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
   const zn::detail::ArgumentListEnd end(arguments);
-  return String::formatv(format, arguments);
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
+  return String::formatv(format, arguments);
 }
 #pragma GCC diagnostic pop
 

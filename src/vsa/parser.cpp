@@ -84,7 +84,7 @@ void VsaParser::advance() {
   current = std::move(slot);
   try {
     lexer->nextToken(lastLexed);
-    if (lastLexed.type == Type::Invalid) tokenError(lastLexed);
+    if (lastLexed.type == Type::Invalid) throw DiagnosticError(lexer->problem());
   } catch (...) {
     slot = current;
     throw;

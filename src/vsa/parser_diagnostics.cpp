@@ -31,11 +31,8 @@ void VsaParser::internalError(const String& kind, const char* format, va_list ar
       diagnostic_detail::positionedLine(kind, current.line, current.column, message).buf());
 }
 
-// The token's text is the complete message. Its record is the lexer's.
+// The token's text is the complete message. The parser itself throws the record of the lexer.
 void VsaParser::tokenError(const Token& invalid) {
-  if (lexer != nullptr && lexer->problem().logLine() == invalid.text) {
-    throw DiagnosticError(lexer->problem());
-  }
   throw std::runtime_error(invalid.text.buf());
 }
 

@@ -37,7 +37,7 @@ bool VsaParser::parseAssign() {
   } else if (info.isReference) {
     references.file(input, PendingLink(info));
   } else {
-    ValueAssigner(messages, typedElements_).assign(info, *input, target.array());
+    ValueAssigner(messages, typedElements_).assign(info, target);
   }
   return true;
 }

@@ -1,6 +1,6 @@
-// Decimal texts where rounding is decided late: the exact middle between two neighbours and its
-// own neighbours, long digits, subnormals, the ends of the range. MPFR, rounding to nearest with
-// the exponents of the target, says what each must read as.
+// Decimal texts that are hard to round: the exact middle between two adjacent reals and texts right
+// beside it, many digits, subnormals, the ends of the range. MPFR, with the precision and the
+// exponents of the target, gives the reference.
 #include <gmp.h>
 #include <mpfr.h>
 
@@ -22,9 +22,9 @@ namespace {
 
 using Random = std::mt19937_64;
 
-std::int64_t between(Random& random, std::int64_t least, std::int64_t most) {
-  const auto span = static_cast<std::uint64_t>(most - least) + 1;
-  return least + static_cast<std::int64_t>(random() % span);
+std::int64_t between(Random& random, std::int64_t min, std::int64_t max) {
+  const auto span = static_cast<std::uint64_t>(max - min) + 1;
+  return min + static_cast<std::int64_t>(random() % span);
 }
 
 std::string randomDigits(Random& random, std::int64_t count) {
@@ -33,7 +33,7 @@ std::string randomDigits(Random& random, std::int64_t count) {
   return digits;
 }
 
-/// The digits of an integer that MPFR's own arithmetic keeps.
+/// An integer of any size, by GMP.
 class BigInteger {
  public:
   explicit BigInteger(std::uint64_t value) { mpz_init_set_ui(value_, value); }
@@ -67,7 +67,7 @@ struct Decimal {
   std::int64_t exponent = 0;
 };
 
-/// mantissa * 2^exponent, every digit of it.
+/// All digits of mantissa * 2^exponent.
 Decimal exactDecimal(std::uint64_t mantissa, std::int64_t exponent) {
   BigInteger digits(mantissa);
   if (exponent >= 0) {
@@ -78,11 +78,11 @@ Decimal exactDecimal(std::uint64_t mantissa, std::int64_t exponent) {
   return {digits.digits(), exponent};
 }
 
-/// What a kind of real is made of: bits of its mantissa and the exponent of its smallest value.
+/// A floating-point format; the exponents are those of an integer mantissa.
 struct Format {
   int mantissaBits;
-  int leastExponent;
-  int greatestExponent;
+  int minExponent;
+  int maxExponent;
 };
 constexpr Format DOUBLE{53, -1074, 971};
 constexpr Format FLOAT{24, -149, 104};
@@ -90,15 +90,15 @@ constexpr Format FLOAT{24, -149, 104};
 /// The exact middle between a random real and the next one.
 Decimal halfWay(Random& random, const Format& format) {
   const std::uint64_t low = std::uint64_t{1} << (format.mantissaBits - 1);
-  const std::int64_t exponent = between(random, format.leastExponent, format.greatestExponent);
+  const std::int64_t exponent = between(random, format.minExponent, format.maxExponent);
   std::uint64_t mantissa = low | (random() & (low - 1));
-  const bool isSubnormal = exponent == format.leastExponent && random() % 2 == 0;
+  const bool isSubnormal = exponent == format.minExponent && random() % 2 == 0;
   if (isSubnormal) mantissa = (random() & (low - 1)) >> (random() % 52);
   if (random() % 16 == 0) mantissa = 2 * low - 1;
   return exactDecimal(2 * mantissa + 1, exponent - 1);
 }
 
-/// One less in the last digit, and nines behind.
+/// Subtracts one from the last digit and appends nines.
 void stepDown(Random& random, Decimal& decimal) {
   auto digit = decimal.digits.rbegin();
   for (; *digit == '0'; ++digit) *digit = '9';
@@ -108,7 +108,7 @@ void stepDown(Random& random, Decimal& decimal) {
   decimal.exponent -= static_cast<std::int64_t>(nines);
 }
 
-/// Zeros behind, and the smallest step up after them.
+/// Appends zeros and a one.
 void stepUp(Random& random, Decimal& decimal) {
   const auto zeros = static_cast<std::size_t>(between(random, 0, 30));
   decimal.digits.append(zeros, '0');
@@ -131,9 +131,9 @@ Decimal nearHalfWay(Random& random, const Format& format) {
   return decimal;
 }
 
-/// Random digits, of an order between 10^least and 10^most.
-Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t least, std::int64_t most) {
-  return {randomDigits(random, digits), between(random, least, most) - digits};
+/// Random digits with an order of magnitude between 10^min and 10^max.
+Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t min, std::int64_t max) {
+  return {randomDigits(random, digits), between(random, min, max) - digits};
 }
 
 Decimal hardDecimal(Random& random) {
@@ -144,18 +144,18 @@ Decimal hardDecimal(Random& random) {
     case 2:
     case 3:
       return nearHalfWay(random, FLOAT);
-    case 4:  // long digits
+    case 4:  // many digits
       return ofOrder(random, between(random, 20, 1000), -345, 312);
     case 5:  // subnormal doubles
       return ofOrder(random, between(random, 1, 40), -326, -306);
-    case 6:  // subnormal floats, and both ends of theirs
+    case 6:  // both ends of the range of a float
       return ofOrder(random, between(random, 1, 40), random() % 2 == 0 ? -48 : 37, 40);
     default:  // as many digits as a double has
       return ofOrder(random, between(random, 15, 19), -345, 312);
   }
 }
 
-/// The decimal as a text: a point somewhere or nowhere, an exponent that makes up for it.
+/// The decimal as a text, with a point anywhere or none, and the exponent for that.
 std::string written(Random& random, const Decimal& decimal) {
   std::string text = random() % 2 == 0 ? "-" : "";
   const auto count = static_cast<std::int64_t>(decimal.digits.size());
@@ -168,7 +168,7 @@ std::string written(Random& random, const Decimal& decimal) {
   return text;
 }
 
-/// MPFR with the mantissa and the exponents of a target.
+/// MPFR with the precision and the exponents of a target.
 template <class Real>
 class Reference {
  public:
@@ -199,7 +199,7 @@ bool isSame(Real expected, bool accepted, Real found) {
 template <class Real>
 void checkAs(const std::string& text, Reference<Real>& reference, Survey& survey) {
   const Real expected = reference.read(text);
-  // The terminator is the one byte behind a list that may be read.
+  // The terminating NUL is the readable byte behind the list.
   const char* const first = text.c_str();
   const char* const last = first + text.size();
   Real found = 0;

@@ -5,7 +5,7 @@
 //   number_survey doubles COUNT SEED        random doubles
 //   number_survey decimals COUNT SEED       hard decimal texts against MPFR
 //
-// A line tells what was read; the exit status is 1 when anything was read wrongly.
+// Prints one line a survey; the exit status is 1 when a text was read wrongly.
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::uint64_t FLOAT_COUNT = std::uint64_t{1} << 32;
 
-/// Prints a survey's line and gives what the process may exit with.
+/// Prints a survey's line and returns the exit status.
 int report(const char* what, const Survey& survey) {
   std::printf("%-8s %12llu texts, %llu mismatches\n", what,
               static_cast<unsigned long long>(survey.texts),

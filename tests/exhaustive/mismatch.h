@@ -1,4 +1,4 @@
-// How a survey tells of a text that was read wrongly.
+// Reports a text that was read wrongly.
 #pragma once
 
 #include <cstdio>
@@ -10,8 +10,8 @@ namespace vsa_tests {
 
 /// Counts a mismatch, and prints the first ones of a survey.
 inline void mismatch(Survey& survey, std::string_view text, const char* how) {
-  constexpr std::uint64_t SHOWN = 20;
-  if (++survey.mismatches > SHOWN) return;
+  constexpr std::uint64_t MAX_PRINTED = 20;
+  if (++survey.mismatches > MAX_PRINTED) return;
   std::printf("MISMATCH %s: %.*s\n", how, static_cast<int>(text.size()), text.data());
 }
 

@@ -1,5 +1,5 @@
-// Reals written in shortest form and read back, a block of them at a time: one list for the list
-// road, and each of its pieces for the scalar road.
+// Reals written in shortest form and read back, a block at a time: as one list, and each field of
+// the list as a scalar.
 #include <algorithm>
 #include <bit>
 #include <charconv>
@@ -20,8 +20,8 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::size_t BLOCK = 1024;
-/// Longer than any shortest form: sign, 17 digits, point and exponent.
-constexpr std::size_t LONGEST = 32;
+/// No shortest form is longer: sign, 17 digits, point and exponent.
+constexpr std::size_t MAX_TEXT = 32;
 
 template <class Real>
 using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;
@@ -31,7 +31,7 @@ Bits<Real> bitsOf(Real value) {
   return std::bit_cast<Bits<Real>>(value);
 }
 
-/// What a text must read as: the value itself. Of the NaNs a text tells the sign alone.
+/// The bits that the text of `value` must have. The text of a NaN has its sign only.
 template <class Real>
 Bits<Real> expectedBits(Real value) {
   if (!std::isnan(value)) return bitsOf(value);
@@ -51,7 +51,7 @@ class Block {
     values_.push_back(value);
   }
 
-  /// Reads the block on both roads, then forgets it.
+  /// Reads the block in both ways, then clears it.
   void check(Survey& survey) {
     *at_ = '}';
     const zn::NumberRun run = zn::readNumberRun(text_.data(), at_, run_.data(), BLOCK);
@@ -74,7 +74,7 @@ class Block {
   }
 
  private:
-  std::vector<char> text_ = std::vector<char>(BLOCK * (LONGEST + 1) + 1);
+  std::vector<char> text_ = std::vector<char>(BLOCK * (MAX_TEXT + 1) + 1);
   std::vector<Real> values_;
   std::vector<const char*> starts_;
   std::vector<Real> run_ = std::vector<Real>(BLOCK);

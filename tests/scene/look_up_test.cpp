@@ -116,11 +116,5 @@ TEST(LookUps, OfInputsFollowWhatIsMade) {
   unregisterNodeType("look_up_lamp");
 }
 
-// What a scene of millions of them takes.
-#if defined(__LP64__)
-static_assert(sizeof(Node) == 64);
-static_assert(sizeof(Input) == 48);
-#endif
-
 }  // namespace
 }  // namespace zn::korvo_sdk

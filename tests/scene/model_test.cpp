@@ -9,6 +9,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
+#include "scene/model/input_impl.h"
 #include "tests/support/parser_fixture.h"
 #include "tests/support/text.h"
 
@@ -519,7 +520,7 @@ TEST(SceneMemory, InputsLieInCreationOrder) {
   EXPECT_EQ(addressOf(inputs[0]) % 256, 0U);
   std::size_t slabs = 1;
   for (std::size_t i = 1; i < inputs.size(); ++i) {
-    if (addressOf(inputs[i]) == addressOf(inputs[i - 1]) + sizeof(Input)) continue;
+    if (addressOf(inputs[i]) == addressOf(inputs[i - 1]) + sizeof(InputImpl)) continue;
     ++slabs;
     EXPECT_EQ(addressOf(inputs[i]) % 256, 0U) << i;
   }

@@ -14,32 +14,32 @@
 namespace zn::korvo_sdk {
 namespace {
 
-TEST(Blocks, LieOnMultiplesOfEightAndApart) {
-  Blocks blocks;
+TEST(SmallBlockPool, LieOnMultiplesOfEightAndApart) {
+  SmallBlockPool pool;
   std::set<std::uintptr_t> ends;
-  for (std::size_t bytes = 1; bytes <= Blocks::MOST_BYTES; bytes += 7) {
-    void* const block = blocks.take(bytes);
+  for (std::size_t bytes = 1; bytes <= SmallBlockPool::MAX_BYTES; bytes += 7) {
+    void* const block = pool.allocate(bytes);
     std::memset(block, 0x5A, bytes);
     const auto at = reinterpret_cast<std::uintptr_t>(block);
     EXPECT_EQ(at % 8, 0U);
     const auto next = ends.upper_bound(at);
-    EXPECT_TRUE(next == ends.end() || *next >= at + Blocks::roomFor(bytes)) << bytes;
-    ends.insert(at + Blocks::roomFor(bytes));
+    EXPECT_TRUE(next == ends.end() || *next >= at + SmallBlockPool::capacityFor(bytes)) << bytes;
+    ends.insert(at + SmallBlockPool::capacityFor(bytes));
   }
 }
 
-TEST(Blocks, OneThatIsGivenBackServesTheNextOfItsSize) {
-  Blocks blocks;
-  void* const first = blocks.take(17);
-  void* const second = blocks.take(17);
-  blocks.giveBack(first, 17);
-  EXPECT_NE(blocks.take(25), first);
-  EXPECT_EQ(blocks.take(24), first);
-  EXPECT_NE(blocks.take(24), second);
+TEST(SmallBlockPool, OneThatIsGivenBackServesTheNextOfItsSize) {
+  SmallBlockPool pool;
+  void* const first = pool.allocate(17);
+  void* const second = pool.allocate(17);
+  pool.deallocate(first, 17);
+  EXPECT_NE(pool.allocate(25), first);
+  EXPECT_EQ(pool.allocate(24), first);
+  EXPECT_NE(pool.allocate(24), second);
 }
 
 // A host that edits one input all day long must not grow.
-TEST(Blocks, AStringThatIsSetAgainAndAgainStaysInItsBlock) {
+TEST(SmallBlockPool, AStringThatIsSetAgainAndAgainStaysInItsBlock) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "note n; n.text = \"the first one\";"));
   Input* const text = scene.findNode("n")->input("text");
@@ -53,7 +53,7 @@ TEST(Blocks, AStringThatIsSetAgainAndAgainStaysInItsBlock) {
   EXPECT_LE(places.size(), 2U);
 }
 
-TEST(Blocks, StringsOfEveryLengthAreKept) {
+TEST(SmallBlockPool, StringsOfEveryLengthAreKept) {
   Scene scene;
   std::string text = "note n;\n";
   for (std::size_t length = 0; length < 9000; length += 257) {

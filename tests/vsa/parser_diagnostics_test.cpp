@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdarg>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -101,6 +102,87 @@ TEST(DiagnosticPositions, AreThoseOfTheTokenConsumedLast) {
   primed.parser.consume();
   primed.parser.consume();
   EXPECT_EQ(thrownBy([&] { primed.parser.parseError("x"); }), "PARSE ERROR (2,5): x.");
+}
+
+/// Keeps what is reported.
+class Records final : public DiagnosticSink {
+ public:
+  void report(const Diagnostic& diagnostic) override { all.push_back(diagnostic); }
+  std::vector<Diagnostic> all;
+};
+
+/// A scene whose findNode throws an error of its own.
+class ThrowingScene final : public interfaces::IScene {
+ public:
+  interfaces::INode* findNode(const String&) override { throw std::runtime_error("no index"); }
+  interfaces::INode* createNode(const String&, const String&, const String&) override {
+    return nullptr;
+  }
+  interfaces::INode* defineNode(const String&) override { return nullptr; }
+  void removeNode(const String&) override {}
+  void setFileVersion(unsigned long long) override {}
+  void setFileTime(const String&) override {}
+  void pushFileComment(const String&) override {}
+  void clearComments() override {}
+};
+
+TEST(Records, EachLineOfTheLogHasItsRecord) {
+  Records records;
+  const ScopedDiagnosticSink scope(&records);
+  const LoggedLines log;
+  vsa_tests::HostScene scene;
+  EXPECT_FALSE(VsaParser().parse(&scene, String("t n; n.a = 1; n.a = 2.5; n.b = vec2(1 x);")));
+  ASSERT_EQ(records.all.size(), 2U);
+  EXPECT_EQ(records.all[0].id, DiagnosticId::Narrowing);
+  EXPECT_EQ(records.all[0].severity(), Severity::Warning);
+  EXPECT_EQ(records.all[0].offset, Diagnostic::UNKNOWN_OFFSET);
+  EXPECT_EQ(records.all[1].id, DiagnosticId::InvalidListToken);
+  EXPECT_EQ(vsa_tests::text(records.all[1].kind()), "INVALID PAREN LIST TOKEN");
+  EXPECT_EQ(vsa_tests::text(records.all[1].text), "'x'");
+  EXPECT_EQ(records.all[1].offset, 38);
+  EXPECT_EQ(log.lines(), (Lines{"warning: " + vsa_tests::text(records.all[0].logLine()),
+                                "error: " + vsa_tests::text(records.all[1].logLine())}));
+}
+
+TEST(Records, AnErrorOfTheHostIsAHostError) {
+  Records records;
+  const ScopedDiagnosticSink scope(&records);
+  const LoggedLines log;
+  ThrowingScene scene;
+  EXPECT_FALSE(VsaParser().parse(&scene, String("t n;")));
+  ASSERT_EQ(records.all.size(), 1U);
+  EXPECT_EQ(records.all[0].id, DiagnosticId::HostError);
+  EXPECT_EQ(vsa_tests::text(records.all[0].text), "no index");
+  EXPECT_EQ(log.lines(), Lines{"error: no index"});
+}
+
+TEST(Records, TheFirstTokensThrowTheirRecord) {
+  vsa_tests::HostScene scene;
+  try {
+    VsaParser().parse(&scene, String(" }"));
+    FAIL() << "nothing was thrown";
+  } catch (const DiagnosticError& error) {
+    EXPECT_STREQ(error.what(), "INVALID TOKEN (1,1): '}'");
+    EXPECT_EQ(error.diagnostic().id, DiagnosticId::InvalidToken);
+    EXPECT_EQ(error.diagnostic().offset, 1);
+  }
+}
+
+TEST(Records, ScopesNestAndNullSilences) {
+  Records outer;
+  Records inner;
+  const LoggedLines log;
+  vsa_tests::HostScene scene;
+  const ScopedDiagnosticSink first(&outer);
+  {
+    const ScopedDiagnosticSink second(&inner);
+    VsaParser().parse(&scene, String("t n; 42;"));
+    const ScopedDiagnosticSink third(nullptr);
+    VsaParser().parse(&scene, String("t m; 42;"));
+  }
+  VsaParser().parse(&scene, String("t o; 42;"));
+  EXPECT_EQ(inner.all.size(), 1U);
+  EXPECT_EQ(outer.all.size(), 1U);
 }
 
 }  // namespace

@@ -23,8 +23,9 @@ struct Diagnostic {
   /// Lines and columns in bytes, from 1, 0 before the first token; 0 where `hasPosition` is false.
   std::int32_t line = 0;
   std::int32_t column = 0;
-  /// The byte at which the position lies, counted from the beginning of the reading; or
-  /// UNKNOWN_OFFSET. Known for what the lexer finds.
+  /// The offset in bytes of the character that no token may contain, from the beginning of the
+  /// reading; for the messages of the lexer. UNKNOWN_OFFSET for every other message, and behind
+  /// 4 GiB of a String.
   std::int64_t offset = UNKNOWN_OFFSET;
   /// InvalidListToken: the list's name in its kind, "PAREN" say. Empty for every other message.
   String list = {};

@@ -7,21 +7,24 @@
 namespace zn::korvo_sdk {
 
 class Node;
+class OutputImpl;
 
-/// A named output of a node. It comes into being when it is first asked for and lives as long as
-/// the scene.
-class VSA_API Output final : public interfaces::IOutput {
+/// A named output of a node. It is made when it is first asked for, belongs to the scene and lives
+/// as long as the scene.
+class VSA_API Output : public interfaces::IOutput {
  public:
-  /// For the node: use Node::output.
-  Output(Node* node, String name) : node_(node), name_(std::move(name)) {}
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
 
-  const String& name() const noexcept { return name_; }
-  /// The node that the output is of; never null.
-  Node* node() const noexcept { return node_; }
+  String name() const;
+  /// The node that has the output; never null.
+  Node* node() const noexcept;
 
  private:
-  Node* node_;
-  String name_;
+  friend OutputImpl;
+
+  Output() = default;
+  ~Output() = default;
 };
 
 }  // namespace zn::korvo_sdk

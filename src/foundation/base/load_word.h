@@ -15,10 +15,13 @@ Word loadWord(const void* from) noexcept {
   return word;
 }
 
-/// The eight bytes at `from` as a number, the first one lowest.
-inline std::uint64_t loadLittleEndian(const void* from) noexcept {
-  const auto word = loadWord<std::uint64_t>(from);
-  return std::endian::native == std::endian::big ? __builtin_bswap64(word) : word;
+/// The four or eight bytes at `from` as a number, the first one lowest.
+template <class Word = std::uint64_t>
+Word loadLittleEndian(const void* from) noexcept {
+  const auto word = loadWord<Word>(from);
+  if constexpr (std::endian::native != std::endian::big) return word;
+  return sizeof(Word) == 4 ? __builtin_bswap32(static_cast<std::uint32_t>(word))
+                           : __builtin_bswap64(word);
 }
 
 }  // namespace zn::detail

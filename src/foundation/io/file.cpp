@@ -1,4 +1,4 @@
-// File: its handles, and the source that reads a path.
+// File: the handle, and the source of a path.
 #include <vsa/foundation/file.h>
 
 #include <fcntl.h>
@@ -23,7 +23,7 @@ String messageOf(int error) {
   return String(std::generic_category().message(error).c_str());
 }
 
-// Calls again when a signal has interrupted the call.
+// Repeats a system call as long as signals interrupt it.
 template <class Call>
 auto restarted(const Call& call) {
   for (;;) {
@@ -32,8 +32,8 @@ auto restarted(const Call& call) {
   }
 }
 
-/// The bytes of a descriptor, without a byte order mark at their beginning; closes it in the end.
-/// read(2) and not fread: of a pipe it hands on what has come, and does not wait for a full block.
+/// Reads a file descriptor, without a byte order mark at its beginning, and closes it in the end.
+/// It calls read(2) because fread waits for a full block, even of a pipe that has some bytes.
 class DescriptorSource final : public ByteSource {
  public:
   explicit DescriptorSource(int descriptor) noexcept : descriptor_(descriptor) {}
@@ -58,7 +58,7 @@ class DescriptorSource final : public ByteSource {
     return 0;
   }
 
-  // A pipe may deliver the mark in pieces.
+  // Reads until the bytes are no beginning of the mark: a pipe may deliver it in parts.
   std::size_t readStart(char* to, std::size_t capacity) {
     std::size_t count = 0;
     do {
@@ -80,7 +80,7 @@ class DescriptorSource final : public ByteSource {
   String error_;
 };
 
-// The source has an owner from the start: it goes when there is no memory for the file.
+// Retains the source first: it is deleted when there is no memory for the file.
 OpenFile* openOver(ByteSource* source) {
   const RefersTo<ByteSource> held(source);
   return new OpenFile(source, "there is no source to read from");
@@ -131,8 +131,8 @@ String File::error() const {
   return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
-// A source may do anything while it is asked, assign to the very handle included: a second one
-// keeps the file for the time of the call. Most bytes come from memory and need none.
+// A source may even assign to the handle that is being read. A copy of the handle keeps the file
+// during the call. Buffered bytes need none.
 
 bool File::read(signed char& c) {
   OpenFile* const opened = OpenFile::of(*this);

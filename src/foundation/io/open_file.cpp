@@ -1,4 +1,4 @@
-// Blocks from a source, and the one position in them.
+// Blocks from the source, and the read position in them.
 #include "foundation/io/open_file.h"
 
 #include <algorithm>
@@ -58,8 +58,8 @@ void OpenFile::detachCursor() noexcept {
   cursor_ = nullptr;
 }
 
-// Asks the source for the next block; false at the end. A source that reads its own file meanwhile
-// finds it at its end.
+// Reads the next block from the source; false at the end. If the source reads its own file
+// meanwhile, it finds no bytes.
 bool OpenFile::refill() {
   if (source_ == nullptr || isRefilling_) return false;
   if (block_ == nullptr) block_ = std::make_unique_for_overwrite<char[]>(BLOCK_BYTES);

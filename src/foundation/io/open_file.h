@@ -1,12 +1,12 @@
-// OpenFile: what the handles of one file share. Internal; see File.
+// OpenFile: the object that all handles of one File share. Internal.
 //
-// The bytes come from a source, a block at a time, and the read position is a place in the block.
-// A lexer reads a byte every nanosecond or two, so it does not call the file for each: it attaches
-// a cursor and moves that through the block by itself. The file's position is then the cursor's.
-// Whoever else reads the file meanwhile (a scene that holds a handle to it, a second lexer)
-// detaches the cursor first and so goes on right behind it; the lexer finds its cursor empty and
-// attaches it again behind whatever was read. Nobody ever reads through a stale pointer, and no
-// position has to be handed over before a scene is called.
+// The bytes come from a source, one block at a time, and the read position is a place in the block.
+// A lexer reads a byte every nanosecond or two, too often to call the file for each. So it attaches
+// a cursor: two pointers of its own that it moves through the block; the file's position is then
+// the cursor's. Any other reader of the file (a scene that has a handle, a second lexer) detaches
+// the cursor first, and continues right behind it. The lexer finds its cursor empty, and attaches
+// it again behind what was read. So no pointer is ever stale, and nothing has to be done before a
+// scene is called.
 #pragma once
 
 #include <cstddef>
@@ -20,22 +20,22 @@ namespace zn::detail {
 
 class OpenFile final : public RefCounted {
  public:
-  /// A reader's own position: two pointers that it keeps.
+  /// A reader's own position: references to two pointers of the reader.
   struct Cursor {
-    const char*& at;   ///< The byte read last; the reader moves it, up to `end - 1`.
-    const char*& end;  ///< Behind the bytes in memory. Equal to `at` while detached.
+    const char*& at;   ///< The byte read last; the reader moves it forward, up to `end - 1`.
+    const char*& end;  ///< The end of the buffered bytes. Both are null while detached.
   };
 
-  /// Owns `source` from here; null is a file that is not open, for the reason `failure`.
+  /// Owns `source`; null is a file that is not open, and `failure` says why.
   OpenFile(ByteSource* source, String failure);
   OpenFile(const OpenFile&) = delete;
   OpenFile& operator=(const OpenFile&) = delete;
 
-  /// What `file` refers to; null when it was never opened.
+  /// The object of `file`; null when it was never opened.
   static OpenFile* of(const File& file) noexcept { return static_cast<OpenFile*>(file.object()); }
 
-  // As the operations of File of the same names. The caller holds a handle for the duration of the
-  // call: the source may drop every other one.
+  // The functions of File with the same names. The caller holds a handle during the call, since the
+  // source may drop all other handles.
 
   bool isOpen() const noexcept { return source_ != nullptr; }
   String error() const { return source_ == nullptr ? failure_ : source_->error(); }
@@ -43,13 +43,14 @@ class OpenFile final : public RefCounted {
   File::Window fill();
   void skip(std::size_t count) noexcept;
 
-  /// Whether the next byte is in memory, so that reading it calls no source.
+  /// Whether the next byte is buffered, so that reading it does not call the source.
   bool isBuffered() noexcept;
 
-  /// Reads the next byte and attaches the cursor to it. At the end, or when the source throws, the
-  /// cursor is empty. `cursor` must be detached before it goes.
+  /// Reads the next byte and attaches the cursor to it. At the end, or when the source throws, both
+  /// pointers are null. Detach the cursor before it is destroyed.
   void attach(const Cursor& cursor);
-  /// Makes the position of `cursor` the file's, and empties it; nothing when it is not attached.
+  /// Makes the position of `cursor` that of the file, and both its pointers null. Does nothing when
+  /// it is not attached.
   void detach(const Cursor& cursor) noexcept;
 
  private:
@@ -60,11 +61,11 @@ class OpenFile final : public RefCounted {
   bool refill();
 
   ByteSource* source_;
-  String failure_;  // why there is no source
+  String failure_;  // why there is none
   std::unique_ptr<char[]> block_;
-  const char* at_ = nullptr;        // the next byte, unless a cursor is attached
-  const char* end_ = nullptr;       // behind the bytes in memory
-  const Cursor* cursor_ = nullptr;  // the one that is attached
+  const char* at_ = nullptr;        // the next byte; not used while a cursor is attached
+  const char* end_ = nullptr;       // the end of the buffered bytes
+  const Cursor* cursor_ = nullptr;  // the attached one
   bool isRefilling_ = false;
 };
 

@@ -2,112 +2,119 @@
 
 #include <utility>
 
-#include <vsa/model/input.h>
-#include <vsa/model/output.h>
 #include <vsa/model/scene.h>
-#include "scene/node_type_table.h"
+#include <vsa/scene/name_update.h>
+#include "scene/model/node_impl.h"
+#include "scene/model/scene_storage.h"
 
 namespace zn::korvo_sdk {
 
-Node::Node(const String& type, const String& name) : type_(type), name_(name) {
-  std::shared_ptr<const DeclaredType> declaration = declaredType(type_.view());
-  if (declaration != nullptr) rare().declaration = std::move(declaration);
-}
-
-Node::~Node() = default;
-
 Scene* Node::scene() const noexcept {
-  return Slabs<Node, Scene>::ownerOf(this);
+  return impl().storage().scene;
 }
 
-Node::Rare& Node::rare() {
-  if (rare_ == nullptr) rare_ = std::make_unique<Rare>();
-  return *rare_;
+bool Node::isRemoved() const noexcept {
+  return impl().isRemoved();
+}
+
+bool Node::isDeclared() const noexcept {
+  return impl().declaration() != nullptr;
+}
+
+std::uint64_t Node::inputCount() const noexcept {
+  return impl().inputs().count();
 }
 
 Input* Node::inputAt(std::uint64_t index) const noexcept {
-  return index < inputs_.count() ? inputs_.at(index) : nullptr;
+  return index < inputCount() ? impl().inputs().at(index) : nullptr;
 }
 
-bool Node::hasInput(const String& name, AttrType type) {
-  const Input* const found = input(name);
-  return found != nullptr && (type == AttrType::Null || found->type() == type);
+NodeImpl::NodeImpl(const String& type, const String& name, std::uint64_t position)
+    : type_(type), name_(name), firstOutput_(position) {
+  if (!anyNodeTypes()) return;
+  std::shared_ptr<const DeclaredType> declaration = declaredType(type_.view());
+  if (declaration != nullptr) coldMembers().declaration = std::move(declaration);
 }
 
-Input* Node::input(const String& name) {
-  Scene::LastLookUp& last = scene()->lastLookUp_;
-  if (last.found != nullptr && last.found->isOf(this) && last.found->name() == name) {
-    return last.found;
-  }
-  Input* found = inputs_.find(name);
-  if (found == nullptr && declaration() != nullptr) found = bringIntoBeing(name);
-  if (found != nullptr) {
-    last.found = found;
-  } else {
-    last.missingIn = this;
-    last.missing = name;
-  }
+SceneStorage& NodeImpl::storage() const noexcept {
+  return *Slabs<NodeImpl, SceneStorage>::ownerOf(this);
+}
+
+NodeImpl::ColdMembers& NodeImpl::coldMembers() {
+  if (cold_ == nullptr) cold_ = std::make_unique<ColdMembers>();
+  return *cold_;
+}
+
+bool NodeImpl::hasInput(const String& name, AttrType type) {
+  const InputImpl* const found = input(name);
+  return found != nullptr && found->hasType(type);
+}
+
+InputImpl* NodeImpl::input(const String& name) {
+  InputImpl*& last = storage().lastFoundInput;
+  if (last != nullptr && last->isInputOf(*this) && last->name() == name) return last;
+  InputImpl* found = inputs_.find(name);
+  if (found == nullptr && declaration() != nullptr) found = instantiate(name);
+  if (found != nullptr) last = found;
   return found;
 }
 
-Input* Node::createInput(const String& name, AttrType type) {
-  return make(name, type, AttrType::Null);
+InputImpl* NodeImpl::createInput(const String& name, AttrType type) {
+  return create(name, type, AttrType::Null);
 }
 
-Input* Node::createArray(const String& name, AttrType elementType) {
-  return make(name, AttrType::Array, elementType);
+InputImpl* NodeImpl::createArray(const String& name, AttrType elementType) {
+  return create(name, AttrType::Array, elementType);
 }
 
-Input* Node::make(const String& name, AttrType type, AttrType elementType) {
-  const Scene::LastLookUp& last = scene()->lastLookUp_;
-  const bool isKnownToBeMissing = last.missingIn == this && last.missing == name;
-  Input* const existing = isKnownToBeMissing ? nullptr : input(name);
+InputImpl* NodeImpl::create(const String& name, AttrType type, AttrType elementType) {
+  InputImpl* const existing = input(name);
   if (existing != nullptr) return existing->type() == type ? existing : nullptr;
-  return declaration() == nullptr ? add(name, type, static_cast<std::int32_t>(elementType))
-                                  : nullptr;
+  if (declaration() != nullptr) return nullptr;
+  return add(name, type, static_cast<std::int32_t>(elementType));
 }
 
-// A declared input is made when its name is first used.
-Input* Node::bringIntoBeing(const String& name) {
-  const DeclaredInput* const made = declaration()->input(name.view());
-  if (made == nullptr) return nullptr;
-  const InputDeclaration& declared = made->declaration;
-  const auto elementType = declared.type == AttrType::Buffer
-                               ? static_cast<std::int32_t>(declared.bufferType)
-                               : static_cast<std::int32_t>(declared.elementType);
-  return add(name, declared.type, elementType);
+// Null for a name that the node's type does not declare.
+InputImpl* NodeImpl::instantiate(const String& name) {
+  const DeclaredInput* const declared = declaration()->input(name.view());
+  if (declared == nullptr) return nullptr;
+  const InputDeclaration& input = declared->declaration;
+  const auto elementType = input.type == AttrType::Buffer
+                               ? static_cast<std::int32_t>(input.bufferType)
+                               : static_cast<std::int32_t>(input.elementType);
+  return add(name, input.type, elementType);
 }
 
-// The input is in the list once it has all its structure.
-Input* Node::add(const String& name, AttrType type, std::int32_t elementType) {
-  Scene& owner = *scene();
-  if (owner.depthLimit() == 0) owner.refuseDepth(name_ + "." + name);
-  Input* const made = &owner.inputs().make(this, name, type);
+// Appends the input to the list last: only complete inputs are found there.
+InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t elementType) {
+  SceneStorage& scene = storage();
+  if (scene.limits.depth == 0) scene.limits.throwTooDeep(this->name() + "." + name);
+  InputImpl* const made = &scene.inputs.make(this, name, type);
   if (elementType != 0) {
     AttrData structure;
     structure.type = type;
     structure.elementType = elementType;
     made->set(structure);
   }
-  inputs_.append(made, owner.blocks());
-  owner.lastLookUp_.found = made;
-  owner.lastLookUp_.missingIn = nullptr;
+  inputs_.append(made, scene.pool);
+  scene.lastFoundInput = made;
   return made;
 }
 
-Output* Node::output(const String& name) {
+OutputImpl* NodeImpl::output(const String& name) {
   if (declaration() != nullptr && !declaration()->hasOutput(name.view())) return nullptr;
-  if (output_ != nullptr && output_->name() == name) return output_;
-  Output* const existing = rare_ == nullptr ? nullptr : rare_->outputs.find(name);
-  if (existing != nullptr) return existing;
-  if (output_ != nullptr) rare();  // room first: what is made must be in a list
-  Scene& owner = *scene();
-  Output* const made = &owner.outputs().make(this, name);
-  if (output_ == nullptr) {
-    output_ = made;
-  } else {
-    rare_->outputs.append(made, owner.blocks());
-  }
+  const std::uint32_t nameNumber = storage().outputNames.numberOf(name);
+  if (firstOutput_.takeName(nameNumber)) return &firstOutput_;
+  return laterOutput(name, nameNumber);
+}
+
+OutputImpl* NodeImpl::laterOutput(const String& name, std::uint32_t nameNumber) {
+  NamedList<OutputImpl>& outputs = coldMembers().outputs;
+  if (OutputImpl* const existing = outputs.find(name); existing != nullptr) return existing;
+  SceneStorage& scene = storage();
+  OutputImpl* const made = &scene.outputs.make(firstOutput_.nodePosition());
+  made->takeName(nameNumber);
+  outputs.append(made, scene.pool);
   return made;
 }
 

@@ -2,71 +2,98 @@
 
 #include <algorithm>
 
-#include <vsa/model/input.h>
-#include "diagnostics/emitter.h"
+#include "scene/model/scene_storage.h"
 
 namespace zn::korvo_sdk {
 
+Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
+}
+
+Scene::~Scene() = default;
+
+// --- nodes ---
+
+std::uint64_t Scene::nodeSlots() const noexcept {
+  return storage_->nodes.slots();
+}
+
 Node* Scene::nodeAt(std::uint64_t slot) const noexcept {
-  if (slot >= nodes_.size()) return nullptr;
-  Node& node = nodes_[slot];
+  if (slot >= nodeSlots()) return nullptr;
+  NodeImpl& node = storage_->nodes.at(slot);
   return node.isRemoved() ? nullptr : &node;
 }
 
-void Scene::setDepthLimit(std::uint64_t limit) noexcept {
-  depthLimit_ = std::min(limit, GREATEST_DEPTH_LIMIT);
-}
-
-std::uint64_t Scene::slotOf(const String& name) const {
-  return names_.find(name.hash(), [&](std::uint64_t i) { return nodes_[i].name_ == name; });
+std::uint64_t Scene::nodeCount() const noexcept {
+  return storage_->nodes.count();
 }
 
 Node* Scene::findNode(const String& name) {
-  if (lastFound_ != nullptr && lastFound_->name_ == name) return lastFound_;
-  const std::uint64_t slot = slotOf(name);
-  if (slot == ds::HashIndex::NONE) {
-    lastMissing_ = name;
-    return nullptr;
-  }
-  lastFound_ = &nodes_[slot];
-  return lastFound_;
+  return storage_->nodes.find(name);
 }
 
-// The empty name is as good as any, and no miss to remember.
 Node* Scene::createNode(const String& type, const String& name, const String& /*reserved*/) {
-  const bool isKnownToBeMissing = !name.isEmpty() && lastMissing_ == name;
-  return isKnownToBeMissing || findNode(name) == nullptr ? add(type, name) : nullptr;
+  return storage_->nodes.create(type, name);
 }
 
 Node* Scene::defineNode(const String& name) {
   Node* const existing = findNode(name);
-  return existing != nullptr ? existing : add(name, name);
-}
-
-Node* Scene::add(const String& type, const String& name) {
-  names_.reserveOne();
-  Node& made = nodes_.make(type, name);
-  names_.insert(name.hash(), nodes_.size() - 1);
-  lastFound_ = &made;
-  lastMissing_ = String();
-  return &made;
+  return existing != nullptr ? existing : storage_->nodes.create(name, name);
 }
 
 void Scene::removeNode(const String& name) {
-  const std::uint64_t slot = slotOf(name);
-  if (slot == ds::HashIndex::NONE) return;
-  nodes_[slot].rare().isRemoved = true;
-  names_.erase(name.hash(), slot);
-  lastFound_ = nullptr;
+  storage_->nodes.remove(name);
 }
 
-void Scene::refuseDepth(const String& newPath) const {
-  Emitter().fatal(DiagnosticId::NestedTooDeeply, newPath, depthLimit_);
+// --- the header of the file ---
+
+unsigned long long Scene::fileVersion() const noexcept {
+  return storage_->header.version;
 }
 
-void Scene::checkEmptyElements(const Input& array) const {
-  if (emptyElements_ < emptyElementLimit_) return;
-  Emitter().fatal(DiagnosticId::TooManyEmptyElements, array.path(), emptyElementLimit_);
+String Scene::fileTime() const {
+  return storage_->header.time;
+}
+
+std::uint64_t Scene::fileCommentCount() const noexcept {
+  return storage_->header.comments.size;
+}
+
+String Scene::fileComment(std::uint64_t index) const {
+  return storage_->header.comments[index];
+}
+
+void Scene::setFileVersion(unsigned long long version) {
+  storage_->header.version = version;
+}
+
+void Scene::setFileTime(const String& time) {
+  storage_->header.time = time;
+}
+
+void Scene::pushFileComment(const String& comment) {
+  storage_->header.comments.push_back(comment);
+}
+
+void Scene::clearComments() {
+  storage_->header.comments.reserve(0);
+}
+
+// --- limits ---
+
+std::uint64_t Scene::emptyElementLimit() const noexcept {
+  return storage_->limits.emptyElements;
+}
+
+void Scene::setEmptyElementLimit(std::uint64_t limit) noexcept {
+  storage_->limits.emptyElements = limit;
+}
+
+std::uint64_t Scene::depthLimit() const noexcept {
+  return storage_->limits.depth;
+}
+
+void Scene::setDepthLimit(std::uint64_t limit) noexcept {
+  storage_->limits.depth = std::min(limit, MAX_DEPTH_LIMIT);
 }
 
 }  // namespace zn::korvo_sdk

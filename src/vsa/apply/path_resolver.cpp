@@ -92,7 +92,8 @@ IInput* PathResolver::elementAt(const String& name, const Token& element) {
     typeError(wanted_.type, array);
   }
   const std::uint64_t index = indexOf(name, element);
-  for (std::uint64_t count = array.count(); count <= index;) {
+  arrayCountBefore_ = array.count();
+  for (std::uint64_t count = arrayCountBefore_; count <= index;) {
     array.appendElement();
     const std::uint64_t grown = array.count();
     if (grown <= count) return nullptr;  // the scene refused: the loop would not end

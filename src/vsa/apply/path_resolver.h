@@ -23,8 +23,14 @@ class PathResolver {
   /// was created before stays.
   interfaces::IInput* resolve();
 
+  /// After `resolve`: what it returned.
+  interfaces::IInput* input() const noexcept { return current_; }
+
   /// After `resolve`: the array that the target is an element of, or null.
   interfaces::IInput* array() const noexcept { return array_; }
+
+  /// After `resolve`: the size of that array before the path appended elements to it.
+  std::uint64_t arrayCountBefore() const noexcept { return arrayCountBefore_; }
 
  private:
   // The types that the elements after a step ask of its input.
@@ -54,6 +60,7 @@ class PathResolver {
   Wanted wanted_{AttrType::Null, AttrType::Null};
   interfaces::IInput* current_ = nullptr;
   interfaces::IInput* array_ = nullptr;
+  std::uint64_t arrayCountBefore_ = 0;
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -33,6 +33,10 @@ struct PendingLink {
 /// look-up in a table that does not fit the caches (links 1M: 4 % of the time).
 class AddressFilter {
  public:
+  AddressFilter() = default;
+  AddressFilter(const AddressFilter&) = delete;
+  AddressFilter& operator=(const AddressFilter&) = delete;
+
   /// False when `address` was not added.
   bool mayContain(const void* address) const noexcept;
   void add(const void* address);

@@ -20,8 +20,10 @@ class TypedElements {
 
   /// Sets the elements of `array` that are still empty: buffers without a DataType for an array of
   /// buffers, arrays without an element type for an array of arrays. Does nothing for an array of
-  /// another type. `elementType` is the DataType that the empty values carry.
-  void setEmptyElements(interfaces::IInput& array, std::int32_t elementType);
+  /// another type. `countBefore` is the size of the array before the statement appended to it;
+  /// `elementType` is the DataType that the empty values carry.
+  void setEmptyElements(interfaces::IInput& array, std::uint64_t countBefore,
+                        std::int32_t elementType);
 
  private:
   // An entry holds as long as the last of its elements is where it was.
@@ -30,6 +32,8 @@ class TypedElements {
     interfaces::IInput* last = nullptr;
     std::uint64_t recheck = 0;  // where the next look at these begins
   };
+
+  static void remember(interfaces::IInput& array, Known& known);
 
   std::unordered_map<interfaces::IInput*, Known> known_;
 };

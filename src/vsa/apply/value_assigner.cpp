@@ -8,9 +8,13 @@ namespace zn::korvo_sdk::impl {
 
 using interfaces::IInput;
 
-void ValueAssigner::assign(AssignInfo& info, IInput& input, IInput* array) {
+void ValueAssigner::assign(AssignInfo& info, const PathResolver& target) {
+  IInput& input = *target.input();
+  IInput* const array = target.array();
   if (!accepts(info, input)) return;
-  if (array != nullptr) typedElements_.setEmptyElements(*array, info.data.elementType);
+  if (array != nullptr) {
+    typedElements_.setEmptyElements(*array, target.arrayCountBefore(), info.data.elementType);
+  }
   input.assign(info.data);
   if (info.data.type == AttrType::String) checkEnumeration(info, input);
 }

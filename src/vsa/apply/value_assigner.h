@@ -6,6 +6,7 @@
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/typed_elements.h"
 
 namespace zn::korvo_sdk::impl {
@@ -17,9 +18,9 @@ class ValueAssigner {
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements)
       : emitter_(emitter), typedElements_(typedElements) {}
 
-  /// Assigns the value to `input`, converted to the input's type, or logs why it does not fit.
-  /// `array` is the array that the input is an element of, or null.
-  void assign(AssignInfo& info, interfaces::IInput& input, interfaces::IInput* array);
+  /// Assigns the value to the input of `target`, which is resolved, converted to the input's type;
+  /// or logs why it does not fit.
+  void assign(AssignInfo& info, const PathResolver& target);
 
  private:
   bool accepts(AssignInfo& info, const interfaces::IInput& input) const;

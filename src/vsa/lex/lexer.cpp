@@ -177,13 +177,23 @@ Token Lexer::invalidListToken(const String& what) const {
 
 // The position is that of the last character before the one that no token may hold.
 Token Lexer::invalid(DiagnosticId id, const String& list) const {
-  problem_ = {id,
-              diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
-              line,
-              column,
-              Diagnostic::UNKNOWN_OFFSET,
-              list};
+  problem_ = {id,       diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
+              line,     column,
+              offset(), list};
   return {Type::Invalid, problem_.logLine(), line, column};
+}
+
+// The 32 bits of `index` wrap around: sources with more bytes count that at each block.
+std::int64_t Lexer::offset() const noexcept {
+  const auto now = static_cast<std::uint32_t>(index);
+  if (isOffsetUnknown_) return Diagnostic::UNKNOWN_OFFSET;
+  return static_cast<std::int64_t>(indexWraps_ + (now < indexAtBlock_ ? 1 : 0)) << 32 | now;
+}
+
+void Lexer::countIndexWraps() noexcept {
+  const auto now = static_cast<std::uint32_t>(index);
+  if (now < indexAtBlock_) ++indexWraps_;
+  indexAtBlock_ = now;
 }
 
 Token Lexer::unexpectedEof(const String& what) const {
@@ -231,7 +241,7 @@ Token Lexer::comment() {
 }
 
 // '"' ... '"', kept as written. A backslash makes one unit with a backslash or a quote after it.
-// The opening quote is the first character collectedToken, so it closes nothing.
+// The opening quote is the first character collected, so it does not close the string.
 Token Lexer::string() {
   chars_.clear();
   do {

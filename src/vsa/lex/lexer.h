@@ -85,6 +85,10 @@ class Lexer {
 
   /// The bookkeeping of every `consume`: counts the lookahead, and makes `next` the lookahead.
   char step(char next) noexcept;
+  /// For sources: call before each block of bytes, which has fewer than 2^32.
+  void countIndexWraps() noexcept;
+  /// For sources that do not count: `index` may wrap around.
+  void forgetOffset() noexcept { isOffsetUnknown_ = true; }
   /// For sources: the source has no more characters.
   void endSource() noexcept { sourceEnded_ = true; }
 
@@ -123,8 +127,13 @@ class Lexer {
 
   ds::Vector<char> chars_;  // the collected characters of the current token
   TokenTextPool texts_;
+  std::int64_t offset() const noexcept;
+
   bool sourceEnded_ = false;
-  mutable Diagnostic problem_;  // the functions that make Invalid tokens are const
+  bool isOffsetUnknown_ = false;
+  std::uint32_t indexAtBlock_ = 0;  // `index` when the current block was read
+  std::uint32_t indexWraps_ = 0;    // of `index` before that
+  mutable Diagnostic problem_;      // the functions that make Invalid tokens are const
 };
 
 // --- positions ---

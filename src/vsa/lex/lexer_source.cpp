@@ -1,15 +1,19 @@
 #include "vsa/lex/lexer_source.h"
 
+#include <cstdint>
+#include <limits>
+
 namespace zn::korvo_sdk::impl {
 
 using zn::detail::OpenFile;
 
-// The window is the rest of the text, its first byte the lookahead. An empty text has NUL for its
-// lookahead, which is skipped like a blank.
+// The window is the whole text, and its first byte the lookahead. The lookahead of an empty text is
+// NUL, which is skipped like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];
   windowBegin = source.buf();
   windowEnd = source.buf() + source.len();
+  if (source.len() > std::numeric_limits<std::uint32_t>::max()) forgetOffset();
 }
 
 char StringLexer::consume() {
@@ -27,15 +31,16 @@ FileLexer::~FileLexer() {
   if (OpenFile* const shared = OpenFile::of(file)) shared->detach(cursor_);
 }
 
-// The window is empty when somebody else has used the file since the last character.
+// The window is empty when another handle has read the file since the last character.
 char FileLexer::consume() {
   if (windowEnd - windowBegin > 1) return step(*++windowBegin);
   return step(fetch());
 }
 
-// The next byte of the file, and the window that begins with it. The source may throw: the window
-// is empty then.
+// Reads the next byte of the file; the window begins with it. When the source throws, the window is
+// empty.
 char FileLexer::fetch() {
+  countIndexWraps();
   if (OpenFile* const shared = OpenFile::of(file)) shared->attach(cursor_);
   if (windowBegin < windowEnd) return *windowBegin;
   endSource();

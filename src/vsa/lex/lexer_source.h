@@ -1,4 +1,4 @@
-// Where characters come from: a String or a File. Internal.
+// The two sources of characters: a String or a File. Internal.
 #pragma once
 
 #include <vsa/foundation/file.h>
@@ -8,13 +8,13 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reads a text in memory, which it shares with its caller.
+/// Reads a text in memory; the caller's String shares it.
 class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);
   char consume() override;
 
-  String source;
+  const String source;
 };
 
 /// Reads an open file, forward from its read position. The file is shared: whenever another handle
@@ -28,7 +28,7 @@ class FileLexer final : public Lexer {
   FileLexer& operator=(const FileLexer&) = delete;
   char consume() override;
 
-  File file;
+  const File file;
 
  private:
   char fetch();

@@ -54,7 +54,7 @@ Outcome into(const std::string& text, std::size_t expected) {
   return {std::string(out.get(), out.get() + length), error.buf()};
 }
 
-/// The text expanded by both services, which must agree.
+/// The text expanded by both functions, which must agree.
 Outcome expand(const std::string& text, std::size_t expected) {
   const Outcome outcome = into(text, expected);
   String error;
@@ -107,13 +107,21 @@ TEST(Decompress, SkipsWhiteSpaceBetweenDigits) {
   }
 }
 
+struct Fault {
+  const char* what;
+  std::string text;
+  std::size_t expected;
+  const char* message;
+};
+
+void expectMessages(const std::vector<Fault>& faults) {
+  for (const Fault& fault : faults) {
+    EXPECT_EQ(messageOf(fault.text, fault.expected), fault.message) << fault.what;
+  }
+}
+
 TEST(Decompress, HasAMessageForEachFault) {
-  const struct {
-    const char* what;
-    std::string text;
-    std::size_t expected;
-    const char* message;
-  } rows[] = {
+  expectMessages({
       {"no character", "", 10, EMPTY},
       {"no digit", ".", 10, EMPTY},
       {"only blanks", ".  \t ", 10, EMPTY},
@@ -128,11 +136,11 @@ TEST(Decompress, HasAMessageForEachFault) {
       {"no-break space", ".789c\xA0", 10, BAD},
       {"an odd digit alone", ".7", 10, EARLY},
       {"one byte", ".78", 10, EARLY},
-      {"a head alone", ".789c", 10, EARLY},
+      {"a header alone", ".789c", 10, EARLY},
       {"an odd digit at the end", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 1), 100, EARLY},
       {"no checksum", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 8), 100, EARLY},
       {"half a checksum", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 4), 100, EARLY},
-      {"a wrong head", ".789d" + HELLO_TEXT.substr(5), 100, CORRUPT},
+      {"a wrong header", ".789d" + HELLO_TEXT.substr(5), 100, CORRUPT},
       {"another method", ".7709" + HELLO_TEXT.substr(5), 100, CORRUPT},
       {"a window too large", ".881c" + HELLO_TEXT.substr(5), 100, CORRUPT},
       {"a preset dictionary", ".78bb" + HELLO_TEXT.substr(5), 100, CORRUPT},
@@ -143,21 +151,14 @@ TEST(Decompress, HasAMessageForEachFault) {
       {"no point", HELLO_TEXT.substr(1), 100, CORRUPT},
       {"a wrong checksum", HELLO_TEXT.substr(0, HELLO_TEXT.size() - 1) + "8", 100, CHECKSUM},
       {"one byte too few", HELLO_TEXT, HELLO.size() - 1, LARGER},
-      {"no room at all", HELLO_TEXT, 0, LARGER},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(messageOf(row.text, row.expected), row.message) << row.what;
+      {"no capacity", HELLO_TEXT, 0, LARGER},
+  });
 }
 
-TEST(Decompress, ReportsOneOfSeveralFaults) {
+TEST(Decompress, ReportsTheFirstOfSeveralFaults) {
   const std::string wrongSum = HELLO_TEXT.substr(0, HELLO_TEXT.size() - 1) + "8";
   const std::string noRepeat = ".7801010300fcfe616263024d0127";
-  const struct {
-    const char* what;
-    std::string text;
-    std::size_t expected;
-    const char* message;
-  } rows[] = {
+  expectMessages({
       {"bad character before empty", ".z", 10, BAD},
       {"bad character before no point", "z", 10, BAD},
       {"bad character before an odd digit", ".7z", 10, BAD},
@@ -180,9 +181,7 @@ TEST(Decompress, ReportsOneOfSeveralFaults) {
       {"checksum before a byte behind", wrongSum + "00", 100, CHECKSUM},
       {"checksum before no bytes", ".789c030000000002", 10, CHECKSUM},
       {"a byte behind before no bytes", NOTHING_TEXT + "00", 10, CORRUPT},
-  };
-  for (const auto& row : rows)
-    EXPECT_EQ(messageOf(row.text, row.expected), row.message) << row.what;
+  });
 }
 
 TEST(Decompress, EveryCutOfTheTextEndsEarly) {
@@ -203,7 +202,7 @@ TEST(Decompress, LeavesTheErrorAloneOnSuccess) {
   delete[] bytes;
 }
 
-TEST(Decompress, TakesNullForNothing) {
+TEST(Decompress, AcceptsNullForNoBytes) {
   String error;
   std::size_t length = 1;
   EXPECT_FALSE(decompressInto(nullptr, 0, error, nullptr, 0, length));
@@ -211,7 +210,7 @@ TEST(Decompress, TakesNullForNothing) {
   EXPECT_EQ(length, 0U);
 }
 
-TEST(Decompress, AHugeExpectedSizeCostsNothing) {
+TEST(Decompress, AHugeExpectedSizeIsNotAllocated) {
   String error;
   const auto [bytes, length] = decompress(reinterpret_cast<const unsigned char*>(HELLO_TEXT.data()),
                                           HELLO_TEXT.size(), error, ~std::size_t{0});
@@ -246,8 +245,8 @@ TEST(Compress, WritesAPointAndLowerCaseDigits) {
   EXPECT_EQ(text.size() % 2, 1U);
 }
 
-/// Bytes below `limit`, every one as likely as the others.
-Bytes evenBytes(std::size_t size, unsigned limit) {
+/// Pseudo-random bytes below `limit`, all equally frequent.
+Bytes uniformBytes(std::size_t size, unsigned limit) {
   Bytes data;
   std::uint32_t state = 1;
   while (data.size() < size) {
@@ -257,54 +256,54 @@ Bytes evenBytes(std::size_t size, unsigned limit) {
   return data;
 }
 
-// A head of 2 bytes and 4 of checksum; 5 before each piece that is stored.
-TEST(Compress, TakesTheCheapestForm) {
+// A header of 2 bytes, a checksum of 4, and 5 bytes before each stored piece.
+TEST(Compress, ChoosesTheSmallestBlockType) {
   const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
-  EXPECT_EQ(bytesFor(evenBytes(5000, 256)), 5000U + 5 + 6);
-  EXPECT_EQ(bytesFor(evenBytes(70000, 256)), 70000U + 3 * 5 + 6);  // in two blocks
-  EXPECT_LT(bytesFor(evenBytes(5000, 128)), 4480U);  // 7 bits for each, and their codes
-  EXPECT_LT(bytesFor(evenBytes(5000, 16)), 2625U);   // 4 bits
+  EXPECT_EQ(bytesFor(uniformBytes(5000, 256)), 5000U + 5 + 6);
+  EXPECT_EQ(bytesFor(uniformBytes(70000, 256)), 70000U + 3 * 5 + 6);  // in two blocks
+  EXPECT_LT(bytesFor(uniformBytes(5000, 128)), 4480U);                // 7 bits each, and the codes
+  EXPECT_LT(bytesFor(uniformBytes(5000, 16)), 2625U);                 // 4 bits
   EXPECT_LE(compressed(Bytes(HELLO.begin(), HELLO.end())).size(), HELLO_TEXT.size());
 }
 
-/// Words of a small vocabulary, long runs, numbers and noise: blocks of all three forms.
+/// Words of a small vocabulary, long runs, numbers and noise: blocks of all three types.
 Bytes mixedBytes() {
   Bytes data;
   const auto add = [&data](const Bytes& more) {
     data.insert(data.end(), more.begin(), more.end());
   };
-  const Bytes letters = evenBytes(4000, 26);
-  for (const unsigned char at : evenBytes(20000, 200)) {
+  const Bytes letters = uniformBytes(4000, 26);
+  for (const unsigned char at : uniformBytes(20000, 200)) {
     data.insert(data.end(), letters.begin() + 7 * at, letters.begin() + 7 * at + 3 + at % 9);
   }
   add(Bytes(70000, 0));
   for (unsigned i = 0; i < 30000; ++i) {
     for (const char c : std::to_string(i * i)) data.push_back(static_cast<unsigned char>(c));
   }
-  add(evenBytes(100000, 256));
+  add(uniformBytes(100000, 256));
   return data;
 }
 
-/// A number for a text: FNV-1a, in 32 bits.
-std::uint32_t numberOf(const std::string& text) {
-  std::uint32_t number = 2166136261;
-  for (const char c : text) number = (number ^ static_cast<unsigned char>(c)) * 16777619;
-  return number;
+/// FNV-1a of 32 bits.
+std::uint32_t checksumOf(const std::string& text) {
+  std::uint32_t sum = 2166136261;
+  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 16777619;
+  return sum;
 }
 
-// On every machine, from every build. Who changes what is found or which form is taken changes the
-// figures, and may: they are to be smaller, or the work less.
+// The output is the same on every machine. A change of the match search or of the choice of block
+// types changes these figures, which is allowed when texts get smaller or need less work.
 TEST(Compress, TheSameBytesGiveTheSameText) {
   const Bytes data = mixedBytes();
   const std::string text = compressed(data);
   EXPECT_EQ(text.size(), 522189U);
-  EXPECT_EQ(numberOf(text), 534888934U);
+  EXPECT_EQ(checksumOf(text), 534888934U);
   EXPECT_EQ(expand(text, data.size()).bytes, std::string(data.begin(), data.end()));
-  // Without a match, the block's codes for distances are two that stand for none of its own.
-  EXPECT_EQ(numberOf(compressed(evenBytes(300, 32))), 2993094616U);
+  // Without a match, the distance alphabet still has two codes.
+  EXPECT_EQ(checksumOf(compressed(uniformBytes(300, 32))), 2993094616U);
 }
 
-TEST(Compress, NoBytesGiveATextThatIsEmpty) {
+TEST(Compress, NoBytesGiveATextThatCannotBeExpanded) {
   EXPECT_EQ(std::string(compress(nullptr, 0).buf()), NOTHING_TEXT);
   EXPECT_EQ(messageOf(NOTHING_TEXT), EMPTY);
 }

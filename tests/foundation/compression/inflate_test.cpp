@@ -1,4 +1,5 @@
-// The decoder and the encoder of zlib streams, held against zlib, so only where it is at hand.
+// The decoder and the encoder of zlib streams, compared with zlib; built only where zlib is
+// installed.
 #if defined(VSA_HAVE_ZLIB)
 
 #include "foundation/compression/inflate.h"
@@ -50,21 +51,22 @@ bool operator==(const Inflated& a, const Inflated& b) {
   return a.status == b.status && a.bytes == b.bytes;
 }
 
-constexpr unsigned char FENCE = 0xA5;
+constexpr unsigned char GUARD = 0xA5;
 
-/// Decodes into memory of exactly `capacity` bytes, so that a sanitizer sees a step past the end.
+/// Decodes into memory of exactly `capacity` bytes, so that a sanitizer sees an access past the
+/// end.
 Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
   const std::unique_ptr<unsigned char[]> input(new unsigned char[stream.size()]);
   std::copy(stream.begin(), stream.end(), input.get());
   const std::unique_ptr<unsigned char[]> output(new unsigned char[capacity]);
-  std::fill_n(output.get(), capacity, FENCE);
+  std::fill_n(output.get(), capacity, GUARD);
   std::size_t length = ~std::size_t{0};
   const InflateStatus status =
       inflateStream(input.get(), stream.size(), output.get(), capacity, length);
   EXPECT_LE(length, capacity);
   for (std::size_t i = length; i < capacity; ++i) {
     const bool mayBeCleared = i < length + 32;
-    if (output[i] != FENCE && !(mayBeCleared && output[i] == 0)) {
+    if (output[i] != GUARD && !(mayBeCleared && output[i] == 0)) {
       ADD_FAILURE() << "byte " << i << " past length " << length << " was changed";
       break;
     }
@@ -72,11 +74,11 @@ Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
   return {status, Bytes(output.get(), output.get() + length)};
 }
 
-/// What zlib makes of the same stream, with room for all it can give.
-Inflated zlibInflate(const Bytes& stream, std::size_t room) {
+/// The result of zlib; `capacity` must be enough for all output.
+Inflated zlibInflate(const Bytes& stream, std::size_t capacity) {
   z_stream state{};
   EXPECT_EQ(inflateInit(&state), Z_OK);
-  Bytes out(room);
+  Bytes out(capacity);
   state.next_in = const_cast<Bytef*>(stream.data());
   state.avail_in = static_cast<uInt>(stream.size());
   state.next_out = out.data();
@@ -125,7 +127,7 @@ std::vector<Bytes> samples() {
           noise(65535, 4), noise(65536, 5)};
 }
 
-/// Packs bits as a stream holds them, to write streams no encoder would.
+/// Writes bits in the order of a stream, for streams that no encoder writes.
 class BitStream {
  public:
   BitStream() : bytes_{0x78, 0x9C} {}
@@ -146,13 +148,13 @@ class BitStream {
     return *this;
   }
 
-  BitStream& toByteBound() {
+  BitStream& padToByte() {
     used_ = 0;
     return *this;
   }
 
   Bytes end(const Bytes& output) {
-    toByteBound();
+    padToByte();
     const std::uint32_t sum = adler32Portable(ADLER32_START, output.data(), output.size());
     for (unsigned shift = 32; shift > 0;) put(sum >> (shift -= 8) & 0xFF, 8);
     return bytes_;
@@ -163,9 +165,10 @@ class BitStream {
   unsigned used_ = 0;
 };
 
-/// The start of a block with own codes, up to the lengths of the length codes: zeros (one bit) and
-/// a literal length of one bit.
-BitStream& putOwnCodes(BitStream& bits, bool last, unsigned symbolCount, unsigned distanceCount) {
+/// The header of a dynamic block up to the lengths of its code length codes. Three of these have
+/// codes: a length of 1, a length of 0, and a run of 11 to 138 zeros.
+BitStream& putDynamicHeader(BitStream& bits, bool last, unsigned symbolCount,
+                            unsigned distanceCount) {
   bits.put(last ? 1 : 0, 1).put(2, 2);
   bits.put(symbolCount - 257, 5).put(distanceCount - 1, 5).put(18 - 4, 4);
   // In the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1: 18, 0 and 1 have codes.
@@ -177,16 +180,17 @@ BitStream& putOwnCodes(BitStream& bits, bool last, unsigned symbolCount, unsigne
 }
 
 /// The same for a stream of one block.
-BitStream ownCodes(unsigned symbolCount, unsigned distanceCount) {
+BitStream dynamicBlock(unsigned symbolCount, unsigned distanceCount) {
   BitStream bits;
-  return putOwnCodes(bits, true, symbolCount, distanceCount);
+  return putDynamicHeader(bits, true, symbolCount, distanceCount);
 }
 
+/// A run of `count` code lengths of 0.
 BitStream& zeros(BitStream& bits, unsigned count) {
   return bits.code(3, 2).put(count - 11, 7);
 }
 
-TEST(Adler32, AgreesInBothFormsAndWithZlib) {
+TEST(Adler32, BothKernelsAgreeWithZlib) {
   const Bytes data = noise(20000, 9);
   const Bytes highest(20000, 0xFF);
   for (const std::size_t size :
@@ -225,7 +229,7 @@ TEST(Inflate, ReadsEveryWindowSize) {
 
 TEST(Inflate, EveryTruncationEndsEarly) {
   const std::string text = "a text, a text, and the text again: a text with its texts";
-  // The last of them comes with codes of its own.
+  // The last one is written as a dynamic block.
   for (const Bytes& data : {bytesOf(text), mixture(3000, 7), noise(500, 8), mixture(2000, 14)}) {
     for (const int level : {0, 6}) {
       const Bytes stream = zlibStream(data, level);
@@ -270,7 +274,7 @@ class SlicedFeed : public ByteFeed {
   std::size_t at_ = 0;
 };
 
-TEST(Inflate, RunsOfAnySizeGiveTheSame) {
+TEST(Inflate, InputRunsOfAnySizeGiveTheSameResult) {
   const Bytes data = mixture(20000, 11);
   for (const int level : {0, 6}) {
     const Bytes stream = zlibStream(data, level);
@@ -289,12 +293,12 @@ TEST(Inflate, RefusesBadHeaders) {
   const struct {
     unsigned char method;
     unsigned char flags;
-  } heads[] = {{0x78, 0x9D}, {0x79, 0x9B}, {0x88, 0x1C}, {0x78, 0xBB}, {0x00, 0x00}};
-  for (const auto& head : heads) {
+  } headers[] = {{0x78, 0x9D}, {0x79, 0x9B}, {0x88, 0x1C}, {0x78, 0xBB}, {0x00, 0x00}};
+  for (const auto& header : headers) {
     Bytes stream = good;
-    stream[0] = head.method;
-    stream[1] = head.flags;
-    EXPECT_EQ(ownInflate(stream, 100).status, InflateStatus::Corrupt) << int{head.method};
+    stream[0] = header.method;
+    stream[1] = header.flags;
+    EXPECT_EQ(ownInflate(stream, 100).status, InflateStatus::Corrupt) << int{header.method};
   }
 }
 
@@ -328,62 +332,62 @@ TEST(Inflate, RefusesDistancesBeforeTheStart) {
   EXPECT_EQ(ownInflate(right.end(Bytes(4, 0)), 10), (Inflated{InflateStatus::Done, Bytes(4, 0)}));
 }
 
-TEST(Inflate, TakesASingleCodeOfOneBit) {
+TEST(Inflate, AcceptsASingleCodeOfOneBit) {
   // Symbol 256 alone, no distance: an empty block.
-  BitStream empty = ownCodes(257, 1);
+  BitStream empty = dynamicBlock(257, 1);
   zeros(zeros(empty, 138), 118).code(0, 1).code(2, 2).code(0, 1);
   EXPECT_EQ(ownInflate(empty.end({}), 10), (Inflated{InflateStatus::Done, {}}));
-  // The bit that begins no code.
-  BitStream wrong = ownCodes(257, 1);
+  // The bit that is no code.
+  BitStream wrong = dynamicBlock(257, 1);
   zeros(zeros(wrong, 138), 118).code(0, 1).code(2, 2).code(1, 1);
   EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-// Tables take turns in the same memory: what the length codes left in a slot that begins no code
-// would be a match of no byte.
-TEST(Inflate, TheBitThatBeginsNoCodeIsNotThatOfAnEarlierTable) {
+// The tables are built in the same memory, one after the other. An entry of the code length table
+// that were left in a slot without a code would be read as a match of length 0.
+TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);  // a literal 0
-  putOwnCodes(bits, true, 257, 1);                    // symbol 256, and one distance
+  putDynamicHeader(bits, true, 257, 1);               // symbol 256, and one distance
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1);
   bits.code(1, 1).code(0, 1).code(0, 1).code(0, 1);
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
-// Where the stream ends with the length of a match, the distance is missing, and no wrong one.
-TEST(Inflate, AStreamCutBeforeTheBitThatBeginsNoCodeEndsEarly) {
+// The stream ends behind the length of a match: the distance is missing, not invalid.
+TEST(Inflate, AStreamCutBeforeAnInvalidDistanceEndsEarly) {
   BitStream bits;
-  bits.put(0, 1).put(1, 2).code(0, 7);  // an empty block, for the byte's sake
-  putOwnCodes(bits, true, 258, 1);      // symbols 256 and 257, no distance
+  bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block, so that the stream ends at a byte
+  putDynamicHeader(bits, true, 258, 1);  // symbols 256 and 257, no distance
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1);
   const Bytes whole = bits.end({});
   const Bytes cut(whole.begin(), whole.end() - 4);  // without the checksum
   EXPECT_EQ(ownInflate(cut, 10), (Inflated{InflateStatus::EndsEarly, {}}));
 }
 
-/// Own codes with the two symbols 256 and 257 (a match of 3), or 0 and 256.
+// A block with the symbols 256 and 257 (a match of 3) and no distance code.
 TEST(Inflate, RefusesADistanceWhereThereIsNone) {
-  BitStream bits = ownCodes(258, 1);
+  BitStream bits = dynamicBlock(258, 1);
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1).put(0, 8);
   EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-TEST(Inflate, RefusesSetsThatAreNone) {
-  BitStream noBlockEnd = ownCodes(257, 1);  // symbols 0 and 1 have codes, 256 has none
+TEST(Inflate, RefusesInvalidSetsOfCodes) {
+  BitStream noBlockEnd = dynamicBlock(257, 1);  // symbols 0 and 1 have codes, 256 has none
   noBlockEnd.code(0, 1).code(0, 1);
   zeros(zeros(noBlockEnd, 138), 117).code(2, 2);
   EXPECT_EQ(ownInflate(noBlockEnd.end({}), 10).status, InflateStatus::Corrupt);
 
-  BitStream tooMany = ownCodes(257, 1);  // three codes of one bit
+  BitStream tooMany = dynamicBlock(257, 1);  // three codes of one bit
   tooMany.code(0, 1).code(0, 1);
   zeros(zeros(tooMany, 138), 116).code(0, 1).code(2, 2);
   EXPECT_EQ(ownInflate(tooMany.end({}), 10).status, InflateStatus::Corrupt);
 
-  BitStream tooManyDistances = ownCodes(257, 3);
+  BitStream tooManyDistances = dynamicBlock(257, 3);
   zeros(zeros(tooManyDistances, 138), 118).code(0, 1).code(0, 1).code(0, 1).code(0, 1);
   EXPECT_EQ(ownInflate(tooManyDistances.end({}), 10).status, InflateStatus::Corrupt);
 
-  BitStream runPastTheEnd = ownCodes(257, 1);
+  BitStream runPastTheEnd = dynamicBlock(257, 1);
   zeros(zeros(runPastTheEnd, 138), 138);
   EXPECT_EQ(ownInflate(runPastTheEnd.end({}), 10).status, InflateStatus::Corrupt);
 
@@ -397,20 +401,20 @@ TEST(Inflate, RefusesSetsThatAreNone) {
   EXPECT_EQ(ownInflate(distances31.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-TEST(Inflate, RefusesIncompleteLengthCodes) {
+TEST(Inflate, RefusesIncompleteCodeLengthCodes) {
   for (const unsigned length : {0U, 1U, 2U}) {
     BitStream bits;
     bits.put(1, 1).put(2, 2).put(0, 5).put(0, 5).put(0, 4);
     bits.put(0, 9).put(length, 3).put(0, 32);
     EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt) << length;
   }
-  BitStream repeatFirst;  // 16, "the last length again", before any length
+  BitStream repeatFirst;  // 16, "repeat the previous length", first of all
   repeatFirst.put(1, 1).put(2, 2).put(0, 5).put(0, 5).put(0, 4);
   repeatFirst.put(1, 3).put(1, 3).put(0, 6).put(0, 32);
   EXPECT_EQ(ownInflate(repeatFirst.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-TEST(Inflate, ChecksumComesBeforeWhatStandsBehind) {
+TEST(Inflate, AWrongChecksumIsReportedBeforeTrailingBytes) {
   const Bytes data = bytesOf("some data");
   Bytes stream = zlibStream(data);
   stream.push_back(0);
@@ -422,17 +426,17 @@ TEST(Inflate, ChecksumComesBeforeWhatStandsBehind) {
   EXPECT_EQ(ownInflate(stream, data.size() - 1).status, InflateStatus::TooLarge);
 }
 
-// Bytes behind the checksum, which the decoder may have taken up already, or not been given yet.
-TEST(Inflate, SeesWhatStandsBehindInAnyRun) {
+// Bytes behind the checksum may be in the bit buffer already, or in a run that is not read yet.
+TEST(Inflate, FindsTrailingBytesInAnyRun) {
   const Bytes data = mixture(2000, 14);
   const Bytes whole = zlibStream(data);
   for (const std::size_t more : {1U, 2U, 8U, 40U}) {
     Bytes stream = whole;
     stream.resize(whole.size() + more);
     for (const std::size_t runSize : {std::size_t{1}, whole.size(), stream.size()}) {
-      for (const std::size_t room : {data.size(), data.size() + 1000}) {
+      for (const std::size_t capacity : {data.size(), data.size() + 1000}) {
         SlicedFeed feed(stream, runSize);
-        Bytes out(room);
+        Bytes out(capacity);
         std::size_t length = 0;
         EXPECT_EQ(inflateStream(feed, out.data(), out.size(), length), InflateStatus::Corrupt);
         EXPECT_EQ(length, data.size()) << more << " in runs of " << runSize;
@@ -441,12 +445,12 @@ TEST(Inflate, SeesWhatStandsBehindInAnyRun) {
   }
 }
 
-// A literal 0 and ten matches of 258, a bit for each length and each distance: bits enough are left
-// over for the first bytes of the stored block behind them, when there is no more room.
-TEST(Inflate, StoredBytesThatWereTakenUpMayBeTooMany) {
+// A literal 0 and ten matches of 258, with codes of one bit: the bit buffer then holds the first
+// bytes of the stored block behind them, and these may not fit into the output.
+TEST(Inflate, StoredBytesFromTheBitBufferRespectTheCapacity) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);
-  putOwnCodes(bits, false, 286, 1);  // symbols 256 and 285, and one distance
+  putDynamicHeader(bits, false, 286, 1);  // symbols 256 and 285, and one distance
   zeros(zeros(zeros(bits, 138), 118).code(0, 1), 28).code(0, 1).code(0, 1);
   for (int i = 0; i < 10; ++i) bits.code(1, 1).code(0, 1);
   bits.code(0, 1);
@@ -454,7 +458,7 @@ TEST(Inflate, StoredBytesThatWereTakenUpMayBeTooMany) {
   const std::size_t matched = data.size();
   const Bytes stored = noise(100, 19);
   data.insert(data.end(), stored.begin(), stored.end());
-  bits.put(1, 1).put(0, 2).toByteBound().put(100, 16).put(100 ^ 0xFFFF, 16);
+  bits.put(1, 1).put(0, 2).padToByte().put(100, 16).put(100 ^ 0xFFFF, 16);
   for (const unsigned char byte : stored) bits.put(byte, 8);
   const Bytes stream = bits.end(data);
   for (std::size_t capacity = matched; capacity < data.size(); ++capacity) {
@@ -464,16 +468,16 @@ TEST(Inflate, StoredBytesThatWereTakenUpMayBeTooMany) {
   EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
 }
 
-/// A damaged stream must be taken, refused and expanded as zlib does it. Where it is refused, the
-/// reason is the same too, but for two cases where zlib wants more input before it says so.
+/// A damaged stream must be accepted or refused as by zlib, with the same output and the same
+/// reason. Only where zlib wants more input before it finds a stream corrupt do the reasons differ.
 void compareWithZlib(const Bytes& stream) {
-  constexpr std::size_t ROOM = 1 << 18;
-  const Inflated theirs = zlibInflate(stream, ROOM);
-  if (theirs.bytes.size() == ROOM) return;
+  constexpr std::size_t CAPACITY = 1 << 18;
+  const Inflated theirs = zlibInflate(stream, CAPACITY);
+  if (theirs.bytes.size() == CAPACITY) return;
   const Inflated ours = ownInflate(stream, theirs.bytes.size() + 300);
-  const bool earlier =
+  const bool isFoundEarlier =
       ours.status == InflateStatus::Corrupt && theirs.status == InflateStatus::EndsEarly;
-  if (!earlier) {
+  if (!isFoundEarlier) {
     EXPECT_EQ(static_cast<int>(ours.status), static_cast<int>(theirs.status));
   }
   EXPECT_EQ(ours.bytes, theirs.bytes);

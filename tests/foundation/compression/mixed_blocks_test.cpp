@@ -1,6 +1,5 @@
-// Streams whose blocks are of different kinds, each behind the other, held against zlib's own
-// decoder by its own encoder. Where a stored block follows a compressed one, the decoder already
-// holds some of its bytes among the bits it has looked at.
+// Streams with blocks of different types, written by zlib. When a stored block follows a compressed
+// one, its first bytes may already be in the decoder's bit buffer.
 #if defined(VSA_HAVE_ZLIB)
 
 #include <gtest/gtest.h>
@@ -16,7 +15,7 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-/// A piece of the data and how zlib is to write it.
+/// A part of the data and how zlib writes it.
 struct Piece {
   std::string data;
   int level;
@@ -60,8 +59,8 @@ std::string inflated(const Bytes& stream, std::size_t capacity, InflateStatus ex
   return out;
 }
 
-TEST(MixedBlocks, StoredBytesThatWereLookedAtAlready) {
-  // Every remainder of bits in front of the stored block.
+TEST(MixedBlocks, StoredBytesInTheBitBuffer) {
+  // All numbers of bits before the stored block.
   for (std::size_t size = 600; size < 640; ++size) {
     for (const int strategy : {Z_DEFAULT_STRATEGY, Z_FIXED, Z_HUFFMAN_ONLY}) {
       const std::vector<Piece> pieces = {{textOf(size, 1), 6, strategy},
@@ -85,7 +84,7 @@ TEST(MixedBlocks, EveryCapacityEndsInside) {
   }
 }
 
-TEST(MixedBlocks, AManyTimesStoredStream) {
+TEST(MixedBlocks, ManyBlocksOfBothTypes) {
   std::vector<Piece> pieces;
   std::string all;
   for (unsigned i = 0; i < 200; ++i) {

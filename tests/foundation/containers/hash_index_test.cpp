@@ -1,4 +1,4 @@
-// HashIndex against a plain list, through insertions, removals and collisions.
+// HashIndex: insertions, removals and collisions, compared with a multimap.
 #include "foundation/containers/hash_index.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ TEST(HashIndex, FindsNothingWhileEmpty) {
   EXPECT_EQ(index.size(), 0U);
 }
 
-TEST(HashIndex, TheOwnerTellsEqualHashesApart) {
+TEST(HashIndex, TheOwnerDistinguishesEqualHashes) {
   HashIndex index;
   for (std::uint64_t position = 0; position < 100; ++position) index.insert(42, position);
   EXPECT_EQ(index.size(), 100U);
@@ -30,7 +30,7 @@ TEST(HashIndex, TheOwnerTellsEqualHashesApart) {
   EXPECT_EQ(index.find(42, [](std::uint64_t) { return false; }), HashIndex::NONE);
 }
 
-TEST(HashIndex, TakesOutOnlyWhatWasFiled) {
+TEST(HashIndex, RemovesOnlyWhatWasInserted) {
   HashIndex index;
   index.insert(1, 10);
   index.insert(1, 11);
@@ -49,7 +49,7 @@ TEST(HashIndex, RefusesPositionsBeyondThirtyTwoBits) {
   EXPECT_EQ(index.find(1, ANY), 0xFFFFFFFEU);
 }
 
-TEST(HashIndex, AgreesWithAPlainTable) {
+TEST(HashIndex, AgreesWithAMultimap) {
   std::mt19937 random(7);
   HashIndex index;
   std::multimap<std::uint64_t, std::uint64_t> plain;

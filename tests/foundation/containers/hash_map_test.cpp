@@ -1,4 +1,4 @@
-// HashMap: keys compared by hash alone, buckets by the low 8 bits, walked in order.
+// HashMap: keys compared by hash alone, buckets by the low 8 bits, iteration in order.
 #include "foundation/containers/hash_map.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ std::uint64_t hashOf(const Key& key) {
 }
 
 template <class K, class V>
-std::vector<V> walked(const HashMap<K, V>& map) {
+std::vector<V> valuesOf(const HashMap<K, V>& map) {
   std::vector<V> values;
   for (const auto& bucket : map.buckets) {
     for (const auto& node : bucket) values.push_back(node.value);
@@ -70,16 +70,28 @@ TEST(HashMap, SettingAKeyTwiceKeepsOneNodeWithTheSecondValue) {
   HashMap<int*, std::string> map;
   EXPECT_EQ(map.set(address(0x1200), "first"), "first");
   EXPECT_EQ(map.set(address(0x1200), "second"), "second");
-  EXPECT_EQ(walked(map), std::vector<std::string>{"second"});
+  EXPECT_EQ(valuesOf(map), std::vector<std::string>{"second"});
   map.set(address(0x1200), "third") += "!";
   EXPECT_EQ(map.get(address(0x1200)), "third!");
+}
+
+enum class Kind { Null, Real };
+
+// As a table of names is used: a name that it lacks reads as the zero of the enumeration.
+TEST(HashMap, MissingIsTheZeroOfAnEnumeration) {
+  HashMap<String, Kind> map;
+  EXPECT_EQ(map.findNode("real"), nullptr);
+  EXPECT_EQ(map.get("real"), Kind::Null);
+  map.set("real", Kind::Real);
+  EXPECT_EQ(map.get("real"), Kind::Real);
+  EXPECT_EQ(map.get("reals"), Kind::Null);
 }
 
 TEST(HashMap, SubscriptAddsADefault) {
   HashMap<int*, std::string> map;
   EXPECT_EQ(map[address(0x40)], "");
   map[address(0x40)] = "x";
-  EXPECT_EQ(walked(map), std::vector<std::string>{"x"});
+  EXPECT_EQ(valuesOf(map), std::vector<std::string>{"x"});
 }
 
 TEST(HashMap, TheBucketIsTheLowEightBits) {
@@ -104,12 +116,12 @@ TEST(HashMap, KeysOfEqualHashAreOneKey) {
   HashMap<Key, int> map;
   map.set({5, "one"}, 1);
   map.set({5, "other"}, 2);
-  EXPECT_EQ(walked(map), std::vector<int>{2});
+  EXPECT_EQ(valuesOf(map), std::vector<int>{2});
   EXPECT_EQ(map.buckets[5][0].key.name, "one");
   EXPECT_EQ(map.get({5, "a third"}), 2);
 }
 
-TEST(HashMap, WalksBucketsInOrderAndABucketByInsertion) {
+TEST(HashMap, IteratesOverBucketsInOrderAndABucketByInsertion) {
   HashMap<int*, int> map;
   map.set(address(0x1FF), 1);
   map.set(address(0x300), 2);
@@ -117,11 +129,11 @@ TEST(HashMap, WalksBucketsInOrderAndABucketByInsertion) {
   map.set(address(0x140), 4);
   map.set(address(0x1FF), 5);
   map.set(address(0x500), 6);
-  EXPECT_EQ(walked(map), (std::vector<int>{2, 6, 3, 4, 5}));
+  EXPECT_EQ(valuesOf(map), (std::vector<int>{2, 6, 3, 4, 5}));
 }
 
-// A bucket that has grown long is searched another way; nothing else may change.
-TEST(HashMap, LongBucketsFindAndKeepTheirOrder) {
+// A long bucket is searched through an index, with the same results.
+TEST(HashMap, LongBucketsKeepTheirOrder) {
   HashMap<int*, int> map;
   std::vector<int> expected;
   for (int i = 0; i < 1000; ++i) {
@@ -135,28 +147,28 @@ TEST(HashMap, LongBucketsFindAndKeepTheirOrder) {
     EXPECT_EQ(map.get(address(static_cast<std::uintptr_t>(i) * 256 + 16)), -i);
   }
   for (int i = 0; i < 1000; ++i) expected.push_back(-i);
-  EXPECT_EQ(walked(map), expected);
+  EXPECT_EQ(valuesOf(map), expected);
   map.set(address(8), 77);
   EXPECT_EQ(map.buckets[8][0].value, 77);
   EXPECT_EQ(map.buckets[8].size, 1000U);
 }
 
-TEST(HashMap, ClearForgetsEverything) {
+TEST(HashMap, ClearRemovesAllKeys) {
   HashMap<String, int> map;
   for (int i = 0; i < 3000; ++i) map.set(String(static_cast<unsigned long long>(i)), i);
   for (int i = 0; i < 3000; ++i) {
     EXPECT_EQ(map.get(String(static_cast<unsigned long long>(i))), i);
   }
   map.clear();
-  EXPECT_TRUE(walked(map).empty());
+  EXPECT_TRUE(valuesOf(map).empty());
   EXPECT_EQ(map.findNode("7"), nullptr);
   map.set("7", 1);
   EXPECT_EQ(map.get("7"), 1);
 }
 
-// --- how long keys and values live ---
+// --- the lifetime of keys and values ---
 
-/// A key of a chosen hash that is counted as values are.
+/// A key with a chosen hash, counted as values are.
 struct TrackedKey {
   std::uint64_t hash;
   Tracked tracked;
@@ -166,7 +178,7 @@ std::uint64_t hashOf(const TrackedKey& key) {
   return key.hash;
 }
 
-TEST_F(HashMapElements, GoWithTheMap) {
+TEST_F(HashMapElements, AreDestroyedWithTheMap) {
   {
     HashMap<TrackedKey, Tracked> map;
     for (int i = 0; i < 20; ++i) {
@@ -189,7 +201,7 @@ TEST_F(HashMapElements, AreReplacedByALaterValue) {
   EXPECT_EQ(map.buckets[0x10].size, 1U);
 }
 
-TEST_F(HashMapElements, OfALongBucketKeepTheirValuesAndGoWithIt) {
+TEST_F(HashMapElements, OfALongBucketKeepTheirValuesAndAreDestroyedWithIt) {
   HashMap<TrackedKey, Tracked> map;
   for (int i = 0; i < 300; ++i) {
     map.set({static_cast<std::uint64_t>(i) * 256 + 7, Tracked()}, Tracked(i));
@@ -206,7 +218,7 @@ TEST_F(HashMapElements, OfALongBucketKeepTheirValuesAndGoWithIt) {
   EXPECT_EQ(Tracked::live, 0);
 }
 
-TEST_F(HashMapElements, ThatCannotBeCopiedAreNotThere) {
+TEST_F(HashMapElements, ThatCannotBeCopiedAreNotAdded) {
   HashMap<int*, Tracked> map;
   map.set(address(0x10), Tracked(1));
   const Tracked more(2);

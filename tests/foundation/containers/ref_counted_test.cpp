@@ -1,4 +1,4 @@
-// Counted handles: the object goes with the last of them, and with that one only.
+// Reference-counted handles: the object is deleted with the last one, and not before.
 #include <vsa/foundation/ref_counted.h>
 
 #include <gtest/gtest.h>
@@ -12,12 +12,12 @@ namespace {
 
 class Counted final : public RefCounted {
  public:
-  explicit Counted(int& ended) : ended_(ended) {}
+  explicit Counted(int& deleted) : deleted_(deleted) {}
   int number = 7;
 
  private:
-  ~Counted() override { ++ended_; }
-  int& ended_;
+  ~Counted() override { ++deleted_; }
+  int& deleted_;
 };
 
 class Handle : public RefersTo<Counted> {
@@ -26,21 +26,21 @@ class Handle : public RefersTo<Counted> {
   Counted* get() const { return object(); }
 };
 
-TEST(RefCounted, GoesWithTheLastHandle) {
-  int ended = 0;
+TEST(RefCounted, IsDeletedWithTheLastHandle) {
+  int deleted = 0;
   {
-    const Handle first(new Counted(ended));
+    const Handle first(new Counted(deleted));
     {
       const Handle second = first;  // NOLINT: the copy is the point
       EXPECT_EQ(second.get(), first.get());
     }
-    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(deleted, 0);
     EXPECT_EQ(first.get()->number, 7);
   }
-  EXPECT_EQ(ended, 1);
+  EXPECT_EQ(deleted, 1);
 }
 
-TEST(RefCounted, AssigningLetsGoOfTheOldObject) {
+TEST(RefCounted, AssignmentReleasesTheOldObject) {
   int first = 0;
   int second = 0;
   Handle a(new Counted(first));
@@ -55,31 +55,31 @@ TEST(RefCounted, AssigningLetsGoOfTheOldObject) {
   EXPECT_EQ(second, 1);
 }
 
-TEST(RefCounted, AssigningAHandleToItselfKeepsTheObject) {
-  int ended = 0;
-  Handle a(new Counted(ended));
+TEST(RefCounted, SelfAssignmentKeepsTheObject) {
+  int deleted = 0;
+  Handle a(new Counted(deleted));
   const Handle& same = a;
   a = same;
-  EXPECT_EQ(ended, 0);
+  EXPECT_EQ(deleted, 0);
   EXPECT_EQ(a.get()->number, 7);
 }
 
-TEST(RefCounted, MovingTakesTheObjectOver) {
-  int ended = 0;
+TEST(RefCounted, MovingTransfersTheObject) {
+  int deleted = 0;
   {
-    Handle a(new Counted(ended));
+    Handle a(new Counted(deleted));
     const Handle b(std::move(a));
     EXPECT_EQ(a.get(), nullptr);  // NOLINT: a moved-from handle holds none
     EXPECT_EQ(b.get()->number, 7);
-    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(deleted, 0);
   }
-  EXPECT_EQ(ended, 1);
+  EXPECT_EQ(deleted, 1);
 }
 
 TEST(RefCounted, CountsFromSeveralThreads) {
-  int ended = 0;
+  int deleted = 0;
   {
-    const Handle shared(new Counted(ended));
+    const Handle shared(new Counted(deleted));
     std::vector<std::thread> threads;
     for (int i = 0; i < 4; ++i) {
       threads.emplace_back([&shared] {
@@ -87,9 +87,9 @@ TEST(RefCounted, CountsFromSeveralThreads) {
       });
     }
     for (std::thread& thread : threads) thread.join();
-    EXPECT_EQ(ended, 0);
+    EXPECT_EQ(deleted, 0);
   }
-  EXPECT_EQ(ended, 1);
+  EXPECT_EQ(deleted, 1);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Vector: growth by doubling from 2, and what reserve does to size and capacity.
+// Vector: growth by doubling from 2, and the effect of reserve on size and capacity.
 #include <vsa/foundation/vector.h>
 
 #include <gtest/gtest.h>
@@ -57,7 +57,7 @@ TEST(Vector, GrowsByDoublingFromTwo) {
   EXPECT_EQ(elements(vector), (std::vector<std::string>{"0", "1", "2", "3", "4"}));
 }
 
-TEST(Vector, ReserveMakesRoomForExactlyThatMany) {
+TEST(Vector, ReserveSetsTheCapacity) {
   Vector<int> vector;
   vector.reserve(5);
   EXPECT_EQ(vector.capacity, 5U);
@@ -86,7 +86,7 @@ TEST(Vector, ReserveOfFewerDropsTheLast) {
   EXPECT_EQ(vector.capacity, 2U);
 }
 
-TEST(Vector, ReserveOfNoneGivesTheStorageBack) {
+TEST(Vector, ReserveOfZeroFreesTheStorage) {
   Vector<int> vector;
   vector.push_back(1);
   vector.reserve(0);
@@ -104,7 +104,7 @@ TEST(Vector, FullAfterReserveDoublesItsSize) {
   EXPECT_EQ(vector.capacity, 6U);
 }
 
-TEST(Vector, MakeRoomDoublesAtLeast) {
+TEST(Vector, ReserveAdditionalAtLeastDoubles) {
   Vector<int> vector;
   vector.reserveAdditional(5);
   EXPECT_EQ(vector.capacity, 5U);
@@ -180,7 +180,7 @@ TEST(Vector, TooMuchIsRefusedAndChangesNothing) {
   EXPECT_EQ(vector.capacity, 2U);
 }
 
-// --- how long elements live ---
+// --- the lifetime of elements ---
 
 std::vector<int> numbers(const Vector<Tracked>& vector) {
   std::vector<int> all;
@@ -194,7 +194,7 @@ Vector<Tracked> filled(int count) {
   return vector;
 }
 
-TEST_F(VectorElements, LiveAsLongAsTheVectorAndNoMoreOfThemThanItsSize) {
+TEST_F(VectorElements, AreAsManyAsTheSizeAndDestroyedWithTheVector) {
   {
     const Vector<Tracked> vector = filled(5);
     EXPECT_EQ(vector.capacity, 8U);
@@ -204,7 +204,7 @@ TEST_F(VectorElements, LiveAsLongAsTheVectorAndNoMoreOfThemThanItsSize) {
   EXPECT_EQ(Tracked::live, 0);
 }
 
-TEST_F(VectorElements, ThatReserveDropsAreGone) {
+TEST_F(VectorElements, ThatReserveDropsAreDestroyed) {
   Vector<Tracked> vector = filled(5);
   vector.reserve(2);
   EXPECT_EQ(Tracked::live, 2);
@@ -222,7 +222,7 @@ TEST_F(VectorElements, MoveWhenTheVectorGrows) {
   EXPECT_EQ(Tracked::live, 100);
 }
 
-TEST_F(VectorElements, ThatAreReplacedAreGone) {
+TEST_F(VectorElements, ThatAreReplacedAreDestroyed) {
   Vector<Tracked> vector = filled(5);
   const Vector<Tracked> other = filled(3);
   EXPECT_EQ(Tracked::live, 8);
@@ -235,7 +235,7 @@ TEST_F(VectorElements, ThatAreReplacedAreGone) {
   EXPECT_EQ(Tracked::live, 3);
 }
 
-TEST_F(VectorElements, ThatCannotBeCopiedLeaveTheVectorAsItWas) {
+TEST_F(VectorElements, ThatCannotBeCopiedLeaveTheVectorUnchanged) {
   Vector<Tracked> vector = filled(2);
   const Vector<Tracked> source = filled(4);
   const Tracked more(9);

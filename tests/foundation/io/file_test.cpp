@@ -1,4 +1,4 @@
-// File: bytes one at a time from a path or from a host's own source.
+// File: bytes from a path or from a host's own source.
 #include <vsa/foundation/file.h>
 
 #include <gtest/gtest.h>
@@ -99,7 +99,7 @@ TEST(File, NoSource) {
   EXPECT_EQ(rest(file), "");
 }
 
-TEST(File, CopiesShareOnePlace) {
+TEST(File, CopiesShareOnePosition) {
   File one = memoryFile("abc");
   File other = one;
   signed char c = 0;
@@ -110,7 +110,7 @@ TEST(File, CopiesShareOnePlace) {
   EXPECT_EQ(rest(one), "c");
 }
 
-TEST(File, ASourceMayDeliverAsLittleAsItLikes) {
+TEST(File, ASourceMayDeliverFewBytesAtATime) {
   for (const std::size_t most : {std::size_t{0}, std::size_t{1}, std::size_t{3}}) {
     File file = memoryFile(
         "\xEF\xBB\xBF"s
@@ -134,24 +134,24 @@ class FailingSource final : public ByteSource {
     *to = 'a';
     return 1;
   }
-  String error() const override { return failed_ ? String("the line went dead") : String(); }
+  String error() const override { return failed_ ? String("connection lost") : String(); }
 
  private:
   bool delivered_ = false;
   bool failed_ = false;
 };
 
-TEST(File, AReadThatFailsMidwayShows) {
+TEST(File, AFailedReadIsReported) {
   File file(new FailingSource);
   signed char c = 0;
   EXPECT_TRUE(file.read(c));
   EXPECT_FALSE(file.failed());
   EXPECT_FALSE(file.read(c));
   EXPECT_TRUE(file.failed());
-  EXPECT_EQ(text(file.error()), "the line went dead");
+  EXPECT_EQ(text(file.error()), "connection lost");
 }
 
-TEST(File, ASourceThatThrewMayBeAskedAgain) {
+TEST(File, ASourceThatThrewIsCalledAgain) {
   File file(new vsa_tests::InterruptedSource("abc", 1));
   signed char c = 0;
   EXPECT_TRUE(file.read(c));
@@ -163,6 +163,16 @@ TEST(File, ASourceThatThrewMayBeAskedAgain) {
   EXPECT_THROW(filled.fill(), std::runtime_error);
   const File::Window window = filled.fill();
   EXPECT_EQ(std::string(window.begin, window.end), "a");
+}
+
+TEST(File, SkippingMoreThanIsBufferedSkipsAllOfIt) {
+  File file = memoryFile("abcdef", 4);
+  file.skip(1);
+  EXPECT_EQ(file.fill().begin[0], 'a');
+  file.skip(100);
+  EXPECT_EQ(rest(file), "ef");
+  file.skip(1);
+  EXPECT_EQ(rest(file), "");
 }
 
 TEST(File, FillAndSkip) {

@@ -1,4 +1,4 @@
-// The log: which sink takes a message, and that nothing of it is lost.
+// The log: which sink receives a message, and that the message is complete.
 #include <vsa/foundation/log.h>
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using vsa_tools::LogCapture;
 using vsa_tools::LogEntry;
 using Entries = std::vector<LogEntry>;
 
-/// Puts the process's sink back.
+/// Sets the sink of the process and restores the previous one.
 class ScopedProcessSink {
  public:
   explicit ScopedProcessSink(LogSink* sink) : before_(setLogSink(sink)) {}
@@ -56,7 +56,7 @@ TEST(Log, SettingASinkReturnsTheOneBefore) {
   EXPECT_EQ(setThreadLogSink(nullptr), &first);
 }
 
-TEST(Log, TheSinkOfTheThreadGoesBeforeThatOfTheProcess) {
+TEST(Log, TheSinkOfTheThreadIsUsedInsteadOfThatOfTheProcess) {
   LogCapture process;
   LogCapture thread;
   const ScopedProcessSink scope(&process);

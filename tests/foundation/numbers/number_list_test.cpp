@@ -1,5 +1,5 @@
-// readNumberRun and all of its forms against strtod and number_text, at every edge of a list, and
-// against guard pages. A list stands in memory as the reader has it: one more byte after its end.
+// readNumberRun and all of its kernels, compared with strtod and number_text, at every edge of a
+// list and next to guard pages. As in the reader, one more byte follows a list in memory.
 
 #include "foundation/numbers/number_list.h"
 
@@ -29,29 +29,31 @@ namespace zn {
 namespace {
 
 template <class Number>
-using ReadFunction = NumberRun (*)(const char* from, const char* end, Number* out, size_t room);
+using ReadFunction = NumberRun (*)(const char* from, const char* end, Number* out, size_t capacity);
 
 template <class Number>
-NumberRun readPortably(const char* from, const char* end, Number* out, size_t room) {
+NumberRun readPortably(const char* from, const char* end, Number* out, size_t capacity) {
   return numbers::readNumberRunWith<Number>(numbers::readFieldsPortably<Number>, from, end, out,
-                                            room);
+                                            capacity);
 }
 
 #if VSA_HAS_SSE41_KERNEL
 template <class Number>
-NumberRun readBySse41(const char* from, const char* end, Number* out, size_t room) {
-  return numbers::readNumberRunWith<Number>(numbers::readFieldsSse41<Number>, from, end, out, room);
+NumberRun readBySse41(const char* from, const char* end, Number* out, size_t capacity) {
+  return numbers::readNumberRunWith<Number>(numbers::readFieldsSse41<Number>, from, end, out,
+                                            capacity);
 }
 #endif
 
 #if VSA_HAS_AVX2_KERNEL
 template <class Number>
-NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t room) {
-  return numbers::readNumberRunWith<Number>(numbers::readFieldsAvx2<Number>, from, end, out, room);
+NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t capacity) {
+  return numbers::readNumberRunWith<Number>(numbers::readFieldsAvx2<Number>, from, end, out,
+                                            capacity);
 }
 #endif
 
-/// Every form that this processor runs, and the one that is chosen.
+/// Every kernel that this processor runs, and the one that is chosen.
 template <class Number>
 std::vector<ReadFunction<Number>> runs() {
   std::vector<ReadFunction<Number>> all{readPortably<Number>, readNumberRun<Number>};
@@ -80,57 +82,58 @@ bool isSame(Number a, Number b) {
   return std::memcmp(&a, &b, sizeof a) == 0 || (a != a && b != b);
 }
 
-std::vector<std::string> piecesOf(const std::string& list) {
-  std::vector<std::string> pieces;
+std::vector<std::string> fieldsOf(const std::string& list) {
+  std::vector<std::string> fields;
   for (size_t from = 0;;) {
     const size_t blank = list.find(' ', from);
-    pieces.push_back(list.substr(from, blank - from));
-    if (blank == std::string::npos) return pieces;
+    fields.push_back(list.substr(from, blank - from));
+    if (blank == std::string::npos) return fields;
     from = blank + 1;
   }
 }
 
-/// What a run must do with `list`, told by number_text alone.
+/// The expected result for `list`, by number_text alone.
 template <class Number>
 struct Expected {
   std::vector<Number> numbers;
   size_t next = 0;
 
-  Expected(const std::string& list, size_t room) {
+  Expected(const std::string& list, size_t capacity) {
     if (list.empty()) return;
-    const std::vector<std::string> pieces = piecesOf(list);
-    const bool blankEnd = pieces.back().empty();
-    for (size_t i = 0; i < pieces.size() && numbers.size() < room; ++i) {
+    const std::vector<std::string> fields = fieldsOf(list);
+    const bool endsInBlank = fields.back().empty();
+    for (size_t i = 0; i < fields.size() && numbers.size() < capacity; ++i) {
       Number number;
-      if (!fromText(pieces[i], number) || (blankEnd && i + 2 == pieces.size())) return;
+      if (!fromText(fields[i], number) || (endsInBlank && i + 2 == fields.size())) return;
       numbers.push_back(number);
-      next = std::min(next + pieces[i].size() + 1, list.size());
+      next = std::min(next + fields[i].size() + 1, list.size());
     }
   }
 };
 
 template <class Number>
-void checkRun(ReadFunction<Number> run, const char* text, const std::string& list, size_t room) {
-  const Expected<Number> expected(list, room);
-  const auto out = std::make_unique<Number[]>(room + 1);
-  out[room] = 77;
-  const NumberRun got = run(text, text + list.size(), out.get(), room);
-  ASSERT_EQ(got.count, expected.numbers.size()) << '"' << list << "\" room " << room;
-  ASSERT_EQ(got.next, text + expected.next) << '"' << list << "\" room " << room;
-  ASSERT_EQ(out[room], Number{77});
+void checkRun(ReadFunction<Number> run, const char* text, const std::string& list,
+              size_t capacity) {
+  const Expected<Number> expected(list, capacity);
+  const auto out = std::make_unique<Number[]>(capacity + 1);
+  out[capacity] = 77;
+  const NumberRun got = run(text, text + list.size(), out.get(), capacity);
+  ASSERT_EQ(got.count, expected.numbers.size()) << '"' << list << "\" capacity " << capacity;
+  ASSERT_EQ(got.next, text + expected.next) << '"' << list << "\" capacity " << capacity;
+  ASSERT_EQ(out[capacity], Number{77});
   for (size_t i = 0; i < got.count; ++i) {
     ASSERT_TRUE(isSame(out[i], expected.numbers[i])) << '"' << list << "\" at " << i;
   }
 }
 
-/// Each form, from a heap block that ends one byte after the list.
+/// Each kernel, from a heap block that ends one byte after the list.
 template <class Number>
-void checkList(const std::string& list, size_t room) {
+void checkList(const std::string& list, size_t capacity) {
   const auto text = std::make_unique<char[]>(list.size() + 1);
   std::memcpy(text.get(), list.data(), list.size());
   text[list.size()] = '}';
   for (const ReadFunction<Number> run : runs<Number>()) {
-    ASSERT_NO_FATAL_FAILURE(checkRun(run, text.get(), list, room));
+    ASSERT_NO_FATAL_FAILURE(checkRun(run, text.get(), list, capacity));
   }
 }
 
@@ -224,8 +227,8 @@ const char* const LISTS[] = {
 TEST(NumberList, AwkwardLists) {
   forAllTypes([](auto type) {
     for (const std::string list : LISTS) {
-      for (size_t room = 0; room < 6; ++room) checkList<decltype(type)>(list, room);
-      // Within a longer list every piece also meets the form's own loop, not only the tail.
+      for (size_t capacity = 0; capacity < 6; ++capacity) checkList<decltype(type)>(list, capacity);
+      // In a longer list every field also passes through the kernel's loop, not only the tail.
       const std::string more = "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25";
       checkList<decltype(type)>(list + " " + more, 100);
       checkList<decltype(type)>(more + " " + list + " " + more, 100);
@@ -235,15 +238,16 @@ TEST(NumberList, AwkwardLists) {
   });
 }
 
-// The forms that convert several pieces at once leave an odd one to another form, and go on behind
-// it: the smallest integer, more characters than one load has, a value half-way between two floats.
-TEST(NumberList, AnOddPieceAmongUsualOnes) {
+// The kernels that convert several fields at once leave some fields to another kernel and continue
+// behind them: the smallest integer, more characters than one load, a value half-way between two
+// floats.
+TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   forAllTypes([](auto type) {
     for (const std::string odd : {"-2147483648", "-128", "0000000000000007", "1234567890.1234567",
                                   "16777217", "1e2", "-7", "7.", "1.2.3", "-", ".", "x", ""}) {
-      for (size_t place = 40; place < 48; ++place) {
+      for (size_t position = 40; position < 48; ++position) {
         std::string list;
-        for (size_t i = 0; i < 120; ++i) list += (i == place ? odd : "7") + " ";
+        for (size_t i = 0; i < 120; ++i) list += (i == position ? odd : "7") + " ";
         checkList<decltype(type)>(list + "8", 200);
         if (testing::Test::HasFatalFailure()) return;
       }
@@ -251,39 +255,39 @@ TEST(NumberList, AnOddPieceAmongUsualOnes) {
   });
 }
 
-/// A piece of `length` characters with the digits of its place in the list.
+/// A field of `length` characters with the digits of its index in the list.
 template <class Number>
-std::string numberedPiece(size_t place, size_t length) {
-  std::string piece(length, '1');
-  for (size_t i = length; i-- > 0 && place > 0; place /= 10) {
-    piece[i] = static_cast<char>('0' + place % 10);
+std::string numberedField(size_t position, size_t length) {
+  std::string field(length, '1');
+  for (size_t i = length; i-- > 0 && position > 0; position /= 10) {
+    field[i] = static_cast<char>('0' + position % 10);
   }
-  if (std::is_floating_point_v<Number> && length >= 3) piece[length / 2] = '.';
-  return piece;
+  if (std::is_floating_point_v<Number> && length >= 3) field[length / 2] = '.';
+  return field;
 }
 
-/// A form looks at many characters at once and notes where their pieces end: so many of them stand
-/// in each such stretch, and so far into it each of them, as can be; and with room for fewer than
-/// there are.
-TEST(NumberList, ShortPiecesInALongList) {
+/// A kernel reads many characters at once and stores where their fields end: as many fields in such
+/// a chunk, and ends as far from its start, as there can be, with enough capacity and with too
+/// little.
+TEST(NumberList, ShortFieldsInALongList) {
   std::mt19937 random(20);
   forTypes<float, double, int, unsigned int, long long>([&](auto type) {
-    for (size_t most = 1; most <= 9; ++most) {
+    for (size_t longest = 1; longest <= 9; ++longest) {
       std::string list;
       size_t count = 0;
       for (; list.size() < 6000; ++count) {
-        list += numberedPiece<decltype(type)>(count, 1 + random() % most) + " ";
+        list += numberedField<decltype(type)>(count, 1 + random() % longest) + " ";
       }
-      for (const size_t room : {size_t{3}, size_t{66}, count / 2 - 1, count, count + 1}) {
-        checkList<decltype(type)>(list + "1", room);
+      for (const size_t capacity : {size_t{3}, size_t{66}, count / 2 - 1, count, count + 1}) {
+        checkList<decltype(type)>(list + "1", capacity);
       }
       if (testing::Test::HasFatalFailure()) return;
     }
   });
 }
 
-/// What is no digit in one piece is none in a whole row of them.
-TEST(NumberList, PiecesOfEveryCharacter) {
+/// A character that is not a digit is not one in a group of equal fields either.
+TEST(NumberList, FieldsOfEveryCharacter) {
   forAllTypes([](auto type) {
     for (int byte = 0; byte < 256; ++byte) {
       std::string list;
@@ -294,7 +298,7 @@ TEST(NumberList, PiecesOfEveryCharacter) {
   });
 }
 
-/// Every character ends a piece, and nothing stands in it.
+/// Every character ends a field, and all fields are empty.
 TEST(NumberList, ManyBlanks) {
   forAllTypes([](auto type) {
     const std::string blanks(3000, ' ');
@@ -304,7 +308,7 @@ TEST(NumberList, ManyBlanks) {
   });
 }
 
-/// Pages with a forbidden one on each side.
+/// A page between two inaccessible ones.
 class GuardedPages {
  public:
   GuardedPages()
@@ -317,9 +321,9 @@ class GuardedPages {
   GuardedPages& operator=(const GuardedPages&) = delete;
   ~GuardedPages() { munmap(base_, 3 * page_); }
 
-  /// `text` right after the forbidden page before it.
+  /// `text` right behind the inaccessible page before it.
   char* atStart(const std::string& text) { return put(base_ + page_, text); }
-  /// `text` right before the forbidden page after it.
+  /// `text` right before the inaccessible page behind it.
   char* atEnd(const std::string& text) { return put(base_ + 2 * page_ - text.size(), text); }
 
  private:
@@ -332,13 +336,13 @@ class GuardedPages {
   char* base_;
 };
 
-/// A piece of exactly `length` characters that reads as a small number.
+/// A small number as a field of exactly `length` characters.
 template <class Number>
-std::string pieceOfLength(size_t length, bool withPoint) {
-  std::string piece(length, '0');
-  piece.back() = '7';
-  if (std::is_floating_point_v<Number> && withPoint && length >= 3) piece[length / 2] = '.';
-  return piece;
+std::string fieldOfLength(size_t length, bool withPoint) {
+  std::string field(length, '0');
+  field.back() = '7';
+  if (std::is_floating_point_v<Number> && withPoint && length >= 3) field[length / 2] = '.';
+  return field;
 }
 
 TEST(NumberList, NothingOutsideIsRead) {
@@ -348,7 +352,7 @@ TEST(NumberList, NothingOutsideIsRead) {
     for (size_t length = 1; length <= 70; ++length) {
       for (const std::string& before :
            {std::string(), std::string("1 "), std::string("12 -3 4 ")}) {
-        const std::string list = before + pieceOfLength<Number>(length, length % 2 == 0);
+        const std::string list = before + fieldOfLength<Number>(length, length % 2 == 0);
         for (const ReadFunction<Number> run : runs<Number>()) {
           ASSERT_NO_FATAL_FAILURE(checkRun(run, pages.atEnd(list + "}"), list, 9));
           ASSERT_NO_FATAL_FAILURE(checkRun(run, pages.atStart(list + "}"), list, 9));
@@ -365,7 +369,7 @@ TEST(NumberList, NothingOutsideIsRead) {
   });
 }
 
-/// What the files of tests/numbers say holds inside a list as well.
+/// The files of tests/numbers, as lists.
 template <class Number>
 void checkFile(const char* name) {
   std::ifstream file(std::filesystem::path(VSA_TEST_DIR) / "numbers" / name, std::ios::binary);
@@ -396,8 +400,8 @@ TEST(NumberList, FilesOfNumbers) {
   }
 }
 
-/// Random texts of every kind that exporters write or that are hard to round. Seeded, so a failure
-/// comes again.
+/// Random texts of all kinds that exporters write or that are hard to round. Seeded, so failures
+/// are reproducible.
 class RandomTexts {
  public:
   explicit RandomTexts(uint64_t seed) : random_(seed) {}
@@ -477,7 +481,7 @@ class RandomTexts {
     return std::isfinite(value) ? value : 1.5;
   }
 
-  /// Odd numbers of 25 and 54 bits over small powers of two, exact or a unit beside it.
+  /// Odd numbers of 25 and 54 bits over small powers of two, exact or with another last digit.
   std::string halfWay() {
     const int bits = random_() % 2 != 0 ? 25 : 54;
     const uint64_t odd = (random_() >> (64 - bits)) | 1 | (uint64_t{1} << (bits - 1));
@@ -504,19 +508,19 @@ class RandomTexts {
   std::mt19937_64 random_;
 };
 
-/// The value that the C library gives the text; false where it is out of range.
-bool judge(const std::string& text, float& out) {
+/// The value by the C library; false where it is out of range.
+bool reference(const std::string& text, float& out) {
   out = std::strtof(text.c_str(), nullptr);
   return std::isfinite(out);
 }
 
-bool judge(const std::string& text, double& out) {
+bool reference(const std::string& text, double& out) {
   out = std::strtod(text.c_str(), nullptr);
   return std::isfinite(out);
 }
 
 template <class Integer>
-bool judge(const std::string& text, Integer& out) {
+bool reference(const std::string& text, Integer& out) {
   if (std::is_unsigned_v<Integer> && text[0] == '-') return false;
   uint64_t magnitude = 0;
   for (const char c : text) {
@@ -531,51 +535,51 @@ bool judge(const std::string& text, Integer& out) {
   return true;
 }
 
-/// A list of random texts, and what each must give.
+/// A list of random texts, and their values.
 template <class Number>
 struct RandomList {
-  struct Piece {
+  struct Field {
     size_t start;
     bool isNumber;
     Number value;
   };
   std::string text;
-  std::vector<Piece> pieces;
+  std::vector<Field> fields;
 
   RandomList(RandomTexts& texts, size_t count) {
     for (size_t i = 0; i < count; ++i) {
-      const std::string piece = std::is_floating_point_v<Number> ? texts.real() : texts.integer();
+      const std::string field = std::is_floating_point_v<Number> ? texts.real() : texts.integer();
       if (i != 0) text += ' ';
-      Piece row{text.size(), false, 0};
-      row.isNumber = judge(piece, row.value);
-      pieces.push_back(row);
-      text += piece;
+      Field row{text.size(), false, 0};
+      row.isNumber = reference(field, row.value);
+      fields.push_back(row);
+      text += field;
     }
   }
 };
 
-/// Reads the list by runs, stepping over what is refused, and compares every value.
+/// Reads the list in runs, skips refused fields, and compares every value.
 template <class Number>
 void checkRandomList(ReadFunction<Number> run, const RandomList<Number>& list) {
   const char* const end = list.text.data() + list.text.size();
-  std::vector<Number> out(list.pieces.size());
-  size_t piece = 0;
-  while (piece < list.pieces.size()) {
-    const char* const from = list.text.data() + list.pieces[piece].start;
-    const NumberRun got = run(from, end, out.data() + piece, out.size() - piece);
-    for (const size_t last = piece + got.count; piece < last; ++piece) {
-      const auto& row = list.pieces[piece];
-      ASSERT_TRUE(row.isNumber && isSame(out[piece], row.value))
-          << list.text.substr(row.start, 60) << " gives " << +out[piece];
+  std::vector<Number> out(list.fields.size());
+  size_t field = 0;
+  while (field < list.fields.size()) {
+    const char* const from = list.text.data() + list.fields[field].start;
+    const NumberRun got = run(from, end, out.data() + field, out.size() - field);
+    for (const size_t last = field + got.count; field < last; ++field) {
+      const auto& row = list.fields[field];
+      ASSERT_TRUE(row.isNumber && isSame(out[field], row.value))
+          << list.text.substr(row.start, 60) << " gives " << +out[field];
     }
-    if (piece == list.pieces.size()) {
+    if (field == list.fields.size()) {
       ASSERT_EQ(got.next, end);
       return;
     }
-    const auto& row = list.pieces[piece];
+    const auto& row = list.fields[field];
     ASSERT_EQ(got.next, list.text.data() + row.start);
     ASSERT_FALSE(row.isNumber) << list.text.substr(row.start, 60);
-    ++piece;
+    ++field;
   }
 }
 

@@ -1,5 +1,6 @@
-// number_text against the files in tests/numbers, against strtod on hard texts, and on texts a
-// million characters long. The program never leaves the C locale, so strtod is an exact judge.
+// number_text, compared with the files of tests/numbers, with strtod on texts that are hard to
+// round, and on texts of a million characters. The program stays in the C locale, so strtod is an
+// exact reference.
 
 #include "foundation/numbers/number_text.h"
 
@@ -25,7 +26,7 @@ namespace {
 
 template <class Number>
 bool read(const std::string& text, Number& out) {
-  // A heap block of the text's own size, so that a look past it is seen by a sanitizer.
+  // A heap block of the text's size, so that a sanitizer sees an access past it.
   const auto copy = std::make_unique<char[]>(text.size());
   std::memcpy(copy.get(), text.data(), text.size());
   if constexpr (std::is_floating_point_v<Number>) {
@@ -45,7 +46,7 @@ bool isSame(Number a, Number b) {
 }
 
 template <class Number>
-Number judge(const std::string& text) {
+Number reference(const std::string& text) {
   if constexpr (std::is_same_v<Number, float>) {
     return std::strtof(text.c_str(), nullptr);
   } else if constexpr (std::is_same_v<Number, double>) {
@@ -60,14 +61,14 @@ Number judge(const std::string& text) {
 /// Text, tab, value or "fail".
 template <class Number>
 void checkLine(const std::string& text, const std::string& expected) {
-  constexpr Number UNTOUCHED = 77;
-  Number out = UNTOUCHED;
+  constexpr Number UNCHANGED = 77;
+  Number out = UNCHANGED;
   if (expected == "fail") {
     EXPECT_FALSE(read(text, out)) << '"' << text << '"';
-    EXPECT_EQ(out, UNTOUCHED) << '"' << text << '"';
+    EXPECT_EQ(out, UNCHANGED) << '"' << text << '"';
   } else {
     EXPECT_TRUE(read(text, out)) << '"' << text << '"';
-    EXPECT_TRUE(isSame(out, judge<Number>(expected)))
+    EXPECT_TRUE(isSame(out, reference<Number>(expected)))
         << '"' << text << "\" gives " << +out << ", expected " << expected;
   }
 }
@@ -140,10 +141,10 @@ TEST(NumberText, EveryWhiteSpaceAroundIsIgnored) {
   EXPECT_FALSE(read<int>("4\xFF", number));
 }
 
-/// The text must give what strtod gives; an infinite result means that it must be refused.
+/// The text must have the value of strtod, and be refused when that is infinite.
 template <class Real>
 void checkFinite(const std::string& text) {
-  const Real expected = judge<Real>(text);
+  const Real expected = reference<Real>(text);
   Real out = 77;
   const bool isRead = read(text, out);
   ASSERT_EQ(isRead, !std::isinf(expected)) << text;
@@ -155,7 +156,7 @@ void checkBoth(const std::string& text) {
   checkFinite<double>(text);
 }
 
-/// The decimal itself, one unit of its last place less, and a trace more.
+/// The decimal itself, one unit of its last place less, and slightly more.
 void checkAround(std::string text) {
   checkBoth(text);
   const size_t exponentAt = std::min(text.find('e'), text.size());
@@ -182,8 +183,7 @@ std::string exactText(double value) {
   return digits + exponent;
 }
 
-/// Decimals of any length, for values that no type here holds: so many digits before the point, the
-/// others behind it.
+/// Decimals of any length, for values that no type holds: this many digits are before the point.
 constexpr size_t BEFORE_POINT = 310;
 
 std::string digitsOf(double magnitude) {
@@ -195,11 +195,11 @@ std::string digitsOf(double magnitude) {
 
 std::string sumOf(const std::string& a, const std::string& b) {
   std::string sum(a.size(), '0');
-  int carried = 0;
+  int carry = 0;
   for (size_t i = a.size(); i-- > 0;) {
-    const int column = (a[i] - '0') + (b[i] - '0') + carried;
+    const int column = (a[i] - '0') + (b[i] - '0') + carry;
     sum[i] = static_cast<char>('0' + column % 10);
-    carried = column / 10;
+    carry = column / 10;
   }
   return sum;
 }
@@ -253,12 +253,12 @@ TEST(NumberText, HalfWayBetweenFloats) {
   }
 }
 
-/// Seventeen digits name the double half-way between two floats, but lie beside it: a float that
-/// went through the double would fall to the even side.
+/// Seventeen digits whose nearest double is half-way between two floats, while the text itself is
+/// not: a float rounded from the double would be the even one.
 TEST(NumberText, BesideHalfWayBetweenFloats) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 20000; ++i) {
-    // Every second one a denormal; the largest of these still have short exponents.
+    // Every second one is denormal.
     const float low =
         i % 2 == 0 ? static_cast<float>(1e-38 + static_cast<double>(random() % 1000) * 1e-42)
                    : std::ldexp(static_cast<float>(random() >> 40), -static_cast<int>(i % 60));
@@ -302,7 +302,7 @@ TEST(NumberText, EndsOfTheRanges) {
   }
 }
 
-TEST(NumberText, EveryExponentOfTheTablesAndBeyond) {
+TEST(NumberText, AllExponentsInAndOutsideTheTables) {
   std::mt19937_64 random(3);
   for (int exponent = -370; exponent <= 340; ++exponent) {
     for (int i = 0; i < 60; ++i) {

@@ -1,4 +1,4 @@
-// Words that are nearly numbers, and digits so many that the last ones only say "and some more".
+// Words that are almost "inf" or "nan", and digits behind those that decide the rounding.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -24,8 +24,8 @@ TEST(NumberTextWords, OneLetterOff) {
   }
 }
 
-TEST(NumberTextWords, APointBehindAllDigitsThatMatter) {
-  // 2^53 + 1 lies half way; only what stands behind a thousand zeros tells to round up.
+TEST(NumberTextWords, APointBehindTheSignificantDigits) {
+  // 2^53 + 1 is half-way between two doubles: only a digit behind a thousand zeros rounds it up.
   const std::string tie = "9007199254740993";
   const std::string zeros(1000, '0');
   double number = 0;

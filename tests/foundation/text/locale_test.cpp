@@ -1,4 +1,4 @@
-// No conversion, no text of a message and no comparison depends on a locale that the host has set.
+// No conversion, no message and no comparison depends on the locale that the host has set.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -40,7 +40,7 @@ bool isInteger(const char* characters, Number expected) {
   return String::parse(characters, number, DECIMAL) && number == expected;
 }
 
-// Nothing of the test framework runs under the locale: what came out is looked at afterwards.
+// The test framework does not run under the locale: results are checked afterwards.
 
 std::vector<bool> parsed() {
   math::VecT<2, double> pair{};
@@ -67,7 +67,7 @@ std::vector<bool> parsed() {
   };
 }
 
-// No message holds a real: one in a format is printf's, with the point of the C locale.
+// Without reals: String::format writes them as printf does, with the point of the C locale.
 Lines written() {
   return {
       text(String(1234567ULL)),
@@ -125,8 +125,8 @@ TEST(HostLocales, ChangeNoCharacterClass) {
   EXPECT_EQ(spaces, "\t\n\v\f\r ");
 }
 
-// The locale does what it is there for: a stream, which asks it, writes and reads otherwise.
-TEST(HostLocales, AreOfOtherCustoms) {
+// Checks the tests above: a stream, which uses the locale, writes numbers differently.
+TEST(HostLocales, ChangeStreams) {
   std::string written;
   {
     const HostLocale locale("C");

@@ -1,4 +1,4 @@
-// Short texts as words: every length, in memory that ends where the text ends.
+// Short texts by words: every length, in memory that ends with the text.
 #include "foundation/text/short_text.h"
 
 #include <gtest/gtest.h>
@@ -11,7 +11,7 @@
 namespace zn {
 namespace {
 
-constexpr std::size_t LONGEST = 40;
+constexpr std::size_t MAX_LENGTH = 40;
 
 std::string textOf(std::size_t length) {
   std::string text;
@@ -19,7 +19,7 @@ std::string textOf(std::size_t length) {
   return text;
 }
 
-/// A copy in memory of its own length.
+/// A copy in memory of exactly its length.
 std::unique_ptr<char[]> exact(const std::string& text) {
   auto copy = std::make_unique<char[]>(text.size());
   text.copy(copy.get(), text.size());
@@ -27,7 +27,7 @@ std::unique_ptr<char[]> exact(const std::string& text) {
 }
 
 TEST(ShortText, SameCharacters) {
-  for (std::size_t length = 0; length <= LONGEST; ++length) {
+  for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
     const std::string text = textOf(length);
     const auto one = exact(text);
     const auto other = exact(text);
@@ -42,7 +42,7 @@ TEST(ShortText, SameCharacters) {
 }
 
 TEST(ShortText, CopiesOfCharacters) {
-  for (std::size_t length = 0; length <= LONGEST; ++length) {
+  for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
     const std::string text = textOf(length);
     const auto from = exact(text);
     const auto to = exact(std::string(length, '_'));
@@ -51,9 +51,9 @@ TEST(ShortText, CopiesOfCharacters) {
   }
 }
 
-// Whatever differs in a text makes another hash, and nothing behind the text does.
+// Every character changes the hash, and memory behind the text does not.
 TEST(ShortText, HashesOfEveryLength) {
-  for (std::size_t length = 0; length <= LONGEST; ++length) {
+  for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
     const std::string text = textOf(length);
     const auto one = exact(text);
     const std::uint64_t hash = String::hashOf({one.get(), length});
@@ -67,9 +67,9 @@ TEST(ShortText, HashesOfEveryLength) {
   }
 }
 
-TEST(ShortText, AssignKeepsToTheRoomThereIs) {
-  for (std::size_t first = 1; first <= LONGEST; ++first) {
-    for (std::size_t second = 0; second <= LONGEST; ++second) {
+TEST(ShortText, AssignOfEveryLengthOverEveryLength) {
+  for (std::size_t first = 1; first <= MAX_LENGTH; ++first) {
+    for (std::size_t second = 0; second <= MAX_LENGTH; ++second) {
       String text = String::copyOf(textOf(first));
       const std::uint64_t before = text.hash();
       const std::string expected = std::string(second, 'x');
@@ -82,8 +82,7 @@ TEST(ShortText, AssignKeepsToTheRoomThereIs) {
   }
 }
 
-// Nobody sees a text change that he has a handle to.
-TEST(ShortText, AssignLeavesWhatOthersHold) {
+TEST(ShortText, AssignDoesNotChangeASharedText) {
   String text = String::copyOf("abcdef");
   const String held = text;
   text.assign("uvwxyz");

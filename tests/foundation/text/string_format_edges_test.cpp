@@ -1,5 +1,5 @@
-// Formats that the C library leaves undefined or that the compiler would refuse: from where a
-// format is no constant, they must still give a text.
+// Formats that C leaves undefined, or that compilers refuse as constants: they must still give a
+// text.
 #include <gtest/gtest.h>
 
 #include <cstdarg>
@@ -11,7 +11,7 @@
 namespace zn {
 namespace {
 
-/// Past the compiler's own look at formats.
+/// Without the compiler's check of formats.
 std::string formatted(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);
@@ -23,7 +23,7 @@ std::string formatted(const char* format, ...) {
   return vsa_tests::text(made);
 }
 
-TEST(StringFormatEdges, AConversionThatIsNotKnownStandsAsWritten) {
+TEST(StringFormatEdges, AnUnknownConversionIsCopied) {
   EXPECT_EQ(formatted("a %y b"), "a %y b");
   EXPECT_EQ(formatted("%-5.3lky"), "%-5.3lky");
   EXPECT_EQ(formatted("%n%n"), "%n%n");
@@ -38,7 +38,7 @@ TEST(StringFormatEdges, AFormatThatEndsInsideAConversion) {
   EXPECT_EQ(formatted("%ll"), "%ll");
 }
 
-TEST(StringFormatEdges, NoTextAtAll) {
+TEST(StringFormatEdges, NullAndEmptyTexts) {
   EXPECT_EQ(formatted("<%s>", static_cast<const char*>(nullptr)), "<(null)>");
   EXPECT_EQ(formatted("<%8s>", static_cast<const char*>(nullptr)), "<  (null)>");
   EXPECT_EQ(formatted("<%.0s>", "abc"), "<>");

@@ -16,7 +16,7 @@ namespace {
 
 using vsa_tests::text;
 
-TEST(StringFormat, TheShapesOfMessages) {
+TEST(StringFormat, Messages) {
   EXPECT_EQ(text(String::format("%s (%d,%d): %s.", "PARSE ERROR", 4, 9, "what")),
             "PARSE ERROR (4,9): what.");
   EXPECT_EQ(text(String::format("INVALID TOKEN (%d,%d): '%c'", 1, 0, '}')),
@@ -28,7 +28,7 @@ TEST(StringFormat, TheShapesOfMessages) {
   EXPECT_EQ(text(String::format("%s", "")), "");
 }
 
-// What the C library gives for the same call.
+// The text by the C library.
 template <class... Values>
 std::string printed(const char* format, Values... values) {
   char buffer[512];
@@ -59,7 +59,7 @@ TEST(StringFormat, EveryConversion) {
   EXPECT_AS_PRINTF("%p", static_cast<void*>(nullptr));
 }
 
-// A precision below 0 counts as none.
+// A negative precision counts as none.
 TEST(StringFormat, NegativePrecision) {
   EXPECT_AS_PRINTF("%.*d|%.*s|%.*f", -1, 42, -1, "xyz", -1, 1.5);
 }

@@ -1,5 +1,5 @@
-// String to booleans and numbers: the overloads, their ranges, and what a failure leaves behind.
-// The forms of numbers in full are tested beside number_text.
+// String to booleans and numbers: the overloads, their ranges, and that a failure leaves the target
+// unchanged. number_text_test.cpp tests the syntax of numbers in full.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -38,12 +38,12 @@ using Integers = testing::Types<signed char, unsigned char, short, unsigned shor
                                 unsigned int, long long, unsigned long long>;
 TYPED_TEST_SUITE(IntegerParse, Integers);
 
-TYPED_TEST(IntegerParse, TakesItsWholeRange) {
+TYPED_TEST(IntegerParse, AcceptsItsWholeRange) {
   using Limits = std::numeric_limits<TypeParam>;
-  const String most(std::to_string(Limits::max()).c_str());
-  const String least(std::to_string(Limits::min()).c_str());
-  EXPECT_TRUE(parses<TypeParam>(most, Limits::max()));
-  EXPECT_TRUE(parses<TypeParam>(least, Limits::min()));
+  const String maximum(std::to_string(Limits::max()).c_str());
+  const String minimum(std::to_string(Limits::min()).c_str());
+  EXPECT_TRUE(parses<TypeParam>(maximum, Limits::max()));
+  EXPECT_TRUE(parses<TypeParam>(minimum, Limits::min()));
   EXPECT_TRUE(parses<TypeParam>("0", 0));
   EXPECT_TRUE(parses<TypeParam>("+7", 7));
   EXPECT_TRUE(parses<TypeParam>("007", 7));
@@ -87,15 +87,15 @@ TYPED_TEST(IntegerParse, RefusesAllElse) {
   EXPECT_TRUE(refuses<TypeParam>(string("1\0"s)));
 }
 
-TYPED_TEST(IntegerParse, RefusesTheNeighboursOfItsRange) {
+TYPED_TEST(IntegerParse, RefusesTheValuesNextToItsRange) {
   using Limits = std::numeric_limits<TypeParam>;
-  std::string most = std::to_string(Limits::max());
-  most.back() = static_cast<char>(most.back() + 1);  // no maximum ends in 9
-  EXPECT_TRUE(refuses<TypeParam>(String(most.c_str()))) << most;
+  std::string maximum = std::to_string(Limits::max());
+  maximum.back() = static_cast<char>(maximum.back() + 1);  // no maximum ends in 9
+  EXPECT_TRUE(refuses<TypeParam>(String(maximum.c_str()))) << maximum;
   if (std::numeric_limits<TypeParam>::is_signed) {
-    std::string least = std::to_string(Limits::min());
-    least.back() = static_cast<char>(least.back() + 1);
-    EXPECT_TRUE(refuses<TypeParam>(String(least.c_str()))) << least;
+    std::string minimum = std::to_string(Limits::min());
+    minimum.back() = static_cast<char>(minimum.back() + 1);
+    EXPECT_TRUE(refuses<TypeParam>(String(minimum.c_str()))) << minimum;
   } else {
     EXPECT_TRUE(refuses<TypeParam>("-1"));
     EXPECT_TRUE(refuses<TypeParam>("-0"));
@@ -157,7 +157,7 @@ TEST(StringParse, InfinitiesAndNotANumber) {
   EXPECT_TRUE(String::parse("-0.0", out) && std::signbit(out));
 }
 
-TEST(StringParse, FloatsAreRoundedOnTheirOwn) {
+TEST(StringParse, FloatsAreRoundedFromTheText) {
   float out = 0;
   EXPECT_TRUE(String::parse("0.1", out));
   EXPECT_EQ(out, 0.1F);

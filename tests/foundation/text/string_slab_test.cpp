@@ -1,4 +1,4 @@
-// Texts whose buffers share slabs.
+// StringSlabs: texts whose buffers share slabs.
 #include "foundation/text/string_slab.h"
 
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ std::string textOf(std::size_t length) {
   return text;
 }
 
-TEST(StringSlabs, TextsAreWhatTheyAreMadeFrom) {
+TEST(StringSlabs, TextsAreCopies) {
   StringSlabs slabs;
   std::vector<String> texts;
   for (std::size_t length = 0; length < 2000; ++length) {
@@ -32,7 +32,7 @@ TEST(StringSlabs, TextsAreWhatTheyAreMadeFrom) {
   }
 }
 
-// Its maker has no slab yet, and makes one that is large enough.
+// The first slab is large enough for it.
 TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   for (std::size_t length = 0; length < 2000; ++length) {
     StringSlabs slabs;
@@ -40,8 +40,8 @@ TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   }
 }
 
-// As a text of its own does, whose memory the allocator aligns.
-TEST(StringSlabs, EveryTextLiesOnAMultipleOfEight) {
+// As a text with its own memory, which the allocator aligns.
+TEST(StringSlabs, EveryTextIsAlignedToEight) {
   const auto placeOf = [](const String& text) {
     return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;
   };
@@ -53,7 +53,7 @@ TEST(StringSlabs, EveryTextLiesOnAMultipleOfEight) {
   }
 }
 
-TEST(StringSlabs, TextsOutliveTheirMakerInAnyOrder) {
+TEST(StringSlabs, TextsOutliveTheSlabsObjectInAnyOrder) {
   std::vector<String> texts;
   {
     StringSlabs slabs;
@@ -65,13 +65,13 @@ TEST(StringSlabs, TextsOutliveTheirMakerInAnyOrder) {
   }
 }
 
-TEST(StringSlabs, TheHashIsTheOneThatIsGiven) {
+TEST(StringSlabs, TheHashIsTheGivenOne) {
   StringSlabs slabs;
   EXPECT_EQ(slabs.copyOf("material", String::hashOf("material")).hash(), String("material").hash());
   EXPECT_EQ(slabs.copyOf("material").hash(), String("material").hash());
 }
 
-// The memory of a slab is its texts' for good: no text takes the place of another.
+// The memory of a slab is never reused for another text.
 TEST(StringSlabs, AssignLeavesTheOthersAlone) {
   StringSlabs slabs;
   String first = slabs.copyOf("abc");
@@ -81,7 +81,7 @@ TEST(StringSlabs, AssignLeavesTheOthersAlone) {
   EXPECT_EQ(second.view(), "def");
 }
 
-TEST(StringSlabs, TextsMayEndOnOtherThreads) {
+TEST(StringSlabs, TextsMayBeReleasedOnOtherThreads) {
   auto slabs = std::make_unique<StringSlabs>();
   std::vector<std::vector<String>> shares(8);
   for (std::size_t i = 0; i < 4000; ++i) {

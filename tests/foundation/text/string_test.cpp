@@ -1,4 +1,4 @@
-// The text handle: building, comparing, searching, cutting.
+// The text handle: construction, comparison, searching and cutting.
 #include <vsa/foundation/string.h>
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ using vsa_tests::string;
 using vsa_tests::text;
 using namespace std::string_literals;
 
-constexpr std::size_t MOST = std::numeric_limits<std::size_t>::max();
+constexpr std::size_t MAX_SIZE = std::numeric_limits<std::size_t>::max();
 
 static_assert(std::is_base_of_v<RefersTo<IRefCounted>, String>);
 
@@ -54,7 +54,7 @@ TEST(String, Construction) {
 }
 
 TEST(String, ALengthThatNoMemoryHolds) {
-  for (const std::size_t length : {MOST, MOST - 60, MOST / 2}) {
+  for (const std::size_t length : {MAX_SIZE, MAX_SIZE - 60, MAX_SIZE / 2}) {
     EXPECT_THROW(detail::StringBuffer::make(length), std::bad_alloc) << length;
   }
 }
@@ -64,7 +64,7 @@ TEST(String, CharactersAreTerminated) {
   EXPECT_EQ(s.buf()[4], '\0');
   EXPECT_EQ(s[3], 'p');
   EXPECT_EQ(s[4], '\0');
-  EXPECT_EQ(s[MOST], '\0');
+  EXPECT_EQ(s[MAX_SIZE], '\0');
 }
 
 TEST(String, CopiesShareTheText) {
@@ -152,7 +152,7 @@ TEST(String, Contains) {
   EXPECT_FALSE(s.contains("version;", true));
   EXPECT_FALSE(s.contains("4", true));
   EXPECT_TRUE(s.contains("N: 3", true));
-  EXPECT_FALSE(String("[").contains("{", true));  // apart as 'A' and 'a' are, and no letters
+  EXPECT_FALSE(String("[").contains("{", true));  // one bit apart, as 'A' and 'a', but not letters
 }
 
 TEST(String, StartsAndEndsWith) {
@@ -181,7 +181,7 @@ TEST(String, Find) {
   EXPECT_EQ(s.find('x', false, 0), -1);
   EXPECT_EQ(s.find('c', false, 5), 5);
   EXPECT_EQ(s.find('c', false, 6), -1);
-  EXPECT_EQ(s.find('c', false, MOST), -1);
+  EXPECT_EQ(s.find('c', false, MAX_SIZE), -1);
   EXPECT_EQ(String().find('a', false, 0), -1);
 }
 
@@ -192,7 +192,7 @@ TEST(String, CompareNoCase) {
   EXPECT_GT(String("b").compareNoCase("A"), 0);
   EXPECT_LT(String("with").compareNoCase("within"), 0);
   EXPECT_GT(String("within").compareNoCase("WITH"), 0);
-  EXPECT_NE(String("@").compareNoCase("`"), 0);  // next to the letters, one case bit apart
+  EXPECT_NE(String("@").compareNoCase("`"), 0);  // next to the letters, and one bit apart
   EXPECT_NE(String("\xc3\x84").compareNoCase("\xc3\xa4"), 0);
   EXPECT_GT(String("\xc3").compareNoCase("z"), 0);
 }
@@ -214,10 +214,10 @@ TEST(String, Substring) {
   EXPECT_EQ(text(s.substring(0, 20)), "\"ab\"");
   EXPECT_EQ(text(s.substring(3, 20)), "\"");
   EXPECT_EQ(text(s.substring(4, 1)), "");
-  EXPECT_EQ(text(s.substring(MOST, 1)), "");
-  // A count that wrapped around: the quotes of a text of one character.
+  EXPECT_EQ(text(s.substring(MAX_SIZE, 1)), "");
+  // A count that has wrapped around: a text of one quote without its quotes.
   EXPECT_EQ(text(String("\"").substring(1, std::size_t{1} - 2)), "");
-  EXPECT_EQ(text(String("abc").substring(1, MOST)), "bc");
+  EXPECT_EQ(text(String("abc").substring(1, MAX_SIZE)), "bc");
 }
 
 TEST(String, Trim) {

@@ -1,4 +1,4 @@
-// Tuples and colours from numbers between blanks.
+// Tuples and colours from numbers separated by blanks.
 #include <vsa/foundation/tuple_parse.h>
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ String numbers(unsigned long long count) {
   return text;
 }
 
-TYPED_TEST(TupleParse, TakesItsComponentsInStorageOrder) {
+TYPED_TEST(TupleParse, ReadsItsComponentsInStorageOrder) {
   TypeParam out{};
   EXPECT_TRUE(String::parse(numbers(TestFixture::COUNT), TestFixture::COUNT, out));
   for (unsigned long long i = 0; i < TestFixture::COUNT; ++i) {
@@ -46,13 +46,13 @@ TYPED_TEST(TupleParse, FewerWordsWriteNothing) {
   for (const double component : out.components) EXPECT_EQ(component, 0.0);
 }
 
-TYPED_TEST(TupleParse, MoreThanItHoldsIsRefused) {
+TYPED_TEST(TupleParse, MoreComponentsThanItHasAreRefused) {
   TypeParam out{};
   EXPECT_FALSE(String::parse(numbers(20), TestFixture::COUNT + 1, out));
   for (const double component : out.components) EXPECT_EQ(component, 0.0);
 }
 
-TYPED_TEST(TupleParse, NoneOfNoneIsTrue) {
+TYPED_TEST(TupleParse, NoComponentsAreAlwaysRead) {
   TypeParam out{};
   EXPECT_TRUE(String::parse(String("x"), 0, out));
   EXPECT_EQ(out.components[0], 0.0);
@@ -72,11 +72,11 @@ TEST(TupleParseWords, OnlyBlanksSeparate) {
   EXPECT_EQ(out.components[1], 2);
   EXPECT_FALSE(String::parse(String("1\t2"), 2, out));
   EXPECT_FALSE(String::parse(String("1,2"), 2, out));
-  EXPECT_TRUE(String::parse(String("\t3 4\n"), 2, out));  // part of a word, and ignored there
+  EXPECT_TRUE(String::parse(String("\t3 4\n"), 2, out));  // white space around a word is ignored
   EXPECT_EQ(out.components[0], 3);
 }
 
-TEST(TupleParseWords, MoreThanTheLargestTupleAreRefused) {
+TEST(TupleParseWords, MoreComponentsThanAnyTupleHasAreRefused) {
   double out[MAX_COMPONENTS + 1] = {};
   const String text = numbers(MAX_COMPONENTS + 1);
   EXPECT_TRUE(parseTuple(text.view(), MAX_COMPONENTS, out));

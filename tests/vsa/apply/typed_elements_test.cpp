@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <string>
 
 #include "tests/support/host_scene.h"
 
@@ -37,7 +38,7 @@ class TypedElementsTest : public testing::Test {
     }
     return sum;
   }
-  void setEmptyElements() { typed_.setEmptyElements(array_, FLOAT); }
+  void setEmptyElements() { typed_.setEmptyElements(array_, array_.count(), FLOAT); }
 
   HostOptions options_;
   HostInput array_{options_, "n.a", AttrType::Array};
@@ -93,6 +94,26 @@ TEST_F(TypedElementsTest, AnArrayThatAHostHasCutIsLookedAtAgain) {
   EXPECT_EQ(emptyElements(), 0U);
   array_.shrinkTo(0);
   growTo(900);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
+}
+
+// Elements that the reader has appended are new, whatever was known of their places before.
+TEST_F(TypedElementsTest, ElementsAppendedByTheStatementAreLookedAt) {
+  growTo(1000);
+  setEmptyElements();
+  emptyAll();
+  typed_.setEmptyElements(array_, 500, FLOAT);
+  EXPECT_LE(emptyElements(), 500 - TypedElements::RECHECKED);
+  EXPECT_EQ(element(999).buffers, DataType::Float);
+}
+
+TEST_F(TypedElementsTest, ASceneMayCutTheArrayWhileItIsLookedAt) {
+  growTo(10);
+  options_.onCall = [this](const std::string&) { array_.shrinkTo(4); };
+  setEmptyElements();
+  options_.onCall = nullptr;
+  EXPECT_EQ(array_.count(), 4U);
   setEmptyElements();
   EXPECT_EQ(emptyElements(), 0U);
 }

@@ -1,5 +1,5 @@
-// NamedList: things with a name, in creation order: the inputs and outputs of a node, the members
-// of an object. A short list is scanned, a long one has an index.
+// NamedList: objects with a name, in creation order: the inputs and outputs of a node, the members
+// of an object. A short list is scanned, a long one has a hash index.
 #pragma once
 
 #include <algorithm>
@@ -16,79 +16,111 @@
 
 namespace zn::korvo_sdk {
 
-/// Holds pointers; what they point to belongs to the scene. T answers `name()`.
+/// A list of pointers to objects that belong to the scene. T answers `name()`.
+///
+/// The list itself takes 16 bytes, so that a node fits into a cache line. Its memory, from the pool
+/// while it is small and from malloc otherwise:
+///
+///   | capacity          | content                       |
+///   | up to MAX_SCANNED | the pointers                  |
+///   | larger            | a HashIndex*, then the same   |
 template <class T>
 class NamedList {
  public:
   NamedList() = default;
   NamedList(const NamedList&) = delete;
   NamedList& operator=(const NamedList&) = delete;
+  /// The pool must still exist.
   ~NamedList() {
-    if (!isBlock(room_)) std::free(things_);
+    if (hasIndex(capacity_)) delete index();
+    if (!isInPool(capacity_)) std::free(memoryOf(items_, capacity_));
   }
 
   std::uint64_t count() const noexcept { return count_; }
-  /// The i-th, in creation order; `i` is below `count`.
-  T* at(std::uint64_t i) const noexcept { return things_[i]; }
+  /// The i-th in creation order; `i` is below `count`.
+  T* at(std::uint64_t i) const noexcept { return items_[i]; }
 
-  /// The one of that name, or null.
+  /// The object of that name, or null.
   T* find(const String& name) const noexcept {
-    if (index_ != nullptr) {
-      const auto isNamed = [&](std::uint64_t i) { return things_[i]->name() == name; };
-      const std::uint64_t at = index_->find(name.hash(), isNamed);
-      return at == ds::HashIndex::NONE ? nullptr : things_[at];
-    }
+    if (hasIndex(capacity_)) return findInIndex(name);
     for (std::uint32_t i = 0; i < count_; ++i) {
-      if (things_[i]->name() == name) return things_[i];
+      if (items_[i]->name() == name) return items_[i];
     }
     return nullptr;
   }
 
-  /// Appends one whose name is not in the list yet; `blocks` are those of the scene. Throws
-  /// std::bad_alloc and changes nothing when there is no room.
-  void append(T* thing, Blocks& blocks) {
-    if (count_ == SCANNED && index_ == nullptr) index_ = indexOfAll();
-    if (count_ == room_) grow(blocks);
-    if (index_ != nullptr) index_->insert(thing->name().hash(), count_);
-    things_[count_++] = thing;
+  /// Appends an object whose name is not in the list yet. `pool` is the same in every call. Throws
+  /// std::bad_alloc when memory runs out; then nothing has changed.
+  void append(T* object, SmallBlockPool& pool) {
+    if (count_ == capacity_) grow(pool);
+    if (hasIndex(capacity_)) index()->insert(object->name().hash(), count_);
+    items_[count_++] = object;
   }
 
  private:
-  // Up to this many, a scan is the faster way.
-  static constexpr std::uint32_t SCANNED = 8;
+  static constexpr std::uint32_t MAX_SCANNED = 8;  // up to this many, a scan is the faster way
 
-  static constexpr std::size_t bytesFor(std::uint32_t count) noexcept { return count * sizeof(T*); }
-  static constexpr bool isBlock(std::uint32_t room) noexcept {
-    return bytesFor(room) <= Blocks::MOST_BYTES;
+  static constexpr bool hasIndex(std::uint32_t capacity) noexcept { return capacity > MAX_SCANNED; }
+  static constexpr std::size_t slotsFor(std::uint32_t capacity) noexcept {
+    return std::size_t{capacity} + (hasIndex(capacity) ? 1 : 0);
+  }
+  static constexpr std::size_t bytesFor(std::uint32_t capacity) noexcept {
+    return slotsFor(capacity) * sizeof(void*);
+  }
+  static constexpr bool isInPool(std::uint32_t capacity) noexcept {
+    return bytesFor(capacity) <= SmallBlockPool::MAX_BYTES;
+  }
+  static void* memoryOf(T** items, std::uint32_t capacity) noexcept {
+    return hasIndex(capacity) ? items - 1 : items;
   }
 
-  // To 2, or to twice as many.
-  void grow(Blocks& blocks) {
-    if (room_ > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
-    const std::uint32_t room = room_ == 0 ? 2 : 2 * room_;
-    void* const memory = isBlock(room) ? blocks.take(bytesFor(room)) : std::malloc(bytesFor(room));
+  ds::HashIndex*& index() const noexcept { return reinterpret_cast<ds::HashIndex**>(items_)[-1]; }
+
+  T* findInIndex(const String& name) const noexcept {
+    const auto isNamed = [&](std::uint64_t i) { return items_[i]->name() == name; };
+    const std::uint64_t i = index()->find(name.hash(), isNamed);
+    return i == ds::HashIndex::NONE ? nullptr : items_[i];
+  }
+
+  // To a capacity of 2, or to twice the capacity.
+  void grow(SmallBlockPool& pool) {
+    if (capacity_ > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
+    const std::uint32_t capacity = capacity_ == 0 ? 2 : 2 * capacity_;
+    std::unique_ptr<ds::HashIndex> made;
+    if (hasIndex(capacity) && !hasIndex(capacity_)) made = indexOfAll();
+    T** const grown = allocate(capacity, pool);
+    std::copy_n(items_, count_, grown);
+    ds::HashIndex* const kept = hasIndex(capacity_) ? index() : made.release();
+    free(pool);
+    items_ = grown;
+    capacity_ = capacity;
+    if (hasIndex(capacity)) index() = kept;
+  }
+
+  static T** allocate(std::uint32_t capacity, SmallBlockPool& pool) {
+    const std::size_t bytes = bytesFor(capacity);
+    void* const memory = isInPool(capacity) ? pool.allocate(bytes) : std::malloc(bytes);
     if (memory == nullptr) throw std::bad_alloc();
-    T** const grown = static_cast<T**>(memory);
-    std::copy_n(things_, count_, grown);
-    if (!isBlock(room_)) {
-      std::free(things_);
-    } else if (room_ != 0) {
-      blocks.giveBack(things_, bytesFor(room_));
+    return static_cast<T**>(memory) + (hasIndex(capacity) ? 1 : 0);
+  }
+
+  void free(SmallBlockPool& pool) noexcept {
+    if (!isInPool(capacity_)) {
+      std::free(memoryOf(items_, capacity_));
+    } else if (capacity_ != 0) {
+      pool.deallocate(memoryOf(items_, capacity_), bytesFor(capacity_));
     }
-    things_ = grown;
-    room_ = room;
   }
 
   std::unique_ptr<ds::HashIndex> indexOfAll() const {
     auto index = std::make_unique<ds::HashIndex>();
-    for (std::uint32_t i = 0; i < count_; ++i) index->insert(things_[i]->name().hash(), i);
+    for (std::uint32_t i = 0; i < count_; ++i) index->insert(items_[i]->name().hash(), i);
     return index;
   }
 
-  T** things_ = nullptr;  // a block of the scene; a long list has memory of its own
+  T** items_ = nullptr;
   std::uint32_t count_ = 0;
-  std::uint32_t room_ = 0;
-  std::unique_ptr<ds::HashIndex> index_;  // of all of them, once there are more than SCANNED
+  std::uint32_t capacity_ = 0;
 };
 
 }  // namespace zn::korvo_sdk

@@ -1,11 +1,16 @@
-// Slabs: where the nodes, inputs and outputs of a scene live. Objects stay where they were made, in
-// creation order, until all of them go at once.
+// Slabs: the memory of a scene's nodes, inputs and outputs. Objects keep their addresses, lie in
+// creation order and are destroyed together.
 //
-// A slab lies on a multiple of its own size and begins with a pointer to its owner, so that an
-// object finds its scene from its own address: a scene may hold many millions of inputs, and eight
-// bytes in each would be felt. Objects begin on a multiple of 256 bytes: the reader resolves links
-// in the order of the low 8 bits of the inputs' addresses, so that this order, too, is the same on
-// every run.
+// A slab is aligned to its own size:
+//
+//   | bytes  | content                                          |
+//   | 0      | pointer to the owner                             |
+//   | 256    | objects, without gaps, until the slab is full    |
+//
+// So an object finds its owner from its own address, which saves 8 bytes an object in scenes of
+// millions of inputs. The first object of a slab is aligned to 256 bytes because links are resolved
+// in the order of the low 8 bits of the inputs' addresses: that order is then the same in every
+// run.
 #pragma once
 
 #include <algorithm>
@@ -24,7 +29,7 @@ class Slabs {
   explicit Slabs(Owner* owner) noexcept : owner_(owner) {}
   Slabs(const Slabs&) = delete;
   Slabs& operator=(const Slabs&) = delete;
-  /// No object's end may look at another object.
+  /// Destructors of T must not access other objects of the slabs.
   ~Slabs() {
     for (std::uint64_t i = 0; i < size_; ++i) (*this)[i].~T();
     for (void* const region : regions_) ::operator delete(region, ALIGNMENT);
@@ -32,36 +37,36 @@ class Slabs {
 
   std::uint64_t size() const noexcept { return size_; }
   T& operator[](std::uint64_t i) const noexcept {
-    return *(reinterpret_cast<T*>(slabs_[i / PER_SLAB] + HEADER_BYTES) + i % PER_SLAB);
+    return *(reinterpret_cast<T*>(slabs_[i / MAX_OBJECTS] + HEADER_BYTES) + i % MAX_OBJECTS);
   }
 
-  /// A new object behind the others. Throws what its constructor throws and std::bad_alloc, and
-  /// changes nothing then.
+  /// A new object after the others. Throws what its constructor throws and std::bad_alloc; then
+  /// nothing has changed.
   template <class... Arguments>
   T& make(Arguments&&... arguments) {
-    if (room_ == 0) addSlab();
+    if (freeCount_ == 0) addSlab();
     T* const made = new (next_) T(std::forward<Arguments>(arguments)...);
     ++size_;
     ++next_;
-    --room_;
+    --freeCount_;
     return *made;
   }
 
-  /// The owner of the slabs in which `object` was made.
-  static Owner* ownerOf(const T* object) noexcept {
-    const auto within = reinterpret_cast<std::uintptr_t>(object) % SLAB_BYTES;
-    return *reinterpret_cast<Owner* const*>(reinterpret_cast<const std::byte*>(object) - within);
+  /// The owner of the slabs in which `object`, or an object around it, was made.
+  static Owner* ownerOf(const void* object) noexcept {
+    const auto offset = reinterpret_cast<std::uintptr_t>(object) % SLAB_BYTES;
+    return *reinterpret_cast<Owner* const*>(static_cast<const std::byte*>(object) - offset);
   }
 
  private:
   static constexpr std::size_t SLAB_BYTES = std::size_t{1} << 16;
   static constexpr std::align_val_t ALIGNMENT{SLAB_BYTES};
   static constexpr std::size_t HEADER_BYTES = 256;
-  static constexpr std::uint64_t MOST_SLABS = 16;  // in one region
-  static constexpr std::uint64_t PER_SLAB = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);
+  static constexpr std::uint64_t MAX_OBJECTS = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);  // a slab
+  static constexpr std::uint64_t MAX_SLABS = 16;                                         // a region
 
   void addSlab() {
-    slabs_.push_back(nullptr);  // room first: what is had must be in the list
+    slabs_.push_back(nullptr);  // first, so that a slab cannot be lost
     try {
       if (spareSlabs_ == 0) addRegion();
     } catch (...) {
@@ -72,12 +77,12 @@ class Slabs {
     new (slab) Owner*(owner_);
     slabs_[slabs_.size - 1] = slab;
     next_ = reinterpret_cast<T*>(slab + HEADER_BYTES);
-    room_ = PER_SLAB;
+    freeCount_ = MAX_OBJECTS;
   }
 
-  // As many slabs as there are, up to a mebibyte: to align each by itself would waste another.
+  // As many slabs as there are, up to 1 MiB: aligning each slab on its own would waste another one.
   void addRegion() {
-    const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MOST_SLABS);
+    const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MAX_SLABS);
     regions_.push_back(nullptr);
     try {
       regions_[regions_.size - 1] =
@@ -91,11 +96,11 @@ class Slabs {
 
   Owner* owner_;
   ds::Vector<std::byte*> slabs_;
-  ds::Vector<std::byte*> regions_;  // what slabs are cut from
+  ds::Vector<std::byte*> regions_;  // allocations that are cut into slabs
   std::uint64_t spareSlabs_ = 0;    // of the last region
   std::uint64_t size_ = 0;
-  T* next_ = nullptr;       // where the next object goes
-  std::uint64_t room_ = 0;  // for so many more in the last slab
+  T* next_ = nullptr;            // where the next object is made
+  std::uint64_t freeCount_ = 0;  // objects that still fit into the last slab
 };
 
 }  // namespace zn::korvo_sdk

@@ -2,21 +2,21 @@
 
 namespace zn::korvo_sdk {
 
-Blocks::~Blocks() {
+SmallBlockPool::~SmallBlockPool() {
   for (void* const chunk : chunks_) ::operator delete(chunk);
 }
 
-// What is left of the chunk at hand is given up: it is less than the longest block.
-void Blocks::addChunk() {
-  chunks_.push_back(nullptr);  // room first: a chunk in hand must not be lost
+// The rest of the last chunk is wasted: it is less than MAX_BYTES of 64 KiB.
+void SmallBlockPool::addChunk() {
+  chunks_.push_back(nullptr);  // first, so that a chunk cannot be lost
   try {
     chunks_[chunks_.size - 1] = ::operator new(CHUNK_BYTES);
   } catch (...) {
     --chunks_.size;
     throw;
   }
-  at_ = static_cast<std::byte*>(chunks_[chunks_.size - 1]);
-  end_ = at_ + CHUNK_BYTES;
+  next_ = static_cast<std::byte*>(chunks_[chunks_.size - 1]);
+  end_ = next_ + CHUNK_BYTES;
 }
 
 }  // namespace zn::korvo_sdk

@@ -1,5 +1,5 @@
-// Blocks: where the short lists, tuples and strings of a scene live. A scene has millions of them,
-// of a few bytes each: cut from large chunks they cost no allocation and no header.
+// SmallBlockPool: memory for the short lists, tuples and strings of a scene. A scene has millions
+// of them: cut from large chunks, they cost neither an allocation nor a header each.
 #pragma once
 
 #include <algorithm>
@@ -13,64 +13,63 @@
 
 namespace zn::korvo_sdk {
 
-/// Memory in short blocks. One that is given back serves the next of about its size; all go at
-/// once, with this.
-class VSA_API Blocks {
+/// Allocates blocks of up to MAX_BYTES. A deallocated block is used again for a block of its size
+/// class; all memory is freed with the pool.
+class VSA_API SmallBlockPool {
  public:
-  /// Of the longest block.
-  static constexpr std::size_t MOST_BYTES = 4096;
-  /// Of the shortest block, and what every length is a multiple of.
-  static constexpr std::size_t STEP = 8;
+  static constexpr std::size_t MAX_BYTES = 4096;
+  /// Bytes of the smallest block. Every block's capacity is a multiple of it.
+  static constexpr std::size_t ALIGNMENT = 8;
 
-  Blocks() = default;
-  Blocks(const Blocks&) = delete;
-  Blocks& operator=(const Blocks&) = delete;
-  ~Blocks();
+  SmallBlockPool() = default;
+  SmallBlockPool(const SmallBlockPool&) = delete;
+  SmallBlockPool& operator=(const SmallBlockPool&) = delete;
+  ~SmallBlockPool();
 
-  /// How many bytes a block for `bytes` really has. Eight sizes from one power of two to the next:
-  /// a value that grows and grows leaves a block of each size behind, and these may not add up to
-  /// more than some twelve times the last one.
-  static constexpr std::size_t roomFor(std::size_t bytes) noexcept {
-    const std::size_t step = std::max(STEP, std::bit_floor(bytes - 1) / 8);
-    return (bytes + step - 1) & ~(step - 1);  // a power of two
+  /// Bytes of a block that is allocated for `bytes`: its size class. There are eight classes
+  /// between two powers of two, so that a list that grows step by step, and leaves a block of each
+  /// class behind, wastes at most some twelve times its last size.
+  static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
+    const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);
+    return (bytes + step - 1) & ~(step - 1);  // step is a power of two
   }
 
-  /// A block for 1 to MOST_BYTES bytes, uninitialised, on a multiple of 8. Throws std::bad_alloc;
-  /// nothing is changed then.
-  void* take(std::size_t bytes) {
-    const std::size_t room = roomFor(bytes);
-    Free*& first = free_[room / STEP];
+  /// A block for 1 to MAX_BYTES bytes, uninitialised, aligned to ALIGNMENT. Throws std::bad_alloc;
+  /// then nothing has changed.
+  void* allocate(std::size_t bytes) {
+    const std::size_t capacity = capacityFor(bytes);
+    FreeBlock*& first = freeBlocks_[capacity / ALIGNMENT];
     if (first != nullptr) {
       void* const block = first;
       first = first->next;
       return block;
     }
-    if (static_cast<std::size_t>(end_ - at_) < room) addChunk();
-    void* const block = at_;
-    at_ += room;
+    if (static_cast<std::size_t>(end_ - next_) < capacity) addChunk();
+    void* const block = next_;
+    next_ += capacity;
     return block;
   }
 
-  /// Gives a block back that was taken for `bytes`.
-  void giveBack(void* block, std::size_t bytes) noexcept {
-    Free*& first = free_[roomFor(bytes) / STEP];
-    first = new (block) Free{first};
+  /// Frees a block that was allocated for `bytes`.
+  void deallocate(void* block, std::size_t bytes) noexcept {
+    FreeBlock*& first = freeBlocks_[capacityFor(bytes) / ALIGNMENT];
+    first = new (block) FreeBlock{first};
   }
 
  private:
-  struct Free {
-    Free* next;
+  struct FreeBlock {
+    FreeBlock* next;
   };
 
   static constexpr std::size_t CHUNK_BYTES = std::size_t{1} << 16;
-  static_assert(sizeof(Free) <= STEP && alignof(Free) <= STEP);
+  static_assert(sizeof(FreeBlock) <= ALIGNMENT && alignof(FreeBlock) <= ALIGNMENT);
 
   void addChunk();
 
-  std::byte* at_ = nullptr;  // the rest of the chunk at hand
+  std::byte* next_ = nullptr;  // the unused rest of the last chunk
   std::byte* end_ = nullptr;
   ds::Vector<void*> chunks_;
-  Free* free_[MOST_BYTES / STEP + 1] = {};
+  FreeBlock* freeBlocks_[MAX_BYTES / ALIGNMENT + 1] = {};  // by capacity / ALIGNMENT
 };
 
 }  // namespace zn::korvo_sdk

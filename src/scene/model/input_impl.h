@@ -1,0 +1,124 @@
+// InputImpl: the data of an Input, and its operations. Internal.
+//
+// A scene may hold many millions of inputs, so an input takes 48 bytes: values of more than 64 bits
+// (tuples, strings, buffers, elements, members) lie outside it.
+#pragma once
+
+#include <cstdint>
+
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+#include <vsa/model/input.h>
+#include "scene/model/storage/named_list.h"
+
+namespace zn::korvo_sdk {
+
+class NodeImpl;
+class OutputImpl;
+struct DeclaredInput;
+struct SceneStorage;
+
+class InputImpl final : public Input {
+ public:
+  /// An input of a node.
+  InputImpl(NodeImpl* node, String name, AttrType type);
+  /// A member, or an element with the index, of `parent`.
+  InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrType type);
+  /// Frees what the input holds outside the scene's pool, and accesses no other object.
+  ~InputImpl();
+
+  const String& name() const noexcept { return name_; }
+  NodeImpl& owner() const noexcept;
+  bool isInputOf(const NodeImpl& node) const noexcept { return parent_.node == &node; }
+  bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
+
+  // IInput.
+
+  AttrType type() const override { return typeOf(); }
+  String typeName() const override { return String(attrTypeName(typeOf())); }
+  String path() const override;
+  bool holdsBuffer(bool flag) const override;
+  const interfaces::IEnumeration* enumValues() const override;
+  AttrType elementType() const override;
+  DataType bufferType() const override;
+  void appendElement() override;
+  bool isArray(bool flag) const override;
+  bool refusesValues() const override;
+  InputImpl* createInput(const String& name, AttrType type) override;
+  InputImpl* createArray(const String& name, AttrType elementType) override;
+  bool hasInput(const String& name, AttrType type) override;
+  std::uint64_t count() const override;
+  InputImpl* element(std::uint64_t index) override;
+  InputImpl* input(const String& name) override;
+  void set(const AttrData& structure) override;
+  void assign(const AttrData& value) override;
+  void connect(interfaces::IOutput* output) override;
+  void disconnect() override;
+  void setNode(interfaces::INode* node) override;
+  void retain() override { markUsed(); }
+  void release() override {}
+
+ private:
+  friend class Input;
+
+  struct ElementList {
+    ds::Vector<InputImpl*> inputs;
+    AttrType type = AttrType::Null;
+  };
+
+  // The value of 64 bits, by the input's type. A null pointer is the type's zero value.
+  union Value {
+    bool boolean;
+    std::int64_t integer;
+    double real;
+    double* components;  // in the scene's pool
+    char* string;        // in the scene's pool, or from malloc if isLongString_
+    NodeImpl* node;
+    BufferValue* buffer;  // from new
+    ElementList* elements;
+    NamedList<InputImpl>* members;
+  };
+
+  AttrType typeOf() const noexcept { return static_cast<AttrType>(type_); }
+  InputImpl* parentInput() const noexcept { return isNodeInput_ ? nullptr : parent_.input; }
+  SceneStorage& storage() const noexcept;
+  const DeclaredInput* declared() const noexcept;
+  ElementList& elements();
+  InputImpl* createMember(const String& name, AttrType type, AttrType elementType);
+  void markUsed() noexcept;
+  void warnOfNode(interfaces::INode* node) const;
+  void become(AttrType type) noexcept;
+  void setElementType(AttrType type);
+  void setBuffer(const BufferValue& buffer);
+  void assignString(char* text, bool fits);
+  void freeString() noexcept;
+  void assignBuffer(const BufferValue& buffer, bool fits);
+  void assignPlain(const AttrData& value);
+  void assignComponents(const double* components);
+  void freeValue() noexcept;
+
+  union {
+    NodeImpl* node;    // if isNodeInput_
+    InputImpl* input;  // otherwise
+  } parent_;
+  String name_;  // empty for elements
+  OutputImpl* connection_ = nullptr;
+  Value value_;
+  std::uint32_t index_ = 0;  // of an element
+  std::uint16_t level_;
+  std::uint8_t type_;  // an AttrType
+  bool isNodeInput_ : 1;
+  bool isElement_ : 1;
+  bool isUnused_ : 1;  // an element that counts as empty
+  bool isLongString_ : 1;
+};
+
+#if defined(__LP64__)
+static_assert(sizeof(InputImpl) == 48);
+#endif
+
+inline const InputImpl& Input::impl() const noexcept {
+  return static_cast<const InputImpl&>(*this);
+}
+
+}  // namespace zn::korvo_sdk

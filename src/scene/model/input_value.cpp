@@ -1,0 +1,154 @@
+// InputImpl: values.
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+
+#include "scene/model/input_impl.h"
+#include "scene/model/scene_storage.h"
+
+namespace zn::korvo_sdk {
+
+// Turns a Null input into one of another type, with that type's zero value.
+void InputImpl::become(AttrType type) noexcept {
+  if (typeOf() != AttrType::Null) return;
+  type_ = static_cast<std::uint8_t>(type);
+  value_.integer = 0;
+}
+
+// --- structure ---
+
+void InputImpl::set(const AttrData& structure) {
+  if (structure.type == AttrType::Array) {
+    become(AttrType::Array);
+    setElementType(static_cast<AttrType>(structure.elementType));
+  } else if (structure.type == AttrType::Buffer) {
+    BufferValue empty{};
+    empty.type = static_cast<DataType>(structure.elementType);
+    become(AttrType::Buffer);
+    if (typeOf() == AttrType::Buffer) setBuffer(empty);
+  }
+}
+
+void InputImpl::setElementType(AttrType type) {
+  if (typeOf() == AttrType::Array && (type != AttrType::Null || value_.elements != nullptr)) {
+    elements().type = type;
+  }
+}
+
+// --- values ---
+
+// Every branch takes ownership of the value's memory before anything can throw.
+void InputImpl::assign(const AttrData& value) {
+  markUsed();
+  if (value.type != AttrType::Object) become(value.type);
+  const bool fits = value.type == typeOf();
+  if (value.type == AttrType::String) {
+    assignString(value.payload.string, fits);
+  } else if (value.type == AttrType::Buffer) {
+    assignBuffer(value.payload.buffer, fits);
+  } else if (fits) {
+    assignPlain(value);
+  }
+}
+
+// A short string is copied into the pool and its memory freed, which the next string then reuses.
+void InputImpl::assignString(char* text, bool fits) {
+  std::unique_ptr<char, decltype(&std::free)> memory(text, &std::free);
+  if (!fits) return;
+  const std::size_t bytes = text == nullptr ? 0 : std::strlen(text) + 1;
+  const bool isShort = bytes <= SmallBlockPool::MAX_BYTES;
+  char* kept = nullptr;
+  if (!isShort) {
+    kept = memory.release();
+  } else if (bytes > 1) {
+    kept = static_cast<char*>(storage().pool.allocate(bytes));
+    std::memcpy(kept, text, bytes);
+  }
+  freeString();
+  value_.string = kept;
+  isLongString_ = !isShort;
+}
+
+void InputImpl::freeString() noexcept {
+  if (isLongString_) {
+    std::free(value_.string);
+  } else if (value_.string != nullptr) {
+    storage().pool.deallocate(value_.string, std::strlen(value_.string) + 1);
+  }
+}
+
+bool InputImpl::holdsBuffer(bool /*flag*/) const {
+  return typeOf() == AttrType::Buffer;
+}
+
+DataType InputImpl::bufferType() const {
+  return buffer().type;
+}
+
+void InputImpl::assignBuffer(const BufferValue& buffer, bool fits) {
+  std::unique_ptr<unsigned char, decltype(&std::free)> memory(buffer.memory, &std::free);
+  if (!fits) return;
+  setBuffer(buffer);
+  static_cast<void>(memory.release());  // the input owns it now
+}
+
+// Takes ownership of the buffer's memory.
+void InputImpl::setBuffer(const BufferValue& buffer) {
+  if (value_.buffer == nullptr) {
+    value_.buffer = new BufferValue(buffer);
+  } else {
+    std::free(value_.buffer->memory);
+    *value_.buffer = buffer;
+  }
+}
+
+void InputImpl::assignPlain(const AttrData& value) {
+  switch (value.type) {
+    case AttrType::Bool:
+      value_.boolean = value.payload.boolean;
+      break;
+    case AttrType::Int:
+    case AttrType::UInt:
+      value_.integer = value.payload.integer;
+      break;
+    case AttrType::Real:
+      value_.real = value.payload.real;
+      break;
+    default:
+      assignComponents(value.payload.components);
+      break;
+  }
+}
+
+void InputImpl::assignComponents(const double* components) {
+  const unsigned count = componentCount(typeOf());
+  if (count == 0) return;
+  if (value_.components == nullptr) {
+    value_.components = static_cast<double*>(storage().pool.allocate(count * sizeof(double)));
+  }
+  std::copy_n(components, count, value_.components);
+}
+
+// Memory from the scene's pool is freed with the pool.
+void InputImpl::freeValue() noexcept {
+  switch (typeOf()) {
+    case AttrType::String:
+      if (isLongString_) std::free(value_.string);
+      break;
+    case AttrType::Buffer:
+      if (value_.buffer != nullptr) std::free(value_.buffer->memory);
+      delete value_.buffer;
+      break;
+    case AttrType::Array:
+      delete value_.elements;
+      break;
+    case AttrType::Object:
+      delete value_.members;
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace zn::korvo_sdk

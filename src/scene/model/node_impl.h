@@ -1,0 +1,78 @@
+// NodeImpl: the data of a Node, and its operations. Internal.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include <vsa/foundation/string.h>
+#include <vsa/model/node.h>
+#include "scene/model/input_impl.h"
+#include "scene/model/output_impl.h"
+#include "scene/model/storage/inline_name.h"
+#include "scene/model/storage/named_list.h"
+#include "scene/node_type_table.h"
+
+namespace zn::korvo_sdk {
+
+struct SceneStorage;
+
+class NodeImpl final : public Node {
+ public:
+  /// `position`: of the node among the scene's nodes.
+  NodeImpl(const String& type, const String& name, std::uint64_t position);
+  ~NodeImpl() = default;
+
+  bool isNamed(const InlineName::Key& name) const noexcept { return name_ == name; }
+  std::uint32_t position() const noexcept { return firstOutput_.nodePosition(); }
+  bool isRemoved() const noexcept { return cold_ != nullptr && cold_->isRemoved; }
+  /// Throws std::bad_alloc; then nothing has changed.
+  void markRemoved() { coldMembers().isRemoved = true; }
+  /// The declaration of the node's type; null for an open type.
+  const DeclaredType* declaration() const noexcept {
+    return cold_ != nullptr ? cold_->declaration.get() : nullptr;
+  }
+  const NamedList<InputImpl>& inputs() const noexcept { return inputs_; }
+  SceneStorage& storage() const noexcept;
+
+  // INode.
+
+  String name() const override { return name_.text(); }
+  String type() const override { return type_; }
+  bool hasInput(const String& name, AttrType type) override;
+  InputImpl* input(const String& name) override;
+  InputImpl* createInput(const String& name, AttrType type) override;
+  InputImpl* createArray(const String& name, AttrType elementType) override;
+  OutputImpl* output(const String& name) override;
+
+ private:
+  // Data that few nodes have.
+  struct ColdMembers {
+    std::shared_ptr<const DeclaredType> declaration;
+    NamedList<OutputImpl> outputs;  // except the first
+    bool isRemoved = false;
+  };
+
+  ColdMembers& coldMembers();
+  InputImpl* create(const String& name, AttrType type, AttrType elementType);
+  // `elementType`: of an array's elements, or the DataType of a buffer; 0 while not set.
+  InputImpl* add(const String& name, AttrType type, std::int32_t elementType);
+  InputImpl* instantiate(const String& name);
+  OutputImpl* laterOutput(const String& name, std::uint32_t nameNumber);
+
+  String type_;
+  InlineName name_;
+  NamedList<InputImpl> inputs_;
+  OutputImpl firstOutput_;  // without a name until an output is asked for
+  std::unique_ptr<ColdMembers> cold_;
+};
+
+// Links look up nodes at random: a node in one cache line is one cache miss.
+#if defined(__LP64__)
+static_assert(sizeof(NodeImpl) == 64);
+#endif
+
+inline const NodeImpl& Node::impl() const noexcept {
+  return static_cast<const NodeImpl&>(*this);
+}
+
+}  // namespace zn::korvo_sdk

@@ -1,0 +1,53 @@
+#include "scene/model/node_table.h"
+
+namespace zn::korvo_sdk {
+
+inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name) const {
+  NodeImpl* found = nullptr;
+  index_.find(hash, [&](std::uint64_t i) {
+    NodeImpl& node = nodes_[i];
+    if (!node.isNamed(name)) return false;
+    found = &node;
+    return true;
+  });
+  return found;
+}
+
+// The last answer is recognised by its hash first, for its node may not be in the cache.
+NodeImpl* NodeTable::find(const String& name) {
+  const std::uint64_t hash = name.hash();
+  const InlineName::Key key(name);
+  if (hash == lastFoundHash_ && lastFound_->isNamed(key)) return lastFound_;
+  NodeImpl* const found = look(hash, key);
+  if (found == nullptr) {
+    lastMissing_ = name;
+    return nullptr;
+  }
+  lastFound_ = found;
+  lastFoundHash_ = hash;
+  return found;
+}
+
+NodeImpl* NodeTable::create(const String& type, const String& name) {
+  const bool isMissing = !name.isEmpty() && lastMissing_ == name;
+  if (!isMissing && find(name) != nullptr) return nullptr;
+  const std::uint64_t hash = name.hash();
+  const std::uint64_t position = nodes_.size();
+  index_.reserveOne();
+  NodeImpl& made = nodes_.make(type, name, position);
+  index_.insert(hash, position);
+  lastFound_ = &made;
+  lastFoundHash_ = hash;
+  lastMissing_ = String();
+  return &made;
+}
+
+void NodeTable::remove(const String& name) {
+  NodeImpl* const node = look(name.hash(), InlineName::Key(name));
+  if (node == nullptr) return;
+  node->markRemoved();
+  index_.erase(name.hash(), node->position());
+  lastFoundHash_ = 0;
+}
+
+}  // namespace zn::korvo_sdk

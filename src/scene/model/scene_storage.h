@@ -1,0 +1,41 @@
+// SceneStorage: everything that a Scene owns. Nodes, inputs and outputs find it from their own
+// addresses, see Slabs. Internal.
+#pragma once
+
+#include <cstdint>
+
+#include <vsa/foundation/string.h>
+#include <vsa/foundation/vector.h>
+#include "scene/model/input_impl.h"
+#include "scene/model/node_impl.h"
+#include "scene/model/node_table.h"
+#include "scene/model/output_impl.h"
+#include "scene/model/scene_limits.h"
+#include "scene/model/storage/output_names.h"
+#include "scene/model/storage/slabs.h"
+#include "scene/model/storage/small_block_pool.h"
+
+namespace zn::korvo_sdk {
+
+/// The header of the file.
+struct FileHeader {
+  unsigned long long version = 0;
+  String time;
+  ds::Vector<String> comments;
+};
+
+struct SceneStorage {
+  explicit SceneStorage(Scene* owner) noexcept : scene(owner) {}
+
+  Scene* const scene;
+  SmallBlockPool pool;  // destroyed last: the lists below lie in it
+  NodeTable nodes{this};
+  Slabs<InputImpl, SceneStorage> inputs{this};
+  Slabs<OutputImpl, SceneStorage> outputs{this};  // the first one of a node lies inside the node
+  OutputNames outputNames;
+  InputImpl* lastFoundInput = nullptr;  // of a node: consecutive look-ups are mostly for one input
+  SceneLimits limits;
+  FileHeader header;
+};
+
+}  // namespace zn::korvo_sdk

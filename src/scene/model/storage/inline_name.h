@@ -1,0 +1,106 @@
+// InlineName: the name of a node, stored inside the node. A look-up then compares names within the
+// node's cache line and does not load the String's buffer.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <new>
+#include <string_view>
+
+#include <vsa/foundation/string.h>
+#include "foundation/base/load_word.h"
+
+namespace zn::korvo_sdk {
+
+/// A name of any length in 16 bytes:
+///
+///   | length       | bytes 0-7       | bytes 8-14       | byte 15    |
+///   | up to 15     | characters 0-7  | characters 8-14  | the length |
+///   | 16 and more  | a String        | 0                | LONG       |
+class InlineName {
+ public:
+  /// A name to compare others with. Refers to the String.
+  class Key {
+   public:
+    explicit Key(const String& name) noexcept;
+
+   private:
+    friend InlineName;
+    const String& name_;
+    std::uint64_t head_ = 0;
+    std::uint64_t tail_;
+  };
+
+  /// Copies the characters of a short name, shares the buffer of a long one.
+  explicit InlineName(const String& name) noexcept {
+    const Key key(name);
+    tail_ = key.tail_;
+    if (isLong()) {
+      new (&head_.text) String(name);
+    } else {
+      head_.characters = key.head_;
+    }
+  }
+  InlineName(const InlineName&) = delete;
+  InlineName& operator=(const InlineName&) = delete;
+  ~InlineName() {
+    if (isLong()) head_.text.~String();
+  }
+
+  bool operator==(const Key& key) const noexcept {
+    if (tail_ != key.tail_) return false;
+    return isLong() ? head_.text == key.name_ : head_.characters == key.head_;
+  }
+
+  /// The name as a String. Throws std::bad_alloc.
+  String text() const {
+    if (isLong()) return head_.text;
+    char bytes[16];
+    for (int i = 0; i < 8; ++i) {
+      bytes[i] = static_cast<char>(head_.characters >> 8 * i);
+      bytes[8 + i] = static_cast<char>(tail_ >> 8 * i);
+    }
+    return String::copyOf({bytes, static_cast<std::size_t>(tail_ >> LENGTH_SHIFT)});
+  }
+
+ private:
+  static constexpr std::uint64_t MAX_LENGTH = 15;
+  static constexpr int LENGTH_SHIFT = 56;
+  static constexpr std::uint64_t LONG = 0xFF;
+
+  union Head {
+    Head() {}
+    ~Head() {}
+    std::uint64_t characters;
+    String text;
+  };
+
+  bool isLong() const noexcept { return tail_ >> LENGTH_SHIFT == LONG; }
+
+  Head head_;
+  std::uint64_t tail_;  // numbers, so that the byte order of the machine does not matter
+};
+
+// Two loads that overlap cover a text that is as long as one word and no longer than two. Shifting
+// drops the characters that the second load has in common with the first.
+inline InlineName::Key::Key(const String& name) noexcept : name_(name) {
+  const std::string_view text = name.view();
+  const char* const at = text.data();
+  const std::size_t length = text.size();
+  tail_ = (length <= MAX_LENGTH ? length : LONG) << LENGTH_SHIFT;
+  if (length > MAX_LENGTH) return;
+  if (length >= 8) {
+    head_ = detail::loadLittleEndian(at);
+    tail_ |= detail::loadLittleEndian(at + length - 8) >> 8 >> 8 * (MAX_LENGTH - length);
+  } else if (length >= 4) {
+    head_ = detail::loadLittleEndian<std::uint32_t>(at) |
+            std::uint64_t{detail::loadLittleEndian<std::uint32_t>(at + length - 4)}
+                << 8 * (length - 4);
+  } else {
+    for (std::size_t i = 0; i < length; ++i) {
+      head_ |= std::uint64_t{static_cast<unsigned char>(at[i])} << 8 * i;
+    }
+  }
+}
+
+}  // namespace zn::korvo_sdk
