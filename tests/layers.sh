@@ -20,7 +20,7 @@ src/foundation/compression include/vsa/foundation include/vsa/diagnostics src/fo
 src/foundation/io          include/vsa/foundation src/foundation/base
 src/diagnostics            include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
 src/scene                  include/vsa/foundation include/vsa/scene src/foundation/text
-src/scene/model/storage    include/vsa/foundation src/foundation/containers src/foundation/text
+src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers src/foundation/text
 src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/containers src/diagnostics src/scene src/scene/model/storage
 src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
 src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/vsa/lex
