@@ -94,6 +94,7 @@ void VsaParser::advance() {
   }
   // Copy member by member: line and column were written by two stores, and one load of both would
   // stall until the stores complete.
+  // NOLINTNEXTLINE(bugprone-use-after-move): every member is assigned
   slot.type = lastLexed.type;
   slot.line = lastLexed.line;
   slot.text = lastLexed.text;
