@@ -1,5 +1,5 @@
-// The table of declared node types. Look-ups lock it shared, and not at all while it is empty, as
-// it is in most programs.
+// The table of declared node types. A look-up takes a shared lock. While the table is empty, as in
+// most programs, a look-up takes no lock.
 #include "scene/node_type_table.h"
 
 #include <atomic>
@@ -13,7 +13,7 @@ namespace {
 
 using TypePointer = std::shared_ptr<const DeclaredType>;
 
-// Stands outside the table, so that asking for it never allocates the table.
+// Not a member of the table, because reading it must not allocate the table.
 constinit std::atomic<bool> isTableEmpty{true};
 
 class NodeTypeTable {

@@ -65,7 +65,7 @@ std::shared_ptr<const DeclaredType> declaredType(std::string_view name);
 /// Whether any type is declared. Safe from any thread.
 bool hasDeclaredTypes() noexcept;
 
-/// Adds a type, over an earlier one of that name, and removes one. Safe from any thread.
+/// Adds a type or replaces the type of that name. Safe from any thread.
 void addDeclaredType(const std::string& name, std::shared_ptr<const DeclaredType> type);
 void removeDeclaredType(const std::string& name);
 

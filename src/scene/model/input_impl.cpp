@@ -48,7 +48,7 @@ SceneStorage& InputImpl::storage() const noexcept {
   return *Slabs<InputImpl, SceneStorage>::ownerOf(this);
 }
 
-// --- place ---
+// --- owner and path ---
 
 NodeImpl& InputImpl::owner() const noexcept {
   const InputImpl* input = this;
@@ -56,7 +56,7 @@ NodeImpl& InputImpl::owner() const noexcept {
   return *input->parent_.node;
 }
 
-// Put together from the parents, outermost first.
+// Concatenates the names of the parents, outermost first.
 String InputImpl::path() const {
   std::string text(owner().name().view());
   ds::Vector<const InputImpl*> chain;
@@ -127,7 +127,7 @@ void InputImpl::appendElement() {
   }
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
-  list.inputs.push_back(nullptr);  // first, so that the new element is always in the list
+  list.inputs.push_back(nullptr);  // first, so that the list cannot fail to store the new element
   try {
     list.inputs[index] =
         &scene.inputs.make(this, String(), static_cast<std::uint32_t>(index), list.type);
@@ -139,7 +139,7 @@ void InputImpl::appendElement() {
   markUsed();
 }
 
-// From now on an element does not count as empty.
+// An input that is in use does not count as an empty element.
 void InputImpl::markUsed() noexcept {
   if (!isUnused_) return;
   isUnused_ = false;

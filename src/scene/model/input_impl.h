@@ -1,7 +1,7 @@
 // InputImpl: the data of an Input, and its operations. Internal.
 //
-// A scene may hold many millions of inputs, so an input takes 48 bytes: values of more than 64 bits
-// (tuples, strings, buffers, elements, members) lie outside it.
+// A scene may have many millions of inputs, so an input takes 48 bytes. Values of more than 64 bits
+// (tuples, strings, buffers, elements, members) are stored outside it.
 #pragma once
 
 #include <cstdint>
@@ -22,9 +22,9 @@ class InputImpl final : public Input {
  public:
   /// An input of a node.
   InputImpl(NodeImpl* node, String name, AttrType type);
-  /// A member, or an element with the index, of `parent`.
+  /// A member of `parent`, or its element at `index`.
   InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrType type);
-  /// Frees what the input holds outside the scene's pool, and accesses no other object.
+  /// Frees the memory of the value that is not from the scene's pool. Accesses no other object.
   ~InputImpl();
 
   const String& name() const noexcept { return name_; }
@@ -66,7 +66,8 @@ class InputImpl final : public Input {
     AttrType type = AttrType::Null;
   };
 
-  // The value of 64 bits, by the input's type. A null pointer is the type's zero value.
+  // The value, or a pointer to it. The input's type selects the member. Null is the type's zero
+  // value.
   union Value {
     bool boolean;
     std::int64_t integer;

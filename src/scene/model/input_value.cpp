@@ -1,4 +1,4 @@
-// InputImpl: values.
+// InputImpl: setting values.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +9,7 @@
 
 namespace zn::korvo_sdk {
 
-// Turns a Null input into one of another type, with that type's zero value.
+// Changes a Null input to another type, with the zero value of that type.
 void InputImpl::become(AttrType type) noexcept {
   if (typeOf() != AttrType::Null) return;
   type_ = static_cast<std::uint8_t>(type);
@@ -38,7 +38,7 @@ void InputImpl::setElementType(AttrType type) {
 
 // --- values ---
 
-// Every branch takes ownership of the value's memory before anything can throw.
+// Each branch takes ownership of the value's memory before it can throw.
 void InputImpl::assign(const AttrData& value) {
   markUsed();
   if (value.type != AttrType::Object) become(value.type);
@@ -52,7 +52,8 @@ void InputImpl::assign(const AttrData& value) {
   }
 }
 
-// A short string is copied into the pool and its memory freed, which the next string then reuses.
+// Copies a short string into the pool and frees its memory, which malloc then reuses for the next
+// string.
 void InputImpl::assignString(char* text, bool fits) {
   std::unique_ptr<char, decltype(&std::free)> memory(text, &std::free);
   if (!fits) return;

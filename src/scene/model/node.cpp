@@ -73,7 +73,7 @@ InputImpl* NodeImpl::create(const String& name, AttrType type, AttrType elementT
   return add(name, type, static_cast<std::int32_t>(elementType));
 }
 
-// Null for a name that the node's type does not declare.
+// Returns null for a name that the node's type does not declare.
 InputImpl* NodeImpl::instantiate(const String& name) {
   const DeclaredInput* const declared = declaration()->input(name.view());
   if (declared == nullptr) return nullptr;
@@ -84,7 +84,7 @@ InputImpl* NodeImpl::instantiate(const String& name) {
   return add(name, input.type, elementType);
 }
 
-// Appends the input to the list last: only complete inputs are found there.
+// Appends the input to the list last, so that the list contains only complete inputs.
 InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t elementType) {
   SceneStorage& scene = storage();
   if (scene.limits.depth == 0) scene.limits.throwTooDeep(this->name() + "." + name);

@@ -18,7 +18,7 @@ struct SceneStorage;
 
 class NodeImpl final : public Node {
  public:
-  /// `position`: of the node among the scene's nodes.
+  /// `position`: the index of the node among the scene's nodes.
   NodeImpl(const String& type, const String& name, std::uint64_t position);
   ~NodeImpl() = default;
 
@@ -54,7 +54,8 @@ class NodeImpl final : public Node {
 
   ColdMembers& coldMembers();
   InputImpl* create(const String& name, AttrType type, AttrType elementType);
-  // `elementType`: of an array's elements, or the DataType of a buffer; 0 while not set.
+  // `elementType`: the AttrType of an array's elements or the DataType of a buffer; 0 while not
+  // set.
   InputImpl* add(const String& name, AttrType type, std::int32_t elementType);
   InputImpl* instantiate(const String& name);
   OutputImpl* laterOutput(const String& name, std::uint32_t nameNumber);
@@ -62,11 +63,11 @@ class NodeImpl final : public Node {
   String type_;
   InlineName name_;
   NamedList<InputImpl> inputs_;
-  OutputImpl firstOutput_;  // without a name until an output is asked for
+  OutputImpl firstOutput_;  // unnamed until the first output is looked up
   std::unique_ptr<ColdMembers> cold_;
 };
 
-// Links look up nodes at random: a node in one cache line is one cache miss.
+// Links look up nodes in random order: with a node in one cache line, each costs one cache miss.
 #if defined(__LP64__)
 static_assert(sizeof(NodeImpl) == 64);
 #endif

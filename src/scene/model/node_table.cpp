@@ -13,7 +13,7 @@ inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name
   return found;
 }
 
-// The last answer is recognised by its hash first, for its node may not be in the cache.
+// Compares the hash of the node found last before its name: the node may not be in the cache.
 NodeImpl* NodeTable::find(const String& name) {
   const std::uint64_t hash = name.hash();
   const InlineName::Key key(name);

@@ -16,29 +16,33 @@ class NodeTable {
  public:
   explicit NodeTable(SceneStorage* owner) noexcept : nodes_(owner) {}
 
-  /// Nodes ever made, removed ones included.
+  /// The number of nodes created, including removed ones.
   std::uint64_t slots() const noexcept { return nodes_.size(); }
-  /// Nodes that were not removed.
+  /// The number of nodes that were not removed.
   std::uint64_t count() const noexcept { return index_.size(); }
-  /// The node made as the i-th, removed or not; `position` is below `slots()`.
+  /// The i-th node in creation order, removed or not. `position` must be less than `slots()`.
   NodeImpl& at(std::uint64_t position) const noexcept { return nodes_[position]; }
 
-  /// The node of that name, or null. Remembers the answer for the next call and for `create`.
+  /// The node of that name, or null. Caches the answer for the next `find` or `create`.
   NodeImpl* find(const String& name);
-  /// A new node; null if the name exists. Throws std::bad_alloc; then nothing has changed.
+  /// Creates a node. Returns null if the name exists. Throws std::bad_alloc; then nothing has
+  /// changed.
   NodeImpl* create(const String& type, const String& name);
-  /// Takes the node out of look-ups; does nothing for a name that no node has. Throws
-  /// std::bad_alloc; then nothing has changed.
+  /// Removes the node from look-ups. Does nothing for an unknown name. Throws std::bad_alloc; then
+  /// nothing has changed.
   void remove(const String& name);
 
  private:
   NodeImpl* look(std::uint64_t hash, const InlineName::Key& name) const;
 
   Slabs<NodeImpl, SceneStorage> nodes_;
-  ds::HashIndex index_;              // of the nodes that were not removed
-  std::uint64_t lastFoundHash_ = 0;  // of the name found last; 0, the hash of no name, for none
-  NodeImpl* lastFound_ = nullptr;    // consecutive statements are mostly about one node
-  String lastMissing_;  // last failed look-up, so that `create` need not repeat it; empty for none
+  ds::HashIndex index_;  // of the nodes that were not removed
+  // The node found last, because consecutive statements are mostly about one node, and the hash of
+  // its name. No name has the hash 0, so 0 means none.
+  std::uint64_t lastFoundHash_ = 0;
+  NodeImpl* lastFound_ = nullptr;
+  // The name of the last failed look-up, so that `create` need not repeat it; empty for none.
+  String lastMissing_;
 };
 
 }  // namespace zn::korvo_sdk

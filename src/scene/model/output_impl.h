@@ -11,19 +11,20 @@ namespace zn::korvo_sdk {
 class NodeImpl;
 struct SceneStorage;
 
-/// An output in 8 bytes: it lies in a slab, inside its node or by itself, and finds its scene from
-/// its address.
+/// Takes 8 bytes. Stored in a slab, directly or as a member of its node, so that it finds its scene
+/// from its address.
 class OutputImpl final : public Output {
  public:
-  /// `nodePosition`: of the output's node among the scene's nodes, of which there are fewer than
+  /// `nodePosition`: the index of the output's node among the scene's nodes. There are fewer than
   /// 2^32.
   explicit OutputImpl(std::uint64_t nodePosition) noexcept
       : nodePosition_(static_cast<std::uint32_t>(nodePosition)) {}
 
-  /// Gives the output a name, by its number, if it has none. False if it has another name.
+  /// Names the output if it has no name yet. `number` is the number of the name in OutputNames.
+  /// Returns false if the output has another name.
   bool takeName(std::uint32_t number) noexcept {
-    // No `||`: whether an output has its name yet is random from link to link, and a mispredicted
-    // branch would wait for the node's cache line (links 100k, connections alone: 3.2 to 2.7 ms).
+    // Without `||`: whether an output has a name yet is unpredictable, and a mispredicted branch
+    // would wait for the node's cache line (links 100k, connections alone: 3.2 to 2.7 ms).
     const bool fits = (nameNumber_ == UNNAMED) | (nameNumber_ == number);
     if (fits) nameNumber_ = number;
     return fits;

@@ -1,4 +1,4 @@
-// SceneLimits: how many array elements may be empty, and how deep inputs nest. Internal.
+// SceneLimits: the limits on empty array elements and on the nesting depth of inputs. Internal.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,9 @@ namespace zn::korvo_sdk {
 struct SceneLimits {
   std::uint64_t emptyElements = Scene::DEFAULT_EMPTY_ELEMENT_LIMIT;
   std::uint64_t depth = Scene::DEFAULT_DEPTH_LIMIT;
-  std::uint64_t emptyElementCount = 0;  ///< Elements that exist and are empty.
+  std::uint64_t emptyElementCount = 0;  ///< Number of empty elements.
 
-  /// Throws DiagnosticError for an input that would lie deeper than `depth`.
+  /// Throws DiagnosticError for an input deeper than `depth`.
   [[noreturn]] void throwTooDeep(const String& path) const;
   /// Throws DiagnosticError if `array` cannot grow by an empty element.
   void checkEmptyElements(const Input& array) const;

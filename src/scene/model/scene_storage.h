@@ -28,12 +28,14 @@ struct SceneStorage {
   explicit SceneStorage(Scene* owner) noexcept : scene(owner) {}
 
   Scene* const scene;
-  SmallBlockPool pool;  // destroyed last: the lists below lie in it
+  SmallBlockPool pool;  // declared first, so destroyed last: the lists use its memory
   NodeTable nodes{this};
   Slabs<InputImpl, SceneStorage> inputs{this};
-  Slabs<OutputImpl, SceneStorage> outputs{this};  // the first one of a node lies inside the node
+  // Except the first output of each node, which is a member of the node.
+  Slabs<OutputImpl, SceneStorage> outputs{this};
   OutputNames outputNames;
-  InputImpl* lastFoundInput = nullptr;  // of a node: consecutive look-ups are mostly for one input
+  // The input of a node found last: consecutive look-ups are mostly for the same input.
+  InputImpl* lastFoundInput = nullptr;
   SceneLimits limits;
   FileHeader header;
 };

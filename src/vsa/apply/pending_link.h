@@ -48,7 +48,7 @@ class AddressFilter {
   using Pages = std::unordered_map<std::uintptr_t, std::uintptr_t>;  // page -> highest address
 
   Pages highest_;
-  Pages::value_type* last_ = nullptr;  // the page added to last
+  Pages::value_type* last_ = nullptr;  // the page of the last `add`
 };
 
 /// Pending links by target input.

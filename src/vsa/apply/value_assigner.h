@@ -19,8 +19,8 @@ class ValueAssigner {
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements, ReadSession* session)
       : emitter_(emitter), typedElements_(typedElements), session_(session) {}
 
-  /// Converts the value to the type of the input of `target`, which is resolved, and assigns it; or
-  /// logs why it cannot.
+  /// Converts the value to the type of the target's input and assigns it, or logs why this is not
+  /// possible. `target` must have been resolved to an input.
   void assign(AssignInfo& info, const PathResolver& target);
 
  private:

@@ -62,7 +62,7 @@ constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
 template <class Integer>
 Integer rounded(double value) noexcept {
   using Limits = std::numeric_limits<Integer>;
-  // Both bounds are powers of two, or zero: exact as doubles.
+  // The bounds are powers of two or zero. A double represents them exactly.
   const double beyond = std::ldexp(1.0, Limits::digits);
   if (std::isnan(value)) return 0;
   const double whole = std::round(value);

@@ -184,7 +184,7 @@ Token Lexer::invalid(DiagnosticId id, const String& list) const {
   return {Type::Invalid, problem_.logLine(), line, column};
 }
 
-// The 32 bits of `index` wrap around: sources with more bytes count that at each block.
+// `index` has 32 bits and wraps around. countIndexWraps counts how often, once per block.
 std::int64_t Lexer::offset() const noexcept {
   const auto now = static_cast<std::uint32_t>(index);
   if (isOffsetUnknown_) return Diagnostic::UNKNOWN_OFFSET;

@@ -86,9 +86,10 @@ class Lexer {
   /// Every `consume` calls this: it advances the position by the lookahead and makes `next` the new
   /// lookahead.
   char step(char next) noexcept;
-  /// Derived classes call this before each block of bytes, which has fewer than 2^32.
+  /// Derived classes call this before they read a block of bytes. A block has fewer than 2^32
+  /// bytes.
   void countIndexWraps() noexcept;
-  /// Derived classes that do not count blocks call this: `index` may wrap around.
+  /// Derived classes that do not read in blocks call this when `index` may wrap around.
   void forgetOffset() noexcept { isOffsetUnknown_ = true; }
   /// Derived classes call this when the source has no more characters.
   void endSource() noexcept { sourceEnded_ = true; }
@@ -134,7 +135,7 @@ class Lexer {
   bool sourceEnded_ = false;
   bool isOffsetUnknown_ = false;
   std::uint32_t indexAtBlock_ = 0;  // `index` when the current block was read
-  std::uint32_t indexWraps_ = 0;    // of `index` before that
+  std::uint32_t indexWraps_ = 0;    // how often `index` had wrapped around at that time
   mutable Diagnostic problem_;      // the functions that make Invalid tokens are const
 };
 

@@ -7,7 +7,7 @@ namespace zn::korvo_sdk::impl {
 
 using zn::detail::OpenFile;
 
-// The window is the whole text, and its first byte the lookahead. The lookahead of an empty text is
+// The window is the whole text. Its first byte is the lookahead. The lookahead of an empty text is
 // NUL, which is skipped like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];

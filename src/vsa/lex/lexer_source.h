@@ -8,7 +8,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reads a text in memory; the caller's String shares it.
+/// Reads a String. Shares its characters with the caller's handle.
 class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);

@@ -54,12 +54,13 @@ NormalizedList normalizeListPortable(const char* from, const char* end, char* to
 
 namespace {
 
-// The classes of bytes, by nibble: the classes of a byte are byHigh[high] & byLow[low]. Bytes from
-// 0x80 on have none. Each bit represents one row of 16 bytes. Equal rows share a bit.
+// The classes of a byte are byHigh[high nibble] & byLow[low nibble]. Bytes from 0x80 on have none.
+// One bit stands for a set of low nibbles within one class. High nibbles with the same set share
+// the bit.
 struct NibbleTables {
   alignas(16) std::int8_t byHigh[16] = {};
   alignas(16) std::int8_t byLow[16] = {};
-  std::int8_t numberBits = 0;  // all bits of number characters; the other bits are of separators
+  std::int8_t numberBits = 0;  // the bits of number characters; all other bits are of separators
 };
 
 constexpr std::uint16_t rowOfClass(unsigned high, bool (*isInClass)(char)) {

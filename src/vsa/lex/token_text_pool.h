@@ -46,7 +46,8 @@ class TokenTextPool {
   static constexpr std::size_t MAX_WORD_BYTES = 64;
   // The memory of longer texts is too large to be kept.
   static constexpr std::size_t MAX_REUSED_BYTES = 4096;
-  // More than one statement refers to, so each is unreferenced when it is reused.
+  // A statement refers to fewer texts than this. When a text is reused, no statement refers to it
+  // any more.
   static constexpr std::size_t REUSED_STRINGS = 8;
   // Number of interned words. Small at first, because many texts are short. The maximum fits into
   // the CPU caches: a look-up that misses them costs more than copying the word.

@@ -19,7 +19,7 @@ namespace zn::korvo_sdk {
 ///   | 16 and more  | a String        | 0                | LONG       |
 class InlineName {
  public:
-  /// A name to compare others with. Refers to the String.
+  /// A name prepared for comparisons. The String must outlive it.
   class Key {
    public:
     explicit Key(const String& name) noexcept;
@@ -81,8 +81,8 @@ class InlineName {
   std::uint64_t tail_;  // numbers, so that the byte order of the machine does not matter
 };
 
-// Two loads that overlap cover a text that is as long as one word and no longer than two. Shifting
-// drops the characters that the second load has in common with the first.
+// Two overlapping loads read a name of one to two words. The shift drops the characters that the
+// second load has in common with the first.
 inline InlineName::Key::Key(const String& name) noexcept : name_(name) {
   const std::string_view text = name.view();
   const char* const at = text.data();

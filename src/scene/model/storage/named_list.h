@@ -1,5 +1,5 @@
-// NamedList: objects with a name, in creation order: the inputs and outputs of a node, the members
-// of an object. A short list is scanned, a long one has a hash index.
+// NamedList: named objects in creation order, such as the inputs of a node or the members of an
+// object. A search scans a short list and uses the hash index of a long one.
 #pragma once
 
 #include <algorithm>
@@ -16,21 +16,21 @@
 
 namespace zn::korvo_sdk {
 
-/// A list of pointers to objects that belong to the scene. T answers `name()`.
+/// A list of pointers to objects that belong to the scene. T has a function `name()`.
 ///
-/// The list itself takes 16 bytes, so that a node fits into a cache line. Its memory, from the pool
-/// while it is small and from malloc otherwise:
+/// The list itself takes 16 bytes, so that a node fits into a cache line. Its memory comes from the
+/// pool up to SmallBlockPool::MAX_BYTES and from malloc above:
 ///
-///   | capacity          | content                       |
-///   | up to MAX_SCANNED | the pointers                  |
-///   | larger            | a HashIndex*, then the same   |
+///   | capacity          | content                                |
+///   | up to MAX_SCANNED | the pointers                           |
+///   | larger            | a HashIndex*, followed by the pointers |
 template <class T>
 class NamedList {
  public:
   NamedList() = default;
   NamedList(const NamedList&) = delete;
   NamedList& operator=(const NamedList&) = delete;
-  /// The pool must still exist.
+  /// The pool must outlive the list.
   ~NamedList() {
     if (hasIndex(capacity_)) delete index();
     if (!isInPool(capacity_)) std::free(memoryOf(items_, capacity_));
@@ -58,7 +58,8 @@ class NamedList {
   }
 
  private:
-  static constexpr std::uint32_t MAX_SCANNED = 8;  // up to this many, a scan is the faster way
+  // Above this size, the index is faster than a scan.
+  static constexpr std::uint32_t MAX_SCANNED = 8;
 
   static constexpr bool hasIndex(std::uint32_t capacity) noexcept { return capacity > MAX_SCANNED; }
   static constexpr std::size_t slotsFor(std::uint32_t capacity) noexcept {
@@ -82,7 +83,7 @@ class NamedList {
     return i == ds::HashIndex::NONE ? nullptr : items_[i];
   }
 
-  // To a capacity of 2, or to twice the capacity.
+  // Sets the capacity to 2, or doubles it.
   void grow(SmallBlockPool& pool) {
     if (capacity_ > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
     const std::uint32_t capacity = capacity_ == 0 ? 2 : 2 * capacity_;

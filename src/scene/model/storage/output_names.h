@@ -1,5 +1,5 @@
-// OutputNames: the names of a scene's outputs, each stored once. Scenes have millions of outputs
-// that share a few names, so an output refers to its name by a number.
+// OutputNames: the names of a scene's outputs, each stored once. A scene has millions of outputs
+// that share a few names, so an output stores the number of its name.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +22,7 @@ class OutputNames {
     return last_;
   }
 
-  /// The name that has the number.
+  /// The name with that number.
   const String& operator[](std::uint32_t number) const noexcept { return names_[number]; }
 
  private:

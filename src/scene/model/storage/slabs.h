@@ -1,5 +1,5 @@
-// Slabs: the memory of a scene's nodes, inputs and outputs. Objects keep their addresses, lie in
-// creation order and are destroyed together.
+// Slabs: the memory of a scene's nodes, inputs and outputs. Objects keep their addresses, are
+// stored in creation order and are destroyed together.
 //
 // A slab is aligned to its own size:
 //
@@ -7,10 +7,10 @@
 //   | 0      | pointer to the owner                             |
 //   | 256    | objects, without gaps, until the slab is full    |
 //
-// So an object finds its owner from its own address, which saves 8 bytes an object in scenes of
-// millions of inputs. The first object of a slab is aligned to 256 bytes because links are resolved
-// in the order of the low 8 bits of the inputs' addresses: that order is then the same in every
-// run.
+// An object therefore finds its owner from its own address. This saves 8 bytes an object in scenes
+// of millions of inputs. The first object of a slab is aligned to 256 bytes because links are
+// resolved in the order of the low 8 bits of the inputs' addresses. With this alignment the order
+// is the same in every run.
 #pragma once
 
 #include <algorithm>
@@ -40,8 +40,8 @@ class Slabs {
     return *(reinterpret_cast<T*>(slabs_[i / MAX_OBJECTS] + HEADER_BYTES) + i % MAX_OBJECTS);
   }
 
-  /// A new object after the others. Throws what its constructor throws and std::bad_alloc; then
-  /// nothing has changed.
+  /// Creates an object after the others. Throws std::bad_alloc and the exceptions of its
+  /// constructor; then nothing has changed.
   template <class... Arguments>
   T& make(Arguments&&... arguments) {
     if (freeCount_ == 0) addSlab();
@@ -52,7 +52,7 @@ class Slabs {
     return *made;
   }
 
-  /// The owner of the slabs in which `object`, or an object around it, was made.
+  /// The owner of the slabs that contain `object`. `object` may be a member of an object in a slab.
   static Owner* ownerOf(const void* object) noexcept {
     const auto offset = reinterpret_cast<std::uintptr_t>(object) % SLAB_BYTES;
     return *reinterpret_cast<Owner* const*>(static_cast<const std::byte*>(object) - offset);
@@ -66,7 +66,7 @@ class Slabs {
   static constexpr std::uint64_t MAX_SLABS = 16;                                         // a region
 
   void addSlab() {
-    slabs_.push_back(nullptr);  // first, so that a slab cannot be lost
+    slabs_.push_back(nullptr);  // first, so that a slab cannot be leaked
     try {
       if (spareSlabs_ == 0) addRegion();
     } catch (...) {
@@ -80,7 +80,8 @@ class Slabs {
     freeCount_ = MAX_OBJECTS;
   }
 
-  // As many slabs as there are, up to 1 MiB: aligning each slab on its own would waste another one.
+  // Adds as many slabs as exist, up to 1 MiB. Aligning each slab on its own would waste another
+  // slab.
   void addRegion() {
     const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MAX_SLABS);
     regions_.push_back(nullptr);
@@ -99,7 +100,7 @@ class Slabs {
   ds::Vector<std::byte*> regions_;  // allocations that are cut into slabs
   std::uint64_t spareSlabs_ = 0;    // of the last region
   std::uint64_t size_ = 0;
-  T* next_ = nullptr;            // where the next object is made
+  T* next_ = nullptr;            // where the next object is created
   std::uint64_t freeCount_ = 0;  // objects that still fit into the last slab
 };
 

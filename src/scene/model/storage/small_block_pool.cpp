@@ -6,9 +6,9 @@ SmallBlockPool::~SmallBlockPool() {
   for (void* const chunk : chunks_) ::operator delete(chunk);
 }
 
-// The rest of the last chunk is wasted: it is less than MAX_BYTES of 64 KiB.
+// The rest of the last chunk is wasted: less than MAX_BYTES of 64 KiB.
 void SmallBlockPool::addChunk() {
-  chunks_.push_back(nullptr);  // first, so that a chunk cannot be lost
+  chunks_.push_back(nullptr);  // first, so that a chunk cannot be leaked
   try {
     chunks_[chunks_.size - 1] = ::operator new(CHUNK_BYTES);
   } catch (...) {

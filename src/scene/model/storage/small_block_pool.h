@@ -1,5 +1,5 @@
 // SmallBlockPool: memory for the short lists, tuples and strings of a scene. A scene has millions
-// of them: cut from large chunks, they cost neither an allocation nor a header each.
+// of them. Blocks from large chunks save an allocation and a header each.
 #pragma once
 
 #include <algorithm>
@@ -13,8 +13,8 @@
 
 namespace zn::korvo_sdk {
 
-/// Allocates blocks of up to MAX_BYTES. A deallocated block is used again for a block of its size
-/// class; all memory is freed with the pool.
+/// Allocates blocks of up to MAX_BYTES. Reuses a deallocated block for the next block of its size
+/// class. The destructor frees all memory.
 class VSA_API SmallBlockPool {
  public:
   static constexpr std::size_t MAX_BYTES = 4096;
@@ -26,9 +26,9 @@ class VSA_API SmallBlockPool {
   SmallBlockPool& operator=(const SmallBlockPool&) = delete;
   ~SmallBlockPool();
 
-  /// Bytes of a block that is allocated for `bytes`: its size class. There are eight classes
-  /// between two powers of two, so that a list that grows step by step, and leaves a block of each
-  /// class behind, wastes at most some twelve times its last size.
+  /// The size class of `bytes`: the bytes that a block for them takes. There are eight classes
+  /// between two powers of two. A list that grows step by step deallocates a block of each class on
+  /// the way. With eight classes, these take at most some twelve times its final size.
   static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
     const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);
     return (bytes + step - 1) & ~(step - 1);  // step is a power of two
