@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/scene/attr_data.h>
@@ -51,6 +52,8 @@ class VSA_API Input : public interfaces::IInput {
   /// The members of an object in creation order: how many, and the i-th, or null past the end.
   std::uint64_t memberCount() const noexcept;
   Input* member(std::uint64_t index) const noexcept;
+  /// The member of that name, or null.
+  Input* memberNamed(std::string_view name) const noexcept;
 
   // IInput. What the interface says of an operation holds here too; the comments add what this
   // scene does.

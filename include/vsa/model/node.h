@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/input.h>
@@ -23,11 +24,18 @@ class VSA_API Node : public interfaces::INode {
   Scene* scene() const noexcept;
   /// True once the scene has removed the node. Its memory stays until the scene is destroyed.
   bool isRemoved() const noexcept;
+  /// Nodes that the scene had made before this one: `scene()->nodeAt(slot())`.
+  std::uint64_t slot() const noexcept;
+  /// Name and type without a copy, valid as long as the scene.
+  std::string_view nameView() const noexcept;
+  std::string_view typeView() const noexcept;
   /// Whether the node's type was declared (see registerNodeType) when the node was made.
   bool isDeclared() const noexcept;
   /// The inputs that exist, in creation order: how many, and the i-th, or null past the end.
   std::uint64_t inputCount() const noexcept;
   Input* inputAt(std::uint64_t index) const noexcept;
+  /// The input of that name that exists, or null. Instantiates no declared input.
+  Input* inputNamed(std::string_view name) const noexcept;
 
   // INode. What the interface says of an operation holds here too; the comments add what this scene
   // does.
