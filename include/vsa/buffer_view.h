@@ -35,7 +35,7 @@ VSA_API std::string describe(BufferProblem problem, ElementType found, ElementTy
 /// The elements of a buffer as `T`, or for N > 1 as `std::array<T, N>`: a contiguous range. Valid
 /// until the input's next value. Where the buffer has other elements it is empty and says why.
 template <class T, std::size_t N = 1>
-  requires BufferElement<T, N>
+requires BufferElement<T, N>
 class TypedBuffer {
  public:
   using Element = std::conditional_t<N == 1, T, std::array<T, N>>;
@@ -100,8 +100,8 @@ class BufferView {
   /// The elements, each as N numbers of type T: `as<float, 3>()` of a buffer of Vec3f, Pos3f, Rgbf,
   /// Hsvf or Hslf, `as<std::uint8_t, 4>()` of Rgba8. Bytes may be read as std::byte.
   template <class T, std::size_t N = 1>
-    requires BufferElement<T, N>
-  TypedBuffer<T, N> as() const noexcept {
+  requires BufferElement<T, N> TypedBuffer<T, N> as()
+  const noexcept {
     using Typed = TypedBuffer<T, N>;
     if (problem_ != BufferProblem::None) return Typed(problem_, ElementType::Null);
     if (zn::korvo_sdk::componentType(value_.type) != detail::componentTypeOf<T>()) {

@@ -11,9 +11,9 @@ namespace vsa {
 /// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
 /// `Value` type. Iterators hold a copy of the source: they stay valid when the range goes. The
 /// size is that at the time the range was made; a source answers a missing view for what has gone
-/// since.
+/// since. (Not derived from std::ranges::view_interface, which clang 14 cannot compile.)
 template <class Source>
-class IndexRange : public std::ranges::view_interface<IndexRange<Source>> {
+class IndexRange {
  public:
   class Iterator {
    public:
@@ -71,6 +71,9 @@ class IndexRange : public std::ranges::view_interface<IndexRange<Source>> {
   Iterator begin() const noexcept { return {source_, 0}; }
   Iterator end() const noexcept { return {source_, size_}; }
   std::size_t size() const noexcept { return static_cast<std::size_t>(size_); }
+  bool empty() const noexcept { return size_ == 0; }
+  /// `index` is below `size()`.
+  auto operator[](std::uint64_t index) const noexcept { return source_(index); }
 
  private:
   Source source_{};
@@ -79,5 +82,7 @@ class IndexRange : public std::ranges::view_interface<IndexRange<Source>> {
 
 }  // namespace vsa
 
+template <class Source>
+inline constexpr bool std::ranges::enable_view<vsa::IndexRange<Source>> = true;
 template <class Source>
 inline constexpr bool std::ranges::enable_borrowed_range<vsa::IndexRange<Source>> = true;

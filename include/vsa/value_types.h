@@ -51,6 +51,7 @@ constexpr ElementType componentTypeOf() noexcept {
 
 /// Whether a buffer can have elements of N numbers of type T.
 template <class T, std::size_t N = 1>
-concept BufferElement = N > 0 && detail::componentTypeOf<T>() != ElementType::Null;
+concept BufferElement = N >
+0 && detail::componentTypeOf<T>() != ElementType::Null;
 
 }  // namespace vsa
