@@ -76,8 +76,8 @@ class VSA_API IInput {
   // Members (of objects) and elements (of arrays).
 
   /// Creates a member of the given type. Null makes the statement an error. Called on an object, or
-  /// on an input of type Null, which becomes an object. Called only after `hasInput` returned false
-  /// for `name`.
+  /// on an input of type Null, which becomes an object. Called only if `hasInput` returned false or
+  /// `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
   /// Creates a member that is an array of `elementType`. Otherwise the same as `createInput`.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
@@ -135,8 +135,8 @@ class VSA_API INode {
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The input of that name. Called only after `hasInput` returned true.
   virtual IInput* input(const String& name) = 0;
-  /// Creates an input of the given type. Null makes the statement an error. `type` is Null for
-  /// the target of a link. Called only after `hasInput` returned false for `name`.
+  /// Creates an input of the given type. Null makes the statement an error. `type` is Null for the
+  /// target of a link. Called only if `hasInput` returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
   /// Creates an input that is an array of `elementType` (Null: not set yet). Otherwise the same as
   /// `createInput`.
