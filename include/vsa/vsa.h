@@ -17,6 +17,7 @@
 
 #include <vsa/back_links.h>
 #include <vsa/buffer_view.h>
+#include <vsa/read.h>
 #include <vsa/scene.h>
 #include <vsa/value_types.h>
 #include <vsa/view.h>
