@@ -58,7 +58,8 @@ class DescriptorSource final : public ByteSource {
     return 0;
   }
 
-  // Reads until the bytes are no beginning of the mark: a pipe may deliver it in parts.
+  // Reads until the bytes complete the mark or differ from it: a pipe may deliver the mark in
+  // parts.
   std::size_t readStart(char* to, std::size_t capacity) {
     std::size_t count = 0;
     do {
@@ -114,7 +115,7 @@ File File::open(const char* path) {
   ByteSource* const source = sourceOf(descriptor);
   const RefersTo<ByteSource> held(source);
   File file(source);
-  file.fill();  // a directory opens, and fails here
+  file.fill();  // a directory can be opened, but not read
   return file;
 }
 
@@ -131,8 +132,8 @@ String File::error() const {
   return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
-// A source may even assign to the handle that is being read. A copy of the handle keeps the file
-// during the call. Buffered bytes need none.
+// A source may assign to the handle that is being read. A copy of the handle keeps the file alive
+// during the call. Buffered bytes need no call, and so no copy.
 
 bool File::read(signed char& c) {
   OpenFile* const opened = OpenFile::of(*this);
