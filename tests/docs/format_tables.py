@@ -67,7 +67,7 @@ def check_mistakes(tables):
 
 
 def check_element_types(tables):
-    """Each keyword has the element type and the number of components of its row, and is compressed if the row says so."""
+    """Each keyword has the element type and component count of its row, and is compressed if the row says so."""
     keywords = []
     for row in tables.rows("Buffers"):
         keyword, name, stored = code_of(row.cells[0])[0], row.cells[1], row.cells[3]
