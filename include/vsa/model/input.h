@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/scene/attr_data.h>
@@ -53,6 +54,8 @@ class VSA_API Input : public interfaces::IInput {
   /// the count.
   std::uint64_t memberCount() const noexcept;
   Input* member(std::uint64_t index) const noexcept;
+  /// The member of that name, or null.
+  Input* memberNamed(std::string_view name) const noexcept;
 
   // IInput. The comments of the interface apply; these add the behaviour of this scene.
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/input.h>
@@ -23,12 +24,19 @@ class VSA_API Node : public interfaces::INode {
   Scene* scene() const noexcept;
   /// Whether the scene has removed the node. Its memory stays valid until the scene is destroyed.
   bool isRemoved() const noexcept;
+  /// Nodes that the scene had created before this one: `scene()->nodeAt(slot())`.
+  std::uint64_t slot() const noexcept;
+  /// Name and type without a copy, valid as long as the scene.
+  std::string_view nameView() const noexcept;
+  std::string_view typeView() const noexcept;
   /// Whether the type of the node was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept;
   /// The inputs that exist, in creation order. `inputAt` returns null if `index` is not less than
   /// the count.
   std::uint64_t inputCount() const noexcept;
   Input* inputAt(std::uint64_t index) const noexcept;
+  /// The input of that name that exists, or null. Instantiates no declared input.
+  Input* inputNamed(std::string_view name) const noexcept;
 
   // INode. The comments of the interface apply; these add the behaviour of this scene.
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/input.h>
@@ -38,6 +39,9 @@ class VSA_API Scene final : public interfaces::IScene {
   Node* nodeAt(std::uint64_t slot) const noexcept;
   /// The number of nodes that were not removed.
   std::uint64_t nodeCount() const noexcept;
+  /// The node of that name, or null: `findNode` for a scene that is only read. It remembers no
+  /// answer, so several threads may call it.
+  Node* nodeNamed(std::string_view name) const noexcept;
 
   // The header of the file.
 
