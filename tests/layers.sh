@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# layers.sh: checks every #include of src/ and include/ against the table below. The check itself is tried first, on a
+# layers.sh: checks every #include of src/ and include/ against the table below. The check itself is tested first, on a
 # copy of the tree with one forbidden include at a time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -82,7 +82,7 @@ expect_found() {
 found=$(violations .)
 [ -z "$found" ] || complain "includes that the table does not allow:"$'\n'"$found"
 
-# Every folder has its row.
+# Every folder has a row.
 while read -r folder; do
   layers | grep -q "^$folder\( \|\$\)" || complain "no row for $folder"
 done < <(find src include -name '*.h' -o -name '*.cpp' | sed 's|/[^/]*$||' | sort -u)

@@ -37,7 +37,7 @@ File File::open(const char* path) {
   if (source == nullptr) return failedFile(error);
   const RefersTo<ByteSource> held(source);
   File file(source);
-  file.fill();  // a directory opens, and fails here
+  file.fill();  // a directory can be opened, but not read
   return file;
 }
 
@@ -54,8 +54,8 @@ String File::error() const {
   return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
-// A source may even assign to the handle that is being read. A copy of the handle keeps the file
-// during the call. Buffered bytes need none.
+// A source may assign to the handle that is being read. A copy of the handle keeps the file alive
+// during the call. Buffered bytes need no call, and so no copy.
 
 bool File::read(signed char& c) {
   OpenFile* const opened = OpenFile::of(*this);
