@@ -27,6 +27,11 @@ class VSA_API Input : public interfaces::IInput {
   const String& name() const noexcept;
   /// The node that the input belongs to, however deep; never null.
   Node* owner() const noexcept;
+  /// The array or object that the input is an element or a member of; null for an input of a node.
+  Input* parent() const noexcept;
+  /// Whether the input was taken out of its node, array or object. Its memory stays until the scene
+  /// is destroyed.
+  bool isRemoved() const noexcept;
   /// 1 for an input of a node, one more for each array or object around the input.
   unsigned level() const noexcept;
 
@@ -54,6 +59,18 @@ class VSA_API Input : public interfaces::IInput {
   Input* member(std::uint64_t index) const noexcept;
   /// The member of that name, or null.
   Input* memberNamed(std::string_view name) const noexcept;
+
+  // Changes that texts cannot make. What is removed keeps its place in memory, 48 bytes, until the
+  // scene is destroyed; its values are freed at once.
+
+  /// Frees the value and removes all elements and members: the input has type Null again. A
+  /// connection stays.
+  void clearValue() noexcept;
+  /// Removes elements from the end of an array until it has no more than `count`.
+  void truncate(std::uint64_t count) noexcept;
+  /// Removes a member of this object. Does nothing for any other input. Takes time proportional to
+  /// the object's members, constant time for the last one.
+  void removeMember(Input* member) noexcept;
 
   // IInput. What the interface says of an operation holds here too; the comments add what this
   // scene does.

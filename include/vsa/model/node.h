@@ -37,6 +37,11 @@ class VSA_API Node : public interfaces::INode {
   /// The input of that name that exists, or null. Instantiates no declared input.
   Input* inputNamed(std::string_view name) const noexcept;
 
+  /// Removes an input of this node and frees its values; its memory stays until the scene is
+  /// destroyed. Does nothing for any other input. A declared input is instantiated again when it is
+  /// next looked up. Takes time proportional to the node's inputs, constant time for the last one.
+  void removeInput(Input* input) noexcept;
+
   // INode. What the interface says of an operation holds here too; the comments add what this scene
   // does.
 
