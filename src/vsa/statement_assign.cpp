@@ -40,6 +40,7 @@ bool VsaParser::parseAssign() {
   if (!isRead) return false;
   const Emitter messages = emitter();
   INode* const node = targetNode(info);
+  if (session != nullptr) session->beginTarget(*node);
   PathResolver target(*node, info, messages, session);
   IInput* const input = target.resolve();
   if (input == nullptr) messages.fatal(DiagnosticId::InputNotFound, pathText(info, node));
@@ -56,7 +57,7 @@ bool VsaParser::parseAssign() {
 void VsaParser::setLink(PendingTable& table, IInput* input, const AssignInfo& info) const {
   PendingLink link(info);
   if (session != nullptr) {
-    session->takeLink();
+    session->takeLink(*input);
     link.place = session->statement();
   }
   table.setLink(input, std::move(link));

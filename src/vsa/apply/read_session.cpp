@@ -14,7 +14,16 @@ void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
   charge(bytes);
 }
 
-void ReadSession::handOver(interfaces::IInput& input, const AssignInfo& info) {
+// A node that is not kept gets values of each type without their memory.
+void ReadSession::handOver(interfaces::IInput& input, AssignInfo& info) {
+  if (isDropped_) {
+    if (info.data.type == AttrType::Buffer) {
+      info.data.payload.buffer = {nullptr, 0, 0, info.data.payload.buffer.type, 0};
+    } else if (info.data.type == AttrType::String) {
+      info.data.payload.string = nullptr;
+    }
+    return dropValue();
+  }
   ++counts.values;
   const bool isBuffer = info.data.type == AttrType::Buffer;
   if (isBuffer || heldBytes_ >= MIN_REPLACED_BYTES) {
