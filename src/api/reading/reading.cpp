@@ -11,7 +11,7 @@
 #include <vsa/foundation/ref_counted.h>
 #include <vsa/scene/file_version.h>
 #include "api/reading/block_source.h"
-#include "api/reading/text_lexer.h"
+#include "api/reading/text/text_lexer.h"
 #include "foundation/io/descriptor_source.h"
 #include "vsa/lex/lexer_source.h"
 #include "vsa/read_report.h"

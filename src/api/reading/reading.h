@@ -16,11 +16,11 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/read.h>
-#include "api/reading/block_observer.h"
 #include "api/reading/diagnostic_recorder.h"
 #include "api/reading/ending.h"
-#include "api/reading/text_index.h"
-#include "api/reading/text_store.h"
+#include "api/reading/text/block_observer.h"
+#include "api/reading/text/text_index.h"
+#include "api/reading/text/text_store.h"
 #include "api/reading/wanted_nodes.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/parser.h"
