@@ -32,6 +32,7 @@ bool VsaParser::parse(IScene* into, Lexer* from) {
   try {
     while (!nextIs(Type::Eof) && !nextIs(Type::Invalid)) {
       if (!parseStatement()) emitter().fatal(DiagnosticId::UnrecognizedToken, peek(0).text);
+      parseSimpleStatements();
     }
     resolveConnections();
     resolveReferences();
@@ -99,6 +100,7 @@ void VsaParser::advance() {
   slot.line = lastLexed.line;
   slot.text = lastLexed.text;
   slot.column = lastLexed.column;
+  slot.endIndex = lastLexed.endIndex;
   head = head + 1 < lookahead ? head + 1 : 0;
 }
 

@@ -16,9 +16,11 @@
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/pending_link.h"
 #include "vsa/apply/typed_elements.h"
 #include "vsa/lex/lexer.h"
+#include "vsa/lex/statement_scanner.h"
 #include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
@@ -136,6 +138,18 @@ class VsaParser {
   void prime();
   bool parseStatement();
 
+  // statement_simple.cpp: statements without tokens.
+
+  void parseSimpleStatements();
+  bool prepare(const SimpleStatement& statement);
+  void execute(const SimpleStatement& statement);
+  void assign(const SimpleStatement& statement);
+  static bool convert(const SimpleStatement& statement, AttrData& data);
+
+  void recordComment(const String& comment);
+  void declareNode(const String& type, const String& name, bool isWith);
+  IInput* resolve(PathResolver& target, const AssignInfo& info);
+
   bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
   void appendNext(ds::Vector<Token>& tokensOfPath);
@@ -145,6 +159,7 @@ class VsaParser {
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
 
+  const String dot_ = String('.');
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
   TypedElements typedElements_;  // for the arrays of this text
 };

@@ -27,19 +27,22 @@ bool VsaParser::parseAssign() {
   if (!path(info.targetPath)) return false;
   const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
   if (!isRead) return false;
-  const Emitter messages = emitter();
-  INode* const node = targetNode(info);
-  PathResolver target(*node, info, messages);
-  IInput* const input = target.resolve();
-  if (input == nullptr) messages.fatal(DiagnosticId::InputNotFound, pathText(info, node));
+  PathResolver target(*targetNode(info), info, emitter());
+  IInput* const input = resolve(target, info);
   if (info.isConnection) {
     connections.setLink(input, PendingLink(info));
   } else if (info.isReference) {
     references.setLink(input, PendingLink(info));
   } else {
-    ValueAssigner(messages, typedElements_).assign(info, target);
+    ValueAssigner(emitter(), typedElements_).assign(info.data, info.valueToken.text.view(), target);
   }
   return true;
+}
+
+interfaces::IInput* VsaParser::resolve(PathResolver& target, const AssignInfo& info) {
+  IInput* const input = target.resolve();
+  if (input != nullptr) return input;
+  emitter().fatal(DiagnosticId::InputNotFound, pathText(info, &target.node()));
 }
 
 // A path that begins with "." refers to the "with" node.

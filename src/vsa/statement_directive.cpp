@@ -80,10 +80,14 @@ bool VsaParser::declare(DeclareInfo& info) {
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
-  INode* node = sceneOrNone().findNode(info.name.text);
-  if (node == nullptr) node = sceneOrNone().createNode(info.type.text, info.name.text, String());
-  if (info.isWith) withNode = node;
+  declareNode(info.type.text, info.name.text, info.isWith);
   return true;
+}
+
+void VsaParser::declareNode(const String& type, const String& name, bool isWith) {
+  INode* node = sceneOrNone().findNode(name);
+  if (node == nullptr) node = sceneOrNone().createNode(type, name, String());
+  if (isWith) withNode = node;
 }
 
 // "with" name ":"

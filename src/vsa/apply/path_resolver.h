@@ -17,6 +17,8 @@ class PathResolver {
   /// `emitter` has the position of the statement.
   PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter);
 
+  interfaces::INode& node() const noexcept { return node_; }
+
   /// Resolves the whole path. Returns null when a step finds and creates no input, or when the path
   /// has no elements. Throws DiagnosticError for a type mismatch or an index that is not a number.
   /// Inputs created before that remain.

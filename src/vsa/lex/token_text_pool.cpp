@@ -32,7 +32,7 @@ std::uint32_t tagOf(std::uint64_t hash) {
 
 }  // namespace
 
-void TokenTextPool::intern(std::string_view characters, Token& out) {
+Type TokenTextPool::intern(std::string_view characters, String& out) {
   const std::uint64_t hash = String::hashOf(characters);
   const std::uint32_t tag = tagOf(hash);
   if (words_ == nullptr) growWords();
@@ -44,19 +44,19 @@ void TokenTextPool::intern(std::string_view characters, Token& out) {
     if (!isThis(first[1])) return addWord(characters, hash, out);
     std::swap(first[0], first[1]);
   }
-  out.type = first->type;
-  out.text = first->text;
+  out = first->text;
+  return first->type;
 }
 
 // Adds a word that is not interned yet. The text of a literal is always in lower case.
-void TokenTextPool::addWord(std::string_view characters, std::uint64_t hash, Token& out) {
+Type TokenTextPool::addWord(std::string_view characters, std::uint64_t hash, String& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return intern(literal.text, out);
-  out.type = literal.type;
-  out.text = slabs_.copyOf(characters, hash);
-  if (characters.empty() || characters.size() > MAX_WORD_BYTES) return;
+  out = slabs_.copyOf(characters, hash);
+  if (characters.empty() || characters.size() > MAX_WORD_BYTES) return literal.type;
   if (++wordCount_ > mask_ && mask_ + 2 < MAX_WORDS) growWords();
-  store({tagOf(hash), out.type, out.text});
+  store({tagOf(hash), literal.type, out});
+  return literal.type;
 }
 
 // Stores the word first in its pair. The previous first word becomes the second, and the second is

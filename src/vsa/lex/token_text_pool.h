@@ -22,9 +22,9 @@ class TokenTextPool {
     return text;
   }
 
-  /// Sets type and text of a word: a literal of the format, or a name. A recently read word gets
-  /// the same String, so most comparisons of names compare pointers.
-  void intern(std::string_view characters, Token& out);
+  /// Sets the text of a word and returns its type: a literal of the format, or a name. A recently
+  /// read word gets the same String, so most comparisons of names compare pointers.
+  Token::Type intern(std::string_view characters, String& out);
 
   /// Creates a text that the scene is likely to keep.
   String copy(std::string_view characters) { return slabs_.copyOf(characters); }
@@ -61,7 +61,7 @@ class TokenTextPool {
     String text;
   };
 
-  void addWord(std::string_view characters, std::uint64_t hash, Token& out);
+  Token::Type addWord(std::string_view characters, std::uint64_t hash, String& out);
   void store(Word&& word) noexcept;
   void growWords();
 
