@@ -7,6 +7,7 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include <vsa/foundation/file.h>
@@ -141,25 +142,24 @@ class VsaParser {
   // statement_simple.cpp: statements without tokens.
 
   void parseSimpleStatements();
-  bool prepare(const SimpleStatement& statement);
+  bool convertValue(const SimpleStatement& statement);
   void execute(const SimpleStatement& statement);
   void assign(const SimpleStatement& statement);
   static bool convert(const SimpleStatement& statement, AttrData& data);
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);
-  IInput* resolve(PathResolver& target, const AssignInfo& info);
+  IInput* resolve(PathResolver& target, std::span<const Token> path);
 
   bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
-  INode* targetNode(const AssignInfo& info);
+  INode* targetNode(std::span<const Token> path);
 
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
 
-  const String dot_ = String('.');
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
   TypedElements typedElements_;  // for the arrays of this text
 };

@@ -10,8 +10,8 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 // The whole path for messages. The node's name is prepended to a path that begins with ".".
-String pathText(const AssignInfo& info, const interfaces::INode* node) {
-  const String text = collapsedPath(info.targetPath);
+String pathText(std::span<const Token> path, const interfaces::INode* node) {
+  const String text = collapsedPath(path);
   return node == nullptr || text[0] != '.' ? text : node->name() + text;
 }
 
@@ -27,8 +27,8 @@ bool VsaParser::parseAssign() {
   if (!path(info.targetPath)) return false;
   const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
   if (!isRead) return false;
-  PathResolver target(*targetNode(info), info, emitter());
-  IInput* const input = resolve(target, info);
+  PathResolver target(*targetNode(info.targetPath), info.targetPath, info.data.type, emitter());
+  IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
     connections.setLink(input, PendingLink(info));
   } else if (info.isReference) {
@@ -39,22 +39,22 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-interfaces::IInput* VsaParser::resolve(PathResolver& target, const AssignInfo& info) {
+interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
   IInput* const input = target.resolve();
   if (input != nullptr) return input;
-  emitter().fatal(DiagnosticId::InputNotFound, pathText(info, &target.node()));
+  emitter().fatal(DiagnosticId::InputNotFound, pathText(path, &target.node()));
 }
 
 // A path that begins with "." refers to the "with" node.
-interfaces::INode* VsaParser::targetNode(const AssignInfo& info) {
-  const Token& first = info.targetPath[0];
+interfaces::INode* VsaParser::targetNode(std::span<const Token> path) {
+  const Token& first = path[0];
   if (first.type == Token::Type::Dot) {
     if (withNode != nullptr) return withNode;
-    emitter().fatal(DiagnosticId::WithNodeNotSet, pathText(info, nullptr));
+    emitter().fatal(DiagnosticId::WithNodeNotSet, pathText(path, nullptr));
   }
   INode* const node = sceneOrNone().findNode(first.text);
   if (node != nullptr) return node;
-  emitter().fatal(DiagnosticId::NodeNotFound, pathText(info, nullptr));
+  emitter().fatal(DiagnosticId::NodeNotFound, pathText(path, nullptr));
 }
 
 }  // namespace zn::korvo_sdk::impl

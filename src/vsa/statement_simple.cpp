@@ -15,7 +15,7 @@ void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   SimpleStatement statement;
   try {
-    while (scanner.scan(statement) && prepare(statement)) {
+    while (scanner.scan(statement) && convertValue(statement)) {
       scanner.accept(statement);
       execute(statement);
       if (!scanner.isWindowKept()) break;
@@ -30,10 +30,9 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-// Converts the value. If it does not convert, nothing has changed.
-bool VsaParser::prepare(const SimpleStatement& statement) {
-  if (statement.kind == Kind::Comment || statement.kind == Kind::Declaration) return true;
-  assignment_.clear();
+// False if the statement has a value that does not convert: the parser then makes the message.
+bool VsaParser::convertValue(const SimpleStatement& statement) {
+  assignment_.clearValue();
   return statement.kind != Kind::Value || convert(statement, assignment_.data);
 }
 
@@ -41,27 +40,25 @@ void VsaParser::execute(const SimpleStatement& statement) {
   current.line = statement.line;
   current.column = statement.column;
   if (statement.kind == Kind::Comment) {
-    recordComment(statement.first);
+    recordComment(statement.text);
   } else if (statement.kind == Kind::Declaration) {
-    declareNode(statement.first, statement.second, statement.isWith);
+    declareNode(statement.text, statement.name, statement.isWith);
   } else {
     assign(statement);
   }
 }
 
 void VsaParser::assign(const SimpleStatement& statement) {
-  AssignInfo& info = assignment_;
-  if (!statement.isWith) info.targetPath.push_back({Token::Type::Id, statement.first});
-  info.targetPath.push_back({Token::Type::Dot, dot_});
-  info.targetPath.push_back({Token::Type::Id, statement.second});
-  PathResolver target(*targetNode(info), info, emitter());
-  IInput* const input = resolve(target, info);
+  AttrData& data = assignment_.data;
+  const std::span<const Token> path = statement.path();
+  PathResolver target(*targetNode(path), path, data.type, emitter());
+  IInput* const input = resolve(target, path);
   if (statement.kind == Kind::Connection) {
     connections.setLink(input, PendingLink(statement.source, statement.output));
   } else if (statement.kind == Kind::Reference) {
     references.setLink(input, PendingLink(statement.source, String()));
   } else {
-    ValueAssigner(emitter(), typedElements_).assign(info.data, statement.value, target);
+    ValueAssigner(emitter(), typedElements_).assign(data, statement.value, target);
   }
 }
 

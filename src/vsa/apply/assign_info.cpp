@@ -51,6 +51,10 @@ void AssignInfo::clear() noexcept {
   reset(listToken);
   reset(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
+  clearValue();
+}
+
+void AssignInfo::clearValue() noexcept {
   // Only matrices use more than the first NARROW_COMPONENTS of the payload.
   const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
   std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);

@@ -39,6 +39,8 @@ struct AssignInfo {
 
   /// Resets every member. The paths keep their capacity.
   void clear() noexcept;
+  /// Resets `data`.
+  void clearValue() noexcept;
 
   /// The value as messages quote it.
   String valueString() const;

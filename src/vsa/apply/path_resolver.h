@@ -2,12 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include <vsa/foundation/string.h>
-#include <vsa/foundation/vector.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
-#include "vsa/apply/assign_info.h"
+#include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -15,7 +15,8 @@ namespace zn::korvo_sdk::impl {
 class PathResolver {
  public:
   /// `emitter` has the position of the statement.
-  PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter);
+  PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
+               const Emitter& emitter);
 
   interfaces::INode& node() const noexcept { return node_; }
 
@@ -53,7 +54,8 @@ class PathResolver {
   [[noreturn]] void typeError(AttrType type, interfaces::IInput& input) const;
 
   interfaces::INode& node_;
-  const AssignInfo& info_;
+  std::span<const Token> path_;
+  AttrType valueType_;
   Emitter emitter_;
   std::uint64_t position_ = 1;   // in the path; its first token is the node's name or "."
   const Token* next_ = nullptr;  // the element after the current one

@@ -1,6 +1,7 @@
 #include "vsa/lex/statement_scanner.h"
 
 #include <cstddef>
+#include <utility>
 
 #include <vsa/foundation/char_class.h>
 #include "foundation/text/letter_case.h"
@@ -23,6 +24,10 @@ std::string_view between(const char* begin, const char* end) {
 }
 
 }  // namespace
+
+SimpleStatement::SimpleStatement()
+    : pathTokens{{Type::Id, String()}, {Type::Dot, String('.')}, {Type::Id, String()}} {
+}
 
 // --- places ---
 
@@ -170,14 +175,19 @@ bool StatementScanner::comment(Place& place, SimpleStatement& out) {
   const std::string_view text = between(begin, place.at);
   if (place.at == last_) return false;
   out.kind = Kind::Comment;
-  out.first = lexer_.texts_.copy(text.substr(0, text.find('\0')));
+  out.text = lexer_.texts_.copy(text.substr(0, text.find('\0')));
   return true;
 }
 
 // declaration | name "." assignment
 bool StatementScanner::named(Place& place, SimpleStatement& out) {
-  if (!name(place, out.first) || !skipWhite(place)) return false;
-  if (*place.at != '.') return declaration(place, out);
+  // A declaration is told from a path by the character after the first name.
+  String& first = out.pathTokens[0].text;
+  if (!name(place, first) || !skipWhite(place)) return false;
+  if (*place.at != '.') {
+    std::swap(out.text, first);
+    return declaration(place, out);
+  }
   ++place.at;
   out.isWith = false;
   return assignment(place, out);
@@ -185,18 +195,18 @@ bool StatementScanner::named(Place& place, SimpleStatement& out) {
 
 // type name (";" | ":")    The parser reads directives.
 bool StatementScanner::declaration(Place& place, SimpleStatement& out) {
-  if (!name(place, out.second) || !skipWhite(place)) return false;
+  if (!name(place, out.name) || !skipWhite(place)) return false;
   out.kind = Kind::Declaration;
   out.isWith = *place.at == ':';
   if (!out.isWith && *place.at != ';') return false;
   ++place.at;
-  const std::string_view type = out.first.view();
+  const std::string_view type = out.text.view();
   return out.isWith || (!isWord(type, "remove") && !isWord(type, "define"));
 }
 
 // input ("=" value | "|" "=" connection) ";"
 bool StatementScanner::assignment(Place& place, SimpleStatement& out) {
-  if (!name(place, out.second) || !skipWhite(place)) return false;
+  if (!name(place, out.pathTokens[2].text) || !skipWhite(place)) return false;
   const char operation = *place.at++;
   if (operation == '=') return value(place, out) && skip(place, ';');
   return operation == '|' && skip(place, '=') && connection(place, out) && skip(place, ';');

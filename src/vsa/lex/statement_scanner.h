@@ -9,6 +9,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include <vsa/foundation/string.h>
@@ -34,14 +35,19 @@ struct SimpleStatement {
   std::int32_t line;  ///< Of the last character.
   std::int32_t column;
 
-  String first;            ///< The text of a comment, the type of a declaration, or the node.
-  String second;           ///< The name of a declaration, or the input.
+  String text;             ///< Of a comment. The type of a declaration.
+  String name;             ///< Of a declaration.
+  Token pathTokens[3];     ///< An assignment: node "." input. Without positions.
   bool isWith;             ///< The declaration ends in ":", or the path begins with ".".
   Token::Type valueType;   ///< Value: of its first token.
   std::string_view value;  ///< Value: its first token as written.
   std::string_view list;   ///< Value, Id: the numbers, separated by single blanks. A byte follows.
   String source;           ///< Link: the node; empty for `null`.
   String output;           ///< Connection: the output; empty for `null`.
+
+  SimpleStatement();
+  /// The path as the parser reads it.
+  std::span<const Token> path() const noexcept { return std::span(pathTokens).subspan(isWith); }
 };
 
 class StatementScanner {
