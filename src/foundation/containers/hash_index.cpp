@@ -23,6 +23,13 @@ void HashIndex::erase(std::uint64_t hash, std::uint64_t position) noexcept {
   --used_;
 }
 
+void HashIndex::closePosition(std::uint64_t position) noexcept {
+  for (std::uint64_t at = 0; at < slotCount(); ++at) {
+    std::uint32_t& held = slots_[at].position;
+    if (held != FREE && held > position) --held;
+  }
+}
+
 void HashIndex::grow() {
   const std::uint64_t before = slotCount();
   const std::uint64_t after = before == 0 ? 16 : 2 * before;

@@ -54,6 +54,10 @@ class VSA_API HashIndex {
   /// Removes `position`. Does nothing when it is not under `hash`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
 
+  /// Lowers every position above `position` by one: the list has lost the entry there, which is not
+  /// in the index any more. Takes time proportional to the index.
+  void closePosition(std::uint64_t position) noexcept;
+
  private:
   static constexpr std::uint32_t FREE = std::numeric_limits<std::uint32_t>::max();
   struct Slot {
