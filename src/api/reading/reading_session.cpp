@@ -10,7 +10,6 @@ namespace {
 
 using zn::korvo_sdk::AttrType;
 using zn::korvo_sdk::BufferValue;
-using zn::korvo_sdk::Input;
 using zn::korvo_sdk::impl::AssignInfo;
 using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
@@ -77,7 +76,7 @@ void Reading::stopAtLimit(Limit limit, std::string message) {
 
 std::uint64_t Reading::bytesHeldBy(IInput& input) {
   if (!isOwnModel_) return 0;
-  const auto& held = static_cast<const Input&>(input);
+  const auto& held = static_cast<const zn::korvo_sdk::Input&>(input);
   if (held.type() == AttrType::Buffer) return held.buffer().bytes;
   return held.type() == AttrType::String ? std::strlen(held.string()) : 0;
 }
