@@ -111,8 +111,23 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
     ++outcome_.droppedDiagnostics;
     return;
   }
-  outcome_.diagnostics.push_back(std::move(diagnostic));
+  keep(std::move(diagnostic));
   keptBytes_ += bytes;
+}
+
+// Within a statement, the kept ones are sorted by their place.
+void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
+  std::vector<Diagnostic>& kept = outcome_.diagnostics;
+  if (blamedStatement_ != statement_) {
+    statement_ = blamedStatement_;
+    firstOfStatement_ = kept.size();
+  }
+  const auto behind =
+      std::upper_bound(kept.begin() + static_cast<std::ptrdiff_t>(firstOfStatement_), kept.end(),
+                       diagnostic, [](const Diagnostic& a, const Diagnostic& b) {
+                         return a.range.begin.offset < b.range.begin.offset;
+                       });
+  kept.insert(behind, std::move(diagnostic));
 }
 
 void DiagnosticRecorder::count(Severity severity) noexcept {
@@ -166,6 +181,7 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
 // Without a culprit, the last character that was noticed.
 void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
                                   const Mistake& mistake) {
+  blamedStatement_ = start;
   const StatementTokens tokens(store_, index_, start, mistake.noticed);
   std::optional<Culprit> culprit = findCulprit(mistake, tokens);
   if (!culprit) {
