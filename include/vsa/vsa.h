@@ -21,6 +21,7 @@
 #include <vsa/buffer_view.h>
 #include <vsa/edit.h>
 #include <vsa/edit_status.h>
+#include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
 #include <vsa/text_rules.h>
