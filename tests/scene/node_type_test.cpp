@@ -59,6 +59,14 @@ class DeclaredTypes : public testing::Test {
   Node* node_;
 };
 
+TEST_F(DeclaredTypes, NodeKeepsTheDeclarationOfItsCreation) {
+  EXPECT_TRUE(node_->isDeclared());
+  EXPECT_FALSE(scene_.createNode("open", "o", "")->isDeclared());
+  unregisterNodeType("camera");
+  EXPECT_TRUE(node_->isDeclared());
+  EXPECT_FALSE(scene_.createNode("camera", "d", "")->isDeclared());
+}
+
 TEST_F(DeclaredTypes, InputsComeIntoBeingWhenTheyAreFirstNamed) {
   EXPECT_EQ(node_->inputCount(), 0U);
   EXPECT_TRUE(node_->hasInput("lens", AttrType::Null));

@@ -27,6 +27,13 @@ Severity severityOf(const Record& record) {
                                                                : Severity::Error;
 }
 
+// Messages of the lexer, which is ahead of the parser, and of a link without the path of its input.
+bool namesNoPath(const Diagnostic& diagnostic) {
+  return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
+                                          diagnostic.id == DiagnosticId::InvalidListToken ||
+                                          diagnostic.id == DiagnosticId::InvalidOutput);
+}
+
 std::uint64_t bytesOf(const Diagnostic& diagnostic) {
   return sizeof(Diagnostic) + diagnostic.message.size() + diagnostic.kind.size() +
          diagnostic.inputPath.size();
@@ -35,8 +42,14 @@ std::uint64_t bytesOf(const Diagnostic& diagnostic) {
 }  // namespace
 
 DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome,
-                                       Ending& ending, TextIndex& index, const VsaParser& parser)
-    : options_(options), outcome_(outcome), ending_(ending), index_(index), parser_(parser) {
+                                       Ending& ending, TextStore& store, TextIndex& index,
+                                       const VsaParser& parser)
+    : options_(options),
+      outcome_(outcome),
+      ending_(ending),
+      store_(store),
+      index_(index),
+      parser_(parser) {
 }
 
 void DiagnosticRecorder::add(const Record& record) {
@@ -49,10 +62,12 @@ void DiagnosticRecorder::add(const Record& record) {
     diagnostic.endedReading = ended;
     diagnostic.message = stringOf(record.text);
     diagnostic.kind = stringOf(record.kind());
-    diagnostic.logLineNumber = record.line;
-    diagnostic.logColumn = record.column;
+    if (record.hasPosition()) {
+      diagnostic.logLineNumber = record.line;
+      diagnostic.logColumn = record.column;
+    }
     diagnostic.inputPath = inputPathOf(record);
-    diagnostic.range = rangeOf(record);
+    blame(diagnostic, record);
     deliver(std::move(diagnostic));
   } else {
     ++outcome_.droppedDiagnostics;
@@ -73,8 +88,7 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
   diagnostic.endedReading = endedReading;
   diagnostic.message = std::move(message);
   diagnostic.inputPath = statementPath();
-  const std::uint64_t at = parser_.lexer == nullptr ? 0 : index_.offsetOf(*parser_.lexer);
-  diagnostic.range = index_.rangeOf(at, at);
+  blame(diagnostic);
   deliver(std::move(diagnostic));
 }
 
@@ -115,20 +129,56 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
   ending_.stop(ReadStatus::OverLimit, message);
 }
 
-// The token that the record names; the invalid character; for a link, the end of its statement.
-TextRange DiagnosticRecorder::rangeOf(const Record& record) {
-  std::uint64_t begin = 0;
-  if (record.offset != Record::UNKNOWN_OFFSET) {
-    begin = static_cast<std::uint64_t>(record.offset);
-  } else {
-    const bool hasPlace = record.line != 0;
-    const ReadSession* const session = parser_.session;
-    const TextPlace link = session == nullptr ? TextPlace() : session->statement();
-    begin = index_.offsetOf(hasPlace ? TextPlace{record.line, record.column} : link);
-  }
-  begin = std::min(begin, index_.end());
-  return index_.rangeOf(begin, std::min(begin + 1, index_.end()));
+// --- the bytes to blame ---
+
+// Where a statement may begin: behind the token before it.
+std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
+  return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }
+
+void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
+  const ReadSession& session = *parser_.session;
+  const std::uint64_t start = startOf(session.statement());
+  Mistake mistake{diagnostic.id, diagnostic.message, start, diagnostic.inputPath, std::nullopt};
+  if (record.offset != Record::UNKNOWN_OFFSET) {
+    mistake.character = static_cast<std::uint64_t>(record.offset);
+    mistake.noticed = *mistake.character + 1;
+  } else if (record.line != 0) {
+    mistake.noticed = startOf({record.line, record.column});
+  }
+  setRange(diagnostic, start, mistake);
+}
+
+void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
+  if (parser_.session == nullptr || parser_.lexer == nullptr) return;
+  if (diagnostic.id == DiagnosticId::EndMark) {
+    const std::uint64_t mark = index_.offsetOf(*parser_.lexer);
+    diagnostic.range = index_.rangeOf(mark, std::min(mark + 1, index_.end()));
+    return;
+  }
+  const std::uint64_t noticed = startOf({parser_.current.line, parser_.current.column});
+  const bool isBehind = diagnostic.id == DiagnosticId::UnexpectedEof;
+  const std::uint64_t start = isBehind ? noticed : startOf(parser_.session->statement());
+  setRange(diagnostic, start,
+           {diagnostic.id, diagnostic.message, noticed, diagnostic.inputPath, std::nullopt});
+}
+
+// Without a culprit, the last character that was noticed.
+void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
+                                  const Mistake& mistake) {
+  const StatementTokens tokens(store_, index_, start, mistake.noticed);
+  std::optional<Culprit> culprit = findCulprit(mistake, tokens);
+  if (!culprit) {
+    const std::uint64_t last = std::max(mistake.noticed, start + 1) - 1;
+    culprit = Culprit{last, last + 1};
+  }
+  if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens);
+  diagnostic.numberIndex = culprit->numberIndex;
+  const std::uint64_t begin = std::min(culprit->begin, index_.end());
+  diagnostic.range = index_.rangeOf(begin, std::clamp(culprit->end, begin, index_.end()));
+}
+
+// --- the input concerned ---
 
 std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
   const std::string_view named = pathInMessage(record.id, record.text.view());

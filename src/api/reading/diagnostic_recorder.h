@@ -7,8 +7,10 @@
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/read.h>
+#include "api/reading/culprit_finder.h"
 #include "api/reading/ending.h"
 #include "api/reading/text_index.h"
+#include "api/reading/text_store.h"
 #include "vsa/parser.h"
 
 namespace vsa {
@@ -20,12 +22,12 @@ class DiagnosticRecorder {
 
   /// All must outlive the recorder.
   DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome, Ending& ending,
-                     TextIndex& index, const VsaParser& parser);
+                     TextStore& store, TextIndex& index, const VsaParser& parser);
 
   /// Records what the reader reports. May throw ReadStopped: the limit of diagnostics, or what a
   /// callback throws.
   void add(const Record& record);
-  /// Records a problem that the reader does not know of, at the position of the lexer.
+  /// Records a problem that the reader does not report, at the token consumed last.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message);
 
   /// Bytes of the diagnostics that are kept.
@@ -36,13 +38,17 @@ class DiagnosticRecorder {
   void deliver(Diagnostic&& diagnostic);
   void count(Severity severity) noexcept;
   void checkLimit(bool endedReading);
-  TextRange rangeOf(const Record& record);
+  std::uint64_t startOf(zn::korvo_sdk::impl::TextPlace tokenBefore);
+  void blame(Diagnostic& diagnostic, const Record& record);
+  void blame(Diagnostic& diagnostic);
+  void setRange(Diagnostic& diagnostic, std::uint64_t start, const Mistake& mistake);
   std::string inputPathOf(const Record& record) const;
   std::string statementPath() const;
 
   const ReadOptions& options_;
   ReadOutcome& outcome_;
   Ending& ending_;
+  TextStore& store_;
   TextIndex& index_;
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;

@@ -128,7 +128,8 @@ void Reading::guarded(const Body& body) noexcept {
 void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_t> size) {
   store_ = std::move(store);
   index_ = std::make_unique<TextIndex>(*store_);
-  recorder_ = std::make_unique<DiagnosticRecorder>(options_, outcome_, ending_, *index_, parser_);
+  recorder_ =
+      std::make_unique<DiagnosticRecorder>(options_, outcome_, ending_, *store_, *index_, parser_);
   size_ = size && *size != 0 ? size : std::nullopt;
   skipsBuffers = options_.buffers == BufferMode::Skip;
   literalsRaiseMemory = !options_.limits.memory;
