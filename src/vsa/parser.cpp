@@ -31,8 +31,10 @@ bool VsaParser::parse(IScene* into, Lexer* from) {
   prime();
   try {
     while (!nextIs(Type::Eof) && !nextIs(Type::Invalid)) {
+      if (session != nullptr) session->beginStatement(current.line, current.column);
       if (!parseStatement()) emitter().fatal(DiagnosticId::UnrecognizedToken, peek(0).text);
     }
+    if (session != nullptr) session->beginResolution();
     resolveConnections();
     resolveReferences();
     return true;
@@ -62,11 +64,11 @@ bool VsaParser::parseStatement() {
 }
 
 void VsaParser::resolveConnections() {
-  LinkResolver(sceneOrNone()).resolveConnections(connections);
+  LinkResolver(sceneOrNone(), session).resolveConnections(connections);
 }
 
 void VsaParser::resolveReferences() {
-  LinkResolver(sceneOrNone()).resolveReferences(references);
+  LinkResolver(sceneOrNone(), session).resolveReferences(references);
 }
 
 // Without a scene, nothing is found or created.

@@ -17,6 +17,7 @@
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
 #include "vsa/apply/pending_link.h"
+#include "vsa/apply/read_session.h"
 #include "vsa/apply/typed_elements.h"
 #include "vsa/lex/lexer.h"
 #include "vsa/lex/token.h"
@@ -59,6 +60,7 @@ class VsaParser {
   ds::Vector<INode*> definedNodes;  ///< In the order of their `define` statements.
   PendingTable connections;         ///< Resolved after the last statement.
   PendingTable references;          ///< Resolved after the connections.
+  ReadSession* session = nullptr;   ///< Limits and counts; null for the plain entry points.
 
   // parser.cpp: the ring of tokens and the statement loop.
 
@@ -141,6 +143,9 @@ class VsaParser {
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
   INode* targetNode(const AssignInfo& info);
+  void setLink(PendingTable& table, IInput* input, const AssignInfo& info) const;
+  void takeNode(std::uint64_t nameBytes) const;
+  void countNode(const INode* made) const;
 
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }

@@ -1,5 +1,8 @@
 // Assignments: parses the path and the right-hand side, finds the node and the input, then assigns
 // the value or stores a pending link.
+#include <cstdint>
+#include <utility>
+
 #include "vsa/apply/input_path.h"
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/value_assigner.h"
@@ -15,6 +18,13 @@ String pathText(const AssignInfo& info, const interfaces::INode* node) {
   return node == nullptr || text[0] != '.' ? text : node->name() + text;
 }
 
+// The number of inputs that a path goes through: all names and indices but the node's name.
+std::uint64_t inputsOn(const ds::Vector<Token>& path) {
+  std::uint64_t inputs = 0;
+  for (const Token& token : path) inputs += token.type != Token::Type::Dot ? 1 : 0;
+  return path[0].type == Token::Type::Dot ? inputs : inputs - 1;
+}
+
 }  // namespace
 
 // assignment = path ("=" value | "|=" source) ";"
@@ -25,21 +35,31 @@ bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
   if (!path(info.targetPath)) return false;
+  if (session != nullptr) session->beginAssignment(info, inputsOn(info.targetPath));
   const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
   if (!isRead) return false;
   const Emitter messages = emitter();
   INode* const node = targetNode(info);
-  PathResolver target(*node, info, messages);
+  PathResolver target(*node, info, messages, session);
   IInput* const input = target.resolve();
   if (input == nullptr) messages.fatal(DiagnosticId::InputNotFound, pathText(info, node));
   if (info.isConnection) {
-    connections.setLink(input, PendingLink(info));
+    setLink(connections, input, info);
   } else if (info.isReference) {
-    references.setLink(input, PendingLink(info));
+    setLink(references, input, info);
   } else {
-    ValueAssigner(messages, typedElements_).assign(info, target);
+    ValueAssigner(messages, typedElements_, session).assign(info, target);
   }
   return true;
+}
+
+void VsaParser::setLink(PendingTable& table, IInput* input, const AssignInfo& info) const {
+  PendingLink link(info);
+  if (session != nullptr) {
+    session->takeLink();
+    link.place = session->statement();
+  }
+  table.setLink(input, std::move(link));
 }
 
 // A path that begins with "." refers to the "with" node.

@@ -51,6 +51,7 @@ bool VsaParser::parseComment() {
   } else if (hasKey(text, "time")) {
     setTime(sceneOrNone(), comment.text);
   }
+  if (session != nullptr) session->takeText(comment.text.len());
   sceneOrNone().pushFileComment(comment.text);
   return true;
 }

@@ -59,9 +59,21 @@ bool VsaParser::parseDefine() {
   DefineInfo info;
   if (!define(info)) return false;
   INode* node = sceneOrNone().findNode(info.name.text);
-  if (node == nullptr) node = sceneOrNone().defineNode(info.name.text);
+  if (node == nullptr) {
+    takeNode(info.name.text.len());
+    node = sceneOrNone().defineNode(info.name.text);
+    countNode(node);
+  }
   if (node != nullptr) definedNodes.push_back(node);
   return true;
+}
+
+void VsaParser::takeNode(std::uint64_t nameBytes) const {
+  if (session != nullptr) session->takeNode(nameBytes);
+}
+
+void VsaParser::countNode(const INode* made) const {
+  if (session != nullptr && made != nullptr) ++session->counts.nodes;
 }
 
 // type name (";" | ":")
@@ -81,7 +93,11 @@ bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
   INode* node = sceneOrNone().findNode(info.name.text);
-  if (node == nullptr) node = sceneOrNone().createNode(info.type.text, info.name.text, String());
+  if (node == nullptr) {
+    takeNode(info.type.text.len() + info.name.text.len());
+    node = sceneOrNone().createNode(info.type.text, info.name.text, String());
+    countNode(node);
+  }
   if (info.isWith) withNode = node;
   return true;
 }

@@ -92,6 +92,13 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
+// An upper bound of the bytes that the literal sets. DEFLATE expands one byte to at most 1032, and
+// a compressed text has two digits for each byte.
+std::uint64_t writtenBytesAtMost(const AssignInfo& info) {
+  constexpr std::uint64_t MAX_EXPANSION = 516;
+  return info.elementsToken.text.len() * MAX_EXPANSION;
+}
+
 // Allocates one zeroed block of the exact size and stores it in the record. It is not freed when
 // the literal is invalid.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
@@ -167,8 +174,15 @@ bool VsaParser::buffer(AssignInfo& info) {
 
   const Emitter messages = emitter();
   describeBuffer(info, type, messages);
-  if (info.data.payload.buffer.bytes == 0) return true;
+  const BufferValue& buffer = info.data.payload.buffer;
+  if (session != nullptr && session->skipsBuffers) {
+    session->skipBuffer(info);
+    return true;
+  }
+  if (buffer.bytes == 0) return true;
+  if (session != nullptr) session->takeBuffer(buffer.bytes, writtenBytesAtMost(info));
   allocateElements(info, messages);
+  if (session != nullptr) session->hold(buffer.memory, buffer.bytes);
   // Only single-byte components may be compressed. For all others, "." begins a number.
   const String& list = info.elementsToken.text;
   if (componentBytes(type) == 1 && list.len() > 2 && list[1] == '.') {

@@ -68,7 +68,9 @@ bool VsaParser::scalar(AssignInfo& info) {
     case Type::Str:
       advanceInto(info.valueToken);
       data.type = AttrType::String;
+      if (session != nullptr) session->charge(info.valueToken.text.len());
       data.payload.string = copyOfStringValue(info.valueToken);
+      if (session != nullptr) session->hold(data.payload.string, info.valueToken.text.len());
       return true;
     case Type::Braces:
       advanceInto(info.valueToken);

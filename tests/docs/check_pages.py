@@ -13,7 +13,8 @@ console  Commands after "$ ", each with what it prints. `./dev run` and `./dev c
          of the build under test: what they build first is that build.
 calls    The calls that hosts/order_of_calls.cpp prints, a repeated question once; two blanks begin a remark.
 sh       Commands, run in a folder with app.cpp, the program of README.md, and with the library installed. A build in
-         build/library goes to a scratch folder, as a debug build: it takes a fifth of the time.
+         build/library goes to a scratch folder. It copies the object files of the build under test that were compiled
+         by the same commands (see reuse_object.py).
 cmake    What follows find_package in the CMakeLists.txt of a project with app.cpp.
 python   The recipe for exporters, tried by recipe.py.
 
@@ -51,7 +52,7 @@ class Tools:
     """The build under test, installed, and a scratch folder."""
 
     def __init__(self, build, compiler, scratch):
-        self.compiler, self.scratch = compiler, scratch
+        self.build, self.compiler, self.scratch = build, compiler, scratch
         self.scene = ""  # the text of scene.vsa
         self.prefix = os.path.join(scratch, "prefix")
         self.vsa = os.path.join(self.prefix, "bin", "vsa")
@@ -233,7 +234,7 @@ def run_sh(tools, block):
     text = block.text.replace("build/library", tools.path("library"))
     folder = ROOT if "cmake -S ." in text else tools.scratch
     variables = {"PKG_CONFIG_PATH": f"{tools.library_folder()}/pkgconfig", "HOME": tools.path("home"),
-                 "CMAKE_BUILD_TYPE": "Debug"}
+                 "CMAKE_CXX_COMPILER_LAUNCHER": f"{HERE}/reuse_object.py;{tools.build}"}
     tools.run(["bash", "-euc", text], folder, **variables)
 
 

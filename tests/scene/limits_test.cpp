@@ -1,4 +1,5 @@
-// The limits of a scene: how many elements may stand empty, and how deep inputs nest.
+// The limits of a scene: the number of empty elements and of all elements of an array, and the
+// nesting depth of inputs.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
+#include "scene/model/scene_limits.h"
 #include "tests/support/parser_fixture.h"
 
 namespace zn::korvo_sdk {
@@ -242,6 +244,19 @@ TEST(Depth, EndsAText) {
   EXPECT_EQ(log.lines(), Lines{"error: input n.a.b.d.e is nested deeper than 3 levels"});
   EXPECT_TRUE(scene.findNode("n")->input("a")->input("b")->hasInput("d", AttrType::Object));
   EXPECT_FALSE(scene.findNode("n")->hasInput("z", AttrType::Null));
+}
+
+// An array of 2^32 elements takes 200 GiB, so the check is called without one.
+TEST(ElementCount, AnArrayHoldsUpTo32BitsOfIndices) {
+  Scene scene;
+  Input* const array = scene.createNode("open", "n", "")->createArray("a", AttrType::Int);
+  const auto errorAt = [&](std::uint64_t count) {
+    return thrownBy([&] { SceneLimits::checkElementCount(*array, count); });
+  };
+  EXPECT_EQ(errorAt(0), "");
+  EXPECT_EQ(errorAt(4294967295U), "");
+  EXPECT_EQ(errorAt(4294967296U), "array n.a cannot hold more than 4294967296 elements");
+  EXPECT_EQ(errorAt(4294967297U), "array n.a cannot hold more than 4294967296 elements");
 }
 
 }  // namespace

@@ -68,4 +68,8 @@ Input* Input::member(std::uint64_t index) const noexcept {
   return index < memberCount() ? impl().value_.members->at(index) : nullptr;
 }
 
+Input* Input::memberNamed(std::string_view name) const noexcept {
+  return memberCount() != 0 ? impl().value_.members->find(name) : nullptr;
+}
+
 }  // namespace zn::korvo_sdk

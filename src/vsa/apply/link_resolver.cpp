@@ -65,6 +65,7 @@ void LinkResolver::resolveReferences(const PendingTable& references) const {
 
 // source = "null" | node "." output
 void LinkResolver::resolveConnection(IInput& input, const PendingLink& link) const {
+  begin(link);
   if (!link.output.isEmpty()) return connect(input, link.source, link.output, link);
   const String& source = link.source;
   if (source.toLower(true).trim(true, true) == "null") return input.disconnect();
@@ -88,6 +89,7 @@ void LinkResolver::connect(IInput& input, const String& nodeName, const String& 
 
 // reference = "null" | node
 void LinkResolver::resolveReference(IInput& input, const PendingLink& link) const {
+  begin(link);
   if (link.source.isEmpty()) return input.setNode(nullptr);
   interfaces::INode* const node = scene_.findNode(link.source);
   if (node == nullptr) {

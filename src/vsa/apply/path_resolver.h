@@ -8,14 +8,16 @@
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/read_session.h"
 
 namespace zn::korvo_sdk::impl {
 
 /// Resolves the elements of one target path: input names, member names and indices.
 class PathResolver {
  public:
-  /// `emitter` has the position of the statement.
-  PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter);
+  /// `emitter` has the position of the statement. `session` may be null.
+  PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter,
+               ReadSession* session = nullptr);
 
   /// Resolves the whole path. Returns null when a step finds and creates no input, or when the path
   /// has no elements. Throws DiagnosticError for a type mismatch or an index that is not a number.
@@ -53,6 +55,7 @@ class PathResolver {
   interfaces::INode& node_;
   const AssignInfo& info_;
   Emitter emitter_;
+  ReadSession* session_;
   std::uint64_t position_ = 1;   // in the path; its first token is the node's name or "."
   const Token* next_ = nullptr;  // the element after the current one
   const Token* afterNext_ = nullptr;

@@ -1,7 +1,7 @@
 // PendingLink: the data needed to resolve a reference or connection. Internal.
 //
 // A text may contain millions of links. All are kept until its last statement has been parsed. An
-// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 16 and shares its names.
+// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 24 and shares its names.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,7 @@
 #include <vsa/scene/scene_interface.h>
 #include "foundation/containers/hash_map.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/read_session.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -21,6 +22,8 @@ struct PendingLink {
   String source;
   /// Connection written `node.output`: the output's name; empty for anything else.
   String output;
+  /// The token before the statement; set if a ReadSession is attached.
+  TextPlace place;
 
   PendingLink() = default;
   /// The link that a statement describes.

@@ -15,6 +15,7 @@ void ValueAssigner::assign(AssignInfo& info, const PathResolver& target) {
   if (array != nullptr) {
     typedElements_.setEmptyElements(*array, target.arrayCountBefore(), info.data.elementType);
   }
+  if (session_ != nullptr) session_->handOver(input, info);
   input.assign(info.data);
   if (info.data.type == AttrType::String) checkEnumeration(info, input);
 }

@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include "foundation/containers/hash_index.h"
@@ -45,6 +46,19 @@ class NamedList {
     if (hasIndex(capacity_)) return findInIndex(name);
     for (std::uint32_t i = 0; i < count_; ++i) {
       if (items_[i]->name() == name) return items_[i];
+    }
+    return nullptr;
+  }
+
+  /// The same without a String.
+  T* find(std::string_view name) const noexcept {
+    const auto isNamed = [&](std::uint64_t i) { return items_[i]->name().view() == name; };
+    if (hasIndex(capacity_)) {
+      const std::uint64_t i = index()->find(String::hashOf(name), isNamed);
+      return i == ds::HashIndex::NONE ? nullptr : items_[i];
+    }
+    for (std::uint32_t i = 0; i < count_; ++i) {
+      if (isNamed(i)) return items_[i];
     }
     return nullptr;
   }
