@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string_view>
 
+#include "foundation/base/sanitizers.h"
 #include "foundation/numbers/shortest_decimal.h"
 
 namespace zn::numbers {
@@ -41,7 +42,7 @@ struct Digits {
   int total;               // with them
 
   /// Drops the zeros before the first digit; not all digits are zero.
-  void stripFront() {
+  VSA_WRAPS_AROUND void stripFront() {
     while (first == 0 && words[0] == 0) {
       words[0] = words[1];
       words[1] = 0;
