@@ -1,5 +1,5 @@
-// Reads the texts of tests/regressions from each kind of source. Each text NAME.vsa once showed a
-// bug, which its name tells; NAME.expect is what reading it must give, in the form of the cases.
+// Reads the texts of tests/regressions from each kind of source. Each text NAME.vsa once showed the
+// bug in its name. NAME.expect is the expected outcome, in the format of the cases.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -2,8 +2,9 @@
 //
 //   #include <vsa/vsa.h>
 //
-// Namespace vsa, for programs that read scenes and look at them: vsa::Scene owns a scene, and views
-// (vsa::NodeView, vsa::InputView) look into it and are safe on what is missing.
+// Namespace vsa, for programs that read, look at and change scenes: vsa::Scene owns a scene, views
+// (vsa::NodeView, vsa::InputView) look into it and are safe on what is missing, and vsa::Node and
+// vsa::Input change it.
 //
 //   std::optional<double> power = scene["sun"]["power"].real();
 //
@@ -17,7 +18,12 @@
 
 #include <vsa/back_links.h>
 #include <vsa/buffer_view.h>
+#include <vsa/edit.h>
+#include <vsa/edit_status.h>
+#include <vsa/read.h>
 #include <vsa/scene.h>
+#include <vsa/text_rules.h>
+#include <vsa/value.h>
 #include <vsa/value_types.h>
 #include <vsa/view.h>
 

@@ -45,7 +45,7 @@ OUTCOMES = ("log", "json", "output")
 
 
 class Failure(Exception):
-    """What a block gives is not what the page says."""
+    """The outcome of a block differs from the page."""
 
 
 class Tools:
@@ -69,7 +69,7 @@ class Tools:
         return self.path(name)
 
     def attempt(self, command, folder=None, **environment):
-        """Runs a command; its status and what it printed, standard error included."""
+        """Runs a command. Returns its status and its output, including standard error."""
         variables = dict(os.environ, PATH=f"{self.prefix}/bin:{os.environ['PATH']}", **environment)
         done = subprocess.run(command, cwd=folder or self.scratch, env=variables, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
@@ -90,7 +90,7 @@ class Tools:
         self.run(command)
 
     def dump(self, text):
-        """What `vsa dump` says about a text."""
+        """The output of `vsa dump` for a text."""
         path = self.write("text.vsa", text)
         status, printed = self.attempt([self.vsa, "dump", path])
         if status not in (0, 1):
@@ -116,7 +116,7 @@ def outcome(block, language):
     return next((other.text for other in block.outcomes if other.language == language), None)
 
 
-# What `vsa check` says about these bytes is in docs/messages.md, in the section "What the command adds".
+# The section "What the command adds" of docs/messages.md has the messages of `vsa check` about these bytes.
 DAMAGED = {
     "this looks like UTF-16": "lamp sun;".encode("utf-16"),
     "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
@@ -143,7 +143,7 @@ def check_command_messages(tools, page, report):
 
 
 def check_table_of_messages(tools, page, report):
-    """The page has the rows of the table of diagnostics, and each paragraph begins with the line that is logged."""
+    """The page has all rows of the table of diagnostics, and each paragraph begins with the logged line."""
     rows = {code_of(row.cells[1])[0]: row for row in page.rows if re.match(r"\[`", row.cells[1])}
     paragraphs = {heading: text for heading, text in page.first_lines()}
     for line in tools.run([tools.host("print_table")]).splitlines():
@@ -166,13 +166,13 @@ def lines_of(texts):
 
 
 def messages_of(dump):
-    """What was logged, in order, and what escaped the entry point."""
+    """The logged messages in order, and the text of the exception that left the entry point."""
     texts = [message["text"] for message in dump["log"]]
     return texts + ([dump["escaped"]] if dump["escaped"] is not None else [])
 
 
 def without_lines(message, count):
-    """The message as it would be, had the text `count` lines less before it."""
+    """The message for the text without its first `count` lines."""
     return re.sub(r"\((\d+),(\d+)\)", lambda at: f"({int(at[1]) - count},{at[2]})", message, count=1)
 
 
@@ -205,7 +205,7 @@ def run_cpp(tools, block):
 
 
 def commands_of(block):
-    """The commands of a console block, each with the lines that it prints."""
+    """The commands of a console block, each with its expected output."""
     command, printed = None, []
     for line in block.lines + ["$ "]:
         if line.startswith("$ "):
@@ -257,7 +257,7 @@ RUNNERS = {"vsa": run_vsa, "cpp": run_cpp, "calls": run_calls, "console": run_co
 
 
 def join_outcomes(page):
-    """The page's blocks without those that say what comes of another, which join that one."""
+    """The blocks of the page. A block with the outcome of another one is attached to that one."""
     blocks = []
     for block in page.blocks:
         if block.language in OUTCOMES and blocks and not block.comment:
@@ -380,7 +380,7 @@ def first_block(pages, page, language):
 
 
 def check_readme_program(tools, program, report):
-    """The program of README.md ends by itself whatever the text is."""
+    """The program of README.md does not crash, whatever the text is."""
     texts = ["", "}", "lamp sun;", "lamp snu: .power = 2.5;", "lamp sun: .pwoer = 2.5;", 'lamp sun: .power = "2.5";']
     for text in texts:
         tools.write("scene.vsa", text)
@@ -398,7 +398,7 @@ def main():
         scene, program = first_block(pages, "README.md", "vsa"), first_block(pages, "README.md", "cpp")
         tools.scene = scene.text
         tools.write("app.cpp", program.text)
-        # Programs first: texts of other pages are read by them.
+        # Programs first, because they read texts of other pages.
         blocks = [block for page in pages.values() for block in join_outcomes(page)]
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)

@@ -1,4 +1,4 @@
-// The value record: every tuple and matrix lies over `components`, and has as many of them.
+// The value record: every tuple and matrix overlaps `components` and has as many components.
 #include <vsa/scene/attr_data.h>
 
 #include <gtest/gtest.h>

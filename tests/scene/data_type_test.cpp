@@ -79,7 +79,7 @@ DataType componentOf(char letter) {
   }
 }
 
-// The last letter of a name says of what, the others say how many.
+// The last letter of a name gives the component type, the rest the number of components.
 TEST(DataTypes, ANameTellsTheComponents) {
   int known = 0;
   for (int value = 0; value < 60; ++value) {
@@ -91,7 +91,7 @@ TEST(DataTypes, ANameTellsTheComponents) {
       ++known;
     }
   }
-  EXPECT_EQ(known, 46);  // but Null, twelve of one component each, and ColorRef
+  EXPECT_EQ(known, 46);  // all except Null, twelve types of one component, and ColorRef
   EXPECT_EQ(componentCount(DataType::ColorRef), 4U);
   EXPECT_EQ(componentType(DataType::ColorRef), DataType::Byte);
   for (int value = 1; value < static_cast<int>(DataType::Vec2f); ++value) {

@@ -24,7 +24,7 @@ AttrData ofType(AttrType type) {
   return data;
 }
 
-/// A scene of few empty elements, with an array in it.
+/// A scene with a limit of 3 empty elements, and an array in it.
 class EmptyElements : public testing::Test {
  protected:
   EmptyElements() {
@@ -75,7 +75,7 @@ struct UseRow {
   Use use;
 };
 
-// One call each, and there is room for one element more.
+// After one of these calls, one more element can be appended.
 TEST_F(EmptyElements, WhatMakesAnElementUsed) {
   const UseRow rows[] = {
       {"assign", [](Scene&, Input* element) { element->assign(ofType(AttrType::Int)); }},
@@ -105,7 +105,7 @@ TEST_F(EmptyElements, WhatMakesAnElementUsed) {
 TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   fill();
   array_->element(0)->set(ofType(AttrType::Array));
-  // The element itself is used only once it holds one: there is no room for that one yet.
+  // The inner array counts as used only when it has an element, and that element exceeds the limit.
   EXPECT_EQ(append(array_->element(0)),
             "array n.a[0] cannot grow past the scene's limit of 3 empty elements");
   array_->element(1)->retain();
@@ -215,7 +215,7 @@ TEST(Depth, IsTestedBeforeTheEmptyElements) {
             "array n.a cannot grow past the scene's limit of 0 empty elements");
 }
 
-// An input of a node is level 1: deeper than no levels at all.
+// An input of a node has level 1, which exceeds a limit of 0.
 TEST(Depth, NoLevelsAtAll) {
   Scene scene;
   scene.setDepthLimit(0);

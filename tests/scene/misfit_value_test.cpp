@@ -1,5 +1,5 @@
-// Values handed to an input of another, declared type: the input stays as it is, and what the value
-// owns is freed (a leak check would tell).
+// Values of another type than that of a declared input. The input does not change, and the memory
+// of the value is freed (LeakSanitizer reports it otherwise).
 #include <gtest/gtest.h>
 
 #include <cstdlib>

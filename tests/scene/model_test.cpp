@@ -1,4 +1,4 @@
-// The minimal scene: nodes, inputs of every kind, links, removal, and where inputs lie in memory.
+// The minimal scene: nodes, inputs of every kind, links, removal, and the addresses of inputs.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -99,8 +99,7 @@ TEST(SceneNodes, ManyOfThem) {
   }
 }
 
-// Few inputs and outputs are searched one by one, more through an index; many lie in memory of
-// their own.
+// Short lists are scanned, longer ones have an index, and long ones have a block of their own.
 TEST(SceneNodes, WithThousandsOfInputsAndOutputs) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
@@ -502,8 +501,8 @@ std::uintptr_t addressOf(const Input* input) {
   return reinterpret_cast<std::uintptr_t>(input);
 }
 
-// Inputs of nodes, members and elements follow each other as they are made; only where a slab is
-// full does the next one begin, aligned to 256 bytes.
+// Inputs of nodes, members and elements have consecutive addresses in creation order. When a slab
+// is full, the next object is at a multiple of 256 bytes.
 TEST(SceneMemory, InputsLieInCreationOrder) {
   Scene scene;
   std::vector<const Input*> inputs;

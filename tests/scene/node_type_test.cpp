@@ -1,4 +1,4 @@
-// Declared node types: only what they declare exists, under its current name.
+// Declared node types: their nodes have the declared inputs and outputs only, under current names.
 #include <vsa/scene/node_type.h>
 
 #include <gtest/gtest.h>
@@ -59,6 +59,14 @@ class DeclaredTypes : public testing::Test {
   Node* node_;
 };
 
+TEST_F(DeclaredTypes, NodeKeepsTheDeclarationOfItsCreation) {
+  EXPECT_TRUE(node_->isDeclared());
+  EXPECT_FALSE(scene_.createNode("open", "o", "")->isDeclared());
+  unregisterNodeType("camera");
+  EXPECT_TRUE(node_->isDeclared());
+  EXPECT_FALSE(scene_.createNode("camera", "d", "")->isDeclared());
+}
+
 TEST_F(DeclaredTypes, InputsComeIntoBeingWhenTheyAreFirstNamed) {
   EXPECT_EQ(node_->inputCount(), 0U);
   EXPECT_TRUE(node_->hasInput("lens", AttrType::Null));
@@ -114,7 +122,7 @@ TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreFree) {
 TEST_F(DeclaredTypes, FormerNames) {
   EXPECT_EQ(text(updateInputName("camera", "angle")), "fov");
   EXPECT_EQ(text(updateInputName("camera", "fov")), "fov");
-  EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");  // once, not again and again
+  EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");  // translated once, not repeatedly
   EXPECT_EQ(text(updateInputName("Camera", "angle")), "angle");
   EXPECT_EQ(text(updateInputName("camera", "picture")), "picture");
   EXPECT_EQ(text(updateOutputName("camera", "picture")), "image");
@@ -196,9 +204,9 @@ TEST_F(DeclaredTypes, DefinedNodesOfADeclaredTypeAreClosedToo) {
   EXPECT_EQ(scene_.findNode("camera")->input("zoom"), nullptr);
 }
 
-// --- what is declared without a type ---
+// --- declarations without a type ---
 
-/// A declared type "rig" of which nothing has a type yet, and a node of it.
+/// A declared type "rig" whose inputs have no type yet, and a node of it.
 class DeclaredUntyped : public testing::Test {
  protected:
   DeclaredUntyped() {

@@ -1,4 +1,4 @@
-// The memory of a scene's short lists, tuples and strings.
+// The pool for a scene's short lists, tuples and strings.
 #include "scene/model/storage/small_block_pool.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ TEST(SmallBlockPool, OneThatIsGivenBackServesTheNextOfItsSize) {
   EXPECT_NE(pool.allocate(24), second);
 }
 
-// A host that edits one input all day long must not grow.
+// The memory must not grow when a host assigns one input many times.
 TEST(SmallBlockPool, AStringThatIsSetAgainAndAgainStaysInItsBlock) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "note n; n.text = \"the first one\";"));

@@ -125,7 +125,7 @@ TEST(VsaParser, ThrowingSourceLeavesTheConsumedTokenInItsSlot) {
   EXPECT_EQ(thrownBy([&] { parser.consume(); }), "gone");
   EXPECT_EQ(ringText(parser), "head 2: Id<c>2,1 Real<4.5>2,5 Semicolon<;>2,6 | current Id<c>2,1");
   EXPECT_EQ(tokenText(parser.lastLexed), "Semicolon<;>2,6");
-  // The source continues: so does the parser, with the token that stayed.
+  // The source continues. The parser consumes the same token again.
   EXPECT_EQ(tokenText(parser.consume()), "Id<c>2,1");
   EXPECT_EQ(parser.head, 0);
 }

@@ -209,9 +209,9 @@ TEST_F(Assign, ExistingInputThatIsNeitherReturnedNorCreated) {
   EXPECT_EQ(errors("n.o.p = 2;"), Lines{"error: PARSE ERROR (1,10): input 'n.o.p' not found.."});
 }
 
-// --- the order of the questions about a target ---
+// --- the order of the queries about a target ---
 
-TEST_F(Assign, TargetIsAskedInOrder) {
+TEST_F(Assign, TargetIsQueriedInOrder) {
   HostInput* const input = node_->add("a", AttrType::Int);
   const auto queries = [&](const std::string& bytes) {
     const LoggedLines log;

@@ -235,7 +235,8 @@ std::string componentsOf(const std::string& keyword, const std::string& list) {
   return shown;
 }
 
-// A word that is no number fails, except the fourth of a colour: then three numbers are the colour.
+// A word that is not a number makes the tuple fail. A colour whose fourth word is not a number has
+// the first three numbers.
 TEST(Scalar, WordsThatAreNoNumbers) {
   EXPECT_EQ(componentsOf("vec2", "(1 x)"), "failed 1 0");
   EXPECT_EQ(componentsOf("vec2", "(x 2)"), "failed 0 2");

@@ -22,24 +22,24 @@ namespace detail {
 
 class StringPrefetch;
 
-/// The shared buffer of a String: a header, and behind it the characters and a NUL, or a pointer to
-/// them. The header is small: most texts are names of a few characters.
+/// The shared buffer of a String: a header, followed by the characters and a NUL, or by a pointer
+/// to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // The first field: it fills the word of the handle count.
-  //   0                  a pointer to the characters is behind the header
-  //   1 to IN_SLAB - 1   the characters are behind the header, where this many fit
-  //   IN_SLAB + n        the same, n bytes behind the beginning of a slab; never overwritten
+  // The first field, because it fits into the same word as the handle count.
+  //   0                  a pointer to the characters follows the header
+  //   1 to IN_SLAB - 1   the characters follow the header, with a capacity of this many
+  //   IN_SLAB + n        the same, n bytes after the start of a slab; never overwritten
   std::uint32_t capacity_;
 
  public:
   /// A buffer with uninitialised characters and a NUL at `length`.
   static StringBuffer* make(std::size_t length);
-  /// A buffer that owns `chars`, from malloc: `length` characters and a NUL. Spare memory behind
-  /// them is freed.
+  /// A buffer that owns `chars`, from malloc: `length` characters and a NUL. Frees the
+  /// memory after them.
   static StringBuffer* adopt(char* chars, std::size_t length);
   /// The buffer of one character: a static object, never deleted.
   static StringBuffer* of(char c);
-  /// A buffer at `place`, `offset` bytes behind the beginning of its slab (string_slab.h), of
+  /// A buffer at `place`, `offset` bytes after the start of its slab (string_slab.h), of
   /// `bytesFor(length)` bytes.
   static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
   /// A multiple of 8.
@@ -51,7 +51,7 @@ class VSA_API StringBuffer final : public IRefCounted {
   bool isUnshared() const noexcept { return handles().isOne(); }
   /// Stops counting handles: the buffer is never deleted.
   void makeImmortal() noexcept { handles().makeImmortal(); }
-  /// Whether `count` characters may overwrite the present ones.
+  /// Whether `count` characters may overwrite the current ones.
   bool canHold(std::size_t count) const noexcept {
     return capacity_ < IN_SLAB && count <= capacity_;
   }

@@ -27,6 +27,11 @@ class VSA_API Input : public interfaces::IInput {
   const String& name() const noexcept;
   /// The node that the input belongs to, directly or through arrays and objects; never null.
   Node* owner() const noexcept;
+  /// The array or object that the input is an element or a member of; null for an input of a node.
+  Input* parent() const noexcept;
+  /// Whether the input was taken out of its node, array or object. Its memory stays until the scene
+  /// is destroyed.
+  bool isRemoved() const noexcept;
   /// The nesting level: 1 for an input of a node, and one more for each array or object around the
   /// input.
   unsigned level() const noexcept;
@@ -56,6 +61,18 @@ class VSA_API Input : public interfaces::IInput {
   Input* member(std::uint64_t index) const noexcept;
   /// The member of that name, or null.
   Input* memberNamed(std::string_view name) const noexcept;
+
+  // Changes that texts cannot make. What is removed keeps its place in memory, 48 bytes, until the
+  // scene is destroyed; its values are freed at once.
+
+  /// Frees the value and removes all elements and members: the input has type Null again. A
+  /// connection stays.
+  void clearValue() noexcept;
+  /// Removes elements from the end of an array until it has no more than `count`.
+  void truncate(std::uint64_t count) noexcept;
+  /// Removes a member of this object. Does nothing for any other input. Takes time proportional to
+  /// the object's members, constant time for the last one.
+  void removeMember(Input* member) noexcept;
 
   // IInput. The comments of the interface apply; these add the behaviour of this scene.
 

@@ -38,6 +38,11 @@ class VSA_API Node : public interfaces::INode {
   /// The input of that name that exists, or null. Instantiates no declared input.
   Input* inputNamed(std::string_view name) const noexcept;
 
+  /// Removes an input of this node and frees its values; its memory stays until the scene is
+  /// destroyed. Does nothing for any other input. A declared input is instantiated again when it is
+  /// next looked up. Takes time proportional to the node's inputs, constant time for the last one.
+  void removeInput(Input* input) noexcept;
+
   // INode. The comments of the interface apply; these add the behaviour of this scene.
 
   /// True also for an input that the type of the node declares: the first look-up creates it.

@@ -15,6 +15,14 @@ Node* Input::owner() const noexcept {
   return &impl().owner();
 }
 
+Input* Input::parent() const noexcept {
+  return impl().parentInput();
+}
+
+bool Input::isRemoved() const noexcept {
+  return impl().isRemoved();
+}
+
 unsigned Input::level() const noexcept {
   return impl().level_;
 }

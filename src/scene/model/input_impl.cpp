@@ -21,7 +21,8 @@ InputImpl::InputImpl(NodeImpl* node, String name, AttrType type)
       isNodeInput_(true),
       isElement_(false),
       isUnused_(false),
-      isLongString_(false) {
+      isLongString_(false),
+      isRemoved_(false) {
   parent_.node = node;
 }
 
@@ -34,7 +35,8 @@ InputImpl::InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrTy
       isNodeInput_(false),
       isElement_(parent->typeOf() == AttrType::Array),
       isUnused_(isElement_),
-      isLongString_(false) {
+      isLongString_(false),
+      isRemoved_(false) {
   parent_.input = parent;
 }
 

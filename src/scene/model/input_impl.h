@@ -30,6 +30,10 @@ class InputImpl final : public Input {
   const String& name() const noexcept { return name_; }
   NodeImpl& owner() const noexcept;
   bool isInputOf(const NodeImpl& node) const noexcept { return parent_.node == &node; }
+  bool isRemoved() const noexcept { return isRemoved_; }
+  /// Marks an input that its node, array or object no longer has, and frees what it holds.
+  void remove() noexcept;
+  void clearValue() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 
   // IInput.
@@ -97,6 +101,8 @@ class InputImpl final : public Input {
   void assignPlain(const AttrData& value);
   void assignComponents(const double* components);
   void freeValue() noexcept;
+  InputImpl* takeLastChild() noexcept;
+  void clearOwnValue() noexcept;
 
   union {
     NodeImpl* node;    // if isNodeInput_
@@ -112,6 +118,7 @@ class InputImpl final : public Input {
   bool isElement_ : 1;
   bool isUnused_ : 1;  // an element that counts as empty
   bool isLongString_ : 1;
+  bool isRemoved_ : 1;
 };
 
 #if defined(__LP64__)

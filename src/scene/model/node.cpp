@@ -44,6 +44,13 @@ Input* Node::inputNamed(std::string_view name) const noexcept {
   return impl().inputs().find(name);
 }
 
+void Node::removeInput(Input* input) noexcept {
+  if (input == nullptr || input->isRemoved()) return;
+  NodeImpl& node = static_cast<NodeImpl&>(*this);
+  InputImpl& removed = static_cast<InputImpl&>(*input);
+  if (removed.isInputOf(node)) node.remove(removed);
+}
+
 NodeImpl::NodeImpl(const String& type, const String& name, std::uint64_t position)
     : type_(type), name_(name), firstOutput_(position) {
   if (!hasDeclaredTypes()) return;
@@ -114,6 +121,12 @@ InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t element
   inputs_.append(made, scene.pool);
   scene.lastFoundInput = made;
   return made;
+}
+
+void NodeImpl::remove(InputImpl& input) noexcept {
+  storage().lastFoundInput = nullptr;
+  inputs_.remove(inputs_.positionOf(&input));
+  input.remove();
 }
 
 OutputImpl* NodeImpl::output(const String& name) {

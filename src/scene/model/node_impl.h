@@ -35,6 +35,7 @@ class NodeImpl final : public Node {
     return cold_ != nullptr ? cold_->declaration.get() : nullptr;
   }
   const NamedList<InputImpl>& inputs() const noexcept { return inputs_; }
+  void remove(InputImpl& input) noexcept;
   SceneStorage& storage() const noexcept;
 
   // INode.

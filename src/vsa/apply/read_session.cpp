@@ -5,10 +5,12 @@
 
 namespace zn::korvo_sdk::impl {
 
-void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t writtenBytes) {
+void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
   if (bytes > limits.bufferBytes) exceed(Budget::BufferBytes);
-  const std::uint64_t paid = std::min(bytes, writtenBytes);
-  limits.memory += std::min(paid, Limits::NONE - limits.memory);
+  if (literalsRaiseMemory) {
+    const std::uint64_t written = std::min(bytes, expandedBytes);
+    limits.memory += std::min(written, Limits::NONE - limits.memory);
+  }
   charge(bytes);
 }
 

@@ -51,7 +51,8 @@ class ReadSession {
 
   Limits limits;
   Counts counts;
-  bool skipsBuffers = false;  ///< Buffer literals are described and not converted.
+  bool skipsBuffers = false;         ///< Buffer literals are described and not converted.
+  bool literalsRaiseMemory = false;  ///< The limit of memory grows by what literals expand to.
 
   // Where the parser is. For diagnostics.
 
@@ -100,8 +101,8 @@ class ReadSession {
   void takeLink() { charge(LINK_BYTES); }
   void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
   /// Called when type, count and size of a buffer are known, before its memory is taken.
-  /// `writtenBytes`: an upper bound of what the literal writes out; memory that the text pays for.
-  void takeBuffer(std::uint64_t bytes, std::uint64_t writtenBytes);
+  /// `expandedBytes`: an upper bound of what its compressed text expands to; 0 for a list.
+  void takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes);
 
   /// Owns the memory of a value until an input takes it. `memory` came from malloc or calloc.
   void hold(void* memory, std::uint64_t bytes) noexcept {
@@ -119,7 +120,8 @@ class ReadSession {
   std::uint64_t memory() const noexcept { return memory_; }
   /// Counts memory that the reading is about to take.
   void charge(std::uint64_t bytes) {
-    if (bytes > limits.memory || memory_ > limits.memory - bytes) exceed(Budget::Memory);
+    const bool fits = bytes <= limits.memory && memory_ <= limits.memory - bytes;
+    if (!fits && limits.memory != Limits::NONE) exceed(Budget::Memory);
     memory_ += bytes;
   }
 

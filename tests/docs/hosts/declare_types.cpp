@@ -1,4 +1,4 @@
-// declare_types [FILE]: reads a file with the declared type and prints the log; without one checks
+// declare_types [FILE]: reads FILE with the declared type and prints the log. Without FILE, checks
 // what docs/embedding.md says about the declaration.
 #include "read_and_print.h"
 

@@ -343,8 +343,8 @@ TEST(Inflate, AcceptsASingleCodeOfOneBit) {
   EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-// The tables are built in the same memory, one after the other. An entry of the code length table
-// that were left in a slot without a code would be read as a match of length 0.
+// The tables are built in the same memory, one after the other. If an entry of the code length
+// table remained in a slot without a code, it would be read as a match of length 0.
 TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);  // a literal 0
@@ -354,7 +354,7 @@ TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
-// The stream ends behind the length of a match: the distance is missing, not invalid.
+// The stream ends after the length of a match: the distance is missing, not invalid.
 TEST(Inflate, AStreamCutBeforeAnInvalidDistanceEndsEarly) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block, so that the stream ends at a byte
@@ -426,7 +426,7 @@ TEST(Inflate, AWrongChecksumIsReportedBeforeTrailingBytes) {
   EXPECT_EQ(ownInflate(stream, data.size() - 1).status, InflateStatus::TooLarge);
 }
 
-// Bytes behind the checksum may be in the bit buffer already, or in a run that is not read yet.
+// Bytes after the checksum may be in the bit buffer already, or in a run that is not read yet.
 TEST(Inflate, FindsTrailingBytesInAnyRun) {
   const Bytes data = mixture(2000, 14);
   const Bytes whole = zlibStream(data);
@@ -445,8 +445,8 @@ TEST(Inflate, FindsTrailingBytesInAnyRun) {
   }
 }
 
-// A literal 0 and ten matches of 258, with codes of one bit: the bit buffer then holds the first
-// bytes of the stored block behind them, and these may not fit into the output.
+// A literal 0 and ten matches of 258, with codes of one bit. The bit buffer then contains the first
+// bytes of the stored block after them, and these may not fit into the output.
 TEST(Inflate, StoredBytesFromTheBitBufferRespectTheCapacity) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);
@@ -555,7 +555,7 @@ TEST(Deflate, EverySmallSize) {
 }
 
 TEST(Deflate, LengthensCodesThatWouldBeTooLong) {
-  // Frequencies that grow like Fibonacci's numbers ask for codes of 20 bits.
+  // Frequencies that grow like the Fibonacci numbers need codes of 20 bits.
   Bytes data;
   std::size_t last = 1;
   std::size_t uses = 1;

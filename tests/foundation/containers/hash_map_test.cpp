@@ -77,7 +77,7 @@ TEST(HashMap, SettingAKeyTwiceKeepsOneNodeWithTheSecondValue) {
 
 enum class Kind { Null, Real };
 
-// As a table of names is used: a name that it lacks reads as the zero of the enumeration.
+// A map as a keyword table: the result for an unknown name is the enumerator with the value 0.
 TEST(HashMap, MissingIsTheZeroOfAnEnumeration) {
   HashMap<String, Kind> map;
   EXPECT_EQ(map.findNode("real"), nullptr);

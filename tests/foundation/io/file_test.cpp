@@ -89,6 +89,17 @@ TEST(File, ADefaultFileIsNotOpen) {
   EXPECT_TRUE(file.failed());
 }
 
+TEST(File, FillAndSkipWithoutAFile) {
+  File file;
+  const File::Window window = file.fill();
+  EXPECT_EQ(window.begin, nullptr);
+  EXPECT_EQ(window.end, nullptr);
+  file.skip(1);
+  signed char c = 7;
+  EXPECT_FALSE(file.read(c));
+  EXPECT_EQ(c, 7);
+}
+
 TEST(File, NoPath) {
   EXPECT_FALSE(File::open(nullptr).isOpen());
 }

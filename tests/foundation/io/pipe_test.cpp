@@ -1,4 +1,4 @@
-// File::open of a pipe: what has come is handed on at once.
+// File::open of a pipe: bytes are delivered as soon as they arrive.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
@@ -73,7 +73,7 @@ std::string rest(File& file) {
   return bytes;
 }
 
-// Were it waiting for a full block, it would come back only once the pipe is closed.
+// If it waited for a full block, it would return only after the pipe is closed.
 TEST(Pipe, HandsOnWhatHasCome) {
   Pipe pipe;
   pipe.write("abc");

@@ -239,7 +239,7 @@ TEST(NumberList, AwkwardLists) {
 }
 
 // The kernels that convert several fields at once leave some fields to another kernel and continue
-// behind them: the smallest integer, more characters than one load, a value half-way between two
+// after them: the smallest integer, more characters than one load, a value half-way between two
 // floats.
 TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   forAllTypes([](auto type) {
@@ -266,8 +266,8 @@ std::string numberedField(size_t position, size_t length) {
   return field;
 }
 
-/// A kernel reads many characters at once and stores where their fields end: as many fields in such
-/// a chunk, and ends as far from its start, as there can be, with enough capacity and with too
+/// A kernel reads a chunk of characters and stores the ends of its fields. The lists have the
+/// maximum number of fields in a chunk and the largest offsets, with enough capacity and with too
 /// little.
 TEST(NumberList, ShortFieldsInALongList) {
   std::mt19937 random(20);
@@ -286,7 +286,7 @@ TEST(NumberList, ShortFieldsInALongList) {
   });
 }
 
-/// A character that is not a digit is not one in a group of equal fields either.
+/// A group of equal fields with a character that is not a digit must not be converted.
 TEST(NumberList, FieldsOfEveryCharacter) {
   forAllTypes([](auto type) {
     for (int byte = 0; byte < 256; ++byte) {
@@ -321,9 +321,9 @@ class GuardedPages {
   GuardedPages& operator=(const GuardedPages&) = delete;
   ~GuardedPages() { munmap(base_, 3 * page_); }
 
-  /// `text` right behind the inaccessible page before it.
+  /// Places `text` directly after the first inaccessible page.
   char* atStart(const std::string& text) { return put(base_ + page_, text); }
-  /// `text` right before the inaccessible page behind it.
+  /// Places `text` directly before the second inaccessible page.
   char* atEnd(const std::string& text) { return put(base_ + 2 * page_ - text.size(), text); }
 
  private:
@@ -493,7 +493,7 @@ class RandomTexts {
     return result;
   }
 
-  /// 2^24, 2^53, powers of ten and the type's limits, a little more or less.
+  /// 2^24, 2^53, powers of ten and the type's limits, slightly more or less.
   std::string nearPower() {
     const uint64_t centres[] = {uint64_t{1} << 24, uint64_t{1} << 53, uint64_t{1} << 63,
                                 1000000000000000,  10000000000000000, 1000000000000000000};

@@ -183,7 +183,8 @@ std::string exactText(double value) {
   return digits + exponent;
 }
 
-/// Decimals of any length, for values that no type holds: this many digits are before the point.
+/// Decimals of any length, for values outside the range of every type. This many digits are before
+/// the point.
 constexpr size_t BEFORE_POINT = 310;
 
 std::string digitsOf(double magnitude) {

@@ -1,4 +1,4 @@
-// Every byte in every class, against sets written out by hand.
+// Every byte in every class, compared with sets written out by hand.
 #include <vsa/foundation/char_class.h>
 
 #include <gtest/gtest.h>

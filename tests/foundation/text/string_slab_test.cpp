@@ -40,7 +40,7 @@ TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   }
 }
 
-// As a text with its own memory, which the allocator aligns.
+// Aligned like a text with its own memory.
 TEST(StringSlabs, EveryTextIsAlignedToEight) {
   const auto placeOf = [](const String& text) {
     return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;
