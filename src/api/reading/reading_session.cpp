@@ -77,7 +77,7 @@ void Reading::stopAtLimit(Limit limit, std::string message) {
 
 std::uint64_t Reading::bytesHeldBy(IInput& input) {
   if (!isOwnModel_) return 0;
-  const auto& held = static_cast<const Input&>(input);
+  const auto& held = static_cast<const zn::korvo_sdk::Input&>(input);
   if (held.type() == AttrType::Buffer) return held.buffer().bytes;
   return held.type() == AttrType::String ? std::strlen(held.string()) : 0;
 }
