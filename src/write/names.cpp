@@ -3,19 +3,12 @@
 #include <algorithm>
 
 #include <vsa/foundation/char_class.h>
+#include <vsa/text_rules.h>
 #include "foundation/text/letter_case.h"
 
 namespace vsa::impl {
 
 namespace {
-
-bool startsName(char c) {
-  return c == '_' || zn::char_class::is(c, zn::char_class::LETTER);
-}
-
-bool continuesName(char c) {
-  return zn::char_class::is(c, zn::char_class::NAME);
-}
 
 bool isInBrackets(char c) {
   const bool isWhite = zn::char_class::is(c, zn::char_class::WHITE);
@@ -24,12 +17,6 @@ bool isInBrackets(char c) {
 }
 
 }  // namespace
-
-bool isName(std::string_view name) {
-  if (name.empty() || !startsName(name[0])) return false;
-  if (!std::all_of(name.begin() + 1, name.end(), continuesName)) return false;
-  return !zn::isWord(name, "true") && !zn::isWord(name, "false") && !zn::isWord(name, "null");
-}
 
 bool isOutputName(std::string_view name) {
   const std::size_t brackets = std::min(name.find('['), name.size());

@@ -2,6 +2,7 @@
 
 #include <charconv>
 
+#include <vsa/text_rules.h>
 #include "write/names.h"
 #include "write/reasons.h"
 
