@@ -28,6 +28,8 @@
 #include <vsa/value.h>
 #include <vsa/value_types.h>
 #include <vsa/view.h>
+#include <vsa/write.h>
+#include <vsa/write_options.h>
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/decompress.h>
