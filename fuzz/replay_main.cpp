@@ -20,6 +20,7 @@ struct Fuzzer {
 constexpr Fuzzer FUZZERS[] = {
     {"read_string", vsa_fuzz::readString},
     {"string_against_file", vsa_fuzz::stringAgainstFile},
+    {"public_api", vsa_fuzz::publicApi},
     {"lexer_against_plain", vsa_fuzz::lexerAgainstPlain},
     {"numbers", vsa_fuzz::numbers},
     {"unescape", vsa_fuzz::unescape},

@@ -83,7 +83,8 @@ struct [[nodiscard]] ReadOutcome {
   /// Why the reading ended, for people. Empty if `status` is Complete, and where there is no memory
   /// for it.
   std::string message;
-  /// What was found, in the order in which it was found. See ReadOptions::keptDiagnostics.
+  /// What was found, statement by statement, and in order of place within a statement. Links come
+  /// last, in no particular order. See ReadOptions::keptDiagnostics.
   std::vector<Diagnostic> diagnostics;
   /// Diagnostics that were found and not kept.
   std::uint64_t droppedDiagnostics = 0;

@@ -63,7 +63,7 @@ struct ReadOptions {
   /// Called at the beginning and then at most every 5 milliseconds, also while links are resolved.
   /// Returning false ends the reading with ReadStatus::Cancelled.
   std::function<bool(const ReadProgress&)> onProgress;
-  /// Called with each diagnostic as it is found, kept or not.
+  /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;
   /// How many diagnostics the outcome keeps, and how many bytes they may take. Those beyond are
   /// counted only, but the one that ended the reading is always kept.

@@ -321,7 +321,7 @@ TEST_F(CommandTest, AForeignEncodingIsReported) {
   }
 }
 
-TEST_F(CommandTest, ANulBehindTheEndOfTheReadIsNotReported) {
+TEST_F(CommandTest, ANulAfterTheEndOfTheReadIsNotReported) {
   const std::string statements = "lamp aa: .k = 1;\nlamp ab: .k = 1;\nlamp ac: .k = 1;\n";
   for (const char* stop : {"42;\n", "\xFF"}) {
     write("a.vsa", stop + statements + "\0"s);

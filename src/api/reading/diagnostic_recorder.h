@@ -36,6 +36,7 @@ class DiagnosticRecorder {
  private:
   bool isWanted(bool endedReading) const noexcept;
   void deliver(Diagnostic&& diagnostic);
+  void keep(Diagnostic&& diagnostic);
   void count(Severity severity) noexcept;
   void checkLimit(bool endedReading);
   std::uint64_t startOf(zn::korvo_sdk::impl::TextPlace tokenBefore);
@@ -52,6 +53,9 @@ class DiagnosticRecorder {
   TextIndex& index_;
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;
+  std::uint64_t blamedStatement_ = 0;  // where the statement of the current one begins
+  std::uint64_t statement_ = 0;        // where the statement of the last kept one begins
+  std::size_t firstOfStatement_ = 0;   // the first kept one of that statement
 };
 
 }  // namespace vsa

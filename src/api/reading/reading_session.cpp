@@ -10,7 +10,6 @@ namespace {
 
 using zn::korvo_sdk::AttrType;
 using zn::korvo_sdk::BufferValue;
-using zn::korvo_sdk::Input;
 using zn::korvo_sdk::impl::AssignInfo;
 using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
@@ -152,6 +151,11 @@ void Reading::write(zn::LogLevel level, const zn::String& text) {
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()));
 }
 
+void Reading::endAtSceneLimit(Limit limit, const zn::String& line) {
+  ending_.set(ReadStatus::OverLimit, line.view());
+  outcome_.limit = limit;
+}
+
 // Whether the next token, which a statement does not allow, is the end of the text.
 bool Reading::isAtEnd() const noexcept {
   return parser_.tokens[static_cast<std::uint64_t>(parser_.head)].type == Token::Type::Eof;
@@ -165,10 +169,11 @@ void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
     case FatalId::CannotAllocate:
       return ending_.set(ReadStatus::OutOfMemory, line.view());
     case FatalId::TooManyEmptyElements:
+      return endAtSceneLimit(Limit::EmptyElements, line);
+    case FatalId::TooManyArrayElements:
+      return endAtSceneLimit(Limit::Elements, line);
     case FatalId::NestedTooDeeply:
-      ending_.set(ReadStatus::OverLimit, line.view());
-      outcome_.limit = record.id == FatalId::NestedTooDeeply ? Limit::Depth : Limit::EmptyElements;
-      return;
+      return endAtSceneLimit(Limit::Depth, line);
     case FatalId::BadToken:
     case FatalId::UnrecognizedToken:
       return ending_.set(isAtEnd() ? ReadStatus::CutOff : ReadStatus::StoppedByError, line.view());

@@ -14,15 +14,21 @@ void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
   charge(bytes);
 }
 
-void ReadSession::handOver(interfaces::IInput& input, const AssignInfo& info) {
+void ReadSession::handOver(interfaces::IInput& input, const AttrData& value) {
   ++counts.values;
-  const bool isBuffer = info.data.type == AttrType::Buffer;
+  const bool isBuffer = value.type == AttrType::Buffer;
   if (isBuffer || heldBytes_ >= MIN_REPLACED_BYTES) {
     memory_ -= std::min(memory_, bytesHeldBy(input));
   }
-  if (isBuffer && skipsBuffers) keepSkipped(input, info);
+  if (isBuffer && skipsBuffers) keepSkipped(input, *assignment_);
   held_ = nullptr;
   heldBytes_ = 0;
+}
+
+std::uint64_t ReadSession::inputsOnPath() const noexcept {
+  std::uint64_t inputs = 0;
+  for (const Token& token : path_) inputs += token.type != Token::Type::Dot ? 1 : 0;
+  return path_[0].type == Token::Type::Dot ? inputs : inputs - 1;
 }
 
 void ReadSession::freeValue() noexcept {

@@ -224,7 +224,7 @@ const char* const LISTS[] = {
     "1  12345678.012345 2",
     "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25 26 27"};
 
-TEST(NumberList, AwkwardLists) {
+TEST(NumberList, UncommonLists) {
   forAllTypes([](auto type) {
     for (const std::string list : LISTS) {
       for (size_t capacity = 0; capacity < 6; ++capacity) checkList<decltype(type)>(list, capacity);
