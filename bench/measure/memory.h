@@ -10,7 +10,7 @@
 namespace bench {
 
 // The peak growth of resident memory in bytes while the file is read, including the scene. With
-// Route::String the text is in memory before and does not count. Starts this program again, so main
+// Route::String and Route::Text the text is in memory before and does not count. Starts this program again, so main
 // must call handlePeakRequest first. Linux only.
 size_t peakOfRead(const std::string& path, Route route);
 

@@ -333,7 +333,7 @@ TEST_F(Assign, NonNumericIndexIsQuotedAsWritten) {
     info.targetPath.push_back(token);
   }
   info.data.type = AttrType::Int;
-  PathResolver resolver(*node_, info, Emitter());
+  PathResolver resolver(*node_, info.targetPath, info.data.type, Emitter());
   EXPECT_EQ(vsa_tests::thrownBy([&] { resolver.resolve(); }),
             "PARSE ERROR (0,0): invalid input array index: [x].");
   EXPECT_EQ(scene_.options.calls, Lines{"n.createArray a Int"});
@@ -341,11 +341,11 @@ TEST_F(Assign, NonNumericIndexIsQuotedAsWritten) {
 
 TEST_F(Assign, PathWithoutElementsResolvesToNull) {
   AssignInfo info;
-  EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
+  EXPECT_EQ(PathResolver(*node_, info.targetPath, info.data.type, Emitter()).resolve(), nullptr);
   info.targetPath.push_back(Token{Token::Type::Id, "n", 1, 1});
-  EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
+  EXPECT_EQ(PathResolver(*node_, info.targetPath, info.data.type, Emitter()).resolve(), nullptr);
   info.targetPath.push_back(Token{Token::Type::Dot, ".", 1, 2});
-  EXPECT_EQ(PathResolver(*node_, info, Emitter()).resolve(), nullptr);
+  EXPECT_EQ(PathResolver(*node_, info.targetPath, info.data.type, Emitter()).resolve(), nullptr);
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
@@ -353,11 +353,11 @@ TEST_F(Assign, ResolverReturnsTheArrayOfItsTarget) {
   PrimedParser primed("n.a[1].b");
   AssignInfo info;
   ASSERT_TRUE(primed.parser.path(info.targetPath));
-  PathResolver resolver(*node_, info, Emitter());
+  PathResolver resolver(*node_, info.targetPath, info.data.type, Emitter());
   EXPECT_EQ(vsa_tests::text(resolver.resolve()->path()), "n.a[1].b");
   EXPECT_EQ(resolver.array(), nullptr);
   info.targetPath.reserve(4);
-  PathResolver shorter(*node_, info, Emitter());
+  PathResolver shorter(*node_, info.targetPath, info.data.type, Emitter());
   EXPECT_EQ(vsa_tests::text(shorter.resolve()->path()), "n.a[1]");
   EXPECT_EQ(shorter.array(), node_->input("a"));
 }

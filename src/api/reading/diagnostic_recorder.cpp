@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "api/reading/message_path.h"
+#include "api/reading/culprit/message_path.h"
 #include "vsa/apply/input_path.h"
 
 namespace vsa {
@@ -111,8 +111,23 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
     ++outcome_.droppedDiagnostics;
     return;
   }
-  outcome_.diagnostics.push_back(std::move(diagnostic));
+  keep(std::move(diagnostic));
   keptBytes_ += bytes;
+}
+
+// Within a statement, the kept ones are sorted by their place.
+void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
+  std::vector<Diagnostic>& kept = outcome_.diagnostics;
+  if (blamedStatement_ != statement_) {
+    statement_ = blamedStatement_;
+    firstOfStatement_ = kept.size();
+  }
+  const auto behind =
+      std::upper_bound(kept.begin() + static_cast<std::ptrdiff_t>(firstOfStatement_), kept.end(),
+                       diagnostic, [](const Diagnostic& a, const Diagnostic& b) {
+                         return a.range.begin.offset < b.range.begin.offset;
+                       });
+  kept.insert(behind, std::move(diagnostic));
 }
 
 void DiagnosticRecorder::count(Severity severity) noexcept {
@@ -166,6 +181,7 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
 // Without a culprit, the last character that was noticed.
 void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
                                   const Mistake& mistake) {
+  blamedStatement_ = start;
   const StatementTokens tokens(store_, index_, start, mistake.noticed);
   std::optional<Culprit> culprit = findCulprit(mistake, tokens);
   if (!culprit) {
@@ -188,10 +204,9 @@ std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
 // The left-hand side of the current assignment, with the name of the node.
 std::string DiagnosticRecorder::statementPath() const {
   const ReadSession* const session = parser_.session;
-  const AssignInfo* const info = session == nullptr ? nullptr : session->assignment();
-  if (info == nullptr) return {};
-  const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(info->targetPath));
-  const bool isOfWithNode = info->targetPath[0].type == Token::Type::Dot;
+  if (session == nullptr || session->path().empty()) return {};
+  const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(session->path()));
+  const bool isOfWithNode = session->path()[0].type == Token::Type::Dot;
   if (!isOfWithNode || parser_.withNode == nullptr) return path;
   return stringOf(parser_.withNode->name()) + path;
 }

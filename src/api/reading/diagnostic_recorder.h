@@ -7,10 +7,10 @@
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/read.h>
-#include "api/reading/culprit_finder.h"
+#include "api/reading/culprit/culprit_finder.h"
 #include "api/reading/ending.h"
-#include "api/reading/text_index.h"
-#include "api/reading/text_store.h"
+#include "api/reading/text/text_index.h"
+#include "api/reading/text/text_store.h"
 #include "vsa/parser.h"
 
 namespace vsa {
@@ -36,6 +36,7 @@ class DiagnosticRecorder {
  private:
   bool isWanted(bool endedReading) const noexcept;
   void deliver(Diagnostic&& diagnostic);
+  void keep(Diagnostic&& diagnostic);
   void count(Severity severity) noexcept;
   void checkLimit(bool endedReading);
   std::uint64_t startOf(zn::korvo_sdk::impl::TextPlace tokenBefore);
@@ -52,6 +53,9 @@ class DiagnosticRecorder {
   TextIndex& index_;
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;
+  std::uint64_t blamedStatement_ = 0;  // where the statement of the current one begins
+  std::uint64_t statement_ = 0;        // where the statement of the last kept one begins
+  std::size_t firstOfStatement_ = 0;   // the first kept one of that statement
 };
 
 }  // namespace vsa

@@ -15,6 +15,8 @@ using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
 using FatalId = zn::korvo_sdk::DiagnosticId;
 
+// An entry of a set.
+constexpr std::uint64_t DROPPED_LINK_BYTES = 40;
 constexpr std::chrono::milliseconds PROGRESS_INTERVAL{5};
 
 TextPlace placeOf(const Token& token) {
@@ -103,6 +105,21 @@ void Reading::keepSkipped(IInput& input, const AssignInfo& info) {
   outcome_.skippedBuffers.push_back(std::move(skipped));
 }
 
+// --- nodes that are not kept ---
+
+bool Reading::isDroppedNode(INode& node) {
+  return wanted_.isDropped(node);
+}
+
+void Reading::dropLink(IInput& input) {
+  charge(DROPPED_LINK_BYTES);
+  wanted_.dropLinksOf(input);
+}
+
+bool Reading::isKeptLink(IInput& input, INode& node) {
+  return wanted_.isDropped(input) == wanted_.isDropped(node);
+}
+
 // --- progress ---
 
 void Reading::poll() {
@@ -151,6 +168,11 @@ void Reading::write(zn::LogLevel level, const zn::String& text) {
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()));
 }
 
+void Reading::endAtSceneLimit(Limit limit, const zn::String& line) {
+  ending_.set(ReadStatus::OverLimit, line.view());
+  outcome_.limit = limit;
+}
+
 // Whether the next token, which a statement does not allow, is the end of the text.
 bool Reading::isAtEnd() const noexcept {
   return parser_.tokens[static_cast<std::uint64_t>(parser_.head)].type == Token::Type::Eof;
@@ -164,10 +186,11 @@ void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
     case FatalId::CannotAllocate:
       return ending_.set(ReadStatus::OutOfMemory, line.view());
     case FatalId::TooManyEmptyElements:
+      return endAtSceneLimit(Limit::EmptyElements, line);
+    case FatalId::TooManyArrayElements:
+      return endAtSceneLimit(Limit::Elements, line);
     case FatalId::NestedTooDeeply:
-      ending_.set(ReadStatus::OverLimit, line.view());
-      outcome_.limit = record.id == FatalId::NestedTooDeeply ? Limit::Depth : Limit::EmptyElements;
-      return;
+      return endAtSceneLimit(Limit::Depth, line);
     case FatalId::BadToken:
     case FatalId::UnrecognizedToken:
       return ending_.set(isAtEnd() ? ReadStatus::CutOff : ReadStatus::StoppedByError, line.view());

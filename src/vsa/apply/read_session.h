@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
@@ -21,6 +22,8 @@ struct ReadStopped {};
 struct TextPlace {
   std::int32_t line = 0;
   std::int32_t column = 0;
+
+  bool operator==(const TextPlace&) const = default;
 };
 
 class ReadSession {
@@ -52,6 +55,7 @@ class ReadSession {
   Limits limits;
   Counts counts;
   bool skipsBuffers = false;         ///< Buffer literals are described and not converted.
+  bool dropsNodes = false;           ///< Values and links of some nodes are not kept.
   bool literalsRaiseMemory = false;  ///< The limit of memory grows by what literals expand to.
 
   // Where the parser is. For diagnostics.
@@ -63,23 +67,33 @@ class ReadSession {
   bool isResolving() const noexcept { return isResolving_; }
   /// The current statement if it is an assignment whose path was read; otherwise null.
   const AssignInfo* assignment() const noexcept { return assignment_; }
+  /// Its path; empty if there is none.
+  std::span<const Token> path() const noexcept { return path_; }
 
   // The parser calls these. Those that take memory throw ReadStopped before it is taken.
 
+  /// Called twice for a statement that the parser reads again, from its tokens: it counts once.
   void beginStatement(std::int32_t line, std::int32_t column) {
+    const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
     statement_ = {line, column};
-    assignment_ = nullptr;
+    endAssignment();
     dropValue();
+    if (isAgain) return;
     if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
   }
-  /// `depth`: the number of inputs on the path.
-  void beginAssignment(const AssignInfo& info, std::uint64_t depth) {
+  /// Both stay as they are until the next statement begins.
+  void beginAssignment(const AssignInfo& info, std::span<const Token> path) {
     assignment_ = &info;
-    if (depth > limits.depth) exceed(Budget::Depth);
+    path_ = path;
+    if (limits.depth != Limits::NONE && inputsOnPath() > limits.depth) exceed(Budget::Depth);
+  }
+  /// The node that the assignment is for.
+  void beginTarget(interfaces::INode& node) {
+    if (dropsNodes) isDropped_ = isDroppedNode(node);
   }
   void beginResolution() noexcept {
     dropValue();
-    assignment_ = nullptr;
+    endAssignment();
     isResolving_ = true;
   }
   void beginLink(TextPlace place) {
@@ -98,7 +112,10 @@ class ReadSession {
     charge(INPUT_BYTES);
     ++counts.elements;
   }
-  void takeLink() { charge(LINK_BYTES); }
+  void takeLink(interfaces::IInput& input) {
+    charge(LINK_BYTES);
+    if (isDropped_) dropLink(input);
+  }
   void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
   /// Called when type, count and size of a buffer are known, before its memory is taken.
   /// `expandedBytes`: an upper bound of what its compressed text expands to; 0 for a list.
@@ -110,8 +127,13 @@ class ReadSession {
     held_ = memory;
     heldBytes_ = bytes;
   }
-  /// Called right before the value of `info` is assigned to `input`, which owns its memory then.
-  void handOver(interfaces::IInput& input, const AssignInfo& info);
+  /// Called right before the value is assigned to `input`, which owns its memory then.
+  void handOver(interfaces::IInput& input, AttrData& value);
+
+  /// Whether a link between the two is to be made. Otherwise the input is cleared.
+  bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
+    return !dropsNodes || isKeptLink(input, node);
+  }
 
   /// Describes a buffer literal that is not converted.
   virtual void skipBuffer(AssignInfo& info) = 0;
@@ -136,6 +158,10 @@ class ReadSession {
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
   /// A skipped buffer literal is about to be assigned to `input`.
   virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info) = 0;
+  // For `dropsNodes`.
+  virtual bool isDroppedNode(interfaces::INode& node) = 0;
+  virtual void dropLink(interfaces::IInput& input) = 0;
+  virtual bool isKeptLink(interfaces::IInput& input, interfaces::INode& node) = 0;
 
  private:
   static constexpr std::uint64_t STATEMENTS_PER_POLL = 64;
@@ -152,13 +178,21 @@ class ReadSession {
     if (held_ != nullptr) freeValue();
   }
   void freeValue() noexcept;
+  void endAssignment() noexcept {
+    assignment_ = nullptr;
+    path_ = {};
+  }
+  // All names and indices on the path but the node's name.
+  std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
   const AssignInfo* assignment_ = nullptr;
+  std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
   std::uint64_t memory_ = 0;
   bool isResolving_ = false;
+  bool isDropped_ = false;  // the node of the current assignment is not kept
 };
 
 }  // namespace zn::korvo_sdk::impl

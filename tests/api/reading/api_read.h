@@ -9,6 +9,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <vsa/read.h>
 #include "tests/support/declared_lamp.h"
@@ -45,12 +46,13 @@ class TestSource final : public vsa::Source {
   std::size_t at_ = 0;
 };
 
-/// The outcome in the form of an expectation: whether links were resolved, the log, the scene. The
-/// diagnostics that only the public API has are left out.
-inline std::string outcomeText(const vsa::ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene) {
+/// A result in the form of an expectation: whether links were resolved, the diagnostics as a log,
+/// the scene. The diagnostics that only the public API has are left out.
+inline std::string outcomeText(const vsa::ReadResult& result,
+                               const std::vector<vsa::Diagnostic>& diagnostics) {
   vsa_tools::ReadOutcome plain;
-  plain.result = outcome.applied.linksResolved;
-  for (const vsa::Diagnostic& found : outcome.diagnostics) {
+  plain.result = result.applied.linksResolved;
+  for (const vsa::Diagnostic& found : diagnostics) {
     const bool isOfApi =
         found.id >= vsa::DiagnosticId::EndMark || found.id == vsa::DiagnosticId::UnexpectedEof;
     if (isOfApi) continue;
@@ -58,7 +60,7 @@ inline std::string outcomeText(const vsa::ReadOutcome& outcome, const zn::korvo_
     plain.log.push_back({isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, found.logLine()});
   }
   vsa_tools::TextOutput out;
-  vsa_tools::dumpCase(plain, scene, out);
+  vsa_tools::dumpCase(plain, result.scene.plain(), out);
   return out.text();
 }
 

@@ -50,7 +50,7 @@ TEST(LexerTypes, ValuesAreFixed) {
 
 TEST(Tokens, FieldsAreInOrder) {
   const Token one{Type::Id, "a", 3, 4};
-  const auto& [type, characters, line, column] = one;
+  const auto& [type, characters, line, column, endIndex] = one;
   static_assert(std::is_same_v<decltype(type), const Type>);
   static_assert(std::is_same_v<std::underlying_type_t<Type>, std::int32_t>);
   static_assert(std::is_same_v<decltype(characters), const String>);
