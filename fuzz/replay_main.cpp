@@ -27,6 +27,8 @@ constexpr Fuzzer FUZZERS[] = {
     {"decompress", vsa_fuzz::decompress},
     {"compress", vsa_fuzz::compress},
     {"several_texts", vsa_fuzz::severalTexts},
+    {"write_text", vsa_fuzz::writeReadText},
+    {"write_scene", vsa_fuzz::writeMadeScene},
 };
 
 void replay(const fs::path& file) {

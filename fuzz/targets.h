@@ -29,5 +29,9 @@ void decompress(std::string_view input);
 void compress(std::string_view input);
 /// Reads several texts into one scene and removes nodes between them.
 void severalTexts(std::string_view input);
+/// Reads a text, writes its scene and reads that: the scenes must be equal.
+void writeReadText(std::string_view input);
+/// The same with a scene that is made through the public interface.
+void writeMadeScene(std::string_view input);
 
 }  // namespace vsa_fuzz

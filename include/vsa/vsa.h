@@ -2,11 +2,12 @@
 //
 //   #include <vsa/vsa.h>
 //
-// Namespace vsa, for programs that read, look at and change scenes: vsa::Scene owns a scene, views
-// (vsa::NodeView, vsa::InputView) look into it and are safe on what is missing, and vsa::Node and
-// vsa::Input change it.
+// Namespace vsa, for programs that read, look at and change scenes: the reading functions throw
+// nothing and print nothing, vsa::Scene owns a scene, views (vsa::NodeView, vsa::InputView) look
+// into it and are safe on what is missing, vsa::Node and vsa::Input change it.
 //
-//   std::optional<double> power = scene["sun"]["power"].real();
+//   const vsa::ReadResult result = vsa::readFile("scene.vsa");
+//   const double power = result.scene["sun"]["power"].real(1.0);
 //
 // Namespace zn and those inside it: the plain interface, for programs that write a scene of their
 // own (see <vsa/scene/scene_interface.h>) or call the reader's entry points themselves. A host with
@@ -20,12 +21,15 @@
 #include <vsa/buffer_view.h>
 #include <vsa/edit.h>
 #include <vsa/edit_status.h>
+#include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
 #include <vsa/text_rules.h>
 #include <vsa/value.h>
 #include <vsa/value_types.h>
 #include <vsa/view.h>
+#include <vsa/write.h>
+#include <vsa/write_options.h>
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/decompress.h>

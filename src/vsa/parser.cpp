@@ -33,6 +33,7 @@ bool VsaParser::parse(IScene* into, Lexer* from) {
     while (!nextIs(Type::Eof) && !nextIs(Type::Invalid)) {
       if (session != nullptr) session->beginStatement(current.line, current.column);
       if (!parseStatement()) emitter().fatal(DiagnosticId::UnrecognizedToken, peek(0).text);
+      parseSimpleStatements();
     }
     if (session != nullptr) session->beginResolution();
     resolveConnections();
@@ -101,6 +102,7 @@ void VsaParser::advance() {
   slot.line = lastLexed.line;
   slot.text = lastLexed.text;
   slot.column = lastLexed.column;
+  slot.endIndex = lastLexed.endIndex;
   head = head + 1 < lookahead ? head + 1 : 0;
 }
 

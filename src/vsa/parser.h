@@ -7,6 +7,7 @@
 
 #include <cstdarg>
 #include <cstdint>
+#include <span>
 #include <string_view>
 
 #include <vsa/foundation/file.h>
@@ -16,10 +17,12 @@
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/pending_link.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/apply/typed_elements.h"
 #include "vsa/lex/lexer.h"
+#include "vsa/lex/statement_scanner.h"
 #include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
@@ -138,19 +141,34 @@ class VsaParser {
   void prime();
   bool parseStatement();
 
+  // statement_simple.cpp: statements without tokens.
+
+  void parseSimpleStatements();
+  void begin(const SimpleStatement& statement) const;
+  bool convertValue(const SimpleStatement& statement);
+  void execute(const SimpleStatement& statement);
+  void assign(const SimpleStatement& statement);
+  bool convert(const SimpleStatement& statement, AttrData& data) const;
+
+  void recordComment(const String& comment);
+  void declareNode(const String& type, const String& name, bool isWith);
+  IInput* resolve(PathResolver& target, std::span<const Token> path);
+
   bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
-  INode* targetNode(const AssignInfo& info);
-  void setLink(PendingTable& table, IInput* input, const AssignInfo& info) const;
+  INode* targetNode(std::span<const Token> path);
+  void setLink(PendingTable& table, IInput* input, PendingLink link) const;
   void takeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;
+  char* takeString(std::string_view literal) const;
 
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
 
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
+  SimpleStatement simple_;       // the same without tokens
   TypedElements typedElements_;  // for the arrays of this text
 };
 

@@ -1,6 +1,5 @@
 // Assignments: parses the path and the right-hand side, finds the node and the input, then assigns
 // the value or stores a pending link.
-#include <cstdint>
 #include <utility>
 
 #include "vsa/apply/input_path.h"
@@ -13,16 +12,9 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 // The whole path for messages. The node's name is prepended to a path that begins with ".".
-String pathText(const AssignInfo& info, const interfaces::INode* node) {
-  const String text = collapsedPath(info.targetPath);
+String pathText(std::span<const Token> path, const interfaces::INode* node) {
+  const String text = collapsedPath(path);
   return node == nullptr || text[0] != '.' ? text : node->name() + text;
-}
-
-// The number of inputs that a path goes through: all names and indices but the node's name.
-std::uint64_t inputsOn(const ds::Vector<Token>& path) {
-  std::uint64_t inputs = 0;
-  for (const Token& token : path) inputs += token.type != Token::Type::Dot ? 1 : 0;
-  return path[0].type == Token::Type::Dot ? inputs : inputs - 1;
 }
 
 }  // namespace
@@ -35,27 +27,24 @@ bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
   if (!path(info.targetPath)) return false;
-  if (session != nullptr) session->beginAssignment(info, inputsOn(info.targetPath));
+  if (session != nullptr) session->beginAssignment(info, info.targetPath);
   const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
   if (!isRead) return false;
-  const Emitter messages = emitter();
-  INode* const node = targetNode(info);
-  if (session != nullptr) session->beginTarget(*node);
-  PathResolver target(*node, info, messages, session);
-  IInput* const input = target.resolve();
-  if (input == nullptr) messages.fatal(DiagnosticId::InputNotFound, pathText(info, node));
+  PathResolver target(*targetNode(info.targetPath), info.targetPath, info.data.type, emitter(),
+                      session);
+  IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
-    setLink(connections, input, info);
+    setLink(connections, input, PendingLink(info));
   } else if (info.isReference) {
-    setLink(references, input, info);
+    setLink(references, input, PendingLink(info));
   } else {
-    ValueAssigner(messages, typedElements_, session).assign(info, target);
+    ValueAssigner(emitter(), typedElements_, session)
+        .assign(info.data, info.valueToken.text.view(), target);
   }
   return true;
 }
 
-void VsaParser::setLink(PendingTable& table, IInput* input, const AssignInfo& info) const {
-  PendingLink link(info);
+void VsaParser::setLink(PendingTable& table, IInput* input, PendingLink link) const {
   if (session != nullptr) {
     session->takeLink(*input);
     link.place = session->statement();
@@ -63,16 +52,23 @@ void VsaParser::setLink(PendingTable& table, IInput* input, const AssignInfo& in
   table.setLink(input, std::move(link));
 }
 
+interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
+  if (session != nullptr) session->beginTarget(target.node());
+  IInput* const input = target.resolve();
+  if (input != nullptr) return input;
+  emitter().fatal(DiagnosticId::InputNotFound, pathText(path, &target.node()));
+}
+
 // A path that begins with "." refers to the "with" node.
-interfaces::INode* VsaParser::targetNode(const AssignInfo& info) {
-  const Token& first = info.targetPath[0];
+interfaces::INode* VsaParser::targetNode(std::span<const Token> path) {
+  const Token& first = path[0];
   if (first.type == Token::Type::Dot) {
     if (withNode != nullptr) return withNode;
-    emitter().fatal(DiagnosticId::WithNodeNotSet, pathText(info, nullptr));
+    emitter().fatal(DiagnosticId::WithNodeNotSet, pathText(path, nullptr));
   }
   INode* const node = sceneOrNone().findNode(first.text);
   if (node != nullptr) return node;
-  emitter().fatal(DiagnosticId::NodeNotFound, pathText(info, nullptr));
+  emitter().fatal(DiagnosticId::NodeNotFound, pathText(path, nullptr));
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -44,16 +44,20 @@ bool VsaParser::parseComment() {
   if (!nextIs(Token::Type::Comment)) return false;
   Token comment;
   advanceInto(comment);
-  // A comment with both words sets only the version.
-  const std::string_view text = comment.text.view();
-  if (hasKey(text, "version")) {
-    setVersion(sceneOrNone(), comment.text, emitter());
-  } else if (hasKey(text, "time")) {
-    setTime(sceneOrNone(), comment.text);
-  }
-  if (session != nullptr) session->takeText(comment.text.len());
-  sceneOrNone().pushFileComment(comment.text);
+  recordComment(comment.text);
   return true;
+}
+
+void VsaParser::recordComment(const String& comment) {
+  // A comment with both words sets only the version.
+  const std::string_view text = comment.view();
+  if (hasKey(text, "version")) {
+    setVersion(sceneOrNone(), comment, emitter());
+  } else if (hasKey(text, "time")) {
+    setTime(sceneOrNone(), comment);
+  }
+  if (session != nullptr) session->takeText(comment.len());
+  sceneOrNone().pushFileComment(comment);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -92,14 +92,18 @@ bool VsaParser::declare(DeclareInfo& info) {
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
-  INode* node = sceneOrNone().findNode(info.name.text);
+  declareNode(info.type.text, info.name.text, info.isWith);
+  return true;
+}
+
+void VsaParser::declareNode(const String& type, const String& name, bool isWith) {
+  INode* node = sceneOrNone().findNode(name);
   if (node == nullptr) {
-    takeNode(info.type.text.len() + info.name.text.len());
-    node = sceneOrNone().createNode(info.type.text, info.name.text, String());
+    takeNode(type.len() + name.len());
+    node = sceneOrNone().createNode(type, name, String());
     countNode(node);
   }
-  if (info.isWith) withNode = node;
-  return true;
+  if (isWith) withNode = node;
 }
 
 // "with" name ":"

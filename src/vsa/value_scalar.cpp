@@ -1,10 +1,11 @@
 // Scalar literals: booleans, numbers, strings and typed tuples. Untyped lists are object or array
 // values, and their contents are not parsed.
-#include <memory>
+#include <cstdint>
 #include <string_view>
 
 #include <vsa/foundation/tuple_parse.h>
-#include "foundation/containers/hash_map.h"
+#include "foundation/numbers/number_text.h"
+#include "foundation/text/letter_case.h"
 #include "vsa/apply/string_literal.h"
 #include "vsa/parser.h"
 
@@ -13,21 +14,40 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 using Type = Token::Type;
-using TypeTable = ds::HashMap<String, AttrType>;
 
-const TypeTable* makeScalarTypes() {
-  struct Row {
-    const char* keyword;
-    AttrType type;
-  };
-  static constexpr Row ROWS[] = {
-      {"vec2", AttrType::Vec2}, {"vec3", AttrType::Vec3}, {"vec4", AttrType::Vec4},
-      {"pos2", AttrType::Pos2}, {"pos3", AttrType::Pos3}, {"quat", AttrType::Quat},
-      {"mat3", AttrType::Mat3}, {"mat4", AttrType::Mat4}, {"rgba", AttrType::Rgba},
-  };
-  auto table = std::make_unique<TypeTable>();
-  for (const Row& row : ROWS) table->set(row.keyword, row.type);
-  return table.release();
+constexpr std::uint32_t packed(const char* keyword) {
+  std::uint32_t bytes = 0;
+  for (int i = 0; i < 4; ++i) {
+    bytes = bytes << 8 | static_cast<unsigned char>(toLowerCase(keyword[i]));
+  }
+  return bytes;
+}
+
+// The type of a tuple with that keyword, in any letter case. Null for any other word.
+AttrType tupleTypeOf(std::string_view keyword) {
+  if (keyword.size() != 4) return AttrType::Null;
+  switch (packed(keyword.data())) {
+    case packed("vec2"):
+      return AttrType::Vec2;
+    case packed("vec3"):
+      return AttrType::Vec3;
+    case packed("vec4"):
+      return AttrType::Vec4;
+    case packed("pos2"):
+      return AttrType::Pos2;
+    case packed("pos3"):
+      return AttrType::Pos3;
+    case packed("quat"):
+      return AttrType::Quat;
+    case packed("mat3"):
+      return AttrType::Mat3;
+    case packed("mat4"):
+      return AttrType::Mat4;
+    case packed("rgba"):
+      return AttrType::Rgba;
+    default:
+      return AttrType::Null;
+  }
 }
 
 // Removes the parentheses at both ends of the list.
@@ -38,12 +58,25 @@ std::string_view withoutParens(std::string_view list) {
 }
 
 // `42` is an Int, `42u` a UInt; both are converted as signed 64-bit numbers.
-bool convertInteger(const String& text, AttrData& data) {
-  data.type = text.endsWith("u", false) ? AttrType::UInt : AttrType::Int;
+bool convertInteger(std::string_view text, AttrData& data) {
+  data.type = text.ends_with('u') ? AttrType::UInt : AttrType::Int;
   long long number = 0;
-  if (!String::parse(text, number, String::Radix::Decimal)) return false;
+  if (!integerFromText(text.data(), text.data() + text.size(), number)) return false;
   data.payload.integer = number;
   return true;
+}
+
+bool convertReal(std::string_view text, AttrData& data) {
+  data.type = AttrType::Real;
+  return realFromText(text.data(), text.data() + text.size(), data.payload.real);
+}
+
+// The components of every tuple are at the start of the payload, in storage order.
+bool convertTuple(AttrType type, std::string_view numbers, AttrData& data) {
+  data.type = type;
+  double* const components = data.payload.components;
+  if (type == AttrType::Rgba) return parseColour(numbers, components);
+  return parseTuple(numbers, componentCount(type), components);
 }
 
 }  // namespace
@@ -60,17 +93,14 @@ bool VsaParser::scalar(AssignInfo& info) {
       return String::parse(info.valueToken.text, data.payload.boolean);
     case Type::Int:
       advanceInto(info.valueToken);
-      return convertInteger(info.valueToken.text, data);
+      return convertInteger(info.valueToken.text.view(), data);
     case Type::Real:
       advanceInto(info.valueToken);
-      data.type = AttrType::Real;
-      return String::parse(info.valueToken.text, data.payload.real);
+      return convertReal(info.valueToken.text.view(), data);
     case Type::Str:
       advanceInto(info.valueToken);
       data.type = AttrType::String;
-      if (session != nullptr) session->charge(info.valueToken.text.len());
-      data.payload.string = copyOfStringValue(info.valueToken);
-      if (session != nullptr) session->hold(data.payload.string, info.valueToken.text.len());
+      data.payload.string = takeString(info.valueToken.text.view());
       return true;
     case Type::Braces:
       advanceInto(info.valueToken);
@@ -90,18 +120,41 @@ bool VsaParser::scalar(AssignInfo& info) {
 // keyword "(" numbers ")"   `vec3(0 1 0)`
 bool VsaParser::tuple(AssignInfo& info) {
   if (peek(1).type != Type::Parens) return false;
-  // Never destroyed: another thread may still read while the process exits.
-  static const TypeTable& scalarTypes = *makeScalarTypes();
-  const TypeTable::Node* const type = scalarTypes.findNode(peek(0).text.toLower(true));
-  if (type == nullptr) return false;
+  const AttrType type = tupleTypeOf(peek(0).text.view());
+  if (type == AttrType::Null) return false;
   match(info.valueToken, Type::Id);
   match(info.listToken, Type::Parens);
-  info.data.type = type->value;
-  // The components of every tuple are at the start of the payload, in storage order.
-  const std::string_view numbers = withoutParens(info.listToken.text.view());
-  double* const components = info.data.payload.components;
-  if (info.data.type == AttrType::Rgba) return parseColour(numbers, components);
-  return parseTuple(numbers, componentCount(info.data.type), components);
+  return convertTuple(type, withoutParens(info.listToken.text.view()), info.data);
+}
+
+// The characters of a string literal, in memory that the record owns.
+char* VsaParser::takeString(std::string_view literal) const {
+  if (session != nullptr) session->charge(literal.size());
+  char* const characters = copyOfStringValue(literal);
+  if (session != nullptr) session->hold(characters, literal.size());
+  return characters;
+}
+
+// The value of a simple statement. False if it does not convert.
+bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) const {
+  switch (statement.valueType) {
+    case Type::Int:
+      return convertInteger(statement.value, data);
+    case Type::Real:
+      return convertReal(statement.value, data);
+    case Type::Str:
+      data.type = AttrType::String;
+      data.payload.string = takeString(statement.value);
+      return true;
+    case Type::Id: {
+      const AttrType type = tupleTypeOf(statement.value);
+      return type != AttrType::Null && convertTuple(type, statement.list, data);
+    }
+    default:
+      data.type = AttrType::Bool;
+      data.payload.boolean = statement.valueType == Type::True;
+      return true;
+  }
 }
 
 }  // namespace zn::korvo_sdk::impl

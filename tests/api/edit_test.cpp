@@ -273,8 +273,8 @@ TEST(Edit, RefusesWhatDoesNotFitThePlace) {
 }
 
 TEST(Edit, KeepsTheTypesThatAreDeclared) {
-  using namespace zn::korvo_sdk;
-  registerNodeType(
+  using zn::korvo_sdk::AttrType, zn::korvo_sdk::DataType;
+  zn::korvo_sdk::registerNodeType(
       {.name = "editedLamp",
        .inputs = {{.name = "power", .type = AttrType::Real},
                   {.name = "stops", .type = AttrType::Array, .elementType = AttrType::Int},
@@ -305,7 +305,7 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
   EXPECT_DONE(sun["profile"].setBuffer(ElementType::Float, std::array{1.0F}));
   EXPECT_DONE(sun.remove("power"));
   EXPECT_DONE(sun.set("power", 3.0));
-  unregisterNodeType("editedLamp");
+  zn::korvo_sdk::unregisterNodeType("editedLamp");
 }
 
 TEST(Edit, KeepsToTheLimitsOfTheScene) {

@@ -7,8 +7,10 @@ vsa      Read by `vsa dump`. The `log` block behind it is what is logged, the `j
          must be read without a message. <!-- before: TEXT --> is read in front of it, for an excerpt.
          <!-- with: NAME --> reads it by the program hosts/NAME.cpp instead, which prints what is logged.
 cpp      A whole program, or with <!-- in: NAME --> an excerpt that hosts/NAME.cpp includes as "block.inc". Compiled
-         against the installed library, and run where scene.vsa is the first text of README.md. What it prints is the
+         against the installed library, and run where scene.vsa is the first text of README.md. With
+         <!-- reads: PATH --> a copy of that file of the tree is there, too. What it prints is the
          `output` block behind it; without one it prints nothing. It ends with status 0.
+c        The same in C99, with the shared library.
 console  Commands after "$ ", each with what it prints. `./dev run` and `./dev check` become `vsa dump` and `vsa check`
          of the build under test: what they build first is that build.
 calls    The calls that hosts/order_of_calls.cpp prints, a repeated question once; two blanks begin a remark.
@@ -201,6 +203,16 @@ def run_cpp(tools, block):
         tools.write("block.inc", block.text)
         program = tools.host(name)
     tools.write("scene.vsa", tools.scene)
+    if block.directive("reads") is not None:
+        shutil.copy(os.path.join(ROOT, block.directive("reads")), tools.scratch)
+    expect("what it prints", tools.run([program]), outcome(block, "output") or "")
+
+
+def run_c(tools, block):
+    source, program, folder = tools.write("program.c", block.text), tools.path("program"), tools.library_folder()
+    tools.run(["cc", "-std=c99", "-pedantic", "-Wall", "-Wextra", "-Werror", f"-I{tools.prefix}/include", source,
+               f"-L{folder}", "-lvsa", f"-Wl,-rpath,{folder}", "-o", program])
+    tools.write("scene.vsa", tools.scene)
     expect("what it prints", tools.run([program]), outcome(block, "output") or "")
 
 
@@ -252,7 +264,7 @@ def run_python(tools, block):
     recipe.check(block.text, tools.dump, messages_of)
 
 
-RUNNERS = {"vsa": run_vsa, "cpp": run_cpp, "calls": run_calls, "console": run_console, "sh": run_sh,
+RUNNERS = {"vsa": run_vsa, "cpp": run_cpp, "c": run_c, "calls": run_calls, "console": run_console, "sh": run_sh,
            "cmake": run_cmake, "python": run_python}
 
 

@@ -29,7 +29,7 @@ TEST(DataTypes, EveryName) {
   }
 }
 
-TEST(DataTypes, TheEnumeratorsStandWhereTheirNamesDo) {
+TEST(DataTypes, EnumeratorsAndNamesHaveOneOrder) {
   EXPECT_STREQ(dataTypeName(DataType::Char), "Char");
   EXPECT_STREQ(dataTypeName(DataType::Ptr), "Ptr");
   EXPECT_STREQ(dataTypeName(DataType::Vec3f), "Vec3f");
@@ -41,7 +41,7 @@ TEST(DataTypes, TheEnumeratorsStandWhereTheirNamesDo) {
   EXPECT_EQ(static_cast<int>(DataType::ColorRef), 59);
 }
 
-TEST(DataTypes, AnElementIsItsComponents) {
+TEST(DataTypes, ElementBytesAreThoseOfTheComponents) {
   for (int value = 1; value < 60; ++value) {
     const auto type = static_cast<DataType>(value);
     SCOPED_TRACE(NAMES[value]);
@@ -80,7 +80,7 @@ DataType componentOf(char letter) {
 }
 
 // The last letter of a name gives the component type, the rest the number of components.
-TEST(DataTypes, ANameTellsTheComponents) {
+TEST(DataTypes, NamesGiveTypeAndNumberOfComponents) {
   int known = 0;
   for (int value = 0; value < 60; ++value) {
     const std::string name = NAMES[value];

@@ -107,7 +107,7 @@ TEST(HostInput, NeedNotCount) {
                                 "warning: Cannot assign nonexistent node no to f."}));
 }
 
-TEST(HostInput, NeedNotCountWhenTheReadingFails) {
+TEST(HostInput, NeedNotCountWhenTheParseFails) {
   PlainScene scene;
   const LoggedLines log;
   EXPECT_FALSE(impl::parseString(&scene, "n.a |= n.out; n.b = n; 42;"));

@@ -29,7 +29,7 @@ bool isEqual(const std::string& stored, const std::string& asked) {
   return InlineName(string(stored)) == InlineName::Key(name);
 }
 
-TEST(InlineName, GivesEveryNameBack) {
+TEST(InlineName, ReturnsEveryName) {
   for (std::size_t length = 0; length < LENGTHS; ++length) {
     const InlineName name(string(sample(length)));
     EXPECT_EQ(text(name.text()), sample(length)) << length;
@@ -59,7 +59,7 @@ TEST(InlineName, DiffersFromALongerOne) {
   }
 }
 
-TEST(InlineName, KeepsZeros) {
+TEST(InlineName, NameMayContainNul) {
   for (std::size_t length = 1; length < LENGTHS; ++length) {
     const std::string zeros(length, '\0');
     EXPECT_EQ(text(InlineName(string(zeros)).text()), zeros) << length;

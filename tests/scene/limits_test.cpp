@@ -76,7 +76,7 @@ struct UseRow {
 };
 
 // After one of these calls, one more element can be appended.
-TEST_F(EmptyElements, WhatMakesAnElementUsed) {
+TEST_F(EmptyElements, CallsThatCountAsUse) {
   const UseRow rows[] = {
       {"assign", [](Scene&, Input* element) { element->assign(ofType(AttrType::Int)); }},
       {"assign of an object",
@@ -114,7 +114,7 @@ TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   EXPECT_EQ(append(array_), FULL);
 }
 
-TEST_F(EmptyElements, LookUpsAndSetLeaveItEmpty) {
+TEST_F(EmptyElements, LookUpsAndSetDoNotCountAsUse) {
   fill();
   Input* const element = array_->element(0);
   element->set(ofType(AttrType::Buffer));
@@ -128,7 +128,7 @@ TEST_F(EmptyElements, LookUpsAndSetLeaveItEmpty) {
   EXPECT_EQ(append(array_), FULL);
 }
 
-TEST_F(EmptyElements, ARefusedMemberLeavesItEmpty) {
+TEST_F(EmptyElements, ARefusedMemberDoesNotCountAsUse) {
   fill();
   EXPECT_EQ(array_->element(0)->createInput("[0]", AttrType::Int), nullptr);
   EXPECT_EQ(append(array_), FULL);
@@ -144,7 +144,7 @@ TEST_F(EmptyElements, TheLimitMayBeSetAtAnyTime) {
   EXPECT_EQ(append(array_), "");
 }
 
-TEST_F(EmptyElements, ATextThatFillsItsArraysIsNeverLimited) {
+TEST_F(EmptyElements, TextWithoutGapsIsNotLimited) {
   std::string bytes;
   for (int i = 0; i < 100; ++i) {
     bytes += "n.i[*] = 1; n.o[*].x = 1; n.l[*] |= n.o; n.b[*] = byte[0] {};";
@@ -154,7 +154,7 @@ TEST_F(EmptyElements, ATextThatFillsItsArraysIsNeverLimited) {
   EXPECT_EQ(log.lines(), Lines{});
 }
 
-TEST_F(EmptyElements, ATextThatLeapsIsLimited) {
+TEST_F(EmptyElements, TextWithGapsIsLimited) {
   const LoggedLines log;
   EXPECT_TRUE(impl::parseString(&scene_, "n.i[2] = 1;"));
   EXPECT_FALSE(impl::parseString(&scene_, "n.i[5] = 1;"));
@@ -191,7 +191,7 @@ TEST(Depth, ElementsCountAsLevels) {
   EXPECT_EQ(inner->count(), 0U);
 }
 
-TEST(Depth, WhatExistsAlreadyIsFound) {
+TEST(Depth, ExistingInputsAreFound) {
   Scene scene;
   Input* const object = scene.createNode("open", "n", "")->createInput("o", AttrType::Object);
   Input* const x = object->createInput("x", AttrType::Int);
@@ -216,7 +216,7 @@ TEST(Depth, IsTestedBeforeTheEmptyElements) {
 }
 
 // An input of a node has level 1, which exceeds a limit of 0.
-TEST(Depth, NoLevelsAtAll) {
+TEST(Depth, LimitOfZeroPermitsNoInput) {
   Scene scene;
   scene.setDepthLimit(0);
   Node* const node = scene.createNode("open", "n", "");

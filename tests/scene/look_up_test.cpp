@@ -25,7 +25,7 @@ const T& oneOf(Random& random, const T (&from)[COUNT]) {
   return from[random() % COUNT];
 }
 
-TEST(LookUps, OfNodesFollowWhatIsMadeAndRemoved) {
+TEST(LookUps, OfNodesFollowCreationAndRemoval) {
   Random random(3);
   Scene scene;
   std::map<std::string, Node*> nodes;
@@ -95,7 +95,7 @@ void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inp
   ASSERT_EQ(node.inputCount(), inputs.size());
 }
 
-TEST(LookUps, OfInputsFollowWhatIsMade) {
+TEST(LookUps, OfInputsFollowCreation) {
   NodeType type;
   type.name = "look_up_lamp";
   type.inputs = {{.name = "a", .type = AttrType::Int}};

@@ -77,7 +77,7 @@ TEST_F(MisfitValue, AStructureForANumber) {
   EXPECT_EQ(node_->input("level")->elementType(), AttrType::Null);
 }
 
-TEST_F(MisfitValue, WhatFitsIsTakenTwice) {
+TEST_F(MisfitValue, MatchingValuesAreAssignedTwice) {
   for (int i = 0; i < 2; ++i) {
     node_->input("label")->assign(textValue());
     node_->input("points")->assign(bufferValue());

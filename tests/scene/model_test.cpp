@@ -139,7 +139,7 @@ TEST(SceneRemoval, AMissingNameDoesNothing) {
   EXPECT_EQ(scene.nodeCount(), 1U);
 }
 
-TEST(SceneRemoval, LeavesLookUpAndWalkButNotMemory) {
+TEST(SceneRemoval, NodeIsNotFoundButStaysInMemory) {
   Scene scene;
   Node* const a = scene.createNode("lamp", "a", "");
   Input* const input = a->createInput("x", AttrType::Int);
@@ -158,7 +158,7 @@ TEST(SceneRemoval, LeavesLookUpAndWalkButNotMemory) {
   EXPECT_EQ(again->inputCount(), 0U);
 }
 
-TEST(SceneRemoval, LinksLetGo) {
+TEST(SceneRemoval, LinksToTheNodeAreRemoved) {
   Scene scene;
   Node* const a = scene.createNode("lamp", "a", "");
   Node* const b = scene.createNode("lamp", "b", "");
@@ -228,7 +228,7 @@ TEST(SceneInputs, ManyOfThem) {
   EXPECT_EQ(node->input("100"), nullptr);
 }
 
-TEST(SceneInputs, ANewInputHoldsItsTypesZero) {
+TEST(SceneInputs, NewInputHasTheZeroOfItsType) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   for (int value = 0; value < ATTR_TYPE_COUNT; ++value) {
@@ -375,7 +375,7 @@ TEST(SceneValues, SetMakesAnEmptyBuffer) {
   EXPECT_EQ(buffer->buffer().memory, nullptr);
 }
 
-TEST(SceneValues, AssignTakesTheMemoryOver) {
+TEST(SceneValues, AssignTakesOwnershipOfTheMemory) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   Input* const name = node->createInput("s", AttrType::String);
@@ -450,7 +450,7 @@ TEST(SceneLinks, AnyInputMayBeConnected) {
   }
 }
 
-TEST(SceneLinks, AConnectionLeavesTheValue) {
+TEST(SceneLinks, ConnectionDoesNotChangeTheValue) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   Input* const input = node->createInput("x", AttrType::Int);
@@ -503,7 +503,7 @@ std::uintptr_t addressOf(const Input* input) {
 
 // Inputs of nodes, members and elements have consecutive addresses in creation order. When a slab
 // is full, the next object is at a multiple of 256 bytes.
-TEST(SceneMemory, InputsLieInCreationOrder) {
+TEST(SceneMemory, InputsAreInCreationOrder) {
   Scene scene;
   std::vector<const Input*> inputs;
   for (unsigned long long i = 0; i < 3000; ++i) {
@@ -526,7 +526,7 @@ TEST(SceneMemory, InputsLieInCreationOrder) {
   EXPECT_LT(slabs, inputs.size() / 100);
 }
 
-TEST(SceneMemory, TheOrderOfWarningsIsTheSameEveryTime) {
+TEST(SceneMemory, WarningsHaveOneOrder) {
   std::string bytes = "open n;";
   for (int i = 0; i < 300; ++i) {
     bytes += "n.i" + std::to_string(i) + " = nosuch" + std::to_string(i) + ";";

@@ -59,7 +59,7 @@ class DeclaredTypes : public testing::Test {
   Node* node_;
 };
 
-TEST_F(DeclaredTypes, NodeKeepsTheDeclarationOfItsCreation) {
+TEST_F(DeclaredTypes, IsDeclared) {
   EXPECT_TRUE(node_->isDeclared());
   EXPECT_FALSE(scene_.createNode("open", "o", "")->isDeclared());
   unregisterNodeType("camera");
@@ -67,7 +67,7 @@ TEST_F(DeclaredTypes, NodeKeepsTheDeclarationOfItsCreation) {
   EXPECT_FALSE(scene_.createNode("camera", "d", "")->isDeclared());
 }
 
-TEST_F(DeclaredTypes, InputsComeIntoBeingWhenTheyAreFirstNamed) {
+TEST_F(DeclaredTypes, InputsAreCreatedByTheirFirstLookUp) {
   EXPECT_EQ(node_->inputCount(), 0U);
   EXPECT_TRUE(node_->hasInput("lens", AttrType::Null));
   EXPECT_EQ(node_->inputCount(), 1U);
@@ -114,7 +114,7 @@ TEST_F(DeclaredTypes, AreClosed) {
             Lines{"warning: Cannot connect nonexistent output c.sound to c.fov."});
 }
 
-TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreFree) {
+TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreOpen) {
   EXPECT_EQ(logOf("c.lens.fstop = 2.8;"), Lines{});
   EXPECT_EQ(node_->input("lens")->input("fstop")->real(), 2.8);
 }
@@ -164,7 +164,7 @@ TEST_F(DeclaredTypes, InputsThatRefuseValuesTakeLinks) {
   EXPECT_EQ(node_->input("film")->connection(), node_->output("depth"));
 }
 
-TEST_F(DeclaredTypes, ANodeKeepsTheDeclarationItWasMadeWith) {
+TEST_F(DeclaredTypes, NodesKeepTheDeclarationOfTheirCreation) {
   NodeType changed;
   changed.name = "camera";
   changed.inputs = {declared("zoom", AttrType::Int)};
@@ -180,7 +180,7 @@ TEST_F(DeclaredTypes, ANodeKeepsTheDeclarationItWasMadeWith) {
   EXPECT_NE(scene_.createNode("camera", "e", "")->createInput("own", AttrType::Int), nullptr);
 }
 
-TEST_F(DeclaredTypes, AreAskedFromSeveralThreads) {
+TEST_F(DeclaredTypes, AreUsedFromSeveralThreads) {
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([i] {
@@ -276,7 +276,7 @@ TEST_F(DeclaredUntyped, AnArrayTakesLinksOnly) {
   EXPECT_EQ(node_->input("list")->element(1)->node(), node_);
 }
 
-TEST_F(DeclaredUntyped, AnArrayOfBuffersHasItsHolesTyped) {
+TEST_F(DeclaredUntyped, EmptyElementsOfAnArrayOfBuffersGetAType) {
   EXPECT_EQ(logOf("r.sets[2] = float[1] {1.5};"), Lines{});
   Input* const sets = node_->input("sets");
   ASSERT_EQ(sets->count(), 3U);

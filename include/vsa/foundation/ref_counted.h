@@ -2,7 +2,7 @@
 // File are such handles.
 //
 // Several threads may share an object if each has its own handle. While the process has a single
-// thread (the C library tells), counts are changed without atomic operations.
+// thread (which the C library reports), counts are changed without atomic operations.
 #pragma once
 
 #include <atomic>

@@ -204,10 +204,9 @@ std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
 // The left-hand side of the current assignment, with the name of the node.
 std::string DiagnosticRecorder::statementPath() const {
   const ReadSession* const session = parser_.session;
-  const AssignInfo* const info = session == nullptr ? nullptr : session->assignment();
-  if (info == nullptr) return {};
-  const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(info->targetPath));
-  const bool isOfWithNode = info->targetPath[0].type == Token::Type::Dot;
+  if (session == nullptr || session->path().empty()) return {};
+  const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(session->path()));
+  const bool isOfWithNode = session->path()[0].type == Token::Type::Dot;
   if (!isOfWithNode || parser_.withNode == nullptr) return path;
   return stringOf(parser_.withNode->name()) + path;
 }

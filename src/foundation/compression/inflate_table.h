@@ -2,7 +2,7 @@
 //
 // A code of up to `primaryBits` bits is found in one step: the stream's next bits, read as a
 // number, index the table, and each code fills every slot whose index begins with its bits. A
-// longer code leads to a subtable behind the primary slots, indexed by the bits that follow. An
+// longer code leads to a subtable after the primary slots, indexed by the bits that follow. An
 // entry is one 32-bit number that holds all a decoder needs:
 //
 //   bits 0..5    how many bits to drop: the code's, and those of the extra bits that follow it

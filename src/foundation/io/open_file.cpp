@@ -62,7 +62,7 @@ void OpenFile::detachCursor() noexcept {
 // the call, it gets no bytes.
 bool OpenFile::refill() {
   if (source_ == nullptr || isRefilling_) return false;
-  if (block_ == nullptr) block_ = std::make_unique_for_overwrite<char[]>(BLOCK_BYTES);
+  if (block_.use_count() != 1) block_ = std::make_shared_for_overwrite<char[]>(BLOCK_BYTES);
   at_ = end_ = block_.get();  // no buffered bytes while the source writes
   struct Refilling {
     bool& flag;

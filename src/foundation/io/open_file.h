@@ -49,6 +49,9 @@ class OpenFile final : public RefCounted {
   /// Reads the next byte and attaches the cursor to it. At the end, or when the source throws, both
   /// pointers are null. Detach the cursor before it is destroyed.
   void attach(const Cursor& cursor);
+  /// The memory of the buffered bytes. While another handle to it exists, other bytes are read into
+  /// other memory.
+  const std::shared_ptr<char[]>& block() const noexcept { return block_; }
   /// Sets the file's position to that of `cursor`, and both its pointers to null. Does nothing if
   /// it is not attached.
   void detach(const Cursor& cursor) noexcept;
@@ -62,7 +65,7 @@ class OpenFile final : public RefCounted {
 
   ByteSource* source_;
   String failure_;  // why there is no source
-  std::unique_ptr<char[]> block_;
+  std::shared_ptr<char[]> block_;
   const char* at_ = nullptr;        // the next byte; not used while a cursor is attached
   const char* end_ = nullptr;       // the end of the buffered bytes
   const Cursor* cursor_ = nullptr;  // the attached one

@@ -21,7 +21,7 @@ class StringSlab {
   /// A slab of `bytes` in all, with one user: its StringSlabs. Throws std::bad_alloc.
   static StringSlab* make(std::size_t bytes);
 
-  /// The slab of a buffer that is `offset` bytes behind the slab's beginning.
+  /// The slab of a buffer that is `offset` bytes after the start of the slab.
   static StringSlab* of(StringBuffer* buffer, std::uint32_t offset) noexcept {
     return reinterpret_cast<StringSlab*>(reinterpret_cast<std::byte*>(buffer) - offset);
   }

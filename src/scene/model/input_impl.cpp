@@ -16,6 +16,7 @@ namespace zn::korvo_sdk {
 InputImpl::InputImpl(NodeImpl* node, String name, AttrType type)
     : name_(std::move(name)),
       value_{.integer = 0},
+      nameTag_(static_cast<std::uint32_t>(name_.hash())),
       level_(1),
       type_(static_cast<std::uint8_t>(type)),
       isNodeInput_(true),
@@ -29,7 +30,6 @@ InputImpl::InputImpl(NodeImpl* node, String name, AttrType type)
 InputImpl::InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrType type)
     : name_(std::move(name)),
       value_{.integer = 0},
-      index_(index),
       level_(static_cast<std::uint16_t>(parent->level_ + 1)),
       type_(static_cast<std::uint8_t>(type)),
       isNodeInput_(false),
@@ -38,6 +38,11 @@ InputImpl::InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrTy
       isLongString_(false),
       isRemoved_(false) {
   parent_.input = parent;
+  if (isElement_) {
+    index_ = index;
+  } else {
+    nameTag_ = static_cast<std::uint32_t>(name_.hash());
+  }
 }
 
 InputImpl::~InputImpl() {

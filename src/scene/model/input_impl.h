@@ -28,6 +28,9 @@ class InputImpl final : public Input {
   ~InputImpl();
 
   const String& name() const noexcept { return name_; }
+  bool isNamed(const String& name, std::uint64_t hash) const noexcept {
+    return nameTag_ == static_cast<std::uint32_t>(hash) && name_ == name;
+  }
   NodeImpl& owner() const noexcept;
   bool isInputOf(const NodeImpl& node) const noexcept { return parent_.node == &node; }
   bool isRemoved() const noexcept { return isRemoved_; }
@@ -111,7 +114,10 @@ class InputImpl final : public Input {
   String name_;  // empty for elements
   OutputImpl* connection_ = nullptr;
   Value value_;
-  std::uint32_t index_ = 0;  // of an element
+  union {
+    std::uint32_t index_;    // of an element
+    std::uint32_t nameTag_;  // the low bits of the name's hash: a look-up reads no other names
+  };
   std::uint16_t level_;
   std::uint8_t type_;  // an AttrType
   bool isNodeInput_ : 1;

@@ -73,12 +73,8 @@ bool NodeImpl::hasInput(const String& name, AttrType type) {
 }
 
 InputImpl* NodeImpl::input(const String& name) {
-  InputImpl*& last = storage().lastFoundInput;
-  if (last != nullptr && last->isInputOf(*this) && last->name() == name) return last;
-  InputImpl* found = inputs_.find(name);
-  if (found == nullptr && declaration() != nullptr) found = instantiate(name);
-  if (found != nullptr) last = found;
-  return found;
+  InputImpl* const found = inputs_.find(name);
+  return found == nullptr && declaration() != nullptr ? instantiate(name) : found;
 }
 
 InputImpl* NodeImpl::createInput(const String& name, AttrType type) {
@@ -119,12 +115,10 @@ InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t element
     made->set(structure);
   }
   inputs_.append(made, scene.pool);
-  scene.lastFoundInput = made;
   return made;
 }
 
 void NodeImpl::remove(InputImpl& input) noexcept {
-  storage().lastFoundInput = nullptr;
   inputs_.remove(inputs_.positionOf(&input));
   input.remove();
 }

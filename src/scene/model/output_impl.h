@@ -30,6 +30,9 @@ class OutputImpl final : public Output {
     return fits;
   }
   const String& name() const noexcept;
+  bool isNamed(const String& name, std::uint64_t /*hash*/) const noexcept {
+    return this->name() == name;
+  }
   NodeImpl& node() const noexcept;
   std::uint32_t nodePosition() const noexcept { return nodePosition_; }
 

@@ -35,7 +35,6 @@ struct SceneStorage {
   Slabs<OutputImpl, SceneStorage> outputs{this};
   OutputNames outputNames;
   // The input of a node found last: consecutive look-ups are mostly for the same input.
-  InputImpl* lastFoundInput = nullptr;
   SceneLimits limits;
   FileHeader header;
 };

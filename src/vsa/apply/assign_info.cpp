@@ -51,6 +51,10 @@ void AssignInfo::clear() noexcept {
   reset(listToken);
   reset(referenceToken);
   isScalar = isBuffer = isConnection = isReference = false;
+  clearValue();
+}
+
+void AssignInfo::clearValue() noexcept {
   // Only matrices use more than the first NARROW_COMPONENTS of the payload.
   const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
   std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);
@@ -62,9 +66,12 @@ void AssignInfo::clear() noexcept {
 
 String AssignInfo::valueString() const {
   const bool isList = static_cast<int>(countToken.type) >= static_cast<int>(Token::Type::Id);
-  String text = isList ? valueToken.text + "[]" : valueToken.text;
-  if (text.len() <= MAX_SHOWN) return text;
-  return text.substring(0, MAX_SHOWN) + "...";
+  return quotedValue(valueToken.text.view(), isList);
+}
+
+String quotedValue(std::string_view firstToken, bool isBuffer) {
+  const String text = isBuffer ? String::copyOf(firstToken) + "[]" : String::copyOf(firstToken);
+  return text.len() <= MAX_SHOWN ? text : text.substring(0, MAX_SHOWN) + "...";
 }
 
 }  // namespace zn::korvo_sdk::impl

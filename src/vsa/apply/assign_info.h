@@ -1,6 +1,8 @@
 // AssignInfo: the record of one assignment. Internal.
 #pragma once
 
+#include <string_view>
+
 #include <vsa/foundation/string.h>
 #include <vsa/foundation/vector.h>
 #include <vsa/scene/attr_data.h>
@@ -37,10 +39,15 @@ struct AssignInfo {
 
   /// Resets every member. The paths keep their capacity.
   void clear() noexcept;
+  /// Resets `data`.
+  void clearValue() noexcept;
 
-  /// The value as messages quote it: the main token's text, followed by "[]" for a buffer. If this
-  /// is longer than 20 characters, the first 20 followed by "...".
+  /// The value as messages quote it.
   String valueString() const;
 };
+
+/// A value as messages quote it: its first token as written, followed by "[]" for a buffer. If this
+/// is longer than 20 characters, the first 20 followed by "...".
+String quotedValue(std::string_view firstToken, bool isBuffer);
 
 }  // namespace zn::korvo_sdk::impl

@@ -5,8 +5,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-String collapsedPath(const ds::Vector<Token>& path) {
-  if (path.size == 1) return path[0].text;
+String collapsedPath(std::span<const Token> path) {
+  if (path.size() == 1) return path[0].text;
   std::size_t length = 0;
   for (const Token& token : path) length += token.text.len();
   std::string text;

@@ -15,9 +15,9 @@ bool isIndex(const Token& element) {
 
 }  // namespace
 
-PathResolver::PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter,
-                           ReadSession* session)
-    : node_(node), info_(info), emitter_(emitter), session_(session) {
+PathResolver::PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
+                           const Emitter& emitter, ReadSession* session)
+    : node_(node), path_(path), valueType_(valueType), emitter_(emitter), session_(session) {
 }
 
 IInput* PathResolver::resolve() {
@@ -37,18 +37,17 @@ IInput* PathResolver::resolve() {
 
 // Names and indices; the dots between them are skipped.
 const Token* PathResolver::nextElement() {
-  const ds::Vector<Token>& path = info_.targetPath;
-  while (position_ < path.size) {
-    const Token& token = path[position_++];
+  while (position_ < path_.size()) {
+    const Token& token = path_[position_++];
     if (token.type == Token::Type::Id || token.type == Token::Type::Brackets) return &token;
   }
   return nullptr;
 }
 
 PathResolver::Required PathResolver::required() const {
-  if (next_ == nullptr) return {info_.data.type, AttrType::Null};
+  if (next_ == nullptr) return {valueType_, AttrType::Null};
   if (!isIndex(*next_)) return {AttrType::Object, AttrType::Null};
-  if (afterNext_ == nullptr) return {AttrType::Array, info_.data.type};
+  if (afterNext_ == nullptr) return {AttrType::Array, valueType_};
   return {AttrType::Array, isIndex(*afterNext_) ? AttrType::Array : AttrType::Object};
 }
 

@@ -2,13 +2,13 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include <vsa/foundation/string.h>
-#include <vsa/foundation/vector.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
-#include "vsa/apply/assign_info.h"
 #include "vsa/apply/read_session.h"
+#include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -16,8 +16,10 @@ namespace zn::korvo_sdk::impl {
 class PathResolver {
  public:
   /// `emitter` has the position of the statement. `session` may be null.
-  PathResolver(interfaces::INode& node, const AssignInfo& info, const Emitter& emitter,
-               ReadSession* session = nullptr);
+  PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
+               const Emitter& emitter, ReadSession* session = nullptr);
+
+  interfaces::INode& node() const noexcept { return node_; }
 
   /// Resolves the whole path. Returns null when a step finds and creates no input, or when the path
   /// has no elements. Throws DiagnosticError for a type mismatch or an index that is not a number.
@@ -53,7 +55,8 @@ class PathResolver {
   [[noreturn]] void typeError(AttrType type, interfaces::IInput& input) const;
 
   interfaces::INode& node_;
-  const AssignInfo& info_;
+  std::span<const Token> path_;
+  AttrType valueType_;
   Emitter emitter_;
   ReadSession* session_;
   std::uint64_t position_ = 1;   // in the path; its first token is the node's name or "."

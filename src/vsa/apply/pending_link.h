@@ -28,6 +28,7 @@ struct PendingLink {
   PendingLink() = default;
   /// The link that a statement describes.
   PendingLink(const AssignInfo& info);  // implicit: a record converts to its link
+  PendingLink(const String& node, const String& outputName) : source(node), output(outputName) {}
 };
 
 /// A filter with false positives but no false negatives. It stores the highest address added in

@@ -15,23 +15,29 @@ void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
 }
 
 // A node that is not kept gets values of each type without their memory.
-void ReadSession::handOver(interfaces::IInput& input, AssignInfo& info) {
+void ReadSession::handOver(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
-    if (info.data.type == AttrType::Buffer) {
-      info.data.payload.buffer = {nullptr, 0, 0, info.data.payload.buffer.type, 0};
-    } else if (info.data.type == AttrType::String) {
-      info.data.payload.string = nullptr;
+    if (value.type == AttrType::Buffer) {
+      value.payload.buffer = {nullptr, 0, 0, value.payload.buffer.type, 0};
+    } else if (value.type == AttrType::String) {
+      value.payload.string = nullptr;
     }
     return dropValue();
   }
   ++counts.values;
-  const bool isBuffer = info.data.type == AttrType::Buffer;
+  const bool isBuffer = value.type == AttrType::Buffer;
   if (isBuffer || heldBytes_ >= MIN_REPLACED_BYTES) {
     memory_ -= std::min(memory_, bytesHeldBy(input));
   }
-  if (isBuffer && skipsBuffers) keepSkipped(input, info);
+  if (isBuffer && skipsBuffers) keepSkipped(input, *assignment_);
   held_ = nullptr;
   heldBytes_ = 0;
+}
+
+std::uint64_t ReadSession::inputsOnPath() const noexcept {
+  std::uint64_t inputs = 0;
+  for (const Token& token : path_) inputs += token.type != Token::Type::Dot ? 1 : 0;
+  return path_[0].type == Token::Type::Dot ? inputs : inputs - 1;
 }
 
 void ReadSession::freeValue() noexcept {

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <span>
 
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
@@ -21,6 +22,8 @@ struct ReadStopped {};
 struct TextPlace {
   std::int32_t line = 0;
   std::int32_t column = 0;
+
+  bool operator==(const TextPlace&) const = default;
 };
 
 class ReadSession {
@@ -64,19 +67,25 @@ class ReadSession {
   bool isResolving() const noexcept { return isResolving_; }
   /// The current statement if it is an assignment whose path was read; otherwise null.
   const AssignInfo* assignment() const noexcept { return assignment_; }
+  /// Its path; empty if there is none.
+  std::span<const Token> path() const noexcept { return path_; }
 
   // The parser calls these. Those that take memory throw ReadStopped before it is taken.
 
+  /// Called twice for a statement that the parser reads again, from its tokens: it counts once.
   void beginStatement(std::int32_t line, std::int32_t column) {
+    const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
     statement_ = {line, column};
-    assignment_ = nullptr;
+    endAssignment();
     dropValue();
+    if (isAgain) return;
     if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
   }
-  /// `depth`: the number of inputs on the path.
-  void beginAssignment(const AssignInfo& info, std::uint64_t depth) {
+  /// Both stay as they are until the next statement begins.
+  void beginAssignment(const AssignInfo& info, std::span<const Token> path) {
     assignment_ = &info;
-    if (depth > limits.depth) exceed(Budget::Depth);
+    path_ = path;
+    if (limits.depth != Limits::NONE && inputsOnPath() > limits.depth) exceed(Budget::Depth);
   }
   /// The node that the assignment is for.
   void beginTarget(interfaces::INode& node) {
@@ -84,7 +93,7 @@ class ReadSession {
   }
   void beginResolution() noexcept {
     dropValue();
-    assignment_ = nullptr;
+    endAssignment();
     isResolving_ = true;
   }
   void beginLink(TextPlace place) {
@@ -118,8 +127,8 @@ class ReadSession {
     held_ = memory;
     heldBytes_ = bytes;
   }
-  /// Called right before the value of `info` is assigned to `input`, which owns its memory then.
-  void handOver(interfaces::IInput& input, AssignInfo& info);
+  /// Called right before the value is assigned to `input`, which owns its memory then.
+  void handOver(interfaces::IInput& input, AttrData& value);
 
   /// Whether a link between the two is to be made. Otherwise the input is cleared.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
@@ -169,9 +178,16 @@ class ReadSession {
     if (held_ != nullptr) freeValue();
   }
   void freeValue() noexcept;
+  void endAssignment() noexcept {
+    assignment_ = nullptr;
+    path_ = {};
+  }
+  // All names and indices on the path but the node's name.
+  std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
   const AssignInfo* assignment_ = nullptr;
+  std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
   std::uint64_t memory_ = 0;

@@ -45,13 +45,13 @@ char* copyOfLong(std::string_view text) {
 
 }  // namespace
 
-char* copyOfStringValue(const Token& literal) {
-  const std::string_view text = withoutQuotes(literal.text.view());
+char* copyOfStringValue(std::string_view literal) {
+  const std::string_view text = withoutQuotes(literal);
   return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text);
 }
 
-String stringValue(const Token& literal) {
-  const std::string_view text = withoutQuotes(literal.text.view());
+String stringValue(std::string_view literal) {
+  const std::string_view text = withoutQuotes(literal);
   return String(String::copyOf(text).unescape().buf());  // a value ends at its first NUL
 }
 

@@ -8,27 +8,27 @@ namespace zn::korvo_sdk::impl {
 
 using interfaces::IInput;
 
-void ValueAssigner::assign(AssignInfo& info, const PathResolver& target) {
+void ValueAssigner::assign(AttrData& value, std::string_view literal, const PathResolver& target) {
   IInput& input = *target.input();
   IInput* const array = target.array();
-  if (!accepts(info, input)) return;
+  if (!accepts(value, literal, input)) return;
   if (array != nullptr) {
-    typedElements_.setEmptyElements(*array, target.arrayCountBefore(), info.data.elementType);
+    typedElements_.setEmptyElements(*array, target.arrayCountBefore(), value.elementType);
   }
-  if (session_ != nullptr) session_->handOver(input, info);
-  input.assign(info.data);
-  if (info.data.type == AttrType::String) checkEnumeration(info, input);
+  if (session_ != nullptr) session_->handOver(input, value);
+  input.assign(value);
+  if (value.type == AttrType::String) checkEnumeration(literal, input);
 }
 
 // Returns whether the value may be assigned. If so, converts it to the input's type. If not, logs
 // the reason.
-bool ValueAssigner::accepts(AssignInfo& info, const IInput& input) const {
+bool ValueAssigner::accepts(AttrData& value, std::string_view literal, const IInput& input) const {
   if (input.isArray(false) || input.refusesValues()) {
-    emitWrongType(emitter_, info.valueString(), input);
+    emitWrongType(emitter_, quotedValue(literal, value.type == AttrType::Buffer), input);
     return false;
   }
-  if (input.holdsBuffer(false)) return acceptsBuffer(info, input);
-  const AttrType from = info.data.type;
+  if (input.holdsBuffer(false)) return acceptsBuffer(value, input);
+  const AttrType from = value.type;
   const AttrType to = input.type();
   if (from == to) return true;
   const Conversion conversion = conversionBetween(from, to);
@@ -37,16 +37,16 @@ bool ValueAssigner::accepts(AssignInfo& info, const IInput& input) const {
     return false;
   }
   if (conversion == Conversion::Narrowing) emitNarrowing(emitter_, attrTypeName(from), input);
-  convert(info.data, to);
+  convert(value, to);
   return true;
 }
 
-bool ValueAssigner::acceptsBuffer(const AssignInfo& info, const IInput& input) const {
-  if (info.data.type != AttrType::Buffer) {
-    emitWrongType(emitter_, attrTypeName(info.data.type), input);
+bool ValueAssigner::acceptsBuffer(const AttrData& value, const IInput& input) const {
+  if (value.type != AttrType::Buffer) {
+    emitWrongType(emitter_, attrTypeName(value.type), input);
     return false;
   }
-  const DataType type = info.data.payload.buffer.type;
+  const DataType type = value.payload.buffer.type;
   const DataType present = input.bufferType();
   if (present == DataType::Null || present == type) return true;
   emitWrongType(emitter_, dataTypeName(type), input);
@@ -55,10 +55,10 @@ bool ValueAssigner::acceptsBuffer(const AssignInfo& info, const IInput& input) c
 
 // Checked after the assignment, which may have added the value. assign() took ownership of the
 // characters, so this reads them from the token again.
-void ValueAssigner::checkEnumeration(const AssignInfo& info, const IInput& input) const {
+void ValueAssigner::checkEnumeration(std::string_view literal, const IInput& input) const {
   const interfaces::IEnumeration* const values = input.enumValues();
   if (values == nullptr || values->isEmpty()) return;
-  const String value = stringValue(info.valueToken);
+  const String value = stringValue(literal);
   if (values->find(value) == nullptr) emitBadEnumValue(emitter_, value, input);
 }
 

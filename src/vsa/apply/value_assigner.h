@@ -1,6 +1,8 @@
 // ValueAssigner: checks and converts plain values and assigns them to inputs. Internal.
 #pragma once
 
+#include <string_view>
+
 #include <vsa/foundation/string.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
@@ -19,14 +21,15 @@ class ValueAssigner {
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements, ReadSession* session)
       : emitter_(emitter), typedElements_(typedElements), session_(session) {}
 
-  /// Converts the value to the type of the target's input and assigns it, or logs why this is not
-  /// possible. `target` must have been resolved to an input.
-  void assign(AssignInfo& info, const PathResolver& target);
+  /// Converts `value` to the type of the target's input and assigns it, or logs why this is not
+  /// possible. `target` must have been resolved to an input. `literal` is the value's first token
+  /// as written; it must not be in memory that the value owns.
+  void assign(AttrData& value, std::string_view literal, const PathResolver& target);
 
  private:
-  bool accepts(AssignInfo& info, const interfaces::IInput& input) const;
-  bool acceptsBuffer(const AssignInfo& info, const interfaces::IInput& input) const;
-  void checkEnumeration(const AssignInfo& info, const interfaces::IInput& input) const;
+  bool accepts(AttrData& value, std::string_view literal, const interfaces::IInput& input) const;
+  bool acceptsBuffer(const AttrData& value, const interfaces::IInput& input) const;
+  void checkEnumeration(std::string_view literal, const interfaces::IInput& input) const;
 
   Emitter emitter_;
   TypedElements& typedElements_;

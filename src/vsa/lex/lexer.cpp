@@ -265,7 +265,7 @@ Token Lexer::id() {
   collect();
   collectRun(char_class::NAME);
   Token word;
-  texts_.intern(textOf(chars_), word);
+  word.type = texts_.intern(textOf(chars_), word.text);
   word.line = line;
   word.column = column;
   return word;

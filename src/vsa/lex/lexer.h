@@ -97,8 +97,11 @@ class Lexer {
   /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
+  /// Where it began when its bytes were read.
+  const char* windowStart = nullptr;
 
  private:
+  friend class StatementScanner;
   struct ListKind;
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }

@@ -62,7 +62,7 @@ inline bool Lexer::readBuffered(Token& out) {
     const char* const end = endOfName(at + 1, last);
     if (end == last) return false;
     consumeTo(end, feeds, out);
-    texts_.intern({at, static_cast<std::size_t>(end - at)}, out);
+    out.type = texts_.intern({at, static_cast<std::size_t>(end - at)}, out.text);
     return true;
   }
   if (isOneCharacter(type)) {
@@ -110,6 +110,7 @@ inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds 
 
 inline void Lexer::nextToken(Token& out) {
   if (!readBuffered(out)) out = readByCharacters();
+  out.endIndex = static_cast<std::uint32_t>(index);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -11,7 +11,7 @@ using zn::detail::OpenFile;
 // NUL, which is skipped like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];
-  windowBegin = source.buf();
+  windowBegin = windowStart = source.buf();
   windowEnd = source.buf() + source.len();
   if (source.len() > std::numeric_limits<std::uint32_t>::max()) forgetOffset();
 }
@@ -41,7 +41,12 @@ char FileLexer::consume() {
 // empty.
 char FileLexer::fetch() {
   countIndexWraps();
-  if (OpenFile* const shared = OpenFile::of(file)) shared->attach(cursor_);
+  block_.reset();
+  if (OpenFile* const shared = OpenFile::of(file)) {
+    shared->attach(cursor_);
+    block_ = shared->block();
+  }
+  windowStart = windowBegin;
   if (windowBegin < windowEnd) return *windowBegin;
   endSource();
   return END_OF_INPUT;

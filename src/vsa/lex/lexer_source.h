@@ -1,6 +1,8 @@
 // The two sources of characters: a String or a File. Internal.
 #pragma once
 
+#include <memory>
+
 #include <vsa/foundation/file.h>
 #include <vsa/foundation/string.h>
 #include "foundation/io/open_file.h"
@@ -34,6 +36,8 @@ class FileLexer final : public Lexer {
   char fetch();
 
   const zn::detail::OpenFile::Cursor cursor_{windowBegin, windowEnd};
+  // Keeps the bytes of the window: a scene may read the file while it executes a statement.
+  std::shared_ptr<const char[]> block_;
 };
 
 }  // namespace zn::korvo_sdk::impl

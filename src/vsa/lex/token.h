@@ -43,6 +43,7 @@ struct Token {
   String text;
   std::int32_t line = 0;
   std::int32_t column = 0;
+  std::uint32_t endIndex = 0;  ///< `Lexer::index` after the token.
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,9 +1,10 @@
 #include "vsa/lex/token_text_pool.h"
 
+#include <bit>
 #include <utility>
 
+#include "foundation/base/load_word.h"
 #include "foundation/text/letter_case.h"
-#include "foundation/text/short_text.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -26,43 +27,59 @@ Literal literalOf(std::string_view characters) {
   return {characters, Type::Id};
 }
 
-std::uint32_t tagOf(std::uint64_t hash) {
-  return static_cast<std::uint32_t>(hash);
-}
-
 }  // namespace
 
-void TokenTextPool::intern(std::string_view characters, Token& out) {
-  const std::uint64_t hash = String::hashOf(characters);
-  const std::uint32_t tag = tagOf(hash);
+TokenTextPool::Key::Key(std::string_view characters) noexcept
+    : length(static_cast<std::uint32_t>(characters.size())) {
+  const char* const at = characters.data();
+  if (characters.size() >= 8) {
+    head = detail::loadWord<std::uint64_t>(at);
+    tail = detail::loadWord<std::uint64_t>(at + characters.size() - 8);
+  } else if (characters.size() >= 4) {
+    head = detail::loadWord<std::uint32_t>(at);
+    tail = detail::loadWord<std::uint32_t>(at + characters.size() - 4);
+  } else {
+    for (const char c : characters) head = head << 8 | static_cast<unsigned char>(c);
+  }
+}
+
+// Not keyed: words that collide only replace each other.
+inline std::size_t TokenTextPool::Key::hash() const noexcept {
+  const std::uint64_t product = (head ^ std::rotl(tail, 29)) * 0x9E3779B97F4A7C15;
+  return static_cast<std::size_t>(product >> 40);
+}
+
+inline bool TokenTextPool::Word::is(const Key& other, std::string_view characters) const noexcept {
+  return key == other && (other.length <= 16 || text.view() == characters);
+}
+
+Type TokenTextPool::intern(std::string_view characters, String& out) {
+  const Key key(characters);
   if (words_ == nullptr) growWords();
-  Word* const first = &words_[tag & mask_];
-  const auto isThis = [&](const Word& word) {
-    return word.tag == tag && detail::sameCharacters(word.text.view(), characters);
-  };
-  if (!isThis(*first)) {
-    if (!isThis(first[1])) return addWord(characters, hash, out);
+  Word* const first = &words_[key.hash() & mask_];
+  if (!first->is(key, characters)) {
+    if (!first[1].is(key, characters)) return addWord(characters, key, out);
     std::swap(first[0], first[1]);
   }
-  out.type = first->type;
-  out.text = first->text;
+  out = first->text;
+  return first->type;
 }
 
 // Adds a word that is not interned yet. The text of a literal is always in lower case.
-void TokenTextPool::addWord(std::string_view characters, std::uint64_t hash, Token& out) {
+Type TokenTextPool::addWord(std::string_view characters, const Key& key, String& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return intern(literal.text, out);
-  out.type = literal.type;
-  out.text = slabs_.copyOf(characters, hash);
-  if (characters.empty() || characters.size() > MAX_WORD_BYTES) return;
+  out = slabs_.copyOf(characters, String::hashOf(characters));
+  if (characters.empty() || characters.size() > MAX_WORD_BYTES) return literal.type;
   if (++wordCount_ > mask_ && mask_ + 2 < MAX_WORDS) growWords();
-  store({tagOf(hash), out.type, out.text});
+  store({key, literal.type, out});
+  return literal.type;
 }
 
 // Stores the word first in its pair. The previous first word becomes the second, and the second is
 // dropped.
 void TokenTextPool::store(Word&& word) noexcept {
-  Word* const first = &words_[word.tag & mask_];
+  Word* const first = &words_[word.key.hash() & mask_];
   first[1] = std::move(first[0]);
   first[0] = std::move(word);
 }
@@ -74,7 +91,7 @@ void TokenTextPool::growWords() {
   old.swap(words_);
   mask_ = after - 2;
   for (std::size_t i = before; i-- > 0;) {
-    if (!old[i].text.isEmpty()) store(std::move(old[i]));
+    if (old[i].key.length != 0) store(std::move(old[i]));
   }
 }
 

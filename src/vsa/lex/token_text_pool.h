@@ -22,9 +22,9 @@ class TokenTextPool {
     return text;
   }
 
-  /// Sets type and text of a word: a literal of the format, or a name. A recently read word gets
-  /// the same String, so most comparisons of names compare pointers.
-  void intern(std::string_view characters, Token& out);
+  /// Sets the text of a word and returns its type: a literal of the format, or a name. A recently
+  /// read word gets the same String, so most comparisons of names compare pointers.
+  Token::Type intern(std::string_view characters, String& out);
 
   /// Creates a text that the scene is likely to keep.
   String copy(std::string_view characters) { return slabs_.copyOf(characters); }
@@ -54,20 +54,35 @@ class TokenTextPool {
   static constexpr std::size_t MIN_WORDS = 256;
   static constexpr std::size_t MAX_WORDS = 2048;
 
-  // An empty slot has no text.
-  struct Word {
-    std::uint32_t tag = 0;  // the low bits of the hash
-    Token::Type type = Token::Type::Id;
-    String text;
+  // The first and the last characters, which may overlap, and the length. Words of up to 16
+  // characters are equal if their keys are.
+  struct Key {
+    std::uint64_t head = 0;
+    std::uint64_t tail = 0;
+    std::uint32_t length = 0;
+
+    explicit Key(std::string_view characters) noexcept;
+    Key() = default;
+    bool operator==(const Key&) const = default;
+    std::size_t hash() const noexcept;
   };
 
-  void addWord(std::string_view characters, std::uint64_t hash, Token& out);
+  // An empty slot has the length 0.
+  struct Word {
+    Key key;
+    Token::Type type = Token::Type::Id;
+    String text;
+
+    bool is(const Key& other, std::string_view characters) const noexcept;
+  };
+
+  Token::Type addWord(std::string_view characters, const Key& key, String& out);
   void store(Word&& word) noexcept;
   void growWords();
 
   StringSlabs slabs_;
   std::unique_ptr<Word[]> words_;  // pairs; the word read last is first in its pair
-  std::size_t mask_ = 0;           // maps a tag to the first slot of its pair
+  std::size_t mask_ = 0;           // maps a hash to the first slot of its pair
   std::size_t wordCount_ = 0;      // words added, including those replaced since
   String reused_[REUSED_STRINGS];
   std::size_t nextReused_ = 0;

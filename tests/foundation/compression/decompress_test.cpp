@@ -193,7 +193,7 @@ TEST(Decompress, EveryCutOfTheTextEndsEarly) {
   }
 }
 
-TEST(Decompress, LeavesTheErrorAloneOnSuccess) {
+TEST(Decompress, DoesNotChangeTheErrorOnSuccess) {
   String error("before");
   const auto [bytes, length] = decompress(reinterpret_cast<const unsigned char*>(HELLO_TEXT.data()),
                                           HELLO_TEXT.size(), error, 100);
@@ -303,7 +303,7 @@ TEST(Compress, TheSameBytesGiveTheSameText) {
   EXPECT_EQ(checksumOf(compressed(uniformBytes(300, 32))), 2993094616U);
 }
 
-TEST(Compress, NoBytesGiveATextThatCannotBeExpanded) {
+TEST(Compress, TextOfNoBytesCannotBeDecompressed) {
   EXPECT_EQ(std::string(compress(nullptr, 0).buf()), NOTHING_TEXT);
   EXPECT_EQ(messageOf(NOTHING_TEXT), EMPTY);
 }

@@ -41,7 +41,7 @@ int* address(std::uintptr_t value) {
   return reinterpret_cast<int*>(value);
 }
 
-TEST(HashMap, HoldsItsBucketsInside) {
+TEST(HashMap, BucketsAreMembers) {
   using Map = HashMap<int*, int>;
   EXPECT_EQ(Map::BUCKET_COUNT, 256U);
   EXPECT_EQ(sizeof(Map::buckets), 256 * sizeof(Vector<Map::Node>));

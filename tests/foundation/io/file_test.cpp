@@ -67,7 +67,7 @@ TEST(File, AByteOrderMarkIsSkippedOnceAtTheBeginning) {
   }
 }
 
-TEST(File, AMissingFileReadsLikeAnEmptyOneAndSaysWhy) {
+TEST(File, MissingFileIsEmptyAndHasAnError) {
   File file = File::open("/no/such/file");
   EXPECT_FALSE(file.isOpen());
   EXPECT_EQ(rest(file), "");

@@ -24,7 +24,7 @@ TEST(NumberTextWords, OneLetterOff) {
   }
 }
 
-TEST(NumberTextWords, APointBehindTheSignificantDigits) {
+TEST(NumberTextWords, APointAfterTheSignificantDigits) {
   // 2^53 + 1 is half-way between two doubles: only a digit after a thousand zeros rounds it up.
   const std::string tie = "9007199254740993";
   const std::string zeros(1000, '0');

@@ -44,8 +44,9 @@ class NamedList {
   /// The object of that name, or null.
   T* find(const String& name) const noexcept {
     if (hasIndex(capacity_)) return findInIndex(name);
+    const std::uint64_t hash = name.hash();
     for (std::uint32_t i = 0; i < count_; ++i) {
-      if (items_[i]->name() == name) return items_[i];
+      if (items_[i]->isNamed(name, hash)) return items_[i];
     }
     return nullptr;
   }

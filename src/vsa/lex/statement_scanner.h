@@ -1,0 +1,113 @@
+// StatementScanner: recognises common statements in one pass over the lexer's window. Internal.
+//
+// Most statements are short and have one of a few forms. Their tokens need not exist: the scanner
+// finds names and values as places in the window, and interns the names. It recognises a statement
+// only if the whole statement and the three tokens after it are buffered and valid. For any other
+// statement it changes nothing, and the parser reads it token by token. So the parser alone makes
+// the messages about malformed text, and at every call of the scene the lexer has read what it
+// would have read for the parser: up to the end of the third token after the statement.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+#include <vsa/foundation/string.h>
+#include "vsa/lex/lexer.h"
+#include "vsa/lex/token.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// A statement of a common form. The views point into the window.
+struct SimpleStatement {
+  enum class Kind {
+    Comment,      ///< `# text`
+    Declaration,  ///< `type name;`, `type name:`
+    Value,        ///< `node.input = literal;`, `.input = keyword(numbers);`
+    Reference,    ///< `node.input = name;`, `.input = null;`
+    Connection,   ///< `node.input |= name.output;`, `.input |= null;`
+  };
+
+  Kind kind;
+  const char* begin;  ///< The first character.
+  const char* end;    ///< One past the last character.
+  const char* ahead;  ///< One past the third token after it.
+  std::int32_t line;  ///< Of the last character.
+  std::int32_t column;
+
+  String text;             ///< Of a comment. The type of a declaration.
+  String name;             ///< Of a declaration.
+  Token pathTokens[3];     ///< An assignment: node "." input. Without positions.
+  bool isWith;             ///< The declaration ends in ":", or the path begins with ".".
+  Token::Type valueType;   ///< Value: of its first token.
+  std::string_view value;  ///< Value: its first token as written.
+  std::string_view list;   ///< Value, Id: the numbers, separated by single blanks. A byte follows.
+  String source;           ///< Link: the node; empty for `null`.
+  String output;           ///< Connection: the output; empty for `null`.
+
+  SimpleStatement();
+  bool isAssignment() const noexcept { return kind >= Kind::Value; }
+  /// The path as the parser reads it.
+  std::span<const Token> path() const noexcept { return std::span(pathTokens).subspan(isWith); }
+};
+
+class StatementScanner {
+ public:
+  /// Starts after `consumed`, the last token of a statement. `lexer` has read the tokens after it.
+  StatementScanner(Lexer& lexer, const Token& consumed) noexcept;
+
+  /// Recognises the next statement. Returns false if it has no common form.
+  bool scan(SimpleStatement& out);
+
+  /// Moves the lexer to the end of the third token after a statement from `scan`.
+  void accept(const SimpleStatement& statement) noexcept;
+
+  /// Whether a statement was accepted.
+  bool hasAccepted() const noexcept { return ahead_ != nullptr; }
+
+  /// Whether the window is the same as after `accept`. If not, a scene has read the file.
+  bool isWindowKept() const noexcept { return lexer_.windowBegin == ahead_; }
+
+  /// Moves the lexer back to the end of the last accepted statement, and reads the next token into
+  /// each of `tokens`. At most three: their bytes are buffered, so this calls no source.
+  void readLookahead(ds::Vector<Token>& tokens);
+
+  /// Corrects the position of the lexer, which `accept` does not update.
+  void skipLookahead() noexcept;
+
+ private:
+  // A place in the window, with what the position of its character depends on.
+  struct Place {
+    const char* at;
+    std::int32_t line;
+    std::uintptr_t lineBegin;  // the address of the first character of the line
+
+    std::int32_t columnBefore() const noexcept;
+    void pass(const LineFeeds& feeds) noexcept;
+  };
+
+  static Place placeAfter(const char* at, std::int32_t line, std::int32_t column) noexcept;
+  bool skipWhite(Place& place) const noexcept;
+  bool skip(Place& place, char c) const noexcept;
+  bool statement(Place& place, SimpleStatement& out);
+  bool comment(Place& place, SimpleStatement& out);
+  bool named(Place& place, SimpleStatement& out);
+  bool declaration(Place& place, SimpleStatement& out);
+  bool assignment(Place& place, SimpleStatement& out);
+  bool value(Place& place, SimpleStatement& out);
+  bool word(Place& place, SimpleStatement& out);
+  bool connection(Place& place, SimpleStatement& out);
+  bool name(Place& place, String& out);
+  Token::Type wordType(Place& place, String& out);
+  const char* endOfLookahead(Place place) const noexcept;
+  void moveBack() noexcept;
+
+  Lexer& lexer_;
+  Place place_{};                // the end of the last accepted statement
+  const char* last_ = nullptr;   // the last byte of the window; null if nothing can be recognised
+  const char* ahead_ = nullptr;  // the end of the third token after it
+  const char* first_ = nullptr;  // where the scanner started
+  std::int32_t firstIndex_ = 0;  // `Lexer::index` there
+};
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,72 @@
+// Simple statements: executed from what the scanner recognises, without tokens.
+#include "vsa/apply/path_resolver.h"
+#include "vsa/apply/value_assigner.h"
+#include "vsa/lex/lexer_fast_path.h"
+#include "vsa/lex/statement_scanner.h"
+#include "vsa/parser.h"
+
+namespace zn::korvo_sdk::impl {
+
+using Kind = SimpleStatement::Kind;
+
+// Executes statements up to the first one that is not simple. Meanwhile the ring of tokens is out
+// of date; a scene cannot see it.
+void VsaParser::parseSimpleStatements() {
+  StatementScanner scanner(*lexer, current);
+  try {
+    while (scanner.scan(simple_)) {
+      begin(simple_);
+      if (!convertValue(simple_)) break;
+      scanner.accept(simple_);
+      execute(simple_);
+      if (!scanner.isWindowKept()) break;
+    }
+  } catch (...) {
+    if (scanner.hasAccepted()) scanner.skipLookahead();
+    throw;
+  }
+  if (!scanner.hasAccepted()) return;
+  head = 0;
+  scanner.readLookahead(tokens);
+  lastLexed = tokens[tokens.size - 1];
+}
+
+void VsaParser::begin(const SimpleStatement& statement) const {
+  if (session == nullptr) return;
+  session->beginStatement(current.line, current.column);
+  if (statement.isAssignment()) session->beginAssignment(assignment_, statement.path());
+}
+
+// False if the statement has a value that does not convert: the parser then makes the message.
+bool VsaParser::convertValue(const SimpleStatement& statement) {
+  assignment_.clearValue();
+  return statement.kind != Kind::Value || convert(statement, assignment_.data);
+}
+
+void VsaParser::execute(const SimpleStatement& statement) {
+  current.line = statement.line;
+  current.column = statement.column;
+  if (statement.kind == Kind::Comment) {
+    recordComment(statement.text);
+  } else if (statement.kind == Kind::Declaration) {
+    declareNode(statement.text, statement.name, statement.isWith);
+  } else {
+    assign(statement);
+  }
+}
+
+void VsaParser::assign(const SimpleStatement& statement) {
+  AttrData& data = assignment_.data;
+  const std::span<const Token> path = statement.path();
+  PathResolver target(*targetNode(path), path, data.type, emitter(), session);
+  IInput* const input = resolve(target, path);
+  if (statement.kind == Kind::Connection) {
+    setLink(connections, input, PendingLink(statement.source, statement.output));
+  } else if (statement.kind == Kind::Reference) {
+    setLink(references, input, PendingLink(statement.source, String()));
+  } else {
+    ValueAssigner(emitter(), typedElements_, session).assign(data, statement.value, target);
+  }
+}
+
+}  // namespace zn::korvo_sdk::impl
