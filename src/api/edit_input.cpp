@@ -142,7 +142,7 @@ Status Input::connect(NodeView node, std::string_view output) const noexcept {
     PlainInput* const input = mutablePlain();
     if (const Status status = detail::checkInput(input); !status) return status;
     if (const Status status = checkLink(*input, node); !status) return status;
-    if (!isName(output)) return EditError::BadName;
+    if (!isOutputName(output)) return EditError::BadName;
     const zn::String name = zn::String::copyOf(output);
     const zn::String type = zn::String::copyOf(node.type());
     if (zn::korvo_sdk::updateOutputName(type, name) != name) return EditError::FormerName;

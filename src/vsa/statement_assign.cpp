@@ -46,13 +46,14 @@ bool VsaParser::parseAssign() {
 
 void VsaParser::setLink(PendingTable& table, IInput* input, PendingLink link) const {
   if (session != nullptr) {
-    session->takeLink();
+    session->takeLink(*input);
     link.place = session->statement();
   }
   table.setLink(input, std::move(link));
 }
 
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
+  if (session != nullptr) session->beginTarget(target.node());
   IInput* const input = target.resolve();
   if (input != nullptr) return input;
   emitter().fatal(DiagnosticId::InputNotFound, pathText(path, &target.node()));

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "api/reading/message_path.h"
+#include "api/reading/culprit/message_path.h"
 #include "vsa/apply/input_path.h"
 
 namespace vsa {

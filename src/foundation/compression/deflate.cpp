@@ -168,8 +168,9 @@ class MatchFinder {
 
   const unsigned char* data_;
   std::size_t size_;
-  std::vector<std::size_t> heads_;    // by hash: the last position entered, plus 1; 0 for none
-  std::vector<std::size_t> earlier_;  // by position in the window: the one before it, likewise
+  // Positions plus 1; 0 for none.
+  std::vector<std::size_t> heads_;    // by hash: the position entered last
+  std::vector<std::size_t> earlier_;  // by position in the window: the previous one of its hash
 };
 
 unsigned repetitionSymbol(std::uint8_t length, unsigned times) {

@@ -12,7 +12,7 @@ namespace {
 
 using detail::OpenFile;
 
-// Retains the source first: it is deleted when there is no memory for the file.
+// Retains the source before the allocation, so that it is deleted if the allocation fails.
 OpenFile* openOver(ByteSource* source) {
   const RefersTo<ByteSource> held(source);
   return new OpenFile(source, "there is no source to read from");

@@ -84,6 +84,7 @@ void LinkResolver::connect(IInput& input, const String& nodeName, const String& 
   if (output == nullptr) {
     return Emitter().log(DiagnosticId::NoOutputToConnect, asWritten(link), input.path());
   }
+  if (session_ != nullptr && !session_->mayLink(input, *node)) return input.disconnect();
   input.connect(output);
 }
 
@@ -95,7 +96,8 @@ void LinkResolver::resolveReference(IInput& input, const PendingLink& link) cons
   if (node == nullptr) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, link.source, input.path());
   }
-  input.setNode(node);
+  const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
+  input.setNode(isKept ? node : nullptr);
 }
 
 }  // namespace zn::korvo_sdk::impl

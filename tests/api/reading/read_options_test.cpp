@@ -85,31 +85,6 @@ TEST(ReadOptions, SizeOfASourceIsTheTotal) {
   EXPECT_EQ(total, 9U);
 }
 
-TEST(ReadOptions, SkippedBuffersAreDescribedAndTakeNoMemory) {
-  const std::string text =
-      "mesh m:\n  .ids = int32[3] {0 1 2};\n  .far = byte[9000000000] {1};\n"
-      "  .sets[*].uv = vec2f [2] { 0,0\n 1 };";
-  ReadOptions options;
-  options.buffers = vsa::BufferMode::Skip;
-  const ReadResult result = vsa::readText(text, options);
-  ASSERT_TRUE(result.isComplete()) << result.message;
-  ASSERT_EQ(result.skippedBuffers.size(), 3U);
-  const std::vector<std::string> literals = {"int32[3] {0 1 2}", "byte[9000000000] {1}",
-                                             "vec2f [2] { 0,0\n 1 }"};
-  const std::vector<std::string> paths = {"m.ids", "m.far", "m.sets[0].uv"};
-  for (std::size_t i = 0; i < literals.size(); ++i) {
-    const vsa::SkippedBuffer& skipped = result.skippedBuffers[i];
-    const std::size_t begin = skipped.literal.begin.offset;
-    EXPECT_EQ(text.substr(begin, skipped.literal.end.offset - begin), literals[i]);
-    EXPECT_EQ(skipped.inputPath, paths[i]);
-  }
-  EXPECT_EQ(result.skippedBuffers[1].count, 9000000000U);
-  EXPECT_EQ(result.skippedBuffers[1].type, zn::korvo_sdk::DataType::Byte);
-  const zn::korvo_sdk::Input* const ids = result.scene.plain().nodeAt(0)->inputAt(0);
-  EXPECT_EQ(ids->bufferType(), zn::korvo_sdk::DataType::Int32);
-  EXPECT_EQ(ids->buffer().count, 0U);
-}
-
 TEST(ReadOptions, NothingIsPrinted) {
   testing::internal::CaptureStderr();
   testing::internal::CaptureStdout();

@@ -1,4 +1,4 @@
-#include "api/reading/text_lexer.h"
+#include "api/reading/text/text_lexer.h"
 
 namespace vsa {
 

@@ -1,4 +1,4 @@
-#include "api/reading/text_index.h"
+#include "api/reading/text/text_index.h"
 
 #include <algorithm>
 #include <cstring>
