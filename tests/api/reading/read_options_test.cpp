@@ -120,6 +120,20 @@ TEST(ReadOptions, MessagesOfAHostsSceneBecomeDiagnostics) {
   EXPECT_EQ(outcome.diagnostics[0].severity, vsa::Severity::Error);
 }
 
+TEST(ReadOptions, CallbacksMayLookAtTheScene) {
+  vsa::Scene scene;
+  std::vector<std::size_t> nodes;
+  ReadOptions options;
+  options.onDiagnostic = [&](const vsa::Diagnostic&) {
+    std::size_t count = 0;
+    for (const vsa::NodeView node : scene.nodes()) count += node.name().empty() ? 0 : 1;
+    nodes.push_back(count);
+  };
+  const std::string text = "# version: x\nlamp sun;\n# version: x\nlamp moon;\n# version: x\n";
+  ASSERT_TRUE(vsa::readTextInto(scene, text, options).isComplete());
+  EXPECT_EQ(nodes, (std::vector<std::size_t>{0, 1, 2}));
+}
+
 TEST(ReadOptions, AReadingMayReadAnotherTextInACallback) {
   ReadOptions options;
   std::size_t inner = 0;

@@ -303,6 +303,9 @@ Found Rules::find() const {
       return tokens(firstInput() + 1, parts_.pathEnd);
     case DiagnosticId::OverLimit:
       return overLimit();
+    case DiagnosticId::HostError:
+    case DiagnosticId::HostMessage:
+      return tokens(0, tokens_.countUpTo(mistake_.noticed));
     default:
       return std::nullopt;
   }
