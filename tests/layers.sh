@@ -29,7 +29,7 @@ src/api                    include/vsa include/vsa/foundation include/vsa/diagno
 src/api/reading/text       include/vsa include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
 src/api/reading/culprit    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
 src/api/reading            include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
-src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/numbers src/foundation/text src/scene
+src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text src/scene
 ROWS
 }
 

@@ -144,7 +144,7 @@ class ReadSession {
   void charge(std::uint64_t bytes) {
     const bool fits = bytes <= limits.memory && memory_ <= limits.memory - bytes;
     if (!fits && limits.memory != Limits::NONE) exceed(Budget::Memory);
-    memory_ += bytes;
+    memory_ = bytes <= Limits::NONE - memory_ ? memory_ + bytes : Limits::NONE;
   }
 
  protected:
