@@ -59,11 +59,12 @@ class ListPrinter {
       UNITS_IN_CHUNK * (MAX_UNIT * (zn::numbers::PRINT_CAPACITY + 1) + LINE_START.size());
   static_assert(CHUNK_ROOM <= TextBuffer::MAX_ROOM);
 
-  // Whole units, but for the last chunk. The position in the line is kept as a difference of
-  // pointers meanwhile: asking for room and adding up columns at each number took 5 ns of 27.
+  // Whole units, but for the last chunk. The position in the line is a difference of pointers
+  // meanwhile: asking for room and adding up columns at each number took 5 ns of 27.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
-    char* at = out_.room(CHUNK_ROOM);
-    const char* lineStart = at - column_;
+    char* const chunk = out_.room(CHUNK_ROOM);
+    std::int64_t lineStart = -column_;  // from the chunk's beginning on
+    char* at = chunk;
     for (std::uint64_t i = 0; i < count;) {
       char* const start = at;
       for (const std::uint64_t stop = std::min(count, i + layout_.unit); i < stop; ++i) {
@@ -72,18 +73,18 @@ class ListPrinter {
                                       zn::detail::loadWord<Number>(numbers + i * sizeof(Number)));
       }
       // One column is left for the closing brace.
-      const bool fits = static_cast<std::uint64_t>(at - lineStart) < layout_.maxColumns;
+      const bool fits = static_cast<std::uint64_t>(at - chunk - lineStart) < layout_.maxColumns;
       if (fits && units_ < layout_.maxUnits) [[likely]] {
         ++units_;
       } else if (units_ > 0) {
         at = onNewLine(start, at);
-        lineStart = start + 1;
+        lineStart = start + 1 - chunk;
         units_ = 1;
       }
       if (isFirst_) [[unlikely]]
         begin(start);
     }
-    column_ = at - lineStart;
+    column_ = at - chunk - lineStart;
     out_.extendTo(at);
   }
 
