@@ -30,9 +30,9 @@ bool VsaParser::parseAssign() {
   PathResolver target(*targetNode(info.targetPath), info.targetPath, info.data.type, emitter());
   IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
-    connections.setLink(input, PendingLink(info));
+    connections.setLink(input, info);
   } else if (info.isReference) {
-    references.setLink(input, PendingLink(info));
+    references.setLink(input, info);
   } else {
     ValueAssigner(emitter(), typedElements_).assign(info.data, info.valueToken.text.view(), target);
   }

@@ -54,9 +54,9 @@ void VsaParser::assign(const SimpleStatement& statement) {
   PathResolver target(*targetNode(path), path, data.type, emitter());
   IInput* const input = resolve(target, path);
   if (statement.kind == Kind::Connection) {
-    connections.setLink(input, PendingLink(statement.source, statement.output));
+    connections.setLink(input, statement.source, statement.output);
   } else if (statement.kind == Kind::Reference) {
-    references.setLink(input, PendingLink(statement.source, String()));
+    references.setLink(input, statement.source, String());
   } else {
     ValueAssigner(emitter(), typedElements_).assign(data, statement.value, target);
   }
