@@ -11,6 +11,7 @@
 
 #include <vsa/foundation/file.h>
 #include <vsa/parse.h>
+#include <vsa/read.h>
 #include "foundation/compression/inflate.h"
 #include "foundation/numbers/number_list.h"
 
@@ -131,6 +132,26 @@ void readFile(Scene& scene, const std::string& path) {
   }
 }
 
+namespace {
+
+void requireComplete(const vsa::ReadOutcome& outcome) {
+  if (!outcome.isComplete()) throw std::runtime_error("the public API: " + outcome.message);
+}
+
+zn::korvo_sdk::interfaces::IScene& interfaceOf(Scene& scene) {
+  return scene;
+}
+
+}  // namespace
+
+void readText(Scene& scene, std::string_view text) {
+  requireComplete(vsa::readTextInto(interfaceOf(scene), text));
+}
+
+void readPath(Scene& scene, const std::string& path) {
+  requireComplete(vsa::readFileInto(interfaceOf(scene), path));
+}
+
 void requireScene(const Scene& scene, const Expected& expected) {
   const Expected found = valuesOf(scene);
   const char* const who = "the reader";
@@ -169,6 +190,20 @@ Candidate fileReader(const Text& vsa, const std::string& path) {
   readFile(checked, path);
   requireScene(checked, vsa.expected);
   return sceneCandidate("VSA reader, from a file", [path](Scene& scene) { readFile(scene, path); });
+}
+
+Candidate textReader(const Text& vsa) {
+  Scene checked;
+  readText(checked, vsa.text);
+  requireScene(checked, vsa.expected);
+  return sceneCandidate("public API", [&vsa](Scene& scene) { readText(scene, vsa.text); });
+}
+
+Candidate pathReader(const Text& vsa, const std::string& path) {
+  Scene checked;
+  readPath(checked, path);
+  requireScene(checked, vsa.expected);
+  return sceneCandidate("public API, from a file", [path](Scene& scene) { readPath(scene, path); });
 }
 
 Candidate floatRun(const NumberList& numbers) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/scene.h>
@@ -11,11 +12,14 @@
 
 namespace bench {
 
-enum class Route { String, File };
+// String and File are the plain entry points; Text and Path the public API for the same.
+enum class Route { String, File, Text, Path };
 
-// Both throw std::runtime_error if the text is not read completely.
+// All throw std::runtime_error if the text is not read completely.
 void readString(zn::korvo_sdk::Scene& scene, const zn::String& text);
 void readFile(zn::korvo_sdk::Scene& scene, const std::string& path);
+void readText(zn::korvo_sdk::Scene& scene, std::string_view text);
+void readPath(zn::korvo_sdk::Scene& scene, const std::string& path);
 
 // Throws std::runtime_error if the scene differs from `expected`.
 void requireScene(const zn::korvo_sdk::Scene& scene, const Expected& expected);
@@ -27,6 +31,9 @@ Candidate sceneCandidate(std::string name, std::function<void(zn::korvo_sdk::Sce
 // of a first read.
 Candidate stringReader(const Text& vsa);
 Candidate fileReader(const Text& vsa, const std::string& path);
+// The same through the public API.
+Candidate textReader(const Text& vsa);
+Candidate pathReader(const Text& vsa, const std::string& path);
 
 // Candidates for single stages: conversion of a list of numbers, and decompression of a zlib
 // stream.

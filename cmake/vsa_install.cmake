@@ -1,5 +1,5 @@
-# What `cmake --install` lays down: headers, libraries, the CMake package and the pkg-config file. The command
-# vsa installs itself where it is built (tools/CMakeLists.txt).
+# What `cmake --install` installs: headers, libraries, the CMake package and the pkg-config file. tools/CMakeLists.txt
+# has the rule for the command vsa.
 include(CMakePackageConfigHelpers)
 
 set(vsa_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/vsa)

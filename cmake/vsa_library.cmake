@@ -1,30 +1,31 @@
 # The library, static and shared, from one compilation of the same sources.
 
-# Settings of every target of ours: the language, and the warnings when they are asked for. A consumer's
-# targets never see the warnings.
+# Settings of each of our targets: the language, and the warnings if VSA_STRICT is set. Targets that link with the
+# library do not inherit the warnings.
 function(vsa_own_target target)
   target_compile_features(${target} PUBLIC cxx_std_20)
   set_target_properties(${target} PROPERTIES CXX_EXTENSIONS OFF)
   if(VSA_STRICT)
     target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Wformat=2
                                              -Wformat-security -Werror)
-    # g++ 12 takes an assignment to a std::string for a copy onto itself (its PR 105651).
+    # g++ 12 wrongly warns about assignments to a std::string (its PR 105651).
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
       target_compile_options(${target} PRIVATE -Wno-restrict)
     endif()
   endif()
 endfunction()
 
-# A layer is a target of its own: vsa_<layer>, the objects of its sources. Which folder includes which stands in
-# tests/layers.sh. Only names marked VSA_API leave the shared library. Without interposition a call of an exported name
-# stays a plain call inside, so that one set of objects serves both libraries at full speed.
-set(vsa_layers foundation diagnostics scene model reader api)
+# Each layer is a target, vsa_<layer>, with the objects of its sources. tests/layers.sh lists which folder may include
+# which. The shared library exports the names marked VSA_API only. Without semantic interposition, calls of exported
+# names within the library are direct calls, so both libraries use the same objects at full speed.
+set(vsa_layers foundation diagnostics scene model reader api write)
 file(GLOB_RECURSE vsa_foundation_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/foundation/*.cpp)
 file(GLOB_RECURSE vsa_diagnostics_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/diagnostics/*.cpp)
 file(GLOB vsa_scene_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/scene/*.cpp)
 file(GLOB_RECURSE vsa_model_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/scene/model/*.cpp)
 file(GLOB_RECURSE vsa_reader_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/vsa/*.cpp)
 file(GLOB_RECURSE vsa_api_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/api/*.cpp)
+file(GLOB_RECURSE vsa_write_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/write/*.cpp)
 
 foreach(layer IN LISTS vsa_layers)
   add_library(vsa_${layer} OBJECT ${vsa_${layer}_sources})
@@ -37,8 +38,8 @@ endforeach()
 set(vsa_layer_objects ${vsa_layers})
 list(TRANSFORM vsa_layer_objects REPLACE "(.+)" "$<TARGET_OBJECTS:vsa_\\1>")
 
-# vsa_check_layer(LAYER BELOW...): a layer links with those below it and nothing else. The model and the reader know
-# the scene's interface, and not each other.
+# vsa_check_layer(LAYER BELOW...): checks that a layer links with the layers below it and nothing else. The model and
+# the reader depend on the interface of the scene, not on each other.
 function(vsa_check_layer layer)
   list(TRANSFORM ARGV REPLACE "(.+)" "$<TARGET_OBJECTS:vsa_\\1>" OUTPUT_VARIABLE objects)
   add_library(vsa_check_${layer} MODULE ${objects})
@@ -52,6 +53,7 @@ if(VSA_TEST_TREE AND VSA_BUILD_TESTS)
   vsa_check_layer(model scene diagnostics foundation)
   vsa_check_layer(reader scene diagnostics foundation)
   vsa_check_layer(api reader model scene diagnostics foundation)
+  vsa_check_layer(write api reader model scene diagnostics foundation)
 endif()
 
 function(vsa_add_library target kind)
@@ -69,6 +71,6 @@ if(VSA_BUILD_SHARED)
   set_target_properties(vsa_shared PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR})
 endif()
 
-# What tests, benchmarks and fuzzers include beside the public headers. Tools and examples do without.
+# The internal headers, for tests, benchmarks and fuzzers. Tools and examples use public headers only.
 add_library(vsa_internal INTERFACE)
 target_include_directories(vsa_internal INTERFACE ${PROJECT_SOURCE_DIR}/src)

@@ -1,63 +1,40 @@
-// A minimal host: reads a text into the scene of the library and prints the scene. The library logs
-// messages to standard error by default.
+// A minimal host: reads a text and prints its scene, and the problems that were found.
 //
 //   read_text FILE
 #include <cstdio>
-#include <exception>
+#include <string>
+#include <string_view>
 
-#include <vsa/model/scene.h>
-#include <vsa/parse.h>
+#include <vsa/vsa.h>
 
 namespace {
 
-using namespace zn::korvo_sdk;
-
-// Returns whether the whole text was read. After an error the scene contains the text before it.
-bool read(Scene& scene, const char* path) {
-  try {
-    const zn::File file = zn::File::open(path);
-    const bool isRead = impl::parseVsa(&scene, file, false);
-    if (file.failed()) std::fprintf(stderr, "error: %s: %s\n", path, file.error().buf());
-    return isRead && !file.failed();
-  } catch (const std::exception& error) {
-    // An invalid character in the first three tokens of the text, or no memory.
-    std::fprintf(stderr, "error: %s\n", error.what());
-    return false;
-  }
+int lengthOf(std::string_view text) {
+  return static_cast<int>(text.size());
 }
 
-void print(Input& input) {
-  std::printf("  %s: %s", input.name().buf(), input.typeName().buf());
-  switch (input.type()) {
-    case AttrType::Bool:
-      std::printf(" %s", input.boolean() ? "true" : "false");
-      break;
-    case AttrType::Int:
-      std::printf(" %lld", static_cast<long long>(input.integer()));
-      break;
-    case AttrType::Real:
-      std::printf(" %g", input.real());
-      break;
-    case AttrType::Node:
-      std::printf(" %s", input.node() == nullptr ? "null" : input.node()->name().buf());
-      break;
-    case AttrType::Buffer:
-      std::printf(" %s[%llu]", dataTypeName(input.buffer().type),
-                  static_cast<unsigned long long>(input.buffer().count));
-      break;
-    default:
-      break;
+void print(vsa::InputView input) {
+  const std::string_view name = input.name();
+  const std::string_view type = vsa::typeName(input.type());
+  std::printf("  %.*s: %.*s", lengthOf(name), name.data(), lengthOf(type), type.data());
+  if (input.boolean()) std::printf(" %s", *input.boolean() ? "true" : "false");
+  if (input.type() == vsa::ValueType::Int)
+    std::printf(" %lld", static_cast<long long>(*input.integer()));
+  if (input.type() == vsa::ValueType::Real) std::printf(" %g", *input.real());
+  if (input.type() == vsa::ValueType::Node) {
+    const std::string_view node = input.node() ? input.node().name() : "null";
+    std::printf(" %.*s", lengthOf(node), node.data());
   }
-  const Output* const source = input.connection();
-  if (source != nullptr) {
-    std::printf(" <- %s.%s", source->node()->name().buf(), source->name().buf());
+  if (const vsa::BufferView buffer = input.buffer(); buffer.problem() == vsa::BufferProblem::None) {
+    const std::string_view element = vsa::typeName(buffer.elementType());
+    std::printf(" %.*s[%llu]", lengthOf(element), element.data(),
+                static_cast<unsigned long long>(buffer.count()));
+  }
+  if (const vsa::ConnectionView source = input.connection()) {
+    const std::string text = std::string(source.node().name()) + "." + std::string(source.output());
+    std::printf(" <- %s", text.c_str());
   }
   std::printf("\n");
-}
-
-void print(const Node& node) {
-  std::printf("%s %s\n", node.type().buf(), node.name().buf());
-  for (std::uint64_t i = 0; i < node.inputCount(); ++i) print(*node.inputAt(i));
 }
 
 }  // namespace
@@ -67,11 +44,16 @@ int main(int count, char** arguments) {
     std::fprintf(stderr, "usage: read_text FILE\n");
     return 2;
   }
-  Scene scene;
-  const bool isRead = read(scene, arguments[1]);
-  for (std::uint64_t slot = 0; slot < scene.nodeSlots(); ++slot) {
-    const Node* const node = scene.nodeAt(slot);
-    if (node != nullptr) print(*node);
+  const vsa::ReadResult result = vsa::readFile(arguments[1]);
+  for (const vsa::Diagnostic& found : result.diagnostics) {
+    std::fprintf(stderr, "%s: %s\n", vsa::name(found.severity), found.logLine().c_str());
   }
-  return isRead ? 0 : 1;
+  if (result.status == vsa::ReadStatus::Unreadable) {
+    std::fprintf(stderr, "error: %s: %s\n", arguments[1], result.message.c_str());
+  }
+  for (const vsa::NodeView node : result.scene.nodes()) {
+    std::printf("%s %s\n", std::string(node.type()).c_str(), std::string(node.name()).c_str());
+    for (const vsa::InputView input : node.inputs()) print(input);
+  }
+  return result.isComplete() ? 0 : 1;
 }

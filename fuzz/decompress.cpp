@@ -48,7 +48,7 @@ std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
   return zlib.total_out == 0 ? EMPTY : "";
 }
 
-/// Whether the header asks for a preset dictionary, which our own code reports as corrupt. zlib
+/// Whether the header requires a preset dictionary, which our own code reports as corrupt. zlib
 /// reads the dictionary's number first.
 bool wantsDictionary(const Bytes& stream) {
   if (stream.size() < 2) return false;

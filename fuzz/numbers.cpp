@@ -218,7 +218,7 @@ void checkRun(zn::numbers::NumberKernel<Number> kernel, std::string_view list, s
               const char* about) {
   Run<Number> expected;
   plainRun(list, capacity, expected);
-  // Exact size: the sanitizer reports a read behind the one byte that must follow a list.
+  // Exact size: the sanitizer reports a read after the one byte that must follow a list.
   const auto memory = std::make_unique<char[]>(list.size() + 1);
   std::memcpy(memory.get(), list.data(), list.size());
   memory[list.size()] = '}';

@@ -20,12 +20,15 @@ struct Fuzzer {
 constexpr Fuzzer FUZZERS[] = {
     {"read_string", vsa_fuzz::readString},
     {"string_against_file", vsa_fuzz::stringAgainstFile},
+    {"public_api", vsa_fuzz::publicApi},
     {"lexer_against_plain", vsa_fuzz::lexerAgainstPlain},
     {"numbers", vsa_fuzz::numbers},
     {"unescape", vsa_fuzz::unescape},
     {"decompress", vsa_fuzz::decompress},
     {"compress", vsa_fuzz::compress},
     {"several_texts", vsa_fuzz::severalTexts},
+    {"write_text", vsa_fuzz::writeReadText},
+    {"write_scene", vsa_fuzz::writeMadeScene},
 };
 
 void replay(const fs::path& file) {

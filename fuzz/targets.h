@@ -14,6 +14,8 @@ namespace vsa_fuzz {
 void readString(std::string_view input);
 /// Reads a text from a String and from a File: result, log and scene must be equal.
 void stringAgainstFile(std::string_view input);
+/// Reads a text through the public API, from memory and from a source, and checks the outcome.
+void publicApi(std::string_view input);
 /// Compares the reader's lexer with PlainLexer: tokens and positions must be equal.
 void lexerAgainstPlain(std::string_view input);
 /// Compares number conversion, one number and lists, with the C library bit for bit.
@@ -27,5 +29,9 @@ void decompress(std::string_view input);
 void compress(std::string_view input);
 /// Reads several texts into one scene and removes nodes between them.
 void severalTexts(std::string_view input);
+/// Reads a text, writes its scene and reads that: the scenes must be equal.
+void writeReadText(std::string_view input);
+/// The same with a scene that is made through the public interface.
+void writeMadeScene(std::string_view input);
 
 }  // namespace vsa_fuzz

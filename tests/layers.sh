@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# layers.sh: checks every #include of src/ and include/ against the table below. The check itself is tried first, on a
+# layers.sh: checks every #include of src/ and include/ against the table below. The check itself is tested first, on a
 # copy of the tree with one forbidden include at a time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -26,6 +26,8 @@ src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/di
 src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/lex
 src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply
 src/api                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/scene/model src/vsa
+src/api/reading            include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/io src/vsa src/vsa/apply src/vsa/lex
+src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/numbers src/foundation/text src/scene
 ROWS
 }
 
@@ -81,7 +83,7 @@ expect_found() {
 found=$(violations .)
 [ -z "$found" ] || complain "includes that the table does not allow:"$'\n'"$found"
 
-# Every folder has its row.
+# Every folder has a row.
 while read -r folder; do
   layers | grep -q "^$folder\( \|\$\)" || complain "no row for $folder"
 done < <(find src include -name '*.h' -o -name '*.cpp' | sed 's|/[^/]*$||' | sort -u)

@@ -1,8 +1,13 @@
-// Reads the texts of tests/regressions from each kind of source. Each text NAME.vsa once showed a
-// bug, which its name tells; NAME.expect is what reading it must give, in the form of the cases.
+// Reads the texts of tests/regressions from each kind of source. Each text NAME.vsa once showed the
+// bug in its name. NAME.expect is the expected outcome, in the format of the cases. The tests of
+// all other fixed bugs are listed in README.md of that folder, and must exist.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "tests/support/case_run.h"
 
@@ -24,6 +29,26 @@ std::vector<std::string> namesOf(const std::string& extension) {
   return names;
 }
 
+/// "SUITE.NAME" for every match of `pattern`, whose groups are the suite and the name.
+std::set<std::string> testsIn(const std::string& text, const std::regex& pattern) {
+  std::set<std::string> tests;
+  for (std::sregex_iterator at(text.begin(), text.end(), pattern), end; at != end; ++at) {
+    tests.insert((*at)[1].str() + '.' + (*at)[2].str());
+  }
+  return tests;
+}
+
+/// The tests that the sources below tests/ define.
+std::set<std::string> definedTests() {
+  const std::regex definition(R"(\nTEST(?:_F|_P)?\((\w+), (\w+)\))");
+  std::set<std::string> tests;
+  for (const auto& entry : fs::recursive_directory_iterator(VSA_TEST_DIR)) {
+    if (entry.path().extension() != ".cpp") continue;
+    tests.merge(testsIn(contentOf(entry.path()), definition));
+  }
+  return tests;
+}
+
 class RegressionTest : public testing::TestWithParam<std::string> {};
 
 TEST_P(RegressionTest, ReadsTheSameFromEverySource) {
@@ -40,6 +65,14 @@ INSTANTIATE_TEST_SUITE_P(Regressions, RegressionTest, testing::ValuesIn(namesOf(
 TEST(RegressionFolderTest, EveryTextHasItsExpectation) {
   EXPECT_FALSE(namesOf(".vsa").empty());
   EXPECT_EQ(namesOf(".vsa"), namesOf(".expect"));
+}
+
+TEST(RegressionFolderTest, EveryTestOfTheTableExists) {
+  const std::regex row(R"(\n\| .* \| `(\w+)\.(\w+)` \|)");
+  const std::set<std::string> listed = testsIn(contentOf(FOLDER / "README.md"), row);
+  const std::set<std::string> defined = definedTests();
+  EXPECT_FALSE(listed.empty());
+  for (const std::string& test : listed) EXPECT_TRUE(defined.contains(test)) << test;
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <stdexcept>
 
 #include "tests/support/text.h"
@@ -39,17 +40,29 @@ void resetPeak() {
   }
 }
 
+// The options that stand for a route, in the order of Route.
+constexpr const char* ROUTES[] = {"string", "file", "text", "path"};
+
 size_t measure(Route route, const char* path) {
-  const zn::String text =
-      route == Route::String ? vsa_tests::string(vsa_tests::contentOf(path)) : zn::String();
+  const bool isInMemory = route == Route::String || route == Route::Text;
+  const zn::String text = isInMemory ? vsa_tests::string(vsa_tests::contentOf(path)) : zn::String();
   malloc_trim(0);
   resetPeak();
   const size_t before = statusLine("VmRSS:");
   zn::korvo_sdk::Scene scene;
-  if (route == Route::String) {
-    readString(scene, text);
-  } else {
-    readFile(scene, path);
+  switch (route) {
+    case Route::String:
+      readString(scene, text);
+      break;
+    case Route::File:
+      readFile(scene, path);
+      break;
+    case Route::Text:
+      readText(scene, text.view());
+      break;
+    case Route::Path:
+      readPath(scene, path);
+      break;
   }
   return statusLine("VmHWM:") - before;
 }
@@ -57,8 +70,8 @@ size_t measure(Route route, const char* path) {
 }  // namespace
 
 size_t peakOfRead(const std::string& path, Route route) {
-  const std::string command = std::string("exec /proc/$PPID/exe ") + PEAK_OPTION +
-                              (route == Route::String ? " string '" : " file '") + path + "'";
+  const std::string command = std::string("exec /proc/$PPID/exe ") + PEAK_OPTION + ' ' +
+                              ROUTES[static_cast<size_t>(route)] + " '" + path + "'";
   std::FILE* const output = popen(command.c_str(), "r");
   unsigned long long bytes = 0;
   const bool isRead = output != nullptr && std::fscanf(output, "%llu", &bytes) == 1;
@@ -70,8 +83,9 @@ size_t peakOfRead(const std::string& path, Route route) {
 
 bool handlePeakRequest(int argc, char** argv) {
   if (argc != 4 || std::strcmp(argv[1], PEAK_OPTION) != 0) return false;
-  const Route route = std::strcmp(argv[2], "string") == 0 ? Route::String : Route::File;
-  std::printf("%zu\n", measure(route, argv[3]));
+  size_t route = 0;
+  while (route + 1 < std::size(ROUTES) && std::strcmp(argv[2], ROUTES[route]) != 0) ++route;
+  std::printf("%zu\n", measure(static_cast<Route>(route), argv[3]));
   return true;
 }
 

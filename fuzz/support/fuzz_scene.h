@@ -1,4 +1,4 @@
-// What the fuzzers that read whole texts share.
+// Helpers of the fuzzers that read whole texts.
 #pragma once
 
 #include <cstddef>

@@ -1,12 +1,35 @@
-// The whole public interface: the entry points, the library's own scene, node types, and the log.
+// The whole public interface.
 //
 //   #include <vsa/vsa.h>
 //
+// Namespace vsa, for programs that read, look at and change scenes: the reading functions throw
+// nothing and print nothing, vsa::Scene owns a scene, views (vsa::NodeView, vsa::InputView) look
+// into it and are safe on what is missing, vsa::Node and vsa::Input change it.
+//
+//   const vsa::ReadResult result = vsa::readFile("scene.vsa");
+//   const double power = result.scene["sun"]["power"].real(1.0);
+//
+// Namespace zn and those inside it: the plain interface, for programs that write a scene of their
+// own (see <vsa/scene/scene_interface.h>) or call the reader's entry points themselves. A host with
+// its own scene needs only <vsa/parse.h>.
+//
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);
-//
-// A host with its own scene needs only <vsa/parse.h>.
 #pragma once
+
+#include <vsa/back_links.h>
+#include <vsa/buffer_view.h>
+#include <vsa/edit.h>
+#include <vsa/edit_status.h>
+#include <vsa/host_scene.h>
+#include <vsa/read.h>
+#include <vsa/scene.h>
+#include <vsa/text_rules.h>
+#include <vsa/value.h>
+#include <vsa/value_types.h>
+#include <vsa/view.h>
+#include <vsa/write.h>
+#include <vsa/write_options.h>
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/decompress.h>

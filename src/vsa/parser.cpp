@@ -31,9 +31,11 @@ bool VsaParser::parse(IScene* into, Lexer* from) {
   prime();
   try {
     while (!nextIs(Type::Eof) && !nextIs(Type::Invalid)) {
+      if (session != nullptr) session->beginStatement(current.line, current.column);
       if (!parseStatement()) emitter().fatal(DiagnosticId::UnrecognizedToken, peek(0).text);
       parseSimpleStatements();
     }
+    if (session != nullptr) session->beginResolution();
     resolveConnections();
     resolveReferences();
     return true;
@@ -63,11 +65,11 @@ bool VsaParser::parseStatement() {
 }
 
 void VsaParser::resolveConnections() {
-  LinkResolver(sceneOrNone()).resolveConnections(connections);
+  LinkResolver(sceneOrNone(), session).resolveConnections(connections);
 }
 
 void VsaParser::resolveReferences() {
-  LinkResolver(sceneOrNone()).resolveReferences(references);
+  LinkResolver(sceneOrNone(), session).resolveReferences(references);
 }
 
 // Without a scene, nothing is found or created.

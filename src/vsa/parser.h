@@ -19,6 +19,7 @@
 #include "vsa/apply/assign_info.h"
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/pending_link.h"
+#include "vsa/apply/read_session.h"
 #include "vsa/apply/typed_elements.h"
 #include "vsa/lex/lexer.h"
 #include "vsa/lex/statement_scanner.h"
@@ -62,6 +63,7 @@ class VsaParser {
   ds::Vector<INode*> definedNodes;  ///< In the order of their `define` statements.
   PendingTable connections;         ///< Resolved after the last statement.
   PendingTable references;          ///< Resolved after the connections.
+  ReadSession* session = nullptr;   ///< Limits and counts; null for the plain entry points.
 
   // parser.cpp: the ring of tokens and the statement loop.
 
@@ -142,10 +144,11 @@ class VsaParser {
   // statement_simple.cpp: statements without tokens.
 
   void parseSimpleStatements();
+  void begin(const SimpleStatement& statement) const;
   bool convertValue(const SimpleStatement& statement);
   void execute(const SimpleStatement& statement);
   void assign(const SimpleStatement& statement);
-  static bool convert(const SimpleStatement& statement, AttrData& data);
+  bool convert(const SimpleStatement& statement, AttrData& data) const;
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);
@@ -156,11 +159,16 @@ class VsaParser {
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
   INode* targetNode(std::span<const Token> path);
+  TextPlace beginLink() const;
+  void takeNode(std::uint64_t nameBytes) const;
+  void countNode(const INode* made) const;
+  char* takeString(std::string_view literal) const;
 
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
 
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
+  SimpleStatement simple_;       // the same without tokens
   TypedElements typedElements_;  // for the arrays of this text
 };
 

@@ -1,5 +1,7 @@
 // Assignments: parses the path and the right-hand side, finds the node and the input, then assigns
 // the value or stores a pending link.
+#include <utility>
+
 #include "vsa/apply/input_path.h"
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/value_assigner.h"
@@ -25,18 +27,28 @@ bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
   if (!path(info.targetPath)) return false;
+  if (session != nullptr) session->beginAssignment(info, info.targetPath);
   const bool isRead = nextIs(Token::Type::Pipe) ? connect(info) : value(info);
   if (!isRead) return false;
-  PathResolver target(*targetNode(info.targetPath), info.targetPath, info.data.type, emitter());
+  PathResolver target(*targetNode(info.targetPath), info.targetPath, info.data.type, emitter(),
+                      session);
   IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
-    connections.setLink(input, info);
+    connections.setLink(input, info, beginLink());
   } else if (info.isReference) {
-    references.setLink(input, info);
+    references.setLink(input, info, beginLink());
   } else {
-    ValueAssigner(emitter(), typedElements_).assign(info.data, info.valueToken.text.view(), target);
+    ValueAssigner(emitter(), typedElements_, session)
+        .assign(info.data, info.valueToken.text.view(), target);
   }
   return true;
+}
+
+// Before a link is stored: the place that messages about it have.
+TextPlace VsaParser::beginLink() const {
+  if (session == nullptr) return {};
+  session->takeLink();
+  return session->statement();
 }
 
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {

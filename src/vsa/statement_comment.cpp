@@ -56,6 +56,7 @@ void VsaParser::recordComment(const String& comment) {
   } else if (hasKey(text, "time")) {
     setTime(sceneOrNone(), comment);
   }
+  if (session != nullptr) session->takeText(comment.len());
   sceneOrNone().pushFileComment(comment);
 }
 

@@ -59,9 +59,21 @@ bool VsaParser::parseDefine() {
   DefineInfo info;
   if (!define(info)) return false;
   INode* node = sceneOrNone().findNode(info.name.text);
-  if (node == nullptr) node = sceneOrNone().defineNode(info.name.text);
+  if (node == nullptr) {
+    takeNode(info.name.text.len());
+    node = sceneOrNone().defineNode(info.name.text);
+    countNode(node);
+  }
   if (node != nullptr) definedNodes.push_back(node);
   return true;
+}
+
+void VsaParser::takeNode(std::uint64_t nameBytes) const {
+  if (session != nullptr) session->takeNode(nameBytes);
+}
+
+void VsaParser::countNode(const INode* made) const {
+  if (session != nullptr && made != nullptr) ++session->counts.nodes;
 }
 
 // type name (";" | ":")
@@ -86,7 +98,11 @@ bool VsaParser::parseDeclare() {
 
 void VsaParser::declareNode(const String& type, const String& name, bool isWith) {
   INode* node = sceneOrNone().findNode(name);
-  if (node == nullptr) node = sceneOrNone().createNode(type, name, String());
+  if (node == nullptr) {
+    takeNode(type.len() + name.len());
+    node = sceneOrNone().createNode(type, name, String());
+    countNode(node);
+  }
   if (isWith) withNode = node;
 }
 

@@ -13,11 +13,12 @@ using Kind = SimpleStatement::Kind;
 // of date; a scene cannot see it.
 void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
-  SimpleStatement statement;
   try {
-    while (scanner.scan(statement) && convertValue(statement)) {
-      scanner.accept(statement);
-      execute(statement);
+    while (scanner.scan(simple_)) {
+      begin(simple_);
+      if (!convertValue(simple_)) break;
+      scanner.accept(simple_);
+      execute(simple_);
       if (!scanner.isWindowKept()) break;
     }
   } catch (...) {
@@ -28,6 +29,12 @@ void VsaParser::parseSimpleStatements() {
   head = 0;
   scanner.readLookahead(tokens);
   lastLexed = tokens[tokens.size - 1];
+}
+
+void VsaParser::begin(const SimpleStatement& statement) const {
+  if (session == nullptr) return;
+  session->beginStatement(current.line, current.column);
+  if (statement.isAssignment()) session->beginAssignment(assignment_, statement.path());
 }
 
 // False if the statement has a value that does not convert: the parser then makes the message.
@@ -51,14 +58,14 @@ void VsaParser::execute(const SimpleStatement& statement) {
 void VsaParser::assign(const SimpleStatement& statement) {
   AttrData& data = assignment_.data;
   const std::span<const Token> path = statement.path();
-  PathResolver target(*targetNode(path), path, data.type, emitter());
+  PathResolver target(*targetNode(path), path, data.type, emitter(), session);
   IInput* const input = resolve(target, path);
   if (statement.kind == Kind::Connection) {
-    connections.setLink(input, statement.source, statement.output);
+    connections.setLink(input, statement.source, statement.output, beginLink());
   } else if (statement.kind == Kind::Reference) {
-    references.setLink(input, statement.source, String());
+    references.setLink(input, statement.source, String(), beginLink());
   } else {
-    ValueAssigner(emitter(), typedElements_).assign(data, statement.value, target);
+    ValueAssigner(emitter(), typedElements_, session).assign(data, statement.value, target);
   }
 }
 

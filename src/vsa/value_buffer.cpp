@@ -92,6 +92,19 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
+// Only single-byte components may be compressed. For all others, "." begins a number.
+bool isCompressed(const AssignInfo& info) {
+  const String& list = info.elementsToken.text;
+  return componentBytes(info.data.payload.buffer.type) == 1 && list.len() > 2 && list[1] == '.';
+}
+
+// An upper bound of the bytes that a compressed literal expands to. DEFLATE expands one byte to at
+// most 1032, and the text has two digits for each byte.
+std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
+  constexpr std::uint64_t MAX_EXPANSION = 516;
+  return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
+}
+
 // Allocates one zeroed block of the exact size and stores it in the record. It is not freed when
 // the literal is invalid.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
@@ -167,11 +180,16 @@ bool VsaParser::buffer(AssignInfo& info) {
 
   const Emitter messages = emitter();
   describeBuffer(info, type, messages);
-  if (info.data.payload.buffer.bytes == 0) return true;
+  const BufferValue& buffer = info.data.payload.buffer;
+  if (session != nullptr && session->skipsBuffers) {
+    session->skipBuffer(info);
+    return true;
+  }
+  if (buffer.bytes == 0) return true;
+  if (session != nullptr) session->takeBuffer(buffer.bytes, expandedBytesAtMost(info));
   allocateElements(info, messages);
-  // Only single-byte components may be compressed. For all others, "." begins a number.
-  const String& list = info.elementsToken.text;
-  if (componentBytes(type) == 1 && list.len() > 2 && list[1] == '.') {
+  if (session != nullptr) session->hold(buffer.memory, buffer.bytes);
+  if (isCompressed(info)) {
     expandElements(info, messages);
   } else {
     convertElements(info, messages);

@@ -100,7 +100,7 @@ bool VsaParser::scalar(AssignInfo& info) {
     case Type::Str:
       advanceInto(info.valueToken);
       data.type = AttrType::String;
-      data.payload.string = copyOfStringValue(info.valueToken.text.view());
+      data.payload.string = takeString(info.valueToken.text.view());
       return true;
     case Type::Braces:
       advanceInto(info.valueToken);
@@ -127,8 +127,16 @@ bool VsaParser::tuple(AssignInfo& info) {
   return convertTuple(type, withoutParens(info.listToken.text.view()), info.data);
 }
 
+// The characters of a string literal, in memory that the record owns.
+char* VsaParser::takeString(std::string_view literal) const {
+  if (session != nullptr) session->charge(literal.size());
+  char* const characters = copyOfStringValue(literal);
+  if (session != nullptr) session->hold(characters, literal.size());
+  return characters;
+}
+
 // The value of a simple statement. False if it does not convert.
-bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
+bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) const {
   switch (statement.valueType) {
     case Type::Int:
       return convertInteger(statement.value, data);
@@ -136,7 +144,7 @@ bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
       return convertReal(statement.value, data);
     case Type::Str:
       data.type = AttrType::String;
-      data.payload.string = copyOfStringValue(statement.value);
+      data.payload.string = takeString(statement.value);
       return true;
     case Type::Id: {
       const AttrType type = tupleTypeOf(statement.value);

@@ -7,13 +7,16 @@ vsa      Read by `vsa dump`. The `log` block behind it is what is logged, the `j
          must be read without a message. <!-- before: TEXT --> is read in front of it, for an excerpt.
          <!-- with: NAME --> reads it by the program hosts/NAME.cpp instead, which prints what is logged.
 cpp      A whole program, or with <!-- in: NAME --> an excerpt that hosts/NAME.cpp includes as "block.inc". Compiled
-         against the installed library, and run where scene.vsa is the first text of README.md. What it prints is the
+         against the installed library, and run where scene.vsa is the first text of README.md. With
+         <!-- reads: PATH --> a copy of that file of the tree is there, too. What it prints is the
          `output` block behind it; without one it prints nothing. It ends with status 0.
+c        The same in C99, with the shared library.
 console  Commands after "$ ", each with what it prints. `./dev run` and `./dev check` become `vsa dump` and `vsa check`
          of the build under test: what they build first is that build.
 calls    The calls that hosts/order_of_calls.cpp prints, a repeated question once; two blanks begin a remark.
 sh       Commands, run in a folder with app.cpp, the program of README.md, and with the library installed. A build in
-         build/library goes to a scratch folder, as a debug build: it takes a fifth of the time.
+         build/library goes to a scratch folder. It copies the object files of the build under test that were compiled
+         by the same commands (see reuse_object.py).
 cmake    What follows find_package in the CMakeLists.txt of a project with app.cpp.
 python   The recipe for exporters, tried by recipe.py.
 
@@ -44,14 +47,14 @@ OUTCOMES = ("log", "json", "output")
 
 
 class Failure(Exception):
-    """What a block gives is not what the page says."""
+    """The outcome of a block differs from the page."""
 
 
 class Tools:
     """The build under test, installed, and a scratch folder."""
 
     def __init__(self, build, compiler, scratch):
-        self.compiler, self.scratch = compiler, scratch
+        self.build, self.compiler, self.scratch = build, compiler, scratch
         self.scene = ""  # the text of scene.vsa
         self.prefix = os.path.join(scratch, "prefix")
         self.vsa = os.path.join(self.prefix, "bin", "vsa")
@@ -68,7 +71,7 @@ class Tools:
         return self.path(name)
 
     def attempt(self, command, folder=None, **environment):
-        """Runs a command; its status and what it printed, standard error included."""
+        """Runs a command. Returns its status and its output, including standard error."""
         variables = dict(os.environ, PATH=f"{self.prefix}/bin:{os.environ['PATH']}", **environment)
         done = subprocess.run(command, cwd=folder or self.scratch, env=variables, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
@@ -89,7 +92,7 @@ class Tools:
         self.run(command)
 
     def dump(self, text):
-        """What `vsa dump` says about a text."""
+        """The output of `vsa dump` for a text."""
         path = self.write("text.vsa", text)
         status, printed = self.attempt([self.vsa, "dump", path])
         if status not in (0, 1):
@@ -115,7 +118,7 @@ def outcome(block, language):
     return next((other.text for other in block.outcomes if other.language == language), None)
 
 
-# What `vsa check` says about these bytes is in docs/messages.md, in the section "What the command adds".
+# The section "What the command adds" of docs/messages.md has the messages of `vsa check` about these bytes.
 DAMAGED = {
     "this looks like UTF-16": "lamp sun;".encode("utf-16"),
     "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
@@ -142,7 +145,7 @@ def check_command_messages(tools, page, report):
 
 
 def check_table_of_messages(tools, page, report):
-    """The page has the rows of the table of diagnostics, and each paragraph begins with the line that is logged."""
+    """The page has all rows of the table of diagnostics, and each paragraph begins with the logged line."""
     rows = {code_of(row.cells[1])[0]: row for row in page.rows if re.match(r"\[`", row.cells[1])}
     paragraphs = {heading: text for heading, text in page.first_lines()}
     for line in tools.run([tools.host("print_table")]).splitlines():
@@ -165,13 +168,13 @@ def lines_of(texts):
 
 
 def messages_of(dump):
-    """What was logged, in order, and what escaped the entry point."""
+    """The logged messages in order, and the text of the exception that left the entry point."""
     texts = [message["text"] for message in dump["log"]]
     return texts + ([dump["escaped"]] if dump["escaped"] is not None else [])
 
 
 def without_lines(message, count):
-    """The message as it would be, had the text `count` lines less before it."""
+    """The message for the text without its first `count` lines."""
     return re.sub(r"\((\d+),(\d+)\)", lambda at: f"({int(at[1]) - count},{at[2]})", message, count=1)
 
 
@@ -200,11 +203,21 @@ def run_cpp(tools, block):
         tools.write("block.inc", block.text)
         program = tools.host(name)
     tools.write("scene.vsa", tools.scene)
+    if block.directive("reads") is not None:
+        shutil.copy(os.path.join(ROOT, block.directive("reads")), tools.scratch)
+    expect("what it prints", tools.run([program]), outcome(block, "output") or "")
+
+
+def run_c(tools, block):
+    source, program, folder = tools.write("program.c", block.text), tools.path("program"), tools.library_folder()
+    tools.run(["cc", "-std=c99", "-pedantic", "-Wall", "-Wextra", "-Werror", f"-I{tools.prefix}/include", source,
+               f"-L{folder}", "-lvsa", f"-Wl,-rpath,{folder}", "-o", program])
+    tools.write("scene.vsa", tools.scene)
     expect("what it prints", tools.run([program]), outcome(block, "output") or "")
 
 
 def commands_of(block):
-    """The commands of a console block, each with the lines that it prints."""
+    """The commands of a console block, each with its expected output."""
     command, printed = None, []
     for line in block.lines + ["$ "]:
         if line.startswith("$ "):
@@ -233,7 +246,7 @@ def run_sh(tools, block):
     text = block.text.replace("build/library", tools.path("library"))
     folder = ROOT if "cmake -S ." in text else tools.scratch
     variables = {"PKG_CONFIG_PATH": f"{tools.library_folder()}/pkgconfig", "HOME": tools.path("home"),
-                 "CMAKE_BUILD_TYPE": "Debug"}
+                 "CMAKE_CXX_COMPILER_LAUNCHER": f"{HERE}/reuse_object.py;{tools.build}"}
     tools.run(["bash", "-euc", text], folder, **variables)
 
 
@@ -251,12 +264,12 @@ def run_python(tools, block):
     recipe.check(block.text, tools.dump, messages_of)
 
 
-RUNNERS = {"vsa": run_vsa, "cpp": run_cpp, "calls": run_calls, "console": run_console, "sh": run_sh,
+RUNNERS = {"vsa": run_vsa, "cpp": run_cpp, "c": run_c, "calls": run_calls, "console": run_console, "sh": run_sh,
            "cmake": run_cmake, "python": run_python}
 
 
 def join_outcomes(page):
-    """The page's blocks without those that say what comes of another, which join that one."""
+    """The blocks of the page. A block with the outcome of another one is attached to that one."""
     blocks = []
     for block in page.blocks:
         if block.language in OUTCOMES and blocks and not block.comment:
@@ -379,7 +392,7 @@ def first_block(pages, page, language):
 
 
 def check_readme_program(tools, program, report):
-    """The program of README.md ends by itself whatever the text is."""
+    """The program of README.md does not crash, whatever the text is."""
     texts = ["", "}", "lamp sun;", "lamp snu: .power = 2.5;", "lamp sun: .pwoer = 2.5;", 'lamp sun: .power = "2.5";']
     for text in texts:
         tools.write("scene.vsa", text)
@@ -397,7 +410,7 @@ def main():
         scene, program = first_block(pages, "README.md", "vsa"), first_block(pages, "README.md", "cpp")
         tools.scene = scene.text
         tools.write("app.cpp", program.text)
-        # Programs first: texts of other pages are read by them.
+        # Programs first, because they read texts of other pages.
         blocks = [block for page in pages.values() for block in join_outcomes(page)]
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)

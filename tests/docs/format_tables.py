@@ -1,11 +1,11 @@
-"""Tries the tables of docs/format.md row by row: each states what a text gives, and that text is read."""
+"""Tests the tables of docs/format.md: reads the text of each row and compares the outcome with the row."""
 
 import itertools
 import re
 
 from markdown import code_of
 
-# What a row of "Common mistakes" may use: a with node n, and nodes to link to.
+# A row of "Common mistakes" may use the "with" node n, and nodes to link to.
 PRELUDE = "thing a; thing b; sphere ball; material clay; thing n:\n"
 
 # A value of each type, for the table of conversions.
@@ -15,7 +15,7 @@ SAMPLES = {
     "Rgba": "rgba(1 0 0 1)", "Mat3": "mat3(1 0 0 0 1 0 0 0 1)", "Mat4": "mat4(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1)",
     "String": '"red"', "Buffer": "byte[1] {1}", "Object": "{}",
 }
-# Columns of that table; "any other" is asked with a String and, for a String, with a Buffer.
+# The columns of that table. "any other" is tested with a String, and for a String with a Buffer.
 CONVERTED = ["Bool", "Int, UInt", "Real", "Vec2, Pos2", "Vec3, Pos3", "Vec4, Quat, Rgba", "Mat3", "Mat4"]
 
 ESCAPED = {
@@ -32,7 +32,7 @@ class Tables:
         return [row for row in self.page.rows if row.section == section]
 
     def read(self, text):
-        """The scene of a text, and what was logged."""
+        """The scene of a text, and its log."""
         dump = self.dump(text)
         return dump, self.messages_of(dump)
 
@@ -46,7 +46,7 @@ class Tables:
 
 
 def check_mistakes(tables):
-    """A row names a message in its second cell, or says "no message"; what its third cell shows has none."""
+    """The second cell of a row has a message or "no message". The text in the third cell causes no message."""
     for row in tables.rows("Common mistakes"):
         written, result, instead = row.cells
         if not code_of(written) or "(0xFF)" in written:
@@ -67,7 +67,7 @@ def check_mistakes(tables):
 
 
 def check_element_types(tables):
-    """Each keyword takes exactly its numbers, gives its element type, and is compressed where the row says so."""
+    """Each keyword has the element type and component count of its row, and is compressed if the row says so."""
     keywords = []
     for row in tables.rows("Buffers"):
         keyword, name, stored = code_of(row.cells[0])[0], row.cells[1], row.cells[3]
@@ -86,7 +86,7 @@ def check_element_types(tables):
 
 
 def check_grammar(tables, keywords):
-    """The grammar lists the keywords of the tables, each once."""
+    """The grammar lists each keyword of the tables once."""
     grammar = next(block for block in tables.page.blocks if block.language == "ebnf")
     listed = re.search(r"buffer-type = (.*)", grammar.text, re.DOTALL)[1].split()
     if sorted(listed) != sorted(keywords):
@@ -114,7 +114,7 @@ def check_conversions(tables):
 
 
 def check_values(tables):
-    """Each form gives the type that its row states."""
+    """Each form has the type in its row."""
     for row in tables.rows("Values"):
         kind = row.cells[1]
         for form in code_of(row.cells[0]):

@@ -9,7 +9,7 @@ class Block:
     def __init__(self, page, line, language, comment):
         self.page, self.line, self.language, self.comment = page, line, language, comment
         self.lines = []
-        self.outcomes = []  # the blocks that follow and say what comes of this one
+        self.outcomes = []  # the following blocks with the outcome of this one
 
     @property
     def text(self):
@@ -38,7 +38,7 @@ class Row:
 
 
 class Page:
-    """The parts of a page that the tests look at. Text in fences is in the blocks and nowhere else."""
+    """The parts of a page that the tests use. Fenced text is in `blocks` only."""
 
     def __init__(self, name, text):
         self.name = name

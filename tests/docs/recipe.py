@@ -1,4 +1,4 @@
-"""Tries the Python recipe of docs/format.md: what it writes must be read back, without a message, as what was meant."""
+"""Tests the Python recipe of docs/format.md: its output must be read without a message, as the intended values."""
 
 import math
 import struct
@@ -12,7 +12,7 @@ COLOURS = bytes(range(256)) * 4
 
 
 class Failure(Exception):
-    """The recipe wrote something that does not read back."""
+    """The recipe wrote a text that is read as something else."""
 
 
 def require(condition, what):

@@ -1,6 +1,6 @@
-// Decimal texts that are hard to round: the exact middle between two adjacent reals and texts right
-// beside it, many digits, subnormals, the ends of the range. MPFR, with the precision and the
-// exponents of the target, gives the reference.
+// Decimal texts that are hard to round: the exact middle between two adjacent reals and the texts
+// next to it, many digits, subnormals, the ends of the range. MPFR, with the precision and the
+// exponents of the target, gives the expected value.
 #include <gmp.h>
 #include <mpfr.h>
 
@@ -199,7 +199,7 @@ bool isSame(Real expected, bool accepted, Real found) {
 template <class Real>
 void checkAs(const std::string& text, Reference<Real>& reference, Survey& survey) {
   const Real expected = reference.read(text);
-  // The terminating NUL is the readable byte behind the list.
+  // The terminating NUL is the readable byte after the list.
   const char* const first = text.c_str();
   const char* const last = first + text.size();
   Real found = 0;

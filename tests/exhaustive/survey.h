@@ -1,6 +1,6 @@
-// Surveys of the number conversions: too many texts for any list of them, so each is generated,
-// read and compared bit for bit. Every text is read in both ways, as a scalar (realFromText) and as
-// a field of a list (readNumberRun).
+// Surveys of the number conversions. They have too many texts for a file, so each text is
+// generated, read and compared bit for bit. Every text is read in both ways: as a scalar
+// (realFromText) and as a field of a list (readNumberRun).
 #pragma once
 
 #include <cstdint>
@@ -18,8 +18,9 @@ struct Survey {
   }
 };
 
-/// The floats with the bits first, first + step, ..., below `end` (2^32 at most): each, written in
-/// its shortest form, must read back as the same bits, and a NaN as the quiet NaN of its sign.
+/// Reads the floats whose bits are first, first + step, ... below `end` (2^32 at most). Each is
+/// written in its shortest form and must be read as the same bits; a NaN as the quiet NaN of its
+/// sign.
 Survey surveyFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 
 /// The same for `count` doubles of random bits, reproducible by the seed.

@@ -117,6 +117,7 @@ const std::map<zn::korvo_sdk::DiagnosticId, std::string>& neverRaised() {
   using enum zn::korvo_sdk::DiagnosticId;
   static const std::map<zn::korvo_sdk::DiagnosticId, std::string> reasons = {
       {HostError, "thrown by a host, as in HostFaultTest"},
+      {TooManyArrayElements, "2^32 elements take 200 GiB"},
   };
   return reasons;
 }

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# history_test.sh: tools/dev/history on a repository of planted subjects.
+# history_test.sh: tests tools/dev/history with repositories that have chosen subjects.
 set -euo pipefail
 history=$(cd "$(dirname "$0")/../.." && pwd)/tools/dev/history
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 repository=$scratch/repository
 failed=0
-unset GIT_DIR GIT_WORK_TREE GIT_INDEX_FILE # which a hook of git's would hand on
+unset GIT_DIR GIT_WORK_TREE GIT_INDEX_FILE # a git hook sets them
 
 # commit SUBJECT [DATE]
 commit() {
@@ -20,7 +20,7 @@ new_repository() {
   git init --quiet "$repository"
 }
 
-# expect STATUS TEXT [CHECKOUT]: what the check says contains the text.
+# expect STATUS TEXT [CHECKOUT]: the output of the check contains the text.
 expect() {
   local said status=0
   said=$("$history" "${3:-$repository}") || status=$?
@@ -60,7 +60,7 @@ out_of_order 'lexer: keep quotes; drop blanks' 'has a semicolon'
 out_of_order 'lexer: keep quotes.' 'ends in a full stop'
 out_of_order 'fixup! lexer: keep quotes' "not of the form 'area: what changed'"
 
-# The last tag is where the check begins.
+# The check begins at the last tag.
 new_repository
 commit 'Before the tag'
 git -C "$repository" tag v1
@@ -88,14 +88,14 @@ git -C "$repository" -c user.name=test -c user.email=test -c commit.gpgsign=fals
   --message 'Merge other' other
 expect 0 '2 subjects checked'
 
-# A shallow clone has but some of the commits.
+# A shallow clone lacks some of the commits.
 git clone --quiet --depth 1 "file://$repository" "$scratch/shallow"
 commit 'parser: keep more blanks'
 rm -rf "$scratch/shallow"
 git clone --quiet --depth 1 "file://$repository" "$scratch/shallow"
 expect 0 '1 subjects checked (since 2026-11-22T04:00:00Z, as far as this shallow clone goes)' "$scratch/shallow"
 
-# What was unpacked from an archive has none, wherever it lies.
+# A tree unpacked from an archive has no commits, even inside another repository.
 mkdir -p "$repository/unpacked" "$scratch/unpacked"
 expect 0 'no subjects are checked: this checkout is no git repository' "$scratch/unpacked"
 expect 0 'no subjects are checked: this checkout is no git repository' "$repository/unpacked"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# install.sh BUILD COMPILER: installs the build BUILD into a scratch folder and tests what lies there.
+# install.sh BUILD COMPILER: installs the build BUILD into a scratch folder and tests the installed files.
 #
 # - Headers are installed below include/vsa and nowhere else, the public ones and no others.
 # - Each header compiles alone with all warnings, with COMPILER and with clang++ where there is one.

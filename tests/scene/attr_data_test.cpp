@@ -1,4 +1,4 @@
-// The value record: every tuple and matrix lies over `components`, and has as many of them.
+// The value record: every tuple and matrix overlaps `components` and has as many components.
 #include <vsa/scene/attr_data.h>
 
 #include <gtest/gtest.h>
@@ -26,14 +26,14 @@ TEST(AttrData, TuplesHaveTheirComponentsAndNoMore) {
   EXPECT_EQ(sizeof(Payload), 16 * REAL);
 }
 
-TEST(AttrData, ANewOneIsNullAndAllZero) {
+TEST(AttrData, DefaultIsNullAndZero) {
   AttrData data;
   EXPECT_EQ(data.type, AttrType::Null);
   EXPECT_EQ(data.elementType, 0);
   for (const double component : data.payload.components) EXPECT_EQ(component, 0.0);
 }
 
-TEST(AttrData, IsPutTogetherByTheNamesOfItsParts) {
+TEST(AttrData, HasDesignatedInitializers) {
   const AttrData data{.type = AttrType::Int, .payload = {.integer = 5}};
   EXPECT_EQ(data.type, AttrType::Int);
   EXPECT_EQ(data.elementType, 0);

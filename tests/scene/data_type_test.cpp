@@ -29,7 +29,7 @@ TEST(DataTypes, EveryName) {
   }
 }
 
-TEST(DataTypes, TheEnumeratorsStandWhereTheirNamesDo) {
+TEST(DataTypes, EnumeratorsAndNamesHaveOneOrder) {
   EXPECT_STREQ(dataTypeName(DataType::Char), "Char");
   EXPECT_STREQ(dataTypeName(DataType::Ptr), "Ptr");
   EXPECT_STREQ(dataTypeName(DataType::Vec3f), "Vec3f");
@@ -41,7 +41,7 @@ TEST(DataTypes, TheEnumeratorsStandWhereTheirNamesDo) {
   EXPECT_EQ(static_cast<int>(DataType::ColorRef), 59);
 }
 
-TEST(DataTypes, AnElementIsItsComponents) {
+TEST(DataTypes, ElementBytesAreThoseOfTheComponents) {
   for (int value = 1; value < 60; ++value) {
     const auto type = static_cast<DataType>(value);
     SCOPED_TRACE(NAMES[value]);
@@ -79,8 +79,8 @@ DataType componentOf(char letter) {
   }
 }
 
-// The last letter of a name says of what, the others say how many.
-TEST(DataTypes, ANameTellsTheComponents) {
+// The last letter of a name gives the component type, the rest the number of components.
+TEST(DataTypes, NamesGiveTypeAndNumberOfComponents) {
   int known = 0;
   for (int value = 0; value < 60; ++value) {
     const std::string name = NAMES[value];
@@ -91,7 +91,7 @@ TEST(DataTypes, ANameTellsTheComponents) {
       ++known;
     }
   }
-  EXPECT_EQ(known, 46);  // but Null, twelve of one component each, and ColorRef
+  EXPECT_EQ(known, 46);  // all except Null, twelve types of one component, and ColorRef
   EXPECT_EQ(componentCount(DataType::ColorRef), 4U);
   EXPECT_EQ(componentType(DataType::ColorRef), DataType::Byte);
   for (int value = 1; value < static_cast<int>(DataType::Vec2f); ++value) {

@@ -1,5 +1,5 @@
-// A host whose inputs live as long as its scene and count nobody: what the interface itself makes
-// of retain and release does.
+// A host whose inputs live as long as its scene and do not count references: the default retain and
+// release of the interface.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -21,7 +21,7 @@ using Lines = std::vector<std::string>;
 
 class PlainOutput final : public interfaces::IOutput {};
 
-/// An input of any type; it takes links and writes them down.
+/// An input of any type that records its links.
 class PlainInput final : public interfaces::IInput {
  public:
   PlainInput(std::string name, AttrType type) : name_(std::move(name)), type_(type) {}
@@ -107,7 +107,7 @@ TEST(HostInput, NeedNotCount) {
                                 "warning: Cannot assign nonexistent node no to f."}));
 }
 
-TEST(HostInput, NeedNotCountWhenTheReadingFails) {
+TEST(HostInput, NeedNotCountWhenTheParseFails) {
   PlainScene scene;
   const LoggedLines log;
   EXPECT_FALSE(impl::parseString(&scene, "n.a |= n.out; n.b = n; 42;"));

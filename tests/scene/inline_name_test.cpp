@@ -15,7 +15,7 @@ using vsa_tests::text;
 
 static_assert(sizeof(InlineName) == 16);
 
-constexpr std::size_t LENGTHS = 40;  // twice across the longest name that is stored in place
+constexpr std::size_t LENGTHS = 40;  // more than twice the longest name that is stored in place
 
 /// Every character differs from its neighbours, and some have their highest bit set.
 std::string sample(std::size_t length) {
@@ -29,7 +29,7 @@ bool isEqual(const std::string& stored, const std::string& asked) {
   return InlineName(string(stored)) == InlineName::Key(name);
 }
 
-TEST(InlineName, GivesEveryNameBack) {
+TEST(InlineName, ReturnsEveryName) {
   for (std::size_t length = 0; length < LENGTHS; ++length) {
     const InlineName name(string(sample(length)));
     EXPECT_EQ(text(name.text()), sample(length)) << length;
@@ -53,13 +53,13 @@ TEST(InlineName, DiffersFromALongerOne) {
   for (std::size_t length = 0; length < LENGTHS; ++length) {
     EXPECT_FALSE(isEqual(sample(length), sample(length + 1))) << length;
     EXPECT_FALSE(isEqual(sample(length + 1), sample(length))) << length;
-    // Zeros fill what a short name leaves.
+    // The unused bytes of a short name are zero.
     EXPECT_FALSE(isEqual(sample(length), sample(length) + '\0')) << length;
     EXPECT_FALSE(isEqual(std::string(length, 'a'), std::string(length + 1, 'a'))) << length;
   }
 }
 
-TEST(InlineName, KeepsZeros) {
+TEST(InlineName, NameMayContainNul) {
   for (std::size_t length = 1; length < LENGTHS; ++length) {
     const std::string zeros(length, '\0');
     EXPECT_EQ(text(InlineName(string(zeros)).text()), zeros) << length;

@@ -1,5 +1,5 @@
-// The operations of a scene stand in one order, and there are no others: hosts that were built
-// against an older header of the same operations keep working.
+// The virtual functions of the scene interfaces have a fixed order, and there are no others. Hosts
+// that were compiled with an older header of the same functions keep working.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -25,7 +25,7 @@ std::ptrdiff_t slotOf(Function function) {
          static_cast<std::ptrdiff_t>(sizeof(void (*)()));
 }
 
-/// Adds an operation behind those of an interface: its slot tells how many these are.
+/// Adds a virtual function after those of an interface. Its slot is the number of these functions.
 template <class Interface>
 struct Extended : Interface {
   virtual void next() = 0;

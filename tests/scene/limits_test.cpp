@@ -1,4 +1,5 @@
-// The limits of a scene: how many elements may stand empty, and how deep inputs nest.
+// The limits of a scene: the number of empty elements and of all elements of an array, and the
+// nesting depth of inputs.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -7,6 +8,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
+#include "scene/model/scene_limits.h"
 #include "tests/support/parser_fixture.h"
 
 namespace zn::korvo_sdk {
@@ -22,7 +24,7 @@ AttrData ofType(AttrType type) {
   return data;
 }
 
-/// A scene of few empty elements, with an array in it.
+/// A scene with a limit of 3 empty elements, and an array in it.
 class EmptyElements : public testing::Test {
  protected:
   EmptyElements() {
@@ -73,8 +75,8 @@ struct UseRow {
   Use use;
 };
 
-// One call each, and there is room for one element more.
-TEST_F(EmptyElements, WhatMakesAnElementUsed) {
+// After one of these calls, one more element can be appended.
+TEST_F(EmptyElements, CallsThatCountAsUse) {
   const UseRow rows[] = {
       {"assign", [](Scene&, Input* element) { element->assign(ofType(AttrType::Int)); }},
       {"assign of an object",
@@ -103,7 +105,7 @@ TEST_F(EmptyElements, WhatMakesAnElementUsed) {
 TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   fill();
   array_->element(0)->set(ofType(AttrType::Array));
-  // The element itself is used only once it holds one: there is no room for that one yet.
+  // The inner array counts as used only when it has an element, and that element exceeds the limit.
   EXPECT_EQ(append(array_->element(0)),
             "array n.a[0] cannot grow past the scene's limit of 3 empty elements");
   array_->element(1)->retain();
@@ -112,7 +114,7 @@ TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   EXPECT_EQ(append(array_), FULL);
 }
 
-TEST_F(EmptyElements, LookUpsAndSetLeaveItEmpty) {
+TEST_F(EmptyElements, LookUpsAndSetDoNotCountAsUse) {
   fill();
   Input* const element = array_->element(0);
   element->set(ofType(AttrType::Buffer));
@@ -126,7 +128,7 @@ TEST_F(EmptyElements, LookUpsAndSetLeaveItEmpty) {
   EXPECT_EQ(append(array_), FULL);
 }
 
-TEST_F(EmptyElements, ARefusedMemberLeavesItEmpty) {
+TEST_F(EmptyElements, ARefusedMemberDoesNotCountAsUse) {
   fill();
   EXPECT_EQ(array_->element(0)->createInput("[0]", AttrType::Int), nullptr);
   EXPECT_EQ(append(array_), FULL);
@@ -142,7 +144,7 @@ TEST_F(EmptyElements, TheLimitMayBeSetAtAnyTime) {
   EXPECT_EQ(append(array_), "");
 }
 
-TEST_F(EmptyElements, ATextThatFillsItsArraysIsNeverLimited) {
+TEST_F(EmptyElements, TextWithoutGapsIsNotLimited) {
   std::string bytes;
   for (int i = 0; i < 100; ++i) {
     bytes += "n.i[*] = 1; n.o[*].x = 1; n.l[*] |= n.o; n.b[*] = byte[0] {};";
@@ -152,7 +154,7 @@ TEST_F(EmptyElements, ATextThatFillsItsArraysIsNeverLimited) {
   EXPECT_EQ(log.lines(), Lines{});
 }
 
-TEST_F(EmptyElements, ATextThatLeapsIsLimited) {
+TEST_F(EmptyElements, TextWithGapsIsLimited) {
   const LoggedLines log;
   EXPECT_TRUE(impl::parseString(&scene_, "n.i[2] = 1;"));
   EXPECT_FALSE(impl::parseString(&scene_, "n.i[5] = 1;"));
@@ -189,7 +191,7 @@ TEST(Depth, ElementsCountAsLevels) {
   EXPECT_EQ(inner->count(), 0U);
 }
 
-TEST(Depth, WhatExistsAlreadyIsFound) {
+TEST(Depth, ExistingInputsAreFound) {
   Scene scene;
   Input* const object = scene.createNode("open", "n", "")->createInput("o", AttrType::Object);
   Input* const x = object->createInput("x", AttrType::Int);
@@ -213,8 +215,8 @@ TEST(Depth, IsTestedBeforeTheEmptyElements) {
             "array n.a cannot grow past the scene's limit of 0 empty elements");
 }
 
-// An input of a node is level 1: deeper than no levels at all.
-TEST(Depth, NoLevelsAtAll) {
+// An input of a node has level 1, which exceeds a limit of 0.
+TEST(Depth, LimitOfZeroPermitsNoInput) {
   Scene scene;
   scene.setDepthLimit(0);
   Node* const node = scene.createNode("open", "n", "");
@@ -242,6 +244,19 @@ TEST(Depth, EndsAText) {
   EXPECT_EQ(log.lines(), Lines{"error: input n.a.b.d.e is nested deeper than 3 levels"});
   EXPECT_TRUE(scene.findNode("n")->input("a")->input("b")->hasInput("d", AttrType::Object));
   EXPECT_FALSE(scene.findNode("n")->hasInput("z", AttrType::Null));
+}
+
+// An array of 2^32 elements takes 200 GiB, so the check is called without one.
+TEST(ElementCount, AnArrayHoldsUpTo32BitsOfIndices) {
+  Scene scene;
+  Input* const array = scene.createNode("open", "n", "")->createArray("a", AttrType::Int);
+  const auto errorAt = [&](std::uint64_t count) {
+    return thrownBy([&] { SceneLimits::checkElementCount(*array, count); });
+  };
+  EXPECT_EQ(errorAt(0), "");
+  EXPECT_EQ(errorAt(4294967295U), "");
+  EXPECT_EQ(errorAt(4294967296U), "array n.a cannot hold more than 4294967296 elements");
+  EXPECT_EQ(errorAt(4294967297U), "array n.a cannot hold more than 4294967296 elements");
 }
 
 }  // namespace

@@ -1,5 +1,5 @@
-// A scene keeps the answers that it gave last. Whatever is asked, made and removed in whatever
-// order, they are the answers of a scene that looks each time.
+// A scene caches its last answers. After any sequence of look-ups, creations and removals, its
+// answers equal those of a scene without a cache.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -25,7 +25,7 @@ const T& oneOf(Random& random, const T (&from)[COUNT]) {
   return from[random() % COUNT];
 }
 
-TEST(LookUps, OfNodesFollowWhatIsMadeAndRemoved) {
+TEST(LookUps, OfNodesFollowCreationAndRemoval) {
   Random random(3);
   Scene scene;
   std::map<std::string, Node*> nodes;
@@ -62,13 +62,13 @@ TEST(LookUps, OfNodesFollowWhatIsMadeAndRemoved) {
   }
 }
 
-/// One step with the inputs of one node; `inputs` are those that it has.
+/// One step with the inputs of one node; `inputs` are its existing inputs.
 void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inputs,
                   bool isDeclared) {
   const std::string name = oneOf(random, NAMES);
   const AttrType type = oneOf(random, TYPES);
   const String sought = string(name);
-  // A declared type has "a", an Int, as soon as it is asked for it, and nothing else.
+  // A node of a declared type has the Int input "a" from its first look-up on, and no other input.
   if (isDeclared && name == "a" && inputs.empty()) inputs["a"] = node.input(sought);
   const auto at = inputs.find(name);
   Input* const expected = at == inputs.end() ? nullptr : at->second;
@@ -95,7 +95,7 @@ void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inp
   ASSERT_EQ(node.inputCount(), inputs.size());
 }
 
-TEST(LookUps, OfInputsFollowWhatIsMade) {
+TEST(LookUps, OfInputsFollowCreation) {
   NodeType type;
   type.name = "look_up_lamp";
   type.inputs = {{.name = "a", .type = AttrType::Int}};

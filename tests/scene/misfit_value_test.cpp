@@ -1,5 +1,5 @@
-// Values handed to an input of another, declared type: the input stays as it is, and what the value
-// owns is freed (a leak check would tell).
+// Values of another type than that of a declared input. The input does not change, and the memory
+// of the value is freed (LeakSanitizer reports it otherwise).
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -77,7 +77,7 @@ TEST_F(MisfitValue, AStructureForANumber) {
   EXPECT_EQ(node_->input("level")->elementType(), AttrType::Null);
 }
 
-TEST_F(MisfitValue, WhatFitsIsTakenTwice) {
+TEST_F(MisfitValue, MatchingValuesAreAssignedTwice) {
   for (int i = 0; i < 2; ++i) {
     node_->input("label")->assign(textValue());
     node_->input("points")->assign(bufferValue());

@@ -1,4 +1,4 @@
-// The minimal scene: nodes, inputs of every kind, links, removal, and where inputs lie in memory.
+// The minimal scene: nodes, inputs of every kind, links, removal, and the addresses of inputs.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -99,8 +99,7 @@ TEST(SceneNodes, ManyOfThem) {
   }
 }
 
-// Few inputs and outputs are searched one by one, more through an index; many lie in memory of
-// their own.
+// Short lists are scanned, longer ones have an index, and long ones have a block of their own.
 TEST(SceneNodes, WithThousandsOfInputsAndOutputs) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
@@ -140,7 +139,7 @@ TEST(SceneRemoval, AMissingNameDoesNothing) {
   EXPECT_EQ(scene.nodeCount(), 1U);
 }
 
-TEST(SceneRemoval, LeavesLookUpAndWalkButNotMemory) {
+TEST(SceneRemoval, NodeIsNotFoundButStaysInMemory) {
   Scene scene;
   Node* const a = scene.createNode("lamp", "a", "");
   Input* const input = a->createInput("x", AttrType::Int);
@@ -159,7 +158,7 @@ TEST(SceneRemoval, LeavesLookUpAndWalkButNotMemory) {
   EXPECT_EQ(again->inputCount(), 0U);
 }
 
-TEST(SceneRemoval, LinksLetGo) {
+TEST(SceneRemoval, LinksToTheNodeAreRemoved) {
   Scene scene;
   Node* const a = scene.createNode("lamp", "a", "");
   Node* const b = scene.createNode("lamp", "b", "");
@@ -229,7 +228,7 @@ TEST(SceneInputs, ManyOfThem) {
   EXPECT_EQ(node->input("100"), nullptr);
 }
 
-TEST(SceneInputs, ANewInputHoldsItsTypesZero) {
+TEST(SceneInputs, NewInputHasTheZeroOfItsType) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   for (int value = 0; value < ATTR_TYPE_COUNT; ++value) {
@@ -376,7 +375,7 @@ TEST(SceneValues, SetMakesAnEmptyBuffer) {
   EXPECT_EQ(buffer->buffer().memory, nullptr);
 }
 
-TEST(SceneValues, AssignTakesTheMemoryOver) {
+TEST(SceneValues, AssignTakesOwnershipOfTheMemory) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   Input* const name = node->createInput("s", AttrType::String);
@@ -451,7 +450,7 @@ TEST(SceneLinks, AnyInputMayBeConnected) {
   }
 }
 
-TEST(SceneLinks, AConnectionLeavesTheValue) {
+TEST(SceneLinks, ConnectionDoesNotChangeTheValue) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
   Input* const input = node->createInput("x", AttrType::Int);
@@ -502,9 +501,9 @@ std::uintptr_t addressOf(const Input* input) {
   return reinterpret_cast<std::uintptr_t>(input);
 }
 
-// Inputs of nodes, members and elements follow each other as they are made; only where a slab is
-// full does the next one begin, aligned to 256 bytes.
-TEST(SceneMemory, InputsLieInCreationOrder) {
+// Inputs of nodes, members and elements have consecutive addresses in creation order. When a slab
+// is full, the next object is at a multiple of 256 bytes.
+TEST(SceneMemory, InputsAreInCreationOrder) {
   Scene scene;
   std::vector<const Input*> inputs;
   for (unsigned long long i = 0; i < 3000; ++i) {
@@ -527,7 +526,7 @@ TEST(SceneMemory, InputsLieInCreationOrder) {
   EXPECT_LT(slabs, inputs.size() / 100);
 }
 
-TEST(SceneMemory, TheOrderOfWarningsIsTheSameEveryTime) {
+TEST(SceneMemory, WarningsHaveOneOrder) {
   std::string bytes = "open n;";
   for (int i = 0; i < 300; ++i) {
     bytes += "n.i" + std::to_string(i) + " = nosuch" + std::to_string(i) + ";";

@@ -1,4 +1,4 @@
-// Declared node types: only what they declare exists, under its current name.
+// Declared node types: their nodes have the declared inputs and outputs only, under current names.
 #include <vsa/scene/node_type.h>
 
 #include <gtest/gtest.h>
@@ -59,7 +59,15 @@ class DeclaredTypes : public testing::Test {
   Node* node_;
 };
 
-TEST_F(DeclaredTypes, InputsComeIntoBeingWhenTheyAreFirstNamed) {
+TEST_F(DeclaredTypes, IsDeclared) {
+  EXPECT_TRUE(node_->isDeclared());
+  EXPECT_FALSE(scene_.createNode("open", "o", "")->isDeclared());
+  unregisterNodeType("camera");
+  EXPECT_TRUE(node_->isDeclared());
+  EXPECT_FALSE(scene_.createNode("camera", "d", "")->isDeclared());
+}
+
+TEST_F(DeclaredTypes, InputsAreCreatedByTheirFirstLookUp) {
   EXPECT_EQ(node_->inputCount(), 0U);
   EXPECT_TRUE(node_->hasInput("lens", AttrType::Null));
   EXPECT_EQ(node_->inputCount(), 1U);
@@ -106,7 +114,7 @@ TEST_F(DeclaredTypes, AreClosed) {
             Lines{"warning: Cannot connect nonexistent output c.sound to c.fov."});
 }
 
-TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreFree) {
+TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreOpen) {
   EXPECT_EQ(logOf("c.lens.fstop = 2.8;"), Lines{});
   EXPECT_EQ(node_->input("lens")->input("fstop")->real(), 2.8);
 }
@@ -114,7 +122,7 @@ TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreFree) {
 TEST_F(DeclaredTypes, FormerNames) {
   EXPECT_EQ(text(updateInputName("camera", "angle")), "fov");
   EXPECT_EQ(text(updateInputName("camera", "fov")), "fov");
-  EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");  // once, not again and again
+  EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");  // translated once, not repeatedly
   EXPECT_EQ(text(updateInputName("Camera", "angle")), "angle");
   EXPECT_EQ(text(updateInputName("camera", "picture")), "picture");
   EXPECT_EQ(text(updateOutputName("camera", "picture")), "image");
@@ -156,7 +164,7 @@ TEST_F(DeclaredTypes, InputsThatRefuseValuesTakeLinks) {
   EXPECT_EQ(node_->input("film")->connection(), node_->output("depth"));
 }
 
-TEST_F(DeclaredTypes, ANodeKeepsTheDeclarationItWasMadeWith) {
+TEST_F(DeclaredTypes, NodesKeepTheDeclarationOfTheirCreation) {
   NodeType changed;
   changed.name = "camera";
   changed.inputs = {declared("zoom", AttrType::Int)};
@@ -172,7 +180,7 @@ TEST_F(DeclaredTypes, ANodeKeepsTheDeclarationItWasMadeWith) {
   EXPECT_NE(scene_.createNode("camera", "e", "")->createInput("own", AttrType::Int), nullptr);
 }
 
-TEST_F(DeclaredTypes, AreAskedFromSeveralThreads) {
+TEST_F(DeclaredTypes, AreUsedFromSeveralThreads) {
   std::vector<std::thread> threads;
   for (int i = 0; i < 4; ++i) {
     threads.emplace_back([i] {
@@ -196,9 +204,9 @@ TEST_F(DeclaredTypes, DefinedNodesOfADeclaredTypeAreClosedToo) {
   EXPECT_EQ(scene_.findNode("camera")->input("zoom"), nullptr);
 }
 
-// --- what is declared without a type ---
+// --- declarations without a type ---
 
-/// A declared type "rig" of which nothing has a type yet, and a node of it.
+/// A declared type "rig" whose inputs have no type yet, and a node of it.
 class DeclaredUntyped : public testing::Test {
  protected:
   DeclaredUntyped() {
@@ -268,7 +276,7 @@ TEST_F(DeclaredUntyped, AnArrayTakesLinksOnly) {
   EXPECT_EQ(node_->input("list")->element(1)->node(), node_);
 }
 
-TEST_F(DeclaredUntyped, AnArrayOfBuffersHasItsHolesTyped) {
+TEST_F(DeclaredUntyped, EmptyElementsOfAnArrayOfBuffersGetAType) {
   EXPECT_EQ(logOf("r.sets[2] = float[1] {1.5};"), Lines{});
   Input* const sets = node_->input("sets");
   ASSERT_EQ(sets->count(), 3U);

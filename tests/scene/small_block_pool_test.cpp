@@ -1,4 +1,4 @@
-// The memory of a scene's short lists, tuples and strings.
+// The pool for a scene's short lists, tuples and strings.
 #include "scene/model/storage/small_block_pool.h"
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 namespace zn::korvo_sdk {
 namespace {
 
-TEST(SmallBlockPool, LieOnMultiplesOfEightAndApart) {
+TEST(SmallBlockPool, BlocksAreAlignedAndDisjoint) {
   SmallBlockPool pool;
   std::set<std::uintptr_t> ends;
   for (std::size_t bytes = 1; bytes <= SmallBlockPool::MAX_BYTES; bytes += 7) {
@@ -28,7 +28,7 @@ TEST(SmallBlockPool, LieOnMultiplesOfEightAndApart) {
   }
 }
 
-TEST(SmallBlockPool, OneThatIsGivenBackServesTheNextOfItsSize) {
+TEST(SmallBlockPool, DeallocatedBlockIsReused) {
   SmallBlockPool pool;
   void* const first = pool.allocate(17);
   void* const second = pool.allocate(17);
@@ -38,8 +38,8 @@ TEST(SmallBlockPool, OneThatIsGivenBackServesTheNextOfItsSize) {
   EXPECT_NE(pool.allocate(24), second);
 }
 
-// A host that edits one input all day long must not grow.
-TEST(SmallBlockPool, AStringThatIsSetAgainAndAgainStaysInItsBlock) {
+// The memory must not grow when a host assigns one input many times.
+TEST(SmallBlockPool, RepeatedAssignmentReusesTheBlock) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "note n; n.text = \"the first one\";"));
   Input* const text = scene.findNode("n")->input("text");

@@ -32,8 +32,11 @@ struct HostOptions {
   bool refusesMembers = false;   ///< createInput and createArray of inputs return null.
   bool refusesElements = false;  ///< appendElement adds nothing.
   bool losesElements = false;    ///< element returns null.
+  bool losesInputs = false;      ///< input of nodes and of inputs returns null.
   bool refusesOutputs = false;   ///< output returns null.
   std::vector<std::string> calls;
+  /// The calls of isArray, refusesValues, holdsBuffer and bufferType, one line each.
+  std::vector<std::string> queries;
   int typesAsked = 0;  ///< Number of calls of type() on nodes.
   /// Called with each line before it is recorded; may throw.
   std::function<void(const std::string&)> onCall;
@@ -75,11 +78,15 @@ class HostInput final : public host::IInput {
   zn::String path() const override { return string(where_); }
   bool holdsBuffer(bool flag) const override {
     EXPECT_FALSE(flag);
+    options_.queries.push_back(where_ + ".holdsBuffer");
     return kind == sdk::AttrType::Buffer;
   }
   const host::IEnumeration* enumValues() const override { return enumeration; }
   sdk::AttrType elementType() const override { return elements; }
-  sdk::DataType bufferType() const override { return buffers; }
+  sdk::DataType bufferType() const override {
+    options_.queries.push_back(where_ + ".bufferType");
+    return buffers;
+  }
   void appendElement() override {
     options_.record(where_ + ".appendElement");
     if (options_.refusesElements) return;
@@ -87,9 +94,13 @@ class HostInput final : public host::IInput {
   }
   bool isArray(bool flag) const override {
     EXPECT_FALSE(flag);
+    options_.queries.push_back(where_ + ".isArray");
     return kind == sdk::AttrType::Array && !deniesBeingArray;
   }
-  bool refusesValues() const override { return refuses; }
+  bool refusesValues() const override {
+    options_.queries.push_back(where_ + ".refusesValues");
+    return refuses;
+  }
 
   host::IInput* createInput(const zn::String& name, sdk::AttrType type) override {
     options_.record(where_ + ".createInput " + text(name) + ' ' + sdk::attrTypeName(type));
@@ -110,7 +121,9 @@ class HostInput final : public host::IInput {
   host::IInput* element(std::uint64_t index) override {
     return options_.losesElements ? nullptr : &list_[index];
   }
-  host::IInput* input(const zn::String& name) override { return &members_.at(text(name)); }
+  host::IInput* input(const zn::String& name) override {
+    return options_.losesInputs ? nullptr : &members_.at(text(name));
+  }
 
   void set(const sdk::AttrData& structure) override {
     const bool isArray = structure.type == sdk::AttrType::Array;
@@ -192,7 +205,9 @@ class HostNode final : public host::INode {
     EXPECT_EQ(type, sdk::AttrType::Null) << "any type will do";
     return inputs_.count(text(name)) != 0 && !options_.forgetsInputs;
   }
-  HostInput* input(const zn::String& name) override { return &inputs_.at(text(name)); }
+  HostInput* input(const zn::String& name) override {
+    return options_.losesInputs ? nullptr : &inputs_.at(text(name));
+  }
   HostInput* createInput(const zn::String& name, sdk::AttrType type) override {
     options_.record(name_ + ".createInput " + text(name) + ' ' + sdk::attrTypeName(type));
     return options_.refusesInputs ? nullptr : add(text(name), type);

@@ -228,7 +228,8 @@ TEST_F(CommandTest, AnUnknownArgumentIsNamed) {
               vsa(arguments).err);
   }
   EXPECT_EQ("vsa: FILE is required (vsa --help shows the usage)\n", vsa("check").err);
-  EXPECT_EQ("vsa: a command is needed: check or dump (vsa --help shows the usage)\n", vsa("").err);
+  EXPECT_EQ("vsa: a command is needed: check, dump or convert (vsa --help shows the usage)\n",
+            vsa("").err);
 }
 
 TEST_F(CommandTest, AFileNameInBracketsIsNotAList) {
@@ -321,7 +322,7 @@ TEST_F(CommandTest, AForeignEncodingIsReported) {
   }
 }
 
-TEST_F(CommandTest, ANulBehindTheEndOfTheReadIsNotReported) {
+TEST_F(CommandTest, ANulAfterTheEndOfTheReadIsNotReported) {
   const std::string statements = "lamp aa: .k = 1;\nlamp ab: .k = 1;\nlamp ac: .k = 1;\n";
   for (const char* stop : {"42;\n", "\xFF"}) {
     write("a.vsa", stop + statements + "\0"s);

@@ -1,4 +1,4 @@
-// Records as the lines that editors jump to.
+// Records as lines in the format that editors recognise.
 #include "tools/vsa/diagnostic.h"
 
 #include <gtest/gtest.h>

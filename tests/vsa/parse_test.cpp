@@ -251,6 +251,20 @@ TEST(ReadReports, EndOfTheSource) {
   }
 }
 
+TEST(ReadReports, WithoutAScene) {
+  const LoggedLines log;
+  for (const bool keepHeader : {false, true}) {
+    ReadReport report;
+    EXPECT_TRUE(parseVsa(nullptr, memoryFile("a b; \"cut"), keepHeader, report));
+    EXPECT_EQ(text(report.cutOff), "UNEXPECTED EOF while parsing STRING");
+    HostScene scene;
+    EXPECT_TRUE(parseVsa(&scene, memoryFile("a b;"), keepHeader, report));
+    EXPECT_EQ(text(report.cutOff), "");
+    EXPECT_EQ(scene.options.calls.size(), keepHeader ? 1U : 4U);
+  }
+  EXPECT_EQ(log.lines(), Lines{});
+}
+
 TEST(ReadReports, UnchangedByAnException) {
   HostScene scene;
   ReadReport report{true, "cut", 7, 9};

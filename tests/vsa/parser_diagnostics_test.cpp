@@ -104,7 +104,7 @@ TEST(DiagnosticPositions, AreOfTheTokenConsumedLast) {
   EXPECT_EQ(thrownBy([&] { primed.parser.parseError("x"); }), "PARSE ERROR (2,5): x.");
 }
 
-/// Keeps what is reported.
+/// Stores the reported diagnostics.
 class Records final : public DiagnosticSink {
  public:
   void report(const Diagnostic& diagnostic) override { all.push_back(diagnostic); }

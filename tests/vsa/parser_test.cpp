@@ -92,6 +92,44 @@ TEST(VsaParser, ConsumeThrowsWhenItLexesAnInvalidToken) {
   EXPECT_EQ(primed.ahead(), "a b c");
 }
 
+// The ring and the token consumed last, with positions: "head 1: Id<b>1,3 Id<c>2,1 ...".
+std::string ringText(const VsaParser& parser) {
+  std::string shown = "head " + std::to_string(parser.head) + ':';
+  for (std::int32_t i = 0; i < parser.lookahead; ++i) {
+    const std::int32_t slot = (parser.head + i) % parser.lookahead;
+    shown += ' ' + tokenText(parser.tokens[static_cast<std::uint64_t>(slot)]);
+  }
+  return shown + " | current " + tokenText(parser.current);
+}
+
+TEST(VsaParser, InvalidTokenLeavesTheConsumedTokenInItsSlot) {
+  PrimedParser primed("a b\nc 4.5\n } e");
+  primed.parser.consume();
+  EXPECT_EQ(ringText(primed.parser), "head 1: Id<b>1,3 Id<c>2,1 Real<4.5>2,5 | current Id<a>1,1");
+  EXPECT_EQ(thrownBy([&] { primed.parser.consume(); }), "INVALID TOKEN (3,1): '}'");
+  EXPECT_EQ(ringText(primed.parser), "head 1: Id<b>1,3 Id<c>2,1 Real<4.5>2,5 | current Id<b>1,3");
+  EXPECT_EQ(tokenText(primed.parser.lastLexed), "Invalid<INVALID TOKEN (3,1): '}'>3,1");
+}
+
+TEST(VsaParser, ThrowingSourceLeavesTheConsumedTokenInItsSlot) {
+  FileLexer lexer(File(new InterruptedSource("a b\nc 4.5; \"s\" x", 11)));
+  VsaParser parser;
+  parser.lexer = &lexer;
+  for (int i = 0; i < parser.lookahead; ++i) {
+    parser.tokens.push_back(Token());
+    parser.consume();
+  }
+  parser.consume();
+  parser.consume();
+  EXPECT_EQ(ringText(parser), "head 2: Id<c>2,1 Real<4.5>2,5 Semicolon<;>2,6 | current Id<b>1,3");
+  EXPECT_EQ(thrownBy([&] { parser.consume(); }), "gone");
+  EXPECT_EQ(ringText(parser), "head 2: Id<c>2,1 Real<4.5>2,5 Semicolon<;>2,6 | current Id<c>2,1");
+  EXPECT_EQ(tokenText(parser.lastLexed), "Semicolon<;>2,6");
+  // The source continues. The parser consumes the same token again.
+  EXPECT_EQ(tokenText(parser.consume()), "Id<c>2,1");
+  EXPECT_EQ(parser.head, 0);
+}
+
 TEST(VsaParser, MatchConsumesOnlyTheGivenType) {
   PrimedParser primed("a = 1;");
   Token out;

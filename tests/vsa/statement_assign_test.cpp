@@ -187,6 +187,54 @@ TEST_F(Assign, ArrayReturnsNoElement) {
   EXPECT_EQ(errors("n.a[0] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[0]' not found.."});
 }
 
+// hasInput returns true and input returns null: the reader creates the input.
+TEST_F(Assign, ExistingInputThatIsNotReturnedIsCreated) {
+  read("n.a = 1; n.o.p = 1; n.l[0] = 1;");
+  scene_.options.losesInputs = true;
+  EXPECT_EQ(calls("n.a = 2;"), (Lines{"n.createInput a Int", "n.a.assign Int 2"}));
+  EXPECT_EQ(calls("n.o.p = 2;"),
+            (Lines{"n.createInput o Object", "n.o.createInput p Int", "n.o.p.assign Int 2"}));
+  EXPECT_EQ(calls("n.l[0] = 2;"), (Lines{"n.createArray l Int", "n.l[0].assign Int 2"}));
+}
+
+TEST_F(Assign, ExistingInputThatIsNeitherReturnedNorCreated) {
+  read("n.a = 1; n.o.p = 1; n.l[0] = 1;");
+  scene_.options.losesInputs = true;
+  scene_.options.refusesInputs = scene_.options.refusesArrays = true;
+  EXPECT_EQ(errors("n.a = 2;"), Lines{"error: PARSE ERROR (1,8): input 'n.a' not found.."});
+  EXPECT_EQ(errors("n.l[0] = 2;"), Lines{"error: PARSE ERROR (1,11): input 'n.l[0]' not found.."});
+  EXPECT_EQ(errors("n.a |= n.o;"), Lines{"error: PARSE ERROR (1,11): input 'n.a' not found.."});
+  scene_.options.refusesInputs = false;
+  scene_.options.refusesMembers = true;
+  EXPECT_EQ(errors("n.o.p = 2;"), Lines{"error: PARSE ERROR (1,10): input 'n.o.p' not found.."});
+}
+
+// --- the order of the queries about a target ---
+
+TEST_F(Assign, TargetIsQueriedInOrder) {
+  HostInput* const input = node_->add("a", AttrType::Int);
+  const auto queries = [&](const std::string& bytes) {
+    const LoggedLines log;
+    scene_.options.queries.clear();
+    EXPECT_TRUE(read(bytes)) << bytes;
+    return scene_.options.queries;
+  };
+  const Lines all = {"n.a.isArray", "n.a.refusesValues", "n.a.holdsBuffer"};
+  EXPECT_EQ(queries("n.a = 1;"), all);
+  EXPECT_EQ(queries("n.a = 1.5;"), all);
+  EXPECT_EQ(queries("n.a = \"x\";"), all);
+  EXPECT_EQ(queries("n.a |= n.o;"), Lines{});
+  EXPECT_EQ(queries("n.a = n;"), Lines{});
+  input->kind = AttrType::Buffer;
+  EXPECT_EQ(queries("n.a = 1;"), all);
+  EXPECT_EQ(queries("n.a = byte[1] {1};"),
+            (Lines{"n.a.isArray", "n.a.refusesValues", "n.a.holdsBuffer", "n.a.bufferType"}));
+  input->refuses = true;
+  EXPECT_EQ(queries("n.a = 1;"), (Lines{"n.a.isArray", "n.a.refusesValues"}));
+  input->kind = AttrType::Array;
+  EXPECT_EQ(queries("n.a = 1;"), Lines{"n.a.isArray"});
+}
+
 // The links of an input are stored by its address, even after its node is removed.
 TEST_F(Assign, InputReturnedAgainAfterNodeRemoval) {
   scene_.options.forgetsInputs = true;

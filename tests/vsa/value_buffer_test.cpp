@@ -14,6 +14,7 @@
 namespace zn::korvo_sdk::impl {
 namespace {
 
+using vsa_tests::HostScene;
 using vsa_tests::LoggedLines;
 using vsa_tests::PrimedParser;
 using vsa_tests::text;
@@ -416,6 +417,42 @@ TEST(ParseElem, OtherTypesStoreNothing) {
     if (isNumber) continue;
     EXPECT_EQ(stored<char>("1", static_cast<DataType>(type)), "refused") << type;
   }
+}
+
+// A matrix that does not convert leaves components in the payload, and the buffer after it is read
+// into the same record.
+TEST(Buffer, PayloadAfterTheBufferIsZeroWhenAMatrixFailedBefore) {
+  PrimedParser primed("mat3(1 2 3 4 5 6 7 8 1-2) float[2] {1.5 2};");
+  AssignInfo info;
+  EXPECT_FALSE(primed.parser.scalar(info));
+  EXPECT_EQ(info.data.type, AttrType::Mat3);
+  EXPECT_EQ(info.data.payload.components[7], 8.0) << "the matrix was converted in part";
+  EXPECT_EQ(primed.ahead(), "float [2] {1.5 2}");
+
+  EXPECT_TRUE(primed.parser.buffer(info));
+  EXPECT_EQ(info.data.type, AttrType::Buffer);
+  EXPECT_EQ(info.data.elementType, static_cast<std::int32_t>(DataType::Float));
+  const BufferValue buffer = info.data.payload.buffer;
+  EXPECT_EQ(buffer.type, DataType::Float);
+  EXPECT_EQ(buffer.count, 2U);
+  EXPECT_EQ(buffer.bytes, 8U);
+  EXPECT_EQ(buffer.reserved, 0);
+  for (std::size_t i = sizeof(BufferValue) / sizeof(double); i < 16; ++i) {
+    EXPECT_EQ(info.data.payload.components[i], 0.0) << i;
+  }
+  std::free(buffer.memory);
+}
+
+// The same in a statement: the value is the buffer.
+TEST(Buffer, FollowsAMatrixThatFailed) {
+  HostScene scene;
+  const LoggedLines log;
+  scene.add("lamp", "a");
+  EXPECT_TRUE(VsaParser().parse(
+      &scene, "a.x = mat3(1 2 3 4 5 6 7 8 1-2) float[2] {1.5 2}; a.y = mat3(1 0 0 0 1 0 0 0 1);"));
+  EXPECT_EQ(log.lines(), Lines{});
+  EXPECT_EQ(scene.options.calls, (Lines{"a.createInput x Buffer", "a.x.assign Buffer Float 2",
+                                        "a.createInput y Mat3", "a.y.assign Mat3"}));
 }
 
 }  // namespace

@@ -222,6 +222,30 @@ TEST(Scalar, ParenthesesAtTheEndsOfAList) {
   }
 }
 
+/// The components that remain after reading `list` as the tuple of `keyword`: "failed 1 0". The
+/// lexer accepts no such list.
+std::string componentsOf(const std::string& keyword, const std::string& list) {
+  PrimedParser primed(keyword + "(7 7 7 7)");
+  primed.parser.tokens[1].text = vsa_tests::string(list);
+  AssignInfo info;
+  std::string shown = primed.parser.scalar(info) ? "read" : "failed";
+  for (unsigned i = 0; i < componentCount(info.data.type); ++i) {
+    shown += text(String::format(" %g", info.data.payload.components[i]));
+  }
+  return shown;
+}
+
+// A word that is not a number makes the tuple fail. A colour whose fourth word is not a number has
+// the first three numbers.
+TEST(Scalar, WordsThatAreNoNumbers) {
+  EXPECT_EQ(componentsOf("vec2", "(1 x)"), "failed 1 0");
+  EXPECT_EQ(componentsOf("vec2", "(x 2)"), "failed 0 2");
+  EXPECT_EQ(componentsOf("vec2", "(1 2 x)"), "read 1 2");
+  EXPECT_EQ(componentsOf("rgba", "(1 0 0 x)"), "read 1 0 0 1");
+  EXPECT_EQ(componentsOf("rgba", "(1 0 x 1)"), "failed 1 0 0 1");
+  EXPECT_EQ(componentsOf("rgba", "(1 0 x)"), "failed 1 0 0 0");
+}
+
 TEST(Scalar, QuotesAtTheEndsOfAString) {
   EXPECT_EQ(scalarOfTokens("\"lamp\"", 0, "\"oak\""), "oak");
   EXPECT_EQ(scalarOfTokens("\"lamp\"", 0, "\""), "");

@@ -8,7 +8,7 @@ namespace vsa_tools {
 /// Characters in the longest text that these functions write, and in any integer.
 constexpr size_t NUMBER_TEXT_CAPACITY = 32;
 
-/// Writes `value` to `to`, which has room for NUMBER_TEXT_CAPACITY characters, without a
+/// Writes `value` to `to`, which has a capacity of NUMBER_TEXT_CAPACITY characters, without a
 /// terminating NUL, and returns the length. Whole numbers have no decimal point ("1"), except minus
 /// zero ("-0.0"). Non-finite values are "nan", "inf" and "-inf".
 size_t realText(double value, char* to);

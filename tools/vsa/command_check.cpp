@@ -1,55 +1,14 @@
 // vsa check: prints the diagnostics of each file and a summary.
 #include <cstdio>
-#include <optional>
-#include <utility>
 
 #include "tools/vsa/commands.h"
-#include "tools/vsa/diagnostic.h"
+#include "tools/vsa/file_diagnostics.h"
 #include "tools/vsa/input/input_file.h"
 #include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
 
 namespace {
-
-/// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory: a
-/// log can be far longer than its text.
-class FileDiagnostics : public zn::LogSink, public zn::korvo_sdk::DiagnosticSink {
- public:
-  explicit FileDiagnostics(std::string name) : name_(std::move(name)) {}
-
-  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override {
-    position_ = positionOf(diagnostic);
-  }
-
-  /// The line of the record reported last, or a line without a record.
-  void write(zn::LogLevel level, const zn::String& text) override {
-    print(std::exchange(position_, std::nullopt), level, text.view());
-  }
-
-  /// Prints the errors that the log does not contain.
-  void add(const FileOutcome& outcome) {
-    const auto& diagnostic = outcome.escapedDiagnostic;
-    const auto position = diagnostic ? positionOf(*diagnostic) : std::nullopt;
-    if (outcome.escaped) print(position, zn::LogLevel::Error, *outcome.escaped);
-    for (const Loss& loss : outcome.losses) print(loss.position, zn::LogLevel::Error, loss.text);
-  }
-
-  size_t warnings() const { return warnings_; }
-  size_t errors() const { return errors_; }
-
- private:
-  void print(const std::optional<Position>& position, zn::LogLevel level, std::string_view text) {
-    const bool warning = level == zn::LogLevel::Warning;
-    ++(warning ? warnings_ : errors_);
-    std::fprintf(stderr, "%s\n",
-                 diagnosticLine(name_, position, warning ? "warning" : "error", text).c_str());
-  }
-
-  std::string name_;
-  std::optional<Position> position_;  // of the record whose line comes next
-  size_t warnings_ = 0, errors_ = 0;
-};
 
 class Check {
  public:

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include <vsa/write_options.h>
+
 namespace vsa_tools {
 
 /// Exit statuses. If several apply, the highest one is returned.
@@ -22,6 +24,11 @@ int commandCheck(const std::vector<std::string>& files, bool strict);
 
 /// Writes the scene of one file as JSON to standard output.
 int commandDump(const std::string& file);
+
+/// Reads one file and writes its scene as a text to the file `output` ("-" is standard output),
+/// which may be the same one. Writes nothing unless the file was read completely.
+int commandConvert(const std::string& file, const std::string& output,
+                   const vsa::WriteOptions& options);
 
 /// Writes the line "vsa: TEXT" to standard error, with `text` escaped by printable().
 void printError(const std::string& text);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "tools/vsa/commands.h"
+#include "tools/vsa/convert_arguments.h"
 
 namespace vsa_tools {
 
@@ -19,9 +20,11 @@ struct CommandLine {
   CLI::App app{"Reads scenes in the VSA text format.", "vsa"};
   CLI::App* check = app.add_subcommand("check", "Read each file and print its diagnostics");
   CLI::App* dump = app.add_subcommand("dump", "Print the scene of a file as JSON");
+  CLI::App* convert = app.add_subcommand("convert", "Read a file and write its scene as a text");
   std::vector<std::string> checkFiles;
   std::string dumpFile;
   bool strict = false;
+  ConvertArguments conversion;
 
   CommandLine() {
     app.require_subcommand(0, 1);  // 0, so that the error message names an unknown word
@@ -29,7 +32,9 @@ struct CommandLine {
     app.footer(
         "Exit status:\n"
         "  0  every file was read completely\n"
-        "  1  a file was not read completely, or check --strict printed a diagnostic\n"
+        "  1  a file was not read completely, check --strict printed a diagnostic, or a text "
+        "cannot "
+        "carry a scene\n"
         "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
     check->add_option("FILE", checkFiles, "Files to read; - is standard input")
         ->required()
@@ -38,9 +43,13 @@ struct CommandLine {
     dump->add_option("FILE", dumpFile, "File to read; - is standard input")
         ->required()
         ->type_name("");
+    conversion.addTo(*convert);
   }
 
-  int run() const { return *check ? commandCheck(checkFiles, strict) : commandDump(dumpFile); }
+  int run() const {
+    if (*convert) return conversion.run();
+    return *check ? commandCheck(checkFiles, strict) : commandDump(dumpFile);
+  }
 };
 
 // The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list, so it
@@ -79,7 +88,7 @@ int runCommand(int argumentCount, char** arguments) {
     return EXIT_USAGE;
   }
   if (commandLine.app.get_subcommands().empty()) {
-    printError("a command is needed: check or dump (vsa --help shows the usage)");
+    printError("a command is needed: check, dump or convert (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
   return commandLine.run();

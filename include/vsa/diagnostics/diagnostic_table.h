@@ -58,6 +58,7 @@
   /* The library's own scene. */ \
   X(CannotAssignNode, "cannot-assign-node", Warning, "", None, "Cannot assign node %s to %s of type %s.") \
   X(TooManyEmptyElements, "too-many-empty-elements", Fatal, "", None, "array %s cannot grow past the scene's limit of %llu empty elements") \
+  X(TooManyArrayElements, "too-many-array-elements", Fatal, "", None, "array %s cannot hold more than %llu elements") \
   X(NestedTooDeeply, "nested-too-deeply", Fatal, "", None, "input %s is nested deeper than %llu levels") \
   /* What a host's scene, source or log sink throws as std::runtime_error. */ \
   X(HostError, "host-error", Fatal, "", None, "%s")

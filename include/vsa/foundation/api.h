@@ -1,9 +1,9 @@
-// Two attributes of declarations, empty for compilers without them.
+// Two attributes of declarations. Both are empty for compilers that do not support them.
 //
-// VSA_API: a name that the shared library exports. All other names are hidden.
-// VSA_PRINTF(text, first): a function that formats as printf does, so that the compiler checks its
-// calls. Parameter number `text` is the format, number `first` the first argument (0: a va_list). A
-// member function counts its object as parameter 1.
+// VSA_API: the shared library exports the name. It hides all other names.
+// VSA_PRINTF(text, first): the function formats like printf, so the compiler checks its calls.
+// Parameter number `text` is the format, number `first` the first argument (0 for a va_list). In a
+// member function the object is parameter 1.
 #pragma once
 
 #if defined(__GNUC__) || defined(__clang__)

@@ -1,8 +1,7 @@
-// Character classes by byte, independent of the locale: the one table that String and the lexer
-// use.
+// Character classes of bytes, independent of the locale. String and the lexer use the same table.
 //
 // Every byte from 0x80 to 0xFE is a letter and printable, so UTF-8 names, strings and comments are
-// kept. 0xFF is in no class: it marks the end of the input.
+// accepted. 0xFF is in no class: it marks the end of the input.
 #pragma once
 
 #include <array>

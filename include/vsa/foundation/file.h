@@ -1,4 +1,4 @@
-// File: an open file, read one byte at a time by its users and buffered in blocks.
+// File: an open file. Its users read one byte at a time, or whole buffered blocks.
 #pragma once
 
 #include <cstddef>
@@ -13,61 +13,61 @@ namespace detail {
 class OpenFile;
 }
 
-/// Where the bytes of a File come from. A host derives from it to read from an archive, a socket or
-/// memory. Create it with `new`: the handles of the File own it. Exceptions of its functions pass
-/// through File, and the reader treats them as it treats exceptions of a scene.
+/// A source of bytes for a File. A host can derive from it to read from an archive, a socket or
+/// memory. Create it with `new`: the handles of the File own it. Exceptions of its functions
+/// propagate through File. The reader handles them like exceptions of a scene.
 class VSA_API ByteSource : public RefCounted {
  public:
-  /// Writes up to `capacity` (1 or more) bytes to `to` and returns how many; 0 at the end or on a
-  /// failure. It may be called again after it has returned 0. While it runs, reading the file
-  /// itself gives no bytes, as at the end.
+  /// Writes up to `capacity` (1 or more) bytes to `to` and returns the number written; 0 at the end
+  /// or on an error. May be called again after it returned 0. If it reads the File of this source
+  /// meanwhile, the File behaves as at its end.
   virtual std::size_t read(char* to, std::size_t capacity) = 0;
-  /// Why a read failed, as a message; empty when none has failed. Never becomes empty again.
+  /// The error message of a failed read; empty if none has failed. Once set, it must stay set.
   virtual String error() const { return String(); }
 };
 
-/// A reference-counted handle: copies share one file and one read position, for use by one thread
-/// at a time. The file is closed with its last handle. A File that could not be opened, or was
-/// never opened, reads like an empty one; `error` tells the difference.
+/// A reference-counted handle. Copies share one file and one read position and may be used by one
+/// thread at a time. Destroying the last handle closes the file. A File that could not be opened,
+/// or was never opened, reads like an empty one; `failed` and `error` tell the difference.
 ///
-/// While a file is read as a text scene, the host may read it through another handle, in a call of
-/// the scene, the log sink or a source: the position is then right behind the character that the
-/// reader looks ahead at, and the reader continues behind what the host has read.
+/// During a parse the host may read the file through another handle, in calls of the scene, the log
+/// sink or the source. The position is then right after the lookahead character of the reader. The
+/// reader continues after the bytes that the host has read.
 class VSA_API File : public RefersTo<RefCounted> {
  public:
   /// A file that is not open.
   File() = default;
-  /// Reads the bytes of `source` and owns it from here on; null is a file that is not open. Throws
-  /// std::bad_alloc, and has deleted the source then unless another handle holds it.
+  /// Reads the bytes of `source` and takes ownership of it. Null gives a file that is not open.
+  /// Throws std::bad_alloc, and then deletes the source unless another handle refers to it.
   explicit File(ByteSource* source);
 
-  /// Opens the file at `path` for reading. Always returns a File: `failed` says whether it could be
-  /// opened. A UTF-8 byte order mark at its beginning is skipped. A pipe is read as it is written,
-  /// without waiting for whole blocks. A null path fails. Throws std::bad_alloc.
+  /// Opens the file at `path` for reading. Always returns a File: `failed` tells whether it was
+  /// opened. Skips a UTF-8 byte order mark at the start of the file. Reads a pipe as data arrives,
+  /// without waiting for a full block. A null path fails. Throws std::bad_alloc.
   static File open(const char* path);
 
-  /// Whether there is a file to read from. It stays open at its end and after a failure.
+  /// Whether a file was opened. It stays open at its end and after an error.
   bool isOpen() const noexcept;
-  /// True when the file could not be opened, was never opened, or a read failed: then what was read
-  /// is not the whole file.
+  /// True if the file could not be opened, was never opened, or a read failed. The bytes read are
+  /// then not the whole file.
   bool failed() const;
-  /// Why, as a message; empty when nothing failed.
+  /// The error message; empty if nothing failed.
   String error() const;
 
-  /// Reads the next byte into `c`. False, with `c` unchanged, at the end and when a read fails.
+  /// Reads the next byte into `c`. Returns false, with `c` unchanged, at the end and on an error.
   bool read(signed char& c);
 
-  // Fast reading: the buffered bytes, without a call for each.
+  // Direct access to the buffered bytes, without a call for each byte.
 
   /// A range of bytes in memory, [begin, end). Both may be null when it is empty.
   struct Window {
     const char* begin;
     const char* end;
   };
-  /// The buffered bytes that `read` would deliver next: at least one, or none at the end. They are
-  /// valid until the file is read or filled again.
+  /// The buffered bytes that the next calls of `read` would return: at least one, or none at the
+  /// end. They are valid until the file is read or filled again.
   Window fill();
-  /// Skips the first `count` bytes of the last `fill`, or all of them when there are fewer.
+  /// Skips the first `count` bytes of the last `fill`, or all of them if there are fewer.
   void skip(std::size_t count) noexcept;
 
  private:

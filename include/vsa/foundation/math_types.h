@@ -1,5 +1,5 @@
-// The math value types of tuple literals: plain components in storage order. Vectors and positions
-// are x, y, z, w; quaternions x, y, z, w; colours red, green, blue, alpha; matrices row by row.
+// The math value types of tuple literals: components in storage order. Vectors and positions are x,
+// y, z, w; quaternions x, y, z, w; colours red, green, blue, alpha; matrices row by row.
 #pragma once
 
 #include <vsa/foundation/api.h>

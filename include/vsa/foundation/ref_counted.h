@@ -1,8 +1,8 @@
-// Reference counting: an object counts the handles that refer to it and is deleted with the last
-// one. String and File are such handles.
+// Reference counting: an object counts its handles and is deleted with the last one. String and
+// File are such handles.
 //
-// Threads may share an object, each through a handle of its own. While the process has one thread
-// only (the C library knows), counts are changed without atomic operations.
+// Several threads may share an object if each has its own handle. While the process has a single
+// thread (which the C library reports), counts are changed without atomic operations.
 #pragma once
 
 #include <atomic>
@@ -20,7 +20,7 @@
 
 namespace zn {
 
-/// How many handles refer to an object; starts at 0.
+/// The number of handles of an object. Starts at 0.
 class HandleCount {
  public:
   void increment() noexcept {
@@ -33,7 +33,7 @@ class HandleCount {
     }
   }
 
-  /// True when the count has become 0.
+  /// Returns whether the count has become 0.
   bool decrement() noexcept {
     const std::uint32_t count = count_.load(std::memory_order_relaxed);
     if (count >= IMMORTAL) return false;
@@ -42,14 +42,14 @@ class HandleCount {
     return count == 1;
   }
 
-  /// Stops counting: the object is never deleted.
+  /// Stops counting. The object is then never deleted.
   void makeImmortal() noexcept { count_.store(IMMORTAL, std::memory_order_relaxed); }
 
   /// Whether there is exactly one handle.
   bool isOne() const noexcept { return count_.load(std::memory_order_acquire) == 1; }
 
  private:
-  // A count that reaches this value is not changed any more, so it never wraps around.
+  // A count that reaches this value no longer changes, so that it cannot wrap around.
   static constexpr std::uint32_t IMMORTAL = std::uint32_t{1} << 31;
 
   static bool isSingleThreaded() noexcept {
@@ -63,18 +63,18 @@ class HandleCount {
   std::atomic<std::uint32_t> count_{0};
 };
 
-/// A reference-counted object. A new one has no handle yet. The derived class decides how it is
-/// deleted.
+/// A reference-counted object. A new object has no handle. The derived class decides how to delete
+/// it.
 class VSA_API IRefCounted {
  public:
   IRefCounted() = default;
   IRefCounted(const IRefCounted&) = delete;
   IRefCounted& operator=(const IRefCounted&) = delete;
 
-  /// Counts one more handle.
+  /// Adds one to the number of handles.
   void retain() const noexcept { count_.increment(); }
 
-  /// Counts one handle less; deletes the object with the last one.
+  /// Subtracts one from the number of handles. Deletes the object when there are none left.
   void release() const noexcept {
     if (count_.decrement()) dispose();
   }
@@ -97,13 +97,14 @@ class VSA_API RefCounted : public IRefCounted {
   void dispose() const noexcept override { delete this; }
 };
 
-/// A reference-counted handle with value semantics: copies share the object. May be null. The count
-/// is safe across threads; the handle itself is not: no thread may assign to a handle that another
-/// one uses.
+/// A reference-counted handle with value semantics: copies share the object. May be null. Threads
+/// may use different handles of one object, but not the same handle while one of them assigns to
+/// it.
 template <class T>
 class RefersTo {
  public:
-  // Moving from a handle leaves it null; move assignment leaves it with the target's old object.
+  // Move construction leaves the source null. Move assignment swaps: the source gets the old
+  // object.
 
   RefersTo() noexcept = default;
   explicit RefersTo(T* object) noexcept : object_(object) {

@@ -20,24 +20,24 @@ class StringVector;
 
 namespace detail {
 
-/// The shared buffer of a String: a header, and behind it the characters and a NUL, or a pointer to
-/// them. The header is small: most texts are names of a few characters.
+/// The shared buffer of a String: a header, followed by the characters and a NUL, or by a pointer
+/// to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // The first field: it fills the word of the handle count.
-  //   0                  a pointer to the characters is behind the header
-  //   1 to IN_SLAB - 1   the characters are behind the header, where this many fit
-  //   IN_SLAB + n        the same, n bytes behind the beginning of a slab; never overwritten
+  // The first field, because it fits into the same word as the handle count.
+  //   0                  a pointer to the characters follows the header
+  //   1 to IN_SLAB - 1   the characters follow the header, with a capacity of this many
+  //   IN_SLAB + n        the same, n bytes after the start of a slab; never overwritten
   std::uint32_t capacity_;
 
  public:
   /// A buffer with uninitialised characters and a NUL at `length`.
   static StringBuffer* make(std::size_t length);
-  /// A buffer that owns `chars`, from malloc: `length` characters and a NUL. Spare memory behind
-  /// them is freed.
+  /// A buffer that owns `chars`, from malloc: `length` characters and a NUL. Frees the
+  /// memory after them.
   static StringBuffer* adopt(char* chars, std::size_t length);
   /// The buffer of one character: a static object, never deleted.
   static StringBuffer* of(char c);
-  /// A buffer at `place`, `offset` bytes behind the beginning of its slab (string_slab.h), of
+  /// A buffer at `place`, `offset` bytes after the start of its slab (string_slab.h), of
   /// `bytesFor(length)` bytes.
   static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
   /// A multiple of 8.
@@ -49,7 +49,7 @@ class VSA_API StringBuffer final : public IRefCounted {
   bool isUnshared() const noexcept { return handles().isOne(); }
   /// Stops counting handles: the buffer is never deleted.
   void makeImmortal() noexcept { handles().makeImmortal(); }
-  /// Whether `count` characters may overwrite the present ones.
+  /// Whether `count` characters may overwrite the current ones.
   bool canHold(std::size_t count) const noexcept {
     return capacity_ < IN_SLAB && count <= capacity_;
   }
@@ -82,7 +82,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// The radix of the integer conversions; all texts are decimal.
   enum class Radix : int { Decimal = 0 };
 
-  /// "No such position" for `find`.
+  /// The result of `find` if there is no such character.
   static constexpr int NOT_FOUND = -1;
 
   // Construction and access.
@@ -153,35 +153,36 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   // Transforming.
 
-  /// `count` characters from `start` on; both are clamped to the text.
+  /// A copy of `count` characters from `start` on; both are clamped to the text.
   String substring(std::size_t start, std::size_t count) const;
-  /// Without the white space (`isSpace`) at the start, at the end, or both.
+  /// A copy without the white space (`isSpace`) at the start, at the end, or both.
   String trim(bool leading, bool trailing) const;
-  /// Without all leading and trailing characters that occur in `chars`. `second` is not used.
+  /// A copy without the leading and trailing characters that occur in `chars`. `second` is not
+  /// used.
   String trimChars(const String& chars, const String& second) const;
-  /// In lower case (A to Z only); the text itself when `flag` is false.
+  /// A copy in lower case (A to Z only); the text itself if `flag` is false.
   String toLower(bool flag) const;
-  /// With escape sequences replaced by the characters they stand for: \\ \" \' \/ \a \b \f \n \r \t
-  /// \v, \xHH (that byte) and \uHHHH (a UTF-16 code unit, pairs joined, as UTF-8). A backslash
-  /// before anything else is kept, and so are a lone surrogate and an escape of NUL.
+  /// A copy with escape sequences replaced by their characters: \\ \" \' \/ \a \b \f \n \r \t \v,
+  /// \xHH (a byte) and \uHHHH (a UTF-16 code unit; a surrogate pair is one character) as UTF-8. Any
+  /// other sequence is kept as it is, also a lone surrogate and an escape of NUL.
   String unescape() const;
-  /// The same from `text` into `out`, which holds `text.size()` characters and does not overlap
-  /// `text`. Returns how many were written; no NUL is added.
+  /// Unescapes `text` into `out`, which has a capacity of `text.size()` characters and does not
+  /// overlap `text`. Returns the number of characters written. Adds no NUL.
   static std::size_t unescape(std::string_view text, char* out) noexcept;
-  /// The pieces between separators, left to right; `skipEmpty` drops empty ones. `third` is not
+  /// The parts between separators, left to right, without empty ones if `skipEmpty`. `third` is not
   /// used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
   // Formatting, by the conventions of printf, of any length. %n and other unknown conversions are
-  // copied as they are. Text from outside must be an argument, never the format.
+  // copied unchanged. Text from outside must be an argument, never the format.
 
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
   /// The same from a list of arguments; the caller calls va_end.
   static String formatv(const char* fmt, va_list args) VSA_PRINTF(1, 0);
 
-  // Conversions: true when the whole text, except white space around it, is a value of the target
-  // type, which is then stored. On false the target is unchanged, except that tuples and colours
-  // may be partly written.
+  // Conversions. They return true and store the value if the whole text, except white space around
+  // it, is a value of the target type. Otherwise they return false and do not change the target,
+  // except that tuples and colours may be partly written.
 
   /// "true" or "false" in any letter case.
   static bool parse(const String& text, bool& out);
@@ -217,7 +218,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   // Takes ownership of `chars`, whose first `length` characters are the text.
   static String adoptFirst(ds::Vector<char>&& chars, std::size_t length);
-  // A handle to the new buffer `made`, filled with `text`.
+  // Copies `text` into the new buffer `made` and returns its first handle.
   static String filled(detail::StringBuffer* made, std::string_view text, std::uint64_t hash);
 
   const detail::StringBuffer* buffer() const noexcept {

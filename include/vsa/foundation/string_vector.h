@@ -8,14 +8,14 @@
 
 namespace zn {
 
-/// A plain value: a copy has its own list and shares the texts.
+/// A plain value. Copies have their own list and share the texts.
 class VSA_API StringVector {
  public:
-  /// How many texts there are.
+  /// The number of texts.
   std::size_t size() const noexcept { return static_cast<std::size_t>(texts_.size); }
-  /// The i-th text (a copy of the handle); the empty text past the end.
+  /// The i-th text; the empty text if `i` is not less than the size.
   String operator[](std::size_t i) const { return i < size() ? texts_[i] : String(); }
-  /// Adds a text at the end. Throws std::bad_alloc.
+  /// Appends a text. Throws std::bad_alloc.
   void append(String text) { texts_.push_back(std::move(text)); }
 
  private:

@@ -1,5 +1,5 @@
-// Tuples: vectors, positions, quaternions, matrices and colours, written as numbers separated by
-// blanks, in the storage order of their type.
+// Parses tuples: vectors, positions, quaternions, matrices and colours, written as numbers
+// separated by blanks, in the storage order of their type.
 #pragma once
 
 #include <cstddef>
@@ -11,17 +11,17 @@
 
 namespace zn {
 
-/// Components of the largest tuple, a 4 by 4 matrix.
+/// The number of components of the largest tuple, a 4 by 4 matrix.
 inline constexpr std::size_t MAX_COMPONENTS = 16;
 
-/// Converts the first `count` words of `text` (words are separated by blanks) into `out[0..count)`;
-/// further words are ignored. With fewer words, or a `count` above MAX_COMPONENTS: false, and `out`
-/// is unchanged. A word that is not a real makes the result false, but all words are converted. One
-/// byte behind the text must be readable.
+/// Converts the first `count` words of `text` into `out[0..count)`. Words are separated by blanks.
+/// Ignores further words. If there are fewer words, or if `count` is greater than MAX_COMPONENTS,
+/// returns false and leaves `out` unchanged. If a word is not a real, returns false, but converts
+/// the other words. One byte after the text must be readable.
 VSA_API bool parseTuple(std::string_view text, std::size_t count, double* out);
 
-/// A colour of four numbers, or of three with alpha 1, into `out[0..4)`. When the fourth word is
-/// not a number, the first three are the colour.
+/// Converts a colour of four numbers, or of three numbers with alpha 1, into `out[0..4)`. If the
+/// fourth word is not a number, uses the first three.
 VSA_API bool parseColour(std::string_view text, double* out);
 
 template <class T>

@@ -11,26 +11,26 @@
 
 namespace zn::ds {
 
-/// Whether an object of type T can be relocated by copying its bytes, without destroying the
-/// original: true of everything that owns through pointers and has no pointer to itself. A vector
-/// of such elements grows with realloc, which can move large blocks without copying them.
-/// Specialise it beside the type.
+/// Whether an object of type T can be relocated by copying its bytes without destroying the
+/// original. This holds for types that own memory through pointers and have no pointers to
+/// themselves. A vector of such elements grows with realloc, which can move large blocks without
+/// copying them. Specialise this constant next to the type.
 template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
 /// Owns elements of type T. The three fields are public for direct access to the elements; hosts
-/// only read them. Pointers to elements are valid until the vector grows, is reserved or destroyed.
-/// When memory runs out, std::bad_alloc is thrown and the vector is unchanged, except for elements
-/// that a smaller capacity drops.
+/// must only read them. Pointers to elements are valid until the vector grows, is reserved or
+/// destroyed. When memory runs out, functions throw std::bad_alloc and the vector is unchanged,
+/// except that `reserve` has already dropped the elements beyond a smaller capacity.
 template <class T>
 class Vector {
  public:
-  T* data = nullptr;           ///< `size` elements; null while nothing is reserved.
-  std::uint64_t size = 0;      ///< Elements in use.
-  std::uint64_t capacity = 0;  ///< Elements that fit without growing.
+  T* data = nullptr;           ///< `size` elements; null if nothing is reserved.
+  std::uint64_t size = 0;      ///< The number of elements.
+  std::uint64_t capacity = 0;  ///< The number of elements that fit without growing.
 
   Vector() noexcept = default;
-  /// A new array of the source's capacity with copies of its elements.
+  /// Copies the elements into a new array of the source's capacity.
   Vector(const Vector& other) : Vector() { copyFrom(other); }
   Vector(Vector&& other) noexcept
       : data(std::exchange(other.data, nullptr)),
@@ -49,7 +49,7 @@ class Vector {
   }
   ~Vector() { release(); }
 
-  /// The i-th element; `i` must be below `size`, which is not checked.
+  /// The i-th element. `i` must be less than `size`; this is not checked.
   T& operator[](std::uint64_t i) noexcept { return data[i]; }
   const T& operator[](std::uint64_t i) const noexcept { return data[i]; }
   T* begin() noexcept { return data; }
@@ -57,7 +57,7 @@ class Vector {
   const T* begin() const noexcept { return data; }
   const T* end() const noexcept { return data + size; }
 
-  /// Appends a copy of `value`. A full vector first grows to 2, or to twice its size.
+  /// Appends a copy of `value`. A full vector first grows to a capacity of 2, or doubles it.
   void push_back(const T& value) {
     if (size == capacity) {
       T copy(value);  // `value` may be an element of the array that is freed
@@ -81,8 +81,8 @@ class Vector {
     ++size;
   }
 
-  /// Sets the capacity to `n`. 0 frees the storage; the current size changes nothing; fewer than
-  /// the current size drops the last elements.
+  /// Sets the capacity to `n`. 0 frees the storage. A value equal to the current size does nothing.
+  /// A value less than the current size drops the last elements.
   void reserve(unsigned long n) {
     if (n == 0) {
       release();
@@ -91,20 +91,20 @@ class Vector {
     }
   }
 
-  /// Makes sure that `count` more elements fit. When they do not, the capacity at least doubles, so
+  /// Ensures capacity for `count` more elements. If it must grow, the capacity at least doubles, so
   /// that appending element by element takes linear time.
   void reserveAdditional(std::uint64_t count) {
     const std::uint64_t needed = size + count;
     if (needed > capacity) reserve(static_cast<unsigned long>(std::max(needed, 2 * capacity)));
   }
 
-  /// Removes the elements and keeps the storage.
+  /// Removes all elements and keeps the capacity.
   void clear() noexcept {
     destroy(0);
     size = 0;
   }
 
-  /// Exchanges the contents; pointers to elements stay valid.
+  /// Exchanges the contents. Pointers to elements stay valid.
   void swap(Vector& other) noexcept {
     std::swap(data, other.data);
     std::swap(size, other.size);

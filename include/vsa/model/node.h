@@ -1,7 +1,8 @@
-// Node: a named thing of a named type, with inputs and outputs. Nodes are made by their scene.
+// Node: a node of a Scene, with a name, a type, inputs and outputs. The scene creates nodes.
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/input.h>
@@ -19,28 +20,40 @@ class VSA_API Node : public interfaces::INode {
   Node(const Node&) = delete;
   Node& operator=(const Node&) = delete;
 
-  /// The scene that made the node; never null.
+  /// The scene that created the node; never null.
   Scene* scene() const noexcept;
-  /// True once the scene has removed the node. Its memory stays until the scene is destroyed.
+  /// Whether the scene has removed the node. Its memory stays valid until the scene is destroyed.
   bool isRemoved() const noexcept;
-  /// Whether the node's type was declared (see registerNodeType) when the node was made.
+  /// Nodes that the scene had created before this one: `scene()->nodeAt(slot())`.
+  std::uint64_t slot() const noexcept;
+  /// Name and type without a copy, valid as long as the scene.
+  std::string_view nameView() const noexcept;
+  std::string_view typeView() const noexcept;
+  /// Whether the type of the node was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept;
-  /// The inputs that exist, in creation order: how many, and the i-th, or null past the end.
+  /// The inputs that exist, in creation order. `inputAt` returns null if `index` is not less than
+  /// the count.
   std::uint64_t inputCount() const noexcept;
   Input* inputAt(std::uint64_t index) const noexcept;
+  /// The input of that name that exists, or null. Instantiates no declared input.
+  Input* inputNamed(std::string_view name) const noexcept;
 
-  // INode. What the interface says of an operation holds here too; the comments add what this scene
-  // does.
+  /// Removes an input of this node and frees its values; its memory stays until the scene is
+  /// destroyed. Does nothing for any other input. A declared input is instantiated again when it is
+  /// next looked up. Takes time proportional to the node's inputs, constant time for the last one.
+  void removeInput(Input* input) noexcept;
 
-  /// An input that the node's type declares exists: it is instantiated by the first look-up.
+  // INode. The comments of the interface apply; these add the behaviour of this scene.
+
+  /// True also for an input that the type of the node declares: the first look-up creates it.
   bool hasInput(const String& name, AttrType type) override = 0;
-  /// The input of that name, or null. Instantiates a declared input.
+  /// The input of that name, or null. Creates a declared input.
   Input* input(const String& name) override = 0;
-  /// Returns an existing input of that name and type. Null if the name exists with another type,
-  /// and if the node's type is declared and does not declare the name.
+  /// If an input of that name and type exists, returns it. Returns null if the name exists with
+  /// another type, or if the type of the node is declared without this input.
   Input* createInput(const String& name, AttrType type) override = 0;
   Input* createArray(const String& name, AttrType elementType) override = 0;
-  /// An open type has every output it is asked for. A declared type has the outputs it declares;
+  /// A node of an open type has every output. A node of a declared type has the declared outputs;
   /// null for any other.
   Output* output(const String& name) override = 0;
 

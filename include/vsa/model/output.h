@@ -1,4 +1,4 @@
-// Output: what a node offers for inputs to be connected to.
+// Output: an output of a node, to which inputs can be connected.
 #pragma once
 
 #include <vsa/foundation/string.h>
@@ -9,8 +9,8 @@ namespace zn::korvo_sdk {
 class Node;
 class OutputImpl;
 
-/// A named output of a node. It is made when it is first asked for, belongs to the scene and lives
-/// as long as the scene.
+/// A named output of a node. The first look-up creates it. It belongs to the scene and lives as
+/// long as the scene.
 class VSA_API Output : public interfaces::IOutput {
  public:
   Output(const Output&) = delete;

@@ -1,8 +1,9 @@
-// Scene: the library's own scene, a minimal one behind the interfaces that the reader calls.
+// Scene: the library's own scene, a minimal implementation of the interfaces that the reader calls.
 #pragma once
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/input.h>
@@ -14,9 +15,9 @@ namespace zn::korvo_sdk {
 
 struct SceneStorage;
 
-/// Owns its nodes, inputs and outputs, those of removed nodes included: every pointer that it
-/// returned stays valid until the scene is destroyed. One thread at a time may use a scene. What
-/// makes something throws std::bad_alloc when memory runs out.
+/// Owns its nodes, inputs and outputs, including those of removed nodes. Every pointer that it
+/// returned stays valid until the scene is destroyed. May be used by one thread at a time.
+/// Functions that create an object throw std::bad_alloc when memory runs out.
 class VSA_API Scene final : public interfaces::IScene {
  public:
   static constexpr std::uint64_t DEFAULT_EMPTY_ELEMENT_LIMIT = 524288;  ///< Elements.
@@ -30,48 +31,54 @@ class VSA_API Scene final : public interfaces::IScene {
 
   // The nodes.
 
-  /// Nodes ever made, removed ones included. `nodeAt` of 0 up to this walks them in creation order.
+  /// The number of nodes created so far, including removed ones. `nodeAt` of 0 to `nodeSlots() - 1`
+  /// returns them in creation order.
   std::uint64_t nodeSlots() const noexcept;
-  /// The node made as the i-th; null if it was removed and past the end.
+  /// The i-th node in creation order. Null if it was removed, or if `slot` is not less than
+  /// `nodeSlots()`.
   Node* nodeAt(std::uint64_t slot) const noexcept;
-  /// Nodes that were not removed.
+  /// The number of nodes that were not removed.
   std::uint64_t nodeCount() const noexcept;
+  /// The node of that name, or null: `findNode` for a scene that is only read. It remembers no
+  /// answer, so several threads may call it.
+  Node* nodeNamed(std::string_view name) const noexcept;
 
   // The header of the file.
 
-  /// 0 while no text has set it.
+  /// The version; 0 if no text has set it.
   unsigned long long fileVersion() const noexcept;
-  /// As the text has it; empty while no text has set it.
+  /// The time as the text spells it; empty if no text has set it.
   String fileTime() const;
-  /// The comments, each with its "#", in the order of the text.
+  /// The number of comments.
   std::uint64_t fileCommentCount() const noexcept;
-  /// `index` is below the count.
+  /// The i-th comment in the order of the text, including its "#". `index` must be less than the
+  /// count.
   String fileComment(std::uint64_t index) const;
 
-  // Limits. A text names an index or a depth in a few characters; the limits keep it from asking
-  // for memory out of all proportion. Going past a limit throws std::runtime_error. A limit may be
-  // changed between two texts; what exists already stays.
+  // Limits. A short text can contain any index and any depth. The limits bound the memory that they
+  // need. The reader reports an exceeded limit as an error (std::runtime_error). A new limit
+  // applies to the objects that are created afterwards.
 
-  /// Array elements in the whole scene that were only appended to reach a higher index and have not
-  /// been given a value, a member, an element or a link since.
+  /// The maximum number of empty array elements in the scene. An element is empty if it was only
+  /// appended to reach a higher index and has not got a value, a member, an element or a link
+  /// since.
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
-  /// Levels of inputs; an input of a node is level 1. A limit above MAX_DEPTH_LIMIT becomes
-  /// MAX_DEPTH_LIMIT.
+  /// The maximum nesting level of inputs; an input of a node has level 1. A value above
+  /// MAX_DEPTH_LIMIT sets MAX_DEPTH_LIMIT.
   std::uint64_t depthLimit() const noexcept;
   void setDepthLimit(std::uint64_t limit) noexcept;
 
-  // IScene. What the interface says of an operation holds here too; the comments add what this
-  // scene does.
+  // IScene. The comments of the interface apply; these add the behaviour of this scene.
 
-  /// Names are compared exactly.
+  /// Compares names exactly, including letter case.
   Node* findNode(const String& name) override;
-  /// Null if the name exists. `reserved` is ignored.
+  /// Returns null if the name exists. Ignores `reserved`.
   Node* createNode(const String& type, const String& name, const String& reserved) override;
-  /// The node of that name; a new one, with the name as its type, if there is none.
+  /// Returns the node of that name. If there is none, creates one with the name as its type.
   Node* defineNode(const String& name) override;
-  /// Inputs that are connected to the node, or refer to it, then have no connection and no node.
-  /// Does nothing for a name that no node has.
+  /// Inputs that are connected to the node or refer to it lose the connection or the reference.
+  /// Does nothing for an unknown name.
   void removeNode(const String& name) override;
   void setFileVersion(unsigned long long version) override;
   void setFileTime(const String& time) override;

@@ -1,4 +1,4 @@
-// AttrData: the value record that is handed to an input.
+// AttrData: a value that is assigned to an input.
 #pragma once
 
 #include <cstdint>
@@ -12,27 +12,28 @@ namespace zn::korvo_sdk {
 
 /// The payload of a buffer value. A plain value: it owns nothing, see AttrData.
 struct BufferValue {
-  unsigned char* memory;  ///< `bytes` bytes from malloc or calloc; null for a count of 0.
-  std::uint64_t count;    ///< Elements: as many as the text declares, written or not.
-  std::uint64_t bytes;    ///< Count times the element's bytes; never overflows.
-  DataType type;          ///< Of the elements.
-  std::int64_t reserved;  ///< 0.
+  unsigned char* memory;  ///< `bytes` bytes from malloc or calloc; null if count is 0.
+  std::uint64_t count;    ///< The declared number of elements.
+  std::uint64_t bytes;    ///< The count times the bytes of an element; never overflows.
+  DataType type;          ///< The type of the elements.
+  std::int64_t reserved;  ///< Always 0.
 };
 
-/// A type and the payload that goes with it. A plain value: copying it copies the pointers of a
-/// string or a buffer, not what they point to. Whoever assigns it hands that memory over, to be
-/// freed with `free` by the input that took it.
+/// A type and the payload of that type. A plain value: a copy shares the memory of a string or a
+/// buffer. The input that a value is assigned to takes ownership of that memory and frees it with
+/// `free`.
 struct AttrData {
   AttrType type = AttrType::Null;
-  /// The AttrType of an array's elements, or the DataType of a buffer's; 0 for every other type.
+  /// The AttrType of an array's elements or the DataType of a buffer's elements; 0 for every other
+  /// type.
   std::int32_t elementType = 0;
 
-  /// The member that `type` names is the one to read. Null, Node, Array and Object have none.
+  /// `type` selects the member. Null, Node, Array and Object have no payload.
   union Payload {
     bool boolean;
-    std::int64_t integer;  ///< Int; UInt as the same 64 bits.
+    std::int64_t integer;  ///< Int; for UInt the same 64 bits.
     double real;
-    char* string;  ///< NUL-terminated, from malloc; null stands for the empty string.
+    char* string;  ///< NUL-terminated, from malloc; null is the empty string.
     BufferValue buffer;
     math::VecT<2, double> vec2;
     math::VecT<3, double> vec3;
@@ -43,7 +44,7 @@ struct AttrData {
     math::RgbaT<double> rgba;
     math::MatT<3, double> mat3;
     math::MatT<4, double> mat4;
-    double components[16];  ///< Of every tuple and matrix, in storage order. A new record's are 0.
+    double components[16];  ///< Of every tuple and matrix, in storage order. All 0 in a new record.
   };
   Payload payload{.components = {}};
 };

@@ -1,4 +1,4 @@
-// AttrType: the types of inputs and of the values given to them.
+// AttrType: the types of inputs and of their values.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +8,10 @@
 
 namespace zn::korvo_sdk {
 
-/// `Null` doubles as "any type" in look-ups and as "not yet set" for an array's elements. All
-/// tuples and matrices are of doubles.
+/// `Null` also means "any type" in look-ups and "not set" for the element type of an array. All
+/// tuples and matrices have components of type double.
 enum class AttrType : std::int32_t {
-  Null,    ///< No value yet: what only a link has named.
+  Null,    ///< No value yet, for example only a connection.
   Bool,    ///< true or false.
   Int,     ///< 64 bits, signed.
   UInt,    ///< 64 bits, unsigned.
@@ -25,22 +25,22 @@ enum class AttrType : std::int32_t {
   Rgba,    ///< A colour: red, green, blue, alpha.
   Mat3,    ///< 3 by 3, row by row.
   Mat4,    ///< 4 by 4, row by row.
-  String,  ///< Characters without a NUL among them.
-  Node,    ///< A node of the scene, or none.
+  String,  ///< Characters without NUL.
+  Node,    ///< A reference to a node of the scene, or to none.
   Buffer,  ///< A block of elements of one DataType.
-  Array,   ///< Inputs of one AttrType, by index.
-  Object,  ///< Inputs of any type, by name.
+  Array,   ///< Inputs of one AttrType, accessed by index.
+  Object,  ///< Inputs of any type, accessed by name.
 };
 
-/// How many types there are.
+/// The number of types.
 inline constexpr int ATTR_TYPE_COUNT = 19;
 
-/// The display name of a type: "Null" to "Object", "<unknown>" for any other value. Never null,
+/// The display name of a type, "Null" to "Object"; "<unknown>" for any other value. Never null,
 /// valid until the process ends.
 VSA_API const char* attrTypeName(AttrType type) noexcept;
 
-/// How many reals a value of the type consists of: 2 to 16 for vectors, positions, quaternions,
-/// colours and matrices, 0 for every other type.
+/// The number of components of a vector, position, quaternion, colour or matrix: 2 to 16. 0 for
+/// every other type.
 VSA_API unsigned componentCount(AttrType type) noexcept;
 
 }  // namespace zn::korvo_sdk

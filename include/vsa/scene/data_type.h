@@ -8,11 +8,12 @@
 
 namespace zn::korvo_sdk {
 
-/// `Null` is "not yet set". Elements lie one after another in memory, their components in order,
-/// in the byte order of the machine; vectors, positions and quaternions x, y, z, w, matrices row by
-/// row, colours as their names say. The last letter is the component: f float, d double, i and u 32
-/// bits signed and unsigned, 8 a byte. Texts have no buffers of Bool, Ptr, Xform, Aabb and Obb:
-/// those are for hosts.
+/// `Null` means "not set". Elements are contiguous in memory. Their components are in the byte
+/// order of the machine. The components of vectors, positions and quaternions are x, y, z, w;
+/// matrices are stored row by row; the name of a colour type gives the order of its components. The
+/// last letter of a name is the component type: f float, d double, i signed and u unsigned 32-bit
+/// integer, 8 a byte. Texts have no buffers of Bool, Ptr, Xform, Aabb and Obb; hosts may use these
+/// types.
 enum class DataType : std::int32_t {
   Null,
   Bool,
@@ -76,33 +77,34 @@ enum class DataType : std::int32_t {
   ColorRef,
 };
 
-/// How many types there are.
+/// The number of types.
 inline constexpr int DATA_TYPE_COUNT = 60;
 
-/// The display name of a type: "Null" to "ColorRef", "<unknown>" for any other value. Never null,
+/// The display name of a type, "Null" to "ColorRef"; "<unknown>" for any other value. Never null,
 /// valid until the process ends.
 VSA_API const char* dataTypeName(DataType type) noexcept;
 
-/// The type of one number of an element: `Float` for `Vec3f`, the type itself for single numbers,
-/// `Null` for `Null` and for unknown values.
+/// The type of one component of an element: `Float` for `Vec3f`, the type itself for single
+/// numbers, `Null` for `Null` and for unknown values.
 VSA_API DataType componentType(DataType type) noexcept;
 
-/// Numbers in one element: 3 for `Vec3f`, 1 for single numbers, 0 for `Null` and unknown values.
+/// The number of components of an element: 3 for `Vec3f`, 1 for single numbers, 0 for `Null` and
+/// unknown values.
 VSA_API unsigned componentCount(DataType type) noexcept;
 
-/// Bytes of one number of an element; 0 for `Null` and unknown values.
+/// The bytes of one component of an element; 0 for `Null` and unknown values.
 VSA_API std::size_t componentBytes(DataType type) noexcept;
 
-/// Bytes of one element; 0 for `Null` and unknown values.
+/// The bytes of one element; 0 for `Null` and unknown values.
 VSA_API std::size_t elementBytes(DataType type) noexcept;
 
-/// Whether a text may have buffers of the type; the keyword is the display name in lower case.
-/// False for Null, Bool, Ptr, Xform, Aabb and Obb, which are for hosts, and for unknown values.
+/// Whether a text may have buffers of the type. Their keyword is the display name in lower case.
+/// False for Null, Bool, Ptr, Xform, Aabb, Obb and unknown values.
 VSA_API bool isBufferElement(DataType type) noexcept;
 
-/// Calls `visit(T())` with the C++ type T of one component, as `componentType` returns it: an
-/// integer of 8 to 64 bits (Bool and Byte: unsigned char), float or double. Returns false without a
-/// call for every other type.
+/// Calls `visit(T())` with the C++ type T of a component: an integer of 8 to 64 bits (unsigned char
+/// for Bool and Byte), float or double. Returns false without a call for any other type than those
+/// that `componentType` returns for numbers.
 template <class Visit>
 bool visitComponent(DataType component, const Visit& visit) {
   switch (component) {

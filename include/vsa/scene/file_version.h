@@ -1,9 +1,9 @@
-// The version that a scene's header state starts from when a file is read into it.
+// The format version that the reader sets in a scene before it reads a file.
 #pragma once
 
 namespace zn::korvo_sdk {
 
-/// The first version of the format, and that of a file that names none.
+/// The first version of the format. It applies to a file without a version.
 inline constexpr unsigned long long VSX_FILE_VERSION_1 = 1;
 
 }  // namespace zn::korvo_sdk

@@ -1,6 +1,6 @@
-// Translation of names that a node type no longer uses, from the table of declared node types (see
-// node_type.h). The reader asks it for every scene, a host's own included. Safe from any thread;
-// throws std::bad_alloc.
+// Translates former names of inputs and outputs to current names, by the declarations of
+// node_type.h. The reader calls these functions for every scene, including a host's own. Safe from
+// any thread. The two translations throw std::bad_alloc.
 #pragma once
 
 #include <vsa/foundation/api.h>
@@ -8,15 +8,13 @@
 
 namespace zn::korvo_sdk {
 
-/// Whether any node type is declared. As long as none is, no name has changed, and nobody needs to
-/// ask.
+/// Whether any node type is declared. If none is, no name has a translation.
 VSA_API bool anyNodeTypes() noexcept;
 
-/// The name under which `nodeType` now knows the input `name`; `name` itself when it never changed.
+/// The current name of the input `name` of `nodeType`, or `name` if it has no translation.
 VSA_API String updateInputName(const String& nodeType, const String& name);
 
-/// The name under which `nodeType` now knows the output `name`; `name` itself when it never
-/// changed.
+/// The current name of the output `name` of `nodeType`, or `name` if it has no translation.
 VSA_API String updateOutputName(const String& nodeType, const String& name);
 
 }  // namespace zn::korvo_sdk

@@ -1,5 +1,6 @@
-// The node types that a host declares. A type that nobody declared is open: it takes any input a
-// text asks for. A declared type is closed: only what it declares exists.
+// Node types that a host declares. An undeclared type is open: its nodes get every input that a
+// text assigns. A declared type is closed: its nodes have the declared inputs and outputs and no
+// others.
 #pragma once
 
 #include <string>
@@ -13,37 +14,37 @@ namespace zn::korvo_sdk {
 
 /// One input of a declared node type.
 struct InputDeclaration {
-  std::string name;                       ///< As texts write it; a later one of that name counts.
-  AttrType type = AttrType::Null;         ///< What it holds. Null takes links, or members.
-  AttrType elementType = AttrType::Null;  ///< Of an array's elements.
-  DataType bufferType = DataType::Null;   ///< Of a buffer's elements; Null takes any.
+  std::string name;                ///< As texts spell it. The last declaration of a name applies.
+  AttrType type = AttrType::Null;  ///< The type of the value. Null takes links or members.
+  AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
+  DataType bufferType = DataType::Null;   ///< The DataType of a buffer's elements; Null for any.
   std::vector<std::string> enumValues =
       {};                      ///< Of a string: what it should be one of; empty: anything.
   bool refusesValues = false;  ///< Takes links only, no plain values.
 };
 
-/// A name that older texts use, and the name used now.
+/// A former name and its current name.
 struct FormerName {
-  std::string former;   ///< What a text may say.
-  std::string current;  ///< What is looked up for it; it is not translated again.
+  std::string former;   ///< The name in older texts.
+  std::string current;  ///< The name that replaces it. It is not translated again.
 };
 
 /// A declared node type.
 struct NodeType {
-  std::string name;                            ///< The type, as texts write it.
-  std::vector<InputDeclaration> inputs = {};   ///< All that its nodes have.
-  std::vector<std::string> outputs = {};       ///< The names of all that its nodes have.
-  std::vector<FormerName> formerInputs = {};   ///< Of inputs, and of members below them.
-  std::vector<FormerName> formerOutputs = {};  ///< Of outputs.
+  std::string name;                            ///< The name of the type, as texts spell it.
+  std::vector<InputDeclaration> inputs = {};   ///< All inputs of its nodes.
+  std::vector<std::string> outputs = {};       ///< The names of all outputs of its nodes.
+  std::vector<FormerName> formerInputs = {};   ///< Former names of inputs and of members.
+  std::vector<FormerName> formerOutputs = {};  ///< Former names of outputs.
 };
 
-/// Declares a type for the whole process, over an earlier declaration of that name. Nodes that
-/// exist keep the declaration they were made with. Safe to call while other threads read; throws
-/// std::bad_alloc.
+/// Declares a type for the whole process and replaces an earlier declaration of that name. Existing
+/// nodes keep the declaration that was valid when they were created. May be called while other
+/// threads read. Throws std::bad_alloc.
 VSA_API void registerNodeType(const NodeType& type);
 
-/// Makes a type open again, for nodes made from now on. Does nothing for a name that is not
-/// declared. Safe to call while other threads read.
+/// Makes a type open again for nodes that are created afterwards. Does nothing for an undeclared
+/// name. May be called while other threads read.
 VSA_API void unregisterNodeType(const std::string& name);
 
 }  // namespace zn::korvo_sdk

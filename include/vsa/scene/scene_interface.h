@@ -1,15 +1,18 @@
-// The scene as the reader sees it: four interfaces that a host may stand its own scene behind. The
-// library's own scene is in scene/model/.
+// The scene as the reader calls it: four interfaces that a host can implement for its own scene.
+// The library's own scene (include/vsa/model/scene.h) implements them, too.
 //
-// Ownership: everything returned belongs to the scene and stays valid until the scene goes, removed
-// nodes and their inputs included; the reader deletes nothing. Any operation may throw: a
-// std::runtime_error ends the reading with its text as the logged error, other exceptions leave the
-// entry point. Any operation that makes something may refuse by returning null.
+// Ownership: every object that these functions return belongs to the scene and stays valid for the
+// lifetime of the scene, including removed nodes and their inputs. The reader deletes nothing.
 //
-// What the reader relies on: one place has one address, the same each time it is asked for; a type
-// stays, but that Null may become Object or Node; names are passed as the text has them, inputs and
-// outputs after the translation of former names. Only the scene bounds how far an array grows and
-// how deep inputs nest. All calls come from the thread that called the entry point.
+// Errors: every function may throw. A std::runtime_error stops the parse, and its text is logged as
+// an error. Any other exception propagates out of the entry point. A function that creates an
+// object may return null to refuse.
+//
+// Requirements: an object always has the same address. A type never changes, except from Null to
+// Object or Node. Names are passed as the text spells them, and names of inputs and outputs after
+// the translation of former names. The reader has no limit on the size of arrays or on the nesting
+// depth of inputs: the scene may set one. All calls come from the thread that called the entry
+// point.
 #pragma once
 
 #include <cstdint>
@@ -22,20 +25,21 @@ namespace zn::korvo_sdk::interfaces {
 
 class INode;
 
-/// An output of a node: what inputs are connected to. The reader passes it from INode::output to
-/// IInput::connect and asks it nothing.
+/// An output of a node. The reader passes it from INode::output to IInput::connect and calls no
+/// function of it.
 class VSA_API IOutput {
  protected:
   IOutput() = default;
   ~IOutput() = default;
 };
 
-/// The named values that an input's string should be one of.
+/// The values that a string input should be restricted to.
 class VSA_API IEnumeration {
  public:
-  /// Whether it names no value, and so takes any.
+  /// Whether the enumeration has no values. It then allows every string.
   virtual bool isEmpty() const = 0;
-  /// The entry of that name, or null. Only whether it is null matters to the reader.
+  /// The entry of that name, or null if there is none. The reader only compares the result with
+  /// null.
   virtual const void* find(const String& name) const = 0;
 
  protected:
@@ -45,122 +49,130 @@ class VSA_API IEnumeration {
 /// A place for a value: an input of a node, an element of an array or a member of an object.
 class VSA_API IInput {
  public:
-  /// What it holds; Null until a value, a member or a node has said so.
+  /// The type of the value; Null until a value, a member or a reference sets the type.
   virtual AttrType type() const = 0;
-  /// The type as messages print it.
+  /// The name of the type for messages.
   virtual String typeName() const = 0;
-  /// Where the input is, as messages print it: "node.input[2].member".
+  /// The path of the input for messages: "node.input[2].member".
   virtual String path() const = 0;
-  /// Whether the input holds a typed element buffer and nothing else. The reader passes false.
+  /// Whether the input holds a typed element buffer and nothing else. `flag` is always false.
   virtual bool holdsBuffer(bool flag) const = 0;
-  /// The input's enumeration, or null. A string that it does not hold is assigned with a warning.
+  /// The enumeration of the input, or null if it has none. A string that is not in the enumeration
+  /// is assigned, and a warning is logged.
   virtual const IEnumeration* enumValues() const = 0;
-  /// Of an array: the type of its elements; Null while unset.
+  /// The AttrType of an array's elements; Null while not set.
   virtual AttrType elementType() const = 0;
-  /// Of a buffer: the type of its elements; Null while unset.
+  /// The DataType of a buffer's elements; Null while not set.
   virtual DataType bufferType() const = 0;
-  /// Adds one default element, of the array's element type, at the end. One that adds nothing
-  /// refuses. A text may ask for any number: this is where a scene with a limit throws.
+  /// Appends one default element of the array's element type. If `count` does not grow, the
+  /// statement is an error. A text may contain any index: a scene with a limit throws here.
   virtual void appendElement() = 0;
-  /// Whether the input is an array. The reader passes false.
+  /// Whether the input is an array. `flag` is always false.
   virtual bool isArray(bool flag) const = 0;
-  /// Whether plain values are not to be applied to the input: one is then refused with a message.
+  /// Whether the input rejects plain values. An assignment of one is then logged as an error and
+  /// skipped.
   virtual bool refusesValues() const = 0;
 
   // Members (of objects) and elements (of arrays).
 
-  /// A new member of the type, or null, which is an error of the text. Called only after `hasInput`
-  /// has denied the name, on an object or on an input of type Null, which becomes one.
+  /// Creates a member of the given type. Null makes the statement an error. Called on an object, or
+  /// on an input of type Null, which becomes an object. Called only if `hasInput` returned false or
+  /// `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
-  /// A new member that is an array of `elementType`, or null.
+  /// Creates a member that is an array of `elementType`. Otherwise the same as `createInput`.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
-  /// Whether there is a member of that name and type (Null: any; the reader passes no other). Asked
-  /// of arrays too, with the index as the text has it, "[2]": they answer false.
+  /// Whether there is a member of that name and type. `type` is always Null: any type. Also called
+  /// on arrays, with an index as the text spells it, such as "[2]". An array returns false.
   virtual bool hasInput(const String& name, AttrType type) = 0;
-  /// Elements in the array.
+  /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
-  /// The element at an index below `count`, or null, which is an error of the text.
+  /// The element at `index`, which is less than `count`. Null makes the statement an error.
   virtual IInput* element(std::uint64_t index) = 0;
-  /// The member of that name, asked for once `hasInput` has said that there is one.
+  /// The member of that name. Called only after `hasInput` returned true.
   virtual IInput* input(const String& name) = 0;
 
   // Values and links.
 
-  /// Sets structure: an Array record gives the element type (an AttrType in `elementType`), a
-  /// Buffer record makes an empty buffer of a DataType (in `elementType`). No memory comes with it.
+  /// Sets a structure without a value. For an Array record, sets the type of the elements to the
+  /// AttrType in `elementType`. For a Buffer record, makes the input an empty buffer of the
+  /// DataType in `elementType`. The record has no memory.
   virtual void set(const AttrData& structure) = 0;
-  /// Applies a value of the input's own type. Memory behind a string or a buffer passes to the
-  /// input, even when it throws; it came from malloc or calloc, and may be null. A scene that has
-  /// no use for the value frees it here.
+  /// Sets a value of the input's type. The input takes ownership of the memory of a string or a
+  /// buffer, even if it throws. The memory is from malloc or calloc, and may be null. A scene that
+  /// does not store the value frees the memory.
   virtual void assign(const AttrData& value) = 0;
-  /// Drives the input by an output of a node of the same scene; never null. An earlier connection
-  /// ends.
+  /// Connects the input to an output of a node of the same scene and replaces an earlier
+  /// connection. `output` is never null.
   virtual void connect(IOutput* output) = 0;
-  /// Ends the input's connection, when it has one.
+  /// Removes the connection of the input, if it has one.
   virtual void disconnect() = 0;
-  /// Makes the input refer to a node of the same scene, or with null to none. Called for an input
-  /// of any type: one that cannot refer is the scene's concern.
+  /// Makes the input refer to a node of the same scene. Null removes the reference. Called on
+  /// inputs of any type. The scene decides what happens on an input that cannot refer to a node.
   virtual void setNode(INode* node) = 0;
 
-  // The reader holds on to inputs whose links are resolved later. An input that lives as long as
-  // its scene need not count.
+  // Reference counting. The reader keeps pointers to inputs until their links are resolved after
+  // the last statement. An input that lives as long as its scene needs no count.
 
-  /// An input's first connection, or reference, of a text was filed. Both: called twice.
+  /// Called for the first pending connection of an input in a text, and for its first pending
+  /// reference: twice if the input has both.
   virtual void retain() {}
-  /// All connections, or references, were resolved. Not called when an error ended the reading.
+  /// Called once for each `retain` after the links were resolved. Not called if an error stopped
+  /// the parse.
   virtual void release() {}
 
  protected:
   ~IInput() = default;
 };
 
-/// A node: named, of a named type, with inputs and outputs.
+/// A node: an object with a name, a type, inputs and outputs.
 class VSA_API INode {
  public:
-  /// The name by which the scene finds it.
+  /// The name under which `IScene::findNode` finds the node.
   virtual String name() const = 0;
-  /// The name of its type.
+  /// The name of the node's type.
   virtual String type() const = 0;
-  /// Whether there is an input of that name and type (Null: any; the reader passes no other).
+  /// Whether there is an input of that name and type. `type` is always Null: any type.
   virtual bool hasInput(const String& name, AttrType type) = 0;
-  /// The input of that name, asked for once `hasInput` has said that there is one.
+  /// The input of that name. Called only after `hasInput` returned true.
   virtual IInput* input(const String& name) = 0;
-  /// A new input of the type, or null, which is an error of the text. Called only after `hasInput`
-  /// has denied the name. Null is the type of an input that only a link has named.
+  /// Creates an input of the given type. Null makes the statement an error. `type` is Null for the
+  /// target of a link. Called only if `hasInput` returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
-  /// A new input that is an array of `elementType` (Null: not yet set), or null.
+  /// Creates an input that is an array of `elementType` (Null: not set yet). Otherwise the same as
+  /// `createInput`.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
-  /// The output of that name, or null, which is a warning.
+  /// The output of that name. If null, the connection is not made and a warning is logged.
   virtual IOutput* output(const String& name) = 0;
 
  protected:
   ~INode() = default;
 };
 
-/// A scene. The reader calls it from the thread that called the entry point.
+/// A scene: nodes by name, and the header of the file.
 class VSA_API IScene {
  public:
-  /// The node of that name, or null. Never creates.
+  /// The node of that name, or null. Must not create one.
   virtual INode* findNode(const String& name) = 0;
-  /// A new node, or null. Called only for a name that `findNode` did not know. `reserved` is always
-  /// empty.
+  /// Creates a node, or returns null to refuse. Called only after `findNode` returned null for
+  /// `name`. `reserved` is always empty.
   virtual INode* createNode(const String& type, const String& name, const String& reserved) = 0;
-  /// A node for a name that a text builds on, or null. Called only for a name that `findNode` did
-  /// not know.
+  /// Returns a node for a `define` statement, or null. Called only after `findNode` returned null
+  /// for `name`.
   virtual INode* defineNode(const String& name) = 0;
-  /// Takes the node of that name out of look-ups. Its memory stays: the reader may hold on to it
-  /// and to its inputs. A name that no node has is the scene's concern.
+  /// Removes the node of that name from look-ups. The memory of the node and of its inputs must
+  /// stay valid, because the reader may have pointers to them. The scene decides what happens for
+  /// an unknown name.
   virtual void removeNode(const String& name) = 0;
 
   // The header of the file.
 
-  /// The version that a comment names, or VSX_FILE_VERSION_1 before a file is read.
+  /// Sets the version that a comment contains, or VSX_FILE_VERSION_1 before a file is read.
   virtual void setFileVersion(unsigned long long version) = 0;
-  /// The file's time, as written; empty before a file is read.
+  /// Sets the time that a comment contains, as the text spells it, or "" before a file is read.
   virtual void setFileTime(const String& time) = 0;
-  /// Appends one comment, with its "#", in file order.
+  /// Appends a comment, including its "#", in the order of the text.
   virtual void pushFileComment(const String& comment) = 0;
-  /// Forgets all comments.
+  /// Removes all comments.
   virtual void clearComments() = 0;
 
  protected:

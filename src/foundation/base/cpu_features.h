@@ -1,5 +1,5 @@
-// The instruction sets of the processor. Code with a kernel for one of them asks here once a call,
-// so that one build serves all processors. Internal.
+// The instruction sets of the processor. Code with several kernels calls these functions to select
+// one at run time, so that one build runs on all processors. Internal.
 #pragma once
 
 namespace zn {

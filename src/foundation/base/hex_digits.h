@@ -3,7 +3,7 @@
 
 namespace zn::detail {
 
-/// The digits by their values, letters in lower case.
+/// The digit for each value. Letters are in lower case.
 inline constexpr char HEX_DIGITS[] = "0123456789abcdef";
 
 /// The value of a digit in either case, or NOT_A_DIGIT.

@@ -1,4 +1,4 @@
-// Several bytes of memory as one number, wherever they lie. Internal.
+// Loads several bytes of memory as one number, at any alignment. Internal.
 #pragma once
 
 #include <bit>

@@ -6,13 +6,13 @@
 
 namespace zn::detail {
 
-/// The address `ahead` bytes behind `place`, which need not be in an object.
+/// The address `ahead` bytes after `place`. It may be outside of any object.
 inline void* behind(const void* place, std::size_t ahead) noexcept {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): pointer arithmetic ends with the object
   return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(place) + ahead);
 }
 
-/// A hint that the memory `ahead` bytes behind `place` will be read soon. The address may be
+/// A hint that the memory `ahead` bytes after `place` will be read soon. The address may be
 /// invalid.
 inline void prefetch([[maybe_unused]] const void* place,
                      [[maybe_unused]] std::size_t ahead = 0) noexcept {

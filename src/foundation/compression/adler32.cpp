@@ -1,7 +1,7 @@
-// Two sums modulo 65521: `low` of the bytes, `high` of the values that `low` takes after each byte.
-// The remainder is taken once every MAX_RUN bytes, the most that 32 bits hold without it. The SSE2
-// kernel takes 16 bytes a step: the sum of absolute differences from zero adds them up, and a
-// multiply-add weights each byte with the number of times that `high` counts it.
+// Two sums modulo 65521: `low` of the bytes, `high` of the values of `low` after each byte. The
+// remainder is computed once every MAX_RUN bytes, the largest number for which the sums fit into 32
+// bits. The SSE2 kernel processes 16 bytes per step: the sum of absolute differences from zero adds
+// them, and a multiply-add weights each byte with the number of times that `high` counts it.
 #include "foundation/compression/adler32.h"
 
 #include <algorithm>

@@ -6,7 +6,7 @@
 
 namespace zn {
 
-/// The checksum of no bytes: where every sum starts.
+/// The checksum of 0 bytes, with which every sum starts.
 inline constexpr std::uint32_t ADLER32_START = 1;
 
 /// Continues the sum `adler` over the `size` bytes at `data`, so that a stream can be summed in

@@ -8,8 +8,9 @@
 
 namespace zn {
 
-/// Expands the `size` characters at `data` into the `capacity` bytes at `out`; `length` is how many
-/// bytes were written. Returns what is wrong with the text; bytes may have been written then, too.
+/// Decompresses the `size` characters at `data` into the `capacity` bytes at `out` and sets
+/// `length` to the number of bytes written. Returns the error, if there is one. Some bytes may then
+/// have been written.
 std::optional<korvo_sdk::DiagnosticId> expandCompressedText(const unsigned char* data,
                                                             std::size_t size, unsigned char* out,
                                                             std::size_t capacity,

@@ -1,6 +1,6 @@
-// The decoder pulls the digits a run at a time and writes where the caller wants the bytes, so
-// nothing is in memory twice. It may stop anywhere in the text. A bad character behind that place
-// is the more important fault, so the rest of the text is searched for one afterwards.
+// The decoder reads the digits in runs and writes to the caller's memory, so no data is in memory
+// twice. It may stop anywhere in the text. An invalid character after that place takes precedence,
+// so the rest of the text is checked afterwards.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr char MARK = '.';
 
-// What is wrong with a text whose stream ended like this; nothing when it is complete.
+// The error of a text whose stream ended with this status; none if the stream is complete.
 std::optional<DiagnosticId> problemOf(InflateStatus status) {
   switch (status) {
     case InflateStatus::Done:
@@ -40,7 +40,7 @@ std::optional<DiagnosticId> problemOf(InflateStatus status) {
 
 constexpr std::size_t MAX_SIZE = std::numeric_limits<std::size_t>::max();
 
-// number * factor, or MAX_SIZE when that is too large.
+// number * factor, or MAX_SIZE if that is too large.
 constexpr std::size_t saturatingProduct(std::size_t number, std::size_t factor) {
   return number > MAX_SIZE / factor ? MAX_SIZE : number * factor;
 }
@@ -74,10 +74,10 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
   return false;
 }
 
-// The first guess at the result's size, eight times the stream's, is enough for most data. Where it
-// is not, the text is expanded again with eight times the memory. The failed attempts together
-// expand at most 8/7 as many bytes as the last one, and a small text that claims to be huge costs
-// little.
+// The first guess at the size of the result is eight times that of the stream, which is enough for
+// most data. If it is too small, the text is decompressed again with eight times the memory. All
+// failed attempts together decompress at most 8/7 as many bytes as the last one of them, and a
+// small text that declares a huge size costs little.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;
@@ -100,7 +100,7 @@ std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std
 String compress(const unsigned char* data, std::size_t size) {
   const std::vector<unsigned char> stream = deflateStream(data, size);
   ds::Vector<char> text;
-  text.reserve(static_cast<unsigned long>(2 * stream.size() + 2));  // and the NUL behind it
+  text.reserve(static_cast<unsigned long>(2 * stream.size() + 2));  // and the NUL after it
   text.push_back(MARK);
   text.size += 2 * stream.size();
   writeHex(stream.data(), stream.size(), text.data + 1);

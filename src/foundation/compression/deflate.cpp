@@ -1,7 +1,8 @@
-// Matches (LZ77) are found through chains of earlier positions with the same first bytes, a bounded
-// number of steps along each. A match is put off by one byte when the next position has a longer
-// one. The literals and matches of a block are collected first; then the block is written as the
-// smallest of the three types: stored, with the fixed codes, or with codes of its own.
+// Matches (LZ77) are found through chains of earlier positions with the same first bytes, with a
+// bounded number of steps along each chain. A match is deferred by one byte if the next position
+// has a longer one (lazy matching). The literals and matches of a block are collected first. The
+// block is then written as the smallest of the three types: stored, with the fixed codes, or with
+// dynamic codes.
 #include "foundation/compression/deflate.h"
 
 #include <algorithm>
@@ -22,7 +23,7 @@ namespace {
 using namespace deflate;
 using namespace deflate_format;
 
-constexpr std::size_t MIN_USED_MATCH = 4;  // the format has 3, which seldom pays
+constexpr std::size_t MIN_USED_MATCH = 4;  // the format allows 3, which is rarely shorter
 constexpr std::size_t GOOD_MATCH = 64;     // long enough to stop searching
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
@@ -36,7 +37,7 @@ struct Token {
   std::uint16_t distance;
 };
 
-// A symbol with the extra bits behind its code.
+// A symbol with the extra bits after its code.
 struct Symbol {
   unsigned number;
   unsigned extraBits;
@@ -63,7 +64,7 @@ Symbol lengthSymbol(unsigned length) {
   return {FIRST_LENGTH_SYMBOL + index, range.extraBits, length - range.base};
 }
 
-// Two symbols to each power of two: the number's highest two bits tell which one.
+// Two symbols for each power of two: the two highest bits of the number select one.
 Symbol distanceSymbol(unsigned distance) {
   const unsigned from = distance - 1;
   const unsigned shift = from < 4 ? 0 : static_cast<unsigned>(std::bit_width(from)) - 2;
@@ -124,8 +125,8 @@ class MatchFinder {
   MatchFinder(const unsigned char* data, std::size_t size)
       : data_(data), size_(size), heads_(std::size_t{1} << HASH_BITS), earlier_(WINDOW_BYTES) {}
 
-  // The longest match for the bytes at `at` among the positions entered, all of which are before
-  // it; length 0 when there is none.
+  // The longest match for the bytes at `at` among the entered positions, which all precede it.
+  // Length 0 if there is none.
   Match find(std::size_t at) const {
     Match best;
     if (size_ - at < MIN_USED_MATCH) return best;
@@ -166,8 +167,9 @@ class MatchFinder {
 
   const unsigned char* data_;
   std::size_t size_;
-  std::vector<std::size_t> heads_;    // by hash: the last position entered, plus 1; 0 for none
-  std::vector<std::size_t> earlier_;  // by position in the window: the one before it, likewise
+  // Positions plus 1; 0 for none.
+  std::vector<std::size_t> heads_;    // by hash: the position entered last
+  std::vector<std::size_t> earlier_;  // by position in the window: the previous one of its hash
 };
 
 unsigned repetitionSymbol(std::uint8_t length, unsigned times) {
@@ -326,7 +328,7 @@ class BlockWriter {
     distanceUses_.assign(DISTANCE_COUNT, 0);
   }
 
-  static constexpr unsigned TYPE_BITS = 3;  // with the mark of the last block
+  static constexpr unsigned TYPE_BITS = 3;  // with the bit that marks the last block
 
   void writeType(bool last, BlockType type) {
     writer_.put(last ? 1 : 0, 1);
@@ -347,8 +349,8 @@ class BlockWriter {
     return bits;
   }
 
-  // The same for the block stored, in as many pieces as it takes. Each piece but the first has a
-  // type of its own, its size comes twice in 16 bits, and its bytes start at a byte.
+  // The same for stored blocks, of which long data needs several. Each of them but the first has
+  // its own type bits. The size is stored twice in 16 bits, and the data starts at a byte boundary.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =

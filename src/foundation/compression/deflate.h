@@ -6,9 +6,9 @@
 
 namespace zn {
 
-/// The zlib stream of the `size` bytes at `data` (null when `size` is 0), in time proportional to
-/// `size`. The stream is longer than the data by at most 5 bytes for each block and for each 65535
-/// bytes, and 6 bytes of header and checksum. Throws std::bad_alloc.
+/// The zlib stream of the `size` bytes at `data`, which may be null if `size` is 0. Takes time
+/// proportional to `size`. The stream is longer than the data by at most 5 bytes for each block and
+/// for each 65535 bytes, and by 6 bytes of header and checksum. Throws std::bad_alloc.
 std::vector<unsigned char> deflateStream(const unsigned char* data, std::size_t size);
 
 }  // namespace zn

@@ -1,7 +1,8 @@
-// Lengths come from Huffman's construction (1952) over the sorted frequencies, with two queues in
-// place of a heap: trees are made in ascending order of weight, so the lightest one is always the
-// first of the leaves or the first of the trees. Lengths above the limit are cut to it, which makes
-// the set over-subscribed; codes just below the limit are then lengthened until it is complete.
+// Code lengths by Huffman's construction (1952) over the sorted frequencies, with two queues
+// instead of a heap: trees are created in ascending order of weight, so the lightest one is the
+// first of the leaves or the first of the trees. Lengths above the limit are reduced to it, which
+// makes the set over-subscribed. Codes just below the limit are then lengthened until the set is
+// complete.
 #include "foundation/compression/deflate_code.h"
 
 #include <algorithm>
@@ -38,9 +39,9 @@ Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   return used;
 }
 
-// How many symbols get each length; lengths above `maxBits` count as `maxBits`. Nodes 0 to n - 1
-// are the leaves, in the order of `used`, and node n + k is the k-th tree made. A tree is made
-// after its children, so depths are computed from the last node, the root, backwards.
+// The number of symbols of each length; lengths above `maxBits` count as `maxBits`. Nodes 0 to n -
+// 1 are the leaves, in the order of `used`, and node n + k is the k-th tree created. A tree is
+// created after its children, so the depths are computed backwards from the last node, the root.
 LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t>& frequencies,
                             unsigned maxBits) {
   const std::size_t leafCount = used.size();
@@ -71,9 +72,9 @@ LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t
   return counts;
 }
 
-// Measured in codes of `maxBits` bits, a complete set takes 2^maxBits. Each step lengthens one
-// shorter code by a bit and gives the second half of its place to a code of `maxBits` bits, which
-// saves one.
+// A complete set occupies 2^maxBits codes of `maxBits` bits. Each step lengthens a shorter code by
+// one bit and gives the freed half of its code space to a code of `maxBits` bits, which reduces the
+// occupied space by one.
 void makeFit(LengthCounts& counts, unsigned maxBits) {
   std::uint32_t taken = 0;
   for (unsigned bits = 1; bits <= maxBits; ++bits) taken += counts[bits] << (maxBits - bits);

@@ -1,10 +1,11 @@
 // The facts of the format that the encoder and the decoder share: deflate blocks (RFC 1951) in a
 // zlib stream (RFC 1950). Internal.
 //
-// A compressed block holds symbols of two alphabets. A literal/length symbol is a byte, the end of
-// the block, or the length of a match; a length is followed by a distance symbol. Lengths and
-// distances stand for ranges: extra bits behind the code say which value is meant. A dynamic block
-// begins with the code lengths of both alphabets, themselves coded with a third one.
+// A compressed block has symbols of two alphabets. A literal/length symbol is a byte, the end of
+// the block, or the length of a match. A length is followed by a distance symbol. A length or
+// distance symbol represents a range of values, and extra bits after its code select one of them. A
+// dynamic block begins with the code lengths of both alphabets, which are coded with a third
+// alphabet.
 #pragma once
 
 #include <array>
@@ -19,7 +20,7 @@ inline constexpr unsigned METHOD_DEFLATE = 8;
 inline constexpr unsigned MAX_WINDOW_SIZE_CODE = 7;  // a window of 32 KiB
 inline constexpr unsigned PRESET_DICTIONARY = 0x20;
 
-/// How far back a match may reach.
+/// The largest distance of a match.
 inline constexpr std::size_t WINDOW_BYTES = 32768;
 
 // --- blocks ---
@@ -40,7 +41,7 @@ inline constexpr unsigned FIXED_DISTANCE_COUNT = 32;
 inline constexpr unsigned MIN_MATCH = 3;
 inline constexpr unsigned MAX_MATCH = 258;
 
-/// The values of one symbol: from `base` on, as many as its extra bits can tell apart.
+/// The values of one symbol: `base` and the following ones, 2^extraBits values in all.
 struct ValueRange {
   std::uint16_t base;
   std::uint8_t extraBits;
@@ -107,13 +108,13 @@ constexpr ValueRange repetitionRange(unsigned symbol) {
   return REPETITION_RANGES[symbol - REPEAT_PREVIOUS];
 }
 
-/// The most that a symbol of the range can stand for.
+/// The largest value of the range.
 constexpr unsigned maxOf(ValueRange range) {
   return range.base + (1U << range.extraBits) - 1;
 }
 
-// How a dynamic block counts the code lengths that it lists: the bits of each count, and the count
-// that 0 stands for.
+// The counts of code lengths in a dynamic block: the bits of each count, and the count that the
+// value 0 represents.
 inline constexpr unsigned LITLEN_COUNT_BITS = 5;
 inline constexpr unsigned DISTANCE_COUNT_BITS = 5;
 inline constexpr unsigned CODE_LENGTH_COUNT_BITS = 4;

@@ -1,5 +1,5 @@
-// Most texts are digits and nothing else, or have one white space character a line. So digits are
-// read four pairs a step as long as all eight characters are digits, and one by one otherwise.
+// Most texts are digits only, or have one line end a line. The loop reads four pairs per step while
+// all eight characters are digits, and single characters otherwise.
 #include "foundation/compression/hex_text.h"
 
 #include <array>

@@ -7,9 +7,9 @@
 
 namespace zn {
 
-/// Converts the digits of a text to bytes for the decoder, one run at a time: there is never more
-/// than one run of them in memory. Digits may be in either case, and white space may stand between
-/// any two. The text must outlive the feed.
+/// Converts the digits of a text to bytes for the decoder, one run at a time, so that only one run
+/// is in memory. Digits may be in either case, and white space may stand between any two. The text
+/// must outlive the feed.
 class HexFeed final : public ByteFeed {
  public:
   /// Reads the `size` characters at `text`, all of them digits or white space.
@@ -19,7 +19,7 @@ class HexFeed final : public ByteFeed {
   /// The next run of whole bytes. The input ends with the text, or before its first bad character.
   std::size_t next(const unsigned char*& bytes) override;
 
-  /// Reads the rest of the text, for what the queries below say about it.
+  /// Reads the rest of the text, so that the queries below apply to the whole text.
   void skipRest();
 
   // About the text read so far.

@@ -1,8 +1,8 @@
-// Two loops over one state. The fast one runs while the input run and the output have enough bytes
-// left for any round of it; it checks no other bound, refills its bit buffer 8 bytes at a time and
-// copies matches in chunks. The careful one decodes one symbol a round, reads byte by byte across
-// the edges of the input runs, and checks every bound. The bit buffer is a 64-bit word, the next
-// bit lowest.
+// Two loops share one state. The fast loop runs while the input run and the output have enough
+// bytes left for any iteration. It checks no other bound, refills its bit buffer 8 bytes at a time
+// and copies matches in chunks. The careful loop decodes one symbol per iteration, crosses the ends
+// of input runs byte by byte, and checks every bound. The bit buffer is a 64-bit word whose lowest
+// bit is the next one.
 #include "foundation/compression/inflate.h"
 
 #include <algorithm>
@@ -90,7 +90,7 @@ void Inflater::sumOutput() {
   summed_ = out_;
 }
 
-// Loads until there are `count` bits, at most 32; false where the input ends before.
+// Loads input until the buffer has `count` bits (at most 32). False if the input ends before.
 bool Inflater::ensure(unsigned count) {
   while (bitCount_ < count) {
     if (in_ == inEnd_ && !nextRun()) return false;
@@ -108,8 +108,8 @@ unsigned Inflater::read(unsigned count) {
   return value;
 }
 
-// Reads the next code and gives its entry; false where the input ends inside it. Bits past the end
-// of the input look like zeros, so a code counts only when it ends before them.
+// Reads the next code and stores its entry. False if the input ends within it. Bits past the end of
+// the input read as zeros, so a code is valid only if it ends before them.
 bool Inflater::readCode(const Table& table, Entry& entry) {
   for (;;) {
     unsigned codeLength = 0;
@@ -127,7 +127,7 @@ bool Inflater::readCode(const Table& table, Entry& entry) {
   }
 }
 
-// The value of an entry whose code has been read; false where the input ends inside its extra bits.
+// The value of an entry whose code has been read. False if the input ends within its extra bits.
 bool Inflater::readValue(Entry entry, unsigned& value) {
   const unsigned extraBits = droppedBits(entry) - codeBits(entry);
   if (!ensure(extraBits)) return false;
@@ -222,8 +222,8 @@ Inflater::Step Inflater::dynamicBlock() {
   return isValid ? compressedBlock(litlen, distance) : Step::Corrupt;
 }
 
-// The code lengths of both alphabets in one row; a repetition may run from the first into the
-// second.
+// The code lengths of both alphabets as one sequence: a repetition may continue from the first
+// alphabet into the second.
 Inflater::Step Inflater::readCodeLengths(const Table& codeLengths, std::uint8_t* lengths,
                                          unsigned count) {
   for (unsigned done = 0; done < count;) {
@@ -316,7 +316,7 @@ Inflater::Step Inflater::fastLoop(const Table& litlenTable, const Table& distanc
   return step;
 }
 
-// One round of the careful loop.
+// One iteration of the careful loop.
 Inflater::Step Inflater::symbol(const Table& litlen, const Table& distance) {
   Entry entry;
   if (!readCode(litlen, entry)) return Step::EndsEarly;

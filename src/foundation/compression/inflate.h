@@ -1,17 +1,17 @@
 // The decoder of zlib streams: deflate blocks (RFC 1951) in a zlib stream (RFC 1950). Internal.
 //
-// It decodes straight into the caller's memory, which is at once the window that matches are copied
-// from, and pulls its input in runs of any size: nobody holds a second copy of the stream. It
-// accepts and refuses what the RFCs say, with two differences: two incomplete sets of codes are
-// accepted (inflate_table.h), and a match may reach back to the start of the output, whatever
-// window size the header names.
+// It decodes into the caller's memory, which also serves as the window for matches, and reads its
+// input in runs of any size, so there is no second copy of the stream. It accepts and rejects
+// streams as the RFCs require, with two differences: two incomplete sets of codes are accepted
+// (inflate_table.h), and a match may reach back to the start of the output, whatever window size
+// the header states.
 #pragma once
 
 #include <cstddef>
 
 namespace zn {
 
-/// Where the decoder's input comes from, run by run.
+/// The source of the decoder's input.
 class ByteFeed {
  public:
   virtual ~ByteFeed() = default;
@@ -21,14 +21,14 @@ class ByteFeed {
   virtual std::size_t next(const unsigned char*& bytes) = 0;
 };
 
-/// How decoding ended. Of several faults it is the first one in the order of the stream; bytes
-/// after the stream are found last, after a wrong checksum.
+/// The result of decoding. If a stream has several faults: the first one in the order of the
+/// stream. Bytes after the stream come last, after a wrong checksum.
 enum class InflateStatus {
-  Done,       // the whole stream, with the right checksum and nothing behind it
+  Done,       // the whole stream, with the right checksum and no bytes after it
   EndsEarly,  // the input ended inside the stream
   Corrupt,    // an invalid header, block or code, a preset dictionary, or bytes after the stream
   WrongChecksum,  // the Adler-32 at the end is not that of the output
-  TooLarge,       // the stream goes on past `capacity` bytes of output
+  TooLarge,       // the stream continues after `capacity` bytes of output
 };
 
 /// Decodes the stream that `feed` gives into the `capacity` bytes at `out` (which may be null when

@@ -1,5 +1,5 @@
-// What the decoder's fast loop is made of: its bit buffer and its match copy. Neither checks a
-// bound: the loop runs only while input and output have FAST_INPUT_BYTES and FAST_OUTPUT_BYTES
+// Parts of the decoder's fast loop: the bit buffer and the copying of matches. They check no
+// bounds: the loop runs only while input and output have FAST_INPUT_BYTES and FAST_OUTPUT_BYTES
 // left. Internal.
 #pragma once
 
@@ -15,11 +15,11 @@
 namespace zn::inflate {
 
 inline constexpr std::ptrdiff_t COPY_BYTES = 16;
-/// How far behind a match its copy may write.
+/// How many bytes copying a match may write after the end of the match.
 inline constexpr std::ptrdiff_t MAX_OVERSHOOT = 2 * COPY_BYTES;
 
-/// One round of the loop decodes up to three literals, or two and a match. It loads 8 bytes three
-/// times, and each load moves on by up to 7.
+/// One iteration of the loop decodes up to three literals, or two and a match. It loads 8 bytes
+/// three times, and each load advances by up to 7.
 inline constexpr std::ptrdiff_t FAST_INPUT_BYTES = 2 * 7 + 8;
 inline constexpr std::ptrdiff_t FAST_OUTPUT_BYTES = 3 + deflate_format::MAX_MATCH + MAX_OVERSHOOT;
 
@@ -28,14 +28,14 @@ constexpr std::uint64_t lowBits(std::uint64_t bits, unsigned count) {
   return bits & ((std::uint64_t{1} << count) - 1);
 }
 
-/// The loop's bit buffer, and the input it is loaded from. The next bit is the lowest. The bits
-/// above `count` are those of the byte at `in`: loaded already, and counted by a later refill.
+/// The loop's bit buffer and its input. The next bit is the lowest. The bits above `count` are
+/// those of the byte at `in`: already loaded, but counted only by a later refill.
 struct FastBits {
   std::uint64_t bits;
   unsigned count;
   const unsigned char* in;
 
-  /// Loads 8 bytes; 56 bits or more are there afterwards.
+  /// Loads 8 bytes. Afterwards the buffer has at least 56 bits.
   VSA_WRAPS_AROUND void refill() {
     bits |= detail::loadLittleEndian(in) << count;
     in += (63 - count) >> 3;
@@ -56,7 +56,8 @@ struct FastBits {
     return table.slots[entryValue(entry) + lowBits(bits, codeBits(entry))];
   }
 
-  /// The length or distance of an entry, with the extra bits behind its code; drops both.
+  /// The length or distance of an entry, including the extra bits after its code. Removes both from
+  /// the buffer.
   unsigned readValue(Entry entry) {
     const unsigned dropped = droppedBits(entry);
     const auto extra = static_cast<unsigned>(lowBits(bits, dropped) >> codeBits(entry));
@@ -78,8 +79,8 @@ inline void copyBytes(unsigned char* to, const unsigned char* from) {
   std::memcpy(to, chunk, Bytes);
 }
 
-/// Copies a match of `length` bytes (3 or more) from `distance` bytes back to `to`, and up to
-/// MAX_OVERSHOOT bytes of anything behind it.
+/// Copies a match of `length` bytes (3 or more) from `distance` bytes before `to`. May write up to
+/// MAX_OVERSHOOT unspecified bytes after it.
 inline void copyMatch(unsigned char* to, std::size_t distance, std::size_t length) {
   const unsigned char* from = to - distance;
   const unsigned char* const end = to + length;
@@ -96,7 +97,7 @@ inline void copyMatch(unsigned char* to, std::size_t distance, std::size_t lengt
   } else if (distance >= 8) {
     for (; to < end; to += 8, from += 8) copyBytes<8>(to, from);
   } else {
-    // Of each 8 bytes copied, the first `distance` are right; the next copy starts behind them.
+    // The first `distance` of the 8 copied bytes are correct. The next copy starts after them.
     for (; to < end; to += distance, from += distance) copyBytes<8>(to, from);
   }
 }

@@ -1,7 +1,7 @@
-// Codes are canonical: sorted by length and then by symbol, each is the one before plus one.
-// Streams hold a code's highest bit first in their lowest bit, so codes are counted here with their
-// bits reversed. The primary slots grow with the lengths: all codes of n bits stand in the first
-// 2^n slots, and for n + 1 bits these slots are first copied behind themselves.
+// Codes are canonical: sorted by length and then by symbol, each is the previous one plus one.
+// Streams store a code's highest bit first, in their lowest bit, so codes are counted here with
+// their bits reversed. The codes of up to n bits occupy the first 2^n primary slots. For n + 1
+// bits, these slots are first copied to the following 2^n slots.
 #include "foundation/compression/inflate_table.h"
 
 #include <algorithm>
@@ -153,8 +153,8 @@ class Filler {
   }
 
  private:
-  // Advances to the next code of `bits` bits. Codes are reversed, so the carry runs from the
-  // highest bit down. After the last code of a complete set, all ones, comes 0.
+  // Advances to the next code of `bits` bits. Codes are reversed, so the carry propagates from the
+  // highest bit down. After the last code of a complete set, all ones, the code is 0.
   void advance(unsigned bits) {
     unsigned bit = 1U << (bits - 1);
     while ((code_ & bit) != 0) {
@@ -164,8 +164,8 @@ class Filler {
     code_ |= bit;
   }
 
-  // How many bits index the subtable of one prefix whose first code has `bits` bits: as many as it
-  // takes until the codes that come next fill the prefix.
+  // How many bits index the subtable of a prefix whose first code has `bits` bits: enough that the
+  // following codes fill the prefix.
   unsigned subtableBits(unsigned bits, unsigned longest) const {
     unsigned indexBits = bits - primaryBits_;
     unsigned free = 1U << indexBits;
@@ -184,7 +184,7 @@ class Filler {
   unsigned code_ = 0;
 };
 
-// The two incomplete sets, with a table of one bit: slot 1 begins no code.
+// The two incomplete sets that are accepted, with a table of one bit. Slot 1 begins no code.
 bool buildIncompleteTable(const AlphabetFacts& facts, const LengthCounts& counts, unsigned longest,
                           const std::uint16_t* sorted, Entry* slots, Table& table) {
   if (!facts.mayBeIncomplete || longest > 1) return false;

@@ -2,7 +2,7 @@
 //
 // A code of up to `primaryBits` bits is found in one step: the stream's next bits, read as a
 // number, index the table, and each code fills every slot whose index begins with its bits. A
-// longer code leads to a subtable behind the primary slots, indexed by the bits that follow. An
+// longer code leads to a subtable after the primary slots, indexed by the bits that follow. An
 // entry is one 32-bit number that holds all a decoder needs:
 //
 //   bits 0..5    how many bits to drop: the code's, and those of the extra bits that follow it
@@ -43,9 +43,10 @@ constexpr unsigned entryValue(Entry entry) {
 inline constexpr unsigned LITLEN_PRIMARY_BITS = 11;
 inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
 
-/// Enough slots for every set of codes. A subtable of 2^k slots has a longest code that goes on for
-/// k bits, and such a set has k + 1 codes or more. So subtables take at most 2^k / (k + 1) slots a
-/// symbol: 16/5 of 288 for literals and lengths (k <= 4), 128/8 of 32 for distances (k <= 7).
+/// Enough slots for every set of codes. The longest code of a subtable of 2^k slots has k more
+/// bits, and a complete set with such a code has at least k + 1 codes. So subtables take at most
+/// 2^k / (k + 1) slots a symbol: 16/5 of 288 for literals and lengths (k <= 4), 128/8 of 32 for
+/// distances (k <= 7).
 inline constexpr std::size_t LITLEN_SLOTS = 2048 + 928;
 inline constexpr std::size_t DISTANCE_SLOTS = 256 + 512;
 
@@ -55,7 +56,8 @@ struct Table {
   unsigned primaryBits;  ///< How many bits index the primary slots.
 };
 
-/// What the codes of a table stand for; it decides the values and what an incomplete set means.
+/// What the codes of a table represent. It determines the values and which incomplete sets are
+/// accepted.
 enum class Alphabet { Litlen, Distance, CodeLength };
 
 /// Builds into `slots` the table of the codes whose lengths in bits are the `count` numbers at

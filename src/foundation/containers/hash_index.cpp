@@ -23,6 +23,13 @@ void HashIndex::erase(std::uint64_t hash, std::uint64_t position) noexcept {
   --used_;
 }
 
+void HashIndex::closePosition(std::uint64_t position) noexcept {
+  for (std::uint64_t at = 0; at < slotCount(); ++at) {
+    std::uint32_t& held = slots_[at].position;
+    if (held != FREE && held > position) --held;
+  }
+}
+
 void HashIndex::grow() {
   const std::uint64_t before = slotCount();
   const std::uint64_t after = before == 0 ? 16 : 2 * before;
@@ -40,8 +47,8 @@ void HashIndex::place(Slot slot) noexcept {
   slots_[at] = slot;
 }
 
-// A look-up ends at the first free slot, so the entries behind the gap move up, except those that
-// would come before the slot where their own search begins.
+// A look-up ends at the first free slot. The entries after the gap therefore move up, except those
+// that would get a slot before the one where their own search begins.
 void HashIndex::closeGap(std::uint64_t gap) noexcept {
   for (std::uint64_t at = (gap + 1) & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
     const std::uint64_t home = slots_[at].tag & mask_;

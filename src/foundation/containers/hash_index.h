@@ -1,6 +1,6 @@
-// HashIndex: finds positions in a list by hash. It is kept beside lists that may grow long (the
-// buckets of HashMap, the nodes of a scene, the inputs of a node) and stores no keys: the owner of
-// the list says which position matches. Internal.
+// HashIndex: finds positions in a list by hash. It accompanies lists that may become long (the
+// buckets of HashMap, the nodes of a scene, the inputs of a node). It stores no keys: the owner of
+// the list decides which position matches. Internal.
 #pragma once
 
 #include <cstdint>
@@ -29,7 +29,7 @@ class VSA_API HashIndex {
   /// The result of a look-up that finds nothing.
   static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
 
-  /// How many positions are in the index.
+  /// The number of positions in the index.
   std::uint64_t size() const noexcept { return used_; }
 
   /// The first position under `hash` for which `matches(position)` is true, or NONE.
@@ -48,7 +48,7 @@ class VSA_API HashIndex {
     if (used_ != 0) zn::detail::prefetch(&slots_[tagOf(hash) & mask_]);
   }
 
-  /// Makes sure that the next insert does not throw. Throws std::bad_alloc.
+  /// Ensures that the next insert does not throw. Throws std::bad_alloc.
   void reserveOne() {
     if (2 * (used_ + 1) > slotCount()) grow();
   }
@@ -59,6 +59,10 @@ class VSA_API HashIndex {
 
   /// Removes `position`. Does nothing when it is not under `hash`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
+
+  /// Lowers every position above `position` by one: the list has lost the entry there, which is not
+  /// in the index any more. Takes time proportional to the index.
+  void closePosition(std::uint64_t position) noexcept;
 
  private:
   static constexpr std::uint32_t FREE = std::numeric_limits<std::uint32_t>::max();

@@ -5,7 +5,8 @@
 
 namespace zn::detail {
 
-/// Hands `text` to the sink of this thread, else to that of the process, else to standard error.
+/// Passes `text` to the sink of this thread, or else to that of the process, or else to standard
+/// error.
 void writeLog(LogLevel level, const String& text);
 
 }  // namespace zn::detail

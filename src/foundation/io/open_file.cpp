@@ -58,12 +58,12 @@ void OpenFile::detachCursor() noexcept {
   cursor_ = nullptr;
 }
 
-// Reads the next block from the source; false at the end. If the source reads its own file
-// meanwhile, it finds no bytes.
+// Reads the next block from the source. False at the end. If the source reads its own file during
+// the call, it gets no bytes.
 bool OpenFile::refill() {
   if (source_ == nullptr || isRefilling_) return false;
   if (block_.use_count() != 1) block_ = std::make_shared_for_overwrite<char[]>(BLOCK_BYTES);
-  at_ = end_ = block_.get();  // nothing to read while the source writes
+  at_ = end_ = block_.get();  // no buffered bytes while the source writes
   struct Refilling {
     bool& flag;
     explicit Refilling(bool& set) : flag(set) { flag = true; }

@@ -1,12 +1,12 @@
 // OpenFile: the object that all handles of one File share. Internal.
 //
-// The bytes come from a source, one block at a time, and the read position is a place in the block.
-// A lexer reads a byte every nanosecond or two, too often to call the file for each. So it attaches
-// a cursor: two pointers of its own that it moves through the block; the file's position is then
-// the cursor's. Any other reader of the file (a scene that has a handle, a second lexer) detaches
-// the cursor first, and continues right behind it. The lexer finds its cursor empty, and attaches
-// it again behind what was read. So no pointer is ever stale, and nothing has to be done before a
-// scene is called.
+// The bytes come from a source, one block at a time. The read position is a place in the block. A
+// lexer reads a byte every nanosecond or two, which is too often for a call per byte. It therefore
+// attaches a cursor: two pointers of its own that it moves through the block. While a cursor is
+// attached, the file's position is the cursor's. Any other reader of the file (a scene that has a
+// handle, a second lexer) first detaches the cursor and continues from its position. The lexer then
+// finds its cursor empty, and attaches it again after the bytes that the other reader has read. No
+// pointer is ever stale, and nothing has to be done before a scene is called.
 #pragma once
 
 #include <cstddef>
@@ -22,11 +22,11 @@ class OpenFile final : public RefCounted {
  public:
   /// A reader's own position: references to two pointers of the reader.
   struct Cursor {
-    const char*& at;   ///< The byte read last; the reader moves it forward, up to `end - 1`.
+    const char*& at;   ///< The byte read last. The reader moves it forward, up to `end - 1`.
     const char*& end;  ///< The end of the buffered bytes. Both are null while detached.
   };
 
-  /// Owns `source`; null is a file that is not open, and `failure` says why.
+  /// Takes ownership of `source`. Null means a file that is not open, and `failure` is the reason.
   OpenFile(ByteSource* source, String failure);
   OpenFile(const OpenFile&) = delete;
   OpenFile& operator=(const OpenFile&) = delete;
@@ -52,7 +52,7 @@ class OpenFile final : public RefCounted {
   /// The memory of the buffered bytes. While another handle to it exists, other bytes are read into
   /// other memory.
   const std::shared_ptr<char[]>& block() const noexcept { return block_; }
-  /// Makes the position of `cursor` that of the file, and both its pointers null. Does nothing when
+  /// Sets the file's position to that of `cursor`, and both its pointers to null. Does nothing if
   /// it is not attached.
   void detach(const Cursor& cursor) noexcept;
 
@@ -64,7 +64,7 @@ class OpenFile final : public RefCounted {
   bool refill();
 
   ByteSource* source_;
-  String failure_;  // why there is none
+  String failure_;  // why there is no source
   std::shared_ptr<char[]> block_;
   const char* at_ = nullptr;        // the next byte; not used while a cursor is attached
   const char* end_ = nullptr;       // the end of the buffered bytes

@@ -1,13 +1,13 @@
-// From a decimal, digits * 10^exponent, to the nearest binary real. Internal. number_text and
-// number_list both convert through it, so their values are equal bit for bit.
+// Converts a decimal, digits * 10^exponent, to the nearest binary real. Internal. number_text and
+// number_list both use it, so their values are equal bit for bit.
 //
-// Two published methods serve, each where it is exact:
+// It uses two published methods, each where it is exact:
 // - W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990): digits and power of ten
 //   are doubles without error, so one division or multiplication rounds once, correctly.
 // - D. Lemire, "Number Parsing at a Gigabyte per Second" (2021), after an idea of M. Eisel: the
 //   digits times the leading 128 bits of a power of five decide the rounding.
-// The functions return false where neither decides the last bit; the caller then converts exactly,
-// by number_text. The default rounding mode (to nearest) is assumed.
+// The functions return false if neither decides the last bit. The caller then converts exactly, by
+// number_text. The default rounding mode (to nearest) is assumed.
 #pragma once
 
 #include <array>
@@ -115,7 +115,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   const Wide& power = POWERS_OF_FIVE[tableRow(exponent)];
   Wide product = multiply(digits, power.high);
   if ((product.high & 0x1FF) == 0x1FF) {
-    // The bits that are cut off might carry into those that round.
+    // The truncated bits might carry into the bits that decide the rounding.
     const uint64_t carry = multiply(digits, power.low).high;
     product.low += carry;
     if (product.low < carry) ++product.high;

@@ -19,7 +19,7 @@
 
 namespace zn::numbers {
 
-/// How many bytes may be read from the start of a field on.
+/// The number of bytes that may be read from the start of a field.
 inline constexpr size_t FIELD_WINDOW = 48;
 
 inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,     10000,

@@ -25,7 +25,7 @@ bool numberFromText(const char* first, const char* last, Number& out) {
   }
 }
 
-/// Converts a text that is shorter than FIELD_WINDOW, from a copy with blanks behind it.
+/// Converts a text that is shorter than FIELD_WINDOW, from a copy followed by blanks.
 template <class Number>
 NumberRun readTail(NumberKernel<Number> kernel, const char* from, size_t length, Number* out,
                    size_t capacity) {
@@ -33,11 +33,11 @@ NumberRun readTail(NumberKernel<Number> kernel, const char* from, size_t length,
   std::memset(copy, ' ', sizeof copy);
   std::memcpy(copy, from, length);
   const NumberRun run = kernel(copy, copy + length - 1, out, capacity);
-  // The blank behind the last field is not in the text.
+  // The blank after the last field is not in the text.
   return {from + std::min(static_cast<size_t>(run.next - copy), length), run.count};
 }
 
-/// Converts plain fields up to the first one that is not, to the very end of the list.
+/// Converts plain fields up to the first one that is not plain, or to the end of the list.
 template <class Number>
 NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const char* end,
                           Number* out, size_t capacity) {
@@ -53,8 +53,8 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
   return {tail.next, run.count + tail.count};
 }
 
-/// `run` without its last number when only a blank follows that: the empty field behind the blank
-/// must stop the run.
+/// `run` without its last number if only a blank follows that: the empty field after the blank must
+/// stop the run.
 NumberRun withoutLastBeforeBlank(const char* from, const char* end, NumberRun run) {
   if (run.count == 0 || run.next != end || end[-1] != ' ') return run;
   const std::string_view before(from, static_cast<size_t>(end - from) - 1);

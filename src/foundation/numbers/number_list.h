@@ -1,8 +1,9 @@
-// From the characters of a list of numbers to element memory, many numbers a call. Internal.
+// Converts the characters of a list of numbers to elements in memory, many numbers per call.
+// Internal.
 //
-// A list is a text of fields separated by exactly one blank each. readNumberRun converts as many of
-// them in a row as it can and leaves the first one that it cannot convert to the caller, who
-// reports it. Each value is bit for bit the one of number_text.
+// A list is a text of fields separated by exactly one blank each. readNumberRun converts fields
+// until it reaches one that it cannot convert, which the caller reports. Each value is equal bit
+// for bit to that of number_text.
 #pragma once
 
 #include <cstddef>

@@ -1,8 +1,8 @@
-// The AVX2 kernel of number lists, for floats and 32-bit integers. It works through a list in
-// chunks: first it finds the blanks of a chunk, 64 characters a step; then it converts the fields
-// four at a time, two in each of two wide registers. The end of a field is known before the field
-// is read, so no field waits for the one before it. The conversion is that of the SSE4.1 kernel,
-// which also converts the fields that are not plain and the end of the list.
+// The AVX2 kernel of number lists, for floats and 32-bit integers. It processes a list in chunks.
+// First it finds the blanks of a chunk, 64 characters per step. Then it converts the fields four at
+// a time, two in each of two wide registers. The end of a field is known before the field is read,
+// so no field waits for the previous one. The conversion is that of the SSE4.1 kernel, which also
+// converts the fields that are not plain and the end of the list.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_AVX2_KERNEL

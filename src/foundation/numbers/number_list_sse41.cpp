@@ -1,8 +1,8 @@
-// The SSE4.1 kernel of number lists. One 16-byte load holds a plain field and the blank behind it:
-// compares find its end and its point, shuffles move its last digit to the last byte and close the
-// gap of the point, three multiply-adds combine the sixteen digits into one integer. None of this
-// depends on the length of the number, so mixed lengths mispredict no branch. Longer doubles take
-// two loads; fields that are rarer still are left to the portable kernel.
+// The SSE4.1 kernel of number lists. One 16-byte load contains a plain field and the blank after
+// it. Comparisons find its end and its point, shuffles move its last digit to the last byte and
+// close the gap of the point, and three multiply-adds combine the sixteen digits into one integer.
+// None of this depends on the length of the number, so mixed lengths mispredict no branch. Longer
+// doubles take two loads. Other fields are rarer and go to the portable kernel.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL

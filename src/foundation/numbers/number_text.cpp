@@ -1,8 +1,8 @@
-// The syntax is checked character by character, and the digits are collected on the way. Common
-// reals are converted by number_decimal. The others (more than 19 digits, large exponents, exact
-// half-way cases) are rewritten as a short plain decimal for std::from_chars, which rounds exactly.
-// So from_chars sees no other syntax, and whether it overflowed or underflowed, which it reports
-// alike, is known from the decimal.
+// The syntax is checked character by character, which also collects the digits. Common reals are
+// converted by number_decimal. The others (more than 19 digits, large exponents, exact half-way
+// cases) are rewritten as a short plain decimal for std::from_chars, which rounds exactly.
+// from_chars therefore sees no other syntax. It reports overflow and underflow alike; the decimal
+// tells which of them occurred.
 #include "foundation/numbers/number_text.h"
 
 #include <charconv>
@@ -120,7 +120,7 @@ struct Decimal {
   }
 };
 
-/// The first alternative of the production `real`, behind its sign.
+/// The first alternative of the production `real`, after its sign.
 bool parseDecimal(Text text, Decimal& out) {
   const char* const first = text.at;
   bool hasDigit = text.startsWithDigit();

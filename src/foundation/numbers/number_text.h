@@ -1,4 +1,4 @@
-// From text to a number: the whole text or nothing, independent of the locale. Scalars, tuples and
+// Converts a whole text to a number, independent of the locale. Scalars, tuples and
 // buffers share these conversions, so a text has the same value everywhere. Internal.
 //
 // White space around the number (blank, \t \n \v \f \r) is ignored; an empty text is refused.

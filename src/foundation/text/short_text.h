@@ -1,5 +1,5 @@
-// Short texts, compared and copied a word at a time: most names have a few characters, and need a
-// few instructions each. Internal.
+// Short texts, compared and copied in words of 8 bytes: most names have a few characters and then
+// need a few instructions. Internal.
 #pragma once
 
 #include <cstddef>

@@ -22,8 +22,8 @@ namespace detail {
 
 namespace {
 
-// The allocator's blocks are multiples of 16 bytes less 8 of its own: the rest of a block is
-// capacity.
+// The allocator's blocks have a multiple of 16 bytes, minus 8 for its own use. The whole rest of a
+// block is capacity.
 constexpr std::size_t blockBytes(std::size_t wanted) {
   return (wanted + 7) / 16 * 16 + 8;
 }

@@ -95,7 +95,7 @@ class Formatter {
     return Length::Int;  // none, h and hh: promoted to int
   }
 
-  // False when the conversion is unknown: it is then copied as it is.
+  // False if the conversion is unknown. It is then copied unchanged.
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':
@@ -175,7 +175,7 @@ class Formatter {
     }
   }
 
-// The format is one conversion, made above of characters that were checked one by one.
+// The format is one conversion, composed above of characters that were checked one by one.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   template <class Value>

@@ -25,7 +25,8 @@ struct Key {
   std::uint64_t second;
 };
 
-// The program's address and its start time differ from run to run. Drawn once, so kept out of line.
+// The key: the address of the program and its start time differ from run to run. Computed once, so
+// not inlined.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif

@@ -1,6 +1,6 @@
-// StringSlabs: short texts that are created together and mostly live together, such as the names
-// and comments of a scene. Their buffers are side by side in slabs that the texts share: no
-// allocation for each text, and walking over them touches little memory. Internal.
+// StringSlabs: short texts that are created together and mostly have the same lifetime, such as the
+// names and comments of a scene. Their buffers are adjacent in slabs that the texts share. This
+// saves an allocation for each text and improves locality. Internal.
 #pragma once
 
 #include <cstddef>
@@ -21,12 +21,12 @@ class StringSlab {
   /// A slab of `bytes` in all, with one user: its StringSlabs. Throws std::bad_alloc.
   static StringSlab* make(std::size_t bytes);
 
-  /// The slab of a buffer that is `offset` bytes behind the slab's beginning.
+  /// The slab of a buffer that is `offset` bytes after the start of the slab.
   static StringSlab* of(StringBuffer* buffer, std::uint32_t offset) noexcept {
     return reinterpret_cast<StringSlab*>(reinterpret_cast<std::byte*>(buffer) - offset);
   }
 
-  /// One user more, one user fewer.
+  /// Adds or removes one user.
   void retain() noexcept { users_.increment(); }
   void release() noexcept;
 
@@ -51,8 +51,8 @@ class StringSlabs {
   String copyOf(std::string_view text, std::uint64_t hash = 0);
 
  private:
-  // One text keeps its whole slab in memory, so slabs are small. The first one is tiny: a host may
-  // send one statement at a time.
+  // One text keeps its whole slab in memory, so slabs are small. The first one is tiny, because a
+  // host may send one statement at a time.
   static constexpr std::uint32_t MIN_SLAB_BYTES = 256;
   static constexpr std::uint32_t MAX_SLAB_BYTES = 16384;
   // A longer buffer is allocated on its own.

@@ -15,6 +15,14 @@ Node* Input::owner() const noexcept {
   return &impl().owner();
 }
 
+Input* Input::parent() const noexcept {
+  return impl().parentInput();
+}
+
+bool Input::isRemoved() const noexcept {
+  return impl().isRemoved();
+}
+
 unsigned Input::level() const noexcept {
   return impl().level_;
 }
@@ -66,6 +74,10 @@ std::uint64_t Input::memberCount() const noexcept {
 
 Input* Input::member(std::uint64_t index) const noexcept {
   return index < memberCount() ? impl().value_.members->at(index) : nullptr;
+}
+
+Input* Input::memberNamed(std::string_view name) const noexcept {
+  return memberCount() != 0 ? impl().value_.members->find(name) : nullptr;
 }
 
 }  // namespace zn::korvo_sdk

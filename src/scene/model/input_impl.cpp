@@ -1,9 +1,7 @@
 // InputImpl: construction, elements, members and links. Values are set in input_value.cpp.
 #include "scene/model/input_impl.h"
 
-#include <limits>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -24,7 +22,8 @@ InputImpl::InputImpl(NodeImpl* node, String name, AttrType type)
       isNodeInput_(true),
       isElement_(false),
       isUnused_(false),
-      isLongString_(false) {
+      isLongString_(false),
+      isRemoved_(false) {
   parent_.node = node;
 }
 
@@ -36,7 +35,8 @@ InputImpl::InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrTy
       isNodeInput_(false),
       isElement_(parent->typeOf() == AttrType::Array),
       isUnused_(isElement_),
-      isLongString_(false) {
+      isLongString_(false),
+      isRemoved_(false) {
   parent_.input = parent;
   if (isElement_) {
     index_ = index;
@@ -127,9 +127,7 @@ void InputImpl::appendElement() {
   if (level_ >= scene.limits.depth) {
     scene.limits.throwTooDeep(path() + "[" + String(static_cast<unsigned long long>(index)) + "]");
   }
-  if (index > std::numeric_limits<std::uint32_t>::max()) {
-    throw std::length_error("an array holds at most 2^32 elements");
-  }
+  SceneLimits::checkElementCount(*this, index);
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
   list.inputs.push_back(nullptr);  // first, so that the list cannot fail to store the new element

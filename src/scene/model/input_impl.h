@@ -32,6 +32,11 @@ class InputImpl final : public Input {
     return nameTag_ == static_cast<std::uint32_t>(hash) && name_ == name;
   }
   NodeImpl& owner() const noexcept;
+  bool isInputOf(const NodeImpl& node) const noexcept { return parent_.node == &node; }
+  bool isRemoved() const noexcept { return isRemoved_; }
+  /// Marks an input that its node, array or object no longer has, and frees what it holds.
+  void remove() noexcept;
+  void clearValue() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 
   // IInput.
@@ -99,6 +104,8 @@ class InputImpl final : public Input {
   void assignPlain(const AttrData& value);
   void assignComponents(const double* components);
   void freeValue() noexcept;
+  InputImpl* takeLastChild() noexcept;
+  void clearOwnValue() noexcept;
 
   union {
     NodeImpl* node;    // if isNodeInput_
@@ -117,6 +124,7 @@ class InputImpl final : public Input {
   bool isElement_ : 1;
   bool isUnused_ : 1;  // an element that counts as empty
   bool isLongString_ : 1;
+  bool isRemoved_ : 1;
 };
 
 #if defined(__LP64__)

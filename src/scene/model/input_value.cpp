@@ -27,6 +27,8 @@ void InputImpl::set(const AttrData& structure) {
     empty.type = static_cast<DataType>(structure.elementType);
     become(AttrType::Buffer);
     if (typeOf() == AttrType::Buffer) setBuffer(empty);
+  } else if (structure.type == AttrType::Object) {
+    become(AttrType::Object);
   }
 }
 

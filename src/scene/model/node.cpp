@@ -16,6 +16,18 @@ bool Node::isRemoved() const noexcept {
   return impl().isRemoved();
 }
 
+std::uint64_t Node::slot() const noexcept {
+  return impl().position();
+}
+
+std::string_view Node::nameView() const noexcept {
+  return impl().nameView();
+}
+
+std::string_view Node::typeView() const noexcept {
+  return impl().typeView();
+}
+
 bool Node::isDeclared() const noexcept {
   return impl().declaration() != nullptr;
 }
@@ -26,6 +38,17 @@ std::uint64_t Node::inputCount() const noexcept {
 
 Input* Node::inputAt(std::uint64_t index) const noexcept {
   return index < inputCount() ? impl().inputs().at(index) : nullptr;
+}
+
+Input* Node::inputNamed(std::string_view name) const noexcept {
+  return impl().inputs().find(name);
+}
+
+void Node::removeInput(Input* input) noexcept {
+  if (input == nullptr || input->isRemoved()) return;
+  NodeImpl& node = static_cast<NodeImpl&>(*this);
+  InputImpl& removed = static_cast<InputImpl&>(*input);
+  if (removed.isInputOf(node)) node.remove(removed);
 }
 
 NodeImpl::NodeImpl(const String& type, const String& name, std::uint64_t position)
@@ -93,6 +116,11 @@ InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t element
   }
   inputs_.append(made, scene.pool);
   return made;
+}
+
+void NodeImpl::remove(InputImpl& input) noexcept {
+  inputs_.remove(inputs_.positionOf(&input));
+  input.remove();
 }
 
 OutputImpl* NodeImpl::output(const String& name) {

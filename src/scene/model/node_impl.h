@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/node.h>
@@ -23,6 +24,8 @@ class NodeImpl final : public Node {
   ~NodeImpl() = default;
 
   bool isNamed(const InlineName::Key& name) const noexcept { return name_ == name; }
+  std::string_view nameView() const noexcept { return name_.view(); }
+  std::string_view typeView() const noexcept { return type_.view(); }
   std::uint32_t position() const noexcept { return firstOutput_.nodePosition(); }
   bool isRemoved() const noexcept { return cold_ != nullptr && cold_->isRemoved; }
   /// Throws std::bad_alloc; then nothing has changed.
@@ -32,6 +35,7 @@ class NodeImpl final : public Node {
     return cold_ != nullptr ? cold_->declaration.get() : nullptr;
   }
   const NamedList<InputImpl>& inputs() const noexcept { return inputs_; }
+  void remove(InputImpl& input) noexcept;
   SceneStorage& storage() const noexcept;
 
   // INode.

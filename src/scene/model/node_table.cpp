@@ -36,6 +36,12 @@ NodeImpl* NodeTable::find(const String& name) {
   return found;
 }
 
+NodeImpl* NodeTable::lookUp(std::string_view name) const noexcept {
+  const auto isNamed = [&](std::uint64_t i) { return nodes_[i].nameView() == name; };
+  const std::uint64_t i = index_.find(String::hashOf(name), isNamed);
+  return i == ds::HashIndex::NONE ? nullptr : &nodes_[i];
+}
+
 NodeImpl* NodeTable::create(const String& type, const String& name) {
   const bool isMissing = !name.isEmpty() && lastMissing_ == name;
   if (!isMissing && find(name) != nullptr) return nullptr;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include "foundation/containers/hash_index.h"
@@ -26,6 +27,8 @@ class NodeTable final : public NodePrefetch {
 
   /// The node of that name, or null. Caches the answer for the next `find` or `create`.
   NodeImpl* find(const String& name);
+  /// The same without a String, and without remembering the answer.
+  NodeImpl* lookUp(std::string_view name) const noexcept;
   /// Creates a node. Returns null if the name exists. Throws std::bad_alloc; then nothing has
   /// changed.
   NodeImpl* create(const String& type, const String& name);

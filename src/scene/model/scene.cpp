@@ -30,6 +30,10 @@ std::uint64_t Scene::nodeCount() const noexcept {
   return storage_->nodes.count();
 }
 
+Node* Scene::nodeNamed(std::string_view name) const noexcept {
+  return storage_->nodes.lookUp(name);
+}
+
 Node* Scene::findNode(const String& name) {
   return storage_->nodes.find(name);
 }

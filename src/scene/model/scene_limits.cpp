@@ -13,4 +13,9 @@ void SceneLimits::checkEmptyElements(const Input& array) const {
   Emitter().fatal(DiagnosticId::TooManyEmptyElements, array.path(), emptyElements);
 }
 
+void SceneLimits::checkElementCount(const Input& array, std::uint64_t count) {
+  if (count < MAX_ARRAY_ELEMENTS) return;
+  Emitter().fatal(DiagnosticId::TooManyArrayElements, array.path(), MAX_ARRAY_ELEMENTS);
+}
+
 }  // namespace zn::korvo_sdk

@@ -5,13 +5,16 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/scene_interface.h>
 #include "vsa/apply/pending_link.h"
+#include "vsa/apply/read_session.h"
 
 namespace zn::korvo_sdk::impl {
 
 /// Resolves the links of one text. Logs a link that fails and continues with the next one.
 class LinkResolver {
  public:
-  explicit LinkResolver(interfaces::IScene& scene) : scene_(scene) {}
+  /// `session` may be null.
+  explicit LinkResolver(interfaces::IScene& scene, ReadSession* session = nullptr)
+      : scene_(scene), session_(session) {}
 
   /// Resolves every link of the table, bucket by bucket, and in insertion order within a bucket.
   /// Then releases the inputs in the same order. The table keeps its entries.
@@ -19,6 +22,9 @@ class LinkResolver {
   void resolveReferences(const PendingTable& references);
 
  private:
+  void begin(const PendingLink& link) const {
+    if (session_ != nullptr) session_->beginLink(link.place);
+  }
   // Names at a time that are ready to be looked up. A power of two.
   static constexpr std::uint64_t NAMES = 32;
 
@@ -30,6 +36,7 @@ class LinkResolver {
                const PendingLink& link);
 
   interfaces::IScene& scene_;
+  ReadSession* session_;
   String names_[NAMES];  // their memory serves every look-up: most hosts keep no name
 };
 

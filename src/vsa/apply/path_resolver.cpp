@@ -16,8 +16,8 @@ bool isIndex(const Token& element) {
 }  // namespace
 
 PathResolver::PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
-                           const Emitter& emitter)
-    : node_(node), path_(path), valueType_(valueType), emitter_(emitter) {
+                           const Emitter& emitter, ReadSession* session)
+    : node_(node), path_(path), valueType_(valueType), emitter_(emitter), session_(session) {
 }
 
 IInput* PathResolver::resolve() {
@@ -75,11 +75,13 @@ IInput* PathResolver::find(const String& name) {
 
 IInput* PathResolver::create(const String& name, const Token& element) {
   const bool isArray = required_.type == AttrType::Array;
+  const bool isElement = current_ != nullptr && current_->type() == AttrType::Array;
+  if (isElement) return elementAt(name, element);
+  if (session_ != nullptr) session_->takeInput();
   if (current_ == nullptr) {
     return isArray ? node_.createArray(name, required_.elementType)
                    : node_.createInput(name, required_.type);
   }
-  if (current_->type() == AttrType::Array) return elementAt(name, element);
   return isArray ? current_->createArray(name, required_.elementType)
                  : current_->createInput(name, required_.type);
 }
@@ -94,6 +96,7 @@ IInput* PathResolver::elementAt(const String& name, const Token& element) {
   const std::uint64_t index = indexOf(name, element);
   arrayCountBefore_ = array.count();
   for (std::uint64_t count = arrayCountBefore_; count <= index;) {
+    if (session_ != nullptr) session_->takeElement();
     array.appendElement();
     const std::uint64_t grown = array.count();
     if (grown <= count) return nullptr;  // the scene added nothing: avoid an endless loop

@@ -7,6 +7,7 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
+#include "vsa/apply/read_session.h"
 #include "vsa/lex/token.h"
 
 namespace zn::korvo_sdk::impl {
@@ -14,9 +15,9 @@ namespace zn::korvo_sdk::impl {
 /// Resolves the elements of one target path: input names, member names and indices.
 class PathResolver {
  public:
-  /// `emitter` has the position of the statement.
+  /// `emitter` has the position of the statement. `session` may be null.
   PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
-               const Emitter& emitter);
+               const Emitter& emitter, ReadSession* session = nullptr);
 
   interfaces::INode& node() const noexcept { return node_; }
 
@@ -57,6 +58,7 @@ class PathResolver {
   std::span<const Token> path_;
   AttrType valueType_;
   Emitter emitter_;
+  ReadSession* session_;
   std::uint64_t position_ = 1;   // in the path; its first token is the node's name or "."
   const Token* next_ = nullptr;  // the element after the current one
   const Token* afterNext_ = nullptr;

@@ -58,9 +58,9 @@ void AddressFilter::add(const void* address) {
   last_->second = std::max(last_->second, numberOf(address));
 }
 
-void PendingTable::setLink(interfaces::IInput* input, std::string_view source,
-                           const String& output) {
-  PendingLink link{source.empty() ? "" : sources_.copyOf(source), output};
+void PendingTable::setLink(interfaces::IInput* input, std::string_view source, const String& output,
+                           const TextPlace& place) {
+  PendingLink link{source.empty() ? "" : sources_.copyOf(source), output, place};
   if (addresses_.mayContain(input)) {
     if (Node* const node = findNode(input); node != nullptr) {
       node->value = std::move(link);
@@ -72,14 +72,15 @@ void PendingTable::setLink(interfaces::IInput* input, std::string_view source,
   add(input, std::move(link));
 }
 
-void PendingTable::setLink(interfaces::IInput* input, const AssignInfo& info) {
+void PendingTable::setLink(interfaces::IInput* input, const AssignInfo& info,
+                           const TextPlace& place) {
   if (info.isConnection) {
     const ds::Vector<Token>& path = info.sourcePath;
-    if (isNodeAndOutput(path)) return setLink(input, path[0].text.view(), path[2].text);
-    return setLink(input, collapsedPath(path).view(), String());
+    if (isNodeAndOutput(path)) return setLink(input, path[0].text.view(), path[2].text, place);
+    return setLink(input, collapsedPath(path).view(), String(), place);
   }
   const bool isNull = info.referenceToken.type == Token::Type::Null;
-  setLink(input, isNull ? std::string_view() : info.referenceToken.text.view(), String());
+  setLink(input, isNull ? std::string_view() : info.referenceToken.text.view(), String(), place);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,7 +1,7 @@
 // PendingLink: the data needed to resolve a reference or connection. Internal.
 //
 // A text may contain millions of links. All are kept until its last statement has been parsed. An
-// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 16, and its source lies
+// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 24, and its source lies
 // side by side with the others in the table.
 #pragma once
 
@@ -15,6 +15,7 @@
 #include <vsa/scene/scene_interface.h>
 #include "foundation/containers/hash_map.h"
 #include "vsa/apply/assign_info.h"
+#include "vsa/apply/read_session.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -24,6 +25,8 @@ struct PendingLink {
   const char* source = "";
   /// Connection written `node.output`: the output's name; empty for anything else.
   String output;
+  /// The token before the statement; set if a ReadSession is attached.
+  TextPlace place;
 };
 
 /// The memory of texts that are freed together.
@@ -76,9 +79,10 @@ class PendingTable : public ds::HashMap<interfaces::IInput*, PendingLink> {
  public:
   /// Stores the link of an input. The first link retains the input. A later link replaces the
   /// earlier one.
-  void setLink(interfaces::IInput* input, std::string_view source, const String& output);
+  void setLink(interfaces::IInput* input, std::string_view source, const String& output,
+               const TextPlace& place = {});
   /// The link that a statement describes.
-  void setLink(interfaces::IInput* input, const AssignInfo& info);
+  void setLink(interfaces::IInput* input, const AssignInfo& info, const TextPlace& place = {});
 
  private:
   AddressFilter addresses_;

@@ -15,6 +15,7 @@ void ValueAssigner::assign(AttrData& value, std::string_view literal, const Path
   if (array != nullptr) {
     typedElements_.setEmptyElements(*array, target.arrayCountBefore(), value.elementType);
   }
+  if (session_ != nullptr) session_->handOver(input, value);
   input.assign(value);
   if (value.type == AttrType::String) checkEnumeration(literal, input);
 }

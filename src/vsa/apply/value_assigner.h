@@ -8,6 +8,7 @@
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
 #include "vsa/apply/path_resolver.h"
+#include "vsa/apply/read_session.h"
 #include "vsa/apply/typed_elements.h"
 
 namespace zn::korvo_sdk::impl {
@@ -16,8 +17,9 @@ namespace zn::korvo_sdk::impl {
 class ValueAssigner {
  public:
   /// `emitter` has the position of the statement. `typedElements` is shared by the whole text.
-  ValueAssigner(const Emitter& emitter, TypedElements& typedElements)
-      : emitter_(emitter), typedElements_(typedElements) {}
+  /// `session` may be null.
+  ValueAssigner(const Emitter& emitter, TypedElements& typedElements, ReadSession* session)
+      : emitter_(emitter), typedElements_(typedElements), session_(session) {}
 
   /// Converts `value` to the type of the target's input and assigns it, or logs why this is not
   /// possible. `target` must have been resolved to an input. `literal` is the value's first token
@@ -31,6 +33,7 @@ class ValueAssigner {
 
   Emitter emitter_;
   TypedElements& typedElements_;
+  ReadSession* session_;
 };
 
 }  // namespace zn::korvo_sdk::impl

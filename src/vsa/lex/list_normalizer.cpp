@@ -101,6 +101,20 @@ constexpr NibbleTables makeNibbleTables() {
 
 constexpr NibbleTables NIBBLES = makeNibbleTables();
 
+constexpr bool nibblesAgreeWithClasses() {
+  for (unsigned byte = 0; byte < 256; ++byte) {
+    const unsigned classes =
+        static_cast<std::uint8_t>(NIBBLES.byHigh[byte >> 4] & NIBBLES.byLow[byte & 0x0F]);
+    const unsigned numberBits = static_cast<std::uint8_t>(NIBBLES.numberBits);
+    const char c = static_cast<char>(byte);
+    if (((classes & numberBits) != 0) != isNumber(c)) return false;
+    if (((classes & ~numberBits) != 0) != isSeparator(c)) return false;
+  }
+  return true;
+}
+
+static_assert(nibblesAgreeWithClasses());
+
 /// For each subset of eight bytes, the shuffle that moves its members to the front.
 constexpr auto makeCompactions() {
   std::array<std::array<std::int8_t, 8>, 256> shuffles{};

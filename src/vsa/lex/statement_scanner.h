@@ -46,6 +46,7 @@ struct SimpleStatement {
   String output;            ///< Connection: the output; empty for `null`.
 
   SimpleStatement();
+  bool isAssignment() const noexcept { return kind >= Kind::Value; }
   /// The path as the parser reads it.
   std::span<const Token> path() const noexcept { return std::span(pathTokens).subspan(isWith); }
 };

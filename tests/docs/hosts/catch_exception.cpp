@@ -1,4 +1,4 @@
-// A character that no token may hold, among the first three tokens, is thrown.
+// An invalid character in the first three tokens is thrown as an exception.
 #include <cstdio>
 #include <exception>
 

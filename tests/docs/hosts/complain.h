@@ -1,4 +1,4 @@
-// What the excerpts call: complain() counts what it is told.
+// The function that the excerpts call with complaints. It counts those that are not empty.
 #pragma once
 
 #include <vsa/vsa.h>

@@ -1,5 +1,5 @@
-// declare_types [FILE]: reads a file with the declared type and prints the log; without one checks
-// what docs/embedding.md says about the declaration.
+// declare_types [FILE]: reads FILE with the declared type and prints the log. Without FILE, checks
+// what docs/plain_interface.md says about the declaration.
 #include "read_and_print.h"
 
 namespace {

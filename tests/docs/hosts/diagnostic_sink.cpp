@@ -6,7 +6,7 @@
 
 namespace {
 
-// The excerpt's text is logged, too; the page shows what the excerpt prints.
+// The text also writes to the log, which the page does not show.
 class SilentLog final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String&) override {}

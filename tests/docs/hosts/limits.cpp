@@ -1,4 +1,4 @@
-// The limits are those that the excerpt sets, and the defaults those that its comments state.
+// Checks that the excerpt sets the limits, and that the defaults are those in its comments.
 #include <vsa/vsa.h>
 
 int main() {

@@ -1,4 +1,4 @@
-// The sink takes what is logged while it is set.
+// Checks that the sink receives the log while it is set.
 #include <string>
 #include <utility>
 #include <vector>

@@ -1,5 +1,5 @@
-// Prints each call of the reader for one statement, and what the scene returns. The scene is the
-// library's, behind classes that print.
+// Prints each call of the reader for one statement, and its result. The classes here print each
+// call and forward it to the library's scene.
 #include <cstdio>
 #include <map>
 #include <memory>

@@ -1,5 +1,5 @@
-// Prints the table of diagnostics, a row a line: id, kind, severity, and the line of the log with
-// its conversions unfilled.
+// Prints the table of diagnostics, one line for each row: id, kind, severity, and the log line with
+// its printf conversions.
 #include <cstdio>
 #include <string>
 

@@ -1,11 +1,11 @@
-// Whole texts give no complaint, and each way of cutting one short gives one.
+// A whole text causes no complaint. Each way of truncating a text causes one.
 #include <cstdio>
 
 #include "complain.h"
 
 namespace {
 
-// What the excerpt complains about when scene.vsa holds these bytes; null: there is no such file.
+// The complaints of the excerpt if scene.vsa has these bytes. Null: the file does not exist.
 int complaintsOf(const char* bytes) {
   std::remove("scene.vsa");
   if (bytes != nullptr) {

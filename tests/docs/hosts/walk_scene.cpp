@@ -1,4 +1,4 @@
-// The walk visits every input of the nodes that were not removed, in creation order.
+// The traversal visits every input of the nodes that were not removed, in creation order.
 #include <string>
 
 #include <vsa/vsa.h>

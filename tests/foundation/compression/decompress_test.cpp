@@ -1,4 +1,4 @@
-// Compressed texts: what they expand to, and which message a bad one gets.
+// Compressed texts: the bytes that they decompress to, and the message for each invalid text.
 
 #include <vsa/foundation/decompress.h>
 
@@ -28,7 +28,7 @@ const std::string HELLO = "hello hello hello hello";
 const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
 // "abc" stored.
 const std::string STORED_TEXT = ".7801010300fcff616263024d0127";
-// The stream of no bytes.
+// The stream of 0 bytes.
 const std::string NOTHING_TEXT = ".789c030000000001";
 
 struct Outcome {
@@ -36,7 +36,7 @@ struct Outcome {
   std::string message;
 };
 
-/// The text expanded into memory of exactly `expected` bytes, which must stay zero behind the
+/// Decompresses the text into memory of exactly `expected` bytes, which must stay zero after the
 /// result.
 Outcome into(const std::string& text, std::size_t expected) {
   const std::unique_ptr<unsigned char[]> out(new unsigned char[expected]());
@@ -54,7 +54,7 @@ Outcome into(const std::string& text, std::size_t expected) {
   return {std::string(out.get(), out.get() + length), error.buf()};
 }
 
-/// The text expanded by both functions, which must agree.
+/// Decompresses the text with both functions, which must give the same result.
 Outcome expand(const std::string& text, std::size_t expected) {
   const Outcome outcome = into(text, expected);
   String error;
@@ -193,7 +193,7 @@ TEST(Decompress, EveryCutOfTheTextEndsEarly) {
   }
 }
 
-TEST(Decompress, LeavesTheErrorAloneOnSuccess) {
+TEST(Decompress, DoesNotChangeTheErrorOnSuccess) {
   String error("before");
   const auto [bytes, length] = decompress(reinterpret_cast<const unsigned char*>(HELLO_TEXT.data()),
                                           HELLO_TEXT.size(), error, 100);
@@ -303,7 +303,7 @@ TEST(Compress, TheSameBytesGiveTheSameText) {
   EXPECT_EQ(checksumOf(compressed(uniformBytes(300, 32))), 2993094616U);
 }
 
-TEST(Compress, NoBytesGiveATextThatCannotBeExpanded) {
+TEST(Compress, TextOfNoBytesCannotBeDecompressed) {
   EXPECT_EQ(std::string(compress(nullptr, 0).buf()), NOTHING_TEXT);
   EXPECT_EQ(messageOf(NOTHING_TEXT), EMPTY);
 }

@@ -1,131 +1,18 @@
-// The decoder and the encoder of zlib streams, compared with zlib; built only where zlib is
-// installed.
+// The decoder of zlib streams, compared with zlib. Built only if zlib is installed.
 #if defined(VSA_HAVE_ZLIB)
-
-#include "foundation/compression/inflate.h"
-
-#include <gtest/gtest.h>
-#include <zlib.h>
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
-#include <random>
 #include <string>
 #include <vector>
 
 #include "foundation/compression/adler32.h"
-#include "foundation/compression/deflate.h"
+#include "tests/foundation/compression/zlib_streams.h"
 
 namespace zn {
 namespace {
 
-using Bytes = std::vector<unsigned char>;
-
-Bytes bytesOf(const std::string& text) {
-  return Bytes(text.begin(), text.end());
-}
-
-/// A stream as zlib writes it.
-Bytes zlibStream(const Bytes& data, int level = 6, int strategy = Z_DEFAULT_STRATEGY,
-                 int windowBits = 15) {
-  z_stream stream{};
-  EXPECT_EQ(deflateInit2(&stream, level, Z_DEFLATED, windowBits, 8, strategy), Z_OK);
-  Bytes out(deflateBound(&stream, static_cast<uLong>(data.size())) + 64);
-  stream.next_in = const_cast<Bytef*>(data.data());
-  stream.avail_in = static_cast<uInt>(data.size());
-  stream.next_out = out.data();
-  stream.avail_out = static_cast<uInt>(out.size());
-  EXPECT_EQ(deflate(&stream, Z_FINISH), Z_STREAM_END);
-  out.resize(stream.total_out);
-  deflateEnd(&stream);
-  return out;
-}
-
-struct Inflated {
-  InflateStatus status;
-  Bytes bytes;
-};
-
-bool operator==(const Inflated& a, const Inflated& b) {
-  return a.status == b.status && a.bytes == b.bytes;
-}
-
-constexpr unsigned char GUARD = 0xA5;
-
-/// Decodes into memory of exactly `capacity` bytes, so that a sanitizer sees an access past the
-/// end.
-Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
-  const std::unique_ptr<unsigned char[]> input(new unsigned char[stream.size()]);
-  std::copy(stream.begin(), stream.end(), input.get());
-  const std::unique_ptr<unsigned char[]> output(new unsigned char[capacity]);
-  std::fill_n(output.get(), capacity, GUARD);
-  std::size_t length = ~std::size_t{0};
-  const InflateStatus status =
-      inflateStream(input.get(), stream.size(), output.get(), capacity, length);
-  EXPECT_LE(length, capacity);
-  for (std::size_t i = length; i < capacity; ++i) {
-    const bool mayBeCleared = i < length + 32;
-    if (output[i] != GUARD && !(mayBeCleared && output[i] == 0)) {
-      ADD_FAILURE() << "byte " << i << " past length " << length << " was changed";
-      break;
-    }
-  }
-  return {status, Bytes(output.get(), output.get() + length)};
-}
-
-/// The result of zlib; `capacity` must be enough for all output.
-Inflated zlibInflate(const Bytes& stream, std::size_t capacity) {
-  z_stream state{};
-  EXPECT_EQ(inflateInit(&state), Z_OK);
-  Bytes out(capacity);
-  state.next_in = const_cast<Bytef*>(stream.data());
-  state.avail_in = static_cast<uInt>(stream.size());
-  state.next_out = out.data();
-  state.avail_out = static_cast<uInt>(out.size());
-  const int result = inflate(&state, Z_FINISH);
-  out.resize(state.total_out);
-  const std::string message = state.msg == nullptr ? "" : state.msg;
-  InflateStatus status = InflateStatus::Corrupt;
-  if (result == Z_STREAM_END && state.avail_in == 0) status = InflateStatus::Done;
-  if (result == Z_BUF_ERROR) status = InflateStatus::EndsEarly;
-  if (message == "incorrect data check") status = InflateStatus::WrongChecksum;
-  inflateEnd(&state);
-  return {status, out};
-}
-
-Bytes noise(std::size_t size, unsigned seed) {
-  std::mt19937 random(seed);
-  Bytes bytes(size);
-  for (unsigned char& byte : bytes) byte = static_cast<unsigned char>(random() & 0xFF);
-  return bytes;
-}
-
-/// Data with matches of all lengths and distances, and literals of uneven frequency.
-Bytes mixture(std::size_t size, unsigned seed) {
-  std::mt19937 random(seed);
-  Bytes bytes;
-  bytes.reserve(size + 300);
-  while (bytes.size() < size) {
-    if (bytes.empty() || random() % 4 == 0) {
-      const unsigned skew = random() % 8;
-      bytes.push_back(static_cast<unsigned char>(random() % 256 >> skew));
-      continue;
-    }
-    const std::size_t reach = std::min<std::size_t>(bytes.size(), std::size_t{1} << random() % 16);
-    const std::size_t distance = 1 + random() % reach;
-    const std::size_t length = 3 + random() % (random() % 5 == 0 ? 256 : 12);
-    for (std::size_t i = 0; i < length; ++i) bytes.push_back(bytes[bytes.size() - distance]);
-  }
-  bytes.resize(size);
-  return bytes;
-}
-
-std::vector<Bytes> samples() {
-  return {Bytes(),         bytesOf("a"),     bytesOf("hello hello hello"), Bytes(100000, 0),
-          noise(70000, 1), mixture(1000, 2), mixture(300000, 3),           Bytes(259, 'x'),
-          noise(65535, 4), noise(65536, 5)};
-}
+using namespace zlib_streams;
 
 /// Writes bits in the order of a stream, for streams that no encoder writes.
 class BitStream {
@@ -343,8 +230,8 @@ TEST(Inflate, AcceptsASingleCodeOfOneBit) {
   EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-// The tables are built in the same memory, one after the other. An entry of the code length table
-// that were left in a slot without a code would be read as a match of length 0.
+// The tables are built in the same memory, one after the other. If an entry of the code length
+// table remained in a slot without a code, it would be read as a match of length 0.
 TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);  // a literal 0
@@ -354,7 +241,7 @@ TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
-// The stream ends behind the length of a match: the distance is missing, not invalid.
+// The stream ends after the length of a match: the distance is missing, not invalid.
 TEST(Inflate, AStreamCutBeforeAnInvalidDistanceEndsEarly) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block, so that the stream ends at a byte
@@ -426,7 +313,7 @@ TEST(Inflate, AWrongChecksumIsReportedBeforeTrailingBytes) {
   EXPECT_EQ(ownInflate(stream, data.size() - 1).status, InflateStatus::TooLarge);
 }
 
-// Bytes behind the checksum may be in the bit buffer already, or in a run that is not read yet.
+// Bytes after the checksum may be in the bit buffer already, or in a run that is not read yet.
 TEST(Inflate, FindsTrailingBytesInAnyRun) {
   const Bytes data = mixture(2000, 14);
   const Bytes whole = zlibStream(data);
@@ -445,8 +332,8 @@ TEST(Inflate, FindsTrailingBytesInAnyRun) {
   }
 }
 
-// A literal 0 and ten matches of 258, with codes of one bit: the bit buffer then holds the first
-// bytes of the stored block behind them, and these may not fit into the output.
+// A literal 0 and ten matches of 258, with codes of one bit. The bit buffer then contains the first
+// bytes of the stored block after them, and these may not fit into the output.
 TEST(Inflate, StoredBytesFromTheBitBufferRespectTheCapacity) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);
@@ -466,116 +353,6 @@ TEST(Inflate, StoredBytesFromTheBitBufferRespectTheCapacity) {
     EXPECT_EQ(ownInflate(stream, capacity), (Inflated{InflateStatus::TooLarge, first}));
   }
   EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
-}
-
-/// A damaged stream must be accepted or refused as by zlib, with the same output and the same
-/// reason. Only where zlib wants more input before it finds a stream corrupt do the reasons differ.
-void compareWithZlib(const Bytes& stream) {
-  constexpr std::size_t CAPACITY = 1 << 18;
-  const Inflated theirs = zlibInflate(stream, CAPACITY);
-  if (theirs.bytes.size() == CAPACITY) return;
-  const Inflated ours = ownInflate(stream, theirs.bytes.size() + 300);
-  const bool isFoundEarlier =
-      ours.status == InflateStatus::Corrupt && theirs.status == InflateStatus::EndsEarly;
-  if (!isFoundEarlier) {
-    EXPECT_EQ(static_cast<int>(ours.status), static_cast<int>(theirs.status));
-  }
-  EXPECT_EQ(ours.bytes, theirs.bytes);
-  EXPECT_EQ(ownInflate(stream, theirs.bytes.size()), ours);
-  if (!theirs.bytes.empty()) {
-    const Bytes allButOne(theirs.bytes.begin(), theirs.bytes.end() - 1);
-    EXPECT_EQ(ownInflate(stream, allButOne.size()), (Inflated{InflateStatus::TooLarge, allButOne}));
-  }
-}
-
-void mutate(Bytes& stream, std::mt19937& random) {
-  for (auto times = 1 + random() % 3; times > 0; --times) {
-    const std::size_t at = 2 + random() % (stream.size() - 2);
-    switch (random() % 4) {
-      case 0:
-        stream[at] = static_cast<unsigned char>(random() & 0xFF);
-        break;
-      case 1:
-        stream[at] = static_cast<unsigned char>(stream[at] ^ 1U << random() % 8);
-        break;
-      case 2:
-        stream.erase(stream.begin() + static_cast<std::ptrdiff_t>(at));
-        break;
-      default:
-        stream.insert(stream.begin() + static_cast<std::ptrdiff_t>(at),
-                      static_cast<unsigned char>(random() & 0xFF));
-    }
-    if (stream.size() < 4) return;
-  }
-}
-
-TEST(Inflate, AgreesWithZlibOnDamagedStreams) {
-  std::mt19937 random(12);
-  for (int round = 0; round < 2500; ++round) {
-    const Bytes data = mixture(random() % 1500, static_cast<unsigned>(random()));
-    Bytes stream = zlibStream(data, static_cast<int>(random() % 10),
-                              random() % 4 == 0 ? Z_FIXED : Z_DEFAULT_STRATEGY);
-    mutate(stream, random);
-    compareWithZlib(stream);
-    if (HasFailure()) FAIL() << "round " << round;
-  }
-}
-
-/// Damage in the few bytes that describe a block's codes.
-TEST(Inflate, AgreesWithZlibOnDamagedCodes) {
-  std::mt19937 random(13);
-  const Bytes data = mixture(2000, 14);
-  const Bytes stream = zlibStream(data);
-  for (int round = 0; round < 6000; ++round) {
-    Bytes damaged = stream;
-    for (auto times = 1 + random() % 2; times > 0; --times) {
-      unsigned char& byte = damaged[2 + random() % 90];
-      byte = static_cast<unsigned char>(byte ^ 1U << random() % 8);
-    }
-    compareWithZlib(damaged);
-    if (HasFailure()) FAIL() << "round " << round;
-  }
-}
-
-TEST(Deflate, ZlibReadsWhatItWrites) {
-  for (const Bytes& data : samples()) {
-    const Bytes stream = deflateStream(data.data(), data.size());
-    EXPECT_EQ(zlibInflate(stream, data.size() + 1), (Inflated{InflateStatus::Done, data}));
-    EXPECT_EQ(ownInflate(stream, data.size()), (Inflated{InflateStatus::Done, data}));
-  }
-}
-
-TEST(Deflate, EverySmallSize) {
-  const Bytes data = mixture(700, 15);
-  for (std::size_t size = 0; size <= data.size(); ++size) {
-    const Bytes stream = deflateStream(data.data(), size);
-    const Bytes part(data.begin(), data.begin() + static_cast<std::ptrdiff_t>(size));
-    EXPECT_EQ(zlibInflate(stream, size + 1), (Inflated{InflateStatus::Done, part}));
-  }
-}
-
-TEST(Deflate, LengthensCodesThatWouldBeTooLong) {
-  // Frequencies that grow like Fibonacci's numbers ask for codes of 20 bits.
-  Bytes data;
-  std::size_t last = 1;
-  std::size_t uses = 1;
-  for (unsigned symbol = 0; symbol < 22; ++symbol) {
-    data.insert(data.end(), uses, static_cast<unsigned char>(symbol));
-    last = std::exchange(uses, last + uses);
-  }
-  std::shuffle(data.begin(), data.end(), std::mt19937(16));
-  const Bytes stream = deflateStream(data.data(), data.size());
-  EXPECT_EQ(zlibInflate(stream, data.size() + 1), (Inflated{InflateStatus::Done, data}));
-}
-
-TEST(Deflate, MakesDataSmallerAndNoiseHardlyLarger) {
-  const Bytes data = mixture(300000, 17);
-  EXPECT_LT(deflateStream(data.data(), data.size()).size(),
-            zlibStream(data, 1).size() + data.size() / 50);
-  const Bytes random = noise(1000000, 18);
-  EXPECT_LT(deflateStream(random.data(), random.size()).size(), random.size() + 500);
-  const Bytes same(1 << 22, 7);
-  EXPECT_LT(deflateStream(same.data(), same.size()).size(), same.size() / 900);
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ int* address(std::uintptr_t value) {
   return reinterpret_cast<int*>(value);
 }
 
-TEST(HashMap, HoldsItsBucketsInside) {
+TEST(HashMap, BucketsAreMembers) {
   using Map = HashMap<int*, int>;
   EXPECT_EQ(Map::BUCKET_COUNT, 256U);
   EXPECT_EQ(sizeof(Map::buckets), 256 * sizeof(Vector<Map::Node>));
@@ -77,7 +77,7 @@ TEST(HashMap, SettingAKeyTwiceKeepsOneNodeWithTheSecondValue) {
 
 enum class Kind { Null, Real };
 
-// As a table of names is used: a name that it lacks reads as the zero of the enumeration.
+// A map as a keyword table: the result for an unknown name is the enumerator with the value 0.
 TEST(HashMap, MissingIsTheZeroOfAnEnumeration) {
   HashMap<String, Kind> map;
   EXPECT_EQ(map.findNode("real"), nullptr);

@@ -67,7 +67,7 @@ TEST(File, AByteOrderMarkIsSkippedOnceAtTheBeginning) {
   }
 }
 
-TEST(File, AMissingFileReadsLikeAnEmptyOneAndSaysWhy) {
+TEST(File, MissingFileIsEmptyAndHasAnError) {
   File file = File::open("/no/such/file");
   EXPECT_FALSE(file.isOpen());
   EXPECT_EQ(rest(file), "");
@@ -87,6 +87,17 @@ TEST(File, ADefaultFileIsNotOpen) {
   EXPECT_FALSE(file.isOpen());
   EXPECT_EQ(rest(file), "");
   EXPECT_TRUE(file.failed());
+}
+
+TEST(File, FillAndSkipWithoutAFile) {
+  File file;
+  const File::Window window = file.fill();
+  EXPECT_EQ(window.begin, nullptr);
+  EXPECT_EQ(window.end, nullptr);
+  file.skip(1);
+  signed char c = 7;
+  EXPECT_FALSE(file.read(c));
+  EXPECT_EQ(c, 7);
 }
 
 TEST(File, NoPath) {

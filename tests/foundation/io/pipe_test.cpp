@@ -1,4 +1,4 @@
-// File::open of a pipe: what has come is handed on at once.
+// File::open of a pipe: bytes are delivered as soon as they arrive.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
@@ -73,8 +73,8 @@ std::string rest(File& file) {
   return bytes;
 }
 
-// Were it waiting for a full block, it would come back only once the pipe is closed.
-TEST(Pipe, HandsOnWhatHasCome) {
+// If it waited for a full block, it would return only after the pipe is closed.
+TEST(Pipe, DeliversBytesAsTheyArrive) {
   Pipe pipe;
   pipe.write("abc");
   std::future<std::string> first = std::async(std::launch::async, [&] {
@@ -86,7 +86,7 @@ TEST(Pipe, HandsOnWhatHasCome) {
   EXPECT_EQ(first.get(), "abc");
 }
 
-TEST(Pipe, ReadsOnUntilItIsClosed) {
+TEST(Pipe, ReadsUntilItIsClosed) {
   Pipe pipe;
   pipe.write("ab");
   File file = File::open(pipe.path().c_str());
@@ -100,7 +100,7 @@ TEST(Pipe, ReadsOnUntilItIsClosed) {
   EXPECT_FALSE(file.failed());
 }
 
-TEST(Pipe, AByteOrderMarkMayComeInPieces) {
+TEST(Pipe, ByteOrderMarkMayArriveInParts) {
   struct Row {
     std::string_view first;
     std::string_view second;
@@ -130,7 +130,7 @@ TEST(Pipe, AByteOrderMarkMayComeInPieces) {
 void ignoreSignal(int) {
 }
 
-TEST(Pipe, ASignalIsNoEnd) {
+TEST(Pipe, SignalDoesNotEndTheFile) {
   struct sigaction ignored = {};
   struct sigaction before = {};
   ignored.sa_handler = ignoreSignal;  // without SA_RESTART: the read is interrupted

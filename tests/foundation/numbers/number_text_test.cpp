@@ -183,7 +183,8 @@ std::string exactText(double value) {
   return digits + exponent;
 }
 
-/// Decimals of any length, for values that no type holds: this many digits are before the point.
+/// Decimals of any length, for values outside the range of every type. This many digits are before
+/// the point.
 constexpr size_t BEFORE_POINT = 310;
 
 std::string digitsOf(double magnitude) {
@@ -255,7 +256,7 @@ TEST(NumberText, HalfWayBetweenFloats) {
 
 /// Seventeen digits whose nearest double is half-way between two floats, while the text itself is
 /// not: a float rounded from the double would be the even one.
-TEST(NumberText, BesideHalfWayBetweenFloats) {
+TEST(NumberText, NextToHalfWayBetweenFloats) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 20000; ++i) {
     // Every second one is denormal.

@@ -1,4 +1,4 @@
-// Words that are almost "inf" or "nan", and digits behind those that decide the rounding.
+// Words that are almost "inf" or "nan", and digits after those that decide the rounding.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -24,8 +24,8 @@ TEST(NumberTextWords, OneLetterOff) {
   }
 }
 
-TEST(NumberTextWords, APointBehindTheSignificantDigits) {
-  // 2^53 + 1 is half-way between two doubles: only a digit behind a thousand zeros rounds it up.
+TEST(NumberTextWords, APointAfterTheSignificantDigits) {
+  // 2^53 + 1 is half-way between two doubles: only a digit after a thousand zeros rounds it up.
   const std::string tie = "9007199254740993";
   const std::string zeros(1000, '0');
   double number = 0;

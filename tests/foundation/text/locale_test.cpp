@@ -125,7 +125,8 @@ TEST(HostLocales, ChangeNoCharacterClass) {
   EXPECT_EQ(spaces, "\t\n\v\f\r ");
 }
 
-// Checks the tests above: a stream, which uses the locale, writes numbers differently.
+// Verifies that the tests above can fail: a stream, which uses the locale, writes numbers
+// differently.
 TEST(HostLocales, ChangeStreams) {
   std::string written;
   {

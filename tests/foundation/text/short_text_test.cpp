@@ -51,7 +51,7 @@ TEST(ShortText, CopiesOfCharacters) {
   }
 }
 
-// Every character changes the hash, and memory behind the text does not.
+// Every character changes the hash, and memory after the text does not.
 TEST(ShortText, HashesOfEveryLength) {
   for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
     const std::string text = textOf(length);

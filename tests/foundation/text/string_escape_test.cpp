@@ -1,4 +1,4 @@
-// String::unescape, a row an escape.
+// String::unescape, one row for each escape sequence.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -70,7 +70,7 @@ TEST(StringFormat, AnyLength) {
   EXPECT_EQ(text(String::format("%5000d", 1)).size(), 5000U);
 }
 
-TEST(StringFormat, TextIsNoFormat) {
+TEST(StringFormat, TextIsNotAFormat) {
   EXPECT_EQ(text(String::format("%s", "%s%n%d")), "%s%n%d");
 }
 

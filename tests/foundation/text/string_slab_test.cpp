@@ -40,7 +40,7 @@ TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   }
 }
 
-// As a text with its own memory, which the allocator aligns.
+// Aligned like a text with its own memory.
 TEST(StringSlabs, EveryTextIsAlignedToEight) {
   const auto placeOf = [](const String& text) {
     return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;
@@ -53,7 +53,7 @@ TEST(StringSlabs, EveryTextIsAlignedToEight) {
   }
 }
 
-TEST(StringSlabs, TextsOutliveTheSlabsObjectInAnyOrder) {
+TEST(StringSlabs, TextsOutliveTheirStringSlabs) {
   std::vector<String> texts;
   {
     StringSlabs slabs;
@@ -65,14 +65,14 @@ TEST(StringSlabs, TextsOutliveTheSlabsObjectInAnyOrder) {
   }
 }
 
-TEST(StringSlabs, TheHashIsTheGivenOne) {
+TEST(StringSlabs, UsesTheGivenHash) {
   StringSlabs slabs;
   EXPECT_EQ(slabs.copyOf("material", String::hashOf("material")).hash(), String("material").hash());
   EXPECT_EQ(slabs.copyOf("material").hash(), String("material").hash());
 }
 
 // The memory of a slab is never reused for another text.
-TEST(StringSlabs, AssignLeavesTheOthersAlone) {
+TEST(StringSlabs, AssignDoesNotChangeOtherTexts) {
   StringSlabs slabs;
   String first = slabs.copyOf("abc");
   const String second = slabs.copyOf("def");

@@ -215,7 +215,7 @@ TEST(String, Substring) {
   EXPECT_EQ(text(s.substring(3, 20)), "\"");
   EXPECT_EQ(text(s.substring(4, 1)), "");
   EXPECT_EQ(text(s.substring(MAX_SIZE, 1)), "");
-  // A count that has wrapped around: a text of one quote without its quotes.
+  // A count that has wrapped around, as when two quotes are removed from a text of one character.
   EXPECT_EQ(text(String("\"").substring(1, std::size_t{1} - 2)), "");
   EXPECT_EQ(text(String("abc").substring(1, MAX_SIZE)), "bc");
 }

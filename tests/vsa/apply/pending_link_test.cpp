@@ -1,14 +1,88 @@
-// The address filter of the pending links: no false negatives.
+// Pending links: one entry for each input, and a filter without false negatives.
 #include "vsa/apply/pending_link.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
 #include <vector>
+
+#include "tests/support/host_scene.h"
 
 namespace zn::korvo_sdk::impl {
 namespace {
+
+using vsa_tests::HostInput;
+using vsa_tests::HostOptions;
+using Lines = std::vector<std::string>;
+
+void setLink(PendingTable& table, HostInput& input, std::string_view node) {
+  table.setLink(&input, node, String());
+}
+
+/// The sources of a table's entries for `input`, over all buckets.
+Lines sourcesOf(const PendingTable& table, const HostInput& input) {
+  Lines sources;
+  for (const auto& bucket : table.buckets) {
+    for (const auto& entry : bucket) {
+      if (entry.key == &input) sources.emplace_back(entry.value.source);
+    }
+  }
+  return sources;
+}
+
+TEST(PendingTableTest, AnInputHasOneEntryAndIsRetainedOnce) {
+  HostOptions options;
+  HostInput input(options, "n.a", AttrType::Null);
+  PendingTable table;
+  setLink(table, input, "first");
+  EXPECT_EQ(sourcesOf(table, input), Lines{"first"});
+  EXPECT_EQ(input.held, 1);
+  setLink(table, input, "second");
+  setLink(table, input, "third");
+  EXPECT_EQ(sourcesOf(table, input), Lines{"third"});
+  EXPECT_EQ(input.held, 1);
+  EXPECT_EQ(options.calls, Lines{"n.a.retain"});
+}
+
+TEST(PendingTableTest, EachTableRetainsTheInput) {
+  HostOptions options;
+  HostInput input(options, "n.a", AttrType::Null);
+  PendingTable connections;
+  PendingTable references;
+  setLink(connections, input, "c");
+  setLink(references, input, "r");
+  EXPECT_EQ(sourcesOf(connections, input), Lines{"c"});
+  EXPECT_EQ(sourcesOf(references, input), Lines{"r"});
+  EXPECT_EQ(input.held, 2);
+}
+
+// Whatever the order of the addresses: the filter of the table must not lose an earlier entry.
+TEST(PendingTableTest, ManyInputsInAnyOrder) {
+  HostOptions options;
+  std::deque<HostInput> inputs;
+  for (int i = 0; i < 2000; ++i) {
+    inputs.emplace_back(options, "n.a" + std::to_string(i), AttrType::Null);
+  }
+  PendingTable table;
+  for (std::size_t round = 0; round < 3; ++round) {
+    for (std::size_t i = 0; i < inputs.size(); ++i) {
+      const std::size_t at = i * 701 % inputs.size();
+      setLink(table, inputs[at], round == 2 ? "last" : "earlier");
+    }
+  }
+  std::uint64_t entries = 0;
+  for (const auto& bucket : table.buckets) entries += bucket.size;
+  EXPECT_EQ(entries, inputs.size());
+  EXPECT_EQ(options.calls.size(), inputs.size()) << "one retain for each input";
+  for (const HostInput& input : inputs) {
+    ASSERT_EQ(sourcesOf(table, input), Lines{"last"});
+    ASSERT_EQ(input.held, 1);
+  }
+}
 
 const void* at(std::uintptr_t address) {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): never dereferenced

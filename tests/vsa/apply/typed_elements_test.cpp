@@ -118,6 +118,29 @@ TEST_F(TypedElementsTest, SceneShrinksTheArrayInSet) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
+// The scene removes the elements that would be rechecked next.
+TEST_F(TypedElementsTest, SceneShrinksTheArrayWhileElementsAreRechecked) {
+  growTo(10);
+  setEmptyElements();
+  emptyAll();
+  options_.onCall = [this](const std::string&) { array_.shrinkTo(2); };
+  setEmptyElements();
+  options_.onCall = nullptr;
+  EXPECT_EQ(array_.count(), 2U);
+  setEmptyElements();
+  EXPECT_EQ(emptyElements(), 0U);
+}
+
+// The array is shorter than at the last call, although the statement appended nothing.
+TEST_F(TypedElementsTest, ArrayThatCountsFewerElementsIsScannedAgain) {
+  growTo(10);
+  setEmptyElements();
+  emptyAll();
+  array_.shrinkTo(6);
+  typed_.setEmptyElements(array_, 10, FLOAT);
+  EXPECT_EQ(emptyElements(), 0U);
+}
+
 TEST_F(TypedElementsTest, OtherArraysAreUnchanged) {
   array_.elements = AttrType::Int;
   growTo(2);

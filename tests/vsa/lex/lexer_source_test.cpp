@@ -132,5 +132,56 @@ TEST(FileLexer, ContinuesWhereTheSourceThrew) {
   EXPECT_EQ(tokenText(lexer.nextToken()), "Semicolon<;>1,7");
 }
 
+// Each lexer keeps its own lookahead. Each character that a lexer needs is the next one of the
+// file.
+TEST(FileLexer, TwoLexersShareTheCharactersOfOneFile) {
+  for (const std::size_t most : {0UL, 1UL, 2UL, 3UL, 7UL}) {
+    const File file = memoryFile("abcdefg", most);
+    FileLexer first(file);
+    FileLexer second(file);
+    std::string ofFirst;
+    std::string ofSecond;
+    for (int i = 0; i < 3; ++i) {
+      ofFirst += first.consume();
+      ofSecond += second.consume();
+    }
+    EXPECT_EQ(ofFirst, "ace") << most;
+    EXPECT_EQ(ofSecond, "bdf") << most;
+    EXPECT_EQ(first.lookaheadChar, 'g') << most;
+    EXPECT_EQ(second.lookaheadChar, END_OF_INPUT) << most;
+    EXPECT_EQ(first.column, 3) << most;
+    EXPECT_EQ(second.column, 3) << most;
+  }
+}
+
+TEST(FileLexer, TwoLexersReadTokensAlternately) {
+  for (const std::size_t most : {0UL, 1UL, 2UL, 3UL, 7UL}) {
+    File file = memoryFile("one two\nthree four; # rest", most);
+    FileLexer first(file);
+    FileLexer second(file);
+    EXPECT_EQ(tokenText(first.nextToken()), "Id<oe>1,2") << most;
+    EXPECT_EQ(tokenText(second.nextToken()), "Id<ntwo>1,4") << most;
+    EXPECT_EQ(tokenText(first.nextToken()), "Id<three>1,8") << most;
+    EXPECT_EQ(tokenText(second.nextToken()), "Id<four>2,4") << most;
+    EXPECT_EQ(tokenText(first.nextToken()), "Comment<# rest>1,16") << most;
+    EXPECT_EQ(tokenText(second.nextToken()), "Semicolon<;>2,5") << most;
+    EXPECT_EQ(tokenText(first.nextToken()), "Eof<EOF>1,16") << most;
+    EXPECT_EQ(tokenText(second.nextToken()), "Eof<EOF>2,5") << most;
+  }
+}
+
+TEST(FileLexer, OneLexerMayEndBeforeTheOther) {
+  for (const std::size_t most : {0UL, 1UL, 2UL, 3UL, 7UL}) {
+    File file = memoryFile("one two three", most);
+    FileLexer first(file);
+    {
+      FileLexer second(file);
+      EXPECT_EQ(tokenText(second.nextToken()), "Id<ne>1,2") << most;
+    }
+    EXPECT_EQ(tokenText(first.nextToken()), "Id<otwo>1,4") << most;
+    EXPECT_EQ(tokenText(first.nextToken()), "Id<three>1,10") << most;
+  }
+}
+
 }  // namespace
 }  // namespace zn::korvo_sdk::impl

@@ -682,6 +682,25 @@ TEST(LexerMembers, InvalidCharacterIsNotConsumed) {
   EXPECT_EQ(lexer.lookaheadChar, ')');
 }
 
+TEST(LexerMembers, LettersOfNoNumberEndATuple) {
+  StringLexer vector("vec2(1 x)");
+  EXPECT_EQ(tokensText(vector), "Id<vec2>1,4 Invalid<INVALID PAREN LIST TOKEN (1,7): 'x'>1,7");
+  StringLexer colour("rgba(1 0 0 x)");
+  EXPECT_EQ(tokensText(colour), "Id<rgba>1,4 Invalid<INVALID PAREN LIST TOKEN (1,11): 'x'>1,11");
+}
+
+// The name of the list may be empty: the message keeps both blanks.
+TEST(LexerMembers, InvalidListTokenWithoutAName) {
+  StringLexer lexer("ab}");
+  lexer.consume();
+  lexer.consume();
+  EXPECT_EQ(tokenText(lexer.invalidListToken("")), "Invalid<INVALID  LIST TOKEN (1,2): '}'>1,2");
+  EXPECT_EQ(lexer.problem().id, DiagnosticId::InvalidListToken);
+  EXPECT_TRUE(lexer.problem().list.isEmpty());
+  EXPECT_EQ(vsa_tests::text(lexer.problem().kind()), "INVALID  LIST TOKEN");
+  EXPECT_EQ(vsa_tests::text(lexer.problem().text), "'}'");
+}
+
 TEST(LexerMembers, EofIsRepeated) {
   StringLexer lexer("\"a");
   EXPECT_EQ(tokenText(lexer.nextToken()), "Eof<UNEXPECTED EOF while parsing STRING>1,2");

@@ -55,7 +55,7 @@ std::size_t InspectedSource::readPending(char* to, std::size_t capacity) {
 }
 
 /// The number of bytes of `block` for this read: those before its first NUL. The rest goes back to
-/// `pending_`, so that firstNul() is set only if the reader asks for the NUL, and not if the read
+/// `pending_`, so that firstNul() is set only if the reader reaches the NUL, and not if the read
 /// ends before it.
 std::size_t InspectedSource::splitAtNul(const char* block, std::size_t count) {
   const void* const nul = std::memchr(block, 0, count);

@@ -34,11 +34,11 @@ class InlineName {
   /// Copies the characters of a short name, shares the buffer of a long one.
   explicit InlineName(const String& name) noexcept {
     const Key key(name);
-    tail_ = key.tail_;
+    tail_ = inMemoryOrder(key.tail_);
     if (isLong()) {
       new (&head_.text) String(name);
     } else {
-      head_.characters = key.head_;
+      head_.characters = inMemoryOrder(key.head_);
     }
   }
   InlineName(const InlineName&) = delete;
@@ -48,19 +48,17 @@ class InlineName {
   }
 
   bool operator==(const Key& key) const noexcept {
-    if (tail_ != key.tail_) return false;
-    return isLong() ? head_.text == key.name_ : head_.characters == key.head_;
+    if (tail_ != inMemoryOrder(key.tail_)) return false;
+    return isLong() ? head_.text == key.name_ : head_.characters == inMemoryOrder(key.head_);
   }
 
   /// The name as a String. Throws std::bad_alloc.
-  String text() const {
-    if (isLong()) return head_.text;
-    char bytes[16];
-    for (int i = 0; i < 8; ++i) {
-      bytes[i] = static_cast<char>(head_.characters >> 8 * i);
-      bytes[8 + i] = static_cast<char>(tail_ >> 8 * i);
-    }
-    return String::copyOf({bytes, static_cast<std::size_t>(tail_ >> LENGTH_SHIFT)});
+  String text() const { return isLong() ? head_.text : String::copyOf(view()); }
+
+  /// The characters, valid as long as the name.
+  std::string_view view() const noexcept {
+    if (isLong()) return head_.text.view();
+    return {reinterpret_cast<const char*>(this), lengthByte()};
   }
 
  private:
@@ -75,10 +73,18 @@ class InlineName {
     String text;
   };
 
-  bool isLong() const noexcept { return tail_ >> LENGTH_SHIFT == LONG; }
+  // A number whose bytes are in memory from the lowest to the highest.
+  static std::uint64_t inMemoryOrder(std::uint64_t number) noexcept {
+    return detail::loadLittleEndian(&number);
+  }
+
+  std::size_t lengthByte() const noexcept {
+    return reinterpret_cast<const unsigned char*>(this)[15];
+  }
+  bool isLong() const noexcept { return lengthByte() == LONG; }
 
   Head head_;
-  std::uint64_t tail_;  // numbers, so that the byte order of the machine does not matter
+  std::uint64_t tail_;
 };
 
 // Two overlapping loads read a name of one to two words. The shift drops the characters that the

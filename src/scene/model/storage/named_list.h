@@ -9,6 +9,7 @@
 #include <limits>
 #include <memory>
 #include <new>
+#include <string_view>
 
 #include <vsa/foundation/string.h>
 #include "foundation/containers/hash_index.h"
@@ -50,12 +51,50 @@ class NamedList {
     return nullptr;
   }
 
+  /// The same without a String.
+  T* find(std::string_view name) const noexcept {
+    const auto isNamed = [&](std::uint64_t i) { return items_[i]->name().view() == name; };
+    if (hasIndex(capacity_)) {
+      const std::uint64_t i = index()->find(String::hashOf(name), isNamed);
+      return i == ds::HashIndex::NONE ? nullptr : items_[i];
+    }
+    for (std::uint32_t i = 0; i < count_; ++i) {
+      if (isNamed(i)) return items_[i];
+    }
+    return nullptr;
+  }
+
+  /// The position of an object that is in the list.
+  std::uint64_t positionOf(const T* object) const noexcept {
+    if (items_[count_ - 1] == object) return count_ - 1;
+    return static_cast<std::uint64_t>(std::find(items_, items_ + count_, object) - items_);
+  }
+
   /// Appends an object whose name is not in the list yet. `pool` is the same in every call. Throws
   /// std::bad_alloc when memory runs out; then nothing has changed.
   void append(T* object, SmallBlockPool& pool) {
     if (count_ == capacity_) grow(pool);
     if (hasIndex(capacity_)) index()->insert(object->name().hash(), count_);
     items_[count_++] = object;
+  }
+
+  /// Removes the i-th object; `i` is below `count`. The last one in constant time, any other in
+  /// time proportional to the list.
+  void remove(std::uint64_t i) noexcept {
+    if (hasIndex(capacity_)) {
+      index()->erase(items_[i]->name().hash(), i);
+      if (i + 1 < count_) index()->closePosition(i);
+    }
+    std::copy(items_ + i + 1, items_ + count_, items_ + i);
+    --count_;
+  }
+
+  /// Removes all objects and gives the memory back.
+  void clear(SmallBlockPool& pool) noexcept {
+    if (hasIndex(capacity_)) delete index();
+    free(pool);
+    items_ = nullptr;
+    count_ = capacity_ = 0;
   }
 
  private:

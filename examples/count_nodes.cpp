@@ -1,0 +1,33 @@
+// Counts the nodes of a text by their type. It keeps nothing of the text but the names of its
+// nodes, by which the reader finds them again: values are read, checked and dropped.
+//
+//   count_nodes FILE
+#include <cstdio>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <vsa/vsa.h>
+
+class NodeCounter final : public vsa::HostScene {
+ public:
+  std::map<std::string, int, std::less<>> counts;
+
+ private:
+  std::unique_ptr<vsa::HostNode> makeNode(std::string_view type, std::string_view) override {
+    ++counts[std::string(type)];
+    return nullptr;  // keep nothing of it
+  }
+};
+
+int main(int count, char** arguments) {
+  NodeCounter counter;
+  const vsa::ReadOutcome outcome = vsa::readFileInto(counter, count == 2 ? arguments[1] : nullptr);
+  for (const vsa::Diagnostic& found : outcome.diagnostics)
+    std::fprintf(stderr, "%s\n", found.logLine().c_str());
+  for (const auto& [type, nodes] : counter.counts) std::printf("%6d %s\n", nodes, type.c_str());
+  if (outcome.status == vsa::ReadStatus::Unreadable)
+    std::fprintf(stderr, "%s\n", outcome.message.c_str());
+  return outcome.isComplete() ? 0 : 1;
+}

@@ -1,0 +1,112 @@
+// Reads a text through the public API, from memory and from a source that delivers few bytes at a
+// time: both must agree. The status is one of the list, counts add up, and diagnostics lie inside
+// the text, in order of place.
+#include <algorithm>
+#include <string>
+
+#include <vsa/read.h>
+#include "fuzz/support/check.h"
+#include "fuzz/support/fuzz_scene.h"
+#include "fuzz/targets.h"
+#include "tests/api/reading/api_read.h"
+
+namespace vsa_fuzz {
+
+namespace {
+
+using vsa::Diagnostic;
+using vsa::DiagnosticId;
+using vsa::ReadOutcome;
+using vsa::ReadStatus;
+using vsa::TextPosition;
+
+void check(bool isRight, const char* what) {
+  if (!isRight) fail(what);
+}
+
+void checkPosition(const TextPosition& position, std::string_view text) {
+  check(position.offset <= text.size(), "a diagnostic lies outside the text");
+  const std::string_view before = text.substr(0, position.offset);
+  const auto lines = static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n'));
+  check(position.line == lines + 1, "a diagnostic has the wrong line");
+  const std::size_t feed = before.rfind('\n');
+  const std::size_t start = feed == std::string_view::npos ? 0 : feed + 1;
+  check(position.column == before.size() - start + 1, "a diagnostic has the wrong column");
+}
+
+// Links are resolved in the order of a table.
+bool isOfLink(const Diagnostic& found) {
+  return found.id == DiagnosticId::InvalidOutput || found.id == DiagnosticId::NoNodeToConnect ||
+         found.id == DiagnosticId::NoOutputToConnect || found.id == DiagnosticId::NoNodeToAssign ||
+         found.id == DiagnosticId::CannotAssignNode;
+}
+
+void checkDiagnostics(const ReadOutcome& outcome, std::string_view text) {
+  std::uint64_t place = 0;
+  for (const Diagnostic& found : outcome.diagnostics) {
+    checkPosition(found.range.begin, text);
+    checkPosition(found.range.end, text);
+    check(found.range.begin.offset <= found.range.end.offset, "a range ends before it begins");
+    check(std::string_view(vsa::name(found.id)) != "unknown", "a diagnostic has no name");
+    if (isOfLink(found)) continue;
+    check(found.range.begin.offset >= place, "diagnostics are not in order of place");
+    place = found.range.begin.offset;
+  }
+}
+
+void checkOutcome(const ReadOutcome& outcome, std::string_view text) {
+  check(std::string_view(vsa::name(outcome.status)) != "unknown", "the status has no name");
+  check(outcome.limit.has_value() == (outcome.status == ReadStatus::OverLimit),
+        "a limit without its status");
+  check(outcome.isComplete() == outcome.message.empty(), "a message without a reason");
+  check(outcome.bytesRead <= text.size(), "more bytes read than there are");
+  const bool hasEnd = std::any_of(outcome.diagnostics.begin(), outcome.diagnostics.end(),
+                                  [](const Diagnostic& found) { return found.endedReading; });
+  check(hasEnd != outcome.isComplete(), "the end of the reading has no diagnostic");
+  check(outcome.errorCount + outcome.warningCount ==
+            outcome.diagnostics.size() + outcome.droppedDiagnostics,
+        "diagnostics are lost");
+  checkDiagnostics(outcome, text);
+}
+
+std::string shown(const ReadOutcome& outcome) {
+  std::string text = vsa::name(outcome.status) + (" " + outcome.message) + '\n';
+  for (const Diagnostic& found : outcome.diagnostics) {
+    text += std::to_string(found.range.begin.offset) + '-' +
+            std::to_string(found.range.end.offset) + ' ' + found.inputPath + ' ' + found.logLine() +
+            '\n';
+  }
+  return text;
+}
+
+vsa::ReadOptions optionsOf(unsigned settings) {
+  vsa::ReadOptions options;
+  if ((settings & 16) != 0) options.buffers = vsa::BufferMode::Skip;
+  if ((settings & 32) != 0) options.limits = {1000, 5000, 100, 3, 20, 4, 5};
+  if ((settings & 64) != 0) options.keptDiagnostics = 1;
+  return options;
+}
+
+}  // namespace
+
+void publicApi(std::string_view input) {
+  constexpr std::size_t BYTES_PER_READ[] = {0, 1, 2, 3, 5, 7, 13, 16, 31, 64, 100, 255, 0, 0, 4, 6};
+  const auto [text, settings] = splitSettings(input);
+  const vsa::ReadOptions options = optionsOf(settings);
+
+  FuzzScene first;
+  zn::korvo_sdk::interfaces::IScene& fromText = *first;
+  const ReadOutcome expected = vsa::readTextInto(fromText, text, options);
+  checkOutcome(expected, text);
+
+  FuzzScene second;
+  zn::korvo_sdk::interfaces::IScene& fromSource = *second;
+  vsa_tests::TestSource source(std::string(text), BYTES_PER_READ[settings % 16]);
+  const ReadOutcome found = vsa::readSourceInto(fromSource, source, options);
+  checkOutcome(found, text);
+  // The size of a text in memory is known, and so is that it is too long.
+  if (expected.limit == vsa::Limit::TextBytes || found.limit == vsa::Limit::TextBytes) return;
+  checkSame(shown(expected), shown(found), "outcome of a read from a source");
+}
+
+}  // namespace vsa_fuzz

@@ -1,0 +1,40 @@
+// Reads a text, writes its scene and reads that. The last byte chooses the options.
+#include <algorithm>
+#include <array>
+
+#include "fuzz/support/check.h"
+#include "fuzz/support/fuzz_scene.h"
+#include "fuzz/support/written_scene.h"
+#include "fuzz/targets.h"
+#include "write/reasons.h"
+
+namespace vsa_fuzz {
+
+namespace {
+
+// Refused statements, errors and former readings can leave these in the scene of a text.
+constexpr std::array<std::string_view, 3> LEFT_BY_TEXTS = {
+    vsa::impl::reasons::TYPED_EMPTY_ARRAY,
+    vsa::impl::reasons::MIXED_ELEMENT,
+    vsa::impl::reasons::LATE_UNTYPED_BUFFER,
+};
+
+bool isLeftByTexts(const vsa::WriteProblem& problem) {
+  return std::find(LEFT_BY_TEXTS.begin(), LEFT_BY_TEXTS.end(), problem.reason) !=
+         LEFT_BY_TEXTS.end();
+}
+
+}  // namespace
+
+void writeReadText(std::string_view input) {
+  const auto [text, settings] = splitSettings(input);
+  FuzzScene scene;
+  readFromString(*scene, text);
+  const vsa::TextResult written = checkWritten(*scene, writeOptions(settings));
+  for (const vsa::WriteProblem& problem : written.problems) {
+    if (!isLeftByTexts(problem))
+      fail("a text that made a scene cannot carry it: " + problem.reason);
+  }
+}
+
+}  // namespace vsa_fuzz

@@ -1,0 +1,88 @@
+// IndexRange: a range of views, made one by one from their indices.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <ranges>
+
+namespace vsa {
+
+/// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
+/// `Value` type. Iterators hold a copy of the source: they stay valid when the range goes. The
+/// size is that at the time the range was made; a source answers a missing view for what has gone
+/// since. (Not derived from std::ranges::view_interface, which clang 14 cannot compile.)
+template <class Source>
+class IndexRange {
+ public:
+  class Iterator {
+   public:
+    using value_type = typename Source::Value;
+    using difference_type = std::ptrdiff_t;
+    using iterator_concept = std::random_access_iterator_tag;
+    using iterator_category = std::input_iterator_tag;  // `*i` is a value, not a reference
+
+    Iterator() = default;
+    Iterator(Source source, std::uint64_t index) noexcept : source_(source), index_(index) {}
+
+    value_type operator*() const noexcept { return source_(index_); }
+    value_type operator[](difference_type n) const noexcept { return *(*this + n); }
+    Iterator& operator++() noexcept { return *this += 1; }
+    Iterator& operator--() noexcept { return *this -= 1; }
+    Iterator operator++(int) noexcept {
+      const Iterator before = *this;
+      ++index_;
+      return before;
+    }
+    Iterator operator--(int) noexcept {
+      const Iterator before = *this;
+      --index_;
+      return before;
+    }
+    Iterator& operator+=(difference_type n) noexcept {
+      index_ += static_cast<std::uint64_t>(n);
+      return *this;
+    }
+    Iterator& operator-=(difference_type n) noexcept {
+      index_ -= static_cast<std::uint64_t>(n);
+      return *this;
+    }
+    friend Iterator operator+(Iterator i, difference_type n) noexcept { return i += n; }
+    friend Iterator operator+(difference_type n, Iterator i) noexcept { return i += n; }
+    friend Iterator operator-(Iterator i, difference_type n) noexcept { return i -= n; }
+    friend difference_type operator-(const Iterator& a, const Iterator& b) noexcept {
+      return static_cast<difference_type>(a.index_ - b.index_);
+    }
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
+      return a.index_ == b.index_;
+    }
+    friend auto operator<=>(const Iterator& a, const Iterator& b) noexcept {
+      return a.index_ <=> b.index_;
+    }
+
+   private:
+    Source source_{};
+    std::uint64_t index_ = 0;
+  };
+
+  IndexRange() = default;
+  IndexRange(Source source, std::uint64_t size) noexcept : source_(source), size_(size) {}
+
+  Iterator begin() const noexcept { return {source_, 0}; }
+  Iterator end() const noexcept { return {source_, size_}; }
+  std::size_t size() const noexcept { return static_cast<std::size_t>(size_); }
+  bool empty() const noexcept { return size_ == 0; }
+  /// `index` is below `size()`.
+  auto operator[](std::uint64_t index) const noexcept { return source_(index); }
+
+ private:
+  Source source_{};
+  std::uint64_t size_ = 0;
+};
+
+}  // namespace vsa
+
+template <class Source>
+inline constexpr bool std::ranges::enable_view<vsa::IndexRange<Source>> = true;
+template <class Source>
+inline constexpr bool std::ranges::enable_borrowed_range<vsa::IndexRange<Source>> = true;

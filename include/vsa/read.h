@@ -1,0 +1,160 @@
+// Reading a VSA text: from a file, from memory, or from a source of the host.
+//
+//   const vsa::ReadResult result = vsa::readFile("scene.vsa");
+//   if (!result.isComplete()) {
+//     for (const vsa::Diagnostic& found : result.diagnostics) std::puts(found.logLine().c_str());
+//   }
+//
+// None of these functions throws, and none prints. Whatever goes wrong becomes part of the result,
+// and so does what the host's own scene, source or callback throws. Each call has its own options;
+// calls on different scenes may run on different threads at the same time. A scene must not be read
+// into while it is read into already or walked: callbacks may look at the scene, and must not
+// change it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <vsa/foundation/api.h>
+#include <vsa/read_diagnostic.h>
+#include <vsa/read_options.h>
+#include <vsa/read_status.h>
+#include <vsa/scene.h>
+#include <vsa/scene/data_type.h>
+#include <vsa/scene/scene_interface.h>
+#include <vsa/text_position.h>
+
+namespace vsa {
+
+/// Where a text comes from, if it is neither a file nor in memory: an archive, a socket, a decoder.
+/// The host owns it. What its functions throw ends the reading with ReadStatus::HostException.
+class VSA_API Source {
+ public:
+  virtual ~Source() = default;
+  /// Writes up to `to.size()` bytes, 1 or more, and returns how many; 0 at the end and when a read
+  /// fails. A larger result counts as `to.size()`.
+  virtual std::size_t read(std::span<char> to) = 0;
+  /// Bytes in all, if that is known before the end is reached.
+  virtual std::optional<std::uint64_t> size() const { return std::nullopt; }
+  /// Why a read failed, as a message for people; empty if none has failed.
+  virtual std::string error() const { return {}; }
+};
+
+/// What a text has for a buffer that was not read, see BufferMode::Skip.
+struct SkippedBuffer {
+  /// The input that it is for, such as "worktop.points".
+  std::string inputPath;
+  /// The type of one element.
+  zn::korvo_sdk::DataType type = zn::korvo_sdk::DataType::Null;
+  /// Elements that the text declares.
+  std::uint64_t count = 0;
+  /// The literal, from its keyword up to its closing brace.
+  TextRange literal;
+};
+
+/// What a reading applied to the scene.
+struct AppliedCounts {
+  /// Statements and comments that were begun; the last one may have failed.
+  std::uint64_t statements = 0;
+  /// Nodes that were made.
+  std::uint64_t nodes = 0;
+  /// Array elements that were made.
+  std::uint64_t elements = 0;
+  /// Values that were given to inputs.
+  std::uint64_t values = 0;
+  /// References and connections that were resolved, `null` included. 0 unless `linksResolved`.
+  std::uint64_t links = 0;
+  /// Whether the whole text was read and its links were resolved, whether or not each succeeded.
+  bool linksResolved = false;
+};
+
+/// How a reading ended and what it found.
+struct [[nodiscard]] ReadOutcome {
+  ReadStatus status = ReadStatus::Complete;
+  /// Which limit was met; set if and only if `status` is OverLimit.
+  std::optional<Limit> limit;
+  /// Why the reading ended, for people. Empty if `status` is Complete, and where there is no memory
+  /// for it.
+  std::string message;
+  /// What was found, statement by statement, and in order of place within a statement. Links come
+  /// last, in no particular order. See ReadOptions::keptDiagnostics.
+  std::vector<Diagnostic> diagnostics;
+  /// Diagnostics that were found and not kept.
+  std::uint64_t droppedDiagnostics = 0;
+  /// Errors and warnings that were found, kept or not.
+  std::uint64_t errorCount = 0;
+  std::uint64_t warningCount = 0;
+  /// Bytes of the text that were read. The reader looks ahead by up to three tokens.
+  std::uint64_t bytesRead = 0;
+  AppliedCounts applied;
+  /// One for each buffer literal that was given to an input, in the order of the text; empty unless
+  /// BufferMode::Skip.
+  std::vector<SkippedBuffer> skippedBuffers;
+  /// What the host's scene, source or callback threw. Set if `status` is HostException; if it is
+  /// OutOfMemory, the std::bad_alloc.
+  std::exception_ptr exception;
+
+  bool isComplete() const noexcept { return status == ReadStatus::Complete; }
+};
+
+/// The same, with the scene that was read. Can be moved and not copied.
+struct [[nodiscard]] ReadResult : ReadOutcome {
+  /// Holds what was applied, whatever the status.
+  Scene scene;
+};
+
+/// Reads the file at `path` into a new scene. A byte order mark at its beginning is skipped. A pipe
+/// or device is read as it delivers. A null path, a missing file, a directory: Unreadable.
+VSA_API ReadResult readFile(const std::filesystem::path& path,
+                            const ReadOptions& options = {}) noexcept;
+VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
+
+/// Reads the bytes of a text into a new scene. They need no NUL at the end and may be empty. They
+/// must stay as they are during the call, and are not needed after it. A `const char*` is a text
+/// that ends at its NUL, never a path; a null one is Unreadable.
+VSA_API ReadResult readText(std::string_view text, const ReadOptions& options = {}) noexcept;
+VSA_API ReadResult readText(std::span<const std::byte> text,
+                            const ReadOptions& options = {}) noexcept;
+VSA_API ReadResult readText(const char* text, const ReadOptions& options = {}) noexcept;
+
+/// Reads a source, from where it stands up to its end, into a new scene.
+VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) noexcept;
+
+// The same into a scene that is there: nodes are added to those that it has. The scene is the
+// library's own or a host's. An unreadable file or null text changes nothing in it.
+
+VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readFileInto(Scene& scene, const char* path,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readFileInto(zn::korvo_sdk::interfaces::IScene& scene,
+                                 const std::filesystem::path& path,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readFileInto(zn::korvo_sdk::interfaces::IScene& scene, const char* path,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readTextInto(Scene& scene, std::string_view text,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readTextInto(Scene& scene, std::span<const std::byte> text,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readTextInto(Scene& scene, const char* text,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readTextInto(zn::korvo_sdk::interfaces::IScene& scene, std::string_view text,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readTextInto(zn::korvo_sdk::interfaces::IScene& scene,
+                                 std::span<const std::byte> text,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readTextInto(zn::korvo_sdk::interfaces::IScene& scene, const char* text,
+                                 const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readSourceInto(Scene& scene, Source& source,
+                                   const ReadOptions& options = {}) noexcept;
+VSA_API ReadOutcome readSourceInto(zn::korvo_sdk::interfaces::IScene& scene, Source& source,
+                                   const ReadOptions& options = {}) noexcept;
+
+}  // namespace vsa

@@ -1,0 +1,44 @@
+// How a reading ended: one status, and the limit that it met.
+#pragma once
+
+#include <cstdint>
+
+#include <vsa/foundation/api.h>
+
+namespace vsa {
+
+/// How a reading ended. In each case, everything that was applied to the scene before stays
+/// applied.
+enum class ReadStatus : std::uint8_t {
+  Complete,        ///< The whole text was read and its links were resolved.
+  StoppedByError,  ///< An error of the text ended the reading. No link was resolved.
+  /// The text ends inside a statement, a string or a list, or at a byte 0xFF.
+  CutOff,
+  Unreadable,     ///< The file or source could not be opened or read to its end.
+  Cancelled,      ///< The progress callback returned false.
+  OverLimit,      ///< A limit was met; ReadOutcome::limit says which.
+  OutOfMemory,    ///< Memory could not be allocated.
+  HostException,  ///< The host's scene, source or callback threw; see ReadOutcome::exception.
+};
+
+/// The name of a status in kebab case, such as "stopped-by-error". Never null; "unknown" for a
+/// value that is none of the enumeration.
+VSA_API const char* name(ReadStatus status) noexcept;
+
+/// What a limit bounds. See ReadLimits for the units.
+enum class Limit : std::uint8_t {
+  TextBytes,
+  Memory,
+  BufferBytes,
+  Nodes,
+  Elements,
+  EmptyElements,  ///< zn::korvo_sdk::Scene::setEmptyElementLimit, a limit of the library's scene.
+  Depth,
+  Diagnostics,
+};
+
+/// The name of a limit in kebab case, such as "buffer-bytes". Never null; "unknown" for a value
+/// that is none of the enumeration.
+VSA_API const char* name(Limit limit) noexcept;
+
+}  // namespace vsa

@@ -1,0 +1,57 @@
+// The types of values and of buffer elements, under the names of this namespace.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <type_traits>
+
+#include <vsa/scene/attr_type.h>
+#include <vsa/scene/data_type.h>
+
+namespace vsa {
+
+/// What an input holds: Null, Bool, Int, UInt, Real, Vec2 ... Mat4, String, Node, Buffer, Array,
+/// Object.
+using ValueType = zn::korvo_sdk::AttrType;
+
+/// What the elements of a buffer are: Byte, Int32, Float, Vec3f, Rgba8 and so on.
+using ElementType = zn::korvo_sdk::DataType;
+
+/// The name of a type: "Real", "Vec3f"; "<unknown>" for a number that is no type. Valid until the
+/// process ends.
+inline std::string_view typeName(ValueType type) noexcept {
+  return zn::korvo_sdk::attrTypeName(type);
+}
+inline std::string_view typeName(ElementType type) noexcept {
+  return zn::korvo_sdk::dataTypeName(type);
+}
+
+namespace detail {
+
+// The element type of one number of type T; Null if buffers have no such numbers.
+template <class T>
+constexpr ElementType componentTypeOf() noexcept {
+  using Type = std::remove_cv_t<T>;
+  if constexpr (std::is_same_v<Type, float>) return ElementType::Float;
+  if constexpr (std::is_same_v<Type, double>) return ElementType::Double;
+  if constexpr (std::is_same_v<Type, std::byte>) return ElementType::Byte;
+  if constexpr (std::is_same_v<Type, bool>) return ElementType::Bool;
+  if constexpr (std::is_integral_v<Type> && !std::is_same_v<Type, bool>) {
+    constexpr bool isSigned = std::is_signed_v<Type>;
+    if constexpr (sizeof(Type) == 1) return isSigned ? ElementType::Char : ElementType::Byte;
+    if constexpr (sizeof(Type) == 2) return isSigned ? ElementType::Int16 : ElementType::UInt16;
+    if constexpr (sizeof(Type) == 4) return isSigned ? ElementType::Int32 : ElementType::UInt32;
+    if constexpr (sizeof(Type) == 8) return isSigned ? ElementType::Int64 : ElementType::UInt64;
+  }
+  return ElementType::Null;
+}
+
+}  // namespace detail
+
+/// Whether a buffer can have elements of N numbers of type T.
+template <class T, std::size_t N = 1>
+concept BufferElement = N >
+0 && detail::componentTypeOf<T>() != ElementType::Null;
+
+}  // namespace vsa

@@ -1,0 +1,363 @@
+// Views: what a program looks at a scene with. A view is a pointer with functions that are safe on
+// what is missing:
+//
+//   std::optional<double> power = scene["sun"]["power"].real();
+//   for (vsa::NodeView node : scene.nodes()) visit(node.name());
+//
+// A view of something that does not exist is a missing view: its texts are empty, its values are
+// those of nothing, its ranges have no elements, and whatever is looked up in it is missing. Views
+// are valid as long as the scene. After a node or an input was removed, its view is still safe to
+// use. No function of a view changes the scene. None throws, but those that return a std::string.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <iterator>
+#include <optional>
+#include <ranges>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include <vsa/buffer_view.h>
+#include <vsa/foundation/api.h>
+#include <vsa/index_range.h>
+#include <vsa/model/scene.h>
+#include <vsa/value_types.h>
+
+namespace vsa {
+
+class InputView;
+class NodeView;
+
+/// The output that an input is connected to, or none.
+class ConnectionView {
+ public:
+  ConnectionView() = default;
+  explicit ConnectionView(const zn::korvo_sdk::Output* output) noexcept : output_(output) {}
+
+  explicit operator bool() const noexcept { return output_ != nullptr; }
+  /// The node that has the output.
+  NodeView node() const noexcept;
+  /// The name of the output, valid as long as the scene.
+  std::string_view output() const noexcept {
+    return output_ != nullptr ? output_->name().view() : std::string_view();
+  }
+
+ private:
+  const zn::korvo_sdk::Output* output_ = nullptr;
+};
+
+/// An input of a node, an element of an array or a member of an object.
+class InputView {
+ public:
+  struct Elements;
+  struct Members;
+  using ElementRange = IndexRange<Elements>;
+  using MemberRange = IndexRange<Members>;
+
+  InputView() = default;
+  explicit InputView(zn::korvo_sdk::Input* input) noexcept : input_(input) {}
+
+  explicit operator bool() const noexcept { return input_ != nullptr; }
+  bool operator==(const InputView&) const = default;
+
+  /// As texts write it; empty for an element of an array. Valid as long as the scene.
+  std::string_view name() const noexcept {
+    return input_ != nullptr ? input_->name().view() : std::string_view();
+  }
+  /// Where it is, as messages say it: "rig.bones[2].at".
+  VSA_API std::string path() const;
+  /// The node that has the input, however deep it lies.
+  NodeView owner() const noexcept;
+  /// Null for a missing input and for one without a value.
+  ValueType type() const noexcept { return input_ != nullptr ? input_->type() : ValueType::Null; }
+
+  // The value. What holds another type gives std::nullopt, or the fallback.
+
+  std::optional<bool> boolean() const noexcept {
+    return type() == ValueType::Bool ? std::optional(input_->boolean()) : std::nullopt;
+  }
+  bool boolean(bool fallback) const noexcept { return boolean().value_or(fallback); }
+  /// Of an Int, and of a UInt of less than 2^63.
+  VSA_API std::optional<std::int64_t> integer() const noexcept;
+  std::int64_t integer(std::int64_t fallback) const noexcept {
+    return integer().value_or(fallback);
+  }
+  /// Of a UInt, and of an Int of 0 or more.
+  VSA_API std::optional<std::uint64_t> unsignedInteger() const noexcept;
+  std::uint64_t unsignedInteger(std::uint64_t fallback) const noexcept {
+    return unsignedInteger().value_or(fallback);
+  }
+  /// Of a Real, and of an Int or a UInt, rounded to the nearest.
+  std::optional<double> real() const noexcept {
+    return type() == ValueType::Real ? std::optional(input_->real()) : realOfInteger();
+  }
+  double real(double fallback) const noexcept { return real().value_or(fallback); }
+  /// Valid until the input's next value.
+  std::optional<std::string_view> string() const noexcept {
+    return type() == ValueType::String ? std::optional<std::string_view>(input_->string())
+                                       : std::nullopt;
+  }
+  std::string_view string(std::string_view fallback) const noexcept {
+    return string().value_or(fallback);
+  }
+  /// Of a vector, position, quaternion, colour or matrix (row by row): 2 to 16 numbers, valid until
+  /// the input's next value. Empty for anything else.
+  std::span<const double> components() const noexcept {
+    if (input_ == nullptr) return {};
+    return {input_->components(), zn::korvo_sdk::componentCount(input_->type())};
+  }
+  /// The same, copied, where there are N of them: `components<3>()` of a Vec3 or a Pos3.
+  template <std::size_t N>
+  std::optional<std::array<double, N>> components() const noexcept {
+    const std::span<const double> all = components();
+    if (all.size() != N) return std::nullopt;
+    std::array<double, N> copy;
+    for (std::size_t i = 0; i < N; ++i) copy[i] = all[i];
+    return copy;
+  }
+
+  /// The buffer.
+  BufferView buffer() const noexcept {
+    if (input_ == nullptr) return {};
+    if (input_->type() != ValueType::Buffer) return BufferView(BufferProblem::NotABuffer);
+    return BufferView(input_->buffer());
+  }
+  /// The buffer's elements, each as N numbers of type T: see BufferView::as.
+  template <class T, std::size_t N = 1>
+  requires BufferElement<T, N> TypedBuffer<T, N> buffer()
+  const noexcept { return buffer().template as<T, N>(); }
+
+  // Links.
+
+  /// The node that the input refers to.
+  NodeView node() const noexcept;
+  /// The output that the input is connected to.
+  ConnectionView connection() const noexcept {
+    return ConnectionView(input_ != nullptr ? input_->connection() : nullptr);
+  }
+
+  // Elements of an array, members of an object.
+
+  /// The type of an array's elements; Null while it is not set, and for what is no array.
+  ValueType elementType() const noexcept {
+    return input_ != nullptr ? input_->elementType() : ValueType::Null;
+  }
+  ElementRange elements() const noexcept;
+  InputView operator[](std::uint64_t index) const noexcept {
+    return InputView(input_ != nullptr ? input_->element(index) : nullptr);
+  }
+  MemberRange members() const noexcept;
+  InputView operator[](std::string_view member) const noexcept {
+    return InputView(input_ != nullptr ? input_->memberNamed(member) : nullptr);
+  }
+
+  /// The same input for the plain interface, or null.
+  const zn::korvo_sdk::Input* plain() const noexcept { return input_; }
+
+ protected:
+  zn::korvo_sdk::Input* mutablePlain() const noexcept { return input_; }
+
+ private:
+  friend class NodeView;
+  VSA_API std::optional<double> realOfInteger() const noexcept;
+
+  zn::korvo_sdk::Input* input_ = nullptr;
+};
+
+struct InputView::Elements {
+  using Value = InputView;
+  InputView array;
+  InputView operator()(std::uint64_t index) const noexcept { return array[index]; }
+};
+
+struct InputView::Members {
+  using Value = InputView;
+  const zn::korvo_sdk::Input* object = nullptr;
+  InputView operator()(std::uint64_t index) const noexcept {
+    return InputView(object->member(index));
+  }
+};
+
+inline InputView::ElementRange InputView::elements() const noexcept {
+  return {Elements{*this}, input_ != nullptr ? input_->count() : 0};
+}
+
+inline InputView::MemberRange InputView::members() const noexcept {
+  return {Members{input_}, input_ != nullptr ? input_->memberCount() : 0};
+}
+
+/// A node.
+class NodeView {
+ public:
+  struct Inputs {
+    using Value = InputView;
+    const zn::korvo_sdk::Node* node = nullptr;
+    InputView operator()(std::uint64_t index) const noexcept {
+      return InputView(node->inputAt(index));
+    }
+  };
+  using InputRange = IndexRange<Inputs>;
+
+  NodeView() = default;
+  explicit NodeView(zn::korvo_sdk::Node* node) noexcept : node_(node) {}
+
+  explicit operator bool() const noexcept { return node_ != nullptr; }
+  bool operator==(const NodeView&) const = default;
+
+  /// As texts write it. Valid as long as the scene.
+  std::string_view name() const noexcept {
+    return node_ != nullptr ? node_->nameView() : std::string_view();
+  }
+  std::string_view type() const noexcept {
+    return node_ != nullptr ? node_->typeView() : std::string_view();
+  }
+  /// Whether the node was taken out of its scene; its inputs can still be looked at.
+  bool isRemoved() const noexcept { return node_ != nullptr && node_->isRemoved(); }
+  /// Whether the node's type was declared (see registerNodeType) when the node was made.
+  bool isDeclared() const noexcept { return node_ != nullptr && node_->isDeclared(); }
+
+  /// The inputs, in the order of their creation. Of a node of a declared type: those that a text or
+  /// a program has named.
+  InputRange inputs() const noexcept {
+    return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
+  }
+  InputView operator[](std::string_view input) const noexcept {
+    return InputView(node_ != nullptr ? node_->inputNamed(input) : nullptr);
+  }
+
+  /// The same node for the plain interface, or null.
+  const zn::korvo_sdk::Node* plain() const noexcept { return node_; }
+
+ protected:
+  zn::korvo_sdk::Node* mutablePlain() const noexcept { return node_; }
+
+ private:
+  zn::korvo_sdk::Node* node_ = nullptr;
+};
+
+inline NodeView ConnectionView::node() const noexcept {
+  return NodeView(output_ != nullptr ? output_->node() : nullptr);
+}
+
+inline NodeView InputView::owner() const noexcept {
+  return NodeView(input_ != nullptr ? input_->owner() : nullptr);
+}
+
+inline NodeView InputView::node() const noexcept {
+  return NodeView(input_ != nullptr ? input_->node() : nullptr);
+}
+
+/// The nodes of a scene that were not removed, in the order of their creation: a forward range.
+/// Nodes that are added while it is walked are visited if the walk has not ended.
+class NodeRange {
+ public:
+  class Iterator {
+   public:
+    using value_type = NodeView;
+    using difference_type = std::ptrdiff_t;
+    using iterator_concept = std::forward_iterator_tag;
+    using iterator_category = std::input_iterator_tag;  // `*i` is a value, not a reference
+
+    Iterator() = default;
+    Iterator(const zn::korvo_sdk::Scene* scene, std::uint64_t slot) noexcept
+        : scene_(scene), slot_(slot) {
+      skipRemoved();
+    }
+
+    NodeView operator*() const noexcept { return NodeView(scene_->nodeAt(slot_)); }
+    Iterator& operator++() noexcept {
+      ++slot_;
+      skipRemoved();
+      return *this;
+    }
+    Iterator operator++(int) noexcept {
+      const Iterator before = *this;
+      ++*this;
+      return before;
+    }
+    friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
+      return a.slot_ == b.slot_;
+    }
+    friend bool operator==(const Iterator& i, std::default_sentinel_t) noexcept {
+      return i.scene_ == nullptr || i.slot_ >= i.scene_->nodeSlots();
+    }
+
+   private:
+    void skipRemoved() noexcept {
+      if (scene_ == nullptr) return;
+      while (slot_ < scene_->nodeSlots() && scene_->nodeAt(slot_) == nullptr) ++slot_;
+    }
+
+    const zn::korvo_sdk::Scene* scene_ = nullptr;
+    std::uint64_t slot_ = 0;
+  };
+
+  NodeRange() = default;
+  explicit NodeRange(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
+
+  Iterator begin() const noexcept { return {scene_, 0}; }
+  std::default_sentinel_t end() const noexcept { return {}; }
+  std::size_t size() const noexcept {
+    return scene_ != nullptr ? static_cast<std::size_t>(scene_->nodeCount()) : 0;
+  }
+  bool empty() const noexcept { return size() == 0; }
+
+ private:
+  const zn::korvo_sdk::Scene* scene_ = nullptr;
+};
+
+/// A scene: the library's own, whoever owns it. The scene outlives the view.
+class SceneView {
+ public:
+  struct Comments {
+    using Value = std::string_view;
+    const zn::korvo_sdk::Scene* scene = nullptr;
+    std::string_view operator()(std::uint64_t index) const noexcept {
+      return index < scene->fileCommentCount() ? scene->fileComment(index).view()
+                                               : std::string_view();
+    }
+  };
+  using CommentRange = IndexRange<Comments>;
+
+  SceneView() = default;
+  /// Null is an empty scene.
+  explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
+  SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}  // implicit: it is one
+  SceneView(const zn::korvo_sdk::Scene&&) = delete;
+
+  NodeRange nodes() const noexcept { return NodeRange(scene_); }
+  NodeView operator[](std::string_view node) const noexcept {
+    return NodeView(scene_ != nullptr ? scene_->nodeNamed(node) : nullptr);
+  }
+
+  // The header of the file.
+
+  /// 0 while no text has set it; 1 after a file that names none.
+  std::uint64_t fileVersion() const noexcept {
+    return scene_ != nullptr ? scene_->fileVersion() : 0;
+  }
+  /// As the text has it. Valid until the scene's next time.
+  std::string_view fileTime() const noexcept {
+    return scene_ != nullptr ? scene_->fileTime().view() : std::string_view();
+  }
+  /// Each with its "#". Valid until the comments are cleared.
+  CommentRange comments() const noexcept {
+    return {Comments{scene_}, scene_ != nullptr ? scene_->fileCommentCount() : 0};
+  }
+
+  /// The same scene for the plain interface, or null.
+  const zn::korvo_sdk::Scene* plain() const noexcept { return scene_; }
+
+ private:
+  const zn::korvo_sdk::Scene* scene_ = nullptr;
+};
+
+}  // namespace vsa
+
+template <>
+inline constexpr bool std::ranges::enable_view<vsa::NodeRange> = true;
+template <>
+inline constexpr bool std::ranges::enable_borrowed_range<vsa::NodeRange> = true;

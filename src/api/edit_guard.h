@@ -1,0 +1,51 @@
+// What all changes of a scene have in common: where they are refused, and that they throw nothing.
+// Internal.
+#pragma once
+
+#include <new>
+#include <stdexcept>
+#include <string_view>
+
+#include <vsa/edit_status.h>
+#include <vsa/foundation/string.h>
+#include <vsa/model/scene.h>
+#include <vsa/scene/name_update.h>
+#include <vsa/text_rules.h>
+
+namespace vsa::detail {
+
+/// Calls `change()`, which returns a Status or an Added. What memory or a limit of the scene throws
+/// becomes its error.
+template <class Change>
+auto guarded(const Change& change) noexcept -> decltype(change()) {
+  try {
+    return change();
+  } catch (const std::bad_alloc&) {
+    return EditError::OutOfMemory;
+  } catch (const std::length_error&) {
+    return EditError::TooMany;
+  } catch (const std::runtime_error&) {
+    return EditError::TooDeep;
+  }
+}
+
+/// None, Missing or Removed.
+inline Status checkNode(const zn::korvo_sdk::Node* node) noexcept {
+  if (node == nullptr) return EditError::Missing;
+  return node->isRemoved() ? EditError::Removed : EditError::None;
+}
+inline Status checkInput(const zn::korvo_sdk::Input* input) noexcept {
+  if (input == nullptr) return EditError::Missing;
+  return input->isRemoved() ? EditError::Removed : checkNode(input->owner());
+}
+
+/// None, BadName or FormerName: whether a text can name an input of the node, or a member in it.
+inline Status checkInputName(const zn::korvo_sdk::Node& node, std::string_view name) {
+  if (!isName(name)) return EditError::BadName;
+  if (!zn::korvo_sdk::anyNodeTypes()) return {};
+  const zn::String current =
+      zn::korvo_sdk::updateInputName(zn::String::copyOf(node.typeView()), zn::String::copyOf(name));
+  return current.view() == name ? EditError::None : EditError::FormerName;
+}
+
+}  // namespace vsa::detail

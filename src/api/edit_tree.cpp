@@ -1,0 +1,200 @@
+// Node and Input: what lies below them: inputs, elements and members.
+#include <limits>
+
+#include <vsa/edit.h>
+#include "api/edit_guard.h"
+#include "api/edit_type.h"
+
+namespace vsa {
+
+namespace {
+
+using detail::guarded;
+using zn::korvo_sdk::AttrData;
+using PlainInput = zn::korvo_sdk::Input;
+using PlainNode = zn::korvo_sdk::Node;
+
+constexpr std::uint64_t MAX_ELEMENTS = std::numeric_limits<std::uint32_t>::max();
+
+AttrData structureOf(ValueType type, ValueType elementType) {
+  AttrData structure;
+  structure.type = type;
+  structure.elementType = static_cast<std::int32_t>(elementType);
+  return structure;
+}
+
+bool isAtDepthLimit(const PlainInput& input) {
+  return input.level() >= input.owner()->scene()->depthLimit();
+}
+
+// The scene bounds the elements that texts skip on the way to a higher index. Elements that a
+// program asks for are not among them.
+PlainInput* appendTo(PlainInput& array) {
+  zn::korvo_sdk::Scene& scene = *array.owner()->scene();
+  const std::uint64_t limit = scene.emptyElementLimit();
+  const std::uint64_t index = array.count();
+  scene.setEmptyElementLimit(std::numeric_limits<std::uint64_t>::max());
+  try {
+    array.appendElement();
+  } catch (...) {
+    scene.setEmptyElementLimit(limit);
+    throw;
+  }
+  scene.setEmptyElementLimit(limit);
+  PlainInput* const made = array.element(index);
+  made->retain();  // it counts as used
+  return made;
+}
+
+// None, or why the array cannot grow to `count` elements.
+Status checkGrowth(const PlainInput* array, std::uint64_t count) {
+  if (const Status status = detail::checkInput(array); !status) return status;
+  if (array->type() != ValueType::Array) return EditError::NotAnArray;
+  if (count > MAX_ELEMENTS) return EditError::TooMany;
+  return isAtDepthLimit(*array) ? EditError::TooDeep : EditError::None;
+}
+
+}  // namespace
+
+// --- arrays ---
+
+Status Input::makeArray(ValueType elementType) const noexcept {
+  return guarded([&]() -> Status {
+    PlainInput* const input = mutablePlain();
+    if (const Status status = detail::checkInput(input); !status) return status;
+    const auto number = static_cast<int>(elementType);
+    if (elementType == ValueType::Node || number < 0 || number >= zn::korvo_sdk::ATTR_TYPE_COUNT) {
+      return EditError::BadElementType;
+    }
+    if (const Status status = detail::checkTakes(*input, ValueType::Array); !status) return status;
+    if (input->type() == ValueType::Array && input->elementType() == elementType) {
+      input->truncate(0);
+      return {};
+    }
+    if (input->parent() == nullptr && input->owner()->isDeclared()) return EditError::DeclaredType;
+    input->clearValue();
+    input->set(structureOf(ValueType::Array, elementType));
+    return {};
+  });
+}
+
+Added<Input> Input::append() const noexcept {
+  return guarded([&]() -> Added<Input> {
+    PlainInput* const array = mutablePlain();
+    if (const Status status = checkGrowth(array, array != nullptr ? array->count() + 1 : 0);
+        !status) {
+      return status;
+    }
+    return Input(appendTo(*array));
+  });
+}
+
+Status Input::append(const Value& value) const noexcept {
+  const Added<Input> element = append();
+  if (!element) return element.status;
+  const Status status = element.set(value);
+  if (!status) mutablePlain()->truncate(mutablePlain()->count() - 1);
+  return status;
+}
+
+Status Input::resize(std::uint64_t count) const noexcept {
+  return guarded([&]() -> Status {
+    PlainInput* const array = mutablePlain();
+    if (const Status status = checkGrowth(array, count); !status) return status;
+    const std::uint64_t before = array->count();
+    try {
+      while (array->count() < count) appendTo(*array);
+    } catch (...) {
+      array->truncate(before);
+      throw;
+    }
+    array->truncate(count);
+    return {};
+  });
+}
+
+// --- objects ---
+
+Status Input::makeObject() const noexcept {
+  return guarded([&]() -> Status {
+    PlainInput* const input = mutablePlain();
+    if (const Status status = detail::checkInput(input); !status) return status;
+    if (const Status status = detail::checkTakes(*input, ValueType::Object); !status) return status;
+    input->clearValue();
+    input->set(structureOf(ValueType::Object, ValueType::Null));
+    return {};
+  });
+}
+
+Added<Input> Input::add(std::string_view member) const noexcept {
+  return guarded([&]() -> Added<Input> {
+    PlainInput* const object = mutablePlain();
+    if (const Status status = detail::checkInput(object); !status) return status;
+    if (object->type() != ValueType::Object && object->type() != ValueType::Null) {
+      return EditError::NotAnObject;
+    }
+    if (PlainInput* const existing = object->memberNamed(member)) return Input(existing);
+    if (const Status status = detail::checkTakes(*object, ValueType::Object); !status)
+      return status;
+    if (const Status status = detail::checkInputName(*object->owner(), member); !status) {
+      return status;
+    }
+    if (isAtDepthLimit(*object)) return EditError::TooDeep;
+    return Input(object->createInput(zn::String::copyOf(member), ValueType::Null));
+  });
+}
+
+Status Input::set(std::string_view member, const Value& value) const noexcept {
+  if (const Status status = detail::checkValue(value); !status) return status;
+  const bool isNew = !(*this)[member];
+  const Added<Input> input = add(member);
+  if (!input) return input.status;
+  const Status status = input.set(value);
+  if (!status && isNew) mutablePlain()->removeMember(mutablePlain()->memberNamed(member));
+  return status;
+}
+
+Status Input::remove(std::string_view member) const noexcept {
+  if (const Status status = detail::checkInput(plain()); !status) return status;
+  PlainInput* const found = mutablePlain()->memberNamed(member);
+  if (found == nullptr) return EditError::Missing;
+  mutablePlain()->removeMember(found);
+  return {};
+}
+
+// --- nodes ---
+
+Added<Input> Node::add(std::string_view input) const noexcept {
+  return guarded([&]() -> Added<Input> {
+    PlainNode* const node = mutablePlain();
+    if (const Status status = detail::checkNode(node); !status) return status;
+    if (PlainInput* const existing = node->inputNamed(input)) return Input(existing);
+    if (const Status status = detail::checkInputName(*node, input); !status) return status;
+    if (node->scene()->depthLimit() == 0) return EditError::TooDeep;
+    const zn::String name = zn::String::copyOf(input);
+    PlainInput* const made =
+        node->isDeclared() ? node->input(name) : node->createInput(name, ValueType::Null);
+    if (made == nullptr) return EditError::NotDeclared;
+    return Input(made);
+  });
+}
+
+Status Node::set(std::string_view input, const Value& value) const noexcept {
+  if (const Status status = detail::checkValue(value); !status) return status;
+  const bool isNew = !(*this)[input];
+  const Added<Input> added = add(input);
+  if (!added) return added.status;
+  const Status status = added.set(value);
+  if (!status && isNew) mutablePlain()->removeInput(mutablePlain()->inputNamed(input));
+  return status;
+}
+
+Status Node::remove(std::string_view input) const noexcept {
+  if (const Status status = detail::checkNode(plain()); !status) return status;
+  PlainInput* const found = mutablePlain()->inputNamed(input);
+  if (found == nullptr) return EditError::Missing;
+  mutablePlain()->removeInput(found);
+  return {};
+}
+
+}  // namespace vsa

@@ -1,0 +1,25 @@
+// Which types of value an input can be given. Internal.
+#pragma once
+
+#include <vsa/edit_status.h>
+#include <vsa/model/input.h>
+#include <vsa/value.h>
+#include <vsa/value_types.h>
+
+namespace vsa::detail {
+
+/// None, or why a text cannot carry the value.
+Status checkValue(const Value& value) noexcept;
+
+/// None, OtherElementType, DeclaredType or TakesNoValue: whether the input can hold a value of the
+/// type. Null asks whether it can be without a value.
+Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
+
+/// The same of a buffer with these elements.
+Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
+
+/// Takes a value of another type away, so that the input has that type or Null. Call it after
+/// `checkTakes` has allowed the type.
+void makeReadyFor(zn::korvo_sdk::Input& input, ValueType type) noexcept;
+
+}  // namespace vsa::detail

@@ -1,0 +1,20 @@
+// BlockObserver: what a source of characters tells about the blocks that it delivers. Internal.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace vsa {
+
+class BlockObserver {
+ public:
+  /// A block is about to be read; the one before is about to be overwritten.
+  virtual void beforeBlock() = 0;
+  /// A block was read. Empty at the end.
+  virtual void afterBlock(std::string_view block) = 0;
+
+ protected:
+  ~BlockObserver() = default;
+};
+
+}  // namespace vsa

@@ -1,0 +1,43 @@
+// The sources of a reading: a host's source as a ByteSource, and a source that tells an observer
+// about each block. Internal.
+#pragma once
+
+#include <cstddef>
+
+#include <vsa/foundation/file.h>
+#include <vsa/read.h>
+#include "api/reading/block_observer.h"
+#include "api/reading/ending.h"
+
+namespace vsa {
+
+/// Delivers what a host's source delivers.
+class HostSource final : public zn::ByteSource {
+ public:
+  /// Both must outlive the last read.
+  HostSource(Source& source, Ending& ending) : source_(source), ending_(ending) {}
+
+  std::size_t read(char* to, std::size_t capacity) override;
+  zn::String error() const override;
+
+ private:
+  Source& source_;
+  Ending& ending_;
+};
+
+/// Delivers what another source delivers.
+class BlockSource final : public zn::ByteSource {
+ public:
+  /// Both must outlive the last read.
+  BlockSource(zn::ByteSource& source, BlockObserver& observer)
+      : source_(source), observer_(observer) {}
+
+  std::size_t read(char* to, std::size_t capacity) override;
+  zn::String error() const override { return source_.error(); }
+
+ private:
+  zn::ByteSource& source_;
+  BlockObserver& observer_;
+};
+
+}  // namespace vsa

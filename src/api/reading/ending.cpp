@@ -1,0 +1,52 @@
+#include "api/reading/ending.h"
+
+#include <new>
+#include <utility>
+
+#include "vsa/apply/read_session.h"
+
+namespace vsa {
+
+namespace {
+
+using zn::korvo_sdk::impl::ReadStopped;
+
+// The text of an exception. Valid as long as the exception.
+std::string_view textOf(const std::exception_ptr& exception) noexcept {
+  try {
+    std::rethrow_exception(exception);
+  } catch (const std::exception& error) {
+    return error.what();
+  } catch (...) {
+    return "an exception that is no std::exception";
+  }
+}
+
+}  // namespace
+
+void Ending::set(ReadStatus status, std::string_view message) noexcept {
+  outcome_.status = status;
+  if (status != ReadStatus::OverLimit) outcome_.limit.reset();
+  try {
+    outcome_.message = message;
+  } catch (const std::bad_alloc&) {
+    outcome_.message.clear();
+  }
+}
+
+void Ending::set(ReadStatus status, std::exception_ptr exception) noexcept {
+  outcome_.exception = std::move(exception);
+  set(status, textOf(outcome_.exception));
+}
+
+void Ending::stop(ReadStatus status, std::string_view message) {
+  set(status, message);
+  throw ReadStopped();
+}
+
+void Ending::stopForHost() {
+  set(ReadStatus::HostException, std::current_exception());
+  throw ReadStopped();
+}
+
+}  // namespace vsa

@@ -1,0 +1,39 @@
+// Ending: sets how a reading ended, and ends it. Internal.
+#pragma once
+
+#include <exception>
+#include <string_view>
+
+#include <vsa/read.h>
+
+namespace vsa {
+
+class Ending {
+ public:
+  explicit Ending(ReadOutcome& outcome) noexcept : outcome_(outcome) {}
+
+  /// Sets status and message. Keeps the status without the message if there is no memory.
+  void set(ReadStatus status, std::string_view message) noexcept;
+  /// The same for an exception, with its text as the message.
+  void set(ReadStatus status, std::exception_ptr exception) noexcept;
+
+  /// Sets the status and throws ReadStopped.
+  [[noreturn]] void stop(ReadStatus status, std::string_view message);
+  /// The same with HostException and the exception that is being handled.
+  [[noreturn]] void stopForHost();
+
+  /// Calls a function of the host. What it throws ends the reading.
+  template <class Function>
+  auto callHost(const Function& function) {
+    try {
+      return function();
+    } catch (...) {
+      stopForHost();
+    }
+  }
+
+ private:
+  ReadOutcome& outcome_;
+};
+
+}  // namespace vsa

@@ -1,0 +1,24 @@
+// The numbers of a list as they are written, with their places. Internal.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vsa {
+
+/// One number of a list.
+struct NumberField {
+  std::size_t begin;  ///< Its first byte and the one behind its last, counted from the list's "(".
+  std::size_t end;
+  std::string text;   ///< As the lexer hands it on: without brackets of the list's own kind.
+  std::size_t index;  ///< From 0.
+};
+
+/// The first number of `list`, "( ... )" or "{ ... }" as written, for which `isWanted` is true.
+std::optional<NumberField> findNumber(std::string_view list,
+                                      const std::function<bool(const NumberField&)>& isWanted);
+
+}  // namespace vsa

@@ -1,0 +1,216 @@
+// Reading: from the source to the end of the parse. What the parser asks during it is in
+// reading_session.cpp.
+#include "api/reading/reading.h"
+
+#include <limits>
+#include <new>
+#include <optional>
+#include <utility>
+
+#include <vsa/foundation/file.h>
+#include <vsa/foundation/ref_counted.h>
+#include <vsa/scene/file_version.h>
+#include "api/reading/block_source.h"
+#include "api/reading/text_lexer.h"
+#include "foundation/io/descriptor_source.h"
+#include "vsa/lex/lexer_source.h"
+#include "vsa/read_report.h"
+
+namespace vsa {
+
+namespace {
+
+using zn::RefersTo;
+using zn::detail::DescriptorSource;
+using zn::korvo_sdk::DiagnosticError;
+using zn::korvo_sdk::impl::FileLexer;
+using zn::korvo_sdk::impl::ReadStopped;
+
+// The default limit of memory.
+constexpr std::uint64_t BASE_MEMORY = std::uint64_t{64} << 20;
+constexpr std::uint64_t MEMORY_PER_BYTE = 100;
+
+std::uint64_t defaultMemory(std::uint64_t textBytes) {
+  if (textBytes > (UNLIMITED - BASE_MEMORY) / MEMORY_PER_BYTE) return UNLIMITED;
+  return BASE_MEMORY + MEMORY_PER_BYTE * textBytes;
+}
+
+// Null for a file that can be read only once. Some files of the system have a size of 0 and bytes.
+std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
+                                   std::optional<std::uint64_t> size) {
+  if (size && *size != 0) return std::make_unique<FileText>(source);
+  return std::make_unique<KeptText>();
+}
+
+}  // namespace
+
+Reading::Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome)
+    : scene_(scene),
+      isOwnModel_(dynamic_cast<zn::korvo_sdk::Scene*>(&scene) != nullptr),
+      options_(options),
+      outcome_(outcome),
+      ending_(outcome) {
+}
+
+Reading::~Reading() = default;
+
+// --- the three kinds of sources ---
+
+void Reading::readText(std::string_view text) noexcept {
+  guarded([&] {
+    begin(std::make_unique<MemoryText>(text), text.size());
+    resetHeader();
+    TextLexer lexer(text, *this);
+    parse(lexer);
+  });
+}
+
+void Reading::readFile(const char* path) noexcept {
+  guarded([&] {
+    int error = 0;
+    DescriptorSource* const source = DescriptorSource::open(path, error);
+    if (source == nullptr) {
+      ending_.set(ReadStatus::Unreadable, zn::detail::messageOfError(error).view());
+      return;
+    }
+    const RefersTo<zn::ByteSource> held(source);
+    const std::optional<std::uint64_t> size = source->fileBytes();
+    readFrom(*source, storeOf(*source, size), size);
+  });
+}
+
+void Reading::readSource(Source& source) noexcept {
+  guarded([&] {
+    auto* const bytes = new HostSource(source, ending_);
+    const RefersTo<zn::ByteSource> held(bytes);
+    const std::optional<std::uint64_t> size = ending_.callHost([&] { return source.size(); });
+    readFrom(*bytes, std::make_unique<KeptText>(), size);
+  });
+}
+
+void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
+                       std::optional<std::uint64_t> size) {
+  begin(std::move(store), size);
+  const zn::File file(new BlockSource(source, *this));
+  zn::File(file).fill();  // a directory opens, and fails here
+  if (const zn::String error = source.error(); !error.isEmpty()) {
+    ending_.set(ReadStatus::Unreadable, error.view());
+    return;
+  }
+  resetHeader();
+  FileLexer lexer(file);
+  parse(lexer);
+  // A failed read ends the text where it fails, and what the parser says of it follows from that.
+  if (const zn::String error = source.error(); !error.isEmpty()) {
+    ending_.set(ReadStatus::Unreadable, error.view());
+  }
+}
+
+// Runs the body with this object as the sink of the thread, and turns exceptions into a status.
+template <class Body>
+void Reading::guarded(const Body& body) noexcept {
+  try {
+    const zn::ScopedLogSink log(this);
+    const zn::korvo_sdk::ScopedDiagnosticSink diagnostics(this);
+    body();
+  } catch (const ReadStopped&) {
+    // The status was set where it was thrown.
+  } catch (const std::bad_alloc&) {
+    ending_.set(ReadStatus::OutOfMemory, std::current_exception());
+  } catch (...) {
+    ending_.set(ReadStatus::HostException, std::current_exception());
+  }
+  fillCounts();
+}
+
+// --- before and after the parse ---
+
+void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_t> size) {
+  store_ = std::move(store);
+  index_ = std::make_unique<TextIndex>(*store_);
+  recorder_ =
+      std::make_unique<DiagnosticRecorder>(options_, outcome_, ending_, *store_, *index_, parser_);
+  size_ = size && *size != 0 ? size : std::nullopt;
+  skipsBuffers = options_.buffers == BufferMode::Skip;
+  literalsRaiseMemory = !options_.limits.memory;
+  limits = {options_.limits.nodes, options_.limits.elements, options_.limits.depth,
+            options_.limits.bufferBytes,
+            options_.limits.memory.value_or(defaultMemory(size_.value_or(0)))};
+  checkTextBytes(size_.value_or(0));
+  notifyProgress();
+}
+
+void Reading::resetHeader() {
+  if (options_.keepHeader) return;
+  scene_.clearComments();
+  scene_.setFileVersion(zn::korvo_sdk::VSX_FILE_VERSION_1);
+  scene_.setFileTime(zn::String());
+}
+
+void Reading::parse(Lexer& lexer) {
+  struct BytesRead {
+    const TextIndex& index;
+    const Lexer& lexer;
+    ReadOutcome& outcome;
+    ~BytesRead() { outcome.bytesRead = index.offsetOf(lexer); }
+  } const bytesRead{*index_, lexer, outcome_};
+  parser_.session = this;
+  bool isParsed = false;
+  try {
+    isParsed = parser_.parse(&scene_, &lexer);
+  } catch (const DiagnosticError& error) {
+    report(error.diagnostic());  // an invalid character in the first three tokens: not logged
+  }
+  finish(isParsed);
+}
+
+void Reading::finish(bool isParsed) {
+  outcome_.applied.linksResolved = isParsed;
+  if (isParsed) finishCutOff();
+}
+
+// The parser takes a string or a list that is cut off where a statement begins for the end.
+void Reading::finishCutOff() {
+  const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer, parser_.tokens);
+  if (!report.cutOff.isEmpty()) {
+    const std::string message(report.cutOff.view());
+    recorder_->add(DiagnosticId::UnexpectedEof, Severity::Error, true, message);
+    ending_.set(ReadStatus::CutOff, message);
+  } else if (report.endedAtMark) {
+    const std::string message = "a byte 0xFF ends the text before the end of its source";
+    recorder_->add(DiagnosticId::EndMark, Severity::Error, true, message);
+    ending_.set(ReadStatus::CutOff, message);
+  }
+}
+
+void Reading::fillCounts() noexcept {
+  outcome_.applied.statements = counts.statements;
+  outcome_.applied.nodes = counts.nodes;
+  outcome_.applied.elements = counts.elements;
+  outcome_.applied.values = counts.values;
+  outcome_.applied.links = outcome_.applied.linksResolved ? counts.links : 0;
+}
+
+// --- blocks ---
+
+void Reading::beforeBlock() {
+  store_->keepBlock();
+  index_->addBlock(index_->end(), parser_.lexer);
+  poll();
+}
+
+void Reading::afterBlock(std::string_view block) {
+  index_->setEnd(index_->end() + block.size());
+  store_->addBlock(block);
+  checkTextBytes(index_->end());
+  const bool grows = literalsRaiseMemory && !size_ && limits.memory < UNLIMITED / 2;
+  if (grows) limits.memory += MEMORY_PER_BYTE * block.size();
+}
+
+void Reading::checkTextBytes(std::uint64_t bytes) {
+  const std::uint64_t limit = options_.limits.textBytes;
+  if (bytes <= limit) return;
+  stopAtLimit(Limit::TextBytes, "the text is longer than " + std::to_string(limit) + " bytes");
+}
+
+}  // namespace vsa

@@ -1,0 +1,101 @@
+// Reading: one call of a reading function of the public API. Internal.
+//
+// It runs the parser with itself as the session (limits, counts, values that no input took), as the
+// observer of the blocks of the text (positions, size, progress) and as the sink of diagnostics and
+// log lines, so that nothing is printed and nothing leaves as an exception.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include <vsa/diagnostics/diagnostic.h>
+#include <vsa/foundation/log.h>
+#include <vsa/model/scene.h>
+#include <vsa/read.h>
+#include "api/reading/block_observer.h"
+#include "api/reading/diagnostic_recorder.h"
+#include "api/reading/ending.h"
+#include "api/reading/text_index.h"
+#include "api/reading/text_store.h"
+#include "vsa/apply/read_session.h"
+#include "vsa/parser.h"
+
+namespace vsa {
+
+class Reading final : public zn::korvo_sdk::impl::ReadSession,
+                      public BlockObserver,
+                      public zn::korvo_sdk::DiagnosticSink,
+                      public zn::LogSink {
+ public:
+  using IInput = zn::korvo_sdk::interfaces::IInput;
+  using IScene = zn::korvo_sdk::interfaces::IScene;
+
+  /// All must outlive the reading.
+  Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome);
+  ~Reading() override;
+
+  // Each reads a whole text, once. Nothing is thrown: the outcome says how the reading ended.
+
+  void readText(std::string_view text) noexcept;
+  void readFile(const char* path) noexcept;
+  void readSource(Source& source) noexcept;
+
+ private:
+  using AssignInfo = zn::korvo_sdk::impl::AssignInfo;
+  using Clock = std::chrono::steady_clock;
+  using Lexer = zn::korvo_sdk::impl::Lexer;
+
+  // BlockObserver.
+  void beforeBlock() override;
+  void afterBlock(std::string_view block) override;
+
+  // ReadSession.
+  void skipBuffer(AssignInfo& info) override;
+  [[noreturn]] void exceed(Budget budget) override;
+  void poll() override;
+  std::uint64_t bytesHeldBy(IInput& input) override;
+  void keepSkipped(IInput& input, const AssignInfo& info) override;
+
+  // DiagnosticSink, LogSink.
+  void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
+  void write(zn::LogLevel level, const zn::String& text) override;
+
+  template <class Body>
+  void guarded(const Body& body) noexcept;
+  void readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
+                std::optional<std::uint64_t> size);
+  void begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_t> size);
+  void checkTextBytes(std::uint64_t bytes);
+  void resetHeader();
+  void parse(Lexer& lexer);
+  void finish(bool isParsed);
+  void finishCutOff();
+  void endAtSceneLimit(Limit limit, const zn::String& line);
+  bool isAtEnd() const noexcept;
+  void endByError(const zn::korvo_sdk::Diagnostic& record);
+  [[noreturn]] void stopAtLimit(Limit limit, std::string message);
+  void notifyProgress();
+  std::uint64_t linksTotal() const noexcept;
+  void fillCounts() noexcept;
+
+  IScene& scene_;
+  const bool isOwnModel_;  // the scene is the library's
+  const ReadOptions& options_;
+  ReadOutcome& outcome_;
+  Ending ending_;
+  std::unique_ptr<TextStore> store_;
+  std::unique_ptr<TextIndex> index_;
+  zn::korvo_sdk::impl::VsaParser parser_;
+  std::unique_ptr<DiagnosticRecorder> recorder_;
+  std::optional<std::uint64_t> size_;
+  Clock::time_point lastProgress_;
+  std::uint64_t skippedCount_ = 0;   // elements of the buffer that is being skipped
+  std::uint64_t recordedBytes_ = 0;  // of diagnostics, as far as they are counted as memory
+  bool isLineExpected_ = false;      // the log line of the record reported last is still to come
+};
+
+}  // namespace vsa

@@ -1,0 +1,185 @@
+// Reading: what the parser asks and reports during the parse.
+#include <cstring>
+#include <utility>
+
+#include "api/reading/reading.h"
+
+namespace vsa {
+
+namespace {
+
+using zn::korvo_sdk::AttrType;
+using zn::korvo_sdk::BufferValue;
+using zn::korvo_sdk::impl::AssignInfo;
+using zn::korvo_sdk::impl::TextPlace;
+using zn::korvo_sdk::impl::Token;
+using FatalId = zn::korvo_sdk::DiagnosticId;
+
+constexpr std::chrono::milliseconds PROGRESS_INTERVAL{5};
+
+TextPlace placeOf(const Token& token) {
+  return {token.line, token.column};
+}
+
+// The number of fields in a list of numbers, as the lexer has normalised it.
+std::uint64_t numbersIn(std::string_view list) {
+  std::uint64_t numbers = 0;
+  for (std::size_t i = 1; i + 1 < list.size(); ++i) {
+    if (list[i] != ' ' && (i == 1 || list[i - 1] == ' ')) ++numbers;
+  }
+  return numbers;
+}
+
+// "float[3] (12 bytes, 1 number written)" of a statement with a buffer literal.
+std::string describedBuffer(const AssignInfo& info) {
+  const std::uint64_t numbers = numbersIn(info.elementsToken.text.view());
+  std::string text(info.valueToken.text.view());
+  text += info.countToken.text.view();
+  text += " (" + std::to_string(info.data.payload.buffer.bytes) + " bytes, ";
+  text += std::to_string(numbers) + (numbers == 1 ? " number written)" : " numbers written)");
+  return text;
+}
+
+}  // namespace
+
+// --- limits ---
+
+void Reading::exceed(Budget budget) {
+  const AssignInfo* const info = assignment();
+  const bool isBuffer = info != nullptr && info->data.type == AttrType::Buffer;
+  switch (budget) {
+    case Budget::Nodes:
+      stopAtLimit(Limit::Nodes, "more than " + std::to_string(limits.nodes) + " nodes");
+    case Budget::Elements:
+      stopAtLimit(Limit::Elements,
+                  "more than " + std::to_string(limits.elements) + " array elements");
+    case Budget::Depth:
+      stopAtLimit(Limit::Depth, "a path of more than " + std::to_string(limits.depth) + " inputs");
+    case Budget::BufferBytes:
+      stopAtLimit(Limit::BufferBytes, "the buffer " + describedBuffer(*info) +
+                                          " is larger than the limit of " +
+                                          std::to_string(limits.bufferBytes) + " bytes");
+    case Budget::Memory:
+      stopAtLimit(Limit::Memory,
+                  (isBuffer ? "the buffer " + describedBuffer(*info) : std::string("the text")) +
+                      " needs more memory than the limit of " + std::to_string(limits.memory) +
+                      " bytes; raise the limit of memory to allow it");
+  }
+  stopAtLimit(Limit::Memory, "over a limit");
+}
+
+void Reading::stopAtLimit(Limit limit, std::string message) {
+  recorder_->add(DiagnosticId::OverLimit, Severity::Error, true, message);
+  outcome_.limit = limit;
+  ending_.stop(ReadStatus::OverLimit, message);
+}
+
+std::uint64_t Reading::bytesHeldBy(IInput& input) {
+  if (!isOwnModel_) return 0;
+  const auto& held = static_cast<const zn::korvo_sdk::Input&>(input);
+  if (held.type() == AttrType::Buffer) return held.buffer().bytes;
+  return held.type() == AttrType::String ? std::strlen(held.string()) : 0;
+}
+
+// --- skipped buffers ---
+
+// The input gets a buffer of the type without elements.
+void Reading::skipBuffer(AssignInfo& info) {
+  BufferValue& buffer = info.data.payload.buffer;
+  skippedCount_ = buffer.count;
+  buffer.count = 0;
+  buffer.bytes = 0;
+}
+
+void Reading::keepSkipped(IInput& input, const AssignInfo& info) {
+  charge(sizeof(SkippedBuffer));
+  SkippedBuffer skipped;
+  skipped.inputPath = input.path().view();
+  skipped.type = info.data.payload.buffer.type;
+  skipped.count = skippedCount_;
+  const std::uint64_t keywordEnd = index_->offsetOf(placeOf(info.valueToken)) + 1;
+  const std::uint64_t end = index_->offsetOf(placeOf(info.elementsToken)) + 1;
+  skipped.literal = index_->rangeOf(keywordEnd - info.valueToken.text.len(), end);
+  outcome_.skippedBuffers.push_back(std::move(skipped));
+}
+
+// --- progress ---
+
+void Reading::poll() {
+  if (options_.onProgress == nullptr) return;
+  if (Clock::now() - lastProgress_ >= PROGRESS_INTERVAL) notifyProgress();
+}
+
+void Reading::notifyProgress() {
+  if (options_.onProgress == nullptr) return;
+  ReadProgress progress;
+  progress.bytesRead = index_->end();
+  progress.bytesTotal = size_;
+  if (isResolving()) {
+    progress.linksResolved = counts.links;
+    progress.linksTotal = linksTotal();
+  }
+  const bool goesOn = ending_.callHost([&] { return options_.onProgress(progress); });
+  if (!goesOn) ending_.stop(ReadStatus::Cancelled, "cancelled");
+  lastProgress_ = Clock::now();
+}
+
+std::uint64_t Reading::linksTotal() const noexcept {
+  std::uint64_t links = 0;
+  for (const auto& bucket : parser_.connections.buckets) links += bucket.size;
+  for (const auto& bucket : parser_.references.buckets) links += bucket.size;
+  return links;
+}
+
+// --- diagnostics ---
+
+void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
+  isLineExpected_ = true;
+  const bool isFatal = diagnostic.severity() == zn::korvo_sdk::Severity::Fatal;
+  if (isFatal) endByError(diagnostic);
+  recorder_->add(diagnostic);
+  if (isFatal) return;
+  const std::uint64_t bytes = recorder_->keptBytes();
+  charge(bytes - recordedBytes_);
+  recordedBytes_ = bytes;
+}
+
+// The line of a record repeats it. Any other line is a message of the host's scene.
+void Reading::write(zn::LogLevel level, const zn::String& text) {
+  if (std::exchange(isLineExpected_, false)) return;
+  const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
+  recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()));
+}
+
+void Reading::endAtSceneLimit(Limit limit, const zn::String& line) {
+  ending_.set(ReadStatus::OverLimit, line.view());
+  outcome_.limit = limit;
+}
+
+// Whether the next token, which a statement does not allow, is the end of the text.
+bool Reading::isAtEnd() const noexcept {
+  return parser_.tokens[static_cast<std::uint64_t>(parser_.head)].type == Token::Type::Eof;
+}
+
+void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
+  const zn::String line = record.logLine();
+  switch (record.id) {
+    case FatalId::HostError:
+      return ending_.set(ReadStatus::HostException, std::current_exception());
+    case FatalId::CannotAllocate:
+      return ending_.set(ReadStatus::OutOfMemory, line.view());
+    case FatalId::TooManyEmptyElements:
+      return endAtSceneLimit(Limit::EmptyElements, line);
+    case FatalId::TooManyArrayElements:
+      return endAtSceneLimit(Limit::Elements, line);
+    case FatalId::NestedTooDeeply:
+      return endAtSceneLimit(Limit::Depth, line);
+    case FatalId::BadToken:
+    case FatalId::UnrecognizedToken:
+      return ending_.set(isAtEnd() ? ReadStatus::CutOff : ReadStatus::StoppedByError, line.view());
+    default:
+      return ending_.set(ReadStatus::StoppedByError, line.view());
+  }
+}
+
+}  // namespace vsa

@@ -1,0 +1,64 @@
+// StatementTokens: the tokens of one statement with the bytes that each takes. The parser keeps
+// positions of last characters only, so a statement with a mistake is lexed once more. Internal.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include <vsa/foundation/string.h>
+#include "api/reading/text_index.h"
+#include "api/reading/text_store.h"
+#include "vsa/lex/token.h"
+
+namespace vsa {
+
+class StatementTokens {
+ public:
+  using Type = zn::korvo_sdk::impl::Token::Type;
+
+  /// A token from `begin` up to and without `end`, offsets in the text. Invalid: `end` is the
+  /// offset of the invalid character. Eof: `begin` is where the string or list that is cut off
+  /// opens, or the end of the text.
+  struct Item {
+    Type type;
+    std::uint64_t begin;
+    std::uint64_t end;
+    std::uint64_t firstLine;  // counted from the begin of the statement
+    std::uint64_t lastLine;
+    zn::String text;
+  };
+
+  /// Lexes from `start` on, up to the first ";" that ends at or behind `noticed`, the end of the
+  /// token at which the parser noticed a mistake; if that is not `start`, three tokens behind it
+  /// are enough. Finds no token where the bytes are not available any more.
+  StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
+                  std::uint64_t noticed);
+
+  std::size_t size() const noexcept { return items_.size(); }
+  /// The i-th token, or one of type Eof past the end.
+  const Item& operator[](std::size_t i) const noexcept {
+    return i < items_.size() ? items_[i] : none_;
+  }
+  /// The number of tokens that end at or before `offset`.
+  std::size_t countUpTo(std::uint64_t offset) const noexcept;
+  /// The bytes of a token as they are written.
+  std::string_view bytesOf(const Item& item) const noexcept;
+
+ private:
+  // A statement is lexed in memory; a longer one of a file is not lexed once more.
+  static constexpr std::size_t FIRST_BYTES = 16384;
+  static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
+
+  bool lex(std::string_view bytes, bool isWhole);
+  bool isComplete() const noexcept;
+
+  std::uint64_t start_;
+  std::uint64_t noticed_;
+  std::string_view bytes_;
+  std::vector<Item> items_;
+  Item none_{};
+};
+
+}  // namespace vsa

@@ -1,0 +1,91 @@
+#include "api/reading/text_index.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace vsa {
+
+namespace {
+
+// The 64-bit number nearest to `known` whose low 32 bits are `wrapped`.
+std::uint64_t unwrapped(std::uint64_t known, std::uint32_t wrapped) {
+  const auto difference = static_cast<std::int32_t>(wrapped - static_cast<std::uint32_t>(known));
+  return known + static_cast<std::uint64_t>(static_cast<std::int64_t>(difference));
+}
+
+}  // namespace
+
+TextIndex::TextIndex(TextStore& store) : store_(store) {
+}
+
+void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
+  const Mark& last = marks_.back();
+  if (lexer == nullptr || offset < last.offset + MIN_BLOCK_BYTES) return;
+  Mark mark{offset, last.line, 0};
+  mark.line += static_cast<std::uint32_t>(lexer->line) - static_cast<std::uint32_t>(last.line);
+  // A column counts the bytes from the line's begin, unless the line began before the last mark.
+  mark.column = mark.line == last.line ? last.column + (offset - 1 - last.offset)
+                                       : static_cast<std::uint32_t>(lexer->column) + 1ULL;
+  if (lexer->previous == '\n') mark = {offset, mark.line + 1, 1};
+  ++mark.column;  // behind the lookahead
+  if (lexer->lookaheadChar == '\n') mark = {offset, mark.line + 1, 1};
+  marks_.push_back(mark);
+}
+
+std::uint64_t TextIndex::offsetOf(const Lexer& lexer) const noexcept {
+  return std::min(end_, unwrapped(end_, static_cast<std::uint32_t>(lexer.index)));
+}
+
+// Walks over the lines from `from`, or from the last result if that is nearer, up to the line after
+// which `isReached` would be true, or to the end of what is available.
+template <class IsReached>
+TextIndex::LineStart TextIndex::walk(const Mark& from, const IsReached& isReached) {
+  LineStart at = lineStartOf(from);
+  std::uint64_t offset = from.offset;
+  if (last_.offset > offset && !isReached(last_)) {
+    at = last_;
+    offset = last_.offset;
+  }
+  while (offset < end_) {
+    const auto count =
+        static_cast<std::size_t>(std::min<std::uint64_t>(PIECE_BYTES, end_ - offset));
+    const std::string_view piece = store_.bytes(offset, count);
+    if (piece.empty()) break;
+    std::size_t begin = 0;
+    for (std::size_t feed = piece.find('\n'); feed != std::string_view::npos;
+         feed = piece.find('\n', begin)) {
+      begin = feed + 1;
+      const LineStart next{at.line + 1, offset + begin};
+      if (isReached(next)) return last_ = at;
+      at = next;
+    }
+    offset += piece.size();
+    if (isReached({at.line + 1, offset})) break;
+  }
+  return last_ = at;
+}
+
+std::uint64_t TextIndex::offsetOf(TextPlace place) {
+  if (place.line == 0) return 0;
+  const std::uint64_t line = unwrapped(marks_.back().line, static_cast<std::uint32_t>(place.line));
+  const std::uint64_t column = static_cast<std::uint32_t>(place.column);
+  const auto isBehind = [&](const Mark& mark) {
+    return mark.line > line || (mark.line == line && mark.column > column);
+  };
+  const auto behind = std::partition_point(marks_.begin() + 1, marks_.end(),
+                                           [&](const Mark& mark) { return !isBehind(mark); });
+  const Mark& mark = *(behind - 1);
+  const LineStart start = walk(mark, [&](const LineStart& next) { return next.line > line; });
+  const std::uint64_t offset = start.offset + std::max<std::uint64_t>(column, 1) - 1;
+  return std::min(offset, end_);
+}
+
+TextPosition TextIndex::positionOf(std::uint64_t offset) {
+  const auto behind = std::partition_point(marks_.begin() + 1, marks_.end(),
+                                           [&](const Mark& mark) { return mark.offset <= offset; });
+  const LineStart start =
+      walk(*(behind - 1), [&](const LineStart& next) { return next.offset > offset; });
+  return {offset, start.line, offset - start.offset + 1};
+}
+
+}  // namespace vsa

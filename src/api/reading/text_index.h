@@ -1,0 +1,74 @@
+// TextIndex: offsets from lines and columns, and back. Internal.
+//
+// The lexer counts lines and columns in 32 bits and no offsets that a token would keep. Each time
+// it asks for a block of the text, its position is written down. A position between two blocks is
+// found by counting the line feeds from the first one, in bytes that are looked at once more. A
+// text without mistakes costs one entry per block.
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include <vsa/text_position.h>
+#include "api/reading/text_store.h"
+#include "vsa/apply/read_session.h"
+#include "vsa/lex/lexer.h"
+
+namespace vsa {
+
+class TextIndex {
+ public:
+  using Lexer = zn::korvo_sdk::impl::Lexer;
+  using TextPlace = zn::korvo_sdk::impl::TextPlace;
+
+  explicit TextIndex(TextStore& store);
+
+  /// The byte at `offset` is the first of a block that is about to be read. `lexer` looks ahead at
+  /// the byte before; null before there is one.
+  void addBlock(std::uint64_t offset, const Lexer* lexer);
+  /// The bytes read so far.
+  void setEnd(std::uint64_t end) noexcept { end_ = end; }
+  std::uint64_t end() const noexcept { return end_; }
+
+  /// Characters that the lexer has consumed.
+  std::uint64_t offsetOf(const Lexer& lexer) const noexcept;
+  /// The offset of the character at a place, at most `end`. 0 for the place before the first token.
+  std::uint64_t offsetOf(TextPlace place);
+  /// Line and column of the byte at `offset`, which is at most `end`.
+  TextPosition positionOf(std::uint64_t offset);
+  TextRange rangeOf(std::uint64_t begin, std::uint64_t end) {
+    return {positionOf(begin), positionOf(end)};
+  }
+
+ private:
+  // Bytes are looked at in pieces of this size.
+  static constexpr std::size_t PIECE_BYTES = 16384;
+  // Blocks are smaller when a pipe delivers a few bytes at a time.
+  static constexpr std::uint64_t MIN_BLOCK_BYTES = 65536;
+
+  // A byte whose position is known.
+  struct Mark {
+    std::uint64_t offset;
+    std::uint64_t line;
+    std::uint64_t column;
+  };
+  // A line and the offset of its first byte.
+  struct LineStart {
+    std::uint64_t line;
+    std::uint64_t offset;
+  };
+
+  static LineStart lineStartOf(const Mark& mark) noexcept {
+    return {mark.line, mark.offset - (mark.column - 1)};
+  }
+  std::uint64_t lastLineUnwrapped(std::int32_t line) const noexcept;
+  template <class IsReached>
+  LineStart walk(const Mark& from, const IsReached& isReached);
+
+  TextStore& store_;
+  std::vector<Mark> marks_{{0, 1, 1}};
+  LineStart last_{1, 0};  // the result of the last walk
+  std::uint64_t end_ = 0;
+};
+
+}  // namespace vsa

@@ -1,0 +1,69 @@
+// TextStore: bytes of a text that were read before, to look at once more. Internal.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "foundation/io/descriptor_source.h"
+
+namespace vsa {
+
+class TextStore {
+ public:
+  virtual ~TextStore() = default;
+  /// The bytes from `offset` on, `count` or fewer; none where they are not available any more.
+  /// Valid until the next call. Throws std::bad_alloc.
+  virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
+  /// Whether every byte that was read is available.
+  virtual bool isWhole() const noexcept { return true; }
+  /// The reader is about to overwrite the block that it was given last.
+  virtual void keepBlock() {}
+  /// The reader was given a block of bytes that follow those before.
+  virtual void addBlock(std::string_view /*block*/) noexcept {}
+};
+
+/// A text in memory.
+class MemoryText final : public TextStore {
+ public:
+  explicit MemoryText(std::string_view text) noexcept : text_(text) {}
+  std::string_view bytes(std::uint64_t offset, std::size_t count) override;
+
+ private:
+  std::string_view text_;
+};
+
+/// A regular file, read once more where it is needed.
+class FileText final : public TextStore {
+ public:
+  explicit FileText(const zn::detail::DescriptorSource& source) noexcept : source_(source) {}
+  std::string_view bytes(std::uint64_t offset, std::size_t count) override;
+
+ private:
+  static constexpr std::size_t MIN_READ_BYTES = 16384;
+
+  const zn::detail::DescriptorSource& source_;
+  std::string buffer_;  // the bytes from bufferOffset_ on
+  std::uint64_t bufferOffset_ = 0;
+};
+
+/// The last part of a text that can be read only once.
+class KeptText final : public TextStore {
+ public:
+  std::string_view bytes(std::uint64_t offset, std::size_t count) override;
+  bool isWhole() const noexcept override { return keptOffset_ == 0; }
+  void keepBlock() override;
+  void addBlock(std::string_view block) noexcept override;
+
+ private:
+  // A statement that is longer is not looked at once more.
+  static constexpr std::size_t KEPT_BYTES = std::size_t{1} << 20;
+
+  std::string kept_;  // the bytes from keptOffset_ on, up to the block
+  std::uint64_t keptOffset_ = 0;
+  std::string_view block_;
+  std::string joined_;
+};
+
+}  // namespace vsa

@@ -1,0 +1,30 @@
+// The words that begin a value, and the numbers that its type takes. Internal.
+#pragma once
+
+#include <string_view>
+
+#include <vsa/scene/data_type.h>
+#include "vsa/parser.h"
+
+namespace vsa {
+
+/// The element type of a buffer keyword, ignoring case; Null for any other word.
+zn::korvo_sdk::DataType bufferTypeOf(std::string_view word);
+
+/// Whether a word is the keyword of a buffer or a tuple, ignoring case.
+bool isTypeWord(std::string_view word);
+
+/// Converts numbers of a list as the parser does.
+class ComponentReader {
+ public:
+  /// Of a buffer of that type.
+  explicit ComponentReader(zn::korvo_sdk::DataType bufferType) noexcept;
+  /// Whether `text` converts to a component of the buffer.
+  bool accepts(std::string_view text);
+
+ private:
+  zn::korvo_sdk::DataType component_;
+  zn::korvo_sdk::impl::VsaParser parser_;
+};
+
+}  // namespace vsa

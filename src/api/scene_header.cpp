@@ -1,0 +1,115 @@
+// vsa::Scene: version, time and comments. A text has version and time in comments only, so all
+// three are changed together: reading the comments again gives the same header.
+#include <string>
+#include <vector>
+
+#include <vsa/scene.h>
+#include <vsa/scene/file_version.h>
+#include <vsa/text_rules.h>
+#include "api/edit_guard.h"
+
+namespace vsa {
+
+namespace {
+
+using detail::guarded;
+using PlainScene = zn::korvo_sdk::Scene;
+
+constexpr std::string_view VERSION = "version:";
+constexpr std::string_view TIME = "time:";
+
+bool contains(std::string_view text, std::string_view part) {
+  return text.find(part) != std::string_view::npos;
+}
+
+// The reader looks for a version first, and for a time in other comments only.
+bool setsVersion(std::string_view comment) {
+  return contains(comment, VERSION);
+}
+bool setsTime(std::string_view comment) {
+  return !setsVersion(comment) && contains(comment, TIME);
+}
+
+std::vector<zn::String> commentsOf(const PlainScene& scene) {
+  std::vector<zn::String> comments;
+  for (std::uint64_t i = 0; i < scene.fileCommentCount(); ++i) {
+    comments.push_back(scene.fileComment(i));
+  }
+  return comments;
+}
+
+// `comments` with those that `sets` accepts replaced by `line`, or removed if it is empty.
+std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
+                                 bool (*sets)(std::string_view), const std::string& line) {
+  std::vector<zn::String> result;
+  bool isPlaced = line.empty();
+  for (const zn::String& comment : comments) {
+    if (!sets(comment.view())) {
+      result.push_back(comment);
+    } else if (!isPlaced) {
+      result.push_back(zn::String::copyOf(line));
+      isPlaced = true;
+    }
+  }
+  if (!isPlaced) result.insert(result.begin(), zn::String::copyOf(line));
+  return result;
+}
+
+void setComments(PlainScene& scene, const std::vector<zn::String>& comments) {
+  scene.clearComments();
+  for (const zn::String& comment : comments) scene.pushFileComment(comment);
+}
+
+}  // namespace
+
+Status Scene::setFileVersion(std::uint64_t version) noexcept {
+  return guarded([&]() -> Status {
+    PlainScene& scene = plain();
+    setComments(scene,
+                replaced(commentsOf(scene), setsVersion, "# version: " + std::to_string(version)));
+    scene.setFileVersion(version);
+    return {};
+  });
+}
+
+Status Scene::setFileTime(std::string_view time) noexcept {
+  return guarded([&]() -> Status {
+    if (const Status status = checkTime(time); !status) return status;
+    PlainScene& scene = plain();
+    const std::string line = time.empty() ? std::string() : "# time: " + std::string(time);
+    setComments(scene, replaced(commentsOf(scene), setsTime, line));
+    scene.setFileTime(zn::String::copyOf(time));
+    return {};
+  });
+}
+
+Status Scene::addComment(std::string_view comment) noexcept {
+  return guarded([&]() -> Status {
+    if (const Status status = checkComment(comment); !status) return status;
+    const zn::String line = zn::String::copyOf(
+        comment.starts_with('#') ? std::string(comment) : "# " + std::string(comment));
+    PlainScene& scene = plain();
+    const zn::String value = line.fromFirst(':', false).trim(true, true);
+    scene.pushFileComment(line);
+    if (setsVersion(line.view())) {
+      unsigned long long version = 0;
+      if (zn::String::parse(value, version, zn::String::Radix::Decimal))
+        scene.setFileVersion(version);
+    } else if (setsTime(line.view()) && !value.isEmpty()) {
+      scene.setFileTime(value);
+    }
+    return {};
+  });
+}
+
+Status Scene::clearHeader() noexcept {
+  return guarded([&]() -> Status {
+    PlainScene& scene = plain();
+    scene.clearComments();
+    scene.setFileVersion(zn::korvo_sdk::VSX_FILE_VERSION_1);
+    scene.setFileTime(zn::String());
+    return {};
+  });
+}
+
+}  // namespace vsa

@@ -1,0 +1,114 @@
+#include <vsa/text_rules.h>
+
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+
+#include <vsa/foundation/char_class.h>
+#include <vsa/foundation/string.h>
+
+namespace vsa {
+
+namespace {
+
+namespace char_class = zn::char_class;
+
+bool isWord(std::string_view text, std::string_view lowerCase) {
+  return std::equal(
+      text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
+      [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c + 32 : c) == lower; });
+}
+
+template <class Real>
+bool isReadable(Real number) {
+  using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;
+  if (!std::isnan(number)) return true;
+  constexpr Real READ = std::numeric_limits<Real>::quiet_NaN();
+  const auto bits = std::bit_cast<Bits>(number);
+  return bits == std::bit_cast<Bits>(READ) || bits == std::bit_cast<Bits>(-READ);
+}
+
+// The bytes need not be aligned for the numbers.
+template <class Real>
+bool areReadable(std::span<const std::byte> bytes) {
+  for (std::size_t at = 0; at < bytes.size(); at += sizeof(Real)) {
+    Real number;
+    std::memcpy(&number, bytes.data() + at, sizeof number);
+    if (!isReadable(number)) return false;
+  }
+  return true;
+}
+
+Status checkLine(std::string_view text) {
+  if (text.find('\0') != std::string_view::npos) return EditError::NulCharacter;
+  if (text.find_first_of("\n\r\xFF") != std::string_view::npos) return EditError::BadComment;
+  return {};
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && char_class::is(text.front(), char_class::SPACE)) text.remove_prefix(1);
+  while (!text.empty() && char_class::is(text.back(), char_class::SPACE)) text.remove_suffix(1);
+  return text;
+}
+
+constexpr std::string_view VERSION = "version:";
+
+}  // namespace
+
+bool isName(std::string_view text) noexcept {
+  if (text.empty()) return false;
+  if (!char_class::is(text.front(), char_class::LETTER) && text.front() != '_') return false;
+  for (const char c : text) {
+    if (!char_class::is(c, char_class::NAME)) return false;
+  }
+  return !isWord(text, "true") && !isWord(text, "false") && !isWord(text, "null");
+}
+
+Status checkReal(double value) noexcept {
+  if (std::isinf(value) && value > 0) return EditError::PlusInfinity;
+  if (!isReadable(value)) return EditError::NotANumber;
+  return std::isnan(value) && !std::signbit(value) ? EditError::NotANumber : EditError::None;
+}
+
+Status checkNumbers(std::span<const double> numbers) noexcept {
+  return std::all_of(numbers.begin(), numbers.end(), isReadable<double>) ? EditError::None
+                                                                         : EditError::NotANumber;
+}
+
+Status checkString(std::string_view text) noexcept {
+  return text.find('\0') == std::string_view::npos ? EditError::None : EditError::NulCharacter;
+}
+
+Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept {
+  if (!zn::korvo_sdk::isBufferElement(type)) return EditError::BadBufferType;
+  if (bytes.size() % zn::korvo_sdk::elementBytes(type) != 0) return EditError::BufferSize;
+  const ElementType component = zn::korvo_sdk::componentType(type);
+  const bool isReadableBuffer = component == ElementType::Float    ? areReadable<float>(bytes)
+                                : component == ElementType::Double ? areReadable<double>(bytes)
+                                                                   : true;
+  return isReadableBuffer ? EditError::None : EditError::NotANumber;
+}
+
+Status checkComment(std::string_view comment) noexcept {
+  if (const Status line = checkLine(comment); !line) return line;
+  if (comment.find(VERSION) == std::string_view::npos) return {};
+  unsigned long long number = 0;
+  try {
+    const zn::String text = zn::String::copyOf(trimmed(comment.substr(comment.find(':') + 1)));
+    if (zn::String::parse(text, number, zn::String::Radix::Decimal)) return {};
+  } catch (const std::bad_alloc&) {
+    return EditError::OutOfMemory;
+  }
+  return EditError::BadVersionComment;
+}
+
+Status checkTime(std::string_view time) noexcept {
+  if (const Status line = checkLine(time); !line) return line;
+  if (trimmed(time).size() != time.size()) return EditError::BadTime;
+  return time.find(VERSION) == std::string_view::npos ? EditError::None : EditError::BadTime;
+}
+
+}  // namespace vsa

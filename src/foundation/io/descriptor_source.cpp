@@ -1,0 +1,103 @@
+#include "foundation/io/descriptor_source.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <string_view>
+#include <system_error>
+
+namespace zn::detail {
+
+namespace {
+
+constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
+// Repeats a system call as long as signals interrupt it.
+template <class Call>
+auto restarted(const Call& call) {
+  for (;;) {
+    const auto result = call();
+    if (result != -1 || errno != EINTR) return result;
+  }
+}
+
+}  // namespace
+
+String messageOfError(int error) {
+  return String(std::generic_category().message(error).c_str());
+}
+
+DescriptorSource* DescriptorSource::open(const char* path, int& error) {
+  const int descriptor = restarted([&] { return ::open(path, O_RDONLY | O_CLOEXEC); });
+  if (descriptor == -1) {
+    error = errno;
+    return nullptr;
+  }
+  try {
+    return new DescriptorSource(descriptor);
+  } catch (...) {
+    ::close(descriptor);
+    throw;
+  }
+}
+
+DescriptorSource::~DescriptorSource() {
+  ::close(descriptor_);
+}
+
+std::size_t DescriptorSource::read(char* to, std::size_t capacity) {
+  if (isStarted_) return readSome(to, capacity);
+  isStarted_ = true;
+  return readStart(to, capacity);
+}
+
+std::optional<std::uint64_t> DescriptorSource::fileBytes() const noexcept {
+  struct stat status;
+  if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+std::size_t DescriptorSource::readAt(std::uint64_t offset, char* to,
+                                     std::size_t count) const noexcept {
+  std::size_t done = 0;
+  while (done < count) {
+    const std::uint64_t from = offset + markBytes_ + done;
+    if (from > static_cast<std::uint64_t>(std::numeric_limits<off_t>::max())) break;
+    const ssize_t read = restarted(
+        [&] { return ::pread(descriptor_, to + done, count - done, static_cast<off_t>(from)); });
+    if (read <= 0) break;
+    done += static_cast<std::size_t>(read);
+  }
+  return done;
+}
+
+std::size_t DescriptorSource::readSome(char* to, std::size_t capacity) {
+  const ssize_t count = restarted([&] { return ::read(descriptor_, to, capacity); });
+  if (count >= 0) return static_cast<std::size_t>(count);
+  error_ = messageOfError(errno);
+  return 0;
+}
+
+// Reads until the bytes are no beginning of the mark: a pipe may deliver it in parts.
+std::size_t DescriptorSource::readStart(char* to, std::size_t capacity) {
+  std::size_t count = 0;
+  do {
+    const std::size_t added = readSome(to + count, capacity - count);
+    if (added == 0) return count;
+    count += added;
+  } while (count < BYTE_ORDER_MARK.size() &&
+           BYTE_ORDER_MARK.substr(0, count) == std::string_view(to, count));
+  if (std::string_view(to, count).substr(0, BYTE_ORDER_MARK.size()) != BYTE_ORDER_MARK)
+    return count;
+  markBytes_ = BYTE_ORDER_MARK.size();
+  count -= BYTE_ORDER_MARK.size();
+  if (count == 0) return readSome(to, capacity);
+  std::memmove(to, to + BYTE_ORDER_MARK.size(), count);
+  return count;
+}
+
+}  // namespace zn::detail

@@ -1,0 +1,148 @@
+// From a binary real to the shortest decimal that reads back as the same real. Internal.
+//
+// The method is Schubfach: R. Giulietti, "The Schubfach way to render doubles" (2020). Of all
+// decimals inside the rounding interval of the real it finds one with the fewest digits, and of
+// those the one nearest to the real. Three products with a tabulated power of ten, rounded to odd,
+// decide it exactly, without a loop.
+#pragma once
+
+#include <array>
+#include <bit>
+#include <cstdint>
+
+#include "foundation/base/sanitizers.h"
+#include "foundation/base/wide_multiply.h"
+#include "foundation/numbers/number_decimal.h"
+#include "foundation/numbers/powers_of_ten.h"
+
+namespace zn::numbers {
+
+/// digits * 10^exponent. The digits may end in zeros, which say nothing.
+template <class Digits>
+struct Decimal {
+  Digits digits;
+  int exponent;
+};
+
+/// The exponents of the powers of ten that floats need.
+inline constexpr int MIN_FLOAT_POWER = -31;
+inline constexpr int MAX_FLOAT_POWER = 45;
+
+/// The leading 64 bits of a power of ten, rounded up.
+constexpr std::uint64_t leadingBitsCeiled(int exponent) {
+  if (exponent < 0) return reciprocal(powerOfFive(-exponent)).high + 1;
+  const detail::Wide bits = shiftedToTop(powerOfFive(exponent));
+  return bits.high + (bits.low == 0 ? 0 : 1);
+}
+
+constexpr auto makeFloatPowers() {
+  std::array<std::uint64_t, MAX_FLOAT_POWER - MIN_FLOAT_POWER + 1> table{};
+  int exponent = MIN_FLOAT_POWER;
+  for (std::uint64_t& row : table) row = leadingBitsCeiled(exponent++);
+  return table;
+}
+
+inline constexpr auto FLOAT_POWERS = makeFloatPowers();
+
+/// What the method needs to know of a type: its layout, and its powers of ten.
+template <class Real>
+struct RealLayout;
+
+template <>
+struct RealLayout<float> {
+  using Bits = std::uint32_t;
+  static constexpr int MANTISSA_BITS = 23;
+  static constexpr int EXPONENT_BIAS = 127 + MANTISSA_BITS;
+  static constexpr Bits EXPONENT_MASK = 0xFF;
+
+  static std::uint64_t power(int exponent) {
+    return FLOAT_POWERS[static_cast<std::size_t>(exponent - MIN_FLOAT_POWER)];
+  }
+
+  /// The upper half of power * factor, with the lowest bit set if anything was cut off.
+  VSA_WRAPS_AROUND static Bits roundedToOdd(std::uint64_t power, Bits factor) {
+    const detail::Wide product = detail::multiply(power, factor);
+    return static_cast<Bits>(product.high) | static_cast<Bits>((product.low >> 32) > 1);
+  }
+};
+
+template <>
+struct RealLayout<double> {
+  using Bits = std::uint64_t;
+  static constexpr int MANTISSA_BITS = 52;
+  static constexpr int EXPONENT_BIAS = 1023 + MANTISSA_BITS;
+  static constexpr Bits EXPONENT_MASK = 0x7FF;
+
+  static const detail::Wide& power(int exponent) {
+    return POWERS_OF_TEN_CEILED[exponent - MIN_CEILED_POWER];
+  }
+
+  VSA_WRAPS_AROUND static Bits roundedToOdd(const detail::Wide& power, Bits factor) {
+    const detail::Wide low = detail::multiply(power.low, factor);
+    detail::Wide product = detail::multiply(power.high, factor);
+    product.low += low.high;
+    product.high += product.low < low.high ? 1 : 0;
+    return product.high | static_cast<Bits>(product.low > 1);
+  }
+};
+
+/// floor(log10(2^exponent)), or of 3/4 of that power for a real whose lower neighbour is nearer.
+constexpr int floorLog10OfPower(int exponent, bool isLowerNearer) {
+  // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
+  return (exponent * 1262611 - (isLowerNearer ? 524031 : 0)) >> 22;
+}
+
+/// floor(log2(10^exponent)).
+constexpr int floorLog2OfPower(int exponent) {
+  // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
+  return (exponent * 1741647) >> 19;
+}
+
+/// The shortest decimal of a positive finite real, given by its bits.
+template <class Real>
+VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal(
+    typename RealLayout<Real>::Bits bits) {
+  using Layout = RealLayout<Real>;
+  using Bits = typename Layout::Bits;
+  constexpr Bits HIDDEN_BIT = Bits{1} << Layout::MANTISSA_BITS;
+  const Bits fraction = bits & (HIDDEN_BIT - 1);
+  const Bits biased = (bits >> Layout::MANTISSA_BITS) & Layout::EXPONENT_MASK;
+  const Bits mantissa = biased == 0 ? fraction : fraction | HIDDEN_BIT;
+  const int exponent = static_cast<int>(biased == 0 ? 1 : biased) - Layout::EXPONENT_BIAS;
+  // An integer that the mantissa holds has no shorter decimal, but for zeros at its end.
+  if (exponent <= 0 && exponent >= -Layout::MANTISSA_BITS &&
+      (mantissa & ((Bits{1} << -exponent) - 1)) == 0) {
+    return {static_cast<Bits>(mantissa >> -exponent), 0};
+  }
+  // At a power of two the reals below are twice as dense.
+  const bool isLowerNearer = fraction == 0 && biased > 1;
+  const int power = floorLog10OfPower(exponent, isLowerNearer);
+  const int shift = exponent + floorLog2OfPower(-power) + 1;
+  const auto& factor = Layout::power(-power);
+  const Bits middle = mantissa * 4;
+  const Bits lowerEnd = Layout::roundedToOdd(
+      factor, static_cast<Bits>((middle - 2 + (isLowerNearer ? 1 : 0)) << shift));
+  const Bits value = Layout::roundedToOdd(factor, static_cast<Bits>(middle << shift));
+  const Bits upperEnd = Layout::roundedToOdd(factor, static_cast<Bits>((middle + 2) << shift));
+  // The ends belong to the interval where reading rounds them to this real: ties go to even.
+  const Bits isOdd = mantissa & 1;
+  const Bits lower = lowerEnd + isOdd;
+  const Bits upper = upperEnd - isOdd;
+
+  const Bits digits = value / 4;
+  // One digit fewer, if exactly one such decimal is inside.
+  const Bits shorter = digits / 10;
+  const bool isBelowInside = lower <= shorter * 40;
+  const bool isAboveInside = shorter * 40 + 40 <= upper;
+  if (digits >= 10 && isBelowInside != isAboveInside) {
+    return {static_cast<Bits>(shorter + (isAboveInside ? 1 : 0)), power + 1};
+  }
+  const bool isDownInside = lower <= digits * 4;
+  const bool isUpInside = digits * 4 + 4 <= upper;
+  const Bits half = digits * 4 + 2;
+  const bool isNearerUp = value > half || (value == half && (digits & 1) != 0);
+  const bool up = isDownInside != isUpInside ? isUpInside : isNearerUp;
+  return {static_cast<Bits>(digits + (up ? 1 : 0)), power};
+}
+
+}  // namespace zn::numbers

@@ -1,0 +1,180 @@
+// ReadSession: the limits, counts and ownership of one reading through the public API. Internal.
+//
+// The plain entry points attach none: the parser then tests one null pointer for each hook. With a
+// session, the parser calls it before it takes memory and before it hands a value to the scene.
+#pragma once
+
+#include <cstdint>
+#include <limits>
+#include <span>
+
+#include <vsa/scene/attr_data.h>
+#include <vsa/scene/scene_interface.h>
+#include "vsa/apply/assign_info.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// Thrown to end a reading without a message of the parser: cancelled, or over a limit. It is no
+/// std::exception, so no handler between the session and its owner takes it for a host's error.
+struct ReadStopped {};
+
+/// Position of a token's last character. Zero before the first token.
+struct TextPlace {
+  std::int32_t line = 0;
+  std::int32_t column = 0;
+
+  bool operator==(const TextPlace&) const = default;
+};
+
+class ReadSession {
+ public:
+  enum class Budget : std::uint8_t { Nodes, Elements, Depth, BufferBytes, Memory };
+
+  /// Upper bounds. Memory is in bytes, depth in levels of inputs.
+  struct Limits {
+    static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
+    std::uint64_t nodes = NONE;
+    std::uint64_t elements = NONE;
+    std::uint64_t depth = NONE;
+    std::uint64_t bufferBytes = NONE;
+    std::uint64_t memory = NONE;
+  };
+
+  struct Counts {
+    std::uint64_t statements = 0;
+    std::uint64_t nodes = 0;
+    std::uint64_t elements = 0;
+    std::uint64_t values = 0;
+    std::uint64_t links = 0;  ///< Links whose resolution has begun.
+  };
+
+  ReadSession() = default;
+  ReadSession(const ReadSession&) = delete;
+  ReadSession& operator=(const ReadSession&) = delete;
+
+  Limits limits;
+  Counts counts;
+  bool skipsBuffers = false;         ///< Buffer literals are described and not converted.
+  bool literalsRaiseMemory = false;  ///< The limit of memory grows by what literals expand to.
+
+  // Where the parser is. For diagnostics.
+
+  /// The token consumed last before the current statement; for a link being resolved, before the
+  /// statement of the link.
+  TextPlace statement() const noexcept { return statement_; }
+  /// Whether links are being resolved.
+  bool isResolving() const noexcept { return isResolving_; }
+  /// The current statement if it is an assignment whose path was read; otherwise null.
+  const AssignInfo* assignment() const noexcept { return assignment_; }
+  /// Its path; empty if there is none.
+  std::span<const Token> path() const noexcept { return path_; }
+
+  // The parser calls these. Those that take memory throw ReadStopped before it is taken.
+
+  /// Called twice for a statement that the parser reads again, from its tokens: it counts once.
+  void beginStatement(std::int32_t line, std::int32_t column) {
+    const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
+    statement_ = {line, column};
+    endAssignment();
+    dropValue();
+    if (isAgain) return;
+    if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
+  }
+  /// Both stay as they are until the next statement begins.
+  void beginAssignment(const AssignInfo& info, std::span<const Token> path) {
+    assignment_ = &info;
+    path_ = path;
+    if (limits.depth != Limits::NONE && inputsOnPath() > limits.depth) exceed(Budget::Depth);
+  }
+  void beginResolution() noexcept {
+    dropValue();
+    endAssignment();
+    isResolving_ = true;
+  }
+  void beginLink(TextPlace place) {
+    statement_ = place;
+    if (++counts.links % LINKS_PER_POLL == 0) poll();
+  }
+
+  /// `nameBytes`: of type and name together.
+  void takeNode(std::uint64_t nameBytes) {
+    if (counts.nodes >= limits.nodes) exceed(Budget::Nodes);
+    charge(NODE_BYTES + nameBytes);
+  }
+  void takeInput() { charge(INPUT_BYTES); }
+  void takeElement() {
+    if (counts.elements >= limits.elements) exceed(Budget::Elements);
+    charge(INPUT_BYTES);
+    ++counts.elements;
+  }
+  void takeLink() { charge(LINK_BYTES); }
+  void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
+  /// Called when type, count and size of a buffer are known, before its memory is taken.
+  /// `expandedBytes`: an upper bound of what its compressed text expands to; 0 for a list.
+  void takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes);
+
+  /// Owns the memory of a value until an input takes it. `memory` came from malloc or calloc.
+  void hold(void* memory, std::uint64_t bytes) noexcept {
+    dropValue();
+    held_ = memory;
+    heldBytes_ = bytes;
+  }
+  /// Called right before the value is assigned to `input`, which owns its memory then.
+  void handOver(interfaces::IInput& input, const AttrData& value);
+
+  /// Describes a buffer literal that is not converted.
+  virtual void skipBuffer(AssignInfo& info) = 0;
+
+  /// Bytes that the reading has taken and that are still in use, as far as they are known.
+  std::uint64_t memory() const noexcept { return memory_; }
+  /// Counts memory that the reading is about to take.
+  void charge(std::uint64_t bytes) {
+    const bool fits = bytes <= limits.memory && memory_ <= limits.memory - bytes;
+    if (!fits && limits.memory != Limits::NONE) exceed(Budget::Memory);
+    memory_ += bytes;
+  }
+
+ protected:
+  ~ReadSession() { dropValue(); }
+
+  /// Throws ReadStopped.
+  [[noreturn]] virtual void exceed(Budget budget) = 0;
+  /// Called every few statements and links.
+  virtual void poll() = 0;
+  /// Bytes of the value that `input` holds and will free when it is given another.
+  virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
+  /// A skipped buffer literal is about to be assigned to `input`.
+  virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info) = 0;
+
+ private:
+  static constexpr std::uint64_t STATEMENTS_PER_POLL = 64;
+  static constexpr std::uint64_t LINKS_PER_POLL = 1024;
+  // What the library's scene takes for each, with its place in lists and tables.
+  static constexpr std::uint64_t NODE_BYTES = 96;
+  static constexpr std::uint64_t INPUT_BYTES = 64;
+  static constexpr std::uint64_t LINK_BYTES = 64;
+  static constexpr std::uint64_t TEXT_BYTES = 32;
+  // Shorter values are not looked at before they are replaced.
+  static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
+
+  void dropValue() noexcept {
+    if (held_ != nullptr) freeValue();
+  }
+  void freeValue() noexcept;
+  void endAssignment() noexcept {
+    assignment_ = nullptr;
+    path_ = {};
+  }
+  // All names and indices on the path but the node's name.
+  std::uint64_t inputsOnPath() const noexcept;
+
+  TextPlace statement_;
+  const AssignInfo* assignment_ = nullptr;
+  std::span<const Token> path_;
+  void* held_ = nullptr;
+  std::uint64_t heldBytes_ = 0;
+  std::uint64_t memory_ = 0;
+  bool isResolving_ = false;
+};
+
+}  // namespace zn::korvo_sdk::impl

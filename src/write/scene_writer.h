@@ -1,0 +1,74 @@
+// Writes the statements of a scene. Internal.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+#include <vsa/write.h>
+#include "write/problem_list.h"
+#include "write/scene_walk.h"
+#include "write/text_buffer.h"
+
+namespace vsa::impl {
+
+/// Collects the problems of a scene and writes nothing.
+class SceneCheck final : public SceneVisitor {
+ public:
+  explicit SceneCheck(ProblemList& problems) : problems_(problems) {}
+
+  void beginNode(const zn::korvo_sdk::Node&) override {}
+  void value(const zn::korvo_sdk::Node&, std::string_view, zn::korvo_sdk::Input&, Form) override {}
+  void connection(const zn::korvo_sdk::Node&, std::string_view,
+                  const zn::korvo_sdk::Output&) override {}
+  void endNode(const zn::korvo_sdk::Node&) override {}
+  void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
+               bool isReplaced) override {
+    problems_.add(node.name().view(), path, reason, isReplaced);
+  }
+
+ private:
+  ProblemList& problems_;
+};
+
+/// Writes the nodes with their values, and their links unless these are to stand last.
+class NodeWriter final : public SceneVisitor {
+ public:
+  NodeWriter(TextBuffer& out, const WriteOptions& options, ProblemList& problems)
+      : out_(out), options_(options), problems_(problems) {}
+
+  void beginNode(const zn::korvo_sdk::Node& node) override;
+  void value(const zn::korvo_sdk::Node& node, std::string_view path, zn::korvo_sdk::Input& input,
+             Form form) override;
+  void connection(const zn::korvo_sdk::Node& node, std::string_view path,
+                  const zn::korvo_sdk::Output& output) override;
+  void endNode(const zn::korvo_sdk::Node& node) override;
+  void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
+               bool isReplaced) override;
+
+ private:
+  void putTarget(const zn::korvo_sdk::Node& node, std::string_view path);
+
+  TextBuffer& out_;
+  const WriteOptions& options_;
+  ProblemList& problems_;
+  bool isBlock_ = false;  // the node's declaration ended in ":"
+};
+
+/// Writes the links alone, each with the name of its node.
+class LinkWriter final : public SceneVisitor {
+ public:
+  explicit LinkWriter(TextBuffer& out) : out_(out) {}
+
+  void beginNode(const zn::korvo_sdk::Node&) override {}
+  void value(const zn::korvo_sdk::Node& node, std::string_view path, zn::korvo_sdk::Input& input,
+             Form form) override;
+  void connection(const zn::korvo_sdk::Node& node, std::string_view path,
+                  const zn::korvo_sdk::Output& output) override;
+  void endNode(const zn::korvo_sdk::Node&) override {}
+  void problem(const zn::korvo_sdk::Node&, std::string_view, const char*, bool) override {}
+
+ private:
+  TextBuffer& out_;
+};
+
+}  // namespace vsa::impl

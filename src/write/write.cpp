@@ -1,0 +1,173 @@
+// The entry points: each checks the scene, then writes it.
+#include <vsa/write.h>
+
+#include <new>
+#include <utility>
+
+#include "write/file_replacement.h"
+#include "write/header_text.h"
+#include "write/node_order.h"
+#include "write/scene_writer.h"
+
+namespace vsa {
+
+namespace {
+
+using impl::ProblemList;
+using impl::SceneVisitor;
+using impl::SceneWalk;
+using impl::TextBuffer;
+
+class StringSink final : public Sink {
+ public:
+  explicit StringSink(std::string& text) : text_(text) {}
+
+  bool write(std::string_view text) override {
+    text_ += text;
+    return true;
+  }
+
+ private:
+  std::string& text_;
+};
+
+void walkScene(const zn::korvo_sdk::Scene& scene, NodeOrder order, SceneVisitor& visitor) {
+  SceneWalk walk(scene, visitor);
+  impl::forEachNode(scene, order, [&](const zn::korvo_sdk::Node& node) { walk.walk(node); });
+}
+
+std::string messageOf(const WriteResult& result) {
+  std::string message = "a text cannot carry the scene";
+  if (result.problems.empty()) return message;
+  const WriteProblem& first = result.problems.front();
+  message += ": " + first.node + first.input;
+  message += (first.node.empty() ? "" : ": ") + first.reason;
+  const std::uint64_t others = result.problemCount - 1;
+  if (others > 0) message += " (and " + std::to_string(others) + " more)";
+  return message;
+}
+
+/// Whether the scene can be written: without a problem, unless losses are allowed.
+bool isCarried(const zn::korvo_sdk::Scene& scene, const impl::HeaderText& header,
+               const WriteOptions& options, ProblemList& problems, WriteResult& result) {
+  for (const char* const reason : header.problems()) problems.add("", "", reason, false);
+  if (options.lossy) return true;
+  impl::SceneCheck check(problems);
+  walkScene(scene, NodeOrder::Created, check);
+  if (result.problemCount == 0) return true;
+  result.status = WriteStatus::NotCarried;
+  result.message = messageOf(result);
+  return false;
+}
+
+void writeScene(const zn::korvo_sdk::Scene& scene, Sink& sink, const WriteOptions& options,
+                WriteResult& result) {
+  ProblemList problems(result, options.keptProblems);
+  const impl::HeaderText header(scene, options.header);
+  if (!isCarried(scene, header, options, problems, result)) return;
+  TextBuffer out(sink);
+  header.put(out);
+  impl::NodeWriter nodes(out, options, problems);
+  walkScene(scene, options.order, nodes);
+  if (options.links == LinkPlace::Last) {
+    impl::LinkWriter links(out);
+    walkScene(scene, options.order, links);
+  }
+  out.flush();
+  result.bytesWritten = out.flushed();
+}
+
+void fail(WriteResult& result, WriteStatus status, std::string message) noexcept {
+  result.status = status;
+  result.message = std::move(message);
+}
+
+/// Runs `write()`, and makes what it throws part of the result.
+template <class Write>
+void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept {
+  try {
+    try {
+      write();
+    } catch (const impl::SinkFailed&) {
+      fail(result, WriteStatus::Unwritable, sink.error());
+    } catch (const std::bad_alloc&) {
+      fail(result, WriteStatus::OutOfMemory, {});
+    } catch (const std::exception& error) {
+      result.exception = std::current_exception();
+      fail(result, WriteStatus::HostException, error.what());
+    }
+  } catch (const std::bad_alloc&) {
+    fail(result, WriteStatus::OutOfMemory, {});
+  } catch (...) {
+    result.exception = std::current_exception();
+    fail(result, WriteStatus::HostException, {});
+  }
+}
+
+// The functions below are the public ones for either kind of scene; `plain()` is the scene.
+
+template <class Plain>
+WriteResult writeToSink(const Plain& plain, Sink& sink, const WriteOptions& options) noexcept {
+  WriteResult result;
+  guarded(result, sink, [&] { writeScene(plain(), sink, options, result); });
+  return result;
+}
+
+template <class Plain>
+TextResult writeToString(const Plain& plain, const WriteOptions& options) noexcept {
+  TextResult result;
+  StringSink sink(result.text);
+  guarded(result, sink, [&] { writeScene(plain(), sink, options, result); });
+  if (!result.isWritten()) result.text.clear();
+  return result;
+}
+
+template <class Plain>
+WriteResult writeToFile(const Plain& plain, const std::filesystem::path& path,
+                        const WriteOptions& options) noexcept {
+  WriteResult result;
+  impl::FileReplacement file;
+  guarded(result, file, [&] {
+    if (!file.open(path)) throw impl::SinkFailed();
+    writeScene(plain(), file, options, result);
+    if (result.isWritten() && !file.replace()) throw impl::SinkFailed();
+  });
+  return result;
+}
+
+}  // namespace
+
+WriteResult writeTo(const zn::korvo_sdk::Scene& scene, Sink& sink,
+                    const WriteOptions& options) noexcept {
+  return writeToSink(
+      [&]() -> auto& { return scene; }, sink, options);
+}
+
+TextResult writeText(const zn::korvo_sdk::Scene& scene, const WriteOptions& options) noexcept {
+  return writeToString(
+      [&]() -> auto& { return scene; }, options);
+}
+
+WriteResult writeFile(const zn::korvo_sdk::Scene& scene, const std::filesystem::path& path,
+                      const WriteOptions& options) noexcept {
+  return writeToFile(
+      [&]() -> auto& { return scene; }, path, options);
+}
+
+WriteResult writeTo(const Scene& scene, Sink& sink, const WriteOptions& options) noexcept {
+  return writeToSink(
+      [&]() -> auto& { return scene.plain(); }, sink, options);
+}
+
+TextResult writeText(const Scene& scene, const WriteOptions& options) noexcept {
+  return writeToString(
+      [&]() -> auto& { return scene.plain(); }, options);
+}
+
+WriteResult writeFile(const Scene& scene, const std::filesystem::path& path,
+                      const WriteOptions& options) noexcept {
+  return writeToFile(
+      [&]() -> auto& { return scene.plain(); }, path, options);
+}
+
+}  // namespace vsa

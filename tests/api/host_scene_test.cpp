@@ -1,0 +1,166 @@
+// HostScene: the defaults, and what a host that overrides something is told.
+#include <vsa/host_scene.h>
+
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include <vsa/read.h>
+#include "tests/api/scene_of.h"
+
+namespace {
+
+using vsa::HostInput;
+using vsa::HostNode;
+using vsa::HostOutput;
+using vsa::ReadStatus;
+using zn::korvo_sdk::AttrData;
+
+// Messages of a text in the order in which they were found.
+std::vector<std::string> messagesOf(const vsa::ReadOutcome& outcome) {
+  std::vector<std::string> messages;
+  for (const vsa::Diagnostic& found : outcome.diagnostics) messages.push_back(found.logLine());
+  return messages;
+}
+
+// Writes down what it is told.
+class Recorder : public vsa::HostScene {
+ public:
+  std::vector<std::string> events;
+
+  void onValue(const HostInput& input, const AttrData& value) override {
+    events.push_back(where(input) + " is a " + std::string(vsa::typeName(value.type)));
+  }
+  void onReference(const HostInput& input, HostNode* node) override {
+    events.push_back(where(input) + " refers to " +
+                     (node ? std::string(node->nodeName()) : "none"));
+  }
+  void onConnection(const HostInput& input, const HostOutput* output) override {
+    events.push_back(where(input) + " is driven by " + (output ? output->name() : "none"));
+  }
+  void onRemove(HostNode& node) override {
+    events.push_back("without " + std::string(node.nodeName()));
+  }
+
+ private:
+  static std::string where(const HostInput& input) {
+    return std::string(input.node().nodeName()) + "/" + input.pathInNode();
+  }
+};
+
+using Events = std::vector<std::string>;
+
+TEST(HostScene, TellsOfEveryValueAndLink) {
+  Recorder scene;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, R"(
+    lamp sun: .power = 2.5; .keys[1].time = 1; .points = float[2] {1 2}; .name = "sun"; .kind = {};
+    sky dusk; .color |= dusk.out; remove dusk; sun.power = 3; sun.free |= null;
+    sun.to = sun; sun.keys[0].to = null;)");
+  EXPECT_EQ(outcome.status, ReadStatus::Complete);
+  std::sort(scene.events.begin() + 6, scene.events.end());  // links: by addresses
+  EXPECT_EQ(scene.events,
+            (Events{"sun/power is a Real", "sun/keys[1].time is a Int", "sun/points is a Buffer",
+                    "sun/name is a String", "sun/kind is a Object", "without dusk",
+                    "sun/free is driven by none", "sun/keys[0].to refers to none",
+                    "sun/power is a Real", "sun/to refers to sun"}));
+  EXPECT_EQ(scene.node("dusk"), nullptr);
+  ASSERT_NE(scene.node("sun"), nullptr);
+  EXPECT_EQ(scene.node("sun")->nodeType(), "lamp");
+}
+
+// Every case of the library's scene that needs no declared type gives the same messages.
+TEST(HostScene, BehavesAsTheLibrarysSceneDoes) {
+  for (const char* const text : {
+           "lamp a: .x = 1; .x = 2.5; .x = \"s\"; .x.y = 1;",
+           "lamp a: .k[2] = 1; .k[*] = 2; .k[0] = 1.5; .k.x = 1;",
+           "lamp a: .p = float[1] {1}; .p = int32[1] {1}; .p = 1; .p[0] = 1;",
+           "lamp a: .k[1] = float[1] {1}; .k[0] = int32[1] {1};",
+           "lamp a: .o.p.q = 1; .o.p = 1; .o[0] = 1;",
+           "lamp a: .n |= b.out; .n = 1; lamp b;",
+           "lamp a: .k[0][1].x = vec2(1 2); .k[0][0].x = vec3(1 2 3); .k = [1];",
+           "lamp a: .x |= nosuch.out; .y = nosuch; .z |= a.b.c;",
+           "define s; with s: .x = 1; remove s; s.x = 1;",
+           "# version: x\nlamp a; a.",
+       }) {
+    vsa::Scene plain;
+    vsa::HostScene host;
+    const vsa::ReadOutcome expected = vsa::readTextInto(plain, text);
+    const vsa::ReadOutcome found = vsa::readTextInto(host, text);
+    EXPECT_EQ(found.status, expected.status) << text;
+    std::vector<std::string> messages = messagesOf(found), expectedMessages = messagesOf(expected);
+    std::sort(messages.begin(), messages.end());
+    std::sort(expectedMessages.begin(), expectedMessages.end());
+    EXPECT_EQ(messages, expectedMessages) << text;
+  }
+}
+
+TEST(HostScene, BoundsWhatATextMakesOfFewCharacters) {
+  vsa::HostScene scene;
+  EXPECT_EQ(vsa::readTextInto(scene, "lamp a: .k[4000000000] = 1;").limit,
+            vsa::Limit::EmptyElements);
+  std::string deep = "lamp b: .o";
+  for (int i = 0; i < 300; ++i) deep += ".o";
+  EXPECT_EQ(vsa::readTextInto(scene, deep + " = 1;").limit, vsa::Limit::Depth);
+  std::string dense = "lamp c;";
+  for (int i = 0; i < 1000; ++i) dense += "c.k[" + std::to_string(i) + "] = 1;";
+  vsa::HostScene other;
+  other.emptyElementLimit = 2;
+  EXPECT_EQ(vsa::readTextInto(other, dense).status, ReadStatus::Complete);
+}
+
+// Keeps no node.
+class Counter : public vsa::HostScene {
+ public:
+  int nodes = 0;
+
+ private:
+  std::unique_ptr<HostNode> makeNode(std::string_view /*type*/,
+                                     std::string_view /*name*/) override {
+    ++nodes;
+    return nullptr;
+  }
+};
+
+TEST(HostScene, CanKeepNothing) {
+  Counter scene;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, R"(
+    lamp sun: .power = 2.5; .keys[4000000000].time[3][*] = 1; .points = float[2] {1 2}; .name = "sun";
+    .k[1] = float[1] {1}; .k[0] = int32[1] {1}; lamp sun; lamp moon; define s; with s: .x = 1;
+    moon.c |= sun.out; moon.r = s; remove moon; lamp moon; .v = vec3(1 2 3);)");
+  EXPECT_EQ(outcome.status, ReadStatus::Complete);
+  EXPECT_EQ(messagesOf(outcome), Events{});
+  EXPECT_EQ(scene.nodes, 4);
+  EXPECT_EQ(scene.node("sun"), nullptr);
+}
+
+// A host that keeps some nodes: links to others are told as such.
+class Lamps : public Recorder {
+  std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name) override {
+    return type == "lamp" ? vsa::HostScene::makeNode(type, name) : nullptr;
+  }
+};
+
+TEST(HostScene, CanKeepSomeNodes) {
+  Lamps scene;
+  EXPECT_EQ(vsa::readTextInto(scene, "sky s: .x = 1; lamp l: .c |= s.out; .r = s; .y = 1;").status,
+            ReadStatus::Complete);
+  EXPECT_EQ(scene.events, (Events{"l/y is a Int", "l/c is driven by out", "l/r refers to none"}));
+}
+
+class Thrower : public vsa::HostScene {
+  void onValue(const HostInput& /*input*/, const AttrData& /*value*/) override { throw 1; }
+};
+
+// The sanitizers see whether the memory of the value is freed.
+TEST(HostScene, MayThrow) {
+  Thrower scene;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp l: .p = float[1000] {1};");
+  EXPECT_EQ(outcome.status, ReadStatus::HostException);
+  EXPECT_THROW(std::rethrow_exception(outcome.exception), int);
+}
+
+}  // namespace

@@ -1,0 +1,161 @@
+// The range of each diagnostic: a table of texts in which the bytes to blame are marked.
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+
+#include <vsa/read.h>
+#include "tests/api/reading/api_read.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa::DiagnosticId;
+
+/// The first diagnostic of a text, and the place to blame between « and ».
+struct Row {
+  DiagnosticId id;
+  std::string_view marked;
+  std::string_view inputPath = "";
+  std::optional<std::uint64_t> numberIndex = std::nullopt;
+};
+
+using enum DiagnosticId;
+
+const Row ROWS[] = {
+    // Characters.
+    {InvalidToken, "lamp sun;\nsun.power = 50«%»;", "sun.power"},
+    {InvalidToken, "«}»"},
+    {InvalidToken, "lamp sun;\n«)»\n"},
+    {InvalidListToken, "lamp sun;\nsun.color = rgba(1 0.9 «x»);", "sun.color"},
+    {InvalidListToken, "lamp sun;\nsun.color = rgba«(»1 0.9 1;\nlamp moon;\n", "sun.color"},
+    {InvalidListToken, "mesh m;\nm.ids = int32[3] «{»0 1\n2\nm.power = 3;\n", "m.ids"},
+    {InvalidListToken, "mesh m;\nm.ids[«x»] = 3;\n"},
+    // What is cut off.
+    {UnexpectedEof, "lamp sun;\n  «\"»never closed;\n"},
+    {UnexpectedEof, "lamp sun;«{»1 2 3"},
+    {BadToken, "lamp sun;\nsun.label = «\"»over the table;\nlamp moon;\n", "sun.label"},
+    {BadToken, "lamp sun;\nsun.color = rgba«(»1 2 3", "sun.color"},
+    {BadToken, "lamp sun;\nsun.power = 3«»", "sun.power"},
+    {BadToken, "lamp sun;\nsun.power =«»\n\n", "sun.power"},
+    {EndMark, "lamp sun;\n«\xFF»lamp moon;"},
+    // Statements.
+    {BadToken, "lamp sun;\nsun.power = 3«»\nsun.label = \"x\";\n", "sun.power"},
+    {BadToken, "lamp sun;\nsun.power = 3«» # watts\n;\n", "sun.power"},
+    {BadToken, "lamp sun;\nsun.label = «\"»x;\nsun.name = \"noon\";\n", "sun.label"},
+    {BadToken, "lamp sun;\nsun.power = 1«,»5;\n", "sun.power"},
+    {BadToken, "mesh quad;\nquad.ids = «uint8»[2] {0 1};\n", "quad.ids"},
+    {BadToken, "mesh quad;\nquad.up = «vector»(0 1 0);\n", "quad.up"},
+    {BadToken, "mesh quad;\nquad.ids = int32[3] «(0 1 2)»;\n", "quad.ids"},
+    {BadToken, "mesh quad;\nquad.ids = int32 «{0 1 2}»;\n", "quad.ids"},
+    {BadToken, "mesh quad;\nquad.up = «;»\n", "quad.up"},
+    {BadToken, "lamp sun;\nsun.power = «+»5;\n", "sun.power"},
+    {BadToken, "lamp sun;\nsun.depth = «1e-05»;\n", "sun.depth"},
+    {BadToken, "lamp sun;\nsun.up = vec3«(1 2)»;\n", "sun.up"},
+    {BadToken, "lamp sun;\nsun.up = vec3(1, «1e», 2);\n", "sun.up", 1},
+    {BadToken, "lamp sun;\nsun.color | «dusk».outColor;\n", "sun.color"},
+    {BadToken, "sphere ball;\nball.material |= «clay»;\n", "ball.material"},
+    {UnrecognizedToken, "«42»;"},
+    {UnrecognizedToken, "lamp sun;\n«/»/ a lamp\n"},
+    {UnrecognizedToken, "lamp sun«»\nsun.power = 3;\n"},
+    {UnrecognizedToken, "lamp sun«»"},
+    {UnrecognizedToken, "lamp sun;\nsun.power «3»;\n", "sun.power"},
+    {BadVersion, "lamp sun;\n  «# version: beta»\nlamp moon;\n"},
+    {WithNodeNotSet, "lamp sun;\n«.power» = 2.5;", ".power"},
+    {NodeNotFound, "lamp sun;\n«moon».power =\n  2.5;", "moon.power"},
+    {InputNotFound, "mesh q;\nq.ids |= c.out;\nq.«ids[0]» = 1;\n", "q.ids[0]"},
+    {InvalidArrayIndex, "mesh q;\nq.sets[0]«[]» = 1;\n", "q.sets[0][]"},
+    // Types.
+    {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys"},
+    {CannotAssignType, "ball b:\n.radius = 1;\n.radius.«x» = 2.5;\n", "b.radius"},
+    {CannotAssignType, "ball b:\n.radius = 1;\nb.radius«[0]» = 2.5;\n", "b.radius"},
+    {Narrowing, "lamp sun;\nsun.n = 1;\nsun.n = «2.7» ;\n", "sun.n"},
+    {WrongType, "lamp sun;\nsun.n = 1;\nsun.n = «vec3 (1 2 3)»;\n", "sun.n"},
+    {WrongType, "lamp sun;\nsun.n[*] = 1;\nsun.n = «\"a\n but found b\"»;\n", "sun.n"},
+    {BadEnumValue, "declaredLamp sun:\n.shape = «\"cone\"»;\n", "sun.shape"},
+    // Buffers.
+    {InvalidElementCount, "mesh q;\nq.ids = int32«[]» {0 1 2};\n", "q.ids"},
+    {TooManyElements, "mesh q;\nq.p = vec3f[1] {0, 0\n0 «1.5» 2};\n", "q.p", 3},
+    {TooManyElements, "mesh q;\nq.p = float[1] {1{2}3 («4») 5 };\n", "q.p", 1},
+    {TooFewElements, "mesh q;\nq.p = vec3f[2] «{1 2 3}»;\n", "q.p"},
+    {UnreadableBuffer, "mesh q;\nq.ids = int32[4] {1, 2, «1.5», 2.5};\n", "q.ids", 2},
+    {UnreadableBuffer, "mesh q:\n.b = byte[2] {1\n «256»};\n", "q.b", 1},
+    {CompressedDataBadCharacter, "mesh q;\nq.b = byte[3] «{.--}»;\n", "q.b"},
+    {CompressedDataEmpty, "mesh q;\nq.b = byte[3] «{.}»;\n", "q.b"},
+    {CompressedDataEndsEarly, "mesh q;\nq.b = byte[3] «{.78}»;\n", "q.b"},
+    // Links.
+    {InvalidOutput, "a x;\nx.i |= «b.c.d»;\n", "x.i"},
+    {NoNodeToConnect, "a x;\nx.i |= «gone».out;\na y;\n", "x.i"},
+    {NoOutputToConnect, "declaredLamp d;\na x;\nx.i |= d.«gone» ;\na y;\n", "x.i"},
+    {NoNodeToAssign, "a x;\n\nx.i =\n  «gone»;\na y;\n", "x.i"},
+    {CannotAssignNode, "a x;\nx.i = 1;\nx.i = «x»;\na y;\n", "x.i"},
+    // Limits.
+    {OverLimit, "mesh q;\nq.far = byte«[90000000000]» {1};\n", "q.far"},
+    {TooManyEmptyElements, "mesh q;\nq.far«[90000000]» = 1;\n", "q.far"},
+};
+
+constexpr std::string_view OPEN = "«";
+constexpr std::string_view CLOSE = "»";
+
+struct Marked {
+  explicit Marked(std::string_view marked) {
+    begin = marked.find(OPEN);
+    const std::size_t close = marked.find(CLOSE);
+    end = close - OPEN.size();
+    text = std::string(marked.substr(0, begin));
+    text += marked.substr(begin + OPEN.size(), close - begin - OPEN.size());
+    text += marked.substr(close + CLOSE.size());
+  }
+
+  std::string text;
+  std::size_t begin;
+  std::size_t end;
+};
+
+vsa::TextPosition positionIn(std::string_view text, std::size_t offset) {
+  const std::string_view before = text.substr(0, offset);
+  const auto lines = static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n'));
+  const std::size_t feed = before.rfind('\n');
+  const std::size_t start = feed == std::string_view::npos ? 0 : feed + 1;
+  return {offset, lines + 1, offset - start + 1};
+}
+
+void expectBlamed(const Row& row, const vsa::ReadOutcome& outcome) {
+  const Marked marked(row.marked);
+  ASSERT_FALSE(outcome.diagnostics.empty()) << row.marked;
+  const vsa::Diagnostic& found = outcome.diagnostics.front();
+  EXPECT_STREQ(vsa::name(found.id), vsa::name(row.id)) << row.marked;
+  const vsa::TextRange& range = found.range;
+  EXPECT_EQ(range.begin, positionIn(marked.text, marked.begin))
+      << row.marked << "\n"
+      << found.logLine() << "\nbegin " << range.begin.offset;
+  EXPECT_EQ(range.end, positionIn(marked.text, marked.end))
+      << row.marked << "\n"
+      << found.logLine() << "\nend " << range.end.offset;
+  EXPECT_EQ(found.inputPath, row.inputPath) << row.marked;
+  EXPECT_EQ(found.numberIndex, row.numberIndex) << row.marked;
+}
+
+TEST(DiagnosticRange, IsTheCulpritOfATextInMemory) {
+  declareLamp();
+  for (const Row& row : ROWS) {
+    expectBlamed(row, vsa::readText(Marked(row.marked).text));
+  }
+}
+
+TEST(DiagnosticRange, IsTheCulpritOfASource) {
+  declareLamp();
+  for (const Row& row : ROWS) {
+    for (const std::size_t bytesPerRead : {0, 1, 5}) {
+      TestSource source(Marked(row.marked).text, bytesPerRead);
+      expectBlamed(row, vsa::readSource(source));
+    }
+  }
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

@@ -1,0 +1,170 @@
+// Limits: each is met before the memory in question is taken, and reported by its name.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <vsa/read.h>
+#include "tests/api/reading/api_read.h"
+#include "tests/support/disk_file.h"
+#include "tests/support/host_scene.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa::Limit;
+using vsa::ReadLimits;
+using vsa::ReadOptions;
+using vsa::ReadResult;
+using vsa::ReadStatus;
+
+ReadOptions limitedTo(const ReadLimits& limits) {
+  ReadOptions options;
+  options.limits = limits;
+  return options;
+}
+
+void expectOver(Limit limit, const ReadResult& result) {
+  EXPECT_EQ(result.status, ReadStatus::OverLimit);
+  EXPECT_EQ(result.limit, limit);
+  ASSERT_FALSE(result.diagnostics.empty());
+  EXPECT_EQ(result.diagnostics.back().id, vsa::DiagnosticId::OverLimit);
+  EXPECT_TRUE(result.diagnostics.back().endedReading);
+  EXPECT_EQ(result.diagnostics.back().message, result.message);
+}
+
+TEST(ReadLimits, TextBytesAllowATextOfJustThatLength) {
+  const std::string text = "lamp sun; lamp moon;";
+  const ReadOptions exact = limitedTo({.textBytes = text.size()});
+  const ReadOptions less = limitedTo({.textBytes = text.size() - 1});
+  EXPECT_TRUE(vsa::readText(text, exact).isComplete());
+  expectOver(Limit::TextBytes, vsa::readText(text, less));
+  EXPECT_EQ(vsa::readText(text, less).scene.plain().nodeCount(), 0U);
+  for (const std::size_t bytesPerRead : {0, 1, 3}) {
+    TestSource fits(text, bytesPerRead);
+    EXPECT_TRUE(vsa::readSource(fits, exact).isComplete());
+    TestSource longer(text, bytesPerRead);
+    expectOver(Limit::TextBytes, vsa::readSource(longer, less));
+  }
+}
+
+TEST(ReadLimits, TextBytesStopAnEndlessSource) {
+  class Endless final : public vsa::Source {
+   public:
+    std::size_t read(std::span<char> to) override {
+      std::fill(to.begin(), to.end(), ' ');
+      return to.size();
+    }
+  } endless;
+  expectOver(Limit::TextBytes, vsa::readSource(endless, limitedTo({.textBytes = 10'000'000})));
+}
+
+TEST(ReadLimits, NodesCountThoseThatTheTextMakes) {
+  const ReadOptions two = limitedTo({.nodes = 2});
+  EXPECT_TRUE(vsa::readText("a x; a y; a x; define y;", two).isComplete());
+  const ReadResult three = vsa::readText("a x; a y; define z;", two);
+  expectOver(Limit::Nodes, three);
+  EXPECT_EQ(three.scene.plain().nodeCount(), 2U);
+}
+
+TEST(ReadLimits, ElementsAreCountedBeforeTheyAreMade) {
+  const ReadOptions five = limitedTo({.elements = 5});
+  EXPECT_TRUE(vsa::readText("a x; x.v[4] = 1;", five).isComplete());
+  const ReadResult result = vsa::readText("a x; x.v[1000000000] = 1;", five);
+  expectOver(Limit::Elements, result);
+  EXPECT_EQ(result.applied.elements, 5U);
+  EXPECT_EQ(result.diagnostics.back().inputPath, "x.v[1000000000]");
+}
+
+TEST(ReadLimits, DepthCountsTheInputsOfAPath) {
+  const ReadOptions two = limitedTo({.depth = 2});
+  EXPECT_TRUE(vsa::readText("a x; x.v[0] = 1; x.o.p = 2;", two).isComplete());
+  expectOver(Limit::Depth, vsa::readText("a x; x.v[0].w = 1;", two));
+  expectOver(Limit::Depth, vsa::readText("a x: .v[0].w = 1;", two));
+}
+
+TEST(ReadLimits, BufferBytesAreCheckedBeforeTheBufferIsTaken) {
+  const ReadOptions twelve = limitedTo({.bufferBytes = 12});
+  EXPECT_TRUE(vsa::readText("a x; x.b = vec3f[1] {1 2 3};", twelve).isComplete());
+  const ReadResult result = vsa::readText("a x; x.b = float[4] {1 2};", twelve);
+  expectOver(Limit::BufferBytes, result);
+  EXPECT_EQ(result.message,
+            "the buffer float[4] (16 bytes, 2 numbers written) is larger than the limit of 12 "
+            "bytes");
+  EXPECT_EQ(result.diagnostics.back().inputPath, "x.b");
+}
+
+TEST(ReadLimits, MemoryBoundsWhatIsDeclaredAndNotWritten) {
+  std::string text = "a x:\n";
+  for (int i = 0; i < 2000; ++i) text += ".a" + std::to_string(i) + " = byte[131000] {1};\n";
+  expectOver(Limit::Memory, vsa::readText(text));
+  EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = vsa::UNLIMITED})).isComplete());
+  EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = 300'000'000})).isComplete());
+  expectOver(Limit::Memory, vsa::readText("a x; x.b = byte[30000000000] {1};"));
+}
+
+TEST(ReadLimits, MemoryOfReplacedValuesIsGivenBack) {
+  std::string text = "a x:\n";
+  for (int i = 0; i < 100; ++i) text += ".b = byte[10000000] {1};\n";
+  EXPECT_TRUE(vsa::readText(text).isComplete());
+}
+
+TEST(ReadLimits, MemoryGrowsWithTheText) {
+  std::string text = "a x; x.s = \"" + std::string(1'000'000, 's') + "\";\n";
+  EXPECT_TRUE(vsa::readText(text).isComplete());
+  expectOver(Limit::Memory, vsa::readText(text, limitedTo({.memory = 500'000})));
+}
+
+TEST(ReadLimits, ZeroAllowsNothing) {
+  expectOver(Limit::TextBytes, vsa::readText("a", limitedTo({.textBytes = 0})));
+  EXPECT_TRUE(vsa::readText("", limitedTo({.textBytes = 0})).isComplete());
+  expectOver(Limit::Nodes, vsa::readText("a x;", limitedTo({.nodes = 0})));
+  expectOver(Limit::Elements, vsa::readText("a x; x.v[0] = 1;", limitedTo({.elements = 0})));
+  expectOver(Limit::Depth, vsa::readText("a x; x.v = 1;", limitedTo({.depth = 0})));
+  expectOver(Limit::BufferBytes,
+             vsa::readText("a x; x.b = byte[1] {1};", limitedTo({.bufferBytes = 0})));
+  expectOver(Limit::Memory, vsa::readText("a x;", limitedTo({.memory = 0})));
+  expectOver(Limit::Diagnostics, vsa::readText("# version: x", limitedTo({.diagnostics = 0})));
+}
+
+TEST(ReadLimits, DiagnosticsEndTheReading) {
+  const std::string warning = "# version: x\n";
+  const ReadOptions two = limitedTo({.diagnostics = 2});
+  EXPECT_TRUE(vsa::readText(warning + warning, two).isComplete());
+  const ReadResult result = vsa::readText(warning + warning + warning + "a x;", two);
+  expectOver(Limit::Diagnostics, result);
+  EXPECT_EQ(result.diagnostics.size(), 4U);
+  EXPECT_EQ(result.scene.plain().nodeCount(), 0U);
+}
+
+TEST(ReadLimits, KeptDiagnosticsAreBoundedAndTheRestCounted) {
+  std::string text;
+  for (int i = 0; i < 100; ++i) text += "# version: x\n";
+  ReadOptions options;
+  options.keptDiagnostics = 10;
+  std::size_t called = 0;
+  options.onDiagnostic = [&](const vsa::Diagnostic&) { ++called; };
+  ReadResult result = vsa::readText(text + "lamp a; ?", options);
+  EXPECT_EQ(result.diagnostics.size(), 11U);  // the one that ended the reading is kept, too
+  EXPECT_TRUE(result.diagnostics.back().endedReading);
+  EXPECT_EQ(result.droppedDiagnostics, 90U);
+  EXPECT_EQ(result.warningCount, 100U);
+  EXPECT_EQ(result.errorCount, 1U);
+  EXPECT_EQ(called, 101U);
+  options = ReadOptions();
+  options.keptDiagnosticBytes = 0;
+  result = vsa::readText(text, options);
+  EXPECT_TRUE(result.diagnostics.empty());
+  EXPECT_EQ(result.droppedDiagnostics, 100U);
+}
+
+TEST(ReadLimits, HoldForAHostsScene) {
+  HostScene scene;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "a x; a y;", limitedTo({.nodes = 1}));
+  EXPECT_EQ(outcome.limit, Limit::Nodes);
+  EXPECT_EQ(scene.options.calls.size(), 4U);  // the header, and one node
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

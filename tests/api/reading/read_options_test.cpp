@@ -1,0 +1,161 @@
+// Options of a reading, and sources.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <vsa/foundation/log.h>
+#include <vsa/read.h>
+#include "tests/api/reading/api_read.h"
+#include "tests/support/disk_file.h"
+#include "tests/support/host_scene.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa::ReadOptions;
+using vsa::ReadProgress;
+using vsa::ReadResult;
+using vsa::ReadStatus;
+
+TEST(ReadOptions, KeepHeaderKeepsCommentsVersionAndTime) {
+  for (const bool keep : {true, false}) {
+    vsa::Scene scene;
+    ASSERT_TRUE(vsa::readTextInto(scene, "# version: 7\n# time: noon").isComplete());
+    ReadOptions options;
+    options.keepHeader = keep;
+    ASSERT_TRUE(vsa::readTextInto(scene, "lamp sun;", options).isComplete());
+    EXPECT_EQ(scene.plain().fileVersion(), keep ? 7U : 1U);
+    EXPECT_EQ(scene.plain().fileCommentCount(), keep ? 2U : 0U);
+    EXPECT_EQ(scene.plain().fileTime(), keep ? "noon" : "");
+  }
+}
+
+TEST(ReadOptions, ProgressEndsWithTheWholeText) {
+  std::string text = "lamp sun:\n";
+  while (text.size() < 3'000'000) text += "  .power = 1.5;\n";
+  std::vector<ReadProgress> calls;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    calls.push_back(progress);
+    return true;
+  };
+  ASSERT_TRUE(vsa::readText(text, options).isComplete());
+  ASSERT_FALSE(calls.empty());
+  EXPECT_EQ(calls.front().bytesRead, 0U);
+  for (std::size_t i = 0; i < calls.size(); ++i) {
+    EXPECT_EQ(calls[i].bytesTotal, text.size());
+    EXPECT_LE(calls[i].bytesRead, text.size());
+    if (i > 0) {
+      EXPECT_LE(calls[i - 1].bytesRead, calls[i].bytesRead);
+    }
+  }
+}
+
+TEST(ReadOptions, ProgressIsCalledWhileLinksAreResolved) {
+  std::string text = "lamp sun:\n";
+  for (int i = 0; i < 3000; ++i) text += ".a" + std::to_string(i) + " = sun;\n";
+  HostScene scene;
+  bool hasResolved = false;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    hasResolved = hasResolved || progress.linksTotal == 3000;
+    return progress.linksResolved < 2000;
+  };
+  scene.options.onCall = [](const std::string& call) {
+    if (call.ends_with("setNode sun")) std::this_thread::sleep_for(std::chrono::microseconds(10));
+  };
+  EXPECT_EQ(vsa::readTextInto(scene, text, options).status, ReadStatus::Cancelled);
+  EXPECT_TRUE(hasResolved);
+}
+
+TEST(ReadOptions, SizeOfASourceIsTheTotal) {
+  TestSource source("lamp sun;");
+  source.announced = 9;
+  std::optional<std::uint64_t> total;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    total = progress.bytesTotal;
+    return true;
+  };
+  EXPECT_TRUE(vsa::readSource(source, options).isComplete());
+  EXPECT_EQ(total, 9U);
+}
+
+TEST(ReadOptions, SkippedBuffersAreDescribedAndTakeNoMemory) {
+  const std::string text =
+      "mesh m:\n  .ids = int32[3] {0 1 2};\n  .far = byte[9000000000] {1};\n"
+      "  .sets[*].uv = vec2f [2] { 0,0\n 1 };";
+  ReadOptions options;
+  options.buffers = vsa::BufferMode::Skip;
+  const ReadResult result = vsa::readText(text, options);
+  ASSERT_TRUE(result.isComplete()) << result.message;
+  ASSERT_EQ(result.skippedBuffers.size(), 3U);
+  const std::vector<std::string> literals = {"int32[3] {0 1 2}", "byte[9000000000] {1}",
+                                             "vec2f [2] { 0,0\n 1 }"};
+  const std::vector<std::string> paths = {"m.ids", "m.far", "m.sets[0].uv"};
+  for (std::size_t i = 0; i < literals.size(); ++i) {
+    const vsa::SkippedBuffer& skipped = result.skippedBuffers[i];
+    const std::size_t begin = skipped.literal.begin.offset;
+    EXPECT_EQ(text.substr(begin, skipped.literal.end.offset - begin), literals[i]);
+    EXPECT_EQ(skipped.inputPath, paths[i]);
+  }
+  EXPECT_EQ(result.skippedBuffers[1].count, 9000000000U);
+  EXPECT_EQ(result.skippedBuffers[1].type, zn::korvo_sdk::DataType::Byte);
+  const zn::korvo_sdk::Input* const ids = result.scene.plain().nodeAt(0)->inputAt(0);
+  EXPECT_EQ(ids->bufferType(), zn::korvo_sdk::DataType::Int32);
+  EXPECT_EQ(ids->buffer().count, 0U);
+}
+
+TEST(ReadOptions, NothingIsPrinted) {
+  testing::internal::CaptureStderr();
+  testing::internal::CaptureStdout();
+  static_cast<void>(vsa::readText("# version: x\nlamp sun; sun.a = nobody; }"));
+  static_cast<void>(vsa::readText("}"));
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(), "");
+}
+
+TEST(ReadOptions, SinksOfTheThreadAreAsBefore) {
+  class Counting final : public zn::LogSink {
+   public:
+    void write(zn::LogLevel, const zn::String&) override { ++lines; }
+    int lines = 0;
+  } sink;
+  const zn::ScopedLogSink scope(&sink);
+  static_cast<void>(vsa::readText("# version: x"));
+  EXPECT_EQ(sink.lines, 0);
+  zn::logWarning("%s", "after");
+  EXPECT_EQ(sink.lines, 1);
+}
+
+TEST(ReadOptions, MessagesOfAHostsSceneBecomeDiagnostics) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call.starts_with("createNode")) zn::logError("%s", "odd type");
+  };
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun;");
+  EXPECT_TRUE(outcome.isComplete());
+  ASSERT_EQ(outcome.diagnostics.size(), 1U);
+  EXPECT_EQ(outcome.diagnostics[0].id, vsa::DiagnosticId::HostMessage);
+  EXPECT_EQ(outcome.diagnostics[0].message, "odd type");
+  EXPECT_EQ(outcome.diagnostics[0].severity, vsa::Severity::Error);
+}
+
+TEST(ReadOptions, AReadingMayReadAnotherTextInACallback) {
+  ReadOptions options;
+  std::size_t inner = 0;
+  options.onDiagnostic = [&](const vsa::Diagnostic&) {
+    inner += vsa::readText("# version: y\nlamp moon;").warningCount;
+  };
+  const ReadResult result = vsa::readText("# version: x\n# version: x\nlamp sun;", options);
+  EXPECT_EQ(result.warningCount, 2U);
+  EXPECT_EQ(inner, 2U);
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

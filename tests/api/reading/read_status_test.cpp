@@ -1,0 +1,227 @@
+// Every way in which a reading can end, and its status.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include <vsa/read.h>
+#include "tests/api/reading/api_read.h"
+#include "tests/support/disk_file.h"
+#include "tests/support/host_scene.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa::Limit;
+using vsa::ReadOptions;
+using vsa::ReadResult;
+using vsa::ReadStatus;
+
+static_assert(!std::is_copy_constructible_v<ReadResult>);
+static_assert(std::is_nothrow_move_constructible_v<ReadResult>);
+
+std::string thrownText(const vsa::ReadOutcome& outcome) {
+  try {
+    if (outcome.exception) std::rethrow_exception(outcome.exception);
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  return "nothing";
+}
+
+TEST(ReadStatus, IsCompleteForAWholeText) {
+  const ReadResult result = vsa::readText("lamp sun; sun.power = 2.5; sun.next = sun;");
+  EXPECT_EQ(result.status, ReadStatus::Complete);
+  EXPECT_TRUE(result.isComplete());
+  EXPECT_TRUE(result.message.empty());
+  EXPECT_EQ(result.bytesRead, 42U);
+  EXPECT_EQ(result.applied.statements, 3U);
+  EXPECT_EQ(result.applied.nodes, 1U);
+  EXPECT_EQ(result.applied.values, 1U);
+  EXPECT_EQ(result.applied.links, 1U);
+  EXPECT_TRUE(result.applied.linksResolved);
+  EXPECT_EQ(result.scene.plain().nodeCount(), 1U);
+}
+
+TEST(ReadStatus, IsCompleteWithWarnings) {
+  const ReadResult result = vsa::readText("lamp sun; sun.count = 1; sun.count = 2.7;");
+  EXPECT_TRUE(result.isComplete());
+  EXPECT_EQ(result.warningCount, 1U);
+  EXPECT_EQ(result.errorCount, 0U);
+}
+
+TEST(ReadStatus, IsCompleteForAnEmptyText) {
+  EXPECT_TRUE(vsa::readText("").isComplete());
+  EXPECT_TRUE(vsa::readText(std::span<const std::byte>()).isComplete());
+  TestSource none("");
+  EXPECT_TRUE(vsa::readSource(none).isComplete());
+}
+
+TEST(ReadStatus, IsStoppedByAnErrorAfterTheFirstTokens) {
+  const ReadResult result = vsa::readText("lamp sun;\nmoon.power = 1;\nlamp later;");
+  EXPECT_EQ(result.status, ReadStatus::StoppedByError);
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_TRUE(result.diagnostics[0].endedReading);
+  EXPECT_EQ(result.message, result.diagnostics[0].logLine());
+  EXPECT_EQ(result.scene.plain().nodeCount(), 1U);
+  EXPECT_FALSE(result.applied.linksResolved);
+  EXPECT_EQ(result.applied.links, 0U);
+}
+
+TEST(ReadStatus, IsStoppedByAnErrorInTheFirstTokens) {
+  const ReadResult result = vsa::readText("}");
+  EXPECT_EQ(result.status, ReadStatus::StoppedByError);
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_EQ(result.diagnostics[0].logLine(), "INVALID TOKEN (1,0): '}'");
+}
+
+TEST(ReadStatus, IsCutOffInsideAStatement) {
+  EXPECT_EQ(vsa::readText("lamp sun; sun.power = 2").status, ReadStatus::CutOff);
+  EXPECT_EQ(vsa::readText("lamp sun; sun.power").status, ReadStatus::CutOff);
+  EXPECT_EQ(vsa::readText("lamp sun; sun.name = \"su").status, ReadStatus::CutOff);
+}
+
+TEST(ReadStatus, IsCutOffInsideAStringWhereAStatementBegins) {
+  const ReadResult result = vsa::readText("lamp sun; \"never closed");
+  EXPECT_EQ(result.status, ReadStatus::CutOff);
+  EXPECT_TRUE(result.applied.linksResolved);
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_EQ(result.diagnostics[0].id, vsa::DiagnosticId::UnexpectedEof);
+}
+
+TEST(ReadStatus, IsCutOffAtTheEndMark) {
+  const ReadResult result = vsa::readText("lamp sun; \xFF lamp moon;");
+  EXPECT_EQ(result.status, ReadStatus::CutOff);
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_EQ(result.diagnostics[0].id, vsa::DiagnosticId::EndMark);
+  EXPECT_EQ(result.scene.plain().nodeCount(), 1U);
+}
+
+TEST(ReadStatus, IsUnreadableForWhatIsNoFile) {
+  EXPECT_EQ(vsa::readFile("no/such/file.vsa").status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::readFile(std::filesystem::temp_directory_path()).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::readFile("").status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::readFile(std::filesystem::path()).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::readFile(nullptr).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::readText(nullptr).status, ReadStatus::Unreadable);
+  EXPECT_FALSE(vsa::readFile("no/such/file.vsa").message.empty());
+}
+
+TEST(ReadStatus, IsUnreadableForASourceThatFails) {
+  TestSource source("lamp sun; lamp moon; sun.power ", 4);
+  source.onRead = [&](std::size_t at) {
+    if (at >= 20) source.failure = "the line is dead";
+  };
+  const ReadResult result = vsa::readSource(source);
+  EXPECT_EQ(result.status, ReadStatus::Unreadable);
+  EXPECT_EQ(result.message, "the line is dead");
+}
+
+TEST(ReadStatus, UnreadableLeavesTheSceneAsItIs) {
+  vsa::Scene scene;
+  scene.plain().setFileVersion(7);
+  EXPECT_EQ(vsa::readFileInto(scene, "no/such/file.vsa").status, ReadStatus::Unreadable);
+  EXPECT_EQ(scene.plain().fileVersion(), 7U);
+}
+
+TEST(ReadStatus, IsCancelledByTheProgressCallback) {
+  ReadOptions options;
+  options.onProgress = [](const vsa::ReadProgress&) { return false; };
+  EXPECT_EQ(vsa::readText("lamp sun;", options).status, ReadStatus::Cancelled);
+}
+
+TEST(ReadStatus, IsHostExceptionForWhatASourceThrows) {
+  TestSource source("lamp sun; lamp moon;", 4);
+  source.onRead = [](std::size_t at) {
+    if (at >= 12) throw std::out_of_range("beyond the archive");
+  };
+  const ReadResult result = vsa::readSource(source);
+  EXPECT_EQ(result.status, ReadStatus::HostException);
+  EXPECT_EQ(thrownText(result), "beyond the archive");
+  EXPECT_EQ(result.message, "beyond the archive");
+}
+
+TEST(ReadStatus, IsHostExceptionForWhatASceneThrows) {
+  for (const bool isRuntimeError : {true, false}) {
+    HostScene scene;
+    scene.options.onCall = [&](const std::string& call) {
+      if (!call.starts_with("createNode lamp moon")) return;
+      if (isRuntimeError) throw std::runtime_error("no moon");
+      throw std::logic_error("no moon");
+    };
+    const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun; lamp moon;");
+    EXPECT_EQ(outcome.status, ReadStatus::HostException);
+    EXPECT_EQ(thrownText(outcome), "no moon");
+    EXPECT_EQ(outcome.applied.nodes, 1U);
+  }
+}
+
+TEST(ReadStatus, IsHostExceptionForWhatIsNoStandardException) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string&) { throw 5; };
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun;");
+  EXPECT_EQ(outcome.status, ReadStatus::HostException);
+  EXPECT_THROW(std::rethrow_exception(outcome.exception), int);
+}
+
+TEST(ReadStatus, IsHostExceptionForWhatACallbackThrows) {
+  ReadOptions options;
+  options.onProgress = [](const vsa::ReadProgress&) -> bool { throw std::runtime_error("p"); };
+  EXPECT_EQ(thrownText(vsa::readText("lamp sun;", options)), "p");
+  ReadOptions others;
+  others.onDiagnostic = [](const vsa::Diagnostic&) { throw std::runtime_error("d"); };
+  const ReadResult warned = vsa::readText("# version: x\nlamp sun;", others);
+  EXPECT_EQ(warned.status, ReadStatus::HostException);
+  EXPECT_EQ(thrownText(warned), "d");
+  const ReadResult stopped = vsa::readText("lamp sun; moon.x = 1;", others);
+  EXPECT_EQ(stopped.status, ReadStatus::HostException);
+  EXPECT_EQ(thrownText(stopped), "d");
+}
+
+TEST(ReadStatus, IsOverLimitForTheLimitsOfTheLibrarysScene) {
+  vsa::Scene scene;
+  scene.plain().setEmptyElementLimit(2);
+  vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun; sun.a[9] = 1;");
+  EXPECT_EQ(outcome.status, ReadStatus::OverLimit);
+  EXPECT_EQ(outcome.limit, Limit::EmptyElements);
+  scene.plain().setDepthLimit(1);
+  outcome = vsa::readTextInto(scene, "sun.b.c = 1;");
+  EXPECT_EQ(outcome.limit, Limit::Depth);
+}
+
+TEST(ReadStatus, NamesAreStable) {
+  const std::vector<std::pair<ReadStatus, std::string>> expected = {
+      {ReadStatus::Complete, "complete"},
+      {ReadStatus::StoppedByError, "stopped-by-error"},
+      {ReadStatus::CutOff, "cut-off"},
+      {ReadStatus::Unreadable, "unreadable"},
+      {ReadStatus::Cancelled, "cancelled"},
+      {ReadStatus::OverLimit, "over-limit"},
+      {ReadStatus::OutOfMemory, "out-of-memory"},
+      {ReadStatus::HostException, "host-exception"}};
+  for (const auto& [status, text] : expected) EXPECT_EQ(vsa::name(status), text);
+  EXPECT_STREQ(vsa::name(static_cast<ReadStatus>(200)), "unknown");
+  EXPECT_STREQ(vsa::name(Limit::BufferBytes), "buffer-bytes");
+  EXPECT_STREQ(vsa::name(static_cast<Limit>(200)), "unknown");
+  EXPECT_STREQ(vsa::name(vsa::Severity::Warning), "warning");
+}
+
+TEST(ReadStatus, DiagnosticIdsHaveNamesOfTheirOwn) {
+  std::set<std::string> names;
+  for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
+    names.insert(vsa::name(static_cast<vsa::DiagnosticId>(i)));
+  }
+  EXPECT_EQ(names.size(), static_cast<std::size_t>(vsa::DIAGNOSTIC_ID_COUNT));
+  EXPECT_EQ(names.count("unknown"), 0U);
+  EXPECT_STREQ(vsa::name(vsa::DiagnosticId::TooFewElements), "too-few-elements");
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

@@ -1,0 +1,33 @@
+// A scene read from a text, and a scene as text, for tests of what can be done with it.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+#include <vsa/parse.h>
+#include <vsa/scene.h>
+#include "tools/scene_text/read_outcome.h"
+#include "tools/scene_text/scene_dump.h"
+
+namespace api_test {
+
+/// Throws std::runtime_error when the text is not read to its end. Warnings are dropped.
+inline vsa::Scene sceneOf(std::string_view text) {
+  vsa_tools::LogCapture log;
+  const zn::ScopedLogSink scope(&log);
+  vsa::Scene scene;
+  if (!zn::korvo_sdk::impl::parseString(&scene.plain(), zn::String::copyOf(text))) {
+    throw std::runtime_error(log.entries.back().text);
+  }
+  return scene;
+}
+
+/// All nodes, inputs, values and links.
+inline std::string dumpOf(const vsa::Scene& scene) {
+  vsa_tools::TextOutput out;
+  vsa_tools::dumpCase({}, scene.plain(), out);
+  return out.text();
+}
+
+}  // namespace api_test

@@ -1,0 +1,165 @@
+// Memory through the public API: what is taken is freed, whatever the text, wherever memory ends.
+// LeakSanitizer runs over this program without suppressions.
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <vsa/read.h>
+#include "tests/api/reading/api_read.h"
+#include "tests/support/allocation_tracker.h"
+#include "tests/support/case_run.h"
+#include "tests/support/text.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa::ReadResult;
+using vsa::ReadStatus;
+
+// Values that no input takes, in each way in which a statement can fail.
+const std::string FAULTY[] = {
+    "a x; x.n = 1; x.n = \"refused\"; x.n = byte[100] {1}; x.n = \"last\"",
+    "a x; x.n = \"no semicolon, and long enough to be no short string\" 5;",
+    "a x; gone.n = \"no such node, and long enough to be no short string\";",
+    "a x; gone.b = byte[100] {1 2 3};",
+    "a x; x.b = byte[2] {1 2 3};",
+    "a x; x.b = byte[4] {.00};",
+    "a x; x.b = float[4] {1 1e};",
+    "a x; x.v[0] = 1; x.v[1] = \"not a number, and long enough to be no short string\";",
+};
+
+// Tables that are made on first use stay.
+void warmUp() {
+  declareLamp();
+  static_cast<void>(vsa::readText("a x; x.b = byte[1] {1}; x.v = vec2(1 2); define y;"));
+}
+
+std::string faultyText() {
+  std::string text = "a x;\nx.n = 1;\n";
+  while (text.size() < 100'000) {
+    text += "x.n = \"" + std::string(200, 's') + "\";\nx.n = byte[300] {1};\nx.o = x;\n";
+  }
+  return text + "x.b = byte[2] {1 2 3};";
+}
+
+TEST(ReadMemory, OfEveryCaseIsFreed) {
+  warmUp();
+  for (const Case& one : findCases(VSA_CASE_DIR).cases) {
+    const std::string text = contentOf(one.text);
+    const std::string path = one.text.string();
+    for (const bool isFile : {false, true}) {
+      AllocationTracker::start();
+      static_cast<void>(isFile ? vsa::readFile(path.c_str()) : vsa::readText(text));
+      AllocationTracker::stop();
+      EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << one.name;
+    }
+  }
+}
+
+TEST(ReadMemory, OfValuesThatNoInputTookIsFreed) {
+  warmUp();
+  for (const std::string& text : FAULTY) {
+    AllocationTracker::start();
+    static_cast<void>(vsa::readText(text));
+    AllocationTracker::stop();
+    EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << text;
+  }
+}
+
+TEST(ReadMemory, StaysAsItWasOverManyFaultyReads) {
+  warmUp();
+  const std::string text = faultyText();
+  vsa::Scene scene;
+  static_cast<void>(vsa::readTextInto(scene, text));
+  AllocationTracker::start();
+  for (int i = 0; i < 100; ++i) static_cast<void>(vsa::readText(text));
+  for (int i = 0; i < 10'000; ++i) static_cast<void>(vsa::readText(FAULTY[i % 8]));
+  AllocationTracker::stop();
+  EXPECT_EQ(AllocationTracker::count().liveBlocks, 0);
+  EXPECT_EQ(AllocationTracker::count().liveBytes, 0);
+}
+
+TEST(ReadMemory, OfARefusedValueIsFreedBeforeTheNextStatement) {
+  warmUp();
+  std::string text = "a x; x.n = 1;\n";
+  for (int i = 0; i < 50; ++i) text += "x.n = byte[1000000] {1};\n";
+  AllocationTracker::start();
+  static_cast<void>(vsa::readText(text));
+  AllocationTracker::stop();
+  EXPECT_LT(AllocationTracker::count().peakBytes, 3'000'000);
+}
+
+// Each allocation in turn fails, alone and with all after it.
+TEST(ReadMemory, ThatRunsOutIsAStatus) {
+  warmUp();
+  const std::string text = "# version: x\na x: .s = \"" + std::string(80, 's') +
+                           "\"; .b = byte[9] {1}; .v[3] = 1; .r = x; .n = 1; .n = 2.5; .n = "
+                           "\"no\"; .c |= y.z; gone.x=1;";
+  for (const bool everAfter : {false, true}) {
+    for (std::uint64_t n = 1;; ++n) {
+      ReadStatus status = ReadStatus::Complete;
+      AllocationTracker::start();
+      AllocationTracker::failAt(n, everAfter);
+      {
+        const ReadResult result = vsa::readText(text);
+        status = result.status;
+      }
+      const bool hasFailed = AllocationTracker::hasFailed();
+      AllocationTracker::stop();
+      EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << n;
+      if (!hasFailed) break;
+      EXPECT_TRUE(status == ReadStatus::OutOfMemory || status == ReadStatus::StoppedByError) << n;
+    }
+  }
+}
+
+TEST(ReadMemory, ThatRunsOutIsAStatusForAFile) {
+  warmUp();
+  const std::string path = std::string(VSA_CASE_DIR) + "/no such case.vsa";
+  for (std::uint64_t n = 1; n < 40; ++n) {
+    AllocationTracker::start();
+    AllocationTracker::failAt(n, true);
+    static_cast<void>(vsa::readFile(path.c_str()));
+    AllocationTracker::stop();
+    EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << n;
+  }
+}
+
+// The limit of memory bounds what the reading really takes.
+TEST(ReadMemory, StaysWithinItsLimit) {
+  warmUp();
+  std::string nodes;
+  std::string inputs = "a x:\n";
+  std::string elements = "a x:\n";
+  std::string links = "a x:\n";
+  std::string warnings;
+  for (int i = 0; i < 100'000; ++i) {
+    const std::string number = std::to_string(i);
+    nodes += "a n" + number + ";\n";
+    inputs += ".i" + number + "=1;\n";
+    elements += ".v[*]=1;\n";
+    links += ".i" + number + "=x;\n";
+    warnings += "# version: x\n";
+  }
+  for (const std::string& text : {nodes, inputs, elements, links, warnings}) {
+    vsa::ReadOptions options;
+    options.limits.memory = 2'000'000;
+    options.keptDiagnostics = vsa::UNLIMITED;
+    AllocationTracker::start();
+    ReadStatus status = ReadStatus::Complete;
+    {
+      const ReadResult result = vsa::readText(text, options);
+      status = result.status;
+    }
+    AllocationTracker::stop();
+    EXPECT_EQ(status, ReadStatus::OverLimit) << text.substr(0, 30);
+    EXPECT_LT(AllocationTracker::count().peakBytes, 5'000'000) << text.substr(0, 30);
+  }
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

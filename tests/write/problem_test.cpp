@@ -1,0 +1,313 @@
+// What a text cannot carry: each is found before anything is written, with its node, its input and
+// the reason, and a lossy text has the rest.
+#include <gtest/gtest.h>
+
+#include <bit>
+#include <limits>
+
+#include "tests/support/declared_lamp.h"
+#include "tests/write/round_trip.h"
+#include "tests/write/scene_builder.h"
+#include "write/reasons.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using zn::korvo_sdk::AttrType;
+using zn::korvo_sdk::DataType;
+using zn::korvo_sdk::Input;
+using zn::korvo_sdk::Node;
+using zn::korvo_sdk::Scene;
+namespace reasons = vsa::impl::reasons;
+
+constexpr double INF = std::numeric_limits<double>::infinity();
+constexpr double NAN_OF_TEXT = std::numeric_limits<double>::quiet_NaN();
+const double OTHER_NAN = std::bit_cast<double>(std::uint64_t{0x7FF8000000000001});
+
+constexpr const char* BAD_NAMES[] = {"",     "1a",    "a b",   "a.b",   "a-b", "true",
+                                     "NULL", "False", "a\xFF", "\xFF",  "a\n", "#",
+                                     "a[0]", "\"a\"", "a;",    "nu ll", " a",  "a\x01"};
+
+TEST(WriteProblems, NamesOfNodesAndTypes) {
+  for (const char* const name : BAD_NAMES) {
+    Scene named, typed;
+    named.createNode("t", name, "");
+    expectRefused(named, name, "", reasons::NODE_NAME);
+    EXPECT_EQ(lossyText(named), "");
+    typed.createNode(name, "n", "");
+    expectRefused(typed, "n", "", reasons::NODE_TYPE);
+  }
+}
+
+TEST(WriteProblems, NamesOfInputsAndMembers) {
+  for (const char* const name : BAD_NAMES) {
+    SceneBuilder made, member;
+    made.input(name, AttrType::Bool);
+    made.input("kept", AttrType::Bool);
+    expectRefused(made.scene, "n", std::string(".") + name, reasons::INPUT_NAME);
+    EXPECT_EQ(lossyText(made.scene), "thing n:\n  .kept = false;\n");
+    if (*name == '[') continue;  // the scene takes no such member
+    member.input("o", AttrType::Object).createInput(name, AttrType::Bool);
+    expectRefused(member.scene, "n", std::string(".o.") + name, reasons::INPUT_NAME);
+  }
+}
+
+TEST(WriteProblems, NamesWithANul) {
+  SceneBuilder made;
+  made.n.createInput(zn::String::copyOf(std::string_view("a\0b", 3)), AttrType::Bool);
+  expectRefused(made.scene, "n", std::string_view(".a\0b", 4), reasons::INPUT_NAME);
+}
+
+TEST(WriteProblems, NamesOfOutputs) {
+  for (const char* const name :
+       {"", "1", "a b", "a.b", "null", "a[x]", "a[", "a]", "a[0]b", "[0]"}) {
+    SceneBuilder made;
+    made.input("x", AttrType::Null).connect(made.n.output(name));
+    expectRefused(made.scene, "n", ".x", reasons::OUTPUT_NAME);
+  }
+  for (const char* const name : {"a", "a[0]", "a[*][ 12 ]", "a[[1]", "vec3"}) {
+    SceneBuilder made;
+    made.input("x", AttrType::Null).connect(made.n.output(name));
+    expectCarried(made.scene);
+  }
+}
+
+TEST(WriteProblems, LinksToNodesWithoutACarriedName) {
+  SceneBuilder made;
+  Node& other = made.node("t", "a b");
+  made.input("r", AttrType::Node).setNode(&other);
+  made.input("c", AttrType::Real).connect(other.output("out"));
+  const vsa::TextResult written = vsa::writeText(made.scene);
+  ASSERT_EQ(written.problemCount, 3u);
+  EXPECT_EQ(written.problems[0].input, ".r");
+  EXPECT_EQ(written.problems[0].reason, reasons::LINKED_NODE_NAME);
+  EXPECT_EQ(written.problems[1].input, ".c");
+  EXPECT_EQ(written.problems[1].reason, reasons::LINKED_NODE_NAME);
+  EXPECT_EQ(written.problems[2].reason, reasons::NODE_NAME);
+  EXPECT_EQ(lossyText(made.scene), "thing n:\n  .c = 0.0;\n");
+}
+
+TEST(WriteProblems, LinksToAnotherScene) {
+  SceneBuilder made, other;
+  made.input("r", AttrType::Node).setNode(&other.n);
+  expectRefused(made.scene, "n", ".r", reasons::FOREIGN_NODE);
+}
+
+TEST(WriteProblems, RealsThatCannotStandAlone) {
+  for (const auto& [value, reason] : {std::pair{INF, reasons::INFINITE_REAL},
+                                      {NAN_OF_TEXT, reasons::NAN_REAL},
+                                      {OTHER_NAN, reasons::NAN_REAL},
+                                      {-OTHER_NAN, reasons::NAN_REAL}}) {
+    SceneBuilder made;
+    SceneBuilder::setReal(made.input("x", AttrType::Real), value);
+    expectRefused(made.scene, "n", ".x", reason);
+    EXPECT_EQ(lossyText(made.scene), value == INF ? "thing n:\n" : "thing n:\n  .x = -nan;\n");
+  }
+}
+
+TEST(WriteProblems, OtherBitsOfANan) {
+  SceneBuilder made;
+  SceneBuilder::setComponents(made.input("x", AttrType::Vec2), {1, OTHER_NAN});
+  expectRefused(made.scene, "n", ".x", reasons::NAN_BITS);
+  EXPECT_EQ(lossyText(made.scene), "thing n:\n  .x = vec2(1 nan);\n");
+  for (const std::uint32_t bits : {0x7F800001u, 0xFFC00001u, 0x7FFFFFFFu}) {
+    SceneBuilder floats;
+    std::vector<std::uint32_t> numbers(5000);
+    numbers.back() = bits;
+    SceneBuilder::setBuffer(floats.input("x", AttrType::Buffer), DataType::Float, numbers);
+    expectRefused(floats.scene, "n", ".x", reasons::NAN_BITS);
+  }
+  SceneBuilder doubles;
+  SceneBuilder::setBuffer(doubles.input("x", AttrType::Buffer), DataType::Vec2d,
+                          std::vector<double>{OTHER_NAN, 1});
+  expectRefused(doubles.scene, "n", ".x", reasons::NAN_BITS);
+}
+
+TEST(WriteProblems, Buffers) {
+  SceneBuilder untyped;
+  untyped.input("x", AttrType::Buffer);
+  expectRefused(untyped.scene, "n", ".x", reasons::UNTYPED_BUFFER);
+  for (const DataType type :
+       {DataType::Bool, DataType::Ptr, DataType::Xformf, DataType::Aabbd, DataType::Obbi}) {
+    SceneBuilder made;
+    SceneBuilder::setBuffer(made.input("x", AttrType::Buffer), type, std::vector<char>(512));
+    expectRefused(made.scene, "n", ".x", reasons::HOST_ELEMENTS);
+  }
+}
+
+TEST(WriteProblems, BuffersWhoseMemoryDoesNotFit) {
+  for (const auto& [count, bytes] : {std::pair<std::uint64_t, std::uint64_t>{2, 4},
+                                     {1, 8},
+                                     {1, 6},
+                                     {std::uint64_t{1} << 62, 0},
+                                     {0, 4},
+                                     {1, 4}}) {
+    SceneBuilder made;
+    zn::korvo_sdk::AttrData data;
+    data.type = AttrType::Buffer;
+    const bool hasMemory = count != 1 || bytes != 4;
+    auto* const memory = hasMemory ? static_cast<unsigned char*>(std::malloc(8)) : nullptr;
+    data.payload.buffer = {memory, count, bytes, DataType::Float, 0};
+    made.input("x", AttrType::Buffer).assign(data);
+    expectRefused(made.scene, "n", ".x", reasons::BUFFER_SIZE);
+  }
+}
+
+TEST(WriteProblems, UntypedBufferBeforeATypedOne) {
+  SceneBuilder made;
+  Input& array = made.array("x", AttrType::Buffer);
+  for (int i = 0; i < 3; ++i) array.appendElement();
+  const auto at = [&](std::uint64_t index) -> Input& {
+    return static_cast<Input&>(*array.element(index));
+  };
+  SceneBuilder::setBuffer(at(0), DataType::Float, std::vector<float>{1});
+  SceneBuilder::setBuffer(at(2), DataType::Float, std::vector<float>{1});
+  expectRefused(made.scene, "n", ".x[2]", reasons::LATE_UNTYPED_BUFFER);
+}
+
+TEST(WriteProblems, ArraysWhoseElementTypeNothingSays) {
+  SceneBuilder made;
+  made.array("x", AttrType::Int);
+  expectRefused(made.scene, "n", ".x", reasons::TYPED_EMPTY_ARRAY);
+  SceneBuilder nodes;
+  nodes.array("x", AttrType::Node).appendElement();
+  expectRefused(nodes.scene, "n", ".x", reasons::TYPED_EMPTY_ARRAY);
+}
+
+TEST(WriteProblems, ArraysOfMixedTypes) {
+  SceneBuilder made;
+  Input& array = made.array("x", AttrType::Int);
+  array.appendElement();
+  zn::korvo_sdk::AttrData reals;
+  reals.type = AttrType::Array;
+  reals.elementType = static_cast<int>(AttrType::Real);
+  array.set(reals);
+  array.appendElement();
+  const vsa::TextResult written = vsa::writeText(made.scene);
+  ASSERT_EQ(written.problemCount, 2u);
+  EXPECT_EQ(written.problems[0].input, ".x[1]");
+  EXPECT_EQ(written.problems[0].reason, reasons::MIXED_ELEMENT);
+  EXPECT_EQ(written.problems[1].reason, reasons::TYPED_EMPTY_ARRAY);
+}
+
+TEST(WriteProblems, Headers) {
+  for (const std::string& comment :
+       {std::string("no sign"), std::string(""), std::string("# a\nb"), std::string("# a\rb"),
+        std::string("# a\0b", 5), std::string("# \xFF")}) {
+    SceneBuilder made;
+    made.scene.pushFileComment(zn::String::copyOf(comment));
+    expectRefused(made.scene, "", "", reasons::COMMENT);
+    EXPECT_EQ(lossyText(made.scene), "thing n;\n");
+  }
+  for (const char* const time : {" 1", "1 ", "a\nb", "version: 1"}) {
+    SceneBuilder made;
+    made.scene.setFileTime(time);
+    expectRefused(made.scene, "", "", reasons::TIME);
+  }
+  SceneBuilder forgotten;
+  forgotten.scene.pushFileComment("# time: 1");
+  expectRefused(forgotten.scene, "", "", reasons::TIME);
+}
+
+TEST(WriteProblems, HeaderOfCommentsOnly) {
+  SceneBuilder made;
+  made.scene.setFileVersion(2);
+  vsa::WriteOptions options;
+  options.header = vsa::HeaderForm::Comments;
+  const vsa::TextResult written = vsa::writeText(made.scene, options);
+  ASSERT_EQ(written.problemCount, 1u);
+  EXPECT_EQ(written.problems[0].reason, reasons::VERSION);
+  options.header = vsa::HeaderForm::None;
+  EXPECT_EQ(vsa::writeText(made.scene, options).text, "thing n;\n");
+}
+
+/// A scene whose node `lamp` was made while its type was open.
+class OpenThenDeclared : public testing::Test {
+ protected:
+  void TearDown() override { zn::korvo_sdk::unregisterNodeType("lateLamp"); }
+
+  static void declare() {
+    using zn::korvo_sdk::InputDeclaration;
+    zn::korvo_sdk::NodeType type;
+    type.name = "lateLamp";
+    type.inputs = {{.name = "power", .type = AttrType::Real},
+                   {.name = "filter", .type = AttrType::Int, .refusesValues = true},
+                   {.name = "keys", .type = AttrType::Array, .elementType = AttrType::Node},
+                   {.name = "none", .type = AttrType::Null},
+                   {.name = "samples", .type = AttrType::Buffer, .bufferType = DataType::Float}};
+    type.outputs = {"out"};
+    type.formerInputs = {{"intensity", "power"}};
+    type.formerOutputs = {{"color", "out"}};
+    zn::korvo_sdk::registerNodeType(type);
+  }
+
+  SceneBuilder made;
+  Node& lamp = made.node("lateLamp", "lamp");
+};
+
+TEST_F(OpenThenDeclared, InputsThatTheTypeDoesNotHave) {
+  lamp.createInput("other", AttrType::Real);
+  expectCarried(made.scene);
+  declare();
+  expectRefused(made.scene, "lamp", ".other", reasons::UNDECLARED_INPUT);
+}
+
+TEST_F(OpenThenDeclared, FormerNames) {
+  lamp.createInput("intensity", AttrType::Real);
+  declare();
+  expectRefused(made.scene, "lamp", ".intensity", reasons::FORMER_INPUT);
+}
+
+TEST_F(OpenThenDeclared, InputsOfAnotherType) {
+  lamp.createInput("power", AttrType::Int);
+  SceneBuilder::setBuffer(static_cast<Input&>(*lamp.createInput("samples", AttrType::Buffer)),
+                          DataType::Double, std::vector<double>{1});
+  declare();
+  const vsa::TextResult written = vsa::writeText(made.scene);
+  ASSERT_EQ(written.problemCount, 2u);
+  EXPECT_EQ(written.problems[0].reason, reasons::DECLARED_TYPE);
+  EXPECT_EQ(written.problems[1].reason, reasons::DECLARED_TYPE);
+}
+
+TEST_F(OpenThenDeclared, ValuesThatAreRefused) {
+  SceneBuilder::setInteger(static_cast<Input&>(*lamp.createInput("filter", AttrType::Int)), 1);
+  declare();
+  expectRefused(made.scene, "lamp", ".filter", reasons::REFUSED_VALUE);
+}
+
+TEST_F(OpenThenDeclared, Outputs) {
+  made.input("x", AttrType::Null).connect(lamp.output("color"));
+  made.input("y", AttrType::Null).connect(lamp.output("none"));
+  declare();
+  const vsa::TextResult written = vsa::writeText(made.scene);
+  ASSERT_EQ(written.problemCount, 2u);
+  EXPECT_EQ(written.problems[0].reason, reasons::FORMER_OUTPUT);
+  EXPECT_EQ(written.problems[1].reason, reasons::NO_OUTPUT);
+}
+
+TEST_F(OpenThenDeclared, DeclaredArraysAndInputsOfNoType) {
+  declare();
+  Node& declared = made.node("lateLamp", "declared");
+  Input& keys = static_cast<Input&>(*declared.input("keys"));
+  keys.appendElement();
+  keys.element(0)->setNode(&made.n);
+  declared.input("none")->setNode(&made.n);
+  expectCarried(made.scene);
+}
+
+TEST(WriteProblems, AreKeptUpToALimit) {
+  SceneBuilder made;
+  for (int i = 0; i < 5; ++i) made.input(("a b" + std::to_string(i)).c_str(), AttrType::Bool);
+  vsa::WriteOptions options;
+  options.keptProblems = 2;
+  const vsa::TextResult written = vsa::writeText(made.scene, options);
+  EXPECT_EQ(written.problemCount, 5u);
+  EXPECT_EQ(written.problems.size(), 2u);
+  EXPECT_EQ(written.message,
+            "a text cannot carry the scene: n.a b0: the name is not an identifier (and 4 more)");
+}
+
+}  // namespace
+
+}  // namespace vsa_tests
