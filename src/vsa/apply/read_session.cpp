@@ -15,7 +15,7 @@ void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
 }
 
 // A node that is not kept gets values of each type without their memory.
-void ReadSession::handOver(interfaces::IInput& input, AttrData& value) {
+void ReadSession::handOverMemory(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
     if (value.type == AttrType::Buffer) {
       value.payload.buffer = {nullptr, 0, 0, value.payload.buffer.type, 0};
@@ -38,6 +38,12 @@ std::uint64_t ReadSession::inputsOnPath() const noexcept {
   std::uint64_t inputs = 0;
   for (const Token& token : path_) inputs += token.type != Token::Type::Dot ? 1 : 0;
   return path_[0].type == Token::Type::Dot ? inputs : inputs - 1;
+}
+
+// Without a limit, the count stays at its maximum.
+void ReadSession::overcharge(std::uint64_t bytes) {
+  if (limits.memory != Limits::NONE) exceed(Budget::Memory);
+  memory_ = Limits::NONE - bytes;
 }
 
 void ReadSession::freeValue() noexcept {

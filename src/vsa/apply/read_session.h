@@ -128,7 +128,12 @@ class ReadSession {
     heldBytes_ = bytes;
   }
   /// Called right before the value is assigned to `input`, which owns its memory then.
-  void handOver(interfaces::IInput& input, AttrData& value);
+  void handOver(interfaces::IInput& input, AttrData& value) {
+    if (held_ != nullptr || isDropped_ || value.type == AttrType::Buffer) {
+      return handOverMemory(input, value);
+    }
+    ++counts.values;
+  }
 
   /// Whether a link between the two is to be made. Otherwise the input is cleared.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
@@ -142,9 +147,9 @@ class ReadSession {
   std::uint64_t memory() const noexcept { return memory_; }
   /// Counts memory that the reading is about to take.
   void charge(std::uint64_t bytes) {
-    const bool fits = bytes <= limits.memory && memory_ <= limits.memory - bytes;
-    if (!fits && limits.memory != Limits::NONE) exceed(Budget::Memory);
-    memory_ = bytes <= Limits::NONE - memory_ ? memory_ + bytes : Limits::NONE;
+    if (bytes > limits.memory - memory_) [[unlikely]]
+      overcharge(bytes);
+    memory_ += bytes;
   }
 
  protected:
@@ -178,6 +183,8 @@ class ReadSession {
     if (held_ != nullptr) freeValue();
   }
   void freeValue() noexcept;
+  void handOverMemory(interfaces::IInput& input, AttrData& value);
+  void overcharge(std::uint64_t bytes);
   void endAssignment() noexcept {
     assignment_ = nullptr;
     path_ = {};
@@ -190,7 +197,7 @@ class ReadSession {
   std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
-  std::uint64_t memory_ = 0;
+  std::uint64_t memory_ = 0;  // at most limits.memory, which never shrinks
   bool isResolving_ = false;
   bool isDropped_ = false;  // the node of the current assignment is not kept
 };
