@@ -11,12 +11,13 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadStopped;
 
-// The text of an exception. Valid as long as the exception.
+// The text of an exception, which may have none. Valid as long as the exception.
 std::string_view textOf(const std::exception_ptr& exception) noexcept {
   try {
     std::rethrow_exception(exception);
   } catch (const std::exception& error) {
-    return error.what();
+    const char* const text = error.what();
+    return text != nullptr ? text : "an exception without a text";
   } catch (...) {
     return "an exception that is no std::exception";
   }

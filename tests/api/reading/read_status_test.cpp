@@ -184,6 +184,32 @@ TEST(ReadStatus, IsHostExceptionForWhatACallbackThrows) {
   EXPECT_EQ(thrownText(stopped), "d");
 }
 
+class WithoutText final : public std::runtime_error {
+ public:
+  WithoutText() : std::runtime_error("") {}
+  const char* what() const noexcept override { return nullptr; }
+};
+
+void expectWithoutText(const vsa::ReadOutcome& outcome) {
+  EXPECT_EQ(outcome.status, ReadStatus::HostException);
+  EXPECT_EQ(outcome.message, "an exception without a text");
+  EXPECT_THROW(std::rethrow_exception(outcome.exception), WithoutText);
+}
+
+TEST(ReadStatus, IsHostExceptionForAnExceptionWithoutAText) {
+  TestSource source("lamp sun;");
+  source.onRead = [](std::size_t) { throw WithoutText(); };
+  expectWithoutText(vsa::readSource(source));
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call.starts_with("createNode")) throw WithoutText();
+  };
+  expectWithoutText(vsa::readTextInto(scene, "lamp sun;"));
+  ReadOptions options;
+  options.onDiagnostic = [](const vsa::Diagnostic&) { throw WithoutText(); };
+  expectWithoutText(vsa::readText("# version: x", options));
+}
+
 TEST(ReadStatus, IsOverLimitForTheLimitsOfTheLibrarysScene) {
   vsa::Scene scene;
   scene.plain().setEmptyElementLimit(2);
