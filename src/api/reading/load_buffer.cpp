@@ -71,6 +71,9 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
     requireSame(skipped, loaded);
   } catch (const std::bad_alloc&) {
     Ending(loaded).set(ReadStatus::OutOfMemory, std::current_exception());
+  } catch (...) {
+    // The copy of a callback threw.
+    Ending(loaded).set(ReadStatus::HostException, std::current_exception());
   }
   return loaded;
 }

@@ -1,6 +1,8 @@
 // Buffers that are skipped, and read later.
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -94,6 +96,30 @@ TEST(SkippedBuffer, HasItsMistakesWhereTheyAre) {
 TEST(SkippedBuffer, MeetsTheLimitsWhenItIsLoaded) {
   const ReadResult result = vsa::readText(TEXT, skipping());
   EXPECT_EQ(vsa::loadBufferFromText(TEXT, result.skippedBuffers[1]).limit, vsa::Limit::Memory);
+}
+
+// A callback that cannot be copied once it is set.
+struct ThrowingCopy {
+  ThrowingCopy() = default;
+  ThrowingCopy(const ThrowingCopy& other) : isSet(other.isSet) {
+    if (*isSet) throw std::runtime_error("no copy");
+  }
+  ThrowingCopy& operator=(const ThrowingCopy&) = delete;
+  ~ThrowingCopy() = default;
+  bool operator()(const vsa::ReadProgress&) const { return true; }
+
+  std::shared_ptr<bool> isSet = std::make_shared<bool>(false);
+};
+
+TEST(SkippedBuffer, IsHostExceptionForACallbackThatThrowsWhenCopied) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  ReadOptions options;
+  const ThrowingCopy callback;
+  options.onProgress = callback;
+  *callback.isSet = true;
+  const LoadedBuffer loaded = vsa::loadBufferFromText(TEXT, result.skippedBuffers[0], options);
+  EXPECT_EQ(loaded.status, ReadStatus::HostException);
+  EXPECT_EQ(loaded.message, "no copy");
 }
 
 TEST(SkippedBuffer, IsUnreadableWhereTheTextHasChanged) {
