@@ -1,5 +1,7 @@
 // Reading: what the parser asks and reports during the parse.
 #include <cstring>
+#include <exception>
+#include <new>
 #include <utility>
 
 #include "api/reading/reading.h"
@@ -184,6 +186,7 @@ void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
     case FatalId::HostError:
       return ending_.set(ReadStatus::HostException, std::current_exception());
     case FatalId::CannotAllocate:
+      outcome_.exception = std::make_exception_ptr(std::bad_alloc());
       return ending_.set(ReadStatus::OutOfMemory, line.view());
     case FatalId::TooManyEmptyElements:
       return endAtSceneLimit(Limit::EmptyElements, line);

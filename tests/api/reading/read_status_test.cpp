@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <new>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -208,6 +209,15 @@ TEST(ReadStatus, IsHostExceptionForAnExceptionWithoutAText) {
   ReadOptions options;
   options.onDiagnostic = [](const vsa::Diagnostic&) { throw WithoutText(); };
   expectWithoutText(vsa::readText("# version: x", options));
+}
+
+TEST(ReadStatus, IsOutOfMemoryWithABadAllocForABufferThatCannotBeAllocated) {
+  ReadOptions options;
+  options.limits.memory = vsa::UNLIMITED;
+  const ReadResult result = vsa::readText("a x; x.b = float[18446744073709551615] {0};", options);
+  EXPECT_EQ(result.status, ReadStatus::OutOfMemory);
+  ASSERT_TRUE(result.exception);
+  EXPECT_THROW(std::rethrow_exception(result.exception), std::bad_alloc);
 }
 
 TEST(ReadStatus, IsOverLimitForTheLimitsOfTheLibrarysScene) {
