@@ -96,9 +96,10 @@ void Reading::skipBuffer(AssignInfo& info) {
 }
 
 void Reading::keepSkipped(IInput& input, const AssignInfo& info) {
-  charge(sizeof(SkippedBuffer));
+  const zn::String path = input.path();
+  charge(sizeof(SkippedBuffer) + path.len());
   SkippedBuffer skipped;
-  skipped.inputPath = input.path().view();
+  skipped.inputPath = path.view();
   skipped.type = info.data.payload.buffer.type;
   skipped.count = skippedCount_;
   const std::uint64_t keywordEnd = index_->offsetOf(placeOf(info.valueToken)) + 1;

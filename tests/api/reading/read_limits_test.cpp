@@ -115,6 +115,15 @@ TEST(ReadLimits, MemoryGrowsWithTheText) {
   expectOver(Limit::Memory, vsa::readText(text, limitedTo({.memory = 500'000})));
 }
 
+TEST(ReadLimits, MemoryCountsThePathsOfSkippedBuffers) {
+  std::string text = "mesh " + std::string(100'000, 'm') + ":\n";
+  for (int i = 0; i < 20; ++i) text += ".b" + std::to_string(i) + " = byte[1] {1};\n";
+  ReadOptions options = limitedTo({.memory = 1'000'000});
+  EXPECT_TRUE(vsa::readText(text, options).isComplete());
+  options.buffers = vsa::BufferMode::Skip;
+  expectOver(Limit::Memory, vsa::readText(text, options));
+}
+
 TEST(ReadLimits, ZeroAllowsNothing) {
   expectOver(Limit::TextBytes, vsa::readText("a", limitedTo({.textBytes = 0})));
   EXPECT_TRUE(vsa::readText("", limitedTo({.textBytes = 0})).isComplete());
