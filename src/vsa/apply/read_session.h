@@ -106,14 +106,15 @@ class ReadSession {
     if (counts.nodes >= limits.nodes) exceed(Budget::Nodes);
     charge(NODE_BYTES + nameBytes);
   }
-  void takeInput() { charge(INPUT_BYTES); }
+  void takeInput(std::uint64_t nameBytes) { charge(INPUT_BYTES + nameBytes); }
   void takeElement() {
     if (counts.elements >= limits.elements) exceed(Budget::Elements);
     charge(INPUT_BYTES);
     ++counts.elements;
   }
-  void takeLink(interfaces::IInput& input) {
-    charge(LINK_BYTES);
+  /// `sourceBytes`: of the source as it is written.
+  void takeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
+    charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
   }
   void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }

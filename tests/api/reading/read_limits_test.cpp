@@ -124,6 +124,21 @@ TEST(ReadLimits, MemoryCountsThePathsOfSkippedBuffers) {
   expectOver(Limit::Memory, vsa::readText(text, options));
 }
 
+TEST(ReadLimits, MemoryCountsNamesOfInputsAndSourcesOfLinks) {
+  const std::string name(1000, 'n');
+  for (const std::string format : {".N = 1;", ".i |= y.N;", ".i = N;", ".i |= N.o;", ". N = 1;"}) {
+    std::string text = "a x:\n";
+    for (int i = 0; i < 1000; ++i) {
+      std::string statement = format;
+      statement.replace(statement.find('N'), 1, name + std::to_string(i));
+      if (statement.find(".i") == 0) statement.insert(2, std::to_string(i));
+      text += statement + '\n';
+    }
+    EXPECT_TRUE(vsa::readText(text).isComplete());
+    expectOver(Limit::Memory, vsa::readText(text, limitedTo({.memory = 900'000})));
+  }
+}
+
 TEST(ReadLimits, ZeroAllowsNothing) {
   expectOver(Limit::TextBytes, vsa::readText("a", limitedTo({.textBytes = 0})));
   EXPECT_TRUE(vsa::readText("", limitedTo({.textBytes = 0})).isComplete());
