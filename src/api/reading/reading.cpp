@@ -63,6 +63,7 @@ void Reading::readText(std::string_view text) noexcept {
     resetHeader();
     TextLexer lexer(text, *this);
     parse(lexer);
+    notifyComplete();
   });
 }
 
@@ -105,6 +106,7 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
   }
+  notifyComplete();
 }
 
 // Runs the body with this object as the sink of the thread, and turns exceptions into a status.

@@ -84,6 +84,8 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void endByError(const zn::korvo_sdk::Diagnostic& record);
   [[noreturn]] void stopAtLimit(Limit limit, std::string message);
   void notifyProgress();
+  void notifyComplete();
+  ReadProgress progress() const noexcept;
   std::uint64_t linksTotal() const noexcept;
   void fillCounts() noexcept;
 

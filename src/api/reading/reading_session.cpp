@@ -132,6 +132,22 @@ void Reading::poll() {
 
 void Reading::notifyProgress() {
   if (options_.onProgress == nullptr) return;
+  const ReadProgress now = progress();
+  const bool goesOn = ending_.callHost([&] { return options_.onProgress(now); });
+  if (!goesOn) ending_.stop(ReadStatus::Cancelled, "cancelled");
+  lastProgress_ = Clock::now();
+}
+
+// The last call, at which nothing is left to be cancelled. A source may have announced a size that
+// it does not have.
+void Reading::notifyComplete() {
+  if (options_.onProgress == nullptr || outcome_.status != ReadStatus::Complete) return;
+  ReadProgress last = progress();
+  last.bytesTotal = last.bytesRead;
+  ending_.callHost([&] { return options_.onProgress(last); });
+}
+
+ReadProgress Reading::progress() const noexcept {
   ReadProgress progress;
   progress.bytesRead = index_->end();
   progress.bytesTotal = size_;
@@ -139,9 +155,7 @@ void Reading::notifyProgress() {
     progress.linksResolved = counts.links;
     progress.linksTotal = linksTotal();
   }
-  const bool goesOn = ending_.callHost([&] { return options_.onProgress(progress); });
-  if (!goesOn) ending_.stop(ReadStatus::Cancelled, "cancelled");
-  lastProgress_ = Clock::now();
+  return progress;
 }
 
 std::uint64_t Reading::linksTotal() const noexcept {
