@@ -80,7 +80,6 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void finish(bool isParsed);
   void finishCutOff();
   void endAtSceneLimit(Limit limit, const zn::String& line);
-  bool isAtEnd() const noexcept;
   void endByError(const zn::korvo_sdk::Diagnostic& record);
   [[noreturn]] void stopAtLimit(Limit limit, std::string message);
   void notifyProgress();

@@ -4,6 +4,7 @@
 #include <new>
 #include <utility>
 
+#include "api/reading/cut_off.h"
 #include "api/reading/reading.h"
 
 namespace vsa {
@@ -190,11 +191,6 @@ void Reading::endAtSceneLimit(Limit limit, const zn::String& line) {
   outcome_.limit = limit;
 }
 
-// Whether the next token, which a statement does not allow, is the end of the text.
-bool Reading::isAtEnd() const noexcept {
-  return parser_.tokens[static_cast<std::uint64_t>(parser_.head)].type == Token::Type::Eof;
-}
-
 void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
   const zn::String line = record.logLine();
   switch (record.id) {
@@ -211,7 +207,9 @@ void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
       return endAtSceneLimit(Limit::Depth, line);
     case FatalId::BadToken:
     case FatalId::UnrecognizedToken:
-      return ending_.set(isAtEnd() ? ReadStatus::CutOff : ReadStatus::StoppedByError, line.view());
+      return ending_.set(
+          endsInsideStatement(parser_) ? ReadStatus::CutOff : ReadStatus::StoppedByError,
+          line.view());
     default:
       return ending_.set(ReadStatus::StoppedByError, line.view());
   }

@@ -88,6 +88,29 @@ TEST(ReadStatus, IsCutOffInsideAStatement) {
   EXPECT_EQ(vsa::readText("lamp sun; sun.name = \"su").status, ReadStatus::CutOff);
 }
 
+// Each of these is cut at every byte: before its last one, it is not complete.
+TEST(ReadStatus, IsCutOffAtEachByteOfAStatement) {
+  const std::string before = "lamp sun: .a = 1;\n";
+  for (const std::string statement :
+       {"lamp moon;", "mesh wall :", "define moon;", "remove sun;", "sun.power = -1.5e3;",
+        ".v[2].w = vec3(1, 2, 3);", ".s = \"a\\\"b\";", ".r |= dusk.out;", ".r |= .out[0].x;",
+        ".r |= null;", ".n = sun;", ".t = true;", ".pts = float[3]{1, 2e1 3};", ".o = {1 2};",
+        ".o = [1 2];", ".b = byte [4] {.78da0300};"}) {
+    for (std::size_t bytes = 1; bytes < statement.size(); ++bytes) {
+      const std::string text = before + statement.substr(0, bytes);
+      EXPECT_EQ(vsa::readText(text).status, ReadStatus::CutOff) << text;
+    }
+  }
+}
+
+TEST(ReadStatus, IsStoppedByAnErrorThatIsNearTheEnd) {
+  for (const std::string text : {"lamp sun; 42", "lamp sun; sun.a b", "lamp sun; sun.a |= 3",
+                                 "lamp sun; sun.a = b.", "lamp sun; sun.a = b[3]",
+                                 "lamp sun; sun.a = 3 4", "lamp sun; lamp moon moon"}) {
+    EXPECT_EQ(vsa::readText(text).status, ReadStatus::StoppedByError) << text;
+  }
+}
+
 TEST(ReadStatus, IsCutOffInsideAStringWhereAStatementBegins) {
   const ReadResult result = vsa::readText("lamp sun; \"never closed");
   EXPECT_EQ(result.status, ReadStatus::CutOff);
