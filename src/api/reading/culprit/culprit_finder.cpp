@@ -58,6 +58,7 @@ class Rules {
   Found number(std::size_t list, const NumberField& field) const;
 
   Found invalidCharacter() const;
+  Found numberWith(const Item& invalid, std::uint64_t at) const;
   Found badToken() const;
   Found missingSemicolon(std::size_t found) const;
   Found badValue(std::size_t found) const;
@@ -127,8 +128,23 @@ Found Rules::invalidCharacter() const {
     const bool isNeverClosed =
         ENDS.find(character) != std::string_view::npos || token.lastLine > token.firstLine;
     if (isNeverClosed) return opening(i);
+    if (const Found found = numberWith(token, at)) return found;
   }
   return Culprit{at, at + 1};
+}
+
+// The number, of a list that ends at an invalid character, which that character is in. It goes on
+// up to what separates numbers.
+Found Rules::numberWith(const Item& invalid, std::uint64_t at) const {
+  const std::string_view bytes = tokens_.bytesFrom(invalid.begin);
+  if (bytes.empty() || (bytes[0] != '(' && bytes[0] != '{')) return std::nullopt;
+  const auto inList = static_cast<std::size_t>(at - invalid.begin);
+  const std::size_t end = std::min(bytes.find_first_of(" \t\r\n,;()[]{}", inList), bytes.size());
+  std::string list(bytes.substr(0, end));
+  list += bytes[0] == '(' ? ')' : '}';
+  const auto field = findNumber(list, [&](const NumberField& one) { return one.end > inList; });
+  if (!field) return std::nullopt;
+  return Culprit{invalid.begin + field->begin, invalid.begin + field->end, field->index};
 }
 
 Found Rules::badToken() const {
