@@ -13,6 +13,7 @@ namespace vsa {
 
 namespace {
 
+using zn::korvo_sdk::DataType;
 using Item = StatementTokens::Item;
 using Type = StatementTokens::Type;
 using Found = std::optional<Culprit>;
@@ -61,6 +62,7 @@ class Rules {
   Found numberWith(const Item& invalid, std::uint64_t at) const;
   Found badToken() const;
   Found missingSemicolon(std::size_t found) const;
+  Found wrongList(std::size_t found) const;
   Found badValue(std::size_t found) const;
   Found badTuple() const;
   Found unrecognized() const;
@@ -70,6 +72,10 @@ class Rules {
   Found unreadableNumber() const;
   Found overLimit() const;
 
+  // Whether the text ends inside the token, a string or a list.
+  bool isCutOff(std::size_t token) const {
+    return tokens_[token].type == Type::Eof && tokens_[token].text.startsWith("UNEXPECTED", false);
+  }
   bool expects(std::string_view what) const {
     return mistake_.message.starts_with("expected '" + std::string(what) + "'");
   }
@@ -99,8 +105,7 @@ Found Rules::placeBehind(std::size_t token) const {
 Found Rules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);
-  const bool isCutOff = tokens_[token].text.startsWith("UNEXPECTED", false);
-  if (isCutOff) return opening(token);
+  if (isCutOff(token)) return opening(token);
   return token > 0 ? placeBehind(token - 1) : Culprit{tokens_[token].begin, tokens_[token].begin};
 }
 
@@ -123,7 +128,7 @@ Found Rules::invalidCharacter() const {
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
     const Item& token = tokens_[i];
     if (token.type != Type::Invalid || token.end != at || token.begin >= at) continue;
-    constexpr std::string_view ENDS = ";=\"#|:";
+    constexpr std::string_view ENDS = ";=\"#|:{(";  // the last two are invalid in brackets only
     const char character = mistake_.message.size() > 1 ? mistake_.message[1] : '\0';
     const bool isNeverClosed =
         ENDS.find(character) != std::string_view::npos || token.lastLine > token.firstLine;
@@ -166,8 +171,7 @@ Found Rules::missingSemicolon(std::size_t found) const {
       token.type == Type::Brackets || token.type == Type::Parens || token.type == Type::Braces;
   if (isList && last == parts_.value && tokens_[last].type == Type::Id) {
     if (!isTypeWord(tokens_[last].text.view())) return whole(last);
-    // A type with the wrong kind of list.
-    return whole(token.type == Type::Brackets && found + 1 < tokens_.size() ? found + 1 : found);
+    return wrongList(found);
   }
   if (token.type == Type::Comment || isOnLaterLine(found)) return placeBehind(last);
   // A string that took in lines up to the next quote was never closed.
@@ -175,6 +179,13 @@ Found Rules::missingSemicolon(std::size_t found) const {
                            tokens_[last].lastLine > tokens_[last].firstLine &&
                            token.begin == tokens_[last].end;
   return isSwallowed ? opening(last) : tokenOrPlace(found);
+}
+
+// Behind the word of a type: brackets without the list of a buffer, or the wrong kind of list.
+Found Rules::wrongList(std::size_t found) const {
+  const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text.view()) != DataType::Null;
+  const bool isCount = isOfBuffer && tokens_[found].type == Type::Brackets;
+  return isCount ? tokenOrPlace(found + 1) : whole(found);
 }
 
 // The value before the token found has the right form and does not convert; or there is none.
@@ -196,6 +207,9 @@ Found Rules::badTuple() const {
 // The first token that no statement begins with; behind a declaration, its missing end.
 Found Rules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(mistake_.noticed);
+  for (std::size_t i = head; i < head + 3; ++i) {
+    if (isCutOff(i)) return opening(i);
+  }
   const bool isDeclaration =
       head == 0 && tokens_[0].type == Type::Id && tokens_[1].type == Type::Id;
   if (isDeclaration && (isOnLaterLine(2) || tokens_[2].type == Type::Eof)) return placeBehind(1);
