@@ -66,6 +66,7 @@ class Rules {
   Found badValue(std::size_t found) const;
   Found badTuple() const;
   Found unrecognized() const;
+  std::size_t tokensThatFit(std::size_t head) const;
   Found typeClash() const;
   Found badIndex() const;
   Found surplusNumber() const;
@@ -204,16 +205,24 @@ Found Rules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The first token that no statement begins with; behind a declaration, its missing end.
+// The first token with which the tokens are no statement; behind a declaration, its missing end.
 Found Rules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(mistake_.noticed);
   for (std::size_t i = head; i < head + 3; ++i) {
     if (isCutOff(i)) return opening(i);
   }
-  const bool isDeclaration =
-      head == 0 && tokens_[0].type == Type::Id && tokens_[1].type == Type::Id;
-  if (isDeclaration && (isOnLaterLine(2) || tokens_[2].type == Type::Eof)) return placeBehind(1);
-  return tokenOrPlace(head);
+  const std::size_t wrong = head + tokensThatFit(head);
+  const bool isBehindName = wrong > head && tokens_[wrong - 1].type == Type::Id;
+  const bool isEnd = tokens_[wrong].type == Type::Comment || isOnLaterLine(wrong);
+  return head == 0 && isBehindName && isEnd ? placeBehind(wrong - 1) : tokenOrPlace(wrong);
+}
+
+// Of the tokens from `head` on, those that a statement may have there: a path goes on with a dot
+// and a name, and a statement begins with a path or with two names.
+std::size_t Rules::tokensThatFit(std::size_t head) const {
+  if (tokens_[head].type == Type::Dot) return 1;
+  if (head != 0 || tokens_[0].type != Type::Id) return 0;
+  return tokens_[1].type == Type::Id || tokens_[1].type == Type::Dot ? 2 : 1;
 }
 
 // --- assignments ---
