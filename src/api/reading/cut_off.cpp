@@ -57,7 +57,8 @@ bool endsInsideAssignment(const AssignInfo& info, const VsaParser& parser, const
   if (isBufferWithoutList(info, next)) return true;
   const bool isBeforeSource = info.sourcePath.size == 0 && parser.current.type == Type::Equals;
   if (isBeforeSource) return isBeginOfPath(next);
-  const bool isBehindPath = parser.current.type == Type::Id || parser.current.type == Type::Brackets;
+  const bool isBehindPath =
+      parser.current.type == Type::Id || parser.current.type == Type::Brackets;
   return isBehindPath && !info.isReference && isDotAndEnd(next);
 }
 

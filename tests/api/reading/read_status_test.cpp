@@ -104,9 +104,9 @@ TEST(ReadStatus, IsCutOffAtEachByteOfAStatement) {
 }
 
 TEST(ReadStatus, IsStoppedByAnErrorThatIsNearTheEnd) {
-  for (const std::string text : {"lamp sun; 42", "lamp sun; sun.a b", "lamp sun; sun.a |= 3",
-                                 "lamp sun; sun.a = b.", "lamp sun; sun.a = b[3]",
-                                 "lamp sun; sun.a = 3 4", "lamp sun; lamp moon moon"}) {
+  for (const std::string text :
+       {"lamp sun; 42", "lamp sun; sun.a b", "lamp sun; sun.a |= 3", "lamp sun; sun.a = b.",
+        "lamp sun; sun.a = b[3]", "lamp sun; sun.a = 3 4", "lamp sun; lamp moon moon"}) {
     EXPECT_EQ(vsa::readText(text).status, ReadStatus::StoppedByError) << text;
   }
 }
