@@ -34,7 +34,7 @@ const Row ROWS[] = {
     {InvalidToken, "lamp sun;\n«)»\n"},
     {InvalidListToken, "lamp sun;\nsun.color = rgba(1 0.9 «x»);", "sun.color", 2},
     {InvalidListToken, "mesh m;\nm.ids = float[3]{1 «zz» 3};\n", "m.ids", 1},
-    {InvalidListToken, "mesh m;\nm.ids = float[3]{1, 2, «1x5»};\n", "m.ids", 2},
+    {InvalidListToken, "mesh m;\nm.ids = float[3]{1, 2, «15x»};\n", "m.ids", 2},
     {InvalidListToken, "mesh m;\nm.up = vec3(«x»", "m.up", 0},
     {InvalidListToken, "lamp sun;\nsun.color = rgba«(»1 0.9 1;\nlamp moon;\n", "sun.color"},
     {InvalidListToken, "mesh m;\nm.ids = int32[3] «{»0 1\n2\nm.power = 3;\n", "m.ids"},

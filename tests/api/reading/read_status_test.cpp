@@ -95,7 +95,7 @@ TEST(ReadStatus, IsCutOffAtEachByteOfAStatement) {
        {"lamp moon;", "mesh wall :", "define moon;", "remove sun;", "sun.power = -1.5e3;",
         ".v[2].w = vec3(1, 2, 3);", ".s = \"a\\\"b\";", ".r |= dusk.out;", ".r |= .out[0].x;",
         ".r |= null;", ".n = sun;", ".t = true;", ".pts = float[3]{1, 2e1 3};", ".o = {1 2};",
-        ".o = [1 2];", ".b = byte [4] {.78da0300};"}) {
+        ".o = [1 2];", ".b = byte [4] {.78da6364626601000018000b};"}) {
     for (std::size_t bytes = 1; bytes < statement.size(); ++bytes) {
       const std::string text = before + statement.substr(0, bytes);
       EXPECT_EQ(vsa::readText(text).status, ReadStatus::CutOff) << text;
