@@ -27,11 +27,17 @@ Severity severityOf(const Record& record) {
                                                                : Severity::Error;
 }
 
-// Messages of the lexer, which is ahead of the parser, and of a link without the path of its input.
+// Messages of the lexer, which is ahead of the parser.
 bool namesNoPath(const Diagnostic& diagnostic) {
   return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
-                                          diagnostic.id == DiagnosticId::InvalidListToken ||
-                                          diagnostic.id == DiagnosticId::InvalidOutput);
+                                          diagnostic.id == DiagnosticId::InvalidListToken);
+}
+
+// Whether `path` is that of an element of the array `array`.
+bool isElementOf(std::string_view path, std::string_view array) {
+  if (!path.starts_with(array)) return false;
+  path.remove_prefix(array.size());
+  return path.size() > 1 && path.find_first_of("[.", 1) == path.npos && path[0] == '[';
 }
 
 std::uint64_t bytesOf(const Diagnostic& diagnostic) {
@@ -164,6 +170,10 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
     mistake.noticed = startOf({parser_.current.line, parser_.current.column});
   }
   setRange(diagnostic, start, mistake);
+  // The message of an element that does not fit names the array.
+  if (diagnostic.id != DiagnosticId::CannotAssignType) return;
+  std::string path = statementPath();
+  if (isElementOf(path, diagnostic.inputPath)) diagnostic.inputPath = std::move(path);
 }
 
 void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
@@ -190,7 +200,7 @@ void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
     const std::uint64_t last = std::max(mistake.noticed, start + 1) - 1;
     culprit = Culprit{last, last + 1};
   }
-  if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens);
+  if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens, withNodeName());
   diagnostic.numberIndex = culprit->numberIndex;
   const std::uint64_t begin = std::min(culprit->begin, index_.end());
   diagnostic.range = index_.rangeOf(begin, std::clamp(culprit->end, begin, index_.end()));
@@ -200,7 +210,14 @@ void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
 
 std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
   const std::string_view named = pathInMessage(record.id, record.text.view());
-  return named.empty() ? statementPath() : std::string(named);
+  if (!named.empty()) return std::string(named);
+  const ReadSession* const session = parser_.session;
+  if (session == nullptr || session->link() == nullptr) return statementPath();
+  return stringOf(session->link()->path());
+}
+
+std::string DiagnosticRecorder::withNodeName() const {
+  return parser_.withNode == nullptr ? std::string() : stringOf(parser_.withNode->name());
 }
 
 // The left-hand side of the current assignment, with the name of the node.
@@ -209,8 +226,7 @@ std::string DiagnosticRecorder::statementPath() const {
   if (session == nullptr || session->path().empty()) return {};
   const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(session->path()));
   const bool isOfWithNode = session->path()[0].type == Token::Type::Dot;
-  if (!isOfWithNode || parser_.withNode == nullptr) return path;
-  return stringOf(parser_.withNode->name()) + path;
+  return isOfWithNode ? withNodeName() + path : path;
 }
 
 }  // namespace vsa

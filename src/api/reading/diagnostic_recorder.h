@@ -45,6 +45,7 @@ class DiagnosticRecorder {
   void setRange(Diagnostic& diagnostic, std::uint64_t start, const Mistake& mistake);
   std::string inputPathOf(const Record& record) const;
   std::string statementPath() const;
+  std::string withNodeName() const;
 
   const ReadOptions& options_;
   ReadOutcome& outcome_;

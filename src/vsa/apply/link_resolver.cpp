@@ -66,7 +66,7 @@ void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve)
     if (nodes != nullptr && i + NAMES / 2 < entries.size) {
       nodes->prefetchNode(names_[(i + NAMES / 2) % NAMES].hash());
     }
-    begin(entries[i]->value);
+    begin(*entries[i]->key, entries[i]->value);
     resolve(*entries[i]->key, entries[i]->value, names_[i % NAMES]);
   }
   for (std::uint64_t i = 0; i < entries.size; ++i) {

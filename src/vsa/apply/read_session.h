@@ -65,6 +65,8 @@ class ReadSession {
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }
+  /// The input whose link is being resolved; otherwise null.
+  interfaces::IInput* link() const noexcept { return link_; }
   /// The current statement if it is an assignment whose path was read; otherwise null.
   const AssignInfo* assignment() const noexcept { return assignment_; }
   /// Its path; empty if there is none.
@@ -96,7 +98,8 @@ class ReadSession {
     endAssignment();
     isResolving_ = true;
   }
-  void beginLink(TextPlace place) {
+  void beginLink(interfaces::IInput& input, TextPlace place) {
+    link_ = &input;
     statement_ = place;
     if (++counts.links % LINKS_PER_POLL == 0) poll();
   }
@@ -194,6 +197,7 @@ class ReadSession {
   std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
+  interfaces::IInput* link_ = nullptr;
   const AssignInfo* assignment_ = nullptr;
   std::span<const Token> path_;
   void* held_ = nullptr;

@@ -43,7 +43,11 @@ const Row ROWS[] = {
     {BadToken, "lamp sun: .pts = float[3]«{»1, 2", "sun.pts"},
     {BadToken, "mesh quad;\nquad.ids = int32[3]«;»\n", "quad.ids"},
     {BadToken, "mesh quad;\nquad.ids = int32[3]«»", "quad.ids"},
-    {InvalidListToken, "mesh m;\nm.ids[«x»] = 3;\n"},
+    {InvalidListToken, "mesh m;\nm.ids[«x»] = 3;\n", "m.ids"},
+    {InvalidListToken, "mesh m:\n.ids[«-»1] = 3;\n", "m.ids"},
+    {InvalidToken, "lamp sun: .power = 50«%»;", "sun.power"},
+    {InvalidToken, "lamp sun:\nlamp moon; .power = 50«%»;", "sun.power"},
+    {InvalidToken, "lamp «%»sun;"},
     // What is cut off.
     {UnexpectedEof, "lamp sun;\n  «\"»never closed;\n"},
     {UnexpectedEof, "lamp sun;«{»1 2 3"},
@@ -88,7 +92,7 @@ const Row ROWS[] = {
     {InputNotFound, "mesh q;\nq.ids |= c.out;\nq.«ids[0]» = 1;\n", "q.ids[0]"},
     {InvalidArrayIndex, "mesh q;\nq.sets[0]«[]» = 1;\n", "q.sets[0][]"},
     // Types.
-    {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys"},
+    {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys[1]"},
     {CannotAssignType, "ball b:\n.radius = 1;\n.radius.«x» = 2.5;\n", "b.radius"},
     {CannotAssignType, "ball b:\n.radius = 1;\nb.radius«[0]» = 2.5;\n", "b.radius"},
     {Narrowing, "lamp sun;\nsun.n = 1;\nsun.n = «2.7» ;\n", "sun.n"},
@@ -110,6 +114,7 @@ const Row ROWS[] = {
     {CompressedDataTooLarge, "mesh q;\nq.b = byte[3] «{.78da6364626601000018000b}»;\n", "q.b"},
     // Links.
     {InvalidOutput, "a x;\nx.i |= «b.c.d»;\n", "x.i"},
+    {InvalidOutput, "a x:\n.i |= «b.c.d»;\na y:\n", "x.i"},
     {NoNodeToConnect, "a x;\nx.i |= «gone».out;\na y;\n", "x.i"},
     {NoOutputToConnect, "declaredLamp d;\na x;\nx.i |= d.«gone» ;\na y;\n", "x.i"},
     {NoNodeToAssign, "a x;\n\nx.i =\n  «gone»;\na y;\n", "x.i"},

@@ -352,17 +352,22 @@ Found Rules::find() const {
 
 }  // namespace
 
-std::string pathAsWritten(const StatementTokens& tokens) {
+std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode) {
   std::size_t begin = 0;
+  std::string node(withNode);
   for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
     const Type type = tokens[i].type;
     if (type == Type::Semicolon || type == Type::Colon || type == Type::Comment) begin = i + 1;
+    if (type == Type::Colon && i > 0) node = tokens[i - 1].text.view();
   }
-  std::string path;
+  const bool isOfWithNode = tokens[begin].type == Type::Dot;
+  std::string path = isOfWithNode ? node : std::string();
   std::size_t at = begin;
   for (; isPathToken(tokens[at].type); ++at) path += tokens[at].text.view();
-  const bool isAssignment = tokens[at].type == Type::Equals || tokens[at].type == Type::Pipe;
-  return isAssignment ? path : std::string();
+  const Type end = tokens[at].type;
+  const bool isPath = isOfWithNode || tokens[begin + 1].type == Type::Dot;
+  const bool isAssignment = end == Type::Equals || end == Type::Pipe || end == Type::Invalid;
+  return isPath && isAssignment ? path : std::string();
 }
 
 std::optional<Culprit> findCulprit(const Mistake& mistake, const StatementTokens& tokens) {
