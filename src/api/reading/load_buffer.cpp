@@ -82,7 +82,7 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
 bool appendFrom(const DescriptorSource& source, const TextRange& range, std::string& text) {
   const std::size_t before = text.size();
   const std::uint64_t count = bytesOf(range);
-  if (count > source.fileBytes().value_or(0)) return false;
+  if (count > source.textBytes().value_or(0)) return false;
   text.resize(before + static_cast<std::size_t>(count));
   return source.readAt(range.begin.offset, text.data() + before, static_cast<std::size_t>(count)) ==
          count;

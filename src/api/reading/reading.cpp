@@ -76,7 +76,7 @@ void Reading::readFile(const char* path) noexcept {
       return;
     }
     const RefersTo<zn::ByteSource> held(source);
-    const std::optional<std::uint64_t> size = source->fileBytes();
+    const std::optional<std::uint64_t> size = source->textBytes();
     readFrom(*source, storeOf(*source, size), size);
   });
 }

@@ -1,6 +1,7 @@
 // Limits: each is met before the memory in question is taken, and reported by its name.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include <vsa/read.h>
@@ -46,6 +47,21 @@ TEST(ReadLimits, TextBytesAllowATextOfJustThatLength) {
     TestSource longer(text, bytesPerRead);
     expectOver(Limit::TextBytes, vsa::readSource(longer, less));
   }
+}
+
+TEST(ReadLimits, TextBytesDoNotCountAByteOrderMark) {
+  const std::string text = "lamp sun;";
+  const DiskFile file("\xEF\xBB\xBF" + text);
+  ReadOptions options = limitedTo({.textBytes = text.size()});
+  std::optional<std::uint64_t> total;
+  options.onProgress = [&](const vsa::ReadProgress& progress) {
+    if (progress.bytesRead == 0) total = progress.bytesTotal;
+    return true;
+  };
+  EXPECT_TRUE(vsa::readFile(file.path(), options).isComplete());
+  EXPECT_EQ(total, text.size());
+  expectOver(Limit::TextBytes,
+             vsa::readFile(file.path(), limitedTo({.textBytes = text.size() - 1})));
 }
 
 TEST(ReadLimits, TextBytesStopAnEndlessSource) {
