@@ -99,7 +99,8 @@ struct [[nodiscard]] ReadOutcome {
   /// BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// What the host's scene, source or callback threw. Set if `status` is HostException; if it is
-  /// OutOfMemory, the std::bad_alloc.
+  /// OutOfMemory, the std::bad_alloc, of the library or of the host. What a scene throws while a
+  /// text is read is also a diagnostic, HostError, with the statement as its range.
   std::exception_ptr exception;
 
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }

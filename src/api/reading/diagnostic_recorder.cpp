@@ -172,6 +172,7 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
   setRange(diagnostic, start, mistake);
   // The message of an element that does not fit names the array.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
+  if (diagnostic.message.find(" to Array @ ") == std::string::npos) return;
   std::string path = statementPath();
   if (isElementOf(path, diagnostic.inputPath)) diagnostic.inputPath = std::move(path);
 }

@@ -1,7 +1,6 @@
 #include "api/reading/ending.h"
 
 #include <new>
-#include <utility>
 
 #include "vsa/apply/read_session.h"
 
@@ -23,6 +22,16 @@ std::string_view textOf(const std::exception_ptr& exception) noexcept {
   }
 }
 
+bool isOutOfMemory(const std::exception_ptr& exception) noexcept {
+  try {
+    std::rethrow_exception(exception);
+  } catch (const std::bad_alloc&) {
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
 }  // namespace
 
 void Ending::set(ReadStatus status, std::string_view message) noexcept {
@@ -35,9 +44,10 @@ void Ending::set(ReadStatus status, std::string_view message) noexcept {
   }
 }
 
-void Ending::set(ReadStatus status, std::exception_ptr exception) noexcept {
-  outcome_.exception = std::move(exception);
-  set(status, textOf(outcome_.exception));
+void Ending::setToException() noexcept {
+  outcome_.exception = std::current_exception();
+  const bool isMemory = isOutOfMemory(outcome_.exception);
+  set(isMemory ? ReadStatus::OutOfMemory : ReadStatus::HostException, textOf(outcome_.exception));
 }
 
 void Ending::stop(ReadStatus status, std::string_view message) {
@@ -46,7 +56,7 @@ void Ending::stop(ReadStatus status, std::string_view message) {
 }
 
 void Ending::stopForHost() {
-  set(ReadStatus::HostException, std::current_exception());
+  setToException();
   throw ReadStopped();
 }
 

@@ -69,11 +69,8 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
     static_cast<ReadOutcome&>(loaded) = readTextInto(loaded.scene, text, whole);
     moveTo(skipped, loaded);
     requireSame(skipped, loaded);
-  } catch (const std::bad_alloc&) {
-    Ending(loaded).set(ReadStatus::OutOfMemory, std::current_exception());
   } catch (...) {
-    // The copy of a callback threw.
-    Ending(loaded).set(ReadStatus::HostException, std::current_exception());
+    Ending(loaded).setToException();  // no memory, or the copy of a callback threw
   }
   return loaded;
 }

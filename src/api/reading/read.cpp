@@ -32,7 +32,7 @@ ReadOutcome readInto(Scene& scene, const ReadOptions& options, const Read& read)
     return readInto(static_cast<IScene&>(scene.plain()), options, read);
   } catch (const std::bad_alloc&) {
     ReadOutcome outcome;
-    Ending(outcome).set(ReadStatus::OutOfMemory, std::current_exception());
+    Ending(outcome).setToException();
     return outcome;
   }
 }

@@ -118,12 +118,26 @@ void Reading::guarded(const Body& body) noexcept {
     body();
   } catch (const ReadStopped&) {
     // The status was set where it was thrown.
-  } catch (const std::bad_alloc&) {
-    ending_.set(ReadStatus::OutOfMemory, std::current_exception());
   } catch (...) {
-    ending_.set(ReadStatus::HostException, std::current_exception());
+    ending_.setToException();
   }
   fillCounts();
+}
+
+// The parser reports a std::runtime_error of the scene. The scene may throw anything else.
+template <class Body>
+void Reading::callScene(const Body& body) {
+  try {
+    body();
+  } catch (const ReadStopped&) {
+    throw;
+  } catch (...) {
+    ending_.setToException();
+    if (outcome_.status == ReadStatus::HostException) {
+      recorder_->add(DiagnosticId::HostError, Severity::Error, true, outcome_.message);
+    }
+    throw ReadStopped();
+  }
 }
 
 // --- before and after the parse ---
@@ -146,9 +160,11 @@ void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_
 
 void Reading::resetHeader() {
   if (options_.keepHeader) return;
-  scene_.clearComments();
-  scene_.setFileVersion(zn::korvo_sdk::VSX_FILE_VERSION_1);
-  scene_.setFileTime(zn::String());
+  callScene([&] {
+    scene_.clearComments();
+    scene_.setFileVersion(zn::korvo_sdk::VSX_FILE_VERSION_1);
+    scene_.setFileTime(zn::String());
+  });
 }
 
 void Reading::parse(Lexer& lexer) {
@@ -160,13 +176,18 @@ void Reading::parse(Lexer& lexer) {
   } const bytesRead{*index_, lexer, outcome_};
   parser_.session = this;
   bool isParsed = false;
+  callScene([&] { isParsed = parseWith(lexer); });
+  finish(isParsed);
+}
+
+bool Reading::parseWith(Lexer& lexer) {
+  IScene& scene = dropsNodes ? wanted_ : scene_;
   try {
-    IScene& scene = dropsNodes ? wanted_ : scene_;
-    isParsed = parser_.parse(&scene, &lexer);
+    return parser_.parse(&scene, &lexer);
   } catch (const DiagnosticError& error) {
     report(error.diagnostic());  // an invalid character in the first three tokens: not logged
+    return false;
   }
-  finish(isParsed);
 }
 
 void Reading::finish(bool isParsed) {

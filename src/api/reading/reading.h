@@ -71,12 +71,15 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
 
   template <class Body>
   void guarded(const Body& body) noexcept;
+  template <class Body>
+  void callScene(const Body& body);
   void readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
                 std::optional<std::uint64_t> size);
   void begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_t> size);
   void checkTextBytes(std::uint64_t bytes);
   void resetHeader();
   void parse(Lexer& lexer);
+  bool parseWith(Lexer& lexer);
   void finish(bool isParsed);
   void finishCutOff();
   void endAtSceneLimit(Limit limit, const zn::String& line);

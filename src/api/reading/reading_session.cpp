@@ -195,7 +195,7 @@ void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
   const zn::String line = record.logLine();
   switch (record.id) {
     case FatalId::HostError:
-      return ending_.set(ReadStatus::HostException, std::current_exception());
+      return ending_.setToException();
     case FatalId::CannotAllocate:
       outcome_.exception = std::make_exception_ptr(std::bad_alloc());
       return ending_.set(ReadStatus::OutOfMemory, line.view());

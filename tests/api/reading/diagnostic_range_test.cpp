@@ -1,6 +1,7 @@
 // The range of each diagnostic: a table of texts in which the bytes to blame are marked.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -33,7 +34,7 @@ const Row ROWS[] = {
     {InvalidToken, "«}»"},
     {InvalidToken, "lamp sun;\n«)»\n"},
     {InvalidListToken, "lamp sun;\nsun.color = rgba(1 0.9 «x»);", "sun.color", 2},
-    {InvalidListToken, "mesh m;\nm.ids = float[3]{1 «zz» 3};\n", "m.ids", 1},
+    {InvalidListToken, "mesh m;\nm.ids = float[3]{1 «1z» 3};\n", "m.ids", 1},
     {InvalidListToken, "mesh m;\nm.ids = float[3]{1, 2, «15x»};\n", "m.ids", 2},
     {InvalidListToken, "mesh m;\nm.up = vec3(«x»", "m.up", 0},
     {InvalidListToken, "lamp sun;\nsun.color = rgba«(»1 0.9 1;\nlamp moon;\n", "sun.color"},
@@ -173,6 +174,12 @@ TEST(DiagnosticRange, IsTheCulpritOfATextInMemory) {
   }
 }
 
+// A source of single bytes has not given what follows the invalid character.
+TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
+  const Row row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
+  expectBlamed(row, vsa::readText(Marked(row.marked).text));
+}
+
 // Each id has a row or a test below, but those that no text of these options raises.
 TEST(DiagnosticRange, IsCheckedForEveryId) {
   std::set<DiagnosticId> checked = {
@@ -206,13 +213,15 @@ TEST(DiagnosticRange, IsThePathOfAnInputThatIsTooDeep) {
 }
 
 TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
-  for (const bool throws : {true, false}) {
+  const std::function<void()> acts[] = {
+      [] { throw std::runtime_error("no moon"); }, [] { throw std::logic_error("no moon"); },
+      [] { throw 5; }, [] { throw "no moon"; }, [] { zn::logWarning("%s", "an odd moon"); }};
+  for (const auto& act : acts) {
     HostScene scene;
     scene.options.onCall = [&](const std::string& call) {
-      if (!call.starts_with("createNode lamp moon")) return;
-      if (throws) throw std::runtime_error("no moon");
-      zn::logWarning("%s", "an odd moon");
+      if (call.starts_with("createNode lamp moon")) act();
     };
+    const bool throws = &act != &acts[4];
     const Row row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
     expectBlamed(row, vsa::readTextInto(scene, Marked(row.marked).text));
   }

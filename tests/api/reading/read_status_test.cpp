@@ -234,6 +234,25 @@ TEST(ReadStatus, IsHostExceptionForAnExceptionWithoutAText) {
   expectWithoutText(vsa::readText("# version: x", options));
 }
 
+TEST(ReadStatus, IsOutOfMemoryForABadAllocOfTheHost) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call.starts_with("createNode")) throw std::bad_alloc();
+  };
+  TestSource source("lamp sun;");
+  source.onRead = [](std::size_t) { throw std::bad_alloc(); };
+  ReadOptions options;
+  options.onProgress = [](const vsa::ReadProgress&) -> bool { throw std::bad_alloc(); };
+  const vsa::ReadOutcome outcomes[] = {vsa::readTextInto(scene, "lamp sun;"),
+                                       vsa::readSource(source),
+                                       vsa::readText("lamp sun;", options)};
+  for (const vsa::ReadOutcome& outcome : outcomes) {
+    EXPECT_EQ(outcome.status, ReadStatus::OutOfMemory);
+    EXPECT_THROW(std::rethrow_exception(outcome.exception), std::bad_alloc);
+    EXPECT_TRUE(outcome.diagnostics.empty());
+  }
+}
+
 TEST(ReadStatus, IsOutOfMemoryWithABadAllocForABufferThatCannotBeAllocated) {
   ReadOptions options;
   options.limits.memory = vsa::UNLIMITED;
