@@ -131,7 +131,7 @@ VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) n
 
 /// A buffer literal that was read later.
 struct [[nodiscard]] LoadedBuffer : ReadOutcome {
-  /// Holds the buffer.
+  /// Holds the buffer, as the input "b" of its only node, "b". See `buffer`.
   Scene scene;
 
   /// The buffer, as long as this object lives and its scene is not changed. Of no elements unless
@@ -140,8 +140,10 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
 };
 
 /// Reads the literal of a buffer that was skipped, from the file or the text that it was skipped
-/// in. Positions of diagnostics are those in the whole text. If file or text have changed, and have
-/// another literal or none at its place: Unreadable, or a status of what stands there.
+/// in. Diagnostics have the positions and the path that they have in the whole text. Limits, counts
+/// and progress concern the literal alone. A file that cannot be read, a null path, and a file or
+/// text that has no literal of the same type and count in its place any more: Unreadable, or the
+/// status of what stands there. Numbers that have changed are not noticed.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
