@@ -64,6 +64,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   bool isDroppedNode(INode& node) override;
   void dropLink(IInput& input) override;
   bool isKeptLink(IInput& input, INode& node) override;
+  bool isOfLibrary(IInput& input) override;
 
   // DiagnosticSink, LogSink.
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;

@@ -124,6 +124,10 @@ bool Reading::isKeptLink(IInput& input, INode& node) {
   return wanted_.isDropped(input) == wanted_.isDropped(node);
 }
 
+bool Reading::isOfLibrary(IInput& input) {
+  return isOwnModel_ || wanted_.isDropped(input);
+}
+
 // --- progress ---
 
 void Reading::poll() {

@@ -24,7 +24,12 @@ WantedNodes::INode* WantedNodes::findKept(const String& name) {
 }
 
 zn::korvo_sdk::Scene& WantedNodes::dropped() {
-  if (dropped_ == nullptr) dropped_ = std::make_unique<zn::korvo_sdk::Scene>();
+  if (dropped_ != nullptr) return *dropped_;
+  dropped_ = std::make_unique<zn::korvo_sdk::Scene>();
+  if (const auto* const kept = dynamic_cast<const zn::korvo_sdk::Scene*>(&kept_)) {
+    dropped_->setEmptyElementLimit(kept->emptyElementLimit());
+    dropped_->setDepthLimit(kept->depthLimit());
+  }
   return *dropped_;
 }
 

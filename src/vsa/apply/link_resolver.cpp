@@ -106,7 +106,9 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
-  input.setNode(isKept ? node : nullptr);
+  // An input that refuses the node names it.
+  const bool isGiven = isKept || session_->refusesNodes(input);
+  input.setNode(isGiven ? node : nullptr);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -144,6 +144,12 @@ class ReadSession {
     return !dropsNodes || isKeptLink(input, node);
   }
 
+  /// Whether the input is known to take no reference, because it has a value of another type.
+  bool refusesNodes(interfaces::IInput& input) {
+    const AttrType type = input.type();
+    return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
+  }
+
   /// Describes a buffer literal that is not converted.
   virtual void skipBuffer(AssignInfo& info) = 0;
 
@@ -170,6 +176,8 @@ class ReadSession {
   // For `dropsNodes`.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
+  /// Whether the input belongs to a scene of the library.
+  virtual bool isOfLibrary(interfaces::IInput& input) = 0;
   virtual bool isKeptLink(interfaces::IInput& input, interfaces::INode& node) = 0;
 
  private:

@@ -1,6 +1,7 @@
 // Readings that keep only some nodes.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include <vsa/read.h>
@@ -63,6 +64,30 @@ TEST(WantedNodes, AreCheckedAsAllOthers) {
   for (std::size_t i = 0; i < some.diagnostics.size(); ++i) {
     EXPECT_EQ(some.diagnostics[i].range.begin, whole.diagnostics[i].range.begin);
   }
+}
+
+TEST(WantedNodes, HaveTheMessagesOfAllNodes) {
+  const std::string text = "a x: .n = 1; .n = y; .m = x;\na y: .n = 1; .n = x; .gone = z;\n";
+  const ReadResult whole = vsa::readText(text);
+  for (const std::string name : {"x", "y", "none"}) {
+    const ReadResult some = vsa::readText(text, wanting({name}));
+    ASSERT_EQ(some.diagnostics.size(), whole.diagnostics.size());
+    std::multiset<std::string> lines;
+    for (const vsa::Diagnostic& found : whole.diagnostics) lines.insert(found.message);
+    for (const vsa::Diagnostic& found : some.diagnostics) {
+      EXPECT_EQ(lines.count(found.message), 1U) << found.message;
+    }
+  }
+}
+
+TEST(WantedNodes, HaveTheLimitsOfTheSceneForNodesThatAreDropped) {
+  vsa::Scene scene;
+  scene.plain().setEmptyElementLimit(2);
+  const vsa::ReadOutcome elements = vsa::readTextInto(scene, "a x: .v[9] = 1;", wanting({"y"}));
+  EXPECT_EQ(elements.limit, vsa::Limit::EmptyElements);
+  scene.plain().setDepthLimit(1);
+  const vsa::ReadOutcome depth = vsa::readTextInto(scene, "a x: .v.w = 1;", wanting({"y"}));
+  EXPECT_EQ(depth.limit, vsa::Limit::Depth);
 }
 
 TEST(WantedNodes, LeaveOtherNodesOfTheSceneAsTheyAre) {
