@@ -98,6 +98,21 @@ TEST(WantedNodes, LeaveOtherNodesOfTheSceneAsTheyAre) {
   EXPECT_EQ(scene.plain().nodeAt(0)->input("power")->integer(), 9);
 }
 
+TEST(WantedNodes, MayAssignToOtherNodesOfTheScene) {
+  vsa::Scene scene;
+  ASSERT_TRUE(vsa::readTextInto(scene, "a old: .x = 1;").isComplete());
+  const std::string text = "old.x = 5; a k: .r = old; old.y |= k.out;";
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, wanting({"k"}));
+  EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+  EXPECT_EQ(outcome.applied.nodes, 1U);
+  EXPECT_EQ(nodesOf(scene), "old k ");
+  EXPECT_EQ(scene.plain().nodeAt(0)->input("x")->integer(), 1);
+  EXPECT_EQ(scene.plain().nodeAt(1)->input("r")->node(), nullptr);
+  EXPECT_EQ(vsa::readTextInto(scene, "remove old; old.x = 5;", wanting({"k"})).status,
+            vsa::ReadStatus::StoppedByError);
+  EXPECT_EQ(nodesOf(scene), "old k ");
+}
+
 TEST(WantedNodes, WorkForAHostsScene) {
   HostScene scene;
   ASSERT_TRUE(vsa::readTextInto(scene, TEXT, wanting({"sun"})).isComplete());
