@@ -113,7 +113,8 @@ struct [[nodiscard]] ReadResult : ReadOutcome {
 };
 
 /// Reads the file at `path` into a new scene. A byte order mark at its beginning is skipped. A pipe
-/// or device is read as it delivers. A null path, a missing file, a directory: Unreadable.
+/// or device is read as it delivers. A null path, a path with a NUL in it, a missing file, a
+/// directory: Unreadable.
 VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;

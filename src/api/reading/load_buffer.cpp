@@ -186,7 +186,10 @@ BufferView LoadedBuffer::buffer() const noexcept {
 
 LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                         const ReadOptions& options) noexcept {
-  return loadBuffer(path.c_str(), skipped, options);
+  return load(skipped, options, [&](std::string& text) {
+    const bool hasNul = path.native().find('\0') != path.native().npos;
+    return hasNul ? "the path has a NUL" : appendFrom(path.c_str(), skipped.literal, text);
+  });
 }
 
 LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,

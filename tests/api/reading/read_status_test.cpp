@@ -137,6 +137,16 @@ TEST(ReadStatus, IsUnreadableForWhatIsNoFile) {
   EXPECT_FALSE(vsa::readFile("no/such/file.vsa").message.empty());
 }
 
+TEST(ReadStatus, IsUnreadableForAPathWithANul) {
+  const DiskFile file("lamp sun;");
+  const std::filesystem::path path(file.path() + std::string("\0zzz", 4));
+  EXPECT_EQ(vsa::readFile(path).status, ReadStatus::Unreadable);
+  vsa::Scene scene;
+  EXPECT_EQ(vsa::readFileInto(scene, path).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::loadBuffer(path, vsa::SkippedBuffer()).message, "the path has a NUL");
+  EXPECT_TRUE(vsa::readFile(std::filesystem::path(file.path())).isComplete());
+}
+
 TEST(ReadStatus, IsUnreadableForASourceThatFails) {
   TestSource source("lamp sun; lamp moon; sun.power ", 4);
   source.onRead = [&](std::size_t at) {
