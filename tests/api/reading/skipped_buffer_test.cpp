@@ -97,7 +97,7 @@ TEST(SkippedBuffer, HasItsMistakesWhereTheyAre) {
 // As they are when the buffer is read at once.
 TEST(SkippedBuffer, HasTheLogLinesOfTheWholeText) {
   const std::string text =
-      "mesh m:\n  .sets[*].uv = vec2f [2] { 0,0\n 1 };\n  .bad = int32[2] {1 1.5};";
+      "mesh m:\n  .sets[0].uv = vec2f [2] { 0,0\n 1 };\n  .bad = int32[2] {1 1.5};";
   const ReadResult whole = vsa::readText(text);
   const ReadResult skipped = vsa::readText(text, skipping());
   ASSERT_EQ(whole.diagnostics.size(), 2U);
