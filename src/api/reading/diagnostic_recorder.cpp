@@ -61,7 +61,7 @@ DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& 
 void DiagnosticRecorder::add(const Record& record) {
   const bool ended = record.severity() == zn::korvo_sdk::Severity::Fatal;
   count(severityOf(record));
-  if (isWanted(ended)) {
+  if (isWanted(ended, record.text.len())) {
     Diagnostic diagnostic;
     diagnostic.id = static_cast<DiagnosticId>(record.id);
     diagnostic.severity = severityOf(record);
@@ -84,7 +84,7 @@ void DiagnosticRecorder::add(const Record& record) {
 void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReading,
                              std::string message) {
   count(severity);
-  if (!isWanted(endedReading)) {
+  if (!isWanted(endedReading, message.size())) {
     ++outcome_.droppedDiagnostics;
     return;
   }
@@ -98,11 +98,16 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
   deliver(std::move(diagnostic));
 }
 
-// Without a callback, a diagnostic that is not kept is not put together.
-bool DiagnosticRecorder::isWanted(bool endedReading) const noexcept {
-  const bool isKept = outcome_.diagnostics.size() < options_.keptDiagnostics &&
-                      keptBytes_ < options_.keptDiagnosticBytes;
-  return isKept || endedReading || options_.onDiagnostic != nullptr;
+// Without a callback, a diagnostic that is not kept is not put together: its path may be long.
+bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
+  return endedReading || options_.onDiagnostic != nullptr ||
+         fits(sizeof(Diagnostic) + messageBytes);
+}
+
+bool DiagnosticRecorder::fits(std::uint64_t bytes) const noexcept {
+  return outcome_.diagnostics.size() < options_.keptDiagnostics &&
+         bytes <= options_.keptDiagnosticBytes &&
+         keptBytes_ <= options_.keptDiagnosticBytes - bytes;
 }
 
 void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
@@ -110,10 +115,7 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
     ending_.callHost([&] { options_.onDiagnostic(diagnostic); });
   }
   const std::uint64_t bytes = bytesOf(diagnostic);
-  const bool fits = outcome_.diagnostics.size() < options_.keptDiagnostics &&
-                    bytes <= options_.keptDiagnosticBytes &&
-                    keptBytes_ <= options_.keptDiagnosticBytes - bytes;
-  if (!fits && !diagnostic.endedReading) {
+  if (!fits(bytes) && !diagnostic.endedReading) {
     ++outcome_.droppedDiagnostics;
     return;
   }
