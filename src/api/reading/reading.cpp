@@ -222,6 +222,7 @@ void Reading::fillCounts() noexcept {
 void Reading::beforeBlock() {
   store_->keepBlock();
   index_->addBlock(index_->end(), parser_.lexer);
+  if (parser_.lexer != nullptr) requireMemory(parser_.lexer->collectedBytes());
   poll();
 }
 

@@ -161,6 +161,12 @@ class ReadSession {
       overcharge(bytes);
     memory_ += bytes;
   }
+  /// Throws ReadStopped if `bytes` more, which are needed for a while, go over the limit.
+  void requireMemory(std::uint64_t bytes) {
+    const bool isOver = bytes > limits.memory - memory_ && limits.memory != Limits::NONE;
+    if (isOver) [[unlikely]]
+      exceed(Budget::Memory);
+  }
 
  protected:
   ~ReadSession() { dropValue(); }
