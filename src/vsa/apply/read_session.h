@@ -131,6 +131,8 @@ class ReadSession {
     held_ = memory;
     heldBytes_ = bytes;
   }
+  /// Called from time to time while a long value is converted. May throw ReadStopped.
+  void continueValue() { poll(); }
   /// Called right before the value is assigned to `input`, which owns its memory then.
   void handOver(interfaces::IInput& input, AttrData& value) {
     if (held_ != nullptr || isDropped_ || value.type == AttrType::Buffer) {

@@ -93,6 +93,20 @@ TEST(ReadOptions, ProgressDoesNotEndWithAllBytesOfAFaultyText) {
   EXPECT_EQ(calls, 1U);
 }
 
+// All of the text has been read by then.
+TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
+  std::string text = "a x: .b = double[8000000] {";
+  for (int i = 0; i < 8'000'000; ++i) text += "1 ";
+  text += "};";
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    return progress.bytesRead < text.size();
+  };
+  const ReadResult result = vsa::readText(text, options);
+  EXPECT_EQ(result.status, ReadStatus::Cancelled);
+  EXPECT_EQ(result.applied.values, 0U);
+}
+
 TEST(ReadOptions, ProgressIsCalledWhileLinksAreResolved) {
   std::string text = "lamp sun:\n";
   for (int i = 0; i < 3000; ++i) text += ".a" + std::to_string(i) + " = sun;\n";
