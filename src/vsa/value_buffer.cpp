@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <string_view>
 #include <type_traits>
 
 #include "foundation/compression/compressed_text.h"
@@ -137,9 +138,10 @@ void convertElements(const AssignInfo& info, const Emitter& messages, ReadSessio
   const DataType component = componentType(buffer.type);
   const std::uint64_t step = componentBytes(buffer.type);
   const String& keyword = info.valueToken.text;
-  const String& list = info.elementsToken.text;
-  const char* at = list.buf() + 1;
-  const char* const end = list.buf() + list.len() - 1;
+  const std::string_view list = info.elementsToken.text.view();
+  const std::string_view numbers = list.substr(1, list.size() - 2);
+  const char* at = numbers.data();
+  const char* const end = at + numbers.size();
   std::uint64_t offset = 0;
   const std::uint64_t runBytes = session != nullptr ? BYTES_PER_POLL : buffer.bytes;
   std::uint64_t nextPoll = BYTES_PER_POLL;

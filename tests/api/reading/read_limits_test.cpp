@@ -157,10 +157,10 @@ TEST(ReadLimits, MemoryCountsNamesOfInputsAndSourcesOfLinks) {
 
 // The reading ends before it has read the whole token.
 TEST(ReadLimits, MemoryIsCheckedWhileALongTokenIsRead) {
-  const std::string long_(20'000'000, '1');
-  for (const std::string text :
-       {"a x: .s = \"" + long_ + "\";", "a x: .b = byte[1] {" + long_ + "};",
-        "a x: .v = vec2(" + long_ + ");", "a x: ." + long_ + " = 1;"}) {
+  const std::string token(20'000'000, '1');
+  for (const std::string& text :
+       {"a x: .s = \"" + token + "\";", "a x: .b = byte[1] {" + token + "};",
+        "a x: .v = vec2(" + token + ");", "a x: ." + token + " = 1;"}) {
     const ReadResult result = vsa::readText(text, limitedTo({.memory = 1'000'000}));
     expectOver(Limit::Memory, result);
     EXPECT_LT(result.bytesRead, 2'000'000U);
