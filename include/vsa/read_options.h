@@ -1,5 +1,5 @@
-// What a reading is asked for: limits, callbacks, and what is kept. Options are per call; nothing
-// in the process changes.
+// The options of a reading: limits, callbacks, and which parts of a text are kept. Each call has
+// its own options.
 #pragma once
 
 #include <cstdint>
@@ -16,15 +16,21 @@ namespace vsa {
 /// The value of a limit that bounds nothing.
 inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::max();
 
-/// Upper bounds of one reading. Going past one ends the reading with ReadStatus::OverLimit and a
-/// diagnostic, before the memory in question is taken. A limit of 0 allows nothing.
+/// Upper bounds of one reading. A text may have exactly as much as a limit says. With more, the
+/// reading ends with ReadStatus::OverLimit and a diagnostic, before the library takes the memory
+/// for it. A limit of 0 allows nothing.
 struct ReadLimits {
-  /// Bytes of the text. A text whose size is known and too large is not read at all.
+  /// Bytes of the text, without a byte order mark. If the size is known before and too large, the
+  /// text is not read at all.
   std::uint64_t textBytes = UNLIMITED;
-  /// Bytes of memory in all: of nodes, inputs, values, pending links and kept diagnostics, as far
-  /// as this reading has taken them and still needs them. Estimated for everything but values. Not
-  /// set: 64 MiB, plus 100 times the size of the text, plus what the compressed buffers of the text
-  /// may expand to. So only a text that declares much more than it writes meets it.
+  /// Bytes of memory that this reading has taken and still needs: for values, nodes, inputs, their
+  /// names, pending links, kept diagnostics, paths of skipped buffers, and the token that is being
+  /// read. Strings and buffers count with their bytes. The rest is estimated, so that the process
+  /// may take some two and a half times the limit for a text of many small objects.
+  ///
+  /// If it is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus, for
+  /// each compressed buffer, its own size or what its text can expand to, whichever is less. A text
+  /// that writes what it declares stays below that.
   std::optional<std::uint64_t> memory = std::nullopt;
   /// Bytes of the elements of one buffer.
   std::uint64_t bufferBytes = UNLIMITED;
@@ -43,7 +49,7 @@ struct ReadLimits {
 struct ReadProgress {
   /// Bytes of the text that the reader has asked for.
   std::uint64_t bytesRead = 0;
-  /// Bytes of the text; not set if that is not known before its end.
+  /// Bytes of the text, without a byte order mark; not set if that is not known before its end.
   std::optional<std::uint64_t> bytesTotal;
   /// Links that are resolved, and links in all. Both 0 until the whole text has been read.
   std::uint64_t linksResolved = 0;
@@ -62,9 +68,10 @@ enum class BufferMode : std::uint8_t {
 /// reading with ReadStatus::HostException.
 struct ReadOptions {
   ReadLimits limits;
-  /// Called at the beginning, then at most every 5 milliseconds, also while links are resolved, and
-  /// once more when the reading is complete: with all bytes read and all links resolved. Returning
-  /// false ends the reading with ReadStatus::Cancelled; what the last call returns is not used.
+  /// Called at the beginning, then at most every 5 milliseconds, also while a long list of numbers
+  /// is converted and while links are resolved, and once more when the reading is complete: with
+  /// all bytes read and all links resolved. Returning false ends the reading with
+  /// ReadStatus::Cancelled; what the last call returns is not used.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;
@@ -77,9 +84,11 @@ struct ReadOptions {
   bool keepHeader = false;
   BufferMode buffers = BufferMode::Read;
   /// The nodes to keep: those with a name in the first list or a type in the second. If both lists
-  /// are empty, all. Names and types are compared exactly. The other nodes are checked, with the
-  /// same diagnostics, and not kept; a link from a kept node to one of them becomes none. A node
-  /// that the scene has already and that is not in the lists stays as it is.
+  /// are empty, all. Names and types are compared exactly. The statements of the other nodes are
+  /// checked, with the same diagnostics, and change nothing; a link from a kept node to one of the
+  /// others is set to none. A node that the scene has already and that is not in the lists stays as
+  /// it is; statements for it are checked as for a new node of its name and type. The limit of
+  /// empty elements applies to the kept nodes and to the others separately.
   std::vector<std::string> wantedNames;
   std::vector<std::string> wantedTypes;
 };

@@ -1,4 +1,4 @@
-// How a reading ended: one status, and the limit that it met.
+// How a reading ended: one status, and the limit that the text went beyond.
 #pragma once
 
 #include <cstdint>
