@@ -190,15 +190,15 @@ void fileLinks(LinkedScene& linked, size_t index, size_t count) {
   zn::korvo_sdk::impl::AssignInfo reference;
   reference.isReference = true;
   reference.referenceToken = reference.valueToken = nameToken(other);
-  linked.parser.references.set(node.createInput(String("material"), zn::korvo_sdk::AttrType::Null),
-                               reference);
+  linked.parser.references.setLink(
+      node.createInput(String("material"), zn::korvo_sdk::AttrType::Null), reference);
   zn::korvo_sdk::impl::AssignInfo connection;
   connection.isConnection = true;
   connection.sourcePath.push_back(nameToken(other));
   connection.sourcePath.push_back({Token::Type::Dot, String("."), 1, 2});
   connection.sourcePath.push_back(nameToken("outColor"));
-  linked.parser.connections.set(node.createInput(String("color"), zn::korvo_sdk::AttrType::Null),
-                                connection);
+  linked.parser.connections.setLink(
+      node.createInput(String("color"), zn::korvo_sdk::AttrType::Null), connection);
 }
 
 std::unique_ptr<LinkedScene> linkedScene(size_t count) {

@@ -21,9 +21,9 @@ src/foundation/io          include/vsa/foundation src/foundation/base
 src/diagnostics            include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
 src/scene                  include/vsa/foundation include/vsa/scene src/foundation/text
 src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers src/foundation/text
-src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/containers src/diagnostics src/scene src/scene/model/storage
+src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/base src/foundation/containers src/diagnostics src/scene src/scene/model/storage
 src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
-src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/vsa/lex
+src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/lex
 src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply
 src/api                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/scene/model src/vsa
 src/api/reading/text       include/vsa include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex

@@ -34,9 +34,9 @@ bool VsaParser::parseAssign() {
                       session);
   IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
-    setLink(connections, input, PendingLink(info));
+    connections.setLink(input, info, beginLink(*input));
   } else if (info.isReference) {
-    setLink(references, input, PendingLink(info));
+    references.setLink(input, info, beginLink(*input));
   } else {
     ValueAssigner(emitter(), typedElements_, session)
         .assign(info.data, info.valueToken.text.view(), target);
@@ -44,12 +44,11 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-void VsaParser::setLink(PendingTable& table, IInput* input, PendingLink link) const {
-  if (session != nullptr) {
-    session->takeLink(*input);
-    link.place = session->statement();
-  }
-  table.setLink(input, std::move(link));
+// Before a link from `input` is stored: the place that messages about it have.
+TextPlace VsaParser::beginLink(IInput& input) const {
+  if (session == nullptr) return {};
+  session->takeLink(input);
+  return session->statement();
 }
 
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {

@@ -65,9 +65,9 @@ void VsaParser::assign(const SimpleStatement& statement) {
   PathResolver target(*targetNode(path), path, data.type, emitter(), session);
   IInput* const input = resolve(target, path);
   if (statement.kind == Kind::Connection) {
-    setLink(connections, input, PendingLink(statement.source, statement.output));
+    connections.setLink(input, statement.source, statement.output, beginLink(*input));
   } else if (statement.kind == Kind::Reference) {
-    setLink(references, input, PendingLink(statement.source, String()));
+    references.setLink(input, statement.source, String(), beginLink(*input));
   } else {
     ValueAssigner(emitter(), typedElements_, session).assign(data, statement.value, target);
   }

@@ -89,7 +89,7 @@ class HexSink final : public zn::StreamSink {
 };
 
 void putCompressed(TextBuffer& out, const BufferValue& buffer) {
-  out.put('.');
+  out.put("{.");
   HexSink digits(out);
   zn::deflateTo(buffer.memory, buffer.bytes, digits);
 }
@@ -101,7 +101,7 @@ void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& o
   putKeyword(out, zn::korvo_sdk::dataTypeName(buffer.type));
   out.put('[');
   putNumber(out, buffer.count);
-  out.put("] {");
+  out.put("] ");
   const bool isCompressed = options.buffers == BufferForm::Compressed && buffer.count > 0 &&
                             zn::korvo_sdk::componentBytes(buffer.type) == 1;
   if (isCompressed) {

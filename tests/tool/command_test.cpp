@@ -228,7 +228,8 @@ TEST_F(CommandTest, AnUnknownArgumentIsNamed) {
               vsa(arguments).err);
   }
   EXPECT_EQ("vsa: FILE is required (vsa --help shows the usage)\n", vsa("check").err);
-  EXPECT_EQ("vsa: a command is needed: check, dump or convert (vsa --help shows the usage)\n", vsa("").err);
+  EXPECT_EQ("vsa: a command is needed: check, dump or convert (vsa --help shows the usage)\n",
+            vsa("").err);
 }
 
 TEST_F(CommandTest, AFileNameInBracketsIsNotAList) {

@@ -20,8 +20,6 @@ class StringVector;
 
 namespace detail {
 
-class StringPrefetch;
-
 /// The shared buffer of a String: a header, followed by the characters and a NUL, or by a pointer
 /// to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
@@ -109,7 +107,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static String adoptWhole(ds::Vector<char>&& chars);
   /// Becomes a copy of `text`, which must not be part of this text. Reuses the buffer when no other
   /// handle shares it and the text fits.
-  void assign(std::string_view text);
+  void assign(std::string_view text) { assign(text, 0); }
+  /// The same, with the known hash `hashOf(text)`; 0: not known.
+  void assign(std::string_view text, std::uint64_t hash);
 
   /// The NUL-terminated text, never null; valid while a handle to it exists.
   const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars(); }
@@ -215,7 +215,6 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
  private:
   friend class StringSlabs;
-  friend class detail::StringPrefetch;
 
   // Takes ownership of `chars`, whose first `length` characters are the text.
   static String adoptFirst(ds::Vector<char>&& chars, std::size_t length);

@@ -8,6 +8,7 @@
 #include <memory>
 
 #include <vsa/foundation/api.h>
+#include "foundation/base/prefetch.h"
 
 namespace zn::ds {
 
@@ -40,6 +41,11 @@ class VSA_API HashIndex {
       if (slots_[at].tag == tag && matches(slots_[at].position)) return slots_[at].position;
     }
     return NONE;
+  }
+
+  /// A hint that `hash` will be looked up.
+  void prefetch(std::uint64_t hash) const noexcept {
+    if (used_ != 0) zn::detail::prefetch(&slots_[tagOf(hash) & mask_]);
   }
 
   /// Ensures that the next insert does not throw. Throws std::bad_alloc.

@@ -79,7 +79,7 @@ struct SeventeenDigits {
 };
 
 /// Of a number below 10^9 that is not 0. Without branches, as half of the numbers have nine digits.
-NineDigits nineDigits(std::uint32_t number) {
+[[gnu::always_inline]] inline NineDigits nineDigits(std::uint32_t number) {
   const std::uint32_t upper = number / TEN_TO_8;
   const std::uint64_t word = eightDigits(number - upper * TEN_TO_8);
   const std::uint64_t hasEight = upper == 0 ? ~std::uint64_t{0} : 0;
@@ -137,7 +137,7 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
 }
 
 template <class Digits>
-char* putDigits(char* to, const Digits& digits, int exponent) {
+[[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
   const int count = digits.count();
   const int point = digits.total + exponent;   // how many digits stand before the point
   const int exponentRoom = count > 1 ? 5 : 4;  // of ".", "e-05" and the like

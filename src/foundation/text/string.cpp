@@ -144,16 +144,16 @@ bool String::hasCharactersOf(const String& other) const noexcept {
   return detail::sameCharacters(buf(), other.buf(), len());
 }
 
-void String::assign(std::string_view text) {
+void String::assign(std::string_view text, std::uint64_t hash) {
   auto* const shared = static_cast<StringBuffer*>(object());
   if (text.empty() || shared == nullptr || !shared->canHold(text.size()) || !shared->isUnshared()) {
-    *this = copyOf(text);
+    *this = copyOf(text, hash);
     return;
   }
   detail::copyCharacters(shared->chars(), text.data(), text.size());
   shared->chars()[text.size()] = '\0';
   shared->length = text.size();
-  shared->hash.store(0, std::memory_order_relaxed);
+  shared->hash.store(hash, std::memory_order_relaxed);
 }
 
 String String::adopt(ds::Vector<char>&& chars) {

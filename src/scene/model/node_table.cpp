@@ -1,5 +1,7 @@
 #include "scene/model/node_table.h"
 
+#include "foundation/base/prefetch.h"
+
 namespace zn::korvo_sdk {
 
 inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name) const {
@@ -11,6 +13,12 @@ inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name
     return true;
   });
   return found;
+}
+
+// The first node whose name has the same tag: most often the one.
+void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
+  const std::uint64_t position = index_.find(nameHash, [](std::uint64_t) { return true; });
+  if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);
 }
 
 // Compares the hash of the node found last before its name: the node may not be in the cache.

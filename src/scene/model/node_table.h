@@ -8,12 +8,13 @@
 #include "foundation/containers/hash_index.h"
 #include "scene/model/node_impl.h"
 #include "scene/model/storage/slabs.h"
+#include "scene/node_prefetch.h"
 
 namespace zn::korvo_sdk {
 
 struct SceneStorage;
 
-class NodeTable {
+class NodeTable final : public NodePrefetch {
  public:
   explicit NodeTable(SceneStorage* owner) noexcept : nodes_(owner) {}
 
@@ -34,6 +35,9 @@ class NodeTable {
   /// Removes the node from look-ups. Does nothing for an unknown name. Throws std::bad_alloc; then
   /// nothing has changed.
   void remove(const String& name);
+
+  void prefetchSlot(std::uint64_t nameHash) const noexcept override { index_.prefetch(nameHash); }
+  void prefetchNode(std::uint64_t nameHash) const noexcept override;
 
  private:
   NodeImpl* look(std::uint64_t hash, const InlineName::Key& name) const;

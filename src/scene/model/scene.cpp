@@ -7,9 +7,12 @@
 namespace zn::korvo_sdk {
 
 Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
+  addNodePrefetch(this, &storage_->nodes);
 }
 
-Scene::~Scene() = default;
+Scene::~Scene() {
+  removeNodePrefetch(this);
+}
 
 // --- nodes ---
 

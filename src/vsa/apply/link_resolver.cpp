@@ -4,7 +4,7 @@
 #include <vsa/scene/name_update.h>
 #include "diagnostics/emitter.h"
 #include "foundation/base/prefetch.h"
-#include "foundation/text/string_prefetch.h"
+#include "scene/node_prefetch.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -23,51 +23,61 @@ Snapshot snapshotOf(const PendingTable& table) {
   return entries;
 }
 
-// The inputs are not in table order in memory, so each is prefetched this many entries ahead.
-constexpr std::uint64_t AHEAD = 32;
-
-template <class Visit>
-void forEach(const Snapshot& entries, const Visit& visit) {
-  for (std::uint64_t i = 0; i < entries.size; ++i) {
-    if (i + AHEAD < entries.size) {
-      // Most inputs span more than one cache line.
-      zn::detail::prefetch(entries[i + AHEAD]->key);
-      zn::detail::prefetch(entries[i + AHEAD]->key, 64);
-      zn::detail::StringPrefetch::prefetch(entries[i + AHEAD]->value.source);
-    }
-    visit(*entries[i]->key, entries[i]->value);
-  }
-}
-
-template <class Resolve>
-void resolveAll(const PendingTable& table, const Resolve& resolve) {
-  const Snapshot entries = snapshotOf(table);
-  forEach(entries, resolve);
-  forEach(entries, [](IInput& input, const PendingLink&) { input.release(); });
-}
-
 // The source of a connection.
 String asWritten(const PendingLink& link) {
-  return link.output.isEmpty() ? link.source : link.source + "." + link.output;
+  const String source(link.source);
+  return link.output.isEmpty() ? source : source + "." + link.output;
 }
 
 }  // namespace
 
-void LinkResolver::resolveConnections(const PendingTable& connections) const {
-  resolveAll(connections,
-             [this](IInput& input, const PendingLink& link) { resolveConnection(input, link); });
+void LinkResolver::resolveConnections(const PendingTable& connections) {
+  resolveAll(connections, [this](IInput& input, const PendingLink& link, const String& source) {
+    resolveConnection(input, link, source);
+  });
 }
 
-void LinkResolver::resolveReferences(const PendingTable& references) const {
-  resolveAll(references,
-             [this](IInput& input, const PendingLink& link) { resolveReference(input, link); });
+void LinkResolver::resolveReferences(const PendingTable& references) {
+  resolveAll(references, [this](IInput& input, const PendingLink& /*link*/, const String& name) {
+    resolveReference(input, name);
+  });
+}
+
+// Neither the inputs nor the nodes are in table order in memory. So each link passes through four
+// stages, at these distances from the one that is resolved: its source and its input are
+// prefetched, its source becomes a String with its hash, its node is prefetched, it is resolved.
+template <class Resolve>
+void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
+  const Snapshot entries = snapshotOf(table);
+  const NodePrefetch* const nodes = entries.size < NAMES ? nullptr : nodePrefetchOf(&scene_);
+  const auto read = [&](std::uint64_t i) {
+    if (i >= entries.size) return;
+    const std::string_view source(entries[i]->value.source);
+    const std::uint64_t hash = String::hashOf(source);
+    names_[i % NAMES].assign(source, hash);
+    if (nodes != nullptr) nodes->prefetchSlot(hash);
+    zn::detail::prefetch(entries[i]->key);
+    zn::detail::prefetch(entries[i]->key, 64);  // most inputs span more than one cache line
+  };
+  for (std::uint64_t i = 0; i < NAMES - 1; ++i) read(i);
+  for (std::uint64_t i = 0; i < entries.size; ++i) {
+    if (i + 2 * NAMES < entries.size) zn::detail::prefetch(entries[i + 2 * NAMES]->value.source);
+    read(i + NAMES - 1);
+    if (nodes != nullptr && i + NAMES / 2 < entries.size) {
+      nodes->prefetchNode(names_[(i + NAMES / 2) % NAMES].hash());
+    }
+    begin(entries[i]->value);
+    resolve(*entries[i]->key, entries[i]->value, names_[i % NAMES]);
+  }
+  for (std::uint64_t i = 0; i < entries.size; ++i) {
+    if (i + NAMES < entries.size) zn::detail::prefetch(entries[i + NAMES]->key);
+    entries[i]->key->release();
+  }
 }
 
 // source = "null" | node "." output
-void LinkResolver::resolveConnection(IInput& input, const PendingLink& link) const {
-  begin(link);
-  if (!link.output.isEmpty()) return connect(input, link.source, link.output, link);
-  const String& source = link.source;
+void LinkResolver::resolveConnection(IInput& input, const PendingLink& link, const String& source) {
+  if (!link.output.isEmpty()) return connect(input, source, link.output, link);
   if (source.toLower(true).trim(true, true) == "null") return input.disconnect();
   const StringVector parts = source.split('.', true, false);
   if (parts.size() != 2) return Emitter().log(DiagnosticId::InvalidOutput, source);
@@ -75,7 +85,7 @@ void LinkResolver::resolveConnection(IInput& input, const PendingLink& link) con
 }
 
 void LinkResolver::connect(IInput& input, const String& nodeName, const String& outputName,
-                           const PendingLink& link) const {
+                           const PendingLink& link) {
   interfaces::INode* const node = scene_.findNode(nodeName);
   if (node == nullptr) {
     return Emitter().log(DiagnosticId::NoNodeToConnect, nodeName, input.path());
@@ -89,12 +99,11 @@ void LinkResolver::connect(IInput& input, const String& nodeName, const String& 
 }
 
 // reference = "null" | node
-void LinkResolver::resolveReference(IInput& input, const PendingLink& link) const {
-  begin(link);
-  if (link.source.isEmpty()) return input.setNode(nullptr);
-  interfaces::INode* const node = scene_.findNode(link.source);
+void LinkResolver::resolveReference(IInput& input, const String& name) {
+  if (name.isEmpty()) return input.setNode(nullptr);
+  interfaces::INode* const node = scene_.findNode(name);
   if (node == nullptr) {
-    return Emitter().log(DiagnosticId::NoNodeToAssign, link.source, input.path());
+    return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
   input.setNode(isKept ? node : nullptr);

@@ -18,20 +18,26 @@ class LinkResolver {
 
   /// Resolves every link of the table, bucket by bucket, and in insertion order within a bucket.
   /// Then releases the inputs in the same order. The table keeps its entries.
-  void resolveConnections(const PendingTable& connections) const;
-  void resolveReferences(const PendingTable& references) const;
+  void resolveConnections(const PendingTable& connections);
+  void resolveReferences(const PendingTable& references);
 
  private:
   void begin(const PendingLink& link) const {
     if (session_ != nullptr) session_->beginLink(link.place);
   }
-  void resolveConnection(interfaces::IInput& input, const PendingLink& link) const;
-  void resolveReference(interfaces::IInput& input, const PendingLink& link) const;
+  // Names at a time that are ready to be looked up. A power of two.
+  static constexpr std::uint64_t NAMES = 32;
+
+  template <class Resolve>
+  void resolveAll(const PendingTable& table, const Resolve& resolve);
+  void resolveConnection(interfaces::IInput& input, const PendingLink& link, const String& source);
+  void resolveReference(interfaces::IInput& input, const String& name);
   void connect(interfaces::IInput& input, const String& nodeName, const String& outputName,
-               const PendingLink& link) const;
+               const PendingLink& link);
 
   interfaces::IScene& scene_;
   ReadSession* session_;
+  String names_[NAMES];  // their memory serves every look-up: most hosts keep no name
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/text/short_text.h"
 #include "vsa/apply/input_path.h"
 
 namespace zn::korvo_sdk::impl {
@@ -23,15 +24,25 @@ bool isNodeAndOutput(const ds::Vector<Token>& path) {
 
 }  // namespace
 
-PendingLink::PendingLink(const AssignInfo& info) {
-  if (info.isConnection) {
-    const ds::Vector<Token>& path = info.sourcePath;
-    const bool isPlain = isNodeAndOutput(path);
-    source = isPlain ? path[0].text : collapsedPath(path);
-    if (isPlain) output = path[2].text;
-  } else if (info.referenceToken.type != Token::Type::Null) {
-    source = info.referenceToken.text;
-  }
+TextArena::~TextArena() {
+  for (char* const chunk : chunks_) delete[] chunk;
+}
+
+const char* TextArena::copyOf(std::string_view text) {
+  if (left_ <= text.size()) addChunk(text.size() + 1);
+  char* const copy = next_;
+  zn::detail::copyCharacters(copy, text.data(), text.size());
+  copy[text.size()] = '\0';
+  next_ += text.size() + 1;
+  left_ -= text.size() + 1;
+  return copy;
+}
+
+void TextArena::addChunk(std::size_t bytes) {
+  chunks_.push_back(nullptr);  // first, so that the chunk cannot be lost
+  left_ = std::max(bytes, chunkBytes_);
+  chunks_[chunks_.size - 1] = next_ = new char[left_];
+  chunkBytes_ = std::min(2 * chunkBytes_, MAX_CHUNK_BYTES);
 }
 
 bool AddressFilter::mayContain(const void* address) const noexcept {
@@ -47,7 +58,9 @@ void AddressFilter::add(const void* address) {
   last_->second = std::max(last_->second, numberOf(address));
 }
 
-void PendingTable::setLink(interfaces::IInput* input, PendingLink&& link) {
+void PendingTable::setLink(interfaces::IInput* input, std::string_view source, const String& output,
+                           const TextPlace& place) {
+  PendingLink link{source.empty() ? "" : sources_.copyOf(source), output, place};
   if (addresses_.mayContain(input)) {
     if (Node* const node = findNode(input); node != nullptr) {
       node->value = std::move(link);
@@ -57,6 +70,17 @@ void PendingTable::setLink(interfaces::IInput* input, PendingLink&& link) {
   input->retain();
   addresses_.add(input);
   add(input, std::move(link));
+}
+
+void PendingTable::setLink(interfaces::IInput* input, const AssignInfo& info,
+                           const TextPlace& place) {
+  if (info.isConnection) {
+    const ds::Vector<Token>& path = info.sourcePath;
+    if (isNodeAndOutput(path)) return setLink(input, path[0].text.view(), path[2].text, place);
+    return setLink(input, collapsedPath(path).view(), String(), place);
+  }
+  const bool isNull = info.referenceToken.type == Token::Type::Null;
+  setLink(input, isNull ? std::string_view() : info.referenceToken.text.view(), String(), place);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,10 +1,13 @@
 // PendingLink: the data needed to resolve a reference or connection. Internal.
 //
 // A text may contain millions of links. All are kept until its last statement has been parsed. An
-// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 24 and shares its names.
+// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 24, and its source lies
+// side by side with the others in the table.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <unordered_map>
 
 #include <vsa/foundation/string.h>
@@ -18,17 +21,36 @@ namespace zn::korvo_sdk::impl {
 
 struct PendingLink {
   /// Reference: the node's name; empty for `null`. Connection written `node.output`: the node's
-  /// name. Any other connection: the whole source as it is written.
-  String source;
+  /// name. Any other connection: the whole source as it is written. NUL-terminated.
+  const char* source = "";
   /// Connection written `node.output`: the output's name; empty for anything else.
   String output;
   /// The token before the statement; set if a ReadSession is attached.
   TextPlace place;
+};
 
-  PendingLink() = default;
-  /// The link that a statement describes.
-  PendingLink(const AssignInfo& info);  // implicit: a record converts to its link
-  PendingLink(const String& node, const String& outputName) : source(node), output(outputName) {}
+/// The memory of texts that are freed together.
+class TextArena {
+ public:
+  TextArena() = default;
+  TextArena(const TextArena&) = delete;
+  TextArena& operator=(const TextArena&) = delete;
+  ~TextArena();
+
+  /// A NUL-terminated copy, valid as long as the arena. Throws std::bad_alloc.
+  const char* copyOf(std::string_view text);
+
+ private:
+  // The first chunk is small: a host may send one statement at a time.
+  static constexpr std::size_t MIN_CHUNK_BYTES = 256;
+  static constexpr std::size_t MAX_CHUNK_BYTES = std::size_t{1} << 16;
+
+  void addChunk(std::size_t bytes);
+
+  ds::Vector<char*> chunks_;
+  char* next_ = nullptr;  // the unused rest of the last chunk
+  std::size_t left_ = 0;
+  std::size_t chunkBytes_ = MIN_CHUNK_BYTES;  // of the next chunk
 };
 
 /// A filter with false positives but no false negatives. It stores the highest address added in
@@ -57,10 +79,14 @@ class PendingTable : public ds::HashMap<interfaces::IInput*, PendingLink> {
  public:
   /// Stores the link of an input. The first link retains the input. A later link replaces the
   /// earlier one.
-  void setLink(interfaces::IInput* input, PendingLink&& link);
+  void setLink(interfaces::IInput* input, std::string_view source, const String& output,
+               const TextPlace& place = {});
+  /// The link that a statement describes.
+  void setLink(interfaces::IInput* input, const AssignInfo& info, const TextPlace& place = {});
 
  private:
   AddressFilter addresses_;
+  TextArena sources_;
 };
 
 }  // namespace zn::korvo_sdk::impl

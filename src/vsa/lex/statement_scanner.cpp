@@ -19,6 +19,11 @@ std::uintptr_t addressOf(const char* at) {
   return reinterpret_cast<std::uintptr_t>(at);
 }
 
+// The column of the character before `at` in the line that begins at an address.
+std::int32_t columnIn(std::uintptr_t lineBegin, const char* at) {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(addressOf(at) - lineBegin));
+}
+
 std::string_view between(const char* begin, const char* end) {
   return {begin, static_cast<std::size_t>(end - begin)};
 }
@@ -29,78 +34,44 @@ SimpleStatement::SimpleStatement()
     : pathTokens{{Type::Id, String()}, {Type::Dot, String('.')}, {Type::Id, String()}} {
 }
 
-// --- places ---
-
-// The column of the character before `at`.
-inline std::int32_t StatementScanner::Place::columnBefore() const noexcept {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(addressOf(at) - lineBegin));
-}
-
-inline void StatementScanner::Place::pass(const LineFeeds& feeds) noexcept {
-  if (feeds.count == 0) return;
-  line = detail::wrappingSum(line, feeds.count);
-  lineBegin = addressOf(feeds.last + 1);
-}
-
-// The place after a character with that position, which is no line feed.
-inline StatementScanner::Place StatementScanner::placeAfter(const char* at, std::int32_t line,
-                                                            std::int32_t column) noexcept {
-  return {at, line, addressOf(at) - static_cast<std::uint32_t>(column)};
-}
-
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
-  first_ = lexer.windowBegin - ahead;
+  first_ = end_ = lexer.windowBegin - ahead;
   firstIndex_ = static_cast<std::int32_t>(consumed.endIndex);
-  place_ = placeAfter(first_, consumed.line, consumed.column);
+  endLine_ = consumed.line;
+  endLineBegin_ = addressOf(first_) - static_cast<std::uint32_t>(consumed.column);
   last_ = lexer.windowLast();
 }
 
 bool StatementScanner::scan(SimpleStatement& out) {
   if (last_ == nullptr) return false;
-  Place place = place_;
-  if (!statement(place, out)) return false;
-  out.end = place.at;
-  out.line = place.line;
-  out.column = place.columnBefore();
-  out.ahead = endOfLookahead(place);
+  line_ = endLine_;
+  lineBegin_ = endLineBegin_;
+  out.end = statement(end_, out);
+  out.line = line_;
+  out.column = columnIn(lineBegin_, out.end);
+  out.ahead = lookahead(out.end);
   return out.ahead != nullptr;
 }
 
+// --- the lexer ---
+
 void StatementScanner::accept(const SimpleStatement& statement) noexcept {
-  place_ = placeAfter(statement.end, statement.line, statement.column);
+  end_ = statement.end;
+  endLine_ = line_;
+  endLineBegin_ = lineBegin_;
   lexer_.windowBegin = ahead_ = statement.ahead;
 }
 
-// The third token after the statement is most often in the path of the next one: the forms of
-// tokens that cannot be there are left to the lexer.
-const char* StatementScanner::endOfLookahead(Place place) const noexcept {
-  for (int i = 0; i < 3; ++i) {
-    if (!skipWhite(place)) return nullptr;
-    const Type type = firstOf(*place.at);
-    if (type == Type::Id) {
-      place.at = endOfName(place.at + 1, last_);
-    } else if (isOneCharacter(type)) {
-      ++place.at;
-    } else if (type == Type::Comment) {
-      place.at = findStop(place.at, last_, '\n', '\r');
-    } else {
-      return nullptr;
-    }
-    if (place.at == last_) return nullptr;
-  }
-  return place.at;
-}
-
 void StatementScanner::moveBack() noexcept {
-  lexer_.line = place_.line;
-  lexer_.column = place_.columnBefore();
-  lexer_.index = detail::wrappingSum(firstIndex_, static_cast<std::size_t>(place_.at - first_));
-  lexer_.previous = place_.at[-1];
-  lexer_.windowBegin = place_.at;
-  lexer_.lookaheadChar = *place_.at;
+  lexer_.line = endLine_;
+  lexer_.column = columnIn(endLineBegin_, end_);
+  lexer_.index = detail::wrappingSum(firstIndex_, static_cast<std::size_t>(end_ - first_));
+  lexer_.previous = end_[-1];
+  lexer_.windowBegin = end_;
+  lexer_.lookaheadChar = *end_;
 }
 
 // If a scene has read the file, the lexer has no window any more. It has one again for the
@@ -116,166 +87,186 @@ void StatementScanner::readLookahead(ds::Vector<Token>& tokens) {
 void StatementScanner::skipLookahead() noexcept {
   const bool isKept = isWindowKept();
   moveBack();
-  lexer_.consumeBytes(static_cast<std::size_t>(ahead_ - place_.at));
+  lexer_.consumeBytes(static_cast<std::size_t>(ahead_ - end_));
   if (!isKept) lexer_.windowBegin = nullptr;
 }
 
 // --- characters ---
 
-// False at the end of the window. Otherwise `place` is at the first character of a token.
-inline bool StatementScanner::skipWhite(Place& place) const noexcept {
-  for (; char_class::is(*place.at, char_class::WHITE); ++place.at) {
-    if (place.at == last_) return false;
-    if (*place.at == '\n') place.pass({1, place.at});
+inline void StatementScanner::pass(const LineFeeds& feeds) noexcept {
+  if (feeds.count == 0) return;
+  line_ = detail::wrappingSum(line_, feeds.count);
+  lineBegin_ = addressOf(feeds.last + 1);
+}
+
+// The first character of the next token.
+inline const char* StatementScanner::skipWhite(const char* at) noexcept {
+  if (at == nullptr) return nullptr;
+  for (; char_class::is(*at, char_class::WHITE); ++at) {
+    if (at == last_) return nullptr;
+    if (*at == '\n') pass({1, at});
   }
-  return place.at != last_;
+  return at != last_ ? at : nullptr;
 }
 
-inline bool StatementScanner::skip(Place& place, char c) const noexcept {
-  if (!skipWhite(place) || *place.at != c) return false;
-  ++place.at;
-  return true;
+inline const char* StatementScanner::skip(const char* at, char c) noexcept {
+  at = skipWhite(at);
+  return at != nullptr && *at == c ? at + 1 : nullptr;
 }
 
-// A name or a literal that is a word, at `place`. Invalid if there is none.
-inline Type StatementScanner::wordType(Place& place, String& out) {
-  if (!skipWhite(place) || firstOf(*place.at) != Type::Id) return Type::Invalid;
-  const char* const begin = place.at;
-  place.at = endOfName(begin + 1, last_);
-  return place.at == last_ ? Type::Invalid : lexer_.texts_.intern(between(begin, place.at), out);
+// The end of a name or of a literal that is a word.
+inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
+  if (at == nullptr || firstOf(*at) != Type::Id) return nullptr;
+  const char* const end = endOfName(at + 1, last_);
+  return end != last_ ? end : nullptr;
 }
 
-inline bool StatementScanner::name(Place& place, String& out) {
-  return wordType(place, out) == Type::Id;
+inline const char* StatementScanner::name(const char* at, String& out) {
+  at = skipWhite(at);
+  const char* const end = endOfWord(at);
+  if (end == nullptr) return nullptr;
+  return lexer_.texts_.intern(between(at, end), out) == Type::Id ? end : nullptr;
+}
+
+// The third token after a statement is most often in the path of the next one: tokens that cannot
+// be there are left to the lexer.
+const char* StatementScanner::lookahead(const char* at) const noexcept {
+  if (at == nullptr) return nullptr;
+  for (int i = 0; i < 3; ++i) {
+    while (char_class::is(*at, char_class::WHITE) && at != last_) ++at;
+    const Type type = firstOf(*at);
+    if (at == last_) return nullptr;
+    if (type == Type::Id) {
+      at = endOfName(at + 1, last_);
+    } else if (isOneCharacter(type)) {
+      ++at;
+    } else if (type == Type::Comment) {
+      at = findStop(at, last_, '\n', '\r');
+    } else {
+      return nullptr;
+    }
+  }
+  return at != last_ ? at : nullptr;
 }
 
 // --- statements ---
 
-bool StatementScanner::statement(Place& place, SimpleStatement& out) {
-  if (!skipWhite(place)) return false;
-  out.begin = place.at;
-  switch (firstOf(*place.at)) {
+const char* StatementScanner::statement(const char* at, SimpleStatement& out) {
+  at = skipWhite(at);
+  if (at == nullptr) return nullptr;
+  out.begin = at;
+  switch (firstOf(*at)) {
     case Type::Comment:
-      return comment(place, out);
+      return comment(at, out);
     case Type::Dot:
-      ++place.at;
       out.isWith = true;
-      return assignment(place, out);
+      return assignment(at + 1, out);
     case Type::Id:
-      return named(place, out);
+      return named(at, out);
     default:
-      return false;
+      return nullptr;
   }
 }
 
 // "#" and the rest of the line
-bool StatementScanner::comment(Place& place, SimpleStatement& out) {
-  const char* const begin = place.at;
-  place.at = findStop(begin, last_, '\n', '\r');
-  const std::string_view text = between(begin, place.at);
-  if (place.at == last_) return false;
+const char* StatementScanner::comment(const char* at, SimpleStatement& out) {
+  const char* const end = findStop(at, last_, '\n', '\r');
+  if (end == last_) return nullptr;
+  const std::string_view text = between(at, end);
   out.kind = Kind::Comment;
   out.text = lexer_.texts_.copy(text.substr(0, text.find('\0')));
-  return true;
+  return end;
 }
 
 // declaration | name "." assignment
-bool StatementScanner::named(Place& place, SimpleStatement& out) {
-  // A declaration is told from a path by the character after the first name.
+const char* StatementScanner::named(const char* at, SimpleStatement& out) {
   String& first = out.pathTokens[0].text;
-  if (!name(place, first) || !skipWhite(place)) return false;
-  if (*place.at != '.') {
-    std::swap(out.text, first);
-    return declaration(place, out);
-  }
-  ++place.at;
+  at = skipWhite(name(at, first));
+  if (at == nullptr) return nullptr;
   out.isWith = false;
-  return assignment(place, out);
+  if (*at == '.') return assignment(at + 1, out);
+  std::swap(out.text, first);
+  return declaration(at, out);
 }
 
 // type name (";" | ":")    The parser reads directives.
-bool StatementScanner::declaration(Place& place, SimpleStatement& out) {
-  if (!name(place, out.name) || !skipWhite(place)) return false;
+const char* StatementScanner::declaration(const char* at, SimpleStatement& out) {
+  at = skipWhite(name(at, out.name));
+  if (at == nullptr) return nullptr;
   out.kind = Kind::Declaration;
-  out.isWith = *place.at == ':';
-  if (!out.isWith && *place.at != ';') return false;
-  ++place.at;
+  out.isWith = *at == ':';
+  if (out.isWith) return at + 1;
   const std::string_view type = out.text.view();
-  return out.isWith || (!isWord(type, "remove") && !isWord(type, "define"));
+  return *at == ';' && !isWord(type, "remove") && !isWord(type, "define") ? at + 1 : nullptr;
 }
 
 // input ("=" value | "|" "=" connection) ";"
-bool StatementScanner::assignment(Place& place, SimpleStatement& out) {
-  if (!name(place, out.pathTokens[2].text) || !skipWhite(place)) return false;
-  const char operation = *place.at++;
-  if (operation == '=') return value(place, out) && skip(place, ';');
-  return operation == '|' && skip(place, '=') && connection(place, out) && skip(place, ';');
+const char* StatementScanner::assignment(const char* at, SimpleStatement& out) {
+  at = skipWhite(name(at, out.pathTokens[2].text));
+  if (at == nullptr) return nullptr;
+  if (*at == '=') return skip(value(at + 1, out), ';');
+  return *at == '|' ? skip(connection(skip(at + 1, '='), out), ';') : nullptr;
 }
 
 // number | string | word
-bool StatementScanner::value(Place& place, SimpleStatement& out) {
-  if (!skipWhite(place)) return false;
-  const char* const begin = place.at;
-  const Type type = firstOf(*begin);
-  if (type == Type::Id) return word(place, out);
-  if (type == Type::Int) {
-    const NumberEnd number = endOfNumber(begin + 1, last_);
-    place.at = number.at;
-    out.valueType = number.isReal ? Type::Real : Type::Int;
-  } else if (type == Type::Str) {
-    const StringEnd string = endOfString(begin, last_);
-    if (string.at == nullptr) return false;
-    place.at = string.at;
-    place.pass(string.feeds);
-    out.valueType = type;
-  } else {
-    return false;
+const char* StatementScanner::value(const char* at, SimpleStatement& out) {
+  at = skipWhite(at);
+  if (at == nullptr) return nullptr;
+  const char* end = nullptr;
+  out.valueType = firstOf(*at);
+  if (out.valueType == Type::Int) {
+    const NumberEnd number = endOfNumber(at + 1, last_);
+    end = number.at != last_ ? number.at : nullptr;
+    if (number.isReal) out.valueType = Type::Real;
+  } else if (out.valueType == Type::Str) {
+    const StringEnd string = endOfString(at, last_);
+    end = string.at != last_ ? string.at : nullptr;
+    pass(string.feeds);
+  } else if (out.valueType == Type::Id) {
+    return word(at, out);
   }
+  if (end == nullptr) return nullptr;
   out.kind = Kind::Value;
-  out.value = between(begin, place.at);
-  return place.at != last_;
+  out.value = between(at, end);
+  return end;
 }
 
 // keyword "(" numbers ")" | "true" | "false" | "null" | name
-bool StatementScanner::word(Place& place, SimpleStatement& out) {
-  const char* const begin = place.at;
-  const char* const end = endOfName(begin + 1, last_);
-  if (end == last_) return false;
+const char* StatementScanner::word(const char* at, SimpleStatement& out) {
+  const char* const end = endOfWord(at);
+  if (end == nullptr) return nullptr;
+  const std::string_view word = between(at, end);
   if (*end == '(') {
-    place.at = detail::endOfShortList(end, last_, ')');
-    if (place.at == nullptr) return false;
+    const char* const listEnd = detail::endOfShortList(end, last_, ')');
+    if (listEnd == nullptr) return nullptr;
     out.kind = Kind::Value;
-    out.valueType = Type::Id;
-    out.value = between(begin, end);
-    out.list = between(end + 1, place.at - 1);
-    return true;
+    out.value = word;
+    out.list = between(end + 1, listEnd - 1);
+    return listEnd;
   }
-  switch (out.valueType = wordType(place, out.source)) {
-    case Type::Null:
-      out.source = String();
-      [[fallthrough]];
-    case Type::Id:
-      out.kind = Kind::Reference;
-      return true;
-    case Type::True:
-    case Type::False:
-      out.kind = Kind::Value;
-      out.value = out.valueType == Type::True ? "true" : "false";
-      return true;
-    default:
-      return false;
+  out.valueType = typeOfWord(word);
+  if (out.valueType == Type::True || out.valueType == Type::False) {
+    out.kind = Kind::Value;
+    out.value = out.valueType == Type::True ? "true" : "false";
+  } else {
+    out.kind = Kind::Reference;
+    out.source = out.valueType == Type::Null ? std::string_view() : word;
   }
+  return end;
 }
 
-// "null" | name "." name
-bool StatementScanner::connection(Place& place, SimpleStatement& out) {
+// "null" | name "." name    Sources are not interned: most differ from statement to statement.
+const char* StatementScanner::connection(const char* at, SimpleStatement& out) {
   out.kind = Kind::Connection;
-  const Type type = wordType(place, out.source);
-  if (type == Type::Null) {
-    out.output = String();
-    return true;
-  }
-  return type == Type::Id && skip(place, '.') && name(place, out.output);
+  at = skipWhite(at);
+  const char* const end = endOfWord(at);
+  if (end == nullptr) return nullptr;
+  out.source = between(at, end);
+  const Type type = typeOfWord(out.source);
+  if (type == Type::Id) return name(skip(end, '.'), out.output);
+  out.source = "null";
+  out.output = String();
+  return type == Type::Null ? end : nullptr;
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -31,19 +31,19 @@ struct SimpleStatement {
   Kind kind;
   const char* begin;  ///< The first character.
   const char* end;    ///< One past the last character.
-  const char* ahead;  ///< One past the third token after it.
   std::int32_t line;  ///< Of the last character.
   std::int32_t column;
+  const char* ahead;  ///< One past the third token after the statement.
 
-  String text;             ///< Of a comment. The type of a declaration.
-  String name;             ///< Of a declaration.
-  Token pathTokens[3];     ///< An assignment: node "." input. Without positions.
-  bool isWith;             ///< The declaration ends in ":", or the path begins with ".".
-  Token::Type valueType;   ///< Value: of its first token.
-  std::string_view value;  ///< Value: its first token as written.
-  std::string_view list;   ///< Value, Id: the numbers, separated by single blanks. A byte follows.
-  String source;           ///< Link: the node; empty for `null`.
-  String output;           ///< Connection: the output; empty for `null`.
+  String text;              ///< Of a comment. The type of a declaration.
+  String name;              ///< Of a declaration.
+  Token pathTokens[3];      ///< An assignment: node "." input. Without positions.
+  bool isWith;              ///< The declaration ends in ":", or the path begins with ".".
+  Token::Type valueType;    ///< Value: of its first token.
+  std::string_view value;   ///< Value: its first token as written.
+  std::string_view list;    ///< Value, Id: the numbers, separated by single blanks. A byte follows.
+  std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
+  String output;            ///< Connection: the output; empty for `null`.
 
   SimpleStatement();
   bool isAssignment() const noexcept { return kind >= Kind::Value; }
@@ -76,38 +76,35 @@ class StatementScanner {
   void skipLookahead() noexcept;
 
  private:
-  // A place in the window, with what the position of its character depends on.
-  struct Place {
-    const char* at;
-    std::int32_t line;
-    std::uintptr_t lineBegin;  // the address of the first character of the line
+  // Each function reads from `at`, and returns the end of what it read. Null: it is not there, or
+  // not followed by a buffered character. Null in gives null out.
 
-    std::int32_t columnBefore() const noexcept;
-    void pass(const LineFeeds& feeds) noexcept;
-  };
-
-  static Place placeAfter(const char* at, std::int32_t line, std::int32_t column) noexcept;
-  bool skipWhite(Place& place) const noexcept;
-  bool skip(Place& place, char c) const noexcept;
-  bool statement(Place& place, SimpleStatement& out);
-  bool comment(Place& place, SimpleStatement& out);
-  bool named(Place& place, SimpleStatement& out);
-  bool declaration(Place& place, SimpleStatement& out);
-  bool assignment(Place& place, SimpleStatement& out);
-  bool value(Place& place, SimpleStatement& out);
-  bool word(Place& place, SimpleStatement& out);
-  bool connection(Place& place, SimpleStatement& out);
-  bool name(Place& place, String& out);
-  Token::Type wordType(Place& place, String& out);
-  const char* endOfLookahead(Place place) const noexcept;
+  const char* statement(const char* at, SimpleStatement& out);
+  const char* comment(const char* at, SimpleStatement& out);
+  const char* named(const char* at, SimpleStatement& out);
+  const char* declaration(const char* at, SimpleStatement& out);
+  const char* assignment(const char* at, SimpleStatement& out);
+  const char* value(const char* at, SimpleStatement& out);
+  const char* word(const char* at, SimpleStatement& out);
+  const char* connection(const char* at, SimpleStatement& out);
+  const char* name(const char* at, String& out);
+  const char* endOfWord(const char* at) const noexcept;
+  const char* skip(const char* at, char c) noexcept;
+  const char* skipWhite(const char* at) noexcept;
+  const char* lookahead(const char* at) const noexcept;
+  void pass(const LineFeeds& feeds) noexcept;
   void moveBack() noexcept;
 
   Lexer& lexer_;
-  Place place_{};                // the end of the last accepted statement
   const char* last_ = nullptr;   // the last byte of the window; null if nothing can be recognised
+  const char* end_ = nullptr;    // of the last accepted statement
   const char* ahead_ = nullptr;  // the end of the third token after it
   const char* first_ = nullptr;  // where the scanner started
   std::int32_t firstIndex_ = 0;  // `Lexer::index` there
+  std::int32_t endLine_ = 0;     // the line of `end_`
+  std::uintptr_t endLineBegin_ = 0;  // the address of its first character
+  std::int32_t line_ = 0;            // the same while a statement is scanned
+  std::uintptr_t lineBegin_ = 0;
 };
 
 }  // namespace zn::korvo_sdk::impl

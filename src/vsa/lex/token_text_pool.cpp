@@ -20,14 +20,20 @@ struct Literal {
 // The keywords of literals, matched in any letter case.
 constexpr Literal LITERALS[] = {{"true", Type::True}, {"false", Type::False}, {"null", Type::Null}};
 
-Literal literalOf(std::string_view characters) {
+// The literal that the word is, or the word itself.
+Literal literalOf(std::string_view word) {
+  if (word.size() < 4 || word.size() > 5) return {word, Type::Id};
   for (const Literal& literal : LITERALS) {
-    if (isWord(characters, literal.text)) return literal;
+    if (isWord(word, literal.text)) return literal;
   }
-  return {characters, Type::Id};
+  return {word, Type::Id};
 }
 
 }  // namespace
+
+Type typeOfWord(std::string_view word) {
+  return literalOf(word).type;
+}
 
 TokenTextPool::Key::Key(std::string_view characters) noexcept
     : length(static_cast<std::uint32_t>(characters.size())) {
@@ -49,14 +55,15 @@ inline std::size_t TokenTextPool::Key::hash() const noexcept {
   return static_cast<std::size_t>(product >> 40);
 }
 
-inline bool TokenTextPool::Word::is(const Key& other, std::string_view characters) const noexcept {
-  return key == other && (other.length <= 16 || text.view() == characters);
+inline bool TokenTextPool::Word::is(const Key& key, std::string_view characters) const noexcept {
+  return head == key.head && tail == key.tail && length == key.length &&
+         (length <= 16 || text.view() == characters);
 }
 
 Type TokenTextPool::intern(std::string_view characters, String& out) {
   const Key key(characters);
   if (words_ == nullptr) growWords();
-  Word* const first = &words_[key.hash() & mask_];
+  Word* const first = pairOf(key.hash());
   if (!first->is(key, characters)) {
     if (!first[1].is(key, characters)) return addWord(characters, key, out);
     std::swap(first[0], first[1]);
@@ -72,14 +79,14 @@ Type TokenTextPool::addWord(std::string_view characters, const Key& key, String&
   out = slabs_.copyOf(characters, String::hashOf(characters));
   if (characters.empty() || characters.size() > MAX_WORD_BYTES) return literal.type;
   if (++wordCount_ > mask_ && mask_ + 2 < MAX_WORDS) growWords();
-  store({key, literal.type, out});
+  store(key.hash(), {key.head, key.length, literal.type, key.tail, out});
   return literal.type;
 }
 
 // Stores the word first in its pair. The previous first word becomes the second, and the second is
 // dropped.
-void TokenTextPool::store(Word&& word) noexcept {
-  Word* const first = &words_[word.key.hash() & mask_];
+void TokenTextPool::store(std::size_t hash, Word&& word) noexcept {
+  Word* const first = pairOf(hash);
   first[1] = std::move(first[0]);
   first[0] = std::move(word);
 }
@@ -91,7 +98,7 @@ void TokenTextPool::growWords() {
   old.swap(words_);
   mask_ = after - 2;
   for (std::size_t i = before; i-- > 0;) {
-    if (old[i].key.length != 0) store(std::move(old[i]));
+    if (old[i].length != 0) store(Key(old[i].text.view()).hash(), std::move(old[i]));
   }
 }
 

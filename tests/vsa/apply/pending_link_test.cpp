@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "tests/support/host_scene.h"
@@ -18,10 +19,8 @@ using vsa_tests::HostInput;
 using vsa_tests::HostOptions;
 using Lines = std::vector<std::string>;
 
-PendingLink linkTo(const char* node) {
-  PendingLink link;
-  link.source = node;
-  return link;
+void setLink(PendingTable& table, HostInput& input, std::string_view node) {
+  table.setLink(&input, node, String());
 }
 
 /// The sources of a table's entries for `input`, over all buckets.
@@ -29,7 +28,7 @@ Lines sourcesOf(const PendingTable& table, const HostInput& input) {
   Lines sources;
   for (const auto& bucket : table.buckets) {
     for (const auto& entry : bucket) {
-      if (entry.key == &input) sources.push_back(vsa_tests::text(entry.value.source));
+      if (entry.key == &input) sources.emplace_back(entry.value.source);
     }
   }
   return sources;
@@ -39,11 +38,11 @@ TEST(PendingTableTest, AnInputHasOneEntryAndIsRetainedOnce) {
   HostOptions options;
   HostInput input(options, "n.a", AttrType::Null);
   PendingTable table;
-  table.setLink(&input, linkTo("first"));
+  setLink(table, input, "first");
   EXPECT_EQ(sourcesOf(table, input), Lines{"first"});
   EXPECT_EQ(input.held, 1);
-  table.setLink(&input, linkTo("second"));
-  table.setLink(&input, linkTo("third"));
+  setLink(table, input, "second");
+  setLink(table, input, "third");
   EXPECT_EQ(sourcesOf(table, input), Lines{"third"});
   EXPECT_EQ(input.held, 1);
   EXPECT_EQ(options.calls, Lines{"n.a.retain"});
@@ -54,8 +53,8 @@ TEST(PendingTableTest, EachTableRetainsTheInput) {
   HostInput input(options, "n.a", AttrType::Null);
   PendingTable connections;
   PendingTable references;
-  connections.setLink(&input, linkTo("c"));
-  references.setLink(&input, linkTo("r"));
+  setLink(connections, input, "c");
+  setLink(references, input, "r");
   EXPECT_EQ(sourcesOf(connections, input), Lines{"c"});
   EXPECT_EQ(sourcesOf(references, input), Lines{"r"});
   EXPECT_EQ(input.held, 2);
@@ -72,7 +71,7 @@ TEST(PendingTableTest, ManyInputsInAnyOrder) {
   for (std::size_t round = 0; round < 3; ++round) {
     for (std::size_t i = 0; i < inputs.size(); ++i) {
       const std::size_t at = i * 701 % inputs.size();
-      table.setLink(&inputs[at], linkTo(round == 2 ? "last" : "earlier"));
+      setLink(table, inputs[at], round == 2 ? "last" : "earlier");
     }
   }
   std::uint64_t entries = 0;
