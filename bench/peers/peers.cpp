@@ -12,6 +12,7 @@
 #include "bench/measure/memory.h"
 #include "bench/measure/report.h"
 #include "bench/our_reader.h"
+#include "bench/our_writer.h"
 
 namespace bench {
 namespace {
@@ -52,6 +53,12 @@ class PeerComparison {
     if (isWanted("links")) compareLinks();
     if (isWanted("text")) compareText();
     if (isWanted("inflate")) compareInflate();
+    if (isWanted("write")) {
+      compareWrittenLists(floatsOf(floatNumbers(LIST_COUNT)), floatScene, "float");
+      compareWrittenLists(doublesOf(floatNumbers(LIST_COUNT)), doubleScene, "double");
+      compareWrittenNodes();
+      compareDeflate();
+    }
     if (fileOverString > 0) {
       addRow("file entry over string entry, time", Better::Low, {{fileOverString, 1.1, 1.25}});
     }
@@ -200,6 +207,40 @@ class PeerComparison {
     addRow("text, time over RapidJSON DOM", Better::Low, {{seconds[0] / seconds[2], 0.8, 1.0}});
   }
 
+  template <class Number, class MakeScene>
+  void compareWrittenLists(const std::vector<Number>& numbers, const MakeScene& makeScene,
+                           const std::string& type) {
+    const Seconds seconds =
+        measure({"written " + type + " lists", static_cast<double>(LIST_COUNT) / MEGA, "M numbers"},
+                {sinkWriter("the writer", makeScene(numbers)), toCharsWriter(numbers),
+                 rapidjsonWriter(numbers)});
+    addRow("written " + type + " lists, numbers/s over a std::to_chars loop", Better::High,
+           {{seconds[1] / seconds[0], 2.0, 1.5}});
+    addRow("written " + type + " lists, numbers/s over RapidJSON's Writer", Better::High,
+           {{seconds[2] / seconds[0], 3.0, 2.0}});
+  }
+
+  void compareWrittenNodes() {
+    const Text vsa = nodes(100'000), osgt = nodes(100'000, Format::Osgt);
+    const Seconds seconds =
+        measure({"written nodes 100k", thousands(vsa), "k statements"},
+                {textWriter("the writer", sceneOf(vsa)), osgWriter(osgt, scratch("scene.osgt"))});
+    addRow("written nodes 100k, times as fast as OpenSceneGraph", Better::High,
+           {{seconds[1] / seconds[0], 5.0, 2.0}});
+  }
+
+  void compareDeflate() {
+    const std::string bytes = imageBytes(IMAGE_BYTES, 1);
+    const Seconds seconds =
+        measure({"deflate 16 MB", static_cast<double>(bytes.size()) / MEGA, "MB"},
+                {ourDeflate(bytes), zlibDeflate(bytes)});
+    addRow("deflate, bytes/s over zlib's level 6", Better::High,
+           {{seconds[1] / seconds[0], 1.5, 1.0}});
+    const auto zlibSize = static_cast<double>(zlibStream(bytes).size());
+    addRow("deflate, size over zlib's level 6", Better::Low,
+           {{static_cast<double>(ourDeflatedSize(bytes)) / zlibSize, 1.0, 1.05}});
+  }
+
   void compareInflate() {
     const std::string bytes = imageBytes(IMAGE_BYTES, 1), stream = zlibStream(bytes);
     const Seconds seconds = measure(
@@ -244,7 +285,8 @@ int main(int argc, char** argv) try {
       ->capture_default_str();
   app.add_option("--only", options.only, "Run these comparisons only, separated by commas")
       ->delimiter(',')
-      ->check(CLI::IsMember({"geo", "lists", "nodes", "links", "text", "inflate", "memory"}));
+      ->check(
+          CLI::IsMember({"geo", "lists", "nodes", "links", "text", "inflate", "write", "memory"}));
   CLI11_PARSE(app, argc, argv);
   bench::PeerComparison comparison(options);
   comparison.run();

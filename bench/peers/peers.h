@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "bench/measure/comparison.h"
 #include "bench/scenes/text_generator.h"
@@ -33,6 +34,18 @@ Candidate standardIntLoop(const NumberList& numbers);
 // Decompression of a zlib stream to `bytes`. The time includes the allocation.
 Candidate zlibInflate(const std::string& stream, const std::string& bytes);
 Candidate libdeflateInflate(const std::string& stream, const std::string& bytes);
+
+// Loops that only print numbers, a blank or comma behind each, into memory that is there.
+Candidate toCharsWriter(const std::vector<float>& numbers);
+Candidate toCharsWriter(const std::vector<double>& numbers);
+Candidate rapidjsonWriter(const std::vector<float>& numbers);
+Candidate rapidjsonWriter(const std::vector<double>& numbers);
+
+// The .osgt writer of osgDB, into a string stream. Writes the text to a file at `path` first.
+Candidate osgWriter(const Text& osgt, const std::string& path);
+
+// Compression of the bytes by zlib at its default level.
+Candidate zlibDeflate(const std::string& bytes);
 
 // A copy of the text into new memory.
 Candidate copyLoop(const std::string& text);

@@ -5,11 +5,11 @@
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every change returns a Status and throws nothing. What was refused has changed nothing, and what
-// is missing refuses everything, so a chain of calls is safe. A change that texts cannot carry is
-// refused: see EditError. Adding something keeps what there is; setting a value of another type
-// than the input's replaces value and type. Nodes and inputs of declared types keep the types that
-// are declared.
+// Every change returns a Status and throws nothing. What was refused has changed nothing (but
+// OutOfMemory may leave an input without a value), and what is missing refuses everything, so a
+// chain of calls is safe. A change that texts cannot carry is refused: see EditError. Adding
+// something keeps what there is; setting a value of another type than the input's replaces value
+// and type. Nodes and inputs of declared types keep the types that are declared.
 //
 // Views and ranges of what is changed stay safe to use. What is removed gives its values' memory
 // back at once, and its own 48 to 64 bytes with the scene.

@@ -47,13 +47,14 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
   std::string name_;
 };
 
-/// An input of a HostNode, an element or a member: its name, its type and what lies below it.
-class VSA_API HostInput final : public zn::korvo_sdk::interfaces::IInput {
+/// An input of a HostNode, an element or a member: its name, its type and what lies below it. A
+/// class of the host's own may derive from it, see HostNode::makeInput.
+class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
  public:
   /// `parent` is null for an input of the node. An element has an empty name and its index.
   HostInput(HostNode& node, HostInput* parent, std::string_view name, std::uint64_t index,
             ValueType type);
-  ~HostInput();
+  virtual ~HostInput();
   HostInput(const HostInput&) = delete;
   HostInput& operator=(const HostInput&) = delete;
 
@@ -89,7 +90,7 @@ class VSA_API HostInput final : public zn::korvo_sdk::interfaces::IInput {
 
  private:
   void become(ValueType type);
-  void markUsed();
+  void markUsed() noexcept;
   HostInput* createMember(const zn::String& name, ValueType type, ValueType elementType);
 
   HostNode& node_;
@@ -125,6 +126,11 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   virtual void onReference(const HostInput& input, HostNode* node);
   /// An input was connected to an output, or with null to none.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
+
+  /// Makes an input, an element or a member, with the arguments of HostInput's constructor. Null
+  /// refuses it, which is an error of the text. The default returns a HostInput.
+  virtual std::unique_ptr<HostInput> makeInput(HostInput* parent, std::string_view name,
+                                               std::uint64_t index, ValueType type);
 
   // INode. A node has every input and every output that a text names.
 

@@ -22,6 +22,7 @@
 #include <string_view>
 #include <vector>
 
+#include <vsa/buffer_view.h>
 #include <vsa/foundation/api.h>
 #include <vsa/read_diagnostic.h>
 #include <vsa/read_options.h>
@@ -63,11 +64,11 @@ struct SkippedBuffer {
 struct AppliedCounts {
   /// Statements and comments that were begun; the last one may have failed.
   std::uint64_t statements = 0;
-  /// Nodes that were made.
+  /// Nodes that were made, kept or not.
   std::uint64_t nodes = 0;
   /// Array elements that were made.
   std::uint64_t elements = 0;
-  /// Values that were given to inputs.
+  /// Values that were given to inputs of nodes that are kept.
   std::uint64_t values = 0;
   /// References and connections that were resolved, `null` included. 0 unless `linksResolved`.
   std::uint64_t links = 0;
@@ -127,8 +128,28 @@ VSA_API ReadResult readText(const char* text, const ReadOptions& options = {}) n
 /// Reads a source, from where it stands up to its end, into a new scene.
 VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) noexcept;
 
-// The same into a scene that is there: nodes are added to those that it has. The scene is the
-// library's own or a host's. An unreadable file or null text changes nothing in it.
+/// A buffer literal that was read later.
+struct [[nodiscard]] LoadedBuffer : ReadOutcome {
+  /// Holds the buffer.
+  Scene scene;
+
+  /// The buffer, as long as this object lives and its scene is not changed. Of no elements unless
+  /// the status is Complete.
+  VSA_API BufferView buffer() const noexcept;
+};
+
+/// Reads the literal of a buffer that was skipped, from the file or the text that it was skipped
+/// in. Positions of diagnostics are those in the whole text. If file or text have changed, and have
+/// another literal or none at its place: Unreadable, or a status of what stands there.
+VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
+                                const ReadOptions& options = {}) noexcept;
+VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
+                                const ReadOptions& options = {}) noexcept;
+VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuffer& skipped,
+                                        const ReadOptions& options = {}) noexcept;
+
+// The reading functions into a scene that is there: nodes are added to those that it has. The scene
+// is the library's own or a host's. An unreadable file or null text changes nothing in it.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;

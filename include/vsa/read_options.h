@@ -6,6 +6,8 @@
 #include <functional>
 #include <limits>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include <vsa/read_diagnostic.h>
 
@@ -52,7 +54,7 @@ struct ReadProgress {
 enum class BufferMode : std::uint8_t {
   Read,
   /// No buffer takes memory. The input gets its element type and stays empty, and
-  /// ReadOutcome::skippedBuffers says what the text has for it.
+  /// ReadOutcome::skippedBuffers says what the text has for it. See loadBuffer.
   Skip,
 };
 
@@ -73,6 +75,12 @@ struct ReadOptions {
   /// is read: no comments, version 1, no time.
   bool keepHeader = false;
   BufferMode buffers = BufferMode::Read;
+  /// The nodes to keep: those with a name in the first list or a type in the second. If both lists
+  /// are empty, all. Names and types are compared exactly. The other nodes are checked, with the
+  /// same diagnostics, and not kept; a link from a kept node to one of them becomes none. A node
+  /// that the scene has already and that is not in the lists stays as it is.
+  std::vector<std::string> wantedNames;
+  std::vector<std::string> wantedTypes;
 };
 
 }  // namespace vsa

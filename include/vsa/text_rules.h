@@ -12,10 +12,14 @@
 
 namespace vsa {
 
-/// Whether a node, a node type, an input, a member or an output can have this name: a letter (bytes
+/// Whether a node, a node type, an input or a member can have this name: a letter (bytes
 /// from 0x80 to 0xFE are letters) or "_", then letters, digits and "_", and not "true", "false" or
 /// "null" in any letter case.
 VSA_API bool isName(std::string_view text) noexcept;
+
+/// Whether a connection can name an output so: a name, and then any number of bracket lists, which
+/// are a part of it: "color", "colors[2]".
+VSA_API bool isOutputName(std::string_view text) noexcept;
 
 /// None, PlusInfinity or NotANumber. Texts have one NaN outside of lists, with the sign bit set
 /// ("-nan": 0xFFF8000000000000).

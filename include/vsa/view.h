@@ -267,7 +267,7 @@ class NodeRange {
       skipRemoved();
     }
 
-    NodeView operator*() const noexcept { return NodeView(scene_->nodeAt(slot_)); }
+    NodeView operator*() const noexcept { return node_; }
     Iterator& operator++() noexcept {
       ++slot_;
       skipRemoved();
@@ -281,18 +281,22 @@ class NodeRange {
     friend bool operator==(const Iterator& a, const Iterator& b) noexcept {
       return a.slot_ == b.slot_;
     }
-    friend bool operator==(const Iterator& i, std::default_sentinel_t) noexcept {
-      return i.scene_ == nullptr || i.slot_ >= i.scene_->nodeSlots();
-    }
+    friend bool operator==(const Iterator& i, std::default_sentinel_t) noexcept { return !i.node_; }
 
    private:
+    // `nodeAt` is null for a removed node and past the end. A removed one is rare, so the end is
+    // asked for last.
     void skipRemoved() noexcept {
-      if (scene_ == nullptr) return;
-      while (slot_ < scene_->nodeSlots() && scene_->nodeAt(slot_) == nullptr) ++slot_;
+      node_ = NodeView(scene_ != nullptr ? scene_->nodeAt(slot_) : nullptr);
+      while (!node_ && scene_ != nullptr && slot_ < scene_->nodeSlots()) {
+        ++slot_;
+        node_ = NodeView(scene_->nodeAt(slot_));
+      }
     }
 
     const zn::korvo_sdk::Scene* scene_ = nullptr;
     std::uint64_t slot_ = 0;
+    NodeView node_;  // missing at the end
   };
 
   NodeRange() = default;

@@ -19,34 +19,32 @@ using zn::korvo_sdk::AttrData;
 using PlainInput = zn::korvo_sdk::Input;
 
 // The record of a value that texts can carry. The characters of a string are from malloc and belong
-// to whoever assigns the record.
-AttrData recordOf(const Value& value) {
-  AttrData record;
+// to whoever assigns the record; false if there is no memory for them.
+bool fill(AttrData& record, const Value& value) {
   record.type = value.type();
   switch (value.type()) {
     case ValueType::Bool:
       record.payload.boolean = value.boolean();
-      break;
+      return true;
     case ValueType::Int:
     case ValueType::UInt:
       record.payload.integer = value.integer();
-      break;
+      return true;
     case ValueType::Real:
       record.payload.real = value.real();
-      break;
+      return true;
     case ValueType::String: {
       const std::size_t length = value.text().size();
       record.payload.string = static_cast<char*>(std::malloc(length + 1));
-      if (record.payload.string == nullptr) throw std::bad_alloc();
+      if (record.payload.string == nullptr) return false;
       value.text().copy(record.payload.string, length);
       record.payload.string[length] = '\0';
-      break;
+      return true;
     }
     default:
       std::ranges::copy(value.tuple()->components(), record.payload.components);
-      break;
+      return true;
   }
-  return record;
 }
 
 Status checkLink(const PlainInput& input, NodeView node) noexcept {
@@ -62,7 +60,8 @@ Status Input::set(const Value& value) const noexcept {
     if (const Status status = detail::checkInput(input); !status) return status;
     if (const Status status = detail::checkTakes(*input, value.type()); !status) return status;
     if (const Status status = detail::checkValue(value); !status) return status;
-    const AttrData record = recordOf(value);
+    AttrData record;
+    if (!fill(record, value)) return EditError::OutOfMemory;
     detail::makeReadyFor(*input, value.type());
     input->assign(record);
     return {};
@@ -142,7 +141,7 @@ Status Input::connect(NodeView node, std::string_view output) const noexcept {
     PlainInput* const input = mutablePlain();
     if (const Status status = detail::checkInput(input); !status) return status;
     if (const Status status = checkLink(*input, node); !status) return status;
-    if (!isName(output)) return EditError::BadName;
+    if (!isOutputName(output)) return EditError::BadName;
     const zn::String name = zn::String::copyOf(output);
     const zn::String type = zn::String::copyOf(node.type());
     if (zn::korvo_sdk::updateOutputName(type, name) != name) return EditError::FormerName;

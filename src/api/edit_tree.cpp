@@ -28,19 +28,26 @@ bool isAtDepthLimit(const PlainInput& input) {
 }
 
 // The scene bounds the elements that texts skip on the way to a higher index. Elements that a
-// program asks for are not among them.
-PlainInput* appendTo(PlainInput& array) {
-  zn::korvo_sdk::Scene& scene = *array.owner()->scene();
-  const std::uint64_t limit = scene.emptyElementLimit();
-  const std::uint64_t index = array.count();
-  scene.setEmptyElementLimit(std::numeric_limits<std::uint64_t>::max());
-  try {
-    array.appendElement();
-  } catch (...) {
-    scene.setEmptyElementLimit(limit);
-    throw;
+// program asks for are not among them: there is no bound while this object exists.
+class UnboundedElements {
+ public:
+  explicit UnboundedElements(zn::korvo_sdk::Scene& scene) noexcept
+      : scene_(scene), limit_(scene.emptyElementLimit()) {
+    scene_.setEmptyElementLimit(std::numeric_limits<std::uint64_t>::max());
   }
-  scene.setEmptyElementLimit(limit);
+  UnboundedElements(const UnboundedElements&) = delete;
+  UnboundedElements& operator=(const UnboundedElements&) = delete;
+  ~UnboundedElements() { scene_.setEmptyElementLimit(limit_); }
+
+ private:
+  zn::korvo_sdk::Scene& scene_;
+  const std::uint64_t limit_;
+};
+
+PlainInput* appendTo(PlainInput& array) {
+  const UnboundedElements scope(*array.owner()->scene());
+  const std::uint64_t index = array.count();
+  array.appendElement();
   PlainInput* const made = array.element(index);
   made->retain();  // it counts as used
   return made;
@@ -98,19 +105,15 @@ Status Input::append(const Value& value) const noexcept {
 }
 
 Status Input::resize(std::uint64_t count) const noexcept {
-  return guarded([&]() -> Status {
-    PlainInput* const array = mutablePlain();
-    if (const Status status = checkGrowth(array, count); !status) return status;
-    const std::uint64_t before = array->count();
-    try {
-      while (array->count() < count) appendTo(*array);
-    } catch (...) {
-      array->truncate(before);
-      throw;
-    }
-    array->truncate(count);
+  PlainInput* const array = mutablePlain();
+  if (const Status status = checkGrowth(array, count); !status) return status;
+  const std::uint64_t before = array->count();
+  const Status status = guarded([&]() -> Status {
+    while (array->count() < count) appendTo(*array);
     return {};
   });
+  array->truncate(status ? count : before);
+  return status;
 }
 
 // --- objects ---

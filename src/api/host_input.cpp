@@ -85,7 +85,7 @@ void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }
 
-void HostInput::markUsed() {
+void HostInput::markUsed() noexcept {
   if (!isUnused_) return;
   isUnused_ = false;
   --node_.scene().emptyElementCount_;
@@ -98,8 +98,10 @@ void HostInput::appendElement() {
   if (scene.emptyElementCount_ >= scene.emptyElementLimit) {
     Emitter().fatal(DiagnosticId::TooManyEmptyElements, path(), scene.emptyElementLimit);
   }
-  elements_.push_back(
-      std::make_unique<HostInput>(node_, this, std::string_view(), elements_.size(), elementType_));
+  std::unique_ptr<HostInput> made =
+      node_.makeInput(this, std::string_view(), elements_.size(), elementType_);
+  if (made == nullptr) return;
+  elements_.push_back(std::move(made));
   ++scene.emptyElementCount_;
   markUsed();
 }
@@ -129,7 +131,8 @@ HostInput* HostInput::createArray(const zn::String& name, ValueType elementType)
 HostInput* HostInput::createMember(const zn::String& name, ValueType type, ValueType elementType) {
   if (type_ != ValueType::Object && type_ != ValueType::Null) return nullptr;
   if (name.startsWith("[", false)) return nullptr;  // an index
-  auto made = std::make_unique<HostInput>(node_, this, name.view(), 0, type);
+  std::unique_ptr<HostInput> made = node_.makeInput(this, name.view(), 0, type);
+  if (made == nullptr) return nullptr;
   made->elementType_ = elementType;
   HostInput* const member =
       members_.emplace(std::string(name.view()), std::move(made)).first->second.get();

@@ -35,6 +35,11 @@ void HostNode::onConnection(const HostInput& input, const HostOutput* output) {
   scene_.onConnection(input, output);
 }
 
+std::unique_ptr<HostInput> HostNode::makeInput(HostInput* parent, std::string_view name,
+                                               std::uint64_t index, ValueType type) {
+  return std::make_unique<HostInput>(*this, parent, name, index, type);
+}
+
 HostInput* HostNode::input(const zn::String& name) {
   const auto found = inputs_.find(name.view());
   return found == inputs_.end() ? nullptr : found->second.get();
@@ -46,12 +51,14 @@ bool HostNode::hasInput(const zn::String& name, ValueType type) {
 }
 
 HostInput* HostNode::createInput(const zn::String& name, ValueType type) {
-  auto made = std::make_unique<HostInput>(*this, nullptr, name.view(), 0, type);
+  std::unique_ptr<HostInput> made = makeInput(nullptr, name.view(), 0, type);
+  if (made == nullptr) return nullptr;
   return inputs_.emplace(std::string(name.view()), std::move(made)).first->second.get();
 }
 
 HostInput* HostNode::createArray(const zn::String& name, ValueType elementType) {
   HostInput* const made = createInput(name, ValueType::Array);
+  if (made == nullptr) return nullptr;
   AttrData structure;
   structure.type = ValueType::Array;
   structure.elementType = static_cast<std::int32_t>(elementType);

@@ -22,6 +22,12 @@ bool isWord(std::string_view text, std::string_view lowerCase) {
       [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c + 32 : c) == lower; });
 }
 
+// What the reader takes for a part of a bracket list; a NUL would end the name.
+bool isInBrackets(char c) {
+  const bool isWhite = char_class::is(c, char_class::WHITE) && c != '\0';
+  return c == '[' || c == '*' || isWhite || char_class::is(c, char_class::DIGIT);
+}
+
 template <class Real>
 bool isReadable(Real number) {
   using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;
@@ -65,6 +71,22 @@ bool isName(std::string_view text) noexcept {
     if (!char_class::is(c, char_class::NAME)) return false;
   }
   return !isWord(text, "true") && !isWord(text, "false") && !isWord(text, "null");
+}
+
+bool isOutputName(std::string_view text) noexcept {
+  const std::size_t brackets = std::min(text.find('['), text.size());
+  if (!isName(text.substr(0, brackets))) return false;
+  text.remove_prefix(brackets);
+  while (!text.empty()) {
+    const std::size_t end = text.find(']');
+    if (text[0] != '[' || end == std::string_view::npos) return false;
+    if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(end),
+                     isInBrackets)) {
+      return false;
+    }
+    text.remove_prefix(end + 1);
+  }
+  return true;
 }
 
 Status checkReal(double value) noexcept {

@@ -34,9 +34,9 @@ bool VsaParser::parseAssign() {
                       session);
   IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
-    connections.setLink(input, info, beginLink());
+    connections.setLink(input, info, beginLink(*input));
   } else if (info.isReference) {
-    references.setLink(input, info, beginLink());
+    references.setLink(input, info, beginLink(*input));
   } else {
     ValueAssigner(emitter(), typedElements_, session)
         .assign(info.data, info.valueToken.text.view(), target);
@@ -44,14 +44,15 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-// Before a link is stored: the place that messages about it have.
-TextPlace VsaParser::beginLink() const {
+// Before the link of an input is stored: the place that messages about it have.
+TextPlace VsaParser::beginLink(IInput& input) const {
   if (session == nullptr) return {};
-  session->takeLink();
+  session->takeLink(input);
   return session->statement();
 }
 
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
+  if (session != nullptr) session->beginTarget(target.node());
   IInput* const input = target.resolve();
   if (input != nullptr) return input;
   emitter().fatal(DiagnosticId::InputNotFound, pathText(path, &target.node()));

@@ -61,9 +61,9 @@ void VsaParser::assign(const SimpleStatement& statement) {
   PathResolver target(*targetNode(path), path, data.type, emitter(), session);
   IInput* const input = resolve(target, path);
   if (statement.kind == Kind::Connection) {
-    connections.setLink(input, statement.source, statement.output, beginLink());
+    connections.setLink(input, statement.source, statement.output, beginLink(*input));
   } else if (statement.kind == Kind::Reference) {
-    references.setLink(input, statement.source, String(), beginLink());
+    references.setLink(input, statement.source, String(), beginLink(*input));
   } else {
     ValueAssigner(emitter(), typedElements_, session).assign(data, statement.value, target);
   }

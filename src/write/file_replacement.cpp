@@ -44,6 +44,13 @@ void closeFile(int& file) {
   file = -1;
 }
 
+// So that the new name is on the disk, too. The file is complete in any case.
+void syncFolder(const char* name) {
+  int folder = ::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (folder >= 0) ::fsync(folder);
+  closeFile(folder);
+}
+
 }  // namespace
 
 FileReplacement::~FileReplacement() {
@@ -96,9 +103,10 @@ bool FileReplacement::write(std::string_view text) {
 bool FileReplacement::replace() {
   if (temporary_.empty()) return true;
   if (!keepPermissions() || !makeDurable()) return false;
+  const fs::path parent = target_.parent_path();  // here, because there may be no memory for it
   if (::rename(temporary_.c_str(), target_.c_str()) != 0) return fail("cannot replace");
   temporary_.clear();
-  syncFolder();
+  syncFolder(parent.empty() ? "." : parent.c_str());
   return true;
 }
 
@@ -127,15 +135,6 @@ bool FileReplacement::makeDurable() {
   const int closed = ::close(file_);
   file_ = -1;
   return closed == 0 || errno == EINTR || fail("cannot write");
-}
-
-// So that the new name is on the disk, too. The file is complete in any case.
-void FileReplacement::syncFolder() const {
-  const fs::path parent = target_.parent_path();
-  int folder = ::open(parent.empty() ? "." : parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (folder < 0) return;
-  ::fsync(folder);
-  closeFile(folder);
 }
 
 }  // namespace vsa::impl

@@ -34,7 +34,6 @@ class FileReplacement final : public Sink {
   bool openBeside();
   bool makeDurable();
   bool keepPermissions();
-  void syncFolder() const;
   bool fail(const char* what);
 
   std::filesystem::path target_;

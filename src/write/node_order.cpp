@@ -6,16 +6,16 @@ using zn::korvo_sdk::Node;
 
 namespace {
 
-constexpr std::size_t KEPT = std::size_t{1} << 17;
+constexpr std::size_t KEPT = std::size_t{1} << 15;
 
-bool isBefore(const Node* a, const Node* b) {
-  return a->name().view() < b->name().view();
+bool isBefore(const NamedNode& a, const NamedNode& b) {
+  return a.name.view() < b.name.view();
 }
 
 }  // namespace
 
-std::vector<const Node*> nextByName(const zn::korvo_sdk::Scene& scene, const Node* last) {
-  std::vector<const Node*> nodes;
+std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last) {
+  std::vector<NamedNode> nodes;
   const auto keepFirst = [&nodes] {
     if (nodes.size() <= KEPT) return;
     const auto end = nodes.begin() + KEPT;
@@ -23,8 +23,9 @@ std::vector<const Node*> nextByName(const zn::korvo_sdk::Scene& scene, const Nod
     nodes.erase(end, nodes.end());
   };
   forEachCreated(scene, [&](const Node& node) {
-    if (last != nullptr && !isBefore(last, &node)) return;
-    nodes.push_back(&node);
+    const NamedNode named{node.name(), &node};
+    if (last != nullptr && !isBefore(*last, named)) return;
+    nodes.push_back(named);
     if (nodes.size() == 2 * KEPT) keepFirst();
   });
   keepFirst();

@@ -3,9 +3,9 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
+#include <vsa/foundation/string.h>
 #include <vsa/model/scene.h>
 #include <vsa/write_options.h>
 
@@ -19,10 +19,15 @@ void forEachCreated(const zn::korvo_sdk::Scene& scene, const Visit& visit) {
   }
 }
 
-/// The first nodes by name of those whose names are behind `last`, sorted; empty if there is none.
-/// At most as many as fit two megabytes.
-std::vector<const zn::korvo_sdk::Node*> nextByName(const zn::korvo_sdk::Scene& scene,
-                                                   const zn::korvo_sdk::Node* last);
+/// A node with its name, which is asked for once, because that costs more than comparing it.
+struct NamedNode {
+  zn::String name;
+  const zn::korvo_sdk::Node* node;
+};
+
+/// The first nodes by name of those whose names are behind that of `last` (null: of all), sorted;
+/// empty if there is none. At most as many as fit some 4 MB.
+std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last);
 
 /// Calls `visit(const Node&)` for each node.
 template <class Visit>
@@ -30,8 +35,9 @@ void forEachNode(const zn::korvo_sdk::Scene& scene, NodeOrder order, const Visit
   if (order == NodeOrder::Created) return forEachCreated(scene, visit);
   auto nodes = nextByName(scene, nullptr);
   while (!nodes.empty()) {
-    for (const zn::korvo_sdk::Node* const node : nodes) visit(*node);
-    nodes = nextByName(scene, nodes.back());
+    for (const NamedNode& named : nodes) visit(*named.node);
+    const NamedNode last = nodes.back();
+    nodes = nextByName(scene, &last);
   }
 }
 

@@ -80,7 +80,8 @@ void SceneWalk::leave(const Frame& frame) {
 
 // An input of the node or a member of an object.
 void SceneWalk::enterNamed(Input& input) {
-  const std::string_view name = input.name().view();
+  const zn::String& held = input.name();
+  const std::string_view name = held.view();
   (path_ += '.') += name;
   if (const char* const reason = nameProblem(name)) return problem(reason);
   if (!open_.empty() || type_ == nullptr)

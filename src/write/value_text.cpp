@@ -1,9 +1,11 @@
 #include "write/value_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <string>
 
-#include <vsa/foundation/decompress.h>
+#include "foundation/compression/deflate.h"
+#include "foundation/compression/hex_text.h"
 #include "foundation/numbers/number_print.h"
 #include "foundation/text/letter_case.h"
 #include "write/list_text.h"
@@ -65,6 +67,33 @@ void putTupleLiteral(TextBuffer& out, const Input& input) {
   out.put(')');
 }
 
+// The digits of a stream, as many as the room of the text allows at a time.
+class HexSink final : public zn::StreamSink {
+ public:
+  explicit HexSink(TextBuffer& out) : out_(out) {}
+
+  void put(const unsigned char* bytes, std::size_t count) override {
+    constexpr std::size_t MAX_BYTES = TextBuffer::MAX_ROOM / 2;
+    while (count > 0) {
+      const std::size_t part = std::min(count, MAX_BYTES);
+      char* const at = out_.room(2 * part);
+      zn::writeHex(bytes, part, at);
+      out_.extendTo(at + 2 * part);
+      bytes += part;
+      count -= part;
+    }
+  }
+
+ private:
+  TextBuffer& out_;
+};
+
+void putCompressed(TextBuffer& out, const BufferValue& buffer) {
+  out.put("{.");
+  HexSink digits(out);
+  zn::deflateTo(buffer.memory, buffer.bytes, digits);
+}
+
 // Memory of a host for no elements need not be null.
 void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& options,
                std::uint64_t column) {
@@ -72,11 +101,11 @@ void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& o
   putKeyword(out, zn::korvo_sdk::dataTypeName(buffer.type));
   out.put('[');
   putNumber(out, buffer.count);
-  out.put("] {");
+  out.put("] ");
   const bool isCompressed = options.buffers == BufferForm::Compressed && buffer.count > 0 &&
                             zn::korvo_sdk::componentBytes(buffer.type) == 1;
   if (isCompressed) {
-    out.put(zn::compress(buffer.memory, buffer.bytes).view());
+    putCompressed(out, buffer);
   } else {
     putNumbers(out, buffer, options, column + (out.size() - start));
   }

@@ -151,6 +151,40 @@ TEST(HostScene, CanKeepSomeNodes) {
   EXPECT_EQ(scene.events, (Events{"l/y is a Int", "l/c is driven by out", "l/r refers to none"}));
 }
 
+// A host with inputs of its own: some refuse values, some do not exist.
+class StrictInput : public HostInput {
+ public:
+  using HostInput::HostInput;
+  bool refusesValues() const override { return name() == "closed"; }
+};
+
+class StrictNode : public HostNode {
+ public:
+  using HostNode::HostNode;
+  std::unique_ptr<HostInput> makeInput(HostInput* parent, std::string_view name,
+                                       std::uint64_t index, vsa::ValueType type) override {
+    if (name == "refused" || index == 3) return nullptr;
+    return std::make_unique<StrictInput>(*this, parent, name, index, type);
+  }
+};
+
+class StrictScene : public vsa::HostScene {
+  std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name) override {
+    return std::make_unique<StrictNode>(*this, type, name);
+  }
+};
+
+TEST(HostScene, CanHaveInputsOfItsOwn) {
+  StrictScene scene;
+  EXPECT_EQ(
+      messagesOf(vsa::readTextInto(scene, "lamp l: .closed = 1; .o.closed = 2; .k[2] = 1;")).size(),
+      2U);
+  for (const char* const text : {"with l: .refused = 1;", "with l: .o.refused = 1;",
+                                 "with l: .k[3] = 1;", "with l: .refused[0] = 1;"}) {
+    EXPECT_EQ(vsa::readTextInto(scene, text).status, ReadStatus::StoppedByError) << text;
+  }
+}
+
 class Thrower : public vsa::HostScene {
   void onValue(const HostInput& /*input*/, const AttrData& /*value*/) override { throw 1; }
 };

@@ -63,6 +63,22 @@ TEST(TextRules, NamesAreWhatTheReaderTakesForNames) {
   EXPECT_FALSE(vsa::isName(""));
 }
 
+TEST(TextRules, OutputsMayHaveBracketLists) {
+  for (int byte = 0; byte < 256; ++byte) {
+    const std::string c(1, static_cast<char>(byte));
+    for (const std::string& name :
+         {"out[" + c + "]", "out[1]" + c, "out" + c + "[1]", "out[1][" + c + "2]"}) {
+      vsa::Scene scene;
+      const bool isConnected = isReadInto(scene, "t a: .x |= a." + name + ";") &&
+                               scene["a"]["x"].connection().output() == name;
+      EXPECT_EQ(vsa::isOutputName(name), isConnected) << byte << " in " << name;
+    }
+  }
+  EXPECT_TRUE(vsa::isOutputName("out[ 1 ][*]"));
+  EXPECT_FALSE(vsa::isOutputName("[1]"));
+  EXPECT_FALSE(vsa::isOutputName("out[1"));
+}
+
 TEST(TextRules, TypesOfNodesMayBeStatementWords) {
   for (const std::string word : {"remove", "define", "with"}) {
     EXPECT_EQ(sceneOf(word + " x:")["x"].type(), word);

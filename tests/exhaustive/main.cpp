@@ -4,6 +4,8 @@
 //   number_survey floats PART OF            part PART (from 0) of OF equal parts of all floats
 //   number_survey doubles COUNT SEED        random doubles
 //   number_survey decimals COUNT SEED       hard decimal texts against MPFR
+//   number_survey printed PART OF           part PART of OF of all floats, as the writer prints
+//   them number_survey printed-doubles COUNT SEED
 //
 // Prints one line a survey; the exit status is 1 when a text was read wrongly.
 #include <charconv>
@@ -22,7 +24,7 @@ constexpr std::uint64_t FLOAT_COUNT = std::uint64_t{1} << 32;
 
 /// Prints a survey's line and returns the exit status.
 int report(const char* what, const Survey& survey) {
-  std::printf("%-8s %12llu texts, %llu mismatches\n", what,
+  std::printf("%-15s %12llu texts, %llu mismatches\n", what,
               static_cast<unsigned long long>(survey.texts),
               static_cast<unsigned long long>(survey.mismatches));
   return survey.mismatches == 0 ? 0 : 1;
@@ -35,7 +37,9 @@ int decimals(std::uint64_t count, std::uint64_t seed) {
 int sample() {
   constexpr std::uint64_t STEP = 8209;  // a prime, so that all bits of a float vary
   return report("floats", surveyFloats(0, FLOAT_COUNT, STEP)) +
-         report("doubles", surveyDoubles(500'000, 1)) + decimals(20'000, 1);
+         report("doubles", surveyDoubles(500'000, 1)) + decimals(20'000, 1) +
+         report("printed", surveyPrintedFloats(0, FLOAT_COUNT, STEP)) +
+         report("printed-doubles", surveyPrintedDoubles(500'000, 1));
 }
 
 std::vector<std::uint64_t> numbersOf(int count, char** texts) {
@@ -56,11 +60,20 @@ int run(std::string_view what, const std::vector<std::uint64_t>& numbers) {
       return report("floats", surveyFloats(FLOAT_COUNT * first / second,
                                            FLOAT_COUNT * (first + 1) / second, 1));
     }
+    if (what == "printed" && first < second) {
+      return report("printed", surveyPrintedFloats(FLOAT_COUNT * first / second,
+                                                   FLOAT_COUNT * (first + 1) / second, 1));
+    }
+    if (what == "printed-doubles") {
+      return report("printed-doubles", surveyPrintedDoubles(first, second));
+    }
     if (what == "doubles") return report("doubles", surveyDoubles(first, second));
     if (what == "decimals") return decimals(first, second);
   }
-  std::fputs("number_survey sample | floats PART OF | doubles COUNT SEED | decimals COUNT SEED\n",
-             stderr);
+  std::fputs(
+      "number_survey sample | floats PART OF | doubles COUNT SEED | decimals COUNT SEED | "
+      "printed PART OF | printed-doubles COUNT SEED\n",
+      stderr);
   return 2;
 }
 

@@ -26,6 +26,11 @@ Survey surveyFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 /// The same for `count` doubles of random bits, reproducible by the seed.
 Survey surveyDoubles(std::uint64_t count, std::uint64_t seed);
 
+/// The floats as in `surveyFloats`, and `count` doubles of random bits, as the writer prints them:
+/// the digits must be those of std::to_chars.
+Survey surveyPrintedFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
+Survey surveyPrintedDoubles(std::uint64_t count, std::uint64_t seed);
+
 /// `count` decimal texts that are hard to round, read as double and as float and compared with
 /// MPFR; reproducible by the seed.
 Survey surveyHardDecimals(std::uint64_t count, std::uint64_t seed);

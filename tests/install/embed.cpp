@@ -6,13 +6,31 @@
 #include "scene/scene.h"
 
 #include <vsa/vsa.h>
+#include <vsa/vsa_c.h>
+
+namespace {
+
+// Through the interface for C.
+double radiusOf(const char* path) {
+  vsa_reading* const reading = vsa_read_file(path, nullptr);
+  double radius = 0;
+  vsa_real(vsa_find_input(vsa_find_node(reading, "ball"), "radius"), &radius);
+  vsa_free(reading);
+  return radius;
+}
+
+}  // namespace
 
 int main(int, char** arguments) {
   const host::Scene own{host::String("host")};
-  zn::korvo_sdk::Scene scene;
-  const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open(arguments[1]), false);
-  zn::korvo_sdk::Node* const ball = scene.findNode("ball");
-  if (ball == nullptr || !ball->hasInput("radius", zn::korvo_sdk::AttrType::Real)) return 1;
-  std::printf("%s: %s, radius %g\n", own.name.c_str(), read ? "read" : "not read",
-              ball->input("radius")->real());
+  const vsa::ReadResult result = vsa::readFile(arguments[1]);
+  const std::optional<double> radius = result.scene["ball"]["radius"].real();
+  if (!radius || *radius != radiusOf(arguments[1])) return 1;
+
+  zn::korvo_sdk::Scene plain;
+  if (!zn::korvo_sdk::impl::parseVsa(&plain, zn::File::open(arguments[1]), false)) return 1;
+  if (vsa::SceneView(plain)["ball"]["radius"].real() != radius) return 1;
+
+  std::printf("%s: %s, radius %g\n", own.name.c_str(), result.isComplete() ? "read" : "not read",
+              *radius);
 }

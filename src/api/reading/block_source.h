@@ -6,8 +6,8 @@
 
 #include <vsa/foundation/file.h>
 #include <vsa/read.h>
-#include "api/reading/block_observer.h"
 #include "api/reading/ending.h"
+#include "api/reading/text/block_observer.h"
 
 namespace vsa {
 

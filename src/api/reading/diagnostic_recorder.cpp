@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "api/reading/message_path.h"
+#include "api/reading/culprit/message_path.h"
 #include "vsa/apply/input_path.h"
 
 namespace vsa {
@@ -160,6 +160,8 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
     mistake.noticed = *mistake.character + 1;
   } else if (record.line != 0) {
     mistake.noticed = startOf({record.line, record.column});
+  } else if (!session.isResolving()) {
+    mistake.noticed = startOf({parser_.current.line, parser_.current.column});
   }
   setRange(diagnostic, start, mistake);
 }

@@ -7,10 +7,10 @@
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/read.h>
-#include "api/reading/culprit_finder.h"
+#include "api/reading/culprit/culprit_finder.h"
 #include "api/reading/ending.h"
-#include "api/reading/text_index.h"
-#include "api/reading/text_store.h"
+#include "api/reading/text/text_index.h"
+#include "api/reading/text/text_store.h"
 #include "vsa/parser.h"
 
 namespace vsa {

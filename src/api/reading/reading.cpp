@@ -11,7 +11,7 @@
 #include <vsa/foundation/ref_counted.h>
 #include <vsa/scene/file_version.h>
 #include "api/reading/block_source.h"
-#include "api/reading/text_lexer.h"
+#include "api/reading/text/text_lexer.h"
 #include "foundation/io/descriptor_source.h"
 #include "vsa/lex/lexer_source.h"
 #include "vsa/read_report.h"
@@ -49,7 +49,8 @@ Reading::Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome
       isOwnModel_(dynamic_cast<zn::korvo_sdk::Scene*>(&scene) != nullptr),
       options_(options),
       outcome_(outcome),
-      ending_(outcome) {
+      ending_(outcome),
+      wanted_(scene, options) {
 }
 
 Reading::~Reading() = default;
@@ -132,6 +133,7 @@ void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_
       std::make_unique<DiagnosticRecorder>(options_, outcome_, ending_, *store_, *index_, parser_);
   size_ = size && *size != 0 ? size : std::nullopt;
   skipsBuffers = options_.buffers == BufferMode::Skip;
+  dropsNodes = !options_.wantedNames.empty() || !options_.wantedTypes.empty();
   literalsRaiseMemory = !options_.limits.memory;
   limits = {options_.limits.nodes, options_.limits.elements, options_.limits.depth,
             options_.limits.bufferBytes,
@@ -157,7 +159,8 @@ void Reading::parse(Lexer& lexer) {
   parser_.session = this;
   bool isParsed = false;
   try {
-    isParsed = parser_.parse(&scene_, &lexer);
+    IScene& scene = dropsNodes ? wanted_ : scene_;
+    isParsed = parser_.parse(&scene, &lexer);
   } catch (const DiagnosticError& error) {
     report(error.diagnostic());  // an invalid character in the first three tokens: not logged
   }

@@ -16,11 +16,12 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/read.h>
-#include "api/reading/block_observer.h"
 #include "api/reading/diagnostic_recorder.h"
 #include "api/reading/ending.h"
-#include "api/reading/text_index.h"
-#include "api/reading/text_store.h"
+#include "api/reading/text/block_observer.h"
+#include "api/reading/text/text_index.h"
+#include "api/reading/text/text_store.h"
+#include "api/reading/wanted_nodes.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/parser.h"
 
@@ -32,6 +33,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
                       public zn::LogSink {
  public:
   using IInput = zn::korvo_sdk::interfaces::IInput;
+  using INode = zn::korvo_sdk::interfaces::INode;
   using IScene = zn::korvo_sdk::interfaces::IScene;
 
   /// All must outlive the reading.
@@ -59,6 +61,9 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void poll() override;
   std::uint64_t bytesHeldBy(IInput& input) override;
   void keepSkipped(IInput& input, const AssignInfo& info) override;
+  bool isDroppedNode(INode& node) override;
+  void dropLink(IInput& input) override;
+  bool isKeptLink(IInput& input, INode& node) override;
 
   // DiagnosticSink, LogSink.
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
@@ -87,6 +92,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   const ReadOptions& options_;
   ReadOutcome& outcome_;
   Ending ending_;
+  WantedNodes wanted_;
   std::unique_ptr<TextStore> store_;
   std::unique_ptr<TextIndex> index_;
   zn::korvo_sdk::impl::VsaParser parser_;

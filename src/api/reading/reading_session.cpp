@@ -15,6 +15,8 @@ using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
 using FatalId = zn::korvo_sdk::DiagnosticId;
 
+// An entry of a set.
+constexpr std::uint64_t DROPPED_LINK_BYTES = 40;
 constexpr std::chrono::milliseconds PROGRESS_INTERVAL{5};
 
 TextPlace placeOf(const Token& token) {
@@ -101,6 +103,21 @@ void Reading::keepSkipped(IInput& input, const AssignInfo& info) {
   const std::uint64_t end = index_->offsetOf(placeOf(info.elementsToken)) + 1;
   skipped.literal = index_->rangeOf(keywordEnd - info.valueToken.text.len(), end);
   outcome_.skippedBuffers.push_back(std::move(skipped));
+}
+
+// --- nodes that are not kept ---
+
+bool Reading::isDroppedNode(INode& node) {
+  return wanted_.isDropped(node);
+}
+
+void Reading::dropLink(IInput& input) {
+  charge(DROPPED_LINK_BYTES);
+  wanted_.dropLinksOf(input);
+}
+
+bool Reading::isKeptLink(IInput& input, INode& node) {
+  return wanted_.isDropped(input) == wanted_.isDropped(node);
 }
 
 // --- progress ---

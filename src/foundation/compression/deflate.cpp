@@ -10,6 +10,7 @@
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 #include "foundation/base/load_word.h"
 #include "foundation/compression/adler32.h"
@@ -278,8 +279,8 @@ struct DynamicCodes {
 // Collects the tokens of one block after the other, and writes each block when it is full.
 class BlockWriter {
  public:
-  BlockWriter(std::vector<unsigned char>& out, const unsigned char* data)
-      : writer_(out), blockStart_(data) {
+  BlockWriter(StreamSink& sink, const unsigned char* data)
+      : sink_(sink), writer_(written_), blockStart_(data) {
     startBlock();
   }
 
@@ -315,6 +316,8 @@ class BlockWriter {
       writeTokens(dynamic.codes);
     }
     if (last) writer_.padToByte();
+    sink_.put(written_.data(), written_.size());
+    written_.clear();
     blockStart_ += bytes_;
     startBlock();
   }
@@ -384,6 +387,8 @@ class BlockWriter {
     writer_.put(codes.litlen, END_OF_BLOCK);
   }
 
+  StreamSink& sink_;
+  std::vector<unsigned char> written_;  // whole bytes of the block
   BitWriter writer_;
   const unsigned char* blockStart_;
   std::size_t bytes_ = 0;  // of the data, in this block
@@ -413,19 +418,37 @@ void writeBlocks(const unsigned char* data, std::size_t size, BlockWriter& block
   blocks.writeBlock(true);
 }
 
+class VectorSink final : public StreamSink {
+ public:
+  void put(const unsigned char* bytes, std::size_t count) override {
+    const std::size_t before = stream.size();
+    stream.resize(before + count);
+    if (count > 0) std::memcpy(stream.data() + before, bytes, count);
+  }
+
+  std::vector<unsigned char> stream;
+};
+
 }  // namespace
 
-std::vector<unsigned char> deflateStream(const unsigned char* data, std::size_t size) {
+void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out) {
   constexpr unsigned char HEADER[] = {0x78, 0x9C};  // a window of 32 KiB, and the check bits
   static_assert(HEADER[0] == (MAX_WINDOW_SIZE_CODE << 4 | METHOD_DEFLATE));
-  std::vector<unsigned char> stream(HEADER, HEADER + sizeof HEADER);
-  BlockWriter blocks(stream, data);
+  out.put(HEADER, sizeof HEADER);
+  BlockWriter blocks(out, data);
   writeBlocks(data, size, blocks);
   const std::uint32_t checksum = adler32(ADLER32_START, data, size);
-  for (const int shift : {24, 16, 8, 0}) {
-    stream.push_back(static_cast<unsigned char>(checksum >> shift & 0xFF));
+  unsigned char trailer[4];
+  for (unsigned i = 0; i < 4; ++i) {
+    trailer[i] = static_cast<unsigned char>(checksum >> (24 - 8 * i) & 0xFF);
   }
-  return stream;
+  out.put(trailer, sizeof trailer);
+}
+
+std::vector<unsigned char> deflateStream(const unsigned char* data, std::size_t size) {
+  VectorSink sink;
+  deflateTo(data, size, sink);
+  return std::move(sink.stream);
 }
 
 }  // namespace zn

@@ -6,6 +6,18 @@
 
 namespace zn {
 
+/// Receives the bytes of a stream, part by part.
+class StreamSink {
+ public:
+  virtual ~StreamSink() = default;
+  virtual void put(const unsigned char* bytes, std::size_t count) = 0;
+};
+
+/// Writes the zlib stream of the `size` bytes at `data` (null when `size` is 0) to `out`, block by
+/// block, in memory that does not grow with `size`: some 2 MB. Throws std::bad_alloc, and what
+/// `out` throws.
+void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out);
+
 /// The zlib stream of the `size` bytes at `data`, which may be null if `size` is 0. Takes time
 /// proportional to `size`. The stream is longer than the data by at most 5 bytes for each block and
 /// for each 65535 bytes, and by 6 bytes of header and checksum. Throws std::bad_alloc.

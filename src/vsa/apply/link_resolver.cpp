@@ -94,6 +94,7 @@ void LinkResolver::connect(IInput& input, const String& nodeName, const String& 
   if (output == nullptr) {
     return Emitter().log(DiagnosticId::NoOutputToConnect, asWritten(link), input.path());
   }
+  if (session_ != nullptr && !session_->mayLink(input, *node)) return input.disconnect();
   input.connect(output);
 }
 
@@ -104,7 +105,8 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
   if (node == nullptr) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
-  input.setNode(node);
+  const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
+  input.setNode(isKept ? node : nullptr);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -14,7 +14,16 @@ void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
   charge(bytes);
 }
 
-void ReadSession::handOver(interfaces::IInput& input, const AttrData& value) {
+// A node that is not kept gets values of each type without their memory.
+void ReadSession::handOver(interfaces::IInput& input, AttrData& value) {
+  if (isDropped_) {
+    if (value.type == AttrType::Buffer) {
+      value.payload.buffer = {nullptr, 0, 0, value.payload.buffer.type, 0};
+    } else if (value.type == AttrType::String) {
+      value.payload.string = nullptr;
+    }
+    return dropValue();
+  }
   ++counts.values;
   const bool isBuffer = value.type == AttrType::Buffer;
   if (isBuffer || heldBytes_ >= MIN_REPLACED_BYTES) {

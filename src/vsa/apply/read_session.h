@@ -55,6 +55,7 @@ class ReadSession {
   Limits limits;
   Counts counts;
   bool skipsBuffers = false;         ///< Buffer literals are described and not converted.
+  bool dropsNodes = false;           ///< Values and links of some nodes are not kept.
   bool literalsRaiseMemory = false;  ///< The limit of memory grows by what literals expand to.
 
   // Where the parser is. For diagnostics.
@@ -86,6 +87,10 @@ class ReadSession {
     path_ = path;
     if (limits.depth != Limits::NONE && inputsOnPath() > limits.depth) exceed(Budget::Depth);
   }
+  /// The node that the assignment is for.
+  void beginTarget(interfaces::INode& node) {
+    if (dropsNodes) isDropped_ = isDroppedNode(node);
+  }
   void beginResolution() noexcept {
     dropValue();
     endAssignment();
@@ -107,7 +112,10 @@ class ReadSession {
     charge(INPUT_BYTES);
     ++counts.elements;
   }
-  void takeLink() { charge(LINK_BYTES); }
+  void takeLink(interfaces::IInput& input) {
+    charge(LINK_BYTES);
+    if (isDropped_) dropLink(input);
+  }
   void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
   /// Called when type, count and size of a buffer are known, before its memory is taken.
   /// `expandedBytes`: an upper bound of what its compressed text expands to; 0 for a list.
@@ -120,7 +128,12 @@ class ReadSession {
     heldBytes_ = bytes;
   }
   /// Called right before the value is assigned to `input`, which owns its memory then.
-  void handOver(interfaces::IInput& input, const AttrData& value);
+  void handOver(interfaces::IInput& input, AttrData& value);
+
+  /// Whether a link between the two is to be made. Otherwise the input is cleared.
+  bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
+    return !dropsNodes || isKeptLink(input, node);
+  }
 
   /// Describes a buffer literal that is not converted.
   virtual void skipBuffer(AssignInfo& info) = 0;
@@ -131,7 +144,7 @@ class ReadSession {
   void charge(std::uint64_t bytes) {
     const bool fits = bytes <= limits.memory && memory_ <= limits.memory - bytes;
     if (!fits && limits.memory != Limits::NONE) exceed(Budget::Memory);
-    memory_ += bytes;
+    memory_ = bytes <= Limits::NONE - memory_ ? memory_ + bytes : Limits::NONE;
   }
 
  protected:
@@ -145,6 +158,10 @@ class ReadSession {
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
   /// A skipped buffer literal is about to be assigned to `input`.
   virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info) = 0;
+  // For `dropsNodes`.
+  virtual bool isDroppedNode(interfaces::INode& node) = 0;
+  virtual void dropLink(interfaces::IInput& input) = 0;
+  virtual bool isKeptLink(interfaces::IInput& input, interfaces::INode& node) = 0;
 
  private:
   static constexpr std::uint64_t STATEMENTS_PER_POLL = 64;
@@ -175,6 +192,7 @@ class ReadSession {
   std::uint64_t heldBytes_ = 0;
   std::uint64_t memory_ = 0;
   bool isResolving_ = false;
+  bool isDropped_ = false;  // the node of the current assignment is not kept
 };
 
 }  // namespace zn::korvo_sdk::impl

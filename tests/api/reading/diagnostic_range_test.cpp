@@ -3,11 +3,13 @@
 
 #include <optional>
 #include <set>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include <vsa/read.h>
 #include "tests/api/reading/api_read.h"
+#include "tests/support/host_scene.h"
 
 namespace vsa_tests {
 
@@ -86,6 +88,9 @@ const Row ROWS[] = {
     {CompressedDataBadCharacter, "mesh q;\nq.b = byte[3] «{.--}»;\n", "q.b"},
     {CompressedDataEmpty, "mesh q;\nq.b = byte[3] «{.}»;\n", "q.b"},
     {CompressedDataEndsEarly, "mesh q;\nq.b = byte[3] «{.78}»;\n", "q.b"},
+    {CompressedDataCorrupt, "mesh q;\nq.b = byte[4] «{.78da070018000b0000}»;\n", "q.b"},
+    {CompressedDataWrongChecksum, "mesh q;\nq.b = byte[4] «{.78da636462660100001800ff}»;\n", "q.b"},
+    {CompressedDataTooLarge, "mesh q;\nq.b = byte[3] «{.78da6364626601000018000b}»;\n", "q.b"},
     // Links.
     {InvalidOutput, "a x;\nx.i |= «b.c.d»;\n", "x.i"},
     {NoNodeToConnect, "a x;\nx.i |= «gone».out;\na y;\n", "x.i"},
@@ -143,6 +148,51 @@ TEST(DiagnosticRange, IsTheCulpritOfATextInMemory) {
   declareLamp();
   for (const Row& row : ROWS) {
     expectBlamed(row, vsa::readText(Marked(row.marked).text));
+  }
+}
+
+// Each id has a row or a test below, but those that no text of these options raises.
+TEST(DiagnosticRange, IsCheckedForEveryId) {
+  std::set<DiagnosticId> checked = {
+      CannotAllocate,       // below
+      NestedTooDeeply,      // below
+      HostError,            // below
+      HostMessage,          // below
+      TooManyArrayElements  // takes 200 GB
+  };
+  for (const Row& row : ROWS) checked.insert(row.id);
+  for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
+    const auto id = static_cast<DiagnosticId>(i);
+    EXPECT_EQ(checked.count(id), 1U) << vsa::name(id);
+  }
+}
+
+TEST(DiagnosticRange, IsTheCountOfABufferThatCannotBeAllocated) {
+  const Row row{CannotAllocate, "mesh q;\nq.b = float«[18446744073709551615]» {0};\n", "q.b"};
+  vsa::ReadOptions options;
+  options.limits.memory = vsa::UNLIMITED;
+  const vsa::ReadResult result = vsa::readText(Marked(row.marked).text, options);
+  expectBlamed(row, result);
+  EXPECT_EQ(result.status, vsa::ReadStatus::OutOfMemory);
+}
+
+TEST(DiagnosticRange, IsThePathOfAnInputThatIsTooDeep) {
+  const Row row{NestedTooDeeply, "mesh q;\n«q.a.b.c» = 1;\n", "q.a.b.c"};
+  vsa::Scene scene;
+  scene.plain().setDepthLimit(2);
+  expectBlamed(row, vsa::readTextInto(scene, Marked(row.marked).text));
+}
+
+TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
+  for (const bool throws : {true, false}) {
+    HostScene scene;
+    scene.options.onCall = [&](const std::string& call) {
+      if (!call.starts_with("createNode lamp moon")) return;
+      if (throws) throw std::runtime_error("no moon");
+      zn::logWarning("%s", "an odd moon");
+    };
+    const Row row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
+    expectBlamed(row, vsa::readTextInto(scene, Marked(row.marked).text));
   }
 }
 

@@ -85,31 +85,6 @@ TEST(ReadOptions, SizeOfASourceIsTheTotal) {
   EXPECT_EQ(total, 9U);
 }
 
-TEST(ReadOptions, SkippedBuffersAreDescribedAndTakeNoMemory) {
-  const std::string text =
-      "mesh m:\n  .ids = int32[3] {0 1 2};\n  .far = byte[9000000000] {1};\n"
-      "  .sets[*].uv = vec2f [2] { 0,0\n 1 };";
-  ReadOptions options;
-  options.buffers = vsa::BufferMode::Skip;
-  const ReadResult result = vsa::readText(text, options);
-  ASSERT_TRUE(result.isComplete()) << result.message;
-  ASSERT_EQ(result.skippedBuffers.size(), 3U);
-  const std::vector<std::string> literals = {"int32[3] {0 1 2}", "byte[9000000000] {1}",
-                                             "vec2f [2] { 0,0\n 1 }"};
-  const std::vector<std::string> paths = {"m.ids", "m.far", "m.sets[0].uv"};
-  for (std::size_t i = 0; i < literals.size(); ++i) {
-    const vsa::SkippedBuffer& skipped = result.skippedBuffers[i];
-    const std::size_t begin = skipped.literal.begin.offset;
-    EXPECT_EQ(text.substr(begin, skipped.literal.end.offset - begin), literals[i]);
-    EXPECT_EQ(skipped.inputPath, paths[i]);
-  }
-  EXPECT_EQ(result.skippedBuffers[1].count, 9000000000U);
-  EXPECT_EQ(result.skippedBuffers[1].type, zn::korvo_sdk::DataType::Byte);
-  const zn::korvo_sdk::Input* const ids = result.scene.plain().nodeAt(0)->inputAt(0);
-  EXPECT_EQ(ids->bufferType(), zn::korvo_sdk::DataType::Int32);
-  EXPECT_EQ(ids->buffer().count, 0U);
-}
-
 TEST(ReadOptions, NothingIsPrinted) {
   testing::internal::CaptureStderr();
   testing::internal::CaptureStdout();
@@ -143,6 +118,20 @@ TEST(ReadOptions, MessagesOfAHostsSceneBecomeDiagnostics) {
   EXPECT_EQ(outcome.diagnostics[0].id, vsa::DiagnosticId::HostMessage);
   EXPECT_EQ(outcome.diagnostics[0].message, "odd type");
   EXPECT_EQ(outcome.diagnostics[0].severity, vsa::Severity::Error);
+}
+
+TEST(ReadOptions, CallbacksMayLookAtTheScene) {
+  vsa::Scene scene;
+  std::vector<std::size_t> nodes;
+  ReadOptions options;
+  options.onDiagnostic = [&](const vsa::Diagnostic&) {
+    std::size_t count = 0;
+    for (const vsa::NodeView node : scene.nodes()) count += node.name().empty() ? 0 : 1;
+    nodes.push_back(count);
+  };
+  const std::string text = "# version: x\nlamp sun;\n# version: x\nlamp moon;\n# version: x\n";
+  ASSERT_TRUE(vsa::readTextInto(scene, text, options).isComplete());
+  EXPECT_EQ(nodes, (std::vector<std::size_t>{0, 1, 2}));
 }
 
 TEST(ReadOptions, AReadingMayReadAnotherTextInACallback) {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include <vsa/text_position.h>
-#include "api/reading/text_store.h"
+#include "api/reading/text/text_store.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/lex/lexer.h"
 

@@ -1,4 +1,4 @@
-#include "api/reading/text_store.h"
+#include "api/reading/text/text_store.h"
 
 #include <algorithm>
 

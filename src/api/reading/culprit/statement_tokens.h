@@ -8,8 +8,8 @@
 #include <vector>
 
 #include <vsa/foundation/string.h>
-#include "api/reading/text_index.h"
-#include "api/reading/text_store.h"
+#include "api/reading/text/text_index.h"
+#include "api/reading/text/text_store.h"
 #include "vsa/lex/token.h"
 
 namespace vsa {

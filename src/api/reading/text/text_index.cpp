@@ -1,4 +1,4 @@
-#include "api/reading/text_index.h"
+#include "api/reading/text/text_index.h"
 
 #include <algorithm>
 #include <cstring>
@@ -9,8 +9,12 @@ namespace {
 
 // The 64-bit number nearest to `known` whose low 32 bits are `wrapped`.
 std::uint64_t unwrapped(std::uint64_t known, std::uint32_t wrapped) {
-  const auto difference = static_cast<std::int32_t>(wrapped - static_cast<std::uint32_t>(known));
-  return known + static_cast<std::uint64_t>(static_cast<std::int64_t>(difference));
+  constexpr std::int64_t TURN = std::int64_t{1} << 32;
+  std::int64_t difference = std::int64_t{wrapped} - std::int64_t{static_cast<std::uint32_t>(known)};
+  if (difference >= TURN / 2) difference -= TURN;
+  if (difference < -TURN / 2) difference += TURN;
+  const std::int64_t result = static_cast<std::int64_t>(known) + difference;
+  return result < 0 ? 0 : static_cast<std::uint64_t>(result);
 }
 
 }  // namespace
@@ -21,8 +25,7 @@ TextIndex::TextIndex(TextStore& store) : store_(store) {
 void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
   const Mark& last = marks_.back();
   if (lexer == nullptr || offset < last.offset + MIN_BLOCK_BYTES) return;
-  Mark mark{offset, last.line, 0};
-  mark.line += static_cast<std::uint32_t>(lexer->line) - static_cast<std::uint32_t>(last.line);
+  Mark mark{offset, unwrapped(last.line, static_cast<std::uint32_t>(lexer->line)), 0};
   // A column counts the bytes from the line's begin, unless the line began before the last mark.
   mark.column = mark.line == last.line ? last.column + (offset - 1 - last.offset)
                                        : static_cast<std::uint32_t>(lexer->column) + 1ULL;

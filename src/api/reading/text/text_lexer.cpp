@@ -1,9 +1,10 @@
-#include "api/reading/text_lexer.h"
+#include "api/reading/text/text_lexer.h"
 
 namespace vsa {
 
 TextLexer::TextLexer(std::string_view text, BlockObserver& observer)
     : rest_(text), observer_(observer) {
+  windowStart = text.data();  // the blocks of a text are adjacent in memory
   if (nextBlock()) {
     lookaheadChar = *windowBegin;
   } else {

@@ -1,4 +1,4 @@
-#include "api/reading/number_fields.h"
+#include "api/reading/culprit/number_fields.h"
 
 #include <vsa/foundation/char_class.h>
 

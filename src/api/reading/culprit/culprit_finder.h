@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "api/reading/statement_tokens.h"
+#include "api/reading/culprit/statement_tokens.h"
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/read_diagnostic.h>

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "api/reading/block_observer.h"
+#include "api/reading/text/block_observer.h"
 #include "vsa/lex/lexer.h"
 
 namespace vsa {

@@ -1,4 +1,4 @@
-#include "api/reading/message_path.h"
+#include "api/reading/culprit/message_path.h"
 
 #include <cstddef>
 

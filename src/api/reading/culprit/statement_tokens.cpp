@@ -1,11 +1,11 @@
-#include "api/reading/statement_tokens.h"
+#include "api/reading/culprit/statement_tokens.h"
 
 #include <algorithm>
 #include <utility>
 
 #include <vsa/foundation/char_class.h>
-#include "api/reading/block_observer.h"
-#include "api/reading/text_lexer.h"
+#include "api/reading/text/block_observer.h"
+#include "api/reading/text/text_lexer.h"
 
 namespace vsa {
 

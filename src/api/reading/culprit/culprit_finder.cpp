@@ -1,4 +1,4 @@
-#include "api/reading/culprit_finder.h"
+#include "api/reading/culprit/culprit_finder.h"
 
 #include <algorithm>
 #include <string>
@@ -6,8 +6,8 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/attr_type.h>
 #include <vsa/scene/data_type.h>
-#include "api/reading/number_fields.h"
-#include "api/reading/value_words.h"
+#include "api/reading/culprit/number_fields.h"
+#include "api/reading/culprit/value_words.h"
 
 namespace vsa {
 
@@ -303,6 +303,9 @@ Found Rules::find() const {
       return tokens(firstInput() + 1, parts_.pathEnd);
     case DiagnosticId::OverLimit:
       return overLimit();
+    case DiagnosticId::HostError:
+    case DiagnosticId::HostMessage:
+      return tokens(0, tokens_.countUpTo(mistake_.noticed));
     default:
       return std::nullopt;
   }

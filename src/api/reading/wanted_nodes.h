@@ -1,0 +1,60 @@
+// WantedNodes: the scene in front of the scene that is read into, if only some nodes are to be
+// kept. Internal.
+//
+// Nodes that are not wanted are made in a scene of their own, so that their statements are checked
+// as all others. The session hands it values without memory, and it goes with the reading.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_set>
+
+#include <vsa/foundation/string.h>
+#include <vsa/model/scene.h>
+#include <vsa/read_options.h>
+#include <vsa/scene/scene_interface.h>
+
+namespace vsa {
+
+class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
+ public:
+  using IInput = zn::korvo_sdk::interfaces::IInput;
+  using INode = zn::korvo_sdk::interfaces::INode;
+  using IScene = zn::korvo_sdk::interfaces::IScene;
+  using String = zn::String;
+
+  /// Both must outlive it.
+  WantedNodes(IScene& kept, const ReadOptions& options) : kept_(kept), options_(options) {}
+
+  /// Whether the node was made here, to be dropped.
+  bool isDropped(INode& node) const { return droppedNodes_.count(&node) != 0; }
+  /// Whether `dropLinksOf` was called for the input.
+  bool isDropped(IInput& input) const { return droppedInputs_.count(&input) != 0; }
+  /// The input, of a node that is dropped, has a pending link.
+  void dropLinksOf(IInput& input) { droppedInputs_.insert(&input); }
+
+  // IScene.
+
+  INode* findNode(const String& name) override;
+  INode* createNode(const String& type, const String& name, const String& reserved) override;
+  INode* defineNode(const String& name) override;
+  void removeNode(const String& name) override;
+  void setFileVersion(unsigned long long version) override { kept_.setFileVersion(version); }
+  void setFileTime(const String& time) override { kept_.setFileTime(time); }
+  void pushFileComment(const String& comment) override { kept_.pushFileComment(comment); }
+  void clearComments() override { kept_.clearComments(); }
+
+ private:
+  bool isWanted(std::string_view type, std::string_view name) const;
+  INode* findKept(const String& name);
+  zn::korvo_sdk::Scene& dropped();
+
+  IScene& kept_;
+  const ReadOptions& options_;
+  std::unique_ptr<zn::korvo_sdk::Scene> dropped_;
+  std::unordered_set<const INode*> droppedNodes_;  // removed ones, too
+  std::unordered_set<const IInput*> droppedInputs_;
+};
+
+}  // namespace vsa

@@ -1,0 +1,115 @@
+// Buffers that are skipped, and read later.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <vsa/read.h>
+#include "tests/support/disk_file.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa::BufferMode;
+using vsa::LoadedBuffer;
+using vsa::ReadOptions;
+using vsa::ReadResult;
+using vsa::ReadStatus;
+
+ReadOptions skipping() {
+  ReadOptions options;
+  options.buffers = BufferMode::Skip;
+  return options;
+}
+
+const std::string TEXT =
+    "mesh m:\n  .ids = int32[3] {0 1 2};\n  .far = byte[9000000000] {1};\n"
+    "  .sets[*].uv = vec2f [2] { 0,0\n 1 };\n  .bad = int32[2] {1\n 1.5};\n";
+
+TEST(SkippedBuffer, IsDescribedAndTakesNoMemory) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  ASSERT_TRUE(result.isComplete()) << result.message;
+  ASSERT_EQ(result.skippedBuffers.size(), 4U);
+  const std::vector<std::string> literals = {"int32[3] {0 1 2}", "byte[9000000000] {1}",
+                                             "vec2f [2] { 0,0\n 1 }", "int32[2] {1\n 1.5}"};
+  const std::vector<std::string> paths = {"m.ids", "m.far", "m.sets[0].uv", "m.bad"};
+  for (std::size_t i = 0; i < literals.size(); ++i) {
+    const vsa::SkippedBuffer& skipped = result.skippedBuffers[i];
+    const std::size_t begin = skipped.literal.begin.offset;
+    EXPECT_EQ(TEXT.substr(begin, skipped.literal.end.offset - begin), literals[i]);
+    EXPECT_EQ(skipped.inputPath, paths[i]);
+  }
+  EXPECT_EQ(result.skippedBuffers[1].count, 9000000000U);
+  EXPECT_EQ(result.skippedBuffers[1].type, zn::korvo_sdk::DataType::Byte);
+  const vsa::BufferView ids = result.scene.view()["m"]["ids"].buffer();
+  EXPECT_EQ(ids.elementType(), vsa::ElementType::Int32);
+  EXPECT_EQ(ids.count(), 0U);
+}
+
+void expectLoads(const ReadResult& result, const std::string& path) {
+  const LoadedBuffer ids = path.empty() ? vsa::loadBufferFromText(TEXT, result.skippedBuffers[0])
+                                        : vsa::loadBuffer(path, result.skippedBuffers[0]);
+  ASSERT_TRUE(ids.isComplete()) << ids.message;
+  const auto numbers = ids.buffer().as<std::int32_t>();
+  ASSERT_EQ(numbers.size(), 3U);
+  EXPECT_EQ(numbers[2], 2);
+  const LoadedBuffer uv = path.empty() ? vsa::loadBufferFromText(TEXT, result.skippedBuffers[2])
+                                       : vsa::loadBuffer(path, result.skippedBuffers[2]);
+  EXPECT_TRUE(uv.isComplete());
+  EXPECT_EQ(uv.warningCount, 1U);
+  ASSERT_EQ(uv.diagnostics.size(), 1U);
+  EXPECT_EQ(uv.diagnostics[0].inputPath, "m.sets[0].uv");
+  EXPECT_EQ(uv.diagnostics[0].range.begin.offset, TEXT.find("{ 0,0"));
+  EXPECT_EQ(uv.diagnostics[0].range.begin.line, 4U);
+  EXPECT_EQ(uv.diagnostics[0].range.begin.column, 27U);
+}
+
+TEST(SkippedBuffer, IsLoadedFromText) {
+  expectLoads(vsa::readText(TEXT, skipping()), "");
+}
+
+TEST(SkippedBuffer, IsLoadedFromAFile) {
+  const DiskFile file(TEXT);
+  expectLoads(vsa::readFile(file.path(), skipping()), file.path());
+}
+
+TEST(SkippedBuffer, IsLoadedFromAFileWithAByteOrderMark) {
+  const DiskFile file("\xEF\xBB\xBF" + TEXT);
+  expectLoads(vsa::readFile(file.path(), skipping()), file.path());
+}
+
+TEST(SkippedBuffer, HasItsMistakesWhereTheyAre) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const LoadedBuffer bad = vsa::loadBufferFromText(TEXT, result.skippedBuffers[3]);
+  EXPECT_EQ(bad.status, ReadStatus::StoppedByError);
+  ASSERT_EQ(bad.diagnostics.size(), 1U);
+  EXPECT_EQ(bad.diagnostics[0].range.begin.offset, TEXT.find("1.5"));
+  EXPECT_EQ(bad.diagnostics[0].range.begin.line, 7U);
+  EXPECT_EQ(bad.diagnostics[0].range.begin.column, 2U);
+  EXPECT_EQ(bad.diagnostics[0].numberIndex, 1U);
+  EXPECT_EQ(bad.buffer().count(), 0U);
+}
+
+TEST(SkippedBuffer, MeetsTheLimitsWhenItIsLoaded) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  EXPECT_EQ(vsa::loadBufferFromText(TEXT, result.skippedBuffers[1]).limit, vsa::Limit::Memory);
+}
+
+TEST(SkippedBuffer, IsUnreadableWhereTheTextHasChanged) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
+  EXPECT_EQ(vsa::loadBufferFromText("short", ids).status, ReadStatus::Unreadable);
+  std::string other = TEXT;
+  other.replace(other.find("int32[3]"), 8, "int16[3]");
+  EXPECT_EQ(vsa::loadBufferFromText(other, ids).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::loadBuffer("no/such/file.vsa", ids).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::loadBuffer(nullptr, ids).status, ReadStatus::Unreadable);
+  vsa::SkippedBuffer turned = ids;
+  std::swap(turned.literal.begin, turned.literal.end);
+  EXPECT_NE(vsa::loadBufferFromText(TEXT, turned).status, ReadStatus::Complete);
+}
+
+}  // namespace
+
+}  // namespace vsa_tests
