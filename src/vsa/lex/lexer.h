@@ -97,7 +97,7 @@ class Lexer {
   /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
-  /// Where it began when its bytes were read.
+  /// The first of the bytes up to `windowBegin` that are still in memory.
   const char* windowStart = nullptr;
 
  private:
