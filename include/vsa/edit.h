@@ -26,6 +26,7 @@
 
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value.h>
 #include <vsa/view.h>
 
@@ -62,7 +63,7 @@ class Input : public InputView {
   Input operator[](std::uint64_t element) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->element(element) : nullptr);
   }
-  Input operator[](std::string_view member) const noexcept {
+  Input operator[](TextParameter member) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->memberNamed(member) : nullptr);
   }
 
@@ -102,7 +103,7 @@ class Input : public InputView {
   /// A reference to no node, as `null` in a text.
   VSA_API Status referToNone() const noexcept;
   /// Connects the input to an output of the node. The value stays.
-  VSA_API Status connect(NodeView node, std::string_view output) const noexcept;
+  VSA_API Status connect(NodeView node, TextParameter output) const noexcept;
   VSA_API Status disconnect() const noexcept;
 
   // Arrays. All elements of an array have one type; those of a Null array take links only. A text
@@ -123,11 +124,11 @@ class Input : public InputView {
   VSA_API Status makeObject() const noexcept;
   /// The member of that name; a new one without a value if there is none. An input without a value
   /// becomes an object.
-  VSA_API Added<Input> add(std::string_view member) const noexcept;
+  VSA_API Added<Input> add(TextParameter member) const noexcept;
   /// `add`, and `set` of what it returned.
-  VSA_API Status set(std::string_view member, const Value& value) const noexcept;
+  VSA_API Status set(TextParameter member, const Value& value) const noexcept;
   /// Missing if there is no such member.
-  VSA_API Status remove(std::string_view member) const noexcept;
+  VSA_API Status remove(TextParameter member) const noexcept;
 };
 
 /// A node that can be changed.
@@ -136,16 +137,16 @@ class Node : public NodeView {
   Node() = default;
   explicit Node(zn::korvo_sdk::Node* node) noexcept : NodeView(node) {}
 
-  Input operator[](std::string_view input) const noexcept {
+  Input operator[](TextParameter input) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->inputNamed(input) : nullptr);
   }
   /// The input of that name; a new one without a value if there is none. Of a node of a declared
   /// type, what is declared only. A text carries an input without a value as `|= null`.
-  VSA_API Added<Input> add(std::string_view input) const noexcept;
+  VSA_API Added<Input> add(TextParameter input) const noexcept;
   /// `add`, and `set` of what it returned.
-  VSA_API Status set(std::string_view input, const Value& value) const noexcept;
+  VSA_API Status set(TextParameter input, const Value& value) const noexcept;
   /// Missing if there is no such input.
-  VSA_API Status remove(std::string_view input) const noexcept;
+  VSA_API Status remove(TextParameter input) const noexcept;
 };
 
 }  // namespace vsa

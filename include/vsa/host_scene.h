@@ -26,6 +26,7 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value_types.h>
 
 namespace vsa {
@@ -159,7 +160,7 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   HostScene& operator=(const HostScene&) = delete;
 
   /// The node of that name, or null; also null for one that makeNode did not keep.
-  HostNode* node(std::string_view name) const;
+  HostNode* node(TextParameter name) const;
 
   /// Elements of arrays that only fill gaps, in the whole scene, and levels of inputs: a text that
   /// goes beyond ends the reading with an error.

@@ -12,6 +12,7 @@
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
 #include <vsa/model/scene.h>
+#include <vsa/text_parameter.h>
 #include <vsa/view.h>
 
 namespace vsa {
@@ -32,7 +33,7 @@ class VSA_API Scene {
   SceneView view() const noexcept { return SceneView(plain_.get()); }
   operator SceneView() const noexcept { return view(); }  // implicit: a scene can be viewed
   NodeRange nodes() const noexcept { return view().nodes(); }
-  NodeView operator[](std::string_view node) const noexcept { return view()[node]; }
+  NodeView operator[](TextParameter node) const noexcept { return view()[node]; }
   std::uint64_t fileVersion() const noexcept { return view().fileVersion(); }
   std::string_view fileTime() const noexcept { return view().fileTime(); }
   SceneView::CommentRange comments() const noexcept { return view().comments(); }
@@ -40,9 +41,9 @@ class VSA_API Scene {
   // Changing it.
 
   /// The node of that name, to be changed. Missing if there is none.
-  Node operator[](std::string_view node) noexcept;
+  Node operator[](TextParameter node) noexcept;
   /// A new node without inputs. BadName for the type or the name, NameTaken.
-  Added<Node> addNode(std::string_view type, std::string_view name) noexcept;
+  Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
   /// Inputs that are connected to the node, or refer to it, then have no connection and no node.
   /// Missing or OtherScene if the scene has no such node.
   Status removeNode(NodeView node) noexcept;
@@ -53,10 +54,10 @@ class VSA_API Scene {
   /// first one, or else before all comments.
   Status setFileVersion(std::uint64_t version) noexcept;
   /// The same for "# time: ..." and the comments that set a time; with an empty time, removes them.
-  Status setFileTime(std::string_view time) noexcept;
+  Status setFileTime(TextParameter time) noexcept;
   /// Adds a comment of one line; without "#" at its beginning, "# " is put before it. A comment
   /// that contains "version:" or "time:" does what it does in a text.
-  Status addComment(std::string_view comment) noexcept;
+  Status addComment(TextParameter comment) noexcept;
   /// What a file begins with: version 1, no time and no comments.
   Status clearHeader() noexcept;
 

@@ -24,6 +24,7 @@
 #include <vsa/foundation/api.h>
 #include <vsa/index_range.h>
 #include <vsa/model/scene.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value_types.h>
 
 namespace vsa {
@@ -100,8 +101,8 @@ class InputView {
     return type() == ValueType::String ? std::optional<std::string_view>(input_->string())
                                        : std::nullopt;
   }
-  std::string_view string(std::string_view fallback) const noexcept {
-    return string().value_or(fallback);
+  std::string_view string(TextParameter fallback) const noexcept {
+    return string().value_or(fallback.view());
   }
   /// Of a vector, position, quaternion, colour or matrix (row by row): 2 to 16 numbers, valid until
   /// the input's next value. Empty for anything else.
@@ -150,7 +151,7 @@ class InputView {
     return InputView(input_ != nullptr ? input_->element(index) : nullptr);
   }
   MemberRange members() const noexcept;
-  InputView operator[](std::string_view member) const noexcept {
+  InputView operator[](TextParameter member) const noexcept {
     return InputView(input_ != nullptr ? input_->memberNamed(member) : nullptr);
   }
 
@@ -224,7 +225,7 @@ class NodeView {
   InputRange inputs() const noexcept {
     return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
   }
-  InputView operator[](std::string_view input) const noexcept {
+  InputView operator[](TextParameter input) const noexcept {
     return InputView(node_ != nullptr ? node_->inputNamed(input) : nullptr);
   }
 
@@ -333,7 +334,7 @@ class SceneView {
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 
   NodeRange nodes() const noexcept { return NodeRange(scene_); }
-  NodeView operator[](std::string_view node) const noexcept {
+  NodeView operator[](TextParameter node) const noexcept {
     return NodeView(scene_ != nullptr ? scene_->nodeNamed(node) : nullptr);
   }
 

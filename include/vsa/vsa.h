@@ -24,6 +24,7 @@
 #include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
+#include <vsa/text_parameter.h>
 #include <vsa/text_rules.h>
 #include <vsa/value.h>
 #include <vsa/value_types.h>

@@ -129,7 +129,7 @@ Status Input::makeObject() const noexcept {
   });
 }
 
-Added<Input> Input::add(std::string_view member) const noexcept {
+Added<Input> Input::add(TextParameter member) const noexcept {
   return guarded([&]() -> Added<Input> {
     PlainInput* const object = mutablePlain();
     if (const Status status = detail::checkInput(object); !status) return status;
@@ -147,7 +147,7 @@ Added<Input> Input::add(std::string_view member) const noexcept {
   });
 }
 
-Status Input::set(std::string_view member, const Value& value) const noexcept {
+Status Input::set(TextParameter member, const Value& value) const noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;
   const bool isNew = !(*this)[member];
   const Added<Input> input = add(member);
@@ -157,7 +157,7 @@ Status Input::set(std::string_view member, const Value& value) const noexcept {
   return status;
 }
 
-Status Input::remove(std::string_view member) const noexcept {
+Status Input::remove(TextParameter member) const noexcept {
   if (const Status status = detail::checkInput(plain()); !status) return status;
   PlainInput* const found = mutablePlain()->memberNamed(member);
   if (found == nullptr) return EditError::Missing;
@@ -167,7 +167,7 @@ Status Input::remove(std::string_view member) const noexcept {
 
 // --- nodes ---
 
-Added<Input> Node::add(std::string_view input) const noexcept {
+Added<Input> Node::add(TextParameter input) const noexcept {
   return guarded([&]() -> Added<Input> {
     PlainNode* const node = mutablePlain();
     if (const Status status = detail::checkNode(node); !status) return status;
@@ -182,7 +182,7 @@ Added<Input> Node::add(std::string_view input) const noexcept {
   });
 }
 
-Status Node::set(std::string_view input, const Value& value) const noexcept {
+Status Node::set(TextParameter input, const Value& value) const noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;
   const bool isNew = !(*this)[input];
   const Added<Input> added = add(input);
@@ -192,7 +192,7 @@ Status Node::set(std::string_view input, const Value& value) const noexcept {
   return status;
 }
 
-Status Node::remove(std::string_view input) const noexcept {
+Status Node::remove(TextParameter input) const noexcept {
   if (const Status status = detail::checkNode(plain()); !status) return status;
   PlainInput* const found = mutablePlain()->inputNamed(input);
   if (found == nullptr) return EditError::Missing;

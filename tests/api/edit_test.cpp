@@ -12,6 +12,7 @@
 #include <gtest/gtest.h>
 
 #include <vsa/scene/node_type.h>
+#include <vsa/text_rules.h>
 #include "tests/api/scene_of.h"
 
 namespace {
@@ -246,6 +247,28 @@ TEST(Edit, RefusesWhatIsMissing) {
   EXPECT_FALSE(input["x"]);
   // A refused node refuses what follows.
   EXPECT_REFUSED(scene.addNode("lamp", "not a name").add("x").set(1), Missing);
+}
+
+TEST(Edit, RefusesNullNames) {
+  vsa::Scene scene;
+  const char* const null = nullptr;
+  const vsa::Node sun = scene.addNode("lamp", "sun");
+  const vsa::Input input = sun.add("frame");
+  EXPECT_REFUSED(scene.addNode(null, "x").status, BadName);
+  EXPECT_REFUSED(scene.addNode("lamp", null).status, BadName);
+  EXPECT_FALSE(scene[null]);
+  EXPECT_FALSE(sun[null]);
+  EXPECT_FALSE(input[null]);
+  EXPECT_REFUSED(sun.add(null).status, BadName);
+  EXPECT_REFUSED(sun.set(null, 1), BadName);
+  EXPECT_REFUSED(sun.remove(null), Missing);
+  EXPECT_REFUSED(input.add(null).status, BadName);
+  EXPECT_REFUSED(input.set(null, 1), BadName);
+  EXPECT_REFUSED(input.remove(null), Missing);
+  EXPECT_REFUSED(input.connect(sun, null), BadName);
+  EXPECT_DONE(scene.setFileTime(null));
+  EXPECT_DONE(scene.addComment(null));
+  EXPECT_FALSE(vsa::isName(null));
 }
 
 TEST(Edit, RefusesWhatDoesNotFitThePlace) {

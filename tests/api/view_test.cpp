@@ -124,6 +124,24 @@ TEST(View, IsSafeOnWhatIsMissing) {
   expectMissing(scene["ball"]["keys"][0]["nosuch"]);
 }
 
+template <class Container, class Key>
+concept CanLookUp = requires(const Container& container, Key key) {
+  container[key];
+};
+static_assert(CanLookUp<vsa::Scene, const char*> && CanLookUp<NodeView, std::string>);
+static_assert(!CanLookUp<vsa::Scene, std::nullptr_t> && !CanLookUp<vsa::SceneView, std::nullptr_t>);
+static_assert(!CanLookUp<NodeView, std::nullptr_t> && !CanLookUp<InputView, std::nullptr_t>);
+
+TEST(View, TakesANullNameForTheEmptyName) {
+  const vsa::Scene scene = sceneOf(TEXT);
+  const char* const null = nullptr;
+  EXPECT_FALSE(scene[null]);
+  EXPECT_FALSE(scene.view()[null]);
+  expectMissing(scene["sun"][null]);
+  expectMissing(scene["ball"]["keys"][0][null]);
+  EXPECT_EQ(scene["sun"]["power"].string(null), "");
+}
+
 TEST(View, IsSafeOnAMissingNode) {
   const NodeView node = sceneOf(TEXT)["nosuch"];
   EXPECT_FALSE(node);
