@@ -178,7 +178,7 @@ struct InputView::Members {
   using Value = InputView;
   const zn::korvo_sdk::Input* object = nullptr;
   InputView operator()(std::uint64_t index) const noexcept {
-    return InputView(object->member(index));
+    return InputView(object != nullptr ? object->member(index) : nullptr);
   }
 };
 
@@ -197,7 +197,7 @@ class NodeView {
     using Value = InputView;
     const zn::korvo_sdk::Node* node = nullptr;
     InputView operator()(std::uint64_t index) const noexcept {
-      return InputView(node->inputAt(index));
+      return InputView(node != nullptr ? node->inputAt(index) : nullptr);
     }
   };
   using InputRange = IndexRange<Inputs>;
@@ -321,8 +321,8 @@ class SceneView {
     using Value = std::string_view;
     const zn::korvo_sdk::Scene* scene = nullptr;
     std::string_view operator()(std::uint64_t index) const noexcept {
-      return index < scene->fileCommentCount() ? scene->fileComment(index).view()
-                                               : std::string_view();
+      const bool exists = scene != nullptr && index < scene->fileCommentCount();
+      return exists ? scene->fileComment(index).view() : std::string_view();
     }
   };
   using CommentRange = IndexRange<Comments>;

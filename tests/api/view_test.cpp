@@ -142,6 +142,20 @@ TEST(View, TakesANullNameForTheEmptyName) {
   EXPECT_EQ(scene["sun"]["power"].string(null), "");
 }
 
+TEST(View, HasMissingViewsPastTheEndOfARange) {
+  const vsa::Scene scene = sceneOf(TEXT);
+  expectMissing(scene["nosuch"].inputs()[0]);
+  expectMissing(scene["sun"].inputs()[1000]);
+  expectMissing(InputView().members()[0]);
+  expectMissing(InputView().elements()[0]);
+  expectMissing(scene["sun"]["power"].members()[0]);
+  expectMissing(scene["ball"]["keys"][1].members()[2]);
+  expectMissing(scene["ball"]["keys"].elements()[2]);
+  expectMissing(*scene["nosuch"].inputs().end());
+  EXPECT_EQ(vsa::SceneView().comments()[0], "");
+  EXPECT_EQ(scene.comments()[3], "");
+}
+
 TEST(View, IsSafeOnAMissingNode) {
   const NodeView node = sceneOf(TEXT)["nosuch"];
   EXPECT_FALSE(node);
