@@ -82,8 +82,9 @@ inline Tuple mat4(std::span<const double, 16> rows) noexcept {
   return *Tuple::of(ValueType::Mat4, rows);
 }
 
-/// A Bool, Int, UInt, Real, String or tuple, to pass to a function. A text is not copied: it must
-/// stay until the call returns. There is no value of a character: 'x' could be a text or a number.
+/// A Bool, Int, UInt, Real, String or tuple, to pass to a function. Numbers and tuples are copied
+/// into it. A text is not: its characters must exist as long as the value is used. There is no
+/// conversion from a character: 'x' could be a text or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
@@ -104,7 +105,7 @@ class Value {
   requires(std::convertible_to<const T&, std::string_view> && !std::is_pointer_v<T> &&
            !std::is_array_v<T>) constexpr Value(const T& text) noexcept
       : Value(std::string_view(text)) {}
-  constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(&tuple) {}
+  constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(tuple) {}
   Value(std::nullptr_t) = delete;
 
   constexpr ValueType type() const noexcept { return type_; }
@@ -113,7 +114,7 @@ class Value {
   constexpr double real() const noexcept { return real_; }
   constexpr std::string_view text() const noexcept { return text_; }
   /// Null unless the type is that of a tuple.
-  constexpr const Tuple* tuple() const noexcept { return tuple_; }
+  constexpr const Tuple* tuple() const noexcept { return tuple_ ? &*tuple_ : nullptr; }
 
  private:
   ValueType type_;
@@ -121,7 +122,7 @@ class Value {
   std::int64_t integer_ = 0;
   double real_ = 0;
   std::string_view text_;
-  const Tuple* tuple_ = nullptr;
+  std::optional<Tuple> tuple_;
 };
 
 namespace detail {

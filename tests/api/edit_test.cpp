@@ -1,6 +1,7 @@
 // Editing: what a program makes is what the same text makes.
 #include <vsa/edit.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -63,6 +64,19 @@ lamp sun: .on = true; .count = -3; .mask = 12u; .all = -1u; .least = -9223372036
   .c |= dusk.outColor;
 sky dusk;
 )")));
+}
+
+TEST(Edit, SetsAValueThatWasMadeFromATemporaryTuple) {
+  vsa::Scene scene;
+  const vsa::Value value = vsa::vec3(1, 2, 3);
+  const vsa::Value other = vsa::rgba(4, 5, 6, 7);
+  const vsa::Node sun = scene.addNode("lamp", "sun");
+  EXPECT_DONE(sun.set("v", value));
+  EXPECT_DONE(sun.set("c", vsa::Value(other)));
+  EXPECT_EQ(sun["v"].components<3>(), (std::array{1.0, 2.0, 3.0}));
+  EXPECT_EQ(sun["c"].components<4>(), (std::array{4.0, 5.0, 6.0, 7.0}));
+  EXPECT_FALSE(std::equal(value.tuple()->components().begin(), value.tuple()->components().end(),
+                          other.tuple()->components().begin()));
 }
 
 TEST(Edit, MakesArraysAndObjects) {
