@@ -52,6 +52,14 @@ struct NumberOf {
 template <class T, std::size_t N>
 struct NumberOf<std::array<T, N>> : NumberOf<T> {};
 
+// Whether an array of Element can be the elements of a buffer of the type, or their numbers.
+template <class Element>
+bool fitsBuffer(ElementType type) noexcept {
+  constexpr ElementType NUMBER = NumberOf<Element>::TYPE;
+  return NUMBER == ElementType::Null ? sizeof(Element) == zn::korvo_sdk::elementBytes(type)
+                                     : NUMBER == zn::korvo_sdk::componentType(type);
+}
+
 }  // namespace detail
 
 /// An input, an element or a member that can be changed.
@@ -80,13 +88,8 @@ class Input : public InputView {
   requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
   setBuffer(ElementType type, const Range& elements)
   const noexcept {
-    using Element = std::ranges::range_value_t<Range>;
-    constexpr ElementType number = detail::NumberOf<Element>::TYPE;
-    const bool fits = number == ElementType::Null
-                          ? sizeof(Element) == zn::korvo_sdk::elementBytes(type)
-                          : number == zn::korvo_sdk::componentType(type);
-    if (!fits) return EditError::BufferSize;
-    return setBufferBytes(type, std::as_bytes(std::span<const Element>(elements)));
+    if (!detail::fitsBuffer<std::ranges::range_value_t<Range>>(type)) return EditError::BufferSize;
+    return setBufferBytes(type, std::as_bytes(std::span(elements)));
   }
   /// A buffer of `count` elements in `memory`, which is moved in, not copied; after an error it is
   /// freed. BufferSize if `memory` is null and the count is not 0, or the bytes overflow. `memory`
@@ -111,11 +114,26 @@ class Input : public InputView {
 
   /// An array without elements, of elements of the type: the earlier elements go.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
-  /// A new element at the end, with the zero value of its type.
+  /// A new element at the end, with the zero value of its type. BadBufferType for an array of
+  /// buffers, whose elements need a buffer: see appendBuffer.
   VSA_API Added<Input> append() const noexcept;
   /// A new element at the end with that value.
   VSA_API Status append(const Value& value) const noexcept;
-  /// Removes elements from the end, or appends elements.
+  /// A new element at the end of an array of buffers, with that buffer. See setBufferBytes.
+  VSA_API Status appendBufferBytes(ElementType type,
+                                   std::span<const std::byte> bytes) const noexcept;
+  /// The same with the arguments of setBuffer: `appendBuffer(type, elements)` copies elements,
+  /// `appendBuffer(type, count, std::move(memory))` moves memory in.
+  template <std::ranges::contiguous_range Range>
+  requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
+  appendBuffer(ElementType type, const Range& elements)
+  const noexcept {
+    if (!detail::fitsBuffer<std::ranges::range_value_t<Range>>(type)) return EditError::BufferSize;
+    return appendBufferBytes(type, std::as_bytes(std::span(elements)));
+  }
+  VSA_API Status appendBuffer(ElementType type, std::uint64_t count,
+                              BufferMemory memory) const noexcept;
+  /// Removes elements from the end, or appends elements as append() does.
   VSA_API Status resize(std::uint64_t count) const noexcept;
 
   // Objects.

@@ -1,5 +1,6 @@
 // Node and Input: what lies below them: inputs, elements and members.
 #include <limits>
+#include <utility>
 
 #include <vsa/edit.h>
 #include "api/edit_guard.h"
@@ -61,6 +62,21 @@ Status checkGrowth(const PlainInput* array, std::uint64_t count) {
   return isAtDepthLimit(*array) ? EditError::TooDeep : EditError::None;
 }
 
+Status checkAppend(const PlainInput* array) {
+  return checkGrowth(array, array != nullptr ? array->count() + 1 : 0);
+}
+
+// Appends an element and calls `set(element)`. Removes the element again if that is refused.
+template <class Set>
+Status appendWith(PlainInput* array, const Set& set) noexcept {
+  return guarded([&]() -> Status {
+    if (const Status status = checkAppend(array); !status) return status;
+    const Status status = set(Input(appendTo(*array)));
+    if (!status) array->truncate(array->count() - 1);
+    return status;
+  });
+}
+
 }  // namespace
 
 // --- arrays ---
@@ -87,27 +103,33 @@ Status Input::makeArray(ValueType elementType) const noexcept {
 
 Added<Input> Input::append() const noexcept {
   return guarded([&]() -> Added<Input> {
-    PlainInput* const array = mutablePlain();
-    if (const Status status = checkGrowth(array, array != nullptr ? array->count() + 1 : 0);
-        !status) {
-      return status;
-    }
-    return Input(appendTo(*array));
+    if (const Status status = checkAppend(plain()); !status) return status;
+    if (plain()->elementType() == ValueType::Buffer) return EditError::BadBufferType;
+    return Input(appendTo(*mutablePlain()));
   });
 }
 
 Status Input::append(const Value& value) const noexcept {
-  const Added<Input> element = append();
-  if (!element) return element.status;
-  const Status status = element.set(value);
-  if (!status) mutablePlain()->truncate(mutablePlain()->count() - 1);
-  return status;
+  return appendWith(mutablePlain(), [&](const Input& element) { return element.set(value); });
+}
+
+Status Input::appendBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept {
+  return appendWith(mutablePlain(),
+                    [&](const Input& element) { return element.setBufferBytes(type, bytes); });
+}
+
+Status Input::appendBuffer(ElementType type, std::uint64_t count,
+                           BufferMemory memory) const noexcept {
+  return appendWith(mutablePlain(), [&](const Input& element) {
+    return element.setBuffer(type, count, std::move(memory));
+  });
 }
 
 Status Input::resize(std::uint64_t count) const noexcept {
   PlainInput* const array = mutablePlain();
   if (const Status status = checkGrowth(array, count); !status) return status;
   const std::uint64_t before = array->count();
+  if (count > before && array->elementType() == ValueType::Buffer) return EditError::BadBufferType;
   const Status status = guarded([&]() -> Status {
     while (array->count() < count) appendTo(*array);
     return {};

@@ -14,6 +14,7 @@
 
 #include <vsa/scene/node_type.h>
 #include <vsa/text_rules.h>
+#include <vsa/write.h>
 #include "tests/api/scene_of.h"
 
 namespace {
@@ -131,6 +132,24 @@ TEST(Edit, MakesBuffers) {
 mesh m: .a = float[2] {1 2}; .b = pos3f[1] {1 2 3}; .c = vec3f[2] {1 2 3 4 5 6}; .d = vec3f[1] {1 2 3};
   .e = rgba8[1] {1 2 3 4}; .f = int32[0] {}; .g = uint64[1] {18446744073709551615}; .h = float[2] {0 0};
 )")));
+}
+
+TEST(Edit, AppendsBuffersAndNoElementWithoutOne) {
+  vsa::Scene scene;
+  const vsa::Input array = scene.addNode("mesh", "m").add("k");
+  EXPECT_DONE(array.makeArray(ValueType::Buffer));
+  EXPECT_REFUSED(array.append().status, BadBufferType);
+  EXPECT_REFUSED(array.resize(2), BadBufferType);
+  EXPECT_REFUSED(array.append(1), OtherElementType);
+  EXPECT_REFUSED(array.appendBuffer(ElementType::Float, std::array{1.0}), BufferSize);
+  EXPECT_REFUSED(array.appendBufferBytes(ElementType::Bool, {}), BadBufferType);
+  EXPECT_TRUE(array.elements().empty());
+  EXPECT_DONE(array.appendBuffer(ElementType::Float, std::vector<float>{1, 2}));
+  EXPECT_DONE(array.appendBuffer(ElementType::Int32, 0, nullptr));
+  EXPECT_EQ(dumpOf(scene), dumpOf(sceneOf("mesh m: .k[0] = float[2] {1 2}; .k[1] = int32[0] {};")));
+  EXPECT_TRUE(vsa::writeText(scene).isWritten());
+  EXPECT_DONE(array.resize(1));
+  EXPECT_REFUSED(vsa::Input().appendBuffer(ElementType::Float, 0, nullptr), Missing);
 }
 
 TEST(Edit, RefusesBuffersThatDoNotFit) {
