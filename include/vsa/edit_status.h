@@ -28,14 +28,14 @@ enum class EditError : std::uint8_t {
   FormerName,         ///< The node's type declares it as a former name of something else.
   PlusInfinity,       ///< A Real that is plus infinity; lists and buffers can have it.
   NotANumber,         ///< A NaN with other bits than a text gives it; a Real needs the sign, too.
-  NulCharacter,       ///< A string or a comment with a NUL.
+  NulCharacter,       ///< A string, a comment or a time with a NUL.
   BadElementType,     ///< An array of nodes (a Null array takes them), or a type that none is.
   BadBufferType,      ///< A buffer of Null, Bool, Ptr, Xform, Aabb or Obb.
   BufferSize,         ///< Memory that is not a whole number of elements, or numbers of other types.
   BadComment,         ///< A comment with a line end or a byte 0xFF.
   BadVersionComment,  ///< A comment that contains "version:" and names no number after its first
                       ///< ":".
-  BadTime,            ///< A time with white space at its ends, a line end or "version:".
+  BadTime,  ///< A time with white space at its ends, a line end, a byte 0xFF or "version:".
   // The machine.
   OutOfMemory,
 };

@@ -39,7 +39,7 @@ VSA_API Status checkBuffer(ElementType type, std::span<const std::byte> bytes) n
 /// its "#".
 VSA_API Status checkComment(TextParameter comment) noexcept;
 
-/// None, BadComment, NulCharacter or BadTime. The empty time is none.
+/// None, NulCharacter or BadTime. An empty time is allowed: it means that there is no time.
 VSA_API Status checkTime(TextParameter time) noexcept;
 
 }  // namespace vsa

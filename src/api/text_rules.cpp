@@ -133,7 +133,9 @@ Status checkComment(TextParameter parameter) noexcept {
 
 Status checkTime(TextParameter parameter) noexcept {
   const std::string_view time = parameter;
-  if (const Status line = checkLine(time); !line) return line;
+  if (const Status line = checkLine(time); !line) {
+    return line == EditError::BadComment ? EditError::BadTime : line;
+  }
   if (trimmed(time).size() != time.size()) return EditError::BadTime;
   return time.find(VERSION) == std::string_view::npos ? EditError::None : EditError::BadTime;
 }
