@@ -44,7 +44,7 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-// Before a link from `input` is stored: the place that messages about it have.
+// Before the link of an input is stored: the place that messages about it have.
 TextPlace VsaParser::beginLink(IInput& input) const {
   if (session == nullptr) return {};
   session->takeLink(input);
