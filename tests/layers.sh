@@ -26,6 +26,7 @@ src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/di
 src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/lex
 src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply
 src/api                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/scene/model src/vsa
+src/api/c                  include/vsa
 src/api/reading/text       include/vsa include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
 src/api/reading/culprit    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
 src/api/reading            include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex

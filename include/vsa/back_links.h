@@ -1,4 +1,4 @@
-// BackLinks: who refers to a node, and what is connected to it.
+// BackLinks: the inputs that refer to a node or are connected to one of its outputs.
 #pragma once
 
 #include <cstdint>
@@ -10,18 +10,18 @@
 
 namespace vsa {
 
-/// The links of a scene from their other end. Made once by a walk over all inputs, elements and
-/// members; changes of the scene after that do not show. Takes 8 bytes for each link and for each
-/// node ever made.
+/// An index of the links of a scene by the node that they lead to. The constructor visits all
+/// inputs, elements and members once; later changes of the scene have no effect on the index. It
+/// takes 8 bytes for each link and for each node that was ever created.
 class VSA_API BackLinks {
  public:
   BackLinks() = default;
-  /// Time and memory proportional to the scene. Throws std::bad_alloc.
+  /// Takes time and memory proportional to the size of the scene. Throws std::bad_alloc.
   explicit BackLinks(SceneView scene);
 
   /// The inputs that refer to the node or are connected to one of its outputs, in the order of
-  /// their nodes and of their creation. An input that does both comes twice. Empty for a node that
-  /// is missing, was removed or belongs to another scene. Valid as long as this object.
+  /// their nodes and of their creation. An input that does both is listed twice. Empty for a node
+  /// that is missing, was removed or belongs to another scene. Valid as long as this object.
   std::span<const InputView> of(NodeView node) const noexcept;
 
  private:

@@ -17,9 +17,9 @@ namespace vsa {
 
 /// Why a TypedBuffer has no elements.
 enum class BufferProblem {
-  None,                ///< It has those of the buffer, which may be none.
-  Missing,             ///< There is no such input.
-  NotABuffer,          ///< The input holds something else.
+  None,                ///< There is a buffer of that type; it may have no elements.
+  Missing,             ///< The input does not exist.
+  NotABuffer,          ///< The input has another type.
   OtherComponentType,  ///< The numbers of the buffer are of another type: double, not float.
   OtherComponentCount  ///< An element of the buffer has more or fewer numbers: 4, not 3.
 };
@@ -33,7 +33,8 @@ VSA_API std::string describe(BufferProblem problem, ElementType found, ElementTy
 }  // namespace detail
 
 /// The elements of a buffer as `T`, or for N > 1 as `std::array<T, N>`: a contiguous range. Valid
-/// until the input's next value. Where the buffer has other elements it is empty and says why.
+/// until the input gets another value. If the buffer has elements of another type, the range is
+/// empty, and problem() says why.
 template <class T, std::size_t N = 1>
 requires BufferElement<T, N>
 class TypedBuffer {
@@ -54,18 +55,18 @@ class TypedBuffer {
   bool empty() const noexcept { return size_ == 0; }
   const Element* begin() const noexcept { return data_; }
   const Element* end() const noexcept { return data_ + size_; }
-  /// `index` is below `size()`.
+  /// `index` must be below `size()`: it is not checked.
   const Element& operator[](std::size_t index) const noexcept { return data_[index]; }
   std::span<const Element> span() const noexcept { return {data_, size_}; }
   operator std::span<const Element>() const noexcept { return span(); }  // implicit: it is one
-  /// All numbers of all elements, one after another: `N * size()`.
+  /// The `N * size()` numbers of all elements, one after another.
   std::span<const T> numbers() const noexcept {
     return {reinterpret_cast<const T*>(data_), N * size_};
   }
 
   /// None, or why there are no elements.
   BufferProblem problem() const noexcept { return problem_; }
-  /// The same in words: "a buffer of Vec3d, not of 3 Float". Empty for None.
+  /// The problem as a message for people: "a buffer of Vec3d, not of 3 Float". Empty for None.
   std::string message() const {
     return detail::describe(problem_, found_, detail::componentTypeOf<T>(), N);
   }
@@ -77,28 +78,29 @@ class TypedBuffer {
   ElementType found_ = ElementType::Null;
 };
 
-/// The elements of a buffer of any type. Valid until the input's next value.
+/// The elements of a buffer of any type. Valid until the input gets another value.
 class BufferView {
  public:
   BufferView() = default;
-  /// Of an input that exists and holds no buffer.
+  /// For an input that has no buffer.
   explicit BufferView(BufferProblem problem) noexcept : problem_(problem) {}
   explicit BufferView(const zn::korvo_sdk::BufferValue& value) noexcept
       : value_(value), problem_(BufferProblem::None) {}
 
   /// None, Missing or NotABuffer.
   BufferProblem problem() const noexcept { return problem_; }
-  /// Null if there is no buffer or its type was never set.
+  /// The type of the elements. Null if there is no buffer or its type was never set.
   ElementType elementType() const noexcept { return value_.type; }
-  /// Elements.
+  /// The number of elements.
   std::uint64_t count() const noexcept { return value_.count; }
   /// The memory of all elements; see ElementType for the layout of one.
   std::span<const std::byte> bytes() const noexcept {
     return {reinterpret_cast<const std::byte*>(value_.memory),
             static_cast<std::size_t>(value_.bytes)};
   }
-  /// The elements, each as N numbers of type T: `as<float, 3>()` of a buffer of Vec3f, Pos3f, Rgbf,
-  /// Hsvf or Hslf, `as<std::uint8_t, 4>()` of Rgba8. Bytes may be read as std::byte.
+  /// The elements, each with N numbers of type T: `as<float, 3>()` of a buffer of Vec3f, Pos3f,
+  /// Rgbf, Hsvf or Hslf, `as<std::uint8_t, 4>()` of a buffer of Rgba8. std::byte can be used for
+  /// bytes.
   template <class T, std::size_t N = 1>
   requires BufferElement<T, N> TypedBuffer<T, N> as()
   const noexcept {

@@ -1,18 +1,19 @@
-// Node and Input: views that can change what they show.
+// Node and Input: views that can also change the node or input.
 //
 //   vsa::Scene scene;
 //   vsa::Node sun = scene.addNode("lamp", "sun");
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every change returns a Status and throws nothing. What was refused has changed nothing (but
-// OutOfMemory may leave an input without a value), and what is missing refuses everything, so a
-// chain of calls is safe. A change that texts cannot carry is refused: see EditError. Adding
-// something keeps what there is; setting a value of another type than the input's replaces value
-// and type. Nodes and inputs of declared types keep the types that are declared.
+// Every change returns a Status, and none throws. A refused change changes nothing, except that an
+// input may have no value after OutOfMemory. A missing node or input refuses every change, so calls
+// can be chained without checks. A change that a text cannot carry is refused: see EditError.
 //
-// Views and ranges of what is changed stay safe to use. What is removed gives its values' memory
-// back at once, and its own 48 to 64 bytes with the scene.
+// add() returns an existing input or member unchanged. set() of a value of another type replaces
+// both value and type, unless the node's type is declared: then the declared types are kept.
+//
+// Views and ranges may still be used after a change. Removing a node or an input frees the memory
+// of its values at once. The object itself, 48 to 64 bytes, is freed with the scene.
 #pragma once
 
 #include <array>
@@ -26,13 +27,14 @@
 
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value.h>
 #include <vsa/view.h>
 
 namespace vsa {
 
-/// Something new, or the reason why there is none: a Node or an Input, missing if `status` is not a
-/// success.
+/// The Node or Input that was added. If it could not be added, it is missing, and `status` says
+/// why.
 template <class Handle>
 struct [[nodiscard]] Added : Handle {
   Added(Handle handle) noexcept : Handle(handle) {}       // implicit: a success
@@ -43,13 +45,21 @@ struct [[nodiscard]] Added : Handle {
 
 namespace detail {
 
-// The number type of what a program keeps in an array: of float and of std::array<float, 3>, float.
+// The type of the numbers in an element of an array: Float for float and for std::array<float, 3>.
 template <class T>
 struct NumberOf {
   static constexpr ElementType TYPE = componentTypeOf<T>();
 };
 template <class T, std::size_t N>
 struct NumberOf<std::array<T, N>> : NumberOf<T> {};
+
+// Whether an array of Element can be the elements of a buffer of the type, or their numbers.
+template <class Element>
+bool fitsBuffer(ElementType type) noexcept {
+  constexpr ElementType NUMBER = NumberOf<Element>::TYPE;
+  return NUMBER == ElementType::Null ? sizeof(Element) == zn::korvo_sdk::elementBytes(type)
+                                     : NUMBER == zn::korvo_sdk::componentType(type);
+}
 
 }  // namespace detail
 
@@ -59,75 +69,90 @@ class Input : public InputView {
   Input() = default;
   explicit Input(zn::korvo_sdk::Input* input) noexcept : InputView(input) {}
 
+  /// The element at that index; missing if there is none.
   Input operator[](std::uint64_t element) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->element(element) : nullptr);
   }
-  Input operator[](std::string_view member) const noexcept {
+  /// The member of that name; missing if there is none.
+  Input operator[](TextParameter member) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->memberNamed(member) : nullptr);
   }
 
-  // Values. An earlier value of any type goes, with its elements and members; a connection stays.
+  // Values. A new value replaces the earlier one, with its elements and members. A connection
+  // stays.
 
-  /// PlusInfinity, NotANumber, NulCharacter: texts cannot carry the value.
+  /// Sets the value. PlusInfinity, NotANumber or NulCharacter if a text cannot carry it.
   VSA_API Status set(const Value& value) const noexcept;
-  /// A buffer of the elements in `bytes`, which are copied. BadBufferType, BufferSize, NotANumber.
+  /// Sets a buffer with a copy of `bytes`, which are whole elements. BadBufferType, BufferSize or
+  /// NotANumber if they are not a buffer that a text can carry.
   VSA_API Status setBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept;
-  /// The same from an array of numbers (`std::vector<float>`), of std::array of numbers, or of a
-  /// program's own struct that has the size and the layout of an element. BufferSize if the numbers
-  /// are not those of the type, or not a whole number of elements.
+  /// Sets a buffer with a copy of `elements`: an array of numbers (`std::vector<float>`), of
+  /// std::array of numbers, or of a struct with the size and the layout of one element. BufferSize
+  /// if the type has other numbers, or if the numbers are not whole elements.
   template <std::ranges::contiguous_range Range>
   requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
   setBuffer(ElementType type, const Range& elements)
   const noexcept {
-    using Element = std::ranges::range_value_t<Range>;
-    constexpr ElementType number = detail::NumberOf<Element>::TYPE;
-    const bool fits = number == ElementType::Null
-                          ? sizeof(Element) == zn::korvo_sdk::elementBytes(type)
-                          : number == zn::korvo_sdk::componentType(type);
-    if (!fits) return EditError::BufferSize;
-    return setBufferBytes(type, std::as_bytes(std::span<const Element>(elements)));
+    if (!detail::fitsBuffer<std::ranges::range_value_t<Range>>(type)) return EditError::BufferSize;
+    return setBufferBytes(type, std::as_bytes(std::span(elements)));
   }
-  /// A buffer of `count` elements in `memory`, which is moved in, not copied; after an error it is
-  /// freed. BufferSize if `memory` is null and the count is not 0, or the bytes overflow. `memory`
-  /// has at least `count` elements.
+  /// Sets a buffer of the `count` elements in `memory`, which must have at least as many. The
+  /// memory is not copied: the input owns it afterwards. It is freed if the change is refused.
+  /// BufferSize if `memory` is null and the count is not 0, or if the number of bytes overflows.
   VSA_API Status setBuffer(ElementType type, std::uint64_t count,
                            BufferMemory memory) const noexcept;
-  /// No value: the type is Null again.
+  /// Removes the value: the type is Null again.
   VSA_API Status clear() const noexcept;
 
-  // Links. Nodes are of the same scene.
+  // Links. The node must belong to the same scene: otherwise OtherScene.
 
-  /// Refers to the node. Missing or Removed if there is no such node.
+  /// Makes the input refer to the node. Missing or Removed if there is no such node.
   VSA_API Status refer(NodeView node) const noexcept;
-  /// A reference to no node, as `null` in a text.
+  /// Makes the input a reference to no node, as `null` in a text.
   VSA_API Status referToNone() const noexcept;
-  /// Connects the input to an output of the node. The value stays.
-  VSA_API Status connect(NodeView node, std::string_view output) const noexcept;
+  /// Connects the input to an output of the node. The value stays. BadName, FormerName or
+  /// NotDeclared if the node cannot have such an output.
+  VSA_API Status connect(NodeView node, TextParameter output) const noexcept;
+  /// Removes the connection, if there is one.
   VSA_API Status disconnect() const noexcept;
 
-  // Arrays. All elements of an array have one type; those of a Null array take links only. A text
-  // cannot carry an array without elements.
+  // Arrays. All elements of an array have the same type. The elements of an array of type Null can
+  // have links only. A text cannot carry an array without elements.
 
-  /// An array without elements, of elements of the type: the earlier elements go.
+  /// Makes the input an array of that element type and removes all earlier elements.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
-  /// A new element at the end, with the zero value of its type.
+  /// Appends an element with the zero value of its type. BadBufferType for an array of buffers: use
+  /// appendBuffer.
   VSA_API Added<Input> append() const noexcept;
-  /// A new element at the end with that value.
+  /// Appends an element with that value.
   VSA_API Status append(const Value& value) const noexcept;
-  /// Removes elements from the end, or appends elements.
+  /// Appends an element with that buffer to an array of buffers. See setBufferBytes.
+  VSA_API Status appendBufferBytes(ElementType type,
+                                   std::span<const std::byte> bytes) const noexcept;
+  /// Appends an element with that buffer to an array of buffers. See setBuffer for the parameters.
+  template <std::ranges::contiguous_range Range>
+  requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
+  appendBuffer(ElementType type, const Range& elements)
+  const noexcept {
+    if (!detail::fitsBuffer<std::ranges::range_value_t<Range>>(type)) return EditError::BufferSize;
+    return appendBufferBytes(type, std::as_bytes(std::span(elements)));
+  }
+  VSA_API Status appendBuffer(ElementType type, std::uint64_t count,
+                              BufferMemory memory) const noexcept;
+  /// Removes elements from the end, or appends elements as append() does.
   VSA_API Status resize(std::uint64_t count) const noexcept;
 
   // Objects.
 
-  /// An object without members: the earlier members go.
+  /// Makes the input an object and removes all earlier members.
   VSA_API Status makeObject() const noexcept;
-  /// The member of that name; a new one without a value if there is none. An input without a value
-  /// becomes an object.
-  VSA_API Added<Input> add(std::string_view member) const noexcept;
-  /// `add`, and `set` of what it returned.
-  VSA_API Status set(std::string_view member, const Value& value) const noexcept;
-  /// Missing if there is no such member.
-  VSA_API Status remove(std::string_view member) const noexcept;
+  /// Returns the member of that name. If there is none, adds one without a value. An input without
+  /// a value becomes an object.
+  VSA_API Added<Input> add(TextParameter member) const noexcept;
+  /// Sets the value of the member of that name, and adds the member if there is none.
+  VSA_API Status set(TextParameter member, const Value& value) const noexcept;
+  /// Removes the member of that name. Missing if there is none.
+  VSA_API Status remove(TextParameter member) const noexcept;
 };
 
 /// A node that can be changed.
@@ -136,16 +161,17 @@ class Node : public NodeView {
   Node() = default;
   explicit Node(zn::korvo_sdk::Node* node) noexcept : NodeView(node) {}
 
-  Input operator[](std::string_view input) const noexcept {
+  /// The input of that name; missing if there is none.
+  Input operator[](TextParameter input) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->inputNamed(input) : nullptr);
   }
-  /// The input of that name; a new one without a value if there is none. Of a node of a declared
-  /// type, what is declared only. A text carries an input without a value as `|= null`.
-  VSA_API Added<Input> add(std::string_view input) const noexcept;
-  /// `add`, and `set` of what it returned.
-  VSA_API Status set(std::string_view input, const Value& value) const noexcept;
-  /// Missing if there is no such input.
-  VSA_API Status remove(std::string_view input) const noexcept;
+  /// Returns the input of that name. If there is none, adds one without a value, which is `|= null`
+  /// in a text. NotDeclared if the node's type is declared without this input.
+  VSA_API Added<Input> add(TextParameter input) const noexcept;
+  /// Sets the value of the input of that name, and adds the input if there is none.
+  VSA_API Status set(TextParameter input, const Value& value) const noexcept;
+  /// Removes the input of that name. Missing if there is none.
+  VSA_API Status remove(TextParameter input) const noexcept;
 };
 
 }  // namespace vsa

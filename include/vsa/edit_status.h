@@ -7,44 +7,43 @@
 
 namespace vsa {
 
-/// Why a change was refused. Nothing has changed then.
+/// Why a change was refused. A refused change changes nothing.
 enum class EditError : std::uint8_t {
   None,
-  // The place.
+  // The node or input to be changed.
   Missing,           ///< The node or input does not exist.
   Removed,           ///< The node or input was removed from its scene.
   OtherScene,        ///< A link to a node of another scene.
-  NotAnArray,        ///< Elements for an input that is no array.
-  NotAnObject,       ///< Members for an input that holds something else.
-  OtherElementType,  ///< An element of an array holds the array's element type and nothing else.
+  NotAnArray,        ///< The change needs an array, and the input is none.
+  NotAnObject,       ///< The change needs an object, and the input has another type.
+  OtherElementType,  ///< The elements of the array have another type.
   NotDeclared,       ///< The node's type is declared and has no such input or output.
   DeclaredType,      ///< The node's type declares another type for this input.
   TakesNoValue,      ///< The node's type declares that this input takes links only.
-  TooDeep,           ///< Beyond the scene's depth limit.
-  TooMany,           ///< More than 2^32 - 1 elements.
-  // What the text format cannot carry.
+  TooDeep,           ///< The input would exceed the depth limit of the scene.
+  TooMany,           ///< The array would have more than 2^32 - 1 elements.
+  // What a text cannot carry.
   BadName,            ///< Not a letter or "_", then letters, digits and "_"; or true, false, null.
   NameTaken,          ///< There is a node of that name.
   FormerName,         ///< The node's type declares it as a former name of something else.
   PlusInfinity,       ///< A Real that is plus infinity; lists and buffers can have it.
-  NotANumber,         ///< A NaN with other bits than a text gives it; a Real needs the sign, too.
-  NulCharacter,       ///< A string or a comment with a NUL.
-  BadElementType,     ///< An array of nodes (a Null array takes them), or a type that none is.
-  BadBufferType,      ///< A buffer of Null, Bool, Ptr, Xform, Aabb or Obb.
-  BufferSize,         ///< Memory that is not a whole number of elements, or numbers of other types.
+  NotANumber,         ///< A NaN that no text can produce: see checkReal and checkNumbers.
+  NulCharacter,       ///< A string, a comment or a time with a NUL.
+  BadElementType,     ///< Arrays cannot have this element type. For references, use a Null array.
+  BadBufferType,      ///< Not a type of buffers, or an array element without a buffer.
+  BufferSize,         ///< The memory is not whole elements, or the numbers have another type.
   BadComment,         ///< A comment with a line end or a byte 0xFF.
   BadVersionComment,  ///< A comment that contains "version:" and names no number after its first
                       ///< ":".
-  BadTime,            ///< A time with white space at its ends, a line end or "version:".
-  // The machine.
-  OutOfMemory,
+  BadTime,      ///< A time with white space at its ends, a line end, a byte 0xFF or "version:".
+  OutOfMemory,  ///< Memory could not be allocated.
 };
 
 /// The stable name of an error in kebab case: "bad-name". Never null; "unknown" for a value that is
-/// none of the enumeration.
+/// not in the enumeration.
 VSA_API const char* name(EditError error) noexcept;
 
-/// What became of a change. A plain value.
+/// Whether a change was made, and if not, why. A plain value.
 class [[nodiscard]] Status {
  public:
   constexpr Status() noexcept = default;

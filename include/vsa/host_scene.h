@@ -1,5 +1,5 @@
-// A host's scene in few lines: base classes with a default for every operation of the scene
-// interface.
+// HostScene: a base class for a host's own scene. It implements every function of the scene
+// interface, so that a host overrides only what it needs.
 //
 //   class Loader : public vsa::HostScene {
 //     void onValue(const vsa::HostInput& input, const zn::korvo_sdk::AttrData& value) override {
@@ -9,10 +9,10 @@
 //   Loader loader;
 //   const vsa::ReadOutcome outcome = vsa::readFileInto(loader, "scene.vsa");
 //
-// As they are, the classes keep nodes, inputs and their types, as the reader relies on it, and drop
-// all values. A host overrides what it cares about: a function of HostScene that is told of every
-// value or link, or makeNode, to have classes of its own. What these functions throw ends the
-// reading (see ReadStatus). Whatever is made lives as long as the scene.
+// Without overrides, the classes store nodes, inputs and their types, which the reader needs, and
+// free all values. A host overrides the functions of HostScene that are called for each value or
+// link, or overrides makeNode to return nodes of its own class. An exception of these functions
+// ends the reading: see ReadStatus. Nodes, inputs and outputs exist as long as the scene.
 #pragma once
 
 #include <cstdint>
@@ -26,6 +26,7 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value_types.h>
 
 namespace vsa {
@@ -38,8 +39,9 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
  public:
   HostOutput(HostNode* node, std::string_view name) : node_(node), name_(name) {}
 
-  /// Null for a node that is not kept.
+  /// The node that has the output. Null if makeNode returned null for it.
   HostNode* node() const noexcept { return node_; }
+  /// The name of the output, as in the text.
   const std::string& name() const noexcept { return name_; }
 
  private:
@@ -47,8 +49,9 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
   std::string name_;
 };
 
-/// An input of a HostNode, an element or a member: its name, its type and what lies below it. A
-/// class of the host's own may derive from it, see HostNode::makeInput.
+/// An input of a HostNode, an element of an array or a member of an object. It stores its name, its
+/// type, its elements and its members, and no value. A host may derive a class from it: see
+/// HostNode::makeInput.
 class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
  public:
   /// `parent` is null for an input of the node. An element has an empty name and its index.
@@ -58,10 +61,11 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   HostInput(const HostInput&) = delete;
   HostInput& operator=(const HostInput&) = delete;
 
+  /// The node that the input belongs to, directly or through arrays and objects.
   HostNode& node() const noexcept { return node_; }
-  /// Empty for an element.
+  /// The name of the input or member; empty for an element.
   const std::string& name() const noexcept { return name_; }
-  /// From the node on, without its name: "points", "bones[2].at".
+  /// The path of the input without the name of the node: "points", "bones[2].at".
   std::string pathInNode() const;
 
   // IInput.
@@ -106,7 +110,8 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   std::map<std::string, std::unique_ptr<HostInput>, std::less<>> members_;
 };
 
-/// A node: its name, its type and its inputs. A class of the host's own may derive from it.
+/// A node. It stores its name, its type, its inputs and its outputs. A host may derive a class from
+/// it: see HostScene::makeNode.
 class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
  public:
   HostNode(HostScene& scene, std::string_view type, std::string_view name);
@@ -114,21 +119,23 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   HostNode(const HostNode&) = delete;
   HostNode& operator=(const HostNode&) = delete;
 
+  /// The scene that the node belongs to.
   HostScene& scene() const noexcept { return scene_; }
+  /// The name of the node and the name of its type. Valid as long as the node.
   std::string_view nodeName() const noexcept { return name_.view(); }
   std::string_view nodeType() const noexcept { return type_.view(); }
 
-  // What happens to its inputs. The defaults tell the scene.
+  // Called when an input of the node changes. The defaults call the same functions of the scene.
 
-  /// An input was given a value, of the input's type. Its memory is freed after the call.
+  /// The input gets a value of its type. The memory of the value is freed after the call.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
-  /// An input was made to refer to a node, or with null to none or to one that is not kept.
+  /// The input refers to `node`. Null: to no node, or to one for which makeNode returned null.
   virtual void onReference(const HostInput& input, HostNode* node);
-  /// An input was connected to an output, or with null to none.
+  /// The input is connected to `output`. Null: the connection is removed.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
-  /// Makes an input, an element or a member, with the arguments of HostInput's constructor. Null
-  /// refuses it, which is an error of the text. The default returns a HostInput.
+  /// Creates an input, an element or a member. The parameters are those of HostInput's constructor.
+  /// If it returns null, the statement is an error. The default returns a HostInput.
   virtual std::unique_ptr<HostInput> makeInput(HostInput* parent, std::string_view name,
                                                std::uint64_t index, ValueType type);
 
@@ -158,23 +165,25 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   HostScene(const HostScene&) = delete;
   HostScene& operator=(const HostScene&) = delete;
 
-  /// The node of that name, or null; also null for one that makeNode did not keep.
-  HostNode* node(std::string_view name) const;
+  /// The node of that name. Null if there is none, or if makeNode returned null for it.
+  HostNode* node(TextParameter name) const;
 
-  /// Elements of arrays that only fill gaps, in the whole scene, and levels of inputs: a text that
-  /// goes beyond ends the reading with an error.
+  /// The maximum number of empty array elements in the scene: those that exist only because a
+  /// higher index was used. A text that exceeds it ends the reading with an error.
   std::uint64_t emptyElementLimit = 524288;
+  /// The maximum nesting level of inputs; an input of a node has level 1. A text that exceeds it
+  /// ends the reading with an error.
   std::uint64_t depthLimit = 256;
 
-  // What happens in the scene. The defaults do nothing.
+  // Called when the scene changes. The defaults of all but makeNode do nothing.
 
-  /// A node is declared or defined. Returns what stands for it; null keeps its name and nothing
-  /// else of it: its values and links are read, checked and dropped. The default returns a
-  /// HostNode.
+  /// Creates the node for a declaration or a `define` statement. If it returns null, the scene
+  /// remembers only the name: the statements of the node are checked, and its values and links are
+  /// ignored. The default returns a HostNode.
   virtual std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name);
-  /// A node is removed. It lives on, for the text may still name it.
+  /// A node is removed from look-ups. The object exists as long as the scene.
   virtual void onRemove(HostNode& node);
-  /// See HostNode, whose defaults call these.
+  /// The functions of the same name of HostNode call these by default. See there.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);
@@ -195,9 +204,11 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   friend class HostInput;
   class DroppedNode;
 
-  std::map<std::string, std::unique_ptr<HostNode>, std::less<>> nodes_;  // null: not kept
+  std::map<std::string, std::unique_ptr<HostNode>, std::less<>>
+      nodes_;  // null: makeNode returned null
   std::vector<std::unique_ptr<HostNode>> removed_;
-  std::unique_ptr<DroppedNode> dropped_;  // stands for all nodes that are not kept
+  std::unique_ptr<DroppedNode>
+      dropped_;  // the object for all nodes for which makeNode returned null
   std::uint64_t emptyElementCount_ = 0;
 };
 

@@ -9,9 +9,10 @@
 namespace vsa {
 
 /// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
-/// `Value` type. Iterators hold a copy of the source: they stay valid when the range goes. The
-/// size is that at the time the range was made; a source answers a missing view for what has gone
-/// since. (Not derived from std::ranges::view_interface, which clang 14 cannot compile.)
+/// `Value` type, which returns a missing view, or an empty text, for an index that does not exist.
+/// Iterators hold a copy of the source, so they stay valid after the range is destroyed. The size
+/// is the one when the range was made: what is removed after that is a missing view. (Not derived
+/// from std::ranges::view_interface, which clang 14 cannot compile.)
 template <class Source>
 class IndexRange {
  public:
@@ -72,7 +73,7 @@ class IndexRange {
   Iterator end() const noexcept { return {source_, size_}; }
   std::size_t size() const noexcept { return static_cast<std::size_t>(size_); }
   bool empty() const noexcept { return size_ == 0; }
-  /// `index` is below `size()`.
+  /// For an index past the end, a missing view or an empty text.
   auto operator[](std::uint64_t index) const noexcept { return source_(index); }
 
  private:

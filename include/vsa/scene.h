@@ -1,4 +1,4 @@
-// vsa::Scene: a scene that a program owns, and what it reads texts into.
+// vsa::Scene: a scene that a program owns, and into which texts are read.
 //
 //   vsa::Scene scene;
 //   zn::korvo_sdk::Scene& plain = scene.plain();  // the same scene for the plain interface
@@ -12,14 +12,15 @@
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
 #include <vsa/model/scene.h>
+#include <vsa/text_parameter.h>
 #include <vsa/view.h>
 
 namespace vsa {
 
 /// Owns one scene of the library, with all its nodes, inputs and values. Can be moved and not
 /// copied. A new scene is empty and takes no memory until something is put into it. A scene that
-/// was moved from is an empty scene, too. One thread at a time may change a scene; any number may
-/// look at one that nobody changes.
+/// was moved from is an empty scene, too. One thread at a time may change a scene. Any number of
+/// threads may read it while none changes it.
 class VSA_API Scene {
  public:
   Scene() noexcept;
@@ -27,46 +28,52 @@ class VSA_API Scene {
   Scene& operator=(Scene&& other) noexcept;
   ~Scene();
 
-  // Looking at it: what SceneView offers, on an object that lives as long as the scene.
+  // Reading the contents. See SceneView for these functions.
 
   SceneView view() const noexcept { return SceneView(plain_.get()); }
   operator SceneView() const noexcept { return view(); }  // implicit: a scene can be viewed
   NodeRange nodes() const noexcept { return view().nodes(); }
-  NodeView operator[](std::string_view node) const noexcept { return view()[node]; }
+  NodeView operator[](TextParameter node) const noexcept { return view()[node]; }
   std::uint64_t fileVersion() const noexcept { return view().fileVersion(); }
   std::string_view fileTime() const noexcept { return view().fileTime(); }
   SceneView::CommentRange comments() const noexcept { return view().comments(); }
 
-  // Changing it.
+  // Changing the contents.
 
-  /// The node of that name, to be changed. Missing if there is none.
-  Node operator[](std::string_view node) noexcept;
-  /// A new node without inputs. BadName for the type or the name, NameTaken.
-  Added<Node> addNode(std::string_view type, std::string_view name) noexcept;
-  /// Inputs that are connected to the node, or refer to it, then have no connection and no node.
-  /// Missing or OtherScene if the scene has no such node.
+  /// The node of that name, which can be changed; missing if there is none.
+  Node operator[](TextParameter node) noexcept;
+  /// Adds a node without inputs. BadName if a text cannot carry the type or the name, NameTaken if
+  /// the scene has a node of that name.
+  Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
+  /// Removes a node. Inputs that are connected to it, or refer to it, lose that link. Missing,
+  /// Removed or OtherScene if the scene has no such node.
   Status removeNode(NodeView node) noexcept;
 
-  // The header of the file. Texts carry it in comments, so setting it changes the comments.
+  // The header of the file. In a text, version and time are in comments. So these functions change
+  // the comments of the scene, too.
 
-  /// Also replaces the comments that contain "version:" by "# version: N", at the place of the
-  /// first one, or else before all comments.
+  /// Sets the version. Replaces the first comment that contains "version:" by "# version: N" and
+  /// removes the others. If there is none, puts the new comment before all others.
   Status setFileVersion(std::uint64_t version) noexcept;
-  /// The same for "# time: ..." and the comments that set a time; with an empty time, removes them.
-  Status setFileTime(std::string_view time) noexcept;
-  /// Adds a comment of one line; without "#" at its beginning, "# " is put before it. A comment
-  /// that contains "version:" or "time:" does what it does in a text.
-  Status addComment(std::string_view comment) noexcept;
-  /// What a file begins with: version 1, no time and no comments.
+  /// Sets the time. Replaces the first comment that sets a time by "# time: ..." and removes the
+  /// others. If there is none, puts the new comment before all others. An empty time only removes
+  /// the comments that set a time. BadTime or NulCharacter if a text cannot carry the time.
+  Status setFileTime(TextParameter time) noexcept;
+  /// Appends a comment of one line. Puts "# " before it if it does not begin with "#". A comment
+  /// that contains "version:" or "time:" sets the version or the time, as it would in a text.
+  /// BadComment, BadVersionComment or NulCharacter if a text cannot carry the comment.
+  Status addComment(TextParameter comment) noexcept;
+  /// Resets the header: version 1, no time and no comments, as before a file is read.
   Status clearHeader() noexcept;
 
   // The plain interface.
 
-  /// The same scene as an object of the plain interface. The reference is valid until this object
-  /// is destroyed, moved from or assigned to. Throws std::bad_alloc, at the first call only.
+  /// The scene as an object of the plain interface. The reference is valid until this object is
+  /// destroyed, moved from or assigned to. Throws std::bad_alloc if the object has to be
+  /// allocated, because nothing has been added to the scene yet.
   zn::korvo_sdk::Scene& plain();
-  /// The same for a scene that is not changed. While nothing was put into the scene, an empty scene
-  /// that all such objects share.
+  /// The scene as an object of the plain interface that cannot be changed. If nothing has been
+  /// added to this scene yet, returns an empty scene that all such objects share.
   const zn::korvo_sdk::Scene& plain() const;
 
  private:

@@ -1,13 +1,13 @@
-// What the text format can carry, as functions that a program can ask before it puts something into
-// a scene. Node and Input ask them.
+// The rules for names, numbers, strings, buffers and comments that a text can carry. Node, Input
+// and Scene check them before each change; a program can check them before that.
 #pragma once
 
 #include <cstddef>
 #include <span>
-#include <string_view>
 
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value_types.h>
 
 namespace vsa {
@@ -15,31 +15,31 @@ namespace vsa {
 /// Whether a node, a node type, an input or a member can have this name: a letter (bytes
 /// from 0x80 to 0xFE are letters) or "_", then letters, digits and "_", and not "true", "false" or
 /// "null" in any letter case.
-VSA_API bool isName(std::string_view text) noexcept;
+VSA_API bool isName(TextParameter text) noexcept;
 
-/// Whether a connection can name an output so: a name, and then any number of bracket lists, which
-/// are a part of it: "color", "colors[2]".
-VSA_API bool isOutputName(std::string_view text) noexcept;
+/// Whether an output can have this name in a connection: a name as in isName, followed by any
+/// number of bracket lists, which are part of the name: "color", "colors[2]".
+VSA_API bool isOutputName(TextParameter text) noexcept;
 
-/// None, PlusInfinity or NotANumber. Texts have one NaN outside of lists, with the sign bit set
-/// ("-nan": 0xFFF8000000000000).
+/// None, PlusInfinity or NotANumber, for the value of a Real. The only NaN that a text can have
+/// outside of lists is "-nan", with the bits 0xFFF8000000000000.
 VSA_API Status checkReal(double value) noexcept;
 
-/// None or NotANumber: of the numbers of tuples. Lists have that NaN with either sign.
+/// None or NotANumber, for the numbers of a tuple. In lists, the NaN of checkReal is allowed with
+/// either sign, and no other.
 VSA_API Status checkNumbers(std::span<const double> numbers) noexcept;
 
-/// None or NulCharacter. Any other byte can be in a string.
-VSA_API Status checkString(std::string_view text) noexcept;
+/// None or NulCharacter, for the characters of a string. Any byte but NUL is allowed.
+VSA_API Status checkString(TextParameter text) noexcept;
 
-/// None, BadBufferType, BufferSize or NotANumber: of a buffer with these bytes. Takes time
-/// proportional to the bytes of a buffer of floats or doubles.
+/// None, BadBufferType, BufferSize or NotANumber, for a buffer with these bytes. For floats and
+/// doubles it takes time proportional to the number of bytes.
 VSA_API Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept;
 
-/// None, BadComment, NulCharacter or BadVersionComment. The comment is one line, with or without
-/// its "#".
-VSA_API Status checkComment(std::string_view comment) noexcept;
+/// None, BadComment, NulCharacter or BadVersionComment, for a comment with or without its "#".
+VSA_API Status checkComment(TextParameter comment) noexcept;
 
-/// None, BadComment, NulCharacter or BadTime. The empty time is none.
-VSA_API Status checkTime(std::string_view time) noexcept;
+/// None, NulCharacter or BadTime. An empty time is allowed: it means that there is no time.
+VSA_API Status checkTime(TextParameter time) noexcept;
 
 }  // namespace vsa

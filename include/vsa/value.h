@@ -1,4 +1,5 @@
-// Value: what an input can be set to, made from standard types. BufferMemory: a buffer to move in.
+// Value: a value for an input, made from a standard type or a Tuple. BufferMemory: memory for the
+// elements of a buffer.
 #pragma once
 
 #include <array>
@@ -19,7 +20,7 @@ namespace vsa {
 /// A vector, position, quaternion, colour or matrix: made by the functions below.
 class Tuple {
  public:
-  /// Nothing if the type is not Vec2 ... Mat4 or has another number of components.
+  /// std::nullopt if the type is not Vec2 to Mat4, or has another number of components.
   static std::optional<Tuple> of(ValueType type, std::span<const double> components) noexcept {
     const std::size_t count = zn::korvo_sdk::componentCount(type);
     if (count == 0 || count != components.size()) return std::nullopt;
@@ -29,7 +30,7 @@ class Tuple {
   }
 
   constexpr ValueType type() const noexcept { return type_; }
-  /// As many as the type has, in the order of texts.
+  /// The components, as many as the type has, in the order of a text.
   std::span<const double> components() const noexcept {
     return {components_.data(), zn::korvo_sdk::componentCount(type_)};
   }
@@ -50,7 +51,7 @@ class Tuple {
   std::array<double, 16> components_;
 };
 
-// One function for each, by the keywords of texts.
+// One function for each type, with the keyword of the text format as its name.
 
 constexpr Tuple vec2(double x, double y) noexcept {
   return {ValueType::Vec2, {x, y}};
@@ -82,8 +83,9 @@ inline Tuple mat4(std::span<const double, 16> rows) noexcept {
   return *Tuple::of(ValueType::Mat4, rows);
 }
 
-/// A Bool, Int, UInt, Real, String or tuple, to pass to a function. A text is not copied: it must
-/// stay until the call returns. There is no value of a character: 'x' could be a text or a number.
+/// A Bool, Int, UInt, Real, String or tuple, to pass to a function. Numbers and tuples are copied
+/// into it. A text is not: its characters must exist as long as the value is used. There is no
+/// conversion from a character: 'x' could be a text or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
@@ -104,7 +106,7 @@ class Value {
   requires(std::convertible_to<const T&, std::string_view> && !std::is_pointer_v<T> &&
            !std::is_array_v<T>) constexpr Value(const T& text) noexcept
       : Value(std::string_view(text)) {}
-  constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(&tuple) {}
+  constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(tuple) {}
   Value(std::nullptr_t) = delete;
 
   constexpr ValueType type() const noexcept { return type_; }
@@ -113,7 +115,7 @@ class Value {
   constexpr double real() const noexcept { return real_; }
   constexpr std::string_view text() const noexcept { return text_; }
   /// Null unless the type is that of a tuple.
-  constexpr const Tuple* tuple() const noexcept { return tuple_; }
+  constexpr const Tuple* tuple() const noexcept { return tuple_ ? &*tuple_ : nullptr; }
 
  private:
   ValueType type_;
@@ -121,7 +123,7 @@ class Value {
   std::int64_t integer_ = 0;
   double real_ = 0;
   std::string_view text_;
-  const Tuple* tuple_ = nullptr;
+  std::optional<Tuple> tuple_;
 };
 
 namespace detail {
@@ -135,7 +137,8 @@ struct Free {
 /// Memory for the elements of a buffer, from malloc, calloc or realloc.
 using BufferMemory = std::unique_ptr<unsigned char[], detail::Free>;
 
-/// `bytes` bytes, uninitialised; null for 0 bytes and when there is no memory.
+/// Allocates `bytes` bytes, which are not initialised. Returns null for 0 bytes, or if memory runs
+/// out.
 inline BufferMemory allocateBuffer(std::size_t bytes) noexcept {
   return BufferMemory(static_cast<unsigned char*>(bytes != 0 ? std::malloc(bytes) : nullptr));
 }

@@ -11,11 +11,11 @@
 
 namespace vsa {
 
-/// What an input holds: Null, Bool, Int, UInt, Real, Vec2 ... Mat4, String, Node, Buffer, Array,
-/// Object.
+/// The type of an input's value: Null, Bool, Int, UInt, Real, Vec2 ... Mat4, String, Node, Buffer,
+/// Array, Object.
 using ValueType = zn::korvo_sdk::AttrType;
 
-/// What the elements of a buffer are: Byte, Int32, Float, Vec3f, Rgba8 and so on.
+/// The type of a buffer's elements: Byte, Int32, Float, Vec3f, Rgba8 and so on.
 using ElementType = zn::korvo_sdk::DataType;
 
 /// The name of a type: "Real", "Vec3f"; "<unknown>" for a number that is no type. Valid until the

@@ -1,13 +1,16 @@
-// Views: what a program looks at a scene with. A view is a pointer with functions that are safe on
-// what is missing:
+// Views: SceneView, NodeView, InputView and ConnectionView, through which a program reads the
+// contents of a scene. A view is a pointer to an object of the scene:
 //
 //   std::optional<double> power = scene["sun"]["power"].real();
 //   for (vsa::NodeView node : scene.nodes()) visit(node.name());
 //
-// A view of something that does not exist is a missing view: its texts are empty, its values are
-// those of nothing, its ranges have no elements, and whatever is looked up in it is missing. Views
-// are valid as long as the scene. After a node or an input was removed, its view is still safe to
-// use. No function of a view changes the scene. None throws, but those that return a std::string.
+// A look-up of something that does not exist returns a missing view, whose pointer is null. All
+// functions of a missing view may be called: they return empty texts, empty optionals, empty ranges
+// and missing views. A view converts to true if it is not missing. Views are valid as long as the
+// scene. The view of a node or an input that was removed may still be used.
+//
+// Views do not change the scene. Functions that return a std::string throw std::bad_alloc if memory
+// runs out; no other function throws.
 #pragma once
 
 #include <array>
@@ -24,6 +27,7 @@
 #include <vsa/foundation/api.h>
 #include <vsa/index_range.h>
 #include <vsa/model/scene.h>
+#include <vsa/text_parameter.h>
 #include <vsa/value_types.h>
 
 namespace vsa {
@@ -31,7 +35,7 @@ namespace vsa {
 class InputView;
 class NodeView;
 
-/// The output that an input is connected to, or none.
+/// The output that an input is connected to; missing if the input has no connection.
 class ConnectionView {
  public:
   ConnectionView() = default;
@@ -63,53 +67,55 @@ class InputView {
   explicit operator bool() const noexcept { return input_ != nullptr; }
   bool operator==(const InputView&) const = default;
 
-  /// As texts write it; empty for an element of an array. Valid as long as the scene.
+  /// The name, as in a text; empty for an element of an array. Valid as long as the scene.
   std::string_view name() const noexcept {
     return input_ != nullptr ? input_->name().view() : std::string_view();
   }
-  /// Where it is, as messages say it: "rig.bones[2].at".
+  /// The path of the input, as in messages: "rig.bones[2].at". Empty for a missing input.
   VSA_API std::string path() const;
-  /// The node that has the input, however deep it lies.
+  /// The node that the input belongs to, directly or through arrays and objects.
   NodeView owner() const noexcept;
-  /// Null for a missing input and for one without a value.
+  /// The type of the value. Null for a missing input and for an input without a value.
   ValueType type() const noexcept { return input_ != nullptr ? input_->type() : ValueType::Null; }
 
-  // The value. What holds another type gives std::nullopt, or the fallback.
+  // The value. If the input is missing or has a value of another type, the functions without a
+  // parameter return std::nullopt, and the others return the fallback.
 
   std::optional<bool> boolean() const noexcept {
     return type() == ValueType::Bool ? std::optional(input_->boolean()) : std::nullopt;
   }
   bool boolean(bool fallback) const noexcept { return boolean().value_or(fallback); }
-  /// Of an Int, and of a UInt of less than 2^63.
+  /// The value of an Int, or of a UInt below 2^63.
   VSA_API std::optional<std::int64_t> integer() const noexcept;
   std::int64_t integer(std::int64_t fallback) const noexcept {
     return integer().value_or(fallback);
   }
-  /// Of a UInt, and of an Int of 0 or more.
+  /// The value of a UInt, or of an Int of 0 or more.
   VSA_API std::optional<std::uint64_t> unsignedInteger() const noexcept;
   std::uint64_t unsignedInteger(std::uint64_t fallback) const noexcept {
     return unsignedInteger().value_or(fallback);
   }
-  /// Of a Real, and of an Int or a UInt, rounded to the nearest.
+  /// The value of a Real, or of an Int or a UInt, rounded to the nearest double.
   std::optional<double> real() const noexcept {
     return type() == ValueType::Real ? std::optional(input_->real()) : realOfInteger();
   }
   double real(double fallback) const noexcept { return real().value_or(fallback); }
-  /// Valid until the input's next value.
+  /// The characters of a String. Valid until the input gets another value.
   std::optional<std::string_view> string() const noexcept {
     return type() == ValueType::String ? std::optional<std::string_view>(input_->string())
                                        : std::nullopt;
   }
-  std::string_view string(std::string_view fallback) const noexcept {
-    return string().value_or(fallback);
+  std::string_view string(TextParameter fallback) const noexcept {
+    return string().value_or(fallback.view());
   }
-  /// Of a vector, position, quaternion, colour or matrix (row by row): 2 to 16 numbers, valid until
-  /// the input's next value. Empty for anything else.
+  /// The 2 to 16 numbers of a vector, position, quaternion, colour or matrix (row by row). Valid
+  /// until the input gets another value. Empty for any other type.
   std::span<const double> components() const noexcept {
     if (input_ == nullptr) return {};
     return {input_->components(), zn::korvo_sdk::componentCount(input_->type())};
   }
-  /// The same, copied, where there are N of them: `components<3>()` of a Vec3 or a Pos3.
+  /// A copy of the N numbers: `components<3>()` of a Vec3 or a Pos3. std::nullopt if the value does
+  /// not have N numbers.
   template <std::size_t N>
   std::optional<std::array<double, N>> components() const noexcept {
     const std::span<const double> all = components();
@@ -119,42 +125,46 @@ class InputView {
     return copy;
   }
 
-  /// The buffer.
+  /// The buffer. If there is none, BufferView::problem says why.
   BufferView buffer() const noexcept {
     if (input_ == nullptr) return {};
     if (input_->type() != ValueType::Buffer) return BufferView(BufferProblem::NotABuffer);
     return BufferView(input_->buffer());
   }
-  /// The buffer's elements, each as N numbers of type T: see BufferView::as.
+  /// The elements of the buffer, each with N numbers of type T: see BufferView::as.
   template <class T, std::size_t N = 1>
   requires BufferElement<T, N> TypedBuffer<T, N> buffer()
   const noexcept { return buffer().template as<T, N>(); }
 
   // Links.
 
-  /// The node that the input refers to.
+  /// The node that the input refers to; missing if there is none.
   NodeView node() const noexcept;
-  /// The output that the input is connected to.
+  /// The output that the input is connected to; missing if there is none.
   ConnectionView connection() const noexcept {
     return ConnectionView(input_ != nullptr ? input_->connection() : nullptr);
   }
 
   // Elements of an array, members of an object.
 
-  /// The type of an array's elements; Null while it is not set, and for what is no array.
+  /// The type of an array's elements. Null if it is not set, or if the input is not an array.
   ValueType elementType() const noexcept {
     return input_ != nullptr ? input_->elementType() : ValueType::Null;
   }
+  /// The elements of an array, by index; empty for any other input.
   ElementRange elements() const noexcept;
+  /// The element at `index`; missing if there is none.
   InputView operator[](std::uint64_t index) const noexcept {
     return InputView(input_ != nullptr ? input_->element(index) : nullptr);
   }
+  /// The members of an object, in the order of their creation; empty for any other input.
   MemberRange members() const noexcept;
-  InputView operator[](std::string_view member) const noexcept {
+  /// The member of that name; missing if there is none.
+  InputView operator[](TextParameter member) const noexcept {
     return InputView(input_ != nullptr ? input_->memberNamed(member) : nullptr);
   }
 
-  /// The same input for the plain interface, or null.
+  /// The input as an object of the plain interface; null for a missing view.
   const zn::korvo_sdk::Input* plain() const noexcept { return input_; }
 
  protected:
@@ -177,7 +187,7 @@ struct InputView::Members {
   using Value = InputView;
   const zn::korvo_sdk::Input* object = nullptr;
   InputView operator()(std::uint64_t index) const noexcept {
-    return InputView(object->member(index));
+    return InputView(object != nullptr ? object->member(index) : nullptr);
   }
 };
 
@@ -189,14 +199,14 @@ inline InputView::MemberRange InputView::members() const noexcept {
   return {Members{input_}, input_ != nullptr ? input_->memberCount() : 0};
 }
 
-/// A node.
+/// A node of a scene.
 class NodeView {
  public:
   struct Inputs {
     using Value = InputView;
     const zn::korvo_sdk::Node* node = nullptr;
     InputView operator()(std::uint64_t index) const noexcept {
-      return InputView(node->inputAt(index));
+      return InputView(node != nullptr ? node->inputAt(index) : nullptr);
     }
   };
   using InputRange = IndexRange<Inputs>;
@@ -207,28 +217,30 @@ class NodeView {
   explicit operator bool() const noexcept { return node_ != nullptr; }
   bool operator==(const NodeView&) const = default;
 
-  /// As texts write it. Valid as long as the scene.
+  /// The name, as in a text. Valid as long as the scene.
   std::string_view name() const noexcept {
     return node_ != nullptr ? node_->nameView() : std::string_view();
   }
+  /// The name of the node's type, as in a text. Valid as long as the scene.
   std::string_view type() const noexcept {
     return node_ != nullptr ? node_->typeView() : std::string_view();
   }
-  /// Whether the node was taken out of its scene; its inputs can still be looked at.
+  /// Whether the node was removed from its scene. Its inputs can still be read.
   bool isRemoved() const noexcept { return node_ != nullptr && node_->isRemoved(); }
   /// Whether the node's type was declared (see registerNodeType) when the node was made.
   bool isDeclared() const noexcept { return node_ != nullptr && node_->isDeclared(); }
 
-  /// The inputs, in the order of their creation. Of a node of a declared type: those that a text or
-  /// a program has named.
+  /// The inputs, in the order of their creation. If the node's type is declared, only the inputs
+  /// that a text or a program has looked up or set.
   InputRange inputs() const noexcept {
     return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
   }
-  InputView operator[](std::string_view input) const noexcept {
+  /// The input of that name; missing if there is none.
+  InputView operator[](TextParameter input) const noexcept {
     return InputView(node_ != nullptr ? node_->inputNamed(input) : nullptr);
   }
 
-  /// The same node for the plain interface, or null.
+  /// The node as an object of the plain interface; null for a missing view.
   const zn::korvo_sdk::Node* plain() const noexcept { return node_; }
 
  protected:
@@ -251,7 +263,7 @@ inline NodeView InputView::node() const noexcept {
 }
 
 /// The nodes of a scene that were not removed, in the order of their creation: a forward range.
-/// Nodes that are added while it is walked are visited if the walk has not ended.
+/// An iteration that has not reached the end also visits nodes that are added in the meantime.
 class NodeRange {
  public:
   class Iterator {
@@ -313,46 +325,49 @@ class NodeRange {
   const zn::korvo_sdk::Scene* scene_ = nullptr;
 };
 
-/// A scene: the library's own, whoever owns it. The scene outlives the view.
+/// A scene of the library: that of a vsa::Scene or a zn::korvo_sdk::Scene, which must exist as long
+/// as the view is used.
 class SceneView {
  public:
   struct Comments {
     using Value = std::string_view;
     const zn::korvo_sdk::Scene* scene = nullptr;
     std::string_view operator()(std::uint64_t index) const noexcept {
-      return index < scene->fileCommentCount() ? scene->fileComment(index).view()
-                                               : std::string_view();
+      const bool exists = scene != nullptr && index < scene->fileCommentCount();
+      return exists ? scene->fileComment(index).view() : std::string_view();
     }
   };
   using CommentRange = IndexRange<Comments>;
 
   SceneView() = default;
-  /// Null is an empty scene.
+  /// A null pointer gives the view of an empty scene.
   explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
   SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}  // implicit: it is one
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 
+  /// The nodes that were not removed, in the order of their creation.
   NodeRange nodes() const noexcept { return NodeRange(scene_); }
-  NodeView operator[](std::string_view node) const noexcept {
+  /// The node of that name; missing if there is none.
+  NodeView operator[](TextParameter node) const noexcept {
     return NodeView(scene_ != nullptr ? scene_->nodeNamed(node) : nullptr);
   }
 
   // The header of the file.
 
-  /// 0 while no text has set it; 1 after a file that names none.
+  /// The version of the format: 0 if nothing has set it, 1 if a text without a version was read.
   std::uint64_t fileVersion() const noexcept {
     return scene_ != nullptr ? scene_->fileVersion() : 0;
   }
-  /// As the text has it. Valid until the scene's next time.
+  /// The time, as in the text. Valid until the scene gets another time.
   std::string_view fileTime() const noexcept {
     return scene_ != nullptr ? scene_->fileTime().view() : std::string_view();
   }
-  /// Each with its "#". Valid until the comments are cleared.
+  /// The comments in the order of the text, including their "#". Valid until the comments change.
   CommentRange comments() const noexcept {
     return {Comments{scene_}, scene_ != nullptr ? scene_->fileCommentCount() : 0};
   }
 
-  /// The same scene for the plain interface, or null.
+  /// The scene as an object of the plain interface, or null.
   const zn::korvo_sdk::Scene* plain() const noexcept { return scene_; }
 
  private:

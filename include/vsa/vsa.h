@@ -2,16 +2,16 @@
 //
 //   #include <vsa/vsa.h>
 //
-// Namespace vsa, for programs that read, look at and change scenes: the reading functions throw
-// nothing and print nothing, vsa::Scene owns a scene, views (vsa::NodeView, vsa::InputView) look
-// into it and are safe on what is missing, vsa::Node and vsa::Input change it.
+// Namespace vsa is for programs that read and change scenes. The functions that read a text do not
+// throw or print. vsa::Scene owns a scene. Views (vsa::NodeView, vsa::InputView) read its contents,
+// and may be used for nodes and inputs that do not exist. vsa::Node and vsa::Input change it.
 //
 //   const vsa::ReadResult result = vsa::readFile("scene.vsa");
 //   const double power = result.scene["sun"]["power"].real(1.0);
 //
-// Namespace zn and those inside it: the plain interface, for programs that write a scene of their
-// own (see <vsa/scene/scene_interface.h>) or call the reader's entry points themselves. A host with
-// its own scene needs only <vsa/parse.h>.
+// Namespace zn and the namespaces inside it are the plain interface, for programs that implement
+// their own scene (see <vsa/scene/scene_interface.h>) or call the entry points of the reader
+// directly. A program with its own scene needs only <vsa/parse.h>.
 //
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);
@@ -24,6 +24,7 @@
 #include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
+#include <vsa/text_parameter.h>
 #include <vsa/text_rules.h>
 #include <vsa/value.h>
 #include <vsa/value_types.h>

@@ -1,15 +1,22 @@
-/* The reader for C, and for languages that call C functions: read a text, see how it went, walk the
- * scene.
+/* The reader for C, and for languages that call C functions: read a text, ask how the reading
+ * ended, and look at the nodes and inputs of the scene.
  *
  *   vsa_reading* reading = vsa_read_file("scene.vsa", NULL);
+ *   const vsa_node* sun = vsa_find_node(reading, "sun");
  *   double power;
- *   if (vsa_real(vsa_find_input(vsa_find_node(reading, "sun"), "power"), &power)) printf("%g\n",
- * power); vsa_free(reading);
  *
- * Handles are opaque pointers. A null handle is something that is missing: every function takes it,
- * and answers null, 0 or an empty text. No exception leaves a function. Everything that a function
- * returns belongs to the reading, is not changed by anything, and is valid until vsa_free. Any
- * number of threads may read, each with its own reading, and look at one reading together. */
+ *   if (vsa_real(vsa_find_input(sun, "power"), &power)) {
+ *     printf("power: %g\n", power);
+ *   }
+ *   vsa_free(reading);
+ *
+ * Handles are opaque pointers. A null handle stands for something that is missing. Every function
+ * accepts it, and returns null, 0 or an empty text for it. A null pointer for a name is the empty
+ * name, and a null pointer for a result means that the result is not wanted. No function throws a
+ * C++ exception.
+ *
+ * Everything that a function returns belongs to the reading, never changes, and is valid until
+ * vsa_free. Any number of threads may read at the same time, and may look at the same reading. */
 #ifndef VSA_VSA_C_H
 #define VSA_VSA_C_H
 
@@ -48,28 +55,67 @@ typedef enum vsa_status {
   VSA_CUT_OFF,    /* the text ends inside a statement, a string or a list, or at a byte 0xFF */
   VSA_UNREADABLE, /* the file could not be opened or read to its end */
   VSA_CANCELLED,  /* the progress function returned 0 */
-  VSA_OVER_LIMIT, /* a limit of the options was met */
+  VSA_OVER_LIMIT, /* the text exceeds a limit; see vsa_reading_limit */
   VSA_OUT_OF_MEMORY,
-  VSA_HOST_EXCEPTION /* the progress function threw a C++ exception */
+  VSA_HOST_EXCEPTION, /* the progress function threw a C++ exception */
+  VSA_WRONG_USE       /* nothing was read: vsa_options_init of this header did not initialise the
+                       * options, or there is no skipped buffer with the index */
 } vsa_status;
 
-/* The value of a limit that bounds nothing. */
+/* The limits that can end a reading, by the members of vsa_options. */
+typedef enum vsa_limit {
+  VSA_NO_LIMIT,
+  VSA_LIMIT_TEXT_BYTES,
+  VSA_LIMIT_MEMORY,
+  VSA_LIMIT_BUFFER_BYTES,
+  VSA_LIMIT_NODES,
+  VSA_LIMIT_ELEMENTS,
+  VSA_LIMIT_EMPTY_ELEMENTS, /* array elements that only fill gaps before a higher index: 524288 */
+  VSA_LIMIT_DEPTH,
+  VSA_LIMIT_DIAGNOSTICS
+} vsa_limit;
+
+/* The state of a reading that has not ended. */
+typedef struct vsa_progress {
+  uint64_t bytes_read;     /* of the text */
+  uint64_t bytes_total;    /* of the text; VSA_UNLIMITED while its size is not known */
+  uint64_t links_resolved; /* 0 until the whole text has been read */
+  uint64_t links_total;    /* in the text; 0 until the whole text has been read */
+} vsa_progress;
+
+/* The value of a limit that limits nothing. */
 #define VSA_UNLIMITED UINT64_MAX
 
-/* Options of one reading. Call vsa_options_init first. */
+/* Options of one reading. Call vsa_options_init first, and then change single members. */
 typedef struct vsa_options {
-  size_t size;               /* bytes of this struct, set by vsa_options_init */
-  uint64_t text_bytes;       /* limits; all VSA_UNLIMITED at first. Of the text */
-  uint64_t memory_bytes;     /* in all; unlimited stands for 64 MiB and 100 times the text */
-  uint64_t buffer_bytes;     /* of one buffer */
-  uint64_t nodes;            /* that the text makes */
-  uint64_t elements;         /* of arrays that the text makes */
-  uint64_t depth;            /* inputs on one path */
-  uint64_t kept_diagnostics; /* how many are kept; 10000 at first. The others are counted */
-  int skips_buffers;         /* not 0: buffers get their type and stay empty */
-  /* Called with `progress_data` at most every few milliseconds; 0 ends the reading. `total` is
-   * VSA_UNLIMITED while the size of the text is not known. Null: not called. */
-  int (*progress)(void* progress_data, uint64_t bytes_read, uint64_t total);
+  size_t size; /* bytes of this struct, set by vsa_options_init */
+
+  /* The largest numbers that are allowed: a limit of N allows N, and a limit of 0 allows none. The
+   * defaults are VSA_UNLIMITED. */
+  uint64_t text_bytes;   /* bytes of the text */
+  uint64_t memory_bytes; /* bytes of memory; VSA_UNLIMITED: 64 MiB, plus 100 times the text, plus
+                          * what its compressed buffers may expand to */
+  uint64_t buffer_bytes; /* bytes of the elements of one buffer */
+  uint64_t nodes;        /* nodes that the text creates */
+  uint64_t elements;     /* array elements that the text creates */
+  uint64_t depth;        /* inputs on one path */
+  uint64_t diagnostics;  /* problems that are found, kept or not */
+
+  uint64_t kept_diagnostics;      /* diagnostics that are kept: 10000. The others are counted */
+  uint64_t kept_diagnostic_bytes; /* bytes of the diagnostics that are kept: 64 MiB */
+  int keep_header;   /* not 0: the version stays 0 if the text names none; otherwise it is 1 */
+  int skips_buffers; /* not 0: each buffer gets its type and stays empty: see vsa_load_buffer */
+
+  /* The nodes to keep: those with one of the names or one of the types. If both lists are empty,
+   * all. Other nodes are checked and not kept. Each name ends in a NUL. */
+  const char* const* wanted_names;
+  size_t wanted_name_count;
+  const char* const* wanted_types;
+  size_t wanted_type_count;
+
+  /* Called with `progress_data` at the beginning and then at most every 5 milliseconds. `progress`
+   * is valid for the call. Returning 0 ends the reading. Null: not called. */
+  int (*progress)(void* progress_data, const vsa_progress* progress);
   void* progress_data;
 } vsa_options;
 
@@ -77,8 +123,8 @@ typedef struct vsa_options {
 VSA_C_API void vsa_options_init(vsa_options* options);
 
 /* Reads the file at `path`, or `length` bytes at `text`. Null options are the defaults. Null paths
- * and texts are unreadable. Returns a reading whatever happened; null only if there is no memory
- * for it, or if `options` were not initialised. */
+ * and texts are unreadable. Always returns a reading, to be freed by vsa_free, except that it
+ * returns null if there is no memory for one. */
 VSA_C_API vsa_reading* vsa_read_file(const char* path, const vsa_options* options);
 VSA_C_API vsa_reading* vsa_read_text(const char* text, size_t length, const vsa_options* options);
 /* Frees the reading, its scene and everything that was returned from it. Null is allowed. */
@@ -86,10 +132,29 @@ VSA_C_API void vsa_free(vsa_reading* reading);
 
 /* VSA_OUT_OF_MEMORY for a null reading. */
 VSA_C_API vsa_status vsa_reading_status(const vsa_reading* reading);
-/* "complete", "stopped-by-error" and so on; "unknown" for a number that is none. */
+/* "complete", "stopped-by-error" and so on; "unknown" for a number that is no status. */
 VSA_C_API const char* vsa_status_name(vsa_status status);
-/* Why the reading ended, for people; empty after a complete one. */
+/* Why the reading ended, for people; empty if it is complete. */
 VSA_C_API vsa_text vsa_reading_message(const vsa_reading* reading);
+/* The limit that the text exceeds; VSA_NO_LIMIT unless the status is VSA_OVER_LIMIT. */
+VSA_C_API vsa_limit vsa_reading_limit(const vsa_reading* reading);
+/* "none", "text-bytes" and so on; "unknown" for a number that is no limit. */
+VSA_C_API const char* vsa_limit_name(vsa_limit limit);
+
+/* What a reading read and applied to its scene. */
+typedef struct vsa_counts {
+  uint64_t bytes_read; /* of the text */
+  uint64_t statements; /* statements and comments that were begun */
+  uint64_t nodes;      /* nodes that were created, kept or not */
+  uint64_t elements;   /* array elements that were created */
+  uint64_t values;     /* values that inputs of kept nodes were given */
+  uint64_t links;      /* references and connections that were resolved, `null` included */
+  uint64_t errors;     /* errors that were found, kept or not */
+  uint64_t warnings;   /* warnings that were found, kept or not */
+} vsa_counts;
+
+/* Fills `out` and returns 1; returns 0 and changes nothing for a null reading. */
+VSA_C_API int vsa_reading_counts(const vsa_reading* reading, vsa_counts* out);
 
 /* A place in the text. The offset counts bytes from 0, line and column from 1, columns in bytes. */
 typedef struct vsa_position {
@@ -103,8 +168,8 @@ typedef struct vsa_diagnostic {
   int ended_reading; /* not 0: nothing was read after it */
   vsa_text message;
   vsa_text input_path; /* the input concerned, such as "worktop.points[3]"; may be empty */
-  vsa_position begin;  /* the first byte to blame */
-  vsa_position end;    /* one past the last */
+  vsa_position begin;  /* the first byte of the invalid text */
+  vsa_position end;    /* the byte after the last one */
 } vsa_diagnostic;
 
 /* How many diagnostics were kept, and how many were found. */
@@ -112,6 +177,32 @@ VSA_C_API size_t vsa_diagnostic_count(const vsa_reading* reading);
 VSA_C_API uint64_t vsa_diagnostics_found(const vsa_reading* reading);
 /* Fills `out` and returns 1; returns 0 and changes nothing if `index` is not below the count. */
 VSA_C_API int vsa_diagnostic_at(const vsa_reading* reading, size_t index, vsa_diagnostic* out);
+
+/* --- buffers that are read later --- */
+
+/* The literal of a buffer that was not converted, because `skips_buffers` was set. */
+typedef struct vsa_skipped_buffer {
+  vsa_text input_path;      /* the input that it is assigned to, such as "worktop.points" */
+  const char* element_type; /* "Vec3f" */
+  uint64_t count;           /* elements that the text declares */
+  vsa_position begin;       /* the first byte of the literal */
+  vsa_position end;         /* the byte after the last one */
+} vsa_skipped_buffer;
+
+/* The number of skipped buffers, and one of them, in the order of the text. vsa_skipped_at fills
+ * `out` and returns 1; it returns 0 and changes nothing if `index` is not below the number. */
+VSA_C_API size_t vsa_skipped_count(const vsa_reading* reading);
+VSA_C_API int vsa_skipped_at(const vsa_reading* reading, size_t index, vsa_skipped_buffer* out);
+
+/* Reads one skipped buffer of the reading `skipped`, from the same file or the same text. Returns a
+ * new reading, as vsa_read_file does: vsa_loaded_buffer has its buffer. VSA_WRONG_USE if `index` is
+ * not below the number of skipped buffers, VSA_UNREADABLE if the file or the text has no such
+ * literal there. */
+VSA_C_API vsa_reading* vsa_load_buffer(const char* path, const vsa_reading* skipped, size_t index,
+                                       const vsa_options* options);
+VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length,
+                                                 const vsa_reading* skipped, size_t index,
+                                                 const vsa_options* options);
 
 /* --- the scene --- */
 
@@ -175,9 +266,9 @@ VSA_C_API vsa_type vsa_input_type(const vsa_input* input);
 /* "Null", "Bool" and so on. */
 VSA_C_API const char* vsa_type_name(vsa_type type);
 
-/* The value. Each fills `out` and returns 1 for an input of its type, and returns 0 and changes
- * nothing for any other. Integers are taken for the other integer type and for a real where they
- * fit. */
+/* The value. Each function fills `out` and returns 1 if the input has a value of its type;
+ * otherwise it returns 0 and changes nothing. vsa_int accepts a UInt below 2^63, and vsa_uint an
+ * Int of 0 or more. vsa_real accepts every Int and UInt, and rounds it to the nearest double. */
 VSA_C_API int vsa_bool(const vsa_input* input, int* out);
 VSA_C_API int vsa_int(const vsa_input* input, int64_t* out);
 VSA_C_API int vsa_uint(const vsa_input* input, uint64_t* out);
@@ -204,7 +295,12 @@ typedef struct vsa_buffer {
   size_t component_bytes;     /* of one number */
 } vsa_buffer;
 
+/* The buffer of an input. Fills `out` and returns 1; returns 0 and changes nothing if the input has
+ * no buffer. */
 VSA_C_API int vsa_buffer_of(const vsa_input* input, vsa_buffer* out);
+/* The buffer that vsa_load_buffer or vsa_load_buffer_from_text has read, in the same way. Returns 0
+ * for any other reading. */
+VSA_C_API int vsa_loaded_buffer(const vsa_reading* loaded, vsa_buffer* out);
 
 #ifdef __cplusplus
 }

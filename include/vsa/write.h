@@ -4,9 +4,9 @@
 //   if (!result.isWritten()) std::puts(result.message.c_str());
 //
 // Reading the text gives the same scene: nodes, types, inputs, their order, every bit of every
-// value and buffer, links and header. What a text cannot carry, such as a name that is no
-// identifier, is found before anything is written. None of these functions throws, and none prints.
-// The scene must not change during the call.
+// value and buffer, links and header. The functions check the whole scene before they write: a text
+// cannot carry everything, for instance not a name that is no identifier. They do not throw or
+// print. The scene must not change during the call.
 #pragma once
 
 #include <cstdint>
@@ -23,12 +23,13 @@
 
 namespace vsa {
 
-/// Where a text goes, if it is neither a file nor a string. The host owns it.
+/// A destination for a text that is neither a file nor a string. The host owns it.
 class VSA_API Sink {
  public:
   virtual ~Sink() = default;
-  /// Takes the next part of the text, at most about 64 KiB, valid during the call. Returning false
-  /// ends the writing with WriteStatus::Unwritable; an exception ends it with HostException.
+  /// Receives the next part of the text, about 64 KiB at most, which is valid during the call. If
+  /// it returns false, the writing ends with WriteStatus::Unwritable; if it throws, with
+  /// HostException.
   virtual bool write(std::string_view text) = 0;
   /// Why a write failed, as a message for people.
   virtual std::string error() const { return {}; }
@@ -42,34 +43,34 @@ struct WriteProblem {
   std::string input;
   /// Why a text cannot carry it, as a message for people.
   std::string reason;
-  /// Whether a lossy text has a value in its place; otherwise it has nothing of it, and nothing of
-  /// what is inside it.
+  /// Whether a lossy text has another value instead. Otherwise the text leaves out the node or
+  /// input, with everything inside it.
   bool isReplaced = false;
 };
 
+/// How a writing ended.
 enum class WriteStatus : std::uint8_t {
-  /// The text was written; if WriteOptions::lossy, without what `problems` lists.
+  /// The text was written. With WriteOptions::lossy, `problems` lists what it does not have.
   Written,
   /// The scene has something that a text cannot carry. Nothing was written.
   NotCarried,
-  /// The file or the sink did not take the text. A file that was there is unchanged.
+  /// The file could not be written, or the sink returned false. An existing file is unchanged.
   Unwritable,
-  /// There was no memory. A file that was there is unchanged.
+  /// Memory could not be allocated. An existing file is unchanged.
   OutOfMemory,
   /// The sink threw an exception.
   HostException,
 };
 
-/// How a writing ended.
+/// How a writing ended, and what the text cannot carry.
 struct [[nodiscard]] WriteResult {
   WriteStatus status = WriteStatus::Written;
-  /// Why there is no text, for people. Empty if `status` is Written, and where there is no memory
-  /// for it.
+  /// Why there is no text, as a message for people. Empty if `status` is Written, or if there is no
+  /// memory for the message.
   std::string message;
-  /// What the text cannot carry, in the order of the scene; the first
-  /// WriteOptions::keptProblems of them.
+  /// What a text cannot carry, in the order of the scene; at most WriteOptions::keptProblems.
   std::vector<WriteProblem> problems;
-  /// How many there are, kept or not.
+  /// The number of all problems, kept or not.
   std::uint64_t problemCount = 0;
   /// Bytes of the text that were handed to the file, the string or the sink.
   std::uint64_t bytesWritten = 0;
@@ -79,7 +80,7 @@ struct [[nodiscard]] WriteResult {
   bool isWritten() const noexcept { return status == WriteStatus::Written; }
 };
 
-/// The same, with the text.
+/// A WriteResult with the text.
 struct [[nodiscard]] TextResult : WriteResult {
   /// Empty unless `status` is Written.
   std::string text;
@@ -87,8 +88,9 @@ struct [[nodiscard]] TextResult : WriteResult {
 
 /// Writes the file at `path`. The text goes to a new file in the same folder, which replaces `path`
 /// when it is complete and on the disk, and has the permissions of the file that it replaces. So
-/// there is the old file or the new one at any time, and never a part of one. A symbolic link
-/// stays, and the file that it names is replaced. A pipe or a device is written to as it is.
+/// `path` is the complete old file or the complete new file at any time. If `path` is a symbolic
+/// link, the file that it leads to is replaced. If it is a pipe or a device, the text is written to
+/// it directly.
 VSA_API WriteResult writeFile(const zn::korvo_sdk::Scene& scene, const std::filesystem::path& path,
                               const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeFile(const Scene& scene, const std::filesystem::path& path,

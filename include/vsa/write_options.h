@@ -1,4 +1,4 @@
-// What a writing is asked for: the layout of the text, and what to do about what it cannot carry.
+// Options of one writing: the layout of the text, and what happens if it cannot carry something.
 #pragma once
 
 #include <cstddef>
@@ -22,12 +22,12 @@ enum class NodeOrder : std::uint8_t {
   Name,
 };
 
-/// Where references and connections stand.
+/// Where references and connections are written.
 enum class LinkPlace : std::uint8_t {
   /// With the other statements of their node.
   WithNode,
-  /// After all nodes. An input that has only a link is also written with its node, as `null`, so
-  /// that the order of inputs stays.
+  /// After all nodes. To keep the order of inputs, an input that has only a link is also written
+  /// with its node, as `null`.
   Last,
 };
 
@@ -42,10 +42,11 @@ enum class BufferForm : std::uint8_t {
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
-  /// The comments of the scene, and comments for the version and the time where the scene's do not
-  /// say them. A version of 0 or 1 needs no comment.
+  /// The comments of the scene. If they do not contain the version and the time, also comments that
+  /// do. A version of 0 or 1 needs no comment.
   Complete,
-  /// The comments of the scene only. A version or time that they do not say is a problem.
+  /// Only the comments of the scene. It is a problem if they do not contain the version or the
+  /// time.
   Comments,
   /// None. The version, the time and the comments of the scene are not written.
   None,
@@ -53,20 +54,20 @@ enum class HeaderForm : std::uint8_t {
 
 /// Options of one writing.
 struct WriteOptions {
-  /// Columns of the longest line that a list of numbers may make; 0: lists are never broken. A list
+  /// The maximum width, in columns, of a line with a list of numbers; 0: no maximum. A longer list
   /// is broken between elements, a matrix between rows. Nothing else is broken.
   std::size_t lineWidth = 120;
-  /// Numbers in each line of a list; 0: as many as `lineWidth` allows. If set, `lineWidth` does not
-  /// count.
+  /// The numbers in each line of a list; 0: as many as `lineWidth` allows. If it is not 0,
+  /// `lineWidth` is ignored.
   std::size_t numbersPerLine = 0;
   PathForm paths = PathForm::Block;
   NodeOrder order = NodeOrder::Created;
   LinkPlace links = LinkPlace::WithNode;
   BufferForm buffers = BufferForm::Plain;
   HeaderForm header = HeaderForm::Complete;
-  /// Writes a text without what it cannot carry, which WriteResult::problems then lists.
+  /// Leaves out of the text what it cannot carry. WriteResult::problems then lists it.
   bool lossy = false;
-  /// How many problems the result keeps.
+  /// The maximum number of problems in the result.
   std::size_t keptProblems = 1000;
 };
 

@@ -136,7 +136,7 @@ Status Input::referToNone() const noexcept {
   });
 }
 
-Status Input::connect(NodeView node, std::string_view output) const noexcept {
+Status Input::connect(NodeView node, TextParameter output) const noexcept {
   return guarded([&]() -> Status {
     PlainInput* const input = mutablePlain();
     if (const Status status = detail::checkInput(input); !status) return status;

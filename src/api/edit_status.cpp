@@ -40,7 +40,8 @@ constexpr Row ROWS[] = {
     {"buffer-size", "the memory is not a number of elements of that type"},
     {"bad-comment", "a comment is one line without a byte 0xFF"},
     {"bad-version-comment", "a comment with 'version:' must have a number after its first colon"},
-    {"bad-time", "a time has no white space at its ends and does not contain 'version:'"},
+    {"bad-time",
+     "a time is one line, has no white space at its ends and does not contain 'version:'"},
     {"out-of-memory", "out of memory"},
 };
 static_assert(std::size(ROWS) == static_cast<std::size_t>(EditError::OutOfMemory) + 1);

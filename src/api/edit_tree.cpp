@@ -1,5 +1,6 @@
 // Node and Input: what lies below them: inputs, elements and members.
 #include <limits>
+#include <utility>
 
 #include <vsa/edit.h>
 #include "api/edit_guard.h"
@@ -61,6 +62,21 @@ Status checkGrowth(const PlainInput* array, std::uint64_t count) {
   return isAtDepthLimit(*array) ? EditError::TooDeep : EditError::None;
 }
 
+Status checkAppend(const PlainInput* array) {
+  return checkGrowth(array, array != nullptr ? array->count() + 1 : 0);
+}
+
+// Appends an element and calls `set(element)`. Removes the element again if that is refused.
+template <class Set>
+Status appendWith(PlainInput* array, const Set& set) noexcept {
+  return guarded([&]() -> Status {
+    if (const Status status = checkAppend(array); !status) return status;
+    const Status status = set(Input(appendTo(*array)));
+    if (!status) array->truncate(array->count() - 1);
+    return status;
+  });
+}
+
 }  // namespace
 
 // --- arrays ---
@@ -87,27 +103,33 @@ Status Input::makeArray(ValueType elementType) const noexcept {
 
 Added<Input> Input::append() const noexcept {
   return guarded([&]() -> Added<Input> {
-    PlainInput* const array = mutablePlain();
-    if (const Status status = checkGrowth(array, array != nullptr ? array->count() + 1 : 0);
-        !status) {
-      return status;
-    }
-    return Input(appendTo(*array));
+    if (const Status status = checkAppend(plain()); !status) return status;
+    if (plain()->elementType() == ValueType::Buffer) return EditError::BadBufferType;
+    return Input(appendTo(*mutablePlain()));
   });
 }
 
 Status Input::append(const Value& value) const noexcept {
-  const Added<Input> element = append();
-  if (!element) return element.status;
-  const Status status = element.set(value);
-  if (!status) mutablePlain()->truncate(mutablePlain()->count() - 1);
-  return status;
+  return appendWith(mutablePlain(), [&](const Input& element) { return element.set(value); });
+}
+
+Status Input::appendBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept {
+  return appendWith(mutablePlain(),
+                    [&](const Input& element) { return element.setBufferBytes(type, bytes); });
+}
+
+Status Input::appendBuffer(ElementType type, std::uint64_t count,
+                           BufferMemory memory) const noexcept {
+  return appendWith(mutablePlain(), [&](const Input& element) {
+    return element.setBuffer(type, count, std::move(memory));
+  });
 }
 
 Status Input::resize(std::uint64_t count) const noexcept {
   PlainInput* const array = mutablePlain();
   if (const Status status = checkGrowth(array, count); !status) return status;
   const std::uint64_t before = array->count();
+  if (count > before && array->elementType() == ValueType::Buffer) return EditError::BadBufferType;
   const Status status = guarded([&]() -> Status {
     while (array->count() < count) appendTo(*array);
     return {};
@@ -129,7 +151,7 @@ Status Input::makeObject() const noexcept {
   });
 }
 
-Added<Input> Input::add(std::string_view member) const noexcept {
+Added<Input> Input::add(TextParameter member) const noexcept {
   return guarded([&]() -> Added<Input> {
     PlainInput* const object = mutablePlain();
     if (const Status status = detail::checkInput(object); !status) return status;
@@ -147,7 +169,7 @@ Added<Input> Input::add(std::string_view member) const noexcept {
   });
 }
 
-Status Input::set(std::string_view member, const Value& value) const noexcept {
+Status Input::set(TextParameter member, const Value& value) const noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;
   const bool isNew = !(*this)[member];
   const Added<Input> input = add(member);
@@ -157,7 +179,7 @@ Status Input::set(std::string_view member, const Value& value) const noexcept {
   return status;
 }
 
-Status Input::remove(std::string_view member) const noexcept {
+Status Input::remove(TextParameter member) const noexcept {
   if (const Status status = detail::checkInput(plain()); !status) return status;
   PlainInput* const found = mutablePlain()->memberNamed(member);
   if (found == nullptr) return EditError::Missing;
@@ -167,7 +189,7 @@ Status Input::remove(std::string_view member) const noexcept {
 
 // --- nodes ---
 
-Added<Input> Node::add(std::string_view input) const noexcept {
+Added<Input> Node::add(TextParameter input) const noexcept {
   return guarded([&]() -> Added<Input> {
     PlainNode* const node = mutablePlain();
     if (const Status status = detail::checkNode(node); !status) return status;
@@ -182,7 +204,7 @@ Added<Input> Node::add(std::string_view input) const noexcept {
   });
 }
 
-Status Node::set(std::string_view input, const Value& value) const noexcept {
+Status Node::set(TextParameter input, const Value& value) const noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;
   const bool isNew = !(*this)[input];
   const Added<Input> added = add(input);
@@ -192,7 +214,7 @@ Status Node::set(std::string_view input, const Value& value) const noexcept {
   return status;
 }
 
-Status Node::remove(std::string_view input) const noexcept {
+Status Node::remove(TextParameter input) const noexcept {
   if (const Status status = detail::checkNode(plain()); !status) return status;
   PlainInput* const found = mutablePlain()->inputNamed(input);
   if (found == nullptr) return EditError::Missing;

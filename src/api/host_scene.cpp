@@ -77,8 +77,8 @@ interfaces::IOutput* HostNode::output(const zn::String& name) {
 HostScene::HostScene() = default;
 HostScene::~HostScene() = default;
 
-HostNode* HostScene::node(std::string_view name) const {
-  const auto found = nodes_.find(name);
+HostNode* HostScene::node(TextParameter name) const {
+  const auto found = nodes_.find(name.view());
   return found == nodes_.end() ? nullptr : found->second.get();
 }
 

@@ -22,11 +22,11 @@ const zn::korvo_sdk::Scene& Scene::plain() const {
   return EMPTY;
 }
 
-Node Scene::operator[](std::string_view node) noexcept {
+Node Scene::operator[](TextParameter node) noexcept {
   return Node(plain_ != nullptr ? plain_->nodeNamed(node) : nullptr);
 }
 
-Added<Node> Scene::addNode(std::string_view type, std::string_view name) noexcept {
+Added<Node> Scene::addNode(TextParameter type, TextParameter name) noexcept {
   return detail::guarded([&]() -> Added<Node> {
     if (!isName(type) || !isName(name)) return EditError::BadName;
     zn::korvo_sdk::Node* const made =

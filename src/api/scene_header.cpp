@@ -72,22 +72,22 @@ Status Scene::setFileVersion(std::uint64_t version) noexcept {
   });
 }
 
-Status Scene::setFileTime(std::string_view time) noexcept {
+Status Scene::setFileTime(TextParameter time) noexcept {
   return guarded([&]() -> Status {
     if (const Status status = checkTime(time); !status) return status;
     PlainScene& scene = plain();
-    const std::string line = time.empty() ? std::string() : "# time: " + std::string(time);
+    const std::string line = time.view().empty() ? std::string() : "# time: " + std::string(time);
     setComments(scene, replaced(commentsOf(scene), setsTime, line));
     scene.setFileTime(zn::String::copyOf(time));
     return {};
   });
 }
 
-Status Scene::addComment(std::string_view comment) noexcept {
+Status Scene::addComment(TextParameter comment) noexcept {
   return guarded([&]() -> Status {
     if (const Status status = checkComment(comment); !status) return status;
     const zn::String line = zn::String::copyOf(
-        comment.starts_with('#') ? std::string(comment) : "# " + std::string(comment));
+        comment.view().starts_with('#') ? std::string(comment) : "# " + std::string(comment));
     PlainScene& scene = plain();
     const zn::String value = line.fromFirst(':', false).trim(true, true);
     scene.pushFileComment(line);

@@ -64,7 +64,8 @@ constexpr std::string_view VERSION = "version:";
 
 }  // namespace
 
-bool isName(std::string_view text) noexcept {
+bool isName(TextParameter parameter) noexcept {
+  const std::string_view text = parameter;
   if (text.empty()) return false;
   if (!char_class::is(text.front(), char_class::LETTER) && text.front() != '_') return false;
   for (const char c : text) {
@@ -73,7 +74,8 @@ bool isName(std::string_view text) noexcept {
   return !isWord(text, "true") && !isWord(text, "false") && !isWord(text, "null");
 }
 
-bool isOutputName(std::string_view text) noexcept {
+bool isOutputName(TextParameter parameter) noexcept {
+  std::string_view text = parameter;
   const std::size_t brackets = std::min(text.find('['), text.size());
   if (!isName(text.substr(0, brackets))) return false;
   text.remove_prefix(brackets);
@@ -100,8 +102,9 @@ Status checkNumbers(std::span<const double> numbers) noexcept {
                                                                          : EditError::NotANumber;
 }
 
-Status checkString(std::string_view text) noexcept {
-  return text.find('\0') == std::string_view::npos ? EditError::None : EditError::NulCharacter;
+Status checkString(TextParameter text) noexcept {
+  return text.view().find('\0') == std::string_view::npos ? EditError::None
+                                                          : EditError::NulCharacter;
 }
 
 Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept {
@@ -114,7 +117,8 @@ Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept 
   return isReadableBuffer ? EditError::None : EditError::NotANumber;
 }
 
-Status checkComment(std::string_view comment) noexcept {
+Status checkComment(TextParameter parameter) noexcept {
+  const std::string_view comment = parameter;
   if (const Status line = checkLine(comment); !line) return line;
   if (comment.find(VERSION) == std::string_view::npos) return {};
   unsigned long long number = 0;
@@ -127,8 +131,11 @@ Status checkComment(std::string_view comment) noexcept {
   return EditError::BadVersionComment;
 }
 
-Status checkTime(std::string_view time) noexcept {
-  if (const Status line = checkLine(time); !line) return line;
+Status checkTime(TextParameter parameter) noexcept {
+  const std::string_view time = parameter;
+  if (const Status line = checkLine(time); !line) {
+    return line == EditError::BadComment ? EditError::BadTime : line;
+  }
   if (trimmed(time).size() != time.size()) return EditError::BadTime;
   return time.find(VERSION) == std::string_view::npos ? EditError::None : EditError::BadTime;
 }

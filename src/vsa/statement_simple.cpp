@@ -33,8 +33,12 @@ void VsaParser::parseSimpleStatements() {
 
 void VsaParser::begin(const SimpleStatement& statement) const {
   if (session == nullptr) return;
-  session->beginStatement(current.line, current.column);
-  if (statement.isAssignment()) session->beginAssignment(assignment_, statement.path());
+  session->beginNewStatement(current.line, current.column);
+  if (statement.isAssignment()) {
+    session->beginAssignment(assignment_, statement.path());
+  } else {
+    session->endAssignment();
+  }
 }
 
 // False if the statement has a value that does not convert: the parser then makes the message.

@@ -1,6 +1,7 @@
 // Editing: what a program makes is what the same text makes.
 #include <vsa/edit.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdint>
@@ -12,6 +13,8 @@
 #include <gtest/gtest.h>
 
 #include <vsa/scene/node_type.h>
+#include <vsa/text_rules.h>
+#include <vsa/write.h>
 #include "tests/api/scene_of.h"
 
 namespace {
@@ -62,6 +65,19 @@ lamp sun: .on = true; .count = -3; .mask = 12u; .all = -1u; .least = -9223372036
   .c |= dusk.outColor;
 sky dusk;
 )")));
+}
+
+TEST(Edit, SetsAValueThatWasMadeFromATemporaryTuple) {
+  vsa::Scene scene;
+  const vsa::Value value = vsa::vec3(1, 2, 3);
+  const vsa::Value other = vsa::rgba(4, 5, 6, 7);
+  const vsa::Node sun = scene.addNode("lamp", "sun");
+  EXPECT_DONE(sun.set("v", value));
+  EXPECT_DONE(sun.set("c", vsa::Value(other)));
+  EXPECT_EQ(sun["v"].components<3>(), (std::array{1.0, 2.0, 3.0}));
+  EXPECT_EQ(sun["c"].components<4>(), (std::array{4.0, 5.0, 6.0, 7.0}));
+  EXPECT_FALSE(std::equal(value.tuple()->components().begin(), value.tuple()->components().end(),
+                          other.tuple()->components().begin()));
 }
 
 TEST(Edit, MakesArraysAndObjects) {
@@ -116,6 +132,24 @@ TEST(Edit, MakesBuffers) {
 mesh m: .a = float[2] {1 2}; .b = pos3f[1] {1 2 3}; .c = vec3f[2] {1 2 3 4 5 6}; .d = vec3f[1] {1 2 3};
   .e = rgba8[1] {1 2 3 4}; .f = int32[0] {}; .g = uint64[1] {18446744073709551615}; .h = float[2] {0 0};
 )")));
+}
+
+TEST(Edit, AppendsBuffersAndNoElementWithoutOne) {
+  vsa::Scene scene;
+  const vsa::Input array = scene.addNode("mesh", "m").add("k");
+  EXPECT_DONE(array.makeArray(ValueType::Buffer));
+  EXPECT_REFUSED(array.append().status, BadBufferType);
+  EXPECT_REFUSED(array.resize(2), BadBufferType);
+  EXPECT_REFUSED(array.append(1), OtherElementType);
+  EXPECT_REFUSED(array.appendBuffer(ElementType::Float, std::array{1.0}), BufferSize);
+  EXPECT_REFUSED(array.appendBufferBytes(ElementType::Bool, {}), BadBufferType);
+  EXPECT_TRUE(array.elements().empty());
+  EXPECT_DONE(array.appendBuffer(ElementType::Float, std::vector<float>{1, 2}));
+  EXPECT_DONE(array.appendBuffer(ElementType::Int32, 0, nullptr));
+  EXPECT_EQ(dumpOf(scene), dumpOf(sceneOf("mesh m: .k[0] = float[2] {1 2}; .k[1] = int32[0] {};")));
+  EXPECT_TRUE(vsa::writeText(scene).isWritten());
+  EXPECT_DONE(array.resize(1));
+  EXPECT_REFUSED(vsa::Input().appendBuffer(ElementType::Float, 0, nullptr), Missing);
 }
 
 TEST(Edit, RefusesBuffersThatDoNotFit) {
@@ -246,6 +280,28 @@ TEST(Edit, RefusesWhatIsMissing) {
   EXPECT_FALSE(input["x"]);
   // A refused node refuses what follows.
   EXPECT_REFUSED(scene.addNode("lamp", "not a name").add("x").set(1), Missing);
+}
+
+TEST(Edit, RefusesNullNames) {
+  vsa::Scene scene;
+  const char* const null = nullptr;
+  const vsa::Node sun = scene.addNode("lamp", "sun");
+  const vsa::Input input = sun.add("frame");
+  EXPECT_REFUSED(scene.addNode(null, "x").status, BadName);
+  EXPECT_REFUSED(scene.addNode("lamp", null).status, BadName);
+  EXPECT_FALSE(scene[null]);
+  EXPECT_FALSE(sun[null]);
+  EXPECT_FALSE(input[null]);
+  EXPECT_REFUSED(sun.add(null).status, BadName);
+  EXPECT_REFUSED(sun.set(null, 1), BadName);
+  EXPECT_REFUSED(sun.remove(null), Missing);
+  EXPECT_REFUSED(input.add(null).status, BadName);
+  EXPECT_REFUSED(input.set(null, 1), BadName);
+  EXPECT_REFUSED(input.remove(null), Missing);
+  EXPECT_REFUSED(input.connect(sun, null), BadName);
+  EXPECT_DONE(scene.setFileTime(null));
+  EXPECT_DONE(scene.addComment(null));
+  EXPECT_FALSE(vsa::isName(null));
 }
 
 TEST(Edit, RefusesWhatDoesNotFitThePlace) {

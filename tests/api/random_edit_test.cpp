@@ -52,9 +52,6 @@ class RandomEditor {
       static_cast<void>(input.clear());
       if (input.type() == ValueType::Array) fillArray(input);
     }
-    if (input.type() == ValueType::Buffer && input.buffer().elementType() == ElementType::Null) {
-      static_cast<void>(input.setBufferBytes(ElementType::Byte, {}));
-    }
     for (std::uint64_t i = 0; i < input.elements().size(); ++i) fill(input[i]);
     for (const vsa::InputView member : input.members()) fill(input[member.name()]);
   }
@@ -137,7 +134,9 @@ class RandomEditor {
                                  (chance(9) ? 1 : 0));
     for (std::byte& byte : bytes)
       byte = chance(4) ? std::byte{0xFF} : static_cast<std::byte>(random_());
-    static_cast<void>(input.setBufferBytes(type, bytes));
+    static_cast<void>(input.elementType() == ValueType::Buffer
+                          ? input.appendBufferBytes(type, bytes)
+                          : input.setBufferBytes(type, bytes));
   }
 
   void changeInput(vsa::Scene& scene, Input input, int depth) {
@@ -158,6 +157,7 @@ class RandomEditor {
         static_cast<void>(input.makeArray(static_cast<ValueType>(random_() % 20)));
         [[fallthrough]];
       case 6:
+        if (chance(3)) setAnyBuffer(input);
         static_cast<void>(input.resize(random_() % 4));
         if (depth < 5) changeInput(scene, input[random_() % 4], depth + 1);
         return;

@@ -178,7 +178,11 @@ TEST(TextRules, TimesStandInOneComment) {
     EXPECT_EQ(vsa::checkTime(time), EditError::BadTime) << time;
     EXPECT_NE(sceneOf("# time: " + time).fileTime(), time);
   }
-  EXPECT_EQ(vsa::checkTime("a\nb"), EditError::BadComment);
+  for (const std::string time : {"a\nb", "a\rb", "a\xFF"}) {
+    EXPECT_EQ(vsa::checkTime(time), EditError::BadTime);
+    EXPECT_EQ(vsa::Scene().setFileTime(time), EditError::BadTime);
+  }
+  EXPECT_EQ(vsa::checkTime(std::string_view("a\0b", 3)), EditError::NulCharacter);
 }
 
 }  // namespace

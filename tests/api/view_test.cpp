@@ -124,6 +124,38 @@ TEST(View, IsSafeOnWhatIsMissing) {
   expectMissing(scene["ball"]["keys"][0]["nosuch"]);
 }
 
+template <class Container, class Key>
+concept CanLookUp = requires(const Container& container, Key key) {
+  container[key];
+};
+static_assert(CanLookUp<vsa::Scene, const char*> && CanLookUp<NodeView, std::string>);
+static_assert(!CanLookUp<vsa::Scene, std::nullptr_t> && !CanLookUp<vsa::SceneView, std::nullptr_t>);
+static_assert(!CanLookUp<NodeView, std::nullptr_t> && !CanLookUp<InputView, std::nullptr_t>);
+
+TEST(View, TakesANullNameForTheEmptyName) {
+  const vsa::Scene scene = sceneOf(TEXT);
+  const char* const null = nullptr;
+  EXPECT_FALSE(scene[null]);
+  EXPECT_FALSE(scene.view()[null]);
+  expectMissing(scene["sun"][null]);
+  expectMissing(scene["ball"]["keys"][0][null]);
+  EXPECT_EQ(scene["sun"]["power"].string(null), "");
+}
+
+TEST(View, HasMissingViewsPastTheEndOfARange) {
+  const vsa::Scene scene = sceneOf(TEXT);
+  expectMissing(scene["nosuch"].inputs()[0]);
+  expectMissing(scene["sun"].inputs()[1000]);
+  expectMissing(InputView().members()[0]);
+  expectMissing(InputView().elements()[0]);
+  expectMissing(scene["sun"]["power"].members()[0]);
+  expectMissing(scene["ball"]["keys"][1].members()[2]);
+  expectMissing(scene["ball"]["keys"].elements()[2]);
+  expectMissing(*scene["nosuch"].inputs().end());
+  EXPECT_EQ(vsa::SceneView().comments()[0], "");
+  EXPECT_EQ(scene.comments()[3], "");
+}
+
 TEST(View, IsSafeOnAMissingNode) {
   const NodeView node = sceneOf(TEXT)["nosuch"];
   EXPECT_FALSE(node);

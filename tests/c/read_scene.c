@@ -103,9 +103,9 @@ static void check_diagnostics(void) {
   vsa_free(reading);
 }
 
-static int stop(void* calls, uint64_t bytes_read, uint64_t total) {
+static int stop(void* calls, const vsa_progress* progress) {
   ++*(int*)calls;
-  return bytes_read > total;
+  return progress->bytes_read > progress->bytes_total;
 }
 
 static void check_options(void) {
@@ -127,7 +127,34 @@ static void check_options(void) {
   vsa_free(reading);
 
   memset(&options, 0, sizeof options); /* not initialised */
-  CHECK(read_text("lamp a;", &options) == NULL);
+  reading = read_text("lamp a;", &options);
+  CHECK(vsa_reading_status(reading) == VSA_WRONG_USE && vsa_first_node(reading) == NULL);
+  CHECK(vsa_reading_message(reading).length != 0);
+  vsa_free(reading);
+}
+
+static void check_skipped_buffers(const char* folder) {
+  char path[4096];
+  vsa_options options;
+  vsa_reading* reading;
+  vsa_reading* loaded;
+  vsa_skipped_buffer skipped;
+  vsa_buffer buffer;
+  size_t index = 0;
+  vsa_options_init(&options);
+  options.skips_buffers = 1;
+  snprintf(path, sizeof path, "%s/vase_mesh.vsa", folder);
+  reading = vsa_read_file(path, &options);
+  CHECK(vsa_skipped_count(reading) != 0);
+  while (vsa_skipped_at(reading, index, &skipped) && !is(skipped.input_path, "vaseMesh.points")) {
+    ++index;
+  }
+  CHECK(index < vsa_skipped_count(reading) && skipped.count == 375);
+  loaded = vsa_load_buffer(path, reading, index, NULL);
+  vsa_free(reading);
+  CHECK(vsa_reading_status(loaded) == VSA_COMPLETE);
+  CHECK(vsa_loaded_buffer(loaded, &buffer) && buffer.count == 375 && buffer.components == 3);
+  vsa_free(loaded);
 }
 
 /* Every function takes what is missing. */
@@ -189,6 +216,9 @@ int main(int count, char** arguments) {
   check_options();
   check_missing();
   check_unreadable();
-  if (count == 2) check_file(arguments[1]);
+  if (count == 2) {
+    check_file(arguments[1]);
+    check_skipped_buffers(arguments[1]);
+  }
   return failures == 0 && count == 2 ? 0 : 1;
 }

@@ -88,6 +88,7 @@ constexpr HugeText TEXTS[] = {
     {"an error after 2.2 Gi lines", "t n; n.last = 7;", "\n", GIB * 22 / 10, "42;", false},
     {"a string of 2.2 GiB", "t n; n.s = \"", "0123456789abcdef", GIB * 22 / 10, "\"; n.last = 7;",
      true},
+    {"4 GiB - 1 of blanks", "t n; t w: .a = 1;", " ", 4 * GIB - 1, "n.last = 7; n.b = 2;", true},
     {"a list of 2.2 GiB, too long", "t n; n.last = 7; n.b = byte[3] {", "1 ", GIB * 22 / 10, "};",
      false},
 };

@@ -62,8 +62,8 @@ class VSA_API Input : public interfaces::IInput {
   /// The member of that name, or null.
   Input* memberNamed(std::string_view name) const noexcept;
 
-  // Changes that texts cannot make. What is removed keeps its place in memory, 48 bytes, until the
-  // scene is destroyed; its values are freed at once.
+  // Changes that no statement of a text makes. A removed input stays in memory, with 48 bytes,
+  // until the scene is destroyed. Its values are freed at once.
 
   /// Frees the value and removes all elements and members: the input has type Null again. A
   /// connection stays.
@@ -71,7 +71,7 @@ class VSA_API Input : public interfaces::IInput {
   /// Removes elements from the end of an array until it has no more than `count`.
   void truncate(std::uint64_t count) noexcept;
   /// Removes a member of this object. Does nothing for any other input. Takes time proportional to
-  /// the object's members, constant time for the last one.
+  /// the number of members, and constant time for the last member.
   void removeMember(Input* member) noexcept;
 
   // IInput. The comments of the interface apply; these add the behaviour of this scene.
@@ -90,8 +90,7 @@ class VSA_API Input : public interfaces::IInput {
   /// Null if there is no such member.
   Input* input(const String& name) override = 0;
 
-  /// A Null input gets the type of the record. Does nothing if the input has another type than the
-  /// record.
+  /// Gives a Null input the type of the record. Does nothing if the input has another type.
   void set(const AttrData& structure) override = 0;
   /// Takes ownership of the value's memory and frees the memory of the previous value. Copies a
   /// short string into memory of the scene and frees its memory. Does nothing for an Object value.
@@ -103,8 +102,8 @@ class VSA_API Input : public interfaces::IInput {
   /// Refers to a node of the same scene. A Null input becomes a Node input. On an input of any
   /// other type, logs a warning and does nothing else.
   void setNode(interfaces::INode* node) override = 0;
-  /// Does not count, because inputs live as long as the scene. A retained array element no longer
-  /// counts as empty (see Scene::emptyElementLimit).
+  /// There is no reference count, because inputs exist as long as the scene. A retained array
+  /// element is no longer empty (see Scene::emptyElementLimit).
   void retain() override = 0;
   void release() override = 0;
 

@@ -24,7 +24,8 @@ class VSA_API Node : public interfaces::INode {
   Scene* scene() const noexcept;
   /// Whether the scene has removed the node. Its memory stays valid until the scene is destroyed.
   bool isRemoved() const noexcept;
-  /// Nodes that the scene had created before this one: `scene()->nodeAt(slot())`.
+  /// The number of nodes that the scene had created before this one: `scene()->nodeAt(slot())` is
+  /// this node.
   std::uint64_t slot() const noexcept;
   /// Name and type without a copy, valid as long as the scene.
   std::string_view nameView() const noexcept;
@@ -35,12 +36,12 @@ class VSA_API Node : public interfaces::INode {
   /// the count.
   std::uint64_t inputCount() const noexcept;
   Input* inputAt(std::uint64_t index) const noexcept;
-  /// The input of that name that exists, or null. Instantiates no declared input.
+  /// The input of that name, or null. Unlike `input` it does not create a declared input.
   Input* inputNamed(std::string_view name) const noexcept;
 
   /// Removes an input of this node and frees its values; its memory stays until the scene is
-  /// destroyed. Does nothing for any other input. A declared input is instantiated again when it is
-  /// next looked up. Takes time proportional to the node's inputs, constant time for the last one.
+  /// destroyed. Does nothing for any other input. The next look-up of a declared input creates it
+  /// again. Takes time proportional to the number of inputs, and constant time for the last input.
   void removeInput(Input* input) noexcept;
 
   // INode. The comments of the interface apply; these add the behaviour of this scene.

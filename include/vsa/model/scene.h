@@ -39,8 +39,8 @@ class VSA_API Scene final : public interfaces::IScene {
   Node* nodeAt(std::uint64_t slot) const noexcept;
   /// The number of nodes that were not removed.
   std::uint64_t nodeCount() const noexcept;
-  /// The node of that name, or null: `findNode` for a scene that is only read. It remembers no
-  /// answer, so several threads may call it.
+  /// The node of that name, or null. Unlike `findNode` it stores nothing in the scene, so several
+  /// threads may call it at the same time.
   Node* nodeNamed(std::string_view name) const noexcept;
 
   // The header of the file.
@@ -55,13 +55,13 @@ class VSA_API Scene final : public interfaces::IScene {
   /// count.
   String fileComment(std::uint64_t index) const;
 
-  // Limits. A short text can contain any index and any depth. The limits bound the memory that they
-  // need. The reader reports an exceeded limit as an error (std::runtime_error). A new limit
-  // applies to the objects that are created afterwards.
+  // Limits. A short text can contain any index and any nesting depth. The limits restrict the
+  // memory for them. The reader reports an exceeded limit as an error (std::runtime_error). A new
+  // limit applies to the objects that are created afterwards.
 
-  /// The maximum number of empty array elements in the scene. An element is empty if it was only
-  /// appended to reach a higher index and has not got a value, a member, an element or a link
-  /// since.
+  /// The maximum number of empty array elements in the scene. An element is empty if it was
+  /// appended only because a higher index was used, and has had no value, member, element or link
+  /// since then.
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
   /// The maximum nesting level of inputs; an input of a node has level 1. A value above

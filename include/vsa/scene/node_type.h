@@ -14,13 +14,12 @@ namespace zn::korvo_sdk {
 
 /// One input of a declared node type.
 struct InputDeclaration {
-  std::string name;                ///< As texts spell it. The last declaration of a name applies.
-  AttrType type = AttrType::Null;  ///< The type of the value. Null takes links or members.
+  std::string name;                       ///< As in a text. The last declaration of a name applies.
+  AttrType type = AttrType::Null;         ///< The type of the value. Null takes links or members.
   AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
   DataType bufferType = DataType::Null;   ///< The DataType of a buffer's elements; Null for any.
-  std::vector<std::string> enumValues =
-      {};                      ///< Of a string: what it should be one of; empty: anything.
-  bool refusesValues = false;  ///< Takes links only, no plain values.
+  std::vector<std::string> enumValues = {};  ///< The values that a String should have; empty: any.
+  bool refusesValues = false;                ///< Takes links only, no plain values.
 };
 
 /// A former name and its current name.
@@ -31,7 +30,7 @@ struct FormerName {
 
 /// A declared node type.
 struct NodeType {
-  std::string name;                            ///< The name of the type, as texts spell it.
+  std::string name;                            ///< The name of the type, as in a text.
   std::vector<InputDeclaration> inputs = {};   ///< All inputs of its nodes.
   std::vector<std::string> outputs = {};       ///< The names of all outputs of its nodes.
   std::vector<FormerName> formerInputs = {};   ///< Former names of inputs and of members.

@@ -77,10 +77,14 @@ class ReadSession {
   /// Called twice for a statement that the parser reads again, from its tokens: it counts once.
   void beginStatement(std::int32_t line, std::int32_t column) {
     const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
-    statement_ = {line, column};
+    if (isAgain) --counts.statements;
     endAssignment();
+    beginNewStatement(line, column);
+  }
+  /// The same for a statement that was not begun before. The caller ends or begins the assignment.
+  void beginNewStatement(std::int32_t line, std::int32_t column) {
+    statement_ = {line, column};
     dropValue();
-    if (isAgain) return;
     if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
   }
   /// Both stay as they are until the next statement begins.
@@ -88,6 +92,10 @@ class ReadSession {
     assignment_ = &info;
     path_ = path;
     if (limits.depth != Limits::NONE && inputsOnPath() > limits.depth) exceed(Budget::Depth);
+  }
+  void endAssignment() noexcept {
+    assignment_ = nullptr;
+    path_ = {};
   }
   /// The node that the assignment is for.
   void beginTarget(interfaces::INode& node) {
@@ -205,10 +213,6 @@ class ReadSession {
   void freeValue() noexcept;
   void handOverMemory(interfaces::IInput& input, AttrData& value);
   void overcharge(std::uint64_t bytes);
-  void endAssignment() noexcept {
-    assignment_ = nullptr;
-    path_ = {};
-  }
   // All names and indices on the path but the node's name.
   std::uint64_t inputsOnPath() const noexcept;
 

@@ -194,6 +194,7 @@ std::int64_t Lexer::offset() const noexcept {
 void Lexer::countIndexWraps() noexcept {
   const auto now = static_cast<std::uint32_t>(index);
   if (now < indexAtBlock_) ++indexWraps_;
+  tokensInBlock_ = 0;
   indexAtBlock_ = now;
 }
 

@@ -100,7 +100,7 @@ class Lexer {
   /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
-  /// Where it began when its bytes were read.
+  /// The first of the bytes up to `windowBegin` that are still in memory.
   const char* windowStart = nullptr;
 
  private:
@@ -140,9 +140,10 @@ class Lexer {
 
   bool sourceEnded_ = false;
   bool isOffsetUnknown_ = false;
-  std::uint32_t indexAtBlock_ = 0;  // `index` when the current block was read
-  std::uint32_t indexWraps_ = 0;    // how often `index` had wrapped around at that time
-  mutable Diagnostic problem_;      // the functions that make Invalid tokens are const
+  std::uint32_t indexAtBlock_ = 0;   // `index` when the current block was read
+  std::uint32_t tokensInBlock_ = 0;  // tokens read since the current block was read
+  std::uint32_t indexWraps_ = 0;     // how often `index` had wrapped around at that time
+  mutable Diagnostic problem_;       // the functions that make Invalid tokens are const
 };
 
 // --- positions ---

@@ -35,8 +35,10 @@ SimpleStatement::SimpleStatement()
 }
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
-  const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
+  // `consumed` and the three tokens after it end in this block, so `index` did not wrap around.
+  if (lexer.tokensInBlock_ < 4 || lexer.isOffsetUnknown_) return;
+  const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
   first_ = end_ = lexer.windowBegin - ahead;
   firstIndex_ = static_cast<std::int32_t>(consumed.endIndex);

@@ -1,5 +1,6 @@
 #include "vsa/lex/token_text_pool.h"
 
+#include <algorithm>
 #include <bit>
 #include <utility>
 
@@ -36,7 +37,7 @@ Type typeOfWord(std::string_view word) {
 }
 
 TokenTextPool::Key::Key(std::string_view characters) noexcept
-    : length(static_cast<std::uint32_t>(characters.size())) {
+    : length(static_cast<std::uint32_t>(std::min(characters.size(), MAX_WORD_BYTES + 1))) {
   const char* const at = characters.data();
   if (characters.size() >= 8) {
     head = detail::loadWord<std::uint64_t>(at);

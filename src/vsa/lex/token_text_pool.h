@@ -58,7 +58,7 @@ class TokenTextPool {
   static constexpr std::size_t MAX_WORDS = 512;
 
   // The first and the last characters, which may overlap, and the length. Words of up to 16
-  // characters are equal if their keys are.
+  // characters are equal if their keys are. All words that are not interned have one length.
   struct Key {
     std::uint64_t head = 0;
     std::uint32_t length = 0;

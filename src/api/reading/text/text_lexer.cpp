@@ -4,6 +4,7 @@ namespace vsa {
 
 TextLexer::TextLexer(std::string_view text, BlockObserver& observer)
     : rest_(text), observer_(observer) {
+  windowStart = text.data();  // the blocks of a text are adjacent in memory
   if (nextBlock()) {
     lookaheadChar = *windowBegin;
   } else {

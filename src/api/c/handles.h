@@ -1,0 +1,45 @@
+// What a handle of vsa_c.h stands for. Handles of nodes and inputs are the addresses of the scene's
+// own objects. Internal.
+#pragma once
+
+#include <string_view>
+
+#include <vsa/buffer_view.h>
+#include <vsa/read.h>
+#include <vsa/scene.h>
+#include <vsa/view.h>
+#include <vsa/vsa_c.h>
+
+struct vsa_reading {
+  vsa::ReadOutcome outcome;
+  vsa::Scene scene;
+  bool isWrongUse = false;      // nothing was read: see VSA_WRONG_USE
+  vsa::BufferView loaded = {};  // of vsa_load_buffer
+};
+
+namespace vsa::c {
+
+inline NodeView viewOf(const vsa_node* node) noexcept {
+  return NodeView(reinterpret_cast<zn::korvo_sdk::Node*>(const_cast<vsa_node*>(node)));
+}
+
+inline InputView viewOf(const vsa_input* input) noexcept {
+  return InputView(reinterpret_cast<zn::korvo_sdk::Input*>(const_cast<vsa_input*>(input)));
+}
+
+inline const vsa_node* handleOf(NodeView node) noexcept {
+  return reinterpret_cast<const vsa_node*>(node.plain());
+}
+
+inline const vsa_input* handleOf(InputView input) noexcept {
+  return reinterpret_cast<const vsa_input*>(input.plain());
+}
+
+inline vsa_text textOf(std::string_view text) noexcept {
+  return {text.data() != nullptr ? text.data() : "", text.size()};
+}
+
+/// 0 if there is no buffer.
+int storeBuffer(const BufferView& buffer, vsa_buffer* out) noexcept;
+
+}  // namespace vsa::c
