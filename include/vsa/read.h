@@ -5,8 +5,8 @@
 //     for (const vsa::Diagnostic& found : result.diagnostics) std::puts(found.logLine().c_str());
 //   }
 //
-// None of these functions throws, and none prints. Whatever goes wrong becomes part of the result,
-// and so does what the host's own scene, source or callback throws. Each call has its own options;
+// None of these functions throws, and none prints. Every failure is part of the result, and so is
+// what the host's own scene, source or callback throws. Each call has its own options;
 // calls on different scenes may run on different threads at the same time. A scene must not be read
 // into while it is read into already or walked: callbacks may look at the scene, and must not
 // change it.
@@ -79,7 +79,7 @@ struct AppliedCounts {
 /// How a reading ended and what it found.
 struct [[nodiscard]] ReadOutcome {
   ReadStatus status = ReadStatus::Complete;
-  /// Which limit was met; set if and only if `status` is OverLimit.
+  /// The limit that the text went beyond; set if and only if `status` is OverLimit.
   std::optional<Limit> limit;
   /// Why the reading ended, for people. Empty if `status` is Complete, and where there is no memory
   /// for it.
@@ -106,7 +106,7 @@ struct [[nodiscard]] ReadOutcome {
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }
 };
 
-/// The same, with the scene that was read. Can be moved and not copied.
+/// A ReadOutcome with the scene that was read. Can be moved and not copied.
 struct [[nodiscard]] ReadResult : ReadOutcome {
   /// Holds what was applied, whatever the status.
   Scene scene;

@@ -17,7 +17,7 @@ enum class DiagnosticId : std::uint8_t {
   VSA_DIAGNOSTIC_TABLE(VSA_ROW)
 #undef VSA_ROW
       EndMark,  ///< A byte 0xFF ended the text before the end of its source.
-  OverLimit,    ///< A limit of the options was met.
+  OverLimit,    ///< The text has more than a limit of the options allows.
   HostMessage,  ///< The host's scene logged a message of its own.
 };
 
@@ -51,11 +51,14 @@ struct Diagnostic {
   /// no position.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
-  /// The path of the input concerned, such as "worktop.points[3]"; empty if there is none.
+  /// The path of the input concerned, from the name of its node on, such as "worktop.points[3]". An
+  /// index is as it is written; a path with an invalid index ends before it. Empty if no input is
+  /// concerned.
   std::string inputPath;
-  /// The bytes to blame. Where they cannot be told, the token at which the parser noticed it.
+  /// The bytes that the problem is about. If they are not known, the last byte of the token at which
+  /// the parser noticed it. Empty where something is missing.
   TextRange range;
-  /// The index, from 0, of the number to blame among the numbers of a list.
+  /// If the problem is about one number of a list: its index in the list, from 0.
   std::optional<std::uint64_t> numberIndex;
 
   /// The line that the plain interface logs: "PARSE ERROR (4,9): invalid input array index: [x].".

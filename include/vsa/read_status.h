@@ -12,11 +12,12 @@ namespace vsa {
 enum class ReadStatus : std::uint8_t {
   Complete,        ///< The whole text was read and its links were resolved.
   StoppedByError,  ///< An error of the text ended the reading. No link was resolved.
-  /// The text ends inside a statement, a string or a list, or at a byte 0xFF.
+  /// The text ends inside a statement, a string or a list, and has no other error up to there, or
+  /// it ends at a byte 0xFF.
   CutOff,
   Unreadable,   ///< The file or source could not be opened or read to its end.
   Cancelled,    ///< The progress callback returned false.
-  OverLimit,    ///< A limit was met; ReadOutcome::limit says which.
+  OverLimit,    ///< The text has more than a limit allows; see ReadOutcome::limit.
   OutOfMemory,  ///< The library could not allocate memory, or the host threw std::bad_alloc.
   /// The host's scene, source or callback threw something else; see ReadOutcome::exception.
   HostException,
