@@ -55,8 +55,8 @@ struct Diagnostic {
   /// index is as it is written; a path with an invalid index ends before it. Empty if no input is
   /// concerned.
   std::string inputPath;
-  /// The bytes that the problem is about. If they are not known, the last byte of the token at which
-  /// the parser noticed it. Empty where something is missing.
+  /// The bytes that the problem is about; no byte where something is missing. If they are not
+  /// known, the last byte of the token at which the parser noticed it.
   TextRange range;
   /// If the problem is about one number of a list: its index in the list, from 0.
   std::optional<std::uint64_t> numberIndex;
