@@ -135,7 +135,8 @@ TEST(ReadMemory, ThatRunsOutIsAStatus) {
 TEST(ReadMemory, ThatRunsOutIsAStatusForAFile) {
   warmUp();
   const DiskFile file(varied());
-  failEachAllocation([&] { return vsa::readFile(file.path().c_str()); }, expectOutOfMemory);
+  const std::string path = file.path();
+  failEachAllocation([&] { return vsa::readFile(path.c_str()); }, expectOutOfMemory);
 }
 
 // An error keeps its status if only the memory for its message is missing.
