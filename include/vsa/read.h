@@ -99,7 +99,8 @@ struct [[nodiscard]] ReadOutcome {
   /// BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// What the host's scene, source or callback threw. Set if `status` is HostException; if it is
-  /// OutOfMemory, the std::bad_alloc.
+  /// OutOfMemory, the std::bad_alloc, of the library or of the host. What a scene throws while a
+  /// text is read is also a diagnostic, HostError, with the statement as its range.
   std::exception_ptr exception;
 
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }
@@ -112,7 +113,8 @@ struct [[nodiscard]] ReadResult : ReadOutcome {
 };
 
 /// Reads the file at `path` into a new scene. A byte order mark at its beginning is skipped. A pipe
-/// or device is read as it delivers. A null path, a missing file, a directory: Unreadable.
+/// or device is read as it delivers. A null path, a path with a NUL in it, a missing file, a
+/// directory: Unreadable.
 VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
@@ -130,7 +132,7 @@ VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) n
 
 /// A buffer literal that was read later.
 struct [[nodiscard]] LoadedBuffer : ReadOutcome {
-  /// Holds the buffer.
+  /// Holds the buffer, as the input "b" of its only node, "b". See `buffer`.
   Scene scene;
 
   /// The buffer, as long as this object lives and its scene is not changed. Of no elements unless
@@ -139,8 +141,10 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
 };
 
 /// Reads the literal of a buffer that was skipped, from the file or the text that it was skipped
-/// in. Positions of diagnostics are those in the whole text. If file or text have changed, and have
-/// another literal or none at its place: Unreadable, or a status of what stands there.
+/// in. Diagnostics have the positions and the path that they have in the whole text. Limits, counts
+/// and progress concern the literal alone. A file that cannot be read, a null path, and a file or
+/// text that has no literal of the same type and count in its place any more: Unreadable, or the
+/// status of what stands there. Numbers that have changed are not noticed.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,

@@ -62,8 +62,9 @@ enum class BufferMode : std::uint8_t {
 /// reading with ReadStatus::HostException.
 struct ReadOptions {
   ReadLimits limits;
-  /// Called at the beginning and then at most every 5 milliseconds, also while links are resolved.
-  /// Returning false ends the reading with ReadStatus::Cancelled.
+  /// Called at the beginning, then at most every 5 milliseconds, also while links are resolved, and
+  /// once more when the reading is complete: with all bytes read and all links resolved. Returning
+  /// false ends the reading with ReadStatus::Cancelled; what the last call returns is not used.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;

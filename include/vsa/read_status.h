@@ -14,11 +14,12 @@ enum class ReadStatus : std::uint8_t {
   StoppedByError,  ///< An error of the text ended the reading. No link was resolved.
   /// The text ends inside a statement, a string or a list, or at a byte 0xFF.
   CutOff,
-  Unreadable,     ///< The file or source could not be opened or read to its end.
-  Cancelled,      ///< The progress callback returned false.
-  OverLimit,      ///< A limit was met; ReadOutcome::limit says which.
-  OutOfMemory,    ///< Memory could not be allocated.
-  HostException,  ///< The host's scene, source or callback threw; see ReadOutcome::exception.
+  Unreadable,   ///< The file or source could not be opened or read to its end.
+  Cancelled,    ///< The progress callback returned false.
+  OverLimit,    ///< A limit was met; ReadOutcome::limit says which.
+  OutOfMemory,  ///< The library could not allocate memory, or the host threw std::bad_alloc.
+  /// The host's scene, source or callback threw something else; see ReadOutcome::exception.
+  HostException,
 };
 
 /// The name of a status in kebab case, such as "stopped-by-error". Never null; "unknown" for a

@@ -39,6 +39,7 @@ bool VsaParser::scalarattr(ds::Vector<Token>& tokensOfPath) {
 // Consumes the next token and appends it to the path.
 void VsaParser::appendNext(ds::Vector<Token>& tokensOfPath) {
   advance();
+  if (session != nullptr) session->requireMemory((tokensOfPath.size + 1) * sizeof(Token));
   tokensOfPath.push_back(current);
 }
 

@@ -159,7 +159,7 @@ class VsaParser {
   void appendNext(ds::Vector<Token>& tokensOfPath);
   bool tuple(AssignInfo& info);
   INode* targetNode(std::span<const Token> path);
-  TextPlace beginLink(IInput& input) const;
+  TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
   void takeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;
   char* takeString(std::string_view literal) const;

@@ -17,6 +17,12 @@ String pathText(std::span<const Token> path, const interfaces::INode* node) {
   return node == nullptr || text[0] != '.' ? text : node->name() + text;
 }
 
+std::uint64_t bytesOf(const ds::Vector<Token>& path) {
+  std::uint64_t bytes = 0;
+  for (const Token& token : path) bytes += token.text.len();
+  return bytes;
+}
+
 }  // namespace
 
 // assignment = path ("=" value | "|=" source) ";"
@@ -34,9 +40,9 @@ bool VsaParser::parseAssign() {
                       session);
   IInput* const input = resolve(target, info.targetPath);
   if (info.isConnection) {
-    connections.setLink(input, info, beginLink(*input));
+    connections.setLink(input, info, beginLink(*input, bytesOf(info.sourcePath)));
   } else if (info.isReference) {
-    references.setLink(input, info, beginLink(*input));
+    references.setLink(input, info, beginLink(*input, info.referenceToken.text.len()));
   } else {
     ValueAssigner(emitter(), typedElements_, session)
         .assign(info.data, info.valueToken.text.view(), target);
@@ -44,10 +50,10 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-// Before the link of an input is stored: the place that messages about it have.
-TextPlace VsaParser::beginLink(IInput& input) const {
+// Before a link from `input` is stored: the place that messages about it have.
+TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
   if (session == nullptr) return {};
-  session->takeLink(input);
+  session->takeLink(input, sourceBytes);
   return session->statement();
 }
 

@@ -65,9 +65,11 @@ void VsaParser::assign(const SimpleStatement& statement) {
   PathResolver target(*targetNode(path), path, data.type, emitter(), session);
   IInput* const input = resolve(target, path);
   if (statement.kind == Kind::Connection) {
-    connections.setLink(input, statement.source, statement.output, beginLink(*input));
+    const std::uint64_t sourceBytes = statement.source.size() + statement.output.len();
+    connections.setLink(input, statement.source, statement.output, beginLink(*input, sourceBytes));
   } else if (statement.kind == Kind::Reference) {
-    references.setLink(input, statement.source, String(), beginLink(*input));
+    const std::uint64_t sourceBytes = statement.source.size();
+    references.setLink(input, statement.source, String(), beginLink(*input, sourceBytes));
   } else {
     ValueAssigner(emitter(), typedElements_, session).assign(data, statement.value, target);
   }

@@ -1,4 +1,5 @@
 // Buffer literals: a typed array of elements, written as a list of numbers or as compressed text.
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
 #include <limits>
@@ -126,9 +127,12 @@ void expandElements(const AssignInfo& info, const Emitter& messages) {
   if (problem) messages.fatalWithoutArguments(*problem);
 }
 
+// A session is asked each time that a run of this size is converted.
+constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
+
 // First converts every field between blanks and checks that it fits the buffer. Only then reports a
 // field that did not convert.
-void convertElements(const AssignInfo& info, const Emitter& messages) {
+void convertElements(const AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const DataType component = componentType(buffer.type);
   const std::uint64_t step = componentBytes(buffer.type);
@@ -137,11 +141,17 @@ void convertElements(const AssignInfo& info, const Emitter& messages) {
   const char* at = list.buf() + 1;
   const char* const end = list.buf() + list.len() - 1;
   std::uint64_t offset = 0;
+  const std::uint64_t runBytes = session != nullptr ? BYTES_PER_POLL : buffer.bytes;
+  std::uint64_t nextPoll = BYTES_PER_POLL;
   bool ok = true;
 
   while (at < end) {
-    const NumberRun run =
-        storeRun(at, end, component, buffer.memory + offset, buffer.bytes - offset);
+    if (session != nullptr && offset >= nextPoll) {
+      session->continueValue();
+      nextPoll = offset + BYTES_PER_POLL;
+    }
+    const NumberRun run = storeRun(at, end, component, buffer.memory + offset,
+                                   std::min(buffer.bytes - offset, runBytes));
     offset += run.count * step;
     at = run.next;
     if (at >= end) break;
@@ -192,7 +202,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   if (isCompressed(info)) {
     expandElements(info, messages);
   } else {
-    convertElements(info, messages);
+    convertElements(info, messages, session);
   }
   return true;
 }

@@ -94,7 +94,8 @@ void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept
       fail(result, WriteStatus::OutOfMemory, {});
     } catch (const std::exception& error) {
       result.exception = std::current_exception();
-      fail(result, WriteStatus::HostException, error.what());
+      const char* const text = error.what();
+      fail(result, WriteStatus::HostException, text != nullptr ? text : "");
     }
   } catch (const std::bad_alloc&) {
     fail(result, WriteStatus::OutOfMemory, {});

@@ -10,6 +10,7 @@
 #include "tests/api/reading/api_read.h"
 #include "tests/support/allocation_tracker.h"
 #include "tests/support/case_run.h"
+#include "tests/support/disk_file.h"
 #include "tests/support/text.h"
 
 namespace vsa_tests {
@@ -92,40 +93,61 @@ TEST(ReadMemory, OfARefusedValueIsFreedBeforeTheNextStatement) {
   EXPECT_LT(AllocationTracker::count().peakBytes, 3'000'000);
 }
 
-// Each allocation in turn fails, alone and with all after it.
-TEST(ReadMemory, ThatRunsOutIsAStatus) {
-  warmUp();
-  const std::string text = "# version: x\na x: .s = \"" + std::string(80, 's') +
-                           "\"; .b = byte[9] {1}; .v[3] = 1; .r = x; .n = 1; .n = 2.5; .n = "
-                           "\"no\"; .c |= y.z; gone.x=1;";
+// Each allocation of `read` in turn fails, alone and with all after it. `check` gets each result.
+template <class Read, class Check>
+void failEachAllocation(const Read& read, const Check& check) {
   for (const bool everAfter : {false, true}) {
     for (std::uint64_t n = 1;; ++n) {
       ReadStatus status = ReadStatus::Complete;
+      bool hasMessage = false;
       AllocationTracker::start();
       AllocationTracker::failAt(n, everAfter);
       {
-        const ReadResult result = vsa::readText(text);
+        const ReadResult result = read();
         status = result.status;
+        hasMessage = !result.message.empty();
       }
       const bool hasFailed = AllocationTracker::hasFailed();
       AllocationTracker::stop();
       EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << n;
       if (!hasFailed) break;
-      EXPECT_TRUE(status == ReadStatus::OutOfMemory || status == ReadStatus::StoppedByError) << n;
+      check(n, status, hasMessage);
     }
   }
 }
 
+std::string varied() {
+  return "# version: x\na x: .s = \"" + std::string(80, 's') +
+         "\"; .b = byte[9] {1}; .v[3] = 1; .r = x; .n = 1; .n = 2.5; .n = "
+         "\"no\"; .c |= y.z;";
+}
+
+void expectOutOfMemory(std::uint64_t n, ReadStatus status, bool /*hasMessage*/) {
+  EXPECT_EQ(status, ReadStatus::OutOfMemory) << n;
+}
+
+TEST(ReadMemory, ThatRunsOutIsAStatus) {
+  warmUp();
+  const std::string text = varied();
+  failEachAllocation([&] { return vsa::readText(text); }, expectOutOfMemory);
+}
+
 TEST(ReadMemory, ThatRunsOutIsAStatusForAFile) {
   warmUp();
-  const std::string path = std::string(VSA_CASE_DIR) + "/no such case.vsa";
-  for (std::uint64_t n = 1; n < 40; ++n) {
-    AllocationTracker::start();
-    AllocationTracker::failAt(n, true);
-    static_cast<void>(vsa::readFile(path.c_str()));
-    AllocationTracker::stop();
-    EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << n;
-  }
+  const DiskFile file(varied());
+  failEachAllocation([&] { return vsa::readFile(file.path().c_str()); }, expectOutOfMemory);
+}
+
+// An error keeps its status if only the memory for its message is missing.
+TEST(ReadMemory, ThatRunsOutIsAStatusForAnError) {
+  warmUp();
+  const std::string text = varied() + "gone.x=1;";
+  failEachAllocation([&] { return vsa::readText(text); },
+                     [](std::uint64_t n, ReadStatus status, bool hasMessage) {
+                       if (hasMessage || status != ReadStatus::StoppedByError) {
+                         EXPECT_EQ(status, ReadStatus::OutOfMemory) << n;
+                       }
+                     });
 }
 
 // The limit of memory bounds what the reading really takes.

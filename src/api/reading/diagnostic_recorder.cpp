@@ -27,11 +27,17 @@ Severity severityOf(const Record& record) {
                                                                : Severity::Error;
 }
 
-// Messages of the lexer, which is ahead of the parser, and of a link without the path of its input.
+// Messages of the lexer, which is ahead of the parser.
 bool namesNoPath(const Diagnostic& diagnostic) {
   return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
-                                          diagnostic.id == DiagnosticId::InvalidListToken ||
-                                          diagnostic.id == DiagnosticId::InvalidOutput);
+                                          diagnostic.id == DiagnosticId::InvalidListToken);
+}
+
+// Whether `path` is that of an element of the array `array`.
+bool isElementOf(std::string_view path, std::string_view array) {
+  if (!path.starts_with(array)) return false;
+  path.remove_prefix(array.size());
+  return path.size() > 1 && path.find_first_of("[.", 1) == path.npos && path[0] == '[';
 }
 
 std::uint64_t bytesOf(const Diagnostic& diagnostic) {
@@ -55,7 +61,7 @@ DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& 
 void DiagnosticRecorder::add(const Record& record) {
   const bool ended = record.severity() == zn::korvo_sdk::Severity::Fatal;
   count(severityOf(record));
-  if (isWanted(ended)) {
+  if (isWanted(ended, record.text.len())) {
     Diagnostic diagnostic;
     diagnostic.id = static_cast<DiagnosticId>(record.id);
     diagnostic.severity = severityOf(record);
@@ -78,7 +84,7 @@ void DiagnosticRecorder::add(const Record& record) {
 void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReading,
                              std::string message) {
   count(severity);
-  if (!isWanted(endedReading)) {
+  if (!isWanted(endedReading, message.size())) {
     ++outcome_.droppedDiagnostics;
     return;
   }
@@ -92,11 +98,16 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
   deliver(std::move(diagnostic));
 }
 
-// Without a callback, a diagnostic that is not kept is not put together.
-bool DiagnosticRecorder::isWanted(bool endedReading) const noexcept {
-  const bool isKept = outcome_.diagnostics.size() < options_.keptDiagnostics &&
-                      keptBytes_ < options_.keptDiagnosticBytes;
-  return isKept || endedReading || options_.onDiagnostic != nullptr;
+// Without a callback, a diagnostic that is not kept is not put together: its path may be long.
+bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
+  return endedReading || options_.onDiagnostic != nullptr ||
+         fits(sizeof(Diagnostic) + messageBytes);
+}
+
+bool DiagnosticRecorder::fits(std::uint64_t bytes) const noexcept {
+  return outcome_.diagnostics.size() < options_.keptDiagnostics &&
+         bytes <= options_.keptDiagnosticBytes &&
+         keptBytes_ <= options_.keptDiagnosticBytes - bytes;
 }
 
 void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
@@ -104,10 +115,7 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
     ending_.callHost([&] { options_.onDiagnostic(diagnostic); });
   }
   const std::uint64_t bytes = bytesOf(diagnostic);
-  const bool fits = outcome_.diagnostics.size() < options_.keptDiagnostics &&
-                    bytes <= options_.keptDiagnosticBytes &&
-                    keptBytes_ <= options_.keptDiagnosticBytes - bytes;
-  if (!fits && !diagnostic.endedReading) {
+  if (!fits(bytes) && !diagnostic.endedReading) {
     ++outcome_.droppedDiagnostics;
     return;
   }
@@ -164,6 +172,11 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
     mistake.noticed = startOf({parser_.current.line, parser_.current.column});
   }
   setRange(diagnostic, start, mistake);
+  // The message of an element that does not fit names the array.
+  if (diagnostic.id != DiagnosticId::CannotAssignType) return;
+  if (diagnostic.message.find(" to Array @ ") == std::string::npos) return;
+  std::string path = statementPath();
+  if (isElementOf(path, diagnostic.inputPath)) diagnostic.inputPath = std::move(path);
 }
 
 void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
@@ -190,7 +203,7 @@ void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
     const std::uint64_t last = std::max(mistake.noticed, start + 1) - 1;
     culprit = Culprit{last, last + 1};
   }
-  if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens);
+  if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens, withNodeName());
   diagnostic.numberIndex = culprit->numberIndex;
   const std::uint64_t begin = std::min(culprit->begin, index_.end());
   diagnostic.range = index_.rangeOf(begin, std::clamp(culprit->end, begin, index_.end()));
@@ -200,7 +213,14 @@ void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
 
 std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
   const std::string_view named = pathInMessage(record.id, record.text.view());
-  return named.empty() ? statementPath() : std::string(named);
+  if (!named.empty()) return std::string(named);
+  const ReadSession* const session = parser_.session;
+  if (session == nullptr || session->link() == nullptr) return statementPath();
+  return stringOf(session->link()->path());
+}
+
+std::string DiagnosticRecorder::withNodeName() const {
+  return parser_.withNode == nullptr ? std::string() : stringOf(parser_.withNode->name());
 }
 
 // The left-hand side of the current assignment, with the name of the node.
@@ -209,8 +229,7 @@ std::string DiagnosticRecorder::statementPath() const {
   if (session == nullptr || session->path().empty()) return {};
   const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(session->path()));
   const bool isOfWithNode = session->path()[0].type == Token::Type::Dot;
-  if (!isOfWithNode || parser_.withNode == nullptr) return path;
-  return stringOf(parser_.withNode->name()) + path;
+  return isOfWithNode ? withNodeName() + path : path;
 }
 
 }  // namespace vsa

@@ -34,7 +34,9 @@ class DiagnosticRecorder {
   std::uint64_t keptBytes() const noexcept { return keptBytes_; }
 
  private:
-  bool isWanted(bool endedReading) const noexcept;
+  bool isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept;
+  // Whether a diagnostic of that size is kept.
+  bool fits(std::uint64_t bytes) const noexcept;
   void deliver(Diagnostic&& diagnostic);
   void keep(Diagnostic&& diagnostic);
   void count(Severity severity) noexcept;
@@ -45,6 +47,7 @@ class DiagnosticRecorder {
   void setRange(Diagnostic& diagnostic, std::uint64_t start, const Mistake& mistake);
   std::string inputPathOf(const Record& record) const;
   std::string statementPath() const;
+  std::string withNodeName() const;
 
   const ReadOptions& options_;
   ReadOutcome& outcome_;

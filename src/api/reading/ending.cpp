@@ -1,7 +1,6 @@
 #include "api/reading/ending.h"
 
 #include <new>
-#include <utility>
 
 #include "vsa/apply/read_session.h"
 
@@ -11,14 +10,25 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadStopped;
 
-// The text of an exception. Valid as long as the exception.
+// The text of an exception, which may have none. Valid as long as the exception.
 std::string_view textOf(const std::exception_ptr& exception) noexcept {
   try {
     std::rethrow_exception(exception);
   } catch (const std::exception& error) {
-    return error.what();
+    const char* const text = error.what();
+    return text != nullptr ? text : "an exception without a text";
   } catch (...) {
     return "an exception that is no std::exception";
+  }
+}
+
+bool isOutOfMemory(const std::exception_ptr& exception) noexcept {
+  try {
+    std::rethrow_exception(exception);
+  } catch (const std::bad_alloc&) {
+    return true;
+  } catch (...) {
+    return false;
   }
 }
 
@@ -34,9 +44,10 @@ void Ending::set(ReadStatus status, std::string_view message) noexcept {
   }
 }
 
-void Ending::set(ReadStatus status, std::exception_ptr exception) noexcept {
-  outcome_.exception = std::move(exception);
-  set(status, textOf(outcome_.exception));
+void Ending::setToException() noexcept {
+  outcome_.exception = std::current_exception();
+  const bool isMemory = isOutOfMemory(outcome_.exception);
+  set(isMemory ? ReadStatus::OutOfMemory : ReadStatus::HostException, textOf(outcome_.exception));
 }
 
 void Ending::stop(ReadStatus status, std::string_view message) {
@@ -45,7 +56,7 @@ void Ending::stop(ReadStatus status, std::string_view message) {
 }
 
 void Ending::stopForHost() {
-  set(ReadStatus::HostException, std::current_exception());
+  setToException();
   throw ReadStopped();
 }
 

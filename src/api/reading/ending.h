@@ -14,12 +14,13 @@ class Ending {
 
   /// Sets status and message. Keeps the status without the message if there is no memory.
   void set(ReadStatus status, std::string_view message) noexcept;
-  /// The same for an exception, with its text as the message.
-  void set(ReadStatus status, std::exception_ptr exception) noexcept;
+  /// The same for the exception that is being handled, with its text as the message: OutOfMemory
+  /// for a std::bad_alloc, HostException for any other.
+  void setToException() noexcept;
 
   /// Sets the status and throws ReadStopped.
   [[noreturn]] void stop(ReadStatus status, std::string_view message);
-  /// The same with HostException and the exception that is being handled.
+  /// The same for the exception that is being handled.
   [[noreturn]] void stopForHost();
 
   /// Calls a function of the host. What it throws ends the reading.

@@ -4,6 +4,7 @@
 #include <exception>
 #include <new>
 #include <string>
+#include <utility>
 
 #include <vsa/foundation/ref_counted.h>
 #include <vsa/read.h>
@@ -32,13 +33,84 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// The positions that the diagnostics have in the whole text.
-void moveTo(const SkippedBuffer& skipped, LoadedBuffer& loaded) {
-  for (Diagnostic& found : loaded.diagnostics) {
-    found.range.begin = moved(found.range.begin, skipped.literal.begin);
-    found.range.end = moved(found.range.end, skipped.literal.begin);
-    if (found.inputPath == INPUT_PATH) found.inputPath = skipped.inputPath;
+// The column of the log: of a last character, and 0 before the first.
+std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
+  if (found.logLineNumber != 1) return found.logColumn;
+  const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -
+                     static_cast<std::int64_t>(BEFORE.size()) - 1;
+  return static_cast<std::int32_t>(std::max<std::int64_t>(moved, 0));
+}
+
+// Gives a diagnostic the positions and the path that it has in the whole text.
+void move(const SkippedBuffer& skipped, Diagnostic& found) {
+  const TextPosition& literal = skipped.literal.begin;
+  found.range.begin = moved(found.range.begin, literal);
+  found.range.end = moved(found.range.end, literal);
+  if (found.logLineNumber != 0) {
+    found.logColumn = movedColumn(found, literal);
+    found.logLineNumber += static_cast<std::int32_t>(literal.line - 1);
   }
+  if (found.inputPath == INPUT_PATH) found.inputPath = skipped.inputPath;
+}
+
+// The same for the whole outcome, whose message may be the line of a diagnostic.
+void move(const SkippedBuffer& skipped, ReadOutcome& outcome) {
+  for (Diagnostic& found : outcome.diagnostics) {
+    const bool isMessage = found.endedReading && outcome.message == found.logLine();
+    move(skipped, found);
+    if (isMessage) outcome.message = found.logLine();
+  }
+}
+
+std::uint64_t bytesOfLiteral(const SkippedBuffer& skipped, std::uint64_t bytesRead) {
+  const std::uint64_t read = bytesRead - std::min<std::uint64_t>(bytesRead, BEFORE.size());
+  return std::min(read, bytesOf(skipped.literal));
+}
+
+// The node and its input are not counted, and nor is what stands around the literal.
+void countLiteralOnly(const SkippedBuffer& skipped, ReadOutcome& outcome) {
+  outcome.bytesRead = bytesOfLiteral(skipped, outcome.bytesRead);
+  outcome.applied.statements = 0;
+  outcome.applied.nodes = 0;
+}
+
+// The options for the text around the literal. Callbacks get positions and bytes of the literal.
+ReadOptions optionsFor(const SkippedBuffer& skipped, const ReadOptions& options) {
+  ReadOptions whole = options;
+  whole.buffers = BufferMode::Read;
+  whole.wantedNames.clear();
+  whole.wantedTypes.clear();
+  whole.limits.textBytes = whole.limits.nodes = whole.limits.depth = UNLIMITED;
+  if (options.onDiagnostic) {
+    whole.onDiagnostic = [&](const Diagnostic& found) {
+      Diagnostic inText = found;
+      move(skipped, inText);
+      options.onDiagnostic(inText);
+    };
+  }
+  if (options.onProgress) {
+    whole.onProgress = [&](const ReadProgress& progress) {
+      ReadProgress ofLiteral = progress;
+      ofLiteral.bytesRead = bytesOfLiteral(skipped, progress.bytesRead);
+      ofLiteral.bytesTotal = bytesOf(skipped.literal);
+      return options.onProgress(ofLiteral);
+    };
+  }
+  return whole;
+}
+
+void endAtTextBytes(const SkippedBuffer& skipped, std::uint64_t limit, ReadOutcome& outcome) {
+  const std::string message = "the text is longer than " + std::to_string(limit) + " bytes";
+  Diagnostic found;
+  found.id = DiagnosticId::OverLimit;
+  found.endedReading = true;
+  found.message = message;
+  found.inputPath = skipped.inputPath;
+  found.range = skipped.literal;
+  outcome.diagnostics.push_back(std::move(found));
+  outcome.errorCount = 1;
+  Ending(outcome).set(ReadStatus::OverLimit, message);
+  outcome.limit = Limit::TextBytes;
 }
 
 void requireSame(const SkippedBuffer& skipped, LoadedBuffer& loaded) {
@@ -50,49 +122,58 @@ void requireSame(const SkippedBuffer& skipped, LoadedBuffer& loaded) {
   }
 }
 
-// Calls `makeLiteral`, which returns the bytes of the literal, and reads them.
-template <class MakeLiteral>
+// Calls `appendLiteral`, which appends the bytes of the literal to a text or returns why it cannot,
+// and reads them.
+template <class AppendLiteral>
 LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
-                  const MakeLiteral& makeLiteral) noexcept {
+                  const AppendLiteral& appendLiteral) noexcept {
   LoadedBuffer loaded;
   try {
+    if (bytesOf(skipped.literal) > options.limits.textBytes) {
+      endAtTextBytes(skipped, options.limits.textBytes, loaded);
+      return loaded;
+    }
     std::string text(BEFORE);
-    if (!makeLiteral(text)) {
-      Ending(loaded).set(ReadStatus::Unreadable, "the text has changed");
+    if (const std::string problem = appendLiteral(text); !problem.empty()) {
+      Ending(loaded).set(ReadStatus::Unreadable, problem);
       return loaded;
     }
     text += ';';
-    ReadOptions whole = options;
-    whole.buffers = BufferMode::Read;
-    whole.wantedNames.clear();
-    whole.wantedTypes.clear();
-    static_cast<ReadOutcome&>(loaded) = readTextInto(loaded.scene, text, whole);
-    moveTo(skipped, loaded);
+    static_cast<ReadOutcome&>(loaded) =
+        readTextInto(loaded.scene, text, optionsFor(skipped, options));
+    move(skipped, loaded);
+    countLiteralOnly(skipped, loaded);
     requireSame(skipped, loaded);
-  } catch (const std::bad_alloc&) {
-    Ending(loaded).set(ReadStatus::OutOfMemory, std::current_exception());
+  } catch (...) {
+    Ending(loaded).setToException();  // no memory, or the copy of a callback threw
   }
   return loaded;
 }
 
-// Appends the bytes of a range of a file; false if it has them not.
-bool appendFrom(const DescriptorSource& source, const TextRange& range, std::string& text) {
+constexpr const char* TEXT_HAS_CHANGED = "the text has changed";
+
+// Appends the bytes of a range of a file. Returns why it cannot, or nothing.
+std::string appendFrom(const DescriptorSource& source, const TextRange& range, std::string& text) {
   const std::size_t before = text.size();
   const std::uint64_t count = bytesOf(range);
-  if (count > source.fileBytes().value_or(0)) return false;
+  if (count > source.textBytes().value_or(0)) return TEXT_HAS_CHANGED;
   text.resize(before + static_cast<std::size_t>(count));
-  return source.readAt(range.begin.offset, text.data() + before, static_cast<std::size_t>(count)) ==
-         count;
+  const bool isWhole = source.readAt(range.begin.offset, text.data() + before,
+                                     static_cast<std::size_t>(count)) == count;
+  return isWhole ? std::string() : TEXT_HAS_CHANGED;
 }
 
-bool appendFrom(const char* path, const TextRange& range, std::string& text) {
+std::string appendFrom(const char* path, const TextRange& range, std::string& text) {
   int error = 0;
-  if (path == nullptr) return false;
+  if (path == nullptr) return "the path is null";
   DescriptorSource* const source = DescriptorSource::open(path, error);
-  if (source == nullptr) return false;
+  if (source == nullptr) return std::string(zn::detail::messageOfError(error).view());
   const zn::RefersTo<zn::ByteSource> held(source);
   char start[16];
   source->read(start, sizeof start);  // offsets do not count a byte order mark
+  if (const zn::String problem = source->error(); !problem.isEmpty()) {
+    return std::string(problem.view());
+  }
   return appendFrom(*source, range, text);
 }
 
@@ -105,7 +186,10 @@ BufferView LoadedBuffer::buffer() const noexcept {
 
 LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                         const ReadOptions& options) noexcept {
-  return loadBuffer(path.c_str(), skipped, options);
+  return load(skipped, options, [&](std::string& text) {
+    const bool hasNul = path.native().find('\0') != path.native().npos;
+    return hasNul ? "the path has a NUL" : appendFrom(path.c_str(), skipped.literal, text);
+  });
 }
 
 LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
@@ -119,11 +203,11 @@ LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuffer& skip
   return load(skipped, options, [&](std::string& literal) {
     const TextRange& range = skipped.literal;
     if (range.begin.offset > text.size() || bytesOf(range) > text.size() - range.begin.offset) {
-      return false;
+      return std::string(TEXT_HAS_CHANGED);
     }
     literal += text.substr(static_cast<std::size_t>(range.begin.offset),
                            static_cast<std::size_t>(bytesOf(range)));
-    return true;
+    return std::string();
   });
 }
 

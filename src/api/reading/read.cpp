@@ -32,7 +32,7 @@ ReadOutcome readInto(Scene& scene, const ReadOptions& options, const Read& read)
     return readInto(static_cast<IScene&>(scene.plain()), options, read);
   } catch (const std::bad_alloc&) {
     ReadOutcome outcome;
-    Ending(outcome).set(ReadStatus::OutOfMemory, std::current_exception());
+    Ending(outcome).setToException();
     return outcome;
   }
 }
@@ -56,6 +56,14 @@ ReadOutcome readFileAt(AnyScene& scene, const char* path, const ReadOptions& opt
   return readInto(scene, options, [&](Reading& reading) { reading.readFile(path); });
 }
 
+// A path with a NUL names no file, and the system would read it up to there.
+template <class AnyScene>
+ReadOutcome readFileAt(AnyScene& scene, const std::filesystem::path& path,
+                       const ReadOptions& options) noexcept {
+  if (path.native().find('\0') != path.native().npos) return unreadable("the path has a NUL");
+  return readFileAt(scene, path.c_str(), options);
+}
+
 template <class AnyScene>
 ReadOutcome readBytes(AnyScene& scene, std::string_view text, const ReadOptions& options) noexcept {
   return readInto(scene, options, [&](Reading& reading) { reading.readText(text); });
@@ -77,7 +85,7 @@ ReadOutcome readHostSource(AnyScene& scene, Source& source, const ReadOptions& o
 // --- into a new scene ---
 
 ReadResult readFile(const std::filesystem::path& path, const ReadOptions& options) noexcept {
-  return readFile(path.c_str(), options);
+  return resultOf([&](Scene& scene) { return readFileAt(scene, path, options); });
 }
 
 ReadResult readFile(const char* path, const ReadOptions& options) noexcept {
@@ -104,7 +112,7 @@ ReadResult readSource(Source& source, const ReadOptions& options) noexcept {
 
 ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                          const ReadOptions& options) noexcept {
-  return readFileAt(scene, path.c_str(), options);
+  return readFileAt(scene, path, options);
 }
 
 ReadOutcome readFileInto(Scene& scene, const char* path, const ReadOptions& options) noexcept {
@@ -113,7 +121,7 @@ ReadOutcome readFileInto(Scene& scene, const char* path, const ReadOptions& opti
 
 ReadOutcome readFileInto(IScene& scene, const std::filesystem::path& path,
                          const ReadOptions& options) noexcept {
-  return readFileAt(scene, path.c_str(), options);
+  return readFileAt(scene, path, options);
 }
 
 ReadOutcome readFileInto(IScene& scene, const char* path, const ReadOptions& options) noexcept {

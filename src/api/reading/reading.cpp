@@ -63,6 +63,7 @@ void Reading::readText(std::string_view text) noexcept {
     resetHeader();
     TextLexer lexer(text, *this);
     parse(lexer);
+    notifyComplete();
   });
 }
 
@@ -75,7 +76,7 @@ void Reading::readFile(const char* path) noexcept {
       return;
     }
     const RefersTo<zn::ByteSource> held(source);
-    const std::optional<std::uint64_t> size = source->fileBytes();
+    const std::optional<std::uint64_t> size = source->textBytes();
     readFrom(*source, storeOf(*source, size), size);
   });
 }
@@ -105,6 +106,7 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
   }
+  notifyComplete();
 }
 
 // Runs the body with this object as the sink of the thread, and turns exceptions into a status.
@@ -116,12 +118,26 @@ void Reading::guarded(const Body& body) noexcept {
     body();
   } catch (const ReadStopped&) {
     // The status was set where it was thrown.
-  } catch (const std::bad_alloc&) {
-    ending_.set(ReadStatus::OutOfMemory, std::current_exception());
   } catch (...) {
-    ending_.set(ReadStatus::HostException, std::current_exception());
+    ending_.setToException();
   }
   fillCounts();
+}
+
+// The parser reports a std::runtime_error of the scene. The scene may throw anything else.
+template <class Body>
+void Reading::callScene(const Body& body) {
+  try {
+    body();
+  } catch (const ReadStopped&) {
+    throw;
+  } catch (...) {
+    ending_.setToException();
+    if (outcome_.status == ReadStatus::HostException) {
+      recorder_->add(DiagnosticId::HostError, Severity::Error, true, outcome_.message);
+    }
+    throw ReadStopped();
+  }
 }
 
 // --- before and after the parse ---
@@ -144,9 +160,11 @@ void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_
 
 void Reading::resetHeader() {
   if (options_.keepHeader) return;
-  scene_.clearComments();
-  scene_.setFileVersion(zn::korvo_sdk::VSX_FILE_VERSION_1);
-  scene_.setFileTime(zn::String());
+  callScene([&] {
+    scene_.clearComments();
+    scene_.setFileVersion(zn::korvo_sdk::VSX_FILE_VERSION_1);
+    scene_.setFileTime(zn::String());
+  });
 }
 
 void Reading::parse(Lexer& lexer) {
@@ -158,13 +176,18 @@ void Reading::parse(Lexer& lexer) {
   } const bytesRead{*index_, lexer, outcome_};
   parser_.session = this;
   bool isParsed = false;
+  callScene([&] { isParsed = parseWith(lexer); });
+  finish(isParsed);
+}
+
+bool Reading::parseWith(Lexer& lexer) {
+  IScene& scene = dropsNodes ? wanted_ : scene_;
   try {
-    IScene& scene = dropsNodes ? wanted_ : scene_;
-    isParsed = parser_.parse(&scene, &lexer);
+    return parser_.parse(&scene, &lexer);
   } catch (const DiagnosticError& error) {
     report(error.diagnostic());  // an invalid character in the first three tokens: not logged
+    return false;
   }
-  finish(isParsed);
 }
 
 void Reading::finish(bool isParsed) {
@@ -199,6 +222,7 @@ void Reading::fillCounts() noexcept {
 void Reading::beforeBlock() {
   store_->keepBlock();
   index_->addBlock(index_->end(), parser_.lexer);
+  if (parser_.lexer != nullptr) requireMemory(parser_.lexer->collectedBytes());
   poll();
 }
 

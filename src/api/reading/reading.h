@@ -64,6 +64,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   bool isDroppedNode(INode& node) override;
   void dropLink(IInput& input) override;
   bool isKeptLink(IInput& input, INode& node) override;
+  bool isOfLibrary(IInput& input) override;
 
   // DiagnosticSink, LogSink.
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
@@ -71,19 +72,23 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
 
   template <class Body>
   void guarded(const Body& body) noexcept;
+  template <class Body>
+  void callScene(const Body& body);
   void readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
                 std::optional<std::uint64_t> size);
   void begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_t> size);
   void checkTextBytes(std::uint64_t bytes);
   void resetHeader();
   void parse(Lexer& lexer);
+  bool parseWith(Lexer& lexer);
   void finish(bool isParsed);
   void finishCutOff();
   void endAtSceneLimit(Limit limit, const zn::String& line);
-  bool isAtEnd() const noexcept;
   void endByError(const zn::korvo_sdk::Diagnostic& record);
   [[noreturn]] void stopAtLimit(Limit limit, std::string message);
   void notifyProgress();
+  void notifyComplete();
+  ReadProgress progress() const noexcept;
   std::uint64_t linksTotal() const noexcept;
   void fillCounts() noexcept;
 

@@ -1,7 +1,10 @@
 // Reading: what the parser asks and reports during the parse.
 #include <cstring>
+#include <exception>
+#include <new>
 #include <utility>
 
+#include "api/reading/cut_off.h"
 #include "api/reading/reading.h"
 
 namespace vsa {
@@ -94,9 +97,10 @@ void Reading::skipBuffer(AssignInfo& info) {
 }
 
 void Reading::keepSkipped(IInput& input, const AssignInfo& info) {
-  charge(sizeof(SkippedBuffer));
+  const zn::String path = input.path();
+  charge(sizeof(SkippedBuffer) + path.len());
   SkippedBuffer skipped;
-  skipped.inputPath = input.path().view();
+  skipped.inputPath = path.view();
   skipped.type = info.data.payload.buffer.type;
   skipped.count = skippedCount_;
   const std::uint64_t keywordEnd = index_->offsetOf(placeOf(info.valueToken)) + 1;
@@ -120,6 +124,10 @@ bool Reading::isKeptLink(IInput& input, INode& node) {
   return wanted_.isDropped(input) == wanted_.isDropped(node);
 }
 
+bool Reading::isOfLibrary(IInput& input) {
+  return isOwnModel_ || wanted_.isDropped(input);
+}
+
 // --- progress ---
 
 void Reading::poll() {
@@ -129,6 +137,22 @@ void Reading::poll() {
 
 void Reading::notifyProgress() {
   if (options_.onProgress == nullptr) return;
+  const ReadProgress now = progress();
+  const bool goesOn = ending_.callHost([&] { return options_.onProgress(now); });
+  if (!goesOn) ending_.stop(ReadStatus::Cancelled, "cancelled");
+  lastProgress_ = Clock::now();
+}
+
+// The last call, at which nothing is left to be cancelled. A source may have announced a size that
+// it does not have.
+void Reading::notifyComplete() {
+  if (options_.onProgress == nullptr || outcome_.status != ReadStatus::Complete) return;
+  ReadProgress last = progress();
+  last.bytesTotal = last.bytesRead;
+  ending_.callHost([&] { return options_.onProgress(last); });
+}
+
+ReadProgress Reading::progress() const noexcept {
   ReadProgress progress;
   progress.bytesRead = index_->end();
   progress.bytesTotal = size_;
@@ -136,9 +160,7 @@ void Reading::notifyProgress() {
     progress.linksResolved = counts.links;
     progress.linksTotal = linksTotal();
   }
-  const bool goesOn = ending_.callHost([&] { return options_.onProgress(progress); });
-  if (!goesOn) ending_.stop(ReadStatus::Cancelled, "cancelled");
-  lastProgress_ = Clock::now();
+  return progress;
 }
 
 std::uint64_t Reading::linksTotal() const noexcept {
@@ -173,17 +195,13 @@ void Reading::endAtSceneLimit(Limit limit, const zn::String& line) {
   outcome_.limit = limit;
 }
 
-// Whether the next token, which a statement does not allow, is the end of the text.
-bool Reading::isAtEnd() const noexcept {
-  return parser_.tokens[static_cast<std::uint64_t>(parser_.head)].type == Token::Type::Eof;
-}
-
 void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
   const zn::String line = record.logLine();
   switch (record.id) {
     case FatalId::HostError:
-      return ending_.set(ReadStatus::HostException, std::current_exception());
+      return ending_.setToException();
     case FatalId::CannotAllocate:
+      outcome_.exception = std::make_exception_ptr(std::bad_alloc());
       return ending_.set(ReadStatus::OutOfMemory, line.view());
     case FatalId::TooManyEmptyElements:
       return endAtSceneLimit(Limit::EmptyElements, line);
@@ -193,7 +211,9 @@ void Reading::endByError(const zn::korvo_sdk::Diagnostic& record) {
       return endAtSceneLimit(Limit::Depth, line);
     case FatalId::BadToken:
     case FatalId::UnrecognizedToken:
-      return ending_.set(isAtEnd() ? ReadStatus::CutOff : ReadStatus::StoppedByError, line.view());
+      return ending_.set(
+          endsInsideStatement(parser_) ? ReadStatus::CutOff : ReadStatus::StoppedByError,
+          line.view());
     default:
       return ending_.set(ReadStatus::StoppedByError, line.view());
   }

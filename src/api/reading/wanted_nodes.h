@@ -2,7 +2,8 @@
 // kept. Internal.
 //
 // Nodes that are not wanted are made in a scene of their own, so that their statements are checked
-// as all others. The session hands it values without memory, and it goes with the reading.
+// as all others. So is a node of the same name and type in place of one that the scene has already
+// and that is not wanted. The session hands it values without memory, and it goes with the reading.
 #pragma once
 
 #include <memory>
@@ -49,12 +50,14 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   bool isWanted(std::string_view type, std::string_view name) const;
   INode* findKept(const String& name);
   zn::korvo_sdk::Scene& dropped();
+  INode* drop(INode* made);
 
   IScene& kept_;
   const ReadOptions& options_;
   std::unique_ptr<zn::korvo_sdk::Scene> dropped_;
   std::unordered_set<const INode*> droppedNodes_;  // removed ones, too
   std::unordered_set<const IInput*> droppedInputs_;
+  std::unordered_set<std::string> removed_;  // names of nodes that are not wanted
 };
 
 }  // namespace vsa

@@ -55,10 +55,15 @@ std::size_t DescriptorSource::read(char* to, std::size_t capacity) {
   return readStart(to, capacity);
 }
 
-std::optional<std::uint64_t> DescriptorSource::fileBytes() const noexcept {
+std::optional<std::uint64_t> DescriptorSource::textBytes() const noexcept {
   struct stat status;
   if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) return std::nullopt;
-  return static_cast<std::uint64_t>(status.st_size);
+  const auto bytes = static_cast<std::uint64_t>(status.st_size);
+  char start[BYTE_ORDER_MARK.size()];
+  const ssize_t count = restarted([&] { return ::pread(descriptor_, start, sizeof start, 0); });
+  const bool isMarked = count == static_cast<ssize_t>(sizeof start) && bytes >= sizeof start &&
+                        std::string_view(start, sizeof start) == BYTE_ORDER_MARK;
+  return isMarked ? bytes - sizeof start : bytes;
 }
 
 std::size_t DescriptorSource::readAt(std::uint64_t offset, char* to,

@@ -24,8 +24,8 @@ class DescriptorSource final : public ByteSource {
   std::size_t read(char* to, std::size_t capacity) override;
   String error() const override { return error_; }
 
-  /// Bytes of a regular file; not set for a pipe or a device.
-  std::optional<std::uint64_t> fileBytes() const noexcept;
+  /// Bytes of a regular file, without its byte order mark; not set for a pipe or a device.
+  std::optional<std::uint64_t> textBytes() const noexcept;
   /// Reads `count` bytes that begin `offset` bytes behind the byte order mark, without moving the
   /// position of `read`. Returns how many there are; 0 for what cannot be read twice. Call it after
   /// the first `read`.

@@ -66,7 +66,7 @@ void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve)
     if (nodes != nullptr && i + NAMES / 2 < entries.size) {
       nodes->prefetchNode(names_[(i + NAMES / 2) % NAMES].hash());
     }
-    begin(entries[i]->value);
+    begin(*entries[i]->key, entries[i]->value);
     resolve(*entries[i]->key, entries[i]->value, names_[i % NAMES]);
   }
   for (std::uint64_t i = 0; i < entries.size; ++i) {
@@ -106,7 +106,9 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
-  input.setNode(isKept ? node : nullptr);
+  // An input that refuses the node names it.
+  const bool isGiven = isKept || session_->refusesNodes(input);
+  input.setNode(isGiven ? node : nullptr);
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -22,8 +22,8 @@ class LinkResolver {
   void resolveReferences(const PendingTable& references);
 
  private:
-  void begin(const PendingLink& link) const {
-    if (session_ != nullptr) session_->beginLink(link.place);
+  void begin(interfaces::IInput& input, const PendingLink& link) const {
+    if (session_ != nullptr) session_->beginLink(input, link.place);
   }
   // Names at a time that are ready to be looked up. A power of two.
   static constexpr std::uint64_t NAMES = 32;

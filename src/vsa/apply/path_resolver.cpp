@@ -77,7 +77,7 @@ IInput* PathResolver::create(const String& name, const Token& element) {
   const bool isArray = required_.type == AttrType::Array;
   const bool isElement = current_ != nullptr && current_->type() == AttrType::Array;
   if (isElement) return elementAt(name, element);
-  if (session_ != nullptr) session_->takeInput();
+  if (session_ != nullptr) session_->takeInput(name.len());
   if (current_ == nullptr) {
     return isArray ? node_.createArray(name, required_.elementType)
                    : node_.createInput(name, required_.type);

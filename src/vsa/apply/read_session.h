@@ -65,6 +65,8 @@ class ReadSession {
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }
+  /// The input whose link is being resolved; otherwise null.
+  interfaces::IInput* link() const noexcept { return link_; }
   /// The current statement if it is an assignment whose path was read; otherwise null.
   const AssignInfo* assignment() const noexcept { return assignment_; }
   /// Its path; empty if there is none.
@@ -104,7 +106,8 @@ class ReadSession {
     endAssignment();
     isResolving_ = true;
   }
-  void beginLink(TextPlace place) {
+  void beginLink(interfaces::IInput& input, TextPlace place) {
+    link_ = &input;
     statement_ = place;
     if (++counts.links % LINKS_PER_POLL == 0) poll();
   }
@@ -114,14 +117,15 @@ class ReadSession {
     if (counts.nodes >= limits.nodes) exceed(Budget::Nodes);
     charge(NODE_BYTES + nameBytes);
   }
-  void takeInput() { charge(INPUT_BYTES); }
+  void takeInput(std::uint64_t nameBytes) { charge(INPUT_BYTES + nameBytes); }
   void takeElement() {
     if (counts.elements >= limits.elements) exceed(Budget::Elements);
     charge(INPUT_BYTES);
     ++counts.elements;
   }
-  void takeLink(interfaces::IInput& input) {
-    charge(LINK_BYTES);
+  /// `sourceBytes`: of the source as it is written.
+  void takeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
+    charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
   }
   void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
@@ -135,6 +139,8 @@ class ReadSession {
     held_ = memory;
     heldBytes_ = bytes;
   }
+  /// Called from time to time while a long value is converted. May throw ReadStopped.
+  void continueValue() { poll(); }
   /// Called right before the value is assigned to `input`, which owns its memory then.
   void handOver(interfaces::IInput& input, AttrData& value) {
     if (held_ != nullptr || isDropped_ || value.type == AttrType::Buffer) {
@@ -148,6 +154,12 @@ class ReadSession {
     return !dropsNodes || isKeptLink(input, node);
   }
 
+  /// Whether the input is known to take no reference, because it has a value of another type.
+  bool refusesNodes(interfaces::IInput& input) {
+    const AttrType type = input.type();
+    return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
+  }
+
   /// Describes a buffer literal that is not converted.
   virtual void skipBuffer(AssignInfo& info) = 0;
 
@@ -158,6 +170,12 @@ class ReadSession {
     if (bytes > limits.memory - memory_) [[unlikely]]
       overcharge(bytes);
     memory_ += bytes;
+  }
+  /// Throws ReadStopped if `bytes` more, which are needed for a while, go over the limit.
+  void requireMemory(std::uint64_t bytes) {
+    const bool isOver = bytes > limits.memory - memory_ && limits.memory != Limits::NONE;
+    if (isOver) [[unlikely]]
+      exceed(Budget::Memory);
   }
 
  protected:
@@ -174,6 +192,8 @@ class ReadSession {
   // For `dropsNodes`.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
+  /// Whether the input belongs to a scene of the library.
+  virtual bool isOfLibrary(interfaces::IInput& input) = 0;
   virtual bool isKeptLink(interfaces::IInput& input, interfaces::INode& node) = 0;
 
  private:
@@ -197,6 +217,7 @@ class ReadSession {
   std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
+  interfaces::IInput* link_ = nullptr;
   const AssignInfo* assignment_ = nullptr;
   std::span<const Token> path_;
   void* held_ = nullptr;

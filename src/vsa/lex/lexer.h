@@ -72,6 +72,9 @@ class Lexer {
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
+  /// Bytes of the token that is being read, as far as it does not lie in one block of the source.
+  std::uint64_t collectedBytes() const noexcept { return chars_.size; }
+
   /// The record of the last Invalid token. Its log line is the token's text.
   const Diagnostic& problem() const noexcept { return problem_; }
 

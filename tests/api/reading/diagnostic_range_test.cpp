@@ -1,6 +1,7 @@
 // The range of each diagnostic: a table of texts in which the bytes to blame are marked.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <set>
 #include <stdexcept>
@@ -32,10 +33,22 @@ const Row ROWS[] = {
     {InvalidToken, "lamp sun;\nsun.power = 50«%»;", "sun.power"},
     {InvalidToken, "«}»"},
     {InvalidToken, "lamp sun;\n«)»\n"},
-    {InvalidListToken, "lamp sun;\nsun.color = rgba(1 0.9 «x»);", "sun.color"},
+    {InvalidListToken, "lamp sun;\nsun.color = rgba(1 0.9 «x»);", "sun.color", 2},
+    {InvalidListToken, "mesh m;\nm.ids = float[3]{1 «1z» 3};\n", "m.ids", 1},
+    {InvalidListToken, "mesh m;\nm.ids = float[3]{1, 2, «15x»};\n", "m.ids", 2},
+    {InvalidListToken, "mesh m;\nm.up = vec3(«x»", "m.up", 0},
     {InvalidListToken, "lamp sun;\nsun.color = rgba«(»1 0.9 1;\nlamp moon;\n", "sun.color"},
     {InvalidListToken, "mesh m;\nm.ids = int32[3] «{»0 1\n2\nm.power = 3;\n", "m.ids"},
-    {InvalidListToken, "mesh m;\nm.ids[«x»] = 3;\n"},
+    {InvalidListToken, "mesh m;\nm.ids = float«[»3{1 2 3};\n", "m.ids"},
+    {UnrecognizedToken, "lamp sun;\na«[»"},
+    {BadToken, "lamp sun: .pts = float[3]«{»1, 2", "sun.pts"},
+    {BadToken, "mesh quad;\nquad.ids = int32[3]«;»\n", "quad.ids"},
+    {BadToken, "mesh quad;\nquad.ids = int32[3]«»", "quad.ids"},
+    {InvalidListToken, "mesh m;\nm.ids[«x»] = 3;\n", "m.ids"},
+    {InvalidListToken, "mesh m:\n.ids[«-»1] = 3;\n", "m.ids"},
+    {InvalidToken, "lamp sun: .power = 50«%»;", "sun.power"},
+    {InvalidToken, "lamp sun:\nlamp moon; .power = 50«%»;", "sun.power"},
+    {InvalidToken, "lamp «%»sun;"},
     // What is cut off.
     {UnexpectedEof, "lamp sun;\n  «\"»never closed;\n"},
     {UnexpectedEof, "lamp sun;«{»1 2 3"},
@@ -53,6 +66,7 @@ const Row ROWS[] = {
     {BadToken, "mesh quad;\nquad.up = «vector»(0 1 0);\n", "quad.up"},
     {BadToken, "mesh quad;\nquad.ids = int32[3] «(0 1 2)»;\n", "quad.ids"},
     {BadToken, "mesh quad;\nquad.ids = int32 «{0 1 2}»;\n", "quad.ids"},
+    {BadToken, "mesh quad;\nquad.up = vec3«[1 2 3]»;\n", "quad.up"},
     {BadToken, "mesh quad;\nquad.up = «;»\n", "quad.up"},
     {BadToken, "lamp sun;\nsun.power = «+»5;\n", "sun.power"},
     {BadToken, "lamp sun;\nsun.depth = «1e-05»;\n", "sun.depth"},
@@ -65,13 +79,21 @@ const Row ROWS[] = {
     {UnrecognizedToken, "lamp sun«»\nsun.power = 3;\n"},
     {UnrecognizedToken, "lamp sun«»"},
     {UnrecognizedToken, "lamp sun;\nsun.power «3»;\n", "sun.power"},
+    {UnrecognizedToken, "mesh «\"m\"»;\n"},
+    {UnrecognizedToken, "mesh m«,» n;\n"},
+    {UnrecognizedToken, "mesh m «.»a=1;\n"},
+    {UnrecognizedToken, "a «true»;\n"},
+    {UnrecognizedToken, "a b:\n.«true»=1;\n"},
+    {UnrecognizedToken, "a b:\nb.«3»=1;\n"},
+    {UnrecognizedToken, "a b:\n.x.«true»=1;\n", "b.x"},
+    {UnrecognizedToken, "mesh«»"},
     {BadVersion, "lamp sun;\n  «# version: beta»\nlamp moon;\n"},
     {WithNodeNotSet, "lamp sun;\n«.power» = 2.5;", ".power"},
     {NodeNotFound, "lamp sun;\n«moon».power =\n  2.5;", "moon.power"},
     {InputNotFound, "mesh q;\nq.ids |= c.out;\nq.«ids[0]» = 1;\n", "q.ids[0]"},
     {InvalidArrayIndex, "mesh q;\nq.sets[0]«[]» = 1;\n", "q.sets[0][]"},
     // Types.
-    {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys"},
+    {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys[1]"},
     {CannotAssignType, "ball b:\n.radius = 1;\n.radius.«x» = 2.5;\n", "b.radius"},
     {CannotAssignType, "ball b:\n.radius = 1;\nb.radius«[0]» = 2.5;\n", "b.radius"},
     {Narrowing, "lamp sun;\nsun.n = 1;\nsun.n = «2.7» ;\n", "sun.n"},
@@ -93,6 +115,7 @@ const Row ROWS[] = {
     {CompressedDataTooLarge, "mesh q;\nq.b = byte[3] «{.78da6364626601000018000b}»;\n", "q.b"},
     // Links.
     {InvalidOutput, "a x;\nx.i |= «b.c.d»;\n", "x.i"},
+    {InvalidOutput, "a x:\n.i |= «b.c.d»;\na y:\n", "x.i"},
     {NoNodeToConnect, "a x;\nx.i |= «gone».out;\na y;\n", "x.i"},
     {NoOutputToConnect, "declaredLamp d;\na x;\nx.i |= d.«gone» ;\na y;\n", "x.i"},
     {NoNodeToAssign, "a x;\n\nx.i =\n  «gone»;\na y;\n", "x.i"},
@@ -151,6 +174,12 @@ TEST(DiagnosticRange, IsTheCulpritOfATextInMemory) {
   }
 }
 
+// A source of single bytes has not given what follows the invalid character.
+TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
+  const Row row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
+  expectBlamed(row, vsa::readText(Marked(row.marked).text));
+}
+
 // Each id has a row or a test below, but those that no text of these options raises.
 TEST(DiagnosticRange, IsCheckedForEveryId) {
   std::set<DiagnosticId> checked = {
@@ -184,13 +213,15 @@ TEST(DiagnosticRange, IsThePathOfAnInputThatIsTooDeep) {
 }
 
 TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
-  for (const bool throws : {true, false}) {
+  const std::function<void()> acts[] = {
+      [] { throw std::runtime_error("no moon"); }, [] { throw std::logic_error("no moon"); },
+      [] { throw 5; }, [] { throw "no moon"; }, [] { zn::logWarning("%s", "an odd moon"); }};
+  for (const auto& act : acts) {
     HostScene scene;
     scene.options.onCall = [&](const std::string& call) {
-      if (!call.starts_with("createNode lamp moon")) return;
-      if (throws) throw std::runtime_error("no moon");
-      zn::logWarning("%s", "an odd moon");
+      if (call.starts_with("createNode lamp moon")) act();
     };
+    const bool throws = &act != &acts[4];
     const Row row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
     expectBlamed(row, vsa::readTextInto(scene, Marked(row.marked).text));
   }

@@ -1,6 +1,7 @@
 // Limits: each is met before the memory in question is taken, and reported by its name.
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 #include <vsa/read.h>
@@ -46,6 +47,21 @@ TEST(ReadLimits, TextBytesAllowATextOfJustThatLength) {
     TestSource longer(text, bytesPerRead);
     expectOver(Limit::TextBytes, vsa::readSource(longer, less));
   }
+}
+
+TEST(ReadLimits, TextBytesDoNotCountAByteOrderMark) {
+  const std::string text = "lamp sun;";
+  const DiskFile file("\xEF\xBB\xBF" + text);
+  ReadOptions options = limitedTo({.textBytes = text.size()});
+  std::optional<std::uint64_t> total;
+  options.onProgress = [&](const vsa::ReadProgress& progress) {
+    if (progress.bytesRead == 0) total = progress.bytesTotal;
+    return true;
+  };
+  EXPECT_TRUE(vsa::readFile(file.path(), options).isComplete());
+  EXPECT_EQ(total, text.size());
+  expectOver(Limit::TextBytes,
+             vsa::readFile(file.path(), limitedTo({.textBytes = text.size() - 1})));
 }
 
 TEST(ReadLimits, TextBytesStopAnEndlessSource) {
@@ -113,6 +129,50 @@ TEST(ReadLimits, MemoryGrowsWithTheText) {
   std::string text = "a x; x.s = \"" + std::string(1'000'000, 's') + "\";\n";
   EXPECT_TRUE(vsa::readText(text).isComplete());
   expectOver(Limit::Memory, vsa::readText(text, limitedTo({.memory = 500'000})));
+}
+
+TEST(ReadLimits, MemoryCountsThePathsOfSkippedBuffers) {
+  std::string text = "mesh " + std::string(100'000, 'm') + ":\n";
+  for (int i = 0; i < 20; ++i) text += ".b" + std::to_string(i) + " = byte[1] {1};\n";
+  ReadOptions options = limitedTo({.memory = 1'000'000});
+  EXPECT_TRUE(vsa::readText(text, options).isComplete());
+  options.buffers = vsa::BufferMode::Skip;
+  expectOver(Limit::Memory, vsa::readText(text, options));
+}
+
+TEST(ReadLimits, MemoryCountsNamesOfInputsAndSourcesOfLinks) {
+  const std::string name(1000, 'n');
+  for (const std::string format : {".N = 1;", ".i |= y.N;", ".i = N;", ".i |= N.o;", ". N = 1;"}) {
+    std::string text = "a x:\n";
+    for (int i = 0; i < 1000; ++i) {
+      std::string statement = format;
+      statement.replace(statement.find('N'), 1, name + std::to_string(i));
+      if (statement.find(".i") == 0) statement.insert(2, std::to_string(i));
+      text += statement + '\n';
+    }
+    EXPECT_TRUE(vsa::readText(text).isComplete());
+    expectOver(Limit::Memory, vsa::readText(text, limitedTo({.memory = 900'000})));
+  }
+}
+
+// The reading ends before it has read the whole token.
+TEST(ReadLimits, MemoryIsCheckedWhileALongTokenIsRead) {
+  const std::string long_(20'000'000, '1');
+  for (const std::string text :
+       {"a x: .s = \"" + long_ + "\";", "a x: .b = byte[1] {" + long_ + "};",
+        "a x: .v = vec2(" + long_ + ");", "a x: ." + long_ + " = 1;"}) {
+    const ReadResult result = vsa::readText(text, limitedTo({.memory = 1'000'000}));
+    expectOver(Limit::Memory, result);
+    EXPECT_LT(result.bytesRead, 2'000'000U);
+  }
+}
+
+TEST(ReadLimits, MemoryIsCheckedWhileALongPathIsRead) {
+  std::string text = "a x: ";
+  for (int i = 0; i < 500'000; ++i) text += ".x";
+  const ReadResult result = vsa::readText(text + " = 1;", limitedTo({.memory = 1'000'000}));
+  expectOver(Limit::Memory, result);
+  EXPECT_LT(result.bytesRead, 100'000U);
 }
 
 TEST(ReadLimits, ZeroAllowsNothing) {

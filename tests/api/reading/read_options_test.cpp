@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <optional>
 #include <string>
 #include <thread>
 #include <vector>
@@ -53,6 +54,57 @@ TEST(ReadOptions, ProgressEndsWithTheWholeText) {
       EXPECT_LE(calls[i - 1].bytesRead, calls[i].bytesRead);
     }
   }
+  EXPECT_EQ(calls.back().bytesRead, text.size());
+}
+
+// The calls of a reading without a long time between two of them: the first and the last one.
+std::vector<ReadProgress> progressOf(vsa::Source& source) {
+  std::vector<ReadProgress> calls;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    calls.push_back(progress);
+    return calls.size() == 1;  // what the last call returns is not used
+  };
+  EXPECT_TRUE(vsa::readSource(source, options).isComplete());
+  return calls;
+}
+
+TEST(ReadOptions, ProgressEndsWithAllBytesAndLinks) {
+  const std::string text = "lamp sun: .a = sun; .b = nobody; .c |= sun.out;";
+  for (const std::optional<std::uint64_t> announced : {std::optional<std::uint64_t>(), {7}, {99}}) {
+    TestSource source(text);
+    source.announced = announced;
+    const std::vector<ReadProgress> calls = progressOf(source);
+    ASSERT_EQ(calls.size(), 2U);
+    EXPECT_EQ(calls[0].bytesRead, 0U);
+    EXPECT_EQ(calls[0].bytesTotal, announced);
+    EXPECT_EQ(calls[1].bytesRead, text.size());
+    EXPECT_EQ(calls[1].bytesTotal, text.size());
+    EXPECT_EQ(calls[1].linksResolved, 3U);
+    EXPECT_EQ(calls[1].linksTotal, 3U);
+  }
+}
+
+TEST(ReadOptions, ProgressDoesNotEndWithAllBytesOfAFaultyText) {
+  std::size_t calls = 0;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress&) { return ++calls > 0; };
+  EXPECT_EQ(vsa::readText("lamp sun; moon.x = 1;", options).status, ReadStatus::StoppedByError);
+  EXPECT_EQ(calls, 1U);
+}
+
+// All of the text has been read by then.
+TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
+  std::string text = "a x: .b = double[8000000] {";
+  for (int i = 0; i < 8'000'000; ++i) text += "1 ";
+  text += "};";
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    return progress.bytesRead < text.size();
+  };
+  const ReadResult result = vsa::readText(text, options);
+  EXPECT_EQ(result.status, ReadStatus::Cancelled);
+  EXPECT_EQ(result.applied.values, 0U);
 }
 
 TEST(ReadOptions, ProgressIsCalledWhileLinksAreResolved) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <new>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -87,6 +88,29 @@ TEST(ReadStatus, IsCutOffInsideAStatement) {
   EXPECT_EQ(vsa::readText("lamp sun; sun.name = \"su").status, ReadStatus::CutOff);
 }
 
+// Each of these is cut at every byte: before its last one, it is not complete.
+TEST(ReadStatus, IsCutOffAtEachByteOfAStatement) {
+  const std::string before = "lamp sun: .a = 1;\n";
+  for (const std::string statement :
+       {"lamp moon;", "mesh wall :", "define moon;", "remove sun;", "sun.power = -1.5e3;",
+        ".v[2].w = vec3(1, 2, 3);", ".s = \"a\\\"b\";", ".r |= dusk.out;", ".r |= .out[0].x;",
+        ".r |= null;", ".n = sun;", ".t = true;", ".pts = float[3]{1, 2e1 3};", ".o = {1 2};",
+        ".o = [1 2];", ".b = byte [4] {.78da6364626601000018000b};"}) {
+    for (std::size_t bytes = 1; bytes < statement.size(); ++bytes) {
+      const std::string text = before + statement.substr(0, bytes);
+      EXPECT_EQ(vsa::readText(text).status, ReadStatus::CutOff) << text;
+    }
+  }
+}
+
+TEST(ReadStatus, IsStoppedByAnErrorThatIsNearTheEnd) {
+  for (const std::string text :
+       {"lamp sun; 42", "lamp sun; sun.a b", "lamp sun; sun.a |= 3", "lamp sun; sun.a = b.",
+        "lamp sun; sun.a = b[3]", "lamp sun; sun.a = 3 4", "lamp sun; lamp moon moon"}) {
+    EXPECT_EQ(vsa::readText(text).status, ReadStatus::StoppedByError) << text;
+  }
+}
+
 TEST(ReadStatus, IsCutOffInsideAStringWhereAStatementBegins) {
   const ReadResult result = vsa::readText("lamp sun; \"never closed");
   EXPECT_EQ(result.status, ReadStatus::CutOff);
@@ -111,6 +135,16 @@ TEST(ReadStatus, IsUnreadableForWhatIsNoFile) {
   EXPECT_EQ(vsa::readFile(nullptr).status, ReadStatus::Unreadable);
   EXPECT_EQ(vsa::readText(nullptr).status, ReadStatus::Unreadable);
   EXPECT_FALSE(vsa::readFile("no/such/file.vsa").message.empty());
+}
+
+TEST(ReadStatus, IsUnreadableForAPathWithANul) {
+  const DiskFile file("lamp sun;");
+  const std::filesystem::path path(file.path() + std::string("\0zzz", 4));
+  EXPECT_EQ(vsa::readFile(path).status, ReadStatus::Unreadable);
+  vsa::Scene scene;
+  EXPECT_EQ(vsa::readFileInto(scene, path).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::loadBuffer(path, vsa::SkippedBuffer()).message, "the path has a NUL");
+  EXPECT_TRUE(vsa::readFile(std::filesystem::path(file.path())).isComplete());
 }
 
 TEST(ReadStatus, IsUnreadableForASourceThatFails) {
@@ -182,6 +216,60 @@ TEST(ReadStatus, IsHostExceptionForWhatACallbackThrows) {
   const ReadResult stopped = vsa::readText("lamp sun; moon.x = 1;", others);
   EXPECT_EQ(stopped.status, ReadStatus::HostException);
   EXPECT_EQ(thrownText(stopped), "d");
+}
+
+class WithoutText final : public std::runtime_error {
+ public:
+  WithoutText() : std::runtime_error("") {}
+  const char* what() const noexcept override { return nullptr; }
+};
+
+void expectWithoutText(const vsa::ReadOutcome& outcome) {
+  EXPECT_EQ(outcome.status, ReadStatus::HostException);
+  EXPECT_EQ(outcome.message, "an exception without a text");
+  EXPECT_THROW(std::rethrow_exception(outcome.exception), WithoutText);
+}
+
+TEST(ReadStatus, IsHostExceptionForAnExceptionWithoutAText) {
+  TestSource source("lamp sun;");
+  source.onRead = [](std::size_t) { throw WithoutText(); };
+  expectWithoutText(vsa::readSource(source));
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call.starts_with("createNode")) throw WithoutText();
+  };
+  expectWithoutText(vsa::readTextInto(scene, "lamp sun;"));
+  ReadOptions options;
+  options.onDiagnostic = [](const vsa::Diagnostic&) { throw WithoutText(); };
+  expectWithoutText(vsa::readText("# version: x", options));
+}
+
+TEST(ReadStatus, IsOutOfMemoryForABadAllocOfTheHost) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call.starts_with("createNode")) throw std::bad_alloc();
+  };
+  TestSource source("lamp sun;");
+  source.onRead = [](std::size_t) { throw std::bad_alloc(); };
+  ReadOptions options;
+  options.onProgress = [](const vsa::ReadProgress&) -> bool { throw std::bad_alloc(); };
+  const vsa::ReadOutcome outcomes[] = {vsa::readTextInto(scene, "lamp sun;"),
+                                       vsa::readSource(source),
+                                       vsa::readText("lamp sun;", options)};
+  for (const vsa::ReadOutcome& outcome : outcomes) {
+    EXPECT_EQ(outcome.status, ReadStatus::OutOfMemory);
+    EXPECT_THROW(std::rethrow_exception(outcome.exception), std::bad_alloc);
+    EXPECT_TRUE(outcome.diagnostics.empty());
+  }
+}
+
+TEST(ReadStatus, IsOutOfMemoryWithABadAllocForABufferThatCannotBeAllocated) {
+  ReadOptions options;
+  options.limits.memory = vsa::UNLIMITED;
+  const ReadResult result = vsa::readText("a x; x.b = float[18446744073709551615] {0};", options);
+  EXPECT_EQ(result.status, ReadStatus::OutOfMemory);
+  ASSERT_TRUE(result.exception);
+  EXPECT_THROW(std::rethrow_exception(result.exception), std::bad_alloc);
 }
 
 TEST(ReadStatus, IsOverLimitForTheLimitsOfTheLibrarysScene) {

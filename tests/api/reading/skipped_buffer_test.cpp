@@ -1,6 +1,9 @@
 // Buffers that are skipped, and read later.
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -91,9 +94,95 @@ TEST(SkippedBuffer, HasItsMistakesWhereTheyAre) {
   EXPECT_EQ(bad.buffer().count(), 0U);
 }
 
+// As they are when the buffer is read at once.
+TEST(SkippedBuffer, HasTheLogLinesOfTheWholeText) {
+  const std::string text =
+      "mesh m:\n  .sets[0].uv = vec2f [2] { 0,0\n 1 };\n  .bad = int32[2] {1 1.5};";
+  const ReadResult whole = vsa::readText(text);
+  const ReadResult skipped = vsa::readText(text, skipping());
+  ASSERT_EQ(whole.diagnostics.size(), 2U);
+  ASSERT_EQ(skipped.skippedBuffers.size(), 2U);
+  for (std::size_t i = 0; i < 2; ++i) {
+    std::vector<vsa::Diagnostic> called;
+    ReadOptions options;
+    options.onDiagnostic = [&](const vsa::Diagnostic& found) { called.push_back(found); };
+    const LoadedBuffer loaded = vsa::loadBufferFromText(text, skipped.skippedBuffers[i], options);
+    ASSERT_EQ(loaded.diagnostics.size(), 1U);
+    ASSERT_EQ(called.size(), 1U);
+    for (const vsa::Diagnostic& found : {loaded.diagnostics[0], called[0]}) {
+      EXPECT_EQ(found.logLine(), whole.diagnostics[i].logLine());
+      EXPECT_EQ(found.inputPath, whole.diagnostics[i].inputPath);
+      EXPECT_EQ(found.range.begin, whole.diagnostics[i].range.begin);
+      EXPECT_EQ(found.range.end, whole.diagnostics[i].range.end);
+    }
+    EXPECT_EQ(loaded.message, i == 0 ? "" : whole.message);
+  }
+}
+
+TEST(SkippedBuffer, IsAllThatLimitsAndCountsSeeWhenItIsLoaded) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
+  const std::uint64_t bytes = std::string("int32[3] {0 1 2}").size();
+  ReadOptions options;
+  options.limits.nodes = 0;
+  options.limits.depth = 0;
+  options.limits.textBytes = bytes;
+  options.onProgress = [&](const vsa::ReadProgress& progress) {
+    EXPECT_LE(progress.bytesRead, bytes);
+    EXPECT_EQ(progress.bytesTotal, bytes);
+    return true;
+  };
+  const LoadedBuffer loaded = vsa::loadBufferFromText(TEXT, ids, options);
+  EXPECT_TRUE(loaded.isComplete()) << loaded.message;
+  EXPECT_EQ(loaded.bytesRead, bytes);
+  EXPECT_EQ(loaded.applied.nodes, 0U);
+  EXPECT_EQ(loaded.applied.statements, 0U);
+  EXPECT_EQ(loaded.applied.values, 1U);
+  options.limits.textBytes = bytes - 1;
+  const LoadedBuffer longer = vsa::loadBufferFromText(TEXT, ids, options);
+  EXPECT_EQ(longer.status, ReadStatus::OverLimit);
+  EXPECT_EQ(longer.limit, vsa::Limit::TextBytes);
+  ASSERT_EQ(longer.diagnostics.size(), 1U);
+  EXPECT_EQ(longer.diagnostics[0].range.begin, ids.literal.begin);
+}
+
+TEST(SkippedBuffer, IsUnreadableWithTheReasonOfTheSystem) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
+  EXPECT_EQ(vsa::loadBuffer("no/such/file.vsa", ids).message,
+            vsa::readFile("no/such/file.vsa").message);
+  EXPECT_EQ(vsa::loadBuffer(nullptr, ids).message, vsa::readFile(nullptr).message);
+  EXPECT_EQ(vsa::loadBuffer(std::filesystem::temp_directory_path(), ids).message,
+            vsa::readFile(std::filesystem::temp_directory_path()).message);
+}
+
 TEST(SkippedBuffer, MeetsTheLimitsWhenItIsLoaded) {
   const ReadResult result = vsa::readText(TEXT, skipping());
   EXPECT_EQ(vsa::loadBufferFromText(TEXT, result.skippedBuffers[1]).limit, vsa::Limit::Memory);
+}
+
+// A callback that cannot be copied once it is set.
+struct ThrowingCopy {
+  ThrowingCopy() = default;
+  ThrowingCopy(const ThrowingCopy& other) : isSet(other.isSet) {
+    if (*isSet) throw std::runtime_error("no copy");
+  }
+  ThrowingCopy& operator=(const ThrowingCopy&) = delete;
+  ~ThrowingCopy() = default;
+  bool operator()(const vsa::ReadProgress&) const { return true; }
+
+  std::shared_ptr<bool> isSet = std::make_shared<bool>(false);
+};
+
+TEST(SkippedBuffer, IsHostExceptionForACallbackThatThrowsWhenCopied) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  ReadOptions options;
+  const ThrowingCopy callback;
+  options.onProgress = callback;
+  *callback.isSet = true;
+  const LoadedBuffer loaded = vsa::loadBufferFromText(TEXT, result.skippedBuffers[0], options);
+  EXPECT_EQ(loaded.status, ReadStatus::HostException);
+  EXPECT_EQ(loaded.message, "no copy");
 }
 
 TEST(SkippedBuffer, IsUnreadableWhereTheTextHasChanged) {

@@ -1,6 +1,7 @@
 // Readings that keep only some nodes.
 #include <gtest/gtest.h>
 
+#include <set>
 #include <string>
 
 #include <vsa/read.h>
@@ -65,12 +66,51 @@ TEST(WantedNodes, AreCheckedAsAllOthers) {
   }
 }
 
+TEST(WantedNodes, HaveTheMessagesOfAllNodes) {
+  const std::string text = "a x: .n = 1; .n = y; .m = x;\na y: .n = 1; .n = x; .gone = z;\n";
+  const ReadResult whole = vsa::readText(text);
+  for (const std::string name : {"x", "y", "none"}) {
+    const ReadResult some = vsa::readText(text, wanting({name}));
+    ASSERT_EQ(some.diagnostics.size(), whole.diagnostics.size());
+    std::multiset<std::string> lines;
+    for (const vsa::Diagnostic& found : whole.diagnostics) lines.insert(found.message);
+    for (const vsa::Diagnostic& found : some.diagnostics) {
+      EXPECT_EQ(lines.count(found.message), 1U) << found.message;
+    }
+  }
+}
+
+TEST(WantedNodes, HaveTheLimitsOfTheSceneForNodesThatAreDropped) {
+  vsa::Scene scene;
+  scene.plain().setEmptyElementLimit(2);
+  const vsa::ReadOutcome elements = vsa::readTextInto(scene, "a x: .v[9] = 1;", wanting({"y"}));
+  EXPECT_EQ(elements.limit, vsa::Limit::EmptyElements);
+  scene.plain().setDepthLimit(1);
+  const vsa::ReadOutcome depth = vsa::readTextInto(scene, "a x: .v.w = 1;", wanting({"y"}));
+  EXPECT_EQ(depth.limit, vsa::Limit::Depth);
+}
+
 TEST(WantedNodes, LeaveOtherNodesOfTheSceneAsTheyAre) {
   vsa::Scene scene;
   ASSERT_TRUE(vsa::readTextInto(scene, "lamp moon: .power = 9;").isComplete());
   ASSERT_TRUE(vsa::readTextInto(scene, TEXT, wanting({"sun"})).isComplete());
   EXPECT_EQ(nodesOf(scene), "moon sun ");
   EXPECT_EQ(scene.plain().nodeAt(0)->input("power")->integer(), 9);
+}
+
+TEST(WantedNodes, MayAssignToOtherNodesOfTheScene) {
+  vsa::Scene scene;
+  ASSERT_TRUE(vsa::readTextInto(scene, "a old: .x = 1;").isComplete());
+  const std::string text = "old.x = 5; a k: .r = old; old.y |= k.out;";
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, wanting({"k"}));
+  EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+  EXPECT_EQ(outcome.applied.nodes, 1U);
+  EXPECT_EQ(nodesOf(scene), "old k ");
+  EXPECT_EQ(scene.plain().nodeAt(0)->input("x")->integer(), 1);
+  EXPECT_EQ(scene.plain().nodeAt(1)->input("r")->node(), nullptr);
+  EXPECT_EQ(vsa::readTextInto(scene, "remove old; old.x = 5;", wanting({"k"})).status,
+            vsa::ReadStatus::StoppedByError);
+  EXPECT_EQ(nodesOf(scene), "old k ");
 }
 
 TEST(WantedNodes, WorkForAHostsScene) {

@@ -13,6 +13,7 @@ namespace vsa {
 
 namespace {
 
+using zn::korvo_sdk::DataType;
 using Item = StatementTokens::Item;
 using Type = StatementTokens::Type;
 using Found = std::optional<Culprit>;
@@ -58,17 +59,24 @@ class Rules {
   Found number(std::size_t list, const NumberField& field) const;
 
   Found invalidCharacter() const;
+  Found numberWith(const Item& invalid, std::uint64_t at) const;
   Found badToken() const;
   Found missingSemicolon(std::size_t found) const;
+  Found wrongList(std::size_t found) const;
   Found badValue(std::size_t found) const;
   Found badTuple() const;
   Found unrecognized() const;
+  std::size_t tokensThatFit(std::size_t head) const;
   Found typeClash() const;
   Found badIndex() const;
   Found surplusNumber() const;
   Found unreadableNumber() const;
   Found overLimit() const;
 
+  // Whether the text ends inside the token, a string or a list.
+  bool isCutOff(std::size_t token) const {
+    return tokens_[token].type == Type::Eof && tokens_[token].text.startsWith("UNEXPECTED", false);
+  }
   bool expects(std::string_view what) const {
     return mistake_.message.starts_with("expected '" + std::string(what) + "'");
   }
@@ -98,8 +106,7 @@ Found Rules::placeBehind(std::size_t token) const {
 Found Rules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);
-  const bool isCutOff = tokens_[token].text.startsWith("UNEXPECTED", false);
-  if (isCutOff) return opening(token);
+  if (isCutOff(token)) return opening(token);
   return token > 0 ? placeBehind(token - 1) : Culprit{tokens_[token].begin, tokens_[token].begin};
 }
 
@@ -122,13 +129,28 @@ Found Rules::invalidCharacter() const {
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
     const Item& token = tokens_[i];
     if (token.type != Type::Invalid || token.end != at || token.begin >= at) continue;
-    constexpr std::string_view ENDS = ";=\"#|:";
+    constexpr std::string_view ENDS = ";=\"#|:{(";  // the last two are invalid in brackets only
     const char character = mistake_.message.size() > 1 ? mistake_.message[1] : '\0';
     const bool isNeverClosed =
         ENDS.find(character) != std::string_view::npos || token.lastLine > token.firstLine;
     if (isNeverClosed) return opening(i);
+    if (const Found found = numberWith(token, at)) return found;
   }
   return Culprit{at, at + 1};
+}
+
+// The number, of a list that ends at an invalid character, which that character is in. It goes on
+// up to what separates numbers.
+Found Rules::numberWith(const Item& invalid, std::uint64_t at) const {
+  const std::string_view bytes = tokens_.bytesFrom(invalid.begin);
+  if (bytes.empty() || (bytes[0] != '(' && bytes[0] != '{')) return std::nullopt;
+  const auto inList = static_cast<std::size_t>(at - invalid.begin);
+  const std::size_t end = std::min(bytes.find_first_of(" \t\r\n,;()[]{}", inList), bytes.size());
+  std::string list(bytes.substr(0, end));
+  list += bytes[0] == '(' ? ')' : '}';
+  const auto field = findNumber(list, [&](const NumberField& one) { return one.end > inList; });
+  if (!field) return std::nullopt;
+  return Culprit{invalid.begin + field->begin, invalid.begin + field->end, field->index};
 }
 
 Found Rules::badToken() const {
@@ -150,8 +172,7 @@ Found Rules::missingSemicolon(std::size_t found) const {
       token.type == Type::Brackets || token.type == Type::Parens || token.type == Type::Braces;
   if (isList && last == parts_.value && tokens_[last].type == Type::Id) {
     if (!isTypeWord(tokens_[last].text.view())) return whole(last);
-    // A type with the wrong kind of list.
-    return whole(token.type == Type::Brackets && found + 1 < tokens_.size() ? found + 1 : found);
+    return wrongList(found);
   }
   if (token.type == Type::Comment || isOnLaterLine(found)) return placeBehind(last);
   // A string that took in lines up to the next quote was never closed.
@@ -159,6 +180,13 @@ Found Rules::missingSemicolon(std::size_t found) const {
                            tokens_[last].lastLine > tokens_[last].firstLine &&
                            token.begin == tokens_[last].end;
   return isSwallowed ? opening(last) : tokenOrPlace(found);
+}
+
+// Behind the word of a type: brackets without the list of a buffer, or the wrong kind of list.
+Found Rules::wrongList(std::size_t found) const {
+  const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text.view()) != DataType::Null;
+  const bool isCount = isOfBuffer && tokens_[found].type == Type::Brackets;
+  return isCount ? tokenOrPlace(found + 1) : whole(found);
 }
 
 // The value before the token found has the right form and does not convert; or there is none.
@@ -177,13 +205,24 @@ Found Rules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The first token that no statement begins with; behind a declaration, its missing end.
+// The first token with which the tokens are no statement; behind a declaration, its missing end.
 Found Rules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(mistake_.noticed);
-  const bool isDeclaration =
-      head == 0 && tokens_[0].type == Type::Id && tokens_[1].type == Type::Id;
-  if (isDeclaration && (isOnLaterLine(2) || tokens_[2].type == Type::Eof)) return placeBehind(1);
-  return tokenOrPlace(head);
+  for (std::size_t i = head; i < head + 3; ++i) {
+    if (isCutOff(i)) return opening(i);
+  }
+  const std::size_t wrong = head + tokensThatFit(head);
+  const bool isBehindName = wrong > head && tokens_[wrong - 1].type == Type::Id;
+  const bool isEnd = tokens_[wrong].type == Type::Comment || isOnLaterLine(wrong);
+  return head == 0 && isBehindName && isEnd ? placeBehind(wrong - 1) : tokenOrPlace(wrong);
+}
+
+// Of the tokens from `head` on, those that a statement may have there: a path goes on with a dot
+// and a name, and a statement begins with a path or with two names.
+std::size_t Rules::tokensThatFit(std::size_t head) const {
+  if (tokens_[head].type == Type::Dot) return 1;
+  if (head != 0 || tokens_[0].type != Type::Id) return 0;
+  return tokens_[1].type == Type::Id || tokens_[1].type == Type::Dot ? 2 : 1;
 }
 
 // --- assignments ---
@@ -313,17 +352,22 @@ Found Rules::find() const {
 
 }  // namespace
 
-std::string pathAsWritten(const StatementTokens& tokens) {
+std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode) {
   std::size_t begin = 0;
+  std::string node(withNode);
   for (std::size_t i = 0; i + 1 < tokens.size(); ++i) {
     const Type type = tokens[i].type;
     if (type == Type::Semicolon || type == Type::Colon || type == Type::Comment) begin = i + 1;
+    if (type == Type::Colon && i > 0) node = tokens[i - 1].text.view();
   }
-  std::string path;
+  const bool isOfWithNode = tokens[begin].type == Type::Dot;
+  std::string path = isOfWithNode ? node : std::string();
   std::size_t at = begin;
   for (; isPathToken(tokens[at].type); ++at) path += tokens[at].text.view();
-  const bool isAssignment = tokens[at].type == Type::Equals || tokens[at].type == Type::Pipe;
-  return isAssignment ? path : std::string();
+  const Type end = tokens[at].type;
+  const bool isPath = isOfWithNode || tokens[begin + 1].type == Type::Dot;
+  const bool isAssignment = end == Type::Equals || end == Type::Pipe || end == Type::Invalid;
+  return isPath && isAssignment ? path : std::string();
 }
 
 std::optional<Culprit> findCulprit(const Mistake& mistake, const StatementTokens& tokens) {

@@ -40,8 +40,9 @@ struct Mistake {
 /// Nothing if the tokens do not have the form that the mistake implies.
 std::optional<Culprit> findCulprit(const Mistake& mistake, const StatementTokens& tokens);
 
-/// The path that the last assignment among the tokens begins with, as it is written; empty if they
-/// end with something else.
-std::string pathAsWritten(const StatementTokens& tokens);
+/// The path that the last assignment among the tokens begins with; empty if they end with something
+/// else. A path that begins with "." gets the name of the node that the tokens declare, or else
+/// `withNode`. Of a path with an invalid character, what stands before it.
+std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode);
 
 }  // namespace vsa

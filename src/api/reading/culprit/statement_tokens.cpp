@@ -82,6 +82,10 @@ std::size_t StatementTokens::countUpTo(std::uint64_t offset) const noexcept {
   return static_cast<std::size_t>(behind - items_.begin());
 }
 
+std::string_view StatementTokens::bytesFrom(std::uint64_t offset) const noexcept {
+  return bytes_.substr(std::min(static_cast<std::size_t>(offset - start_), bytes_.size()));
+}
+
 std::string_view StatementTokens::bytesOf(const Item& item) const noexcept {
   if (items_.empty()) return {};
   return bytes_.substr(static_cast<std::size_t>(item.begin - start_),

@@ -1,0 +1,75 @@
+#include "api/reading/cut_off.h"
+
+#include <vsa/scene/data_type.h>
+#include "api/reading/culprit/value_words.h"
+
+namespace vsa {
+
+namespace {
+
+using zn::korvo_sdk::DataType;
+using zn::korvo_sdk::impl::AssignInfo;
+using zn::korvo_sdk::impl::Token;
+using zn::korvo_sdk::impl::VsaParser;
+using Type = Token::Type;
+
+/// The tokens that the parser has not consumed.
+class Lookahead {
+ public:
+  explicit Lookahead(const VsaParser& parser) : parser_(parser) {}
+
+  Type operator[](std::int32_t ahead) const {
+    const std::int32_t slot = (parser_.head + ahead) % parser_.lookahead;
+    return parser_.tokens[static_cast<std::uint64_t>(slot)].type;
+  }
+
+ private:
+  const VsaParser& parser_;
+};
+
+bool isNameAndEnd(const Lookahead& next) {
+  return next[0] == Type::Id && next[1] == Type::Eof;
+}
+
+bool isDotAndEnd(const Lookahead& next) {
+  return next[0] == Type::Dot && next[1] == Type::Eof;
+}
+
+// `sun`, `sun.`, `.`: a path up to its first name behind a dot.
+bool isBeginOfPath(const Lookahead& next) {
+  const bool isNode = next[0] == Type::Id && next[1] == Type::Dot && next[2] == Type::Eof;
+  return isNameAndEnd(next) || isDotAndEnd(next) || isNode;
+}
+
+// `lamp`, `lamp sun`
+bool isBeginOfDirective(const Lookahead& next) {
+  return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
+}
+
+// `float[3]`, which the parser takes for a reference with a list behind it.
+bool isBufferWithoutList(const AssignInfo& info, const Lookahead& next) {
+  return info.isReference && next[0] == Type::Brackets && next[1] == Type::Eof &&
+         bufferTypeOf(info.referenceToken.text.view()) != DataType::Null;
+}
+
+// The path of the assignment was read.
+bool endsInsideAssignment(const AssignInfo& info, const VsaParser& parser, const Lookahead& next) {
+  if (isBufferWithoutList(info, next)) return true;
+  const bool isBeforeSource = info.sourcePath.size == 0 && parser.current.type == Type::Equals;
+  if (isBeforeSource) return isBeginOfPath(next);
+  const bool isBehindPath =
+      parser.current.type == Type::Id || parser.current.type == Type::Brackets;
+  return isBehindPath && !info.isReference && isDotAndEnd(next);
+}
+
+}  // namespace
+
+bool endsInsideStatement(const VsaParser& parser) {
+  const Lookahead next(parser);
+  if (next[0] == Type::Eof) return true;
+  const AssignInfo* const info = parser.session->assignment();
+  if (info != nullptr) return endsInsideAssignment(*info, parser, next);
+  return isBeginOfPath(next) || isBeginOfDirective(next);
+}
+
+}  // namespace vsa
