@@ -113,8 +113,9 @@ typedef struct vsa_options {
   const char* const* wanted_types;
   size_t wanted_type_count;
 
-  /* Called with `progress_data` at the beginning and then at most every 5 milliseconds. `progress`
-   * is valid for the call. Returning 0 ends the reading. Null: not called. */
+  /* Called with `progress_data` at the beginning, then at most every 5 milliseconds, and at the end
+   * of a complete reading. `progress` is valid for the call. Returning 0 ends the reading; at its
+   * end, the result is ignored. Null: not called. */
   int (*progress)(void* progress_data, const vsa_progress* progress);
   void* progress_data;
 } vsa_options;
