@@ -144,7 +144,7 @@ class VsaParser {
   // statement_simple.cpp: statements without tokens.
 
   void parseSimpleStatements();
-  void begin(const SimpleStatement& statement) const;
+  bool begin(const SimpleStatement& statement) const;
   bool convertValue(const SimpleStatement& statement);
   void execute(const SimpleStatement& statement);
   void assign(const SimpleStatement& statement);

@@ -15,8 +15,7 @@ void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   try {
     while (scanner.scan(simple_)) {
-      begin(simple_);
-      if (!convertValue(simple_)) break;
+      if (!begin(simple_) || !convertValue(simple_)) break;
       scanner.accept(simple_);
       execute(simple_);
       if (!scanner.isWindowKept()) break;
@@ -31,14 +30,20 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-void VsaParser::begin(const SimpleStatement& statement) const {
-  if (session == nullptr) return;
+// False if the statement meets a limit before it is applied: the parser then stops at its token.
+bool VsaParser::begin(const SimpleStatement& statement) const {
+  if (session == nullptr) return true;
+  const bool hasValue = statement.kind == Kind::Value;
+  if (statement.isAssignment() && !session->admits(hasValue ? statement.value.size() : 0)) {
+    return false;
+  }
   session->beginNewStatement(current.line, current.column);
   if (statement.isAssignment()) {
     session->beginAssignment(assignment_, statement.path());
   } else {
     session->endAssignment();
   }
+  return true;
 }
 
 // False if the statement has a value that does not convert: the parser then makes the message.

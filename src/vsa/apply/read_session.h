@@ -165,6 +165,11 @@ class ReadSession {
 
   /// Bytes that the reading has taken and that are still in use, as far as they are known.
   std::uint64_t memory() const noexcept { return memory_; }
+  /// Whether an assignment to an input of a node, with a value of that size, meets no limit before
+  /// the scene is called.
+  bool admits(std::uint64_t valueBytes) const noexcept {
+    return limits.depth != 0 && valueBytes <= limits.memory - memory_;
+  }
   /// Counts memory that the reading is about to take.
   void charge(std::uint64_t bytes) {
     if (bytes > limits.memory - memory_) [[unlikely]]

@@ -155,6 +155,15 @@ TEST(ReadLimits, MemoryCountsNamesOfInputsAndSourcesOfLinks) {
   }
 }
 
+TEST(ReadLimits, MemoryOfAStringIsReportedInItsStatement) {
+  const std::string text = "s n:\n.a = 1;\n.b = \"" + std::string(400, 'x') + "\";\n.c = 1;\n";
+  const ReadResult result = vsa::readText(text, limitedTo({.memory = 300}));
+  expectOver(Limit::Memory, result);
+  ASSERT_EQ(result.diagnostics.size(), 1U);
+  EXPECT_EQ(result.diagnostics[0].range.begin.line, 3U);
+  EXPECT_EQ(result.diagnostics[0].inputPath, "n.b");
+}
+
 // The reading ends before it has read the whole token.
 TEST(ReadLimits, MemoryIsCheckedWhileALongTokenIsRead) {
   const std::string token(20'000'000, '1');
