@@ -69,14 +69,25 @@ void checkOutcome(const ReadOutcome& outcome, std::string_view text) {
   checkDiagnostics(outcome, text);
 }
 
+// A source that delivers few bytes cannot show what follows an invalid character: the range of that
+// number or word may end earlier.
+bool hasDeliveredEnd(const Diagnostic& found) {
+  return found.id != DiagnosticId::InvalidToken && found.id != DiagnosticId::InvalidListToken;
+}
+
 std::string shown(const ReadOutcome& outcome) {
   std::string text = vsa::name(outcome.status) + (" " + outcome.message) + '\n';
   for (const Diagnostic& found : outcome.diagnostics) {
-    text += std::to_string(found.range.begin.offset) + '-' +
-            std::to_string(found.range.end.offset) + ' ' + found.inputPath + ' ' + found.logLine() +
-            '\n';
+    text += std::to_string(found.range.begin.offset) + '-';
+    if (hasDeliveredEnd(found)) text += std::to_string(found.range.end.offset);
+    text += ' ' + found.inputPath + ' ' + found.logLine() + '\n';
   }
   return text;
+}
+
+// The memory for the characters of a token depends on how many are delivered at a time.
+bool isOverMemory(const ReadOutcome& outcome) {
+  return outcome.limit == vsa::Limit::Memory;
 }
 
 vsa::ReadOptions optionsOf(unsigned settings) {
@@ -105,6 +116,7 @@ void publicApi(std::string_view input) {
   source.announced = text.size();  // the default limit of memory follows from it
   const ReadOutcome found = vsa::readSourceInto(fromSource, source, options);
   checkOutcome(found, text);
+  if (isOverMemory(expected) || isOverMemory(found)) return;
   checkSame(shown(expected), shown(found), "outcome of a read from a source");
 }
 

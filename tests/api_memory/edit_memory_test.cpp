@@ -111,7 +111,7 @@ TEST(EditMemory, OfRemovedInputsIsFreed) {
   for (int i = 0; i < 1000; ++i) {
     const vsa::Input array = node.add("x");
     array.makeArray(ValueType::Buffer).orThrow();
-    array.append().setBuffer(ElementType::Byte, std::vector<std::uint8_t>(100'000)).orThrow();
+    array.appendBuffer(ElementType::Byte, std::vector<std::uint8_t>(100'000)).orThrow();
     node.remove("x").orThrow();
   }
   AllocationTracker::stop();

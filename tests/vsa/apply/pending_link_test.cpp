@@ -34,6 +34,10 @@ Lines sourcesOf(const PendingTable& table, const HostInput& input) {
   return sources;
 }
 
+// A text may contain millions of links. Its place in the text takes 8 of these bytes.
+static_assert(sizeof(TextPlace) == 8);
+static_assert(sizeof(PendingLink) <= 24);
+
 TEST(PendingTableTest, AnInputHasOneEntryAndIsRetainedOnce) {
   HostOptions options;
   HostInput input(options, "n.a", AttrType::Null);
