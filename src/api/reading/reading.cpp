@@ -83,6 +83,7 @@ void Reading::readFile(const char* path) noexcept {
 
 void Reading::readSource(Source& source) noexcept {
   guarded([&] {
+    // NOLINTNEXTLINE(bugprone-unhandled-exception-at-new): `guarded` handles it
     auto* const bytes = new HostSource(source, ending_);
     const RefersTo<zn::ByteSource> held(bytes);
     const std::optional<std::uint64_t> size = ending_.callHost([&] { return source.size(); });

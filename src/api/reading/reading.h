@@ -85,7 +85,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void finishCutOff();
   void endAtSceneLimit(Limit limit, const zn::String& line);
   void endByError(const zn::korvo_sdk::Diagnostic& record);
-  [[noreturn]] void stopAtLimit(Limit limit, std::string message);
+  [[noreturn]] void stopAtLimit(Limit limit, const std::string& message);
   void notifyProgress();
   void notifyComplete();
   ReadProgress progress() const noexcept;

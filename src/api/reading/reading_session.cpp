@@ -73,7 +73,7 @@ void Reading::exceed(Budget budget) {
   stopAtLimit(Limit::Memory, "over a limit");
 }
 
-void Reading::stopAtLimit(Limit limit, std::string message) {
+void Reading::stopAtLimit(Limit limit, const std::string& message) {
   recorder_->add(DiagnosticId::OverLimit, Severity::Error, true, message);
   outcome_.limit = limit;
   ending_.stop(ReadStatus::OverLimit, message);

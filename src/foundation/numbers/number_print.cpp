@@ -114,7 +114,7 @@ char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
 // 0.000ddd
 template <class Digits>
 char* putFraction(char* to, const Digits& digits, int count, int zeros) {
-  std::memcpy(to, "0.000000", 8);
+  std::memcpy(to, "0.000000", 8);  // NOLINT(bugprone-not-null-terminated-result): no string
   digits.store(to + 2 + zeros);
   return to + 2 + zeros + count;
 }
@@ -194,7 +194,7 @@ char* printRealWithPoint(char* to, double value) {
   if (text.find_first_of(".in") != std::string_view::npos) return end;
   char* const exponent = std::find(to, end, 'e');
   std::memmove(exponent + 2, exponent, static_cast<std::size_t>(end - exponent));
-  std::memcpy(exponent, ".0", 2);
+  std::memcpy(exponent, ".0", 2);  // NOLINT(bugprone-not-null-terminated-result): no string
   return end + 2;
 }
 

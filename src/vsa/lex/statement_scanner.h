@@ -28,19 +28,19 @@ struct SimpleStatement {
     Connection,   ///< `node.input |= name.output;`, `.input |= null;`
   };
 
-  Kind kind;
-  const char* begin;  ///< The first character.
-  const char* end;    ///< One past the last character.
-  std::int32_t line;  ///< Of the last character.
-  std::int32_t column;
-  const char* ahead;  ///< One past the third token after the statement.
+  Kind kind = Kind::Comment;
+  const char* begin = nullptr;  ///< The first character.
+  const char* end = nullptr;    ///< One past the last character.
+  std::int32_t line = 0;        ///< Of the last character.
+  std::int32_t column = 0;
+  const char* ahead = nullptr;  ///< One past the third token after the statement.
 
-  String text;              ///< Of a comment. The type of a declaration.
-  String name;              ///< Of a declaration.
-  Token pathTokens[3];      ///< An assignment: node "." input. Without positions.
-  bool isWith;              ///< The declaration ends in ":", or the path begins with ".".
-  Token::Type valueType;    ///< Value: of its first token.
-  std::string_view value;   ///< Value: its first token as written.
+  String text;          ///< Of a comment. The type of a declaration.
+  String name;          ///< Of a declaration.
+  Token pathTokens[3];  ///< An assignment: node "." input. Without positions.
+  bool isWith = false;  ///< The declaration ends in ":", or the path begins with ".".
+  Token::Type valueType = Token::Type::Eof;  ///< Value: of its first token.
+  std::string_view value;                    ///< Value: its first token as written.
   std::string_view list;    ///< Value, Id: the numbers, separated by single blanks. A byte follows.
   std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
   String output;            ///< Connection: the output; empty for `null`.
