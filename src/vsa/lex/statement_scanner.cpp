@@ -52,6 +52,7 @@ bool StatementScanner::scan(SimpleStatement& out) {
   line_ = endLine_;
   lineBegin_ = endLineBegin_;
   out.end = statement(end_, out);
+  if (out.end == nullptr) return false;
   out.line = line_;
   out.column = columnIn(lineBegin_, out.end);
   out.ahead = lookahead(out.end);
