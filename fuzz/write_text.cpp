@@ -6,7 +6,7 @@
 #include "fuzz/support/fuzz_scene.h"
 #include "fuzz/support/written_scene.h"
 #include "fuzz/targets.h"
-#include "write/reasons.h"
+#include "write/walk/reasons.h"
 
 namespace vsa_fuzz {
 

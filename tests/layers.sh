@@ -11,7 +11,9 @@ include/vsa/foundation
 include/vsa/diagnostics    include/vsa/foundation
 include/vsa/scene          include/vsa/foundation
 include/vsa/model          include/vsa/foundation include/vsa/scene
-include/vsa                include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model
+include/vsa/values         include/vsa/foundation include/vsa/scene
+include/vsa/reading        include/vsa/foundation include/vsa/diagnostics include/vsa/scene
+include/vsa                include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model include/vsa/values include/vsa/reading
 src/foundation/base        include/vsa/foundation
 src/foundation/numbers     include/vsa/foundation src/foundation/base
 src/foundation/containers  include/vsa/foundation src/foundation/base
@@ -19,18 +21,23 @@ src/foundation/text        include/vsa/foundation src/foundation/base src/founda
 src/foundation/compression include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/containers
 src/foundation/io          include/vsa/foundation src/foundation/base
 src/diagnostics            include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
-src/scene                  include/vsa/foundation include/vsa/scene src/foundation/text
+src/scene                  include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/text
 src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers src/foundation/text
 src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/base src/foundation/containers src/diagnostics src/scene src/scene/model/storage
 src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
-src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/lex
-src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply
-src/api                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/scene/model src/vsa
-src/api/c                  include/vsa
-src/api/reading/text       include/vsa include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
-src/api/reading/culprit    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
-src/api/reading            include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
-src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text src/scene
+src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/scene src/vsa/lex
+src/vsa/apply/links        include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/apply
+src/vsa/apply/values       include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/containers src/foundation/text src/scene src/vsa/apply
+src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
+src/api                    include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/scene src/scene/model src/vsa
+src/api/c                  include/vsa include/vsa/values
+src/api/reading/text       include/vsa include/vsa/reading include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
+src/api/reading/culprit    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
+src/api/reading/outcome    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics src/api/reading/text src/api/reading/culprit src/vsa src/vsa/apply
+src/api/reading            include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/api/reading/outcome src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
+src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
+src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
+src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/text src/write/text src/write/walk
 ROWS
 }
 
@@ -100,7 +107,7 @@ if [ "$failed" -eq 0 ]; then
   expect_found src/vsa/parser.cpp '  #include <vsa/model/scene.h>' '<vsa/model/scene.h'
   expect_found src/vsa/parser.cpp '#include "tools/scene_text/read_outcome.h"' '"tools/scene_text/read_outcome.h'
   expect_found src/vsa/lex/token.h '#include "vsa/parser.h"' '"vsa/parser.h'
-  expect_found src/vsa/apply/value_convert.h '#include "vsa/parser.h"' '"vsa/parser.h'
+  expect_found src/vsa/apply/values/value_convert.h '#include "vsa/parser.h"' '"vsa/parser.h'
   # A comment includes nothing.
   printf '// See #include <vsa/model/scene.h>.\n' >>"$scratch/include/vsa/parse.h"
   found=$(violations "$scratch")

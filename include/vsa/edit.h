@@ -28,7 +28,7 @@
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
 #include <vsa/text_parameter.h>
-#include <vsa/value.h>
+#include <vsa/values/value.h>
 #include <vsa/view.h>
 
 namespace vsa {

@@ -27,7 +27,7 @@
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
 #include <vsa/text_parameter.h>
-#include <vsa/value_types.h>
+#include <vsa/values/value_types.h>
 
 namespace vsa {
 

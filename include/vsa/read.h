@@ -22,15 +22,15 @@
 #include <string_view>
 #include <vector>
 
-#include <vsa/buffer_view.h>
 #include <vsa/foundation/api.h>
-#include <vsa/read_diagnostic.h>
-#include <vsa/read_options.h>
-#include <vsa/read_status.h>
+#include <vsa/reading/read_diagnostic.h>
+#include <vsa/reading/read_options.h>
+#include <vsa/reading/read_status.h>
+#include <vsa/reading/text_position.h>
 #include <vsa/scene.h>
 #include <vsa/scene/data_type.h>
 #include <vsa/scene/scene_interface.h>
-#include <vsa/text_position.h>
+#include <vsa/values/buffer_view.h>
 
 namespace vsa {
 

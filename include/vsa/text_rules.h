@@ -8,7 +8,7 @@
 #include <vsa/edit_status.h>
 #include <vsa/foundation/api.h>
 #include <vsa/text_parameter.h>
-#include <vsa/value_types.h>
+#include <vsa/values/value_types.h>
 
 namespace vsa {
 

@@ -23,12 +23,12 @@
 #include <string>
 #include <string_view>
 
-#include <vsa/buffer_view.h>
 #include <vsa/foundation/api.h>
-#include <vsa/index_range.h>
 #include <vsa/model/scene.h>
 #include <vsa/text_parameter.h>
-#include <vsa/value_types.h>
+#include <vsa/values/buffer_view.h>
+#include <vsa/values/index_range.h>
+#include <vsa/values/value_types.h>
 
 namespace vsa {
 

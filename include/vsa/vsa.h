@@ -18,7 +18,6 @@
 #pragma once
 
 #include <vsa/back_links.h>
-#include <vsa/buffer_view.h>
 #include <vsa/edit.h>
 #include <vsa/edit_status.h>
 #include <vsa/host_scene.h>
@@ -26,8 +25,9 @@
 #include <vsa/scene.h>
 #include <vsa/text_parameter.h>
 #include <vsa/text_rules.h>
-#include <vsa/value.h>
-#include <vsa/value_types.h>
+#include <vsa/values/buffer_view.h>
+#include <vsa/values/value.h>
+#include <vsa/values/value_types.h>
 #include <vsa/view.h>
 #include <vsa/write.h>
 #include <vsa/write_options.h>

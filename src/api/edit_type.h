@@ -3,8 +3,8 @@
 
 #include <vsa/edit_status.h>
 #include <vsa/model/input.h>
-#include <vsa/value.h>
-#include <vsa/value_types.h>
+#include <vsa/values/value.h>
+#include <vsa/values/value_types.h>
 
 namespace vsa::detail {
 

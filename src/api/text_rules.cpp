@@ -1,14 +1,12 @@
 #include <vsa/text_rules.h>
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <cstdint>
-#include <cstring>
-#include <limits>
 
 #include <vsa/foundation/char_class.h>
 #include <vsa/foundation/string.h>
+#include "scene/not_a_number.h"
 
 namespace vsa {
 
@@ -26,26 +24,6 @@ bool isWord(std::string_view text, std::string_view lowerCase) {
 bool isInBrackets(char c) {
   const bool isWhite = char_class::is(c, char_class::WHITE) && c != '\0';
   return c == '[' || c == '*' || isWhite || char_class::is(c, char_class::DIGIT);
-}
-
-template <class Real>
-bool isReadable(Real number) {
-  using Bits = std::conditional_t<sizeof(Real) == 4, std::uint32_t, std::uint64_t>;
-  if (!std::isnan(number)) return true;
-  constexpr Real READ = std::numeric_limits<Real>::quiet_NaN();
-  const auto bits = std::bit_cast<Bits>(number);
-  return bits == std::bit_cast<Bits>(READ) || bits == std::bit_cast<Bits>(-READ);
-}
-
-// The bytes need not be aligned for the numbers.
-template <class Real>
-bool areReadable(std::span<const std::byte> bytes) {
-  for (std::size_t at = 0; at < bytes.size(); at += sizeof(Real)) {
-    Real number;
-    std::memcpy(&number, bytes.data() + at, sizeof number);
-    if (!isReadable(number)) return false;
-  }
-  return true;
 }
 
 Status checkLine(std::string_view text) {
@@ -93,13 +71,13 @@ bool isOutputName(TextParameter parameter) noexcept {
 
 Status checkReal(double value) noexcept {
   if (std::isinf(value) && value > 0) return EditError::PlusInfinity;
-  if (!isReadable(value)) return EditError::NotANumber;
-  return std::isnan(value) && !std::signbit(value) ? EditError::NotANumber : EditError::None;
+  const bool isReadable =
+      !std::isnan(value) || (std::signbit(value) && !zn::korvo_sdk::isOtherNan(value));
+  return isReadable ? EditError::None : EditError::NotANumber;
 }
 
 Status checkNumbers(std::span<const double> numbers) noexcept {
-  return std::all_of(numbers.begin(), numbers.end(), isReadable<double>) ? EditError::None
-                                                                         : EditError::NotANumber;
+  return zn::korvo_sdk::haveOtherNan(numbers) ? EditError::NotANumber : EditError::None;
 }
 
 Status checkString(TextParameter text) noexcept {
@@ -110,11 +88,7 @@ Status checkString(TextParameter text) noexcept {
 Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept {
   if (!zn::korvo_sdk::isBufferElement(type)) return EditError::BadBufferType;
   if (bytes.size() % zn::korvo_sdk::elementBytes(type) != 0) return EditError::BufferSize;
-  const ElementType component = zn::korvo_sdk::componentType(type);
-  const bool isReadableBuffer = component == ElementType::Float    ? areReadable<float>(bytes)
-                                : component == ElementType::Double ? areReadable<double>(bytes)
-                                                                   : true;
-  return isReadableBuffer ? EditError::None : EditError::NotANumber;
+  return zn::korvo_sdk::haveOtherNan(type, bytes) ? EditError::NotANumber : EditError::None;
 }
 
 Status checkComment(TextParameter parameter) noexcept {

@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "vsa/apply/link_resolver.h"
+#include "vsa/apply/links/link_resolver.h"
 #include "vsa/apply/no_scene.h"
 #include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/lexer_source.h"

@@ -4,7 +4,7 @@
 
 #include "vsa/apply/input_path.h"
 #include "vsa/apply/path_resolver.h"
-#include "vsa/apply/value_assigner.h"
+#include "vsa/apply/values/value_assigner.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

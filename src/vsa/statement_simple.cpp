@@ -1,6 +1,6 @@
 // Simple statements: executed from what the scanner recognises, without tokens.
 #include "vsa/apply/path_resolver.h"
-#include "vsa/apply/value_assigner.h"
+#include "vsa/apply/values/value_assigner.h"
 #include "vsa/lex/lexer_fast_path.h"
 #include "vsa/lex/statement_scanner.h"
 #include "vsa/parser.h"

@@ -6,7 +6,7 @@
 #include <vsa/foundation/tuple_parse.h>
 #include "foundation/numbers/number_text.h"
 #include "foundation/text/letter_case.h"
-#include "vsa/apply/string_literal.h"
+#include "vsa/apply/values/string_literal.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

@@ -1,7 +1,7 @@
 #include "write/header_text.h"
 
 #include <vsa/scene/file_version.h>
-#include "write/reasons.h"
+#include "write/walk/reasons.h"
 
 namespace vsa::impl {
 

@@ -7,7 +7,7 @@
 
 #include <vsa/model/scene.h>
 #include <vsa/write_options.h>
-#include "write/text_buffer.h"
+#include "write/text/text_buffer.h"
 
 namespace vsa::impl {
 

@@ -1,7 +1,7 @@
 #include "write/scene_writer.h"
 
-#include "write/names.h"
-#include "write/value_text.h"
+#include "foundation/text/letter_case.h"
+#include "write/text/value_text.h"
 
 namespace vsa::impl {
 
@@ -32,6 +32,11 @@ void putConnection(TextBuffer& out, const Output& output) {
 void putType(TextBuffer& out, std::string_view type) {
   if (out.size() == 0 && type.starts_with("\xEF\xBB\xBF")) out.put('\n');
   out.put(type);
+}
+
+// "type name;" with one of these types would be a statement of its own, and no declaration.
+bool isStatementWord(std::string_view type) {
+  return zn::isWord(type, "remove") || zn::isWord(type, "define");
 }
 
 }  // namespace

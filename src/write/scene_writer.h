@@ -6,8 +6,8 @@
 
 #include <vsa/write.h>
 #include "write/problem_list.h"
-#include "write/scene_walk.h"
-#include "write/text_buffer.h"
+#include "write/text/text_buffer.h"
+#include "write/walk/scene_walk.h"
 
 namespace vsa::impl {
 

@@ -6,8 +6,8 @@
 
 #include "write/file_replacement.h"
 #include "write/header_text.h"
-#include "write/node_order.h"
 #include "write/scene_writer.h"
+#include "write/walk/node_order.h"
 
 namespace vsa {
 

@@ -1,5 +1,5 @@
 // Typed buffers: which element types are which C++ types, and the reason when they are not.
-#include <vsa/buffer_view.h>
+#include <vsa/values/buffer_view.h>
 
 #include <array>
 #include <cstdint>

@@ -8,7 +8,7 @@
 #include "tests/support/declared_lamp.h"
 #include "tests/write/round_trip.h"
 #include "tests/write/scene_builder.h"
-#include "write/reasons.h"
+#include "write/walk/reasons.h"
 
 namespace vsa_tests {
 

@@ -4,9 +4,9 @@
 
 #include <string_view>
 
-#include <vsa/buffer_view.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
+#include <vsa/values/buffer_view.h>
 #include <vsa/view.h>
 #include <vsa/vsa_c.h>
 

@@ -6,7 +6,7 @@
 
 #include <vsa/foundation/file.h>
 #include <vsa/read.h>
-#include "api/reading/ending.h"
+#include "api/reading/outcome/ending.h"
 #include "api/reading/text/block_observer.h"
 
 namespace vsa {

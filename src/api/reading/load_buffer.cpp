@@ -8,7 +8,7 @@
 
 #include <vsa/foundation/ref_counted.h>
 #include <vsa/read.h>
-#include "api/reading/ending.h"
+#include "api/reading/outcome/ending.h"
 #include "foundation/io/descriptor_source.h"
 
 namespace vsa {

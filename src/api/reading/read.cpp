@@ -4,7 +4,7 @@
 #include <new>
 #include <type_traits>
 
-#include "api/reading/ending.h"
+#include "api/reading/outcome/ending.h"
 #include "api/reading/reading.h"
 
 namespace vsa {

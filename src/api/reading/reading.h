@@ -16,8 +16,8 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include <vsa/read.h>
-#include "api/reading/diagnostic_recorder.h"
-#include "api/reading/ending.h"
+#include "api/reading/outcome/diagnostic_recorder.h"
+#include "api/reading/outcome/ending.h"
 #include "api/reading/text/block_observer.h"
 #include "api/reading/text/text_index.h"
 #include "api/reading/text/text_store.h"

@@ -13,7 +13,7 @@
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/scene.h>
-#include <vsa/read_options.h>
+#include <vsa/reading/read_options.h>
 #include <vsa/scene/scene_interface.h>
 
 namespace vsa {

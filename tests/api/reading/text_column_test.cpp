@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include <vsa/text_position.h>
+#include <vsa/reading/text_position.h>
 
 namespace vsa_tests {
 

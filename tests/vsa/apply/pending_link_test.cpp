@@ -1,5 +1,5 @@
 // Pending links: one entry for each input, and a filter without false negatives.
-#include "vsa/apply/pending_link.h"
+#include "vsa/apply/links/pending_link.h"
 
 #include <gtest/gtest.h>
 

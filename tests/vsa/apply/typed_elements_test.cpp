@@ -1,6 +1,6 @@
 // Untyped elements get a type, also after the scene has emptied them. Filling an array one element
 // at a time does not scan the whole array each time.
-#include "vsa/apply/typed_elements.h"
+#include "vsa/apply/values/typed_elements.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 // The complete conversion matrix, and the result of each conversion.
-#include "vsa/apply/value_convert.h"
+#include "vsa/apply/values/value_convert.h"
 
 #include <gtest/gtest.h>
 

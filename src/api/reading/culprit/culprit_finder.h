@@ -14,7 +14,7 @@
 #include "api/reading/culprit/statement_tokens.h"
 
 #include <vsa/diagnostics/diagnostic.h>
-#include <vsa/read_diagnostic.h>
+#include <vsa/reading/read_diagnostic.h>
 
 namespace vsa {
 

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <vector>
 
-#include <vsa/text_position.h>
+#include <vsa/reading/text_position.h>
 #include "api/reading/text/text_store.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/lex/lexer.h"

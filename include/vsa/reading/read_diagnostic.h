@@ -1,0 +1,69 @@
+// vsa::Diagnostic: a problem that a reading found, as a record.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include <vsa/diagnostics/diagnostic_table.h>
+#include <vsa/foundation/api.h>
+#include <vsa/reading/text_position.h>
+
+namespace vsa {
+
+/// Identifies a kind of problem. docs/messages.md describes each.
+enum class DiagnosticId : std::uint8_t {
+#define VSA_ROW(name, ...) name,
+  VSA_DIAGNOSTIC_TABLE(VSA_ROW)
+#undef VSA_ROW
+      EndMark,  ///< A byte 0xFF ended the text before the end of its source.
+  OverLimit,    ///< The text has more than a limit of the options allows.
+  HostMessage,  ///< The host's scene logged a message of its own.
+};
+
+/// The number of ids.
+inline constexpr int DIAGNOSTIC_ID_COUNT = static_cast<int>(DiagnosticId::HostMessage) + 1;
+
+/// The stable name of an id in kebab case, such as "too-few-elements". Never null; "unknown" for a
+/// value that is none of the enumeration.
+VSA_API const char* name(DiagnosticId id) noexcept;
+
+/// A Warning changes no result. An Error rejects a value or ends the reading.
+enum class Severity : std::uint8_t { Warning, Error };
+
+/// "warning" or "error".
+VSA_API const char* name(Severity severity) noexcept;
+
+/// A problem in a text. A plain value that owns its texts.
+struct Diagnostic {
+  DiagnosticId id = DiagnosticId::HostError;
+  Severity severity = Severity::Error;
+  /// Whether it ended the reading.
+  bool endedReading = false;
+  /// The message without kind and position, byte for byte as the log has it. Text quoted from the
+  /// input is unchanged: it may contain line feeds and control characters, have any length, and not
+  /// be valid UTF-8.
+  std::string message;
+  /// What the log line begins with, such as "PARSE ERROR"; empty if the line has no position.
+  std::string kind;
+  /// Line and column as the log line has them: those of the token at which the parser noticed the
+  /// problem, which may be behind `range`. Both 0 before the first token and where the log line has
+  /// no position.
+  std::int32_t logLineNumber = 0;
+  std::int32_t logColumn = 0;
+  /// The path of the input concerned, from the name of its node on, such as "worktop.points[3]". An
+  /// index is as it is written; a path with an invalid index ends before it. Empty if no input is
+  /// concerned.
+  std::string inputPath;
+  /// The bytes that the problem is about; no byte where something is missing. If they are not
+  /// known, the last byte of the token at which the parser noticed it.
+  TextRange range;
+  /// If the problem is about one number of a list: its index in the list, from 0.
+  std::optional<std::uint64_t> numberIndex;
+
+  /// The line that the plain interface logs: "PARSE ERROR (4,9): invalid input array index: [x].".
+  /// Throws std::bad_alloc.
+  VSA_API std::string logLine() const;
+};
+
+}  // namespace vsa

@@ -1,0 +1,24 @@
+#include <vsa/reading/read_diagnostic.h>
+
+#include <vsa/diagnostics/diagnostic_table.h>
+
+namespace vsa {
+
+namespace {
+
+// The lexer's messages end as they are; every other one with a position gets a period.
+bool endsWithPeriod(DiagnosticId id) {
+  return id != DiagnosticId::InvalidToken && id != DiagnosticId::InvalidListToken;
+}
+
+}  // namespace
+
+std::string Diagnostic::logLine() const {
+  if (kind.empty()) return message;
+  std::string line = kind + " (" + std::to_string(logLineNumber) + ',' + std::to_string(logColumn) +
+                     "): " + message;
+  if (endsWithPeriod(id)) line += '.';
+  return line;
+}
+
+}  // namespace vsa

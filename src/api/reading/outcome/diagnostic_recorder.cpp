@@ -1,0 +1,235 @@
+#include "api/reading/outcome/diagnostic_recorder.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+
+#include "api/reading/culprit/message_path.h"
+#include "vsa/apply/input_path.h"
+
+namespace vsa {
+
+namespace {
+
+using zn::String;
+using Record = DiagnosticRecorder::Record;
+using zn::korvo_sdk::impl::AssignInfo;
+using zn::korvo_sdk::impl::ReadSession;
+using zn::korvo_sdk::impl::TextPlace;
+using zn::korvo_sdk::impl::Token;
+
+std::string stringOf(const String& text) {
+  return std::string(text.view());
+}
+
+Severity severityOf(const Record& record) {
+  return record.severity() == zn::korvo_sdk::Severity::Warning ? Severity::Warning
+                                                               : Severity::Error;
+}
+
+// Messages of the lexer, which is ahead of the parser.
+bool namesNoPath(const Diagnostic& diagnostic) {
+  return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
+                                          diagnostic.id == DiagnosticId::InvalidListToken);
+}
+
+// Whether `path` is that of an element of the array `array`.
+bool isElementOf(std::string_view path, std::string_view array) {
+  if (!path.starts_with(array)) return false;
+  path.remove_prefix(array.size());
+  return path.size() > 1 && path.find_first_of("[.", 1) == path.npos && path[0] == '[';
+}
+
+std::uint64_t bytesOf(const Diagnostic& diagnostic) {
+  return sizeof(Diagnostic) + diagnostic.message.size() + diagnostic.kind.size() +
+         diagnostic.inputPath.size();
+}
+
+}  // namespace
+
+DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome,
+                                       Ending& ending, TextStore& store, TextIndex& index,
+                                       const VsaParser& parser)
+    : options_(options),
+      outcome_(outcome),
+      ending_(ending),
+      store_(store),
+      index_(index),
+      parser_(parser) {
+}
+
+void DiagnosticRecorder::add(const Record& record) {
+  const bool ended = record.severity() == zn::korvo_sdk::Severity::Fatal;
+  count(severityOf(record));
+  if (isWanted(ended, record.text.len())) {
+    Diagnostic diagnostic;
+    diagnostic.id = static_cast<DiagnosticId>(record.id);
+    diagnostic.severity = severityOf(record);
+    diagnostic.endedReading = ended;
+    diagnostic.message = stringOf(record.text);
+    diagnostic.kind = stringOf(record.kind());
+    if (record.hasPosition()) {
+      diagnostic.logLineNumber = record.line;
+      diagnostic.logColumn = record.column;
+    }
+    diagnostic.inputPath = inputPathOf(record);
+    blame(diagnostic, record);
+    deliver(std::move(diagnostic));
+  } else {
+    ++outcome_.droppedDiagnostics;
+  }
+  checkLimit(ended);
+}
+
+void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReading,
+                             std::string message) {
+  count(severity);
+  if (!isWanted(endedReading, message.size())) {
+    ++outcome_.droppedDiagnostics;
+    return;
+  }
+  Diagnostic diagnostic;
+  diagnostic.id = id;
+  diagnostic.severity = severity;
+  diagnostic.endedReading = endedReading;
+  diagnostic.message = std::move(message);
+  diagnostic.inputPath = statementPath();
+  blame(diagnostic);
+  deliver(std::move(diagnostic));
+}
+
+// Without a callback, a diagnostic that is not kept is not put together: its path may be long.
+bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
+  return endedReading || options_.onDiagnostic != nullptr ||
+         fits(sizeof(Diagnostic) + messageBytes);
+}
+
+bool DiagnosticRecorder::fits(std::uint64_t bytes) const noexcept {
+  return outcome_.diagnostics.size() < options_.keptDiagnostics &&
+         bytes <= options_.keptDiagnosticBytes &&
+         keptBytes_ <= options_.keptDiagnosticBytes - bytes;
+}
+
+void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
+  if (options_.onDiagnostic != nullptr) {
+    ending_.callHost([&] { options_.onDiagnostic(diagnostic); });
+  }
+  const std::uint64_t bytes = bytesOf(diagnostic);
+  if (!fits(bytes) && !diagnostic.endedReading) {
+    ++outcome_.droppedDiagnostics;
+    return;
+  }
+  keep(std::move(diagnostic));
+  keptBytes_ += bytes;
+}
+
+// Within a statement, the kept ones are sorted by their place.
+void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
+  std::vector<Diagnostic>& kept = outcome_.diagnostics;
+  if (blamedStatement_ != statement_) {
+    statement_ = blamedStatement_;
+    firstOfStatement_ = kept.size();
+  }
+  const auto behind =
+      std::upper_bound(kept.begin() + static_cast<std::ptrdiff_t>(firstOfStatement_), kept.end(),
+                       diagnostic, [](const Diagnostic& a, const Diagnostic& b) {
+                         return a.range.begin.offset < b.range.begin.offset;
+                       });
+  kept.insert(behind, std::move(diagnostic));
+}
+
+void DiagnosticRecorder::count(Severity severity) noexcept {
+  ++(severity == Severity::Warning ? outcome_.warningCount : outcome_.errorCount);
+}
+
+void DiagnosticRecorder::checkLimit(bool endedReading) {
+  const std::uint64_t found = outcome_.errorCount + outcome_.warningCount;
+  if (endedReading || found <= options_.limits.diagnostics) return;
+  outcome_.limit = Limit::Diagnostics;
+  const std::string message =
+      "more than " + std::to_string(options_.limits.diagnostics) + " diagnostics";
+  add(DiagnosticId::OverLimit, Severity::Error, true, message);
+  ending_.stop(ReadStatus::OverLimit, message);
+}
+
+// --- the bytes to blame ---
+
+// Where a statement may begin: behind the token before it.
+std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
+  return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
+}
+
+void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
+  const ReadSession& session = *parser_.session;
+  const std::uint64_t start = startOf(session.statement());
+  Mistake mistake{diagnostic.id, diagnostic.message, start, diagnostic.inputPath, std::nullopt};
+  if (record.offset != Record::UNKNOWN_OFFSET) {
+    mistake.character = static_cast<std::uint64_t>(record.offset);
+    mistake.noticed = *mistake.character + 1;
+  } else if (record.line != 0) {
+    mistake.noticed = startOf({record.line, record.column});
+  } else if (!session.isResolving()) {
+    mistake.noticed = startOf({parser_.current.line, parser_.current.column});
+  }
+  setRange(diagnostic, start, mistake);
+  // The message of an element that does not fit names the array.
+  if (diagnostic.id != DiagnosticId::CannotAssignType) return;
+  if (diagnostic.message.find(" to Array @ ") == std::string::npos) return;
+  std::string path = statementPath();
+  if (isElementOf(path, diagnostic.inputPath)) diagnostic.inputPath = std::move(path);
+}
+
+void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
+  if (parser_.session == nullptr || parser_.lexer == nullptr) return;
+  if (diagnostic.id == DiagnosticId::EndMark) {
+    const std::uint64_t mark = index_.offsetOf(*parser_.lexer);
+    diagnostic.range = index_.rangeOf(mark, std::min(mark + 1, index_.end()));
+    return;
+  }
+  const std::uint64_t noticed = startOf({parser_.current.line, parser_.current.column});
+  const bool isBehind = diagnostic.id == DiagnosticId::UnexpectedEof;
+  const std::uint64_t start = isBehind ? noticed : startOf(parser_.session->statement());
+  setRange(diagnostic, start,
+           {diagnostic.id, diagnostic.message, noticed, diagnostic.inputPath, std::nullopt});
+}
+
+// Without a culprit, the last character that was noticed.
+void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
+                                  const Mistake& mistake) {
+  blamedStatement_ = start;
+  const StatementTokens tokens(store_, index_, start, mistake.noticed);
+  std::optional<Culprit> culprit = findCulprit(mistake, tokens);
+  if (!culprit) {
+    const std::uint64_t last = std::max(mistake.noticed, start + 1) - 1;
+    culprit = Culprit{last, last + 1};
+  }
+  if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens, withNodeName());
+  diagnostic.numberIndex = culprit->numberIndex;
+  const std::uint64_t begin = std::min(culprit->begin, index_.end());
+  diagnostic.range = index_.rangeOf(begin, std::clamp(culprit->end, begin, index_.end()));
+}
+
+// --- the input concerned ---
+
+std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
+  const std::string_view named = pathInMessage(record.id, record.text.view());
+  if (!named.empty()) return std::string(named);
+  const ReadSession* const session = parser_.session;
+  if (session == nullptr || session->link() == nullptr) return statementPath();
+  return stringOf(session->link()->path());
+}
+
+std::string DiagnosticRecorder::withNodeName() const {
+  return parser_.withNode == nullptr ? std::string() : stringOf(parser_.withNode->name());
+}
+
+// The left-hand side of the current assignment, with the name of the node.
+std::string DiagnosticRecorder::statementPath() const {
+  const ReadSession* const session = parser_.session;
+  if (session == nullptr || session->path().empty()) return {};
+  const std::string path = stringOf(zn::korvo_sdk::impl::collapsedPath(session->path()));
+  const bool isOfWithNode = session->path()[0].type == Token::Type::Dot;
+  return isOfWithNode ? withNodeName() + path : path;
+}
+
+}  // namespace vsa

@@ -1,0 +1,64 @@
+// DiagnosticRecorder: turns the records of the reader into those of the public API, counts them and
+// keeps them. Internal.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <vsa/diagnostics/diagnostic.h>
+#include <vsa/read.h>
+#include "api/reading/culprit/culprit_finder.h"
+#include "api/reading/outcome/ending.h"
+#include "api/reading/text/text_index.h"
+#include "api/reading/text/text_store.h"
+#include "vsa/parser.h"
+
+namespace vsa {
+
+class DiagnosticRecorder {
+ public:
+  using Record = zn::korvo_sdk::Diagnostic;
+  using VsaParser = zn::korvo_sdk::impl::VsaParser;
+
+  /// All must outlive the recorder.
+  DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome, Ending& ending,
+                     TextStore& store, TextIndex& index, const VsaParser& parser);
+
+  /// Records what the reader reports. May throw ReadStopped: the limit of diagnostics, or what a
+  /// callback throws.
+  void add(const Record& record);
+  /// Records a problem that the reader does not report, at the token consumed last.
+  void add(DiagnosticId id, Severity severity, bool endedReading, std::string message);
+
+  /// Bytes of the diagnostics that are kept.
+  std::uint64_t keptBytes() const noexcept { return keptBytes_; }
+
+ private:
+  bool isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept;
+  // Whether a diagnostic of that size is kept.
+  bool fits(std::uint64_t bytes) const noexcept;
+  void deliver(Diagnostic&& diagnostic);
+  void keep(Diagnostic&& diagnostic);
+  void count(Severity severity) noexcept;
+  void checkLimit(bool endedReading);
+  std::uint64_t startOf(zn::korvo_sdk::impl::TextPlace tokenBefore);
+  void blame(Diagnostic& diagnostic, const Record& record);
+  void blame(Diagnostic& diagnostic);
+  void setRange(Diagnostic& diagnostic, std::uint64_t start, const Mistake& mistake);
+  std::string inputPathOf(const Record& record) const;
+  std::string statementPath() const;
+  std::string withNodeName() const;
+
+  const ReadOptions& options_;
+  ReadOutcome& outcome_;
+  Ending& ending_;
+  TextStore& store_;
+  TextIndex& index_;
+  const VsaParser& parser_;
+  std::uint64_t keptBytes_ = 0;
+  std::uint64_t blamedStatement_ = 0;  // where the statement of the current one begins
+  std::uint64_t statement_ = 0;        // where the statement of the last kept one begins
+  std::size_t firstOfStatement_ = 0;   // the first kept one of that statement
+};
+
+}  // namespace vsa

@@ -1,0 +1,21 @@
+// The not-a-numbers of a scene. A text writes one as "nan" or "-nan", and the reader makes of it
+// the quiet NaN of that sign whose other bits are zero. Internal.
+#pragma once
+
+#include <cstddef>
+#include <span>
+
+#include <vsa/scene/data_type.h>
+
+namespace zn::korvo_sdk {
+
+/// Whether the number is a NaN that a text cannot carry.
+bool isOtherNan(double number) noexcept;
+
+/// Whether one of the numbers is such a NaN.
+bool haveOtherNan(std::span<const double> numbers) noexcept;
+
+/// The same for the bytes of a buffer, which need not be aligned. False for elements of integers.
+bool haveOtherNan(DataType elements, std::span<const std::byte> bytes) noexcept;
+
+}  // namespace zn::korvo_sdk

@@ -1,0 +1,114 @@
+#include "vsa/apply/links/link_resolver.h"
+
+#include <vsa/foundation/string_vector.h>
+#include <vsa/scene/name_update.h>
+#include "diagnostics/emitter.h"
+#include "foundation/base/prefetch.h"
+#include "scene/node_prefetch.h"
+
+namespace zn::korvo_sdk::impl {
+
+using interfaces::IInput;
+
+namespace {
+
+using Snapshot = ds::Vector<const PendingTable::Node*>;
+
+// The entries in table order. Nothing is added during resolution, so the pointers stay valid.
+Snapshot snapshotOf(const PendingTable& table) {
+  Snapshot entries;
+  for (const auto& bucket : table.buckets) {
+    for (const PendingTable::Node& entry : bucket) entries.push_back(&entry);
+  }
+  return entries;
+}
+
+// The source of a connection.
+String asWritten(const PendingLink& link) {
+  const String source(link.source);
+  return link.output.isEmpty() ? source : source + "." + link.output;
+}
+
+}  // namespace
+
+void LinkResolver::resolveConnections(const PendingTable& connections) {
+  resolveAll(connections, [this](IInput& input, const PendingLink& link, const String& source) {
+    resolveConnection(input, link, source);
+  });
+}
+
+void LinkResolver::resolveReferences(const PendingTable& references) {
+  resolveAll(references, [this](IInput& input, const PendingLink& /*link*/, const String& name) {
+    resolveReference(input, name);
+  });
+}
+
+// Neither the inputs nor the nodes are in table order in memory. So each link passes through four
+// stages, at these distances from the one that is resolved: its source and its input are
+// prefetched, its source becomes a String with its hash, its node is prefetched, it is resolved.
+template <class Resolve>
+void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
+  const Snapshot entries = snapshotOf(table);
+  const NodePrefetch* const nodes = entries.size < NAMES ? nullptr : nodePrefetchOf(&scene_);
+  const auto read = [&](std::uint64_t i) {
+    if (i >= entries.size) return;
+    const std::string_view source(entries[i]->value.source);
+    const std::uint64_t hash = String::hashOf(source);
+    names_[i % NAMES].assign(source, hash);
+    if (nodes != nullptr) nodes->prefetchSlot(hash);
+    zn::detail::prefetch(entries[i]->key);
+    zn::detail::prefetch(entries[i]->key, 64);  // most inputs span more than one cache line
+  };
+  for (std::uint64_t i = 0; i < NAMES - 1; ++i) read(i);
+  for (std::uint64_t i = 0; i < entries.size; ++i) {
+    if (i + 2 * NAMES < entries.size) zn::detail::prefetch(entries[i + 2 * NAMES]->value.source);
+    read(i + NAMES - 1);
+    if (nodes != nullptr && i + NAMES / 2 < entries.size) {
+      nodes->prefetchNode(names_[(i + NAMES / 2) % NAMES].hash());
+    }
+    begin(*entries[i]->key, entries[i]->value);
+    resolve(*entries[i]->key, entries[i]->value, names_[i % NAMES]);
+  }
+  for (std::uint64_t i = 0; i < entries.size; ++i) {
+    if (i + NAMES < entries.size) zn::detail::prefetch(entries[i + NAMES]->key);
+    entries[i]->key->release();
+  }
+}
+
+// source = "null" | node "." output
+void LinkResolver::resolveConnection(IInput& input, const PendingLink& link, const String& source) {
+  if (!link.output.isEmpty()) return connect(input, source, link.output, link);
+  if (source.toLower(true).trim(true, true) == "null") return input.disconnect();
+  const StringVector parts = source.split('.', true, false);
+  if (parts.size() != 2) return Emitter().log(DiagnosticId::InvalidOutput, source);
+  connect(input, parts[0], parts[1], link);
+}
+
+void LinkResolver::connect(IInput& input, const String& nodeName, const String& outputName,
+                           const PendingLink& link) {
+  interfaces::INode* const node = scene_.findNode(nodeName);
+  if (node == nullptr) {
+    return Emitter().log(DiagnosticId::NoNodeToConnect, nodeName, input.path());
+  }
+  interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
+  if (output == nullptr) {
+    return Emitter().log(DiagnosticId::NoOutputToConnect, asWritten(link), input.path());
+  }
+  if (session_ != nullptr && !session_->mayLink(input, *node)) return input.disconnect();
+  input.connect(output);
+}
+
+// reference = "null" | node
+void LinkResolver::resolveReference(IInput& input, const String& name) {
+  if (name.isEmpty()) return input.setNode(nullptr);
+  interfaces::INode* const node = scene_.findNode(name);
+  if (node == nullptr) {
+    return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
+  }
+  const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
+  // An input that refuses the node names it.
+  const bool isGiven = isKept || session_->refusesNodes(input);
+  input.setNode(isGiven ? node : nullptr);
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,43 @@
+// LinkResolver: creates the links of the scene from pending links, after the last statement.
+// Internal.
+#pragma once
+
+#include <vsa/foundation/string.h>
+#include <vsa/scene/scene_interface.h>
+#include "vsa/apply/links/pending_link.h"
+#include "vsa/apply/read_session.h"
+
+namespace zn::korvo_sdk::impl {
+
+/// Resolves the links of one text. Logs a link that fails and continues with the next one.
+class LinkResolver {
+ public:
+  /// `session` may be null.
+  explicit LinkResolver(interfaces::IScene& scene, ReadSession* session = nullptr)
+      : scene_(scene), session_(session) {}
+
+  /// Resolves every link of the table, bucket by bucket, and in insertion order within a bucket.
+  /// Then releases the inputs in the same order. The table keeps its entries.
+  void resolveConnections(const PendingTable& connections);
+  void resolveReferences(const PendingTable& references);
+
+ private:
+  void begin(interfaces::IInput& input, const PendingLink& link) const {
+    if (session_ != nullptr) session_->beginLink(input, link.place);
+  }
+  // Names at a time that are ready to be looked up. A power of two.
+  static constexpr std::uint64_t NAMES = 32;
+
+  template <class Resolve>
+  void resolveAll(const PendingTable& table, const Resolve& resolve);
+  void resolveConnection(interfaces::IInput& input, const PendingLink& link, const String& source);
+  void resolveReference(interfaces::IInput& input, const String& name);
+  void connect(interfaces::IInput& input, const String& nodeName, const String& outputName,
+               const PendingLink& link);
+
+  interfaces::IScene& scene_;
+  ReadSession* session_;
+  String names_[NAMES];  // their memory serves every look-up: most hosts keep no name
+};
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,147 @@
+#include "vsa/apply/values/value_convert.h"
+
+#include <cmath>
+#include <cstdint>
+#include <limits>
+
+namespace zn::korvo_sdk::impl {
+
+namespace {
+
+// Types with the same conversions.
+enum Group { BOOL, INTEGER, REAL, TWO, THREE, FOUR, MAT3, MAT4, OTHER, GROUP_COUNT };
+
+Group groupOf(AttrType type) noexcept {
+  switch (type) {
+    case AttrType::Bool:
+      return BOOL;
+    case AttrType::Int:
+    case AttrType::UInt:
+      return INTEGER;
+    case AttrType::Real:
+      return REAL;
+    case AttrType::Vec2:
+    case AttrType::Pos2:
+      return TWO;
+    case AttrType::Vec3:
+    case AttrType::Pos3:
+      return THREE;
+    case AttrType::Vec4:
+    case AttrType::Quat:
+    case AttrType::Rgba:
+      return FOUR;
+    case AttrType::Mat3:
+      return MAT3;
+    case AttrType::Mat4:
+      return MAT4;
+    default:
+      return OTHER;
+  }
+}
+
+constexpr Conversion S = Conversion::Silent;
+constexpr Conversion N = Conversion::Narrowing;
+constexpr Conversion R = Conversion::Refused;
+
+// Rows: the group of the value. Columns: the group of the input. The asymmetries are part of the
+// format: a Real does not convert to a Bool although an Int does.
+constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
+    // BOOL INTEGER REAL TWO THREE FOUR MAT3 MAT4 OTHER
+    {S, S, S, R, R, R, R, R, R},  // BOOL
+    {N, S, S, R, R, R, R, R, R},  // INTEGER
+    {R, N, S, S, S, S, R, R, R},  // REAL
+    {R, R, R, S, S, S, R, R, R},  // TWO
+    {R, R, R, N, S, S, R, R, R},  // THREE
+    {R, R, R, N, N, S, R, R, R},  // FOUR
+    {R, R, R, R, R, R, S, S, R},  // MAT3
+    {R, R, R, R, R, R, N, S, R},  // MAT4
+    {R, R, R, R, R, R, R, R, R},  // OTHER
+};
+
+// Rounds to the nearest integer, halves away from zero, and clamps to the target's range.
+template <class Integer>
+Integer rounded(double value) noexcept {
+  using Limits = std::numeric_limits<Integer>;
+  // The bounds are powers of two or zero. A double represents them exactly.
+  const double beyond = std::ldexp(1.0, Limits::digits);
+  if (std::isnan(value)) return 0;
+  const double whole = std::round(value);
+  if (whole >= beyond) return Limits::max();
+  if (whole <= static_cast<double>(Limits::min())) return Limits::min();
+  return static_cast<Integer>(whole);
+}
+
+std::int64_t toInteger(const AttrData& value, AttrType to) noexcept {
+  if (value.type == AttrType::Bool) return value.payload.boolean ? 1 : 0;
+  if (value.type != AttrType::Real) return value.payload.integer;
+  if (to == AttrType::Int) return rounded<std::int64_t>(value.payload.real);
+  return static_cast<std::int64_t>(rounded<std::uint64_t>(value.payload.real));
+}
+
+double toReal(const AttrData& value) noexcept {
+  if (value.type == AttrType::Bool) return value.payload.boolean ? 1 : 0;
+  if (value.type == AttrType::Int) return static_cast<double>(value.payload.integer);
+  return static_cast<double>(static_cast<std::uint64_t>(value.payload.integer));
+}
+
+// A number is copied to every component. Tuples keep their components by position. The extra
+// components of a wider tuple are the zeros that follow in the payload.
+void toTuple(AttrData& value, AttrType to) noexcept {
+  if (value.type != AttrType::Real) return;
+  const double number = value.payload.real;
+  for (unsigned i = 0; i < componentCount(to); ++i) value.payload.components[i] = number;
+}
+
+// The nine elements become the upper left block.
+void widenMatrix(AttrData& value) noexcept {
+  const math::MatT<3, double> from = value.payload.mat3;
+  math::MatT<4, double> to{};
+  for (unsigned i = 0; i < 9; ++i) to.components[i / 3 * 4 + i % 3] = from.components[i];
+  to.components[15] = 1;
+  value.payload.mat4 = to;
+}
+
+// Keeps the upper left block.
+void narrowMatrix(AttrData& value) noexcept {
+  const math::MatT<4, double> from = value.payload.mat4;
+  math::MatT<3, double> to{};
+  for (unsigned i = 0; i < 9; ++i) to.components[i] = from.components[i / 3 * 4 + i % 3];
+  value.payload.mat3 = to;
+}
+
+}  // namespace
+
+Conversion conversionBetween(AttrType from, AttrType to) noexcept {
+  return from == to ? Conversion::Silent : MATRIX[groupOf(from)][groupOf(to)];
+}
+
+void convert(AttrData& value, AttrType to) noexcept {
+  if (value.type == to) return;
+  switch (groupOf(to)) {
+    case BOOL:
+      value.payload.boolean = value.payload.integer != 0;
+      break;
+    case INTEGER:
+      value.payload.integer = toInteger(value, to);
+      break;
+    case REAL:
+      value.payload.real = toReal(value);
+      break;
+    case TWO:
+    case THREE:
+    case FOUR:
+      toTuple(value, to);
+      break;
+    case MAT3:
+      narrowMatrix(value);
+      break;
+    case MAT4:
+      widenMatrix(value);
+      break;
+    default:
+      break;
+  }
+  value.type = to;
+}
+
+}  // namespace zn::korvo_sdk::impl

@@ -1,0 +1,152 @@
+#include "write/text/value_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <string>
+
+#include "foundation/compression/deflate.h"
+#include "foundation/compression/hex_text.h"
+#include "foundation/numbers/number_print.h"
+#include "foundation/text/letter_case.h"
+#include "write/text/list_text.h"
+
+namespace vsa::impl {
+
+using zn::korvo_sdk::AttrType;
+using zn::korvo_sdk::BufferValue;
+using zn::korvo_sdk::DataType;
+using zn::korvo_sdk::Input;
+
+namespace {
+
+template <class Number>
+void putNumber(TextBuffer& out, Number number) {
+  out.extendTo(zn::numbers::printNumber(out.room(zn::numbers::PRINT_CAPACITY), number));
+}
+
+// The letter of each escape sequence, NUL where the byte stands for itself, 'x' for "\xHH".
+constexpr char escapeOf(unsigned char byte) {
+  constexpr char CONTROLS[] = "xxxxxxxabtnvfrxxxxxxxxxxxxxxxxxx";
+  if (byte < 0x20) return CONTROLS[byte];
+  if (byte == '"' || byte == '\\') return static_cast<char>(byte);
+  return byte == 0x7F || byte == 0xFF ? 'x' : '\0';
+}
+
+void putEscaped(TextBuffer& out, unsigned char byte, char escape) {
+  constexpr char DIGITS[] = "0123456789abcdef";
+  char* end = out.room(4);
+  *end++ = '\\';
+  *end++ = escape;
+  if (escape == 'x') {
+    *end++ = DIGITS[byte >> 4];
+    *end++ = DIGITS[byte & 15];
+  }
+  out.extendTo(end);
+}
+
+// A text beyond 2^63 - 1 has the negative number with the same 64 bits: "-1u" is 2^64 - 1.
+void putUnsigned(TextBuffer& out, std::int64_t bits) {
+  putNumber(out, bits);
+  out.put('u');
+}
+
+void putReal(TextBuffer& out, double value) {
+  if (std::isnan(value)) return out.put("-nan");
+  out.extendTo(zn::numbers::printRealWithPoint(out.room(zn::numbers::PRINT_CAPACITY), value));
+}
+
+// The keyword of a type is its display name in lower case.
+void putKeyword(TextBuffer& out, std::string_view name) {
+  for (const char c : name) out.put(zn::toLowerCase(c));
+}
+
+void putTupleLiteral(TextBuffer& out, const Input& input) {
+  putKeyword(out, zn::korvo_sdk::attrTypeName(input.type()));
+  out.put('(');
+  putTuple(out, input.components(), zn::korvo_sdk::componentCount(input.type()));
+  out.put(')');
+}
+
+// The digits of a stream, as many as the room of the text allows at a time.
+class HexSink final : public zn::StreamSink {
+ public:
+  explicit HexSink(TextBuffer& out) : out_(out) {}
+
+  void put(const unsigned char* bytes, std::size_t count) override {
+    constexpr std::size_t MAX_BYTES = TextBuffer::MAX_ROOM / 2;
+    while (count > 0) {
+      const std::size_t part = std::min(count, MAX_BYTES);
+      char* const at = out_.room(2 * part);
+      zn::writeHex(bytes, part, at);
+      out_.extendTo(at + 2 * part);
+      bytes += part;
+      count -= part;
+    }
+  }
+
+ private:
+  TextBuffer& out_;
+};
+
+void putCompressed(TextBuffer& out, const BufferValue& buffer) {
+  out.put("{.");
+  HexSink digits(out);
+  zn::deflateTo(buffer.memory, buffer.bytes, digits);
+}
+
+// Memory of a host for no elements need not be null.
+void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& options,
+               std::uint64_t column) {
+  const std::uint64_t start = out.size();
+  putKeyword(out, zn::korvo_sdk::dataTypeName(buffer.type));
+  out.put('[');
+  putNumber(out, buffer.count);
+  out.put("] ");
+  const bool isCompressed = options.buffers == BufferForm::Compressed && buffer.count > 0 &&
+                            zn::korvo_sdk::componentBytes(buffer.type) == 1;
+  if (isCompressed) {
+    putCompressed(out, buffer);
+  } else {
+    putNumbers(out, buffer, options, column + (out.size() - start));
+  }
+  out.put('}');
+}
+
+}  // namespace
+
+void putString(TextBuffer& out, std::string_view text) {
+  out.put('"');
+  std::size_t start = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    const char escape = escapeOf(byte);
+    if (escape == '\0') continue;
+    out.put(text.substr(start, i - start));
+    putEscaped(out, byte, escape);
+    start = i + 1;
+  }
+  out.put(text.substr(start));
+  out.put('"');
+}
+
+void putLiteral(TextBuffer& out, const Input& input, const WriteOptions& options,
+                std::uint64_t column) {
+  switch (input.type()) {
+    case AttrType::Bool:
+      return out.put(input.boolean() ? "true" : "false");
+    case AttrType::Int:
+      return putNumber(out, input.integer());
+    case AttrType::UInt:
+      return putUnsigned(out, input.integer());
+    case AttrType::Real:
+      return putReal(out, input.real());
+    case AttrType::String:
+      return putString(out, input.string());
+    case AttrType::Buffer:
+      return putBuffer(out, input.buffer(), options, column);
+    default:
+      return putTupleLiteral(out, input);
+  }
+}
+
+}  // namespace vsa::impl

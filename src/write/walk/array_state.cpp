@@ -1,0 +1,76 @@
+#include "write/walk/array_state.h"
+
+#include <algorithm>
+
+#include "write/walk/reasons.h"
+
+namespace vsa::impl {
+
+using zn::korvo_sdk::AttrType;
+using zn::korvo_sdk::DataType;
+using zn::korvo_sdk::Input;
+
+namespace {
+
+// Elements that no statement has used count towards a limit of the scene that is read into.
+constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
+
+bool isBare(Input& element) {
+  return element.type() == AttrType::Array && element.count() == 0 &&
+         element.elementType() == AttrType::Null && element.connection() == nullptr;
+}
+
+/// The first element of an array of arrays that is not empty, if all before it are bare: its
+/// statements make those too, and without the message that "[]" causes.
+std::uint64_t firstWritten(Input& array) {
+  const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
+  for (std::uint64_t i = 0; i < end; ++i) {
+    Input& element = static_cast<Input&>(*array.element(i));
+    if (!isBare(element)) {
+      return element.type() == AttrType::Array && element.count() > 0 ? i : 0;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
+ArrayState::ArrayState(Input& array, const Start& start, bool isNamed)
+    : elementType_(start.elementType), exists_(start.exists), isNamed_(isNamed) {
+  if (array.elementType() == AttrType::Array && elementType_ == AttrType::Null) {
+    firstWritten_ = firstWritten(array);
+  }
+}
+
+Start ArrayState::startOfElement() const {
+  Start start;
+  start.exists = elementType_ != AttrType::Null;
+  start.type = elementType_;
+  return start;
+}
+
+// The statement appends an element of the array's element type; a reference then makes a Node of an
+// element of no type.
+bool ArrayState::takesLink(AttrType type) const {
+  return type == elementType_ || (elementType_ == AttrType::Null && type == AttrType::Node);
+}
+
+bool ArrayState::takesValue(AttrType type) const {
+  if (type == elementType_) return true;
+  return elementType_ == AttrType::Null && (!isNamed_ || !exists_);
+}
+
+const char* ArrayState::add(const Input& element, Form form) {
+  const AttrType type = element.type();
+  const bool isLink = form == Form::Link || form == Form::Reference;
+  if (isLink ? !takesLink(type) : !takesValue(type)) return reasons::MIXED_ELEMENT;
+  if (type == AttrType::Buffer) {
+    if (form == Form::Value && hasUntypedBuffer_) return reasons::LATE_UNTYPED_BUFFER;
+    if (isLink && element.bufferType() == DataType::Null) hasUntypedBuffer_ = true;
+  }
+  if (!isLink) elementType_ = type;
+  exists_ = true;
+  return nullptr;
+}
+
+}  // namespace vsa::impl
