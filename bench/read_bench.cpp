@@ -13,9 +13,9 @@
 #include "bench/measure/memory.h"
 #include "bench/our_reader.h"
 #include "tools/scene_text/scene_dump.h"
+#include "tools/vsa/common/read_scene.h"
+#include "tools/vsa/dump/log_spool.h"
 #include "tools/vsa/input/input_file.h"
-#include "tools/vsa/log_spool.h"
-#include "tools/vsa/read_scene.h"
 
 namespace bench {
 namespace {

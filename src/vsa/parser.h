@@ -17,8 +17,8 @@
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
-#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/links/pending_link.h"
+#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/apply/values/typed_elements.h"
 #include "vsa/lex/lexer.h"

@@ -1,5 +1,5 @@
 // Records as lines in the format that editors recognise.
-#include "tools/vsa/diagnostic.h"
+#include "tools/vsa/common/diagnostic.h"
 
 #include <gtest/gtest.h>
 

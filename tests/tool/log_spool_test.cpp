@@ -1,5 +1,5 @@
 // The log of a dump: the same text from memory and from a temporary file.
-#include "tools/vsa/log_spool.h"
+#include "tools/vsa/dump/log_spool.h"
 
 #include <gtest/gtest.h>
 

@@ -5,27 +5,20 @@
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <memory>
 #include <string>
 #include <vector>
 
-#include "tools/vsa/commands.h"
-#include "tools/vsa/convert_arguments.h"
+#include "tools/vsa/command.h"
+#include "tools/vsa/common/exit_status.h"
 
 namespace vsa_tools {
 
 namespace {
 
-/// The options and arguments of the command line.
-struct CommandLine {
-  CLI::App app{"Reads scenes in the VSA text format.", "vsa"};
-  CLI::App* check = app.add_subcommand("check", "Read each file and print its diagnostics");
-  CLI::App* dump = app.add_subcommand("dump", "Print the scene of a file as JSON");
-  CLI::App* convert = app.add_subcommand("convert", "Read a file and write its scene as a text");
-  std::vector<std::string> checkFiles;
-  std::string dumpFile;
-  bool strict = false;
-  ConvertArguments conversion;
-
+/// The commands, and the parser of the command line.
+class CommandLine {
+ public:
   CommandLine() {
     app.require_subcommand(0, 1);  // 0, so that the error message names an unknown word
     app.set_version_flag("--version", "vsa " VSA_VERSION, "Print the version and exit");
@@ -36,20 +29,33 @@ struct CommandLine {
         "cannot "
         "carry a scene\n"
         "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
-    check->add_option("FILE", checkFiles, "Files to read; - is standard input")
-        ->required()
-        ->type_name("");
-    check->add_flag("--strict", strict, "Exit with status 1 if any file has a diagnostic");
-    dump->add_option("FILE", dumpFile, "File to read; - is standard input")
-        ->required()
-        ->type_name("");
-    conversion.addTo(*convert);
+    for (const auto& command : commands_) {
+      command->addTo(*app.add_subcommand(command->name(), command->purpose()));
+    }
   }
 
-  int run() const {
-    if (*convert) return conversion.run();
-    return *check ? commandCheck(checkFiles, strict) : commandDump(dumpFile);
+  /// The command that the arguments name; null if they name none.
+  Command* chosen() const {
+    for (const auto& command : commands_) {
+      if (app.got_subcommand(command->name())) return command.get();
+    }
+    return nullptr;
   }
+
+  /// The names of the commands: "check, dump or convert".
+  std::string names() const {
+    std::string text;
+    for (std::size_t i = 0; i < commands_.size(); ++i) {
+      if (i > 0) text += i + 1 < commands_.size() ? ", " : " or ";
+      text += commands_[i]->name();
+    }
+    return text;
+  }
+
+  CLI::App app{"Reads scenes in the VSA text format.", "vsa"};
+
+ private:
+  std::vector<std::unique_ptr<Command>> commands_ = allCommands();
 };
 
 // The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list, so it
@@ -87,11 +93,10 @@ int runCommand(int argumentCount, char** arguments) {
     printError(errorMessage(commandLine.app, error) + " (vsa --help shows the usage)");
     return EXIT_USAGE;
   }
-  if (commandLine.app.get_subcommands().empty()) {
-    printError("a command is needed: check, dump or convert (vsa --help shows the usage)");
-    return EXIT_USAGE;
-  }
-  return commandLine.run();
+  Command* const command = commandLine.chosen();
+  if (command != nullptr) return command->run();
+  printError("a command is needed: " + commandLine.names() + " (vsa --help shows the usage)");
+  return EXIT_USAGE;
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include <vsa/foundation/file.h>
-#include "tools/vsa/diagnostic.h"
+#include "tools/vsa/common/diagnostic.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/commands.h"
+#include "tools/vsa/common/exit_status.h"
 
 #include <cstdio>
 

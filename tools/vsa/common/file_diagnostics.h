@@ -8,8 +8,8 @@
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/log.h>
-#include "tools/vsa/diagnostic.h"
-#include "tools/vsa/read_scene.h"
+#include "tools/vsa/common/diagnostic.h"
+#include "tools/vsa/common/read_scene.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/read_scene.h"
+#include "tools/vsa/common/read_scene.h"
 
 #include <vsa/parse.h>
 #include "tools/vsa/input/encoding.h"

@@ -1,4 +1,4 @@
-#include "tools/vsa/diagnostic.h"
+#include "tools/vsa/common/diagnostic.h"
 
 #include "tools/scene_text/printable_text.h"
 

@@ -8,7 +8,7 @@
 #include <vsa/foundation/log.h>
 #include <vsa/model/scene.h>
 #include "tools/scene_text/read_outcome.h"
-#include "tools/vsa/diagnostic.h"
+#include "tools/vsa/common/diagnostic.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {

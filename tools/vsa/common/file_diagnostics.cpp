@@ -1,4 +1,4 @@
-#include "tools/vsa/file_diagnostics.h"
+#include "tools/vsa/common/file_diagnostics.h"
 
 #include <cstdio>
 

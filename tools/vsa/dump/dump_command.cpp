@@ -1,14 +1,15 @@
-// vsa dump: prints the scene of a file as JSON.
+#include "tools/vsa/dump/dump_command.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include "tools/scene_text/scene_dump.h"
-#include "tools/vsa/commands.h"
-#include "tools/vsa/diagnostic.h"
+#include "tools/vsa/common/diagnostic.h"
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/read_scene.h"
+#include "tools/vsa/dump/log_spool.h"
 #include "tools/vsa/input/input_file.h"
-#include "tools/vsa/log_spool.h"
-#include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
 
@@ -29,10 +30,14 @@ std::string writeDump(const ReadStatus& status, LogSpool& log, const Scene& scen
 
 }  // namespace
 
-int commandDump(const std::string& name) {
-  const InputFile input = openInput(name);
+void DumpCommand::addTo(CLI::App& app) {
+  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
+}
+
+int DumpCommand::run() {
+  const InputFile input = openInput(file_);
   if (!input.problem.empty()) {
-    printError(name + ": " + input.problem);
+    printError(file_ + ": " + input.problem);
     return EXIT_USAGE;
   }
   Scene scene;
@@ -41,7 +46,7 @@ int commandDump(const std::string& name) {
   const std::string problem = writeDump(outcome, log, scene);
   for (const Loss& loss : outcome.losses) {
     std::fprintf(stderr, "%s\n",
-                 diagnosticLine(shownName(name), loss.position, "error", loss.text).c_str());
+                 diagnosticLine(shownName(file_), loss.position, "error", loss.text).c_str());
   }
   if (!problem.empty()) {
     printError(problem);

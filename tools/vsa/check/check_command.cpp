@@ -1,10 +1,11 @@
-// vsa check: prints the diagnostics of each file and a summary.
+#include "tools/vsa/check/check_command.h"
+
 #include <cstdio>
 
-#include "tools/vsa/commands.h"
-#include "tools/vsa/file_diagnostics.h"
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/file_diagnostics.h"
+#include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/input/input_file.h"
-#include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
 
@@ -58,9 +59,14 @@ class Check {
 
 }  // namespace
 
-int commandCheck(const std::vector<std::string>& files, bool strict) {
-  Check check(strict);
-  for (const std::string& file : files) check.checkFile(file);
+void CheckCommand::addTo(CLI::App& app) {
+  app.add_option("FILE", files_, "Files to read; - is standard input")->required()->type_name("");
+  app.add_flag("--strict", strict_, "Exit with status 1 if any file has a diagnostic");
+}
+
+int CheckCommand::run() {
+  Check check(strict_);
+  for (const std::string& file : files_) check.checkFile(file);
   check.printSummary();
   return check.exitStatus();
 }

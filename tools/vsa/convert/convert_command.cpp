@@ -1,14 +1,15 @@
-// vsa convert: reads a file and writes its scene as a text again.
+#include "tools/vsa/convert/convert_command.h"
+
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 
 #include <vsa/model/scene.h>
 #include <vsa/write.h>
-#include "tools/vsa/commands.h"
-#include "tools/vsa/file_diagnostics.h"
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/file_diagnostics.h"
+#include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/input/input_file.h"
-#include "tools/vsa/read_scene.h"
 
 namespace vsa_tools {
 
@@ -65,27 +66,61 @@ int exitStatusOf(const vsa::WriteResult& result) {
 
 }  // namespace
 
-int commandConvert(const std::string& name, const std::string& output,
-                   const vsa::WriteOptions& options) {
-  const InputFile input = openInput(name);
+void ConvertCommand::addTo(CLI::App& app) {
+  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
+  app.add_option("-o,--output", output_, "File to write or replace; - is standard output")
+      ->type_name("FILE");
+  CLI::Option* const compress =
+      app.add_flag("--compress", compress_, "Write buffers of bytes as compressed blocks");
+  app.add_flag("--expand", expand_, "Write buffers of bytes as numbers, as without it")
+      ->excludes(compress);
+  app.add_flag("--full-paths", fullPaths_, "Write the node's name in every statement");
+  app.add_flag("--by-name", byName_, "Sort the nodes by name");
+  app.add_flag("--links-last", linksLast_, "Write references and connections last");
+  app.add_option("--width", options_.lineWidth, "Columns of a line of numbers; 0: no limit")
+      ->type_name("N");
+  app.add_option("--numbers", options_.numbersPerLine,
+                 "Numbers in a line of a list; 0: as many as fit")
+      ->type_name("N");
+  app.add_flag("--no-header", noHeader_, "Leave out comments, version and time");
+  app.add_flag("--lossy", options_.lossy, "Leave out what a text cannot carry");
+  app.footer(
+      "Examples:\n"
+      "  vsa convert scene.vsa -o copy.vsa\n"
+      "  vsa convert --compress textures.vsa -o textures.vsa\n"
+      "  vsa convert --by-name --full-paths - <a.vsa | less");
+}
+
+vsa::WriteOptions ConvertCommand::options() const {
+  vsa::WriteOptions options = options_;
+  if (compress_) options.buffers = vsa::BufferForm::Compressed;
+  if (fullPaths_) options.paths = vsa::PathForm::Full;
+  if (byName_) options.order = vsa::NodeOrder::Name;
+  if (linksLast_) options.links = vsa::LinkPlace::Last;
+  if (noHeader_) options.header = vsa::HeaderForm::None;
+  return options;
+}
+
+int ConvertCommand::run() {
+  const InputFile input = openInput(file_);
   if (!input.problem.empty()) {
-    printError(name + ": " + input.problem);
+    printError(file_ + ": " + input.problem);
     return EXIT_USAGE;
   }
   Scene scene;
-  FileDiagnostics diagnostics(shownName(name));
+  FileDiagnostics diagnostics(shownName(file_));
   {
     const zn::korvo_sdk::ScopedDiagnosticSink scope(&diagnostics);
     const FileOutcome outcome = readScene(scene, input, diagnostics);
     diagnostics.add(outcome);
     if (!outcome.isComplete()) {
-      printError(name + ": nothing was written, because the file was not read completely");
+      printError(file_ + ": nothing was written, because the file was not read completely");
       return EXIT_NOT_READ;
     }
   }
   const vsa::WriteResult result =
-      output == "-" ? writeToOutput(scene, options) : vsa::writeFile(scene, output, options);
-  printProblems(name, result);
+      output_ == "-" ? writeToOutput(scene, options()) : vsa::writeFile(scene, output_, options());
+  printProblems(file_, result);
   if (!result.isWritten() && result.problems.empty()) printError(result.message);
   return exitStatusOf(result);
 }

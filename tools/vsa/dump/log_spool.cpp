@@ -1,4 +1,4 @@
-#include "tools/vsa/log_spool.h"
+#include "tools/vsa/dump/log_spool.h"
 
 #include <fcntl.h>
 #include <stdlib.h>

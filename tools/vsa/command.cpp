@@ -1,0 +1,17 @@
+#include "tools/vsa/command.h"
+
+#include "tools/vsa/check/check_command.h"
+#include "tools/vsa/convert/convert_command.h"
+#include "tools/vsa/dump/dump_command.h"
+
+namespace vsa_tools {
+
+std::vector<std::unique_ptr<Command>> allCommands() {
+  std::vector<std::unique_ptr<Command>> commands;
+  commands.push_back(std::make_unique<CheckCommand>());
+  commands.push_back(std::make_unique<DumpCommand>());
+  commands.push_back(std::make_unique<ConvertCommand>());
+  return commands;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,21 @@
+// What the process tells its caller: the exit status, and errors of the command itself.
+#pragma once
+
+#include <string>
+
+namespace vsa_tools {
+
+/// Exit statuses. If several apply, the highest one is returned.
+enum ExitStatus {
+  /// Every text was read completely.
+  EXIT_READ = 0,
+  /// A text was not read completely; with --strict also: a text has a diagnostic.
+  EXIT_NOT_READ = 1,
+  /// The command line is wrong, a file cannot be opened, or the output cannot be written.
+  EXIT_USAGE = 2,
+};
+
+/// Writes the line "vsa: TEXT" to standard error, with `text` escaped by printable().
+void printError(const std::string& text);
+
+}  // namespace vsa_tools

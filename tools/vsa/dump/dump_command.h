@@ -1,0 +1,21 @@
+// vsa dump: prints the scene of a file as JSON.
+#pragma once
+
+#include <string>
+
+#include "tools/vsa/command.h"
+
+namespace vsa_tools {
+
+/// Writes the scene of one file as JSON to standard output.
+class DumpCommand final : public Command {
+ public:
+  DumpCommand() : Command("dump", "Print the scene of a file as JSON") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  std::string file_;
+};
+
+}  // namespace vsa_tools
