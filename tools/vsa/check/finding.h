@@ -1,0 +1,56 @@
+// Finding: one problem of a text as vsa check shows it. The reader's diagnostics and the rules
+// produce findings, and each output format prints them.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <vsa/reading/text_position.h>
+
+namespace vsa_tools {
+
+enum class Level : std::uint8_t { Note, Warning, Error };
+
+/// "note", "warning" or "error".
+const char* name(Level level);
+
+/// Another place of the text that explains a finding.
+struct FindingNote {
+  vsa::TextRange range;
+  std::string text;
+};
+
+/// A replacement of bytes: those from `begin` up to and without `end` become `text`. Offsets count
+/// from 0, without the byte order mark of the file.
+struct TextEdit {
+  std::uint64_t begin = 0;
+  std::uint64_t end = 0;
+  std::string text;
+
+  friend bool operator==(const TextEdit&, const TextEdit&) = default;
+};
+
+/// A problem of one file. Its texts may quote the file: control characters and invalid UTF-8 are
+/// escaped when they are printed.
+struct Finding {
+  Level level = Level::Error;
+  /// The kind of problem in kebab case, such as "too-few-elements".
+  std::string id;
+  /// What is wrong, as one sentence part without a place and without a final period.
+  std::string message;
+  /// The culprit. Not set if the finding is about the whole file.
+  std::optional<vsa::TextRange> range;
+  std::vector<FindingNote> notes;
+  /// What to do about it; may be empty.
+  std::string hint;
+  /// Does what `hint` says. Empty, or edits that do not overlap and change nothing else.
+  std::vector<TextEdit> edits;
+  /// The line of the log, if the reader logged this finding.
+  std::string logLine;
+  /// Whether the reader stops before it: it was found by reading on.
+  bool isAfterStop = false;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,103 @@
+#include "tools/vsa/common/file_list.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <system_error>
+
+namespace vsa_tools {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class FileLister {
+ public:
+  explicit FileLister(NameSeparator separator) : separator_(static_cast<char>(separator)) {}
+
+  void addArgument(const std::string& argument) {
+    if (argument.size() > 1 && argument.front() == '@') {
+      addList(argument.substr(1));
+    } else {
+      addFileOrFolder(argument);
+    }
+  }
+
+  FileList list;
+
+ private:
+  void addFileOrFolder(const std::string& name) {
+    std::error_code ignored;  // a file that cannot be found is reported when it is opened
+    if (name != "-" && fs::is_directory(name, ignored)) {
+      addFolder(name);
+    } else {
+      list.files.push_back(name);
+    }
+  }
+
+  void addFolder(const std::string& name) {
+    const std::size_t before = list.files.size();
+    const std::size_t problemsBefore = list.problems.size();
+    addContent(name);
+    std::sort(list.files.begin() + static_cast<std::ptrdiff_t>(before), list.files.end());
+    if (list.files.size() == before && list.problems.size() == problemsBefore) {
+      list.problems.push_back({name, "there are no *.vsa files in this folder"});
+    }
+  }
+
+  void addContent(const std::string& folder) {
+    std::error_code error;
+    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
+         entry.increment(error)) {
+      addEntry(*entry);
+    }
+    if (error) list.problems.push_back({folder, error.message()});
+  }
+
+  void addEntry(const fs::directory_entry& entry) {
+    const fs::path& path = entry.path();
+    if (path.filename().native().front() == '.') return;
+    std::error_code ignored;
+    if (entry.is_directory(ignored)) {
+      if (!entry.is_symlink(ignored)) addContent(path.native());
+    } else if (path.extension() == ".vsa") {
+      list.files.push_back(path.native());
+    }
+  }
+
+  void addList(const std::string& name) {
+    if (name == "-") {
+      addNames(std::cin, name);
+      return;
+    }
+    std::ifstream names(name, std::ios::binary);
+    if (names) {
+      addNames(names, name);
+    } else {
+      list.problems.push_back({name, std::strerror(errno)});
+    }
+  }
+
+  void addNames(std::istream& names, const std::string& source) {
+    errno = 0;
+    for (std::string name; std::getline(names, name, separator_);) {
+      if (name.find_first_not_of(" \t\r") != std::string::npos) addFileOrFolder(name);
+    }
+    if (names.bad()) list.problems.push_back({source, std::strerror(errno)});
+  }
+
+  char separator_;
+};
+
+}  // namespace
+
+FileList listFiles(const std::vector<std::string>& arguments, NameSeparator separator) {
+  FileLister lister(separator);
+  for (const std::string& argument : arguments) lister.addArgument(argument);
+  return std::move(lister.list);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,138 @@
+// Work on many items with several threads, whose results are consumed in the order of the items.
+#pragma once
+
+#include <condition_variable>
+#include <cstddef>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace vsa_tools {
+
+/// Lets a worker wait until the results of all earlier items are consumed. A worker whose result is
+/// too large to be kept can then write it itself.
+class Turn {
+ public:
+  virtual void await() = 0;
+
+ protected:
+  ~Turn() = default;
+};
+
+/// The state that the workers and the consumer share. A worker takes the next item only if it is
+/// less than `window` items ahead of the consumer, so that few results wait in memory.
+template <class Result>
+class OrderedWork {
+ public:
+  OrderedWork(std::size_t count, std::size_t window) : count_(count), slots_(window) {}
+
+  /// Works until no item is left.
+  template <class Work>
+  void work(const Work& function) {
+    while (const std::optional<std::size_t> item = nextItem()) {
+      WorkerTurn turn(*this, *item);
+      Slot result;
+      try {
+        result.value.emplace(function(*item, turn));
+      } catch (...) {
+        result.error = std::current_exception();
+      }
+      store(*item, std::move(result));
+    }
+  }
+
+  /// Waits for the result of the next item. Throws what its work threw.
+  Result take() {
+    std::unique_lock lock(mutex_);
+    Slot& slot = slots_[consumed_ % slots_.size()];
+    changed_.wait(lock, [&] { return slot.value || slot.error; });
+    Slot taken = std::exchange(slot, {});
+    if (taken.error) std::rethrow_exception(taken.error);
+    return std::move(*taken.value);
+  }
+
+  /// Lets the workers go on after the result that take() returned was consumed.
+  void advance() {
+    const std::lock_guard lock(mutex_);
+    ++consumed_;
+    changed_.notify_all();
+  }
+
+  /// Lets no worker begin another item, and none wait for its turn.
+  void stop() {
+    const std::lock_guard lock(mutex_);
+    stopped_ = true;
+    changed_.notify_all();
+  }
+
+ private:
+  struct Slot {
+    std::optional<Result> value;
+    std::exception_ptr error;
+  };
+
+  class WorkerTurn final : public Turn {
+   public:
+    WorkerTurn(OrderedWork& work, std::size_t item) : work_(work), item_(item) {}
+    void await() override {
+      std::unique_lock lock(work_.mutex_);
+      work_.changed_.wait(lock, [&] { return work_.stopped_ || work_.consumed_ == item_; });
+    }
+
+   private:
+    OrderedWork& work_;
+    std::size_t item_;
+  };
+
+  std::optional<std::size_t> nextItem() {
+    std::unique_lock lock(mutex_);
+    changed_.wait(lock, [&] { return stopped_ || next_ < consumed_ + slots_.size(); });
+    if (stopped_ || next_ == count_) return std::nullopt;
+    return next_++;
+  }
+
+  void store(std::size_t item, Slot result) {
+    const std::lock_guard lock(mutex_);
+    slots_[item % slots_.size()] = std::move(result);
+    changed_.notify_all();
+  }
+
+  std::mutex mutex_;
+  std::condition_variable changed_;
+  std::size_t count_;
+  std::size_t next_ = 0, consumed_ = 0;
+  bool stopped_ = false;
+  std::vector<Slot> slots_;  // of the items that are not consumed, by item modulo size
+};
+
+/// Calls `work(item, turn)` for the items from 0 up to `count` on `workers` threads, and
+/// `consume(item, result)` for each result, in order, on the calling thread. Ends early when
+/// `consume` returns false. With one worker, all runs on the calling thread. Throws what `work` or
+/// `consume` throws, after the threads have ended.
+template <class Work, class Consume>
+void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
+  struct NoTurn final : Turn {
+    void await() override {}
+  };
+  using Result = decltype(work(std::size_t{}, std::declval<Turn&>()));
+  if (workers <= 1 || count <= 1) {
+    NoTurn turn;
+    for (std::size_t i = 0; i < count; ++i) {
+      if (!consume(i, work(i, turn))) return;
+    }
+    return;
+  }
+  OrderedWork<Result> shared(count, std::size_t{workers} * 4);
+  std::vector<std::jthread> threads;
+  struct StopAtExit {
+    ~StopAtExit() { work.stop(); }
+    OrderedWork<Result>& work;
+  } const stopAtExit{shared};
+  for (unsigned i = 0; i < workers; ++i) threads.emplace_back([&] { shared.work(work); });
+  for (std::size_t i = 0; i < count && consume(i, shared.take()); ++i) shared.advance();
+}
+
+}  // namespace vsa_tools

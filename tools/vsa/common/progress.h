@@ -1,0 +1,44 @@
+// A progress line on standard error, for a person who waits.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <cstdio>
+#include <mutex>
+#include <string>
+
+namespace vsa_tools {
+
+/// Shows how far a command is, on a terminal only, and only after a delay. The destructor removes
+/// the line. All functions may be called by several threads.
+class Progress {
+ public:
+  using Clock = std::chrono::steady_clock;
+
+  /// `what` begins the line: "checking". Shows nothing if standard error is no terminal.
+  explicit Progress(std::string what);
+  /// The same on another stream, whether it is a terminal or not.
+  Progress(std::string what, std::FILE* stream, Clock::duration delay);
+  ~Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  /// Shows that `done` of `total` is done, at most ten times a second.
+  void update(std::uint64_t done, std::uint64_t total);
+  /// Removes the line until the next update. Call it before anything else is printed.
+  void hide();
+
+ private:
+  void erase();
+
+  std::string what_;
+  std::FILE* stream_;  // null if nothing is to be shown
+  Clock::time_point next_;
+  bool isShown_ = false;
+  std::mutex mutex_;
+};
+
+/// "checking [#####               ]  25 %". A total of 0 counts as done.
+std::string progressLine(const std::string& what, std::uint64_t done, std::uint64_t total);
+
+}  // namespace vsa_tools
