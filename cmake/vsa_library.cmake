@@ -18,7 +18,7 @@ endfunction()
 # Each layer is a target, vsa_<layer>, with the objects of its sources. tests/layers.sh lists which folder may include
 # which. The shared library exports the names marked VSA_API only. Without semantic interposition, calls of exported
 # names within the library are direct calls, so both libraries use the same objects at full speed.
-set(vsa_layers foundation diagnostics scene model reader api write)
+set(vsa_layers foundation diagnostics scene model reader api write syntax)
 file(GLOB_RECURSE vsa_foundation_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/foundation/*.cpp)
 file(GLOB_RECURSE vsa_diagnostics_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/diagnostics/*.cpp)
 file(GLOB vsa_scene_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/scene/*.cpp)
@@ -26,6 +26,7 @@ file(GLOB_RECURSE vsa_model_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/
 file(GLOB_RECURSE vsa_reader_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/vsa/*.cpp)
 file(GLOB_RECURSE vsa_api_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/api/*.cpp)
 file(GLOB_RECURSE vsa_write_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/write/*.cpp)
+file(GLOB_RECURSE vsa_syntax_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/syntax/*.cpp)
 
 foreach(layer IN LISTS vsa_layers)
   add_library(vsa_${layer} OBJECT ${vsa_${layer}_sources})
@@ -54,6 +55,7 @@ if(VSA_TEST_TREE AND VSA_BUILD_TESTS)
   vsa_check_layer(reader scene diagnostics foundation)
   vsa_check_layer(api reader model scene diagnostics foundation)
   vsa_check_layer(write api reader model scene diagnostics foundation)
+  vsa_check_layer(syntax api reader model scene diagnostics foundation)
 endif()
 
 function(vsa_add_library target kind)

@@ -1,5 +1,5 @@
 // Compares the lexer, over a String or over a File, with PlainLexer token by token: kind, text and
-// position.
+// position. Compares the public vsa::SyntaxReader with the lexer.
 #include <string>
 
 #include "fuzz/support/check.h"
@@ -8,6 +8,7 @@
 #include "tests/support/byte_source.h"
 #include "tests/support/plain_lexer.h"
 #include "tests/support/token_text.h"
+#include "tests/syntax/syntax_source.h"
 #include "vsa/lex/lexer_source.h"
 
 namespace vsa_fuzz {
@@ -32,11 +33,20 @@ void compare(zn::korvo_sdk::impl::Lexer& lexer, vsa_tests::PlainLexer plain, con
   }
 }
 
+void compareSyntax(std::string_view text, std::size_t bytesPerRead) {
+  vsa::SyntaxReader memory(text);
+  checkSame("", vsa_tests::differenceFromLexer(text, memory), "SyntaxReader of a string");
+  vsa_tests::StepSource source(text, bytesPerRead + 1);
+  vsa::SyntaxReader stream(source);
+  checkSame("", vsa_tests::differenceFromLexer(text, stream), "SyntaxReader of a source");
+}
+
 }  // namespace
 
 void lexerAgainstPlain(std::string_view input) {
   const auto [text, settings] = splitSettings(input);
   const std::string copy(text);
+  compareSyntax(text, settings / 4);
   if (settings % 4 != 0) {
     zn::korvo_sdk::impl::StringLexer fromString(vsa_tests::string(text));
     compare(fromString, vsa_tests::PlainLexer(copy, true), "token of a string");

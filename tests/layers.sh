@@ -38,6 +38,7 @@ src/api/reading            include/vsa include/vsa/reading include/vsa/foundatio
 src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
 src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
 src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/text src/write/text src/write/walk
+src/syntax                 include/vsa include/vsa/reading include/vsa/foundation src/vsa/lex
 ROWS
 }
 

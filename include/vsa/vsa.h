@@ -23,6 +23,7 @@
 #include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
+#include <vsa/syntax.h>
 #include <vsa/text_parameter.h>
 #include <vsa/text_rules.h>
 #include <vsa/values/buffer_view.h>

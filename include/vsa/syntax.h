@@ -1,0 +1,199 @@
+// The tokens and statements of a text, without a loss: every token with the bytes that it is
+// written with and its place. For programs that check, format or edit a text. The scene of a text
+// comes from vsa::readText and its siblings.
+//
+//   vsa::StatementReader statements("sphere ball: .radius = 1.0;");
+//   vsa::SyntaxStatement statement;
+//   while (statements.next(statement)) use(statement.kind, statement.tokens);
+//
+// The tokens are those that the reader reads, with the same boundaries. A text need not be valid: a
+// token that the reader rejects is a token of a kind of its own. White space, and what the format
+// treats like it, is what lies between two tokens.
+//
+// A text is in memory, or comes from a Source and needs memory for one token only, 256 KiB at most:
+// a longer token is delivered in pieces. The functions throw std::bad_alloc and what the source
+// throws, and nothing else.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <vsa/foundation/api.h>
+#include <vsa/read.h>
+#include <vsa/reading/text_position.h>
+
+namespace vsa {
+
+/// What a token is.
+enum class SyntaxKind : std::uint8_t {
+  /// No bytes. The source has ended, or a byte 0xFF ends the text.
+  EndOfText,
+  /// A byte that begins no token; or a list up to and with the first byte that it may not have. The
+  /// reader stops there; a SyntaxReader goes on behind it.
+  Invalid,
+  /// A string or list that the end of the text cuts off.
+  Unterminated,
+  /// A name, a type or a keyword.
+  Word,
+  True,   ///< `true` in any letter case.
+  False,  ///< `false` in any letter case.
+  Null,   ///< `null` in any letter case.
+  Integer,
+  Real,
+  String,       ///< With its quotes and backslashes.
+  Comment,      ///< From "#" to the end of the line, without it.
+  Parens,       ///< `(...)`
+  Braces,       ///< `{...}`
+  Brackets,     ///< `[...]`
+  Punctuation,  ///< One of . , : ; ' / \ = + * and the vertical bar.
+};
+
+/// The name of a kind in kebab case, such as "end-of-text". Never null; "unknown" for a value that
+/// is none of the enumeration.
+VSA_API const char* name(SyntaxKind kind) noexcept;
+
+/// A token, or a piece of a long one.
+struct SyntaxToken {
+  /// Of a piece that is not the last one: the kind that the token has so far. An integer may turn
+  /// out to be a real, and a list or string to be Invalid or Unterminated.
+  SyntaxKind kind = SyntaxKind::EndOfText;
+  /// Whether it begins a token, and whether it ends one. Both are true for a token in one piece.
+  /// The last piece of several may have no bytes.
+  bool isFirst = true;
+  bool isLast = true;
+  /// The bytes as they are written.
+  std::string_view text;
+  /// Where `text` lies.
+  TextRange range;
+  /// Line feeds between the token before and this one; 0 for a piece that is not the first.
+  std::uint64_t lineFeedsBefore = 0;
+
+  /// Whether it is this punctuation character.
+  bool is(char c) const noexcept {
+    return kind == SyntaxKind::Punctuation && text.size() == 1 && text.front() == c;
+  }
+};
+
+/// Reads a text token by token.
+class VSA_API SyntaxReader {
+ public:
+  /// Reads a text in memory, which must stay as it is. Each token is one piece, and its text refers
+  /// to the text.
+  explicit SyntaxReader(std::string_view text);
+  /// Reads a source from where it stands. It must outlive the last call of `next`. The text of a
+  /// token is valid until the next call.
+  explicit SyntaxReader(Source& source);
+  SyntaxReader(SyntaxReader&&) noexcept;
+  SyntaxReader& operator=(SyntaxReader&&) noexcept;
+  ~SyntaxReader();
+
+  /// The next token or piece; EndOfText at the end, as often as it is asked for.
+  SyntaxToken next();
+  /// Whether a byte 0xFF ended the text, after EndOfText.
+  bool endedAtMark() const noexcept;
+  /// Whether the texts of tokens stay valid after the next call.
+  bool keepsText() const noexcept;
+
+ private:
+  class State;
+  std::unique_ptr<State> state_;
+};
+
+/// Characters of a list element.
+struct ListPart {
+  std::string_view text;
+  /// Whether they belong to the element of the part before: in "((1)(2))" 1 and 2 are one element,
+  /// 12. An element can also lie in two pieces of a token.
+  bool continues = false;
+};
+
+/// Splits a list token, `(...)` or `{...}`, into the elements that the reader converts. White
+/// space, commas and brackets of other kinds separate elements, brackets of the list's own kind do
+/// not. Takes the pieces of a token one after another.
+///
+///   vsa::ListReader list(token.text);
+///   while (list.next(part)) use(part);
+class VSA_API ListReader {
+ public:
+  ListReader() = default;
+  /// Begins with the first piece of a list.
+  explicit ListReader(std::string_view first) noexcept { add(first); }
+
+  /// Continues with another piece, after `next` was false. It must stay as it is until then.
+  void add(std::string_view piece) noexcept;
+  /// Stores the next part. False at the end of the piece and at the end of the list.
+  bool next(ListPart& out) noexcept;
+
+  /// Whether a blank stands behind the last element in the list that the reader makes of a token.
+  /// That is so in "(1 , )" and not in "(1 )". Asked at the end of the list.
+  bool endsInBlank() const noexcept { return last_ == Last::Blank; }
+
+ private:
+  enum class Last : std::uint8_t { Nothing, Open, Blank, Number };
+  enum class Pending : std::uint8_t { No, AfterWhite, AfterSeparator };
+  void skipOther(char c) noexcept;
+
+  const char* at_ = nullptr;
+  const char* end_ = nullptr;
+  std::uint64_t depth_ = 0;
+  Last last_ = Last::Nothing;
+  Pending pending_ = Pending::No;
+  char open_ = 0;
+  char close_ = 0;
+};
+
+/// What a statement is.
+enum class StatementKind : std::uint8_t {
+  Comment,      ///< `# text`
+  Declaration,  ///< `sphere ball;`
+  Block,        ///< `sphere ball:`; the statements behind it may begin with a dot.
+  Remove,       ///< `remove ball;`
+  Define,       ///< `define settings;`
+  Assignment,   ///< `ball.radius = 1.0;`, `.material = clay;`
+  Connection,   ///< `ball.color |= dusk.outColor;`
+  Malformed,    ///< None of these. The reader stops at such a statement.
+};
+
+/// The name of a kind in kebab case, such as "assignment". Never null; "unknown" for a value that
+/// is none of the enumeration.
+VSA_API const char* name(StatementKind kind) noexcept;
+
+/// A statement: the tokens up to the semicolon or colon, or a comment that stands before a
+/// statement. A comment inside a statement is a token of it and makes it Malformed, and so does the
+/// end of the text.
+struct SyntaxStatement {
+  StatementKind kind = StatementKind::Malformed;
+  /// The tokens, a long one as its first piece only.
+  std::vector<SyntaxToken> tokens;
+  /// From the first token to the last one.
+  TextRange range;
+  /// Assignment and Connection: the index of the first token after the "=".
+  std::size_t valueIndex = 0;
+};
+
+/// Reads a text statement by statement. Needs memory for the tokens of one statement, and of a long
+/// token for its first piece.
+class VSA_API StatementReader {
+ public:
+  /// See SyntaxReader.
+  explicit StatementReader(std::string_view text) : reader_(text) {}
+  explicit StatementReader(Source& source) : reader_(source) {}
+
+  /// Stores the next statement. False at the end of the text. If the text is in memory, the tokens
+  /// refer to it; otherwise they are valid until the next call.
+  bool next(SyntaxStatement& out);
+  /// See SyntaxReader.
+  bool endedAtMark() const noexcept { return reader_.endedAtMark(); }
+
+ private:
+  void keepTexts(SyntaxStatement& out);
+
+  SyntaxReader reader_;
+  std::string kept_;  // the texts of the tokens, if the text is not in memory
+};
+
+}  // namespace vsa

@@ -1,0 +1,130 @@
+// StatementReader: groups tokens into statements and names their form.
+#include <algorithm>
+#include <span>
+#include <string_view>
+
+#include <vsa/syntax.h>
+
+namespace vsa {
+
+namespace {
+
+using Tokens = std::span<const SyntaxToken>;
+
+bool isWord(const SyntaxToken& token, std::string_view lower) {
+  return std::equal(token.text.begin(), token.text.end(), lower.begin(), lower.end(),
+                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
+}
+
+bool hasKind(Tokens tokens, std::size_t index, SyntaxKind kind) {
+  return index < tokens.size() && tokens[index].kind == kind;
+}
+
+bool isChar(Tokens tokens, std::size_t index, char c) {
+  return index < tokens.size() && tokens[index].is(c);
+}
+
+// node "." input, or "." input, then "[index]" and ".member". The index after it; 0 if there is
+// none at `from`, which is then not 0 itself or the first token.
+std::size_t endOfPath(Tokens tokens, std::size_t from) {
+  std::size_t at = from;
+  if (hasKind(tokens, at, SyntaxKind::Word)) ++at;
+  if (!isChar(tokens, at, '.') || !hasKind(tokens, at + 1, SyntaxKind::Word)) return from;
+  at += 2;
+  while (true) {
+    if (hasKind(tokens, at, SyntaxKind::Brackets)) {
+      ++at;
+    } else if (isChar(tokens, at, '.') && hasKind(tokens, at + 1, SyntaxKind::Word)) {
+      at += 2;
+    } else {
+      return at;
+    }
+  }
+}
+
+// A value; the index after it, or `from`.
+std::size_t endOfValue(Tokens tokens, std::size_t from) {
+  if (hasKind(tokens, from, SyntaxKind::Word)) {
+    if (hasKind(tokens, from + 1, SyntaxKind::Parens)) return from + 2;
+    const bool isBuffer = hasKind(tokens, from + 1, SyntaxKind::Brackets) &&
+                          hasKind(tokens, from + 2, SyntaxKind::Braces);
+    return from + (isBuffer ? 3 : 1);
+  }
+  for (const SyntaxKind kind :
+       {SyntaxKind::True, SyntaxKind::False, SyntaxKind::Null, SyntaxKind::Integer,
+        SyntaxKind::Real, SyntaxKind::String, SyntaxKind::Braces, SyntaxKind::Brackets}) {
+    if (hasKind(tokens, from, kind)) return from + 1;
+  }
+  return from;
+}
+
+StatementKind directive(Tokens tokens) {
+  if (tokens[2].is(':')) return StatementKind::Block;
+  if (!tokens[2].is(';')) return StatementKind::Malformed;
+  if (isWord(tokens[0], "remove")) return StatementKind::Remove;
+  return isWord(tokens[0], "define") ? StatementKind::Define : StatementKind::Declaration;
+}
+
+StatementKind assignment(Tokens tokens, std::size_t& valueIndex) {
+  std::size_t at = endOfPath(tokens, 0);
+  if (at == 0) return StatementKind::Malformed;
+  const bool isConnection = isChar(tokens, at, '|');
+  if (isConnection) ++at;
+  if (!isChar(tokens, at, '=')) return StatementKind::Malformed;
+  const std::size_t value = at + 1;
+  if (!isConnection) {
+    at = endOfValue(tokens, value);
+  } else {
+    at = hasKind(tokens, value, SyntaxKind::Null) ? value + 1 : endOfPath(tokens, value);
+  }
+  const bool isWhole = at > value && isChar(tokens, at, ';') && at + 1 == tokens.size();
+  if (!isWhole) return StatementKind::Malformed;
+  valueIndex = value;
+  return isConnection ? StatementKind::Connection : StatementKind::Assignment;
+}
+
+StatementKind classify(Tokens tokens, std::size_t& valueIndex) {
+  if (hasKind(tokens, 0, SyntaxKind::Comment)) return StatementKind::Comment;
+  const bool isDirective = tokens.size() == 3 && hasKind(tokens, 0, SyntaxKind::Word) &&
+                           hasKind(tokens, 1, SyntaxKind::Word);
+  return isDirective ? directive(tokens) : assignment(tokens, valueIndex);
+}
+
+}  // namespace
+
+// The texts are copied, and the tokens get views of the copy once it does not move any more.
+void StatementReader::keepTexts(SyntaxStatement& out) {
+  const char* at = kept_.data();
+  for (SyntaxToken& token : out.tokens) {
+    token.text = {at, token.text.size()};
+    at += token.text.size();
+  }
+}
+
+bool StatementReader::next(SyntaxStatement& out) {
+  out.tokens.clear();
+  out.valueIndex = 0;
+  kept_.clear();
+  while (true) {
+    const SyntaxToken token = reader_.next();
+    if (token.kind == SyntaxKind::EndOfText) break;
+    if (!token.isFirst) {
+      SyntaxToken& whole = out.tokens.back();
+      whole.kind = token.kind;
+      whole.range.end = token.range.end;
+    } else {
+      out.tokens.push_back(token);
+      if (!reader_.keepsText()) kept_ += token.text;
+    }
+    if (!token.isLast) continue;
+    const bool isComment = out.tokens.front().kind == SyntaxKind::Comment;
+    if (isComment || token.is(';') || token.is(':')) break;
+  }
+  if (out.tokens.empty()) return false;
+  if (!reader_.keepsText()) keepTexts(out);
+  out.range = {out.tokens.front().range.begin, out.tokens.back().range.end};
+  out.kind = classify(out.tokens, out.valueIndex);
+  return true;
+}
+
+}  // namespace vsa

@@ -1,0 +1,184 @@
+// SyntaxReader: a window over the text, in which a TokenScanState finds the tokens.
+#include <algorithm>
+#include <cstring>
+#include <span>
+
+#include <vsa/foundation/char_class.h>
+#include <vsa/syntax.h>
+#include "syntax/token_scan_state.h"
+#include "vsa/lex/byte_scan.h"
+
+namespace vsa {
+
+namespace {
+
+namespace char_class = zn::char_class;
+namespace lex = zn::korvo_sdk::impl;
+
+constexpr std::size_t BUFFER_BYTES = 256 << 10;
+constexpr char END_MARK = static_cast<char>(0xFF);
+
+bool isWord(std::string_view text, std::string_view lower) {
+  return std::equal(text.begin(), text.end(), lower.begin(), lower.end(),
+                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
+}
+
+SyntaxKind kindOfWord(std::string_view text) {
+  if (text.size() != 4 && text.size() != 5) return SyntaxKind::Word;
+  if (isWord(text, "true")) return SyntaxKind::True;
+  if (isWord(text, "false")) return SyntaxKind::False;
+  if (isWord(text, "null")) return SyntaxKind::Null;
+  return SyntaxKind::Word;
+}
+
+}  // namespace
+
+class SyntaxReader::State {
+ public:
+  explicit State(std::string_view text) { extend(text.data(), text.size()); }
+  explicit State(Source& source)
+      : source_(&source), buffer_(std::make_unique<char[]>(BUFFER_BYTES)) {
+    begin_ = at_ = end_ = buffer_.get();
+  }
+
+  SyntaxToken next();
+  bool endedAtMark() const noexcept { return endedAtMark_; }
+  bool keepsText() const noexcept { return source_ == nullptr; }
+
+ private:
+  std::uint64_t skipWhite();
+  bool startToken();
+  bool refill();
+  void extend(const char* bytes, std::size_t count) noexcept;
+  TextPosition position() const noexcept { return {offset_, line_, offset_ - lineBegin_ + 1}; }
+  SyntaxToken piece(std::uint64_t lineFeedsBefore, bool isFirst);
+  void passOver(const char* to, const lex::LineFeeds& feeds) noexcept;
+
+  Source* source_ = nullptr;  // null for a text in memory
+  std::unique_ptr<char[]> buffer_;
+  bool isEnded_ = false;  // the source, or the text at an end mark
+  bool endedAtMark_ = false;
+
+  // The window. What lies before `begin_` is delivered, and what lies before `at_` is scanned.
+  const char* begin_ = nullptr;
+  const char* at_ = nullptr;
+  const char* end_ = nullptr;
+
+  // The place of `begin_`.
+  std::uint64_t offset_ = 0;
+  std::uint64_t line_ = 1;
+  std::uint64_t lineBegin_ = 0;
+
+  impl::TokenScanState token_;
+  bool isInside_ = false;  // a piece that is not the last one was delivered
+};
+
+SyntaxReader::SyntaxReader(std::string_view text) : state_(std::make_unique<State>(text)) {
+}
+SyntaxReader::SyntaxReader(Source& source) : state_(std::make_unique<State>(source)) {
+}
+SyntaxReader::SyntaxReader(SyntaxReader&&) noexcept = default;
+SyntaxReader& SyntaxReader::operator=(SyntaxReader&&) noexcept = default;
+SyntaxReader::~SyntaxReader() = default;
+
+SyntaxToken SyntaxReader::next() {
+  return state_->next();
+}
+
+bool SyntaxReader::endedAtMark() const noexcept {
+  return state_->endedAtMark();
+}
+
+bool SyntaxReader::keepsText() const noexcept {
+  return state_->keepsText();
+}
+
+// Appends bytes that lie behind the window, up to an end mark.
+void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept {
+  const void* const mark = count != 0 ? std::memchr(bytes, END_MARK, count) : nullptr;
+  if (begin_ == nullptr) begin_ = at_ = end_ = bytes;
+  end_ = mark != nullptr ? static_cast<const char*>(mark) : bytes + count;
+  endedAtMark_ = mark != nullptr;
+  isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
+}
+
+// Reads more of the source behind the window. False if there is no more, or no room for it.
+bool SyntaxReader::State::refill() {
+  if (isEnded_) return false;
+  const auto kept = static_cast<std::size_t>(end_ - begin_);
+  if (kept == BUFFER_BYTES) return false;
+  char* const buffer = buffer_.get();
+  if (kept != 0 && begin_ != buffer) std::memmove(buffer, begin_, kept);
+  at_ = buffer + (at_ - begin_);
+  begin_ = buffer;
+  end_ = buffer + kept;
+  const std::size_t room = BUFFER_BYTES - kept;
+  extend(end_, std::min(source_->read(std::span(buffer + kept, room)), room));
+  return true;
+}
+
+// Moves `begin_`, and its place, to `to`.
+void SyntaxReader::State::passOver(const char* to, const lex::LineFeeds& feeds) noexcept {
+  if (feeds.count != 0) {
+    line_ += feeds.count;
+    lineBegin_ = offset_ + static_cast<std::uint64_t>(feeds.last + 1 - begin_);
+  }
+  offset_ += static_cast<std::uint64_t>(to - begin_);
+  begin_ = to;
+}
+
+// Returns the number of line feeds that were skipped.
+std::uint64_t SyntaxReader::State::skipWhite() {
+  std::uint64_t feeds = 0;
+  do {
+    lex::LineFeeds skipped{0, nullptr};
+    for (; at_ < end_ && char_class::is(*at_, char_class::WHITE); ++at_) {
+      if (*at_ != '\n') continue;
+      ++skipped.count;
+      skipped.last = at_;
+    }
+    feeds += skipped.count;
+    passOver(at_, skipped);
+  } while (at_ == end_ && refill());
+  return feeds;
+}
+
+SyntaxToken SyntaxReader::State::piece(std::uint64_t lineFeedsBefore, bool isFirst) {
+  SyntaxToken token;
+  token.kind = token_.kind();
+  token.isFirst = isFirst;
+  token.isLast = token_.isOver();
+  token.text = {begin_, static_cast<std::size_t>(at_ - begin_)};
+  token.lineFeedsBefore = lineFeedsBefore;
+  token.range.begin = position();
+  const bool mayHaveFeeds = token_.mayHaveLineFeeds();
+  passOver(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
+  token.range.end = position();
+  if (token.kind == SyntaxKind::Word && isFirst && token.isLast) {
+    token.kind = kindOfWord(token.text);
+  }
+  return token;
+}
+
+SyntaxToken SyntaxReader::State::next() {
+  const bool isFirst = !isInside_;
+  std::uint64_t feeds = 0;
+  if (isFirst) {
+    feeds = skipWhite();
+    if (at_ == end_) {
+      SyntaxToken token;
+      token.range = {position(), position()};
+      token.lineFeedsBefore = feeds;
+      return token;
+    }
+    token_.begin(*at_++);
+  }
+  do {
+    if (!token_.isOver()) at_ = token_.advance(at_, end_);
+  } while (!token_.isOver() && refill());
+  if (isEnded_ && at_ == end_) token_.endText();
+  isInside_ = !token_.isOver();
+  return piece(feeds, isFirst);
+}
+
+}  // namespace vsa

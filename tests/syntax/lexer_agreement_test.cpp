@@ -1,0 +1,81 @@
+// The SyntaxReader and the reader's lexer read the same tokens: of every case and example, of short
+// texts that are made from the characters that matter, and from sources that deliver a few bytes.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <sstream>
+#include <string>
+
+#include <vsa/syntax.h>
+#include "tests/syntax/syntax_source.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using vsa_tests::differenceFromLexer;
+using vsa_tests::StepSource;
+
+std::string contentOf(const fs::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+void expectAgreement(const std::string& text) {
+  vsa::SyntaxReader memory(text);
+  EXPECT_EQ(differenceFromLexer(text, memory), "") << text.substr(0, 200);
+  StepSource source(text, 7);
+  vsa::SyntaxReader stream(source);
+  EXPECT_EQ(differenceFromLexer(text, stream), "") << text.substr(0, 200);
+}
+
+TEST(LexerAgreementTest, Files) {
+  const fs::path root = fs::path(VSA_TEST_DIR).parent_path();
+  int count = 0;
+  for (const char* folder : {"tests/cases", "tests/regressions", "examples", "../shared/scenes"}) {
+    if (!fs::exists(root / folder)) continue;
+    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
+      if (entry.path().extension() != ".vsa") continue;
+      SCOPED_TRACE(entry.path().string());
+      expectAgreement(contentOf(entry.path()));
+      ++count;
+    }
+  }
+  EXPECT_GT(count, 200);
+}
+
+TEST(LexerAgreementTest, RandomTexts) {
+  constexpr std::string_view PIECES[] = {
+      "(", ")", "{",  "}",  "[", "]",    ",", " ",        "\n",  "1",    "2.",   "-",
+      "+", "e", "\"", "\\", "#", ";",    ":", ".",        "=",   "|",    "true", "nUlL",
+      "x", "_", "\t", "\r", "*", "\x7F", "!", "\xC3\xA4", "(((", "1 2 ", ")) "};
+  std::mt19937 random(15);
+  for (int i = 0; i < 20000; ++i) {
+    std::string text;
+    for (auto length = random() % 30; length > 0; --length) {
+      text += PIECES[random() % std::size(PIECES)];
+    }
+    if (i % 2 == 0) text.insert(0, i % 4 == 0 ? "(" : "{");
+    expectAgreement(text);
+    if (HasFailure()) return;
+  }
+}
+
+TEST(LexerAgreementTest, LongTokensInPieces) {
+  std::string numbers, digits(700000, '7'), quoted(600000, '\\');
+  for (int i = 0; i < 200000; ++i) numbers += std::to_string(i) + (i % 5 == 0 ? " , " : " ");
+  for (const std::string& text :
+       {"a.b = float[3] {" + numbers + "};", "a.b = " + digits + ".5;", "a.b = \"" + quoted + "\";",
+        "# " + digits + "\nn m;", digits + "x;", "(" + numbers + "!", "{((" + digits + ")(1)) }",
+        "\"" + quoted, "(" + numbers, "n" + digits + ":"}) {
+    StepSource source(text, 100000);
+    vsa::SyntaxReader stream(source);
+    EXPECT_EQ(differenceFromLexer(text, stream), "");
+    vsa::SyntaxReader memory(text);
+    EXPECT_EQ(differenceFromLexer(text, memory), "");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,192 @@
+// SyntaxReader, ListReader and StatementReader: kinds, ranges, pieces, and texts that are not
+// valid.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include <vsa/syntax.h>
+#include "tests/syntax/syntax_source.h"
+
+namespace {
+
+using vsa::StatementKind;
+using vsa::SyntaxKind;
+using vsa_tests::StepSource;
+
+std::string kindsOf(std::string_view text) {
+  vsa::SyntaxReader reader(text);
+  std::string kinds;
+  while (true) {
+    const vsa::SyntaxToken token = reader.next();
+    if (token.kind == SyntaxKind::EndOfText) return kinds;
+    kinds += (kinds.empty() ? "" : " ") + std::string(name(token.kind));
+  }
+}
+
+TEST(SyntaxReaderTest, Kinds) {
+  EXPECT_EQ(kindsOf("name TRUE false Null 1 1.5 \"s\" # c"),
+            "word true false null integer real string comment");
+  EXPECT_EQ(kindsOf("(1) {2} [3] ; :"), "parens braces brackets punctuation punctuation");
+  EXPECT_EQ(kindsOf(""), "");
+}
+
+TEST(SyntaxReaderTest, GoesOnAfterAnInvalidToken) {
+  EXPECT_EQ(kindsOf("a ! b"), "word invalid word");
+  EXPECT_EQ(kindsOf("(1 x y) ;"), "invalid word invalid punctuation");
+  EXPECT_EQ(kindsOf("[x] ;"), "invalid invalid punctuation");
+}
+
+TEST(SyntaxReaderTest, NamesWhatTheEndCutsOff) {
+  for (const char* text : {"\"abc", "\"abc\\", "(1 2", "{", "[3"}) {
+    EXPECT_EQ(kindsOf(text), "unterminated") << text;
+  }
+}
+
+TEST(SyntaxReaderTest, EndsAtTheEndMark) {
+  vsa::SyntaxReader reader("a\xFF b");
+  EXPECT_EQ(reader.next().text, "a");
+  EXPECT_EQ(reader.next().kind, SyntaxKind::EndOfText);
+  EXPECT_EQ(reader.next().kind, SyntaxKind::EndOfText);
+  EXPECT_TRUE(reader.endedAtMark());
+  vsa::SyntaxReader plain("a");
+  plain.next();
+  plain.next();
+  EXPECT_FALSE(plain.endedAtMark());
+}
+
+TEST(SyntaxReaderTest, Positions) {
+  vsa::SyntaxReader reader("ab\n\n  \"x\ny\" z");
+  EXPECT_EQ(reader.next().lineFeedsBefore, 0U);
+  const vsa::SyntaxToken string = reader.next();
+  EXPECT_EQ(string.lineFeedsBefore, 2U);
+  EXPECT_EQ(string.range.begin, (vsa::TextPosition{6, 3, 3}));
+  EXPECT_EQ(string.range.end, (vsa::TextPosition{11, 4, 3}));
+  EXPECT_EQ(reader.next().range.begin, (vsa::TextPosition{12, 4, 4}));
+}
+
+TEST(SyntaxReaderTest, DeliversALongTokenInPieces) {
+  const std::string digits(1000000, '1');
+  const std::string text = "{" + digits + "} ;";
+  StepSource source(text, 4096);
+  vsa::SyntaxReader reader(source);
+  std::string joined;
+  int pieces = 0;
+  for (vsa::SyntaxToken piece = reader.next();; piece = reader.next()) {
+    EXPECT_EQ(piece.isFirst, pieces == 0);
+    EXPECT_EQ(piece.range.begin.offset, joined.size());
+    joined += piece.text;
+    ++pieces;
+    if (piece.isLast) break;
+  }
+  EXPECT_EQ(joined, "{" + digits + "}");
+  EXPECT_GT(pieces, 3);
+  EXPECT_TRUE(reader.next().is(';'));
+}
+
+TEST(SyntaxReaderTest, PassesOnWhatTheSourceThrows) {
+  struct Broken final : vsa::Source {
+    std::size_t read(std::span<char>) override { throw 7; }
+  } source;
+  vsa::SyntaxReader reader(source);
+  EXPECT_THROW(reader.next(), int);
+}
+
+std::vector<std::string> elementsOf(std::string_view text) {
+  std::vector<std::string> elements;
+  vsa::ListReader list(text);
+  for (vsa::ListPart part; list.next(part);) {
+    if (part.continues) {
+      elements.back() += part.text;
+    } else {
+      elements.emplace_back(part.text);
+    }
+  }
+  if (list.endsInBlank()) elements.emplace_back();
+  return elements;
+}
+
+TEST(ListReaderTest, Elements) {
+  using Texts = std::vector<std::string>;
+  EXPECT_EQ(elementsOf("(1 2,3)"), (Texts{"1", "2", "3"}));
+  EXPECT_EQ(elementsOf("((1)(2))"), (Texts{"12"}));
+  EXPECT_EQ(elementsOf("{1 [2 3]}"), (Texts{"1", "2", "3"}));
+  EXPECT_EQ(elementsOf("(1 )"), (Texts{"1"}));
+  EXPECT_EQ(elementsOf("(1 , )"), (Texts{"1", ""}));
+  EXPECT_EQ(elementsOf("()"), Texts{});
+}
+
+StatementKind kindOf(std::string_view text) {
+  vsa::StatementReader reader(text);
+  vsa::SyntaxStatement statement;
+  EXPECT_TRUE(reader.next(statement)) << text;
+  return statement.kind;
+}
+
+TEST(StatementReaderTest, Kinds) {
+  EXPECT_EQ(kindOf("# c"), StatementKind::Comment);
+  EXPECT_EQ(kindOf("sphere ball;"), StatementKind::Declaration);
+  EXPECT_EQ(kindOf("sphere ball:"), StatementKind::Block);
+  EXPECT_EQ(kindOf("REMOVE ball;"), StatementKind::Remove);
+  EXPECT_EQ(kindOf("Define x;"), StatementKind::Define);
+  for (const char* text :
+       {"a.b = 1;", ".b = null;", "a.b[0].c = vec3(1 2 3);", "a.b = float[1] {1};", "a.b = c;",
+        ".b = \"s\";", "a.b = TRUE;", "a.b = [];", "a.b[*] = {};"}) {
+    EXPECT_EQ(kindOf(text), StatementKind::Assignment) << text;
+  }
+  for (const char* text : {"a.b |= null;", "a.b | = .c;", ".b |= c.d[1].e;"}) {
+    EXPECT_EQ(kindOf(text), StatementKind::Connection) << text;
+  }
+  for (const char* text : {"a;", "a.b = ;", "a.b = 1", "a.b |= c;", "1;", "a.b = 1 2;", "a b c;",
+                           "a.b # c\n = 1;", "a.b = vec3(;", "a.b := 1;", "true b;"}) {
+    EXPECT_EQ(kindOf(text), StatementKind::Malformed) << text;
+  }
+}
+
+TEST(StatementReaderTest, SameStatementsFromASource) {
+  const std::string text = "# c\nsphere ball: .radius = 1.0;\nball.at = vec3( 1, 2 3 ); rest";
+  for (const std::size_t step : {1U, 3U, 1000U}) {
+    StepSource source(text, step);
+    vsa::StatementReader stream(source), memory(text);
+    vsa::SyntaxStatement a, b;
+    while (memory.next(a)) {
+      ASSERT_TRUE(stream.next(b));
+      EXPECT_EQ(a.kind, b.kind);
+      EXPECT_EQ(a.range, b.range);
+      EXPECT_EQ(a.valueIndex, b.valueIndex);
+      ASSERT_EQ(a.tokens.size(), b.tokens.size());
+      for (std::size_t i = 0; i < a.tokens.size(); ++i) {
+        EXPECT_EQ(a.tokens[i].text, b.tokens[i].text);
+      }
+    }
+    EXPECT_FALSE(stream.next(b));
+  }
+}
+
+TEST(StatementReaderTest, KeepsTheFirstPieceOfALongToken) {
+  const std::string text = "a.b = float[1] {" + std::string(2000000, '1') + "};";
+  StepSource source(text, 65536);
+  vsa::StatementReader reader(source);
+  vsa::SyntaxStatement statement;
+  ASSERT_TRUE(reader.next(statement));
+  EXPECT_EQ(statement.kind, StatementKind::Assignment);
+  EXPECT_EQ(statement.valueIndex, 4U);
+  const vsa::SyntaxToken& list = statement.tokens[6];
+  EXPECT_FALSE(list.isLast);
+  EXPECT_LE(list.text.size(), 262144U);
+  EXPECT_EQ(list.text.front(), '{');
+  EXPECT_EQ(list.range.end.offset, text.size() - 1);
+}
+
+TEST(NamesTest, EachKindHasAName) {
+  for (int i = 0; i <= static_cast<int>(SyntaxKind::Punctuation); ++i) {
+    EXPECT_STRNE(name(static_cast<SyntaxKind>(i)), "unknown");
+  }
+  for (int i = 0; i <= static_cast<int>(StatementKind::Malformed); ++i) {
+    EXPECT_STRNE(name(static_cast<StatementKind>(i)), "unknown");
+  }
+  EXPECT_STREQ(name(static_cast<SyntaxKind>(99)), "unknown");
+  EXPECT_STREQ(name(static_cast<StatementKind>(99)), "unknown");
+}
+
+}  // namespace
