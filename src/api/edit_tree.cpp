@@ -45,6 +45,19 @@ class UnboundedElements {
   const std::uint64_t limit_;
 };
 
+// Sets an input of a node or a member of an object. A new one that does not take the value is
+// removed again.
+template <class Owner>
+Status setNamed(const Owner& owner, TextParameter name, const Value& value) noexcept {
+  if (const Status status = detail::checkValue(value); !status) return status;
+  const bool isNew = !owner[name];
+  const Added<Input> added = owner.add(name);
+  if (!added) return added.status;
+  const Status status = added.set(value);
+  if (!status && isNew) static_cast<void>(owner.remove(name));
+  return status;
+}
+
 PlainInput* appendTo(PlainInput& array) {
   const UnboundedElements scope(*array.owner()->scene());
   const std::uint64_t index = array.count();
@@ -170,13 +183,7 @@ Added<Input> Input::add(TextParameter member) const noexcept {
 }
 
 Status Input::set(TextParameter member, const Value& value) const noexcept {
-  if (const Status status = detail::checkValue(value); !status) return status;
-  const bool isNew = !(*this)[member];
-  const Added<Input> input = add(member);
-  if (!input) return input.status;
-  const Status status = input.set(value);
-  if (!status && isNew) mutablePlain()->removeMember(mutablePlain()->memberNamed(member));
-  return status;
+  return setNamed(*this, member, value);
 }
 
 Status Input::remove(TextParameter member) const noexcept {
@@ -205,13 +212,7 @@ Added<Input> Node::add(TextParameter input) const noexcept {
 }
 
 Status Node::set(TextParameter input, const Value& value) const noexcept {
-  if (const Status status = detail::checkValue(value); !status) return status;
-  const bool isNew = !(*this)[input];
-  const Added<Input> added = add(input);
-  if (!added) return added.status;
-  const Status status = added.set(value);
-  if (!status && isNew) mutablePlain()->removeInput(mutablePlain()->inputNamed(input));
-  return status;
+  return setNamed(*this, input, value);
 }
 
 Status Node::remove(TextParameter input) const noexcept {

@@ -11,6 +11,7 @@
 #include <vsa/parse.h>
 #include <vsa/scene/scene_interface.h>
 #include "tests/support/parser_fixture.h"
+#include "vsa/apply/no_scene.h"
 
 namespace zn::korvo_sdk {
 namespace {
@@ -75,20 +76,11 @@ class PlainNode final : public interfaces::INode {
   PlainOutput output_;
 };
 
-class PlainScene final : public interfaces::IScene {
+class PlainScene final : public impl::NoScene {
  public:
   PlainNode node;
 
   interfaces::INode* findNode(const String& name) override { return name == "n" ? &node : nullptr; }
-  interfaces::INode* createNode(const String&, const String&, const String&) override {
-    return nullptr;
-  }
-  interfaces::INode* defineNode(const String&) override { return nullptr; }
-  void removeNode(const String&) override {}
-  void setFileVersion(unsigned long long) override {}
-  void setFileTime(const String&) override {}
-  void pushFileComment(const String&) override {}
-  void clearComments() override {}
 };
 
 TEST(HostInput, NeedNotCount) {

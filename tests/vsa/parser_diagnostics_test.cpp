@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tests/support/parser_fixture.h"
+#include "vsa/apply/no_scene.h"
 
 namespace zn::korvo_sdk::impl {
 namespace {
@@ -112,18 +113,9 @@ class Records final : public DiagnosticSink {
 };
 
 /// A scene whose findNode throws an error of its own.
-class ThrowingScene final : public interfaces::IScene {
+class ThrowingScene final : public NoScene {
  public:
   interfaces::INode* findNode(const String&) override { throw std::runtime_error("no index"); }
-  interfaces::INode* createNode(const String&, const String&, const String&) override {
-    return nullptr;
-  }
-  interfaces::INode* defineNode(const String&) override { return nullptr; }
-  void removeNode(const String&) override {}
-  void setFileVersion(unsigned long long) override {}
-  void setFileTime(const String&) override {}
-  void pushFileComment(const String&) override {}
-  void clearComments() override {}
 };
 
 TEST(Records, EachLineOfTheLogHasItsRecord) {
