@@ -228,8 +228,9 @@ TEST_F(CommandTest, AnUnknownArgumentIsNamed) {
               vsa(arguments).err);
   }
   EXPECT_EQ("vsa: FILE is required (vsa --help shows the usage)\n", vsa("check").err);
-  EXPECT_EQ("vsa: a command is needed: check, dump or convert (vsa --help shows the usage)\n",
-            vsa("").err);
+  const std::string missing = vsa("").err;
+  EXPECT_TRUE(missing.starts_with("vsa: a command is needed: check, dump, ")) << missing;
+  EXPECT_TRUE(missing.ends_with(" (vsa --help shows the usage)\n")) << missing;
 }
 
 TEST_F(CommandTest, AFileNameInBracketsIsNotAList) {

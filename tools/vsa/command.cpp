@@ -3,6 +3,7 @@
 #include "tools/vsa/check/check_command.h"
 #include "tools/vsa/convert/convert_command.h"
 #include "tools/vsa/dump/dump_command.h"
+#include "tools/vsa/stats/stats_command.h"
 
 namespace vsa_tools {
 
@@ -11,6 +12,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
   commands.push_back(std::make_unique<CheckCommand>());
   commands.push_back(std::make_unique<DumpCommand>());
   commands.push_back(std::make_unique<ConvertCommand>());
+  commands.push_back(std::make_unique<StatsCommand>());
   return commands;
 }
 

@@ -1,0 +1,83 @@
+// The one way in which the commands walk a scene: each node's inputs with their elements and
+// members, depth first, with their paths. The walk does not recurse, so deeply nested inputs need
+// no more stack than flat ones, and it extends one path instead of making one for each input.
+#pragma once
+
+#include <charconv>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <vsa/view.h>
+
+namespace vsa_tools {
+
+/// An input, and its place in the node.
+struct InputPlace {
+  vsa::InputView input;
+  /// The path from the node on: "bones[2].at". Valid during the call.
+  std::string_view path;
+  /// The number of arrays and objects around the input.
+  std::size_t depth;
+  /// The index among the inputs of the node, the elements or the members.
+  std::uint64_t index;
+  bool isElement;
+};
+
+/// The number of elements of an array or members of an object; 0 for other types.
+inline std::uint64_t childCount(vsa::InputView input) {
+  if (input.type() == vsa::ValueType::Array) return input.elements().size();
+  return input.type() == vsa::ValueType::Object ? input.members().size() : 0;
+}
+
+/// The element or member at `index`.
+inline vsa::InputView childAt(vsa::InputView input, std::uint64_t index) {
+  return input.type() == vsa::ValueType::Array ? input[index] : input.members()[index];
+}
+
+/// Appends ".name" or "[index]"; a path begins with a name without the point.
+inline void appendStep(std::string& path, std::string_view name, std::uint64_t index,
+                       bool isElement) {
+  if (!isElement) {
+    if (!path.empty()) path += '.';
+    path += name;
+    return;
+  }
+  char digits[20];
+  path += '[';
+  path.append(digits, std::to_chars(digits, digits + sizeof digits, index).ptr);
+  path += ']';
+}
+
+/// Calls `visit(const InputPlace&)` for each input of the node, and for the elements and members of
+/// an array or object after it, unless `visit` returned false for it.
+template <class Visit>
+void walkInputs(vsa::NodeView node, Visit visit) {
+  struct Frame {
+    vsa::InputView parent;  // missing for the node itself
+    std::uint64_t next, end;
+    std::size_t pathLength;
+  };
+  const auto inputs = node.inputs();
+  std::string path;
+  std::vector<Frame> open = {{{}, 0, inputs.size(), 0}};
+  while (!open.empty()) {
+    Frame& frame = open.back();
+    if (frame.next == frame.end) {
+      open.pop_back();
+      continue;
+    }
+    const std::uint64_t index = frame.next++;
+    const bool isElement = frame.parent.type() == vsa::ValueType::Array;
+    const vsa::InputView input = frame.parent ? childAt(frame.parent, index) : inputs[index];
+    path.resize(frame.pathLength);
+    appendStep(path, input.name(), index, isElement);
+    const bool enters = visit(InputPlace{input, path, open.size() - 1, index, isElement});
+    const std::uint64_t children = enters ? childCount(input) : 0;
+    if (children > 0) open.push_back({input, 0, children, path.size()});
+  }
+}
+
+}  // namespace vsa_tools

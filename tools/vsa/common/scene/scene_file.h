@@ -1,0 +1,36 @@
+// Reads one file into a scene for a command that looks at scenes.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include <vsa/read.h>
+
+namespace vsa_tools {
+
+/// A file that was read, or as much of it as could be.
+struct SceneFile {
+  /// The name for messages: "<stdin>" for "-".
+  std::string name;
+  /// Its diagnostics are empty: they are in `messages`.
+  vsa::ReadResult result;
+  /// The lines for standard error, escaped by printable(), in the order in which they were found.
+  /// Those beyond 1000 are counted in the last line only, so a long log takes no memory.
+  std::string messages;
+  /// Links that could not be made: to a node or an output that does not exist, or from an input of
+  /// another type.
+  std::uint64_t brokenLinks = 0;
+  double seconds = 0;
+  /// EXIT_READ, EXIT_NOT_READ or EXIT_USAGE (a file that cannot be opened).
+  int exitStatus = 0;
+};
+
+/// Reads the file; "-" is standard input. Bytes that end or damage the text without an error of the
+/// reader (a NUL, another encoding) are reported as `vsa check` reports them. Throws std::bad_alloc
+/// only.
+SceneFile readSceneFile(const std::string& name);
+
+/// The same, and prints the messages to standard error.
+SceneFile readAndReport(const std::string& name);
+
+}  // namespace vsa_tools

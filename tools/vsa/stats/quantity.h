@@ -1,0 +1,18 @@
+// Counts, sizes and shares as people read them.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace vsa_tools {
+
+/// With commas: "12,345".
+std::string countText(std::uint64_t count);
+
+/// "512 B", "12.3 KB", "1.5 GB": powers of 1000, as file managers show them.
+std::string sizeText(std::uint64_t bytes);
+
+/// "12.5 %"; "-" of nothing.
+std::string shareText(std::uint64_t part, std::uint64_t whole);
+
+}  // namespace vsa_tools

@@ -1,0 +1,85 @@
+// reportJson(): the JSON of `vsa stats`.
+#include <nlohmann/json.hpp>
+
+#include <vsa/values/value_types.h>
+#include "tools/vsa/stats/file_statistics.h"
+
+namespace vsa_tools {
+
+namespace {
+
+// Not ordered_json, which searches all keys for each new one: a text may have a million types.
+using Json = nlohmann::json;
+
+Json inputsJson(const SceneStatistics& counts) {
+  Json types = Json::object();
+  for (std::size_t i = 0; i < counts.inputsByType.size(); ++i) {
+    const InputCounts& row = counts.inputsByType[i];
+    if (row.inputs + row.members + row.elements == 0) continue;
+    types[std::string(vsa::typeName(static_cast<vsa::ValueType>(i)))] = {
+        {"ofNodes", row.inputs}, {"ofObjects", row.members}, {"ofArrays", row.elements}};
+  }
+  return types;
+}
+
+Json buffersJson(const SceneStatistics& counts) {
+  Json types = Json::object();
+  for (std::size_t i = 0; i < counts.buffersByType.size(); ++i) {
+    const BufferCounts& row = counts.buffersByType[i];
+    if (row.buffers == 0) continue;
+    types[std::string(vsa::typeName(static_cast<vsa::ElementType>(i)))] = {
+        {"buffers", row.buffers}, {"elements", row.elements}, {"bytes", row.bytes}};
+  }
+  return types;
+}
+
+Json largestJson(const SceneStatistics& counts) {
+  Json largest = Json::array();
+  for (const LargeInput& input : counts.largestInputs) {
+    const double share = static_cast<double>(input.bytes) / static_cast<double>(counts.dataBytes);
+    largest.push_back({{"file", input.file},
+                       {"input", input.path},
+                       {"value", input.value},
+                       {"bytes", input.bytes},
+                       {"share", share}});
+  }
+  return largest;
+}
+
+Json countsJson(const SceneStatistics& counts) {
+  Json nodes = Json::object();
+  for (const auto& [type, count] : counts.nodesByType) nodes[type] = count;
+  return {{"textBytes", counts.textBytes},
+          {"dataBytes", counts.dataBytes},
+          {"comments", counts.comments},
+          {"commentBytes", counts.commentBytes},
+          {"nodes", counts.nodes()},
+          {"nodesByType", std::move(nodes)},
+          {"inputsByType", inputsJson(counts)},
+          {"links",
+           {{"references", counts.references},
+            {"connections", counts.connections},
+            {"broken", counts.brokenLinks}}},
+          {"buffersByType", buffersJson(counts)},
+          {"largestInputs", largestJson(counts)},
+          {"longestPath", counts.longestPath},
+          {"deepestPath", counts.deepestPath},
+          {"seconds", counts.seconds}};
+}
+
+}  // namespace
+
+std::string reportJson(const StatisticsReport& report) {
+  Json files = Json::array();
+  for (const FileStatistics& file : report.files) {
+    Json row = {{"name", file.name}, {"status", file.status}};
+    row.update(countsJson(file.counts));
+    files.push_back(std::move(row));
+  }
+  const Json json = {{"files", std::move(files)},
+                     {"total", countsJson(report.total)},
+                     {"peakMemoryBytes", report.peakMemoryBytes}};
+  return json.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,72 @@
+// What `vsa stats` counts in one scene, and the sum over several.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <vsa/scene/attr_type.h>
+#include <vsa/scene/data_type.h>
+#include "tools/vsa/common/scene/scene_file.h"
+
+namespace vsa_tools {
+
+/// Inputs of one type, by what they belong to.
+struct InputCounts {
+  std::uint64_t inputs = 0;    // of nodes
+  std::uint64_t members = 0;   // of objects
+  std::uint64_t elements = 0;  // of arrays
+};
+
+/// Buffers of one element type.
+struct BufferCounts {
+  std::uint64_t buffers = 0, elements = 0, bytes = 0;
+};
+
+/// An input of a node with all that is inside it.
+struct LargeInput {
+  std::string file;
+  std::string path;
+  /// As shortValue() has it.
+  std::string value;
+  std::uint64_t bytes = 0;
+};
+
+/// How many of the largest inputs are kept.
+inline constexpr std::size_t LARGEST_INPUTS = 10;
+
+struct SceneStatistics {
+  std::map<std::string, std::uint64_t> nodesByType;
+  std::array<InputCounts, zn::korvo_sdk::ATTR_TYPE_COUNT> inputsByType{};
+  std::array<BufferCounts, zn::korvo_sdk::DATA_TYPE_COUNT> buffersByType{};
+  /// The largest first, at most LARGEST_INPUTS.
+  std::vector<LargeInput> largestInputs;
+  std::uint64_t references = 0, connections = 0, brokenLinks = 0;
+  std::uint64_t comments = 0, commentBytes = 0;
+  /// The path of most bytes, and the most inputs on a path.
+  std::string longestPath;
+  std::uint64_t deepestPath = 0;
+  std::uint64_t textBytes = 0;
+  /// Bytes of all values: those of buffers and strings, 8 for each number and each link, 1 for each
+  /// Bool.
+  std::uint64_t dataBytes = 0;
+  /// The time of the reading, without that of counting.
+  double seconds = 0;
+
+  std::uint64_t nodes() const;
+  InputCounts inputs() const;
+  BufferCounts buffers() const;
+};
+
+/// Counts the scene of the file, as far as it was read.
+SceneStatistics statisticsOf(const SceneFile& file);
+
+/// Adds the counts of `other` to `total`.
+void addCounts(SceneStatistics& total, const SceneStatistics& other);
+
+/// The most memory that this process has had, in bytes; 0 if the system does not say.
+std::uint64_t peakMemoryBytes();
+
+}  // namespace vsa_tools

@@ -1,0 +1,27 @@
+// A table of text with aligned columns.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace vsa_tools {
+
+/// Rows of cells. Columns named as right-aligned hold numbers; the last column is not padded.
+class TextTable {
+ public:
+  enum class Align { Left, Right };
+
+  explicit TextTable(std::vector<Align> columns) : columns_(std::move(columns)) {}
+
+  /// A row of at most as many cells as there are columns. Cells are UTF-8.
+  void add(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
+  /// All rows, each with its line feed; two blanks between columns.
+  std::string text() const;
+
+ private:
+  std::vector<Align> columns_;
+  std::vector<std::vector<std::string>> rows_;
+};
+
+}  // namespace vsa_tools
