@@ -26,6 +26,7 @@
 #include <vsa/syntax.h>
 #include <vsa/text_parameter.h>
 #include <vsa/text_rules.h>
+#include <vsa/types.h>
 #include <vsa/values/buffer_view.h>
 #include <vsa/values/value.h>
 #include <vsa/values/value_types.h>

@@ -1,0 +1,42 @@
+// JsonValue: a value of a JSON text in memory, and the reader that makes it. Internal.
+#pragma once
+
+#include <cstddef>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace vsa {
+
+/// A value with the offset of its first byte in the text.
+struct JsonValue {
+  enum class Kind { Null, Bool, Number, String, Array, Object };
+
+  Kind kind = Kind::Null;
+  std::size_t offset = 0;
+  bool boolean = false;
+  double number = 0;
+  std::string text;  ///< Of a string.
+  std::vector<JsonValue> elements;
+  /// In the order of the text; no name stands twice. The value's `text` is not its name.
+  std::vector<std::pair<std::string, JsonValue>> members;
+};
+
+/// Why a text is not accepted, and where.
+class JsonError : public std::runtime_error {
+ public:
+  JsonError(std::size_t offset, const std::string& message)
+      : std::runtime_error(message), offset_(offset) {}
+  std::size_t offset() const noexcept { return offset_; }
+
+ private:
+  std::size_t offset_;
+};
+
+/// Reads one value and the end of the text (RFC 8259). Throws JsonError, also for a name that
+/// stands twice in an object and for nesting deeper than 32 levels.
+JsonValue readJson(std::string_view text);
+
+}  // namespace vsa
