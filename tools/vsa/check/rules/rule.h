@@ -1,30 +1,36 @@
-// Rules: what vsa check looks for besides the diagnostics of the reader.
+// Rules: what vsa check looks for besides the diagnostics of the reader. The reader accepts what a
+// rule reports, but surely it was not meant.
 //
-// A rule is a row of the table in rules.cpp and a function. The function gets the text and the
-// scene that was read from it, and appends findings. Configuration, comments in the text and the
-// baseline are applied to the findings afterwards.
+// A rule is a row of rule_table.h. Rules that look at the same things are one family, a class or
+// function in a file of its own, so that a text is read once for all of them. Configuration,
+// comments in the text and the baseline are applied to the findings afterwards.
 #pragma once
 
+#include <functional>
 #include <span>
 #include <string_view>
 #include <vector>
 
 #include <vsa/read.h>
+#include <vsa/types.h>
 #include <vsa/view.h>
 #include "tools/vsa/check/finding.h"
 
 namespace vsa_tools {
 
-/// What a rule may look at. Everything lives until the rule returns.
+/// What the rules may look at. Everything lives until runRules returns.
 struct RuleInput {
   /// The file without a byte order mark. Empty if the file is too large to be kept in memory.
   std::string_view text;
-  /// Whether `text` is the whole file.
+  /// Whether `text` is the whole file. If not, rules about the text are left out, and findings
+  /// about the scene have no place.
   bool isTextKept = true;
   /// What was read; after a fatal mistake what was read without the wrong statements.
   vsa::SceneView scene;
   /// How the reading ended, and its diagnostics.
   const vsa::ReadOutcome& outcome;
+  /// The node types of --types; none if it is not given.
+  std::span<const vsa::TypeDescription> types = {};
 };
 
 struct Rule {
@@ -32,11 +38,14 @@ struct Rule {
   Level level;        ///< Of its findings.
   const char* group;  ///< A name that --error, --warn and --ignore take for all rules of the group.
   bool isDefault;     ///< Whether it runs without being asked for.
-  /// Appends its findings, in any order. Their `id` and `level` are set afterwards.
-  void (*find)(const RuleInput& input, std::vector<Finding>& findings);
+  const char* purpose;  ///< One line for a list of rules. docs/rules.md has a page with the id.
 };
 
-/// All rules, in the order in which they run.
+/// All rules.
 std::span<const Rule> allRules();
+
+/// Appends the findings of the rules that `isEnabled` accepts, in any order, with ids and levels.
+void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& isEnabled,
+              std::vector<Finding>& findings);
 
 }  // namespace vsa_tools

@@ -1,9 +1,51 @@
-#include "tools/vsa/check/rules/rule.h"
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+#include "tools/vsa/check/rules/byte_rules.h"
+#include "tools/vsa/check/rules/rule_findings.h"
 
 namespace vsa_tools {
 
+namespace {
+
+constexpr Rule RULES[] = {
+#define VSA_ROW(name, id, level, group, isDefault, purpose) \
+  {id, Level::level, group, isDefault, purpose},
+    VSA_RULE_TABLE(VSA_ROW)
+#undef VSA_ROW
+};
+
+}  // namespace
+
 std::span<const Rule> allRules() {
-  return {};
+  return RULES;
+}
+
+void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& isEnabled,
+              std::vector<Finding>& findings) {
+  RuleFindings found(isEnabled, findings);
+  if (input.isTextKept) findByteProblems(input, found);
+}
+
+RuleFindings::RuleFindings(const std::function<bool(const Rule&)>& isEnabled,
+                           std::vector<Finding>& findings)
+    : findings_(findings) {
+  for (const Rule& rule : RULES) enabled_.push_back(isEnabled(rule));
+}
+
+bool RuleFindings::isAnyEnabled(std::initializer_list<RuleId> rules) const {
+  return std::any_of(rules.begin(), rules.end(), [&](RuleId rule) { return isEnabled(rule); });
+}
+
+Finding& RuleFindings::add(RuleId rule, std::optional<vsa::TextRange> range, std::string message) {
+  const Rule& row = RULES[static_cast<std::size_t>(rule)];
+  Finding finding;
+  finding.level = row.level;
+  finding.id = row.id;
+  finding.message = std::move(message);
+  finding.range = range;
+  return findings_.emplace_back(std::move(finding));
 }
 
 }  // namespace vsa_tools

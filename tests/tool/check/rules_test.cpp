@@ -1,0 +1,87 @@
+// The rules of vsa check: for each a text in which it fires, with the culprit between « and », and
+// a text in which it does not.
+#include "tools/vsa/check/rules/rule.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include <vsa/read.h>
+#include "tests/tool/check/rule_rows.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa_tools::Finding;
+using vsa_tools::Rule;
+
+constexpr std::string_view OPEN = "«";
+constexpr std::string_view CLOSE = "»";
+
+/// A text without its marks, and the place between them.
+struct Marked {
+  explicit Marked(std::string_view marked) : text(marked) {
+    begin = text.find(OPEN);
+    if (begin == std::string::npos) return;
+    text.erase(begin, OPEN.size());
+    end = text.find(CLOSE, begin);
+    text.erase(end, CLOSE.size());
+  }
+
+  std::string text;
+  std::size_t begin = 0, end = 0;
+};
+
+std::vector<Finding> findingsOf(std::string_view text, const std::string& rule) {
+  const vsa::ReadResult read = vsa::readText(text);
+  std::vector<Finding> findings;
+  vsa_tools::runRules(
+      {.text = text, .scene = read.scene, .outcome = read},
+      [&](const Rule& row) { return row.id == rule; }, findings);
+  return findings;
+}
+
+TEST(Rules, FireWhereTheyShould) {
+  for (const RuleRow& row : RULE_ROWS) {
+    const Marked marked(row.fires);
+    const std::vector<Finding> findings = findingsOf(marked.text, row.id);
+    ASSERT_EQ(findings.size(), 1U) << row.id << "\n" << row.fires;
+    const Finding& finding = findings.front();
+    EXPECT_EQ(finding.id, row.id);
+    EXPECT_FALSE(finding.message.empty());
+    EXPECT_FALSE(finding.message.ends_with('.'));
+    ASSERT_TRUE(finding.range.has_value()) << row.fires;
+    EXPECT_EQ(finding.range->begin.offset, marked.begin) << row.id << "\n" << row.fires;
+    EXPECT_EQ(finding.range->end.offset, marked.end) << row.id << "\n" << row.fires;
+    EXPECT_GE(finding.range->begin.line, 1U);
+    EXPECT_GE(finding.range->begin.column, 1U);
+  }
+}
+
+TEST(Rules, AreSilentWhereTheyShould) {
+  for (const RuleRow& row : RULE_ROWS) {
+    EXPECT_TRUE(findingsOf(row.isSilent, row.id).empty()) << row.id << "\n" << row.isSilent;
+  }
+}
+
+TEST(Rules, AreAllTested) {
+  std::set<std::string> tested;
+  for (const RuleRow& row : RULE_ROWS) tested.insert(row.id);
+  for (const Rule& rule : vsa_tools::allRules()) EXPECT_EQ(tested.count(rule.id), 1U) << rule.id;
+}
+
+TEST(Rules, FindNothingWithoutATextAndAScene) {
+  const vsa::ReadResult read = vsa::readText("");
+  std::vector<Finding> findings;
+  vsa_tools::runRules(
+      {.text = "", .isTextKept = false, .scene = read.scene, .outcome = read},
+      [](const Rule&) { return true; }, findings);
+  EXPECT_TRUE(findings.empty());
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

@@ -1,0 +1,93 @@
+#include "tools/vsa/check/rules/byte_rules.h"
+
+#include <utf8.h>
+#include <algorithm>
+
+#include "tools/vsa/check/rules/text_places.h"
+
+namespace vsa_tools {
+
+namespace {
+
+class ByteRules {
+ public:
+  ByteRules(std::string_view text, RuleFindings& found)
+      : text_(text), places_(text), found_(found) {}
+
+  void find() {
+    findEmptyFile();
+    if (findUtf16()) return;
+    findNulByte();
+    findLoneCarriageReturn();
+    findInvalidUtf8();
+  }
+
+ private:
+  Finding* add(RuleId rule, std::size_t at, std::size_t count, const char* message) {
+    if (!found_.isEnabled(rule)) return nullptr;
+    return &found_.add(rule, places_.rangeOf(at, std::min(at + count, text_.size())), message);
+  }
+
+  // A byte up to the blank, and the byte 0x7F, is skipped like white space.
+  void findEmptyFile() {
+    const bool isEmpty = std::all_of(text_.begin(), text_.end(), [](char c) {
+      return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
+    });
+    if (!isEmpty) return;
+    Finding* const finding = add(RuleId::EmptyFile, 0, 0, "the file holds no statement");
+    if (finding != nullptr) finding->hint = "a file that was being written may have been cut off";
+  }
+
+  // Every other byte of ASCII characters in UTF-16 is a NUL, three of four in UTF-32.
+  bool findUtf16() {
+    const std::string_view head = text_.substr(0, 64);
+    const auto nuls = static_cast<std::size_t>(std::count(head.begin(), head.end(), '\0'));
+    const bool hasMark = head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF");
+    if (!hasMark && (head.size() < 4 || nuls * 5 < head.size() * 2)) return false;
+    Finding* const finding =
+        add(RuleId::Utf16, 0, 2, "this looks like UTF-16 or UTF-32; a text is UTF-8");
+    if (finding != nullptr) finding->hint = "save the file as UTF-8";
+    return true;
+  }
+
+  void findNulByte() {
+    const std::size_t at = text_.find('\0');
+    if (at == std::string_view::npos) return;
+    Finding* const finding =
+        add(RuleId::NulByte, at, 1, "a NUL byte ends the string, comment or name that contains it");
+    if (finding != nullptr) finding->hint = "remove the NUL bytes";
+  }
+
+  // Only a line feed ends a line. One finding a file: a file with one has many.
+  void findLoneCarriageReturn() {
+    std::size_t at = text_.find('\r');
+    while (at != std::string_view::npos && text_.substr(at + 1).starts_with('\n')) {
+      at = text_.find('\r', at + 1);
+    }
+    if (at == std::string_view::npos) return;
+    Finding* const finding = add(RuleId::LoneCarriageReturn, at, 1,
+                                 "a carriage return alone ends no line, and no comment");
+    if (finding != nullptr) finding->hint = "end lines with a line feed";
+  }
+
+  void findInvalidUtf8() {
+    if (!found_.isEnabled(RuleId::NotUtf8)) return;
+    const char* const bad = utf8::find_invalid(text_.data(), text_.data() + text_.size());
+    if (bad == text_.data() + text_.size()) return;
+    const auto at = static_cast<std::size_t>(bad - text_.data());
+    add(RuleId::NotUtf8, at, 1, "this byte and what follows is no UTF-8")->hint =
+        "save the file as UTF-8, or write the byte as \\xHH in a string";
+  }
+
+  std::string_view text_;
+  TextPlaces places_;
+  RuleFindings& found_;
+};
+
+}  // namespace
+
+void findByteProblems(const RuleInput& input, RuleFindings& found) {
+  ByteRules(input.text, found).find();
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,10 @@
+// Rules about the bytes of a text: its encoding, NUL bytes, line ends.
+#pragma once
+
+#include "tools/vsa/check/rules/rule_findings.h"
+
+namespace vsa_tools {
+
+void findByteProblems(const RuleInput& input, RuleFindings& found);
+
+}  // namespace vsa_tools

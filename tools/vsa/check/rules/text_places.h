@@ -1,0 +1,27 @@
+// TextPlaces: positions of bytes of a text in memory, in any order.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include <vsa/reading/text_position.h>
+
+namespace vsa_tools {
+
+class TextPlaces {
+ public:
+  /// The text must stay as it is. Its lines are counted when the first position is asked for.
+  explicit TextPlaces(std::string_view text) : text_(text) {}
+
+  vsa::TextPosition positionOf(std::uint64_t offset);
+  vsa::TextRange rangeOf(std::uint64_t begin, std::uint64_t end) {
+    return {positionOf(begin), positionOf(end)};
+  }
+
+ private:
+  std::string_view text_;
+  std::vector<std::uint64_t> lineStarts_;
+};
+
+}  // namespace vsa_tools
