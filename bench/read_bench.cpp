@@ -14,7 +14,7 @@
 #include "bench/our_reader.h"
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/read_scene.h"
-#include "tools/vsa/dump/log_spool.h"
+#include "tools/vsa/dump/dump_log.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace bench {
@@ -107,13 +107,15 @@ void dumpScene(benchmark::State& state, const SceneRow& row) {
   std::FILE* const devNull = std::fopen("/dev/null", "wb");
   for ([[maybe_unused]] auto iteration : state) {
     const vsa_tools::InputFile input = vsa_tools::openInput(currentScene().path);
-    zn::korvo_sdk::Scene scene;
-    vsa_tools::LogSpool log;
-    const vsa_tools::FileOutcome outcome = vsa_tools::readScene(scene, input, log);
+    vsa::Scene scene;
+    const vsa_tools::ReadArguments reading;
+    vsa_tools::DumpLog log(reading);
+    const vsa_tools::FileOutcome outcome = vsa_tools::readScene(scene, input, log.options());
     if (!outcome.isComplete()) state.SkipWithError("the file was not read");
     vsa_tools::TextOutput out(devNull);
     dumpJson(
-        outcome, [&log](vsa_tools::TextOutput& to) { log.moveTo(to); }, scene, out);
+        log.end(outcome.read), [&log](vsa_tools::TextOutput& to) { to.put(log.json()); },
+        scene.plain(), out);
     out.flush();
   }
   std::fclose(devNull);

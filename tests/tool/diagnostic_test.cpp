@@ -3,31 +3,19 @@
 
 #include <gtest/gtest.h>
 
-#include <vsa/model/scene.h>
-#include <vsa/parse.h>
-#include "tools/scene_text/read_outcome.h"
+#include <vsa/read.h>
 
 namespace vsa_tools {
 
 namespace {
 
-using zn::korvo_sdk::Diagnostic;
-using zn::korvo_sdk::DiagnosticId;
-
 /// The lines that reading `text` gives.
 std::vector<std::string> linesOf(const char* text) {
-  zn::korvo_sdk::Scene scene;
-  const ReadOutcome outcome =
-      captureRead([&] { return zn::korvo_sdk::impl::parseString(&scene, text); });
+  const vsa::ReadResult result = vsa::readText(text);
   std::vector<std::string> lines;
-  for (std::size_t i = 0; i < outcome.diagnostics.size(); ++i) {
-    const Diagnostic& record = outcome.diagnostics[i];
+  for (const vsa::Diagnostic& found : result.diagnostics) {
     lines.push_back(
-        diagnosticLine("a.vsa", positionOf(record), record.name(), outcome.log[i].text));
-  }
-  if (outcome.escapedDiagnostic) {
-    lines.push_back(diagnosticLine("a.vsa", positionOf(*outcome.escapedDiagnostic),
-                                   outcome.escapedDiagnostic->name(), *outcome.escaped));
+        diagnosticLine("a.vsa", positionOf(found), vsa::name(found.id), found.logLine()));
   }
   return lines;
 }

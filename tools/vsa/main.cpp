@@ -11,6 +11,7 @@
 
 #include "tools/vsa/command.h"
 #include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/output.h"
 
 namespace vsa_tools {
 
@@ -28,7 +29,8 @@ class CommandLine {
         "  1  a file was not read completely, check --strict printed a diagnostic, or a text "
         "cannot "
         "carry a scene\n"
-        "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
+        "  2  wrong usage, a file that cannot be opened, or output that cannot be written\n"
+        "  130  interrupted by Ctrl-C");
     for (const auto& command : commands_) {
       command->addTo(*app.add_subcommand(command->name(), command->purpose()));
     }
@@ -104,6 +106,7 @@ int runCommand(int argumentCount, char** arguments) {
 }  // namespace vsa_tools
 
 int main(int argumentCount, char** arguments) {
+  vsa_tools::reserveStandardDescriptors();
   try {
     return vsa_tools::runCommand(argumentCount, arguments);
   } catch (const std::exception& error) {

@@ -1,9 +1,9 @@
 #include "tools/vsa/check/check_command.h"
 
-#include <cstdio>
-
 #include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/file_diagnostics.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/input/input_file.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 class Check {
  public:
-  explicit Check(bool strict) : strict_(strict) {}
+  Check(bool strict, const ReadArguments& reading) : strict_(strict), reading_(reading) {}
 
   void checkFile(const std::string& name) {
     const InputFile input = openInput(name);
@@ -22,10 +22,9 @@ class Check {
       ++unopened_;
       return;
     }
-    zn::korvo_sdk::Scene scene;
-    FileDiagnostics diagnostics(shownName(name));
-    const zn::korvo_sdk::ScopedDiagnosticSink scope(&diagnostics);
-    const FileOutcome outcome = readScene(scene, input, diagnostics);
+    vsa::Scene scene;
+    FileDiagnostics diagnostics(shownName(name), reading_);
+    const FileOutcome outcome = readScene(scene, input, diagnostics.options());
     diagnostics.add(outcome);
     warnings_ += diagnostics.warnings();
     errors_ += diagnostics.errors();
@@ -38,23 +37,25 @@ class Check {
     if (notRead_ > 0) line += ", " + std::to_string(notRead_) + " not read";
     if (unopened_ > 0) line += ", " + std::to_string(unopened_) + " not opened";
     line += ": " + count(warnings_, "warning") + ", " + count(errors_, "error");
-    std::fprintf(stderr, "%s\n", line.c_str());
+    printLine(line);
   }
 
   int exitStatus() const {
-    if (unopened_ > 0) return EXIT_USAGE;
+    if (isInterrupted()) return EXIT_INTERRUPTED;
+    if (unopened_ > 0 || !isErrorOutputWritten()) return EXIT_USAGE;
     const bool hasMessages = warnings_ + errors_ > 0;
     return notRead_ > 0 || (strict_ && hasMessages) ? EXIT_NOT_READ : EXIT_READ;
   }
 
  private:
-  static std::string count(size_t number, const char* what) {
+  static std::string count(std::uint64_t number, const char* what) {
     return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
   }
 
   bool strict_;
+  const ReadArguments& reading_;
   size_t read_ = 0, notRead_ = 0, unopened_ = 0;
-  size_t warnings_ = 0, errors_ = 0;
+  std::uint64_t warnings_ = 0, errors_ = 0;
 };
 
 }  // namespace
@@ -62,11 +63,15 @@ class Check {
 void CheckCommand::addTo(CLI::App& app) {
   app.add_option("FILE", files_, "Files to read; - is standard input")->required()->type_name("");
   app.add_flag("--strict", strict_, "Exit with status 1 if any file has a diagnostic");
+  reading_.addTo(app);
 }
 
 int CheckCommand::run() {
-  Check check(strict_);
-  for (const std::string& file : files_) check.checkFile(file);
+  const InterruptScope interrupts;
+  Check check(strict_, reading_);
+  for (const std::string& file : files_) {
+    if (!isInterrupted()) check.checkFile(file);
+  }
   check.printSummary();
   return check.exitStatus();
 }

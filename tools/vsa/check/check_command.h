@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
 
@@ -17,6 +18,7 @@ class CheckCommand final : public Command {
 
  private:
   std::vector<std::string> files_;
+  ReadArguments reading_;
   bool strict_ = false;  // any diagnostic is an EXIT_NOT_READ
 };
 

@@ -4,9 +4,9 @@
 
 namespace vsa_tools {
 
-std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic) {
-  if (!diagnostic.hasPosition()) return std::nullopt;
-  return Position{diagnostic.line, diagnostic.column};
+std::optional<Position> positionOf(const vsa::Diagnostic& diagnostic) {
+  if (diagnostic.kind.empty()) return std::nullopt;
+  return Position{diagnostic.logLineNumber, diagnostic.logColumn};
 }
 
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,

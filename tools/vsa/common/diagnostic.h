@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include <vsa/diagnostics/diagnostic.h>
+#include <vsa/reading/read_diagnostic.h>
 
 namespace vsa_tools {
 
@@ -16,7 +16,7 @@ struct Position {
 };
 
 /// The position that the diagnostic's log line shows, if it shows one.
-std::optional<Position> positionOf(const zn::korvo_sdk::Diagnostic& diagnostic);
+std::optional<Position> positionOf(const vsa::Diagnostic& diagnostic);
 
 /// One line without its line end. `level` is "warning" or "error". Escapes file name and text with
 /// printable().

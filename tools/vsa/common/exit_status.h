@@ -13,6 +13,8 @@ enum ExitStatus {
   EXIT_NOT_READ = 1,
   /// The command line is wrong, a file cannot be opened, or the output cannot be written.
   EXIT_USAGE = 2,
+  /// Ctrl-C ended the command before it was done: 128 plus the number of the signal.
+  EXIT_INTERRUPTED = 130,
 };
 
 /// Writes the line "vsa: TEXT" to standard error, with `text` escaped by printable().

@@ -1,30 +1,39 @@
 #include "tools/vsa/common/file_diagnostics.h"
 
-#include <cstdio>
+#include "tools/vsa/common/output.h"
 
 namespace vsa_tools {
 
-void FileDiagnostics::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
-  position_ = positionOf(diagnostic);
+vsa::ReadOptions FileDiagnostics::options() {
+  vsa::ReadOptions options = arguments_.options();
+  options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
+  return options;
 }
 
-void FileDiagnostics::write(zn::LogLevel level, const zn::String& text) {
-  print(std::exchange(position_, std::nullopt), level, text.view());
+// The one that ends the reading is always printed.
+void FileDiagnostics::add(const vsa::Diagnostic& diagnostic) {
+  const bool isWarning = diagnostic.severity == vsa::Severity::Warning;
+  const bool isPrinted =
+      diagnostic.endedReading || warnings_ + errors_ < arguments_.maxDiagnostics();
+  ++(isWarning ? warnings_ : errors_);
+  if (!isPrinted) {
+    ++notPrinted_;
+    return;
+  }
+  print(positionOf(diagnostic), diagnostic.severity, arguments_.lineOf(diagnostic));
 }
 
 void FileDiagnostics::add(const FileOutcome& outcome) {
-  const auto& diagnostic = outcome.escapedDiagnostic;
-  const auto position = diagnostic ? positionOf(*diagnostic) : std::nullopt;
-  if (outcome.escaped) print(position, zn::LogLevel::Error, *outcome.escaped);
-  for (const Loss& loss : outcome.losses) print(loss.position, zn::LogLevel::Error, loss.text);
+  for (const Loss& loss : outcome.losses) {
+    ++errors_;
+    print(loss.position, vsa::Severity::Error, loss.text);
+  }
+  if (notPrinted_ > 0) printNotPrinted(name_, notPrinted_);
 }
 
-void FileDiagnostics::print(const std::optional<Position>& position, zn::LogLevel level,
-                            std::string_view text) {
-  const bool warning = level == zn::LogLevel::Warning;
-  ++(warning ? warnings_ : errors_);
-  std::fprintf(stderr, "%s\n",
-               diagnosticLine(name_, position, warning ? "warning" : "error", text).c_str());
+void FileDiagnostics::print(const std::optional<Position>& position, vsa::Severity severity,
+                            std::string_view text) const {
+  printLine(diagnosticLine(name_, position, vsa::name(severity), text));
 }
 
 }  // namespace vsa_tools

@@ -1,13 +1,31 @@
 #include "tools/vsa/common/read_scene.h"
 
-#include <vsa/parse.h>
+#include <utility>
+
 #include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
 
 namespace {
 
-using zn::korvo_sdk::impl::ReadReport;
+using vsa::DiagnosticId;
+using vsa::ReadStatus;
+
+Position beginOf(const vsa::Diagnostic& diagnostic) {
+  const vsa::TextPosition& begin = diagnostic.range.begin;
+  return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
+}
+
+/// The loss that a diagnostic describes, if the log of the reader does not have it.
+std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
+  if (diagnostic.id == DiagnosticId::EndMark) {
+    return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
+  }
+  if (diagnostic.id == DiagnosticId::UnexpectedEof && diagnostic.endedReading) {
+    return Loss{"the text is cut off: " + diagnostic.message, beginOf(diagnostic)};
+  }
+  return std::nullopt;
+}
 
 /// Adds the losses that show in the bytes of the file. Half of the bytes of a foreign encoding are
 /// NUL, so there the encoding is the only loss.
@@ -20,28 +38,36 @@ void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   }
 }
 
-std::vector<Loss> lossesOf(const InputFile& input, const ReadReport& report, bool result) {
-  std::vector<Loss> losses;
-  const Position end{report.line, report.column};
-  addByteLosses(*input.source, losses);
-  if (report.endedAtMark)
-    losses.push_back({"a byte 0xFF ended the text before the file ended", end});
-  if (input.file.failed())
-    losses.push_back({std::string("reading failed midway: ") + input.file.error().buf(), end});
-  if (result && !report.cutOff.isEmpty()) {
-    losses.push_back({std::string("the text is cut off: ") + report.cutOff.buf(), end});
+/// Adds why the reading ended, if no diagnostic says it.
+void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
+  if (read.status == ReadStatus::Unreadable) {
+    losses.push_back({"reading failed midway: " + read.message, std::nullopt});
+  } else if (read.status == ReadStatus::Cancelled) {
+    losses.push_back({"interrupted", std::nullopt});
+  } else if (!read.isComplete() && !hasFatal) {
+    losses.push_back({read.message, std::nullopt});
   }
-  return losses;
 }
 
 }  // namespace
 
-FileOutcome readScene(zn::korvo_sdk::Scene& scene, const InputFile& input, zn::LogSink& log) {
+FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options) {
   FileOutcome outcome;
-  ReadReport report;
-  static_cast<ReadStatus&>(outcome) = captureRead(
-      [&] { return zn::korvo_sdk::impl::parseVsa(&scene, input.file, false, report); }, log);
-  outcome.losses = lossesOf(input, report, outcome.result);
+  std::vector<Loss> cuts;
+  bool hasFatal = false;
+  options.keptDiagnostics = 0;
+  options.onDiagnostic = [&, log = std::move(options.onDiagnostic)](const vsa::Diagnostic& found) {
+    hasFatal |= found.endedReading;
+    if (std::optional<Loss> loss = lossOf(found)) {
+      cuts.push_back(*std::move(loss));
+    } else if (log) {
+      log(found);
+    }
+  };
+  outcome.read = vsa::readSourceInto(scene, *input.source, options);
+  addByteLosses(*input.source, outcome.losses);
+  outcome.losses.insert(outcome.losses.end(), cuts.begin(), cuts.end());
+  addEnd(outcome.read, hasFatal, outcome.losses);
   return outcome;
 }
 

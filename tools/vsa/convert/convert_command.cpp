@@ -4,10 +4,12 @@
 #include <cstdio>
 #include <cstring>
 
-#include <vsa/model/scene.h>
+#include <vsa/scene.h>
 #include <vsa/write.h>
 #include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/file_diagnostics.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/input/input_file.h"
 
@@ -15,7 +17,7 @@ namespace vsa_tools {
 
 namespace {
 
-using zn::korvo_sdk::Scene;
+using vsa::Scene;
 
 /// Standard output.
 class OutputSink final : public vsa::Sink {
@@ -52,8 +54,7 @@ void printProblems(const std::string& name, const vsa::WriteResult& result) {
   for (const vsa::WriteProblem& problem : result.problems) {
     const std::string place = problem.node + problem.input;
     const std::string text = (place.empty() ? "the header" : place) + ": " + problem.reason;
-    std::fprintf(stderr, "%s\n",
-                 diagnosticLine(shownName(name), std::nullopt, level, text).c_str());
+    printLine(diagnosticLine(shownName(name), std::nullopt, level, text));
   }
   const std::uint64_t others = result.problemCount - result.problems.size();
   if (others > 0) printError("and " + std::to_string(others) + " more");
@@ -84,6 +85,7 @@ void ConvertCommand::addTo(CLI::App& app) {
       ->type_name("N");
   app.add_flag("--no-header", noHeader_, "Leave out comments, version and time");
   app.add_flag("--lossy", options_.lossy, "Leave out what a text cannot carry");
+  reading_.addTo(app);
   app.footer(
       "Examples:\n"
       "  vsa convert scene.vsa -o copy.vsa\n"
@@ -108,11 +110,12 @@ int ConvertCommand::run() {
     return EXIT_USAGE;
   }
   Scene scene;
-  FileDiagnostics diagnostics(shownName(file_));
+  FileDiagnostics diagnostics(shownName(file_), reading_);
   {
-    const zn::korvo_sdk::ScopedDiagnosticSink scope(&diagnostics);
-    const FileOutcome outcome = readScene(scene, input, diagnostics);
+    const InterruptScope interrupts;
+    const FileOutcome outcome = readScene(scene, input, diagnostics.options());
     diagnostics.add(outcome);
+    if (isInterrupted()) return EXIT_INTERRUPTED;
     if (!outcome.isComplete()) {
       printError(file_ + ": nothing was written, because the file was not read completely");
       return EXIT_NOT_READ;

@@ -5,6 +5,7 @@
 
 #include <vsa/write_options.h>
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
 
@@ -22,6 +23,7 @@ class ConvertCommand final : public Command {
   std::string file_;
   std::string output_ = "-";
   vsa::WriteOptions options_;
+  ReadArguments reading_;
   bool compress_ = false, fullPaths_ = false, byName_ = false, linksLast_ = false;
   bool noHeader_ = false, expand_ = false;
 };

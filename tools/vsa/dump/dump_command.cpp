@@ -7,31 +7,40 @@
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/diagnostic.h"
 #include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output.h"
 #include "tools/vsa/common/read_scene.h"
-#include "tools/vsa/dump/log_spool.h"
+#include "tools/vsa/dump/dump_log.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
 namespace {
 
-using zn::korvo_sdk::Scene;
-
 /// Writes the dump to standard output. Returns the error message, empty on success.
-std::string writeDump(const ReadStatus& status, LogSpool& log, const Scene& scene) {
-  if (log.problem().empty()) {
-    TextOutput out(stdout);
-    dumpJson(
-        status, [&log](TextOutput& to) { log.moveTo(to); }, scene, out);
-    if (!out.flush()) return std::string("cannot write the dump: ") + std::strerror(errno);
-  }
-  return log.problem().empty() ? "" : "cannot keep the log for the dump: " + log.problem();
+std::string writeDump(const FileOutcome& outcome, DumpLog& log, const vsa::Scene& scene) {
+  const ReadStatus status = log.end(outcome.read);
+  TextOutput out(stdout);
+  dumpJson(
+      status, [&log](TextOutput& to) { to.put(log.json()); }, scene.plain(), out);
+  return out.flush() ? "" : std::string("cannot write the dump: ") + std::strerror(errno);
+}
+
+FileOutcome read(const InputFile& input, vsa::Scene& scene, DumpLog& log) {
+  const InterruptScope interrupts;
+  return readScene(scene, input, log.options());
+}
+
+int exitStatusOf(const FileOutcome& outcome) {
+  if (!isErrorOutputWritten()) return EXIT_USAGE;
+  return outcome.isComplete() ? EXIT_READ : EXIT_NOT_READ;
 }
 
 }  // namespace
 
 void DumpCommand::addTo(CLI::App& app) {
   app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
+  reading_.addTo(app);
 }
 
 int DumpCommand::run() {
@@ -40,19 +49,20 @@ int DumpCommand::run() {
     printError(file_ + ": " + input.problem);
     return EXIT_USAGE;
   }
-  Scene scene;
-  LogSpool log;
-  const FileOutcome outcome = readScene(scene, input, log);
+  vsa::Scene scene;
+  DumpLog log(reading_);
+  const FileOutcome outcome = read(input, scene, log);
   const std::string problem = writeDump(outcome, log, scene);
+  const std::string name = shownName(file_);
   for (const Loss& loss : outcome.losses) {
-    std::fprintf(stderr, "%s\n",
-                 diagnosticLine(shownName(file_), loss.position, "error", loss.text).c_str());
+    printLine(diagnosticLine(name, loss.position, "error", loss.text));
   }
+  if (log.notKept() > 0) printNotPrinted(name, log.notKept());
   if (!problem.empty()) {
     printError(problem);
     return EXIT_USAGE;
   }
-  return outcome.isComplete() ? EXIT_READ : EXIT_NOT_READ;
+  return isInterrupted() ? EXIT_INTERRUPTED : exitStatusOf(outcome);
 }
 
 }  // namespace vsa_tools

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
 
@@ -16,6 +17,7 @@ class DumpCommand final : public Command {
 
  private:
   std::string file_;
+  ReadArguments reading_;
 };
 
 }  // namespace vsa_tools

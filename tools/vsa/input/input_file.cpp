@@ -1,30 +1,47 @@
 #include "tools/vsa/input/input_file.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
+#include <optional>
+
+#include "tools/vsa/common/interrupt.h"
 
 namespace vsa_tools {
 
 namespace {
 
+// The size of a regular file. Some files of the system have a size of 0 and bytes.
+std::optional<std::uint64_t> sizeOf(int descriptor) {
+  struct stat status;
+  const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+  if (!isFile || status.st_size == 0) return std::nullopt;
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
 /// Reads from a file descriptor; the destructor closes it if `owns` is true.
 class DescriptorSource final : public InspectedSource {
  public:
-  DescriptorSource(int descriptor, bool owns) : descriptor_(descriptor), owns_(owns) {}
-  DescriptorSource(const DescriptorSource&) = delete;
-  DescriptorSource& operator=(const DescriptorSource&) = delete;
-
-  zn::String error() const override { return error_.c_str(); }
-
- private:
+  DescriptorSource(int descriptor, bool owns)
+      : descriptor_(descriptor), owns_(owns), size_(sizeOf(descriptor)) {}
   ~DescriptorSource() override {
     if (owns_) ::close(descriptor_);
   }
+  DescriptorSource(const DescriptorSource&) = delete;
+  DescriptorSource& operator=(const DescriptorSource&) = delete;
 
+  std::optional<std::uint64_t> size() const override { return owns_ ? size_ : std::nullopt; }
+
+ private:
+  std::string rawError() const override { return error_; }
   std::size_t readRaw(char* to, std::size_t capacity) override {
+    if (!size_ && !waitForInput(descriptor_)) {
+      error_ = "interrupted";
+      return 0;
+    }
     ssize_t count;
     do {
       count = ::read(descriptor_, to, capacity);
@@ -35,6 +52,7 @@ class DescriptorSource final : public InspectedSource {
 
   int descriptor_;
   bool owns_;
+  std::optional<std::uint64_t> size_;  // of a regular file, which is read without waiting
   std::string error_;
 };
 
@@ -48,12 +66,9 @@ InputFile openInput(const std::string& name) {
     input.problem = std::strerror(errno);
     return input;
   }
-  auto* const source = new DescriptorSource(descriptor, isNamed);
-  input.file = zn::File(source);
-  input.source = source;
-  // Opening a directory succeeds, reading it fails.
-  const zn::File::Window start = input.file.fill();
-  if (start.begin == start.end && input.file.failed()) input.problem = input.file.error().buf();
+  input.source = std::make_unique<DescriptorSource>(descriptor, isNamed);
+  input.source->readHead();
+  input.problem = input.source->openError();
   return input;
 }
 

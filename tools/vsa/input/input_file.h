@@ -1,24 +1,24 @@
 // Opens the files that the command line names.
 #pragma once
 
+#include <memory>
 #include <string>
 
-#include <vsa/foundation/file.h>
 #include "tools/vsa/input/inspected_source.h"
 
 namespace vsa_tools {
 
 /// An open file, or the reason why it cannot be read.
 struct InputFile {
-  zn::File file;
-  /// The source of `file`, which owns it. Null if nothing was opened.
-  const InspectedSource* source = nullptr;
+  /// Null if nothing was opened.
+  std::unique_ptr<InspectedSource> source;
   /// The system's error message; empty on success.
   std::string problem;
 };
 
 /// Opens `name` ("-" is standard input) and reads its first bytes, so that a directory, which opens
-/// but cannot be read, is a problem and not an empty file.
+/// but cannot be read, is a problem and not an empty file. Waiting for input ends when
+/// isInterrupted() becomes true: the input then ends with the error "interrupted".
 InputFile openInput(const std::string& name);
 
 /// The name of an input in messages: "<stdin>" for "-".

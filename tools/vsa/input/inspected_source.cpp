@@ -24,14 +24,17 @@ long lineEndsIn(std::string_view text) {
 
 }  // namespace
 
-std::size_t InspectedSource::read(char* to, std::size_t capacity) {
-  if (!started_) readStart();
-  const std::size_t count = pending_.empty() ? readSome(to, capacity) : readPending(to, capacity);
-  return firstNul_ ? count : splitAtNul(to, count);
+std::size_t InspectedSource::read(std::span<char> to) {
+  readHead();
+  const std::size_t count =
+      pending_.empty() ? readSome(to.data(), to.size()) : readPending(to.data(), to.size());
+  isAtEnd_ = count == 0;
+  return firstNul_ ? count : splitAtNul(to.data(), count);
 }
 
 /// Reads the byte order mark and the head, in as many reads as that takes.
-void InspectedSource::readStart() {
+void InspectedSource::readHead() {
+  if (started_) return;
   started_ = true;
   char start[sizeof utf8::bom + HEAD_BYTES];
   std::size_t size = 0;

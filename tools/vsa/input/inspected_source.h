@@ -3,18 +3,29 @@
 // so a pipe and a file with the same bytes give the same result.
 #pragma once
 
+#include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
-#include <vsa/foundation/file.h>
+#include <vsa/read.h>
 #include "tools/vsa/common/diagnostic.h"
 
 namespace vsa_tools {
 
-class InspectedSource : public zn::ByteSource {
+class InspectedSource : public vsa::Source {
  public:
-  std::size_t read(char* to, std::size_t capacity) final;
+  std::size_t read(std::span<char> to) final;
+
+  /// Why the source ended, once all bytes before that were read; empty if nothing failed.
+  std::string error() const final { return isAtEnd_ ? rawError() : std::string(); }
+
+  /// Reads the first bytes, unless they were read already.
+  void readHead();
+  /// Why the source has no byte at all; empty if it has some, or nothing failed. Call readHead()
+  /// first.
+  std::string openError() const { return pending_.empty() ? rawError() : std::string(); }
 
   /// The first HEAD_BYTES bytes of the file, or all of a shorter file, without a UTF-8 byte order
   /// mark. Empty before the first read.
@@ -29,16 +40,18 @@ class InspectedSource : public zn::ByteSource {
  protected:
   /// Like read(), including a byte order mark. Not called again after it returned 0.
   virtual std::size_t readRaw(char* to, std::size_t capacity) = 0;
+  /// Why readRaw() returned 0; empty at the end.
+  virtual std::string rawError() const = 0;
 
  private:
-  void readStart();
   std::size_t readSome(char* to, std::size_t capacity);
   std::size_t readPending(char* to, std::size_t capacity);
   std::size_t splitAtNul(const char* block, std::size_t count);
   void advance(std::string_view bytes);
 
   bool started_ = false;
-  bool ended_ = false;
+  bool ended_ = false;    // readRaw() returned 0
+  bool isAtEnd_ = false;  // read() returned 0
   std::string head_;
   /// Bytes from readRaw() that read() has not returned yet.
   std::string pending_;

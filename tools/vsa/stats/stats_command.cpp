@@ -22,6 +22,7 @@ std::string statusOf(const SceneFile& file) {
 void StatsCommand::addTo(CLI::App& app) {
   app.add_option("FILE", files_, "Files to read; - is standard input")->required()->type_name("");
   app.add_flag("--json", json_, "Print JSON");
+  reading_.addTo(app);
   app.footer(
       "Examples:\n"
       "  vsa stats scene.vsa\n"
@@ -32,7 +33,7 @@ int StatsCommand::run() {
   StatisticsReport report;
   int status = EXIT_READ;
   for (const std::string& name : files_) {
-    const SceneFile file = readAndReport(name);
+    const SceneFile file = readAndReport(name, reading_);
     status = std::max(status, file.exitStatus);
     report.files.push_back({file.name, statusOf(file), statisticsOf(file)});
     addCounts(report.total, report.files.back().counts);

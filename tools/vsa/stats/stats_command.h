@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
 
@@ -18,6 +19,7 @@ class StatsCommand final : public Command {
 
  private:
   std::vector<std::string> files_;
+  ReadArguments reading_;
   bool json_ = false;
 };
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
-#include <cstring>
 #include <optional>
 #include <string_view>
 
 #include "tools/scene_text/printable_text.h"
 #include "tools/vsa/common/diagnostic.h"
 #include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/input/encoding.h"
 #include "tools/vsa/input/input_file.h"
 
@@ -17,27 +17,7 @@ namespace vsa_tools {
 
 namespace {
 
-constexpr std::uint64_t KEPT_MESSAGES = 1000;
 constexpr std::size_t KEPT_MESSAGE_BYTES = std::size_t{1} << 20;
-
-/// Delivers an input of the command line to the reader.
-class InputSource final : public vsa::Source {
- public:
-  explicit InputSource(zn::File& file) : file_(file) {}
-
-  std::size_t read(std::span<char> to) override {
-    const zn::File::Window window = file_.fill();
-    const std::size_t count =
-        std::min(to.size(), static_cast<std::size_t>(window.end - window.begin));
-    if (count > 0) std::memcpy(to.data(), window.begin, count);
-    file_.skip(count);
-    return count;
-  }
-  std::string error() const override { return file_.error().buf(); }
-
- private:
-  zn::File& file_;
-};
 
 bool isBrokenLink(vsa::DiagnosticId id) {
   using vsa::DiagnosticId;
@@ -49,26 +29,26 @@ bool isBrokenLink(vsa::DiagnosticId id) {
 /// Reads one file and collects its messages.
 class Reading {
  public:
-  explicit Reading(const std::string& name) { file_.name = shownName(name); }
+  Reading(const std::string& name, const ReadArguments& arguments) : arguments_(arguments) {
+    file_.name = shownName(name);
+  }
 
   SceneFile read(const InputFile& input) {
-    zn::File bytes = input.file;
-    InputSource source(bytes);
     const auto start = std::chrono::steady_clock::now();
-    file_.result = vsa::readSource(source, options());
+    file_.result = vsa::readSource(*input.source, options());
     file_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     addEnd();
     addByteLosses(*input.source);
     if (dropped_ > 0) {
       file_.messages += "vsa: " + printable(file_.name) + ": and " + std::to_string(dropped_) +
-                        " more messages (vsa check prints all)\n";
+                        " more messages (--max-diagnostics N prints more)\n";
     }
     return std::move(file_);
   }
 
  private:
   vsa::ReadOptions options() {
-    vsa::ReadOptions options;
+    vsa::ReadOptions options = arguments_.options();
     options.keptDiagnostics = 0;
     options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
     return options;
@@ -79,12 +59,13 @@ class Reading {
     const bool hasPosition = !found.kind.empty();
     const Position position{found.logLineNumber, found.logColumn};
     add(hasPosition ? std::optional(position) : std::nullopt, vsa::name(found.severity),
-        found.logLine());
+        arguments_.lineOf(found));
     endIsReported_ = endIsReported_ || found.endedReading;
   }
 
   void add(const std::optional<Position>& position, std::string_view level, std::string_view text) {
-    if (kept_ >= KEPT_MESSAGES || file_.messages.size() + text.size() > KEPT_MESSAGE_BYTES) {
+    if (kept_ >= arguments_.maxDiagnostics() ||
+        file_.messages.size() + text.size() > KEPT_MESSAGE_BYTES) {
       ++dropped_;
       return;
     }
@@ -96,7 +77,7 @@ class Reading {
   void addEnd() {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;
-    file_.exitStatus = EXIT_NOT_READ;
+    file_.exitStatus = isInterrupted() ? EXIT_INTERRUPTED : EXIT_NOT_READ;
     if (!endIsReported_) add(std::nullopt, "error", file_.result.message);
   }
 
@@ -109,10 +90,11 @@ class Reading {
   }
 
   void addLoss(const std::optional<Position>& position, std::string_view text) {
-    file_.exitStatus = EXIT_NOT_READ;
+    file_.exitStatus = std::max<int>(file_.exitStatus, EXIT_NOT_READ);
     add(position, "error", text);
   }
 
+  const ReadArguments& arguments_;
   SceneFile file_;
   std::uint64_t kept_ = 0, dropped_ = 0;
   bool endIsReported_ = false;
@@ -120,9 +102,10 @@ class Reading {
 
 }  // namespace
 
-SceneFile readSceneFile(const std::string& name) {
+SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments) {
+  const InterruptScope interrupts;
   const InputFile input = openInput(name);
-  if (input.problem.empty()) return Reading(name).read(input);
+  if (input.problem.empty()) return Reading(name, arguments).read(input);
   SceneFile file;
   file.name = shownName(name);
   file.messages = "vsa: " + printable(name + ": " + input.problem) + '\n';
@@ -130,8 +113,8 @@ SceneFile readSceneFile(const std::string& name) {
   return file;
 }
 
-SceneFile readAndReport(const std::string& name) {
-  SceneFile file = readSceneFile(name);
+SceneFile readAndReport(const std::string& name, const ReadArguments& arguments) {
+  SceneFile file = readSceneFile(name, arguments);
   std::fputs(file.messages.c_str(), stderr);
   return file;
 }

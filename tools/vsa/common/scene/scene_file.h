@@ -5,6 +5,7 @@
 #include <string>
 
 #include <vsa/read.h>
+#include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
 
@@ -15,22 +16,22 @@ struct SceneFile {
   /// Its diagnostics are empty: they are in `messages`.
   vsa::ReadResult result;
   /// The lines for standard error, escaped by printable(), in the order in which they were found.
-  /// Those beyond 1000 are counted in the last line only, so a long log takes no memory.
+  /// Those beyond the maximum of the arguments, or 1 MiB, are counted in the last line only.
   std::string messages;
   /// Links that could not be made: to a node or an output that does not exist, or from an input of
   /// another type.
   std::uint64_t brokenLinks = 0;
   double seconds = 0;
-  /// EXIT_READ, EXIT_NOT_READ or EXIT_USAGE (a file that cannot be opened).
+  /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (a file that cannot be opened) or EXIT_INTERRUPTED.
   int exitStatus = 0;
 };
 
-/// Reads the file; "-" is standard input. Bytes that end or damage the text without an error of the
-/// reader (a NUL, another encoding) are reported as `vsa check` reports them. Throws std::bad_alloc
-/// only.
-SceneFile readSceneFile(const std::string& name);
+/// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends it. Bytes
+/// that end or damage the text without an error of the reader (a NUL, another encoding) are
+/// reported as `vsa check` reports them. Throws std::bad_alloc only.
+SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {});
 
 /// The same, and prints the messages to standard error.
-SceneFile readAndReport(const std::string& name);
+SceneFile readAndReport(const std::string& name, const ReadArguments& arguments = {});
 
 }  // namespace vsa_tools

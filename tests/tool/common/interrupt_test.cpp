@@ -1,0 +1,51 @@
+// Ctrl-C: what was found so far is printed, and the exit status is 130.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/tool/command_fixture.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using InterruptTest = vsa_tests::CommandFixture;
+
+// Runs the command with a pipe that stays open, and sends SIGINT when it has printed something to
+// the file `shown`, or read the whole pipe.
+std::string interrupted(const std::string& command, const std::string& isReady) {
+  return "mkfifo pipe; { cat a.vsa; exec sleep 60; } >pipe & feeder=$!; "
+         "env --default-signal=INT " VSA_COMMAND " " +
+         command +
+         " <pipe >stdout.txt 2>stderr.txt & vsa=$!; "
+         "for i in $(seq 100); do if " +
+         isReady +
+         "; then break; fi; sleep 0.05; done; kill -INT $vsa; wait $vsa; s=$?; "
+         "kill $feeder; exit $s";
+}
+
+TEST_F(InterruptTest, CheckPrintsWhatItFound) {
+  write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n.l = 1;\n");
+  EXPECT_EQ(statusOf(interrupted("check -", "test -s stderr.txt")), 130);
+  const std::string said = content("stderr.txt");
+  EXPECT_NE(said.find("TYPE WARNING (2,9): narrowing Real to Int @ a.k."), said.npos) << said;
+  EXPECT_NE(said.find("interrupted"), said.npos) << said;
+}
+
+TEST_F(InterruptTest, DumpPrintsWhatItRead) {
+  write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n.m = 1;\n");
+  EXPECT_EQ(statusOf(interrupted("dump -", "test $i -gt 10")), 130);
+  EXPECT_NE(content("stdout.txt").find("\"name\":\"k\""), std::string::npos);
+  EXPECT_NE(content("stderr.txt").find("interrupted"), std::string::npos);
+}
+
+TEST_F(InterruptTest, AnEndlessDeviceIsInterrupted) {
+  EXPECT_EQ(statusOf("timeout -s INT 0.5 env --default-signal=INT " VSA_COMMAND
+                     " check /dev/zero 2>stderr.txt;"
+                     "test $? = 130 -o $? = 124"),
+            0);
+}
+
+}  // namespace
+
+}  // namespace vsa_tools

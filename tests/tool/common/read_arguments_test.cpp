@@ -1,0 +1,116 @@
+// The options that all commands share, and the budgets that they set.
+#include "tools/vsa/common/read_arguments.h"
+
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "tests/tool/command_fixture.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using ReadArgumentsTest = vsa_tests::CommandFixture;
+using CommandRun = vsa_tests::CommandOutcome;
+
+vsa::ReadOptions optionsOf(const std::string& commandLine) {
+  CLI::App app;
+  ReadArguments arguments;
+  arguments.addTo(app);
+  app.parse(commandLine);
+  return arguments.options();
+}
+
+TEST(ReadArguments, Sizes) {
+  EXPECT_EQ(optionsOf("").limits.memory, std::nullopt);
+  EXPECT_EQ(optionsOf("").limits.textBytes, vsa::UNLIMITED);
+  EXPECT_EQ(optionsOf("").keptDiagnostics, 10000u);
+  EXPECT_EQ(optionsOf("--memory 8G").limits.memory, std::uint64_t{8} << 30);
+  EXPECT_EQ(optionsOf("--memory 12kib").limits.memory, std::uint64_t{12} << 10);
+  EXPECT_EQ(optionsOf("--memory 100").limits.memory, 100u);
+  EXPECT_EQ(optionsOf("--max-text 1M").limits.textBytes, std::uint64_t{1} << 20);
+  EXPECT_EQ(optionsOf("--max-diagnostics 3").keptDiagnostics, 3u);
+  for (const char* wrong : {"--memory -1", "--memory 8X", "--memory 99999999999G", "--max-text x",
+                            "--max-diagnostics -1"}) {
+    EXPECT_THROW(optionsOf(wrong), CLI::ParseError) << wrong;
+  }
+}
+
+// 28 bytes that declare gigabytes.
+TEST_F(ReadArgumentsTest, ATextMeetsTheDefaultBudgetOfMemory) {
+  write("a.vsa", "t n:.b=byte[2000000000] {1};");
+  for (const char* command : {"check", "dump", "convert"}) {
+    const CommandRun run = vsa(std::string(command) + " a.vsa");
+    EXPECT_EQ(run.status, 1) << command;
+    EXPECT_LT(run.out.size(), 1000u) << command;
+    const std::string said = run.out + run.err;
+    EXPECT_NE(said.find("byte[2000000000]"), said.npos) << said;
+    EXPECT_NE(said.find("1 number written"), said.npos) << said;
+  }
+}
+
+TEST_F(ReadArgumentsTest, MemoryAllowsMoreOrLess) {
+  write("a.vsa", "t n:.b=byte[80000000] {1};");
+  EXPECT_EQ(vsa("check a.vsa").status, 1);
+  EXPECT_EQ(vsa("check --memory 100M a.vsa").status, 0);
+  EXPECT_EQ(vsa("check --memory 1k a.vsa").status, 1);
+}
+
+// The memory of what the first file was refused is not missing for the second.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(ReadArgumentsTest, ARefusedBufferTakesNothingFromTheNextFile) {
+  std::string evil = "t n;\n";
+  for (int i = 0; i < 100; ++i) {
+    evil +=
+        "n.a" + std::to_string(i) + " = 1;\nn.a" + std::to_string(i) + " = byte[60000000] {1};\n";
+  }
+  write("evil.vsa", evil);
+  write("good.vsa", "t n: .b = byte[60000000] {1};\n");
+  EXPECT_EQ(statusOf("ulimit -v 400000 && " VSA_COMMAND " check evil.vsa good.vsa 2>stderr.txt"),
+            0);
+  EXPECT_EQ(content("stderr.txt").find("good.vsa: error"), std::string::npos);
+}
+#endif
+
+TEST_F(ReadArgumentsTest, AnEndlessInputMeetsALimit) {
+  EXPECT_EQ(statusOf("yes '# x' | " VSA_COMMAND " check --max-text 1M - 2>stderr.txt"), 1);
+  EXPECT_NE(content("stderr.txt").find("the text is longer than 1048576 bytes"), std::string::npos)
+      << content("stderr.txt");
+}
+
+TEST_F(ReadArgumentsTest, DiagnosticsStopAtTheMaximum) {
+  std::string text = "t n: .k = 1;\n";
+  for (int i = 0; i < 12; ++i) text += ".k = 2.5;\n";
+  write("a.vsa", text);
+  const CommandRun check = vsa("check --max-diagnostics 3 a.vsa");
+  EXPECT_EQ(std::count(check.err.begin(), check.err.end(), '\n'), 5) << check.err;
+  EXPECT_NE(check.err.find("a.vsa: 9 more diagnostics (--max-diagnostics N prints more)\n"),
+            std::string::npos)
+      << check.err;
+  const CommandRun dump = vsa("dump --max-diagnostics 11 a.vsa");
+  EXPECT_EQ(dump.err, "a.vsa: 1 more diagnostic (--max-diagnostics N prints more)\n");
+  EXPECT_EQ(nlohmann::json::parse(dump.out)["log"].size(), 11u);
+}
+
+TEST_F(ReadArgumentsTest, LongQuotesAreShortened) {
+  const std::string name(20000, 'a');
+  std::string text = "lamp " + name + ": .k = 1;\n";
+  for (int i = 0; i < 600; ++i) text += ".k=2.5;\n";
+  write("a.vsa", text);
+  const CommandRun check = vsa("check a.vsa");
+  EXPECT_LT(check.err.size(), 600u * 300);
+  EXPECT_NE(check.err.find("aaa[... "), std::string::npos);
+  EXPECT_GT(vsa("check --full a.vsa").err.size(), 600u * 20000);
+  const auto shortJson = nlohmann::json::parse(vsa("dump a.vsa").out);
+  EXPECT_LT(shortJson["log"][599]["text"].get<std::string>().size(), 300u);
+  const auto json = nlohmann::json::parse(vsa("dump --full a.vsa").out);
+  ASSERT_EQ(json["log"].size(), 600u);
+  EXPECT_EQ(json["log"][599]["text"],
+            "TYPE WARNING (601,7): narrowing Real to Int @ " + name + ".k.");
+}
+
+}  // namespace
+
+}  // namespace vsa_tools

@@ -1,0 +1,50 @@
+#include "tools/vsa/common/interrupt.h"
+
+#include <poll.h>
+#include <signal.h>
+
+#include <cerrno>
+#include <csignal>
+
+namespace vsa_tools {
+
+namespace {
+
+volatile std::sig_atomic_t interrupted = 0;
+struct sigaction before;
+
+void interrupt(int) {
+  interrupted = 1;
+}
+
+}  // namespace
+
+InterruptScope::InterruptScope() noexcept {
+  struct sigaction action = {};
+  action.sa_handler = interrupt;
+  action.sa_flags = static_cast<int>(SA_RESETHAND);
+  ::sigaction(SIGINT, nullptr, &before);
+  if (before.sa_handler != SIG_IGN) ::sigaction(SIGINT, &action, nullptr);
+}
+
+InterruptScope::~InterruptScope() {
+  if (before.sa_handler != SIG_IGN) ::sigaction(SIGINT, &before, nullptr);
+}
+
+bool isInterrupted() noexcept {
+  return interrupted != 0;
+}
+
+// A signal goes to any thread, and may come right before the wait: the flag is looked at again from
+// time to time.
+bool waitForInput(int descriptor) noexcept {
+  constexpr int MILLISECONDS = 100;
+  while (!isInterrupted()) {
+    pollfd input = {descriptor, POLLIN, 0};
+    const int ready = ::poll(&input, 1, MILLISECONDS);
+    if (ready > 0 || (ready < 0 && errno != EINTR)) return true;
+  }
+  return false;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,40 @@
+// The options that every command has which reads texts: how much a text may take, and how much is
+// said about it.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include <vsa/reading/read_options.h>
+
+namespace vsa_tools {
+
+class ReadArguments {
+ public:
+  /// Adds --memory, --max-text, --max-diagnostics and --full. The parser of the command line fills
+  /// the members, so the object must not move.
+  void addTo(CLI::App& app);
+
+  /// The options of one reading: the limits, and a progress function that ends it as soon as
+  /// isInterrupted() is true. A command that replaces `onProgress` asks that itself.
+  vsa::ReadOptions options() const;
+
+  /// Diagnostics to print; the command counts the others and prints how many there are.
+  std::uint64_t maxDiagnostics() const { return maxDiagnostics_; }
+
+  /// The log line of a diagnostic as a command prints it: with parts quoted from the text that are
+  /// longer than MAX_QUOTED_BYTES shortened, unless --full was given. It is not escaped.
+  std::string lineOf(const vsa::Diagnostic& diagnostic) const;
+  /// The same for the message alone, without kind and position.
+  std::string messageOf(const vsa::Diagnostic& diagnostic) const;
+
+ private:
+  std::optional<std::uint64_t> memory_;
+  std::optional<std::uint64_t> maxText_;
+  std::uint64_t maxDiagnostics_ = 10000;
+  bool isFull_ = false;
+};
+
+}  // namespace vsa_tools

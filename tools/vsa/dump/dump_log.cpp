@@ -1,0 +1,51 @@
+#include "tools/vsa/dump/dump_log.h"
+
+#include <utility>
+
+#include "tools/scene_text/scene_dump.h"
+
+namespace vsa_tools {
+
+vsa::ReadOptions DumpLog::options() {
+  vsa::ReadOptions options = arguments_.options();
+  options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
+  return options;
+}
+
+void DumpLog::add(const vsa::Diagnostic& diagnostic) {
+  std::string line = arguments_.lineOf(diagnostic);
+  if (diagnostic.endedReading) {
+    fatal_ = std::move(line);
+    return;
+  }
+  const bool fits = kept_ < arguments_.maxDiagnostics() && line.size() <= MAX_BYTES &&
+                    json_.text().size() <= MAX_BYTES - line.size();
+  if (fits) {
+    put(diagnostic.severity, line);
+  } else {
+    ++notKept_;
+  }
+}
+
+void DumpLog::put(vsa::Severity severity, std::string_view line) {
+  if (kept_++ > 0) json_.put(',');
+  const bool isWarning = severity == vsa::Severity::Warning;
+  dumpLogEntry(isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, line, json_);
+}
+
+// The plain entry point throws what it finds in the first three tokens, and does not log it.
+ReadStatus DumpLog::end(const vsa::ReadOutcome& read) {
+  ReadStatus status;
+  status.result = read.applied.linksResolved && read.status != vsa::ReadStatus::OverLimit;
+  const bool isEscaped =
+      read.applied.statements == 0 && (read.status == vsa::ReadStatus::StoppedByError ||
+                                       read.status == vsa::ReadStatus::OutOfMemory);
+  if (isEscaped) {
+    status.escaped = fatal_.value_or(read.message);
+  } else if (fatal_) {
+    put(vsa::Severity::Error, *fatal_);
+  }
+  return status;
+}
+
+}  // namespace vsa_tools
