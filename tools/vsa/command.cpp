@@ -4,6 +4,7 @@
 #include "tools/vsa/convert/convert_command.h"
 #include "tools/vsa/dump/dump_command.h"
 #include "tools/vsa/stats/stats_command.h"
+#include "tools/vsa/tree/tree_command.h"
 
 namespace vsa_tools {
 
@@ -13,6 +14,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
   commands.push_back(std::make_unique<DumpCommand>());
   commands.push_back(std::make_unique<ConvertCommand>());
   commands.push_back(std::make_unique<StatsCommand>());
+  commands.push_back(std::make_unique<TreeCommand>());
   return commands;
 }
 

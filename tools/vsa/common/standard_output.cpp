@@ -3,14 +3,20 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <string>
 
 #include "tools/vsa/common/exit_status.h"
 
 namespace vsa_tools {
 
 int printText(std::string_view text) {
-  const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-  if (isWritten && std::fflush(stdout) == 0) return EXIT_READ;
+  TextOutput out(stdout);
+  out.put(text);
+  return finish(out);
+}
+
+int finish(TextOutput& out) {
+  if (out.flush()) return EXIT_READ;
   printError(std::string("cannot write: ") + std::strerror(errno));
   return EXIT_USAGE;
 }

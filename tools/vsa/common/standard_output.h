@@ -3,10 +3,15 @@
 
 #include <string_view>
 
+#include "tools/scene_text/text_output.h"
+
 namespace vsa_tools {
 
 /// Writes `text` to standard output and flushes it. Returns EXIT_READ; if it cannot be written,
 /// says so on standard error and returns EXIT_USAGE.
 int printText(std::string_view text);
+
+/// The same for what was put into `out`, which writes to standard output.
+int finish(TextOutput& out);
 
 }  // namespace vsa_tools

@@ -1,0 +1,31 @@
+// The links of a node, and which node of a scene is which.
+#pragma once
+
+#include <cstddef>
+
+#include <vsa/view.h>
+#include "tools/vsa/common/scene/input_walk.h"
+
+namespace vsa_tools {
+
+/// The index of a node among all that its scene has created: below slotCount().
+inline std::size_t slotOf(vsa::NodeView node) {
+  return static_cast<std::size_t>(node.plain()->slot());
+}
+
+inline std::size_t slotCount(vsa::SceneView scene) {
+  return scene.plain() != nullptr ? static_cast<std::size_t>(scene.plain()->nodeSlots()) : 0;
+}
+
+/// Calls `visit(const InputPlace&, vsa::NodeView target)` for each reference and each connection of
+/// the node.
+template <class Visit>
+void forEachLink(vsa::NodeView node, Visit visit) {
+  walkInputs(node, [&](const InputPlace& place) {
+    if (const vsa::NodeView target = place.input.node()) visit(place, target);
+    if (const vsa::ConnectionView source = place.input.connection()) visit(place, source.node());
+    return true;
+  });
+}
+
+}  // namespace vsa_tools

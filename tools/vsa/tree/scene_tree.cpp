@@ -1,0 +1,126 @@
+#include "tools/vsa/tree/scene_tree.h"
+
+#include <string_view>
+
+#include "tools/vsa/common/scene/node_links.h"
+#include "tools/vsa/tree/tree_lines.h"
+#include "tools/vsa/tree/tree_roots.h"
+
+namespace vsa_tools {
+
+namespace {
+
+/// Below this level lines are not indented further, but begin with their level: with an indentation
+/// for each level, the tree of a chain of n nodes would have n * n characters.
+constexpr std::size_t INDENTED_LEVELS = 40;
+
+/// Writes the trees of one scene.
+class TreePrinter {
+ public:
+  TreePrinter(vsa::SceneView scene, const TreeOptions& options, TextOutput& out)
+      : options_(options), out_(out), states_(slotCount(scene)), lines_(slotCount(scene)) {}
+
+  void print(vsa::NodeView root) {
+    if (state(root) == State::Shown) return;
+    out_.put(nodeTitle(root));
+    if (isAtDepth()) {
+      if (hasLines(root)) out_.put(" ...");
+      out_.put('\n');
+      return;
+    }
+    out_.put('\n');
+    enter(root, false);
+    while (!open_.empty()) step();
+  }
+
+ private:
+  enum class State : char { New, Open, Shown };
+  enum class HasLines : char { Unknown, No, Yes };
+
+  /// A node whose lines are being written.
+  struct Frame {
+    vsa::NodeView node;
+    std::vector<TreeLine> lines;
+    std::size_t next = 0;
+    std::size_t indentBytes = 0;  // of the node's own line
+  };
+
+  State& state(vsa::NodeView node) { return states_[slotOf(node)]; }
+  /// Looks at the inputs of a node once, however many links lead to it.
+  bool hasLines(vsa::NodeView node) {
+    HasLines& known = lines_[slotOf(node)];
+    if (known == HasLines::Unknown) {
+      known = hasTreeLines(node, options_.inputs) ? HasLines::Yes : HasLines::No;
+    }
+    return known == HasLines::Yes;
+  }
+  bool isAtDepth() const { return options_.depth && open_.size() >= *options_.depth; }
+
+  void step() {
+    Frame& frame = open_.back();
+    if (frame.next == frame.lines.size()) {
+      state(frame.node) = State::Shown;
+      indent_.resize(frame.indentBytes);
+      open_.pop_back();
+      return;
+    }
+    const TreeLine line = frame.lines[frame.next++];
+    const bool isLast = frame.next == frame.lines.size();
+    putStart(isLast);
+    out_.put(line.text());
+    if (const vsa::NodeView target = line.target())
+      follow(target, isLast);
+    else
+      out_.put('\n');
+  }
+
+  void putStart(bool isLast) {
+    if (open_.size() > INDENTED_LEVELS) {
+      out_.put('[');
+      out_.put(open_.size());
+      out_.put("] ");
+    }
+    out_.put(indent_);
+    out_.put(isLast ? "└─ " : "├─ ");
+  }
+
+  /// Ends the line of a link, and begins the lines of its target.
+  void follow(vsa::NodeView target, bool isLast) {
+    const bool isNew = state(target) == State::New;
+    if (state(target) == State::Open) {
+      out_.put(" (circle)\n");
+    } else if (!hasLines(target)) {
+      out_.put('\n');
+    } else if (isNew && isAtDepth()) {
+      out_.put(" ...\n");
+    } else {
+      out_.put(isNew ? "\n" : " (shown above)\n");
+      if (isNew) enter(target, isLast);
+    }
+  }
+
+  void enter(vsa::NodeView node, bool isLast) {
+    const std::size_t indentBytes = indent_.size();
+    if (!open_.empty() && open_.size() < INDENTED_LEVELS) indent_ += isLast ? "   " : "│  ";
+    state(node) = State::Open;
+    open_.push_back({node, treeLines(node, options_.inputs), 0, indentBytes});
+  }
+
+  const TreeOptions& options_;
+  TextOutput& out_;
+  std::vector<State> states_;    // by slot
+  std::vector<HasLines> lines_;  // by slot
+  std::vector<Frame> open_;
+  std::string indent_;
+};
+
+}  // namespace
+
+std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out) {
+  TreePrinter printer(scene, options, out);
+  const std::vector<vsa::NodeView> roots = treeRoots(scene, options);
+  for (const vsa::NodeView root : roots) printer.print(root);
+  return roots.size();
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,22 @@
+// vsa tree: prints the scene of a file as a tree of references.
+#pragma once
+
+#include <string>
+
+#include "tools/vsa/command.h"
+#include "tools/vsa/tree/scene_tree.h"
+
+namespace vsa_tools {
+
+class TreeCommand final : public Command {
+ public:
+  TreeCommand() : Command("tree", "Print the scene of a file as a tree of links") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  std::string file_;
+  TreeOptions options_;
+};
+
+}  // namespace vsa_tools

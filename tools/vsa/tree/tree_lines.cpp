@@ -1,0 +1,112 @@
+#include "tools/vsa/tree/tree_lines.h"
+
+#include <fmt/format.h>
+
+#include "tools/vsa/common/scene/input_walk.h"
+#include "tools/vsa/common/scene/short_value.h"
+
+namespace vsa_tools {
+
+namespace {
+
+constexpr std::uint64_t SHOWN_ELEMENTS = 10;
+constexpr std::size_t PATH_CHARACTERS = 80;
+
+vsa::InputView parentOf(vsa::InputView input) {
+  return vsa::InputView(input.plain()->parent());
+}
+
+/// Whether each element of the array has lines of its own. The others are listed in the array's
+/// line.
+bool hasElementLines(vsa::InputView array) {
+  const vsa::ValueType type = array.elementType();
+  return type == vsa::ValueType::Object || type == vsa::ValueType::Array ||
+         type == vsa::ValueType::Buffer;
+}
+
+/// The path from the node on, with its point.
+std::string pathInNode(vsa::InputView input) {
+  return shortText(std::string_view(input.path()).substr(input.owner().name().size()),
+                   PATH_CHARACTERS);
+}
+
+class LineCollector {
+ public:
+  explicit LineCollector(bool inputs) : inputs_(inputs) {}
+
+  bool operator()(const InputPlace& place) {
+    if (inputs_) addValue(place);
+    if (place.input.node()) lines.push_back({TreeLine::Kind::Reference, place.input});
+    if (place.input.connection()) lines.push_back({TreeLine::Kind::Connection, place.input});
+    return true;
+  }
+
+  std::vector<TreeLine> lines;
+
+ private:
+  void addValue(const InputPlace& place) {
+    if (place.depth <= hiddenDepth_) isHidden_ = false;
+    if (isHidden_) return;
+    const vsa::InputView input = place.input;
+    if (place.isElement) {
+      const vsa::InputView array = parentOf(input);
+      if (!hasElementLines(array)) return;
+      if (place.index >= SHOWN_ELEMENTS) {
+        hide(place, array);
+        return;
+      }
+    }
+    // The line of a link shows it, and those of members show an object.
+    if (input.node() || (input.type() == vsa::ValueType::Null && input.connection())) return;
+    if (input.type() == vsa::ValueType::Object && childCount(input) > 0) return;
+    lines.push_back({TreeLine::Kind::Value, input});
+  }
+
+  void hide(const InputPlace& place, vsa::InputView array) {
+    isHidden_ = true;
+    hiddenDepth_ = place.depth;
+    if (place.index > SHOWN_ELEMENTS) return;
+    lines.push_back({TreeLine::Kind::MoreElements, array, childCount(array) - SHOWN_ELEMENTS});
+  }
+
+  bool inputs_;
+  bool isHidden_ = false;        // inside an element past SHOWN_ELEMENTS
+  std::size_t hiddenDepth_ = 0;  // of that element
+};
+
+}  // namespace
+
+vsa::NodeView TreeLine::target() const {
+  if (kind == Kind::Reference) return input.node();
+  return kind == Kind::Connection ? input.connection().node() : vsa::NodeView();
+}
+
+std::string TreeLine::text() const {
+  const std::string path = pathInNode(input);
+  switch (kind) {
+    case Kind::Reference:
+      return fmt::format("{} = {}", path, nodeTitle(input.node()));
+    case Kind::Connection:
+      return fmt::format("{} |= {} ({})", path, shortConnection(input), shortText(target().type()));
+    case Kind::MoreElements:
+      return fmt::format("{}: {} more elements", path, more);
+    default:
+      return fmt::format("{} = {}", path, shortValue(input));
+  }
+}
+
+std::vector<TreeLine> treeLines(vsa::NodeView node, bool inputs) {
+  LineCollector collector(inputs);
+  walkInputs(node, [&](const InputPlace& place) { return collector(place); });
+  return std::move(collector.lines);
+}
+
+bool hasTreeLines(vsa::NodeView node, bool inputs) {
+  return inputs ? !node.inputs().empty() : !treeLines(node, false).empty();
+}
+
+std::string nodeTitle(vsa::NodeView node) {
+  return fmt::format("{} ({})", shortText(node.name()), shortText(node.type()));
+}
+
+}  // namespace vsa_tools
