@@ -131,7 +131,7 @@ void Reader::object(JsonValue& result, int depth) {
     skipWhite();
     if (!consume(':')) fail("expected ':'");
     JsonValue member = value(depth + 1);
-    result.members.emplace_back(std::move(name), std::move(member));
+    result.members.push_back({std::move(name), std::move(member)});
     skipWhite();
   } while (consume(','));
   if (!consume('}')) fail("expected ',' or '}'");

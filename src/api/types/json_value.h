@@ -5,10 +5,11 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace vsa {
+
+struct JsonMember;
 
 /// A value with the offset of its first byte in the text.
 struct JsonValue {
@@ -20,8 +21,12 @@ struct JsonValue {
   double number = 0;
   std::string text;  ///< Of a string.
   std::vector<JsonValue> elements;
-  /// In the order of the text; no name stands twice. The value's `text` is not its name.
-  std::vector<std::pair<std::string, JsonValue>> members;
+  std::vector<JsonMember> members;  ///< In the order of the text. No name stands twice.
+};
+
+struct JsonMember {
+  std::string name;
+  JsonValue value;
 };
 
 /// Why a text is not accepted, and where.

@@ -14,7 +14,6 @@ namespace vsa {
 namespace {
 
 using Kind = JsonValue::Kind;
-using Member = std::pair<std::string, JsonValue>;
 using zn::korvo_sdk::FormerName;
 
 [[noreturn]] void fail(const JsonValue& value, const std::string& message) {
@@ -50,8 +49,8 @@ std::vector<std::string> stringsOf(const JsonValue& value) {
 std::vector<FormerName> formerNamesOf(const JsonValue& value) {
   expect(value, Kind::Object, "an object of former names and current names");
   std::vector<FormerName> result;
-  for (const Member& member : value.members) {
-    result.push_back({member.first, stringOf(member.second)});
+  for (const JsonMember& member : value.members) {
+    result.push_back({member.name, stringOf(member.value)});
   }
   return result;
 }
@@ -76,9 +75,9 @@ ElementType elementTypeOf(const JsonValue& value) {
 // Calls `read(name, value)` for each member, which returns false for a name that it does not know.
 template <class Read>
 void readMembers(const JsonValue& object, const Read& read) {
-  for (const Member& member : object.members) {
-    if (!read(member.first, member.second)) {
-      fail(member.second, "unknown member \"" + member.first + "\"");
+  for (const JsonMember& member : object.members) {
+    if (!read(member.name, member.value)) {
+      fail(member.value, "unknown member \"" + member.name + "\"");
     }
   }
 }
@@ -130,8 +129,8 @@ InputDescription inputOf(const std::string& name, const JsonValue& value) {
 std::vector<InputDescription> inputsOf(const JsonValue& value) {
   expect(value, Kind::Object, "an object of inputs");
   std::vector<InputDescription> result;
-  for (const Member& member : value.members) {
-    result.push_back(inputOf(member.first, member.second));
+  for (const JsonMember& member : value.members) {
+    result.push_back(inputOf(member.name, member.value));
   }
   return result;
 }
@@ -166,8 +165,8 @@ std::vector<TypeDescription> typesOf(const JsonValue& text) {
   if (types == nullptr) fail(text, "the member \"types\" is missing");
   expect(*types, Kind::Object, "an object of types");
   std::vector<TypeDescription> result;
-  for (const Member& member : types->members) {
-    result.push_back(typeOf(member.first, member.second));
+  for (const JsonMember& member : types->members) {
+    result.push_back(typeOf(member.name, member.value));
   }
   return result;
 }
