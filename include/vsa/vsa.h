@@ -20,6 +20,7 @@
 #include <vsa/back_links.h>
 #include <vsa/edit.h>
 #include <vsa/edit_status.h>
+#include <vsa/file_replacement.h>
 #include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>

@@ -1,4 +1,4 @@
-#include "write/file_replacement.h"
+#include <vsa/file_replacement.h>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -8,7 +8,7 @@
 #include <random>
 #include <system_error>
 
-namespace vsa::impl {
+namespace vsa {
 
 namespace fs = std::filesystem;
 
@@ -137,4 +137,4 @@ bool FileReplacement::makeDurable() {
   return closed == 0 || errno == EINTR || fail("cannot write");
 }
 
-}  // namespace vsa::impl
+}  // namespace vsa

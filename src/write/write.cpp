@@ -1,10 +1,10 @@
 // The entry points: each checks the scene, then writes it.
+#include <vsa/file_replacement.h>
 #include <vsa/write.h>
 
 #include <new>
 #include <utility>
 
-#include "write/file_replacement.h"
 #include "write/header_text.h"
 #include "write/scene_writer.h"
 #include "write/walk/node_order.h"
@@ -127,7 +127,7 @@ template <class Plain>
 WriteResult writeToFile(const Plain& plain, const std::filesystem::path& path,
                         const WriteOptions& options) noexcept {
   WriteResult result;
-  impl::FileReplacement file;
+  FileReplacement file;
   guarded(result, file, [&] {
     if (!file.open(path)) throw impl::SinkFailed();
     writeScene(plain(), file, options, result);

@@ -1,0 +1,55 @@
+// FileReplacement: a file that is written beside the one that it replaces.
+//
+//   vsa::FileReplacement file;
+//   if (!file.open(path) || !file.write(text) || !file.replace()) std::puts(file.error().c_str());
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include <vsa/foundation/api.h>
+#include <vsa/write.h>
+
+namespace vsa {
+
+/// The sink of one file, for programs that write a text themselves; vsa::writeFile uses it. The
+/// bytes go to a new file in the folder of the old one; `replace` puts it in the place of the old
+/// file in one step. Until then, and for ever if this object is destroyed before or the process
+/// ends, the old file is as it was. What is no regular file (a pipe, a device) is written to
+/// directly. The functions throw std::bad_alloc only.
+class VSA_API FileReplacement final : public Sink {
+ public:
+  FileReplacement() = default;
+  FileReplacement(const FileReplacement&) = delete;
+  FileReplacement& operator=(const FileReplacement&) = delete;
+  /// Deletes the new file, unless it has replaced the old one.
+  ~FileReplacement() override;
+
+  /// Opens the new file for `path`, once. If `path` is a symbolic link, the file that it leads to
+  /// is replaced. Like `write` and `replace`, returns false if that fails; `error` says why.
+  bool open(const std::filesystem::path& path);
+  /// Appends to the new file.
+  bool write(std::string_view text) override;
+  /// Where the new file is until `replace`; empty if the bytes go to a pipe or a device.
+  const std::filesystem::path& newFile() const noexcept { return temporary_; }
+  /// Waits until the new file is on the disk, gives it the permissions of the old one, and its
+  /// name.
+  bool replace();
+
+  /// Why a function returned false, as a message for people.
+  std::string error() const override { return error_; }
+
+ private:
+  bool openBeside();
+  bool makeDurable();
+  bool keepPermissions();
+  bool fail(const char* what);
+
+  std::filesystem::path target_;
+  std::filesystem::path temporary_;  // empty if the target itself is open
+  int file_ = -1;
+  std::string error_;
+};
+
+}  // namespace vsa

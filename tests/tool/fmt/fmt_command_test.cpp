@@ -1,0 +1,159 @@
+// vsa fmt: its options, files on disk, and its exit status.
+#include <sys/stat.h>
+
+#include <cstdlib>
+
+#include "tests/tool/command_fixture.h"
+
+namespace {
+
+using vsa_tests::CommandOutcome;
+
+constexpr char RAW[] = "sphere ball: .radius=1.50;  # r\n\n\n\n.at=vec3( 1,2,3 );\n";
+constexpr char DONE[] = "sphere ball:\n  .radius = 1.50;  # r\n\n  .at = vec3(1 2 3);\n";
+
+class FmtCommandTest : public vsa_tests::CommandFixture {};
+
+TEST_F(FmtCommandTest, PrintsByDefault) {
+  write("a.vsa", RAW);
+  const CommandOutcome run = vsa("fmt a.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, DONE);
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(content("a.vsa"), RAW);
+  EXPECT_EQ(vsa("fmt <a.vsa").out, DONE);
+  EXPECT_EQ(vsa("fmt - <a.vsa").out, DONE);
+  EXPECT_EQ(statusOf("cat a.vsa | " VSA_COMMAND " fmt >b.vsa"), 0);
+  EXPECT_EQ(content("b.vsa"), DONE);
+}
+
+TEST_F(FmtCommandTest, ReplacesInPlace) {
+  write("a.vsa", RAW);
+  ::chmod((folder_ / "a.vsa").c_str(), 0640);
+  const CommandOutcome run = vsa("fmt -i a.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(content("a.vsa"), DONE);
+  struct stat status {};
+  ::stat((folder_ / "a.vsa").c_str(), &status);
+  EXPECT_EQ(status.st_mode & 0777, 0640U);
+  EXPECT_EQ(statusOf("ls -A | grep -c tmp >count.txt"), 1);
+}
+
+TEST_F(FmtCommandTest, DoesNotTouchAFormattedFile) {
+  write("a.vsa", DONE);
+  statusOf("touch -d 2001-02-03 a.vsa");
+  EXPECT_EQ(vsa("fmt --in-place a.vsa").status, 0);
+  EXPECT_EQ(statusOf("find a.vsa -newermt 2002-01-01 | grep -q a"), 1);
+}
+
+TEST_F(FmtCommandTest, Check) {
+  write("a.vsa", RAW);
+  write("b.vsa", DONE);
+  CommandOutcome run = vsa("fmt --check a.vsa b.vsa");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err, "vsa: a.vsa: not formatted\n");
+  EXPECT_EQ(run.out, "");
+  run = vsa("fmt --check b.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, "");
+}
+
+TEST_F(FmtCommandTest, Diff) {
+  write("a.vsa", "t n;\nt m;\nt o;\nt p;\nn.x=1;\n");
+  const CommandOutcome run = vsa("fmt --diff a.vsa");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out,
+            "--- a.vsa\n+++ a.vsa (formatted)\n@@ -2,4 +2,4 @@\n t m;\n t o;\n t p;\n-n.x=1;\n"
+            "+n.x = 1;\n");
+  write("b.vsa", DONE);
+  EXPECT_EQ(vsa("fmt --diff b.vsa").status, 0);
+  EXPECT_EQ(vsa("fmt --diff b.vsa").out, "");
+}
+
+TEST_F(FmtCommandTest, PatchAppliesTheDiff) {
+  if (statusOf("command -v patch >/dev/null") != 0) {
+    GTEST_FAIL() << "the program patch is needed";
+  }
+  write("a.vsa", RAW);
+  vsa("fmt --diff a.vsa");
+  EXPECT_EQ(statusOf("patch -s a.vsa <stdout.txt"), 0);
+  EXPECT_EQ(content("a.vsa"), DONE);
+}
+
+TEST_F(FmtCommandTest, LeavesAFileWithAMistakeAlone) {
+  for (const char* text : {"t n;\nn.x = ;\n", "t n; !", "t n; n.x = \"cut",
+                           "t n; n.f = float[1] {1 2};", "t n;\xFF t m;", "m.x = 1;"}) {
+    write("bad.vsa", text);
+    for (const char* option : {"", "-i", "--check", "--diff"}) {
+      const CommandOutcome run = vsa(std::string("fmt bad.vsa ") + option);
+      EXPECT_EQ(run.status, 1) << text << option;
+      EXPECT_EQ(run.out, "");
+      EXPECT_TRUE(run.err.starts_with("bad.vsa:1:") || run.err.starts_with("bad.vsa:2:"))
+          << run.err;
+      EXPECT_NE(run.err.find("not formatted, because"), std::string::npos) << run.err;
+      EXPECT_EQ(content("bad.vsa"), text);
+    }
+  }
+}
+
+TEST_F(FmtCommandTest, NamesThePlaceOfAMistake) {
+  write("bad.vsa", "t n;\nn.x = ;\n");
+  EXPECT_EQ(vsa("fmt -i bad.vsa").err,
+            "bad.vsa:2:7: error: expected '(scalar|buffer|reference)', found ';'\n"
+            "vsa: bad.vsa: not formatted, because it was not read completely\n");
+}
+
+TEST_F(FmtCommandTest, FoldersListsAndJobs) {
+  std::filesystem::create_directories(folder_ / "in" / "deep");
+  for (const char* name : {"in/a.vsa", "in/b.vsa", "in/deep/c.vsa"}) write(name, RAW);
+  write("in/other.txt", RAW);
+  EXPECT_EQ(vsa("fmt --check -j 4 in").err,
+            "vsa: in/a.vsa: not formatted\nvsa: in/b.vsa: not formatted\n"
+            "vsa: in/deep/c.vsa: not formatted\n");
+  EXPECT_EQ(statusOf("printf 'in/a.vsa\\0' >list; " VSA_COMMAND " fmt -i -0 @list"), 0);
+  EXPECT_EQ(content("in/a.vsa"), DONE);
+  EXPECT_EQ(vsa("fmt -i --jobs 0 in").status, 0);
+  EXPECT_EQ(content("in/deep/c.vsa"), DONE);
+  EXPECT_EQ(content("in/other.txt"), RAW);
+}
+
+TEST_F(FmtCommandTest, KeepsTheByteOrderMark) {
+  write("a.vsa", "\xEF\xBB\xBFt  n;");
+  EXPECT_EQ(vsa("fmt a.vsa").out, "\xEF\xBB\xBFt n;\n");
+  EXPECT_EQ(vsa("fmt -i a.vsa").status, 0);
+  EXPECT_EQ(content("a.vsa"), "\xEF\xBB\xBFt n;\n");
+  EXPECT_EQ(vsa("fmt --check a.vsa").status, 0);
+}
+
+TEST_F(FmtCommandTest, WrongUse) {
+  EXPECT_EQ(vsa("fmt missing.vsa").status, 2);
+  EXPECT_EQ(vsa("fmt .").status, 2);
+  EXPECT_EQ(vsa("fmt --check --diff a.vsa").status, 2);
+  EXPECT_EQ(vsa("fmt -i --check a.vsa").status, 2);
+  EXPECT_EQ(vsa("fmt -i - </dev/null").status, 2);
+  EXPECT_EQ(vsa("fmt -j x a.vsa").status, 2);
+  EXPECT_EQ(vsa("fmt -i /dev/null").status, 2);
+}
+
+TEST_F(FmtCommandTest, TellsWhenOutputCannotBeWritten) {
+  write("a.vsa", RAW);
+  EXPECT_EQ(statusOf(VSA_COMMAND " fmt a.vsa >/dev/full 2>err.txt"), 2);
+  EXPECT_NE(content("err.txt").find("cannot write"), std::string::npos);
+}
+
+// A list of 4 million numbers is formatted in less memory than it has bytes.
+TEST_F(FmtCommandTest, StreamsLongLists) {
+  std::string text = "t n;\nn.f = float[4000000] {";
+  for (int i = 0; i < 4000000; ++i) text += i % 2 == 0 ? " 1.25 " : "-3,";
+  write("a.vsa", text + "};");
+  EXPECT_EQ(statusOf("ulimit -v 150000; " VSA_COMMAND " fmt -i a.vsa"), 0);
+  EXPECT_EQ(vsa("fmt --check a.vsa").status, 0);
+  write("b.vsa", text + " 7};");
+  const CommandOutcome run = vsa("fmt -i b.vsa");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(content("b.vsa"), text + " 7};");
+}
+
+}  // namespace

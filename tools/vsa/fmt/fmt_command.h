@@ -1,0 +1,29 @@
+// vsa fmt: formats texts.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/vsa/command.h"
+#include "tools/vsa/fmt/format_file.h"
+
+namespace vsa_tools {
+
+/// Prints the formatted text of each file, or replaces the files, or tells which would change.
+class FmtCommand final : public Command {
+ public:
+  FmtCommand() : Command("fmt", "Format texts: white space only, every token is kept") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  FormatMode mode() const;
+  int formatAll(const std::vector<std::string>& files) const;
+
+  std::vector<std::string> files_;
+  bool replaces_ = false, checks_ = false, diffs_ = false, nul_ = false;
+  unsigned workers_ = 1;
+  ReadArguments arguments_;
+};
+
+}  // namespace vsa_tools

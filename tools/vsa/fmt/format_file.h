@@ -1,0 +1,41 @@
+// Formats one file, after it was checked, and checks the result.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/common/read_arguments.h"
+
+namespace vsa_tools {
+
+/// What becomes of the formatted text.
+enum class FormatMode : std::uint8_t {
+  Print,    ///< It goes to standard output.
+  Check,    ///< Nothing: only whether it differs is told.
+  Diff,     ///< Its difference from the text goes to standard output.
+  Replace,  ///< It replaces the file.
+};
+
+/// How the formatting of a file ended.
+struct FormatOutcome {
+  /// An ExitStatus.
+  int status = 0;
+  /// Whether the formatted text differs from the file.
+  bool isChanged = false;
+  /// Lines for standard error.
+  std::vector<std::string> messages;
+  /// The diff.
+  std::string output;
+};
+
+/// Formats the file `name`; "-" is standard input. A file that cannot be read completely is left
+/// alone. So is one whose formatted text has other tokens or another scene: both are compared
+/// before a file is replaced. Mode Print writes to standard output, nothing else prints. Ctrl-C
+/// ends it, see isInterrupted().
+FormatOutcome formatFile(const std::string& name, FormatMode mode,
+                         const ReadArguments& arguments = {});
+
+}  // namespace vsa_tools

@@ -1,0 +1,191 @@
+#include "tools/vsa/fmt/list_layout.h"
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include <vsa/scene/data_type.h>
+
+namespace vsa_tools {
+
+namespace {
+
+// A longer number is written while it is read: a compressed buffer is a single one.
+constexpr std::size_t MAX_KEPT_BYTES = 16 << 10;
+// A matrix with a longer number is not aligned.
+constexpr std::size_t MAX_CELL_BYTES = 64;
+
+std::string lowerCase(std::string_view text) {
+  std::string lower(text);
+  for (char& c : lower) {
+    if (c >= 'A' && c <= 'Z') c = static_cast<char>(c + ('a' - 'A'));
+  }
+  return lower;
+}
+
+ListShape shapeOfType(std::string_view lower, std::size_t components) {
+  const bool isMatrix = lower.starts_with("mat");
+  if (isMatrix && components == 9) return {3, 3};
+  if (isMatrix && components == 16) return {4, 4};
+  return {components > 1 ? components : 0, 0};
+}
+
+std::map<std::string, ListShape> makeBufferShapes() {
+  std::map<std::string, ListShape> shapes;
+  for (int i = 0; i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {
+    const auto type = static_cast<zn::korvo_sdk::DataType>(i);
+    if (!zn::korvo_sdk::isBufferElement(type)) continue;
+    const std::string keyword = lowerCase(zn::korvo_sdk::dataTypeName(type));
+    shapes[keyword] = shapeOfType(keyword, zn::korvo_sdk::componentCount(type));
+  }
+  return shapes;
+}
+
+}  // namespace
+
+ListShape shapeOfTuple(std::string_view keyword) {
+  const std::string lower = lowerCase(keyword);
+  if (lower == "mat3") return {3, 3};
+  if (lower == "mat4") return {4, 4};
+  return {};
+}
+
+ListShape shapeOfBuffer(std::string_view keyword) {
+  static const std::map<std::string, ListShape> shapes = makeBufferShapes();
+  const auto found = shapes.find(lowerCase(keyword));
+  return found != shapes.end() ? found->second : ListShape();
+}
+
+void ListLayout::begin(char open, const ListShape& shape, std::size_t indent) {
+  out_.put(open);
+  shape_ = shape;
+  indent_ = indent;
+  isBroken_ = isSpilled_ = hasNumber_ = false;
+  count_ = inLine_ = cellCount_ = 0;
+  number_.clear();
+  line_.clear();
+}
+
+void ListLayout::add(std::string_view text, bool continues) {
+  if (!continues) {
+    if (hasNumber_) finishNumber();
+    hasNumber_ = true;
+    number_.assign(text);
+  } else if (isSpilled_) {
+    out_.put(text);
+  } else {
+    number_ += text;
+  }
+  if (number_.size() > MAX_KEPT_BYTES) spill();
+}
+
+// Writes a long number as far as it is known. The first one stays in the line of the bracket.
+void ListLayout::spill() {
+  if (!isSpilled_) {
+    if (count_ > 0) {
+      breakList();
+      putMatrix();
+      out_.newLine(indent_ + 2);
+    }
+    isSpilled_ = true;
+    inLine_ = std::max<std::size_t>(shape_.numbersPerLine, 1);  // the next one begins a line
+  }
+  out_.put(number_);
+  number_.clear();
+}
+
+void ListLayout::finishNumber() {
+  if (isSpilled_) {
+    isSpilled_ = false;
+    isBroken_ = true;
+  } else if (isBroken_) {
+    placeInLines(number_);
+  } else {
+    placeOnLine(number_);
+  }
+  ++count_;
+}
+
+// The first number never breaks the list. Behind the list, a bracket and a semicolon must fit.
+void ListLayout::placeOnLine(std::string_view number) {
+  const std::size_t width = out_.column() + line_.size() + 1 + number.size() + 2;
+  if (count_ > 0 && (shape_.matrixRows > 0 || width > FORMATTED_WIDTH)) {
+    breakList();
+    return placeInLines(number);
+  }
+  if (count_ > 0) line_ += ' ';
+  line_ += number;
+}
+
+// Moves the numbers that are waiting for the end of the line to lines of their own.
+void ListLayout::breakList() {
+  if (isBroken_) return;
+  isBroken_ = true;
+  std::string_view rest = line_;
+  while (!rest.empty()) {
+    const std::size_t blank = std::min(rest.find(' '), rest.size());
+    placeInLines(rest.substr(0, blank));
+    rest.remove_prefix(std::min(blank + 1, rest.size()));
+  }
+  line_.clear();
+}
+
+void ListLayout::placeInLines(std::string_view number) {
+  if (shape_.matrixRows > 0) {
+    const std::size_t cells = shape_.matrixRows * shape_.numbersPerLine;
+    if (cells_.size() < cells) cells_.resize(cells);
+    cells_[cellCount_++].assign(number);
+    if (cellCount_ == cells) putMatrix();
+    return;
+  }
+  const bool isFull = shape_.numbersPerLine > 0
+                          ? inLine_ == shape_.numbersPerLine
+                          : out_.column() + 1 + number.size() > FORMATTED_WIDTH;
+  if (inLine_ == 0 || isFull) {
+    out_.newLine(indent_ + 2);
+    inLine_ = 0;
+  } else {
+    out_.put(' ');
+  }
+  out_.put(number);
+  ++inLine_;
+}
+
+// Writes the rows of a matrix, or of the part of one that the list ends with.
+void ListLayout::putMatrix() {
+  constexpr std::size_t MAX_COLUMNS = 4;
+  std::array<std::size_t, MAX_COLUMNS> widths{};
+  for (std::size_t i = 0; i < cellCount_; ++i) {
+    std::size_t& width = widths[i % shape_.numbersPerLine];
+    width = std::max(width, cells_[i].size());
+  }
+  const bool isAligned = *std::max_element(widths.begin(), widths.end()) <= MAX_CELL_BYTES;
+  for (std::size_t i = 0; i < cellCount_; ++i) {
+    const std::size_t column = i % shape_.numbersPerLine;
+    if (column == 0) {
+      out_.newLine(indent_ + 2);
+    } else {
+      out_.put(' ');
+    }
+    if (isAligned) out_.put(std::string(widths[column] - cells_[i].size(), ' '));
+    out_.put(cells_[i]);
+  }
+  cellCount_ = 0;
+}
+
+// A list of one number is never broken.
+void ListLayout::end(char close, bool blank) {
+  const bool isShort = count_ == 0;
+  if (isShort) {
+    out_.put(number_);
+  } else {
+    finishNumber();
+    putMatrix();
+    out_.put(line_);
+  }
+  if (blank) out_.put(" ,");
+  if (isBroken_ && !isShort) out_.newLine(indent_);
+  out_.put(close);
+}
+
+}  // namespace vsa_tools

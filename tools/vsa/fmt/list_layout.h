@@ -1,0 +1,64 @@
+// Where the lists of a formatted text are broken.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/fmt/output_buffer.h"
+
+namespace vsa_tools {
+
+/// Columns of a line with numbers. Nothing else is broken.
+inline constexpr std::size_t FORMATTED_WIDTH = 120;
+
+/// How the elements of a list are arranged when it does not fit one line.
+struct ListShape {
+  /// Numbers in each line; 0: as many as fit.
+  std::size_t numbersPerLine = 0;
+  /// Lines of one matrix, whose columns are aligned; 0: the list has no matrices. A list of
+  /// matrices is always broken.
+  std::size_t matrixRows = 0;
+};
+
+/// The shape of `keyword(...)`.
+ListShape shapeOfTuple(std::string_view keyword);
+/// The shape of `keyword[count] {...}`.
+ListShape shapeOfBuffer(std::string_view keyword);
+
+/// Writes one list after another, number by number. Needs memory for one line or matrix.
+class ListLayout {
+ public:
+  explicit ListLayout(OutputBuffer& out) : out_(out) {}
+
+  /// Begins a list with its opening bracket. `indent` is that of the statement.
+  void begin(char open, const ListShape& shape, std::size_t indent);
+  /// Appends characters of a number; a new number unless `continues`.
+  void add(std::string_view text, bool continues);
+  /// Ends the list. With `blank`, it ends as the reader's "(1 )".
+  void end(char close, bool blank);
+
+ private:
+  void finishNumber();
+  void placeOnLine(std::string_view number);
+  void placeInLines(std::string_view number);
+  void breakList();
+  void spill();
+  void putMatrix();
+
+  OutputBuffer& out_;
+  ListShape shape_;
+  std::size_t indent_ = 0;
+  bool isBroken_ = false;
+  bool isSpilled_ = false;          // the number is too long to be kept and is written already
+  bool hasNumber_ = false;          // one is in `number_` or spilled
+  std::size_t count_ = 0;           // numbers placed
+  std::size_t inLine_ = 0;          // numbers in the current line, if broken
+  std::string number_;              // the last number, which may continue
+  std::string line_;                // the numbers before it, until the list is broken
+  std::vector<std::string> cells_;  // of a matrix that is not complete
+  std::size_t cellCount_ = 0;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,57 @@
+#include "tools/vsa/fmt/sinks.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+
+#include "tools/scene_text/printable_text.h"
+
+namespace vsa_tools {
+
+std::string safeLines(std::string_view text) {
+  std::string safe;
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find('\n'), text.size());
+    safe += printable(text.substr(0, end));
+    if (end < text.size()) safe += '\n';
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+  return safe;
+}
+
+OutputSink::OutputSink() : isTerminal_(::isatty(STDOUT_FILENO) == 1) {
+}
+
+bool OutputSink::fail() {
+  problem_ = std::string("cannot write the text: ") + std::strerror(errno);
+  return false;
+}
+
+bool OutputSink::write(std::string_view text) {
+  const std::string safe = isTerminal_ ? safeLines(text) : std::string();
+  if (isTerminal_) text = safe;
+  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() || fail();
+}
+
+bool OutputSink::flush() {
+  return std::fflush(stdout) == 0 || fail();
+}
+
+bool ComparingSink::write(std::string_view text) {
+  block_.resize(64 << 10);
+  while (isSame_ && !text.empty()) {
+    const std::size_t count = source_.read({block_.data(), std::min(block_.size(), text.size())});
+    isSame_ = count > 0 && text.starts_with(std::string_view(block_.data(), count));
+    text.remove_prefix(std::min(count, text.size()));
+  }
+  return true;
+}
+
+bool ComparingSink::isSame() {
+  char more;
+  return isSame_ && source_.read({&more, 1}) == 0;
+}
+
+}  // namespace vsa_tools

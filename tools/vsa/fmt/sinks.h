@@ -1,0 +1,58 @@
+// Where a formatted text goes.
+#pragma once
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+#include <vsa/write.h>
+#include "tools/vsa/fmt/text_file.h"
+
+namespace vsa_tools {
+
+/// Standard output. On a terminal, characters that control it are escaped.
+class OutputSink final : public vsa::Sink {
+ public:
+  OutputSink();
+  bool write(std::string_view text) override;
+  bool flush();
+  std::string error() const override { return problem_; }
+
+ private:
+  bool fail();
+
+  bool isTerminal_;
+  std::string problem_;
+};
+
+/// Compares a text with a source, as far as it goes.
+class ComparingSink final : public vsa::Sink {
+ public:
+  explicit ComparingSink(vsa::Source& source) : source_(source) {}
+  /// Always true.
+  bool write(std::string_view text) override;
+  /// Whether both are the same to their ends. Called once, at the end.
+  bool isSame();
+
+ private:
+  vsa::Source& source_;
+  std::string block_;
+  bool isSame_ = true;
+};
+
+/// An open file.
+class FileSink final : public vsa::Sink {
+ public:
+  explicit FileSink(std::FILE* file) : file_(file) {}
+  bool write(std::string_view text) override {
+    return std::fwrite(text.data(), 1, text.size(), file_) == text.size();
+  }
+
+ private:
+  std::FILE* file_;
+};
+
+/// `text` with what controls a terminal escaped, line feeds excepted.
+std::string safeLines(std::string_view text);
+
+}  // namespace vsa_tools

@@ -1,0 +1,58 @@
+#include "tools/vsa/fmt/text_file.h"
+
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+
+#include "tools/vsa/common/interrupt.h"
+
+namespace vsa_tools {
+
+bool TextFile::fail() {
+  problem_ = std::strerror(errno);
+  return false;
+}
+
+bool TextFile::open(const std::string& name) {
+  file_.reset(name == "-" ? std::tmpfile() : std::fopen(name.c_str(), "re"));
+  if (file_ == nullptr) return fail();
+  if (name == "-" && !copyInput()) return false;
+  std::array<char, 3> head{};
+  const ssize_t count = ::pread(descriptor(), head.data(), head.size(), 0);
+  if (count < 0) return fail();  // a directory opens, too
+  hasMark_ = std::string_view(head.data(), static_cast<std::size_t>(count)) == "\xEF\xBB\xBF";
+  return true;
+}
+
+bool TextFile::copyInput() {
+  std::array<char, 65536> block;
+  while (true) {
+    if (!waitForInput(STDIN_FILENO)) return true;  // interrupted
+    const ssize_t count = ::read(STDIN_FILENO, block.data(), block.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return fail();
+    if (count == 0) return std::fflush(file_.get()) == 0 || fail();
+    const auto size = static_cast<std::size_t>(count);
+    if (std::fwrite(block.data(), 1, size, file_.get()) != size) return fail();
+  }
+}
+
+std::size_t TextFileSource::read(std::span<char> to) {
+  if (isInterrupted()) error_ = "interrupted";
+  if (!error_.empty()) return 0;
+  ssize_t count;
+  do {
+    count = ::pread(descriptor_, to.data(), to.size(), static_cast<off_t>(offset_));
+  } while (count < 0 && errno == EINTR);
+  if (count < 0) {
+    error_ = std::strerror(errno);
+    return 0;
+  }
+  offset_ += static_cast<std::size_t>(count);
+  return static_cast<std::size_t>(count);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,59 @@
+// A text that is read more than once: a file, or standard input by way of a temporary file.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <span>
+#include <string>
+
+#include <vsa/read.h>
+
+namespace vsa_tools {
+
+struct CloseFile {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using FilePointer = std::unique_ptr<std::FILE, CloseFile>;
+
+/// An open text. A byte order mark at its beginning is not part of it.
+class TextFile {
+ public:
+  /// Opens the file `name`; "-" is standard input. False if it cannot be read; `problem` says why.
+  bool open(const std::string& name);
+
+  /// The descriptor, for TextFileSource.
+  int descriptor() const { return ::fileno(file_.get()); }
+  /// Where the text begins: behind the byte order mark.
+  std::size_t begin() const { return hasMark_ ? 3 : 0; }
+  bool hasMark() const { return hasMark_; }
+  /// The system's error message.
+  const std::string& problem() const { return problem_; }
+
+ private:
+  bool fail();
+  bool copyInput();
+
+  FilePointer file_;
+  bool hasMark_ = false;
+  std::string problem_;
+};
+
+/// Reads a TextFile from its beginning, until Ctrl-C. Several may read one file, on several
+/// threads.
+class TextFileSource final : public vsa::Source {
+ public:
+  explicit TextFileSource(const TextFile& file)
+      : descriptor_(file.descriptor()), offset_(file.begin()) {}
+  /// Reads another open file from its beginning.
+  explicit TextFileSource(int descriptor) : descriptor_(descriptor) {}
+
+  std::size_t read(std::span<char> to) override;
+  std::string error() const override { return error_; }
+
+ private:
+  int descriptor_;
+  std::size_t offset_ = 0;
+  std::string error_;
+};
+
+}  // namespace vsa_tools

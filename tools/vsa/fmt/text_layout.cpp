@@ -1,0 +1,121 @@
+#include "tools/vsa/fmt/text_layout.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::SyntaxKind;
+using vsa::SyntaxToken;
+
+constexpr std::size_t BLOCK_INDENT = 2;
+// A longer word is no keyword.
+constexpr std::size_t MAX_KEYWORD_BYTES = 16;
+
+bool isList(SyntaxKind kind) {
+  return kind == SyntaxKind::Parens || kind == SyntaxKind::Braces;
+}
+
+// A token that would be one with a token of these kinds before it.
+bool isWordLike(SyntaxKind kind) {
+  return kind >= SyntaxKind::Word && kind <= SyntaxKind::Comment;
+}
+
+}  // namespace
+
+void TextLayout::put(const SyntaxToken& token) {
+  if (token.kind == SyntaxKind::EndOfText) {
+    if (!isEmpty_) out_.newLine(0);
+    return;
+  }
+  if (token.isFirst) beginToken(token);
+  if (isList(last_)) {
+    putList(token);
+  } else {
+    putText(token);
+  }
+  if (token.isLast) endToken(token);
+}
+
+void TextLayout::beginToken(const SyntaxToken& token) {
+  if (!isInStatement_) {
+    beginStatement(token);
+  } else if (needsBlank(token)) {
+    out_.put(' ');
+  }
+  last_ = token.kind;
+  lastChar_ = token.kind == SyntaxKind::Punctuation ? token.text.front() : '\0';
+  isEmpty_ = false;
+  isInStatement_ = true;
+}
+
+// A comment behind a statement stays in its line, and another one keeps the indentation that it has
+// in a block. Blank lines before a statement become one.
+void TextLayout::beginStatement(const SyntaxToken& token) {
+  const bool isComment = token.kind == SyntaxKind::Comment;
+  if (isComment && !isEmpty_ && token.lineFeedsBefore == 0 && last_ != SyntaxKind::Comment) {
+    out_.put("  ");
+    return;
+  }
+  const bool isIndented =
+      token.is('.') || (isComment && isInBlock_ && token.range.begin.column > 1);
+  indent_ = isIndented ? BLOCK_INDENT : 0;
+  if (!isComment) isInBlock_ = isIndented;
+  if (!isEmpty_) {
+    if (token.lineFeedsBefore > 1) out_.newLine(0);
+    out_.newLine(indent_);
+  } else if (isIndented) {
+    out_.put("  ");
+  }
+}
+
+bool TextLayout::needsBlank(const SyntaxToken& token) const {
+  if (token.is('=')) return lastChar_ != '|';
+  if (token.is('|') || lastChar_ == '=') return true;
+  if (token.kind == SyntaxKind::Braces) return last_ == SyntaxKind::Brackets;
+  return isWordLike(token.kind) && isWordLike(last_);
+}
+
+void TextLayout::putText(const SyntaxToken& token) {
+  if (token.kind == SyntaxKind::String || token.kind == SyntaxKind::Unterminated) {
+    out_.putLines(token.text);
+  } else {
+    out_.put(token.text);
+  }
+}
+
+ListShape TextLayout::shape(SyntaxKind kind) const {
+  if (kind == SyntaxKind::Parens) return hasIndex_ ? ListShape() : shapeOfTuple(word_);
+  return hasIndex_ ? shapeOfBuffer(word_) : ListShape();
+}
+
+void TextLayout::putList(const SyntaxToken& token) {
+  if (token.isFirst) {
+    list_.begin(token.text.front(), shape(token.kind), indent_);
+    elements_ = vsa::ListReader();
+  }
+  elements_.add(token.text);
+  for (vsa::ListPart part; elements_.next(part);) list_.add(part.text, part.continues);
+  if (token.isLast) list_.end(last_ == SyntaxKind::Parens ? ')' : '}', elements_.endsInBlank());
+}
+
+void TextLayout::endToken(const SyntaxToken& token) {
+  hasIndex_ = token.kind == SyntaxKind::Brackets;
+  if (token.kind == SyntaxKind::Word && token.text.size() <= MAX_KEYWORD_BYTES) {
+    word_ = token.text;
+  } else if (!hasIndex_) {
+    word_.clear();
+  }
+  if (token.is(':')) isInBlock_ = true;
+  if (last_ == SyntaxKind::Comment || token.is(';') || token.is(':')) isInStatement_ = false;
+}
+
+bool formatText(vsa::SyntaxReader& reader, vsa::Sink& sink) {
+  TextLayout layout(sink);
+  while (true) {
+    const SyntaxToken token = reader.next();
+    layout.put(token);
+    if (token.kind == SyntaxKind::EndOfText) return layout.flush();
+  }
+}
+
+}  // namespace vsa_tools

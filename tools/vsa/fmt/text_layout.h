@@ -1,0 +1,49 @@
+// The canonical layout of a text. docs/formatting.md describes it.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include <vsa/syntax.h>
+#include "tools/vsa/fmt/list_layout.h"
+#include "tools/vsa/fmt/output_buffer.h"
+
+namespace vsa_tools {
+
+/// Writes the tokens of a text, each as it is written, with the white space of the canonical layout
+/// between them. Lists get that layout too.
+class TextLayout {
+ public:
+  explicit TextLayout(vsa::Sink& sink) : out_(sink), list_(out_) {}
+
+  /// Takes the next token or piece of one. With EndOfText, ends the text.
+  void put(const vsa::SyntaxToken& token);
+  /// Hands on what is still buffered. False if a write has failed.
+  bool flush() { return out_.flush(); }
+
+ private:
+  void beginToken(const vsa::SyntaxToken& token);
+  void beginStatement(const vsa::SyntaxToken& token);
+  bool needsBlank(const vsa::SyntaxToken& token) const;
+  void putText(const vsa::SyntaxToken& token);
+  void putList(const vsa::SyntaxToken& token);
+  ListShape shape(vsa::SyntaxKind kind) const;
+  void endToken(const vsa::SyntaxToken& token);
+
+  OutputBuffer out_;
+  ListLayout list_;
+  vsa::ListReader elements_;
+  std::size_t indent_ = 0;                             // of the statement
+  bool isInStatement_ = false;                         // a token of it is written
+  bool isInBlock_ = false;                             // the last statement belongs to a block
+  bool isEmpty_ = true;                                // nothing is written
+  vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the last token
+  char lastChar_ = 0;                                  // it, if it is punctuation
+  std::string word_;                                   // the last word, a keyword perhaps
+  bool hasIndex_ = false;                              // brackets stand behind the last word
+};
+
+/// Formats a text. False if the sink has failed. Throws what the reader of a source throws.
+bool formatText(vsa::SyntaxReader& reader, vsa::Sink& sink);
+
+}  // namespace vsa_tools
