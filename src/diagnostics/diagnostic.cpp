@@ -4,6 +4,7 @@
 #include <cstdarg>
 
 #include "diagnostics/emitter.h"
+#include "diagnostics/record_sink.h"
 #include "foundation/base/argument_list.h"
 #include "foundation/io/log_write.h"
 
@@ -12,6 +13,12 @@ namespace zn::korvo_sdk {
 namespace {
 
 thread_local DiagnosticSink* threadSink = nullptr;
+thread_local RecordSink* recordSink = nullptr;
+
+// A sink that was installed later gets lines, too.
+bool hasLines() {
+  return recordSink == nullptr || recordSink != threadSink;
+}
 
 LogLevel levelOf(Severity severity) {
   return severity == Severity::Warning ? LogLevel::Warning : LogLevel::Error;
@@ -52,8 +59,22 @@ DiagnosticError::DiagnosticError(const Diagnostic& diagnostic)
 
 DiagnosticError::~DiagnosticError() = default;
 
+ScopedRecordSink::ScopedRecordSink(RecordSink* sink) noexcept
+    : records_(sink), previous_(recordSink) {
+  recordSink = sink;
+}
+
+ScopedRecordSink::~ScopedRecordSink() {
+  recordSink = previous_;
+}
+
+bool isWanted(DiagnosticId id) {
+  return hasLines() || recordSink->wants(id);
+}
+
 void emit(const Diagnostic& diagnostic) {
   if (threadSink != nullptr) threadSink->report(diagnostic);
+  if (!hasLines()) return;
   zn::detail::writeLog(levelOf(diagnostic.severity()), diagnostic.logLine());
 }
 
@@ -66,7 +87,7 @@ void emitFatal(const std::runtime_error& error) {
       threadSink->report({DiagnosticId::HostError, String(error.what())});
     }
   }
-  zn::detail::writeLog(LogLevel::Error, String(error.what()));
+  if (hasLines()) zn::detail::writeLog(LogLevel::Error, String(error.what()));
 }
 
 namespace diagnostic_detail {

@@ -117,8 +117,8 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
 }
 
 // Decompresses the text from the "." up to the closing brace into the element memory. If the result
-// is shorter than the buffer, the rest stays zero.
-void expandElements(const AssignInfo& info, const Emitter& messages) {
+// is shorter than the buffer, the rest stays zero. Returns its length.
+std::size_t expandElements(const AssignInfo& info, const Emitter& messages) {
   const BufferValue& buffer = info.data.payload.buffer;
   const String& list = info.elementsToken.text;
   std::size_t length = 0;
@@ -126,6 +126,7 @@ void expandElements(const AssignInfo& info, const Emitter& messages) {
       expandCompressedText(reinterpret_cast<const unsigned char*>(list.buf()) + 1, list.len() - 2,
                            buffer.memory, static_cast<std::size_t>(buffer.bytes), length);
   if (problem) messages.fatalWithoutArguments(*problem);
+  return length;
 }
 
 // A session is asked each time that a run of this size is converted.
@@ -198,11 +199,12 @@ bool VsaParser::buffer(AssignInfo& info) {
     return true;
   }
   if (buffer.bytes == 0) return true;
-  if (session != nullptr) session->takeBuffer(buffer.bytes, expandedBytesAtMost(info));
+  if (session != nullptr && !session->takeBuffer(info, expandedBytesAtMost(info))) return true;
   allocateElements(info, messages);
   if (session != nullptr) session->hold(buffer.memory, buffer.bytes);
   if (isCompressed(info)) {
-    expandElements(info, messages);
+    const std::size_t length = expandElements(info, messages);
+    if (session != nullptr) session->endBuffer(info, length);
   } else {
     convertElements(info, messages, session);
   }

@@ -18,7 +18,10 @@ inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::m
 
 /// Upper bounds of one reading. A text may have exactly as much as a limit says. With more, the
 /// reading ends with ReadStatus::OverLimit and a diagnostic, before the library takes the memory
-/// for it. A limit of 0 allows nothing.
+/// for it. Only a buffer that is too large is left out, and the reading goes on: there is a
+/// diagnostic OverLimit that names the input, the declared count and what was written, the input
+/// gets its element type and stays empty, and the status at the end is OverLimit. A limit of 0
+/// allows nothing.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known before and too large, the
   /// text is not read at all.
@@ -28,9 +31,10 @@ struct ReadLimits {
   /// read. Strings and buffers count with their bytes. The rest is estimated, so that the process
   /// may take some two and a half times the limit for a text of many small objects.
   ///
-  /// If it is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus, for
-  /// each compressed buffer, its own size or what its text can expand to, whichever is less. A text
-  /// that writes what it declares stays below that.
+  /// If it is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus what
+  /// compressed buffers expand to. A text that writes what it declares stays below that. The
+  /// buffers of the text in all, replaced ones included, may then take seven eighths of it: each
+  /// takes the time to clear its memory.
   std::optional<std::uint64_t> memory = std::nullopt;
   /// Bytes of the elements of one buffer.
   std::uint64_t bufferBytes = UNLIMITED;
@@ -75,8 +79,9 @@ struct ReadOptions {
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;
-  /// How many diagnostics the outcome keeps, and how many bytes they may take. Those beyond are
-  /// counted only, but the one that ended the reading is always kept.
+  /// How many diagnostics the outcome keeps, and how many bytes they may take. The first one that
+  /// is too much and all after it are counted only, but the one that ended the reading is always
+  /// kept. Without `onDiagnostic`, those that are counted only cost no time for their texts.
   std::uint64_t keptDiagnostics = 10000;
   std::uint64_t keptDiagnosticBytes = std::uint64_t{64} << 20;
   /// Keeps comments, version and time that the scene has. Otherwise they are reset before the text

@@ -115,7 +115,7 @@ template <class Body>
 void Reading::guarded(const Body& body) noexcept {
   try {
     const zn::ScopedLogSink log(this);
-    const zn::korvo_sdk::ScopedDiagnosticSink diagnostics(this);
+    const zn::korvo_sdk::ScopedRecordSink records(this);
     body();
   } catch (const ReadStopped&) {
     // The status was set where it was thrown.
@@ -151,7 +151,7 @@ void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_
   size_ = size && *size != 0 ? size : std::nullopt;
   skipsBuffers = options_.buffers == BufferMode::Skip;
   dropsNodes = !options_.wantedNames.empty() || !options_.wantedTypes.empty();
-  literalsRaiseMemory = !options_.limits.memory;
+  isDefaultMemory = !options_.limits.memory;
   limits = {options_.limits.nodes, options_.limits.elements, options_.limits.depth,
             options_.limits.bufferBytes,
             options_.limits.memory.value_or(defaultMemory(size_.value_or(0)))};
@@ -193,7 +193,16 @@ bool Reading::parseWith(Lexer& lexer) {
 
 void Reading::finish(bool isParsed) {
   outcome_.applied.linksResolved = isParsed;
-  if (isParsed) finishCutOff();
+  if (!isParsed) return;
+  finishRefused();
+  finishCutOff();
+}
+
+// A reading goes on behind a buffer that it leaves out.
+void Reading::finishRefused() {
+  if (!refusedFor_) return;
+  ending_.set(ReadStatus::OverLimit, refusal_);
+  outcome_.limit = refusedFor_;
 }
 
 // The parser takes a string or a list that is cut off where a statement begins for the end.
@@ -231,7 +240,7 @@ void Reading::afterBlock(std::string_view block) {
   index_->setEnd(index_->end() + block.size());
   store_->addBlock(block);
   checkTextBytes(index_->end());
-  const bool grows = literalsRaiseMemory && !size_ && limits.memory < UNLIMITED / 2;
+  const bool grows = isDefaultMemory && !size_ && limits.memory < UNLIMITED / 2;
   if (grows) limits.memory += MEMORY_PER_BYTE * block.size();
 }
 

@@ -22,6 +22,7 @@
 #include "api/reading/text/text_index.h"
 #include "api/reading/text/text_store.h"
 #include "api/reading/wanted_nodes.h"
+#include "diagnostics/record_sink.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/parser.h"
 
@@ -29,7 +30,7 @@ namespace vsa {
 
 class Reading final : public zn::korvo_sdk::impl::ReadSession,
                       public BlockObserver,
-                      public zn::korvo_sdk::DiagnosticSink,
+                      public zn::korvo_sdk::RecordSink,
                       public zn::LogSink {
  public:
   using IInput = zn::korvo_sdk::interfaces::IInput;
@@ -56,17 +57,18 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void afterBlock(std::string_view block) override;
 
   // ReadSession.
-  void skipBuffer(AssignInfo& info) override;
   [[noreturn]] void exceed(Budget budget) override;
   void poll() override;
   std::uint64_t bytesHeldBy(IInput& input) override;
-  void keepSkipped(IInput& input, const AssignInfo& info) override;
+  void keepSkipped(IInput& input, const AssignInfo& info, std::uint64_t count) override;
+  void refuse(Refusal refusal, const AssignInfo& info) override;
   bool isDroppedNode(INode& node) override;
   void dropLink(IInput& input) override;
   bool isKeptLink(IInput& input, INode& node) override;
   bool isOfLibrary(IInput& input) override;
 
-  // DiagnosticSink, LogSink.
+  // RecordSink, LogSink.
+  bool wants(zn::korvo_sdk::DiagnosticId id) override;
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
   void write(zn::LogLevel level, const zn::String& text) override;
 
@@ -83,6 +85,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   bool parseWith(Lexer& lexer);
   void finish(bool isParsed);
   void finishCutOff();
+  void finishRefused();
   void endAtSceneLimit(Limit limit, const zn::String& line);
   void endByError(const zn::korvo_sdk::Diagnostic& record);
   [[noreturn]] void stopAtLimit(Limit limit, const std::string& message);
@@ -104,9 +107,9 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   std::unique_ptr<DiagnosticRecorder> recorder_;
   std::optional<std::uint64_t> size_;
   Clock::time_point lastProgress_;
-  std::uint64_t skippedCount_ = 0;   // elements of the buffer that is being skipped
   std::uint64_t recordedBytes_ = 0;  // of diagnostics, as far as they are counted as memory
-  bool isLineExpected_ = false;      // the log line of the record reported last is still to come
+  std::optional<Limit> refusedFor_;  // the limit that the first buffer left out goes beyond
+  std::string refusal_;              // the message about it
 };
 
 }  // namespace vsa

@@ -12,7 +12,6 @@ namespace vsa {
 namespace {
 
 using zn::korvo_sdk::AttrType;
-using zn::korvo_sdk::BufferValue;
 using zn::korvo_sdk::impl::AssignInfo;
 using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
@@ -26,6 +25,9 @@ TextPlace placeOf(const Token& token) {
   return {token.line, token.column};
 }
 
+constexpr const char* HOW_TO_ALLOW = "; raise the limit of memory to allow it";
+constexpr std::size_t MAX_PATH_IN_MESSAGE = 200;
+
 // The number of fields in a list of numbers, as the lexer has normalised it.
 std::uint64_t numbersIn(std::string_view list) {
   std::uint64_t numbers = 0;
@@ -35,14 +37,25 @@ std::uint64_t numbersIn(std::string_view list) {
   return numbers;
 }
 
-// "float[3] (12 bytes, 1 number written)" of a statement with a buffer literal.
-std::string describedBuffer(const AssignInfo& info) {
-  const std::uint64_t numbers = numbersIn(info.elementsToken.text.view());
-  std::string text(info.valueToken.text.view());
+// "3 numbers written", "44 bytes of compressed text written".
+std::string describedElements(std::string_view list) {
+  if (list.size() > 2 && list[1] == '.') {
+    return std::to_string(list.size() - 2) + " bytes of compressed text written";
+  }
+  const std::uint64_t numbers = numbersIn(list);
+  return std::to_string(numbers) + (numbers == 1 ? " number written" : " numbers written");
+}
+
+// "the buffer float[3] of sun.points (12 bytes, 1 number written)". A long path is cut.
+std::string describedBuffer(const AssignInfo& info, std::string_view path) {
+  std::string text("the buffer ");
+  text += info.valueToken.text.view();
   text += info.countToken.text.view();
+  text += " of ";
+  text += path.substr(0, MAX_PATH_IN_MESSAGE);
+  if (path.size() > MAX_PATH_IN_MESSAGE) text += "...";
   text += " (" + std::to_string(info.data.payload.buffer.bytes) + " bytes, ";
-  text += std::to_string(numbers) + (numbers == 1 ? " number written)" : " numbers written)");
-  return text;
+  return text + describedElements(info.elementsToken.text.view()) + ')';
 }
 
 }  // namespace
@@ -50,8 +63,6 @@ std::string describedBuffer(const AssignInfo& info) {
 // --- limits ---
 
 void Reading::exceed(Budget budget) {
-  const AssignInfo* const info = assignment();
-  const bool isBuffer = info != nullptr && info->data.type == AttrType::Buffer;
   switch (budget) {
     case Budget::Nodes:
       stopAtLimit(Limit::Nodes, "more than " + std::to_string(limits.nodes) + " nodes");
@@ -60,17 +71,30 @@ void Reading::exceed(Budget budget) {
                   "more than " + std::to_string(limits.elements) + " array elements");
     case Budget::Depth:
       stopAtLimit(Limit::Depth, "a path of more than " + std::to_string(limits.depth) + " inputs");
-    case Budget::BufferBytes:
-      stopAtLimit(Limit::BufferBytes, "the buffer " + describedBuffer(*info) +
-                                          " is larger than the limit of " +
-                                          std::to_string(limits.bufferBytes) + " bytes");
     case Budget::Memory:
-      stopAtLimit(Limit::Memory,
-                  (isBuffer ? "the buffer " + describedBuffer(*info) : std::string("the text")) +
-                      " needs more memory than the limit of " + std::to_string(limits.memory) +
-                      " bytes; raise the limit of memory to allow it");
+      stopAtLimit(Limit::Memory, "the text needs more memory than the limit of " +
+                                     std::to_string(limits.memory) + " bytes" + HOW_TO_ALLOW);
   }
   stopAtLimit(Limit::Memory, "over a limit");
+}
+
+// The first one is described even if no diagnostic is kept: it is the message of the outcome.
+void Reading::refuse(Refusal refusal, const AssignInfo& info) {
+  if (refusedFor_ && !recorder_->wants(Severity::Error)) return;
+  std::string message = describedBuffer(info, recorder_->statementPath());
+  if (refusal == Refusal::BufferBytes) {
+    message += " is larger than the limit of " + std::to_string(limits.bufferBytes) + " bytes";
+  } else {
+    message += refusal == Refusal::Memory ? " needs" : " and those before it need";
+    message += " more memory than the limit of " + std::to_string(limits.memory);
+    message += " bytes leaves for buffers";
+    message += HOW_TO_ALLOW;
+  }
+  if (!refusedFor_) {
+    refusedFor_ = refusal == Refusal::BufferBytes ? Limit::BufferBytes : Limit::Memory;
+    refusal_ = message;
+  }
+  recorder_->add(DiagnosticId::OverLimit, Severity::Error, false, std::move(message));
 }
 
 void Reading::stopAtLimit(Limit limit, const std::string& message) {
@@ -88,21 +112,13 @@ std::uint64_t Reading::bytesHeldBy(IInput& input) {
 
 // --- skipped buffers ---
 
-// The input gets a buffer of the type without elements.
-void Reading::skipBuffer(AssignInfo& info) {
-  BufferValue& buffer = info.data.payload.buffer;
-  skippedCount_ = buffer.count;
-  buffer.count = 0;
-  buffer.bytes = 0;
-}
-
-void Reading::keepSkipped(IInput& input, const AssignInfo& info) {
+void Reading::keepSkipped(IInput& input, const AssignInfo& info, std::uint64_t count) {
   const zn::String path = input.path();
   charge(sizeof(SkippedBuffer) + path.len());
   SkippedBuffer skipped;
   skipped.inputPath = path.view();
   skipped.type = info.data.payload.buffer.type;
-  skipped.count = skippedCount_;
+  skipped.count = count;
   const std::uint64_t keywordEnd = index_->offsetOf(placeOf(info.valueToken)) + 1;
   const std::uint64_t end = index_->offsetOf(placeOf(info.elementsToken)) + 1;
   skipped.literal = index_->rangeOf(keywordEnd - info.valueToken.text.len(), end);
@@ -172,8 +188,12 @@ std::uint64_t Reading::linksTotal() const noexcept {
 
 // --- diagnostics ---
 
+bool Reading::wants(zn::korvo_sdk::DiagnosticId id) {
+  const bool isWarning = rowOf(id).severity == zn::korvo_sdk::Severity::Warning;
+  return recorder_->wants(isWarning ? Severity::Warning : Severity::Error);
+}
+
 void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
-  isLineExpected_ = true;
   const bool isFatal = diagnostic.severity() == zn::korvo_sdk::Severity::Fatal;
   if (isFatal) endByError(diagnostic);
   recorder_->add(diagnostic);
@@ -183,9 +203,8 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
   recordedBytes_ = bytes;
 }
 
-// The line of a record repeats it. Any other line is a message of the host's scene.
+// A message of the host's scene: records have no lines.
 void Reading::write(zn::LogLevel level, const zn::String& text) {
-  if (std::exchange(isLineExpected_, false)) return;
   const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()));
 }

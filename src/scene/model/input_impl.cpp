@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "diagnostics/emitter.h"
+#include "diagnostics/record_sink.h"
 #include "scene/model/node_impl.h"
 #include "scene/model/output_impl.h"
 #include "scene/model/scene_storage.h"
@@ -215,6 +216,7 @@ void InputImpl::setNode(interfaces::INode* node) {
 
 void InputImpl::warnOfNode(interfaces::INode* node) const {
   const String name = node == nullptr ? String("null") : node->name();
+  if (!isWanted(DiagnosticId::CannotAssignNode)) return;
   Emitter().log(DiagnosticId::CannotAssignNode, name, path(), typeName());
 }
 

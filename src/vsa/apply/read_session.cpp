@@ -5,13 +5,59 @@
 
 namespace zn::korvo_sdk::impl {
 
-void ReadSession::takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes) {
-  if (bytes > limits.bufferBytes) exceed(Budget::BufferBytes);
-  if (literalsRaiseMemory) {
-    const std::uint64_t written = std::min(bytes, expandedBytes);
-    limits.memory += std::min(written, Limits::NONE - limits.memory);
+bool ReadSession::takeBuffer(AssignInfo& info, std::uint64_t expandedBytes) {
+  const std::uint64_t bytes = info.data.payload.buffer.bytes;
+  raiseMemory(std::min(bytes, expandedBytes));
+  if (!admitsBuffer(info)) {
+    skipBuffer(info);
+    return false;
   }
   charge(bytes);
+  bufferBytes_ += bytes;
+  return true;
+}
+
+void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
+  raisedBytes_ = isDefaultMemory ? std::min(bytes, Limits::NONE - limits.memory) : 0;
+  limits.memory += raisedBytes_;
+}
+
+void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
+  limits.memory -= raisedBytes_ - std::min(raisedBytes_, length);
+  if (memory_ <= limits.memory &&
+      (!isDefaultMemory || bufferBytes_ <= limits.memory - limits.memory / 8))
+    return;
+  refuse(Refusal::Memory, info);
+  bufferBytes_ -= info.data.payload.buffer.bytes;
+  dropValue();
+  info.data.payload.buffer.memory = nullptr;
+  skipBuffer(info);
+}
+
+// By default, buffers leave an eighth of the limit to the rest of the text, so that the reading can
+// go on behind a buffer that is left out.
+bool ReadSession::admitsBuffer(const AssignInfo& info) {
+  const std::uint64_t rest = isDefaultMemory ? limits.memory / 8 : 0;
+  const std::uint64_t forBuffers = limits.memory - rest;
+  const std::uint64_t bytes = info.data.payload.buffer.bytes;
+  if (bytes > limits.bufferBytes) {
+    refuse(Refusal::BufferBytes, info);
+  } else if (limits.memory != Limits::NONE && bytes > forBuffers - std::min(forBuffers, memory_)) {
+    refuse(Refusal::Memory, info);
+  } else if (isDefaultMemory && bytes > forBuffers - bufferBytes_) {
+    refuse(Refusal::BuffersInAll, info);
+  } else {
+    return true;
+  }
+  return false;
+}
+
+// The input gets a buffer of the type without elements.
+void ReadSession::skipBuffer(AssignInfo& info) {
+  BufferValue& buffer = info.data.payload.buffer;
+  skippedCount_ = buffer.count;
+  buffer.count = 0;
+  buffer.bytes = 0;
 }
 
 // A node that is not kept gets values of each type without their memory.
@@ -29,7 +75,7 @@ void ReadSession::handOverMemory(interfaces::IInput& input, AttrData& value) {
   if (isBuffer || heldBytes_ >= MIN_REPLACED_BYTES) {
     memory_ -= std::min(memory_, bytesHeldBy(input));
   }
-  if (isBuffer && skipsBuffers) keepSkipped(input, *assignment_);
+  if (isBuffer && skipsBuffers) keepSkipped(input, *assignment_, skippedCount_);
   held_ = nullptr;
   heldBytes_ = 0;
 }

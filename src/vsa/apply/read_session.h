@@ -28,7 +28,9 @@ struct TextPlace {
 
 class ReadSession {
  public:
-  enum class Budget : std::uint8_t { Nodes, Elements, Depth, BufferBytes, Memory };
+  enum class Budget : std::uint8_t { Nodes, Elements, Depth, Memory };
+  /// Why a buffer is left out: it, or it and those before it, are larger than a limit.
+  enum class Refusal : std::uint8_t { BufferBytes, Memory, BuffersInAll };
 
   /// Upper bounds. Memory is in bytes, depth in levels of inputs.
   struct Limits {
@@ -54,9 +56,11 @@ class ReadSession {
 
   Limits limits;
   Counts counts;
-  bool skipsBuffers = false;         ///< Buffer literals are described and not converted.
-  bool dropsNodes = false;           ///< Values and links of some nodes are not kept.
-  bool literalsRaiseMemory = false;  ///< The limit of memory grows by what literals expand to.
+  bool skipsBuffers = false;  ///< Buffer literals are described and not converted.
+  bool dropsNodes = false;    ///< Values and links of some nodes are not kept.
+  /// The limit of memory grows by what literals expand to, and bounds the buffers of the text in
+  /// all, replaced ones included: each costs the time to clear its memory.
+  bool isDefaultMemory = false;
 
   // Where the parser is. For diagnostics.
 
@@ -129,9 +133,13 @@ class ReadSession {
     if (isDropped_) dropLink(input);
   }
   void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
-  /// Called when type, count and size of a buffer are known, before its memory is taken.
+  /// Called when type, count and size of a buffer are known, before its memory is taken. Returns
+  /// whether it may be. If not, the input gets a buffer of the type without elements.
   /// `expandedBytes`: an upper bound of what its compressed text expands to; 0 for a list.
-  void takeBuffer(std::uint64_t bytes, std::uint64_t expandedBytes);
+  bool takeBuffer(AssignInfo& info, std::uint64_t expandedBytes);
+  /// Called when the compressed text of the buffer has expanded to `length` bytes, which may be too
+  /// few for the memory that it took. The buffer then becomes one without elements.
+  void endBuffer(AssignInfo& info, std::uint64_t length);
 
   /// Owns the memory of a value until an input takes it. `memory` came from malloc or calloc.
   void hold(void* memory, std::uint64_t bytes) noexcept {
@@ -161,7 +169,7 @@ class ReadSession {
   }
 
   /// Describes a buffer literal that is not converted.
-  virtual void skipBuffer(AssignInfo& info) = 0;
+  void skipBuffer(AssignInfo& info);
 
   /// Bytes that the reading has taken and that are still in use, as far as they are known.
   std::uint64_t memory() const noexcept { return memory_; }
@@ -192,8 +200,11 @@ class ReadSession {
   virtual void poll() = 0;
   /// Bytes of the value that `input` holds and will free when it is given another.
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
-  /// A skipped buffer literal is about to be assigned to `input`.
-  virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info) = 0;
+  /// A buffer literal of `count` elements that is skipped is about to be assigned to `input`.
+  virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info,
+                           std::uint64_t count) = 0;
+  /// Reports a buffer that is left out.
+  virtual void refuse(Refusal refusal, const AssignInfo& info) = 0;
   // For `dropsNodes`.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
@@ -218,6 +229,8 @@ class ReadSession {
   void freeValue() noexcept;
   void handOverMemory(interfaces::IInput& input, AttrData& value);
   void overcharge(std::uint64_t bytes);
+  bool admitsBuffer(const AssignInfo& info);
+  void raiseMemory(std::uint64_t bytes) noexcept;
   // All names and indices on the path but the node's name.
   std::uint64_t inputsOnPath() const noexcept;
 
@@ -227,7 +240,10 @@ class ReadSession {
   std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
-  std::uint64_t memory_ = 0;  // at most limits.memory, which never shrinks
+  std::uint64_t memory_ = 0;        // at most limits.memory
+  std::uint64_t bufferBytes_ = 0;   // of all buffers of the text
+  std::uint64_t raisedBytes_ = 0;   // what the limit of memory grew by for the last buffer
+  std::uint64_t skippedCount_ = 0;  // elements of the buffer that is skipped
   bool isResolving_ = false;
   bool isDropped_ = false;  // the node of the current assignment is not kept
 };

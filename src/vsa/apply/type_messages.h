@@ -4,6 +4,7 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
+#include "diagnostics/record_sink.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -18,18 +19,21 @@ namespace zn::korvo_sdk::impl {
 /// The value is converted and applied.
 inline void emitNarrowing(const Emitter& emitter, const String& typeName,
                           const interfaces::IInput& input) {
+  if (!isWanted(DiagnosticId::Narrowing)) return;
   emitter.log(DiagnosticId::Narrowing, typeName, input.typeName(), input.path());
 }
 
 /// The statement changes nothing.
 inline void emitWrongType(const Emitter& emitter, const String& found,
                           const interfaces::IInput& input) {
+  if (!isWanted(DiagnosticId::WrongType)) return;
   emitter.log(DiagnosticId::WrongType, input.typeName(), input.path(), found);
 }
 
 /// The value stays assigned.
 inline void emitBadEnumValue(const Emitter& emitter, const String& value,
                              const interfaces::IInput& input) {
+  if (!isWanted(DiagnosticId::BadEnumValue)) return;
   emitter.log(DiagnosticId::BadEnumValue, value, input.path());
 }
 

@@ -1,6 +1,7 @@
 // Limits: each is met before the memory in question is taken, and reported by its name.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -32,6 +33,23 @@ void expectOver(Limit limit, const ReadResult& result) {
   EXPECT_EQ(result.diagnostics.back().id, vsa::DiagnosticId::OverLimit);
   EXPECT_TRUE(result.diagnostics.back().endedReading);
   EXPECT_EQ(result.diagnostics.back().message, result.message);
+}
+
+// A buffer that is left out does not end the reading.
+void expectLeftOut(Limit limit, const ReadResult& result) {
+  EXPECT_EQ(result.status, ReadStatus::OverLimit);
+  EXPECT_EQ(result.limit, limit);
+  EXPECT_TRUE(result.applied.linksResolved);
+  ASSERT_FALSE(result.diagnostics.empty());
+  const auto isOverLimit = [](const vsa::Diagnostic& found) {
+    return found.id == vsa::DiagnosticId::OverLimit;
+  };
+  const auto first =
+      std::find_if(result.diagnostics.begin(), result.diagnostics.end(), isOverLimit);
+  ASSERT_NE(first, result.diagnostics.end());
+  EXPECT_EQ(first->message, result.message);
+  EXPECT_FALSE(first->endedReading);
+  EXPECT_FALSE(result.diagnostics.back().endedReading);
 }
 
 TEST(ReadLimits, TextBytesAllowATextOfJustThatLength) {
@@ -103,26 +121,92 @@ TEST(ReadLimits, BufferBytesAreCheckedBeforeTheBufferIsTaken) {
   const ReadOptions twelve = limitedTo({.bufferBytes = 12});
   EXPECT_TRUE(vsa::readText("a x; x.b = vec3f[1] {1 2 3};", twelve).isComplete());
   const ReadResult result = vsa::readText("a x; x.b = float[4] {1 2};", twelve);
-  expectOver(Limit::BufferBytes, result);
-  EXPECT_EQ(result.message,
-            "the buffer float[4] (16 bytes, 2 numbers written) is larger than the limit of 12 "
-            "bytes");
+  expectLeftOut(Limit::BufferBytes, result);
+  EXPECT_EQ(
+      result.message,
+      "the buffer float[4] of x.b (16 bytes, 2 numbers written) is larger than the limit of 12 "
+      "bytes");
   EXPECT_EQ(result.diagnostics.back().inputPath, "x.b");
 }
 
 TEST(ReadLimits, MemoryBoundsWhatIsDeclaredAndNotWritten) {
   std::string text = "a x:\n";
   for (int i = 0; i < 2000; ++i) text += ".a" + std::to_string(i) + " = byte[131000] {1};\n";
-  expectOver(Limit::Memory, vsa::readText(text));
+  expectLeftOut(Limit::Memory, vsa::readText(text));
   EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = vsa::UNLIMITED})).isComplete());
   EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = 300'000'000})).isComplete());
-  expectOver(Limit::Memory, vsa::readText("a x; x.b = byte[30000000000] {1};"));
+}
+
+TEST(ReadLimits, ABufferThatIsLeftOutIsEmptyAndTheReadingGoesOn) {
+  const ReadResult result =
+      vsa::readText("a x; x.b = byte[3] {1 2 3}; x.b = byte[30000000000] {1 2}; a y; x.r = y;");
+  expectLeftOut(Limit::Memory, result);
+  EXPECT_EQ(result.message,
+            "the buffer byte[30000000000] of x.b (30000000000 bytes, 2 numbers written) needs more "
+            "memory than the limit of 67116064 bytes leaves for buffers; raise the limit of memory "
+            "to allow it");
+  const vsa::Diagnostic& found = result.diagnostics[0];
+  EXPECT_EQ(found.inputPath, "x.b");
+  EXPECT_EQ(found.severity, vsa::Severity::Error);
+  EXPECT_EQ(found.range.begin.offset, 38U);
+  EXPECT_EQ(found.range.end.offset, 51U);
+  EXPECT_EQ(result.scene["x"]["b"].buffer().count(), 0U);
+  EXPECT_EQ(result.scene["x"]["b"].buffer().elementType(), zn::korvo_sdk::DataType::Byte);
+  EXPECT_EQ(result.scene["x"]["r"].node().name(), "y");
+}
+
+TEST(ReadLimits, AnErrorBehindABufferThatIsLeftOutDecidesTheStatus) {
+  const std::string text = "a x; x.b = byte[30000000000] {1}; ";
+  EXPECT_EQ(vsa::readText(text + "gone.x = 1;").status, ReadStatus::StoppedByError);
+  EXPECT_EQ(vsa::readText(text + "gone.x = 1;").limit, std::nullopt);
+  EXPECT_EQ(vsa::readText(text + "x.c =").status, ReadStatus::CutOff);
+  EXPECT_EQ(vsa::readText(text + "\"x").status, ReadStatus::CutOff);
+}
+
+TEST(ReadLimits, BuffersThatAreLeftOutCountAsDiagnostics) {
+  std::string text = "a x:\n";
+  for (int i = 0; i < 20; ++i) text += ".b = byte[30000000000] {1};\n";
+  ReadOptions options;
+  options.keptDiagnostics = 3;
+  ReadResult result = vsa::readText(text, options);
+  expectLeftOut(Limit::Memory, result);
+  EXPECT_EQ(result.diagnostics.size(), 3U);
+  EXPECT_EQ(result.droppedDiagnostics, 17U);
+  EXPECT_EQ(result.errorCount, 20U);
+  options.limits.diagnostics = 5;
+  expectOver(Limit::Diagnostics, vsa::readText(text, options));
+}
+
+// A compressed text may expand to less than its length allows.
+TEST(ReadLimits, MemoryGrowsByWhatCompressedBuffersExpandTo) {
+  const std::string oneByte = ".78da4b040000620062";
+  std::string text = "a x:\n";
+  for (int i = 0; i < 40'000; ++i) {
+    text += ".b" + std::to_string(i) + " = byte[9000] {" + oneByte + "};\n";
+  }
+  expectLeftOut(Limit::Memory, vsa::readText(text));
+  ReadResult one = vsa::readText("a x; x.b = byte[9000] {" + oneByte + "};");
+  EXPECT_TRUE(one.isComplete()) << one.message;
+  one = vsa::readText("a x; x.b = byte[70000000000] {" + oneByte + "};");
+  expectLeftOut(Limit::Memory, one);
+  EXPECT_NE(one.message.find("19 bytes of compressed text written"), std::string::npos);
 }
 
 TEST(ReadLimits, MemoryOfReplacedValuesIsGivenBack) {
   std::string text = "a x:\n";
   for (int i = 0; i < 100; ++i) text += ".b = byte[10000000] {1};\n";
-  EXPECT_TRUE(vsa::readText(text).isComplete());
+  EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = 30'000'000})).isComplete());
+}
+
+// Each takes the time to clear its memory.
+TEST(ReadLimits, TheDefaultBoundsBuffersThatAreReplaced) {
+  std::string text = "a x:\n";
+  for (int i = 0; i < 100; ++i) text += ".b = byte[10000000] {1};\n";
+  const ReadResult result = vsa::readText(text);
+  expectLeftOut(Limit::Memory, result);
+  EXPECT_NE(result.message.find(" and those before it need more memory "), std::string::npos)
+      << result.message;
+  EXPECT_EQ(result.errorCount, 95U);
 }
 
 TEST(ReadLimits, MemoryGrowsWithTheText) {
@@ -190,8 +274,8 @@ TEST(ReadLimits, ZeroAllowsNothing) {
   expectOver(Limit::Nodes, vsa::readText("a x;", limitedTo({.nodes = 0})));
   expectOver(Limit::Elements, vsa::readText("a x; x.v[0] = 1;", limitedTo({.elements = 0})));
   expectOver(Limit::Depth, vsa::readText("a x; x.v = 1;", limitedTo({.depth = 0})));
-  expectOver(Limit::BufferBytes,
-             vsa::readText("a x; x.b = byte[1] {1};", limitedTo({.bufferBytes = 0})));
+  expectLeftOut(Limit::BufferBytes,
+                vsa::readText("a x; x.b = byte[1] {1};", limitedTo({.bufferBytes = 0})));
   expectOver(Limit::Memory, vsa::readText("a x;", limitedTo({.memory = 0})));
   expectOver(Limit::Diagnostics, vsa::readText("# version: x", limitedTo({.diagnostics = 0})));
 }

@@ -125,8 +125,11 @@ TEST(WantedNodes, WorkForAHostsScene) {
 TEST(WantedNodes, TakeNoMemoryForValuesThatAreDropped) {
   std::string text = "mesh m:\n";
   for (int i = 0; i < 200; ++i) text += ".b" + std::to_string(i) + " = byte[1000000] {1};\n";
-  EXPECT_EQ(vsa::readText(text).status, vsa::ReadStatus::OverLimit);
-  EXPECT_TRUE(vsa::readText(text, wanting({"other"})).isComplete());
+  vsa::ReadOptions options;
+  options.limits.memory = 100'000'000;
+  EXPECT_EQ(vsa::readText(text, options).status, vsa::ReadStatus::OverLimit);
+  options.wantedNames = {"other"};
+  EXPECT_TRUE(vsa::readText(text, options).isComplete());
 }
 
 }  // namespace

@@ -64,12 +64,12 @@ TEST_F(ReadArgumentsTest, ARefusedBufferTakesNothingFromTheNextFile) {
   std::string evil = "t n;\n";
   for (int i = 0; i < 100; ++i) {
     evil +=
-        "n.a" + std::to_string(i) + " = 1;\nn.a" + std::to_string(i) + " = byte[60000000] {1};\n";
+        "n.a" + std::to_string(i) + " = 1;\nn.a" + std::to_string(i) + " = byte[50000000] {1};\n";
   }
   write("evil.vsa", evil);
-  write("good.vsa", "t n: .b = byte[60000000] {1};\n");
+  write("good.vsa", "t n: .b = byte[50000000] {1};\n");
   EXPECT_EQ(statusOf("ulimit -v 400000 && " VSA_COMMAND " check evil.vsa good.vsa 2>stderr.txt"),
-            0);
+            1);
   EXPECT_EQ(content("stderr.txt").find("good.vsa: error"), std::string::npos);
 }
 #endif

@@ -58,6 +58,14 @@ DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& 
       parser_(parser) {
 }
 
+bool DiagnosticRecorder::wants(Severity severity) {
+  if (options_.onDiagnostic != nullptr || !keepsNoMore()) return true;
+  count(severity);
+  ++outcome_.droppedDiagnostics;
+  checkLimit(false);
+  return false;
+}
+
 void DiagnosticRecorder::add(const Record& record) {
   const bool ended = record.severity() == zn::korvo_sdk::Severity::Fatal;
   count(severityOf(record));
@@ -76,7 +84,7 @@ void DiagnosticRecorder::add(const Record& record) {
     blame(diagnostic, record);
     deliver(std::move(diagnostic));
   } else {
-    ++outcome_.droppedDiagnostics;
+    drop();
   }
   checkLimit(ended);
 }
@@ -85,8 +93,8 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
                              std::string message) {
   count(severity);
   if (!isWanted(endedReading, message.size())) {
-    ++outcome_.droppedDiagnostics;
-    return;
+    drop();
+    return checkLimit(endedReading);
   }
   Diagnostic diagnostic;
   diagnostic.id = id;
@@ -96,6 +104,7 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
   diagnostic.inputPath = statementPath();
   blame(diagnostic);
   deliver(std::move(diagnostic));
+  checkLimit(endedReading);
 }
 
 // Without a callback, a diagnostic that is not kept is not put together: its path may be long.
@@ -104,9 +113,17 @@ bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes)
          fits(sizeof(Diagnostic) + messageBytes);
 }
 
+void DiagnosticRecorder::drop() noexcept {
+  isFull_ = true;
+  ++outcome_.droppedDiagnostics;
+}
+
+bool DiagnosticRecorder::keepsNoMore() const noexcept {
+  return isFull_ || outcome_.diagnostics.size() >= options_.keptDiagnostics;
+}
+
 bool DiagnosticRecorder::fits(std::uint64_t bytes) const noexcept {
-  return outcome_.diagnostics.size() < options_.keptDiagnostics &&
-         bytes <= options_.keptDiagnosticBytes &&
+  return !keepsNoMore() && bytes <= options_.keptDiagnosticBytes &&
          keptBytes_ <= options_.keptDiagnosticBytes - bytes;
 }
 
@@ -115,10 +132,7 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
     ending_.callHost([&] { options_.onDiagnostic(diagnostic); });
   }
   const std::uint64_t bytes = bytesOf(diagnostic);
-  if (!fits(bytes) && !diagnostic.endedReading) {
-    ++outcome_.droppedDiagnostics;
-    return;
-  }
+  if (!fits(bytes) && !diagnostic.endedReading) return drop();
   keep(std::move(diagnostic));
   keptBytes_ += bytes;
 }
@@ -223,7 +237,6 @@ std::string DiagnosticRecorder::withNodeName() const {
   return parser_.withNode == nullptr ? std::string() : stringOf(parser_.withNode->name());
 }
 
-// The left-hand side of the current assignment, with the name of the node.
 std::string DiagnosticRecorder::statementPath() const {
   const ReadSession* const session = parser_.session;
   if (session == nullptr || session->path().empty()) return {};

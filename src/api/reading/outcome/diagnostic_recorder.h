@@ -24,19 +24,28 @@ class DiagnosticRecorder {
   DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome, Ending& ending,
                      TextStore& store, TextIndex& index, const VsaParser& parser);
 
+  /// Whether a diagnostic of that severity, which does not end the reading, may be kept or
+  /// delivered. If not, counts it. May throw ReadStopped.
+  bool wants(Severity severity);
   /// Records what the reader reports. May throw ReadStopped: the limit of diagnostics, or what a
   /// callback throws.
   void add(const Record& record);
   /// Records a problem that the reader does not report, at the token consumed last.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message);
 
+  /// The left-hand side of the current assignment, with the name of the node. Empty if there is no
+  /// assignment.
+  std::string statementPath() const;
+
   /// Bytes of the diagnostics that are kept.
   std::uint64_t keptBytes() const noexcept { return keptBytes_; }
 
  private:
   bool isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept;
+  bool keepsNoMore() const noexcept;
   // Whether a diagnostic of that size is kept.
   bool fits(std::uint64_t bytes) const noexcept;
+  void drop() noexcept;
   void deliver(Diagnostic&& diagnostic);
   void keep(Diagnostic&& diagnostic);
   void count(Severity severity) noexcept;
@@ -46,7 +55,6 @@ class DiagnosticRecorder {
   void blame(Diagnostic& diagnostic);
   void setRange(Diagnostic& diagnostic, std::uint64_t start, const Mistake& mistake);
   std::string inputPathOf(const Record& record) const;
-  std::string statementPath() const;
   std::string withNodeName() const;
 
   const ReadOptions& options_;
@@ -56,6 +64,7 @@ class DiagnosticRecorder {
   TextIndex& index_;
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;
+  bool isFull_ = false;                // a diagnostic was too large to keep
   std::uint64_t blamedStatement_ = 0;  // where the statement of the current one begins
   std::uint64_t statement_ = 0;        // where the statement of the last kept one begins
   std::size_t firstOfStatement_ = 0;   // the first kept one of that statement

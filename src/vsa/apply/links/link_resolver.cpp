@@ -3,6 +3,7 @@
 #include <vsa/foundation/string_vector.h>
 #include <vsa/scene/name_update.h>
 #include "diagnostics/emitter.h"
+#include "diagnostics/record_sink.h"
 #include "foundation/base/prefetch.h"
 #include "scene/node_prefetch.h"
 
@@ -88,10 +89,12 @@ void LinkResolver::connect(IInput& input, const String& nodeName, const String& 
                            const PendingLink& link) {
   interfaces::INode* const node = scene_.findNode(nodeName);
   if (node == nullptr) {
+    if (!isWanted(DiagnosticId::NoNodeToConnect)) return;
     return Emitter().log(DiagnosticId::NoNodeToConnect, nodeName, input.path());
   }
   interfaces::IOutput* const output = node->output(updateOutputName(node->type(), outputName));
   if (output == nullptr) {
+    if (!isWanted(DiagnosticId::NoOutputToConnect)) return;
     return Emitter().log(DiagnosticId::NoOutputToConnect, asWritten(link), input.path());
   }
   if (session_ != nullptr && !session_->mayLink(input, *node)) return input.disconnect();
@@ -103,6 +106,7 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
   if (name.isEmpty()) return input.setNode(nullptr);
   interfaces::INode* const node = scene_.findNode(name);
   if (node == nullptr) {
+    if (!isWanted(DiagnosticId::NoNodeToAssign)) return;
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
