@@ -1,22 +1,67 @@
-// Every rule has a page in docs/rules.md.
+// docs/rules.md: every rule has a page, and the example on it is a finding of that rule.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
+#include <vsa/read.h>
 #include "tools/vsa/check/rules/rule.h"
 
 namespace vsa_tests {
 
 namespace {
 
-TEST(RulePages, HaveAHeadingForEachRule) {
+using vsa_tools::Rule;
+
+std::string pages() {
   std::ostringstream text;
   text << std::ifstream(VSA_TEST_DIR "/../docs/rules.md").rdbuf();
-  for (const vsa_tools::Rule& rule : vsa_tools::allRules()) {
-    const std::string heading = std::string("\n### ") + rule.id + "\n";
-    EXPECT_NE(text.str().find(heading), std::string::npos) << rule.id;
+  return text.str();
+}
+
+/// The page of a rule, from the line behind its heading to the next heading; empty without one.
+std::string pageOf(const std::string& id) {
+  const std::string all = pages();
+  const std::string heading = "\n### " + id + "\n";
+  const std::size_t begin = all.find(heading);
+  if (begin == std::string::npos) return {};
+  const std::size_t end = all.find("\n##", begin + heading.size());
+  return all.substr(begin + heading.size(), end - begin - heading.size());
+}
+
+/// The content of the first block of VSA text on a page; empty without one.
+std::string exampleOf(const std::string& page) {
+  const std::string open = "```vsa\n";
+  const std::size_t begin = page.find(open);
+  if (begin == std::string::npos) return {};
+  return page.substr(begin + open.size(),
+                     page.find("```", begin + open.size()) - begin - open.size());
+}
+
+TEST(RulePages, SayWhatARuleIsAboutAndWhatToDo) {
+  for (const Rule& rule : vsa_tools::allRules()) {
+    const std::string page = pageOf(rule.id);
+    EXPECT_NE(page.find("\n*What to do:*"), std::string::npos) << rule.id;
+    const bool isMarkedOff = page.find("*Off by default.*") != std::string::npos;
+    EXPECT_EQ(isMarkedOff, !rule.isDefault) << rule.id;
+  }
+}
+
+TEST(RulePages, HaveExamplesThatTheRuleFinds) {
+  for (const Rule& rule : vsa_tools::allRules()) {
+    const std::string example = exampleOf(pageOf(rule.id));
+    if (std::string(rule.group) == "encoding") continue;
+    const vsa::ReadResult read = vsa::readText(example);
+    std::vector<vsa_tools::Finding> findings;
+    vsa_tools::runRules(
+        {.text = example, .scene = read.scene, .outcome = read}, [](const Rule&) { return true; },
+        findings);
+    const bool isFound = std::any_of(findings.begin(), findings.end(),
+                                     [&](const auto& finding) { return finding.id == rule.id; });
+    EXPECT_TRUE(isFound) << rule.id << "\n" << example;
   }
 }
 

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
 #include <set>
+#include <sstream>
 #include <string>
 #include <string_view>
 
@@ -71,6 +74,41 @@ TEST(Rules, AreAllTested) {
   std::set<std::string> tested;
   for (const RuleRow& row : RULE_ROWS) tested.insert(row.id);
   for (const Rule& rule : vsa_tools::allRules()) EXPECT_EQ(tested.count(rule.id), 1U) << rule.id;
+}
+
+std::string contentOf(const std::filesystem::path& file) {
+  std::ostringstream content;
+  content << std::ifstream(file, std::ios::binary).rdbuf();
+  std::string text = content.str();
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
+  return text;
+}
+
+void expectQuiet(const std::filesystem::path& file) {
+  const std::string text = contentOf(file);
+  const vsa::ReadResult read = vsa::readText(text);
+  std::vector<Finding> findings;
+  vsa_tools::runRules(
+      {.text = text, .scene = read.scene, .outcome = read},
+      [](const Rule& rule) { return rule.isDefault; }, findings);
+  for (const Finding& finding : findings) {
+    ADD_FAILURE() << file << ':' << (finding.range ? finding.range->begin.line : 0) << ": "
+                  << finding.message << " [" << finding.id << "]\n  " << finding.hint;
+  }
+}
+
+// The folder of large scenes is not part of a release.
+TEST(Rules, OnByDefaultFindNothingInRealScenes) {
+  const std::filesystem::path root = std::filesystem::path(VSA_TEST_DIR).parent_path();
+  for (const std::filesystem::path& folder :
+       {root / "examples", root.parent_path() / "shared/scenes"}) {
+    if (!std::filesystem::exists(folder)) continue;
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      const std::string name = entry.path().stem();
+      const bool isMistake = name == "mistakes" || name == "broken_links";
+      if (entry.path().extension() == ".vsa" && !isMistake) expectQuiet(entry.path());
+    }
+  }
 }
 
 TEST(Rules, FindNothingWithoutATextAndAScene) {

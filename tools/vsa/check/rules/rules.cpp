@@ -4,6 +4,8 @@
 
 #include "tools/vsa/check/rules/byte_rules.h"
 #include "tools/vsa/check/rules/rule_findings.h"
+#include "tools/vsa/check/rules/scene/scene_rules.h"
+#include "tools/vsa/check/rules/text/text_rules.h"
 
 namespace vsa_tools {
 
@@ -25,7 +27,16 @@ std::span<const Rule> allRules() {
 void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& isEnabled,
               std::vector<Finding>& findings) {
   RuleFindings found(isEnabled, findings);
-  if (input.isTextKept) findByteProblems(input, found);
+  if (input.isTextKept) {
+    findByteProblems(input, found);
+    findTextProblems(input, found);
+  }
+  SceneFindings ofScene(input, found);
+  findLinkProblems(ofScene);
+  findNumberProblems(ofScene);
+  findIndexProblems(ofScene);
+  findNameProblems(ofScene);
+  ofScene.finish();
 }
 
 RuleFindings::RuleFindings(const std::function<bool(const Rule&)>& isEnabled,

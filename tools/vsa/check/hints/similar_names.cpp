@@ -1,0 +1,62 @@
+#include "tools/vsa/check/hints/similar_names.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace vsa_tools {
+
+namespace {
+
+// Longer names are not compared: nobody mistypes them.
+constexpr std::size_t MAX_NAME = 200;
+
+char lower(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
+}
+
+}  // namespace
+
+std::string loweredName(std::string_view name) {
+  std::string result(name);
+  std::transform(result.begin(), result.end(), result.begin(), lower);
+  return result;
+}
+
+// The optimal string alignment distance, row by row.
+std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit) {
+  const std::size_t difference = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
+  if (difference > limit || a.size() > MAX_NAME || b.size() > MAX_NAME) return limit + 1;
+  std::vector<std::size_t> beforeLast(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
+  for (std::size_t j = 0; j <= b.size(); ++j) last[j] = j;
+  for (std::size_t i = 1; i <= a.size(); ++i) {
+    row[0] = i;
+    for (std::size_t j = 1; j <= b.size(); ++j) {
+      const bool isSame = lower(a[i - 1]) == lower(b[j - 1]);
+      row[j] = std::min({last[j] + 1, row[j - 1] + 1, last[j - 1] + (isSame ? 0 : 1)});
+      const bool isSwapped = i > 1 && j > 1 && lower(a[i - 1]) == lower(b[j - 2]) &&
+                             lower(a[i - 2]) == lower(b[j - 1]);
+      if (isSwapped) row[j] = std::min(row[j], beforeLast[j - 2] + 1);
+    }
+    beforeLast.swap(last);
+    last.swap(row);
+  }
+  return std::min(last[b.size()], limit + 1);
+}
+
+NearestName::NearestName(std::string_view written)
+    : written_(written), distance_(std::clamp<std::size_t>(written.size() / 3, 1, 3) + 1) {
+}
+
+void NearestName::consider(std::string_view name) {
+  if (name == written_ || name.empty() || distance_ == 0) return;
+  const std::size_t distance = editDistance(written_, name, distance_ - 1);
+  if (distance >= distance_) return;
+  distance_ = distance;
+  nearest_ = name;
+}
+
+std::optional<std::string> NearestName::found() const {
+  return nearest_.empty() ? std::nullopt : std::optional(nearest_);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,24 @@
+// Visits all inputs of a node, with elements and members, without recursion into deep scenes.
+#pragma once
+
+#include <vector>
+
+#include <vsa/view.h>
+
+namespace vsa_tools {
+
+/// Calls `visit(input)` for each input of the node, its elements and members.
+template <class Visit>
+void visitInputs(const vsa::NodeView& node, const Visit& visit) {
+  std::vector<vsa::InputView> waiting;
+  for (const vsa::InputView input : node.inputs()) waiting.push_back(input);
+  while (!waiting.empty()) {
+    const vsa::InputView input = waiting.back();
+    waiting.pop_back();
+    visit(input);
+    for (const vsa::InputView element : input.elements()) waiting.push_back(element);
+    for (const vsa::InputView member : input.members()) waiting.push_back(member);
+  }
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,135 @@
+// Rules about circles of references and of connections.
+#include <algorithm>
+#include <map>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "tools/vsa/check/rules/scene/input_visitor.h"
+#include "tools/vsa/check/rules/scene/scene_rules.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::InputView;
+using vsa::NodeView;
+
+/// A graph of nodes by number, with the input that makes each edge.
+class LinkGraph {
+ public:
+  void add(const NodeView& from, const NodeView& to, const InputView& input) {
+    const std::size_t source = numberOf(from);
+    const std::size_t target = numberOf(to);
+    edges_[source].push_back({target, input});
+  }
+
+  /// Calls `found(edges of the circle)` for circles without a common node, each once.
+  template <class Found>
+  void findCircles(const Found& found);
+
+  struct Edge {
+    std::size_t to;
+    InputView input;
+  };
+
+ private:
+  enum class State : char { New, Open, Done };
+  struct Step {
+    std::size_t node;
+    std::size_t next;  // the edge to follow next
+  };
+
+  std::size_t numberOf(const NodeView& node) {
+    const auto [place, isNew] = numbers_.try_emplace(node.plain(), edges_.size());
+    if (isNew) edges_.emplace_back();
+    return place->second;
+  }
+
+  std::unordered_map<const void*, std::size_t> numbers_;
+  std::vector<std::vector<Edge>> edges_;
+};
+
+// A depth-first search: an edge to a node on the current path closes a circle.
+template <class Found>
+void LinkGraph::findCircles(const Found& found) {
+  std::vector<State> states(edges_.size(), State::New);
+  std::vector<Step> path;
+  for (std::size_t start = 0; start < edges_.size(); ++start) {
+    if (states[start] != State::New) continue;
+    path.push_back({start, 0});
+    states[start] = State::Open;
+    while (!path.empty()) {
+      Step& step = path.back();
+      if (step.next == edges_[step.node].size()) {
+        states[step.node] = State::Done;
+        path.pop_back();
+        continue;
+      }
+      const std::size_t to = edges_[step.node][step.next++].to;
+      if (states[to] == State::New) {
+        states[to] = State::Open;
+        path.push_back({to, 0});
+      } else if (states[to] == State::Open) {
+        std::vector<Edge> circle;
+        const auto first =
+            std::find_if(path.begin(), path.end(), [&](const Step& one) { return one.node == to; });
+        for (auto one = first; one != path.end(); ++one) {
+          circle.push_back(edges_[one->node][one->next - 1]);
+        }
+        found(circle);
+      }
+    }
+  }
+}
+
+std::string namesOf(const std::vector<LinkGraph::Edge>& circle) {
+  constexpr std::size_t SHOWN = 5;
+  std::string names;
+  for (std::size_t i = 0; i < circle.size() && i < SHOWN; ++i) {
+    names += circle[i].input.path() + ", ";
+  }
+  if (circle.size() > SHOWN) return names + "...";
+  return names.substr(0, names.size() - 2);
+}
+
+// A link from a node to itself is a circle of one.
+void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& found) {
+  graph.findCircles([&](const std::vector<LinkGraph::Edge>& circle) {
+    const InputView closing = circle.back().input;
+    const bool isSelf = circle.size() == 1;
+    if (isSelf && rule == RuleId::ConnectionCircle) return;  // SelfConnection
+    found.add({rule, closing.path(),
+               isSelf ? closing.path() + " refers to its own node"
+                      : std::string("these ") + what + " form a circle: " + namesOf(circle),
+               "remove one of them"});
+  });
+}
+
+}  // namespace
+
+// References form a circle only through inputs of one name: a parent refers to its children, and
+// they to their parent.
+void findLinkProblems(SceneFindings& found) {
+  std::map<std::string_view, LinkGraph> references;
+  LinkGraph connections;
+  for (const NodeView node : found.input().scene.nodes()) {
+    visitInputs(node, [&](const InputView& input) {
+      if (const NodeView target = input.node()) {
+        if (!input.name().empty()) references[input.name()].add(node, target, input);
+      }
+      const vsa::ConnectionView connection = input.connection();
+      if (!connection) return;
+      connections.add(node, connection.node(), input);
+      if (connection.node() != node) return;
+      found.add({RuleId::SelfConnection, input.path(),
+                 input.path() + " is connected to an output of its own node", "name another node"});
+    });
+  }
+  for (auto& [name, graph] : references) {
+    addCircles(graph, RuleId::ReferenceCircle, "references", found);
+  }
+  addCircles(connections, RuleId::ConnectionCircle, "connections", found);
+}
+
+}  // namespace vsa_tools

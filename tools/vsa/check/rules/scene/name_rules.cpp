@@ -1,0 +1,85 @@
+// Rules about names of nodes: two that are nearly the same, and one that nothing names.
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/rules/scene/input_visitor.h"
+#include "tools/vsa/check/rules/scene/scene_rules.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::NodeView;
+
+// Names below this length often differ by one letter on purpose.
+constexpr std::size_t MIN_NAME = 4;
+
+void addSimilar(SceneFindings& found, RuleId rule, std::string_view name, std::string_view other) {
+  found.add({rule, std::string(name),
+             "the nodes " + std::string(other) + " and " + std::string(name) +
+                 (rule == RuleId::SimilarNames ? " differ by one letter" : " differ by case only"),
+             "if they are one node, write its name the same way everywhere"});
+}
+
+void findSameButCase(SceneFindings& found) {
+  std::unordered_map<std::string, std::string_view> names;
+  for (const NodeView node : found.input().scene.nodes()) {
+    const auto [other, isNew] = names.try_emplace(loweredName(node.name()), node.name());
+    if (!isNew) addSimilar(found, RuleId::NamesDifferByCase, node.name(), other->second);
+  }
+}
+
+// Whether the name without the character `i` differs from the name by a letter and not by a digit.
+bool isLetterAt(std::string_view name, std::size_t i) {
+  return !(name[i] >= '0' && name[i] <= '9');
+}
+
+// Two names of one length that differ in one letter are the same without that letter. The letter's
+// place is part of the key.
+void findSameButLetter(SceneFindings& found) {
+  std::unordered_map<std::string, std::string_view> names;
+  for (const NodeView node : found.input().scene.nodes()) {
+    const std::string_view name = node.name();
+    bool isReported = name.size() < MIN_NAME;
+    for (std::size_t i = 0; i < name.size() && !isReported; ++i) {
+      if (!isLetterAt(name, i)) continue;
+      std::string key = std::to_string(i) + ' ' + std::string(name);
+      key.erase(key.size() - name.size() + i, 1);
+      const auto [other, isNew] = names.try_emplace(std::move(key), name);
+      if (isNew) continue;
+      addSimilar(found, RuleId::SimilarNames, name, other->second);
+      isReported = true;
+    }
+  }
+}
+
+void findUnnamed(SceneFindings& found) {
+  std::unordered_set<const void*> named;
+  for (const NodeView node : found.input().scene.nodes()) {
+    visitInputs(node, [&](const vsa::InputView& input) {
+      if (const NodeView target = input.node()) named.insert(target.plain());
+      if (const vsa::ConnectionView connection = input.connection()) {
+        named.insert(connection.node().plain());
+      }
+    });
+  }
+  for (const NodeView node : found.input().scene.nodes()) {
+    if (named.contains(node.plain())) continue;
+    found.add({RuleId::UnusedNode, std::string(node.name()),
+               "no reference and no connection names the node " + std::string(node.name()),
+               "remove the node, or refer to it"});
+  }
+}
+
+}  // namespace
+
+void findNameProblems(SceneFindings& found) {
+  if (found.isEnabled(RuleId::NamesDifferByCase)) findSameButCase(found);
+  if (found.isEnabled(RuleId::SimilarNames)) findSameButLetter(found);
+  if (found.isEnabled(RuleId::UnusedNode)) findUnnamed(found);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,71 @@
+// Rules about numbers that are no number, or no longer the one that was written.
+#include <cmath>
+#include <string>
+
+#include "tools/vsa/check/rules/scene/input_visitor.h"
+#include "tools/vsa/check/rules/scene/scene_rules.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::InputView;
+using vsa::ValueType;
+
+const char* nameOf(double number) {
+  return std::isnan(number) ? "not a number" : "infinite";
+}
+
+void add(SceneFindings& found, const InputView& input, double number, const std::string& where) {
+  found.add({RuleId::NotFinite, input.path(), where + " is " + nameOf(number),
+             "few programs can draw that; check the exporter's division or transform"});
+}
+
+// The first number of the buffer that is not finite.
+template <class T>
+void checkBuffer(SceneFindings& found, const InputView& input, const unsigned char* data,
+                 std::size_t bytes) {
+  const T* const numbers = reinterpret_cast<const T*>(data);
+  const std::size_t count = bytes / sizeof(T);
+  // Not finite is not equal to itself once it is multiplied by 0; a sum lets the compiler
+  // vectorise.
+  T sum = 0;
+  for (std::size_t i = 0; i < count; ++i) sum += numbers[i] * T{0};
+  if (sum == T{0}) return;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (std::isfinite(numbers[i])) continue;
+    add(found, input, static_cast<double>(numbers[i]), "number " + std::to_string(i));
+    return;
+  }
+}
+
+void check(SceneFindings& found, const InputView& input) {
+  if (const std::optional<double> real = input.real(); input.type() == ValueType::Real) {
+    if (!std::isfinite(*real)) add(found, input, *real, "this value");
+    return;
+  }
+  for (const double component : input.components()) {
+    if (std::isfinite(component)) continue;
+    add(found, input, component, "a component");
+    return;
+  }
+  const vsa::BufferView buffer = input.buffer();
+  const auto bytes = buffer.bytes();
+  const auto* const data = reinterpret_cast<const unsigned char*>(bytes.data());
+  // In a list of single numbers, not a number often stands for a missing one.
+  if (zn::korvo_sdk::componentCount(buffer.elementType()) < 2) return;
+  const vsa::ElementType component = zn::korvo_sdk::componentType(buffer.elementType());
+  if (component == vsa::ElementType::Float) checkBuffer<float>(found, input, data, bytes.size());
+  if (component == vsa::ElementType::Double) checkBuffer<double>(found, input, data, bytes.size());
+}
+
+}  // namespace
+
+void findNumberProblems(SceneFindings& found) {
+  if (!found.isEnabled(RuleId::NotFinite)) return;
+  for (const vsa::NodeView node : found.input().scene.nodes()) {
+    visitInputs(node, [&](const InputView& input) { check(found, input); });
+  }
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,45 @@
+// Rules about the scene that a text makes.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/check/rules/rule_findings.h"
+
+namespace vsa_tools {
+
+/// A finding about an input or a node, without its place in the text.
+struct SceneFinding {
+  RuleId rule;
+  std::string path;  ///< Of the input, or the name of the node.
+  std::string message;
+  std::string hint = {};
+};
+
+/// Collects the findings about a scene and looks up their places in the text, once for all.
+class SceneFindings {
+ public:
+  SceneFindings(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
+
+  const RuleInput& input() const { return input_; }
+  bool isEnabled(RuleId rule) const { return found_.isEnabled(rule); }
+  void add(SceneFinding finding);
+  /// Appends the findings. That of an input is at the value that was assigned to it last, and that
+  /// of a node at the name in its first declaration.
+  void finish();
+
+ private:
+  const RuleInput& input_;
+  RuleFindings& found_;
+  std::vector<SceneFinding> waiting_;
+};
+
+void findLinkProblems(SceneFindings& found);
+void findNumberProblems(SceneFindings& found);
+void findIndexProblems(SceneFindings& found);
+void findNameProblems(SceneFindings& found);
+
+}  // namespace vsa_tools

@@ -1,0 +1,130 @@
+// Rules about buffers whose literal does not have what the count declares, or loses digits.
+#include <charconv>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include <vsa/foundation/decompress.h>
+#include <vsa/values/value_types.h>
+#include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/text/text_walk.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::ElementType;
+using vsa::SyntaxKind;
+using vsa::SyntaxToken;
+
+// A buffer that declares this many times the bytes of its literal, and more than a mebibyte.
+constexpr std::uint64_t FAR_LARGER = 1024;
+constexpr std::uint64_t MIN_DECLARED_BYTES = 1 << 20;
+std::optional<std::uint64_t> countIn(const SyntaxToken& brackets) {
+  std::uint64_t count = 0;
+  const std::size_t digits = brackets.text.find_first_of("0123456789");
+  if (digits == std::string_view::npos) return std::nullopt;
+  const char* const end = brackets.text.data() + brackets.text.size();
+  const auto [behind, error] = std::from_chars(brackets.text.data() + digits, end, count);
+  return error == std::errc() ? std::optional(count) : std::nullopt;
+}
+
+std::string counted(std::uint64_t count, const char* what) {
+  return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+}
+
+/// `TYPE[COUNT] {LIST}`.
+struct BufferLiteral {
+  SyntaxToken keyword;
+  SyntaxToken brackets;
+  SyntaxToken list;
+  ElementType type = ElementType::Null;
+  std::uint64_t count = 0;
+};
+
+class BufferRules final : public StatementRule {
+ public:
+  explicit BufferRules(RuleFindings& found) : found_(found) {}
+
+  void visit(const StatementView& view) override {
+    if (!view.isAssignment() || view.valueTokens() != 3) return;
+    const std::size_t first = view.statement.valueIndex;
+    BufferLiteral literal{view.token(first), view.token(first + 1), view.token(first + 2)};
+    if (literal.list.kind != SyntaxKind::Braces) return;
+    literal.type = elementTypeOf(literal.keyword);
+    const std::optional<std::uint64_t> count = countIn(literal.brackets);
+    if (literal.type == ElementType::Null || !count || *count == 0) return;
+    literal.count = *count;
+    const std::size_t content = literal.list.text.find_first_not_of(" \t\r\n\v\f", 1);
+    const bool hasPeriod = literal.list.text.substr(content).starts_with('.');
+    const bool isOfBytes = zn::korvo_sdk::componentBytes(literal.type) == 1;
+    if (hasPeriod && isOfBytes) {
+      checkCompressed(literal, content);
+    } else {
+      if (hasPeriod) checkDigits(literal, content);
+      checkDeclared(literal);
+    }
+  }
+
+ private:
+  void checkCompressed(const BufferLiteral& literal, std::size_t content) {
+    const std::uint64_t elementBytes = zn::korvo_sdk::elementBytes(literal.type);
+    const std::uint64_t wanted = literal.count * elementBytes;
+    if (!found_.isEnabled(RuleId::ShortCompressedData) || wanted / elementBytes != literal.count) {
+      return;
+    }
+    const std::string_view text = literal.list.text;
+    zn::String error;
+    const auto [bytes, size] =
+        zn::decompress(reinterpret_cast<const unsigned char*>(text.data() + content),
+                       text.size() - 1 - content, error, wanted);
+    const std::unique_ptr<unsigned char[]> owner(bytes);
+    if (bytes == nullptr || size == wanted) return;
+    const std::uint64_t whole = size / elementBytes;
+    Finding& finding =
+        found_.add(RuleId::ShortCompressedData, literal.brackets.range,
+                   "the compressed data has " + counted(whole, "element") + ", and " +
+                       counted(literal.count, "element") + " are declared; the rest is zero");
+    const bool isByteCount = literal.count == size && elementBytes > 1;
+    finding.hint = isByteCount
+                       ? "the count is that of elements, and this is that of bytes: write `[" +
+                             std::to_string(whole) + "]`"
+                       : "write the count of the data, `[" + std::to_string(whole) + "]`";
+  }
+
+  // A number of many digits behind a period is compressed data for a type that has none.
+  void checkDigits(const BufferLiteral& literal, std::size_t content) {
+    const std::string_view digits = literal.list.text.substr(content + 1);
+    const std::size_t end = digits.find_first_of(" \t\r\n\v\f,}");
+    if (end < 20 || !found_.isEnabled(RuleId::CompressedDataAsNumber)) return;
+    found_
+        .add(RuleId::CompressedDataAsNumber, literal.list.range,
+             "a " + std::string(literal.keyword.text) +
+                 " cannot be compressed; this is read as one number below 1")
+        .hint = "compressed data is for types of single bytes, such as `byte` and `rgba8`";
+  }
+
+  void checkDeclared(const BufferLiteral& literal) {
+    const std::uint64_t elementBytes = zn::korvo_sdk::elementBytes(literal.type);
+    const std::uint64_t written = literal.list.text.size();
+    const bool isLarge = literal.count > MIN_DECLARED_BYTES / elementBytes &&
+                         literal.count / FAR_LARGER > written / elementBytes;
+    if (!isLarge || !found_.isEnabled(RuleId::LargeDeclaredCount)) return;
+    found_
+        .add(RuleId::LargeDeclaredCount, literal.brackets.range,
+             "this declares " + counted(literal.count, "element") + " of " +
+                 counted(elementBytes, "byte") + ", far more than is written")
+        .hint = "write the count of the elements in the list";
+  }
+
+  RuleFindings& found_;
+};
+
+}  // namespace
+
+StatementRulePointer bufferRules(const RuleInput&, RuleFindings& found) {
+  return std::make_unique<BufferRules>(found);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,88 @@
+// Rules about comments that are nearly a version or a time, and about a time that is none.
+#include <algorithm>
+#include <cctype>
+#include <string>
+
+#include "tools/vsa/check/rules/text/statement_rule.h"
+
+namespace vsa_tools {
+
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r')) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
+// What follows the word, ignoring case, and blanks, ":" and "=" behind it; empty if it is no digit.
+std::string_view numberBehind(std::string_view text, std::string_view word) {
+  if (text.size() <= word.size()) return {};
+  const bool isWord = std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) {
+    return a == static_cast<char>(std::tolower(static_cast<unsigned char>(b)));
+  });
+  if (!isWord) return {};
+  const std::size_t at = text.find_first_not_of(" \t:=", word.size());
+  const bool isSeparated = at != word.size() && at != std::string_view::npos;
+  return isSeparated && isDigit(text[at]) ? text.substr(at) : std::string_view();
+}
+
+class CommentRules final : public StatementRule {
+ public:
+  explicit CommentRules(RuleFindings& found) : found_(found) {}
+
+  void visit(const StatementView& view) override {
+    if (view.kind() != vsa::StatementKind::Comment) return;
+    const vsa::SyntaxToken& comment = view.token(0);
+    const std::string_view text = trimmed(comment.text.substr(1));
+    if (comment.text.find("version:") != std::string_view::npos) return;
+    if (comment.text.find("time:") != std::string_view::npos) {
+      checkTime(comment, text);
+      return;
+    }
+    checkNear(comment, text, "version", RuleId::NearVersion);
+    checkNear(comment, text, "time", RuleId::NearTime);
+  }
+
+ private:
+  void checkNear(const vsa::SyntaxToken& comment, std::string_view text, std::string_view word,
+                 RuleId rule) {
+    if (!found_.isEnabled(rule)) return;
+    const std::string_view number = numberBehind(text, word);
+    if (number.empty()) return;
+    const std::string corrected = "# " + std::string(word) + ": " + std::string(number);
+    Finding& finding = found_.add(
+        rule, comment.range, "this comment does not set the " + std::string(word) + " of the file");
+    finding.hint = "write `" + corrected + "`";
+    const std::uint64_t begin = comment.range.begin.offset;
+    const auto end = static_cast<std::uint64_t>(text.data() + text.size() - comment.text.data());
+    finding.edits = {{begin, begin + end, corrected}};
+  }
+
+  // "time:" inside a longer word, or behind other words.
+  void checkTime(const vsa::SyntaxToken& comment, std::string_view text) {
+    if (text.starts_with("time:") || !found_.isEnabled(RuleId::AccidentalTime)) return;
+    const std::string_view value = trimmed(text.substr(text.find(':') + 1));
+    if (value.empty()) return;
+    found_
+        .add(RuleId::AccidentalTime, comment.range,
+             "this comment sets the time of the file to '" + std::string(value) + "'")
+        .hint = "put a blank before the colon, or write the comment without `time:`";
+  }
+
+  RuleFindings& found_;
+};
+
+}  // namespace
+
+StatementRulePointer commentRules(const RuleInput&, RuleFindings& found) {
+  return std::make_unique<CommentRules>(found);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,136 @@
+// The rule about numbers that are not stored as they are written.
+#include <array>
+#include <charconv>
+#include <cstdint>
+#include <string>
+
+#include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/text/text_walk.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::ElementType;
+using vsa::SyntaxKind;
+using vsa::SyntaxToken;
+
+// A float has up to 9 significant digits of its own, and a double has every integer of 15 digits.
+constexpr std::size_t FLOAT_DIGITS = 9;
+constexpr std::size_t INTEGER_DIGITS = 15;
+
+// The significant digits of a number, without its exponent.
+std::size_t digitsOf(std::string_view number) {
+  std::size_t digits = 0;
+  for (const char c : number) {
+    if (c == 'e' || c == 'E') break;
+    if ((c >= '1' && c <= '9') || (c == '0' && digits > 0)) ++digits;
+  }
+  return digits;
+}
+
+template <class Number>
+bool parses(std::string_view text, Number& number) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size();
+}
+
+// More digits than a float has, and not the exact value of a float written in full.
+bool losesFloatDigits(std::string_view text) {
+  double exact = 0;
+  return digitsOf(text) > FLOAT_DIGITS && parses(text, exact) &&
+         static_cast<double>(static_cast<float>(exact)) != exact;
+}
+
+// An integer that no double has.
+bool losesIntegerDigits(std::string_view text) {
+  std::int64_t integer = 0;
+  if (text.size() <= INTEGER_DIGITS || !parses(text, integer)) return false;
+  constexpr double TOO_LARGE = 9223372036854775808.0;
+  const auto stored = static_cast<double>(integer);
+  return stored >= TOO_LARGE || static_cast<std::int64_t>(stored) != integer;
+}
+
+template <class Number>
+std::string shown(std::string_view text) {
+  Number stored = 0;
+  std::from_chars(text.data(), text.data() + text.size(), stored);
+  std::array<char, 32> digits{};
+  const auto [end, error] = std::to_chars(digits.data(), digits.data() + digits.size(), stored);
+  return std::string(digits.data(), end);
+}
+
+class DigitRules final : public StatementRule {
+ public:
+  DigitRules(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
+
+  void visit(const StatementView& view) override {
+    if (!view.isAssignment()) return;
+    const SyntaxToken& value = view.value();
+    if (value.kind == SyntaxKind::Integer) checkInteger(view, value);
+    if (value.kind != SyntaxKind::Word || view.valueTokens() < 2) return;
+    const SyntaxToken& list = view.token(view.statement.valueIndex + view.valueTokens() - 1);
+    const ElementType component = zn::korvo_sdk::componentType(elementTypeOf(value));
+    const bool isOfDoubles = list.kind == SyntaxKind::Parens || component == ElementType::Double;
+    if (component == ElementType::Float) checkFloats(value, list);
+    if (isOfDoubles) checkDoubles(list);
+  }
+
+ private:
+  // The first number of a list that is longer than `digits` and that `isLost` is true for.
+  template <class IsLost>
+  static std::string_view firstLost(const SyntaxToken& list, std::size_t digits,
+                                    const IsLost& isLost) {
+    vsa::ListReader reader(list.text);
+    vsa::ListPart part;
+    while (reader.next(part)) {
+      if (part.text.size() > digits && !part.continues && isLost(part.text)) return part.text;
+    }
+    return {};
+  }
+
+  void checkFloats(const SyntaxToken& keyword, const SyntaxToken& list) {
+    const std::string_view number = firstLost(list, FLOAT_DIGITS, losesFloatDigits);
+    if (number.empty()) return;
+    // Every keyword of several floats ends in "f", and has a twin of doubles that ends in "d".
+    std::string wider(keyword.text);
+    wider.back() = 'd';
+    if (isWord(keyword, "float")) wider = "double";
+    found_
+        .add(RuleId::LostDigits, rangeIn(list, number),
+             "a float keeps 9 digits; this is stored as " + shown<float>(number))
+        .hint = "`" + wider + "` keeps the digits";
+  }
+
+  void checkDoubles(const SyntaxToken& list) {
+    const std::string_view number = firstLost(list, INTEGER_DIGITS, losesIntegerDigits);
+    if (!number.empty()) addInteger(rangeIn(list, number), number);
+  }
+
+  // The type of the input decides: an Int keeps all digits.
+  void checkInteger(const StatementView& view, const SyntaxToken& value) {
+    if (value.text.size() <= INTEGER_DIGITS || view.pathEnd != view.firstInput + 1) return;
+    const vsa::InputView input = input_.scene[view.node][view.token(view.firstInput).text];
+    if (input.type() != vsa::ValueType::Real || !losesIntegerDigits(value.text)) return;
+    addInteger(value.range, value.text);
+  }
+
+  void addInteger(const vsa::TextRange& range, std::string_view number) {
+    found_
+        .add(RuleId::LostDigits, range,
+             "a real number keeps 15 digits; this is stored as " + shown<double>(number))
+        .hint = "an Int and a buffer of `int64` keep the digits";
+  }
+
+  const RuleInput& input_;
+  RuleFindings& found_;
+};
+
+}  // namespace
+
+StatementRulePointer digitRules(const RuleInput& input, RuleFindings& found) {
+  if (!found.isEnabled(RuleId::LostDigits)) return nullptr;
+  return std::make_unique<DigitRules>(input, found);
+}
+
+}  // namespace vsa_tools

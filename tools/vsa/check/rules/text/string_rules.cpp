@@ -1,0 +1,177 @@
+// Rules about strings: escape sequences, paths of files, and names of nodes.
+#include <string>
+#include <unordered_set>
+#include <vector>
+
+#include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/text/text_walk.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::SyntaxKind;
+using vsa::SyntaxToken;
+
+bool isHex(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+bool isLetter(char c) {
+  return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+/// A backslash of a string and what it does.
+struct Escape {
+  enum class Meaning { Backslash, Punctuation, Character, Number, Unknown };
+  std::size_t at = 0;     // of the backslash, in the token
+  std::size_t bytes = 2;  // with the backslash
+  Meaning meaning = Meaning::Unknown;
+};
+
+// "\xHH" and "\uHHHH", without those for a NUL, which are kept as they are written.
+bool isNumeric(std::string_view behind, std::size_t digits) {
+  if (behind.size() < digits + 1) return false;
+  bool isZero = true;
+  for (std::size_t i = 1; i <= digits; ++i) {
+    if (!isHex(behind[i])) return false;
+    isZero = isZero && behind[i] == '0';
+  }
+  return !isZero;
+}
+
+Escape escapeAt(std::string_view token, std::size_t at) {
+  using Meaning = Escape::Meaning;
+  const std::string_view behind = token.substr(at + 1);
+  const char letter = behind.front();
+  if (letter == '\\') return {at, 2, Meaning::Backslash};
+  if (letter == '"' || letter == '\'' || letter == '/') return {at, 2, Meaning::Punctuation};
+  constexpr std::string_view LETTERS = "abfnrtv";
+  if (LETTERS.find(letter) != std::string_view::npos) return {at, 2, Meaning::Character};
+  if (letter == 'x' && isNumeric(behind, 2)) return {at, 4, Meaning::Number};
+  if (letter == 'u' && isNumeric(behind, 4)) return {at, 6, Meaning::Number};
+  return {at, 2, Meaning::Unknown};
+}
+
+std::vector<Escape> escapesOf(std::string_view token) {
+  std::vector<Escape> escapes;
+  for (std::size_t at = token.find('\\'); at != std::string_view::npos && at + 1 < token.size();) {
+    escapes.push_back(escapeAt(token, at));
+    at = token.find('\\', at + 2);
+  }
+  return escapes;
+}
+
+// A drive, or no blank and a suffix of a file, such as "textures\new.png".
+bool looksLikePath(std::string_view content) {
+  const bool hasDrive =
+      content.size() > 3 && isLetter(content[0]) && content.substr(1).starts_with(":\\");
+  if (hasDrive) return true;
+  const std::size_t period = content.rfind('.');
+  if (period == std::string_view::npos || period == 0) return false;
+  const std::string_view suffix = content.substr(period + 1);
+  if (suffix.size() < 2 || suffix.size() > 5) return false;
+  for (const char c : suffix) {
+    if (!isLetter(c) && (c < '0' || c > '9')) return false;
+  }
+  return content.find(' ') == std::string_view::npos;
+}
+
+class StringRules final : public StatementRule {
+ public:
+  StringRules(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
+
+  void visit(const StatementView& view) override {
+    if (!view.isAssignment()) return;
+    const SyntaxToken& value = view.value();
+    if (value.kind == SyntaxKind::Word && view.valueTokens() == 1) {
+      referring_.insert(lastInput(view));
+    } else if (value.kind == SyntaxKind::String) {
+      checkEscapes(value);
+      checkName(view);
+    }
+  }
+
+  void finish() override {
+    for (const Candidate& candidate : candidates_) {
+      if (!referring_.contains(candidate.input)) continue;
+      const std::string_view name =
+          candidate.string.text.substr(1, candidate.string.text.size() - 2);
+      Finding& finding = found_.add(
+          RuleId::StringForReference, candidate.string.range,
+          "this is a string; the node " + std::string(name) + " is named without quotes");
+      finding.hint = "write `" + std::string(name) + '`';
+      finding.edits = {{candidate.string.range.begin.offset, candidate.string.range.end.offset,
+                        std::string(name)}};
+    }
+  }
+
+ private:
+  struct Candidate {
+    SyntaxToken string;
+    std::string_view input;
+  };
+
+  // The name of the input or member that the statement assigns to.
+  static std::string_view lastInput(const StatementView& view) {
+    std::size_t i = view.pathEnd - 1;
+    while (view.token(i).kind != SyntaxKind::Word) --i;
+    return view.token(i).text;
+  }
+
+  void checkEscapes(const SyntaxToken& string) {
+    if (string.text.find('\\') == std::string_view::npos) return;
+    const std::vector<Escape> escapes = escapesOf(string.text);
+    const std::string_view content = string.text.substr(1, string.text.size() - 2);
+    const bool isPath = looksLikePath(content);
+    for (const Escape& escape : escapes) {
+      if (isPath && escape.meaning == Escape::Meaning::Character) {
+        addEscape(RuleId::EscapeInPath, string, escape, escapes);
+        return;
+      }
+    }
+    for (const Escape& escape : escapes) {
+      if (escape.meaning != Escape::Meaning::Unknown) continue;
+      addEscape(RuleId::UnknownEscape, string, escape, escapes);
+      return;
+    }
+  }
+
+  void addEscape(RuleId rule, const SyntaxToken& string, const Escape& escape,
+                 const std::vector<Escape>& escapes) {
+    if (!found_.isEnabled(rule)) return;
+    const std::string written(string.text.substr(escape.at, escape.bytes));
+    const bool isPath = rule == RuleId::EscapeInPath;
+    Finding& finding = found_.add(
+        rule, rangeIn(string, string.text.substr(escape.at, escape.bytes)),
+        isPath ? "'" + written + "' is one character here, and the string looks like a path"
+               : "'" + written + "' is no escape sequence; the backslash stays in the string");
+    finding.hint = isPath ? "write forward slashes, or two backslashes" : "write two backslashes";
+    for (const Escape& other : escapes) {
+      const bool isSingle = other.meaning == Escape::Meaning::Unknown ||
+                            (isPath && other.meaning == Escape::Meaning::Character);
+      const std::uint64_t at = string.range.begin.offset + other.at;
+      if (isSingle) finding.edits.push_back({at, at, "\\"});
+    }
+  }
+
+  void checkName(const StatementView& view) {
+    const SyntaxToken& string = view.value();
+    const std::string_view name = string.text.substr(1, string.text.size() - 2);
+    if (name.empty() || !found_.isEnabled(RuleId::StringForReference)) return;
+    if (input_.scene[name]) candidates_.push_back({string, lastInput(view)});
+  }
+
+  const RuleInput& input_;
+  RuleFindings& found_;
+  std::unordered_set<std::string_view> referring_;  // names of inputs that refer to nodes
+  std::vector<Candidate> candidates_;
+};
+
+}  // namespace
+
+StatementRulePointer stringRules(const RuleInput& input, RuleFindings& found) {
+  return std::make_unique<StringRules>(input, found);
+}
+
+}  // namespace vsa_tools
