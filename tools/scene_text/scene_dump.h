@@ -3,8 +3,13 @@
 // they read back to the same value.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <limits>
+#include <optional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include <vsa/model/scene.h>
 #include "tools/scene_text/read_outcome.h"
@@ -31,9 +36,29 @@ void dumpJson(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, Tex
 /// Writes the elements of the array "log": dumpLogEntry for each entry, separated by commas.
 using LogWriter = std::function<void(TextOutput&)>;
 
+/// An input to dump, and what is written as its name.
+struct ChosenInput {
+  std::string name;
+  zn::korvo_sdk::Input* input;
+};
+/// The inputs of a node to dump; none: all. A node of which no input is chosen is left out.
+using ChosenInputs = std::optional<std::vector<ChosenInput>>;
+
+/// What a dump has of a scene, and its form.
+struct DumpOptions {
+  /// Whether buffers have the key "value".
+  bool hasBuffers = true;
+  /// The maximum number of elements of a buffer in "value". "count" tells how many it has.
+  std::uint64_t maxElements = std::numeric_limits<std::uint64_t>::max();
+  /// One JSON object a line: first all keys but "nodes", then each node.
+  bool hasLines = false;
+  /// Chooses the inputs of each node; empty: all.
+  std::function<ChosenInputs(const zn::korvo_sdk::Node&)> choose = nullptr;
+};
+
 /// The same for a log that is not in memory; `writeLog` is called once.
 void dumpJson(const ReadStatus& status, const LogWriter& writeLog,
-              const zn::korvo_sdk::Scene& scene, TextOutput& out);
+              const zn::korvo_sdk::Scene& scene, TextOutput& out, const DumpOptions& options = {});
 
 /// Writes one element of the array "log".
 void dumpLogEntry(zn::LogLevel level, std::string_view text, TextOutput& out);

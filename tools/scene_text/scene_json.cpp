@@ -1,10 +1,9 @@
 // The JSON format of scene_dump.h, written while the scene is traversed.
 #include <algorithm>
-#include <cmath>
 
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
-#include "tools/scene_text/printable_text.h"
+#include "tools/scene_text/json_writer.h"
 #include "tools/scene_text/scene_dump.h"
 
 namespace vsa_tools {
@@ -18,94 +17,24 @@ using zn::korvo_sdk::Node;
 using zn::korvo_sdk::Output;
 using zn::korvo_sdk::Scene;
 
-constexpr std::string_view REPLACEMENT = "\xEF\xBF\xBD";  // U+FFFD
-
-class JsonWriter {
- public:
-  explicit JsonWriter(TextOutput& out) : out_(out) {}
-
-  /// Writes JSON syntax as it is.
-  void raw(std::string_view text) { out_.put(text); }
-
-  /// Writes `"name":`, after a comma unless it is the first key of its object.
-  void key(std::string_view name, bool first = false) {
-    if (!first) out_.put(',');
-    out_.put('"');
-    out_.put(name);
-    out_.put("\":");
-  }
-
-  void text(std::string_view text);
-
-  void boolean(bool value) { out_.put(value ? "true" : "false"); }
-
-  void number(std::integral auto value) { out_.put(value); }
-
-  void number(std::floating_point auto value) {
-    const bool isNumber = std::isfinite(value);
-    if (!isNumber) out_.put('"');
-    out_.putReal(value);
-    if (!isNumber) out_.put('"');
-  }
-
- private:
-  void character(char32_t character, std::string_view bytes);
-
-  TextOutput& out_;
-};
-
-/// Whether a byte is an ASCII character that needs no escape.
-bool isPlain(char c) {
-  return c >= 0x20 && c < 0x7F && c != '"' && c != '\\';
-}
-
-void JsonWriter::text(std::string_view text) {
-  out_.put('"');
-  auto at = text.begin();
-  while (at != text.end()) {
-    const auto plainEnd = std::find_if_not(at, text.end(), isPlain);
-    out_.put(std::string_view(at, plainEnd));
-    at = std::find_if(plainEnd, text.end(), isPlain);
-    forEachCharacter(
-        std::string_view(plainEnd, at),
-        [this](char32_t character, std::string_view bytes) { this->character(character, bytes); },
-        [this](char) { out_.put(REPLACEMENT); });
-  }
-  out_.put('"');
-}
-
-// nlohmann-json would escape fewer characters (not C1, DEL and the direction marks), and replace an
-// incomplete sequence as a whole instead of each byte.
-void JsonWriter::character(char32_t character, std::string_view bytes) {
-  switch (character) {
-    case '"':
-      return out_.put("\\\"");
-    case '\\':
-      return out_.put("\\\\");
-    case '\n':
-      return out_.put("\\n");
-    case '\r':
-      return out_.put("\\r");
-    case '\t':
-      return out_.put("\\t");
-    default:
-      if (isTerminalControl(character)) return out_.put(escapedCharacter(character));
-      return out_.put(bytes);
-  }
-}
-
 /// Visitor of walkInput. `open` writes everything up to the elements or members of an input,
 /// `close` the rest.
 class InputWriter {
  public:
-  explicit InputWriter(JsonWriter& json) : json_(json) {}
+  InputWriter(JsonWriter& json, const DumpOptions& options) : json_(json), options_(options) {}
+
+  /// Writes an input with its elements and members. `name` is written as its name.
+  void write(Input& input, std::string_view name) {
+    name_ = name;
+    walkInput(input, *this);
+  }
 
   void open(Input& input, const InputPosition& position) {
     if (position.index > 0) json_.raw(",");
     json_.raw("{");
     if (!position.isElement) {
       json_.key("name", true);
-      json_.text(input.name().view());
+      json_.text(position.depth == 0 ? name_ : input.name().view());
     }
     json_.key("type", position.isElement);
     json_.text(zn::korvo_sdk::attrTypeName(input.type()));
@@ -174,10 +103,13 @@ class InputWriter {
     json_.text(zn::korvo_sdk::dataTypeName(buffer.type));
     json_.key("count");
     json_.number(buffer.count);
+    if (!options_.hasBuffers) return;
+    zn::korvo_sdk::BufferValue shown = buffer;
+    shown.count = std::min(buffer.count, options_.maxElements);
     json_.key("value");
     json_.raw("[");
     bool first = true;
-    forEachNumber(buffer, [&](auto number) {
+    forEachNumber(shown, [&](auto number) {
       if (!first) json_.raw(",");
       first = false;
       json_.number(number);
@@ -201,6 +133,8 @@ class InputWriter {
   }
 
   JsonWriter& json_;
+  const DumpOptions& options_;
+  std::string_view name_;
 };
 
 void writeStatus(const ReadStatus& status, JsonWriter& json) {
@@ -228,7 +162,27 @@ void writeHeader(const Scene& scene, JsonWriter& json) {
   json.raw("]");
 }
 
-void writeNode(const Node& node, JsonWriter& json) {
+void writeInputs(const Node& node, const ChosenInputs& chosen, JsonWriter& json,
+                 const DumpOptions& options) {
+  InputWriter writer(json, options);
+  if (!chosen) {
+    for (std::uint64_t i = 0; i < node.inputCount(); ++i) {
+      if (i > 0) json.raw(",");
+      Input& input = *node.inputAt(i);
+      writer.write(input, input.name().view());
+    }
+    return;
+  }
+  bool first = true;
+  for (const ChosenInput& input : *chosen) {
+    if (!first) json.raw(",");
+    first = false;
+    writer.write(*input.input, input.name);
+  }
+}
+
+void writeNode(const Node& node, const ChosenInputs& chosen, JsonWriter& json,
+               const DumpOptions& options) {
   json.raw("{");
   json.key("type", true);
   json.text(node.type().view());
@@ -236,11 +190,7 @@ void writeNode(const Node& node, JsonWriter& json) {
   json.text(node.name().view());
   json.key("inputs");
   json.raw("[");
-  InputWriter writer(json);
-  for (std::uint64_t i = 0; i < node.inputCount(); ++i) {
-    if (i > 0) json.raw(",");
-    walkInput(*node.inputAt(i), writer);
-  }
+  writeInputs(node, chosen, json, options);
   json.raw("]}");
 }
 
@@ -269,7 +219,7 @@ void dumpJson(const ReadOutcome& outcome, const Scene& scene, TextOutput& out) {
 }
 
 void dumpJson(const ReadStatus& status, const LogWriter& writeLog, const Scene& scene,
-              TextOutput& out) {
+              TextOutput& out, const DumpOptions& options) {
   JsonWriter json(out);
   json.raw("{");
   writeStatus(status, json);
@@ -278,17 +228,24 @@ void dumpJson(const ReadStatus& status, const LogWriter& writeLog, const Scene& 
   writeLog(out);
   json.raw("]");
   writeHeader(scene, json);
-  json.key("nodes");
-  json.raw("[");
+  if (options.hasLines) {
+    json.raw("}\n");
+  } else {
+    json.key("nodes");
+    json.raw("[");
+  }
   bool first = true;
   for (std::uint64_t slot = 0; slot < scene.nodeSlots(); ++slot) {
     const Node* node = scene.nodeAt(slot);
     if (!node) continue;
-    json.raw(first ? "\n" : ",\n");
+    const ChosenInputs chosen = options.choose ? options.choose(*node) : ChosenInputs();
+    if (chosen && chosen->empty()) continue;
+    if (!options.hasLines) json.raw(first ? "\n" : ",\n");
     first = false;
-    writeNode(*node, json);
+    writeNode(*node, chosen, json, options);
+    if (options.hasLines) json.raw("\n");
   }
-  json.raw(first ? "]}\n" : "\n]}\n");
+  if (!options.hasLines) json.raw(first ? "]}\n" : "\n]}\n");
 }
 
 }  // namespace vsa_tools

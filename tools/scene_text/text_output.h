@@ -1,12 +1,14 @@
-// A buffered output for text: to a file, or to a string in memory. A dump of several gigabytes
-// needs one block of memory.
+// A buffered output for text: to a file, to a function, or to a string in memory. A dump of several
+// gigabytes needs one block of memory.
 #pragma once
 
 #include <charconv>
 #include <concepts>
 #include <cstdio>
+#include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tools/scene_text/real_text.h"
 
@@ -19,6 +21,9 @@ class TextOutput {
 
   /// Writes to `file`, which the caller closes, and which must stay open until the last flush().
   explicit TextOutput(std::FILE* file) : file_(file) {}
+
+  /// Passes the text on in blocks to `write`, which returns whether it could be written.
+  explicit TextOutput(std::function<bool(std::string_view)> write) : write_(std::move(write)) {}
 
   TextOutput(const TextOutput&) = delete;
   TextOutput& operator=(const TextOutput&) = delete;
@@ -47,23 +52,25 @@ class TextOutput {
 
   /// Writes the buffer and flushes the file. Returns false if any write since the start failed.
   bool flush() {
-    if (!file_) return true;
+    if (!file_ && !write_) return true;
     writeBuffer();
-    return std::fflush(file_) == 0 && !failed_;
+    return (!file_ || std::fflush(file_) == 0) && !failed_;
   }
 
-  /// The whole text so far; with a file, the part that is still in the buffer.
+  /// The whole text so far; with a file or a function, the part that is still in the buffer.
   const std::string& text() const { return text_; }
 
  private:
   static constexpr size_t BLOCK_BYTES = size_t{64} * 1024;
 
   void writeFullBlock() {
-    if (file_ && text_.size() >= BLOCK_BYTES) writeBuffer();
+    if (text_.size() >= BLOCK_BYTES && (file_ || write_)) writeBuffer();
   }
 
   void writeBuffer() {
-    if (std::fwrite(text_.data(), 1, text_.size(), file_) != text_.size()) failed_ = true;
+    const bool isWritten =
+        file_ ? std::fwrite(text_.data(), 1, text_.size(), file_) == text_.size() : write_(text_);
+    failed_ = failed_ || !isWritten;
     text_.clear();
   }
 
@@ -71,6 +78,7 @@ class TextOutput {
   // longer, most of all those of byte buffers.
   std::string text_;
   std::FILE* file_ = nullptr;
+  std::function<bool(std::string_view)> write_;
   bool failed_ = false;
 };
 

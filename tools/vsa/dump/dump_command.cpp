@@ -1,5 +1,6 @@
 #include "tools/vsa/dump/dump_command.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -11,20 +12,13 @@
 #include "tools/vsa/common/output.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/dump/dump_log.h"
+#include "tools/vsa/dump/large_buffer.h"
+#include "tools/vsa/dump/pretty_json.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
 namespace {
-
-/// Writes the dump to standard output. Returns the error message, empty on success.
-std::string writeDump(const FileOutcome& outcome, DumpLog& log, const vsa::Scene& scene) {
-  const ReadStatus status = log.end(outcome.read);
-  TextOutput out(stdout);
-  dumpJson(
-      status, [&log](TextOutput& to) { to.put(log.json()); }, scene.plain(), out);
-  return out.flush() ? "" : std::string("cannot write the dump: ") + std::strerror(errno);
-}
 
 FileOutcome read(const InputFile& input, vsa::Scene& scene, DumpLog& log) {
   const InterruptScope interrupts;
@@ -40,7 +34,72 @@ int exitStatusOf(const FileOutcome& outcome) {
 
 void DumpCommand::addTo(CLI::App& app) {
   app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
+  app.add_option("--select", selected_,
+                 "Print only these nodes or inputs: lamp, lamp.power, 'l*.*'")
+      ->type_name("NAME[.INPUT]")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  app.add_flag("--no-buffers", noBuffers_, "Print no elements of buffers, only their number");
+  app.add_option("--max-elements", maxElements_, "Print at most N elements of each buffer")
+      ->type_name("N")
+      ->check(CLI::NonNegativeNumber);
+  app.add_flag("--large-buffers", largeBuffers_, "Print buffers of more than 1 GiB, too");
+  CLI::Option* const lines =
+      app.add_flag("--ndjson", lines_, "One JSON object a line: the header, then each node");
+  app.add_flag("--pretty", pretty_, "Indent the JSON")->excludes(lines);
   reading_.addTo(app);
+  app.footer(
+      "Examples:\n"
+      "  vsa dump scene.vsa\n"
+      "  vsa dump --pretty --max-elements 4 scene.vsa | less\n"
+      "  vsa dump --select 'lamp*.power' scene.vsa\n"
+      "  vsa dump --ndjson --no-buffers scene.vsa | grep '\"type\":\"mesh\"'");
+}
+
+DumpOptions DumpCommand::options(const DumpSelection& selection) const {
+  DumpOptions options;
+  options.hasBuffers = !noBuffers_;
+  options.maxElements = maxElements_.value_or(options.maxElements);
+  options.hasLines = lines_;
+  if (!selected_.empty()) {
+    options.choose = [&selection](const zn::korvo_sdk::Node& node) {
+      return selection.inputsOf(vsa::NodeView(const_cast<zn::korvo_sdk::Node*>(&node)));
+    };
+  }
+  return options;
+}
+
+// Writes the dump to standard output. Returns the exit status.
+int DumpCommand::write(const vsa::Scene& scene, const ReadStatus& status,
+                       const DumpLog& log) const {
+  const DumpSelection selection(selected_);
+  const DumpOptions options = this->options(selection);
+  if (options.hasBuffers && !largeBuffers_) {
+    const std::string large = largeBufferOf(scene, selection, options.maxElements);
+    if (!large.empty()) {
+      printError(large +
+                 ": a buffer of more than 1 GiB is printed with --large-buffers only; "
+                 "--no-buffers and --max-elements N leave elements out");
+      return EXIT_USAGE;
+    }
+  }
+  TextOutput out(stdout);
+  PrettyJson pretty(out);
+  TextOutput indented([&pretty](std::string_view json) {
+    pretty.put(json);
+    return true;
+  });
+  TextOutput& to = pretty_ ? indented : out;
+  dumpJson(
+      status, [&log](TextOutput& log_out) { log_out.put(log.json()); }, scene.plain(), to, options);
+  const bool isWritten = indented.flush() && out.flush();
+  if (!isWritten) {
+    printError(std::string("cannot write the dump: ") + std::strerror(errno));
+    return EXIT_USAGE;
+  }
+  if (selection.matches(scene)) return EXIT_READ;
+  printError(shownName(file_) + ": nothing in it matches --select");
+  return EXIT_NOT_READ;
 }
 
 int DumpCommand::run() {
@@ -52,17 +111,15 @@ int DumpCommand::run() {
   vsa::Scene scene;
   DumpLog log(reading_);
   const FileOutcome outcome = read(input, scene, log);
-  const std::string problem = writeDump(outcome, log, scene);
+  const ReadStatus status = log.end(outcome.read);
+  const int written = write(scene, status, log);
   const std::string name = shownName(file_);
   for (const Loss& loss : outcome.losses) {
     printLine(diagnosticLine(name, loss.position, "error", loss.text));
   }
   if (log.notKept() > 0) printNotPrinted(name, log.notKept());
-  if (!problem.empty()) {
-    printError(problem);
-    return EXIT_USAGE;
-  }
-  return isInterrupted() ? EXIT_INTERRUPTED : exitStatusOf(outcome);
+  if (written == EXIT_USAGE) return EXIT_USAGE;
+  return isInterrupted() ? EXIT_INTERRUPTED : std::max(written, exitStatusOf(outcome));
 }
 
 }  // namespace vsa_tools

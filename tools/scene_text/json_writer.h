@@ -1,0 +1,47 @@
+// JSON as the dumps have it: compact, without control characters.
+#pragma once
+
+#include <cmath>
+#include <concepts>
+#include <string_view>
+
+#include "tools/scene_text/text_output.h"
+
+namespace vsa_tools {
+
+/// Writes JSON piece by piece. Strings are safe for terminals: what controls one is escaped.
+class JsonWriter {
+ public:
+  explicit JsonWriter(TextOutput& out) : out_(out) {}
+
+  /// Writes JSON syntax as it is.
+  void raw(std::string_view text) { out_.put(text); }
+
+  /// Writes `"name":`, after a comma unless it is the first key of its object.
+  void key(std::string_view name, bool first = false) {
+    if (!first) out_.put(',');
+    out_.put('"');
+    out_.put(name);
+    out_.put("\":");
+  }
+
+  void text(std::string_view text);
+
+  void boolean(bool value) { out_.put(value ? "true" : "false"); }
+
+  void number(std::integral auto value) { out_.put(value); }
+
+  void number(std::floating_point auto value) {
+    const bool isNumber = std::isfinite(value);
+    if (!isNumber) out_.put('"');
+    out_.putReal(value);
+    if (!isNumber) out_.put('"');
+  }
+
+ private:
+  void character(char32_t character, std::string_view bytes);
+
+  TextOutput& out_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,33 @@
+// Which nodes and inputs a dump has.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <vsa/view.h>
+#include "tools/scene_text/scene_dump.h"
+
+namespace vsa_tools {
+
+/// Patterns of nodes, "lamp*", and of inputs, "rig.bones[?].at"; see matchesPattern().
+class DumpSelection {
+ public:
+  /// The part of a pattern after its first period is for the paths of inputs. None: everything.
+  explicit DumpSelection(const std::vector<std::string>& patterns);
+
+  /// The inputs of the node whose paths match, with their paths as names, or the whole node. What
+  /// is inside an input that matches is not chosen again.
+  ChosenInputs inputsOf(vsa::NodeView node) const;
+
+  /// Whether something of the scene is chosen.
+  bool matches(vsa::SceneView scene) const;
+
+ private:
+  struct Pattern {
+    std::string node;
+    std::string path;  // empty: the whole node
+  };
+  std::vector<Pattern> patterns_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,46 @@
+// Compact JSON with indentation.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+#include <vector>
+
+#include "tools/scene_text/text_output.h"
+
+namespace vsa_tools {
+
+/// Takes compact, valid JSON in pieces and writes it with one key or element a line. Arrays of
+/// numbers and strings fill lines of about 100 columns. Needs memory for the depth only.
+class PrettyJson {
+ public:
+  explicit PrettyJson(TextOutput& out) : out_(out) {}
+
+  void put(std::string_view json) {
+    for (const char c : json) put(c);
+  }
+
+ private:
+  struct Container {
+    bool isEmpty = false;
+    bool isFlat = false;    // an array of single values
+    bool isBroken = false;  // its first line is full
+  };
+
+  void put(char c);
+  void putInString(char c);
+  void begin(char next);
+  void end(char c);
+  void comma();
+  void newLine();
+  void emit(char c);
+
+  TextOutput& out_;
+  std::vector<Container> open_;
+  bool isInString_ = false;
+  bool isAfterBackslash_ = false;
+  bool isAfterOpening_ = false;  // the last character began a container
+  char opening_ = 0;
+  std::size_t column_ = 0;
+};
+
+}  // namespace vsa_tools
