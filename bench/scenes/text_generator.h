@@ -42,11 +42,18 @@ Text geo(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 // nodes).
 Text nodes(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
+// The same with a comment, a matrix, a reference and a connection for each node: some 49 bytes a
+// statement.
+Text mixed(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
+
 // Nodes of a declaration, a reference and a connection, both to later nodes.
 Text links(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Strings of all lengths and comments.
 Text text(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
+
+// Strings of 20 to 200 characters with few escapes, and a comment before each node.
+Text shortText(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Images as compressed buffers. `bytes` is the uncompressed size.
 Text compressed(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
