@@ -15,12 +15,9 @@ bool isIndex(const Token& element) {
 
 }  // namespace
 
-PathResolver::PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
-                           const Emitter& emitter, ReadSession* session)
-    : node_(node), path_(path), valueType_(valueType), emitter_(emitter), session_(session) {
-}
-
 IInput* PathResolver::resolve() {
+  const bool isShort = path_.size() == 2 || path_.size() == 3;
+  if (isShort && path_.back().type == Token::Type::Id) return resolveInput();
   const Token* element = nextElement();
   next_ = nextElement();
   while (element != nullptr) {
@@ -33,6 +30,12 @@ IInput* PathResolver::resolve() {
     next_ = afterNext_;
   }
   return current_;
+}
+
+// The path of most statements: a node and the name of one input.
+IInput* PathResolver::resolveInput() {
+  required_ = {valueType_, AttrType::Null};
+  return current_ = step(path_.back());
 }
 
 // Names and indices; the dots between them are skipped.

@@ -17,7 +17,8 @@ class PathResolver {
  public:
   /// `emitter` has the position of the statement. `session` may be null.
   PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
-               const Emitter& emitter, ReadSession* session = nullptr);
+               const Emitter& emitter, ReadSession* session = nullptr)
+      : node_(node), path_(path), valueType_(valueType), emitter_(emitter), session_(session) {}
 
   interfaces::INode& node() const noexcept { return node_; }
 
@@ -42,6 +43,7 @@ class PathResolver {
     AttrType elementType;  // of an array
   };
 
+  interfaces::IInput* resolveInput();
   const Token* nextElement();
   Required required() const;
   interfaces::IInput* step(const Token& element);
