@@ -14,8 +14,8 @@
 
 namespace zn::korvo_sdk {
 
-InputImpl::InputImpl(NodeImpl* node, String name, AttrType type)
-    : name_(std::move(name)),
+InputImpl::InputImpl(NodeImpl* node, const String& name, AttrType type)
+    : name_(name),
       value_{.integer = 0},
       nameTag_(static_cast<std::uint32_t>(name_.hash())),
       level_(1),
@@ -28,8 +28,8 @@ InputImpl::InputImpl(NodeImpl* node, String name, AttrType type)
   parent_.node = node;
 }
 
-InputImpl::InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrType type)
-    : name_(std::move(name)),
+InputImpl::InputImpl(InputImpl* parent, const String& name, std::uint32_t index, AttrType type)
+    : name_(name),
       value_{.integer = 0},
       level_(static_cast<std::uint16_t>(parent->level_ + 1)),
       type_(static_cast<std::uint8_t>(type)),

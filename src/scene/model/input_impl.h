@@ -21,9 +21,9 @@ struct SceneStorage;
 class InputImpl final : public Input {
  public:
   /// An input of a node.
-  InputImpl(NodeImpl* node, String name, AttrType type);
+  InputImpl(NodeImpl* node, const String& name, AttrType type);
   /// A member of `parent`, or its element at `index`.
-  InputImpl(InputImpl* parent, String name, std::uint32_t index, AttrType type);
+  InputImpl(InputImpl* parent, const String& name, std::uint32_t index, AttrType type);
   /// Frees the memory of the value that is not from the scene's pool. Accesses no other object.
   ~InputImpl();
 

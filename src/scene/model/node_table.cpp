@@ -21,19 +21,18 @@ void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);
 }
 
-// Compares the hash of the node found last before its name: the node may not be in the cache.
+// A node that is found is not cached: the resolution of links looks all nodes up, with names whose
+// memory it reuses.
 NodeImpl* NodeTable::find(const String& name) {
-  const std::uint64_t hash = name.hash();
-  const InlineName::Key key(name);
-  if (hash == lastFoundHash_ && lastFound_->isNamed(key)) return lastFound_;
-  NodeImpl* const found = look(hash, key);
-  if (found == nullptr) {
-    lastMissing_ = name;
-    return nullptr;
-  }
-  lastFound_ = found;
-  lastFoundHash_ = hash;
+  if (name == lastName_) return last_;
+  NodeImpl* const found = look(name.hash(), InlineName::Key(name));
+  if (found == nullptr) cache(name, nullptr);
   return found;
+}
+
+void NodeTable::cache(const String& name, NodeImpl* node) noexcept {
+  lastName_ = name;
+  last_ = node;
 }
 
 NodeImpl* NodeTable::lookUp(std::string_view name) const noexcept {
@@ -43,25 +42,21 @@ NodeImpl* NodeTable::lookUp(std::string_view name) const noexcept {
 }
 
 NodeImpl* NodeTable::create(const String& type, const String& name) {
-  const bool isMissing = !name.isEmpty() && lastMissing_ == name;
-  if (!isMissing && find(name) != nullptr) return nullptr;
-  const std::uint64_t hash = name.hash();
+  if (find(name) != nullptr) return nullptr;
   const std::uint64_t position = nodes_.size();
   index_.reserveOne();
   NodeImpl& made = nodes_.make(type, name, position);
-  index_.insert(hash, position);
-  lastFound_ = &made;
-  lastFoundHash_ = hash;
-  lastMissing_ = String();
+  index_.insert(name.hash(), position);
+  cache(name, &made);
   return &made;
 }
 
 void NodeTable::remove(const String& name) {
-  NodeImpl* const node = look(name.hash(), InlineName::Key(name));
+  NodeImpl* const node = find(name);
   if (node == nullptr) return;
   node->markRemoved();
   index_.erase(name.hash(), node->position());
-  lastFoundHash_ = 0;
+  cache(name, nullptr);
 }
 
 }  // namespace zn::korvo_sdk

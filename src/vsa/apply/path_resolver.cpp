@@ -32,10 +32,15 @@ IInput* PathResolver::resolve() {
   return current_;
 }
 
-// The path of most statements: a node and the name of one input.
+// The path of most statements: a node and the name of one input. It makes the same calls as the
+// general path, in one function (nodes 100k: 5 % of the instructions).
 IInput* PathResolver::resolveInput() {
+  const Token& element = path_.back();
   required_ = {valueType_, AttrType::Null};
-  return current_ = step(path_.back());
+  if (anyNodeTypes()) return current_ = step(element);
+  static_cast<void>(node_.type());
+  IInput* const found = find(element.text);
+  return current_ = found != nullptr ? found : createInput(element.text);
 }
 
 // Names and indices; the dots between them are skipped.
@@ -77,9 +82,12 @@ IInput* PathResolver::find(const String& name) {
 }
 
 IInput* PathResolver::create(const String& name, const Token& element) {
-  const bool isArray = required_.type == AttrType::Array;
   const bool isElement = current_ != nullptr && current_->type() == AttrType::Array;
-  if (isElement) return elementAt(name, element);
+  return isElement ? elementAt(name, element) : createInput(name);
+}
+
+IInput* PathResolver::createInput(const String& name) {
+  const bool isArray = required_.type == AttrType::Array;
   if (session_ != nullptr) session_->takeInput(name.len());
   if (current_ == nullptr) {
     return isArray ? node_.createArray(name, required_.elementType)

@@ -71,11 +71,11 @@ inline std::uint32_t maskOf(__m128i flags) {
   return static_cast<std::uint32_t>(_mm_movemask_epi8(flags));
 }
 
-/// Flags the bytes from `first` up to `last`.
+/// Flags the bytes from `first` up to `last`. SSE2 compares signed bytes only, so `last` is moved
+/// to the largest of them: what is above it becomes negative.
 inline __m128i within(__m128i bytes, char first, char last) {
-  const __m128i offset = _mm_sub_epi8(bytes, _mm_set1_epi8(first));
-  return _mm_cmpeq_epi8(_mm_min_epu8(offset, _mm_set1_epi8(static_cast<char>(last - first))),
-                        offset);
+  const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
+  return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));
 }
 
 inline __m128i equal(__m128i bytes, char c) {
@@ -88,9 +88,10 @@ inline __m128i folded(__m128i bytes) {
 }
 
 inline std::uint32_t nameMask(__m128i bytes) {
-  const __m128i plain = _mm_or_si128(
-      _mm_or_si128(within(folded(bytes), 'a', 'z'), within(bytes, '0', '9')), equal(bytes, '_'));
-  return maskOf(plain) | (maskOf(bytes) & ~equalMask(bytes, static_cast<char>(0xFF)));
+  // As signed numbers, the bytes from 0x80 on are negative, and the end mark 0xFF is -1.
+  const __m128i high = _mm_cmplt_epi8(bytes, _mm_set1_epi8(-1));
+  const __m128i letters = _mm_or_si128(within(folded(bytes), 'a', 'z'), equal(bytes, '_'));
+  return maskOf(_mm_or_si128(_mm_or_si128(letters, within(bytes, '0', '9')), high));
 }
 
 /// Flags the characters that make a number a real.
