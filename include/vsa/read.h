@@ -7,9 +7,9 @@
 //
 // None of these functions throws, and none prints. Every failure is part of the result, and so is
 // what the host's own scene, source or callback throws. Each call has its own options;
-// calls on different scenes may run on different threads at the same time. A scene must not be read
-// into while it is read into already or walked: callbacks may look at the scene, and must not
-// change it.
+// calls on different scenes may run on different threads at the same time. Callbacks may look at
+// the scene that is read into, and must not change it. If one reads into it, that second reading is
+// Unreadable and changes nothing.
 #pragma once
 
 #include <cstddef>
@@ -142,14 +142,16 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
 
 /// Reads the literal of a buffer that was skipped, from the file or the text that it was skipped
 /// in. Diagnostics have the positions and the path that they have in the whole text. Limits, counts
-/// and progress concern the literal alone. A file that cannot be read, a null path, and a file or
-/// text that has no literal of the same type and count in its place any more: Unreadable, or the
-/// status of what stands there. Numbers that have changed are not noticed.
+/// and progress concern the literal alone. A file that cannot be read, a null path or text, and a
+/// file or text that has no literal of the same type and count in its place any more: Unreadable,
+/// or the status of what stands there. Numbers that have changed are not noticed.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuffer& skipped,
+                                        const ReadOptions& options = {}) noexcept;
+VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
                                         const ReadOptions& options = {}) noexcept;
 
 // The reading functions into a scene that is there: nodes are added to those that it has. The scene

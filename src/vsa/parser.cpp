@@ -28,6 +28,7 @@ bool VsaParser::parse(IScene* into, File file) {
 bool VsaParser::parse(IScene* into, Lexer* from) {
   scene = into;
   lexer = from;
+  if (session != nullptr) session->beginText(assignment_);
   prime();
   try {
     while (!nextIs(Type::Eof) && !nextIs(Type::Invalid)) {

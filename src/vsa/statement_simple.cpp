@@ -30,20 +30,9 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-// False if the statement meets a limit before it is applied: the parser then stops at its token.
+// False if the statement may meet a limit before it is applied: the parser then reads its tokens.
 bool VsaParser::begin(const SimpleStatement& statement) const {
-  if (session == nullptr) return true;
-  const bool hasValue = statement.kind == Kind::Value;
-  if (statement.isAssignment() && !session->admits(hasValue ? statement.value.size() : 0)) {
-    return false;
-  }
-  session->beginNewStatement(current.line, current.column);
-  if (statement.isAssignment()) {
-    session->beginAssignment(assignment_, statement.path());
-  } else {
-    session->endAssignment();
-  }
-  return true;
+  return session == nullptr || session->beginSimple(statement, current.line, current.column);
 }
 
 // False if the statement has a value that does not convert: the parser then makes the message.

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <type_traits>
 
@@ -116,17 +117,29 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
   if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
+// Asks a session while a text expands.
+class SessionObserver final : public RunObserver {
+ public:
+  explicit SessionObserver(ReadSession& session) : session_(session) {}
+  void beforeRun() override { session_.continueValue(); }
+
+ private:
+  ReadSession& session_;
+};
+
 // Decompresses the text from the "." up to the closing brace into the element memory. If the result
-// is shorter than the buffer, the rest stays zero. Returns its length.
-std::size_t expandElements(const AssignInfo& info, const Emitter& messages) {
+// is shorter than the buffer, the rest stays zero.
+void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const String& list = info.elementsToken.text;
   std::size_t length = 0;
-  const auto problem =
-      expandCompressedText(reinterpret_cast<const unsigned char*>(list.buf()) + 1, list.len() - 2,
-                           buffer.memory, static_cast<std::size_t>(buffer.bytes), length);
+  std::optional<SessionObserver> observer;
+  if (session != nullptr) observer.emplace(*session);
+  const auto problem = expandCompressedText(
+      reinterpret_cast<const unsigned char*>(list.buf()) + 1, list.len() - 2, buffer.memory,
+      static_cast<std::size_t>(buffer.bytes), length, observer ? &*observer : nullptr);
   if (problem) messages.fatalWithoutArguments(*problem);
-  return length;
+  if (session != nullptr) session->endBuffer(info, length);
 }
 
 // A session is asked each time that a run of this size is converted.
@@ -203,8 +216,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   allocateElements(info, messages);
   if (session != nullptr) session->hold(buffer.memory, buffer.bytes);
   if (isCompressed(info)) {
-    const std::size_t length = expandElements(info, messages);
-    if (session != nullptr) session->endBuffer(info, length);
+    expandElements(info, messages, session);
   } else {
     convertElements(info, messages, session);
   }

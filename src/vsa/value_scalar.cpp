@@ -130,7 +130,7 @@ bool VsaParser::tuple(AssignInfo& info) {
 // The characters of a string literal, in memory that the record owns.
 char* VsaParser::takeString(std::string_view literal) const {
   if (session != nullptr) session->charge(literal.size());
-  char* const characters = copyOfStringValue(literal);
+  char* const characters = copyOfStringValue(literal, session);
   if (session != nullptr) session->hold(characters, literal.size());
   return characters;
 }

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <vsa/read.h>
 #include "tests/api/scene_of.h"
 
 namespace {
@@ -99,6 +100,19 @@ TEST(Range, SurvivesChangesOfTheSceneDuringAWalk) {
   zn::korvo_sdk::impl::parseString(&scene.plain(), "c.x = 1; c.y = 2;");
   EXPECT_EQ(inputs.size(), 0U);
   EXPECT_EQ(scene["c"].inputs().size(), 2U);
+}
+
+TEST(Range, SurvivesReadingIntoTheSceneDuringAWalk) {
+  vsa::Scene scene = sceneOf("lamp a: .x = 1; lamp b; lamp c;");
+  Names seen;
+  for (const NodeView node : scene.nodes()) {
+    seen.emplace_back(node.name());
+    if (seen.size() > 8) break;
+    if (node.name() != "a") continue;
+    EXPECT_TRUE(vsa::readTextInto(scene, "remove b; lamp d; a.y = 2;").isComplete());
+  }
+  EXPECT_EQ(seen, (Names{"a", "c", "d"}));
+  EXPECT_EQ(scene["a"].inputs().size(), 2U);
 }
 
 }  // namespace

@@ -183,6 +183,27 @@ TEST(ReadMemory, StaysWithinItsLimit) {
   }
 }
 
+// Each message quotes the name of the node. One that is not kept is not put together.
+TEST(ReadMemory, IsNotTakenForDiagnosticsThatAreNotKept) {
+  warmUp();
+  std::string text = "lamp " + std::string(1'000'000, 'n') + ": .k = 1;\n";
+  for (int i = 0; i < 500; ++i) text += ".k = 2.5;\n.k = \"no\";\n.b = byte[9000000000] {1};\n";
+  for (const std::uint64_t kept : {std::uint64_t{0}, vsa::UNLIMITED}) {
+    vsa::ReadOptions options;
+    options.keptDiagnostics = kept;
+    options.keptDiagnosticBytes = 10'000'000;
+    AllocationTracker::start();
+    std::uint64_t found = 0;
+    {
+      const ReadResult result = vsa::readText(text, options);
+      found = result.errorCount + result.warningCount;
+    }
+    AllocationTracker::stop();
+    EXPECT_EQ(found, 1500U);
+    EXPECT_LT(AllocationTracker::count().calls, 2 * found) << kept;
+  }
+}
+
 }  // namespace
 
 }  // namespace vsa_tests

@@ -73,9 +73,9 @@ enum class BufferMode : std::uint8_t {
 struct ReadOptions {
   ReadLimits limits;
   /// Called at the beginning, then at most every 5 milliseconds, also while a long list of numbers
-  /// is converted and while links are resolved, and once more when the reading is complete: with
-  /// all bytes read and all links resolved. Returning false ends the reading with
-  /// ReadStatus::Cancelled; what the last call returns is not used.
+  /// is converted, a compressed buffer or a long string is expanded, and links are resolved, and
+  /// once more when the reading is complete: with all bytes read and all links resolved. Returning
+  /// false ends the reading with ReadStatus::Cancelled; what the last call returns is not used.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;

@@ -15,7 +15,8 @@ enum class ReadStatus : std::uint8_t {
   /// The text ends inside a statement, a string or a list, and has no other error up to there, or
   /// it ends at a byte 0xFF.
   CutOff,
-  Unreadable,   ///< The file or source could not be opened or read to its end.
+  /// The file or source could not be opened or read to its end, or the scene is being read into.
+  Unreadable,
   Cancelled,    ///< The progress callback returned false.
   OverLimit,    ///< The text has more than a limit allows; see ReadOutcome::limit.
   OutOfMemory,  ///< The library could not allocate memory, or the host threw std::bad_alloc.

@@ -198,6 +198,14 @@ LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
               [&](std::string& text) { return appendFrom(path, skipped.literal, text); });
 }
 
+LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
+                                const ReadOptions& options) noexcept {
+  if (text != nullptr) return loadBufferFromText(std::string_view(text), skipped, options);
+  LoadedBuffer loaded;
+  Ending(loaded).set(ReadStatus::Unreadable, "the text is null");
+  return loaded;
+}
+
 LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuffer& skipped,
                                 const ReadOptions& options) noexcept {
   return load(skipped, options, [&](std::string& literal) {

@@ -30,6 +30,9 @@ using zn::korvo_sdk::impl::ReadStopped;
 constexpr std::uint64_t BASE_MEMORY = std::uint64_t{64} << 20;
 constexpr std::uint64_t MEMORY_PER_BYTE = 100;
 
+// The reading of this thread that began last and has not ended.
+thread_local const Reading* innermost = nullptr;
+
 std::uint64_t defaultMemory(std::uint64_t textBytes) {
   if (textBytes > (UNLIMITED - BASE_MEMORY) / MEMORY_PER_BYTE) return UNLIMITED;
   return BASE_MEMORY + MEMORY_PER_BYTE * textBytes;
@@ -113,6 +116,12 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
 // Runs the body with this object as the sink of the thread, and turns exceptions into a status.
 template <class Body>
 void Reading::guarded(const Body& body) noexcept {
+  if (isSceneBusy()) {
+    ending_.set(ReadStatus::Unreadable, "the scene is being read into already");
+    return;
+  }
+  outer_ = innermost;
+  innermost = this;
   try {
     const zn::ScopedLogSink log(this);
     const zn::korvo_sdk::ScopedRecordSink records(this);
@@ -122,7 +131,15 @@ void Reading::guarded(const Body& body) noexcept {
   } catch (...) {
     ending_.setToException();
   }
+  innermost = outer_;
   fillCounts();
+}
+
+// Whether a callback of a reading into the scene began this one.
+bool Reading::isSceneBusy() const noexcept {
+  const Reading* reading = innermost;
+  while (reading != nullptr && &reading->scene_ != &scene_) reading = reading->outer_;
+  return reading != nullptr;
 }
 
 // The parser reports a std::runtime_error of the scene. The scene may throw anything else.
@@ -241,7 +258,7 @@ void Reading::afterBlock(std::string_view block) {
   store_->addBlock(block);
   checkTextBytes(index_->end());
   const bool grows = isDefaultMemory && !size_ && limits.memory < UNLIMITED / 2;
-  if (grows) limits.memory += MEMORY_PER_BYTE * block.size();
+  if (grows) raiseMemory(MEMORY_PER_BYTE * block.size());
 }
 
 void Reading::checkTextBytes(std::uint64_t bytes) {

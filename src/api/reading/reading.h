@@ -74,6 +74,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
 
   template <class Body>
   void guarded(const Body& body) noexcept;
+  bool isSceneBusy() const noexcept;
   template <class Body>
   void callScene(const Body& body);
   void readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
@@ -95,6 +96,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   std::uint64_t linksTotal() const noexcept;
   void fillCounts() noexcept;
 
+  const Reading* outer_ = nullptr;  // of the same thread, which this one is nested in
   IScene& scene_;
   const bool isOwnModel_;  // the scene is the library's
   const ReadOptions& options_;

@@ -49,10 +49,11 @@ constexpr std::size_t saturatingProduct(std::size_t number, std::size_t factor) 
 
 std::optional<DiagnosticId> expandCompressedText(const unsigned char* data, std::size_t size,
                                                  unsigned char* out, std::size_t capacity,
-                                                 std::size_t& length) {
+                                                 std::size_t& length, RunObserver* observer) {
   const bool hasMark = size > 0 && data[0] == MARK;
   const std::size_t markSize = hasMark ? 1 : 0;
   HexFeed feed(data + markSize, size - markSize);
+  feed.setObserver(observer);
   length = 0;
   const InflateStatus status =
       hasMark ? inflateStream(feed, out, capacity, length) : InflateStatus::Corrupt;

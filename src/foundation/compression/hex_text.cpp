@@ -40,6 +40,7 @@ unsigned pairAt(const unsigned char* text) {
 }  // namespace
 
 std::size_t HexFeed::next(const unsigned char*& bytes) {
+  if (observer_ != nullptr) observer_->beforeRun();
   unsigned char* to = run_;
   while (to != run_ + RUN_BYTES && text_ != textEnd_ && !hasBadCharacter_) {
     if (!hasHalfByte_) to = readPairs(to);

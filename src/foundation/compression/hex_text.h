@@ -3,6 +3,7 @@
 
 #include <cstddef>
 
+#include "foundation/compression/compressed_text.h"
 #include "foundation/compression/inflate.h"
 
 namespace zn {
@@ -15,6 +16,10 @@ class HexFeed final : public ByteFeed {
   /// Reads the `size` characters at `text`, all of them digits or white space.
   // cppcheck-suppress uninitMemberVar ; run_ is written before it is read, and clearing it costs
   HexFeed(const unsigned char* text, std::size_t size) : text_(text), textEnd_(text + size) {}
+
+  /// Told before each run, of at most 8 KiB of the stream; may be null. What it throws leaves
+  /// next().
+  void setObserver(RunObserver* observer) { observer_ = observer; }
 
   /// The next run of whole bytes. The input ends with the text, or before its first bad character.
   std::size_t next(const unsigned char*& bytes) override;
@@ -37,6 +42,7 @@ class HexFeed final : public ByteFeed {
   unsigned char* readPairs(unsigned char* to);
   unsigned char* readCharacter(unsigned char* to);
 
+  RunObserver* observer_ = nullptr;
   const unsigned char* text_;
   const unsigned char* textEnd_;
   bool hasBadCharacter_ = false;

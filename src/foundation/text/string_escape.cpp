@@ -10,6 +10,7 @@
 
 #include <vsa/foundation/string.h>
 #include "foundation/base/hex_digits.h"
+#include "foundation/text/unescape_piece.h"
 
 namespace zn {
 
@@ -124,20 +125,23 @@ std::size_t copyPlain(const char* at, const char* end, char* to) {
 
 // Most characters stand for themselves and are copied up to the next backslash. No sequence is
 // shorter than its result, so the rest of the text always fits into the rest of `out`.
-std::size_t String::unescape(std::string_view text, char* out) noexcept {
-  char* to = out;
-  const char* at = text.data();
-  const char* const end = at + text.size();
-  while (at < end) {
-    const std::size_t plain = copyPlain(at, end, to);
+char* unescapePiece(const char*& at, const char* stop, const char* end, char* to) noexcept {
+  while (at < stop) {
+    const std::size_t plain = copyPlain(at, stop, to);
     at += plain;
     to += plain;
-    if (at == end) break;
+    if (at == stop) break;
     const int read = escape(at, end, to);
     if (read == 0) *to++ = *at;
     at += read == 0 ? 1 : read;
   }
-  return static_cast<std::size_t>(to - out);
+  return to;
+}
+
+std::size_t String::unescape(std::string_view text, char* out) noexcept {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  return static_cast<std::size_t>(unescapePiece(at, end, end, out) - out);
 }
 
 String String::unescape() const {

@@ -7,7 +7,9 @@ namespace zn::korvo_sdk::impl {
 
 bool ReadSession::takeBuffer(AssignInfo& info, std::uint64_t expandedBytes) {
   const std::uint64_t bytes = info.data.payload.buffer.bytes;
-  raiseMemory(std::min(bytes, expandedBytes));
+  raisedBytes_ = isDefaultMemory ? std::min(bytes, expandedBytes) : 0;
+  raisedBytes_ = std::min(raisedBytes_, Limits::NONE - limits.memory);
+  raiseMemory(raisedBytes_);
   if (!admitsBuffer(info)) {
     skipBuffer(info);
     return false;
@@ -18,20 +20,24 @@ bool ReadSession::takeBuffer(AssignInfo& info, std::uint64_t expandedBytes) {
 }
 
 void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
-  raisedBytes_ = isDefaultMemory ? std::min(bytes, Limits::NONE - limits.memory) : 0;
-  limits.memory += raisedBytes_;
+  limits.memory += bytes;
+  remaining_ += bytes;
 }
 
+// Until the buffer is refused, what it did not expand to may be more than remains.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
-  limits.memory -= raisedBytes_ - std::min(raisedBytes_, length);
-  if (memory_ <= limits.memory &&
-      (!isDefaultMemory || bufferBytes_ <= limits.memory - limits.memory / 8))
-    return;
-  refuse(Refusal::Memory, info);
-  bufferBytes_ -= info.data.payload.buffer.bytes;
-  dropValue();
-  info.data.payload.buffer.memory = nullptr;
-  skipBuffer(info);
+  const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
+  const std::uint64_t limit = limits.memory - notUsed;
+  const bool isOver = notUsed > remaining_ || bufferBytes_ > limit - limit / 8;
+  if (isOver && isDefaultMemory) {
+    refuse(Refusal::Memory, info);
+    bufferBytes_ -= info.data.payload.buffer.bytes;
+    dropValue();
+    info.data.payload.buffer.memory = nullptr;
+    skipBuffer(info);
+  }
+  limits.memory = limit;
+  remaining_ -= std::min(notUsed, remaining_);
 }
 
 // By default, buffers leave an eighth of the limit to the rest of the text, so that the reading can
@@ -42,9 +48,9 @@ bool ReadSession::admitsBuffer(const AssignInfo& info) {
   const std::uint64_t bytes = info.data.payload.buffer.bytes;
   if (bytes > limits.bufferBytes) {
     refuse(Refusal::BufferBytes, info);
-  } else if (limits.memory != Limits::NONE && bytes > forBuffers - std::min(forBuffers, memory_)) {
+  } else if (limits.memory != Limits::NONE && bytes > forBuffers - std::min(forBuffers, memory())) {
     refuse(Refusal::Memory, info);
-  } else if (isDefaultMemory && bytes > forBuffers - bufferBytes_) {
+  } else if (isDefaultMemory && bytes > forBuffers - std::min(forBuffers, bufferBytes_)) {
     refuse(Refusal::BuffersInAll, info);
   } else {
     return true;
@@ -73,7 +79,7 @@ void ReadSession::handOverMemory(interfaces::IInput& input, AttrData& value) {
   ++counts.values;
   const bool isBuffer = value.type == AttrType::Buffer;
   if (isBuffer || heldBytes_ >= MIN_REPLACED_BYTES) {
-    memory_ -= std::min(memory_, bytesHeldBy(input));
+    release(bytesHeldBy(input));
   }
   if (isBuffer && skipsBuffers) keepSkipped(input, *assignment_, skippedCount_);
   held_ = nullptr;
@@ -89,12 +95,16 @@ std::uint64_t ReadSession::inputsOnPath() const noexcept {
 // Without a limit, the count stays at its maximum.
 void ReadSession::overcharge(std::uint64_t bytes) {
   if (limits.memory != Limits::NONE) exceed(Budget::Memory);
-  memory_ = Limits::NONE - bytes;
+  remaining_ = bytes;
+}
+
+void ReadSession::release(std::uint64_t bytes) noexcept {
+  remaining_ += std::min(bytes, memory());
 }
 
 void ReadSession::freeValue() noexcept {
   std::free(held_);
-  memory_ -= std::min(memory_, heldBytes_);
+  release(heldBytes_);
   held_ = nullptr;
   heldBytes_ = 0;
 }

@@ -11,6 +11,7 @@
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
 #include "vsa/apply/assign_info.h"
+#include "vsa/lex/statement_scanner.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -72,9 +73,15 @@ class ReadSession {
   /// The input whose link is being resolved; otherwise null.
   interfaces::IInput* link() const noexcept { return link_; }
   /// The current statement if it is an assignment whose path was read; otherwise null.
-  const AssignInfo* assignment() const noexcept { return assignment_; }
+  const AssignInfo* assignment() const noexcept {
+    if (simple_ == nullptr) return assignment_;
+    return simple_->isAssignment() ? simpleInfo_ : nullptr;
+  }
   /// Its path; empty if there is none.
-  std::span<const Token> path() const noexcept { return path_; }
+  std::span<const Token> path() const noexcept {
+    if (simple_ == nullptr) return path_;
+    return simple_->isAssignment() ? simple_->path() : std::span<const Token>();
+  }
 
   // The parser calls these. Those that take memory throw ReadStopped before it is taken.
 
@@ -83,13 +90,22 @@ class ReadSession {
     const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
     if (isAgain) --counts.statements;
     endAssignment();
-    beginNewStatement(line, column);
-  }
-  /// The same for a statement that was not begun before. The caller ends or begins the assignment.
-  void beginNewStatement(std::int32_t line, std::int32_t column) {
-    statement_ = {line, column};
     dropValue();
-    if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
+    countStatement(line, column);
+  }
+  /// Called before the first statement. `info` has the values of simple statements.
+  void beginText(const AssignInfo& info) noexcept {
+    simpleInfo_ = &info;
+    remaining_ = limits.memory;
+  }
+  /// The same for a simple statement, which was not begun before and stays as it is until the next
+  /// one begins. Returns false, and begins nothing, if it may meet a limit before it calls the
+  /// scene.
+  bool beginSimple(const SimpleStatement& statement, std::int32_t line, std::int32_t column) {
+    if (statement.value.size() > remaining_ || limits.depth != Limits::NONE) return false;
+    simple_ = &statement;
+    countStatement(line, column);
+    return true;
   }
   /// Both stay as they are until the next statement begins.
   void beginAssignment(const AssignInfo& info, std::span<const Token> path) {
@@ -98,6 +114,7 @@ class ReadSession {
     if (limits.depth != Limits::NONE && inputsOnPath() > limits.depth) exceed(Budget::Depth);
   }
   void endAssignment() noexcept {
+    simple_ = nullptr;
     assignment_ = nullptr;
     path_ = {};
   }
@@ -156,6 +173,8 @@ class ReadSession {
     }
     ++counts.values;
   }
+  /// Called when the value is not assigned: frees its memory.
+  void refuseValue() noexcept { dropValue(); }
 
   /// Whether a link between the two is to be made. Otherwise the input is cleared.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
@@ -172,27 +191,24 @@ class ReadSession {
   void skipBuffer(AssignInfo& info);
 
   /// Bytes that the reading has taken and that are still in use, as far as they are known.
-  std::uint64_t memory() const noexcept { return memory_; }
-  /// Whether an assignment to an input of a node, with a value of that size, meets no limit before
-  /// the scene is called.
-  bool admits(std::uint64_t valueBytes) const noexcept {
-    return limits.depth != 0 && valueBytes <= limits.memory - memory_;
-  }
+  std::uint64_t memory() const noexcept { return limits.memory - remaining_; }
   /// Counts memory that the reading is about to take.
   void charge(std::uint64_t bytes) {
-    if (bytes > limits.memory - memory_) [[unlikely]]
+    if (bytes > remaining_) [[unlikely]]
       overcharge(bytes);
-    memory_ += bytes;
+    remaining_ -= bytes;
   }
   /// Throws ReadStopped if `bytes` more, which are needed for a while, go over the limit.
   void requireMemory(std::uint64_t bytes) {
-    const bool isOver = bytes > limits.memory - memory_ && limits.memory != Limits::NONE;
-    if (isOver) [[unlikely]]
+    if (bytes > remaining_ && limits.memory != Limits::NONE) [[unlikely]]
       exceed(Budget::Memory);
   }
 
  protected:
   ~ReadSession() { dropValue(); }
+
+  /// Raises the limit of memory.
+  void raiseMemory(std::uint64_t bytes) noexcept;
 
   /// Throws ReadStopped.
   [[noreturn]] virtual void exceed(Budget budget) = 0;
@@ -230,17 +246,23 @@ class ReadSession {
   void handOverMemory(interfaces::IInput& input, AttrData& value);
   void overcharge(std::uint64_t bytes);
   bool admitsBuffer(const AssignInfo& info);
-  void raiseMemory(std::uint64_t bytes) noexcept;
+  void release(std::uint64_t bytes) noexcept;
+  void countStatement(std::int32_t line, std::int32_t column) {
+    statement_ = {line, column};
+    if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
+  }
   // All names and indices on the path but the node's name.
   std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
   interfaces::IInput* link_ = nullptr;
-  const AssignInfo* assignment_ = nullptr;
+  const SimpleStatement* simple_ = nullptr;  // the current statement, if it is simple
+  const AssignInfo* simpleInfo_ = nullptr;
+  const AssignInfo* assignment_ = nullptr;  // of a statement that is not simple
   std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
-  std::uint64_t memory_ = 0;        // at most limits.memory
+  std::uint64_t remaining_ = 0;     // of limits.memory
   std::uint64_t bufferBytes_ = 0;   // of all buffers of the text
   std::uint64_t raisedBytes_ = 0;   // what the limit of memory grew by for the last buffer
   std::uint64_t skippedCount_ = 0;  // elements of the buffer that is skipped

@@ -7,6 +7,7 @@
 #include <thread>
 #include <vector>
 
+#include <vsa/foundation/decompress.h>
 #include <vsa/foundation/log.h>
 #include <vsa/read.h>
 #include "tests/api/reading/api_read.h"
@@ -105,6 +106,29 @@ TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
   const ReadResult result = vsa::readText(text, options);
   EXPECT_EQ(result.status, ReadStatus::Cancelled);
   EXPECT_EQ(result.applied.values, 0U);
+}
+
+// The same: all of the text has been read before the value is converted.
+void expectCancelledInValue(const std::string& text) {
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress& progress) {
+    return progress.bytesRead < text.size();
+  };
+  const ReadResult result = vsa::readText(text, options);
+  EXPECT_EQ(result.status, ReadStatus::Cancelled);
+  EXPECT_EQ(result.applied.values, 0U);
+}
+
+TEST(ReadOptions, ProgressMayCancelTheExpansionOfABuffer) {
+  const std::vector<unsigned char> zeros(100'000'000);
+  const zn::String compressed = zn::compress(zeros.data(), zeros.size());
+  expectCancelledInValue("a x: .b = byte[100000000] {" + std::string(compressed.view()) + "};");
+}
+
+TEST(ReadOptions, ProgressMayCancelTheExpansionOfAString) {
+  std::string text = "a x: .s = \"";
+  for (int i = 0; i < 30'000'000; ++i) text += "\\n";
+  expectCancelledInValue(text + "\";");
 }
 
 TEST(ReadOptions, ProgressIsCalledWhileLinksAreResolved) {

@@ -1,10 +1,14 @@
 #include "vsa/apply/values/string_literal.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <memory>
 #include <new>
 #include <string_view>
+
+#include "foundation/text/unescape_piece.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -34,20 +38,40 @@ char* copyOfShort(std::string_view text) {
   return static_cast<char*>(std::memcpy(allocateString(length), unescaped, length + 1));
 }
 
+// A session is asked each time that a piece of this size is unescaped.
+constexpr std::size_t BYTES_PER_POLL = std::size_t{4} << 20;
+
+char* unescapeLong(std::string_view text, char* to, ReadSession* session) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  while (at < end) {
+    const auto left = static_cast<std::size_t>(end - at);
+    to = unescapePiece(at, at + std::min(left, BYTES_PER_POLL), end, to);
+    if (session != nullptr && at < end) session->continueValue();
+  }
+  return to;
+}
+
+struct Free {
+  void operator()(char* memory) const noexcept { std::free(memory); }
+};
+
 // Unescaping shortens the text: shrinks the block if realloc can.
-char* copyOfLong(std::string_view text) {
-  char* const characters = allocateString(text.size());
-  const std::size_t length = String::unescape(text, characters);
-  characters[length] = '\0';
-  void* const shortened = std::realloc(characters, length + 1);
+char* copyOfLong(std::string_view text, ReadSession* session) {
+  std::unique_ptr<char, Free> held(allocateString(text.size()));
+  char* const characters = held.get();
+  char* end = unescapeLong(text, characters, session);
+  *end++ = '\0';
+  static_cast<void>(held.release());
+  void* const shortened = std::realloc(characters, static_cast<std::size_t>(end - characters));
   return shortened != nullptr ? static_cast<char*>(shortened) : characters;
 }
 
 }  // namespace
 
-char* copyOfStringValue(std::string_view literal) {
+char* copyOfStringValue(std::string_view literal, ReadSession* session) {
   const std::string_view text = withoutQuotes(literal);
-  return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text);
+  return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text, session);
 }
 
 String stringValue(std::string_view literal) {

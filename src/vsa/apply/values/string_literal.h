@@ -4,12 +4,14 @@
 #include <string_view>
 
 #include <vsa/foundation/string.h>
+#include "vsa/apply/read_session.h"
 
 namespace zn::korvo_sdk::impl {
 
 /// The value of a string as written, in memory from malloc, with a NUL after it; the caller frees
-/// it. Throws std::bad_alloc.
-char* copyOfStringValue(std::string_view literal);
+/// it. A session, if there is one, is asked while a long one is unescaped, and may end the reading.
+/// Throws std::bad_alloc.
+char* copyOfStringValue(std::string_view literal, ReadSession* session = nullptr);
 
 /// The value of a string as written, as a String.
 String stringValue(std::string_view literal);

@@ -11,7 +11,10 @@ using interfaces::IInput;
 void ValueAssigner::assign(AttrData& value, std::string_view literal, const PathResolver& target) {
   IInput& input = *target.input();
   IInput* const array = target.array();
-  if (!accepts(value, literal, input)) return;
+  if (!accepts(value, literal, input)) {
+    if (session_ != nullptr) session_->refuseValue();
+    return;
+  }
   if (array != nullptr) {
     typedElements_.setEmptyElements(*array, target.arrayCountBefore(), value.elementType);
   }
