@@ -2,6 +2,7 @@
 
 #include "tools/vsa/check/check_command.h"
 #include "tools/vsa/convert/convert_command.h"
+#include "tools/vsa/diff/diff_command.h"
 #include "tools/vsa/dump/dump_command.h"
 #include "tools/vsa/fmt/fmt_command.h"
 #include "tools/vsa/stats/stats_command.h"
@@ -17,6 +18,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
   commands.push_back(std::make_unique<StatsCommand>());
   commands.push_back(std::make_unique<TreeCommand>());
   commands.push_back(std::make_unique<FmtCommand>());
+  commands.push_back(std::make_unique<DiffCommand>());
   return commands;
 }
 

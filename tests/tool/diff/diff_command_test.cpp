@@ -1,0 +1,234 @@
+// Runs `vsa diff` on files.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "tests/tool/command_fixture.h"
+
+namespace {
+
+class DiffTest : public vsa_tests::CommandFixture {
+ protected:
+  /// What a comparison of two texts prints. The status must fit.
+  std::string diff(const std::string& a, const std::string& b, const std::string& options = "") {
+    write("a.vsa", a);
+    write("b.vsa", b);
+    const auto run = vsa("diff " + options + " a.vsa b.vsa");
+    EXPECT_EQ(run.out.empty() ? 0 : 1, run.status) << run.err;
+    return run.out;
+  }
+};
+
+TEST_F(DiffTest, TheSameSceneInAnotherOrder) {
+  EXPECT_EQ("", diff("# one\nlamp a: .k = 1; .l = b; .o.x = 1; .o.y = 2; lamp b;",
+                     "# time: now\nlamp b; lamp a: .o.y = 2; .o.x = 1; .l = b; .k = 1;"));
+  EXPECT_EQ("", diff("", ""));
+}
+
+TEST_F(DiffTest, NodesAddedRemovedRenamedRetyped) {
+  EXPECT_EQ(
+      "- box gone\n"
+      "~ material clay -> mud\n"
+      "~ ball: type sphere -> cube\n"
+      "+ sky dawn\n",
+      diff("box gone: .k = 1; material clay: .color = rgba(1 0 0 1); sphere ball: .m = clay;",
+           "sky dawn; cube ball: .m = mud; material mud: .color = rgba(1 0 0 1);"));
+}
+
+TEST_F(DiffTest, RenamedNodesAreTheOnesWithTheSameLinks) {
+  EXPECT_EQ("~ m a -> y\n~ m b -> x\n~ t t1 -> u1\n~ t t2 -> u2\n",
+            diff("m a: .map = t1; m b: .map = t2; t t1: .file = \"1\"; t t2: .file = \"2\";",
+                 "m x: .map = u2; m y: .map = u1; t u1: .file = \"1\"; t u2: .file = \"2\";"));
+}
+
+TEST_F(DiffTest, ValuesOfEveryKind) {
+  const struct {
+    const char *a, *b, *shown;
+  } rows[] = {
+      {"1", "2", "n.v: 1 -> 2\n"},
+      {"1", "1.0", "n.v: 1 (Int) -> 1.0 (Real)\n"},
+      {"true", "false", "n.v: true -> false\n"},
+      {"1u", "2u", "n.v: 1u -> 2u\n"},
+      {"0.0", "-0.0", "n.v: 0.0 -> -0.0\n"},
+      {"\"red\"", "\"reed\"", "n.v: \"red\" -> \"reed\"\n"},
+      {"n", "other", "n.v: n -> other\n"},
+      {"n", "null", "n.v: n -> null\n"},
+      {"vec2(0 1)", "vec2(0 3)",
+       "n.v: vec2(0 1) -> vec2(0 3): 1 number differs, the first at 1: 1 -> 3, largest deviation 2 "
+       "at 1\n"},
+      {"vec2(0 1)", "pos2(0 1)", "n.v: vec2(0 1) (Vec2) -> pos2(0 1) (Pos2)\n"},
+      {"float[1] {1}", "double[1] {1}", "n.v: float[1] 1 -> double[1] 1\n"},
+      {"float[1] {1}", "float[2] {1 2}", "n.v: float[1] 1 -> float[2] 1 2\n"},
+      {"vec2f[3] {0 0 1 1 2 2}", "vec2f[3] {0 0 1 1.5 2 6}",
+       "n.v: vec2f[3] 0 0 1 1 ... -> vec2f[3] 0 0 1 1.5 ...: 2 elements differ, the first at 1: "
+       "(1 1) -> (1 1.5), largest deviation 4 at 2\n"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(row.shown, diff(std::string("a other; a n: .v = ") + row.a + ";",
+                              std::string("a other; a n: .v = ") + row.b + ";"))
+        << row.a;
+  }
+}
+
+TEST_F(DiffTest, LongStringsAreShownWhereTheyDiffer) {
+  EXPECT_EQ("n.v: byte 80: ...\"" + std::string(20, 'x') + "a\" -> byte 80: ...\"" +
+                std::string(20, 'x') + "b\"\n",
+            diff("a n: .v = \"" + std::string(100, 'x') + "a\";",
+                 "a n: .v = \"" + std::string(100, 'x') + "b\";"));
+}
+
+TEST_F(DiffTest, ArraysAndObjects) {
+  EXPECT_EQ(
+      "n.keys: real[2] 1.0 2.0 -> real[3] 1.0 2.5 9.0: 1 element differs, the first at 1: 2.0 -> "
+      "2.5, largest deviation 0.5 at 1\n"
+      "n.objs[0].b: added 2\n"
+      "n.objs[1]: removed {1 member}\n"
+      "n.o.x: 1 -> 2\n"
+      "n.o.z: removed true\n"
+      "n.links[0]: n -> m\n"
+      "n.new: added vec2(1 2)\n",
+      diff("a m; a n: .keys[*] = 1.0; .keys[*] = 2.0; .objs[*].a = 1; .objs[*].a = 2; .o.x = 1; "
+           ".o.z "
+           "= true; .links[*] = n;",
+           "a m; a n: .keys[*] = 1.0; .keys[*] = 2.5; .keys[*] = 9.0; .objs[*].a = 1; .objs[0].b = "
+           "2; .o.x = 2; .links[*] = m; .new = vec2(1 2);"));
+}
+
+TEST_F(DiffTest, Connections) {
+  EXPECT_EQ(
+      "n.a |= m.out -> m.other\n"
+      "n.b |= m.out -> none\n"
+      "n.c |= none -> m.out\n"
+      "n.k[0] |= none -> m.out\n",
+      diff("a m; a n: .a |= m.out; .b = 1; .b |= m.out; .c = 2; .k[*] = 1;",
+           "a m; a n: .a |= m.other; .b = 1; .c = 2; .c |= m.out; .k[*] = 1; .k[0] |= m.out;"));
+}
+
+TEST_F(DiffTest, Tolerances) {
+  const std::string a = "a n: .v = 100.0; .t = vec2(1 2); .b = float[2] {1 100}; .k[*] = 1.0;";
+  const std::string b = "a n: .v = 100.5; .t = vec2(1 2.5); .b = float[2] {1.5 101}; .k[*] = 1.5;";
+  EXPECT_EQ("", diff(a, b, "--tolerance 1"));
+  EXPECT_EQ(
+      "n.b: float[2] 1 100 -> float[2] 1.5 101: 1 element differs, the first at 1: 100 -> 101, "
+      "largest deviation 1 at 1\n",
+      diff(a, b, "--tolerance 0.5"));
+  EXPECT_EQ("", diff(a, b, "--tolerance 0.5 --relative 0.01"));
+  EXPECT_EQ("", diff(a, b, "--relative 0.4"));
+  for (const char* bad : {"--tolerance -1", "--relative x", "--tolerance"}) {
+    EXPECT_EQ(2, vsa(std::string("diff ") + bad + " a.vsa b.vsa").status) << bad;
+  }
+}
+
+TEST_F(DiffTest, IgnoredNodesAndInputs) {
+  const std::string a = "a n: .time = 1; .o.time = 1; .v = 1; b tmp1: .x = 1; c old: .time = 1;";
+  const std::string b = "a n: .time = 2; .o.time = 2; .v = 2; b tmp2: .x = 2; c new: .time = 2;";
+  EXPECT_EQ("n.v: 1 -> 2\n~ c old -> new\n", diff(a, b, "--ignore '*.time' --ignore 'tmp*'"));
+  EXPECT_EQ("", diff(a, b, "--ignore '*'"));
+  EXPECT_EQ("n.v: 1 -> 2\n",
+            diff("a n: .v = 1; .x.y = 1;", "a n: .v = 2; .x.z = 1;", "--ignore 'n.x*'"));
+}
+
+TEST_F(DiffTest, Json) {
+  write("a.vsa", "a n: .v = 1.0; .p = vec2f[1] {1 2}; b old: .x = 1;");
+  write("b.vsa", "a n: .v = 2.0; .p = vec2f[1] {1 4}; b new: .x = 1;");
+  const auto run = vsa("diff --json a.vsa b.vsa");
+  EXPECT_EQ(1, run.status);
+  EXPECT_EQ(nlohmann::json::parse(R"({"a": "a.vsa", "b": "b.vsa", "same": false, "differences": [
+      {"kind": "value", "nodeA": "n", "nodeB": "n", "input": "v", "a": "1.0", "b": "2.0"},
+      {"kind": "value", "nodeA": "n", "nodeB": "n", "input": "p", "a": "vec2f[1] 1 2",
+       "b": "vec2f[1] 1 4", "list": {"countA": 1, "countB": 1, "differing": 1, "first": 0,
+       "largestDeviation": 2.0, "largestAt": 0}},
+      {"kind": "node-renamed", "nodeA": "old", "nodeB": "new"}]})"),
+            nlohmann::json::parse(run.out));
+  const auto same = vsa("diff --json a.vsa a.vsa");
+  EXPECT_EQ(0, same.status);
+  EXPECT_EQ("{\"a\":\"a.vsa\",\"b\":\"a.vsa\",\"differences\":[],\"same\":true}\n", same.out);
+}
+
+TEST_F(DiffTest, TroubleIsTwo) {
+  write("good.vsa", "lamp sun: .k = 1;\n");
+  write("bad.vsa", "lamp sun: .k = 1;\n42;\n");
+  write("nul.vsa", std::string("lamp sun;\n# x\0y\n", 16));
+  for (const char* files : {"good.vsa bad.vsa", "bad.vsa good.vsa", "nul.vsa good.vsa",
+                            "good.vsa missing.vsa", "good.vsa", "a b c"}) {
+    const auto run = vsa(std::string("diff ") + files);
+    EXPECT_EQ(2, run.status) << files;
+    EXPECT_EQ("", run.out) << files;
+    EXPECT_NE("", run.err) << files;
+  }
+  write("other.vsa", "lamp sun: .k = 2;\n");
+  EXPECT_EQ(2, statusOf(VSA_COMMAND " diff good.vsa other.vsa >/dev/full 2>stderr.txt"));
+  EXPECT_EQ(0, vsa("diff - good.vsa <good.vsa").status);
+  EXPECT_NE(std::string::npos, vsa("diff --help").out.find("Examples:"));
+}
+
+TEST_F(DiffTest, NamesAreSafeForTerminals) {
+  const std::string name(5000, 'x');
+  const std::string out = diff(
+      "\xC2\x9B"
+      "2J n: .v = \"\x1B[2J\"; lamp " +
+          name + ";",
+      "lamp n: .v = \"\x1B[3J\"; lamp m: ." + name + " = 1;");
+  EXPECT_EQ(std::string::npos, out.find('\x1B'));
+  EXPECT_EQ(std::string::npos, out.find("\xC2\x9B"));
+  EXPECT_LT(out.size(), 1000u);
+  EXPECT_TRUE(nlohmann::json::accept(vsa("diff --json a.vsa b.vsa").out));
+}
+
+// A circle of links among 20,000 nodes, each of which has another name in the other file.
+TEST_F(DiffTest, ManyRenamedNodesInACircle) {
+  const auto circle = [](const std::string& prefix) {
+    std::string text;
+    for (int i = 0; i < 20000; ++i) {
+      text += "a " + prefix + std::to_string(i) + ": .v = " + std::to_string(i) +
+              "; .k = " + prefix + std::to_string((i + 1) % 20000) + ";\n";
+    }
+    return text;
+  };
+  const std::string out = diff(circle("a"), circle("b"));
+  EXPECT_EQ(20000, std::count(out.begin(), out.end(), '\n'));
+  EXPECT_TRUE(out.starts_with("~ a a0 -> b0\n~ a a1 -> b1\n")) << out.substr(0, 100);
+}
+
+/// A git repository with one scene that was changed after it was committed.
+class GitDiffTest : public DiffTest {
+ protected:
+  void SetUp() override {
+    DiffTest::SetUp();
+    write("setup.sh", "set -e\nexport HOME=$PWD\nPATH=$(dirname " VSA_COMMAND
+                      "):$PATH\n"
+                      "git init -q .\n"
+                      "git config user.email someone@example.com; git config user.name Someone\n"
+                      "echo '*.vsa diff=vsa' >.gitattributes\n");
+    write("scene.vsa", "lamp sun: .k = 1;\nsky dusk;\n");
+    EXPECT_EQ(0, statusOf(". ./setup.sh; git add -A; git commit -qm one"));
+    write("scene.vsa", "sky dusk;\nlamp sun: .k = 2;\n");
+  }
+
+  std::string git(const std::string& commands) {
+    EXPECT_EQ(0, statusOf("( . ./setup.sh; " + commands + " ) >stdout.txt 2>stderr.txt"))
+        << content("stderr.txt");
+    EXPECT_EQ("", content("stderr.txt"));
+    return content("stdout.txt");
+  }
+};
+
+// The two recipes of docs/commands.md.
+TEST_F(GitDiffTest, AsAnExternalDiff) {
+  EXPECT_EQ(
+      "vsa diff scene.vsa\nsun.k: 1 -> 2\n",
+      git("git config diff.vsa.command 'f() { echo \"vsa diff $1\"; vsa diff \"$2\" \"$5\" || "
+          "test $? -eq 1; }; f'; git diff scene.vsa"));
+  EXPECT_EQ(0, statusOf(". ./setup.sh; git rm -qf scene.vsa"));
+  EXPECT_EQ("vsa diff scene.vsa\n- lamp sun\n- sky dusk\n", git("git diff HEAD -- scene.vsa"));
+}
+
+TEST_F(GitDiffTest, AsATextConversion) {
+  const std::string shown = git(
+      "git config diff.vsa.textconv 'vsa convert --by-name --full-paths'; git diff -U0 scene.vsa");
+  EXPECT_NE(std::string::npos, shown.find("\n-sun.k = 1;\n+sun.k = 2;\n")) << shown;
+  EXPECT_EQ(std::string::npos, shown.find("dusk;\n")) << shown;
+}
+
+}  // namespace

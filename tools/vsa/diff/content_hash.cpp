@@ -1,0 +1,95 @@
+#include "tools/vsa/diff/content_hash.h"
+
+#include <bit>
+#include <cstring>
+#include <span>
+#include <string_view>
+
+#include "tools/vsa/common/scene/input_walk.h"
+#include "tools/vsa/common/scene/name_pattern.h"
+
+namespace vsa_tools {
+
+namespace {
+
+/// Eight bytes at a time. Whether two nodes are really the same is compared afterwards, so a text
+/// that is made to collide gains nothing.
+std::uint64_t hashOf(std::span<const std::byte> bytes) {
+  std::uint64_t hash = bytes.size();
+  for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(8, bytes.size()))) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, bytes.data(), std::min<std::size_t>(8, bytes.size()));
+    hash = mixHashes(hash, word);
+  }
+  return hash;
+}
+
+std::uint64_t hashOf(std::string_view text) {
+  return hashOf(std::as_bytes(std::span(text)));
+}
+
+std::uint64_t valueHash(vsa::InputView input) {
+  switch (input.type()) {
+    case vsa::ValueType::Bool:
+      return input.boolean(false);
+    case vsa::ValueType::Int:
+    case vsa::ValueType::UInt:
+      return static_cast<std::uint64_t>(input.plain()->integer());
+    case vsa::ValueType::Real:
+      return std::bit_cast<std::uint64_t>(input.real(0));
+    case vsa::ValueType::String:
+      return hashOf(input.string(""));
+    case vsa::ValueType::Buffer:
+      return mixHashes(static_cast<std::uint64_t>(input.buffer().elementType()),
+                       hashOf(input.buffer().bytes()));
+    case vsa::ValueType::Array:
+      return mixHashes(static_cast<std::uint64_t>(input.elementType()), input.elements().size());
+    default:
+      return hashOf(std::as_bytes(input.components()));
+  }
+}
+
+/// A reference to no node is the same as no value.
+std::uint64_t typeHash(vsa::InputView input) {
+  const auto type = input.type();
+  return static_cast<std::uint64_t>(type == vsa::ValueType::Node ? vsa::ValueType::Null : type);
+}
+
+}  // namespace
+
+// The multiplication and shifts of the finaliser of SplitMix64 (Steele, Lea, Flood, 2014).
+std::uint64_t mixHashes(std::uint64_t a, std::uint64_t b) {
+  std::uint64_t z = a * 0x9E3779B97F4A7C15U + b + 0x632BE59BD9B4E019U;
+  z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9U;
+  z = (z ^ (z >> 27)) * 0x94D049BB133111EBU;
+  return z ^ (z >> 31);
+}
+
+NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignored,
+                      const std::function<bool(vsa::NodeView)>& hasCounterpart) {
+  NodeContent content;
+  content.hash = hashOf(node.type());
+  const auto addLink = [&](std::uint64_t place, vsa::NodeView target) {
+    if (!target) return;
+    if (hasCounterpart(target))
+      content.hash += mixHashes(place, hashOf(target.name()));
+    else
+      content.links.emplace_back(place, target);
+  };
+  walkInputs(node, [&](const InputPlace& place) {
+    if (!ignored.empty() &&
+        matchesAny(ignored, std::string(node.name()) + '.' + std::string(place.path))) {
+      return false;
+    }
+    const std::uint64_t path = hashOf(place.path);
+    const vsa::ConnectionView source = place.input.connection();
+    // The sum does not depend on the order of the inputs.
+    content.hash += mixHashes(path, mixHashes(typeHash(place.input), valueHash(place.input)));
+    addLink(mixHashes(path, 1), place.input.node());
+    addLink(mixHashes(path, hashOf(source.output())), source.node());
+    return true;
+  });
+  return content;
+}
+
+}  // namespace vsa_tools

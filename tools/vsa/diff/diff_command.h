@@ -1,0 +1,25 @@
+// vsa diff: compares the scenes of two files by node and input.
+#pragma once
+
+#include <string>
+
+#include "tools/vsa/command.h"
+#include "tools/vsa/diff/scene_difference.h"
+
+namespace vsa_tools {
+
+/// Exits with 0 if the scenes are the same, with 1 if they differ, and with 2 if a file was not
+/// read completely.
+class DiffCommand final : public Command {
+ public:
+  DiffCommand() : Command("diff", "Compare the scenes of two files") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  std::string fileA_, fileB_;
+  DiffOptions options_;
+  bool json_ = false;
+};
+
+}  // namespace vsa_tools

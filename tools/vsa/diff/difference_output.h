@@ -1,0 +1,41 @@
+// The differences between two scenes as text or as JSON, written as they are found.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "tools/scene_text/text_output.h"
+#include "tools/vsa/diff/scene_difference.h"
+
+namespace vsa_tools {
+
+/// One line each:
+///   - sky dusk                    a removed node
+///   + sky dawn                    an added node
+///   ~ material clay -> mud        a renamed node
+///   ~ ball: type sphere -> box
+///   ball.radius: 1.0 -> 2.0
+///   ball.tint: removed red.out
+class DifferenceText final : public DifferenceSink {
+ public:
+  explicit DifferenceText(TextOutput& out) : out_(out) {}
+  void add(const Difference& difference) override;
+
+ private:
+  TextOutput& out_;
+};
+
+/// {"a": name, "b": name, "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}],
+///  "same": bool}, one difference a line. Bytes that are not valid UTF-8 become U+FFFD.
+class DifferenceJson final : public DifferenceSink {
+ public:
+  DifferenceJson(const std::string& nameA, const std::string& nameB, TextOutput& out);
+  void add(const Difference& difference) override;
+  void end();
+
+ private:
+  TextOutput& out_;
+  std::uint64_t count_ = 0;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,44 @@
+// How two lists of values differ: buffers, arrays of values, and tuples.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include <vsa/view.h>
+#include "tools/vsa/diff/tolerance.h"
+
+namespace vsa_tools {
+
+/// Elements are compared up to the shorter length.
+struct ListDifference {
+  std::uint64_t countA = 0, countB = 0;
+  /// Elements that differ.
+  std::uint64_t differing = 0;
+  /// The first of them, if there is one.
+  std::uint64_t first = 0;
+  /// The largest distance between two numbers, and its element. Not set if the elements are no
+  /// numbers, or if there is no difference that a number measures.
+  std::optional<double> largestDeviation;
+  std::uint64_t largestAt = 0;
+
+  bool isSame() const { return countA == countB && differing == 0; }
+};
+
+/// Both buffers have elements of one type.
+ListDifference compareBuffers(const vsa::BufferView& a, const vsa::BufferView& b,
+                              const Tolerance& tolerance);
+
+/// Whether the array's elements are values: numbers, tuples, strings.
+bool isValueArray(vsa::InputView array);
+
+/// Both arrays have values of one type.
+ListDifference compareArrays(vsa::InputView a, vsa::InputView b, const Tolerance& tolerance);
+
+/// The numbers of two tuples of one type.
+ListDifference compareTuples(vsa::InputView a, vsa::InputView b, const Tolerance& tolerance);
+
+/// Whether two values of one type are the same. The type is Bool, Int, UInt, Real, String or a
+/// tuple.
+bool isSameValue(vsa::InputView a, vsa::InputView b, const Tolerance& tolerance);
+
+}  // namespace vsa_tools

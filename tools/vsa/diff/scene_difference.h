@@ -1,0 +1,58 @@
+// The differences between two scenes, by node and input.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <vsa/view.h>
+#include "tools/vsa/diff/list_difference.h"
+#include "tools/vsa/diff/tolerance.h"
+
+namespace vsa_tools {
+
+enum class DifferenceKind {
+  NodeRemoved,
+  NodeAdded,
+  NodeRenamed,  ///< The same type and content under another name.
+  NodeType,
+  InputRemoved,
+  InputAdded,
+  Value,       ///< Other values, types or targets of a reference.
+  Connection,  ///< A connection to another output, or none.
+};
+
+/// One difference. Its views are missing where it concerns the other scene only.
+struct Difference {
+  DifferenceKind kind;
+  vsa::NodeView nodeA, nodeB;
+  /// The path from the node on; empty if it concerns the node. Valid during the call.
+  std::string_view path = {};
+  vsa::InputView a = {}, b = {};
+  /// For lists of one type.
+  std::optional<ListDifference> list = std::nullopt;
+};
+
+/// Receives the differences: those of the nodes of A in their order, then the added nodes.
+class DifferenceSink {
+ public:
+  virtual void add(const Difference& difference) = 0;
+
+ protected:
+  ~DifferenceSink() = default;
+};
+
+struct DiffOptions {
+  Tolerance tolerance;
+  /// Patterns of node names and of whole paths ("lamp.power") that are not compared.
+  std::vector<std::string> ignored;
+};
+
+/// Compares the scenes and returns the number of differences. The order of nodes and of inputs,
+/// comments, version and time are not compared. Does not recurse.
+std::uint64_t compareScenes(vsa::SceneView a, vsa::SceneView b, const DiffOptions& options,
+                            DifferenceSink& sink);
+
+}  // namespace vsa_tools

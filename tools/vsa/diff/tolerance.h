@@ -1,0 +1,44 @@
+// When two numbers count as the same.
+#pragma once
+
+#include <cmath>
+#include <cstring>
+#include <optional>
+#include <type_traits>
+
+namespace vsa_tools {
+
+/// The distance between two numbers. Exact for integers up to the rounding of the result.
+template <class Number>
+double deviation(Number a, Number b) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    return std::fabs(static_cast<double>(a) - static_cast<double>(b));
+  } else {
+    using Unsigned = std::make_unsigned_t<Number>;
+    const auto low = static_cast<Unsigned>(a < b ? a : b);
+    const auto high = static_cast<Unsigned>(a < b ? b : a);
+    return static_cast<double>(static_cast<Unsigned>(high - low));
+  }
+}
+
+/// How far numbers may be apart. If neither is set, all bits must be the same: 0 and -0 differ.
+struct Tolerance {
+  std::optional<double> absolute;
+  /// Of the larger of the two magnitudes.
+  std::optional<double> relative;
+
+  bool isExact() const { return !absolute && !relative; }
+
+  template <class Number>
+  bool accepts(Number a, Number b) const {
+    if (std::memcmp(&a, &b, sizeof a) == 0) return true;
+    if (isExact()) return false;
+    const double distance = deviation(a, b);
+    if (std::isnan(distance)) return std::isnan(double(a)) && std::isnan(double(b));
+    if (std::isinf(distance)) return false;
+    const double magnitude = std::fmax(std::fabs(double(a)), std::fabs(double(b)));
+    return (absolute && distance <= *absolute) || (relative && distance <= *relative * magnitude);
+  }
+};
+
+}  // namespace vsa_tools
