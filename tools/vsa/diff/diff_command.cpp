@@ -1,9 +1,11 @@
 #include "tools/vsa/diff/diff_command.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <future>
 
 #include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/scene/scene_file.h"
 #include "tools/vsa/common/standard_output.h"
 #include "tools/vsa/diff/difference_output.h"
@@ -44,6 +46,7 @@ void DiffCommand::addTo(CLI::App& app) {
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
   app.add_flag("--json", json_, "Print JSON");
+  reading_.addTo(app);
   app.footer(
       "Exit status: 0 the scenes are the same, 1 they differ, 2 a file was not read completely.\n"
       "Without a tolerance, numbers are the same if all their bits are.\n"
@@ -53,12 +56,14 @@ void DiffCommand::addTo(CLI::App& app) {
 }
 
 int DiffCommand::run() {
-  auto readingA = std::async(std::launch::async, [this] { return readSceneFile(fileA_); });
-  const SceneFile b = readSceneFile(fileB_), a = readingA.get();
+  const InterruptScope interrupts;
+  auto readingA =
+      std::async(std::launch::async, [this] { return readSceneFile(fileA_, reading_); });
+  const SceneFile b = readSceneFile(fileB_, reading_), a = readingA.get();
   std::fputs((a.messages + b.messages).c_str(), stderr);
   if (a.exitStatus != EXIT_READ || b.exitStatus != EXIT_READ) {
     printError("nothing was compared, because a file was not read completely");
-    return DIFF_TROUBLE;
+    return std::max({static_cast<int>(DIFF_TROUBLE), a.exitStatus, b.exitStatus});
   }
   TextOutput out(stdout);
   const std::uint64_t count = printDifferences(a, b, options_, json_, out);

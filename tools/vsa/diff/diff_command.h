@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
 #include "tools/vsa/diff/scene_difference.h"
 
 namespace vsa_tools {
@@ -19,6 +20,7 @@ class DiffCommand final : public Command {
  private:
   std::string fileA_, fileB_;
   DiffOptions options_;
+  ReadArguments reading_;
   bool json_ = false;
 };
 

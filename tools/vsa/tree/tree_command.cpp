@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/scene/scene_file.h"
 #include "tools/vsa/common/standard_output.h"
 
@@ -23,6 +24,7 @@ void TreeCommand::addTo(CLI::App& app) {
       ->type_name("PATTERN")
       ->expected(1)
       ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  reading_.addTo(app);
   app.footer(
       "Patterns have * for any characters and ? for one byte. Exit status 1 also if no node "
       "matches.\n"
@@ -33,7 +35,8 @@ void TreeCommand::addTo(CLI::App& app) {
 }
 
 int TreeCommand::run() {
-  const SceneFile file = readAndReport(file_);
+  const InterruptScope interrupts;
+  const SceneFile file = readAndReport(file_, reading_);
   if (file.exitStatus == EXIT_USAGE) return EXIT_USAGE;
   TextOutput out(stdout);
   const std::uint64_t roots = printTree(file.result.scene, options_, out);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
 #include "tools/vsa/tree/scene_tree.h"
 
 namespace vsa_tools {
@@ -17,6 +18,7 @@ class TreeCommand final : public Command {
  private:
   std::string file_;
   TreeOptions options_;
+  ReadArguments reading_;
 };
 
 }  // namespace vsa_tools

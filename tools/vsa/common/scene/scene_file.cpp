@@ -103,7 +103,6 @@ class Reading {
 }  // namespace
 
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments) {
-  const InterruptScope interrupts;
   const InputFile input = openInput(name);
   if (input.problem.empty()) return Reading(name, arguments).read(input);
   SceneFile file;

@@ -26,7 +26,8 @@ struct SceneFile {
   int exitStatus = 0;
 };
 
-/// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends it. Bytes
+/// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends it
+/// if the command has an InterruptScope. May be called by several threads. Bytes
 /// that end or damage the text without an error of the reader (a NUL, another encoding) are
 /// reported as `vsa check` reports them. Throws std::bad_alloc only.
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {});
