@@ -5,6 +5,7 @@
 #include "tools/vsa/diff/diff_command.h"
 #include "tools/vsa/dump/dump_command.h"
 #include "tools/vsa/fmt/fmt_command.h"
+#include "tools/vsa/graph/graph_command.h"
 #include "tools/vsa/stats/stats_command.h"
 #include "tools/vsa/tree/tree_command.h"
 
@@ -19,6 +20,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
   commands.push_back(std::make_unique<TreeCommand>());
   commands.push_back(std::make_unique<FmtCommand>());
   commands.push_back(std::make_unique<DiffCommand>());
+  commands.push_back(std::make_unique<GraphCommand>());
   return commands;
 }
 

@@ -1,0 +1,152 @@
+// Runs `vsa graph` on files, and Graphviz on what it writes.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "tests/tool/command_fixture.h"
+
+namespace {
+
+size_t occurrences(const std::string& text, const std::string& part) {
+  size_t count = 0;
+  for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++count;
+  return count;
+}
+
+class GraphTest : public vsa_tests::CommandFixture {
+ protected:
+  /// What a run that succeeds prints.
+  std::string graph(const std::string& arguments) {
+    const auto run = vsa("graph " + arguments);
+    EXPECT_EQ(0, run.status) << run.err;
+    return run.out;
+  }
+
+  void expectHas(const std::string& text, const std::string& part) {
+    EXPECT_NE(std::string::npos, text.find(part)) << part << "\n" << text;
+  }
+
+  /// 10,000 nodes: 99 materials with one of 3 textures each, and meshes, half of them with a
+  /// material.
+  std::string largeScene() {
+    std::string text;
+    for (int i = 0; i < 3; ++i) text += "texture t" + std::to_string(i) + ";\n";
+    for (int i = 0; i < 99; ++i) {
+      text += "material m" + std::to_string(i) + ": .map |= t" + std::to_string(i % 3) + ".out;\n";
+    }
+    for (int i = 0; i < 9898; ++i) {
+      text += "mesh n" + std::to_string(i);
+      text += i % 2 == 0 ? ": .material = m" + std::to_string(i % 99) + ";\n" : ";\n";
+    }
+    return text;
+  }
+};
+
+TEST_F(GraphTest, DrawsEachNodeAndLinkOfASmallScene) {
+  write("a.vsa",
+        "lamp sun: .color |= dusk.out; sky dusk; sphere ball: .materials[*] = clay; .other = clay; "
+        "material clay; .materials[*] = null;");
+  const std::string dot = graph("a.vsa");
+  expectHas(dot, "label=\"a.vsa: 4 nodes, 3 links\"");
+  expectHas(dot, "  n0 [label=\"sun\\nlamp\", fillcolor=");
+  expectHas(dot, "  n0 -> n1 [label=\"color\", penwidth=1.0, style=dashed];\n");
+  expectHas(dot, "  n2 -> n3 [label=\"materials[], ... × 2\", penwidth=1.2];\n");
+  EXPECT_EQ(2u, occurrences(dot, "->"));
+}
+
+TEST_F(GraphTest, ColoursAreThoseOfTypes) {
+  write("a.vsa", "lamp a; lamp b; sky c;");
+  const std::string dot = graph("a.vsa");
+  const auto colour = [&](const std::string& node) {
+    const size_t at = dot.find("fillcolor=", dot.find("  " + node + " ["));
+    return dot.substr(at, dot.find(']', at) - at);
+  };
+  EXPECT_EQ(colour("n0"), colour("n1"));
+  EXPECT_NE(colour("n0"), colour("n2"));
+}
+
+TEST_F(GraphTest, GroupsNodesThatAreLinkedAlike) {
+  write("a.vsa", largeScene());
+  const std::string dot = graph("a.vsa");
+  expectHas(dot, "label=\"a.vsa: 10000 nodes, 5048 links, 4 groups\"");
+  expectHas(dot, "[label=\"3 × texture\\nt0, ...\"");
+  expectHas(dot, "[label=\"99 × material\\nm0, ...\"");
+  expectHas(dot, "[label=\"4949 × mesh\\nn0, ...\"");
+  expectHas(dot, "[label=\"4949 × mesh\\nn1, ...\"");
+  expectHas(dot, "[label=\"material × 4949\"");
+  EXPECT_EQ(2u, occurrences(dot, "->"));
+}
+
+TEST_F(GraphTest, TheLimitBoundsNodesAndLinks) {
+  std::string text;
+  for (int i = 0; i < 300; ++i) {
+    text += "type" + std::to_string(i) + " n" + std::to_string(i) + ":";
+    for (int k = 1; k < 20; ++k) text += " .l[*] = n" + std::to_string(i * k % 300) + ";";
+  }
+  write("a.vsa", text);
+  const std::string dot = graph("--limit 10 a.vsa");
+  EXPECT_EQ(10u, occurrences(dot, "label=") - occurrences(dot, "->") - 1);
+  EXPECT_LE(occurrences(dot, "->"), 40u);
+  expectHas(dot, "291 nodes\\nof other types");
+  expectHas(dot, "300 nodes, 5700 links, 10 groups");
+  const std::string some = graph("--limit 299 a.vsa");
+  expectHas(some, " links not drawn\"");
+  EXPECT_EQ(4u * 299, occurrences(some, "->"));
+  for (const char* bad : {"0", "-1", "10001", "x"}) {
+    EXPECT_EQ(2, vsa(std::string("graph --limit ") + bad + " a.vsa").status) << bad;
+  }
+}
+
+TEST_F(GraphTest, GraphvizDrawsIt) {
+  write("a.vsa", largeScene());
+  const std::string svg = graph("--svg a.vsa");
+  expectHas(svg, "<svg ");
+  EXPECT_EQ(4u, occurrences(svg, "class=\"node\""));
+  expectHas(svg, ">4949 × mesh</text>");
+  EXPECT_EQ("", graph("--png a.vsa -o a.png"));
+  EXPECT_TRUE(content("a.png").starts_with("\x89PNG\r\n"));
+  EXPECT_EQ(2, vsa("graph --png --svg a.vsa").status);
+}
+
+TEST_F(GraphTest, WithoutGraphvizItSaysWhatIsMissing) {
+  write("a.vsa", "lamp sun;");
+  EXPECT_EQ(2,
+            statusOf("PATH=/nowhere " VSA_COMMAND " graph --svg a.vsa >stdout.txt 2>stderr.txt"));
+  EXPECT_EQ("", content("stdout.txt"));
+  EXPECT_EQ(
+      "vsa: --svg needs the program dot of Graphviz, which is not installed (on Debian: the "
+      "package "
+      "graphviz); without --svg the graph is written as DOT\n",
+      content("stderr.txt"));
+  EXPECT_EQ(0, statusOf("PATH=/nowhere " VSA_COMMAND " graph a.vsa >stdout.txt"));
+}
+
+TEST_F(GraphTest, HostileNames) {
+  const std::string name =
+      "\xC2\x9B"
+      "2J\xF0";
+  write("a&amp;\"\\.vsa", name + " " + name + ": ." + std::string(5000, 'x') + " = " + name + ";");
+  const std::string dot = graph("'a&amp;\"\\.vsa'");
+  EXPECT_EQ(std::string::npos, dot.find("\xC2\x9B"));
+  EXPECT_EQ(std::string::npos, dot.find('\xF0'));
+  expectHas(dot, "label=\"a&amp;amp;\\\"\\\\.vsa: 1 nodes, 1 links\"");
+  expectHas(dot, "\\\\u009b2J\\\\xf0");
+  EXPECT_LT(dot.size(), 2000u);
+  expectHas(graph("--svg 'a&amp;\"\\.vsa'"), ">\\u009b2J\\xf0</text>");
+}
+
+TEST_F(GraphTest, DamagedFilesAndFailures) {
+  write("bad.vsa", "lamp sun;\n42;\nlamp lost;\n");
+  const auto run = vsa("graph bad.vsa");
+  EXPECT_EQ(1, run.status);
+  expectHas(run.out, "bad.vsa: 1 nodes, 0 links");
+  expectHas(run.err, "unrecognized token '42'");
+  EXPECT_EQ(2, vsa("graph missing.vsa").status);
+  write("a.vsa", "lamp sun;");
+  EXPECT_EQ(2, vsa("graph a.vsa -o missing/a.dot").status);
+  EXPECT_EQ(2, statusOf(VSA_COMMAND " graph a.vsa >/dev/full 2>stderr.txt"));
+  expectHas(graph("- </dev/null"), "0 nodes, 0 links");
+  expectHas(vsa("graph --help").out, "Examples:");
+}
+
+}  // namespace

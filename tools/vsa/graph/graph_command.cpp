@@ -1,0 +1,57 @@
+#include "tools/vsa/graph/graph_command.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/scene/scene_file.h"
+#include "tools/vsa/common/standard_output.h"
+#include "tools/vsa/graph/dot_text.h"
+#include "tools/vsa/graph/graphviz.h"
+#include "tools/vsa/graph/scene_graph.h"
+
+namespace vsa_tools {
+
+void GraphCommand::addTo(CLI::App& app) {
+  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
+  app.add_option("-o,--output", output_, "File to write; - is standard output")->type_name("FILE");
+  CLI::Option* const svg = app.add_flag("--svg", svg_, "Write an SVG picture, by Graphviz");
+  app.add_flag("--png", png_, "Write a PNG picture, by Graphviz")->excludes(svg);
+  app.add_option("--limit", limit_, "Draw at most N nodes, or groups of them (100)")
+      ->type_name("N")
+      ->check(CLI::Range(1, 10000));
+  reading_.addTo(app);
+  app.footer(
+      "Without --svg and --png, the graph is written in DOT, the language of Graphviz.\n"
+      "Examples:\n"
+      "  vsa graph --svg scene.vsa -o scene.svg\n"
+      "  vsa graph --limit 30 --png large.vsa >large.png\n"
+      "  vsa graph scene.vsa | neato -Tpdf >scene.pdf");
+}
+
+int GraphCommand::run() {
+  const InterruptScope interrupts;
+  const SceneFile file = readAndReport(file_, reading_);
+  if (file.exitStatus == EXIT_USAGE) return EXIT_USAGE;
+  const std::string title = std::filesystem::path(file.name).filename();
+  const std::string dot = dotText(graphOf(file.result.scene, limit_), title);
+  if (!svg_ && !png_) return std::max(file.exitStatus, write(dot));
+  const Picture picture = renderDot(dot, svg_ ? "svg" : "png");
+  if (picture.problem.empty()) return std::max(file.exitStatus, write(picture.bytes));
+  printError(picture.problem);
+  return EXIT_USAGE;
+}
+
+int GraphCommand::write(const std::string& text) const {
+  if (output_ == "-") return printText(text);
+  std::ofstream output(output_, std::ios::binary);
+  if ((output << text).flush()) return EXIT_READ;
+  printError(output_ + ": " + std::strerror(errno));
+  return EXIT_USAGE;
+}
+
+}  // namespace vsa_tools

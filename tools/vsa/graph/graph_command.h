@@ -1,0 +1,28 @@
+// vsa graph: draws the nodes of a file and their links.
+#pragma once
+
+#include <cstddef>
+#include <string>
+
+#include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
+
+namespace vsa_tools {
+
+class GraphCommand final : public Command {
+ public:
+  GraphCommand() : Command("graph", "Draw the nodes of a file and their links") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  int write(const std::string& text) const;
+
+  std::string file_;
+  std::string output_ = "-";
+  ReadArguments reading_;
+  bool svg_ = false, png_ = false;
+  std::size_t limit_ = 100;
+};
+
+}  // namespace vsa_tools
