@@ -6,6 +6,7 @@
 
 #include "tools/vsa/command.h"
 #include "tools/vsa/common/read_arguments.h"
+#include "tools/vsa/stats/file_statistics.h"
 
 namespace vsa_tools {
 
@@ -18,9 +19,13 @@ class StatsCommand final : public Command {
   int run() override;
 
  private:
+  /// Reads the files and adds what they hold, in their order. Returns the exit status.
+  int countAll(const std::vector<std::string>& files, StatisticsReport& report) const;
+
   std::vector<std::string> files_;
   ReadArguments reading_;
-  bool json_ = false;
+  bool json_ = false, html_ = false, nul_ = false;
+  unsigned workers_ = 1;
 };
 
 }  // namespace vsa_tools

@@ -1,0 +1,14 @@
+// Files that CMake compiles into the command, see tools/vsa/stats/embed.cmake.
+#pragma once
+
+#include <string_view>
+
+namespace vsa_tools {
+
+/// page.html. @REPORT@ and @CHART_SCRIPT@ in it are to be replaced.
+std::string_view pageTemplate();
+
+/// Chart.js, the library that draws the plots. vendor/chart.LICENSE.md is its licence.
+std::string_view chartScript();
+
+}  // namespace vsa_tools

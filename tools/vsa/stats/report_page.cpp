@@ -1,0 +1,44 @@
+#include "tools/vsa/stats/report_page.h"
+
+#include <string_view>
+
+#include "tools/vsa/stats/embedded_files.h"
+
+namespace vsa_tools {
+
+namespace {
+
+/// JSON in which no tag can begin or end: outside of strings JSON has no such character.
+std::string withoutTags(const std::string& json) {
+  std::string text;
+  text.reserve(json.size());
+  for (const char c : json) {
+    if (c == '<')
+      text += "\\u003c";
+    else
+      text += c;
+  }
+  return text;
+}
+
+/// Appends the text up to `mark`, which it contains, and returns the rest behind it.
+std::string_view appendUpTo(std::string_view mark, std::string_view text, std::string& to) {
+  const std::size_t at = text.find(mark);
+  to += text.substr(0, at);
+  return text.substr(at + mark.size());
+}
+
+}  // namespace
+
+std::string reportPage(const StatisticsReport& report) {
+  std::string page;
+  std::string_view rest = appendUpTo("@REPORT@", pageTemplate(), page);
+  page += withoutTags(reportJson(report));
+  rest = appendUpTo("@CHART_SCRIPT@", rest, page);
+  // Without the comment that tells a debugger where to find another file.
+  page += chartScript().substr(0, chartScript().rfind("//# sourceMappingURL="));
+  page += rest;
+  return page;
+}
+
+}  // namespace vsa_tools
