@@ -159,6 +159,7 @@ TEST_F(DiffTest, TroubleIsTwo) {
   }
   write("other.vsa", "lamp sun: .k = 2;\n");
   EXPECT_EQ(2, statusOf(VSA_COMMAND " diff good.vsa other.vsa >/dev/full 2>stderr.txt"));
+  EXPECT_EQ(2, vsa("diff --max-text 5 good.vsa good.vsa").status);
   EXPECT_EQ(0, vsa("diff - good.vsa <good.vsa").status);
   EXPECT_NE(std::string::npos, vsa("diff --help").out.find("Examples:"));
 }

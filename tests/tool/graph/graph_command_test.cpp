@@ -142,6 +142,7 @@ TEST_F(GraphTest, DamagedFilesAndFailures) {
   expectHas(run.out, "bad.vsa: 1 nodes, 0 links");
   expectHas(run.err, "unrecognized token '42'");
   EXPECT_EQ(2, vsa("graph missing.vsa").status);
+  EXPECT_EQ(1, vsa("graph --max-text 5 bad.vsa").status);
   write("a.vsa", "lamp sun;");
   EXPECT_EQ(2, vsa("graph a.vsa -o missing/a.dot").status);
   EXPECT_EQ(2, statusOf(VSA_COMMAND " graph a.vsa >/dev/full 2>stderr.txt"));

@@ -129,6 +129,7 @@ TEST_F(TreeTest, DamagedFilesAreShownAsFarAsTheyWereRead) {
   EXPECT_EQ("sun (lamp)\n", run.out);
   EXPECT_NE(std::string::npos, run.err.find("unrecognized token '42'")) << run.err;
   EXPECT_EQ(2, vsa("tree missing.vsa").status);
+  EXPECT_EQ(1, vsa("tree --max-text 5 bad.vsa").status);
   EXPECT_EQ("", tree("- </dev/null"));
 }
 

@@ -1,11 +1,14 @@
 #include "tools/vsa/diff/diff_command.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdio>
 #include <future>
+#include <utility>
 
 #include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/progress.h"
 #include "tools/vsa/common/scene/scene_file.h"
 #include "tools/vsa/common/standard_output.h"
 #include "tools/vsa/diff/difference_output.h"
@@ -13,6 +16,31 @@
 namespace vsa_tools {
 
 namespace {
+
+/// Reads both files at the same time.
+class TwoReadings {
+ public:
+  explicit TwoReadings(const ReadArguments& arguments) : arguments_(arguments) {}
+
+  std::pair<SceneFile, SceneFile> read(const std::string& nameA, const std::string& nameB) {
+    auto readingA = std::async(std::launch::async, [&] { return readOne(nameA, 0); });
+    SceneFile b = readOne(nameB, 1);
+    return {readingA.get(), std::move(b)};
+  }
+
+ private:
+  SceneFile readOne(const std::string& name, std::size_t which) {
+    return readSceneFile(name, arguments_, [&, which](std::uint64_t done, std::uint64_t total) {
+      done_[which] = done;
+      total_[which] = total;
+      progress_.update(done_[0] + done_[1], total_[0] + total_[1]);
+    });
+  }
+
+  const ReadArguments& arguments_;
+  Progress progress_{"reading"};
+  std::atomic<std::uint64_t> done_[2] = {0, 0}, total_[2] = {0, 0};
+};
 
 enum DiffStatus { DIFF_SAME = 0, DIFF_DIFFERENT = 1, DIFF_TROUBLE = 2 };
 
@@ -57,9 +85,7 @@ void DiffCommand::addTo(CLI::App& app) {
 
 int DiffCommand::run() {
   const InterruptScope interrupts;
-  auto readingA =
-      std::async(std::launch::async, [this] { return readSceneFile(fileA_, reading_); });
-  const SceneFile b = readSceneFile(fileB_, reading_), a = readingA.get();
+  const auto [a, b] = TwoReadings(reading_).read(fileA_, fileB_);
   std::fputs((a.messages + b.messages).c_str(), stderr);
   if (a.exitStatus != EXIT_READ || b.exitStatus != EXIT_READ) {
     printError("nothing was compared, because a file was not read completely");

@@ -19,7 +19,7 @@ std::string nodeText(vsa::NodeView node) {
 
 /// The value of an input that only one scene has, with its connection.
 std::string loneText(vsa::InputView input) {
-  const std::string connection = shortConnection(input);
+  std::string connection = shortConnection(input);
   if (connection.empty()) return shortValue(input);
   if (input.type() == vsa::ValueType::Null) return connection;
   return fmt::format("{} |= {}", shortValue(input), connection);

@@ -64,7 +64,13 @@ class NodeComparison {
       if (!isPair(a.node(), b.node())) addValue(path, a, b);
     } else if (a.type() != b.type() || a.elementType() != b.elementType()) {
       addValue(path, a, b);
-    } else if (a.type() == vsa::ValueType::Buffer) {
+    } else {
+      compareSameTypes(path, a, b);
+    }
+  }
+
+  void compareSameTypes(std::string_view path, vsa::InputView a, vsa::InputView b) {
+    if (a.type() == vsa::ValueType::Buffer) {
       compareBufferValues(path, a, b);
     } else if (a.type() == vsa::ValueType::Array) {
       if (isValueArray(a)) addList(path, a, b, compareArrays(a, b, options_.tolerance));

@@ -1,8 +1,9 @@
 // When two numbers count as the same.
 #pragma once
 
+#include <bit>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <optional>
 #include <type_traits>
 
@@ -21,6 +22,17 @@ double deviation(Number a, Number b) {
   }
 }
 
+/// Whether all bits are the same.
+template <class Number>
+bool hasSameBits(Number a, Number b) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    using Bits = std::conditional_t<sizeof(Number) == 4, std::uint32_t, std::uint64_t>;
+    return std::bit_cast<Bits>(a) == std::bit_cast<Bits>(b);
+  } else {
+    return a == b;
+  }
+}
+
 /// How far numbers may be apart. If neither is set, all bits must be the same: 0 and -0 differ.
 struct Tolerance {
   std::optional<double> absolute;
@@ -31,7 +43,7 @@ struct Tolerance {
 
   template <class Number>
   bool accepts(Number a, Number b) const {
-    if (std::memcmp(&a, &b, sizeof a) == 0) return true;
+    if (hasSameBits(a, b)) return true;
     if (isExact()) return false;
     const double distance = deviation(a, b);
     if (std::isnan(distance)) return std::isnan(double(a)) && std::isnan(double(b));

@@ -14,7 +14,10 @@ std::string sizeText(std::uint64_t bytes) {
   if (bytes < 1000) return std::to_string(bytes) + " B";
   const char* unit = "KMGTPE";
   double size = static_cast<double>(bytes) / 1000;
-  for (; size >= 999.95; size /= 1000) ++unit;
+  while (size >= 999.95) {
+    size /= 1000;
+    ++unit;
+  }
   return fmt::format("{:.1f} {}B", size, *unit);
 }
 

@@ -30,8 +30,9 @@ std::string statusOf(const SceneFile& file) {
   return isDamaged ? "damaged" : vsa::name(file.result.status);
 }
 
-CountedFile countFile(const std::string& name, const ReadArguments& reading) {
-  SceneFile file = readSceneFile(name, reading);
+CountedFile countFile(const std::string& name, const ReadArguments& reading,
+                      const ReadingProgress& onProgress) {
+  SceneFile file = readSceneFile(name, reading, onProgress);
   return {
       {file.name, statusOf(file), statisticsOf(file)}, std::move(file.messages), file.exitStatus};
 }
@@ -63,9 +64,15 @@ int StatsCommand::countAll(const std::vector<std::string>& files, StatisticsRepo
   const unsigned workers =
       workers_ != 0 ? workers_ : std::max(std::thread::hardware_concurrency(), 1U);
   Progress progress("counting");
+  // Of several files, those that are done are shown.
+  ReadingProgress inFile;
+  if (files.size() == 1) {
+    inFile = [&](std::uint64_t done, std::uint64_t total) { progress.update(done, total); };
+  }
   int status = EXIT_READ;
   workInOrder(
-      files.size(), workers, [&](std::size_t i, Turn&) { return countFile(files[i], reading_); },
+      files.size(), workers,
+      [&](std::size_t i, Turn&) { return countFile(files[i], reading_, inFile); },
       [&](std::size_t i, CountedFile file) {
         if (!file.messages.empty()) progress.hide();
         std::fputs(file.messages.c_str(), stderr);

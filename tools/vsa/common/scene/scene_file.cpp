@@ -10,6 +10,7 @@
 #include "tools/vsa/common/diagnostic.h"
 #include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/progress.h"
 #include "tools/vsa/input/encoding.h"
 #include "tools/vsa/input/input_file.h"
 
@@ -29,7 +30,8 @@ bool isBrokenLink(vsa::DiagnosticId id) {
 /// Reads one file and collects its messages.
 class Reading {
  public:
-  Reading(const std::string& name, const ReadArguments& arguments) : arguments_(arguments) {
+  Reading(const std::string& name, const ReadArguments& arguments, const ReadingProgress& progress)
+      : arguments_(arguments), progress_(progress) {
     file_.name = shownName(name);
   }
 
@@ -50,6 +52,12 @@ class Reading {
   vsa::ReadOptions options() {
     vsa::ReadOptions options = arguments_.options();
     options.keptDiagnostics = 0;
+    if (progress_) {
+      options.onProgress = [this, goesOn = options.onProgress](const vsa::ReadProgress& at) {
+        if (at.bytesTotal) progress_(at.bytesRead, *at.bytesTotal);
+        return goesOn(at);
+      };
+    }
     options.onDiagnostic = [this](const vsa::Diagnostic& found) { add(found); };
     return options;
   }
@@ -95,6 +103,7 @@ class Reading {
   }
 
   const ReadArguments& arguments_;
+  const ReadingProgress& progress_;
   SceneFile file_;
   std::uint64_t kept_ = 0, dropped_ = 0;
   bool endIsReported_ = false;
@@ -102,9 +111,10 @@ class Reading {
 
 }  // namespace
 
-SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments) {
+SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
+                        const ReadingProgress& onProgress) {
   const InputFile input = openInput(name);
-  if (input.problem.empty()) return Reading(name, arguments).read(input);
+  if (input.problem.empty()) return Reading(name, arguments, onProgress).read(input);
   SceneFile file;
   file.name = shownName(name);
   file.messages = "vsa: " + printable(name + ": " + input.problem) + '\n';
@@ -113,7 +123,11 @@ SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments)
 }
 
 SceneFile readAndReport(const std::string& name, const ReadArguments& arguments) {
-  SceneFile file = readSceneFile(name, arguments);
+  Progress progress("reading");
+  SceneFile file = readSceneFile(name, arguments, [&](std::uint64_t done, std::uint64_t total) {
+    progress.update(done, total);
+  });
+  progress.hide();
   std::fputs(file.messages.c_str(), stderr);
   return file;
 }
