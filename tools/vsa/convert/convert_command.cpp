@@ -1,115 +1,40 @@
 #include "tools/vsa/convert/convert_command.h"
 
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
-
 #include <vsa/scene.h>
-#include <vsa/write.h>
 #include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/file_diagnostics.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/output.h"
 #include "tools/vsa/common/read_scene.h"
+#include "tools/vsa/convert/types_file.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
-namespace {
-
-using vsa::Scene;
-
-/// Standard output.
-class OutputSink final : public vsa::Sink {
- public:
-  bool write(std::string_view text) override {
-    const bool isWritten = std::fwrite(text.data(), 1, text.size(), stdout) == text.size();
-    if (!isWritten) problem_ = std::strerror(errno);
-    return isWritten;
-  }
-  bool flush() {
-    const bool isFlushed = std::fflush(stdout) == 0;
-    if (!isFlushed) problem_ = std::strerror(errno);
-    return isFlushed;
-  }
-  std::string error() const override { return "cannot write the text: " + problem_; }
-
- private:
-  std::string problem_;
-};
-
-vsa::WriteResult writeToOutput(const Scene& scene, const vsa::WriteOptions& options) {
-  OutputSink out;
-  vsa::WriteResult result = vsa::writeTo(scene, out, options);
-  if (result.isWritten() && !out.flush()) {
-    result.status = vsa::WriteStatus::Unwritable;
-    result.message = out.error();
-  }
-  return result;
-}
-
-/// Prints what the text cannot carry, one a line.
-void printProblems(const std::string& name, const vsa::WriteResult& result) {
-  const char* const level = result.isWritten() ? "warning" : "error";
-  for (const vsa::WriteProblem& problem : result.problems) {
-    const std::string place = problem.node + problem.input;
-    const std::string text = (place.empty() ? "the header" : place) + ": " + problem.reason;
-    printLine(diagnosticLine(shownName(name), std::nullopt, level, text));
-  }
-  const std::uint64_t others = result.problemCount - result.problems.size();
-  if (others > 0) printError("and " + std::to_string(others) + " more");
-}
-
-int exitStatusOf(const vsa::WriteResult& result) {
-  if (result.isWritten()) return EXIT_READ;
-  return result.status == vsa::WriteStatus::NotCarried ? EXIT_NOT_READ : EXIT_USAGE;
-}
-
-}  // namespace
-
 void ConvertCommand::addTo(CLI::App& app) {
   app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
-  app.add_option("-o,--output", output_, "File to write or replace; - is standard output")
+  writing_.addTo(app);
+  app.add_option(
+         "--types", types_,
+         "Declare the node types of this file (docs/types.md) first, which renames the inputs "
+         "and outputs that have former names")
       ->type_name("FILE");
-  CLI::Option* const compress =
-      app.add_flag("--compress", compress_, "Write buffers of bytes as compressed blocks");
-  app.add_flag("--expand", expand_, "Write buffers of bytes as numbers, as without it")
-      ->excludes(compress);
-  app.add_flag("--full-paths", fullPaths_, "Write the node's name in every statement");
-  app.add_flag("--by-name", byName_, "Sort the nodes by name");
-  app.add_flag("--links-last", linksLast_, "Write references and connections last");
-  app.add_option("--width", options_.lineWidth, "Columns of a line of numbers; 0: no limit")
-      ->type_name("N");
-  app.add_option("--numbers", options_.numbersPerLine,
-                 "Numbers in a line of a list; 0: as many as fit")
-      ->type_name("N");
-  app.add_flag("--no-header", noHeader_, "Leave out comments, version and time");
-  app.add_flag("--lossy", options_.lossy, "Leave out what a text cannot carry");
   reading_.addTo(app);
   app.footer(
       "Examples:\n"
       "  vsa convert scene.vsa -o copy.vsa\n"
       "  vsa convert --compress textures.vsa -o textures.vsa\n"
+      "  vsa convert --types types.json old.vsa -o new.vsa\n"
       "  vsa convert --by-name --full-paths - <a.vsa | less");
 }
 
-vsa::WriteOptions ConvertCommand::options() const {
-  vsa::WriteOptions options = options_;
-  if (compress_) options.buffers = vsa::BufferForm::Compressed;
-  if (fullPaths_) options.paths = vsa::PathForm::Full;
-  if (byName_) options.order = vsa::NodeOrder::Name;
-  if (linksLast_) options.links = vsa::LinkPlace::Last;
-  if (noHeader_) options.header = vsa::HeaderForm::None;
-  return options;
-}
-
 int ConvertCommand::run() {
+  if (!types_.empty() && !declareTypesOf(types_)) return EXIT_USAGE;
   const InputFile input = openInput(file_);
   if (!input.problem.empty()) {
     printError(file_ + ": " + input.problem);
     return EXIT_USAGE;
   }
-  Scene scene;
+  vsa::Scene scene;
   FileDiagnostics diagnostics(shownName(file_), reading_);
   {
     const InterruptScope interrupts;
@@ -121,11 +46,7 @@ int ConvertCommand::run() {
       return EXIT_NOT_READ;
     }
   }
-  const vsa::WriteResult result =
-      output_ == "-" ? writeToOutput(scene, options()) : vsa::writeFile(scene, output_, options());
-  printProblems(file_, result);
-  if (!result.isWritten() && result.problems.empty()) printError(result.message);
-  return exitStatusOf(result);
+  return writing_.write(scene, file_);
 }
 
 }  // namespace vsa_tools

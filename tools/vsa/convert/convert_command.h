@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include <vsa/write_options.h>
 #include "tools/vsa/command.h"
 #include "tools/vsa/common/read_arguments.h"
+#include "tools/vsa/common/writing/write_arguments.h"
 
 namespace vsa_tools {
 
@@ -18,14 +18,10 @@ class ConvertCommand final : public Command {
   int run() override;
 
  private:
-  vsa::WriteOptions options() const;
-
   std::string file_;
-  std::string output_ = "-";
-  vsa::WriteOptions options_;
+  std::string types_;
+  WriteArguments writing_;
   ReadArguments reading_;
-  bool compress_ = false, fullPaths_ = false, byName_ = false, linksLast_ = false;
-  bool noHeader_ = false, expand_ = false;
 };
 
 }  // namespace vsa_tools

@@ -9,7 +9,7 @@
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/ordered_workers.h"
 #include "tools/vsa/common/progress.h"
-#include "tools/vsa/fmt/sinks.h"
+#include "tools/vsa/common/writing/output_sink.h"
 
 namespace vsa_tools {
 

@@ -12,6 +12,7 @@
 #include "tools/scene_text/printable_text.h"
 #include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/writing/output_sink.h"
 #include "tools/vsa/fmt/line_diff.h"
 #include "tools/vsa/fmt/reading_check.h"
 #include "tools/vsa/fmt/same_tokens.h"

@@ -1,4 +1,4 @@
-// Where a formatted text goes.
+// Where a formatted text goes besides standard output and the file that it replaces.
 #pragma once
 
 #include <cstdio>
@@ -9,21 +9,6 @@
 #include "tools/vsa/fmt/text_file.h"
 
 namespace vsa_tools {
-
-/// Standard output. On a terminal, characters that control it are escaped.
-class OutputSink final : public vsa::Sink {
- public:
-  OutputSink();
-  bool write(std::string_view text) override;
-  bool flush();
-  std::string error() const override { return problem_; }
-
- private:
-  bool fail();
-
-  bool isTerminal_;
-  std::string problem_;
-};
 
 /// Compares a text with a source, as far as it goes.
 class ComparingSink final : public vsa::Sink {
@@ -51,8 +36,5 @@ class FileSink final : public vsa::Sink {
  private:
   std::FILE* file_;
 };
-
-/// `text` with what controls a terminal escaped, line feeds excepted.
-std::string safeLines(std::string_view text);
 
 }  // namespace vsa_tools

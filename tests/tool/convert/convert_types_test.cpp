@@ -1,0 +1,38 @@
+// vsa convert --types: former names become current ones.
+#include "tests/tool/command_fixture.h"
+
+namespace {
+
+using vsa_tests::CommandOutcome;
+
+constexpr char TYPES[] = R"({"types": {"lamp": {
+  "inputs": {"power": {"type": "Real"}, "color": {"type": "Rgba"}},
+  "outputs": ["outColor"],
+  "formerInputs": {"watts": "power"}, "formerOutputs": {"out": "outColor"}}}})";
+
+class ConvertTypesTest : public vsa_tests::CommandFixture {};
+
+TEST_F(ConvertTypesTest, UpgradesFormerNames) {
+  write("types.json", TYPES);
+  write("a.vsa", "lamp sun: .watts = 60.0;\nlamp moon: .color |= sun.out;\n");
+  const CommandOutcome run = vsa("convert --types types.json a.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_NE(run.out.find("  .power = 60.0;\n"), std::string::npos) << run.out;
+  EXPECT_NE(run.out.find("  .color |= sun.outColor;\n"), std::string::npos) << run.out;
+}
+
+TEST_F(ConvertTypesTest, RefusesADamagedTypesFile) {
+  write("a.vsa", "lamp sun;");
+  write("types.json", "{\"types\": ");
+  CommandOutcome run = vsa("convert --types types.json a.vsa");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.out, "");
+  EXPECT_TRUE(run.err.starts_with("types.json:1:")) << run.err;
+  run = vsa("convert --types missing.json a.vsa");
+  EXPECT_EQ(run.status, 2);
+  EXPECT_EQ(run.err, "vsa: missing.json: No such file or directory\n");
+  EXPECT_EQ(vsa("convert --types . a.vsa").status, 2);
+}
+
+}  // namespace

@@ -1,0 +1,30 @@
+// Standard output as the sink of a text.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <vsa/write.h>
+
+namespace vsa_tools {
+
+/// Writes to standard output. On a terminal, characters that control it are escaped.
+class OutputSink final : public vsa::Sink {
+ public:
+  OutputSink();
+  bool write(std::string_view text) override;
+  /// False if the output cannot be written.
+  bool flush();
+  std::string error() const override { return problem_; }
+
+ private:
+  bool fail();
+
+  bool isTerminal_;
+  std::string problem_;
+};
+
+/// `text` with what controls a terminal escaped, line feeds excepted.
+std::string safeLines(std::string_view text);
+
+}  // namespace vsa_tools

@@ -1,0 +1,82 @@
+#include "tools/vsa/common/writing/write_arguments.h"
+
+#include <optional>
+
+#include <vsa/write.h>
+#include "tools/vsa/common/diagnostic.h"
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/writing/output_sink.h"
+#include "tools/vsa/input/input_file.h"
+
+namespace vsa_tools {
+
+namespace {
+
+vsa::WriteResult writeToOutput(const vsa::Scene& scene, const vsa::WriteOptions& options) {
+  OutputSink out;
+  vsa::WriteResult result = vsa::writeTo(scene, out, options);
+  if (result.isWritten() && !out.flush()) {
+    result.status = vsa::WriteStatus::Unwritable;
+    result.message = out.error();
+  }
+  return result;
+}
+
+/// Prints what the text cannot carry, one a line.
+void printProblems(const std::string& name, const vsa::WriteResult& result) {
+  const char* const level = result.isWritten() ? "warning" : "error";
+  for (const vsa::WriteProblem& problem : result.problems) {
+    const std::string place = problem.node + problem.input;
+    const std::string text = (place.empty() ? "the header" : place) + ": " + problem.reason;
+    printLine(diagnosticLine(shownName(name), std::nullopt, level, text));
+  }
+  const std::uint64_t others = result.problemCount - result.problems.size();
+  if (others > 0) printError("and " + std::to_string(others) + " more");
+}
+
+int exitStatusOf(const vsa::WriteResult& result) {
+  if (result.isWritten()) return EXIT_READ;
+  return result.status == vsa::WriteStatus::NotCarried ? EXIT_NOT_READ : EXIT_USAGE;
+}
+
+}  // namespace
+
+void WriteArguments::addTo(CLI::App& app) {
+  app.add_option("-o,--output", output_, "File to write or replace; - is standard output")
+      ->type_name("FILE");
+  CLI::Option* const compress =
+      app.add_flag("--compress", compress_, "Write buffers of bytes as compressed blocks");
+  app.add_flag("--expand", expand_, "Write buffers of bytes as numbers, as without it")
+      ->excludes(compress);
+  app.add_flag("--full-paths", fullPaths_, "Write the node's name in every statement");
+  app.add_flag("--by-name", byName_, "Sort the nodes by name");
+  app.add_flag("--links-last", linksLast_, "Write references and connections last");
+  app.add_option("--width", options_.lineWidth, "Columns of a line of numbers; 0: no limit")
+      ->type_name("N");
+  app.add_option("--numbers", options_.numbersPerLine,
+                 "Numbers in a line of a list; 0: as many as fit")
+      ->type_name("N");
+  app.add_flag("--no-header", noHeader_, "Leave out comments, version and time");
+  app.add_flag("--lossy", options_.lossy, "Leave out what a text cannot carry");
+}
+
+vsa::WriteOptions WriteArguments::options() const {
+  vsa::WriteOptions options = options_;
+  if (compress_) options.buffers = vsa::BufferForm::Compressed;
+  if (fullPaths_) options.paths = vsa::PathForm::Full;
+  if (byName_) options.order = vsa::NodeOrder::Name;
+  if (linksLast_) options.links = vsa::LinkPlace::Last;
+  if (noHeader_) options.header = vsa::HeaderForm::None;
+  return options;
+}
+
+int WriteArguments::write(const vsa::Scene& scene, const std::string& name) const {
+  const vsa::WriteResult result =
+      output_ == "-" ? writeToOutput(scene, options()) : vsa::writeFile(scene, output_, options());
+  printProblems(name, result);
+  if (!result.isWritten() && result.problems.empty()) printError(result.message);
+  return exitStatusOf(result);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,32 @@
+// The options of the commands that write a scene as a text: where to, and in which layout.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <string>
+
+#include <vsa/scene.h>
+#include <vsa/write_options.h>
+
+namespace vsa_tools {
+
+class WriteArguments {
+ public:
+  /// Adds -o, --compress, --expand, --full-paths, --by-name, --links-last, --width, --numbers,
+  /// --no-header and --lossy. The parser of the command line fills the members, so the object must
+  /// not move.
+  void addTo(CLI::App& app);
+
+  vsa::WriteOptions options() const;
+
+  /// Writes the scene to the output. Prints what the text cannot carry, with `name` as its file,
+  /// and why it cannot be written. Returns the exit status.
+  int write(const vsa::Scene& scene, const std::string& name) const;
+
+ private:
+  std::string output_ = "-";
+  vsa::WriteOptions options_;
+  bool compress_ = false, expand_ = false, fullPaths_ = false, byName_ = false;
+  bool linksLast_ = false, noHeader_ = false;
+};
+
+}  // namespace vsa_tools
