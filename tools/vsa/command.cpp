@@ -4,8 +4,10 @@
 #include "tools/vsa/convert/convert_command.h"
 #include "tools/vsa/diff/diff_command.h"
 #include "tools/vsa/dump/dump_command.h"
+#include "tools/vsa/extract/extract_command.h"
 #include "tools/vsa/fmt/fmt_command.h"
 #include "tools/vsa/graph/graph_command.h"
+#include "tools/vsa/merge/merge_command.h"
 #include "tools/vsa/stats/stats_command.h"
 #include "tools/vsa/tree/tree_command.h"
 
@@ -21,6 +23,8 @@ std::vector<std::unique_ptr<Command>> allCommands() {
   commands.push_back(std::make_unique<FmtCommand>());
   commands.push_back(std::make_unique<DiffCommand>());
   commands.push_back(std::make_unique<GraphCommand>());
+  commands.push_back(std::make_unique<ExtractCommand>());
+  commands.push_back(std::make_unique<MergeCommand>());
   return commands;
 }
 

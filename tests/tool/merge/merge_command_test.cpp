@@ -1,0 +1,93 @@
+// vsa merge: one text of several, clashing names, and names that are renamed.
+#include <nlohmann/json.hpp>
+#include <string>
+
+#include "tests/tool/command_fixture.h"
+
+namespace {
+
+using vsa_tests::CommandOutcome;
+
+class MergeCommandTest : public vsa_tests::CommandFixture {
+ protected:
+  nlohmann::json nodesOf(const std::string& name) {
+    return nlohmann::json::parse(vsa("dump " + name).out)["nodes"];
+  }
+};
+
+TEST_F(MergeCommandTest, KeepsEachText) {
+  write("a.vsa", "# one\nt n: .x=1.50; # c\n");
+  write("b.vsa", "# two\nu m;m.f=float[2]{1,2};m.l=n;");
+  const CommandOutcome run = vsa("merge a.vsa b.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err, "");
+  EXPECT_EQ(run.out,
+            "# one\nt n:\n  .x = 1.50;  # c\n# two\nu m;\nm.f = float[2] {1 2};\nm.l = n;\n");
+  EXPECT_EQ(vsa("merge a.vsa - -o c.vsa <b.vsa").status, 0);
+  EXPECT_EQ(content("c.vsa"), run.out);
+}
+
+TEST_F(MergeCommandTest, NamesClashes) {
+  write("a.vsa", "t n; t m; t o;");
+  write("b.vsa", "t m; u n;");
+  const CommandOutcome run = vsa("merge a.vsa b.vsa -o c.vsa");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.err,
+            "vsa: b.vsa: the node m is in a.vsa, too; --rename gives it another name\n"
+            "vsa: b.vsa: the node n is in a.vsa, too; --rename gives it another name\n");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "c.vsa"));
+}
+
+TEST_F(MergeCommandTest, RenamesEachUse) {
+  write("a.vsa", "t n; t n_2; t vec3;");
+  write("b.vsa",
+        "t n: .n = n; .l |= n.n; u m: .n[0].n = n; n.n = vec3(1 2 3); m.x |= n.n; m.v = vec3;\n"
+        "n m2; define q; t vec3; t d; remove d; with n: .z = n;\n# n = n;\nm.s = \"n\"; .l |= .n;");
+  const CommandOutcome run = vsa("merge --rename a.vsa b.vsa");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(run.err,
+            "vsa: b.vsa: the node n is renamed to n_3\n"
+            "vsa: b.vsa: the node vec3 is renamed to vec3_2\n");
+  EXPECT_EQ(run.out,
+            "t n;\nt n_2;\nt vec3;\n"
+            "t n_3:\n  .n = n_3;\n  .l |= n_3.n;\nu m:\n  .n[0].n = n_3;\nn_3.n = vec3(1 2 3);\n"
+            "m.x |= n_3.n;\nm.v = vec3_2;\nn m2;\ndefine q;\nt vec3_2;\nt d;\nremove d;\n"
+            "with n_3:\n  .z = n_3;\n# n = n;\nm.s = \"n\";\n  .l |= .n;\n");
+}
+
+TEST_F(MergeCommandTest, RenamedNodesHaveTheSameContent) {
+  write("a.vsa", "t n: .x = 1; .l = m; t m: .c |= n.out;");
+  EXPECT_EQ(vsa("merge --rename a.vsa a.vsa a.vsa -o c.vsa").status, 0);
+  nlohmann::json nodes = nodesOf("c.vsa");
+  ASSERT_EQ(nodes.size(), 6U);
+  EXPECT_EQ(nodes[0]["inputs"][0], nodes[2]["inputs"][0]);
+  EXPECT_EQ(nodes[2]["name"], "n_2");
+  EXPECT_EQ(nodes[2]["inputs"][1]["value"], "m_2");
+  EXPECT_EQ(nodes[5]["inputs"][0]["connection"], "n_3.out");
+}
+
+TEST_F(MergeCommandTest, LongLists) {
+  std::string text = "t n;n.f=float[400000]{";
+  for (int i = 0; i < 400000; ++i) text += std::to_string(i) + ' ';
+  write("a.vsa", text + "};");
+  write("b.vsa", "t m;");
+  EXPECT_EQ(vsa("merge b.vsa a.vsa -o c.vsa").status, 0);
+  EXPECT_EQ(nodesOf("c.vsa")[1], nodesOf("a.vsa")[0]);
+}
+
+TEST_F(MergeCommandTest, DamagedFilesAndWrongUse) {
+  write("a.vsa", "t n;");
+  for (const char* text : {"t m; m.x = \"cut", ".x = 1;", "t m; m.x = ;"}) {
+    write("bad.vsa", text);
+    const CommandOutcome run = vsa("merge a.vsa bad.vsa -o c.vsa");
+    EXPECT_EQ(run.status, 1) << text;
+    EXPECT_NE(run.err.find("nothing was written"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(folder_ / "c.vsa"));
+  }
+  EXPECT_EQ(vsa("merge a.vsa missing.vsa").status, 2);
+  EXPECT_EQ(vsa("merge").status, 2);
+  EXPECT_EQ(vsa("merge a.vsa -o no/such/folder").status, 2);
+  EXPECT_EQ(statusOf(VSA_COMMAND " merge a.vsa >/dev/full 2>err.txt"), 2);
+}
+
+}  // namespace

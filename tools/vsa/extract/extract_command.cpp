@@ -1,0 +1,43 @@
+#include "tools/vsa/extract/extract_command.h"
+
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/scene/scene_file.h"
+#include "tools/vsa/extract/scene_part.h"
+
+namespace vsa_tools {
+
+void ExtractCommand::addTo(CLI::App& app) {
+  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
+  app.add_option("NAME", names_, "Nodes to write; patterns with * and ?")
+      ->required()
+      ->type_name("");
+  app.add_option("--without", without_,
+                 "Leave out these nodes, and what only they need; links to them become null")
+      ->type_name("PATTERN")
+      ->expected(1)
+      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+  writing_.addTo(app);
+  reading_.addTo(app);
+  app.footer(
+      "Examples:\n"
+      "  vsa extract scene.vsa vase -o vase.vsa\n"
+      "  vsa extract --without 'tex*' scene.vsa 'clay*' glaze\n"
+      "Nothing is written if the file was not read completely or a NAME matches no node: exit "
+      "status 1.");
+}
+
+int ExtractCommand::run() {
+  SceneFile file = readAndReport(file_, reading_);
+  if (file.exitStatus == EXIT_USAGE || file.exitStatus == EXIT_INTERRUPTED) return file.exitStatus;
+  if (file.exitStatus != EXIT_READ) {
+    printError(file.name + ": nothing was written, because the file was not read completely");
+    return EXIT_NOT_READ;
+  }
+  const std::vector<std::string> missing = keepPart(file.result.scene, names_, without_);
+  for (const std::string& name : missing) printError(file.name + ": no node is named " + name);
+  if (!missing.empty()) return EXIT_NOT_READ;
+  removeEmptyArrays(file.result.scene);
+  return writing_.write(file.result.scene, file_);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,26 @@
+// vsa extract: writes some nodes of a text, with all that they need, as a text of their own.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
+#include "tools/vsa/common/writing/write_arguments.h"
+
+namespace vsa_tools {
+
+class ExtractCommand final : public Command {
+ public:
+  ExtractCommand() : Command("extract", "Write some nodes and all that they need as a text") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  std::string file_;
+  std::vector<std::string> names_, without_;
+  ReadArguments reading_;
+  WriteArguments writing_;
+};
+
+}  // namespace vsa_tools

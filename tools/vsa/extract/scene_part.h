@@ -1,0 +1,22 @@
+// A part of a scene that stands alone.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <vsa/scene.h>
+
+namespace vsa_tools {
+
+/// Removes all nodes but those that `names` match and those that links of these lead to, directly
+/// or through other nodes. Nodes that `without` match are removed too, and so are those that only
+/// they need; links to them become null. Both are patterns, see matchesPattern(). Returns those of
+/// `names` that no node matches.
+std::vector<std::string> keepPart(vsa::Scene& scene, const std::vector<std::string>& names,
+                                  const std::vector<std::string>& without);
+
+/// Removes inputs and members that are arrays without elements, if the type of the elements is not
+/// known: the text of one gives a warning when it is read.
+void removeEmptyArrays(vsa::Scene& scene);
+
+}  // namespace vsa_tools

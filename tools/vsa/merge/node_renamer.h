@@ -1,0 +1,43 @@
+// Other names for the nodes of a text.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+
+#include <vsa/syntax.h>
+#include "tools/vsa/fmt/text_layout.h"
+
+namespace vsa_tools {
+
+/// Former and new names.
+using Renames = std::map<std::string, std::string, std::less<>>;
+
+/// Passes the tokens of a text on to a layout, with the names of nodes replaced where they are
+/// declared, removed, assigned to, referred to or connected to. A valid text is expected.
+class NodeRenamer {
+ public:
+  /// Both must outlive the object.
+  NodeRenamer(const Renames& renames, TextLayout& layout) : renames_(renames), layout_(layout) {}
+
+  /// Takes the next token. EndOfText only passes on what is left.
+  void put(const vsa::SyntaxToken& token);
+
+ private:
+  bool mayBeName(const vsa::SyntaxToken& word) const;
+  bool isName(const vsa::SyntaxToken& next) const;
+  void passOn(const vsa::SyntaxToken& token);
+  void putWord(bool isName);
+
+  const Renames& renames_;
+  TextLayout& layout_;
+  std::size_t index_ = 0;        // of the next token in its statement
+  bool isValue_ = false;         // it is behind the "="
+  bool isFirstOfValue_ = false;  // directly behind
+  bool hasWord_ = false;         // the last token is a word, kept until the next one is known
+  vsa::SyntaxToken word_;
+  std::string text_;       // its text
+  bool isSecond_ = false;  // it is the second token of its statement
+};
+
+}  // namespace vsa_tools
