@@ -10,6 +10,7 @@
 #include "tools/vsa/merge/merge_command.h"
 #include "tools/vsa/stats/stats_command.h"
 #include "tools/vsa/tree/tree_command.h"
+#include "tools/vsa/types/types_command.h"
 
 namespace vsa_tools {
 
@@ -25,6 +26,7 @@ std::vector<std::unique_ptr<Command>> allCommands() {
   commands.push_back(std::make_unique<GraphCommand>());
   commands.push_back(std::make_unique<ExtractCommand>());
   commands.push_back(std::make_unique<MergeCommand>());
+  commands.push_back(std::make_unique<TypesCommand>());
   return commands;
 }
 

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include <vsa/read.h>
+#include <vsa/types.h>
 #include "tools/vsa/check/rules/rule.h"
 
 namespace vsa_tests {
@@ -16,15 +17,25 @@ namespace {
 
 using vsa_tools::Rule;
 
-std::string pages() {
+std::string contentOf(const char* file) {
   std::ostringstream text;
-  text << std::ifstream(VSA_TEST_DIR "/../docs/rules.md").rdbuf();
+  text << std::ifstream(file).rdbuf();
   return text.str();
+}
+
+/// The types in the program of docs/types.md.
+std::vector<vsa::TypeDescription> exampleTypes() {
+  const std::string page = contentOf(VSA_TEST_DIR "/../docs/types.md");
+  const std::size_t begin = page.find("R\"(") + 3;
+  const vsa::TypesResult types =
+      vsa::readTypes(page.substr(begin, page.find(")\"", begin) - begin));
+  EXPECT_EQ(types.problem, "");
+  return types.types;
 }
 
 /// The page of a rule, from the line behind its heading to the next heading; empty without one.
 std::string pageOf(const std::string& id) {
-  const std::string all = pages();
+  const std::string all = contentOf(VSA_TEST_DIR "/../docs/rules.md");
   const std::string heading = "\n### " + id + "\n";
   const std::size_t begin = all.find(heading);
   if (begin == std::string::npos) return {};
@@ -51,14 +62,15 @@ TEST(RulePages, SayWhatARuleIsAboutAndWhatToDo) {
 }
 
 TEST(RulePages, HaveExamplesThatTheRuleFinds) {
+  const std::vector<vsa::TypeDescription> types = exampleTypes();
   for (const Rule& rule : vsa_tools::allRules()) {
     const std::string example = exampleOf(pageOf(rule.id));
     if (std::string(rule.group) == "encoding") continue;
     const vsa::ReadResult read = vsa::readText(example);
     std::vector<vsa_tools::Finding> findings;
     vsa_tools::runRules(
-        {.text = example, .scene = read.scene, .outcome = read}, [](const Rule&) { return true; },
-        findings);
+        {.text = example, .scene = read.scene, .outcome = read, .types = types},
+        [](const Rule&) { return true; }, findings);
     const bool isFound = std::any_of(findings.begin(), findings.end(),
                                      [&](const auto& finding) { return finding.id == rule.id; });
     EXPECT_TRUE(isFound) << rule.id << "\n" << example;

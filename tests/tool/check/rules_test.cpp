@@ -73,7 +73,10 @@ TEST(Rules, AreSilentWhereTheyShould) {
 TEST(Rules, AreAllTested) {
   std::set<std::string> tested;
   for (const RuleRow& row : RULE_ROWS) tested.insert(row.id);
-  for (const Rule& rule : vsa_tools::allRules()) EXPECT_EQ(tested.count(rule.id), 1U) << rule.id;
+  for (const Rule& rule : vsa_tools::allRules()) {
+    const bool isOfTypes = std::string(rule.group) == "types";  // see type_rules_test.cpp
+    EXPECT_EQ(tested.count(rule.id), isOfTypes ? 0U : 1U) << rule.id;
+  }
 }
 
 std::string contentOf(const std::filesystem::path& file) {

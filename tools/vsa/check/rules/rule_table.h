@@ -60,7 +60,16 @@
           "two nodes whose names differ by the case of letters only")                                      \
   VSA_ROW(SimilarNames, "similar-names", Warning, "names", false,                                          \
           "two nodes whose names differ by one letter")                                                    \
-  VSA_ROW(UnusedNode, "unused-node", Warning, "names", false, "a node that no link names")
+  VSA_ROW(UnusedNode, "unused-node", Warning, "names", false, "a node that no link names")                 \
+  VSA_ROW(UnknownType, "unknown-type", Warning, "types", true, "a node of a type that is not described")   \
+  VSA_ROW(UnknownInput, "unknown-input", Warning, "types", true, "an input that the type does not have")   \
+  VSA_ROW(UnknownOutput, "unknown-output", Warning, "types", true, "an output that the type does not have") \
+  VSA_ROW(UnknownEnumValue, "unknown-enum-value", Warning, "types", true,                                  \
+          "a string that is none of the values of its input")                                              \
+  VSA_ROW(WrongInputType, "wrong-input-type", Error, "types", true,                                        \
+          "a value of another type than the input has")                                                    \
+  VSA_ROW(OutOfRange, "out-of-range", Warning, "types", true, "a number out of the range of its input")    \
+  VSA_ROW(MissingInput, "missing-input", Warning, "types", true, "a node without an input that it needs")
 // clang-format on
 
 namespace vsa_tools {

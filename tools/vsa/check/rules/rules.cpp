@@ -6,6 +6,7 @@
 #include "tools/vsa/check/rules/rule_findings.h"
 #include "tools/vsa/check/rules/scene/scene_rules.h"
 #include "tools/vsa/check/rules/text/text_rules.h"
+#include "tools/vsa/check/rules/types/type_rules.h"
 
 namespace vsa_tools {
 
@@ -36,6 +37,7 @@ void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& is
   findNumberProblems(ofScene);
   findIndexProblems(ofScene);
   findNameProblems(ofScene);
+  findTypeProblems(ofScene);
   ofScene.finish();
 }
 

@@ -21,7 +21,8 @@ void addSimilar(SceneFindings& found, RuleId rule, std::string_view name, std::s
   found.add({rule, std::string(name),
              "the nodes " + std::string(other) + " and " + std::string(name) +
                  (rule == RuleId::SimilarNames ? " differ by one letter" : " differ by case only"),
-             "if they are one node, write its name the same way everywhere"});
+             "if they are one node, write its name the same way everywhere",
+             SceneFinding::Place::Node});
 }
 
 void findSameButCase(SceneFindings& found) {
@@ -70,7 +71,7 @@ void findUnnamed(SceneFindings& found) {
     if (named.contains(node.plain())) continue;
     found.add({RuleId::UnusedNode, std::string(node.name()),
                "no reference and no connection names the node " + std::string(node.name()),
-               "remove the node, or refer to it"});
+               "remove the node, or refer to it", SceneFinding::Place::Node});
   }
 }
 

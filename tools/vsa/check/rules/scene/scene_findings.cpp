@@ -1,69 +1,61 @@
-#include <charconv>
 #include <optional>
 #include <unordered_map>
 #include <utility>
 
 #include "tools/vsa/check/rules/scene/scene_rules.h"
+#include "tools/vsa/check/rules/text/resolved_paths.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
 
 namespace vsa_tools {
 
 namespace {
 
-using vsa::SyntaxKind;
-using Places = std::unordered_map<std::string, std::optional<vsa::TextRange>>;
+using Place = SceneFinding::Place;
 
-/// Finds where a text assigns to inputs and declares nodes.
+/// The places of one input or node.
+struct Places {
+  std::optional<vsa::TextRange>& operator[](Place place) {
+    return ranges[static_cast<std::size_t>(place)];
+  }
+  std::optional<vsa::TextRange> ranges[4];
+};
+
+using PlaceTable = std::unordered_map<std::string, Places>;
+
+/// Finds where a text assigns to the inputs and declares the nodes of a table.
 class PlaceFinder {
  public:
-  explicit PlaceFinder(Places& places) : places_(places) {}
+  explicit PlaceFinder(PlaceTable& table) : table_(table) {}
 
   void visit(const StatementView& view) {
     if (view.kind() == vsa::StatementKind::Comment) return;
-    if (!view.hasPath()) {
+    if (view.hasPath()) {
+      visitInput(view);
+    } else {
       visitNode(view);
-      return;
     }
-    const std::string path = pathOf(view);
-    const auto found = places_.find(path);
-    if (found == places_.end()) return;
-    const std::size_t last = view.statement.tokens.size() - 2;
-    found->second = {view.value().range.begin, view.token(last).range.end};
   }
 
  private:
+  void visitInput(const StatementView& view) {
+    const auto found = table_.find(paths_.pathOf(view));
+    if (found == table_.end()) return;
+    const std::size_t last = view.statement.tokens.size() - 2;
+    found->second[Place::Value] = {view.value().range.begin, view.token(last).range.end};
+    std::optional<vsa::TextRange>& path = found->second[Place::Path];
+    const vsa::TextPosition begin = view.token(view.firstInput).range.begin;
+    if (!path) path = {begin, view.token(view.pathEnd - 1).range.end};
+  }
+
   void visitNode(const StatementView& view) {
-    const auto found = places_.find(std::string(view.node));
-    if (found != places_.end() && !found->second) found->second = view.token(1).range;
+    const auto found = table_.find(std::string(view.node));
+    if (found == table_.end() || found->second[Place::Node]) return;
+    found->second[Place::Type] = view.token(0).range;
+    found->second[Place::Node] = view.token(1).range;
   }
 
-  // With the index that "[*]" stands for.
-  std::string pathOf(const StatementView& view) {
-    std::string path(view.node);
-    for (std::size_t i = view.firstInput; i < view.pathEnd; ++i) {
-      const vsa::SyntaxToken& token = view.token(i);
-      if (token.kind == SyntaxKind::Brackets) {
-        path += '[' + std::to_string(index(path, token.text)) + ']';
-      } else if (!token.is('.')) {
-        path += '.';
-        path += token.text;
-      }
-    }
-    return path;
-  }
-
-  std::uint64_t index(const std::string& path, std::string_view brackets) {
-    std::uint64_t& size = sizes_[path];
-    const std::size_t digits = brackets.find_first_of("0123456789");
-    if (digits == std::string_view::npos) return size++;
-    std::uint64_t index = 0;
-    std::from_chars(brackets.data() + digits, brackets.data() + brackets.size(), index);
-    if (index >= size) size = index + 1;
-    return index;
-  }
-
-  Places& places_;
-  std::unordered_map<std::string, std::uint64_t> sizes_;  // of arrays
+  PlaceTable& table_;
+  ResolvedPaths paths_;
 };
 
 }  // namespace
@@ -74,15 +66,15 @@ void SceneFindings::add(SceneFinding finding) {
 
 void SceneFindings::finish() {
   if (waiting_.empty()) return;
-  Places places;
-  for (const SceneFinding& finding : waiting_) places[finding.path];
+  PlaceTable table;
+  for (const SceneFinding& finding : waiting_) table[finding.path];
   if (input_.isTextKept) {
-    PlaceFinder finder(places);
+    PlaceFinder finder(table);
     TextWalk walk(input_.text);
     while (const std::optional<StatementView> view = walk.next()) finder.visit(*view);
   }
   for (SceneFinding& finding : waiting_) {
-    found_.add(finding.rule, places[finding.path], std::move(finding.message)).hint =
+    found_.add(finding.rule, table[finding.path][finding.place], std::move(finding.message)).hint =
         std::move(finding.hint);
   }
 }

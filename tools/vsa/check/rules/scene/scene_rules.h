@@ -13,10 +13,15 @@ namespace vsa_tools {
 
 /// A finding about an input or a node, without its place in the text.
 struct SceneFinding {
+  /// What of the text is the culprit: the last value of the input, its path where it is named
+  /// first, the name of the node in its declaration, or the type there.
+  enum class Place : std::uint8_t { Value, Path, Node, Type };
+
   RuleId rule;
   std::string path;  ///< Of the input, or the name of the node.
   std::string message;
   std::string hint = {};
+  Place place = Place::Value;
 };
 
 /// Collects the findings about a scene and looks up their places in the text, once for all.
@@ -27,8 +32,7 @@ class SceneFindings {
   const RuleInput& input() const { return input_; }
   bool isEnabled(RuleId rule) const { return found_.isEnabled(rule); }
   void add(SceneFinding finding);
-  /// Appends the findings. That of an input is at the value that was assigned to it last, and that
-  /// of a node at the name in its first declaration.
+  /// Appends the findings with their places.
   void finish();
 
  private:

@@ -1,0 +1,214 @@
+// The hints of vsa check: what each says, and what the text is after its edits.
+#include "tools/vsa/check/hints/hints.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <vsa/read.h>
+#include "tests/support/declared_lamp.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa_tools::Finding;
+
+/// A text with a mistake, a part of its hint, and the text after the edits; empty without edits.
+struct HintRow {
+  std::string_view text;
+  std::string_view hint;
+  std::string_view fixed = "";
+};
+
+constexpr HintRow ROWS[] = {
+    // Statements.
+    {"lamp sun:\npower = 2.5;", "write `.power`", "lamp sun:\n.power = 2.5;"},
+    {"foo;", "a declaration has a type and a name"},
+    {"lamp sun\nlamp moon;", "end the statement with `;`", "lamp sun;\nlamp moon;"},
+    {"lamp sun", "may have been cut off"},
+    {"lamp sun;\n// noon\n", "a comment begins with `#`", "lamp sun;\n# noon\n"},
+    {"mesh my-mesh;", "letters, digits and `_` only"},
+    {"mesh arm.L;", "letters, digits and `_` only"},
+    {"mesh 3d;", "does not begin with a digit"},
+    {"mesh True;", "are no names"},
+    {"mesh \"arm\";", "write `arm`", "mesh arm;"},
+    {"lamp a, b;", "one node in each statement"},
+    {"lamp a:\n.x : 1;", "write `=`", "lamp a:\n.x = 1;"},
+    {"lamp a;;", "remove the semicolon", "lamp a;"},
+    {"lamp sun;\n.power = 2.5;", "end the declaration of sun with a colon",
+     "lamp sun:\n.power = 2.5;"},
+    {".power = 2.5;", "write the node's name before the period"},
+    {"# version: 2.1\n", "write `# version: 2`"},
+    {"# colour conversion: srgb\n", "put a blank before the colon", "# colour conversion : srgb\n"},
+    // Characters and lists.
+    {"lamp sun: .p = 50%;", "a number has no unit"},
+    {"<?xml?>", "another format"},
+    {"lamp sun { power = 1.0; }", "there are no blocks"},
+    {"lamp sun: .c = rgba(1 1 1;\n.p = 2;", "close the list with `)`"},
+    {"m m: .i = int32[2] {true 0};", "write `1`", "m m: .i = int32[2] {1 0};"},
+    {"m m: .i = float[2] {-infinity 0};", "write `-inf`", "m m: .i = float[2] {-inf 0};"},
+    {"m m: .i = int32[2] {0x1F 0};", "write `31`", "m m: .i = int32[2] {31 0};"},
+    {"m m: .i = float[2] {1 # one\n 2};", "a list has no comments"},
+    {"m m: .k[-1] = 1;", "indices count from 0"},
+    {"m m: .k[i] = 1;", "an index is a number"},
+    {"m m: .k[ * ] = 1;", "write `[*]`", "m m: .k[*] = 1;"},
+    {"m m: .k[] = 1;", "`[*]` to append"},
+    {"lamp sun: .l = \"noon;\nlamp moon;\n", "close the string"},
+    // What follows a value.
+    {"lamp sun: .p = 2.5\n.q = 1;", "end the statement with `;`", "lamp sun: .p = 2.5;\n.q = 1;"},
+    {"lamp sun: .p = 1,5;", "not a decimal point", "lamp sun: .p = 1.5;"},
+    {"lamp sun: .p = 1_000;", "no separators", "lamp sun: .p = 1000;"},
+    {"lamp sun: .p = 0x1F;", "write `31`", "lamp sun: .p = 31;"},
+    {"lamp sun: .p = 2.5 W;", "a number has no unit"},
+    {"lamp sun: .c = rgb(1 0 0);", "write `rgba`", "lamp sun: .c = rgba(1 0 0);"},
+    {"m m: .i = uint8[2] {1 2};", "write `byte`", "m m: .i = byte[2] {1 2};"},
+    {"m m: .i = vec3[1] {1 2 3};", "write `vec3f`", "m m: .i = vec3f[1] {1 2 3};"},
+    {"m m: .i = vec3f(1 2 3);", "write `vec3`", "m m: .i = vec3(1 2 3);"},
+    {"m m: .i = flaot[1] {1};", "did you mean `float`?", "m m: .i = float[1] {1};"},
+    {"m m: .i = qaut(0 0 0 1);", "did you mean `quat`?", "m m: .i = quat(0 0 0 1);"},
+    {"b b: .m = clay.out;\nc clay;", "written with `|=`", "b b: .m |= clay.out;\nc clay;"},
+    {"lamp sun: .l = \"a\" \"b\";", "a value is one string"},
+    // Values.
+    {"lamp sun: .p = 1e-05;", "write `1.0e-05`", "lamp sun: .p = 1.0e-05;"},
+    {"lamp sun: .p = 5U;", "write `5u`", "lamp sun: .p = 5u;"},
+    {"lamp sun: .p = 99999999999999999999;", "an integer has 64 bits"},
+    {"lamp sun: .p = .5;", "write `0.`", "lamp sun: .p = 0.5;"},
+    {"lamp sun: .p = +5;", "no plus sign", "lamp sun: .p = 5;"},
+    {"lamp sun: .l = 'noon';", "double quotes", "lamp sun: .l = \"noon\";"},
+    {"lamp sun: .p = ;", "a value is missing"},
+    {"lamp sun: .p = # watts\n2;", "behind the semicolon"},
+    {"lamp sun: .v = vec3(1 2);", "for them write `vec2`"},
+    {"lamp sun: .v = mat3((1 0 0)(0 1 0)(0 0 1));", "put blanks between them",
+     "lamp sun: .v = mat3((1 0 0) (0 1 0) (0 0 1));"},
+    {"lamp sun: .c = rgba(1 2);", "3 or 4 numbers"},
+    // Names.
+    {"lamp pendant;\npendnat.p = 1;", "did you mean `pendant`?", "lamp pendant;\npendant.p = 1;"},
+    {"moon.p = 1;\nlamp moon;", "declare the node before this line"},
+    {"lamp s;\nremove s;\ns.p = 1;", "removed before this line"},
+    {"ball b: .m = caly;\nc clay;", "did you mean `clay`?", "ball b: .m = clay;\nc clay;"},
+    {"ball b: .m = Clay;\nc clay;", "did you mean `clay`?", "ball b: .m = clay;\nc clay;"},
+    {"lamp s: .c |= dsuk.out;\nsky dusk;", "did you mean `dusk`?",
+     "lamp s: .c |= dusk.out;\nsky dusk;"},
+    {"ball b: .m = plastic;", "quote it"},
+    {"ball b: .m = inf;", "may be `-inf`"},
+    {"lamp s: .c |= d.out.r;\nsky d;", "an output has no members"},
+    {"lamp s: .c |= .out;\n", "write the name of the node"},
+    {"lamp s: .c | d.out;\nsky d;", "written with `|=`", "lamp s: .c |= d.out;\nsky d;"},
+    {"lamp s: .c |= d;\nsky d;", "such as `d.out`"},
+    {"ball b: .m = 1.0; .m = c;\nmat c;", "refers to a node if its first value does"},
+    {"declaredLamp d: .shape = \"spot\";\n.shap = \"spot\";", "did you mean `shape`?",
+     "declaredLamp d: .shape = \"spot\";\n.shape = \"spot\";"},
+    // Types.
+    {"lamp s: .n = 1; .n = 2.7;", "write the first value as `1.0`", "lamp s: .n = 1.0; .n = 2.7;"},
+    {"lamp s: .l = \"a\"; .l = 12;", "write `\"12\"`", "lamp s: .l = \"a\"; .l = \"12\";"},
+    {"lamp s: .o = true; .o = 1.0;", "write `true`", "lamp s: .o = true; .o = true;"},
+    {"lamp s: .v = vec3(1 2 3); .v = 1;", "write `1.0`", "lamp s: .v = vec3(1 2 3); .v = 1.0;"},
+    {"m m: .i = int32[1] {1}; .i = [0 1 2];", "write `int32[3] {0 1 2}`",
+     "m m: .i = int32[1] {1}; .i = int32[3] {0 1 2};"},
+    {"m m: .k[0] = 1; .k[1] = 2.5;", "the type of the first one"},
+    {"m m: .k[0] = 1; .k = 5;", "element by element"},
+    {"m m: .k |= c.out; .k = 5;\nc c;", "before the input is connected"},
+    // Buffers.
+    {"m m: .p = vec3f[6] {0 0 0, 1 0 0};", "write `[2]` for 6 numbers",
+     "m m: .p = vec3f[2] {0 0 0, 1 0 0};"},
+    {"m m: .p = vec3f[1] {0 0 0 1 2 3};", "write `[2]`", "m m: .p = vec3f[2] {0 0 0 1 2 3};"},
+    {"m m: .p = vec3f[1] {0 0 0 1};", "an element has 3"},
+    {"m m: .p = int32[] {0 1 2};", "write `[3]`", "m m: .p = int32[3] {0 1 2};"},
+    {"m m: .p = int32[2] {0 1.5};", "integers only"},
+    {"m m: .p = byte[2] {0 256};", "does not fit the type byte"},
+    {"m m: .p = byte[2] {.1f8b08};", "zlib"},
+};
+
+std::string edited(std::string_view text, std::vector<vsa_tools::TextEdit> edits) {
+  std::string result(text);
+  std::sort(edits.begin(), edits.end(),
+            [](const auto& a, const auto& b) { return a.begin > b.begin; });
+  for (const vsa_tools::TextEdit& edit : edits) {
+    result.replace(edit.begin, edit.end - edit.begin, edit.text);
+  }
+  return result;
+}
+
+Finding hintFor(std::string_view text, const vsa::ReadResult& read) {
+  vsa_tools::Hints hints(text);
+  Finding finding;
+  hints.addTo(read.diagnostics.front(), finding);
+  return finding;
+}
+
+TEST(Hints, SayWhatToDo) {
+  declareLamp();
+  for (const HintRow& row : ROWS) {
+    const vsa::ReadResult read = vsa::readText(row.text);
+    ASSERT_FALSE(read.diagnostics.empty()) << row.text;
+    const Finding finding = hintFor(row.text, read);
+    EXPECT_NE(finding.hint.find(row.hint), std::string::npos)
+        << row.text << "\n"
+        << read.diagnostics.front().logLine() << "\n"
+        << finding.hint;
+    const std::string fixed = finding.edits.empty() ? "" : edited(row.text, finding.edits);
+    EXPECT_EQ(fixed, row.fixed) << row.text;
+  }
+}
+
+TEST(Hints, HaveEditsThatRepairTheText) {
+  declareLamp();
+  for (const HintRow& row : ROWS) {
+    if (row.fixed.empty()) continue;
+    const vsa::ReadResult read = vsa::readText(row.fixed);
+    EXPECT_TRUE(read.diagnostics.empty()) << row.fixed << "\n"
+                                          << read.diagnostics.front().logLine();
+  }
+}
+
+TEST(Hints, NoteWhereAnInputGotItsType) {
+  const std::string_view text = "m m: .k[0] = 1;\n.k[1] = 2.5;";
+  const Finding finding = hintFor(text, vsa::readText(text));
+  ASSERT_EQ(finding.notes.size(), 1U);
+  EXPECT_EQ(finding.notes[0].range.begin.offset, text.find("1;"));
+  EXPECT_EQ(finding.notes[0].range.end.offset, text.find("1;") + 1);
+}
+
+// Any place of a broken text: hints look at bytes around the culprit.
+TEST(Hints, AreMadeForEveryPrefixOfATextWithMistakes) {
+  declareLamp();
+  for (const HintRow& row : ROWS) {
+    for (std::size_t size = 0; size <= row.text.size(); ++size) {
+      const std::string text(row.text.substr(0, size));
+      const vsa::ReadResult read = vsa::readText(text);
+      vsa_tools::Hints hints(text);
+      for (const vsa::Diagnostic& diagnostic : read.diagnostics) {
+        Finding finding;
+        hints.addTo(diagnostic, finding);
+        for (const vsa_tools::TextEdit& edit : finding.edits) {
+          EXPECT_LE(edit.begin, edit.end) << text;
+          EXPECT_LE(edit.end, text.size()) << text;
+        }
+      }
+    }
+  }
+}
+
+TEST(SimilarNames, AreFoundByEditDistance) {
+  EXPECT_EQ(vsa_tools::editDistance("lamp", "lamp", 3), 0U);
+  EXPECT_EQ(vsa_tools::editDistance("lamp", "LAMP", 3), 0U);
+  EXPECT_EQ(vsa_tools::editDistance("lamp", "lmap", 3), 1U);
+  EXPECT_EQ(vsa_tools::editDistance("lamp", "lam", 3), 1U);
+  EXPECT_EQ(vsa_tools::editDistance("", "abc", 3), 3U);
+  EXPECT_EQ(vsa_tools::editDistance("abcd", "wxyz", 2), 3U);
+  vsa_tools::NearestName nearest("colour");
+  nearest.consider("color");
+  nearest.consider("colours");
+  nearest.consider("colour");
+  EXPECT_EQ(nearest.found(), "color");
+  EXPECT_EQ(vsa_tools::NearestName("x").found(), std::nullopt);
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

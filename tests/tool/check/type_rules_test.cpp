@@ -1,0 +1,118 @@
+// The rules that compare a scene with described node types.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <vsa/read.h>
+#include <vsa/types.h>
+#include "tools/vsa/check/rules/rule.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa_tools::Finding;
+using vsa_tools::Rule;
+
+constexpr std::string_view TYPES = R"({"types": {
+  "lamp": {
+    "inputs": {
+      "power": {"type": "Real", "min": 0, "max": 100, "required": true},
+      "count": {"type": "Int"},
+      "color": {"type": "Rgba", "max": 1},
+      "shape": {"type": "String", "values": ["sphere", "disk"]},
+      "ids": {"type": "Buffer", "elements": "Int32"},
+      "keys": {"type": "Array", "elements": "Real"},
+      "mask": {"linksOnly": true},
+      "free": {}
+    },
+    "outputs": ["outColor"],
+    "formerInputs": {"watts": "power"},
+    "formerOutputs": {"color": "outColor"}
+  },
+  "camera": {}
+}})";
+
+struct TypeRow {
+  const char* id;
+  std::string_view fires;  // with the culprit between « and »
+  std::string_view isSilent;
+  std::string_view hint = "";
+};
+
+constexpr TypeRow ROWS[] = {
+    {"unknown-type", "«lmap» a;", "camera a; define b; with c:", "did you mean `lamp`?"},
+    {"unknown-input", "lamp a: .«powr» = 1.0; .power = 1.0;", "lamp a: .watts = 1.0; .free = 2;",
+     "did you mean `power`?"},
+    {"unknown-output", "lamp a: .power = 1.0; .color |= «a.outColr»;",
+     "lamp a: .power |= a.color; .color |= a.outColor;", "did you mean `outColor`?"},
+    {"unknown-output", "lamp a: .power = 1.0; .keys[*] |= «a.x»;",
+     "lamp a: .power = 1.0; .keys[*] |= a.color;"},
+    {"unknown-enum-value", "lamp a: .power = 1.0; .shape = «\"disc\"»;",
+     "lamp a: .power = 1.0; .shape = \"disk\";", "did you mean `disk`?"},
+    {"wrong-input-type", "lamp a: .power = «\"1\"»;", "lamp a: .power = 1;"},
+    {"wrong-input-type", "lamp a: .power = 1; .count = «2.5»;", "lamp a: .power = 1; .count = 2u;"},
+    {"wrong-input-type", "lamp a: .power = 1; .color = «mat3(1 0 0 0 1 0 0 0 1)»;",
+     "lamp a: .power = 1; .color = vec3(1 0 0);"},
+    {"wrong-input-type", "lamp a: .power = 1; .ids = «float[1] {1}»;",
+     "lamp a: .power = 1; .ids = int32[1] {1};"},
+    {"wrong-input-type", "lamp a: .power = 1; .keys[*] = «1»;",
+     "lamp a: .power = 1; .keys[*] = 1.0;"},
+    {"wrong-input-type", "lamp a: .power = 1; .mask = «1»;", "lamp a: .power = 1; .mask = a;"},
+    {"out-of-range", "lamp a: .power = «101»;", "lamp a: .power = 100;"},
+    {"out-of-range", "lamp a: .power = «-0.5»;", "lamp a: .power = 0;"},
+    {"out-of-range", "lamp a: .power = 1; .color = «rgba(1 1.5 1)»;",
+     "lamp a: .power = 1; .color = rgba(1 -1 1);"},
+    {"missing-input", "lamp «a»: .count = 1;", "lamp a: .power |= a.outColor;"},
+};
+
+std::vector<Finding> findingsOf(std::string_view text, std::string_view id) {
+  const vsa::TypesResult types = vsa::readTypes(TYPES);
+  EXPECT_EQ(types.problem, "");
+  const vsa::ReadResult read = vsa::readText(text);
+  std::vector<Finding> findings;
+  vsa_tools::runRules(
+      {.text = text, .scene = read.scene, .outcome = read, .types = types.types},
+      [&](const Rule& rule) { return rule.id == id; }, findings);
+  return findings;
+}
+
+TEST(TypeRules, FireWhereTheyShould) {
+  for (const TypeRow& row : ROWS) {
+    std::string text(row.fires);
+    const std::size_t begin = text.find("«");
+    text.erase(begin, std::string_view("«").size());
+    const std::size_t end = text.find("»");
+    text.erase(end, std::string_view("»").size());
+    const std::vector<Finding> findings = findingsOf(text, row.id);
+    ASSERT_EQ(findings.size(), 1U) << row.id << ": " << row.fires;
+    ASSERT_TRUE(findings[0].range) << row.fires;
+    EXPECT_EQ(findings[0].range->begin.offset, begin) << row.fires;
+    EXPECT_EQ(findings[0].range->end.offset, end) << row.fires;
+    EXPECT_NE(findings[0].hint.find(row.hint), std::string::npos) << findings[0].hint;
+  }
+}
+
+TEST(TypeRules, AreSilentWhereTheyShould) {
+  for (const TypeRow& row : ROWS) {
+    for (const Finding& finding : findingsOf(row.isSilent, row.id)) {
+      ADD_FAILURE() << row.id << ": " << row.isSilent << "\n" << finding.message;
+    }
+  }
+}
+
+TEST(TypeRules, AreAllTested) {
+  std::set<std::string_view> tested;
+  for (const TypeRow& row : ROWS) tested.insert(row.id);
+  for (const Rule& rule : vsa_tools::allRules()) {
+    const bool isOfTypes = std::string_view(rule.group) == "types";
+    EXPECT_EQ(tested.count(rule.id), isOfTypes ? 1U : 0U) << rule.id;
+  }
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

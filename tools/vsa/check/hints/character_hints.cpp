@@ -1,0 +1,99 @@
+// Hints for characters that no token and no list has, and for what is never closed.
+#include <string>
+
+#include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tools {
+
+namespace {
+
+// One row for each character that people write.
+const char* hintForInvalid(char character) {
+  switch (character) {
+    case '}':
+      return "nothing is open here; nodes have no braces, and end where the next one begins";
+    case ')':
+    case ']':
+      return "nothing is open here; remove the bracket";
+    case '<':
+      return "this may be another format; a text begins with a comment or a declaration";
+    case '%':
+      return "a number has no unit; write the number alone, or quote it";
+    case '$':
+    case '@':
+    case '&':
+      return "a name has letters, digits and `_` only; other text needs quotes";
+    default:
+      return "remove the character, or quote the text that it belongs to";
+  }
+}
+
+void closeHint(char open, Finding& finding) {
+  switch (open) {
+    case '"':
+      finding.hint = "close the string with `\"`; a backslash before it is written `\\\\`";
+      return;
+    case '(':
+      finding.hint = "close the list with `)`";
+      return;
+    case '{':
+      finding.hint = "close the list with `}`";
+      return;
+    case '[':
+      finding.hint = "close the brackets with `]`";
+      return;
+    default:
+      return;
+  }
+}
+
+// A name behind the opening brace: a block of another language.
+bool isBlock(HintText& text, std::uint64_t open) {
+  const std::uint64_t before = text.endBefore(open);
+  if (text.at(open) != '{' || before == 0) return false;
+  return text.at(before - 1) != ']' && text.at(before - 1) != '=';
+}
+
+void hintForWordInList(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string word = loweredName(text.bytesOf(range));
+  const std::uint64_t at = range.begin.offset;
+  if (word == "true" || word == "false") {
+    replace(finding, range, word == "true" ? "1" : "0");
+  } else if (word == "infinity" || word == "-infinity") {
+    replace(finding, range, word.front() == '-' ? "-inf" : "inf");
+  } else if (const bool isHex = word.starts_with("0x"); isHex) {
+    if (const auto decimal = decimalOfHexadecimal(std::string_view(word).substr(2))) {
+      replace(finding, range, *decimal);
+    }
+  } else if (word.starts_with('#')) {
+    finding.hint = "a list has no comments; move it behind the statement";
+  } else if (text.at(at) == '-' && text.at(text.endBefore(at) - 1) == '[') {
+    finding.hint = "indices count from 0; `[*]` appends an element";
+  } else if (text.at(text.endBefore(at) - 1) == '[') {
+    finding.hint = "an index is a number, or `*` to append an element";
+  } else {
+    finding.hint = "a list has numbers only";
+  }
+}
+
+}  // namespace
+
+void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const vsa::TextRange& range = diagnostic.range;
+  const std::string_view culprit = text.bytesOf(range);
+  if (culprit.empty()) return;
+  if (diagnostic.id == vsa::DiagnosticId::EndMark) {
+    finding.hint = "write the byte 0xFF as `\\xff` in a string, and save the file as UTF-8";
+  } else if (diagnostic.id == vsa::DiagnosticId::InvalidToken) {
+    finding.hint = hintForInvalid(culprit.front());
+  } else if (isBlock(text, range.begin.offset)) {
+    finding.hint = "there are no blocks: end the declaration with `:`, and begin inputs with `.`";
+  } else if (culprit.size() == 1 && std::string_view("\"({[").find(culprit) != culprit.npos) {
+    closeHint(culprit.front(), finding);
+  } else {
+    hintForWordInList(text, range, finding);
+  }
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,126 @@
+#include "tools/vsa/check/hints/hint_text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+#include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/rules/text/resolved_paths.h"
+#include "tools/vsa/check/rules/text/text_walk.h"
+
+namespace vsa_tools {
+
+namespace {
+
+constexpr std::string_view WHITE = " \t\r\n\v\f";
+
+}  // namespace
+
+std::string_view HintText::bytesOf(const vsa::TextRange& range) const {
+  const std::size_t begin = std::min<std::size_t>(range.begin.offset, text().size());
+  return text().substr(begin, range.end.offset - range.begin.offset);
+}
+
+std::uint64_t HintText::endBefore(std::uint64_t offset) const {
+  const std::size_t last = text().substr(0, offset).find_last_not_of(WHITE);
+  return last == std::string_view::npos ? 0 : last + 1;
+}
+
+std::uint64_t HintText::beginBehind(std::uint64_t offset) const {
+  return std::min(text().find_first_not_of(WHITE, offset), text().size());
+}
+
+void HintText::collect() {
+  if (std::exchange(isCollected_, true)) return;
+  TextWalk walk(text());
+  ResolvedPaths paths;
+  while (const std::optional<StatementView> view = walk.next()) {
+    if (view->kind() == vsa::StatementKind::Comment) continue;
+    if (!view->hasPath()) {
+      nodes_.try_emplace(view->node, view->token(1).range);
+      continue;
+    }
+    for (std::size_t i = view->firstInput; i < view->pathEnd; ++i) {
+      const vsa::SyntaxToken& token = view->token(i);
+      if (token.kind == vsa::SyntaxKind::Word) inputs_.try_emplace(token.text, token.range);
+    }
+    const std::size_t last = view->statement.tokens.size() - 2;
+    const vsa::TextRange range{view->value().range.begin, view->token(last).range.end};
+    if (view->isLink()) outputs_.try_emplace(view->token(last).text, view->token(last).range);
+    assignments_.try_emplace(
+        paths.pathOf(*view),
+        FirstAssignment{range, bytesOf(range), view->value().kind, view->isLink()});
+  }
+}
+
+std::optional<std::string> HintText::nearest(const Names& names, std::string_view written) {
+  if (names.size() > comparisonsLeft_) return std::nullopt;
+  comparisonsLeft_ -= names.size();
+  NearestName nearest(written);
+  for (const auto& [name, range] : names) nearest.consider(name);
+  return nearest.found();
+}
+
+std::optional<std::string> HintText::nearestNode(std::string_view written) {
+  collect();
+  return nearest(nodes_, written);
+}
+
+std::optional<std::string> HintText::nearestInput(std::string_view written) {
+  collect();
+  return nearest(inputs_, written);
+}
+
+std::optional<std::string> HintText::nearestOutput(std::string_view written) {
+  collect();
+  return nearest(outputs_, written);
+}
+
+std::optional<vsa::TextRange> HintText::declarationOf(std::string_view node) {
+  collect();
+  const auto found = nodes_.find(node);
+  return found == nodes_.end() ? std::nullopt : std::optional(found->second);
+}
+
+const FirstAssignment* HintText::firstAssignment(const std::string& path) {
+  collect();
+  const auto found = assignments_.find(path);
+  return found == assignments_.end() ? nullptr : &found->second;
+}
+
+void replace(Finding& finding, const vsa::TextRange& range, std::string to) {
+  finding.hint = "write `" + to + '`';
+  finding.edits = {{range.begin.offset, range.end.offset, std::move(to)}};
+}
+
+void insertAt(Finding& finding, std::uint64_t offset, std::string text) {
+  finding.edits = {{offset, offset, std::move(text)}};
+}
+
+bool suggest(Finding& finding, const vsa::TextRange& range,
+             const std::optional<std::string>& name) {
+  if (!name) return false;
+  finding.hint = "did you mean `" + *name + "`?";
+  finding.edits = {{range.begin.offset, range.end.offset, *name}};
+  return true;
+}
+
+std::optional<std::string> decimalOfHexadecimal(std::string_view digits) {
+  std::uint64_t number = 0;
+  const auto [end, error] =
+      std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
+  const bool isWhole = error == std::errc() && end == digits.data() + digits.size();
+  return isWhole && !digits.empty() ? std::optional(std::to_string(number)) : std::nullopt;
+}
+
+bool isWordText(std::string_view text) {
+  const auto isLetter = [](char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_' ||
+           static_cast<unsigned char>(c) >= 0x80;
+  };
+  if (text.empty() || !isLetter(text.front())) return false;
+  return std::all_of(text.begin(), text.end(),
+                     [&](char c) { return isLetter(c) || (c >= '0' && c <= '9'); });
+}
+
+}  // namespace vsa_tools

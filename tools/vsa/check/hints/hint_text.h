@@ -1,0 +1,89 @@
+// HintText: the text with a diagnostic, as the functions see it that make hints of it.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include <vsa/reading/read_diagnostic.h>
+#include <vsa/syntax.h>
+#include <vsa/types.h>
+#include "tools/vsa/check/finding.h"
+
+namespace vsa_tools {
+
+/// The statement that made an input.
+struct FirstAssignment {
+  vsa::TextRange range;                               ///< Of its value.
+  std::string_view value;                             ///< As it is written.
+  vsa::SyntaxKind kind = vsa::SyntaxKind::EndOfText;  ///< Of the value's first token.
+  bool isConnection = false;
+};
+
+/// The text and the names in it, which are collected when they are first asked for.
+class HintText {
+ public:
+  HintText(std::string_view text, std::span<const vsa::TypeDescription> types)
+      : text_(text), types_(types) {}
+
+  std::string_view text() const { return text_; }
+  std::span<const vsa::TypeDescription> types() const { return types_; }
+  std::string_view bytesOf(const vsa::TextRange& range) const;
+  /// The offset of the last byte before `offset` that is no white space, plus 1.
+  std::uint64_t endBefore(std::uint64_t offset) const;
+  /// The offset of the first byte from `offset` on that is no white space.
+  std::uint64_t beginBehind(std::uint64_t offset) const;
+  char at(std::uint64_t offset) const { return offset < text().size() ? text()[offset] : '\0'; }
+
+  // The most similar name, as far as one is near.
+  std::optional<std::string> nearestNode(std::string_view written);
+  std::optional<std::string> nearestInput(std::string_view written);
+  std::optional<std::string> nearestOutput(std::string_view written);
+
+  /// The name in the first declaration of a node.
+  std::optional<vsa::TextRange> declarationOf(std::string_view node);
+  /// Null if no statement assigns to the input. `path` is one of a diagnostic.
+  const FirstAssignment* firstAssignment(const std::string& path);
+
+ private:
+  using Names = std::map<std::string_view, vsa::TextRange>;
+
+  void collect();
+  std::optional<std::string> nearest(const Names& names, std::string_view written);
+
+  std::string_view text_;
+  std::span<const vsa::TypeDescription> types_;
+  bool isCollected_ = false;
+  Names nodes_, inputs_, outputs_;
+  std::unordered_map<std::string, FirstAssignment> assignments_;
+  // So that a text with many mistakes and many names takes time in proportion to its size.
+  std::uint64_t comparisonsLeft_ = 5'000'000;
+};
+
+// The hints for groups of diagnostics. Each leaves the finding as it is if it has nothing to say.
+void hintForStatement(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForPath(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
+
+// Shared by them.
+
+/// An edit that replaces the range, and a hint "write `to`".
+void replace(Finding& finding, const vsa::TextRange& range, std::string to);
+/// An edit that inserts at an offset.
+void insertAt(Finding& finding, std::uint64_t offset, std::string text);
+/// "did you mean `name`?" with an edit that replaces the range, if there is a name.
+bool suggest(Finding& finding, const vsa::TextRange& range, const std::optional<std::string>& name);
+/// The value of "0x1F" in decimal; nothing if it is none of 64 bits.
+std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
+bool isWordText(std::string_view text);
+
+}  // namespace vsa_tools

@@ -1,0 +1,64 @@
+#include "tools/vsa/check/hints/hints.h"
+
+#include "tools/vsa/check/hints/hint_text.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::DiagnosticId;
+
+void hintForBadToken(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const bool isEnd = diagnostic.message.starts_with("expected ';'");
+  const bool isValue = diagnostic.message.starts_with("expected '(scalar");
+  if (isEnd) {
+    hintForMissingEnd(text, diagnostic, finding);
+  } else if (isValue) {
+    hintForValue(text, diagnostic, finding);
+  } else {
+    hintForLink(text, diagnostic, finding);
+  }
+}
+
+}  // namespace
+
+Hints::Hints(std::string_view text, std::span<const vsa::TypeDescription> types)
+    : text_(std::make_unique<HintText>(text, types)) {
+}
+
+Hints::~Hints() = default;
+
+void Hints::addTo(const vsa::Diagnostic& diagnostic, Finding& finding) {
+  switch (diagnostic.id) {
+    case DiagnosticId::UnrecognizedToken:
+    case DiagnosticId::BadVersion:
+    case DiagnosticId::WithNodeNotSet:
+      return hintForStatement(*text_, diagnostic, finding);
+    case DiagnosticId::InvalidToken:
+    case DiagnosticId::InvalidListToken:
+    case DiagnosticId::UnexpectedEof:
+    case DiagnosticId::EndMark:
+      return hintForCharacter(*text_, diagnostic, finding);
+    case DiagnosticId::BadToken:
+      return hintForBadToken(*text_, diagnostic, finding);
+    case DiagnosticId::NodeNotFound:
+    case DiagnosticId::InputNotFound:
+    case DiagnosticId::InvalidArrayIndex:
+      return hintForPath(*text_, diagnostic, finding);
+    case DiagnosticId::InvalidOutput:
+    case DiagnosticId::NoNodeToConnect:
+    case DiagnosticId::NoOutputToConnect:
+    case DiagnosticId::NoNodeToAssign:
+    case DiagnosticId::CannotAssignNode:
+      return hintForLink(*text_, diagnostic, finding);
+    case DiagnosticId::CannotAssignType:
+    case DiagnosticId::WrongType:
+    case DiagnosticId::Narrowing:
+    case DiagnosticId::BadEnumValue:
+      return hintForType(*text_, diagnostic, finding);
+    default:
+      return hintForBuffer(*text_, diagnostic, finding);
+  }
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,32 @@
+// Hints: what to do about the diagnostics of the reader, from what stands in the text.
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string_view>
+
+#include <vsa/reading/read_diagnostic.h>
+#include <vsa/types.h>
+#include "tools/vsa/check/finding.h"
+
+namespace vsa_tools {
+
+class HintText;
+
+/// The hints about one file. The text is looked at when a diagnostic asks for it.
+class Hints {
+ public:
+  /// The text without a byte order mark, and the types of --types. Both must live as long as this
+  /// object.
+  explicit Hints(std::string_view text, std::span<const vsa::TypeDescription> types = {});
+  ~Hints();
+
+  /// Completes the finding of a diagnostic: its hint, the edits that do what the hint says, and
+  /// notes. Leaves the finding as it is if there is nothing to say.
+  void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
+
+ private:
+  std::unique_ptr<HintText> text_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,79 @@
+// Hints for references and connections.
+#include <string>
+
+#include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::DiagnosticId;
+
+// A name that no node has: a misspelt one, a removed one, or a text without quotes.
+void hintForMissingNode(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view name = text.bytesOf(range);
+  const std::string lower = loweredName(name);
+  if (const auto declaration = text.declarationOf(name)) {
+    finding.hint = "the node was removed; remove the link, or declare the node again";
+    finding.notes.push_back({*declaration, "declared here"});
+  } else if (lower == "inf" || lower == "infinity" || lower == "nan") {
+    finding.hint = "a word is the name of a node; a single value may be `-inf` or `-nan`";
+  } else if (!suggest(finding, range, text.nearestNode(name))) {
+    finding.hint = "a word is the name of a node: quote it if it is a string";
+  }
+}
+
+// "node.output.more", ".output".
+void hintForSource(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view source = text.bytesOf(range);
+  finding.hint = source.front() == '.' ? "write the name of the node before the output"
+                                       : "a source is `node.output`; an output has no members";
+}
+
+void hintForPipe(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  finding.hint = "a connection is written with `|=`";
+  const std::uint64_t pipe = text.endBefore(range.begin.offset);
+  if (pipe != 0 && text.at(pipe - 1) == '|') insertAt(finding, pipe, "=");
+}
+
+void hintForTypedInput(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  finding.hint = "an input refers to a node if its first value does";
+  const FirstAssignment* const first = text.firstAssignment(diagnostic.inputPath);
+  if (first != nullptr && first->range.begin.offset < diagnostic.range.begin.offset) {
+    finding.notes.push_back({first->range, "the input got its type here"});
+  }
+}
+
+}  // namespace
+
+void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const vsa::TextRange& range = diagnostic.range;
+  const std::string_view culprit = text.bytesOf(range);
+  if (culprit.empty()) {
+    finding.hint = "the text ends inside a statement; it may have been cut off";
+    return;
+  }
+  switch (diagnostic.id) {
+    case DiagnosticId::NoNodeToAssign:
+    case DiagnosticId::NoNodeToConnect:
+      return hintForMissingNode(text, range, finding);
+    case DiagnosticId::NoOutputToConnect:
+      suggest(finding, range, text.nearestOutput(culprit));
+      return;
+    case DiagnosticId::InvalidOutput:
+      return hintForSource(text, range, finding);
+    case DiagnosticId::CannotAssignNode:
+      return hintForTypedInput(text, diagnostic, finding);
+    default:
+      break;
+  }
+  if (diagnostic.message.starts_with("expected '='")) {
+    hintForPipe(text, range, finding);
+  } else if (diagnostic.message.starts_with("expected '(null")) {
+    finding.hint = "name an output, such as `" + std::string(culprit) +
+                   ".out`; a reference to a node is written with `=`";
+  }
+}
+
+}  // namespace vsa_tools

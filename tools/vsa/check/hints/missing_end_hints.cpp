@@ -1,0 +1,133 @@
+// Hints for values that are complete although more stands behind them.
+#include <algorithm>
+#include <string>
+
+#include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tools {
+
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+/// A word that people write for a keyword.
+struct Alias {
+  std::string_view written;
+  std::string_view keyword;
+};
+
+// Words of other languages for the element types of buffers, and for tuples.
+constexpr Alias BUFFER_ALIASES[] = {
+    {"uint8", "byte"},    {"uchar", "byte"},     {"int8", "char"},   {"short", "int16"},
+    {"int", "int32"},     {"uint", "uint32"},    {"long", "int64"},  {"bool", "byte"},
+    {"float32", "float"}, {"float64", "double"}, {"real", "double"}, {"vec2", "vec2f"},
+    {"vec3", "vec3f"},    {"vec4", "vec4f"},     {"pos2", "pos2f"},  {"pos3", "pos3f"},
+    {"quat", "quatf"},    {"mat3", "mat3f"},     {"mat4", "mat4f"},  {"rgba", "rgbaf"},
+    {"rgb", "rgbf"},      {"point", "pos3f"},    {"normal", "vec3f"}};
+constexpr Alias TUPLE_ALIASES[] = {
+    {"rgb", "rgba"},   {"color", "rgba"},    {"colour", "rgba"}, {"vector", "vec3"},
+    {"point", "pos3"}, {"position", "pos3"}, {"vec2f", "vec2"},  {"vec3f", "vec3"},
+    {"vec4f", "vec4"}, {"vec2d", "vec2"},    {"vec3d", "vec3"},  {"vec4d", "vec4"},
+    {"pos3f", "pos3"}, {"quatf", "quat"},    {"mat3f", "mat3"},  {"mat4f", "mat4"},
+    {"rgbf", "rgba"},  {"rgbaf", "rgba"},    {"matrix", "mat4"}, {"quaternion", "quat"}};
+constexpr std::string_view TUPLES[] = {"vec2", "vec3", "vec4", "pos2", "pos3",
+                                       "quat", "mat3", "mat4", "rgba"};
+
+template <std::size_t N>
+std::optional<std::string> aliasOf(const Alias (&aliases)[N], std::string_view word) {
+  for (const Alias& alias : aliases) {
+    if (alias.written == word) return std::string(alias.keyword);
+  }
+  return std::nullopt;
+}
+
+std::optional<std::string> nearestKeyword(std::string_view word, bool isBuffer) {
+  NearestName nearest(word);
+  for (const std::string_view tuple : TUPLES) {
+    if (!isBuffer) nearest.consider(tuple);
+  }
+  for (int i = 0; isBuffer && i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {
+    const auto type = static_cast<vsa::ElementType>(i);
+    if (zn::korvo_sdk::isBufferElement(type)) nearest.consider(loweredName(vsa::typeName(type)));
+  }
+  return nearest.found();
+}
+
+// The word of a type that the format does not have.
+void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string word = loweredName(text.bytesOf(range));
+  const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
+  if (const auto alias = isBuffer ? aliasOf(BUFFER_ALIASES, word) : aliasOf(TUPLE_ALIASES, word)) {
+    replace(finding, range, *alias);
+  } else if (!suggest(finding, range, nearestKeyword(word, isBuffer))) {
+    finding.hint = isBuffer ? "an element type is `int32`, `float`, `vec3f` or another of them"
+                            : "a tuple type is `vec3`, `pos3`, `rgba` or another of them";
+  }
+}
+
+// "node.output" behind "=".
+void hintForOutput(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  finding.hint = "a connection to an output is written with `|=`";
+  const std::size_t equals = text.text().substr(0, range.begin.offset).rfind('=');
+  if (equals != std::string_view::npos) insertAt(finding, equals, "|");
+}
+
+// "1,5": the comma behind a number and before digits.
+bool isDecimalComma(HintText& text, std::uint64_t at) {
+  return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
+}
+
+// "1_000" and "0x1F": what follows the digits is read as a word.
+bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view word = text.bytesOf(range);
+  const std::uint64_t at = range.begin.offset;
+  if (at == 0 || !isDigit(text.at(at - 1))) return false;
+  const bool isGrouped =
+      word.front() == '_' && word.find_first_not_of("_0123456789") == std::string_view::npos;
+  if (isGrouped) {
+    std::string digits(word);
+    std::erase(digits, '_');
+    finding.hint = "a number has no separators between its digits";
+    finding.edits = {{at, range.end.offset, digits}};
+    return true;
+  }
+  const bool isHexadecimal = (word.front() == 'x' || word.front() == 'X') && text.at(at - 1) == '0';
+  const auto decimal = isHexadecimal ? decimalOfHexadecimal(word.substr(1)) : std::nullopt;
+  if (!decimal) return false;
+  finding.hint = "there are no hexadecimal numbers: write `" + *decimal + '`';
+  finding.edits = {{at - 1, range.end.offset, *decimal}};
+  return true;
+}
+
+}  // namespace
+
+void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const vsa::TextRange& range = diagnostic.range;
+  const std::string_view culprit = text.bytesOf(range);
+  const std::uint64_t at = range.begin.offset;
+  const char next = text.at(text.beginBehind(range.end.offset));
+  if (culprit.empty()) {
+    finding.hint = "end the statement with `;`";
+    insertAt(finding, at, ";");
+  } else if (isDecimalComma(text, at)) {
+    finding.hint = "a comma is a blank, not a decimal point: write a point";
+    finding.edits = {{at, at + 1, "."}};
+  } else if (culprit == "\"") {
+    finding.hint = "close the string with `\"`; a backslash before it is written `\\\\`";
+  } else if (culprit.front() == '"') {
+    finding.hint = "a value is one string; a quote inside it is written `\\\"`";
+  } else if (culprit.front() == '.') {
+    hintForOutput(text, range, finding);
+  } else if (isWordText(culprit) && (next == '[' || next == '(')) {
+    hintForKeyword(text, range, finding);
+  } else if (isWordText(culprit) && !hintForDigits(text, range, finding)) {
+    finding.hint = "a value ends here; a number has no unit, and a text needs quotes";
+  } else if (culprit.front() == '(' || culprit.front() == '[' || culprit.front() == '{') {
+    finding.hint = "a tuple is `vec3(x y z)`, and a buffer `float[2] {x y}`";
+  }
+}
+
+}  // namespace vsa_tools

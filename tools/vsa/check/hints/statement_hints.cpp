@@ -1,0 +1,145 @@
+// Hints for statements that begin wrongly, and for version comments.
+#include <algorithm>
+#include <string>
+
+#include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tools {
+
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+bool isConstant(std::string_view word) {
+  const std::string lower = loweredName(word);
+  return lower == "true" || lower == "false" || lower == "null";
+}
+
+// What stands where a statement begins, or behind its first tokens.
+void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::uint64_t next = text.beginBehind(range.end.offset);
+  const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';
+  const std::string word(text.bytesOf(range));
+  if (isAssigned) {
+    finding.hint = "an input of the node that is set begins with a period: write `." + word + '`';
+    insertAt(finding, range.begin.offset, ".");
+    return;
+  }
+  finding.hint = "a declaration has a type and a name, such as `lamp " + word + ";`";
+}
+
+void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::uint64_t at = range.begin.offset;
+  switch (text.at(at)) {
+    case '/':
+      finding.hint = "a comment begins with `#`";
+      if (text.at(at + 1) == '/') finding.edits = {{at, at + 2, "#"}};
+      return;
+    case '-':
+    case '.':
+      finding.hint = "a name has letters, digits and `_` only";
+      return;
+    case ',':
+      finding.hint = "declare one node in each statement";
+      return;
+    case ':':
+      finding.hint = "write `=`";
+      finding.edits = {{at, at + 1, "="}};
+      return;
+    case '+':
+      if (text.at(at + 1) == '=') finding.hint = "there is no `+=`; write the value behind `=`";
+      return;
+    case ';':
+      finding.hint = "an empty statement; remove the semicolon";
+      finding.edits = {{at, at + 1, ""}};
+      return;
+    case '=':
+      finding.hint = "an input path stands before `=`, such as `node.input`";
+      return;
+    default:
+      return;
+  }
+}
+
+void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view culprit = text.bytesOf(range);
+  if (culprit.empty()) {
+    const bool isAtEnd = text.beginBehind(range.end.offset) == text.text().size();
+    finding.hint = isAtEnd ? "the text ends inside a statement; it may have been cut off"
+                           : "end the statement with `;`";
+    if (!isAtEnd) insertAt(finding, range.begin.offset, ";");
+    return;
+  }
+  const std::uint64_t before = text.endBefore(range.begin.offset);
+  const bool isBehindPath = before != 0 && isWordText(text.text().substr(before - 1, 1));
+  const bool isValue = isDigit(culprit.front()) || culprit.front() == '-';
+  if (culprit.front() == '"' || culprit.front() == '\'') {
+    const std::string_view content = culprit.substr(1, culprit.size() - 2);
+    finding.hint = "names and types have no quotes";
+    if (isWordText(content)) replace(finding, range, std::string(content));
+  } else if (isWordText(culprit)) {
+    if (isConstant(culprit)) {
+      finding.hint = "`true`, `false` and `null` are no names, in any letter case";
+    } else {
+      hintForWord(text, range, finding);
+    }
+  } else if (isValue && culprit.size() > 1 && isBehindPath && !isDigit(culprit.front())) {
+    finding.hint = "a name has letters, digits and `_` only";
+  } else if (isDigit(culprit.front()) && isBehindPath) {
+    finding.hint = "a name does not begin with a digit, and a value stands behind `=`";
+  } else {
+    hintForPunctuation(text, range, finding);
+  }
+}
+
+// "# version: 2.1", or a comment that contains "version:" by chance.
+void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view comment = text.bytesOf(range);
+  const std::size_t word = comment.find("version:");
+  const std::size_t first = comment.find_first_not_of("# \t");
+  if (word == std::string_view::npos) return;
+  if (word != first) {
+    finding.hint = "a comment with `version:` sets the version; put a blank before the colon";
+    insertAt(finding, range.begin.offset + word + std::string_view("version").size(), " ");
+    return;
+  }
+  const std::size_t digits = comment.find_first_of("0123456789", word);
+  finding.hint = "the version is a whole number";
+  if (digits == std::string_view::npos) return;
+  const std::size_t end = std::min(comment.find_first_not_of("0123456789", digits), comment.size());
+  const std::string number(comment.substr(digits, end - digits));
+  finding.hint += ": write `# version: " + number + '`';
+}
+
+// The node declared before, if its declaration ends in a semicolon just before the path.
+void hintForWithNode(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::uint64_t end = text.endBefore(range.begin.offset);
+  const std::string path(text.bytesOf(range));
+  finding.hint = "write the node's name before the period, or set a node with `with name:`";
+  if (end == 0 || text.at(end - 1) != ';') return;
+  const std::string_view before = text.text().substr(0, end - 1);
+  const std::size_t name = before.find_last_of(" \t\r\n;:");
+  const std::string_view node = before.substr(name == std::string_view::npos ? 0 : name + 1);
+  if (!isWordText(node)) return;
+  const bool isDeclared = text.declarationOf(node).has_value();
+  if (!isDeclared) return;
+  finding.hint = "end the declaration of " + std::string(node) + " with a colon";
+  finding.edits = {{end - 1, end, ":"}};
+}
+
+}  // namespace
+
+void hintForStatement(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  if (diagnostic.id == vsa::DiagnosticId::BadVersion) {
+    hintForVersion(text, diagnostic.range, finding);
+  } else if (diagnostic.id == vsa::DiagnosticId::WithNodeNotSet) {
+    hintForWithNode(text, diagnostic.range, finding);
+  } else {
+    hintForUnrecognized(text, diagnostic.range, finding);
+  }
+}
+
+}  // namespace vsa_tools

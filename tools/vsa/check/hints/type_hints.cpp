@@ -1,0 +1,135 @@
+// Hints for values of another type than the input has, with a note where it got its type.
+#include <string>
+
+#include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::DiagnosticId;
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// The types in "expected TYPE @ PATH but found FOUND" and the other messages, as far as they begin
+// with them.
+bool expects(const vsa::Diagnostic& diagnostic, std::string_view type) {
+  return diagnostic.message.starts_with("expected " + std::string(type) + " @ ");
+}
+
+bool isVector(const vsa::Diagnostic& diagnostic) {
+  for (const char* type : {"Vec2", "Vec3", "Vec4", "Pos2", "Pos3", "Quat", "Rgba"}) {
+    if (expects(diagnostic, type)) return true;
+  }
+  return false;
+}
+
+// "int32[2] {0 1}" for "[0 1]", with the element type of the first value.
+std::optional<std::string> asBuffer(std::string_view brackets, std::string_view first) {
+  const std::size_t keyword = first.find('[');
+  if (brackets.size() < 2 || brackets.front() != '[' || keyword == std::string_view::npos) {
+    return std::nullopt;
+  }
+  const std::string_view numbers = brackets.substr(1, brackets.size() - 2);
+  const std::string list = '{' + std::string(numbers) + '}';
+  vsa::ListReader reader(list);
+  vsa::ListPart part;
+  std::size_t count = 0;
+  while (reader.next(part)) count += part.continues ? 0 : 1;
+  const bool isScalar = first.substr(0, keyword).find_first_of("vVpPqQmMrR") != 0;
+  if (!isScalar) return std::nullopt;
+  return std::string(first.substr(0, keyword)) + '[' + std::to_string(count) + "] " + list;
+}
+
+void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
+                      const FirstAssignment* first, Finding& finding) {
+  const std::string value(text.bytesOf(diagnostic.range));
+  const bool isNumber = isDigit(value.front()) || value.front() == '-';
+  if (expects(diagnostic, "Array")) {
+    finding.hint = "assign an array element by element: `[0]`, or `[*]` to append";
+  } else if (expects(diagnostic, "Null")) {
+    finding.hint = "assign the value before the input is connected";
+  } else if (expects(diagnostic, "String") && isNumber) {
+    replace(finding, diagnostic.range, '"' + value + '"');
+  } else if (expects(diagnostic, "Bool") && (value == "1.0" || value == "0.0")) {
+    replace(finding, diagnostic.range, value == "1.0" ? "true" : "false");
+  } else if (isVector(diagnostic) && isNumber) {
+    finding.hint =
+        "an integer does not become a vector: write `" + value + ".0` for all components";
+    finding.edits = {{diagnostic.range.begin.offset, diagnostic.range.end.offset, value + ".0"}};
+  } else if (first != nullptr && value.front() == '[') {
+    if (const auto buffer = asBuffer(value, first->value)) {
+      replace(finding, diagnostic.range, *buffer);
+    }
+  }
+}
+
+// A first value without a point makes an integer input.
+void hintForNarrowing(const vsa::Diagnostic& diagnostic, const FirstAssignment* first,
+                      Finding& finding) {
+  const bool isRounded = diagnostic.message.starts_with("narrowing Real to ");
+  const bool isInteger = first != nullptr && first->kind == vsa::SyntaxKind::Integer &&
+                         first->value.find_first_of("eEuU") == std::string_view::npos;
+  if (isRounded && isInteger) {
+    finding.hint = "write the first value as `" + std::string(first->value) +
+                   ".0`, which makes the input a Real";
+    insertAt(finding, first->range.end.offset, ".0");
+  } else if (diagnostic.message.ends_with(" to Bool")) {
+    finding.hint = "write `true` or `false`";
+  } else {
+    finding.hint = "write the value in the type of the input";
+  }
+}
+
+std::optional<std::string> nearestEnumValue(const HintText& text, std::string_view written) {
+  NearestName nearest(written);
+  for (const vsa::TypeDescription& type : text.types()) {
+    for (const vsa::InputDescription& one : type.inputs) {
+      for (const std::string& value : one.declaration.enumValues) nearest.consider(value);
+    }
+  }
+  return nearest.found();
+}
+
+void hintForEnumValue(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view value = text.bytesOf(range);
+  const auto name = nearestEnumValue(text, value.substr(1, value.size() - 2));
+  if (name) suggest(finding, range, '"' + *name + '"');
+}
+
+void hintForElement(const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const bool isElement = diagnostic.message.find(" to Array @ ") != std::string::npos;
+  finding.hint = isElement ? "the elements of an array have the type of the first one"
+                           : "only an object has members, and only an array elements";
+}
+
+}  // namespace
+
+void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  if (text.bytesOf(diagnostic.range).empty()) return;
+  const bool isElement = diagnostic.id == DiagnosticId::CannotAssignType;
+  std::string path = diagnostic.inputPath;
+  if (isElement && path.ends_with(']')) path = path.substr(0, path.rfind('[')) + "[0]";
+  const FirstAssignment* first = text.firstAssignment(path);
+  if (first != nullptr && first->range.begin.offset >= diagnostic.range.begin.offset) {
+    first = nullptr;
+  }
+  if (first != nullptr && diagnostic.id != DiagnosticId::BadEnumValue) {
+    finding.notes.push_back({first->range, "the input got its type here"});
+  }
+  switch (diagnostic.id) {
+    case DiagnosticId::WrongType:
+      return hintForWrongType(text, diagnostic, first, finding);
+    case DiagnosticId::Narrowing:
+      return hintForNarrowing(diagnostic, first, finding);
+    case DiagnosticId::BadEnumValue:
+      return hintForEnumValue(text, diagnostic.range, finding);
+    default:
+      return hintForElement(diagnostic, finding);
+  }
+}
+
+}  // namespace vsa_tools

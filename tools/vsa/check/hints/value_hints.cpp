@@ -1,0 +1,140 @@
+// Hints for values that have the form of a value and do not convert, or that are none.
+#include <algorithm>
+#include <string>
+
+#include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/hints/similar_names.h"
+
+namespace vsa_tools {
+
+namespace {
+
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// "1e-05" is an integer with a negative exponent.
+std::optional<std::string> withPoint(std::string_view number) {
+  const std::size_t exponent = number.find_first_of("eE");
+  if (exponent == std::string_view::npos || exponent == 0) return std::nullopt;
+  if (number.find('.') != std::string_view::npos) return std::nullopt;
+  if (!isDigit(number[exponent - 1]) || exponent + 1 == number.size()) return std::nullopt;
+  std::string result(number);
+  return result.insert(exponent, ".0");
+}
+
+void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding& finding) {
+  const std::string_view digits = number.front() == '-' ? number.substr(1) : number;
+  const bool isInteger =
+      digits.find_first_not_of("0123456789") == std::string_view::npos && !digits.empty();
+  if (isInteger) {
+    finding.hint =
+        "an integer has 64 bits; for a real number write `" + std::string(number) + ".0`";
+  } else if (number.ends_with('U') && isDigit(number[number.size() - 2])) {
+    std::string lower(number);
+    lower.back() = 'u';
+    replace(finding, range, lower);
+  } else if (const auto real = withPoint(number)) {
+    replace(finding, range, *real);
+  } else {
+    finding.hint = "a number begins with a digit; a text needs quotes";
+  }
+}
+
+// "'noon'" on one line, without characters that a string would escape.
+void hintForApostrophe(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  finding.hint = "a string has double quotes";
+  const std::uint64_t begin = range.begin.offset;
+  const std::size_t end = text.text().find_first_of("'\"\\\n", begin + 1);
+  if (end == std::string_view::npos || text.at(end) != '\'') return;
+  finding.edits = {{begin, begin + 1, "\""}, {end, end + 1, "\""}};
+}
+
+struct TupleForm {
+  std::string_view keyword;
+  std::size_t components;
+};
+
+constexpr TupleForm TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4}, {"pos2", 2}, {"pos3", 3},
+                                {"quat", 4}, {"rgba", 4}, {"mat3", 9}, {"mat4", 16}};
+
+// The keyword in front of the list.
+const TupleForm* tupleBefore(HintText& text, std::uint64_t list) {
+  const std::uint64_t end = text.endBefore(list);
+  if (end < 4) return nullptr;
+  const std::string keyword = loweredName(text.text().substr(end - 4, 4));
+  const auto* form = std::find_if(std::begin(TUPLES), std::end(TUPLES),
+                                  [&](const TupleForm& one) { return one.keyword == keyword; });
+  return form == std::end(TUPLES) ? nullptr : form;
+}
+
+void hintForTuple(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const TupleForm* const form = tupleBefore(text, range.begin.offset);
+  if (form == nullptr) return;
+  const std::string_view list = text.bytesOf(range);
+  vsa::ListReader reader(list);
+  vsa::ListPart part;
+  std::size_t count = 0;
+  std::size_t glued = 0;
+  while (reader.next(part)) ++(part.continues ? glued : count);
+  if (count + glued == form->components && glued != 0) {
+    std::string apart(list);
+    for (std::size_t at = apart.find(")("); at != std::string::npos; at = apart.find(")(", at)) {
+      apart.insert(at + 1, " ");
+    }
+    finding.hint = "groups with nothing between them run together: put blanks between them";
+    finding.edits = {{range.begin.offset, range.end.offset, apart}};
+    return;
+  }
+  const std::string keyword(form->keyword);
+  finding.hint = "a " + keyword + " takes " + std::to_string(form->components) +
+                 " numbers, and this list has " + std::to_string(count);
+  if (keyword == "rgba") finding.hint = "an rgba takes 3 or 4 numbers";
+  const std::string other = keyword.substr(0, 3) + std::to_string(count);
+  const bool exists = std::any_of(std::begin(TUPLES), std::end(TUPLES),
+                                  [&](const TupleForm& one) { return one.keyword == other; });
+  if (exists) finding.hint += "; for them write `" + other + '`';
+}
+
+}  // namespace
+
+void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const vsa::TextRange& range = diagnostic.range;
+  const std::string_view culprit = text.bytesOf(range);
+  const std::uint64_t at = range.begin.offset;
+  if (culprit.empty()) {
+    finding.hint = "the text ends inside a statement; it may have been cut off";
+    return;
+  }
+  switch (culprit.front()) {
+    case '#':
+      finding.hint = "a comment stands between statements: move it behind the semicolon";
+      return;
+    case '\'':
+      return hintForApostrophe(text, range, finding);
+    case '"':
+      finding.hint = "close the string with `\"`; a backslash before it is written `\\\\`";
+      return;
+    case ';':
+      finding.hint = "a value is missing";
+      return;
+    case '.':
+      finding.hint = "a number begins with a digit: write `0.`";
+      if (isDigit(text.at(at + 1))) insertAt(finding, at, "0");
+      return;
+    case '+':
+      finding.hint = "a number has no plus sign";
+      if (isDigit(text.at(at + 1))) finding.edits = {{at, at + 1, ""}};
+      return;
+    case '(':
+      return culprit.size() == 1 ? void(finding.hint = "close the list with `)`")
+                                 : hintForTuple(text, range, finding);
+    case '{':
+      finding.hint = "close the list with `}`";
+      return;
+    default:
+      return hintForNumber(range, culprit, finding);
+  }
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,155 @@
+#include "tools/vsa/check/rules/types/type_rules.h"
+
+#include <algorithm>
+#include <string>
+#include <unordered_map>
+
+#include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/rules/types/value_fit.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::InputDescription;
+using vsa::InputView;
+using vsa::NodeView;
+using vsa::TypeDescription;
+using zn::korvo_sdk::FormerName;
+using Place = SceneFinding::Place;
+
+std::string didYouMean(const NearestName& nearest) {
+  const std::optional<std::string> name = nearest.found();
+  return name ? "did you mean `" + *name + "`?" : std::string();
+}
+
+std::string_view currentName(const std::vector<FormerName>& formerNames, std::string_view name) {
+  for (const FormerName& former : formerNames) {
+    if (former.former == name) return former.current;
+  }
+  return name;
+}
+
+const InputDescription* inputNamed(const TypeDescription& type, std::string_view name) {
+  const std::string_view current = currentName(type.formerInputs, name);
+  const auto found = std::find_if(
+      type.inputs.begin(), type.inputs.end(),
+      [&](const InputDescription& input) { return input.declaration.name == current; });
+  return found == type.inputs.end() ? nullptr : &*found;
+}
+
+class TypeRules {
+ public:
+  explicit TypeRules(SceneFindings& found) : found_(found) {
+    for (const TypeDescription& type : found.input().types) types_[type.name] = &type;
+  }
+
+  void checkNode(const NodeView& node) {
+    const TypeDescription* const type = typeNamed(node.type());
+    if (type == nullptr) {
+      addUnknownType(node);
+      return;
+    }
+    for (const InputView input : node.inputs()) checkInput(*type, input);
+    for (const InputDescription& input : type->inputs) {
+      if (input.isRequired) checkRequired(node, *type, input);
+    }
+  }
+
+ private:
+  const TypeDescription* typeNamed(std::string_view name) const {
+    const auto found = types_.find(name);
+    return found == types_.end() ? nullptr : found->second;
+  }
+
+  // A node of "define" and of "with" has no type of its own.
+  void addUnknownType(const NodeView& node) {
+    if (node.type() == node.name() || node.type() == "with") return;
+    NearestName nearest(node.type());
+    for (const auto& [name, type] : types_) nearest.consider(name);
+    found_.add({RuleId::UnknownType, std::string(node.name()),
+                "no type " + std::string(node.type()) + " is described", didYouMean(nearest),
+                Place::Type});
+  }
+
+  void checkInput(const TypeDescription& type, const InputView& input) {
+    const InputDescription* const described = inputNamed(type, input.name());
+    if (described == nullptr) {
+      NearestName nearest(input.name());
+      for (const InputDescription& one : type.inputs) nearest.consider(one.declaration.name);
+      found_.add({RuleId::UnknownInput, input.path(),
+                  "a " + type.name + " has no input " + std::string(input.name()),
+                  didYouMean(nearest), Place::Path});
+      return;
+    }
+    checkValue(input, *described);
+    checkOutput(input);
+    for (const InputView element : input.elements()) checkOutput(element);
+  }
+
+  void checkValue(const InputView& input, const InputDescription& described) {
+    const std::string path = input.path();
+    const std::string problem = misfit(input, described);
+    if (!problem.empty()) {
+      // A text assigns to the elements of an array.
+      const std::string place = input.elements().empty() ? path : input[0].path();
+      found_.add({RuleId::WrongInputType, place, path + " is " + problem});
+      return;
+    }
+    const std::string range = outOfRange(input, described);
+    if (!range.empty()) found_.add({RuleId::OutOfRange, path, range});
+    checkEnumeration(input, described.declaration.enumValues);
+  }
+
+  void checkEnumeration(const InputView& input, const std::vector<std::string>& values) {
+    const std::optional<std::string_view> value = input.string();
+    if (!value || values.empty()) return;
+    if (std::find(values.begin(), values.end(), *value) != values.end()) return;
+    NearestName nearest(*value);
+    for (const std::string& one : values) nearest.consider(one);
+    found_.add({RuleId::UnknownEnumValue, input.path(),
+                "'" + std::string(*value) + "' is none of the values of this input",
+                didYouMean(nearest)});
+  }
+
+  void checkOutput(const InputView& input) {
+    const vsa::ConnectionView connection = input.connection();
+    if (!connection) return;
+    const TypeDescription* const type = typeNamed(connection.node().type());
+    if (type == nullptr) return;
+    const std::string_view name = currentName(type->formerOutputs, connection.output());
+    const std::vector<std::string>& outputs = type->outputs;
+    if (std::find(outputs.begin(), outputs.end(), name) != outputs.end()) return;
+    NearestName nearest(name);
+    for (const std::string& one : outputs) nearest.consider(one);
+    found_.add({RuleId::UnknownOutput, input.path(),
+                "a " + type->name + " has no output " + std::string(connection.output()),
+                didYouMean(nearest)});
+  }
+
+  void checkRequired(const NodeView& node, const TypeDescription& type,
+                     const InputDescription& required) {
+    const std::string& name = required.declaration.name;
+    const auto inputs = node.inputs();
+    const bool isThere = std::any_of(inputs.begin(), inputs.end(), [&](const InputView& input) {
+      return currentName(type.formerInputs, input.name()) == name;
+    });
+    if (isThere) return;
+    found_.add({RuleId::MissingInput, std::string(node.name()),
+                "a " + type.name + " needs the input " + name, "assign or connect it",
+                Place::Node});
+  }
+
+  SceneFindings& found_;
+  std::unordered_map<std::string_view, const TypeDescription*> types_;
+};
+
+}  // namespace
+
+void findTypeProblems(SceneFindings& found) {
+  if (found.input().types.empty()) return;
+  TypeRules rules(found);
+  for (const NodeView node : found.input().scene.nodes()) rules.checkNode(node);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,101 @@
+#include "tools/vsa/types/type_collector.h"
+
+#include <nlohmann/json.hpp>
+#include <vector>
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::InputView;
+using vsa::ValueType;
+
+// Of "define" and of "with": they have no type of their own.
+bool hasType(const vsa::NodeView& node) {
+  return node.type() != node.name() && node.type() != "with";
+}
+
+bool isNumber(ValueType type) {
+  return type == ValueType::Int || type == ValueType::UInt || type == ValueType::Real;
+}
+
+// The type that both convert to without loss; Null if there is none.
+ValueType commonType(ValueType a, ValueType b) {
+  if (a == b) return a;
+  if (isNumber(a) && isNumber(b)) return ValueType::Real;
+  return ValueType::Null;
+}
+
+}  // namespace
+
+void TypeCollector::add(const vsa::SceneView& scene) {
+  for (const vsa::NodeView node : scene.nodes()) {
+    if (!hasType(node)) continue;
+    Type& type = types_[std::string(node.type())];
+    for (const InputView input : node.inputs()) {
+      addInput(type.inputs[std::string(input.name())], input);
+    }
+  }
+  for (const vsa::NodeView node : scene.nodes()) {
+    std::vector<InputView> waiting;
+    for (const InputView input : node.inputs()) waiting.push_back(input);
+    while (!waiting.empty()) {
+      const InputView input = waiting.back();
+      waiting.pop_back();
+      addOutput(input);
+      for (const InputView element : input.elements()) waiting.push_back(element);
+      for (const InputView member : input.members()) waiting.push_back(member);
+    }
+  }
+}
+
+void TypeCollector::addInput(Input& known, const InputView& input) {
+  const ValueType type = input.type();
+  if (type == ValueType::Null) return;  // a connection alone
+  const bool isFirst = known.type == ValueType::Null && !known.hasSeveralTypes;
+  known.type = isFirst ? type : commonType(known.type, type);
+  known.hasSeveralTypes = known.type == ValueType::Null;
+  const ValueType element = input.elementType();
+  if (element != ValueType::Null) {
+    const bool differs = known.elementType != ValueType::Null && known.elementType != element;
+    known.hasSeveralElements = known.hasSeveralElements || differs;
+    known.elementType = element;
+  }
+  const vsa::ElementType numbers = input.buffer().elementType();
+  if (numbers != vsa::ElementType::Null) {
+    const bool differs = known.bufferType != vsa::ElementType::Null && known.bufferType != numbers;
+    known.hasSeveralElements = known.hasSeveralElements || differs;
+    known.bufferType = numbers;
+  }
+}
+
+void TypeCollector::addOutput(const InputView& input) {
+  const vsa::ConnectionView connection = input.connection();
+  if (!connection || !hasType(connection.node())) return;
+  types_[std::string(connection.node().type())].outputs.emplace(connection.output());
+}
+
+std::string TypeCollector::json() const {
+  nlohmann::ordered_json types = nlohmann::ordered_json::object();
+  for (const auto& [name, type] : types_) {
+    nlohmann::ordered_json inputs = nlohmann::ordered_json::object();
+    for (const auto& [inputName, input] : type.inputs) {
+      nlohmann::ordered_json one = nlohmann::ordered_json::object();
+      if (input.type != ValueType::Null) one["type"] = vsa::typeName(input.type);
+      const bool hasElements = !input.hasSeveralElements;
+      if (hasElements && input.type == ValueType::Array && input.elementType != ValueType::Null) {
+        one["elements"] = vsa::typeName(input.elementType);
+      }
+      if (hasElements && input.type == ValueType::Buffer &&
+          input.bufferType != vsa::ElementType::Null) {
+        one["elements"] = vsa::typeName(input.bufferType);
+      }
+      inputs[inputName] = std::move(one);
+    }
+    types[name] = {{"inputs", std::move(inputs)}, {"outputs", type.outputs}};
+  }
+  const nlohmann::ordered_json all = {{"types", std::move(types)}};
+  return all.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace vsa_tools

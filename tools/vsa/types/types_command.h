@@ -1,0 +1,25 @@
+// vsa types: describes the node types that scenes use.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "tools/vsa/command.h"
+#include "tools/vsa/common/read_arguments.h"
+
+namespace vsa_tools {
+
+/// Reads texts and writes the types of their nodes to standard output, as JSON that `vsa check
+/// --types` and vsa::readTypes accept.
+class TypesCommand final : public Command {
+ public:
+  TypesCommand() : Command("types", "Describe the node types of scenes as JSON") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  std::vector<std::string> files_;
+  ReadArguments reading_;
+};
+
+}  // namespace vsa_tools
