@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <random>
 #include <system_error>
+#include <utility>
 
 namespace vsa {
 
@@ -31,9 +32,7 @@ fs::path linkedFile(fs::path path) {
   constexpr int MAX_LINKS = 40;
   std::error_code error;
   for (int i = 0; i < MAX_LINKS && fs::is_symlink(path, error); ++i) {
-    const fs::path next = fs::read_symlink(path, error);
-    if (error) break;
-    path = path.parent_path() / next;
+    path = path.parent_path() / fs::read_symlink(path, error);
   }
   return path;
 }
@@ -69,23 +68,19 @@ bool FileReplacement::open(const fs::path& path) {
   target_ = linkedFile(path);
   struct stat status {};
   const bool exists = ::stat(target_.c_str(), &status) == 0;
+  if (!exists && errno == ELOOP) return fail("cannot write");
   if (!exists || S_ISREG(status.st_mode)) return openBeside();
   file_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
-  return file_ >= 0 || fail("cannot write");
+  if (file_ < 0) return fail("cannot write");
+  return true;
 }
 
 bool FileReplacement::openBeside() {
-  constexpr int ATTEMPTS = 16;
-  for (int i = 0; i < ATTEMPTS; ++i) {
-    const fs::path name = target_.parent_path() / temporaryName(target_);
-    file_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-    if (file_ >= 0) {
-      temporary_ = name;
-      return true;
-    }
-    if (errno != EEXIST) break;
-  }
-  return fail("cannot write beside");
+  fs::path name = target_.parent_path() / temporaryName(target_);
+  file_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  if (file_ < 0) return fail("cannot write beside");
+  temporary_ = std::move(name);
+  return true;
 }
 
 bool FileReplacement::write(std::string_view text) {
@@ -125,7 +120,8 @@ bool FileReplacement::keepPermissions() {
       mode &= ~static_cast<mode_t>(S_IRWXG);
     }
   }
-  return ::fchmod(file_, mode) == 0 || fail("cannot set the permissions of");
+  if (::fchmod(file_, mode) != 0) return fail("cannot set the permissions of");
+  return true;
 }
 
 bool FileReplacement::makeDurable() {
@@ -134,7 +130,8 @@ bool FileReplacement::makeDurable() {
   }
   const int closed = ::close(file_);
   file_ = -1;
-  return closed == 0 || errno == EINTR || fail("cannot write");
+  if (closed != 0 && errno != EINTR) return fail("cannot write");
+  return true;
 }
 
 }  // namespace vsa

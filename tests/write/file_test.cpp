@@ -3,19 +3,21 @@
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/ioctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <string>
 #include <thread>
-#include <vector>
 
+#include <vsa/file_replacement.h>
 #include "tests/support/text.h"
-#include "tests/write/round_trip.h"
+#include "tests/write/file_fixture.h"
 #include "tests/write/scene_builder.h"
 
 namespace vsa_tests {
@@ -24,42 +26,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using zn::korvo_sdk::AttrType;
-using zn::korvo_sdk::DataType;
-using zn::korvo_sdk::Scene;
-
-/// A folder that exists during a test.
-class WriteFile : public testing::Test {
- protected:
-  WriteFile() {
-    const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
-    folder = fs::path(testing::TempDir()) /
-             ("vsa_write_" + std::to_string(::getpid()) + '_' + test->name());
-    fs::create_directory(folder);
-    path = folder / "scene.vsa";
-  }
-  ~WriteFile() override { fs::remove_all(folder); }
-
-  void putOld() const { std::ofstream(path, std::ios::binary) << "old\n"; }
-
-  std::size_t filesInFolder() const {
-    return static_cast<std::size_t>(
-        std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
-  }
-
-  /// Expects the old file and no other.
-  void expectOld() const {
-    EXPECT_EQ(contentOf(path), "old\n");
-    EXPECT_EQ(filesInFolder(), 1u);
-  }
-
-  fs::path folder, path;
-};
-
-/// Some megabytes of text.
-void fillLarge(SceneBuilder& made) {
-  SceneBuilder::setBuffer(made.input("x", AttrType::Buffer), DataType::Double,
-                          std::vector<double>(1000000, 0.1));
-}
 
 TEST_F(WriteFile, MakesTheFile) {
   SceneBuilder made;
@@ -154,20 +120,90 @@ TEST_F(WriteFile, PipeIsWrittenTo) {
   EXPECT_TRUE(fs::is_fifo(pipe));
 }
 
-/// Runs `run` in a child process and returns its wait status.
-template <class Run>
-int inChild(const Run& run) {
-  const pid_t child = ::fork();
-  if (child == 0) ::_exit(run());
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  return status;
+TEST_F(WriteFile, NameThatIsTooLong) {
+  SceneBuilder made;
+  const vsa::WriteResult result = vsa::writeFile(made.scene, folder / std::string(300, 'a'));
+  EXPECT_EQ(result.status, vsa::WriteStatus::Unwritable);
+  EXPECT_NE(result.message.find("cannot replace"), std::string::npos) << result.message;
+  EXPECT_EQ(filesInFolder(), 0u);
+}
+
+TEST_F(WriteFile, LinkThatLeadsToItself) {
+  fs::create_symlink("scene.vsa", path);
+  SceneBuilder made;
+  const vsa::WriteResult result = vsa::writeFile(made.scene, path);
+  EXPECT_EQ(result.status, vsa::WriteStatus::Unwritable);
+  EXPECT_NE(result.message.find("Too many levels of symbolic links"), std::string::npos);
+  EXPECT_TRUE(fs::is_symlink(path));
+  EXPECT_EQ(filesInFolder(), 1u);
+}
+
+std::atomic<int> signals = 0;
+
+// A pipe takes some 64 KiB; the writing of the rest waits for the reader, and signals interrupt it.
+TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
+  const fs::path pipe = folder / "pipe";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  struct sigaction counts {};
+  struct sigaction before {};
+  counts.sa_handler = [](int) { ++signals; };
+  ::sigaction(SIGUSR1, &counts, &before);
+  SceneBuilder made;
+  made.fillLarge();
+  const pthread_t writer = ::pthread_self();
+  std::string received;
+  std::thread reader([&] {
+    const int end = ::open(pipe.c_str(), O_RDONLY | O_CLOEXEC);
+    int bytes = 0, last = -1;
+    while (signals < 20 || bytes != last) {
+      last = bytes;
+      ::pthread_kill(writer, SIGUSR1);
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+      ::ioctl(end, FIONREAD, &bytes);
+      if (bytes == 0) last = -1;
+    }
+    char block[4096];
+    for (ssize_t count = 1; count > 0;) {
+      count = ::read(end, block, sizeof block);
+      if (count > 0) received.append(block, static_cast<std::size_t>(count));
+    }
+    ::close(end);
+  });
+  const vsa::WriteResult result = vsa::writeFile(made.scene, pipe);
+  reader.join();
+  ::sigaction(SIGUSR1, &before, nullptr);
+  EXPECT_TRUE(result.isWritten()) << result.message;
+  EXPECT_EQ(received, vsa::writeText(made.scene).text);
+}
+
+/// A replacement whose descriptor the program has closed by mistake.
+class ClosedReplacement {
+ public:
+  explicit ClosedReplacement(const fs::path& path) {
+    const int next = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+    ::close(next);
+    EXPECT_TRUE(file.open(path));
+    EXPECT_EQ(::close(next), 0);
+  }
+
+  vsa::FileReplacement file;
+};
+
+TEST_F(WriteFile, ClosedDescriptorLeavesTheOldFile) {
+  ClosedReplacement made(path);
+  EXPECT_FALSE(made.file.write("new\n"));
+  EXPECT_FALSE(made.file.replace());
+  EXPECT_NE(made.file.error().find("Bad file descriptor"), std::string::npos);
+  putOld();
+  ClosedReplacement replacing(path);
+  EXPECT_FALSE(replacing.file.replace());
+  EXPECT_EQ(contentOf(path), "old\n");
 }
 
 TEST_F(WriteFile, FullDiskLeavesTheOldFile) {
   putOld();
   SceneBuilder made;
-  fillLarge(made);
+  made.fillLarge();
   const int status = inChild([&] {
     ::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{1 << 20, 1 << 20};
@@ -182,7 +218,7 @@ TEST_F(WriteFile, FullDiskLeavesTheOldFile) {
 
 TEST_F(WriteFile, KilledProcessLeavesTheOldFileOrTheNewOne) {
   SceneBuilder made;
-  fillLarge(made);
+  made.fillLarge();
   const std::string whole = vsa::writeText(made.scene).text;
   int leftOld = 0;
   for (int delay = 0; delay < 40; ++delay) {
@@ -198,59 +234,6 @@ TEST_F(WriteFile, KilledProcessLeavesTheOldFileOrTheNewOne) {
     leftOld += now == "old\n" ? 1 : 0;
   }
   EXPECT_GT(leftOld, 0);
-}
-
-// --- sinks ---
-
-class FailingSink : public vsa::Sink {
- public:
-  bool write(std::string_view text) override {
-    taken += text.size();
-    return taken < 100000;
-  }
-  std::string error() const override { return "no more"; }
-
-  std::size_t taken = 0;
-};
-
-TEST(WriteSink, FailureEndsTheWriting) {
-  SceneBuilder made;
-  fillLarge(made);
-  FailingSink sink;
-  const vsa::WriteResult result = vsa::writeTo(made.scene, sink);
-  EXPECT_EQ(result.status, vsa::WriteStatus::Unwritable);
-  EXPECT_EQ(result.message, "no more");
-  EXPECT_LT(sink.taken, 200000u);
-}
-
-class ThrowingSink : public vsa::Sink {
- public:
-  bool write(std::string_view) override { throw std::runtime_error("thrown"); }
-};
-
-TEST(WriteSink, ExceptionIsKept) {
-  SceneBuilder made;
-  ThrowingSink sink;
-  const vsa::WriteResult result = vsa::writeTo(made.scene, sink);
-  EXPECT_EQ(result.status, vsa::WriteStatus::HostException);
-  EXPECT_EQ(result.message, "thrown");
-  EXPECT_THROW(std::rethrow_exception(result.exception), std::runtime_error);
-}
-
-TEST(WriteSink, ProblemWritesNothing) {
-  SceneBuilder made;
-  fillLarge(made);
-  made.input("a b", AttrType::Bool);
-  FailingSink sink;
-  EXPECT_EQ(vsa::writeTo(made.scene, sink).status, vsa::WriteStatus::NotCarried);
-  EXPECT_EQ(sink.taken, 0u);
-}
-
-TEST(WriteSink, OwnedSceneIsWritten) {
-  vsa::Scene scene;
-  EXPECT_EQ(vsa::writeText(scene).text, "");
-  scene.plain().createNode("thing", "n", "");
-  EXPECT_EQ(vsa::writeText(scene).text, "thing n;\n");
 }
 
 }  // namespace

@@ -73,6 +73,11 @@ class SceneBuilder {
     setBuffer(input, type, numbers.data(), numbers.size() * sizeof(Number));
   }
 
+  /// An input whose text has some megabytes.
+  void fillLarge() {
+    setBuffer(input("x", AttrType::Buffer), DataType::Double, std::vector<double>(1000000, 0.1));
+  }
+
   zn::korvo_sdk::Scene scene;
   zn::korvo_sdk::Node& n = node("thing", "n");
 };
