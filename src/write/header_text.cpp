@@ -71,8 +71,9 @@ void HeaderText::checkTime(const String& said) {
   const String time = scene_.fileTime();
   if (time == said) return;
   const String comment = String("# time: ") + time;
-  const bool isSaying = isCarried(comment.view()) && !saysVersion(comment) && !time.isEmpty() &&
-                        textAfterColon(comment) == time;
+  const String again = textAfterColon(comment);
+  const bool isSaying =
+      isCarried(comment.view()) && !saysVersion(comment) && !time.isEmpty() && again == time;
   if (!isSaying || form_ != HeaderForm::Complete) return problems_.push_back(reasons::TIME);
   std::string& place = said.isEmpty() ? first_ : last_;
   place.append(comment.view()) += '\n';

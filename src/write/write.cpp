@@ -82,6 +82,12 @@ void fail(WriteResult& result, WriteStatus status, std::string message) noexcept
   result.message = std::move(message);
 }
 
+std::string textOf(const std::exception& error) {
+  const char* const text = error.what();
+  if (text == nullptr) return {};
+  return text;
+}
+
 /// Runs `write()`, and makes what it throws part of the result.
 template <class Write>
 void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept {
@@ -94,8 +100,7 @@ void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept
       fail(result, WriteStatus::OutOfMemory, {});
     } catch (const std::exception& error) {
       result.exception = std::current_exception();
-      const char* const text = error.what();
-      fail(result, WriteStatus::HostException, text != nullptr ? text : "");
+      fail(result, WriteStatus::HostException, textOf(error));
     }
   } catch (const std::bad_alloc&) {
     fail(result, WriteStatus::OutOfMemory, {});

@@ -5,7 +5,6 @@
 #include <bit>
 #include <limits>
 
-#include "tests/support/declared_lamp.h"
 #include "tests/write/round_trip.h"
 #include "tests/write/scene_builder.h"
 #include "write/walk/reasons.h"
@@ -191,6 +190,27 @@ TEST(WriteProblems, ArraysOfMixedTypes) {
   EXPECT_EQ(written.problems[1].reason, reasons::TYPED_EMPTY_ARRAY);
 }
 
+TEST(WriteProblems, ValuesBehindALinkOfNoType) {
+  SceneBuilder made;
+  Input& array = made.array("x", AttrType::Null);
+  array.appendElement();
+  array.element(0)->connect(made.n.output("out"));
+  array.appendElement();
+  static_cast<Input&>(*array.element(1)).createInput("y", AttrType::Int);
+  expectRefused(made.scene, "n", ".x[1]", reasons::MIXED_ELEMENT);
+}
+
+TEST(WriteProblems, ElementsThatNoTextHas) {
+  SceneBuilder made;
+  Input& array = made.array("x", AttrType::Real);
+  array.appendElement();
+  SceneBuilder::setReal(static_cast<Input&>(*array.element(0)), INF);
+  array.appendElement();
+  expectRefused(made.scene, "n", ".x[0]", reasons::INFINITE_REAL);
+  SceneBuilder::setReal(static_cast<Input&>(*array.element(0)), OTHER_NAN);
+  EXPECT_EQ(lossyText(made.scene), "thing n:\n  .x[0] = -nan;\n  .x[1] = 0.0;\n");
+}
+
 TEST(WriteProblems, Headers) {
   for (const std::string& comment :
        {std::string("no sign"), std::string(""), std::string("# a\nb"), std::string("# a\rb"),
@@ -222,80 +242,6 @@ TEST(WriteProblems, HeaderOfCommentsOnly) {
   EXPECT_EQ(vsa::writeText(made.scene, options).text, "thing n;\n");
 }
 
-/// A scene whose node `lamp` was made while its type was open.
-class OpenThenDeclared : public testing::Test {
- protected:
-  void TearDown() override { zn::korvo_sdk::unregisterNodeType("lateLamp"); }
-
-  static void declare() {
-    using zn::korvo_sdk::InputDeclaration;
-    zn::korvo_sdk::NodeType type;
-    type.name = "lateLamp";
-    type.inputs = {{.name = "power", .type = AttrType::Real},
-                   {.name = "filter", .type = AttrType::Int, .refusesValues = true},
-                   {.name = "keys", .type = AttrType::Array, .elementType = AttrType::Node},
-                   {.name = "none", .type = AttrType::Null},
-                   {.name = "samples", .type = AttrType::Buffer, .bufferType = DataType::Float}};
-    type.outputs = {"out"};
-    type.formerInputs = {{"intensity", "power"}};
-    type.formerOutputs = {{"color", "out"}};
-    zn::korvo_sdk::registerNodeType(type);
-  }
-
-  SceneBuilder made;
-  Node& lamp = made.node("lateLamp", "lamp");
-};
-
-TEST_F(OpenThenDeclared, InputsThatTheTypeDoesNotHave) {
-  lamp.createInput("other", AttrType::Real);
-  expectCarried(made.scene);
-  declare();
-  expectRefused(made.scene, "lamp", ".other", reasons::UNDECLARED_INPUT);
-}
-
-TEST_F(OpenThenDeclared, FormerNames) {
-  lamp.createInput("intensity", AttrType::Real);
-  declare();
-  expectRefused(made.scene, "lamp", ".intensity", reasons::FORMER_INPUT);
-}
-
-TEST_F(OpenThenDeclared, InputsOfAnotherType) {
-  lamp.createInput("power", AttrType::Int);
-  SceneBuilder::setBuffer(static_cast<Input&>(*lamp.createInput("samples", AttrType::Buffer)),
-                          DataType::Double, std::vector<double>{1});
-  declare();
-  const vsa::TextResult written = vsa::writeText(made.scene);
-  ASSERT_EQ(written.problemCount, 2u);
-  EXPECT_EQ(written.problems[0].reason, reasons::DECLARED_TYPE);
-  EXPECT_EQ(written.problems[1].reason, reasons::DECLARED_TYPE);
-}
-
-TEST_F(OpenThenDeclared, ValuesThatAreRefused) {
-  SceneBuilder::setInteger(static_cast<Input&>(*lamp.createInput("filter", AttrType::Int)), 1);
-  declare();
-  expectRefused(made.scene, "lamp", ".filter", reasons::REFUSED_VALUE);
-}
-
-TEST_F(OpenThenDeclared, Outputs) {
-  made.input("x", AttrType::Null).connect(lamp.output("color"));
-  made.input("y", AttrType::Null).connect(lamp.output("none"));
-  declare();
-  const vsa::TextResult written = vsa::writeText(made.scene);
-  ASSERT_EQ(written.problemCount, 2u);
-  EXPECT_EQ(written.problems[0].reason, reasons::FORMER_OUTPUT);
-  EXPECT_EQ(written.problems[1].reason, reasons::NO_OUTPUT);
-}
-
-TEST_F(OpenThenDeclared, DeclaredArraysAndInputsOfNoType) {
-  declare();
-  Node& declared = made.node("lateLamp", "declared");
-  Input& keys = static_cast<Input&>(*declared.input("keys"));
-  keys.appendElement();
-  keys.element(0)->setNode(&made.n);
-  declared.input("none")->setNode(&made.n);
-  expectCarried(made.scene);
-}
-
 TEST(WriteProblems, AreKeptUpToALimit) {
   SceneBuilder made;
   for (int i = 0; i < 5; ++i) made.input(("a b" + std::to_string(i)).c_str(), AttrType::Bool);
@@ -306,6 +252,8 @@ TEST(WriteProblems, AreKeptUpToALimit) {
   EXPECT_EQ(written.problems.size(), 2u);
   EXPECT_EQ(written.message,
             "a text cannot carry the scene: n.a b0: the name is not an identifier (and 4 more)");
+  options.keptProblems = 0;
+  EXPECT_EQ(vsa::writeText(made.scene, options).message, "a text cannot carry the scene");
 }
 
 }  // namespace

@@ -48,6 +48,26 @@ TEST(StructureRoundTrip, EmptyArraysBeforeAFullOneAreReadWithoutAMessage) {
   expectCarried(scene);
 }
 
+// The link is a statement of its own, which comes before those of the full array.
+TEST(StructureRoundTrip, LinkedEmptyArrayBeforeAFullOne) {
+  SceneBuilder made;
+  Input& arrays = made.array("x", AttrType::Array);
+  element(arrays, 1);
+  Input& full = element(arrays, 1);
+  zn::korvo_sdk::AttrData integers;
+  integers.type = AttrType::Array;
+  integers.elementType = static_cast<int>(AttrType::Int);
+  full.set(integers);
+  SceneBuilder::setInteger(element(full, 0), 5);
+  EXPECT_EQ(vsa::writeText(made.scene).text, "thing n:\n  .x[1][0] = 5;\n");
+  element(arrays, 0).connect(made.n.output("out"));
+  const std::string text = vsa::writeText(made.scene).text;
+  EXPECT_EQ(text, "thing n:\n  .x[0] = [];\n  .x[0] |= n.out;\n  .x[1][0] = 5;\n");
+  Scene again;
+  EXPECT_EQ(readInto(again, text).log.size(), 1u);
+  EXPECT_EQ(dumpOf(made.scene), dumpOf(again));
+}
+
 TEST(StructureRoundTrip, EmptyArraysAreReadWithTheirMessage) {
   Scene scene, again;
   static_cast<void>(readInto(scene, "thing n: .x = [1]; .y[1] = [];"));
@@ -129,6 +149,39 @@ TEST(StructureRoundTrip, DeclaredInputsAreFoundAsTheyAre) {
   static_cast<Input*>(lamp.input("filter"))->connect(lamp.output("outColor"));
   SceneBuilder::setString(static_cast<Input&>(*lamp.input("shape")), "spot");
   expectCarried(made.scene);
+}
+
+/// Removes the type when the test ends.
+class DeclaredHolder {
+ public:
+  DeclaredHolder() {
+    using zn::korvo_sdk::NodeType;
+    NodeType type;
+    type.name = "holder";
+    type.inputs = {{.name = "rows", .type = AttrType::Array, .elementType = AttrType::Array},
+                   {.name = "power", .type = AttrType::Real}};
+    type.outputs = {"out"};
+    type.formerInputs = {{"power", "power"}};
+    type.formerOutputs = {{"out", "out"}};
+    zn::korvo_sdk::registerNodeType(type);
+  }
+  DeclaredHolder(const DeclaredHolder&) = delete;
+  DeclaredHolder& operator=(const DeclaredHolder&) = delete;
+  ~DeclaredHolder() { zn::korvo_sdk::unregisterNodeType("holder"); }
+};
+
+TEST(StructureRoundTrip, DeclaredArrayOfArrays) {
+  const DeclaredHolder declared;
+  Scene scene;
+  ASSERT_TRUE(readInto(scene, "holder h: .rows[0][1] = 5; .rows[2][0] = 1.5;").log.empty());
+  expectCarried(scene);
+}
+
+TEST(StructureRoundTrip, FormerNameThatIsTheCurrentOne) {
+  const DeclaredHolder declared;
+  Scene scene;
+  ASSERT_TRUE(readInto(scene, "holder h: .power = 5.0; thing n: .x |= h.out;").log.empty());
+  expectCarried(scene);
 }
 
 TEST(StructureRoundTrip, HeaderIsCompleted) {

@@ -7,7 +7,6 @@
 namespace vsa::impl {
 
 using zn::korvo_sdk::AttrType;
-using zn::korvo_sdk::DataType;
 using zn::korvo_sdk::Input;
 
 namespace {
@@ -49,24 +48,19 @@ Start ArrayState::startOfElement() const {
   return start;
 }
 
-// The statement appends an element of the array's element type; a reference then makes a Node of an
-// element of no type.
-bool ArrayState::takesLink(AttrType type) const {
-  return type == elementType_ || (elementType_ == AttrType::Null && type == AttrType::Node);
-}
-
+// A link fits: its statement appends an element of the array's element type, and makes a Node of
+// one of no type. An element whose type is not that of a typed array does not come here.
 bool ArrayState::takesValue(AttrType type) const {
-  if (type == elementType_) return true;
-  return elementType_ == AttrType::Null && (!isNamed_ || !exists_);
+  return type == elementType_ || !isNamed_ || !exists_;
 }
 
 const char* ArrayState::add(const Input& element, Form form) {
   const AttrType type = element.type();
   const bool isLink = form == Form::Link || form == Form::Reference;
-  if (isLink ? !takesLink(type) : !takesValue(type)) return reasons::MIXED_ELEMENT;
+  if (!isLink && !takesValue(type)) return reasons::MIXED_ELEMENT;
   if (type == AttrType::Buffer) {
     if (form == Form::Value && hasUntypedBuffer_) return reasons::LATE_UNTYPED_BUFFER;
-    if (isLink && element.bufferType() == DataType::Null) hasUntypedBuffer_ = true;
+    if (isLink) hasUntypedBuffer_ = true;  // a link leaves the element without a buffer
   }
   if (!isLink) elementType_ = type;
   exists_ = true;

@@ -22,14 +22,13 @@ class ArrayState {
   bool isMadeByLater(std::uint64_t index) const { return index < firstWritten_; }
   /// What the next element is before its first statement.
   Start startOfElement() const;
-  /// Accounts for the statement of the next element. Returns null, or why the element cannot have
-  /// its type there; then nothing has changed.
+  /// Accounts for the statement of the next element, which has the type of `startOfElement` if that
+  /// exists. Returns null, or why the element cannot have its type there; then nothing has changed.
   const char* add(const zn::korvo_sdk::Input& element, Form form);
   /// Whether the array has the element type `type` now.
   bool hasElementType(zn::korvo_sdk::AttrType type) const { return elementType_ == type; }
 
  private:
-  bool takesLink(zn::korvo_sdk::AttrType type) const;
   bool takesValue(zn::korvo_sdk::AttrType type) const;
 
   zn::korvo_sdk::AttrType elementType_;

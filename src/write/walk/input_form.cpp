@@ -30,7 +30,7 @@ Plan problem(const char* reason) {
 /// Whether a statement can turn a declared input of no type into one of this type.
 bool canBecome(Input& input) {
   if (input.type() == AttrType::Object) return input.memberCount() > 0;
-  return input.type() == AttrType::Node || input.type() == AttrType::Null;
+  return input.type() == AttrType::Node;
 }
 
 Plan planOfArray(Input& array, const Start& start) {
