@@ -171,7 +171,9 @@ void HostInput::disconnect() {
 void HostInput::setNode(zn::korvo_sdk::interfaces::INode* node) {
   markUsed();
   become(ValueType::Node);
-  node_.onReference(*this, dynamic_cast<HostNode*>(node));
+  if (type_ == ValueType::Node) return node_.onReference(*this, dynamic_cast<HostNode*>(node));
+  const zn::String name = node == nullptr ? zn::String("null") : node->name();
+  Emitter().log(DiagnosticId::CannotAssignNode, name, path(), typeName());
 }
 
 }  // namespace vsa

@@ -2,6 +2,7 @@
 #include <vsa/host_scene.h>
 
 #include <algorithm>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 #include <string>
@@ -81,6 +82,7 @@ TEST(HostScene, BehavesAsTheLibrarysSceneDoes) {
            "lamp a: .k[1] = float[1] {1}; .k[0] = int32[1] {1};",
            "lamp a: .o.p.q = 1; .o.p = 1; .o[0] = 1;",
            "lamp a: .n |= b.out; .n = 1; lamp b;",
+           "lamp a: .n = 1; .n = a; .m = 1.5; .m = null; .r = a; .r = a; .f |= null; .f = a;",
            "lamp a: .k[0][1].x = vec2(1 2); .k[0][0].x = vec3(1 2 3); .k = [1];",
            "lamp a: .x |= nosuch.out; .y = nosuch; .z |= a.b.c;",
            "define s; with s: .x = 1; remove s; s.x = 1;",
@@ -195,6 +197,61 @@ TEST(HostScene, MayThrow) {
   const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp l: .p = float[1000] {1};");
   EXPECT_EQ(outcome.status, ReadStatus::HostException);
   EXPECT_THROW(std::rethrow_exception(outcome.exception), int);
+}
+
+// The reader checks types before it calls; a program that calls the scene itself need not.
+TEST(HostScene, RefusesWhatDoesNotFit) {
+  Recorder scene;
+  ASSERT_TRUE(vsa::readTextInto(scene, "lamp a: .n = 1; .k[0] = 1; .o.p = 2; .free |= a.out;")
+                  .isComplete());
+  HostNode& a = *scene.node("a");
+  EXPECT_TRUE(a.hasInput("n", vsa::ValueType::Int));
+  EXPECT_TRUE(a.hasInput("n", vsa::ValueType::Null));
+  EXPECT_FALSE(a.hasInput("n", vsa::ValueType::Real));
+  EXPECT_FALSE(a.hasInput("m", vsa::ValueType::Null));
+  HostInput& n = *a.input("n");
+  HostInput& o = *a.input("o");
+  EXPECT_EQ(n.createInput("p", vsa::ValueType::Int), nullptr);
+  EXPECT_EQ(o.createInput("[0]", vsa::ValueType::Int), nullptr);
+  EXPECT_TRUE(o.hasInput("p", vsa::ValueType::Int));
+  EXPECT_TRUE(o.hasInput("p", vsa::ValueType::Null));
+  EXPECT_FALSE(o.hasInput("p", vsa::ValueType::Bool));
+  EXPECT_FALSE(o.hasInput("q", vsa::ValueType::Null));
+  EXPECT_NE(a.input("free")->createInput("p", vsa::ValueType::Int), nullptr);
+  EXPECT_EQ(a.input("k")->element(1), nullptr);
+  EXPECT_EQ(a.output("out"), a.output("out"));
+  EXPECT_EQ(scene.createNode("sky", "a", ""), &a);
+  scene.events.clear();
+  AttrData text;
+  text.type = vsa::ValueType::String;
+  text.payload.string = strdup("not a number");
+  n.assign(text);  // frees the text
+  EXPECT_EQ(scene.events, Events{});
+  EXPECT_EQ(n.type(), vsa::ValueType::Int);
+}
+
+// What stands for the nodes that are not kept takes everything and has nothing.
+TEST(HostScene, GivesDroppedNodesThatAreEmpty) {
+  namespace interfaces = zn::korvo_sdk::interfaces;
+  Counter scene;
+  ASSERT_TRUE(vsa::readTextInto(scene, "lamp a: .x |= a.out; .y |= a.out;").isComplete());
+  interfaces::INode* const a = scene.findNode("a");
+  ASSERT_NE(a, nullptr);
+  EXPECT_FALSE(a->hasInput("x", vsa::ValueType::Null));
+  EXPECT_EQ(a->output("out"), a->output("out"));
+  interfaces::IInput* const x = a->createInput("x", vsa::ValueType::Array);
+  AttrData structure;
+  structure.type = vsa::ValueType::Array;
+  structure.elementType = static_cast<int>(vsa::ValueType::Int);
+  x->set(structure);
+  EXPECT_EQ(x->elementType(), vsa::ValueType::Int);
+  structure.type = vsa::ValueType::Object;
+  x->set(structure);
+  EXPECT_EQ(x->elementType(), vsa::ValueType::Int);
+  x->disconnect();
+  EXPECT_EQ(x->input("member"), x);
+  EXPECT_EQ(a->input("x"), x);
+  EXPECT_FALSE(x->hasInput("member", vsa::ValueType::Null));
 }
 
 }  // namespace
