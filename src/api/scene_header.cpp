@@ -76,7 +76,8 @@ Status Scene::setFileTime(TextParameter time) noexcept {
   return guarded([&]() -> Status {
     if (const Status status = checkTime(time); !status) return status;
     PlainScene& scene = plain();
-    const std::string line = time.view().empty() ? std::string() : "# time: " + std::string(time);
+    std::string line;
+    if (!time.view().empty()) line = "# time: " + std::string(time);
     setComments(scene, replaced(commentsOf(scene), setsTime, line));
     scene.setFileTime(zn::String::copyOf(time));
     return {};
@@ -86,15 +87,16 @@ Status Scene::setFileTime(TextParameter time) noexcept {
 Status Scene::addComment(TextParameter comment) noexcept {
   return guarded([&]() -> Status {
     if (const Status status = checkComment(comment); !status) return status;
-    const zn::String line = zn::String::copyOf(
-        comment.view().starts_with('#') ? std::string(comment) : "# " + std::string(comment));
+    std::string text(comment);
+    if (!text.starts_with('#')) text.insert(0, "# ");
+    const zn::String line = zn::String::copyOf(text);
     PlainScene& scene = plain();
     const zn::String value = line.fromFirst(':', false).trim(true, true);
     scene.pushFileComment(line);
     if (setsVersion(line.view())) {
-      unsigned long long version = 0;
-      if (zn::String::parse(value, version, zn::String::Radix::Decimal))
-        scene.setFileVersion(version);
+      unsigned long long version = 0;  // checkComment has seen the number
+      static_cast<void>(zn::String::parse(value, version, zn::String::Radix::Decimal));
+      scene.setFileVersion(version);
     } else if (setsTime(line.view()) && !value.isEmpty()) {
       scene.setFileTime(value);
     }

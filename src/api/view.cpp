@@ -3,7 +3,8 @@
 namespace vsa {
 
 std::string InputView::path() const {
-  return input_ != nullptr ? std::string(input_->path().view()) : std::string();
+  if (input_ == nullptr) return {};
+  return std::string(input_->path().view());
 }
 
 std::optional<std::int64_t> InputView::integer() const noexcept {
@@ -33,6 +34,16 @@ std::optional<double> InputView::realOfInteger() const noexcept {
   }
 }
 
+namespace {
+
+// "3 " for elements of several components.
+std::string countBefore(std::size_t components) {
+  if (components == 1) return {};
+  return std::to_string(components) + " ";
+}
+
+}  // namespace
+
 namespace detail {
 
 std::string describe(BufferProblem problem, ElementType found, ElementType component,
@@ -45,8 +56,7 @@ std::string describe(BufferProblem problem, ElementType found, ElementType compo
     case BufferProblem::NotABuffer:
       return "not a buffer";
     default:
-      return "a buffer of " + std::string(typeName(found)) + ", not of " +
-             (count == 1 ? std::string() : std::to_string(count) + " ") +
+      return "a buffer of " + std::string(typeName(found)) + ", not of " + countBefore(count) +
              std::string(typeName(component));
   }
 }

@@ -109,7 +109,8 @@ vsa_reading* loadBy(const vsa_reading* reading, size_t index, const vsa_options*
                     const Load& load) noexcept {
   return readBy(options, [&](const vsa::ReadOptions& o) {
     const vsa::SkippedBuffer* const skipped = skippedOf(reading, index);
-    return skipped != nullptr ? readingOf(load(*skipped, o)) : wrongUse("no such skipped buffer");
+    if (skipped == nullptr) return wrongUse("no such skipped buffer");
+    return readingOf(load(*skipped, o));
   });
 }
 

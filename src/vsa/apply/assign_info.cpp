@@ -70,8 +70,10 @@ String AssignInfo::valueString() const {
 }
 
 String quotedValue(std::string_view firstToken, bool isBuffer) {
-  const String text = isBuffer ? String::copyOf(firstToken) + "[]" : String::copyOf(firstToken);
-  return text.len() <= MAX_SHOWN ? text : text.substring(0, MAX_SHOWN) + "...";
+  String text = String::copyOf(firstToken);
+  if (isBuffer) text = text + "[]";
+  if (text.len() > MAX_SHOWN) text = text.substring(0, MAX_SHOWN) + "...";
+  return text;
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -16,8 +16,6 @@ class TextStore {
   /// The bytes from `offset` on, `count` or fewer; none where they are not available any more.
   /// Valid until the next call. Throws std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
-  /// Whether every byte that was read is available.
-  virtual bool isWhole() const noexcept { return true; }
   /// The reader is about to overwrite the block that it was given last.
   virtual void keepBlock() {}
   /// The reader was given a block of bytes that follow those before.
@@ -52,7 +50,6 @@ class FileText final : public TextStore {
 class KeptText final : public TextStore {
  public:
   std::string_view bytes(std::uint64_t offset, std::size_t count) override;
-  bool isWhole() const noexcept override { return keptOffset_ == 0; }
   void keepBlock() override;
   void addBlock(std::string_view block) noexcept override;
 
