@@ -173,4 +173,63 @@ TEST(CInterface, RoundsIntegersToReals) {
   EXPECT_EQ(integer, 5);
 }
 
+TEST(CInterface, BoundsTheMemory) {
+  vsa_options options = defaults();
+  options.memory_bytes = 1000;
+  const Reading reading("mesh m: .p = float[100000] {1};", &options);
+  EXPECT_EQ(reading.status(), VSA_OVER_LIMIT);
+  EXPECT_EQ(vsa_reading_limit(reading), VSA_LIMIT_MEMORY);
+}
+
+TEST(CInterface, TakesTheSameOptionsEverywhere) {
+  constexpr std::string_view TEXT = "mesh m: .ids = int32[1]{7};";
+  vsa_options options = defaults();
+  options.skips_buffers = 1;
+  const Reading reading(TEXT, &options);
+  ASSERT_EQ(vsa_skipped_count(reading), 1U);
+  const Reading loaded(vsa_load_buffer_from_text(TEXT.data(), TEXT.size(), reading, 0, &options));
+  EXPECT_EQ(loaded.status(), VSA_COMPLETE);
+  EXPECT_EQ(Reading(vsa_load_buffer("/no/such/file", reading, 0, &options)).status(),
+            VSA_UNREADABLE);
+  EXPECT_EQ(Reading(vsa_read_file("/no/such/file", &options)).status(), VSA_UNREADABLE);
+  EXPECT_EQ(Reading(vsa_load_buffer("/no/such/file", reading, 0, nullptr)).status(),
+            VSA_UNREADABLE);
+  EXPECT_EQ(Reading(vsa_load_buffer_from_text(nullptr, 9, reading, 0, nullptr)).status(),
+            VSA_UNREADABLE);
+  options.size = 0;
+  for (vsa_reading* const refused :
+       {vsa_read_file("/no/such/file", &options), vsa_load_buffer("/no", reading, 0, &options),
+        vsa_load_buffer_from_text(TEXT.data(), TEXT.size(), reading, 0, &options)}) {
+    EXPECT_EQ(Reading(refused).status(), VSA_WRONG_USE);
+  }
+}
+
+// A null pointer asks whether there is something, without its value.
+TEST(CInterface, NeedsNoPlaceForAValue) {
+  vsa_options options = defaults();
+  options.skips_buffers = 1;
+  const Reading skipping("mesh m: .n = 1; .n = 2.5; .ids = int32[1]{7};", &options);
+  EXPECT_EQ(vsa_reading_counts(skipping, nullptr), 1);
+  EXPECT_EQ(vsa_diagnostic_at(skipping, 0, nullptr), 1);
+  EXPECT_EQ(vsa_diagnostics_found(nullptr), 0U);
+  EXPECT_EQ(vsa_skipped_at(skipping, 0, nullptr), 1);
+  const Reading reading(
+      "a n: .b = true; .i = 1; .r = 1.5; .s = \"s\"; .v = vec2(1 2); .p = byte[1] {1};", nullptr);
+  const vsa_node* const n = vsa_find_node(reading, "n");
+  EXPECT_EQ(vsa_bool(vsa_find_input(n, "b"), nullptr), 1);
+  EXPECT_EQ(vsa_int(vsa_find_input(n, "i"), nullptr), 1);
+  EXPECT_EQ(vsa_uint(vsa_find_input(n, "i"), nullptr), 1);
+  EXPECT_EQ(vsa_real(vsa_find_input(n, "r"), nullptr), 1);
+  EXPECT_EQ(vsa_string(vsa_find_input(n, "s"), nullptr), 1);
+  EXPECT_EQ(vsa_components(vsa_find_input(n, "v"), nullptr), 2U);
+  EXPECT_EQ(vsa_buffer_of(vsa_find_input(n, "p"), nullptr), 1);
+  int boolean = 5;
+  EXPECT_EQ(vsa_bool(vsa_find_input(n, "i"), &boolean), 0);
+  EXPECT_EQ(vsa_uint(vsa_find_input(n, "b"), nullptr), 0);
+  EXPECT_EQ(boolean, 5);
+  char path[] = "before";
+  EXPECT_EQ(vsa_input_path(vsa_find_input(n, "b"), path, 0), 3U);
+  EXPECT_STREQ(path, "before");
+}
+
 }  // namespace

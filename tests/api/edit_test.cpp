@@ -264,6 +264,12 @@ TEST(Edit, RefusesWhatDoesNotFitThePlace) {
   EXPECT_REFUSED(scene.removeNode(other["r"]), OtherScene);
   EXPECT_REFUSED(r["x"].makeArray(ValueType::Node), BadElementType);
   EXPECT_REFUSED(r["x"].makeArray(ValueType(99)), BadElementType);
+  EXPECT_REFUSED(r["x"].makeArray(ValueType(-1)), BadElementType);
+  EXPECT_REFUSED(r["x"].appendBufferBytes(ElementType::Byte, {}), NotAnArray);
+  EXPECT_REFUSED(r["x"].appendBuffer(ElementType::Byte, 0, nullptr), NotAnArray);
+  EXPECT_REFUSED(r["k"].appendBufferBytes(ElementType::Byte, {}), OtherElementType);
+  EXPECT_REFUSED(r["k"].appendBuffer(ElementType::Byte, 0, nullptr), OtherElementType);
+  EXPECT_EQ(r["k"].elements().size(), 1U);
   EXPECT_EQ(r["x"].integer(), 1);
 }
 
@@ -274,6 +280,8 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
        .inputs = {{.name = "power", .type = AttrType::Real},
                   {.name = "stops", .type = AttrType::Array, .elementType = AttrType::Int},
                   {.name = "free"},
+                  {.name = "group"},
+                  {.name = "any", .type = AttrType::Buffer},
                   {.name = "profile", .type = AttrType::Buffer, .bufferType = DataType::Float},
                   {.name = "filter", .type = AttrType::Rgba, .refusesValues = true}},
        .outputs = {"out"},
@@ -296,11 +304,75 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
   EXPECT_DONE(sun["stops"].makeArray(ValueType::Int));
   EXPECT_REFUSED(sun.set("free", 1), DeclaredType);
   EXPECT_DONE(sun.add("free").refer(sun));
+  EXPECT_DONE(sun.add("group").makeObject());
+  EXPECT_REFUSED(sun["power"].makeObject(), DeclaredType);
+  EXPECT_DONE(sun.add("any").setBuffer(ElementType::Double, std::array{1.0}));
   EXPECT_REFUSED(sun.add("profile").setBuffer(ElementType::Double, std::array{1.0}), DeclaredType);
   EXPECT_DONE(sun["profile"].setBuffer(ElementType::Float, std::array{1.0F}));
   EXPECT_DONE(sun.remove("power"));
   EXPECT_DONE(sun.set("power", 3.0));
   zn::korvo_sdk::unregisterNodeType("editedLamp");
+}
+
+// An input that was made for a value goes when the value is refused; one that was there stays.
+TEST(Edit, LeavesNoInputBehindARefusedValue) {
+  zn::korvo_sdk::registerNodeType(
+      {.name = "refusingLamp",
+       .inputs = {{.name = "power", .type = ValueType::Real}, {.name = "group"}}});
+  vsa::Scene scene;
+  const vsa::Node sun = scene.addNode("refusingLamp", "sun");
+  constexpr double INF = std::numeric_limits<double>::infinity();
+  EXPECT_REFUSED(sun.set("power", INF), PlusInfinity);
+  EXPECT_REFUSED(sun.set("power", "text"), DeclaredType);
+  EXPECT_TRUE(sun.inputs().empty());
+  EXPECT_DONE(sun.set("power", 1.5));
+  EXPECT_REFUSED(sun.set("power", "text"), DeclaredType);
+  EXPECT_EQ(sun["power"].real(), 1.5);
+  EXPECT_DONE(sun.add("group").makeObject());
+  EXPECT_REFUSED(sun["group"].set("x", INF), PlusInfinity);
+  EXPECT_TRUE(sun["group"].members().empty());
+  zn::korvo_sdk::unregisterNodeType("refusingLamp");
+}
+
+TEST(Edit, TakesTextsThatAreNullOrLong) {
+  vsa::Scene scene = sceneOf("rig r: .s = \"" + std::string(100000, 's') + "\";");
+  const vsa::Node r = scene["r"];
+  const char* const null = nullptr;
+  EXPECT_DONE(r.set("t", null));
+  EXPECT_EQ(r["t"].string(), "");
+  EXPECT_DONE(r["s"].clear());
+  EXPECT_EQ(r["s"].type(), ValueType::Null);
+}
+
+TEST(Edit, MakesTuplesOfAsManyNumbersAsTheTypeHas) {
+  constexpr std::array NUMBERS = {1.0, 2.0, 3.0};
+  EXPECT_TRUE(vsa::Tuple::of(ValueType::Vec3, NUMBERS));
+  EXPECT_FALSE(vsa::Tuple::of(ValueType::Vec2, NUMBERS));
+  EXPECT_FALSE(vsa::Tuple::of(ValueType::Int, {}));
+}
+
+// What is not there, or is not in it, is not removed.
+TEST(Edit, RemovesFromThePlainSceneWhatIsInIt) {
+  vsa::Scene scene = sceneOf("rig r: .o.x = 1; .p.x = 2; .n = 3; rig s: .n = 4;");
+  zn::korvo_sdk::Node& r = *scene.plain().findNode("r");
+  zn::korvo_sdk::Node& s = *scene.plain().findNode("s");
+  zn::korvo_sdk::Input& o = *r.inputNamed("o");
+  zn::korvo_sdk::Input& n = *r.inputNamed("n");
+  const std::string before = dumpOf(scene);
+  n.truncate(0);
+  o.removeMember(nullptr);
+  o.removeMember(r.inputNamed("p")->memberNamed("x"));
+  n.removeMember(o.memberNamed("x"));
+  r.removeInput(nullptr);
+  r.removeInput(s.inputNamed("n"));
+  EXPECT_EQ(dumpOf(scene), before);
+  zn::korvo_sdk::Input* const x = o.memberNamed("x");
+  for (int i = 0; i < 2; ++i) {
+    o.removeMember(x);
+    r.removeInput(&n);
+    EXPECT_EQ(r.inputCount(), 2U);
+    EXPECT_EQ(o.memberCount(), 0U);
+  }
 }
 
 TEST(Edit, KeepsToTheLimitsOfTheScene) {
@@ -350,6 +422,7 @@ TEST(Edit, MixesWithReading) {
 TEST(Edit, SaysWhatWentWrong) {
   EXPECT_STREQ(vsa::name(EditError::BadName), "bad-name");
   EXPECT_STREQ(vsa::name(EditError(200)), "unknown");
+  EXPECT_STREQ(Status(EditError(200)).message(), "unknown");
   EXPECT_STREQ(Status().message(), "");
   EXPECT_STREQ(Status(EditError::NameTaken).message(), "there is a node of that name");
   EXPECT_NO_THROW(Status().orThrow());

@@ -49,6 +49,7 @@ TEST(Header, IsSetByCommentsAsInATextThatHasThem) {
   EXPECT_TRUE(scene.addComment("# version: 5"));
   EXPECT_TRUE(scene.addComment("lifetime: 4 s"));
   EXPECT_TRUE(scene.addComment("#"));
+  EXPECT_TRUE(scene.addComment("# time:"));
   EXPECT_EQ(scene.fileVersion(), 5U);
   EXPECT_EQ(scene.fileTime(), "4 s");
   expectReadsBack(scene);

@@ -105,6 +105,12 @@ TEST(TextRules, RealsAreWhatTheReaderCanMake) {
   EXPECT_FALSE(sceneOf("t a: .x = inf;")["a"]["x"].real());  // a reference to a node
 }
 
+TEST(TextRules, ANaNHasTheBitsOfTheReader) {
+  const double other = std::bit_cast<double>(std::uint64_t{0xFFF8000000000001});
+  EXPECT_EQ(vsa::checkReal(other), vsa::EditError::NotANumber);
+  EXPECT_TRUE(vsa::checkReal(-std::numeric_limits<double>::quiet_NaN()));
+}
+
 TEST(TextRules, ListsHaveBothInfinitiesAndTwoNaNs) {
   const vsa::Scene scene = sceneOf("t a: .x = vec4(inf -inf nan -nan);");
   const std::span<const double> read = scene["a"]["x"].components();

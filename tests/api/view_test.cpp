@@ -58,6 +58,8 @@ TEST(View, TurnsIntegersIntoOtherNumbersWhereNothingIsLost) {
   const NodeView sun = scene["sun"];
   EXPECT_EQ(sun["count"].real(), -3.0);
   EXPECT_EQ(sun["mask"].real(), 12.0);
+  EXPECT_FALSE(sun["count"].unsignedInteger());
+  EXPECT_FALSE(sun["name"].unsignedInteger());
   EXPECT_EQ(sun["mask"].integer(), 12);
   EXPECT_EQ(sun["count"].unsignedInteger(), std::nullopt);
   EXPECT_EQ(sun["all"].unsignedInteger(), 18446744073709551615U);
@@ -235,6 +237,7 @@ TEST(View, InstantiatesNoDeclaredInput) {
   const vsa::Scene scene = sceneOf("viewedLamp sun;");
   zn::korvo_sdk::unregisterNodeType("viewedLamp");
   EXPECT_TRUE(scene["sun"].isDeclared());
+  EXPECT_FALSE(sceneOf(TEXT)["sun"].isDeclared());
   EXPECT_FALSE(scene["sun"]["power"]);
   EXPECT_EQ(scene["sun"]["power"].real(3.0), 3.0);
   EXPECT_TRUE(scene["sun"].inputs().empty());

@@ -40,6 +40,7 @@ Status changeEverything(vsa::Scene& scene) {
   note(a.add("buffer").setBuffer(ElementType::Float, NUMBERS));
   note(a.add("array").makeArray(ValueType::Object));
   note(a["array"].append().set("member", 1));
+  note(a["array"][0].set("text", LONG_TEXT));
   note(a["array"].resize(100));
   note(a.add("link").refer(a));
   note(a["link"].connect(a, "anOutputWithALongNameThatTakesMemory"));

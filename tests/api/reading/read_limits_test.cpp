@@ -318,6 +318,46 @@ TEST(ReadLimits, HoldForAHostsScene) {
   EXPECT_EQ(scene.options.calls.size(), 4U);  // the header, and one node
 }
 
+TEST(ReadLimits, ZeroDepthAllowsNoInputOfAnyStatement) {
+  const std::string text = "a x; a y; a z; x.v = 1; x.w = 2;";
+  expectOver(Limit::Depth, vsa::readText(text, limitedTo({.depth = 0})));
+  expectOver(Limit::Depth, vsa::readText(text + text + text, limitedTo({.depth = 0})));
+}
+
+// Messages of the limits and of the host are no more than those of statements.
+TEST(ReadLimits, KeptDiagnosticsBoundMessagesOfTheHost) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call.starts_with("createNode")) zn::logWarning("%s", "a message of the host");
+  };
+  ReadOptions options;
+  options.keptDiagnostics = 1;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "a x; a y; a z;", options);
+  EXPECT_EQ(outcome.diagnostics.size(), 1U);
+  EXPECT_EQ(outcome.droppedDiagnostics, 2U);
+  EXPECT_EQ(outcome.warningCount, 3U);
+  options.keptDiagnostics = 100;
+  options.keptDiagnosticBytes = 1000;
+  HostScene other;
+  other.options.onCall = scene.options.onCall;
+  const vsa::ReadOutcome bytes = vsa::readTextInto(other, "a x; a y; a z; a u; a v; a w;", options);
+  EXPECT_GT(bytes.droppedDiagnostics, 0U);
+  EXPECT_GT(bytes.diagnostics.size(), 0U);
+}
+
+TEST(ReadLimits, CountNoNodeThatTheHostRefuses) {
+  HostScene scene;
+  scene.options.refusesNodes = true;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "define x; a y; a z; a u;");
+  EXPECT_EQ(outcome.applied.nodes, 0U);
+}
+
+TEST(ReadLimits, MemoryOfATextWithoutASizeMayBeUnlimited) {
+  TestSource source("a x; x.b = float[2] {1 2};", 5);
+  source.announced = vsa::UNLIMITED;
+  EXPECT_TRUE(vsa::readSource(source).isComplete());
+}
+
 }  // namespace
 
 }  // namespace vsa_tests

@@ -106,6 +106,9 @@ TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
   const ReadResult result = vsa::readText(text, options);
   EXPECT_EQ(result.status, ReadStatus::Cancelled);
   EXPECT_EQ(result.applied.values, 0U);
+  options.onProgress = nullptr;
+  options.onDiagnostic = [](const vsa::Diagnostic&) {};
+  EXPECT_EQ(vsa::readText(text, options).applied.values, 1U);
 }
 
 // The same: all of the text has been read before the value is converted.

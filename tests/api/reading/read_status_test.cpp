@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <new>
 #include <set>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -352,6 +353,30 @@ TEST(ReadStatus, ANullTextOfASkippedBufferIsUnreadable) {
   const vsa::LoadedBuffer loaded = vsa::loadBufferFromText(none, {});
   EXPECT_EQ(loaded.status, ReadStatus::Unreadable);
   EXPECT_EQ(loaded.message, "the text is null");
+}
+
+// Every function that reads into a scene of the caller gives what the others give.
+TEST(ReadStatus, IsTheSameFromEverySource) {
+  const std::string text = "lamp sun; sun.power = 2.5;";
+  const DiskFile file(text);
+  const std::filesystem::path path = file.path();
+  const auto bytes = std::as_bytes(std::span(text.data(), text.size()));
+  vsa::Scene scenes[3];
+  HostScene hosts[2];
+  TestSource source(text);
+  for (const vsa::ReadOutcome& outcome :
+       {vsa::readFileInto(scenes[0], path), vsa::readTextInto(scenes[1], bytes),
+        vsa::readSourceInto(scenes[2], source), vsa::readFileInto(hosts[0], path),
+        vsa::readTextInto(hosts[1], bytes)}) {
+    EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+    EXPECT_EQ(outcome.bytesRead, text.size());
+    EXPECT_EQ(outcome.applied.nodes, 1U);
+    EXPECT_EQ(outcome.applied.values, 1U);
+  }
+  for (const vsa::Scene& scene : scenes) EXPECT_EQ(scene["sun"]["power"].real(), 2.5);
+  const std::filesystem::path withNul(std::string("a\0b", 3));
+  EXPECT_EQ(vsa::readFileInto(hosts[0], withNul).status, ReadStatus::Unreadable);
+  EXPECT_EQ(vsa::readFileInto(scenes[0], withNul).status, ReadStatus::Unreadable);
 }
 
 }  // namespace

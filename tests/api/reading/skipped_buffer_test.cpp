@@ -197,6 +197,27 @@ TEST(SkippedBuffer, IsUnreadableWhereTheTextHasChanged) {
   vsa::SkippedBuffer turned = ids;
   std::swap(turned.literal.begin, turned.literal.end);
   EXPECT_NE(vsa::loadBufferFromText(TEXT, turned).status, ReadStatus::Complete);
+  other.replace(other.find("int16[3] {0 1 2}"), 16, "int32[2] {0 1  }");
+  EXPECT_EQ(vsa::loadBufferFromText(other, ids).status, ReadStatus::Unreadable);
+  vsa::SkippedBuffer behind = ids;
+  behind.literal.begin.offset += TEXT.size();
+  behind.literal.end.offset += TEXT.size();
+  EXPECT_EQ(vsa::loadBufferFromText(TEXT, behind).status, ReadStatus::Unreadable);
+}
+
+TEST(SkippedBuffer, IsUnreadableWhereTheFileHasChanged) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
+  EXPECT_EQ(vsa::loadBuffer(DiskFile("short").path(), ids).message, "the text has changed");
+  const DiskFile cut(TEXT.substr(0, ids.literal.end.offset - 1));
+  EXPECT_EQ(vsa::loadBuffer(cut.path(), ids).message, "the text has changed");
+  const DiskFile file(TEXT);
+  vsa::SkippedBuffer far = ids;
+  far.literal.begin.offset = std::uint64_t{1} << 63;
+  far.literal.end.offset = far.literal.begin.offset + 1;
+  EXPECT_EQ(vsa::loadBuffer(file.path(), far).message, "the text has changed");
+  const std::filesystem::path withNul(std::string("a\0b", 3));
+  EXPECT_EQ(vsa::loadBuffer(withNul, ids).message, "the path has a NUL");
 }
 
 }  // namespace

@@ -31,7 +31,7 @@ TEST(TextColumn, CountsInvalidBytesOneByOne) {
   // A lone continuation byte, a form cut short, one too long, a surrogate, beyond U+10FFFF.
   for (const std::string line :
        {"\x80\x80", "\xE2\x82", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80",
-        "\xF0\x80\x80\x80", "\xF5\x80", "\xC3x"}) {
+        "\xE1\x80", "\xF1\x80\x80", "\xF0\x80\x80\x80", "\xF5\x80", "\xC3x"}) {
     for (std::uint64_t column = 1; column <= line.size() + 1; ++column) {
       EXPECT_EQ(vsa::columnInCharacters(line, column), column);
       EXPECT_EQ(vsa::columnInUtf16(line, column), column);

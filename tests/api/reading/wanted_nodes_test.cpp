@@ -132,6 +132,24 @@ TEST(WantedNodes, TakeNoMemoryForValuesThatAreDropped) {
   EXPECT_TRUE(vsa::readText(text, options).isComplete());
 }
 
+// The header is that of the scene that is read into, whatever is kept of the nodes.
+TEST(WantedNodes, LeaveTheHeaderWhole) {
+  const ReadResult result =
+      vsa::readText("# version: 3\n# time: noon\n# third\nlamp a; lamp b;", wanting({"b"}));
+  EXPECT_EQ(result.scene.fileVersion(), 3U);
+  EXPECT_EQ(result.scene.fileTime(), "noon");
+  EXPECT_EQ(result.scene.comments().size(), 3U);
+}
+
+TEST(WantedNodes, MayBeRemovedAndMadeAgain) {
+  const std::string text =
+      "lamp a: .x = 1; lamp b: .x = 2; remove a; remove b; remove c; define a; define b; a.x = 3;";
+  const ReadResult result = vsa::readText(text, wanting({"a"}));
+  EXPECT_EQ(nodesOf(result.scene), "a ");
+  EXPECT_EQ(result.scene["a"]["x"].integer(), 3);
+  EXPECT_EQ(result.diagnostics.size(), vsa::readText(text).diagnostics.size());
+}
+
 }  // namespace
 
 }  // namespace vsa_tests
