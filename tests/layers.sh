@@ -38,7 +38,7 @@ src/api/reading/outcome    include/vsa include/vsa/reading include/vsa/foundatio
 src/api/reading            include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/api/reading/outcome src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
 src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
 src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
-src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/text src/write/text src/write/walk
+src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/write/text src/write/walk
 src/syntax                 include/vsa include/vsa/reading include/vsa/foundation src/vsa/lex
 ROWS
 }

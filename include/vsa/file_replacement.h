@@ -1,4 +1,4 @@
-// FileReplacement: a file that is written beside the one that it replaces.
+// FileReplacement: a new file in the folder of the file that it replaces.
 //
 //   vsa::FileReplacement file;
 //   if (!file.open(path) || !file.write(text) || !file.replace()) std::puts(file.error().c_str());
@@ -14,10 +14,9 @@
 namespace vsa {
 
 /// The sink of one file, for programs that write a text themselves; vsa::writeFile uses it. The
-/// bytes go to a new file in the folder of the old one; `replace` puts it in the place of the old
-/// file in one step. Until then, and for ever if this object is destroyed before or the process
-/// ends, the old file is as it was. What is no regular file (a pipe, a device) is written to
-/// directly. The functions throw std::bad_alloc only.
+/// bytes go to a new file in the folder of the old one; `replace` renames it to the name of the old
+/// file. Until then the old file is unchanged, also if this object is destroyed or the process
+/// ends. A pipe or a device is written to directly. The functions throw std::bad_alloc only.
 class VSA_API FileReplacement final : public Sink {
  public:
   FileReplacement() = default;
@@ -27,21 +26,22 @@ class VSA_API FileReplacement final : public Sink {
   ~FileReplacement() override;
 
   /// Opens the new file for `path`, once. If `path` is a symbolic link, the file that it leads to
-  /// is replaced. Like `write` and `replace`, returns false if that fails; `error` says why.
+  /// is replaced. Like `write` and `replace`, returns false if that fails; `error` says why. A path
+  /// with a NUL in it fails.
   bool open(const std::filesystem::path& path);
   /// Appends to the new file.
   bool write(std::string_view text) override;
   /// Where the new file is until `replace`; empty if the bytes go to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
-  /// Waits until the new file is on the disk, gives it the permissions of the old one, and its
-  /// name.
+  /// Gives the new file the permissions of the old one, waits until it is on the disk, and renames
+  /// it. Until then, only the owner may read the new file if there is an old one.
   bool replace();
 
   /// Why a function returned false, as a message for people.
   std::string error() const override { return error_; }
 
  private:
-  bool openBeside();
+  bool openBeside(unsigned mode);
   bool makeDurable();
   bool keepPermissions();
   bool fail(const char* what);

@@ -90,7 +90,7 @@ struct [[nodiscard]] TextResult : WriteResult {
 /// when it is complete and on the disk, and has the permissions of the file that it replaces. So
 /// `path` is the complete old file or the complete new file at any time. If `path` is a symbolic
 /// link, the file that it leads to is replaced. If it is a pipe or a device, the text is written to
-/// it directly.
+/// it directly. A path with a NUL in it, a folder, a folder that does not exist: Unwritable.
 VSA_API WriteResult writeFile(const zn::korvo_sdk::Scene& scene, const std::filesystem::path& path,
                               const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeFile(const Scene& scene, const std::filesystem::path& path,

@@ -9,25 +9,29 @@
 #include <system_error>
 #include <utility>
 
+#include "foundation/base/hex_digits.h"
+
 namespace vsa {
 
 namespace fs = std::filesystem;
 
 namespace {
 
-// A name that no file has, most likely: a dot hides it from listings, and 64 random bits follow.
+// A name that most likely no file has. It begins with a dot, so that listings hide it, and ends in
+// 64 random bits.
 std::string temporaryName(const fs::path& target) {
-  constexpr char DIGITS[] = "0123456789abcdef";
   std::random_device random;
   std::string name = '.' + target.filename().string().substr(0, 200) + '.';
   for (int word = 0; word < 2; ++word) {
     const unsigned bits = random();
-    for (unsigned shift = 0; shift < 32; shift += 4) name += DIGITS[(bits >> shift) & 15];
+    for (unsigned shift = 0; shift < 32; shift += 4)
+      name += zn::detail::HEX_DIGITS[(bits >> shift) & 15];
   }
   return name + ".tmp";
 }
 
-// The file that a symbolic link names, through other links too; the path itself if it is no link.
+// The file that a symbolic link leads to, through other links too; the path itself if it is no
+// link.
 fs::path linkedFile(fs::path path) {
   constexpr int MAX_LINKS = 40;
   std::error_code error;
@@ -37,13 +41,13 @@ fs::path linkedFile(fs::path path) {
   return path;
 }
 
-// A close that a signal interrupts has closed the file.
+// Closes once: a close that a signal interrupts has closed the file.
 void closeFile(int& file) {
   if (file >= 0) ::close(file);
   file = -1;
 }
 
-// So that the new name is on the disk, too. The file is complete in any case.
+// Waits until the new name is on the disk, too. A failure is ignored: the file is complete.
 void syncFolder(const char* name) {
   int folder = ::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder >= 0) ::fsync(folder);
@@ -65,19 +69,24 @@ bool FileReplacement::fail(const char* what) {
 }
 
 bool FileReplacement::open(const fs::path& path) {
+  if (path.native().find('\0') != path.native().npos) {  // the system would end the path there
+    error_ = "the path has a NUL";
+    return false;
+  }
   target_ = linkedFile(path);
   struct stat status {};
   const bool exists = ::stat(target_.c_str(), &status) == 0;
   if (!exists && errno == ELOOP) return fail("cannot write");
-  if (!exists || S_ISREG(status.st_mode)) return openBeside();
+  // Nobody else may read the new file before it has the permissions of the old one.
+  if (!exists || S_ISREG(status.st_mode)) return openBeside(exists ? 0600 : 0666);
   file_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
   if (file_ < 0) return fail("cannot write");
   return true;
 }
 
-bool FileReplacement::openBeside() {
+bool FileReplacement::openBeside(unsigned mode) {
   fs::path name = target_.parent_path() / temporaryName(target_);
-  file_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+  file_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
   if (file_ < 0) return fail("cannot write beside");
   temporary_ = std::move(name);
   return true;
@@ -98,15 +107,15 @@ bool FileReplacement::write(std::string_view text) {
 bool FileReplacement::replace() {
   if (temporary_.empty()) return true;
   if (!keepPermissions() || !makeDurable()) return false;
-  const fs::path parent = target_.parent_path();  // here, because there may be no memory for it
+  const fs::path parent = target_.parent_path();  // before the rename, because it may throw
   if (::rename(temporary_.c_str(), target_.c_str()) != 0) return fail("cannot replace");
   temporary_.clear();
   syncFolder(parent.empty() ? "." : parent.c_str());
   return true;
 }
 
-// The owner is kept where the process may do so. Without it, the permissions of the old group would
-// go to another one, so those are dropped.
+// Keeps the owner and the group if the process may set them. If not, the permissions of the group
+// would apply to another group, so they are removed.
 bool FileReplacement::keepPermissions() {
   struct stat old {};
   if (::stat(target_.c_str(), &old) != 0) return true;

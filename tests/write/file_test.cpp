@@ -67,6 +67,40 @@ TEST_F(WriteFile, ReplacesWhatALinkNames) {
   EXPECT_EQ(contentOf(path), "thing n;\n");
 }
 
+TEST_F(WriteFile, LinksInACircle) {
+  const fs::path one = folder / "one", other = folder / "other";
+  fs::create_symlink(one, other);
+  fs::create_symlink(other, one);
+  SceneBuilder made;
+  EXPECT_EQ(vsa::writeFile(made.scene, one).status, vsa::WriteStatus::Unwritable);
+  EXPECT_TRUE(fs::is_symlink(one));
+  EXPECT_TRUE(fs::is_symlink(other));
+  EXPECT_EQ(filesInFolder(), 2u);
+}
+
+TEST_F(WriteFile, PathWithANul) {
+  putOld();
+  SceneBuilder made;
+  const fs::path withNul(path.string() + std::string("\0.vsa", 5));
+  const vsa::WriteResult result = vsa::writeFile(made.scene, withNul);
+  EXPECT_EQ(result.status, vsa::WriteStatus::Unwritable);
+  EXPECT_EQ(result.message, "the path has a NUL");
+  expectOld();
+}
+
+TEST_F(WriteFile, NobodyElseReadsTheNewFileOfAPrivateOne) {
+  putOld();
+  ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
+  vsa::FileReplacement file;
+  ASSERT_TRUE(file.open(path)) << file.error();
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder)) {
+    EXPECT_EQ(entry.status().permissions() & fs::perms::all, fs::perms(0600)) << entry.path();
+  }
+  EXPECT_EQ(filesInFolder(), 2u);
+  ASSERT_TRUE(file.write("new\n") && file.replace()) << file.error();
+  EXPECT_EQ(contentOf(path), "new\n");
+}
+
 TEST_F(WriteFile, RelativePath) {
   const fs::path before = fs::current_path();
   fs::current_path(folder);
