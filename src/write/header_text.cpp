@@ -22,8 +22,8 @@ String textAfterColon(const String& comment) {
   return comment.fromFirst(':', false).trim(true, true);
 }
 
-/// What the reader takes from the comments.
-struct Said {
+/// The version and the time that the reader gets from the comments.
+struct HeaderValues {
   unsigned long long version = 0;
   bool hasVersion = false;
   String time;
@@ -47,7 +47,7 @@ HeaderText::HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form)
 }
 
 void HeaderText::checkComments() {
-  Said said;
+  HeaderValues said;
   for (std::uint64_t i = 0; i < scene_.fileCommentCount(); ++i) {
     const String comment = scene_.fileComment(i);
     if (isCarried(comment.view())) {

@@ -1,5 +1,5 @@
-// The comments at the beginning of a text, which carry the version and the time of its scene, too.
-// Internal.
+// HeaderText: the comments at the beginning of a text. They also contain the version and the time
+// of the scene. Internal.
 #pragma once
 
 #include <string>
@@ -11,13 +11,14 @@
 
 namespace vsa::impl {
 
-/// What a header has, and what it cannot have.
+/// The header of one scene, and what a text cannot carry of it.
 class HeaderText {
  public:
   HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form);
 
   /// Reasons of reasons.h, one for each thing that a text cannot carry.
   const std::vector<const char*>& problems() const { return problems_; }
+  /// Writes the comments.
   void put(TextBuffer& out) const;
 
  private:
@@ -28,7 +29,8 @@ class HeaderText {
   const zn::korvo_sdk::Scene& scene_;
   HeaderForm form_;
   std::vector<const char*> problems_;
-  // Comments before and after those of the scene: the last one counts.
+  // Comments that are added before and after those of the scene. The last one that sets a version
+  // or a time applies.
   std::string first_;
   std::string last_;
 };

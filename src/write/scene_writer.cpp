@@ -27,8 +27,8 @@ void putConnection(TextBuffer& out, const Output& output) {
   out.put(";\n");
 }
 
-// A byte order mark at the beginning of a file is not read. Before a type that begins with those
-// bytes, which are letters, stands a line end.
+// The reader skips a byte order mark at the beginning of a file. Its bytes are letters, so a type
+// may begin with them: then a line end comes first.
 void putType(TextBuffer& out, std::string_view type) {
   if (out.size() == 0 && type.starts_with("\xEF\xBB\xBF")) out.put('\n');
   out.put(type);

@@ -30,7 +30,7 @@ class SceneCheck final : public SceneVisitor {
   ProblemList& problems_;
 };
 
-/// Writes the nodes with their values, and their links unless these are to stand last.
+/// Writes the nodes with their values, and with their links unless LinkPlace is Last.
 class NodeWriter final : public SceneVisitor {
  public:
   NodeWriter(TextBuffer& out, const WriteOptions& options, ProblemList& problems)

@@ -23,7 +23,7 @@ struct LineLayout {
   std::uint64_t maxUnits;    // in a line
 };
 
-/// An element stays together, a matrix by rows.
+/// The numbers of an element, or of a row of a matrix.
 std::uint64_t unitOf(DataType type) {
   const std::uint64_t count = zn::korvo_sdk::componentCount(type);
   if (count == 9) return 3;
@@ -36,8 +36,8 @@ LineLayout layoutOf(DataType type, const WriteOptions& options) {
   return {unitOf(type), options.lineWidth == 0 ? UNLIMITED : options.lineWidth, UNLIMITED};
 }
 
-/// Writes a list from its opening brace on, unit by unit. The blank before a unit becomes a line
-/// break when the unit does not fit the line, which is known once it is printed.
+/// Writes a list from its opening brace on, unit by unit. Prints a unit first, and then replaces
+/// the blank before it by a line break if the unit does not fit into the line.
 template <class Number>
 class ListPrinter {
  public:
@@ -55,14 +55,14 @@ class ListPrinter {
  private:
   static constexpr std::uint64_t UNITS_IN_CHUNK = 16;
   static constexpr std::uint64_t MAX_UNIT = 4;
-  static constexpr std::size_t CHUNK_ROOM =
+  static constexpr std::size_t CHUNK_BYTES =
       UNITS_IN_CHUNK * (MAX_UNIT * (zn::numbers::PRINT_CAPACITY + 1) + LINE_START.size());
-  static_assert(CHUNK_ROOM <= TextBuffer::MAX_ROOM);
+  static_assert(CHUNK_BYTES <= TextBuffer::MAX_RESERVED);
 
-  // Whole units, but for the last chunk. The position in the line is a difference of pointers
-  // meanwhile: asking for room and adding up columns at each number took 5 ns of 27.
+  // A chunk consists of whole units, except the last one. The loop computes columns from pointers:
+  // reserving memory and counting columns for each number took 5 ns of 27.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
-    char* const chunk = out_.room(CHUNK_ROOM);
+    char* const chunk = out_.reserve(CHUNK_BYTES);
     std::int64_t lineStart = -column_;  // from the chunk's beginning on
     char* at = chunk;
     for (std::uint64_t i = 0; i < count;) {
@@ -95,7 +95,7 @@ class ListPrinter {
   }
 
   static char* onNewLine(char* start, char* end) {
-    constexpr std::size_t MORE = LINE_START.size() - 1;  // than the blank
+    constexpr std::size_t MORE = LINE_START.size() - 1;  // characters than the blank has
     std::memmove(start + MORE, start, static_cast<std::size_t>(end - start));
     std::memcpy(start, LINE_START.data(), LINE_START.size());
     return end + MORE;
@@ -112,7 +112,7 @@ class ListPrinter {
 
 void putTuple(TextBuffer& out, const double* components, unsigned count) {
   for (unsigned i = 0; i < count; ++i) {
-    char* const start = out.room(zn::numbers::PRINT_CAPACITY + 1);
+    char* const start = out.reserve(zn::numbers::PRINT_CAPACITY + 1);
     char* at = start;
     if (i > 0) *at++ = ' ';
     out.extendTo(zn::numbers::printNumber(at, components[i]));

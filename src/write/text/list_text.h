@@ -9,12 +9,12 @@
 
 namespace vsa::impl {
 
-/// Writes the components of `count` doubles, a blank between two.
+/// Writes `count` doubles, separated by blanks.
 void putTuple(TextBuffer& out, const double* components, unsigned count);
 
-/// Writes "{" and the numbers of a buffer, which has the size that its type and count say, in the
-/// layout of `options`. `column` is how many characters the line has already. The memory need not
-/// be aligned.
+/// Writes "{" and the numbers of a buffer, in the layout of `options`. The buffer's memory has
+/// `count` elements of its type and need not be aligned. `column` is the number of characters that
+/// the line has already.
 void putNumbers(TextBuffer& out, const zn::korvo_sdk::BufferValue& buffer,
                 const WriteOptions& options, std::uint64_t column);
 

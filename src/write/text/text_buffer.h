@@ -1,4 +1,4 @@
-// A text on its way to a sink: a block that is handed over whenever it is full. Internal.
+// TextBuffer: collects a text in a block, which goes to the sink whenever it is full. Internal.
 #pragma once
 
 #include <cstdint>
@@ -10,45 +10,45 @@
 
 namespace vsa::impl {
 
-/// Ends a writing whose sink did not take the text.
+/// Thrown to end a writing: the sink returned false.
 struct SinkFailed {};
 
 class TextBuffer {
  public:
-  /// The most that one call of `room` may ask for.
-  static constexpr std::size_t MAX_ROOM = 4096;
+  /// The largest count for `reserve`.
+  static constexpr std::size_t MAX_RESERVED = 4096;
 
   /// `sink` must outlive the buffer.
   explicit TextBuffer(Sink& sink)
       : sink_(sink), block_(new char[BLOCK_BYTES]), end_(block_.get()) {}
 
-  /// Memory for `count` characters behind the text, valid until the next call. Throws SinkFailed,
-  /// as every function does that hands a block over.
-  char* room(std::size_t count) {
+  /// Memory for `count` characters after the text, valid until the next call. If the block is full,
+  /// flushes it: throws SinkFailed, as every function that appends.
+  char* reserve(std::size_t count) {
     if (static_cast<std::size_t>(block_.get() + BLOCK_BYTES - end_) < count) flush();
     return end_;
   }
-  /// Appends the characters from `room` up to `end`.
+  /// Appends the characters from the result of `reserve` up to `end`.
   void extendTo(char* end) { end_ = end; }
 
   void put(char character) {
-    *room(1) = character;
+    *reserve(1) = character;
     ++end_;
   }
   void put(std::string_view text) {
-    while (text.size() > MAX_ROOM) {
-      append(text.substr(0, MAX_ROOM));
-      text.remove_prefix(MAX_ROOM);
+    while (text.size() > MAX_RESERVED) {
+      append(text.substr(0, MAX_RESERVED));
+      text.remove_prefix(MAX_RESERVED);
     }
     append(text);
   }
 
   /// Bytes of the text so far.
   std::uint64_t size() const { return flushed_ + static_cast<std::uint64_t>(end_ - block_.get()); }
-  /// Bytes that were handed over.
+  /// Bytes that the sink has received.
   std::uint64_t flushed() const { return flushed_; }
 
-  /// Hands the text to the sink.
+  /// Passes the text in the block to the sink.
   void flush() {
     const std::string_view text(block_.get(), static_cast<std::size_t>(end_ - block_.get()));
     end_ = block_.get();
@@ -61,7 +61,7 @@ class TextBuffer {
   static constexpr std::size_t BLOCK_BYTES = std::size_t{64} * 1024;
 
   void append(std::string_view text) {
-    std::memcpy(room(text.size()), text.data(), text.size());
+    std::memcpy(reserve(text.size()), text.data(), text.size());
     end_ += text.size();
   }
 

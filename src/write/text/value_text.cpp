@@ -4,6 +4,7 @@
 #include <cmath>
 #include <string>
 
+#include "foundation/base/hex_digits.h"
 #include "foundation/compression/deflate.h"
 #include "foundation/compression/hex_text.h"
 #include "foundation/numbers/number_print.h"
@@ -21,10 +22,11 @@ namespace {
 
 template <class Number>
 void putNumber(TextBuffer& out, Number number) {
-  out.extendTo(zn::numbers::printNumber(out.room(zn::numbers::PRINT_CAPACITY), number));
+  out.extendTo(zn::numbers::printNumber(out.reserve(zn::numbers::PRINT_CAPACITY), number));
 }
 
-// The letter of each escape sequence, NUL where the byte stands for itself, 'x' for "\xHH".
+// The character after the backslash in the escape sequence of a byte: 'x' for "\xHH"; NUL if the
+// byte is written as it is.
 constexpr char escapeOf(unsigned char byte) {
   constexpr char CONTROLS[] = "xxxxxxxabtnvfrxxxxxxxxxxxxxxxxxx";
   if (byte < 0x20) return CONTROLS[byte];
@@ -33,18 +35,18 @@ constexpr char escapeOf(unsigned char byte) {
 }
 
 void putEscaped(TextBuffer& out, unsigned char byte, char escape) {
-  constexpr char DIGITS[] = "0123456789abcdef";
-  char* end = out.room(4);
+  char* end = out.reserve(4);
   *end++ = '\\';
   *end++ = escape;
   if (escape == 'x') {
-    *end++ = DIGITS[byte >> 4];
-    *end++ = DIGITS[byte & 15];
+    *end++ = zn::detail::HEX_DIGITS[byte >> 4];
+    *end++ = zn::detail::HEX_DIGITS[byte & 15];
   }
   out.extendTo(end);
 }
 
-// A text beyond 2^63 - 1 has the negative number with the same 64 bits: "-1u" is 2^64 - 1.
+// A number above 2^63 - 1 is written as the negative number with the same 64 bits: 2^64 - 1 is
+// "-1u".
 void putUnsigned(TextBuffer& out, std::int64_t bits) {
   putNumber(out, bits);
   out.put('u');
@@ -52,7 +54,7 @@ void putUnsigned(TextBuffer& out, std::int64_t bits) {
 
 void putReal(TextBuffer& out, double value) {
   if (std::isnan(value)) return out.put("-nan");
-  out.extendTo(zn::numbers::printRealWithPoint(out.room(zn::numbers::PRINT_CAPACITY), value));
+  out.extendTo(zn::numbers::printRealWithPoint(out.reserve(zn::numbers::PRINT_CAPACITY), value));
 }
 
 // The keyword of a type is its display name in lower case.
@@ -67,16 +69,16 @@ void putTupleLiteral(TextBuffer& out, const Input& input) {
   out.put(')');
 }
 
-// The digits of a stream, as many as the room of the text allows at a time.
+// Writes the bytes of a stream as hexadecimal digits, as many at a time as the buffer can reserve.
 class HexSink final : public zn::StreamSink {
  public:
   explicit HexSink(TextBuffer& out) : out_(out) {}
 
   void put(const unsigned char* bytes, std::size_t count) override {
-    constexpr std::size_t MAX_BYTES = TextBuffer::MAX_ROOM / 2;
+    constexpr std::size_t MAX_BYTES = TextBuffer::MAX_RESERVED / 2;
     while (count > 0) {
       const std::size_t part = std::min(count, MAX_BYTES);
-      char* const at = out_.room(2 * part);
+      char* const at = out_.reserve(2 * part);
       zn::writeHex(bytes, part, at);
       out_.extendTo(at + 2 * part);
       bytes += part;
@@ -94,7 +96,7 @@ void putCompressed(TextBuffer& out, const BufferValue& buffer) {
   zn::deflateTo(buffer.memory, buffer.bytes, digits);
 }
 
-// Memory of a host for no elements need not be null.
+// For a count of 0, the memory is not read: a host's need not be null.
 void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& options,
                std::uint64_t column) {
   const std::uint64_t start = out.size();

@@ -10,8 +10,8 @@
 
 namespace vsa::impl {
 
-/// Writes the literal of a value, which has one: everything but Null, Node, Array and Object.
-/// `column` is how many characters the line has already.
+/// Writes the literal of a value of any type except Null, Node, Array and Object, which have none.
+/// `column` is the number of characters that the line has already.
 void putLiteral(TextBuffer& out, const zn::korvo_sdk::Input& input, const WriteOptions& options,
                 std::uint64_t column);
 

@@ -11,7 +11,8 @@ using zn::korvo_sdk::Input;
 
 namespace {
 
-// Elements that no statement has used count towards a limit of the scene that is read into.
+// Elements that no statement has used count towards a limit of the scene that reads the text (see
+// Scene::emptyElementLimit).
 constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
 
 bool isBare(Input& element) {
@@ -19,8 +20,9 @@ bool isBare(Input& element) {
          element.elementType() == AttrType::Null && element.connection() == nullptr;
 }
 
-/// The first element of an array of arrays that is not empty, if all before it are bare: its
-/// statements make those too, and without the message that "[]" causes.
+/// The index of the first element of an array of arrays that is not empty, if all elements before
+/// it are bare: its statements create those, too, without the message that "[]" causes. Otherwise
+/// 0.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {
@@ -48,8 +50,9 @@ Start ArrayState::startOfElement() const {
   return start;
 }
 
-// A link fits: its statement appends an element of the array's element type, and makes a Node of
-// one of no type. An element whose type is not that of a typed array does not come here.
+// A link always fits: its statement appends an element of the array's element type, and a reference
+// changes an element of type Null to Node. An element whose type is not that of a typed array does
+// not come here.
 bool ArrayState::takesValue(AttrType type) const {
   return type == elementType_ || !isNamed_ || !exists_;
 }

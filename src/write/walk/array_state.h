@@ -1,8 +1,8 @@
-// The array that the statements written so far make of an array of the scene. Internal.
+// ArrayState: the array that the reader has after the statements written so far. Internal.
 //
-// The first statement about an element creates the array and gives it its element type; a link
-// gives none. From then on the element type decides which elements can follow, so whether a text
-// can carry an element depends on those before it.
+// The first statement about an element creates the array and sets its element type; a link sets
+// none. The element type determines which elements can follow. So whether a text can carry an
+// element depends on the elements before it.
 #pragma once
 
 #include <cstdint>
@@ -14,13 +14,14 @@ namespace vsa::impl {
 
 class ArrayState {
  public:
-  /// `start` is the array before its first element. The reader looks a named array up by each
-  /// statement; an element of another array gets its element type at any time.
+  /// `array` is the array of the scene, `start` what the reader has of it before the first element.
+  /// `isNamed`: it is an input of a node or a member, and not an element of another array. A named
+  /// array gets its element type from the statement that creates it, an element from any statement.
   ArrayState(zn::korvo_sdk::Input& array, const Start& start, bool isNamed);
 
-  /// Whether the statement of an element that is written later creates the element, too.
+  /// Whether the statement of a later element creates this element, too.
   bool isMadeByLater(std::uint64_t index) const { return index < firstWritten_; }
-  /// What the next element is before its first statement.
+  /// What the reader has of the next element before its first statement.
   Start startOfElement() const;
   /// Accounts for the statement of the next element, which has the type of `startOfElement` if that
   /// exists. Returns null, or why the element cannot have its type there; then nothing has changed.

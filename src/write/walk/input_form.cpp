@@ -20,14 +20,14 @@ using zn::korvo_sdk::isOtherNan;
 
 namespace {
 
-// A form that leaves an existing input as it is, for values that it has already.
+// A form that does not change an existing input, for a value that it has already.
 constexpr Plan UNCHANGED{Form::Link};
 
 Plan problem(const char* reason) {
   return {Form::Inside, reason};
 }
 
-/// Whether a statement can turn a declared input of no type into one of this type.
+/// Whether a statement can give a declared input of type Null the type of this one.
 bool canBecome(Input& input) {
   if (input.type() == AttrType::Object) return input.memberCount() > 0;
   return input.type() == AttrType::Node;
@@ -61,7 +61,7 @@ Plan planOfTuple(const Input& input) {
   return {Form::Value};
 }
 
-bool hasItsSize(const BufferValue& buffer) {
+bool hasDeclaredSize(const BufferValue& buffer) {
   const std::uint64_t bytes = zn::korvo_sdk::elementBytes(buffer.type);
   const bool fits = buffer.count <= buffer.bytes && buffer.bytes / bytes == buffer.count &&
                     buffer.bytes % bytes == 0;
@@ -75,7 +75,7 @@ Plan planOfBuffer(const BufferValue& buffer, const Start& start) {
     return problem(reasons::DECLARED_TYPE);
   }
   if (!zn::korvo_sdk::isBufferElement(buffer.type)) return problem(reasons::HOST_ELEMENTS);
-  if (!hasItsSize(buffer)) return problem(reasons::BUFFER_SIZE);
+  if (!hasDeclaredSize(buffer)) return problem(reasons::BUFFER_SIZE);
   const auto* const bytes = reinterpret_cast<const std::byte*>(buffer.memory);
   if (haveOtherNan(buffer.type, {bytes, buffer.bytes}))
     return {Form::Value, reasons::NAN_BITS, true};

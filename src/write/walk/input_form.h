@@ -13,7 +13,7 @@
 
 namespace vsa::impl {
 
-/// What is right of the "=".
+/// The right-hand side of the statement of an input.
 enum class Form : std::uint8_t {
   /// No statement: those of its elements or members create the input.
   Inside,
@@ -30,7 +30,7 @@ enum class Form : std::uint8_t {
   Link,
 };
 
-/// An input as the reader has it when it meets the first statement about it.
+/// What the reader has of an input before the first statement about it.
 struct Start {
   /// Whether it exists; otherwise the statement creates it.
   bool exists = false;
@@ -44,7 +44,7 @@ struct Start {
   static Start of(const zn::korvo_sdk::InputDeclaration& declaration);
 };
 
-/// A form, and why a text cannot carry the value in it.
+/// The form of an input's statement, and, if a text cannot carry the value, why.
 struct Plan {
   Form form = Form::Inside;
   /// One of reasons.h; null if the text carries the value.

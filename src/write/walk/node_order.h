@@ -19,17 +19,17 @@ void forEachCreated(const zn::korvo_sdk::Scene& scene, const Visit& visit) {
   }
 }
 
-/// A node with its name, which is asked for once, because that costs more than comparing it.
+/// A node with its name, which is copied once: Node::name makes a String of it.
 struct NamedNode {
   zn::String name;
   const zn::korvo_sdk::Node* node;
 };
 
-/// The first nodes by name of those whose names are behind that of `last` (null: of all), sorted;
-/// empty if there is none. At most as many as fit some 4 MB.
+/// The next nodes by name after `last` (null: the first ones), sorted; empty if there are none. At
+/// most as many as fit into some 4 MB.
 std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last);
 
-/// Calls `visit(const Node&)` for each node.
+/// Calls `visit(const Node&)` for each node, in the given order.
 template <class Visit>
 void forEachNode(const zn::korvo_sdk::Scene& scene, NodeOrder order, const Visit& visit) {
   if (order == NodeOrder::Created) return forEachCreated(scene, visit);

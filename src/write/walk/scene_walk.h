@@ -1,7 +1,7 @@
-// The walk over a scene that decides which statements a text of it has, in their order. Internal.
+// SceneWalk: visits a scene and decides which statements its text has, in their order. Internal.
 //
-// The same walk serves the check before a writing, which is interested in the problems, and the
-// writing. It does not recurse: a scene may be nested 65535 levels deep.
+// The check before a writing and the writing itself use the same walk: the check collects the
+// problems, the writing the statements. It does not recurse: a scene may have 65535 levels.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@
 
 namespace vsa::impl {
 
-/// Whom the walk tells what it finds. `path` is that of the input below its node, such as
+/// Receives what the walk finds. `path` is that of the input below its node, such as
 /// ".keys[2].time", and valid during the call.
 class SceneVisitor {
  public:
@@ -31,8 +31,8 @@ class SceneVisitor {
   virtual void connection(const zn::korvo_sdk::Node& node, std::string_view path,
                           const zn::korvo_sdk::Output& output) = 0;
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
-  /// Something that a text cannot carry. The path is empty for the node itself. No other call is
-  /// about it then, nor about what is inside it, unless `isReplaced`.
+  /// Something that a text cannot carry. The path is empty for the node itself. Unless
+  /// `isReplaced`, no other call concerns it or anything inside it.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };
@@ -43,6 +43,7 @@ class SceneWalk {
   SceneWalk(const zn::korvo_sdk::Scene& scene, SceneVisitor& visitor)
       : scene_(scene), visitor_(visitor) {}
 
+  /// Visits one node with everything inside it.
   void walk(const zn::korvo_sdk::Node& node);
 
  private:
