@@ -15,13 +15,13 @@ namespace {
 void putReference(TextBuffer& out, const Node* node) {
   out.put(" = ");
   if (node == nullptr) return out.put("null;\n");
-  out.put(node->name().view());
+  out.put(node->nameView());
   out.put(";\n");
 }
 
 void putConnection(TextBuffer& out, const Output& output) {
   out.put(" |= ");
-  out.put(output.node()->name().view());
+  out.put(output.node()->nameView());
   out.put('.');
   out.put(output.name().view());
   out.put(";\n");
@@ -42,13 +42,13 @@ bool isStatementWord(std::string_view type) {
 }  // namespace
 
 void NodeWriter::beginNode(const Node& node) {
-  const zn::String type = node.type();
+  const std::string_view type = node.typeView();
   isBlock_ = options_.paths == PathForm::Block && node.inputCount() > 0;
   if (isBlock_ && out_.size() > 0) out_.put('\n');
-  putType(out_, type.view());
+  putType(out_, type);
   out_.put(' ');
-  out_.put(node.name().view());
-  out_.put(isBlock_ || isStatementWord(type.view()) ? ":\n" : ";\n");
+  out_.put(node.nameView());
+  out_.put(isBlock_ || isStatementWord(type) ? ":\n" : ";\n");
 }
 
 void NodeWriter::endNode(const Node& /*node*/) {
@@ -58,7 +58,7 @@ void NodeWriter::putTarget(const Node& node, std::string_view path) {
   if (isBlock_) {
     out_.put("  ");
   } else {
-    out_.put(node.name().view());
+    out_.put(node.nameView());
   }
   out_.put(path);
 }
@@ -92,18 +92,18 @@ void NodeWriter::connection(const Node& node, std::string_view path, const Outpu
 
 void NodeWriter::problem(const Node& node, std::string_view path, const char* reason,
                          bool isReplaced) {
-  problems_.add(node.name().view(), path, reason, isReplaced);
+  problems_.add(node.nameView(), path, reason, isReplaced);
 }
 
 void LinkWriter::value(const Node& node, std::string_view path, Input& input, Form form) {
   if (form != Form::Reference || input.node() == nullptr) return;
-  out_.put(node.name().view());
+  out_.put(node.nameView());
   out_.put(path);
   putReference(out_, input.node());
 }
 
 void LinkWriter::connection(const Node& node, std::string_view path, const Output& output) {
-  out_.put(node.name().view());
+  out_.put(node.nameView());
   out_.put(path);
   putConnection(out_, output);
 }

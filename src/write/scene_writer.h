@@ -23,7 +23,7 @@ class SceneCheck final : public SceneVisitor {
   void endNode(const zn::korvo_sdk::Node&) override {}
   void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                bool isReplaced) override {
-    problems_.add(node.name().view(), path, reason, isReplaced);
+    problems_.add(node.nameView(), path, reason, isReplaced);
   }
 
  private:

@@ -17,7 +17,7 @@ namespace {
 
 std::shared_ptr<const DeclaredType> declaredTypeOf(const Node& node) {
   if (!zn::korvo_sdk::hasDeclaredTypes()) return nullptr;
-  return zn::korvo_sdk::declaredType(node.type().view());
+  return zn::korvo_sdk::declaredType(node.typeView());
 }
 
 void appendIndex(std::string& path, std::uint64_t index) {
@@ -31,8 +31,8 @@ void appendIndex(std::string& path, std::uint64_t index) {
 }  // namespace
 
 const char* nodeProblem(const Node& node) {
-  if (!isName(node.name().view())) return reasons::NODE_NAME;
-  return isName(node.type().view()) ? nullptr : reasons::NODE_TYPE;
+  if (!isName(node.nameView())) return reasons::NODE_NAME;
+  return isName(node.typeView()) ? nullptr : reasons::NODE_TYPE;
 }
 
 void SceneWalk::walk(const Node& node) {
