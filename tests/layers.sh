@@ -29,7 +29,7 @@ src/vsa/apply              include/vsa/foundation include/vsa/diagnostics includ
 src/vsa/apply/links        include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/apply
 src/vsa/apply/values       include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/containers src/foundation/text src/scene src/vsa/apply
 src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
-src/api                    include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/scene src/scene/model src/vsa
+src/api                    include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/foundation/text src/scene src/scene/model src/vsa
 src/api/c                  include/vsa include/vsa/values
 src/api/types              include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values
 src/api/reading/text       include/vsa include/vsa/reading include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
@@ -39,7 +39,7 @@ src/api/reading            include/vsa include/vsa/reading include/vsa/foundatio
 src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
 src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
 src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/write/text src/write/walk
-src/syntax                 include/vsa include/vsa/reading include/vsa/foundation src/vsa/lex
+src/syntax                 include/vsa include/vsa/reading include/vsa/foundation src/foundation/text src/vsa/lex
 ROWS
 }
 

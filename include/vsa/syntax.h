@@ -1,14 +1,13 @@
-// The tokens and statements of a text, without a loss: every token with the bytes that it is
-// written with and its place. For programs that check, format or edit a text. The scene of a text
-// comes from vsa::readText and its siblings.
+// The tokens and statements of a text: each token with its bytes, unchanged, and its position. For
+// programs that check, format or edit a text. vsa::readText and the like read its scene.
 //
 //   vsa::StatementReader statements("sphere ball: .radius = 1.0;");
 //   vsa::SyntaxStatement statement;
 //   while (statements.next(statement)) use(statement.kind, statement.tokens);
 //
-// The tokens are those that the reader reads, with the same boundaries. A text need not be valid: a
-// token that the reader rejects is a token of a kind of its own. White space, and what the format
-// treats like it, is what lies between two tokens.
+// The tokens are those of the reader, with the same boundaries. A text need not be valid: what the
+// reader rejects is a token of the kind Invalid or Unterminated. Only white space, and characters
+// that the format skips like white space, are between two tokens.
 //
 // A text is in memory, or comes from a Source and needs memory for one token only, 256 KiB at most:
 // a longer token is delivered in pieces. The functions throw std::bad_alloc and what the source
@@ -32,8 +31,8 @@ namespace vsa {
 enum class SyntaxKind : std::uint8_t {
   /// No bytes. The source has ended, or a byte 0xFF ends the text.
   EndOfText,
-  /// A byte that begins no token; or a list up to and with the first byte that it may not have. The
-  /// reader stops there; a SyntaxReader goes on behind it.
+  /// A byte that begins no token; or a list up to and including the first byte that it may not
+  /// have. The reader stops there; a SyntaxReader continues after it.
   Invalid,
   /// A string or list that the end of the text cuts off.
   Unterminated,
@@ -84,9 +83,10 @@ class VSA_API SyntaxReader {
   /// Reads a text in memory, which must stay as it is. Each token is one piece, and its text refers
   /// to the text.
   explicit SyntaxReader(std::string_view text);
-  /// Reads a source from where it stands. It must outlive the last call of `next`. The text of a
-  /// token is valid until the next call.
+  /// Reads a source from its current position. It must outlive the last call of `next`. The text of
+  /// a token is valid until the next call.
   explicit SyntaxReader(Source& source);
+  /// A reader that was moved from may only be assigned to or destroyed.
   SyntaxReader(SyntaxReader&&) noexcept;
   SyntaxReader& operator=(SyntaxReader&&) noexcept;
   ~SyntaxReader();
@@ -128,8 +128,8 @@ class VSA_API ListReader {
   /// Stores the next part. False at the end of the piece and at the end of the list.
   bool next(ListPart& out) noexcept;
 
-  /// Whether a blank stands behind the last element in the list that the reader makes of a token.
-  /// That is so in "(1 , )" and not in "(1 )". Asked at the end of the list.
+  /// Whether the reader's form of the list ends in a blank after the last element: true for
+  /// "(1 , )", false for "(1 )". Valid at the end of the list.
   bool endsInBlank() const noexcept { return last_ == Last::Blank; }
 
  private:
@@ -150,7 +150,7 @@ class VSA_API ListReader {
 enum class StatementKind : std::uint8_t {
   Comment,      ///< `# text`
   Declaration,  ///< `sphere ball;`
-  Block,        ///< `sphere ball:`; the statements behind it may begin with a dot.
+  Block,        ///< `sphere ball:`; the statements after it may begin with a dot.
   Remove,       ///< `remove ball;`
   Define,       ///< `define settings;`
   Assignment,   ///< `ball.radius = 1.0;`, `.material = clay;`

@@ -6,6 +6,8 @@
 
 #include <vsa/foundation/char_class.h>
 #include <vsa/foundation/string.h>
+#include "foundation/base/white_space.h"
+#include "foundation/text/letter_case.h"
 #include "scene/not_a_number.h"
 
 namespace vsa {
@@ -13,14 +15,10 @@ namespace vsa {
 namespace {
 
 namespace char_class = zn::char_class;
+using zn::isWord;
+using zn::detail::trimmed;
 
-bool isWord(std::string_view text, std::string_view lowerCase) {
-  return std::equal(
-      text.begin(), text.end(), lowerCase.begin(), lowerCase.end(),
-      [](char c, char lower) { return (c >= 'A' && c <= 'Z' ? c + 32 : c) == lower; });
-}
-
-// What the reader takes for a part of a bracket list; a NUL would end the name.
+// The characters of a bracket list. The reader also skips a NUL, but a name ends there.
 bool isInBrackets(char c) {
   const bool isWhite = char_class::is(c, char_class::WHITE) && c != '\0';
   return c == '[' || c == '*' || isWhite || char_class::is(c, char_class::DIGIT);
@@ -30,12 +28,6 @@ Status checkLine(std::string_view text) {
   if (text.find('\0') != std::string_view::npos) return EditError::NulCharacter;
   if (text.find_first_of("\n\r\xFF") != std::string_view::npos) return EditError::BadComment;
   return {};
-}
-
-std::string_view trimmed(std::string_view text) {
-  while (!text.empty() && char_class::is(text.front(), char_class::SPACE)) text.remove_prefix(1);
-  while (!text.empty() && char_class::is(text.back(), char_class::SPACE)) text.remove_suffix(1);
-  return text;
 }
 
 constexpr std::string_view VERSION = "version:";

@@ -31,8 +31,8 @@ bool ListReader::next(ListPart& out) noexcept {
   return true;
 }
 
-// A run of white space or a separator puts a blank behind an element, unless a closing bracket of
-// the list's kind follows. For a run, that is the first character behind it.
+// A run of white space or a separator appends a blank to an element, unless a closing bracket of
+// the list's kind follows it directly.
 void ListReader::skipOther(char c) noexcept {
   const bool isWhite = char_class::is(c, char_class::WHITE);
   if (pending_ == Pending::AfterWhite && isWhite) return;

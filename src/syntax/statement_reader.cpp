@@ -1,20 +1,15 @@
-// StatementReader: groups tokens into statements and names their form.
-#include <algorithm>
+// StatementReader: groups tokens into statements and determines their kinds.
 #include <span>
 #include <string_view>
 
 #include <vsa/syntax.h>
+#include "foundation/text/letter_case.h"
 
 namespace vsa {
 
 namespace {
 
 using Tokens = std::span<const SyntaxToken>;
-
-bool isWord(const SyntaxToken& token, std::string_view lower) {
-  return std::equal(token.text.begin(), token.text.end(), lower.begin(), lower.end(),
-                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
-}
 
 bool hasKind(Tokens tokens, std::size_t index, SyntaxKind kind) {
   return index < tokens.size() && tokens[index].kind == kind;
@@ -24,8 +19,8 @@ bool isChar(Tokens tokens, std::size_t index, char c) {
   return index < tokens.size() && tokens[index].is(c);
 }
 
-// node "." input, or "." input, then "[index]" and ".member". The index after it; 0 if there is
-// none at `from`, which is then not 0 itself or the first token.
+// node "." input, or "." input, then "[index]" and ".member". The index after it; `from` if there
+// is no path.
 std::size_t endOfPath(Tokens tokens, std::size_t from) {
   std::size_t at = from;
   if (hasKind(tokens, at, SyntaxKind::Word)) ++at;
@@ -42,7 +37,7 @@ std::size_t endOfPath(Tokens tokens, std::size_t from) {
   }
 }
 
-// A value; the index after it, or `from`.
+// The index after the value; `from` if there is none.
 std::size_t endOfValue(Tokens tokens, std::size_t from) {
   if (hasKind(tokens, from, SyntaxKind::Word)) {
     if (hasKind(tokens, from + 1, SyntaxKind::Parens)) return from + 2;
@@ -61,8 +56,8 @@ std::size_t endOfValue(Tokens tokens, std::size_t from) {
 StatementKind directive(Tokens tokens) {
   if (tokens[2].is(':')) return StatementKind::Block;
   if (!tokens[2].is(';')) return StatementKind::Malformed;
-  if (isWord(tokens[0], "remove")) return StatementKind::Remove;
-  return isWord(tokens[0], "define") ? StatementKind::Define : StatementKind::Declaration;
+  if (zn::isWord(tokens[0].text, "remove")) return StatementKind::Remove;
+  return zn::isWord(tokens[0].text, "define") ? StatementKind::Define : StatementKind::Declaration;
 }
 
 StatementKind assignment(Tokens tokens, std::size_t& valueIndex) {
@@ -92,7 +87,7 @@ StatementKind classify(Tokens tokens, std::size_t& valueIndex) {
 
 }  // namespace
 
-// The texts are copied, and the tokens get views of the copy once it does not move any more.
+// Sets the texts of the tokens to views of their copies, which are complete now and stay in place.
 void StatementReader::keepTexts(SyntaxStatement& out) {
   const char* at = kept_.data();
   for (SyntaxToken& token : out.tokens) {

@@ -7,6 +7,7 @@
 #include <vsa/syntax.h>
 #include "syntax/token_scan_state.h"
 #include "vsa/lex/byte_scan.h"
+#include "vsa/lex/token_text_pool.h"
 
 namespace vsa {
 
@@ -18,17 +19,17 @@ namespace lex = zn::korvo_sdk::impl;
 constexpr std::size_t BUFFER_BYTES = 256 << 10;
 constexpr char END_MARK = static_cast<char>(0xFF);
 
-bool isWord(std::string_view text, std::string_view lower) {
-  return std::equal(text.begin(), text.end(), lower.begin(), lower.end(),
-                    [](char a, char b) { return (a >= 'A' && a <= 'Z' ? a + 32 : a) == b; });
-}
-
 SyntaxKind kindOfWord(std::string_view text) {
-  if (text.size() != 4 && text.size() != 5) return SyntaxKind::Word;
-  if (isWord(text, "true")) return SyntaxKind::True;
-  if (isWord(text, "false")) return SyntaxKind::False;
-  if (isWord(text, "null")) return SyntaxKind::Null;
-  return SyntaxKind::Word;
+  switch (lex::typeOfWord(text)) {
+    case lex::Token::Type::True:
+      return SyntaxKind::True;
+    case lex::Token::Type::False:
+      return SyntaxKind::False;
+    case lex::Token::Type::Null:
+      return SyntaxKind::Null;
+    default:
+      return SyntaxKind::Word;
+  }
 }
 
 }  // namespace
@@ -47,19 +48,18 @@ class SyntaxReader::State {
 
  private:
   std::uint64_t skipWhite();
-  bool startToken();
   bool refill();
   void extend(const char* bytes, std::size_t count) noexcept;
   TextPosition position() const noexcept { return {offset_, line_, offset_ - lineBegin_ + 1}; }
   SyntaxToken piece(std::uint64_t lineFeedsBefore, bool isFirst);
-  void passOver(const char* to, const lex::LineFeeds& feeds) noexcept;
+  void moveTo(const char* to, const lex::LineFeeds& feeds) noexcept;
 
   Source* source_ = nullptr;  // null for a text in memory
   std::unique_ptr<char[]> buffer_;
   bool isEnded_ = false;  // the source, or the text at an end mark
   bool endedAtMark_ = false;
 
-  // The window. What lies before `begin_` is delivered, and what lies before `at_` is scanned.
+  // The window. The bytes before `begin_` were delivered, those before `at_` are scanned.
   const char* begin_ = nullptr;
   const char* at_ = nullptr;
   const char* end_ = nullptr;
@@ -93,7 +93,7 @@ bool SyntaxReader::keepsText() const noexcept {
   return state_->keepsText();
 }
 
-// Appends bytes that lie behind the window, up to an end mark.
+// Extends the window by the bytes after it, up to an end mark.
 void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept {
   const void* const mark = count != 0 ? std::memchr(bytes, END_MARK, count) : nullptr;
   if (begin_ == nullptr) begin_ = at_ = end_ = bytes;
@@ -102,7 +102,8 @@ void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept 
   isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
 }
 
-// Reads more of the source behind the window. False if there is no more, or no room for it.
+// Reads more of the source to the end of the window. False if there is no more, or if the buffer is
+// full.
 bool SyntaxReader::State::refill() {
   if (isEnded_) return false;
   const auto kept = static_cast<std::size_t>(end_ - begin_);
@@ -112,13 +113,13 @@ bool SyntaxReader::State::refill() {
   at_ = buffer + (at_ - begin_);
   begin_ = buffer;
   end_ = buffer + kept;
-  const std::size_t room = BUFFER_BYTES - kept;
-  extend(end_, std::min(source_->read(std::span(buffer + kept, room)), room));
+  const std::size_t capacity = BUFFER_BYTES - kept;
+  extend(end_, std::min(source_->read(std::span(buffer + kept, capacity)), capacity));
   return true;
 }
 
 // Moves `begin_`, and its place, to `to`.
-void SyntaxReader::State::passOver(const char* to, const lex::LineFeeds& feeds) noexcept {
+void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     line_ += feeds.count;
     lineBegin_ = offset_ + static_cast<std::uint64_t>(feeds.last + 1 - begin_);
@@ -138,7 +139,7 @@ std::uint64_t SyntaxReader::State::skipWhite() {
       skipped.last = at_;
     }
     feeds += skipped.count;
-    passOver(at_, skipped);
+    moveTo(at_, skipped);
   } while (at_ == end_ && refill());
   return feeds;
 }
@@ -152,7 +153,7 @@ SyntaxToken SyntaxReader::State::piece(std::uint64_t lineFeedsBefore, bool isFir
   token.lineFeedsBefore = lineFeedsBefore;
   token.range.begin = position();
   const bool mayHaveFeeds = token_.mayHaveLineFeeds();
-  passOver(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
+  moveTo(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
   token.range.end = position();
   if (token.kind == SyntaxKind::Word && isFirst && token.isLast) {
     token.kind = kindOfWord(token.text);

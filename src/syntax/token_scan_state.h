@@ -7,14 +7,14 @@
 
 namespace vsa::impl {
 
-/// Knows where in a token the scan stands, so that it can continue in the next block.
+/// The state of the scan of one token, which continues in the next block.
 class TokenScanState {
  public:
-  /// Begins with the token that begins with `first`, which is no white space.
+  /// Begins a token with its first character, which is not white space.
   void begin(char first) noexcept;
 
-  /// Reads on from `at`; the first call from the byte after the first one. Returns `end` if the
-  /// token is not over there; `isOver` tells. A byte 0xFF is not expected.
+  /// Scans [at, end); the first call begins at the second character of the token. Returns the end
+  /// of the token, or `end` if it continues: see `isOver`. There must be no byte 0xFF.
   const char* advance(const char* at, const char* end) noexcept;
 
   bool isOver() const noexcept { return isOver_; }
@@ -22,7 +22,7 @@ class TokenScanState {
   SyntaxKind kind() const noexcept { return kind_; }
   /// Whether the token may contain line feeds.
   bool mayHaveLineFeeds() const noexcept { return kind_ != SyntaxKind::Word && !isLine_; }
-  /// The text ends here.
+  /// Ends the token at the end of the text.
   void endText() noexcept;
 
  private:
@@ -37,7 +37,7 @@ class TokenScanState {
 
   SyntaxKind kind_ = SyntaxKind::EndOfText;
   bool isOver_ = false;
-  bool isLine_ = false;            // the token ends with its line at the latest
+  bool isLine_ = false;            // the token contains no line feed
   bool isAfterBackslash_ = false;  // in a string: the block ended with a backslash
   std::uint64_t depth_ = 0;        // in a list: open brackets of its kind
   char open_ = 0;
