@@ -1,8 +1,7 @@
-// NodePrefetch: how the memory of nodes is prefetched before many of them are looked up by name.
-// Internal.
+// NodePrefetch: prefetches the memory of nodes before they are looked up by name. Internal.
 //
-// The reader knows a scene through its interface only, which has no such operation. So a scene of
-// the library enters its NodePrefetch here, by the address of the scene. Scenes of hosts have none.
+// The scene interface has no operation for it. So each scene of the library registers its
+// NodePrefetch in a table of the process, under the address of the scene. A host's scene has none.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +22,7 @@ class NodePrefetch {
   ~NodePrefetch() = default;
 };
 
-/// Enters the prefetch of a scene, which must be removed before the scene is destroyed. Throws
+/// Registers the prefetch of a scene, which must be removed before the scene is destroyed. Throws
 /// std::bad_alloc. All three are safe from any thread.
 void addNodePrefetch(const interfaces::IScene* scene, const NodePrefetch* prefetch);
 void removeNodePrefetch(const interfaces::IScene* scene) noexcept;

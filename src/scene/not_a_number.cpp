@@ -23,7 +23,7 @@ bool isOtherNan(BitsOf<Real> bits) {
   return magnitude > INFINITE && magnitude != QUIET;
 }
 
-// Without a branch in the loop, so that the compiler makes vector instructions of it.
+// The inner loop has no branch, so that the compiler vectorizes it.
 template <class Real>
 bool haveOtherNan(std::span<const std::byte> bytes) {
   constexpr std::size_t RUN = 4096;

@@ -1,5 +1,5 @@
-// The not-a-numbers of a scene. A text writes one as "nan" or "-nan", and the reader makes of it
-// the quiet NaN of that sign whose other bits are zero. Internal.
+// Checks for NaNs that a text cannot carry. The reader converts "nan" and "-nan" to the quiet NaN
+// of that sign with payload 0, so a text has no other NaN. Internal.
 #pragma once
 
 #include <cstddef>

@@ -102,7 +102,7 @@ class VsaParser {
   bool buffer(AssignInfo& info);
   bool parseElem(const String& text, DataType type, unsigned char* out);
 
-  // parser.cpp: apply/link_resolver.h does the work.
+  // parser.cpp: a LinkResolver does the work (apply/links).
 
   void resolveConnections();
   void resolveReferences();

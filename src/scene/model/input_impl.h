@@ -32,9 +32,11 @@ class InputImpl final : public Input {
     return nameTag_ == static_cast<std::uint32_t>(hash) && name_ == name;
   }
   NodeImpl& owner() const noexcept;
-  bool isInputOf(const NodeImpl& node) const noexcept { return parent_.node == &node; }
+  bool isInputOf(const NodeImpl& node) const noexcept {
+    return isNodeInput_ && parent_.node == &node;
+  }
   bool isRemoved() const noexcept { return isRemoved_; }
-  /// Marks an input that its node, array or object no longer has, and frees what it holds.
+  /// Marks the input as removed from its node, array or object, and frees its value.
   void remove() noexcept;
   void clearValue() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }

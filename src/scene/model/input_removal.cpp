@@ -1,4 +1,4 @@
-// Input: what takes values, elements and members away again.
+// Input: removal of values, elements and members.
 #include <algorithm>
 
 #include "scene/model/input_impl.h"
@@ -31,8 +31,8 @@ void InputImpl::remove() noexcept {
   clearValue();
 }
 
-// Depth first and without recursion, for inputs may nest 65,535 levels: an input loses its last
-// child until it has none.
+// Depth first and without recursion, because inputs may nest 65,535 levels: removes the last child
+// of an input until it has none.
 void InputImpl::clearValue() noexcept {
   InputImpl* input = this;
   while (true) {
@@ -63,7 +63,7 @@ InputImpl* InputImpl::takeLastChild() noexcept {
   return child;
 }
 
-// Of an input without elements and members.
+// Requires that the input has no elements and no members.
 void InputImpl::clearOwnValue() noexcept {
   markUsed();
   SmallBlockPool& pool = storage().pool;

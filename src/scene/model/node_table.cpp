@@ -15,7 +15,7 @@ inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name
   return found;
 }
 
-// The first node whose name has the same tag: most often the one.
+// Prefetches the first node whose name has the same tag: mostly the node of that name.
 void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   const std::uint64_t position = index_.find(nameHash, [](std::uint64_t) { return true; });
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);

@@ -27,7 +27,7 @@ class NodeTable final : public NodePrefetch {
 
   /// The node of that name, or null.
   NodeImpl* find(const String& name);
-  /// The same without a String, and without remembering the answer.
+  /// The same without a String and without caching the answer, so that several threads may call it.
   NodeImpl* lookUp(std::string_view name) const noexcept;
   /// Creates a node. Returns null if the name exists. Throws std::bad_alloc; then nothing has
   /// changed.

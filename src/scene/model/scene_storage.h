@@ -34,7 +34,6 @@ struct SceneStorage {
   // Except the first output of each node, which is a member of the node.
   Slabs<OutputImpl, SceneStorage> outputs{this};
   OutputNames outputNames;
-  // The input of a node found last: consecutive look-ups are mostly for the same input.
   SceneLimits limits;
   FileHeader header;
 };

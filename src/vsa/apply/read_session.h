@@ -15,8 +15,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Thrown to end a reading without a message of the parser: cancelled, or over a limit. It is no
-/// std::exception, so no handler between the session and its owner takes it for a host's error.
+/// Thrown to end a reading without a message of the parser: cancelled, or over a limit. It is not a
+/// std::exception, so that no handler treats it as an error of the host.
 struct ReadStopped {};
 
 /// Position of a token's last character. Zero before the first token.
@@ -236,7 +236,7 @@ class ReadSession {
   static constexpr std::uint64_t INPUT_BYTES = 64;
   static constexpr std::uint64_t LINK_BYTES = 64;
   static constexpr std::uint64_t TEXT_BYTES = 32;
-  // Shorter values are not looked at before they are replaced.
+  // A shorter string does not subtract the memory of the value that it replaces.
   static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
 
   void dropValue() noexcept {

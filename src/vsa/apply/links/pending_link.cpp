@@ -39,9 +39,10 @@ const char* TextArena::copyOf(std::string_view text) {
 }
 
 void TextArena::addChunk(std::size_t bytes) {
-  chunks_.push_back(nullptr);  // first, so that the chunk cannot be lost
-  left_ = std::max(bytes, chunkBytes_);
-  chunks_[chunks_.size - 1] = next_ = new char[left_];
+  chunks_.push_back(nullptr);  // first, so that the chunk cannot be leaked
+  const std::size_t capacity = std::max(bytes, chunkBytes_);
+  chunks_[chunks_.size - 1] = next_ = new char[capacity];
+  left_ = capacity;  // last: the old chunk is still in use if the allocation fails
   chunkBytes_ = std::min(2 * chunkBytes_, MAX_CHUNK_BYTES);
 }
 

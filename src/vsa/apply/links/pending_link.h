@@ -1,8 +1,8 @@
 // PendingLink: the data needed to resolve a reference or connection. Internal.
 //
 // A text may contain millions of links. All are kept until its last statement has been parsed. An
-// AssignInfo with its paths takes at least 500 bytes. A PendingLink takes 24, and its source lies
-// side by side with the others in the table.
+// AssignInfo takes 352 bytes, and 96 for the three tokens of each path. A PendingLink takes 24, and
+// the texts of all sources are adjacent in an arena.
 #pragma once
 
 #include <cstddef>
@@ -29,7 +29,7 @@ struct PendingLink {
   TextPlace place;
 };
 
-/// The memory of texts that are freed together.
+/// Copies of texts that are freed together.
 class TextArena {
  public:
   TextArena() = default;
@@ -41,7 +41,7 @@ class TextArena {
   const char* copyOf(std::string_view text);
 
  private:
-  // The first chunk is small: a host may send one statement at a time.
+  // The first chunk is small: a host may read texts of one statement.
   static constexpr std::size_t MIN_CHUNK_BYTES = 256;
   static constexpr std::size_t MAX_CHUNK_BYTES = std::size_t{1} << 16;
 
