@@ -6,10 +6,11 @@
 
 namespace zn {
 
-/// Receives the bytes of a stream, part by part.
+/// Receives the bytes of a stream.
 class StreamSink {
  public:
   virtual ~StreamSink() = default;
+  /// Receives the next `count` bytes, 0 or more. What it throws ends the compression.
   virtual void put(const unsigned char* bytes, std::size_t count) = 0;
 };
 

@@ -10,15 +10,15 @@
 
 namespace zn::detail {
 
-/// What the system says about a value of errno.
+/// The system's message for a value of errno. Throws std::bad_alloc.
 String messageOfError(int error);
 
-/// Reads a file descriptor, without a byte order mark at its beginning, and closes it in the end.
-/// It calls read(2) because fread waits for a full block, even of a pipe that has some bytes.
+/// Reads a file descriptor and skips a byte order mark at the beginning. The destructor closes the
+/// descriptor. Calls read(2), because fread waits for a full block, even if a pipe has some bytes.
 class DescriptorSource final : public ByteSource {
  public:
-  /// Opens the file at `path`, which is not null, for reading. Null if that fails; `error` is then
-  /// the value of errno. Throws std::bad_alloc.
+  /// Opens the file at `path`, which is not null, for reading. The caller owns the result. Null if
+  /// that fails; `error` is then the value of errno. Throws std::bad_alloc.
   static DescriptorSource* open(const char* path, int& error);
 
   std::size_t read(char* to, std::size_t capacity) override;
@@ -26,9 +26,9 @@ class DescriptorSource final : public ByteSource {
 
   /// Bytes of a regular file, without its byte order mark; not set for a pipe or a device.
   std::optional<std::uint64_t> textBytes() const noexcept;
-  /// Reads `count` bytes that begin `offset` bytes behind the byte order mark, without moving the
-  /// position of `read`. Returns how many there are; 0 for what cannot be read twice. Call it after
-  /// the first `read`.
+  /// Reads `count` bytes from `offset` on, counted from the end of the byte order mark, without
+  /// moving the position of `read`. Returns the number of bytes read, which is 0 for a pipe or a
+  /// device. Call it after the first `read`.
   std::size_t readAt(std::uint64_t offset, char* to, std::size_t count) const noexcept;
 
  private:

@@ -15,8 +15,8 @@ namespace {
 constexpr std::uint32_t TEN_TO_8 = 100'000'000;
 constexpr std::uint64_t ASCII_ZEROS = 0x3030303030303030;
 
-/// The eight decimal digits of a number below 10^8, a digit a byte, the first one lowest. Halves
-/// the number three times, all parts of a step in one multiplication.
+/// The eight decimal digits of a number below 10^8, a digit a byte, the first one lowest. Splits
+/// the number into halves three times; one multiplication splits all parts of a step.
 std::uint64_t eightDigits(std::uint32_t number) {
   const std::uint64_t upper = number / 10000;
   const std::uint64_t fours = upper | (number - upper * 10000) << 32;
@@ -34,20 +34,20 @@ void storeWord(char* to, std::uint64_t word) {
   }
 }
 
-// Significant digits, the first one not zero: the first, and behind it one or two words of eight,
-// the first one lowest, which end in zeros.
+// Significant digits: the first one, which is not zero, followed by one or two words of eight
+// digits, the first one lowest. Unused digits at the end are zeros.
 
 struct NineDigits {
   std::uint64_t first;
   std::uint64_t word;
-  int total;  // of them, with the zeros at the end of the number
+  int total;  // the number of digits, including zeros at the end of the number
 
   int count() const { return word == 0 ? 1 : 9 - std::countl_zero(word) / 8; }
   void store(char* to) const {
     to[0] = static_cast<char>('0' + first);
     storeWord(to + 1, word | ASCII_ZEROS);
   }
-  /// The digits behind the first `count`, 1 to 8.
+  /// Stores the digits after the first `count`, which is 1 to 8.
   void storeAfter(int count, char* to) const {
     storeWord(to, word >> (8 * (count - 1)) | ASCII_ZEROS);
   }
@@ -67,7 +67,7 @@ struct SeventeenDigits {
     storeWord(to + 1, words[0] | ASCII_ZEROS);
     storeWord(to + 9, words[1] | ASCII_ZEROS);
   }
-  /// The digits behind the first `count`, 1 to 16.
+  /// Stores the digits after the first `count`, which is 1 to 16.
   VSA_WRAPS_AROUND void storeAfter(int count, char* to) const {
     const int bits = 8 * ((count - 1) % 8);
     const std::uint64_t next = count > 8 ? words[1] : words[0];
@@ -78,7 +78,8 @@ struct SeventeenDigits {
   }
 };
 
-/// Of a number below 10^9 that is not 0. Without branches, as half of the numbers have nine digits.
+/// The digits of a number below 10^9 that is not 0. Without branches: whether a number has nine
+/// digits is unpredictable.
 [[gnu::always_inline]] inline NineDigits nineDigits(std::uint32_t number) {
   const std::uint32_t upper = number / TEN_TO_8;
   const std::uint64_t word = eightDigits(number - upper * TEN_TO_8);
@@ -89,12 +90,12 @@ struct SeventeenDigits {
           8 - zeros + (upper == 0 ? 0 : 1)};
 }
 
-/// Of a number from 10^9 to 10^17 - 1.
+/// The digits of a number from 10^9 to 10^17 - 1.
 VSA_WRAPS_AROUND SeventeenDigits seventeenDigits(std::uint64_t number) {
   const std::uint64_t upper = number / TEN_TO_8;
   const std::uint64_t last = eightDigits(static_cast<std::uint32_t>(number - upper * TEN_TO_8));
   const NineDigits front = nineDigits(static_cast<std::uint32_t>(upper));
-  // The last word moves up behind the digits of the front.
+  // Moves the last word up to the digits of the front.
   const int bits = 8 * (9 - front.total);
   if (bits == 0) return {front.first, {front.word, last}, 17};
   return {front.first, {front.word | last << (64 - bits), last >> bits}, front.total + 8};
@@ -139,11 +140,11 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
 template <class Digits>
 [[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
   const int count = digits.count();
-  const int point = digits.total + exponent;   // how many digits stand before the point
-  const int exponentRoom = count > 1 ? 5 : 4;  // of ".", "e-05" and the like
+  const int point = digits.total + exponent;    // the number of digits before the point
+  const int exponentWidth = count > 1 ? 5 : 4;  // of ".", "e-05" and the like
   if (point > 0 && point < count) return putWithPoint(to, digits, count, point);
-  if (point <= 0 && 2 - point <= exponentRoom) return putFraction(to, digits, count, -point);
-  if (point > 0 && point <= count + exponentRoom) return putInteger(to, digits, count, point);
+  if (point <= 0 && 2 - point <= exponentWidth) return putFraction(to, digits, count, -point);
+  if (point > 0 && point <= count + exponentWidth) return putInteger(to, digits, count, point);
   return putWithExponent(to, digits, count, point - 1);
 }
 

@@ -1,10 +1,10 @@
-// From a number to its shortest text. Internal.
+// Converts a number to its shortest text. Internal.
 //
-// The text of a real has the fewest digits that read back as the same real, and of the fixed and
-// the exponent notation the one that std::to_chars chooses: fixed unless the exponent makes the
-// text shorter. The exponent has neither plus sign nor leading zeros. Examples: 0.5  -0  100  1e5
-// 1.5e-7  16777216  inf  -nan. As an element of a list every such text reads back; a real that
-// stands alone needs a point (printRealWithPoint).
+// The text of a real has the fewest digits that read back as the same real. Its notation is the one
+// that std::to_chars chooses: fixed, unless an exponent makes the text shorter. The exponent has
+// neither plus sign nor leading zeros. Examples: 0.5  -0  100  1e5  1.5e-7  16777216  inf  -nan. In
+// a list the reader accepts every such text. A real that stands alone needs a point
+// (printRealWithPoint).
 #pragma once
 
 #include <charconv>
@@ -14,8 +14,8 @@
 
 namespace zn::numbers {
 
-/// The room that each of the functions needs at `to`; they may write anything there, behind the
-/// text too.
+/// The number of bytes that each function may write at `to`, including unspecified bytes after the
+/// text.
 inline constexpr std::size_t PRINT_CAPACITY = 48;
 
 /// Writes the text of `value` to `to` and returns its end.

@@ -1,4 +1,4 @@
-// The powers of ten that the shortest decimal of a double is computed with. Internal.
+// The powers of ten for the shortest decimal of a double. Internal.
 #pragma once
 
 #include "foundation/base/wide_multiply.h"

@@ -1,4 +1,4 @@
-// From a binary real to the shortest decimal that reads back as the same real. Internal.
+// Converts a binary real to the shortest decimal that reads back as the same real. Internal.
 //
 // The method is Schubfach: R. Giulietti, "The Schubfach way to render doubles" (2020). Of all
 // decimals inside the rounding interval of the real it finds one with the fewest digits, and of
@@ -17,7 +17,7 @@
 
 namespace zn::numbers {
 
-/// digits * 10^exponent. The digits may end in zeros, which say nothing.
+/// digits * 10^exponent. The digits may end in zeros.
 template <class Digits>
 struct Decimal {
   Digits digits;
@@ -44,7 +44,7 @@ constexpr auto makeFloatPowers() {
 
 inline constexpr auto FLOAT_POWERS = makeFloatPowers();
 
-/// What the method needs to know of a type: its layout, and its powers of ten.
+/// The layout of a type, and its powers of ten.
 template <class Real>
 struct RealLayout;
 
@@ -59,7 +59,8 @@ struct RealLayout<float> {
     return FLOAT_POWERS[static_cast<std::size_t>(exponent - MIN_FLOAT_POWER)];
   }
 
-  /// The upper half of power * factor, with the lowest bit set if anything was cut off.
+  /// The upper bits of power * factor, with the lowest bit set if the others are more than the
+  /// error of the power, which is rounded up.
   VSA_WRAPS_AROUND static Bits roundedToOdd(std::uint64_t power, Bits factor) {
     const detail::Wide product = detail::multiply(power, factor);
     return static_cast<Bits>(product.high) | static_cast<Bits>((product.low >> 32) > 1);
@@ -109,7 +110,7 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
   const Bits biased = (bits >> Layout::MANTISSA_BITS) & Layout::EXPONENT_MASK;
   const Bits mantissa = biased == 0 ? fraction : fraction | HIDDEN_BIT;
   const int exponent = static_cast<int>(biased == 0 ? 1 : biased) - Layout::EXPONENT_BIAS;
-  // An integer that the mantissa holds has no shorter decimal, but for zeros at its end.
+  // An integer that fits into the mantissa has no shorter decimal, except for zeros at its end.
   if (exponent <= 0 && exponent >= -Layout::MANTISSA_BITS &&
       (mantissa & ((Bits{1} << -exponent) - 1)) == 0) {
     return {static_cast<Bits>(mantissa >> -exponent), 0};
@@ -129,9 +130,9 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
   const Bits lower = lowerEnd + isOdd;
   const Bits upper = upperEnd - isOdd;
 
-  // One digit fewer, if exactly one such decimal is inside. Otherwise the decimal below the real or
-  // the one above: the one inside, or the nearer one if both are. Without branches, because what a
-  // number needs cannot be predicted: 22 ns a float with them, 15 ns without.
+  // One digit fewer, if exactly one such decimal is in the interval. Otherwise the decimal below
+  // the real or the one above: the one in the interval, or the nearer one if both are. Without
+  // branches, because they would be unpredictable: 15 ns a float, 22 ns with branches.
   const Bits digits = value / 4;
   const Bits shorter = digits / 10;
   const bool isBelowInside = lower <= shorter * 40;
