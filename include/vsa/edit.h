@@ -5,9 +5,10 @@
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every change returns a Status, and none throws. A refused change changes nothing, except that an
-// input may have no value after OutOfMemory. A missing node or input refuses every change, so calls
-// can be chained without checks. A change that a text cannot carry is refused: see EditError.
+// Every change returns a Status, and none throws. A refused change changes nothing, except after
+// OutOfMemory: the input may have no value, and the header of a scene may have lost comments. A
+// missing node or input refuses every change, so calls can be chained without checks. A change that
+// a text cannot carry is refused: see EditError.
 //
 // add() returns an existing input or member unchanged. set() of a value of another type replaces
 // both value and type, unless the node's type is declared: then the declared types are kept.

@@ -7,7 +7,8 @@
 
 namespace vsa {
 
-/// Why a change was refused. A refused change changes nothing.
+/// Why a change was refused. A refused change changes nothing, except after OutOfMemory: see
+/// edit.h.
 enum class EditError : std::uint8_t {
   None,
   // The node or input to be changed.

@@ -139,7 +139,8 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   virtual std::unique_ptr<HostInput> makeInput(HostInput* parent, std::string_view name,
                                                std::uint64_t index, ValueType type);
 
-  // INode. A node has every input and every output that a text names.
+  // INode. A node has every input and every output that a text names. An override of `output` must
+  // return a HostOutput or null.
 
   zn::String name() const override { return name_; }
   zn::String type() const override { return type_; }

@@ -50,7 +50,7 @@ class VSA_API Scene {
   Status removeNode(NodeView node) noexcept;
 
   // The header of the file. In a text, version and time are in comments. So these functions change
-  // the comments of the scene, too.
+  // the comments of the scene, too. After OutOfMemory, comments may be missing.
 
   /// Sets the version. Replaces the first comment that contains "version:" by "# version: N" and
   /// removes the others. If there is none, puts the new comment before all others.

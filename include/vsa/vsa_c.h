@@ -207,7 +207,7 @@ VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length
 
 /* --- the scene --- */
 
-/* The header of the file. Version 1 if the text names none. */
+/* The header of the file. If the text names no version, it is 1, or 0 if `keep_header` was set. */
 VSA_C_API uint64_t vsa_file_version(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
@@ -235,8 +235,8 @@ VSA_C_API const vsa_input* vsa_find_member(const vsa_input* object, const char* 
 
 /* Empty for an element of an array. */
 VSA_C_API vsa_text vsa_input_name(const vsa_input* input);
-/* Writes the path, such as "rig.bones[2].at", and a NUL into `capacity` bytes, cut off if need be.
- * Returns its length without the NUL. */
+/* Writes the path, such as "rig.bones[2].at", and a NUL into `capacity` bytes, and cuts it off if
+ * it is longer. Returns the length of the whole path without the NUL; 0 if memory runs out. */
 VSA_C_API size_t vsa_input_path(const vsa_input* input, char* out, size_t capacity);
 
 /* The type of an input; the numbers are stable. */

@@ -1,12 +1,12 @@
-// BackLinks: one walk counts the links of each node, a second one puts them in place.
+// BackLinks: the first walk counts the links of each node, the second one stores them.
 #include <vsa/back_links.h>
 
 namespace vsa {
 
 namespace {
 
-// Calls `visit` for the input and for all elements and members in it. An explicit stack: a scene
-// may nest 65,535 levels.
+// Calls `visit` for the input and for all elements and members in it. Not recursive: a scene may
+// have 65,535 levels.
 template <class Visit>
 void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit) {
   stack.push_back(root);

@@ -1,8 +1,8 @@
-// The node and the input that stand for everything that a HostScene does not keep. Internal.
+// One node and one input that represent all nodes that a HostScene does not keep. Internal.
 //
-// The reader walks a path from the node on for every statement, and what it has just asked for is
-// always the place that it uses next. So one input is enough: it has the type that it was last made
-// with, and nothing is ever found in it.
+// For every statement the reader follows the path from the node, and uses only the input that it
+// got last. So one input is enough: it has the type with which it was created last, and look-ups in
+// it find nothing.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ namespace detail {
 
 class DroppedInput final : public zn::korvo_sdk::interfaces::IInput {
  public:
-  DroppedInput* madeAs(ValueType type, ValueType elementType) noexcept {
+  DroppedInput* createdAs(ValueType type, ValueType elementType) noexcept {
     type_ = type;
     elementType_ = elementType;
     count_ = 0;
@@ -31,20 +31,20 @@ class DroppedInput final : public zn::korvo_sdk::interfaces::IInput {
   const zn::korvo_sdk::interfaces::IEnumeration* enumValues() const override { return nullptr; }
   ValueType elementType() const override { return elementType_; }
   ElementType bufferType() const override { return ElementType::Null; }
-  /// Has any number of elements at once, for a text may name any index.
+  /// From then on, the array has every index that a text may name.
   void appendElement() override { count_ = std::numeric_limits<std::uint64_t>::max(); }
   bool isArray(bool /*flag*/) const override { return type_ == ValueType::Array; }
   bool refusesValues() const override { return false; }
   DroppedInput* createInput(const zn::String& /*name*/, ValueType type) override {
-    return madeAs(type, ValueType::Null);
+    return createdAs(type, ValueType::Null);
   }
   DroppedInput* createArray(const zn::String& /*name*/, ValueType elementType) override {
-    return madeAs(ValueType::Array, elementType);
+    return createdAs(ValueType::Array, elementType);
   }
   bool hasInput(const zn::String& /*name*/, ValueType /*type*/) override { return false; }
   std::uint64_t count() const override { return count_; }
   DroppedInput* element(std::uint64_t /*index*/) override {
-    return madeAs(elementType_, ValueType::Null);
+    return createdAs(elementType_, ValueType::Null);
   }
   DroppedInput* input(const zn::String& /*name*/) override { return this; }
   void set(const zn::korvo_sdk::AttrData& structure) override {

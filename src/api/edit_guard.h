@@ -1,5 +1,4 @@
-// What all changes of a scene have in common: where they are refused, and that they throw nothing.
-// Internal.
+// The checks and the exception handler that all changes of a scene share. Internal.
 #pragma once
 
 #include <new>
@@ -14,8 +13,8 @@
 
 namespace vsa::detail {
 
-/// Calls `change()`, which returns a Status or an Added. What memory or a limit of the scene throws
-/// becomes its error.
+/// Calls `change()`, which returns a Status or an Added, and returns its result. If it throws for
+/// want of memory or at a limit of the scene, returns the error for that.
 template <class Change>
 auto guarded(const Change& change) noexcept -> decltype(change()) {
   try {

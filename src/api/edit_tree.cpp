@@ -1,4 +1,4 @@
-// Node and Input: what lies below them: inputs, elements and members.
+// Node and Input: adding and removing inputs, elements and members.
 #include <limits>
 #include <utility>
 
@@ -28,25 +28,25 @@ bool isAtDepthLimit(const PlainInput& input) {
   return input.level() >= input.owner()->scene()->depthLimit();
 }
 
-// The scene bounds the elements that texts skip on the way to a higher index. Elements that a
-// program asks for are not among them: there is no bound while this object exists.
-class UnboundedElements {
+// The scene limits the elements that a text skips to reach a higher index. Elements that a program
+// appends do not count: there is no limit while this object exists.
+class NoElementLimit {
  public:
-  explicit UnboundedElements(zn::korvo_sdk::Scene& scene) noexcept
+  explicit NoElementLimit(zn::korvo_sdk::Scene& scene) noexcept
       : scene_(scene), limit_(scene.emptyElementLimit()) {
     scene_.setEmptyElementLimit(std::numeric_limits<std::uint64_t>::max());
   }
-  UnboundedElements(const UnboundedElements&) = delete;
-  UnboundedElements& operator=(const UnboundedElements&) = delete;
-  ~UnboundedElements() { scene_.setEmptyElementLimit(limit_); }
+  NoElementLimit(const NoElementLimit&) = delete;
+  NoElementLimit& operator=(const NoElementLimit&) = delete;
+  ~NoElementLimit() { scene_.setEmptyElementLimit(limit_); }
 
  private:
   zn::korvo_sdk::Scene& scene_;
   const std::uint64_t limit_;
 };
 
-// Sets an input of a node or a member of an object. A new one that does not take the value is
-// removed again.
+// Sets an input of a node or a member of an object. If the value is refused, removes the input or
+// member that was added for it.
 template <class Owner>
 Status setNamed(const Owner& owner, TextParameter name, const Value& value) noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;
@@ -59,7 +59,7 @@ Status setNamed(const Owner& owner, TextParameter name, const Value& value) noex
 }
 
 PlainInput* appendTo(PlainInput& array) {
-  const UnboundedElements scope(*array.owner()->scene());
+  const NoElementLimit scope(*array.owner()->scene());
   const std::uint64_t index = array.count();
   array.appendElement();
   PlainInput* const made = array.element(index);
@@ -67,16 +67,17 @@ PlainInput* appendTo(PlainInput& array) {
   return made;
 }
 
-// None, or why the array cannot grow to `count` elements.
-Status checkGrowth(const PlainInput* array, std::uint64_t count) {
+// None, or why the array cannot have `count` elements.
+Status checkCount(const PlainInput* array, std::uint64_t count) {
   if (const Status status = detail::checkInput(array); !status) return status;
   if (array->type() != ValueType::Array) return EditError::NotAnArray;
   if (count > MAX_ELEMENTS) return EditError::TooMany;
-  return isAtDepthLimit(*array) ? EditError::TooDeep : EditError::None;
+  const bool isTooDeep = count > array->count() && isAtDepthLimit(*array);
+  return isTooDeep ? EditError::TooDeep : EditError::None;
 }
 
 Status checkAppend(const PlainInput* array) {
-  return checkGrowth(array, array != nullptr ? array->count() + 1 : 0);
+  return checkCount(array, array != nullptr ? array->count() + 1 : 0);
 }
 
 // Appends an element and calls `set(element)`. Removes the element again if that is refused.
@@ -140,7 +141,7 @@ Status Input::appendBuffer(ElementType type, std::uint64_t count,
 
 Status Input::resize(std::uint64_t count) const noexcept {
   PlainInput* const array = mutablePlain();
-  if (const Status status = checkGrowth(array, count); !status) return status;
+  if (const Status status = checkCount(array, count); !status) return status;
   const std::uint64_t before = array->count();
   if (count > before && array->elementType() == ValueType::Buffer) return EditError::BadBufferType;
   const Status status = guarded([&]() -> Status {

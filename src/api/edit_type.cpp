@@ -13,7 +13,7 @@ bool isDeclaredInput(const PlainInput& input) noexcept {
   return input.parent() == nullptr && input.owner()->isDeclared();
 }
 
-// The reader makes elements by the type of the array. A Null array is filled by links.
+// The reader creates elements with the element type of the array. A Null array takes links only.
 Status checkElement(const PlainInput& array, ValueType type) noexcept {
   const ValueType elements = array.elementType();
   if (elements != ValueType::Null)
@@ -22,7 +22,7 @@ Status checkElement(const PlainInput& array, ValueType type) noexcept {
                                                             : EditError::OtherElementType;
 }
 
-// A declared Null input takes links and members, and no value.
+// A declared input of type Null takes links and members, but no value.
 Status checkDeclared(const PlainInput& input, ValueType type) noexcept {
   const bool isLink = type == ValueType::Node;
   if (!isLink && input.refusesValues()) return EditError::TakesNoValue;

@@ -11,14 +11,14 @@ namespace vsa::detail {
 /// None, or why a text cannot carry the value.
 Status checkValue(const Value& value) noexcept;
 
-/// None, OtherElementType, DeclaredType or TakesNoValue: whether the input can hold a value of the
-/// type. Null asks whether it can be without a value.
+/// None, OtherElementType, DeclaredType or TakesNoValue: whether the input can have a value of the
+/// type. For Null: whether it can have no value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
-/// The same of a buffer with these elements.
+/// The same for a buffer with elements of that type.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
-/// Takes a value of another type away, so that the input has that type or Null. Call it after
+/// Removes a value of another type, so that the input has that type or Null. Call it after
 /// `checkTakes` has allowed the type.
 void makeReadyFor(zn::korvo_sdk::Input& input, ValueType type) noexcept;
 

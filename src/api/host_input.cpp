@@ -1,4 +1,4 @@
-// HostInput: types, elements and members; values and links are told to the node.
+// HostInput: types, elements and members. Passes values and links to the node.
 #include <cstdlib>
 #include <utility>
 
@@ -13,7 +13,7 @@ using zn::korvo_sdk::AttrData;
 using zn::korvo_sdk::DiagnosticId;
 using zn::korvo_sdk::Emitter;
 
-// Frees the memory of a value when the host has been told of it, also if that throws.
+// Frees the memory of a value after the host's function was called, also if that throws.
 class ValueMemory {
  public:
   explicit ValueMemory(const AttrData& value) : value_(value) {}
@@ -80,7 +80,7 @@ bool HostInput::isArray(bool /*flag*/) const {
   return type_ == ValueType::Array;
 }
 
-// An input that only a link or a member has named has no type yet.
+// Sets the type of an input that has none: only links or members have named it so far.
 void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }

@@ -1,4 +1,4 @@
-// HostScene and HostNode: nodes by name, and what is told to the host. Inputs are in
+// HostScene and HostNode: nodes by name, and the calls of the host's functions. Inputs are in
 // host_input.cpp.
 #include <vsa/host_scene.h>
 

@@ -1,4 +1,4 @@
-// vsa::Scene: what it owns, and its nodes. Its header is changed in scene_header.cpp.
+// vsa::Scene: ownership and nodes. The functions for its header are in scene_header.cpp.
 #include <vsa/scene.h>
 
 #include <vsa/text_rules.h>

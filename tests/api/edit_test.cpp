@@ -383,6 +383,9 @@ TEST(Edit, KeepsToTheLimitsOfTheScene) {
   EXPECT_DONE(scene["r"]["k"].append(1));
   scene.plain().setDepthLimit(0);
   EXPECT_REFUSED(scene["r"].set("x", 1), TooDeep);
+  EXPECT_REFUSED(scene["r"]["k"].resize(3), TooDeep);
+  EXPECT_DONE(scene["r"]["k"].resize(2));
+  EXPECT_DONE(scene["r"]["k"].resize(1));
   scene.plain().setDepthLimit(2);
   // The bound of elements that texts skip does not count those that a program asks for.
   scene.plain().setEmptyElementLimit(0);

@@ -1,5 +1,5 @@
-// What a handle of vsa_c.h stands for. Handles of nodes and inputs are the addresses of the scene's
-// own objects. Internal.
+// The objects behind the handles of vsa_c.h. Handles of nodes and inputs are the addresses of the
+// scene's own objects. Internal.
 #pragma once
 
 #include <string_view>
@@ -39,7 +39,7 @@ inline vsa_text textOf(std::string_view text) noexcept {
   return {text.data() != nullptr ? text.data() : "", text.size()};
 }
 
-/// 0 if there is no buffer.
+/// Stores the buffer in `out`, unless it is null, and returns 1. Returns 0 if there is no buffer.
 int storeBuffer(const BufferView& buffer, vsa_buffer* out) noexcept;
 
 }  // namespace vsa::c

@@ -1,4 +1,4 @@
-// The functions of vsa_c.h that read a text and say how it went.
+// The functions of vsa_c.h that read a text, and those for the result of a reading.
 #include <cstring>
 #include <new>
 #include <optional>
