@@ -34,7 +34,7 @@
 
 namespace vsa {
 
-/// Where a text comes from, if it is neither a file nor in memory: an archive, a socket, a decoder.
+/// A source of a text that is neither a file nor in memory: an archive, a socket, a decoder.
 /// The host owns it. What its functions throw ends the reading with ReadStatus::HostException.
 class VSA_API Source {
  public:
@@ -42,13 +42,14 @@ class VSA_API Source {
   /// Writes up to `to.size()` bytes, 1 or more, and returns how many; 0 at the end and when a read
   /// fails. A larger result counts as `to.size()`.
   virtual std::size_t read(std::span<char> to) = 0;
-  /// Bytes in all, if that is known before the end is reached.
+  /// The number of bytes from the current position to the end, if it is known before the end is
+  /// reached. 0 also means unknown.
   virtual std::optional<std::uint64_t> size() const { return std::nullopt; }
   /// Why a read failed, as a message for people; empty if none has failed.
   virtual std::string error() const { return {}; }
 };
 
-/// What a text has for a buffer that was not read, see BufferMode::Skip.
+/// A buffer of a text that was not read, see BufferMode::Skip.
 struct SkippedBuffer {
   /// The input that it is for, such as "worktop.points".
   std::string inputPath;
@@ -127,7 +128,7 @@ VSA_API ReadResult readText(std::span<const std::byte> text,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readText(const char* text, const ReadOptions& options = {}) noexcept;
 
-/// Reads a source, from where it stands up to its end, into a new scene.
+/// Reads a source, from its current position to its end, into a new scene.
 VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) noexcept;
 
 /// A buffer literal that was read later.
@@ -154,8 +155,8 @@ VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuff
 VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
                                         const ReadOptions& options = {}) noexcept;
 
-// The reading functions into a scene that is there: nodes are added to those that it has. The scene
-// is the library's own or a host's. An unreadable file or null text changes nothing in it.
+// The same functions for an existing scene: nodes are added to those that it has. The scene is the
+// library's own or a host's. An unreadable file or null text changes nothing in it.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;
