@@ -28,7 +28,7 @@ src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/di
 src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/scene src/vsa/lex
 src/vsa/apply/links        include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/apply
 src/vsa/apply/values       include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/containers src/foundation/text src/scene src/vsa/apply
-src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
+src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/scene src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
 src/api                    include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/foundation/text src/scene src/scene/model src/vsa
 src/api/c                  include/vsa include/vsa/values
 src/api/types              include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values
@@ -38,7 +38,7 @@ src/api/reading/outcome    include/vsa include/vsa/reading include/vsa/foundatio
 src/api/reading            include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/api/reading/outcome src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
 src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
 src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
-src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/write/text src/write/walk
+src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/scene src/write/text src/write/walk
 src/syntax                 include/vsa include/vsa/reading include/vsa/foundation src/foundation/text src/vsa/lex
 ROWS
 }

@@ -7,28 +7,16 @@
 #include <vsa/scene/file_version.h>
 #include <vsa/text_rules.h>
 #include "api/edit_guard.h"
+#include "scene/header_comment.h"
 
 namespace vsa {
 
 namespace {
 
 using detail::guarded;
+using zn::korvo_sdk::setsTime;
+using zn::korvo_sdk::setsVersion;
 using PlainScene = zn::korvo_sdk::Scene;
-
-constexpr std::string_view VERSION = "version:";
-constexpr std::string_view TIME = "time:";
-
-bool contains(std::string_view text, std::string_view part) {
-  return text.find(part) != std::string_view::npos;
-}
-
-// The reader looks for a version first, and for a time in other comments only.
-bool setsVersion(std::string_view comment) {
-  return contains(comment, VERSION);
-}
-bool setsTime(std::string_view comment) {
-  return !setsVersion(comment) && contains(comment, TIME);
-}
 
 std::vector<zn::String> commentsOf(const PlainScene& scene) {
   std::vector<zn::String> comments;
@@ -40,7 +28,7 @@ std::vector<zn::String> commentsOf(const PlainScene& scene) {
 
 // `comments` with those that `sets` accepts replaced by `line`, or removed if it is empty.
 std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
-                                 bool (*sets)(std::string_view), const std::string& line) {
+                                 bool (*sets)(std::string_view) noexcept, const std::string& line) {
   std::vector<zn::String> result;
   bool isPlaced = line.empty();
   for (const zn::String& comment : comments) {
@@ -91,7 +79,7 @@ Status Scene::addComment(TextParameter comment) noexcept {
     if (!text.starts_with('#')) text.insert(0, "# ");
     const zn::String line = zn::String::copyOf(text);
     PlainScene& scene = plain();
-    const zn::String value = line.fromFirst(':', false).trim(true, true);
+    const zn::String value = zn::String::copyOf(zn::korvo_sdk::headerValue(line.view()));
     scene.pushFileComment(line);
     if (setsVersion(line.view())) {
       unsigned long long version = 0;  // checkComment has seen the number

@@ -8,6 +8,7 @@
 #include <vsa/foundation/string.h>
 #include "foundation/base/white_space.h"
 #include "foundation/text/letter_case.h"
+#include "scene/header_comment.h"
 #include "scene/not_a_number.h"
 
 namespace vsa {
@@ -29,8 +30,6 @@ Status checkLine(std::string_view text) {
   if (text.find_first_of("\n\r\xFF") != std::string_view::npos) return EditError::BadComment;
   return {};
 }
-
-constexpr std::string_view VERSION = "version:";
 
 }  // namespace
 
@@ -86,10 +85,10 @@ Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept 
 Status checkComment(TextParameter parameter) noexcept {
   const std::string_view comment = parameter;
   if (const Status line = checkLine(comment); !line) return line;
-  if (comment.find(VERSION) == std::string_view::npos) return {};
+  if (!zn::korvo_sdk::setsVersion(comment)) return {};
   unsigned long long number = 0;
   try {
-    const zn::String text = zn::String::copyOf(trimmed(comment.substr(comment.find(':') + 1)));
+    const zn::String text = zn::String::copyOf(zn::korvo_sdk::headerValue(comment));
     if (zn::String::parse(text, number, zn::String::Radix::Decimal)) return {};
   } catch (const std::bad_alloc&) {
     return EditError::OutOfMemory;
@@ -103,7 +102,7 @@ Status checkTime(TextParameter parameter) noexcept {
     return line == EditError::BadComment ? EditError::BadTime : line;
   }
   if (trimmed(time).size() != time.size()) return EditError::BadTime;
-  return time.find(VERSION) == std::string_view::npos ? EditError::None : EditError::BadTime;
+  return zn::korvo_sdk::setsVersion(time) ? EditError::BadTime : EditError::None;
 }
 
 }  // namespace vsa

@@ -1,31 +1,18 @@
 // Comments. The scene stores every comment. A comment that contains the file's version or time also
 // sets it.
-#include <cstddef>
 #include <string_view>
 
+#include "scene/header_comment.h"
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Whether `word` occurs directly before a ":". Searches for colons first: comments have few.
-bool hasKey(std::string_view comment, std::string_view word) {
-  for (std::size_t at = comment.find(':'); at != std::string_view::npos;
-       at = comment.find(':', at + 1)) {
-    if (comment.substr(0, at).ends_with(word)) return true;
-  }
-  return false;
-}
-
-// The text after the first ":" of the comment.
-String headerValue(const String& comment) {
-  return comment.fromFirst(':', false).trim(true, true);
-}
-
 void setVersion(interfaces::IScene& scene, const String& comment, const Emitter& messages) {
+  const String value = String::copyOf(headerValue(comment.view()));
   unsigned long long version = 0;
-  if (String::parse(headerValue(comment), version, String::Radix::Decimal)) {
+  if (String::parse(value, version, String::Radix::Decimal)) {
     scene.setFileVersion(version);
   } else {
     messages.log(DiagnosticId::BadVersion, comment);
@@ -33,8 +20,8 @@ void setVersion(interfaces::IScene& scene, const String& comment, const Emitter&
 }
 
 void setTime(interfaces::IScene& scene, const String& comment) {
-  const String time = headerValue(comment);
-  if (!time.isEmpty()) scene.setFileTime(time);
+  const std::string_view time = headerValue(comment.view());
+  if (!time.empty()) scene.setFileTime(String::copyOf(time));
 }
 
 }  // namespace
@@ -49,11 +36,9 @@ bool VsaParser::parseComment() {
 }
 
 void VsaParser::recordComment(const String& comment) {
-  // A comment with both words sets only the version.
-  const std::string_view text = comment.view();
-  if (hasKey(text, "version")) {
+  if (setsVersion(comment.view())) {
     setVersion(sceneOrNone(), comment, emitter());
-  } else if (hasKey(text, "time")) {
+  } else if (setsTime(comment.view())) {
     setTime(sceneOrNone(), comment);
   }
   if (session != nullptr) session->takeText(comment.len());

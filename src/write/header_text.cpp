@@ -1,6 +1,7 @@
 #include "write/header_text.h"
 
 #include <vsa/scene/file_version.h>
+#include "scene/header_comment.h"
 #include "write/walk/reasons.h"
 
 namespace vsa::impl {
@@ -8,18 +9,13 @@ namespace vsa::impl {
 namespace {
 
 using zn::String;
+using zn::korvo_sdk::headerValue;
+using zn::korvo_sdk::setsTime;
+using zn::korvo_sdk::setsVersion;
 
 bool isCarried(std::string_view comment) {
   constexpr std::string_view FORBIDDEN("\n\r\0\xFF", 4);
   return comment.starts_with('#') && comment.find_first_of(FORBIDDEN) == std::string_view::npos;
-}
-
-bool saysVersion(const String& comment) {
-  return comment.contains("version:", false);
-}
-
-String textAfterColon(const String& comment) {
-  return comment.fromFirst(':', false).trim(true, true);
 }
 
 /// The version and the time that the reader gets from the comments.
@@ -29,12 +25,12 @@ struct HeaderValues {
   String time;
 
   void add(const String& comment) {
-    if (saysVersion(comment)) {
-      const bool isNumber = String::parse(textAfterColon(comment), version, String::Radix::Decimal);
+    const String value = String::copyOf(headerValue(comment.view()));
+    if (setsVersion(comment.view())) {
+      const bool isNumber = String::parse(value, version, String::Radix::Decimal);
       hasVersion = hasVersion || isNumber;
-    } else if (comment.contains("time:", false)) {
-      const String text = textAfterColon(comment);
-      if (!text.isEmpty()) time = text;
+    } else if (setsTime(comment.view()) && !value.isEmpty()) {
+      time = value;
     }
   }
 };
@@ -71,9 +67,8 @@ void HeaderText::checkTime(const String& said) {
   const String time = scene_.fileTime();
   if (time == said) return;
   const String comment = String("# time: ") + time;
-  const String again = textAfterColon(comment);
-  const bool isSaying =
-      isCarried(comment.view()) && !saysVersion(comment) && !time.isEmpty() && again == time;
+  const bool isSaying = isCarried(comment.view()) && setsTime(comment.view()) && !time.isEmpty() &&
+                        headerValue(comment.view()) == time.view();
   if (!isSaying || form_ != HeaderForm::Complete) return problems_.push_back(reasons::TIME);
   std::string& place = said.isEmpty() ? first_ : last_;
   place.append(comment.view()) += '\n';

@@ -1,0 +1,38 @@
+// The version and the time that a comment of a file contains. Internal.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include "foundation/base/white_space.h"
+
+namespace zn::korvo_sdk {
+
+/// Whether `word` occurs directly before a ":". Searches for colons first: comments have few.
+inline bool hasKey(std::string_view comment, std::string_view word) noexcept {
+  for (std::size_t at = comment.find(':'); at != std::string_view::npos;
+       at = comment.find(':', at + 1)) {
+    if (comment.substr(0, at).ends_with(word)) return true;
+  }
+  return false;
+}
+
+/// Whether the comment sets the version, if its value is a number.
+inline bool setsVersion(std::string_view comment) noexcept {
+  return hasKey(comment, "version");
+}
+
+/// Whether the comment sets the time, unless its value is empty. A comment with both words sets
+/// only the version.
+inline bool setsTime(std::string_view comment) noexcept {
+  return !setsVersion(comment) && hasKey(comment, "time");
+}
+
+/// The value that the comment sets: the text after its first ":", without white space at its ends.
+inline std::string_view headerValue(std::string_view comment) noexcept {
+  const std::size_t colon = comment.find(':');
+  return zn::detail::trimmed(colon == std::string_view::npos ? std::string_view()
+                                                             : comment.substr(colon + 1));
+}
+
+}  // namespace zn::korvo_sdk
