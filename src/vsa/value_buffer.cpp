@@ -6,7 +6,6 @@
 #include <memory>
 #include <optional>
 #include <string_view>
-#include <type_traits>
 
 #include "foundation/compression/compressed_text.h"
 #include "foundation/containers/hash_map.h"
@@ -40,15 +39,6 @@ DataType elementTypeOf(const String& keyword) {
   const String lower = keyword.toLower(true);
   const TypeTable::Node* const scalar = scalarBufferTypes.findNode(lower);
   return scalar != nullptr ? scalar->value : vectorBufferTypes.get(lower);
-}
-
-template <class Number>
-bool numberFromText(const char* first, const char* last, Number& number) {
-  if constexpr (std::is_floating_point_v<Number>) {
-    return realFromText(first, last, number);
-  } else {
-    return integerFromText(first, last, number);
-  }
 }
 
 // Converts one number to the component type and stores it. Stores nothing when the conversion

@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
-#include <type_traits>
 
 #include "foundation/base/cpu_features.h"
 #include "foundation/numbers/number_field.h"
@@ -15,15 +14,6 @@
 namespace zn {
 namespace numbers {
 namespace {
-
-template <class Number>
-bool numberFromText(const char* first, const char* last, Number& out) {
-  if constexpr (std::is_floating_point_v<Number>) {
-    return realFromText(first, last, out);
-  } else {
-    return integerFromText(first, last, out);
-  }
-}
 
 /// Converts a text that is shorter than FIELD_WINDOW, from a copy followed by blanks.
 template <class Number>

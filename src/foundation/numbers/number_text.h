@@ -11,6 +11,8 @@
 // Both take time linear in the length of the text, however many digits it or its exponent has.
 #pragma once
 
+#include <type_traits>
+
 namespace zn {
 
 /// Converts [first, last) to an integer; `1e5` is 100000. False, with `out` unchanged, when the
@@ -26,6 +28,16 @@ bool integerFromText(const char* first, const char* last, Integer& out);
 /// another form or a finite text overflows. Throws nothing, allocates nothing.
 bool realFromText(const char* first, const char* last, float& out);
 bool realFromText(const char* first, const char* last, double& out);
+
+/// The one of the two for this type.
+template <class Number>
+bool numberFromText(const char* first, const char* last, Number& out) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    return realFromText(first, last, out);
+  } else {
+    return integerFromText(first, last, out);
+  }
+}
 
 extern template bool integerFromText(const char*, const char*, signed char&);
 extern template bool integerFromText(const char*, const char*, unsigned char&);
