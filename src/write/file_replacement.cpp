@@ -73,15 +73,18 @@ bool FileReplacement::open(const fs::path& path) {
     error_ = "the path has a NUL";
     return false;
   }
-  target_ = linkedFile(path);
+  target_ = path;
   struct stat status {};
-  const bool exists = ::stat(target_.c_str(), &status) == 0;
+  const bool exists = ::stat(path.c_str(), &status) == 0;
   if (!exists && errno == ELOOP) return fail("cannot write");
+  if (exists && !S_ISREG(status.st_mode)) {
+    file_ = ::open(path.c_str(), O_WRONLY | O_CLOEXEC);
+    if (file_ < 0) return fail("cannot write");
+    return true;
+  }
+  target_ = linkedFile(path);
   // Nobody else may read the new file before it has the permissions of the old one.
-  if (!exists || S_ISREG(status.st_mode)) return openBeside(exists ? 0600 : 0666);
-  file_ = ::open(target_.c_str(), O_WRONLY | O_CLOEXEC);
-  if (file_ < 0) return fail("cannot write");
-  return true;
+  return openBeside(exists ? 0600 : 0666);
 }
 
 bool FileReplacement::openBeside(unsigned mode) {

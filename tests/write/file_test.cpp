@@ -67,6 +67,21 @@ TEST_F(WriteFile, ReplacesWhatALinkNames) {
   EXPECT_EQ(contentOf(path), "thing n;\n");
 }
 
+TEST_F(WriteFile, PipeThatALinkOfTheSystemNames) {
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  SceneBuilder made;
+  const vsa::WriteResult result =
+      vsa::writeFile(made.scene, "/proc/self/fd/" + std::to_string(ends[1]));
+  ::close(ends[1]);
+  EXPECT_TRUE(result.isWritten()) << result.message;
+  char text[16];
+  const ssize_t count = ::read(ends[0], text, sizeof text);
+  ::close(ends[0]);
+  ASSERT_EQ(count, 9);
+  EXPECT_EQ(std::string(text, 9), "thing n;\n");
+}
+
 TEST_F(WriteFile, LinksInACircle) {
   const fs::path one = folder / "one", other = folder / "other";
   fs::create_symlink(one, other);
