@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <random>
+#include <cstdint>
 #include <system_error>
 #include <utility>
 
@@ -19,13 +19,10 @@ namespace {
 
 // A name that most likely no file has. It begins with a dot, so that listings hide it, and ends in
 // 64 random bits.
-std::string temporaryName(const fs::path& target) {
-  std::random_device random;
+std::string temporaryName(const fs::path& target, std::uint64_t random) {
   std::string name = '.' + target.filename().string().substr(0, 200) + '.';
-  for (int word = 0; word < 2; ++word) {
-    const unsigned bits = random();
-    for (unsigned shift = 0; shift < 32; shift += 4)
-      name += zn::detail::HEX_DIGITS[(bits >> shift) & 15];
+  for (unsigned shift = 0; shift < 64; shift += 4) {
+    name += zn::detail::HEX_DIGITS[(random >> shift) & 15];
   }
   return name + ".tmp";
 }
@@ -88,7 +85,9 @@ bool FileReplacement::open(const fs::path& path) {
 }
 
 bool FileReplacement::openBeside(unsigned mode) {
-  fs::path name = target_.parent_path() / temporaryName(target_);
+  std::uint64_t random = 0;
+  if (::getentropy(&random, sizeof random) != 0) return fail("cannot write beside");
+  fs::path name = target_.parent_path() / temporaryName(target_, random);
   file_ = ::open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
   if (file_ < 0) return fail("cannot write beside");
   temporary_ = std::move(name);
