@@ -102,6 +102,16 @@ void fillSmall(SceneBuilder& made) {
   made.input("a name that is no identifier and fits no small string", AttrType::Bool);
 }
 
+/// The number of new files that were left beside `path`.
+std::size_t newFilesBeside(const std::filesystem::path& path) {
+  const std::string start = "." + path.filename().string() + ".";
+  std::size_t count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator(path.parent_path())) {
+    if (entry.path().filename().string().starts_with(start)) ++count;
+  }
+  return count;
+}
+
 TEST(WriteMemory, EveryFailedAllocationLeavesTheOldFile) {
   SceneBuilder made;
   fillSmall(made);
@@ -123,6 +133,7 @@ TEST(WriteMemory, EveryFailedAllocationLeavesTheOldFile) {
     }
     EXPECT_EQ(result.status, vsa::WriteStatus::OutOfMemory) << n << result.message;
     ASSERT_EQ(contentOf(path), "old\n") << n;
+    ASSERT_EQ(newFilesBeside(path), 0u) << n;
   }
   EXPECT_NE(contentOf(path), "old\n");
 }
