@@ -1,7 +1,8 @@
 // NodePrefetch: prefetches the memory of nodes before they are looked up by name. Internal.
 //
-// The scene interface has no operation for it. So each scene of the library registers its
-// NodePrefetch in a table of the process, under the address of the scene. A host's scene has none.
+// The reader knows a scene through its interface only, which has no such operation, and it does not
+// depend on the library's own scene. So that scene sets a function here, which recognises it. Other
+// scenes have no prefetch.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +23,11 @@ class NodePrefetch {
   ~NodePrefetch() = default;
 };
 
-/// Registers the prefetch of a scene, which must be removed before the scene is destroyed. Throws
-/// std::bad_alloc. All three are safe from any thread.
-void addNodePrefetch(const interfaces::IScene* scene, const NodePrefetch* prefetch);
-void removeNodePrefetch(const interfaces::IScene* scene) noexcept;
 /// The prefetch of a scene; null if it has none.
-const NodePrefetch* nodePrefetchOf(const interfaces::IScene* scene);
+using NodePrefetchOf = const NodePrefetch* (*)(const interfaces::IScene& scene) noexcept;
+
+/// Sets the function that `nodePrefetchOf` calls. Every scene of the library sets the same one.
+void setNodePrefetch(NodePrefetchOf function) noexcept;
+const NodePrefetch* nodePrefetchOf(const interfaces::IScene& scene) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -7,12 +7,13 @@
 namespace zn::korvo_sdk {
 
 Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
-  addNodePrefetch(this, &storage_->nodes);
+  setNodePrefetch([](const interfaces::IScene& scene) noexcept -> const NodePrefetch* {
+    const auto* const own = dynamic_cast<const Scene*>(&scene);
+    return own == nullptr ? nullptr : &own->storage_->nodes;
+  });
 }
 
-Scene::~Scene() {
-  removeNodePrefetch(this);
-}
+Scene::~Scene() = default;
 
 // --- nodes ---
 

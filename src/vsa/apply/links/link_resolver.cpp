@@ -50,7 +50,7 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);
-  const NodePrefetch* const nodes = entries.size < NAMES ? nullptr : nodePrefetchOf(&scene_);
+  const NodePrefetch* const nodes = entries.size < NAMES ? nullptr : nodePrefetchOf(scene_);
   const auto read = [&](std::uint64_t i) {
     if (i >= entries.size) return;
     const std::string_view source(entries[i]->value.source);
