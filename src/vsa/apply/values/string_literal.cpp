@@ -31,6 +31,14 @@ char* allocateString(std::size_t length) {
   return characters;
 }
 
+// A text without escapes, in memory of the exact size.
+char* copyOfPlain(std::string_view text) {
+  char* const characters = allocateString(text.size());
+  std::memcpy(characters, text.data(), text.size());
+  characters[text.size()] = '\0';
+  return characters;
+}
+
 char* copyOfShort(std::string_view text) {
   char unescaped[MAX_STACK_BYTES + 1];
   const std::size_t length = String::unescape(text, unescaped);
@@ -71,6 +79,7 @@ char* copyOfLong(std::string_view text, ReadSession* session) {
 
 char* copyOfStringValue(std::string_view literal, ReadSession* session) {
   const std::string_view text = withoutQuotes(literal);
+  if (text.find('\\') == std::string_view::npos) return copyOfPlain(text);
   return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text, session);
 }
 
