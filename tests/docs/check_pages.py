@@ -118,7 +118,7 @@ def outcome(block, language):
     return next((other.text for other in block.outcomes if other.language == language), None)
 
 
-# The section "What the command adds" of docs/messages.md has the messages of `vsa check` about these bytes.
+# The section "What the command adds" of docs/messages.md has the messages of `vsa dump` about these bytes.
 DAMAGED = {
     "this looks like UTF-16": "lamp sun;".encode("utf-16"),
     "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
@@ -138,7 +138,7 @@ def check_command_messages(tools, page, report):
             continue
         with open(tools.path("damaged.vsa"), "wb") as file:
             file.write(damage)
-        status, printed = tools.attempt([tools.vsa, "check", "damaged.vsa"])
+        status, printed = tools.attempt([tools.vsa, "dump", "damaged.vsa"])
         if status != 1 or stated.removesuffix("...") not in printed:
             report.fail(row.place, f"status {status}: {printed}")
         report.count("damaged files")

@@ -1,79 +1,106 @@
 #include "tools/vsa/check/check_command.h"
 
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+
+#include "tools/vsa/check/check_run.h"
 #include "tools/vsa/common/exit_status.h"
-#include "tools/vsa/common/file_diagnostics.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/output.h"
-#include "tools/vsa/common/read_scene.h"
-#include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
 
 namespace {
 
-class Check {
- public:
-  Check(bool strict, const ReadArguments& reading) : strict_(strict), reading_(reading) {}
+constexpr char FOOTER[] =
+    "Exit status:\n"
+    "  0  nothing of level error was found; with --strict, no warning either\n"
+    "  1  something was found\n"
+    "  2  wrong usage, a file that cannot be read, or output that cannot be written\n"
+    "\n"
+    "Examples:\n"
+    "  vsa check scene.vsa                  what is wrong, where, and what to do about it\n"
+    "  vsa check --strict -j 4 scenes       all *.vsa in a folder, warnings count, too\n"
+    "  vsa check --format sarif . >out.json for tools that show results\n"
+    "  git ls-files -z '*.vsa' | vsa check -0 @-\n"
+    "  vsa check --ignore narrowing --error too-few-elements scene.vsa\n"
+    "  vsa check --fix scene.vsa            apply the hints that are safe\n"
+    "  vsa explain too-few-elements         what a message means\n"
+    "docs/checking.md says more about configuration and continuous integration.";
 
-  void checkFile(const std::string& name) {
-    const InputFile input = openInput(name);
-    if (!input.problem.empty()) {
-      printError(name + ": " + input.problem);
-      ++unopened_;
-      return;
-    }
-    vsa::Scene scene;
-    FileDiagnostics diagnostics(shownName(name), reading_);
-    const FileOutcome outcome = readScene(scene, input, diagnostics.options());
-    diagnostics.add(outcome);
-    warnings_ += diagnostics.warnings();
-    errors_ += diagnostics.errors();
-    ++(outcome.isComplete() ? read_ : notRead_);
-  }
-
-  void printSummary() const {
-    const size_t files = read_ + notRead_ + unopened_;
-    std::string line = count(files, "file") + " checked, " + std::to_string(read_) + " read";
-    if (notRead_ > 0) line += ", " + std::to_string(notRead_) + " not read";
-    if (unopened_ > 0) line += ", " + std::to_string(unopened_) + " not opened";
-    line += ": " + count(warnings_, "warning") + ", " + count(errors_, "error");
-    printLine(line);
-  }
-
-  int exitStatus() const {
-    if (isInterrupted()) return EXIT_INTERRUPTED;
-    if (unopened_ > 0 || !isErrorOutputWritten()) return EXIT_USAGE;
-    const bool hasMessages = warnings_ + errors_ > 0;
-    return notRead_ > 0 || (strict_ && hasMessages) ? EXIT_NOT_READ : EXIT_READ;
-  }
-
- private:
-  static std::string count(std::uint64_t number, const char* what) {
-    return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
-  }
-
-  bool strict_;
-  const ReadArguments& reading_;
-  size_t read_ = 0, notRead_ = 0, unopened_ = 0;
-  std::uint64_t warnings_ = 0, errors_ = 0;
+const std::map<std::string, FormatName> FORMATS{
+    {"full", FormatName::Full},   {"line", FormatName::Line},   {"log", FormatName::Log},
+    {"json", FormatName::Json},   {"sarif", FormatName::Sarif}, {"github", FormatName::Github},
+    {"junit", FormatName::Junit},
 };
+
+// Each use of the option takes one word, which may be a list with commas.
+void addList(CLI::App& app, const char* name, std::vector<std::string>& to, const char* purpose) {
+  app.add_option(name, to, purpose)->type_name("ID")->delimiter(',')->allow_extra_args(false);
+}
 
 }  // namespace
 
 void CheckCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", files_, "Files to read; - is standard input")->required()->type_name("");
-  app.add_flag("--strict", strict_, "Exit with status 1 if any file has a diagnostic");
-  reading_.addTo(app);
+  addInputOptions(app);
+  addOutputOptions(app);
+  addSelectionOptions(app);
+  options_.reading.addTo(app);
+  app.footer(FOOTER);
+}
+
+void CheckCommand::addInputOptions(CLI::App& app) {
+  app.add_option("FILE", options_.files,
+                 "Files; folders, of which all *.vsa are checked; @LIST, a file with names of "
+                 "files; - is standard input")
+      ->required()
+      ->type_name("");
+  app.add_flag("-0", options_.isNulSeparated, "The names in lists end with NUL, not with the line");
+  app.add_option("--stdin-filename", options_.stdinName, "The name of standard input in messages")
+      ->type_name("NAME");
+  app.add_option("-j,--jobs", options_.workers, "Files to check at the same time")
+      ->type_name("N")
+      ->check(CLI::Range(1u, 256u));
+  app.add_flag("--first", options_.isFirstOnly, "Stop where the reader does");
+  app.add_flag("--fix", options_.isFixing, "Change the files as the hints say, where that is safe");
+}
+
+void CheckCommand::addOutputOptions(CLI::App& app) {
+  app.add_option("--format", options_.format,
+                 "full: with source lines; line: one line each, for editors; log: the lines of the "
+                 "reader's log; json, sarif, github, junit: for tools")
+      ->transform(CLI::Transformer(FORMATS).description(""))
+      ->type_name("FORMAT");
+  app.add_option("--color", options_.colour,
+                 "auto (without NO_COLOR, on a terminal), always, never")
+      ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
+      ->type_name("WHEN");
+  app.add_flag("-q,--quiet", options_.isQuiet, "Print no summary");
+  app.add_flag("--strict", options_.isStrict, "Exit with status 1 if there is a warning");
+}
+
+void CheckCommand::addSelectionOptions(CLI::App& app) {
+  addList(app, "--error", options_.levels.errors, "Report the rule or group as an error");
+  addList(app, "--warn", options_.levels.warnings, "Report the rule or group as a warning");
+  addList(app, "--ignore", options_.levels.ignored, "Do not report the rule or group");
+  app.add_option("--config", options_.configFile,
+                 "Configuration; without it .vsa-check.json in the folder of a file or above")
+      ->type_name("FILE");
+  app.add_flag("!--no-config", options_.isConfigUsed, "Use no configuration file");
+  app.add_option("--baseline", options_.baseline, "Do not report what this file lists")
+      ->type_name("FILE");
+  app.add_option("--write-baseline", options_.newBaseline, "Write what is found to this file")
+      ->type_name("FILE");
 }
 
 int CheckCommand::run() {
   const InterruptScope interrupts;
-  Check check(strict_, reading_);
-  for (const std::string& file : files_) {
-    if (!isInterrupted()) check.checkFile(file);
+  const bool readsInput =
+      std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end();
+  if (options_.isFixing && readsInput) {
+    throw std::runtime_error("--fix cannot change standard input");
   }
-  check.printSummary();
-  return check.exitStatus();
+  return CheckRun(options_).run();
 }
 
 }  // namespace vsa_tools

@@ -1,0 +1,80 @@
+// Applying the edits of findings.
+#include "tools/vsa/check/fix/apply_edits.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+#include "tests/tool/command_fixture.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using vsa_tools::EditedText;
+using vsa_tools::replaceFile;
+using vsa_tools::TextEdit;
+using vsa_tools::withEdits;
+
+using ReplaceFileTest = CommandFixture;
+
+TEST(ApplyEdits, EditsReplaceInsertAndDelete) {
+  const EditedText edited =
+      withEdits("abcdef", {{{4, 5, "EE"}}, {{0, 0, "<"}, {6, 6, ">"}}, {{2, 3, ""}}});
+  EXPECT_EQ("<abdEEf>", edited.text);
+  EXPECT_EQ(3u, edited.fixed);
+}
+
+TEST(ApplyEdits, AFindingThatOverlapsAnEarlierOneIsLeftOut) {
+  const EditedText edited =
+      withEdits("abcdef", {{{1, 3, "X"}}, {{0, 1, "Y"}, {2, 4, "Z"}}, {{3, 4, "D"}}});
+  EXPECT_EQ("aXDef", edited.text);
+  EXPECT_EQ(2u, edited.fixed);
+  EXPECT_EQ("Xab", withEdits("ab", {{{0, 0, "X"}}, {{0, 0, "Y"}}}).text);
+}
+
+TEST(ApplyEdits, EditsOutsideOfTheTextAreLeftOut) {
+  EXPECT_EQ("ab", withEdits("ab", {{{2, 3, "X"}}, {{2, 1, "X"}}, {}}).text);
+  EXPECT_EQ(0u, withEdits("ab", {{{2, 3, "X"}}}).fixed);
+}
+
+TEST_F(ReplaceFileTest, TheFileKeepsItsPermissionsAndItsLinks) {
+  write("a.vsa", "old");
+  const std::string path = (folder_ / "a.vsa").string(), link = (folder_ / "link.vsa").string();
+  ::chmod(path.c_str(), 0640);
+  std::filesystem::create_symlink("a.vsa", link);
+  replaceFile(link, "new");
+  EXPECT_EQ("new", content("a.vsa"));
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  struct stat status {};
+  ASSERT_EQ(0, ::stat(path.c_str(), &status));
+  EXPECT_EQ(0640u, status.st_mode & 07777u);
+}
+
+TEST_F(ReplaceFileTest, AFailureLeavesNothingBehind) {
+  EXPECT_THROW(replaceFile((folder_ / "missing").string(), "new"), std::runtime_error);
+  std::filesystem::create_directory(folder_ / "folder");
+  EXPECT_THROW(replaceFile((folder_ / "folder").string(), "new"), std::runtime_error);
+  std::size_t entries = 0;
+  for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder_)) ++entries;
+  EXPECT_EQ(1u, entries);
+}
+
+TEST_F(ReplaceFileTest, StandardInputCannotBeFixed) {
+  EXPECT_EQ(2, vsa("check --fix - </dev/null").status);
+  EXPECT_EQ("vsa: --fix cannot change standard input\n", content("stderr.txt"));
+}
+
+TEST_F(ReplaceFileTest, AFileWithoutSafeHintsStaysAsItIs) {
+  const std::string text = "\xEF\xBB\xBFlamp a;\r\na.k = 1;\r\n\t";
+  write("a.vsa", text);
+  EXPECT_EQ("1 file checked: no problems found\n", vsa("check --fix a.vsa").out);
+  EXPECT_EQ(text, content("a.vsa"));
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

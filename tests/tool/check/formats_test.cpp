@@ -1,0 +1,180 @@
+// The formats of vsa check: for editors, for CI and for other programs.
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <regex>
+#include <string>
+
+#include "tests/tool/command_fixture.h"
+#include "tools/vsa/check/output/format.h"
+
+namespace vsa_tests {
+
+namespace {
+
+using nlohmann::json;
+using vsa_tools::CheckedText;
+using vsa_tools::Finding;
+using vsa_tools::Format;
+using vsa_tools::FormatName;
+using vsa_tools::makeFormat;
+
+class FormatsTest : public CommandFixture {
+ protected:
+  void SetUp() override {
+    CommandFixture::SetUp();
+    // The texts assign twice for a narrowing, which is not what they are about.
+    write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
+    write("w.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
+    write("e.vsa", "lamp a: .s = \"\xC3\xA4\"; .s = 1;\n42;\n.k = 1; .k = \xE2\x82\xAC;\n");
+    write("clean.vsa", "lamp a;\n");
+  }
+
+  std::string check(const std::string& arguments) { return vsa("check " + arguments).out; }
+
+  /// What the schema says against the output in stdout.txt; empty if nothing.
+  std::string problemsWith(const std::string& schema) {
+    statusOf(std::string(VSA_TEST_DIR "/tool/check/schemas/validate.py " VSA_TEST_DIR "/") +
+             schema + " <stdout.txt >problems.txt 2>&1 || echo not valid >>problems.txt");
+    return content("problems.txt");
+  }
+
+  /// A finding about the second line, with everything that a finding can have.
+  static Finding fullFinding() {
+    Finding finding;
+    finding.id = "some-rule";
+    finding.level = vsa_tools::Level::Warning;
+    finding.message = "a <\"message\"> & more";
+    finding.range = {{16, 2, 1}, {18, 2, 3}};
+    finding.notes.push_back({{{0, 1, 1}, {4, 1, 5}}, "declared here"});
+    finding.hint = "write: 1, 2";
+    finding.edits.push_back({16, 18, "x"});
+    return finding;
+  }
+
+  std::string rendered(FormatName name, const Finding& finding) {
+    const CheckedText text((folder_ / "w.vsa").string());
+    const std::unique_ptr<Format> format = makeFormat(name, false, false);
+    return format->render(finding, {"a b.vsa", text, {}});
+  }
+};
+
+// What Vim's errorformat, Emacs and a problem matcher of GitHub look for.
+TEST_F(FormatsTest, LinesAreRecognisedByEditors) {
+  const std::regex line("^(.+?):(\\d+):(\\d+): (error|warning|note): (.*) \\[([a-z0-9-]+)\\]$");
+  const std::string out = check("-q --format line w.vsa e.vsa missing.vsa");
+  std::istringstream lines(out);
+  int count = 0;
+  for (std::string text; std::getline(lines, text); ++count) {
+    std::smatch match;
+    ASSERT_TRUE(std::regex_match(text, match, line)) << text;
+    EXPECT_NE("0", match[2]);
+  }
+  EXPECT_EQ(5, count) << out;
+  EXPECT_EQ("a b.vsa:2:1: warning: a <\"message\"> & more (write: 1, 2) [some-rule]\n",
+            rendered(FormatName::Line, fullFinding()));
+}
+
+TEST_F(FormatsTest, TheSummaryOfOtherFormatsGoesToStandardError) {
+  for (const char* format : {"line", "log", "json", "sarif", "github", "junit"}) {
+    const CommandOutcome run = vsa(std::string("check --format ") + format + " w.vsa");
+    EXPECT_EQ("1 file checked: 0 errors, 1 warning\n", run.err) << format;
+    EXPECT_EQ(std::string::npos, run.out.find("checked")) << run.out;
+  }
+}
+
+TEST_F(FormatsTest, TheLogIsThatOfTheReader) {
+  EXPECT_EQ("TYPE WARNING (2,9): narrowing Real to Int @ a.k.\n", check("-q --format log w.vsa"));
+  EXPECT_EQ(
+      "TYPE ERROR (1,26): expected String @ a.s but found Int.\n"
+      "PARSE ERROR (1,26): unrecognized token '42'..\n",
+      check("-q --format log e.vsa"));
+}
+
+TEST_F(FormatsTest, FullHasNotesAndHints) {
+  EXPECT_EQ(
+      "a b.vsa:2:1: warning: a <\"message\"> & more [some-rule]\n"
+      "    2 | .k = 2.5;\n"
+      "      | ^^\n"
+      "      = hint: write: 1, 2\n"
+      "a b.vsa:1:1: note: declared here\n"
+      "    1 | lamp a: .k = 1;\n"
+      "      | ^^^^\n",
+      rendered(FormatName::Full, fullFinding()));
+}
+
+TEST_F(FormatsTest, JsonFollowsItsSchema) {
+  check("-q --format json w.vsa e.vsa clean.vsa missing.vsa");
+  EXPECT_EQ("", problemsWith("../docs/check_finding.schema.json --lines"));
+  std::istringstream lines(content("stdout.txt"));
+  std::string line;
+  std::getline(lines, line);
+  const json expected = json::parse(R"({"file": "w.vsa", "level": "warning", "id": "narrowing",
+      "message": "narrowing Real to Int @ a.k", "hint": "", "notes": [], "edits": [],
+      "range": {"begin": {"offset": 21, "line": 2, "column": 6},
+                "end": {"offset": 24, "line": 2, "column": 9}},
+      "log": "TYPE WARNING (2,9): narrowing Real to Int @ a.k.", "afterStop": false})");
+  json found = json::parse(line);
+  for (const char* ofRules : {"hint", "notes", "edits"}) found[ofRules] = expected[ofRules];
+  EXPECT_EQ(expected, found);
+  const json full = json::parse(rendered(FormatName::Json, fullFinding()));
+  EXPECT_EQ(json::parse(R"([{"begin": 16, "end": 18, "text": "x"}])"), full["edits"]);
+  EXPECT_EQ("declared here", full["notes"][0]["message"]);
+}
+
+TEST_F(FormatsTest, SarifFollowsItsSchema) {
+  constexpr char SCHEMA[] = "tool/check/schemas/sarif-2.1.0-part.schema.json";
+  check("-q --format sarif clean.vsa");
+  EXPECT_EQ("", problemsWith(SCHEMA));
+  check("-q --format sarif w.vsa e.vsa missing.vsa");
+  EXPECT_EQ("", problemsWith(SCHEMA));
+  const json run = json::parse(content("stdout.txt"))["runs"][0];
+  EXPECT_EQ(false, run["invocations"][0]["executionSuccessful"]);
+  ASSERT_EQ(5u, run["results"].size());
+  const json region = run["results"][1]["locations"][0]["physicalLocation"]["region"];
+  EXPECT_EQ("wrong-type", run["results"][1]["ruleId"]);
+  EXPECT_EQ(24, region["startColumn"]);  // in characters: one less than in bytes
+  EXPECT_EQ(24, region["byteOffset"]);
+  write("stdout.txt",
+        "{\"version\":\"2.1.0\",\"runs\":[{\"tool\":{\"driver\":{\"name\":\"x\"}},"
+        "\"results\":[" +
+            rendered(FormatName::Sarif, fullFinding()) + "]}]}");
+  EXPECT_EQ("", problemsWith(SCHEMA));
+  const json result = json::parse(content("stdout.txt"))["runs"][0]["results"][0];
+  EXPECT_EQ("a%20b.vsa", result["locations"][0]["physicalLocation"]["artifactLocation"]["uri"]);
+  EXPECT_EQ("x",
+            result["fixes"][0]["artifactChanges"][0]["replacements"][0]["insertedContent"]["text"]);
+}
+
+TEST_F(FormatsTest, GithubHasWorkflowCommands) {
+  EXPECT_EQ(
+      "::warning file=w.vsa,line=2,col=6,endColumn=8,title=narrowing::narrowing Real to Int @ "
+      "a.k\n",
+      check("-q --format github w.vsa"));
+  Finding finding = fullFinding();
+  finding.message = "50%\n, next";
+  EXPECT_EQ(
+      "::warning file=a b.vsa,line=2,col=1,endColumn=2,title=some-rule::50%25\\n, next%0Ahint: "
+      "write: 1, 2\n",
+      rendered(FormatName::Github, finding));
+}
+
+TEST_F(FormatsTest, JunitCountsFailures) {
+  const std::string out = check("-q --format junit clean.vsa w.vsa e.vsa missing.vsa");
+  EXPECT_TRUE(
+      out.starts_with("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                      "<testsuites tests=\"6\" failures=\"3\" errors=\"0\">\n"))
+      << out;
+  EXPECT_NE(std::string::npos,
+            out.find("<testcase classname=\"clean.vsa\" name=\"check\" file=\"clean.vsa\"/>\n"));
+  const std::string strict = check("-q --strict --format junit w.vsa");
+  EXPECT_NE(std::string::npos, strict.find("failures=\"1\"")) << strict;
+  EXPECT_NE(
+      std::string::npos,
+      rendered(FormatName::Junit, fullFinding()).find("a &lt;&quot;message&quot;&gt; &amp; more"));
+  EXPECT_EQ(0, statusOf("python3 -c 'import xml.dom.minidom as m; m.parse(\"stdout.txt\")'"));
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

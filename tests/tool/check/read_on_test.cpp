@@ -1,0 +1,200 @@
+// Reading on after fatal mistakes: each mistake of a text is reported once.
+#include "tools/vsa/check/reading/read_on.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <vsa/read.h>
+#include "tests/tool/command_fixture.h"
+
+namespace vsa_tests {
+
+namespace {
+
+class ReadOnTest : public CommandFixture {
+ protected:
+  void SetUp() override {
+    CommandFixture::SetUp();
+    // The texts assign twice for a narrowing, which is not what they are about.
+    write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
+  }
+};
+
+/// Everything that is found in a text, as LINE and id, sorted.
+std::vector<std::string> linesAndIds(const std::string& output) {
+  std::vector<std::string> found;
+  std::istringstream lines(output);
+  for (std::string line; std::getline(lines, line);) {
+    const std::size_t begin = line.find(':') + 1;
+    found.push_back(line.substr(begin, line.find(':', begin) - begin) +
+                    line.substr(line.rfind(" [")));
+  }
+  std::sort(found.begin(), found.end());
+  return found;
+}
+
+/// A statement with one mistake, `#` for a number that differs each time, and what is reported.
+struct Mistake {
+  const char* text;
+  const char* id;
+};
+
+// Each of them is independent of the others, and leaves the following statements alone.
+constexpr Mistake MISTAKES[] = {
+    {"good.x# = 1e-05;", "bad-token"},
+    {"good.x# = ;", "bad-token"},
+    {"good.x# = 50%;", "invalid-token"},
+    {"good.x# = vec3(1 2);", "bad-token"},
+    {"good.x# = vec3(1 2 3;", "invalid-list-token"},
+    {"good.x# = float[2] {1 2;", "invalid-list-token"},
+    {"good.x# = float[2] {1 2 x};", "invalid-list-token"},
+    {"good.x# = byte[1] {1 2};", "too-many-elements"},
+    {"good.x# = byte[2] {1};", "too-few-elements"},
+    {"good.x#[] = 1;", "invalid-array-index"},
+    {"good.number.x# = 1;", "cannot-assign-type"},
+    {"good.number = \"text\";", "wrong-type"},
+    {"good.number = 2.5;", "narrowing"},
+    {"missing#.x = 1;", "node-not-found"},
+    {"good.x# = missing#;", "no-node-to-assign"},
+    {"good.x# |= missing#.out;", "no-node-to-connect"},
+    {"lamp lamp# = 3; lamp#.x = 1; good.y# = lamp#;", "unrecognized-token"},
+    {"lamp lamp# lamp#.x = 1;", "unrecognized-token"},
+    {"good.x# = \"never closed;", "bad-token"},
+    {"good.x# = 1", "bad-token"},
+    {"lamp lamp#", "unrecognized-token"},
+    {"}", "invalid-token"},
+    {"# version: #x", "bad-version"},
+    {"42;", "unrecognized-token"},
+};
+
+std::string numbered(std::string text, int number) {
+  for (std::size_t at = 1; (at = text.find('#', at)) != std::string::npos;) {
+    text.replace(at, 1, std::to_string(number));
+  }
+  return text;
+}
+
+/// A text in which each mistake stands between right statements, and what has to be found in it.
+struct WrongText {
+  std::string text = "thing good: .number = 1;\n";
+  std::vector<std::string> expected;
+  int line = 1;
+
+  void add(const std::string& lines) {
+    text += lines + '\n';
+    line += static_cast<int>(std::count(lines.begin(), lines.end(), '\n')) + 1;
+  }
+  void add(const Mistake& mistake, int number) {
+    add("thing right" + std::to_string(number) + ": .a = 1;");
+    add(numbered(mistake.text, number));
+    expected.push_back(std::to_string(line) + " [" + mistake.id + "]");
+    add("good.r" + std::to_string(number) + " = right" + std::to_string(number) + ";");
+  }
+};
+
+TEST_F(ReadOnTest, EachKindOfMistakeIsReportedOnceBetweenRightStatements) {
+  for (const Mistake& mistake : MISTAKES) {
+    WrongText wrong;
+    wrong.add(mistake, 1);
+    write("a.vsa", wrong.text);
+    EXPECT_EQ(wrong.expected, linesAndIds(vsa("check -q --ignore all --error reader --format line "
+                                              "a.vsa")
+                                              .out))
+        << wrong.text;
+  }
+}
+
+TEST_F(ReadOnTest, OneToTwentyMistakesAreEachReportedOnce) {
+  std::mt19937 random(14);
+  for (int count = 1; count <= 20; ++count) {
+    for (int round = 0; round < 5; ++round) {
+      WrongText wrong;
+      for (int i = 1; i <= count; ++i) {
+        wrong.add(MISTAKES[random() % std::size(MISTAKES)], i);
+      }
+      std::sort(wrong.expected.begin(), wrong.expected.end());
+      write("a.vsa", wrong.text);
+      EXPECT_EQ(wrong.expected, linesAndIds(vsa("check -q --ignore all --error reader --format "
+                                                "line a.vsa")
+                                                .out))
+          << wrong.text;
+    }
+  }
+}
+
+TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {
+  write("a.vsa", "lamp a;\na.x = 1e-05;\na.k = 1;\na.k = 2.5;\n42;\n");
+  const std::string out = vsa("check a.vsa").out;
+  const std::size_t note = out.find(
+      "a.vsa: note: the reader stops at line 2; the following was found by reading on\n"
+      "a.vsa:4:7: warning: narrowing");
+  EXPECT_NE(note, std::string::npos) << out;
+  EXPECT_LT(out.find("a.vsa:2:7: error"), note);
+  EXPECT_NE(out.find("a.vsa:5:1: error: unrecognized token '42'"), std::string::npos);
+  const std::string first = vsa("check --first a.vsa").out;
+  EXPECT_NE(first.find("1 file checked: 1 error, 0 warnings\n"), std::string::npos) << first;
+}
+
+TEST_F(ReadOnTest, WhatOnlyFollowsIsNotReported) {
+  const char* const texts[] = {
+      "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // what the statement would have declared
+      "nobody.x = 1;\nnobody.y = 2;\n",             // the same missing node
+      ".x = 1;\n.y = 2;\n",                         // the same missing selection
+      "lamp a: .k = ;\n.x = 1;\n.y = 2;\n",         // the selection is kept
+      "lamp 3a:\n.x = 1;\n.y = 2;\n",               // a selection of an unknown node
+      "lamp a; a.s = \"never closed;\na.t = 1;\n",  // the string up to the end
+  };
+  for (const char* text : texts) {
+    write("a.vsa", text);
+    const std::string out = vsa("check --ignore all --error reader a.vsa").out;
+    EXPECT_NE(out.find(": 1 error, 0 warnings\n"), std::string::npos) << text << out;
+  }
+}
+
+// Time must be proportional to the number of fatal mistakes: this took hours if each of them read
+// the text once more.
+TEST_F(ReadOnTest, ManyFatalMistakesAreFound) {
+  std::string text = "lamp a;\n";
+  for (int i = 0; i < 20000; ++i) text += "a.x = 1e-05;\n";
+  write("a.vsa", text);
+  const std::string out = vsa("check -q --format line --max-diagnostics 99999 a.vsa").out;
+  EXPECT_EQ(20000, std::count(out.begin(), out.end(), '\n'));
+}
+
+TEST_F(ReadOnTest, AnyTruncatedOrChangedTextIsReadToItsEnd) {
+  const std::string text =
+      "# version: 1\nlamp a: .k = vec3(1 2 3);\n.s = \"x\\\"y\";\nwith a: .b = byte[2] {1 2};\n"
+      "define d;\nremove d;\na.o = {};\na.r |= a.out;\na.l[*].m = null;\n";
+  const std::string bytes = "\"{}()[];:.#%\n a\xFF\\";
+  std::size_t count = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t i = 0; i <= bytes.size(); ++i) {
+      std::string changed = text;
+      if (i == bytes.size()) {
+        changed.resize(at);
+      } else {
+        changed[at] = bytes[i];
+      }
+      const vsa::ReadResult first = vsa::readText(changed);
+      if (first.isComplete() || first.diagnostics.empty()) continue;
+      const vsa::ReadResult rest = vsa_tools::readOn(
+          changed, first.diagnostics.back(), {}, [&](const vsa::Diagnostic& found) {
+            ++count;
+            EXPECT_LE(found.range.end.offset, changed.size());
+          });
+      EXPECT_TRUE(rest.isComplete() || rest.status == vsa::ReadStatus::CutOff ||
+                  rest.status == vsa::ReadStatus::StoppedByError)
+          << changed;
+    }
+  }
+  EXPECT_GT(count, 0u);
+}
+
+}  // namespace
+
+}  // namespace vsa_tests

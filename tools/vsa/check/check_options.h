@@ -1,0 +1,33 @@
+// What the command line of vsa check says.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "tools/vsa/check/output/format.h"
+#include "tools/vsa/check/selection/level_table.h"
+#include "tools/vsa/common/read_arguments.h"
+
+namespace vsa_tools {
+
+struct CheckOptions {
+  std::vector<std::string> files;
+  bool isNulSeparated = false;  ///< The names in lists of files.
+  FormatName format = FormatName::Full;
+  std::string colour = "auto";
+  unsigned workers = 1;
+  LevelRules levels;
+  std::string configFile;
+  bool isConfigUsed = true;
+  std::string baseline;
+  std::string newBaseline;
+  bool isStrict = false;
+  bool isQuiet = false;
+  bool isFirstOnly = false;
+  bool isFixing = false;
+  std::string stdinName;  ///< Empty: "<stdin>".
+  ReadArguments reading;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,196 @@
+#include "tools/vsa/check/check_run.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+#include "tools/vsa/check/file_check.h"
+#include "tools/vsa/check/file_findings.h"
+#include "tools/vsa/check/fix/apply_edits.h"
+#include "tools/vsa/check/kinds.h"
+#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/interrupt.h"
+
+namespace vsa_tools {
+
+namespace {
+
+// An edit may uncover the next mistake, so a file is fixed again, but not forever.
+constexpr int MAX_FIX_ROUNDS = 10;
+
+bool isColoured(const std::string& colour) {
+  if (colour != "auto") return colour == "always";
+  const char* const noColour = std::getenv("NO_COLOR");
+  const char* const terminal = std::getenv("TERM");
+  const bool isDumb = terminal == nullptr || std::strcmp(terminal, "dumb") == 0;
+  return ::isatty(STDOUT_FILENO) && !isDumb && (noColour == nullptr || *noColour == '\0');
+}
+
+std::string counted(std::uint64_t number, const char* what) {
+  return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
+}
+
+FileCheck::RuleFilter enabledRules(const LevelTable& levels) {
+  return [&levels](const Rule& rule) { return levels.levelOf(rule.id, rule.level).has_value(); };
+}
+
+}  // namespace
+
+CheckRun::CheckRun(const CheckOptions& options)
+    : options_(options),
+      format_(makeFormat(options.format, isColoured(options.colour), options.isStrict)),
+      printer_(*format_, options.reading.maxDiagnostics(), progress_) {
+}
+
+int CheckRun::run() {
+  if (!options_.baseline.empty()) known_ = Baseline::read(options_.baseline);
+  const FileList list = listFiles(
+      options_.files, options_.isNulSeparated ? NameSeparator::Nul : NameSeparator::LineEnd);
+  const std::vector<Item> all = items(list);
+  totals_.files = all.size();
+  printer_.begin();
+  printProblems(list);
+  workInOrder(
+      all.size(), options_.workers, [&](std::size_t i, Turn& turn) { return check(all[i], turn); },
+      [&](std::size_t i, FileResult result) {
+        add(all[i], std::move(result));
+        if (all.size() > 1) progress_.update(i + 1, all.size());
+        return !printer_.isFull() && !isInterrupted();
+      });
+  totals_.isEndedEarly = printer_.isFull();
+  if (!options_.newBaseline.empty()) found_.write(options_.newBaseline);
+  const bool isWritten = printer_.end(totals_, options_.isQuiet ? "" : summary());
+  if (!isWritten) printError(std::string("cannot write: ") + std::strerror(errno));
+  return exitStatus(isWritten);
+}
+
+std::vector<CheckRun::Item> CheckRun::items(const FileList& list) {
+  LevelTables tables(options_.levels, options_.isConfigUsed, options_.configFile);
+  std::vector<Item> all;
+  for (const std::string& file : list.files) {
+    const bool isInput = file == "-";
+    const std::string& path = isInput ? options_.stdinName : file;
+    all.push_back({file, isInput && path.empty() ? "<stdin>" : path, tables.of(path)});
+  }
+  return all;
+}
+
+// An argument that names no file is reported like a file that cannot be read.
+void CheckRun::printProblems(const FileList& list) {
+  const CheckedText none("");
+  for (const FileListProblem& problem : list.problems) {
+    Finding finding;
+    finding.id = UNREADABLE_FILE;
+    finding.message = problem.text;
+    printer_.print({{finding.level, format_->render(finding, {problem.name, none, {}})}});
+    ++totals_.unreadable;
+    ++totals_.files;
+    ++totals_.filesWithFindings;
+  }
+}
+
+FileResult CheckRun::check(const Item& item, Turn& turn) {
+  FileResult result;
+  if (printer_.isFull() || isInterrupted()) return result;
+  if (options_.isFixing) result.fixed = fix(item);
+  CheckedText text(item.file);
+  const bool isTurnNeeded = options_.workers > 1;
+  FileFindings findings(item.shownName, text, *item.levels, *format_, known_.of(item.shownName),
+                        [&](const std::vector<RenderedFinding>& rendered) {
+                          if (isTurnNeeded) turn.await();
+                          printer_.print(rendered);
+                        });
+  if (!options_.newBaseline.empty()) findings.recordFound();
+  FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly || format_->isLog()};
+  if (totals_.files == 1) {
+    checkOptions.onProgress = [this](const vsa::ReadProgress& progress) {
+      if (progress.bytesTotal) progress_.update(progress.bytesRead, *progress.bytesTotal);
+    };
+  }
+  const FileCheck::RuleFilter isEnabled = enabledRules(*item.levels);
+  FileCheck* running = nullptr;
+  const FileCheck::Consumer consumer = [&](Finding&& finding) {
+    findings.add(std::move(finding), running->stopLine());
+    return findings.count() <= options_.reading.maxDiagnostics() && !printer_.isFull();
+  };
+  FileCheck fileCheck(text, checkOptions, isEnabled, consumer);
+  running = &fileCheck;
+  fileCheck.run();
+  result.findings = findings.take();
+  result.isClean = !findings.hasFound();
+  result.isUnreadable = findings.isUnreadable();
+  result.inBaseline = findings.inBaseline();
+  result.found = findings.found();
+  return result;
+}
+
+// Applies edits until there are no more.
+std::uint64_t CheckRun::fix(const Item& item) {
+  std::uint64_t fixed = 0;
+  for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {
+    CheckedText text(item.file);
+    if (!text.isKept() || !text.problem().empty()) break;
+    const CommentIgnores ignores(text.text());
+    std::vector<std::vector<TextEdit>> edits;
+    const FileCheck::Consumer consumer = [&](Finding&& finding) {
+      const bool isWanted = item.levels->levelOf(finding.id, finding.level).has_value() &&
+                            !ignores.isIgnored(finding);
+      if (isWanted && !finding.edits.empty()) edits.push_back(std::move(finding.edits));
+      return true;
+    };
+    const FileCheck::RuleFilter isEnabled = enabledRules(*item.levels);
+    const FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly};
+    FileCheck(text, checkOptions, isEnabled, consumer).run();
+    const EditedText edited = withEdits(text.text(), edits);
+    if (edited.fixed == 0 || edited.text == text.text()) break;
+    const std::size_t markBytes = text.bytes().size() - text.text().size();
+    replaceFile(item.file, text.bytes().substr(0, markBytes) + edited.text);
+    fixed += edited.fixed;
+  }
+  return fixed;
+}
+
+void CheckRun::add(const Item& item, FileResult result) {
+  printer_.print(result.findings);
+  if (result.isClean) printer_.printClean(item.shownName);
+  totals_.filesWithFindings += result.isClean ? 0 : 1;
+  totals_.unreadable += result.isUnreadable ? 1 : 0;
+  totals_.inBaseline += result.inBaseline;
+  totals_.fixed += result.fixed;
+  found_.add(item.shownName, result.found);
+}
+
+std::string CheckRun::summary() const {
+  const std::uint64_t errors = printer_.count(Level::Error);
+  const std::uint64_t warnings = printer_.count(Level::Warning);
+  const std::uint64_t notes = printer_.count(Level::Note);
+  std::string line = counted(totals_.files, "file") + " checked: ";
+  if (errors + warnings + notes == 0) {
+    line += isInterrupted() ? "interrupted" : "no problems found";
+  } else {
+    line += counted(errors, "error") + ", " + counted(warnings, "warning");
+    if (notes > 0) line += ", " + counted(notes, "note");
+    if (totals_.files > 1) line += " in " + counted(totals_.filesWithFindings, "file");
+    if (isInterrupted()) line += "; interrupted";
+  }
+  if (totals_.fixed > 0) line += "; " + std::to_string(totals_.fixed) + " fixed";
+  if (totals_.inBaseline > 0)
+    line += "; " + std::to_string(totals_.inBaseline) + " in the baseline";
+  if (totals_.isEndedEarly) line += "; ended early (--max-diagnostics)";
+  return line;
+}
+
+int CheckRun::exitStatus(bool isWritten) const {
+  if (isInterrupted()) return EXIT_INTERRUPTED;
+  if (totals_.unreadable > 0 || !isWritten) return EXIT_USAGE;
+  const bool hasErrors = printer_.count(Level::Error) > 0 || printer_.isFull();
+  const bool hasWarnings = printer_.count(Level::Warning) > 0;
+  return hasErrors || (options_.isStrict && hasWarnings) ? EXIT_NOT_READ : EXIT_READ;
+}
+
+}  // namespace vsa_tools

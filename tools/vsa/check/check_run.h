@@ -1,0 +1,64 @@
+// CheckRun: one run of vsa check over all files.
+//
+// Workers check files: they select, sort and render what FileCheck finds. The results are printed
+// in the order of the files. A worker that has more findings than it should keep waits for its turn
+// and prints them itself.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tools/vsa/check/check_options.h"
+#include "tools/vsa/check/output/format.h"
+#include "tools/vsa/check/output/printer.h"
+#include "tools/vsa/check/selection/baseline.h"
+#include "tools/vsa/check/selection/config.h"
+#include "tools/vsa/common/file_list.h"
+#include "tools/vsa/common/ordered_workers.h"
+#include "tools/vsa/common/progress.h"
+
+namespace vsa_tools {
+
+/// What was found in one file, apart from what is printed already.
+struct FileResult {
+  std::vector<RenderedFinding> findings;
+  bool isClean = true;
+  bool isUnreadable = false;
+  std::uint64_t inBaseline = 0;
+  std::uint64_t fixed = 0;
+  KnownFindings found;  ///< For a new baseline.
+};
+
+class CheckRun {
+ public:
+  explicit CheckRun(const CheckOptions& options);
+
+  /// Checks and prints. Returns the exit status. Throws std::runtime_error if the configuration or
+  /// a baseline is wrong.
+  int run();
+
+ private:
+  struct Item {
+    std::string file;
+    std::string shownName;
+    std::shared_ptr<const LevelTable> levels;
+  };
+
+  std::vector<Item> items(const FileList& list);
+  FileResult check(const Item& item, Turn& turn);
+  std::uint64_t fix(const Item& item);
+  void add(const Item& item, FileResult result);
+  void printProblems(const FileList& list);
+  std::string summary() const;
+  int exitStatus(bool isWritten) const;
+
+  const CheckOptions& options_;
+  std::unique_ptr<Format> format_;
+  Progress progress_{"checking"};
+  Printer printer_;
+  Baseline known_, found_;
+  Totals totals_;
+};
+
+}  // namespace vsa_tools

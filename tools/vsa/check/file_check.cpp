@@ -1,0 +1,119 @@
+#include "tools/vsa/check/file_check.h"
+
+#include <algorithm>
+#include <exception>
+#include <optional>
+#include <string_view>
+
+#include "tools/vsa/check/kinds.h"
+#include "tools/vsa/check/reading/diagnostic_finding.h"
+#include "tools/vsa/check/reading/read_on.h"
+#include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/input/encoding.h"
+
+namespace vsa_tools {
+
+namespace {
+
+// Ends a reading when the consumer has enough findings.
+struct EnoughFindings {};
+
+constexpr std::size_t HEAD_BYTES = 16;
+// The diagnostics that the rules can look at.
+constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
+
+Finding unreadable(const std::string& problem) {
+  Finding finding;
+  finding.id = UNREADABLE_FILE;
+  finding.message = problem;
+  return finding;
+}
+
+// What the reader says about the same place twice is the same.
+std::uint64_t keyOf(const vsa::Diagnostic& found) {
+  return std::hash<std::string_view>()(found.message) * 31 + found.range.begin.offset * 64 +
+         static_cast<std::uint64_t>(found.id);
+}
+
+}  // namespace
+
+void FileCheck::run() {
+  try {
+    if (!text_.isOpen()) {
+      consume(unreadable(text_.problem()));
+    } else if (text_.isKept() && foreignEncoding(text_.text().substr(0, HEAD_BYTES)) != nullptr) {
+      applyRules({}, {});  // what the reader says of such a text only follows from its encoding
+    } else {
+      read();
+    }
+  } catch (const EnoughFindings&) {
+    // The consumer has said so.
+  }
+}
+
+void FileCheck::read() {
+  std::optional<vsa::Diagnostic> stop;
+  vsa::ReadOptions options = readOptions();
+  options.onDiagnostic = [&](const vsa::Diagnostic& found) {
+    if (found.endedReading || found.id == vsa::DiagnosticId::UnexpectedEof) stop = found;
+    seen_.push_back(keyOf(found));
+    consume(findingOf(found, options_.reading));
+  };
+  vsa::Scene scene;
+  const vsa::ReadOutcome outcome = text_.readInto(scene, options);
+  if (outcome.status == vsa::ReadStatus::HostException) {
+    std::rethrow_exception(outcome.exception);
+  }
+  if (outcome.status == vsa::ReadStatus::OutOfMemory) {
+    consume(unreadable("reading it needs more memory than there is"));
+  }
+  if (!text_.problem().empty()) consume(unreadable("reading failed midway: " + text_.problem()));
+  const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
+                         outcome.status == vsa::ReadStatus::CutOff;
+  if (isStopped && stop && !options_.isFirstOnly && text_.keep()) {
+    readOnAfter(*stop);
+  } else {
+    applyRules(scene, outcome);
+  }
+}
+
+void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
+  stopLine_ = stop.range.begin.line;
+  std::sort(seen_.begin(), seen_.end());
+  const vsa::ReadResult result =
+      readOn(text_.text(), stop, readOptions(),
+             [this](const vsa::Diagnostic& found) { consumeNew(found); });
+  applyRules(result.scene, result);
+}
+
+void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
+  if (std::binary_search(seen_.begin(), seen_.end(), keyOf(diagnostic))) return;
+  Finding finding = findingOf(diagnostic, options_.reading);
+  finding.isAfterStop = true;
+  finding.logLine.clear();
+  consume(std::move(finding));
+}
+
+void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome) {
+  std::vector<Finding> findings;
+  runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome},
+           isEnabled_, findings);
+  for (Finding& finding : findings) consume(std::move(finding));
+}
+
+// A text of which Ctrl-C has cut off the rest is checked as far as it is there.
+vsa::ReadOptions FileCheck::readOptions() const {
+  vsa::ReadOptions options = options_.reading.options();
+  options.keptDiagnosticBytes = KEPT_DIAGNOSTIC_BYTES;
+  options.onProgress = [this, wasInterrupted = isInterrupted()](const vsa::ReadProgress& progress) {
+    if (options_.onProgress) options_.onProgress(progress);
+    return wasInterrupted || !isInterrupted();
+  };
+  return options;
+}
+
+void FileCheck::consume(Finding&& finding) {
+  if (!consumer_(std::move(finding))) throw EnoughFindings();
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,59 @@
+// FileCheck: finds everything that is wrong with one file.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/rules/rule.h"
+#include "tools/vsa/check/text/checked_text.h"
+#include "tools/vsa/common/read_arguments.h"
+
+namespace vsa_tools {
+
+/// How files are checked.
+struct FileCheckOptions {
+  const ReadArguments& reading;
+  /// Whether to end where the reader stops.
+  bool isFirstOnly = false;
+  /// Called while a file is read.
+  std::function<void(const vsa::ReadProgress&)> onProgress = {};
+};
+
+class FileCheck {
+ public:
+  /// Returns false when it has enough findings.
+  using Consumer = std::function<bool(Finding&&)>;
+  using RuleFilter = std::function<bool(const Rule&)>;
+
+  /// Everything must outlive the check.
+  FileCheck(CheckedText& text, const FileCheckOptions& options, const RuleFilter& isEnabled,
+            const Consumer& consumer)
+      : text_(text), options_(options), isEnabled_(isEnabled), consumer_(consumer) {}
+
+  /// Passes all findings to the consumer: those of the reader in the order of its log, then what it
+  /// does not come to, then those of the rules.
+  void run();
+
+  /// The line at which the reader stops; 0 if it reads the whole text.
+  std::uint64_t stopLine() const { return stopLine_; }
+
+ private:
+  void read();
+  void readOnAfter(const vsa::Diagnostic& stop);
+  void applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome);
+  vsa::ReadOptions readOptions() const;
+  void consume(Finding&& finding);
+  void consumeNew(const vsa::Diagnostic& diagnostic);
+
+  CheckedText& text_;
+  const FileCheckOptions& options_;
+  const RuleFilter& isEnabled_;
+  const Consumer& consumer_;
+  std::uint64_t stopLine_ = 0;
+  std::vector<std::uint64_t> seen_;  // keys of the findings of the reader
+};
+
+}  // namespace vsa_tools

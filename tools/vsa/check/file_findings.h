@@ -1,0 +1,58 @@
+// FileFindings: selects the findings of one file, sorts and renders them.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/output/format.h"
+#include "tools/vsa/check/output/printer.h"
+#include "tools/vsa/check/selection/baseline.h"
+#include "tools/vsa/check/selection/comment_ignores.h"
+#include "tools/vsa/check/selection/level_table.h"
+
+namespace vsa_tools {
+
+class FileFindings {
+ public:
+  /// What is to be done with rendered findings when there are many of them.
+  using Flush = std::function<void(const std::vector<RenderedFinding>&)>;
+
+  FileFindings(const std::string& file, const CheckedText& text, const LevelTable& levels,
+               const Format& format, KnownFindings known, Flush flush);
+
+  /// Adds a finding unless it is to be ignored. `stopLine` is the line at which the reader stops.
+  void add(Finding&& finding, std::uint64_t stopLine);
+  /// Sorts and renders what has been added since the last call.
+  std::vector<RenderedFinding> take();
+
+  bool hasFound() const { return count_ > 0; }
+  std::uint64_t count() const { return count_; }
+  bool isUnreadable() const { return isUnreadable_; }
+  std::uint64_t inBaseline() const { return inBaseline_; }
+  const KnownFindings& found() const { return found_; }
+  /// Takes all findings as known from now on, and fills found() with them.
+  void recordFound() { isRecording_ = true; }
+
+ private:
+  bool isSelected(Finding& finding);
+
+  const std::string& file_;
+  const CheckedText& text_;
+  const LevelTable& levels_;
+  const Format& format_;
+  const CommentIgnores ignores_;
+  KnownFindings known_, found_;
+  Flush flush_;
+  std::vector<Finding> findings_;
+  std::uint64_t stopLine_ = 0;
+  bool isStopShown_ = false;
+  bool isRecording_ = false;
+  bool isUnreadable_ = false;
+  std::uint64_t inBaseline_ = 0;
+  std::uint64_t count_ = 0;
+};
+
+}  // namespace vsa_tools

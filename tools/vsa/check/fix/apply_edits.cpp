@@ -1,0 +1,107 @@
+#include "tools/vsa/check/fix/apply_edits.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <stdexcept>
+
+namespace vsa_tools {
+
+namespace {
+
+bool isInside(const TextEdit& edit, std::string_view text) {
+  return edit.begin <= edit.end && edit.end <= text.size();
+}
+
+/// Two insertions at the same place count as overlapping: their order is not known.
+bool overlaps(const TextEdit& a, const TextEdit& b) {
+  return (a.begin < b.end && b.begin < a.end) || a.begin == b.begin;
+}
+
+bool isFree(const std::vector<TextEdit>& edits, const std::vector<TextEdit>& taken,
+            std::string_view text) {
+  return std::all_of(edits.begin(), edits.end(), [&](const TextEdit& edit) {
+    return isInside(edit, text) &&
+           std::none_of(taken.begin(), taken.end(),
+                        [&](const TextEdit& other) { return overlaps(edit, other); });
+  });
+}
+
+[[noreturn]] void throwError(const std::string& path) {
+  throw std::runtime_error(path + ": " + std::strerror(errno));
+}
+
+void writeAll(int descriptor, std::string_view bytes, const std::string& path) {
+  while (!bytes.empty()) {
+    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+    if (count < 0 && errno != EINTR) throwError(path);
+    bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+  }
+}
+
+/// A new file beside another one; removed unless it replaces that.
+class Replacement {
+ public:
+  explicit Replacement(const std::string& path) : path_(path), name_(path + ".XXXXXX") {
+    descriptor_ = ::mkstemp(name_.data());
+    if (descriptor_ < 0) throwError(path);
+  }
+  ~Replacement() {
+    if (descriptor_ >= 0) ::close(descriptor_);
+    if (!isDone_) ::unlink(name_.c_str());
+  }
+  Replacement(const Replacement&) = delete;
+  Replacement& operator=(const Replacement&) = delete;
+
+  void replace(std::string_view bytes) {
+    struct stat status {};
+    if (::stat(path_.c_str(), &status) != 0) throwError(path_);
+    if (::access(path_.c_str(), W_OK) != 0) throwError(path_);
+    writeAll(descriptor_, bytes, path_);
+    if (::fchmod(descriptor_, status.st_mode & 07777) != 0) throwError(path_);
+    if (::fsync(descriptor_) != 0) throwError(path_);
+    if (::rename(name_.c_str(), path_.c_str()) != 0) throwError(path_);
+    isDone_ = true;
+  }
+
+ private:
+  std::string path_, name_;
+  int descriptor_ = -1;
+  bool isDone_ = false;
+};
+
+}  // namespace
+
+EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings) {
+  EditedText edited;
+  std::vector<TextEdit> taken;
+  for (const std::vector<TextEdit>& edits : findings) {
+    if (edits.empty() || !isFree(edits, taken, text)) continue;
+    taken.insert(taken.end(), edits.begin(), edits.end());
+    ++edited.fixed;
+  }
+  std::sort(taken.begin(), taken.end(),
+            [](const TextEdit& a, const TextEdit& b) { return a.begin < b.begin; });
+  std::uint64_t at = 0;
+  for (const TextEdit& edit : taken) {
+    edited.text.append(text, at, edit.begin - at);
+    edited.text += edit.text;
+    at = edit.end;
+  }
+  edited.text.append(text, at);
+  return edited;
+}
+
+void replaceFile(const std::string& path, std::string_view bytes) {
+  std::error_code error;
+  const std::filesystem::path target = std::filesystem::canonical(path, error);
+  if (error) throw std::runtime_error(path + ": " + error.message());
+  Replacement(target.native()).replace(bytes);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,25 @@
+// Applies the edits of findings to a file.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/check/finding.h"
+
+namespace vsa_tools {
+
+/// `text` with the edits of one finding after the other, as far as they overlap no edit before.
+struct EditedText {
+  std::string text;
+  std::uint64_t fixed = 0;  ///< Findings whose edits were applied.
+};
+EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings);
+
+/// Writes `bytes` to a new file in the same folder, which replaces the file `path` when it is
+/// complete, and has its permissions. A symbolic link stays, and the file that it leads to is
+/// replaced. Throws std::runtime_error if that fails.
+void replaceFile(const std::string& path, std::string_view bytes);
+
+}  // namespace vsa_tools

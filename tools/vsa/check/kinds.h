@@ -1,0 +1,27 @@
+// The kinds of findings: the diagnostics of the reader, problems of files, and the rules.
+#pragma once
+
+#include <span>
+#include <string_view>
+
+#include "tools/vsa/check/finding.h"
+
+namespace vsa_tools {
+
+struct FindingKind {
+  const char* id;
+  Level level;
+  const char* group;  ///< "reader", "file", or that of the rule.
+  bool isDefault;     ///< Whether it is reported without being asked for.
+  const char* page;   ///< The page of the documentation that has a heading of this id.
+};
+
+// A file that cannot be opened or not be read to its end.
+inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
+
+/// All kinds: those of the reader, of files, and the rules.
+std::span<const FindingKind> allKinds();
+/// The kind of that id; null if there is none.
+const FindingKind* kindOf(std::string_view id);
+
+}  // namespace vsa_tools

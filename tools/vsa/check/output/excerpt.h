@@ -1,0 +1,26 @@
+// A source line as a terminal shows it, with carets under a part of it.
+#pragma once
+
+#include <string>
+
+#include <vsa/reading/text_position.h>
+#include "tools/vsa/check/text/checked_text.h"
+
+namespace vsa_tools {
+
+struct Excerpt {
+  /// The line, without its line end. Tabs are blanks, control characters and invalid UTF-8 are
+  /// escaped. A long line is cut around the carets, which "..." shows.
+  std::string line;
+  /// Blanks and carets, to be printed below `line`. Wide characters have two carets.
+  std::string carets;
+};
+
+/// The first line of `range`, and carets under the bytes of `range` in that line. An empty range
+/// has one caret. `width` is the number of columns of the terminal that the line may take.
+Excerpt excerptOf(const CheckedText& text, const vsa::TextRange& range, std::size_t width);
+
+/// The columns that a terminal needs for a character: 0 for a combining one, 2 for a wide one.
+int columnsOf(char32_t character);
+
+}  // namespace vsa_tools

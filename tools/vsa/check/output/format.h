@@ -1,0 +1,58 @@
+// The formats in which vsa check prints findings.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/text/checked_text.h"
+
+namespace vsa_tools {
+
+/// Where a finding is.
+struct FindingPlace {
+  const std::string& file;  ///< As it is shown.
+  const CheckedText& text;
+  /// The line at which the reader stops, on the first finding that was found by reading on.
+  std::optional<std::uint64_t> stopLine;
+};
+
+/// What was found in all files.
+struct Totals {
+  std::uint64_t files = 0;
+  std::uint64_t filesWithFindings = 0;
+  std::uint64_t unreadable = 0;
+  std::uint64_t inBaseline = 0;  ///< Findings that the baseline has.
+  std::uint64_t fixed = 0;       ///< Edits that were made.
+  bool isEndedEarly = false;     ///< --max-diagnostics was reached.
+};
+
+/// One output format. render() may be called by several threads, the other functions by one.
+class Format {
+ public:
+  virtual ~Format() = default;
+  /// The finding in this format, with its line end.
+  virtual std::string render(const Finding& finding, const FindingPlace& place) const = 0;
+  /// What is printed before all findings.
+  virtual std::string begin() { return {}; }
+  /// What is printed for a finding that was rendered.
+  virtual std::string add(std::string rendered) { return rendered; }
+  /// What is printed for a file without findings.
+  virtual std::string addClean(const std::string& /*file*/) { return {}; }
+  /// What is printed after all findings.
+  virtual std::string end(const Totals& /*totals*/) { return {}; }
+  /// Whether the output is for people, so that the summary is a part of it.
+  virtual bool isForPeople() const { return false; }
+  /// Whether only the reader's own log is printed.
+  virtual bool isLog() const { return false; }
+};
+
+enum class FormatName : std::uint8_t { Full, Line, Log, Json, Sarif, Github, Junit };
+
+/// `isColoured` has an effect on Full alone. `isStrict`, that warnings are failures, on Junit.
+std::unique_ptr<Format> makeFormat(FormatName name, bool isColoured, bool isStrict);
+
+}  // namespace vsa_tools

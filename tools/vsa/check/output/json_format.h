@@ -1,0 +1,13 @@
+// The format json: one record a line. docs/check_finding.schema.json is its schema.
+#pragma once
+
+#include "tools/vsa/check/output/format.h"
+
+namespace vsa_tools {
+
+class JsonFormat final : public Format {
+ public:
+  std::string render(const Finding& finding, const FindingPlace& place) const override;
+};
+
+}  // namespace vsa_tools

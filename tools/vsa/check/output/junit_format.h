@@ -1,0 +1,28 @@
+// The format junit: one XML document in which each finding, and each file without one, is a test
+// case. It is kept up to the end, because it begins with the number of cases.
+#pragma once
+
+#include "tools/vsa/check/output/format.h"
+
+namespace vsa_tools {
+
+class JunitFormat final : public Format {
+ public:
+  /// `isStrict`: a warning is a failure, too.
+  explicit JunitFormat(bool isStrict) : isStrict_(isStrict) {}
+  std::string render(const Finding& finding, const FindingPlace& place) const override;
+  std::string add(std::string rendered) override;
+  std::string addClean(const std::string& file) override;
+  std::string end(const Totals& totals) override;
+
+ private:
+  bool isFailure(Level level) const {
+    return level == Level::Error || (isStrict_ && level == Level::Warning);
+  }
+
+  bool isStrict_;
+  std::string cases_;
+  std::uint64_t count_ = 0, failures_ = 0;
+};
+
+}  // namespace vsa_tools

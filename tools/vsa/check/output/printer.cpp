@@ -1,0 +1,45 @@
+#include "tools/vsa/check/output/printer.h"
+
+#include <cstdio>
+
+#include "tools/vsa/common/output.h"
+
+namespace vsa_tools {
+
+void Printer::print(const std::vector<RenderedFinding>& findings) {
+  std::string text;
+  for (const RenderedFinding& finding : findings) {
+    if (printed_ == maxFindings_) {
+      isFull_ = true;
+      break;
+    }
+    ++printed_;
+    ++counts_[static_cast<int>(finding.level)];
+    text += format_.add(finding.text);
+  }
+  write(text);
+}
+
+bool Printer::end(const Totals& totals, const std::string& summary) {
+  write(format_.end(totals));
+  if (!summary.empty()) {
+    if (format_.isForPeople()) {
+      write(summary + '\n');
+    } else {
+      progress_.hide();
+      printLine(summary);
+    }
+  }
+  return std::fflush(stdout) == 0 && !isFailed_;
+}
+
+void Printer::write(std::string_view text) {
+  if (text.empty()) return;
+  progress_.hide();
+  if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size()) {
+    isFailed_ = true;
+    isFull_ = true;
+  }
+}
+
+}  // namespace vsa_tools

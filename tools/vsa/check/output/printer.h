@@ -1,0 +1,52 @@
+// Printer: writes rendered findings to standard output, counts them, and ends at --max-diagnostics.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/check/output/format.h"
+#include "tools/vsa/common/progress.h"
+
+namespace vsa_tools {
+
+/// A finding in the format of the output.
+struct RenderedFinding {
+  Level level;
+  std::string text;
+};
+
+/// All functions but isFull() are called by one thread at a time.
+class Printer {
+ public:
+  Printer(Format& format, std::uint64_t maxFindings, Progress& progress)
+      : format_(format), maxFindings_(maxFindings), progress_(progress) {}
+
+  void begin() { write(format_.begin()); }
+  /// Prints findings of one file, until there are too many.
+  void print(const std::vector<RenderedFinding>& findings);
+  void printClean(const std::string& file) { write(format_.addClean(file)); }
+  /// Prints what ends the output, and the summary unless it is empty. Returns whether all was
+  /// written to standard output.
+  bool end(const Totals& totals, const std::string& summary);
+
+  /// Whether no more findings are to be printed.
+  bool isFull() const { return isFull_; }
+  /// The findings that were printed, by level.
+  std::uint64_t count(Level level) const { return counts_[static_cast<int>(level)]; }
+
+ private:
+  void write(std::string_view text);
+
+  Format& format_;
+  std::uint64_t maxFindings_;
+  Progress& progress_;
+  std::uint64_t counts_[3] = {};
+  std::uint64_t printed_ = 0;
+  std::atomic<bool> isFull_ = false;
+  bool isFailed_ = false;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,48 @@
+#include "tools/vsa/check/reading/diagnostic_finding.h"
+
+#include <string>
+#include <utility>
+
+namespace vsa_tools {
+
+namespace {
+
+// A message ends with the period of the log line, some with one of their own before it. Three
+// periods end a shortened text.
+std::string withoutPeriod(std::string text) {
+  const std::size_t length = text.find_last_not_of('.') + 1;
+  const std::size_t periods = text.size() - length;
+  text.resize(length + (periods > 2 ? 3 : 0));
+  while (text.ends_with(' ')) text.pop_back();
+  return text;
+}
+
+// The message of an invalid token is the character alone, and its kind says what is wrong: "INVALID
+// PAREN LIST TOKEN". That kind begins the message of the finding. All other kinds only repeat the
+// severity.
+std::string messageOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
+  std::string text;
+  if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||
+      diagnostic.id == vsa::DiagnosticId::InvalidListToken) {
+    for (const char c : diagnostic.kind) {
+      text += static_cast<char>(c >= 'A' && c <= 'Z' ? c + ('a' - 'A') : c);
+    }
+    text += ' ';
+  }
+  text += reading.messageOf(diagnostic);
+  return withoutPeriod(std::move(text));
+}
+
+}  // namespace
+
+Finding findingOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
+  Finding finding;
+  finding.level = diagnostic.severity == vsa::Severity::Warning ? Level::Warning : Level::Error;
+  finding.id = vsa::name(diagnostic.id);
+  finding.message = messageOf(diagnostic, reading);
+  finding.range = diagnostic.range;
+  finding.logLine = reading.lineOf(diagnostic);
+  return finding;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,13 @@
+// A diagnostic of the reader as a finding.
+#pragma once
+
+#include <vsa/reading/read_diagnostic.h>
+#include "tools/vsa/check/finding.h"
+#include "tools/vsa/common/read_arguments.h"
+
+namespace vsa_tools {
+
+/// `reading` says whether long names and values are shortened.
+Finding findingOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading);
+
+}  // namespace vsa_tools

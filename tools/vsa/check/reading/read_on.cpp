@@ -1,0 +1,219 @@
+#include "tools/vsa/check/reading/read_on.h"
+
+#include <algorithm>
+#include <deque>
+#include <exception>
+#include <optional>
+#include <string>
+
+#include "tools/vsa/check/reading/repair.h"
+#include "tools/vsa/check/text/line_index.h"
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::Diagnostic;
+using vsa::DiagnosticId;
+
+// Each reading of the whole text may find mistakes that reading on has missed. In practice the
+// first or second one is complete.
+constexpr int MAX_WHOLE_READINGS = 4;
+// The lexer is up to three tokens, and so up to three statements, ahead of the parser.
+constexpr std::size_t LOOKAHEAD = 3;
+
+bool isOfLexer(DiagnosticId id) {
+  return id == DiagnosticId::InvalidToken || id == DiagnosticId::InvalidListToken ||
+         id == DiagnosticId::UnexpectedEof || id == DiagnosticId::EndMark;
+}
+
+/// The part of `text` between `before` and `after`.
+std::string_view between(std::string_view text, std::string_view before, std::string_view after) {
+  const std::size_t at = text.find(before);
+  if (at == std::string_view::npos) return {};
+  const std::size_t begin = at + before.size();
+  const std::size_t end = text.find(after, begin);
+  return end == std::string_view::npos ? std::string_view() : text.substr(begin, end - begin);
+}
+
+/// The name of the node that the diagnostic reports as missing; empty if it reports something else.
+std::string_view missingNode(const Diagnostic& found) {
+  switch (found.id) {
+    case DiagnosticId::NodeNotFound: {
+      const std::string_view path = between(found.message, "node '", "'");
+      return path.substr(0, path.find_first_of(".["));
+    }
+    case DiagnosticId::NoNodeToConnect:
+    case DiagnosticId::NoNodeToAssign:
+      return between(found.message, "nonexistent node ", " to ");
+    default:
+      return {};
+  }
+}
+
+/// Walks over the statements of the repaired text, and knows the node that the last `:` selected.
+class StatementCursor {
+ public:
+  struct Place {
+    std::size_t begin;
+    std::string with;
+  };
+
+  /// Moves behind the last statement that begins before `offset`.
+  void moveTo(std::string_view text, std::size_t offset) {
+    while (true) {
+      const Statement next = nextStatement(text, at_);
+      if (next.begin >= offset || next.begin >= text.size()) return;
+      push(next.begin);
+      if (next.terminator == ':') with_ = nameBefore(text, next.end - 1);
+      at_ = next.end;
+    }
+  }
+
+  /// Moves to a wrong statement that was replaced. From there on, the text is scanned anew.
+  void moveToReplaced(std::size_t begin) {
+    push(begin);
+    at_ = begin;
+  }
+
+  /// Goes back to the beginning of the last statement, and returns it.
+  std::size_t back() {
+    if (places_.empty()) return at_;
+    at_ = places_.back().begin;
+    with_ = places_.back().with;
+    places_.pop_back();
+    return at_;
+  }
+
+  Place place() const { return {at_, with_}; }
+  /// The place LOOKAHEAD statements before, or the first one known.
+  Place earlierPlace() const { return places_.empty() ? place() : places_.front(); }
+
+ private:
+  void push(std::size_t begin) {
+    if (places_.size() > LOOKAHEAD) places_.pop_front();
+    places_.push_back({begin, with_});
+  }
+
+  std::size_t at_ = 0;
+  std::string with_;
+  std::deque<Place> places_;  // of the last statements
+};
+
+class FurtherReading {
+ public:
+  FurtherReading(std::string_view text, const vsa::ReadOptions& options,
+                 const DiagnosticConsumer& consumer)
+      : lines_(text), repair_(text), options_(options), consumer_(consumer) {}
+
+  vsa::ReadResult run(const Diagnostic& stop) {
+    isNodeMissing_ = stop.id == DiagnosticId::WithNodeNotSet;
+    addSuspect(stop);
+    repair_.replace(stop, stop.range.begin.offset, 0);
+    for (int count = 1;; ++count) {
+      readParts();
+      vsa::ReadResult whole = readWhole();
+      if (failure_) std::rethrow_exception(failure_);
+      if (!fatal_ || count == MAX_WHOLE_READINGS) return whole;
+      handleFatal(0);
+    }
+  }
+
+ private:
+  // Reads part after part into one scene, for the fatal diagnostics alone. The statements before
+  // the stop are read once more, because they make the nodes.
+  void readParts() {
+    vsa::Scene scene;
+    StatementCursor cursor;
+    while (readPart(scene, cursor.place(), repair_.text().size())) {
+      const bool isLexer = isOfLexer(fatal_->id);
+      cursor.moveTo(repair_.text(), fatal_->range.begin.offset + 1);
+      handleFatal(cursor.back());
+      if (repair_.isStuck()) return;
+      cursor.moveTo(repair_.text(), repair_.lastBegin());
+      cursor.moveToReplaced(repair_.lastBegin());
+      // The parser has not executed the statements that the lexer was ahead of it.
+      if (isLexer) readPart(scene, cursor.earlierPlace(), repair_.lastBegin());
+    }
+  }
+
+  /// Whether the reading of the part from `place` up to `end` ended with a fatal diagnostic.
+  bool readPart(vsa::Scene& scene, const StatementCursor::Place& place, std::size_t end) {
+    const std::string_view part = repair_.textFrom(place.begin, place.with);
+    shift_ = repair_.text().size() - part.size();
+    const vsa::ReadOutcome outcome = read(scene, part.substr(0, end - shift_), false);
+    repair_.restore();
+    return fatal_.has_value() && !outcome.exception;
+  }
+
+  vsa::ReadResult readWhole() {
+    vsa::ReadResult result;
+    shift_ = 0;
+    static_cast<vsa::ReadOutcome&>(result) = read(result.scene, repair_.text(), true);
+    return result;
+  }
+
+  vsa::ReadOutcome read(vsa::Scene& scene, std::string_view text, bool isWhole) {
+    fatal_.reset();
+    vsa::ReadOptions options = options_;
+    options.keepHeader = !isWhole;
+    options.onDiagnostic = [&](const Diagnostic& found) {
+      if (found.endedReading) fatal_ = shifted(found);
+      if (!found.endedReading && isWhole) report(shifted(found));
+    };
+    vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, options);
+    if (outcome.exception) failure_ = outcome.exception;
+    return outcome;
+  }
+
+  Diagnostic shifted(Diagnostic found) const {
+    const auto move = [&](const vsa::TextPosition& position) {
+      return lines_.positionOf(
+          std::min<std::uint64_t>(position.offset + shift_, repair_.text().size()));
+    };
+    found.range = {move(found.range.begin), move(found.range.end)};
+    return found;
+  }
+
+  void handleFatal(std::size_t scanFrom) {
+    const Diagnostic found = *fatal_;
+    const bool isFollowUp = isOfMissingNode(found);
+    const bool isFirst = repair_.replace(found, found.range.begin.offset, scanFrom);
+    if (isFirst && !isFollowUp) consumer_(found);
+    addSuspect(found);
+  }
+
+  void report(const Diagnostic& found) {
+    const std::string_view name = missingNode(found);
+    if (name.empty() || !repair_.isSuspect(name)) consumer_(found);
+  }
+
+  /// Whether it follows from a node that is reported as missing already.
+  bool isOfMissingNode(const Diagnostic& found) {
+    if (found.id == DiagnosticId::WithNodeNotSet) return std::exchange(isNodeMissing_, true);
+    const std::string_view name = missingNode(found);
+    return !name.empty() && repair_.isSuspect(name);
+  }
+
+  void addSuspect(const Diagnostic& found) {
+    if (const std::string_view name = missingNode(found); !name.empty()) repair_.addSuspect(name);
+  }
+
+  LineIndex lines_;
+  Repair repair_;
+  const vsa::ReadOptions& options_;
+  const DiagnosticConsumer& consumer_;
+  std::optional<Diagnostic> fatal_;  // of the last reading
+  std::exception_ptr failure_;
+  std::size_t shift_ = 0;  // of the text that is read, in the whole text, modulo 2^64
+  bool isNodeMissing_ = false;
+};
+
+}  // namespace
+
+vsa::ReadResult readOn(std::string_view text, const Diagnostic& stop,
+                       const vsa::ReadOptions& options, const DiagnosticConsumer& consumer) {
+  return FurtherReading(text, options, consumer).run(stop);
+}
+
+}  // namespace vsa_tools

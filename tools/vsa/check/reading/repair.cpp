@@ -1,0 +1,158 @@
+#include "tools/vsa/check/reading/repair.h"
+
+#include <algorithm>
+
+#include <vsa/read.h>
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::DiagnosticId;
+
+/// The statement that holds the byte at `offset`, up to where reading goes on.
+Statement regionAt(std::string_view text, std::size_t offset, std::size_t scanFrom) {
+  Statement region = nextStatement(text, scanFrom);
+  while (region.end <= offset && region.end < text.size()) {
+    region = nextStatement(text, region.end);
+  }
+  const std::size_t end = resumePoint(text, region);
+  if (end < region.end) region.terminator = 0;
+  region.end = end;
+  return region;
+}
+
+/// Whether the reader accepts the grammar of a statement, whatever nodes and inputs it names.
+bool isGrammatical(const std::string& statement) {
+  vsa::ReadOptions options;
+  options.buffers = vsa::BufferMode::Skip;
+  const vsa::ReadResult result = vsa::readText("t n: " + statement, options);
+  if (result.isComplete()) return true;
+  return std::any_of(result.diagnostics.begin(), result.diagnostics.end(), [](const auto& found) {
+    return found.endedReading &&
+           (found.id == DiagnosticId::NodeNotFound || found.id == DiagnosticId::InputNotFound);
+  });
+}
+
+bool isWord(std::string_view text, std::string_view word) {
+  return std::equal(text.begin(), text.end(), word.begin(), word.end(),
+                    [](char a, char b) { return (a | 0x20) == b; });
+}
+
+bool isStatementWord(std::string_view name) {
+  return isWord(name, "with") || isWord(name, "define") || isWord(name, "remove");
+}
+
+}  // namespace
+
+Repair::Repair(std::string_view text) {
+  padded_.reserve(PADDING + text.size());
+  padded_.assign(PADDING, ' ');
+  padded_ += text;
+}
+
+std::string_view Repair::textFrom(std::size_t from, std::string_view with) {
+  const std::string selection = with.empty() ? "" : "with " + std::string(with) + ':';
+  const std::size_t length = selection.size() <= PADDING + from ? selection.size() : 0;
+  selectionBegin_ = PADDING + from - length;
+  overwritten_ = padded_.substr(selectionBegin_, length);
+  padded_.replace(selectionBegin_, length, selection, 0, length);
+  return std::string_view(padded_).substr(selectionBegin_);
+}
+
+void Repair::restore() {
+  padded_.replace(selectionBegin_, overwritten_.size(), overwritten_);
+  overwritten_.clear();
+}
+
+bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom) {
+  const Statement region = regionAt(text(), offset, scanFrom);
+  lastBegin_ = region.begin;
+  int& step = steps_[region.begin];
+  isStuck_ = region.begin == region.end || step == 3;
+  const bool isFirst = step == 0;
+  if (step == 0 && (repairCharacter(fatal, offset) || repairEnd(fatal, region))) {
+    step = 1;
+    return true;
+  }
+  if (step < 2) {
+    addSuspects(region);
+    keepDeclaration(region);
+    step = 2;
+  } else {
+    blank(region.begin, region.end);
+    step = 3;
+  }
+  return isFirst;
+}
+
+bool Repair::repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset) {
+  if (fatal.id != DiagnosticId::InvalidToken && fatal.id != DiagnosticId::EndMark) return false;
+  const std::uint64_t length = fatal.range.end.offset - fatal.range.begin.offset;
+  if (length != 1 || offset >= text().size()) return false;
+  byteAt(offset) = ' ';
+  return true;
+}
+
+bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
+  if (fatal.id != DiagnosticId::BadToken && fatal.id != DiagnosticId::UnrecognizedToken) {
+    return false;
+  }
+  if (region.terminator != 0) return false;
+  std::string statement(text().substr(region.begin, region.end - region.begin));
+  while (!statement.empty() && static_cast<unsigned char>(statement.back()) <= ' ') {
+    statement.pop_back();
+  }
+  const std::size_t end = region.begin + statement.size();
+  if (end == region.end || !isGrammatical(statement + ';')) return false;
+  byteAt(end) = ';';
+  return true;
+}
+
+// `TYPE NAME` stays and is ended by the `:` that follows it or else by a `;`. A statement that ends
+// with `:` and declares no name would leave the following statements without a node: they get one.
+void Repair::keepDeclaration(const Statement& region) {
+  const std::size_t typeEnd = endOfName(text(), region.begin);
+  const std::size_t name = skipBlanks(text(), typeEnd);
+  const std::size_t nameEnd = endOfName(text(), name);
+  const std::size_t next = skipBlanks(text(), nameEnd);
+  const std::string_view type = text().substr(region.begin, typeEnd - region.begin);
+  const bool isDeclaration = typeEnd > region.begin && name > typeEnd && nameEnd > name &&
+                             next < region.end && !isStatementWord(type) && text()[next] != '.';
+  if (isDeclaration) {
+    const bool isWith = text()[next] == ':' || region.terminator == ':';
+    blank(nameEnd, region.end);
+    byteAt(next) = isWith ? ':' : ';';
+    return;
+  }
+  blank(region.begin, region.end);
+  constexpr std::string_view UNKNOWN = "_ _:";
+  if (region.terminator == ':' && region.end - region.begin >= UNKNOWN.size()) {
+    padded_.replace(PADDING + region.begin, UNKNOWN.size(), UNKNOWN);
+  }
+}
+
+void Repair::blank(std::size_t begin, std::size_t end) {
+  for (std::size_t at = begin; at < std::min(end, text().size()); ++at) {
+    if (byteAt(at) != '\n') byteAt(at) = ' ';
+  }
+}
+
+// A name that stands after another name is one that the statement may have been meant to declare.
+void Repair::addSuspects(const Statement& region) {
+  const std::string_view all = text().substr(0, region.end);
+  bool isAfterName = false;
+  for (std::size_t at = region.begin; at < region.end;) {
+    const std::size_t end = endOfName(all, at);
+    if (end > at) {
+      if (isAfterName) addSuspect(all.substr(at, end - at));
+      isAfterName = true;
+      at = end;
+    } else {
+      isAfterName = isAfterName && skipBlanks(all, at) > at;
+      ++at;
+    }
+  }
+}
+
+}  // namespace vsa_tools

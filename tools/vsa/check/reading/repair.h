@@ -1,0 +1,70 @@
+// Repair: a copy of a text in which wrong statements are replaced, so that it can be read on.
+//
+// A replacement has as many bytes as what it replaces, so that offsets stay what they are. (Lines
+// do not: a `;` may stand in place of a line end.) A wrong statement is replaced in steps, each
+// taken if the reader complains about the statement once more:
+//   1. its smallest repair: a missing `;` is written, a character that begins no token is blanked
+//   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
+//   3. blanks
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <vsa/reading/read_diagnostic.h>
+#include "tools/vsa/check/text/statement_scan.h"
+
+namespace vsa_tools {
+
+class Repair {
+ public:
+  explicit Repair(std::string_view text);
+
+  /// The repaired text.
+  std::string_view text() const { return std::string_view(padded_).substr(PADDING); }
+
+  /// The repaired text from `from` on, with a statement before it that selects the node `with`,
+  /// unless that is empty or too long. restore() takes that statement away again.
+  std::string_view textFrom(std::size_t from, std::string_view with);
+  void restore();
+
+  /// Replaces the statement in which `fatal` was found, at `offset`. `scanFrom` is the beginning of
+  /// a statement before it. Returns whether this is the first mistake in that statement: another
+  /// one may only follow from the replacement.
+  bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
+
+  /// Whether there was nothing left to replace.
+  bool isStuck() const { return isStuck_; }
+  /// Where the statement begins that was replaced last.
+  std::size_t lastBegin() const { return lastBegin_; }
+
+  /// Whether a replaced statement may have declared a node of this name, or the name has been
+  /// reported as missing.
+  bool isSuspect(std::string_view name) const { return suspects_.count(name) != 0; }
+  void addSuspect(std::string_view name) { suspects_.emplace(name); }
+
+ private:
+  static constexpr std::size_t PADDING = 1024;
+
+  bool repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset);
+  bool repairEnd(const vsa::Diagnostic& fatal, const Statement& region);
+  void keepDeclaration(const Statement& region);
+  void blank(std::size_t begin, std::size_t end);
+  void addSuspects(const Statement& region);
+
+  char& byteAt(std::size_t offset) { return padded_[PADDING + offset]; }
+
+  std::string padded_;  // PADDING blanks, then the text
+  std::size_t selectionBegin_ = 0;
+  std::string overwritten_;
+  std::size_t lastBegin_ = 0;
+  bool isStuck_ = false;
+  std::unordered_map<std::size_t, int> steps_;  // by the beginning of the statement
+  std::set<std::string, std::less<>> suspects_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,40 @@
+// A baseline: the findings that are known, so that only new ones are reported. A finding is
+// recognised by its file, id, message and the text of its line, so that it may move to another
+// line.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <tuple>
+
+#include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/text/checked_text.h"
+
+namespace vsa_tools {
+
+/// The findings of one file that are counted as known.
+using KnownFindings = std::map<std::tuple<std::string, std::string, std::string>, std::uint64_t>;
+
+class Baseline {
+ public:
+  /// Reads the file. Throws std::runtime_error if it cannot be read or is no baseline.
+  static Baseline read(const std::string& path);
+  /// Writes the file. Throws std::runtime_error if that fails.
+  void write(const std::string& path) const;
+
+  /// The known findings of a file, to be taken out one by one.
+  KnownFindings of(const std::string& file) const;
+  void add(const std::string& file, const KnownFindings& findings);
+
+  static std::tuple<std::string, std::string, std::string> keyOf(const Finding& finding,
+                                                                 const CheckedText& text);
+
+ private:
+  std::map<std::string, KnownFindings> files_;
+};
+
+/// Takes the finding out of `known`. False if it is not there.
+bool takeKnown(KnownFindings& known, const Finding& finding, const CheckedText& text);
+
+}  // namespace vsa_tools

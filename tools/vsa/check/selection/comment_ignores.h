@@ -1,0 +1,37 @@
+// Comments of a text that say which findings to ignore:
+//
+//   # vsa-check: ignore narrowing              in the next statement
+//   lamp1.count = 2.7;  # vsa-check: ignore narrowing, wrong-type -- a reason
+//   # vsa-check: ignore-file too-few-elements  in the whole file
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/check/finding.h"
+
+namespace vsa_tools {
+
+class CommentIgnores {
+ public:
+  explicit CommentIgnores(std::string_view text);
+
+  /// Whether a comment says to ignore the finding. Findings about the whole file have no place, so
+  /// only `ignore-file` concerns them.
+  bool isIgnored(const Finding& finding) const;
+
+ private:
+  /// The ids and groups that are ignored between two offsets.
+  struct Ignore {
+    std::uint64_t begin, end;
+    std::string name;
+  };
+
+  void addComment(std::string_view text, std::size_t at);
+
+  std::vector<Ignore> ignores_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,43 @@
+// The configuration file .vsa-check.json.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "tools/vsa/check/selection/level_table.h"
+
+namespace vsa_tools {
+
+inline constexpr char CONFIG_NAME[] = ".vsa-check.json";
+
+/// The level table of each file: that of the configuration file found upwards from its folder, and
+/// then the command line.
+class LevelTables {
+ public:
+  /// `configFile`: the file to use for all, instead of looking for one; empty: look for one.
+  LevelTables(LevelRules commandLine, bool isConfigUsed, std::string configFile)
+      : commandLine_(std::move(commandLine)),
+        isConfigUsed_(isConfigUsed),
+        configFile_(std::move(configFile)) {}
+
+  /// The table for a file. Throws std::runtime_error if its configuration is wrong.
+  std::shared_ptr<const LevelTable> of(const std::string& file);
+
+ private:
+  std::shared_ptr<const LevelTable> make(const std::string& configFile) const;
+
+  LevelRules commandLine_;
+  bool isConfigUsed_;
+  std::string configFile_;
+  std::map<std::string, std::shared_ptr<const LevelTable>> byFolder_, byConfig_;
+};
+
+/// The nearest CONFIG_NAME in `folder` and the folders above; empty if there is none.
+std::string configAbove(const std::string& folder);
+
+/// Reads a configuration. Throws std::runtime_error, with the name of the file, if it cannot be
+/// read or is wrong.
+LevelRules readConfig(const std::string& path);
+
+}  // namespace vsa_tools

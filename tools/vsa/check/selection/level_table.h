@@ -1,0 +1,49 @@
+// LevelTable: the level of each kind of finding, and which kinds are ignored.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/kinds.h"
+
+namespace vsa_tools {
+
+/// Ids and groups of kinds, as --error, --warn and --ignore and the configuration name them. The
+/// name "all" stands for all kinds.
+struct LevelRules {
+  std::vector<std::string> errors;
+  std::vector<std::string> warnings;
+  std::vector<std::string> ignored;
+};
+
+class LevelTable {
+ public:
+  /// Each kind has its own level, and those that are not reported by default are ignored.
+  LevelTable();
+
+  /// Applies the rules to the table. An id has precedence over a group, a group over "all", and for
+  /// the same name an error over a warning, a warning over ignoring. Throws
+  /// std::runtime_error if a name is none of an id or group, with the name that may have been
+  /// meant.
+  void apply(const LevelRules& rules);
+
+  /// The level of the kind; nothing if it is ignored.
+  std::optional<Level> levelOf(std::string_view id, Level level) const;
+
+ private:
+  struct Choice {
+    std::optional<Level> level;
+    int precedence = 0;
+  };
+  void choose(const std::vector<std::string>& names, std::optional<Level> level);
+
+  // A round of apply() has precedence over the rounds before it.
+  int round_ = 0;
+  std::map<std::string, Choice, std::less<>> choices_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,147 @@
+#include "tools/vsa/check/text/checked_text.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utf8.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <limits>
+#include <span>
+
+#include "tools/vsa/common/interrupt.h"
+
+namespace vsa_tools {
+
+namespace {
+
+constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 16;
+
+template <class Read>
+ssize_t readAgainIfInterrupted(const Read& read) {
+  ssize_t count;
+  do {
+    count = read();
+  } while (count < 0 && errno == EINTR);
+  return count;
+}
+
+}  // namespace
+
+/// The bytes that are kept, then those that the descriptor still delivers.
+class CheckedText::Stream final : public vsa::Source {
+ public:
+  explicit Stream(CheckedText& text) : text_(text), kept_(text.text()) {}
+
+  std::size_t read(std::span<char> to) override {
+    if (const std::size_t count = kept_.copy(to.data(), to.size())) {
+      kept_.remove_prefix(count);
+      return count;
+    }
+    if (!waitForInput(text_.descriptor_)) return 0;
+    const ssize_t count =
+        readAgainIfInterrupted([&] { return ::read(text_.descriptor_, to.data(), to.size()); });
+    if (count < 0) text_.problem_ = std::strerror(errno);
+    return static_cast<std::size_t>(std::max<ssize_t>(count, 0));
+  }
+  std::string error() const override { return text_.problem_; }
+
+ private:
+  CheckedText& text_;
+  std::string_view kept_;
+};
+
+CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_(name) {
+  descriptor_ = name == "-" ? ::dup(STDIN_FILENO) : ::open(name.c_str(), O_RDONLY | O_CLOEXEC);
+  struct stat status {};
+  if (descriptor_ < 0 || ::fstat(descriptor_, &status) != 0) {
+    problem_ = std::strerror(errno);
+    return;
+  }
+  isOpen_ = true;
+  const auto size = static_cast<std::uint64_t>(status.st_size);
+  isRegular_ = S_ISREG(status.st_mode) && name != "-";
+  if (isRegular_ && size <= maxKept) bytes_.reserve(static_cast<std::size_t>(size) + 1);
+  isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : maxKept);
+  skipMark();
+  if (bytes_.empty() && !problem_.empty()) isOpen_ = false;  // a directory opens, and fails here
+}
+
+CheckedText::~CheckedText() {
+  if (descriptor_ >= 0) ::close(descriptor_);
+}
+
+bool CheckedText::keep() {
+  if (!isKept_ && isRegular_) {
+    isKept_ = readUpTo(std::numeric_limits<std::uint64_t>::max());
+    skipMark();
+  }
+  return isKept_;
+}
+
+void CheckedText::skipMark() {
+  markBytes_ = utf8::starts_with_bom(bytes_) ? sizeof utf8::bom : 0;
+}
+
+// Returns whether there is no more to read.
+bool CheckedText::readUpTo(std::uint64_t limit) {
+  while (bytes_.size() < limit) {
+    if (!waitForInput(descriptor_)) return true;
+    const std::size_t size = bytes_.size();
+    const std::size_t block = std::min<std::uint64_t>(BLOCK_BYTES, limit - size);
+    bytes_.resize(size + block);
+    const ssize_t count =
+        readAgainIfInterrupted([&] { return ::read(descriptor_, bytes_.data() + size, block); });
+    if (count < 0) problem_ = std::strerror(errno);
+    bytes_.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    if (count <= 0) return true;
+  }
+  return false;
+}
+
+vsa::ReadOutcome CheckedText::readInto(vsa::Scene& scene, const vsa::ReadOptions& options) {
+  if (isKept_) return vsa::readTextInto(scene, text(), options);
+  if (isRegular_) return vsa::readFileInto(scene, name_.c_str(), options);
+  Stream stream(*this);
+  return vsa::readSourceInto(scene, stream, options);
+}
+
+std::string CheckedText::read(std::uint64_t offset, std::uint64_t count) const {
+  if (isKept_ || !isRegular_) {
+    return std::string(text().substr(std::min<std::uint64_t>(offset, text().size()), count));
+  }
+  std::string part(count, '\0');
+  std::size_t size = 0;
+  while (size < count) {
+    const ssize_t got = readAgainIfInterrupted([&] {
+      return ::pread(descriptor_, part.data() + size, count - size,
+                     static_cast<off_t>(markBytes_ + offset + size));
+    });
+    if (got <= 0) break;
+    size += static_cast<std::size_t>(got);
+  }
+  part.resize(size);
+  return part;
+}
+
+LinePart CheckedText::lineAt(const vsa::TextPosition& position, std::uint64_t reach) const {
+  const std::uint64_t before = std::min({position.column - 1, reach, position.offset});
+  const std::uint64_t begin = position.offset - before;
+  LinePart part;
+  part.text = read(begin, before + reach + 1);
+  part.column = position.column - before;
+  part.isCutBefore = part.column > 1;
+  const std::size_t lineEnd = part.text.find('\n', std::min<std::size_t>(before, part.text.size()));
+  part.isCutAfter = lineEnd == std::string::npos && part.text.size() == before + reach + 1;
+  if (lineEnd != std::string::npos) {
+    part.text.resize(lineEnd);
+  } else if (part.isCutAfter) {
+    part.text.pop_back();
+  }
+  if (!part.isCutAfter && part.text.ends_with('\r')) part.text.pop_back();
+  return part;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,71 @@
+// CheckedText: the bytes of a file that is checked. Small files are kept in memory, of large ones
+// the lines that are shown are read once more.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include <vsa/read.h>
+
+namespace vsa_tools {
+
+/// A part of a line.
+struct LinePart {
+  std::string text;
+  /// The column of its first byte, from 1.
+  std::uint64_t column = 1;
+  /// Whether the line goes on before and after it.
+  bool isCutBefore = false, isCutAfter = false;
+};
+
+class CheckedText {
+ public:
+  /// Files with more bytes are not kept, pipes and devices up to here.
+  static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
+
+  /// Opens the file `name`, "-" for standard input, and reads it unless it is too large. Ctrl-C
+  /// ends it where it is. `maxKept` replaces MAX_KEPT_BYTES.
+  explicit CheckedText(const std::string& name, std::uint64_t maxKept = MAX_KEPT_BYTES);
+  ~CheckedText();
+  CheckedText(const CheckedText&) = delete;
+  CheckedText& operator=(const CheckedText&) = delete;
+
+  /// The system's message if the file cannot be opened, or not be read to its end; else empty. In
+  /// the second case, text() is what could be read.
+  const std::string& problem() const { return problem_; }
+  bool isOpen() const { return isOpen_; }
+  /// Whether text() is the whole file.
+  bool isKept() const { return isKept_; }
+  /// The bytes after the byte order mark; those that are kept.
+  std::string_view text() const { return std::string_view(bytes_).substr(markBytes_); }
+  /// The bytes that are kept, with the byte order mark.
+  const std::string& bytes() const { return bytes_; }
+  /// Reads the whole text into a scene, once.
+  vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);
+  /// Keeps a regular file, whatever its size. Returns whether the file is kept.
+  bool keep();
+
+  /// Up to `count` bytes of the text from `offset` on.
+  std::string read(std::uint64_t offset, std::uint64_t count) const;
+  /// The part of the line of `position` that is at most `reach` bytes away from it.
+  LinePart lineAt(const vsa::TextPosition& position, std::uint64_t reach = 1024) const;
+
+ private:
+  class Stream;
+
+  bool readUpTo(std::uint64_t limit);
+  void skipMark();
+
+  std::string name_;
+  int descriptor_ = -1;
+  bool isOpen_ = false;
+  bool isKept_ = true;
+  bool isRegular_ = false;
+  std::string bytes_;
+  std::uint64_t markBytes_ = 0;
+  std::string problem_;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,132 @@
+#include "tools/vsa/check/text/statement_scan.h"
+
+#include <algorithm>
+
+namespace vsa_tools {
+
+namespace {
+
+using Text = std::string_view;
+
+// Control characters are skipped between tokens like white space.
+bool isBlank(char c) {
+  return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
+}
+
+bool isNameStart(char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  return ((byte | 0x20) >= 'a' && (byte | 0x20) <= 'z') || byte == '_' ||
+         (byte >= 0x80 && byte < 0xFF);
+}
+
+bool isNamePart(char c) {
+  return isNameStart(c) || (c >= '0' && c <= '9');
+}
+
+std::size_t endOfLine(Text text, std::size_t at) {
+  return std::min(text.find('\n', at), text.size());
+}
+
+/// The byte after the string that begins at `at`.
+std::size_t endOfString(Text text, std::size_t at) {
+  for (++at; at < text.size() && text[at] != '"'; ++at) {
+    if (text[at] == '\\') ++at;
+  }
+  return std::min(at + 1, text.size());
+}
+
+/// The byte after the list that begins at `at`, or the `;` at which it ends without being closed.
+std::size_t endOfList(Text text, std::size_t at) {
+  int depth = 0;
+  for (; at < text.size() && text[at] != ';'; ++at) {
+    const char c = text[at];
+    if (c == '(' || c == '[' || c == '{') ++depth;
+    if ((c == ')' || c == ']' || c == '}') && --depth == 0) return at + 1;
+  }
+  return at;
+}
+
+std::size_t endOfToken(Text text, std::size_t at) {
+  switch (text[at]) {
+    case '"':
+      return endOfString(text, at);
+    case '#':
+      return endOfLine(text, at);
+    case '(':
+    case '[':
+    case '{':
+      return endOfList(text, at);
+    default:
+      return at + 1;
+  }
+}
+
+/// The end of the path that begins at `at`: names, periods and indices.
+std::size_t endOfPath(Text text, std::size_t at) {
+  while (at < text.size()) {
+    if (text[at] == '[') {
+      at = endOfList(text, at);
+    } else if (text[at] == '.' || isNamePart(text[at])) {
+      ++at;
+    } else {
+      break;
+    }
+  }
+  return at;
+}
+
+}  // namespace
+
+std::size_t skipBlanks(Text text, std::size_t at) {
+  while (at < text.size() && isBlank(text[at])) ++at;
+  return at;
+}
+
+std::size_t endOfName(Text text, std::size_t at) {
+  if (at >= text.size() || !isNameStart(text[at])) return at;
+  while (at < text.size() && isNamePart(text[at])) ++at;
+  return at;
+}
+
+Text nameBefore(Text text, std::size_t end) {
+  while (end > 0 && isBlank(text[end - 1])) --end;
+  std::size_t begin = end;
+  while (begin > 0 && isNamePart(text[begin - 1])) --begin;
+  return text.substr(begin, end - begin);
+}
+
+Statement nextStatement(Text text, std::size_t from) {
+  Statement found;
+  found.begin = skipBlanks(text, from);
+  if (found.begin < text.size() && text[found.begin] == '#') {
+    found.end = endOfLine(text, found.begin);
+    found.isComment = true;
+    return found;
+  }
+  std::size_t at = found.begin;
+  while (at < text.size() && text[at] != ';' && text[at] != ':') at = endOfToken(text, at);
+  if (at < text.size()) found.terminator = text[at++];
+  found.end = at;
+  return found;
+}
+
+bool looksLikeStatement(Text text, std::size_t at) {
+  at = skipBlanks(text, at);
+  const std::size_t afterPath = endOfPath(text, at);
+  const std::size_t next = skipBlanks(text, afterPath);
+  if (afterPath == at || next >= text.size()) return false;
+  if (text[at] != '.' && !isNameStart(text[at])) return false;
+  if (text[next] == '=' || text.substr(next, 2) == "|=") return true;
+  const std::size_t afterName = endOfName(text, next);
+  const std::size_t end = skipBlanks(text, afterName);
+  const bool isPair = afterName > next && endOfName(text, at) == afterPath && next > afterPath;
+  return isPair && end < text.size() && (text[end] == ':' || text[end] == ';');
+}
+
+std::size_t resumePoint(Text text, const Statement& statement) {
+  std::size_t line = endOfLine(text, statement.begin) + 1;
+  while (line < statement.end && !looksLikeStatement(text, line)) line = endOfLine(text, line) + 1;
+  return std::min(line, statement.end);
+}
+
+}  // namespace vsa_tools

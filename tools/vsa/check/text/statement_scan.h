@@ -1,0 +1,40 @@
+// Finds where statements begin and end, in texts that may be wrong. It knows less than the reader:
+// strings, lists, comments, and the characters that end a statement.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace vsa_tools {
+
+/// The bytes from `begin` up to and without `end`.
+struct Statement {
+  std::size_t begin = 0;
+  std::size_t end = 0;
+  bool isComment = false;
+  /// The character that ends it: ';', or ':' after a declaration or `with`; 0 if the text ends, and
+  /// for a comment.
+  char terminator = 0;
+};
+
+/// The first statement that begins at `from` or later. Empty, at the end of the text, if there is
+/// none. A `;` ends a statement even if a list was not closed before it.
+Statement nextStatement(std::string_view text, std::size_t from);
+
+/// Whether a statement is likely to begin at `at`, the first byte of a line: a declaration or an
+/// assignment.
+bool looksLikeStatement(std::string_view text, std::size_t at);
+
+/// Where to go on after a mistake in `statement`: the first line behind its first one that looks
+/// like a statement, since a string, a list or the statement may not have been closed; else its
+/// end.
+std::size_t resumePoint(std::string_view text, const Statement& statement);
+
+/// The end of the name that begins at `at`; `at` if none does.
+std::size_t endOfName(std::string_view text, std::size_t at);
+/// The name that ends at `end`, apart from white space; empty if none does.
+std::string_view nameBefore(std::string_view text, std::size_t end);
+/// The first byte from `at` on that is no white space.
+std::size_t skipBlanks(std::string_view text, std::size_t at);
+
+}  // namespace vsa_tools
