@@ -1,5 +1,7 @@
 #include "tools/vsa/check/finding.h"
 
+#include "tools/vsa/common/quoted_text.h"
+
 namespace vsa_tools {
 
 const char* name(Level level) {
@@ -12,6 +14,11 @@ const char* name(Level level) {
       break;
   }
   return "error";
+}
+
+std::string withoutLongQuotes(std::string text) {
+  constexpr std::size_t MAX_BYTES = 400;
+  return text.size() > MAX_BYTES ? shortened(text) : text;
 }
 
 }  // namespace vsa_tools

@@ -53,4 +53,8 @@ struct Finding {
   bool isAfterStop = false;
 };
 
+/// The text, or its beginning and its end if a name or value quoted in it makes it longer than any
+/// text of a hint or a rule.
+std::string withoutLongQuotes(std::string text);
+
 }  // namespace vsa_tools

@@ -4,7 +4,6 @@
 #include <charconv>
 #include <utility>
 
-#include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/rules/text/resolved_paths.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
 
@@ -53,7 +52,7 @@ void HintText::collect() {
   }
 }
 
-std::optional<std::string> HintText::nearest(const Names& names, std::string_view written) {
+std::optional<Suggestion> HintText::nearest(const Names& names, std::string_view written) {
   if (names.size() > comparisonsLeft_) return std::nullopt;
   comparisonsLeft_ -= names.size();
   NearestName nearest(written);
@@ -61,17 +60,17 @@ std::optional<std::string> HintText::nearest(const Names& names, std::string_vie
   return nearest.found();
 }
 
-std::optional<std::string> HintText::nearestNode(std::string_view written) {
+std::optional<Suggestion> HintText::nearestNode(std::string_view written) {
   collect();
   return nearest(nodes_, written);
 }
 
-std::optional<std::string> HintText::nearestInput(std::string_view written) {
+std::optional<Suggestion> HintText::nearestInput(std::string_view written) {
   collect();
   return nearest(inputs_, written);
 }
 
-std::optional<std::string> HintText::nearestOutput(std::string_view written) {
+std::optional<Suggestion> HintText::nearestOutput(std::string_view written) {
   collect();
   return nearest(outputs_, written);
 }
@@ -98,10 +97,12 @@ void insertAt(Finding& finding, std::uint64_t offset, std::string text) {
 }
 
 bool suggest(Finding& finding, const vsa::TextRange& range,
-             const std::optional<std::string>& name) {
-  if (!name) return false;
-  finding.hint = "did you mean `" + *name + "`?";
-  finding.edits = {{range.begin.offset, range.end.offset, *name}};
+             const std::optional<Suggestion>& suggestion) {
+  if (!suggestion) return false;
+  finding.hint = "did you mean `" + suggestion->name + "`?";
+  if (suggestion->isSure) {
+    finding.edits = {{range.begin.offset, range.end.offset, suggestion->name}};
+  }
   return true;
 }
 

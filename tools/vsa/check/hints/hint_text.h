@@ -13,6 +13,7 @@
 #include <vsa/syntax.h>
 #include <vsa/types.h>
 #include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/hints/similar_names.h"
 
 namespace vsa_tools {
 
@@ -40,9 +41,9 @@ class HintText {
   char at(std::uint64_t offset) const { return offset < text().size() ? text()[offset] : '\0'; }
 
   // The most similar name, as far as one is near.
-  std::optional<std::string> nearestNode(std::string_view written);
-  std::optional<std::string> nearestInput(std::string_view written);
-  std::optional<std::string> nearestOutput(std::string_view written);
+  std::optional<Suggestion> nearestNode(std::string_view written);
+  std::optional<Suggestion> nearestInput(std::string_view written);
+  std::optional<Suggestion> nearestOutput(std::string_view written);
 
   /// The name in the first declaration of a node.
   std::optional<vsa::TextRange> declarationOf(std::string_view node);
@@ -53,7 +54,7 @@ class HintText {
   using Names = std::map<std::string_view, vsa::TextRange>;
 
   void collect();
-  std::optional<std::string> nearest(const Names& names, std::string_view written);
+  std::optional<Suggestion> nearest(const Names& names, std::string_view written);
 
   std::string_view text_;
   std::span<const vsa::TypeDescription> types_;
@@ -80,8 +81,9 @@ void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& f
 void replace(Finding& finding, const vsa::TextRange& range, std::string to);
 /// An edit that inserts at an offset.
 void insertAt(Finding& finding, std::uint64_t offset, std::string text);
-/// "did you mean `name`?" with an edit that replaces the range, if there is a name.
-bool suggest(Finding& finding, const vsa::TextRange& range, const std::optional<std::string>& name);
+/// "did you mean `name`?", if there is a name, with an edit that replaces the range if it is sure.
+bool suggest(Finding& finding, const vsa::TextRange& range,
+             const std::optional<Suggestion>& suggestion);
 /// The value of "0x1F" in decimal; nothing if it is none of 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);

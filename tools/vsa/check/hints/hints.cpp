@@ -1,6 +1,9 @@
 #include "tools/vsa/check/hints/hints.h"
 
+#include <utility>
+
 #include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/common/quoted_text.h"
 
 namespace vsa_tools {
 
@@ -29,6 +32,13 @@ Hints::Hints(std::string_view text, std::span<const vsa::TypeDescription> types)
 Hints::~Hints() = default;
 
 void Hints::addTo(const vsa::Diagnostic& diagnostic, Finding& finding) {
+  // A text that is not kept has no bytes to look at.
+  if (text_->text().empty() || diagnostic.range.end.offset > text_->text().size()) return;
+  add(diagnostic, finding);
+  finding.hint = withoutLongQuotes(std::move(finding.hint));
+}
+
+void Hints::add(const vsa::Diagnostic& diagnostic, Finding& finding) {
   switch (diagnostic.id) {
     case DiagnosticId::UnrecognizedToken:
     case DiagnosticId::BadVersion:

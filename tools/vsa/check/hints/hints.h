@@ -26,6 +26,8 @@ class Hints {
   void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
 
  private:
+  void add(const vsa::Diagnostic& diagnostic, Finding& finding);
+
   std::unique_ptr<HintText> text_;
 };
 

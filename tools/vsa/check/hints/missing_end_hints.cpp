@@ -44,7 +44,7 @@ std::optional<std::string> aliasOf(const Alias (&aliases)[N], std::string_view w
   return std::nullopt;
 }
 
-std::optional<std::string> nearestKeyword(std::string_view word, bool isBuffer) {
+std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   NearestName nearest(word);
   for (const std::string_view tuple : TUPLES) {
     if (!isBuffer) nearest.consider(tuple);

@@ -29,10 +29,9 @@ void hintForInput(HintText& text, const vsa::TextRange& range, Finding& finding)
     return;
   }
   const std::size_t word = culprit.find_last_of('.') + 1;
-  const auto name = text.nearestInput(culprit.substr(word));
-  if (!name) return;
-  finding.hint = "did you mean `" + *name + "`?";
-  finding.edits = {{range.begin.offset + word, range.end.offset, *name}};
+  vsa::TextRange last = range;
+  last.begin.offset += word;
+  suggest(finding, last, text.nearestInput(culprit.substr(word)));
 }
 
 void hintForIndex(HintText& text, const vsa::TextRange& range, Finding& finding) {

@@ -14,6 +14,14 @@ char lower(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
 }
 
+std::string digitsOf(std::string_view name) {
+  std::string digits;
+  for (const char c : name) {
+    if (c >= '0' && c <= '9') digits += c;
+  }
+  return digits;
+}
+
 }  // namespace
 
 std::string loweredName(std::string_view name) {
@@ -49,14 +57,18 @@ NearestName::NearestName(std::string_view written)
 
 void NearestName::consider(std::string_view name) {
   if (name == written_ || name.empty() || distance_ == 0) return;
-  const std::size_t distance = editDistance(written_, name, distance_ - 1);
+  const std::size_t distance = editDistance(written_, name, distance_);
+  if (distance == distance_ && name != nearest_) isUnique_ = false;
   if (distance >= distance_) return;
   distance_ = distance;
   nearest_ = name;
+  isUnique_ = true;
 }
 
-std::optional<std::string> NearestName::found() const {
-  return nearest_.empty() ? std::nullopt : std::optional(nearest_);
+std::optional<Suggestion> NearestName::found() const {
+  if (nearest_.empty()) return std::nullopt;
+  const bool isSure = isUnique_ && distance_ <= 1 && digitsOf(written_) == digitsOf(nearest_);
+  return Suggestion{nearest_, isSure};
 }
 
 }  // namespace vsa_tools

@@ -84,7 +84,7 @@ void hintForNarrowing(const vsa::Diagnostic& diagnostic, const FirstAssignment* 
   }
 }
 
-std::optional<std::string> nearestEnumValue(const HintText& text, std::string_view written) {
+std::optional<Suggestion> nearestEnumValue(const HintText& text, std::string_view written) {
   NearestName nearest(written);
   for (const vsa::TypeDescription& type : text.types()) {
     for (const vsa::InputDescription& one : type.inputs) {
@@ -96,8 +96,9 @@ std::optional<std::string> nearestEnumValue(const HintText& text, std::string_vi
 
 void hintForEnumValue(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view value = text.bytesOf(range);
-  const auto name = nearestEnumValue(text, value.substr(1, value.size() - 2));
-  if (name) suggest(finding, range, '"' + *name + '"');
+  auto suggestion = nearestEnumValue(text, value.substr(1, value.size() - 2));
+  if (suggestion) suggestion->name = '"' + suggestion->name + '"';
+  suggest(finding, range, suggestion);
 }
 
 void hintForElement(const vsa::Diagnostic& diagnostic, Finding& finding) {

@@ -27,6 +27,7 @@ std::span<const Rule> allRules() {
 
 void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& isEnabled,
               std::vector<Finding>& findings) {
+  const std::size_t before = findings.size();
   RuleFindings found(isEnabled, findings);
   if (input.isTextKept) {
     findByteProblems(input, found);
@@ -39,6 +40,10 @@ void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& is
   findNameProblems(ofScene);
   findTypeProblems(ofScene);
   ofScene.finish();
+  for (std::size_t i = before; i < findings.size(); ++i) {
+    findings[i].message = withoutLongQuotes(std::move(findings[i].message));
+    findings[i].hint = withoutLongQuotes(std::move(findings[i].hint));
+  }
 }
 
 RuleFindings::RuleFindings(const std::function<bool(const Rule&)>& isEnabled,

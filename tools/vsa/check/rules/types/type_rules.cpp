@@ -19,8 +19,8 @@ using zn::korvo_sdk::FormerName;
 using Place = SceneFinding::Place;
 
 std::string didYouMean(const NearestName& nearest) {
-  const std::optional<std::string> name = nearest.found();
-  return name ? "did you mean `" + *name + "`?" : std::string();
+  const std::optional<Suggestion> suggestion = nearest.found();
+  return suggestion ? "did you mean `" + suggestion->name + "`?" : std::string();
 }
 
 std::string_view currentName(const std::vector<FormerName>& formerNames, std::string_view name) {
