@@ -17,7 +17,7 @@ namespace char_class = zn::char_class;
 namespace lex = zn::korvo_sdk::impl;
 
 constexpr std::size_t BUFFER_BYTES = 256 << 10;
-constexpr char END_MARK = static_cast<char>(0xFF);
+constexpr int END_MARK = 0xFF;  // as std::memchr takes a byte
 
 SyntaxKind kindOfWord(std::string_view text) {
   switch (lex::typeOfWord(text)) {
