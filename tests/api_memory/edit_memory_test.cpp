@@ -11,6 +11,7 @@
 #include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
+#include <vsa/text_rules.h>
 #include "tests/support/allocation_tracker.h"
 
 namespace vsa_tests {
@@ -153,6 +154,17 @@ TEST(HostSceneMemory, IsFreedWhateverFails) {
     EXPECT_EQ(AllocationTracker::count().liveBlocks, 0) << n;
     if (!hasFailed) break;
   }
+}
+
+TEST(EditMemory, ThatRunsOutRefusesAComment) {
+  const std::string comment = "version: " + std::string(100, ' ') + "1000000000000000000";
+  EXPECT_TRUE(vsa::checkComment(comment));
+  AllocationTracker::start();
+  AllocationTracker::failAt(1, true);
+  const Status status = vsa::checkComment(comment);
+  AllocationTracker::failAt(0, false);
+  AllocationTracker::stop();
+  EXPECT_EQ(status.error(), EditError::OutOfMemory);
 }
 
 }  // namespace

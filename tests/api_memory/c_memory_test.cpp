@@ -1,0 +1,52 @@
+// The interface for C where memory ends: a null reading, or one that says so.
+#include <gtest/gtest.h>
+#include <vsa/vsa_c.h>
+
+#include <string>
+#include <string_view>
+
+#include "tests/support/allocation_tracker.h"
+
+namespace vsa_tests {
+
+namespace {
+
+constexpr std::string_view TEXT = "lamp aNodeWithALongNameThatTakesMemory: .x = 1; .s = \"text\";";
+
+// Calls `change` with the `n`-th allocation failing. Returns whether there were as many.
+template <class Change>
+bool failsAt(std::uint64_t n, const Change& change) {
+  AllocationTracker::start();
+  AllocationTracker::failAt(n, true);
+  change();
+  const bool hasFailed = AllocationTracker::hasFailed();
+  AllocationTracker::failAt(0, false);
+  AllocationTracker::stop();
+  return hasFailed;
+}
+
+TEST(CMemory, ThatRunsOutIsAStatus) {
+  for (std::uint64_t n = 1;; ++n) {
+    vsa_reading* reading = nullptr;
+    const bool hasFailed =
+        failsAt(n, [&] { reading = vsa_read_text(TEXT.data(), TEXT.size(), nullptr); });
+    EXPECT_EQ(vsa_reading_status(reading), hasFailed ? VSA_OUT_OF_MEMORY : VSA_COMPLETE) << n;
+    vsa_free(reading);
+    if (!hasFailed) break;
+  }
+}
+
+TEST(CMemory, ThatRunsOutGivesAnEmptyPath) {
+  vsa_reading* const reading = vsa_read_text(TEXT.data(), TEXT.size(), nullptr);
+  const vsa_input* const input = vsa_input_at(vsa_first_node(reading), 0);
+  char path[8] = "before";
+  std::size_t length = 1;
+  EXPECT_TRUE(failsAt(1, [&] { length = vsa_input_path(input, path, sizeof path); }));
+  EXPECT_EQ(length, 0U);
+  EXPECT_STREQ(path, "");
+  vsa_free(reading);
+}
+
+}  // namespace
+
+}  // namespace vsa_tests
