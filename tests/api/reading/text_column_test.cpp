@@ -27,6 +27,16 @@ TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
   }
 }
 
+// The neighbours of what is too long a form, a surrogate or beyond U+10FFFF.
+TEST(TextColumn, CountsTheFirstAndTheLastCharacterOfAForm) {
+  for (const std::string line :
+       {"\xE0\xA0\x80", "\xED\x9F\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
+    const std::uint64_t end = line.size() + 1;
+    EXPECT_EQ(vsa::columnInCharacters(line, end), 2U);
+    EXPECT_EQ(vsa::columnInUtf16(line, end), line.size() == 4 ? 3U : 2U);
+  }
+}
+
 TEST(TextColumn, CountsInvalidBytesOneByOne) {
   // A lone continuation byte, a form cut short, one too long, a surrogate, beyond U+10FFFF.
   for (const std::string line :
