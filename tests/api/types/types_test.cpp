@@ -60,6 +60,19 @@ TEST(Types, AreReadFromJson) {
   EXPECT_EQ(read.types[1].name, "typeFileEmpty");
 }
 
+TEST(Types, HaveTheNumbersAndCharactersOfJson) {
+  const vsa::TypesResult read = vsa::readTypes(
+      R"({"types": {"a": {"inputs": {
+        "x": {"min": -2.5E-1, "max": 1.5e+2, "linksOnly": false},
+        "y": {"type": "String", "values": ["\u0041\u00DF\uE000\uFFFD"]}}}}})");
+  ASSERT_TRUE(read.isValid()) << read.problem;
+  const vsa::TypeDescription& type = read.types.at(0);
+  EXPECT_EQ(type.inputs.at(0).minimum, -0.25);
+  EXPECT_EQ(type.inputs.at(0).maximum, 150.0);
+  EXPECT_FALSE(type.inputs.at(0).declaration.refusesValues);
+  EXPECT_EQ(type.inputs.at(1).declaration.enumValues.at(0), "A\xC3\x9F\xEE\x80\x80\xEF\xBF\xBD");
+}
+
 TEST(Types, AreTheClosedTypesOfTheReaderOnceRegistered) {
   vsa::registerTypes(vsa::readTypes(EXAMPLE).types);
   const vsa::ReadResult result =
@@ -120,7 +133,9 @@ constexpr Refused REFUSED[] = {
     {"[\"\\^x\"]", "an unknown escape sequence"},
     {"[\"\\^", "an unknown escape sequence"},
     {"[\"\\u00^g0\"]", "expected four hexadecimal digits"},
+    {"[\"\\u00^G0\"]", "expected four hexadecimal digits"},
     {"[\"\\ud800^\"]", "half of a surrogate pair"},
+    {"[\"\\ud800\\ue000^\"]", "half of a surrogate pair"},
     {"[\"\\ud800\\u0041^\"]", "half of a surrogate pair"},
     {"[\"\\udc00^\"]", "half of a surrogate pair"},
     {"[\"a^\n\"]", "a control character in a string"},
