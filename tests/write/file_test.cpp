@@ -204,7 +204,7 @@ TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
   std::thread reader([&] {
     const int end = ::open(pipe.c_str(), O_RDONLY | O_CLOEXEC);
     int bytes = 0, last = -1;
-    while (signals < 20 || bytes != last) {
+    for (int i = 0; i < 3000 && (signals < 20 || bytes != last); ++i) {
       last = bytes;
       ::pthread_kill(writer, SIGUSR1);
       std::this_thread::sleep_for(std::chrono::milliseconds(10));
