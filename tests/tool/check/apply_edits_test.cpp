@@ -75,6 +75,21 @@ TEST_F(ReplaceFileTest, AFileWithoutSafeHintsStaysAsItIs) {
   EXPECT_EQ(text, content("a.vsa"));
 }
 
+TEST_F(ReplaceFileTest, SafeHintsAreAppliedAndTheRestIsPrinted) {
+  write("a.vsa", "\xEF\xBB\xBFlamp a: .k = 1e-05;\r\n.l = 2\r\n.m = nobody;\r\n");
+  const CommandOutcome run = vsa("check --fix a.vsa");
+  EXPECT_EQ("\xEF\xBB\xBFlamp a: .k = 1.0e-05;\r\n.l = 2;\r\n.m = nobody;\r\n", content("a.vsa"));
+  EXPECT_TRUE(run.out.starts_with("a.vsa:3:6: warning: ")) << run.out;
+  EXPECT_TRUE(run.out.ends_with("1 file checked: 0 errors, 1 warning; 2 fixed\n")) << run.out;
+  EXPECT_EQ(0, run.status);
+}
+
+TEST_F(ReplaceFileTest, WhatIsIgnoredIsNotFixed) {
+  write("a.vsa", "lamp a: .k = 1e-05;\n");
+  EXPECT_EQ("1 file checked: no problems found\n", vsa("check --fix --ignore bad-token a.vsa").out);
+  EXPECT_EQ("lamp a: .k = 1e-05;\n", content("a.vsa"));
+}
+
 }  // namespace
 
 }  // namespace vsa_tests

@@ -42,6 +42,10 @@ TEST_F(CheckCommandTest, AFindingIsShownInItsLine) {
       "a.vsa:3:15: warning: narrowing Real to Int @ lamp1.count [narrowing]\n"
       "    3 | lamp1.count = 2.7;\n"
       "      |               ^^^\n"
+      "      = hint: write the first value as `1.0`, which makes the input a Real\n"
+      "a.vsa:2:15: note: the input got its type here\n"
+      "    2 | lamp1.count = 1;\n"
+      "      |               ^\n"
       "1 file checked: 0 errors, 1 warning\n",
       run.out);
   EXPECT_EQ("", run.err);

@@ -147,10 +147,11 @@ TEST_F(FormatsTest, SarifFollowsItsSchema) {
 }
 
 TEST_F(FormatsTest, GithubHasWorkflowCommands) {
-  EXPECT_EQ(
-      "::warning file=w.vsa,line=2,col=6,endColumn=8,title=narrowing::narrowing Real to Int @ "
-      "a.k\n",
-      check("-q --format github w.vsa"));
+  const std::string out = check("-q --format github w.vsa");
+  EXPECT_TRUE(
+      out.starts_with("::warning file=w.vsa,line=2,col=6,endColumn=8,title=narrowing::"
+                      "narrowing Real to Int @ a.k"))
+      << out;
   Finding finding = fullFinding();
   finding.message = "50%\n, next";
   EXPECT_EQ(

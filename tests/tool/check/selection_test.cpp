@@ -113,6 +113,17 @@ TEST_F(SelectionTest, ABaselineHidesWhatItKnows) {
   EXPECT_EQ(2, vsa("check --ignore assigned-twice --write-baseline /dev/full a.vsa").status);
 }
 
+TEST_F(SelectionTest, TypesAreReadFromAFile) {
+  write("types.json", R"({"types": {"lamb": {"inputs": {}}}})");
+  const CommandOutcome run = vsa("check --ignore reader --types types.json a.vsa");
+  EXPECT_NE(std::string::npos, run.out.find("[unknown-type]")) << run.out << run.err;
+  EXPECT_EQ("vsa: none: No such file or directory\n", vsa("check --types none a.vsa").err);
+  write("wrong.json", "{\n\"typos\": []}");
+  const CommandOutcome wrong = vsa("check --types wrong.json a.vsa");
+  EXPECT_EQ(2, wrong.status);
+  EXPECT_TRUE(wrong.err.starts_with("vsa: wrong.json:2:")) << wrong.err;
+}
+
 }  // namespace
 
 }  // namespace vsa_tests

@@ -20,6 +20,7 @@ struct CheckOptions {
   LevelRules levels;
   std::string configFile;
   bool isConfigUsed = true;
+  std::string typesFile;
   std::string baseline;
   std::string newBaseline;
   bool isStrict = false;

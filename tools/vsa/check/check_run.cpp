@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <limits>
 #include <stdexcept>
 
 #include "tools/vsa/check/file_check.h"
@@ -35,6 +36,18 @@ std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
 
+/// Throws std::runtime_error if the file cannot be read or describes no types.
+std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
+  const CheckedText text(path, std::numeric_limits<std::uint64_t>::max());
+  if (!text.problem().empty()) throw std::runtime_error(path + ": " + text.problem());
+  vsa::TypesResult result = vsa::readTypes(text.text());
+  if (!result.isValid()) {
+    throw std::runtime_error(path + ':' + std::to_string(result.place.line) + ':' +
+                             std::to_string(result.place.column) + ": " + result.problem);
+  }
+  return std::move(result.types);
+}
+
 FileCheck::RuleFilter enabledRules(const LevelTable& levels) {
   return [&levels](const Rule& rule) { return levels.levelOf(rule.id, rule.level).has_value(); };
 }
@@ -48,6 +61,7 @@ CheckRun::CheckRun(const CheckOptions& options)
 }
 
 int CheckRun::run() {
+  if (!options_.typesFile.empty()) types_ = readTypesFile(options_.typesFile);
   if (!options_.baseline.empty()) known_ = Baseline::read(options_.baseline);
   const FileList list = listFiles(
       options_.files, options_.isNulSeparated ? NameSeparator::Nul : NameSeparator::LineEnd);
@@ -106,7 +120,8 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
                           printer_.print(rendered);
                         });
   if (!options_.newBaseline.empty()) findings.recordFound();
-  FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly || format_->isLog()};
+  FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly || format_->isLog(),
+                                format_->isLog(), types_};
   if (totals_.files == 1) {
     checkOptions.onProgress = [this](const vsa::ReadProgress& progress) {
       if (progress.bytesTotal) progress_.update(progress.bytesRead, *progress.bytesTotal);
@@ -144,7 +159,7 @@ std::uint64_t CheckRun::fix(const Item& item) {
       return true;
     };
     const FileCheck::RuleFilter isEnabled = enabledRules(*item.levels);
-    const FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly};
+    const FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly, false, types_};
     FileCheck(text, checkOptions, isEnabled, consumer).run();
     const EditedText edited = withEdits(text.text(), edits);
     if (edited.fixed == 0 || edited.text == text.text()) break;

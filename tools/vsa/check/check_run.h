@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include <vsa/types.h>
 #include "tools/vsa/check/check_options.h"
 #include "tools/vsa/check/output/format.h"
 #include "tools/vsa/check/output/printer.h"
@@ -57,6 +58,7 @@ class CheckRun {
   std::unique_ptr<Format> format_;
   Progress progress_{"checking"};
   Printer printer_;
+  std::vector<vsa::TypeDescription> types_;
   Baseline known_, found_;
   Totals totals_;
 };

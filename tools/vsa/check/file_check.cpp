@@ -57,7 +57,7 @@ void FileCheck::read() {
   options.onDiagnostic = [&](const vsa::Diagnostic& found) {
     if (found.endedReading || found.id == vsa::DiagnosticId::UnexpectedEof) stop = found;
     seen_.push_back(keyOf(found));
-    consume(findingOf(found, options_.reading));
+    consume(findingOf(found));
   };
   vsa::Scene scene;
   const vsa::ReadOutcome outcome = text_.readInto(scene, options);
@@ -88,15 +88,17 @@ void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
 
 void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
   if (std::binary_search(seen_.begin(), seen_.end(), keyOf(diagnostic))) return;
-  Finding finding = findingOf(diagnostic, options_.reading);
+  Finding finding = findingOf(diagnostic);
   finding.isAfterStop = true;
   finding.logLine.clear();
   consume(std::move(finding));
 }
 
 void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome) {
+  if (options_.isReaderOnly) return;
   std::vector<Finding> findings;
-  runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome},
+  runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome,
+            options_.types},
            isEnabled_, findings);
   for (Finding& finding : findings) consume(std::move(finding));
 }
@@ -110,6 +112,13 @@ vsa::ReadOptions FileCheck::readOptions() const {
     return wasInterrupted || !isInterrupted();
   };
   return options;
+}
+
+// The text of a large file is not there to take hints from.
+Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
+  Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
+  if (text_.isKept() && !options_.isReaderOnly) hints_.addTo(diagnostic, finding);
+  return finding;
 }
 
 void FileCheck::consume(Finding&& finding) {

@@ -3,10 +3,13 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <vector>
 
+#include <vsa/types.h>
 #include "tools/vsa/check/finding.h"
+#include "tools/vsa/check/hints/hints.h"
 #include "tools/vsa/check/rules/rule.h"
 #include "tools/vsa/check/text/checked_text.h"
 #include "tools/vsa/common/read_arguments.h"
@@ -18,6 +21,10 @@ struct FileCheckOptions {
   const ReadArguments& reading;
   /// Whether to end where the reader stops.
   bool isFirstOnly = false;
+  /// Whether to leave out rules and hints.
+  bool isReaderOnly = false;
+  /// The node types of --types; they must outlive the check.
+  std::span<const vsa::TypeDescription> types = {};
   /// Called while a file is read.
   std::function<void(const vsa::ReadProgress&)> onProgress = {};
 };
@@ -31,7 +38,11 @@ class FileCheck {
   /// Everything must outlive the check.
   FileCheck(CheckedText& text, const FileCheckOptions& options, const RuleFilter& isEnabled,
             const Consumer& consumer)
-      : text_(text), options_(options), isEnabled_(isEnabled), consumer_(consumer) {}
+      : text_(text),
+        options_(options),
+        isEnabled_(isEnabled),
+        consumer_(consumer),
+        hints_(text.text(), options.types) {}
 
   /// Passes all findings to the consumer: those of the reader in the order of its log, then what it
   /// does not come to, then those of the rules.
@@ -45,6 +56,7 @@ class FileCheck {
   void readOnAfter(const vsa::Diagnostic& stop);
   void applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome);
   vsa::ReadOptions readOptions() const;
+  Finding findingOf(const vsa::Diagnostic& diagnostic);
   void consume(Finding&& finding);
   void consumeNew(const vsa::Diagnostic& diagnostic);
 
@@ -52,6 +64,7 @@ class FileCheck {
   const FileCheckOptions& options_;
   const RuleFilter& isEnabled_;
   const Consumer& consumer_;
+  Hints hints_;
   std::uint64_t stopLine_ = 0;
   std::vector<std::uint64_t> seen_;  // keys of the findings of the reader
 };
