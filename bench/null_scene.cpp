@@ -20,9 +20,10 @@ namespace interfaces = zn::korvo_sdk::interfaces;
 
 class NullInput final : public interfaces::IInput {
  public:
+  AttrType createdType = AttrType::Null;
   uint64_t values = 0;
 
-  AttrType type() const override { return AttrType::Null; }
+  AttrType type() const override { return createdType; }
   String typeName() const override { return {}; }
   String path() const override { return {}; }
   bool holdsBuffer(bool /*flag*/) const override { return false; }
@@ -57,11 +58,12 @@ class NullNode final : public interfaces::INode {
   String type() const override { return {}; }
   bool hasInput(const String& /*name*/, AttrType /*type*/) override { return false; }
   interfaces::IInput* input(const String& /*name*/) override { return nullptr; }
-  interfaces::IInput* createInput(const String& /*name*/, AttrType /*type*/) override {
+  interfaces::IInput* createInput(const String& /*name*/, AttrType type) override {
+    onlyInput.createdType = type;
     return &onlyInput;
   }
-  interfaces::IInput* createArray(const String& /*name*/, AttrType /*elementType*/) override {
-    return &onlyInput;
+  interfaces::IInput* createArray(const String& name, AttrType /*elementType*/) override {
+    return createInput(name, AttrType::Array);
   }
   interfaces::IOutput* output(const String& /*name*/) override { return nullptr; }
 };
