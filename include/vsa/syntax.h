@@ -164,7 +164,8 @@ VSA_API const char* name(StatementKind kind) noexcept;
 
 /// A statement: the tokens up to the semicolon or colon, or a comment that stands before a
 /// statement. A comment inside a statement is a token of it and makes it Malformed, and so does the
-/// end of the text.
+/// end of the text. A statement of more than 65536 tokens, or of 16 MiB of names, is delivered in
+/// parts, which are Malformed, so that a text cannot take any amount of memory.
 struct SyntaxStatement {
   StatementKind kind = StatementKind::Malformed;
   /// The tokens, a long one as its first piece only.
@@ -190,10 +191,12 @@ class VSA_API StatementReader {
   bool endedAtMark() const noexcept { return reader_.endedAtMark(); }
 
  private:
+  bool readTokens(std::vector<SyntaxToken>& tokens);
   void keepTexts(SyntaxStatement& out);
 
   SyntaxReader reader_;
-  std::string kept_;  // the texts of the tokens, if the text is not in memory
+  bool isInside_ = false;  // the last statement was a part, and more of it follows
+  std::string kept_;       // the texts of the tokens, if the text is not in memory
 };
 
 }  // namespace vsa

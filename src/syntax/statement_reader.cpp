@@ -11,6 +11,10 @@ namespace {
 
 using Tokens = std::span<const SyntaxToken>;
 
+// A scene has a limit of nested inputs, so a valid statement stays far below both.
+constexpr std::size_t MAX_TOKENS = 65536;
+constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
+
 bool hasKind(Tokens tokens, std::size_t index, SyntaxKind kind) {
   return index < tokens.size() && tokens[index].kind == kind;
 }
@@ -96,29 +100,37 @@ void StatementReader::keepTexts(SyntaxStatement& out) {
   }
 }
 
+// Reads tokens up to the end of a statement. Returns whether it got there.
+bool StatementReader::readTokens(std::vector<SyntaxToken>& tokens) {
+  while (true) {
+    const SyntaxToken token = reader_.next();
+    if (token.kind == SyntaxKind::EndOfText) return true;
+    if (token.isFirst) {
+      tokens.push_back(token);
+      if (!reader_.keepsText()) kept_ += token.text;
+    } else {
+      SyntaxToken& whole = tokens.back();
+      whole.kind = token.kind;
+      whole.range.end = token.range.end;
+    }
+    if (!token.isLast) continue;
+    const bool isComment = tokens.front().kind == SyntaxKind::Comment;
+    if (isComment || token.is(';') || token.is(':')) return true;
+    if (tokens.size() >= MAX_TOKENS || kept_.size() >= MAX_KEPT_BYTES) return false;
+  }
+}
+
 bool StatementReader::next(SyntaxStatement& out) {
   out.tokens.clear();
   out.valueIndex = 0;
   kept_.clear();
-  while (true) {
-    const SyntaxToken token = reader_.next();
-    if (token.kind == SyntaxKind::EndOfText) break;
-    if (!token.isFirst) {
-      SyntaxToken& whole = out.tokens.back();
-      whole.kind = token.kind;
-      whole.range.end = token.range.end;
-    } else {
-      out.tokens.push_back(token);
-      if (!reader_.keepsText()) kept_ += token.text;
-    }
-    if (!token.isLast) continue;
-    const bool isComment = out.tokens.front().kind == SyntaxKind::Comment;
-    if (isComment || token.is(';') || token.is(':')) break;
-  }
+  const bool continues = isInside_;
+  isInside_ = !readTokens(out.tokens);
   if (out.tokens.empty()) return false;
   if (!reader_.keepsText()) keepTexts(out);
   out.range = {out.tokens.front().range.begin, out.tokens.back().range.end};
-  out.kind = classify(out.tokens, out.valueIndex);
+  const bool isPart = continues || isInside_;
+  out.kind = isPart ? StatementKind::Malformed : classify(out.tokens, out.valueIndex);
   return true;
 }
 

@@ -178,6 +178,39 @@ TEST(StatementReaderTest, KeepsTheFirstPieceOfALongToken) {
   EXPECT_EQ(list.range.end.offset, text.size() - 1);
 }
 
+TEST(StatementReaderTest, DeliversAnEndlessStatementInParts) {
+  std::string text = "n.a";
+  for (int i = 0; i < 65533; ++i) text += "[0]";
+  text += ".x = 1; t m;";
+  vsa::StatementReader reader(text);
+  vsa::SyntaxStatement statement;
+  std::size_t tokens = 0;
+  int statements = 0;
+  while (reader.next(statement)) {
+    EXPECT_LE(statement.tokens.size(), 65536U);
+    EXPECT_EQ(statement.kind == StatementKind::Malformed, statements < 2);
+    tokens += statement.tokens.size();
+    ++statements;
+  }
+  EXPECT_EQ(statements, 3);
+  EXPECT_EQ(tokens, 65536U + 5U + 3U);
+  EXPECT_EQ(statement.kind, StatementKind::Declaration);
+}
+
+TEST(StatementReaderTest, KeepsALimitedAmountOfText) {
+  std::string text;
+  for (int i = 0; i < 40; ++i) text += std::string(1 << 20, 'n') + ' ';
+  StepSource source(text, 1 << 20);
+  vsa::StatementReader reader(source);
+  vsa::SyntaxStatement statement;
+  std::size_t tokens = 0;
+  while (reader.next(statement)) {
+    EXPECT_EQ(statement.kind, StatementKind::Malformed);
+    tokens += statement.tokens.size();
+  }
+  EXPECT_EQ(tokens, 40U);
+}
+
 TEST(NamesTest, EachKindHasAName) {
   for (int i = 0; i <= static_cast<int>(SyntaxKind::Punctuation); ++i) {
     EXPECT_STRNE(name(static_cast<SyntaxKind>(i)), "unknown");

@@ -18,6 +18,7 @@ using zn::korvo_sdk::DataType;
 
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
+constexpr std::size_t MAX_KEPT_BYTES = 1 << 20;
 
 char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
@@ -79,10 +80,12 @@ void ShortListSource::addToken(const SyntaxToken& token) {
   if (token.isFirst) statement_ += token.lineFeedsBefore > 0 ? '\n' : ' ';
   if (token.kind == SyntaxKind::Brackets) prefixBytes_ = statement_.size();
   statement_ += token.text;
-  if (!token.isLast) {
+  if (!token.isLast || statement_.size() > MAX_KEPT_BYTES) {
     keyword_.clear();
-    return flush();
+    isWhole_ = false;
+    flush();
   }
+  if (!token.isLast) return;
   const bool isComment = token.kind == SyntaxKind::Comment;
   if (isComment) statement_ += '\n';  // it may end with a carriage return
   if (token.kind == SyntaxKind::Word) {
@@ -93,12 +96,16 @@ void ShortListSource::addToken(const SyntaxToken& token) {
   } else {
     keyword_.clear();
   }
-  if (isComment || token.is(';') || token.is(':')) flush();
+  if (isComment || token.is(';') || token.is(':')) {
+    flush();
+    isWhole_ = true;
+  }
 }
 
 // Begins to split a list, if it is one of numbers.
 bool ShortListSource::beginList(const SyntaxToken& token) {
-  if (token.kind != SyntaxKind::Braces || keyword_.empty() || count_.empty()) return false;
+  const bool follows = isWhole_ && !keyword_.empty() && !count_.empty();
+  if (token.kind != SyntaxKind::Braces || !follows) return false;
   const DataType type = elementTypeOf(keyword_);
   const std::optional<std::uint64_t> count = countOf(count_);
   if (type == DataType::Null || !count) return false;
@@ -140,7 +147,8 @@ void ShortListSource::addElements(const SyntaxToken& token) {
   }
   if (!token.isLast) return;
   isSplitting_ = false;
-  const char close = token.kind == SyntaxKind::Braces ? '}' : ' ';  // what is cut off stays so
+  // What is cut off stays so, and so does the character that a list may not have.
+  const char close = token.kind == SyntaxKind::Unterminated ? ' ' : token.text.back();
   statement_ = prefix_ + '[' + std::to_string(remaining_) + "] {" + numbers_ + close;
   keyword_.clear();
 }

@@ -37,6 +37,7 @@ class ShortListSource final : public vsa::Source {
   std::string out_;  // from `taken_` on: to be delivered
   std::size_t taken_ = 0;
 
+  bool isWhole_ = true;          // all tokens of the statement are in `statement_`
   std::string statement_;        // the tokens of the statement, as far as they are kept
   std::size_t prefixBytes_ = 0;  // of them, those before the brackets
   std::string keyword_;          // the last word
