@@ -101,7 +101,7 @@ std::string arrayText(vsa::InputView array) {
   // An array that has had only links has no element type.
   const bool hasType = array.elementType() != vsa::ValueType::Null;
   const std::string type = hasType ? lowerCase(vsa::typeName(array.elementType())) : "node";
-  const std::string text = type + '[' + std::to_string(count) + ']';
+  std::string text = type + '[' + std::to_string(count) + ']';
   if (hasChildren(array.elementType()) || array.elementType() == vsa::ValueType::Buffer) {
     return text;
   }
