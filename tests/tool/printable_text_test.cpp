@@ -85,6 +85,36 @@ TEST(PrintableTest, EscapesControlsAndInvalidBytes) {
   for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printable(row.text));
 }
 
+TEST(PrintableTest, EscapesWhatIsNotShown) {
+  const PrintableRow rows[] = {
+      {"a\u00ADb", "a\\u00adb"}, {"a\u200Bb", "a\\u200bb"},
+      {"a\u200Cb", "a\\u200cb"}, {"a\u200Db", "a\\u200db"},
+      {"a\u2060b", "a\\u2060b"}, {"a\uFEFFb", "a\\ufeffb"},
+      {"a\u2066b", "a\\u2066b"}, {"a\u2068b", "a\\u2068b"},
+      {"a\u2069b", "a\\u2069b"}, {"\U000E0041", "\\udb40\\udc41"},
+      {"\u200A", "\u200A"},      {"\u2010", "\u2010"},
+      {"\u2065", "\u2065"},      {"\U000E0080", "\U000E0080"},
+  };
+  for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printable(row.text));
+}
+
+TEST(PrintableTest, ALineTellsEscapesFromBackslashesAndHoldsNoCommand) {
+  const PrintableRow rows[] = {
+      {"", ""},
+      {"a.vsa", "a.vsa"},
+      {"\n\\n", "\\n\\\\n"},
+      {"a\\b.vsa", "a\\\\b.vsa"},
+      {"::error::x", "\\x3a:error::x"},
+      {"  ::error", "  \\x3a:error"},
+      {"a::b", "a::b"},
+      {"##[error]x", "\\x23#[error]x"},
+      {"a ##vso[task]", "a \\x23#vso[task]"},
+      {"## a", "## a"},
+      {"###[x", "#\\x23#[x"},
+  };
+  for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printableLine(row.text));
+}
+
 }  // namespace
 
 }  // namespace vsa_tools

@@ -2,11 +2,38 @@
 
 namespace vsa_tools {
 
+namespace {
+
+struct CharacterRange {
+  char32_t first, last;
+};
+
+constexpr CharacterRange NOT_SHOWN[] = {
+    {0x0000, 0x001F}, {0x007F, 0x009F}, {0x00AD, 0x00AD}, {0x061C, 0x061C}, {0x200B, 0x200F},
+    {0x2028, 0x202E}, {0x2060, 0x2064}, {0x2066, 0x206F}, {0xFEFF, 0xFEFF}, {0xE0000, 0xE007F},
+};
+
+std::string escapedUnit(char32_t unit) {
+  const char bytes[] = {static_cast<char>(unit >> 8 & 255), static_cast<char>(unit & 255)};
+  std::string escape = "\\u";
+  appendHex(escape, {bytes, sizeof bytes});
+  return escape;
+}
+
+// Whether a CI runner takes the text from `at` on for a command.
+bool isCommand(std::string_view text, std::size_t at) {
+  const std::string_view rest = text.substr(at);
+  if (rest.starts_with("##[") || rest.starts_with("##vso[")) return true;
+  return rest.starts_with("::") && text.find_first_not_of(" \t") == at;
+}
+
+}  // namespace
+
 bool isTerminalControl(char32_t character) {
-  return character < 0x20 || (character >= 0x7F && character < 0xA0) ||
-         (character >= 0x200E && character <= 0x200F) ||
-         (character >= 0x2028 && character <= 0x202E) ||
-         (character >= 0x2066 && character <= 0x2069) || character == 0x061C;
+  for (const CharacterRange& range : NOT_SHOWN) {
+    if (character <= range.last) return character >= range.first;
+  }
+  return false;
 }
 
 void appendHex(std::string& to, std::string_view bytes) {
@@ -27,11 +54,9 @@ std::string escapedByte(char byte) {
 }
 
 std::string escapedCharacter(char32_t character) {
-  const char bytes[] = {static_cast<char>(character >> 8 & 255),
-                        static_cast<char>(character & 255)};
-  std::string escape = "\\u";
-  appendHex(escape, {bytes, sizeof bytes});
-  return escape;
+  if (character <= 0xFFFF) return escapedUnit(character);
+  const char32_t offset = character - 0x10000;
+  return escapedUnit(0xD800 + (offset >> 10)) + escapedUnit(0xDC00 + (offset & 0x3FF));
 }
 
 std::string printable(std::string_view text) {
@@ -48,6 +73,21 @@ std::string printable(std::string_view text) {
       },
       [&](char byte) { out += escapedByte(byte); });
   return out;
+}
+
+std::string printableLine(std::string_view text) {
+  if (text.find_first_of("\\:#") == std::string_view::npos) return printable(text);
+  std::string line;
+  std::size_t begin = 0;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool isBackslash = text[i] == '\\';
+    if (!isBackslash && !isCommand(text, i)) continue;
+    line += printable(text.substr(begin, i - begin));
+    line += isBackslash ? "\\\\" : "\\x";
+    if (!isBackslash) appendHex(line, text.substr(i, 1));
+    begin = i + 1;
+  }
+  return line + printable(text.substr(begin));
 }
 
 }  // namespace vsa_tools

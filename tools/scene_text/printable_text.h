@@ -27,8 +27,9 @@ void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid 
   }
 }
 
-/// Whether a terminal or viewer acts on the character instead of showing it: control characters
-/// (C0, DEL, C1), line and paragraph separators, and the marks that set the writing direction.
+/// Whether a terminal or viewer acts on the character or shows nothing for it: control characters
+/// (C0, DEL, C1), line and paragraph separators, the marks that set the writing direction, soft
+/// hyphens, characters of no width, byte order marks and tags.
 bool isTerminalControl(char32_t character);
 
 /// Appends two lower-case hexadecimal digits for each byte.
@@ -37,12 +38,17 @@ void appendHex(std::string& to, std::string_view bytes);
 /// The byte as \n, \r, \t or \xHH.
 std::string escapedByte(char byte);
 
-/// A character up to U+FFFF as \uHHHH.
+/// The character as \uHHHH; one above U+FFFF as two of them, its UTF-16 code units, as in JSON.
 std::string escapedCharacter(char32_t character);
 
 /// `text` with terminal controls escaped as \n, \r, \t, \xHH (ASCII) or \uHHHH, and bytes that are
 /// not valid UTF-8 as \xHH. Everything else is unchanged. Backslashes are not doubled, so the
 /// original text cannot be restored.
 std::string printable(std::string_view text);
+
+/// The same for a message or file name at the beginning of a line. Backslashes are doubled, so an
+/// escape is told from a backslash of the text. What a CI runner takes for a command is escaped:
+/// "::" at the beginning of the line, "##[" and "##vso[" anywhere.
+std::string printableLine(std::string_view text);
 
 }  // namespace vsa_tools

@@ -60,12 +60,12 @@ class CommandLine {
   std::vector<std::unique_ptr<Command>> commands_ = allCommands();
 };
 
-// The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list, so it
-// becomes "./[x]", which names the same file.
+// The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list
+// and "++" as the end of a command, so they become "./[x]" and "./++", which name the same files.
 std::vector<std::string> argumentsForParser(int argumentCount, char** arguments) {
   std::vector<std::string> words(arguments + 1, arguments + argumentCount);
   for (std::string& word : words) {
-    if (word.starts_with('[')) word.insert(0, "./");
+    if (word.starts_with('[') || word == "++") word.insert(0, "./");
   }
   std::reverse(words.begin(), words.end());
   return words;

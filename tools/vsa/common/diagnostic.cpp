@@ -11,13 +11,13 @@ std::optional<Position> positionOf(const vsa::Diagnostic& diagnostic) {
 
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text) {
-  std::string line = printable(file);
+  std::string line = printableLine(file);
   if (position)
     line += ':' + std::to_string(position->line) + ':' + std::to_string(position->column);
   line += ": ";
   line += level;
   line += ": ";
-  return line + printable(text);
+  return line + printableLine(text);
 }
 
 }  // namespace vsa_tools

@@ -19,7 +19,7 @@ struct Position {
 std::optional<Position> positionOf(const vsa::Diagnostic& diagnostic);
 
 /// One line without its line end. `level` is "warning" or "error". Escapes file name and text with
-/// printable().
+/// printableLine().
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text);
 

@@ -6,7 +6,7 @@
 namespace vsa_tools {
 
 void printError(const std::string& text) {
-  printLine("vsa: " + printable(text));
+  printLine("vsa: " + printableLine(text));
 }
 
 }  // namespace vsa_tools

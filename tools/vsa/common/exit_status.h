@@ -17,7 +17,7 @@ enum ExitStatus {
   EXIT_INTERRUPTED = 130,
 };
 
-/// Writes the line "vsa: TEXT" to standard error, with `text` escaped by printable().
+/// Writes the line "vsa: TEXT" to standard error, with `text` escaped by printableLine().
 void printError(const std::string& text);
 
 }  // namespace vsa_tools

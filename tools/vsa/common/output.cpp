@@ -16,7 +16,7 @@ void printLine(std::string_view line) {
 }
 
 void printNotPrinted(std::string_view file, std::uint64_t count) {
-  printLine(printable(file) + ": " + std::to_string(count) + " more diagnostic" +
+  printLine(printableLine(file) + ": " + std::to_string(count) + " more diagnostic" +
             (count == 1 ? "" : "s") + " (--max-diagnostics N prints more)");
 }
 
