@@ -86,7 +86,7 @@ void CheckCommand::addSelectionOptions(CLI::App& app) {
   app.add_option("--config", options_.configFile,
                  "Configuration; without it .vsa-check.json in the folder of a file or above")
       ->type_name("FILE");
-  app.add_flag("!--no-config", options_.isConfigUsed, "Use no configuration file");
+  app.add_flag("--no-config", options_.isConfigIgnored, "Use no configuration file");
   app.add_option("--types", options_.typesFile, "Node types as JSON, to compare the texts with")
       ->type_name("FILE");
   app.add_option("--baseline", options_.baseline, "Do not report what this file lists")

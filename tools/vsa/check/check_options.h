@@ -19,7 +19,7 @@ struct CheckOptions {
   unsigned workers = 1;
   LevelRules levels;
   std::string configFile;
-  bool isConfigUsed = true;
+  bool isConfigIgnored = false;
   std::string typesFile;
   std::string baseline;
   std::string newBaseline;

@@ -84,7 +84,7 @@ int CheckRun::run() {
 }
 
 std::vector<CheckRun::Item> CheckRun::items(const FileList& list) {
-  LevelTables tables(options_.levels, options_.isConfigUsed, options_.configFile);
+  LevelTables tables(options_.levels, !options_.isConfigIgnored, options_.configFile);
   std::vector<Item> all;
   for (const std::string& file : list.files) {
     const bool isInput = file == "-";
