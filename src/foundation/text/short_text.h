@@ -58,4 +58,8 @@ inline void copyCharacters(char* to, const char* from, std::size_t length) noexc
   }
 }
 
+inline bool sameCharacters(std::string_view a, std::string_view b) noexcept {
+  return a.size() == b.size() && sameCharacters(a.data(), b.data(), a.size());
+}
+
 }  // namespace zn::detail
