@@ -47,7 +47,7 @@ class NodeTable final : public NodePrefetch {
   ds::HashIndex index_;  // of the nodes that were not removed
   // The name that was missing, created or removed last, and its node, or null. The statements after
   // a declaration are mostly about its node, and a creation follows a look-up of the same name
-  // (nodes 100k: 4 % of the instructions).
+  // (nodes 100k, with the resolution of short paths: 4 % of the instructions).
   String lastName_;
   NodeImpl* last_ = nullptr;
 };

@@ -33,7 +33,7 @@ IInput* PathResolver::resolve() {
 }
 
 // The path of most statements: a node and the name of one input. It makes the same calls as the
-// general path, in one function (nodes 100k: 5 % of the instructions).
+// general path, in one function.
 IInput* PathResolver::resolveInput() {
   const Token& element = path_.back();
   required_ = {valueType_, AttrType::Null};

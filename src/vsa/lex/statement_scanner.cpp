@@ -132,7 +132,7 @@ inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
 }
 
 // Statements about one node follow each other, so `out` often has the name already: to compare it
-// is cheaper than to look it up (nodes 100k: 2 % of the instructions).
+// is cheaper than to look it up.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;

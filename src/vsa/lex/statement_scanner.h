@@ -8,7 +8,7 @@
 // would have read for the parser: up to the end of the third token after the statement.
 //
 // Each byte is classified once: the three tokens after a statement begin the next one, so their
-// places are kept for it (nodes 100k: 5 % of the instructions).
+// places are kept for it (nodes 100k, with the comparison in `name`: 10 % of the instructions).
 #pragma once
 
 #include <cstdint>
