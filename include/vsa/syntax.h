@@ -99,7 +99,7 @@ class VSA_API SyntaxReader {
   bool keepsText() const noexcept;
 
  private:
-  class State;
+  class VSA_LOCAL State;
   std::unique_ptr<State> state_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <functional>
 #include <utility>
 
 #include "tools/vsa/check/rules/text/resolved_paths.h"
@@ -47,7 +48,7 @@ void HintText::collect() {
     const vsa::TextRange range{view->value().range.begin, view->token(last).range.end};
     if (view->isLink()) outputs_.try_emplace(view->token(last).text, view->token(last).range);
     assignments_.try_emplace(
-        paths.pathOf(*view),
+        std::hash<std::string>()(paths.pathOf(*view)),
         FirstAssignment{range, bytesOf(range), view->value().kind, view->isLink()});
   }
 }
@@ -83,7 +84,7 @@ std::optional<vsa::TextRange> HintText::declarationOf(std::string_view node) {
 
 const FirstAssignment* HintText::firstAssignment(const std::string& path) {
   collect();
-  const auto found = assignments_.find(path);
+  const auto found = assignments_.find(std::hash<std::string>()(path));
   return found == assignments_.end() ? nullptr : &found->second;
 }
 

@@ -60,7 +60,9 @@ class HintText {
   std::span<const vsa::TypeDescription> types_;
   bool isCollected_ = false;
   Names nodes_, inputs_, outputs_;
-  std::unordered_map<std::string, FirstAssignment> assignments_;
+  // By the hash of the path: paths of long names would take far more memory than their text. Two
+  // paths of one hash would only give a note the wrong place.
+  std::unordered_map<std::size_t, FirstAssignment> assignments_;
   // So that a text with many mistakes and many names takes time in proportion to its size.
   std::uint64_t comparisonsLeft_ = 5'000'000;
 };

@@ -34,7 +34,7 @@ class AssignmentRules final : public StatementRule {
 
   void visit(const StatementView& view) override {
     if (view.kind() == StatementKind::Remove) ++removals_[view.node];
-    if (!view.hasPath() || view.node.empty()) return;
+    if (!view.hasPath() || view.node.empty() || isNull(view)) return;
     const std::string_view path = view.inputPath();
     if (path.find('*') != std::string_view::npos) return;  // another element each time
     const auto removed = removals_.find(view.node);
@@ -52,6 +52,11 @@ class AssignmentRules final : public StatementRule {
   }
 
  private:
+  // "= null" declares an input for a link that follows, and gives it no value.
+  static bool isNull(const StatementView& view) {
+    return view.valueTokens() == 1 && view.value().kind == vsa::SyntaxKind::Null;
+  }
+
   struct Uses {
     std::optional<vsa::TextRange> value;
     std::optional<vsa::TextRange> connection;
