@@ -8,8 +8,8 @@
 
 #include <vsa/syntax.h>
 #include "bench/our_reader.h"
-#include "tools/vsa/fmt/reading_check.h"
-#include "tools/vsa/fmt/text_layout.h"
+#include "tools/vsa/fmt/comparison/reading_check.h"
+#include "tools/vsa/fmt/layout/text_layout.h"
 
 namespace bench {
 namespace {

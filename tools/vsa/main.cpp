@@ -11,8 +11,8 @@
 
 #include "tools/vsa/command.h"
 #include "tools/vsa/common/did_you_mean.h"
-#include "tools/vsa/common/exit_status.h"
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/output.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/common/ordered_workers.h"
+#include "tools/vsa/common/files/ordered_workers.h"
 
 #include <gtest/gtest.h>
 

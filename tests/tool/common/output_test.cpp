@@ -1,5 +1,5 @@
 // Output that cannot be written, descriptors that are closed, and file names that are unusual.
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/output.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/common/progress.h"
+#include "tools/vsa/common/files/progress.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "tests/syntax/syntax_source.h"
-#include "tools/vsa/fmt/text_layout.h"
+#include "tools/vsa/fmt/layout/text_layout.h"
 
 namespace vsa_tools {
 

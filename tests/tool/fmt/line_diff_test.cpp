@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/vsa/fmt/line_diff.h"
+#include "tools/vsa/fmt/diff/line_diff.h"
 #include "tools/vsa/fmt/text_file.h"
 
 namespace vsa_tools {

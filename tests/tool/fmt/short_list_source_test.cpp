@@ -5,7 +5,7 @@
 
 #include <vsa/read.h>
 #include "tests/syntax/syntax_source.h"
-#include "tools/vsa/fmt/short_list_source.h"
+#include "tools/vsa/fmt/layout/short_list_source.h"
 
 namespace vsa_tools {
 

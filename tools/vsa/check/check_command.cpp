@@ -5,8 +5,8 @@
 #include <stdexcept>
 
 #include "tools/vsa/check/check_run.h"
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
 
 namespace vsa_tools {
 

@@ -14,8 +14,8 @@
 #include "tools/vsa/check/file_findings.h"
 #include "tools/vsa/check/fix/apply_edits.h"
 #include "tools/vsa/check/kinds.h"
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
 
 namespace vsa_tools {
 

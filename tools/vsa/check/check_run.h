@@ -15,9 +15,9 @@
 #include "tools/vsa/check/output/printer.h"
 #include "tools/vsa/check/selection/baseline.h"
 #include "tools/vsa/check/selection/config.h"
-#include "tools/vsa/common/file_list.h"
-#include "tools/vsa/common/ordered_workers.h"
-#include "tools/vsa/common/progress.h"
+#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/files/ordered_workers.h"
+#include "tools/vsa/common/files/progress.h"
 
 namespace vsa_tools {
 

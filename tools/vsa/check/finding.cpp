@@ -1,6 +1,6 @@
 #include "tools/vsa/check/finding.h"
 
-#include "tools/vsa/common/quoted_text.h"
+#include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {
 

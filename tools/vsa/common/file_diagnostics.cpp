@@ -1,6 +1,6 @@
 #include "tools/vsa/common/file_diagnostics.h"
 
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/output.h"
 
 namespace vsa_tools {
 

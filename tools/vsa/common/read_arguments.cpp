@@ -1,7 +1,7 @@
 #include "tools/vsa/common/read_arguments.h"
 
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/quoted_text.h"
+#include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {
 

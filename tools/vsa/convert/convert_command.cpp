@@ -1,9 +1,9 @@
 #include "tools/vsa/convert/convert_command.h"
 
 #include <vsa/scene.h>
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/file_diagnostics.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/convert/types_file.h"
 #include "tools/vsa/input/input_file.h"

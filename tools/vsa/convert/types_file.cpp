@@ -5,8 +5,8 @@
 
 #include <vsa/types.h>
 #include "tools/vsa/common/diagnostic.h"
-#include "tools/vsa/common/exit_status.h"
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/output.h"
 #include "tools/vsa/fmt/text_file.h"
 
 namespace vsa_tools {

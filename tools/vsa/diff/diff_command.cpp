@@ -6,11 +6,11 @@
 #include <future>
 #include <utility>
 
-#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/progress.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
-#include "tools/vsa/common/standard_output.h"
 #include "tools/vsa/diff/difference_output.h"
 
 namespace vsa_tools {

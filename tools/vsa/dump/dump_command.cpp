@@ -7,9 +7,9 @@
 
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/diagnostic.h"
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/output.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/dump/dump_log.h"
 #include "tools/vsa/dump/large_buffer.h"

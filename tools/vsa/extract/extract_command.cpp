@@ -1,6 +1,6 @@
 #include "tools/vsa/extract/extract_command.h"
 
-#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/scene/scene_file.h"
 #include "tools/vsa/extract/scene_part.h"
 

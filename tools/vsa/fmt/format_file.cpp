@@ -10,15 +10,15 @@
 #include <vsa/file_replacement.h>
 #include <vsa/syntax.h>
 #include "tools/scene_text/printable_text.h"
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/writing/output_sink.h"
-#include "tools/vsa/fmt/line_diff.h"
-#include "tools/vsa/fmt/reading_check.h"
-#include "tools/vsa/fmt/same_tokens.h"
+#include "tools/vsa/fmt/comparison/reading_check.h"
+#include "tools/vsa/fmt/comparison/same_tokens.h"
+#include "tools/vsa/fmt/diff/line_diff.h"
+#include "tools/vsa/fmt/layout/text_layout.h"
 #include "tools/vsa/fmt/sinks.h"
 #include "tools/vsa/fmt/text_file.h"
-#include "tools/vsa/fmt/text_layout.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {

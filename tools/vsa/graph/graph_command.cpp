@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <fstream>
 
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
-#include "tools/vsa/common/standard_output.h"
 #include "tools/vsa/graph/dot_text.h"
 #include "tools/vsa/graph/graphviz.h"
 #include "tools/vsa/graph/scene_graph.h"

@@ -4,12 +4,12 @@
 
 #include <vsa/file_replacement.h>
 #include <vsa/syntax.h>
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/output.h"
 #include "tools/vsa/common/writing/output_sink.h"
-#include "tools/vsa/fmt/reading_check.h"
-#include "tools/vsa/fmt/short_list_source.h"
+#include "tools/vsa/fmt/comparison/reading_check.h"
+#include "tools/vsa/fmt/layout/short_list_source.h"
 #include "tools/vsa/input/input_file.h"
 #include "tools/vsa/merge/node_names.h"
 

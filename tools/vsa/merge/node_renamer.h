@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include <vsa/syntax.h>
-#include "tools/vsa/fmt/text_layout.h"
+#include "tools/vsa/fmt/layout/text_layout.h"
 
 namespace vsa_tools {
 

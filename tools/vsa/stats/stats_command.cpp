@@ -4,13 +4,13 @@
 #include <cstdio>
 #include <thread>
 
-#include "tools/vsa/common/exit_status.h"
-#include "tools/vsa/common/file_list.h"
+#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/files/ordered_workers.h"
+#include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/ordered_workers.h"
-#include "tools/vsa/common/progress.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
-#include "tools/vsa/common/standard_output.h"
 #include "tools/vsa/stats/report_page.h"
 
 namespace vsa_tools {

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "tools/vsa/common/exit_status.h"
 #include "tools/vsa/common/interrupt.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
-#include "tools/vsa/common/standard_output.h"
 
 namespace vsa_tools {
 

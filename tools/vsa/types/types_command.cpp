@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
-#include "tools/vsa/common/exit_status.h"
-#include "tools/vsa/common/file_list.h"
+#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
-#include "tools/vsa/common/standard_output.h"
 #include "tools/vsa/types/type_collector.h"
 
 namespace vsa_tools {

@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "tools/vsa/check/hints/hint_text.h"
-#include "tools/vsa/common/quoted_text.h"
+#include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {
 

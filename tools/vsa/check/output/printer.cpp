@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/output.h"
 
 namespace vsa_tools {
 

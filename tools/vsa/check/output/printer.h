@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "tools/vsa/check/output/format.h"
-#include "tools/vsa/common/progress.h"
+#include "tools/vsa/common/files/progress.h"
 
 namespace vsa_tools {
 

@@ -8,9 +8,9 @@
 
 #include "tools/scene_text/printable_text.h"
 #include "tools/vsa/common/diagnostic.h"
-#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/common/interrupt.h"
-#include "tools/vsa/common/progress.h"
+#include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/input/encoding.h"
 #include "tools/vsa/input/input_file.h"
 

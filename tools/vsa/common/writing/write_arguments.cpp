@@ -4,8 +4,8 @@
 
 #include <vsa/write.h>
 #include "tools/vsa/common/diagnostic.h"
-#include "tools/vsa/common/exit_status.h"
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/output/output.h"
 #include "tools/vsa/common/writing/output_sink.h"
 #include "tools/vsa/input/input_file.h"
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/fmt/short_list_source.h"
+#include "tools/vsa/fmt/layout/short_list_source.h"
 
 #include <algorithm>
 #include <charconv>

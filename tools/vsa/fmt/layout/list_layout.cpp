@@ -1,4 +1,4 @@
-#include "tools/vsa/fmt/list_layout.h"
+#include "tools/vsa/fmt/layout/list_layout.h"
 
 #include <algorithm>
 #include <array>

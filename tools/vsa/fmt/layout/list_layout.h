@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "tools/vsa/fmt/output_buffer.h"
+#include "tools/vsa/fmt/layout/output_buffer.h"
 
 namespace vsa_tools {
 

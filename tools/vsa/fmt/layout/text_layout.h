@@ -5,8 +5,8 @@
 #include <string>
 
 #include <vsa/syntax.h>
-#include "tools/vsa/fmt/list_layout.h"
-#include "tools/vsa/fmt/output_buffer.h"
+#include "tools/vsa/fmt/layout/list_layout.h"
+#include "tools/vsa/fmt/layout/output_buffer.h"
 
 namespace vsa_tools {
 

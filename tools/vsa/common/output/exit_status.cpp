@@ -1,7 +1,7 @@
-#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/output/exit_status.h"
 
 #include "tools/scene_text/printable_text.h"
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/output.h"
 
 namespace vsa_tools {
 

@@ -1,11 +1,11 @@
-#include "tools/vsa/common/standard_output.h"
+#include "tools/vsa/common/output/standard_output.h"
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <string>
 
-#include "tools/vsa/common/exit_status.h"
+#include "tools/vsa/common/output/exit_status.h"
 
 namespace vsa_tools {
 

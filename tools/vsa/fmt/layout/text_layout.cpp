@@ -1,4 +1,4 @@
-#include "tools/vsa/fmt/text_layout.h"
+#include "tools/vsa/fmt/layout/text_layout.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/fmt/same_tokens.h"
+#include "tools/vsa/fmt/comparison/same_tokens.h"
 
 #include <algorithm>
 #include <string>

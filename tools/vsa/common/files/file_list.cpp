@@ -1,4 +1,4 @@
-#include "tools/vsa/common/file_list.h"
+#include "tools/vsa/common/files/file_list.h"
 
 #include <algorithm>
 #include <cerrno>

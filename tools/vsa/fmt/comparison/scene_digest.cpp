@@ -1,4 +1,4 @@
-#include "tools/vsa/fmt/scene_digest.h"
+#include "tools/vsa/fmt/comparison/scene_digest.h"
 
 #include <cstring>
 

@@ -1,6 +1,6 @@
 // printDiff: reads both files for the hashes of their lines, and again for the lines that it
 // prints.
-#include "tools/vsa/fmt/line_diff.h"
+#include "tools/vsa/fmt/diff/line_diff.h"
 
 #include <unistd.h>
 

@@ -1,8 +1,8 @@
-#include "tools/vsa/fmt/reading_check.h"
+#include "tools/vsa/fmt/comparison/reading_check.h"
 
 #include "tools/vsa/common/diagnostic.h"
-#include "tools/vsa/fmt/scene_digest.h"
-#include "tools/vsa/fmt/short_list_source.h"
+#include "tools/vsa/fmt/comparison/scene_digest.h"
+#include "tools/vsa/fmt/layout/short_list_source.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-#include "tools/vsa/common/output.h"
+#include "tools/vsa/common/output/output.h"
 
 #include <fcntl.h>
 #include <unistd.h>

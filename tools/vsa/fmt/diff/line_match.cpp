@@ -3,7 +3,7 @@
 #include <optional>
 #include <unordered_map>
 
-#include "tools/vsa/fmt/line_diff.h"
+#include "tools/vsa/fmt/diff/line_diff.h"
 
 namespace vsa_tools {
 

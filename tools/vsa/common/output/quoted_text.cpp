@@ -1,4 +1,4 @@
-#include "tools/vsa/common/quoted_text.h"
+#include "tools/vsa/common/output/quoted_text.h"
 
 #include <utf8.h>
 
