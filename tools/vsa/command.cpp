@@ -4,6 +4,7 @@
 #include "tools/vsa/convert/convert_command.h"
 #include "tools/vsa/diff/diff_command.h"
 #include "tools/vsa/dump/dump_command.h"
+#include "tools/vsa/explain/explain_command.h"
 #include "tools/vsa/extract/extract_command.h"
 #include "tools/vsa/fmt/fmt_command.h"
 #include "tools/vsa/graph/graph_command.h"
@@ -17,6 +18,7 @@ namespace vsa_tools {
 std::vector<std::unique_ptr<Command>> allCommands() {
   std::vector<std::unique_ptr<Command>> commands;
   commands.push_back(std::make_unique<CheckCommand>());
+  commands.push_back(std::make_unique<ExplainCommand>());
   commands.push_back(std::make_unique<DumpCommand>());
   commands.push_back(std::make_unique<ConvertCommand>());
   commands.push_back(std::make_unique<StatsCommand>());

@@ -4,7 +4,7 @@
 #include <nlohmann/json.hpp>
 
 #include "tests/tool/command_fixture.h"
-#include "tools/vsa/stats/embedded_files.h"
+#include "tools/vsa/common/embedded/embedded_files.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "tools/vsa/stats/embedded_files.h"
+#include "tools/vsa/common/embedded/embedded_files.h"
 
 namespace vsa_tools {
 

@@ -1,4 +1,4 @@
-// Files that CMake compiles into the command, see tools/vsa/stats/embed.cmake.
+// Files that CMake compiles into the command, see tools/vsa/common/embedded/embed.cmake.
 #pragma once
 
 #include <string_view>
@@ -7,6 +7,10 @@ namespace vsa_tools {
 
 /// page.html. @REPORT@ and @CHART_SCRIPT@ in it are to be replaced.
 std::string_view pageTemplate();
+
+/// docs/messages.md and docs/rules.md.
+std::string_view messagesPage();
+std::string_view rulesPage();
 
 /// Chart.js, the library that draws the plots. vendor/chart.LICENSE.md is its licence.
 std::string_view chartScript();

@@ -15,6 +15,6 @@ function(vsa_embed result)
   endforeach()
   set(source ${CMAKE_CURRENT_BINARY_DIR}/embedded_files.cpp)
   file(CONFIGURE OUTPUT ${source} @ONLY CONTENT
-       "#include \"tools/vsa/stats/embedded_files.h\"\nnamespace vsa_tools {\n${functions}}\n")
+       "#include \"tools/vsa/common/embedded/embedded_files.h\"\nnamespace vsa_tools {\n${functions}}\n")
   set(${result} ${source} PARENT_SCOPE)
 endfunction()

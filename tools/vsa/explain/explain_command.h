@@ -1,0 +1,20 @@
+// vsa explain: what a finding of vsa check means, and what to do.
+#pragma once
+
+#include <string>
+
+#include "tools/vsa/command.h"
+
+namespace vsa_tools {
+
+class ExplainCommand final : public Command {
+ public:
+  ExplainCommand() : Command("explain", "Print what a finding of vsa check means") {}
+  void addTo(CLI::App& app) override;
+  int run() override;
+
+ private:
+  std::string id_;
+};
+
+}  // namespace vsa_tools
