@@ -34,7 +34,7 @@ src/api/c                  include/vsa include/vsa/values
 src/api/types              include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values
 src/api/reading/text       include/vsa include/vsa/reading include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
 src/api/reading/culprit    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
-src/api/reading/outcome    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics src/api/reading/text src/api/reading/culprit src/vsa src/vsa/apply
+src/api/reading/outcome    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics src/api/reading/text src/api/reading/culprit src/diagnostics src/vsa src/vsa/apply
 src/api/reading            include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/api/reading/outcome src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
 src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
 src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene

@@ -38,6 +38,12 @@ std::uint64_t defaultMemory(std::uint64_t textBytes) {
   return BASE_MEMORY + MEMORY_PER_BYTE * textBytes;
 }
 
+zn::LogSink* threadLogSink() noexcept {
+  zn::LogSink* const sink = zn::setThreadLogSink(nullptr);
+  zn::setThreadLogSink(sink);
+  return sink;
+}
+
 // Null for a file that can be read only once. Some files of the system have a size of 0 and bytes.
 std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
                                    std::optional<std::uint64_t> size) {
@@ -122,6 +128,7 @@ void Reading::guarded(const Body& body) noexcept {
   }
   outer_ = innermost;
   innermost = this;
+  ending_.setHostLog(threadLogSink());
   try {
     const zn::ScopedLogSink log(this);
     const zn::korvo_sdk::ScopedRecordSink records(this);

@@ -72,6 +72,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
   void write(zn::LogLevel level, const zn::String& text) override;
 
+  void reportOfHost(const zn::korvo_sdk::Diagnostic& diagnostic);
   template <class Body>
   void guarded(const Body& body) noexcept;
   bool isSceneBusy() const noexcept;

@@ -311,43 +311,6 @@ TEST(ReadStatus, DiagnosticIdsHaveNamesOfTheirOwn) {
   EXPECT_STREQ(vsa::name(vsa::DiagnosticId::TooFewElements), "too-few-elements");
 }
 
-// --- a reading within a reading ---
-
-TEST(ReadStatus, AReadingIntoTheSceneThatIsReadIntoIsUnreadable) {
-  vsa::Scene scene;
-  std::vector<vsa::ReadOutcome> nested;
-  vsa::ReadOptions options;
-  options.onProgress = [&](const vsa::ReadProgress&) {
-    nested.push_back(vsa::readTextInto(scene, "lamp moon;"));
-    return true;
-  };
-  options.onDiagnostic = [&](const vsa::Diagnostic&) {
-    vsa::Scene other;  // and within a reading into another scene
-    vsa::ReadOptions inner;
-    inner.onProgress = options.onProgress;
-    EXPECT_TRUE(vsa::readTextInto(other, "lamp star;", inner).isComplete());
-  };
-  EXPECT_TRUE(vsa::readTextInto(scene, "# version: x\nlamp sun;", options).isComplete());
-  ASSERT_GE(nested.size(), 4U);
-  for (const vsa::ReadOutcome& outcome : nested) {
-    EXPECT_EQ(outcome.status, ReadStatus::Unreadable);
-    EXPECT_EQ(outcome.message, "the scene is being read into already");
-  }
-  EXPECT_EQ(scene.nodes().size(), 1U);
-  EXPECT_TRUE(vsa::readTextInto(scene, "lamp moon;").isComplete());
-}
-
-TEST(ReadStatus, AHostsSceneMayNotBeReadIntoWhileItIsReadInto) {
-  HostScene scene;
-  std::vector<ReadStatus> nested;
-  scene.options.onCall = [&](const std::string&) {
-    nested.push_back(vsa::readTextInto(scene, "lamp moon;").status);
-  };
-  EXPECT_TRUE(vsa::readTextInto(scene, "lamp sun;").isComplete());
-  ASSERT_FALSE(nested.empty());
-  for (const ReadStatus status : nested) EXPECT_EQ(status, ReadStatus::Unreadable);
-}
-
 TEST(ReadStatus, ANullTextOfASkippedBufferIsUnreadable) {
   const char* const none = nullptr;
   const vsa::LoadedBuffer loaded = vsa::loadBufferFromText(none, {});
