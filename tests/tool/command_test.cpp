@@ -214,6 +214,8 @@ TEST_F(CommandTest, AReadErrorIsNotAnEndOfFile) {
   }
 }
 
+// Sanitizers need more address space than the limit of this test.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 // A text with `messages` warnings, each of which quotes a name of `nameLength` characters.
 std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
   std::string text = "lamp " + std::string(nameLength, 'a') + ": .k = 1;\n";
@@ -221,8 +223,6 @@ std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
   return text;
 }
 
-// Sanitizers need more address space than the limit of this test.
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 // The log has 100 MB, the address space 64 MB.
 TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
   write("a.vsa", textOfManyLongMessages(20000, 5000));

@@ -28,11 +28,13 @@ constexpr char FOOTER[] =
     "  vsa explain too-few-elements         what a message means\n"
     "docs/checking.md says more about configuration and continuous integration.";
 
-const std::map<std::string, FormatName> FORMATS{
-    {"full", FormatName::Full},   {"line", FormatName::Line},   {"log", FormatName::Log},
-    {"json", FormatName::Json},   {"sarif", FormatName::Sarif}, {"github", FormatName::Github},
-    {"junit", FormatName::Junit},
-};
+std::map<std::string, FormatName> formats() {
+  return {
+      {"full", FormatName::Full},   {"line", FormatName::Line},   {"log", FormatName::Log},
+      {"json", FormatName::Json},   {"sarif", FormatName::Sarif}, {"github", FormatName::Github},
+      {"junit", FormatName::Junit},
+  };
+}
 
 // Each use of the option takes one word, which may be a list with commas.
 void addList(CLI::App& app, const char* name, std::vector<std::string>& to, const char* purpose) {
@@ -69,7 +71,7 @@ void CheckCommand::addOutputOptions(CLI::App& app) {
   app.add_option("--format", options_.format,
                  "full: with source lines; line: one line each, for editors; log: the lines of the "
                  "reader's log; json, sarif, github, junit: for tools")
-      ->transform(CLI::Transformer(FORMATS).description(""))
+      ->transform(CLI::Transformer(formats()).description(""))
       ->type_name("FORMAT");
   app.add_option("--color", options_.colour,
                  "auto (without NO_COLOR, on a terminal), always, never")

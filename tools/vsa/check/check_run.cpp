@@ -170,7 +170,7 @@ std::uint64_t CheckRun::fix(const Item& item) {
   return fixed;
 }
 
-void CheckRun::add(const Item& item, FileResult result) {
+void CheckRun::add(const Item& item, const FileResult& result) {
   printer_.print(result.findings);
   if (result.isClean) printer_.printClean(item.shownName);
   totals_.filesWithFindings += result.isClean ? 0 : 1;

@@ -49,7 +49,7 @@ class CheckRun {
   std::vector<Item> items(const FileList& list);
   FileResult check(const Item& item, Turn& turn);
   std::uint64_t fix(const Item& item);
-  void add(const Item& item, FileResult result);
+  void add(const Item& item, const FileResult& result);
   void printProblems(const FileList& list);
   std::string summary() const;
   int exitStatus(bool isWritten) const;

@@ -16,7 +16,7 @@ const char* name(Level level) {
   return "error";
 }
 
-std::string withoutLongQuotes(std::string text) {
+std::string withoutLongQuotes(const std::string& text) {
   constexpr std::size_t MAX_BYTES = 400;
   return text.size() > MAX_BYTES ? shortened(text) : text;
 }

@@ -55,6 +55,6 @@ struct Finding {
 
 /// The text, or its beginning and its end if a name or value quoted in it makes it longer than any
 /// text of a hint or a rule.
-std::string withoutLongQuotes(std::string text);
+std::string withoutLongQuotes(const std::string& text);
 
 }  // namespace vsa_tools

@@ -113,7 +113,7 @@ void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
   if (text.bytesOf(diagnostic.range).empty()) return;
   const bool isElement = diagnostic.id == DiagnosticId::CannotAssignType;
   std::string path = diagnostic.inputPath;
-  if (isElement && path.ends_with(']')) path = path.substr(0, path.rfind('[')) + "[0]";
+  if (isElement && path.ends_with(']')) path.replace(path.rfind('['), path.npos, "[0]");
   const FirstAssignment* first = text.firstAssignment(path);
   if (first != nullptr && first->range.begin.offset >= diagnostic.range.begin.offset) {
     first = nullptr;

@@ -19,8 +19,7 @@ std::optional<std::string> withPoint(std::string_view number) {
   if (exponent == std::string_view::npos || exponent == 0) return std::nullopt;
   if (number.find('.') != std::string_view::npos) return std::nullopt;
   if (!isDigit(number[exponent - 1]) || exponent + 1 == number.size()) return std::nullopt;
-  std::string result(number);
-  return result.insert(exponent, ".0");
+  return std::string(number.substr(0, exponent)) + ".0" + std::string(number.substr(exponent));
 }
 
 void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding& finding) {
