@@ -139,7 +139,6 @@ class VSA_API ListReader {
 
   const char* at_ = nullptr;
   const char* end_ = nullptr;
-  std::uint64_t depth_ = 0;
   Last last_ = Last::Nothing;
   Pending pending_ = Pending::No;
   char open_ = 0;

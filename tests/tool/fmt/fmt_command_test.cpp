@@ -148,7 +148,11 @@ TEST_F(FmtCommandTest, StreamsLongLists) {
   std::string text = "t n;\nn.f = float[4000000] {";
   for (int i = 0; i < 4000000; ++i) text += i % 2 == 0 ? " 1.25 " : "-3,";
   write("a.vsa", text + "};");
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  EXPECT_EQ(vsa("fmt -i a.vsa").status, 0);  // sanitizers need more address space than the limit
+#else
   EXPECT_EQ(statusOf("ulimit -v 150000; " VSA_COMMAND " fmt -i a.vsa"), 0);
+#endif
   EXPECT_EQ(vsa("fmt --check a.vsa").status, 0);
   write("b.vsa", text + " 7};");
   const CommandOutcome run = vsa("fmt -i b.vsa");
