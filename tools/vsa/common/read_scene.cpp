@@ -56,12 +56,12 @@ FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOption
   std::vector<Loss> cuts;
   bool hasFatal = false;
   options.keptDiagnostics = 0;
-  options.onDiagnostic = [&, log = std::move(options.onDiagnostic)](const vsa::Diagnostic& found) {
+  options.onDiagnostic = [&, next = std::move(options.onDiagnostic)](const vsa::Diagnostic& found) {
     hasFatal |= found.endedReading;
     if (std::optional<Loss> loss = lossOf(found)) {
       cuts.push_back(*std::move(loss));
-    } else if (log) {
-      log(found);
+    } else if (next) {
+      next(found);
     }
   };
   outcome.read = vsa::readSourceInto(scene, *input.source, options);
