@@ -71,8 +71,8 @@ int CheckRun::run() {
   printProblems(list);
   workInOrder(
       all.size(), options_.workers, [&](std::size_t i, Turn& turn) { return check(all[i], turn); },
-      [&](std::size_t i, FileResult result) {
-        add(all[i], std::move(result));
+      [&](std::size_t i, const FileResult& result) {
+        add(all[i], result);
         if (all.size() > 1) progress_.update(i + 1, all.size());
         return !printer_.isFull() && !isInterrupted();
       });
