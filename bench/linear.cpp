@@ -10,7 +10,7 @@
 #include <stdexcept>
 
 #include "bench/measure/report.h"
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 
 namespace bench {
 namespace {

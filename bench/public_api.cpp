@@ -8,7 +8,7 @@
 
 #include "bench/measure/memory.h"
 #include "bench/measure/report.h"
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 
 namespace bench {
 namespace {

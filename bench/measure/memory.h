@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string>
 
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 
 namespace bench {
 

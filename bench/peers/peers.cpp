@@ -11,9 +11,9 @@
 
 #include "bench/measure/memory.h"
 #include "bench/measure/report.h"
-#include "bench/null_scene.h"
-#include "bench/our_reader.h"
-#include "bench/our_writer.h"
+#include "bench/ours/null_scene.h"
+#include "bench/ours/our_reader.h"
+#include "bench/ours/our_writer.h"
 
 namespace bench {
 namespace {

@@ -6,7 +6,7 @@
 #include <map>
 #include <string>
 
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 
 namespace bench {
 namespace {

@@ -1,6 +1,6 @@
 // The scene finds one node, that of the last declaration, and this node finds no input: each
 // statement creates one, as in a text that gives each input one value.
-#include "bench/null_scene.h"
+#include "bench/ours/null_scene.h"
 
 #include <cstdlib>
 #include <stdexcept>

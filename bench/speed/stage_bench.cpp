@@ -6,7 +6,7 @@
 #include <vector>
 
 #include <vsa/foundation/decompress.h>
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 #include "foundation/compression/inflate.h"
 #include "foundation/containers/hash_map.h"
 #include "foundation/numbers/number_list.h"

@@ -7,7 +7,7 @@
 #include <span>
 
 #include <vsa/syntax.h>
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 #include "tools/vsa/fmt/comparison/reading_check.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 

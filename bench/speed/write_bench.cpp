@@ -3,7 +3,7 @@
 
 #include <memory>
 
-#include "bench/our_writer.h"
+#include "bench/ours/our_writer.h"
 #include "foundation/numbers/number_print.h"
 
 namespace bench {

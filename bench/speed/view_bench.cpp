@@ -8,7 +8,7 @@
 #include <vector>
 
 #include <vsa/vsa.h>
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 
 namespace bench {
 namespace {

@@ -1,5 +1,5 @@
 // Reads of whole texts, and the values of the scenes that they build.
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 
 #include <bit>
 #include <cstdlib>

@@ -1,11 +1,11 @@
-#include "bench/our_writer.h"
+#include "bench/ours/our_writer.h"
 
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
 
 #include <vsa/write.h>
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 #include "foundation/compression/deflate.h"
 #include "foundation/compression/inflate.h"
 #include "foundation/numbers/number_list.h"

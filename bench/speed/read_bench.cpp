@@ -11,7 +11,7 @@
 
 #include "bench/measure/allocation_count.h"
 #include "bench/measure/memory.h"
-#include "bench/our_reader.h"
+#include "bench/ours/our_reader.h"
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/read_scene.h"
 #include "tools/vsa/dump/dump_log.h"
