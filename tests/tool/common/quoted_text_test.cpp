@@ -12,13 +12,13 @@ using vsa::DiagnosticId;
 
 const std::string AT_LIMIT(MAX_QUOTED_BYTES, 'a');
 const std::string LONG(1000, 'a');
-const std::string SHORT = std::string(120, 'a') + "[... 820 bytes ...]" + std::string(60, 'a');
+const std::string SHORT = LONG.substr(0, 120) + "[... 820 bytes ...]" + LONG.substr(0, 60);
 
 TEST(QuotedText, IsShortenedOnlyBeyondTheLimit) {
   EXPECT_EQ(shortened(""), "");
   EXPECT_EQ(shortened(AT_LIMIT), AT_LIMIT);
   EXPECT_EQ(shortened(AT_LIMIT + 'a'),
-            std::string(120, 'a') + "[... 21 bytes ...]" + std::string(60, 'a'));
+            LONG.substr(0, 120) + "[... 21 bytes ...]" + LONG.substr(0, 60));
   EXPECT_EQ(shortened(LONG), SHORT);
 }
 
