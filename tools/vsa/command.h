@@ -1,9 +1,10 @@
 // A command of vsa, and the list of all of them.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <memory>
 #include <vector>
+
+#include "tools/vsa/common/command_options.h"
 
 namespace vsa_tools {
 
@@ -20,7 +21,7 @@ class Command {
   const char* purpose() const { return purpose_; }
 
   /// Adds the options, the arguments, and examples as the footer.
-  virtual void addTo(CLI::App& app) = 0;
+  virtual void addTo(CommandOptions& options) = 0;
   /// Does its work after the command line was parsed, and returns the exit status.
   virtual int run() = 0;
 

@@ -32,7 +32,8 @@ class CommandLine {
         "  2  wrong usage, a file that cannot be opened, or output that cannot be written\n"
         "  130  interrupted by Ctrl-C");
     for (const auto& command : commands_) {
-      command->addTo(*app.add_subcommand(command->name(), command->purpose()));
+      CommandOptions options(*app.add_subcommand(command->name(), command->purpose()));
+      command->addTo(options);
     }
   }
 

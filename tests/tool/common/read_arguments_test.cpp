@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -18,7 +19,8 @@ using CommandRun = vsa_tests::CommandOutcome;
 vsa::ReadOptions optionsOf(const std::string& commandLine) {
   CLI::App app;
   ReadArguments arguments;
-  arguments.addTo(app);
+  CommandOptions options(app);
+  arguments.addTo(options);
   app.parse(commandLine);
   return arguments.options();
 }

@@ -64,7 +64,7 @@ TEST(ShortValueTest, ElementsOfABuffer) {
 
 TEST(ShortValueTest, LongAndHostileTexts) {
   EXPECT_EQ(std::string(60, 'x'), shortText(std::string(60, 'x')));
-  EXPECT_EQ(std::string(60, 'x') + "...", shortText(std::string(61, 'x')));
+  EXPECT_EQ(std::string(60, 'x').append("..."), shortText(std::string(61, 'x')));
   EXPECT_EQ("ab...", shortText("abc", 2));
   EXPECT_EQ("größe", shortText("größe", 5));
   EXPECT_EQ("\\x1b[2J\\xff", shortText("\x1B[2J\xFF"));

@@ -36,68 +36,78 @@ std::map<std::string, FormatName> formats() {
   };
 }
 
-// Each use of the option takes one word, which may be a list with commas.
-void addList(CLI::App& app, const char* name, std::vector<std::string>& to, const char* purpose) {
-  app.add_option(name, to, purpose)->type_name("ID")->delimiter(',')->allow_extra_args(false);
+std::vector<std::string> namesOfFormats() {
+  std::vector<std::string> names;
+  for (const auto& [name, format] : formats()) names.push_back(name);
+  return names;
+}
+
+void addList(CommandOptions& options, const char* name, std::vector<std::string>& to,
+             const char* purpose) {
+  options.add(name, to, purpose).valueName("ID").repeatableList();
 }
 
 }  // namespace
 
-void CheckCommand::addTo(CLI::App& app) {
-  addInputOptions(app);
-  addOutputOptions(app);
-  addSelectionOptions(app);
-  options_.reading.addTo(app);
-  app.footer(FOOTER);
+void CheckCommand::addTo(CommandOptions& options) {
+  addInputOptions(options);
+  addOutputOptions(options);
+  addSelectionOptions(options);
+  options_.reading.addTo(options);
+  options.footer(FOOTER);
 }
 
-void CheckCommand::addInputOptions(CLI::App& app) {
-  app.add_option("FILE", options_.files,
-                 "Files; folders, of which all *.vsa are checked; @LIST, a file with names of "
-                 "files; - is standard input")
-      ->required()
-      ->type_name("");
-  app.add_flag("-0", options_.isNulSeparated, "The names in lists end with NUL, not with the line");
-  app.add_option("--stdin-filename", options_.stdinName, "The name of standard input in messages")
-      ->type_name("NAME");
-  app.add_option("-j,--jobs", options_.workers, "Files to check at the same time")
-      ->type_name("N")
-      ->check(CLI::Range(1u, 256u));
-  app.add_flag("--first", options_.isFirstOnly, "Stop where the reader does");
-  app.add_flag("--fix", options_.isFixing, "Change the files as the hints say, where that is safe");
+void CheckCommand::addInputOptions(CommandOptions& options) {
+  options
+      .add("FILE", options_.files,
+           "Files; folders, of which all *.vsa are checked; @LIST, a file with names of "
+           "files; - is standard input")
+      .required();
+  options.addFlag("-0", options_.isNulSeparated,
+                  "The names in lists end with NUL, not with the line");
+  options.add("--stdin-filename", options_.stdinName, "The name of standard input in messages")
+      .valueName("NAME");
+  options.add("-j,--jobs", options_.workers, "Files to check at the same time")
+      .valueName("N")
+      .range(1, 256);
+  options.addFlag("--first", options_.isFirstOnly, "Stop where the reader does");
+  options.addFlag("--fix", options_.isFixing,
+                  "Change the files as the hints say, where that is safe");
 }
 
-void CheckCommand::addOutputOptions(CLI::App& app) {
-  app.add_option("--format", options_.format,
-                 "full: with source lines; line: one line each, for editors; log: the lines of the "
-                 "reader's log; json, sarif, github, junit: for tools")
-      ->transform(CLI::Transformer(formats()).description(""))
-      ->type_name("FORMAT");
-  app.add_option("--color", options_.colour,
-                 "auto (without NO_COLOR, on a terminal), always, never")
-      ->check(CLI::IsMember({"auto", "always", "never"}).description(""))
-      ->type_name("WHEN");
-  app.add_flag("-q,--quiet", options_.isQuiet, "Print no summary");
-  app.add_flag("--strict", options_.isStrict, "Exit with status 1 if there is a warning");
+void CheckCommand::addOutputOptions(CommandOptions& options) {
+  options
+      .add("--format", format_,
+           "full: with source lines; line: one line each, for editors; log: the lines of the "
+           "reader's log; json, sarif, github, junit: for tools")
+      .oneOf(namesOfFormats())
+      .valueName("FORMAT");
+  options.add("--color", options_.colour, "auto (without NO_COLOR, on a terminal), always, never")
+      .oneOf({"auto", "always", "never"})
+      .valueName("WHEN");
+  options.addFlag("-q,--quiet", options_.isQuiet, "Print no summary");
+  options.addFlag("--strict", options_.isStrict, "Exit with status 1 if there is a warning");
 }
 
-void CheckCommand::addSelectionOptions(CLI::App& app) {
-  addList(app, "--error", options_.levels.errors, "Report the rule or group as an error");
-  addList(app, "--warn", options_.levels.warnings, "Report the rule or group as a warning");
-  addList(app, "--ignore", options_.levels.ignored, "Do not report the rule or group");
-  app.add_option("--config", options_.configFile,
-                 "Configuration; without it .vsa-check.json in the folder of a file or above")
-      ->type_name("FILE");
-  app.add_flag("--no-config", options_.isConfigIgnored, "Use no configuration file");
-  app.add_option("--types", options_.typesFile, "Node types as JSON, to compare the texts with")
-      ->type_name("FILE");
-  app.add_option("--baseline", options_.baseline, "Do not report what this file lists")
-      ->type_name("FILE");
-  app.add_option("--write-baseline", options_.newBaseline, "Write what is found to this file")
-      ->type_name("FILE");
+void CheckCommand::addSelectionOptions(CommandOptions& options) {
+  addList(options, "--error", options_.levels.errors, "Report the rule or group as an error");
+  addList(options, "--warn", options_.levels.warnings, "Report the rule or group as a warning");
+  addList(options, "--ignore", options_.levels.ignored, "Do not report the rule or group");
+  options
+      .add("--config", options_.configFile,
+           "Configuration; without it .vsa-check.json in the folder of a file or above")
+      .valueName("FILE");
+  options.addFlag("--no-config", options_.isConfigIgnored, "Use no configuration file");
+  options.add("--types", options_.typesFile, "Node types as JSON, to compare the texts with")
+      .valueName("FILE");
+  options.add("--baseline", options_.baseline, "Do not report what this file lists")
+      .valueName("FILE");
+  options.add("--write-baseline", options_.newBaseline, "Write what is found to this file")
+      .valueName("FILE");
 }
 
 int CheckCommand::run() {
+  options_.format = formats().at(format_);
   const InterruptScope interrupts;
   const bool readsInput =
       std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end();

@@ -1,6 +1,8 @@
 // vsa check: shows what is wrong with texts.
 #pragma once
 
+#include <string>
+
 #include "tools/vsa/check/check_options.h"
 #include "tools/vsa/command.h"
 
@@ -9,14 +11,15 @@ namespace vsa_tools {
 class CheckCommand final : public Command {
  public:
   CheckCommand() : Command("check", "Show the mistakes of texts, where they are and what to do") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:
-  void addInputOptions(CLI::App& app);
-  void addOutputOptions(CLI::App& app);
-  void addSelectionOptions(CLI::App& app);
+  void addInputOptions(CommandOptions& options);
+  void addOutputOptions(CommandOptions& options);
+  void addSelectionOptions(CommandOptions& options);
 
+  std::string format_ = "full";
   CheckOptions options_;
 };
 

@@ -2,12 +2,12 @@
 // said about it.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <cstdint>
 #include <optional>
 #include <string>
 
 #include <vsa/reading/read_options.h>
+#include "tools/vsa/common/command_options.h"
 
 namespace vsa_tools {
 
@@ -15,7 +15,7 @@ class ReadArguments {
  public:
   /// Adds --memory, --max-text, --max-diagnostics and --full. The parser of the command line fills
   /// the members, so the object must not move.
-  void addTo(CLI::App& app);
+  void addTo(CommandOptions& options);
 
   /// The options of one reading: the limits, and a progress function that ends it as soon as
   /// isInterrupted() is true. A command that replaces `onProgress` asks that itself.

@@ -10,16 +10,16 @@
 
 namespace vsa_tools {
 
-void ConvertCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
-  writing_.addTo(app);
-  app.add_option(
-         "--types", types_,
-         "Declare the node types of this file (docs/types.md) first, which renames the inputs "
-         "and outputs that have former names")
-      ->type_name("FILE");
-  reading_.addTo(app);
-  app.footer(
+void ConvertCommand::addTo(CommandOptions& options) {
+  options.add("FILE", file_, "File to read; - is standard input").required();
+  writing_.addTo(options);
+  options
+      .add("--types", types_,
+           "Declare the node types of this file (docs/types.md) first, which renames the inputs "
+           "and outputs that have former names")
+      .valueName("FILE");
+  reading_.addTo(options);
+  options.footer(
       "Examples:\n"
       "  vsa convert scene.vsa -o copy.vsa\n"
       "  vsa convert --compress textures.vsa -o textures.vsa\n"

@@ -14,7 +14,7 @@ namespace vsa_tools {
 class ConvertCommand final : public Command {
  public:
   ConvertCommand() : Command("convert", "Read a file and write its scene as a text") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

@@ -58,24 +58,25 @@ std::uint64_t printDifferences(const SceneFile& a, const SceneFile& b, const Dif
 
 }  // namespace
 
-void DiffCommand::addTo(CLI::App& app) {
-  app.add_option("A", fileA_, "The one file; - is standard input")->required()->type_name("");
-  app.add_option("B", fileB_, "The other file")->required()->type_name("");
-  app.add_option("--tolerance", options_.tolerance.absolute,
-                 "Numbers that are at most this far apart are the same")
-      ->type_name("ABS")
-      ->check(CLI::NonNegativeNumber);
-  app.add_option("--relative", options_.tolerance.relative,
-                 "And so are those at most this part of the larger one apart")
-      ->type_name("REL")
-      ->check(CLI::NonNegativeNumber);
-  app.add_option("--ignore", options_.ignored, "Leave out these nodes, or inputs as NODE.INPUT")
-      ->type_name("PATTERN")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  app.add_flag("--json", json_, "Print JSON");
-  reading_.addTo(app);
-  app.footer(
+void DiffCommand::addTo(CommandOptions& options) {
+  options.add("A", fileA_, "The one file; - is standard input").required();
+  options.add("B", fileB_, "The other file").required();
+  options
+      .add("--tolerance", options_.tolerance.absolute,
+           "Numbers that are at most this far apart are the same")
+      .valueName("ABS")
+      .notNegative();
+  options
+      .add("--relative", options_.tolerance.relative,
+           "And so are those at most this part of the larger one apart")
+      .valueName("REL")
+      .notNegative();
+  options.add("--ignore", options_.ignored, "Leave out these nodes, or inputs as NODE.INPUT")
+      .valueName("PATTERN")
+      .repeatable();
+  options.addFlag("--json", json_, "Print JSON");
+  reading_.addTo(options);
+  options.footer(
       "Exit status: 0 the scenes are the same, 1 they differ, 2 a file was not read completely.\n"
       "Without a tolerance, numbers are the same if all their bits are.\n"
       "Examples:\n"

@@ -14,7 +14,7 @@ namespace vsa_tools {
 class DiffCommand final : public Command {
  public:
   DiffCommand() : Command("diff", "Compare the scenes of two files") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

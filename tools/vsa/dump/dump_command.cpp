@@ -32,23 +32,21 @@ int exitStatusOf(const FileOutcome& outcome) {
 
 }  // namespace
 
-void DumpCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
-  app.add_option("--select", selected_,
-                 "Print only these nodes or inputs: lamp, lamp.power, 'l*.*'")
-      ->type_name("NAME[.INPUT]")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  app.add_flag("--no-buffers", noBuffers_, "Print no elements of buffers, only their number");
-  app.add_option("--max-elements", maxElements_, "Print at most N elements of each buffer")
-      ->type_name("N")
-      ->check(CLI::NonNegativeNumber);
-  app.add_flag("--large-buffers", largeBuffers_, "Print buffers of more than 1 GiB, too");
-  CLI::Option* const lines =
-      app.add_flag("--ndjson", lines_, "One JSON object a line: the header, then each node");
-  app.add_flag("--pretty", pretty_, "Indent the JSON")->excludes(lines);
-  reading_.addTo(app);
-  app.footer(
+void DumpCommand::addTo(CommandOptions& options) {
+  options.add("FILE", file_, "File to read; - is standard input").required();
+  options.add("--select", selected_, "Print only these nodes or inputs: lamp, lamp.power, 'l*.*'")
+      .valueName("NAME[.INPUT]")
+      .repeatable();
+  options.addFlag("--no-buffers", noBuffers_, "Print no elements of buffers, only their number");
+  options.add("--max-elements", maxElements_, "Print at most N elements of each buffer")
+      .valueName("N")
+      .notNegative();
+  options.addFlag("--large-buffers", largeBuffers_, "Print buffers of more than 1 GiB, too");
+  const CommandOption lines =
+      options.addFlag("--ndjson", lines_, "One JSON object a line: the header, then each node");
+  options.addFlag("--pretty", pretty_, "Indent the JSON").excludes(lines);
+  reading_.addTo(options);
+  options.footer(
       "Examples:\n"
       "  vsa dump scene.vsa\n"
       "  vsa dump --pretty --max-elements 4 scene.vsa | less\n"

@@ -19,7 +19,7 @@ namespace vsa_tools {
 class DumpCommand final : public Command {
  public:
   DumpCommand() : Command("dump", "Print the scene of a file as JSON") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

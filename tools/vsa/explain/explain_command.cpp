@@ -8,9 +8,9 @@
 
 namespace vsa_tools {
 
-void ExplainCommand::addTo(CLI::App& app) {
-  app.add_option("ID", id_, "The id of a finding; without one, all ids are listed")->type_name("");
-  app.footer(
+void ExplainCommand::addTo(CommandOptions& options) {
+  options.add("ID", id_, "The id of a finding; without one, all ids are listed");
+  options.footer(
       "Examples:\n"
       "  vsa explain bad-token\n"
       "  vsa explain assigned-twice\n\n"

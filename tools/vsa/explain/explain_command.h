@@ -10,7 +10,7 @@ namespace vsa_tools {
 class ExplainCommand final : public Command {
  public:
   ExplainCommand() : Command("explain", "Print what a finding of vsa check means") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

@@ -6,19 +6,17 @@
 
 namespace vsa_tools {
 
-void ExtractCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
-  app.add_option("NAME", names_, "Nodes to write; patterns with * and ?")
-      ->required()
-      ->type_name("");
-  app.add_option("--without", without_,
-                 "Leave out these nodes, and what only they need; links to them become null")
-      ->type_name("PATTERN")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  writing_.addTo(app);
-  reading_.addTo(app);
-  app.footer(
+void ExtractCommand::addTo(CommandOptions& options) {
+  options.add("FILE", file_, "File to read; - is standard input").required();
+  options.add("NAME", names_, "Nodes to write; patterns with * and ?").required();
+  options
+      .add("--without", without_,
+           "Leave out these nodes, and what only they need; links to them become null")
+      .valueName("PATTERN")
+      .repeatable();
+  writing_.addTo(options);
+  reading_.addTo(options);
+  options.footer(
       "Examples:\n"
       "  vsa extract scene.vsa vase -o vase.vsa\n"
       "  vsa extract --without 'tex*' scene.vsa 'clay*' glaze\n"

@@ -13,7 +13,7 @@ namespace vsa_tools {
 class ExtractCommand final : public Command {
  public:
   ExtractCommand() : Command("extract", "Write some nodes and all that they need as a text") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

@@ -27,23 +27,22 @@ bool print(const FormatOutcome& outcome) {
 
 }  // namespace
 
-void FmtCommand::addTo(CLI::App& app) {
-  app.add_option("FILES", files_,
-                 "Files to format; a folder: all *.vsa in it; @LIST: the files that LIST names; -: "
-                 "standard input, as without files")
-      ->type_name("");
-  CLI::Option* const replaces = app.add_flag("-i,--in-place", replaces_, "Replace the files");
-  CLI::Option* const checks =
-      app.add_flag("--check", checks_, "Only name the files that are not formatted");
-  CLI::Option* const diffs = app.add_flag("--diff", diffs_, "Print what would change");
-  replaces->excludes(checks)->excludes(diffs);
-  checks->excludes(diffs);
-  app.add_option("-j,--jobs", workers_, "Files to format at the same time; 0: one for each core")
-      ->type_name("N")
-      ->check(CLI::Range(0, 1024));
-  app.add_flag("-0,--null", nul_, "The names in a LIST end with a NUL, not with a line end");
-  arguments_.addTo(app);
-  app.footer(
+void FmtCommand::addTo(CommandOptions& options) {
+  options.add("FILES", files_,
+              "Files to format; a folder: all *.vsa in it; @LIST: the files that LIST names; -: "
+              "standard input, as without files");
+  const CommandOption replaces = options.addFlag("-i,--in-place", replaces_, "Replace the files");
+  const CommandOption checks =
+      options.addFlag("--check", checks_, "Only name the files that are not formatted");
+  const CommandOption diffs = options.addFlag("--diff", diffs_, "Print what would change");
+  replaces.excludes(checks).excludes(diffs);
+  checks.excludes(diffs);
+  options.add("-j,--jobs", workers_, "Files to format at the same time; 0: one for each core")
+      .valueName("N")
+      .range(0, 1024);
+  options.addFlag("-0,--null", nul_, "The names in a LIST end with a NUL, not with a line end");
+  arguments_.addTo(options);
+  options.footer(
       "Examples:\n"
       "  vsa fmt scene.vsa >formatted.vsa\n"
       "  vsa fmt -i -j 0 scenes\n"

@@ -13,7 +13,7 @@ namespace vsa_tools {
 class FmtCommand final : public Command {
  public:
   FmtCommand() : Command("fmt", "Format texts: white space only, every token is kept") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

@@ -16,16 +16,16 @@
 
 namespace vsa_tools {
 
-void GraphCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
-  app.add_option("-o,--output", output_, "File to write; - is standard output")->type_name("FILE");
-  CLI::Option* const svg = app.add_flag("--svg", svg_, "Write an SVG picture, by Graphviz");
-  app.add_flag("--png", png_, "Write a PNG picture, by Graphviz")->excludes(svg);
-  app.add_option("--limit", limit_, "Draw at most N nodes, or groups of them (100)")
-      ->type_name("N")
-      ->check(CLI::Range(1, 10000));
-  reading_.addTo(app);
-  app.footer(
+void GraphCommand::addTo(CommandOptions& options) {
+  options.add("FILE", file_, "File to read; - is standard input").required();
+  options.add("-o,--output", output_, "File to write; - is standard output").valueName("FILE");
+  const CommandOption svg = options.addFlag("--svg", svg_, "Write an SVG picture, by Graphviz");
+  options.addFlag("--png", png_, "Write a PNG picture, by Graphviz").excludes(svg);
+  options.add("--limit", limit_, "Draw at most N nodes, or groups of them (100)")
+      .valueName("N")
+      .range(1, 10000);
+  reading_.addTo(options);
+  options.footer(
       "Without --svg and --png, the graph is written in DOT, the language of Graphviz.\n"
       "Examples:\n"
       "  vsa graph --svg scene.vsa -o scene.svg\n"

@@ -12,7 +12,7 @@ namespace vsa_tools {
 class GraphCommand final : public Command {
  public:
   GraphCommand() : Command("graph", "Draw the nodes of a file and their links") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

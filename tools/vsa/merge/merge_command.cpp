@@ -15,16 +15,14 @@
 
 namespace vsa_tools {
 
-void MergeCommand::addTo(CLI::App& app) {
-  app.add_option("FILES", files_, "Files to merge, in this order; - is standard input")
-      ->required()
-      ->type_name("");
-  app.add_option("-o,--output", output_, "File to write or replace; - is standard output")
-      ->type_name("FILE");
-  app.add_flag("--rename", renames_,
-               "Give other names to nodes of a file whose names an earlier file has: lamp_2");
-  reading_.addTo(app);
-  app.footer(
+void MergeCommand::addTo(CommandOptions& options) {
+  options.add("FILES", files_, "Files to merge, in this order; - is standard input").required();
+  options.add("-o,--output", output_, "File to write or replace; - is standard output")
+      .valueName("FILE");
+  options.addFlag("--rename", renames_,
+                  "Give other names to nodes of a file whose names an earlier file has: lamp_2");
+  reading_.addTo(options);
+  options.footer(
       "Examples:\n"
       "  vsa merge room.vsa lamps.vsa -o all.vsa\n"
       "  vsa merge --rename left.vsa right.vsa >both.vsa\n"

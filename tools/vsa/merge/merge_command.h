@@ -17,7 +17,7 @@ namespace vsa_tools {
 class MergeCommand final : public Command {
  public:
   MergeCommand() : Command("merge", "Write several texts as one") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

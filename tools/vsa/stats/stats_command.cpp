@@ -39,20 +39,20 @@ CountedFile countFile(const std::string& name, const ReadArguments& reading,
 
 }  // namespace
 
-void StatsCommand::addTo(CLI::App& app) {
-  app.add_option("FILES", files_,
-                 "Files to read; a folder: all *.vsa in it; @LIST: the files that LIST names; -: "
-                 "standard input")
-      ->required()
-      ->type_name("");
-  CLI::Option* const json = app.add_flag("--json", json_, "Print JSON");
-  app.add_flag("--html", html_, "Print a page with plots")->excludes(json);
-  app.add_option("-j,--jobs", workers_, "Files to read at the same time; 0: one for each core")
-      ->type_name("N")
-      ->check(CLI::Range(0, 1024));
-  app.add_flag("-0,--null", nul_, "The names in a LIST end with a NUL, not with a line end");
-  reading_.addTo(app);
-  app.footer(
+void StatsCommand::addTo(CommandOptions& options) {
+  options
+      .add("FILES", files_,
+           "Files to read; a folder: all *.vsa in it; @LIST: the files that LIST names; -: "
+           "standard input")
+      .required();
+  const CommandOption json = options.addFlag("--json", json_, "Print JSON");
+  options.addFlag("--html", html_, "Print a page with plots").excludes(json);
+  options.add("-j,--jobs", workers_, "Files to read at the same time; 0: one for each core")
+      .valueName("N")
+      .range(0, 1024);
+  options.addFlag("-0,--null", nul_, "The names in a LIST end with a NUL, not with a line end");
+  reading_.addTo(options);
+  options.footer(
       "Examples:\n"
       "  vsa stats scene.vsa\n"
       "  vsa stats --json scene.vsa | jq '.total.nodesByType'\n"

@@ -15,7 +15,7 @@ namespace vsa_tools {
 class StatsCommand final : public Command {
  public:
   StatsCommand() : Command("stats", "Count nodes, inputs, links and bytes of each file") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

@@ -10,22 +10,20 @@
 
 namespace vsa_tools {
 
-void TreeCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", file_, "File to read; - is standard input")->required()->type_name("");
-  app.add_flag("-i,--inputs", options_.inputs, "Show the values of inputs, too");
-  app.add_option("--depth", options_.depth, "Follow at most N links below a root")
-      ->type_name("N")
-      ->check(CLI::NonNegativeNumber);
-  app.add_option("--name", options_.names, "Begin at the nodes with these names")
-      ->type_name("PATTERN")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  app.add_option("--type", options_.types, "Begin at the nodes of these types")
-      ->type_name("PATTERN")
-      ->expected(1)
-      ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-  reading_.addTo(app);
-  app.footer(
+void TreeCommand::addTo(CommandOptions& options) {
+  options.add("FILE", file_, "File to read; - is standard input").required();
+  options.addFlag("-i,--inputs", options_.inputs, "Show the values of inputs, too");
+  options.add("--depth", options_.depth, "Follow at most N links below a root")
+      .valueName("N")
+      .notNegative();
+  options.add("--name", options_.names, "Begin at the nodes with these names")
+      .valueName("PATTERN")
+      .repeatable();
+  options.add("--type", options_.types, "Begin at the nodes of these types")
+      .valueName("PATTERN")
+      .repeatable();
+  reading_.addTo(options);
+  options.footer(
       "Patterns have * for any characters and ? for one byte. Exit status 1 also if no node "
       "matches.\n"
       "Examples:\n"

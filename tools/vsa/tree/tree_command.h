@@ -12,7 +12,7 @@ namespace vsa_tools {
 class TreeCommand final : public Command {
  public:
   TreeCommand() : Command("tree", "Print the scene of a file as a tree of links") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

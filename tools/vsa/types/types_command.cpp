@@ -10,12 +10,10 @@
 
 namespace vsa_tools {
 
-void TypesCommand::addTo(CLI::App& app) {
-  app.add_option("FILE", files_, "Files and folders to read, @LIST for a list of them")
-      ->required()
-      ->type_name("");
-  reading_.addTo(app);
-  app.footer(
+void TypesCommand::addTo(CommandOptions& options) {
+  options.add("FILE", files_, "Files and folders to read, @LIST for a list of them").required();
+  reading_.addTo(options);
+  options.footer(
       "The types have every input and output that the scenes use. Complete the file by hand:\n"
       "ranges, values to choose from, required inputs (docs/types.md).\n\n"
       "Examples:\n"

@@ -14,7 +14,7 @@ namespace vsa_tools {
 class TypesCommand final : public Command {
  public:
   TypesCommand() : Command("types", "Describe the node types of scenes as JSON") {}
-  void addTo(CLI::App& app) override;
+  void addTo(CommandOptions& options) override;
   int run() override;
 
  private:

@@ -42,23 +42,23 @@ int exitStatusOf(const vsa::WriteResult& result) {
 
 }  // namespace
 
-void WriteArguments::addTo(CLI::App& app) {
-  app.add_option("-o,--output", output_, "File to write or replace; - is standard output")
-      ->type_name("FILE");
-  CLI::Option* const compress =
-      app.add_flag("--compress", compress_, "Write buffers of bytes as compressed blocks");
-  app.add_flag("--expand", expand_, "Write buffers of bytes as numbers, as without it")
-      ->excludes(compress);
-  app.add_flag("--full-paths", fullPaths_, "Write the node's name in every statement");
-  app.add_flag("--by-name", byName_, "Sort the nodes by name");
-  app.add_flag("--links-last", linksLast_, "Write references and connections last");
-  app.add_option("--width", options_.lineWidth, "Columns of a line of numbers; 0: no limit")
-      ->type_name("N");
-  app.add_option("--numbers", options_.numbersPerLine,
-                 "Numbers in a line of a list; 0: as many as fit")
-      ->type_name("N");
-  app.add_flag("--no-header", noHeader_, "Leave out comments, version and time");
-  app.add_flag("--lossy", options_.lossy, "Leave out what a text cannot carry");
+void WriteArguments::addTo(CommandOptions& options) {
+  options.add("-o,--output", output_, "File to write or replace; - is standard output")
+      .valueName("FILE");
+  const CommandOption compress =
+      options.addFlag("--compress", compress_, "Write buffers of bytes as compressed blocks");
+  options.addFlag("--expand", expand_, "Write buffers of bytes as numbers, as without it")
+      .excludes(compress);
+  options.addFlag("--full-paths", fullPaths_, "Write the node's name in every statement");
+  options.addFlag("--by-name", byName_, "Sort the nodes by name");
+  options.addFlag("--links-last", linksLast_, "Write references and connections last");
+  options.add("--width", options_.lineWidth, "Columns of a line of numbers; 0: no limit")
+      .valueName("N");
+  options
+      .add("--numbers", options_.numbersPerLine, "Numbers in a line of a list; 0: as many as fit")
+      .valueName("N");
+  options.addFlag("--no-header", noHeader_, "Leave out comments, version and time");
+  options.addFlag("--lossy", options_.lossy, "Leave out what a text cannot carry");
 }
 
 vsa::WriteOptions WriteArguments::options() const {

@@ -1,11 +1,11 @@
 // The options of the commands that write a scene as a text: where to, and in which layout.
 #pragma once
 
-#include <CLI/CLI.hpp>
 #include <string>
 
 #include <vsa/scene.h>
 #include <vsa/write_options.h>
+#include "tools/vsa/common/command_options.h"
 
 namespace vsa_tools {
 
@@ -14,7 +14,7 @@ class WriteArguments {
   /// Adds -o, --compress, --expand, --full-paths, --by-name, --links-last, --width, --numbers,
   /// --no-header and --lossy. The parser of the command line fills the members, so the object must
   /// not move.
-  void addTo(CLI::App& app);
+  void addTo(CommandOptions& options);
 
   vsa::WriteOptions options() const;
 
