@@ -15,6 +15,18 @@ function(vsa_own_target target)
   endif()
 endfunction()
 
+# vsa_precompile(TARGET HEADER...) and vsa_precompile(TARGET REUSE_FROM OTHER): precompiles headers for the sources of a
+# target. Not with ccache, which does not cache sources with precompiled headers.
+function(vsa_precompile target)
+  if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache")
+    return()
+  elseif(ARGV1 STREQUAL "REUSE_FROM")
+    target_precompile_headers(${target} ${ARGN})
+  else()
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+  endif()
+endfunction()
+
 # Each layer is a target, vsa_<layer>, with the objects of its sources. tests/layers.sh lists which folder may include
 # which. The shared library exports the names marked VSA_API only. Without semantic interposition, calls of exported
 # names within the library are direct calls, so both libraries use the same objects at full speed.

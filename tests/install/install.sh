@@ -1,9 +1,7 @@
 #!/usr/bin/env bash
 # install.sh BUILD COMPILER: installs the build BUILD into a scratch folder and tests the installed files.
 #
-# - Headers are installed below include/vsa and nowhere else, the public ones and no others.
-# - Each header compiles alone with all warnings, with COMPILER and with clang++ where there is one; the header for C
-#   compiles as C99, too.
+# - Headers are installed below include/vsa and nowhere else, the public ones and no others (headers.sh compiles them).
 # - A host whose own folders `foundation` and `scene` come first on its include path builds and runs, through the CMake
 #   package and through pkg-config, each with the static and with the shared library.
 # - The shared library exports public names only.
@@ -52,21 +50,6 @@ check_that_no_header_is_internal() {
       [ -e "$prefix/include/$name" ] || complain "$header includes <$name>, which is not installed"
     done < <(sed -nE 's/^ *# *include *<(vsa\/[^>]+)>.*/\1/p' "$prefix/include/$header")
   done < <(headers)
-}
-
-check_that_each_header_compiles_alone() {
-  local with=$1 header
-  while read -r header; do
-    printf '#include <%s>\n' "$header" >"$scratch/header.cpp"
-    "$with" -std=c++20 -fsyntax-only "${warnings[@]}" -I"$prefix/include" "$scratch/header.cpp" ||
-      complain "$header does not compile alone with $with"
-  done < <(headers)
-}
-
-check_that_c_can_include_it() {
-  printf '#include <vsa/vsa_c.h>\n' >"$scratch/header.c"
-  "$1" -std=c99 -pedantic -fsyntax-only "${warnings[@]}" -I"$prefix/include" "$scratch/header.c" ||
-    complain "vsa_c.h does not compile as C with $1"
 }
 
 check_that_it_runs() {
@@ -129,18 +112,6 @@ step "the command runs"
 step "public headers only"
 check_that_only_public_headers_are_installed
 check_that_no_header_is_internal
-for with in "$compiler" clang++; do
-  if command -v "$with" >/dev/null; then
-    step "each header alone, $with"
-    check_that_each_header_compiles_alone "$with"
-  fi
-done
-for with in cc clang; do
-  if command -v "$with" >/dev/null; then
-    step "the header for C, $with"
-    check_that_c_can_include_it "$with"
-  fi
-done
 step "through the CMake package"
 check_through_cmake
 step "through pkg-config"
