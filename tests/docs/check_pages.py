@@ -12,7 +12,8 @@ cpp      A whole program, or with <!-- in: NAME --> an excerpt that hosts/NAME.c
          `output` block behind it; without one it prints nothing. It ends with status 0.
 c        The same in C99, with the shared library.
 console  Commands after "$ ", each with what it prints. `./dev run` and `./dev check` become `vsa dump` and `vsa check`
-         of the build under test: what they build first is that build.
+         of the build under test: what they build first is that build. They run in a folder with links to the root's
+         files and folders.
 calls    The calls that hosts/order_of_calls.cpp prints, a repeated question once; two blanks begin a remark.
 sh       Commands, run in a folder with app.cpp, the program of README.md, and with the library installed. A build in
          build/library goes to a scratch folder. It copies the object files of the build under test that were compiled
@@ -82,6 +83,15 @@ class Tools:
         if status != 0:
             raise Failure(f"{' '.join(command)}: status {status}\n{printed}")
         return printed
+
+    def tree(self):
+        """A folder with links to what is in the root of the tree, so that commands write their files beside them."""
+        folder = self.path("tree")
+        if not os.path.exists(folder):
+            os.mkdir(folder)
+            for name in os.listdir(ROOT):
+                os.symlink(os.path.join(ROOT, name), os.path.join(folder, name))
+        return folder
 
     def library_folder(self):
         return os.path.dirname(glob.glob(f"{self.prefix}/lib*/**/libvsa.a", recursive=True)[0])
@@ -232,7 +242,7 @@ def run_console(tools, block):
     for command, stated in commands_of(block):
         command = re.sub(r"^\./dev run ", "vsa dump ", command)
         command = re.sub(r"^\./dev check ", "vsa check ", command)
-        expect(command, tools.attempt(["bash", "-c", command], ROOT)[1], stated)
+        expect(command, tools.attempt(["bash", "-c", command], tools.tree())[1], stated)
 
 
 def run_calls(tools, block):
