@@ -54,8 +54,8 @@ CommandOption CommandOption::sizeInBytes() const {
   return notNegative();
 }
 
-CommandOption CommandOption::oneOf(std::vector<std::string> words) const {
-  option_->check(CLI::IsMember(std::move(words)).description(""));
+CommandOption CommandOption::oneOf(const std::vector<std::string>& words) const {
+  option_->check(CLI::IsMember(words).description(""));
   return *this;
 }
 

@@ -34,7 +34,7 @@ class CommandOption {
   /// A number of bytes: 100, 12k, 8G; 1k is 1024.
   CommandOption sizeInBytes() const;
   /// One of these words.
-  CommandOption oneOf(std::vector<std::string> words) const;
+  CommandOption oneOf(const std::vector<std::string>& words) const;
   /// The option can be repeated, and takes one value each time.
   CommandOption repeatable() const;
   /// The same; a value is a list with commas.

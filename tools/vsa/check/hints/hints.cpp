@@ -35,7 +35,7 @@ void Hints::addTo(const vsa::Diagnostic& diagnostic, Finding& finding) {
   // A text that is not kept has no bytes to look at.
   if (text_->text().empty() || diagnostic.range.end.offset > text_->text().size()) return;
   add(diagnostic, finding);
-  finding.hint = withoutLongQuotes(std::move(finding.hint));
+  finding.hint = withoutLongQuotes(finding.hint);
 }
 
 void Hints::add(const vsa::Diagnostic& diagnostic, Finding& finding) {

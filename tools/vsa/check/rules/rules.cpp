@@ -41,8 +41,8 @@ void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& is
   findTypeProblems(ofScene);
   ofScene.finish();
   for (std::size_t i = before; i < findings.size(); ++i) {
-    findings[i].message = withoutLongQuotes(std::move(findings[i].message));
-    findings[i].hint = withoutLongQuotes(std::move(findings[i].hint));
+    findings[i].message = withoutLongQuotes(findings[i].message);
+    findings[i].hint = withoutLongQuotes(findings[i].hint);
   }
 }
 
