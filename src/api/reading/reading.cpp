@@ -59,7 +59,7 @@ Reading::Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome
       options_(options),
       outcome_(outcome),
       ending_(outcome),
-      wanted_(scene, options) {
+      wanted_(scene) {
 }
 
 Reading::~Reading() = default;
@@ -174,6 +174,7 @@ void Reading::begin(std::unique_ptr<TextStore> store, std::optional<std::uint64_
       std::make_unique<DiagnosticRecorder>(options_, outcome_, ending_, *store_, *index_, parser_);
   size_ = size && *size != 0 ? size : std::nullopt;
   skipsBuffers = options_.buffers == BufferMode::Skip;
+  wanted_.want(options_.wantedNames, options_.wantedTypes);
   dropsNodes = !options_.wantedNames.empty() || !options_.wantedTypes.empty();
   isDefaultMemory = !options_.limits.memory;
   limits = {options_.limits.nodes, options_.limits.elements, options_.limits.depth,

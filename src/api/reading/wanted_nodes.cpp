@@ -1,21 +1,15 @@
 #include "api/reading/wanted_nodes.h"
 
-#include <algorithm>
-#include <memory>
-#include <vector>
-
 namespace vsa {
 
-namespace {
-
-bool contains(const std::vector<std::string>& list, std::string_view text) {
-  return std::find(list.begin(), list.end(), text) != list.end();
+void WantedNodes::want(const std::vector<std::string>& names,
+                       const std::vector<std::string>& types) {
+  names_.insert(names.begin(), names.end());
+  types_.insert(types.begin(), types.end());
 }
 
-}  // namespace
-
 bool WantedNodes::isWanted(std::string_view type, std::string_view name) const {
-  return contains(options_.wantedNames, name) || contains(options_.wantedTypes, type);
+  return names_.contains(name) || types_.contains(type);
 }
 
 WantedNodes::INode* WantedNodes::findKept(const String& name) {

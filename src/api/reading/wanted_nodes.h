@@ -1,19 +1,20 @@
 // WantedNodes: the scene in front of the scene that is read into, if only some nodes are to be
 // kept. Internal.
 //
-// Nodes that are not wanted are made in a scene of their own, so that their statements are checked
-// as all others. So is a node of the same name and type in place of one that the scene has already
-// and that is not wanted. The session hands it values without memory, and it goes with the reading.
+// Nodes that are not wanted are created in a scene of their own, so that their statements are
+// checked as all others. So is a node of the same name and type in place of one that the scene has
+// already and that is not wanted. The session passes values without memory to that scene, which is
+// destroyed with the reading.
 #pragma once
 
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_set>
+#include <vector>
 
 #include <vsa/foundation/string.h>
 #include <vsa/model/scene.h>
-#include <vsa/reading/read_options.h>
 #include <vsa/scene/scene_interface.h>
 
 namespace vsa {
@@ -25,14 +26,17 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   using IScene = zn::korvo_sdk::interfaces::IScene;
   using String = zn::String;
 
-  /// Both must outlive it.
-  WantedNodes(IScene& kept, const ReadOptions& options) : kept_(kept), options_(options) {}
+  /// `kept` must outlive it. Nothing is wanted before `want`.
+  explicit WantedNodes(IScene& kept) : kept_(kept) {}
 
-  /// Whether the node was made here, to be dropped.
+  /// Sets what is wanted. The texts must outlive the object.
+  void want(const std::vector<std::string>& names, const std::vector<std::string>& types);
+
+  /// Whether the node was created here, to be dropped.
   bool isDropped(INode& node) const { return droppedNodes_.count(&node) != 0; }
   /// Whether `dropLinksOf` was called for the input.
   bool isDropped(IInput& input) const { return droppedInputs_.count(&input) != 0; }
-  /// The input, of a node that is dropped, has a pending link.
+  /// Records that an input of a dropped node has a pending link.
   void dropLinksOf(IInput& input) { droppedInputs_.insert(&input); }
 
   // IScene.
@@ -53,7 +57,8 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   INode* drop(INode* made);
 
   IScene& kept_;
-  const ReadOptions& options_;
+  std::unordered_set<std::string_view> names_;
+  std::unordered_set<std::string_view> types_;
   std::unique_ptr<zn::korvo_sdk::Scene> dropped_;
   std::unordered_set<const INode*> droppedNodes_;  // removed ones, too
   std::unordered_set<const IInput*> droppedInputs_;

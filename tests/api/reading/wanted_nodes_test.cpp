@@ -55,6 +55,25 @@ TEST(WantedNodes, AreKeptByType) {
   EXPECT_EQ(nodesOf(vsa::readText(TEXT, wanting({"nothing"})).scene), "");
 }
 
+TEST(WantedNodes, MayBeThousands) {
+  std::string text;
+  std::vector<std::string> names;
+  std::vector<std::string> types;
+  for (int i = 0; i < 10'000; ++i) {
+    const std::string number = std::to_string(i);
+    text += "t" + number + " n" + number + ";\n";
+    names.push_back("n" + std::to_string(2 * i));
+    types.push_back("t" + std::to_string(4 * i + 1));
+  }
+  const ReadResult result = vsa::readText(text, wanting(names, types));
+  ASSERT_TRUE(result.isComplete()) << result.message;
+  std::string expected;
+  for (int i = 0; i < 10'000; ++i) {
+    if (i % 4 != 3) expected += "n" + std::to_string(i) + ' ';
+  }
+  EXPECT_EQ(nodesOf(result.scene), expected);
+}
+
 TEST(WantedNodes, AreCheckedAsAllOthers) {
   const ReadResult whole = vsa::readText(TEXT);
   const ReadResult some = vsa::readText(TEXT, wanting({"sun"}));
