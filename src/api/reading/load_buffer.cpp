@@ -1,5 +1,5 @@
-// Reads one buffer literal: as the value of a text of its own, so that it is checked and converted
-// as in the text that it is from.
+// Reads one buffer literal: as the value of a text around it, so that it is checked and converted as
+// in the text that it is from.
 #include <algorithm>
 #include <exception>
 #include <new>
@@ -99,7 +99,9 @@ ReadOptions optionsFor(const SkippedBuffer& skipped, const ReadOptions& options)
   return whole;
 }
 
-void endAtTextBytes(const SkippedBuffer& skipped, std::uint64_t limit, ReadOutcome& outcome) {
+void endAtTextBytes(const SkippedBuffer& skipped, const ReadOptions& options,
+                    ReadOutcome& outcome) {
+  const std::uint64_t limit = options.limits.textBytes;
   const std::string message = "the text is longer than " + std::to_string(limit) + " bytes";
   Diagnostic found;
   found.id = DiagnosticId::OverLimit;
@@ -107,8 +109,9 @@ void endAtTextBytes(const SkippedBuffer& skipped, std::uint64_t limit, ReadOutco
   found.message = message;
   found.inputPath = skipped.inputPath;
   found.range = skipped.literal;
-  outcome.diagnostics.push_back(std::move(found));
   outcome.errorCount = 1;
+  if (options.onDiagnostic) options.onDiagnostic(found);
+  outcome.diagnostics.push_back(std::move(found));
   Ending(outcome).set(ReadStatus::OverLimit, message);
   outcome.limit = Limit::TextBytes;
 }
@@ -130,7 +133,7 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
   LoadedBuffer loaded;
   try {
     if (bytesOf(skipped.literal) > options.limits.textBytes) {
-      endAtTextBytes(skipped, options.limits.textBytes, loaded);
+      endAtTextBytes(skipped, options, loaded);
       return loaded;
     }
     std::string text(BEFORE);
@@ -145,7 +148,7 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
     countLiteralOnly(skipped, loaded);
     requireSame(skipped, loaded);
   } catch (...) {
-    Ending(loaded).setToException();  // no memory, or the copy of a callback threw
+    Ending(loaded).setToException();  // no memory, or a callback or its copy threw
   }
   return loaded;
 }

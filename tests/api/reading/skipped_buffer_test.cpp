@@ -146,6 +146,31 @@ TEST(SkippedBuffer, IsAllThatLimitsAndCountsSeeWhenItIsLoaded) {
   EXPECT_EQ(longer.diagnostics[0].range.begin, ids.literal.begin);
 }
 
+TEST(SkippedBuffer, OverTheLimitOfTextBytesIsADiagnosticForTheCallback) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
+  std::vector<vsa::Diagnostic> delivered;
+  ReadOptions options;
+  options.limits.textBytes = 0;
+  options.keptDiagnostics = 0;
+  options.onDiagnostic = [&](const vsa::Diagnostic& found) { delivered.push_back(found); };
+  const LoadedBuffer loaded = vsa::loadBufferFromText(TEXT, ids, options);
+  EXPECT_EQ(loaded.status, ReadStatus::OverLimit);
+  ASSERT_EQ(delivered.size(), 1U);
+  EXPECT_EQ(delivered[0].id, vsa::DiagnosticId::OverLimit);
+  EXPECT_EQ(delivered[0].message, loaded.message);
+  EXPECT_EQ(delivered[0].range, ids.literal);
+  EXPECT_EQ(delivered[0].inputPath, ids.inputPath);
+  EXPECT_EQ(loaded.diagnostics.size(), 1U);  // the one that ended the reading is always kept
+
+  options.onDiagnostic = [](const vsa::Diagnostic&) { throw std::runtime_error("no more"); };
+  const LoadedBuffer thrown = vsa::loadBufferFromText(TEXT, ids, options);
+  EXPECT_EQ(thrown.status, ReadStatus::HostException);
+  EXPECT_EQ(thrown.message, "no more");
+  EXPECT_NE(thrown.exception, nullptr);
+  EXPECT_FALSE(thrown.limit);
+}
+
 TEST(SkippedBuffer, IsUnreadableWithTheReasonOfTheSystem) {
   const ReadResult result = vsa::readText(TEXT, skipping());
   const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
