@@ -9,7 +9,8 @@
 // what the host's own scene, source or callback throws. Each call has its own options;
 // calls on different scenes may run on different threads at the same time. Callbacks may look at
 // the scene that is read into, and must not change it. If one reads into it, that second reading is
-// Unreadable and changes nothing.
+// Unreadable and changes nothing. A host's scene, source or callback may read or parse texts into
+// other scenes: neither their limits nor their diagnostics are those of the reading.
 #pragma once
 
 #include <cstddef>

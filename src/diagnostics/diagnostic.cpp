@@ -1,10 +1,10 @@
-// Formats records as log lines, and stores the sink of each thread.
+// Formats records as log lines, and stores the sinks of each thread.
 #include <vsa/diagnostics/diagnostic.h>
 
 #include <cstdarg>
 
 #include "diagnostics/emitter.h"
-#include "diagnostics/record_sink.h"
+#include "diagnostics/reading_sinks.h"
 #include "foundation/base/argument_list.h"
 #include "foundation/io/log_write.h"
 
@@ -13,11 +13,11 @@ namespace zn::korvo_sdk {
 namespace {
 
 thread_local DiagnosticSink* threadSink = nullptr;
-thread_local RecordSink* recordSink = nullptr;
+thread_local const ScopedReadingSinks* reading = nullptr;  // whose sinks are installed
 
 // A sink that was installed later gets lines, too.
 bool hasLines() {
-  return recordSink == nullptr || recordSink != threadSink;
+  return reading == nullptr || threadSink != &reading->records();
 }
 
 LogLevel levelOf(Severity severity) {
@@ -59,17 +59,45 @@ DiagnosticError::DiagnosticError(const Diagnostic& diagnostic)
 
 DiagnosticError::~DiagnosticError() = default;
 
-ScopedRecordSink::ScopedRecordSink(RecordSink* sink) noexcept
-    : records_(sink), previous_(recordSink) {
-  recordSink = sink;
+ScopedReadingSinks::ScopedReadingSinks(RecordSink& records, LogSink& lines) noexcept
+    : records_(records),
+      lines_(lines),
+      outer_(reading),
+      previousRecords_(threadSink),
+      previousLines_(setThreadLogSink(&lines)) {
+  threadSink = &records;
+  reading = this;
 }
 
-ScopedRecordSink::~ScopedRecordSink() {
-  recordSink = previous_;
+ScopedReadingSinks::~ScopedReadingSinks() {
+  reading = outer_;
+  threadSink = previousRecords_;
+  setThreadLogSink(previousLines_);
+}
+
+// Replaces each sink that belongs to a reading by the one before it.
+ScopedHostSinks::ScopedHostSinks() noexcept : reading_(reading) {
+  if (reading_ == nullptr) return;
+  reading = nullptr;
+  previousRecords_ = threadSink;
+  previousLines_ = setThreadLogSink(nullptr);
+  LogSink* lines = previousLines_;
+  for (const ScopedReadingSinks* each = reading_; each != nullptr; each = each->outer_) {
+    if (threadSink == &each->records_) threadSink = each->previousRecords_;
+    if (lines == &each->lines_) lines = each->previousLines_;
+  }
+  setThreadLogSink(lines);
+}
+
+ScopedHostSinks::~ScopedHostSinks() {
+  if (reading_ == nullptr) return;
+  reading = reading_;
+  threadSink = previousRecords_;
+  setThreadLogSink(previousLines_);
 }
 
 bool isWanted(DiagnosticId id) {
-  return hasLines() || recordSink->wants(id);
+  return hasLines() || reading->records().wants(id);
 }
 
 void emit(const Diagnostic& diagnostic) {

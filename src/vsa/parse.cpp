@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <vsa/scene/file_version.h>
+#include "diagnostics/reading_sinks.h"
 #include "vsa/lex/lexer_source.h"
 #include "vsa/parser.h"
 #include "vsa/read_report.h"
@@ -13,6 +14,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 void resetHeader(interfaces::IScene& scene) {
+  const ScopedHostSinks sinks;  // as for the parse
   scene.clearComments();
   scene.setFileVersion(VSX_FILE_VERSION_1);
   scene.setFileTime(String());

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "diagnostics/reading_sinks.h"
 #include "vsa/apply/links/link_resolver.h"
 #include "vsa/apply/no_scene.h"
 #include "vsa/lex/lexer_fast_path.h"
@@ -23,9 +24,17 @@ bool VsaParser::parse(IScene* into, File file) {
   return parse(into, &source);
 }
 
+// A host's scene or callback may parse a text of its own during a reading. Its diagnostics go to
+// the sinks of the host.
+bool VsaParser::parse(IScene* into, Lexer* from) {
+  if (session != nullptr) return parseText(into, from);
+  const ScopedHostSinks sinks;
+  return parseText(into, from);
+}
+
 // The first three tokens are lexed outside the try block: the exception for an invalid character
 // among them propagates to the caller.
-bool VsaParser::parse(IScene* into, Lexer* from) {
+bool VsaParser::parseText(IScene* into, Lexer* from) {
   scene = into;
   lexer = from;
   if (session != nullptr) session->beginText(assignment_);

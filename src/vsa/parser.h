@@ -138,6 +138,7 @@ class VsaParser {
     if (!nextIs(type)) tokenError(expected, peek(0));
     advance();
   }
+  bool parseText(IScene* into, Lexer* from);
   void prime();
   bool parseStatement();
 

@@ -38,12 +38,6 @@ std::uint64_t defaultMemory(std::uint64_t textBytes) {
   return BASE_MEMORY + MEMORY_PER_BYTE * textBytes;
 }
 
-zn::LogSink* threadLogSink() noexcept {
-  zn::LogSink* const sink = zn::setThreadLogSink(nullptr);
-  zn::setThreadLogSink(sink);
-  return sink;
-}
-
 // Null for a file that can be read only once. Some files of the system have a size of 0 and bytes.
 std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
                                    std::optional<std::uint64_t> size) {
@@ -104,7 +98,7 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
                        std::optional<std::uint64_t> size) {
   begin(std::move(store), size);
   const zn::File file(new BlockSource(source, *this));
-  zn::File(file).fill();  // a directory opens, and fails here
+  zn::File(file).fill();  // a directory can be opened, but not read
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
     return;
@@ -112,7 +106,7 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   resetHeader();
   FileLexer lexer(file);
   parse(lexer);
-  // A failed read ends the text where it fails, and what the parser says of it follows from that.
+  // A failed read ends the text where it fails: the parser's diagnostics are a consequence.
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
   }
@@ -128,10 +122,8 @@ void Reading::guarded(const Body& body) noexcept {
   }
   outer_ = innermost;
   innermost = this;
-  ending_.setHostLog(threadLogSink());
   try {
-    const zn::ScopedLogSink log(this);
-    const zn::korvo_sdk::ScopedRecordSink records(this);
+    const zn::korvo_sdk::ScopedReadingSinks sinks(*this, *this);
     body();
   } catch (const ReadStopped&) {
     // The status was set where it was thrown.
@@ -230,7 +222,7 @@ void Reading::finishRefused() {
   outcome_.limit = refusedFor_;
 }
 
-// The parser takes a string or a list that is cut off where a statement begins for the end.
+// For the parser, a string or list that is cut off where a statement begins is the end of the text.
 void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer, parser_.tokens);
   if (!report.cutOff.isEmpty()) {

@@ -1,8 +1,8 @@
 // Reading: one call of a reading function of the public API. Internal.
 //
-// It runs the parser with itself as the session (limits, counts, values that no input took), as the
-// observer of the blocks of the text (positions, size, progress) and as the sink of diagnostics and
-// log lines, so that nothing is printed and nothing leaves as an exception.
+// It is the parser's session (limits, counts, values that no input took), the observer of the
+// blocks of the text (positions, size, progress), and the sink of diagnostics and log lines of the
+// thread. Nothing is printed, and no exception is thrown.
 #pragma once
 
 #include <chrono>
@@ -22,7 +22,7 @@
 #include "api/reading/text/text_index.h"
 #include "api/reading/text/text_store.h"
 #include "api/reading/wanted_nodes.h"
-#include "diagnostics/record_sink.h"
+#include "diagnostics/reading_sinks.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/parser.h"
 
@@ -72,7 +72,6 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
   void write(zn::LogLevel level, const zn::String& text) override;
 
-  void reportOfHost(const zn::korvo_sdk::Diagnostic& diagnostic);
   template <class Body>
   void guarded(const Body& body) noexcept;
   bool isSceneBusy() const noexcept;

@@ -194,7 +194,6 @@ bool Reading::wants(zn::korvo_sdk::DiagnosticId id) {
 }
 
 void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
-  if (parser_.session == nullptr) return reportOfHost(diagnostic);
   const bool isFatal = diagnostic.severity() == zn::korvo_sdk::Severity::Fatal;
   if (isFatal) endByError(diagnostic);
   recorder_->add(diagnostic);
@@ -202,12 +201,6 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
   const std::uint64_t bytes = recorder_->keptBytes();
   charge(bytes - recordedBytes_);
   recordedBytes_ = bytes;
-}
-
-// A diagnostic of a text that the host's scene parses before the text of this reading.
-void Reading::reportOfHost(const zn::korvo_sdk::Diagnostic& diagnostic) {
-  const bool isWarning = diagnostic.severity() == zn::korvo_sdk::Severity::Warning;
-  write(isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, diagnostic.logLine());
 }
 
 // A message of the host's scene: records have no lines.

@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "diagnostics/emitter.h"
-#include "diagnostics/record_sink.h"
+#include "diagnostics/reading_sinks.h"
 #include "scene/model/node_impl.h"
 #include "scene/model/output_impl.h"
 #include "scene/model/scene_storage.h"

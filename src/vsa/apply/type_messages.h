@@ -4,7 +4,7 @@
 #include <vsa/foundation/string.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
-#include "diagnostics/record_sink.h"
+#include "diagnostics/reading_sinks.h"
 
 namespace zn::korvo_sdk::impl {
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include <vsa/diagnostics/diagnostic.h>
 #include <vsa/model/scene.h>
 #include <vsa/parse.h>
 #include <vsa/read.h>
@@ -91,18 +92,120 @@ TEST(HostCalls, WhatACallbackLogsIsNotOfTheReading) {
   EXPECT_EQ(log.lines(), std::vector<std::string>{"warning: seen"});
 }
 
-TEST(HostCalls, AHostsSceneMayParseAnotherTextFirst) {
-  struct ParsingScene : zn::korvo_sdk::impl::NoScene {
-    void clearComments() override {
-      zn::korvo_sdk::Scene other;
-      EXPECT_FALSE(zn::korvo_sdk::impl::parseString(&other, "lamp a; .x = 1;"));
-    }
-  };
+// --- a host's scene that parses another text ---
+
+// A value that is narrowed, then an error that ends the parse.
+constexpr const char* FAULTY_TEXT = "lamp a: .p = 1; .p = 2.5; .q = ;";
+
+/// Parses FAULTY_TEXT whenever a node is made and before the header is reset.
+class ParsingScene : public zn::korvo_sdk::impl::NoScene {
+ public:
+  zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,
+                                               const zn::String& reserved) override {
+    parseOther();
+    zn::logWarning("made %s", name.buf());
+    return nodes_.createNode(type, name, reserved);
+  }
+  void clearComments() override { parseOther(); }
+
+ private:
+  static void parseOther() {
+    zn::korvo_sdk::Scene other;
+    EXPECT_FALSE(zn::korvo_sdk::impl::parseString(&other, FAULTY_TEXT));
+    EXPECT_NE(other.findNode("a"), nullptr);
+  }
+
+  zn::korvo_sdk::Scene nodes_;
+};
+
+TEST(HostCalls, ATextThatAHostsSceneParsesIsNotOfTheReading) {
+  const vsa_tests::LoggedLines log;
   ParsingScene scene;
-  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun;");
+  vsa::ReadOptions options;
+  options.limits.nodes = 1;
+  options.limits.diagnostics = 1;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun;", options);
   EXPECT_TRUE(outcome.isComplete()) << outcome.message;
   ASSERT_EQ(outcome.diagnostics.size(), 1U);
   EXPECT_EQ(outcome.diagnostics[0].id, vsa::DiagnosticId::HostMessage);
+  EXPECT_EQ(outcome.diagnostics[0].message, "made sun");
+  EXPECT_EQ(outcome.applied.nodes, 1U);
+  EXPECT_EQ(log.lines().size(), 4U);
+}
+
+TEST(HostCalls, ATextThatAHostsSceneParsesIsReportedToTheSinksOfTheHost) {
+  struct RecordList : zn::korvo_sdk::DiagnosticSink {
+    void report(const zn::korvo_sdk::Diagnostic& found) override { ids.push_back(found.id); }
+    std::vector<zn::korvo_sdk::DiagnosticId> ids;
+  };
+  const vsa_tests::LoggedLines log;
+  RecordList records;
+  const zn::korvo_sdk::ScopedDiagnosticSink scope(&records);
+  ParsingScene scene;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun: .p = ;");
+  EXPECT_EQ(outcome.status, ReadStatus::StoppedByError);
+  using zn::korvo_sdk::DiagnosticId;
+  const std::vector<DiagnosticId> once = {DiagnosticId::Narrowing, DiagnosticId::BadToken};
+  EXPECT_EQ(records.ids, (std::vector<DiagnosticId>{once[0], once[1], once[0], once[1]}));
+  EXPECT_EQ(log.lines().size(), 4U);
+}
+
+TEST(HostCalls, ATextThatAHostsSceneParsesMayBeReportedToASinkOfItsOwn) {
+  struct SceneWithALog : ParsingScene {
+    void clearComments() override {
+      const vsa_tests::LoggedLines own;
+      ParsingScene::clearComments();
+      EXPECT_EQ(own.lines().size(), 2U);
+    }
+  };
+  const vsa_tests::LoggedLines log;
+  SceneWithALog scene;
+  EXPECT_TRUE(vsa::readTextInto(scene, "").isComplete());
+  EXPECT_TRUE(log.lines().empty());
+}
+
+TEST(HostCalls, AParserWithinAReadingWithinAReadingIsOfNeither) {
+  struct ReadingScene : ParsingScene {
+    void clearComments() override {
+      ParsingScene inner;
+      const vsa::ReadOutcome outcome = vsa::readTextInto(inner, "lamp a; lamp b;");
+      EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+      EXPECT_EQ(outcome.diagnostics.size(), 2U);  // "made a", "made b"
+    }
+  };
+  const vsa_tests::LoggedLines log;
+  ReadingScene scene;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "");
+  EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+  EXPECT_TRUE(outcome.diagnostics.empty());
+  EXPECT_EQ(log.lines().size(), 6U);
+}
+
+TEST(HostCalls, AReadingThatAHostsSceneBeginsHasLimitsAndProgressOfItsOwn) {
+  struct ReadingScene : ParsingScene {
+    void clearComments() override {
+      vsa::ReadOptions options;
+      options.limits.nodes = 1;
+      options.onProgress = [&](const vsa::ReadProgress&) { return false; };
+      EXPECT_EQ(vsa::readText("lamp a; lamp b;", options).status, ReadStatus::Cancelled);
+      options.onProgress = nullptr;
+      const vsa::ReadResult inner = vsa::readText("lamp a; lamp b;", options);
+      EXPECT_EQ(inner.status, ReadStatus::OverLimit);
+      EXPECT_EQ(inner.diagnostics.size(), 1U);
+    }
+  };
+  ReadingScene scene;
+  vsa::ReadOptions options;
+  std::vector<std::uint64_t> bytes;
+  options.onProgress = [&](const vsa::ReadProgress& progress) {
+    bytes.push_back(progress.bytesTotal.value_or(0));
+    return true;
+  };
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "# a", options);
+  EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+  EXPECT_TRUE(outcome.diagnostics.empty());
+  EXPECT_EQ(outcome.applied.nodes, 0U);
+  EXPECT_EQ(bytes, (std::vector<std::uint64_t>{3, 3}));
 }
 
 }  // namespace

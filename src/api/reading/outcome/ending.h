@@ -4,9 +4,8 @@
 #include <exception>
 #include <string_view>
 
-#include <vsa/foundation/log.h>
 #include <vsa/read.h>
-#include "diagnostics/record_sink.h"
+#include "diagnostics/reading_sinks.h"
 
 namespace vsa {
 
@@ -25,15 +24,11 @@ class Ending {
   /// The same for the exception that is being handled.
   [[noreturn]] void stopForHost();
 
-  /// Sets where the host's functions log: the sink that the thread had before the reading.
-  void setHostLog(zn::LogSink* sink) noexcept { hostLog_ = sink; }
-
   /// Calls a function of the host. What it throws ends the reading. What it logs, and the
   /// diagnostics of texts that it parses, are not of this reading.
   template <class Function>
   auto callHost(const Function& function) {
-    const zn::ScopedLogSink log(hostLog_);
-    const zn::korvo_sdk::ScopedRecordSink records(nullptr);
+    const zn::korvo_sdk::ScopedHostSinks sinks;
     try {
       return function();
     } catch (...) {
@@ -43,7 +38,6 @@ class Ending {
 
  private:
   ReadOutcome& outcome_;
-  zn::LogSink* hostLog_ = nullptr;
 };
 
 }  // namespace vsa

@@ -3,7 +3,7 @@
 #include <vsa/foundation/string_vector.h>
 #include <vsa/scene/name_update.h>
 #include "diagnostics/emitter.h"
-#include "diagnostics/record_sink.h"
+#include "diagnostics/reading_sinks.h"
 #include "foundation/base/prefetch.h"
 #include "scene/node_prefetch.h"
 

@@ -1,0 +1,58 @@
+// The sinks of a reading that keeps records and needs no log lines. Internal.
+#pragma once
+
+#include <vsa/diagnostics/diagnostic.h>
+#include <vsa/foundation/log.h>
+
+namespace zn::korvo_sdk {
+
+/// While it is installed, the lines of records are not formatted and not logged. Exceptions are
+/// handled like those of a log sink.
+class RecordSink : public DiagnosticSink {
+ public:
+  /// Asked before the text of a record is made that does not stop the parse. False: the sink has
+  /// counted the record and does not want it. Its text may quote a path of any length.
+  virtual bool wants(DiagnosticId id) = 0;
+};
+
+/// Installs the sinks of a reading for the current thread: one for records, one for what the host's
+/// scene logs. The destructor restores the previous ones. Destroy the objects of this header on the
+/// thread that created them, in reverse order of creation.
+class ScopedReadingSinks {
+ public:
+  ScopedReadingSinks(RecordSink& records, LogSink& lines) noexcept;
+  ~ScopedReadingSinks();
+  ScopedReadingSinks(const ScopedReadingSinks&) = delete;
+  ScopedReadingSinks& operator=(const ScopedReadingSinks&) = delete;
+
+  RecordSink& records() const noexcept { return records_; }
+
+ private:
+  friend class ScopedHostSinks;
+
+  RecordSink& records_;
+  LogSink& lines_;
+  const ScopedReadingSinks* const outer_;  // of a reading that this one is nested in
+  DiagnosticSink* const previousRecords_;
+  LogSink* const previousLines_;
+};
+
+/// Installs the host's sinks: those that the thread had before its readings began, or has installed
+/// since. Does nothing if no reading runs. The destructor restores the previous ones.
+class ScopedHostSinks {
+ public:
+  ScopedHostSinks() noexcept;
+  ~ScopedHostSinks();
+  ScopedHostSinks(const ScopedHostSinks&) = delete;
+  ScopedHostSinks& operator=(const ScopedHostSinks&) = delete;
+
+ private:
+  const ScopedReadingSinks* const reading_;
+  DiagnosticSink* previousRecords_ = nullptr;
+  LogSink* previousLines_ = nullptr;
+};
+
+/// Whether the reading of this thread wants a record of that kind; true if no reading runs.
+bool isWanted(DiagnosticId id);
+
+}  // namespace zn::korvo_sdk
