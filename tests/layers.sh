@@ -8,38 +8,38 @@ cd "$(dirname "$0")/.."
 layers() {
   cat <<'ROWS'
 include/vsa/foundation
-include/vsa/diagnostics    include/vsa/foundation
-include/vsa/scene          include/vsa/foundation
-include/vsa/model          include/vsa/foundation include/vsa/scene
-include/vsa/values         include/vsa/foundation include/vsa/scene
-include/vsa/reading        include/vsa/foundation include/vsa/diagnostics include/vsa/scene
-include/vsa                include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model include/vsa/values include/vsa/reading
-src/foundation/base        include/vsa/foundation
-src/foundation/numbers     include/vsa/foundation src/foundation/base
-src/foundation/containers  include/vsa/foundation src/foundation/base
-src/foundation/text        include/vsa/foundation src/foundation/base src/foundation/numbers src/foundation/containers
-src/foundation/compression include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/containers
-src/foundation/io          include/vsa/foundation src/foundation/base
-src/diagnostics            include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
-src/scene                  include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/text
-src/scene/model/storage    include/vsa/foundation src/foundation/base src/foundation/containers src/foundation/text
-src/scene/model            include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/base src/foundation/containers src/diagnostics src/scene src/scene/model/storage
-src/vsa/lex                include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
-src/vsa/apply              include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/scene src/vsa/lex
-src/vsa/apply/links        include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/apply
-src/vsa/apply/values       include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/containers src/foundation/text src/scene src/vsa/apply
-src/vsa                    include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/scene src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
-src/api                    include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/foundation/text src/scene src/scene/model src/vsa
-src/api/c                  include/vsa include/vsa/values
-src/api/types              include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values
-src/api/reading/text       include/vsa include/vsa/reading include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
-src/api/reading/culprit    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
-src/api/reading/outcome    include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics src/api/reading/text src/api/reading/culprit src/diagnostics src/vsa src/vsa/apply
-src/api/reading            include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/api/reading/outcome src/api/reading/text src/api/reading/culprit src/foundation/io src/vsa src/vsa/apply src/vsa/lex
-src/write/text             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
-src/write/walk             include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
-src/write                  include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/scene src/write/text src/write/walk
-src/syntax                 include/vsa include/vsa/reading include/vsa/foundation src/foundation/text src/vsa/lex
+include/vsa/diagnostics      include/vsa/foundation
+include/vsa/scene            include/vsa/foundation
+include/vsa/model            include/vsa/foundation include/vsa/scene
+include/vsa/values           include/vsa/foundation include/vsa/scene
+include/vsa/reading          include/vsa/foundation include/vsa/diagnostics include/vsa/scene
+include/vsa                  include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model include/vsa/values include/vsa/reading
+src/foundation/base          include/vsa/foundation
+src/foundation/numbers       include/vsa/foundation src/foundation/base
+src/foundation/containers    include/vsa/foundation src/foundation/base
+src/foundation/text          include/vsa/foundation src/foundation/base src/foundation/numbers src/foundation/containers
+src/foundation/compression   include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/containers
+src/foundation/io            include/vsa/foundation src/foundation/base
+src/diagnostics              include/vsa/foundation include/vsa/diagnostics src/foundation/base src/foundation/io
+src/scene                    include/vsa/foundation include/vsa/scene src/foundation/base src/foundation/text
+src/scene/model/storage      include/vsa/foundation src/foundation/base src/foundation/containers src/foundation/text
+src/scene/model              include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/foundation/base src/foundation/containers src/diagnostics src/scene src/scene/model/storage
+src/vsa/lex                  include/vsa/foundation include/vsa/diagnostics src/diagnostics src/foundation/base src/foundation/io src/foundation/text
+src/vsa/apply                include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/scene src/vsa/lex
+src/vsa/apply/links          include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/containers src/foundation/text src/scene src/vsa/apply
+src/vsa/apply/values         include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/containers src/foundation/text src/scene src/vsa/apply
+src/vsa                      include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/scene src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
+src/api                      include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/foundation/text src/scene src/scene/model src/vsa
+src/api/c                    include/vsa include/vsa/values
+src/api/types                include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values
+src/api/reading/text         include/vsa include/vsa/reading include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
+src/api/reading/source_range include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
+src/api/reading/outcome      include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics src/api/reading/text src/api/reading/source_range src/diagnostics src/vsa src/vsa/apply
+src/api/reading              include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/api/reading/outcome src/api/reading/text src/api/reading/source_range src/foundation/io src/vsa src/vsa/apply src/vsa/lex
+src/write/text               include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
+src/write/walk               include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
+src/write                    include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/scene src/write/text src/write/walk
+src/syntax                   include/vsa include/vsa/reading include/vsa/foundation src/foundation/text src/vsa/lex
 ROWS
 }
 

@@ -47,7 +47,7 @@ struct Diagnostic {
   /// What the log line begins with, such as "PARSE ERROR"; empty if the line has no position.
   std::string kind;
   /// Line and column as the log line has them: those of the token at which the parser noticed the
-  /// problem, which may be behind `range`. Both 0 before the first token and where the log line has
+  /// problem, which may be after `range`. Both 0 before the first token and where the log line has
   /// no position.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;

@@ -1,7 +1,7 @@
 #include "api/reading/cut_off.h"
 
 #include <vsa/scene/data_type.h>
-#include "api/reading/culprit/value_words.h"
+#include "api/reading/source_range/value_words.h"
 
 namespace vsa {
 
@@ -35,7 +35,7 @@ bool isDotAndEnd(const Lookahead& next) {
   return next[0] == Type::Dot && next[1] == Type::Eof;
 }
 
-// `sun`, `sun.`, `.`: a path up to its first name behind a dot.
+// `sun`, `sun.`, `.`: a path up to its first name after a dot.
 bool isBeginOfPath(const Lookahead& next) {
   const bool isNode = next[0] == Type::Id && next[1] == Type::Dot && next[2] == Type::Eof;
   return isNameAndEnd(next) || isDotAndEnd(next) || isNode;
@@ -46,7 +46,7 @@ bool isBeginOfDirective(const Lookahead& next) {
   return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
 }
 
-// `float[3]`, which the parser takes for a reference with a list behind it.
+// `float[3]`, which the parser takes for a reference with a list after it.
 bool isBufferWithoutList(const AssignInfo& info, const Lookahead& next) {
   return info.isReference && next[0] == Type::Brackets && next[1] == Type::Eof &&
          bufferTypeOf(info.referenceToken.text.view()) != DataType::Null;
@@ -57,9 +57,8 @@ bool endsInsideAssignment(const AssignInfo& info, const VsaParser& parser, const
   if (isBufferWithoutList(info, next)) return true;
   const bool isBeforeSource = info.sourcePath.size == 0 && parser.current.type == Type::Equals;
   if (isBeforeSource) return isBeginOfPath(next);
-  const bool isBehindPath =
-      parser.current.type == Type::Id || parser.current.type == Type::Brackets;
-  return isBehindPath && !info.isReference && isDotAndEnd(next);
+  const bool isAfterPath = parser.current.type == Type::Id || parser.current.type == Type::Brackets;
+  return isAfterPath && !info.isReference && isDotAndEnd(next);
 }
 
 }  // namespace

@@ -215,7 +215,7 @@ void Reading::finish(bool isParsed) {
   finishCutOff();
 }
 
-// A reading goes on behind a buffer that it leaves out.
+// A reading goes on after a buffer that it leaves out.
 void Reading::finishRefused() {
   if (!refusedFor_) return;
   ending_.set(ReadStatus::OverLimit, refusal_);

@@ -1,4 +1,4 @@
-// The range of each diagnostic: a table of texts in which the bytes to blame are marked.
+// The range of each diagnostic: a table of texts in which the range is marked.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -18,7 +18,7 @@ namespace {
 
 using vsa::DiagnosticId;
 
-/// The first diagnostic of a text, and the place to blame between « and ».
+/// The first diagnostic of a text, and its range between « and ».
 struct Row {
   DiagnosticId id;
   std::string_view marked;
@@ -151,7 +151,7 @@ vsa::TextPosition positionIn(std::string_view text, std::size_t offset) {
   return {offset, lines + 1, offset - start + 1};
 }
 
-void expectBlamed(const Row& row, const vsa::ReadOutcome& outcome) {
+void expectRange(const Row& row, const vsa::ReadOutcome& outcome) {
   const Marked marked(row.marked);
   ASSERT_FALSE(outcome.diagnostics.empty()) << row.marked;
   const vsa::Diagnostic& found = outcome.diagnostics.front();
@@ -167,17 +167,17 @@ void expectBlamed(const Row& row, const vsa::ReadOutcome& outcome) {
   EXPECT_EQ(found.numberIndex, row.numberIndex) << row.marked;
 }
 
-TEST(DiagnosticRange, IsTheCulpritOfATextInMemory) {
+TEST(DiagnosticRange, IsTheOneMarkedInATextInMemory) {
   declareLamp();
   for (const Row& row : ROWS) {
-    expectBlamed(row, vsa::readText(Marked(row.marked).text));
+    expectRange(row, vsa::readText(Marked(row.marked).text));
   }
 }
 
 // A source of single bytes has not given what follows the invalid character.
 TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
   const Row row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
-  expectBlamed(row, vsa::readText(Marked(row.marked).text));
+  expectRange(row, vsa::readText(Marked(row.marked).text));
 }
 
 // Each id has a row or a test below, but those that no text of these options raises.
@@ -201,7 +201,7 @@ TEST(DiagnosticRange, IsTheCountOfABufferThatCannotBeAllocated) {
   vsa::ReadOptions options;
   options.limits.memory = vsa::UNLIMITED;
   const vsa::ReadResult result = vsa::readText(Marked(row.marked).text, options);
-  expectBlamed(row, result);
+  expectRange(row, result);
   EXPECT_EQ(result.status, vsa::ReadStatus::OutOfMemory);
 }
 
@@ -209,7 +209,7 @@ TEST(DiagnosticRange, IsThePathOfAnInputThatIsTooDeep) {
   const Row row{NestedTooDeeply, "mesh q;\n«q.a.b.c» = 1;\n", "q.a.b.c"};
   vsa::Scene scene;
   scene.plain().setDepthLimit(2);
-  expectBlamed(row, vsa::readTextInto(scene, Marked(row.marked).text));
+  expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
 }
 
 TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
@@ -223,16 +223,16 @@ TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
     };
     const bool throws = &act != &acts[4];
     const Row row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
-    expectBlamed(row, vsa::readTextInto(scene, Marked(row.marked).text));
+    expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
   }
 }
 
-TEST(DiagnosticRange, IsTheCulpritOfASource) {
+TEST(DiagnosticRange, IsTheOneMarkedInASource) {
   declareLamp();
   for (const Row& row : ROWS) {
     for (const std::size_t bytesPerRead : {0, 1, 5}) {
       TestSource source(Marked(row.marked).text, bytesPerRead);
-      expectBlamed(row, vsa::readSource(source));
+      expectRange(row, vsa::readSource(source));
     }
   }
 }

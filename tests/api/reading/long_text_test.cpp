@@ -20,23 +20,24 @@ namespace {
 using vsa::ReadOutcome;
 using vsa::ReadResult;
 
-/// A text of some 2 MB with mistakes all over it, and the offset of each culprit.
+/// A text of some 2 MB with problems all over it, and the offset of each range.
 struct LongText {
   LongText() {
     text = "lamp sun:\n.n = 1;\n";
     for (int i = 0; text.size() < 2'000'000; ++i) {
       text += ".a" + std::to_string(i) + " = \"" + std::string(i % 97, '-') + "\n\";";
       if (i % 5 == 0) text += '\n';
-      if (i % 997 == 0) addMistake(".n = ", "2.5", ";");
-      if (i % 1499 == 0) addMistake(".l" + std::to_string(i) + " = ", "gone", ";\n");
+      if (i % 997 == 0) addProblem(".n = ", "2.5", ";");
+      if (i % 1499 == 0) addProblem(".l" + std::to_string(i) + " = ", "gone", ";\n");
       if (i % 4999 == 0) text += std::string(70'000, ' ');
     }
   }
 
-  void addMistake(const std::string& before, const std::string& culprit, const std::string& after) {
+  void addProblem(const std::string& before, const std::string& concerned,
+                  const std::string& after) {
     text += before;
-    (culprit == "gone" ? links : values).push_back(text.size());
-    text += culprit + after;
+    (concerned == "gone" ? links : values).push_back(text.size());
+    text += concerned + after;
   }
 
   std::string text;
@@ -57,7 +58,7 @@ void expectPosition(const vsa::TextPosition& position, std::string_view text) {
   EXPECT_EQ(position.column, before.size() - feed) << position.offset;
 }
 
-void expectMistakes(const ReadOutcome& outcome, bool hasLinks) {
+void expectProblems(const ReadOutcome& outcome, bool hasLinks) {
   const LongText& expected = longText();
   std::vector<std::size_t> values;
   std::vector<std::size_t> links;
@@ -77,21 +78,21 @@ void expectMistakes(const ReadOutcome& outcome, bool hasLinks) {
 }
 
 TEST(LongText, HasTheSamePositionsFromMemory) {
-  expectMistakes(vsa::readText(longText().text), true);
+  expectProblems(vsa::readText(longText().text), true);
 }
 
 TEST(LongText, HasTheSamePositionsFromAFile) {
   const DiskFile file(longText().text);
-  expectMistakes(vsa::readFile(file.path()), true);
+  expectProblems(vsa::readFile(file.path()), true);
   const DiskFile marked("\xEF\xBB\xBF" + longText().text);
-  expectMistakes(vsa::readFile(marked.path()), true);
+  expectProblems(vsa::readFile(marked.path()), true);
 }
 
 TEST(LongText, HasTheSamePositionsFromASource) {
   for (const std::size_t bytesPerRead : {0, 1000, 100'001}) {
     TestSource source(longText().text, bytesPerRead);
     const ReadResult result = vsa::readSource(source);
-    expectMistakes(result, false);
+    expectProblems(result, false);
     // The text of an early link is gone; its place stays inside the text.
     for (const vsa::Diagnostic& found : result.diagnostics) {
       EXPECT_LE(found.range.end.offset, longText().text.size());
@@ -110,7 +111,7 @@ TEST(LongText, HasTheSamePositionsFromAPipe) {
   writer.join();
   std::remove(path.c_str());
   EXPECT_TRUE(result.isComplete());
-  expectMistakes(result, false);
+  expectProblems(result, false);
 }
 
 TEST(LongText, StatementMayBeLongerThanWhatASourceKeeps) {

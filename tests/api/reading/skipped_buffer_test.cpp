@@ -82,7 +82,7 @@ TEST(SkippedBuffer, IsLoadedFromAFileWithAByteOrderMark) {
   expectLoads(vsa::readFile(file.path(), skipping()), file.path());
 }
 
-TEST(SkippedBuffer, HasItsMistakesWhereTheyAre) {
+TEST(SkippedBuffer, HasItsProblemsWhereTheyAre) {
   const ReadResult result = vsa::readText(TEXT, skipping());
   const LoadedBuffer bad = vsa::loadBufferFromText(TEXT, result.skippedBuffers[3]);
   EXPECT_EQ(bad.status, ReadStatus::StoppedByError);

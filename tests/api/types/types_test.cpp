@@ -89,7 +89,7 @@ TEST(Types, MayBeginWithAByteOrderMark) {
   EXPECT_TRUE(vsa::readTypes("\xEF\xBB\xBF{\"types\":{}}").isValid());
 }
 
-/// A text that is refused with this problem at the byte behind the mark "^".
+/// A text that is refused with this problem at the byte after the mark "^".
 struct Refused {
   const char* marked;
   const char* problem;

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <utility>
 
-#include "api/reading/culprit/message_path.h"
+#include "api/reading/source_range/message_path.h"
 #include "vsa/apply/input_path.h"
 
 namespace vsa {
@@ -81,7 +81,7 @@ void DiagnosticRecorder::add(const Record& record) {
       diagnostic.logColumn = record.column;
     }
     diagnostic.inputPath = inputPathOf(record);
-    blame(diagnostic, record);
+    locate(diagnostic, record);
     deliver(std::move(diagnostic));
   } else {
     drop();
@@ -102,12 +102,12 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
   diagnostic.endedReading = endedReading;
   diagnostic.message = std::move(message);
   diagnostic.inputPath = statementPath();
-  blame(diagnostic);
+  locate(diagnostic);
   deliver(std::move(diagnostic));
   checkLimit(endedReading);
 }
 
-// Without a callback, a diagnostic that is not kept is not put together: its path may be long.
+// Without a callback, a diagnostic that is not kept is not created: its path may be long.
 bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
   return endedReading || options_.onDiagnostic != nullptr ||
          fits(sizeof(Diagnostic) + messageBytes);
@@ -140,16 +140,16 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
 // Within a statement, the kept ones are sorted by their place.
 void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   std::vector<Diagnostic>& kept = outcome_.diagnostics;
-  if (blamedStatement_ != statement_) {
-    statement_ = blamedStatement_;
+  if (currentStatement_ != keptStatement_) {
+    keptStatement_ = currentStatement_;
     firstOfStatement_ = kept.size();
   }
-  const auto behind =
+  const auto after =
       std::upper_bound(kept.begin() + static_cast<std::ptrdiff_t>(firstOfStatement_), kept.end(),
                        diagnostic, [](const Diagnostic& a, const Diagnostic& b) {
                          return a.range.begin.offset < b.range.begin.offset;
                        });
-  kept.insert(behind, std::move(diagnostic));
+  kept.insert(after, std::move(diagnostic));
 }
 
 void DiagnosticRecorder::count(Severity severity) noexcept {
@@ -166,26 +166,26 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
   ending_.stop(ReadStatus::OverLimit, message);
 }
 
-// --- the bytes to blame ---
+// --- the source range ---
 
-// Where a statement may begin: behind the token before it.
+// Where a statement may begin: after the token before it.
 std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
   return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }
 
-void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
+void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   const ReadSession& session = *parser_.session;
   const std::uint64_t start = startOf(session.statement());
-  Mistake mistake{diagnostic.id, diagnostic.message, start, diagnostic.inputPath, std::nullopt};
+  Problem problem{diagnostic.id, diagnostic.message, start, diagnostic.inputPath, std::nullopt};
   if (record.offset != Record::UNKNOWN_OFFSET) {
-    mistake.character = static_cast<std::uint64_t>(record.offset);
-    mistake.noticed = *mistake.character + 1;
+    problem.character = static_cast<std::uint64_t>(record.offset);
+    problem.noticed = *problem.character + 1;
   } else if (record.line != 0) {
-    mistake.noticed = startOf({record.line, record.column});
+    problem.noticed = startOf({record.line, record.column});
   } else if (!session.isResolving()) {
-    mistake.noticed = startOf({parser_.current.line, parser_.current.column});
+    problem.noticed = startOf({parser_.current.line, parser_.current.column});
   }
-  setRange(diagnostic, start, mistake);
+  setRange(diagnostic, start, problem);
   // The message of an element that does not fit names the array.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
   if (diagnostic.message.find(" to Array @ ") == std::string::npos) return;
@@ -193,7 +193,7 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic, const Record& record) {
   if (isElementOf(path, diagnostic.inputPath)) diagnostic.inputPath = std::move(path);
 }
 
-void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
+void DiagnosticRecorder::locate(Diagnostic& diagnostic) {
   if (parser_.session == nullptr || parser_.lexer == nullptr) return;
   if (diagnostic.id == DiagnosticId::EndMark) {
     const std::uint64_t mark = index_.offsetOf(*parser_.lexer);
@@ -201,26 +201,26 @@ void DiagnosticRecorder::blame(Diagnostic& diagnostic) {
     return;
   }
   const std::uint64_t noticed = startOf({parser_.current.line, parser_.current.column});
-  const bool isBehind = diagnostic.id == DiagnosticId::UnexpectedEof;
-  const std::uint64_t start = isBehind ? noticed : startOf(parser_.session->statement());
+  const bool isAfter = diagnostic.id == DiagnosticId::UnexpectedEof;
+  const std::uint64_t start = isAfter ? noticed : startOf(parser_.session->statement());
   setRange(diagnostic, start,
            {diagnostic.id, diagnostic.message, noticed, diagnostic.inputPath, std::nullopt});
 }
 
-// Without a culprit, the last character that was noticed.
+// If no rule finds the range, the last character of the token at which the parser noticed it.
 void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
-                                  const Mistake& mistake) {
-  blamedStatement_ = start;
-  const StatementTokens tokens(store_, index_, start, mistake.noticed);
-  std::optional<Culprit> culprit = findCulprit(mistake, tokens);
-  if (!culprit) {
-    const std::uint64_t last = std::max(mistake.noticed, start + 1) - 1;
-    culprit = Culprit{last, last + 1};
+                                  const Problem& problem) {
+  currentStatement_ = start;
+  const StatementTokens tokens(store_, index_, start, problem.noticed);
+  std::optional<SourceRange> range = findSourceRange(problem, tokens);
+  if (!range) {
+    const std::uint64_t last = std::max(problem.noticed, start + 1) - 1;
+    range = SourceRange{last, last + 1};
   }
   if (namesNoPath(diagnostic)) diagnostic.inputPath = pathAsWritten(tokens, withNodeName());
-  diagnostic.numberIndex = culprit->numberIndex;
-  const std::uint64_t begin = std::min(culprit->begin, index_.end());
-  diagnostic.range = index_.rangeOf(begin, std::clamp(culprit->end, begin, index_.end()));
+  diagnostic.numberIndex = range->numberIndex;
+  const std::uint64_t begin = std::min(range->begin, index_.end());
+  diagnostic.range = index_.rangeOf(begin, std::clamp(range->end, begin, index_.end()));
 }
 
 // --- the input concerned ---

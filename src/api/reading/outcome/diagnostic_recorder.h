@@ -7,8 +7,8 @@
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/read.h>
-#include "api/reading/culprit/culprit_finder.h"
 #include "api/reading/outcome/ending.h"
+#include "api/reading/source_range/range_finder.h"
 #include "api/reading/text/text_index.h"
 #include "api/reading/text/text_store.h"
 #include "vsa/parser.h"
@@ -51,9 +51,9 @@ class DiagnosticRecorder {
   void count(Severity severity) noexcept;
   void checkLimit(bool endedReading);
   std::uint64_t startOf(zn::korvo_sdk::impl::TextPlace tokenBefore);
-  void blame(Diagnostic& diagnostic, const Record& record);
-  void blame(Diagnostic& diagnostic);
-  void setRange(Diagnostic& diagnostic, std::uint64_t start, const Mistake& mistake);
+  void locate(Diagnostic& diagnostic, const Record& record);
+  void locate(Diagnostic& diagnostic);
+  void setRange(Diagnostic& diagnostic, std::uint64_t start, const Problem& problem);
   std::string inputPathOf(const Record& record) const;
   std::string withNodeName() const;
 
@@ -64,10 +64,10 @@ class DiagnosticRecorder {
   TextIndex& index_;
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;
-  bool isFull_ = false;                // a diagnostic was too large to keep
-  std::uint64_t blamedStatement_ = 0;  // where the statement of the current one begins
-  std::uint64_t statement_ = 0;        // where the statement of the last kept one begins
-  std::size_t firstOfStatement_ = 0;   // the first kept one of that statement
+  bool isFull_ = false;                 // a diagnostic was too large to keep
+  std::uint64_t currentStatement_ = 0;  // where the statement of the current one begins
+  std::uint64_t keptStatement_ = 0;     // where the statement of the last kept one begins
+  std::size_t firstOfStatement_ = 0;    // the first kept one of that statement
 };
 
 }  // namespace vsa

@@ -30,7 +30,7 @@ void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
   mark.column = mark.line == last.line ? last.column + (offset - 1 - last.offset)
                                        : static_cast<std::uint32_t>(lexer->column) + 1ULL;
   if (lexer->previous == '\n') mark = {offset, mark.line + 1, 1};
-  ++mark.column;  // behind the lookahead
+  ++mark.column;  // after the lookahead
   if (lexer->lookaheadChar == '\n') mark = {offset, mark.line + 1, 1};
   marks_.push_back(mark);
 }
@@ -72,22 +72,22 @@ std::uint64_t TextIndex::offsetOf(TextPlace place) {
   if (place.line == 0) return 0;
   const std::uint64_t line = unwrapped(marks_.back().line, static_cast<std::uint32_t>(place.line));
   const std::uint64_t column = static_cast<std::uint32_t>(place.column);
-  const auto isBehind = [&](const Mark& mark) {
+  const auto isAfter = [&](const Mark& mark) {
     return mark.line > line || (mark.line == line && mark.column > column);
   };
-  const auto behind = std::partition_point(marks_.begin() + 1, marks_.end(),
-                                           [&](const Mark& mark) { return !isBehind(mark); });
-  const Mark& mark = *(behind - 1);
+  const auto after = std::partition_point(marks_.begin() + 1, marks_.end(),
+                                          [&](const Mark& mark) { return !isAfter(mark); });
+  const Mark& mark = *(after - 1);
   const LineStart start = walk(mark, [&](const LineStart& next) { return next.line > line; });
   const std::uint64_t offset = start.offset + std::max<std::uint64_t>(column, 1) - 1;
   return std::min(offset, end_);
 }
 
 TextPosition TextIndex::positionOf(std::uint64_t offset) {
-  const auto behind = std::partition_point(marks_.begin() + 1, marks_.end(),
-                                           [&](const Mark& mark) { return mark.offset <= offset; });
+  const auto after = std::partition_point(marks_.begin() + 1, marks_.end(),
+                                          [&](const Mark& mark) { return mark.offset <= offset; });
   const LineStart start =
-      walk(*(behind - 1), [&](const LineStart& next) { return next.offset > offset; });
+      walk(*(after - 1), [&](const LineStart& next) { return next.offset > offset; });
   return {offset, start.line, offset - start.offset + 1};
 }
 

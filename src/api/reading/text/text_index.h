@@ -1,9 +1,9 @@
 // TextIndex: offsets from lines and columns, and back. Internal.
 //
-// The lexer counts lines and columns in 32 bits and no offsets that a token would keep. Each time
-// it asks for a block of the text, its position is written down. A position between two blocks is
-// found by counting the line feeds from the first one, in bytes that are looked at once more. A
-// text without mistakes costs one entry per block.
+// Tokens have a 32-bit line and column and no offset. Each time the lexer asks for a block of the
+// text, the index stores its position. It finds a position between two blocks by counting the line
+// feeds from the first one, and reads those bytes again. A text without problems costs one entry
+// per block.
 #pragma once
 
 #include <cstdint>
@@ -41,7 +41,7 @@ class TextIndex {
   }
 
  private:
-  // Bytes are looked at in pieces of this size.
+  // Line feeds are counted in pieces of this size.
   static constexpr std::size_t PIECE_BYTES = 16384;
   // Blocks are smaller when a pipe delivers a few bytes at a time.
   static constexpr std::uint64_t MIN_BLOCK_BYTES = 65536;
@@ -61,7 +61,6 @@ class TextIndex {
   static LineStart lineStartOf(const Mark& mark) noexcept {
     return {mark.line, mark.offset - (mark.column - 1)};
   }
-  std::uint64_t lastLineUnwrapped(std::int32_t line) const noexcept;
   template <class IsReached>
   LineStart walk(const Mark& from, const IsReached& isReached);
 

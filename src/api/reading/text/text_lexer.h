@@ -17,8 +17,8 @@ class TextLexer final : public zn::korvo_sdk::impl::Lexer {
   char consume() override;
 
  private:
-  // A statement across two blocks is read by the slow path: with blocks of 256 KiB, text 10 MB
-  // takes 1 % more time.
+  // A statement across two blocks is read by the slow path: with blocks of 256 KiB, the
+  // benchmark row text 10 MB takes 1 % more time.
   static constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 20;
 
   bool nextBlock();

@@ -1,4 +1,4 @@
-// TextStore: bytes of a text that were read before, to look at once more. Internal.
+// TextStore: the bytes of a text that was read, for diagnostics. Internal.
 #pragma once
 
 #include <cstddef>
@@ -16,9 +16,9 @@ class TextStore {
   /// The bytes from `offset` on, `count` or fewer; none where they are not available any more.
   /// Valid until the next call. Throws std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
-  /// The reader is about to overwrite the block that it was given last.
+  /// Called before the last block is overwritten.
   virtual void keepBlock() {}
-  /// The reader was given a block of bytes that follow those before.
+  /// Called with each block that was read. Its bytes follow those before.
   virtual void addBlock(std::string_view /*block*/) noexcept {}
 };
 
@@ -32,7 +32,7 @@ class MemoryText final : public TextStore {
   std::string_view text_;
 };
 
-/// A regular file, read once more where it is needed.
+/// A regular file, parts of which are read again.
 class FileText final : public TextStore {
  public:
   explicit FileText(const zn::detail::DescriptorSource& source) noexcept : source_(source) {}
@@ -54,7 +54,7 @@ class KeptText final : public TextStore {
   void addBlock(std::string_view block) noexcept override;
 
  private:
-  // A statement that is longer is not looked at once more.
+  // The range of a problem in a longer statement is not found.
   static constexpr std::size_t KEPT_BYTES = std::size_t{1} << 20;
 
   std::string kept_;  // the bytes from keptOffset_ on, up to the block

@@ -1,4 +1,4 @@
-#include "api/reading/culprit/message_path.h"
+#include "api/reading/source_range/message_path.h"
 
 #include <cstddef>
 
@@ -29,10 +29,10 @@ constexpr PathPlace PLACES[] = {
 };
 
 std::string_view pathAt(const PathPlace& place, std::string_view message) {
-  // A text quoted in front of the path may hold the same words, one behind it too.
-  const bool isQuotedBehind = place.id == DiagnosticId::WrongType;
+  // A text quoted in front of the path may hold the same words, one after it too.
+  const bool isQuotedAfter = place.id == DiagnosticId::WrongType;
   const std::size_t before =
-      isQuotedBehind ? message.find(place.before) : message.rfind(place.before);
+      isQuotedAfter ? message.find(place.before) : message.rfind(place.before);
   if (before == std::string_view::npos) return {};
   message.remove_prefix(before + place.before.size());
   if (place.after.empty()) return message;

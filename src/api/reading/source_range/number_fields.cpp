@@ -1,4 +1,4 @@
-#include "api/reading/culprit/number_fields.h"
+#include "api/reading/source_range/number_fields.h"
 
 #include <vsa/foundation/char_class.h>
 

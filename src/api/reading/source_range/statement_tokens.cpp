@@ -1,4 +1,4 @@
-#include "api/reading/culprit/statement_tokens.h"
+#include "api/reading/source_range/statement_tokens.h"
 
 #include <algorithm>
 #include <utility>
@@ -71,15 +71,15 @@ bool StatementTokens::isComplete() const noexcept {
   if (items_.size() == 1 && last.type == Type::Comment) return true;
   if (last.end < noticed_) return false;
   if (last.type == Type::Semicolon) return true;
-  const bool isFarBehind = items_.size() > 3 && items_[items_.size() - 3].begin >= noticed_;
-  return noticed_ > start_ && isFarBehind;
+  const bool isFarAfter = items_.size() > 3 && items_[items_.size() - 3].begin >= noticed_;
+  return noticed_ > start_ && isFarAfter;
 }
 
 std::size_t StatementTokens::countUpTo(std::uint64_t offset) const noexcept {
-  const auto behind = std::find_if(items_.begin(), items_.end(), [&](const Item& item) {
+  const auto after = std::find_if(items_.begin(), items_.end(), [&](const Item& item) {
     return item.end > offset || item.type == Type::Eof || item.type == Type::Invalid;
   });
-  return static_cast<std::size_t>(behind - items_.begin());
+  return static_cast<std::size_t>(after - items_.begin());
 }
 
 std::string_view StatementTokens::bytesFrom(std::uint64_t offset) const noexcept {

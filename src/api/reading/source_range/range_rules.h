@@ -1,4 +1,4 @@
-// The rules by which the culprit of a mistake is found: one for each kind of mistake. Internal.
+// The rules that find the source range of a problem: one for each kind of problem. Internal.
 #pragma once
 
 #include <cstddef>
@@ -7,9 +7,9 @@
 #include <string>
 #include <string_view>
 
-#include "api/reading/culprit/culprit_finder.h"
-#include "api/reading/culprit/number_fields.h"
-#include "api/reading/culprit/statement_tokens.h"
+#include "api/reading/source_range/number_fields.h"
+#include "api/reading/source_range/range_finder.h"
+#include "api/reading/source_range/statement_tokens.h"
 
 namespace vsa {
 
@@ -21,24 +21,24 @@ bool isPathToken(StatementTokens::Type type);
 struct Assignment {
   explicit Assignment(const StatementTokens& tokens);
 
-  std::size_t pathEnd = 0;  // the token behind the path
+  std::size_t pathEnd = 0;  // the token after the path
   std::size_t value = 0;    // the first token of the value
   std::size_t valueEnd = 0;
 };
 
-class CulpritRules {
+class RangeRules {
  public:
-  using Found = std::optional<Culprit>;
+  using Found = std::optional<SourceRange>;
 
-  CulpritRules(const Mistake& mistake, const StatementTokens& tokens)
-      : mistake_(mistake), tokens_(tokens), parts_(tokens) {}
+  RangeRules(const Problem& problem, const StatementTokens& tokens)
+      : problem_(problem), tokens_(tokens), parts_(tokens) {}
 
   Found find() const;
 
  private:
   Found whole(std::size_t token) const { return tokens(token, token + 1); }
   Found tokens(std::size_t begin, std::size_t end) const;
-  Found placeBehind(std::size_t token) const;
+  Found placeAfter(std::size_t token) const;
   Found tokenOrPlace(std::size_t token) const;
   Found opening(std::size_t token) const;
   Found value() const { return tokens(parts_.value, parts_.valueEnd); }
@@ -69,15 +69,15 @@ class CulpritRules {
            tokens_[token].text.startsWith("UNEXPECTED", false);
   }
   bool expects(std::string_view what) const {
-    return mistake_.message.starts_with("expected '" + std::string(what) + "'");
+    return problem_.message.starts_with("expected '" + std::string(what) + "'");
   }
   bool isOnLaterLine(std::size_t token) const {
     return token > 0 && tokens_[token].firstLine > tokens_[token - 1].lastLine;
   }
   std::size_t firstInput() const { return tokens_[0].type == StatementTokens::Type::Dot ? 1 : 2; }
-  std::size_t pathTokenBehind(std::string_view inputPath) const;
+  std::size_t pathTokenAfter(std::string_view inputPath) const;
 
-  const Mistake& mistake_;
+  const Problem& problem_;
   const StatementTokens& tokens_;
   const Assignment parts_;
 };

@@ -1,5 +1,5 @@
 // StatementTokens: the tokens of one statement with the bytes that each takes. The parser keeps
-// positions of last characters only, so a statement with a mistake is lexed once more. Internal.
+// positions of last characters only, so a statement with a problem is lexed again. Internal.
 #pragma once
 
 #include <cstddef>
@@ -30,8 +30,8 @@ class StatementTokens {
     zn::String text;
   };
 
-  /// Lexes from `start` on, up to the first ";" that ends at or behind `noticed`, the end of the
-  /// token at which the parser noticed a mistake; if that is not `start`, three tokens behind it
+  /// Lexes from `start` on, up to the first ";" that ends at or after `noticed`, the end of the
+  /// token at which the parser noticed a problem; if that is not `start`, three tokens after it
   /// are enough. Finds no token where the bytes are not available any more.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed);
@@ -49,7 +49,7 @@ class StatementTokens {
   std::string_view bytesOf(const Item& item) const noexcept;
 
  private:
-  // A statement is lexed in memory; a longer one of a file is not lexed once more.
+  // A statement is lexed in memory; a longer one of a file is not lexed again.
   static constexpr std::size_t FIRST_BYTES = 16384;
   static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
 

@@ -1,10 +1,10 @@
-// The culprits of mistakes that the lexer and the grammar notice.
+// The source ranges of problems that the lexer and the grammar notice.
 #include <algorithm>
 #include <string>
 
 #include <vsa/scene/data_type.h>
-#include "api/reading/culprit/culprit_rules.h"
-#include "api/reading/culprit/value_words.h"
+#include "api/reading/source_range/range_rules.h"
+#include "api/reading/source_range/value_words.h"
 
 namespace vsa {
 
@@ -13,18 +13,18 @@ namespace {
 using zn::korvo_sdk::DataType;
 using Item = StatementTokens::Item;
 using Type = StatementTokens::Type;
-using Found = CulpritRules::Found;
+using Found = RangeRules::Found;
 
 }  // namespace
 
 // A list that runs into the next statement was never closed.
-Found CulpritRules::invalidCharacter() const {
-  const std::uint64_t at = *mistake_.character;
+Found RangeRules::invalidCharacter() const {
+  const std::uint64_t at = *problem_.character;
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
     const Item& token = tokens_[i];
     if (token.type != Type::Invalid || token.end != at || token.begin >= at) continue;
     constexpr std::string_view ENDS = ";=\"#|:{(";  // the last two are invalid in brackets only
-    const char character = mistake_.message.size() > 1 ? mistake_.message[1] : '\0';
+    const char character = problem_.message.size() > 1 ? problem_.message[1] : '\0';
     if (opensBlock(i)) return opening(i);
     if (isCommentInList(i, at)) break;
     const bool isNeverClosed =
@@ -32,31 +32,31 @@ Found CulpritRules::invalidCharacter() const {
     if (isNeverClosed) return opening(i);
     if (const Found found = numberWith(token, at)) return found;
   }
-  return Culprit{at, at + 1};
+  return SourceRange{at, at + 1};
 }
 
 // "type name {" or "type name: {": a block, which the format does not have.
-bool CulpritRules::opensBlock(std::size_t token) const {
+bool RangeRules::opensBlock(std::size_t token) const {
   const std::string_view bytes = tokens_.bytesFrom(tokens_[token].begin);
   if (token < 2 || !bytes.starts_with('{')) return false;
   const std::size_t name = token - (tokens_[token - 1].type == Type::Colon ? 2 : 1);
   return name >= 1 && tokens_[name].type == Type::Id && tokens_[name - 1].type == Type::Id;
 }
 
-// Whether the list goes on behind the comment that begins at `at`, up to its closing bracket.
-bool CulpritRules::isCommentInList(std::size_t token, std::uint64_t at) const {
+// Whether the list goes on after the comment that begins at `at`, up to its closing bracket.
+bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
   const std::string_view open = tokens_.bytesFrom(tokens_[token].begin).substr(0, 1);
   const std::string_view comment = tokens_.bytesFrom(at);
   const std::size_t feed = comment.find('\n');
   if (!comment.starts_with('#') || feed == std::string_view::npos) return false;
-  const std::string_view behind = comment.substr(feed);
-  const std::size_t end = behind.find_first_of(")}];=#\"");
-  return end != std::string_view::npos && behind[end] == (open == "(" ? ')' : '}');
+  const std::string_view after = comment.substr(feed);
+  const std::size_t end = after.find_first_of(")}];=#\"");
+  return end != std::string_view::npos && after[end] == (open == "(" ? ')' : '}');
 }
 
 // The number, of a list that ends at an invalid character, which that character is in. It goes on
 // up to what separates numbers.
-Found CulpritRules::numberWith(const Item& invalid, std::uint64_t at) const {
+Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
   const std::string_view bytes = tokens_.bytesFrom(invalid.begin);
   if (bytes.empty() || (bytes[0] != '(' && bytes[0] != '{')) return std::nullopt;
   const auto inList = static_cast<std::size_t>(at - invalid.begin);
@@ -65,21 +65,21 @@ Found CulpritRules::numberWith(const Item& invalid, std::uint64_t at) const {
   list += bytes[0] == '(' ? ')' : '}';
   const auto field = findNumber(list, [&](const NumberField& one) { return one.end > inList; });
   if (!field) return std::nullopt;
-  return Culprit{invalid.begin + field->begin, invalid.begin + field->end, field->index};
+  return SourceRange{invalid.begin + field->begin, invalid.begin + field->end, field->index};
 }
 
-Found CulpritRules::badToken() const {
-  // The token found is the one that ends where the mistake was noticed, or it is the end.
-  const std::size_t before = tokens_.countUpTo(mistake_.noticed);
-  const bool isEnd = mistake_.message.ends_with("found 'EOF'") ||
-                     mistake_.message.find("found 'UNEXPECTED EOF") != std::string_view::npos;
+Found RangeRules::badToken() const {
+  // The token found is the one that ends where the problem was noticed, or it is the end.
+  const std::size_t before = tokens_.countUpTo(problem_.noticed);
+  const bool isEnd = problem_.message.ends_with("found 'EOF'") ||
+                     problem_.message.find("found 'UNEXPECTED EOF") != std::string_view::npos;
   const std::size_t found = isEnd || before == 0 ? before : before - 1;
   if (expects(";")) return missingSemicolon(found);
   if (expects("(scalar|buffer|reference)")) return badValue(found);
   return tokenOrPlace(found);
 }
 
-Found CulpritRules::missingSemicolon(std::size_t found) const {
+Found RangeRules::missingSemicolon(std::size_t found) const {
   if (found == 0) return tokenOrPlace(found);
   const std::size_t last = found - 1;
   const Item& token = tokens_[found];
@@ -89,12 +89,12 @@ Found CulpritRules::missingSemicolon(std::size_t found) const {
     if (!isTypeWord(tokens_[last].text.view())) return whole(last);
     return wrongList(found);
   }
-  if (token.type == Type::Comment || isOnLaterLine(found)) return placeBehind(last);
+  if (token.type == Type::Comment || isOnLaterLine(found)) return placeAfter(last);
   if (token.type == Type::Dot && tokens_[last].type == Type::Id &&
       token.begin == tokens_[last].end) {
-    return tokens(found, found + 2);  // "node.output" behind "="
+    return tokens(found, found + 2);  // "node.output" after "="
   }
-  if (beginsStatement(found)) return placeBehind(last);
+  if (beginsStatement(found)) return placeAfter(last);
   // A string that took in lines up to the next quote was never closed.
   const bool isSwallowed = tokens_[last].type == Type::Str &&
                            tokens_[last].lastLine > tokens_[last].firstLine &&
@@ -103,15 +103,15 @@ Found CulpritRules::missingSemicolon(std::size_t found) const {
 }
 
 // Two names, or a path that stands apart from the token before it.
-bool CulpritRules::beginsStatement(std::size_t token) const {
+bool RangeRules::beginsStatement(std::size_t token) const {
   if (tokens_[token].begin == tokens_[token - 1].end) return false;
   const Type next = tokens_[token + 1].type;
   if (tokens_[token].type == Type::Dot) return next == Type::Id;
   return tokens_[token].type == Type::Id && (next == Type::Id || next == Type::Dot);
 }
 
-// Behind the word of a type: brackets without the list of a buffer, or the wrong kind of list.
-Found CulpritRules::wrongList(std::size_t found) const {
+// After the word of a type: brackets without the list of a buffer, or the wrong kind of list.
+Found RangeRules::wrongList(std::size_t found) const {
   const std::string_view word = tokens_[found - 1].text.view();
   const bool isOfBuffer = bufferTypeOf(word) != DataType::Null;
   const Type list = tokens_[found].type;
@@ -123,12 +123,12 @@ Found CulpritRules::wrongList(std::size_t found) const {
 }
 
 // The value before the token found has the right form and does not convert; or there is none.
-Found CulpritRules::badValue(std::size_t found) const {
+Found RangeRules::badValue(std::size_t found) const {
   if (found <= parts_.value) return tokenOrPlace(found);
   return tokens_[parts_.value].type == Type::Id ? badTuple() : tokens(parts_.value, found);
 }
 
-Found CulpritRules::badTuple() const {
+Found RangeRules::badTuple() const {
   const std::size_t list = parts_.value + 1;
   const auto isBad = [](const NumberField& field) {
     double number = 0;
@@ -138,9 +138,9 @@ Found CulpritRules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The first token with which the tokens are no statement; behind a declaration, its missing end.
-Found CulpritRules::unrecognized() const {
-  const std::size_t head = tokens_.countUpTo(mistake_.noticed);
+// The first token with which the tokens are no statement; after a declaration, its missing end.
+Found RangeRules::unrecognized() const {
+  const std::size_t head = tokens_.countUpTo(problem_.noticed);
   for (std::size_t i = head; i < head + 3; ++i) {
     if (isCutOff(i)) return opening(i);
   }
@@ -149,14 +149,14 @@ Found CulpritRules::unrecognized() const {
   const bool isLoneWord = wrong == 1 && head == 0 && !isOnLaterLine(wrong) &&
                           (type == Type::Semicolon || type == Type::Equals || type == Type::Pipe);
   if (isLoneWord) return whole(0);
-  const bool isBehindName = wrong > head && tokens_[wrong - 1].type == Type::Id;
+  const bool isAfterName = wrong > head && tokens_[wrong - 1].type == Type::Id;
   const bool isEnd = tokens_[wrong].type == Type::Comment || isOnLaterLine(wrong);
-  return head == 0 && isBehindName && isEnd ? placeBehind(wrong - 1) : tokenOrPlace(wrong);
+  return head == 0 && isAfterName && isEnd ? placeAfter(wrong - 1) : tokenOrPlace(wrong);
 }
 
 // Of the tokens from `head` on, those that a statement may have there: a path goes on with a dot
 // and a name, and a statement begins with a path or with two names.
-std::size_t CulpritRules::tokensThatFit(std::size_t head) const {
+std::size_t RangeRules::tokensThatFit(std::size_t head) const {
   if (tokens_[head].type == Type::Dot) return 1;
   if (head != 0 || tokens_[0].type != Type::Id) return 0;
   return tokens_[1].type == Type::Id || tokens_[1].type == Type::Dot ? 2 : 1;

@@ -1,15 +1,15 @@
-#include "api/reading/culprit/culprit_finder.h"
+#include "api/reading/source_range/range_finder.h"
 
 #include <string>
 
-#include "api/reading/culprit/culprit_rules.h"
+#include "api/reading/source_range/range_rules.h"
 
 namespace vsa {
 
 namespace {
 
 using Type = StatementTokens::Type;
-using Found = CulpritRules::Found;
+using Found = RangeRules::Found;
 
 }  // namespace
 
@@ -29,40 +29,41 @@ Assignment::Assignment(const StatementTokens& tokens) {
   }
 }
 
-Found CulpritRules::tokens(std::size_t begin, std::size_t end) const {
+Found RangeRules::tokens(std::size_t begin, std::size_t end) const {
   if (begin >= end || end > tokens_.size()) return std::nullopt;
-  return Culprit{tokens_[begin].begin, tokens_[end - 1].end};
+  return SourceRange{tokens_[begin].begin, tokens_[end - 1].end};
 }
 
 // Where something is missing.
-Found CulpritRules::placeBehind(std::size_t token) const {
+Found RangeRules::placeAfter(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
-  return Culprit{tokens_[token].end, tokens_[token].end};
+  return SourceRange{tokens_[token].end, tokens_[token].end};
 }
 
-// A token that the grammar does not allow; at the end of the text, the place behind the last one.
-Found CulpritRules::tokenOrPlace(std::size_t token) const {
+// A token that the grammar does not allow; at the end of the text, the place after the last one.
+Found RangeRules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);
   if (isCutOff(token)) return opening(token);
-  return token > 0 ? placeBehind(token - 1) : Culprit{tokens_[token].begin, tokens_[token].begin};
+  return token > 0 ? placeAfter(token - 1)
+                   : SourceRange{tokens_[token].begin, tokens_[token].begin};
 }
 
 // The quote or bracket that is never closed.
-Found CulpritRules::opening(std::size_t token) const {
+Found RangeRules::opening(std::size_t token) const {
   const std::uint64_t begin = tokens_[token].begin;
-  return Culprit{begin, begin + 1};
+  return SourceRange{begin, begin + 1};
 }
 
-Found CulpritRules::number(std::size_t list, const NumberField& field) const {
+Found RangeRules::number(std::size_t list, const NumberField& field) const {
   const std::uint64_t begin = tokens_[list].begin;
-  return Culprit{begin + field.begin, begin + field.end, field.index};
+  return SourceRange{begin + field.begin, begin + field.end, field.index};
 }
 
-Found CulpritRules::find() const {
-  if (mistake_.character) return invalidCharacter();
+Found RangeRules::find() const {
+  if (problem_.character) return invalidCharacter();
   if (tokens_.size() == 0) return std::nullopt;
-  switch (mistake_.id) {
+  switch (problem_.id) {
     case DiagnosticId::UnexpectedEof:
       return tokenOrPlace(tokens_.size() - 1);
     case DiagnosticId::BadToken:
@@ -113,7 +114,7 @@ Found CulpritRules::find() const {
       return overLimit();
     case DiagnosticId::HostError:
     case DiagnosticId::HostMessage:
-      return tokens(0, tokens_.countUpTo(mistake_.noticed));
+      return tokens(0, tokens_.countUpTo(problem_.noticed));
     default:
       return std::nullopt;
   }
@@ -137,8 +138,8 @@ std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNo
   return isPath && isAssignment ? path : std::string();
 }
 
-std::optional<Culprit> findCulprit(const Mistake& mistake, const StatementTokens& tokens) {
-  return CulpritRules(mistake, tokens).find();
+std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens) {
+  return RangeRules(problem, tokens).find();
 }
 
 }  // namespace vsa

@@ -1,8 +1,8 @@
-// The bytes of a statement that a diagnostic is about. Internal.
+// Finds the source range of a diagnostic: the bytes of a statement that it is about. Internal.
 //
-// The parser notices a mistake at the token that it consumed last, which is often behind the
-// mistake and sometimes on another line. From the kind of the mistake and the tokens of the
-// statement follows which bytes to blame: a rule for each kind.
+// The parser notices a problem at the token that it consumed last, which is often after the range
+// and sometimes on another line. The rule for the kind of the problem finds the range among the
+// tokens of the statement.
 #pragma once
 
 #include <cstddef>
@@ -11,21 +11,22 @@
 #include <string>
 #include <string_view>
 
-#include "api/reading/culprit/statement_tokens.h"
+#include "api/reading/source_range/statement_tokens.h"
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/reading/read_diagnostic.h>
 
 namespace vsa {
 
-struct Culprit {
+/// The bytes from `begin` up to and without `end`, offsets in the text.
+struct SourceRange {
   std::uint64_t begin = 0;
   std::uint64_t end = 0;
-  std::optional<std::uint64_t> numberIndex = std::nullopt;
+  std::optional<std::uint64_t> numberIndex = std::nullopt;  ///< For a number of a list.
 };
 
-/// What is known of a mistake besides its statement.
-struct Mistake {
+/// What is known of a problem besides its statement.
+struct Problem {
   DiagnosticId id;
   std::string_view message;
   /// The end of the token that the parser noticed it at: the one consumed last, or the one that the
@@ -37,8 +38,8 @@ struct Mistake {
   std::optional<std::uint64_t> character;
 };
 
-/// Nothing if the tokens do not have the form that the mistake implies.
-std::optional<Culprit> findCulprit(const Mistake& mistake, const StatementTokens& tokens);
+/// Nothing if the tokens do not have the form that the problem implies.
+std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
 /// The path that the last assignment among the tokens begins with; empty if they end with something
 /// else. A path that begins with "." gets the name of the node that the tokens declare, or else

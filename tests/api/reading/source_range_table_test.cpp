@@ -1,5 +1,5 @@
-// The culprit of the mistakes that people make when they write and edit texts. Each row is a small
-// text with one mistake, and the bytes that an editor should underline stand between « and ».
+// The source range of the mistakes that people make when they write and edit texts. Each row is a
+// small text with one mistake, and the bytes that an editor should underline stand between « and ».
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -157,13 +157,13 @@ struct Expected {
     const std::size_t open = row.find(OPEN);
     const std::size_t close = row.find(CLOSE);
     const std::string_view before = row.substr(0, open);
-    const std::string_view culprit = row.substr(open + OPEN.size(), close - open - OPEN.size());
-    text = std::string(before) + std::string(culprit);
+    const std::string_view marked = row.substr(open + OPEN.size(), close - open - OPEN.size());
+    text = std::string(before) + std::string(marked);
     text += row.substr(close + CLOSE.size());
     const std::size_t feed = before.rfind('\n');
     place.line = 1 + static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n'));
     place.column = open - (feed == std::string_view::npos ? 0 : feed + 1) + 1;
-    place.length = culprit.size();
+    place.length = marked.size();
   }
 
   std::string text;
@@ -186,7 +186,7 @@ std::string marked(const std::string& text, const vsa::TextRange& range) {
   return shown;
 }
 
-TEST(Culprit, IsWhatAPersonWouldCorrect) {
+TEST(SourceRange, IsWhatAPersonWouldCorrect) {
   declareLamp();
   for (const std::string_view row : ROWS) {
     const Expected expected(row);
@@ -199,7 +199,7 @@ TEST(Culprit, IsWhatAPersonWouldCorrect) {
   }
 }
 
-TEST(Culprit, HasALineAndAColumn) {
+TEST(SourceRange, HasALineAndAColumn) {
   for (const std::string_view row : ROWS) {
     for (const vsa::Diagnostic& found : vsa::readText(Expected(row).text).diagnostics) {
       EXPECT_GE(found.range.begin.line, 1U) << row;

@@ -11,7 +11,7 @@ namespace vsa {
 
 /// One number of a list.
 struct NumberField {
-  std::size_t begin;  ///< Its first byte and the one behind its last, counted from the list's "(".
+  std::size_t begin;  ///< Its first byte and the one after its last, counted from the list's "(".
   std::size_t end;
   std::string text;   ///< As the lexer hands it on: without brackets of the list's own kind.
   std::size_t index;  ///< From 0.

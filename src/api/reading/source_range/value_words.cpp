@@ -1,4 +1,4 @@
-#include "api/reading/culprit/value_words.h"
+#include "api/reading/source_range/value_words.h"
 
 #include <algorithm>
 #include <iterator>
