@@ -1,4 +1,4 @@
-// Calls va_end on every way out of a function. Internal.
+// Calls va_end when a function returns or throws. Internal.
 #pragma once
 
 #include <cstdarg>

@@ -15,7 +15,7 @@ Word loadWord(const void* from) noexcept {
   return word;
 }
 
-/// The four or eight bytes at `from` as a number, the first one lowest.
+/// The four or eight bytes at `from` as a number. The first byte is in the lowest bits.
 template <class Word = std::uint64_t>
 Word loadLittleEndian(const void* from) noexcept {
   const auto word = loadWord<Word>(from);

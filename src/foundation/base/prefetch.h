@@ -7,8 +7,8 @@
 namespace zn::detail {
 
 /// The address `ahead` bytes after `place`. It may be outside of any object.
-inline void* behind(const void* place, std::size_t ahead) noexcept {
-  // NOLINTNEXTLINE(performance-no-int-to-ptr): pointer arithmetic ends with the object
+inline void* addressAhead(const void* place, std::size_t ahead) noexcept {
+  // NOLINTNEXTLINE(performance-no-int-to-ptr): pointer arithmetic is undefined outside of an object
   return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(place) + ahead);
 }
 
@@ -17,15 +17,15 @@ inline void* behind(const void* place, std::size_t ahead) noexcept {
 inline void prefetch([[maybe_unused]] const void* place,
                      [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)
-  __builtin_prefetch(behind(place, ahead));
+  __builtin_prefetch(addressAhead(place, ahead));
 #endif
 }
 
-/// The same for memory that will be written.
+/// A hint that the memory `ahead` bytes after `place` will be written soon.
 inline void prefetchForWriting([[maybe_unused]] void* place,
                                [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)
-  __builtin_prefetch(behind(place, ahead), 1);
+  __builtin_prefetch(addressAhead(place, ahead), 1);
 #endif
 }
 

@@ -6,12 +6,12 @@
 
 namespace zn {
 
-/// The checksum of 0 bytes, with which every sum starts.
+/// The checksum of an empty stream. Pass it as `adler` for the first piece of a stream.
 inline constexpr std::uint32_t ADLER32_START = 1;
 
-/// Continues the sum `adler` over the `size` bytes at `data`, so that a stream can be summed in
-/// pieces: adler32(adler32(ADLER32_START, a), b) is the checksum of a followed by b. `data` may be
-/// null when `size` is 0.
+/// Updates the checksum `adler` with the `size` bytes at `data`. A stream can be passed in pieces:
+/// adler32(adler32(ADLER32_START, a), b) is the checksum of a followed by b. `data` may be null
+/// when `size` is 0.
 std::uint32_t adler32(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
 /// The same without the SSE2 kernel; the two always agree.

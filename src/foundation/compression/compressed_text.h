@@ -1,4 +1,5 @@
-// Compressed texts, expanded in place. Internal; <vsa/foundation/decompress.h> describes the form.
+// Decompresses texts into memory of the caller. Internal; <vsa/foundation/decompress.h> describes
+// the form.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +9,8 @@
 
 namespace zn {
 
-/// Is told from time to time while a text is expanded. What it throws ends the expansion.
+/// Receives regular calls while a text is decompressed. An exception from such a call ends the
+/// decompression.
 class RunObserver {
  public:
   virtual void beforeRun() = 0;
@@ -18,8 +20,8 @@ class RunObserver {
 };
 
 /// Decompresses the `size` characters at `data` into the `capacity` bytes at `out` and sets
-/// `length` to the number of bytes written. Returns the error, if there is one. Some bytes may then
-/// have been written. `observer` may be null.
+/// `length` to the number of bytes written. Returns the error, if there is one. After an error some
+/// bytes may have been written. `observer` may be null.
 std::optional<korvo_sdk::DiagnosticId> expandCompressedText(const unsigned char* data,
                                                             std::size_t size, unsigned char* out,
                                                             std::size_t capacity,

@@ -1,6 +1,6 @@
 // The decoder reads the digits in runs and writes to the caller's memory, so no data is in memory
-// twice. It may stop anywhere in the text. An invalid character after that place takes precedence,
-// so the rest of the text is checked afterwards.
+// twice. It may stop before the end of the text. An invalid character anywhere in the text takes
+// precedence over its error, so the rest of the text is checked afterwards.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace {
 
 constexpr char MARK = '.';
 
-// The error of a text whose stream ended with this status; none if the stream is complete.
+// The error for this status of the decoder; none if the stream is complete.
 std::optional<DiagnosticId> problemOf(InflateStatus status) {
   switch (status) {
     case InflateStatus::Done:
@@ -78,7 +78,7 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
 // The first guess at the size of the result is eight times that of the stream, which is enough for
 // most data. If it is too small, the text is decompressed again with eight times the memory. All
 // failed attempts together decompress at most 8/7 as many bytes as the last one of them, and a
-// small text that declares a huge size costs little.
+// small text that declares a huge size takes little time and memory.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;

@@ -24,8 +24,9 @@ namespace {
 using namespace deflate;
 using namespace deflate_format;
 
-constexpr std::size_t MIN_USED_MATCH = 4;  // the format allows 3, which is rarely shorter
-constexpr std::size_t GOOD_MATCH = 64;     // long enough to stop searching
+// The format allows matches of 3 bytes, but these are rarely shorter than literals.
+constexpr std::size_t MIN_USED_MATCH = 4;
+constexpr std::size_t GOOD_MATCH = 64;  // long enough to stop searching
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
 
@@ -38,7 +39,7 @@ struct Token {
   std::uint16_t distance;
 };
 
-// A symbol with the extra bits after its code.
+// A symbol and the extra bits that follow its code.
 struct Symbol {
   unsigned number;
   unsigned extraBits;
@@ -102,12 +103,12 @@ class BitWriter {
     if (count_ > 0) put(0, 8 - count_);
   }
 
-  // Only at the start of a byte.
+  // Requires that the last byte is complete: call padToByte before.
   void putBytes(const unsigned char* data, std::size_t size) {
     out_.insert(out_.end(), data, data + size);
   }
 
-  // The bits of the last byte that is not full.
+  // The number of bits in the incomplete last byte.
   unsigned pendingBits() const { return count_; }
 
  private:
@@ -126,8 +127,8 @@ class MatchFinder {
   MatchFinder(const unsigned char* data, std::size_t size)
       : data_(data), size_(size), heads_(std::size_t{1} << HASH_BITS), earlier_(WINDOW_BYTES) {}
 
-  // The longest match for the bytes at `at` among the entered positions, which all precede it.
-  // Length 0 if there is none.
+  // The longest match for the bytes at `at` among the positions passed to `enter`, which all
+  // precede it. Its length is 0 if there is none.
   Match find(std::size_t at) const {
     Match best;
     if (size_ - at < MIN_USED_MATCH) return best;
@@ -145,7 +146,7 @@ class MatchFinder {
     return best;
   }
 
-  // Enters the position `at`; positions are entered in ascending order.
+  // Adds the position `at` to the hash chains. Positions must be added in ascending order.
   void enter(std::size_t at) {
     if (size_ - at < MIN_USED_MATCH) return;
     std::size_t& head = heads_[hashAt(at)];
@@ -169,7 +170,7 @@ class MatchFinder {
   const unsigned char* data_;
   std::size_t size_;
   // Positions plus 1; 0 for none.
-  std::vector<std::size_t> heads_;    // by hash: the position entered last
+  std::vector<std::size_t> heads_;    // by hash: the position added last
   std::vector<std::size_t> earlier_;  // by position in the window: the previous one of its hash
 };
 
@@ -239,7 +240,8 @@ struct DynamicCodes {
     std::vector<std::uint32_t> uses(CODE_LENGTH_COUNT);
     for (const Symbol& symbol : packed) ++uses[symbol.number];
     codeLengthCode = codeOfFrequencies(std::move(uses), MAX_CODE_LENGTH_BITS);
-    // Ends above MIN_CODE_LENGTH_COUNT: the end of the block has a code, so its length is used.
+    // The loop ends above MIN_CODE_LENGTH_COUNT: the end-of-block symbol has a code, so at least
+    // one length other than 0 is used.
     while (codeLengthCode.lengths[CODE_LENGTH_ORDER[codeLengthCount - 1]] == 0) --codeLengthCount;
   }
 
@@ -276,7 +278,7 @@ struct DynamicCodes {
   unsigned codeLengthCount = CODE_LENGTH_COUNT;
 };
 
-// Collects the tokens of one block after the other, and writes each block when it is full.
+// Collects the tokens of a block. Writes the block when it is full, and starts the next one.
 class BlockWriter {
  public:
   BlockWriter(StreamSink& sink, const unsigned char* data)
@@ -331,14 +333,14 @@ class BlockWriter {
     distanceUses_.assign(DISTANCE_COUNT, 0);
   }
 
-  static constexpr unsigned TYPE_BITS = 3;  // with the bit that marks the last block
+  static constexpr unsigned TYPE_BITS = 3;  // including the bit that marks the last block
 
   void writeType(bool last, BlockType type) {
     writer_.put(last ? 1 : 0, 1);
     writer_.put(static_cast<unsigned>(type), TYPE_BITS - 1);
   }
 
-  // The bits of the tokens, without the block's type and header.
+  // The size of the block's tokens in bits, without the block's type and header.
   std::uint64_t tokenBits(const Codes& codes) const {
     std::uint64_t bits = 0;
     for (unsigned symbol = 0; symbol < LITLEN_COUNT; ++symbol) {
@@ -352,8 +354,9 @@ class BlockWriter {
     return bits;
   }
 
-  // The same for stored blocks, of which long data needs several. Each of them but the first has
-  // its own type bits. The size is stored twice in 16 bits, and the data starts at a byte boundary.
+  // The size in bits if the data is stored. Data of more than MAX_STORED_BYTES needs several stored
+  // blocks, and each except the first adds its own type bits. A stored block contains its size
+  // twice, in 16 bits each, and its data starts at a byte boundary.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =
@@ -432,7 +435,8 @@ class VectorSink final : public StreamSink {
 }  // namespace
 
 void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out) {
-  constexpr unsigned char HEADER[] = {0x78, 0x9C};  // a window of 32 KiB, and the check bits
+  constexpr unsigned char HEADER[] = {0x78,
+                                      0x9C};  // a window of 32 KiB; the check bits of the header
   static_assert(HEADER[0] == (MAX_WINDOW_SIZE_CODE << 4 | METHOD_DEFLATE));
   out.put(HEADER, sizeof HEADER);
   BlockWriter blocks(out, data);

@@ -10,13 +10,13 @@ namespace zn {
 class StreamSink {
  public:
   virtual ~StreamSink() = default;
-  /// Receives the next `count` bytes, 0 or more. What it throws ends the compression.
+  /// Receives the next `count` bytes, 0 or more. An exception from it ends the compression.
   virtual void put(const unsigned char* bytes, std::size_t count) = 0;
 };
 
 /// Writes the zlib stream of the `size` bytes at `data` (null when `size` is 0) to `out`, block by
-/// block, in memory that does not grow with `size`: some 2 MB. Throws std::bad_alloc, and what
-/// `out` throws.
+/// block. Uses about 2 MB of memory, independent of `size`. Throws std::bad_alloc, and what `out`
+/// throws.
 void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out);
 
 /// The zlib stream of the `size` bytes at `data`, which may be null if `size` is 0. Takes time

@@ -17,7 +17,7 @@ namespace {
 
 using deflate_format::MAX_CODE_BITS;
 
-// How many codes have each length.
+// The number of codes of each length.
 using LengthCounts = std::array<std::uint32_t, MAX_CODE_BITS + 1>;
 using Symbols = std::vector<std::uint16_t>;
 

@@ -1,5 +1,5 @@
-// The facts of the format that the encoder and the decoder share: deflate blocks (RFC 1951) in a
-// zlib stream (RFC 1950). Internal.
+// The constants of the format that the encoder and the decoder share: deflate blocks (RFC 1951) in
+// a zlib stream (RFC 1950). Internal.
 //
 // A compressed block has symbols of two alphabets. A literal/length symbol is a byte, the end of
 // the block, or the length of a match. A length is followed by a distance symbol. A length or
@@ -33,9 +33,9 @@ inline constexpr std::size_t MAX_STORED_BYTES = 65535;
 
 inline constexpr unsigned END_OF_BLOCK = 256;
 inline constexpr unsigned FIRST_LENGTH_SYMBOL = 257;
-inline constexpr unsigned LITLEN_COUNT = 286;        ///< Literal/length symbols with a meaning.
-inline constexpr unsigned DISTANCE_COUNT = 30;       ///< Distance symbols with a meaning.
-inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< Those that have a fixed code.
+inline constexpr unsigned LITLEN_COUNT = 286;        ///< Valid literal/length symbols.
+inline constexpr unsigned DISTANCE_COUNT = 30;       ///< Valid distance symbols.
+inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< Literal/length symbols with a fixed code.
 inline constexpr unsigned FIXED_DISTANCE_COUNT = 32;
 
 inline constexpr unsigned MIN_MATCH = 3;
@@ -47,8 +47,8 @@ struct ValueRange {
   std::uint8_t extraBits;
 };
 
-/// The ranges of the length symbols, from FIRST_LENGTH_SYMBOL on: four symbols to each power of
-/// two. The last one is the longest match alone.
+/// The ranges of the length symbols, from FIRST_LENGTH_SYMBOL on: four symbols for each power of
+/// two. The last symbol represents only the longest match.
 constexpr auto makeLengthRanges() {
   std::array<ValueRange, LITLEN_COUNT - FIRST_LENGTH_SYMBOL> ranges{};
   unsigned base = MIN_MATCH;
@@ -61,7 +61,7 @@ constexpr auto makeLengthRanges() {
   return ranges;
 }
 
-/// The ranges of the distance symbols: two symbols to each power of two.
+/// The ranges of the distance symbols: two symbols for each power of two.
 constexpr auto makeDistanceRanges() {
   std::array<ValueRange, DISTANCE_COUNT> ranges{};
   unsigned base = 1;
@@ -89,9 +89,9 @@ constexpr std::uint8_t fixedLitlenBits(unsigned symbol) {
 }
 inline constexpr std::uint8_t FIXED_DISTANCE_BITS = 5;
 
-/// The third alphabet: a code length, or a repetition of several.
+/// The third alphabet: a symbol is a code length, or repeats one several times.
 inline constexpr unsigned CODE_LENGTH_COUNT = 19;
-/// Bits of its longest code.
+/// Bits of the longest code of the third alphabet.
 inline constexpr unsigned MAX_CODE_LENGTH_BITS = 7;
 /// The order in which a block lists the lengths of its codes.
 inline constexpr std::array<std::uint8_t, CODE_LENGTH_COUNT> CODE_LENGTH_ORDER = {
@@ -101,7 +101,7 @@ inline constexpr unsigned REPEAT_PREVIOUS = 16;
 inline constexpr unsigned REPEAT_ZERO = 17;
 inline constexpr unsigned REPEAT_ZERO_OFTEN = 18;
 
-/// How often each of the three repeats.
+/// The repeat counts of the symbols REPEAT_PREVIOUS, REPEAT_ZERO and REPEAT_ZERO_OFTEN.
 inline constexpr std::array<ValueRange, 3> REPETITION_RANGES = {{{3, 2}, {3, 3}, {11, 7}}};
 
 constexpr ValueRange repetitionRange(unsigned symbol) {

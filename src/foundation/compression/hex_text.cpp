@@ -1,5 +1,5 @@
-// Most texts are digits only, or have one line end a line. The loop reads four pairs per step while
-// all eight characters are digits, and single characters otherwise.
+// Most texts are sequences of digits, or lines of digits. The loop reads four pairs of digits per
+// step while the next eight characters are digits, and single characters otherwise.
 #include "foundation/compression/hex_text.h"
 
 #include <array>

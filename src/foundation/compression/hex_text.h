@@ -14,11 +14,12 @@ namespace zn {
 class HexFeed final : public ByteFeed {
  public:
   /// Reads the `size` characters at `text`, all of them digits or white space.
-  // cppcheck-suppress uninitMemberVar ; run_ is written before it is read, and clearing it costs
+  // cppcheck-suppress uninitMemberVar ; run_ is written before it is read, and clearing it takes
+  // time
   HexFeed(const unsigned char* text, std::size_t size) : text_(text), textEnd_(text + size) {}
 
-  /// Told before each run, of at most 8 KiB of the stream; may be null. What it throws leaves
-  /// next().
+  /// The observer is called before each run of at most 8 KiB of the stream. It may be null. next()
+  /// throws what the observer throws.
   void setObserver(RunObserver* observer) { observer_ = observer; }
 
   /// The next run of whole bytes. The input ends with the text, or before its first bad character.
@@ -27,7 +28,7 @@ class HexFeed final : public ByteFeed {
   /// Reads the rest of the text, so that the queries below apply to the whole text.
   void skipRest();
 
-  // About the text read so far.
+  // Queries about the text read so far.
 
   /// Whether a character was neither digit nor white space.
   bool hasBadCharacter() const { return hasBadCharacter_; }
@@ -48,7 +49,7 @@ class HexFeed final : public ByteFeed {
   bool hasBadCharacter_ = false;
   bool hasDigit_ = false;
   bool hasHalfByte_ = false;
-  unsigned char highDigit_ = 0;  // of the half byte: its first digit, in the upper four bits
+  unsigned char highDigit_ = 0;  // the first digit of an incomplete byte, in the upper four bits
   unsigned char run_[RUN_BYTES];
 };
 

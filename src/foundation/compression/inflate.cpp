@@ -31,7 +31,7 @@ class Inflater {
   std::size_t length() const { return static_cast<std::size_t>(out_ - start_); }
 
  private:
-  // The outcome of a step: go on with the next one, the end of the block, or a fault.
+  // The outcome of a step: the next step follows, the block has ended, or the stream has a fault.
   enum class Step { Next, BlockEnd, EndsEarly, Corrupt, TooLarge };
 
   static InflateStatus statusOf(Step fault);
@@ -64,7 +64,7 @@ class Inflater {
   unsigned char* const start_;
   unsigned char* out_;
   unsigned char* const end_;
-  const unsigned char* summed_;  // the output before this is in `adler_`
+  const unsigned char* summed_;  // `adler_` is the checksum of the output before this
   std::uint32_t adler_ = ADLER32_START;
 
   Entry litlenSlots_[LITLEN_SLOTS];
@@ -77,7 +77,7 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Output is summed once an input run, while it is still in the cache.
+// Updates the checksum once per input run, while the output is still in the cache.
 bool Inflater::nextRun() {
   sumOutput();
   const std::size_t size = feed_.next(in_);
@@ -222,8 +222,8 @@ Inflater::Step Inflater::dynamicBlock() {
   return isValid ? compressedBlock(litlen, distance) : Step::Corrupt;
 }
 
-// The code lengths of both alphabets as one sequence: a repetition may continue from the first
-// alphabet into the second.
+// Reads the code lengths of both alphabets as one sequence: a repetition may continue from the
+// first alphabet into the second.
 Inflater::Step Inflater::readCodeLengths(const Table& codeLengths, std::uint8_t* lengths,
                                          unsigned count) {
   for (unsigned done = 0; done < count;) {
@@ -370,7 +370,8 @@ class MemoryFeed : public ByteFeed {
   }
 
  private:
-  static constexpr std::size_t RUN_BYTES = 32768;  // short, so that output is summed in the cache
+  // Short runs, so that the output is in the cache when its checksum is computed.
+  static constexpr std::size_t RUN_BYTES = 32768;
 
   const unsigned char* data_;
   std::size_t left_;

@@ -21,8 +21,8 @@ class ByteFeed {
   virtual std::size_t next(const unsigned char*& bytes) = 0;
 };
 
-/// The result of decoding. If a stream has several faults: the first one in the order of the
-/// stream. Bytes after the stream come last, after a wrong checksum.
+/// The result of decoding. If a stream has several faults, this is the first one in the order of
+/// the stream: a wrong checksum precedes bytes after the stream.
 enum class InflateStatus {
   Done,       // the whole stream, with the right checksum and no bytes after it
   EndsEarly,  // the input ended inside the stream
@@ -32,14 +32,14 @@ enum class InflateStatus {
 };
 
 /// Decodes the stream that `feed` gives into the `capacity` bytes at `out` (which may be null when
-/// `capacity` is 0) and sets `length` to the bytes decoded, on failure those before the fault.
-/// Never writes past `out + capacity`. Of the bytes from `out + length` on, up to 32 may have been
-/// set to zero and the others are untouched, so memory that was zero stays zero there. Uses about
-/// 16 KiB of stack and no heap.
+/// `capacity` is 0) and sets `length` to the number of bytes decoded, on failure before the fault.
+/// Never writes past `out + capacity`. May set up to 32 bytes from `out + length` on to zero and
+/// does not change the others, so memory that was zero stays zero there. Uses about 16 KiB of stack
+/// and no heap.
 InflateStatus inflateStream(ByteFeed& feed, unsigned char* out, std::size_t capacity,
                             std::size_t& length);
 
-/// The same for a stream that is in memory as a whole, the `size` bytes at `data`.
+/// The same for a stream that is completely in memory: the `size` bytes at `data`.
 InflateStatus inflateStream(const unsigned char* data, std::size_t size, unsigned char* out,
                             std::size_t capacity, std::size_t& length);
 

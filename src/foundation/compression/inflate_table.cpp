@@ -66,10 +66,11 @@ constexpr AlphabetFacts FACTS[] = {
     {CODE_LENGTH_MEANINGS.data(), MAX_CODE_LENGTH_BITS, false},
 };
 
-// How many codes have each length. The count at 0, of the symbols without a code, is not read.
+// The number of codes of each length. The count at index 0 (symbols without a code) is not used.
 using LengthCounts = std::array<unsigned, MAX_CODE_BITS + 1>;
 
-// The bits of a code in an entry: they count among the dropped ones, and as the code's own.
+// The two fields of an entry that contain the length of its code: the bits to drop and the code's
+// bits.
 constexpr Entry codeOf(unsigned bits) {
   return bits << 8 | bits;
 }
@@ -164,8 +165,8 @@ class Filler {
     code_ |= bit;
   }
 
-  // How many bits index the subtable of a prefix whose first code has `bits` bits: enough that the
-  // following codes fill the prefix.
+  // The number of bits that index the subtable of a prefix whose first code has `bits` bits. It is
+  // large enough for all codes with that prefix.
   unsigned subtableBits(unsigned bits, unsigned longest) const {
     unsigned indexBits = bits - primaryBits_;
     unsigned free = 1U << indexBits;
@@ -184,7 +185,8 @@ class Filler {
   unsigned code_ = 0;
 };
 
-// The two incomplete sets that are accepted, with a table of one bit. Slot 1 begins no code.
+// Builds a table with an index of one bit for the two incomplete sets that are accepted. No code
+// leads to slot 1.
 bool buildIncompleteTable(const AlphabetFacts& facts, const LengthCounts& counts, unsigned longest,
                           const std::uint16_t* sorted, Entry* slots, Table& table) {
   if (!facts.mayBeIncomplete || longest > 1) return false;

@@ -9,7 +9,7 @@
 //   bits 8..11   how many of these are the code's, so that the rest can be read as the extra bits
 //   bit  13      the end of the block
 //   bit  14      a subtable: bits 8..11 are its index bits, bits 16..30 the slot where it starts
-//   bit  15      no plain value: a subtable, the end of the block, or (alone) no code at all
+//   bit  15      NO_VALUE: a subtable, the end of the block, or, if no other bit is set, no code
 //   bits 16..30  the value: a literal byte, the base of a length or of a distance
 //   bit  31      a literal byte
 //
@@ -45,7 +45,7 @@ inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
 
 /// Enough slots for every set of codes. The longest code of a subtable of 2^k slots has k more
 /// bits, and a complete set with such a code has at least k + 1 codes. So subtables take at most
-/// 2^k / (k + 1) slots a symbol: 16/5 of 288 for literals and lengths (k <= 4), 128/8 of 32 for
+/// 2^k / (k + 1) slots per symbol: 16/5 of 288 for literals and lengths (k <= 4), 128/8 of 32 for
 /// distances (k <= 7).
 inline constexpr std::size_t LITLEN_SLOTS = 2048 + 928;
 inline constexpr std::size_t DISTANCE_SLOTS = 256 + 512;
@@ -66,7 +66,7 @@ enum class Alphabet { Litlen, Distance, CodeLength };
 /// either. False when the set of codes is over-subscribed or incomplete. Two incomplete sets are
 /// accepted, except for code lengths, since encoders write them where a block has one distance or
 /// none: a single code of one bit, and no code at all. Bits that begin no code then lead to an
-/// entry that is NO_VALUE alone.
+/// entry in which only NO_VALUE is set.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 

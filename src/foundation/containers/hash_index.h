@@ -60,14 +60,14 @@ class VSA_API HashIndex {
   /// Removes `position`. Does nothing when it is not under `hash`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
 
-  /// Lowers every position above `position` by one: the list has lost the entry there, which is not
-  /// in the index any more. Takes time proportional to the index.
+  /// Lowers every position above `position` by one. Call it after the entry at `position` was
+  /// erased here and removed from the list. Takes time proportional to the index.
   void closePosition(std::uint64_t position) noexcept;
 
  private:
   static constexpr std::uint32_t FREE = std::numeric_limits<std::uint32_t>::max();
   struct Slot {
-    std::uint32_t tag = 0;          // its low bits give the slot where the search begins
+    std::uint32_t tag = 0;          // its low bits select the slot where the search begins
     std::uint32_t position = FREE;  // FREE when the slot is empty
   };
 

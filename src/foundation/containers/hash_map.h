@@ -36,10 +36,10 @@ template <class K, class V>
 inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MOVES_AS_BYTES<V>;
 
 /// A map without rehashing. Keys are compared by hash alone, never by content: two keys with equal
-/// hashes are one key. A long bucket is searched through an index, which a search brings up to
-/// date: a map that is only filled and iterated needs none. References to values are valid until
-/// the next key is added. Functions that add a key throw std::bad_alloc, and std::length_error at
-/// some 2^32 keys in one bucket; the map is unchanged then.
+/// hashes are one key. A long bucket is searched through an index. The search itself adds the new
+/// nodes to the index, so a map that is only filled and iterated has no index. References to values
+/// are valid until the next key is added. Functions that add a key throw std::bad_alloc, and
+/// std::length_error at some 2^32 keys in one bucket; the map is unchanged then.
 template <class K, class V>
 class HashMap {
  public:

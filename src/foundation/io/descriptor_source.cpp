@@ -87,7 +87,8 @@ std::size_t DescriptorSource::readSome(char* to, std::size_t capacity) {
   return 0;
 }
 
-// Reads until the bytes are the mark or cannot become it: a pipe may deliver it in parts.
+// Reads until the bytes contain the byte order mark or differ from it: a pipe may deliver the mark
+// in parts.
 std::size_t DescriptorSource::readStart(char* to, std::size_t capacity) {
   std::size_t count = 0;
   do {

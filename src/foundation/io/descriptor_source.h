@@ -42,7 +42,7 @@ class DescriptorSource final : public ByteSource {
 
   int descriptor_;
   bool isStarted_ = false;
-  std::uint8_t markBytes_ = 0;  // of the byte order mark, if there is one
+  std::uint8_t markBytes_ = 0;  // size of the byte order mark; 0 if there is none
   String error_;
 };
 

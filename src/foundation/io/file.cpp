@@ -54,8 +54,8 @@ String File::error() const {
   return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
-// A source may assign to the handle that is being read. A copy of the handle keeps the file alive
-// during the call. Buffered bytes need no call, and so no copy.
+// A source may assign to the handle that is being read. A copy of the handle keeps the file open
+// during the call. Reading a buffered byte does not call the source and needs no copy.
 
 bool File::read(signed char& c) {
   OpenFile* const opened = OpenFile::of(*this);

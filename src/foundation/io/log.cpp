@@ -1,4 +1,4 @@
-// The sink of the thread, the sink of the process, and the default: standard error.
+// Selects the sink for a message: that of the thread, that of the process, or standard error.
 #include <vsa/foundation/log.h>
 
 #include <atomic>

@@ -1,4 +1,4 @@
-// The log for messages that are complete already. Internal.
+// Logs messages that are already formatted. Internal.
 #pragma once
 
 #include <vsa/foundation/log.h>

@@ -1,4 +1,4 @@
-// Blocks from the source, and the read position in them.
+// Reads blocks from the source, and moves the read position in a block.
 #include "foundation/io/open_file.h"
 
 #include <algorithm>

@@ -58,8 +58,8 @@ VSA_WRAPS_AROUND constexpr Wide shiftedToTop(Wide value) {
   return value;
 }
 
-/// The leading 128 bits of 1 / divisor, by long division, a bit a step. The remainder starts as the
-/// largest power of two up to the divisor, so that the first bit of the quotient is a one.
+/// The leading 128 bits of 1 / divisor, by long division, one bit per step. The remainder starts as
+/// the largest power of two up to the divisor, so that the first bit of the quotient is a one.
 VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   Wide rest{0, 0};
   if (divisor.high != 0) {
@@ -137,7 +137,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   return true;
 }
 
-/// The double nearest to digits * 10^exponent. False: not decided.
+/// The double nearest to digits * 10^exponent. False if the methods do not decide it.
 inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   if (digits == 0) {
     out = 0.0;
@@ -170,7 +170,8 @@ inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }
 
-/// The float nearest to a text whose nearest double is `value`. False: not decided.
+/// The float nearest to a text whose nearest double is `value`. False if `value` does not decide
+/// it.
 inline bool floatFromDouble(double value, float& out) {
   if (isHalfWayBetweenFloats(value)) return false;
   if (value != 0.0 && !(value >= FLT_MIN && value <= FLT_MAX)) return false;
@@ -178,7 +179,7 @@ inline bool floatFromDouble(double value, float& out) {
   return true;
 }
 
-/// The double or float nearest to digits * 10^exponent. False: not decided.
+/// The double or float nearest to digits * 10^exponent. False if the methods do not decide it.
 inline bool realFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleFromDecimal(digits, exponent, out);
 }

@@ -1,6 +1,6 @@
-// One plain field of a list of numbers, on any processor: eight digits a step in a 64-bit word, the
-// first character lowest. Internal. The sums that combine eight digits are those of "Faster integer
-// parsing" (J. Khuong and others, 2018).
+// Converts one plain field of a list of numbers, on any processor: eight digits per step in a
+// 64-bit word whose lowest byte is the first character. Internal. The sums that combine eight
+// digits are those of "Faster integer parsing" (J. Khuong and others, 2018).
 //
 // Each function returns the end of the field, which is a blank, with `out` set; or null when the
 // field is not plain: of another form, out of range, or not decided by number_decimal. It may read
@@ -25,12 +25,12 @@ inline constexpr size_t FIELD_WINDOW = 48;
 inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,     10000,
                                               100000, 1000000, 10000000, 100000000};
 
-/// Eight characters, each less '0', the first one lowest.
+/// Eight characters, with '0' subtracted from each. The first one is in the lowest byte.
 inline uint64_t loadEight(const char* at) {
   return detail::loadLittleEndian(at) ^ 0x3030303030303030;
 }
 
-/// How many digits the word starts with.
+/// The number of digits at the start of the word.
 inline int leadingDigits(uint64_t word) {
   const uint64_t past = ((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word;
   return std::countr_zero(past & 0x8080808080808080) / 8;
@@ -127,7 +127,7 @@ inline const char* readIntegerField(const char* at, Integer& out) {
   return at;
 }
 
-/// The one of the two for this type.
+/// Calls the function above for the type.
 template <class Number>
 inline const char* readField(const char* at, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {

@@ -37,7 +37,7 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
     run = kernel(from, limit, out, capacity);
     if (run.next <= limit) return run;
   }
-  // At least one character: no plain field is as long as the window.
+  // At least one character remains, because no plain field is as long as the window.
   const auto length = static_cast<size_t>(end - run.next);
   const NumberRun tail = readTail(kernel, run.next, length, out + run.count, capacity - run.count);
   return {tail.next, run.count + tail.count};

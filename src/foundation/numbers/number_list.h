@@ -22,10 +22,10 @@ struct NumberRun {
 /// `from` is the first character of a field. The last field ends at `end`, where one more byte must
 /// be readable (the list's closing brace, or a NUL). Nothing else outside is read.
 ///
-/// Stops before a field that is empty, that number_text refuses for this type, or that does not
-/// fit. When the last field is empty (a blank before `end`), the field before it is not converted
-/// either, so that `next == end` always means that every field was converted. An empty list (from
-/// == end) has no field. Throws nothing, allocates nothing.
+/// Stops before a field that is empty, that number_text does not accept for this type, or that
+/// exceeds `capacity`. When the last field is empty (a blank before `end`), the field before it is
+/// not converted either, so that `next == end` always means that every field was converted. An
+/// empty list (from == end) has no field. Throws nothing, allocates nothing.
 ///
 /// Instances: float, double, signed and unsigned char, short, int and long long. The kernel for the
 /// processor is chosen at run time.

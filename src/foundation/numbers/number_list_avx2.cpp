@@ -27,7 +27,7 @@ namespace {
 
 constexpr size_t CHUNK = 1024;  // characters
 constexpr size_t STEP = 64;     // characters in a mask of blanks
-constexpr size_t SPILL = 8;     // ends stored at once, needed or not
+constexpr size_t SPILL = 8;     // ends stored per step, of which some may be unused
 constexpr size_t GROUP = 4;     // fields converted at once
 
 // How far ahead memory is prefetched, in bytes: the processor's own prefetch stops at the end of a
@@ -45,7 +45,7 @@ VSA_AVX2_INLINE uint32_t bitsOf(__m256i mask) {
   return static_cast<uint32_t>(_mm256_movemask_epi8(mask));
 }
 
-/// A bit for each byte that is `c`; those of `low` are the low bits.
+/// A mask with a bit for each byte that equals `c`. The low half has the bits of `low`.
 VSA_AVX2_INLINE uint64_t equalBits(__m256i low, __m256i high, char c) {
   const __m256i wanted = _mm256_set1_epi8(c);
   return uint64_t{bitsOf(_mm256_cmpeq_epi8(high, wanted))} << 32 |
@@ -116,7 +116,7 @@ struct GroupShape {
   bool isPlain;                  // each is a sign, digits, at most one point, at least one digit
 };
 
-/// Computes all four in one word, with one result for all.
+/// Computes the four shapes in one word. `isPlain` is one result for all four.
 VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
                                                          const uint64_t (&lengths)[GROUP]) {
   uint64_t ends = 0;
@@ -209,7 +209,7 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// Converts four fields, the first of which begins at `start`. False when one of them is not plain.
+/// Converts four fields. The first one begins at `start`. False when one of them is not plain.
 template <class Number>
 VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint32_t* ends,
                                Number* out) {
@@ -226,8 +226,9 @@ VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint3
   return shape.isPlain && storeGroup(group, lengths, shape, out);
 }
 
-/// Converts fields of a chunk, from number `begin` on, which begins at `start`, as long as the
-/// groups are plain. The loop calls no function, so its constants stay in registers.
+/// Converts the fields of a chunk in groups, as long as the groups are plain. `begin` is the index
+/// of the first field, and `start` its first character. The loop calls no function, so its
+/// constants stay in registers.
 template <class Number>
 VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, size_t begin,
                                      size_t end, const char* start, Number* out) {
@@ -240,8 +241,8 @@ VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, s
   return {start, i};
 }
 
-/// Converts the first `count` fields of a chunk, a multiple of GROUP, up to the first one that the
-/// SSE4.1 kernel does not convert either.
+/// Converts the first `count` fields of a chunk, or as many as the AVX2 and SSE4.1 kernels accept.
+/// `count` is a multiple of GROUP.
 template <class Number>
 VSA_AVX2_INLINE NumberRun readChunk(const char* chunk, const FieldEnds& ends, size_t count,
                                     const char* limit, Number* out) {

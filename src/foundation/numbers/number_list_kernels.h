@@ -1,6 +1,6 @@
 // The kernels of readNumberRun, one for each kind of processor. Internal. A kernel converts plain
-// fields only; number_list.cpp keeps it away from the end of the list and converts all other fields
-// by number_text.
+// fields only; number_list.cpp calls it only for fields far enough from the end of the list, and
+// converts all other fields by number_text.
 #pragma once
 
 #include <cstddef>
@@ -24,23 +24,23 @@ namespace zn::numbers {
 template <class Number>
 using NumberKernel = NumberRun (*)(const char* at, const char* limit, Number* out, size_t capacity);
 
-/// The kernel for every processor: eight digits a step in a 64-bit word.
+/// The kernel for every processor: eight digits per step in a 64-bit word.
 template <class Number>
 NumberRun readFieldsPortably(const char* at, const char* limit, Number* out, size_t capacity);
 
 #if VSA_HAS_SSE41_KERNEL
-/// The kernel for SSE4.1: sixteen characters a step. Requires cpuHasSse41().
+/// The kernel for SSE4.1: sixteen characters per step. Requires cpuHasSse41().
 template <class Number>
 NumberRun readFieldsSse41(const char* at, const char* limit, Number* out, size_t capacity);
 #endif
 
 #if VSA_HAS_AVX2_KERNEL
-/// The types with a kernel for AVX2: those of long lists.
+/// The types with a kernel for AVX2. Long lists mostly have these types.
 template <class Number>
 inline constexpr bool HAS_AVX2_KERNEL = std::is_same_v<Number, float> ||
                                         (std::is_integral_v<Number> && sizeof(Number) == 4);
 
-/// The kernel for AVX2: four fields a step. Requires cpuHasAvx2().
+/// The kernel for AVX2: four fields per step. Requires cpuHasAvx2().
 template <class Number>
 NumberRun readFieldsAvx2(const char* at, const char* limit, Number* out, size_t capacity);
 #endif

@@ -2,7 +2,7 @@
 // it. Comparisons find its end and its point, shuffles move its last digit to the last byte and
 // close the gap of the point, and three multiply-adds combine the sixteen digits into one integer.
 // None of this depends on the length of the number, so mixed lengths mispredict no branch. Longer
-// doubles take two loads. Other fields are rarer and go to the portable kernel.
+// doubles take two loads. All other fields are rare and are converted by the portable kernel.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL
@@ -153,7 +153,7 @@ VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out
   const bool fifteen = inTail != 0;  // a point takes a digit's place
   if (high >= (fifteen ? 10000u : 1000u)) return nullptr;
   const uint64_t digits = high * (fifteen ? 1000000000000000u : 10000000000000000u) + low;
-  // Digits above 2^53 are as frequent as others: one method for both, without a branch.
+  // Values above 2^53 are as frequent as others, so one method converts both, without a branch.
   double value;
   if (digits == 0 || !doubleByProduct(digits, shape.exponent(), value)) return nullptr;
   if constexpr (std::is_same_v<Real, float>) {
@@ -219,7 +219,8 @@ VSA_SSE41 NumberRun readFields(const char* at, const char* limit, Number* out, s
 
 }  // namespace
 
-// The header cannot name the instruction set, so this is a function of its own.
+// A separate function, because the declaration in the header has no attribute for the instruction
+// set.
 template <class Number>
 NumberRun readFieldsSse41(const char* at, const char* limit, Number* out, size_t capacity) {
   return readFields(at, limit, out, capacity);

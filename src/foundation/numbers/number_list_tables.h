@@ -5,7 +5,7 @@
 
 namespace zn::numbers {
 
-inline constexpr int BLOCK = 16;  // characters a load
+inline constexpr int BLOCK = 16;  // characters per load
 
 /// Shuffles that move the first n of sixteen bytes to the end, with zeros before them: load at
 /// RIGHT_ALIGN + n.

@@ -15,8 +15,8 @@ namespace {
 constexpr std::uint32_t TEN_TO_8 = 100'000'000;
 constexpr std::uint64_t ASCII_ZEROS = 0x3030303030303030;
 
-/// The eight decimal digits of a number below 10^8, a digit a byte, the first one lowest. Splits
-/// the number into halves three times; one multiplication splits all parts of a step.
+/// The eight decimal digits of a number below 10^8, one per byte. The first digit is in the lowest
+/// byte. Splits the number into halves three times; one multiplication splits all parts of a step.
 std::uint64_t eightDigits(std::uint32_t number) {
   const std::uint64_t upper = number / 10000;
   const std::uint64_t fours = upper | (number - upper * 10000) << 32;
@@ -35,7 +35,7 @@ void storeWord(char* to, std::uint64_t word) {
 }
 
 // Significant digits: the first one, which is not zero, followed by one or two words of eight
-// digits, the first one lowest. Unused digits at the end are zeros.
+// digits. The first digit of a word is in its lowest byte. Unused digits at the end are zeros.
 
 struct NineDigits {
   std::uint64_t first;
@@ -95,7 +95,7 @@ VSA_WRAPS_AROUND SeventeenDigits seventeenDigits(std::uint64_t number) {
   const std::uint64_t upper = number / TEN_TO_8;
   const std::uint64_t last = eightDigits(static_cast<std::uint32_t>(number - upper * TEN_TO_8));
   const NineDigits front = nineDigits(static_cast<std::uint32_t>(upper));
-  // Moves the last word up to the digits of the front.
+  // Shifts the last word so that its digits follow those of `front`.
   const int bits = 8 * (9 - front.total);
   if (bits == 0) return {front.first, {front.word, last}, 17};
   return {front.first, {front.word | last << (64 - bits), last >> bits}, front.total + 8};

@@ -24,7 +24,7 @@ using numbers::MAX_DIGITS;
 /// Larger exponents count as this one: no text has enough digits to compensate it.
 constexpr int64_t MAX_EXPONENT = 100'000'000'000'000'000;
 
-/// The characters that are not read yet.
+/// The characters that remain to be read.
 struct Text {
   const char* at;
   const char* end;
@@ -103,7 +103,7 @@ bool parseMagnitude(Text text, Magnitude& out) {
 struct Decimal {
   bool negative = false;
   bool isExact = true;
-  int digitCount = 0;  // of `digits`, from the first one that is not zero
+  int digitCount = 0;  // the number of digits from the first one that is not zero
   uint64_t digits = 0;
   int64_t exponent = 0;
   Text mantissa{};  // digits and point
@@ -158,8 +158,8 @@ bool parseInfinityOrNan(Text text, Real& out) {
   return true;
 }
 
-/// All digits that can influence a double and an exponent, in a text of bounded length: 767 digits
-/// decide, and one more says whether others follow.
+/// A text of bounded length with an exponent and all digits that can influence a double: at most
+/// 767, and one more that says whether other digits follow.
 class PlainDecimal {
  public:
   /// `order` is that of the value: 10^(order - 1) <= value < 10^order.
@@ -200,7 +200,7 @@ bool realFromLongDecimal(const Decimal& decimal, Real& out) {
   const PlainDecimal plain(decimal.mantissa, order);
   Real value = 0;
   const std::errc error = std::from_chars(plain.begin(), plain.end(), value).ec;
-  if (error == std::errc::result_out_of_range) return order <= 0;  // too small gives the zero
+  if (error == std::errc::result_out_of_range) return order <= 0;  // if too small, `value` is zero
   if (std::isinf(value)) return false;
   out = value;
   return true;

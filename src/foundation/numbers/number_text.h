@@ -29,7 +29,7 @@ bool integerFromText(const char* first, const char* last, Integer& out);
 bool realFromText(const char* first, const char* last, float& out);
 bool realFromText(const char* first, const char* last, double& out);
 
-/// The one of the two for this type.
+/// Calls the function above for the type.
 template <class Number>
 bool numberFromText(const char* first, const char* last, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {

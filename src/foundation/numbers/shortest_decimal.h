@@ -59,8 +59,8 @@ struct RealLayout<float> {
     return FLOAT_POWERS[static_cast<std::size_t>(exponent - MIN_FLOAT_POWER)];
   }
 
-  /// The upper bits of power * factor, with the lowest bit set if the others are more than the
-  /// error of the power, which is rounded up.
+  /// The upper bits of power * factor, with the lowest bit set if the remaining bits exceed the
+  /// error of `power`, which is rounded up.
   VSA_WRAPS_AROUND static Bits roundedToOdd(std::uint64_t power, Bits factor) {
     const detail::Wide product = detail::multiply(power, factor);
     return static_cast<Bits>(product.high) | static_cast<Bits>((product.low >> 32) > 1);
@@ -125,14 +125,14 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
       factor, static_cast<Bits>((middle - 2 + (isLowerNearer ? 1 : 0)) << shift));
   const Bits value = Layout::roundedToOdd(factor, static_cast<Bits>(middle << shift));
   const Bits upperEnd = Layout::roundedToOdd(factor, static_cast<Bits>((middle + 2) << shift));
-  // The ends belong to the interval where reading rounds them to this real: ties go to even.
+  // The ends of the interval are in it if a reader rounds them to this real: ties go to even.
   const Bits isOdd = mantissa & 1;
   const Bits lower = lowerEnd + isOdd;
   const Bits upper = upperEnd - isOdd;
 
-  // One digit fewer, if exactly one such decimal is in the interval. Otherwise the decimal below
-  // the real or the one above: the one in the interval, or the nearer one if both are. Without
-  // branches, because they would be unpredictable: 15 ns a float, 22 ns with branches.
+  // Removes the last digit if exactly one such decimal is in the interval. Otherwise selects the
+  // decimal below or above the real: the one in the interval, or the nearer one if both are in it.
+  // Branch-free, because the branches would be unpredictable: 15 ns per float, 22 ns with branches.
   const Bits digits = value / 4;
   const Bits shorter = digits / 10;
   const bool isBelowInside = lower <= shorter * 40;

@@ -1,5 +1,5 @@
-// String::unescape: replaces escape sequences by the characters they stand for. UTF-16 code units
-// are escaped as in JSON (RFC 8259) and written as UTF-8 (RFC 3629).
+// String::unescape: replaces each escape sequence by the character that it represents. UTF-16 code
+// units are escaped as in JSON (RFC 8259) and written as UTF-8 (RFC 3629).
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -73,7 +73,7 @@ char* appendUtf8(char* to, unsigned code) {
 }
 
 // Reads a \u sequence, or a pair of them, at `at`. Returns the number of characters read; 0 when it
-// does not stand for a character.
+// does not represent a character.
 int unicodeEscape(const char* at, const char* end, char*& to) {
   const unsigned unit = codeUnit(at, end);
   if (unit == NO_UNIT || unit == 0) return 0;
@@ -123,8 +123,8 @@ std::size_t copyPlain(const char* at, const char* end, char* to) {
 
 }  // namespace
 
-// Most characters stand for themselves and are copied up to the next backslash. No sequence is
-// shorter than its result, so the rest of the text always fits into the rest of `out`.
+// Copies the characters up to the next backslash, then decodes its escape sequence. No sequence is
+// shorter than its result, so the rest of the text always fits into the rest of the output.
 char* unescapePiece(const char*& at, const char* stop, const char* end, char* to) noexcept {
   while (at < stop) {
     const std::size_t plain = copyPlain(at, stop, to);

@@ -1,6 +1,6 @@
-// Formatting by the conventions of printf, of any length. A plain %s is appended here, since the C
-// library counts in int; every other conversion is passed to the C library, one at a time. %n is
-// unknown, so no format can write to memory.
+// Formatting by the conventions of printf, of any length. A plain %s is appended without the C
+// library, whose lengths have type int. Every other conversion is passed to the C library, one at a
+// time. %n is unknown, so no format can write to memory.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -164,7 +164,7 @@ class Formatter {
         return print(va_arg(arguments_.list, long long));
       case Length::Size:
         return print(va_arg(arguments_.list, std::size_t));
-      // On some systems PtrDiff is this type, too.
+      // On some systems ptrdiff_t is this type.
       case Length::IntMax:  // NOLINT(bugprone-branch-clone)
         return print(va_arg(arguments_.list, std::intmax_t));
       case Length::PtrDiff:
@@ -189,7 +189,7 @@ class Formatter {
   }
 #pragma GCC diagnostic pop
 
-  // Reserves a few characters more: the rest of a format is mostly short.
+  // Reserves a few characters more than needed: the rest of a format is usually short.
   void append(std::string_view piece) {
     if (piece.empty()) return;
     text_.reserveAdditional(piece.size() + SPARE);

@@ -1,7 +1,7 @@
 // The hash of a text: multiply and fold (the mixing step of wyhash, public domain), eight
-// characters a step, keyed by numbers drawn once a process. Texts that collide in one process do
-// not in the next, so no file can be made of names that all collide, except names that differ in
-// their last character only: there are at most some 190 of those.
+// characters per step, with a random key that is created once per process. Texts that collide in
+// one process do not collide in another, so nobody can write a file whose names all collide. Names
+// that differ in their last character only are an exception: at most some 190 of them can exist.
 #include <chrono>
 #include <cstdint>
 

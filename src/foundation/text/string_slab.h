@@ -14,8 +14,8 @@ namespace zn {
 
 namespace detail {
 
-/// The header of a slab; buffers follow. It is freed with the last of them, once its StringSlabs
-/// does not need it any more.
+/// The header of a slab; buffers follow. The slab is freed when it has no buffers and no
+/// StringSlabs uses it.
 class StringSlab {
  public:
   /// A slab of `bytes` in all, with one user: its StringSlabs. Throws std::bad_alloc.
@@ -38,7 +38,7 @@ class StringSlab {
 
 }  // namespace detail
 
-/// Creates such texts. They are valid as long as any other String.
+/// Creates Strings in slabs. A String keeps its slab in memory, so it may outlive this object.
 class StringSlabs {
  public:
   StringSlabs() = default;
@@ -55,15 +55,15 @@ class StringSlabs {
   // host may send one statement at a time.
   static constexpr std::uint32_t MIN_SLAB_BYTES = 256;
   static constexpr std::uint32_t MAX_SLAB_BYTES = 16384;
-  // A longer buffer is allocated on its own.
+  // A longer buffer has its own allocation.
   static constexpr std::uint32_t MAX_BUFFER_BYTES = MAX_SLAB_BYTES / 16;
 
   void addSlab(std::uint32_t wanted);
   void finish() noexcept;
 
   detail::StringSlab* slab_ = nullptr;  // the current one
-  std::uint32_t used_ = 0;              // bytes of it, with its header
-  std::uint32_t size_ = 0;              // bytes of it in all
+  std::uint32_t used_ = 0;              // bytes used in the current slab, including its header
+  std::uint32_t size_ = 0;              // size of the current slab in bytes
 };
 
 }  // namespace zn

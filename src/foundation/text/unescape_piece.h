@@ -3,9 +3,9 @@
 
 namespace zn {
 
-/// Unescapes the text up to `end` from `at` on, up to `stop` or to the end of the escape sequence
-/// that goes beyond it. Moves `at` behind what was read and returns the end of the output, which
-/// begins at `to` and is no longer than what was read.
+/// Unescapes the text [at, end), up to `stop`, or to the end of an escape sequence that crosses
+/// `stop`. Advances `at` past the characters read. Writes the output to `to` and returns its end.
+/// The output is no longer than the characters read.
 char* unescapePiece(const char*& at, const char* stop, const char* end, char* to) noexcept;
 
 }  // namespace zn
