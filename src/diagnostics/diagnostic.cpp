@@ -13,9 +13,10 @@ namespace zn::korvo_sdk {
 namespace {
 
 thread_local DiagnosticSink* threadSink = nullptr;
-thread_local const ScopedReadingSinks* reading = nullptr;  // whose sinks are installed
+thread_local const ScopedReadingSinks* reading = nullptr;  // the reading whose sinks are installed
 
-// A sink that was installed later gets lines, too.
+// Lines are logged if no reading runs, or if another diagnostic sink was installed after the record
+// sink of the reading.
 bool hasLines() {
   return reading == nullptr || threadSink != &reading->records();
 }
@@ -24,7 +25,7 @@ LogLevel levelOf(Severity severity) {
   return severity == Severity::Warning ? LogLevel::Warning : LogLevel::Error;
 }
 
-// The log line up to the first NUL, where the text of an exception ends.
+// The text of the exception: the log line up to its first NUL.
 String whatOf(const Diagnostic& diagnostic) {
   return String(diagnostic.logLine().buf());
 }
@@ -125,7 +126,8 @@ String positionedLine(const String& kind, std::int32_t line, std::int32_t column
   return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
 }
 
-// The format is a row's, which the compiler has compared with its arguments (see emitter.h).
+// The format is that of a row. The compiler has checked it against the argument types (see
+// emitter.h).
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 String formatMessage(const char* format, ...) {

@@ -95,7 +95,7 @@ class Emitter {
     throw DiagnosticError(record(message.id, arguments...));
   }
 
-  /// The same for a message without arguments that is chosen at run time.
+  /// The same for a message without arguments whose id is known at run time only.
   [[noreturn]] void fatalWithoutArguments(DiagnosticId id) const {
     throw DiagnosticError(record(id));
   }

@@ -1,4 +1,4 @@
-// The sinks of a reading that keeps records and needs no log lines. Internal.
+// The sinks of a reading that stores records and needs no log lines. Internal.
 #pragma once
 
 #include <vsa/diagnostics/diagnostic.h>
@@ -10,14 +10,15 @@ namespace zn::korvo_sdk {
 /// handled like those of a log sink.
 class RecordSink : public DiagnosticSink {
  public:
-  /// Asked before the text of a record is made that does not stop the parse. False: the sink has
-  /// counted the record and does not want it. Its text may quote a path of any length.
+  /// Called before a record that does not stop the parse is formatted. Returns false if the sink
+  /// has counted the record and drops it. Formatting it could take long, because it may quote a
+  /// path of any length.
   virtual bool wants(DiagnosticId id) = 0;
 };
 
-/// Installs the sinks of a reading for the current thread: one for records, one for what the host's
-/// scene logs. The destructor restores the previous ones. Destroy the objects of this header on the
-/// thread that created them, in reverse order of creation.
+/// Installs the sinks of a reading for the current thread: one for records, one for messages that
+/// the host's scene logs. The destructor restores the previous ones. Destroy the objects of this
+/// header on the thread that created them, in reverse order of creation.
 class ScopedReadingSinks {
  public:
   ScopedReadingSinks(RecordSink& records, LogSink& lines) noexcept;
@@ -32,13 +33,14 @@ class ScopedReadingSinks {
 
   RecordSink& records_;
   LogSink& lines_;
-  const ScopedReadingSinks* const outer_;  // of a reading that this one is nested in
+  const ScopedReadingSinks* const outer_;  // the enclosing reading, or null
   DiagnosticSink* const previousRecords_;
   LogSink* const previousLines_;
 };
 
-/// Installs the host's sinks: those that the thread had before its readings began, or has installed
-/// since. Does nothing if no reading runs. The destructor restores the previous ones.
+/// Installs the sinks of the host: those that were installed before the outermost reading began, or
+/// that the host has installed since. Does nothing if no reading runs. The destructor restores
+/// the previous ones.
 class ScopedHostSinks {
  public:
   ScopedHostSinks() noexcept;
@@ -52,7 +54,7 @@ class ScopedHostSinks {
   LogSink* previousLines_ = nullptr;
 };
 
-/// Whether the reading of this thread wants a record of that kind; true if no reading runs.
+/// The result of RecordSink::wants for the reading of this thread; true if no reading runs.
 bool isWanted(DiagnosticId id);
 
 }  // namespace zn::korvo_sdk
