@@ -1,4 +1,4 @@
-// One row a type: its display name and its number of real components.
+// The table of attribute types, one row per type: display name and number of real components.
 #include <vsa/scene/attr_type.h>
 
 namespace zn::korvo_sdk {

@@ -1,5 +1,5 @@
-// One row a type: its display name, its component type, its number of components and whether texts
-// have buffers of it.
+// The table of data types, one row per type: display name, component type, number of components,
+// and whether a text can contain buffers of the type.
 #include <vsa/scene/data_type.h>
 
 namespace zn::korvo_sdk {

@@ -1,4 +1,4 @@
-// The version and the time that a comment of a file contains. Internal.
+// Finds the file's version or time in a comment. Internal.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,8 @@
 
 namespace zn::korvo_sdk {
 
-/// Whether `word` occurs directly before a ":". Searches for colons first: comments have few.
+/// Whether `word` occurs directly before a ":". Searches for colons first, because few comments
+/// have one.
 inline bool hasKey(std::string_view comment, std::string_view word) noexcept {
   for (std::size_t at = comment.find(':'); at != std::string_view::npos;
        at = comment.find(':', at + 1)) {

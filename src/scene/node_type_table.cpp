@@ -1,5 +1,5 @@
-// The table of declared node types. A look-up takes a shared lock. While the table is empty, as in
-// most programs, a look-up takes no lock.
+// The table of declared node types. A look-up takes a shared lock. A look-up in an empty table,
+// which most programs have, takes no lock.
 #include "scene/node_type_table.h"
 
 #include <atomic>
@@ -13,7 +13,7 @@ namespace {
 
 using TypePointer = std::shared_ptr<const DeclaredType>;
 
-// Not a member of the table, because reading it must not allocate the table.
+// Not a member of the table, so that reading it does not create the table.
 constinit std::atomic<bool> isTableEmpty{true};
 
 class NodeTypeTable {

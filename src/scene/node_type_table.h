@@ -1,5 +1,5 @@
-// The process-wide table of declared node types, as the scene model looks it up. Hosts use
-// node_type.h and name_update.h. Internal.
+// The process-wide table of declared node types, for the scene model. Hosts use node_type.h and
+// name_update.h. Internal.
 #pragma once
 
 #include <map>
@@ -46,7 +46,7 @@ class DeclaredType {
   /// The input of that name, or null.
   const DeclaredInput* input(std::string_view name) const;
   bool hasOutput(std::string_view name) const { return outputs_.count(name) != 0; }
-  /// The current name for a former one, or null.
+  /// The current name of the input with this former name, or null.
   const std::string* currentInput(std::string_view former) const;
   const std::string* currentOutput(std::string_view former) const;
 

@@ -1,5 +1,5 @@
-// Checks for NaNs that a text cannot carry. The reader converts "nan" and "-nan" to the quiet NaN
-// of that sign with payload 0, so a text has no other NaN. Internal.
+// Checks for NaNs that a text cannot represent. The reader converts "nan" and "-nan" to the quiet
+// NaN of that sign with payload 0, so a text has no other NaN. Internal.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace zn::korvo_sdk {
 
-/// Whether the number is a NaN that a text cannot carry.
+/// Whether the number is a NaN that a text cannot represent.
 bool isOtherNan(double number) noexcept;
 
 /// Whether one of the numbers is such a NaN.

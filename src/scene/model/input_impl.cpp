@@ -131,7 +131,7 @@ void InputImpl::appendElement() {
   SceneLimits::checkElementCount(*this, index);
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
-  list.inputs.push_back(nullptr);  // first, so that the list cannot fail to store the new element
+  list.inputs.push_back(nullptr);  // before the element is created, so that storing it cannot fail
   try {
     list.inputs[index] =
         &scene.inputs.make(this, String(), static_cast<std::uint32_t>(index), list.type);

@@ -36,7 +36,7 @@ class InputImpl final : public Input {
     return isNodeInput_ && parent_.node == &node;
   }
   bool isRemoved() const noexcept { return isRemoved_; }
-  /// Marks the input as removed from its node, array or object, and frees its value.
+  /// Marks the input as removed and frees its value. The caller removes it from its list.
   void remove() noexcept;
   void clearValue() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
@@ -118,7 +118,7 @@ class InputImpl final : public Input {
   Value value_;
   union {
     std::uint32_t index_;    // of an element
-    std::uint32_t nameTag_;  // the low bits of the name's hash: a look-up reads no other names
+    std::uint32_t nameTag_;  // the low bits of the name's hash, compared before the names
   };
   std::uint16_t level_;
   std::uint8_t type_;  // an AttrType

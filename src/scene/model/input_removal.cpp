@@ -31,8 +31,8 @@ void InputImpl::remove() noexcept {
   clearValue();
 }
 
-// Depth first and without recursion, because inputs may nest 65,535 levels: removes the last child
-// of an input until it has none.
+// Removes the last child of each input until none is left, depth first. Does not recurse, because
+// inputs may nest 65,535 levels.
 void InputImpl::clearValue() noexcept {
   InputImpl* input = this;
   while (true) {

@@ -93,7 +93,7 @@ void InputImpl::assignBuffer(const BufferValue& buffer, bool fits) {
   std::unique_ptr<unsigned char, decltype(&std::free)> memory(buffer.memory, &std::free);
   if (!fits) return;
   setBuffer(buffer);
-  static_cast<void>(memory.release());  // the input owns it now
+  static_cast<void>(memory.release());  // owned by the input
 }
 
 // Takes ownership of the buffer's memory.

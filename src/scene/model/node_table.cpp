@@ -15,14 +15,14 @@ inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name
   return found;
 }
 
-// Prefetches the first node whose name has the same tag: mostly the node of that name.
+// Prefetches the first node whose name has the same tag. This is usually the node of that name.
 void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   const std::uint64_t position = index_.find(nameHash, [](std::uint64_t) { return true; });
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);
 }
 
-// A node that is found is not cached: the resolution of links looks all nodes up, with names whose
-// memory it reuses.
+// Does not cache a node that is found: the resolution of links looks up many different nodes, and
+// reuses the memory of their names.
 NodeImpl* NodeTable::find(const String& name) {
   if (name == lastName_) return last_;
   NodeImpl* const found = look(name.hash(), InlineName::Key(name));

@@ -27,7 +27,7 @@ class NodeTable final : public NodePrefetch {
 
   /// The node of that name, or null.
   NodeImpl* find(const String& name);
-  /// The same without a String and without caching the answer, so that several threads may call it.
+  /// The same without a String and without caching the result, so that several threads may call it.
   NodeImpl* lookUp(std::string_view name) const noexcept;
   /// Creates a node. Returns null if the name exists. Throws std::bad_alloc; then nothing has
   /// changed.
@@ -46,7 +46,7 @@ class NodeTable final : public NodePrefetch {
   Slabs<NodeImpl, SceneStorage> nodes_;
   ds::HashIndex index_;  // of the nodes that were not removed
   // The name that was missing, created or removed last, and its node, or null. The statements after
-  // a declaration are mostly about its node, and a creation follows a look-up of the same name
+  // a declaration usually refer to its node, and a creation follows a look-up of the same name
   // (nodes 100k, with the resolution of short paths: 4 % of the instructions).
   String lastName_;
   NodeImpl* last_ = nullptr;

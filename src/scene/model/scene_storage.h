@@ -1,5 +1,5 @@
-// SceneStorage: everything that a Scene owns. Nodes, inputs and outputs find it from their own
-// addresses, see Slabs. Internal.
+// SceneStorage: everything that a Scene owns. Nodes, inputs and outputs compute its address from
+// their own addresses, see Slabs. Internal.
 #pragma once
 
 #include <cstdint>
@@ -28,10 +28,10 @@ struct SceneStorage {
   explicit SceneStorage(Scene* owner) noexcept : scene(owner) {}
 
   Scene* const scene;
-  SmallBlockPool pool;  // declared first, so destroyed last: the lists use its memory
+  SmallBlockPool pool;  // declared first, so that it is destroyed last: the lists use its memory
   NodeTable nodes{this};
   Slabs<InputImpl, SceneStorage> inputs{this};
-  // Except the first output of each node, which is a member of the node.
+  // The first output of each node is a member of the node and not stored here.
   Slabs<OutputImpl, SceneStorage> outputs{this};
   OutputNames outputNames;
   SceneLimits limits;

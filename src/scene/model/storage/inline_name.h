@@ -73,7 +73,7 @@ class InlineName {
     String text;
   };
 
-  // A number whose bytes are in memory from the lowest to the highest.
+  // `number` with its bytes in little-endian order.
   static std::uint64_t inMemoryOrder(std::uint64_t number) noexcept {
     return detail::loadLittleEndian(&number);
   }

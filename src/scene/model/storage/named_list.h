@@ -19,8 +19,8 @@ namespace zn::korvo_sdk {
 
 /// A list of pointers to objects that belong to the scene. T has a function `name()`.
 ///
-/// The list itself takes 16 bytes, so that a node fits into a cache line. Its memory comes from the
-/// pool up to SmallBlockPool::MAX_BYTES and from malloc above:
+/// The list itself takes 16 bytes, so that a node fits into a cache line. A block of up to
+/// SmallBlockPool::MAX_BYTES comes from the pool, a larger one from malloc:
 ///
 ///   | capacity          | content                                |
 ///   | up to MAX_SCANNED | the pointers                           |
@@ -78,8 +78,8 @@ class NamedList {
     items_[count_++] = object;
   }
 
-  /// Removes the i-th object; `i` is below `count`. The last one in constant time, any other in
-  /// time proportional to the list.
+  /// Removes the i-th object; `i` is below `count`. Takes constant time for the last object, and
+  /// time proportional to the list for any other.
   void remove(std::uint64_t i) noexcept {
     if (hasIndex(capacity_)) {
       index()->erase(items_[i]->name().hash(), i);

@@ -12,8 +12,8 @@ namespace zn::korvo_sdk {
 
 class OutputNames {
  public:
-  /// The number of a name; a new name is added. Throws std::bad_alloc and, past 2^32 - 1 names,
-  /// std::length_error; then nothing has changed.
+  /// The number of a name. Adds the name if it is new. Throws std::bad_alloc and, past 2^32 - 1
+  /// names, std::length_error; then nothing has changed.
   std::uint32_t numberOf(const String& name) {
     if (last_ < names_.size && names_[last_] == name) return last_;
     const auto isNamed = [&](std::uint64_t i) { return names_[i] == name; };

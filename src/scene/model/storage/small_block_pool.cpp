@@ -6,9 +6,9 @@ SmallBlockPool::~SmallBlockPool() {
   for (void* const chunk : chunks_) ::operator delete(chunk);
 }
 
-// The rest of the last chunk is wasted: less than MAX_BYTES of 64 KiB.
+// Wastes the rest of the last chunk, which is less than MAX_BYTES of its 64 KiB.
 void SmallBlockPool::addChunk() {
-  chunks_.push_back(nullptr);  // first, so that a chunk cannot be leaked
+  chunks_.push_back(nullptr);  // before the allocation, so that storing the chunk cannot fail
   try {
     chunks_[chunks_.size - 1] = ::operator new(CHUNK_BYTES);
   } catch (...) {

@@ -1,5 +1,5 @@
 // SmallBlockPool: memory for the short lists, tuples and strings of a scene. A scene has millions
-// of them. Blocks from large chunks save an allocation and a header each.
+// of them. Cutting blocks from large chunks saves an allocation and a header for each block.
 #pragma once
 
 #include <algorithm>
@@ -26,9 +26,10 @@ class VSA_API SmallBlockPool {
   SmallBlockPool& operator=(const SmallBlockPool&) = delete;
   ~SmallBlockPool();
 
-  /// The size class of `bytes`: the bytes that a block for them takes. There are eight classes
-  /// between two powers of two. A list that grows step by step deallocates a block of each class on
-  /// the way. With eight classes, these take at most some twelve times its final size.
+  /// The size class of `bytes`: the size of the block that is allocated for them. There are eight
+  /// classes between two powers of two. A list that grows step by step deallocates one block of
+  /// each smaller class. With eight classes, these blocks take at most some twelve times the final
+  /// size of the list.
   static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
     const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);
     return (bytes + step - 1) & ~(step - 1);  // step is a power of two
