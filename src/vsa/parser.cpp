@@ -82,7 +82,7 @@ void VsaParser::resolveReferences() {
   LinkResolver(sceneOrNone(), session).resolveReferences(references);
 }
 
-// Without a scene, nothing is found or created.
+// The parser's scene; if it has none, a scene without nodes.
 interfaces::IScene& VsaParser::sceneOrNone() const {
   return scene != nullptr ? *scene : noScene();
 }
@@ -105,9 +105,9 @@ void VsaParser::advance() {
     slot = current;
     throw;
   }
-  // Copy member by member: line and column were written by two stores, and one load of both would
-  // stall until the stores complete.
-  // NOLINTNEXTLINE(bugprone-use-after-move): every member is assigned
+  // Copies member by member: line and column were written by two stores, and one load of both would
+  // stall until both stores complete. NOLINTNEXTLINE(bugprone-use-after-move): every member is
+  // assigned
   slot.type = lastLexed.type;
   slot.line = lastLexed.line;
   slot.text = lastLexed.text;

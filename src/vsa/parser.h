@@ -1,8 +1,8 @@
 // VsaParser: tokens to statements, statements to the scene. Internal.
 //
 // A grammar function returns false and consumes nothing when the next tokens do not match its
-// production. It throws DiagnosticError when the tokens match at first and then turn out malformed.
-// Only `parse` catches that.
+// production. It throws DiagnosticError when the first tokens match and a later one does not. Only
+// `parse` catches that.
 #pragma once
 
 #include <cstdarg>
@@ -102,7 +102,7 @@ class VsaParser {
   bool buffer(AssignInfo& info);
   bool parseElem(const String& text, DataType type, unsigned char* out);
 
-  // parser.cpp: a LinkResolver does the work (apply/links).
+  // parser.cpp: the calls of LinkResolver (apply/links).
 
   void resolveConnections();
   void resolveReferences();
@@ -161,7 +161,7 @@ class VsaParser {
   bool tuple(AssignInfo& info);
   INode* targetNode(std::span<const Token> path);
   TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
-  void takeNode(std::uint64_t nameBytes) const;
+  void chargeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;
   char* takeString(std::string_view literal) const;
 
@@ -169,7 +169,7 @@ class VsaParser {
   Emitter emitter() const { return {current.line, current.column}; }
 
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
-  SimpleStatement simple_;       // the same without tokens
+  SimpleStatement simple_;       // the current simple statement
   TypedElements typedElements_;  // for the arrays of this text
 };
 

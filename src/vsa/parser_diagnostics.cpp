@@ -31,7 +31,8 @@ void VsaParser::internalError(const String& kind, const char* format, va_list ar
       diagnostic_detail::positionedLine(kind, current.line, current.column, message).buf());
 }
 
-// The token's text is the complete message. The parser itself throws the record of the lexer.
+// The token's text is the complete message. Not called by the parser, which throws the record of
+// the lexer.
 void VsaParser::tokenError(const Token& invalid) {
   throw std::runtime_error(invalid.text.buf());
 }

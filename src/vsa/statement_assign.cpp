@@ -50,10 +50,10 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-// Before a link from `input` is stored: the place that messages about it have.
+// Called before a link of `input` is stored. Returns the position for messages about the link.
 TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
   if (session == nullptr) return {};
-  session->takeLink(input, sourceBytes);
+  session->chargeLink(input, sourceBytes);
   return session->statement();
 }
 

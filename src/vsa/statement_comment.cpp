@@ -41,7 +41,7 @@ void VsaParser::recordComment(const String& comment) {
   } else if (setsTime(comment.view())) {
     setTime(sceneOrNone(), comment);
   }
-  if (session != nullptr) session->takeText(comment.len());
+  if (session != nullptr) session->chargeText(comment.len());
   sceneOrNone().pushFileComment(comment);
 }
 

@@ -60,7 +60,7 @@ bool VsaParser::parseDefine() {
   if (!define(info)) return false;
   INode* node = sceneOrNone().findNode(info.name.text);
   if (node == nullptr) {
-    takeNode(info.name.text.len());
+    chargeNode(info.name.text.len());
     node = sceneOrNone().defineNode(info.name.text);
     countNode(node);
   }
@@ -68,8 +68,8 @@ bool VsaParser::parseDefine() {
   return true;
 }
 
-void VsaParser::takeNode(std::uint64_t nameBytes) const {
-  if (session != nullptr) session->takeNode(nameBytes);
+void VsaParser::chargeNode(std::uint64_t nameBytes) const {
+  if (session != nullptr) session->chargeNode(nameBytes);
 }
 
 void VsaParser::countNode(const INode* made) const {
@@ -99,7 +99,7 @@ bool VsaParser::parseDeclare() {
 void VsaParser::declareNode(const String& type, const String& name, bool isWith) {
   INode* node = sceneOrNone().findNode(name);
   if (node == nullptr) {
-    takeNode(type.len() + name.len());
+    chargeNode(type.len() + name.len());
     node = sceneOrNone().createNode(type, name, String());
     countNode(node);
   }

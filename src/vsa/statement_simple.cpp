@@ -1,4 +1,4 @@
-// Simple statements: executed from what the scanner recognises, without tokens.
+// Executes the simple statements that the scanner recognises, without tokens.
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/values/value_assigner.h"
 #include "vsa/lex/lexer_fast_path.h"
@@ -9,8 +9,8 @@ namespace zn::korvo_sdk::impl {
 
 using Kind = SimpleStatement::Kind;
 
-// Executes statements up to the first one that is not simple. Meanwhile the ring of tokens is out
-// of date; a scene cannot see it.
+// Executes statements up to the first one that is not simple. Meanwhile the ring of tokens is not
+// updated, which a scene cannot observe.
 void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   try {
@@ -30,12 +30,14 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-// False if the statement may meet a limit before it is applied: the parser then reads its tokens.
+// False if the statement may exceed a limit before it is executed. The parser then reads its
+// tokens.
 bool VsaParser::begin(const SimpleStatement& statement) const {
   return session == nullptr || session->beginSimple(statement, current.line, current.column);
 }
 
-// False if the statement has a value that does not convert: the parser then makes the message.
+// False if the statement has a value that does not convert. The parser then reads its tokens and
+// reports the value.
 bool VsaParser::convertValue(const SimpleStatement& statement) {
   assignment_.clearValue();
   return statement.kind != Kind::Value || convert(statement, assignment_.data);

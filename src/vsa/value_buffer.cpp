@@ -81,7 +81,7 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   if (isTooLarge) cannotAllocate(info, messages);
   info.data.type = AttrType::Buffer;
   info.data.elementType = static_cast<std::int32_t>(type);
-  info.data.payload = {.components = {}};  // a matrix that did not convert may precede
+  info.data.payload = {.components = {}};  // a matrix that did not convert may have set it
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
@@ -107,7 +107,7 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
   if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
-// Asks a session while a text expands.
+// Polls a session while a text is decompressed.
 class SessionObserver final : public RunObserver {
  public:
   explicit SessionObserver(ReadSession& session) : session_(session) {}
@@ -132,7 +132,7 @@ void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* sess
   if (session != nullptr) session->endBuffer(info, length);
 }
 
-// A session is asked each time that a run of this size is converted.
+// The session is polled after each run of this size.
 constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
 
 // First converts every field between blanks and checks that it fits the buffer. Only then reports a
@@ -202,7 +202,7 @@ bool VsaParser::buffer(AssignInfo& info) {
     return true;
   }
   if (buffer.bytes == 0) return true;
-  if (session != nullptr && !session->takeBuffer(info, expandedBytesAtMost(info))) return true;
+  if (session != nullptr && !session->chargeBuffer(info, expandedBytesAtMost(info))) return true;
   allocateElements(info, messages);
   if (session != nullptr) session->hold(buffer.memory, buffer.bytes);
   if (isCompressed(info)) {

@@ -1,5 +1,5 @@
 // Scalar literals: booleans, numbers, strings and typed tuples. Untyped lists are object or array
-// values, and their contents are not parsed.
+// values, whose content is not parsed.
 #include <cstdint>
 #include <string_view>
 
@@ -127,7 +127,7 @@ bool VsaParser::tuple(AssignInfo& info) {
   return convertTuple(type, withoutParens(info.listToken.text.view()), info.data);
 }
 
-// The characters of a string literal, in memory that the record owns.
+// The characters of a string literal, in memory owned by the record.
 char* VsaParser::takeString(std::string_view literal) const {
   if (session != nullptr) session->charge(literal.size());
   char* const characters = copyOfStringValue(literal, session);

@@ -17,7 +17,7 @@ static_assert(sizeof(BufferValue) <= NARROW_COMPONENTS * sizeof(double));
 
 }  // namespace
 
-// Copy first, then move: when the copy throws, the record is unchanged.
+// Copies first, then moves: if the copy throws, the record is unchanged.
 AssignInfo& AssignInfo::operator=(const AssignInfo& other) {
   AssignInfo copy(other);
   return *this = std::move(copy);

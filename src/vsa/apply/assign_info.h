@@ -10,11 +10,11 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The parsed form of one assignment statement. For a link, a PendingLink is kept until the end of
+/// The parsed form of one assignment statement. A link is stored as a PendingLink until the end of
 /// the text.
 ///
-/// Copies share the memory that `data` points to (a string's characters, a buffer's elements). No
-/// record frees it: the scene owns it once the value is assigned.
+/// Copies share the memory that `data` points to (a string's characters, a buffer's elements). The
+/// destructor does not free it. assign() of the scene takes ownership of it.
 struct AssignInfo {
   ds::Vector<Token> targetPath;  ///< The left-hand side, in text order.
   ds::Vector<Token> sourcePath;  ///< Connection: the right-hand side, or the one `null` token.

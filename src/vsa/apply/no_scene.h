@@ -1,11 +1,11 @@
-// A scene that holds nothing and ignores everything. Internal.
+// A scene without nodes, for a parse without a scene. Internal.
 #pragma once
 
 #include <vsa/scene/scene_interface.h>
 
 namespace zn::korvo_sdk::impl {
 
-/// Finds and creates no node. Tests derive scenes from it that differ in one function.
+/// Finds no node and creates none. Tests derive scenes from it and override one function.
 class NoScene : public interfaces::IScene {
  public:
   interfaces::INode* findNode(const String&) override { return nullptr; }
@@ -20,7 +20,7 @@ class NoScene : public interfaces::IScene {
   void clearComments() override {}
 };
 
-/// The one for a parse without a scene.
+/// The scene that the parser uses if it has none.
 interfaces::IScene& noScene();
 
 }  // namespace zn::korvo_sdk::impl

@@ -32,8 +32,8 @@ IInput* PathResolver::resolve() {
   return current_;
 }
 
-// The path of most statements: a node and the name of one input. It makes the same calls as the
-// general path, in one function.
+// Fast path for `node.input`, the path of most statements. It makes the same calls of the scene as
+// the general code.
 IInput* PathResolver::resolveInput() {
   const Token& element = path_.back();
   required_ = {valueType_, AttrType::Null};
@@ -43,7 +43,7 @@ IInput* PathResolver::resolveInput() {
   return current_ = found != nullptr ? found : createInput(element.text);
 }
 
-// Names and indices; the dots between them are skipped.
+// The next name or index of the path, without the dots; null at the end.
 const Token* PathResolver::nextElement() {
   while (position_ < path_.size()) {
     const Token& token = path_[position_++];
@@ -62,7 +62,7 @@ PathResolver::Required PathResolver::required() const {
 // Resolves one element: finds or creates the input of that name. Indices are translated like names.
 IInput* PathResolver::step(const Token& element) {
   const String type = node_.type();
-  // Without declared types there are no former names.
+  // Only declared types have former names.
   if (!anyNodeTypes()) return step(element.text, element);
   return step(updateInputName(type, element.text), element);
 }
@@ -88,7 +88,7 @@ IInput* PathResolver::create(const String& name, const Token& element) {
 
 IInput* PathResolver::createInput(const String& name) {
   const bool isArray = required_.type == AttrType::Array;
-  if (session_ != nullptr) session_->takeInput(name.len());
+  if (session_ != nullptr) session_->chargeInput(name.len());
   if (current_ == nullptr) {
     return isArray ? node_.createArray(name, required_.elementType)
                    : node_.createInput(name, required_.type);
@@ -107,7 +107,7 @@ IInput* PathResolver::elementAt(const String& name, const Token& element) {
   const std::uint64_t index = indexOf(name, element);
   arrayCountBefore_ = array.count();
   for (std::uint64_t count = arrayCountBefore_; count <= index;) {
-    if (session_ != nullptr) session_->takeElement();
+    if (session_ != nullptr) session_->chargeElement();
     array.appendElement();
     const std::uint64_t grown = array.count();
     if (grown <= count) return nullptr;  // the scene added nothing: avoid an endless loop

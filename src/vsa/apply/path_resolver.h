@@ -27,10 +27,10 @@ class PathResolver {
   /// Inputs created before that remain.
   interfaces::IInput* resolve();
 
-  /// After `resolve`: what it returned.
+  /// The result of the last `resolve`.
   interfaces::IInput* input() const noexcept { return current_; }
 
-  /// After `resolve`: the array that the target is an element of, or null.
+  /// After `resolve`: the array that contains the target as an element, or null.
   interfaces::IInput* array() const noexcept { return array_; }
 
   /// After `resolve`: the size of that array before the path appended elements to it.
@@ -40,7 +40,7 @@ class PathResolver {
   // The types that the following path elements require of an input.
   struct Required {
     AttrType type;
-    AttrType elementType;  // of an array
+    AttrType elementType;  // of the elements, if `type` is Array
   };
 
   interfaces::IInput* resolveInput();

@@ -5,7 +5,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-bool ReadSession::takeBuffer(AssignInfo& info, std::uint64_t expandedBytes) {
+bool ReadSession::chargeBuffer(AssignInfo& info, std::uint64_t expandedBytes) {
   const std::uint64_t bytes = info.data.payload.buffer.bytes;
   raisedBytes_ = isDefaultMemory ? std::min(bytes, expandedBytes) : 0;
   raisedBytes_ = std::min(raisedBytes_, Limits::NONE - limits.memory);
@@ -24,7 +24,8 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
   remaining_ += bytes;
 }
 
-// Until the buffer is refused, what it did not expand to may be more than remains.
+// The limit was raised for the largest possible expansion, and the unused part of the raise is
+// subtracted again. It may exceed `remaining_` until the memory of the buffer is returned.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;
@@ -40,8 +41,8 @@ void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   remaining_ -= std::min(notUsed, remaining_);
 }
 
-// By default, buffers leave an eighth of the limit to the rest of the text, so that the reading can
-// go on behind a buffer that is left out.
+// With the default limit, buffers may take seven eighths of it. The rest is for other memory, so
+// that the reading can continue after a buffer that is left out.
 bool ReadSession::admitsBuffer(const AssignInfo& info) {
   const std::uint64_t rest = isDefaultMemory ? limits.memory / 8 : 0;
   const std::uint64_t forBuffers = limits.memory - rest;
@@ -58,7 +59,7 @@ bool ReadSession::admitsBuffer(const AssignInfo& info) {
   return false;
 }
 
-// The input gets a buffer of the type without elements.
+// The input gets an empty buffer of the element type.
 void ReadSession::skipBuffer(AssignInfo& info) {
   BufferValue& buffer = info.data.payload.buffer;
   skippedCount_ = buffer.count;
@@ -66,8 +67,8 @@ void ReadSession::skipBuffer(AssignInfo& info) {
   buffer.bytes = 0;
 }
 
-// A node that is not kept gets values of each type without their memory.
-void ReadSession::handOverMemory(interfaces::IInput& input, AttrData& value) {
+// Values of a node that is not kept keep their type and lose their memory.
+void ReadSession::transferMemory(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
     if (value.type == AttrType::Buffer) {
       value.payload.buffer = {nullptr, 0, 0, value.payload.buffer.type, 0};
@@ -92,7 +93,8 @@ std::uint64_t ReadSession::inputsOnPath() const noexcept {
   return path_[0].type == Token::Type::Dot ? inputs : inputs - 1;
 }
 
-// Without a limit, the count stays at its maximum.
+// Called if `bytes` exceed `remaining_`. Throws, or if there is no limit, raises `remaining_` so
+// that it becomes 0 when the caller subtracts `bytes`.
 void ReadSession::overcharge(std::uint64_t bytes) {
   if (limits.memory != Limits::NONE) exceed(Budget::Memory);
   remaining_ = bytes;

@@ -1,7 +1,7 @@
 // ReadSession: the limits, counts and ownership of one reading through the public API. Internal.
 //
 // The plain entry points attach none: the parser then tests one null pointer for each hook. With a
-// session, the parser calls it before it takes memory and before it hands a value to the scene.
+// session, the parser calls it before it allocates memory and before it assigns a value.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +30,12 @@ struct TextPlace {
 class ReadSession {
  public:
   enum class Budget : std::uint8_t { Nodes, Elements, Depth, Memory };
-  /// Why a buffer is left out: it, or it and those before it, are larger than a limit.
-  enum class Refusal : std::uint8_t { BufferBytes, Memory, BuffersInAll };
+  /// Why a buffer is left out.
+  enum class Refusal : std::uint8_t {
+    BufferBytes,   ///< It is larger than the limit for one buffer.
+    Memory,        ///< It is larger than the remaining memory.
+    BuffersInAll,  ///< All buffers so far and this one are larger than their limit.
+  };
 
   /// Upper bounds. Memory is in bytes, depth in levels of inputs.
   struct Limits {
@@ -57,16 +61,19 @@ class ReadSession {
 
   Limits limits;
   Counts counts;
-  bool skipsBuffers = false;  ///< Buffer literals are described and not converted.
-  bool dropsNodes = false;    ///< Values and links of some nodes are not kept.
-  /// The limit of memory grows by what literals expand to, and bounds the buffers of the text in
-  /// all, replaced ones included: each costs the time to clear its memory.
+  /// Buffer literals are not converted. Their type and count are passed to keepSkipped.
+  bool skipsBuffers = false;
+  /// Values and links of the nodes for which isDroppedNode is true are not kept.
+  bool dropsNodes = false;
+  /// The limit of memory is the default. It grows by the bytes that compressed literals expand to.
+  /// It also bounds the sum of all buffers of the text, replaced ones included, because clearing
+  /// their memory takes time.
   bool isDefaultMemory = false;
 
-  // Where the parser is. For diagnostics.
+  // The position of the parser, for diagnostics.
 
-  /// The token consumed last before the current statement; for a link being resolved, before the
-  /// statement of the link.
+  /// The position of the token before the current statement. During the resolution of a link, of
+  /// the token before the link's statement.
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }
@@ -77,15 +84,17 @@ class ReadSession {
     if (simple_ == nullptr) return assignment_;
     return simple_->isAssignment() ? simpleInfo_ : nullptr;
   }
-  /// Its path; empty if there is none.
+  /// The path of `assignment()`; empty if that is null.
   std::span<const Token> path() const noexcept {
     if (simple_ == nullptr) return path_;
     return simple_->isAssignment() ? simple_->path() : std::span<const Token>();
   }
 
-  // The parser calls these. Those that take memory throw ReadStopped before it is taken.
+  // The parser calls these functions. Those that count memory throw ReadStopped if a limit does not
+  // allow it.
 
-  /// Called twice for a statement that the parser reads again, from its tokens: it counts once.
+  /// Called twice for a simple statement that the parser reads again from its tokens. Counts it
+  /// once.
   void beginStatement(std::int32_t line, std::int32_t column) {
     const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
     if (isAgain) --counts.statements;
@@ -98,16 +107,16 @@ class ReadSession {
     simpleInfo_ = &info;
     remaining_ = limits.memory;
   }
-  /// The same for a simple statement, which was not begun before and stays as it is until the next
-  /// one begins. Returns false, and begins nothing, if it may meet a limit before it calls the
-  /// scene.
+  /// Like beginStatement, for a simple statement. `statement` must not change until the next
+  /// statement begins. Returns false and has no effect if the statement may exceed a limit before
+  /// it calls the scene.
   bool beginSimple(const SimpleStatement& statement, std::int32_t line, std::int32_t column) {
     if (statement.value.size() > remaining_ || limits.depth != Limits::NONE) return false;
     simple_ = &statement;
     countStatement(line, column);
     return true;
   }
-  /// Both stay as they are until the next statement begins.
+  /// `info` and `path` must not change until the next statement begins.
   void beginAssignment(const AssignInfo& info, std::span<const Token> path) {
     assignment_ = &info;
     path_ = path;
@@ -118,7 +127,7 @@ class ReadSession {
     assignment_ = nullptr;
     path_ = {};
   }
-  /// The node that the assignment is for.
+  /// `node` is the node on the left-hand side of the assignment.
   void beginTarget(interfaces::INode& node) {
     if (dropsNodes) isDropped_ = isDroppedNode(node);
   }
@@ -133,72 +142,74 @@ class ReadSession {
     if (++counts.links % LINKS_PER_POLL == 0) poll();
   }
 
-  /// `nameBytes`: of type and name together.
-  void takeNode(std::uint64_t nameBytes) {
+  /// Called before a node is created. `nameBytes`: the size of its type and its name.
+  void chargeNode(std::uint64_t nameBytes) {
     if (counts.nodes >= limits.nodes) exceed(Budget::Nodes);
     charge(NODE_BYTES + nameBytes);
   }
-  void takeInput(std::uint64_t nameBytes) { charge(INPUT_BYTES + nameBytes); }
-  void takeElement() {
+  void chargeInput(std::uint64_t nameBytes) { charge(INPUT_BYTES + nameBytes); }
+  void chargeElement() {
     if (counts.elements >= limits.elements) exceed(Budget::Elements);
     charge(INPUT_BYTES);
     ++counts.elements;
   }
-  /// `sourceBytes`: of the source as it is written.
-  void takeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
+  /// Called before a link is stored. `sourceBytes`: the size of the source in the text.
+  void chargeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
     charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
   }
-  void takeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
-  /// Called when type, count and size of a buffer are known, before its memory is taken. Returns
-  /// whether it may be. If not, the input gets a buffer of the type without elements.
-  /// `expandedBytes`: an upper bound of what its compressed text expands to; 0 for a list.
-  bool takeBuffer(AssignInfo& info, std::uint64_t expandedBytes);
-  /// Called when the compressed text of the buffer has expanded to `length` bytes, which may be too
-  /// few for the memory that it took. The buffer then becomes one without elements.
+  void chargeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
+  /// Called when type, count and size of a buffer are known, before its memory is allocated.
+  /// Returns whether it may be allocated. If not, the input gets an empty buffer of the type.
+  /// `expandedBytes`: an upper bound of the size of a decompressed text; 0 for a list.
+  bool chargeBuffer(AssignInfo& info, std::uint64_t expandedBytes);
+  /// Called when the compressed text of the buffer was decompressed to `length` bytes. If these are
+  /// too few to justify the memory of the buffer, frees it and makes the buffer empty.
   void endBuffer(AssignInfo& info, std::uint64_t length);
 
-  /// Owns the memory of a value until an input takes it. `memory` came from malloc or calloc.
+  /// Takes ownership of the memory of a value until it is assigned. `memory` is from malloc or
+  /// calloc.
   void hold(void* memory, std::uint64_t bytes) noexcept {
     dropValue();
     held_ = memory;
     heldBytes_ = bytes;
   }
-  /// Called from time to time while a long value is converted. May throw ReadStopped.
+  /// Called regularly while a long value is converted. May throw ReadStopped.
   void continueValue() { poll(); }
-  /// Called right before the value is assigned to `input`, which owns its memory then.
-  void handOver(interfaces::IInput& input, AttrData& value) {
+  /// Called right before the value is assigned to `input`, which takes ownership of its memory.
+  void transferValue(interfaces::IInput& input, AttrData& value) {
     if (held_ != nullptr || isDropped_ || value.type == AttrType::Buffer) {
-      return handOverMemory(input, value);
+      return transferMemory(input, value);
     }
     ++counts.values;
   }
   /// Called when the value is not assigned: frees its memory.
-  void refuseValue() noexcept { dropValue(); }
+  void discardValue() noexcept { dropValue(); }
 
-  /// Whether a link between the two is to be made. Otherwise the input is cleared.
+  /// Whether the link from `input` to `node` is kept. Otherwise the input is cleared.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
     return !dropsNodes || isKeptLink(input, node);
   }
 
-  /// Whether the input is known to take no reference, because it has a value of another type.
+  /// Whether the input does not accept a reference because its type is not Null or Node. False for
+  /// an input of a host's scene.
   bool refusesNodes(interfaces::IInput& input) {
     const AttrType type = input.type();
     return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
   }
 
-  /// Describes a buffer literal that is not converted.
+  /// Makes the buffer of an unconverted literal empty, and keeps its count for keepSkipped.
   void skipBuffer(AssignInfo& info);
 
-  /// Bytes that the reading has taken and that are still in use, as far as they are known.
+  /// The bytes counted for the reading that are still in use.
   std::uint64_t memory() const noexcept { return limits.memory - remaining_; }
-  /// Counts memory that the reading is about to take.
+  /// Counts memory that will be allocated.
   void charge(std::uint64_t bytes) {
     if (bytes > remaining_) [[unlikely]]
       overcharge(bytes);
     remaining_ -= bytes;
   }
-  /// Throws ReadStopped if `bytes` more, which are needed for a while, go over the limit.
+  /// Throws ReadStopped if `bytes` of temporary memory would exceed the limit. Does not count them.
   void requireMemory(std::uint64_t bytes) {
     if (bytes > remaining_ && limits.memory != Limits::NONE) [[unlikely]]
       exceed(Budget::Memory);
@@ -214,14 +225,14 @@ class ReadSession {
   [[noreturn]] virtual void exceed(Budget budget) = 0;
   /// Called every few statements and links.
   virtual void poll() = 0;
-  /// Bytes of the value that `input` holds and will free when it is given another.
+  /// The bytes of the value of `input`, which it frees when another value is assigned.
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
-  /// A buffer literal of `count` elements that is skipped is about to be assigned to `input`.
+  /// Called right before a skipped buffer literal of `count` elements is assigned to `input`.
   virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info,
                            std::uint64_t count) = 0;
   /// Reports a buffer that is left out.
   virtual void refuse(Refusal refusal, const AssignInfo& info) = 0;
-  // For `dropsNodes`.
+  // These are called only if `dropsNodes` is set.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
   /// Whether the input belongs to a scene of the library.
@@ -231,19 +242,19 @@ class ReadSession {
  private:
   static constexpr std::uint64_t STATEMENTS_PER_POLL = 64;
   static constexpr std::uint64_t LINKS_PER_POLL = 1024;
-  // What the library's scene takes for each, with its place in lists and tables.
+  // The memory of each object in the library's scene, including its slots in lists and tables.
   static constexpr std::uint64_t NODE_BYTES = 96;
   static constexpr std::uint64_t INPUT_BYTES = 64;
   static constexpr std::uint64_t LINK_BYTES = 64;
   static constexpr std::uint64_t TEXT_BYTES = 32;
-  // A shorter string does not subtract the memory of the value that it replaces.
+  // The memory of a replaced value is subtracted only if the new one has at least this size.
   static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
 
   void dropValue() noexcept {
     if (held_ != nullptr) freeValue();
   }
   void freeValue() noexcept;
-  void handOverMemory(interfaces::IInput& input, AttrData& value);
+  void transferMemory(interfaces::IInput& input, AttrData& value);
   void overcharge(std::uint64_t bytes);
   bool admitsBuffer(const AssignInfo& info);
   void release(std::uint64_t bytes) noexcept;
@@ -251,21 +262,21 @@ class ReadSession {
     statement_ = {line, column};
     if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
   }
-  // All names and indices on the path but the node's name.
+  // The number of names and indices in the path, without the node's name.
   std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
   interfaces::IInput* link_ = nullptr;
-  const SimpleStatement* simple_ = nullptr;  // the current statement, if it is simple
+  const SimpleStatement* simple_ = nullptr;  // the current statement if simple, otherwise null
   const AssignInfo* simpleInfo_ = nullptr;
-  const AssignInfo* assignment_ = nullptr;  // of a statement that is not simple
+  const AssignInfo* assignment_ = nullptr;  // the current assignment if it is not simple
   std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
-  std::uint64_t remaining_ = 0;     // of limits.memory
-  std::uint64_t bufferBytes_ = 0;   // of all buffers of the text
-  std::uint64_t raisedBytes_ = 0;   // what the limit of memory grew by for the last buffer
-  std::uint64_t skippedCount_ = 0;  // elements of the buffer that is skipped
+  std::uint64_t remaining_ = 0;     // bytes of limits.memory that are not counted yet
+  std::uint64_t bufferBytes_ = 0;   // size of all buffers of the text so far
+  std::uint64_t raisedBytes_ = 0;   // the increase of the limit of memory for the last buffer
+  std::uint64_t skippedCount_ = 0;  // number of elements of the skipped buffer
   bool isResolving_ = false;
   bool isDropped_ = false;  // the node of the current assignment is not kept
 };

@@ -16,21 +16,21 @@ namespace zn::korvo_sdk::impl {
                 input.path());
 }
 
-/// The value is converted and applied.
+/// Logs that the value is converted with a loss of information and assigned.
 inline void emitNarrowing(const Emitter& emitter, const String& typeName,
                           const interfaces::IInput& input) {
   if (!isWanted(DiagnosticId::Narrowing)) return;
   emitter.log(DiagnosticId::Narrowing, typeName, input.typeName(), input.path());
 }
 
-/// The statement changes nothing.
+/// Logs that the value is not assigned because of its type.
 inline void emitWrongType(const Emitter& emitter, const String& found,
                           const interfaces::IInput& input) {
   if (!isWanted(DiagnosticId::WrongType)) return;
   emitter.log(DiagnosticId::WrongType, input.typeName(), input.path(), found);
 }
 
-/// The value stays assigned.
+/// Logs that the assigned value is not in the input's enumeration.
 inline void emitBadEnumValue(const Emitter& emitter, const String& value,
                              const interfaces::IInput& input) {
   if (!isWanted(DiagnosticId::BadEnumValue)) return;

@@ -25,7 +25,7 @@ using Type = Token::Type;
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 // Runs are collected in chunks that fit into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;
-// From this size on, a list reserves up to 15 times its size at once.
+// From this size on, a list reserves memory for up to 15 times its size at once.
 constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
@@ -51,9 +51,9 @@ struct Lexer::ListKind {
 
 // --- collecting characters ---
 
-// Reserves capacity for `count` more bytes of a list. A long list reserves for much of the window,
-// so that it is rarely reallocated; the token frees the excess. The capacity at least doubles,
-// because a source may buffer only a few bytes at a time.
+// Reserves capacity for `count` more bytes of a list. A long list reserves the size of a large part
+// of the window, so that it is rarely reallocated. The token frees the unused part. The capacity at
+// least doubles, because a source may buffer only a few bytes at a time.
 void Lexer::reserveForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
   if (needed <= chars_.capacity || chars_.size < MIN_LONG_LIST_BYTES)
@@ -73,7 +73,7 @@ void Lexer::collect() {
   chars_.push_back(consume());
 }
 
-// Collects the characters that are in one of `classes`. No class may contain the line feed.
+// Collects characters as long as they are in one of `classes`. No class may contain the line feed.
 void Lexer::collectRun(unsigned classes) {
   while (is(lookaheadChar, classes)) {
     if (windowBegin == windowLast()) {

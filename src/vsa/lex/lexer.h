@@ -1,9 +1,9 @@
 // Lexer: characters to tokens. Internal.
 //
-// Only `consume` fetches a character. It defines how positions are counted. A source may also
-// expose its buffered bytes as a window. The inner loops then read the window, compute the position
-// once for a run of bytes, and call `consume` at the end of the window. Without a window, `consume`
-// fetches every character, with the same result.
+// `consume` is the only function that fetches a character from the source, and it defines how
+// positions are counted. A source may also expose its buffered bytes as a window. The inner loops
+// then scan the window, compute the position once for a run of bytes, and call `consume` at the end
+// of the window. Without a window they call `consume` for every character, with the same result.
 #pragma once
 
 #include <cstddef>
@@ -38,11 +38,12 @@ class Lexer {
   /// Consumes one character and returns it. Afterwards `line` and `column` are its position.
   virtual char consume() = 0;
 
-  char previous = 0;        ///< The character consumed last; 0 before the first.
-  char lookaheadChar = 0;   ///< The next character; END_OF_INPUT at the end.
+  char previous = 0;       ///< The character consumed last; 0 before the first.
+  char lookaheadChar = 0;  ///< The next character; END_OF_INPUT at the end.
+  // The following three counts wrap around past 2^31 - 1.
   std::int32_t index = 0;   ///< Characters consumed.
-  std::int32_t line = 1;    ///< Of `previous`, from 1. All three counts wrap around past 2^31 - 1.
-  std::int32_t column = 0;  ///< Of `previous`, from 1; 0 before the first character.
+  std::int32_t line = 1;    ///< Line of `previous`, from 1.
+  std::int32_t column = 0;  ///< Column of `previous`, from 1; 0 before the first character.
 
   /// The next token. White space and characters that are not printable are skipped.
   Token nextToken();
@@ -67,12 +68,13 @@ class Lexer {
   Token invalidToken() const;
   Token unexpectedEof(const String& what) const;
   Token invalidListToken(const String& what) const;
-  /// One step of reading the list for `parens` and `braces`.
+  /// Reads the next part of a list of `parens` or `braces`.
   void list(ds::Vector<char>& chars, char open, char close);
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// Bytes of the token that is being read, as far as it does not lie in one block of the source.
+  /// Collected bytes of the current token; 0 if the token is in one block of the source and not
+  /// collected.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
   /// The record of the last Invalid token. Its log line is the token's text.
@@ -142,8 +144,8 @@ class Lexer {
   bool isOffsetUnknown_ = false;
   std::uint32_t indexAtBlock_ = 0;   // `index` when the current block was read
   std::uint32_t tokensInBlock_ = 0;  // tokens read since the current block was read
-  std::uint32_t indexWraps_ = 0;     // how often `index` had wrapped around at that time
-  mutable Diagnostic problem_;       // the functions that make Invalid tokens are const
+  std::uint32_t indexWraps_ = 0;  // how often `index` had wrapped around before the current block
+  mutable Diagnostic problem_;    // set by the const functions that create Invalid tokens
 };
 
 // --- positions ---

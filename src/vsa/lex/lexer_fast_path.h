@@ -17,10 +17,10 @@ namespace zn::korvo_sdk::impl {
 
 namespace detail {
 
-// Longer lists are read character by character.
+// The fast path does not read longer lists.
 inline constexpr std::ptrdiff_t MAX_SHORT_LIST_BYTES = 256;
 
-// The end of a token that begins at `at`, or null when it is not buffered.
+// Each function returns the end of a token that begins at `at`, or null when it is not buffered.
 
 inline const char* endOfShortList(const char* at, const char* last, char close) {
   const char* const limit = last - at > MAX_SHORT_LIST_BYTES ? at + MAX_SHORT_LIST_BYTES : last;

@@ -31,14 +31,15 @@ FileLexer::~FileLexer() {
   if (OpenFile* const shared = OpenFile::of(file)) shared->detach(cursor_);
 }
 
-// The window is empty when another handle has read the file since the last character.
+// The window is empty if another handle has read from the file since the last character was
+// consumed.
 char FileLexer::consume() {
   if (windowEnd - windowBegin > 1) return step(*++windowBegin);
   return step(fetch());
 }
 
-// Reads the next byte of the file; the window begins with it. When the source throws, the window is
-// empty.
+// Reads the next byte of the file and makes it the first byte of the window. When the source
+// throws, the window is empty.
 char FileLexer::fetch() {
   countIndexWraps();
   block_.reset();

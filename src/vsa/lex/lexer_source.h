@@ -36,7 +36,7 @@ class FileLexer final : public Lexer {
   char fetch();
 
   const zn::detail::OpenFile::Cursor cursor_{windowBegin, windowEnd};
-  // Keeps the bytes of the window: a scene may read the file while it executes a statement.
+  // Keeps the bytes of the window in memory when a scene reads from the file during a statement.
   std::shared_ptr<const char[]> block_;
 };
 

@@ -60,7 +60,7 @@ namespace {
 struct NibbleTables {
   alignas(16) std::int8_t byHigh[16] = {};
   alignas(16) std::int8_t byLow[16] = {};
-  std::int8_t numberBits = 0;  // the bits of number characters; all other bits are of separators
+  std::int8_t numberBits = 0;  // the bits of number characters; all other bits represent separators
 };
 
 constexpr std::uint16_t rowOfClass(unsigned high, bool (*isInClass)(char)) {
@@ -251,8 +251,8 @@ VSA_AVX2 NormalizedList normalizeListAvx2(const char* from, const char* end, cha
     }
     isAfterSeparator = step.separators >> 31;
   }
-  // The compiler omits this before a tail call. Without it, later SSE instructions wait for the
-  // upper halves of the registers.
+  // The compiler does not insert this before a tail call. Without it, later SSE instructions wait
+  // for the upper halves of the registers.
   _mm256_zeroupper();
   return finishList(from, end, to, isAfterSeparator != 0);
 }

@@ -32,9 +32,9 @@ NormalizedList normalizeList(const char* from, const char* end, char* to);
 /// on every processor.
 NormalizedList normalizeListPortable(const char* from, const char* end, char* to);
 #if VSA_LIST_NORMALIZER_HAS_VECTORS
-/// Only where cpuHasSse42() is true.
+/// Requires cpuHasSse42().
 NormalizedList normalizeListSse42(const char* from, const char* end, char* to);
-/// Only where cpuHasAvx2() is true.
+/// Requires cpuHasAvx2().
 NormalizedList normalizeListAvx2(const char* from, const char* end, char* to);
 #endif
 

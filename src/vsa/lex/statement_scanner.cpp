@@ -37,7 +37,8 @@ SimpleStatement::SimpleStatement()
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
-  // `consumed` and the three tokens after it end in this block, so `index` did not wrap around.
+  // With four tokens in this block, `consumed` and the three tokens after it end in it, so `index`
+  // did not wrap around between them.
   if (lexer.tokensInBlock_ < 4 || lexer.isOffsetUnknown_) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
@@ -78,8 +79,8 @@ void StatementScanner::moveBack() noexcept {
   lexer_.lookaheadChar = *end_;
 }
 
-// If a scene has read the file, the lexer has no window any more. It has one again for the
-// look-ahead, which the scene has not read, and the byte after it.
+// If a scene has read from the file, the window is empty. A temporary window then contains the
+// lookahead, which the scene cannot have read, and the byte after it.
 void StatementScanner::readLookahead(ds::Vector<Token>& tokens) {
   const bool isKept = isWindowKept();
   moveBack();
@@ -124,15 +125,15 @@ inline const char* StatementScanner::skip(const char* at, char c) noexcept {
   return at != nullptr && *at == c ? at + 1 : nullptr;
 }
 
-// The end of a name or of a literal that is a word.
+// The end of a word: a name or one of the literals `true`, `false` and `null`.
 inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
   if (at == nullptr || firstOf(*at) != Type::Id) return nullptr;
   const char* const end = endOfName(at + 1, last_);
   return end != last_ ? end : nullptr;
 }
 
-// Statements about one node follow each other, so `out` often has the name already: to compare it
-// is cheaper than to look it up.
+// Statements about one node follow each other, so `out` often has this name already. Comparing it
+// is cheaper than a look-up.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;
@@ -141,8 +142,8 @@ inline bool StatementScanner::name(const Place& place, String& out) {
   return false;
 }
 
-// Reads the three tokens at `at`. The third one is most often in the path of a statement: tokens
-// that cannot be there are left to the lexer.
+// Reads the three tokens at `at`. The third one is usually in the path of a statement. Tokens that
+// cannot be in a path are left to the lexer.
 bool StatementScanner::readNext(const char* at) noexcept {
   for (Place& place : next_) {
     at = skipWhite(at);
@@ -180,7 +181,7 @@ const char* StatementScanner::statement(SimpleStatement& out) {
   }
 }
 
-// "#" and the rest of the line. The tokens after it are read again, to count their line feeds.
+// "#" and the rest of the line. Scans the tokens after it again, to count their line feeds.
 const char* StatementScanner::comment(SimpleStatement& out) {
   const std::string_view text = next_[0].text();
   moveToEnd();

@@ -1,14 +1,15 @@
 // StatementScanner: recognises common statements in one pass over the lexer's window. Internal.
 //
-// Most statements are short and have one of a few forms. Their tokens need not exist: the scanner
+// Most statements are short and have one of a few forms. The scanner creates no tokens for them: it
 // finds names and values as places in the window, and interns the names. It recognises a statement
 // only if the whole statement and the three tokens after it are buffered and valid. For any other
-// statement it changes nothing, and the parser reads it token by token. So the parser alone makes
-// the messages about malformed text, and at every call of the scene the lexer has read what it
-// would have read for the parser: up to the end of the third token after the statement.
+// statement it changes nothing, and the parser reads it token by token. So only the parser creates
+// the messages about malformed text, and at every call of the scene the source has been read as far
+// as the parser would have read it: up to the end of the third token after the statement.
 //
-// Each byte is classified once: the three tokens after a statement begin the next one, so their
-// places are kept for it (nodes 100k, with the comparison in `name`: 10 % of the instructions).
+// Each byte is classified once: the three tokens after a statement are the first ones of the next
+// statement, so their places are kept (nodes 100k, with the comparison in `name`: 10 % of the
+// instructions).
 #pragma once
 
 #include <cstdint>
@@ -34,11 +35,11 @@ struct SimpleStatement {
   Kind kind = Kind::Comment;
   const char* begin = nullptr;  ///< The first character.
   const char* end = nullptr;    ///< One past the last character.
-  std::int32_t line = 0;        ///< Of the last character.
+  std::int32_t line = 0;        ///< Line of the last character.
   std::int32_t column = 0;
 
-  String text;          ///< Of a comment. The type of a declaration.
-  String name;          ///< Of a declaration.
+  String text;          ///< Comment: the text. Declaration: the type.
+  String name;          ///< Declaration: the name.
   Token pathTokens[3];  ///< An assignment: node "." input. Without positions.
   bool isWith = false;  ///< The declaration ends in ":", or the path begins with ".".
   Token::Type valueType = Token::Type::Eof;  ///< Value: of its first token.
@@ -55,7 +56,8 @@ struct SimpleStatement {
 
 class StatementScanner {
  public:
-  /// Starts after `consumed`, the last token of a statement. `lexer` has read the tokens after it.
+  /// Starts after `consumed`, the last token of a statement. `lexer` must have read three tokens
+  /// after it.
   StatementScanner(Lexer& lexer, const Token& consumed) noexcept;
 
   /// Recognises the next statement. Returns false if it has no common form.
@@ -89,8 +91,8 @@ class StatementScanner {
     }
   };
 
-  // Each function returns the end of what it read. Null: it is not there, or not followed by a
-  // buffered character. Null in gives null out.
+  // Each function returns the end of what it read. They return null if it is not there or not
+  // followed by a buffered character, and if the argument is null.
 
   const char* statement(SimpleStatement& out);
   const char* comment(SimpleStatement& out);
@@ -113,11 +115,11 @@ class StatementScanner {
 
   Lexer& lexer_;
   const char* last_ = nullptr;   // the last byte of the window
-  const char* end_ = nullptr;    // of the last accepted statement
-  const char* ahead_ = nullptr;  // the end of the third token after it
+  const char* end_ = nullptr;    // the end of the last accepted statement
+  const char* ahead_ = nullptr;  // the end of the third token after `end_`
   const char* first_ = nullptr;  // where the scanner started
-  std::int32_t firstIndex_ = 0;  // `Lexer::index` there
-  std::int32_t endLine_ = 0;     // of the character before `end_`
+  std::int32_t firstIndex_ = 0;  // `Lexer::index` at `first_`
+  std::int32_t endLine_ = 0;     // position of the character before `end_`
   std::int32_t endColumn_ = 0;
   std::int32_t line_ = 0;         // the line that is scanned
   std::uintptr_t lineBegin_ = 0;  // the address of its first character

@@ -8,8 +8,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Its line and column are those of its last character; for Eof and Invalid,
-/// those of the last character before them.
+/// Line and column are those of the token's last character. For Eof and Invalid they are those of
+/// the character consumed last.
 struct Token {
   /// The numbers are fixed: the parser ends its loop on any type below 2.
   enum class Type : std::int32_t {

@@ -71,8 +71,8 @@ inline std::uint32_t maskOf(__m128i flags) {
   return static_cast<std::uint32_t>(_mm_movemask_epi8(flags));
 }
 
-/// Flags the bytes from `first` up to `last`. SSE2 compares signed bytes only, so `last` is moved
-/// to the largest of them: what is above it becomes negative.
+/// Flags the bytes from `first` up to `last`. SSE2 compares signed bytes only, so the bytes are
+/// shifted until `last` is the largest signed byte. Bytes above `last` become negative.
 inline __m128i within(__m128i bytes, char first, char last) {
   const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
   return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));

@@ -21,7 +21,7 @@ struct Literal {
 // The keywords of literals, matched in any letter case.
 constexpr Literal LITERALS[] = {{"true", Type::True}, {"false", Type::False}, {"null", Type::Null}};
 
-// The literal that the word is, or the word itself.
+// The row of the literal that the word represents. For any other word, a row with the word itself.
 Literal literalOf(std::string_view word) {
   if (word.size() < 4 || word.size() > 5) return {word, Type::Id};
   for (const Literal& literal : LITERALS) {
@@ -50,7 +50,7 @@ TokenTextPool::Key::Key(std::string_view characters) noexcept
   }
 }
 
-// Not keyed: words that collide only replace each other.
+// The hash has no random key, because words that collide only replace each other.
 inline std::size_t TokenTextPool::Key::hash() const noexcept {
   const std::uint64_t product = (head ^ std::rotl(tail, 29)) * 0x9E3779B97F4A7C15;
   return static_cast<std::size_t>(product >> 40);

@@ -49,16 +49,17 @@ class TokenTextPool {
   static constexpr std::size_t MAX_WORD_BYTES = 64;
   // The memory of longer texts is too large to be kept.
   static constexpr std::size_t MAX_REUSED_BYTES = 4096;
-  // A statement refers to fewer texts than this. When a text is reused, no statement refers to it
-  // any more.
+  // A statement refers to fewer texts than this, so the current statement does not refer to a text
+  // that is reused.
   static constexpr std::size_t REUSED_STRINGS = 8;
-  // Number of interned words. Small at first, because many texts are short. The maximum fits into
-  // the CPU caches: a look-up that misses them costs more than copying the word.
+  // Number of interned words. The table is small at first, because many texts are short. The
+  // maximum fits into the CPU caches: a look-up that misses them takes longer than copying the
+  // word.
   static constexpr std::size_t MIN_WORDS = 256;
   static constexpr std::size_t MAX_WORDS = 512;
 
   // The first and the last characters, which may overlap, and the length. Words of up to 16
-  // characters are equal if their keys are. All words that are not interned have one length.
+  // characters are equal if their keys are equal.
   struct Key {
     std::uint64_t head = 0;
     std::uint32_t length = 0;

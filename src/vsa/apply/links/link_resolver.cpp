@@ -24,7 +24,7 @@ Snapshot snapshotOf(const PendingTable& table) {
   return entries;
 }
 
-// The source of a connection.
+// The source of a connection as the text has it, for messages.
 String asWritten(const PendingLink& link) {
   const String source(link.source);
   return link.output.isEmpty() ? source : source + "." + link.output;
@@ -44,9 +44,11 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
   });
 }
 
-// Neither the inputs nor the nodes are in table order in memory. So each link passes through four
-// stages, at these distances from the one that is resolved: its source and its input are
-// prefetched, its source becomes a String with its hash, its node is prefetched, it is resolved.
+// The order of inputs and nodes in memory differs from the table order, so most accesses miss the
+// caches. Software pipelining hides the cache misses: a link passes through four stages, several
+// links apart. First its source is prefetched. Then its source becomes a String with its hash, and
+// its input and the slot of its node are prefetched. Then its node is prefetched. Last it is
+// resolved.
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);
@@ -110,7 +112,8 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
-  // An input that refuses the node names it.
+  // An input that does not accept the node logs the node's name, so setNode gets the node even if
+  // the link is not kept.
   const bool isGiven = isKept || session_->refusesNodes(input);
   input.setNode(isGiven ? node : nullptr);
 }

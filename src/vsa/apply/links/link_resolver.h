@@ -25,7 +25,7 @@ class LinkResolver {
   void begin(interfaces::IInput& input, const PendingLink& link) const {
     if (session_ != nullptr) session_->beginLink(input, link.place);
   }
-  // The number of names that are prepared for look-ups at a time. A power of two.
+  // The number of Strings in use for names. A power of two.
   static constexpr std::uint64_t NAMES = 32;
 
   template <class Resolve>

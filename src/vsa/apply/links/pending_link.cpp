@@ -39,10 +39,10 @@ const char* TextArena::copyOf(std::string_view text) {
 }
 
 void TextArena::addChunk(std::size_t bytes) {
-  chunks_.push_back(nullptr);  // first, so that the chunk cannot be leaked
+  chunks_.push_back(nullptr);  // before the allocation, so that storing the chunk cannot fail
   const std::size_t capacity = std::max(bytes, chunkBytes_);
   chunks_[chunks_.size - 1] = next_ = new char[capacity];
-  left_ = capacity;  // last: the old chunk is still in use if the allocation fails
+  left_ = capacity;  // after the allocation: if it fails, the old chunk remains in use
   chunkBytes_ = std::min(2 * chunkBytes_, MAX_CHUNK_BYTES);
 }
 

@@ -41,7 +41,7 @@ class TextArena {
   const char* copyOf(std::string_view text);
 
  private:
-  // The first chunk is small: a host may read texts of one statement.
+  // The first chunk is small, because a host may read a text of one statement.
   static constexpr std::size_t MIN_CHUNK_BYTES = 256;
   static constexpr std::size_t MAX_CHUNK_BYTES = std::size_t{1} << 16;
 
@@ -55,8 +55,8 @@ class TextArena {
 
 /// A filter with false positives but no false negatives. It stores the highest address added in
 /// each page of 64 KiB. Most inputs are created at ascending addresses, so a new input is above the
-/// highest one. The first link of such an input then needs no look-up in a table larger than the
-/// CPU caches (links 1M: 4 % of the time).
+/// highest one. The first link of such an input then needs no look-up in the table, which may be
+/// larger than the CPU caches (links 1M: 4 % of the time).
 class AddressFilter {
  public:
   AddressFilter() = default;
@@ -81,7 +81,7 @@ class PendingTable : public ds::HashMap<interfaces::IInput*, PendingLink> {
   /// earlier one.
   void setLink(interfaces::IInput* input, std::string_view source, const String& output,
                const TextPlace& place = {});
-  /// The link that a statement describes.
+  /// Stores the link of an assignment.
   void setLink(interfaces::IInput* input, const AssignInfo& info, const TextPlace& place = {});
 
  private:

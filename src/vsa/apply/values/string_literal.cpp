@@ -46,7 +46,7 @@ char* copyOfShort(std::string_view text) {
   return static_cast<char*>(std::memcpy(allocateString(length), unescaped, length + 1));
 }
 
-// A session is asked each time that a piece of this size is unescaped.
+// The session is polled after each piece of this size.
 constexpr std::size_t BYTES_PER_POLL = std::size_t{4} << 20;
 
 char* unescapeLong(std::string_view text, char* to, ReadSession* session) {
@@ -64,7 +64,7 @@ struct Free {
   void operator()(char* memory) const noexcept { std::free(memory); }
 };
 
-// Unescaping shortens the text: shrinks the block if realloc can.
+// Unescaping shortens the text, so the block is shrunk afterwards if realloc can do so.
 char* copyOfLong(std::string_view text, ReadSession* session) {
   std::unique_ptr<char, Free> held(allocateString(text.size()));
   char* const characters = held.get();

@@ -8,12 +8,12 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The value of a string as written, in memory from malloc, with a NUL after it; the caller frees
-/// it. A session, if there is one, is asked while a long one is unescaped, and may end the reading.
+/// The value of a string literal in memory from malloc, NUL-terminated. The caller frees it. A
+/// session, if there is one, is polled while a long literal is unescaped, and may end the reading.
 /// Throws std::bad_alloc.
 char* copyOfStringValue(std::string_view literal, ReadSession* session = nullptr);
 
-/// The value of a string as written, as a String.
+/// The value of a string literal as a String.
 String stringValue(std::string_view literal);
 
 }  // namespace zn::korvo_sdk::impl

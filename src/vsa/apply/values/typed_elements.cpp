@@ -32,7 +32,7 @@ void TypedElements::setEmptyElements(interfaces::IInput& array, std::uint64_t co
                        array.element(known.count - 1) == known.last;
   if (!isValid) known = Known();
 
-  // set() may change the array, so each step gets its size again.
+  // set() may change the array, so each iteration reads its size again.
   for (std::uint64_t left = std::min(RECHECKED, known.count); left > 0; --left) {
     if (known.recheck >= known.count) known.recheck = 0;
     if (known.recheck >= array.count()) break;

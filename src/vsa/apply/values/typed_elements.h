@@ -21,7 +21,7 @@ class TypedElements {
   /// Sets the elements of `array` that are still empty: buffers without a DataType for an array of
   /// buffers, arrays without an element type for an array of arrays. Does nothing for an array of
   /// another type. `countBefore` is the size of the array before the statement appended to it;
-  /// `elementType` is the DataType that the empty values carry.
+  /// `elementType` is the DataType, or the AttrType of an array's elements, that they get.
   void setEmptyElements(interfaces::IInput& array, std::uint64_t countBefore,
                         std::int32_t elementType);
 

@@ -12,13 +12,13 @@ void ValueAssigner::assign(AttrData& value, std::string_view literal, const Path
   IInput& input = *target.input();
   IInput* const array = target.array();
   if (!accepts(value, literal, input)) {
-    if (session_ != nullptr) session_->refuseValue();
+    if (session_ != nullptr) session_->discardValue();
     return;
   }
   if (array != nullptr) {
     typedElements_.setEmptyElements(*array, target.arrayCountBefore(), value.elementType);
   }
-  if (session_ != nullptr) session_->handOver(input, value);
+  if (session_ != nullptr) session_->transferValue(input, value);
   input.assign(value);
   if (value.type == AttrType::String) checkEnumeration(literal, input);
 }

@@ -62,7 +62,7 @@ constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
 template <class Integer>
 Integer rounded(double value) noexcept {
   using Limits = std::numeric_limits<Integer>;
-  // The bounds are powers of two or zero. A double represents them exactly.
+  // The bounds are powers of two or zero, which a double represents exactly.
   const double beyond = std::ldexp(1.0, Limits::digits);
   if (std::isnan(value)) return 0;
   const double whole = std::round(value);
@@ -84,15 +84,15 @@ double toReal(const AttrData& value) noexcept {
   return static_cast<double>(static_cast<std::uint64_t>(value.payload.integer));
 }
 
-// A number is copied to every component. Tuples keep their components by position. The extra
-// components of a wider tuple are the zeros that follow in the payload.
+// A number is copied to every component. The components of a tuple keep their positions. The
+// additional components of a wider tuple are zero, because the payload after the value is zero.
 void toTuple(AttrData& value, AttrType to) noexcept {
   if (value.type != AttrType::Real) return;
   const double number = value.payload.real;
   for (unsigned i = 0; i < componentCount(to); ++i) value.payload.components[i] = number;
 }
 
-// The nine elements become the upper left block.
+// The 3 by 3 matrix becomes the upper left block.
 void widenMatrix(AttrData& value) noexcept {
   const math::MatT<3, double> from = value.payload.mat3;
   math::MatT<4, double> to{};

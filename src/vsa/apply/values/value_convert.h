@@ -11,7 +11,7 @@ enum class Conversion {
   Refused,    ///< Does not convert.
 };
 
-/// The decision for a value of type `from` and an input of type `to`.
+/// Whether and how a value of type `from` converts to an input of type `to`.
 Conversion conversionBetween(AttrType from, AttrType to) noexcept;
 
 /// Converts `value` to type `to`, which `conversionBetween` must not refuse. The payload after the
