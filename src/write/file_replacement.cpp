@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A name that most likely no file has. It begins with a dot, so that listings hide it, and ends in
-// 64 random bits.
+// A name for the temporary file. It begins with a dot, so that listings hide it, and ends in 64
+// random bits, so that it is almost certainly unused.
 std::string temporaryName(const fs::path& target, std::uint64_t random) {
   std::string name = '.' + target.filename().string().substr(0, 200) + '.';
   for (unsigned shift = 0; shift < 64; shift += 4) {
@@ -27,8 +27,7 @@ std::string temporaryName(const fs::path& target, std::uint64_t random) {
   return name + ".tmp";
 }
 
-// The file that a symbolic link leads to, through other links too; the path itself if it is no
-// link.
+// The target of a symbolic link, through any number of links. The path itself if it is not a link.
 fs::path linkedFile(fs::path path) {
   constexpr int MAX_LINKS = 40;
   std::error_code error;
@@ -38,13 +37,13 @@ fs::path linkedFile(fs::path path) {
   return path;
 }
 
-// Closes once: a close that a signal interrupts has closed the file.
+// Calls close once: if a signal interrupts it, the descriptor is closed nevertheless.
 void closeFile(int& file) {
   if (file >= 0) ::close(file);
   file = -1;
 }
 
-// Waits until the new name is on the disk, too. A failure is ignored: the file is complete.
+// Waits until the new name is on the disk. Ignores a failure, because the file is complete.
 void syncFolder(const char* name) {
   int folder = ::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder >= 0) ::fsync(folder);
@@ -66,7 +65,7 @@ bool FileReplacement::fail(const char* what) {
 }
 
 bool FileReplacement::open(const fs::path& path) {
-  if (path.native().find('\0') != path.native().npos) {  // the system would end the path there
+  if (path.native().find('\0') != path.native().npos) {  // system calls would stop at it
     error_ = "the path has a NUL";
     return false;
   }
@@ -80,7 +79,7 @@ bool FileReplacement::open(const fs::path& path) {
     return true;
   }
   target_ = linkedFile(path);
-  // Nobody else may read the new file before it has the permissions of the old one.
+  // Other users must not read the new file before it has the permissions of the old one.
   return openBeside(exists ? 0600 : 0666);
 }
 

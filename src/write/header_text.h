@@ -11,12 +11,12 @@
 
 namespace vsa::impl {
 
-/// The header of one scene, and what a text cannot carry of it.
+/// The header of one scene, and the parts of it that a text cannot represent.
 class HeaderText {
  public:
   HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form);
 
-  /// Reasons of reasons.h, one for each thing that a text cannot carry.
+  /// Reasons of reasons.h, one for each part that a text cannot represent.
   const std::vector<const char*>& problems() const { return problems_; }
   /// Writes the comments.
   void put(TextBuffer& out) const;

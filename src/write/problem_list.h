@@ -1,4 +1,4 @@
-// The problems of one writing. Internal.
+// The problems of one call of the writer. Internal.
 #pragma once
 
 #include <string_view>
@@ -9,7 +9,7 @@ namespace vsa::impl {
 
 class ProblemList {
  public:
-  /// Adds to `result`, which must outlive the list, up to `kept` of them.
+  /// Problems are added to `result`, at most `kept` of them. `result` must outlive the list.
   ProblemList(WriteResult& result, std::size_t kept) : result_(result), kept_(kept) {}
 
   void add(std::string_view node, std::string_view input, std::string_view reason,

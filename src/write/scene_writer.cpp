@@ -28,13 +28,13 @@ void putConnection(TextBuffer& out, const Output& output) {
 }
 
 // The reader skips a byte order mark at the beginning of a file. Its bytes are letters, so a type
-// may begin with them: then a line end comes first.
+// may begin with them. Such a type is written after a line end.
 void putType(TextBuffer& out, std::string_view type) {
   if (out.size() == 0 && type.starts_with("\xEF\xBB\xBF")) out.put('\n');
   out.put(type);
 }
 
-// "type name;" with one of these types would be a statement of its own, and no declaration.
+// "type name;" with one of these types is a different statement, not a declaration.
 bool isStatementWord(std::string_view type) {
   return zn::isWord(type, "remove") || zn::isWord(type, "define");
 }

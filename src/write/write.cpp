@@ -47,7 +47,7 @@ std::string messageOf(const WriteResult& result) {
   return message;
 }
 
-/// Whether the scene can be written: without a problem, unless losses are allowed.
+/// Whether the scene can be written: it has no problem, or losses are allowed.
 bool isCarried(const zn::korvo_sdk::Scene& scene, const impl::HeaderText& header,
                const WriteOptions& options, ProblemList& problems, WriteResult& result) {
   for (const char* const reason : header.problems()) problems.add("", "", reason, false);
@@ -88,7 +88,7 @@ std::string textOf(const std::exception& error) {
   return text;
 }
 
-/// Runs `write()`, and makes what it throws part of the result.
+/// Calls `write()` and stores an exception in the result.
 template <class Write>
 void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept {
   try {
@@ -110,7 +110,8 @@ void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept
   }
 }
 
-// The functions below are the public ones for either kind of scene; `plain()` is the scene.
+// The implementations of the public functions for both kinds of scene. `plain()` returns the scene
+// of the plain interface.
 
 template <class Plain>
 WriteResult writeToSink(const Plain& plain, Sink& sink, const WriteOptions& options) noexcept {

@@ -18,12 +18,12 @@ constexpr std::string_view LINE_START = "\n    ";
 
 /// Where a list may be broken.
 struct LineLayout {
-  std::uint64_t unit;        // numbers that stay together
-  std::uint64_t maxColumns;  // of a line
-  std::uint64_t maxUnits;    // in a line
+  std::uint64_t unit;        // numbers that must be in the same line
+  std::uint64_t maxColumns;  // per line
+  std::uint64_t maxUnits;    // per line
 };
 
-/// The numbers of an element, or of a row of a matrix.
+/// The number of numbers in an element, or in a row if the element is a matrix.
 std::uint64_t unitOf(DataType type) {
   const std::uint64_t count = zn::korvo_sdk::componentCount(type);
   if (count == 9) return 3;
@@ -36,8 +36,8 @@ LineLayout layoutOf(DataType type, const WriteOptions& options) {
   return {unitOf(type), options.lineWidth == 0 ? UNLIMITED : options.lineWidth, UNLIMITED};
 }
 
-/// Writes a list from its opening brace on, unit by unit. Prints a unit first, and then replaces
-/// the blank before it by a line break if the unit does not fit into the line.
+/// Writes a list unit by unit. Prints each unit first, and replaces the blank before it by a line
+/// break if the unit does not fit into the line.
 template <class Number>
 class ListPrinter {
  public:
@@ -63,7 +63,7 @@ class ListPrinter {
   // reserving memory and counting columns for each number took 5 ns of 27.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
     char* const chunk = out_.reserve(CHUNK_BYTES);
-    std::int64_t lineStart = -column_;  // from the chunk's beginning on
+    std::int64_t lineStart = -column_;  // relative to the beginning of the chunk
     char* at = chunk;
     for (std::uint64_t i = 0; i < count;) {
       char* const start = at;
@@ -95,7 +95,7 @@ class ListPrinter {
   }
 
   static char* onNewLine(char* start, char* end) {
-    constexpr std::size_t MORE = LINE_START.size() - 1;  // characters than the blank has
+    constexpr std::size_t MORE = LINE_START.size() - 1;  // replaces one blank
     std::memmove(start + MORE, start, static_cast<std::size_t>(end - start));
     std::memcpy(start, LINE_START.data(), LINE_START.size());
     return end + MORE;

@@ -1,4 +1,5 @@
-// TextBuffer: collects a text in a block, which goes to the sink whenever it is full. Internal.
+// TextBuffer: collects a text in a block, and passes the block to the sink whenever it is full.
+// Internal.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +11,7 @@
 
 namespace vsa::impl {
 
-/// Thrown to end a writing: the sink returned false.
+/// Thrown if the sink returns false. Ends the call of the writer.
 struct SinkFailed {};
 
 class TextBuffer {
@@ -22,8 +23,8 @@ class TextBuffer {
   explicit TextBuffer(Sink& sink)
       : sink_(sink), block_(new char[BLOCK_BYTES]), end_(block_.get()) {}
 
-  /// Memory for `count` characters after the text, valid until the next call. If the block is full,
-  /// flushes it: throws SinkFailed, as every function that appends.
+  /// Returns memory for `count` characters after the text, valid until the next call. Flushes the
+  /// block if it is full. Like every function that appends, throws SinkFailed.
   char* reserve(std::size_t count) {
     if (static_cast<std::size_t>(block_.get() + BLOCK_BYTES - end_) < count) flush();
     return end_;

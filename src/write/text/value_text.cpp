@@ -69,7 +69,7 @@ void putTupleLiteral(TextBuffer& out, const Input& input) {
   out.put(')');
 }
 
-// Writes the bytes of a stream as hexadecimal digits, as many at a time as the buffer can reserve.
+// Writes the bytes of a stream as hexadecimal digits, in pieces that TextBuffer::reserve allows.
 class HexSink final : public zn::StreamSink {
  public:
   explicit HexSink(TextBuffer& out) : out_(out) {}
@@ -96,7 +96,7 @@ void putCompressed(TextBuffer& out, const BufferValue& buffer) {
   zn::deflateTo(buffer.memory, buffer.bytes, digits);
 }
 
-// For a count of 0, the memory is not read: a host's need not be null.
+// Does not access the memory if the count is 0: a host may have set any pointer.
 void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& options,
                std::uint64_t column) {
   const std::uint64_t start = out.size();

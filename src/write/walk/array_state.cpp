@@ -11,8 +11,8 @@ using zn::korvo_sdk::Input;
 
 namespace {
 
-// Elements that no statement has used count towards a limit of the scene that reads the text (see
-// Scene::emptyElementLimit).
+// Elements that no statement uses count towards a limit of the scene into which the text is read
+// (see Scene::emptyElementLimit).
 constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
 
 bool isBare(Input& element) {
@@ -20,9 +20,9 @@ bool isBare(Input& element) {
          element.elementType() == AttrType::Null && element.connection() == nullptr;
 }
 
-/// The index of the first element of an array of arrays that is not empty, if all elements before
-/// it are bare: its statements create those, too, without the message that "[]" causes. Otherwise
-/// 0.
+/// The index of the first element of an array of arrays that has elements itself, if all elements
+/// before it are bare. The statements of that element create the bare ones too, so they need no
+/// "[]", which causes a message. Otherwise 0.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {
@@ -51,8 +51,8 @@ Start ArrayState::startOfElement() const {
 }
 
 // A link always fits: its statement appends an element of the array's element type, and a reference
-// changes an element of type Null to Node. An element whose type is not that of a typed array does
-// not come here.
+// changes an element of type Null to Node. The caller has checked that an element of a typed array
+// has the array's element type.
 bool ArrayState::takesValue(AttrType type) const {
   return type == elementType_ || !isNamed_ || !exists_;
 }

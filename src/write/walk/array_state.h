@@ -1,7 +1,8 @@
-// ArrayState: the array that the reader has after the statements written so far. Internal.
+// ArrayState: the state of an array in a scene that has read the statements written so far.
+// Internal.
 //
-// The first statement about an element creates the array and sets its element type; a link sets
-// none. The element type determines which elements can follow. So whether a text can carry an
+// The first statement about an element creates the array and sets its element type, unless it is a
+// link. The element type determines which elements can follow. So whether a text can represent an
 // element depends on the elements before it.
 #pragma once
 
@@ -14,19 +15,21 @@ namespace vsa::impl {
 
 class ArrayState {
  public:
-  /// `array` is the array of the scene, `start` what the reader has of it before the first element.
-  /// `isNamed`: it is an input of a node or a member, and not an element of another array. A named
-  /// array gets its element type from the statement that creates it, an element from any statement.
+  /// `array` is the array of the written scene. `start` is its state in the scene of the reader
+  /// before the first element is written. `isNamed`: the array is an input of a node or a member,
+  /// not an element of another array. A named array gets its element type from the statement that
+  /// creates it, an element from any statement.
   ArrayState(zn::korvo_sdk::Input& array, const Start& start, bool isNamed);
 
   /// Whether the statement of a later element creates this element, too.
   bool isMadeByLater(std::uint64_t index) const { return index < firstWritten_; }
-  /// What the reader has of the next element before its first statement.
+  /// The state of the next element in the scene of the reader before its first statement.
   Start startOfElement() const;
-  /// Accounts for the statement of the next element, which has the type of `startOfElement` if that
-  /// exists. Returns null, or why the element cannot have its type there; then nothing has changed.
+  /// Updates the state for the statement of the next element. If `startOfElement` exists, the
+  /// element must have its type. Returns null, or the reason why the array cannot have this
+  /// element; the state is unchanged then.
   const char* add(const zn::korvo_sdk::Input& element, Form form);
-  /// Whether the array has the element type `type` now.
+  /// Whether the array has the element type `type`.
   bool hasElementType(zn::korvo_sdk::AttrType type) const { return elementType_ == type; }
 
  private:

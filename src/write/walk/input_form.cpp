@@ -20,14 +20,15 @@ using zn::korvo_sdk::isOtherNan;
 
 namespace {
 
-// A form that does not change an existing input, for a value that it has already.
+// For an input that has the value already. Of all forms, a link is the one that does not change an
+// existing value.
 constexpr Plan UNCHANGED{Form::Link};
 
 Plan problem(const char* reason) {
   return {Form::Inside, reason};
 }
 
-/// Whether a statement can give a declared input of type Null the type of this one.
+/// Whether a statement can change a declared input of type Null to the type of `input`.
 bool canBecome(Input& input) {
   if (input.type() == AttrType::Object) return input.memberCount() > 0;
   return input.type() == AttrType::Node;
@@ -90,7 +91,7 @@ bool isZeroText(const char* text) {
   return *text == '\0';
 }
 
-/// Whether a new input of the type has this value.
+/// Whether the value is that of a new input of the same type.
 bool isZero(const Input& input) {
   switch (input.type()) {
     case AttrType::Bool:
@@ -103,7 +104,7 @@ bool isZero(const Input& input) {
     case AttrType::String:
       return isZeroText(input.string());
     case AttrType::Buffer:
-      return false;  // planOfBuffer has compared it
+      return false;  // compared in planOfBuffer
     default:
       return std::ranges::all_of(numbersOf(input), isZeroReal);
   }

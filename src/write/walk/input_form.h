@@ -1,7 +1,7 @@
-// How the value of one input is written, and whether a text can carry it. Internal.
+// Determines how the value of one input is written, and whether a text can represent it. Internal.
 //
-// A statement finds its input or creates it. What an input is before its first statement, its
-// Start, decides which statements give it its type and value without a message of the reader.
+// A statement finds its input or creates it. The state of an input before its first statement
+// (Start) determines which statements set its type and value without a message.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ namespace vsa::impl {
 
 /// The right-hand side of the statement of an input.
 enum class Form : std::uint8_t {
-  /// No statement: those of its elements or members create the input.
+  /// No statement. The statements of its elements or members create the input.
   Inside,
   /// The value as a literal.
   Value,
@@ -25,35 +25,35 @@ enum class Form : std::uint8_t {
   EmptyArray,
   /// "node" or "null".
   Reference,
-  /// A connection, "|= null" if there is none. It creates an input of no type, and leaves one that
-  /// exists as it is.
+  /// A connection, "|= null" if there is none. It creates an input of type Null, and does not
+  /// change the value of an existing one.
   Link,
 };
 
-/// What the reader has of an input before the first statement about it.
+/// The state of an input in the scene of the reader before the first statement about it.
 struct Start {
-  /// Whether it exists; otherwise the statement creates it.
+  /// Whether the input exists. If not, the statement creates it.
   bool exists = false;
   zn::korvo_sdk::AttrType type = zn::korvo_sdk::AttrType::Null;
   zn::korvo_sdk::AttrType elementType = zn::korvo_sdk::AttrType::Null;
   zn::korvo_sdk::DataType bufferType = zn::korvo_sdk::DataType::Null;
-  /// Whether it takes links only.
+  /// Whether the input accepts links only.
   bool refusesValues = false;
 
-  /// Of an input that a node type declares.
+  /// The state of an input that is declared by its node type.
   static Start of(const zn::korvo_sdk::InputDeclaration& declaration);
 };
 
-/// The form of an input's statement, and, if a text cannot carry the value, why.
+/// The form of an input's statement, and the reason if a text cannot represent the value.
 struct Plan {
   Form form = Form::Inside;
-  /// One of reasons.h; null if the text carries the value.
+  /// One of reasons.h; null if the text represents the value.
   const char* reason = nullptr;
-  /// Whether the form writes another value instead.
+  /// Whether the statement contains another value instead.
   bool isReplaced = false;
 };
 
-/// The form for the type and value of `input`, without its connection.
+/// The plan for the type and value of `input`, without its connection.
 Plan planOf(zn::korvo_sdk::Input& input, const Start& start);
 
 }  // namespace vsa::impl

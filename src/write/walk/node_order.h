@@ -1,4 +1,4 @@
-// The nodes of a scene in the order of a text, in bounded memory. Internal.
+// Visits the nodes of a scene in the order in which they are written, in bounded memory. Internal.
 #pragma once
 
 #include <algorithm>
@@ -19,14 +19,14 @@ void forEachCreated(const zn::korvo_sdk::Scene& scene, const Visit& visit) {
   }
 }
 
-/// A node with its name, which is copied once: Node::name makes a String of it.
+/// A node and a copy of its name, because each call of Node::name creates a String.
 struct NamedNode {
   zn::String name;
   const zn::korvo_sdk::Node* node;
 };
 
-/// The next nodes by name after `last` (null: the first ones), sorted; empty if there are none. At
-/// most as many as fit into some 4 MB.
+/// The nodes that follow `last` in the order of names, sorted; the first ones if `last` is null.
+/// Empty if there are none. Returns as many as fit into some 4 MB.
 std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last);
 
 /// Calls `visit(const Node&)` for each node, in the given order.

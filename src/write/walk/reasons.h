@@ -1,4 +1,4 @@
-// The reasons why a text cannot carry something, as WriteProblem::reason has them. Internal.
+// The texts of WriteProblem::reason: why a text cannot represent a part of a scene. Internal.
 #pragma once
 
 namespace vsa::impl::reasons {

@@ -49,7 +49,7 @@ void SceneWalk::walk(const Node& node) {
   visitor_.endNode(node);
 }
 
-// Walks what is inside the arrays and objects that are open.
+// Visits the elements and members of the arrays and objects on the stack.
 void SceneWalk::walkOpen() {
   while (!open_.empty()) {
     Frame& frame = open_.back();

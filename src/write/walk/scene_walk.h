@@ -1,7 +1,7 @@
-// SceneWalk: visits a scene and decides which statements its text has, in their order. Internal.
+// SceneWalk: traverses a scene and determines the statements of its text, in their order. Internal.
 //
-// The check before a writing and the writing itself use the same walk: the check collects the
-// problems, the writing the statements. It does not recurse: a scene may have 65535 levels.
+// The check and the writer use the same traversal: the check collects the problems, the writer
+// writes the statements. The traversal is iterative, because inputs may nest 65,535 levels.
 #pragma once
 
 #include <cstdint>
@@ -16,38 +16,38 @@
 
 namespace vsa::impl {
 
-/// Receives what the walk finds. `path` is that of the input below its node, such as
-/// ".keys[2].time", and valid during the call.
+/// Receives the results of the traversal. `path` is the path of the input without the name of its
+/// node, such as ".keys[2].time". It is valid during the call.
 class SceneVisitor {
  public:
   virtual ~SceneVisitor() = default;
 
   virtual void beginNode(const zn::korvo_sdk::Node& node) = 0;
-  /// A value; never Form::Inside. If it is Form::Link, a connection of the input follows or there
-  /// is none.
+  /// A value. The form is never Form::Inside. After Form::Link, a call of `connection` follows if
+  /// the input is connected.
   virtual void value(const zn::korvo_sdk::Node& node, std::string_view path,
                      zn::korvo_sdk::Input& input, Form form) = 0;
   /// A connection, after the value of its input.
   virtual void connection(const zn::korvo_sdk::Node& node, std::string_view path,
                           const zn::korvo_sdk::Output& output) = 0;
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
-  /// Something that a text cannot carry. The path is empty for the node itself. Unless
-  /// `isReplaced`, no other call concerns it or anything inside it.
+  /// A part that a text cannot represent. The path is empty for the node itself. Unless
+  /// `isReplaced` is set, no other call is about this part or anything inside it.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };
 
 class SceneWalk {
  public:
-  /// Both must outlive the walk.
+  /// Both must outlive this object.
   SceneWalk(const zn::korvo_sdk::Scene& scene, SceneVisitor& visitor)
       : scene_(scene), visitor_(visitor) {}
 
-  /// Visits one node with everything inside it.
+  /// Visits one node and everything inside it.
   void walk(const zn::korvo_sdk::Node& node);
 
  private:
-  /// An array or object whose elements or members are being walked.
+  /// An array or object whose elements or members are being visited.
   struct Frame {
     zn::korvo_sdk::Input* input;
     std::uint64_t next;
@@ -74,12 +74,12 @@ class SceneWalk {
   const zn::korvo_sdk::Scene& scene_;
   SceneVisitor& visitor_;
   const zn::korvo_sdk::Node* node_ = nullptr;
-  std::shared_ptr<const zn::korvo_sdk::DeclaredType> type_;  // of the node; null if it is open
+  std::shared_ptr<const zn::korvo_sdk::DeclaredType> type_;  // the node's; null if open
   std::vector<Frame> open_;
   std::string path_;
 };
 
-/// Why a text cannot carry the name or type of a node, one of reasons.h; null if it can.
+/// Why a text cannot represent the name or type of a node, one of reasons.h; null if it can.
 const char* nodeProblem(const zn::korvo_sdk::Node& node);
 
 }  // namespace vsa::impl
