@@ -13,7 +13,7 @@
 namespace bench {
 namespace {
 
-// What the public API may take at most, over the plain entry point.
+// The limits for the public API relative to the plain entry point.
 constexpr double MAX_TIME = 1.03;
 constexpr double MAX_MEMORY = 1.02;
 

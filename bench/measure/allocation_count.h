@@ -1,5 +1,5 @@
-// Counts allocations. A program that links allocation_count.cpp counts the calls of the C
-// allocation functions, and so those of operator new.
+// Counts allocations. In a program that links allocation_count.cpp, all calls of the C allocation
+// functions are counted, including those by operator new.
 #pragma once
 
 #include <cstddef>

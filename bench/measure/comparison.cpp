@@ -9,8 +9,8 @@
 namespace bench {
 namespace {
 
-// The mean time of as many reads as take ENOUGH_SECONDS. A first read is not counted, because it
-// finds the heap and the caches in the state that another candidate left.
+// Repeats the read until ENOUGH_SECONDS have passed and returns the mean time. Does not count the
+// first read, because another candidate has left its data in the heap and the caches.
 double meanSeconds(const Candidate& candidate) {
   constexpr double ENOUGH_SECONDS = 0.05;
   candidate.read();

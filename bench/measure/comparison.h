@@ -22,7 +22,7 @@ class Stopwatch {
 };
 
 // An implementation in a comparison. `read` does the whole work once and returns its seconds,
-// without the destruction of the result. The result was checked before the Candidate was created.
+// without the destruction of the result. Check the result before you create a Candidate.
 struct Candidate {
   std::string name;
   std::function<double()> read;

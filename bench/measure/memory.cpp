@@ -40,7 +40,7 @@ void resetPeak() {
   }
 }
 
-// The options that stand for a route, in the order of Route.
+// The option for each route, in the order of Route.
 constexpr const char* ROUTES[] = {"string", "file", "text", "path"};
 
 size_t measure(Route route, const char* path) {

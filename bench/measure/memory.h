@@ -10,8 +10,8 @@
 namespace bench {
 
 // The peak growth of resident memory in bytes while the file is read, including the scene. With
-// Route::String and Route::Text the text is in memory before and does not count. Starts this
-// program again, so main must call handlePeakRequest first. Linux only.
+// Route::String and Route::Text the text is loaded before and does not count. Starts this program
+// as a child process, so main must call handlePeakRequest first. Linux only.
 size_t peakOfRead(const std::string& path, Route route);
 
 // If peakOfRead started this process: measures, prints the result and returns true.

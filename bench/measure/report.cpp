@@ -24,7 +24,8 @@ std::string rounded(double number) {
   return text;
 }
 
-// The numbers of all figures, "0.98; 1.10". Equal aims and limits are printed once.
+// One number of each figure of the row, such as "0.98; 1.10". Equal aims and limits are printed
+// once.
 std::string listed(const Row& row, double Figure::*number) {
   std::string text;
   for (const Figure& figure : row.figures) {

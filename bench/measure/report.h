@@ -28,7 +28,7 @@ struct Detail {
   std::string reader;
   double milliseconds;
   double perSecond;
-  std::string what;  // the unit of perSecond: "MB", "M numbers", "k statements"
+  std::string what;  // what perSecond counts: "MB", "M numbers", "k statements"
 };
 
 struct Report {

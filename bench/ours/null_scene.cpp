@@ -1,5 +1,5 @@
-// The scene finds one node, that of the last declaration, and this node finds no input: each
-// statement creates one, as in a text that gives each input one value.
+// The scene finds the node of the last declaration only. The node finds no input, so each
+// assignment creates one, as in a text that assigns each input once.
 #include "bench/ours/null_scene.h"
 
 #include <cstdlib>

@@ -1,4 +1,4 @@
-// NullScene: a host's scene whose functions do nothing. Its time is that of the reader alone.
+// NullScene: a host's scene whose functions do nothing, to measure the time of the reader alone.
 #pragma once
 
 #include <string>

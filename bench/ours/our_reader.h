@@ -12,7 +12,8 @@
 
 namespace bench {
 
-// String and File are the plain entry points; Text and Path the public API for the same.
+// String and File: the plain entry points. Text and Path: the corresponding functions of the public
+// API.
 enum class Route { String, File, Text, Path };
 
 // All throw std::runtime_error if the text is not read completely.

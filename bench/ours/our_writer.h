@@ -17,14 +17,14 @@ std::shared_ptr<zn::korvo_sdk::Scene> sceneOf(const Text& vsa);
 std::shared_ptr<zn::korvo_sdk::Scene> floatScene(const std::vector<float>& numbers);
 std::shared_ptr<zn::korvo_sdk::Scene> doubleScene(const std::vector<double>& numbers);
 
-// Candidates that write the whole scene, which they read back once: to a sink that counts the
-// bytes, and into a string.
+// Candidates that write the whole scene: to a sink that counts the bytes, and into a string. They
+// read a first result back to check it.
 Candidate sinkWriter(const char* name, std::shared_ptr<zn::korvo_sdk::Scene> scene);
 Candidate textWriter(const char* name, std::shared_ptr<zn::korvo_sdk::Scene> scene);
 
 /// Our encoder of zlib streams. The bytes must outlive the candidate.
 Candidate ourDeflate(const std::string& bytes);
-/// The size of its stream.
+/// The size of the stream that ourDeflate creates.
 std::size_t ourDeflatedSize(const std::string& bytes);
 
 /// The numbers of a list.

@@ -1,4 +1,4 @@
-// Writers with which the writer is compared.
+// The writers of other libraries, for comparison.
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 #include <zlib.h>

@@ -31,7 +31,7 @@ struct Options {
   std::vector<std::string> only;  // names of comparisons; empty for all
 };
 
-// What the candidates of a comparison read: its name and its amount in the report.
+// The text that the candidates of a comparison read: its name and its size in the report.
 struct Work {
   std::string name;
   double amount;
@@ -140,7 +140,7 @@ class PeerComparison {
     return static_cast<double>(text.expected.statements) / 1e3;
   }
 
-  // Coin takes half a minute for a million nodes, so it is left out there.
+  // Without Coin for a million nodes, because it takes half a minute.
   Seconds compareNodesOfSize(const char* name, size_t statements, bool withCoin) {
     const Text vsa = vsaOnFile(nodes, statements);
     const Text json = nodes(statements, Format::Json), osgt = nodes(statements, Format::Osgt);

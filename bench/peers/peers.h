@@ -35,7 +35,8 @@ Candidate standardIntLoop(const NumberList& numbers);
 Candidate zlibInflate(const std::string& stream, const std::string& bytes);
 Candidate libdeflateInflate(const std::string& stream, const std::string& bytes);
 
-// Loops that only print numbers, a blank or comma behind each, into memory that is there.
+// Loops that only print numbers, each followed by a blank or a comma, into memory that is already
+// allocated.
 Candidate toCharsWriter(const std::vector<float>& numbers);
 Candidate toCharsWriter(const std::vector<double>& numbers);
 Candidate rapidjsonWriter(const std::vector<float>& numbers);

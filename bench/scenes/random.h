@@ -1,5 +1,6 @@
-// The random numbers of the generators: the same for a seed on every platform. The distributions of
-// the standard library are not used, because their results differ between implementations.
+// The random numbers of the generators. A seed gives the same numbers on every platform. The
+// distributions of the standard library are not used, because their results differ between
+// implementations.
 #pragma once
 
 #include <cstddef>

@@ -20,7 +20,7 @@ Number numberFrom(std::string_view digits) {
   return value;
 }
 
-// The name of the node at that place.
+// The name of the node with that index.
 inline std::string numbered(const char* stem, size_t index) {
   char name[64];
   std::snprintf(name, sizeof name, "%s_%06zu", stem, index);
@@ -116,8 +116,8 @@ class Recorder {
 
   Text finish() { return {writer->finish(), expected}; }
 
-  // Characters of all numbers so far. The size of a scene is measured by it, so that it is the same
-  // in every format.
+  // Characters of all numbers so far. The generators use it as the size of a scene, so that all
+  // formats get the same scene.
   size_t listCharacters = 0;
 
  private:

@@ -1,4 +1,4 @@
-// Selects a writer, and functions that the writers share.
+// The selection of a writer, and functions that the writers share.
 #include "bench/scenes/scene_writer.h"
 
 #include <algorithm>

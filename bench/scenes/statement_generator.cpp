@@ -139,7 +139,8 @@ void addInputs(Recorder& scene, const NodeRow& row, Random& random) {
   for (const InputRow& input : row.inputs) addInput(scene, input, random);
 }
 
-// The type of a node of `mixed`, which depends on its index alone, so that links know its name.
+// The type of a node of `mixed`. It depends only on the index of the node, so that the name of a
+// later node is known when a link to it is written.
 const NodeRow& rowOf(size_t index) {
   return NODE_ROWS[index % std::size(NODE_ROWS)];
 }

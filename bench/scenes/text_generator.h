@@ -42,7 +42,7 @@ Text geo(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 // nodes).
 Text nodes(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
-// The same with a comment, a matrix, a reference and a connection for each node: some 49 bytes a
+// The same with a comment, a matrix, a reference and a connection for each node: some 46 bytes per
 // statement.
 Text mixed(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
@@ -59,7 +59,7 @@ Text shortText(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 Text compressed(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Nodes with one buffer of LIST_LENGTH numbers each (the last one has the rest), float[n] or
-// int32[n], for the comparison with loops that only convert numbers.
+// int32[n], for comparisons with loops that only convert numbers.
 constexpr size_t LIST_LENGTH = 100'000;
 Text floatLists(size_t count, uint64_t seed = 1);
 Text intLists(size_t count, uint64_t seed = 1);

@@ -1,5 +1,5 @@
-// vsa fmt: the tokens of a text, its layout, and what the reading before it costs, in bytes of text
-// per second: format/tokens/geo, format/layout/geo, format/read/geo.
+// The stages of vsa fmt, in bytes of text per second: tokens, layout, and the read before them:
+// format/tokens/geo, format/layout/geo, format/read/geo.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -173,7 +173,7 @@ void useHashMap(benchmark::State& state) {
 }
 BENCHMARK(useHashMap)->Name("hash_map")->RangeMultiplier(10)->Range(100, 100'000);
 
-// Link resolution: a scene, and pending links as a read would leave them.
+// Link resolution: a scene, and the pending links that a read of its text creates.
 
 struct LinkedScene {
   Scene scene;

@@ -1,5 +1,5 @@
-// What looking at a scene costs through views, beside the same through pointers of the plain
-// interface. Both give the same sum.
+// Compares access to a scene through views with access through pointers of the plain interface.
+// Both must give the same sum.
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>

@@ -78,7 +78,7 @@ class JsonWriter : public SceneWriter {
   }
 
  private:
-  // "Vec3f" for "vec3f".
+  // The display name of a keyword: "Vec3f" for "vec3f".
   static std::string typeName(std::string_view keyword) {
     std::string name(keyword);
     name[0] = static_cast<char>(name[0] - 'a' + 'A');
