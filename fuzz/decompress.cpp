@@ -36,7 +36,7 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char EARLY[] = "compressed data ends early";
 constexpr char EMPTY[] = "compressed data is empty";
 
-/// The message of our own code that matches the status of zlib; empty on success.
+/// The message of our decoder that corresponds to the status of zlib; empty on success.
 std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
   if (zlib.total_out > capacity) return "compressed data is larger than the buffer";
   if (status == Z_DATA_ERROR) {
@@ -48,8 +48,8 @@ std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
   return zlib.total_out == 0 ? EMPTY : "";
 }
 
-/// Whether the header requires a preset dictionary, which our own code reports as corrupt. zlib
-/// reads the dictionary's number first.
+/// Whether the header requires a preset dictionary. Our decoder reports this as corrupt at once,
+/// zlib after it has read the dictionary's number.
 bool wantsDictionary(const Bytes& stream) {
   if (stream.size() < 2) return false;
   const unsigned method = static_cast<unsigned char>(stream[0]);
@@ -77,9 +77,9 @@ Decompressed inflatedByZlib(const Bytes& stream, std::size_t capacity,
 }
 
 /// If a dynamic block has no code for its code lengths, zlib reads each bit as a length of 0 and
-/// reports a corrupt block after the last length. Our own code reports it at once, even if the
-/// stream ends before. Returns whether `stream` ends within such lengths: then zlib reports the
-/// same error for every continuation.
+/// reports a corrupt block after the last length. Our decoder reports it at once, even if the
+/// stream ends before the last length. Returns whether `stream` ends within such lengths: then zlib
+/// reports the same error for every continuation.
 bool endsInUncodedLengths(const Bytes& stream) {
   constexpr std::size_t MAX_LENGTH_BYTES = 64;
   for (const char more : {'\0', '\xFF'}) {
@@ -96,8 +96,8 @@ int hexValue(char c) {
   return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-/// Decodes the text here and the stream with zlib. `found` is the message of our own code, which
-/// decides where two messages are right.
+/// Decodes the hexadecimal text without the library, and the stream with zlib. `found` is the
+/// message of our decoder. It is the expected result where two messages are right.
 Decompressed referenceDecompress(std::string_view text, std::size_t capacity,
                                  std::string_view found) {
   const bool hasMark = text.starts_with('.');
@@ -131,7 +131,7 @@ void countMessageText(std::string_view message) {
   }
 }
 
-/// Checks both entry points.
+/// Checks both functions of decompress.h.
 void checkText(std::string_view text, std::size_t capacity) {
   zn::String error;
   const auto [bytes, count] = zn::decompress(unsignedBytes(text), text.size(), error, capacity);
@@ -200,7 +200,7 @@ void decompress(std::string_view input) {
   }
 }
 
-// Compresses and decompresses with a capacity that fits exactly, and one that is a byte short.
+// Compresses and decompresses, with the exact capacity and with one byte less.
 void compress(std::string_view bytes) {
   const zn::String text = zn::compress(unsignedBytes(bytes), bytes.size());
   const Decompressed back = referenceDecompress(text.view(), bytes.size(), "");

@@ -1,6 +1,6 @@
-// Compares number conversion with a second implementation, which checks the syntax here and gets
-// the value from the C library. A list, read by each kernel of readNumberRun, must give the numbers
-// of its fields and stop at the same field.
+// Compares number conversion with a second implementation, which checks the syntax itself and
+// converts with the C library. Each kernel of readNumberRun must give the same numbers for a list
+// and stop at the same field.
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -163,7 +163,7 @@ std::string bytesOf(const Number& number) {
   return {reinterpret_cast<const char*>(&number), sizeof number};
 }
 
-/// The value of a variable before a conversion; an invalid text must not change it.
+/// The initial value of a variable. The conversion of an invalid text must not change it.
 template <class Number>
 Number untouched() {
   Number number;
@@ -206,7 +206,7 @@ void plainRun(std::string_view list, std::size_t capacity, Run<Number>& run) {
     before = run.next;
     run.next = std::min(end + 1, list.size());
   }
-  // After a blank at the end there is an empty field, which readNumberRun must not skip.
+  // A blank at the end is followed by an empty field, which readNumberRun must not skip.
   const bool endsInBlank = !list.empty() && list.back() == ' ';
   if (run.count == 0 || run.next != list.size() || !endsInBlank) return;
   run.next = before;
@@ -218,7 +218,8 @@ void checkRun(zn::numbers::NumberKernel<Number> kernel, std::string_view list, s
               const char* about) {
   Run<Number> expected;
   plainRun(list, capacity, expected);
-  // Exact size: the sanitizer reports a read after the one byte that must follow a list.
+  // Has exactly the readable size, the list and one byte, so that the sanitizer reports any access
+  // after it.
   const auto memory = std::make_unique<char[]>(list.size() + 1);
   std::memcpy(memory.get(), list.data(), list.size());
   memory[list.size()] = '}';

@@ -1,6 +1,6 @@
 // Reads a text through the public API, from memory and from a source that delivers few bytes at a
-// time: both must agree. The status is one of the list, counts add up, and diagnostics lie inside
-// the text, in order of place.
+// time. Both results must be equal. Checks that the status is valid, that counts are consistent,
+// and that diagnostics are inside the text, ordered by position.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -37,7 +37,7 @@ void checkPosition(const TextPosition& position, std::string_view text) {
   check(position.column == before.size() - start + 1, "a diagnostic has the wrong column");
 }
 
-// Links are resolved in the order of a table.
+// Diagnostics of links are in the order of a table, not of the text.
 bool isOfLink(const Diagnostic& found) {
   return found.id == DiagnosticId::InvalidOutput || found.id == DiagnosticId::NoNodeToConnect ||
          found.id == DiagnosticId::NoOutputToConnect || found.id == DiagnosticId::NoNodeToAssign ||
@@ -74,8 +74,8 @@ void checkOutcome(const ReadOutcome& outcome, std::string_view text) {
   checkDiagnostics(outcome, text);
 }
 
-// A source that delivers few bytes cannot show what follows an invalid character: the range of that
-// number or word may end earlier.
+// If a source delivers few bytes, the characters after an invalid one may be missing, so the range
+// of that number or word may end earlier.
 bool hasDeliveredEnd(const Diagnostic& found) {
   return found.id != DiagnosticId::InvalidToken && found.id != DiagnosticId::InvalidListToken;
 }
@@ -90,7 +90,8 @@ std::string shown(const ReadOutcome& outcome) {
   return text;
 }
 
-// The memory for the characters of a token depends on how many are delivered at a time.
+// The memory for the characters of a token depends on how many bytes the source delivers at a time,
+// so this outcome may differ.
 bool isOverMemory(const ReadOutcome& outcome) {
   return outcome.limit == vsa::Limit::Memory;
 }
@@ -118,7 +119,7 @@ class MemoryFile {
   int descriptor_;
 };
 
-// A byte order mark is no part of the text of a file.
+// Whether the text begins with a byte order mark, which does not belong to the text of a file.
 bool hasMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF");
 }
@@ -134,7 +135,7 @@ void checkFile(std::string_view text, const vsa::ReadOptions& options,
   checkSame(shown(expected), shown(found), "outcome of a read from a file");
 }
 
-// Each buffer that was skipped is read later, from the same text and from one that has changed.
+// Loads each skipped buffer, from the same text and from a changed one.
 void checkSkipped(std::string_view text, const ReadOutcome& outcome,
                   const vsa::ReadOptions& options) {
   constexpr std::size_t MAX_LOADED = 4;
@@ -169,12 +170,12 @@ void publicApi(std::string_view input) {
   checkOutcome(expected, text);
   checkFile(text, options, expected);
   checkSkipped(text, expected, options);
-  checkOutcome(vsa::readTextInto(fromText, text, options), text);  // once more into that scene
+  checkOutcome(vsa::readTextInto(fromText, text, options), text);  // again into the same scene
 
   FuzzScene second;
   zn::korvo_sdk::interfaces::IScene& fromSource = *second;
   vsa_tests::TestSource source(std::string(text), BYTES_PER_READ[settings % 16]);
-  source.announced = text.size();  // the default limit of memory follows from it
+  source.announced = text.size();  // determines the default limit of memory
   const ReadOutcome found = vsa::readSourceInto(fromSource, source, options);
   checkOutcome(found, text);
   if (isOverMemory(expected) || isOverMemory(found)) return;

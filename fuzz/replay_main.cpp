@@ -1,6 +1,6 @@
-// replay FILE_OR_FOLDER...: runs every saved input through every fuzzer, with any compiler, so that
-// past findings are tested in every build. On a finding the process aborts; the last line of
-// standard output then names the fuzzer and the input.
+// replay FILE_OR_FOLDER...: runs every saved input through every fuzzer, so that every build with
+// any compiler tests past findings. On a finding the process aborts. The last line of standard
+// output then contains the fuzzer and the input.
 #include <cstdio>
 #include <filesystem>
 #include <string>

@@ -1,6 +1,6 @@
 // Reads several texts into one scene, alternately from a String and from a File, and removes nodes
-// between them. The scene must stay valid after a failed read. A byte 0x01, which is white space
-// for the reader, separates the texts.
+// between them. The scene must stay valid after a failed read. A byte 0x01, which the reader treats
+// as white space, separates the texts.
 #include <algorithm>
 #include <string>
 

@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t BYTES_PER_READ[] = {1, 2, 3, 5, 7, 13, 16, 31, 64, 100, 255, 0};
 
-// `withPosition` is false for an empty text, the only one whose position differs: the lexer of an
-// empty String skips one NUL.
+// `withPosition` is false for an empty text, because its position differs: the lexer of an empty
+// String skips one NUL.
 std::string reportText(const zn::korvo_sdk::impl::ReadReport& report, bool withPosition) {
   std::string text = report.endedAtMark ? "ended at a mark, " : "";
   text += vsa_tests::text(report.cutOff);

@@ -14,7 +14,7 @@ namespace vsa_fuzz {
 void readString(std::string_view input);
 /// Reads a text from a String and from a File: result, log and scene must be equal.
 void stringAgainstFile(std::string_view input);
-/// Reads a text through the public API, from memory and from a source, and checks the outcome.
+/// Reads a text through the public API, from memory and from a source, and checks the result.
 void publicApi(std::string_view input);
 /// Compares the reader's lexer with PlainLexer: tokens and positions must be equal.
 void lexerAgainstPlain(std::string_view input);
@@ -24,14 +24,15 @@ void numbers(std::string_view input);
 void unescape(std::string_view input);
 /// Compares decompression with zlib.
 void decompress(std::string_view input);
-/// Compresses bytes, then decompresses them with our own code and with zlib. A fuzzer of its own
+/// Compresses bytes, then decompresses them with our decoder and with zlib. A separate fuzzer
 /// because it is much slower than the others.
 void compress(std::string_view input);
 /// Reads several texts into one scene and removes nodes between them.
 void severalTexts(std::string_view input);
-/// Reads a text, writes its scene and reads that: the scenes must be equal.
+/// Reads a text, writes its scene and reads the result. Both scenes must be equal.
 void writeReadText(std::string_view input);
-/// The same with a scene that is made through the public interface.
+/// Creates a scene through the public interface, writes it and reads the result. Both scenes must
+/// be equal.
 void writeMadeScene(std::string_view input);
 
 }  // namespace vsa_fuzz

@@ -1,5 +1,5 @@
-// Makes a scene through the public interface, as the bytes say, and writes it. Names, values and
-// structure include what a text cannot carry. The last byte chooses the options.
+// Creates a scene from the input bytes through the public interface, and writes it. Includes names,
+// values and structures that a text cannot represent. The last byte selects the options.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -16,7 +16,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// Numbers from the bytes of an input; zeros behind its end.
+/// Numbers from the bytes of an input. Zero after its end.
 class Bytes {
  public:
   explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
@@ -109,7 +109,7 @@ class SceneMaker {
 
   AttrType anyType() { return static_cast<AttrType>(bytes_.byte() % ATTR_TYPE_COUNT); }
 
-  /// An input somewhere below a node, made if there is none.
+  /// An input at any level of a node. Creates one if there is none.
   Input* anyInput() {
     Node* const node = anyNode();
     if (node == nullptr) return nullptr;
@@ -186,7 +186,7 @@ void writeMadeScene(std::string_view input) {
   try {
     SceneMaker(*scene, bytes).make();
   } catch (const std::runtime_error&) {
-    // A limit of the scene was reached.
+    // A limit of the scene was reached: writes the scene created so far.
   }
   static_cast<void>(checkWritten(*scene, writeOptions(settings)));
 }

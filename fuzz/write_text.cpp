@@ -1,4 +1,4 @@
-// Reads a text, writes its scene and reads that. The last byte chooses the options.
+// Reads a text, writes its scene and reads the result. The last byte selects the options.
 #include <algorithm>
 #include <array>
 
@@ -12,7 +12,8 @@ namespace vsa_fuzz {
 
 namespace {
 
-// Refused statements, errors and former readings can leave these in the scene of a text.
+// The scene of a text can have these problems, because of refused statements, errors and earlier
+// texts.
 constexpr std::array<std::string_view, 3> LEFT_BY_TEXTS = {
     vsa::impl::reasons::TYPED_EMPTY_ARRAY,
     vsa::impl::reasons::MIXED_ELEMENT,

@@ -1,4 +1,4 @@
-// Failed checks of a fuzzer: they print what is wrong and abort the process.
+// Checks of the fuzzers. A failed check prints a message and aborts the process.
 #pragma once
 
 #include <cstdio>
@@ -15,7 +15,7 @@ namespace vsa_fuzz {
   std::abort();
 }
 
-/// Fails unless both are equal. `about` says what was compared.
+/// Fails unless both are equal. `about` is the name of the compared result.
 inline void checkSame(std::string_view expected, std::string_view found, std::string_view about) {
   if (expected == found) return;
   fail("differs: " + std::string(about) + "\nexpected: " + vsa_tests::visible(expected) +

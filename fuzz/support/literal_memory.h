@@ -1,8 +1,8 @@
 // The memory of buffer literals. A few characters of a text declare a buffer of any size, and the
-// reader does not free a literal that no input takes ownership of. In millions of reads both would
-// exhaust the memory. The programs are therefore linked with --wrap=calloc and --wrap=free: calloc,
-// which only buffer literals call, returns null above MAX_LITERAL_BYTES, and leaked literals are
-// freed after each read.
+// reader does not free a literal that no input takes ownership of. Over millions of reads, both
+// would exhaust the memory. The programs are therefore linked with --wrap=calloc and --wrap=free:
+// calloc, which only buffer literals call, returns null above MAX_LITERAL_BYTES, and leaked
+// literals are freed after each read.
 #pragma once
 
 #include <cstddef>

@@ -21,7 +21,8 @@ class Report {
     std::FILE* const file = path == nullptr ? nullptr : std::fopen(path, "a");
     if (file == nullptr) return;
     for (const auto& row : DIAGNOSTIC_ROWS) {
-      // The scene of the fuzzers throws no errors, and 2^32 elements take 200 GiB.
+      // Not counted: the scene of the fuzzers throws no errors of its own, and an array of 2^32
+      // elements takes 200 GiB.
       if (row.id == DiagnosticId::HostError) continue;
       if (row.id == DiagnosticId::TooManyArrayElements) continue;
       std::fprintf(file, "%llu %s\n", counts[static_cast<int>(row.id)], row.name);

@@ -1,5 +1,5 @@
-// Counts how often the reader raises each message. A message that is never raised shows code that
-// the fuzzers do not reach.
+// Counts how often the reader raises each message. If a message is never raised, the fuzzers do not
+// reach some code.
 #pragma once
 
 #include <vsa/diagnostics/diagnostic.h>

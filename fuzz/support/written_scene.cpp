@@ -9,7 +9,7 @@ namespace {
 
 using zn::korvo_sdk::Scene;
 
-/// Reads `text`, which must be a whole one, into `scene`.
+/// Reads `text` into `scene`. Fails if the text is not read completely.
 void readAgain(FuzzScene& scene, const std::string& text) {
   scene->setEmptyElementLimit(Scene::DEFAULT_EMPTY_ELEMENT_LIMIT);
   scene->setDepthLimit(Scene::DEFAULT_DEPTH_LIMIT);
@@ -23,7 +23,7 @@ void readAgain(FuzzScene& scene, const std::string& text) {
 
 vsa::WriteOptions writeOptions(unsigned settings) {
   vsa::WriteOptions options;
-  options.header = vsa::HeaderForm::Comments;  // adds nothing to the scene
+  options.header = vsa::HeaderForm::Comments;  // writes no comments that the scene does not have
   if ((settings & 1) != 0) options.paths = vsa::PathForm::Full;
   if ((settings & 2) != 0) options.links = vsa::LinkPlace::Last;
   if ((settings & 4) != 0) options.buffers = vsa::BufferForm::Compressed;

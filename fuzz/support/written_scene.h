@@ -1,4 +1,4 @@
-// Scenes that are written and read again.
+// Writes scenes and reads them back.
 #pragma once
 
 #include <string>
@@ -8,12 +8,13 @@
 
 namespace vsa_fuzz {
 
-/// The options that the bits of `settings` choose.
+/// The options for the bits of `settings`.
 vsa::WriteOptions writeOptions(unsigned settings);
 
-/// Writes `scene` and reads the text into a scene without the limits of a FuzzScene, which must be
-/// the same one, unless the nodes were sorted. What a text cannot carry must be refused, and a
-/// lossy text must be read completely. Returns the result of the first writing.
+/// Writes `scene` and reads the text into another scene without the limits of a FuzzScene. Both
+/// scenes must be equal, unless the nodes were sorted. The writer must report whatever a text
+/// cannot represent, and a lossy text must be read completely. Returns the result of the first call
+/// of the writer.
 vsa::TextResult checkWritten(const zn::korvo_sdk::Scene& scene, const vsa::WriteOptions& options);
 
 }  // namespace vsa_fuzz
