@@ -135,7 +135,8 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 
 void* __wrap_realloc(void* block, std::size_t size) {
   if (!vsa_tests::mayAllocate()) return nullptr;
-  // The old block is not counted while both exist: large blocks are moved by remapping.
+  // Does not count the old block while the new one exists, because realloc moves large blocks by
+  // remapping.
   vsa_tests::countFreed(block);
   void* const moved = __real_realloc(block, size);
   vsa_tests::countAllocated(moved != nullptr || size == 0 ? moved : block);

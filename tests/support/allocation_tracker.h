@@ -11,10 +11,11 @@
 namespace vsa_tests {
 
 struct AllocationCount {
-  /// Bytes in use now, and their maximum, in the sizes that the allocator really reserves.
+  /// Bytes in use, and their maximum. A block counts with the size that the allocator reserves for
+  /// it.
   std::int64_t liveBytes;
   std::int64_t peakBytes;
-  /// Blocks in use now.
+  /// Blocks in use.
   std::int64_t liveBlocks;
   /// Calls that requested memory, including failed ones.
   std::uint64_t calls;
@@ -31,8 +32,8 @@ class AllocationTracker {
   static void resume();
   static AllocationCount count();
 
-  /// Makes the n-th call from now on (1: the next one) fail, with `everAfter` also every later one.
-  /// 0 makes none fail.
+  /// Makes the n-th following call (1: the next one) fail, and if `everAfter` is set all later
+  /// calls, too. 0: no call fails.
   static void failAt(std::uint64_t n, bool everAfter);
   /// Whether a call has failed since the last `failAt`.
   static bool hasFailed();

@@ -23,7 +23,7 @@ bool readFrom(Source source, std::string_view text, zn::korvo_sdk::Scene& scene)
   return parseVsa(&scene, memoryFile(std::string(text), bytesPerRead), true);
 }
 
-/// The constant start of a line of an expectation with a warning of this row.
+/// The text before the first argument in an expected line for a warning of this row.
 std::string startOfWarning(const zn::korvo_sdk::DiagnosticRow& row) {
   const std::string_view format = row.format;
   return "  warning " + std::string(format.substr(0, format.find('%')));

@@ -35,7 +35,7 @@ struct CaseFolder {
 
 CaseFolder findCases(const std::filesystem::path& folder);
 
-/// What the reader reads from.
+/// The kind of source of the reader.
 enum class Source {
   /// A String.
   String,

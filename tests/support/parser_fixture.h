@@ -30,7 +30,7 @@ class PrimedParser {
   HostScene scene;
   zn::korvo_sdk::impl::VsaParser parser;
 
-  /// The texts of the tokens ahead, up to three of them.
+  /// The texts of the lookahead tokens, at most three.
   std::string ahead() const {
     std::string texts;
     for (std::int32_t i = 0; i < parser.lookahead; ++i) {

@@ -131,7 +131,7 @@ class PlainLexer {
       if (peek() == '"') break;
       const char c = consume();
       chars += c;
-      // A backslash makes one unit with a backslash or a quote after it.
+      // A backslash and the backslash or quote after it are one escape sequence.
       if (c == '\\' && (nextIs('\\') || nextIs('"'))) chars += consume();
     }
     chars += consume();

@@ -22,7 +22,7 @@ inline zn::String string(std::string_view bytes) {
   return zn::String::copyOf(bytes);
 }
 
-/// The bytes with everything except printable ASCII as \n, \r, \t or \xHH.
+/// The bytes, with all that are not printable ASCII written as \n, \r, \t or \xHH.
 inline std::string visible(std::string_view bytes) {
   std::string shown;
   for (const char c : bytes) {

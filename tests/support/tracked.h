@@ -10,11 +10,11 @@ namespace vsa_tests {
 
 class Tracked {
  public:
-  /// The number of elements that exist now.
+  /// The number of live elements.
   static inline int live = 0;
   /// The number of copies made, without moves.
   static inline int copies = 0;
-  /// The n-th copy from now on (1: the next one) throws std::runtime_error; 0: none throws.
+  /// The n-th following copy (1: the next one) throws std::runtime_error. 0: no copy throws.
   static inline int copiesUntilThrow = 0;
 
   explicit Tracked(int n = 0) : number(n), self_(this) { ++live; }
