@@ -19,7 +19,7 @@ write_basic_package_version_file(vsa-config-version.cmake COMPATIBILITY SameMino
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vsa-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/vsa-config-version.cmake
         DESTINATION ${vsa_package_dir})
 
-# The prefix is written relative to the file, so that an installed tree can be moved.
+# The prefix in the file is relative to the file, so that an installed tree can be moved.
 file(RELATIVE_PATH vsa_prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/vsa.pc.in vsa.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vsa.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)

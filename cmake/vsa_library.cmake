@@ -16,7 +16,7 @@ function(vsa_own_target target)
 endfunction()
 
 # vsa_precompile(TARGET HEADER...) and vsa_precompile(TARGET REUSE_FROM OTHER): precompiles headers for the sources of a
-# target. Not with ccache, which does not cache sources with precompiled headers.
+# target. Does nothing if ccache is used, because ccache does not cache sources with precompiled headers.
 function(vsa_precompile target)
   if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache")
     return()
@@ -27,9 +27,9 @@ function(vsa_precompile target)
   endif()
 endfunction()
 
-# Each layer is a target, vsa_<layer>, with the objects of its sources. tests/layers.sh lists which folder may include
-# which. The shared library exports the names marked VSA_API only. Without semantic interposition, calls of exported
-# names within the library are direct calls, so both libraries use the same objects at full speed.
+# Each layer is an object library, vsa_<layer>. tests/layers.sh lists which folder may include which. The shared library
+# exports the names marked VSA_API only. Without semantic interposition, calls of exported names within the library are
+# direct calls, so both libraries use the same objects at full speed.
 set(vsa_layers foundation diagnostics scene model reader api write syntax)
 file(GLOB_RECURSE vsa_foundation_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/foundation/*.cpp)
 file(GLOB_RECURSE vsa_diagnostics_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/diagnostics/*.cpp)
