@@ -154,6 +154,7 @@ vsa::ReadOptions optionsOf(unsigned settings) {
   if ((settings & 16) != 0) options.buffers = vsa::BufferMode::Skip;
   if ((settings & 32) != 0) options.limits = {1000, 5000, 100, 3, 20, 4, 5};
   if ((settings & 64) != 0) options.keptDiagnostics = 1;
+  if ((settings & 128) != 0) options.wantedNames = {"b", "lamp1"};
   return options;
 }
 

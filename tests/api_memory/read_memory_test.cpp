@@ -2,7 +2,11 @@
 // LeakSanitizer runs over this program without suppressions.
 #include <gtest/gtest.h>
 
-#include <sstream>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -38,9 +42,22 @@ void warmUp() {
   static_cast<void>(vsa::readText("a x; x.b = byte[1] {1}; x.v = vec2(1 2); define y;"));
 }
 
-std::string faultyText() {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr bool IS_SANITIZED = true;
+#else
+constexpr bool IS_SANITIZED = false;
+#endif
+
+std::uint64_t residentBytes() {
+  std::uint64_t total = 0;
+  std::uint64_t resident = 0;
+  std::ifstream("/proc/self/statm") >> total >> resident;
+  return resident * static_cast<std::uint64_t>(::sysconf(_SC_PAGESIZE));
+}
+
+std::string faultyText(std::size_t bytes) {
   std::string text = "a x;\nx.n = 1;\n";
-  while (text.size() < 100'000) {
+  while (text.size() < bytes) {
     text += "x.n = \"" + std::string(200, 's') + "\";\nx.n = byte[300] {1};\nx.o = x;\n";
   }
   return text + "x.b = byte[2] {1 2 3};";
@@ -72,7 +89,7 @@ TEST(ReadMemory, OfValuesThatNoInputTookIsFreed) {
 
 TEST(ReadMemory, StaysAsItWasOverManyFaultyReads) {
   warmUp();
-  const std::string text = faultyText();
+  const std::string text = faultyText(100'000);
   vsa::Scene scene;
   static_cast<void>(vsa::readTextInto(scene, text));
   AllocationTracker::start();
@@ -81,6 +98,23 @@ TEST(ReadMemory, StaysAsItWasOverManyFaultyReads) {
   AllocationTracker::stop();
   EXPECT_EQ(AllocationTracker::count().liveBlocks, 0);
   EXPECT_EQ(AllocationTracker::count().liveBytes, 0);
+}
+
+// The whole memory of the process, which a sanitizer keeps freed blocks in.
+TEST(ReadMemory, OfTheProcessStaysAsItWasOverManyFaultyReads) {
+  warmUp();
+  const std::string text = faultyText(10'000);
+  const auto readMany = [&](int times) {
+    for (int i = 0; i < times; ++i) static_cast<void>(vsa::readText(text));
+  };
+  readMany(200);
+  const std::uint64_t before = residentBytes();
+  readMany(IS_SANITIZED ? 100 : 10'000);
+  const std::uint64_t growth = residentBytes() - std::min(before, residentBytes());
+  if (!IS_SANITIZED) {
+    EXPECT_LT(growth, 1'000'000U);
+  }
+  EXPECT_GT(before, 0U);
 }
 
 TEST(ReadMemory, OfARefusedValueIsFreedBeforeTheNextStatement) {

@@ -109,9 +109,10 @@ void endAtTextBytes(const SkippedBuffer& skipped, const ReadOptions& options,
   found.message = message;
   found.inputPath = skipped.inputPath;
   found.range = skipped.literal;
-  outcome.errorCount = 1;
+  outcome.errorCount = outcome.droppedDiagnostics = 1;
   if (options.onDiagnostic) options.onDiagnostic(found);
   outcome.diagnostics.push_back(std::move(found));
+  outcome.droppedDiagnostics = 0;
   Ending(outcome).set(ReadStatus::OverLimit, message);
   outcome.limit = Limit::TextBytes;
 }

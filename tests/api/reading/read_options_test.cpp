@@ -58,6 +58,23 @@ TEST(ReadOptions, ProgressEndsWithTheWholeText) {
   EXPECT_EQ(calls.back().bytesRead, text.size());
 }
 
+TEST(ReadOptions, ProgressIsNotCalledMoreOftenThanEveryFewMilliseconds) {
+  using Clock = std::chrono::steady_clock;
+  std::string text = "lamp sun:\n";
+  while (text.size() < 8'000'000) text += "  .power = 1.5;\n";
+  std::vector<Clock::time_point> calls;
+  ReadOptions options;
+  options.onProgress = [&](const ReadProgress&) {
+    calls.push_back(Clock::now());
+    return true;
+  };
+  ASSERT_TRUE(vsa::readText(text, options).isComplete());
+  ASSERT_GE(calls.size(), 3U);
+  for (std::size_t i = 1; i + 1 < calls.size(); ++i) {  // the last one is at the end
+    EXPECT_GE(calls[i] - calls[i - 1], std::chrono::milliseconds(5));
+  }
+}
+
 // The calls of a reading without a long time between two of them: the first and the last one.
 std::vector<ReadProgress> progressOf(vsa::Source& source) {
   std::vector<ReadProgress> calls;

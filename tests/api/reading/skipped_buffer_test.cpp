@@ -169,6 +169,7 @@ TEST(SkippedBuffer, OverTheLimitOfTextBytesIsADiagnosticForTheCallback) {
   EXPECT_EQ(thrown.message, "no more");
   EXPECT_NE(thrown.exception, nullptr);
   EXPECT_FALSE(thrown.limit);
+  EXPECT_EQ(thrown.droppedDiagnostics, 1U);
 }
 
 TEST(SkippedBuffer, IsUnreadableWithTheReasonOfTheSystem) {

@@ -61,7 +61,6 @@ DiagnosticRecorder::DiagnosticRecorder(const ReadOptions& options, ReadOutcome& 
 bool DiagnosticRecorder::wants(Severity severity) {
   if (options_.onDiagnostic != nullptr || !keepsNoMore()) return true;
   count(severity);
-  ++outcome_.droppedDiagnostics;
   checkLimit(false);
   return false;
 }
@@ -84,7 +83,7 @@ void DiagnosticRecorder::add(const Record& record) {
     locate(diagnostic, record);
     deliver(std::move(diagnostic));
   } else {
-    drop();
+    isFull_ = true;
   }
   checkLimit(ended);
 }
@@ -93,7 +92,7 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
                              std::string message) {
   count(severity);
   if (!isWanted(endedReading, message.size())) {
-    drop();
+    isFull_ = true;
     return checkLimit(endedReading);
   }
   Diagnostic diagnostic;
@@ -113,11 +112,6 @@ bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes)
          fits(sizeof(Diagnostic) + messageBytes);
 }
 
-void DiagnosticRecorder::drop() noexcept {
-  isFull_ = true;
-  ++outcome_.droppedDiagnostics;
-}
-
 bool DiagnosticRecorder::keepsNoMore() const noexcept {
   return isFull_ || outcome_.diagnostics.size() >= options_.keptDiagnostics;
 }
@@ -132,9 +126,12 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
     ending_.callHost([&] { options_.onDiagnostic(diagnostic); });
   }
   const std::uint64_t bytes = bytesOf(diagnostic);
-  if (!fits(bytes) && !diagnostic.endedReading) return drop();
-  keep(std::move(diagnostic));
-  keptBytes_ += bytes;
+  if (fits(bytes) || diagnostic.endedReading) {
+    keep(std::move(diagnostic));
+    keptBytes_ += bytes;
+  } else {
+    isFull_ = true;
+  }
 }
 
 // Within a statement, the kept ones are sorted by their place.
@@ -150,10 +147,13 @@ void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
                          return a.range.begin.offset < b.range.begin.offset;
                        });
   kept.insert(after, std::move(diagnostic));
+  --outcome_.droppedDiagnostics;
 }
 
+// It counts as dropped until it is kept: the callback may throw, or memory for it be missing.
 void DiagnosticRecorder::count(Severity severity) noexcept {
   ++(severity == Severity::Warning ? outcome_.warningCount : outcome_.errorCount);
+  ++outcome_.droppedDiagnostics;
 }
 
 void DiagnosticRecorder::checkLimit(bool endedReading) {

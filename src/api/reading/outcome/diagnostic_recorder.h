@@ -45,7 +45,6 @@ class DiagnosticRecorder {
   bool keepsNoMore() const noexcept;
   // Whether a diagnostic of that size is kept.
   bool fits(std::uint64_t bytes) const noexcept;
-  void drop() noexcept;
   void deliver(Diagnostic&& diagnostic);
   void keep(Diagnostic&& diagnostic);
   void count(Severity severity) noexcept;
