@@ -2,6 +2,7 @@
 // alone are in read_status_test.cpp.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <functional>
@@ -12,6 +13,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -50,16 +52,6 @@ std::function<ReadOutcome()> limited(const std::function<void(ReadLimits&)>& set
     ReadOptions options;
     set(options.limits);
     return ReadOutcome(vsa::readText(bytes, options));
-  };
-}
-
-// A reading that its progress callback cancels at a progress that takes some time to reach.
-std::function<ReadOutcome()> cancelledWhen(
-    const std::function<bool(const ReadProgress&)>& isReached, std::string (*makeText)()) {
-  return [isReached, makeText] {
-    ReadOptions options;
-    options.onProgress = [&](const ReadProgress& progress) { return !isReached(progress); };
-    return ReadOutcome(vsa::readText(makeText(), options));
   };
 }
 
@@ -160,24 +152,52 @@ ReadOutcome deeperThanTheScene() {
   return vsa::readTextInto(scene, "lamp sun; sun.b.c = 1;");
 }
 
-// Each takes more than some milliseconds.
-
-std::string longText() {
-  std::string bytes = "lamp sun:\n";
-  while (bytes.size() < 8'000'000) bytes += "  .power = 1.5;\n";
-  return bytes;
+// The progress callback is called when more than 5 milliseconds have passed.
+void passProgressInterval() {
+  std::this_thread::sleep_for(std::chrono::milliseconds(6));
 }
 
-std::string longLinks() {
-  std::string bytes = "lamp sun:\n";
-  for (int i = 0; i < 100'000; ++i) bytes += ".a" + std::to_string(i) + " = sun;\n";
-  return bytes;
+ReadOptions cancellingWhen(const std::function<bool(const ReadProgress&)>& isReached) {
+  ReadOptions options;
+  options.onProgress = [isReached](const ReadProgress& progress) { return !isReached(progress); };
+  return options;
 }
 
-std::string longList() {
-  std::string bytes = "a x: .b = double[1000000] {";
-  for (int i = 0; i < 1'000'000; ++i) bytes += "1 ";
-  return bytes + "};";
+ReadOutcome cancelledAtOnce() {
+  return vsa::readText("lamp sun;", cancellingWhen([](const ReadProgress&) { return true; }));
+}
+
+ReadOutcome cancelledInTheText() {
+  TestSource source("lamp sun; lamp moon;", 4);
+  source.onRead = [](std::size_t) { passProgressInterval(); };
+  return vsa::readSource(source,
+                         cancellingWhen([](const ReadProgress& now) { return now.bytesRead > 0; }));
+}
+
+// All bytes have been read before the value is converted.
+ReadOutcome cancelledInAValue() {
+  std::string bytes = "a x: .b = double[800000] {";
+  for (int i = 0; i < 800'000; ++i) bytes += "1 ";
+  bytes += "};";
+  TestSource source(bytes);
+  source.onRead = [&](std::size_t at) {
+    if (at == bytes.size()) passProgressInterval();
+  };
+  return vsa::readSource(source, cancellingWhen([&](const ReadProgress& now) {
+                           return now.bytesRead == bytes.size();
+                         }));
+}
+
+ReadOutcome cancelledInTheLinks() {
+  std::string bytes = "lamp sun:\n";
+  for (int i = 0; i < 3000; ++i) bytes += ".a" + std::to_string(i) + " = sun;\n";
+  HostScene scene;
+  bool isFirst = true;
+  scene.options.onCall = [&](const std::string& call) {
+    if (call.ends_with("setNode sun") && std::exchange(isFirst, false)) passProgressInterval();
+  };
+  return vsa::readTextInto(
+      scene, bytes, cancellingWhen([](const ReadProgress& now) { return now.linksTotal > 0; }));
 }
 
 // --- the table ---
@@ -211,15 +231,10 @@ std::vector<Row> rows() {
       {"a source that fails at once", Unreadable, sourceThatFailsAt(0)},
       {"a source that fails later", Unreadable, sourceThatFailsAt(20)},
       {"a scene that is being read into", Unreadable, sceneThatIsReadInto},
-      {"cancelled before the text", Cancelled,
-       cancelledWhen([](const ReadProgress&) { return true; }, longText)},
-      {"cancelled in the text", Cancelled,
-       cancelledWhen([](const ReadProgress& now) { return now.bytesRead > 0; }, longText)},
-      {"cancelled in a value", Cancelled,
-       cancelledWhen([](const ReadProgress& now) { return now.bytesRead == now.bytesTotal; },
-                     longList)},
-      {"cancelled in the links", Cancelled,
-       cancelledWhen([](const ReadProgress& now) { return now.linksTotal > 0; }, longLinks)},
+      {"cancelled before the text", Cancelled, cancelledAtOnce},
+      {"cancelled in the text", Cancelled, cancelledInTheText},
+      {"cancelled in a value", Cancelled, cancelledInAValue},
+      {"cancelled in the links", Cancelled, cancelledInTheLinks},
       {"a text that is too long", OverLimit,
        limited([](ReadLimits& limits) { limits.textBytes = 8; }, "lamp sun;"), Limit::TextBytes},
       {"a source that goes on", OverLimit, textLongerThanAnnounced, Limit::TextBytes},
