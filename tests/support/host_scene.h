@@ -38,6 +38,8 @@ struct HostOptions {
   /// The calls of isArray, refusesValues, holdsBuffer and bufferType, one line each.
   std::vector<std::string> queries;
   int typesAsked = 0;  ///< Number of calls of type() on nodes.
+  /// Called by type() of nodes.
+  std::function<void()> onTypeAsked;
   /// Called with each line before it is recorded; may throw.
   std::function<void(const std::string&)> onCall;
 
@@ -199,6 +201,7 @@ class HostNode final : public host::INode {
   zn::String name() const override { return string(name_); }
   zn::String type() const override {
     ++options_.typesAsked;
+    if (options_.onTypeAsked) options_.onTypeAsked();
     return string(type_);
   }
   bool hasInput(const zn::String& name, sdk::AttrType type) override {

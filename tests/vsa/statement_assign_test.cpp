@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include <vsa/scene/name_update.h>
 #include <vsa/scene/node_type.h>
 #include "tests/vsa/assign_fixture.h"
 #include "vsa/apply/path_resolver.h"
@@ -220,6 +221,21 @@ TEST_F(Assign, HiddenInputHasOneEntry) {
 TEST_F(Assign, NodeTypeIsRequestedForEveryElement) {
   EXPECT_EQ(calls("n.a[1].b = 1;").back(), "n.a[1].b.assign Int 1");
   EXPECT_EQ(scene_.options.typesAsked, 3);
+}
+
+// A host may declare a type when it is asked for the type of a node. The name after it is then
+// translated already, on a short path as on a long one.
+TEST_F(Assign, TypeMayBeDeclaredWhenItIsRequested) {
+  ASSERT_FALSE(anyNodeTypes());
+  scene_.options.onTypeAsked = [] {
+    registerNodeType({.name = "lamp", .formerInputs = {{"intensity", "power"}}});
+  };
+  for (const std::string path : {"a.intensity", "b.intensity[0]", "c.intensity.x"}) {
+    scene_.add("lamp", path.substr(0, 1));
+    const std::string made = calls(path + " = 1;").front();
+    EXPECT_NE(made.find(" power "), std::string::npos) << made;
+    unregisterNodeType("lamp");
+  }
 }
 
 TEST_F(Assign, WithNode) {

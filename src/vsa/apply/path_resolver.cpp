@@ -37,8 +37,8 @@ IInput* PathResolver::resolve() {
 IInput* PathResolver::resolveInput() {
   const Token& element = path_.back();
   required_ = {valueType_, AttrType::Null};
-  if (anyNodeTypes()) return current_ = step(element);
-  static_cast<void>(node_.type());
+  const String type = node_.type();
+  if (anyNodeTypes()) return current_ = step(updateInputName(type, element.text), element);
   IInput* const found = find(element.text);
   return current_ = found != nullptr ? found : createInput(element.text);
 }
