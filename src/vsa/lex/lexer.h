@@ -83,6 +83,29 @@ class Lexer {
   /// True when a byte 0xFF ended the input, not the end of the source.
   bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
 
+  // The sources and the StatementScanner read and move the window.
+
+  /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
+  const char* windowBegin = nullptr;
+  const char* windowEnd = nullptr;
+  /// The first of the bytes up to `windowBegin` that are still in memory.
+  const char* windowStart = nullptr;
+
+  /// The last byte of the window. A byte before it can be consumed, because its successor is
+  /// buffered.
+  const char* windowLast() const noexcept {
+    return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
+  }
+  /// Consumes the first `count` bytes of the window, which has more.
+  void consumeBytes(std::size_t count) noexcept;
+  /// Whether the last `count` tokens lie in the current block of the source, and the offset of
+  /// each is known.
+  bool hasInBlock(std::uint32_t count) const noexcept {
+    return tokensInBlock_ >= count && !isOffsetUnknown_;
+  }
+  /// The names of the text, and other short texts of tokens.
+  TokenTextPool& texts() noexcept { return texts_; }
+
  protected:
   Lexer() = default;
   Lexer(const Lexer&) = delete;
@@ -99,29 +122,16 @@ class Lexer {
   /// Derived classes call this when the source has no more characters.
   void endSource() noexcept { sourceEnded_ = true; }
 
-  /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
-  const char* windowBegin = nullptr;
-  const char* windowEnd = nullptr;
-  /// The first of the bytes up to `windowBegin` that are still in memory.
-  const char* windowStart = nullptr;
-
  private:
-  friend class StatementScanner;
   struct ListKind;
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
-  // The last byte of the window. A byte before it can be consumed, because its successor is
-  // buffered.
-  const char* windowLast() const noexcept {
-    return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
-  }
   void skipWhite();
   void skipBufferedWhite() noexcept;
   void collect();
   void collectRun(unsigned classes);
   void collectUntil(char a, char b);
   void collectListRun();
-  void consumeBytes(std::size_t count) noexcept;
   void consumeLines(std::size_t count, const LineFeeds& feeds) noexcept;
   void consumeInLine(std::size_t count) noexcept;
   void collectBytes(std::size_t count);

@@ -39,7 +39,7 @@ StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
   // With four tokens in this block, `consumed` and the three tokens after it end in it, so `index`
   // did not wrap around between them.
-  if (lexer.tokensInBlock_ < 4 || lexer.isOffsetUnknown_) return;
+  if (!lexer.hasInBlock(4)) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
   first_ = end_ = lexer.windowBegin - ahead;
@@ -137,7 +137,7 @@ inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;
-  if (lexer_.texts_.intern(place.text(), out) == Type::Id) return true;
+  if (lexer_.texts().intern(place.text(), out) == Type::Id) return true;
   out = String();
   return false;
 }
@@ -187,7 +187,7 @@ const char* StatementScanner::comment(SimpleStatement& out) {
   moveToEnd();
   skipWhite(end_);
   out.kind = Kind::Comment;
-  out.text = lexer_.texts_.copy(text.substr(0, text.find('\0')));
+  out.text = lexer_.texts().copy(text.substr(0, text.find('\0')));
   return next_[0].end;
 }
 
