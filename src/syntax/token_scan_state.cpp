@@ -35,14 +35,6 @@ SyntaxKind kindOf(Type first) {
   }
 }
 
-bool isBracket(char c) {
-  return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
-}
-
-bool mayBeInList(char c) {
-  return char_class::is(c, char_class::NUMBER | char_class::WHITE) || c == ',' || isBracket(c);
-}
-
 }  // namespace
 
 void TokenScanState::begin(char first) noexcept {
@@ -131,7 +123,7 @@ const char* TokenScanState::list(const char* at, const char* end) noexcept {
       } else if (c == close_) {
         if (depth_ == 0) return over(at + 1);
         --depth_;
-      } else if (!mayBeInList(c)) {
+      } else if (!lex::mayBeInList(c)) {
         kind_ = SyntaxKind::Invalid;
         return over(at + 1);
       }
@@ -143,9 +135,7 @@ const char* TokenScanState::list(const char* at, const char* end) noexcept {
 const char* TokenScanState::brackets(const char* at, const char* end) noexcept {
   for (; at < end; ++at) {
     if (*at == ']') return over(at + 1);
-    const bool isAllowed =
-        *at == '[' || *at == '*' || char_class::is(*at, char_class::DIGIT | char_class::WHITE);
-    if (isAllowed) continue;
+    if (lex::mayBeInBrackets(*at)) continue;
     kind_ = SyntaxKind::Invalid;
     return over(at + 1);
   }

@@ -29,10 +29,6 @@ constexpr std::size_t MAX_STEP_BYTES = 16384;
 constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
-bool isBracket(char c) {
-  return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
-}
-
 // The characters before the first NUL.
 std::string_view textOf(const ds::Vector<char>& chars) {
   const std::string_view all(chars.data, static_cast<std::size_t>(chars.size));
@@ -302,9 +298,7 @@ Token Lexer::brackets() {
   chars_.clear();
   do {
     if (atEnd()) return unexpectedEof("BRACKETS");
-    const bool isAllowed = lookaheadChar == '[' || lookaheadChar == ']' || lookaheadChar == '*' ||
-                           is(lookaheadChar, char_class::DIGIT | char_class::WHITE);
-    if (!isAllowed) return invalidListToken("BRACKET");
+    if (lookaheadChar != ']' && !mayBeInBrackets(lookaheadChar)) return invalidListToken("BRACKET");
     collect();
   } while (lookaheadChar != ']');
   collect();
@@ -318,10 +312,7 @@ Token Lexer::bracketedList(const ListKind& kind) {
   std::uint64_t depth = 0;
   while (true) {
     if (atEnd()) return unexpectedEof(kind.plural);
-    if (!isBracket(lookaheadChar) && lookaheadChar != ',' && !isNumberChar() &&
-        !is(lookaheadChar, char_class::WHITE)) {
-      return invalidListToken(kind.singular);
-    }
+    if (!mayBeInList(lookaheadChar)) return invalidListToken(kind.singular);
     if (chars_.size != 0 && lookaheadChar == kind.open) {
       consume();
       ++depth;

@@ -113,6 +113,21 @@ inline std::uint32_t numberMask(__m128i bytes, __m128i markers) {
 
 }  // namespace detail
 
+/// A bracket of any kind. In a list, the brackets of other kinds separate numbers like blanks.
+constexpr bool isBracket(char c) {
+  return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
+}
+
+/// Whether a parenthesis or brace list may contain the character.
+constexpr bool mayBeInList(char c) {
+  return char_class::is(c, char_class::NUMBER | char_class::WHITE) || c == ',' || isBracket(c);
+}
+
+/// Whether a bracket list may contain the character. A "]" ends it.
+constexpr bool mayBeInBrackets(char c) {
+  return c == '[' || c == '*' || char_class::is(c, char_class::DIGIT | char_class::WHITE);
+}
+
 /// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid if
 /// no token begins with `c`.
 constexpr Token::Type firstOf(char c) {
