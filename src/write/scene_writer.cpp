@@ -1,5 +1,6 @@
 #include "write/scene_writer.h"
 
+#include "foundation/base/byte_order_mark.h"
 #include "foundation/text/letter_case.h"
 #include "write/text/value_text.h"
 
@@ -30,7 +31,7 @@ void putConnection(TextBuffer& out, const Output& output) {
 // The reader skips a byte order mark at the beginning of a file. Its bytes are letters, so a type
 // may begin with them. Such a type is written after a line end.
 void putType(TextBuffer& out, std::string_view type) {
-  if (out.size() == 0 && type.starts_with("\xEF\xBB\xBF")) out.put('\n');
+  if (out.size() == 0 && type.starts_with(zn::detail::BYTE_ORDER_MARK)) out.put('\n');
   out.put(type);
 }
 

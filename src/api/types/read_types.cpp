@@ -8,6 +8,7 @@
 #include <vsa/types.h>
 #include <vsa/values/value_types.h>
 #include "api/types/json_value.h"
+#include "foundation/base/byte_order_mark.h"
 
 namespace vsa {
 
@@ -183,7 +184,7 @@ TextPosition positionOf(std::string_view text, std::size_t offset) {
 
 TypesResult readTypes(std::string_view json) {
   TypesResult result;
-  constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+  using zn::detail::BYTE_ORDER_MARK;
   if (json.starts_with(BYTE_ORDER_MARK)) json.remove_prefix(BYTE_ORDER_MARK.size());
   try {
     result.types = typesOf(readJson(json));

@@ -10,11 +10,11 @@
 #include <string_view>
 #include <system_error>
 
+#include "foundation/base/byte_order_mark.h"
+
 namespace zn::detail {
 
 namespace {
-
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 // Repeats a system call as long as signals interrupt it.
 template <class Call>
