@@ -10,6 +10,7 @@
 #include <sstream>
 
 #include <vsa/diagnostics/diagnostic.h>
+#include <vsa/reading/read_diagnostic.h>
 #include "tests/support/case_run.h"
 
 namespace vsa_tests {
@@ -100,6 +101,18 @@ TEST(MessageTest, EveryMessageIsDocumented) {
   for (const auto& row : DIAGNOSTIC_ROWS) {
     const std::string heading = std::string("\n### ") + row.name + '\n';
     EXPECT_NE(page.find(heading), std::string::npos) << row.name;
+  }
+}
+
+// A paragraph under an id that no message has was left behind.
+TEST(MessageTest, EveryParagraphHasAMessage) {
+  std::set<std::string> ids = {"unreadable-file"};  // the command adds it
+  for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
+    ids.insert(vsa::name(static_cast<vsa::DiagnosticId>(i)));
+  }
+  std::istringstream lines(contentOf(fs::path(VSA_TEST_DIR).parent_path() / "docs/messages.md"));
+  for (std::string line; std::getline(lines, line);) {
+    EXPECT_TRUE(!line.starts_with("### ") || ids.contains(line.substr(4))) << line;
   }
 }
 
