@@ -99,7 +99,12 @@ class VSA_API SyntaxReader {
   bool keepsText() const noexcept;
 
  private:
+  friend class StatementReader;
   class VSA_LOCAL State;
+
+  // For a text in memory.
+  VSA_LOCAL bool appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens);
+
   std::unique_ptr<State> state_;
 };
 

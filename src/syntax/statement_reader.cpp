@@ -102,12 +102,13 @@ void StatementReader::keepTexts(SyntaxStatement& out) {
 
 // Reads tokens up to the end of a statement. Returns whether it got there.
 bool StatementReader::readTokens(std::vector<SyntaxToken>& tokens) {
+  if (reader_.keepsText()) return reader_.appendStatement(tokens, MAX_TOKENS);
   while (true) {
     const SyntaxToken token = reader_.next();
     if (token.kind == SyntaxKind::EndOfText) return true;
     if (token.isFirst) {
       tokens.push_back(token);
-      if (!reader_.keepsText()) kept_ += token.text;
+      kept_ += token.text;
     } else {
       SyntaxToken& whole = tokens.back();
       whole.kind = token.kind;

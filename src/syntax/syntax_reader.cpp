@@ -7,6 +7,7 @@
 #include <vsa/syntax.h>
 #include "syntax/token_scan_state.h"
 #include "vsa/lex/byte_scan.h"
+#include "vsa/lex/token_scan.h"
 #include "vsa/lex/token_text_pool.h"
 
 namespace vsa {
@@ -42,16 +43,29 @@ class SyntaxReader::State {
     begin_ = at_ = end_ = buffer_.get();
   }
 
-  SyntaxToken next();
+  /// Sets every member of `out`.
+  void next(SyntaxToken& out) {
+    if (source_ == nullptr) {
+      nextWhole(out);
+    } else {
+      nextPiece(out);
+    }
+  }
+  bool appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens);
   bool endedAtMark() const noexcept { return endedAtMark_; }
   bool keepsText() const noexcept { return source_ == nullptr; }
 
  private:
+  void nextWhole(SyntaxToken& out);
+  void nextPiece(SyntaxToken& out);
+  void endOfText(SyntaxToken& out) const noexcept;
+  std::uint64_t skipBufferedWhite() noexcept;
   std::uint64_t skipWhite();
   bool refill();
   void extend(const char* bytes, std::size_t count) noexcept;
   TextPosition position() const noexcept { return {offset_, line_, offset_ - lineBegin_ + 1}; }
-  SyntaxToken piece(std::uint64_t lineFeedsBefore, bool isFirst);
+  bool shortToken(SyntaxToken& out);
+  void piece(SyntaxToken& out, bool isFirst);
   void moveTo(const char* to, const lex::LineFeeds& feeds) noexcept;
 
   Source* source_ = nullptr;  // null for a text in memory
@@ -82,7 +96,13 @@ SyntaxReader& SyntaxReader::operator=(SyntaxReader&&) noexcept = default;
 SyntaxReader::~SyntaxReader() = default;
 
 SyntaxToken SyntaxReader::next() {
-  return state_->next();
+  SyntaxToken token;
+  state_->next(token);
+  return token;
+}
+
+bool SyntaxReader::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
+  return state_->appendStatement(tokens, maxTokens);
 }
 
 bool SyntaxReader::endedAtMark() const noexcept {
@@ -128,49 +148,93 @@ void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) no
   begin_ = to;
 }
 
-// Returns the number of line feeds that were skipped.
+// Both return the number of line feeds that were skipped.
+inline std::uint64_t SyntaxReader::State::skipBufferedWhite() noexcept {
+  lex::LineFeeds skipped{0, nullptr};
+  for (; at_ < end_ && char_class::is(*at_, char_class::WHITE); ++at_) {
+    if (*at_ != '\n') continue;
+    ++skipped.count;
+    skipped.last = at_;
+  }
+  moveTo(at_, skipped);
+  return skipped.count;
+}
+
 std::uint64_t SyntaxReader::State::skipWhite() {
   std::uint64_t feeds = 0;
   do {
-    lex::LineFeeds skipped{0, nullptr};
-    for (; at_ < end_ && char_class::is(*at_, char_class::WHITE); ++at_) {
-      if (*at_ != '\n') continue;
-      ++skipped.count;
-      skipped.last = at_;
-    }
-    feeds += skipped.count;
-    moveTo(at_, skipped);
+    feeds += skipBufferedWhite();
   } while (at_ == end_ && refill());
   return feeds;
 }
 
-SyntaxToken SyntaxReader::State::piece(std::uint64_t lineFeedsBefore, bool isFirst) {
-  SyntaxToken token;
-  token.kind = token_.kind();
-  token.isFirst = isFirst;
-  token.isLast = token_.isOver();
-  token.text = {begin_, static_cast<std::size_t>(at_ - begin_)};
-  token.lineFeedsBefore = lineFeedsBefore;
-  token.range.begin = position();
-  const bool mayHaveFeeds = token_.mayHaveLineFeeds();
-  moveTo(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
-  token.range.end = position();
-  if (token.kind == SyntaxKind::Word && isFirst && token.isLast) {
-    token.kind = kindOfWord(token.text);
+// Reads a word or a single character of a text in memory. False for another token.
+//
+// Most tokens of a scene are: the statements of 100 scenes of 7 KB take 21 million instructions,
+// without this function and appendStatement() 36 million (reading the scenes takes 49 million).
+inline bool SyntaxReader::State::shortToken(SyntaxToken& out) {
+  const lex::Token::Type first = lex::firstOf(*at_);
+  if (lex::isOneCharacter(first)) {
+    ++at_;
+    out.kind = SyntaxKind::Punctuation;
+  } else if (first == lex::Token::Type::Id) {
+    at_ = lex::endOfName(at_ + 1, end_);
+    out.kind = kindOfWord({begin_, static_cast<std::size_t>(at_ - begin_)});
+  } else {
+    return false;
   }
-  return token;
+  const auto size = static_cast<std::size_t>(at_ - begin_);
+  out.isFirst = out.isLast = true;
+  out.text = {begin_, size};
+  out.range.begin = position();
+  offset_ += size;
+  begin_ = at_;
+  out.range.end = position();
+  return true;
 }
 
-SyntaxToken SyntaxReader::State::next() {
+void SyntaxReader::State::piece(SyntaxToken& out, bool isFirst) {
+  out.kind = token_.kind();
+  out.isFirst = isFirst;
+  out.isLast = token_.isOver();
+  out.text = {begin_, static_cast<std::size_t>(at_ - begin_)};
+  out.range.begin = position();
+  const bool mayHaveFeeds = token_.mayHaveLineFeeds();
+  moveTo(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
+  out.range.end = position();
+  if (out.kind == SyntaxKind::Word && isFirst && out.isLast) out.kind = kindOfWord(out.text);
+}
+
+void SyntaxReader::State::endOfText(SyntaxToken& out) const noexcept {
+  out.kind = SyntaxKind::EndOfText;
+  out.isFirst = out.isLast = true;
+  out.text = {};
+  out.range = {position(), position()};
+}
+
+// The next token of a text in memory, which is always in one piece.
+inline void SyntaxReader::State::nextWhole(SyntaxToken& out) {
+  out.lineFeedsBefore = skipBufferedWhite();
+  if (at_ == end_) {
+    endOfText(out);
+    return;
+  }
+  if (shortToken(out)) return;
+  token_.begin(*at_++);
+  if (!token_.isOver()) at_ = token_.advance(at_, end_);
+  if (at_ == end_) token_.endText();
+  piece(out, true);
+}
+
+// The next token or piece of a source.
+void SyntaxReader::State::nextPiece(SyntaxToken& out) {
   const bool isFirst = !isInside_;
-  std::uint64_t feeds = 0;
+  out.lineFeedsBefore = 0;
   if (isFirst) {
-    feeds = skipWhite();
+    out.lineFeedsBefore = skipWhite();
     if (at_ == end_) {
-      SyntaxToken token;
-      token.range = {position(), position()};
-      token.lineFeedsBefore = feeds;
-      return token;
+      endOfText(out);
+      return;
     }
     token_.begin(*at_++);
   }
@@ -179,7 +243,22 @@ SyntaxToken SyntaxReader::State::next() {
   } while (!token_.isOver() && refill());
   if (isEnded_ && at_ == end_) token_.endText();
   isInside_ = !token_.isOver();
-  return piece(feeds, isFirst);
+  piece(out, isFirst);
+}
+
+// Appends the tokens of a statement of a text in memory. Returns whether that is its end.
+bool SyntaxReader::State::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
+  do {
+    SyntaxToken& token = tokens.emplace_back();
+    nextWhole(token);
+    if (token.kind == SyntaxKind::EndOfText) {
+      tokens.pop_back();
+      return true;
+    }
+    if (token.kind == SyntaxKind::Punctuation && (token.is(';') || token.is(':'))) return true;
+    if (tokens.front().kind == SyntaxKind::Comment) return true;
+  } while (tokens.size() < maxTokens);
+  return false;
 }
 
 }  // namespace vsa
