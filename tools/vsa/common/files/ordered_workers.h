@@ -48,7 +48,7 @@ class OrderedWork {
   Result take() {
     std::unique_lock lock(mutex_);
     Slot& slot = slots_[consumed_ % slots_.size()];
-    changed_.wait(lock, [&] { return slot.value || slot.error; });
+    stored_.wait(lock, [&] { return slot.value || slot.error; });
     Slot taken = std::exchange(slot, {});
     if (taken.error) std::rethrow_exception(taken.error);
     return std::move(*taken.value);
@@ -58,14 +58,14 @@ class OrderedWork {
   void advance() {
     const std::lock_guard lock(mutex_);
     ++consumed_;
-    changed_.notify_all();
+    if (waitingWorkers_ > 0) advanced_.notify_all();
   }
 
   /// Lets no worker begin another item, and none wait for its turn.
   void stop() {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
-    changed_.notify_all();
+    advanced_.notify_all();
   }
 
  private:
@@ -79,7 +79,7 @@ class OrderedWork {
     WorkerTurn(OrderedWork& work, std::size_t item) : work_(work), item_(item) {}
     void await() override {
       std::unique_lock lock(work_.mutex_);
-      work_.changed_.wait(lock, [&] { return work_.stopped_ || work_.consumed_ == item_; });
+      work_.waitUntil(lock, [&] { return work_.stopped_ || work_.consumed_ == item_; });
     }
 
    private:
@@ -89,7 +89,7 @@ class OrderedWork {
 
   std::optional<std::size_t> nextItem() {
     std::unique_lock lock(mutex_);
-    changed_.wait(lock, [&] { return stopped_ || next_ < consumed_ + slots_.size(); });
+    waitUntil(lock, [&] { return stopped_ || next_ < consumed_ + slots_.size(); });
     if (stopped_ || next_ == count_) return std::nullopt;
     return next_++;
   }
@@ -97,16 +97,30 @@ class OrderedWork {
   void store(std::size_t item, Slot result) {
     const std::lock_guard lock(mutex_);
     slots_[item % slots_.size()] = std::move(result);
-    changed_.notify_all();
+    if (item == consumed_) stored_.notify_one();
+  }
+
+  // Lets a worker wait for advance() or stop().
+  template <class Condition>
+  void waitUntil(std::unique_lock<std::mutex>& lock, const Condition& condition) {
+    ++waitingWorkers_;
+    advanced_.wait(lock, condition);
+    --waitingWorkers_;
   }
 
   std::mutex mutex_;
-  std::condition_variable changed_;
+  std::condition_variable stored_;    // the result of the next item; the consumer waits
+  std::condition_variable advanced_;  // or stopped; workers wait
+  std::size_t waitingWorkers_ = 0;
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;
   bool stopped_ = false;
   std::vector<Slot> slots_;  // of the items that are not consumed, by item modulo size
 };
+
+/// Results of a worker that may wait for those of earlier items. Small files take microseconds: with
+/// 4 results, workers wait for each other half of the time.
+inline constexpr std::size_t WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` for the items from 0 up to `count` on `workers` threads, and
 /// `consume(item, result)` for each result, in order, on the calling thread. Ends early when
@@ -125,7 +139,7 @@ void workInOrder(std::size_t count, unsigned workers, const Work& work, const Co
     }
     return;
   }
-  OrderedWork<Result> shared(count, std::size_t{workers} * 4);
+  OrderedWork<Result> shared(count, std::size_t{workers} * WAITING_RESULTS);
   std::vector<std::jthread> threads;
   struct StopAtExit {
     ~StopAtExit() { work.stop(); }
