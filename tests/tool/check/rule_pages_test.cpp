@@ -16,6 +16,7 @@ namespace vsa_tests {
 namespace {
 
 using vsa_tools::Rule;
+using vsa_tools::RuleSet;
 
 std::string contentOf(const char* file) {
   std::ostringstream text;
@@ -68,9 +69,8 @@ TEST(RulePages, HaveExamplesThatTheRuleFinds) {
     if (std::string(rule.group) == "encoding") continue;
     const vsa::ReadResult read = vsa::readText(example);
     std::vector<vsa_tools::Finding> findings;
-    vsa_tools::runRules(
-        {.text = example, .scene = read.scene, .outcome = read, .types = types},
-        [](const Rule&) { return true; }, findings);
+    vsa_tools::runRules({.text = example, .scene = read.scene, .outcome = read, .types = types},
+                        RuleSet([](const Rule&) { return true; }), findings);
     const bool isFound = std::any_of(findings.begin(), findings.end(),
                                      [&](const auto& finding) { return finding.id == rule.id; });
     EXPECT_TRUE(isFound) << rule.id << "\n" << example;

@@ -20,6 +20,7 @@ namespace {
 
 using vsa_tools::Finding;
 using vsa_tools::Rule;
+using vsa_tools::RuleSet;
 
 constexpr std::string_view OPEN = "«";
 constexpr std::string_view CLOSE = "»";
@@ -41,9 +42,8 @@ struct Marked {
 std::vector<Finding> findingsOf(std::string_view text, const std::string& rule) {
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules(
-      {.text = text, .scene = read.scene, .outcome = read},
-      [&](const Rule& row) { return row.id == rule; }, findings);
+  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},
+                      RuleSet([&](const Rule& row) { return row.id == rule; }), findings);
   return findings;
 }
 
@@ -91,9 +91,8 @@ void expectQuiet(const std::filesystem::path& file) {
   const std::string text = contentOf(file);
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules(
-      {.text = text, .scene = read.scene, .outcome = read},
-      [](const Rule& rule) { return rule.isDefault; }, findings);
+  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},
+                      RuleSet([](const Rule& rule) { return rule.isDefault; }), findings);
   for (const Finding& finding : findings) {
     ADD_FAILURE() << file << ':' << (finding.range ? finding.range->begin.line : 0) << ": "
                   << finding.message << " [" << finding.id << "]\n  " << finding.hint;
@@ -117,9 +116,8 @@ TEST(Rules, OnByDefaultFindNothingInRealScenes) {
 TEST(Rules, FindNothingWithoutATextAndAScene) {
   const vsa::ReadResult read = vsa::readText("");
   std::vector<Finding> findings;
-  vsa_tools::runRules(
-      {.text = "", .isTextKept = false, .scene = read.scene, .outcome = read},
-      [](const Rule&) { return true; }, findings);
+  vsa_tools::runRules({.text = "", .isTextKept = false, .scene = read.scene, .outcome = read},
+                      RuleSet([](const Rule&) { return true; }), findings);
   EXPECT_TRUE(findings.empty());
 }
 

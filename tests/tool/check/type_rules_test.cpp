@@ -16,6 +16,7 @@ namespace {
 
 using vsa_tools::Finding;
 using vsa_tools::Rule;
+using vsa_tools::RuleSet;
 
 constexpr std::string_view TYPES = R"({"types": {
   "lamp": {
@@ -74,9 +75,8 @@ std::vector<Finding> findingsOf(std::string_view text, std::string_view id) {
   EXPECT_EQ(types.problem, "");
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
-  vsa_tools::runRules(
-      {.text = text, .scene = read.scene, .outcome = read, .types = types.types},
-      [&](const Rule& rule) { return rule.id == id; }, findings);
+  vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read, .types = types.types},
+                      RuleSet([&](const Rule& rule) { return rule.id == id; }), findings);
   return findings;
 }
 

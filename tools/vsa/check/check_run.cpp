@@ -1,6 +1,9 @@
 #include "tools/vsa/check/check_run.h"
 
 #include <unistd.h>
+#if defined(__GLIBC__)
+#include <malloc.h>
+#endif
 
 #include <algorithm>
 #include <atomic>
@@ -32,6 +35,16 @@ bool isColoured(const std::string& colour) {
   return ::isatty(STDOUT_FILENO) && !isDumb && (noColour == nullptr || *noColour == '\0');
 }
 
+// Keeps the memory of a scene for the next file. A scene has blocks that the C library would return
+// to the system each time: for 2,000 files that takes 0.06 s of 0.2 s.
+void keepFreedMemory() {
+#if defined(__GLIBC__)
+  constexpr int BLOCK_BYTES = 1 << 21, FREE_BYTES = 1 << 26;
+  ::mallopt(M_MMAP_THRESHOLD, BLOCK_BYTES);
+  ::mallopt(M_TRIM_THRESHOLD, FREE_BYTES);
+#endif
+}
+
 std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
@@ -48,10 +61,6 @@ std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
   return std::move(result.types);
 }
 
-FileCheck::RuleFilter enabledRules(const LevelTable& levels) {
-  return [&levels](const Rule& rule) { return levels.levelOf(rule.id, rule.level).has_value(); };
-}
-
 }  // namespace
 
 CheckRun::CheckRun(const CheckOptions& options)
@@ -66,6 +75,7 @@ int CheckRun::run() {
   const FileList list = listFiles(
       options_.files, options_.isNulSeparated ? NameSeparator::Nul : NameSeparator::LineEnd);
   const std::vector<Item> all = items(list);
+  if (all.size() > 1) keepFreedMemory();
   totals_.files = all.size();
   printer_.begin();
   printProblems(list);
@@ -127,13 +137,12 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
       if (progress.bytesTotal) progress_.update(progress.bytesRead, *progress.bytesTotal);
     };
   }
-  const FileCheck::RuleFilter isEnabled = enabledRules(*item.levels);
   FileCheck* running = nullptr;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     findings.add(std::move(finding), running->stopLine());
     return findings.count() <= options_.reading.maxDiagnostics() && !printer_.isFull();
   };
-  FileCheck fileCheck(text, checkOptions, isEnabled, consumer);
+  FileCheck fileCheck(text, checkOptions, item.levels->rules(), consumer);
   running = &fileCheck;
   fileCheck.run();
   result.findings = findings.take();
@@ -158,9 +167,8 @@ std::uint64_t CheckRun::fix(const Item& item) {
       if (isWanted && !finding.edits.empty()) edits.push_back(std::move(finding.edits));
       return true;
     };
-    const FileCheck::RuleFilter isEnabled = enabledRules(*item.levels);
     const FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly, false, types_};
-    FileCheck(text, checkOptions, isEnabled, consumer).run();
+    FileCheck(text, checkOptions, item.levels->rules(), consumer).run();
     const EditedText edited = withEdits(text.text(), edits);
     if (edited.fixed == 0 || edited.text == text.text()) break;
     const std::size_t markBytes = text.bytes().size() - text.text().size();

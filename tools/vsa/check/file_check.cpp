@@ -99,7 +99,7 @@ void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outc
   std::vector<Finding> findings;
   runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome,
             options_.types},
-           isEnabled_, findings);
+           rules_, findings);
   for (Finding& finding : findings) consume(std::move(finding));
 }
 

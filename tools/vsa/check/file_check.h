@@ -33,14 +33,13 @@ class FileCheck {
  public:
   /// Returns false when it has enough findings.
   using Consumer = std::function<bool(Finding&&)>;
-  using RuleFilter = std::function<bool(const Rule&)>;
 
   /// Everything must outlive the check.
-  FileCheck(CheckedText& text, const FileCheckOptions& options, const RuleFilter& isEnabled,
+  FileCheck(CheckedText& text, const FileCheckOptions& options, const RuleSet& rules,
             const Consumer& consumer)
       : text_(text),
         options_(options),
-        isEnabled_(isEnabled),
+        rules_(rules),
         consumer_(consumer),
         hints_(text.text(), options.types) {}
 
@@ -62,7 +61,7 @@ class FileCheck {
 
   CheckedText& text_;
   const FileCheckOptions& options_;
-  const RuleFilter& isEnabled_;
+  const RuleSet& rules_;
   const Consumer& consumer_;
   Hints hints_;
   std::uint64_t stopLine_ = 0;

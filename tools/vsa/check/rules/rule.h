@@ -44,8 +44,20 @@ struct Rule {
 /// All rules.
 std::span<const Rule> allRules();
 
-/// Appends the findings of the rules that `isEnabled` accepts, in any order, with ids and levels.
-void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& isEnabled,
-              std::vector<Finding>& findings);
+/// The rules that run.
+class RuleSet {
+ public:
+  RuleSet() = default;  ///< To be assigned to.
+  explicit RuleSet(const std::function<bool(const Rule&)>& isEnabled);
+
+  /// By the index in allRules().
+  bool has(std::size_t rule) const { return enabled_[rule]; }
+
+ private:
+  std::vector<bool> enabled_;
+};
+
+/// Appends the findings of the rules that run, in any order, with ids and levels.
+void runRules(const RuleInput& input, const RuleSet& rules, std::vector<Finding>& findings);
 
 }  // namespace vsa_tools

@@ -1,7 +1,6 @@
 // RuleFindings: collects the findings of the rules that run.
 #pragma once
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -14,9 +13,10 @@ namespace vsa_tools {
 
 class RuleFindings {
  public:
-  RuleFindings(const std::function<bool(const Rule&)>& isEnabled, std::vector<Finding>& findings);
+  RuleFindings(const RuleSet& rules, std::vector<Finding>& findings)
+      : rules_(rules), findings_(findings) {}
 
-  bool isEnabled(RuleId rule) const { return enabled_[static_cast<std::size_t>(rule)]; }
+  bool isEnabled(RuleId rule) const { return rules_.has(static_cast<std::size_t>(rule)); }
   bool isAnyEnabled(std::initializer_list<RuleId> rules) const;
 
   /// Appends a finding of a rule that is enabled, and returns it to be completed. It is valid until
@@ -24,7 +24,7 @@ class RuleFindings {
   Finding& add(RuleId rule, std::optional<vsa::TextRange> range, std::string message);
 
  private:
-  std::vector<bool> enabled_;
+  const RuleSet& rules_;
   std::vector<Finding>& findings_;
 };
 

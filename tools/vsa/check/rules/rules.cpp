@@ -25,17 +25,19 @@ std::span<const Rule> allRules() {
   return RULES;
 }
 
-void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& isEnabled,
-              std::vector<Finding>& findings) {
+RuleSet::RuleSet(const std::function<bool(const Rule&)>& isEnabled) {
+  for (const Rule& rule : RULES) enabled_.push_back(isEnabled(rule));
+}
+
+void runRules(const RuleInput& input, const RuleSet& rules, std::vector<Finding>& findings) {
   const std::size_t before = findings.size();
-  RuleFindings found(isEnabled, findings);
+  RuleFindings found(rules, findings);
   if (input.isTextKept) {
     findByteProblems(input, found);
     findTextProblems(input, found);
   }
   SceneFindings ofScene(input, found);
-  findLinkProblems(ofScene);
-  findNumberProblems(ofScene);
+  findInputProblems(ofScene);
   findIndexProblems(ofScene);
   findNameProblems(ofScene);
   findTypeProblems(ofScene);
@@ -44,12 +46,6 @@ void runRules(const RuleInput& input, const std::function<bool(const Rule&)>& is
     findings[i].message = withoutLongQuotes(findings[i].message);
     findings[i].hint = withoutLongQuotes(findings[i].hint);
   }
-}
-
-RuleFindings::RuleFindings(const std::function<bool(const Rule&)>& isEnabled,
-                           std::vector<Finding>& findings)
-    : findings_(findings) {
-  for (const Rule& rule : RULES) enabled_.push_back(isEnabled(rule));
 }
 
 bool RuleFindings::isAnyEnabled(std::initializer_list<RuleId> rules) const {

@@ -32,6 +32,7 @@ LevelTable::LevelTable() {
   for (const FindingKind& kind : allKinds()) {
     if (!kind.isDefault) choices_[kind.id] = {std::nullopt, 0};
   }
+  rules_ = enabledRules();
 }
 
 void LevelTable::apply(const LevelRules& rules) {
@@ -39,6 +40,11 @@ void LevelTable::apply(const LevelRules& rules) {
   choose(rules.ignored, std::nullopt);
   choose(rules.warnings, Level::Warning);
   choose(rules.errors, Level::Error);
+  rules_ = enabledRules();
+}
+
+RuleSet LevelTable::enabledRules() const {
+  return RuleSet([this](const Rule& rule) { return levelOf(rule.id, rule.level).has_value(); });
 }
 
 void LevelTable::choose(const std::vector<std::string>& names, std::optional<Level> level) {

@@ -9,6 +9,7 @@
 
 #include "tools/vsa/check/finding.h"
 #include "tools/vsa/check/kinds.h"
+#include "tools/vsa/check/rules/rule.h"
 
 namespace vsa_tools {
 
@@ -33,6 +34,8 @@ class LevelTable {
 
   /// The level of the kind; nothing if it is ignored.
   std::optional<Level> levelOf(std::string_view id, Level level) const;
+  /// The rules that are not ignored.
+  const RuleSet& rules() const { return rules_; }
 
  private:
   struct Choice {
@@ -40,10 +43,12 @@ class LevelTable {
     int precedence = 0;
   };
   void choose(const std::vector<std::string>& names, std::optional<Level> level);
+  RuleSet enabledRules() const;
 
   // A round of apply() has precedence over the rounds before it.
   int round_ = 0;
   std::map<std::string, Choice, std::less<>> choices_;
+  RuleSet rules_;
 };
 
 }  // namespace vsa_tools

@@ -17,7 +17,10 @@ namespace vsa_tools {
 
 namespace {
 
+// A block of a file of unknown size, and the largest of others: Ctrl-C is looked for between
+// blocks.
 constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 16;
+constexpr std::size_t MAX_BLOCK_BYTES = std::size_t{1} << 22;
 
 template <class Read>
 ssize_t readAgainIfInterrupted(const Read& read) {
@@ -63,7 +66,7 @@ CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_
   isOpen_ = true;
   const auto size = static_cast<std::uint64_t>(status.st_size);
   isRegular_ = S_ISREG(status.st_mode) && name != "-";
-  if (isRegular_ && size <= maxKept) bytes_.reserve(static_cast<std::size_t>(size) + 1);
+  if (isRegular_ && size <= maxKept) expectedBytes_ = static_cast<std::size_t>(size);
   isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : maxKept);
   skipMark();
   if (bytes_.empty() && !problem_.empty()) isOpen_ = false;  // a directory opens, and fails here
@@ -85,12 +88,19 @@ void CheckedText::skipMark() {
   markBytes_ = utf8::starts_with_bom(bytes_) ? sizeof utf8::bom : 0;
 }
 
+// A small file of the expected size takes one block, and one byte more to see its end.
+std::size_t CheckedText::blockAfter(std::size_t size) const {
+  if (size < expectedBytes_) return std::min(expectedBytes_ - size, MAX_BLOCK_BYTES);
+  return size == expectedBytes_ && size != 0 ? 1 : BLOCK_BYTES;
+}
+
 // Returns whether there is no more to read.
 bool CheckedText::readUpTo(std::uint64_t limit) {
+  bytes_.reserve(expectedBytes_ + 1);
   while (bytes_.size() < limit) {
-    if (!waitForInput(descriptor_)) return true;
+    if (isRegular_ ? isInterrupted() : !waitForInput(descriptor_)) return true;
     const std::size_t size = bytes_.size();
-    const std::size_t block = std::min<std::uint64_t>(BLOCK_BYTES, limit - size);
+    const std::size_t block = std::min<std::uint64_t>(blockAfter(size), limit - size);
     bytes_.resize(size + block);
     const ssize_t count =
         readAgainIfInterrupted([&] { return ::read(descriptor_, bytes_.data() + size, block); });

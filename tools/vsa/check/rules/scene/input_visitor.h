@@ -11,13 +11,16 @@ namespace vsa_tools {
 template <class Visit>
 void visitInputs(const vsa::NodeView& node, const Visit& visit) {
   std::vector<vsa::InputView> waiting;
-  for (const vsa::InputView input : node.inputs()) waiting.push_back(input);
-  while (!waiting.empty()) {
-    const vsa::InputView input = waiting.back();
-    waiting.pop_back();
+  const auto visitOne = [&](const vsa::InputView& input) {
     visit(input);
     for (const vsa::InputView element : input.elements()) waiting.push_back(element);
     for (const vsa::InputView member : input.members()) waiting.push_back(member);
+  };
+  for (const vsa::InputView input : node.inputs()) visitOne(input);
+  while (!waiting.empty()) {
+    const vsa::InputView input = waiting.back();
+    waiting.pop_back();
+    visitOne(input);
   }
 }
 

@@ -1,11 +1,11 @@
 // Rules about circles of references and of connections.
 #include <algorithm>
 #include <map>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
-#include "tools/vsa/check/rules/scene/input_visitor.h"
 #include "tools/vsa/check/rules/scene/scene_rules.h"
 
 namespace vsa_tools {
@@ -106,30 +106,43 @@ void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& 
   });
 }
 
-}  // namespace
-
 // References form a circle only through inputs of one name: a parent refers to its children, and
 // they to their parent.
-void findLinkProblems(SceneFindings& found) {
-  std::map<std::string_view, LinkGraph> references;
-  LinkGraph connections;
-  for (const NodeView node : found.input().scene.nodes()) {
-    visitInputs(node, [&](const InputView& input) {
-      if (const NodeView target = input.node()) {
-        if (!input.name().empty()) references[input.name()].add(node, target, input);
-      }
-      const vsa::ConnectionView connection = input.connection();
-      if (!connection) return;
-      connections.add(node, connection.node(), input);
-      if (connection.node() != node) return;
-      found.add({RuleId::SelfConnection, input.path(),
-                 input.path() + " is connected to an output of its own node", "name another node"});
-    });
+class LinkRules final : public InputRule {
+ public:
+  explicit LinkRules(SceneFindings& found) : found_(found) {}
+
+  void visit(const NodeView& node, const InputView& input) override {
+    const NodeView target = input.node();
+    if (target && !input.name().empty()) references_[input.name()].add(node, target, input);
+    const vsa::ConnectionView connection = input.connection();
+    if (!connection) return;
+    connections_.add(node, connection.node(), input);
+    if (connection.node() != node) return;
+    found_.add({RuleId::SelfConnection, input.path(),
+                input.path() + " is connected to an output of its own node", "name another node"});
   }
-  for (auto& [name, graph] : references) {
-    addCircles(graph, RuleId::ReferenceCircle, "references", found);
+
+  void finish() override {
+    for (auto& [name, graph] : references_) {
+      addCircles(graph, RuleId::ReferenceCircle, "references", found_);
+    }
+    addCircles(connections_, RuleId::ConnectionCircle, "connections", found_);
   }
-  addCircles(connections, RuleId::ConnectionCircle, "connections", found);
+
+ private:
+  SceneFindings& found_;
+  std::map<std::string_view, LinkGraph> references_;
+  LinkGraph connections_;
+};
+
+}  // namespace
+
+InputRulePointer linkRules(SceneFindings& found) {
+  const bool isEnabled = found.isEnabled(RuleId::SelfConnection) ||
+                         found.isEnabled(RuleId::ConnectionCircle) ||
+                         found.isEnabled(RuleId::ReferenceCircle);
+  return isEnabled ? std::make_unique<LinkRules>(found) : nullptr;
 }
 
 }  // namespace vsa_tools

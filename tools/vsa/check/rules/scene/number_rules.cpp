@@ -1,8 +1,8 @@
 // Rules about numbers that are no number, or no longer the one that was written.
 #include <cmath>
+#include <memory>
 #include <string>
 
-#include "tools/vsa/check/rules/scene/input_visitor.h"
 #include "tools/vsa/check/rules/scene/scene_rules.h"
 
 namespace vsa_tools {
@@ -39,16 +39,7 @@ void checkBuffer(SceneFindings& found, const InputView& input, const unsigned ch
   }
 }
 
-void check(SceneFindings& found, const InputView& input) {
-  if (const std::optional<double> real = input.real(); input.type() == ValueType::Real) {
-    if (!std::isfinite(*real)) add(found, input, *real, "this value");
-    return;
-  }
-  for (const double component : input.components()) {
-    if (std::isfinite(component)) continue;
-    add(found, input, component, "a component");
-    return;
-  }
+void checkBuffer(SceneFindings& found, const InputView& input) {
   const vsa::BufferView buffer = input.buffer();
   const auto bytes = buffer.bytes();
   const auto* const data = reinterpret_cast<const unsigned char*>(bytes.data());
@@ -59,13 +50,39 @@ void check(SceneFindings& found, const InputView& input) {
   if (component == vsa::ElementType::Double) checkBuffer<double>(found, input, data, bytes.size());
 }
 
+class NumberRules final : public InputRule {
+ public:
+  explicit NumberRules(SceneFindings& found) : found_(found) {}
+
+  void visit(const vsa::NodeView&, const InputView& input) override {
+    const ValueType type = input.type();
+    if (type == ValueType::Real) {
+      const double real = *input.real();
+      if (!std::isfinite(real)) add(found_, input, real, "this value");
+    } else if (type == ValueType::Buffer) {
+      checkBuffer(found_, input);
+    } else if (zn::korvo_sdk::componentCount(type) > 1) {
+      checkComponents(input);
+    }
+  }
+
+ private:
+  void checkComponents(const InputView& input) {
+    for (const double component : input.components()) {
+      if (std::isfinite(component)) continue;
+      add(found_, input, component, "a component");
+      return;
+    }
+  }
+
+  SceneFindings& found_;
+};
+
 }  // namespace
 
-void findNumberProblems(SceneFindings& found) {
-  if (!found.isEnabled(RuleId::NotFinite)) return;
-  for (const vsa::NodeView node : found.input().scene.nodes()) {
-    visitInputs(node, [&](const InputView& input) { check(found, input); });
-  }
+InputRulePointer numberRules(SceneFindings& found) {
+  if (!found.isEnabled(RuleId::NotFinite)) return nullptr;
+  return std::make_unique<NumberRules>(found);
 }
 
 }  // namespace vsa_tools

@@ -20,7 +20,7 @@ struct Places {
   std::optional<vsa::TextRange> ranges[4];
 };
 
-using PlaceTable = std::unordered_map<std::string, Places>;
+using PlaceTable = std::unordered_map<PathKey, Places>;
 
 /// Finds where a text assigns to the inputs and declares the nodes of a table.
 class PlaceFinder {
@@ -38,7 +38,7 @@ class PlaceFinder {
 
  private:
   void visitInput(const StatementView& view) {
-    const auto found = table_.find(paths_.pathOf(view));
+    const auto found = table_.find(paths_.keyOf(view));
     if (found == table_.end()) return;
     const std::size_t last = view.statement.tokens.size() - 2;
     found->second[Place::Value] = {view.value().range.begin, view.token(last).range.end};
@@ -48,7 +48,7 @@ class PlaceFinder {
   }
 
   void visitNode(const StatementView& view) {
-    const auto found = table_.find(std::string(view.node));
+    const auto found = table_.find(view.nodeKey);
     if (found == table_.end() || found->second[Place::Node]) return;
     found->second[Place::Type] = view.token(0).range;
     found->second[Place::Node] = view.token(1).range;
@@ -60,21 +60,23 @@ class PlaceFinder {
 
 }  // namespace
 
-void SceneFindings::add(SceneFinding finding) {
-  if (isEnabled(finding.rule)) waiting_.push_back(std::move(finding));
+void SceneFindings::add(const SceneFinding& finding) {
+  if (!isEnabled(finding.rule)) return;
+  waiting_.push_back({finding.rule, keyOfPath(finding.path), finding.place,
+                      withoutLongQuotes(finding.message), withoutLongQuotes(finding.hint)});
 }
 
 void SceneFindings::finish() {
   if (waiting_.empty()) return;
   PlaceTable table;
-  for (const SceneFinding& finding : waiting_) table[finding.path];
+  for (const Waiting& finding : waiting_) table[finding.input];
   if (input_.isTextKept) {
     PlaceFinder finder(table);
     TextWalk walk(input_.text);
     while (const std::optional<StatementView> view = walk.next()) finder.visit(*view);
   }
-  for (SceneFinding& finding : waiting_) {
-    found_.add(finding.rule, table[finding.path][finding.place], std::move(finding.message)).hint =
+  for (Waiting& finding : waiting_) {
+    found_.add(finding.rule, table[finding.input][finding.place], std::move(finding.message)).hint =
         std::move(finding.hint);
   }
 }

@@ -2,12 +2,13 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "tools/vsa/check/rules/rule_findings.h"
+#include "tools/vsa/check/text/path_key.h"
 
 namespace vsa_tools {
 
@@ -31,18 +32,42 @@ class SceneFindings {
 
   const RuleInput& input() const { return input_; }
   bool isEnabled(RuleId rule) const { return found_.isEnabled(rule); }
-  void add(SceneFinding finding);
+  void add(const SceneFinding& finding);
   /// Appends the findings with their places.
   void finish();
 
  private:
+  // As a SceneFinding, with texts that are shortened.
+  struct Waiting {
+    RuleId rule;
+    PathKey input;
+    SceneFinding::Place place;
+    std::string message;
+    std::string hint;
+  };
+
   const RuleInput& input_;
   RuleFindings& found_;
-  std::vector<SceneFinding> waiting_;
+  std::vector<Waiting> waiting_;
 };
 
-void findLinkProblems(SceneFindings& found);
-void findNumberProblems(SceneFindings& found);
+/// A family of rules that sees the inputs of a scene one by one, with elements and members.
+class InputRule {
+ public:
+  virtual ~InputRule() = default;
+  virtual void visit(const vsa::NodeView& node, const vsa::InputView& input) = 0;
+  /// After the last input.
+  virtual void finish() {}
+};
+
+using InputRulePointer = std::unique_ptr<InputRule>;
+
+// Null if none of their rules runs.
+InputRulePointer linkRules(SceneFindings& found);
+InputRulePointer numberRules(SceneFindings& found);
+/// Runs these families.
+void findInputProblems(SceneFindings& found);
+
 void findIndexProblems(SceneFindings& found);
 void findNameProblems(SceneFindings& found);
 

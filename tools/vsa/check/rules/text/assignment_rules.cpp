@@ -1,10 +1,15 @@
 // Rules about inputs that several statements assign to.
-#include <cstdint>
+//
+// A first pass over the statements finds out whether there are any such inputs: of each it keeps
+// the key only. Most texts have none. Otherwise a second pass looks at the statements of these
+// inputs.
 #include <optional>
 #include <string>
 #include <unordered_map>
 
 #include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/text/key_set.h"
 
 namespace vsa_tools {
 
@@ -12,34 +17,63 @@ namespace {
 
 using vsa::StatementKind;
 
-/// An input as it is written: its node, and how many nodes of that name were removed before.
-struct InputKey {
-  std::string_view node;
-  std::uint64_t removals;
-  std::string_view path;
-
-  friend bool operator==(const InputKey&, const InputKey&) = default;
-};
-
-struct InputHash {
-  std::size_t operator()(const InputKey& key) const noexcept {
-    const std::hash<std::string_view> hash;
-    return (hash(key.node) * 31 + hash(key.path)) * 31 + static_cast<std::size_t>(key.removals);
+/// The keys of the inputs, as they are written, that get a value or a connection.
+class AssignedInputs {
+ public:
+  /// The input of the statement; nothing if it does not count.
+  std::optional<PathKey> of(const StatementView& view) {
+    if (view.kind() == StatementKind::Remove) nodes_.remove(view.nodeKey);
+    if (!view.hasPath() || view.node.empty() || isNull(view)) return std::nullopt;
+    const PathKey node = nodes_.keyOf(view.nodeKey);
+    if (view.isPlainPath()) return keyOfMember(node, view.token(view.firstInput).text);
+    const std::string_view path = view.inputPath();
+    // "[*]" is another element each time.
+    const bool isNewElement = path.find('*') != std::string_view::npos;
+    return isNewElement ? std::nullopt : std::optional(keyOfMember(node, path));
   }
+
+ private:
+  // "= null" declares an input for a link that follows, and gives it no value.
+  static bool isNull(const StatementView& view) {
+    return view.value().kind == vsa::SyntaxKind::Null && view.valueTokens() == 1;
+  }
+
+  NodeGenerations nodes_;
 };
 
 class AssignmentRules final : public StatementRule {
  public:
-  explicit AssignmentRules(RuleFindings& found) : found_(found) {}
+  AssignmentRules(const RuleInput& input, RuleFindings& found)
+      : text_(input.text), found_(found), isBothFound_(found.isEnabled(RuleId::SetAndConnected)) {}
 
   void visit(const StatementView& view) override {
-    if (view.kind() == StatementKind::Remove) ++removals_[view.node];
-    if (!view.hasPath() || view.node.empty() || isNull(view)) return;
-    const std::string_view path = view.inputPath();
-    if (path.find('*') != std::string_view::npos) return;  // another element each time
-    const auto removed = removals_.find(view.node);
-    const InputKey key{view.node, removed == removals_.end() ? 0 : removed->second, path};
-    Uses& uses = inputs_[key];
+    const std::optional<PathKey> input = inputs_.of(view);
+    if (!input) return;
+    const bool isOther = view.isLink() && !isBothFound_;
+    const bool isNew = assigned_.insert(isOther ? ~*input : *input);
+    if (!isNew) repeated_[*input] = {};
+  }
+
+  void finish() override {
+    if (repeated_.empty()) return;
+    TextWalk walk(text_);
+    AssignedInputs inputs;
+    while (const std::optional<StatementView> view = walk.next()) {
+      const std::optional<PathKey> input = inputs.of(*view);
+      if (!input) continue;
+      const auto uses = repeated_.find(*input);
+      if (uses != repeated_.end()) check(*view, uses->second);
+    }
+  }
+
+ private:
+  /// The last statements that assign to an input.
+  struct Uses {
+    std::optional<vsa::TextRange> value;
+    std::optional<vsa::TextRange> connection;
+  };
+
+  void check(const StatementView& view, Uses& uses) {
     const bool isSet = uses.value.has_value();
     const bool isConnected = uses.connection.has_value();
     const bool isTwice = view.isLink() ? isConnected : isSet;
@@ -51,21 +85,10 @@ class AssignmentRules final : public StatementRule {
     (view.isLink() ? uses.connection : uses.value) = view.statement.range;
   }
 
- private:
-  // "= null" declares an input for a link that follows, and gives it no value.
-  static bool isNull(const StatementView& view) {
-    return view.valueTokens() == 1 && view.value().kind == vsa::SyntaxKind::Null;
-  }
-
-  struct Uses {
-    std::optional<vsa::TextRange> value;
-    std::optional<vsa::TextRange> connection;
-  };
-
   void addTwice(const StatementView& view, const vsa::TextRange& before) {
     if (!found_.isEnabled(RuleId::AssignedTwice)) return;
     Finding& finding = found_.add(RuleId::AssignedTwice, view.pathRange(),
-                                  "the input " + nameOf(view) + " gets " +
+                                  "the input " + view.shownPath() + " gets " +
                                       (view.isLink() ? "a connection" : "a value") +
                                       " twice; the last one counts");
     finding.notes.push_back({before, "the first time"});
@@ -73,27 +96,26 @@ class AssignmentRules final : public StatementRule {
   }
 
   void addBoth(const StatementView& view, const vsa::TextRange& other) {
-    if (!found_.isEnabled(RuleId::SetAndConnected)) return;
+    if (!isBothFound_) return;
     Finding& finding =
         found_.add(RuleId::SetAndConnected, view.pathRange(),
-                   "the input " + nameOf(view) + " has both a value and a connection");
+                   "the input " + view.shownPath() + " has both a value and a connection");
     finding.notes.push_back({other, view.isLink() ? "the value" : "the connection"});
   }
 
-  static std::string nameOf(const StatementView& view) {
-    return std::string(view.node) + '.' + std::string(view.inputPath());
-  }
-
+  std::string_view text_;
   RuleFindings& found_;
-  std::unordered_map<InputKey, Uses, InputHash> inputs_;
-  std::unordered_map<std::string_view, std::uint64_t> removals_;
+  bool isBothFound_;
+  AssignedInputs inputs_;
+  KeySet assigned_;
+  std::unordered_map<PathKey, Uses> repeated_;
 };
 
 }  // namespace
 
-StatementRulePointer assignmentRules(const RuleInput&, RuleFindings& found) {
+StatementRulePointer assignmentRules(const RuleInput& input, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::AssignedTwice, RuleId::SetAndConnected})) return nullptr;
-  return std::make_unique<AssignmentRules>(found);
+  return std::make_unique<AssignmentRules>(input, found);
 }
 
 }  // namespace vsa_tools

@@ -124,6 +124,10 @@ class BufferRules final : public StatementRule {
 }  // namespace
 
 StatementRulePointer bufferRules(const RuleInput&, RuleFindings& found) {
+  if (!found.isAnyEnabled({RuleId::ShortCompressedData, RuleId::CompressedDataAsNumber,
+                           RuleId::LargeDeclaredCount})) {
+    return nullptr;
+  }
   return std::make_unique<BufferRules>(found);
 }
 

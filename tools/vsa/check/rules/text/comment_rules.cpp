@@ -82,6 +82,9 @@ class CommentRules final : public StatementRule {
 }  // namespace
 
 StatementRulePointer commentRules(const RuleInput&, RuleFindings& found) {
+  if (!found.isAnyEnabled({RuleId::NearVersion, RuleId::NearTime, RuleId::AccidentalTime})) {
+    return nullptr;
+  }
   return std::make_unique<CommentRules>(found);
 }
 

@@ -51,6 +51,24 @@ bool losesIntegerDigits(std::string_view text) {
   return stored >= TOO_LARGE || static_cast<std::int64_t>(stored) != integer;
 }
 
+bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+// Whether a list has a number of more than INTEGER_DIGITS digits without a point, which begins or
+// ends at, or goes over, one of the bytes that are looked at.
+bool hasLongInteger(std::string_view list) {
+  for (std::size_t at = INTEGER_DIGITS + 1; at < list.size(); at += INTEGER_DIGITS + 1) {
+    if (!isDigit(list[at])) continue;
+    std::size_t begin = at, end = at;
+    while (isDigit(list[begin - 1])) --begin;
+    while (isDigit(list[end])) ++end;
+    const bool isInteger = list[begin - 1] != '.' && list[end] != '.';
+    if (isInteger && end - begin > INTEGER_DIGITS) return true;
+  }
+  return false;
+}
+
 template <class Number>
 std::string shown(std::string_view text) {
   Number stored = 0;
@@ -70,10 +88,13 @@ class DigitRules final : public StatementRule {
     if (value.kind == SyntaxKind::Integer) checkInteger(view, value);
     if (value.kind != SyntaxKind::Word || view.valueTokens() < 2) return;
     const SyntaxToken& list = view.token(view.statement.valueIndex + view.valueTokens() - 1);
+    if (list.kind == SyntaxKind::Parens) {
+      checkDoubles(list);
+      return;
+    }
     const ElementType component = zn::korvo_sdk::componentType(elementTypeOf(value));
-    const bool isOfDoubles = list.kind == SyntaxKind::Parens || component == ElementType::Double;
     if (component == ElementType::Float) checkFloats(value, list);
-    if (isOfDoubles) checkDoubles(list);
+    if (component == ElementType::Double) checkDoubles(list);
   }
 
  private:
@@ -103,6 +124,7 @@ class DigitRules final : public StatementRule {
   }
 
   void checkDoubles(const SyntaxToken& list) {
+    if (!hasLongInteger(list.text)) return;
     const std::string_view number = firstLost(list, INTEGER_DIGITS, losesIntegerDigits);
     if (!number.empty()) addInteger(rangeIn(list, number), number);
   }

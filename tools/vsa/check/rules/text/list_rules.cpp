@@ -28,6 +28,24 @@ std::size_t componentsOf(const SyntaxToken& word) {
   return 0;
 }
 
+// Whether a short list has at most `count` numbers and no brackets inside, as most have. The
+// compiler vectorises the loop: it takes a tenth of the time of splitting the list.
+bool isPlainTuple(std::string_view list, std::size_t count) {
+  constexpr std::size_t MAX_BYTES = 255;  // `numbers` does not overflow
+  if (list.size() > MAX_BYTES) return false;
+  const auto isSeparator = [](unsigned char c) { return (c <= ' ') | (c == ','); };
+  unsigned char numbers = isSeparator(static_cast<unsigned char>(list[1])) ? 0 : 1;
+  unsigned char others = 0;
+  for (std::size_t i = 2; i + 1 < list.size(); ++i) {
+    const auto before = static_cast<unsigned char>(list[i - 1]);
+    const auto c = static_cast<unsigned char>(list[i]);
+    numbers += static_cast<unsigned char>(isSeparator(before) & !isSeparator(c));
+    others |= static_cast<unsigned char>((c == '(') | (c == ')') | ((c | 0x20) == '{') |
+                                         ((c | 0x20) == '}') | (c == 0x7F));
+  }
+  return others == 0 && list[1] != '(' && numbers <= count;
+}
+
 // The elements of a list, as many as there are room for, and how many there are.
 struct Elements {
   explicit Elements(std::string_view list) {
@@ -103,6 +121,7 @@ class ListRules final : public StatementRule {
 
   void checkTuple(const SyntaxToken& word, const SyntaxToken& list) {
     const std::size_t wanted = componentsOf(word);
+    if (isPlainTuple(list.text, wanted)) return;
     const Elements elements(list.text);
     if (!elements.glued.empty()) {
       addGlued(list, elements.glued);
@@ -185,6 +204,10 @@ class ListRules final : public StatementRule {
 }  // namespace
 
 StatementRulePointer listRules(const RuleInput&, RuleFindings& found) {
+  if (!found.isAnyEnabled({RuleId::ObjectForList, RuleId::EmptyComma, RuleId::DroppedComponents,
+                           RuleId::DecimalComma, RuleId::GluedElements})) {
+    return nullptr;
+  }
   return std::make_unique<ListRules>(found);
 }
 

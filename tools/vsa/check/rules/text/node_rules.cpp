@@ -103,6 +103,10 @@ class NodeRules final : public StatementRule {
 }  // namespace
 
 StatementRulePointer nodeRules(const RuleInput&, RuleFindings& found) {
+  if (!found.isAnyEnabled({RuleId::EmptyLastBlock, RuleId::RedeclaredType,
+                           RuleId::PeriodBehindSemicolon, RuleId::RemovedNode})) {
+    return nullptr;
+  }
   return std::make_unique<NodeRules>(found);
 }
 

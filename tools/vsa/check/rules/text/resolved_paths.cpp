@@ -4,22 +4,21 @@
 
 namespace vsa_tools {
 
-std::string ResolvedPaths::pathOf(const StatementView& view) {
-  std::string path(view.node);
+PathKey ResolvedPaths::keyOf(const StatementView& view) {
+  PathKey key = view.nodeKey;
   for (std::size_t i = view.firstInput; i < view.pathEnd; ++i) {
     const vsa::SyntaxToken& token = view.token(i);
     if (token.kind == vsa::SyntaxKind::Brackets) {
-      path += '[' + std::to_string(index(path, token.text)) + ']';
+      key = keyOfElement(key, index(key, token.text));
     } else if (!token.is('.')) {
-      path += '.';
-      path += token.text;
+      key = keyOfMember(key, token.text);
     }
   }
-  return path;
+  return key;
 }
 
-std::uint64_t ResolvedPaths::index(const std::string& path, std::string_view brackets) {
-  std::uint64_t& size = sizes_[path];
+std::uint64_t ResolvedPaths::index(PathKey array, std::string_view brackets) {
+  std::uint64_t& size = sizes_[array];
   const std::size_t digits = brackets.find_first_of("0123456789");
   if (digits == std::string_view::npos) return size++;
   std::uint64_t index = 0;

@@ -3,10 +3,12 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include <vsa/syntax.h>
 #include "tools/vsa/check/rules/rule_findings.h"
+#include "tools/vsa/check/text/path_key.h"
 
 namespace vsa_tools {
 
@@ -16,6 +18,8 @@ struct StatementView {
   /// The node of a declaration, directive or path. Empty for a comment, and for a path that begins
   /// with a period while no node is set.
   std::string_view node;
+  /// The key of `node`.
+  PathKey nodeKey = 0;
   /// Assignments and connections: the token of the path's first input, and the token behind the
   /// path.
   std::size_t firstInput = 0;
@@ -32,8 +36,12 @@ struct StatementView {
   const vsa::SyntaxToken& value() const { return token(statement.valueIndex); }
   /// The tokens of the value.
   std::size_t valueTokens() const { return statement.tokens.size() - 1 - statement.valueIndex; }
+  /// Whether the path is an input of a node, without members and indices.
+  bool isPlainPath() const { return pathEnd == firstInput + 1; }
   /// The path behind the node, as it is written, such as "keys[0].time".
   std::string_view inputPath() const;
+  /// The node and the path for a message, shortened.
+  std::string shownPath() const;
   vsa::TextRange pathRange() const { return {token(0).range.begin, token(pathEnd - 1).range.end}; }
 };
 

@@ -171,6 +171,10 @@ class StringRules final : public StatementRule {
 }  // namespace
 
 StatementRulePointer stringRules(const RuleInput& input, RuleFindings& found) {
+  if (!found.isAnyEnabled(
+          {RuleId::StringForReference, RuleId::EscapeInPath, RuleId::UnknownEscape})) {
+    return nullptr;
+  }
   return std::make_unique<StringRules>(input, found);
 }
 

@@ -22,6 +22,7 @@ class TextWalk {
   vsa::StatementReader reader_;
   vsa::SyntaxStatement statement_;
   std::string_view withNode_;
+  PathKey withKey_ = 0;
 };
 
 /// Whether a token is the word `lower` in any letter case.

@@ -1,0 +1,43 @@
+// Keys of nodes and inputs: hashes that stand for their paths, so that what is remembered of an
+// input needs the same few bytes whatever the length of its name.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <unordered_map>
+
+namespace vsa_tools {
+
+/// Two paths have one key with a probability of 2^-64. A rule would then report a wrong finding.
+using PathKey = std::uint64_t;
+
+PathKey keyOfNode(std::string_view name);
+/// The input or member `name` of a node or an object.
+PathKey keyOfMember(PathKey parent, std::string_view name);
+PathKey keyOfElement(PathKey array, std::uint64_t index);
+/// The key of a path as in messages: "rig.bones[2].at".
+PathKey keyOfPath(std::string_view path);
+
+/// The key of each node, another one after each removal of a node of that name.
+class NodeGenerations {
+ public:
+  void remove(PathKey node) {
+    ++removals_[node];
+    last_ = 0;
+  }
+  PathKey keyOf(PathKey node) {
+    if (node != last_) {
+      const auto found = removals_.find(node);
+      last_ = node;
+      lastKey_ = found == removals_.end() ? node : keyOfElement(node, found->second);
+    }
+    return lastKey_;
+  }
+
+ private:
+  std::unordered_map<PathKey, std::uint64_t> removals_;
+  PathKey last_ = 0, lastKey_ = 0;  // of the last call of keyOf
+};
+
+}  // namespace vsa_tools
