@@ -226,7 +226,7 @@ std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
 // The log has 100 MB, the address space 64 MB.
 TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
   write("a.vsa", textOfManyLongMessages(20000, 5000));
-  EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " check --format log a.vsa >/dev/null"));
+  EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " check a.vsa >/dev/null"));
   EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " dump a.vsa >/dev/null"));
   EXPECT_EQ(0, statusOf("ulimit -v 192000 && " VSA_COMMAND " dump --full a.vsa >/dev/null"));
 }

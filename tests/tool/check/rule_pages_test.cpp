@@ -15,6 +15,7 @@ namespace vsa_tests {
 
 namespace {
 
+using vsa_tools::Finding;
 using vsa_tools::Rule;
 using vsa_tools::RuleSet;
 
@@ -68,9 +69,10 @@ TEST(RulePages, HaveExamplesThatTheRuleFinds) {
     const std::string example = exampleOf(pageOf(rule.id));
     if (std::string(rule.group) == "encoding") continue;
     const vsa::ReadResult read = vsa::readText(example);
-    std::vector<vsa_tools::Finding> findings;
+    std::vector<Finding> findings;
     vsa_tools::runRules({.text = example, .scene = read.scene, .outcome = read, .types = types},
-                        RuleSet([](const Rule&) { return true; }), findings);
+                        RuleSet([](const Rule&) { return true; }),
+                        [&](Finding&& finding) { findings.push_back(std::move(finding)); });
     const bool isFound = std::any_of(findings.begin(), findings.end(),
                                      [&](const auto& finding) { return finding.id == rule.id; });
     EXPECT_TRUE(isFound) << rule.id << "\n" << example;

@@ -43,7 +43,8 @@ std::vector<Finding> findingsOf(std::string_view text, const std::string& rule) 
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
   vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},
-                      RuleSet([&](const Rule& row) { return row.id == rule; }), findings);
+                      RuleSet([&](const Rule& row) { return row.id == rule; }),
+                      [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   return findings;
 }
 
@@ -92,7 +93,8 @@ void expectQuiet(const std::filesystem::path& file) {
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
   vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},
-                      RuleSet([](const Rule& rule) { return rule.isDefault; }), findings);
+                      RuleSet([](const Rule& rule) { return rule.isDefault; }),
+                      [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   for (const Finding& finding : findings) {
     ADD_FAILURE() << file << ':' << (finding.range ? finding.range->begin.line : 0) << ": "
                   << finding.message << " [" << finding.id << "]\n  " << finding.hint;
@@ -117,7 +119,8 @@ TEST(Rules, FindNothingWithoutATextAndAScene) {
   const vsa::ReadResult read = vsa::readText("");
   std::vector<Finding> findings;
   vsa_tools::runRules({.text = "", .isTextKept = false, .scene = read.scene, .outcome = read},
-                      RuleSet([](const Rule&) { return true; }), findings);
+                      RuleSet([](const Rule&) { return true; }),
+                      [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   EXPECT_TRUE(findings.empty());
 }
 

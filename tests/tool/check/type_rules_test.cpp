@@ -76,7 +76,8 @@ std::vector<Finding> findingsOf(std::string_view text, std::string_view id) {
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
   vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read, .types = types.types},
-                      RuleSet([&](const Rule& rule) { return rule.id == id; }), findings);
+                      RuleSet([&](const Rule& rule) { return rule.id == id; }),
+                      [&](Finding&& finding) { findings.push_back(std::move(finding)); });
   return findings;
 }
 

@@ -96,11 +96,10 @@ void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
 
 void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome) {
   if (options_.isReaderOnly) return;
-  std::vector<Finding> findings;
+  const FindingConsumer deliver = [this](Finding&& finding) { consume(std::move(finding)); };
   runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome,
             options_.types},
-           rules_, findings);
-  for (Finding& finding : findings) consume(std::move(finding));
+           rules_, deliver);
 }
 
 // A text of which Ctrl-C has cut off the rest is checked as far as it is there.

@@ -57,7 +57,10 @@ class RuleSet {
   std::vector<bool> enabled_;
 };
 
-/// Appends the findings of the rules that run, in any order, with ids and levels.
-void runRules(const RuleInput& input, const RuleSet& rules, std::vector<Finding>& findings);
+/// Called with each finding. Throwing ends the rules.
+using FindingConsumer = std::function<void(Finding&&)>;
+
+/// Delivers the findings of the rules that run, in any order, with ids and levels.
+void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer);
 
 }  // namespace vsa_tools

@@ -29,9 +29,8 @@ RuleSet::RuleSet(const std::function<bool(const Rule&)>& isEnabled) {
   for (const Rule& rule : RULES) enabled_.push_back(isEnabled(rule));
 }
 
-void runRules(const RuleInput& input, const RuleSet& rules, std::vector<Finding>& findings) {
-  const std::size_t before = findings.size();
-  RuleFindings found(rules, findings);
+void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
+  RuleFindings found(rules, consumer);
   if (input.isTextKept) {
     findByteProblems(input, found);
     findTextProblems(input, found);
@@ -42,10 +41,7 @@ void runRules(const RuleInput& input, const RuleSet& rules, std::vector<Finding>
   findNameProblems(ofScene);
   findTypeProblems(ofScene);
   ofScene.finish();
-  for (std::size_t i = before; i < findings.size(); ++i) {
-    findings[i].message = withoutLongQuotes(findings[i].message);
-    findings[i].hint = withoutLongQuotes(findings[i].hint);
-  }
+  found.finish();
 }
 
 bool RuleFindings::isAnyEnabled(std::initializer_list<RuleId> rules) const {
@@ -53,13 +49,22 @@ bool RuleFindings::isAnyEnabled(std::initializer_list<RuleId> rules) const {
 }
 
 Finding& RuleFindings::add(RuleId rule, std::optional<vsa::TextRange> range, std::string message) {
+  finish();
   const Rule& row = RULES[static_cast<std::size_t>(rule)];
-  Finding finding;
+  Finding& finding = last_.emplace();
   finding.level = row.level;
   finding.id = row.id;
   finding.message = std::move(message);
   finding.range = range;
-  return findings_.emplace_back(std::move(finding));
+  return finding;
+}
+
+void RuleFindings::finish() {
+  if (!last_) return;
+  last_->message = withoutLongQuotes(last_->message);
+  last_->hint = withoutLongQuotes(last_->hint);
+  consumer_(std::move(*last_));
+  last_.reset();
 }
 
 }  // namespace vsa_tools

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
 
@@ -51,20 +52,22 @@ bool losesIntegerDigits(std::string_view text) {
   return stored >= TOO_LARGE || static_cast<std::int64_t>(stored) != integer;
 }
 
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
+bool isOfNumber(char c) {
+  return zn::char_class::is(c, zn::char_class::NUMBER);
 }
 
-// Whether a list has a number of more than INTEGER_DIGITS digits without a point, which begins or
-// ends at, or goes over, one of the bytes that are looked at.
-bool hasLongInteger(std::string_view list) {
-  for (std::size_t at = INTEGER_DIGITS + 1; at < list.size(); at += INTEGER_DIGITS + 1) {
-    if (!isDigit(list[at])) continue;
+// Whether `isLost` is true for a number of more than `digits` bytes. Such a number has one of the
+// bytes that are looked at, one of `digits` + 1: that takes a fifth of the time of splitting the
+// list.
+template <class IsLost>
+bool hasLost(std::string_view list, std::size_t digits, const IsLost& isLost) {
+  std::size_t at = digits + 1;
+  while (at < list.size()) {
     std::size_t begin = at, end = at;
-    while (isDigit(list[begin - 1])) --begin;
-    while (isDigit(list[end])) ++end;
-    const bool isInteger = list[begin - 1] != '.' && list[end] != '.';
-    if (isInteger && end - begin > INTEGER_DIGITS) return true;
+    while (isOfNumber(list[begin - 1]) && isOfNumber(list[at])) --begin;
+    while (isOfNumber(list[end])) ++end;
+    if (end - begin > digits && isLost(list.substr(begin, end - begin))) return true;
+    at = end + digits + 1;
   }
   return false;
 }
@@ -102,6 +105,7 @@ class DigitRules final : public StatementRule {
   template <class IsLost>
   static std::string_view firstLost(const SyntaxToken& list, std::size_t digits,
                                     const IsLost& isLost) {
+    if (!hasLost(list.text, digits, isLost)) return {};
     vsa::ListReader reader(list.text);
     vsa::ListPart part;
     while (reader.next(part)) {
@@ -124,7 +128,6 @@ class DigitRules final : public StatementRule {
   }
 
   void checkDoubles(const SyntaxToken& list) {
-    if (!hasLongInteger(list.text)) return;
     const std::string_view number = firstLost(list, INTEGER_DIGITS, losesIntegerDigits);
     if (!number.empty()) addInteger(rangeIn(list, number), number);
   }

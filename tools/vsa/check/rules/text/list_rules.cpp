@@ -33,17 +33,16 @@ std::size_t componentsOf(const SyntaxToken& word) {
 bool isPlainTuple(std::string_view list, std::size_t count) {
   constexpr std::size_t MAX_BYTES = 255;  // `numbers` does not overflow
   if (list.size() > MAX_BYTES) return false;
-  const auto isSeparator = [](unsigned char c) { return (c <= ' ') | (c == ','); };
-  unsigned char numbers = isSeparator(static_cast<unsigned char>(list[1])) ? 0 : 1;
-  unsigned char others = 0;
-  for (std::size_t i = 2; i + 1 < list.size(); ++i) {
+  const auto isSeparator = [](unsigned char c) { return (c <= ' ') | (c == ',') | (c == '('); };
+  unsigned char numbers = 0, others = 0;
+  for (std::size_t i = 1; i + 1 < list.size(); ++i) {
     const auto before = static_cast<unsigned char>(list[i - 1]);
     const auto c = static_cast<unsigned char>(list[i]);
     numbers += static_cast<unsigned char>(isSeparator(before) & !isSeparator(c));
     others |= static_cast<unsigned char>((c == '(') | (c == ')') | ((c | 0x20) == '{') |
                                          ((c | 0x20) == '}') | (c == 0x7F));
   }
-  return others == 0 && list[1] != '(' && numbers <= count;
+  return others == 0 && numbers <= count;
 }
 
 // The elements of a list, as many as there are room for, and how many there are.
