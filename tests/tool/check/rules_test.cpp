@@ -101,6 +101,21 @@ void expectQuiet(const std::filesystem::path& file) {
   }
 }
 
+TEST(Rules, NameTheEscapeSequenceThatMayBeMeant) {
+  const auto findingOf = [](const std::string& value) {
+    return findingsOf("lamp a: .x = \"" + value + "\";", "unknown-escape").at(0);
+  };
+  EXPECT_EQ("did you mean `\\n`?", findingOf("one\\Ntwo").hint);
+  EXPECT_EQ("did you mean `\\u`?", findingOf("\\U00e9").hint);
+  EXPECT_EQ("did you mean `\\x1b`?", findingOf("\\e[0m").hint);
+  EXPECT_EQ("`\\x` takes two hexadecimal digits that are not both 0", findingOf("\\x4").hint);
+  EXPECT_EQ("`\\u` takes four hexadecimal digits that are not all 0", findingOf("\\u0000").hint);
+  EXPECT_TRUE(findingOf("one\\Ntwo").edits.empty());
+  EXPECT_EQ("write two backslashes", findingOf("50\\% off").hint);
+  EXPECT_EQ(1U, findingOf("50\\% off").edits.size());
+  EXPECT_EQ("write forward slashes, or two backslashes", findingOf("D:\\Novel").hint);
+}
+
 // The folder of large scenes is not part of a release.
 TEST(Rules, OnByDefaultFindNothingInRealScenes) {
   const std::filesystem::path root = std::filesystem::path(VSA_TEST_DIR).parent_path();

@@ -40,14 +40,28 @@ bool isNumeric(std::string_view behind, std::size_t digits) {
   return !isZero;
 }
 
+constexpr std::string_view CHARACTER_LETTERS = "abfnrtv";
+
+// What may have been meant by an unknown escape sequence, which begins with `letter`; empty if that
+// is only the backslash.
+std::string hintForUnknown(char letter) {
+  const char lower = static_cast<char>(letter | 0x20);
+  if (letter == 'x') return "`\\x` takes two hexadecimal digits that are not both 0";
+  if (letter == 'u') return "`\\u` takes four hexadecimal digits that are not all 0";
+  if (letter == 'e') return "did you mean `\\x1b`?";
+  const bool isOtherCase =
+      isLetter(letter) &&
+      (CHARACTER_LETTERS.find(lower) != std::string_view::npos || lower == 'x' || lower == 'u');
+  return isOtherCase ? std::string("did you mean `\\") + lower + "`?" : std::string();
+}
+
 Escape escapeAt(std::string_view token, std::size_t at) {
   using Meaning = Escape::Meaning;
   const std::string_view behind = token.substr(at + 1);
   const char letter = behind.front();
   if (letter == '\\') return {at, 2, Meaning::Backslash};
   if (letter == '"' || letter == '\'' || letter == '/') return {at, 2, Meaning::Punctuation};
-  constexpr std::string_view LETTERS = "abfnrtv";
-  if (LETTERS.find(letter) != std::string_view::npos) return {at, 2, Meaning::Character};
+  if (CHARACTER_LETTERS.find(letter) != std::string_view::npos) return {at, 2, Meaning::Character};
   if (letter == 'x' && isNumeric(behind, 2)) return {at, 4, Meaning::Number};
   if (letter == 'u' && isNumeric(behind, 4)) return {at, 6, Meaning::Number};
   return {at, 2, Meaning::Unknown};
@@ -146,7 +160,11 @@ class StringRules final : public StatementRule {
         rule, rangeIn(string, string.text.substr(escape.at, escape.bytes)),
         isPath ? "'" + written + "' is one character here, and the string looks like a path"
                : "'" + written + "' is no escape sequence; the backslash stays in the string");
-    finding.hint = isPath ? "write forward slashes, or two backslashes" : "write two backslashes";
+    const std::string_view content = string.text.substr(1, string.text.size() - 2);
+    const bool isOfPath = looksLikePath(content);
+    if (!isOfPath) finding.hint = hintForUnknown(string.text[escape.at + 1]);
+    if (!finding.hint.empty()) return;  // what was meant is not certain enough for an edit
+    finding.hint = isOfPath ? "write forward slashes, or two backslashes" : "write two backslashes";
     for (const Escape& other : escapes) {
       const bool isSingle = other.meaning == Escape::Meaning::Unknown ||
                             (isPath && other.meaning == Escape::Meaning::Character);
