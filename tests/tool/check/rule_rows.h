@@ -72,6 +72,7 @@ const RuleRow RULE_ROWS[] = {
     {"removed-node", "lamp sun;\nlamp moon:\nremove moon;\n«.power» = 1;\n",
      "lamp sun;\nlamp moon:\nremove moon;\nwith sun: .power = 1;\n"},
     {"empty-last-block", "lamp sun;\n«mesh m:»\n# the end\n", "lamp sun;\nmesh m: .x = 1;\n"},
+    {"empty-last-block", "«mesh m:»", "mesh m:\n.x = 1\n.y = 2;\n"},
     {"assigned-twice", "lamp sun: .x = 1;\n.y = 2;\n«sun.x» = 3;\n",
      "lamp sun: .x = 1;\nremove sun;\nlamp sun: .x = 1; .k[*] = 2; .k[*] = 2;\n"},
     {"assigned-twice", "lamp sun: .x |= a.b;\n«.x» |= a.c;\na a;\n",

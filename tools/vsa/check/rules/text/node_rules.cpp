@@ -5,6 +5,8 @@
 
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/text/statement_scan.h"
+#include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {
 
@@ -19,7 +21,7 @@ struct Declared {
 
 class NodeRules final : public StatementRule {
  public:
-  explicit NodeRules(RuleFindings& found) : found_(found) {}
+  NodeRules(const RuleInput& input, RuleFindings& found) : text_(input.text), found_(found) {}
 
   void visit(const StatementView& view) override {
     if (view.kind() == StatementKind::Comment) return;
@@ -37,11 +39,18 @@ class NodeRules final : public StatementRule {
 
   void finish() override {
     if (!lastBlock_ || !found_.isEnabled(RuleId::EmptyLastBlock)) return;
+    if (hasStatementAt(lastBlock_->end.offset)) return;  // a malformed one, which is not visited
     found_.add(RuleId::EmptyLastBlock, *lastBlock_, "the text ends behind this colon").hint =
         "the file may have been cut off; a node without inputs ends in `;`";
   }
 
  private:
+  bool hasStatementAt(std::size_t offset) const {
+    Statement next = nextStatement(text_, offset);
+    while (next.isComment) next = nextStatement(text_, next.end);
+    return next.begin < text_.size();
+  }
+
   void visitNode(const StatementView& view) {
     const bool isRemoval = view.kind() == StatementKind::Remove;
     if (isRemoval) declared_.erase(view.node);
@@ -62,10 +71,9 @@ class NodeRules final : public StatementRule {
         declared_.try_emplace(view.node, Declared{type.text, view.statement.range});
     if (isNew || known->second.type == type.text) return;
     if (!found_.isEnabled(RuleId::RedeclaredType)) return;
-    Finding& finding =
-        found_.add(RuleId::RedeclaredType, type.range,
-                   "this finds the node " + std::string(view.node) + ", which is a " +
-                       std::string(known->second.type) + " and stays one");
+    Finding& finding = found_.add(RuleId::RedeclaredType, type.range,
+                                  "this finds the node " + shortened(view.node) + ", which is a " +
+                                      shortened(known->second.type) + " and stays one");
     finding.hint = "give the second node a name of its own";
     finding.notes.push_back({known->second.range, "declared here"});
   }
@@ -76,21 +84,22 @@ class NodeRules final : public StatementRule {
     if (!found_.isEnabled(RuleId::PeriodBehindSemicolon)) return;
     Finding& finding = found_.add(RuleId::PeriodBehindSemicolon, semicolon_,
                                   "the inputs behind this semicolon belong to the node " +
-                                      std::string(view.node) + ", which was set before");
+                                      shortened(view.node) + ", which was set before");
     finding.hint = "end the declaration with a colon";
     finding.edits = {{semicolon_.begin.offset, semicolon_.end.offset, ":"}};
-    finding.notes.push_back({view.pathRange(), "this is an input of " + std::string(view.node)});
+    finding.notes.push_back({view.pathRange(), "this is an input of " + shortened(view.node)});
   }
 
   void checkRemoved(const StatementView& view) {
     if (!removed_ || !view.isOfWithNode() || !found_.isEnabled(RuleId::RemovedNode)) return;
     Finding& finding = found_.add(RuleId::RemovedNode, view.pathRange(),
-                                  "this belongs to the node " + std::string(view.node) +
+                                  "this belongs to the node " + shortened(view.node) +
                                       ", which is removed; the value is lost");
     finding.hint = "set another node first, such as `with name:`";
     finding.notes.push_back({*removed_, "removed here"});
   }
 
+  std::string_view text_;
   RuleFindings& found_;
   std::unordered_map<std::string_view, Declared> declared_;
   std::string_view withNode_;
@@ -102,12 +111,12 @@ class NodeRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer nodeRules(const RuleInput&, RuleFindings& found) {
+StatementRulePointer nodeRules(const RuleInput& input, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::EmptyLastBlock, RuleId::RedeclaredType,
                            RuleId::PeriodBehindSemicolon, RuleId::RemovedNode})) {
     return nullptr;
   }
-  return std::make_unique<NodeRules>(found);
+  return std::make_unique<NodeRules>(input, found);
 }
 
 }  // namespace vsa_tools
