@@ -148,6 +148,7 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   result.findings = findings.take();
   result.isClean = !findings.hasFound();
   result.isUnreadable = findings.isUnreadable();
+  result.isTextTooLarge = text.isOpen() && !text.isKept() && !format_->isLog();
   result.inBaseline = findings.inBaseline();
   result.found = findings.found();
   return result;
@@ -183,6 +184,7 @@ void CheckRun::add(const Item& item, const FileResult& result) {
   if (result.isClean) printer_.printClean(item.shownName);
   totals_.filesWithFindings += result.isClean ? 0 : 1;
   totals_.unreadable += result.isUnreadable ? 1 : 0;
+  totals_.tooLarge += result.isTextTooLarge ? 1 : 0;
   totals_.inBaseline += result.inBaseline;
   totals_.fixed += result.fixed;
   found_.add(item.shownName, result.found);
@@ -204,6 +206,10 @@ std::string CheckRun::summary() const {
   if (totals_.fixed > 0) line += "; " + std::to_string(totals_.fixed) + " fixed";
   if (totals_.inBaseline > 0)
     line += "; " + std::to_string(totals_.inBaseline) + " in the baseline";
+  if (totals_.tooLarge > 0) {
+    line += "; " + counted(totals_.tooLarge, "file") +
+            " of more than 64 MiB without the rules about texts";
+  }
   if (totals_.isEndedEarly) line += "; ended early (--max-diagnostics)";
   return line;
 }

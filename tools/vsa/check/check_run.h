@@ -26,6 +26,7 @@ struct FileResult {
   std::vector<RenderedFinding> findings;
   bool isClean = true;
   bool isUnreadable = false;
+  bool isTextTooLarge = false;  ///< For the rules about texts.
   std::uint64_t inBaseline = 0;
   std::uint64_t fixed = 0;
   KnownFindings found;  ///< For a new baseline.

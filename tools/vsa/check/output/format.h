@@ -25,6 +25,7 @@ struct Totals {
   std::uint64_t files = 0;
   std::uint64_t filesWithFindings = 0;
   std::uint64_t unreadable = 0;
+  std::uint64_t tooLarge = 0;    ///< For the rules about texts.
   std::uint64_t inBaseline = 0;  ///< Findings that the baseline has.
   std::uint64_t fixed = 0;       ///< Edits that were made.
   bool isEndedEarly = false;     ///< --max-diagnostics was reached.
