@@ -50,6 +50,12 @@ constexpr HintRow ROWS[] = {
     {"<?xml?>", "another format"},
     {"lamp sun { power = 1.0; }", "there are no blocks"},
     {"lamp sun: .c = rgba(1 1 1;\n.p = 2;", "close the list with `)`"},
+    {"lamp sun: .c = vec3(1 1", "close the list with `)`"},
+    {"lamp sun: .i[0 = 1;", "close the brackets with `]`"},
+    {"lamp sun;\n%noon;", "letters, digits and `_` only"},
+    {"m m: .b = TRU;", "did you mean `true`?"},
+    {"m m: .i = [0 1 2];", "write `int32[3] {0 1 2}`", "m m: .i = int32[3] {0 1 2};"},
+    {"m m: .i = [0, 1.5];", "write `float[2] {0, 1.5}`", "m m: .i = float[2] {0, 1.5};"},
     {"m m: .i = int32[2] {true 0};", "write `1`", "m m: .i = int32[2] {1 0};"},
     {"m m: .i = float[2] {-infinity 0};", "write `-inf`", "m m: .i = float[2] {-inf 0};"},
     {"m m: .i = int32[2] {0x1F 0};", "write `31`", "m m: .i = int32[2] {31 0};"},
@@ -179,6 +185,20 @@ TEST(Hints, NoteWhereAnInputGotItsType) {
   ASSERT_EQ(finding.notes.size(), 1U);
   EXPECT_EQ(finding.notes[0].range.begin.offset, text.find("1;"));
   EXPECT_EQ(finding.notes[0].range.end.offset, text.find("1;") + 1);
+}
+
+TEST(Hints, NoteWhereTheReaderNoticesWhatIsOpen) {
+  const std::string_view list = "m m: .c = vec3(1 2\n  3;\n";
+  const Finding finding = hintFor(list, vsa::readText(list));
+  ASSERT_EQ(finding.notes.size(), 1U);
+  EXPECT_EQ(finding.notes[0].text, "the reader notices it here");
+  EXPECT_EQ(finding.notes[0].range.begin, (vsa::TextPosition{22, 2, 4}));
+  EXPECT_EQ(finding.notes[0].range.end, (vsa::TextPosition{23, 2, 5}));
+  const std::string_view string = "m m: .s = \"open;\n.t = 1;\n\n";
+  const Finding atEnd = hintFor(string, vsa::readText(string));
+  ASSERT_EQ(atEnd.notes.size(), 1U);
+  EXPECT_EQ(atEnd.notes[0].text, "the text ends here, and nothing has closed it");
+  EXPECT_EQ(atEnd.notes[0].range.begin, (vsa::TextPosition{24, 2, 8}));
 }
 
 // Any place of a broken text: hints look at bytes around the culprit.

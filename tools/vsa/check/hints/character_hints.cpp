@@ -1,6 +1,7 @@
 // Hints for characters that no token and no list has, and for what is never closed.
 #include <string>
 
+#include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
 
@@ -9,7 +10,10 @@ namespace vsa_tools {
 namespace {
 
 // One row for each character that people write.
-const char* hintForInvalid(char character) {
+const char* hintForInvalid(char character, bool isBehindDigit) {
+  if (character == '%' && isBehindDigit) {
+    return "a number has no unit; write the number alone, or quote it";
+  }
   switch (character) {
     case '}':
       return "nothing is open here; nodes have no braces, and end where the next one begins";
@@ -19,7 +23,6 @@ const char* hintForInvalid(char character) {
     case '<':
       return "this may be another format; a text begins with a comment or a declaration";
     case '%':
-      return "a number has no unit; write the number alone, or quote it";
     case '$':
     case '@':
     case '&':
@@ -29,23 +32,9 @@ const char* hintForInvalid(char character) {
   }
 }
 
-void closeHint(char open, Finding& finding) {
-  switch (open) {
-    case '"':
-      finding.hint = "close the string with `\"`; a backslash before it is written `\\\\`";
-      return;
-    case '(':
-      finding.hint = "close the list with `)`";
-      return;
-    case '{':
-      finding.hint = "close the list with `}`";
-      return;
-    case '[':
-      finding.hint = "close the brackets with `]`";
-      return;
-    default:
-      return;
-  }
+// The "[" of the list that the byte at `offset` is in, or else another offset.
+std::uint64_t bracketBefore(const HintText& text, std::uint64_t offset) {
+  return text.text().find_last_of("[=;", offset);
 }
 
 // A name behind the opening brace: a block of another language.
@@ -86,11 +75,16 @@ void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding
   if (diagnostic.id == vsa::DiagnosticId::EndMark) {
     finding.hint = "write the byte 0xFF as `\\xff` in a string, and save the file as UTF-8";
   } else if (diagnostic.id == vsa::DiagnosticId::InvalidToken) {
-    finding.hint = hintForInvalid(culprit.front());
+    const std::uint64_t before = text.endBefore(range.begin.offset);
+    const bool isBehindDigit =
+        before != 0 && zn::char_class::is(text.at(before - 1), zn::char_class::DIGIT);
+    finding.hint = hintForInvalid(culprit.front(), isBehindDigit);
   } else if (isBlock(text, range.begin.offset)) {
     finding.hint = "there are no blocks: end the declaration with `:`, and begin inputs with `.`";
-  } else if (culprit.size() == 1 && std::string_view("\"({[").find(culprit) != culprit.npos) {
-    closeHint(culprit.front(), finding);
+  } else if (hintForBracketList(text, bracketBefore(text, range.begin.offset), finding)) {
+    return;
+  } else if (isOpening(culprit)) {
+    hintForUnclosed(text, range, finding);
   } else {
     hintForWordInList(text, range, finding);
   }

@@ -10,8 +10,19 @@ namespace {
 
 using vsa::DiagnosticId;
 
+// `true`, `false` or `null`. The word may also be a node's name, so the suggestion is never sure.
+std::optional<Suggestion> nearestConstant(std::string_view name) {
+  NearestName nearest(name);
+  for (const char* const constant : {"true", "false", "null"}) nearest.consider(constant);
+  std::optional<Suggestion> found = nearest.found();
+  if (found) found->isSure = false;
+  return found;
+}
+
 // A name that no node has: a misspelt one, a removed one, or a text without quotes.
-void hintForMissingNode(HintText& text, const vsa::TextRange& range, Finding& finding) {
+void hintForMissingNode(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const vsa::TextRange& range = diagnostic.range;
+  const bool isConnection = diagnostic.id == DiagnosticId::NoNodeToConnect;
   const std::string_view name = text.bytesOf(range);
   const std::string lower = loweredName(name);
   if (const auto declaration = text.declarationOf(name)) {
@@ -19,7 +30,12 @@ void hintForMissingNode(HintText& text, const vsa::TextRange& range, Finding& fi
     finding.notes.push_back({*declaration, "declared here"});
   } else if (lower == "inf" || lower == "infinity" || lower == "nan") {
     finding.hint = "a word is the name of a node; a single value may be `-inf` or `-nan`";
-  } else if (!suggest(finding, range, text.nearestNode(name))) {
+  } else if (suggest(finding, range, text.nearestNode(name))) {
+    return;
+  } else if (isConnection) {
+    finding.hint =
+        "declare the node that has the output, such as `lamp " + std::string(name) + ";`";
+  } else if (!suggest(finding, range, nearestConstant(name))) {
     finding.hint = "a word is the name of a node: quote it if it is a string";
   }
 }
@@ -57,7 +73,7 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
   switch (diagnostic.id) {
     case DiagnosticId::NoNodeToAssign:
     case DiagnosticId::NoNodeToConnect:
-      return hintForMissingNode(text, range, finding);
+      return hintForMissingNode(text, diagnostic, finding);
     case DiagnosticId::NoOutputToConnect:
       suggest(finding, range, text.nearestOutput(culprit));
       return;

@@ -115,8 +115,8 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   } else if (isDecimalComma(text, at)) {
     finding.hint = "a comma is a blank, not a decimal point: write a point";
     finding.edits = {{at, at + 1, "."}};
-  } else if (culprit == "\"") {
-    finding.hint = "close the string with `\"`; a backslash before it is written `\\\\`";
+  } else if (isOpening(culprit)) {
+    hintForUnclosed(text, range, finding);
   } else if (culprit.front() == '"') {
     finding.hint = "a value is one string; a quote inside it is written `\\\"`";
   } else if (culprit.front() == '.') {

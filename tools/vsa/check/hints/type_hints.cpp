@@ -48,6 +48,7 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
                       const FirstAssignment* first, Finding& finding) {
   const std::string value(text.bytesOf(diagnostic.range));
   const bool isNumber = isDigit(value.front()) || value.front() == '-';
+  if (first == nullptr && hintForBracketList(text, diagnostic.range.begin.offset, finding)) return;
   if (expects(diagnostic, "Array")) {
     finding.hint = "assign an array element by element: `[0]`, or `[*]` to append";
   } else if (expects(diagnostic, "Null")) {

@@ -105,15 +105,13 @@ void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fi
     finding.hint = "the text ends inside a statement; it may have been cut off";
     return;
   }
+  if (isOpening(culprit)) return hintForUnclosed(text, range, finding);
   switch (culprit.front()) {
     case '#':
       finding.hint = "a comment stands between statements: move it behind the semicolon";
       return;
     case '\'':
       return hintForApostrophe(text, range, finding);
-    case '"':
-      finding.hint = "close the string with `\"`; a backslash before it is written `\\\\`";
-      return;
     case ';':
       finding.hint = "a value is missing";
       return;
@@ -126,11 +124,7 @@ void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fi
       if (isDigit(text.at(at + 1))) finding.edits = {{at, at + 1, ""}};
       return;
     case '(':
-      return culprit.size() == 1 ? void(finding.hint = "close the list with `)`")
-                                 : hintForTuple(text, range, finding);
-    case '{':
-      finding.hint = "close the list with `}`";
-      return;
+      return hintForTuple(text, range, finding);
     default:
       return hintForNumber(range, culprit, finding);
   }

@@ -1,0 +1,96 @@
+// Hints for strings and lists that are not closed, and for lists in brackets.
+#include <algorithm>
+#include <string>
+
+#include <vsa/foundation/char_class.h>
+#include "tools/vsa/check/hints/hint_text.h"
+
+namespace vsa_tools {
+
+namespace {
+
+namespace char_class = zn::char_class;
+
+bool mayBeIn(char open, char c) {
+  if (open == '[') return c == '[' || c == '*' || char_class::is(c, char_class::DIGIT);
+  return c == ',' || std::string_view("()[]{}").find(c) != std::string_view::npos ||
+         char_class::is(c, char_class::NUMBER);
+}
+
+// Where the reader notices that what begins at `open` is not closed: the end of the text, or the
+// first character that a list may not have.
+std::uint64_t noticedAt(const HintText& text, std::uint64_t open) {
+  const std::string_view all = text.text();
+  const char first = text.at(open);
+  if (first == '"') return all.size();
+  std::uint64_t at = open + 1;
+  while (at < all.size() &&
+         (mayBeIn(first, all[at]) || char_class::is(all[at], char_class::WHITE))) {
+    ++at;
+  }
+  return at;
+}
+
+vsa::TextPosition moved(const HintText& text, vsa::TextPosition from, std::uint64_t offset) {
+  for (; from.offset < offset; ++from.offset) {
+    ++from.column;
+    if (text.at(from.offset) != '\n') continue;
+    ++from.line;
+    from.column = 1;
+  }
+  return from;
+}
+
+const char* hintFor(char open) {
+  switch (open) {
+    case '"':
+      return "close the string with `\"`; a backslash before it is written `\\\\`";
+    case '(':
+      return "close the list with `)`";
+    case '{':
+      return "close the list with `}`";
+    default:
+      return "close the brackets with `]`";
+  }
+}
+
+}  // namespace
+
+bool isOpening(std::string_view culprit) {
+  return culprit.size() == 1 && std::string_view("\"({[").find(culprit) != culprit.npos;
+}
+
+void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding) {
+  finding.hint = hintFor(text.at(open.begin.offset));
+  const std::uint64_t noticed = noticedAt(text, open.begin.offset);
+  const bool isAtEnd = noticed >= text.text().size();
+  // The end of the last line, not the empty one behind it.
+  const std::uint64_t at = isAtEnd ? std::max(text.endBefore(noticed), open.end.offset) : noticed;
+  const vsa::TextPosition begin = moved(text, open.begin, at);
+  const vsa::TextPosition end = isAtEnd ? begin : moved(text, begin, at + 1);
+  finding.notes.push_back(
+      {{begin, end},
+       isAtEnd ? "the text ends here, and nothing has closed it" : "the reader notices it here"});
+}
+
+bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding) {
+  const std::uint64_t before = text.endBefore(open);
+  if (text.at(open) != '[' || before == 0 || text.at(before - 1) != '=') return false;
+  const std::size_t close = text.text().find_first_not_of("0123456789.,-+eE \t\r\n", open + 1);
+  if (text.at(close) != ']') return false;
+  const std::string numbers(text.text().substr(open + 1, close - open - 1));
+  vsa::ListPart part;
+  std::size_t count = 0;
+  const std::string list = '{' + numbers + '}';
+  for (vsa::ListReader reader(list); reader.next(part);) ++count;
+  if (count == 0) return false;
+  const bool isReal = numbers.find_first_of(".eE") != std::string::npos;
+  const std::string type = isReal ? "float[" : "int32[";
+  vsa::TextRange range;
+  range.begin.offset = open;
+  range.end.offset = close + 1;
+  replace(finding, range, type + std::to_string(count) + "] " + list);
+  return true;
+}
+
+}  // namespace vsa_tools
