@@ -8,8 +8,9 @@ import jsonschema
 
 with open(sys.argv[1], encoding="utf-8") as file:
     schema = json.load(file)
-jsonschema.Draft7Validator.check_schema(schema)
-validator = jsonschema.Draft7Validator(schema)
+Validator = jsonschema.validators.validator_for(schema, default=jsonschema.Draft7Validator)
+Validator.check_schema(schema)
+validator = Validator(schema)
 text = sys.stdin.buffer.read().decode("utf-8")
 failed = False
 for document in text.splitlines() if "--lines" in sys.argv else [text]:
