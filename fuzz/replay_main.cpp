@@ -29,6 +29,8 @@ constexpr Fuzzer FUZZERS[] = {
     {"several_texts", vsa_fuzz::severalTexts},
     {"write_text", vsa_fuzz::writeReadText},
     {"write_scene", vsa_fuzz::writeMadeScene},
+    {"check_text", vsa_fuzz::checkText},
+    {"check_settings", vsa_fuzz::checkSettings},
 };
 
 void replay(const fs::path& file) {

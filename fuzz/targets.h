@@ -35,4 +35,9 @@ void writeReadText(std::string_view input);
 /// be equal.
 void writeMadeScene(std::string_view input);
 
+/// Checks a text with all rules and renders what is found.
+void checkText(std::string_view input);
+/// Reads a configuration, a baseline and types of vsa check.
+void checkSettings(std::string_view input);
+
 }  // namespace vsa_fuzz
