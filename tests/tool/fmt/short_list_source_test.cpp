@@ -42,8 +42,37 @@ TEST(ShortListSourceTest, SplitsLongLists) {
   const std::string split = delivered(text);
   EXPECT_NE(split.find("n . b = float [65536] { 1.5 1.5"), std::string::npos);
   EXPECT_NE(split.find("n . b = float [3392] { 1.5"), std::string::npos);
+  EXPECT_NE(split.find("; n . b = float [0] {}; t m ;"), std::string::npos);
   EXPECT_TRUE(readShort(text).isComplete());
-  EXPECT_EQ(readShort(text).scene["n"]["b"].buffer().count(), 3392U);
+}
+
+TEST(ShortListSourceTest, EmptiesBuffers) {
+  EXPECT_EQ(delivered("t n; n.b = float[2] {1 2}; n.c = 1;"),
+            " t n ; n . b = float [2] {1 2} ; n . b = float [0] {}; n . c = 1 ;");
+  EXPECT_EQ(delivered("t n: .b = byte[2] {.00};"),
+            " t n : . b = byte [2] {.00} ; . b = byte [0] {};");
+  const vsa::ReadResult read = readShort("t n; n.b = vec3f[2] {1 2 3 4 5 6};");
+  EXPECT_TRUE(read.isComplete());
+  EXPECT_EQ(read.scene["n"]["b"].buffer().count(), 0U);
+}
+
+// Whether a list comes in pieces depends on the source, and must not matter.
+TEST(ShortListSourceTest, DeliversTheSameOfListsInPieces) {
+  const std::string list = numbers(30000, "1.5, (2 3) ") + "{4} {} 5";
+  for (const char* const count : {"90000", "70000", "9", "200000"}) {
+    const std::string text = std::string("t n; n.b = float[") + count + "] {" + list + "}; t m;";
+    const std::string blanks(200000, ' ');
+    EXPECT_EQ(readShort(text).applied.values, readShort(blanks + text).applied.values);
+    EXPECT_EQ(readShort(text).status, vsa::readText(text).status) << count;
+    EXPECT_EQ(readShort(text).status, readShort(blanks + text).status) << count;
+  }
+}
+
+TEST(ShortListSourceTest, BoundsListsOfBlanks) {
+  const std::string text = "t n; n.b = float[70000] {" +
+                           numbers(70000, "1                                        ") + "};";
+  EXPECT_LT(delivered(text).size(), 200000U);
+  EXPECT_TRUE(readShort(text).isComplete());
 }
 
 TEST(ShortListSourceTest, FindsTheMistakesOfLongLists) {

@@ -45,15 +45,14 @@ bool isSameText(const TextFile& a, const TextFile& b) {
   return haveSameTokens(x, y) && left.error().empty() && right.error().empty();
 }
 
-/// Whether the files are equal byte for byte.
-bool areEqual(const TextFile& a, const TextFile& b) {
-  TextFileSource left(a.descriptor()), right(b.descriptor());
-  ComparingSink sink(left);
-  std::string block(64 << 10, '\0');
-  while (const std::size_t count = right.read(block)) {
-    sink.write(std::string_view(block).substr(0, count));
+/// Copies the whole file to the sink.
+bool copy(std::FILE* file, vsa::Sink& sink) {
+  TextFileSource source(::fileno(file));
+  std::string block(256 << 10, '\0');
+  while (const std::size_t count = source.read(block)) {
+    if (!sink.write(std::string_view(block).substr(0, count))) return false;
   }
-  return sink.isSame() && left.error().empty() && right.error().empty();
+  return source.error().empty();
 }
 
 /// The formatting of one open file.
@@ -62,10 +61,15 @@ class Formatting {
   Formatting(const TextFile& file, const std::string& name, const ReadArguments& arguments)
       : file_(file), name_(name), shown_(printable(shownName(name))), arguments_(arguments) {}
 
+  // A large text is formatted into a temporary file while it is read.
   FormatOutcome print() {
-    if (!startReading(file_).get().isComplete) return notRead();
+    std::future<ReadingCheck> reading = startReading(file_);
+    const FilePointer spooled(isLarge(file_) ? std::tmpfile() : nullptr);
+    const bool isSpooled = spooled != nullptr && formatInto(spooled.get());
+    if (!reading.get().isComplete) return notRead();
     OutputSink sink;
-    if (!format(file_, sink) || !sink.flush()) return failed(EXIT_USAGE, shown_, sink.error());
+    const bool isWritten = isSpooled ? copy(spooled.get(), sink) : format(file_, sink);
+    if (!isWritten || !sink.flush()) return failed(EXIT_USAGE, shown_, sink.error());
     return {};
   }
 
@@ -83,9 +87,7 @@ class Formatting {
     std::future<ReadingCheck> reading = startReading(file_);
     const FilePointer formatted(std::tmpfile());
     if (formatted == nullptr) return failed(EXIT_USAGE, shown_, std::strerror(errno));
-    FileSink sink(formatted.get());
-    const bool isWritten = format(file_, sink) && std::fflush(formatted.get()) == 0;
-    if (!isWritten) return failed(EXIT_USAGE, shown_, std::strerror(errno));
+    if (!formatInto(formatted.get())) return failed(EXIT_USAGE, shown_, std::strerror(errno));
     if (!reading.get().isComplete) return notRead();
     FormatOutcome outcome;
     printDiff(file_.descriptor(), ::fileno(formatted.get()), shown_, shown_ + " (formatted)",
@@ -95,19 +97,27 @@ class Formatting {
     return outcome;
   }
 
+  // The formatted text is read as soon as it is written, while the reading of the file goes on.
   FormatOutcome replace() {
     std::future<ReadingCheck> reading = startReading(file_);
     vsa::FileReplacement replacement;
-    const bool isWritten = replacement.open(name_) && format(file_, replacement);
-    const ReadingCheck before = reading.get();
-    if (!before.isComplete) return notRead();
-    if (!isWritten) return failed(EXIT_USAGE, shown_, replacement.error());
+    TextFileSource whole(file_.descriptor());
+    ComparingSink comparison(whole);
+    TeeSink both(replacement, comparison);
+    const bool isWritten = replacement.open(name_) && format(file_, both);
+    if (!isWritten || comparison.isSame()) {
+      if (!reading.get().isComplete) return notRead();
+      return isWritten ? FormatOutcome() : failed(EXIT_USAGE, shown_, replacement.error());
+    }
     TextFile formatted;
     if (!formatted.open(replacement.newFile())) {
       return failed(EXIT_USAGE, shown_, formatted.problem());
     }
-    if (areEqual(file_, formatted)) return {};
-    if (!readsTheSame(formatted, before)) {
+    std::future<ReadingCheck> readingAfter = startReading(formatted);
+    const bool sameTokens = isSameText(file_, formatted);
+    const ReadingCheck before = reading.get();
+    if (!before.isComplete) return notRead();
+    if (!sameTokens || readingAfter.get() != before) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
     }
@@ -116,22 +126,25 @@ class Formatting {
   }
 
  private:
-  /// Reads a text, on another thread if it is large.
-  std::future<ReadingCheck> startReading(const TextFile& file) const {
+  /// Whether a second thread is worth its while.
+  static bool isLarge(const TextFile& file) {
     constexpr off_t LARGE_BYTES = 4 << 20;
     struct stat status {};
-    const bool isLarge = ::fstat(file.descriptor(), &status) == 0 && status.st_size >= LARGE_BYTES;
-    return std::async(isLarge ? std::launch::async : std::launch::deferred, [this, &file] {
+    return ::fstat(file.descriptor(), &status) == 0 && status.st_size >= LARGE_BYTES;
+  }
+
+  /// Reads a text, on another thread if it is large.
+  std::future<ReadingCheck> startReading(const TextFile& file) const {
+    const auto launch = isLarge(file) ? std::launch::async : std::launch::deferred;
+    return std::async(launch, [this, &file] {
       TextFileSource source(file);
       return checkReading(source, arguments_);
     });
   }
 
-  bool readsTheSame(const TextFile& formatted, const ReadingCheck& before) const {
-    std::future<ReadingCheck> reading = startReading(formatted);
-    const bool sameTokens = isSameText(file_, formatted);
-    const ReadingCheck after = reading.get();
-    return sameTokens && after.isComplete && after.digest == before.digest;
+  bool formatInto(std::FILE* to) const {
+    FileSink sink(to);
+    return format(file_, sink) && std::fflush(to) == 0;
   }
 
   FormatOutcome notRead() const {

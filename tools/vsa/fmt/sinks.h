@@ -25,6 +25,17 @@ class ComparingSink final : public vsa::Sink {
   bool isSame_ = true;
 };
 
+/// Two sinks that get the same text.
+class TeeSink final : public vsa::Sink {
+ public:
+  TeeSink(vsa::Sink& first, vsa::Sink& second) : first_(first), second_(second) {}
+  bool write(std::string_view text) override { return first_.write(text) && second_.write(text); }
+
+ private:
+  vsa::Sink& first_;
+  vsa::Sink& second_;
+};
+
 /// An open file.
 class FileSink final : public vsa::Sink {
  public:

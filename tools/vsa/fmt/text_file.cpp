@@ -1,5 +1,6 @@
 #include "tools/vsa/fmt/text_file.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -53,6 +54,13 @@ std::size_t TextFileSource::read(std::span<char> to) {
   }
   offset_ += static_cast<std::size_t>(count);
   return static_cast<std::size_t>(count);
+}
+
+std::optional<std::uint64_t> TextFileSource::size() const {
+  struct stat status {};
+  if (::fstat(descriptor_, &status) != 0) return std::nullopt;
+  const auto bytes = static_cast<std::uint64_t>(status.st_size);
+  return bytes > offset_ ? bytes - offset_ : 0;
 }
 
 }  // namespace vsa_tools

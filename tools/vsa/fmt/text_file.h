@@ -1,8 +1,10 @@
 // A text that is read more than once: a file, or standard input by way of a temporary file.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 
@@ -48,6 +50,7 @@ class TextFileSource final : public vsa::Source {
   explicit TextFileSource(int descriptor) : descriptor_(descriptor) {}
 
   std::size_t read(std::span<char> to) override;
+  std::optional<std::uint64_t> size() const override;
   std::string error() const override { return error_; }
 
  private:

@@ -1,18 +1,22 @@
 #include "tools/vsa/fmt/comparison/reading_check.h"
 
+#include <vsa/host_scene.h>
 #include "tools/vsa/common/diagnostic.h"
-#include "tools/vsa/fmt/comparison/scene_digest.h"
 #include "tools/vsa/fmt/layout/short_list_source.h"
 
 namespace vsa_tools {
 
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments) {
-  SceneDigest digest;
-  ShortListSource source(text);
   vsa::ReadOptions options = arguments.options();
   options.keptDiagnostics = 0;
-  const vsa::ReadOutcome outcome = vsa::readSourceInto(digest, source, options);
-  return {outcome.isComplete(), digest.value()};
+  // The limit is one of the text, which is not what the reader gets.
+  if (text.size().value_or(0) > options.limits.textBytes) return {};
+  options.limits.textBytes = vsa::UNLIMITED;
+  ShortListSource source(text);
+  const vsa::ReadResult read = vsa::readSource(source, options);
+  const vsa::AppliedCounts& applied = read.applied;
+  return {read.isComplete(), applied.nodes,   applied.elements, applied.values,
+          applied.links,     read.errorCount, read.warningCount};
 }
 
 std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source& text,

@@ -10,14 +10,20 @@
 
 namespace vsa_tools {
 
-/// What a reading of a text does.
+/// What a reading of a text did. Two texts with the same tokens have equal ones.
 struct ReadingCheck {
   bool isComplete = false;
-  /// See SceneDigest; of a complete reading.
-  std::uint64_t digest = 0;
+  std::uint64_t nodes = 0;
+  std::uint64_t elements = 0;
+  std::uint64_t values = 0;
+  std::uint64_t links = 0;
+  std::uint64_t errors = 0;
+  std::uint64_t warnings = 0;
+
+  bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text into a SceneDigest, with long lists as short ones.
+/// Reads a text into a scene, with long lists as short ones: the scene keeps no buffers.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {});
 
 /// The diagnostics that ended the reading of `text`, one line each, with `name` as its file.

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "tools/vsa/fmt/layout/plain_numbers.h"
+
 namespace vsa_tools {
 
 namespace {
@@ -31,9 +33,10 @@ class TokenBytes {
     if (token.isFirst) {
       isList_ = token.kind == vsa::SyntaxKind::Parens || token.kind == vsa::SyntaxKind::Braces;
       if (isList_) list_ = vsa::ListReader();
+      listKind_ = token.kind;
     }
     if (isList_) {
-      appendList(token.text);
+      appendList(token.text, listKind_);
     } else {
       bytes_ += token.text;
     }
@@ -43,7 +46,30 @@ class TokenBytes {
     bytes_ += static_cast<char>(token.kind);
   }
 
-  void appendList(std::string_view text) {
+  void appendList(std::string_view text, vsa::SyntaxKind kind) {
+    const bool isTuple = kind == vsa::SyntaxKind::Parens;
+    const std::string_view plain = plainNumbers(text, isTuple ? '(' : '{', isTuple ? ')' : '}');
+    if (plain.empty()) return appendParts(text);
+    const auto begin = static_cast<std::size_t>(plain.data() - text.data());
+    appendParts(text.substr(0, begin));
+    appendNumbers(plain);
+    appendParts(text.substr(begin + plain.size()));
+  }
+
+  // Each number is shorter by its separator than its place in the list, and a blank is written
+  // before it.
+  void appendNumbers(std::string_view numbers) {
+    const std::size_t size = bytes_.size();
+    bytes_.resize(size + numbers.size() + 1);
+    char* at = bytes_.data() + size;
+    forEachNumber(numbers, [&at](std::string_view number) {
+      *at++ = ' ';
+      at = std::copy(number.begin(), number.end(), at);
+    });
+    bytes_.resize(static_cast<std::size_t>(at - bytes_.data()));
+  }
+
+  void appendParts(std::string_view text) {
     list_.add(text);
     for (vsa::ListPart part; list_.next(part);) {
       if (!part.continues) bytes_ += ' ';
@@ -54,6 +80,7 @@ class TokenBytes {
   vsa::SyntaxReader& reader_;
   vsa::ListReader list_;
   bool isList_ = false;
+  vsa::SyntaxKind listKind_ = vsa::SyntaxKind::Parens;
   bool isEnded_ = false;
   std::string bytes_;
   std::size_t taken_ = 0;

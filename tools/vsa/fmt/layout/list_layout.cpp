@@ -5,6 +5,7 @@
 #include <map>
 
 #include <vsa/scene/data_type.h>
+#include "tools/vsa/fmt/layout/plain_numbers.h"
 
 namespace vsa_tools {
 
@@ -79,6 +80,21 @@ void ListLayout::add(std::string_view text, bool continues) {
   if (number_.size() > MAX_KEPT_BYTES) spill();
 }
 
+void ListLayout::addNumbers(std::string_view numbers) {
+  if (hasNumber_) finishNumber();
+  hasNumber_ = false;
+  forEachNumber(numbers, [this](std::string_view number) {
+    if (number.size() <= MAX_KEPT_BYTES) {
+      place(number);
+      ++count_;
+    } else {
+      add(number, false);
+      finishNumber();
+      hasNumber_ = false;
+    }
+  });
+}
+
 // Writes a long number as far as it is known. The first one stays in the line of the bracket.
 void ListLayout::spill() {
   if (!isSpilled_) {
@@ -98,12 +114,18 @@ void ListLayout::finishNumber() {
   if (isSpilled_) {
     isSpilled_ = false;
     isBroken_ = true;
-  } else if (isBroken_) {
-    placeInLines(number_);
   } else {
-    placeOnLine(number_);
+    place(number_);
   }
   ++count_;
+}
+
+inline void ListLayout::place(std::string_view number) {
+  if (isBroken_) {
+    placeInLines(number);
+  } else {
+    placeOnLine(number);
+  }
 }
 
 // The first number never breaks the list. Behind the list, a bracket and a semicolon must fit.
@@ -130,7 +152,7 @@ void ListLayout::breakList() {
   line_.clear();
 }
 
-void ListLayout::placeInLines(std::string_view number) {
+inline void ListLayout::placeInLines(std::string_view number) {
   if (shape_.matrixRows > 0) {
     const std::size_t cells = shape_.matrixRows * shape_.numbersPerLine;
     if (cells_.size() < cells) cells_.resize(cells);
@@ -167,7 +189,7 @@ void ListLayout::putMatrix() {
     } else {
       out_.put(' ');
     }
-    if (isAligned) out_.put(std::string(widths[column] - cells_[i].size(), ' '));
+    if (isAligned) out_.putBlanks(widths[column] - cells_[i].size());
     out_.put(cells_[i]);
   }
   cellCount_ = 0;

@@ -36,11 +36,14 @@ class ListLayout {
   void begin(char open, const ListShape& shape, std::size_t indent);
   /// Appends characters of a number; a new number unless `continues`.
   void add(std::string_view text, bool continues);
+  /// Appends plainNumbers(). At least one more number must follow.
+  void addNumbers(std::string_view numbers);
   /// Ends the list. With `blank`, it ends as the reader's "(1 )".
   void end(char close, bool blank);
 
  private:
   void finishNumber();
+  void place(std::string_view number);
   void placeOnLine(std::string_view number);
   void placeInLines(std::string_view number);
   void breakList();

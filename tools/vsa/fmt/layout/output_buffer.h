@@ -2,7 +2,8 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
+#include <cstring>
+#include <memory>
 #include <string_view>
 
 #include <vsa/write.h>
@@ -12,17 +13,22 @@ namespace vsa_tools {
 /// Collects a text and hands it on in blocks. After a write that failed it drops everything.
 class OutputBuffer {
  public:
-  explicit OutputBuffer(vsa::Sink& sink) : sink_(sink) { text_.reserve(BLOCK_BYTES + 4096); }
+  explicit OutputBuffer(vsa::Sink& sink)
+      : sink_(sink), block_(std::make_unique<char[]>(BLOCK_BYTES)), at_(block_.get()) {}
 
   void put(char c) {
-    text_ += c;
+    if (remaining() == 0) flush();
+    *at_++ = c;
     ++column_;
   }
   /// `text` has no line feed.
   void put(std::string_view text) {
-    text_ += text;
     column_ += text.size();
-    if (text_.size() >= BLOCK_BYTES) flush();
+    if (text.size() <= remaining()) {
+      copyShort(text);
+    } else {
+      putLong(text);
+    }
   }
   /// `text` may have line feeds.
   void putLines(std::string_view text) {
@@ -30,12 +36,15 @@ class OutputBuffer {
     const std::size_t feed = text.rfind('\n');
     if (feed != std::string_view::npos) column_ = text.size() - feed - 1;
   }
-  /// Begins a line with `indent` blanks.
+  void putBlanks(std::size_t count) {
+    for (; count > 0; --count) put(' ');
+  }
+  /// Begins a line with `indent` blanks, a few.
   void newLine(std::size_t indent) {
-    text_ += '\n';
-    text_.append(indent, ' ');
+    if (remaining() <= indent) flush();
+    *at_++ = '\n';
+    for (std::size_t i = 0; i < indent; ++i) *at_++ = ' ';
     column_ = indent;
-    if (text_.size() >= BLOCK_BYTES) flush();
   }
 
   /// Bytes since the beginning of the line.
@@ -43,16 +52,44 @@ class OutputBuffer {
 
   /// Hands on the rest. False if a write has failed.
   bool flush() {
-    if (ok_ && !text_.empty()) ok_ = sink_.write(text_);
-    text_.clear();
+    write({block_.get(), static_cast<std::size_t>(at_ - block_.get())});
+    at_ = block_.get();
     return ok_;
   }
 
  private:
   static constexpr std::size_t BLOCK_BYTES = 64 << 10;
 
+  std::size_t remaining() const {
+    return BLOCK_BYTES - static_cast<std::size_t>(at_ - block_.get());
+  }
+  void write(std::string_view text) {
+    if (ok_ && !text.empty()) ok_ = sink_.write(text);
+  }
+
+  void putLong(std::string_view text) {
+    flush();
+    if (text.size() > BLOCK_BYTES) return write(text);
+    copyShort(text);
+  }
+
+  // Two overlapping words cover most numbers and names.
+  void copyShort(std::string_view text) {
+    const std::size_t size = text.size();
+    if (size >= 8 && size <= 16) {
+      std::memcpy(at_, text.data(), 8);
+      std::memcpy(at_ + size - 8, text.data() + size - 8, 8);
+    } else if (size < 8) {
+      for (std::size_t i = 0; i < size; ++i) at_[i] = text[i];
+    } else {
+      std::memcpy(at_, text.data(), size);
+    }
+    at_ += size;
+  }
+
   vsa::Sink& sink_;
-  std::string text_;
+  std::unique_ptr<char[]> block_;
+  char* at_;  // the end of the text in the block
   std::size_t column_ = 0;
   bool ok_ = true;
 };

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-#include <vsa/scene/data_type.h>
+#include "tools/vsa/fmt/layout/plain_numbers.h"
 
 namespace vsa_tools {
 
@@ -71,58 +71,72 @@ void ShortListSource::add(const SyntaxToken& token) {
     if (reader_.endedAtMark()) out_ += '\xFF';
   } else if (isSplitting_) {
     addElements(token);
-  } else if (token.isLast || !token.isFirst || !beginList(token)) {
-    addToken(token);
+  } else {
+    const bool beginsBuffer = token.isFirst && token.kind == SyntaxKind::Braces && beginBuffer();
+    if (beginsBuffer && mustSplit(token)) {
+      beginSplitting();
+      addElements(token);
+    } else {
+      addToken(token, beginsBuffer);
+    }
   }
 }
 
-void ShortListSource::addToken(const SyntaxToken& token) {
-  if (token.isFirst) statement_ += token.lineFeedsBefore > 0 ? '\n' : ' ';
-  if (token.kind == SyntaxKind::Brackets) prefixBytes_ = statement_.size();
+void ShortListSource::addToken(const SyntaxToken& token, bool beginsBuffer) {
+  if (token.isFirst) {
+    statement_ += token.lineFeedsBefore > 0 ? '\n' : ' ';
+    endsBuffer_ = isBuffer_ && token.is(';');
+    isBuffer_ = beginsBuffer;
+    isCounted_ = token.kind == SyntaxKind::Brackets && last_ == SyntaxKind::Word;
+    last_ = token.kind;
+    lastBegin_ = statement_.size();
+    if (last_ == SyntaxKind::Word) wordBegin_ = lastBegin_;
+  }
   statement_ += token.text;
   if (!token.isLast || statement_.size() > MAX_KEPT_BYTES) {
-    keyword_.clear();
     isWhole_ = false;
     flush();
   }
-  if (!token.isLast) return;
-  const bool isComment = token.kind == SyntaxKind::Comment;
-  if (isComment) statement_ += '\n';  // it may end with a carriage return
-  if (token.kind == SyntaxKind::Word) {
-    keyword_ = token.text;
-    count_.clear();
-  } else if (token.kind == SyntaxKind::Brackets && token.isFirst && !keyword_.empty()) {
-    count_ = token.text;
-  } else {
-    keyword_.clear();
-  }
-  if (isComment || token.is(';') || token.is(':')) {
-    flush();
-    isWhole_ = true;
-  }
+  if (token.isLast) endToken(token);
 }
 
-// Begins to split a list, if it is one of numbers.
-bool ShortListSource::beginList(const SyntaxToken& token) {
-  const bool follows = isWhole_ && !keyword_.empty() && !count_.empty();
-  if (token.kind != SyntaxKind::Braces || !follows) return false;
-  const DataType type = elementTypeOf(keyword_);
-  const std::optional<std::uint64_t> count = countOf(count_);
-  if (type == DataType::Null || !count) return false;
+void ShortListSource::endToken(const SyntaxToken& token) {
+  const bool isComment = token.kind == SyntaxKind::Comment;
+  if (isComment) statement_ += '\n';  // it may end with a carriage return
+  if (!isComment && !token.is(';') && !token.is(':')) return;
+  flush();
+  if (endsBuffer_) (out_ += prefix_) += "[0] {};";
+  isWhole_ = true;
+}
+
+// Whether a list now begins the elements of a buffer of a known type and count.
+bool ShortListSource::beginBuffer() {
+  if (!isWhole_ || !isCounted_) return false;
+  const std::string_view statement = statement_;
+  const std::string_view keyword = statement.substr(wordBegin_, lastBegin_ - wordBegin_);
+  type_ = elementTypeOf(keyword.substr(0, keyword.find_first_of(" \n")));
+  const std::optional<std::uint64_t> count = countOf(statement.substr(lastBegin_));
+  if (type_ == DataType::Null || !count || *count == 0) return false;
+  prefix_ = statement.substr(0, lastBegin_);
+  remaining_ = *count;
+  return true;
+}
+
+// Whether the list that begins with `token` is long. What may be compressed is a single element.
+bool ShortListSource::mustSplit(const SyntaxToken& token) const {
+  if (token.isLast && remaining_ <= MAX_ELEMENTS) return false;
   vsa::ListReader list(token.text);
   vsa::ListPart first;
-  if (!list.next(first) || first.text.front() == '.') return false;  // compressed, perhaps
+  return list.next(first) && first.text.front() != '.';
+}
+
+void ShortListSource::beginSplitting() {
   isSplitting_ = true;
-  prefix_ = statement_.substr(0, prefixBytes_);
   statement_.clear();
   numbers_.clear();
   numberCount_ = 0;
-  components_ = zn::korvo_sdk::componentCount(type);
-  maxNumbers_ = MAX_ELEMENTS * components_;
-  remaining_ = *count;
+  maxNumbers_ = MAX_ELEMENTS * zn::korvo_sdk::componentCount(type_);
   list_ = vsa::ListReader();
-  addElements(token);
-  return true;
 }
 
 // Called before another number begins. The last assignment takes all that is left: one number too
@@ -135,22 +149,56 @@ void ShortListSource::endElement() {
   numberCount_ = 0;
 }
 
-void ShortListSource::addElements(const SyntaxToken& token) {
-  list_.add(token.text);
-  for (vsa::ListPart part; list_.next(part);) {
-    if (!part.continues) {
-      endElement();
-      ++numberCount_;
-      numbers_ += ' ';
+void ShortListSource::addNumber(std::string_view text, bool continues) {
+  if (!continues) {
+    endElement();
+    ++numberCount_;
+  }
+  if (numberCount_ > maxNumbers_ + 1) return;
+  if (!continues) numbers_ += ' ';
+  numbers_ += text;
+}
+
+void ShortListSource::addParts(std::string_view text) {
+  list_.add(text);
+  for (vsa::ListPart part; list_.next(part);) addNumber(part.text, part.continues);
+}
+
+// Copies blocks of numbers of which all belong to the next assignment, unless they are mostly white
+// space.
+void ShortListSource::addPlainNumbers(std::string_view numbers) {
+  constexpr std::size_t MAX_BYTES_PER_NUMBER = 32;
+  while (!numbers.empty()) {
+    const NumberBlock block = firstNumbers(numbers);
+    const bool fits = numberCount_ + block.count <= maxNumbers_;
+    if (fits && block.text.size() <= block.count * MAX_BYTES_PER_NUMBER) {
+      (numbers_ += ' ') += block.text;
+      numberCount_ += block.count;
+    } else {
+      forEachNumber(block.text, [this](std::string_view number) { addNumber(number, false); });
     }
-    if (numberCount_ <= maxNumbers_ + 1) numbers_ += part.text;
+    numbers.remove_prefix(block.text.size());
+  }
+}
+
+void ShortListSource::addElements(const SyntaxToken& token) {
+  const std::string_view plain = plainNumbers(token.text, '{', '}');
+  if (plain.empty()) {
+    addParts(token.text);
+  } else {
+    const auto begin = static_cast<std::size_t>(plain.data() - token.text.data());
+    addParts(token.text.substr(0, begin));
+    addPlainNumbers(plain);
+    addParts(token.text.substr(begin + plain.size()));
   }
   if (!token.isLast) return;
   isSplitting_ = false;
   // What is cut off stays so, and so does the character that a list may not have.
   const char close = token.kind == SyntaxKind::Unterminated ? ' ' : token.text.back();
   statement_ = prefix_ + '[' + std::to_string(remaining_) + "] {" + numbers_ + close;
-  keyword_.clear();
+  isBuffer_ = true;
+  isCounted_ = false;
+  last_ = token.kind;
 }
 
 }  // namespace vsa_tools

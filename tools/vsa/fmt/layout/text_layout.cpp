@@ -1,5 +1,7 @@
 #include "tools/vsa/fmt/layout/text_layout.h"
 
+#include "tools/vsa/fmt/layout/plain_numbers.h"
+
 namespace vsa_tools {
 
 namespace {
@@ -93,9 +95,23 @@ void TextLayout::putList(const SyntaxToken& token) {
     list_.begin(token.text.front(), shape(token.kind), indent_);
     elements_ = vsa::ListReader();
   }
-  elements_.add(token.text);
+  const char close = last_ == SyntaxKind::Parens ? ')' : '}';
+  const std::string_view plain =
+      plainNumbers(token.text, last_ == SyntaxKind::Parens ? '(' : '{', close);
+  if (plain.empty()) {
+    putElements(token.text);
+  } else {
+    const auto begin = static_cast<std::size_t>(plain.data() - token.text.data());
+    putElements(token.text.substr(0, begin));
+    list_.addNumbers(plain);
+    putElements(token.text.substr(begin + plain.size()));
+  }
+  if (token.isLast) list_.end(close, elements_.endsInBlank());
+}
+
+void TextLayout::putElements(std::string_view text) {
+  elements_.add(text);
   for (vsa::ListPart part; elements_.next(part);) list_.add(part.text, part.continues);
-  if (token.isLast) list_.end(last_ == SyntaxKind::Parens ? ')' : '}', elements_.endsInBlank());
 }
 
 void TextLayout::endToken(const SyntaxToken& token) {

@@ -27,6 +27,7 @@ class TextLayout {
   bool needsBlank(const vsa::SyntaxToken& token) const;
   void putText(const vsa::SyntaxToken& token);
   void putList(const vsa::SyntaxToken& token);
+  void putElements(std::string_view text);
   ListShape shape(vsa::SyntaxKind kind) const;
   void endToken(const vsa::SyntaxToken& token);
 
