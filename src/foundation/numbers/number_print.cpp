@@ -112,14 +112,6 @@ char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
   return std::to_chars(at, at + 5, exponent).ptr;
 }
 
-// 0.000ddd
-template <class Digits>
-char* putFraction(char* to, const Digits& digits, int count, int zeros) {
-  std::memcpy(to, "0.000000", 8);  // NOLINT(bugprone-not-null-terminated-result): no string
-  digits.store(to + 2 + zeros);
-  return to + 2 + zeros + count;
-}
-
 // ddd000
 template <class Digits>
 char* putInteger(char* to, const Digits& digits, int count, int point) {
@@ -128,13 +120,22 @@ char* putInteger(char* to, const Digits& digits, int count, int point) {
   return to + point;
 }
 
-// ddd.ddd
+// ddd.ddd or 0.000ddd. Masks instead of branches: in a list that has reals below 1 and above, a
+// branch on that is unpredictable. A double of 8 digits takes 29 ns, 31 ns with it. The benchmark
+// is "written double lists" of ./dev bench --peers.
 template <class Digits>
 char* putWithPoint(char* to, const Digits& digits, int count, int point) {
-  digits.store(to);
-  to[point] = '.';
-  digits.storeAfter(point, to + point + 1);
-  return to + count + 1;
+  const int isBelowOne = point <= 0 ? 1 : 0;
+  const int below = 0 - isBelowOne;
+  const int integerDigits = (point & ~below) | isBelowOne;
+  const int firstDigit = (2 - point) & below;
+  const int pointWidth = 1 - isBelowOne + firstDigit;
+  std::memcpy(to, "0.000000", 8);  // NOLINT(bugprone-not-null-terminated-result): no string
+  digits.store(to + firstDigit);
+  to[integerDigits] = '.';
+  // Below one, this stores the same digits in the same place again.
+  digits.storeAfter(integerDigits, to + pointWidth + integerDigits);
+  return to + pointWidth + count;
 }
 
 template <class Digits>
@@ -142,8 +143,8 @@ template <class Digits>
   const int count = digits.count();
   const int point = digits.total + exponent;    // the number of digits before the point
   const int exponentWidth = count > 1 ? 5 : 4;  // of ".", "e-05" and the like
-  if (point > 0 && point < count) return putWithPoint(to, digits, count, point);
-  if (point <= 0 && 2 - point <= exponentWidth) return putFraction(to, digits, count, -point);
+  const bool hasPoint = (point < count) & (2 - point <= exponentWidth);
+  if (hasPoint) return putWithPoint(to, digits, count, point);
   if (point > 0 && point <= count + exponentWidth) return putInteger(to, digits, count, point);
   return putWithExponent(to, digits, count, point - 1);
 }
@@ -152,11 +153,16 @@ char* putDecimal(char* to, const Decimal<std::uint32_t>& decimal) {
   return putDigits(to, nineDigits(decimal.digits), decimal.exponent);
 }
 
+// A decimal of few digits is mostly one of 16 or 17 digits that ends in zeros.
 char* putDecimal(char* to, const Decimal<std::uint64_t>& decimal) {
-  if (decimal.digits >= 10 * std::uint64_t{TEN_TO_8}) {
-    return putDigits(to, seventeenDigits(decimal.digits), decimal.exponent);
+  if (decimal.digits < 10 * std::uint64_t{TEN_TO_8}) {
+    return putDigits(to, nineDigits(static_cast<std::uint32_t>(decimal.digits)), decimal.exponent);
   }
-  return putDigits(to, nineDigits(static_cast<std::uint32_t>(decimal.digits)), decimal.exponent);
+  const std::uint64_t upper = decimal.digits / TEN_TO_8;
+  if (upper * TEN_TO_8 == decimal.digits) {
+    return putDigits(to, nineDigits(static_cast<std::uint32_t>(upper)), decimal.exponent + 8);
+  }
+  return putDigits(to, seventeenDigits(decimal.digits), decimal.exponent);
 }
 
 char* putWord(char* to, std::string_view word) {
