@@ -2,6 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
+#include "tools/vsa/common/files/files_progress.h"
+
 namespace vsa_tools {
 namespace {
 
@@ -54,6 +59,26 @@ TEST_F(ProgressTest, NothingIsShownIfThereIsNoTerminal) {
   progress.update(1, 2);
   progress.hide();
   EXPECT_EQ("", written());
+}
+
+TEST_F(ProgressTest, FilesCountAsTheirBytes) {
+  const std::string folder = testing::TempDir();
+  const std::string small = folder + "progress_small.vsa", large = folder + "progress_large.vsa";
+  std::ofstream(small) << std::string(100, ' ');
+  std::ofstream(large) << std::string(300, ' ');
+  {
+    FilesProgress progress("reading", {small, large}, stream_, Progress::Clock::duration::zero());
+    progress.update(1, 1, 3);
+  }
+  EXPECT_EQ(written(), "\r" + progressLine("reading", 100, 400) + "\r\x1B[K");
+  std::filesystem::remove(small);
+  std::filesystem::remove(large);
+}
+
+TEST_F(ProgressTest, FilesEndAtAHundredPercent) {
+  FilesProgress progress("reading", {"missing", "-"}, stream_, Progress::Clock::duration::zero());
+  progress.finish(0);
+  EXPECT_EQ(written(), "\r" + progressLine("reading", 1, 2));
 }
 
 }  // namespace

@@ -38,6 +38,52 @@ TEST_F(MergeCommandTest, NamesClashes) {
   EXPECT_FALSE(std::filesystem::exists(folder_ / "c.vsa"));
 }
 
+TEST_F(MergeCommandTest, ANodeThatWasRemovedIsNoClash) {
+  write("a.vsa", "t n: .x = 1;\nremove n;\nt m;\n");
+  write("b.vsa", "t n: .x = 2;\n");
+  for (const char* option : {"", "--rename "}) {
+    const CommandOutcome run = vsa(std::string("merge a.vsa b.vsa -o c.vsa ") + option);
+    EXPECT_EQ(run.status, 0);
+    EXPECT_EQ(run.err, "");
+    const nlohmann::json nodes = nodesOf("c.vsa");
+    ASSERT_EQ(nodes.size(), 2U);
+    EXPECT_EQ(nodes[1]["name"], "n");
+    EXPECT_EQ(nodes[1]["inputs"][0]["value"], 2);
+  }
+}
+
+// Its statements would change the node of the earlier text.
+TEST_F(MergeCommandTest, ANodeThatIsRemovedLaterIsAClash) {
+  write("a.vsa", "t n: .x = 1;");
+  for (const char* text : {"t n: .x = 2; remove n;", "remove n;"}) {
+    write("b.vsa", text);
+    EXPECT_EQ(vsa("merge a.vsa b.vsa").status, 1) << text;
+    EXPECT_EQ(vsa("merge --rename a.vsa b.vsa -o c.vsa").status, 0) << text;
+    EXPECT_EQ(nodesOf("c.vsa"), nodesOf("a.vsa")) << text;
+  }
+}
+
+// The later node would become what the link of the removed one refers to.
+TEST_F(MergeCommandTest, ALinkToANodeThatWasRemovedMakesAClash) {
+  write("a.vsa", "t n; t m: .l = n; remove n;");
+  write("b.vsa", "t n;");
+  EXPECT_EQ(vsa("merge a.vsa b.vsa").status, 1);
+  EXPECT_EQ(vsa("merge --rename a.vsa b.vsa -o c.vsa").status, 0);
+  EXPECT_EQ(nodesOf("c.vsa")[1]["name"], "n_2");
+}
+
+TEST_F(MergeCommandTest, FoldersAndLists) {
+  std::filesystem::create_directories(folder_ / "in");
+  write("in/a.vsa", "t n;");
+  write("in/b c.vsa", "t m;");
+  EXPECT_EQ(vsa("merge in").out, "t n;\nt m;\n");
+  EXPECT_EQ(
+      statusOf("printf 'in/b c.vsa\\0in/a.vsa\\0' >list; " VSA_COMMAND " merge -0 @list >out.vsa"),
+      0);
+  EXPECT_EQ(content("out.vsa"), "t m;\nt n;\n");
+  EXPECT_EQ(vsa("merge missing @missing").status, 2);
+}
+
 TEST_F(MergeCommandTest, RenamesEachUse) {
   write("a.vsa", "t n; t n_2; t vec3;");
   write("b.vsa",

@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <thread>
 
-#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/files/files_progress.h"
 #include "tools/vsa/common/files/ordered_workers.h"
-#include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/writing/output_sink.h"
@@ -28,21 +26,17 @@ bool print(const FormatOutcome& outcome) {
 }  // namespace
 
 void FmtCommand::addTo(CommandOptions& options) {
-  options.add("FILES", files_,
-              "Files to format; a folder: all *.vsa in it; @LIST: the files that LIST names; -: "
-              "standard input, as without files");
+  files_.addTo(options, "Files to format");
   const CommandOption replaces = options.addFlag("-i,--in-place", replaces_, "Replace the files");
   const CommandOption checks =
       options.addFlag("--check", checks_, "Only name the files that are not formatted");
   const CommandOption diffs = options.addFlag("--diff", diffs_, "Print what would change");
   replaces.excludes(checks).excludes(diffs);
   checks.excludes(diffs);
-  options.add("-j,--jobs", workers_, "Files to format at the same time; 0: one for each core")
-      .valueName("N")
-      .range(0, 1024);
-  options.addFlag("-0,--null", nul_, "The names in a LIST end with a NUL, not with a line end");
+  files_.addJobsTo(options);
   arguments_.addTo(options);
   options.footer(
+      "Without FILES, standard input is formatted.\n\n"
       "Examples:\n"
       "  vsa fmt scene.vsa >formatted.vsa\n"
       "  vsa fmt -i -j 0 scenes\n"
@@ -63,19 +57,22 @@ FormatMode FmtCommand::mode() const {
 
 int FmtCommand::formatAll(const std::vector<std::string>& files) const {
   const FormatMode how = mode();
-  unsigned workers = workers_ != 0 ? workers_ : std::max(std::thread::hardware_concurrency(), 1U);
-  if (how == FormatMode::Print) workers = 1;  // it writes while it reads
-  Progress progress("formatting");
+  const unsigned workers = how == FormatMode::Print ? 1 : files_.workers();  // it prints the text
+  FilesProgress progress("formatting", files);
   int status = EXIT_READ;
   workInOrder(
       files.size(), workers,
-      [&](std::size_t i, Turn&) { return formatFile(files[i], how, arguments_); },
+      [&](std::size_t i, Turn&) {
+        return formatFile(files[i], how, arguments_, [&](std::uint64_t done, std::uint64_t total) {
+          progress.update(i, done, total);
+        });
+      },
       [&](std::size_t i, const FormatOutcome& outcome) {
         if (!outcome.messages.empty() || !outcome.output.empty()) progress.hide();
         status = std::max(status, outcome.status);
         const bool isPrinted = print(outcome);
         if (!isPrinted) status = EXIT_USAGE;
-        progress.update(i + 1, files.size());
+        progress.finish(i);
         return isPrinted && !isInterrupted();
       });
   return status;
@@ -83,17 +80,12 @@ int FmtCommand::formatAll(const std::vector<std::string>& files) const {
 
 int FmtCommand::run() {
   const InterruptScope interrupt;
-  if (files_.empty()) files_.emplace_back("-");
-  const FileList list = listFiles(files_, nul_ ? NameSeparator::Nul : NameSeparator::LineEnd);
-  for (const FileListProblem& problem : list.problems) {
-    printError(problem.name + ": " + problem.text);
-  }
-  if (replaces_ && std::find(list.files.begin(), list.files.end(), "-") != list.files.end()) {
+  const auto [files, listed] = files_.list({"-"});
+  if (replaces_ && std::find(files.begin(), files.end(), "-") != files.end()) {
     printError("-i needs files; standard input cannot be replaced");
     return EXIT_USAGE;
   }
-  const int status = formatAll(list.files);
-  return list.problems.empty() ? status : EXIT_USAGE;
+  return std::max(formatAll(files), listed);
 }
 
 }  // namespace vsa_tools

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/files/file_arguments.h"
 #include "tools/vsa/fmt/format_file.h"
 
 namespace vsa_tools {
@@ -20,9 +21,8 @@ class FmtCommand final : public Command {
   FormatMode mode() const;
   int formatAll(const std::vector<std::string>& files) const;
 
-  std::vector<std::string> files_;
-  bool replaces_ = false, checks_ = false, diffs_ = false, nul_ = false;
-  unsigned workers_ = 1;
+  FileArguments files_;
+  bool replaces_ = false, checks_ = false, diffs_ = false;
   ReadArguments arguments_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <sys/stat.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstring>
 #include <future>
@@ -31,20 +32,6 @@ FormatOutcome failed(int status, const std::string& shown, const std::string& pr
   return {status, false, {"vsa: " + shown + ": " + printable(problem)}, {}};
 }
 
-/// Writes the formatted text, with the byte order mark of the file.
-bool format(const TextFile& file, vsa::Sink& sink) {
-  TextFileSource source(file);
-  vsa::SyntaxReader reader(source);
-  if (file.hasMark() && !sink.write(BYTE_ORDER_MARK)) return false;
-  return formatText(reader, sink) && source.error().empty();
-}
-
-bool isSameText(const TextFile& a, const TextFile& b) {
-  TextFileSource left(a), right(b);
-  vsa::SyntaxReader x(left), y(right);
-  return haveSameTokens(x, y) && left.error().empty() && right.error().empty();
-}
-
 /// Copies the whole file to the sink.
 bool copy(std::FILE* file, vsa::Sink& sink) {
   TextFileSource source(::fileno(file));
@@ -58,8 +45,14 @@ bool copy(std::FILE* file, vsa::Sink& sink) {
 /// The formatting of one open file.
 class Formatting {
  public:
-  Formatting(const TextFile& file, const std::string& name, const ReadArguments& arguments)
-      : file_(file), name_(name), shown_(printable(shownName(name))), arguments_(arguments) {}
+  Formatting(const TextFile& file, const std::string& name, const ReadArguments& arguments,
+             const ReadingProgress& onProgress)
+      : file_(file),
+        name_(name),
+        shown_(printable(shownName(name))),
+        arguments_(arguments),
+        onProgress_(onProgress),
+        bytes_(TextFileSource(file).size().value_or(0)) {}
 
   // A large text is formatted into a temporary file while it is read.
   FormatOutcome print() {
@@ -68,7 +61,7 @@ class Formatting {
     const bool isSpooled = spooled != nullptr && formatInto(spooled.get());
     if (!reading.get().isComplete) return notRead();
     OutputSink sink;
-    const bool isWritten = isSpooled ? copy(spooled.get(), sink) : format(file_, sink);
+    const bool isWritten = isSpooled ? copy(spooled.get(), sink) : format(sink);
     if (!isWritten || !sink.flush()) return failed(EXIT_USAGE, shown_, sink.error());
     return {};
   }
@@ -77,7 +70,7 @@ class Formatting {
     std::future<ReadingCheck> reading = startReading(file_);
     TextFileSource whole(file_.descriptor());
     ComparingSink sink(whole);
-    format(file_, sink);
+    format(sink);
     if (!reading.get().isComplete) return notRead();
     if (sink.isSame()) return {};
     return {EXIT_NOT_READ, true, {"vsa: " + shown_ + ": not formatted"}, {}};
@@ -99,12 +92,13 @@ class Formatting {
 
   // The formatted text is read as soon as it is written, while the reading of the file goes on.
   FormatOutcome replace() {
+    passes_ = 5;
     std::future<ReadingCheck> reading = startReading(file_);
     vsa::FileReplacement replacement;
     TextFileSource whole(file_.descriptor());
     ComparingSink comparison(whole);
     TeeSink both(replacement, comparison);
-    const bool isWritten = replacement.open(name_) && format(file_, both);
+    const bool isWritten = replacement.open(name_) && format(both);
     if (!isWritten || comparison.isSame()) {
       if (!reading.get().isComplete) return notRead();
       return isWritten ? FormatOutcome() : failed(EXIT_USAGE, shown_, replacement.error());
@@ -114,7 +108,7 @@ class Formatting {
       return failed(EXIT_USAGE, shown_, formatted.problem());
     }
     std::future<ReadingCheck> readingAfter = startReading(formatted);
-    const bool sameTokens = isSameText(file_, formatted);
+    const bool sameTokens = hasSameTokens(formatted);
     const ReadingCheck before = reading.get();
     if (!before.isComplete) return notRead();
     if (!sameTokens || readingAfter.get() != before) {
@@ -137,14 +131,34 @@ class Formatting {
   std::future<ReadingCheck> startReading(const TextFile& file) const {
     const auto launch = isLarge(file) ? std::launch::async : std::launch::deferred;
     return std::async(launch, [this, &file] {
-      TextFileSource source(file);
+      TextFileSource source = sourceOf(file);
       return checkReading(source, arguments_);
     });
   }
 
+  TextFileSource sourceOf(const TextFile& file) const {
+    if (!onProgress_) return TextFileSource(file);
+    return TextFileSource(
+        file, [this](std::size_t count) { onProgress_(done_ += count, passes_ * bytes_); });
+  }
+
+  /// Writes the formatted text, with the byte order mark of the file.
+  bool format(vsa::Sink& sink) const {
+    TextFileSource source = sourceOf(file_);
+    vsa::SyntaxReader reader(source);
+    if (file_.hasMark() && !sink.write(BYTE_ORDER_MARK)) return false;
+    return formatText(reader, sink) && source.error().empty();
+  }
+
+  bool hasSameTokens(const TextFile& formatted) const {
+    TextFileSource left = sourceOf(file_), right = sourceOf(formatted);
+    vsa::SyntaxReader x(left), y(right);
+    return haveSameTokens(x, y) && left.error().empty() && right.error().empty();
+  }
+
   bool formatInto(std::FILE* to) const {
     FileSink sink(to);
-    return format(file_, sink) && std::fflush(to) == 0;
+    return format(sink) && std::fflush(to) == 0;
   }
 
   FormatOutcome notRead() const {
@@ -161,6 +175,10 @@ class Formatting {
   const std::string& name_;
   const std::string shown_;  // in messages
   const ReadArguments& arguments_;
+  const ReadingProgress& onProgress_;
+  const std::uint64_t bytes_;                    // of the text
+  std::uint64_t passes_ = 2;                     // how often it is read
+  mutable std::atomic<std::uint64_t> done_ = 0;  // bytes that were read
 };
 
 bool isRegular(const TextFile& file) {
@@ -168,7 +186,7 @@ bool isRegular(const TextFile& file) {
   return ::fstat(file.descriptor(), &status) == 0 && S_ISREG(status.st_mode);
 }
 
-FormatOutcome run(Formatting formatting, FormatMode mode) {
+FormatOutcome run(Formatting& formatting, FormatMode mode) {
   switch (mode) {
     case FormatMode::Check:
       return formatting.check();
@@ -183,12 +201,14 @@ FormatOutcome run(Formatting formatting, FormatMode mode) {
 
 }  // namespace
 
-FormatOutcome formatFile(const std::string& name, FormatMode mode, const ReadArguments& arguments) {
+FormatOutcome formatFile(const std::string& name, FormatMode mode, const ReadArguments& arguments,
+                         const ReadingProgress& onProgress) {
   const std::string shown = printable(shownName(name));
   TextFile file;
   if (!file.open(name)) return failed(EXIT_USAGE, shown, file.problem());
   if (!isRegular(file)) return failed(EXIT_USAGE, shown, "not a regular file");
-  FormatOutcome outcome = run(Formatting(file, name, arguments), mode);
+  Formatting formatting(file, name, arguments, onProgress);
+  FormatOutcome outcome = run(formatting, mode);
   if (isInterrupted()) return {EXIT_INTERRUPTED, outcome.isChanged, {}, {}};
   return outcome;
 }

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tools/vsa/common/read_arguments.h"
+#include "tools/vsa/common/scene/scene_file.h"
 
 namespace vsa_tools {
 
@@ -35,7 +36,10 @@ struct FormatOutcome {
 /// alone. So is one whose formatted text has other tokens or another scene: both are compared
 /// before a file is replaced. Mode Print writes to standard output, nothing else prints. Ctrl-C
 /// ends it, see isInterrupted().
+/// `onProgress` is called with the bytes that were read, each time that the text is read, and all
+/// that will be.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
-                         const ReadArguments& arguments = {});
+                         const ReadArguments& arguments = {},
+                         const ReadingProgress& onProgress = {});
 
 }  // namespace vsa_tools

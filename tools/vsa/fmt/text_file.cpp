@@ -53,6 +53,7 @@ std::size_t TextFileSource::read(std::span<char> to) {
     return 0;
   }
   offset_ += static_cast<std::size_t>(count);
+  if (onRead_) onRead_(static_cast<std::size_t>(count));
   return static_cast<std::size_t>(count);
 }
 

@@ -3,10 +3,12 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include <vsa/read.h>
 
@@ -44,8 +46,9 @@ class TextFile {
 /// threads.
 class TextFileSource final : public vsa::Source {
  public:
-  explicit TextFileSource(const TextFile& file)
-      : descriptor_(file.descriptor()), offset_(file.begin()) {}
+  /// `onRead` is called with the bytes of each read.
+  explicit TextFileSource(const TextFile& file, std::function<void(std::size_t)> onRead = {})
+      : descriptor_(file.descriptor()), offset_(file.begin()), onRead_(std::move(onRead)) {}
   /// Reads another open file from its beginning.
   explicit TextFileSource(int descriptor) : descriptor_(descriptor) {}
 
@@ -56,6 +59,7 @@ class TextFileSource final : public vsa::Source {
  private:
   int descriptor_;
   std::size_t offset_ = 0;
+  std::function<void(std::size_t)> onRead_;
   std::string error_;
 };
 

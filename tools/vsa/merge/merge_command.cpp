@@ -7,16 +7,16 @@
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/output.h"
+#include "tools/vsa/common/scene/broken_link.h"
 #include "tools/vsa/common/writing/output_sink.h"
 #include "tools/vsa/fmt/comparison/reading_check.h"
 #include "tools/vsa/fmt/layout/short_list_source.h"
 #include "tools/vsa/input/input_file.h"
-#include "tools/vsa/merge/node_names.h"
 
 namespace vsa_tools {
 
 void MergeCommand::addTo(CommandOptions& options) {
-  options.add("FILES", files_, "Files to merge, in this order; - is standard input").required();
+  files_.addTo(options, "Files to merge, in this order").required();
   options.add("-o,--output", output_, "File to write or replace; - is standard output")
       .valueName("FILE");
   options.addFlag("--rename", renames_,
@@ -26,48 +26,67 @@ void MergeCommand::addTo(CommandOptions& options) {
       "Examples:\n"
       "  vsa merge room.vsa lamps.vsa -o all.vsa\n"
       "  vsa merge --rename left.vsa right.vsa >both.vsa\n"
+      "  find parts -name '*.vsa' -print0 | sort -z | vsa merge -0 @- -o all.vsa\n"
       "Nothing is written if a file was not read completely or, without --rename, if two files "
-      "have "
-      "a node of the same name: exit status 1.");
+      "have a node of the same name: exit status 1.");
 }
 
-// Takes the names of the nodes that a text makes. Names those that an earlier text makes too, or
-// finds other names for them.
-int MergeCommand::addNames(Part& part, const std::set<std::string>& made) {
+// Compares the names of a text with those of the nodes that are there after the texts before it,
+// and names those that both have, or finds other names for them. A node that an earlier text
+// removes is no longer there, unless a link that leads nowhere may mean its name.
+int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLinks) {
   int status = EXIT_READ;
-  for (const std::string& name : made) {
+  for (const std::string& name : names.used()) {
     const auto owner = owners_.find(name);
     if (owner == owners_.end()) continue;
-    if (!renames_) {
+    if (renames_) {
+      std::string other = otherName(name, names.used());
+      printError(part.name + ": the node " + name + " is renamed to " + other);
+      owners_.emplace(other, part.name);
+      part.renames.emplace(name, std::move(other));
+    } else {
       printError(part.name + ": the node " + name + " is in " + owner->second +
                  ", too; --rename gives it another name");
       status = EXIT_NOT_READ;
-      continue;
     }
-    std::string other;
-    for (int number = 2; other.empty() || owners_.contains(other) || made.contains(other);) {
-      other = name + '_' + std::to_string(number++);
-    }
-    printError(part.name + ": the node " + name + " is renamed to " + other);
-    owners_.emplace(other, part.name);
-    part.renames.emplace(name, std::move(other));
   }
-  for (const std::string& name : made) owners_.try_emplace(name, part.name);
+  for (const std::string& name : names.used()) {
+    if (hasBrokenLinks || names.has(name)) owners_.try_emplace(name, part.name);
+    reserved_.insert(name);
+  }
   return status;
 }
 
-int MergeCommand::read(Part& part) {
+std::string MergeCommand::otherName(const std::string& name,
+                                    const std::set<std::string>& used) const {
+  for (int number = 2;; ++number) {
+    std::string other = name + '_' + std::to_string(number);
+    if (!owners_.contains(other) && !reserved_.contains(other) && !used.contains(other)) {
+      return other;
+    }
+  }
+}
+
+int MergeCommand::read(std::size_t index) {
+  Part& part = parts_[index];
   if (!part.file.open(part.name)) {
+    progress_->hide();
     printError(part.name + ": " + part.file.problem());
     return EXIT_USAGE;
   }
   part.name = shownName(part.name);
   NodeNames names;
-  TextFileSource text(part.file);
+  TextFileSource text = sourceOf(index);
   ShortListSource source(text);
   vsa::ReadOptions options = reading_.options();
   options.keptDiagnostics = 0;
-  if (vsa::readSourceInto(names, source, options).isComplete()) return addNames(part, names.made());
+  bool hasBrokenLinks = false;
+  options.onDiagnostic = [&](const vsa::Diagnostic& found) {
+    hasBrokenLinks = hasBrokenLinks || isBrokenLink(found.id);
+  };
+  const bool isComplete = vsa::readSourceInto(names, source, options).isComplete();
+  progress_->hide();
+  if (isComplete) return addNames(part, names, hasBrokenLinks);
   if (isInterrupted()) return EXIT_INTERRUPTED;
   TextFileSource again(part.file);
   for (const std::string& line : endingDiagnostics(part.name, again, reading_)) printLine(line);
@@ -75,21 +94,30 @@ int MergeCommand::read(Part& part) {
   return EXIT_NOT_READ;
 }
 
-int MergeCommand::readAll() {
+// A text is read twice: first to be checked, then to be written.
+TextFileSource MergeCommand::sourceOf(std::size_t index) {
+  Part& part = parts_[index];
+  const std::uint64_t total = 2 * TextFileSource(part.file).size().value_or(0);
+  return TextFileSource(part.file, [this, &part, index, total](std::size_t count) {
+    progress_->update(index, part.bytesRead += count, total);
+  });
+}
+
+int MergeCommand::readAll(const std::vector<std::string>& names) {
   int status = EXIT_READ;
-  for (const std::string& name : files_) {
+  for (const std::string& name : names) {
     parts_.emplace_back().name = name;
-    status = std::max(status, read(parts_.back()));
+    status = std::max(status, read(parts_.size() - 1));
   }
   return status;
 }
 
-bool MergeCommand::writeTo(vsa::Sink& sink) const {
-  for (const Part& part : parts_) {
-    TextFileSource source(part.file);
+bool MergeCommand::writeTo(vsa::Sink& sink) {
+  for (std::size_t i = 0; i < parts_.size(); ++i) {
+    TextFileSource source = sourceOf(i);
     vsa::SyntaxReader reader(source);
     TextLayout layout(sink);
-    NodeRenamer renamer(part.renames, layout);
+    NodeRenamer renamer(parts_[i].renames, layout);
     vsa::SyntaxToken token;
     do {
       token = reader.next();
@@ -101,12 +129,13 @@ bool MergeCommand::writeTo(vsa::Sink& sink) const {
   return true;
 }
 
-int MergeCommand::writeAll() const {
+int MergeCommand::writeAll() {
   OutputSink out;
   vsa::FileReplacement file;
   const bool isFile = output_ != "-";
   const bool isWritten =
       isFile ? file.open(output_) && writeTo(file) && file.replace() : writeTo(out) && out.flush();
+  progress_->hide();
   if (isInterrupted()) return EXIT_INTERRUPTED;
   if (!isWritten) printError(isFile ? file.error() : out.error());
   return isWritten ? EXIT_READ : EXIT_USAGE;
@@ -114,7 +143,9 @@ int MergeCommand::writeAll() const {
 
 int MergeCommand::run() {
   const InterruptScope interrupts;
-  const int status = readAll();
+  const auto [names, listed] = files_.list();
+  progress_.emplace("merging", names);
+  const int status = std::max(readAll(names), listed);
   return status == EXIT_READ ? writeAll() : status;
 }
 

@@ -2,14 +2,19 @@
 #pragma once
 
 #include <deque>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include <vsa/write.h>
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/files/file_arguments.h"
+#include "tools/vsa/common/files/files_progress.h"
 #include "tools/vsa/common/read_arguments.h"
 #include "tools/vsa/fmt/text_file.h"
+#include "tools/vsa/merge/node_names.h"
 #include "tools/vsa/merge/node_renamer.h"
 
 namespace vsa_tools {
@@ -26,20 +31,25 @@ class MergeCommand final : public Command {
     std::string name;
     TextFile file;
     Renames renames;
+    std::uint64_t bytesRead = 0;
   };
 
-  int readAll();
-  int read(Part& part);
-  int addNames(Part& part, const std::set<std::string>& made);
-  int writeAll() const;
-  bool writeTo(vsa::Sink& sink) const;
+  int readAll(const std::vector<std::string>& names);
+  int read(std::size_t index);
+  int addNames(Part& part, const NodeNames& names, bool hasBrokenLinks);
+  std::string otherName(const std::string& name, const std::set<std::string>& used) const;
+  TextFileSource sourceOf(std::size_t index);
+  int writeAll();
+  bool writeTo(vsa::Sink& sink);
 
-  std::vector<std::string> files_;
+  FileArguments files_;
   std::string output_ = "-";
   bool renames_ = false;
   ReadArguments reading_;
   std::deque<Part> parts_;
+  std::optional<FilesProgress> progress_;
   std::map<std::string, std::string> owners_;  // the names of nodes, and the first text of each
+  std::set<std::string> reserved_;             // the names of all texts, and of removed nodes
 };
 
 }  // namespace vsa_tools

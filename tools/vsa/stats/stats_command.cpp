@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <thread>
 
-#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/files/files_progress.h"
 #include "tools/vsa/common/files/ordered_workers.h"
-#include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/standard_output.h"
@@ -40,17 +38,10 @@ CountedFile countFile(const std::string& name, const ReadArguments& reading,
 }  // namespace
 
 void StatsCommand::addTo(CommandOptions& options) {
-  options
-      .add("FILES", files_,
-           "Files to read; a folder: all *.vsa in it; @LIST: the files that LIST names; -: "
-           "standard input")
-      .required();
+  files_.addTo(options, "Files to read").required();
   const CommandOption json = options.addFlag("--json", json_, "Print JSON");
   options.addFlag("--html", html_, "Print a page with plots").excludes(json);
-  options.add("-j,--jobs", workers_, "Files to read at the same time; 0: one for each core")
-      .valueName("N")
-      .range(0, 1024);
-  options.addFlag("-0,--null", nul_, "The names in a LIST end with a NUL, not with a line end");
+  files_.addJobsTo(options);
   reading_.addTo(options);
   options.footer(
       "Examples:\n"
@@ -61,25 +52,22 @@ void StatsCommand::addTo(CommandOptions& options) {
 }
 
 int StatsCommand::countAll(const std::vector<std::string>& files, StatisticsReport& report) const {
-  const unsigned workers =
-      workers_ != 0 ? workers_ : std::max(std::thread::hardware_concurrency(), 1U);
-  Progress progress("counting");
-  // Of several files, those that are done are shown.
-  ReadingProgress inFile;
-  if (files.size() == 1) {
-    inFile = [&](std::uint64_t done, std::uint64_t total) { progress.update(done, total); };
-  }
+  FilesProgress progress("counting", files);
   int status = EXIT_READ;
   workInOrder(
-      files.size(), workers,
-      [&](std::size_t i, Turn&) { return countFile(files[i], reading_, inFile); },
+      files.size(), files_.workers(),
+      [&](std::size_t i, Turn&) {
+        return countFile(files[i], reading_, [&, i](std::uint64_t done, std::uint64_t total) {
+          progress.update(i, done, total);
+        });
+      },
       [&](std::size_t i, CountedFile file) {
         if (!file.messages.empty()) progress.hide();
         std::fputs(file.messages.c_str(), stderr);
         status = std::max(status, file.exitStatus);
         addCounts(report.total, file.statistics.counts);
         report.files.push_back(std::move(file.statistics));
-        progress.update(i + 1, files.size());
+        progress.finish(i);
         return !isInterrupted();
       });
   return status;
@@ -87,18 +75,14 @@ int StatsCommand::countAll(const std::vector<std::string>& files, StatisticsRepo
 
 int StatsCommand::run() {
   const InterruptScope interrupts;
-  const FileList list = listFiles(files_, nul_ ? NameSeparator::Nul : NameSeparator::LineEnd);
-  for (const FileListProblem& problem : list.problems) {
-    printError(problem.name + ": " + problem.text);
-  }
+  const auto [files, listed] = files_.list();
   StatisticsReport report;
-  const int status = countAll(list.files, report);
+  const int status = countAll(files, report);
   report.peakMemoryBytes = peakMemoryBytes();
   const int written = printText(json_   ? reportJson(report)
                                 : html_ ? reportPage(report)
                                         : reportText(report));
-  return std::max(
-      {status, written, static_cast<int>(list.problems.empty() ? EXIT_READ : EXIT_USAGE)});
+  return std::max({status, written, listed});
 }
 
 }  // namespace vsa_tools

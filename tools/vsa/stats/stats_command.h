@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/files/file_arguments.h"
 #include "tools/vsa/common/read_arguments.h"
 #include "tools/vsa/stats/file_statistics.h"
 
@@ -22,10 +23,9 @@ class StatsCommand final : public Command {
   /// Reads the files and adds what they hold, in their order. Returns the exit status.
   int countAll(const std::vector<std::string>& files, StatisticsReport& report) const;
 
-  std::vector<std::string> files_;
+  FileArguments files_;
   ReadArguments reading_;
-  bool json_ = false, html_ = false, nul_ = false;
-  unsigned workers_ = 1;
+  bool json_ = false, html_ = false;
 };
 
 }  // namespace vsa_tools

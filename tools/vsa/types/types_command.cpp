@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
@@ -11,7 +11,7 @@
 namespace vsa_tools {
 
 void TypesCommand::addTo(CommandOptions& options) {
-  options.add("FILE", files_, "Files and folders to read, @LIST for a list of them").required();
+  files_.addTo(options, "Files to read").required();
   reading_.addTo(options);
   options.footer(
       "The types have every input and output that the scenes use. Complete the file by hand:\n"
@@ -24,14 +24,11 @@ void TypesCommand::addTo(CommandOptions& options) {
 }
 
 int TypesCommand::run() {
-  const FileList list = listFiles(files_);
-  int status = EXIT_READ;
-  for (const FileListProblem& problem : list.problems) {
-    printError(problem.name + ": " + problem.text);
-    status = EXIT_USAGE;
-  }
+  const InterruptScope interrupts;
+  auto [files, status] = files_.list();
   TypeCollector types;
-  for (const std::string& name : list.files) {
+  for (const std::string& name : files) {
+    if (isInterrupted()) return EXIT_INTERRUPTED;
     const SceneFile file = readAndReport(name, reading_);
     status = std::max(status, file.exitStatus);
     if (file.exitStatus == EXIT_READ) types.add(file.result.scene);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/files/file_arguments.h"
 #include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
@@ -18,7 +19,7 @@ class TypesCommand final : public Command {
   int run() override;
 
  private:
-  std::vector<std::string> files_;
+  FileArguments files_;
   ReadArguments reading_;
 };
 

@@ -11,6 +11,7 @@
 #include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
+#include "tools/vsa/common/scene/broken_link.h"
 #include "tools/vsa/input/encoding.h"
 #include "tools/vsa/input/input_file.h"
 
@@ -19,13 +20,6 @@ namespace vsa_tools {
 namespace {
 
 constexpr std::size_t KEPT_MESSAGE_BYTES = std::size_t{1} << 20;
-
-bool isBrokenLink(vsa::DiagnosticId id) {
-  using vsa::DiagnosticId;
-  return id == DiagnosticId::NoNodeToConnect || id == DiagnosticId::NoNodeToAssign ||
-         id == DiagnosticId::NoOutputToConnect || id == DiagnosticId::InvalidOutput ||
-         id == DiagnosticId::CannotAssignNode;
-}
 
 /// Reads one file and collects its messages.
 class Reading {

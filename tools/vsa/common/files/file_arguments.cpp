@@ -1,0 +1,40 @@
+#include "tools/vsa/common/files/file_arguments.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/output/exit_status.h"
+
+namespace vsa_tools {
+
+CommandOption FileArguments::addTo(CommandOptions& options, const std::string& purpose) {
+  const std::string help = purpose +
+                           "; a folder: all *.vsa in it; @LIST: the files that LIST names; "
+                           "-: standard input";
+  const CommandOption files = options.add("FILES", arguments_, help.c_str());
+  options.addFlag("-0,--null", isNulSeparated_,
+                  "The names in a LIST end with a NUL, not with a line end");
+  return files;
+}
+
+void FileArguments::addJobsTo(CommandOptions& options) {
+  options.add("-j,--jobs", workers_, "Files to work on at the same time; 0: one for each core")
+      .valueName("N")
+      .range(0, 1024);
+}
+
+ListedFiles FileArguments::list(const std::vector<std::string>& byDefault) const {
+  const FileList list = listFiles(arguments_.empty() ? byDefault : arguments_,
+                                  isNulSeparated_ ? NameSeparator::Nul : NameSeparator::LineEnd);
+  for (const FileListProblem& problem : list.problems) {
+    printError(problem.name + ": " + problem.text);
+  }
+  return {list.files, list.problems.empty() ? EXIT_READ : EXIT_USAGE};
+}
+
+unsigned FileArguments::workers() const {
+  return workers_ != 0 ? workers_ : std::max(std::thread::hardware_concurrency(), 1U);
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,44 @@
+// The progress of work on several files.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "tools/vsa/common/files/progress.h"
+
+namespace vsa_tools {
+
+/// A progress line in which each file counts as much as it has bytes. All functions may be called
+/// by several threads.
+class FilesProgress {
+ public:
+  /// See Progress. A file whose size is not known counts as one byte.
+  FilesProgress(std::string what, const std::vector<std::string>& names);
+  /// The same on another stream, for tests.
+  FilesProgress(std::string what, const std::vector<std::string>& names, std::FILE* stream,
+                Progress::Clock::duration delay);
+
+  /// `done` of the `total` steps of a file are done.
+  void update(std::size_t file, std::uint64_t done, std::uint64_t total);
+  /// A file is done.
+  void finish(std::size_t file) { update(file, 1, 1); }
+  /// See Progress::hide().
+  void hide() { progress_.hide(); }
+
+ private:
+  void addFiles(const std::vector<std::string>& names);
+
+  struct File {
+    std::uint64_t bytes;
+    std::uint64_t done;
+  };
+  std::mutex mutex_;
+  std::vector<File> files_;
+  std::uint64_t bytes_ = 0, done_ = 0;  // of all files
+  Progress progress_;
+};
+
+}  // namespace vsa_tools
