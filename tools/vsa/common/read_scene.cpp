@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "tools/vsa/common/files/progress.h"
 #include "tools/vsa/input/encoding.h"
 
 namespace vsa_tools {
@@ -55,12 +56,18 @@ FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOption
   FileOutcome outcome;
   std::vector<Loss> cuts;
   bool hasFatal = false;
+  Progress progress("reading");
   options.keptDiagnostics = 0;
+  options.onProgress = [&, next = std::move(options.onProgress)](const vsa::ReadProgress& at) {
+    if (at.bytesTotal) progress.update(at.bytesRead, *at.bytesTotal);
+    return !next || next(at);
+  };
   options.onDiagnostic = [&, next = std::move(options.onDiagnostic)](const vsa::Diagnostic& found) {
     hasFatal |= found.endedReading;
     if (std::optional<Loss> loss = lossOf(found)) {
       cuts.push_back(*std::move(loss));
     } else if (next) {
+      progress.hide();
       next(found);
     }
   };

@@ -28,8 +28,8 @@ struct FileOutcome {
   bool isComplete() const { return read.isComplete() && losses.empty(); }
 };
 
-/// Reads `input`, which must be open, into `scene`. `options.onDiagnostic` receives what the log of
-/// the reader has, and the outcome keeps no diagnostic.
+/// Reads `input`, which must be open, into `scene`, with a progress line. `options.onDiagnostic`
+/// receives what the log of the reader has, and the outcome keeps no diagnostic.
 FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options);
 
 }  // namespace vsa_tools
