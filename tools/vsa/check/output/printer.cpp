@@ -7,7 +7,6 @@
 namespace vsa_tools {
 
 void Printer::print(const std::vector<RenderedFinding>& findings) {
-  std::string text;
   for (const RenderedFinding& finding : findings) {
     if (printed_ == maxFindings_) {
       isFull_ = true;
@@ -15,9 +14,8 @@ void Printer::print(const std::vector<RenderedFinding>& findings) {
     }
     ++printed_;
     ++counts_[static_cast<int>(finding.level)];
-    text += format_.add(finding.text);
+    write(format_.add(finding.text));
   }
-  write(text);
 }
 
 bool Printer::end(const Totals& totals, const std::string& summary) {
