@@ -1,5 +1,5 @@
-// Reads one buffer literal: as the value of a text around it, so that it is checked and converted as
-// in the text that it is from.
+// Reads one buffer literal: as the value of a text around it, so that it is checked and converted
+// as in the text that it is from.
 #include <algorithm>
 #include <exception>
 #include <new>

@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-// So many findings of a file are sorted and kept in memory. What is kept of one also splits the free
-// blocks of the long texts that it was made of: 4096 of them took 50 MB with names of 20 KB.
+// So many findings of a file are sorted and kept in memory. What is kept of one also splits the
+// free blocks of the long texts that it was made of: 4096 of them took 50 MB with names of 20 KB.
 constexpr std::size_t MAX_KEPT = 1024;
 
 // Findings about the whole file come first, those after the stop of the reader last.
