@@ -52,6 +52,12 @@ foreach(layer IN LISTS vsa_layers)
   target_compile_options(vsa_${layer} PRIVATE -fno-semantic-interposition)
   set_target_properties(vsa_${layer} PROPERTIES POSITION_INDEPENDENT_CODE ON CXX_VISIBILITY_PRESET hidden
                                                 VISIBILITY_INLINES_HIDDEN ON)
+  # For ./dev test, which compiles everything: back_links.cpp then compiles in 0.5 s instead of 0.8 s.
+  if(VSA_BUILD_TESTS AND layer STREQUAL "foundation")
+    vsa_precompile(vsa_${layer} <algorithm> <cstdint> <functional> <memory> <optional> <string> <string_view> <vector>)
+  elseif(VSA_BUILD_TESTS)
+    vsa_precompile(vsa_${layer} REUSE_FROM vsa_foundation)
+  endif()
 endforeach()
 set(vsa_layer_objects ${vsa_layers})
 list(TRANSFORM vsa_layer_objects REPLACE "(.+)" "$<TARGET_OBJECTS:vsa_\\1>")

@@ -2,7 +2,7 @@
 """reuse_object.py BUILD COMPILER ARGUMENT...: a compiler launcher for CMake (CMAKE_CXX_COMPILER_LAUNCHER).
 
 If the build folder BUILD has compiled the same source with the same arguments, copies its object file. Options for
-warnings may differ: they do not change the object. Otherwise runs the compiler. Building the library a second time then
+warnings and precompiled headers may differ: they do not change the object. Otherwise runs the compiler. Building the library a second time then
 takes seconds, and what the second build compiles differently is still compiled.
 """
 
@@ -11,7 +11,7 @@ import os
 import shutil
 import sys
 
-WITH_VALUE = ("-o", "-c", "-MT", "-MF")
+WITH_VALUE = ("-o", "-c", "-MT", "-MF", "-include")
 
 
 def parts_of(command, folder):
