@@ -106,8 +106,8 @@ void VsaParser::advance() {
     throw;
   }
   // Copies member by member: line and column were written by two stores, and one load of both would
-  // stall until both stores complete. NOLINTNEXTLINE(bugprone-use-after-move): every member is
-  // assigned
+  // stall until both stores complete. Every member is assigned.
+  // NOLINTNEXTLINE(bugprone-use-after-move)
   slot.type = lastLexed.type;
   slot.line = lastLexed.line;
   slot.text = lastLexed.text;

@@ -69,6 +69,13 @@ inline std::uint64_t numberMask(const char* text) {
   return mask;
 }
 
+/// Clears the lowest bit of `bits`, which has one, and returns its index.
+inline int takeLowestBit(std::uint64_t& bits) {
+  const int index = std::countr_zero(bits);
+  bits &= bits - 1;
+  return index;
+}
+
 /// Calls `function` with each number of plainNumbers(), in order.
 template <class Function>
 void forEachNumber(std::string_view numbers, const Function& function) {
@@ -84,21 +91,16 @@ void forEachNumber(std::string_view numbers, const Function& function) {
     const std::uint64_t mask = numberMask(at);
     std::uint64_t edges = mask ^ (mask << 1 | last);
     last = mask >> (STEP - 1);
-    const auto nextEdge = [&] {
-      const int index = std::countr_zero(edges);
-      edges &= edges - 1;
-      return at + index;
-    };
     if (number != nullptr && edges != 0) {
-      call(number, nextEdge());
+      call(number, at + takeLowestBit(edges));
       number = nullptr;
     }
     while (edges != 0) {
-      const char* const begin = nextEdge();
+      const char* const begin = at + takeLowestBit(edges);
       if (edges == 0) {
         number = begin;
       } else {
-        call(begin, nextEdge());
+        call(begin, at + takeLowestBit(edges));
       }
     }
   }
