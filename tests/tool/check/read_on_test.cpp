@@ -140,6 +140,18 @@ TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {
   EXPECT_NE(first.find("1 file checked: 1 error, 0 warnings\n"), std::string::npos) << first;
 }
 
+// No memory can hold the count, wherever the reader meets it.
+TEST_F(ReadOnTest, ACountThatNoMemoryHoldsIsOneOfTheMistakes) {
+  write("a.vsa", "a.x = 1;\nmesh m;\nm.ids = mat4d[9223372036854775807] {};\nm.k = 1e-05;\n");
+  const std::string all = vsa("check -q --format line --ignore all --error reader a.vsa").out;
+  EXPECT_EQ(
+      (std::vector<std::string>{"1 [node-not-found]", "3 [cannot-allocate]", "4 [bad-token]"}),
+      linesAndIds(all));
+  write("a.vsa", "mesh m: .ids = mat4d[9223372036854775807] {};\nm.k = 1e-05;\n");
+  const std::string first = vsa("check -q --format line --ignore all --error reader a.vsa").out;
+  EXPECT_EQ((std::vector<std::string>{"1 [cannot-allocate]", "2 [bad-token]"}), linesAndIds(first));
+}
+
 TEST_F(ReadOnTest, WhatOnlyFollowsIsNotReported) {
   const char* const texts[] = {
       "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // what the statement would have declared

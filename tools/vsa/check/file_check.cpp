@@ -64,12 +64,13 @@ void FileCheck::read() {
   if (outcome.status == vsa::ReadStatus::HostException) {
     std::rethrow_exception(outcome.exception);
   }
-  if (outcome.status == vsa::ReadStatus::OutOfMemory) {
+  const bool cannotAllocate = stop && stop->id == vsa::DiagnosticId::CannotAllocate;
+  if (outcome.status == vsa::ReadStatus::OutOfMemory && !cannotAllocate) {
     consume(unreadable("reading it needs more memory than there is"));
   }
   if (!text_.problem().empty()) consume(unreadable("reading failed midway: " + text_.problem()));
   const bool isStopped = outcome.status == vsa::ReadStatus::StoppedByError ||
-                         outcome.status == vsa::ReadStatus::CutOff;
+                         outcome.status == vsa::ReadStatus::CutOff || cannotAllocate;
   if (isStopped && stop && !options_.isFirstOnly && text_.keep()) {
     readOnAfter(*stop);
   } else {

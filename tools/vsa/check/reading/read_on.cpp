@@ -162,7 +162,8 @@ class FurtherReading {
       if (!found.endedReading && isWhole) report(shifted(found));
     };
     vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, options);
-    if (outcome.exception) failure_ = outcome.exception;
+    // A count that no memory can hold is a diagnostic of the text: OutOfMemory.
+    if (outcome.status == vsa::ReadStatus::HostException) failure_ = outcome.exception;
     return outcome;
   }
 
