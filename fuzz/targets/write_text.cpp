@@ -15,8 +15,7 @@ namespace {
 // The scene of a text can have these problems, because of refused statements, errors and earlier
 // texts.
 constexpr std::array<std::string_view, 4> LEFT_BY_TEXTS = {
-    vsa::impl::reasons::TYPED_EMPTY_ARRAY,
-    vsa::impl::reasons::MIXED_ELEMENT,
+    vsa::impl::reasons::TYPED_EMPTY_ARRAY, vsa::impl::reasons::MIXED_ELEMENT,
     vsa::impl::reasons::LATE_UNTYPED_BUFFER,
     vsa::impl::reasons::UNTYPED_BUFFER,  // in an array that the limit of empty elements stopped
 };
