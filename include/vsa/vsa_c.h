@@ -178,6 +178,12 @@ VSA_C_API size_t vsa_diagnostic_count(const vsa_reading* reading);
 VSA_C_API uint64_t vsa_diagnostics_found(const vsa_reading* reading);
 /* Fills `out` and returns 1; returns 0 and changes nothing if `index` is not below the count. */
 VSA_C_API int vsa_diagnostic_at(const vsa_reading* reading, size_t index, vsa_diagnostic* out);
+/* The values in the message of a diagnostic, in its order; docs/messages.md names them for each id.
+ * The count is 0 if there is no such diagnostic, and the text empty if there is no such argument.
+ */
+VSA_C_API size_t vsa_diagnostic_argument_count(const vsa_reading* reading, size_t index);
+VSA_C_API vsa_text vsa_diagnostic_argument(const vsa_reading* reading, size_t index,
+                                           size_t argument);
 
 /* --- buffers that are read later --- */
 

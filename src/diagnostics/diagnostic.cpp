@@ -38,6 +38,11 @@ String Diagnostic::kind() const {
                                               : diagnostic_detail::formatMessage(kind, list.buf());
 }
 
+String Diagnostic::argument(std::string_view name) const {
+  const auto index = static_cast<std::size_t>(argumentIndex(rowOf(id).arguments, name));
+  return index < arguments.size() ? arguments[index] : String();
+}
+
 String Diagnostic::logLine() const {
   if (!hasPosition()) return text;
   if (rowOf(id).position == PositionOf::LastCharacter) {
@@ -101,6 +106,10 @@ bool isWanted(DiagnosticId id) {
   return hasLines() || reading->records().wants(id);
 }
 
+bool isReported() {
+  return threadSink != nullptr;
+}
+
 void emit(const Diagnostic& diagnostic) {
   if (threadSink != nullptr) threadSink->report(diagnostic);
   if (!hasLines()) return;
@@ -113,7 +122,9 @@ void emitFatal(const std::runtime_error& error) {
     if (diagnosticError != nullptr) {
       threadSink->report(diagnosticError->diagnostic());
     } else {
-      threadSink->report({DiagnosticId::HostError, String(error.what())});
+      Diagnostic record{DiagnosticId::HostError, String(error.what())};
+      record.arguments = {record.text};
+      threadSink->report(record);
     }
   }
   if (hasLines()) zn::detail::writeLog(LogLevel::Error, String(error.what()));

@@ -3,10 +3,14 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <string_view>
 #include <type_traits>
+#include <vector>
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/foundation/string.h>
+#include "diagnostics/reading_sinks.h"
 
 namespace zn::korvo_sdk {
 
@@ -71,11 +75,29 @@ inline unsigned long long printable(std::uint64_t number) {
   return number;
 }
 
+/// The argument as the message has it: a text ends at its first NUL.
+inline String printed(const String& text) {
+  return text.view().find('\0') == std::string_view::npos ? text : String(text.buf());
+}
+inline String printed(const char* text) {
+  return String(text);
+}
+inline String printed(char character) {
+  return String(character);
+}
+template <class T>
+requires std::is_integral_v<T> String printed(T number) {
+  return String::copyOf(std::to_string(number));
+}
+
 }  // namespace diagnostic_detail
 
 /// Reports a record to the sink of this thread and logs its line. Returns even if the record is
 /// Fatal.
 void emit(const Diagnostic& diagnostic);
+
+/// Whether `emit` reports the records of this thread to a sink.
+bool isReported();
 
 /// Reports and logs the error that stopped a parse. Reports a DiagnosticError as its record, any
 /// other exception as a HostError.
@@ -92,7 +114,7 @@ class Emitter {
   template <class... Arguments>
   [[noreturn]] void fatal(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
                           const Arguments&... arguments) const {
-    throw DiagnosticError(record(message.id, arguments...));
+    throw DiagnosticError(recordWithArguments(message.id, arguments...));
   }
 
   /// The same for a message without arguments whose id is known at run time only.
@@ -100,11 +122,14 @@ class Emitter {
     throw DiagnosticError(record(id));
   }
 
-  /// Reports and logs a message that does not stop the parse.
+  /// Reports and logs a message that does not stop the parse. Does not format a message that the
+  /// reading drops, and copies its arguments only for a sink.
   template <class... Arguments>
   void log(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
            const Arguments&... arguments) const {
-    emit(record(message.id, arguments...));
+    if (!isWanted(message.id)) return;
+    emit(isReported() ? recordWithArguments(message.id, arguments...)
+                      : record(message.id, arguments...));
   }
 
  private:
@@ -114,6 +139,13 @@ class Emitter {
             diagnostic_detail::formatMessage(rowOf(id).format,
                                              diagnostic_detail::printable(arguments)...),
             line_, column_};
+  }
+
+  template <class... Arguments>
+  Diagnostic recordWithArguments(DiagnosticId id, const Arguments&... arguments) const {
+    Diagnostic result = record(id, arguments...);
+    result.arguments = {diagnostic_detail::printed(arguments)...};
+    return result;
   }
 
   std::int32_t line_ = 0;

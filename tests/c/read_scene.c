@@ -96,6 +96,11 @@ static void check_diagnostics(void) {
   CHECK(vsa_diagnostic_at(reading, 0, &found));
   CHECK(strcmp(found.id, "narrowing") == 0 && !found.is_error && !found.ended_reading);
   CHECK(is(found.input_path, "a.n"));
+  CHECK(vsa_diagnostic_argument_count(reading, 0) == 3);
+  CHECK(is(vsa_diagnostic_argument(reading, 0, 2), "a.n"));
+  CHECK(is(vsa_diagnostic_argument(reading, 0, 3), ""));
+  CHECK(vsa_diagnostic_argument_count(reading, 2) == 0);
+  CHECK(is(vsa_diagnostic_argument(reading, 2, 0), ""));
   CHECK(found.begin.line == 1 && found.begin.offset < found.end.offset);
   CHECK(vsa_diagnostic_at(reading, 1, &found));
   CHECK(found.is_error && found.ended_reading && found.begin.line == 2);

@@ -77,6 +77,8 @@ FUNCTIONS = {
     "vsa_diagnostic_count": (SIZE, [HANDLE]),
     "vsa_diagnostics_found": (NUMBER, [HANDLE]),
     "vsa_diagnostic_at": (ctypes.c_int, [HANDLE, SIZE, to(Diagnostic)]),
+    "vsa_diagnostic_argument_count": (SIZE, [HANDLE, SIZE]),
+    "vsa_diagnostic_argument": (Text, [HANDLE, SIZE, SIZE]),
     "vsa_skipped_count": (SIZE, [HANDLE]),
     "vsa_skipped_at": (ctypes.c_int, [HANDLE, SIZE, to(SkippedBuffer)]),
     "vsa_load_buffer": (HANDLE, [NAME, HANDLE, SIZE, to(Options)]),
@@ -204,6 +206,8 @@ def check_diagnostics(vsa):
     expect([vsa.vsa_diagnostic_at(reading, i, d) for i, d in enumerate((warning, error, missing))], [1, 1, 0])
     expect((warning.id, warning.is_error, warning.ended_reading), (b"narrowing", 0, 0))
     expect((str(warning.message), str(warning.input_path)), ("narrowing Real to Int @ a.n", "a.n"))
+    count = vsa.vsa_diagnostic_argument_count(reading, 0)
+    expect([str(vsa.vsa_diagnostic_argument(reading, 0, i)) for i in range(count)], ["Real", "Int", "a.n"])
     expect((warning.begin.offset, warning.begin.line, warning.begin.column, warning.end.offset), (21, 1, 22, 24))
     expect((error.is_error, error.ended_reading, error.begin.line), (1, 1, 2))
     vsa.vsa_free(reading)

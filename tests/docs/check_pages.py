@@ -159,7 +159,7 @@ def check_table_of_messages(tools, page, report):
     rows = {code_of(row.cells[1])[0]: row for row in page.rows if re.match(r"\[`", row.cells[1])}
     paragraphs = {heading: text for heading, text in page.first_lines()}
     for line in tools.run([tools.host("print_table")]).splitlines():
-        name, kind, severity, logged = line.split("\t")
+        name, kind, severity, logged, arguments = line.split("\t")
         row, place = rows.get(name), f"{page.name}: {name}"
         if row is None or name not in paragraphs:
             report.fail(place, "there is no row or no paragraph")
@@ -168,6 +168,8 @@ def check_table_of_messages(tools, page, report):
         stated = [row.cells[2].replace("...", "%s"), row.cells[3], row.cells[4]]
         if stated != [kind or "none", level, fatal]:
             report.fail(row.place, f"{name} is {kind or 'none'}, {level}, fatal: {fatal}")
+        if ", ".join(code_of(row.cells[5])) != arguments:
+            report.fail(row.place, f"the arguments of {name} are {arguments or 'none'}")
         if not paragraphs[name].startswith(f"`{logged}`"):
             report.fail(place, f"the paragraph does not begin with `{logged}`")
         report.count("messages")

@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <stdexcept>
+#include <string_view>
+#include <vector>
 
 #include <vsa/diagnostics/diagnostic_table.h>
 #include <vsa/foundation/api.h>
@@ -29,7 +31,13 @@ struct Diagnostic {
   std::int64_t offset = UNKNOWN_OFFSET;
   /// InvalidListToken: the name of the list in `kind()`, such as "PAREN". Empty for other messages.
   String list = {};
+  /// The values in `text`, in the order of the format of the row, each as `text` has it. A sink
+  /// and a DiagnosticError get them.
+  std::vector<String> arguments = {};
 
+  /// The argument of that name, such as "expected"; the row of the message lists the names. Empty
+  /// if there is none of that name.
+  VSA_API String argument(std::string_view name) const;
   Severity severity() const noexcept { return rowOf(id).severity; }
   /// The stable name of the message, such as "too-few-elements".
   const char* name() const noexcept { return rowOf(id).name; }

@@ -1,6 +1,6 @@
 // The table of diagnostics: one row for each message that the library logs or throws about a text.
 //
-//   X(name, id, severity, kind, position, format)
+//   X(name, id, severity, kind, position, format, arguments)
 //
 //   name      the enumerator of DiagnosticId
 //   id        the stable name of the message, as docs/messages.md and tools use it
@@ -9,59 +9,63 @@
 //   position  a PositionOf: which line and column the message has
 //   format    the message without kind and position, a printf format; counts and
 //             indices are printed as 64-bit numbers, since a text may contain any
+//   arguments the names of the values that the format prints, in its order, separated by ", ";
+//             docs/messages.md says what each is
 //
 // A new message needs a row here, a case in tests/cases and a paragraph in docs/messages.md. A test
 // fails if one of them is missing.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 // One line per row, whatever its length.
 // clang-format off
 #define VSA_DIAGNOSTIC_TABLE(X) \
   /* Lexer: characters to tokens. */ \
-  X(InvalidToken, "invalid-token", Fatal, "INVALID TOKEN", LastCharacter, "'%c'") \
-  X(InvalidListToken, "invalid-list-token", Fatal, "INVALID %s LIST TOKEN", LastCharacter, "'%c'") \
-  X(UnexpectedEof, "unexpected-eof", Error, "", LastCharacter, "UNEXPECTED EOF while parsing %s") \
+  X(InvalidToken, "invalid-token", Fatal, "INVALID TOKEN", LastCharacter, "'%c'", "character") \
+  X(InvalidListToken, "invalid-list-token", Fatal, "INVALID %s LIST TOKEN", LastCharacter, "'%c'", "character") \
+  X(UnexpectedEof, "unexpected-eof", Error, "", LastCharacter, "UNEXPECTED EOF while parsing %s", "what") \
   /* Parser: tokens to statements. */ \
-  X(BadToken, "bad-token", Fatal, "BAD TOKEN", FoundToken, "expected '%s', found '%s'") \
-  X(UnrecognizedToken, "unrecognized-token", Fatal, "PARSE ERROR", CurrentToken, "unrecognized token '%s'.") \
-  X(BadVersion, "bad-version", Warning, "", CurrentToken, "Failed to parse VSA version comment: %s") \
+  X(BadToken, "bad-token", Fatal, "BAD TOKEN", FoundToken, "expected '%s', found '%s'", "expected, found") \
+  X(UnrecognizedToken, "unrecognized-token", Fatal, "PARSE ERROR", CurrentToken, "unrecognized token '%s'.", "token") \
+  X(BadVersion, "bad-version", Warning, "", CurrentToken, "Failed to parse VSA version comment: %s", "comment") \
   /* Assignments and their input paths. The trailing blank of NodeNotFound is intended. */ \
-  X(WithNodeNotSet, "with-node-not-set", Fatal, "PARSE ERROR", CurrentToken, "'with' node not set (input: %s)") \
-  X(NodeNotFound, "node-not-found", Fatal, "PARSE ERROR", CurrentToken, "node '%s' not found ") \
-  X(InputNotFound, "input-not-found", Fatal, "PARSE ERROR", CurrentToken, "input '%s' not found.") \
-  X(InvalidArrayIndex, "invalid-array-index", Fatal, "PARSE ERROR", CurrentToken, "invalid input array index: %s") \
+  X(WithNodeNotSet, "with-node-not-set", Fatal, "PARSE ERROR", CurrentToken, "'with' node not set (input: %s)", "path") \
+  X(NodeNotFound, "node-not-found", Fatal, "PARSE ERROR", CurrentToken, "node '%s' not found ", "path") \
+  X(InputNotFound, "input-not-found", Fatal, "PARSE ERROR", CurrentToken, "input '%s' not found.", "path") \
+  X(InvalidArrayIndex, "invalid-array-index", Fatal, "PARSE ERROR", CurrentToken, "invalid input array index: %s", "index") \
   /* Types. */ \
-  X(CannotAssignType, "cannot-assign-type", Fatal, "TYPE ERROR", CurrentToken, "cannot assign %s%s to %s @ %s") \
-  X(Narrowing, "narrowing", Warning, "TYPE WARNING", CurrentToken, "narrowing %s to %s @ %s") \
-  X(WrongType, "wrong-type", Error, "TYPE ERROR", CurrentToken, "expected %s @ %s but found %s") \
-  X(BadEnumValue, "bad-enum-value", Warning, "ENUM WARNING", CurrentToken, "setting non-existent enum value '%s' @ %s") \
+  X(CannotAssignType, "cannot-assign-type", Fatal, "TYPE ERROR", CurrentToken, "cannot assign %s%s to %s @ %s", "found, brackets, expected, input") \
+  X(Narrowing, "narrowing", Warning, "TYPE WARNING", CurrentToken, "narrowing %s to %s @ %s", "found, expected, input") \
+  X(WrongType, "wrong-type", Error, "TYPE ERROR", CurrentToken, "expected %s @ %s but found %s", "expected, input, found") \
+  X(BadEnumValue, "bad-enum-value", Warning, "ENUM WARNING", CurrentToken, "setting non-existent enum value '%s' @ %s", "value, input") \
   /* Buffers. */ \
-  X(InvalidElementCount, "invalid-element-count", Fatal, "PARSE ERROR", CurrentToken, "invalid buffer element count: %s") \
-  X(CannotAllocate, "cannot-allocate", Fatal, "PARSE ERROR", CurrentToken, "cannot allocate %s%s") \
-  X(TooManyElements, "too-many-elements", Fatal, "BUFFER ERROR", CurrentToken, "Cannot add %s @ index %llu of %s[%llu].") \
-  X(TooFewElements, "too-few-elements", Warning, "", CurrentToken, "Too few elements (%llu) for %s[%llu] buffer, remainder set to zero.") \
-  X(UnreadableBuffer, "unreadable-buffer", Fatal, "PARSE ERROR", CurrentToken, "Failed to read '%s' buffer.") \
+  X(InvalidElementCount, "invalid-element-count", Fatal, "PARSE ERROR", CurrentToken, "invalid buffer element count: %s", "count") \
+  X(CannotAllocate, "cannot-allocate", Fatal, "PARSE ERROR", CurrentToken, "cannot allocate %s%s", "type, count") \
+  X(TooManyElements, "too-many-elements", Fatal, "BUFFER ERROR", CurrentToken, "Cannot add %s @ index %llu of %s[%llu].", "number, index, type, count") \
+  X(TooFewElements, "too-few-elements", Warning, "", CurrentToken, "Too few elements (%llu) for %s[%llu] buffer, remainder set to zero.", "written, type, count") \
+  X(UnreadableBuffer, "unreadable-buffer", Fatal, "PARSE ERROR", CurrentToken, "Failed to read '%s' buffer.", "type") \
   /* Compressed buffers. */ \
-  X(CompressedDataEmpty, "compressed-data-empty", Fatal, "PARSE ERROR", CurrentToken, "compressed data is empty") \
-  X(CompressedDataBadCharacter, "compressed-data-bad-character", Fatal, "PARSE ERROR", CurrentToken, "compressed data holds a character that is not a hexadecimal digit") \
-  X(CompressedDataEndsEarly, "compressed-data-ends-early", Fatal, "PARSE ERROR", CurrentToken, "compressed data ends early") \
-  X(CompressedDataCorrupt, "compressed-data-corrupt", Fatal, "PARSE ERROR", CurrentToken, "compressed data is corrupt") \
-  X(CompressedDataWrongChecksum, "compressed-data-wrong-checksum", Fatal, "PARSE ERROR", CurrentToken, "compressed data fails its checksum") \
-  X(CompressedDataTooLarge, "compressed-data-too-large", Fatal, "PARSE ERROR", CurrentToken, "compressed data is larger than the buffer") \
+  X(CompressedDataEmpty, "compressed-data-empty", Fatal, "PARSE ERROR", CurrentToken, "compressed data is empty", "") \
+  X(CompressedDataBadCharacter, "compressed-data-bad-character", Fatal, "PARSE ERROR", CurrentToken, "compressed data holds a character that is not a hexadecimal digit", "") \
+  X(CompressedDataEndsEarly, "compressed-data-ends-early", Fatal, "PARSE ERROR", CurrentToken, "compressed data ends early", "") \
+  X(CompressedDataCorrupt, "compressed-data-corrupt", Fatal, "PARSE ERROR", CurrentToken, "compressed data is corrupt", "") \
+  X(CompressedDataWrongChecksum, "compressed-data-wrong-checksum", Fatal, "PARSE ERROR", CurrentToken, "compressed data fails its checksum", "") \
+  X(CompressedDataTooLarge, "compressed-data-too-large", Fatal, "PARSE ERROR", CurrentToken, "compressed data is larger than the buffer", "") \
   /* Links, resolved after the last statement. */ \
-  X(InvalidOutput, "invalid-output", Warning, "", None, "Invalid output: %s.") \
-  X(NoNodeToConnect, "no-node-to-connect", Warning, "", None, "Cannot connect nonexistent node %s to %s.") \
-  X(NoOutputToConnect, "no-output-to-connect", Warning, "", None, "Cannot connect nonexistent output %s to %s.") \
-  X(NoNodeToAssign, "no-node-to-assign", Warning, "", None, "Cannot assign nonexistent node %s to %s.") \
+  X(InvalidOutput, "invalid-output", Warning, "", None, "Invalid output: %s.", "source") \
+  X(NoNodeToConnect, "no-node-to-connect", Warning, "", None, "Cannot connect nonexistent node %s to %s.", "node, input") \
+  X(NoOutputToConnect, "no-output-to-connect", Warning, "", None, "Cannot connect nonexistent output %s to %s.", "source, input") \
+  X(NoNodeToAssign, "no-node-to-assign", Warning, "", None, "Cannot assign nonexistent node %s to %s.", "node, input") \
   /* The library's own scene. */ \
-  X(CannotAssignNode, "cannot-assign-node", Warning, "", None, "Cannot assign node %s to %s of type %s.") \
-  X(TooManyEmptyElements, "too-many-empty-elements", Fatal, "", None, "array %s cannot grow past the scene's limit of %llu empty elements") \
-  X(TooManyArrayElements, "too-many-array-elements", Fatal, "", None, "array %s cannot hold more than %llu elements") \
-  X(NestedTooDeeply, "nested-too-deeply", Fatal, "", None, "input %s is nested deeper than %llu levels") \
+  X(CannotAssignNode, "cannot-assign-node", Warning, "", None, "Cannot assign node %s to %s of type %s.", "node, input, expected") \
+  X(TooManyEmptyElements, "too-many-empty-elements", Fatal, "", None, "array %s cannot grow past the scene's limit of %llu empty elements", "array, maximum") \
+  X(TooManyArrayElements, "too-many-array-elements", Fatal, "", None, "array %s cannot hold more than %llu elements", "array, maximum") \
+  X(NestedTooDeeply, "nested-too-deeply", Fatal, "", None, "input %s is nested deeper than %llu levels", "input, maximum") \
   /* What a host's scene, source or log sink throws as std::runtime_error. */ \
-  X(HostError, "host-error", Fatal, "", None, "%s")
+  X(HostError, "host-error", Fatal, "", None, "%s", "message")
 // clang-format on
 
 namespace zn::korvo_sdk {
@@ -101,12 +105,14 @@ struct DiagnosticRow {
   const char* kind;  ///< "PARSE ERROR"; may contain one %s; empty without a position.
   PositionOf position;
   const char* format;  ///< The message, a printf format.
+  /// The names of the values that `format` prints, in its order: "expected, found".
+  const char* arguments;
 };
 
 /// All rows; DiagnosticId is the index.
 inline constexpr DiagnosticRow DIAGNOSTIC_ROWS[] = {
-#define VSA_ROW(name, id, severity, kind, position, format) \
-  {DiagnosticId::name, id, Severity::severity, kind, PositionOf::position, format},
+#define VSA_ROW(name, id, severity, kind, position, format, arguments) \
+  {DiagnosticId::name, id, Severity::severity, kind, PositionOf::position, format, arguments},
     VSA_DIAGNOSTIC_TABLE(VSA_ROW)
 #undef VSA_ROW
 };
@@ -115,5 +121,42 @@ inline constexpr DiagnosticRow DIAGNOSTIC_ROWS[] = {
 constexpr const DiagnosticRow& rowOf(DiagnosticId id) {
   return DIAGNOSTIC_ROWS[static_cast<int>(id)];
 }
+
+/// The result of `argumentIndex` if no argument has that name.
+inline constexpr int NO_ARGUMENT = -1;
+
+/// The number of names in a list such as "expected, found".
+constexpr int argumentCount(std::string_view names) {
+  int count = names.empty() ? 0 : 1;
+  for (const char c : names) count += c == ',' ? 1 : 0;
+  return count;
+}
+
+/// The index of a name in such a list, or NO_ARGUMENT.
+constexpr int argumentIndex(std::string_view names, std::string_view name) {
+  constexpr std::string_view SEPARATOR = ", ";
+  for (int index = 0;; ++index) {
+    const std::size_t end = names.find(SEPARATOR);
+    if (names.substr(0, end) == name) return name.empty() ? NO_ARGUMENT : index;
+    if (end == std::string_view::npos) return NO_ARGUMENT;
+    names.remove_prefix(end + SEPARATOR.size());
+  }
+}
+
+namespace diagnostic_detail {
+
+/// Whether each format prints as many values as its row has names. No format prints a "%".
+constexpr bool formatsFitArguments() {
+  for (const DiagnosticRow& row : DIAGNOSTIC_ROWS) {
+    int conversions = 0;
+    for (const char c : std::string_view(row.format)) conversions += c == '%' ? 1 : 0;
+    if (conversions != argumentCount(row.arguments)) return false;
+  }
+  return true;
+}
+
+static_assert(formatsFitArguments(), "a row has more or fewer names than its format prints values");
+
+}  // namespace diagnostic_detail
 
 }  // namespace zn::korvo_sdk

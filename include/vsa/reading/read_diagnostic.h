@@ -4,9 +4,12 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <vsa/diagnostics/diagnostic_table.h>
 #include <vsa/foundation/api.h>
+#include <vsa/reading/read_status.h>
 #include <vsa/reading/text_position.h>
 
 namespace vsa {
@@ -28,6 +31,11 @@ inline constexpr int DIAGNOSTIC_ID_COUNT = static_cast<int>(DiagnosticId::HostMe
 /// value that is none of the enumeration.
 VSA_API const char* name(DiagnosticId id) noexcept;
 
+/// The names of the arguments of a message, in their order, separated by ", ": "expected, found"
+/// for DiagnosticId::BadToken. Never null; empty if the message has none, and for a value that is
+/// none of the enumeration. docs/messages.md says what each argument is.
+VSA_API const char* argumentNames(DiagnosticId id) noexcept;
+
 /// A Warning changes no result. An Error rejects a value or ends the reading.
 enum class Severity : std::uint8_t { Warning, Error };
 
@@ -44,6 +52,11 @@ struct Diagnostic {
   /// input is unchanged: it may contain line feeds and control characters, have any length, and not
   /// be valid UTF-8.
   std::string message;
+  /// The values that the message is made of, in the order of `argumentNames(id)`, byte for byte as
+  /// the message has them. Numbers are decimal.
+  std::vector<std::string> arguments;
+  /// The limit that the text went beyond. Set for DiagnosticId::OverLimit only.
+  std::optional<Limit> limit;
   /// What the log line begins with, such as "PARSE ERROR"; empty if the line has no position.
   std::string kind;
   /// Line and column as the log line has them: those of the token at which the parser noticed the
@@ -64,6 +77,9 @@ struct Diagnostic {
   /// The line that the plain interface logs: "PARSE ERROR (4,9): invalid input array index: [x].".
   /// Throws std::bad_alloc.
   VSA_API std::string logLine() const;
+  /// The argument of that name, such as "expected"; valid as long as `arguments` is unchanged.
+  /// Empty if the message has none of that name.
+  VSA_API std::string_view argument(std::string_view name) const noexcept;
 };
 
 }  // namespace vsa

@@ -207,6 +207,16 @@ int vsa_diagnostic_at(const vsa_reading* reading, size_t index, vsa_diagnostic* 
   return 1;
 }
 
+size_t vsa_diagnostic_argument_count(const vsa_reading* reading, size_t index) {
+  if (index >= vsa_diagnostic_count(reading)) return 0;
+  return reading->outcome.diagnostics[index].arguments.size();
+}
+
+vsa_text vsa_diagnostic_argument(const vsa_reading* reading, size_t index, size_t argument) {
+  if (argument >= vsa_diagnostic_argument_count(reading, index)) return textOf({});
+  return textOf(reading->outcome.diagnostics[index].arguments[argument]);
+}
+
 // --- skipped buffers ---
 
 size_t vsa_skipped_count(const vsa_reading* reading) {

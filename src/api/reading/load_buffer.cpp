@@ -107,6 +107,8 @@ void endAtTextBytes(const SkippedBuffer& skipped, const ReadOptions& options,
   found.id = DiagnosticId::OverLimit;
   found.endedReading = true;
   found.message = message;
+  found.arguments = {std::to_string(limit)};
+  found.limit = Limit::TextBytes;
   found.inputPath = skipped.inputPath;
   found.range = skipped.literal;
   outcome.errorCount = outcome.droppedDiagnostics = 1;

@@ -151,7 +151,8 @@ void Reading::callScene(const Body& body) {
   } catch (...) {
     ending_.setToException();
     if (outcome_.status == ReadStatus::HostException) {
-      recorder_->add(DiagnosticId::HostError, Severity::Error, true, outcome_.message);
+      recorder_->add(DiagnosticId::HostError, Severity::Error, true, outcome_.message,
+                     outcome_.message);
     }
     throw ReadStopped();
   }
@@ -227,7 +228,8 @@ void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer, parser_.tokens);
   if (!report.cutOff.isEmpty()) {
     const std::string message(report.cutOff.view());
-    recorder_->add(DiagnosticId::UnexpectedEof, Severity::Error, true, message);
+    const zn::String what = parser_.lexer->problem().argument("what");
+    recorder_->add(DiagnosticId::UnexpectedEof, Severity::Error, true, message, what.view());
     ending_.set(ReadStatus::CutOff, message);
   } else if (report.endedAtMark) {
     const std::string message = "a byte 0xFF ends the text before the end of its source";
@@ -264,7 +266,8 @@ void Reading::afterBlock(std::string_view block) {
 void Reading::checkTextBytes(std::uint64_t bytes) {
   const std::uint64_t limit = options_.limits.textBytes;
   if (bytes <= limit) return;
-  stopAtLimit(Limit::TextBytes, "the text is longer than " + std::to_string(limit) + " bytes");
+  stopAtLimit(Limit::TextBytes, limit,
+              "the text is longer than " + std::to_string(limit) + " bytes");
 }
 
 }  // namespace vsa

@@ -89,7 +89,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   void finishRefused();
   void endAtSceneLimit(Limit limit, const zn::String& line);
   void endByError(const zn::korvo_sdk::Diagnostic& record);
-  [[noreturn]] void stopAtLimit(Limit limit, const std::string& message);
+  [[noreturn]] void stopAtLimit(Limit limit, std::uint64_t maximum, const std::string& message);
   void notifyProgress();
   void notifyComplete();
   ReadProgress progress() const noexcept;

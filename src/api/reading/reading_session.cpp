@@ -65,17 +65,20 @@ std::string describedBuffer(const AssignInfo& info, std::string_view path) {
 void Reading::exceed(Budget budget) {
   switch (budget) {
     case Budget::Nodes:
-      stopAtLimit(Limit::Nodes, "more than " + std::to_string(limits.nodes) + " nodes");
+      stopAtLimit(Limit::Nodes, limits.nodes,
+                  "more than " + std::to_string(limits.nodes) + " nodes");
     case Budget::Elements:
-      stopAtLimit(Limit::Elements,
+      stopAtLimit(Limit::Elements, limits.elements,
                   "more than " + std::to_string(limits.elements) + " array elements");
     case Budget::Depth:
-      stopAtLimit(Limit::Depth, "a path of more than " + std::to_string(limits.depth) + " inputs");
+      stopAtLimit(Limit::Depth, limits.depth,
+                  "a path of more than " + std::to_string(limits.depth) + " inputs");
     case Budget::Memory:
-      stopAtLimit(Limit::Memory, "the text needs more memory than the limit of " +
-                                     std::to_string(limits.memory) + " bytes" + HOW_TO_ALLOW);
+      stopAtLimit(Limit::Memory, limits.memory,
+                  "the text needs more memory than the limit of " + std::to_string(limits.memory) +
+                      " bytes" + HOW_TO_ALLOW);
   }
-  stopAtLimit(Limit::Memory, "over a limit");
+  stopAtLimit(Limit::Memory, limits.memory, "over a limit");
 }
 
 // The first one is described even if no diagnostic is kept: it is the message of the outcome.
@@ -90,15 +93,18 @@ void Reading::refuse(Refusal refusal, const AssignInfo& info) {
     message += " bytes leaves for buffers";
     message += HOW_TO_ALLOW;
   }
+  const bool isOfOneBuffer = refusal == Refusal::BufferBytes;
+  const Limit limit = isOfOneBuffer ? Limit::BufferBytes : Limit::Memory;
   if (!refusedFor_) {
-    refusedFor_ = refusal == Refusal::BufferBytes ? Limit::BufferBytes : Limit::Memory;
+    refusedFor_ = limit;
     refusal_ = message;
   }
-  recorder_->add(DiagnosticId::OverLimit, Severity::Error, false, std::move(message));
+  recorder_->addOverLimit(limit, isOfOneBuffer ? limits.bufferBytes : limits.memory, false,
+                          std::move(message));
 }
 
-void Reading::stopAtLimit(Limit limit, const std::string& message) {
-  recorder_->add(DiagnosticId::OverLimit, Severity::Error, true, message);
+void Reading::stopAtLimit(Limit limit, std::uint64_t maximum, const std::string& message) {
+  recorder_->addOverLimit(limit, maximum, true, message);
   outcome_.limit = limit;
   ending_.stop(ReadStatus::OverLimit, message);
 }
@@ -206,7 +212,7 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
 // A message of the host's scene: records have no lines.
 void Reading::write(zn::LogLevel level, const zn::String& text) {
   const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
-  recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()));
+  recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()), text.view());
 }
 
 void Reading::endAtSceneLimit(Limit limit, const zn::String& line) {

@@ -174,9 +174,13 @@ Token Lexer::invalidListToken(const String& what) const {
 
 // The position is that of the last character before the invalid one.
 Token Lexer::invalid(DiagnosticId id, const String& list) const {
-  problem_ = {id,       diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
-              line,     column,
-              offset(), list};
+  problem_ = {id,
+              diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
+              line,
+              column,
+              offset(),
+              list,
+              {String(lookaheadChar)}};
   return {Type::Invalid, problem_.logLine(), line, column};
 }
 
@@ -196,7 +200,14 @@ void Lexer::countIndexWraps() noexcept {
 
 Token Lexer::unexpectedEof(const String& what) const {
   const char* const format = rowOf(DiagnosticId::UnexpectedEof).format;
-  return {Type::Eof, diagnostic_detail::formatMessage(format, what.buf()), line, column};
+  problem_ = {DiagnosticId::UnexpectedEof,
+              diagnostic_detail::formatMessage(format, what.buf()),
+              line,
+              column,
+              Diagnostic::UNKNOWN_OFFSET,
+              String(),
+              {what}};
+  return {Type::Eof, problem_.text, line, column};
 }
 
 Token Lexer::nextToken() {

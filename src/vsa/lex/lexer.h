@@ -77,7 +77,8 @@ class Lexer {
   /// collected.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
-  /// The record of the last Invalid token. Its log line is the token's text.
+  /// The record of the last token that is Invalid or that the text ends in. Its log line is the
+  /// text of the Invalid token, its text that of the other.
   const Diagnostic& problem() const noexcept { return problem_; }
 
   /// True when a byte 0xFF ended the input, not the end of the source.
@@ -155,7 +156,7 @@ class Lexer {
   std::uint32_t indexAtBlock_ = 0;   // `index` when the current block was read
   std::uint32_t tokensInBlock_ = 0;  // tokens read since the current block was read
   std::uint32_t indexWraps_ = 0;  // how often `index` had wrapped around before the current block
-  mutable Diagnostic problem_;    // set by the const functions that create Invalid tokens
+  mutable Diagnostic problem_;    // set by the const functions that create such tokens
 };
 
 // --- positions ---

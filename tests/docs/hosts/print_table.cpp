@@ -1,5 +1,5 @@
-// Prints the table of diagnostics, one line for each row: id, kind, severity, and the log line with
-// its printf conversions.
+// Prints the table of diagnostics, one line for each row: id, kind, severity, the log line with its
+// printf conversions, and the names of its arguments.
 #include <cstdio>
 #include <string>
 
@@ -25,6 +25,7 @@ const char* word(Severity severity) {
 
 int main() {
   for (const DiagnosticRow& row : DIAGNOSTIC_ROWS) {
-    std::printf("%s\t%s\t%s\t%s\n", row.name, row.kind, word(row.severity), logLine(row).c_str());
+    std::printf("%s\t%s\t%s\t%s\t%s\n", row.name, row.kind, word(row.severity),
+                logLine(row).c_str(), row.arguments);
   }
 }

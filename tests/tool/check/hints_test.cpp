@@ -111,6 +111,7 @@ constexpr HintRow ROWS[] = {
      "hintedLamp d: .shape = \"spot\";\n.shape = \"spot\";"},
     // Types.
     {"lamp s: .n = 1; .n = 2.7;", "write the first value as `1.0`", "lamp s: .n = 1.0; .n = 2.7;"},
+    {"lamp s: .b = true; .b = 1;", "write `true` or `false`"},
     {"lamp s: .l = \"a\"; .l = 12;", "write `\"12\"`", "lamp s: .l = \"a\"; .l = \"12\";"},
     {"lamp s: .o = true; .o = 1.0;", "write `true`", "lamp s: .o = true; .o = true;"},
     {"lamp s: .v = vec3(1 2 3); .v = 1;", "write `1.0`", "lamp s: .v = vec3(1 2 3); .v = 1.0;"},

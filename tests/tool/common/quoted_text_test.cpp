@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 namespace vsa_tools {
 
@@ -31,43 +32,71 @@ TEST(QuotedText, KeepsCharactersWhole) {
             "x" + text.substr(0, 117) + "[... 123 bytes ...]" + text.substr(240));
 }
 
-TEST(QuotedText, EachPartOfAMessageIsShortened) {
-  const std::pair<DiagnosticId, std::pair<std::string, std::string>> rows[] = {
-      {DiagnosticId::Narrowing,
-       {"narrowing Real to Int @ " + LONG, "narrowing Real to Int @ " + SHORT}},
-      {DiagnosticId::NoNodeToConnect,
-       {"Cannot connect nonexistent node " + LONG + " to " + LONG + ".",
-        "Cannot connect nonexistent node " + SHORT + " to " + SHORT + "."}},
-      {DiagnosticId::CannotAssignType,
-       {"cannot assign Array of Real to Int @ " + LONG,
-        "cannot assign Array of Real to Int @ " + SHORT}},
-      {DiagnosticId::CannotAllocate,
-       {"cannot allocate byte[" + LONG, "cannot allocate " + shortened("byte[" + LONG)}},
-      {DiagnosticId::NodeNotFound,
-       {"node '" + LONG + "' not found ", "node '" + SHORT + "' not found "}},
-      {DiagnosticId::UnrecognizedToken,
-       {"unrecognized token '" + LONG + "'.", "unrecognized token '" + SHORT + "'."}},
-      {DiagnosticId::TooFewElements,
-       {"Too few elements (1) for byte[2] buffer, remainder set to zero.",
-        "Too few elements (1) for byte[2] buffer, remainder set to zero."}},
-      {DiagnosticId::HostMessage, {LONG, SHORT}},
-      {DiagnosticId::OverLimit, {LONG, SHORT}},
-  };
-  for (const auto& [id, texts] : rows) {
-    EXPECT_EQ(withShortQuotes(id, texts.first), texts.second) << vsa::name(id);
-  }
+struct Row {
+  DiagnosticId id;
+  std::vector<std::string> arguments;
+  std::string message;
+  std::string printed;
+};
+
+std::string printedFrom(const Row& row) {
+  vsa::Diagnostic diagnostic;
+  diagnostic.id = row.id;
+  diagnostic.message = row.message;
+  diagnostic.arguments = row.arguments;
+  return withShortQuotes(diagnostic);
 }
 
-// What a message quotes may contain the words of the message.
-TEST(QuotedText, APartWithTheWordsOfTheMessageIsShortened) {
+TEST(QuotedText, EachArgumentOfAMessageIsShortened) {
+  const Row rows[] = {
+      {DiagnosticId::Narrowing,
+       {"Real", "Int", LONG},
+       "narrowing Real to Int @ " + LONG,
+       "narrowing Real to Int @ " + SHORT},
+      {DiagnosticId::NoNodeToConnect,
+       {LONG, LONG},
+       "Cannot connect nonexistent node " + LONG + " to " + LONG + ".",
+       "Cannot connect nonexistent node " + SHORT + " to " + SHORT + "."},
+      {DiagnosticId::CannotAssignType,
+       {"Real", "[]", "Int", LONG},
+       "cannot assign Real[] to Int @ " + LONG,
+       "cannot assign Real[] to Int @ " + SHORT},
+      {DiagnosticId::CannotAllocate,
+       {"byte", LONG},
+       "cannot allocate byte" + LONG,
+       "cannot allocate byte" + SHORT},
+      {DiagnosticId::NodeNotFound,
+       {LONG},
+       "node '" + LONG + "' not found ",
+       "node '" + SHORT + "' not found "},
+      {DiagnosticId::UnrecognizedToken,
+       {LONG},
+       "unrecognized token '" + LONG + "'.",
+       "unrecognized token '" + SHORT + "'."},
+      {DiagnosticId::TooManyElements,
+       {LONG, "3", "byte", "2"},
+       "Cannot add " + LONG + " @ index 3 of byte[2].",
+       "Cannot add " + SHORT + " @ index 3 of byte[2]."},
+      {DiagnosticId::TooFewElements,
+       {"1", "byte", "2"},
+       "Too few elements (1) for byte[2] buffer, remainder set to zero.",
+       "Too few elements (1) for byte[2] buffer, remainder set to zero."},
+      {DiagnosticId::NodeNotFound, {}, LONG, SHORT},
+      {DiagnosticId::HostMessage, {LONG}, LONG, SHORT},
+      {DiagnosticId::OverLimit, {"2"}, LONG, SHORT},
+  };
+  for (const Row& row : rows) EXPECT_EQ(printedFrom(row), row.printed) << vsa::name(row.id);
+}
+
+// What a message quotes may contain the words of the message, and what looks like a conversion.
+TEST(QuotedText, AnArgumentWithTheWordsOfTheMessageIsShortened) {
   std::string name;
-  for (int i = 0; i < 500; ++i) name += " to ";
-  const std::string message = "Cannot connect nonexistent node " + name + " to " + name + ".";
-  const std::string printed = withShortQuotes(DiagnosticId::NoNodeToConnect, message);
-  EXPECT_LT(printed.size(), 2 * MAX_QUOTED_BYTES + 100);
-  EXPECT_TRUE(printed.starts_with("Cannot connect nonexistent node  to "));
-  const std::string other = withShortQuotes(DiagnosticId::NodeNotFound, LONG);  // another message
-  EXPECT_EQ(other, SHORT);
+  for (int i = 0; i < 500; ++i) name += " to %s";
+  const Row row{DiagnosticId::NoNodeToConnect,
+                {name, "a.b"},
+                "Cannot connect nonexistent node " + name + " to a.b.",
+                ""};
+  EXPECT_EQ(printedFrom(row), "Cannot connect nonexistent node " + shortened(name) + " to a.b.");
 }
 
 }  // namespace

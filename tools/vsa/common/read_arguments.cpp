@@ -32,7 +32,7 @@ vsa::ReadOptions ReadArguments::options() const {
 }
 
 std::string ReadArguments::messageOf(const vsa::Diagnostic& diagnostic) const {
-  return isFull_ ? diagnostic.message : withShortQuotes(diagnostic.id, diagnostic.message);
+  return isFull_ ? diagnostic.message : withShortQuotes(diagnostic);
 }
 
 std::string ReadArguments::lineOf(const vsa::Diagnostic& diagnostic) const {

@@ -1,5 +1,7 @@
 #include <vsa/reading/read_diagnostic.h>
 
+#include <cstddef>
+
 #include <vsa/diagnostics/diagnostic_table.h>
 
 namespace vsa {
@@ -19,6 +21,12 @@ std::string Diagnostic::logLine() const {
                      "): " + message;
   if (endsWithPeriod(id)) line += '.';
   return line;
+}
+
+std::string_view Diagnostic::argument(std::string_view name) const noexcept {
+  const int index = zn::korvo_sdk::argumentIndex(argumentNames(id), name);
+  if (index < 0 || static_cast<std::size_t>(index) >= arguments.size()) return {};
+  return arguments[static_cast<std::size_t>(index)];
 }
 
 }  // namespace vsa

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string_view>
 #include <utility>
+#include <vector>
 
-#include "api/reading/source_range/message_path.h"
 #include "vsa/apply/input_path.h"
 
 namespace vsa {
@@ -20,6 +20,13 @@ using zn::korvo_sdk::impl::Token;
 
 std::string stringOf(const String& text) {
   return std::string(text.view());
+}
+
+std::vector<std::string> stringsOf(const std::vector<String>& texts) {
+  std::vector<std::string> strings;
+  strings.reserve(texts.size());
+  for (const String& text : texts) strings.push_back(stringOf(text));
+  return strings;
 }
 
 Severity severityOf(const Record& record) {
@@ -41,8 +48,16 @@ bool isElementOf(std::string_view path, std::string_view array) {
 }
 
 std::uint64_t bytesOf(const Diagnostic& diagnostic) {
-  return sizeof(Diagnostic) + diagnostic.message.size() + diagnostic.kind.size() +
-         diagnostic.inputPath.size();
+  std::uint64_t bytes = sizeof(Diagnostic) + diagnostic.message.size() + diagnostic.kind.size() +
+                        diagnostic.inputPath.size();
+  for (const std::string& each : diagnostic.arguments) bytes += sizeof(std::string) + each.size();
+  return bytes;
+}
+
+// The path of the input that a message names; empty if it names none.
+std::string pathOf(const Record& record) {
+  const bool isArray = record.id == zn::korvo_sdk::DiagnosticId::TooManyEmptyElements;
+  return stringOf(record.argument(isArray ? "array" : "input"));
 }
 
 }  // namespace
@@ -74,6 +89,7 @@ void DiagnosticRecorder::add(const Record& record) {
     diagnostic.severity = severityOf(record);
     diagnostic.endedReading = ended;
     diagnostic.message = stringOf(record.text);
+    diagnostic.arguments = stringsOf(record.arguments);
     diagnostic.kind = stringOf(record.kind());
     if (record.hasPosition()) {
       diagnostic.logLineNumber = record.line;
@@ -89,21 +105,30 @@ void DiagnosticRecorder::add(const Record& record) {
 }
 
 void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReading,
-                             std::string message) {
+                             std::string message, std::string_view argument,
+                             std::optional<Limit> limit) {
   count(severity);
-  if (!isWanted(endedReading, message.size())) {
+  if (isWanted(endedReading, message.size())) {
+    Diagnostic diagnostic;
+    diagnostic.id = id;
+    diagnostic.severity = severity;
+    diagnostic.endedReading = endedReading;
+    diagnostic.message = std::move(message);
+    if (*argumentNames(id) != '\0') diagnostic.arguments.emplace_back(argument);
+    diagnostic.limit = limit;
+    diagnostic.inputPath = statementPath();
+    locate(diagnostic);
+    deliver(std::move(diagnostic));
+  } else {
     isFull_ = true;
-    return checkLimit(endedReading);
   }
-  Diagnostic diagnostic;
-  diagnostic.id = id;
-  diagnostic.severity = severity;
-  diagnostic.endedReading = endedReading;
-  diagnostic.message = std::move(message);
-  diagnostic.inputPath = statementPath();
-  locate(diagnostic);
-  deliver(std::move(diagnostic));
   checkLimit(endedReading);
+}
+
+void DiagnosticRecorder::addOverLimit(Limit limit, std::uint64_t maximum, bool endedReading,
+                                      std::string message) {
+  add(DiagnosticId::OverLimit, Severity::Error, endedReading, std::move(message),
+      std::to_string(maximum), limit);
 }
 
 // Without a callback, a diagnostic that is not kept is not created: its path may be long.
@@ -162,7 +187,7 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
   outcome_.limit = Limit::Diagnostics;
   const std::string message =
       "more than " + std::to_string(options_.limits.diagnostics) + " diagnostics";
-  add(DiagnosticId::OverLimit, Severity::Error, true, message);
+  addOverLimit(Limit::Diagnostics, options_.limits.diagnostics, true, message);
   ending_.stop(ReadStatus::OverLimit, message);
 }
 
@@ -176,7 +201,7 @@ std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
 void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   const ReadSession& session = *parser_.session;
   const std::uint64_t start = startOf(session.statement());
-  Problem problem{diagnostic.id, diagnostic.message, start, diagnostic.inputPath, std::nullopt};
+  Problem problem{diagnostic, start, std::nullopt};
   if (record.offset != Record::UNKNOWN_OFFSET) {
     problem.character = static_cast<std::uint64_t>(record.offset);
     problem.noticed = *problem.character + 1;
@@ -188,7 +213,7 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   setRange(diagnostic, start, problem);
   // The message of an element that does not fit names the array.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
-  if (diagnostic.message.find(" to Array @ ") == std::string::npos) return;
+  if (diagnostic.argument("expected") != "Array") return;
   std::string path = statementPath();
   if (isElementOf(path, diagnostic.inputPath)) diagnostic.inputPath = std::move(path);
 }
@@ -203,8 +228,7 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic) {
   const std::uint64_t noticed = startOf({parser_.current.line, parser_.current.column});
   const bool isAfter = diagnostic.id == DiagnosticId::UnexpectedEof;
   const std::uint64_t start = isAfter ? noticed : startOf(parser_.session->statement());
-  setRange(diagnostic, start,
-           {diagnostic.id, diagnostic.message, noticed, diagnostic.inputPath, std::nullopt});
+  setRange(diagnostic, start, {diagnostic, noticed, std::nullopt});
 }
 
 // If no rule finds the range, the last character of the token at which the parser noticed it.
@@ -226,8 +250,7 @@ void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
 // --- the input concerned ---
 
 std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
-  const std::string_view named = pathInMessage(record.id, record.text.view());
-  if (!named.empty()) return std::string(named);
+  if (std::string named = pathOf(record); !named.empty()) return named;
   const ReadSession* const session = parser_.session;
   if (session == nullptr || session->link() == nullptr) return statementPath();
   return stringOf(session->link()->path());

@@ -3,7 +3,9 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <string_view>
 
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/read.h>
@@ -30,8 +32,13 @@ class DiagnosticRecorder {
   /// Records what the reader reports. May throw ReadStopped: the limit of diagnostics, or what a
   /// callback throws.
   void add(const Record& record);
-  /// Records a problem that the reader does not report, at the token consumed last.
-  void add(DiagnosticId id, Severity severity, bool endedReading, std::string message);
+  /// Records a problem that the reader does not report, at the token consumed last. `argument` is
+  /// that of the message; ignored if a message of that id has none. `limit` is that of an
+  /// OverLimit.
+  void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
+           std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
+  /// The same for a limit, of the value `maximum`, that the text goes beyond.
+  void addOverLimit(Limit limit, std::uint64_t maximum, bool endedReading, std::string message);
 
   /// The left-hand side of the current assignment, with the name of the node. Empty if there is no
   /// assignment.

@@ -1,4 +1,4 @@
-// The names of statuses, limits, diagnostics and severities.
+// The names of statuses, limits, diagnostics, arguments and severities.
 #include <vsa/reading/read_status.h>
 
 #include <cstddef>
@@ -22,11 +22,18 @@ constexpr const char* DIAGNOSTIC_NAMES[] = {
 #undef VSA_ROW
         "end-mark",
     "over-limit", "host-message"};
+constexpr const char* ARGUMENT_NAMES[] = {
+#define VSA_ROW(name, id, severity, kind, position, format, arguments) arguments,
+    VSA_DIAGNOSTIC_TABLE(VSA_ROW)
+#undef VSA_ROW
+        "",
+    "maximum", "message"};
 constexpr const char* SEVERITY_NAMES[] = {"warning", "error"};
 
 static_assert(std::size(STATUS_NAMES) == static_cast<std::size_t>(ReadStatus::HostException) + 1);
 static_assert(std::size(LIMIT_NAMES) == static_cast<std::size_t>(Limit::Diagnostics) + 1);
 static_assert(std::size(DIAGNOSTIC_NAMES) == DIAGNOSTIC_ID_COUNT);
+static_assert(std::size(ARGUMENT_NAMES) == DIAGNOSTIC_ID_COUNT);
 
 template <class Enumeration, std::size_t COUNT>
 const char* nameIn(const char* const (&names)[COUNT], Enumeration value) noexcept {
@@ -46,6 +53,11 @@ const char* name(Limit limit) noexcept {
 
 const char* name(DiagnosticId id) noexcept {
   return nameIn(DIAGNOSTIC_NAMES, id);
+}
+
+const char* argumentNames(DiagnosticId id) noexcept {
+  const auto index = static_cast<std::size_t>(id);
+  return index < std::size(ARGUMENT_NAMES) ? ARGUMENT_NAMES[index] : "";
 }
 
 const char* name(Severity severity) noexcept {

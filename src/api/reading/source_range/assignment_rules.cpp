@@ -1,6 +1,7 @@
 // The source ranges of problems in the path or the value of an assignment.
 #include <algorithm>
-#include <string>
+#include <charconv>
+#include <system_error>
 
 #include "api/reading/source_range/range_rules.h"
 #include "api/reading/source_range/value_words.h"
@@ -29,10 +30,10 @@ std::size_t RangeRules::pathTokenAfter(std::string_view inputPath) const {
 
 // The value, if its type is what does not fit; otherwise the part of the path that does not.
 Found RangeRules::typeClash() const {
-  const std::size_t part = pathTokenAfter(problem_.inputPath);
+  const std::size_t part = pathTokenAfter(problem_.diagnostic.inputPath);
   const bool isValue = part + 1 >= parts_.pathEnd && part < parts_.pathEnd &&
                        tokens_[part].type == Type::Brackets &&
-                       problem_.message.find(" to Array @ ") != std::string_view::npos;
+                       problem_.diagnostic.argument("expected") == "Array";
   if (isValue) return value();
   const Found rest = tokens(part, parts_.pathEnd);
   return rest ? rest : path();
@@ -41,20 +42,19 @@ Found RangeRules::typeClash() const {
 Found RangeRules::badIndex() const {
   for (std::size_t i = firstInput(); i < parts_.pathEnd; ++i) {
     const Item& token = tokens_[i];
-    const bool isNamed = token.type == Type::Brackets &&
-                         problem_.message.ends_with(": " + std::string(token.text.view()));
+    const bool isNamed =
+        token.type == Type::Brackets && problem_.diagnostic.argument("index") == token.text.view();
     if (isNamed) return whole(i);
   }
   return path();
 }
 
-// "Cannot add NUMBER @ index INDEX of TYPE[COUNT]."
 Found RangeRules::surplusNumber() const {
-  constexpr std::string_view BEFORE = " @ index ";
   const std::size_t list = parts_.value + 2;
-  const std::size_t at = problem_.message.find(BEFORE);
-  if (at == std::string_view::npos) return whole(list);
-  const std::size_t wanted = std::stoull(std::string(problem_.message.substr(at + BEFORE.size())));
+  const std::string_view index = problem_.diagnostic.argument("index");
+  std::size_t wanted = 0;
+  const auto parsed = std::from_chars(index.data(), index.data() + index.size(), wanted);
+  if (parsed.ec != std::errc()) return whole(list);  // a record of the host's own
   const auto field = findNumber(tokens_.bytesOf(tokens_[list]),
                                 [&](const NumberField& one) { return one.index == wanted; });
   return field ? number(list, *field) : whole(list);
@@ -70,12 +70,18 @@ Found RangeRules::unreadableNumber() const {
 
 // What of a statement goes over a limit: a count, an index, a path or a name.
 Found RangeRules::overLimit() const {
-  const std::string_view message = problem_.message;
-  if (message.starts_with("the buffer ")) return whole(parts_.value + 1);
-  if (message.ends_with(" nodes")) return whole(1);
-  if (message.ends_with(" array elements")) return tokens(firstInput() + 1, parts_.pathEnd);
-  if (message.ends_with(" inputs")) return path();
-  return std::nullopt;
+  const bool isBuffer = !problem_.diagnostic.endedReading;  // it is left out
+  if (isBuffer) return whole(parts_.value + 1);
+  switch (problem_.diagnostic.limit.value_or(Limit::Memory)) {
+    case Limit::Nodes:
+      return whole(1);
+    case Limit::Elements:
+      return tokens(firstInput() + 1, parts_.pathEnd);
+    case Limit::Depth:
+      return path();
+    default:
+      return std::nullopt;
+  }
 }
 
 }  // namespace vsa

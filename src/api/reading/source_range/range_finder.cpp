@@ -63,7 +63,7 @@ Found RangeRules::number(std::size_t list, const NumberField& field) const {
 Found RangeRules::find() const {
   if (problem_.character) return invalidCharacter();
   if (tokens_.size() == 0) return std::nullopt;
-  switch (problem_.id) {
+  switch (problem_.diagnostic.id) {
     case DiagnosticId::UnexpectedEof:
       return tokenOrPlace(tokens_.size() - 1);
     case DiagnosticId::BadToken:

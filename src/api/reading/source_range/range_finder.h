@@ -27,13 +27,11 @@ struct SourceRange {
 
 /// What is known of a problem besides its statement.
 struct Problem {
-  DiagnosticId id;
-  std::string_view message;
+  /// Its id, arguments, limit and input path are set.
+  const Diagnostic& diagnostic;
   /// The end of the token that the parser noticed it at: the one consumed last, or the one that the
   /// grammar does not allow.
   std::uint64_t noticed;
-  /// The path of the input concerned, or empty.
-  std::string_view inputPath;
   /// The invalid character, if there is one.
   std::optional<std::uint64_t> character;
 };

@@ -48,6 +48,7 @@ class RangeRules {
   Found invalidCharacter() const;
   Found numberWith(const StatementTokens::Item& invalid, std::uint64_t at) const;
   Found badToken() const;
+  bool isAtEnd() const;
   bool opensBlock(std::size_t token) const;
   bool isCommentInList(std::size_t token, std::uint64_t at) const;
   Found missingSemicolon(std::size_t found) const;
@@ -69,7 +70,7 @@ class RangeRules {
            tokens_[token].text.startsWith("UNEXPECTED", false);
   }
   bool expects(std::string_view what) const {
-    return problem_.message.starts_with("expected '" + std::string(what) + "'");
+    return problem_.diagnostic.argument("expected") == what;
   }
   bool isOnLaterLine(std::size_t token) const {
     return token > 0 && tokens_[token].firstLine > tokens_[token - 1].lastLine;

@@ -24,7 +24,8 @@ Found RangeRules::invalidCharacter() const {
     const Item& token = tokens_[i];
     if (token.type != Type::Invalid || token.end != at || token.begin >= at) continue;
     constexpr std::string_view ENDS = ";=\"#|:{(";  // the last two are invalid in brackets only
-    const char character = problem_.message.size() > 1 ? problem_.message[1] : '\0';
+    const std::string_view written = problem_.diagnostic.argument("character");
+    const char character = written.empty() ? '\0' : written.front();
     if (opensBlock(i)) return opening(i);
     if (isCommentInList(i, at)) break;
     const bool isNeverClosed =
@@ -71,12 +72,16 @@ Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
 Found RangeRules::badToken() const {
   // The token found is the one that ends where the problem was noticed, or it is the end.
   const std::size_t before = tokens_.countUpTo(problem_.noticed);
-  const bool isEnd = problem_.message.ends_with("found 'EOF'") ||
-                     problem_.message.find("found 'UNEXPECTED EOF") != std::string_view::npos;
-  const std::size_t found = isEnd || before == 0 ? before : before - 1;
+  const std::size_t found = isAtEnd() || before == 0 ? before : before - 1;
   if (expects(";")) return missingSemicolon(found);
   if (expects("(scalar|buffer|reference)")) return badValue(found);
   return tokenOrPlace(found);
+}
+
+// Whether the token found is the end of the text, or a string or list that is cut off.
+bool RangeRules::isAtEnd() const {
+  const std::string_view found = problem_.diagnostic.argument("found");
+  return found == "EOF" || found.starts_with("UNEXPECTED EOF");
 }
 
 Found RangeRules::missingSemicolon(std::size_t found) const {

@@ -12,8 +12,9 @@ namespace {
 using vsa::DiagnosticId;
 
 void hintForBadToken(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
-  const bool isEnd = diagnostic.message.starts_with("expected ';'");
-  const bool isValue = diagnostic.message.starts_with("expected '(scalar");
+  const std::string_view expected = diagnostic.argument("expected");
+  const bool isEnd = expected == ";";
+  const bool isValue = expected == "(scalar|buffer|reference)";
   if (isEnd) {
     hintForMissingEnd(text, diagnostic, finding);
   } else if (isValue) {

@@ -84,9 +84,10 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
     default:
       break;
   }
-  if (diagnostic.message.starts_with("expected '='")) {
+  const std::string_view expected = diagnostic.argument("expected");
+  if (expected == "=") {
     hintForPipe(text, range, finding);
-  } else if (diagnostic.message.starts_with("expected '(null")) {
+  } else if (expected == "(null|path)") {
     finding.hint = "name an output, such as `" + std::string(culprit) +
                    ".out`; a reference to a node is written with `=`";
   }

@@ -14,10 +14,8 @@ bool isDigit(char c) {
   return c >= '0' && c <= '9';
 }
 
-// The types in "expected TYPE @ PATH but found FOUND" and the other messages, as far as they begin
-// with them.
 bool expects(const vsa::Diagnostic& diagnostic, std::string_view type) {
-  return diagnostic.message.starts_with("expected " + std::string(type) + " @ ");
+  return diagnostic.argument("expected") == type;
 }
 
 bool isVector(const vsa::Diagnostic& diagnostic) {
@@ -71,14 +69,14 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
 // A first value without a point makes an integer input.
 void hintForNarrowing(const vsa::Diagnostic& diagnostic, const FirstAssignment* first,
                       Finding& finding) {
-  const bool isRounded = diagnostic.message.starts_with("narrowing Real to ");
+  const bool isRounded = diagnostic.argument("found") == "Real";
   const bool isInteger = first != nullptr && first->kind == vsa::SyntaxKind::Integer &&
                          first->value.find_first_of("eEuU") == std::string_view::npos;
   if (isRounded && isInteger) {
     finding.hint = "write the first value as `" + std::string(first->value) +
                    ".0`, which makes the input a Real";
     insertAt(finding, first->range.end.offset, ".0");
-  } else if (diagnostic.message.ends_with(" to Bool")) {
+  } else if (expects(diagnostic, "Bool")) {
     finding.hint = "write `true` or `false`";
   } else {
     finding.hint = "write the value in the type of the input";
@@ -103,9 +101,9 @@ void hintForEnumValue(HintText& text, const vsa::TextRange& range, Finding& find
 }
 
 void hintForElement(const vsa::Diagnostic& diagnostic, Finding& finding) {
-  const bool isElement = diagnostic.message.find(" to Array @ ") != std::string::npos;
-  finding.hint = isElement ? "the elements of an array have the type of the first one"
-                           : "only an object has members, and only an array elements";
+  finding.hint = expects(diagnostic, "Array")
+                     ? "the elements of an array have the type of the first one"
+                     : "only an object has members, and only an array elements";
 }
 
 }  // namespace

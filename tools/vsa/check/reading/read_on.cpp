@@ -27,25 +27,16 @@ bool isOfLexer(DiagnosticId id) {
          id == DiagnosticId::UnexpectedEof || id == DiagnosticId::EndMark;
 }
 
-/// The part of `text` between `before` and `after`.
-std::string_view between(std::string_view text, std::string_view before, std::string_view after) {
-  const std::size_t at = text.find(before);
-  if (at == std::string_view::npos) return {};
-  const std::size_t begin = at + before.size();
-  const std::size_t end = text.find(after, begin);
-  return end == std::string_view::npos ? std::string_view() : text.substr(begin, end - begin);
-}
-
 /// The name of the node that the diagnostic reports as missing; empty if it reports something else.
 std::string_view missingNode(const Diagnostic& found) {
   switch (found.id) {
     case DiagnosticId::NodeNotFound: {
-      const std::string_view path = between(found.message, "node '", "'");
+      const std::string_view path = found.argument("path");
       return path.substr(0, path.find_first_of(".["));
     }
     case DiagnosticId::NoNodeToConnect:
     case DiagnosticId::NoNodeToAssign:
-      return between(found.message, "nonexistent node ", " to ");
+      return found.argument("node");
     default:
       return {};
   }

@@ -2,7 +2,7 @@
 
 #include <utf8.h>
 
-#include <algorithm>
+#include <vector>
 
 #include <vsa/diagnostics/diagnostic_table.h>
 
@@ -22,30 +22,17 @@ std::size_t characterBegin(std::string_view text, std::size_t at) {
   return at;
 }
 
-// "%s" of a diagnostic that is not in the table: the whole message.
-std::string_view formatOf(vsa::DiagnosticId id) {
-  const auto index = static_cast<int>(id);
-  if (index >= zn::korvo_sdk::DIAGNOSTIC_COUNT) return "%s";
-  return zn::korvo_sdk::rowOf(static_cast<zn::korvo_sdk::DiagnosticId>(index)).format;
-}
-
-// The literal text at the beginning of a format.
-std::string_view literalOf(std::string_view format) {
-  return format.substr(0, format.find('%'));
-}
-
-// What follows the conversion that the format begins with.
-std::string_view behindConversion(std::string_view format) {
-  return format.substr(format.find_first_not_of("%l") + 1);
-}
-
-// The length of what a conversion printed at the beginning of `message`, if `format` follows it.
-std::size_t quotedBytes(std::string_view message, std::string_view format) {
-  const std::string_view literal = literalOf(format);
-  if (format.empty()) return message.size();
-  if (literal.empty()) return 0;  // another conversion follows, which takes all
-  if (literal.size() != format.size()) return std::min(message.find(literal), message.size());
-  return message.size() - (message.ends_with(literal) ? literal.size() : 0);
+// The message that the format makes of the arguments, each shortened. A conversion is "%" and a
+// letter, with "ll" between them or not.
+std::string formatted(std::string_view format, const std::vector<std::string>& arguments) {
+  std::string result;
+  for (const std::string& argument : arguments) {
+    const std::size_t conversion = format.find('%');
+    result += format.substr(0, conversion);
+    result += shortened(argument);
+    format.remove_prefix(format.find_first_not_of('l', conversion + 1) + 1);
+  }
+  return result += format;
 }
 
 }  // namespace
@@ -59,23 +46,14 @@ std::string shortened(std::string_view text) {
   return result += text.substr(tail);
 }
 
-// A part that contains the words behind it is cut there, into two parts.
-std::string withShortQuotes(vsa::DiagnosticId id, std::string_view message) {
-  if (message.size() <= MAX_QUOTED_BYTES) return std::string(message);
-  std::string result;
-  std::string_view format = formatOf(id);
-  while (message.starts_with(literalOf(format))) {
-    const std::size_t literal = literalOf(format).size();
-    result += message.substr(0, literal);
-    message.remove_prefix(literal);
-    format.remove_prefix(literal);
-    if (format.empty()) break;
-    format = behindConversion(format);
-    const std::size_t quoted = quotedBytes(message, format);
-    result += shortened(message.substr(0, quoted));
-    message.remove_prefix(quoted);
-  }
-  return result + shortened(message);
+std::string withShortQuotes(const vsa::Diagnostic& diagnostic) {
+  if (diagnostic.message.size() <= MAX_QUOTED_BYTES) return diagnostic.message;
+  const auto index = static_cast<int>(diagnostic.id);
+  if (index >= zn::korvo_sdk::DIAGNOSTIC_COUNT) return shortened(diagnostic.message);
+  const zn::korvo_sdk::DiagnosticRow& row = zn::korvo_sdk::DIAGNOSTIC_ROWS[index];
+  const auto count = static_cast<std::size_t>(zn::korvo_sdk::argumentCount(row.arguments));
+  if (diagnostic.arguments.size() != count) return shortened(diagnostic.message);
+  return formatted(row.format, diagnostic.arguments);
 }
 
 }  // namespace vsa_tools

@@ -17,8 +17,8 @@ inline constexpr std::size_t MAX_QUOTED_BYTES = 200;
 /// "aaaa[... 1840 bytes ...]aaaa". Characters of UTF-8 stay whole.
 std::string shortened(std::string_view text);
 
-/// The message with each part that is quoted from the text shortened. The other words of the
-/// message are found by the format of the diagnostic.
-std::string withShortQuotes(vsa::DiagnosticId id, std::string_view message);
+/// The message with each of its arguments shortened. A message that is not in the table of
+/// diagnostics, or that comes without its arguments, is shortened as a whole.
+std::string withShortQuotes(const vsa::Diagnostic& diagnostic);
 
 }  // namespace vsa_tools
