@@ -16,8 +16,12 @@ using namespace vsa_tests;
 void accept(const fs::path& text) {
   fs::path expectation = text;
   expectation.replace_extension(".expect");
-  const std::string outcome = outcomeOf(contentOf(text), Source::String);
-  if (fs::exists(expectation) && comparable(contentOf(expectation)) == comparable(outcome)) return;
+  const std::string content = contentOf(text);
+  const std::string outcome = outcomeOf(content, Source::String);
+  const LinkWarnings links = linkWarningsOf(content);
+  const bool isSame = fs::exists(expectation) &&
+                      comparable(contentOf(expectation), links) == comparable(outcome, links);
+  if (isSame) return;
   std::ofstream(expectation, std::ios::binary) << outcome;
   std::printf("%s\n", expectation.c_str());
 }

@@ -37,11 +37,12 @@ class CaseTest : public testing::TestWithParam<Case> {};
 
 TEST_P(CaseTest, OutcomeIsAsExpected) {
   const std::string text = contentOf(GetParam().text);
-  const std::string fromString = comparable(outcomeOf(text, Source::String));
-  EXPECT_EQ(comparable(contentOf(GetParam().expectation)), fromString);
-  EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::File)))
+  const LinkWarnings links = linkWarningsOf(text);
+  const std::string fromString = comparable(outcomeOf(text, Source::String), links);
+  EXPECT_EQ(comparable(contentOf(GetParam().expectation), links), fromString);
+  EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::File), links))
       << "a File differs from a String";
-  EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::ByteByByte)))
+  EXPECT_EQ(fromString, comparable(outcomeOf(text, Source::ByteByByte), links))
       << "single bytes differ from a String";
 }
 

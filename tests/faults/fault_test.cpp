@@ -246,7 +246,7 @@ std::string outcomeIn(Scene& scene, const Read& read) {
   const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead([&] { return read(&scene); });
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase(outcome, scene, out);
-  return comparable(out.text());
+  return comparable(out.text(), linkWarningsOf(outcome.diagnostics));
 }
 
 std::string outcomeOfString(std::string_view text) {

@@ -23,19 +23,10 @@ bool readFrom(Source source, std::string_view text, zn::korvo_sdk::Scene& scene)
   return parseVsa(&scene, memoryFile(std::string(text), bytesPerRead), true);
 }
 
-/// The text before the first argument in an expected line for a warning of this row.
-std::string startOfWarning(const zn::korvo_sdk::DiagnosticRow& row) {
-  const std::string_view format = row.format;
-  return "  warning " + std::string(format.substr(0, format.find('%')));
-}
-
-/// Whether a line of an expectation is a warning of the link resolution.
-bool isResolutionWarning(std::string_view line) {
+bool isLinkWarning(const zn::korvo_sdk::Diagnostic& record) {
   using enum zn::korvo_sdk::DiagnosticId;
   constexpr std::array IDS = {InvalidOutput, NoNodeToConnect, NoOutputToConnect, NoNodeToAssign};
-  return std::any_of(IDS.begin(), IDS.end(), [&](auto id) {
-    return line.starts_with(startOfWarning(zn::korvo_sdk::rowOf(id)));
-  });
+  return std::find(IDS.begin(), IDS.end(), record.id) != IDS.end();
 }
 
 std::vector<std::string> linesOf(const std::string& text) {
@@ -94,12 +85,36 @@ std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
   return ids;
 }
 
-std::string comparable(const std::string& expectation) {
+// The lines of an expectation whose log has these records only. All lines of the log are indented.
+LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records) {
+  vsa_tools::ReadOutcome outcome;
+  for (const auto& record : records) {
+    if (!isLinkWarning(record)) continue;
+    outcome.log.push_back({zn::LogLevel::Warning, std::string(record.logLine().view())});
+  }
+  vsa_tools::TextOutput out;
+  vsa_tools::dumpCase(outcome, zn::korvo_sdk::Scene(), out);
+  LinkWarnings warnings;
+  for (const std::string& line : linesOf(out.text())) {
+    if (line.starts_with(' ')) warnings.insert(line);
+  }
+  return warnings;
+}
+
+LinkWarnings linkWarningsOf(std::string_view text) {
+  declareLamp();
+  zn::korvo_sdk::Scene scene;
+  return linkWarningsOf(
+      vsa_tools::captureRead([&] { return readFrom(Source::String, text, scene); }).diagnostics);
+}
+
+std::string comparable(const std::string& expectation, const LinkWarnings& linkWarnings) {
+  const auto isLinkWarning = [&](const std::string& line) { return linkWarnings.contains(line); };
   std::vector<std::string> lines = linesOf(expectation);
   auto run = lines.begin();
   while (run != lines.end()) {
-    run = std::find_if(run, lines.end(), isResolutionWarning);
-    const auto end = std::find_if_not(run, lines.end(), isResolutionWarning);
+    run = std::find_if(run, lines.end(), isLinkWarning);
+    const auto end = std::find_if_not(run, lines.end(), isLinkWarning);
     std::sort(run, end);
     run = end;
   }

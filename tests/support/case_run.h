@@ -52,8 +52,15 @@ std::string outcomeOf(std::string_view text, Source source);
 /// The messages that reading `text` raises, including those about an unterminated string or list.
 std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text);
 
-/// An expectation in the form in which outcomes are compared: consecutive warnings of the link
-/// resolution are sorted, because their order depends on addresses.
-std::string comparable(const std::string& expectation);
+/// The lines that an expectation has for warnings of the link resolution.
+using LinkWarnings = std::set<std::string>;
+
+/// Those of some records, and those that reading `text` logs.
+LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records);
+LinkWarnings linkWarningsOf(std::string_view text);
+
+/// An expectation in the form in which outcomes are compared: consecutive lines of `linkWarnings`
+/// are sorted, because their order depends on addresses.
+std::string comparable(const std::string& expectation, const LinkWarnings& linkWarnings);
 
 }  // namespace vsa_tests

@@ -68,7 +68,9 @@ TEST_F(ReadCases, AreTheSameFromText) {
     const std::string text = contentOf(one.text);
     std::vector<vsa::Diagnostic> log;
     const vsa::ReadResult result = vsa::readText(text, plainOptions(log));
-    EXPECT_EQ(comparable(outcomeText(result, log)), comparable(plainOutcome(text))) << one.name;
+    const LinkWarnings links = linkWarningsOf(text);
+    EXPECT_EQ(comparable(outcomeText(result, log), links), comparable(plainOutcome(text), links))
+        << one.name;
     expectPositionsOf(result, text);
   }
 }
@@ -79,7 +81,9 @@ TEST_F(ReadCases, AreTheSameFromAFile) {
     const std::size_t mark = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
     std::vector<vsa::Diagnostic> log;
     const vsa::ReadResult result = vsa::readFile(one.text, plainOptions(log));
-    EXPECT_EQ(comparable(outcomeText(result, log)), comparable(plainOutcome(text.substr(mark))))
+    const LinkWarnings links = linkWarningsOf(text.substr(mark));
+    EXPECT_EQ(comparable(outcomeText(result, log), links),
+              comparable(plainOutcome(text.substr(mark)), links))
         << one.name;
     expectPositionsOf(result, text.substr(mark));
   }
@@ -88,12 +92,13 @@ TEST_F(ReadCases, AreTheSameFromAFile) {
 TEST_F(ReadCases, AreTheSameFromSourcesOfAnyBlockSize) {
   for (const Case& one : cases.cases) {
     const std::string text = contentOf(one.text);
-    const std::string expected = comparable(plainOutcome(text));
+    const LinkWarnings links = linkWarningsOf(text);
+    const std::string expected = comparable(plainOutcome(text), links);
     for (const std::size_t bytesPerRead : {0, 1, 7}) {
       TestSource source(text, bytesPerRead);
       std::vector<vsa::Diagnostic> log;
       const vsa::ReadResult result = vsa::readSource(source, plainOptions(log));
-      EXPECT_EQ(comparable(outcomeText(result, log)), expected) << one.name;
+      EXPECT_EQ(comparable(outcomeText(result, log), links), expected) << one.name;
       expectPositionsOf(result, text);
     }
   }
