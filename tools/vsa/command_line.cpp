@@ -1,0 +1,132 @@
+#include "tools/vsa/command_line.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <sstream>
+
+#include "tools/vsa/common/did_you_mean.h"
+
+namespace vsa_tools {
+
+namespace {
+
+// The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list
+// and "++" as the end of a command, so they become "./[x]" and "./++", which name the same files.
+std::vector<std::string> wordsForParser(std::vector<std::string> words) {
+  for (std::string& word : words) {
+    if (word.starts_with('[') || word == "++") word.insert(0, "./");
+  }
+  std::reverse(words.begin(), words.end());
+  return words;
+}
+
+// "vsa help" is "vsa --help", and "vsa help check" is "vsa check --help". The words are reversed.
+// Of "vsa help" with another word, that word remains, to be reported as unknown.
+void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
+  if (words.empty() || words.back() != "help") return;
+  words.pop_back();
+  const std::vector<const CLI::App*> commands = app.get_subcommands({});
+  const bool isKnown =
+      words.empty() || std::any_of(commands.begin(), commands.end(), [&](const CLI::App* command) {
+        return command->get_name() == words.back();
+      });
+  if (isKnown) words.insert(words.begin(), "--help");
+}
+
+// The names that could stand in place of an unknown argument: the options of the command that was
+// chosen if it begins with "-", and else the commands.
+std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
+  const std::vector<CLI::App*> chosen = app.get_subcommands();
+  std::vector<std::string> names;
+  if (isOption) {
+    for (const CLI::Option* option : (chosen.empty() ? &app : chosen.front())->get_options()) {
+      for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    }
+  } else if (chosen.empty()) {
+    for (const CLI::App* command : app.get_subcommands({})) names.push_back(command->get_name());
+    names.emplace_back("help");
+  }
+  return names;
+}
+
+// The error message for a wrong command line. An unknown argument is reported before a missing one,
+// because it is usually the cause.
+std::string errorMessage(const CLI::App& app, const CLI::ParseError& error) {
+  const std::vector<std::string> unknown = app.remaining(true);
+  if (unknown.empty()) return error.what();
+  const std::string& first = unknown.front();
+  return CLI::ExtrasError(unknown).what() +
+         didYouMean(first.substr(0, first.find('=')), knownNames(app, first.starts_with('-')));
+}
+
+// The help or the version.
+std::string helpText(const CLI::App& app, const CLI::ParseError& request) {
+  std::ostringstream text;
+  app.exit(request, text, text);
+  return text.str();
+}
+
+}  // namespace
+
+struct CommandLine::Parser {
+  CLI::App app{"Reads scenes in the VSA text format.", "vsa"};
+};
+
+CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands, const std::string& version)
+    : commands_(std::move(commands)), parser_(std::make_unique<Parser>()) {
+  CLI::App& app = parser_->app;
+  app.require_subcommand(0, 1);  // 0, so that the error message names an unknown word
+  app.set_version_flag("-V,--version", version, "Print the version and exit");
+  app.footer(
+      "Exit status:\n"
+      "  0  every file was read completely\n"
+      "  1  a file was not read completely, check found an error, or a text cannot carry a "
+      "scene\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written\n"
+      "  130  interrupted by Ctrl-C");
+  for (const auto& command : commands_) {
+    CommandOptions options(*app.add_subcommand(command->name(), command->purpose()));
+    command->addTo(options);
+  }
+}
+
+CommandLine::~CommandLine() = default;
+
+Request CommandLine::parse(std::vector<std::string> arguments) {
+  CLI::App& app = parser_->app;
+  Request request;
+  try {
+    std::vector<std::string> words = wordsForParser(std::move(arguments));
+    replaceHelpCommand(app, words);
+    app.parse(words);
+    request.command = chosen();
+    if (request.command == nullptr) request.error = "a command is needed: " + names();
+  } catch (const CLI::ParseError& error) {
+    if (error.get_exit_code() == 0) {
+      request.help = helpText(app, error);
+    } else {
+      request.error = errorMessage(app, error);
+    }
+  }
+  return request;
+}
+
+// The command that the arguments name; null if they name none.
+Command* CommandLine::chosen() const {
+  for (const auto& command : commands_) {
+    if (parser_->app.got_subcommand(command->name())) return command.get();
+  }
+  return nullptr;
+}
+
+// The names of the commands: "check, dump or convert".
+std::string CommandLine::names() const {
+  std::string text;
+  for (std::size_t i = 0; i < commands_.size(); ++i) {
+    if (i > 0) text += i + 1 < commands_.size() ? ", " : " or ";
+    text += commands_[i]->name();
+  }
+  return text;
+}
+
+}  // namespace vsa_tools
