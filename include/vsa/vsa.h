@@ -22,6 +22,7 @@
 #include <vsa/edit_status.h>
 #include <vsa/file_replacement.h>
 #include <vsa/host_scene.h>
+#include <vsa/outline.h>
 #include <vsa/read.h>
 #include <vsa/scene.h>
 #include <vsa/syntax.h>

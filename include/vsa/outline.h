@@ -1,0 +1,72 @@
+// The statements of a text in outline: of each the kind and the parts as they are written, without
+// a list of tokens and without line numbers. For programs that look at every statement of many
+// texts, such as checkers. <vsa/syntax.h> has all tokens with their positions.
+//
+//   vsa::OutlineReader statements("sphere ball: .radius = 1.0;");
+//   vsa::StatementOutline statement;
+//   while (statements.next(statement)) use(statement.kind, statement.path, statement.value);
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include <vsa/foundation/api.h>
+#include <vsa/syntax.h>
+
+namespace vsa {
+
+/// A statement of a text in memory. Its views refer to the text, so the difference of two pointers
+/// is a number of bytes. A part that the statement does not have is empty.
+struct StatementOutline {
+  /// As StatementReader determines it.
+  StatementKind kind = StatementKind::Malformed;
+  /// From the first token up to and with the last one: the semicolon, the colon or the comment.
+  std::string_view text;
+  /// Declaration, Block, Remove and Define: the word before the name.
+  std::string_view type;
+  /// The node that one of these names, or that a path begins with. Empty if the path begins with a
+  /// period.
+  std::string_view node;
+  /// Assignment and Connection: the inputs of the path as they are written, such as
+  /// "keys[0].time". White space may stand between the tokens.
+  std::string_view path;
+  /// Whether `path` is the name of one input, without members and indices.
+  bool isPlainPath = false;
+  /// The kind of the first token of the value; EndOfText if there is no value.
+  SyntaxKind valueKind = SyntaxKind::EndOfText;
+  /// Assignment and Connection: all tokens between "=" and the semicolon.
+  std::string_view value;
+  /// The first token of the value: of a tuple or buffer its keyword, of a connection the node.
+  std::string_view word;
+  /// Of a buffer: the count with its brackets.
+  std::string_view brackets;
+  /// Of a tuple or buffer: the list with its brackets.
+  std::string_view list;
+  /// The number of elements of a list of at most 256 bytes that has only numbers with one blank
+  /// between each; 0 for any other list.
+  std::size_t plainElements = 0;
+
+  bool hasPath() const noexcept { return !path.empty(); }
+};
+
+/// Reads a text in memory statement by statement, the same statements as StatementReader. Allocates
+/// no memory. The statements of 200 scenes of 7 KB take 15 million instructions, those of
+/// StatementReader 39 million.
+class VSA_API OutlineReader {
+ public:
+  /// The text must stay as it is.
+  explicit OutlineReader(std::string_view text) noexcept;
+
+  /// Stores the next statement. False at the end of the text, or at a byte 0xFF, which ends it.
+  bool next(StatementOutline& out) noexcept;
+
+ private:
+  VSA_LOCAL void nextByTokens(StatementOutline& out) noexcept;
+  VSA_LOCAL void skipMalformed() noexcept;
+
+  const char* at_;
+  const char* end_;
+  bool isInside_ = false;  // the last statement was a part of a long one, and more of it follows
+};
+
+}  // namespace vsa

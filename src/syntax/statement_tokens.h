@@ -1,0 +1,62 @@
+// The tokens of one statement of a text in memory, without positions. Internal.
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+#include <vsa/syntax.h>
+#include "vsa/lex/token_scan.h"
+
+namespace vsa::impl {
+
+inline std::string_view between(const char* begin, const char* end) {
+  return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+/// The kind of a word: True, False, Null or Word.
+SyntaxKind kindOfLiteral(std::string_view word) noexcept;
+inline SyntaxKind kindOfWord(std::string_view word) noexcept {
+  return word.size() == 4 || word.size() == 5 ? kindOfLiteral(word) : SyntaxKind::Word;
+}
+
+/// A list of numbers with one blank between each.
+struct PlainList {
+  const char* end = nullptr;  // null for another list
+  std::size_t elements = 0;
+};
+
+/// The list that begins at `at`, of at most 256 bytes: most lists of a scene are short ones.
+PlainList plainList(const char* at, const char* end, char close) noexcept;
+
+/// The tokens of one statement. `kind` and `text()` are those of the token that was read last.
+class StatementTokens {
+ public:
+  StatementTokens(const char* at, const char* end) noexcept : begin_(at), at_(at), end_(end) {}
+
+  /// Reads the next token.
+  void advance() noexcept;
+
+  bool is(char c) const noexcept { return kind == SyntaxKind::Punctuation && *begin_ == c; }
+  bool isEnd() const noexcept { return kind == SyntaxKind::EndOfText || is(';') || is(':'); }
+  std::string_view text() const noexcept { return between(begin_, at_); }
+  const char* begin() const noexcept { return begin_; }
+  const char* at() const noexcept { return at_; }
+  /// Whether the statement has as many tokens as one part may have.
+  bool isFull() const noexcept { return count_ >= MAX_TOKENS; }
+
+  SyntaxKind kind = SyntaxKind::EndOfText;
+  std::size_t plainElements = 0;
+
+ private:
+  // As in StatementReader: a longer statement is delivered in parts.
+  static constexpr std::size_t MAX_TOKENS = 65536;
+
+  void advanceOther(zn::korvo_sdk::impl::Token::Type first) noexcept;
+
+  const char* begin_;
+  const char* at_;
+  const char* end_;
+  std::size_t count_ = 0;
+};
+
+}  // namespace vsa::impl
