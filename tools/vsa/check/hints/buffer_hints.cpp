@@ -33,9 +33,7 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   Literal literal;
   const std::uint64_t wordEnd = text.endBefore(open);
   const std::size_t word = all.substr(0, wordEnd).find_last_of(" \t\r\n=") + 1;
-  vsa::SyntaxToken keyword;
-  keyword.text = all.substr(word, wordEnd - word);
-  literal.type = elementTypeOf(keyword);
+  literal.type = elementTypeOf(all.substr(word, wordEnd - word));
   literal.countBegin = open;
   literal.countEnd = close + 1;
   vsa::ListReader reader(all.substr(list, all.substr(0, end).rfind('}') + 1 - list));

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <utility>
 
+#include "tools/vsa/check/rules/text/path_steps.h"
 #include "tools/vsa/check/rules/text/resolved_paths.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
 
@@ -33,22 +34,20 @@ void HintText::collect() {
   if (std::exchange(isCollected_, true)) return;
   TextWalk walk(text());
   ResolvedPaths paths;
-  while (const std::optional<StatementView> view = walk.next()) {
-    if (view->kind() == vsa::StatementKind::Comment) continue;
-    if (!view->hasPath()) {
-      nodes_.try_emplace(view->node, view->token(1).range);
+  for (StatementView view; walk.next(view);) {
+    if (view.kind() == vsa::StatementKind::Comment) continue;
+    if (!view.hasPath()) {
+      nodes_.insert(view.node);
       continue;
     }
-    for (std::size_t i = view->firstInput; i < view->pathEnd; ++i) {
-      const vsa::SyntaxToken& token = view->token(i);
-      if (token.kind == vsa::SyntaxKind::Word) inputs_.try_emplace(token.text, token.range);
+    const vsa::StatementOutline& statement = view.statement;
+    PathSteps steps(statement.path);
+    for (std::string_view step; steps.next(step);) {
+      if (!isIndex(step)) inputs_.insert(step);
     }
-    const std::size_t last = view->statement.tokens.size() - 2;
-    const vsa::TextRange range{view->value().range.begin, view->token(last).range.end};
-    if (view->isLink()) outputs_.try_emplace(view->token(last).text, view->token(last).range);
-    assignments_.try_emplace(
-        paths.keyOf(*view),
-        FirstAssignment{range, bytesOf(range), view->value().kind, view->isLink()});
+    if (view.isLink()) outputs_.insert(lastName(statement.value));
+    assignments_.try_emplace(paths.keyOf(view),
+                             FirstAssignment{statement.value, statement.valueKind, view.isLink()});
   }
 }
 
@@ -56,7 +55,7 @@ std::optional<Suggestion> HintText::nearest(const Names& names, std::string_view
   if (names.size() > comparisonsLeft_) return std::nullopt;
   comparisonsLeft_ -= names.size();
   NearestName nearest(written);
-  for (const auto& [name, range] : names) nearest.consider(name);
+  for (const std::string_view name : names) nearest.consider(name);
   return nearest.found();
 }
 
@@ -78,7 +77,7 @@ std::optional<Suggestion> HintText::nearestOutput(std::string_view written) {
 std::optional<vsa::TextRange> HintText::declarationOf(std::string_view node) {
   collect();
   const auto found = nodes_.find(node);
-  return found == nodes_.end() ? std::nullopt : std::optional(found->second);
+  return found == nodes_.end() ? std::nullopt : std::optional(rangeOf(*found));
 }
 
 const FirstAssignment* HintText::firstAssignment(const std::string& path) {

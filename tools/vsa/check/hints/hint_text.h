@@ -2,8 +2,8 @@
 #pragma once
 
 #include <cstdint>
-#include <map>
 #include <optional>
+#include <set>
 #include <span>
 #include <string>
 #include <string_view>
@@ -15,13 +15,13 @@
 #include "tools/vsa/check/finding.h"
 #include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/text/path_key.h"
+#include "tools/vsa/check/text/text_places.h"
 
 namespace vsa_tools {
 
 /// The statement that made an input.
 struct FirstAssignment {
-  vsa::TextRange range;                               ///< Of its value.
-  std::string_view value;                             ///< As it is written.
+  std::string_view value;                             ///< As it is written; a part of the text.
   vsa::SyntaxKind kind = vsa::SyntaxKind::EndOfText;  ///< Of the value's first token.
   bool isConnection = false;
 };
@@ -30,11 +30,13 @@ struct FirstAssignment {
 class HintText {
  public:
   HintText(std::string_view text, std::span<const vsa::TypeDescription> types)
-      : text_(text), types_(types) {}
+      : text_(text), places_(text), types_(types) {}
 
   std::string_view text() const { return text_; }
   std::span<const vsa::TypeDescription> types() const { return types_; }
   std::string_view bytesOf(const vsa::TextRange& range) const;
+  /// The range of a part of the text, given as a view of it.
+  vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
   /// The offset of the last byte before `offset` that is no white space, plus 1.
   std::uint64_t endBefore(std::uint64_t offset) const;
   /// The offset of the first byte from `offset` on that is no white space.
@@ -52,12 +54,13 @@ class HintText {
   const FirstAssignment* firstAssignment(const std::string& path);
 
  private:
-  using Names = std::map<std::string_view, vsa::TextRange>;
+  using Names = std::set<std::string_view>;  // where they are written first
 
   void collect();
   std::optional<Suggestion> nearest(const Names& names, std::string_view written);
 
   std::string_view text_;
+  TextPlaces places_;
   std::span<const vsa::TypeDescription> types_;
   bool isCollected_ = false;
   Names nodes_, inputs_, outputs_;

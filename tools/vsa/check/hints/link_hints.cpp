@@ -56,8 +56,8 @@ void hintForPipe(HintText& text, const vsa::TextRange& range, Finding& finding) 
 void hintForTypedInput(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   finding.hint = "an input refers to a node if its first value does";
   const FirstAssignment* const first = text.firstAssignment(diagnostic.inputPath);
-  if (first != nullptr && first->range.begin.offset < diagnostic.range.begin.offset) {
-    finding.notes.push_back({first->range, "the input got its type here"});
+  if (first != nullptr && text.rangeOf(first->value).begin.offset < diagnostic.range.begin.offset) {
+    finding.notes.push_back({text.rangeOf(first->value), "the input got its type here"});
   }
 }
 

@@ -67,15 +67,15 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
 }
 
 // A first value without a point makes an integer input.
-void hintForNarrowing(const vsa::Diagnostic& diagnostic, const FirstAssignment* first,
-                      Finding& finding) {
+void hintForNarrowing(HintText& text, const vsa::Diagnostic& diagnostic,
+                      const FirstAssignment* first, Finding& finding) {
   const bool isRounded = diagnostic.argument("found") == "Real";
   const bool isInteger = first != nullptr && first->kind == vsa::SyntaxKind::Integer &&
                          first->value.find_first_of("eEuU") == std::string_view::npos;
   if (isRounded && isInteger) {
     finding.hint = "write the first value as `" + std::string(first->value) +
                    ".0`, which makes the input a Real";
-    insertAt(finding, first->range.end.offset, ".0");
+    insertAt(finding, text.rangeOf(first->value).end.offset, ".0");
   } else if (expects(diagnostic, "Bool")) {
     finding.hint = "write `true` or `false`";
   } else {
@@ -114,17 +114,18 @@ void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
   std::string path = diagnostic.inputPath;
   if (isElement && path.ends_with(']')) path.replace(path.rfind('['), path.npos, "[0]");
   const FirstAssignment* first = text.firstAssignment(path);
-  if (first != nullptr && first->range.begin.offset >= diagnostic.range.begin.offset) {
+  if (first != nullptr &&
+      text.rangeOf(first->value).begin.offset >= diagnostic.range.begin.offset) {
     first = nullptr;
   }
   if (first != nullptr && diagnostic.id != DiagnosticId::BadEnumValue) {
-    finding.notes.push_back({first->range, "the input got its type here"});
+    finding.notes.push_back({text.rangeOf(first->value), "the input got its type here"});
   }
   switch (diagnostic.id) {
     case DiagnosticId::WrongType:
       return hintForWrongType(text, diagnostic, first, finding);
     case DiagnosticId::Narrowing:
-      return hintForNarrowing(diagnostic, first, finding);
+      return hintForNarrowing(text, diagnostic, first, finding);
     case DiagnosticId::BadEnumValue:
       return hintForEnumValue(text, diagnostic.range, finding);
     default:

@@ -3,27 +3,35 @@
 #include <utf8.h>
 #include <algorithm>
 
-#include "tools/vsa/check/rules/text_places.h"
-
 namespace vsa_tools {
 
 namespace {
 
-// Whether a text has only ASCII characters and ends lines with a line feed, as most texts do. The
-// compiler vectorises the loop: 7 KB take 3,000 instructions, the searches below 180,000.
-bool isPlain(std::string_view text) {
+constexpr std::size_t BLOCK_BYTES = 64;
+
+unsigned char othersIn(const char* bytes, std::size_t count) {
   unsigned char others = 0;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
+  for (std::size_t i = 0; i < count; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes[i]);
     others |= static_cast<unsigned char>((byte & 0x80) | (byte == '\0') | (byte == '\r'));
   }
-  return others == 0;
+  return others;
+}
+
+// Whether a text has only ASCII characters and ends lines with a line feed, as most texts do. With
+// -O2, the compiler vectorises only a loop of a constant number of steps: 7 KB take 6,000
+// instructions, without blocks 80,000.
+bool isPlain(std::string_view text) {
+  unsigned char others = 0;
+  for (; text.size() >= BLOCK_BYTES; text.remove_prefix(BLOCK_BYTES)) {
+    others |= othersIn(text.data(), BLOCK_BYTES);
+  }
+  return (others | othersIn(text.data(), text.size())) == 0;
 }
 
 class ByteRules {
  public:
-  ByteRules(std::string_view text, RuleFindings& found)
-      : text_(text), places_(text), found_(found) {}
+  ByteRules(std::string_view text, RuleFindings& found) : text_(text), found_(found) {}
 
   void find() {
     findEmptyFile();
@@ -36,7 +44,7 @@ class ByteRules {
  private:
   Finding* add(RuleId rule, std::size_t at, std::size_t count, const char* message) {
     if (!found_.isEnabled(rule)) return nullptr;
-    return &found_.add(rule, places_.rangeOf(at, std::min(at + count, text_.size())), message);
+    return &found_.add(rule, found_.rangeOf(text_.substr(at, count)), message);
   }
 
   // A byte up to the blank, and the byte 0x7F, is skipped like white space.
@@ -91,7 +99,6 @@ class ByteRules {
   }
 
   std::string_view text_;
-  TextPlaces places_;
   RuleFindings& found_;
 };
 

@@ -3,20 +3,26 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "tools/vsa/check/finding.h"
 #include "tools/vsa/check/rules/rule.h"
 #include "tools/vsa/check/rules/rule_table.h"
+#include "tools/vsa/check/text/text_places.h"
 
 namespace vsa_tools {
 
 class RuleFindings {
  public:
-  RuleFindings(const RuleSet& rules, const FindingConsumer& consumer)
-      : rules_(rules), consumer_(consumer) {}
+  /// `text` is the text that the findings are in.
+  RuleFindings(const RuleSet& rules, std::string_view text, const FindingConsumer& consumer)
+      : rules_(rules), places_(text), consumer_(consumer) {}
 
   bool isEnabled(RuleId rule) const { return rules_.has(static_cast<std::size_t>(rule)); }
   bool isAnyEnabled(std::initializer_list<RuleId> rules) const;
+
+  /// The range of a part of the text, given as a view of it.
+  vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
 
   /// Begins a finding of a rule that is enabled, and returns it to be completed. It is delivered
   /// when the next one is added.
@@ -26,6 +32,7 @@ class RuleFindings {
 
  private:
   const RuleSet& rules_;
+  TextPlaces places_;
   const FindingConsumer& consumer_;
   std::optional<Finding> last_;
 };

@@ -30,14 +30,13 @@ RuleSet::RuleSet(const std::function<bool(const Rule&)>& isEnabled) {
 }
 
 void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
-  RuleFindings found(rules, consumer);
+  RuleFindings found(rules, input.text, consumer);
   if (input.isTextKept) {
     findByteProblems(input, found);
     findTextProblems(input, found);
   }
   SceneFindings ofScene(input, found);
   findInputProblems(ofScene);
-  findIndexProblems(ofScene);
   findNameProblems(ofScene);
   findTypeProblems(ofScene);
   ofScene.finish();

@@ -1,6 +1,7 @@
 // KeySet: a set of path keys, in one block of memory.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -12,6 +13,9 @@ namespace vsa_tools {
 /// std::unordered_set, which allocates each key.
 class KeySet {
  public:
+  /// `slots`, a power of 2, is the size at first, for half as many keys.
+  explicit KeySet(std::size_t slots = FIRST_SLOTS) : firstSlots_(slots) {}
+
   /// Returns whether the key was not there.
   bool insert(PathKey key) {
     key = stored(key);
@@ -23,10 +27,14 @@ class KeySet {
     return true;
   }
   bool contains(PathKey key) { return !slots_.empty() && slotOf(stored(key)) != EMPTY; }
+  bool hasAnyOf(KeySet& other) {
+    return std::any_of(slots_.begin(), slots_.end(),
+                       [&](PathKey key) { return key != EMPTY && other.contains(key); });
+  }
 
  private:
   static constexpr PathKey EMPTY = 0;
-  static constexpr std::size_t FIRST_SLOTS = 256;
+  static constexpr std::size_t FIRST_SLOTS = 1024;
 
   static PathKey stored(PathKey key) { return key == EMPTY ? ~EMPTY : key; }
 
@@ -37,13 +45,14 @@ class KeySet {
   }
 
   void grow() {
-    std::vector<PathKey> old(slots_.empty() ? FIRST_SLOTS : slots_.size() * 2, EMPTY);
+    std::vector<PathKey> old(slots_.empty() ? firstSlots_ : slots_.size() * 2, EMPTY);
     old.swap(slots_);
     for (const PathKey key : old) {
       if (key != EMPTY) slotOf(key) = key;
     }
   }
 
+  std::size_t firstSlots_;
   std::vector<PathKey> slots_;
   std::size_t count_ = 0;
 };

@@ -1,7 +1,9 @@
 // Rules about index buffers that point beyond the points of their node.
 #include <algorithm>
+#include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "tools/vsa/check/rules/scene/scene_rules.h"
 
@@ -77,11 +79,29 @@ void checkNode(const NodeView& node, SceneFindings& found) {
   }
 }
 
+// Looks at the nodes that have a buffer.
+class IndexRules final : public InputRule {
+ public:
+  explicit IndexRules(SceneFindings& found) : found_(found) {}
+
+  void visit(const NodeView& node, const InputView&) override {
+    if (nodes_.empty() || nodes_.back() != node) nodes_.push_back(node);
+  }
+
+  void finish() override {
+    for (const NodeView& node : nodes_) checkNode(node, found_);
+  }
+
+ private:
+  SceneFindings& found_;
+  std::vector<NodeView> nodes_;
+};
+
 }  // namespace
 
-void findIndexProblems(SceneFindings& found) {
-  if (!found.isEnabled(RuleId::IndexBeyondPoints)) return;
-  for (const NodeView node : found.input().scene.nodes()) checkNode(node, found);
+InputRulePointer indexRules(SceneFindings& found) {
+  if (!found.isEnabled(RuleId::IndexBeyondPoints)) return nullptr;
+  return std::make_unique<IndexRules>(found);
 }
 
 }  // namespace vsa_tools

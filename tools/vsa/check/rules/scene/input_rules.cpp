@@ -3,17 +3,45 @@
 
 namespace vsa_tools {
 
+namespace {
+
+using vsa::ValueType;
+
+bool hasRealNumbers(ValueType type) {
+  switch (type) {
+    case ValueType::Null:
+    case ValueType::Bool:
+    case ValueType::Int:
+    case ValueType::UInt:
+    case ValueType::String:
+    case ValueType::Node:
+    case ValueType::Array:
+    case ValueType::Object:
+      return false;
+    default:
+      return true;
+  }
+}
+
+}  // namespace
+
+// A family is shown only the inputs that it can have something to say about: two thirds of the
+// inputs of 200 scenes of 7 KB concern one family, the others none.
 void findInputProblems(SceneFindings& found) {
   const InputRulePointer links = linkRules(found);
   const InputRulePointer numbers = numberRules(found);
+  const InputRulePointer indices = indexRules(found);
   for (const vsa::NodeView node : found.input().scene.nodes()) {
     visitInputs(node, [&](const vsa::InputView& input) {
-      if (links) links->visit(node, input);
-      if (numbers) numbers->visit(node, input);
+      const ValueType type = input.type();
+      if (links && (type == ValueType::Node || input.connection())) links->visit(node, input);
+      if (numbers && hasRealNumbers(type)) numbers->visit(node, input);
+      if (indices && type == ValueType::Buffer) indices->visit(node, input);
     });
   }
-  if (links) links->finish();
-  if (numbers) numbers->finish();
+  for (const InputRulePointer* rules : {&links, &numbers, &indices}) {
+    if (*rules) (*rules)->finish();
+  }
 }
 
 }  // namespace vsa_tools

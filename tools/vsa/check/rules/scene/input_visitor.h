@@ -13,8 +13,12 @@ void visitInputs(const vsa::NodeView& node, const Visit& visit) {
   std::vector<vsa::InputView> waiting;
   const auto visitOne = [&](const vsa::InputView& input) {
     visit(input);
-    for (const vsa::InputView element : input.elements()) waiting.push_back(element);
-    for (const vsa::InputView member : input.members()) waiting.push_back(member);
+    const vsa::ValueType type = input.type();
+    if (type == vsa::ValueType::Array) {
+      for (const vsa::InputView element : input.elements()) waiting.push_back(element);
+    } else if (type == vsa::ValueType::Object) {
+      for (const vsa::InputView member : input.members()) waiting.push_back(member);
+    }
   };
   for (const vsa::InputView input : node.inputs()) visitOne(input);
   while (!waiting.empty()) {

@@ -14,10 +14,8 @@ using Place = SceneFinding::Place;
 
 /// The places of one input or node.
 struct Places {
-  std::optional<vsa::TextRange>& operator[](Place place) {
-    return ranges[static_cast<std::size_t>(place)];
-  }
-  std::optional<vsa::TextRange> ranges[4];
+  std::string_view& operator[](Place place) { return parts[static_cast<std::size_t>(place)]; }
+  std::string_view parts[4];  // of the text; empty if it is not there
 };
 
 using PlaceTable = std::unordered_map<PathKey, Places>;
@@ -40,18 +38,16 @@ class PlaceFinder {
   void visitInput(const StatementView& view) {
     const auto found = table_.find(paths_.keyOf(view));
     if (found == table_.end()) return;
-    const std::size_t last = view.statement.tokens.size() - 2;
-    found->second[Place::Value] = {view.value().range.begin, view.token(last).range.end};
-    std::optional<vsa::TextRange>& path = found->second[Place::Path];
-    const vsa::TextPosition begin = view.token(view.firstInput).range.begin;
-    if (!path) path = {begin, view.token(view.pathEnd - 1).range.end};
+    found->second[Place::Value] = view.statement.value;
+    std::string_view& path = found->second[Place::Path];
+    if (path.empty()) path = view.statement.path;
   }
 
   void visitNode(const StatementView& view) {
     const auto found = table_.find(view.nodeKey);
-    if (found == table_.end() || found->second[Place::Node]) return;
-    found->second[Place::Type] = view.token(0).range;
-    found->second[Place::Node] = view.token(1).range;
+    if (found == table_.end() || !found->second[Place::Node].empty()) return;
+    found->second[Place::Type] = view.statement.type;
+    found->second[Place::Node] = view.node;
   }
 
   PlaceTable& table_;
@@ -73,11 +69,13 @@ void SceneFindings::finish() {
   if (input_.isTextKept) {
     PlaceFinder finder(table);
     TextWalk walk(input_.text);
-    while (const std::optional<StatementView> view = walk.next()) finder.visit(*view);
+    for (StatementView view; walk.next(view);) finder.visit(view);
   }
   for (Waiting& finding : waiting_) {
-    found_.add(finding.rule, table[finding.input][finding.place], std::move(finding.message)).hint =
-        std::move(finding.hint);
+    const std::string_view part = table[finding.input][finding.place];
+    const std::optional<vsa::TextRange> range =
+        part.empty() ? std::nullopt : std::optional(found_.rangeOf(part));
+    found_.add(finding.rule, range, std::move(finding.message)).hint = std::move(finding.hint);
   }
 }
 

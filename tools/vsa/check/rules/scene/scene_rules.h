@@ -51,7 +51,7 @@ class SceneFindings {
   std::vector<Waiting> waiting_;
 };
 
-/// A family of rules that sees the inputs of a scene one by one, with elements and members.
+/// A family of rules that sees the inputs of a scene which concern it, with elements and members.
 class InputRule {
  public:
   virtual ~InputRule() = default;
@@ -65,10 +65,10 @@ using InputRulePointer = std::unique_ptr<InputRule>;
 // Null if none of their rules runs.
 InputRulePointer linkRules(SceneFindings& found);
 InputRulePointer numberRules(SceneFindings& found);
+InputRulePointer indexRules(SceneFindings& found);
 /// Runs these families.
 void findInputProblems(SceneFindings& found);
 
-void findIndexProblems(SceneFindings& found);
 void findNameProblems(SceneFindings& found);
 
 }  // namespace vsa_tools

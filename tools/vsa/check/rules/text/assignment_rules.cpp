@@ -25,17 +25,17 @@ class AssignedInputs {
     if (view.kind() == StatementKind::Remove) nodes_.remove(view.nodeKey);
     if (!view.hasPath() || view.node.empty() || isNull(view)) return std::nullopt;
     const PathKey node = nodes_.keyOf(view.nodeKey);
-    if (view.isPlainPath()) return keyOfMember(node, view.token(view.firstInput).text);
-    const std::string_view path = view.inputPath();
+    const std::string_view path = view.statement.path;
     // "[*]" is another element each time.
-    const bool isNewElement = path.find('*') != std::string_view::npos;
+    const bool isNewElement =
+        !view.statement.isPlainPath && path.find('*') != std::string_view::npos;
     return isNewElement ? std::nullopt : std::optional(keyOfMember(node, path));
   }
 
  private:
   // "= null" declares an input for a link that follows, and gives it no value.
   static bool isNull(const StatementView& view) {
-    return view.value().kind == vsa::SyntaxKind::Null && view.valueTokens() == 1;
+    return view.statement.valueKind == vsa::SyntaxKind::Null;
   }
 
   NodeGenerations nodes_;
@@ -44,7 +44,10 @@ class AssignedInputs {
 class AssignmentRules final : public StatementRule {
  public:
   AssignmentRules(const RuleInput& input, RuleFindings& found)
-      : text_(input.text), found_(found), isBothFound_(found.isEnabled(RuleId::SetAndConnected)) {}
+      : StatementRule(NODE | PATH),
+        text_(input.text),
+        found_(found),
+        isBothFound_(found.isEnabled(RuleId::SetAndConnected)) {}
 
   void visit(const StatementView& view) override {
     const std::optional<PathKey> input = inputs_.of(view);
@@ -58,19 +61,19 @@ class AssignmentRules final : public StatementRule {
     if (repeated_.empty()) return;
     TextWalk walk(text_);
     AssignedInputs inputs;
-    while (const std::optional<StatementView> view = walk.next()) {
-      const std::optional<PathKey> input = inputs.of(*view);
+    for (StatementView view; walk.next(view);) {
+      const std::optional<PathKey> input = inputs.of(view);
       if (!input) continue;
       const auto uses = repeated_.find(*input);
-      if (uses != repeated_.end()) check(*view, uses->second);
+      if (uses != repeated_.end()) check(view, uses->second);
     }
   }
 
  private:
   /// The last statements that assign to an input.
   struct Uses {
-    std::optional<vsa::TextRange> value;
-    std::optional<vsa::TextRange> connection;
+    std::optional<std::string_view> value;
+    std::optional<std::string_view> connection;
   };
 
   void check(const StatementView& view, Uses& uses) {
@@ -82,25 +85,26 @@ class AssignmentRules final : public StatementRule {
     } else if (isSet != isConnected) {
       addBoth(view, view.isLink() ? *uses.value : *uses.connection);
     }
-    (view.isLink() ? uses.connection : uses.value) = view.statement.range;
+    (view.isLink() ? uses.connection : uses.value) = view.statement.text;
   }
 
-  void addTwice(const StatementView& view, const vsa::TextRange& before) {
+  void addTwice(const StatementView& view, std::string_view before) {
     if (!found_.isEnabled(RuleId::AssignedTwice)) return;
-    Finding& finding = found_.add(RuleId::AssignedTwice, view.pathRange(),
+    Finding& finding = found_.add(RuleId::AssignedTwice, found_.rangeOf(view.wholePath()),
                                   "the input " + view.shownPath() + " gets " +
                                       (view.isLink() ? "a connection" : "a value") +
                                       " twice; the last one counts");
-    finding.notes.push_back({before, "the first time"});
+    finding.notes.push_back({found_.rangeOf(before), "the first time"});
     finding.hint = "remove one of the two";
   }
 
-  void addBoth(const StatementView& view, const vsa::TextRange& other) {
+  void addBoth(const StatementView& view, std::string_view other) {
     if (!isBothFound_) return;
     Finding& finding =
-        found_.add(RuleId::SetAndConnected, view.pathRange(),
+        found_.add(RuleId::SetAndConnected, found_.rangeOf(view.wholePath()),
                    "the input " + view.shownPath() + " has both a value and a connection");
-    finding.notes.push_back({other, view.isLink() ? "the value" : "the connection"});
+    finding.notes.push_back(
+        {found_.rangeOf(other), view.isLink() ? "the value" : "the connection"});
   }
 
   std::string_view text_;

@@ -15,18 +15,16 @@ namespace vsa_tools {
 namespace {
 
 using vsa::ElementType;
-using vsa::SyntaxKind;
-using vsa::SyntaxToken;
 
 // A buffer that declares this many times the bytes of its literal, and more than a mebibyte.
 constexpr std::uint64_t FAR_LARGER = 1024;
 constexpr std::uint64_t MIN_DECLARED_BYTES = 1 << 20;
-std::optional<std::uint64_t> countIn(const SyntaxToken& brackets) {
+std::optional<std::uint64_t> countIn(std::string_view brackets) {
   std::uint64_t count = 0;
-  const std::size_t digits = brackets.text.find_first_of("0123456789");
+  const std::size_t digits = brackets.find_first_of("0123456789");
   if (digits == std::string_view::npos) return std::nullopt;
-  const char* const end = brackets.text.data() + brackets.text.size();
-  const auto [behind, error] = std::from_chars(brackets.text.data() + digits, end, count);
+  const char* const end = brackets.data() + brackets.size();
+  const auto [behind, error] = std::from_chars(brackets.data() + digits, end, count);
   return error == std::errc() ? std::optional(count) : std::nullopt;
 }
 
@@ -36,28 +34,27 @@ std::string counted(std::uint64_t count, const char* what) {
 
 /// `TYPE[COUNT] {LIST}`.
 struct BufferLiteral {
-  SyntaxToken keyword;
-  SyntaxToken brackets;
-  SyntaxToken list;
+  std::string_view keyword;
+  std::string_view brackets;
+  std::string_view list;
   ElementType type = ElementType::Null;
   std::uint64_t count = 0;
 };
 
 class BufferRules final : public StatementRule {
  public:
-  explicit BufferRules(RuleFindings& found) : found_(found) {}
+  explicit BufferRules(RuleFindings& found) : StatementRule(LIST), found_(found) {}
 
   void visit(const StatementView& view) override {
-    if (!view.isAssignment() || view.valueTokens() != 3) return;
-    const std::size_t first = view.statement.valueIndex;
-    BufferLiteral literal{view.token(first), view.token(first + 1), view.token(first + 2)};
-    if (literal.list.kind != SyntaxKind::Braces) return;
+    const vsa::StatementOutline& statement = view.statement;
+    if (statement.brackets.empty()) return;
+    BufferLiteral literal{statement.word, statement.brackets, statement.list};
     literal.type = elementTypeOf(literal.keyword);
     const std::optional<std::uint64_t> count = countIn(literal.brackets);
     if (literal.type == ElementType::Null || !count || *count == 0) return;
     literal.count = *count;
-    const std::size_t content = literal.list.text.find_first_not_of(" \t\r\n\v\f", 1);
-    const bool hasPeriod = literal.list.text.substr(content).starts_with('.');
+    const std::size_t content = literal.list.find_first_not_of(" \t\r\n\v\f", 1);
+    const bool hasPeriod = literal.list.substr(content).starts_with('.');
     const bool isOfBytes = zn::korvo_sdk::componentBytes(literal.type) == 1;
     if (hasPeriod && isOfBytes) {
       checkCompressed(literal, content);
@@ -74,7 +71,7 @@ class BufferRules final : public StatementRule {
     if (!found_.isEnabled(RuleId::ShortCompressedData) || wanted / elementBytes != literal.count) {
       return;
     }
-    const std::string_view text = literal.list.text;
+    const std::string_view text = literal.list;
     zn::String error;
     const auto [bytes, size] =
         zn::decompress(reinterpret_cast<const unsigned char*>(text.data() + content),
@@ -83,7 +80,7 @@ class BufferRules final : public StatementRule {
     if (bytes == nullptr || size == wanted) return;
     const std::uint64_t whole = size / elementBytes;
     Finding& finding =
-        found_.add(RuleId::ShortCompressedData, literal.brackets.range,
+        found_.add(RuleId::ShortCompressedData, found_.rangeOf(literal.brackets),
                    "the compressed data has " + counted(whole, "element") + ", and " +
                        counted(literal.count, "element") + " are declared; the rest is zero");
     const bool isByteCount = literal.count == size && elementBytes > 1;
@@ -95,24 +92,24 @@ class BufferRules final : public StatementRule {
 
   // A number of many digits behind a period is compressed data for a type that has none.
   void checkDigits(const BufferLiteral& literal, std::size_t content) {
-    const std::string_view digits = literal.list.text.substr(content + 1);
+    const std::string_view digits = literal.list.substr(content + 1);
     const std::size_t end = digits.find_first_of(" \t\r\n\v\f,}");
     if (end < 20 || !found_.isEnabled(RuleId::CompressedDataAsNumber)) return;
     found_
-        .add(RuleId::CompressedDataAsNumber, literal.list.range,
-             "a " + std::string(literal.keyword.text) +
+        .add(RuleId::CompressedDataAsNumber, found_.rangeOf(literal.list),
+             "a " + std::string(literal.keyword) +
                  " cannot be compressed; this is read as one number below 1")
         .hint = "compressed data is for types of single bytes, such as `byte` and `rgba8`";
   }
 
   void checkDeclared(const BufferLiteral& literal) {
     const std::uint64_t elementBytes = zn::korvo_sdk::elementBytes(literal.type);
-    const std::uint64_t written = literal.list.text.size();
+    const std::uint64_t written = literal.list.size();
     const bool isLarge = literal.count > MIN_DECLARED_BYTES / elementBytes &&
                          literal.count / FAR_LARGER > written / elementBytes;
     if (!isLarge || !found_.isEnabled(RuleId::LargeDeclaredCount)) return;
     found_
-        .add(RuleId::LargeDeclaredCount, literal.brackets.range,
+        .add(RuleId::LargeDeclaredCount, found_.rangeOf(literal.brackets),
              "this declares " + counted(literal.count, "element") + " of " +
                  counted(elementBytes, "byte") + ", far more than is written")
         .hint = "write the count of the elements in the list";

@@ -35,14 +35,13 @@ std::string_view numberBehind(std::string_view text, std::string_view word) {
 
 class CommentRules final : public StatementRule {
  public:
-  explicit CommentRules(RuleFindings& found) : found_(found) {}
+  explicit CommentRules(RuleFindings& found) : StatementRule(COMMENT), found_(found) {}
 
   void visit(const StatementView& view) override {
-    if (view.kind() != vsa::StatementKind::Comment) return;
-    const vsa::SyntaxToken& comment = view.token(0);
-    const std::string_view text = trimmed(comment.text.substr(1));
-    if (comment.text.find("version:") != std::string_view::npos) return;
-    if (comment.text.find("time:") != std::string_view::npos) {
+    const std::string_view comment = view.statement.text;
+    const std::string_view text = trimmed(comment.substr(1));
+    if (comment.find("version:") != std::string_view::npos) return;
+    if (comment.find("time:") != std::string_view::npos) {
       checkTime(comment, text);
       return;
     }
@@ -51,27 +50,28 @@ class CommentRules final : public StatementRule {
   }
 
  private:
-  void checkNear(const vsa::SyntaxToken& comment, std::string_view text, std::string_view word,
+  void checkNear(std::string_view comment, std::string_view text, std::string_view word,
                  RuleId rule) {
     if (!found_.isEnabled(rule)) return;
     const std::string_view number = numberBehind(text, word);
     if (number.empty()) return;
     const std::string corrected = "# " + std::string(word) + ": " + std::string(number);
+    const vsa::TextRange range = found_.rangeOf(comment);
     Finding& finding = found_.add(
-        rule, comment.range, "this comment does not set the " + std::string(word) + " of the file");
+        rule, range, "this comment does not set the " + std::string(word) + " of the file");
     finding.hint = "write `" + corrected + "`";
-    const std::uint64_t begin = comment.range.begin.offset;
-    const auto end = static_cast<std::uint64_t>(text.data() + text.size() - comment.text.data());
+    const std::uint64_t begin = range.begin.offset;
+    const auto end = static_cast<std::uint64_t>(text.data() + text.size() - comment.data());
     finding.edits = {{begin, begin + end, corrected}};
   }
 
   // "time:" inside a longer word, or behind other words.
-  void checkTime(const vsa::SyntaxToken& comment, std::string_view text) {
+  void checkTime(std::string_view comment, std::string_view text) {
     if (text.starts_with("time:") || !found_.isEnabled(RuleId::AccidentalTime)) return;
     const std::string_view value = trimmed(text.substr(text.find(':') + 1));
     if (value.empty()) return;
     found_
-        .add(RuleId::AccidentalTime, comment.range,
+        .add(RuleId::AccidentalTime, found_.rangeOf(comment),
              "this comment sets the time of the file to '" + std::string(value) + "'")
         .hint = "put a blank before the colon, or write the comment without `time:`";
   }

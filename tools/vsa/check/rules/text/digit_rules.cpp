@@ -14,7 +14,6 @@ namespace {
 
 using vsa::ElementType;
 using vsa::SyntaxKind;
-using vsa::SyntaxToken;
 
 // A float has up to 9 significant digits of its own, and a double has every integer of 15 digits.
 constexpr std::size_t FLOAT_DIGITS = 9;
@@ -83,30 +82,29 @@ std::string shown(std::string_view text) {
 
 class DigitRules final : public StatementRule {
  public:
-  DigitRules(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
+  DigitRules(const RuleInput& input, RuleFindings& found)
+      : StatementRule(LIST | INTEGER), input_(input), found_(found) {}
 
   void visit(const StatementView& view) override {
-    if (!view.isAssignment()) return;
-    const SyntaxToken& value = view.value();
-    if (value.kind == SyntaxKind::Integer) checkInteger(view, value);
-    if (value.kind != SyntaxKind::Word || view.valueTokens() < 2) return;
-    const SyntaxToken& list = view.token(view.statement.valueIndex + view.valueTokens() - 1);
-    if (list.kind == SyntaxKind::Parens) {
-      checkDoubles(list);
+    const vsa::StatementOutline& statement = view.statement;
+    if (statement.valueKind == SyntaxKind::Integer) checkInteger(view);
+    if (statement.list.empty()) return;
+    if (statement.brackets.empty()) {
+      checkDoubles(statement.list);
       return;
     }
-    const ElementType component = zn::korvo_sdk::componentType(elementTypeOf(value));
-    if (component == ElementType::Float) checkFloats(value, list);
-    if (component == ElementType::Double) checkDoubles(list);
+    const ElementType component = zn::korvo_sdk::componentType(elementTypeOf(statement.word));
+    if (component == ElementType::Float) checkFloats(statement.word, statement.list);
+    if (component == ElementType::Double) checkDoubles(statement.list);
   }
 
  private:
   // The first number of a list that is longer than `digits` and that `isLost` is true for.
   template <class IsLost>
-  static std::string_view firstLost(const SyntaxToken& list, std::size_t digits,
+  static std::string_view firstLost(std::string_view list, std::size_t digits,
                                     const IsLost& isLost) {
-    if (!hasLost(list.text, digits, isLost)) return {};
-    vsa::ListReader reader(list.text);
+    if (!hasLost(list, digits, isLost)) return {};
+    vsa::ListReader reader(list);
     vsa::ListPart part;
     while (reader.next(part)) {
       if (part.text.size() > digits && !part.continues && isLost(part.text)) return part.text;
@@ -114,35 +112,36 @@ class DigitRules final : public StatementRule {
     return {};
   }
 
-  void checkFloats(const SyntaxToken& keyword, const SyntaxToken& list) {
+  void checkFloats(std::string_view keyword, std::string_view list) {
     const std::string_view number = firstLost(list, FLOAT_DIGITS, losesFloatDigits);
     if (number.empty()) return;
     // Every keyword of several floats ends in "f", and has a twin of doubles that ends in "d".
-    std::string wider(keyword.text);
+    std::string wider(keyword);
     wider.back() = 'd';
     if (isWord(keyword, "float")) wider = "double";
     found_
-        .add(RuleId::LostDigits, rangeIn(list, number),
+        .add(RuleId::LostDigits, found_.rangeOf(number),
              "a float keeps 9 digits; this is stored as " + shown<float>(number))
         .hint = "`" + wider + "` keeps the digits";
   }
 
-  void checkDoubles(const SyntaxToken& list) {
+  void checkDoubles(std::string_view list) {
     const std::string_view number = firstLost(list, INTEGER_DIGITS, losesIntegerDigits);
-    if (!number.empty()) addInteger(rangeIn(list, number), number);
+    if (!number.empty()) addInteger(number);
   }
 
   // The type of the input decides: an Int keeps all digits.
-  void checkInteger(const StatementView& view, const SyntaxToken& value) {
-    if (value.text.size() <= INTEGER_DIGITS || view.pathEnd != view.firstInput + 1) return;
-    const vsa::InputView input = input_.scene[view.node][view.token(view.firstInput).text];
-    if (input.type() != vsa::ValueType::Real || !losesIntegerDigits(value.text)) return;
-    addInteger(value.range, value.text);
+  void checkInteger(const StatementView& view) {
+    const vsa::StatementOutline& statement = view.statement;
+    if (statement.word.size() <= INTEGER_DIGITS || !statement.isPlainPath) return;
+    const vsa::InputView input = input_.scene[view.node][statement.path];
+    if (input.type() != vsa::ValueType::Real || !losesIntegerDigits(statement.word)) return;
+    addInteger(statement.word);
   }
 
-  void addInteger(const vsa::TextRange& range, std::string_view number) {
+  void addInteger(std::string_view number) {
     found_
-        .add(RuleId::LostDigits, range,
+        .add(RuleId::LostDigits, found_.rangeOf(number),
              "a real number keeps 15 digits; this is stored as " + shown<double>(number))
         .hint = "an Int and a buffer of `int64` keep the digits";
   }

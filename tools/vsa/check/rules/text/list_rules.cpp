@@ -1,4 +1,5 @@
 // Rules about lists of numbers whose content is not what they seem to say.
+#include <cstdint>
 #include <string>
 
 #include "tools/vsa/check/rules/text/statement_rule.h"
@@ -9,40 +10,34 @@ namespace vsa_tools {
 namespace {
 
 using vsa::SyntaxKind;
-using vsa::SyntaxToken;
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
 
+// Four characters, letters in lower case. No other character of a word becomes a letter or a digit.
+constexpr std::uint32_t foldedWord(std::string_view word) {
+  std::uint32_t folded = 0;
+  for (const char c : word) folded = folded << 8 | (static_cast<unsigned char>(c) | 0x20U);
+  return folded;
+}
+
 struct TupleForm {
-  std::string_view keyword;
+  std::uint32_t keyword;
   std::size_t components;
 };
 
-constexpr TupleForm TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4}, {"pos2", 2}, {"pos3", 3},
-                                {"quat", 4}, {"rgba", 4}, {"mat3", 9}, {"mat4", 16}};
+constexpr TupleForm TUPLES[] = {
+    {foldedWord("vec2"), 2}, {foldedWord("vec3"), 3}, {foldedWord("vec4"), 4},
+    {foldedWord("pos2"), 2}, {foldedWord("pos3"), 3}, {foldedWord("quat"), 4},
+    {foldedWord("rgba"), 4}, {foldedWord("mat3"), 9}, {foldedWord("mat4"), 16}};
 
-std::size_t componentsOf(const SyntaxToken& word) {
+std::size_t componentsOf(std::string_view word) {
+  constexpr std::size_t KEYWORD_BYTES = 4;
+  if (word.size() != KEYWORD_BYTES) return 0;
+  const std::uint32_t folded = foldedWord(word);
   for (const TupleForm& form : TUPLES) {
-    if (isWord(word, form.keyword)) return form.components;
+    if (folded == form.keyword) return form.components;
   }
   return 0;
-}
-
-// Whether a short list has at most `count` numbers and no brackets inside, as most have. The
-// compiler vectorises the loop: it takes a tenth of the time of splitting the list.
-bool isPlainTuple(std::string_view list, std::size_t count) {
-  constexpr std::size_t MAX_BYTES = 255;  // `numbers` does not overflow
-  if (list.size() > MAX_BYTES) return false;
-  const auto isSeparator = [](unsigned char c) { return (c <= ' ') | (c == ',') | (c == '('); };
-  unsigned char numbers = 0, others = 0;
-  for (std::size_t i = 1; i + 1 < list.size(); ++i) {
-    const auto before = static_cast<unsigned char>(list[i - 1]);
-    const auto c = static_cast<unsigned char>(list[i]);
-    numbers += static_cast<unsigned char>(isSeparator(before) & !isSeparator(c));
-    others |= static_cast<unsigned char>((c == '(') | (c == ')') | ((c | 0x20) == '{') |
-                                         ((c | 0x20) == '}') | (c == 0x7F));
-  }
-  return others == 0 && numbers <= count;
 }
 
 // The elements of a list, as many as there are room for, and how many there are.
@@ -73,75 +68,77 @@ std::string quoted(std::string_view text) {
 
 class ListRules final : public StatementRule {
  public:
-  explicit ListRules(RuleFindings& found) : found_(found) {}
+  explicit ListRules(RuleFindings& found) : StatementRule(LIST), found_(found) {}
 
   void visit(const StatementView& view) override {
-    if (!view.isAssignment()) return;
-    const SyntaxToken& value = view.value();
-    if (value.kind == SyntaxKind::Braces) checkObject(value);
-    if (value.kind != SyntaxKind::Word || view.valueTokens() < 2) return;
-    const SyntaxToken& list = view.token(view.statement.valueIndex + view.valueTokens() - 1);
-    checkEmptyCommas(list);
-    if (list.kind == SyntaxKind::Parens) {
-      checkTuple(value, list);
-    } else {
-      checkGlued(list);
+    const vsa::StatementOutline& statement = view.statement;
+    if (statement.valueKind == SyntaxKind::Braces) checkObject(statement.value);
+    if (statement.list.empty()) return;
+    const bool isPlain = statement.plainElements != 0;
+    if (!isPlain) checkEmptyCommas(statement.list);
+    if (statement.brackets.empty()) {
+      checkTuple(statement);
+    } else if (!isPlain) {
+      checkGlued(statement.list);
     }
   }
 
  private:
-  void checkObject(const SyntaxToken& braces) {
-    const Elements elements(braces.text);
+  void checkObject(std::string_view braces) {
+    const Elements elements(braces);
     if (elements.count == 0 || !found_.isEnabled(RuleId::ObjectForList)) return;
-    Finding& finding = found_.add(RuleId::ObjectForList, braces.range,
+    Finding& finding = found_.add(RuleId::ObjectForList, found_.rangeOf(braces),
                                   "this makes an empty object, and the numbers are lost");
-    const bool isOfReals = braces.text.find('.') != std::string_view::npos;
+    const bool isOfReals = braces.find('.') != std::string_view::npos;
     finding.hint = "a buffer has a type and a count, such as `" +
                    std::string(isOfReals ? "float[" : "int32[") + std::to_string(elements.count) +
                    "] {...}`";
   }
 
-  void checkEmptyCommas(const SyntaxToken& list) {
+  void checkEmptyCommas(std::string_view list) {
     if (!found_.isEnabled(RuleId::EmptyComma)) return;
-    std::size_t at = list.text.find(',');
-    const std::size_t first = list.text.find_first_not_of(WHITE, 1);
+    std::size_t at = list.find(',');
+    const std::size_t first = list.find_first_not_of(WHITE, 1);
     bool isEmpty = at == first;
     while (!isEmpty && at != std::string_view::npos) {
-      const std::size_t next = list.text.find_first_not_of(WHITE, at + 1);
-      isEmpty = next != std::string_view::npos && list.text[next] == ',';
-      at = isEmpty ? next : list.text.find(',', at + 1);
+      const std::size_t next = list.find_first_not_of(WHITE, at + 1);
+      isEmpty = next != std::string_view::npos && list[next] == ',';
+      at = isEmpty ? next : list.find(',', at + 1);
     }
     if (!isEmpty || at == std::string_view::npos) return;
     found_
-        .add(RuleId::EmptyComma, rangeIn(list, list.text.substr(at, 1)),
+        .add(RuleId::EmptyComma, found_.rangeOf(list.substr(at, 1)),
              "a comma without a number before it; it stands for nothing")
         .hint = "write the number that is missing, or remove the comma";
   }
 
-  void checkTuple(const SyntaxToken& word, const SyntaxToken& list) {
-    const std::size_t wanted = componentsOf(word);
-    if (isPlainTuple(list.text, wanted)) return;
-    const Elements elements(list.text);
+  void checkTuple(const vsa::StatementOutline& statement) {
+    constexpr std::size_t MIN_COMPONENTS = 2;
+    const std::size_t plain = statement.plainElements;
+    if (plain != 0 && plain <= MIN_COMPONENTS) return;
+    const std::size_t wanted = componentsOf(statement.word);
+    if (plain != 0 && plain <= wanted) return;
+    const Elements elements(statement.list);
     if (!elements.glued.empty()) {
-      addGlued(list, elements.glued);
+      addGlued(statement.list, elements.glued);
     } else if (wanted != 0 && elements.count > wanted) {
-      checkSurplus(word, list, elements, wanted);
+      checkSurplus(statement.word, statement.list, elements, wanted);
     }
   }
 
-  void checkSurplus(const SyntaxToken& word, const SyntaxToken& list, const Elements& elements,
+  void checkSurplus(std::string_view word, std::string_view list, const Elements& elements,
                     std::size_t wanted) {
-    if (hasDecimalCommas(list.text, elements.count, wanted)) {
+    if (hasDecimalCommas(list, elements.count, wanted)) {
       addDecimalCommas(list);
       return;
     }
     if (!found_.isEnabled(RuleId::DroppedComponents) || wanted >= std::size(elements.first)) return;
     const char* const begin = elements.first[wanted].data();
-    const std::size_t last = list.text.find_last_not_of(" \t\r\n\v\f,)]}");
-    const char* const end = list.text.data() + last + 1;
-    const std::string keyword(word.text);
+    const std::size_t last = list.find_last_not_of(" \t\r\n\v\f,)]}");
+    const char* const end = list.data() + last + 1;
+    const std::string keyword(word);
     Finding& finding = found_.add(
-        RuleId::DroppedComponents, rangeIn(list, {begin, static_cast<std::size_t>(end - begin)}),
+        RuleId::DroppedComponents, found_.rangeOf({begin, static_cast<std::size_t>(end - begin)}),
         "a " + keyword + " takes " + std::to_string(wanted) + " numbers, and this list has " +
             std::to_string(elements.count) + "; the rest is dropped");
     if (wanted < 4 && elements.count == wanted + 1) {
@@ -162,36 +159,36 @@ class ListRules final : public StatementRule {
     return commas == wanted;
   }
 
-  void addDecimalCommas(const SyntaxToken& list) {
+  void addDecimalCommas(std::string_view list) {
     if (!found_.isEnabled(RuleId::DecimalComma)) return;
-    Finding& finding = found_.add(RuleId::DecimalComma, list.range,
+    const vsa::TextRange range = found_.rangeOf(list);
+    Finding& finding = found_.add(RuleId::DecimalComma, range,
                                   "a comma separates numbers; it is no decimal point");
-    std::string corrected(list.text);
+    std::string corrected(list);
     for (std::size_t i = 1; i + 1 < corrected.size(); ++i) {
       if (corrected[i] == ',' && isDigit(corrected[i + 1])) corrected[i] = '.';
     }
     finding.hint = "write `" + corrected + "`";
-    finding.edits = {{list.range.begin.offset, list.range.end.offset, corrected}};
+    finding.edits = {{range.begin.offset, range.end.offset, corrected}};
   }
 
-  void checkGlued(const SyntaxToken& list) {
+  void checkGlued(std::string_view list) {
     if (!found_.isEnabled(RuleId::GluedElements)) return;
-    const char open = list.text.front();
-    if (list.text.find(open, 1) == std::string_view::npos) return;
-    const Elements elements(list.text);
+    const char open = list.front();
+    if (list.find(open, 1) == std::string_view::npos) return;
+    const Elements elements(list);
     if (!elements.glued.empty()) addGlued(list, elements.glued);
   }
 
-  void addGlued(const SyntaxToken& list, std::string_view part) {
+  void addGlued(std::string_view list, std::string_view part) {
     if (!found_.isEnabled(RuleId::GluedElements)) return;
     Finding& finding = found_.add(
-        RuleId::GluedElements, rangeIn(list, part),
+        RuleId::GluedElements, found_.rangeOf(part),
         "only brackets stand before " + quoted(part) + ", so it continues the number before");
     finding.hint = "put a blank between the brackets";
-    const vsa::TextRange range = *finding.range;
-    const std::size_t at = range.begin.offset - list.range.begin.offset;
-    const std::size_t bracket = list.text.find_last_not_of(WHITE, at - 1);
-    const std::uint64_t place = list.range.begin.offset + bracket;
+    const auto at = static_cast<std::size_t>(part.data() - list.data());
+    const std::size_t bracket = list.find_last_not_of(WHITE, at - 1);
+    const std::uint64_t place = finding.range->begin.offset - (at - bracket);
     finding.edits = {{place, place, " "}};
   }
 

@@ -1,5 +1,4 @@
 // Rules about declarations and the node that paths with a leading period belong to.
-#include <optional>
 #include <string>
 #include <unordered_map>
 
@@ -16,32 +15,31 @@ using vsa::StatementKind;
 
 struct Declared {
   std::string_view type;
-  vsa::TextRange range;
+  std::string_view statement;
 };
 
 class NodeRules final : public StatementRule {
  public:
-  NodeRules(const RuleInput& input, RuleFindings& found) : text_(input.text), found_(found) {}
+  NodeRules(const RuleInput& input, RuleFindings& found)
+      : StatementRule(NODE | WITH_PATH), text_(input.text), found_(found) {}
 
   void visit(const StatementView& view) override {
-    if (view.kind() == StatementKind::Comment) return;
     if (view.hasPath()) {
       checkPeriod(view);
       checkRemoved(view);
     } else {
       visitNode(view);
     }
-    isBehindSemicolon_ = view.kind() == StatementKind::Declaration;
-    lastBlock_.reset();
-    if (isBehindSemicolon_) semicolon_ = view.token(2).range;
-    if (view.kind() == StatementKind::Block) lastBlock_ = view.statement.range;
+    if (view.kind() == StatementKind::Block) lastBlock_ = view.statement.text;
   }
 
   void finish() override {
-    if (!lastBlock_ || !found_.isEnabled(RuleId::EmptyLastBlock)) return;
-    if (hasStatementAt(lastBlock_->end.offset)) return;  // a malformed one, which is not visited
-    found_.add(RuleId::EmptyLastBlock, *lastBlock_, "the text ends behind this colon").hint =
-        "the file may have been cut off; a node without inputs ends in `;`";
+    if (lastBlock_.empty() || !found_.isEnabled(RuleId::EmptyLastBlock)) return;
+    const char* const end = lastBlock_.data() + lastBlock_.size();
+    if (hasStatementAt(static_cast<std::size_t>(end - text_.data()))) return;
+    found_
+        .add(RuleId::EmptyLastBlock, found_.rangeOf(lastBlock_), "the text ends behind this colon")
+        .hint = "the file may have been cut off; a node without inputs ends in `;`";
   }
 
  private:
@@ -54,59 +52,60 @@ class NodeRules final : public StatementRule {
   void visitNode(const StatementView& view) {
     const bool isRemoval = view.kind() == StatementKind::Remove;
     if (isRemoval) declared_.erase(view.node);
-    if (isRemoval && view.node == withNode_) removed_ = view.statement.range;
+    if (isRemoval && view.node == withNode_) removed_ = view.statement.text;
     if (view.kind() == StatementKind::Block) {
       withNode_ = view.node;
-      removed_.reset();
+      removed_ = {};
     }
-    const bool isWith = view.kind() == StatementKind::Block && isWord(view.token(0), "with");
+    const bool isWith = view.kind() == StatementKind::Block && isWord(view.statement.type, "with");
     const bool declares =
         view.kind() == StatementKind::Block || view.kind() == StatementKind::Declaration;
     if (declares && !isWith) checkType(view);
   }
 
   void checkType(const StatementView& view) {
-    const vsa::SyntaxToken& type = view.token(0);
+    const std::string_view type = view.statement.type;
     const auto [known, isNew] =
-        declared_.try_emplace(view.node, Declared{type.text, view.statement.range});
-    if (isNew || known->second.type == type.text) return;
+        declared_.try_emplace(view.node, Declared{type, view.statement.text});
+    if (isNew || known->second.type == type) return;
     if (!found_.isEnabled(RuleId::RedeclaredType)) return;
-    Finding& finding = found_.add(RuleId::RedeclaredType, type.range,
+    Finding& finding = found_.add(RuleId::RedeclaredType, found_.rangeOf(type),
                                   "this finds the node " + shortened(view.node) + ", which is a " +
                                       shortened(known->second.type) + " and stays one");
     finding.hint = "give the second node a name of its own";
-    finding.notes.push_back({known->second.range, "declared here"});
+    finding.notes.push_back({found_.rangeOf(known->second.statement), "declared here"});
   }
 
   // ".input" directly behind a declaration with a semicolon belongs to another node.
   void checkPeriod(const StatementView& view) {
-    if (!isBehindSemicolon_ || !view.isOfWithNode() || view.node.empty()) return;
+    const std::string_view declaration = view.declarationBefore;
+    if (declaration.empty() || view.node.empty()) return;
     if (!found_.isEnabled(RuleId::PeriodBehindSemicolon)) return;
-    Finding& finding = found_.add(RuleId::PeriodBehindSemicolon, semicolon_,
+    const vsa::TextRange semicolon = found_.rangeOf(declaration.substr(declaration.size() - 1));
+    Finding& finding = found_.add(RuleId::PeriodBehindSemicolon, semicolon,
                                   "the inputs behind this semicolon belong to the node " +
                                       shortened(view.node) + ", which was set before");
     finding.hint = "end the declaration with a colon";
-    finding.edits = {{semicolon_.begin.offset, semicolon_.end.offset, ":"}};
-    finding.notes.push_back({view.pathRange(), "this is an input of " + shortened(view.node)});
+    finding.edits = {{semicolon.begin.offset, semicolon.end.offset, ":"}};
+    finding.notes.push_back(
+        {found_.rangeOf(view.wholePath()), "this is an input of " + shortened(view.node)});
   }
 
   void checkRemoved(const StatementView& view) {
-    if (!removed_ || !view.isOfWithNode() || !found_.isEnabled(RuleId::RemovedNode)) return;
-    Finding& finding = found_.add(RuleId::RemovedNode, view.pathRange(),
+    if (removed_.empty() || !found_.isEnabled(RuleId::RemovedNode)) return;
+    Finding& finding = found_.add(RuleId::RemovedNode, found_.rangeOf(view.wholePath()),
                                   "this belongs to the node " + shortened(view.node) +
                                       ", which is removed; the value is lost");
     finding.hint = "set another node first, such as `with name:`";
-    finding.notes.push_back({*removed_, "removed here"});
+    finding.notes.push_back({found_.rangeOf(removed_), "removed here"});
   }
 
   std::string_view text_;
   RuleFindings& found_;
   std::unordered_map<std::string_view, Declared> declared_;
   std::string_view withNode_;
-  std::optional<vsa::TextRange> removed_;  // the statement that removed the with node
-  std::optional<vsa::TextRange> lastBlock_;
-  vsa::TextRange semicolon_;
-  bool isBehindSemicolon_ = false;
+  std::string_view removed_;    // the statement that removed the with node
+  std::string_view lastBlock_;  // the last statement that ends in a colon
 };
 
 }  // namespace

@@ -6,51 +6,62 @@
 #include <string>
 #include <string_view>
 
-#include <vsa/syntax.h>
+#include <vsa/outline.h>
 #include "tools/vsa/check/rules/rule_findings.h"
 #include "tools/vsa/check/text/path_key.h"
 
 namespace vsa_tools {
 
-/// A statement that the reader accepts by its form, with what its left-hand side names.
+/// What a statement is or has.
+enum StatementTrait : unsigned {
+  COMMENT = 1,
+  NODE = 2,        ///< A declaration or directive.
+  PATH = 4,        ///< An assignment or connection.
+  WITH_PATH = 8,   ///< Its path begins with a period.
+  LONG_PATH = 16,  ///< Its path has members or indices.
+  STRING = 32,     ///< An assignment of a string,
+  REFERENCE = 64,  ///< of a word,
+  INTEGER = 128,   ///< of an integer,
+  LIST = 256,      ///< of a tuple, a buffer or an object.
+};
+
+/// A statement that the reader accepts by its form, with the node that it is about.
 struct StatementView {
-  const vsa::SyntaxStatement& statement;
+  vsa::StatementOutline statement;
   /// The node of a declaration, directive or path. Empty for a comment, and for a path that begins
   /// with a period while no node is set.
   std::string_view node;
   /// The key of `node`.
   PathKey nodeKey = 0;
-  /// Assignments and connections: the token of the path's first input, and the token behind the
-  /// path.
-  std::size_t firstInput = 0;
-  std::size_t pathEnd = 0;
+  /// The number of the statement.
+  std::size_t index = 0;
+  /// The statement before, apart from comments, if it is a declaration that ends in a semicolon.
+  std::string_view declarationBefore;
 
-  const vsa::SyntaxToken& token(std::size_t i) const { return statement.tokens[i]; }
   vsa::StatementKind kind() const { return statement.kind; }
   bool isLink() const { return kind() == vsa::StatementKind::Connection; }
   bool isAssignment() const { return kind() == vsa::StatementKind::Assignment; }
-  bool hasPath() const { return isLink() || isAssignment(); }
+  bool hasPath() const { return statement.hasPath(); }
   /// Whether the path begins with a period.
-  bool isOfWithNode() const { return firstInput == 1; }
-  /// The first token of the value.
-  const vsa::SyntaxToken& value() const { return token(statement.valueIndex); }
-  /// The tokens of the value.
-  std::size_t valueTokens() const { return statement.tokens.size() - 1 - statement.valueIndex; }
-  /// Whether the path is an input of a node, without members and indices.
-  bool isPlainPath() const { return pathEnd == firstInput + 1; }
-  /// The path behind the node, as it is written, such as "keys[0].time".
-  std::string_view inputPath() const;
+  bool isOfWithNode() const { return hasPath() && statement.node.empty(); }
   /// The node and the path for a message, shortened.
   std::string shownPath() const;
-  vsa::TextRange pathRange() const { return {token(0).range.begin, token(pathEnd - 1).range.end}; }
+  /// From the node, or the period, to the end of the path.
+  std::string_view wholePath() const;
 };
 
 class StatementRule {
  public:
+  /// Statements without any of the `traits` are not visited: most statements concern few families.
+  explicit StatementRule(unsigned traits) : traits_(traits) {}
   virtual ~StatementRule() = default;
+  bool concerns(unsigned traits) const { return (traits_ & traits) != 0; }
   virtual void visit(const StatementView& view) = 0;
   /// After the last statement.
   virtual void finish() {}
+
+ private:
+  unsigned traits_;
 };
 
 using StatementRulePointer = std::unique_ptr<StatementRule>;

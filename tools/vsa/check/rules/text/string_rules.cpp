@@ -1,17 +1,17 @@
 // Rules about strings: escape sequences, paths of files, and names of nodes.
 #include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "tools/vsa/check/rules/text/path_steps.h"
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/text/key_set.h"
 
 namespace vsa_tools {
 
 namespace {
 
 using vsa::SyntaxKind;
-using vsa::SyntaxToken;
 
 bool isHex(char c) {
   return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
@@ -93,50 +93,44 @@ bool looksLikePath(std::string_view content) {
 
 class StringRules final : public StatementRule {
  public:
-  StringRules(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
+  StringRules(const RuleInput& input, RuleFindings& found)
+      : StatementRule(STRING | REFERENCE), input_(input), found_(found) {}
 
   void visit(const StatementView& view) override {
-    if (!view.isAssignment()) return;
-    const SyntaxToken& value = view.value();
-    if (value.kind == SyntaxKind::Word && view.valueTokens() == 1) {
-      referring_.insert(lastInput(view));
-    } else if (value.kind == SyntaxKind::String) {
-      checkEscapes(value);
-      checkName(view);
+    const vsa::StatementOutline& statement = view.statement;
+    if (statement.valueKind == SyntaxKind::Word) {
+      referring_.insert(keyOfLastName(statement));
+    } else {
+      checkEscapes(statement.value);
+      if (statement.value.size() > 2) withString_.insert(keyOfLastName(statement));
     }
   }
 
+  // Most texts have no input name with both strings and references. Otherwise a second pass looks
+  // at the strings of these inputs.
   void finish() override {
-    for (const Candidate& candidate : candidates_) {
-      if (!referring_.contains(candidate.input)) continue;
-      const std::string_view name =
-          candidate.string.text.substr(1, candidate.string.text.size() - 2);
-      Finding& finding = found_.add(
-          RuleId::StringForReference, candidate.string.range,
-          "this is a string; the node " + std::string(name) + " is named without quotes");
-      finding.hint = "write `" + std::string(name) + '`';
-      finding.edits = {{candidate.string.range.begin.offset, candidate.string.range.end.offset,
-                        std::string(name)}};
+    if (!found_.isEnabled(RuleId::StringForReference)) return;
+    if (!withString_.hasAnyOf(referring_)) return;
+    TextWalk walk(input_.text);
+    for (StatementView view; walk.next(view);) {
+      const vsa::StatementOutline& statement = view.statement;
+      if (view.isAssignment() && statement.valueKind == SyntaxKind::String &&
+          referring_.contains(keyOfLastName(statement))) {
+        checkName(statement.value);
+      }
     }
   }
 
  private:
-  struct Candidate {
-    SyntaxToken string;
-    std::string_view input;
-  };
-
-  // The name of the input or member that the statement assigns to.
-  static std::string_view lastInput(const StatementView& view) {
-    std::size_t i = view.pathEnd - 1;
-    while (view.token(i).kind != SyntaxKind::Word) --i;
-    return view.token(i).text;
+  // The key of the name of the input or member that the statement assigns to.
+  static PathKey keyOfLastName(const vsa::StatementOutline& statement) {
+    return keyOfNode(statement.isPlainPath ? statement.path : lastName(statement.path));
   }
 
-  void checkEscapes(const SyntaxToken& string) {
-    if (string.text.find('\\') == std::string_view::npos) return;
-    const std::vector<Escape> escapes = escapesOf(string.text);
-    const std::string_view content = string.text.substr(1, string.text.size() - 2);
+  void checkEscapes(std::string_view string) {
+    if (string.find('\\') == std::string_view::npos) return;
+    const std::vector<Escape> escapes = escapesOf(string);
+    const std::string_view content = string.substr(1, string.size() - 2);
     const bool isPath = looksLikePath(content);
     for (const Escape& escape : escapes) {
       if (isPath && escape.meaning == Escape::Meaning::Character) {
@@ -151,39 +145,43 @@ class StringRules final : public StatementRule {
     }
   }
 
-  void addEscape(RuleId rule, const SyntaxToken& string, const Escape& escape,
+  void addEscape(RuleId rule, std::string_view string, const Escape& escape,
                  const std::vector<Escape>& escapes) {
     if (!found_.isEnabled(rule)) return;
-    const std::string written(string.text.substr(escape.at, escape.bytes));
+    const std::string written(string.substr(escape.at, escape.bytes));
     const bool isPath = rule == RuleId::EscapeInPath;
     Finding& finding = found_.add(
-        rule, rangeIn(string, string.text.substr(escape.at, escape.bytes)),
+        rule, found_.rangeOf(string.substr(escape.at, escape.bytes)),
         isPath ? "'" + written + "' is one character here, and the string looks like a path"
                : "'" + written + "' is no escape sequence; the backslash stays in the string");
-    const std::string_view content = string.text.substr(1, string.text.size() - 2);
+    const std::string_view content = string.substr(1, string.size() - 2);
     const bool isOfPath = looksLikePath(content);
-    if (!isOfPath) finding.hint = hintForUnknown(string.text[escape.at + 1]);
+    if (!isOfPath) finding.hint = hintForUnknown(string[escape.at + 1]);
     if (!finding.hint.empty()) return;  // what was meant is not certain enough for an edit
     finding.hint = isOfPath ? "write forward slashes, or two backslashes" : "write two backslashes";
+    const std::uint64_t begin = finding.range->begin.offset - escape.at;
     for (const Escape& other : escapes) {
       const bool isSingle = other.meaning == Escape::Meaning::Unknown ||
                             (isPath && other.meaning == Escape::Meaning::Character);
-      const std::uint64_t at = string.range.begin.offset + other.at;
+      const std::uint64_t at = begin + other.at;
       if (isSingle) finding.edits.push_back({at, at, "\\"});
     }
   }
 
-  void checkName(const StatementView& view) {
-    const SyntaxToken& string = view.value();
-    const std::string_view name = string.text.substr(1, string.text.size() - 2);
-    if (name.empty() || !found_.isEnabled(RuleId::StringForReference)) return;
-    if (input_.scene[name]) candidates_.push_back({string, lastInput(view)});
+  void checkName(std::string_view string) {
+    const std::string_view name = string.substr(1, string.size() - 2);
+    if (name.empty() || !input_.scene[name]) return;
+    const vsa::TextRange range = found_.rangeOf(string);
+    Finding& finding =
+        found_.add(RuleId::StringForReference, range,
+                   "this is a string; the node " + std::string(name) + " is named without quotes");
+    finding.hint = "write `" + std::string(name) + '`';
+    finding.edits = {{range.begin.offset, range.end.offset, std::string(name)}};
   }
 
   const RuleInput& input_;
   RuleFindings& found_;
-  std::unordered_set<std::string_view> referring_;  // names of inputs that refer to nodes
-  std::vector<Candidate> candidates_;
+  KeySet referring_{64}, withString_{64};  // the names of inputs that get references and strings
 };
 
 }  // namespace

@@ -6,6 +6,34 @@
 
 namespace vsa_tools {
 
+namespace {
+
+unsigned traitsOfValue(const vsa::StatementOutline& statement) {
+  switch (statement.valueKind) {
+    case vsa::SyntaxKind::String:
+      return STRING;
+    case vsa::SyntaxKind::Integer:
+      return INTEGER;
+    case vsa::SyntaxKind::Braces:
+      return LIST;
+    case vsa::SyntaxKind::Word:
+      return statement.list.empty() ? REFERENCE : LIST;
+    default:
+      return 0;
+  }
+}
+
+unsigned traitsOf(const StatementView& view) {
+  if (view.kind() == vsa::StatementKind::Comment) return COMMENT;
+  if (!view.hasPath()) return NODE;
+  unsigned traits = PATH;
+  if (view.isOfWithNode()) traits |= WITH_PATH;
+  if (!view.statement.isPlainPath) traits |= LONG_PATH;
+  return view.isAssignment() ? traits | traitsOfValue(view.statement) : traits;
+}
+
+}  // namespace
+
 void findTextProblems(const RuleInput& input, RuleFindings& found) {
   std::vector<StatementRulePointer> families;
   for (const auto family : {listRules, bufferRules, digitRules, stringRules, commentRules,
@@ -14,8 +42,11 @@ void findTextProblems(const RuleInput& input, RuleFindings& found) {
   }
   if (families.empty()) return;
   TextWalk walk(input.text);
-  while (const std::optional<StatementView> view = walk.next()) {
-    for (const StatementRulePointer& rules : families) rules->visit(*view);
+  for (StatementView view; walk.next(view);) {
+    const unsigned traits = traitsOf(view);
+    for (const StatementRulePointer& rules : families) {
+      if (rules->concerns(traits)) rules->visit(view);
+    }
   }
   for (const StatementRulePointer& rules : families) rules->finish();
 }

@@ -10,7 +10,6 @@
 namespace vsa_tools {
 
 using vsa::StatementKind;
-using vsa::SyntaxToken;
 
 namespace {
 
@@ -37,65 +36,60 @@ std::vector<ElementKeyword> elementKeywords() {
 
 }  // namespace
 
-std::string_view StatementView::inputPath() const {
-  const std::string_view first = token(firstInput).text;
-  const std::string_view last = token(pathEnd - 1).text;
-  return {first.data(), static_cast<std::size_t>(last.data() + last.size() - first.data())};
-}
-
 std::string StatementView::shownPath() const {
-  return shortened(node) + '.' + shortened(inputPath());
+  return shortened(node) + '.' + shortened(statement.path);
 }
 
-bool isWord(const SyntaxToken& token, std::string_view word) {
-  return std::equal(token.text.begin(), token.text.end(), word.begin(), word.end(),
+std::string_view StatementView::wholePath() const {
+  const char* const end = statement.path.data() + statement.path.size();
+  return {statement.text.data(), static_cast<std::size_t>(end - statement.text.data())};
+}
+
+bool isWord(std::string_view word, std::string_view lowered) {
+  return std::equal(word.begin(), word.end(), lowered.begin(), lowered.end(),
                     [](char a, char b) { return lower(a) == b; });
 }
 
-vsa::ElementType elementTypeOf(const SyntaxToken& keyword) {
+vsa::ElementType elementTypeOf(std::string_view keyword) {
   static const std::vector<ElementKeyword> KEYWORDS = elementKeywords();
   const auto found = std::find_if(KEYWORDS.begin(), KEYWORDS.end(), [&](const ElementKeyword& one) {
-    return one.text.size() == keyword.text.size() && isWord(keyword, one.text);
+    return one.text.size() == keyword.size() && isWord(keyword, one.text);
   });
   return found == KEYWORDS.end() ? vsa::ElementType::Null : found->type;
 }
 
-vsa::TextRange rangeIn(const SyntaxToken& token, std::string_view bytes) {
-  const auto positionOf = [&](const char* end) {
-    vsa::TextPosition position = token.range.begin;
-    for (const char* c = token.text.data(); c != end; ++c) {
-      ++position.offset;
-      ++position.column;
-      if (*c != '\n') continue;
-      ++position.line;
-      position.column = 1;
-    }
-    return position;
-  };
-  return {positionOf(bytes.data()), positionOf(bytes.data() + bytes.size())};
+// Statements about one node follow each other: comparing its name takes less time than the key of
+// the name.
+void TextWalk::setNode(StatementView& view) {
+  view.node = view.statement.node;
+  if (view.node != lastNode_) {
+    lastNode_ = view.node;
+    lastKey_ = keyOfNode(view.node);
+  }
+  view.nodeKey = lastKey_;
 }
 
-std::optional<StatementView> TextWalk::next() {
-  do {
-    if (!reader_.next(statement_)) return std::nullopt;
-  } while (statement_.kind == StatementKind::Malformed);
-  StatementView view{statement_, {}};
-  if (statement_.kind == StatementKind::Comment) return view;
-  if (!view.hasPath()) {
-    view.node = statement_.tokens[1].text;
-    view.nodeKey = keyOfNode(view.node);
-    if (statement_.kind == StatementKind::Block) {
-      withNode_ = view.node;
-      withKey_ = view.nodeKey;
-    }
-    return view;
+bool TextWalk::next(StatementView& view) {
+  if (view.kind() == StatementKind::Declaration) {
+    view.declarationBefore = view.statement.text;
+  } else if (view.kind() != StatementKind::Comment) {
+    view.declarationBefore = {};
   }
-  const bool isOfWithNode = statement_.tokens[0].is('.');
-  view.node = isOfWithNode ? withNode_ : statement_.tokens[0].text;
-  view.nodeKey = isOfWithNode ? withKey_ : keyOfNode(view.node);
-  view.firstInput = isOfWithNode ? 1 : 2;
-  view.pathEnd = statement_.valueIndex - (view.isLink() ? 2 : 1);
-  return view;
+  do {
+    if (!reader_.next(view.statement)) return false;
+  } while (view.kind() == StatementKind::Malformed);
+  view.index = count_++;
+  if (view.isOfWithNode() || view.kind() == StatementKind::Comment) {
+    view.node = view.hasPath() ? withNode_ : std::string_view();
+    view.nodeKey = view.hasPath() ? withKey_ : 0;
+    return true;
+  }
+  setNode(view);
+  if (view.kind() == StatementKind::Block) {
+    withNode_ = view.node;
+    withKey_ = view.nodeKey;
+  }
+  return true;
 }
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-#include "tools/vsa/check/rules/text_places.h"
+#include "tools/vsa/check/text/text_places.h"
 
 #include <algorithm>
 
