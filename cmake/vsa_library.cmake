@@ -32,6 +32,16 @@ function(vsa_precompile target)
   endif()
 endfunction()
 
+# vsa_join_sources(TARGET): compiles the sources of a target in groups of four in release builds: the sources of the
+# commands take 61 s of processor time instead of 105 s. Names in the unnamed namespaces of a target's sources must
+# differ. The other builds compile each source alone, so that each includes what it needs. The library is not compiled
+# in this way, so that programs get the objects that are tested.
+function(vsa_join_sources target)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT CMAKE_CXX_COMPILER_LAUNCHER MATCHES "ccache")
+    set_target_properties(${target} PROPERTIES UNITY_BUILD ON UNITY_BUILD_BATCH_SIZE 4)
+  endif()
+endfunction()
+
 # Each layer is an object library, vsa_<layer>. tests/layers.sh lists which folder may include which. The shared library
 # exports the names marked VSA_API only. Without semantic interposition, calls of exported names within the library are
 # direct calls, so both libraries use the same objects at full speed.

@@ -26,13 +26,13 @@ std::string pathOf(const std::string& bytes) {
   return texts + "then " + primed.ahead();
 }
 
-struct Row {
+struct PathRow {
   const char* text;
   const char* path;
 };
 
 TEST(Path, Heads) {
-  constexpr Row ROWS[] = {
+  constexpr PathRow ROWS[] = {
       {"sphere1.radius = 2", "sphere1 . radius then = 2 EOF"},
       {".radius = 2", ". radius then = 2 EOF"},
       {"a . b;", "a . b then ; EOF EOF"},
@@ -51,11 +51,11 @@ TEST(Path, Heads) {
       {"\"a\".b", "-"},
       {"", "-"},
   };
-  for (const Row& row : ROWS) EXPECT_EQ(pathOf(row.text), row.path) << row.text;
+  for (const PathRow& row : ROWS) EXPECT_EQ(pathOf(row.text), row.path) << row.text;
 }
 
 TEST(Path, Suffixes) {
-  constexpr Row ROWS[] = {
+  constexpr PathRow ROWS[] = {
       {"n.in[2] = 1", "n . in [2] then = 1 EOF"},
       {"n.in.x = 1", "n . in . x then = 1 EOF"},
       {"n.in[0].x[1];", "n . in [0] . x [1] then ; EOF EOF"},
@@ -66,7 +66,7 @@ TEST(Path, Suffixes) {
       {"n.in[ 2 ] x", "n . in [ 2 ] then x EOF EOF"},
       {"n.in(1)", "n . in then (1) EOF EOF"},
   };
-  for (const Row& row : ROWS) EXPECT_EQ(pathOf(row.text), row.path) << row.text;
+  for (const PathRow& row : ROWS) EXPECT_EQ(pathOf(row.text), row.path) << row.text;
 }
 
 TEST(Path, TokensKeepTheirPositions) {

@@ -207,13 +207,13 @@ TEST(Buffer, NoElements) {
   }
 }
 
-struct Row {
+struct BufferRow {
   const char* text;
   const char* message;
 };
 
 TEST(Buffer, Errors) {
-  constexpr Row ROWS[] = {
+  constexpr BufferRow ROWS[] = {
       {"int32[*] {1}", "PARSE ERROR (1,12): invalid buffer element count: [*]."},
       {"int32[] {1}", "PARSE ERROR (1,11): invalid buffer element count: []."},
       {"int32[1 2] {1}", "PARSE ERROR (1,14): invalid buffer element count: [1 2]."},
@@ -246,7 +246,7 @@ TEST(Buffer, Errors) {
       {"byte[3] {.1111}", "PARSE ERROR (1,15): compressed data is corrupt."},
       {"byte[3] {.789c030000000001}", "PARSE ERROR (1,27): compressed data is empty."},
   };
-  for (const Row& row : ROWS) {
+  for (const BufferRow& row : ROWS) {
     PrimedParser primed(row.text);
     const LoggedLines log;
     AssignInfo info;
@@ -276,12 +276,12 @@ TEST(Buffer, CountsWithUnprintableCharacters) {
 }
 
 TEST(Buffer, TooFewElementsAreAWarning) {
-  constexpr Row ROWS[] = {
+  constexpr BufferRow ROWS[] = {
       {"vec3f[2] {1 2 3 4 5}", "(1) for vec3f[2]"}, {"byte[3] {}", "(0) for byte[3]"},
       {"Byte[3] {1 2}", "(2) for Byte[3]"},         {"mat4d[1] {1}", "(0) for mat4d[1]"},
       {"rgb8[2] {1 2 3 4}", "(1) for rgb8[2]"},
   };
-  for (const Row& row : ROWS) {
+  for (const BufferRow& row : ROWS) {
     Literal literal(row.text);
     const LoggedLines log;
     EXPECT_TRUE(literal.read()) << row.text;

@@ -49,24 +49,24 @@ std::string scalarOf(const std::string& bytes) {
   return shown;
 }
 
-struct Row {
+struct ScalarRow {
   std::string text;
   std::string value;
 };
 
 template <std::size_t N>
-void expectScalars(const Row (&rows)[N]) {
-  for (const Row& row : rows) EXPECT_EQ(scalarOf(row.text), row.value) << visible(row.text);
+void expectScalars(const ScalarRow (&rows)[N]) {
+  for (const ScalarRow& row : rows) EXPECT_EQ(scalarOf(row.text), row.value) << visible(row.text);
 }
 
 TEST(Scalar, Booleans) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {"true", "Bool true"}, {"FALSE", "Bool false"}, {"True", "Bool true"}, {"truth", "-"}};
   expectScalars(rows);
 }
 
 TEST(Scalar, Integers) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {"42", "Int 42"},
       {"-7", "Int -7"},
       {"42u", "UInt 42"},
@@ -89,7 +89,7 @@ TEST(Scalar, Integers) {
 }
 
 TEST(Scalar, Reals) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {"1.5", "Real 1.5"},      {"-0.25", "Real -0.25"},
       {"2.", "Real 2"},         {"2f", "Real 2"},
       {"5.0", "Real 5"},        {"1.5e3", "Real 1500"},
@@ -102,7 +102,7 @@ TEST(Scalar, Reals) {
 }
 
 TEST(Scalar, Strings) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {R"("red")", "String <red>"},
       {R"("")", "String <>"},
       {R"("a\"b\\\n")", R"(String <a"b\\n>)"},
@@ -138,13 +138,13 @@ TEST(Scalar, StringAllocationHasTheExactSize) {
 }
 
 TEST(Scalar, Lists) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {"{1 2}", "Object"}, {"{}", "Object"}, {"[3]", "Array"}, {"[]", "Array"}, {"[*]", "Array"}};
   expectScalars(rows);
 }
 
 TEST(Scalar, EveryTupleKeyword) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {"vec2(1 2)", "Vec2 1 2"},
       {"vec3(1 2 3)", "Vec3 1 2 3"},
       {"vec4(1 2 3 4)", "Vec4 1 2 3 4"},
@@ -178,7 +178,7 @@ TEST(Scalar, EveryTupleKeyword) {
 }
 
 TEST(Scalar, TupleForms) {
-  const Row rows[] = {
+  const ScalarRow rows[] = {
       {"vec3(1 2 3 4)", "Vec3 1 2 3"},
       {"vec3( 1   2 3 )", "Vec3 1 2 3"},
       {"vec3(1,2,3)", "Vec3 1 2 3"},
@@ -278,7 +278,8 @@ TEST(Scalar, StringIsCopied) {
 }
 
 TEST(Scalar, IgnoresOtherTokens) {
-  const Row rows[] = {{";", "-"}, {"", "-"}, {"null", "-"}, {"|", "-"}, {".", "-"}, {"# c", "-"}};
+  const ScalarRow rows[] = {{";", "-"}, {"", "-"},  {"null", "-"},
+                            {"|", "-"}, {".", "-"}, {"# c", "-"}};
   expectScalars(rows);
 }
 

@@ -25,7 +25,7 @@ using vsa::Limit;
 using Arguments = std::vector<std::string>;
 
 /// The last diagnostic of a text, and its arguments.
-struct Row {
+struct ArgumentRow {
   DiagnosticId id;
   std::string_view text;
   Arguments arguments;
@@ -33,7 +33,7 @@ struct Row {
 
 using enum DiagnosticId;
 
-const Row ROWS[] = {
+const ArgumentRow ARGUMENT_ROWS[] = {
     {InvalidToken, "a x; x.n = 5%;", {"%"}},
     {InvalidListToken, "a x; x.v = vec3(1 y 2);", {"y"}},
     {InvalidListToken, "a x; x.v = vec3(1 \x80 2);", {"\x80"}},
@@ -113,7 +113,7 @@ vsa::ReadOptions withMemory(std::uint64_t bytes) {
 
 TEST(DiagnosticArguments, AreTheValuesInTheMessage) {
   declareLamp();
-  for (const Row& row : ROWS) {
+  for (const ArgumentRow& row : ARGUMENT_ROWS) {
     const bool isLarge = row.id == CannotAllocate;
     const vsa::ReadResult result =
         vsa::readText(row.text, withMemory(isLarge ? vsa::UNLIMITED : std::uint64_t{64} << 20));
@@ -129,7 +129,7 @@ TEST(DiagnosticArguments, AreCheckedForEveryId) {
       HostMessage,          // below
       TooManyArrayElements  // takes 200 GB
   };
-  for (const Row& row : ROWS) checked.insert(row.id);
+  for (const ArgumentRow& row : ARGUMENT_ROWS) checked.insert(row.id);
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
     const auto id = static_cast<DiagnosticId>(i);
     EXPECT_EQ(checked.count(id), 1U) << vsa::name(id);

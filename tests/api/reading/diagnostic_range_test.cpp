@@ -19,7 +19,7 @@ namespace {
 using vsa::DiagnosticId;
 
 /// The first diagnostic of a text, and its range between « and ».
-struct Row {
+struct RangeRow {
   DiagnosticId id;
   std::string_view marked;
   std::string_view inputPath = "";
@@ -28,7 +28,7 @@ struct Row {
 
 using enum DiagnosticId;
 
-const Row ROWS[] = {
+const RangeRow RANGE_ROWS[] = {
     // Characters.
     {InvalidToken, "lamp sun;\nsun.power = 50«%»;", "sun.power"},
     {InvalidToken, "«}»"},
@@ -151,7 +151,7 @@ vsa::TextPosition positionIn(std::string_view text, std::size_t offset) {
   return {offset, lines + 1, offset - start + 1};
 }
 
-void expectRange(const Row& row, const vsa::ReadOutcome& outcome) {
+void expectRange(const RangeRow& row, const vsa::ReadOutcome& outcome) {
   const Marked marked(row.marked);
   ASSERT_FALSE(outcome.diagnostics.empty()) << row.marked;
   const vsa::Diagnostic& found = outcome.diagnostics.front();
@@ -169,14 +169,14 @@ void expectRange(const Row& row, const vsa::ReadOutcome& outcome) {
 
 TEST(DiagnosticRange, IsTheOneMarkedInATextInMemory) {
   declareLamp();
-  for (const Row& row : ROWS) {
+  for (const RangeRow& row : RANGE_ROWS) {
     expectRange(row, vsa::readText(Marked(row.marked).text));
   }
 }
 
 // A source of single bytes has not given what follows the invalid character.
 TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
-  const Row row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
+  const RangeRow row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
   expectRange(row, vsa::readText(Marked(row.marked).text));
 }
 
@@ -189,7 +189,7 @@ TEST(DiagnosticRange, IsCheckedForEveryId) {
       HostMessage,          // below
       TooManyArrayElements  // takes 200 GB
   };
-  for (const Row& row : ROWS) checked.insert(row.id);
+  for (const RangeRow& row : RANGE_ROWS) checked.insert(row.id);
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
     const auto id = static_cast<DiagnosticId>(i);
     EXPECT_EQ(checked.count(id), 1U) << vsa::name(id);
@@ -197,7 +197,7 @@ TEST(DiagnosticRange, IsCheckedForEveryId) {
 }
 
 TEST(DiagnosticRange, IsTheCountOfABufferThatCannotBeAllocated) {
-  const Row row{CannotAllocate, "mesh q;\nq.b = float«[18446744073709551615]» {0};\n", "q.b"};
+  const RangeRow row{CannotAllocate, "mesh q;\nq.b = float«[18446744073709551615]» {0};\n", "q.b"};
   vsa::ReadOptions options;
   options.limits.memory = vsa::UNLIMITED;
   const vsa::ReadResult result = vsa::readText(Marked(row.marked).text, options);
@@ -206,7 +206,7 @@ TEST(DiagnosticRange, IsTheCountOfABufferThatCannotBeAllocated) {
 }
 
 TEST(DiagnosticRange, IsThePathOfAnInputThatIsTooDeep) {
-  const Row row{NestedTooDeeply, "mesh q;\n«q.a.b.c» = 1;\n", "q.a.b.c"};
+  const RangeRow row{NestedTooDeeply, "mesh q;\n«q.a.b.c» = 1;\n", "q.a.b.c"};
   vsa::Scene scene;
   scene.plain().setDepthLimit(2);
   expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
@@ -222,14 +222,14 @@ TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
       if (call.starts_with("createNode lamp moon")) act();
     };
     const bool throws = &act != &acts[4];
-    const Row row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
+    const RangeRow row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
     expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
   }
 }
 
 TEST(DiagnosticRange, IsTheOneMarkedInASource) {
   declareLamp();
-  for (const Row& row : ROWS) {
+  for (const RangeRow& row : RANGE_ROWS) {
     for (const std::size_t bytesPerRead : {0, 1, 5}) {
       TestSource source(Marked(row.marked).text, bytesPerRead);
       expectRange(row, vsa::readSource(source));

@@ -33,7 +33,7 @@ using vsa::ReadOutcome;
 using vsa::ReadProgress;
 using vsa::ReadStatus;
 
-struct Row {
+struct EndingRow {
   const char* way;
   ReadStatus status;
   std::function<ReadOutcome()> read;
@@ -202,7 +202,7 @@ ReadOutcome cancelledInTheLinks() {
 
 // --- the table ---
 
-std::vector<Row> rows() {
+std::vector<EndingRow> rows() {
   using enum ReadStatus;
   return {
       {"a whole text", Complete, text("lamp sun; sun.next = sun;")},
@@ -299,7 +299,7 @@ void expectConsistent(const ReadOutcome& outcome) {
 }
 
 TEST(ReadEndings, HaveAStatusEach) {
-  for (const Row& row : rows()) {
+  for (const EndingRow& row : rows()) {
     const testing::ScopedTrace trace(__FILE__, __LINE__, row.way);
     const ReadOutcome outcome = row.read();
     EXPECT_STREQ(vsa::name(outcome.status), vsa::name(row.status)) << outcome.message;
@@ -311,7 +311,7 @@ TEST(ReadEndings, HaveAStatusEach) {
 TEST(ReadEndings, AreOfEveryStatusAndEveryLimit) {
   std::set<ReadStatus> statuses;
   std::set<Limit> limits;
-  for (const Row& row : rows()) {
+  for (const EndingRow& row : rows()) {
     statuses.insert(row.status);
     if (row.limit) limits.insert(*row.limit);
   }

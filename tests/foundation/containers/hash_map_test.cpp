@@ -19,12 +19,12 @@ using vsa_tests::Tracked;
 class HashMapElements : public vsa_tests::TrackedTest {};
 
 /// A key whose hash is chosen.
-struct Key {
+struct CollidingKey {
   std::uint64_t hash;
   std::string name;
 };
 
-std::uint64_t hashOf(const Key& key) {
+std::uint64_t hashOf(const CollidingKey& key) {
   return key.hash;
 }
 
@@ -113,7 +113,7 @@ TEST(HashMap, HashesThatDifferAboveTheLowEightBitsShareABucket) {
 }
 
 TEST(HashMap, KeysOfEqualHashAreOneKey) {
-  HashMap<Key, int> map;
+  HashMap<CollidingKey, int> map;
   map.set({5, "one"}, 1);
   map.set({5, "other"}, 2);
   EXPECT_EQ(valuesOf(map), std::vector<int>{2});

@@ -164,14 +164,14 @@ TEST(AssignInfo, MoveAssignmentCopiesTheTokens) {
   EXPECT_TRUE(source.isScalar);
 }
 
-struct Row {
+struct StatementRow {
   Type count;
   const char* value;
   const char* quoted;
 };
 
 TEST(AssignInfo, ValueString) {
-  constexpr Row ROWS[] = {
+  constexpr StatementRow ROWS[] = {
       {Type::Eof, "", ""},
       {Type::Eof, "2.5", "2.5"},
       {Type::Eof, "12345678901234567890", "12345678901234567890"},
@@ -183,7 +183,7 @@ TEST(AssignInfo, ValueString) {
       {Type::Brackets, "1234567890123456789", "1234567890123456789[..."},
       {Type::Brackets, "12345678901234567890", "12345678901234567890..."},
   };
-  for (const Row& row : ROWS) {
+  for (const StatementRow& row : ROWS) {
     AssignInfo info;
     info.valueToken = token(Type::Id, row.value, 1);
     info.countToken = token(row.count, "[2]", 1);

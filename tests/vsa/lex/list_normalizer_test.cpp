@@ -37,13 +37,13 @@ std::string run(Normalizer copy, const std::string& text) {
          std::string(copied.from, from.data() + from.size());
 }
 
-struct Row {
+struct ListRow {
   const char* text;
   const char* run;
 };
 
 TEST(NormalizedList, Rows) {
-  constexpr Row ROWS[] = {
+  constexpr ListRow ROWS[] = {
       {"1", "1|"},
       {"1 2 3", "1 2 3|"},
       {"1,2,,3", "1 2 3|"},
@@ -64,7 +64,7 @@ TEST(NormalizedList, Rows) {
       {"123456789012345;67", "123456789012345|;67"},
       {"1234567890123456                    }", "1234567890123456|                    }"},
   };
-  for (const Row& row : ROWS) {
+  for (const ListRow& row : ROWS) {
     for (const Normalizer copy : normalizers()) {
       EXPECT_EQ(visible(run(copy, row.text)), visible(row.run)) << row.text;
     }

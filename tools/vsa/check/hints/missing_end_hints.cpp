@@ -4,14 +4,11 @@
 
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
 
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 /// A word that people write for a keyword.
 struct Alias {

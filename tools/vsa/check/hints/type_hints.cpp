@@ -3,16 +3,13 @@
 
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
 
 namespace {
 
 using vsa::DiagnosticId;
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 bool expects(const vsa::Diagnostic& diagnostic, std::string_view type) {
   return diagnostic.argument("expected") == type;

@@ -12,7 +12,7 @@ namespace vsa_tools {
 namespace {
 
 // A longer number is written while it is read: a compressed buffer is a single one.
-constexpr std::size_t MAX_KEPT_BYTES = 16 << 10;
+constexpr std::size_t MAX_NUMBER_BYTES = 16 << 10;
 // A matrix with a longer number is not aligned.
 constexpr std::size_t MAX_CELL_BYTES = 64;
 
@@ -77,14 +77,14 @@ void ListLayout::add(std::string_view text, bool continues) {
   } else {
     number_ += text;
   }
-  if (number_.size() > MAX_KEPT_BYTES) spill();
+  if (number_.size() > MAX_NUMBER_BYTES) spill();
 }
 
 void ListLayout::addNumbers(std::string_view numbers) {
   if (hasNumber_) finishNumber();
   hasNumber_ = false;
   forEachNumber(numbers, [this](std::string_view number) {
-    if (number.size() <= MAX_KEPT_BYTES) {
+    if (number.size() <= MAX_NUMBER_BYTES) {
       place(number);
       ++count_;
     } else {

@@ -18,7 +18,7 @@ using zn::korvo_sdk::DataType;
 
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
-constexpr std::size_t MAX_KEPT_BYTES = 1 << 20;
+constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
 
 char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
@@ -93,7 +93,7 @@ void ShortListSource::addToken(const SyntaxToken& token, bool beginsBuffer) {
     if (last_ == SyntaxKind::Word) wordBegin_ = lastBegin_;
   }
   statement_ += token.text;
-  if (!token.isLast || statement_.size() > MAX_KEPT_BYTES) {
+  if (!token.isLast || statement_.size() > MAX_STATEMENT_BYTES) {
     isWhole_ = false;
     flush();
   }

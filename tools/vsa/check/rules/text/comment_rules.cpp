@@ -4,14 +4,11 @@
 #include <string>
 
 #include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
 
 namespace {
-
-bool isDigit(char c) {
-  return c >= '0' && c <= '9';
-}
 
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);

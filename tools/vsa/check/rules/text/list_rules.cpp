@@ -4,6 +4,7 @@
 
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
 
@@ -191,8 +192,6 @@ class ListRules final : public StatementRule {
     const std::uint64_t place = finding.range->begin.offset - (at - bracket);
     finding.edits = {{place, place, " "}};
   }
-
-  static bool isDigit(char c) { return c >= '0' && c <= '9'; }
 
   RuleFindings& found_;
 };

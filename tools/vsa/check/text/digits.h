@@ -1,0 +1,10 @@
+// Digits, independent of the locale.
+#pragma once
+
+namespace vsa_tools {
+
+constexpr bool isDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+
+}  // namespace vsa_tools
