@@ -154,6 +154,8 @@ class VsaParser {
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);
   IInput* resolve(PathResolver& target, std::span<const Token> path);
+  IInput* resolveAfterName(PathResolver& target, std::span<const Token> path);
+  IInput* findOrCreate(PathResolver& target) const;
 
   bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
@@ -171,6 +173,7 @@ class VsaParser {
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
   SimpleStatement simple_;       // the current simple statement
   TypedElements typedElements_;  // for the arrays of this text
+  bool isHostScene_ = true;      // false for a scene of the library
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -11,12 +11,6 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// The whole path for messages. The node's name is prepended to a path that begins with ".".
-String pathText(std::span<const Token> path, const interfaces::INode* node) {
-  const String text = collapsedPath(path);
-  return node == nullptr || text[0] != '.' ? text : node->name() + text;
-}
-
 std::uint64_t bytesOf(const ds::Vector<Token>& path) {
   std::uint64_t bytes = 0;
   for (const Token& token : path) bytes += token.text.len();
@@ -58,10 +52,28 @@ TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
 }
 
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
-  if (session != nullptr) session->beginTarget(target.node());
-  IInput* const input = target.resolve();
+  const bool isWithPath = path[0].type == Token::Type::Dot;
+  if (isWithPath && isHostScene_) return resolveAfterName(target, path);
+  IInput* const input = findOrCreate(target);
   if (input != nullptr) return input;
-  emitter().fatal(DiagnosticId::InputNotFound, pathText(path, &target.node()));
+  const String nodeName = isWithPath ? target.node().name() : String();
+  emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
+}
+
+// In messages, a path that begins with "." follows the name of the node. A host's scene returns the
+// name before it finds or creates an input, when it may rename the node. The library's scene
+// renames no node, so `resolve` requests the name for a message only (250 instructions a
+// statement).
+interfaces::IInput* VsaParser::resolveAfterName(PathResolver& target, std::span<const Token> path) {
+  const String nodeName = target.node().name();
+  IInput* const input = findOrCreate(target);
+  if (input != nullptr) return input;
+  emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
+}
+
+interfaces::IInput* VsaParser::findOrCreate(PathResolver& target) const {
+  if (session != nullptr) session->beginTarget(target.node());
+  return target.resolve();
 }
 
 // A path that begins with "." refers to the "with" node.
@@ -69,11 +81,11 @@ interfaces::INode* VsaParser::targetNode(std::span<const Token> path) {
   const Token& first = path[0];
   if (first.type == Token::Type::Dot) {
     if (withNode != nullptr) return withNode;
-    emitter().fatal(DiagnosticId::WithNodeNotSet, pathText(path, nullptr));
+    emitter().fatal(DiagnosticId::WithNodeNotSet, collapsedPath(path));
   }
   INode* const node = sceneOrNone().findNode(first.text);
   if (node != nullptr) return node;
-  emitter().fatal(DiagnosticId::NodeNotFound, pathText(path, nullptr));
+  emitter().fatal(DiagnosticId::NodeNotFound, collapsedPath(path));
 }
 
 }  // namespace zn::korvo_sdk::impl

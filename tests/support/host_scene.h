@@ -38,6 +38,9 @@ struct HostOptions {
   /// The calls of isArray, refusesValues, holdsBuffer and bufferType, one line each.
   std::vector<std::string> queries;
   int typesAsked = 0;  ///< Number of calls of type() on nodes.
+  int namesAsked = 0;  ///< Number of calls of name() on nodes.
+  /// Called by name() of nodes.
+  std::function<void()> onNameAsked;
   /// Called by type() of nodes.
   std::function<void()> onTypeAsked;
   /// Called with each line before it is recorded; may throw.
@@ -198,7 +201,11 @@ class HostNode final : public host::INode {
   HostNode(HostOptions& options, std::string type, std::string name)
       : options_(options), type_(std::move(type)), name_(std::move(name)) {}
 
-  zn::String name() const override { return string(name_); }
+  zn::String name() const override {
+    ++options_.namesAsked;
+    if (options_.onNameAsked) options_.onNameAsked();
+    return string(name_);
+  }
   zn::String type() const override {
     ++options_.typesAsked;
     if (options_.onTypeAsked) options_.onTypeAsked();
@@ -226,6 +233,9 @@ class HostNode final : public host::INode {
     if (options_.refusesOutputs) return nullptr;
     return &outputs_.try_emplace(text(name), name_ + '.' + text(name)).first->second;
   }
+
+  /// Changes the result of name().
+  void rename(std::string name) { name_ = std::move(name); }
 
   /// Adds an input without recording a call.
   HostInput* add(const std::string& name, sdk::AttrType type) {

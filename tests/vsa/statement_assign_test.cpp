@@ -246,6 +246,42 @@ TEST_F(Assign, WithNode) {
   EXPECT_EQ(calls("lamp n: .a = 1;"), (Lines{"n.createInput a Int", "n.a.assign Int 1"}));
 }
 
+// The name of the node precedes the path in messages. The scene is asked for it in each statement
+// that begins with ".", once, after the right-hand side and before the inputs of the path.
+TEST_F(Assign, WithNodeIsAskedForItsName) {
+  EXPECT_EQ(calls("lamp n: .a = 1; .b[0].c = \"x\"; .d |= n.o; .e = n; .f = vec2(1 2);").size(),
+            16U);
+  EXPECT_EQ(scene_.options.namesAsked, 5 + 1) << "the last one is of setNode in the host's scene";
+  EXPECT_EQ(calls("n.a = 2; n.g[0] = 1; n.h |= n.o;").size(), 8U);
+  EXPECT_EQ(scene_.options.namesAsked, 6) << "the text has the name";
+}
+
+TEST_F(Assign, WithNodeIsAskedForItsNameBeforeItsInputs) {
+  for (const std::string statement : {".a = 1;", ".a[0] = 1;", ".a |= n.o;"}) {
+    scene_.options = {};
+    std::vector<int> typesAskedBefore;
+    scene_.options.onNameAsked = [&] { typesAskedBefore.push_back(scene_.options.typesAsked); };
+    scene_.add("lamp", "n");
+    read("lamp n: " + statement);
+    EXPECT_EQ(typesAskedBefore, std::vector<int>{0}) << statement;
+    scene_.removeNode("n");
+  }
+}
+
+// A node that is renamed when its type is asked has its former name in the message.
+TEST_F(Assign, MessageHasTheNameFromBeforeTheInputs) {
+  scene_.options.refusesInputs = true;
+  scene_.options.onTypeAsked = [this] { node_->rename("other"); };
+  EXPECT_EQ(errors("lamp n: .a = 1;"), Lines{"error: PARSE ERROR (1,15): input 'n.a' not found.."});
+}
+
+// An exception of the host leaves the parser even if no message needs the name.
+TEST_F(Assign, ExceptionOfTheNameOfTheWithNode) {
+  scene_.options.onNameAsked = [] { throw std::logic_error("name"); };
+  EXPECT_THROW(read("lamp n: .a = 1;"), std::logic_error);
+  EXPECT_EQ(scene_.options.calls, Lines{});
+}
+
 TEST_F(Assign, MissingNodes) {
   EXPECT_EQ(errors("nosuch.a[1] = 1;"),
             Lines{"error: PARSE ERROR (1,16): node 'nosuch.a[1]' not found ."});

@@ -6,15 +6,15 @@
 
 #include <vsa/foundation/string.h>
 #include "foundation/containers/hash_index.h"
+#include "scene/library_scene.h"
 #include "scene/model/node_impl.h"
 #include "scene/model/storage/slabs.h"
-#include "scene/node_prefetch.h"
 
 namespace zn::korvo_sdk {
 
 struct SceneStorage;
 
-class NodeTable final : public NodePrefetch {
+class NodeTable final : public LibraryScene {
  public:
   explicit NodeTable(SceneStorage* owner) noexcept : nodes_(owner) {}
 

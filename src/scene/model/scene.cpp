@@ -7,7 +7,7 @@
 namespace zn::korvo_sdk {
 
 Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
-  setNodePrefetch([](const interfaces::IScene& scene) noexcept -> const NodePrefetch* {
+  setLibraryScene([](const interfaces::IScene& scene) noexcept -> const LibraryScene* {
     const auto* const own = dynamic_cast<const Scene*>(&scene);
     return own == nullptr ? nullptr : &own->storage_->nodes;
   });

@@ -5,7 +5,7 @@
 #include "diagnostics/emitter.h"
 #include "diagnostics/reading_sinks.h"
 #include "foundation/base/prefetch.h"
-#include "scene/node_prefetch.h"
+#include "scene/library_scene.h"
 
 namespace zn::korvo_sdk::impl {
 
@@ -52,7 +52,7 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);
-  const NodePrefetch* const nodes = entries.size < NAMES ? nullptr : nodePrefetchOf(scene_);
+  const LibraryScene* const nodes = entries.size < NAMES ? nullptr : libraryScene(scene_);
   const auto read = [&](std::uint64_t i) {
     if (i >= entries.size) return;
     const std::string_view source(entries[i]->value.source);

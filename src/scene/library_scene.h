@@ -1,0 +1,34 @@
+// LibraryScene: what the reader uses of the library's own scene besides the interface. Internal.
+//
+// The reader calls a scene through its interface and does not depend on the library's own scene.
+// That scene therefore registers a function here, which recognises its objects. Its nodes never
+// change their names, and their memory can be prefetched.
+#pragma once
+
+#include <cstdint>
+
+#include <vsa/scene/scene_interface.h>
+
+namespace zn::korvo_sdk {
+
+/// Hints without observable effects.
+class LibraryScene {
+ public:
+  /// Prefetches the place where a name with this hash is looked up.
+  virtual void prefetchSlot(std::uint64_t nameHash) const noexcept = 0;
+  /// Prefetches the node of a name with this hash. Call prefetchSlot earlier, so that the slot is
+  /// in the cache.
+  virtual void prefetchNode(std::uint64_t nameHash) const noexcept = 0;
+
+ protected:
+  ~LibraryScene() = default;
+};
+
+/// Returns the LibraryScene of a scene of the library, null for a host's scene.
+using LibrarySceneOf = const LibraryScene* (*)(const interfaces::IScene& scene) noexcept;
+
+/// Sets the function that `libraryScene` calls. All scenes of the library set the same function.
+void setLibraryScene(LibrarySceneOf function) noexcept;
+const LibraryScene* libraryScene(const interfaces::IScene& scene) noexcept;
+
+}  // namespace zn::korvo_sdk
