@@ -93,6 +93,7 @@ TEST_F(CheckCommandTest, FoldersAndListsAreCheckedInOrderWhateverTheNumberOfWork
   EXPECT_NE(last, std::string::npos);
   EXPECT_TRUE(run.out.ends_with("50 files checked: 0 errors, 50 warnings in 50 files\n"));
   EXPECT_EQ(run.out, vsa("check -j 4 .").out);
+  EXPECT_EQ(run.out, vsa("check -j 0 .").out);
   const std::string listed = vsa("check -j 3 -0 @list").out;
   EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'),
             std::count(listed.begin(), listed.end(), '\n'));

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "tools/vsa/check/check_run.h"
+#include "tools/vsa/common/files/jobs.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 
@@ -67,9 +68,7 @@ void CheckCommand::addInputOptions(CommandOptions& options) {
                   "The names in lists end with NUL, not with the line");
   options.add("--stdin-filename", options_.stdinName, "The name of standard input in messages")
       .valueName("NAME");
-  options.add("-j,--jobs", options_.workers, "Files to check at the same time")
-      .valueName("N")
-      .range(1, 256);
+  addJobs(options, options_.workers);
   options.addFlag("--first", options_.isFirstOnly, "Stop where the reader does");
   options.addFlag("--fix", options_.isFixing,
                   "Change the files as the hints say, where that is safe");
@@ -108,6 +107,7 @@ void CheckCommand::addSelectionOptions(CommandOptions& options) {
 
 int CheckCommand::run() {
   options_.format = formats().at(format_);
+  options_.workers = workersFor(options_.workers);
   const InterruptScope interrupts;
   const bool readsInput =
       std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end();

@@ -1,9 +1,7 @@
 #include "tools/vsa/common/files/file_arguments.h"
 
-#include <algorithm>
-#include <thread>
-
 #include "tools/vsa/common/files/file_list.h"
+#include "tools/vsa/common/files/jobs.h"
 #include "tools/vsa/common/output/exit_status.h"
 
 namespace vsa_tools {
@@ -19,9 +17,7 @@ CommandOption FileArguments::addTo(CommandOptions& options, const std::string& p
 }
 
 void FileArguments::addJobsTo(CommandOptions& options) {
-  options.add("-j,--jobs", workers_, "Files to work on at the same time; 0: one for each core")
-      .valueName("N")
-      .range(0, 1024);
+  addJobs(options, workers_);
 }
 
 ListedFiles FileArguments::list(const std::vector<std::string>& byDefault) const {
@@ -34,7 +30,7 @@ ListedFiles FileArguments::list(const std::vector<std::string>& byDefault) const
 }
 
 unsigned FileArguments::workers() const {
-  return workers_ != 0 ? workers_ : std::max(std::thread::hardware_concurrency(), 1U);
+  return workersFor(workers_);
 }
 
 }  // namespace vsa_tools
