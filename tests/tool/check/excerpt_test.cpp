@@ -43,7 +43,7 @@ TEST_F(ExcerptTest, CaretsAreUnderTheBytes) {
       {"ab\tc", 3, 4, "ab      c", "        ^"},
       {"\xC3\xA4 = 1", 5, 6, "\xC3\xA4 = 1", "    ^"},           // two bytes, one column
       {"\xE4\xB8\x80 = 1", 6, 7, "\xE4\xB8\x80 = 1", "     ^"},  // three bytes, two columns
-      {"\xE4\xB8\x80 = 1", 0, 3, "\xE4\xB8\x80 = 1", "^^"},      // a wide culprit
+      {"\xE4\xB8\x80 = 1", 0, 3, "\xE4\xB8\x80 = 1", "^^"},      // a wide character
       {"e\xCC\x81 = 1", 6, 7, "e\xCC\x81 = 1", "    ^"},         // a combining mark
       {"a\x1B[2Jb", 5, 6, "a\\x1b[2Jb", "        ^"},            // a control character
       {"\xFF b", 2, 3, "\\xff b", "     ^"},                     // no UTF-8
@@ -58,10 +58,10 @@ TEST_F(ExcerptTest, CaretsAreUnderTheBytes) {
   }
 }
 
-TEST_F(ExcerptTest, LongLinesAreCutAroundTheCulprit) {
-  const std::string line = std::string(100, 'a') + "CULPRIT" + std::string(100, 'b');
+TEST_F(ExcerptTest, LongLinesAreCutAroundTheSourceRange) {
+  const std::string line = std::string(100, 'a') + "MISTAKE" + std::string(100, 'b');
   const Excerpt middle = excerpt(line, 100, 107);
-  EXPECT_EQ("...aaaaaaaaaaaaaaCULPRITbbbbbbbbbbbbb...", middle.line);
+  EXPECT_EQ("...aaaaaaaaaaaaaaMISTAKEbbbbbbbbbbbbb...", middle.line);
   EXPECT_EQ("                 ^^^^^^^", middle.carets);
   const Excerpt begin = excerpt(line, 0, 1, 20);
   EXPECT_EQ("aaaaaaaaaaaaaa...", begin.line);
@@ -69,7 +69,7 @@ TEST_F(ExcerptTest, LongLinesAreCutAroundTheCulprit) {
   const Excerpt end = excerpt(line, 207, 207, 20);
   EXPECT_EQ("...bbbbbbbbbbbbbb", end.line);
   EXPECT_EQ(std::string(17, ' ') + "^", end.carets);
-  const Excerpt wide = excerpt(line, 10, 200, 20);  // the culprit does not fit
+  const Excerpt wide = excerpt(line, 10, 200, 20);  // the source range does not fit
   EXPECT_EQ(20u, wide.line.size());
   EXPECT_EQ("   ^^^^^^^^^^^^^^", wide.carets);
 }

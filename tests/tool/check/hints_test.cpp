@@ -202,7 +202,7 @@ TEST(Hints, NoteWhereTheReaderNoticesWhatIsOpen) {
   EXPECT_EQ(atEnd.notes[0].range.begin, (vsa::TextPosition{24, 2, 8}));
 }
 
-// Any place of a broken text: hints look at bytes around the culprit.
+// Any place of a broken text: hints look at bytes around the source range.
 TEST(Hints, AreMadeForEveryPrefixOfATextWithMistakes) {
   declareHintedLamp();
   for (const HintRow& row : ROWS) {

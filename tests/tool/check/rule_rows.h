@@ -10,7 +10,7 @@ using namespace std::string_view_literals;
 
 struct RuleRow {
   std::string id;
-  std::string_view fires;     ///< With the culprit between « and ».
+  std::string_view fires;     ///< With the source range between « and ».
   std::string_view isSilent;  ///< As similar as possible.
 };
 

@@ -39,7 +39,7 @@ constexpr std::string_view TYPES = R"({"types": {
 
 struct TypeRow {
   const char* id;
-  std::string_view fires;  // with the culprit between « and »
+  std::string_view fires;  // with the source range between « and »
   std::string_view isSilent;
   std::string_view hint = "";
 };

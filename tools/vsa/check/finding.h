@@ -40,7 +40,7 @@ struct Finding {
   std::string id;
   /// What is wrong, as one sentence part without a place and without a final period.
   std::string message;
-  /// The culprit. Not set if the finding is about the whole file.
+  /// What is wrong in the text: its source range. Not set if the finding is about the whole file.
   std::optional<vsa::TextRange> range;
   std::vector<FindingNote> notes;
   /// What to do about it; may be empty.

@@ -56,8 +56,8 @@ const char* hintFor(char open) {
 
 }  // namespace
 
-bool isOpening(std::string_view culprit) {
-  return culprit.size() == 1 && std::string_view("\"({[").find(culprit) != culprit.npos;
+bool isOpening(std::string_view source) {
+  return source.size() == 1 && std::string_view("\"({[").find(source) != source.npos;
 }
 
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding) {

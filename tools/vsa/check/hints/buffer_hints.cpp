@@ -12,7 +12,7 @@ namespace {
 
 using vsa::DiagnosticId;
 
-/// `TYPE[COUNT] {LIST}` around a culprit.
+/// `TYPE[COUNT] {LIST}` around a source range.
 struct Literal {
   vsa::ElementType type = vsa::ElementType::Null;
   std::uint64_t countBegin = 0;  // the "["
@@ -20,7 +20,7 @@ struct Literal {
   std::size_t numbers = 0;
 };
 
-// The culprit is the brackets or the list, or a number of the list.
+// At `offset` are the brackets or the list, or a number of the list.
 std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   const std::string_view all = text.text();
   const std::size_t open = text.at(offset) == '[' ? offset : all.rfind('[', offset);

@@ -70,20 +70,20 @@ void hintForWordInList(HintText& text, const vsa::TextRange& range, Finding& fin
 
 void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
-  const std::string_view culprit = text.bytesOf(range);
-  if (culprit.empty()) return;
+  const std::string_view source = text.bytesOf(range);
+  if (source.empty()) return;
   if (diagnostic.id == vsa::DiagnosticId::EndMark) {
     finding.hint = "write the byte 0xFF as `\\xff` in a string, and save the file as UTF-8";
   } else if (diagnostic.id == vsa::DiagnosticId::InvalidToken) {
     const std::uint64_t before = text.endBefore(range.begin.offset);
     const bool isBehindDigit =
         before != 0 && zn::char_class::is(text.at(before - 1), zn::char_class::DIGIT);
-    finding.hint = hintForInvalid(culprit.front(), isBehindDigit);
+    finding.hint = hintForInvalid(source.front(), isBehindDigit);
   } else if (isBlock(text, range.begin.offset)) {
     finding.hint = "there are no blocks: end the declaration with `:`, and begin inputs with `.`";
   } else if (hintForBracketList(text, bracketBefore(text, range.begin.offset), finding)) {
     return;
-  } else if (isOpening(culprit)) {
+  } else if (isOpening(source)) {
     hintForUnclosed(text, range, finding);
   } else {
     hintForWordInList(text, range, finding);

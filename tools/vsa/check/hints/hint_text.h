@@ -93,8 +93,8 @@ bool suggest(Finding& finding, const vsa::TextRange& range,
 /// The value of "0x1F" in decimal; nothing if it is none of 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);
-/// Whether the culprit is the character that opens a string or a list which is not closed.
-bool isOpening(std::string_view culprit);
+/// Whether it is the character that opens a string or a list which is not closed.
+bool isOpening(std::string_view source);
 /// How to close it, with a note where the reader notices.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
 /// "[0 1]" behind "=": a buffer. False if `open` is no such bracket.

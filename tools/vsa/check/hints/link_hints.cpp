@@ -65,8 +65,8 @@ void hintForTypedInput(HintText& text, const vsa::Diagnostic& diagnostic, Findin
 
 void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
-  const std::string_view culprit = text.bytesOf(range);
-  if (culprit.empty()) {
+  const std::string_view source = text.bytesOf(range);
+  if (source.empty()) {
     finding.hint = "the text ends inside a statement; it may have been cut off";
     return;
   }
@@ -75,7 +75,7 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
     case DiagnosticId::NoNodeToConnect:
       return hintForMissingNode(text, diagnostic, finding);
     case DiagnosticId::NoOutputToConnect:
-      suggest(finding, range, text.nearestOutput(culprit));
+      suggest(finding, range, text.nearestOutput(source));
       return;
     case DiagnosticId::InvalidOutput:
       return hintForSource(text, range, finding);
@@ -88,7 +88,7 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
   if (expected == "=") {
     hintForPipe(text, range, finding);
   } else if (expected == "(null|path)") {
-    finding.hint = "name an output, such as `" + std::string(culprit) +
+    finding.hint = "name an output, such as `" + std::string(source) +
                    ".out`; a reference to a node is written with `=`";
   }
 }

@@ -103,26 +103,26 @@ bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding
 
 void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
-  const std::string_view culprit = text.bytesOf(range);
+  const std::string_view source = text.bytesOf(range);
   const std::uint64_t at = range.begin.offset;
   const char next = text.at(text.beginBehind(range.end.offset));
-  if (culprit.empty()) {
+  if (source.empty()) {
     finding.hint = "end the statement with `;`";
     insertAt(finding, at, ";");
   } else if (isDecimalComma(text, at)) {
     finding.hint = "a comma is a blank, not a decimal point: write a point";
     finding.edits = {{at, at + 1, "."}};
-  } else if (isOpening(culprit)) {
+  } else if (isOpening(source)) {
     hintForUnclosed(text, range, finding);
-  } else if (culprit.front() == '"') {
+  } else if (source.front() == '"') {
     finding.hint = "a value is one string; a quote inside it is written `\\\"`";
-  } else if (culprit.front() == '.') {
+  } else if (source.front() == '.') {
     hintForOutput(text, range, finding);
-  } else if (isWordText(culprit) && (next == '[' || next == '(')) {
+  } else if (isWordText(source) && (next == '[' || next == '(')) {
     hintForKeyword(text, range, finding);
-  } else if (isWordText(culprit) && !hintForDigits(text, range, finding)) {
+  } else if (isWordText(source) && !hintForDigits(text, range, finding)) {
     finding.hint = "a value ends here; a number has no unit, and a text needs quotes";
-  } else if (culprit.front() == '(' || culprit.front() == '[' || culprit.front() == '{') {
+  } else if (source.front() == '(' || source.front() == '[' || source.front() == '{') {
     finding.hint = "a tuple is `vec3(x y z)`, and a buffer `float[2] {x y}`";
   }
 }

@@ -21,17 +21,17 @@ void hintForNode(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "declare the node before this line, such as `lamp " + std::string(name) + ";`";
 }
 
-// The last word of the culprit, such as "ids" of "ids[0]".
+// The last word of the path, such as "ids" of "ids[0]".
 void hintForInput(HintText& text, const vsa::TextRange& range, Finding& finding) {
-  const std::string_view culprit = text.bytesOf(range);
-  if (culprit.find('[') != std::string_view::npos) {
+  const std::string_view path = text.bytesOf(range);
+  if (path.find('[') != std::string_view::npos) {
     finding.hint = "assign the first element before the whole array is connected";
     return;
   }
-  const std::size_t word = culprit.find_last_of('.') + 1;
+  const std::size_t word = path.find_last_of('.') + 1;
   vsa::TextRange last = range;
   last.begin.offset += word;
-  suggest(finding, last, text.nearestInput(culprit.substr(word)));
+  suggest(finding, last, text.nearestInput(path.substr(word)));
 }
 
 void hintForIndex(HintText& text, const vsa::TextRange& range, Finding& finding) {

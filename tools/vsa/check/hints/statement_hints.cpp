@@ -62,8 +62,8 @@ void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& fi
 }
 
 void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& finding) {
-  const std::string_view culprit = text.bytesOf(range);
-  if (culprit.empty()) {
+  const std::string_view source = text.bytesOf(range);
+  if (source.empty()) {
     const bool isAtEnd = text.beginBehind(range.end.offset) == text.text().size();
     finding.hint = isAtEnd ? "the text ends inside a statement; it may have been cut off"
                            : "end the statement with `;`";
@@ -72,20 +72,20 @@ void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& f
   }
   const std::uint64_t before = text.endBefore(range.begin.offset);
   const bool isBehindPath = before != 0 && isWordText(text.text().substr(before - 1, 1));
-  const bool isValue = isDigit(culprit.front()) || culprit.front() == '-';
-  if (culprit.front() == '"' || culprit.front() == '\'') {
-    const std::string_view content = culprit.substr(1, culprit.size() - 2);
+  const bool isValue = isDigit(source.front()) || source.front() == '-';
+  if (source.front() == '"' || source.front() == '\'') {
+    const std::string_view content = source.substr(1, source.size() - 2);
     finding.hint = "names and types have no quotes";
     if (isWordText(content)) replace(finding, range, std::string(content));
-  } else if (isWordText(culprit)) {
-    if (isConstant(culprit)) {
+  } else if (isWordText(source)) {
+    if (isConstant(source)) {
       finding.hint = "`true`, `false` and `null` are no names, in any letter case";
     } else {
       hintForWord(text, range, finding);
     }
-  } else if (isValue && culprit.size() > 1 && isBehindPath && !isDigit(culprit.front())) {
+  } else if (isValue && source.size() > 1 && isBehindPath && !isDigit(source.front())) {
     finding.hint = "a name has letters, digits and `_` only";
-  } else if (isDigit(culprit.front()) && isBehindPath) {
+  } else if (isDigit(source.front()) && isBehindPath) {
     finding.hint = "a name does not begin with a digit, and a value stands behind `=`";
   } else {
     hintForPunctuation(text, range, finding);

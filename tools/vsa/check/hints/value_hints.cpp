@@ -96,14 +96,14 @@ void hintForTuple(HintText& text, const vsa::TextRange& range, Finding& finding)
 
 void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
-  const std::string_view culprit = text.bytesOf(range);
+  const std::string_view source = text.bytesOf(range);
   const std::uint64_t at = range.begin.offset;
-  if (culprit.empty()) {
+  if (source.empty()) {
     finding.hint = "the text ends inside a statement; it may have been cut off";
     return;
   }
-  if (isOpening(culprit)) return hintForUnclosed(text, range, finding);
-  switch (culprit.front()) {
+  if (isOpening(source)) return hintForUnclosed(text, range, finding);
+  switch (source.front()) {
     case '#':
       finding.hint = "a comment stands between statements: move it behind the semicolon";
       return;
@@ -123,7 +123,7 @@ void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fi
     case '(':
       return hintForTuple(text, range, finding);
     default:
-      return hintForNumber(range, culprit, finding);
+      return hintForNumber(range, source, finding);
   }
 }
 
