@@ -27,6 +27,7 @@ class NodeGenerations {
     last_ = 0;
   }
   PathKey keyOf(PathKey node) {
+    if (removals_.empty()) return node;
     if (node != last_) {
       const auto found = removals_.find(node);
       last_ = node;

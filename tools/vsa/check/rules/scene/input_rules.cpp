@@ -32,8 +32,7 @@ void findInputProblems(SceneFindings& found) {
   const InputRulePointer numbers = numberRules(found);
   const InputRulePointer indices = indexRules(found);
   for (const vsa::NodeView node : found.input().scene.nodes()) {
-    visitInputs(node, [&](const vsa::InputView& input) {
-      const ValueType type = input.type();
+    visitInputs(node, [&](const vsa::InputView& input, ValueType type) {
       if (links && (type == ValueType::Node || input.connection())) links->visit(node, input);
       if (numbers && hasRealNumbers(type)) numbers->visit(node, input);
       if (indices && type == ValueType::Buffer) indices->visit(node, input);

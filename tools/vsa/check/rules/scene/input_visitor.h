@@ -7,13 +7,13 @@
 
 namespace vsa_tools {
 
-/// Calls `visit(input)` for each input of the node, its elements and members.
+/// Calls `visit(input, type)` for each input of the node, its elements and members.
 template <class Visit>
 void visitInputs(const vsa::NodeView& node, const Visit& visit) {
   std::vector<vsa::InputView> waiting;
   const auto visitOne = [&](const vsa::InputView& input) {
-    visit(input);
     const vsa::ValueType type = input.type();
+    visit(input, type);
     if (type == vsa::ValueType::Array) {
       for (const vsa::InputView element : input.elements()) waiting.push_back(element);
     } else if (type == vsa::ValueType::Object) {

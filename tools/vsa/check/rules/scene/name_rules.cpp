@@ -60,7 +60,7 @@ void findSameButLetter(SceneFindings& found) {
 void findUnnamed(SceneFindings& found) {
   std::unordered_set<const void*> named;
   for (const NodeView node : found.input().scene.nodes()) {
-    visitInputs(node, [&](const vsa::InputView& input) {
+    visitInputs(node, [&](const vsa::InputView& input, vsa::ValueType) {
       if (const NodeView target = input.node()) named.insert(target.plain());
       if (const vsa::ConnectionView connection = input.connection()) {
         named.insert(connection.node().plain());

@@ -10,7 +10,7 @@
 #include "tools/vsa/check/rules/text/path_steps.h"
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
-#include "tools/vsa/check/text/key_set.h"
+#include "tools/vsa/check/text/key_map.h"
 #include "tools/vsa/common/output/quoted_text.h"
 
 namespace vsa_tools {

@@ -43,11 +43,10 @@ struct BufferLiteral {
 
 class BufferRules final : public StatementRule {
  public:
-  explicit BufferRules(RuleFindings& found) : StatementRule(LIST), found_(found) {}
+  explicit BufferRules(RuleFindings& found) : StatementRule(BUFFER), found_(found) {}
 
   void visit(const StatementView& view) override {
     const vsa::StatementOutline& statement = view.statement;
-    if (statement.brackets.empty()) return;
     BufferLiteral literal{statement.word, statement.brackets, statement.list};
     literal.type = elementTypeOf(literal.keyword);
     const std::optional<std::uint64_t> count = countIn(literal.brackets);

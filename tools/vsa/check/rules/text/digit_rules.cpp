@@ -83,7 +83,7 @@ std::string shown(std::string_view text) {
 class DigitRules final : public StatementRule {
  public:
   DigitRules(const RuleInput& input, RuleFindings& found)
-      : StatementRule(LIST | INTEGER), input_(input), found_(found) {}
+      : StatementRule(TUPLE | BUFFER | INTEGER), input_(input), found_(found) {}
 
   void visit(const StatementView& view) override {
     const vsa::StatementOutline& statement = view.statement;

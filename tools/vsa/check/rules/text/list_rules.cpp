@@ -69,7 +69,7 @@ std::string quoted(std::string_view text) {
 
 class ListRules final : public StatementRule {
  public:
-  explicit ListRules(RuleFindings& found) : StatementRule(LIST), found_(found) {}
+  explicit ListRules(RuleFindings& found) : StatementRule(TUPLE | BUFFER | OBJECT), found_(found) {}
 
   void visit(const StatementView& view) override {
     const vsa::StatementOutline& statement = view.statement;

@@ -1,9 +1,9 @@
 // Rules about declarations and the node that paths with a leading period belong to.
 #include <string>
-#include <unordered_map>
 
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/text/key_map.h"
 #include "tools/vsa/check/text/statement_scan.h"
 #include "tools/vsa/common/output/quoted_text.h"
 
@@ -51,7 +51,7 @@ class NodeRules final : public StatementRule {
 
   void visitNode(const StatementView& view) {
     const bool isRemoval = view.kind() == StatementKind::Remove;
-    if (isRemoval) declared_.erase(view.node);
+    if (isRemoval) nodes_.remove(view.nodeKey);
     if (isRemoval && view.node == withNode_) removed_ = view.statement.text;
     if (view.kind() == StatementKind::Block) {
       withNode_ = view.node;
@@ -66,14 +66,14 @@ class NodeRules final : public StatementRule {
   void checkType(const StatementView& view) {
     const std::string_view type = view.statement.type;
     const auto [known, isNew] =
-        declared_.try_emplace(view.node, Declared{type, view.statement.text});
-    if (isNew || known->second.type == type) return;
+        declared_.insert(nodes_.keyOf(view.nodeKey), {type, view.statement.text});
+    if (isNew || known.type == type) return;
     if (!found_.isEnabled(RuleId::RedeclaredType)) return;
     Finding& finding = found_.add(RuleId::RedeclaredType, found_.rangeOf(type),
                                   "this finds the node " + shortened(view.node) + ", which is a " +
-                                      shortened(known->second.type) + " and stays one");
+                                      shortened(known.type) + " and stays one");
     finding.hint = "give the second node a name of its own";
-    finding.notes.push_back({found_.rangeOf(known->second.statement), "declared here"});
+    finding.notes.push_back({found_.rangeOf(known.statement), "declared here"});
   }
 
   // ".input" directly behind a declaration with a semicolon belongs to another node.
@@ -102,7 +102,8 @@ class NodeRules final : public StatementRule {
 
   std::string_view text_;
   RuleFindings& found_;
-  std::unordered_map<std::string_view, Declared> declared_;
+  NodeGenerations nodes_;
+  KeyMap<Declared> declared_{64};
   std::string_view withNode_;
   std::string_view removed_;    // the statement that removed the with node
   std::string_view lastBlock_;  // the last statement that ends in a colon

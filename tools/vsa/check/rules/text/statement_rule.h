@@ -22,7 +22,9 @@ enum StatementTrait : unsigned {
   STRING = 32,     ///< An assignment of a string,
   REFERENCE = 64,  ///< of a word,
   INTEGER = 128,   ///< of an integer,
-  LIST = 256,      ///< of a tuple, a buffer or an object.
+  TUPLE = 256,     ///< of a tuple,
+  BUFFER = 512,    ///< of a buffer,
+  OBJECT = 1024,   ///< of an object.
 };
 
 /// A statement that the reader accepts by its form, with the node that it is about.

@@ -5,7 +5,7 @@
 #include "tools/vsa/check/rules/text/path_steps.h"
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
-#include "tools/vsa/check/text/key_set.h"
+#include "tools/vsa/check/text/key_map.h"
 
 namespace vsa_tools {
 

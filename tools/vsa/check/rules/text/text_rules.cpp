@@ -15,9 +15,10 @@ unsigned traitsOfValue(const vsa::StatementOutline& statement) {
     case vsa::SyntaxKind::Integer:
       return INTEGER;
     case vsa::SyntaxKind::Braces:
-      return LIST;
+      return OBJECT;
     case vsa::SyntaxKind::Word:
-      return statement.list.empty() ? REFERENCE : LIST;
+      if (statement.list.empty()) return REFERENCE;
+      return statement.brackets.empty() ? TUPLE : BUFFER;
     default:
       return 0;
   }

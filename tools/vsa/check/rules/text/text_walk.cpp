@@ -58,17 +58,6 @@ vsa::ElementType elementTypeOf(std::string_view keyword) {
   return found == KEYWORDS.end() ? vsa::ElementType::Null : found->type;
 }
 
-// Statements about one node follow each other: comparing its name takes less time than the key of
-// the name.
-void TextWalk::setNode(StatementView& view) {
-  view.node = view.statement.node;
-  if (view.node != lastNode_) {
-    lastNode_ = view.node;
-    lastKey_ = keyOfNode(view.node);
-  }
-  view.nodeKey = lastKey_;
-}
-
 bool TextWalk::next(StatementView& view) {
   if (view.kind() == StatementKind::Declaration) {
     view.declarationBefore = view.statement.text;
@@ -84,7 +73,8 @@ bool TextWalk::next(StatementView& view) {
     view.nodeKey = view.hasPath() ? withKey_ : 0;
     return true;
   }
-  setNode(view);
+  view.node = view.statement.node;
+  view.nodeKey = keyOfNode(view.node);
   if (view.kind() == StatementKind::Block) {
     withNode_ = view.node;
     withKey_ = view.nodeKey;

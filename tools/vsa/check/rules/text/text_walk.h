@@ -19,11 +19,9 @@ class TextWalk {
   bool next(StatementView& view);
 
  private:
-  void setNode(StatementView& view);
-
   vsa::OutlineReader reader_;
-  std::string_view lastNode_, withNode_;
-  PathKey lastKey_ = 0, withKey_ = 0;
+  std::string_view withNode_;
+  PathKey withKey_ = 0;
   std::size_t count_ = 0;
 };
 
