@@ -1,5 +1,5 @@
-// The rules of vsa check: for each a text in which it fires, with the culprit between « and », and
-// a text in which it does not.
+// The rules of vsa check: for each a text in which it fires, with the source range between « and »,
+// and a text in which it does not.
 #include "tools/vsa/check/rules/rule.h"
 
 #include <gtest/gtest.h>
@@ -114,6 +114,22 @@ TEST(Rules, NameTheEscapeSequenceThatMayBeMeant) {
   EXPECT_EQ("write two backslashes", findingOf("50\\% off").hint);
   EXPECT_EQ(1U, findingOf("50\\% off").edits.size());
   EXPECT_EQ("write forward slashes, or two backslashes", findingOf("D:\\Novel").hint);
+}
+
+TEST(Rules, NameTheKeywordThatMayBeMeant) {
+  const auto findingOf = [](const std::string& statement) {
+    return findingsOf("lamp sun;\n" + statement, "redeclared-type").at(0);
+  };
+  EXPECT_EQ("did you mean `with`?", findingOf("wiht sun: .power = 1.0;").hint);
+  EXPECT_EQ("did you mean `remove`?", findingOf("remoev sun;").hint);
+  EXPECT_EQ("did you mean `define`?", findingOf("defin sun;").hint);
+  EXPECT_EQ("give the second node a name of its own", findingOf("with_ sun;").hint);
+  EXPECT_EQ("give the second node a name of its own", findingOf("camera sun:").hint);
+  const auto edits = findingOf("wiht sun: .power = 1.0;").edits;
+  ASSERT_EQ(1U, edits.size());
+  EXPECT_EQ(10U, edits[0].begin);
+  EXPECT_EQ(14U, edits[0].end);
+  EXPECT_EQ("with", edits[0].text);
 }
 
 // The folder of large scenes is not part of a release.

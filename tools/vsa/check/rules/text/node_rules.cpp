@@ -1,6 +1,8 @@
 // Rules about declarations and the node that paths with a leading period belong to.
+#include <optional>
 #include <string>
 
+#include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/rules/text/statement_rule.h"
 #include "tools/vsa/check/rules/text/text_walk.h"
 #include "tools/vsa/check/text/key_map.h"
@@ -17,6 +19,18 @@ struct Declared {
   std::string_view type;
   std::string_view statement;
 };
+
+// The keyword that the type of a declaration was probably meant to be: the node is there already.
+std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
+  NearestName nearest(view.statement.type);
+  if (view.kind() == StatementKind::Block) {
+    nearest.consider("with");
+  } else {
+    nearest.consider("remove");
+    nearest.consider("define");
+  }
+  return nearest.found();
+}
 
 class NodeRules final : public StatementRule {
  public:
@@ -72,7 +86,12 @@ class NodeRules final : public StatementRule {
     Finding& finding = found_.add(RuleId::RedeclaredType, found_.rangeOf(type),
                                   "this finds the node " + shortened(view.node) + ", which is a " +
                                       shortened(known.type) + " and stays one");
-    finding.hint = "give the second node a name of its own";
+    const std::optional<Suggestion> keyword = misspeltKeyword(view);
+    finding.hint = keyword ? "did you mean `" + keyword->name + "`?"
+                           : "give the second node a name of its own";
+    if (keyword && keyword->isSure) {
+      finding.edits = {{finding.range->begin.offset, finding.range->end.offset, keyword->name}};
+    }
     finding.notes.push_back({found_.rangeOf(known.statement), "declared here"});
   }
 
