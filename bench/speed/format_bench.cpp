@@ -8,7 +8,7 @@
 
 #include <vsa/syntax.h>
 #include "bench/ours/our_reader.h"
-#include "tools/vsa/fmt/comparison/reading_check.h"
+#include "tools/vsa/fmt/reading/reading_check.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 
 namespace bench {

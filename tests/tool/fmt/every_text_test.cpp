@@ -13,9 +13,9 @@
 #include <vsa/read.h>
 #include "tests/syntax/syntax_source.h"
 #include "tools/scene_text/scene_dump.h"
-#include "tools/vsa/fmt/comparison/reading_check.h"
 #include "tools/vsa/fmt/comparison/same_tokens.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
+#include "tools/vsa/fmt/reading/reading_check.h"
 
 namespace vsa_tools {
 

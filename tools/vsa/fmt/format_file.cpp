@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstring>
 #include <future>
+#include <optional>
 #include <utility>
 
 #include <vsa/file_replacement.h>
@@ -14,10 +15,10 @@
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/writing/output_sink.h"
-#include "tools/vsa/fmt/comparison/reading_check.h"
 #include "tools/vsa/fmt/comparison/same_tokens.h"
 #include "tools/vsa/fmt/diff/line_diff.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
+#include "tools/vsa/fmt/reading/reading_check.h"
 #include "tools/vsa/fmt/sinks.h"
 #include "tools/vsa/fmt/text_file.h"
 #include "tools/vsa/input/input_file.h"
@@ -59,7 +60,7 @@ class Formatting {
     std::future<ReadingCheck> reading = startReading(file_);
     const FilePointer spooled(isLarge(file_) ? std::tmpfile() : nullptr);
     const bool isSpooled = spooled != nullptr && formatInto(spooled.get());
-    if (!reading.get().isComplete) return notRead();
+    if (const auto refused = refusal(reading.get())) return *refused;
     OutputSink sink;
     const bool isWritten = isSpooled ? copy(spooled.get(), sink) : format(sink);
     if (!isWritten || !sink.flush()) return failed(EXIT_USAGE, shown_, sink.error());
@@ -71,7 +72,7 @@ class Formatting {
     TextFileSource whole(file_.descriptor());
     ComparingSink sink(whole);
     format(sink);
-    if (!reading.get().isComplete) return notRead();
+    if (const auto refused = refusal(reading.get())) return *refused;
     if (sink.isSame()) return {};
     return {EXIT_NOT_READ, true, {"vsa: " + shown_ + ": not formatted"}, {}};
   }
@@ -81,7 +82,7 @@ class Formatting {
     const FilePointer formatted(std::tmpfile());
     if (formatted == nullptr) return failed(EXIT_USAGE, shown_, std::strerror(errno));
     if (!formatInto(formatted.get())) return failed(EXIT_USAGE, shown_, std::strerror(errno));
-    if (!reading.get().isComplete) return notRead();
+    if (const auto refused = refusal(reading.get())) return *refused;
     FormatOutcome outcome;
     printDiff(file_.descriptor(), ::fileno(formatted.get()), shown_, shown_ + " (formatted)",
               [&](std::string_view line) { outcome.output.append(line) += '\n'; });
@@ -100,7 +101,7 @@ class Formatting {
     TeeSink both(replacement, comparison);
     const bool isWritten = replacement.open(name_) && format(both);
     if (!isWritten || comparison.isSame()) {
-      if (!reading.get().isComplete) return notRead();
+      if (const auto refused = refusal(reading.get())) return *refused;
       return isWritten ? FormatOutcome() : failed(EXIT_USAGE, shown_, replacement.error());
     }
     TextFile formatted;
@@ -110,7 +111,7 @@ class Formatting {
     std::future<ReadingCheck> readingAfter = startReading(formatted);
     const bool sameTokens = hasSameTokens(formatted);
     const ReadingCheck before = reading.get();
-    if (!before.isComplete) return notRead();
+    if (const auto refused = refusal(before)) return *refused;
     if (!sameTokens || readingAfter.get() != before) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
@@ -161,11 +162,15 @@ class Formatting {
     return format(sink) && std::fflush(to) == 0;
   }
 
-  FormatOutcome notRead() const {
+  /// The outcome for a file that cannot be read completely. A reading that failed is not enough, if
+  /// it was one in parts.
+  std::optional<FormatOutcome> refusal(const ReadingCheck& reading) const {
+    if (reading.isComplete) return std::nullopt;
+    TextFileSource source(file_);
     FormatOutcome outcome;
     outcome.status = EXIT_NOT_READ;
-    TextFileSource source(file_);
     outcome.messages = endingDiagnostics(shownName(name_), source, arguments_);
+    if (outcome.messages.empty()) return std::nullopt;
     outcome.messages.push_back("vsa: " + shown_ +
                                ": not formatted, because it was not read completely");
     return outcome;

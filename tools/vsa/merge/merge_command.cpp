@@ -9,8 +9,8 @@
 #include "tools/vsa/common/output/output.h"
 #include "tools/vsa/common/scene/broken_link.h"
 #include "tools/vsa/common/writing/output_sink.h"
-#include "tools/vsa/fmt/comparison/reading_check.h"
-#include "tools/vsa/fmt/layout/short_list_source.h"
+#include "tools/vsa/fmt/reading/reading_check.h"
+#include "tools/vsa/fmt/reading/short_list_source.h"
 #include "tools/vsa/input/input_file.h"
 
 namespace vsa_tools {
@@ -77,7 +77,7 @@ int MergeCommand::read(std::size_t index) {
   part.name = shownName(part.name);
   NodeNames names;
   TextFileSource text = sourceOf(index);
-  ShortListSource source(text);
+  ShortListSource source(text, vsa::UNLIMITED);
   vsa::ReadOptions options = reading_.options();
   options.keptDiagnostics = 0;
   bool hasBrokenLinks = false;

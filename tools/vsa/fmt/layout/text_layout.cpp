@@ -1,6 +1,7 @@
 #include "tools/vsa/fmt/layout/text_layout.h"
 
 #include "tools/vsa/fmt/layout/plain_numbers.h"
+#include "tools/vsa/fmt/layout/token_spacing.h"
 
 namespace vsa_tools {
 
@@ -12,15 +13,6 @@ using vsa::SyntaxToken;
 constexpr std::size_t BLOCK_INDENT = 2;
 // A longer word is no keyword.
 constexpr std::size_t MAX_KEYWORD_BYTES = 16;
-
-bool isList(SyntaxKind kind) {
-  return kind == SyntaxKind::Parens || kind == SyntaxKind::Braces;
-}
-
-// A token that would be one with a token of these kinds before it.
-bool isWordLike(SyntaxKind kind) {
-  return kind >= SyntaxKind::Word && kind <= SyntaxKind::Comment;
-}
 
 }  // namespace
 
@@ -41,7 +33,7 @@ void TextLayout::put(const SyntaxToken& token) {
 void TextLayout::beginToken(const SyntaxToken& token) {
   if (!isInStatement_) {
     beginStatement(token);
-  } else if (needsBlank(token)) {
+  } else if (needsBlank(last_, lastChar_, token)) {
     out_.put(' ');
   }
   last_ = token.kind;
@@ -68,13 +60,6 @@ void TextLayout::beginStatement(const SyntaxToken& token) {
   } else if (isIndented) {
     out_.put("  ");
   }
-}
-
-bool TextLayout::needsBlank(const SyntaxToken& token) const {
-  if (token.is('=')) return lastChar_ != '|';
-  if (token.is('|') || lastChar_ == '=') return true;
-  if (token.kind == SyntaxKind::Braces) return last_ == SyntaxKind::Brackets;
-  return isWordLike(token.kind) && isWordLike(last_);
 }
 
 void TextLayout::putText(const SyntaxToken& token) {

@@ -24,7 +24,6 @@ class TextLayout {
  private:
   void beginToken(const vsa::SyntaxToken& token);
   void beginStatement(const vsa::SyntaxToken& token);
-  bool needsBlank(const vsa::SyntaxToken& token) const;
   void putText(const vsa::SyntaxToken& token);
   void putList(const vsa::SyntaxToken& token);
   void putElements(std::string_view text);

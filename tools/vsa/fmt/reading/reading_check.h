@@ -7,6 +7,7 @@
 
 #include <vsa/read.h>
 #include "tools/vsa/common/read_arguments.h"
+#include "tools/vsa/fmt/reading/short_list_source.h"
 
 namespace vsa_tools {
 
@@ -23,10 +24,13 @@ struct ReadingCheck {
   bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text into a scene, with long lists as short ones: the scene keeps no buffers.
-ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {});
+/// Reads a text as ShortListSource delivers it: with little memory, but of a text in several parts
+/// it may miss mistakes, and may fail for statements that need what an earlier part made.
+ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
+                          std::uint64_t partBytes = ShortListSource::PART_BYTES);
 
-/// The diagnostics that ended the reading of `text`, one line each, with `name` as its file.
+/// Reads `text` as it is. Returns the diagnostics that ended the reading, one line each, with
+/// `name` as its file; none if it is complete.
 std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source& text,
                                            const ReadArguments& arguments);
 

@@ -1,4 +1,4 @@
-// Long lists as several short ones, so that a reading needs no memory for a long list.
+// A text in parts with short lists, so that a reading needs little memory.
 #pragma once
 
 #include <cstdint>
@@ -9,6 +9,7 @@
 #include <vsa/read.h>
 #include <vsa/scene/data_type.h>
 #include <vsa/syntax.h>
+#include "tools/vsa/fmt/reading/declared_nodes.h"
 
 namespace vsa_tools {
 
@@ -16,20 +17,38 @@ namespace vsa_tools {
 /// `a.b = float[65536] {...};` one after another, which together have its numbers and its count: a
 /// reading of them succeeds or fails as that of the literal does. After each buffer, long or not,
 /// comes an assignment of an empty one, so that the scene keeps no elements. All other tokens stay
-/// the same. Comments and white space between tokens may have other places, so positions are not
-/// those of the text. What is delivered depends on the tokens only.
+/// the same. Comments and white space between tokens have other places, so positions are not those
+/// of the text.
+///
+/// A long text is delivered in parts, each for a scene of its own. Where a part
+/// begins to use a node that was declared before, a `define` statement declares it again. An input
+/// has no type then and an array no elements, until a statement of the part gives it some.
+///
+/// What is delivered depends on the tokens only.
 class ShortListSource final : public vsa::Source {
  public:
-  /// `source` must outlive the last read.
-  explicit ShortListSource(vsa::Source& source) : source_(source), reader_(source) {}
+  /// A scene of so many bytes of small nodes takes 35 MB, one of links 50 MB.
+  static constexpr std::uint64_t PART_BYTES = 16 << 20;
 
+  /// `source` must outlive the last read. A part ends with the first statement that makes it as
+  /// long as `partBytes`.
+  explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES)
+      : source_(source), reader_(source), maxPartBytes_(partBytes) {}
+
+  /// 0 at the end of the part.
   std::size_t read(std::span<char> to) override;
+  /// Goes on to the next part. False if there is none, or if this one is not read to its end.
+  bool nextPart();
   std::string error() const override { return source_.error(); }
 
  private:
   void add(const vsa::SyntaxToken& token);
   void addToken(const vsa::SyntaxToken& token, bool beginsBuffer);
   void endToken(const vsa::SyntaxToken& token);
+  void endBeginning(const vsa::SyntaxToken& token);
+  void endDeclaration(bool isWith);
+  void endStatement();
+  void define(std::string_view node);
   void flush();
   bool beginBuffer();
   bool mustSplit(const vsa::SyntaxToken& token) const;
@@ -46,10 +65,20 @@ class ShortListSource final : public vsa::Source {
   std::string out_;  // from `taken_` on: to be delivered
   std::size_t taken_ = 0;
 
-  bool isWhole_ = true;        // all tokens of the statement are in `statement_`
-  std::string statement_;      // the tokens of the statement, as far as they are kept
-  std::size_t wordBegin_ = 0;  // in it: the last word
-  std::size_t lastBegin_ = 0;  // in it: the last token
+  std::uint64_t maxPartBytes_;
+  bool isPartEnded_ = false;
+  std::uint64_t partBytes_ = 0;  // of its tokens, as far as they depend on no white space
+  DeclaredNodes nodes_;
+  std::string withNode_;
+
+  std::size_t tokenCount_ = 0;  // tokens of the statement
+  std::size_t firstEnd_ = 0;    // in `statement_`: the end of the first token
+  std::size_t secondEnd_ = 0;   // the end of the second one, 0 if it is no word
+  char lastChar_ = '\0';        // the last token, if it is punctuation
+  bool isWhole_ = true;         // all tokens of the statement are in `statement_`
+  std::string statement_;       // the tokens of the statement, as far as they are kept
+  std::size_t wordBegin_ = 0;   // in it: the last word
+  std::size_t lastBegin_ = 0;   // in it: the last token
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;
   bool isCounted_ = false;   // the last tokens are a word and brackets
   bool isBuffer_ = false;    // the last token is the list of a buffer

@@ -1,4 +1,4 @@
-#include "tools/vsa/fmt/layout/short_list_source.h"
+#include "tools/vsa/fmt/reading/short_list_source.h"
 
 #include <algorithm>
 #include <charconv>
@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "tools/vsa/fmt/layout/plain_numbers.h"
+#include "tools/vsa/fmt/layout/token_spacing.h"
 
 namespace vsa_tools {
 
@@ -19,19 +20,26 @@ using zn::korvo_sdk::DataType;
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
 constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
+// What a list counts in its part, whatever its white space: buffers are not kept.
+constexpr std::size_t LIST_BYTES = 32;
 
 char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
+}
+
+/// Whether both are the same in any letter case.
+bool isSameWord(std::string_view a, std::string_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](char x, char y) { return lowerCase(x) == lowerCase(y); });
 }
 
 /// The element type of a keyword in any letter case; Null if there is none.
 DataType elementTypeOf(std::string_view keyword) {
   for (int i = 0; i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {
     const auto type = static_cast<DataType>(i);
-    const std::string_view name = zn::korvo_sdk::dataTypeName(type);
-    const auto isSame = [](char a, char b) { return lowerCase(a) == lowerCase(b); };
-    const bool isIt = std::equal(name.begin(), name.end(), keyword.begin(), keyword.end(), isSame);
-    if (isIt && zn::korvo_sdk::isBufferElement(type)) return type;
+    if (isSameWord(zn::korvo_sdk::dataTypeName(type), keyword) &&
+        zn::korvo_sdk::isBufferElement(type))
+      return type;
   }
   return DataType::Null;
 }
@@ -51,12 +59,26 @@ std::size_t ShortListSource::read(std::span<char> to) {
   if (taken_ == out_.size()) {
     out_.clear();
     taken_ = 0;
-    while (!isEnded_ && out_.size() < BLOCK_BYTES) add(reader_.next());
+    while (!isEnded_ && !isPartEnded_ && out_.size() < BLOCK_BYTES) add(reader_.next());
   }
   const std::size_t count = std::min(to.size(), out_.size() - taken_);
   if (count > 0) std::memcpy(to.data(), out_.data() + taken_, count);
   taken_ += count;
   return count;
+}
+
+bool ShortListSource::nextPart() {
+  if (!isPartEnded_ || taken_ != out_.size()) return false;
+  isPartEnded_ = false;
+  partBytes_ = 0;
+  nodes_.beginPart();
+  out_.clear();
+  taken_ = 0;
+  if (!withNode_.empty()) {
+    nodes_.declare(withNode_);
+    out_ = "with " + withNode_ + ":\n";
+  }
+  return true;
 }
 
 void ShortListSource::flush() {
@@ -84,15 +106,21 @@ void ShortListSource::add(const SyntaxToken& token) {
 
 void ShortListSource::addToken(const SyntaxToken& token, bool beginsBuffer) {
   if (token.isFirst) {
-    statement_ += token.lineFeedsBefore > 0 ? '\n' : ' ';
+    if (tokenCount_ > 0 && needsBlank(last_, lastChar_, token)) statement_ += ' ';
     endsBuffer_ = isBuffer_ && token.is(';');
     isBuffer_ = beginsBuffer;
     isCounted_ = token.kind == SyntaxKind::Brackets && last_ == SyntaxKind::Word;
     last_ = token.kind;
+    lastChar_ = last_ == SyntaxKind::Punctuation ? token.text.front() : '\0';
     lastBegin_ = statement_.size();
     if (last_ == SyntaxKind::Word) wordBegin_ = lastBegin_;
   }
   statement_ += token.text;
+  if (!isList(token.kind)) {
+    partBytes_ += token.text.size();
+  } else if (token.isFirst) {
+    partBytes_ += LIST_BYTES;
+  }
   if (!token.isLast || statement_.size() > MAX_STATEMENT_BYTES) {
     isWhole_ = false;
     flush();
@@ -101,12 +129,49 @@ void ShortListSource::addToken(const SyntaxToken& token, bool beginsBuffer) {
 }
 
 void ShortListSource::endToken(const SyntaxToken& token) {
+  ++tokenCount_;
+  if (isWhole_ && tokenCount_ <= 3) endBeginning(token);
   const bool isComment = token.kind == SyntaxKind::Comment;
-  if (isComment) statement_ += '\n';  // it may end with a carriage return
-  if (!isComment && !token.is(';') && !token.is(':')) return;
+  if (isComment || token.is(';') || token.is(':')) endStatement();
+}
+
+// Of the first three tokens, `node.input` or `type name;`.
+void ShortListSource::endBeginning(const SyntaxToken& token) {
+  const bool isWord = token.kind == SyntaxKind::Word;
+  if (tokenCount_ == 1) {
+    firstEnd_ = isWord ? statement_.size() : 0;
+    secondEnd_ = 0;
+  } else if (tokenCount_ == 2) {
+    if (isWord && firstEnd_ > 0) secondEnd_ = statement_.size();
+    if (token.is('.')) define(std::string_view(statement_).substr(0, firstEnd_));
+  } else if (secondEnd_ > 0 && (token.is(';') || token.is(':'))) {
+    endDeclaration(token.is(':'));
+  }
+}
+
+void ShortListSource::endDeclaration(bool isWith) {
+  const std::string_view first = std::string_view(statement_).substr(0, firstEnd_);
+  const std::string_view second =
+      std::string_view(statement_).substr(firstEnd_ + 1, secondEnd_ - firstEnd_ - 1);
+  if (!isWith && isSameWord(first, "remove")) return nodes_.remove(second);
+  nodes_.declare(second);
+  if (isWith) withNode_ = second;
+}
+
+// Declares a node in this part that was declared in an earlier one.
+void ShortListSource::define(std::string_view node) {
+  if (nodes_.mustDefine(node)) ((out_ += "define ") += node) += ";\n";
+}
+
+// A comment may end with a carriage return.
+void ShortListSource::endStatement() {
+  statement_ += '\n';
   flush();
-  if (endsBuffer_) (out_ += prefix_) += "[0] {};";
+  if (endsBuffer_) (out_ += prefix_) += "[0] {};\n";
+  endsBuffer_ = false;
   isWhole_ = true;
+  tokenCount_ = 0;
+  isPartEnded_ = partBytes_ >= maxPartBytes_;
 }
 
 // Whether a list now begins the elements of a buffer of a known type and count.

@@ -1,0 +1,60 @@
+#include "tools/vsa/fmt/reading/declared_nodes.h"
+
+#include <functional>
+#include <utility>
+
+namespace vsa_tools {
+
+namespace {
+
+constexpr std::size_t MAX_SLOTS = std::size_t{8} << 20;
+
+std::uint64_t hashOf(std::string_view name) {
+  return std::hash<std::string_view>()(name);
+}
+
+}  // namespace
+
+// The slot of the hash, or an empty one. Linear probing.
+std::size_t DeclaredNodes::find(std::uint64_t hash) const {
+  const std::size_t mask = slots_.size() - 1;
+  std::size_t at = (hash >> PART_BITS) & mask;
+  while (slots_[at] != 0 && ((slots_[at] ^ hash) & ~PART_MASK) != 0) at = (at + 1) & mask;
+  return at;
+}
+
+void DeclaredNodes::grow() {
+  std::vector<std::uint64_t> smaller(slots_.size() * 2);
+  std::swap(slots_, smaller);
+  for (const std::uint64_t slot : smaller) {
+    if (slot != 0) slots_[find(slot)] = slot;
+  }
+}
+
+void DeclaredNodes::declare(std::string_view name) {
+  const bool isFull = used_ >= slots_.size() / 4 * 3;
+  if (isFull && slots_.size() < MAX_SLOTS) grow();
+  const std::uint64_t hash = hashOf(name);
+  std::uint64_t& slot = slots_[find(hash)];
+  if (slot == 0) {
+    if (used_ >= slots_.size() / 4 * 3) return;
+    ++used_;
+  }
+  slot = (hash & ~PART_MASK) | (part_ & PART_MASK);
+}
+
+void DeclaredNodes::remove(std::string_view name) {
+  std::uint64_t& slot = slots_[find(hashOf(name))];
+  slot &= ~PART_MASK;
+}
+
+bool DeclaredNodes::mustDefine(std::string_view name) {
+  const std::uint64_t slot = slots_[find(hashOf(name))];
+  const std::uint64_t part = slot & PART_MASK;
+  const bool isKnown = slot != 0 ? part != 0 : used_ >= MAX_SLOTS / 4 * 3;
+  if (!isKnown || part == part_) return false;
+  declare(name);
+  return true;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,36 @@
+// The nodes that a text has declared so far, for a text that is read in parts.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace vsa_tools {
+
+/// Stores 8 bytes for each name, a hash and the last part that declared it, in a table of at most
+/// 64 MB. What does not fit counts as declared.
+class DeclaredNodes {
+ public:
+  /// Begins the next part, in which no node is declared yet.
+  void beginPart() { ++part_; }
+  void declare(std::string_view name);
+  void remove(std::string_view name);
+  /// Whether the node was declared in an earlier part only. Declares it in this one.
+  bool mustDefine(std::string_view name);
+
+ private:
+  // A slot is 0 if it is empty. Otherwise its low bits are the number of the part, 0 if the node
+  // was removed, and the others are those of the hash.
+  static constexpr int PART_BITS = 20;
+  static constexpr std::uint64_t PART_MASK = (std::uint64_t{1} << PART_BITS) - 1;
+
+  std::size_t find(std::uint64_t hash) const;
+  void grow();
+
+  std::vector<std::uint64_t> slots_ = std::vector<std::uint64_t>(1024);
+  std::size_t used_ = 0;
+  std::uint64_t part_ = 1;
+};
+
+}  // namespace vsa_tools

@@ -1,0 +1,53 @@
+#include "tools/vsa/fmt/reading/reading_check.h"
+
+#include "tools/vsa/common/diagnostic.h"
+
+namespace vsa_tools {
+
+namespace {
+
+// The type of no node: a reading that wants only such nodes checks everything and keeps no values.
+constexpr char NO_TYPE[] = "?";
+
+}  // namespace
+
+ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
+                          std::uint64_t partBytes) {
+  vsa::ReadOptions options = arguments.options();
+  options.keptDiagnostics = 0;
+  // The limit is one of the text, which is not what the reader gets.
+  if (text.size().value_or(0) > options.limits.textBytes) return {};
+  options.limits.textBytes = vsa::UNLIMITED;
+  ShortListSource source(text, partBytes);
+  ReadingCheck all;
+  do {
+    const vsa::ReadResult read = vsa::readSource(source, options);
+    all.isComplete = read.isComplete();
+    all.nodes += read.applied.nodes;
+    all.elements += read.applied.elements;
+    all.values += read.applied.values;
+    all.links += read.applied.links;
+    all.errors += read.errorCount;
+    all.warnings += read.warningCount;
+  } while (all.isComplete && source.nextPart());
+  return all;
+}
+
+std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source& text,
+                                           const ReadArguments& arguments) {
+  vsa::ReadOptions options = arguments.options();
+  options.wantedTypes = {NO_TYPE};
+  const vsa::ReadResult outcome = vsa::readSource(text, options);
+  std::vector<std::string> lines;
+  for (const vsa::Diagnostic& found : outcome.diagnostics) {
+    if (!found.endedReading) continue;
+    const Position position{static_cast<long>(found.range.begin.line),
+                            static_cast<long>(found.range.begin.column)};
+    lines.push_back(diagnosticLine(name, position, "error", arguments.messageOf(found)));
+  }
+  if (lines.empty() && !outcome.isComplete())
+    lines.push_back(diagnosticLine(name, std::nullopt, "error", outcome.message));
+  return lines;
+}
+
+}  // namespace vsa_tools
