@@ -37,6 +37,7 @@ int ExtractCommand::run() {
   for (const std::string& name : missing) printError(file.name + ": no node is named " + name);
   if (!missing.empty()) return EXIT_NOT_READ;
   removeEmptyArrays(file.result.scene);
+  removeBadComments(file.result.scene);
   return writing_.write(file.result.scene, file_);
 }
 

@@ -1,5 +1,7 @@
 #include "tools/vsa/extract/scene_part.h"
 
+#include <algorithm>
+
 #include "tools/vsa/common/scene/name_pattern.h"
 #include "tools/vsa/common/scene/node_links.h"
 
@@ -35,9 +37,14 @@ class Closure {
   std::vector<vsa::NodeView> open_;
 };
 
+/// Whether the input is an array without elements and without a type, or has only such elements.
 bool isEmptyArray(vsa::InputView input) {
-  return input.type() == vsa::ValueType::Array && input.elements().empty() &&
-         input.elementType() == vsa::ValueType::Null;
+  if (input.type() != vsa::ValueType::Array) return false;
+  const vsa::ValueType type = input.elementType();
+  if (type != vsa::ValueType::Null && type != vsa::ValueType::Array) return false;
+  const auto elements = input.elements();
+  if (elements.empty()) return type == vsa::ValueType::Null;
+  return std::all_of(elements.begin(), elements.end(), isEmptyArray);
 }
 
 std::vector<std::string> namesOfEmptyArrays(const auto& inputs) {
@@ -95,6 +102,16 @@ void removeEmptyArrays(vsa::Scene& scene) {
     std::vector<vsa::Input> inputs;
     for (const vsa::InputView input : node.inputs()) inputs.push_back(node[input.name()]);
     removeFromObjects(std::move(inputs));
+  }
+}
+
+void removeBadComments(vsa::Scene& scene) {
+  std::vector<std::string> comments;
+  for (const std::string_view comment : scene.comments()) comments.emplace_back(comment);
+  scene.clearHeader().orThrow();
+  for (const std::string& comment : comments) {
+    const vsa::Status status = scene.addComment(comment);
+    if (status.error() != vsa::EditError::BadVersionComment) status.orThrow();
   }
 }
 

@@ -19,4 +19,8 @@ std::vector<std::string> keepPart(vsa::Scene& scene, const std::vector<std::stri
 /// known: the text of one gives a warning when it is read.
 void removeEmptyArrays(vsa::Scene& scene);
 
+/// Removes comments that should set the version and cannot: the text of one gives a warning when it
+/// is read.
+void removeBadComments(vsa::Scene& scene);
+
 }  // namespace vsa_tools
