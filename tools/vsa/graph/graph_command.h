@@ -16,13 +16,14 @@ class GraphCommand final : public Command {
   int run() override;
 
  private:
+  std::size_t limitFor(std::size_t nodes) const;
   int write(const std::string& text) const;
 
   std::string file_;
   std::string output_ = "-";
   ReadArguments reading_;
   bool svg_ = false, png_ = false;
-  std::size_t limit_ = 100;
+  std::size_t limit_ = 0;  // 0: not given
 };
 
 }  // namespace vsa_tools

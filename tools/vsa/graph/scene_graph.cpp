@@ -14,7 +14,7 @@ namespace vsa_tools {
 
 namespace {
 
-constexpr std::size_t EDGES_PER_GROUP = 4;
+constexpr std::size_t EDGES_PER_GROUP = 3;
 
 /// The path without the digits of its indices.
 std::string pathWithoutIndices(std::string_view path) {
