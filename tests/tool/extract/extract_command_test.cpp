@@ -48,9 +48,10 @@ TEST_F(ExtractCommandTest, Patterns) {
 }
 
 TEST_F(ExtractCommandTest, ReadsWithoutAWarning) {
-  write("b.vsa", TEXT + std::string("# version: 1.5\n# version: 2\n# time: noon\n"
-                                    "t n: .a = []; .o.e = 1; .o.f = []; .o.g[1][0] = [];\n"
-                                    "  .p = missing; .q |= x.y;"));
+  write("b.vsa",
+        TEXT + std::string("# version: 1.5\n# version: 2\n# time: noon\n"
+                           "t n: .a = []; .o.e = 1; .o.f = []; .o.g[1][0] = []; .h[0][0].i = [];\n"
+                           "  .p = missing; .q |= x.y;"));
   for (const char* names : {"ball", "n", "'*'", "cam --without ball"}) {
     EXPECT_EQ(vsa(std::string("extract b.vsa -o c.vsa ") + names).status, 0) << names;
     const CommandOutcome check = vsa("check --strict c.vsa");

@@ -57,6 +57,15 @@ TEST(ShortListSourceTest, EmptiesBuffers) {
   EXPECT_EQ(read.scene["n"]["b"].buffer().count(), 0U);
 }
 
+// Another assignment to the path would append another element. Such buffers fill the part.
+TEST(ShortListSourceTest, KeepsBuffersThatAreAppended) {
+  EXPECT_EQ(delivered("t n; n.b[*] = byte[2] {1 2};"), "t n;\nn.b[*] = byte[2] {1 2};\n");
+  const std::string text = "t n; n.b[*][*] = byte[1] {1}; n.b[*][*] = 2; n.b[1][*] = 3;";
+  EXPECT_TRUE(readShort(text).isComplete());
+  StepSource source("t n; n.b[*] = byte[1000] {1}; n.c = 1;", 1 << 16);
+  EXPECT_EQ(checkReading(source, {}, 500).nodes, 2U);
+}
+
 // Whether a list comes in pieces depends on the source, and must not matter.
 TEST(ShortListSourceTest, DeliversTheSameOfListsInPieces) {
   const std::string list = numbers(30000, "1.5, (2 3) ") + "{4} {} 5";

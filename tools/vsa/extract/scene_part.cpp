@@ -64,7 +64,8 @@ void removeFromObjects(std::vector<vsa::Input> open) {
       input.remove(name).orThrow();
     }
     for (const vsa::InputView member : input.members()) open.push_back(input[member.name()]);
-    if (input.elementType() != vsa::ValueType::Object) continue;
+    const vsa::ValueType type = input.elementType();
+    if (type != vsa::ValueType::Object && type != vsa::ValueType::Array) continue;
     for (std::uint64_t i = 0; i < input.elements().size(); ++i) open.push_back(input[i]);
   }
 }

@@ -183,6 +183,10 @@ bool ShortListSource::beginBuffer() {
   const std::optional<std::uint64_t> count = countOf(statement.substr(lastBegin_));
   if (type_ == DataType::Null || !count || *count == 0) return false;
   prefix_ = statement.substr(0, lastBegin_);
+  if (prefix_.find('*') != std::string::npos) {  // another assignment appends another element
+    partBytes_ += std::min(*count, maxPartBytes_);
+    return false;
+  }
   remaining_ = *count;
   return true;
 }
