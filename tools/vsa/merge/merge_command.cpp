@@ -42,16 +42,16 @@ int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLin
     if (renames_) {
       std::string other = otherName(name, names.used());
       printError(part.name + ": the node " + name + " is renamed to " + other);
-      owners_.emplace(other, part.name);
+      owners_.emplace(other, &part);
       part.renames.emplace(name, std::move(other));
     } else {
-      printError(part.name + ": the node " + name + " is in " + owner->second +
+      printError(part.name + ": the node " + name + " is in " + owner->second->name +
                  ", too; --rename gives it another name");
       status = EXIT_NOT_READ;
     }
   }
   for (const std::string& name : names.used()) {
-    if (hasBrokenLinks || names.has(name)) owners_.try_emplace(name, part.name);
+    if (hasBrokenLinks || names.has(name)) owners_.try_emplace(name, &part);
     reserved_.insert(name);
   }
   return status;

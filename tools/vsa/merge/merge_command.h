@@ -48,7 +48,7 @@ class MergeCommand final : public Command {
   ReadArguments reading_;
   std::deque<Part> parts_;
   std::optional<FilesProgress> progress_;
-  std::map<std::string, std::string> owners_;  // the names of nodes, and the first text of each
+  std::map<std::string, const Part*> owners_;  // the names of nodes, and the first text of each
   std::set<std::string> reserved_;             // the names of all texts, and of removed nodes
 };
 

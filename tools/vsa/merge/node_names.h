@@ -4,29 +4,42 @@
 #include <set>
 #include <string>
 
-#include <vsa/host_scene.h>
+#include <vsa/model/scene.h>
 
 namespace vsa_tools {
 
-/// A scene that keeps the names of its nodes.
-class NodeNames final : public vsa::HostScene {
+/// A scene that keeps the names of its nodes, also of removed ones.
+class NodeNames final : public zn::korvo_sdk::interfaces::IScene {
  public:
   /// Of the nodes that are or were in the scene, and of those that the text removes though it has
   /// not made them: an earlier text of a merged one may have.
   const std::set<std::string>& used() const { return used_; }
   /// Whether a node of that name is in the scene.
-  bool has(const std::string& name) const { return node(name) != nullptr; }
+  bool has(const std::string& name) const { return scene_.nodeNamed(name) != nullptr; }
 
-  std::unique_ptr<vsa::HostNode> makeNode(std::string_view type, std::string_view name) override {
-    used_.emplace(name);
-    return HostScene::makeNode(type, name);
+  // IScene.
+
+  zn::korvo_sdk::Node* findNode(const zn::String& name) override { return scene_.findNode(name); }
+  zn::korvo_sdk::Node* createNode(const zn::String& type, const zn::String& name,
+                                  const zn::String& reserved) override {
+    used_.emplace(name.view());
+    return scene_.createNode(type, name, reserved);
+  }
+  zn::korvo_sdk::Node* defineNode(const zn::String& name) override {
+    used_.emplace(name.view());
+    return scene_.defineNode(name);
   }
   void removeNode(const zn::String& name) override {
     used_.emplace(name.view());
-    HostScene::removeNode(name);
+    scene_.removeNode(name);
   }
+  void setFileVersion(unsigned long long version) override { scene_.setFileVersion(version); }
+  void setFileTime(const zn::String& time) override { scene_.setFileTime(time); }
+  void pushFileComment(const zn::String&) override {}
+  void clearComments() override {}
 
  private:
+  zn::korvo_sdk::Scene scene_;
   std::set<std::string> used_;
 };
 
