@@ -29,6 +29,8 @@ constexpr Fuzzer FUZZERS[] = {
     {"several_texts", vsa_fuzz::severalTexts},
     {"write_text", vsa_fuzz::writeReadText},
     {"write_scene", vsa_fuzz::writeMadeScene},
+    {"format_text", vsa_fuzz::formatAndRead},
+    {"look_at_scenes", vsa_fuzz::lookAtScenes},
     {"check_text", vsa_fuzz::checkText},
     {"check_settings", vsa_fuzz::checkSettings},
 };

@@ -34,6 +34,10 @@ void writeReadText(std::string_view input);
 /// Creates a scene through the public interface, writes it and reads the result. Both scenes must
 /// be equal.
 void writeMadeScene(std::string_view input);
+/// Formats a text as vsa fmt does: tokens and scene must stay the same.
+void formatAndRead(std::string_view input);
+/// Compares, shows, extracts and renames the scenes of two texts as the commands do.
+void lookAtScenes(std::string_view input);
 
 /// Checks a text with all rules and renders what is found.
 void checkText(std::string_view input);

@@ -1,0 +1,82 @@
+// Formats a text as vsa fmt does. Whatever the text is, it is the same whether the text comes from
+// memory or from a source. If the reader accepts the text, the formatted one has the same tokens
+// and the same scene, and formatting it changes nothing.
+#include <string>
+
+#include <vsa/read.h>
+#include "fuzz/support/check.h"
+#include "fuzz/support/fuzz_scene.h"
+#include "fuzz/targets.h"
+#include "tests/syntax/syntax_source.h"
+#include "tools/scene_text/scene_dump.h"
+#include "tools/vsa/fmt/comparison/same_tokens.h"
+#include "tools/vsa/fmt/layout/text_layout.h"
+#include "tools/vsa/fmt/reading/reading_check.h"
+
+namespace vsa_fuzz {
+
+namespace {
+
+using vsa_tests::StepSource;
+
+constexpr std::uint64_t ONE_PART = 1 << 20;
+
+class StringSink final : public vsa::Sink {
+ public:
+  bool write(std::string_view more) override {
+    text += more;
+    return true;
+  }
+  std::string text;
+};
+
+std::string formatted(vsa::SyntaxReader reader) {
+  StringSink sink;
+  vsa_tools::formatText(reader, sink);
+  return sink.text;
+}
+
+std::string sceneOf(const vsa::ReadResult& read) {
+  vsa_tools::TextOutput out;
+  vsa_tools::dumpJson(vsa_tools::ReadOutcome(), *read.scene.view().plain(), out);
+  return out.text();
+}
+
+vsa_tools::ReadingCheck readingOf(std::string_view text, std::uint64_t partBytes) {
+  StepSource source(text, 1 << 16);
+  return vsa_tools::checkReading(source, {}, partBytes);
+}
+
+void checkSameTokens(std::string_view a, std::string_view b) {
+  vsa::SyntaxReader left(a), right(b);
+  if (!vsa_tools::haveSameTokens(left, right)) {
+    fail("a formatted text has other tokens: " + vsa_tests::visible(a));
+  }
+}
+
+}  // namespace
+
+void formatAndRead(std::string_view input) {
+  const auto [text, settings] = splitSettings(input);
+  const FuzzScene literals;  // frees what the readings leak
+  const std::string once = formatted(vsa::SyntaxReader(text));
+  StepSource source(text, settings % 64 + 1);
+  checkSame(once, formatted(vsa::SyntaxReader(source)), "a text that was formatted from a source");
+  const vsa::ReadResult before = vsa::readText(text);
+  if (!before.isComplete()) return;
+  checkSameTokens(text, once);
+  checkSame(once, formatted(vsa::SyntaxReader(once)), "a text that was formatted again");
+  const vsa::ReadResult after = vsa::readText(once);
+  if (!after.isComplete()) fail("a formatted text is not read: " + vsa_tests::visible(once));
+  checkSame(sceneOf(before), sceneOf(after), "the scene of a formatted text");
+  if (!readingOf(text, ONE_PART).isComplete) {
+    fail("vsa fmt does not read the text: " + vsa_tests::visible(text));
+  }
+  for (const std::uint64_t partBytes : {ONE_PART, std::uint64_t{settings} + 1}) {
+    if (readingOf(text, partBytes) != readingOf(once, partBytes)) {
+      fail("vsa fmt reads the formatted text in another way: " + vsa_tests::visible(text));
+    }
+  }
+}
+
+}  // namespace vsa_fuzz
