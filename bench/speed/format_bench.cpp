@@ -8,8 +8,8 @@
 
 #include <vsa/syntax.h>
 #include "bench/ours/our_reader.h"
-#include "tools/vsa/fmt/reading/reading_check.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
+#include "tools/vsa/fmt/reading/reading_check.h"
 
 namespace bench {
 namespace {

@@ -42,9 +42,10 @@ struct SceneGraph {
   std::uint64_t hiddenLinks = 0;
 };
 
-/// A graph of at most `maxGroups` (1 or more) groups and three times as many edges. If the scene has
-/// more nodes, nodes of one type that are linked alike are a group: by the finest of the partitions
-/// that have no more groups. If there are more types than groups, the rarest types share a group.
+/// A graph of at most `maxGroups` (1 or more) groups and three times as many edges. If the scene
+/// has more nodes, nodes of one type that are linked alike are a group: by the finest of the
+/// partitions that have no more groups. If there are more types than groups, the rarest types share
+/// a group.
 SceneGraph graphOf(vsa::SceneView scene, std::size_t maxGroups);
 
 }  // namespace vsa_tools

@@ -17,8 +17,8 @@ namespace vsa_tools {
 /// `a.b = float[65536] {...};` one after another, which together have its numbers and its count: a
 /// reading of them succeeds or fails as that of the literal does. After each buffer, long or not,
 /// comes an assignment of an empty one, so that the scene keeps no elements. A buffer that is
-/// appended to an array, `a.b[*] = ...`, stays as it is. All other tokens stay the same. Comments and white space between tokens have other places, so positions are not those
-/// of the text.
+/// appended to an array, `a.b[*] = ...`, stays as it is. All other tokens stay the same. Comments
+/// and white space between tokens have other places, so positions are not those of the text.
 ///
 /// A long text is delivered in parts, each for a scene of its own. Where a part
 /// begins to use a node that was declared before, a `define` statement declares it again. An input
