@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -140,6 +141,9 @@ constexpr std::string_view ROWS[] = {
     "mesh m:\n  .ids = int32[3]«»",
     "lamp sun;\n«\"»",
 };
+
+// So many mistakes of one collection had their places noted beforehand. All rows have to hold.
+static_assert(std::size(ROWS) >= 85);
 
 constexpr std::string_view OPEN = "«";
 constexpr std::string_view CLOSE = "»";
