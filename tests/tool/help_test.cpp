@@ -20,6 +20,17 @@ TEST_F(HelpTest, TheCommandHelpIsTheOptionHelp) {
   EXPECT_EQ(0, vsa("-V").status);
 }
 
+TEST_F(HelpTest, EveryCommandHasExamplesAndExitStatuses) {
+  for (const char* command : {"check", "convert", "diff", "dump", "explain", "extract", "fmt",
+                              "graph", "merge", "stats", "tree", "types"}) {
+    const std::string help = vsa(std::string("help ") + command).out;
+    EXPECT_NE(std::string::npos, help.find(std::string("\nExamples:\n  vsa ") + command)) << help;
+    EXPECT_NE(std::string::npos, help.find("\nExit status:\n  0  ")) << help;
+    EXPECT_NE(std::string::npos, help.find("\n  2  wrong usage")) << help;
+    EXPECT_NE(std::string::npos, vsa("help").out.find(std::string("  ") + command)) << command;
+  }
+}
+
 TEST_F(HelpTest, CheckHasExamplesAndExitStatuses) {
   const std::string help = vsa("help check").out;
   for (const char* part : {"Examples:", "Exit status:", "--write-baseline", "docs/checking.md"}) {

@@ -24,7 +24,11 @@ void ConvertCommand::addTo(CommandOptions& options) {
       "  vsa convert scene.vsa -o copy.vsa\n"
       "  vsa convert --compress textures.vsa -o textures.vsa\n"
       "  vsa convert --types types.json old.vsa -o new.vsa\n"
-      "  vsa convert --by-name --full-paths - <a.vsa | less");
+      "  vsa convert --by-name --full-paths - <a.vsa | less\n\n"
+      "Exit status:\n"
+      "  0  the text was written\n"
+      "  1  the file was not read completely, or no text can carry its scene\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
 int ConvertCommand::run() {

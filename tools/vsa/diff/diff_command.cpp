@@ -77,11 +77,14 @@ void DiffCommand::addTo(CommandOptions& options) {
   options.addFlag("--json", json_, "Print JSON");
   reading_.addTo(options);
   options.footer(
-      "Exit status: 0 the scenes are the same, 1 they differ, 2 a file was not read completely.\n"
-      "Without a tolerance, numbers are the same if all their bits are.\n"
+      "Without a tolerance, numbers are the same if all their bits are.\n\n"
       "Examples:\n"
       "  vsa diff old.vsa new.vsa\n"
-      "  vsa diff --tolerance 1e-6 --ignore '*.time' old.vsa new.vsa");
+      "  vsa diff --tolerance 1e-6 --ignore '*.time' old.vsa new.vsa\n\n"
+      "Exit status:\n"
+      "  0  the scenes are the same\n"
+      "  1  they differ\n"
+      "  2  wrong usage, a file that was not read completely, or output that cannot be written");
 }
 
 int DiffCommand::run() {

@@ -51,7 +51,13 @@ void DumpCommand::addTo(CommandOptions& options) {
       "  vsa dump scene.vsa\n"
       "  vsa dump --pretty --max-elements 4 scene.vsa | less\n"
       "  vsa dump --select 'lamp*.power' scene.vsa\n"
-      "  vsa dump --ndjson --no-buffers scene.vsa | grep '\"type\":\"mesh\"'");
+      "  vsa dump --ndjson --no-buffers scene.vsa | grep '\"type\":\"mesh\"'\n\n"
+      "Exit status:\n"
+      "  0  the file was read\n"
+      "  1  it was not read completely, or nothing matches --select\n"
+      "  2  wrong usage, a file that cannot be opened, output that cannot be written, or a buffer "
+      "of\n"
+      "     more than 1 GiB");
 }
 
 DumpOptions DumpCommand::options(const DumpSelection& selection) const {

@@ -14,7 +14,9 @@ void ExplainCommand::addTo(CommandOptions& options) {
       "Examples:\n"
       "  vsa explain bad-token\n"
       "  vsa explain assigned-twice\n\n"
-      "Exit status: 0, or 2 if there is no such id.");
+      "Exit status:\n"
+      "  0  the explanation was printed\n"
+      "  2  wrong usage, an id that does not exist, or output that cannot be written");
 }
 
 int ExplainCommand::run() {

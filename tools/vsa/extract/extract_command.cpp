@@ -21,8 +21,11 @@ void ExtractCommand::addTo(CommandOptions& options) {
       "Examples:\n"
       "  vsa extract scene.vsa vase -o vase.vsa\n"
       "  vsa extract --without 'tex*' scene.vsa 'clay*' glaze\n"
-      "Nothing is written if the file was not read completely or a NAME matches no node: exit "
-      "status 1.");
+      "\n"
+      "Exit status:\n"
+      "  0  the text was written\n"
+      "  1  the file was not read completely, or a NAME matches no node: nothing is written\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
 int ExtractCommand::run() {

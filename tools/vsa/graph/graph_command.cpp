@@ -29,11 +29,16 @@ void GraphCommand::addTo(CommandOptions& options) {
       .range(1, 10000);
   reading_.addTo(options);
   options.footer(
-      "Without --svg and --png, the graph is written in DOT, the language of Graphviz.\n"
+      "Without --svg and --png, the graph is written in DOT, the language of Graphviz.\n\n"
       "Examples:\n"
       "  vsa graph --svg scene.vsa -o scene.svg\n"
       "  vsa graph --limit 30 --png large.vsa >large.png\n"
-      "  vsa graph scene.vsa | neato -Tpdf >scene.pdf");
+      "  vsa graph scene.vsa | neato -Tpdf >scene.pdf\n\n"
+      "Exit status:\n"
+      "  0  the file was read\n"
+      "  1  it was not read completely; the graph has what was read\n"
+      "  2  wrong usage, a file that cannot be opened, or a picture that cannot be drawn or "
+      "written");
 }
 
 // With more groups and their links, a picture of 10,000 nodes was 13,000 pixels high.

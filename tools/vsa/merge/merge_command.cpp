@@ -27,8 +27,13 @@ void MergeCommand::addTo(CommandOptions& options) {
       "  vsa merge room.vsa lamps.vsa -o all.vsa\n"
       "  vsa merge --rename left.vsa right.vsa >both.vsa\n"
       "  find parts -name '*.vsa' -print0 | sort -z | vsa merge -0 @- -o all.vsa\n"
-      "Nothing is written if a file was not read completely or, without --rename, if two files "
-      "have a node of the same name: exit status 1.");
+      "\n"
+      "Exit status:\n"
+      "  0  the text was written\n"
+      "  1  a file was not read completely or, without --rename, two files have a node of the "
+      "same\n"
+      "     name: nothing is written\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
 // Compares the names of a text with those of the nodes that are there after the texts before it,

@@ -48,7 +48,11 @@ void StatsCommand::addTo(CommandOptions& options) {
       "  vsa stats scene.vsa\n"
       "  vsa stats --json scene.vsa | jq '.total.nodesByType'\n"
       "  vsa stats -j 0 --html scenes >scenes.html\n"
-      "  git ls-files -z '*.vsa' | vsa stats -0 @-");
+      "  git ls-files -z '*.vsa' | vsa stats -0 @-\n\n"
+      "Exit status:\n"
+      "  0  every file was read\n"
+      "  1  a file was not read completely; what was read is counted\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
 int StatsCommand::countAll(const std::vector<std::string>& files, StatisticsReport& report) const {

@@ -24,12 +24,15 @@ void TreeCommand::addTo(CommandOptions& options) {
       .repeatable();
   reading_.addTo(options);
   options.footer(
-      "Patterns have * for any characters and ? for one byte. Exit status 1 also if no node "
-      "matches.\n"
+      "Patterns have * for any characters and ? for one byte.\n\n"
       "Examples:\n"
       "  vsa tree scene.vsa\n"
       "  vsa tree --inputs --name 'clay*' scene.vsa\n"
-      "  vsa tree --type mesh --depth 1 scene.vsa");
+      "  vsa tree --type mesh --depth 1 scene.vsa\n\n"
+      "Exit status:\n"
+      "  0  the file was read\n"
+      "  1  it was not read completely, or no node matches\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
 int TreeCommand::run() {

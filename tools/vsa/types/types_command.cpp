@@ -19,8 +19,10 @@ void TypesCommand::addTo(CommandOptions& options) {
       "Examples:\n"
       "  vsa types scenes/ > types.json\n"
       "  vsa check --types types.json new.vsa\n\n"
-      "Exit status: 0 if all files were read; 1 if one has an error: nothing is written;\n"
-      "2 for wrong usage and unreadable files.");
+      "Exit status:\n"
+      "  0  every file was read\n"
+      "  1  a file was not read completely: nothing is written\n"
+      "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
 int TypesCommand::run() {
