@@ -27,8 +27,6 @@ namespace vsa_tools {
 
 namespace {
 
-constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
-
 FormatOutcome failed(int status, const std::string& shown, const std::string& problem) {
   return {status, false, {"vsa: " + shown + ": " + printable(problem)}, {}};
 }

@@ -21,10 +21,10 @@ bool TextFile::open(const std::string& name) {
   file_.reset(name == "-" ? std::tmpfile() : std::fopen(name.c_str(), "re"));
   if (file_ == nullptr) return fail();
   if (name == "-" && !copyInput()) return false;
-  std::array<char, 3> head{};
+  std::array<char, BYTE_ORDER_MARK.size()> head{};
   const ssize_t count = ::pread(descriptor(), head.data(), head.size(), 0);
   if (count < 0) return fail();  // a directory opens, too
-  hasMark_ = std::string_view(head.data(), static_cast<std::size_t>(count)) == "\xEF\xBB\xBF";
+  hasMark_ = std::string_view(head.data(), static_cast<std::size_t>(count)) == BYTE_ORDER_MARK;
   return true;
 }
 

@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include <vsa/read.h>
@@ -19,6 +20,9 @@ struct CloseFile {
 };
 using FilePointer = std::unique_ptr<std::FILE, CloseFile>;
 
+/// Of UTF-8.
+inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
+
 /// An open text. A byte order mark at its beginning is not part of it.
 class TextFile {
  public:
@@ -28,7 +32,7 @@ class TextFile {
   /// The descriptor, for TextFileSource.
   int descriptor() const { return ::fileno(file_.get()); }
   /// Where the text begins: behind the byte order mark.
-  std::size_t begin() const { return hasMark_ ? 3 : 0; }
+  std::size_t begin() const { return hasMark_ ? BYTE_ORDER_MARK.size() : 0; }
   bool hasMark() const { return hasMark_; }
   /// The system's error message.
   const std::string& problem() const { return problem_; }
