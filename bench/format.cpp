@@ -1,0 +1,132 @@
+// Measures the elapsed time that vsa fmt takes over reading the same file, and its memory.
+// Formatting uses two threads, so a machine with a free processor for each gives lower figures.
+#include <sys/resource.h>
+#include <unistd.h>
+#include <CLI/CLI.hpp>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+
+#include <vsa/read.h>
+#include "bench/measure/comparison.h"
+#include "bench/measure/report.h"
+#include "bench/scenes/text_generator.h"
+#include "tools/vsa/fmt/format_file.h"
+
+namespace bench {
+namespace {
+
+namespace fs = std::filesystem;
+using vsa_tools::FormatMode;
+
+constexpr size_t BYTES_PER_STATEMENT = 35;  // of small nodes
+
+double elapsed(const std::function<void()>& work) {
+  const auto start = std::chrono::steady_clock::now();
+  work();
+  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+// Checks that the file is read, too.
+double timeOfReading(const std::string& path) {
+  std::optional<vsa::ReadResult> result;
+  const double seconds = elapsed([&] { result = vsa::readFile(path.c_str()); });
+  requireCount("read", "complete files", result->isComplete() ? 1 : 0, 1);
+  return seconds;
+}
+
+double timeOfFormatting(const std::string& path, FormatMode mode) {
+  vsa_tools::FormatOutcome outcome;
+  const double seconds = elapsed([&] { outcome = vsa_tools::formatFile(path, mode); });
+  if (outcome.status > 1) throw std::runtime_error("vsa fmt failed: " + outcome.messages.at(0));
+  return seconds;
+}
+
+// The peak memory of formatting alone: of a new process, as this one has read the file already.
+double megabytesOfFormatting(const std::string& program, const std::string& path) {
+  const std::string command = "\"" + program + "\" --format-once \"" + path + "\"";
+  std::FILE* const pipe = ::popen(command.c_str(), "r");
+  double megabytes = 0;
+  const bool isRead = pipe != nullptr && std::fscanf(pipe, "%lf", &megabytes) == 1;
+  const bool isEnded = pipe != nullptr && ::pclose(pipe) == 0;
+  if (!isRead || !isEnded) throw std::runtime_error("cannot measure the memory of vsa fmt");
+  return megabytes;
+}
+
+int formatOnce(const std::string& path) {
+  timeOfFormatting(path, FormatMode::Check);
+  rusage usage{};
+  ::getrusage(RUSAGE_SELF, &usage);
+  std::printf("%.1f\n", static_cast<double>(usage.ru_maxrss) / 1024);
+  return 0;
+}
+
+void addRows(Report& report, const std::string& what, const std::string& path,
+             const std::string& program, size_t rounds) {
+  const std::vector<double> seconds =
+      compare({{"read", [&] { return timeOfReading(path); }},
+               {"check", [&] { return timeOfFormatting(path, FormatMode::Check); }},
+               {"replace", [&] { return timeOfFormatting(path, FormatMode::Replace); }}},
+              rounds);
+  constexpr double AIM = 1.5, LIMIT = 2;
+  report.rows.push_back({"elapsed, fmt --check over reading, " + what,
+                         Better::Low,
+                         "",
+                         {{seconds[1] / seconds[0], AIM, LIMIT}}});
+  report.rows.push_back({"elapsed, fmt -i unchanged over reading, " + what,
+                         Better::Low,
+                         "",
+                         {{seconds[2] / seconds[0], AIM, LIMIT}}});
+  report.rows.push_back({"peak memory, fmt --check, " + what,
+                         Better::Low,
+                         "MB",
+                         {{megabytesOfFormatting(program, path), 100, 200}}});
+}
+
+void write(const fs::path& path, const std::string& text) {
+  std::ofstream file(path, std::ios::binary);
+  file << text;
+  if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
+}
+
+}  // namespace
+}  // namespace bench
+
+int main(int argc, char** argv) try {
+  std::string json, scratch = "/tmp", once;
+  size_t rounds = 5, megabytes = 250;
+  CLI::App app("Measures vsa fmt over reading.", "vsa_bench_format");
+  app.add_option("--rounds", rounds, "Rounds of each comparison");
+  app.add_option("--big", megabytes, "Size of the texts in MB");
+  app.add_option("--scratch", scratch, "Folder for the files that are formatted");
+  app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
+  app.add_option("--format-once", once, "Only format FILE and print the memory that it takes")
+      ->type_name("FILE");
+  CLI11_PARSE(app, argc, argv);
+  if (!once.empty()) return bench::formatOnce(once);
+  bench::Report report;
+  report.machine = bench::machineName();
+  const std::filesystem::path path = std::filesystem::path(scratch) / "vsa_bench_format.vsa";
+  const size_t bytes = megabytes * 1'000'000;
+  const std::string size = std::to_string(megabytes) + " MB of ";
+  for (const bool isGeo : {true, false}) {
+    bench::write(
+        path, (isGeo ? bench::geo(bytes) : bench::nodes(bytes / bench::BYTES_PER_STATEMENT)).text);
+    bench::timeOfFormatting(path, vsa_tools::FormatMode::Replace);
+    bench::addRows(report, size + (isGeo ? "geo" : "nodes"), path, argv[0], rounds);
+  }
+  std::filesystem::remove(path);
+  bench::printTable(report);
+  if (!json.empty()) bench::writeJson(report, json);
+  return 0;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "vsa_bench_format: %s\n", error.what());
+  return 1;
+}
