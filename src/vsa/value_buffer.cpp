@@ -8,38 +8,16 @@
 #include <string_view>
 
 #include "foundation/compression/compressed_text.h"
-#include "foundation/containers/hash_map.h"
 #include "foundation/numbers/number_list.h"
 #include "foundation/numbers/number_text.h"
 #include "vsa/parser.h"
+#include "vsa/type_keywords.h"
 
 namespace zn::korvo_sdk::impl {
 
 namespace {
 
 using Type = Token::Type;
-using TypeTable = ds::HashMap<String, DataType>;
-
-// The keywords of the element types with one component, or with several.
-const TypeTable* makeTable(bool isScalar) {
-  auto table = std::make_unique<TypeTable>();
-  for (int i = 0; i < DATA_TYPE_COUNT; ++i) {
-    const auto type = static_cast<DataType>(i);
-    if (!isBufferElement(type) || (componentCount(type) == 1) != isScalar) continue;
-    table->set(String(dataTypeName(type)).toLower(true), type);
-  }
-  return table.release();
-}
-
-// The element type of a keyword, ignoring case. Null for any other word.
-DataType elementTypeOf(const String& keyword) {
-  // Never destroyed: another thread may still read while the process exits.
-  static const TypeTable& scalarBufferTypes = *makeTable(true);
-  static const TypeTable& vectorBufferTypes = *makeTable(false);
-  const String lower = keyword.toLower(true);
-  const TypeTable::Node* const scalar = scalarBufferTypes.findNode(lower);
-  return scalar != nullptr ? scalar->value : vectorBufferTypes.get(lower);
-}
 
 // Converts one number to the component type and stores it. Stores nothing when the conversion
 // fails.
@@ -188,7 +166,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   const bool isShaped =
       nextIs(Type::Id) && peek(1).type == Type::Brackets && peek(2).type == Type::Braces;
   if (!isShaped) return false;
-  const DataType type = elementTypeOf(peek(0).text);
+  const DataType type = bufferTypeOf(peek(0).text);
   if (type == DataType::Null) return false;
   match(info.valueToken, Type::Id);
   match(info.countToken, Type::Brackets);

@@ -5,50 +5,15 @@
 
 #include <vsa/foundation/tuple_parse.h>
 #include "foundation/numbers/number_text.h"
-#include "foundation/text/letter_case.h"
 #include "vsa/apply/values/string_literal.h"
 #include "vsa/parser.h"
+#include "vsa/type_keywords.h"
 
 namespace zn::korvo_sdk::impl {
 
 namespace {
 
 using Type = Token::Type;
-
-constexpr std::uint32_t packed(const char* keyword) {
-  std::uint32_t bytes = 0;
-  for (int i = 0; i < 4; ++i) {
-    bytes = bytes << 8 | static_cast<unsigned char>(toLowerCase(keyword[i]));
-  }
-  return bytes;
-}
-
-// The type of a tuple with that keyword, in any letter case. Null for any other word.
-AttrType tupleTypeOf(std::string_view keyword) {
-  if (keyword.size() != 4) return AttrType::Null;
-  switch (packed(keyword.data())) {
-    case packed("vec2"):
-      return AttrType::Vec2;
-    case packed("vec3"):
-      return AttrType::Vec3;
-    case packed("vec4"):
-      return AttrType::Vec4;
-    case packed("pos2"):
-      return AttrType::Pos2;
-    case packed("pos3"):
-      return AttrType::Pos3;
-    case packed("quat"):
-      return AttrType::Quat;
-    case packed("mat3"):
-      return AttrType::Mat3;
-    case packed("mat4"):
-      return AttrType::Mat4;
-    case packed("rgba"):
-      return AttrType::Rgba;
-    default:
-      return AttrType::Null;
-  }
-}
 
 // Removes the parentheses at both ends of the list.
 std::string_view withoutParens(std::string_view list) {

@@ -1,7 +1,7 @@
 #include "api/reading/cut_off.h"
 
 #include <vsa/scene/data_type.h>
-#include "api/reading/source_range/value_words.h"
+#include "vsa/type_keywords.h"
 
 namespace vsa {
 
@@ -9,6 +9,7 @@ namespace {
 
 using zn::korvo_sdk::DataType;
 using zn::korvo_sdk::impl::AssignInfo;
+using zn::korvo_sdk::impl::bufferTypeOf;
 using zn::korvo_sdk::impl::Token;
 using zn::korvo_sdk::impl::VsaParser;
 using Type = Token::Type;
@@ -49,7 +50,7 @@ bool isBeginOfDirective(const Lookahead& next) {
 // `float[3]`, which the parser takes for a reference with a list after it.
 bool isBufferWithoutList(const AssignInfo& info, const Lookahead& next) {
   return info.isReference && next[0] == Type::Brackets && next[1] == Type::Eof &&
-         bufferTypeOf(info.referenceToken.text.view()) != DataType::Null;
+         bufferTypeOf(info.referenceToken.text) != DataType::Null;
 }
 
 // The path of the assignment was read.

@@ -5,11 +5,13 @@
 
 #include "api/reading/source_range/range_rules.h"
 #include "api/reading/source_range/value_words.h"
+#include "vsa/type_keywords.h"
 
 namespace vsa {
 
 namespace {
 
+using zn::korvo_sdk::impl::bufferTypeOf;
 using Item = StatementTokens::Item;
 using Type = StatementTokens::Type;
 using Found = RangeRules::Found;
@@ -62,7 +64,7 @@ Found RangeRules::surplusNumber() const {
 
 Found RangeRules::unreadableNumber() const {
   const std::size_t list = parts_.value + 2;
-  ComponentReader numbers(bufferTypeOf(tokens_[parts_.value].text.view()));
+  ComponentReader numbers(bufferTypeOf(tokens_[parts_.value].text));
   const auto field = findNumber(tokens_.bytesOf(tokens_[list]),
                                 [&](const NumberField& one) { return !numbers.accepts(one.text); });
   return field ? number(list, *field) : whole(list);

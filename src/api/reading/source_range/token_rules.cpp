@@ -5,12 +5,14 @@
 #include <vsa/scene/data_type.h>
 #include "api/reading/source_range/range_rules.h"
 #include "api/reading/source_range/value_words.h"
+#include "vsa/type_keywords.h"
 
 namespace vsa {
 
 namespace {
 
 using zn::korvo_sdk::DataType;
+using zn::korvo_sdk::impl::bufferTypeOf;
 using Item = StatementTokens::Item;
 using Type = StatementTokens::Type;
 using Found = RangeRules::Found;
@@ -118,7 +120,7 @@ bool RangeRules::beginsStatement(std::size_t token) const {
 // After the word of a type: brackets without the list of a buffer, or the wrong kind of list.
 Found RangeRules::wrongList(std::size_t found) const {
   const std::string_view word = tokens_[found - 1].text.view();
-  const bool isOfBuffer = bufferTypeOf(word) != DataType::Null;
+  const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text) != DataType::Null;
   const Type list = tokens_[found].type;
   if (isOfBuffer && list == Type::Brackets) return tokenOrPlace(found + 1);
   // The other kind of type with the right list: "vec3[1] {1 2 3}", "vec3f(1 2 3)".

@@ -8,9 +8,6 @@
 
 namespace vsa {
 
-/// The element type of a buffer keyword, ignoring case; Null for any other word.
-zn::korvo_sdk::DataType bufferTypeOf(std::string_view word);
-
 /// Whether a word is the keyword of a buffer or a tuple, ignoring case.
 bool isTypeWord(std::string_view word);
 
