@@ -40,6 +40,11 @@ void appendJsonArray(std::string& to, std::string_view digits) {
   to += ']';
 }
 
+std::string_view vectorSize(std::string_view keyword) {
+  if (keyword == "vec2" || keyword == "pos2") return "2";
+  return keyword == "rgba" || keyword == "quat" || keyword == "vec4" ? "4" : "3";
+}
+
 std::string quoted(std::string_view text) {
   std::string out = "\"";
   for (const char c : text) {

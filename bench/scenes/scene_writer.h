@@ -84,6 +84,9 @@ void appendJsonString(std::string& to, std::string_view text);
 // Appends the numbers as a JSON array.
 void appendJsonArray(std::string& to, std::string_view digits);
 
+// The digit in the name of a vector type with as many components as the tuple: "3" for pos3.
+std::string_view vectorSize(std::string_view keyword);
+
 // The text in double quotes, with a backslash before quotes and backslashes.
 std::string quoted(std::string_view text);
 

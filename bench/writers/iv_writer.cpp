@@ -54,8 +54,7 @@ class IvWriter : public SceneWriter {
   }
 
   void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
-    const bool isWide = keyword == "rgba" || keyword == "quat" || keyword == "vec4";
-    field(keyword == "vec2" ? "SFVec2f" : isWide ? "SFVec4f" : "SFVec3f", input, digits);
+    field("SFVec" + std::string(vectorSize(keyword)) + "f", input, digits);
   }
 
   void buffer(std::string_view input, std::string_view, size_t width,

@@ -59,8 +59,7 @@ class OsgtWriter : public SceneWriter {
   }
 
   void tuple(std::string_view input, std::string_view keyword, std::string_view digits) override {
-    const bool isWide = keyword == "rgba" || keyword == "quat" || keyword == "vec4";
-    object(keyword == "vec2" ? "Vec2d" : isWide ? "Vec4d" : "Vec3d", input, digits);
+    object("Vec" + std::string(vectorSize(keyword)) + "d", input, digits);
   }
 
   void buffer(std::string_view input, std::string_view, size_t width,
