@@ -23,7 +23,7 @@ void resetHeader(interfaces::IScene& scene) {
 bool parse(interfaces::IScene* scene, Lexer& lexer, ReadReport& report) {
   VsaParser parser;
   const bool result = parser.parse(scene, &lexer);
-  report = reportOf(lexer, parser.tokens);
+  report = reportOf(lexer);
   return result;
 }
 

@@ -2,15 +2,12 @@
 
 namespace zn::korvo_sdk::impl {
 
-ReadReport reportOf(const Lexer& lexer, const ds::Vector<Token>& tokens) {
+ReadReport reportOf(const Lexer& lexer) {
   ReadReport report;
   report.endedAtMark = lexer.endsAtMark();
   report.line = lexer.line;
   report.column = lexer.column;
-  for (const Token& token : tokens) {
-    const bool isCutOff = token.type == Token::Type::Eof && !(token.text == "EOF");
-    if (isCutOff) report.cutOff = token.text;
-  }
+  if (lexer.problem().id == DiagnosticId::UnexpectedEof) report.cutOff = lexer.problem().text;
   return report;
 }
 

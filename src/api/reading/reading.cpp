@@ -225,7 +225,7 @@ void Reading::finishRefused() {
 
 // For the parser, a string or list that is cut off where a statement begins is the end of the text.
 void Reading::finishCutOff() {
-  const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer, parser_.tokens);
+  const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer);
   if (!report.cutOff.isEmpty()) {
     const std::string message(report.cutOff.view());
     const zn::String what = parser_.lexer->problem().argument("what");

@@ -56,6 +56,8 @@ const RangeRow RANGE_ROWS[] = {
     {BadToken, "lamp sun;\nsun.color = rgba«(»1 2 3", "sun.color"},
     {BadToken, "lamp sun;\nsun.power = 3«»", "sun.power"},
     {BadToken, "lamp sun;\nsun.power =«»\n\n", "sun.power"},
+    // A name with the text of the token at the end.
+    {BadToken, "lamp sun;\nsun.power = 3 «EOF»;\n", "sun.power"},
     {EndMark, "lamp sun;\n«\xFF»lamp moon;"},
     // Statements.
     {BadToken, "lamp sun;\nsun.power = 3«»\nsun.label = \"x\";\n", "sun.power"},

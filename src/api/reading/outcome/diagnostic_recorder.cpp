@@ -210,6 +210,9 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   } else if (!session.isResolving()) {
     problem.noticed = startOf({parser_.current.line, parser_.current.column});
   }
+  // The parser does not consume a token that the grammar does not allow.
+  const auto& next = parser_.tokens;
+  problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);
   // The message of an element that does not fit names the array.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;

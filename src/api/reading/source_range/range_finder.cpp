@@ -44,7 +44,7 @@ Found RangeRules::placeAfter(std::size_t token) const {
 Found RangeRules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);
-  if (isCutOff(token)) return opening(token);
+  if (tokens_[token].isCutOff) return opening(token);
   return token > 0 ? placeAfter(token - 1)
                    : SourceRange{tokens_[token].begin, tokens_[token].begin};
 }

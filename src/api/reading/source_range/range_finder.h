@@ -34,6 +34,8 @@ struct Problem {
   std::uint64_t noticed;
   /// The invalid character, if there is one.
   std::optional<std::uint64_t> character;
+  /// BadToken: the token found is the end of the text, or a string or list that is cut off.
+  bool isAtEnd = false;
 };
 
 /// Nothing if the tokens do not have the form that the problem implies.

@@ -48,7 +48,6 @@ class RangeRules {
   Found invalidCharacter() const;
   Found numberWith(const StatementTokens::Item& invalid, std::uint64_t at) const;
   Found badToken() const;
-  bool isAtEnd() const;
   bool opensBlock(std::size_t token) const;
   bool isCommentInList(std::size_t token, std::uint64_t at) const;
   Found missingSemicolon(std::size_t found) const;
@@ -64,11 +63,6 @@ class RangeRules {
   Found unreadableNumber() const;
   Found overLimit() const;
 
-  // Whether the text ends inside the token, a string or a list.
-  bool isCutOff(std::size_t token) const {
-    return tokens_[token].type == StatementTokens::Type::Eof &&
-           tokens_[token].text.startsWith("UNEXPECTED", false);
-  }
   bool expects(std::string_view what) const {
     return problem_.diagnostic.argument("expected") == what;
   }

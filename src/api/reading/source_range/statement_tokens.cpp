@@ -11,6 +11,7 @@ namespace vsa {
 
 namespace {
 
+using zn::korvo_sdk::DiagnosticId;
 using zn::korvo_sdk::impl::Token;
 
 class NoObserver final : public BlockObserver {
@@ -57,8 +58,9 @@ bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
     at = static_cast<std::uint32_t>(lexer.index);
     if (at == bytes.size() && !isWhole) return false;  // the next piece may continue the token
     const std::uint64_t lastLine = line + lineFeeds(bytes.substr(begin, at - begin));
+    const bool isCutOff = lexer.problem().id == DiagnosticId::UnexpectedEof;
     items_.push_back(
-        {token.type, start_ + begin, start_ + at, line, lastLine, std::move(token.text)});
+        {token.type, start_ + begin, start_ + at, line, lastLine, std::move(token.text), isCutOff});
     line = lastLine;
   }
   return true;

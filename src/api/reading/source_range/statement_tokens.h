@@ -28,6 +28,7 @@ class StatementTokens {
     std::uint64_t firstLine;  // counted from the begin of the statement
     std::uint64_t lastLine;
     zn::String text;
+    bool isCutOff = false;  // the text ends inside the token, a string or a list
   };
 
   /// Lexes from `start` on, up to the first ";" that ends at or after `noticed`, the end of the

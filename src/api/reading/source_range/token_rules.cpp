@@ -72,18 +72,12 @@ Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
 }
 
 Found RangeRules::badToken() const {
-  // The token found is the one that ends where the problem was noticed, or it is the end.
+  // The token found is the one that ends where the problem was noticed, or the end of the text.
   const std::size_t before = tokens_.countUpTo(problem_.noticed);
-  const std::size_t found = isAtEnd() || before == 0 ? before : before - 1;
+  const std::size_t found = problem_.isAtEnd || before == 0 ? before : before - 1;
   if (expects(";")) return missingSemicolon(found);
   if (expects("(scalar|buffer|reference)")) return badValue(found);
   return tokenOrPlace(found);
-}
-
-// Whether the token found is the end of the text, or a string or list that is cut off.
-bool RangeRules::isAtEnd() const {
-  const std::string_view found = problem_.diagnostic.argument("found");
-  return found == "EOF" || found.starts_with("UNEXPECTED EOF");
 }
 
 Found RangeRules::missingSemicolon(std::size_t found) const {
@@ -149,7 +143,7 @@ Found RangeRules::badTuple() const {
 Found RangeRules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(problem_.noticed);
   for (std::size_t i = head; i < head + 3; ++i) {
-    if (isCutOff(i)) return opening(i);
+    if (tokens_[i].isCutOff) return opening(i);
   }
   const std::size_t wrong = head + tokensThatFit(head);
   const Type type = tokens_[wrong].type;
