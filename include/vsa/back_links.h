@@ -10,7 +10,7 @@
 
 namespace vsa {
 
-/// An index of the links of a scene by the node that they lead to. The constructor visits all
+/// An index of the links of a scene by the node that they refer to. The constructor visits all
 /// inputs, elements and members once; later changes of the scene have no effect on the index. It
 /// takes 8 bytes for each link and for each node that was ever created.
 class VSA_API BackLinks {

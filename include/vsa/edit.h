@@ -8,7 +8,7 @@
 // Every change returns a Status, and none throws. A refused change changes nothing, except after
 // OutOfMemory: the input may have no value, and the header of a scene may have lost comments. A
 // missing node or input refuses every change, so calls can be chained without checks. A change that
-// a text cannot carry is refused: see EditError.
+// no text can represent is refused: see EditError.
 //
 // add() returns an existing input or member unchanged. set() of a value of another type replaces
 // both value and type, unless the node's type is declared: then the declared types are kept.
@@ -34,8 +34,8 @@
 
 namespace vsa {
 
-/// The Node or Input that was added. If it could not be added, it is missing, and `status` says
-/// why.
+/// The Node or Input that was added. If it could not be added, it is missing, and `status` has the
+/// reason.
 template <class Handle>
 struct [[nodiscard]] Added : Handle {
   Added(Handle handle) noexcept : Handle(handle) {}       // implicit: a success
@@ -82,10 +82,10 @@ class Input : public InputView {
   // Values. A new value replaces the earlier one, with its elements and members. A connection
   // stays.
 
-  /// Sets the value. PlusInfinity, NotANumber or NulCharacter if a text cannot carry it.
+  /// Sets the value. PlusInfinity, NotANumber or NulCharacter if no text can represent it.
   VSA_API Status set(const Value& value) const noexcept;
   /// Sets a buffer with a copy of `bytes`, which are whole elements. BadBufferType, BufferSize or
-  /// NotANumber if they are not a buffer that a text can carry.
+  /// NotANumber if they are not a buffer that a text can represent.
   VSA_API Status setBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept;
   /// Sets a buffer with a copy of `elements`: an array of numbers (`std::vector<float>`), of
   /// std::array of numbers, or of a struct with the size and the layout of one element. BufferSize
@@ -118,7 +118,7 @@ class Input : public InputView {
   VSA_API Status disconnect() const noexcept;
 
   // Arrays. All elements of an array have the same type. The elements of an array of type Null can
-  // have links only. A text cannot carry an array without elements.
+  // only have links. No text can represent an array without elements.
 
   /// Makes the input an array of that element type and removes all earlier elements.
   VSA_API Status makeArray(ValueType elementType) const noexcept;

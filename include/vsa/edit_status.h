@@ -23,7 +23,7 @@ enum class EditError : std::uint8_t {
   TakesNoValue,      ///< The node's type declares that this input takes links only.
   TooDeep,           ///< The input would exceed the depth limit of the scene.
   TooMany,           ///< The array would have more than 2^32 - 1 elements.
-  // What a text cannot carry.
+  // What no text can represent.
   BadName,            ///< Not a letter or "_", then letters, digits and "_"; or true, false, null.
   NameTaken,          ///< There is a node of that name.
   FormerName,         ///< The node's type declares it as a former name of something else.

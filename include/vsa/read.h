@@ -6,11 +6,11 @@
 //   }
 //
 // None of these functions throws, and none prints. Every failure is part of the result, and so is
-// what the host's own scene, source or callback throws. Each call has its own options;
-// calls on different scenes may run on different threads at the same time. Callbacks may look at
-// the scene that is read into, and must not change it. If one reads into it, that second reading is
-// Unreadable and changes nothing. A host's scene, source or callback may read or parse texts into
-// other scenes: neither their limits nor their diagnostics are those of the reading.
+// what the host's own scene, source or callback throws. Each call has its own options; calls on
+// different scenes may run on different threads at the same time. Callbacks may inspect the scene
+// into which the text is read, and must not change it. If a callback starts a second reading into
+// this scene, that reading is Unreadable and changes nothing. A host's scene, source or callback
+// may read or parse texts into other scenes: each has limits and diagnostics of its own.
 #pragma once
 
 #include <cstddef>
@@ -52,11 +52,11 @@ class VSA_API Source {
 
 /// A buffer of a text that was not read, see BufferMode::Skip.
 struct SkippedBuffer {
-  /// The input that it is for, such as "worktop.points".
+  /// The input to which the text assigns it, such as "worktop.points".
   std::string inputPath;
   /// The type of one element.
   zn::korvo_sdk::DataType type = zn::korvo_sdk::DataType::Null;
-  /// Elements that the text declares.
+  /// The number of elements that the text declares.
   std::uint64_t count = 0;
   /// The literal, from its keyword up to its closing brace.
   TextRange literal;
@@ -64,13 +64,13 @@ struct SkippedBuffer {
 
 /// What a reading applied to the scene.
 struct AppliedCounts {
-  /// Statements and comments that were begun; the last one may have failed.
+  /// The number of statements and comments that the parser began; the last one may have failed.
   std::uint64_t statements = 0;
-  /// Nodes that were made, kept or not.
+  /// Nodes that were created, kept or not.
   std::uint64_t nodes = 0;
-  /// Array elements that were made.
+  /// Array elements that were created.
   std::uint64_t elements = 0;
-  /// Values that were given to inputs of nodes that are kept.
+  /// Values that were assigned to inputs of kept nodes.
   std::uint64_t values = 0;
   /// References and connections that were resolved, `null` included. 0 unless `linksResolved`.
   std::uint64_t links = 0;
@@ -81,10 +81,10 @@ struct AppliedCounts {
 /// How a reading ended and what it found.
 struct [[nodiscard]] ReadOutcome {
   ReadStatus status = ReadStatus::Complete;
-  /// The limit that the text went beyond; set if and only if `status` is OverLimit.
+  /// The limit that the text exceeded; set if and only if `status` is OverLimit.
   std::optional<Limit> limit;
-  /// Why the reading ended, for people. Empty if `status` is Complete, and where there is no memory
-  /// for it.
+  /// Why the reading ended, for people. Empty if `status` is Complete, and if no memory is
+  /// available for it.
   std::string message;
   /// What was found, statement by statement, and in order of place within a statement. Links come
   /// last, in no particular order. See ReadOptions::keptDiagnostics.
@@ -97,8 +97,8 @@ struct [[nodiscard]] ReadOutcome {
   /// Bytes of the text that were read. The reader looks ahead by up to three tokens.
   std::uint64_t bytesRead = 0;
   AppliedCounts applied;
-  /// One for each buffer literal that was given to an input, in the order of the text; empty unless
-  /// BufferMode::Skip.
+  /// One for each buffer literal that was assigned to an input, in the order of the text; empty
+  /// unless BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// What the host's scene, source or callback threw. Set if `status` is HostException; if it is
   /// OutOfMemory, the std::bad_alloc, of the library or of the host. What a scene throws while a
@@ -108,22 +108,22 @@ struct [[nodiscard]] ReadOutcome {
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }
 };
 
-/// A ReadOutcome with the scene that was read. Can be moved and not copied.
+/// A ReadOutcome with the scene that was read. Movable, not copyable.
 struct [[nodiscard]] ReadResult : ReadOutcome {
-  /// Holds what was applied, whatever the status.
+  /// Contains what was applied, for every status.
   Scene scene;
 };
 
 /// Reads the file at `path` into a new scene. A byte order mark at its beginning is skipped. A pipe
-/// or device is read as it delivers. A null path, a path with a NUL in it, a missing file, a
+/// or device is read as its bytes arrive. A null path, a path with a NUL in it, a missing file, a
 /// directory: Unreadable.
 VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
 
 /// Reads the bytes of a text into a new scene. They need no NUL at the end and may be empty. They
-/// must stay as they are during the call, and are not needed after it. A `const char*` is a text
-/// that ends at its NUL, never a path; a null one is Unreadable.
+/// must not change during the call, and may be freed after it. A `const char*` is a text that ends
+/// at its NUL, never a path; a null one is Unreadable.
 VSA_API ReadResult readText(std::string_view text, const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readText(std::span<const std::byte> text,
                             const ReadOptions& options = {}) noexcept;
@@ -137,16 +137,16 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
   /// Holds the buffer, as the input "b" of its only node, "b". See `buffer`.
   Scene scene;
 
-  /// The buffer, as long as this object lives and its scene is not changed. Of no elements unless
-  /// the status is Complete.
+  /// The buffer, as long as this object lives and its scene is not changed. It has no elements
+  /// unless the status is Complete.
   VSA_API BufferView buffer() const noexcept;
 };
 
-/// Reads the literal of a buffer that was skipped, from the file or the text that it was skipped
-/// in. Diagnostics have the positions and the path that they have in the whole text. Limits, counts
-/// and progress concern the literal alone. A file that cannot be read, a null path or text, and a
-/// file or text that has no literal of the same type and count in its place any more: Unreadable,
-/// or the status of what stands there. Numbers that have changed are not noticed.
+/// Reads the literal of a skipped buffer from the same file or text. Diagnostics have the positions
+/// and the path that they have in the whole text. Limits, counts and progress concern the literal
+/// alone. The status is Unreadable if the file cannot be read, if the path or text is null, or if
+/// there is no longer a literal of the same type and count at that place; it may also be the status
+/// of the text at that place. Changed numbers are not detected.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
@@ -156,8 +156,8 @@ VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuff
 VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
                                         const ReadOptions& options = {}) noexcept;
 
-// The same functions for an existing scene: nodes are added to those that it has. The scene is the
-// library's own or a host's. An unreadable file or null text changes nothing in it.
+// The same functions for an existing scene: they add nodes to it. The scene is the library's own or
+// a host's. An unreadable file or null text changes nothing in it.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;

@@ -8,7 +8,7 @@
 
 namespace vsa::detail {
 
-/// None, or why a text cannot carry the value.
+/// None, or why no text can represent the value.
 Status checkValue(const Value& value) noexcept;
 
 /// None, OtherElementType, DeclaredType or TakesNoValue: whether the input can have a value of the

@@ -24,9 +24,9 @@ using Type = lex::Token::Type;
 
 constexpr int END_MARK = 0xFF;  // as std::memchr takes a byte
 
-// Each production begins at the current token, and ends at the first token behind it.
+// Each production begins at the current token, and ends at the first token after it.
 
-// "." input ("[index]" | "." member)*    Begins behind the node.
+// "." input ("[index]" | "." member)*    Begins after the node.
 bool path(StatementTokens& tokens, StatementOutline& out) {
   if (!tokens.is('.')) return false;
   tokens.advance();
@@ -189,8 +189,8 @@ const char* commonValue(const char* at, const char* last, StatementOutline& out)
 }
 
 // [node] "." input " = " value ";"    The end of a statement that is written like this, as most
-// are; null for another one. Each byte is looked at once, without tokens: 200 scenes of 7 KB take
-// 15 million instructions, without this function 22 million.
+// are; null for another one. Each byte is read once, without creating tokens: 200 scenes of 7 KB
+// take 15 million instructions, without this function 22 million.
 const char* commonAssignment(const char* at, const char* last, StatementOutline& out) {
   const char* const nodeEnd = *at == '.' ? at : endOfWord(at, last);
   if (nodeEnd == nullptr || *nodeEnd != '.') return nullptr;
@@ -243,7 +243,7 @@ void OutlineReader::nextByTokens(StatementOutline& out) noexcept {
   }
 }
 
-// Moves behind a statement, or behind a part of a long one.
+// Moves to the end of a statement, or of a part of a long one.
 void OutlineReader::skipMalformed() noexcept {
   StatementTokens tokens(at_, end_);
   tokens.advance();

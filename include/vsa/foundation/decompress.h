@@ -2,7 +2,7 @@
 // buffers in this form.
 //
 // A compressed text is a period followed by the bytes of the stream, with two hexadecimal digits
-// for each byte, in either case. White space (blank, \t \n \v \f \r) may stand between any two
+// for each byte, in either case. White space (blank, \t \n \v \f \r) is allowed between any two
 // digits and is skipped. Every language with a zlib and a hexadecimal function can write such
 // texts. In Python: "." + zlib.compress(data).hex().
 //

@@ -28,15 +28,15 @@ enum class DiagnosticId : std::uint8_t {
 inline constexpr int DIAGNOSTIC_ID_COUNT = static_cast<int>(DiagnosticId::HostMessage) + 1;
 
 /// The stable name of an id in kebab case, such as "too-few-elements". Never null; "unknown" for a
-/// value that is none of the enumeration.
+/// value that is not in the enumeration.
 VSA_API const char* name(DiagnosticId id) noexcept;
 
 /// The names of the arguments of a message, in their order, separated by ", ": "expected, found"
 /// for DiagnosticId::BadToken. Never null; empty if the message has none, and for a value that is
-/// none of the enumeration. docs/messages.md says what each argument is.
+/// not in the enumeration. docs/messages.md says what each argument is.
 VSA_API const char* argumentNames(DiagnosticId id) noexcept;
 
-/// A Warning changes no result. An Error rejects a value or ends the reading.
+/// A Warning has no effect on the scene. An Error rejects a value or ends the reading.
 enum class Severity : std::uint8_t { Warning, Error };
 
 /// "warning" or "error".
@@ -52,24 +52,25 @@ struct Diagnostic {
   /// input is unchanged: it may contain line feeds and control characters, have any length, and not
   /// be valid UTF-8.
   std::string message;
-  /// The values that the message is made of, in the order of `argumentNames(id)`, byte for byte as
+  /// The values that the message contains, in the order of `argumentNames(id)`, byte for byte as
   /// the message has them. Numbers are decimal.
   std::vector<std::string> arguments;
-  /// The limit that the text went beyond. Set for DiagnosticId::OverLimit only.
+  /// The limit that the text exceeded. Set for DiagnosticId::OverLimit only.
   std::optional<Limit> limit;
-  /// What the log line begins with, such as "PARSE ERROR"; empty if the line has no position.
+  /// The label at the beginning of the log line, such as "PARSE ERROR"; empty if the line has no
+  /// position.
   std::string kind;
   /// Line and column as the log line has them: those of the token at which the parser noticed the
   /// problem, which may be after `range`. Both 0 before the first token and where the log line has
   /// no position.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
-  /// The path of the input concerned, from the name of its node on, such as "worktop.points[3]". An
-  /// index is as it is written; a path with an invalid index ends before it. Empty if no input is
-  /// concerned.
+  /// The path of the input concerned, beginning with the name of its node, such as
+  /// "worktop.points[3]". Indices are spelled as in the text; a path with an invalid index ends
+  /// before it. Empty if no input is concerned.
   std::string inputPath;
-  /// The bytes that the problem is about; no byte where something is missing. If they are not
-  /// known, the last byte of the token at which the parser noticed it.
+  /// The bytes that caused the problem; empty at a place where something is missing. If they are
+  /// not known, the last byte of the token at which the parser noticed the problem.
   TextRange range;
   /// If the problem is about one number of a list: its index in the list, from 0.
   std::optional<std::uint64_t> numberIndex;

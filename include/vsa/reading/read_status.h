@@ -1,4 +1,4 @@
-// How a reading ended: one status, and the limit that the text went beyond.
+// How a reading ended: one status, and the limit that the text exceeded.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ enum class ReadStatus : std::uint8_t {
 };
 
 /// The name of a status in kebab case, such as "stopped-by-error". Never null; "unknown" for a
-/// value that is none of the enumeration.
+/// value that is not in the enumeration.
 VSA_API const char* name(ReadStatus status) noexcept;
 
 /// What a limit bounds. See ReadLimits for the units.
@@ -41,7 +41,7 @@ enum class Limit : std::uint8_t {
 };
 
 /// The name of a limit in kebab case, such as "buffer-bytes". Never null; "unknown" for a value
-/// that is none of the enumeration.
+/// that is not in the enumeration.
 VSA_API const char* name(Limit limit) noexcept;
 
 }  // namespace vsa

@@ -31,8 +31,8 @@ struct TextRange {
 
 /// The column in characters (Unicode code points), from 1, of the character that holds the byte in
 /// `column`. `line` is the text of the line, without its line feed. A byte that is not part of
-/// valid UTF-8 counts as one character. A column beyond the line counts one for each byte beyond. A
-/// column of 0 is taken as 1.
+/// valid UTF-8 counts as one character. After the end of the line, each byte counts as one column.
+/// A column of 0 counts as 1.
 VSA_API std::uint64_t columnInCharacters(std::string_view line, std::uint64_t column) noexcept;
 
 /// The same in UTF-16 code units, as the language server protocol counts by default, but from 1: a

@@ -11,7 +11,7 @@
 
 namespace vsa {
 
-/// Delivers what a host's source delivers.
+/// Adapts a vsa::Source to a ByteSource, and calls the observer around each read.
 class HostSource final : public zn::ByteSource {
  public:
   /// Both must outlive the last read.
@@ -25,7 +25,7 @@ class HostSource final : public zn::ByteSource {
   Ending& ending_;
 };
 
-/// Delivers what another source delivers.
+/// Reads another ByteSource, and calls the observer around each read.
 class BlockSource final : public zn::ByteSource {
  public:
   /// Both must outlive the last read.

@@ -47,7 +47,7 @@ bool isBeginOfDirective(const Lookahead& next) {
   return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
 }
 
-// `float[3]`, which the parser takes for a reference with a list after it.
+// `float[3]`, which the parser reads as a reference followed by a list.
 bool isBufferWithoutList(const AssignInfo& info, const Lookahead& next) {
   return info.isReference && next[0] == Type::Brackets && next[1] == Type::Eof &&
          bufferTypeOf(info.referenceToken.text) != DataType::Null;

@@ -1,5 +1,5 @@
-// Reads one buffer literal: as the value of a text around it, so that it is checked and converted
-// as in the text that it is from.
+// Reads one buffer literal. The literal becomes the value of a small text, so that the parser
+// checks and converts it as in the original text.
 #include <algorithm>
 #include <exception>
 #include <new>
@@ -17,7 +17,7 @@ namespace {
 
 using zn::detail::DescriptorSource;
 
-// What stands before the literal. The path of its input is replaced in the outcome.
+// The text before the literal. The path of its input is replaced in the outcome.
 constexpr std::string_view BEFORE = "b b:.b=";
 constexpr std::string_view INPUT_PATH = "b.b";
 
@@ -33,7 +33,7 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// The column of the log: of a last character, and 0 before the first.
+// The column that the log has: of a last character, and 0 before the first character.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
   const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -
@@ -67,7 +67,7 @@ std::uint64_t bytesOfLiteral(const SkippedBuffer& skipped, std::uint64_t bytesRe
   return std::min(read, bytesOf(skipped.literal));
 }
 
-// The node and its input are not counted, and nor is what stands around the literal.
+// Does not count the node, its input, and the text around the literal.
 void countLiteralOnly(const SkippedBuffer& skipped, ReadOutcome& outcome) {
   outcome.bytesRead = bytesOfLiteral(skipped, outcome.bytesRead);
   outcome.applied.statements = 0;

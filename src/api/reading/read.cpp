@@ -25,7 +25,7 @@ ReadOutcome readInto(IScene& scene, const ReadOptions& options, const Read& read
   return outcome;
 }
 
-// The plain scene is made here, for which there may be no memory.
+// Creates the plain scene, which may fail for lack of memory.
 template <class Read>
 ReadOutcome readInto(Scene& scene, const ReadOptions& options, const Read& read) noexcept {
   try {
@@ -56,7 +56,7 @@ ReadOutcome readFileAt(AnyScene& scene, const char* path, const ReadOptions& opt
   return readInto(scene, options, [&](Reading& reading) { reading.readFile(path); });
 }
 
-// A path with a NUL names no file, and the system would read it up to there.
+// No file has a NUL in its path. The system would use the path up to the NUL.
 template <class AnyScene>
 ReadOutcome readFileAt(AnyScene& scene, const std::filesystem::path& path,
                        const ReadOptions& options) noexcept {

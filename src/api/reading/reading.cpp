@@ -1,4 +1,4 @@
-// Reading: from the source to the end of the parse. What the parser asks during it is in
+// Reading: from the source to the end of the parse. The functions that the parser calls are in
 // reading_session.cpp.
 #include "api/reading/reading.h"
 
@@ -126,7 +126,7 @@ void Reading::guarded(const Body& body) noexcept {
     const zn::korvo_sdk::ScopedReadingSinks sinks(*this, *this);
     body();
   } catch (const ReadStopped&) {
-    // The status was set where it was thrown.
+    // The status was set before the throw.
   } catch (...) {
     ending_.setToException();
   }
@@ -216,7 +216,7 @@ void Reading::finish(bool isParsed) {
   finishCutOff();
 }
 
-// A reading goes on after a buffer that it leaves out.
+// A buffer that is left out does not end the reading, so its status is set here.
 void Reading::finishRefused() {
   if (!refusedFor_) return;
   ending_.set(ReadStatus::OverLimit, refusal_);

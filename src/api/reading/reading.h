@@ -1,6 +1,6 @@
 // Reading: one call of a reading function of the public API. Internal.
 //
-// It is the parser's session (limits, counts, values that no input took), the observer of the
+// It is the parser's session (limits, counts, values that no input owns yet), the observer of the
 // blocks of the text (positions, size, progress), and the sink of diagnostics and log lines of the
 // thread. Nothing is printed, and no exception is thrown.
 #pragma once
@@ -41,7 +41,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome);
   ~Reading() override;
 
-  // Each reads a whole text, once. Nothing is thrown: the outcome says how the reading ended.
+  // Each reads a whole text and may be called once. They throw nothing: the outcome has the status.
 
   void readText(std::string_view text) noexcept;
   void readFile(const char* path) noexcept;

@@ -1,4 +1,4 @@
-// Reading: what the parser asks and reports during the parse.
+// Reading: the functions that the parser calls.
 #include <cstring>
 #include <exception>
 #include <new>
@@ -165,8 +165,7 @@ void Reading::notifyProgress() {
   lastProgress_ = Clock::now();
 }
 
-// The last call, at which nothing is left to be cancelled. A source may have announced a size that
-// it does not have.
+// The last call, whose result is ignored. The size that the source announced may be wrong.
 void Reading::notifyComplete() {
   if (options_.onProgress == nullptr || outcome_.status != ReadStatus::Complete) return;
   ReadProgress last = progress();

@@ -21,7 +21,7 @@ struct JsonValue {
   double number = 0;
   std::string text;  ///< Of a string.
   std::vector<JsonValue> elements;
-  std::vector<JsonMember> members;  ///< In the order of the text. No name stands twice.
+  std::vector<JsonMember> members;  ///< In the order of the text. Names are unique.
 };
 
 struct JsonMember {
@@ -40,8 +40,8 @@ class JsonError : public std::runtime_error {
   std::size_t offset_;
 };
 
-/// Reads one value and the end of the text (RFC 8259). Throws JsonError, also for a name that
-/// stands twice in an object and for nesting deeper than 32 levels.
+/// Reads one value and the end of the text (RFC 8259). Throws JsonError, also for a repeated name
+/// in an object and for nesting deeper than 32 levels.
 JsonValue readJson(std::string_view text);
 
 }  // namespace vsa

@@ -83,7 +83,7 @@ void readMembers(const JsonValue& object, const Read& read) {
   }
 }
 
-// What "elements" means follows from "type", which may stand after it.
+// The meaning of "elements" depends on "type", which may follow it.
 void readElements(const JsonValue& value, zn::korvo_sdk::InputDeclaration& input) {
   if (input.type == ValueType::Array) {
     input.elementType = valueTypeOf(value);

@@ -9,7 +9,7 @@
 namespace zn {
 
 /// Converts the digits of a text to bytes for the decoder, one run at a time, so that only one run
-/// is in memory. Digits may be in either case, and white space may stand between any two. The text
+/// is in memory. Digits may be in either case, and white space is allowed between any two. The text
 /// must outlive the feed.
 class HexFeed final : public ByteFeed {
  public:

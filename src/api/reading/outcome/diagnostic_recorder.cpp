@@ -159,7 +159,7 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
   }
 }
 
-// Within a statement, the kept ones are sorted by their place.
+// Sorts the kept diagnostics of a statement by position.
 void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   std::vector<Diagnostic>& kept = outcome_.diagnostics;
   if (currentStatement_ != keptStatement_) {
@@ -175,7 +175,7 @@ void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   --outcome_.droppedDiagnostics;
 }
 
-// It counts as dropped until it is kept: the callback may throw, or memory for it be missing.
+// It counts as dropped until it is kept, because the callback and the allocation may throw.
 void DiagnosticRecorder::count(Severity severity) noexcept {
   ++(severity == Severity::Warning ? outcome_.warningCount : outcome_.errorCount);
   ++outcome_.droppedDiagnostics;

@@ -30,7 +30,7 @@ std::size_t RangeRules::pathTokenAfter(std::string_view inputPath) const {
   return parts_.pathEnd;
 }
 
-// The value, if its type is what does not fit; otherwise the part of the path that does not.
+// The value if its type is wrong; otherwise the part of the path whose type is wrong.
 Found RangeRules::typeClash() const {
   const std::size_t part = pathTokenAfter(problem_.diagnostic.inputPath);
   const bool isValue = part + 1 >= parts_.pathEnd && part < parts_.pathEnd &&
@@ -70,7 +70,7 @@ Found RangeRules::unreadableNumber() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// What of a statement goes over a limit: a count, an index, a path or a name.
+// The part of a statement that exceeds a limit: a count, an index, a path or a name.
 Found RangeRules::overLimit() const {
   const bool isBuffer = !problem_.diagnostic.endedReading;  // it is left out
   if (isBuffer) return whole(parts_.value + 1);

@@ -6,7 +6,8 @@ namespace vsa {
 
 namespace {
 
-// Commas, white space and brackets of another kind. Brackets of the list's own kind vanish.
+// Commas, white space and brackets of another kind. The lexer removes brackets of the list's own
+// kind.
 bool isSeparator(char c, char open, char close) {
   if (c == open || c == close) return false;
   constexpr std::string_view OTHERS = ",()[]{}";

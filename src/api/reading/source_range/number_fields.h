@@ -1,4 +1,4 @@
-// The numbers of a list as they are written, with their places. Internal.
+// The numbers of a list as spelled in the text, with their offsets. Internal.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +13,7 @@ namespace vsa {
 struct NumberField {
   std::size_t begin;  ///< Its first byte and the one after its last, counted from the list's "(".
   std::size_t end;
-  std::string text;   ///< As the lexer hands it on: without brackets of the list's own kind.
+  std::string text;   ///< As in the token: without brackets of the same kind as the list's.
   std::size_t index;  ///< From 0.
 };
 

@@ -34,7 +34,7 @@ Found RangeRules::tokens(std::size_t begin, std::size_t end) const {
   return SourceRange{tokens_[begin].begin, tokens_[end - 1].end};
 }
 
-// Where something is missing.
+// The empty range at which something is missing.
 Found RangeRules::placeAfter(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   return SourceRange{tokens_[token].end, tokens_[token].end};
@@ -49,7 +49,7 @@ Found RangeRules::tokenOrPlace(std::size_t token) const {
                    : SourceRange{tokens_[token].begin, tokens_[token].begin};
 }
 
-// The quote or bracket that is never closed.
+// The opening quote or bracket that has no closing one.
 Found RangeRules::opening(std::size_t token) const {
   const std::uint64_t begin = tokens_[token].begin;
   return SourceRange{begin, begin + 1};

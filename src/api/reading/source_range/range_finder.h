@@ -41,9 +41,9 @@ struct Problem {
 /// Nothing if the tokens do not have the form that the problem implies.
 std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
-/// The path that the last assignment among the tokens begins with; empty if they end with something
-/// else. A path that begins with "." gets the name of the node that the tokens declare, or else
-/// `withNode`. Of a path with an invalid character, what stands before it.
+/// The left-hand side of the assignment at the end of the tokens; empty if the last statement is
+/// not an assignment. If the path begins with ".", the name of the node that the tokens declare, or
+/// else `withNode`, precedes it. A path ends before an invalid character.
 std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode);
 
 }  // namespace vsa

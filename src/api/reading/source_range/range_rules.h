@@ -13,7 +13,7 @@
 
 namespace vsa {
 
-/// Whether a token of that type may stand in an input path.
+/// Whether an input path may contain a token of that type.
 bool isPathToken(StatementTokens::Type type);
 
 /// The parts of an assignment: `path "=" value ";"` or `path "|" "=" source ";"`, as far as it

@@ -44,7 +44,7 @@ class StatementTokens {
   }
   /// The number of tokens that end at or before `offset`.
   std::size_t countUpTo(std::uint64_t offset) const noexcept;
-  /// The bytes from `offset` on, which is not before the first token, as far as they were lexed.
+  /// The bytes from `offset` to the end of the lexed bytes. `offset` is not before the first token.
   std::string_view bytesFrom(std::uint64_t offset) const noexcept;
   /// The bytes of a token as they are written.
   std::string_view bytesOf(const Item& item) const noexcept;

@@ -19,7 +19,7 @@ using Found = RangeRules::Found;
 
 }  // namespace
 
-// A list that runs into the next statement was never closed.
+// A list that contains the beginning of the next statement has no closing bracket.
 Found RangeRules::invalidCharacter() const {
   const std::uint64_t at = *problem_.character;
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -46,7 +46,7 @@ bool RangeRules::opensBlock(std::size_t token) const {
   return name >= 1 && tokens_[name].type == Type::Id && tokens_[name - 1].type == Type::Id;
 }
 
-// Whether the list goes on after the comment that begins at `at`, up to its closing bracket.
+// Whether the list continues after the comment at `at` and has a closing bracket.
 bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
   const std::string_view open = tokens_.bytesFrom(tokens_[token].begin).substr(0, 1);
   const std::string_view comment = tokens_.bytesFrom(at);
@@ -57,8 +57,8 @@ bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
   return end != std::string_view::npos && after[end] == (open == "(" ? ')' : '}');
 }
 
-// The number, of a list that ends at an invalid character, which that character is in. It goes on
-// up to what separates numbers.
+// The number that contains the invalid character at `at`. The number ends before the next
+// separator.
 Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
   const std::string_view bytes = tokens_.bytesFrom(invalid.begin);
   if (bytes.empty() || (bytes[0] != '(' && bytes[0] != '{')) return std::nullopt;
@@ -96,14 +96,14 @@ Found RangeRules::missingSemicolon(std::size_t found) const {
     return tokens(found, found + 2);  // "node.output" after "="
   }
   if (beginsStatement(found)) return placeAfter(last);
-  // A string that took in lines up to the next quote was never closed.
+  // A string that extends to a quote on a later line has no closing quote of its own.
   const bool isSwallowed = tokens_[last].type == Type::Str &&
                            tokens_[last].lastLine > tokens_[last].firstLine &&
                            token.begin == tokens_[last].end;
   return isSwallowed ? opening(last) : tokenOrPlace(found);
 }
 
-// Two names, or a path that stands apart from the token before it.
+// Two names, or a path, with white space before it.
 bool RangeRules::beginsStatement(std::size_t token) const {
   if (tokens_[token].begin == tokens_[token - 1].end) return false;
   const Type next = tokens_[token + 1].type;
@@ -111,7 +111,7 @@ bool RangeRules::beginsStatement(std::size_t token) const {
   return tokens_[token].type == Type::Id && (next == Type::Id || next == Type::Dot);
 }
 
-// After the word of a type: brackets without the list of a buffer, or the wrong kind of list.
+// After a type keyword: brackets without a brace list, or the wrong kind of list.
 Found RangeRules::wrongList(std::size_t found) const {
   const std::string_view word = tokens_[found - 1].text.view();
   const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text) != DataType::Null;
@@ -139,7 +139,8 @@ Found RangeRules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The first token with which the tokens are no statement; after a declaration, its missing end.
+// The first token that no statement has at this place; for a declaration without end, the place
+// after it.
 Found RangeRules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(problem_.noticed);
   for (std::size_t i = head; i < head + 3; ++i) {
@@ -155,8 +156,8 @@ Found RangeRules::unrecognized() const {
   return head == 0 && isAfterName && isEnd ? placeAfter(wrong - 1) : tokenOrPlace(wrong);
 }
 
-// Of the tokens from `head` on, those that a statement may have there: a path goes on with a dot
-// and a name, and a statement begins with a path or with two names.
+// The number of tokens from `head` on that a statement may begin with: a name, and a second name or
+// a dot. If `head` is not 0, a statement continues with a dot only.
 std::size_t RangeRules::tokensThatFit(std::size_t head) const {
   if (tokens_[head].type == Type::Dot) return 1;
   if (head != 0 || tokens_[0].type != Type::Id) return 0;

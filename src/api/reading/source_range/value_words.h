@@ -1,4 +1,4 @@
-// The words that begin a value, and the numbers that its type takes. Internal.
+// The keywords of typed values, and the numbers that a buffer accepts. Internal.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// BlockObserver: what a source of characters tells about the blocks that it delivers. Internal.
+// BlockObserver: is called for each block that a source of characters delivers. Internal.
 #pragma once
 
 #include <cstdint>

@@ -32,7 +32,8 @@ class TextIndex {
 
   /// Characters that the lexer has consumed.
   std::uint64_t offsetOf(const Lexer& lexer) const noexcept;
-  /// The offset of the character at a place, at most `end`. 0 for the place before the first token.
+  /// The offset of the character at a position, at most `end`. 0 for the place before the first
+  /// token.
   std::uint64_t offsetOf(TextPlace place);
   /// Line and column of the byte at `offset`, which is at most `end`.
   TextPosition positionOf(std::uint64_t offset);

@@ -9,7 +9,7 @@
 
 namespace vsa {
 
-/// Delivers the text in blocks, so that the observer is asked as often as for a file.
+/// Delivers the text in blocks, so that the observer is called as often as for a file.
 class TextLexer final : public zn::korvo_sdk::impl::Lexer {
  public:
   /// Both must outlive the lexer. Throws what the observer throws.
