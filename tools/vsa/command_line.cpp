@@ -33,8 +33,8 @@ void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (isKnown) words.insert(words.begin(), "--help");
 }
 
-// The names that could stand in place of an unknown argument: the options of the command that was
-// chosen if it begins with "-", and else the commands.
+// The names that may be meant by an unknown argument: the options of the command if it begins with
+// "-", otherwise the commands.
 std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
   const std::vector<CLI::App*> chosen = app.get_subcommands();
   std::vector<std::string> names;

@@ -14,14 +14,14 @@ class Option;
 
 namespace vsa_tools {
 
-/// An option that was added, to say more about it. A small value, to be copied.
+/// An option that was added, with functions to set its properties. Cheap to copy.
 class CommandOption {
  public:
   explicit CommandOption(CLI::Option& option) : option_(&option) {}
 
   /// The command line is wrong without it.
   CommandOption required() const;
-  /// How the help shows the value: "FILE". Arguments have none, their name says it.
+  /// The placeholder of the value in the help: "FILE". Positional arguments have none.
   CommandOption valueName(const char* name) const;
   /// The help shows the value that the target has now.
   CommandOption showDefault() const;

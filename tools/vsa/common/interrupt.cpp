@@ -35,8 +35,8 @@ bool isInterrupted() noexcept {
   return interrupted != 0;
 }
 
-// A signal goes to any thread, and may come right before the wait: the flag is looked at again from
-// time to time.
+// Any thread may receive the signal, and it may come right before the wait, so the flag is tested
+// repeatedly.
 bool waitForInput(int descriptor) noexcept {
   constexpr int MILLISECONDS = 100;
   while (!isInterrupted()) {

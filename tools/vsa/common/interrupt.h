@@ -5,8 +5,8 @@
 namespace vsa_tools {
 
 /// While an object of this class exists, the first Ctrl-C (SIGINT) only sets a flag, and a second
-/// one ends the process. A process that was started to ignore SIGINT goes on ignoring it. One
-/// object at a time.
+/// one ends the process. A process that was started with SIGINT ignored continues to ignore it. At
+/// most one object may exist.
 class InterruptScope {
  public:
   InterruptScope() noexcept;

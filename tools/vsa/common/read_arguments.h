@@ -1,5 +1,5 @@
-// The options that every command has which reads texts: how much a text may take, and how much is
-// said about it.
+// The options of every command that reads texts: limits for the text, and how much is printed about
+// it.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,8 @@ class ReadArguments {
   void addTo(CommandOptions& options);
 
   /// The options of one reading: the limits, and a progress function that ends it as soon as
-  /// isInterrupted() is true. A command that replaces `onProgress` asks that itself.
+  /// isInterrupted() is true. A command that replaces `onProgress` must call isInterrupted()
+  /// itself.
   vsa::ReadOptions options() const;
 
   /// Diagnostics to print; the command counts the others and prints how many there are.

@@ -17,7 +17,7 @@ Position beginOf(const vsa::Diagnostic& diagnostic) {
   return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
 }
 
-/// The loss that a diagnostic describes, if the log of the reader does not have it.
+/// The loss that a diagnostic reports, unless the log of the reader has it.
 std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   if (diagnostic.id == DiagnosticId::EndMark) {
     return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
@@ -28,8 +28,8 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   return std::nullopt;
 }
 
-/// Adds the losses that show in the bytes of the file. Half of the bytes of a foreign encoding are
-/// NUL, so there the encoding is the only loss.
+/// Adds the losses that the bytes of the file reveal. In UTF-16, half of the bytes are NUL, so the
+/// encoding is reported as the only loss.
 void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   if (const char* encoding = foreignEncoding(source.head())) {
     losses.push_back(
@@ -39,7 +39,7 @@ void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   }
 }
 
-/// Adds why the reading ended, if no diagnostic says it.
+/// Adds the reason why the reading ended, if no diagnostic has it.
 void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
   if (read.status == ReadStatus::Unreadable) {
     losses.push_back({"reading failed midway: " + read.message, std::nullopt});

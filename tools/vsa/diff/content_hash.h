@@ -19,8 +19,8 @@ struct NodeContent {
   std::vector<std::pair<std::uint64_t, vsa::NodeView>> links;
 };
 
-/// `hasCounterpart` says whether a node of the other scene has the same name. Inputs whose paths
-/// match one of the `ignored` patterns are left out.
+/// `hasCounterpart`: whether a node of the other scene has the same name. Inputs whose paths match
+/// one of the `ignored` patterns are left out.
 NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignored,
                       const std::function<bool(vsa::NodeView)>& hasCounterpart);
 

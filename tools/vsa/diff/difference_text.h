@@ -18,7 +18,7 @@ struct DifferenceSides {
 DifferenceSides sidesOf(const Difference& difference);
 
 /// "5 elements differ, the first at 3: (0 1 2) -> (0 1 3), largest deviation 0.5 at 17"; empty if
-/// the two values say all.
+/// the two values are sufficient.
 std::string listText(const Difference& difference);
 
 }  // namespace vsa_tools

@@ -16,8 +16,8 @@ struct ListDifference {
   std::uint64_t differing = 0;
   /// The first of them, if there is one.
   std::uint64_t first = 0;
-  /// The largest distance between two numbers, and its element. Not set if the elements are no
-  /// numbers, or if there is no difference that a number measures.
+  /// The largest distance between two numbers, and its element. Not set if the elements are not
+  /// numbers, or if no difference is numeric.
   std::optional<double> largestDeviation;
   std::uint64_t largestAt = 0;
 

@@ -26,7 +26,7 @@ class DumpLog {
   /// The options of the reading that this object keeps the log of.
   vsa::ReadOptions options();
 
-  /// What the dump says about how the reading ended. Call it once, after the reading.
+  /// The part of the dump about the end of the reading. Call it once, after the reading.
   ReadStatus end(const vsa::ReadOutcome& read);
   /// The elements of the array "log", separated by commas. Complete after end().
   const std::string& json() const { return json_.text(); }

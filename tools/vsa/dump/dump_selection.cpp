@@ -26,7 +26,7 @@ ChosenInputs DumpSelection::inputsOf(vsa::NodeView node) const {
   if (paths.empty()) return chosen;
   walkInputs(node, [&](const InputPlace& place) {
     if (!matchesAny(paths, place.path)) return true;
-    // The walk and the dump see the same object; views do not give it to be changed.
+    // The traversal and the dump use the same object. Views give no write access to it.
     auto* const input = const_cast<zn::korvo_sdk::Input*>(place.input.plain());
     chosen.push_back({std::string(place.path), input});
     return false;

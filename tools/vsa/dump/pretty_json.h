@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// Takes compact, valid JSON in pieces and writes it with one key or element a line. Arrays of
+/// Receives compact, valid JSON in pieces and writes it with one key or element a line. Arrays of
 /// numbers and strings fill lines of about 100 columns. Needs memory for the depth only.
 class PrettyJson {
  public:

@@ -1,4 +1,4 @@
-// A part of a scene that stands alone.
+// A part of a scene with all nodes that it needs.
 #pragma once
 
 #include <string>

@@ -32,8 +32,8 @@ class NodeRenamer {
   const Renames& renames_;
   TextLayout& layout_;
   std::size_t index_ = 0;        // of the next token in its statement
-  bool isValue_ = false;         // it is behind the "="
-  bool isFirstOfValue_ = false;  // directly behind
+  bool isValue_ = false;         // it follows the "="
+  bool isFirstOfValue_ = false;  // directly after
   bool hasWord_ = false;         // the last token is a word, kept until the next one is known
   vsa::SyntaxToken word_;
   std::string text_;       // its text

@@ -21,7 +21,7 @@ std::string withoutTags(const std::string& json) {
   return text;
 }
 
-/// Appends the text up to `mark`, which it contains, and returns the rest behind it.
+/// Appends the text up to `mark`, which it contains, and returns the rest after it.
 std::string_view appendUpTo(std::string_view mark, std::string_view text, std::string& to) {
   const std::size_t at = text.find(mark);
   to += text.substr(0, at);

@@ -66,7 +66,7 @@ SceneStatistics statisticsOf(const SceneFile& file);
 /// Adds the counts of `other` to `total`.
 void addCounts(SceneStatistics& total, const SceneStatistics& other);
 
-/// The most memory that this process has had, in bytes; 0 if the system does not say.
+/// The most memory that this process has had, in bytes; 0 if the system does not report it.
 std::uint64_t peakMemoryBytes();
 
 }  // namespace vsa_tools

@@ -64,7 +64,7 @@ void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& findin
   finding.hint = hintFor(text.at(open.begin.offset));
   const std::uint64_t noticed = noticedAt(text, open.begin.offset);
   const bool isAtEnd = noticed >= text.text().size();
-  // The end of the last line, not the empty one behind it.
+  // The end of the last line, not the empty one after it.
   const std::uint64_t at = isAtEnd ? std::max(text.endBefore(noticed), open.end.offset) : noticed;
   const vsa::TextPosition begin = moved(text, open.begin, at);
   const vsa::TextPosition end = isAtEnd ? begin : moved(text, begin, at + 1);

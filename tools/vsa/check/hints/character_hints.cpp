@@ -37,7 +37,7 @@ std::uint64_t bracketBefore(const HintText& text, std::uint64_t offset) {
   return text.text().find_last_of("[=;", offset);
 }
 
-// A name behind the opening brace: a block of another language.
+// A name after the opening brace: a block of another language.
 bool isBlock(HintText& text, std::uint64_t open) {
   const std::uint64_t before = text.endBefore(open);
   if (text.at(open) != '{' || before == 0) return false;

@@ -97,7 +97,7 @@ bool isWordText(std::string_view text);
 bool isOpening(std::string_view source);
 /// How to close it, with a note where the reader notices.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
-/// "[0 1]" behind "=": a buffer. False if `open` is no such bracket.
+/// "[0 1]" after "=": a buffer. False if `open` is no such bracket.
 bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding);
 
 }  // namespace vsa_tools

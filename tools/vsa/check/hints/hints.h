@@ -1,4 +1,4 @@
-// Hints: what to do about the diagnostics of the reader, from what stands in the text.
+// Hints: what to do about the diagnostics of the reader, derived from the text.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 class HintText;
 
-/// The hints about one file. The text is looked at when a diagnostic asks for it.
+/// The hints about one file. The text is read only when a diagnostic needs it.
 class Hints {
  public:
   /// The text without a byte order mark, and the types of --types. Both must live as long as this

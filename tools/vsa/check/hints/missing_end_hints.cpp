@@ -1,4 +1,4 @@
-// Hints for values that are complete although more stands behind them.
+// Hints for complete values that are followed by more text.
 #include <algorithm>
 #include <string>
 
@@ -65,14 +65,14 @@ void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& findin
   }
 }
 
-// "node.output" behind "=".
+// "node.output" after "=".
 void hintForOutput(HintText& text, const vsa::TextRange& range, Finding& finding) {
   finding.hint = "a connection to an output is written with `|=`";
   const std::size_t equals = text.text().substr(0, range.begin.offset).rfind('=');
   if (equals != std::string_view::npos) insertAt(finding, equals, "|");
 }
 
-// "1,5": the comma behind a number and before digits.
+// "1,5": the comma between a number and digits.
 bool isDecimalComma(HintText& text, std::uint64_t at) {
   return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
 }

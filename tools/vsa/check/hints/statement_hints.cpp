@@ -15,7 +15,7 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
-// What stands where a statement begins, or behind its first tokens.
+// A word at the beginning of a statement, or after its first tokens.
 void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t next = text.beginBehind(range.end.offset);
   const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';

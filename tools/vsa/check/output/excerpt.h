@@ -1,4 +1,4 @@
-// A source line as a terminal shows it, with carets under a part of it.
+// A source line as a terminal displays it, with carets under a part of it.
 #pragma once
 
 #include <string>

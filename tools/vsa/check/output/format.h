@@ -16,18 +16,18 @@ namespace vsa_tools {
 struct FindingPlace {
   const std::string& file;  ///< As it is shown.
   const CheckedText& text;
-  /// The line at which the reader stops, on the first finding that was found by reading on.
+  /// The line at which the reader stops, set for the first finding after it.
   std::optional<std::uint64_t> stopLine;
 };
 
-/// What was found in all files.
+/// The totals of all files.
 struct Totals {
   std::uint64_t files = 0;
   std::uint64_t filesWithFindings = 0;
   std::uint64_t unreadable = 0;
   std::uint64_t tooLarge = 0;    ///< For the rules about texts.
   std::uint64_t inBaseline = 0;  ///< Findings that the baseline has.
-  std::uint64_t fixed = 0;       ///< Edits that were made.
+  std::uint64_t fixed = 0;       ///< Edits that were applied.
   bool isEndedEarly = false;     ///< --max-diagnostics was reached.
 };
 

@@ -1,5 +1,5 @@
 // The format junit: one XML document in which each finding, and each file without one, is a test
-// case. It is kept up to the end, because it begins with the number of cases.
+// case. The document begins with the number of cases, so it is printed at the end.
 #pragma once
 
 #include "tools/vsa/check/output/format.h"

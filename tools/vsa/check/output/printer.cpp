@@ -31,7 +31,7 @@ bool Printer::end(const Totals& totals, const std::string& summary) {
   return std::fflush(stdout) == 0 && !isFailed_;
 }
 
-// cppcheck takes a caller's string that the view is of for one that has ended.
+// cppcheck assumes wrongly that the string of the view is destroyed.
 void Printer::write(std::string_view text) {
   if (text.empty()) return;
   progress_.hide();

@@ -28,11 +28,11 @@ class Printer {
   /// Prints findings of one file, until there are too many.
   void print(const std::vector<RenderedFinding>& findings);
   void printClean(const std::string& file) { write(format_.addClean(file)); }
-  /// Prints what ends the output, and the summary unless it is empty. Returns whether all was
+  /// Prints the end of the output, and the summary unless it is empty. Returns whether all was
   /// written to standard output.
   bool end(const Totals& totals, const std::string& summary);
 
-  /// Whether no more findings are to be printed.
+  /// Whether --max-diagnostics is reached, so that no more findings are printed.
   bool isFull() const { return isFull_; }
   /// The findings that were printed, by level.
   std::uint64_t count(Level level) const { return counts_[static_cast<int>(level)]; }

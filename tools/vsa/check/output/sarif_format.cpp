@@ -11,7 +11,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Of a longer line, bytes are counted instead of characters.
+// In a longer line, columns count bytes instead of characters.
 constexpr std::uint64_t COUNTED_BYTES = 4096;
 
 /// A relative reference or a path as a URI.

@@ -7,8 +7,8 @@ namespace vsa_tools {
 
 namespace {
 
-// A message ends with the period of the log line, some with one of their own before it. Three
-// periods end a shortened text.
+// A message ends with the period of the log line; some messages have another period before it.
+// Three periods end a shortened text.
 std::string withoutPeriod(std::string text) {
   const std::size_t length = text.find_last_not_of('.') + 1;
   const std::size_t periods = text.size() - length;

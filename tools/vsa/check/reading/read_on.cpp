@@ -42,7 +42,8 @@ std::string_view missingNode(const Diagnostic& found) {
   }
 }
 
-/// Walks over the statements of the repaired text, and knows the node that the last `:` selected.
+/// Iterates over the statements of the repaired text and stores the node that the last `:`
+/// selected.
 class StatementCursor {
  public:
   struct Place {
@@ -50,7 +51,7 @@ class StatementCursor {
     std::string with;
   };
 
-  /// Moves behind the last statement that begins before `offset`.
+  /// Moves to the end of the last statement that begins before `offset`.
   void moveTo(std::string_view text, std::size_t offset) {
     while (true) {
       const Statement next = nextStatement(text, at_);
@@ -61,7 +62,7 @@ class StatementCursor {
     }
   }
 
-  /// Moves to a wrong statement that was replaced. From there on, the text is scanned anew.
+  /// Moves to a wrong statement that was replaced. Scans the text again from there.
   void moveToReplaced(std::size_t begin) {
     push(begin);
     at_ = begin;
@@ -111,8 +112,8 @@ class FurtherReading {
   }
 
  private:
-  // Reads part after part into one scene, for the fatal diagnostics alone. The statements before
-  // the stop are read once more, because they make the nodes.
+  // Reads the parts into one scene, for the fatal diagnostics only. Reads the statements before the
+  // stop again, because they create the nodes.
   void readParts() {
     vsa::Scene scene;
     StatementCursor cursor;
@@ -123,7 +124,7 @@ class FurtherReading {
       if (repair_.isStuck()) return;
       cursor.moveTo(repair_.text(), repair_.lastBegin());
       cursor.moveToReplaced(repair_.lastBegin());
-      // The parser has not executed the statements that the lexer was ahead of it.
+      // The parser has not executed the statements in its lookahead.
       if (isLexer) readPart(scene, cursor.earlierPlace(), repair_.lastBegin());
     }
   }

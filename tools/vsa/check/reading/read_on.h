@@ -1,4 +1,4 @@
-// Reading on after a fatal mistake.
+// Continuing to read after a fatal mistake.
 //
 // The reader stops at a fatal mistake. Here the wrong statement is replaced in a copy of the text,
 // and the rest is read into the same scene, and so on up to the end: this finds the fatal mistakes
@@ -13,8 +13,8 @@
 
 namespace vsa_tools {
 
-/// Called with each diagnostic that the reader does not come to. Its positions are those in the
-/// text. Throwing ends the reading.
+/// Called with each diagnostic after the one at which the reader stops. Its positions are those in
+/// the text. Throwing ends the reading.
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading, with the limits and the

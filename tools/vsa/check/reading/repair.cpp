@@ -10,7 +10,7 @@ namespace {
 
 using vsa::DiagnosticId;
 
-/// The statement that holds the byte at `offset`, up to where reading goes on.
+/// The statement that contains the byte at `offset`, up to the place where reading continues.
 Statement regionAt(std::string_view text, std::size_t offset, std::size_t scanFrom) {
   Statement region = nextStatement(text, scanFrom);
   while (region.end <= offset && region.end < text.size()) {
@@ -109,8 +109,8 @@ bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
   return true;
 }
 
-// `TYPE NAME` stays and is ended by the `:` that follows it or else by a `;`. A statement that ends
-// with `:` and declares no name would leave the following statements without a node: they get one.
+// Keeps `TYPE NAME` and ends it with the `:` that follows, or with a `;`. If the statement ends
+// with `:` and declares no name, the following statements need a node, so one is declared for them.
 void Repair::keepDeclaration(const Statement& region) {
   const std::size_t typeEnd = endOfName(text(), region.begin);
   const std::size_t name = skipBlanks(text(), typeEnd);
@@ -138,7 +138,7 @@ void Repair::blank(std::size_t begin, std::size_t end) {
   }
 }
 
-// A name that stands after another name is one that the statement may have been meant to declare.
+// A name after another name may be the one that the statement should declare.
 void Repair::addSuspects(const Statement& region) {
   const std::string_view all = text().substr(0, region.end);
   bool isAfterName = false;

@@ -1,8 +1,8 @@
 // Repair: a copy of a text in which wrong statements are replaced, so that it can be read on.
 //
 // A replacement has as many bytes as what it replaces, so that offsets stay what they are. (Lines
-// do not: a `;` may stand in place of a line end.) A wrong statement is replaced in steps, each
-// taken if the reader complains about the statement once more:
+// may change: a `;` may replace a line end.) A wrong statement is replaced in steps, each taken if
+// the reader complains about the statement once more:
 //   1. its smallest repair: a missing `;` is written, a character that begins no token is blanked
 //   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
 //   3. blanks
@@ -27,8 +27,8 @@ class Repair {
   /// The repaired text.
   std::string_view text() const { return std::string_view(padded_).substr(PADDING); }
 
-  /// The repaired text from `from` on, with a statement before it that selects the node `with`,
-  /// unless that is empty or too long. restore() takes that statement away again.
+  /// The repaired text from `from` on. If `with` is neither empty nor too long, a statement that
+  /// selects this node precedes it. restore() removes that statement.
   std::string_view textFrom(std::size_t from, std::string_view with);
   void restore();
 
@@ -37,9 +37,9 @@ class Repair {
   /// one may only follow from the replacement.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
-  /// Whether there was nothing left to replace.
+  /// Whether nothing was left to replace.
   bool isStuck() const { return isStuck_; }
-  /// Where the statement begins that was replaced last.
+  /// The beginning of the statement that was replaced last.
   std::size_t lastBegin() const { return lastBegin_; }
 
   /// Whether a replaced statement may have declared a node of this name, or the name has been

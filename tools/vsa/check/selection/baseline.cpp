@@ -14,7 +14,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Of a long line, the bytes around the finding.
+// Only the bytes around the finding, if the line is long.
 constexpr std::uint64_t LINE_REACH = 100;
 
 std::string trimmed(const std::string& line) {

@@ -23,7 +23,7 @@ class Baseline {
   /// Writes the file. Throws std::runtime_error if that fails.
   void write(const std::string& path) const;
 
-  /// The known findings of a file, to be taken out one by one.
+  /// The known findings of a file. The caller removes them one by one.
   KnownFindings of(const std::string& file) const;
   void add(const std::string& file, const KnownFindings& findings);
 
@@ -34,7 +34,7 @@ class Baseline {
   std::map<std::string, KnownFindings> files_;
 };
 
-/// Takes the finding out of `known`. False if it is not there.
+/// Removes the finding from `known`. False if it is not in there.
 bool takeKnown(KnownFindings& known, const Finding& finding, const CheckedText& text);
 
 }  // namespace vsa_tools

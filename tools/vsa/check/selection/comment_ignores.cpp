@@ -49,7 +49,7 @@ void CommentIgnores::addComment(std::string_view text, std::size_t at) {
     ignore = {0, std::numeric_limits<std::uint64_t>::max(), {}};
   } else if (command != "ignore") {
     return;
-  } else if (skipBlanks(text, lineBegin) == sign - 1) {  // nothing but the comment in its line
+  } else if (skipBlanks(text, lineBegin) == sign - 1) {  // the line contains only the comment
     Statement next = nextStatement(text, lineEnd);
     while (next.isComment) next = nextStatement(text, next.end);
     ignore.end = next.end;

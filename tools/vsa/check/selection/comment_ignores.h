@@ -18,8 +18,8 @@ class CommentIgnores {
  public:
   explicit CommentIgnores(std::string_view text);
 
-  /// Whether a comment says to ignore the finding. Findings about the whole file have no place, so
-  /// only `ignore-file` concerns them.
+  /// Whether a comment says to ignore the finding. Findings about the whole file have no position,
+  /// so only `ignore-file` applies to them.
   bool isIgnored(const Finding& finding) const;
 
  private:

@@ -13,8 +13,8 @@
 
 namespace vsa_tools {
 
-/// Ids and groups of kinds, as --error, --warn and --ignore and the configuration name them. The
-/// name "all" stands for all kinds.
+/// Ids and groups of kinds, as in --error, --warn, --ignore and the configuration. The name "all"
+/// means all kinds.
 struct LevelRules {
   std::vector<std::string> errors;
   std::vector<std::string> warnings;

@@ -16,7 +16,7 @@ struct LinePart {
   std::string text;
   /// The column of its first byte, from 1.
   std::uint64_t column = 1;
-  /// Whether the line goes on before and after it.
+  /// Whether the line has more text before and after it.
   bool isCutBefore = false, isCutAfter = false;
 };
 

@@ -1,5 +1,5 @@
-// Keys of nodes and inputs: hashes that stand for their paths, so that what is remembered of an
-// input needs the same few bytes whatever the length of its name.
+// Keys of nodes and inputs: hashes of their paths, so that an entry for an input has the same small
+// size for any length of its name.
 #pragma once
 
 #include <cstddef>

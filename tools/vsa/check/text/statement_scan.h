@@ -1,5 +1,5 @@
-// Finds where statements begin and end, in texts that may be wrong. It knows less than the reader:
-// strings, lists, comments, and the characters that end a statement.
+// Finds where statements begin and end, in texts that may be wrong. It recognises less than the
+// reader: strings, lists, comments, and the characters that end a statement.
 #pragma once
 
 #include <cstddef>
@@ -25,9 +25,9 @@ Statement nextStatement(std::string_view text, std::size_t from);
 /// assignment.
 bool looksLikeStatement(std::string_view text, std::size_t at);
 
-/// Where to go on after a mistake in `statement`: the first line behind its first one that looks
-/// like a statement, since a string, a list or the statement may not have been closed; else its
-/// end.
+/// Where to continue after a mistake in `statement`. A string, a list or the statement may have no
+/// end, so this is the next line that looks like the beginning of a statement; without one, the end
+/// of `statement`.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
 /// The end of the name that begins at `at`; `at` if none does.

@@ -54,7 +54,7 @@ class OrderedWork {
     return std::move(*taken.value);
   }
 
-  /// Lets the workers go on after the result that take() returned was consumed.
+  /// Lets the workers continue after the result from take() was consumed.
   void advance() {
     const std::lock_guard lock(mutex_);
     ++consumed_;

@@ -1,4 +1,4 @@
-// What the process tells its caller: the exit status, and errors of the command itself.
+// The exit status of the process, and errors of the command itself.
 #pragma once
 
 #include <string>

@@ -22,7 +22,7 @@ std::size_t characterBegin(std::string_view text, std::size_t at) {
   return at;
 }
 
-// The message that the format makes of the arguments, each shortened. A conversion is "%" and a
+// The message that results from the format and the shortened arguments. A conversion is "%" and a
 // letter, with "ll" between them or not.
 std::string formatted(std::string_view format, const std::vector<std::string>& arguments) {
   std::string result;

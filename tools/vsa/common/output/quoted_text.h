@@ -1,5 +1,4 @@
-// Messages quote names and values of a text in full, and they may have any length. A command
-// shortens them.
+// Messages quote names and values of a text in full, in any length. Commands shorten them.
 #pragma once
 
 #include <cstddef>
@@ -13,8 +12,8 @@ namespace vsa_tools {
 /// Quoted parts up to this length are printed in full.
 inline constexpr std::size_t MAX_QUOTED_BYTES = 200;
 
-/// `text`, or its beginning and its end with the number of bytes left out between them:
-/// "aaaa[... 1840 bytes ...]aaaa". Characters of UTF-8 stay whole.
+/// `text`, or its beginning and its end with the number of bytes left out between them: "aaaa[...
+/// 1840 bytes ...]aaaa". UTF-8 characters are not split.
 std::string shortened(std::string_view text);
 
 /// The message with each of its arguments shortened. A message that is not in the table of

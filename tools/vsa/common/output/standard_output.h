@@ -8,10 +8,10 @@
 namespace vsa_tools {
 
 /// Writes `text` to standard output and flushes it. Returns EXIT_READ; if it cannot be written,
-/// says so on standard error and returns EXIT_USAGE.
+/// prints that to standard error and returns EXIT_USAGE.
 int printText(std::string_view text);
 
-/// The same for what was put into `out`, which writes to standard output.
+/// The same for the buffered text of `out`, which writes to standard output.
 int finish(TextOutput& out);
 
 }  // namespace vsa_tools

@@ -5,8 +5,8 @@
 
 namespace vsa_tools {
 
-/// Whether a diagnostic says that a link was not made: to a node or an output that does not exist,
-/// or from an input of another type.
+/// Whether a diagnostic reports a link that was not made: to a node or an output that does not
+/// exist, or from an input of another type.
 inline bool isBrokenLink(vsa::DiagnosticId id) {
   using vsa::DiagnosticId;
   return id == DiagnosticId::NoNodeToConnect || id == DiagnosticId::NoNodeToAssign ||

@@ -1,6 +1,6 @@
-// The one way in which the commands walk a scene: each node's inputs with their elements and
-// members, depth first, with their paths. The walk does not recurse, so deeply nested inputs need
-// no more stack than flat ones, and it extends one path instead of making one for each input.
+// The traversal of scenes that all commands use: the inputs of each node with their elements and
+// members, depth first, with their paths. It does not recurse, so nested inputs need no more stack
+// than flat ones, and it extends one path instead of creating one for each input.
 #pragma once
 
 #include <charconv>

@@ -6,7 +6,7 @@
 namespace vsa_tools {
 
 // After a mismatch only the last "*" needs to be tried with one more character: an earlier one
-// could only find a later start of what the last one searches for.
+// could only move the start of the search of the last one.
 bool matchesPattern(std::string_view pattern, std::string_view text) {
   std::size_t inPattern = 0, inText = 0;
   std::size_t afterStar = std::string_view::npos, starText = 0;

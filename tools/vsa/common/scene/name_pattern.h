@@ -7,9 +7,9 @@
 
 namespace vsa_tools {
 
-/// Whether `pattern` matches the whole text. "*" stands for any characters, also none, and "?" for
-/// one byte; every other character for itself. Takes time proportional to the product of the
-/// lengths at most, and no memory.
+/// Whether `pattern` matches the whole text. "*" matches any characters, including none, and "?"
+/// one byte; every other character matches itself. Takes at most time proportional to the product
+/// of the lengths, and no memory.
 bool matchesPattern(std::string_view pattern, std::string_view text);
 
 /// Whether one of the patterns matches.

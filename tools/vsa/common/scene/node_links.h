@@ -1,4 +1,4 @@
-// The links of a node, and which node of a scene is which.
+// The links of a node, and the index of a node in its scene.
 #pragma once
 
 #include <cstddef>

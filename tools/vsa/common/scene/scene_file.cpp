@@ -75,7 +75,7 @@ class Reading {
     file_.messages += diagnosticLine(file_.name, position, level, text) + '\n';
   }
 
-  /// Why the reading ended, if no diagnostic said so.
+  /// The reason why the reading ended, if no diagnostic has it.
   void addEnd() {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;

@@ -1,4 +1,4 @@
-// Reads one file into a scene for a command that looks at scenes.
+// Reads one file into a scene for a command that inspects scenes.
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@
 
 namespace vsa_tools {
 
-/// A file that was read, or as much of it as could be.
+/// A file that was read, or the part of it that could be read.
 struct SceneFile {
   /// The name for messages: "<stdin>" for "-".
   std::string name;
   /// Its diagnostics are empty: they are in `messages`.
   vsa::ReadResult result;
   /// The lines for standard error, escaped by printable(), in the order in which they were found.
-  /// Those beyond the maximum of the arguments, or 1 MiB, are counted in the last line only.
+  /// Lines over the maximum of the arguments, or over 1 MiB, are only counted, in the last line.
   std::string messages;
   /// Links that could not be made: to a node or an output that does not exist, or from an input of
   /// another type.

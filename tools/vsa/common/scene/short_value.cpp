@@ -33,7 +33,7 @@ std::string numberText(Number number) {
   }
 }
 
-/// A Real has a point, so that it is not taken for an Int.
+/// A Real has a decimal point, which distinguishes it from an Int.
 std::string pointedReal(double number) {
   std::string text = numberText(number);
   if (text.find_first_of(".nae") == std::string::npos) text += ".0";
@@ -122,7 +122,7 @@ std::string nodeText(vsa::InputView input) {
 std::string shortText(std::string_view text, std::size_t capacity) {
   std::string shown;
   std::size_t characters = 0;
-  // A character has at most 4 bytes; the part is cut where a character begins.
+  // A character has at most 4 bytes. The part ends before the first byte of a character.
   std::string_view part = text.substr(0, std::min(text.size(), 4 * capacity));
   const auto add = [&](std::string_view bytes) {
     if (characters++ < capacity) shown += printable(bytes);

@@ -8,7 +8,7 @@
 
 namespace vsa_tools {
 
-/// Writes to standard output. On a terminal, characters that control it are escaped.
+/// Writes to standard output. On a terminal, control characters are escaped.
 class OutputSink final : public vsa::Sink {
  public:
   OutputSink();
@@ -24,7 +24,7 @@ class OutputSink final : public vsa::Sink {
   std::string problem_;
 };
 
-/// `text` with what controls a terminal escaped, line feeds excepted.
+/// `text` with terminal control characters escaped, except line feeds.
 std::string safeLines(std::string_view text);
 
 }  // namespace vsa_tools

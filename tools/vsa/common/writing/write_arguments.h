@@ -18,8 +18,8 @@ class WriteArguments {
 
   vsa::WriteOptions options() const;
 
-  /// Writes the scene to the output. Prints what the text cannot carry, with `name` as its file,
-  /// and why it cannot be written. Returns the exit status.
+  /// Writes the scene to the output. Prints what the text cannot represent, with `name` as its
+  /// file, and why it cannot be written. Returns the exit status.
   int write(const vsa::Scene& scene, const std::string& name) const;
 
  private:

@@ -43,7 +43,7 @@ void checkBuffer(SceneFindings& found, const InputView& input) {
   const vsa::BufferView buffer = input.buffer();
   const auto bytes = buffer.bytes();
   const auto* const data = reinterpret_cast<const unsigned char*>(bytes.data());
-  // In a list of single numbers, not a number often stands for a missing one.
+  // In a list of single numbers, NaN often represents a missing number.
   if (zn::korvo_sdk::componentCount(buffer.elementType()) < 2) return;
   const vsa::ElementType component = zn::korvo_sdk::componentType(buffer.elementType());
   if (component == vsa::ElementType::Float) checkBuffer<float>(found, input, data, bytes.size());

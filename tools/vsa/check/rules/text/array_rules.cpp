@@ -24,7 +24,7 @@ constexpr std::uint64_t MAX_MISSING = 4096;
 struct Gap {
   std::string array;  // its path, shortened
   std::set<std::uint64_t> missing;
-  std::string_view next;       // the index behind the first of them
+  std::string_view next;       // the index after the first of them
   PathKey name = 0, node = 0;  // of the node, without and with its generation
 };
 
@@ -57,7 +57,7 @@ class ArrayRules final : public StatementRule {
   /// A statement that appends an object by its first member.
   struct Append {
     PathKey array = 0;
-    std::string_view members;  // the path behind the "[*]"
+    std::string_view members;  // the path after the "[*]"
     std::uint64_t index = 0;
     std::string_view star;
     std::size_t statement = 0;  // its index

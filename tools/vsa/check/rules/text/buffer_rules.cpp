@@ -89,7 +89,7 @@ class BufferRules final : public StatementRule {
                        : "write the count of the data, `[" + std::to_string(whole) + "]`";
   }
 
-  // A number of many digits behind a period is compressed data for a type that has none.
+  // A number of many digits after a period is compressed data for a type that has none.
   void checkDigits(const BufferLiteral& literal, std::size_t content) {
     const std::string_view digits = literal.list.substr(content + 1);
     const std::size_t end = digits.find_first_of(" \t\r\n\v\f,}");

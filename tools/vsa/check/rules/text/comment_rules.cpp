@@ -62,7 +62,7 @@ class CommentRules final : public StatementRule {
     finding.edits = {{begin, begin + end, corrected}};
   }
 
-  // "time:" inside a longer word, or behind other words.
+  // "time:" inside a longer word, or after other words.
   void checkTime(std::string_view comment, std::string_view text) {
     if (text.starts_with("time:") || !found_.isEnabled(RuleId::AccidentalTime)) return;
     const std::string_view value = trimmed(text.substr(text.find(':') + 1));

@@ -62,7 +62,7 @@ class TypeRules {
     return found == types_.end() ? nullptr : found->second;
   }
 
-  // A node of "define" and of "with" has no type of its own.
+  // A node from "define" or "with" has no declared type.
   void addUnknownType(const NodeView& node) {
     if (node.type() == node.name() || node.type() == "with") return;
     NearestName nearest(node.type());
