@@ -15,7 +15,7 @@ enum class EditError : std::uint8_t {
   Missing,           ///< The node or input does not exist.
   Removed,           ///< The node or input was removed from its scene.
   OtherScene,        ///< A link to a node of another scene.
-  NotAnArray,        ///< The change needs an array, and the input is none.
+  NotAnArray,        ///< The change needs an array, and the input is not an array.
   NotAnObject,       ///< The change needs an object, and the input has another type.
   OtherElementType,  ///< The elements of the array have another type.
   NotDeclared,       ///< The node's type is declared and has no such input or output.

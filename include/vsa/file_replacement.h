@@ -25,9 +25,9 @@ class VSA_API FileReplacement final : public Sink {
   /// Deletes the new file, unless it has replaced the old one.
   ~FileReplacement() override;
 
-  /// Opens the new file for `path`, once. If `path` is a symbolic link, the file that it leads to
-  /// is replaced. Like `write` and `replace`, returns false if that fails; `error` says why. A path
-  /// with a NUL in it fails.
+  /// Opens the new file for `path`, once. If `path` is a symbolic link, the file that it refers to
+  /// is replaced. Like `write` and `replace`, returns false on failure; `error` returns the reason.
+  /// A path with a NUL in it fails.
   bool open(const std::filesystem::path& path);
   /// Appends to the new file.
   bool write(std::string_view text) override;

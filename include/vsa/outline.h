@@ -54,7 +54,7 @@ struct StatementOutline {
 /// StatementReader 39 million.
 class VSA_API OutlineReader {
  public:
-  /// The text must stay as it is.
+  /// The text must not change.
   explicit OutlineReader(std::string_view text) noexcept;
 
   /// Stores the next statement. False at the end of the text, or at a byte 0xFF, which ends it.

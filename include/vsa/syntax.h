@@ -52,7 +52,7 @@ enum class SyntaxKind : std::uint8_t {
 };
 
 /// The name of a kind in kebab case, such as "end-of-text". Never null; "unknown" for a value that
-/// is none of the enumeration.
+/// is not in the enumeration.
 VSA_API const char* name(SyntaxKind kind) noexcept;
 
 /// A token, or a piece of a long one.
@@ -80,8 +80,8 @@ struct SyntaxToken {
 /// Reads a text token by token.
 class VSA_API SyntaxReader {
  public:
-  /// Reads a text in memory, which must stay as it is. Each token is one piece, and its text refers
-  /// to the text.
+  /// Reads a text in memory, which must not change. Each token is one piece, and its text refers to
+  /// the text.
   explicit SyntaxReader(std::string_view text);
   /// Reads a source from its current position. It must outlive the last call of `next`. The text of
   /// a token is valid until the next call.
@@ -128,7 +128,7 @@ class VSA_API ListReader {
   /// Begins with the first piece of a list.
   explicit ListReader(std::string_view first) noexcept { add(first); }
 
-  /// Continues with another piece, after `next` was false. It must stay as it is until then.
+  /// Continues with another piece, after `next` was false. It must not change until then.
   void add(std::string_view piece) noexcept;
   /// Stores the next part. False at the end of the piece and at the end of the list.
   bool next(ListPart& out) noexcept;
@@ -163,7 +163,7 @@ enum class StatementKind : std::uint8_t {
 };
 
 /// The name of a kind in kebab case, such as "assignment". Never null; "unknown" for a value that
-/// is none of the enumeration.
+/// is not in the enumeration.
 VSA_API const char* name(StatementKind kind) noexcept;
 
 /// A statement: the tokens up to the semicolon or colon, or a comment that stands before a

@@ -30,7 +30,7 @@ struct InputDescription {
   bool isRequired = false;
 };
 
-/// A node type with what a checker has to know about it.
+/// A node type as a checker needs it.
 struct TypeDescription {
   std::string name;
   std::vector<InputDescription> inputs = {};

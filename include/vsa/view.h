@@ -125,7 +125,7 @@ class InputView {
     return copy;
   }
 
-  /// The buffer. If there is none, BufferView::problem says why.
+  /// The buffer. If there is none, BufferView::problem returns the reason.
   BufferView buffer() const noexcept {
     if (input_ == nullptr) return {};
     if (input_->type() != ValueType::Buffer) return BufferView(BufferProblem::NotABuffer);

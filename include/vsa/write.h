@@ -50,7 +50,7 @@ struct WriteProblem {
 
 /// How a writing ended.
 enum class WriteStatus : std::uint8_t {
-  /// The text was written. With WriteOptions::lossy, `problems` lists what it does not have.
+  /// The text was written. With WriteOptions::lossy, `problems` lists what was left out.
   Written,
   /// The scene has something that a text cannot carry. Nothing was written.
   NotCarried,
@@ -62,13 +62,13 @@ enum class WriteStatus : std::uint8_t {
   HostException,
 };
 
-/// How a writing ended, and what the text cannot carry.
+/// The result of writing, and what the text cannot represent.
 struct [[nodiscard]] WriteResult {
   WriteStatus status = WriteStatus::Written;
   /// Why there is no text, as a message for people. Empty if `status` is Written, or if there is no
   /// memory for the message.
   std::string message;
-  /// What a text cannot carry, in the order of the scene; at most WriteOptions::keptProblems.
+  /// What the text cannot represent, in the order of the scene; at most WriteOptions::keptProblems.
   std::vector<WriteProblem> problems;
   /// The number of all problems, kept or not.
   std::uint64_t problemCount = 0;

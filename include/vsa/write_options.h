@@ -42,8 +42,8 @@ enum class BufferForm : std::uint8_t {
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
-  /// The comments of the scene. If they do not contain the version and the time, also comments that
-  /// do. A version of 0 or 1 needs no comment.
+  /// The comments of the scene. If they do not contain the version and the time, comments for these
+  /// are added. A version of 0 or 1 needs no comment.
   Complete,
   /// Only the comments of the scene. It is a problem if they do not contain the version or the
   /// time.
@@ -65,7 +65,7 @@ struct WriteOptions {
   LinkPlace links = LinkPlace::WithNode;
   BufferForm buffers = BufferForm::Plain;
   HeaderForm header = HeaderForm::Complete;
-  /// Leaves out of the text what it cannot carry. WriteResult::problems then lists it.
+  /// Leaves out what the text cannot represent. WriteResult::problems then lists it.
   bool lossy = false;
   /// The maximum number of problems in the result.
   std::size_t keptProblems = 1000;

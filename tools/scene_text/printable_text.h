@@ -47,8 +47,8 @@ std::string escapedCharacter(char32_t character);
 std::string printable(std::string_view text);
 
 /// The same for a message or file name at the beginning of a line. Backslashes are doubled, so an
-/// escape is told from a backslash of the text. What a CI runner takes for a command is escaped:
-/// "::" at the beginning of the line, "##[" and "##vso[" anywhere.
+/// escape differs from a backslash of the text. Commands of CI runners are escaped: "::" at the
+/// beginning of the line, "##[" and "##vso[" anywhere.
 std::string printableLine(std::string_view text);
 
 }  // namespace vsa_tools

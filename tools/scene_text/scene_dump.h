@@ -36,7 +36,7 @@ void dumpJson(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, Tex
 /// Writes the elements of the array "log": dumpLogEntry for each entry, separated by commas.
 using LogWriter = std::function<void(TextOutput&)>;
 
-/// An input to dump, and what is written as its name.
+/// An input to dump, and the name that is written for it.
 struct ChosenInput {
   std::string name;
   zn::korvo_sdk::Input* input;
@@ -44,11 +44,11 @@ struct ChosenInput {
 /// The inputs of a node to dump; none: all. A node of which no input is chosen is left out.
 using ChosenInputs = std::optional<std::vector<ChosenInput>>;
 
-/// What a dump has of a scene, and its form.
+/// The content and the form of a dump.
 struct DumpOptions {
   /// Whether buffers have the key "value".
   bool hasBuffers = true;
-  /// The maximum number of elements of a buffer in "value". "count" tells how many it has.
+  /// The maximum number of elements of a buffer in "value". "count" is their number.
   std::uint64_t maxElements = std::numeric_limits<std::uint64_t>::max();
   /// One JSON object a line: first all keys but "nodes", then each node.
   bool hasLines = false;

@@ -1,4 +1,4 @@
-// The parser of the command line: the commands, their options, the help, and what is wrong.
+// The parser of the command line: the commands, their options, the help, and the errors.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// What the arguments ask for: one of the three.
+/// The request of the arguments: one of the three.
 struct Request {
   Command* command = nullptr;  ///< the command to run, with its options and arguments filled in
   std::string help;            ///< the help or the version, to be printed

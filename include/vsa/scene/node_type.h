@@ -15,7 +15,7 @@ namespace zn::korvo_sdk {
 /// One input of a declared node type.
 struct InputDeclaration {
   std::string name;                       ///< As in a text. The last declaration of a name applies.
-  AttrType type = AttrType::Null;         ///< The type of the value. Null takes links or members.
+  AttrType type = AttrType::Null;         ///< The type of the value. Null accepts links or members.
   AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
   DataType bufferType = DataType::Null;   ///< The DataType of a buffer's elements; Null for any.
   std::vector<std::string> enumValues = {};  ///< The values that a String should have; empty: any.

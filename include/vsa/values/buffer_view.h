@@ -26,7 +26,7 @@ enum class BufferProblem {
 
 namespace detail {
 
-// What TypedBuffer::message says.
+// The reason that TypedBuffer::message describes.
 VSA_API std::string describe(BufferProblem problem, ElementType found, ElementType component,
                              std::size_t count);
 
@@ -34,7 +34,7 @@ VSA_API std::string describe(BufferProblem problem, ElementType found, ElementTy
 
 /// The elements of a buffer as `T`, or for N > 1 as `std::array<T, N>`: a contiguous range. Valid
 /// until the input gets another value. If the buffer has elements of another type, the range is
-/// empty, and problem() says why.
+/// empty, and problem() returns the reason.
 template <class T, std::size_t N = 1>
 requires BufferElement<T, N>
 class TypedBuffer {

@@ -1,5 +1,5 @@
-// The sources of a reading: a host's source as a ByteSource, and a source that tells an observer
-// about each block. Internal.
+// The sources of a reading: a host's source as a ByteSource, and a source that calls an observer
+// for each block. Internal.
 #pragma once
 
 #include <cstddef>

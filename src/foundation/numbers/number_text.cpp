@@ -159,7 +159,7 @@ bool parseInfinityOrNan(Text text, Real& out) {
 }
 
 /// A text of bounded length with an exponent and all digits that can influence a double: at most
-/// 767, and one more that says whether other digits follow.
+/// 767, and one more that is not 0 if other digits follow.
 class PlainDecimal {
  public:
   /// `order` is that of the value: 10^(order - 1) <= value < 10^order.

@@ -1,4 +1,4 @@
-// vsa check: shows what is wrong with texts.
+// vsa check: reports the mistakes in texts.
 #pragma once
 
 #include <string>

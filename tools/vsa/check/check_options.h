@@ -1,4 +1,4 @@
-// What the command line of vsa check says.
+// The options on the command line of vsa check.
 #pragma once
 
 #include <cstdint>

@@ -21,7 +21,7 @@
 
 namespace vsa_tools {
 
-/// What was found in one file, apart from what is printed already.
+/// The findings of one file that are not printed yet, and its counts.
 struct FileResult {
   std::vector<RenderedFinding> findings;
   bool isClean = true;

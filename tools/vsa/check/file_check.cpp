@@ -19,7 +19,7 @@ namespace {
 struct EnoughFindings {};
 
 constexpr std::size_t HEAD_BYTES = 16;
-// The diagnostics that the rules can look at.
+// The diagnostics that the rules can inspect.
 constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
 
 Finding unreadable(const std::string& problem) {
@@ -29,7 +29,7 @@ Finding unreadable(const std::string& problem) {
   return finding;
 }
 
-// What the reader says about the same place twice is the same.
+// Two diagnostics of the reader with the same place and message are the same finding.
 std::uint64_t keyOf(const vsa::Diagnostic& found) {
   return std::hash<std::string_view>()(found.message) * 31 + found.range.begin.offset * 64 +
          static_cast<std::uint64_t>(found.id);
@@ -42,12 +42,12 @@ void FileCheck::run() {
     if (!text_.isOpen()) {
       consume(unreadable(text_.problem()));
     } else if (text_.isKept() && foreignEncoding(text_.text().substr(0, HEAD_BYTES)) != nullptr) {
-      applyRules({}, {});  // what the reader says of such a text only follows from its encoding
+      applyRules({}, {});  // the diagnostics of such a text are a consequence of its encoding
     } else {
       read();
     }
   } catch (const EnoughFindings&) {
-    // The consumer has said so.
+    // The consumer has returned that.
   }
 }
 

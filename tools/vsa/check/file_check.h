@@ -43,8 +43,8 @@ class FileCheck {
         consumer_(consumer),
         hints_(text.text(), options.types) {}
 
-  /// Passes all findings to the consumer: those of the reader in the order of its log, then what it
-  /// does not come to, then those of the rules.
+  /// Passes all findings to the consumer: those of the reader in the order of its log, then those
+  /// after the place where it stops, then those of the rules.
   void run();
 
   /// The line at which the reader stops; 0 if it reads the whole text.

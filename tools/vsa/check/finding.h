@@ -38,14 +38,14 @@ struct Finding {
   Level level = Level::Error;
   /// The kind of problem in kebab case, such as "too-few-elements".
   std::string id;
-  /// What is wrong, as one sentence part without a place and without a final period.
+  /// The message: one clause without a position and without a final period.
   std::string message;
   /// What is wrong in the text: its source range. Not set if the finding is about the whole file.
   std::optional<vsa::TextRange> range;
   std::vector<FindingNote> notes;
   /// What to do about it; may be empty.
   std::string hint;
-  /// Does what `hint` says. Empty, or edits that do not overlap and change nothing else.
+  /// The edits that carry out `hint`. Empty, or edits that do not overlap and change nothing else.
   std::vector<TextEdit> edits;
   /// The line of the log, if the reader logged this finding.
   std::string logLine;

@@ -1,4 +1,4 @@
-// What a command takes on its command line. The parser of command lines, CLI11, is included by the
+// The options and arguments of a command. The parser of command lines, CLI11, is included by the
 // sources of these classes and of CommandLine only: it takes 3 s to compile in each source.
 #pragma once
 

@@ -1,4 +1,4 @@
-// A hash of what a node holds, to find nodes that have another name and the same content.
+// A hash of the content of a node, to find nodes with another name and the same content.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace vsa_tools {
 
-/// What a node holds, apart from its name. The order of inputs has no influence.
+/// The content of a node, without its name. The order of inputs has no influence.
 struct NodeContent {
   /// The hash of the type, of all values, and of the links to nodes that have a counterpart.
   std::uint64_t hash = 0;

@@ -11,8 +11,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Rounds in which the hash of a node takes in those of the nodes that it links to: nodes that
-/// differ only in what is that many links away can be told apart.
+/// Rounds in which the hash of a node is combined with those of the nodes that it links to: this
+/// distinguishes nodes that differ only in nodes that many links away.
 constexpr int ROUNDS = 3;
 
 /// The nodes of one scene without a counterpart, and the hashes of their contents.

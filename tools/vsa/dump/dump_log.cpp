@@ -33,7 +33,7 @@ void DumpLog::put(vsa::Severity severity, std::string_view line) {
   dumpLogEntry(isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, line, json_);
 }
 
-// The plain entry point throws what it finds in the first three tokens, and does not log it.
+// The plain entry point throws an error in the first three tokens, and does not log it.
 ReadStatus DumpLog::end(const vsa::ReadOutcome& read) {
   ReadStatus status;
   status.result = read.applied.linksResolved && read.status != vsa::ReadStatus::OverLimit;

@@ -15,8 +15,8 @@ class DumpSelection {
   /// The part of a pattern after its first period is for the paths of inputs. None: everything.
   explicit DumpSelection(const std::vector<std::string>& patterns);
 
-  /// The inputs of the node whose paths match, with their paths as names, or the whole node. What
-  /// is inside an input that matches is not chosen again.
+  /// The inputs of the node whose paths match, with their paths as names, or the whole node.
+  /// Elements and members of a matching input are not selected again.
   ChosenInputs inputsOf(vsa::NodeView node) const;
 
   /// Whether something of the scene is chosen.

@@ -1,4 +1,4 @@
-// vsa explain: what a finding of vsa check means, and what to do.
+// vsa explain: the meaning of a finding of vsa check, and its cure.
 #pragma once
 
 #include <string>

@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Prints what a file's formatting has to say.
+/// Prints the messages about formatting a file.
 bool print(const FormatOutcome& outcome) {
   for (const std::string& line : outcome.messages) std::fprintf(stderr, "%s\n", line.c_str());
   if (outcome.output.empty()) return true;

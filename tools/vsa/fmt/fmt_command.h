@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// Prints the formatted text of each file, or replaces the files, or tells which would change.
+/// Prints the formatted text of each file, or replaces the files, or lists those that would change.
 class FmtCommand final : public Command {
  public:
   FmtCommand() : Command("fmt", "Format texts: white space only, every token is kept") {}

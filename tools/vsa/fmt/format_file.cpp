@@ -89,7 +89,7 @@ class Formatting {
     return outcome;
   }
 
-  // The formatted text is read as soon as it is written, while the reading of the file goes on.
+  // The formatted text is read as soon as it is written, while the file is still being read.
   FormatOutcome replace() {
     passes_ = 5;
     std::future<ReadingCheck> reading = startReading(file_);

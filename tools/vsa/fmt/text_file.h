@@ -26,12 +26,13 @@ inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 /// An open text. A byte order mark at its beginning is not part of it.
 class TextFile {
  public:
-  /// Opens the file `name`; "-" is standard input. False if it cannot be read; `problem` says why.
+  /// Opens the file `name`; "-" is standard input. False if it cannot be read; `problem` has the
+  /// reason.
   bool open(const std::string& name);
 
   /// The descriptor, for TextFileSource.
   int descriptor() const { return ::fileno(file_.get()); }
-  /// Where the text begins: behind the byte order mark.
+  /// The beginning of the text, after the byte order mark.
   std::size_t begin() const { return hasMark_ ? BYTE_ORDER_MARK.size() : 0; }
   bool hasMark() const { return hasMark_; }
   /// The system's error message.

@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// After so many rounds, nodes are told apart by what is eight links away.
+/// After this many rounds, nodes differ if nodes up to eight links away differ.
 constexpr int MAX_ROUNDS = 8;
 
 /// What one node is linked to: each kind of link once.

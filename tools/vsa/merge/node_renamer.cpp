@@ -12,8 +12,8 @@ bool NodeRenamer::mayBeName(const SyntaxToken& word) const {
   return index_ == 0 || isFirstOfValue_ || (index_ == 1 && hasWord_);
 }
 
-// What follows the word tells whether it is a name: the first word of a statement may be a type,
-// and that of a value the keyword of a list.
+// The token after the word determines whether it is a name: the first word of a statement may be a
+// type, and that of a value the keyword of a list.
 bool NodeRenamer::isName(const SyntaxToken& next) const {
   if (isSecond_) return true;
   return next.is('.') || (isValue_ && next.is(';'));

@@ -20,7 +20,7 @@ class NodeRenamer {
   /// Both must outlive the object.
   NodeRenamer(const Renames& renames, TextLayout& layout) : renames_(renames), layout_(layout) {}
 
-  /// Takes the next token. EndOfText only passes on what is left.
+  /// Processes the next token. EndOfText writes the remaining output.
   void put(const vsa::SyntaxToken& token);
 
  private:

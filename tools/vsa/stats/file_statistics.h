@@ -10,7 +10,8 @@ namespace vsa_tools {
 
 struct FileStatistics {
   std::string name;
-  /// The name of the ReadStatus: "complete"; "damaged" if the reader did not notice what is lost.
+  /// The name of the ReadStatus: "complete"; "damaged" if parts are lost without a diagnostic of
+  /// the reader.
   std::string status;
   SceneStatistics counts;
 };

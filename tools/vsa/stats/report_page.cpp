@@ -35,7 +35,7 @@ std::string reportPage(const StatisticsReport& report) {
   std::string_view rest = appendUpTo("@REPORT@", pageTemplate(), page);
   page += withoutTags(reportJson(report));
   rest = appendUpTo("@CHART_SCRIPT@", rest, page);
-  // Without the comment that tells a debugger where to find another file.
+  // Without the comment that refers a debugger to another file.
   page += chartScript().substr(0, chartScript().rfind("//# sourceMappingURL="));
   page += rest;
   return page;

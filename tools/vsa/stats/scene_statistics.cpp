@@ -42,7 +42,7 @@ void add(BufferCounts& total, const BufferCounts& other) {
   total.bytes += other.bytes;
 }
 
-/// The rows of the table of types must not depend on what a type's number is.
+/// The rows of the table of types must not depend on the number of a type.
 template <class Counts, std::size_t N, class Type>
 Counts& countsOf(std::array<Counts, N>& byType, Type type) {
   const auto index = static_cast<std::size_t>(type);

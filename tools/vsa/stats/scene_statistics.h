@@ -13,7 +13,7 @@
 
 namespace vsa_tools {
 
-/// Inputs of one type, by what they belong to.
+/// Inputs of one type, by the kind of their owner.
 struct InputCounts {
   std::uint64_t inputs = 0;    // of nodes
   std::uint64_t members = 0;   // of objects

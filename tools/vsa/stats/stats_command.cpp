@@ -15,7 +15,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// What is kept of a file that was read: its scene is not.
+/// The result for a file, without its scene.
 struct CountedFile {
   FileStatistics statistics;
   std::string messages;

@@ -1,4 +1,4 @@
-// vsa stats: counts what the scenes of files hold.
+// vsa stats: counts the nodes, inputs and values in files.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@
 
 namespace vsa_tools {
 
-/// Reads each file, and prints what it holds to standard output and its diagnostics to standard
+/// Reads each file, and prints its statistics to standard output and its diagnostics to standard
 /// error.
 class StatsCommand final : public Command {
  public:
@@ -20,7 +20,7 @@ class StatsCommand final : public Command {
   int run() override;
 
  private:
-  /// Reads the files and adds what they hold, in their order. Returns the exit status.
+  /// Reads the files and adds their statistics, in their order. Returns the exit status.
   int countAll(const std::vector<std::string>& files, StatisticsReport& report) const;
 
   FileArguments files_;

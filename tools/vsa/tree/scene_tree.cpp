@@ -46,7 +46,7 @@ class TreePrinter {
   };
 
   State& state(vsa::NodeView node) { return states_[slotOf(node)]; }
-  /// Looks at the inputs of a node once, however many links lead to it.
+  /// Visits the inputs of a node once, for any number of links to it.
   bool hasLines(vsa::NodeView node) {
     HasLines& known = lines_[slotOf(node)];
     if (known == HasLines::Unknown) {

@@ -17,8 +17,8 @@ struct TreeOptions {
   /// Links below a root that are followed; all if it is not set.
   std::optional<std::uint64_t> depth;
   /// The roots are the nodes that match one pattern of each list that is not empty. Without
-  /// patterns they are the nodes that no link leads to, and a node of each circle that none of them
-  /// leads to.
+  /// patterns they are the nodes without links to them, and one node of each cycle that cannot be
+  /// reached from these.
   std::vector<std::string> names, types;
 };
 

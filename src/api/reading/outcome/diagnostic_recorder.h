@@ -37,7 +37,7 @@ class DiagnosticRecorder {
   /// OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
-  /// The same for a limit, of the value `maximum`, that the text goes beyond.
+  /// The same for a limit with the value `maximum` that the text exceeds.
   void addOverLimit(Limit limit, std::uint64_t maximum, bool endedReading, std::string message);
 
   /// The left-hand side of the current assignment, with the name of the node. Empty if there is no

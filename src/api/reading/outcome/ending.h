@@ -24,8 +24,8 @@ class Ending {
   /// The same for the exception that is being handled.
   [[noreturn]] void stopForHost();
 
-  /// Calls a function of the host. What it throws ends the reading. What it logs, and the
-  /// diagnostics of texts that it parses, are not of this reading.
+  /// Calls a function of the host. Its exceptions end the reading. Its log lines, and the
+  /// diagnostics of texts that it parses, do not belong to this reading.
   template <class Function>
   auto callHost(const Function& function) {
     const zn::korvo_sdk::ScopedHostSinks sinks;

@@ -1,5 +1,5 @@
-// StatementTokens: the tokens of one statement with the bytes that each takes. The parser keeps
-// positions of last characters only, so a statement with a problem is lexed again. Internal.
+// StatementTokens: the tokens of one statement with their first and last bytes. The parser only
+// stores the positions of last characters, so a statement with a problem is lexed again. Internal.
 #pragma once
 
 #include <cstddef>

@@ -123,7 +123,7 @@ Found RangeRules::wrongList(std::size_t found) const {
   return isBufferLiteral || isTuple ? whole(found - 1) : whole(found);
 }
 
-// The value before the token found has the right form and does not convert; or there is none.
+// The value before the token found, which does not convert; the place of a missing value.
 Found RangeRules::badValue(std::size_t found) const {
   if (found <= parts_.value) return tokenOrPlace(found);
   return tokens_[parts_.value].type == Type::Id ? badTuple() : tokens(parts_.value, found);

@@ -39,7 +39,7 @@ std::uint64_t TextIndex::offsetOf(const Lexer& lexer) const noexcept {
   return std::min(end_, unwrapped(end_, static_cast<std::uint32_t>(lexer.index)));
 }
 
-// Walks over the lines from `from`, or from the last result if that is nearer, up to the line after
+// Counts the lines from `from`, or from the last result if that is nearer, up to the line after
 // which `isReached` would be true, or to the end of what is available.
 template <class IsReached>
 TextIndex::LineStart TextIndex::walk(const Mark& from, const IsReached& isReached) {

@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// `text` with the edits of one finding after the other, as far as they overlap no edit before.
+/// `text` with the edits of all findings, in order. Leaves out edits that overlap an earlier one.
 struct EditedText {
   std::string text;
   std::uint64_t fixed = 0;  ///< Findings whose edits were applied.

@@ -1,4 +1,4 @@
-// Hints for characters that no token and no list has, and for what is never closed.
+// Hints for invalid characters, and for strings and lists without an end.
 #include <string>
 
 #include <vsa/foundation/char_class.h>

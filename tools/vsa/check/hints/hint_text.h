@@ -90,7 +90,7 @@ void insertAt(Finding& finding, std::uint64_t offset, std::string text);
 /// "did you mean `name`?", if there is a name, with an edit that replaces the range if it is sure.
 bool suggest(Finding& finding, const vsa::TextRange& range,
              const std::optional<Suggestion>& suggestion);
-/// The value of "0x1F" in decimal; nothing if it is none of 64 bits.
+/// The value of "0x1F" in decimal; nothing if it does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);
 /// Whether it is the character that opens a string or a list which is not closed.

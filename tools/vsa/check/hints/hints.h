@@ -22,7 +22,7 @@ class Hints {
   ~Hints();
 
   /// Completes the finding of a diagnostic: its hint, the edits that do what the hint says, and
-  /// notes. Leaves the finding as it is if there is nothing to say.
+  /// notes. Does not change the finding if there is no hint.
   void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
 
  private:

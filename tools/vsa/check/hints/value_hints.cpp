@@ -1,4 +1,4 @@
-// Hints for values that have the form of a value and do not convert, or that are none.
+// Hints for values that do not convert, and for text that is not a value.
 #include <algorithm>
 #include <string>
 

@@ -17,9 +17,9 @@ std::string withoutPeriod(std::string text) {
   return text;
 }
 
-// The message of an invalid token is the character alone, and its kind says what is wrong: "INVALID
-// PAREN LIST TOKEN". That kind begins the message of the finding. All other kinds only repeat the
-// severity.
+// The message of an invalid token is the character alone, and its kind describes the problem:
+// "INVALID PAREN LIST TOKEN". That kind begins the message of the finding. All other kinds only
+// repeat the severity.
 std::string messageOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
   std::string text;
   if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||

@@ -7,7 +7,7 @@
 
 namespace vsa_tools {
 
-/// `reading` says whether long names and values are shortened.
+/// `reading` determines whether long names and values are shortened.
 Finding findingOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading);
 
 }  // namespace vsa_tools

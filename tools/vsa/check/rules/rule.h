@@ -1,7 +1,7 @@
 // Rules: what vsa check looks for besides the diagnostics of the reader. The reader accepts what a
-// rule reports, but surely it was not meant.
+// rule reports, but it is probably not intended.
 //
-// A rule is a row of rule_table.h. Rules that look at the same things are one family, a class or
+// A rule is a row of rule_table.h. Rules that inspect the same things are one family, a class or
 // function in a file of its own, so that a text is read once for all of them. Configuration,
 // comments in the text and the baseline are applied to the findings afterwards.
 #pragma once
@@ -18,14 +18,14 @@
 
 namespace vsa_tools {
 
-/// What the rules may look at. Everything lives until runRules returns.
+/// The input of the rules. Everything exists until runRules returns.
 struct RuleInput {
   /// The file without a byte order mark. Empty if the file is too large to be kept in memory.
   std::string_view text;
   /// Whether `text` is the whole file. If not, rules about the text are left out, and findings
   /// about the scene have no place.
   bool isTextKept = true;
-  /// What was read; after a fatal mistake what was read without the wrong statements.
+  /// The result of the reading; after a fatal mistake, of the text without the wrong statements.
   vsa::SceneView scene;
   /// How the reading ended, and its diagnostics.
   const vsa::ReadOutcome& outcome;

@@ -14,7 +14,7 @@ namespace vsa_tools {
 
 class RuleFindings {
  public:
-  /// `text` is the text that the findings are in.
+  /// `text` is the text that contains the findings.
   RuleFindings(const RuleSet& rules, std::string_view text, const FindingConsumer& consumer)
       : rules_(rules), places_(text), consumer_(consumer) {}
 

@@ -1,4 +1,4 @@
-// Comments of a text that say which findings to ignore:
+// Comments of a text that name findings to ignore:
 //
 //   # vsa-check: ignore narrowing              in the next statement
 //   lamp1.count = 2.7;  # vsa-check: ignore narrowing, wrong-type -- a reason
@@ -18,8 +18,8 @@ class CommentIgnores {
  public:
   explicit CommentIgnores(std::string_view text);
 
-  /// Whether a comment says to ignore the finding. Findings about the whole file have no position,
-  /// so only `ignore-file` applies to them.
+  /// Whether a comment requests to ignore the finding. Findings about the whole file have no
+  /// position, so only `ignore-file` applies to them.
   bool isIgnored(const Finding& finding) const;
 
  private:

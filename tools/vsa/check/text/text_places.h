@@ -11,7 +11,7 @@ namespace vsa_tools {
 
 class TextPlaces {
  public:
-  /// The text must stay as it is. Its lines are counted when the first position is asked for.
+  /// The text must not change. Its lines are counted when the first position is requested.
   explicit TextPlaces(std::string_view text) : text_(text) {}
 
   vsa::TextPosition positionOf(std::uint64_t offset);

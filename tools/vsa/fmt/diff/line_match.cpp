@@ -26,7 +26,7 @@ class LineMatcher {
   }
 
  private:
-  // What is nested deeper has changed altogether.
+  // Parts that are nested deeper count as changed completely.
   static constexpr int MAX_DEPTH = 64;
 
   void match(Area area, int depth) {
@@ -64,7 +64,7 @@ class LineMatcher {
     if (anchors.empty()) return;
     std::size_t a = area.a, b = area.b;
     for (const MatchedLines& anchor : anchors) {
-      if (anchor.a < a || anchor.b < b) continue;  // matched already, behind the anchor before
+      if (anchor.a < a || anchor.b < b) continue;  // matched already, after the previous anchor
       match({a, anchor.a, b, anchor.b}, depth + 1);
       const std::size_t count = sameAtBegin({anchor.a, area.aEnd, anchor.b, area.bEnd});
       add({anchor.a, anchor.b, count});

@@ -128,7 +128,8 @@ inline void ListLayout::place(std::string_view number) {
   }
 }
 
-// The first number never breaks the list. Behind the list, a bracket and a semicolon must fit.
+// The first number never breaks the list. After the list, a bracket and a semicolon must fit into
+// the line.
 void ListLayout::placeOnLine(std::string_view number) {
   const std::size_t width = out_.column() + line_.size() + 1 + number.size() + 2;
   if (count_ > 0 && (shape_.matrixRows > 0 || width > FORMATTED_WIDTH)) {

@@ -38,7 +38,7 @@ class ListLayout {
   void add(std::string_view text, bool continues);
   /// Appends plainNumbers(). At least one more number must follow.
   void addNumbers(std::string_view numbers);
-  /// Ends the list. With `blank`, it ends as the reader's "(1 )".
+  /// Ends the list. With `blank`, a blank precedes the bracket: "(1 )".
   void end(char close, bool blank);
 
  private:

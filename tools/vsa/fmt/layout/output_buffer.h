@@ -1,4 +1,4 @@
-// A buffer in front of a vsa::Sink, which knows its column.
+// A buffer for a vsa::Sink that tracks the column.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,8 @@
 
 namespace vsa_tools {
 
-/// Collects a text and hands it on in blocks. After a write that failed it drops everything.
+/// Collects a text and writes it to the sink in blocks. After a failed write it discards
+/// everything.
 class OutputBuffer {
  public:
   explicit OutputBuffer(vsa::Sink& sink)
@@ -50,7 +51,7 @@ class OutputBuffer {
   /// Bytes since the beginning of the line.
   std::size_t column() const { return column_; }
 
-  /// Hands on the rest. False if a write has failed.
+  /// Writes the rest. False if a write has failed.
   bool flush() {
     write({block_.get(), static_cast<std::size_t>(at_ - block_.get())});
     at_ = block_.get();

@@ -113,7 +113,7 @@ void forEachNumber(std::string_view numbers, const Function& function) {
   }
 }
 
-/// Whole numbers with the separators behind them.
+/// Whole numbers with the separators after them.
 struct NumberBlock {
   std::string_view text;
   std::size_t count;

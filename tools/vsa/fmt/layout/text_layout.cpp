@@ -42,7 +42,7 @@ void TextLayout::beginToken(const SyntaxToken& token) {
   isInStatement_ = true;
 }
 
-// A comment behind a statement stays in its line, and another one keeps the indentation that it has
+// A comment after a statement stays in its line, and another one keeps the indentation that it has
 // in a block. Blank lines before a statement become one.
 void TextLayout::beginStatement(const SyntaxToken& token) {
   const bool isComment = token.kind == SyntaxKind::Comment;

@@ -18,7 +18,7 @@ class TextLayout {
 
   /// Takes the next token or piece of one. With EndOfText, ends the text.
   void put(const vsa::SyntaxToken& token);
-  /// Hands on what is still buffered. False if a write has failed.
+  /// Writes the remaining text. False if a write has failed.
   bool flush() { return out_.flush(); }
 
  private:
@@ -40,7 +40,7 @@ class TextLayout {
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the last token
   char lastChar_ = 0;                                  // it, if it is punctuation
   std::string word_;                                   // the last word, a keyword perhaps
-  bool hasIndex_ = false;                              // brackets stand behind the last word
+  bool hasIndex_ = false;                              // the last word is followed by brackets
 };
 
 /// Formats a text. False if the sink has failed. Throws what the reader of a source throws.

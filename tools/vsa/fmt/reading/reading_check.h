@@ -1,4 +1,4 @@
-// Whether a text can be read, and what it makes.
+// Whether a text can be read, and the result.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace vsa_tools {
 
-/// What a reading of a text did. Two texts with the same tokens have equal ones.
+/// The result of a reading. Texts with the same tokens have equal results.
 struct ReadingCheck {
   bool isComplete = false;
   std::uint64_t nodes = 0;

@@ -262,7 +262,7 @@ void ShortListSource::addElements(const SyntaxToken& token) {
   }
   if (!token.isLast) return;
   isSplitting_ = false;
-  // What is cut off stays so, and so does the character that a list may not have.
+  // An unterminated list remains unterminated, and an invalid character remains in its list.
   const char close = token.kind == SyntaxKind::Unterminated ? ' ' : token.text.back();
   statement_ = prefix_ + '[' + std::to_string(remaining_) + "] {" + numbers_ + close;
   isBuffer_ = true;

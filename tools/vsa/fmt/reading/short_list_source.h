@@ -24,7 +24,7 @@ namespace vsa_tools {
 /// begins to use a node that was declared before, a `define` statement declares it again. An input
 /// has no type then and an array no elements, until a statement of the part gives it some.
 ///
-/// What is delivered depends on the tokens only.
+/// The delivered text depends on the tokens only.
 class ShortListSource final : public vsa::Source {
  public:
   /// A scene of so many bytes of small nodes takes 35 MB, one of links 50 MB.
@@ -37,7 +37,7 @@ class ShortListSource final : public vsa::Source {
 
   /// 0 at the end of the part.
   std::size_t read(std::span<char> to) override;
-  /// Goes on to the next part. False if there is none, or if this one is not read to its end.
+  /// Continues with the next part. False if there is none, or if this one is not read to its end.
   bool nextPart();
   std::string error() const override { return source_.error(); }
 

@@ -79,7 +79,7 @@ void checkNode(const NodeView& node, SceneFindings& found) {
   }
 }
 
-// Looks at the nodes that have a buffer.
+// Inspects the nodes that have a buffer.
 class IndexRules final : public InputRule {
  public:
   explicit IndexRules(SceneFindings& found) : found_(found) {}

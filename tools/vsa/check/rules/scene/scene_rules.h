@@ -14,8 +14,8 @@ namespace vsa_tools {
 
 /// A finding about an input or a node, without its place in the text.
 struct SceneFinding {
-  /// What the source range is: the last value of the input, its path where it is named
-  /// first, the name of the node in its declaration, or the type there.
+  /// The kind of source range: the last value of the input, its path where it is named first, the
+  /// name of the node in its declaration, or the type there.
   enum class Place : std::uint8_t { Value, Path, Node, Type };
 
   RuleId rule;

@@ -28,7 +28,7 @@ struct Gap {
   PathKey name = 0, node = 0;  // of the node, without and with its generation
 };
 
-/// What is known of an array.
+/// The properties of an array so far.
 struct ArrayUse {
   std::uint64_t size = 0;
   std::unique_ptr<Gap> gap;  // null if there is none

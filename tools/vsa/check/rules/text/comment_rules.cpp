@@ -1,4 +1,4 @@
-// Rules about comments that are nearly a version or a time, and about a time that is none.
+// Rules about comments that resemble a version or a time, and about invalid times.
 #include <algorithm>
 #include <cctype>
 #include <string>

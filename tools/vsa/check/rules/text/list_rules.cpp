@@ -1,4 +1,4 @@
-// Rules about lists of numbers whose content is not what they seem to say.
+// Rules about lists of numbers whose content differs from their appearance.
 #include <cstdint>
 #include <string>
 

@@ -11,7 +11,7 @@ namespace vsa_tools {
 
 class TextWalk {
  public:
-  /// The text must stay as it is.
+  /// The text must not change.
   explicit TextWalk(std::string_view text) : reader_(text) {}
 
   /// Stores the next statement, without malformed ones, in a view that has the last one. False at
