@@ -1,4 +1,4 @@
-// The entry points: each reads one VSA text into a scene.
+// The entry points. Each reads one VSA text into a scene.
 //
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);

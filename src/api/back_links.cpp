@@ -1,4 +1,4 @@
-// BackLinks: the first walk counts the links of each node, the second one stores them.
+// BackLinks: the first pass counts the links of each node, the second pass stores them.
 #include <vsa/back_links.h>
 
 namespace vsa {

@@ -96,7 +96,7 @@ Found RangeRules::missingSemicolon(std::size_t found) const {
     return tokens(found, found + 2);  // "node.output" after "="
   }
   if (beginsStatement(found)) return placeAfter(last);
-  // A string that extends to a quote on a later line has no closing quote of its own.
+  // A string that ends on a later line probably lacks its closing quote.
   const bool isSwallowed = tokens_[last].type == Type::Str &&
                            tokens_[last].lastLine > tokens_[last].firstLine &&
                            token.begin == tokens_[last].end;

@@ -26,7 +26,7 @@ struct FirstAssignment {
   bool isConnection = false;
 };
 
-/// The text and the names in it, which are collected when they are first asked for.
+/// The text and the names in it, which are collected at the first request.
 class HintText {
  public:
   HintText(std::string_view text, std::span<const vsa::TypeDescription> types)

@@ -10,7 +10,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// A word that people write for a keyword.
+/// A word that users write instead of a keyword.
 struct Alias {
   std::string_view written;
   std::string_view keyword;

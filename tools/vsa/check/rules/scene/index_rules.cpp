@@ -15,7 +15,7 @@ using vsa::BufferView;
 using vsa::InputView;
 using vsa::NodeView;
 
-// The names that docs/format.md recommends, and those that are common besides.
+// The names that docs/format.md recommends, and other common ones.
 constexpr const char* INDEX_NAMES[] = {"indices", "triangles"};
 constexpr const char* POINT_NAMES[] = {"points", "positions", "vertices"};
 
