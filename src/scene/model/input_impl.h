@@ -39,6 +39,9 @@ class InputImpl final : public Input {
   /// Marks the input as removed and frees its value. The caller removes it from its list.
   void remove() noexcept;
   void clearValue() noexcept;
+  /// The number of leading elements whose type `set` would not change. Takes time only for those
+  /// that have become so since the last call.
+  std::uint64_t typedPrefix() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 
   // IInput.
@@ -73,6 +76,7 @@ class InputImpl final : public Input {
   struct ElementList {
     ds::Vector<InputImpl*> inputs;
     AttrType type = AttrType::Null;
+    std::uint64_t typedPrefix = 0;  // the number of leading elements known to be typed
   };
 
   // The value, or a pointer to it. The input's type selects the member. Null is the type's zero
@@ -99,6 +103,8 @@ class InputImpl final : public Input {
   void warnOfNode(interfaces::INode* node) const;
   void become(AttrType type) noexcept;
   void setElementType(AttrType type);
+  bool isTypedElement(AttrType listType) const noexcept;
+  void becomeUntyped() noexcept;
   void setBuffer(const BufferValue& buffer);
   void assignString(char* text, bool fits);
   void freeString() noexcept;

@@ -51,7 +51,8 @@ InputImpl* InputImpl::takeLastChild() noexcept {
   InputImpl* child = nullptr;
   if (const std::uint64_t elementCount = count(); elementCount != 0) {
     child = value_.elements->inputs[elementCount - 1];
-    --value_.elements->inputs.size;
+    ElementList& list = *value_.elements;
+    list.typedPrefix = std::min(list.typedPrefix, --list.inputs.size);
   } else if (const std::uint64_t members = memberCount(); members != 0) {
     child = value_.members->at(members - 1);
     value_.members->remove(members - 1);
@@ -79,6 +80,7 @@ void InputImpl::clearOwnValue() noexcept {
   type_ = static_cast<std::uint8_t>(AttrType::Null);
   value_.integer = 0;
   isLongString_ = false;
+  becomeUntyped();
 }
 
 }  // namespace zn::korvo_sdk

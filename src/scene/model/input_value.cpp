@@ -34,8 +34,36 @@ void InputImpl::set(const AttrData& structure) {
 
 void InputImpl::setElementType(AttrType type) {
   if (typeOf() == AttrType::Array && (type != AttrType::Null || value_.elements != nullptr)) {
+    if (elementType() != type) elements().typedPrefix = 0;
     elements().type = type;
+    if (type == AttrType::Null) becomeUntyped();
   }
+}
+
+// Whether `set` would not change this element of an array of `listType`: it has another type, or
+// the type of its own elements is set.
+bool InputImpl::isTypedElement(AttrType listType) const noexcept {
+  if (typeOf() == AttrType::Null) return false;
+  if (typeOf() != listType) return true;
+  if (listType == AttrType::Buffer) return bufferType() != DataType::Null;
+  return listType != AttrType::Array || elementType() != AttrType::Null;
+}
+
+std::uint64_t InputImpl::typedPrefix() noexcept {
+  if (typeOf() != AttrType::Array || value_.elements == nullptr) return 0;
+  ElementList& list = *value_.elements;
+  while (list.typedPrefix < list.inputs.size &&
+         list.inputs[list.typedPrefix]->isTypedElement(list.type)) {
+    ++list.typedPrefix;
+  }
+  return list.typedPrefix;
+}
+
+// Called when an element has lost its type, or the type of its own elements.
+void InputImpl::becomeUntyped() noexcept {
+  if (!isElement_ || parent_.input->element(index_) != this) return;
+  std::uint64_t& prefix = parent_.input->value_.elements->typedPrefix;
+  prefix = std::min<std::uint64_t>(prefix, index_);
 }
 
 // --- values ---
@@ -104,6 +132,7 @@ void InputImpl::setBuffer(const BufferValue& buffer) {
     std::free(value_.buffer->memory);
     *value_.buffer = buffer;
   }
+  if (buffer.type == DataType::Null) becomeUntyped();
 }
 
 void InputImpl::assignPlain(const AttrData& value) {

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "scene/model/input_impl.h"
 #include "scene/model/scene_storage.h"
+#include "scene/typed_prefix.h"
 
 namespace zn::korvo_sdk {
 
@@ -10,6 +12,10 @@ Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
   setLibraryScene([](const interfaces::IScene& scene) noexcept -> const LibraryScene* {
     const auto* const own = dynamic_cast<const Scene*>(&scene);
     return own == nullptr ? nullptr : &own->storage_->nodes;
+  });
+  setTypedPrefix([](interfaces::IInput& array) noexcept -> std::uint64_t {
+    auto* const own = dynamic_cast<InputImpl*>(&array);
+    return own == nullptr ? 0 : own->typedPrefix();
   });
 }
 

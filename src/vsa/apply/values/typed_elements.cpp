@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "scene/typed_prefix.h"
+
 namespace zn::korvo_sdk::impl {
 
 using interfaces::IInput;
@@ -31,6 +33,7 @@ void TypedElements::setEmptyElements(interfaces::IInput& array, std::uint64_t co
   const bool isValid = known.count != 0 && known.count <= array.count() &&
                        array.element(known.count - 1) == known.last;
   if (!isValid) known = Known();
+  const std::uint64_t firstUnknown = isValid ? known.count : typedPrefixOf(array);
 
   // set() may change the array, so each iteration reads its size again.
   for (std::uint64_t left = std::min(RECHECKED, known.count); left > 0; --left) {
@@ -38,7 +41,9 @@ void TypedElements::setEmptyElements(interfaces::IInput& array, std::uint64_t co
     if (known.recheck >= array.count()) break;
     setIfEmpty(array.element(known.recheck++), empty);
   }
-  for (std::uint64_t i = known.count; i < array.count(); ++i) setIfEmpty(array.element(i), empty);
+  for (std::uint64_t i = firstUnknown; i < array.count(); ++i) {
+    setIfEmpty(array.element(i), empty);
+  }
   remember(array, known);
 }
 

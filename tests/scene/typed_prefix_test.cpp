@@ -1,0 +1,161 @@
+// The library's scene remembers how many leading elements of an array have a type, so that many
+// short texts that fill one array do not check all its elements again. An element that loses its
+// type gets one again from the next text.
+#include "scene/typed_prefix.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <random>
+#include <string>
+#include <utility>
+
+#include <vsa/model/scene.h>
+#include <vsa/parse.h>
+#include "tests/support/silent_sink.h"
+
+namespace zn::korvo_sdk {
+namespace {
+
+AttrData structure(AttrType type, std::int32_t elementType) {
+  AttrData data;
+  data.type = type;
+  data.elementType = elementType;
+  return data;
+}
+
+AttrData untypedBuffer() {
+  return structure(AttrType::Buffer, static_cast<std::int32_t>(DataType::Null));
+}
+
+class TypedPrefix : public testing::Test {
+ protected:
+  TypedPrefix() { setLogSink(&silent_); }
+  ~TypedPrefix() override { setLogSink(nullptr); }
+
+  void read(const std::string& text) { impl::parseString(&scene_, String::copyOf(text)); }
+
+  /// The array n.a with `count` buffers, each appended by a text of its own.
+  Input& arrayOf(int count) {
+    read("t n;");
+    for (int i = 0; i < count; ++i) read("with n: .a[*] = byte[1] {1};");
+    return *scene_.findNode("n")->input("a");
+  }
+
+  static Input& element(Input& array, std::uint64_t index) {
+    return static_cast<Input&>(*array.element(index));
+  }
+
+  vsa_tests::SilentSink silent_;
+  Scene scene_;
+};
+
+TEST_F(TypedPrefix, GrowsWithTheTypedElements) {
+  Input& array = arrayOf(20);
+  EXPECT_EQ(typedPrefixOf(array), 20U);
+  array.appendElement();
+  EXPECT_EQ(typedPrefixOf(array), 20U);
+  array.element(20)->set(structure(AttrType::Buffer, static_cast<std::int32_t>(DataType::Byte)));
+  EXPECT_EQ(typedPrefixOf(array), 21U);
+}
+
+TEST_F(TypedPrefix, IsZeroForOtherInputs) {
+  arrayOf(1);
+  read("with n: .x = 1; .v[*] = 1; .e |= null;");
+  for (const char* const name : {"x", "e"}) {
+    EXPECT_EQ(typedPrefixOf(*scene_.findNode("n")->input(name)), 0U) << name;
+  }
+}
+
+/// What a host does with an array of ten buffers, and the prefix that remains.
+struct Change {
+  const char* name;
+  std::function<void(Input& array)> apply;
+  std::uint64_t prefix;
+};
+
+const Change CHANGES[] = {
+    {"an element loses its value",
+     [](Input& array) { static_cast<Input*>(array.element(4))->clearValue(); }, 4},
+    {"a buffer loses its type", [](Input& array) { array.element(6)->set(untypedBuffer()); }, 6},
+    {"a buffer without a type is assigned",
+     [](Input& array) { array.element(3)->assign(untypedBuffer()); }, 3},
+    {"elements are removed", [](Input& array) { array.truncate(7); }, 7},
+    {"elements are removed and appended",
+     [](Input& array) {
+       array.truncate(5);
+       while (array.count() < 10) array.appendElement();
+     },
+     5},
+    {"a removed element is cleared",
+     [](Input& array) {
+       auto* const last = static_cast<Input*>(array.element(9));
+       array.truncate(9);
+       last->clearValue();
+     },
+     9},
+    {"the array gets another element type and its own again",
+     [](Input& array) {
+       const auto buffer = static_cast<std::int32_t>(AttrType::Buffer);
+       array.element(2)->set(untypedBuffer());
+       array.set(structure(AttrType::Array, static_cast<std::int32_t>(AttrType::Int)));
+       EXPECT_EQ(typedPrefixOf(array), 10U);  // nothing changes a Buffer in an array of Int
+       array.set(structure(AttrType::Array, buffer));
+     },
+     2},
+    {"the array is cleared", [](Input& array) { array.clearValue(); }, 0},
+};
+
+TEST_F(TypedPrefix, EndsAtTheFirstElementThatLostItsType) {
+  for (const Change& change : CHANGES) {
+    scene_.removeNode("n");
+    Input& array = arrayOf(10);
+    ASSERT_EQ(typedPrefixOf(array), 10U);
+    change.apply(array);
+    EXPECT_EQ(typedPrefixOf(array), change.prefix) << change.name;
+  }
+}
+
+TEST_F(TypedPrefix, ArraysInAnArrayLoseTheTypeOfTheirElements) {
+  read("t n: .a[3][0] = 1;");
+  Input& array = static_cast<Input&>(*scene_.findNode("n")->input("a"));
+  const auto setElements = [&](std::uint64_t index, AttrType type) {
+    array.element(index)->set(structure(AttrType::Array, static_cast<std::int32_t>(type)));
+  };
+  for (std::uint64_t i = 0; i < array.count(); ++i) setElements(i, AttrType::Int);
+  EXPECT_EQ(typedPrefixOf(array), 4U);
+  setElements(1, AttrType::Null);
+  EXPECT_EQ(typedPrefixOf(array), 1U);
+}
+
+// Random changes by a host between texts: every text leaves an array whose buffers all have a type.
+TEST_F(TypedPrefix, TextsSetWhateverHostsEmpty) {
+  std::mt19937 random(7);
+  Input& array = arrayOf(40);
+  for (int round = 0; round < 500; ++round) {
+    const std::uint64_t index = random() % array.count();
+    switch (random() % 4) {
+      case 0:
+        element(array, index).clearValue();
+        break;
+      case 1:
+        array.element(index)->set(untypedBuffer());
+        break;
+      case 2:
+        array.truncate(std::max<std::uint64_t>(index, 10));
+        break;
+      default:
+        array.appendElement();
+        break;
+    }
+    read("with n: .a[*] = byte[1] {1};");
+    for (std::uint64_t i = 0; i < array.count(); ++i) {
+      ASSERT_EQ(array.element(i)->bufferType(), DataType::Byte) << "round " << round << ", " << i;
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zn::korvo_sdk
