@@ -25,6 +25,8 @@ struct StressText {
 
   const char* name;
   std::function<GeneratedText(std::size_t bytes)> make;
+  /// Each line is a text of its own. All are read into one scene.
+  bool isOneTextPerLine = false;
 };
 
 /// All stress texts.
@@ -39,6 +41,9 @@ std::vector<StressText> linkTexts();
 std::vector<StressText> valueTexts();
 std::vector<StressText> bufferTexts();
 std::vector<StressText> compressedTexts();
+
+/// Many short texts that are read into one scene.
+std::vector<StressText> manyTexts();
 
 /// `head`, then `unit` repeated up to a text of `bytes` bytes, then `tail`. Each "@" in the unit
 /// becomes the number of its repetition, from 0.

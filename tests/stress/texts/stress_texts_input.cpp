@@ -1,4 +1,6 @@
 // Stress texts of inputs and links: paths, indices, members, arrays, pending links.
+#include <algorithm>
+
 #include "tests/stress/texts/stress_texts.h"
 
 namespace vsa_tests {
@@ -24,6 +26,12 @@ GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const 
   return made;
 }
 
+// One index, an eighth of the bytes of the text, up to the limit of empty elements.
+GeneratedText oneLargeIndex(std::size_t bytes, const char* value) {
+  const std::size_t index = std::min<std::size_t>(bytes / 8, 524287);
+  return repeatCharacter(bytes, "t n;n.a[" + std::to_string(index) + "]=" + value + ";", ' ', "");
+}
+
 }  // namespace
 
 std::vector<StressText> inputTexts() {
@@ -46,6 +54,8 @@ std::vector<StressText> inputTexts() {
       {"the maximum index at the maximum depth", repeatCharacter,
        "t n;" + deepPath(".a", 254) + "[524287]=1;", ' ', ""},
       {"the maximum 64-bit index", repeatCharacter, "t n;n.a[18446744073709551615]=1;", ' ', ""},
+      {"holes in proportion to the text", oneLargeIndex, "1"},
+      {"holes in proportion to the text, buffer", oneLargeIndex, "byte[1]{1}"},
       {"indices with gaps", repeatUnit, "t n;n.a[500000]=1;", "n.a@[1]=1;", ""},
       {"an array filled by index", repeatUnit, "t n;", "n.a[@]=1;", ""},
       {"an array filled by appending", repeatUnit, "t n:", ".a[*]=1;", ""},
