@@ -3,7 +3,9 @@
 
 #include <atomic>
 #include <cstdarg>
+#include <cstddef>
 #include <cstdio>
+#include <cstring>
 
 #include "foundation/base/argument_list.h"
 #include "foundation/io/log_write.h"
@@ -15,8 +17,21 @@ namespace {
 std::atomic<LogSink*> processSink{nullptr};
 thread_local LogSink* threadSink = nullptr;
 
+// fprintf fails if it would write more than INT_MAX characters.
+constexpr std::size_t MAX_FORMATTED_BYTES = std::size_t{1} << 20;
+
 void writeToStandardError(LogLevel level, const String& text) {
-  std::fprintf(stderr, "%s: %s\n", level == LogLevel::Warning ? "warning" : "error", text.buf());
+  const char* const name = level == LogLevel::Warning ? "warning" : "error";
+  const std::size_t bytes = std::strlen(text.buf());
+  if (bytes <= MAX_FORMATTED_BYTES) {
+    std::fprintf(stderr, "%s: %s\n", name, text.buf());
+    return;
+  }
+  flockfile(stderr);  // other threads write before or after the line
+  std::fprintf(stderr, "%s: ", name);
+  std::fwrite(text.buf(), 1, bytes, stderr);
+  std::fputc('\n', stderr);
+  funlockfile(stderr);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <string>
 #include <thread>
 #include <vector>
@@ -103,6 +104,20 @@ TEST(Log, WithoutASinkItGoesToStandardError) {
   logWarning("one");
   logError("two");
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "warning: one\nerror: two\n");
+}
+
+// fprintf cannot write more than 2 GiB, so long messages are written in another way.
+TEST(Log, ALongMessageGoesToStandardErrorAsAWhole) {
+  const ScopedProcessSink scope(nullptr);
+  for (const std::size_t bytes : {std::size_t{1} << 20, (std::size_t{1} << 20) + 1}) {
+    const std::string message(bytes, 'x');
+    testing::internal::CaptureStderr();
+    logWarning("%s", message.c_str());
+    logError("two");
+    const bool isWhole =
+        testing::internal::GetCapturedStderr() == "warning: " + message + "\nerror: two\n";
+    EXPECT_TRUE(isWhole) << bytes;
+  }
 }
 
 }  // namespace
