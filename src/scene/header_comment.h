@@ -26,7 +26,7 @@ inline bool setsVersion(std::string_view comment) noexcept {
 /// Whether the comment sets the time, unless its value is empty. A comment with both words sets
 /// only the version.
 inline bool setsTime(std::string_view comment) noexcept {
-  return !setsVersion(comment) && hasKey(comment, "time");
+  return hasKey(comment, "time") && !setsVersion(comment);
 }
 
 /// The value that the comment sets: the text after its first ":", without white space at its ends.
