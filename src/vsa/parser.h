@@ -165,7 +165,7 @@ class VsaParser {
   TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
   void chargeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;
-  char* takeString(std::string_view literal) const;
+  char* takeString(std::string_view literal, bool hasBackslash) const;
 
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }

@@ -65,7 +65,7 @@ bool VsaParser::scalar(AssignInfo& info) {
     case Type::Str:
       advanceInto(info.valueToken);
       data.type = AttrType::String;
-      data.payload.string = takeString(info.valueToken.text.view());
+      data.payload.string = takeString(info.valueToken.text.view(), true);
       return true;
     case Type::Braces:
       advanceInto(info.valueToken);
@@ -93,9 +93,9 @@ bool VsaParser::tuple(AssignInfo& info) {
 }
 
 // The characters of a string literal, in memory owned by the record.
-char* VsaParser::takeString(std::string_view literal) const {
+char* VsaParser::takeString(std::string_view literal, bool hasBackslash) const {
   if (session != nullptr) session->charge(literal.size());
-  char* const characters = copyOfStringValue(literal, session);
+  char* const characters = copyOfStringValue(literal, hasBackslash, session);
   if (session != nullptr) session->hold(characters, literal.size());
   return characters;
 }
@@ -109,7 +109,7 @@ bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) const 
       return convertReal(statement.value, data);
     case Type::Str:
       data.type = AttrType::String;
-      data.payload.string = takeString(statement.value);
+      data.payload.string = takeString(statement.value, statement.hasBackslash);
       return true;
     case Type::Id: {
       const AttrType type = tupleTypeOf(statement.value);

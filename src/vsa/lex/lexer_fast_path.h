@@ -90,7 +90,8 @@ inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds 
   } else if (type == Token::Type::Parens) {
     end = detail::endOfShortList(at, last, ')');
   } else if (type == Token::Type::Comment) {
-    end = findStop(at, last, '\n', '\r');
+    end = endOfComment(at, last);
+    if (*end == '\0') return false;
   } else if (type == Token::Type::Brackets) {
     end = detail::endOfBrackets(at, last);
   } else if (type == Token::Type::Braces) {
@@ -101,7 +102,7 @@ inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds 
   out.type = type;
   const std::string_view text(at, static_cast<std::size_t>(end - at));
   if (type == Token::Type::Comment) {
-    out.text = texts_.copy(text.substr(0, text.find('\0')));
+    out.text = texts_.copy(text);
   } else {
     texts_.copyReusing(text, out.text);
   }

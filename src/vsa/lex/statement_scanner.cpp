@@ -155,7 +155,8 @@ bool StatementScanner::readNext(const char* at) noexcept {
     } else if (isOneCharacter(place.type)) {
       ++at;
     } else if (place.type == Type::Comment) {
-      at = findStop(at, last_, '\n', '\r');
+      at = endOfComment(at, last_);
+      if (*at == '\0') return false;
     } else {
       return false;
     }
@@ -183,11 +184,10 @@ const char* StatementScanner::statement(SimpleStatement& out) {
 
 // "#" and the rest of the line. Scans the tokens after it again, to count their line feeds.
 const char* StatementScanner::comment(SimpleStatement& out) {
-  const std::string_view text = next_[0].text();
   moveToEnd();
   skipWhite(end_);
   out.kind = Kind::Comment;
-  out.text = lexer_.texts().copy(text.substr(0, text.find('\0')));
+  out.text = lexer_.texts().copy(next_[0].text());
   return next_[0].end;
 }
 
@@ -235,6 +235,7 @@ const char* StatementScanner::value(const char* at, SimpleStatement& out) {
   } else if (out.valueType == Type::Str) {
     const StringEnd string = endOfString(at, last_);
     end = string.at != last_ ? string.at : nullptr;
+    out.hasBackslash = string.hasBackslash;
     pass(string.feeds);
   } else if (out.valueType == Type::Id) {
     return word(at, out);

@@ -44,6 +44,7 @@ struct SimpleStatement {
   bool isWith = false;  ///< The declaration ends in ":", or the path begins with ".".
   Token::Type valueType = Token::Type::Eof;  ///< Value: of its first token.
   std::string_view value;                    ///< Value: its first token as written.
+  bool hasBackslash = false;                 ///< Value, Str: whether the string contains one.
   std::string_view list;    ///< Value, Id: the numbers, separated by single blanks. A byte follows.
   std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
   String output;            ///< Connection: the output; empty for `null`.

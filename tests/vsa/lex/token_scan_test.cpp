@@ -109,22 +109,41 @@ std::size_t stringEnd(const std::string& text) {
   return 0;
 }
 
+void checkString(const std::string& tail) {
+  const std::string text = '"' + tail + '"';
+  const Exact bytes(text);
+  const StringEnd end = endOfString(bytes.begin(), bytes.end() - 1);
+  const std::size_t expected = stringEnd(text);
+  ASSERT_EQ(end.at == nullptr ? 0 : end.at - bytes.begin(), static_cast<std::ptrdiff_t>(expected))
+      << visible(text);
+  if (expected == 0) return;
+  const std::string_view inside = std::string_view(text).substr(0, expected);
+  const std::size_t last = inside.rfind('\n');
+  ASSERT_EQ(end.feeds.count,
+            static_cast<std::size_t>(std::count(inside.begin(), inside.end(), '\n')))
+      << visible(text);
+  ASSERT_EQ(end.feeds.last, last == std::string_view::npos ? nullptr : bytes.begin() + last)
+      << visible(text);
+  ASSERT_EQ(end.hasBackslash, inside.find('\\') != std::string_view::npos) << visible(text);
+}
+
 TEST(TokenScan, StringsEndAfterTheClosingQuote) {
   constexpr std::string_view RARE("\"\\\\\\\n\n\t\x01\0\xFF", 10);
-  forTexts("ab'\x7F\x80\xFE ", RARE, [](const std::string& tail) {
-    const std::string text = '"' + tail + '"';
+  forTexts("ab'\x7F\x80\xFE ", RARE, checkString);
+}
+
+TEST(TokenScan, RunsOfBackslashesEscapeTheClosingQuoteOrNot) {
+  forTexts("\\", "\"", checkString);
+  forTexts("\\\\\\\\\\a", "\"\n", checkString);
+}
+
+TEST(TokenScan, CommentsEndBeforeALineBreakANulOrTheEndMark) {
+  constexpr std::string_view RARE("\n\r\0\xFF\t\t\x01\x0B\x0E\x0E", 10);
+  forTexts("#ab\x7F\x80\xFE ", RARE, [](const std::string& text) {
     const Exact bytes(text);
-    const StringEnd end = endOfString(bytes.begin(), bytes.end() - 1);
-    const std::size_t expected = stringEnd(text);
-    ASSERT_EQ(end.at == nullptr ? 0 : end.at - bytes.begin(), static_cast<std::ptrdiff_t>(expected))
-        << visible(text);
-    if (expected == 0) return;
-    const std::string_view inside = std::string_view(text).substr(0, expected);
-    const std::size_t last = inside.rfind('\n');
-    ASSERT_EQ(end.feeds.count,
-              static_cast<std::size_t>(std::count(inside.begin(), inside.end(), '\n')))
-        << visible(text);
-    ASSERT_EQ(end.feeds.last, last == std::string_view::npos ? nullptr : bytes.begin() + last)
+    constexpr std::string_view ENDS("\n\r\0\xFF", 4);
+    ASSERT_EQ(endOfComment(bytes.begin(), bytes.end()) - bytes.begin(),
+              static_cast<std::ptrdiff_t>(std::min(text.find_first_of(ENDS), text.size())))
         << visible(text);
   });
 }

@@ -77,9 +77,9 @@ char* copyOfLong(std::string_view text, ReadSession* session) {
 
 }  // namespace
 
-char* copyOfStringValue(std::string_view literal, ReadSession* session) {
+char* copyOfStringValue(std::string_view literal, bool hasBackslash, ReadSession* session) {
   const std::string_view text = withoutQuotes(literal);
-  if (text.find('\\') == std::string_view::npos) return copyOfPlain(text);
+  if (!hasBackslash) return copyOfPlain(text);
   return text.size() <= MAX_STACK_BYTES ? copyOfShort(text) : copyOfLong(text, session);
 }
 
