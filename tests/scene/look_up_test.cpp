@@ -17,7 +17,7 @@ namespace {
 using vsa_tests::string;
 using Random = std::mt19937;
 
-constexpr const char* NAMES[] = {"", "a", "b", "a_name_of_more_than_sixteen_characters"};
+constexpr const char* NODE_NAMES[] = {"", "a", "b", "a_name_of_more_than_sixteen_characters"};
 constexpr AttrType TYPES[] = {AttrType::Null, AttrType::Int, AttrType::Array};
 
 template <class T, std::size_t COUNT>
@@ -34,7 +34,7 @@ TEST(LookUps, OfNodesFollowCreationAndRemoval) {
     return at == nodes.end() ? nullptr : at->second;
   };
   for (int step = 0; step < 20000; ++step) {
-    const std::string name = oneOf(random, NAMES);
+    const std::string name = oneOf(random, NODE_NAMES);
     const String sought = string(name);
     switch (random() % 5) {
       case 0: {
@@ -65,7 +65,7 @@ TEST(LookUps, OfNodesFollowCreationAndRemoval) {
 /// One step with the inputs of one node; `inputs` are its existing inputs.
 void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inputs,
                   bool isDeclared) {
-  const std::string name = oneOf(random, NAMES);
+  const std::string name = oneOf(random, NODE_NAMES);
   const AttrType type = oneOf(random, TYPES);
   const String sought = string(name);
   // A node of a declared type has the Int input "a" from its first look-up on, and no other input.

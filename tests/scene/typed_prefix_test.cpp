@@ -19,7 +19,7 @@
 namespace zn::korvo_sdk {
 namespace {
 
-AttrData structure(AttrType type, std::int32_t elementType) {
+AttrData structureOf(AttrType type, std::int32_t elementType) {
   AttrData data;
   data.type = type;
   data.elementType = elementType;
@@ -27,7 +27,7 @@ AttrData structure(AttrType type, std::int32_t elementType) {
 }
 
 AttrData untypedBuffer() {
-  return structure(AttrType::Buffer, static_cast<std::int32_t>(DataType::Null));
+  return structureOf(AttrType::Buffer, static_cast<std::int32_t>(DataType::Null));
 }
 
 class TypedPrefix : public testing::Test {
@@ -57,7 +57,7 @@ TEST_F(TypedPrefix, GrowsWithTheTypedElements) {
   EXPECT_EQ(typedPrefixOf(array), 20U);
   array.appendElement();
   EXPECT_EQ(typedPrefixOf(array), 20U);
-  array.element(20)->set(structure(AttrType::Buffer, static_cast<std::int32_t>(DataType::Byte)));
+  array.element(20)->set(structureOf(AttrType::Buffer, static_cast<std::int32_t>(DataType::Byte)));
   EXPECT_EQ(typedPrefixOf(array), 21U);
 }
 
@@ -100,9 +100,9 @@ const Change CHANGES[] = {
      [](Input& array) {
        const auto buffer = static_cast<std::int32_t>(AttrType::Buffer);
        array.element(2)->set(untypedBuffer());
-       array.set(structure(AttrType::Array, static_cast<std::int32_t>(AttrType::Int)));
+       array.set(structureOf(AttrType::Array, static_cast<std::int32_t>(AttrType::Int)));
        EXPECT_EQ(typedPrefixOf(array), 10U);  // nothing changes a Buffer in an array of Int
-       array.set(structure(AttrType::Array, buffer));
+       array.set(structureOf(AttrType::Array, buffer));
      },
      2},
     {"the array is cleared", [](Input& array) { array.clearValue(); }, 0},
@@ -122,7 +122,7 @@ TEST_F(TypedPrefix, ArraysInAnArrayLoseTheTypeOfTheirElements) {
   read("t n: .a[3][0] = 1;");
   Input& array = static_cast<Input&>(*scene_.findNode("n")->input("a"));
   const auto setElements = [&](std::uint64_t index, AttrType type) {
-    array.element(index)->set(structure(AttrType::Array, static_cast<std::int32_t>(type)));
+    array.element(index)->set(structureOf(AttrType::Array, static_cast<std::int32_t>(type)));
   };
   for (std::uint64_t i = 0; i < array.count(); ++i) setElements(i, AttrType::Int);
   EXPECT_EQ(typedPrefixOf(array), 4U);

@@ -13,7 +13,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Outcome {
+struct ConvertOutcome {
   int status;
   std::string out, err;
 };
@@ -38,7 +38,7 @@ class ConvertTest : public testing::Test {
     return text.str();
   }
 
-  Outcome convert(const std::string& arguments) const {
+  ConvertOutcome convert(const std::string& arguments) const {
     const std::string line = "cd '" + folder.string() + "' && " VSA_COMMAND " convert " +
                              arguments + " >stdout.txt 2>stderr.txt";
     const int status = std::system(line.c_str());
@@ -51,7 +51,7 @@ class ConvertTest : public testing::Test {
 
 TEST_F(ConvertTest, WritesToStandardOutput) {
   write("a.vsa", "# hi\nthing n: .x=1.0 ;.b = byte [3]{1,2,3};");
-  const Outcome run = convert("a.vsa");
+  const ConvertOutcome run = convert("a.vsa");
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, "# hi\n\nthing n:\n  .x = 1.0;\n  .b = byte[3] {1 2 3};\n");
   EXPECT_EQ(run.err, "");
@@ -66,7 +66,7 @@ TEST_F(ConvertTest, WritesAFileAndReplacesItsInput) {
   write("a.vsa", "thing   n;");
   EXPECT_EQ(convert("a.vsa -o b.vsa").status, 0);
   EXPECT_EQ(content("b.vsa"), "thing n;\n");
-  const Outcome run = convert("a.vsa -o a.vsa");
+  const ConvertOutcome run = convert("a.vsa -o a.vsa");
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(content("a.vsa"), "thing n;\n");
@@ -94,7 +94,7 @@ TEST_F(ConvertTest, FileThatIsNotReadCompletelyIsNotWritten) {
   write("b.vsa", "old");
   for (const std::string text : {"thing n; n.x = ;", "thing n; n.x = 1;\xFF", "t n; \"cut"}) {
     write("a.vsa", text);
-    const Outcome run = convert("a.vsa -o b.vsa");
+    const ConvertOutcome run = convert("a.vsa -o b.vsa");
     EXPECT_EQ(run.status, 1) << text;
     EXPECT_NE(run.err.find("a.vsa:"), std::string::npos) << run.err;
     EXPECT_NE(run.err.find("nothing was written"), std::string::npos) << run.err;
@@ -104,7 +104,7 @@ TEST_F(ConvertTest, FileThatIsNotReadCompletelyIsNotWritten) {
 
 TEST_F(ConvertTest, WarningsArePrintedAndTheSceneIsWritten) {
   write("a.vsa", "t n: .x = 1; .x = 2.5;");
-  const Outcome run = convert("a.vsa");
+  const ConvertOutcome run = convert("a.vsa");
   EXPECT_EQ(run.status, 0);
   EXPECT_EQ(run.out, "t n:\n  .x = 3;\n");
   EXPECT_NE(run.err.find("a.vsa:1:22: warning: "), std::string::npos) << run.err;
@@ -112,13 +112,13 @@ TEST_F(ConvertTest, WarningsArePrintedAndTheSceneIsWritten) {
 
 TEST_F(ConvertTest, WhatATextCannotCarryIsNamed) {
   write("a.vsa", "t n: .x[0][0] |= null; .x[0][0] = 5; .y = 1;");
-  const Outcome run = convert("a.vsa -o b.vsa");
+  const ConvertOutcome run = convert("a.vsa -o b.vsa");
   EXPECT_EQ(run.status, 1);
   EXPECT_NE(run.err.find("a.vsa: error: n.x[0]: no element gives the array its element type"),
             std::string::npos)
       << run.err;
   EXPECT_FALSE(fs::exists(folder / "b.vsa"));
-  const Outcome lossy = convert("--lossy a.vsa");
+  const ConvertOutcome lossy = convert("--lossy a.vsa");
   EXPECT_EQ(lossy.status, 0);
   EXPECT_EQ(lossy.out, "t n:\n  .x[0][0] |= null;\n  .y = 1;\n");
   EXPECT_NE(lossy.err.find("a.vsa: warning: n.x[0]: "), std::string::npos) << lossy.err;

@@ -20,13 +20,13 @@ std::vector<std::string> linesOf(const char* text) {
   return lines;
 }
 
-struct Row {
+struct ExcerptRow {
   const char* text;
   const char* line;
 };
 
 TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
-  const Row rows[] = {
+  const ExcerptRow rows[] = {
       {"42;", "a.vsa:0:0: unrecognized-token: PARSE ERROR (0,0): unrecognized token '42'.."},
       {"t n; n.a = ;",
        "a.vsa:1:12: bad-token: BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."},
@@ -38,19 +38,21 @@ TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
       {"t n; n.a = 1; n.a = 2.5;",
        "a.vsa:1:24: narrowing: TYPE WARNING (1,24): narrowing Real to Int @ n.a."},
   };
-  for (const Row& row : rows) EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
+  for (const ExcerptRow& row : rows)
+    EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
 }
 
 // A message without a position may quote what looks like one.
 TEST(DiagnosticLineTest, MessagesWithoutAPositionShowNone) {
-  const Row rows[] = {
+  const ExcerptRow rows[] = {
       {"t n; n.a |= n.b.c;", "a.vsa: invalid-output: Invalid output: n.b.c."},
       {"# version: (1,2): x",
        "a.vsa: bad-version: Failed to parse VSA version comment: # version: (1,2): x"},
       {"t n; n.a = byte[2] {1};",
        "a.vsa: too-few-elements: Too few elements (1) for byte[2] buffer, remainder set to zero."},
   };
-  for (const Row& row : rows) EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
+  for (const ExcerptRow& row : rows)
+    EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
 }
 
 TEST(DiagnosticLineTest, KeepsALineOneLine) {

@@ -20,8 +20,6 @@ using zn::korvo_sdk::Node;
 using zn::korvo_sdk::Scene;
 namespace reasons = vsa::impl::reasons;
 
-constexpr double INF = std::numeric_limits<double>::infinity();
-constexpr double NAN_OF_TEXT = std::numeric_limits<double>::quiet_NaN();
 const double OTHER_NAN = std::bit_cast<double>(std::uint64_t{0x7FF8000000000001});
 
 constexpr const char* BAD_NAMES[] = {"",     "1a",    "a b",   "a.b",   "a-b", "true",

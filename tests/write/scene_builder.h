@@ -4,12 +4,16 @@
 #include <cstdlib>
 #include <cstring>
 #include <initializer_list>
+#include <limits>
 #include <string>
 #include <vector>
 
 #include <vsa/model/scene.h>
 
 namespace vsa_tests {
+
+inline constexpr double INF = std::numeric_limits<double>::infinity();
+inline constexpr double NAN_OF_TEXT = std::numeric_limits<double>::quiet_NaN();
 
 /// A scene with one node `n` of type `thing`, and shorthands that make inputs of it.
 class SceneBuilder {

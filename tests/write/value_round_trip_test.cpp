@@ -19,8 +19,6 @@ using zn::korvo_sdk::DataType;
 using zn::korvo_sdk::Input;
 using zn::korvo_sdk::Scene;
 
-constexpr double INF = std::numeric_limits<double>::infinity();
-constexpr double NAN_OF_TEXT = std::numeric_limits<double>::quiet_NaN();
 constexpr double EXTREMES[] = {0.0,
                                -0.0,
                                1.0,

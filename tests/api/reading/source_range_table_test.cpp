@@ -145,8 +145,8 @@ constexpr std::string_view ROWS[] = {
 // So many mistakes of one collection had their places noted beforehand. All rows have to hold.
 static_assert(std::size(ROWS) >= 85);
 
-constexpr std::string_view OPEN = "«";
-constexpr std::string_view CLOSE = "»";
+constexpr std::string_view RANGE_BEGIN = "«";
+constexpr std::string_view RANGE_END = "»";
 
 /// What an editor shows: a line and a column from 1, and a length in bytes.
 struct Place {
@@ -158,12 +158,13 @@ struct Place {
 
 struct Expected {
   explicit Expected(std::string_view row) {
-    const std::size_t open = row.find(OPEN);
-    const std::size_t close = row.find(CLOSE);
+    const std::size_t open = row.find(RANGE_BEGIN);
+    const std::size_t close = row.find(RANGE_END);
     const std::string_view before = row.substr(0, open);
-    const std::string_view marked = row.substr(open + OPEN.size(), close - open - OPEN.size());
+    const std::string_view marked =
+        row.substr(open + RANGE_BEGIN.size(), close - open - RANGE_BEGIN.size());
     text = std::string(before) + std::string(marked);
-    text += row.substr(close + CLOSE.size());
+    text += row.substr(close + RANGE_END.size());
     const std::size_t feed = before.rfind('\n');
     place.line = 1 + static_cast<std::uint64_t>(std::count(before.begin(), before.end(), '\n'));
     place.column = open - (feed == std::string_view::npos ? 0 : feed + 1) + 1;
@@ -185,8 +186,8 @@ std::ostream& operator<<(std::ostream& out, const Place& place) {
 
 std::string marked(const std::string& text, const vsa::TextRange& range) {
   std::string shown = text;
-  shown.insert(range.end.offset, CLOSE);
-  shown.insert(range.begin.offset, OPEN);
+  shown.insert(range.end.offset, RANGE_END);
+  shown.insert(range.begin.offset, RANGE_BEGIN);
   return shown;
 }
 

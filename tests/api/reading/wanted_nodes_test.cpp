@@ -15,7 +15,7 @@ namespace {
 using vsa::ReadOptions;
 using vsa::ReadResult;
 
-const std::string TEXT =
+const std::string WANTED_TEXT =
     "# version: 3\n"
     "lamp sun: .power = 1; .label = \"noon\"; .shade |= wall.out; .next = moon; .self = sun;\n"
     "lamp moon: .power = 2; .next = sun; .shade |= sun.out;\n"
@@ -36,7 +36,7 @@ std::string nodesOf(const vsa::Scene& scene) {
 }
 
 TEST(WantedNodes, AreKeptByName) {
-  const ReadResult result = vsa::readText(TEXT, wanting({"sun"}));
+  const ReadResult result = vsa::readText(WANTED_TEXT, wanting({"sun"}));
   ASSERT_TRUE(result.isComplete()) << result.message;
   EXPECT_EQ(nodesOf(result.scene), "sun ");
   EXPECT_EQ(result.scene.fileVersion(), 3U);
@@ -50,9 +50,9 @@ TEST(WantedNodes, AreKeptByName) {
 }
 
 TEST(WantedNodes, AreKeptByType) {
-  EXPECT_EQ(nodesOf(vsa::readText(TEXT, wanting({}, {"mesh"})).scene), "wall ");
-  EXPECT_EQ(nodesOf(vsa::readText(TEXT, wanting({"other"}, {"lamp"})).scene), "sun other ");
-  EXPECT_EQ(nodesOf(vsa::readText(TEXT, wanting({"nothing"})).scene), "");
+  EXPECT_EQ(nodesOf(vsa::readText(WANTED_TEXT, wanting({}, {"mesh"})).scene), "wall ");
+  EXPECT_EQ(nodesOf(vsa::readText(WANTED_TEXT, wanting({"other"}, {"lamp"})).scene), "sun other ");
+  EXPECT_EQ(nodesOf(vsa::readText(WANTED_TEXT, wanting({"nothing"})).scene), "");
 }
 
 TEST(WantedNodes, MayBeThousands) {
@@ -75,8 +75,8 @@ TEST(WantedNodes, MayBeThousands) {
 }
 
 TEST(WantedNodes, AreCheckedAsAllOthers) {
-  const ReadResult whole = vsa::readText(TEXT);
-  const ReadResult some = vsa::readText(TEXT, wanting({"sun"}));
+  const ReadResult whole = vsa::readText(WANTED_TEXT);
+  const ReadResult some = vsa::readText(WANTED_TEXT, wanting({"sun"}));
   EXPECT_EQ(some.diagnostics.size(), whole.diagnostics.size());
   EXPECT_EQ(some.warningCount, whole.warningCount);
   EXPECT_EQ(some.errorCount, whole.errorCount);
@@ -112,7 +112,7 @@ TEST(WantedNodes, HaveTheLimitsOfTheSceneForNodesThatAreDropped) {
 TEST(WantedNodes, LeaveOtherNodesOfTheSceneAsTheyAre) {
   vsa::Scene scene;
   ASSERT_TRUE(vsa::readTextInto(scene, "lamp moon: .power = 9;").isComplete());
-  ASSERT_TRUE(vsa::readTextInto(scene, TEXT, wanting({"sun"})).isComplete());
+  ASSERT_TRUE(vsa::readTextInto(scene, WANTED_TEXT, wanting({"sun"})).isComplete());
   EXPECT_EQ(nodesOf(scene), "moon sun ");
   EXPECT_EQ(scene.plain().nodeAt(0)->input("power")->integer(), 9);
 }
@@ -134,7 +134,7 @@ TEST(WantedNodes, MayAssignToOtherNodesOfTheScene) {
 
 TEST(WantedNodes, WorkForAHostsScene) {
   HostScene scene;
-  ASSERT_TRUE(vsa::readTextInto(scene, TEXT, wanting({"sun"})).isComplete());
+  ASSERT_TRUE(vsa::readTextInto(scene, WANTED_TEXT, wanting({"sun"})).isComplete());
   for (const std::string& call : scene.options.calls) {
     EXPECT_EQ(call.find("moon"), std::string::npos) << call;
     EXPECT_EQ(call.find("wall"), std::string::npos) << call;

@@ -67,7 +67,7 @@ std::string buffered(File& file) {
   return std::string(window.begin, window.end);
 }
 
-std::string rest(File& file) {
+std::string restOf(File& file) {
   std::string bytes;
   for (signed char c = 0; file.read(c);) bytes += static_cast<char>(c);
   return bytes;
@@ -96,7 +96,7 @@ TEST(Pipe, ReadsUntilItIsClosed) {
   EXPECT_TRUE(file.read(c));
   EXPECT_EQ(c, 'a');
   pipe.close();
-  EXPECT_EQ(rest(file), "bcd");
+  EXPECT_EQ(restOf(file), "bcd");
   EXPECT_FALSE(file.failed());
 }
 
@@ -115,7 +115,7 @@ TEST(Pipe, ByteOrderMarkMayArriveInParts) {
     pipe.write(row.first);
     std::future<std::string> all = std::async(std::launch::async, [&] {
       File file = File::open(pipe.path().c_str());
-      return rest(file);
+      return restOf(file);
     });
     pipe.drain();
     pipe.write(row.second);
@@ -142,7 +142,7 @@ TEST(Pipe, SignalDoesNotEndTheFile) {
   std::atomic<bool> isDone = false;
   std::thread reader([&] {
     File file = File::open(pipe.path().c_str());
-    read = rest(file);
+    read = restOf(file);
     failed = file.failed();
     isDone = true;
   });

@@ -89,8 +89,8 @@ TEST(StringFormat, EndsAtTheFirstNulThatACharacterPrints) {
   EXPECT_EQ(text(String::format("a%c%s", '\0', many.c_str())), "a");
 }
 
-String formatted(const char* format, ...) VSA_PRINTF(1, 2);
-String formatted(const char* format, ...) {
+String stringOf(const char* format, ...) VSA_PRINTF(1, 2);
+String stringOf(const char* format, ...) {
   va_list args;
   va_start(args, format);
   const String once = String::formatv(format, args);
@@ -99,7 +99,7 @@ String formatted(const char* format, ...) {
 }
 
 TEST(StringFormat, FromAnArgumentList) {
-  EXPECT_EQ(text(formatted("%s %d", "a", 1)), "a 1");
+  EXPECT_EQ(text(stringOf("%s %d", "a", 1)), "a 1");
 }
 
 }  // namespace

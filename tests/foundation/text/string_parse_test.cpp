@@ -15,20 +15,20 @@ namespace {
 using vsa_tests::string;
 using namespace std::string_literals;
 
-constexpr String::Radix DECIMAL = String::Radix::Decimal;
+constexpr String::Radix BASE_TEN = String::Radix::Decimal;
 
-static_assert(static_cast<int>(DECIMAL) == 0);
+static_assert(static_cast<int>(BASE_TEN) == 0);
 
 template <class Integer>
 bool parses(const String& text, Integer expected) {
   Integer out{};
-  return String::parse(text, out, DECIMAL) && out == expected;
+  return String::parse(text, out, BASE_TEN) && out == expected;
 }
 
 template <class Integer>
 bool refuses(const String& text) {
   Integer out = 77;
-  return !String::parse(text, out, DECIMAL) && out == 77;
+  return !String::parse(text, out, BASE_TEN) && out == 77;
 }
 
 template <class Integer>

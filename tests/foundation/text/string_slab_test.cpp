@@ -14,7 +14,7 @@
 namespace zn {
 namespace {
 
-std::string textOf(std::size_t length) {
+std::string lettersOf(std::size_t length) {
   std::string text;
   for (std::size_t i = 0; i < length; ++i) text += static_cast<char>('a' + i % 26);
   return text;
@@ -24,10 +24,10 @@ TEST(StringSlabs, TextsAreCopies) {
   StringSlabs slabs;
   std::vector<String> texts;
   for (std::size_t length = 0; length < 2000; ++length) {
-    texts.push_back(slabs.copyOf(textOf(length)));
+    texts.push_back(slabs.copyOf(lettersOf(length)));
   }
   for (std::size_t length = 0; length < 2000; ++length) {
-    EXPECT_EQ(texts[length].view(), textOf(length));
+    EXPECT_EQ(texts[length].view(), lettersOf(length));
     EXPECT_EQ(texts[length].buf()[length], '\0');
   }
 }
@@ -36,7 +36,7 @@ TEST(StringSlabs, TextsAreCopies) {
 TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   for (std::size_t length = 0; length < 2000; ++length) {
     StringSlabs slabs;
-    EXPECT_EQ(slabs.copyOf(textOf(length)).view(), textOf(length));
+    EXPECT_EQ(slabs.copyOf(lettersOf(length)).view(), lettersOf(length));
   }
 }
 
@@ -48,7 +48,7 @@ TEST(StringSlabs, EveryTextIsAlignedToEight) {
   StringSlabs slabs;
   std::vector<String> texts;
   for (std::size_t length = 1; length < 300; ++length) {
-    texts.push_back(slabs.copyOf(textOf(length)));
+    texts.push_back(slabs.copyOf(lettersOf(length)));
     EXPECT_EQ(placeOf(texts.back()), placeOf(String("alone"))) << length;
   }
 }

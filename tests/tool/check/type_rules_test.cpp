@@ -44,7 +44,7 @@ struct TypeRow {
   std::string_view hint = "";
 };
 
-constexpr TypeRow ROWS[] = {
+constexpr TypeRow TYPE_ROWS[] = {
     {"unknown-type", "«lmap» a;", "camera a; define b; with c:", "did you mean `lamp`?"},
     {"unknown-input", "lamp a: .«powr» = 1.0; .power = 1.0;", "lamp a: .watts = 1.0; .free = 2;",
      "did you mean `power`?"},
@@ -70,7 +70,7 @@ constexpr TypeRow ROWS[] = {
     {"missing-input", "lamp «a»: .count = 1;", "lamp a: .power |= a.outColor;"},
 };
 
-std::vector<Finding> findingsOf(std::string_view text, std::string_view id) {
+std::vector<Finding> typeFindings(std::string_view text, std::string_view id) {
   const vsa::TypesResult types = vsa::readTypes(TYPES);
   EXPECT_EQ(types.problem, "");
   const vsa::ReadResult read = vsa::readText(text);
@@ -82,13 +82,13 @@ std::vector<Finding> findingsOf(std::string_view text, std::string_view id) {
 }
 
 TEST(TypeRules, FireWhereTheyShould) {
-  for (const TypeRow& row : ROWS) {
+  for (const TypeRow& row : TYPE_ROWS) {
     std::string text(row.fires);
     const std::size_t begin = text.find("«");
     text.erase(begin, std::string_view("«").size());
     const std::size_t end = text.find("»");
     text.erase(end, std::string_view("»").size());
-    const std::vector<Finding> findings = findingsOf(text, row.id);
+    const std::vector<Finding> findings = typeFindings(text, row.id);
     ASSERT_EQ(findings.size(), 1U) << row.id << ": " << row.fires;
     ASSERT_TRUE(findings[0].range) << row.fires;
     EXPECT_EQ(findings[0].range->begin.offset, begin) << row.fires;
@@ -98,8 +98,8 @@ TEST(TypeRules, FireWhereTheyShould) {
 }
 
 TEST(TypeRules, AreSilentWhereTheyShould) {
-  for (const TypeRow& row : ROWS) {
-    for (const Finding& finding : findingsOf(row.isSilent, row.id)) {
+  for (const TypeRow& row : TYPE_ROWS) {
+    for (const Finding& finding : typeFindings(row.isSilent, row.id)) {
       ADD_FAILURE() << row.id << ": " << row.isSilent << "\n" << finding.message;
     }
   }
@@ -107,7 +107,7 @@ TEST(TypeRules, AreSilentWhereTheyShould) {
 
 TEST(TypeRules, AreAllTested) {
   std::set<std::string_view> tested;
-  for (const TypeRow& row : ROWS) tested.insert(row.id);
+  for (const TypeRow& row : TYPE_ROWS) tested.insert(row.id);
   for (const Rule& rule : vsa_tools::allRules()) {
     const bool isOfTypes = std::string_view(rule.group) == "types";
     EXPECT_EQ(tested.count(rule.id), isOfTypes ? 1U : 0U) << rule.id;

@@ -9,12 +9,12 @@ namespace {
 using vsa_tools::shortText;
 using vsa_tools::shortValue;
 
-struct Row {
+struct ValueRow {
   const char *value, *shown;
 };
 
 TEST(ShortValueTest, EveryType) {
-  const Row rows[] = {
+  const ValueRow rows[] = {
       {"true", "true"},
       {"-7", "-7"},
       {"12u", "12u"},
@@ -30,7 +30,7 @@ TEST(ShortValueTest, EveryType) {
       {"uint64[1] {18446744073709551615}", "uint64[1] 18446744073709551615"},
       {"byte[0] {}", "byte[0]"},
   };
-  for (const Row& row : rows) {
+  for (const ValueRow& row : rows) {
     const auto result = vsa::readText(std::string("thing n: .v = ") + row.value + ";");
     ASSERT_TRUE(result.isComplete()) << row.value;
     EXPECT_EQ(row.shown, shortValue(result.scene["n"]["v"])) << row.value;

@@ -5,7 +5,7 @@ namespace {
 
 using vsa_tests::CommandOutcome;
 
-constexpr char TEXT[] =
+constexpr char EXTRACTED_TEXT[] =
     "# scene\nsphere ball:\n  .material = clay;\n  .keys[1].at = sun;\nmaterial clay:\n"
     "  .map |= noise.out;\ntexture noise;\nlamp sun: .target = ball;\ncamera cam: .lookAt = "
     "ball;\n";
@@ -14,7 +14,7 @@ class ExtractCommandTest : public vsa_tests::CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    write("a.vsa", TEXT);
+    write("a.vsa", EXTRACTED_TEXT);
   }
 };
 
@@ -49,9 +49,10 @@ TEST_F(ExtractCommandTest, Patterns) {
 
 TEST_F(ExtractCommandTest, ReadsWithoutAWarning) {
   write("b.vsa",
-        TEXT + std::string("# version: 1.5\n# version: 2\n# time: noon\n"
-                           "t n: .a = []; .o.e = 1; .o.f = []; .o.g[1][0] = []; .h[0][0].i = [];\n"
-                           "  .p = missing; .q |= x.y;"));
+        EXTRACTED_TEXT +
+            std::string("# version: 1.5\n# version: 2\n# time: noon\n"
+                        "t n: .a = []; .o.e = 1; .o.f = []; .o.g[1][0] = []; .h[0][0].i = [];\n"
+                        "  .p = missing; .q |= x.y;"));
   for (const char* names : {"ball", "n", "'*'", "cam --without ball"}) {
     EXPECT_EQ(vsa(std::string("extract b.vsa -o c.vsa ") + names).status, 0) << names;
     const CommandOutcome check = vsa("check --strict c.vsa");

@@ -17,7 +17,7 @@ class TreeTest : public vsa_tests::CommandFixture {
   }
 };
 
-const char SCENE[] =
+const char TREE_SCENE[] =
     "camera cam: .lookAt = ball; .position = pos3(0 1.5 6);\n"
     "lamp sun: .color |= dusk.outColor; .power = 2.5;\n"
     "sky dusk;\n"
@@ -27,7 +27,7 @@ const char SCENE[] =
     "texture noise: .file = \"n.png\";\n";
 
 TEST_F(TreeTest, ShowsEachNodeOnceBelowItsRoots) {
-  write("a.vsa", SCENE);
+  write("a.vsa", TREE_SCENE);
   EXPECT_EQ(
       "cam (camera)\n"
       "└─ .lookAt = ball (sphere)\n"
@@ -41,7 +41,7 @@ TEST_F(TreeTest, ShowsEachNodeOnceBelowItsRoots) {
 }
 
 TEST_F(TreeTest, ShowsInputs) {
-  write("a.vsa", SCENE);
+  write("a.vsa", TREE_SCENE);
   EXPECT_EQ(
       "ball (sphere)\n"
       "├─ .material = clay (material)\n"
@@ -57,7 +57,7 @@ TEST_F(TreeTest, ShowsInputs) {
 }
 
 TEST_F(TreeTest, BeginsAtNamesAndTypes) {
-  write("a.vsa", SCENE);
+  write("a.vsa", TREE_SCENE);
   EXPECT_EQ("clay (material)\n└─ .map = noise (texture)\n", tree("--type mat* a.vsa"));
   EXPECT_EQ("dusk (sky)\nnoise (texture)\n", tree("--type sky --type texture a.vsa"));
   EXPECT_EQ("sun (lamp)\n└─ .color |= dusk.outColor (sky)\n",
@@ -68,7 +68,7 @@ TEST_F(TreeTest, BeginsAtNamesAndTypes) {
 }
 
 TEST_F(TreeTest, ARootShownBelowAnotherIsNotShownAgain) {
-  write("a.vsa", SCENE);
+  write("a.vsa", TREE_SCENE);
   EXPECT_EQ(
       "clay (material)\n└─ .map = noise (texture)\nball (sphere)\n"
       "└─ .material = clay (material) (shown above)\n",
@@ -90,7 +90,7 @@ TEST_F(TreeTest, MarksCircles) {
 }
 
 TEST_F(TreeTest, StopsAtADepth) {
-  write("a.vsa", SCENE);
+  write("a.vsa", TREE_SCENE);
   EXPECT_EQ(
       "cam (camera)\n└─ .lookAt = ball (sphere) ...\n"
       "sun (lamp)\n└─ .color |= dusk.outColor (sky)\n"
@@ -145,7 +145,7 @@ TEST_F(TreeTest, NamesAreSafeForTerminals) {
 }
 
 TEST_F(TreeTest, WrongUsage) {
-  write("a.vsa", SCENE);
+  write("a.vsa", TREE_SCENE);
   EXPECT_EQ(2, statusOf(VSA_COMMAND " tree a.vsa >/dev/full 2>stderr.txt"));
   EXPECT_NE(std::string::npos, content("stderr.txt").find("vsa: cannot write: "));
   EXPECT_EQ(2, vsa("tree").status);

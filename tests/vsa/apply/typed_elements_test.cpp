@@ -15,7 +15,7 @@ namespace {
 using vsa_tests::HostInput;
 using vsa_tests::HostOptions;
 
-constexpr auto FLOAT = static_cast<std::int32_t>(DataType::Float);
+constexpr auto FLOATS = static_cast<std::int32_t>(DataType::Float);
 
 class TypedElementsTest : public testing::Test {
  protected:
@@ -38,7 +38,7 @@ class TypedElementsTest : public testing::Test {
     }
     return sum;
   }
-  void setEmptyElements() { typed_.setEmptyElements(array_, array_.count(), FLOAT); }
+  void setEmptyElements() { typed_.setEmptyElements(array_, array_.count(), FLOATS); }
 
   HostOptions options_;
   HostInput array_{options_, "n.a", AttrType::Array};
@@ -103,7 +103,7 @@ TEST_F(TypedElementsTest, ElementsAppendedByTheStatementAreChecked) {
   growTo(1000);
   setEmptyElements();
   emptyAll();
-  typed_.setEmptyElements(array_, 500, FLOAT);
+  typed_.setEmptyElements(array_, 500, FLOATS);
   EXPECT_LE(emptyElements(), 500 - TypedElements::RECHECKED);
   EXPECT_EQ(element(999).buffers, DataType::Float);
 }
@@ -137,7 +137,7 @@ TEST_F(TypedElementsTest, ArrayThatCountsFewerElementsIsScannedAgain) {
   setEmptyElements();
   emptyAll();
   array_.shrinkTo(6);
-  typed_.setEmptyElements(array_, 10, FLOAT);
+  typed_.setEmptyElements(array_, 10, FLOATS);
   EXPECT_EQ(emptyElements(), 0U);
 }
 
