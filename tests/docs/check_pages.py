@@ -97,12 +97,12 @@ class Tools:
         return os.path.dirname(glob.glob(f"{self.prefix}/lib*/**/libvsa.a", recursive=True)[0])
 
     def compile(self, source, program):
-        options = ["-std=c++20", "-Wall", "-Wextra", "-Werror", f"-I{self.prefix}/include", f"-I{self.scratch}"]
+        options = ["-std=c++20", "-pthread", "-Wall", "-Wextra", "-Werror", "-Winvalid-pch",
+                   f"-I{self.prefix}/include", f"-I{self.scratch}"]
         with open(source, encoding="utf-8") as file:
             includes_vsa = "#include <vsa/vsa.h>\n" in file.read()
         header = ["-include", self.precompiled(options)] if includes_vsa else []
-        self.run([self.compiler, *options, *header, source, f"{self.library_folder()}/libvsa.a", "-pthread", "-o",
-                  program])
+        self.run([self.compiler, *options, *header, source, f"{self.library_folder()}/libvsa.a", "-o", program])
 
     def precompiled(self, options):
         """A header that includes <vsa/vsa.h>, compiled in advance: each program then compiles in half the time."""
