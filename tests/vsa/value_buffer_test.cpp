@@ -159,7 +159,9 @@ TEST(Buffer, KeywordsThatMayBeCompressed) {
     Literal literal(std::string(row.keyword) + "[1] {" + packed + "};");
     const LoggedLines log;
     if (row.componentBytes != 1) {
-      EXPECT_NE(literal.error().find("Failed to read '"), std::string::npos);
+      const std::size_t column = std::strlen(row.keyword) + std::strlen("[1] {}") + packed.size();
+      EXPECT_EQ(literal.error(), "PARSE ERROR (1," + std::to_string(column) +
+                                     "): Failed to read '" + row.keyword + "' buffer..");
     } else if (row.elementBytes < 3) {
       EXPECT_EQ(literal.error(), "PARSE ERROR (1," + std::to_string(5 + 3 + packed.size() + 2) +
                                      "): compressed data is larger than the buffer.");
