@@ -9,20 +9,20 @@ namespace vsa_tools {
 
 namespace {
 
-TEST(DeclaredNodesTest, DefinesOnceInEachPart) {
+TEST(DeclaredNodesTest, KnowsTheLastPart) {
   DeclaredNodes nodes;
   nodes.declare("a");
-  EXPECT_FALSE(nodes.mustDefine("a"));
-  nodes.beginPart();
-  EXPECT_TRUE(nodes.mustDefine("a"));
-  EXPECT_FALSE(nodes.mustDefine("a"));
-  EXPECT_FALSE(nodes.mustDefine("b"));
   nodes.declare("b");
+  EXPECT_FALSE(nodes.isOfEarlierPart("a"));
   nodes.beginPart();
-  nodes.remove("a");
+  EXPECT_TRUE(nodes.isOfEarlierPart("a"));
+  EXPECT_TRUE(nodes.isOfEarlierPart("b"));
+  EXPECT_FALSE(nodes.isOfEarlierPart("c"));
+  nodes.declare("a");
+  nodes.remove("b");
   nodes.remove("never");
-  EXPECT_FALSE(nodes.mustDefine("a"));
-  EXPECT_TRUE(nodes.mustDefine("b"));
+  EXPECT_FALSE(nodes.isOfEarlierPart("a"));
+  EXPECT_FALSE(nodes.isOfEarlierPart("b"));
 }
 
 TEST(DeclaredNodesTest, RemembersManyNames) {
@@ -31,8 +31,8 @@ TEST(DeclaredNodesTest, RemembersManyNames) {
   for (int i = 0; i < COUNT; ++i) nodes.declare("node" + std::to_string(i));
   nodes.beginPart();
   for (int i = 0; i < COUNT; ++i) {
-    EXPECT_TRUE(nodes.mustDefine("node" + std::to_string(i)));
-    EXPECT_FALSE(nodes.mustDefine("nod" + std::to_string(i)));
+    EXPECT_TRUE(nodes.isOfEarlierPart("node" + std::to_string(i)));
+    EXPECT_FALSE(nodes.isOfEarlierPart("nod" + std::to_string(i)));
   }
 }
 

@@ -48,13 +48,9 @@ void DeclaredNodes::remove(std::string_view name) {
   slot &= ~PART_MASK;
 }
 
-bool DeclaredNodes::mustDefine(std::string_view name) {
-  const std::uint64_t slot = slots_[find(hashOf(name))];
-  const std::uint64_t part = slot & PART_MASK;
-  const bool isKnown = slot != 0 ? part != 0 : used_ >= MAX_SLOTS / 4 * 3;
-  if (!isKnown || part == part_) return false;
-  declare(name);
-  return true;
+// 0 if the node is not declared.
+std::uint64_t DeclaredNodes::partOf(std::string_view name) const {
+  return slots_[find(hashOf(name))] & PART_MASK;
 }
 
 }  // namespace vsa_tools

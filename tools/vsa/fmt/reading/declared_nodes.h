@@ -9,15 +9,19 @@
 namespace vsa_tools {
 
 /// Stores 8 bytes for each name, a hash and the last part that declared it, in a table of at most
-/// 64 MB. What does not fit counts as declared.
+/// 64 MB. It forgets the names that do not fit, of some six million.
 class DeclaredNodes {
  public:
   /// Begins the next part, in which no node is declared yet.
   void beginPart() { ++part_; }
   void declare(std::string_view name);
   void remove(std::string_view name);
-  /// Whether the node was declared in an earlier part only. Declares it in this one.
-  bool mustDefine(std::string_view name);
+  /// Whether the node was declared, in whatever part.
+  bool isDeclared(std::string_view name) const { return partOf(name) != 0; }
+  /// Whether the node was declared in an earlier part, and not in this one.
+  bool isOfEarlierPart(std::string_view name) const {
+    return isDeclared(name) && partOf(name) != part_;
+  }
 
  private:
   // A slot is 0 if it is empty. Otherwise its low bits are the number of the part, 0 if the node
@@ -25,6 +29,7 @@ class DeclaredNodes {
   static constexpr int PART_BITS = 20;
   static constexpr std::uint64_t PART_MASK = (std::uint64_t{1} << PART_BITS) - 1;
 
+  std::uint64_t partOf(std::string_view name) const;
   std::size_t find(std::uint64_t hash) const;
   void grow();
 

@@ -22,7 +22,7 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
   ReadingCheck all;
   do {
     const vsa::ReadResult read = vsa::readSource(source, options);
-    all.isComplete = read.isComplete();
+    all.isComplete = read.isComplete() && !source.endedEarly();
     all.nodes += read.applied.nodes;
     all.elements += read.applied.elements;
     all.values += read.applied.values;

@@ -24,8 +24,8 @@ struct ReadingCheck {
   bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text as ShortListSource delivers it: with little memory, but of a text in several parts
-/// it may miss mistakes, and may fail for statements that need what an earlier part made.
+/// Reads a text as ShortListSource delivers it, with little memory. A text in several parts that
+/// changes a node of an earlier part is not complete: only a reading of the whole tells more.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
                           std::uint64_t partBytes = ShortListSource::PART_BYTES);
 

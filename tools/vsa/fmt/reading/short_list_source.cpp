@@ -59,7 +59,9 @@ std::size_t ShortListSource::read(std::span<char> to) {
   if (taken_ == out_.size()) {
     out_.clear();
     taken_ = 0;
-    while (!isEnded_ && !isPartEnded_ && out_.size() < BLOCK_BYTES) add(reader_.next());
+    while (!isEnded_ && !isPartEnded_ && !endedEarly_ && out_.size() < BLOCK_BYTES) {
+      add(reader_.next());
+    }
   }
   const std::size_t count = std::min(to.size(), out_.size() - taken_);
   if (count > 0) std::memcpy(to.data(), out_.data() + taken_, count);
@@ -71,13 +73,12 @@ bool ShortListSource::nextPart() {
   if (!isPartEnded_ || taken_ != out_.size()) return false;
   isPartEnded_ = false;
   partBytes_ = 0;
+  bytesBefore_ = 0;
   nodes_.beginPart();
+  nodes_.declare(declared_);
   out_.clear();
   taken_ = 0;
-  if (!withNode_.empty()) {
-    nodes_.declare(withNode_);
-    out_ = "with " + withNode_ + ":\n";
-  }
+  flush();  // the declaration
   return true;
 }
 
@@ -135,15 +136,16 @@ void ShortListSource::endToken(const SyntaxToken& token) {
   if (isComment || token.is(';') || token.is(':')) endStatement();
 }
 
-// Of the first three tokens, `node.input` or `type name;`.
+// Of the first three tokens, `.input`, `node.input` or `type name;`.
 void ShortListSource::endBeginning(const SyntaxToken& token) {
   const bool isWord = token.kind == SyntaxKind::Word;
   if (tokenCount_ == 1) {
     firstEnd_ = isWord ? statement_.size() : 0;
     secondEnd_ = 0;
+    if (token.is('.') && isWithOfEarlierPart_) endedEarly_ = true;
   } else if (tokenCount_ == 2) {
     if (isWord && firstEnd_ > 0) secondEnd_ = statement_.size();
-    if (token.is('.')) define(std::string_view(statement_).substr(0, firstEnd_));
+    if (token.is('.')) change(std::string_view(statement_).substr(0, firstEnd_));
   } else if (secondEnd_ > 0 && (token.is(';') || token.is(':'))) {
     endDeclaration(token.is(':'));
   }
@@ -153,25 +155,31 @@ void ShortListSource::endDeclaration(bool isWith) {
   const std::string_view first = std::string_view(statement_).substr(0, firstEnd_);
   const std::string_view second =
       std::string_view(statement_).substr(firstEnd_ + 1, secondEnd_ - firstEnd_ - 1);
+  change(second);
   if (!isWith && isSameWord(first, "remove")) return nodes_.remove(second);
-  nodes_.declare(second);
-  if (isWith) withNode_ = second;
+  if (bytesBefore_ >= maxPartBytes_ && !nodes_.isDeclared(second)) {
+    isPartEnded_ = true;
+    isWithOfEarlierPart_ = true;
+    declared_ = second;
+  } else {
+    nodes_.declare(second);
+  }
+  if (isWith) isWithOfEarlierPart_ = false;
 }
 
-// Declares a node in this part that was declared in an earlier one.
-void ShortListSource::define(std::string_view node) {
-  if (nodes_.mustDefine(node)) ((out_ += "define ") += node) += ";\n";
+void ShortListSource::change(std::string_view node) {
+  if (nodes_.isOfEarlierPart(node)) endedEarly_ = true;
 }
 
 // A comment may end with a carriage return.
 void ShortListSource::endStatement() {
   statement_ += '\n';
-  flush();
+  if (!isPartEnded_) flush();
   if (endsBuffer_) (out_ += prefix_) += "[0] {};\n";
   endsBuffer_ = false;
   isWhole_ = true;
   tokenCount_ = 0;
-  isPartEnded_ = partBytes_ >= maxPartBytes_;
+  bytesBefore_ = partBytes_;
 }
 
 // Whether a list now begins the elements of a buffer of a known type and count.

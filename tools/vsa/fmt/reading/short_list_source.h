@@ -20,9 +20,9 @@ namespace vsa_tools {
 /// appended to an array, `a.b[*] = ...`, stays as it is. All other tokens stay the same. Comments
 /// and white space between tokens have other places, so positions are not those of the text.
 ///
-/// A long text is delivered in parts, each for a scene of its own. Where a part
-/// begins to use a node that was declared before, a `define` statement declares it again. An input
-/// has no type then and an array no elements, until a statement of the part gives it some.
+/// A long text is delivered in parts, each for another scene. A part begins with the declaration of
+/// a node. The text ends early at a statement that changes a node of an earlier part, because it
+/// may succeed or fail by what that part assigned.
 ///
 /// The delivered text depends on the tokens only.
 class ShortListSource final : public vsa::Source {
@@ -30,8 +30,8 @@ class ShortListSource final : public vsa::Source {
   /// A scene of so many bytes of small nodes takes 35 MB, one of links 50 MB.
   static constexpr std::uint64_t PART_BYTES = 16 << 20;
 
-  /// `source` must outlive the last read. A part ends with the first statement that makes it as
-  /// long as `partBytes`.
+  /// `source` must outlive the last read. A part that is as long as `partBytes` ends before the
+  /// next declaration.
   explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES)
       : source_(source), reader_(source), maxPartBytes_(partBytes) {}
 
@@ -39,6 +39,8 @@ class ShortListSource final : public vsa::Source {
   std::size_t read(std::span<char> to) override;
   /// Continues with the next part. False if there is none, or if this one is not read to its end.
   bool nextPart();
+  /// Whether the text ended early.
+  bool endedEarly() const { return endedEarly_; }
   std::string error() const override { return source_.error(); }
 
  private:
@@ -48,7 +50,7 @@ class ShortListSource final : public vsa::Source {
   void endBeginning(const vsa::SyntaxToken& token);
   void endDeclaration(bool isWith);
   void endStatement();
-  void define(std::string_view node);
+  void change(std::string_view node);
   void flush();
   bool beginBuffer();
   bool mustSplit(const vsa::SyntaxToken& token) const;
@@ -67,9 +69,13 @@ class ShortListSource final : public vsa::Source {
 
   std::uint64_t maxPartBytes_;
   bool isPartEnded_ = false;
-  std::uint64_t partBytes_ = 0;  // of its tokens, as far as they depend on no white space
+  std::uint64_t partBytes_ = 0;    // of its tokens, as far as they depend on no white space
+  std::uint64_t bytesBefore_ = 0;  // the same without those of the last statement
   DeclaredNodes nodes_;
-  std::string withNode_;
+  std::string declared_;  // the node that begins the next part
+  bool isWithOfEarlierPart_ =
+      false;  // paths that begin with "." belong to a node of an earlier part
+  bool endedEarly_ = false;
 
   std::size_t tokenCount_ = 0;  // tokens of the statement
   std::size_t firstEnd_ = 0;    // in `statement_`: the end of the first token
