@@ -10,9 +10,9 @@
 
 namespace vsa {
 
-/// An index of the links of a scene by the node that they refer to. The constructor visits all
-/// inputs, elements and members once; later changes of the scene have no effect on the index. It
-/// takes 8 bytes for each link and for each node that was ever created.
+/// An index of the links of a scene, grouped by the node to which they refer. The constructor
+/// visits all inputs, elements and members once; later changes of the scene have no effect on the
+/// index. It takes 8 bytes for each link and for each node that was ever created.
 class VSA_API BackLinks {
  public:
   BackLinks() = default;
@@ -26,7 +26,9 @@ class VSA_API BackLinks {
 
  private:
   const zn::korvo_sdk::Scene* scene_ = nullptr;
-  std::vector<std::uint64_t> firsts_;  // by slot of the node, and one more: where its links begin
+  // By slot of the node: the index of its first link in `links_`. The last entry is the number of
+  // links.
+  std::vector<std::uint64_t> firsts_;
   std::vector<InputView> links_;
 };
 

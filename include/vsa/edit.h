@@ -79,17 +79,19 @@ class Input : public InputView {
     return Input(mutablePlain() != nullptr ? mutablePlain()->memberNamed(member) : nullptr);
   }
 
-  // Values. A new value replaces the earlier one, with its elements and members. A connection
-  // stays.
+  // Values. A new value replaces the earlier one, with its elements and members. The input keeps
+  // its connection.
 
-  /// Sets the value. PlusInfinity, NotANumber or NulCharacter if no text can represent it.
+  /// Sets the value. Fails with PlusInfinity, NotANumber or NulCharacter if no text can represent
+  /// it.
   VSA_API Status set(const Value& value) const noexcept;
-  /// Sets a buffer with a copy of `bytes`, which are whole elements. BadBufferType, BufferSize or
-  /// NotANumber if they are not a buffer that a text can represent.
+  /// Sets a buffer with a copy of `bytes`, which are whole elements. Fails with BadBufferType,
+  /// BufferSize or NotANumber if they are not a buffer that a text can represent.
   VSA_API Status setBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept;
   /// Sets a buffer with a copy of `elements`: an array of numbers (`std::vector<float>`), of
-  /// std::array of numbers, or of a struct with the size and the layout of one element. BufferSize
-  /// if the type has other numbers, or if the numbers are not whole elements.
+  /// std::array of numbers, or of a struct with the size and the layout of one element. Fails with
+  /// BufferSize if the elements of the type have numbers of another type, or if the numbers are not
+  /// whole elements.
   template <std::ranges::contiguous_range Range>
   requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
   setBuffer(ElementType type, const Range& elements)
@@ -99,20 +101,21 @@ class Input : public InputView {
   }
   /// Sets a buffer of the `count` elements in `memory`, which must have at least as many. The
   /// memory is not copied: the input owns it afterwards. It is freed if the change is refused.
-  /// BufferSize if `memory` is null and the count is not 0, or if the number of bytes overflows.
+  /// Fails with BufferSize if `memory` is null and the count is not 0, or if the number of bytes
+  /// overflows.
   VSA_API Status setBuffer(ElementType type, std::uint64_t count,
                            BufferMemory memory) const noexcept;
   /// Removes the value: the type is Null again.
   VSA_API Status clear() const noexcept;
 
-  // Links. The node must belong to the same scene: otherwise OtherScene.
+  // Links. The node must belong to the same scene; otherwise the functions fail with OtherScene.
 
-  /// Makes the input refer to the node. Missing or Removed if there is no such node.
+  /// Makes the input refer to the node. Fails with Missing or Removed if there is no such node.
   VSA_API Status refer(NodeView node) const noexcept;
   /// Makes the input a reference to no node, as `null` in a text.
   VSA_API Status referToNone() const noexcept;
-  /// Connects the input to an output of the node. The value stays. BadName, FormerName or
-  /// NotDeclared if the node cannot have such an output.
+  /// Connects the input to an output of the node. The input keeps its value. Fails with BadName,
+  /// FormerName or NotDeclared if the node cannot have such an output.
   VSA_API Status connect(NodeView node, TextParameter output) const noexcept;
   /// Removes the connection, if there is one.
   VSA_API Status disconnect() const noexcept;
@@ -122,8 +125,8 @@ class Input : public InputView {
 
   /// Makes the input an array of that element type and removes all earlier elements.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
-  /// Appends an element with the zero value of its type. BadBufferType for an array of buffers: use
-  /// appendBuffer.
+  /// Appends an element with the zero value of its type. Fails with BadBufferType for an array of
+  /// buffers: use appendBuffer for these.
   VSA_API Added<Input> append() const noexcept;
   /// Appends an element with that value.
   VSA_API Status append(const Value& value) const noexcept;
@@ -152,7 +155,7 @@ class Input : public InputView {
   VSA_API Added<Input> add(TextParameter member) const noexcept;
   /// Sets the value of the member of that name, and adds the member if there is none.
   VSA_API Status set(TextParameter member, const Value& value) const noexcept;
-  /// Removes the member of that name. Missing if there is none.
+  /// Removes the member of that name. Fails with Missing if there is none.
   VSA_API Status remove(TextParameter member) const noexcept;
 };
 
@@ -167,11 +170,11 @@ class Node : public NodeView {
     return Input(mutablePlain() != nullptr ? mutablePlain()->inputNamed(input) : nullptr);
   }
   /// Returns the input of that name. If there is none, adds one without a value, which is `|= null`
-  /// in a text. NotDeclared if the node's type is declared without this input.
+  /// in a text. Fails with NotDeclared if the node's type is declared without this input.
   VSA_API Added<Input> add(TextParameter input) const noexcept;
   /// Sets the value of the input of that name, and adds the input if there is none.
   VSA_API Status set(TextParameter input, const Value& value) const noexcept;
-  /// Removes the input of that name. Missing if there is none.
+  /// Removes the input of that name. Fails with Missing if there is none.
   VSA_API Status remove(TextParameter input) const noexcept;
 };
 

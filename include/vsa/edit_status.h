@@ -54,7 +54,7 @@ class [[nodiscard]] Status {
   /// Whether the change was made.
   constexpr explicit operator bool() const noexcept { return error_ == EditError::None; }
   constexpr EditError error() const noexcept { return error_; }
-  /// One sentence for people; empty after a success. Never null.
+  /// The reason as a sentence for people; empty after a success. Never null.
   VSA_API const char* message() const noexcept;
   /// For programs that prefer exceptions: throws std::bad_alloc for OutOfMemory and
   /// std::invalid_argument with the message for any other error.

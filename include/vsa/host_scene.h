@@ -11,8 +11,8 @@
 //
 // Without overrides, the classes store nodes, inputs and their types, which the reader needs, and
 // free all values. A host overrides the functions of HostScene that are called for each value or
-// link, or overrides makeNode to return nodes of its own class. An exception of these functions
-// ends the reading: see ReadStatus. Nodes, inputs and outputs exist as long as the scene.
+// link, or overrides makeNode to return nodes of its own class. An exception that these functions
+// throw ends the reading: see ReadStatus. Nodes, inputs and outputs exist as long as the scene.
 #pragma once
 
 #include <cstdint>
@@ -129,9 +129,10 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
 
   /// The input gets a value of its type. The memory of the value is freed after the call.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
-  /// The input refers to `node`. Null: to no node, or to one for which makeNode returned null.
+  /// The input refers to `node`. If `node` is null, the input refers to no node, or to one for
+  /// which makeNode returned null.
   virtual void onReference(const HostInput& input, HostNode* node);
-  /// The input is connected to `output`. Null: the connection is removed.
+  /// The input is connected to `output`. If `output` is null, the connection is removed.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
   /// Creates an input, an element or a member. The parameters are those of HostInput's constructor.
@@ -166,7 +167,7 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   HostScene(const HostScene&) = delete;
   HostScene& operator=(const HostScene&) = delete;
 
-  /// The node of that name. Null if there is none, or if makeNode returned null for it.
+  /// The node of that name; null if there is none, or if makeNode returned null for it.
   HostNode* node(TextParameter name) const;
 
   /// The maximum number of empty array elements in the scene: those that exist only because a
@@ -184,7 +185,7 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   virtual std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name);
   /// A node is removed from look-ups. The object exists as long as the scene.
   virtual void onRemove(HostNode& node);
-  /// The functions of the same name of HostNode call these by default. See there.
+  /// HostNode's functions of the same names call these by default. See there.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);

@@ -1,6 +1,6 @@
-// The statements of a text in outline: of each the kind and the parts as they are written, without
-// a list of tokens and without line numbers. For programs that look at every statement of many
-// texts, such as checkers. <vsa/syntax.h> has all tokens with their positions.
+// Reads the outline of a text: the kind of each statement and its parts as they are written,
+// without a list of tokens and without line numbers. For programs that look at every statement of
+// many texts, such as checkers. <vsa/syntax.h> has all tokens with their positions.
 //
 //   vsa::OutlineReader statements("sphere ball: .radius = 1.0;");
 //   vsa::StatementOutline statement;
@@ -20,15 +20,16 @@ namespace vsa {
 struct StatementOutline {
   /// As StatementReader determines it.
   StatementKind kind = StatementKind::Malformed;
-  /// From the first token up to and with the last one: the semicolon, the colon or the comment.
+  /// From the first token up to and including the last one: the semicolon, the colon or the
+  /// comment.
   std::string_view text;
   /// Declaration, Block, Remove and Define: the word before the name.
   std::string_view type;
-  /// The node that one of these names, or that a path begins with. Empty if the path begins with a
-  /// period.
+  /// The name of the node: that of such a statement, or the one with which the path begins. Empty
+  /// if the path begins with a period.
   std::string_view node;
-  /// Assignment and Connection: the inputs of the path as they are written, such as
-  /// "keys[0].time". White space may stand between the tokens.
+  /// Assignment and Connection: the inputs of the path as they are written, such as "keys[0].time".
+  /// There may be white space between the tokens.
   std::string_view path;
   /// Whether `path` is the name of one input, without members and indices.
   bool isPlainPath = false;
@@ -36,14 +37,14 @@ struct StatementOutline {
   SyntaxKind valueKind = SyntaxKind::EndOfText;
   /// Assignment and Connection: all tokens between "=" and the semicolon.
   std::string_view value;
-  /// The first token of the value: of a tuple or buffer its keyword, of a connection the node.
+  /// The first token of the value: the keyword of a tuple or buffer, or the node of a connection.
   std::string_view word;
   /// Of a buffer: the count with its brackets.
   std::string_view brackets;
   /// Of a tuple or buffer: the list with its brackets.
   std::string_view list;
-  /// The number of elements of a list of at most 256 bytes that has only numbers with one blank
-  /// between each; 0 for any other list.
+  /// The number of elements of a list of at most 256 bytes that contains only numbers separated by
+  /// single blanks; 0 for any other list.
   std::size_t plainElements = 0;
 
   bool hasPath() const noexcept { return !path.empty(); }
@@ -57,7 +58,8 @@ class VSA_API OutlineReader {
   /// The text must not change.
   explicit OutlineReader(std::string_view text) noexcept;
 
-  /// Stores the next statement. False at the end of the text, or at a byte 0xFF, which ends it.
+  /// Stores the next statement. Returns false at the end of the text, or at a byte 0xFF, which ends
+  /// it.
   bool next(StatementOutline& out) noexcept;
 
  private:

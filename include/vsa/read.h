@@ -10,7 +10,7 @@
 // different scenes may run on different threads at the same time. Callbacks may inspect the scene
 // into which the text is read, and must not change it. If a callback starts a second reading into
 // this scene, that reading is Unreadable and changes nothing. A host's scene, source or callback
-// may read or parse texts into other scenes: each has limits and diagnostics of its own.
+// may read or parse texts into other scenes: each reading has its own limits and diagnostics.
 #pragma once
 
 #include <cstddef>
@@ -83,10 +83,10 @@ struct [[nodiscard]] ReadOutcome {
   ReadStatus status = ReadStatus::Complete;
   /// The limit that the text exceeded; set if and only if `status` is OverLimit.
   std::optional<Limit> limit;
-  /// Why the reading ended, for people. Empty if `status` is Complete, and if no memory is
-  /// available for it.
+  /// Why the reading ended, as a message for people. Empty if `status` is Complete, and if there is
+  /// no memory for the message.
   std::string message;
-  /// What was found, statement by statement, and in order of place within a statement. Links come
+  /// What was found, statement by statement, and sorted by position within a statement. Links come
   /// last, in no particular order. See ReadOptions::keptDiagnostics.
   std::vector<Diagnostic> diagnostics;
   /// Diagnostics that were found and not kept.
@@ -100,9 +100,9 @@ struct [[nodiscard]] ReadOutcome {
   /// One for each buffer literal that was assigned to an input, in the order of the text; empty
   /// unless BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
-  /// What the host's scene, source or callback threw. Set if `status` is HostException; if it is
-  /// OutOfMemory, the std::bad_alloc, of the library or of the host. What a scene throws while a
-  /// text is read is also a diagnostic, HostError, with the statement as its range.
+  /// What the host's scene, source or callback threw, if `status` is HostException. If `status` is
+  /// OutOfMemory, the std::bad_alloc that the library or the host threw. What a scene throws while
+  /// a text is read is also a diagnostic, HostError, with the statement as its range.
   std::exception_ptr exception;
 
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }
@@ -115,15 +115,15 @@ struct [[nodiscard]] ReadResult : ReadOutcome {
 };
 
 /// Reads the file at `path` into a new scene. A byte order mark at its beginning is skipped. A pipe
-/// or device is read as its bytes arrive. A null path, a path with a NUL in it, a missing file, a
-/// directory: Unreadable.
+/// or device is read as its bytes arrive. The status is Unreadable for a null path, a path with a
+/// NUL in it, a missing file and a directory.
 VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
 
 /// Reads the bytes of a text into a new scene. They need no NUL at the end and may be empty. They
 /// must not change during the call, and may be freed after it. A `const char*` is a text that ends
-/// at its NUL, never a path; a null one is Unreadable.
+/// at its NUL, never a path; for a null one the status is Unreadable.
 VSA_API ReadResult readText(std::string_view text, const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readText(std::span<const std::byte> text,
                             const ReadOptions& options = {}) noexcept;
@@ -137,8 +137,8 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
   /// Holds the buffer, as the input "b" of its only node, "b". See `buffer`.
   Scene scene;
 
-  /// The buffer, as long as this object lives and its scene is not changed. It has no elements
-  /// unless the status is Complete.
+  /// The buffer. Valid as long as this object exists and its scene is not changed. It has no
+  /// elements unless the status is Complete.
   VSA_API BufferView buffer() const noexcept;
 };
 

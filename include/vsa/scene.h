@@ -42,11 +42,11 @@ class VSA_API Scene {
 
   /// The node of that name, which can be changed; missing if there is none.
   Node operator[](TextParameter node) noexcept;
-  /// Adds a node without inputs. BadName if no text can represent the type or the name, NameTaken
-  /// if the scene has a node of that name.
+  /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name,
+  /// and with NameTaken if the scene has a node of that name.
   Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
-  /// Removes a node. Inputs that are connected to it, or refer to it, lose that link. Missing,
-  /// Removed or OtherScene if the scene has no such node.
+  /// Removes a node. Inputs that are connected to it, or refer to it, lose that link. Fails with
+  /// Missing, Removed or OtherScene if the scene has no such node.
   Status removeNode(NodeView node) noexcept;
 
   // The header of the file. In a text, version and time are in comments. So these functions change
@@ -57,11 +57,12 @@ class VSA_API Scene {
   Status setFileVersion(std::uint64_t version) noexcept;
   /// Sets the time. Replaces the first comment that sets a time by "# time: ..." and removes the
   /// others. If there is none, puts the new comment before all others. An empty time only removes
-  /// the comments that set a time. BadTime or NulCharacter if no text can represent the time.
+  /// the comments that set a time. Fails with BadTime or NulCharacter if no text can represent the
+  /// time.
   Status setFileTime(TextParameter time) noexcept;
   /// Appends a comment of one line. Puts "# " before it if it does not begin with "#". A comment
-  /// that contains "version:" or "time:" sets the version or the time, as it would in a text.
-  /// BadComment, BadVersionComment or NulCharacter if no text can represent the comment.
+  /// that contains "version:" or "time:" sets the version or the time, as it would in a text. Fails
+  /// with BadComment, BadVersionComment or NulCharacter if no text can represent the comment.
   Status addComment(TextParameter comment) noexcept;
   /// Resets the header: version 1, no time and no comments, as before a file is read.
   Status clearHeader() noexcept;

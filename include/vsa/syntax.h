@@ -31,8 +31,8 @@ namespace vsa {
 enum class SyntaxKind : std::uint8_t {
   /// No bytes. The source has ended, or a byte 0xFF ends the text.
   EndOfText,
-  /// A byte that begins no token; or a list up to and including the first byte that it may not
-  /// have. The reader stops there; a SyntaxReader continues after it.
+  /// A byte that begins no token; or a list up to and including the first byte that a list may not
+  /// contain. The reader stops there; a SyntaxReader continues after it.
   Invalid,
   /// A string or list that the end of the text cuts off.
   Unterminated,
@@ -57,21 +57,22 @@ VSA_API const char* name(SyntaxKind kind) noexcept;
 
 /// A token, or a piece of a long one.
 struct SyntaxToken {
-  /// Of a piece that is not the last one: the kind that the token has so far. An integer may turn
-  /// out to be a real, and a list or string to be Invalid or Unterminated.
+  /// The kind. For a piece that is not the last one, the kind of the token so far: an integer may
+  /// become a real, and a list or string may become Invalid or Unterminated.
   SyntaxKind kind = SyntaxKind::EndOfText;
-  /// Whether it begins a token, and whether it ends one. Both are true for a token in one piece.
-  /// The last piece of several may have no bytes.
+  /// Whether this piece begins a token, and whether it ends one. Both are true for a token in one
+  /// piece. If a token has several pieces, the last one may have no bytes.
   bool isFirst = true;
   bool isLast = true;
   /// The bytes as they are written.
   std::string_view text;
-  /// Where `text` lies.
+  /// The range of `text` in the source.
   TextRange range;
-  /// Line feeds between the token before and this one; 0 for a piece that is not the first.
+  /// The number of line feeds between the previous token and this one; 0 for a piece that is not
+  /// the first.
   std::uint64_t lineFeedsBefore = 0;
 
-  /// Whether it is this punctuation character.
+  /// Whether the token is this punctuation character.
   bool is(char c) const noexcept {
     return kind == SyntaxKind::Punctuation && text.size() == 1 && text.front() == c;
   }
@@ -91,7 +92,7 @@ class VSA_API SyntaxReader {
   SyntaxReader& operator=(SyntaxReader&&) noexcept;
   ~SyntaxReader();
 
-  /// The next token or piece; EndOfText at the end, as often as it is asked for.
+  /// The next token or piece; EndOfText at the end, also in all later calls.
   SyntaxToken next();
   /// Whether a byte 0xFF ended the text, after EndOfText.
   bool endedAtMark() const noexcept;
@@ -108,17 +109,17 @@ class VSA_API SyntaxReader {
   std::unique_ptr<State> state_;
 };
 
-/// Characters of a list element.
+/// A part of a list element: consecutive characters of it.
 struct ListPart {
   std::string_view text;
-  /// Whether they belong to the element of the part before: in "((1)(2))" 1 and 2 are one element,
-  /// 12. An element can also lie in two pieces of a token.
+  /// Whether this part continues the element of the previous part: in "((1)(2))", 1 and 2 are one
+  /// element, 12. An element can also be split between two pieces of a token.
   bool continues = false;
 };
 
 /// Splits a list token, `(...)` or `{...}`, into the elements that the reader converts. White
 /// space, commas and brackets of other kinds separate elements, brackets of the list's own kind do
-/// not. Takes the pieces of a token one after another.
+/// not. Accepts the pieces of a token one after another.
 ///
 ///   vsa::ListReader list(token.text);
 ///   while (list.next(part)) use(part);
@@ -130,7 +131,7 @@ class VSA_API ListReader {
 
   /// Continues with another piece, after `next` was false. It must not change until then.
   void add(std::string_view piece) noexcept;
-  /// Stores the next part. False at the end of the piece and at the end of the list.
+  /// Stores the next part. Returns false at the end of the piece and at the end of the list.
   bool next(ListPart& out) noexcept;
 
   /// Whether the reader's form of the list ends in a blank after the last element: true for
@@ -166,13 +167,13 @@ enum class StatementKind : std::uint8_t {
 /// is not in the enumeration.
 VSA_API const char* name(StatementKind kind) noexcept;
 
-/// A statement: the tokens up to the semicolon or colon, or a comment that stands before a
-/// statement. A comment inside a statement is a token of it and makes it Malformed, and so does the
-/// end of the text. A statement of more than 65536 tokens, or of 16 MiB of names, is delivered in
-/// parts, which are Malformed, so that a text cannot take any amount of memory.
+/// A statement: the tokens up to the semicolon or colon, or a comment before a statement. A comment
+/// inside a statement is a token of it and makes it Malformed, and so does the end of the text. A
+/// statement of more than 65536 tokens, or of 16 MiB of names, is delivered in parts, which are
+/// Malformed, so that a text cannot take any amount of memory.
 struct SyntaxStatement {
   StatementKind kind = StatementKind::Malformed;
-  /// The tokens, a long one as its first piece only.
+  /// The tokens. A long token is represented by its first piece only.
   std::vector<SyntaxToken> tokens;
   /// From the first token to the last one.
   TextRange range;
@@ -180,16 +181,16 @@ struct SyntaxStatement {
   std::size_t valueIndex = 0;
 };
 
-/// Reads a text statement by statement. Needs memory for the tokens of one statement, and of a long
-/// token for its first piece.
+/// Reads a text statement by statement. Needs memory for the tokens of one statement; for a long
+/// token, only for its first piece.
 class VSA_API StatementReader {
  public:
   /// See SyntaxReader.
   explicit StatementReader(std::string_view text) : reader_(text) {}
   explicit StatementReader(Source& source) : reader_(source) {}
 
-  /// Stores the next statement. False at the end of the text. If the text is in memory, the tokens
-  /// refer to it; otherwise they are valid until the next call.
+  /// Stores the next statement. Returns false at the end of the text. If the text is in memory, the
+  /// tokens refer to it; otherwise they are valid until the next call.
   bool next(SyntaxStatement& out);
   /// See SyntaxReader.
   bool endedAtMark() const noexcept { return reader_.endedAtMark(); }

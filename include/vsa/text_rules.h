@@ -1,5 +1,5 @@
-// The rules for names, numbers, strings, buffers and comments that a text can carry. Node, Input
-// and Scene check them before each change; a program can check them before that.
+// The rules for names, numbers, strings, buffers and comments that a text can represent. Node,
+// Input and Scene check them before each change; a program can check them before that.
 #pragma once
 
 #include <cstddef>
@@ -21,25 +21,27 @@ VSA_API bool isName(TextParameter text) noexcept;
 /// number of bracket lists, which are part of the name: "color", "colors[2]".
 VSA_API bool isOutputName(TextParameter text) noexcept;
 
-/// None, PlusInfinity or NotANumber, for the value of a Real. The only NaN that a text can have
-/// outside of lists is "-nan", with the bits 0xFFF8000000000000.
+/// Checks the value of a Real. Returns None, PlusInfinity or NotANumber. The only NaN that a text
+/// can have outside of lists is "-nan", with the bits 0xFFF8000000000000.
 VSA_API Status checkReal(double value) noexcept;
 
-/// None or NotANumber, for the numbers of a tuple. In lists, the NaN of checkReal is allowed with
-/// either sign, and no other.
+/// Checks the numbers of a tuple. Returns None or NotANumber. In lists, the NaN of checkReal is
+/// allowed with either sign, and no other.
 VSA_API Status checkNumbers(std::span<const double> numbers) noexcept;
 
-/// None or NulCharacter, for the characters of a string. Any byte but NUL is allowed.
+/// Checks the characters of a string. Returns None or NulCharacter. Any byte but NUL is allowed.
 VSA_API Status checkString(TextParameter text) noexcept;
 
-/// None, BadBufferType, BufferSize or NotANumber, for a buffer with these bytes. For floats and
-/// doubles it takes time proportional to the number of bytes.
+/// Checks a buffer with these bytes. Returns None, BadBufferType, BufferSize or NotANumber. For
+/// floats and doubles, takes time proportional to the number of bytes.
 VSA_API Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept;
 
-/// None, BadComment, NulCharacter or BadVersionComment, for a comment with or without its "#".
+/// Checks a comment with or without its "#". Returns None, BadComment, NulCharacter or
+/// BadVersionComment.
 VSA_API Status checkComment(TextParameter comment) noexcept;
 
-/// None, NulCharacter or BadTime. An empty time is allowed: it means that there is no time.
+/// Checks a time. Returns None, NulCharacter or BadTime. An empty time is allowed: it means that
+/// there is no time.
 VSA_API Status checkTime(TextParameter time) noexcept;
 
 }  // namespace vsa

@@ -23,14 +23,14 @@ namespace vsa {
 struct InputDescription {
   /// Name, types, enumeration, and whether the input takes links only.
   zn::korvo_sdk::InputDeclaration declaration;
-  /// The range of a number, and of each component of a tuple. Both ends belong to it.
+  /// The range of a number, and of each component of a tuple. The range includes both ends.
   std::optional<double> minimum = std::nullopt;
   std::optional<double> maximum = std::nullopt;
   /// Whether each node of the type has to set or connect the input.
   bool isRequired = false;
 };
 
-/// A node type as a checker needs it.
+/// A node type with all properties that a checker of scenes needs.
 struct TypeDescription {
   std::string name;
   std::vector<InputDescription> inputs = {};
@@ -39,21 +39,21 @@ struct TypeDescription {
   std::vector<zn::korvo_sdk::FormerName> formerOutputs = {};
 };
 
-/// What readTypes made of a text.
+/// The result of readTypes.
 struct [[nodiscard]] TypesResult {
   /// The types in the order of the text. Empty unless the text is valid.
   std::vector<TypeDescription> types;
-  /// What is wrong, for people; empty if the text is valid.
+  /// The problem, as a message for people; empty if the text is valid.
   std::string problem;
-  /// Where it is wrong.
+  /// The position of the problem.
   TextPosition place;
 
   bool isValid() const noexcept { return problem.empty(); }
 };
 
 /// Reads descriptions of types from JSON (RFC 8259). A text that is not JSON, a member that the
-/// schema does not have, a wrong type of a value, a name that stands twice and nesting deeper than
-/// 32 levels are problems, and nothing is returned then. Bytes above 0x7F are taken as they are.
+/// schema does not have, a value of the wrong type, a repeated name and nesting deeper than 32
+/// levels are problems, and the result has no types then. Bytes above 0x7F are accepted unchanged.
 /// The memory needed is proportional to the size of the text. Throws std::bad_alloc and nothing
 /// else.
 VSA_API TypesResult readTypes(std::string_view json);

@@ -227,11 +227,11 @@ class NodeView {
   }
   /// Whether the node was removed from its scene. Its inputs can still be read.
   bool isRemoved() const noexcept { return node_ != nullptr && node_->isRemoved(); }
-  /// Whether the node's type was declared (see registerNodeType) when the node was made.
+  /// Whether the node's type was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept { return node_ != nullptr && node_->isDeclared(); }
 
-  /// The inputs, in the order of their creation. If the node's type is declared, only the inputs
-  /// that a text or a program has looked up or set.
+  /// The inputs, in the order of their creation. If the node's type is declared, the range contains
+  /// only the inputs that a text or a program has looked up or set.
   InputRange inputs() const noexcept {
     return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
   }
@@ -296,8 +296,8 @@ class NodeRange {
     friend bool operator==(const Iterator& i, std::default_sentinel_t) noexcept { return !i.node_; }
 
    private:
-    // `nodeAt` is null for a removed node and past the end. A removed one is rare, so the end is
-    // asked for last.
+    // `nodeAt` is null for a removed node and past the end. A removed node is rare, so the end is
+    // checked last.
     void skipRemoved() noexcept {
       node_ = NodeView(scene_ != nullptr ? scene_->nodeAt(slot_) : nullptr);
       while (!node_ && scene_ != nullptr && slot_ < scene_->nodeSlots()) {

@@ -1,4 +1,4 @@
-/* The reader for C, and for languages that call C functions: read a text, ask how the reading
+/* The reader for C, and for languages that call C functions: read a text, query how the reading
  * ended, and look at the nodes and inputs of the scene.
  *
  *   vsa_reading* reading = vsa_read_file("scene.vsa", NULL);
@@ -107,7 +107,7 @@ typedef struct vsa_options {
   int skips_buffers; /* not 0: each buffer gets its type and stays empty: see vsa_load_buffer */
 
   /* The nodes to keep: those with one of the names or one of the types. If both lists are empty,
-   * all. Other nodes are checked and not kept. Each name ends in a NUL. */
+   * all nodes are kept. Other nodes are checked and not kept. Each name ends in a NUL. */
   const char* const* wanted_names;
   size_t wanted_name_count;
   const char* const* wanted_types;
@@ -145,10 +145,10 @@ VSA_C_API const char* vsa_limit_name(vsa_limit limit);
 /* What a reading read and applied to its scene. */
 typedef struct vsa_counts {
   uint64_t bytes_read; /* of the text */
-  uint64_t statements; /* statements and comments that were begun */
+  uint64_t statements; /* statements and comments that the parser began */
   uint64_t nodes;      /* nodes that were created, kept or not */
   uint64_t elements;   /* array elements that were created */
-  uint64_t values;     /* values that inputs of kept nodes were given */
+  uint64_t values;     /* values that were assigned to inputs of kept nodes */
   uint64_t links;      /* references and connections that were resolved, `null` included */
   uint64_t errors;     /* errors that were found, kept or not */
   uint64_t warnings;   /* warnings that were found, kept or not */
@@ -291,7 +291,7 @@ VSA_C_API const vsa_node* vsa_reference(const vsa_input* input);
  * null. */
 VSA_C_API const vsa_node* vsa_connection(const vsa_input* input, vsa_text* output);
 
-/* A buffer. Its elements lie one after another, each of `components` numbers. */
+/* A buffer. Its elements are adjacent in memory. Each has `components` numbers. */
 typedef struct vsa_buffer {
   const void* data;           /* null for a count of 0 */
   uint64_t count;             /* elements */

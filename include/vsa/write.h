@@ -5,7 +5,7 @@
 //
 // Reading the text gives the same scene: nodes, types, inputs, their order, every bit of every
 // value and buffer, links and header. The functions check the whole scene before they write: a text
-// cannot carry everything, for instance not a name that is no identifier. They do not throw or
+// cannot represent everything, for instance a name that is not an identifier. They do not throw or
 // print. The scene must not change during the call.
 #pragma once
 
@@ -35,15 +35,15 @@ class VSA_API Sink {
   virtual std::string error() const { return {}; }
 };
 
-/// Something in the scene that a text cannot carry.
+/// Something in the scene that a text cannot represent.
 struct WriteProblem {
   /// The name of the node; empty if the problem is in the header.
   std::string node;
   /// The path of the input below the node, such as ".keys[2].time"; empty for the node itself.
   std::string input;
-  /// Why a text cannot carry it, as a message for people.
+  /// Why a text cannot represent it, as a message for people.
   std::string reason;
-  /// Whether a lossy text has another value instead. Otherwise the text leaves out the node or
+  /// Whether a lossy text contains another value instead. If not, the text leaves out the node or
   /// input, with everything inside it.
   bool isReplaced = false;
 };
@@ -52,7 +52,7 @@ struct WriteProblem {
 enum class WriteStatus : std::uint8_t {
   /// The text was written. With WriteOptions::lossy, `problems` lists what was left out.
   Written,
-  /// The scene has something that a text cannot carry. Nothing was written.
+  /// The scene contains something that a text cannot represent. Nothing was written.
   NotCarried,
   /// The file could not be written, or the sink returned false. An existing file is unchanged.
   Unwritable,
@@ -72,7 +72,7 @@ struct [[nodiscard]] WriteResult {
   std::vector<WriteProblem> problems;
   /// The number of all problems, kept or not.
   std::uint64_t problemCount = 0;
-  /// Bytes of the text that were handed to the file, the string or the sink.
+  /// Bytes of the text that were passed to the file, the string or the sink.
   std::uint64_t bytesWritten = 0;
   /// What the sink threw, if `status` is HostException.
   std::exception_ptr exception;
@@ -89,8 +89,9 @@ struct [[nodiscard]] TextResult : WriteResult {
 /// Writes the file at `path`. The text goes to a new file in the same folder, which replaces `path`
 /// when it is complete and on the disk, and has the permissions of the file that it replaces. So
 /// `path` is the complete old file or the complete new file at any time. If `path` is a symbolic
-/// link, the file that it leads to is replaced. If it is a pipe or a device, the text is written to
-/// it directly. A path with a NUL in it, a folder, a folder that does not exist: Unwritable.
+/// link, the file that it refers to is replaced. If it is a pipe or a device, the text is written
+/// to it directly. The status is Unwritable for a path with a NUL in it, for a folder, and for a
+/// path in a folder that does not exist.
 VSA_API WriteResult writeFile(const zn::korvo_sdk::Scene& scene, const std::filesystem::path& path,
                               const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeFile(const Scene& scene, const std::filesystem::path& path,

@@ -1,4 +1,5 @@
-// Options of one writing: the layout of the text, and what happens if it cannot carry something.
+// Options of one writing: the layout of the text, and what happens if the text cannot represent
+// something.
 #pragma once
 
 #include <cstddef>

@@ -31,12 +31,12 @@ struct Diagnostic {
   std::int64_t offset = UNKNOWN_OFFSET;
   /// InvalidListToken: the name of the list in `kind()`, such as "PAREN". Empty for other messages.
   String list = {};
-  /// The values in `text`, in the order of the format of the row, each as `text` has it. A sink
-  /// and a DiagnosticError get them.
+  /// The values that `text` contains, spelled as in `text`, in the order of the row's format. Set
+  /// in the records that a sink receives and in a DiagnosticError.
   std::vector<String> arguments = {};
 
-  /// The argument of that name, such as "expected"; the row of the message lists the names. Empty
-  /// if there is none of that name.
+  /// The argument with that name, such as "expected". The row of the message lists the names. Empty
+  /// if the message has no such argument.
   VSA_API String argument(std::string_view name) const;
   Severity severity() const noexcept { return rowOf(id).severity; }
   /// The stable name of the message, such as "too-few-elements".
@@ -49,8 +49,8 @@ struct Diagnostic {
   VSA_API String logLine() const;
 };
 
-/// Receives diagnostics when they are found, on the thread that parses. Its exceptions are handled
-/// like those of a log sink.
+/// Receives diagnostics when they are found, on the thread that parses. Exceptions of the sink are
+/// handled like those of a log sink.
 class VSA_API DiagnosticSink {
  public:
   virtual ~DiagnosticSink() = default;

@@ -145,7 +145,8 @@ constexpr int argumentIndex(std::string_view names, std::string_view name) {
 
 namespace diagnostic_detail {
 
-/// Whether each format prints as many values as its row has names. No format prints a "%".
+/// Whether the format of each row prints as many values as the row has names. No format prints a
+/// "%".
 constexpr bool formatsFitArguments() {
   for (const DiagnosticRow& row : DIAGNOSTIC_ROWS) {
     int conversions = 0;

@@ -1,6 +1,6 @@
 // Character classes of bytes, independent of the locale. String and the lexer use the same table.
 //
-// Every byte from 0x80 to 0xFE is a letter and printable, so UTF-8 names, strings and comments are
+// Every byte from 0x80 to 0xFE is a printable letter, so UTF-8 names, strings and comments are
 // accepted. 0xFF is in no class: it marks the end of the input.
 #pragma once
 

@@ -19,8 +19,8 @@ class OpenFile;
 class VSA_API ByteSource : public RefCounted {
  public:
   /// Writes up to `capacity` (1 or more) bytes to `to` and returns the number written; 0 at the end
-  /// or on an error. May be called again after it returned 0. If it reads the File of this source
-  /// meanwhile, the File behaves as at its end.
+  /// or on an error. May be called again after it returned 0. If the function reads the File of
+  /// this source during the call, the File behaves as at its end.
   virtual std::size_t read(char* to, std::size_t capacity) = 0;
   /// The error message of a failed read; empty if none has failed. Once set, it must stay set.
   virtual String error() const { return String(); }

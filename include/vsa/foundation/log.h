@@ -10,8 +10,8 @@ namespace zn {
 /// change the result.
 enum class LogLevel { Warning, Error };
 
-/// Receives the log. Threads that read at the same time call it at the same time, unless each has a
-/// sink of its own. Exceptions of the sink are handled like those of a scene: a std::runtime_error
+/// Receives the log. Threads that read at the same time call it at the same time, unless each has
+/// its own sink. Exceptions of the sink are handled like those of a scene: a std::runtime_error
 /// stops the parse and is logged, to the same sink. Any other exception propagates out of the entry
 /// point.
 class VSA_API LogSink {

@@ -76,7 +76,7 @@ constexpr std::size_t StringBuffer::bytesFor(std::size_t length) noexcept {
 
 /// A text: a handle with value semantics. Copies share one reference-counted buffer; the empty text
 /// has none. Lengths and indices count 8-bit characters. Functions that allocate throw
-/// std::bad_alloc. Threads may share a text, each through a handle of its own.
+/// std::bad_alloc. Threads may share a text, each through its own handle.
 class VSA_API String : public RefersTo<IRefCounted> {
  public:
   /// The radix of the integer conversions; all texts are decimal.
@@ -131,7 +131,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
-  /// differs from process to process, so that no file can be made of names that collide.
+  /// differs from process to process, so that nobody can write a file whose names all collide.
   std::uint64_t hash() const noexcept;
   /// The hash of a String of these characters.
   static std::uint64_t hashOf(std::string_view text) noexcept;
@@ -173,8 +173,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
-  // Formatting, by the conventions of printf, of any length. %n and other unknown conversions are
-  // copied unchanged. Text from outside must be an argument, never the format.
+  // Formatting by the conventions of printf. The result can have any length. %n and other unknown
+  // conversions are copied unchanged. Text from outside must be an argument, never the format.
 
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
   /// The same from a list of arguments; the caller calls va_end.
@@ -226,14 +226,14 @@ class VSA_API String : public RefersTo<IRefCounted> {
   }
 
   using RefersTo::RefersTo;
-  // Whether the lengths differ, or the hashes of texts whose hashes are known.
+  // Whether the lengths differ, or both hashes are known and differ.
   bool isKnownToDiffer(const String& other) const noexcept {
     if (len() != other.len() || isEmpty()) return len() != other.len();
     const std::uint64_t mine = buffer()->hash.load(std::memory_order_relaxed);
     const std::uint64_t others = other.buffer()->hash.load(std::memory_order_relaxed);
     return mine != 0 && others != 0 && mine != others;
   }
-  // Whether the characters are equal, of texts of one length.
+  // Whether the characters of two texts of the same length are equal.
   bool hasCharactersOf(const String& other) const noexcept;
 };
 

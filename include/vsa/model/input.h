@@ -1,5 +1,5 @@
-// Input: a place for a value in a Scene: an input of a node, an element of an array or a member of
-// an object. Nodes and inputs create inputs.
+// Input: an input of a node, an element of an array or a member of an object in a Scene, with its
+// value. Nodes and inputs create inputs.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +15,7 @@ class InputImpl;
 class Node;
 class Output;
 
-/// An input of a Scene. It belongs to the scene and lives as long as the scene. Its type is Null
+/// An input of a Scene. It belongs to the scene and exists as long as the scene. Its type is Null
 /// while it has only a connection. Functions that set a value or create a member or an element
 /// throw std::bad_alloc when memory runs out.
 class VSA_API Input : public interfaces::IInput {
@@ -65,8 +65,8 @@ class VSA_API Input : public interfaces::IInput {
   // Changes that no statement of a text makes. A removed input stays in memory, with 48 bytes,
   // until the scene is destroyed. Its values are freed at once.
 
-  /// Frees the value and removes all elements and members: the input has type Null again. A
-  /// connection stays.
+  /// Frees the value and removes all elements and members: the input has type Null again. The input
+  /// keeps its connection.
   void clearValue() noexcept;
   /// Removes elements from the end of an array until it has no more than `count`.
   void truncate(std::uint64_t count) noexcept;

@@ -14,7 +14,7 @@ namespace zn::korvo_sdk {
 class NodeImpl;
 class Scene;
 
-/// A node of a Scene. It belongs to the scene and lives as long as the scene.
+/// A node of a Scene. It belongs to the scene and exists as long as the scene.
 class VSA_API Node : public interfaces::INode {
  public:
   Node(const Node&) = delete;
@@ -55,7 +55,7 @@ class VSA_API Node : public interfaces::INode {
   Input* createInput(const String& name, AttrType type) override = 0;
   Input* createArray(const String& name, AttrType elementType) override = 0;
   /// A node of an open type has every output. A node of a declared type has the declared outputs;
-  /// null for any other.
+  /// returns null for any other.
   Output* output(const String& name) override = 0;
 
  private:

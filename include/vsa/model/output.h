@@ -9,7 +9,7 @@ namespace zn::korvo_sdk {
 class Node;
 class OutputImpl;
 
-/// A named output of a node. The first look-up creates it. It belongs to the scene and lives as
+/// A named output of a node. The first look-up creates it. It belongs to the scene and exists as
 /// long as the scene.
 class VSA_API Output : public interfaces::IOutput {
  public:

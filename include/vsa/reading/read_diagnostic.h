@@ -21,7 +21,7 @@ enum class DiagnosticId : std::uint8_t {
 #undef VSA_ROW
       EndMark,  ///< A byte 0xFF ended the text before the end of its source.
   OverLimit,    ///< The text has more than a limit of the options allows.
-  HostMessage,  ///< The host's scene logged a message of its own.
+  HostMessage,  ///< The host's scene logged a message.
 };
 
 /// The number of ids.
@@ -61,7 +61,7 @@ struct Diagnostic {
   /// position.
   std::string kind;
   /// Line and column as the log line has them: those of the token at which the parser noticed the
-  /// problem, which may be after `range`. Both 0 before the first token and where the log line has
+  /// problem, which may be after `range`. Both are 0 before the first token and if the log line has
   /// no position.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
@@ -69,8 +69,8 @@ struct Diagnostic {
   /// "worktop.points[3]". Indices are spelled as in the text; a path with an invalid index ends
   /// before it. Empty if no input is concerned.
   std::string inputPath;
-  /// The bytes that caused the problem; empty at a place where something is missing. If they are
-  /// not known, the last byte of the token at which the parser noticed the problem.
+  /// The bytes that caused the problem; an empty range where something is missing. If these bytes
+  /// are not known, the last byte of the token at which the parser noticed the problem.
   TextRange range;
   /// If the problem is about one number of a list: its index in the list, from 0.
   std::optional<std::uint64_t> numberIndex;
@@ -79,7 +79,7 @@ struct Diagnostic {
   /// Throws std::bad_alloc.
   VSA_API std::string logLine() const;
   /// The argument of that name, such as "expected"; valid as long as `arguments` is unchanged.
-  /// Empty if the message has none of that name.
+  /// Empty if the message has no such argument.
   VSA_API std::string_view argument(std::string_view name) const noexcept;
 };
 

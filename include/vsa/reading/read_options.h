@@ -52,7 +52,7 @@ struct ReadLimits {
 struct ReadProgress {
   /// Bytes of the text that the reader has requested.
   std::uint64_t bytesRead = 0;
-  /// Bytes of the text, without a byte order mark; not set if that is not known before its end.
+  /// Bytes of the text, without a byte order mark; not set if the size is not known before the end.
   std::optional<std::uint64_t> bytesTotal;
   /// The number of resolved links, and of all links. Both 0 until the whole text has been read.
   std::uint64_t linksResolved = 0;
@@ -89,11 +89,11 @@ struct ReadOptions {
   bool keepHeader = false;
   BufferMode buffers = BufferMode::Read;
   /// The nodes to keep: those with a name in the first list or a type in the second. If both lists
-  /// are empty, all. Names and types are compared exactly. The statements of the other nodes are
-  /// checked, with the same diagnostics, and have no effect; a link from a kept node to another
-  /// node is cleared. A node that already exists in the scene and is not in the lists does not
-  /// change; statements for it are checked as for a new node of its name and type. The limit of
-  /// empty elements applies to the kept nodes and to the others separately.
+  /// are empty, all nodes are kept. Names and types are compared exactly. The statements of the
+  /// other nodes are checked, with the same diagnostics, and have no effect; a link from a kept
+  /// node to another node is cleared. A node that already exists in the scene and is not in the
+  /// lists does not change; statements for it are checked as for a new node of its name and type.
+  /// The limit of empty elements applies to the kept nodes and to the others separately.
   std::vector<std::string> wantedNames;
   std::vector<std::string> wantedTypes;
 };

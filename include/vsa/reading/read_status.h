@@ -12,10 +12,11 @@ namespace vsa {
 enum class ReadStatus : std::uint8_t {
   Complete,        ///< The whole text was read and its links were resolved.
   StoppedByError,  ///< An error of the text ended the reading. No link was resolved.
-  /// The text ends inside a statement, a string or a list, and has no other error up to there, or
+  /// The text ends inside a statement, a string or a list and has no other error before its end, or
   /// it ends at a byte 0xFF.
   CutOff,
-  /// The file or source could not be opened or read to its end, or the scene is being read into.
+  /// The file or source could not be opened or read to its end, or another reading into the scene
+  /// has not ended.
   Unreadable,
   Cancelled,    ///< The progress callback returned false.
   OverLimit,    ///< The text has more than a limit allows; see ReadOutcome::limit.

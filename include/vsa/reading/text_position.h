@@ -20,8 +20,9 @@ struct TextPosition {
   friend bool operator==(const TextPosition&, const TextPosition&) = default;
 };
 
-/// The bytes from `begin` up to and without `end`. An empty range is a place where something is
-/// missing. Lies inside the text: `end.offset` is at most the length of the text.
+/// The bytes from `begin` up to, but not including, `end`. An empty range is a place where
+/// something is missing. The range is inside the text: `end.offset` is at most the length of the
+/// text.
 struct TextRange {
   TextPosition begin;
   TextPosition end;
@@ -29,8 +30,8 @@ struct TextRange {
   friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
-/// The column in characters (Unicode code points), from 1, of the character that holds the byte in
-/// `column`. `line` is the text of the line, without its line feed. A byte that is not part of
+/// The column in characters (Unicode code points), from 1, of the character that contains the byte
+/// in `column`. `line` is the text of the line, without its line feed. A byte that is not part of
 /// valid UTF-8 counts as one character. After the end of the line, each byte counts as one column.
 /// A column of 0 counts as 1.
 VSA_API std::uint64_t columnInCharacters(std::string_view line, std::uint64_t column) noexcept;

@@ -46,7 +46,7 @@ class VSA_API IEnumeration {
   ~IEnumeration() = default;
 };
 
-/// A place for a value: an input of a node, an element of an array or a member of an object.
+/// An input of a node, an element of an array or a member of an object, with its value.
 class VSA_API IInput {
  public:
   /// The type of the value; Null until a value, a member or a reference sets the type.
@@ -55,7 +55,7 @@ class VSA_API IInput {
   virtual String typeName() const = 0;
   /// The path of the input for messages: "node.input[2].member".
   virtual String path() const = 0;
-  /// Whether the input holds a typed element buffer and nothing else. `flag` is always false.
+  /// Whether the value of the input is a buffer of typed elements. `flag` is always false.
   virtual bool holdsBuffer(bool flag) const = 0;
   /// The enumeration of the input, or null if it has none. A string that is not in the enumeration
   /// is assigned, and a warning is logged.
@@ -111,7 +111,7 @@ class VSA_API IInput {
   virtual void setNode(INode* node) = 0;
 
   // Reference counting. The reader keeps pointers to inputs until their links are resolved after
-  // the last statement. An input that lives as long as its scene needs no count.
+  // the last statement. An input that exists as long as its scene needs no count.
 
   /// Called for the first pending connection of an input in a text, and for its first pending
   /// reference: twice if the input has both.

@@ -55,7 +55,7 @@ class TypedBuffer {
   bool empty() const noexcept { return size_ == 0; }
   const Element* begin() const noexcept { return data_; }
   const Element* end() const noexcept { return data_ + size_; }
-  /// `index` must be below `size()`: it is not checked.
+  /// `index` must be less than `size()`; this is not checked.
   const Element& operator[](std::size_t index) const noexcept { return data_[index]; }
   std::span<const Element> span() const noexcept { return {data_, size_}; }
   operator std::span<const Element>() const noexcept { return span(); }  // implicit: it is one

@@ -10,9 +10,10 @@ namespace vsa {
 
 /// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
 /// `Value` type, which returns a missing view, or an empty text, for an index that does not exist.
-/// Iterators hold a copy of the source, so they stay valid after the range is destroyed. The size
-/// is the one when the range was made: what is removed after that is a missing view. (Not derived
-/// from std::ranges::view_interface, which clang 14 cannot compile.)
+/// Iterators contain a copy of the source, so they stay valid after the range is destroyed. The
+/// size is that at the time when the range was created: for what is removed later, the range
+/// returns a missing view. (Not derived from std::ranges::view_interface, which clang 14 cannot
+/// compile.)
 template <class Source>
 class IndexRange {
  public:

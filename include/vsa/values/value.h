@@ -84,8 +84,8 @@ inline Tuple mat4(std::span<const double, 16> rows) noexcept {
 }
 
 /// A Bool, Int, UInt, Real, String or tuple, to pass to a function. Numbers and tuples are copied
-/// into it. A text is not: its characters must exist as long as the value is used. There is no
-/// conversion from a character: 'x' could be a text or a number.
+/// into it. The characters of a text are not copied: they must exist as long as the value is used.
+/// There is no conversion from a character: 'x' could be a text or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
@@ -137,7 +137,7 @@ struct Free {
 /// Memory for the elements of a buffer, from malloc, calloc or realloc.
 using BufferMemory = std::unique_ptr<unsigned char[], detail::Free>;
 
-/// Allocates `bytes` bytes, which are not initialised. Returns null for 0 bytes, or if memory runs
+/// Allocates `bytes` bytes without initialising them. Returns null for 0 bytes, or if memory runs
 /// out.
 inline BufferMemory allocateBuffer(std::size_t bytes) noexcept {
   return BufferMemory(static_cast<unsigned char*>(bytes != 0 ? std::malloc(bytes) : nullptr));
