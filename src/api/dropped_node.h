@@ -1,8 +1,8 @@
 // One node and one input that represent all nodes that a HostScene does not keep. Internal.
 //
 // For every statement the reader follows the path from the node, and uses only the input that it
-// got last. So one input is enough: it has the type with which it was created last, and look-ups in
-// it find nothing.
+// received last. So one input is enough: it has the type with which it was created last, and
+// look-ups in it find nothing.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +31,7 @@ class DroppedInput final : public zn::korvo_sdk::interfaces::IInput {
   const zn::korvo_sdk::interfaces::IEnumeration* enumValues() const override { return nullptr; }
   ValueType elementType() const override { return elementType_; }
   ElementType bufferType() const override { return ElementType::Null; }
-  /// From then on, the array has every index that a text may name.
+  /// After this call, the array has every index that a text may contain.
   void appendElement() override { count_ = std::numeric_limits<std::uint64_t>::max(); }
   bool isArray(bool /*flag*/) const override { return type_ == ValueType::Array; }
   bool refusesValues() const override { return false; }

@@ -13,8 +13,8 @@
 
 namespace vsa::detail {
 
-/// Calls `change()`, which returns a Status or an Added, and returns its result. If it throws for
-/// want of memory or at a limit of the scene, returns the error for that.
+/// Calls `change()`, which returns a Status or an Added, and returns its result. If it throws
+/// because memory runs out or a limit of the scene is exceeded, returns the error for that.
 template <class Change>
 auto guarded(const Change& change) noexcept -> decltype(change()) {
   try {
@@ -28,7 +28,7 @@ auto guarded(const Change& change) noexcept -> decltype(change()) {
   }
 }
 
-/// None, Missing or Removed.
+/// Whether the object can be changed: returns None, Missing or Removed.
 inline Status checkNode(const zn::korvo_sdk::Node* node) noexcept {
   if (node == nullptr) return EditError::Missing;
   return node->isRemoved() ? EditError::Removed : EditError::None;
@@ -38,7 +38,8 @@ inline Status checkInput(const zn::korvo_sdk::Input* input) noexcept {
   return input->isRemoved() ? EditError::Removed : checkNode(input->owner());
 }
 
-/// None, BadName or FormerName: whether a text can name an input of the node, or a member in it.
+/// Whether a text can name an input of the node, or a member in it: returns None, BadName or
+/// FormerName.
 inline Status checkInputName(const zn::korvo_sdk::Node& node, std::string_view name) {
   if (!isName(name)) return EditError::BadName;
   if (!zn::korvo_sdk::anyNodeTypes()) return {};

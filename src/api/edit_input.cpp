@@ -19,7 +19,8 @@ using zn::korvo_sdk::AttrData;
 using PlainInput = zn::korvo_sdk::Input;
 
 // Stores a value that a text can represent in `record`. The characters of a string are from malloc;
-// the input to which the record is assigned frees them. False if there is no memory for them.
+// the input to which the record is assigned frees them. Returns false if there is no memory for
+// them.
 bool fill(AttrData& record, const Value& value) {
   record.type = value.type();
   switch (value.type()) {

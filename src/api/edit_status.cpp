@@ -14,7 +14,7 @@ struct Row {
   const char* message;
 };
 
-// By the value of the error.
+// The names and messages, indexed by the value of the error.
 constexpr Row ROWS[] = {
     {"none", ""},
     {"missing", "the node or input does not exist"},

@@ -63,11 +63,11 @@ PlainInput* appendTo(PlainInput& array) {
   const std::uint64_t index = array.count();
   array.appendElement();
   PlainInput* const made = array.element(index);
-  made->retain();  // it counts as used
+  made->retain();  // the element no longer counts as empty
   return made;
 }
 
-// None, or why the array cannot have `count` elements.
+// Returns None, or why the array cannot have `count` elements.
 Status checkCount(const PlainInput* array, std::uint64_t count) {
   if (const Status status = detail::checkInput(array); !status) return status;
   if (array->type() != ValueType::Array) return EditError::NotAnArray;
@@ -80,7 +80,7 @@ Status checkAppend(const PlainInput* array) {
   return checkCount(array, array != nullptr ? array->count() + 1 : 0);
 }
 
-// Appends an element and calls `set(element)`. Removes the element again if that is refused.
+// Appends an element and calls `set(element)`. Removes the element again if `set` is refused.
 template <class Set>
 Status appendWith(PlainInput* array, const Set& set) noexcept {
   return guarded([&]() -> Status {

@@ -8,11 +8,11 @@
 
 namespace vsa::detail {
 
-/// None, or why no text can represent the value.
+/// Returns None, or why no text can represent the value.
 Status checkValue(const Value& value) noexcept;
 
-/// None, OtherElementType, DeclaredType or TakesNoValue: whether the input can have a value of the
-/// type. For Null: whether it can have no value.
+/// Whether the input can have a value of the type: returns None, OtherElementType, DeclaredType or
+/// TakesNoValue. For the type Null: whether the input can be without a value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 /// The same for a buffer with elements of that type.

@@ -45,7 +45,7 @@ HostInput::HostInput(HostNode& node, HostInput* parent, std::string_view name, s
 
 HostInput::~HostInput() = default;
 
-// --- the place ---
+// --- the path and the type ---
 
 std::string HostInput::pathInNode() const {
   std::vector<const HostInput*> chain;
@@ -80,7 +80,8 @@ bool HostInput::isArray(bool /*flag*/) const {
   return type_ == ValueType::Array;
 }
 
-// Sets the type of an input that has none: only links or members have named it so far.
+// Sets the type of an input that has none, because statements have used it only for links or
+// members so far.
 void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }

@@ -26,7 +26,8 @@ std::vector<zn::String> commentsOf(const PlainScene& scene) {
   return comments;
 }
 
-// `comments` with those that `sets` accepts replaced by `line`, or removed if it is empty.
+// A copy of `comments` in which `line` replaces those that `sets` accepts. If `line` is empty, they
+// are removed.
 std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
                                  bool (*sets)(std::string_view) noexcept, const std::string& line) {
   std::vector<zn::String> result;
@@ -82,7 +83,7 @@ Status Scene::addComment(TextParameter comment) noexcept {
     const zn::String value = zn::String::copyOf(zn::korvo_sdk::headerValue(line.view()));
     scene.pushFileComment(line);
     if (setsVersion(line.view())) {
-      unsigned long long version = 0;  // checkComment has seen the number
+      unsigned long long version = 0;  // checkComment has checked the number
       static_cast<void>(zn::String::parse(value, version, zn::String::Radix::Decimal));
       scene.setFileVersion(version);
     } else if (setsTime(line.view()) && !value.isEmpty()) {

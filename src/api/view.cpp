@@ -36,7 +36,7 @@ std::optional<double> InputView::realOfInteger() const noexcept {
 
 namespace {
 
-// "3 " for elements of several components.
+// For example "3 " for elements of several components.
 std::string countBefore(std::size_t components) {
   if (components == 1) return {};
   return std::to_string(components) + " ";

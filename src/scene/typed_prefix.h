@@ -1,9 +1,9 @@
-// typedPrefixOf: how many leading elements of an array need no type. Internal.
+// typedPrefixOf: the number of leading elements of an array that need no type. Internal.
 //
 // The reader sets the type of the untyped elements of arrays of buffers and arrays of arrays. At
-// the first statement of a text that fills an array, it knows nothing of the elements that earlier
-// texts appended. The library's own scene remembers them. As for LibraryScene, it registers the
-// function that recognises its arrays.
+// the first statement of a text that fills an array, it does not know which elements of earlier
+// texts have a type. The library's own scene stores how many have one. As for LibraryScene, it
+// registers the function that recognises its arrays.
 #pragma once
 
 #include <cstdint>
@@ -18,7 +18,7 @@ using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 
 /// Sets the function that `typedPrefixOf` calls. All scenes of the library set the same function.
 void setTypedPrefix(TypedPrefixOf function) noexcept;
-/// 0 if the scene does not remember its elements.
+/// Returns 0 if the scene does not store this number.
 std::uint64_t typedPrefixOf(interfaces::IInput& array) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -1,7 +1,7 @@
 // OutlineReader: recognises a statement while its tokens are found, and keeps none of them.
 //
-// Each production reads on from the token that the one before it has stopped at. A statement that
-// none of them accepts is malformed, and is skipped up to its semicolon or colon.
+// Each production begins at the token at which the previous one has stopped. A statement that none
+// of them accepts is malformed, and is skipped up to its semicolon or colon.
 #include <vsa/outline.h>
 
 #include <cstring>
@@ -24,7 +24,8 @@ using Type = lex::Token::Type;
 
 constexpr int END_MARK = 0xFF;  // as std::memchr takes a byte
 
-// Each production begins at the current token, and ends at the first token after it.
+// Each function below begins at the current token, and ends at the first token after its
+// production.
 
 // "." input ("[index]" | "." member)*    Begins after the node.
 bool path(StatementTokens& tokens, StatementOutline& out) {
@@ -153,7 +154,7 @@ bool statement(StatementTokens& tokens, StatementOutline& out) {
   return assignment(tokens, out);
 }
 
-// The end of the word that begins at `at`, at most `last`; null if none does.
+// The end of the word that begins at `at`, at most `last`; null if no word begins there.
 inline const char* endOfWord(const char* at, const char* last) {
   if (at >= last || lex::firstOf(*at) != Type::Id) return nullptr;
   const char* const end = lex::endOfName(at + 1, last);
@@ -188,9 +189,9 @@ const char* commonValue(const char* at, const char* last, StatementOutline& out)
   return end;
 }
 
-// [node] "." input " = " value ";"    The end of a statement that is written like this, as most
-// are; null for another one. Each byte is read once, without creating tokens: 200 scenes of 7 KB
-// take 15 million instructions, without this function 22 million.
+// [node] "." input " = " value ";"    The end of a statement of this form, which most statements
+// have; null for any other statement. Each byte is read once, and no token is created: 200 scenes
+// of 7 KB take 15 million instructions, and 22 million without this function.
 const char* commonAssignment(const char* at, const char* last, StatementOutline& out) {
   const char* const nodeEnd = *at == '.' ? at : endOfWord(at, last);
   if (nodeEnd == nullptr || *nodeEnd != '.') return nullptr;

@@ -11,7 +11,7 @@ namespace {
 
 using Tokens = std::span<const SyntaxToken>;
 
-// A scene has a limit of nested inputs, so a valid statement stays far below both.
+// A scene limits the depth of inputs, so a valid statement is far below both limits.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 
@@ -91,7 +91,7 @@ StatementKind classify(Tokens tokens, std::size_t& valueIndex) {
 
 }  // namespace
 
-// Sets the texts of the tokens to views of their copies, which are complete now and stay in place.
+// Sets the texts of the tokens to views of their copies, which are complete and no longer move.
 void StatementReader::keepTexts(SyntaxStatement& out) {
   const char* at = kept_.data();
   for (SyntaxToken& token : out.tokens) {
@@ -100,7 +100,7 @@ void StatementReader::keepTexts(SyntaxStatement& out) {
   }
 }
 
-// Reads tokens up to the end of a statement. Returns whether it got there.
+// Reads tokens up to the end of a statement. Returns whether it has reached the end.
 bool StatementReader::readTokens(std::vector<SyntaxToken>& tokens) {
   if (reader_.keepsText()) return reader_.appendStatement(tokens, MAX_TOKENS);
   while (true) {

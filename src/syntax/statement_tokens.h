@@ -19,13 +19,13 @@ inline SyntaxKind kindOfWord(std::string_view word) noexcept {
   return word.size() == 4 || word.size() == 5 ? kindOfLiteral(word) : SyntaxKind::Word;
 }
 
-/// A list of numbers with one blank between each.
+/// A list of numbers separated by single blanks.
 struct PlainList {
   const char* end = nullptr;  // null for another list
   std::size_t elements = 0;
 };
 
-/// The list that begins at `at`, of at most 256 bytes: most lists of a scene are short ones.
+/// The list that begins at `at`, of at most 256 bytes: most lists of a scene are short.
 PlainList plainList(const char* at, const char* end, char close) noexcept;
 
 /// The tokens of one statement. `kind` and `text()` are those of the token that was read last.
@@ -48,7 +48,7 @@ class StatementTokens {
   std::size_t plainElements = 0;
 
  private:
-  // As in StatementReader: a longer statement is delivered in parts.
+  // The same limit as in StatementReader: a longer statement is delivered in parts.
   static constexpr std::size_t MAX_TOKENS = 65536;
 
   void advanceOther(zn::korvo_sdk::impl::Token::Type first) noexcept;

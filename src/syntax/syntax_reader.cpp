@@ -73,12 +73,12 @@ class SyntaxReader::State {
   bool isEnded_ = false;  // the source, or the text at an end mark
   bool endedAtMark_ = false;
 
-  // The window. The bytes before `begin_` were delivered, those before `at_` are scanned.
+  // The window. The bytes before `begin_` were delivered, and those before `at_` were scanned.
   const char* begin_ = nullptr;
   const char* at_ = nullptr;
   const char* end_ = nullptr;
 
-  // The place of `begin_`.
+  // The position of `begin_` in the text.
   std::uint64_t offset_ = 0;
   std::uint64_t line_ = 1;
   std::uint64_t lineBegin_ = 0;
@@ -122,8 +122,8 @@ void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept 
   isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
 }
 
-// Reads more of the source to the end of the window. False if there is no more, or if the buffer is
-// full.
+// Reads more of the source to the end of the window. Returns false if the source has ended, or if
+// the buffer is full.
 bool SyntaxReader::State::refill() {
   if (isEnded_) return false;
   const auto kept = static_cast<std::size_t>(end_ - begin_);
@@ -138,7 +138,7 @@ bool SyntaxReader::State::refill() {
   return true;
 }
 
-// Moves `begin_`, and its place, to `to`.
+// Moves `begin_`, and its position in the text, to `to`.
 void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     line_ += feeds.count;
@@ -148,7 +148,7 @@ void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) no
   begin_ = to;
 }
 
-// Both return the number of line feeds that were skipped.
+// Both functions return the number of line feeds that were skipped.
 inline std::uint64_t SyntaxReader::State::skipBufferedWhite() noexcept {
   lex::LineFeeds skipped{0, nullptr};
   for (; at_ < end_ && char_class::is(*at_, char_class::WHITE); ++at_) {
@@ -168,10 +168,11 @@ std::uint64_t SyntaxReader::State::skipWhite() {
   return feeds;
 }
 
-// Reads a word or a single character of a text in memory. False for another token.
+// Reads a word or a single character of a text in memory. Returns false for any other token.
 //
-// Most tokens of a scene are: the statements of 100 scenes of 7 KB take 21 million instructions,
-// without this function and appendStatement() 36 million (reading the scenes takes 49 million).
+// Most tokens of a scene are of these kinds: the statements of 100 scenes of 7 KB take 21 million
+// instructions, without this function and appendStatement() 36 million (reading the scenes takes 49
+// million).
 inline bool SyntaxReader::State::shortToken(SyntaxToken& out) {
   const lex::Token::Type first = lex::firstOf(*at_);
   if (lex::isOneCharacter(first)) {
@@ -246,7 +247,7 @@ void SyntaxReader::State::nextPiece(SyntaxToken& out) {
   piece(out, isFirst);
 }
 
-// Appends the tokens of a statement of a text in memory. Returns whether that is its end.
+// Appends the tokens of a statement of a text in memory. Returns whether the statement ends there.
 bool SyntaxReader::State::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
   do {
     SyntaxToken& token = tokens.emplace_back();

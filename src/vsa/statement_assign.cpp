@@ -62,7 +62,7 @@ interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Tok
 
 // In messages, a path that begins with "." follows the name of the node. A host's scene returns the
 // name before it finds or creates an input, when it may rename the node. The library's scene
-// renames no node, so `resolve` requests the name for a message only (250 instructions a
+// renames no node, so `resolve` requests the name for a message only (250 instructions per
 // statement).
 interfaces::IInput* VsaParser::resolveAfterName(PathResolver& target, std::span<const Token> path) {
   const String nodeName = target.node().name();

@@ -30,14 +30,14 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-// False if the statement may exceed a limit before it is executed. The parser then reads its
-// tokens.
+// Returns false if the statement may exceed a limit before it is executed. The parser then reads
+// its tokens.
 bool VsaParser::begin(const SimpleStatement& statement) const {
   return session == nullptr || session->beginSimple(statement, current.line, current.column);
 }
 
-// False if the statement has a value that does not convert. The parser then reads its tokens and
-// reports the value.
+// Returns false if the statement has a value that does not convert. The parser then reads its
+// tokens and reports the value.
 bool VsaParser::convertValue(const SimpleStatement& statement) {
   assignment_.clearValue();
   return statement.kind != Kind::Value || convert(statement, assignment_.data);

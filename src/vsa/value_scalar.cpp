@@ -100,7 +100,7 @@ char* VsaParser::takeString(std::string_view literal, bool hasBackslash) const {
   return characters;
 }
 
-// The value of a simple statement. False if it does not convert.
+// Stores the value of a simple statement. Returns false if it does not convert.
 bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) const {
   switch (statement.valueType) {
     case Type::Int:

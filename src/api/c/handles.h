@@ -1,5 +1,5 @@
-// The objects behind the handles of vsa_c.h. Handles of nodes and inputs are the addresses of the
-// scene's own objects. Internal.
+// The objects to which the handles of vsa_c.h point. Handles of nodes and inputs are the addresses
+// of the scene's own objects. Internal.
 #pragma once
 
 #include <string_view>

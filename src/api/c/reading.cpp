@@ -74,7 +74,7 @@ vsa_reading* wrongUse(const char* message) {
 }
 
 // Calls `read` with the options. Null options are the defaults; options of another size were not
-// initialised, or by another version of the header.
+// initialised, or were initialised by another version of the header.
 template <class Read>
 vsa_reading* readBy(const vsa_options* options, const Read& read) noexcept {
   try {

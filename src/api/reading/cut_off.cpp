@@ -36,7 +36,7 @@ bool isDotAndEnd(const Lookahead& next) {
   return next[0] == Type::Dot && next[1] == Type::Eof;
 }
 
-// `sun`, `sun.`, `.`: a path up to its first name after a dot.
+// `sun`, `sun.`, `.`: a path up to the first name after a dot.
 bool isBeginOfPath(const Lookahead& next) {
   const bool isNode = next[0] == Type::Id && next[1] == Type::Dot && next[2] == Type::Eof;
   return isNameAndEnd(next) || isDotAndEnd(next) || isNode;

@@ -1,4 +1,4 @@
-// Whether a text ends inside a statement. Internal.
+// Determines whether a text ends inside a statement. Internal.
 #pragma once
 
 #include "vsa/parser.h"

@@ -33,7 +33,8 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// The column that the log has: of a last character, and 0 before the first character.
+// The column as the log has it: that of the last character of a token, or 0 before the first
+// character.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
   const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -
@@ -41,7 +42,7 @@ std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   return static_cast<std::int32_t>(std::max<std::int64_t>(moved, 0));
 }
 
-// Gives a diagnostic the positions and the path that it has in the whole text.
+// Replaces the positions and the path of a diagnostic by those in the whole text.
 void move(const SkippedBuffer& skipped, Diagnostic& found) {
   const TextPosition& literal = skipped.literal.begin;
   found.range.begin = moved(found.range.begin, literal);
@@ -67,7 +68,7 @@ std::uint64_t bytesOfLiteral(const SkippedBuffer& skipped, std::uint64_t bytesRe
   return std::min(read, bytesOf(skipped.literal));
 }
 
-// Does not count the node, its input, and the text around the literal.
+// Subtracts the node, its input, and the text around the literal from the counts.
 void countLiteralOnly(const SkippedBuffer& skipped, ReadOutcome& outcome) {
   outcome.bytesRead = bytesOfLiteral(skipped, outcome.bytesRead);
   outcome.applied.statements = 0;
@@ -151,14 +152,14 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
     countLiteralOnly(skipped, loaded);
     requireSame(skipped, loaded);
   } catch (...) {
-    Ending(loaded).setToException();  // no memory, or a callback or its copy threw
+    Ending(loaded).setToException();  // memory ran out, or a callback or copying it threw
   }
   return loaded;
 }
 
 constexpr const char* TEXT_HAS_CHANGED = "the text has changed";
 
-// Appends the bytes of a range of a file. Returns why it cannot, or nothing.
+// Appends the bytes of a range of a file. Returns the reason if it cannot, otherwise nothing.
 std::string appendFrom(const DescriptorSource& source, const TextRange& range, std::string& text) {
   const std::size_t before = text.size();
   const std::uint64_t count = bytesOf(range);

@@ -25,7 +25,7 @@ ReadOutcome readInto(IScene& scene, const ReadOptions& options, const Read& read
   return outcome;
 }
 
-// Creates the plain scene, which may fail for lack of memory.
+// Creates the plain scene, which fails if memory runs out.
 template <class Read>
 ReadOutcome readInto(Scene& scene, const ReadOptions& options, const Read& read) noexcept {
   try {
@@ -108,7 +108,7 @@ ReadResult readSource(Source& source, const ReadOptions& options) noexcept {
   return resultOf([&](Scene& scene) { return readHostSource(scene, source, options); });
 }
 
-// --- into a scene that is there ---
+// --- into an existing scene ---
 
 ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                          const ReadOptions& options) noexcept {

@@ -38,7 +38,8 @@ std::uint64_t defaultMemory(std::uint64_t textBytes) {
   return BASE_MEMORY + MEMORY_PER_BYTE * textBytes;
 }
 
-// Null for a file that can be read only once. Some files of the system have a size of 0 and bytes.
+// The store for the text of a file. Some system files have a size of 0 although they contain bytes;
+// they are treated like pipes, which can be read only once.
 std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
                                    std::optional<std::uint64_t> size) {
   if (size && *size != 0) return std::make_unique<FileText>(source);
@@ -134,14 +135,15 @@ void Reading::guarded(const Body& body) noexcept {
   fillCounts();
 }
 
-// Whether a callback of a reading into the scene began this one.
+// Whether a callback of another reading into the same scene started this reading.
 bool Reading::isSceneBusy() const noexcept {
   const Reading* reading = innermost;
   while (reading != nullptr && &reading->scene_ != &scene_) reading = reading->outer_;
   return reading != nullptr;
 }
 
-// The parser reports a std::runtime_error of the scene. The scene may throw anything else.
+// Calls the scene outside the parser, which reports only a std::runtime_error. The scene may throw
+// anything else.
 template <class Body>
 void Reading::callScene(const Body& body) {
   try {
@@ -223,7 +225,8 @@ void Reading::finishRefused() {
   outcome_.limit = refusedFor_;
 }
 
-// For the parser, a string or list that is cut off where a statement begins is the end of the text.
+// The parser treats a string or list that is cut off where a statement begins as the end of the
+// text. So it is reported here.
 void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer);
   if (!report.cutOff.isEmpty()) {

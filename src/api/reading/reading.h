@@ -96,7 +96,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   std::uint64_t linksTotal() const noexcept;
   void fillCounts() noexcept;
 
-  const Reading* outer_ = nullptr;  // of the same thread, which this one is nested in
+  const Reading* outer_ = nullptr;  // the enclosing reading of the same thread, or null
   IScene& scene_;
   const bool isOwnModel_;  // the scene is the library's
   const ReadOptions& options_;
@@ -109,9 +109,9 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   std::unique_ptr<DiagnosticRecorder> recorder_;
   std::optional<std::uint64_t> size_;
   Clock::time_point lastProgress_;
-  std::uint64_t recordedBytes_ = 0;  // of diagnostics that count as memory
+  std::uint64_t recordedBytes_ = 0;  // bytes of diagnostics that count as memory
   std::optional<Limit> refusedFor_;  // the limit that the first omitted buffer exceeds
-  std::string refusal_;              // the message about it
+  std::string refusal_;              // the message about that buffer
 };
 
 }  // namespace vsa

@@ -17,7 +17,7 @@ using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
 using FatalId = zn::korvo_sdk::DiagnosticId;
 
-// An entry of a set.
+// The estimated memory of one entry in the set of dropped links.
 constexpr std::uint64_t DROPPED_LINK_BYTES = 40;
 constexpr std::chrono::milliseconds PROGRESS_INTERVAL{5};
 
@@ -208,7 +208,7 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
   recordedBytes_ = bytes;
 }
 
-// A message of the host's scene: records have no lines.
+// Called for messages of the host's scene only: during a reading, records are not logged as lines.
 void Reading::write(zn::LogLevel level, const zn::String& text) {
   const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()), text.view());

@@ -1,10 +1,10 @@
-// WantedNodes: the scene in front of the scene that is read into, if only some nodes are to be
-// kept. Internal.
+// WantedNodes: the scene that the parser uses instead of the kept scene if only some nodes are to
+// be kept. It forwards the calls for these to the kept scene. Internal.
 //
-// Nodes that are not wanted are created in a scene of their own, so that their statements are
-// checked as all others. So is a node of the same name and type in place of one that the scene has
-// already and that is not wanted. The session passes values without memory to that scene, which is
-// destroyed with the reading.
+// Nodes that are not wanted are created in a separate scene, so that their statements are checked
+// like all others. If the kept scene already has a node that is not wanted, a node of the same name
+// and type is created in the separate scene and replaces it for the parser. The session passes
+// values without memory to the separate scene, which is destroyed with the reading.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,4 @@
-// JsonValue: a value of a JSON text in memory, and the reader that makes it. Internal.
+// JsonValue: a value of a JSON text in memory, and the reader that creates it. Internal.
 #pragma once
 
 #include <cstddef>

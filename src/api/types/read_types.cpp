@@ -83,7 +83,7 @@ void readMembers(const JsonValue& object, const Read& read) {
   }
 }
 
-// The meaning of "elements" depends on "type", which may follow it.
+// The meaning of "elements" depends on "type", which may come later in the text.
 void readElements(const JsonValue& value, zn::korvo_sdk::InputDeclaration& input) {
   if (input.type == ValueType::Array) {
     input.elementType = valueTypeOf(value);

@@ -46,7 +46,7 @@ struct Symbol {
   unsigned extra;
 };
 
-// For each match length, which of LENGTH_RANGES it is in.
+// For each match length, the index of its range in LENGTH_RANGES.
 constexpr auto makeLengthIndexes() {
   std::array<std::uint8_t, MAX_MATCH + 1> indexes{};
   for (unsigned i = 0; i < LENGTH_RANGES.size(); ++i) {
@@ -179,7 +179,8 @@ unsigned repetitionSymbol(std::uint8_t length, unsigned times) {
   return times <= maxOf(repetitionRange(REPEAT_ZERO)) ? REPEAT_ZERO : REPEAT_ZERO_OFTEN;
 }
 
-// Code lengths as the stream holds them: runs of zeros and of the previous length as repetitions.
+// Code lengths in the form of the stream: runs of zeros and of the previous length are stored as
+// repetitions.
 std::vector<Symbol> packCodeLengths(const std::vector<std::uint8_t>& lengths) {
   constexpr unsigned MIN_REPETITION = 3;
   std::vector<Symbol> packed;

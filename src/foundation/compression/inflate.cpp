@@ -90,7 +90,8 @@ void Inflater::sumOutput() {
   summed_ = out_;
 }
 
-// Loads input until the buffer has `count` bits (at most 32). False if the input ends before.
+// Loads input until the buffer has `count` bits (at most 32). Returns false if the input ends
+// before that.
 bool Inflater::ensure(unsigned count) {
   while (bitCount_ < count) {
     if (in_ == inEnd_ && !nextRun()) return false;
@@ -108,8 +109,8 @@ unsigned Inflater::read(unsigned count) {
   return value;
 }
 
-// Reads the next code and stores its entry. False if the input ends within it. Bits past the end of
-// the input read as zeros, so a code is valid only if it ends before them.
+// Reads the next code and stores its entry. Returns false if the input ends within it. Bits past
+// the end of the input read as zeros, so a code is valid only if it ends before them.
 bool Inflater::readCode(const Table& table, Entry& entry) {
   for (;;) {
     unsigned codeLength = 0;
@@ -127,7 +128,8 @@ bool Inflater::readCode(const Table& table, Entry& entry) {
   }
 }
 
-// The value of an entry whose code has been read. False if the input ends within its extra bits.
+// Computes the value of an entry whose code has been read. Returns false if the input ends within
+// its extra bits.
 bool Inflater::readValue(Entry entry, unsigned& value) {
   const unsigned extraBits = droppedBits(entry) - codeBits(entry);
   if (!ensure(extraBits)) return false;
@@ -370,7 +372,7 @@ class MemoryFeed : public ByteFeed {
   }
 
  private:
-  // Short runs, so that the output is in the cache when its checksum is computed.
+  // The runs are short, so that the output is still in the cache when its checksum is computed.
   static constexpr std::size_t RUN_BYTES = 32768;
 
   const unsigned char* data_;

@@ -3,7 +3,7 @@
 // A code of up to `primaryBits` bits is found in one step: the stream's next bits, read as a
 // number, index the table, and each code fills every slot whose index begins with its bits. A
 // longer code leads to a subtable after the primary slots, indexed by the bits that follow. An
-// entry is one 32-bit number that holds all a decoder needs:
+// entry is one 32-bit number that contains everything the decoder needs:
 //
 //   bits 0..5    how many bits to drop: the code's, and those of the extra bits that follow it
 //   bits 8..11   how many of these are the code's, so that the rest can be read as the extra bits
@@ -63,10 +63,10 @@ enum class Alphabet { Litlen, Distance, CodeLength };
 /// Builds into `slots` the table of the codes whose lengths in bits are the `count` numbers at
 /// `lengths`: 0 for a symbol without a code, none above MAX_CODE_BITS (for code lengths
 /// MAX_CODE_LENGTH_BITS). `slots` holds LITLEN_SLOTS or DISTANCE_SLOTS entries; code lengths fit
-/// either. False when the set of codes is over-subscribed or incomplete. Two incomplete sets are
-/// accepted, except for code lengths, since encoders write them where a block has one distance or
-/// none: a single code of one bit, and no code at all. Bits that begin no code then lead to an
-/// entry in which only NO_VALUE is set.
+/// either. Returns false when the set of codes is over-subscribed or incomplete. Two incomplete
+/// sets are accepted, except for code lengths, because encoders write them for blocks with one
+/// distance or none: a single code of one bit, and no code at all. Bits that begin no code then
+/// lead to an entry in which only NO_VALUE is set.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 

@@ -1,4 +1,4 @@
-// File: the handle.
+// File: the handle of an open file.
 #include <vsa/foundation/file.h>
 
 #include <cerrno>

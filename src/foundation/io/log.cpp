@@ -27,7 +27,7 @@ void writeToStandardError(LogLevel level, const String& text) {
     std::fprintf(stderr, "%s: %s\n", name, text.buf());
     return;
   }
-  flockfile(stderr);  // other threads write before or after the line
+  flockfile(stderr);  // so that other threads write before or after the line
   std::fprintf(stderr, "%s: ", name);
   std::fwrite(text.buf(), 1, bytes, stderr);
   std::fputc('\n', stderr);

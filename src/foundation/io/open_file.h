@@ -2,11 +2,11 @@
 //
 // The bytes come from a source, one block at a time. The read position is a place in the block. A
 // lexer reads a byte every nanosecond or two, which is too often for a call per byte. It therefore
-// attaches a cursor: two pointers of its own that it moves through the block. While a cursor is
-// attached, the file's position is the cursor's. Any other reader of the file (a scene that has a
-// handle, a second lexer) first detaches the cursor and continues from its position. The lexer then
-// finds its cursor empty, and attaches it again after the bytes that the other reader has read. No
-// pointer is ever stale, and nothing has to be done before a scene is called.
+// attaches a cursor: two pointers that the lexer owns and moves through the block. While a cursor
+// is attached, the file's position is the cursor's. Any other reader of the file (a scene that has
+// a handle, a second lexer) first detaches the cursor and continues from its position. The lexer
+// then finds its cursor empty, and attaches it again after the bytes that the other reader has
+// read. So no pointer is ever invalid, and nothing has to be done before a scene is called.
 #pragma once
 
 #include <cstddef>
@@ -20,7 +20,7 @@ namespace zn::detail {
 
 class OpenFile final : public RefCounted {
  public:
-  /// A reader's own position: references to two pointers of the reader.
+  /// The position of a reader: references to two pointers of the reader.
   struct Cursor {
     const char*& at;   ///< The byte read last. The reader moves it forward, up to `end - 1`.
     const char*& end;  ///< The end of the buffered bytes. Both are null while detached.
@@ -64,11 +64,11 @@ class OpenFile final : public RefCounted {
   bool refill();
 
   ByteSource* source_;
-  String failure_;  // why there is no source
+  String failure_;  // the reason if there is no source
   std::shared_ptr<char[]> block_;
   const char* at_ = nullptr;        // the next byte; not used while a cursor is attached
   const char* end_ = nullptr;       // the end of the buffered bytes
-  const Cursor* cursor_ = nullptr;  // the attached one
+  const Cursor* cursor_ = nullptr;  // the attached cursor, or null
   bool isRefilling_ = false;
 };
 

@@ -23,7 +23,7 @@ namespace zn::numbers {
 
 static_assert(std::numeric_limits<double>::is_iec559 && std::numeric_limits<float>::is_iec559);
 
-/// The powers of ten that a double holds without error.
+/// The powers of ten that a double represents without error.
 inline constexpr int MAX_EXACT_POWER = 22;
 inline constexpr double EXACT_POWERS[MAX_EXACT_POWER + 1] = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
@@ -107,8 +107,8 @@ constexpr size_t tableRow(int exponent) {
 }
 
 /// digits * 10^exponent by Lemire's method. `digits` is not zero and |exponent| is at most
-/// MAX_TABLE_POWER, so the result is always a normal double. False where the leading 128 bits do
-/// not decide the rounding.
+/// MAX_TABLE_POWER, so the result is always a normal double. Returns false where the leading 128
+/// bits do not decide the rounding.
 VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, double& out) {
   const int zeros = std::countl_zero(digits);
   digits <<= zeros;
@@ -137,7 +137,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   return true;
 }
 
-/// The double nearest to digits * 10^exponent. False if the methods do not decide it.
+/// The double nearest to digits * 10^exponent. Returns false if the methods do not decide it.
 inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   if (digits == 0) {
     out = 0.0;
@@ -170,8 +170,8 @@ inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }
 
-/// The float nearest to a text whose nearest double is `value`. False if `value` does not decide
-/// it.
+/// The float nearest to a text whose nearest double is `value`. Returns false if `value` does not
+/// decide it.
 inline bool floatFromDouble(double value, float& out) {
   if (isHalfWayBetweenFloats(value)) return false;
   if (value != 0.0 && !(value >= FLT_MIN && value <= FLT_MAX)) return false;
@@ -179,7 +179,8 @@ inline bool floatFromDouble(double value, float& out) {
   return true;
 }
 
-/// The double or float nearest to digits * 10^exponent. False if the methods do not decide it.
+/// The double or float nearest to digits * 10^exponent. Returns false if the methods do not decide
+/// it.
 inline bool realFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleFromDecimal(digits, exponent, out);
 }

@@ -97,8 +97,8 @@ inline const char* readRealField(const char* at, Real& out) {
   return at;
 }
 
-/// `magnitude` with the sign, as the target's type. False when it is out of range, and for a "-"
-/// before an unsigned number.
+/// `magnitude` with the sign, as the target's type. Returns false when it is out of range, and for
+/// a "-" before an unsigned number.
 template <class Integer>
 inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
   constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());

@@ -163,7 +163,7 @@ VSA_AVX2_INLINE __m128i signsOf(const Group& group) {
   return _mm_cvtepu16_epi32(_mm_cvtsi64_si128(static_cast<long long>(group.signBits)));
 }
 
-/// False when a value is half-way between two floats.
+/// Returns false when a value is half-way between two floats.
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape& shape, float* out) {
   const uint64_t(&points)[GROUP] = shape.pointFromEnd;
@@ -189,7 +189,7 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// False when a value is out of range, or negative where the type has no sign.
+/// Returns false when a value is out of range, or negative where the type has no sign.
 template <class Integer>
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape&, Integer* out) {
@@ -209,7 +209,8 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// Converts four fields. The first one begins at `start`. False when one of them is not plain.
+/// Converts four fields. The first one begins at `start`. Returns false when one of them is not
+/// plain.
 template <class Number>
 VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint32_t* ends,
                                Number* out) {

@@ -3,7 +3,7 @@
 // The text of a real has the fewest digits that read back as the same real. Its notation is the one
 // that std::to_chars chooses: fixed, unless an exponent makes the text shorter. The exponent has
 // neither plus sign nor leading zeros. Examples: 0.5  -0  100  1e5  1.5e-7  16777216  inf  -nan. In
-// a list the reader accepts every such text. A real that stands alone needs a point
+// a list, the reader accepts every such text. A real outside of a list needs a point
 // (printRealWithPoint).
 #pragma once
 

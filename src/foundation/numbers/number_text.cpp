@@ -1,8 +1,8 @@
 // The syntax is checked character by character, which also collects the digits. Common reals are
 // converted by number_decimal. The others (more than 19 digits, large exponents, exact half-way
 // cases) are rewritten as a short plain decimal for std::from_chars, which rounds exactly.
-// from_chars therefore sees no other syntax. It reports overflow and underflow alike; the decimal
-// tells which of them occurred.
+// from_chars therefore receives no other syntax. It reports overflow and underflow alike; the
+// decimal tells which of them occurred.
 #include "foundation/numbers/number_text.h"
 
 #include <charconv>
@@ -54,7 +54,7 @@ bool readSign(Text& text) {
   return false;
 }
 
-/// digit {digit}, at most MAX_EXPONENT. False when there is no digit.
+/// digit {digit}, at most MAX_EXPONENT. Returns false when there is no digit.
 bool readExponent(Text& text, int64_t& exponent) {
   if (!text.startsWithDigit()) return false;
   exponent = 0;
@@ -65,7 +65,7 @@ bool readExponent(Text& text, int64_t& exponent) {
   return true;
 }
 
-/// value * 10 + digit; false when that does not fit in 64 bits.
+/// Computes value * 10 + digit. Returns false when that does not fit in 64 bits.
 bool appendDigit(uint64_t& value, unsigned digit) {
   constexpr uint64_t MAX = std::numeric_limits<uint64_t>::max();
   if (value >= MAX / 10 && (value > MAX / 10 || digit > MAX % 10)) return false;
@@ -189,7 +189,7 @@ class PlainDecimal {
   char* end_;
 };
 
-/// The exact conversion of a decimal that is not zero. False: it overflows.
+/// Converts a decimal that is not zero exactly. Returns false if it overflows.
 template <class Real>
 bool realFromLongDecimal(const Decimal& decimal, Real& out) {
   constexpr int64_t MAX_ORDER = 400;  // no float or double has a larger one

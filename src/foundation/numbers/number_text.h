@@ -15,8 +15,8 @@
 
 namespace zn {
 
-/// Converts [first, last) to an integer; `1e5` is 100000. False, with `out` unchanged, when the
-/// text has another form, is out of the target's range, or has a "-" and the target is unsigned
+/// Converts [first, last) to an integer; `1e5` is 100000. Returns false, with `out` unchanged, when
+/// the text has another form, is out of the target's range, or has a "-" and the target is unsigned
 /// (even `-0`). Throws nothing, allocates nothing. Targets: signed and unsigned char, short, int,
 /// long, long long.
 template <class Integer>
@@ -24,8 +24,8 @@ bool integerFromText(const char* first, const char* last, Integer& out);
 
 /// Converts [first, last) to a real, rounded to the nearest value of the target, ties to even. A
 /// float is rounded from the text itself, not from a double. A text too small for the target gives
-/// the nearest denormal or a zero, with its sign. False, with `out` unchanged, when the text has
-/// another form or a finite text overflows. Throws nothing, allocates nothing.
+/// the nearest denormal or a zero, with its sign. Returns false, with `out` unchanged, when the
+/// text has another form or a finite text overflows. Throws nothing, allocates nothing.
 bool realFromText(const char* first, const char* last, float& out);
 bool realFromText(const char* first, const char* last, double& out);
 

@@ -110,9 +110,9 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
   const Bits biased = (bits >> Layout::MANTISSA_BITS) & Layout::EXPONENT_MASK;
   const Bits mantissa = biased == 0 ? fraction : fraction | HIDDEN_BIT;
   const int exponent = static_cast<int>(biased == 0 ? 1 : biased) - Layout::EXPONENT_BIAS;
-  // An integer that fits into the mantissa has no shorter decimal, except for zeros at its end. One
-  // branch, because in a list that has reals below 1 and above, a branch on that is unpredictable:
-  // 8 ns a double, 13 ns with it.
+  // An integer that fits into the mantissa has no shorter decimal, except for zeros at its end.
+  // There is only one branch, because an additional branch on whether the real is below 1 is
+  // unpredictable in a list with both kinds: 8 ns per double, 13 ns with that branch.
   const auto fractionBits = static_cast<unsigned>(-exponent);
   const Bits fractionMask = (Bits{1} << (fractionBits % (8 * sizeof(Bits)))) - 1;
   const bool isInteger =

@@ -139,8 +139,7 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   return String(made);
 }
 
-// Not inlined, and compares words of 8 bytes: with memcmp instead, the read of links/100k took 5 %
-// longer.
+// Not inlined. Compares words of 8 bytes: with memcmp instead, reading links/100k took 5 % longer.
 bool String::hasCharactersOf(const String& other) const noexcept {
   return detail::sameCharacters(buf(), other.buf(), len());
 }

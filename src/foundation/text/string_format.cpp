@@ -1,6 +1,6 @@
-// Formatting by the conventions of printf, of any length. A plain %s is appended without the C
-// library, whose lengths have type int. Every other conversion is passed to the C library, one at a
-// time. %n is unknown, so no format can write to memory.
+// Formatting by the conventions of printf. The result can have any length. A plain %s is appended
+// without the C library, whose lengths have type int. Every other conversion is passed to the C
+// library, one at a time. %n is unknown, so no format can write to memory.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -95,7 +95,7 @@ class Formatter {
     return Length::Int;  // none, h and hh: promoted to int
   }
 
-  // False if the conversion is unknown. It is then copied unchanged.
+  // Returns false if the conversion is unknown. It is then copied unchanged.
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':

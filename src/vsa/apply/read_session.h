@@ -52,7 +52,7 @@ class ReadSession {
     std::uint64_t nodes = 0;
     std::uint64_t elements = 0;
     std::uint64_t values = 0;
-    std::uint64_t links = 0;  ///< Links whose resolution has begun.
+    std::uint64_t links = 0;  ///< Links whose resolution has started.
   };
 
   ReadSession() = default;

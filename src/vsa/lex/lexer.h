@@ -99,8 +99,8 @@ class Lexer {
   }
   /// Consumes the first `count` bytes of the window, which has more.
   void consumeBytes(std::size_t count) noexcept;
-  /// Whether the last `count` tokens lie in the current block of the source, and the offset of
-  /// each is known.
+  /// Whether the last `count` tokens are in the current block of the source, and the offset of each
+  /// is known.
   bool hasInBlock(std::uint32_t count) const noexcept {
     return tokensInBlock_ >= count && !isOffsetUnknown_;
   }

@@ -55,7 +55,7 @@ NormalizedList normalizeListPortable(const char* from, const char* end, char* to
 namespace {
 
 // The classes of a byte are byHigh[high nibble] & byLow[low nibble]. Bytes from 0x80 on have none.
-// One bit stands for a set of low nibbles within one class. High nibbles with the same set share
+// One bit represents a set of low nibbles within one class. High nibbles with the same set share
 // the bit.
 struct NibbleTables {
   alignas(16) std::int8_t byHigh[16] = {};

@@ -244,7 +244,7 @@ inline bool passInString(const char* at, LineFeeds& feeds) {
 
 }  // namespace detail
 
-/// The end of the string whose opening quote is at `at`, if it lies before `end`.
+/// The end of the string whose opening quote is at `at`, if that end is before `end`.
 inline StringEnd endOfString(const char* at, const char* end) {
   StringEnd found;
   std::uint32_t isEscaped = 0;  // whether the character at `at` is escaped

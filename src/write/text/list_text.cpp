@@ -60,7 +60,7 @@ class ListPrinter {
   static_assert(CHUNK_BYTES <= TextBuffer::MAX_RESERVED);
 
   // A chunk consists of whole units, except the last one. The loop computes columns from pointers:
-  // reserving memory and counting columns for each number took 5 ns of 27.
+  // reserving memory and counting columns for each number took 5 of 27 ns.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
     char* const chunk = out_.reserve(CHUNK_BYTES);
     std::int64_t lineStart = -column_;  // relative to the beginning of the chunk

@@ -21,8 +21,9 @@ bool isBare(Input& element) {
 }
 
 /// The index of the first element of an array of arrays that has elements itself, if all elements
-/// before it are bare. The statements of that element create the bare ones too, so they need no
-/// "[]", which causes a message. Otherwise 0.
+/// before it are empty arrays that have neither an element type nor a connection (isBare). The
+/// statements of that element create these too, so they need no "[]", which causes a message.
+/// Otherwise 0.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {

@@ -18,7 +18,7 @@ class ArrayState {
   /// `array` is the array of the written scene. `start` is its state in the scene of the reader
   /// before the first element is written. `isNamed`: the array is an input of a node or a member,
   /// not an element of another array. A named array gets its element type from the statement that
-  /// creates it, an element from any statement.
+  /// creates it. An array that is an element gets it from any statement.
   ArrayState(zn::korvo_sdk::Input& array, const Start& start, bool isNamed);
 
   /// Whether the statement of a later element creates this element, too.

@@ -20,7 +20,7 @@ using zn::korvo_sdk::isOtherNan;
 
 namespace {
 
-// For an input that has the value already. Of all forms, a link is the one that does not change an
+// The plan for an input that has the value already. A link is the only form that does not change an
 // existing value.
 constexpr Plan UNCHANGED{Form::Link};
 

@@ -8,7 +8,7 @@ namespace vsa {
 
 namespace {
 
-// The lexer's messages end as they are; every other one with a position gets a period.
+// A message of the lexer is not changed; a period is appended to any other message with a position.
 bool endsWithPeriod(DiagnosticId id) {
   return id != DiagnosticId::InvalidToken && id != DiagnosticId::InvalidListToken;
 }

@@ -34,13 +34,13 @@ Severity severityOf(const Record& record) {
                                                                : Severity::Error;
 }
 
-// Messages of the lexer, which is ahead of the parser.
+// Whether this is a message of the lexer without an input path. The lexer is ahead of the parser.
 bool namesNoPath(const Diagnostic& diagnostic) {
   return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
                                           diagnostic.id == DiagnosticId::InvalidListToken);
 }
 
-// Whether `path` is that of an element of the array `array`.
+// Whether `path` is the path of an element of the array `array`.
 bool isElementOf(std::string_view path, std::string_view array) {
   if (!path.starts_with(array)) return false;
   path.remove_prefix(array.size());
@@ -175,7 +175,8 @@ void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   --outcome_.droppedDiagnostics;
 }
 
-// It counts as dropped until it is kept, because the callback and the allocation may throw.
+// The diagnostic counts as dropped until it is kept, because the callback and the allocation may
+// throw.
 void DiagnosticRecorder::count(Severity severity) noexcept {
   ++(severity == Severity::Warning ? outcome_.warningCount : outcome_.errorCount);
   ++outcome_.droppedDiagnostics;
@@ -214,7 +215,7 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   const auto& next = parser_.tokens;
   problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);
-  // The message of an element that does not fit names the array.
+  // The message about an element of the wrong type names the array.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
   if (diagnostic.argument("expected") != "Array") return;
   std::string path = statementPath();

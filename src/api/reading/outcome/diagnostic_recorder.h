@@ -27,14 +27,14 @@ class DiagnosticRecorder {
                      TextStore& store, TextIndex& index, const VsaParser& parser);
 
   /// Whether a diagnostic of that severity, which does not end the reading, may be kept or
-  /// delivered. If not, counts it. May throw ReadStopped.
+  /// delivered. If not, counts the diagnostic. May throw ReadStopped.
   bool wants(Severity severity);
   /// Records what the reader reports. May throw ReadStopped: the limit of diagnostics, or what a
   /// callback throws.
   void add(const Record& record);
   /// Records a problem that the reader does not report, at the token consumed last. `argument` is
-  /// that of the message; ignored if a message of that id has none. `limit` is that of an
-  /// OverLimit.
+  /// the argument of the message; ignored if a message of that id has none. `limit` is the exceeded
+  /// limit for an OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
   /// The same for a limit with the value `maximum` that the text exceeds.
@@ -71,9 +71,9 @@ class DiagnosticRecorder {
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;
   bool isFull_ = false;                 // a diagnostic was too large to keep
-  std::uint64_t currentStatement_ = 0;  // where the statement of the current one begins
-  std::uint64_t keptStatement_ = 0;     // where the statement of the last kept one begins
-  std::size_t firstOfStatement_ = 0;    // the first kept one of that statement
+  std::uint64_t currentStatement_ = 0;  // where the current diagnostic's statement begins
+  std::uint64_t keptStatement_ = 0;     // where the last kept one's statement begins
+  std::size_t firstOfStatement_ = 0;    // the first kept diagnostic of that statement
 };
 
 }  // namespace vsa

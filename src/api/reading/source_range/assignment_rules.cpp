@@ -56,7 +56,7 @@ Found RangeRules::surplusNumber() const {
   const std::string_view index = problem_.diagnostic.argument("index");
   std::size_t wanted = 0;
   const auto parsed = std::from_chars(index.data(), index.data() + index.size(), wanted);
-  if (parsed.ec != std::errc()) return whole(list);  // a record of the host's own
+  if (parsed.ec != std::errc()) return whole(list);  // a record from the host
   const auto field = findNumber(tokens_.bytesOf(tokens_[list]),
                                 [&](const NumberField& one) { return one.index == wanted; });
   return field ? number(list, *field) : whole(list);
@@ -72,7 +72,7 @@ Found RangeRules::unreadableNumber() const {
 
 // The part of a statement that exceeds a limit: a count, an index, a path or a name.
 Found RangeRules::overLimit() const {
-  const bool isBuffer = !problem_.diagnostic.endedReading;  // it is left out
+  const bool isBuffer = !problem_.diagnostic.endedReading;  // true only for an omitted buffer
   if (isBuffer) return whole(parts_.value + 1);
   switch (problem_.diagnostic.limit.value_or(Limit::Memory)) {
     case Limit::Nodes:

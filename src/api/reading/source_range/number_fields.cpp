@@ -6,8 +6,7 @@ namespace vsa {
 
 namespace {
 
-// Commas, white space and brackets of another kind. The lexer removes brackets of the list's own
-// kind.
+// Commas, white space and brackets of another kind. The lexer removes brackets of the list's kind.
 bool isSeparator(char c, char open, char close) {
   if (c == open || c == close) return false;
   constexpr std::string_view OTHERS = ",()[]{}";

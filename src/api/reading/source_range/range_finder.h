@@ -18,19 +18,19 @@
 
 namespace vsa {
 
-/// The bytes from `begin` up to and without `end`, offsets in the text.
+/// The bytes from `begin` up to, but not including, `end`. Both are offsets in the text.
 struct SourceRange {
   std::uint64_t begin = 0;
   std::uint64_t end = 0;
   std::optional<std::uint64_t> numberIndex = std::nullopt;  ///< For a number of a list.
 };
 
-/// What is known of a problem besides its statement.
+/// The known facts about a problem besides its statement.
 struct Problem {
   /// Its id, arguments, limit and input path are set.
   const Diagnostic& diagnostic;
-  /// The end of the token that the parser noticed it at: the one consumed last, or the one that the
-  /// grammar does not allow.
+  /// The end of the token at which the parser noticed the problem: the token consumed last, or the
+  /// one that the grammar does not allow.
   std::uint64_t noticed;
   /// The invalid character, if there is one.
   std::optional<std::uint64_t> character;
@@ -38,7 +38,7 @@ struct Problem {
   bool isAtEnd = false;
 };
 
-/// Nothing if the tokens do not have the form that the problem implies.
+/// Finds the range. Returns nothing if the tokens do not have the form that the problem implies.
 std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
 /// The left-hand side of the assignment at the end of the tokens; empty if the last statement is

@@ -16,8 +16,8 @@ namespace vsa {
 /// Whether an input path may contain a token of that type.
 bool isPathToken(StatementTokens::Type type);
 
-/// The parts of an assignment: `path "=" value ";"` or `path "|" "=" source ";"`, as far as it
-/// goes.
+/// The parts of an assignment: `path "=" value ";"` or `path "|" "=" source ";"`, as far as the
+/// tokens go.
 struct Assignment {
   explicit Assignment(const StatementTokens& tokens);
 

@@ -18,22 +18,22 @@ class StatementTokens {
  public:
   using Type = zn::korvo_sdk::impl::Token::Type;
 
-  /// A token from `begin` up to and without `end`, offsets in the text. Invalid: `end` is the
-  /// offset of the invalid character. Eof: `begin` is where the string or list that is cut off
-  /// opens, or the end of the text.
+  /// A token from `begin` up to, but not including, `end`. Both are offsets in the text. Invalid:
+  /// `end` is the offset of the invalid character. Eof: `begin` is where the string or list that is
+  /// cut off opens, or the end of the text.
   struct Item {
     Type type;
     std::uint64_t begin;
     std::uint64_t end;
-    std::uint64_t firstLine;  // counted from the begin of the statement
+    std::uint64_t firstLine;  // counted from the beginning of the statement
     std::uint64_t lastLine;
     zn::String text;
     bool isCutOff = false;  // the text ends inside the token, a string or a list
   };
 
   /// Lexes from `start` on, up to the first ";" that ends at or after `noticed`, the end of the
-  /// token at which the parser noticed a problem; if that is not `start`, three tokens after it
-  /// are enough. Finds no token where the bytes are not available any more.
+  /// token at which the parser noticed a problem; if that is not `start`, three tokens after it are
+  /// enough. Finds no token where the bytes are no longer available.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed);
 
@@ -50,7 +50,8 @@ class StatementTokens {
   std::string_view bytesOf(const Item& item) const noexcept;
 
  private:
-  // A statement is lexed in memory; a longer one of a file is not lexed again.
+  // A statement is lexed in memory. A statement of a file that is longer than this is not lexed
+  // again.
   static constexpr std::size_t FIRST_BYTES = 16384;
   static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
 

@@ -103,7 +103,7 @@ Found RangeRules::missingSemicolon(std::size_t found) const {
   return isSwallowed ? opening(last) : tokenOrPlace(found);
 }
 
-// Two names, or a path, with white space before it.
+// Whether a statement may begin at the token: with two names, or with a path, after white space.
 bool RangeRules::beginsStatement(std::size_t token) const {
   if (tokens_[token].begin == tokens_[token - 1].end) return false;
   const Type next = tokens_[token + 1].type;
@@ -111,7 +111,7 @@ bool RangeRules::beginsStatement(std::size_t token) const {
   return tokens_[token].type == Type::Id && (next == Type::Id || next == Type::Dot);
 }
 
-// After a type keyword: brackets without a brace list, or the wrong kind of list.
+// The error after a type keyword: brackets without a brace list, or the wrong kind of list.
 Found RangeRules::wrongList(std::size_t found) const {
   const std::string_view word = tokens_[found - 1].text.view();
   const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text) != DataType::Null;
@@ -123,7 +123,8 @@ Found RangeRules::wrongList(std::size_t found) const {
   return isBufferLiteral || isTuple ? whole(found - 1) : whole(found);
 }
 
-// The value before the token found, which does not convert; the place of a missing value.
+// The value before the token found, if that value does not convert; otherwise the place of the
+// missing value.
 Found RangeRules::badValue(std::size_t found) const {
   if (found <= parts_.value) return tokenOrPlace(found);
   return tokens_[parts_.value].type == Type::Id ? badTuple() : tokens(parts_.value, found);
@@ -139,7 +140,7 @@ Found RangeRules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The first token that no statement has at this place; for a declaration without end, the place
+// The first token that no statement has at this place; for a declaration without its end, the place
 // after it.
 Found RangeRules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(problem_.noticed);

@@ -67,7 +67,7 @@ class TextIndex {
 
   TextStore& store_;
   std::vector<Mark> marks_{{0, 1, 1}};
-  LineStart last_{1, 0};  // the result of the last walk
+  LineStart last_{1, 0};  // the result of the last count of lines
   std::uint64_t end_ = 0;
 };
 

@@ -13,8 +13,8 @@ namespace vsa {
 class TextStore {
  public:
   virtual ~TextStore() = default;
-  /// The bytes from `offset` on, `count` or fewer; none where they are not available any more.
-  /// Valid until the next call. Throws std::bad_alloc.
+  /// The bytes from `offset` on, `count` or fewer; none where they are no longer available. Valid
+  /// until the next call. Throws std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
   /// Called before the last block is overwritten.
   virtual void keepBlock() {}

@@ -89,7 +89,7 @@ class NamedList {
     --count_;
   }
 
-  /// Removes all objects and gives the memory back.
+  /// Removes all objects and frees the memory of the list.
   void clear(SmallBlockPool& pool) noexcept {
     if (hasIndex(capacity_)) delete index();
     free(pool);

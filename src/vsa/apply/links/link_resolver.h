@@ -17,7 +17,7 @@ class LinkResolver {
       : scene_(scene), session_(session) {}
 
   /// Resolves every link of the table, bucket by bucket, and in insertion order within a bucket.
-  /// Then releases the inputs in the same order. The table keeps its entries.
+  /// Then releases the inputs in the same order. The entries remain in the table.
   void resolveConnections(const PendingTable& connections);
   void resolveReferences(const PendingTable& references);
 

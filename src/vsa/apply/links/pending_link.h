@@ -63,7 +63,7 @@ class AddressFilter {
   AddressFilter(const AddressFilter&) = delete;
   AddressFilter& operator=(const AddressFilter&) = delete;
 
-  /// False when `address` was not added.
+  /// Returns false when `address` was not added.
   bool mayContain(const void* address) const noexcept;
   void add(const void* address);
 
