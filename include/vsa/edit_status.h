@@ -11,7 +11,7 @@ namespace vsa {
 /// edit.h.
 enum class EditError : std::uint8_t {
   None,
-  // The node or input to be changed.
+  // The change does not fit the node or input.
   Missing,           ///< The node or input does not exist.
   Removed,           ///< The node or input was removed from its scene.
   OtherScene,        ///< A link to a node of another scene.
@@ -23,7 +23,7 @@ enum class EditError : std::uint8_t {
   TakesNoValue,      ///< The node's type declares that this input takes links only.
   TooDeep,           ///< The input would exceed the depth limit of the scene.
   TooMany,           ///< The array would have more than 2^32 - 1 elements.
-  // What no text can represent.
+  // The change needs something that no text can represent.
   BadName,            ///< Not a letter or "_", then letters, digits and "_"; or true, false, null.
   NameTaken,          ///< There is a node of that name.
   FormerName,         ///< The node's type declares it as a former name of something else.

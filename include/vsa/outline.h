@@ -18,7 +18,7 @@ namespace vsa {
 /// A statement of a text in memory. Its views refer to the text, so the difference of two pointers
 /// is a number of bytes. A part that the statement does not have is empty.
 struct StatementOutline {
-  /// As StatementReader determines it.
+  /// The kind that StatementReader determines.
   StatementKind kind = StatementKind::Malformed;
   /// From the first token up to and including the last one: the semicolon, the colon or the
   /// comment.
@@ -39,9 +39,9 @@ struct StatementOutline {
   std::string_view value;
   /// The first token of the value: the keyword of a tuple or buffer, or the node of a connection.
   std::string_view word;
-  /// Of a buffer: the count with its brackets.
+  /// The count of a buffer with its brackets.
   std::string_view brackets;
-  /// Of a tuple or buffer: the list with its brackets.
+  /// The list of a tuple or buffer with its brackets.
   std::string_view list;
   /// The number of elements of a list of at most 256 bytes that contains only numbers separated by
   /// single blanks; 0 for any other list.

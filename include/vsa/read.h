@@ -86,8 +86,8 @@ struct [[nodiscard]] ReadOutcome {
   /// Why the reading ended, as a message for people. Empty if `status` is Complete, and if there is
   /// no memory for the message.
   std::string message;
-  /// What was found, statement by statement, and sorted by position within a statement. Links come
-  /// last, in no particular order. See ReadOptions::keptDiagnostics.
+  /// The diagnostics that were found, statement by statement, and sorted by position within a
+  /// statement. Links come last, in no particular order. See ReadOptions::keptDiagnostics.
   std::vector<Diagnostic> diagnostics;
   /// Diagnostics that were found and not kept.
   std::uint64_t droppedDiagnostics = 0;
@@ -156,8 +156,8 @@ VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuff
 VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
                                         const ReadOptions& options = {}) noexcept;
 
-// The same functions for an existing scene: they add nodes to it. The scene is the library's own or
-// a host's. An unreadable file or null text changes nothing in it.
+// The same functions for an existing scene. They add nodes to the scene. The scene is the library's
+// own or a host's. An unreadable file or null text changes nothing in it.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;

@@ -5,9 +5,9 @@
 //   vsa::SyntaxStatement statement;
 //   while (statements.next(statement)) use(statement.kind, statement.tokens);
 //
-// The tokens are those of the reader, with the same boundaries. A text need not be valid: what the
-// reader rejects is a token of the kind Invalid or Unterminated. Only white space, and characters
-// that the format skips like white space, are between two tokens.
+// The tokens are those of the reader, with the same boundaries. A text need not be valid: bytes
+// that the reader rejects are a token of the kind Invalid or Unterminated. Only white space, and
+// characters that the format skips like white space, are between two tokens.
 //
 // A text is in memory, or comes from a Source and needs memory for one token only, 256 KiB at most:
 // a longer token is delivered in pieces. The functions throw std::bad_alloc and what the source
@@ -103,7 +103,7 @@ class VSA_API SyntaxReader {
   friend class StatementReader;
   class VSA_LOCAL State;
 
-  // For a text in memory.
+  // Appends the tokens of a statement of a text in memory.
   VSA_LOCAL bool appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens);
 
   std::unique_ptr<State> state_;

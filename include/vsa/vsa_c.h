@@ -219,7 +219,8 @@ VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_comment_at(const vsa_reading* reading, size_t index);
 
-/* The nodes in the order of their creation: the first, and the one after a node, or null. */
+/* The nodes in the order of their creation: the first node, and the node after another one. Null at
+ * the end. */
 VSA_C_API const vsa_node* vsa_first_node(const vsa_reading* reading);
 VSA_C_API const vsa_node* vsa_next_node(const vsa_node* node);
 /* The node of that name, which ends in a NUL, or null. */
@@ -297,7 +298,7 @@ typedef struct vsa_buffer {
   uint64_t count;             /* elements */
   uint64_t bytes;             /* in all */
   const char* element_type;   /* "Vec3f" */
-  const char* component_type; /* "Float": of one number */
+  const char* component_type; /* the type of one number: "Float" */
   size_t components;          /* numbers of one element */
   size_t component_bytes;     /* of one number */
 } vsa_buffer;

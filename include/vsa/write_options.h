@@ -1,5 +1,5 @@
-// Options of one writing: the layout of the text, and what happens if the text cannot represent
-// something.
+// Options for writing one text: the layout of the text, and what happens if the text cannot
+// represent something.
 #pragma once
 
 #include <cstddef>
@@ -17,9 +17,9 @@ enum class PathForm : std::uint8_t {
 
 /// The order of the nodes in the text, and therefore in the scene that is read from it.
 enum class NodeOrder : std::uint8_t {
-  /// As in the scene.
+  /// The order of the scene.
   Created,
-  /// By name, byte for byte.
+  /// Sorted by name, compared byte by byte.
   Name,
 };
 
@@ -53,7 +53,7 @@ enum class HeaderForm : std::uint8_t {
   None,
 };
 
-/// Options of one writing.
+/// Options for writing one text.
 struct WriteOptions {
   /// The maximum width, in columns, of a line with a list of numbers; 0: no maximum. A longer list
   /// is broken between elements, a matrix between rows. Nothing else is broken.

@@ -15,7 +15,7 @@ Status checkValue(const Value& value) noexcept;
 /// TakesNoValue. For the type Null: whether the input can be without a value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
-/// The same for a buffer with elements of that type.
+/// The same check for a buffer with elements of that type.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
 /// Removes a value of another type, so that the input has that type or Null. Call it after

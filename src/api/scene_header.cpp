@@ -1,5 +1,5 @@
 // vsa::Scene: version, time and comments. A text has version and time in comments only. So each
-// change of one changes the others, too: reading the comments again gives the same header.
+// change of one changes the others, too: reading the comments again results in the same header.
 #include <string>
 #include <vector>
 

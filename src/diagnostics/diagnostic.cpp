@@ -81,7 +81,7 @@ ScopedReadingSinks::~ScopedReadingSinks() {
   setThreadLogSink(previousLines_);
 }
 
-// Replaces each sink that belongs to a reading by the one before it.
+// Replaces each sink that belongs to a reading by the previous sink.
 ScopedHostSinks::ScopedHostSinks() noexcept : reading_(reading) {
   if (reading_ == nullptr) return;
   reading = nullptr;
@@ -137,8 +137,8 @@ String positionedLine(const String& kind, std::int32_t line, std::int32_t column
   return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
 }
 
-// The format is that of a row. The compiler has checked it against the argument types (see
-// emitter.h).
+// The format is from a row of the table. The compiler has checked it against the argument types
+// (see emitter.h).
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 String formatMessage(const char* format, ...) {

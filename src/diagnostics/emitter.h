@@ -106,7 +106,7 @@ void emitFatal(const std::runtime_error& error);
 /// Emits messages with one position.
 class Emitter {
  public:
-  /// For messages without a position.
+  /// Emits messages without a position.
   Emitter() = default;
   Emitter(std::int32_t line, std::int32_t column) : line_(line), column_(column) {}
 

@@ -7,7 +7,7 @@
 
 namespace vsa::impl {
 
-/// The state of the scan of one token, which continues in the next block.
+/// The state of scanning one token. The token may continue in the next block.
 class TokenScanState {
  public:
   /// Begins a token with its first character, which is not white space.

@@ -94,7 +94,7 @@ enum class PositionOf : std::uint8_t {
   None,           ///< No position: links, which are resolved after the last statement; scenes.
   CurrentToken,   ///< The token consumed last; 0,0 before the first one.
   FoundToken,     ///< The token that the grammar does not allow.
-  LastCharacter,  ///< The last character before the one that no token may contain.
+  LastCharacter,  ///< The character before the invalid one.
 };
 
 /// One row of the table of diagnostics. All texts are NUL-terminated and never null.

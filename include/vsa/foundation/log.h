@@ -36,7 +36,7 @@ VSA_API LogSink* setThreadLogSink(LogSink* sink) noexcept;
 /// the thread that created them, in reverse order of creation.
 class VSA_API ScopedLogSink {
  public:
-  /// As setThreadLogSink: with null, the thread uses the sink of the process.
+  /// If the sink is null, the thread uses the sink of the process, as with setThreadLogSink.
   explicit ScopedLogSink(LogSink* sink) noexcept : before_(setThreadLogSink(sink)) {}
   ~ScopedLogSink() { setThreadLogSink(before_); }
   ScopedLogSink(const ScopedLogSink&) = delete;

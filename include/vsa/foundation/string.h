@@ -103,7 +103,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Takes ownership of the storage of `chars`, which is left empty, without copying. The text ends
   /// at the first NUL.
   static String adopt(ds::Vector<char>&& chars);
-  /// The same for characters without a NUL.
+  /// The same for characters that contain no NUL.
   static String adoptWhole(ds::Vector<char>&& chars);
   /// Becomes a copy of `text`, which must not be part of this text. Reuses the buffer when no other
   /// handle shares it and the text fits.

@@ -85,9 +85,9 @@ class VSA_API Input : public interfaces::IInput {
   /// with "[". Throws std::runtime_error at the depth limit of the scene.
   Input* createInput(const String& name, AttrType type) override = 0;
   Input* createArray(const String& name, AttrType elementType) override = 0;
-  /// Null if `index` is not less than `count`, or if the input is not an array.
+  /// Returns null if `index` is not less than `count`, or if the input is not an array.
   Input* element(std::uint64_t index) override = 0;
-  /// Null if there is no such member.
+  /// Returns null if there is no such member.
   Input* input(const String& name) override = 0;
 
   /// Gives a Null input the type of the record. Does nothing if the input has another type.

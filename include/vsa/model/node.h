@@ -46,7 +46,7 @@ class VSA_API Node : public interfaces::INode {
 
   // INode. The comments of the interface apply; these add the behaviour of this scene.
 
-  /// True also for an input that the type of the node declares: the first look-up creates it.
+  /// Also returns true for an input that the node's type declares: the first look-up creates it.
   bool hasInput(const String& name, AttrType type) override = 0;
   /// The input of that name, or null. Creates a declared input.
   Input* input(const String& name) override = 0;

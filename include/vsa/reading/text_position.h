@@ -36,8 +36,8 @@ struct TextRange {
 /// A column of 0 counts as 1.
 VSA_API std::uint64_t columnInCharacters(std::string_view line, std::uint64_t column) noexcept;
 
-/// The same in UTF-16 code units, as the language server protocol counts by default, but from 1: a
-/// character above U+FFFF counts as two.
+/// The same column in UTF-16 code units, counted from 1 (the language server protocol counts these
+/// units by default, from 0): a character above U+FFFF counts as two.
 VSA_API std::uint64_t columnInUtf16(std::string_view line, std::uint64_t column) noexcept;
 
 }  // namespace vsa

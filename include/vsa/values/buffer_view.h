@@ -82,7 +82,7 @@ class TypedBuffer {
 class BufferView {
  public:
   BufferView() = default;
-  /// For an input that has no buffer.
+  /// The view of an input that has no buffer.
   explicit BufferView(BufferProblem problem) noexcept : problem_(problem) {}
   explicit BufferView(const zn::korvo_sdk::BufferValue& value) noexcept
       : value_(value), problem_(BufferProblem::None) {}

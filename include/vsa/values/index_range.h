@@ -11,9 +11,8 @@ namespace vsa {
 /// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
 /// `Value` type, which returns a missing view, or an empty text, for an index that does not exist.
 /// Iterators contain a copy of the source, so they stay valid after the range is destroyed. The
-/// size is that at the time when the range was created: for what is removed later, the range
-/// returns a missing view. (Not derived from std::ranges::view_interface, which clang 14 cannot
-/// compile.)
+/// size is fixed when the range is created: an item that is removed later becomes a missing view.
+/// (Not derived from std::ranges::view_interface, which clang 14 cannot compile.)
 template <class Source>
 class IndexRange {
  public:
@@ -74,7 +73,7 @@ class IndexRange {
   Iterator end() const noexcept { return {source_, size_}; }
   std::size_t size() const noexcept { return static_cast<std::size_t>(size_); }
   bool empty() const noexcept { return size_ == 0; }
-  /// For an index past the end, a missing view or an empty text.
+  /// The value at `index`; a missing view or an empty text for an index past the end.
   auto operator[](std::uint64_t index) const noexcept { return source_(index); }
 
  private:

@@ -99,7 +99,7 @@ class Value {
   template <std::floating_point T>
   constexpr Value(T value) noexcept : type_(ValueType::Real), real_(static_cast<double>(value)) {}
   constexpr Value(std::string_view text) noexcept : type_(ValueType::String), text_(text) {}
-  /// Null is the empty text.
+  /// A null pointer is the empty text.
   constexpr Value(const char* text) noexcept
       : Value(text != nullptr ? std::string_view(text) : std::string_view()) {}
   template <class T>
@@ -114,7 +114,7 @@ class Value {
   constexpr std::int64_t integer() const noexcept { return integer_; }
   constexpr double real() const noexcept { return real_; }
   constexpr std::string_view text() const noexcept { return text_; }
-  /// Null unless the type is that of a tuple.
+  /// The tuple; null unless the type is a tuple type.
   constexpr const Tuple* tuple() const noexcept { return tuple_ ? &*tuple_ : nullptr; }
 
  private:

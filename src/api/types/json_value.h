@@ -29,7 +29,7 @@ struct JsonMember {
   JsonValue value;
 };
 
-/// Why a text is not accepted, and where.
+/// The reason why a text is not accepted, and its position.
 class JsonError : public std::runtime_error {
  public:
   JsonError(std::size_t offset, const std::string& message)

@@ -21,7 +21,7 @@ constexpr unsigned char valueOf(char c) {
   return static_cast<unsigned char>(detail::hexValue(c));
 }
 
-// For each character the value of the digit, or one of the marks above.
+// For each character, the value of the digit or one of the constants above.
 constexpr std::array<unsigned char, 256> makeDigitValues() {
   std::array<unsigned char, 256> values{};
   for (unsigned byte = 0; byte < 256; ++byte) values[byte] = valueOf(static_cast<char>(byte));

@@ -15,7 +15,7 @@
 namespace zn::inflate {
 
 inline constexpr std::ptrdiff_t COPY_BYTES = 16;
-/// How many bytes copying a match may write after the end of the match.
+/// The number of bytes that copying a match may write after the end of the match.
 inline constexpr std::ptrdiff_t MAX_OVERSHOOT = 2 * COPY_BYTES;
 
 /// One iteration of the loop decodes up to three literals, or two and a match. It loads 8 bytes

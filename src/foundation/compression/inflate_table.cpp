@@ -59,7 +59,7 @@ struct AlphabetFacts {
   bool mayBeIncomplete;
 };
 
-// In the order of Alphabet.
+// Indexed by Alphabet.
 constexpr AlphabetFacts FACTS[] = {
     {LITLEN_MEANINGS.data(), LITLEN_PRIMARY_BITS, true},
     {DISTANCE_MEANINGS.data(), DISTANCE_PRIMARY_BITS, true},

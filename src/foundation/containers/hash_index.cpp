@@ -48,7 +48,7 @@ void HashIndex::place(Slot slot) noexcept {
 }
 
 // A look-up ends at the first free slot. The entries after the gap therefore move up, except those
-// that would get a slot before the one where their own search begins.
+// that would get a slot before the start of their search.
 void HashIndex::closeGap(std::uint64_t gap) noexcept {
   for (std::uint64_t at = (gap + 1) & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
     const std::uint64_t home = slots_[at].tag & mask_;

@@ -39,7 +39,7 @@ inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MO
 /// hashes are one key. A long bucket is searched through an index. The search itself adds the new
 /// nodes to the index, so a map that is only filled and iterated has no index. References to values
 /// are valid until the next key is added. Functions that add a key throw std::bad_alloc, and
-/// std::length_error at some 2^32 keys in one bucket; the map is unchanged then.
+/// std::length_error at about 2^32 keys in one bucket; the map is unchanged then.
 template <class K, class V>
 class HashMap {
  public:

@@ -10,7 +10,7 @@
 
 namespace zn {
 
-/// How many fields were converted.
+/// The result of converting a list.
 struct NumberRun {
   /// The start of the first field that was not converted; `end` when all were.
   const char* next;

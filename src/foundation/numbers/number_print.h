@@ -27,7 +27,7 @@ char* printNumber(char* to, Integer value) {
   return std::to_chars(to, to + PRINT_CAPACITY, value).ptr;
 }
 
-/// The same with a point in the text of a finite value: 2.0  1.0e5
+/// The same, but the text of a finite value always has a point: 2.0  1.0e5
 char* printRealWithPoint(char* to, double value);
 
 }  // namespace zn::numbers

@@ -32,7 +32,7 @@ struct Text {
   bool isAtEnd() const { return at == end; }
   bool startsWithDigit() const { return at != end && *at >= '0' && *at <= '9'; }
 
-  /// Skips the next character when it is one of the two.
+  /// Skips the next character when it is one of the two given ones.
   bool skip(char one, char other) {
     if (at == end || (*at != one && *at != other)) return false;
     ++at;
@@ -162,7 +162,7 @@ bool parseInfinityOrNan(Text text, Real& out) {
 /// 767, and one more that is not 0 if other digits follow.
 class PlainDecimal {
  public:
-  /// `order` is that of the value: 10^(order - 1) <= value < 10^order.
+  /// `order` is the decimal order of the value: 10^(order - 1) <= value < 10^order.
   PlainDecimal(Text mantissa, int64_t order) {
     while (!mantissa.isAtEnd() && count_ <= MAX_SIGNIFICANT) add(*mantissa.at++);
     char* const digitsEnd = text_ + count_;

@@ -1,7 +1,7 @@
 // Converts a binary real to the shortest decimal that reads back as the same real. Internal.
 //
 // The method is Schubfach: R. Giulietti, "The Schubfach way to render doubles" (2020). Of all
-// decimals inside the rounding interval of the real it finds one with the fewest digits, and of
+// decimals inside the rounding interval of the real it finds one with the fewest digits, and among
 // those the one nearest to the real. Three products with a tabulated power of ten, rounded to odd,
 // decide it exactly, without a loop.
 #pragma once
@@ -118,7 +118,7 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
   const bool isInteger =
       (fractionBits <= unsigned{Layout::MANTISSA_BITS}) & ((mantissa & fractionMask) == 0);
   if (isInteger) return {static_cast<Bits>(mantissa >> fractionBits), 0};
-  // At a power of two the reals below are twice as dense.
+  // Below a power of two, the reals are twice as dense as above.
   const bool isLowerNearer = fraction == 0 && biased > 1;
   const int power = floorLog10OfPower(exponent, isLowerNearer);
   const int shift = exponent + floorLog2OfPower(-power) + 1;

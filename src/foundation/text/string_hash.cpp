@@ -1,7 +1,7 @@
 // The hash of a text: multiply and fold (the mixing step of wyhash, public domain), eight
 // characters per step, with a random key that is created once per process. Texts that collide in
 // one process do not collide in another, so nobody can write a file whose names all collide. Names
-// that differ in their last character only are an exception: at most some 190 of them can exist.
+// that differ in their last character only are an exception: at most about 190 of them can exist.
 #include <chrono>
 #include <cstdint>
 

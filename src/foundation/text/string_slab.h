@@ -46,8 +46,8 @@ class StringSlabs {
   StringSlabs& operator=(const StringSlabs&) = delete;
   ~StringSlabs() { finish(); }
 
-  /// A copy of exactly these characters, with the known hash `String::hashOf(text)`, or 0 when it
-  /// is not known. Throws std::bad_alloc.
+  /// A copy of exactly these characters. `hash` is `String::hashOf(text)`, or 0 when it is not
+  /// known. Throws std::bad_alloc.
   String copyOf(std::string_view text, std::uint64_t hash = 0);
 
  private:

@@ -82,7 +82,8 @@ void InputImpl::assign(const AttrData& value) {
   }
 }
 
-// Longer strings keep the memory that they come in (text: 2 % of the instructions).
+// Longer strings are not copied: the input keeps their memory. This saves 2 % of the instructions
+// of the benchmark text.
 constexpr std::size_t MAX_COPIED_BYTES = 512;
 static_assert(MAX_COPIED_BYTES <= SmallBlockPool::MAX_BYTES);
 

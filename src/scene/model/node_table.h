@@ -46,8 +46,9 @@ class NodeTable final : public LibraryScene {
   Slabs<NodeImpl, SceneStorage> nodes_;
   ds::HashIndex index_;  // of the nodes that were not removed
   // The name that was missing, created or removed last, and its node, or null. The statements after
-  // a declaration usually refer to its node, and a creation follows a look-up of the same name
-  // (nodes 100k, with the resolution of short paths: 4 % of the instructions).
+  // a declaration usually refer to its node, and a creation follows a look-up of the same name.
+  // This and the fast resolution of short paths save 4 % of the instructions of the benchmark nodes
+  // 100k.
   String lastName_;
   NodeImpl* last_ = nullptr;
 };

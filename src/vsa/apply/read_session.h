@@ -72,8 +72,8 @@ class ReadSession {
 
   // The position of the parser, for diagnostics.
 
-  /// The position of the token before the current statement. During the resolution of a link, of
-  /// the token before the link's statement.
+  /// The position of the token before the current statement. During the resolution of a link, it is
+  /// the position of the token before the link's statement.
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }

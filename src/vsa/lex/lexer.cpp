@@ -154,7 +154,7 @@ Token Lexer::collectedToken(Type type) {
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
-// The same for a list. It contains no NUL: normalisation removes NUL as white space.
+// The same for a list. A list contains no NUL: normalisation removes NUL as white space.
 Token Lexer::collectedList(Type type) {
   if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adoptWhole(std::move(chars_)), line, column};
@@ -172,7 +172,7 @@ Token Lexer::invalidListToken(const String& what) const {
   return invalid(DiagnosticId::InvalidListToken, what);
 }
 
-// The position is that of the last character before the invalid one.
+// The token has the position of the last character before the invalid one.
 Token Lexer::invalid(DiagnosticId id, const String& list) const {
   problem_ = {id,
               diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),

@@ -81,7 +81,7 @@ class Lexer {
   /// text of the Invalid token, its text that of the other.
   const Diagnostic& problem() const noexcept { return problem_; }
 
-  /// True when a byte 0xFF ended the input, not the end of the source.
+  /// True when a byte 0xFF ended the input before the end of the source.
   bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
 
   // The sources and the StatementScanner read and move the window.

@@ -8,8 +8,8 @@
 // as the parser would have read it: up to the end of the third token after the statement.
 //
 // Each byte is classified once: the three tokens after a statement are the first ones of the next
-// statement, so their places are kept (nodes 100k, with the comparison in `name`: 10 % of the
-// instructions).
+// statement, so their places are kept. This and the comparison in `name` save 10 % of the
+// instructions of the benchmark nodes 100k.
 #pragma once
 
 #include <cstdint>
@@ -70,7 +70,7 @@ class StatementScanner {
   /// Whether a statement was accepted.
   bool hasAccepted() const noexcept { return ahead_ != nullptr; }
 
-  /// Whether the window is the same as after `accept`. If not, a scene has read the file.
+  /// Whether the window has not changed since `accept`. If it has, a scene has read the file.
   bool isWindowKept() const noexcept { return lexer_.windowBegin == ahead_; }
 
   /// Moves the lexer back to the end of the last accepted statement, and reads the next token into

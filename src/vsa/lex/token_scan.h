@@ -201,12 +201,12 @@ inline __m128i upToOrMark(__m128i bytes, char last) {
   return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(last - 126)));
 }
 
-/// Of 32 bytes of a string, those that are not plain characters.
+/// Bit masks of the bytes that are not plain characters, for 32 bytes of a string.
 struct StringMasks {
   explicit StringMasks(const char* at) : low_(load16(at)), high_(load16(at + 16)) {}
 
   std::uint32_t of(char c) const { return both(equal(low_, c), equal(high_, c)); }
-  /// Includes some controls that are plain characters.
+  /// Also flags some control characters that are plain characters.
   std::uint32_t controls() const { return both(upToOrMark(low_, '\n'), upToOrMark(high_, '\n')); }
   bool areEmpty() const { return maskOf(_mm_or_si128(special(low_), special(high_))) == 0; }
 
@@ -223,7 +223,8 @@ struct StringMasks {
 
 /// Flags the bytes that a backslash escapes. `carry` is whether the first byte is escaped, and
 /// becomes that of the byte after the 32. No branches, because the places of escapes are
-/// unpredictable (text, with the steps of 32 bytes: 9 % of the instructions).
+/// unpredictable. With the steps of 32 bytes, this saves 9 % of the instructions of the benchmark
+/// text.
 inline std::uint32_t escapedMask(std::uint32_t backslashes, std::uint32_t& carry) {
   // In a run of backslashes, every other one escapes the byte after it. The subtraction propagates
   // through each run, which gives the parity of its length.

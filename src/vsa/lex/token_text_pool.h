@@ -70,7 +70,8 @@ class TokenTextPool {
   };
 
   // An empty slot has the length 0. Head and tail are not adjacent: the compiler would copy both by
-  // one load, which waits for the two stores before it (links 100k: 6 % of the time).
+  // one load, which waits for the two stores before it. That would cost 6 % of the time of the
+  // benchmark links 100k.
   struct Word {
     std::uint64_t head = 0;
     std::uint32_t length = 0;

@@ -91,7 +91,7 @@ bool isZeroText(const char* text) {
   return *text == '\0';
 }
 
-/// Whether the value is that of a new input of the same type.
+/// Whether the value is equal to the value of a new input of the same type.
 bool isZero(const Input& input) {
   switch (input.type()) {
     case AttrType::Bool:

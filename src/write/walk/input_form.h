@@ -25,8 +25,8 @@ enum class Form : std::uint8_t {
   EmptyArray,
   /// "node" or "null".
   Reference,
-  /// A connection, "|= null" if there is none. It creates an input of type Null, and does not
-  /// change the value of an existing one.
+  /// A connection, or "|= null" if the input has none. The statement creates an input of type Null,
+  /// and does not change the value of an existing input.
   Link,
 };
 

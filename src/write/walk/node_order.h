@@ -26,7 +26,7 @@ struct NamedNode {
 };
 
 /// The nodes that follow `last` in the order of names, sorted; the first ones if `last` is null.
-/// Empty if there are none. Returns as many as fit into some 4 MB.
+/// Empty if there are none. Returns as many as fit into about 4 MB.
 std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last);
 
 /// Calls `visit(const Node&)` for each node, in the given order.

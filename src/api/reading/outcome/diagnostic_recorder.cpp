@@ -194,7 +194,7 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
 
 // --- the source range ---
 
-// Where a statement may begin: after the token before it.
+// The offset at which a statement may begin: after the token before it.
 std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
   return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }

@@ -72,7 +72,7 @@ class DiagnosticRecorder {
   std::uint64_t keptBytes_ = 0;
   bool isFull_ = false;                 // a diagnostic was too large to keep
   std::uint64_t currentStatement_ = 0;  // where the current diagnostic's statement begins
-  std::uint64_t keptStatement_ = 0;     // where the last kept one's statement begins
+  std::uint64_t keptStatement_ = 0;     // where the last kept diagnostic's statement begins
   std::size_t firstOfStatement_ = 0;    // the first kept diagnostic of that statement
 };
 

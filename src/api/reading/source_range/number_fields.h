@@ -11,8 +11,8 @@ namespace vsa {
 
 /// One number of a list.
 struct NumberField {
-  std::size_t begin;  ///< Its first byte and the one after its last, counted from the list's "(".
-  std::size_t end;
+  std::size_t begin;  ///< The first byte, as an offset from the list's opening bracket.
+  std::size_t end;    ///< The byte after the last one, in the same way.
   std::string text;   ///< As in the token: without brackets of the same kind as the list's.
   std::size_t index;  ///< From 0.
 };

@@ -14,7 +14,7 @@ bool isTypeWord(std::string_view word);
 /// Converts numbers of a list as the parser does.
 class ComponentReader {
  public:
-  /// Of a buffer of that type.
+  /// Creates the reader for a buffer of that type.
   explicit ComponentReader(zn::korvo_sdk::DataType bufferType) noexcept;
   /// Whether `text` converts to a component of the buffer.
   bool accepts(std::string_view text);

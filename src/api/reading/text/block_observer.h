@@ -8,7 +8,7 @@ namespace vsa {
 
 class BlockObserver {
  public:
-  /// A block is about to be read; the one before is about to be overwritten.
+  /// A block is about to be read, and the previous block is about to be overwritten.
   virtual void beforeBlock() = 0;
   /// A block was read. Empty at the end.
   virtual void afterBlock(std::string_view block) = 0;

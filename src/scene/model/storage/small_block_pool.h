@@ -28,7 +28,7 @@ class VSA_API SmallBlockPool {
 
   /// The size class of `bytes`: the size of the block that is allocated for them. There are eight
   /// classes between two powers of two. A list that grows step by step deallocates one block of
-  /// each smaller class. With eight classes, these blocks take at most some twelve times the final
+  /// each smaller class. With eight classes, these blocks take at most about twelve times the final
   /// size of the list.
   static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
     const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);

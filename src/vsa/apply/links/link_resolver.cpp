@@ -15,7 +15,7 @@ namespace {
 
 using Snapshot = ds::Vector<const PendingTable::Node*>;
 
-// The entries in table order. Nothing is added during resolution, so the pointers stay valid.
+// The entries in table order. No entry is added during resolution, so the pointers stay valid.
 Snapshot snapshotOf(const PendingTable& table) {
   Snapshot entries;
   for (const auto& bucket : table.buckets) {

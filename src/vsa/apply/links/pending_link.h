@@ -56,7 +56,7 @@ class TextArena {
 /// A filter with false positives but no false negatives. It stores the highest address added in
 /// each page of 64 KiB. Most inputs are created at ascending addresses, so a new input is above the
 /// highest one. The first link of such an input then needs no look-up in the table, which may be
-/// larger than the CPU caches (links 1M: 4 % of the time).
+/// larger than the CPU caches. This saves 4 % of the time of the benchmark links 1M.
 class AddressFilter {
  public:
   AddressFilter() = default;

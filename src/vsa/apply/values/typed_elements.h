@@ -10,8 +10,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Caches how many elements of each array have a type, so that filling an array one element at a
-/// time takes linear time. A scene may empty an element itself, so each call rechecks up to
+/// Caches the number of elements with a type in each array, so that filling an array one element at
+/// a time takes linear time. A scene may empty an element itself, so each call rechecks up to
 /// RECHECKED elements that had a type, in rotation.
 class TypedElements {
  public:
