@@ -50,7 +50,7 @@ class VSA_API Source {
   virtual std::string error() const { return {}; }
 };
 
-/// A buffer of a text that was not read, see BufferMode::Skip.
+/// A buffer literal of a text that was not converted, see BufferMode::Skip.
 struct SkippedBuffer {
   /// The input to which the text assigns it, such as "worktop.points".
   std::string inputPath;
@@ -97,8 +97,8 @@ struct [[nodiscard]] ReadOutcome {
   /// Bytes of the text that were read. The reader looks ahead by up to three tokens.
   std::uint64_t bytesRead = 0;
   AppliedCounts applied;
-  /// One for each buffer literal that was assigned to an input, in the order of the text; empty
-  /// unless BufferMode::Skip.
+  /// One record for each buffer literal that was assigned to an input, in the order of the text;
+  /// empty unless BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// What the host's scene, source or callback threw, if `status` is HostException. If `status` is
   /// OutOfMemory, the std::bad_alloc that the library or the host threw. What a scene throws while

@@ -64,7 +64,7 @@ struct SyntaxToken {
   /// piece. If a token has several pieces, the last one may have no bytes.
   bool isFirst = true;
   bool isLast = true;
-  /// The bytes as they are written.
+  /// The bytes of the token or piece, as in the source.
   std::string_view text;
   /// The range of `text` in the source.
   TextRange range;

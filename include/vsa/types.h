@@ -4,7 +4,7 @@
 //   if (!read.isValid()) std::puts(read.problem.c_str());
 //   vsa::registerTypes(read.types);
 //
-// A program that has the types in code uses zn::korvo_sdk::registerNodeType.
+// A program that describes its types in C++ uses zn::korvo_sdk::registerNodeType.
 #pragma once
 
 #include <optional>
@@ -26,7 +26,7 @@ struct InputDescription {
   /// The range of a number, and of each component of a tuple. The range includes both ends.
   std::optional<double> minimum = std::nullopt;
   std::optional<double> maximum = std::nullopt;
-  /// Whether each node of the type has to set or connect the input.
+  /// Whether each node of the type must set or connect the input.
   bool isRequired = false;
 };
 

@@ -114,8 +114,8 @@ class InputView {
     if (input_ == nullptr) return {};
     return {input_->components(), zn::korvo_sdk::componentCount(input_->type())};
   }
-  /// A copy of the N numbers: `components<3>()` of a Vec3 or a Pos3. std::nullopt if the value does
-  /// not have N numbers.
+  /// A copy of the N numbers: `components<3>()` of a Vec3 or a Pos3. Returns std::nullopt if the
+  /// value does not have N numbers.
   template <std::size_t N>
   std::optional<std::array<double, N>> components() const noexcept {
     const std::span<const double> all = components();

@@ -1,4 +1,4 @@
-// Which types of value an input can be given. Internal.
+// Checks which types of values an input can have. Internal.
 #pragma once
 
 #include <vsa/edit_status.h>

@@ -19,7 +19,8 @@ namespace char_class = zn::char_class;
 using zn::isWord;
 using zn::detail::trimmed;
 
-// The characters of a bracket list. The reader also skips a NUL, but a name ends there.
+// Whether a bracket list in a name may contain the character. The reader also skips a NUL, but a
+// name ends at one.
 bool isInBrackets(char c) {
   const bool isWhite = char_class::is(c, char_class::WHITE) && c != '\0';
   return c == '[' || c == '*' || isWhite || char_class::is(c, char_class::DIGIT);

@@ -12,8 +12,8 @@
 
 namespace zn::korvo_sdk {
 
-/// The number of leading elements of `array` that IInput::set would not change, whatever type it
-/// passes.
+/// The number of leading elements of `array` that IInput::set would not change, whatever type is
+/// passed.
 using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 
 /// Sets the function that `typedPrefixOf` calls. All scenes of the library set the same function.

@@ -22,7 +22,7 @@ using impl::PlainList;
 using impl::StatementTokens;
 using Type = lex::Token::Type;
 
-constexpr int END_MARK = 0xFF;  // as std::memchr takes a byte
+constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
 
 // Each function below begins at the current token, and ends at the first token after its
 // production.

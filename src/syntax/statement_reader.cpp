@@ -23,8 +23,8 @@ bool isChar(Tokens tokens, std::size_t index, char c) {
   return index < tokens.size() && tokens[index].is(c);
 }
 
-// node "." input, or "." input, then "[index]" and ".member". The index after it; `from` if there
-// is no path.
+// Recognises a path: node "." input, or "." input, then "[index]" and ".member". Returns the index
+// of the token after it, or `from` if there is no path.
 std::size_t endOfPath(Tokens tokens, std::size_t from) {
   std::size_t at = from;
   if (hasKind(tokens, at, SyntaxKind::Word)) ++at;
@@ -41,7 +41,7 @@ std::size_t endOfPath(Tokens tokens, std::size_t from) {
   }
 }
 
-// The index after the value; `from` if there is none.
+// Returns the index of the token after the value, or `from` if there is no value.
 std::size_t endOfValue(Tokens tokens, std::size_t from) {
   if (hasKind(tokens, from, SyntaxKind::Word)) {
     if (hasKind(tokens, from + 1, SyntaxKind::Parens)) return from + 2;

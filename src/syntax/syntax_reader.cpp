@@ -18,7 +18,7 @@ namespace char_class = zn::char_class;
 namespace lex = zn::korvo_sdk::impl;
 
 constexpr std::size_t BUFFER_BYTES = 256 << 10;
-constexpr int END_MARK = 0xFF;  // as std::memchr takes a byte
+constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
 
 SyntaxKind kindOfWord(std::string_view text) {
   switch (lex::typeOfWord(text)) {

@@ -40,7 +40,7 @@ class VSA_API Input : public interfaces::IInput {
   // null or an empty value.
 
   bool boolean() const noexcept;
-  /// The value of an Int. For a UInt the same 64 bits.
+  /// The value of an Int. For a UInt, the same 64 bits as a signed number.
   std::int64_t integer() const noexcept;
   double real() const noexcept;
   /// The NUL-terminated characters of a String. Never null. Valid until the next assignment.

@@ -72,8 +72,8 @@ enum class BufferMode : std::uint8_t {
 struct ReadOptions {
   ReadLimits limits;
   /// Called at the beginning, then at most every 5 milliseconds, also while a long list of numbers
-  /// is converted, a compressed buffer or a long string is expanded, and links are resolved, and
-  /// once more when the reading is complete: with all bytes read and all links resolved. Returning
+  /// is converted, a compressed buffer or a long string is expanded, or links are resolved. Called
+  /// once more when the reading is complete, with all bytes read and all links resolved. Returning
   /// false ends the reading with ReadStatus::Cancelled; the result of the last call is ignored.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.

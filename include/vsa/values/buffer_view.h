@@ -64,7 +64,7 @@ class TypedBuffer {
     return {reinterpret_cast<const T*>(data_), N * size_};
   }
 
-  /// None, or why there are no elements.
+  /// Why there are no elements. None if there is a buffer of that type.
   BufferProblem problem() const noexcept { return problem_; }
   /// The problem as a message for people: "a buffer of Vec3d, not of 3 Float". Empty for None.
   std::string message() const {
@@ -87,7 +87,7 @@ class BufferView {
   explicit BufferView(const zn::korvo_sdk::BufferValue& value) noexcept
       : value_(value), problem_(BufferProblem::None) {}
 
-  /// None, Missing or NotABuffer.
+  /// Why there is no buffer: Missing or NotABuffer. None if there is one.
   BufferProblem problem() const noexcept { return problem_; }
   /// The type of the elements. Null if there is no buffer or its type was never set.
   ElementType elementType() const noexcept { return value_.type; }

@@ -32,7 +32,7 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   /// Sets what is wanted. The texts must outlive the object.
   void want(const std::vector<std::string>& names, const std::vector<std::string>& types);
 
-  /// Whether the node was created here, to be dropped.
+  /// Whether the node was created in the separate scene, so that it is dropped.
   bool isDropped(INode& node) const { return droppedNodes_.count(&node) != 0; }
   /// Whether `dropLinksOf` was called for the input.
   bool isDropped(IInput& input) const { return droppedInputs_.count(&input) != 0; }

@@ -22,8 +22,8 @@ inline std::uint64_t mixed(std::uint64_t hash) noexcept {
   return hash ^ hash >> 32;
 }
 
-/// Open addressing with linear probing; a slot is a tag of the hash and a position, eight bytes. At
-/// most half of the slots are used. Positions are below 2^32 - 1.
+/// Open addressing with linear probing. A slot takes eight bytes: a tag of the hash, and a
+/// position. At most half of the slots are used. Positions are below 2^32 - 1.
 class VSA_API HashIndex {
  public:
   /// The result of a look-up that finds nothing.

@@ -49,8 +49,8 @@ class OpenFile final : public RefCounted {
   /// Reads the next byte and attaches the cursor to it. At the end, or when the source throws, both
   /// pointers are null. Detach the cursor before it is destroyed.
   void attach(const Cursor& cursor);
-  /// The memory of the buffered bytes. While another handle to it exists, other bytes are read into
-  /// other memory.
+  /// The memory of the buffered bytes. While another handle to this memory exists, the next block
+  /// is read into new memory.
   const std::shared_ptr<char[]>& block() const noexcept { return block_; }
   /// Sets the file's position to that of `cursor`, and both its pointers to null. Does nothing if
   /// it is not attached.

@@ -2,9 +2,9 @@
 // 64-bit word whose lowest byte is the first character. Internal. The sums that combine eight
 // digits are those of "Faster integer parsing" (J. Khuong and others, 2018).
 //
-// Each function returns the end of the field, which is a blank, with `out` set; or null when the
-// field is not plain: of another form, out of range, or not decided by number_decimal. It may read
-// up to FIELD_WINDOW bytes from `at` on.
+// Each function sets `out` and returns the end of the field, which is a blank. It returns null when
+// the field is not plain: the field has another form, is out of range, or number_decimal does not
+// decide its value. A function may read up to FIELD_WINDOW bytes from `at` on.
 #pragma once
 
 #include <bit>

@@ -1,5 +1,5 @@
-// The loop over a list: a kernel converts runs of plain fields, number_text the fields in between.
-// The end of the list is copied first, so that the kernel may read past it.
+// The loop over a list: a kernel converts runs of plain fields, and number_text converts the fields
+// in between. The end of the list is copied first, so that the kernel may read past it.
 #include "foundation/numbers/number_list.h"
 
 #include <algorithm>
@@ -43,8 +43,8 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
   return {tail.next, run.count + tail.count};
 }
 
-/// `run` without its last number if only a blank follows that: the empty field after the blank must
-/// stop the run.
+/// Removes the last number of `run` if only a blank follows it: the empty field after the blank
+/// must stop the run.
 NumberRun withoutLastBeforeBlank(const char* from, const char* end, NumberRun run) {
   if (run.count == 0 || run.next != end || end[-1] != ' ') return run;
   const std::string_view before(from, static_cast<size_t>(end - from) - 1);

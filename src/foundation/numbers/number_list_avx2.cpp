@@ -30,8 +30,8 @@ constexpr size_t STEP = 64;     // characters in a mask of blanks
 constexpr size_t SPILL = 8;     // ends stored per step, of which some may be unused
 constexpr size_t GROUP = 4;     // fields converted at once
 
-// How far ahead memory is prefetched, in bytes: the processor's own prefetch stops at the end of a
-// page.
+// The distance, in bytes, at which memory is prefetched: the processor's own prefetch stops at the
+// end of a page.
 constexpr size_t AHEAD = 2048;
 constexpr size_t OUTPUT_AHEAD = 256;
 

@@ -30,7 +30,7 @@ class Formatter {
  public:
   Formatter(const char* format, Arguments& arguments) : at_(format), arguments_(arguments) {}
 
-  // A NUL written by %c ends the text, as in C.
+  // A NUL that %c writes ends the text, as in C.
   String run() {
     while (*at_ != '\0') {
       const char* const percent = std::strchr(at_, '%');
@@ -65,7 +65,7 @@ class Formatter {
     while (*at_ != '\0' && std::strchr(set, *at_) != nullptr) conversion_ += *at_++;
   }
 
-  // A negative precision, from an argument, counts as none.
+  // A negative precision from an argument counts as no precision.
   void precision() {
     const std::size_t before = conversion_.size();
     conversion_ += *at_++;

@@ -39,8 +39,8 @@ class InputImpl final : public Input {
   /// Marks the input as removed and frees its value. The caller removes it from its list.
   void remove() noexcept;
   void clearValue() noexcept;
-  /// The number of leading elements whose type `set` would not change. Takes time only for those
-  /// that have become so since the last call.
+  /// The number of leading elements whose type `set` would not change. Takes time only for elements
+  /// that have got a type since the last call.
   std::uint64_t typedPrefix() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 

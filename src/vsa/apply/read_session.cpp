@@ -25,7 +25,7 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
 }
 
 // The limit was raised for the largest possible expansion, and the unused part of the raise is
-// subtracted again. It may exceed `remaining_` until the memory of the buffer is returned.
+// subtracted again. That part may exceed `remaining_` until the memory of the buffer is returned.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;

@@ -73,7 +73,7 @@ inline const char* findLast(const char* at, const char* end, char c) {
 
 /// The line feeds in a run of bytes.
 struct LineFeeds {
-  std::size_t count;  ///< Their number.
+  std::size_t count;  ///< The number of line feeds.
   const char* last;   ///< The last one; null when there is none.
 };
 

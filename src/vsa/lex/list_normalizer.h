@@ -12,7 +12,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// How far a list was copied.
+/// The ends of the bytes that were read and written.
 struct NormalizedList {
   const char* from;  ///< One past the last byte read.
   char* to;          ///< One past the last byte written.

@@ -182,7 +182,8 @@ const char* StatementScanner::statement(SimpleStatement& out) {
   }
 }
 
-// "#" and the rest of the line. Scans the tokens after it again, to count their line feeds.
+// "#" and the rest of the line. Scans the tokens after the comment again, to count their line
+// feeds.
 const char* StatementScanner::comment(SimpleStatement& out) {
   moveToEnd();
   skipWhite(end_);

@@ -11,8 +11,8 @@ namespace vsa {
 
 /// One number of a list.
 struct NumberField {
-  std::size_t begin;  ///< The first byte, as an offset from the list's opening bracket.
-  std::size_t end;    ///< The byte after the last one, in the same way.
+  std::size_t begin;  ///< The offset of the first byte from the list's opening bracket.
+  std::size_t end;    ///< The offset of the byte after the last one.
   std::string text;   ///< As in the token: without brackets of the same kind as the list's.
   std::size_t index;  ///< From 0.
 };

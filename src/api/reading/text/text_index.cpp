@@ -26,7 +26,8 @@ void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
   const Mark& last = marks_.back();
   if (lexer == nullptr || offset < last.offset + MIN_BLOCK_BYTES) return;
   Mark mark{offset, unwrapped(last.line, static_cast<std::uint32_t>(lexer->line)), 0};
-  // A column counts the bytes from the line's begin, unless the line began before the last mark.
+  // A column counts the bytes from the beginning of the line, unless the line began before the last
+  // mark.
   mark.column = mark.line == last.line ? last.column + (offset - 1 - last.offset)
                                        : static_cast<std::uint32_t>(lexer->column) + 1ULL;
   if (lexer->previous == '\n') mark = {offset, mark.line + 1, 1};

@@ -23,14 +23,14 @@ class TextIndex {
 
   explicit TextIndex(TextStore& store);
 
-  /// The byte at `offset` is the first of a block that is about to be read. `lexer` looks ahead at
-  /// the byte before; null before there is one.
+  /// Called when a block is about to be read whose first byte is at `offset`. The lookahead of
+  /// `lexer` is the byte before it. `lexer` is null before a lexer exists.
   void addBlock(std::uint64_t offset, const Lexer* lexer);
-  /// The bytes read so far.
+  /// The number of bytes read so far.
   void setEnd(std::uint64_t end) noexcept { end_ = end; }
   std::uint64_t end() const noexcept { return end_; }
 
-  /// Characters that the lexer has consumed.
+  /// The number of characters that the lexer has consumed.
   std::uint64_t offsetOf(const Lexer& lexer) const noexcept;
   /// The offset of the character at a position, at most `end`. 0 for the place before the first
   /// token.
