@@ -20,7 +20,8 @@ struct ReadReport {
   /// while parsing STRING". Otherwise empty.
   String cutOff;
   /// The position of the last character read. The lexer reads ahead, so it may be after the
-  /// statement that failed. Lines from 1, columns in bytes from 1. Both wrap around past 2^31 - 1.
+  /// statement that failed. Lines count from 1, and columns count bytes from 1. Both wrap around
+  /// past 2^31 - 1.
   int line = 0;
   int column = 0;
 };

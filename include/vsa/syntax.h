@@ -170,7 +170,7 @@ VSA_API const char* name(StatementKind kind) noexcept;
 /// A statement: the tokens up to the semicolon or colon, or a comment before a statement. A comment
 /// inside a statement is a token of it and makes it Malformed, and so does the end of the text. A
 /// statement of more than 65536 tokens, or of 16 MiB of names, is delivered in parts, which are
-/// Malformed, so that a text cannot take any amount of memory.
+/// Malformed. This limits the memory that a text can use.
 struct SyntaxStatement {
   StatementKind kind = StatementKind::Malformed;
   /// The tokens. A long token is represented by its first piece only.

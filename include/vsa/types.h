@@ -51,11 +51,11 @@ struct [[nodiscard]] TypesResult {
   bool isValid() const noexcept { return problem.empty(); }
 };
 
-/// Reads descriptions of types from JSON (RFC 8259). A text that is not JSON, a member that the
-/// schema does not have, a value of the wrong type, a repeated name and nesting deeper than 32
-/// levels are problems, and the result has no types then. Bytes above 0x7F are accepted unchanged.
-/// The memory needed is proportional to the size of the text. Throws std::bad_alloc and nothing
-/// else.
+/// Reads descriptions of types from JSON (RFC 8259). Problems are a text that is not JSON, a member
+/// that the schema does not have, a value of the wrong type, a repeated name, and nesting deeper
+/// than 32 levels. The result of a text with a problem has no types. Bytes above 0x7F are accepted
+/// unchanged. The memory needed is proportional to the size of the text. Throws std::bad_alloc and
+/// nothing else.
 VSA_API TypesResult readTypes(std::string_view json);
 
 /// Declares the types for the whole process, see zn::korvo_sdk::registerNodeType: their nodes have

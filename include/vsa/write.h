@@ -86,8 +86,8 @@ struct [[nodiscard]] TextResult : WriteResult {
   std::string text;
 };
 
-/// Writes the file at `path`. The text goes to a new file in the same folder, which replaces `path`
-/// when it is complete and on the disk, and has the permissions of the file that it replaces. So
+/// Writes the file at `path`. The text is written to a new file in the same folder. The new file
+/// gets the permissions of the old file, and replaces it when it is complete and on the disk. So
 /// `path` is the complete old file or the complete new file at any time. If `path` is a symbolic
 /// link, the file that it refers to is replaced. If it is a pipe or a device, the text is written
 /// to it directly. The status is Unwritable for a path with a NUL in it, for a folder, and for a

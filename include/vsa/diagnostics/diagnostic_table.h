@@ -91,7 +91,7 @@ enum class Severity : std::uint8_t { Warning, Error, Fatal };
 
 /// Which line and column a message has.
 enum class PositionOf : std::uint8_t {
-  None,           ///< No position: messages about scenes and links.
+  None,           ///< No position: scenes; links, which are resolved after the last statement.
   CurrentToken,   ///< The token consumed last; 0,0 before the first one.
   FoundToken,     ///< The token that the grammar does not allow.
   LastCharacter,  ///< The character before the invalid one.

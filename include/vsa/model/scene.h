@@ -65,7 +65,7 @@ class VSA_API Scene final : public interfaces::IScene {
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
   /// The maximum nesting level of inputs; an input of a node has level 1. A value above
-  /// MAX_DEPTH_LIMIT sets MAX_DEPTH_LIMIT.
+  /// MAX_DEPTH_LIMIT counts as MAX_DEPTH_LIMIT.
   std::uint64_t depthLimit() const noexcept;
   void setDepthLimit(std::uint64_t limit) noexcept;
 

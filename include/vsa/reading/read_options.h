@@ -19,8 +19,8 @@ inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::m
 /// Upper bounds of one reading. The limit itself is allowed. A text that exceeds a limit ends the
 /// reading with ReadStatus::OverLimit and a diagnostic, before the library allocates the memory.
 /// Only a buffer that is too large does not end the reading: the input gets an empty buffer of the
-/// element type, the diagnostic OverLimit names the input, the declared count and what was written,
-/// and the status at the end is OverLimit. A limit of 0 allows nothing.
+/// element type, and the status at the end is OverLimit. The diagnostic OverLimit names the input,
+/// the declared count, and how much the text contains. A limit of 0 allows nothing.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known in advance and exceeds the
   /// limit, the text is not read.
@@ -71,10 +71,11 @@ enum class BufferMode : std::uint8_t {
 /// ends the reading with ReadStatus::HostException.
 struct ReadOptions {
   ReadLimits limits;
-  /// Called at the beginning, then at most every 5 milliseconds, also while a long list of numbers
-  /// is converted, a compressed buffer or a long string is expanded, or links are resolved. Called
-  /// once more when the reading is complete, with all bytes read and all links resolved. Returning
-  /// false ends the reading with ReadStatus::Cancelled; the result of the last call is ignored.
+  /// Called at the beginning, then at most every 5 milliseconds. This includes the time in which a
+  /// long list of numbers is converted, a compressed buffer or a long string is expanded, or links
+  /// are resolved. Called once more when the reading is complete, with all bytes read and all links
+  /// resolved. Returning false ends the reading with ReadStatus::Cancelled; the result of the last
+  /// call is ignored.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;

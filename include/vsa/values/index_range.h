@@ -1,4 +1,4 @@
-// IndexRange: a range of views, made one by one from their indices.
+// IndexRange: a range of views, created one by one from their indices.
 #pragma once
 
 #include <cstddef>

@@ -17,7 +17,7 @@
 
 namespace vsa {
 
-/// A vector, position, quaternion, colour or matrix: made by the functions below.
+/// A vector, position, quaternion, colour or matrix. The functions below create it.
 class Tuple {
  public:
   /// std::nullopt if the type is not Vec2 to Mat4, or has another number of components.

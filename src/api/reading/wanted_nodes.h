@@ -2,9 +2,9 @@
 // be kept. It forwards the calls for these to the kept scene. Internal.
 //
 // Nodes that are not wanted are created in a separate scene, so that their statements are checked
-// like all others. If the kept scene already has a node that is not wanted, a node of the same name
-// and type is created in the separate scene and replaces it for the parser. The session passes
-// values without memory to the separate scene, which is destroyed with the reading.
+// like all others. If the kept scene already has a node that is not wanted, the parser gets another
+// node instead. This node has the same name and type and is created in the separate scene. The
+// session passes values without memory to the separate scene, which is destroyed with the reading.
 #pragma once
 
 #include <memory>

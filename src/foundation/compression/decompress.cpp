@@ -77,8 +77,8 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
 
 // The first guess at the size of the result is eight times that of the stream, which is enough for
 // most data. If it is too small, the text is decompressed again with eight times the memory. All
-// failed attempts together decompress at most 8/7 as many bytes as the last one of them, and a
-// small text that declares a huge size takes little time and memory.
+// failed attempts together decompress at most 8/7 as many bytes as the last one of them. A small
+// text that declares a huge size takes little time and memory.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;

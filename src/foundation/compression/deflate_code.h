@@ -18,8 +18,8 @@ Code codeOfLengths(std::vector<std::uint8_t> lengths);
 
 /// A complete code of at most `maxBits` bits, short where `frequencies` are high. Symbols of
 /// frequency 0 get no code, except that at least two symbols get one: not every decoder accepts
-/// fewer. An alphabet has 2 to 288 symbols, `maxBits` is at least 7 for up to 19 of them and 15
-/// otherwise, and the frequencies add up to less than 2^32.
+/// fewer. An alphabet has 2 to 288 symbols. `maxBits` is at least 7 for up to 19 symbols and 15
+/// otherwise. The frequencies add up to less than 2^32.
 Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits);
 
 }  // namespace zn::deflate

@@ -1,10 +1,9 @@
 // The decoder of zlib streams: deflate blocks (RFC 1951) in a zlib stream (RFC 1950). Internal.
 //
-// It decodes into the caller's memory, which also serves as the window for matches, and reads its
-// input in runs of any size, so there is no second copy of the stream. It accepts and rejects
-// streams as the RFCs require, with two differences: two incomplete sets of codes are accepted
-// (inflate_table.h), and a match may reach back to the start of the output, whatever window size
-// the header states.
+// It decodes into the caller's memory, which is also the window for matches. It reads its input in
+// runs of any size, so there is no second copy of the stream. It accepts and rejects streams as the
+// RFCs require, with two differences: two incomplete sets of codes are accepted (inflate_table.h),
+// and a match may reach back to the start of the output, whatever window size the header states.
 #pragma once
 
 #include <cstddef>

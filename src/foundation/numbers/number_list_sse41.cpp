@@ -1,7 +1,7 @@
 // The SSE4.1 kernel of number lists. One 16-byte load contains a plain field and the blank after
-// it. Comparisons find its end and its point, shuffles move its last digit to the last byte and
-// close the gap of the point, and three multiply-adds combine the sixteen digits into one integer.
-// None of this depends on the length of the number, so mixed lengths mispredict no branch. Longer
+// it. Comparisons find its end and its point. Shuffles move its last digit to the last byte and
+// close the gap of the point. Three multiply-adds combine the sixteen digits into one integer. None
+// of this depends on the length of the number, so mixed lengths mispredict no branch. Longer
 // doubles take two loads. All other fields are rare and are converted by the portable kernel.
 #include "foundation/numbers/number_list_kernels.h"
 

@@ -21,7 +21,7 @@ namespace {
 
 using numbers::MAX_DIGITS;
 
-/// Larger exponents count as this one: no text has enough digits to compensate it.
+/// Larger exponents count as this one: no text has enough digits to compensate for it.
 constexpr int64_t MAX_EXPONENT = 100'000'000'000'000'000;
 
 /// The characters that remain to be read.
@@ -189,7 +189,8 @@ class PlainDecimal {
   char* end_;
 };
 
-/// Converts a decimal that is not zero exactly. Returns false if it overflows.
+/// Converts a decimal other than zero, without error before the rounding. Returns false if it
+/// overflows.
 template <class Real>
 bool realFromLongDecimal(const Decimal& decimal, Real& out) {
   constexpr int64_t MAX_ORDER = 400;  // no float or double has a larger one

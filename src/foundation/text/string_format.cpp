@@ -23,7 +23,7 @@ struct Arguments {
   va_list list;
 };
 
-// The type of an argument, by the conversion's length modifier.
+// The type of an argument, which the length modifier of the conversion determines.
 enum class Length { Int, Long, LongLong, Size, IntMax, PtrDiff, LongDouble };
 
 class Formatter {

@@ -20,10 +20,10 @@ bool isBare(Input& element) {
          element.elementType() == AttrType::Null && element.connection() == nullptr;
 }
 
-/// The index of the first element of an array of arrays that has elements itself, if all elements
-/// before it are empty arrays that have neither an element type nor a connection (isBare). The
+/// The index of the first element of an array of arrays that has elements itself. All elements
+/// before it must be bare: empty arrays with neither an element type nor a connection. The
 /// statements of that element create these too, so they need no "[]", which causes a message.
-/// Otherwise 0.
+/// Returns 0 if there is no such element.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {

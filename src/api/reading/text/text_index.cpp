@@ -40,8 +40,8 @@ std::uint64_t TextIndex::offsetOf(const Lexer& lexer) const noexcept {
   return std::min(end_, unwrapped(end_, static_cast<std::uint32_t>(lexer.index)));
 }
 
-// Counts the lines from `from`, or from the last result if that is nearer, up to the line after
-// which `isReached` would be true, or to the end of what is available.
+// Counts lines, beginning at `from`, or at the last result if that is nearer. Stops at the line
+// after which `isReached` would be true, or at the end of the available bytes.
 template <class IsReached>
 TextIndex::LineStart TextIndex::walk(const Mark& from, const IsReached& isReached) {
   LineStart at = lineStartOf(from);
