@@ -25,8 +25,8 @@ struct StatementOutline {
   std::string_view text;
   /// Declaration, Block, Remove and Define: the word before the name.
   std::string_view type;
-  /// The name of the node: that of such a statement, or the one with which the path begins. Empty
-  /// if the path begins with a period.
+  /// The name of the node that the statement declares, removes or defines, or with which its path
+  /// begins. Empty if the path begins with a period.
   std::string_view node;
   /// Assignment and Connection: the inputs of the path as they are written, such as "keys[0].time".
   /// There may be white space between the tokens.

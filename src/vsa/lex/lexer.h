@@ -156,7 +156,7 @@ class Lexer {
   std::uint32_t indexAtBlock_ = 0;   // `index` when the current block was read
   std::uint32_t tokensInBlock_ = 0;  // tokens read since the current block was read
   std::uint32_t indexWraps_ = 0;  // how often `index` had wrapped around before the current block
-  mutable Diagnostic problem_;    // see problem(); set by const functions
+  mutable Diagnostic problem_;    // returned by problem(); const functions set it
 };
 
 // --- positions ---
