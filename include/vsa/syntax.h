@@ -175,7 +175,7 @@ struct SyntaxStatement {
   StatementKind kind = StatementKind::Malformed;
   /// The tokens. A long token is represented by its first piece only.
   std::vector<SyntaxToken> tokens;
-  /// From the first token to the last one.
+  /// The range from the first token to the last one.
   TextRange range;
   /// Assignment and Connection: the index of the first token after the "=".
   std::size_t valueIndex = 0;

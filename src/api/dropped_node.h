@@ -1,6 +1,6 @@
 // One node and one input that represent all nodes that a HostScene does not keep. Internal.
 //
-// For every statement the reader follows the path from the node, and uses only the input that it
+// For every statement, the reader follows the path from the node, and uses only the input that it
 // received last. So one input is enough: it has the type with which it was created last, and
 // look-ups in it find nothing.
 #pragma once

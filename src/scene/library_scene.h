@@ -14,7 +14,7 @@ namespace zn::korvo_sdk {
 /// Hints without observable effects.
 class LibraryScene {
  public:
-  /// Prefetches the place where a name with this hash is looked up.
+  /// Prefetches the slot in which a name with this hash is looked up.
   virtual void prefetchSlot(std::uint64_t nameHash) const noexcept = 0;
   /// Prefetches the node of a name with this hash. Call prefetchSlot earlier, so that the slot is
   /// in the cache.

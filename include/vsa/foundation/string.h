@@ -130,8 +130,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
     return object() == other.object() || (!isKnownToDiffer(other) && hasCharactersOf(other));
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
-  /// Equal texts have equal hashes within one process; never 0. The hash is keyed by a number that
-  /// differs from process to process, so that nobody can write a file whose names all collide.
+  /// The hash of the text, which is never 0. Equal texts have equal hashes within one process. The
+  /// hash is keyed by a number that differs from process to process, so that nobody can write a
+  /// file whose names all collide.
   std::uint64_t hash() const noexcept;
   /// The hash of a String of these characters.
   static std::uint64_t hashOf(std::string_view text) noexcept;

@@ -47,13 +47,13 @@ bool isBeginOfDirective(const Lookahead& next) {
   return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
 }
 
-// `float[3]`, which the parser reads as a reference followed by a list.
+// Whether the value is like `float[3]`, which the parser reads as a reference followed by a list.
 bool isBufferWithoutList(const AssignInfo& info, const Lookahead& next) {
   return info.isReference && next[0] == Type::Brackets && next[1] == Type::Eof &&
          bufferTypeOf(info.referenceToken.text) != DataType::Null;
 }
 
-// The path of the assignment was read.
+// Requires that the path of the assignment was read.
 bool endsInsideAssignment(const AssignInfo& info, const VsaParser& parser, const Lookahead& next) {
   if (isBufferWithoutList(info, next)) return true;
   const bool isBeforeSource = info.sourcePath.size == 0 && parser.current.type == Type::Equals;

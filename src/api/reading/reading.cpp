@@ -107,7 +107,8 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   resetHeader();
   FileLexer lexer(file);
   parse(lexer);
-  // A failed read ends the text where it fails: the parser's diagnostics are a consequence.
+  // A failed read ends the text where it fails. The parser's diagnostics may result from that, so
+  // the failure determines the status.
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
   }
