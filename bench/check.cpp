@@ -1,5 +1,6 @@
-// Measures what vsa check takes over reading the same files: many small files, one big file, and
-// texts of mistakes, whose time must grow with their number only.
+// Measures the time of vsa check relative to reading the same files: many small files, one big
+// file, and texts of mistakes. For the last, the time may grow only in proportion to the number of
+// mistakes.
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 
@@ -30,7 +31,7 @@ constexpr size_t MISTAKES = 100'000;
 // All of them take seconds, so more rounds would take minutes.
 constexpr size_t MAX_MISTAKE_ROUNDS = 3;
 
-// Sends standard output, to which the findings are printed, to nowhere.
+// Redirects standard output, to which the findings are printed, to the null device.
 class SilentOutput {
  public:
   SilentOutput() : kept_(::dup(STDOUT_FILENO)) { reopen("/dev/null"); }
@@ -52,7 +53,7 @@ class SilentOutput {
   int kept_;
 };
 
-// A scene of about 7 KB, as small ones are: nodes, short tuples, two lists, references.
+// A typical small scene of about 7 KB: nodes, short tuples, two lists, references.
 std::string smallScene(size_t number) {
   const std::string name = "box" + std::to_string(number);
   std::string text = "# version: 3\n# a box\n\ntransform root:\n  .children[*] = " + name + ";\n\n";
@@ -159,7 +160,8 @@ class CheckBench {
     fs::remove(path);
   }
 
-  // All mistakes over ten times a tenth of them; and ended early, over all of them.
+  // Two ratios: the time for all mistakes over ten times that for a tenth of them, and the time of
+  // a check that ends early over that for all.
   void addMistakes() {
     const fs::path many = scratch_ / "many.vsa", few = scratch_ / "few.vsa";
     write(many, mistakes(MISTAKES));

@@ -1,4 +1,4 @@
-// Measures the elapsed time that vsa fmt takes over reading the same file, and its memory.
+// Measures the elapsed time of vsa fmt relative to reading the same file, and its memory.
 // Formatting uses two threads, so a machine with a free processor for each gives lower figures.
 #include <sys/resource.h>
 #include <unistd.h>
@@ -34,7 +34,7 @@ double elapsed(const std::function<void()>& work) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-// Checks that the file is read, too.
+// Also checks that the file is read completely.
 double timeOfReading(const std::string& path) {
   std::optional<vsa::ReadResult> result;
   const double seconds = elapsed([&] { result = vsa::readFile(path.c_str()); });

@@ -1,4 +1,4 @@
-// Comparisons of several implementations of the same work, run alternately, so that changes of the
+// Comparisons of several implementations of the same work, run in turn, so that changes of the
 // machine's speed affect all of them. The result is the median time of each.
 #pragma once
 

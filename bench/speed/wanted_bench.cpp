@@ -12,7 +12,7 @@
 namespace bench {
 namespace {
 
-// The first names are those of nodes of the text, the others of none.
+// The first names are names of nodes in the text. No node has the other names.
 std::vector<std::string> wantedNames(const std::string& text, std::size_t count) {
   std::vector<std::string> names;
   const vsa::ReadResult whole = vsa::readText(text);

@@ -233,7 +233,7 @@ void TextWriter::separator() {
   oneOf(SEPARATORS);
 }
 
-// Numbers that every type can hold; one in 200 is any number.
+// Writes numbers that every type can represent; one in 200 is any number.
 void TextWriter::elements(std::size_t count) {
   for (; count > 0; --count) {
     if (choices_.oneIn(200)) {

@@ -1,5 +1,5 @@
-// Reads bytes as the JSON files that vsa check takes: a configuration, a baseline and types. What
-// is wrong with them is reported as an exception or a problem.
+// Reads bytes as the JSON files that vsa check takes: a configuration, a baseline and types. A
+// mistake in them must be reported as an exception or a problem.
 #include <stdexcept>
 #include <string>
 

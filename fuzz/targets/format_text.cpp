@@ -1,6 +1,6 @@
-// Formats a text as vsa fmt does. Whatever the text is, it is the same whether the text comes from
-// memory or from a source. If the reader accepts the text, the formatted one has the same tokens
-// and the same scene, and formatting it changes nothing.
+// Formats a text as vsa fmt does. For any text, the formatted text must be the same from memory and
+// from a source. If the reader accepts the text, the formatted one has the same tokens and the same
+// scene, and formatting it changes nothing.
 #include <string>
 
 #include <vsa/read.h>

@@ -1,4 +1,4 @@
-// JSON as the dumps have it: compact, without control characters.
+// A writer of JSON for the dumps: compact, without control characters.
 #pragma once
 
 #include <cmath>
@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// Writes JSON piece by piece. Strings are safe for terminals: what controls one is escaped.
+/// Writes JSON in pieces. Characters that control a terminal are escaped.
 class JsonWriter {
  public:
   explicit JsonWriter(TextOutput& out) : out_(out) {}

@@ -1,4 +1,4 @@
-// The outcome of one read: its result, the exception that left it, and the log.
+// The outcome of one read: its result, the exception that it threw, and the log.
 #pragma once
 
 #include <exception>
@@ -48,7 +48,7 @@ struct ReadStatus {
   bool result = false;
   /// The text of the exception that the entry point threw.
   std::optional<std::string> escaped;
-  /// Its record, if it is a diagnostic.
+  /// The record of that exception, if it is a diagnostic.
   std::optional<zn::korvo_sdk::Diagnostic> escapedDiagnostic = std::nullopt;
 };
 

@@ -41,7 +41,8 @@ struct ChosenInput {
   std::string name;
   zn::korvo_sdk::Input* input;
 };
-/// The inputs of a node to dump; none: all. A node of which no input is chosen is left out.
+/// The inputs of a node to dump. Without a value: all of them. If the list is empty, the node is
+/// left out.
 using ChosenInputs = std::optional<std::vector<ChosenInput>>;
 
 /// The content and the form of a dump.

@@ -9,7 +9,7 @@
 namespace vsa_tools {
 
 /// One command: its name and its purpose, its options, and what it does. The parser of the command
-/// line fills the members that addTo() names, so a command does not move.
+/// line fills the members that addTo() names, so a command must not move.
 class Command {
  public:
   Command(const char* name, const char* purpose) : name_(name), purpose_(purpose) {}

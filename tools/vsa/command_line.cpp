@@ -21,7 +21,7 @@ std::vector<std::string> wordsForParser(std::vector<std::string> words) {
 }
 
 // "vsa help" is "vsa --help", and "vsa help check" is "vsa check --help". The words are reversed.
-// Of "vsa help" with another word, that word remains, to be reported as unknown.
+// If "vsa help" is followed by another word, that word remains and is reported as unknown.
 void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (words.empty() || words.back() != "help") return;
   words.pop_back();

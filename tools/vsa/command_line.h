@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// The request of the arguments: one of the three.
+/// What the arguments request. Exactly one of the members is set.
 struct Request {
   Command* command = nullptr;  ///< the command to run, with its options and arguments filled in
   std::string help;            ///< the help or the version, to be printed
@@ -23,8 +23,8 @@ class CommandLine {
   CommandLine(std::vector<std::unique_ptr<Command>> commands, const std::string& version);
   ~CommandLine();
 
-  /// Parses the arguments of the program, without its own name. Once only: a command keeps the
-  /// values of its first parsing.
+  /// Parses the arguments of the program, without its own name. Call it only once: a command keeps
+  /// the values of its first parsing.
   Request parse(std::vector<std::string> arguments);
 
  private:

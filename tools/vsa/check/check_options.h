@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 struct CheckOptions {
   std::vector<std::string> files;
-  bool isNulSeparated = false;  ///< The names in lists of files.
+  bool isNulSeparated = false;  ///< Whether a NUL ends each name in lists of files.
   FormatName format = FormatName::Full;
   std::string colour = "auto";
   unsigned workers = 1;

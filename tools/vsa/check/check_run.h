@@ -1,8 +1,8 @@
 // CheckRun: one run of vsa check over all files.
 //
 // Workers check files: they select, sort and render what FileCheck finds. The results are printed
-// in the order of the files. A worker that has more findings than it should keep waits for its turn
-// and prints them itself.
+// in the order of the files. A worker that has too many findings to keep waits for its turn and
+// prints them itself.
 #pragma once
 
 #include <memory>
@@ -26,10 +26,10 @@ struct FileResult {
   std::vector<RenderedFinding> findings;
   bool isClean = true;
   bool isUnreadable = false;
-  bool isTextTooLarge = false;  ///< For the rules about texts.
+  bool isTextTooLarge = false;  ///< Too large for the rules about texts.
   std::uint64_t inBaseline = 0;
   std::uint64_t fixed = 0;
-  KnownFindings found;  ///< For a new baseline.
+  KnownFindings found;  ///< The findings for a new baseline.
 };
 
 class CheckRun {

@@ -15,11 +15,11 @@ namespace vsa_tools {
 
 namespace {
 
-// Ends a reading when the consumer has enough findings.
+// Thrown to end a reading when the consumer has enough findings.
 struct EnoughFindings {};
 
 constexpr std::size_t HEAD_BYTES = 16;
-// The diagnostics that the rules can inspect.
+// The maximum memory of the diagnostics that are kept for the rules.
 constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
 
 Finding unreadable(const std::string& problem) {
@@ -47,7 +47,7 @@ void FileCheck::run() {
       read();
     }
   } catch (const EnoughFindings&) {
-    // The consumer has returned that.
+    // The consumer has returned false.
   }
 }
 
@@ -103,7 +103,7 @@ void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outc
            rules_, deliver);
 }
 
-// A text of which Ctrl-C has cut off the rest is checked as far as it is there.
+// After Ctrl-C, the part of the text that was read is checked.
 vsa::ReadOptions FileCheck::readOptions() const {
   vsa::ReadOptions options = options_.reading.options();
   options.keptDiagnosticBytes = KEPT_DIAGNOSTIC_BYTES;
@@ -114,7 +114,7 @@ vsa::ReadOptions FileCheck::readOptions() const {
   return options;
 }
 
-// The text of a large file is not there to take hints from.
+// The text of a large file is not in memory, so its findings get no hints.
 Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
   Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
   if (text_.isKept() && !options_.isReaderOnly) hints_.addTo(diagnostic, finding);

@@ -10,8 +10,9 @@ namespace vsa_tools {
 
 namespace {
 
-// So many findings of a file are sorted and kept in memory. What is kept of one also splits the
-// free blocks of the long texts that it was made of: 4096 of them took 50 MB with names of 20 KB.
+// The maximum number of findings of a file that are kept in memory to be sorted. Kept findings also
+// fragment the freed memory of the long texts that they were made from: 4096 findings took 50 MB
+// with names of 20 KB.
 constexpr std::size_t MAX_KEPT = 1024;
 
 // Findings about the whole file come first, those after the stop of the reader last.
@@ -65,7 +66,7 @@ std::vector<RenderedFinding> FileFindings::take() {
     FindingPlace place{file_, text_, {}};
     if (finding.isAfterStop && !std::exchange(isStopShown_, true)) place.stopLine = stopLine_;
     rendered.push_back({finding.level, format_.render(finding, place)});
-    finding = {};  // both forms of all findings would take twice the memory
+    finding = {};  // keeping both forms would take twice the memory
   }
   return rendered;
 }

@@ -17,7 +17,7 @@ namespace vsa_tools {
 
 class FileFindings {
  public:
-  /// What is to be done with rendered findings when there are many of them.
+  /// Receives rendered findings when there are too many to keep.
   using Flush = std::function<void(const std::vector<RenderedFinding>&)>;
 
   FileFindings(const std::string& file, const CheckedText& text, const LevelTable& levels,
@@ -33,7 +33,7 @@ class FileFindings {
   bool isUnreadable() const { return isUnreadable_; }
   std::uint64_t inBaseline() const { return inBaseline_; }
   const KnownFindings& found() const { return found_; }
-  /// Takes all findings as known from now on, and fills found() with them.
+  /// From now on, treats all findings as known and collects them in found().
   void recordFound() { isRecording_ = true; }
 
  private:

@@ -45,16 +45,16 @@ struct Finding {
   std::vector<FindingNote> notes;
   /// What to do about it; may be empty.
   std::string hint;
-  /// The edits that carry out `hint`. Empty, or edits that do not overlap and change nothing else.
+  /// The edits that do what `hint` says. They do not overlap and change nothing else. May be empty.
   std::vector<TextEdit> edits;
   /// The line of the log, if the reader logged this finding.
   std::string logLine;
-  /// Whether the reader stops before it: it was found by reading on.
+  /// Whether it is after the place where the reader stops: it was found by reading on.
   bool isAfterStop = false;
 };
 
-/// The text, or its beginning and its end if a name or value quoted in it makes it longer than any
-/// text of a hint or a rule.
+/// The text if it is short, otherwise its beginning and its end. A text is short if it could be a
+/// hint or a message of a rule without a long quoted name or value.
 std::string withoutLongQuotes(const std::string& text);
 
 }  // namespace vsa_tools

@@ -12,11 +12,11 @@ struct FindingKind {
   const char* id;
   Level level;
   const char* group;  ///< "reader", "file", or that of the rule.
-  bool isDefault;     ///< Whether it is reported without being asked for.
+  bool isDefault;     ///< Whether it is reported by default.
   const char* page;   ///< The page of the documentation that has a heading of this id.
 };
 
-// A file that cannot be opened or not be read to its end.
+// A file that cannot be opened, or cannot be read to its end.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
 /// All kinds: those of the reader, of files, and the rules.

@@ -27,13 +27,13 @@ class CommandOption {
   CommandOption showDefault() const;
   /// The command line is wrong with both.
   CommandOption excludes(CommandOption other) const;
-  /// Numbers from `least` to `greatest`.
+  /// Accepts only numbers from `least` to `greatest`.
   CommandOption range(unsigned least, unsigned greatest) const;
-  /// No number below zero.
+  /// Accepts no number below zero.
   CommandOption notNegative() const;
-  /// A number of bytes: 100, 12k, 8G; 1k is 1024.
+  /// Accepts a number of bytes: 100, 12k, 8G; 1k is 1024.
   CommandOption sizeInBytes() const;
-  /// One of these words.
+  /// Accepts only these words.
   CommandOption oneOf(const std::vector<std::string>& words) const;
   /// The option can be repeated, and takes one value each time.
   CommandOption repeatable() const;
@@ -45,8 +45,8 @@ class CommandOption {
 };
 
 /// The options and arguments of one command, for Command::addTo() to fill in. The command line is
-/// parsed later: the targets must not move until then. Those that it does not name keep the value
-/// that they have.
+/// parsed later: the targets must not move until then. Targets that it does not name keep their
+/// values.
 class CommandOptions {
  public:
   explicit CommandOptions(CLI::App& app) : app_(app) {}

@@ -6,7 +6,7 @@ namespace vsa_tools {
 
 namespace {
 
-// Of longer names only the beginning is compared.
+// Only the beginning of a longer name is compared.
 constexpr std::size_t MAX_COMPARED = 64;
 
 }  // namespace

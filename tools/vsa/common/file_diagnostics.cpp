@@ -10,7 +10,7 @@ vsa::ReadOptions FileDiagnostics::options() {
   return options;
 }
 
-// The one that ends the reading is always printed.
+// The diagnostic that ends the reading is always printed.
 void FileDiagnostics::add(const vsa::Diagnostic& diagnostic) {
   const bool isWarning = diagnostic.severity == vsa::Severity::Warning;
   const bool isPrinted =

@@ -20,7 +20,7 @@ class FileDiagnostics {
   FileDiagnostics(std::string name, const ReadArguments& arguments)
       : name_(std::move(name)), arguments_(arguments) {}
 
-  /// The options of the reading that this object prints the diagnostics of.
+  /// The options for the reading whose diagnostics this object prints.
   vsa::ReadOptions options();
   /// Prints the errors that the log does not contain, and how many diagnostics were not printed.
   void add(const FileOutcome& outcome);

@@ -17,7 +17,7 @@ Position beginOf(const vsa::Diagnostic& diagnostic) {
   return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
 }
 
-/// The loss that a diagnostic reports, unless the log of the reader has it.
+/// The loss that a diagnostic reports, unless the log of the reader contains it.
 std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   if (diagnostic.id == DiagnosticId::EndMark) {
     return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
@@ -39,7 +39,7 @@ void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   }
 }
 
-/// Adds the reason why the reading ended, if no diagnostic has it.
+/// Adds the reason why the reading ended, if no diagnostic contains it.
 void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
   if (read.status == ReadStatus::Unreadable) {
     losses.push_back({"reading failed midway: " + read.message, std::nullopt});

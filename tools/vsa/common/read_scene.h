@@ -20,7 +20,7 @@ struct Loss {
 };
 
 struct FileOutcome {
-  /// Without the diagnostics that are losses.
+  /// The outcome of the reading, without the diagnostics that are in `losses`.
   vsa::ReadOutcome read;
   std::vector<Loss> losses;
 
@@ -29,7 +29,7 @@ struct FileOutcome {
 };
 
 /// Reads `input`, which must be open, into `scene`, with a progress line. `options.onDiagnostic`
-/// receives what the log of the reader has, and the outcome keeps no diagnostic.
+/// receives the diagnostics in the log of the reader, and the outcome stores none.
 FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options);
 
 }  // namespace vsa_tools

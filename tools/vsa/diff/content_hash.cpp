@@ -12,8 +12,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Eight bytes at a time. Whether two nodes are really the same is compared afterwards, so a text
-/// that is made to collide gains nothing.
+/// Hashes eight bytes at a time. Nodes with equal hashes are compared afterwards, so a text with
+/// deliberate collisions does not change the result.
 std::uint64_t hashOf(std::span<const std::byte> bytes) {
   std::uint64_t hash = bytes.size();
   for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(8, bytes.size()))) {
@@ -49,7 +49,7 @@ std::uint64_t valueHash(vsa::InputView input) {
   }
 }
 
-/// A reference to no node is the same as no value.
+/// A null reference has the same hash as no value.
 std::uint64_t typeHash(vsa::InputView input) {
   const auto type = input.type();
   return static_cast<std::uint64_t>(type == vsa::ValueType::Node ? vsa::ValueType::Null : type);

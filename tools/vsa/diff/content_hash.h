@@ -1,4 +1,4 @@
-// A hash of the content of a node, to find nodes with another name and the same content.
+// A hash of the content of a node. It finds nodes with different names and the same content.
 #pragma once
 
 #include <cstdint>

@@ -17,7 +17,7 @@ std::string connectionOr(vsa::InputView input, const char* none) {
   return connection.empty() ? none : connection;
 }
 
-/// From a few bytes before the first difference on.
+/// Both strings from a few bytes before their first difference on.
 DifferenceSides stringSides(std::string_view a, std::string_view b) {
   const auto at = static_cast<std::size_t>(
       std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());

@@ -7,11 +7,11 @@
 
 namespace vsa_tools {
 
-/// The path of the input, "ball.radius", with the name that its node has in B if it has one there.
+/// The path of the input, "ball.radius", with the name of its node in B if B has the node.
 std::string pathOf(const Difference& difference);
 
-/// The two values, or the two connections. They differ where the short texts of the values would
-/// not: types are added, and long strings are shown from near the first difference on.
+/// The two values, or the two connections. If the short texts of both values are equal, types are
+/// added, and long strings are shown from near their first difference on.
 struct DifferenceSides {
   std::string a, b;
 };

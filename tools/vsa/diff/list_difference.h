@@ -24,20 +24,20 @@ struct ListDifference {
   bool isSame() const { return countA == countB && differing == 0; }
 };
 
-/// Both buffers have elements of one type.
+/// Compares two buffers with the same type of elements.
 ListDifference compareBuffers(const vsa::BufferView& a, const vsa::BufferView& b,
                               const Tolerance& tolerance);
 
 /// Whether the array's elements are values: numbers, tuples, strings.
 bool isValueArray(vsa::InputView array);
 
-/// Both arrays have values of one type.
+/// Compares two arrays with values of the same type.
 ListDifference compareArrays(vsa::InputView a, vsa::InputView b, const Tolerance& tolerance);
 
-/// The numbers of two tuples of one type.
+/// Compares the numbers of two tuples of the same type.
 ListDifference compareTuples(vsa::InputView a, vsa::InputView b, const Tolerance& tolerance);
 
-/// Whether two values of one type are the same. The type is Bool, Int, UInt, Real, String or a
+/// Whether two values of the same type are equal. The type is Bool, Int, UInt, Real, String or a
 /// tuple.
 bool isSameValue(vsa::InputView a, vsa::InputView b, const Tolerance& tolerance);
 

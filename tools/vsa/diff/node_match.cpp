@@ -11,8 +11,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Rounds in which the hash of a node is combined with those of the nodes that it links to: this
-/// distinguishes nodes that differ only in nodes that many links away.
+/// The rounds in which the hash of a node is combined with those of the nodes that it links to.
+/// Nodes are distinguished if they differ only in nodes up to this many links away.
 constexpr int ROUNDS = 3;
 
 /// The nodes of one scene without a counterpart, and the hashes of their contents.
@@ -83,7 +83,7 @@ void NodeMatch::pairByName(vsa::SceneView a, vsa::SceneView b) {
 void NodeMatch::pairByContent(vsa::SceneView a, vsa::SceneView b,
                               const std::vector<std::string>& ignored) {
   const UnpairedNodes unpairedA(a, ofA_, ignored), unpairedB(b, ofB_, ignored);
-  // The nodes of B by hash, the first of the scene at the end.
+  // The nodes of B by hash. In each list, the first node of the scene is at the end.
   std::unordered_map<std::uint64_t, std::vector<vsa::NodeView>> byHash;
   for (std::size_t i = unpairedB.nodes.size(); i-- > 0;) {
     byHash[unpairedB.hashes[i]].push_back(unpairedB.nodes[i]);

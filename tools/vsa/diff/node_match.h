@@ -1,4 +1,4 @@
-// Which node of one scene is which of the other.
+// Finds the node of one scene for each node of another one.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace vsa_tools {
 
-/// Pairs of nodes: those with the same name, then, of the others, those with the same type and
-/// content.
+/// Pairs of nodes: first those with the same name, then nodes with the same type and content among
+/// the others.
 class NodeMatch {
  public:
   NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);

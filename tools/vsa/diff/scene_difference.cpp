@@ -116,13 +116,14 @@ class NodeComparison {
     if (!isIgnored(path)) add_({DifferenceKind::InputAdded, a_, b_, path, {}, input});
   }
 
-  /// Whether the input is compared with its array: only its connection is compared by itself.
+  /// Whether the value of the input is compared as a part of its array. Only its connection is then
+  /// compared separately.
   static bool isElementOfValueArray(vsa::InputView input) {
     const vsa::InputView parent(input.plain()->parent());
     return parent.type() == vsa::ValueType::Array && isValueArray(parent);
   }
 
-  /// A reference to no node is the same as no value.
+  /// Whether the input is a reference. A null reference is the same as no value.
   static bool isReference(vsa::InputView input) {
     return input.type() == vsa::ValueType::Node || input.type() == vsa::ValueType::Null;
   }
@@ -144,7 +145,7 @@ class NodeComparison {
   const DiffOptions& options_;
   const Add& add_;
   std::vector<vsa::InputView>
-      counterparts_;  // in B, of the inputs around the current one and of it
+      counterparts_;  // in B, of the current input and those that contain it
 };
 
 }  // namespace

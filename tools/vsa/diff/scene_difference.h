@@ -24,14 +24,16 @@ enum class DifferenceKind {
   Connection,  ///< A connection to another output, or none.
 };
 
-/// One difference. Its views are missing where it concerns the other scene only.
+/// One difference. The views of a scene are missing if the difference concerns only the other
+/// scene.
 struct Difference {
   DifferenceKind kind;
   vsa::NodeView nodeA, nodeB;
-  /// The path from the node on; empty if it concerns the node. Valid during the call.
+  /// The path of the input without the node; empty if the difference concerns the node. Valid
+  /// during the call.
   std::string_view path = {};
   vsa::InputView a = {}, b = {};
-  /// For lists of one type.
+  /// Set for lists of the same type.
   std::optional<ListDifference> list = std::nullopt;
 };
 

@@ -1,4 +1,4 @@
-// When two numbers count as the same.
+// Decides whether two numbers count as equal.
 #pragma once
 
 #include <bit>
@@ -33,10 +33,11 @@ bool hasSameBits(Number a, Number b) {
   }
 }
 
-/// How far numbers may be apart. If neither is set, all bits must be the same: 0 and -0 differ.
+/// The maximum distance of two numbers that count as equal. If neither is set, all bits must be the
+/// same: 0 and -0 differ.
 struct Tolerance {
   std::optional<double> absolute;
-  /// Of the larger of the two magnitudes.
+  /// As a fraction of the larger of the two magnitudes.
   std::optional<double> relative;
 
   bool isExact() const { return !absolute && !relative; }

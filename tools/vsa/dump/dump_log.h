@@ -1,4 +1,5 @@
-// The log of a dump: the diagnostics of a reading as JSON text, up to a number and an amount.
+// The log of a dump: the diagnostics of a reading as JSON text, up to a maximum number and a
+// maximum size.
 #pragma once
 
 #include <cstdint>
@@ -23,7 +24,7 @@ class DumpLog {
   /// `arguments` must outlive the object.
   explicit DumpLog(const ReadArguments& arguments) : arguments_(arguments) {}
 
-  /// The options of the reading that this object keeps the log of.
+  /// The options for the reading whose log this object keeps.
   vsa::ReadOptions options();
 
   /// The part of the dump about the end of the reading. Call it once, after the reading.

@@ -1,4 +1,4 @@
-// Which nodes and inputs a dump has.
+// The selection of the nodes and inputs for a dump.
 #pragma once
 
 #include <string>
@@ -12,7 +12,8 @@ namespace vsa_tools {
 /// Patterns of nodes, "lamp*", and of inputs, "rig.bones[?].at"; see matchesPattern().
 class DumpSelection {
  public:
-  /// The part of a pattern after its first period is for the paths of inputs. None: everything.
+  /// The part of a pattern after its first period selects inputs by their paths. No patterns:
+  /// everything.
   explicit DumpSelection(const std::vector<std::string>& patterns);
 
   /// The inputs of the node whose paths match, with their paths as names, or the whole node.

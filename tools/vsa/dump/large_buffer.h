@@ -1,4 +1,4 @@
-// Buffers that are too large to be printed unasked.
+// Finds buffers that are too large to be printed without --large-buffers.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +9,12 @@
 
 namespace vsa_tools {
 
-/// Bytes of elements that are printed of one buffer without --large-buffers. A larger buffer needs
-/// only a few bytes of text, because its count is declared.
+/// The maximum bytes of elements that are printed of one buffer without --large-buffers. A few
+/// bytes of text are enough to declare a larger buffer.
 inline constexpr std::uint64_t MAX_BUFFER_BYTES = std::uint64_t{1} << 30;
 
-/// The path of a chosen buffer of which more bytes of elements would be printed; empty if there is
-/// none. At most `maxElements` of each are printed.
+/// The path of a selected buffer that has more bytes than that to print; empty if there is none. At
+/// most `maxElements` elements of each buffer are printed.
 std::string largeBufferOf(vsa::SceneView scene, const DumpSelection& selection,
                           std::uint64_t maxElements);
 

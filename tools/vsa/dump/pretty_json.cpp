@@ -58,7 +58,7 @@ void PrettyJson::put(char c) {
   }
 }
 
-// The container that opened last has its first character, `next`.
+// Begins the content of the container that was opened last. `next` is its first character.
 void PrettyJson::begin(char next) {
   isAfterOpening_ = false;
   Container container;

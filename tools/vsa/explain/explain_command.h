@@ -1,4 +1,4 @@
-// vsa explain: the meaning of a finding of vsa check, and its cure.
+// vsa explain: prints what a finding of vsa check means and what to do about it.
 #pragma once
 
 #include <string>

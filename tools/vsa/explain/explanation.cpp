@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view HEADING = "### ";
 
-/// Takes the first line from a page, without its line end.
+/// Removes the first line from `page` and returns it without its line end.
 std::string_view takeLine(std::string_view& page) {
   const std::size_t end = page.find('\n');
   const std::string_view line = page.substr(0, end);

@@ -119,7 +119,7 @@ class Formatting {
   }
 
  private:
-  /// Whether a second thread is worth its while.
+  /// Whether the text is large enough for a second thread.
   static bool isLarge(const TextFile& file) {
     constexpr off_t LARGE_BYTES = 4 << 20;
     struct stat status {};
@@ -160,8 +160,8 @@ class Formatting {
     return format(sink) && std::fflush(to) == 0;
   }
 
-  /// The outcome for a file that cannot be read completely. A reading that failed is not enough, if
-  /// it was one in parts.
+  /// The outcome for a file that cannot be read completely. Reads the text again as a whole,
+  /// because a reading in parts may fail although the text has no mistake.
   std::optional<FormatOutcome> refusal(const ReadingCheck& reading) const {
     if (reading.isComplete) return std::nullopt;
     TextFileSource source(file_);

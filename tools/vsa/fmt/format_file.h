@@ -12,11 +12,11 @@
 
 namespace vsa_tools {
 
-/// What becomes of the formatted text.
+/// What is done with the formatted text.
 enum class FormatMode : std::uint8_t {
-  Print,    ///< It goes to standard output.
-  Check,    ///< Nothing: only whether it differs is told.
-  Diff,     ///< Its difference from the text goes to standard output.
+  Print,    ///< It is written to standard output.
+  Check,    ///< It is only compared with the file.
+  Diff,     ///< Its difference from the text is printed.
   Replace,  ///< It replaces the file.
 };
 
@@ -32,12 +32,11 @@ struct FormatOutcome {
   std::string output;
 };
 
-/// Formats the file `name`; "-" is standard input. A file that cannot be read completely is left
-/// alone. So is one whose formatted text has other tokens or another scene: both are compared
-/// before a file is replaced. Mode Print writes to standard output, nothing else prints. Ctrl-C
-/// ends it, see isInterrupted().
-/// `onProgress` is called with the bytes that were read, each time that the text is read, and all
-/// that will be.
+/// Formats the file `name`; "-" is standard input. A file is not changed if it cannot be read
+/// completely, or if the formatted text has other tokens or another scene: both are compared before
+/// a file is replaced. Mode Print writes to standard output, nothing else prints. Ctrl-C ends it,
+/// see isInterrupted(). The text is read several times. `onProgress` is called with the bytes that
+/// were read so far, and the bytes of all these reads.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},
                          const ReadingProgress& onProgress = {});

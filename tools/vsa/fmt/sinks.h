@@ -1,4 +1,4 @@
-// Where a formatted text goes besides standard output and the file that it replaces.
+// Sinks for a formatted text, other than standard output and the replaced file.
 #pragma once
 
 #include <cstdio>
@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// Compares a text with a source, as far as it goes.
+/// Compares the text that is written to it with a source.
 class ComparingSink final : public vsa::Sink {
  public:
   explicit ComparingSink(vsa::Source& source) : source_(source) {}
@@ -25,7 +25,7 @@ class ComparingSink final : public vsa::Sink {
   bool isSame_ = true;
 };
 
-/// Two sinks that get the same text.
+/// Writes the same text to two sinks.
 class TeeSink final : public vsa::Sink {
  public:
   TeeSink(vsa::Sink& first, vsa::Sink& second) : first_(first), second_(second) {}
@@ -36,7 +36,7 @@ class TeeSink final : public vsa::Sink {
   vsa::Sink& second_;
 };
 
-/// An open file.
+/// Writes to an open file.
 class FileSink final : public vsa::Sink {
  public:
   explicit FileSink(std::FILE* file) : file_(file) {}

@@ -1,4 +1,5 @@
-// A text that is read more than once: a file, or standard input by way of a temporary file.
+// A text that is read more than once: a file, or standard input, which is copied to a temporary
+// file.
 #pragma once
 
 #include <cstdint>
@@ -20,7 +21,7 @@ struct CloseFile {
 };
 using FilePointer = std::unique_ptr<std::FILE, CloseFile>;
 
-/// Of UTF-8.
+/// The byte order mark of UTF-8.
 inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 /// An open text. A byte order mark at its beginning is not part of it.

@@ -30,7 +30,8 @@ std::string shortName(const std::string& name) {
   return escaped(shortText(name, NAME_CHARACTERS));
 }
 
-/// Hues at the golden ratio: however many types there are, neighbours in their order differ.
+/// The hues of consecutive types differ by the golden ratio, so they are distinct for any number of
+/// types.
 std::string fillColour(const GraphGroup& group) {
   if (group.type.empty()) return "#eeeeee";
   const double turns = 0.58 + 0.618034 * static_cast<double>(group.typeIndex);
@@ -60,7 +61,7 @@ std::string graphLabel(const SceneGraph& graph, const std::string& title) {
   return label;
 }
 
-/// More links, a thicker line: from 1 for one link to 5 for a million.
+/// The width grows with the number of links: from 1 for one link to 5 for a million.
 double lineWidth(std::uint64_t links) {
   return 1 + std::log10(static_cast<double>(links)) * 4 / 6;
 }

@@ -17,7 +17,8 @@ struct Close {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-/// A file without a name. Files and not pipes, so that neither process waits for the other.
+/// A file without a name. Files are used instead of pipes, so that neither process waits for the
+/// other.
 using TemporaryFile = std::unique_ptr<std::FILE, Close>;
 
 bool writeAll(std::FILE* file, const std::string& text) {

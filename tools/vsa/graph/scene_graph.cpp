@@ -28,7 +28,7 @@ std::string pathWithoutIndices(std::string_view path) {
   return text;
 }
 
-/// Numbers for texts, in the order in which they come.
+/// Gives each different text a number, in the order of their first occurrences.
 class Numbering {
  public:
   std::uint32_t numberOf(const std::string& text) {

@@ -43,9 +43,9 @@ struct SceneGraph {
 };
 
 /// A graph of at most `maxGroups` (1 or more) groups and three times as many edges. If the scene
-/// has more nodes, nodes of one type that are linked alike are a group: by the finest of the
-/// partitions that have no more groups. If there are more types than groups, the rarest types share
-/// a group.
+/// has more nodes, nodes of one type that are linked alike share a group, by the finest partition
+/// with at most `maxGroups` groups. If there are more types than groups, the rarest types share a
+/// group.
 SceneGraph graphOf(vsa::SceneView scene, std::size_t maxGroups);
 
 }  // namespace vsa_tools

@@ -25,7 +25,7 @@ bool looksLikeUtf32(std::string_view head) {
 }
 
 /// In UTF-16 a text begins with an ASCII character, whose high byte is NUL. Most of the NUL bytes
-/// are high bytes: as low byte only one character in 256 has a NUL.
+/// are high bytes: only one character in 256 has a NUL as its low byte.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};

@@ -14,7 +14,7 @@ namespace vsa_tools {
 
 namespace {
 
-// The size of a regular file. Some files of the system have a size of 0 and bytes.
+// The size of a regular file. Some system files report a size of 0 although they contain bytes.
 std::optional<std::uint64_t> sizeOf(int descriptor) {
   struct stat status;
   const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);

@@ -36,9 +36,9 @@ void MergeCommand::addTo(CommandOptions& options) {
       "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
-// Compares the names of a text with those of the nodes that are there after the texts before it,
-// and names those that both have, or finds other names for them. A node that an earlier text
-// removes is no longer there, unless a link that leads nowhere may mean its name.
+// Compares the names of a text with those of the nodes that remain after the earlier texts. Prints
+// the names that both have, or chooses other names for them. A node that an earlier text removes
+// does not count, unless a link that could not be made may refer to its name.
 int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLinks) {
   int status = EXIT_READ;
   for (const std::string& name : names.used()) {

@@ -1,4 +1,4 @@
-// The names of the nodes that a text makes and removes.
+// The names of the nodes that a text creates and removes.
 #pragma once
 
 #include <set>
@@ -11,8 +11,8 @@ namespace vsa_tools {
 /// A scene that keeps the names of its nodes, also of removed ones.
 class NodeNames final : public zn::korvo_sdk::interfaces::IScene {
  public:
-  /// Of the nodes that are or were in the scene, and of those that the text removes though it has
-  /// not made them: an earlier text of a merged one may have.
+  /// The names of the nodes that are or were in the scene, and of the nodes that the text removes
+  /// without creating them: an earlier text of the merge may have created them.
   const std::set<std::string>& used() const { return used_; }
   /// Whether a node of that name is in the scene.
   bool has(const std::string& name) const { return scene_.nodeNamed(name) != nullptr; }

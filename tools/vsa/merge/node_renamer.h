@@ -1,4 +1,4 @@
-// Other names for the nodes of a text.
+// Renames the nodes of a text.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// Counts, sizes and shares as people read them.
+// Counts, sizes and shares as text for people.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ std::string countText(std::uint64_t count);
 /// "512 B", "12.3 KB", "1.5 GB": powers of 1000, as file managers show them.
 std::string sizeText(std::uint64_t bytes);
 
-/// "12.5 %"; "-" of nothing.
+/// "12.5 %"; "-" if `whole` is 0.
 std::string shareText(std::uint64_t part, std::uint64_t whole);
 
 }  // namespace vsa_tools

@@ -8,7 +8,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// JSON in which no tag can begin or end: outside of strings JSON has no such character.
+/// `json` with "<" escaped, so that no HTML tag can begin or end in it. JSON has "<" only in
+/// strings.
 std::string withoutTags(const std::string& json) {
   std::string text;
   text.reserve(json.size());

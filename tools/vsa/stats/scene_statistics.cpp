@@ -42,7 +42,8 @@ void add(BufferCounts& total, const BufferCounts& other) {
   total.bytes += other.bytes;
 }
 
-/// The rows of the table of types must not depend on the number of a type.
+/// The counts of a type. An unknown type is counted as type 0, so that the index stays inside the
+/// table.
 template <class Counts, std::size_t N, class Type>
 Counts& countsOf(std::array<Counts, N>& byType, Type type) {
   const auto index = static_cast<std::size_t>(type);
@@ -110,7 +111,7 @@ class Counter {
     counts_.longestPath += place.path;
   }
 
-  /// The input of the node that was begun last is complete.
+  /// Called when the input of a node that was begun last is complete.
   void endInput() {
     counts_.dataBytes += bytes_;
     if (isLarge(counts_.largestInputs, bytes_)) {

@@ -45,7 +45,7 @@ struct SceneStatistics {
   std::vector<LargeInput> largestInputs;
   std::uint64_t references = 0, connections = 0, brokenLinks = 0;
   std::uint64_t comments = 0, commentBytes = 0;
-  /// The path of most bytes, and the most inputs on a path.
+  /// The path with the most bytes, and the maximum number of inputs on a path.
   std::string longestPath;
   std::uint64_t deepestPath = 0;
   std::uint64_t textBytes = 0;
@@ -66,7 +66,7 @@ SceneStatistics statisticsOf(const SceneFile& file);
 /// Adds the counts of `other` to `total`.
 void addCounts(SceneStatistics& total, const SceneStatistics& other);
 
-/// The most memory that this process has had, in bytes; 0 if the system does not report it.
+/// The peak memory of this process in bytes; 0 if the system does not report it.
 std::uint64_t peakMemoryBytes();
 
 }  // namespace vsa_tools

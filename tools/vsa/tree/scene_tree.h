@@ -23,9 +23,9 @@ struct TreeOptions {
 };
 
 /// Writes a line for each root, and below it a line for each link, followed by what the linked node
-/// links to. The links of a node are shown once: a later link to it says "shown above", and one
-/// from below it "circle". Returns the number of roots. Does not recurse; the output grows with
-/// the number of links, however long the chains of links are.
+/// links to. The links of a node are shown once: a later link to it says "shown above", and a link
+/// from a node below it says "circle". Returns the number of roots. Does not recurse; the output
+/// grows with the number of links, however long the chains of links are.
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out);
 
 }  // namespace vsa_tools

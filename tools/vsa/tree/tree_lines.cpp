@@ -24,7 +24,7 @@ bool hasElementLines(vsa::InputView array) {
          type == vsa::ValueType::Buffer;
 }
 
-/// The path from the node on, with its point.
+/// The path without the node, with the period before it.
 std::string pathInNode(vsa::InputView input) {
   return shortText(std::string_view(input.path()).substr(input.owner().name().size()),
                    PATH_CHARACTERS);

@@ -15,7 +15,7 @@ struct TreeLine {
 
   Kind kind;
   vsa::InputView input;
-  std::uint64_t more = 0;  // elements that MoreElements stands for
+  std::uint64_t more = 0;  // elements that MoreElements represents
 
   /// The node that a link leads to; missing for other lines.
   vsa::NodeView target() const;
@@ -23,8 +23,8 @@ struct TreeLine {
   std::string text() const;
 };
 
-/// The lines of a node in the order of its inputs. Of an array of objects, arrays or buffers, the
-/// values of the first ten elements only. All links.
+/// The lines of a node in the order of its inputs. Of an array of objects, arrays or buffers, only
+/// the first ten elements have lines for their values. All links have lines.
 std::vector<TreeLine> treeLines(vsa::NodeView node, bool inputs);
 
 /// Whether treeLines() has any.

@@ -10,7 +10,7 @@ namespace {
 using vsa::InputView;
 using vsa::ValueType;
 
-// Of "define" and of "with": they have no type of their own.
+// Whether the node has a type. Nodes from "define" and "with" have none.
 bool hasType(const vsa::NodeView& node) {
   return node.type() != node.name() && node.type() != "with";
 }

@@ -44,7 +44,8 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& path) {
   }
 }
 
-/// A new file beside another one; removed unless it replaces that.
+/// A new file in the folder of the file that it is to replace. The destructor removes it unless it
+/// has replaced that file.
 class Replacement {
  public:
   explicit Replacement(const std::string& path) : path_(path), name_(path + ".XXXXXX") {

@@ -17,9 +17,9 @@ struct EditedText {
 };
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings);
 
-/// Writes `bytes` to a new file in the same folder, which replaces the file `path` when it is
-/// complete, and has its permissions. A symbolic link stays, and the file that it leads to is
-/// replaced. Throws std::runtime_error if that fails.
+/// Replaces the file `path` by a new file with these bytes. The new file is in the same folder, has
+/// the same permissions, and replaces the old one when it is complete. A symbolic link remains, and
+/// the file that it leads to is replaced. Throws std::runtime_error if that fails.
 void replaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace vsa_tools

@@ -20,7 +20,8 @@ struct Literal {
   std::size_t numbers = 0;
 };
 
-// At `offset` are the brackets or the list, or a number of the list.
+// The literal at `offset`, which is the offset of its brackets, of its list or of a number in the
+// list.
 std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   const std::string_view all = text.text();
   const std::size_t open = text.at(offset) == '[' ? offset : all.rfind('[', offset);
@@ -42,7 +43,7 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   return literal.type == vsa::ElementType::Null ? std::nullopt : std::optional(literal);
 }
 
-// The count of the elements that are written, if they are whole.
+// The hint says how many elements the list has, if the last one is complete.
 void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;

@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-// One row for each character that people write.
+// The hint for an invalid character: one case for each character that people often write.
 const char* hintForInvalid(char character, bool isBehindDigit) {
   if (character == '%' && isBehindDigit) {
     return "a number has no unit; write the number alone, or quote it";
@@ -32,12 +32,13 @@ const char* hintForInvalid(char character, bool isBehindDigit) {
   }
 }
 
-// The "[" of the list that the byte at `offset` is in, or else another offset.
+// The offset of the "[" of the list that contains the byte at `offset`. Some other offset if there
+// is no such list.
 std::uint64_t bracketBefore(const HintText& text, std::uint64_t offset) {
   return text.text().find_last_of("[=;", offset);
 }
 
-// A name after the opening brace: a block of another language.
+// Whether a name follows the opening brace, as in a block of another language.
 bool isBlock(HintText& text, std::uint64_t open) {
   const std::uint64_t before = text.endBefore(open);
   if (text.at(open) != '{' || before == 0) return false;

@@ -1,4 +1,4 @@
-// HintText: the text with a diagnostic, as the functions see it that make hints of it.
+// HintText: the text of a file, with the look-ups that the functions for hints need.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +19,10 @@
 
 namespace vsa_tools {
 
-/// The statement that made an input.
+/// The first statement that assigns to an input.
 struct FirstAssignment {
-  std::string_view value;                             ///< As it is written; a part of the text.
-  vsa::SyntaxKind kind = vsa::SyntaxKind::EndOfText;  ///< Of the value's first token.
+  std::string_view value;  ///< The value as it is written: a part of the text.
+  vsa::SyntaxKind kind = vsa::SyntaxKind::EndOfText;  ///< The kind of its first token.
   bool isConnection = false;
 };
 
@@ -43,18 +43,18 @@ class HintText {
   std::uint64_t beginBehind(std::uint64_t offset) const;
   char at(std::uint64_t offset) const { return offset < text().size() ? text()[offset] : '\0'; }
 
-  // The most similar name, as far as one is near.
+  // The most similar name; nothing if none is similar.
   std::optional<Suggestion> nearestNode(std::string_view written);
   std::optional<Suggestion> nearestInput(std::string_view written);
   std::optional<Suggestion> nearestOutput(std::string_view written);
 
-  /// The name in the first declaration of a node.
+  /// The range of the name in the first declaration of a node.
   std::optional<vsa::TextRange> declarationOf(std::string_view node);
-  /// Null if no statement assigns to the input. `path` is one of a diagnostic.
+  /// The first assignment to an input; null if there is none. `path` is written as in a diagnostic.
   const FirstAssignment* firstAssignment(const std::string& path);
 
  private:
-  using Names = std::set<std::string_view>;  // where they are written first
+  using Names = std::set<std::string_view>;  // parts of the text: the first occurrences
 
   void collect();
   std::optional<Suggestion> nearest(const Names& names, std::string_view written);
@@ -64,14 +64,15 @@ class HintText {
   std::span<const vsa::TypeDescription> types_;
   bool isCollected_ = false;
   Names nodes_, inputs_, outputs_;
-  // By the hash of the path: paths of long names would take far more memory than their text. Two
-  // paths of one hash would only give a note the wrong place.
+  // The key is a hash of the path, because paths of long names would take far more memory than
+  // their text. If two paths had the same hash, a note would have the wrong place.
   std::unordered_map<PathKey, FirstAssignment> assignments_;
-  // So that a text with many mistakes and many names takes time in proportion to its size.
+  // Limits the comparisons of names, so that a text with many mistakes and many names takes time in
+  // proportion to its size.
   std::uint64_t comparisonsLeft_ = 5'000'000;
 };
 
-// The hints for groups of diagnostics. Each leaves the finding as it is if it has nothing to say.
+// The hints for groups of diagnostics. A function that has no hint leaves the finding unchanged.
 void hintForStatement(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
@@ -81,23 +82,25 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
 void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 
-// Shared by them.
+// Functions that these share.
 
-/// An edit that replaces the range, and a hint "write `to`".
+/// Adds an edit that replaces the range, and the hint "write `to`".
 void replace(Finding& finding, const vsa::TextRange& range, std::string to);
-/// An edit that inserts at an offset.
+/// Adds an edit that inserts a text at an offset.
 void insertAt(Finding& finding, std::uint64_t offset, std::string text);
-/// "did you mean `name`?", if there is a name, with an edit that replaces the range if it is sure.
+/// Adds the hint "did you mean `name`?" if there is a suggestion, and an edit that replaces the
+/// range if the suggestion is sure.
 bool suggest(Finding& finding, const vsa::TextRange& range,
              const std::optional<Suggestion>& suggestion);
 /// The value of "0x1F" in decimal; nothing if it does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);
-/// Whether it is the character that opens a string or a list which is not closed.
+/// Whether it is the opening character of a string or list that is not closed.
 bool isOpening(std::string_view source);
-/// How to close it, with a note where the reader notices.
+/// Adds a hint how to close the string or list, and a note at the place where the reader notices.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
-/// "[0 1]" after "=": a buffer. False if `open` is no such bracket.
+/// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if `open` is
+/// not the bracket of such a list.
 bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding);
 
 }  // namespace vsa_tools

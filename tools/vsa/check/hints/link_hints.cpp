@@ -40,7 +40,7 @@ void hintForMissingNode(HintText& text, const vsa::Diagnostic& diagnostic, Findi
   }
 }
 
-// "node.output.more", ".output".
+// A source that is not "node.output", such as "node.output.more" or ".output".
 void hintForSource(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view source = text.bytesOf(range);
   finding.hint = source.front() == '.' ? "write the name of the node before the output"

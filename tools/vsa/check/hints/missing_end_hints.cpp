@@ -53,7 +53,7 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// The word of a type that the format does not have.
+// A word that names a type in other languages and not in this format.
 void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';

@@ -7,7 +7,7 @@ namespace vsa_tools {
 
 namespace {
 
-// Longer names are not compared: nobody mistypes them.
+// Longer names are not compared, because nobody types them by hand.
 constexpr std::size_t MAX_NAME = 200;
 
 char lower(char c) {

@@ -54,7 +54,7 @@ struct TupleForm {
 constexpr TupleForm TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4}, {"pos2", 2}, {"pos3", 3},
                                 {"quat", 4}, {"rgba", 4}, {"mat3", 9}, {"mat4", 16}};
 
-// The keyword in front of the list.
+// The keyword before the list.
 const TupleForm* tupleBefore(HintText& text, std::uint64_t list) {
   const std::uint64_t end = text.endBefore(list);
   if (end < 4) return nullptr;

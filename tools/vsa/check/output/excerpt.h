@@ -9,8 +9,8 @@
 namespace vsa_tools {
 
 struct Excerpt {
-  /// The line, without its line end. Tabs are blanks, control characters and invalid UTF-8 are
-  /// escaped. A long line is cut around the carets, which "..." shows.
+  /// The line, without its line end. Tabs become blanks, control characters and invalid UTF-8 are
+  /// escaped. Of a long line, only the part around the carets is shown, with "..." at each cut.
   std::string line;
   /// Blanks and carets, to be printed below `line`. Wide characters have two carets.
   std::string carets;

@@ -14,7 +14,7 @@ namespace vsa_tools {
 
 /// Where a finding is.
 struct FindingPlace {
-  const std::string& file;  ///< As it is shown.
+  const std::string& file;  ///< The name as it is shown.
   const CheckedText& text;
   /// The line at which the reader stops, set for the first finding after it.
   std::optional<std::uint64_t> stopLine;
@@ -25,8 +25,8 @@ struct Totals {
   std::uint64_t files = 0;
   std::uint64_t filesWithFindings = 0;
   std::uint64_t unreadable = 0;
-  std::uint64_t tooLarge = 0;    ///< For the rules about texts.
-  std::uint64_t inBaseline = 0;  ///< Findings that the baseline has.
+  std::uint64_t tooLarge = 0;    ///< Files too large for the rules about texts.
+  std::uint64_t inBaseline = 0;  ///< Findings that are in the baseline.
   std::uint64_t fixed = 0;       ///< Edits that were applied.
   bool isEndedEarly = false;     ///< --max-diagnostics was reached.
 };
@@ -53,7 +53,7 @@ class Format {
 
 enum class FormatName : std::uint8_t { Full, Line, Log, Json, Sarif, Github, Junit };
 
-/// `isColoured` has an effect on Full alone. `isStrict`, that warnings are failures, on Junit.
+/// `isColoured` affects only Full. `isStrict` affects only Junit: warnings are then failures.
 std::unique_ptr<Format> makeFormat(FormatName name, bool isColoured, bool isStrict);
 
 }  // namespace vsa_tools

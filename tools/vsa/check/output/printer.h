@@ -25,7 +25,7 @@ class Printer {
       : format_(format), maxFindings_(maxFindings), progress_(progress) {}
 
   void begin() { write(format_.begin()); }
-  /// Prints findings of one file, until there are too many.
+  /// Prints findings of one file, up to --max-diagnostics.
   void print(const std::vector<RenderedFinding>& findings);
   void printClean(const std::string& file) { write(format_.addClean(file)); }
   /// Prints the end of the output, and the summary unless it is empty. Returns whether all was

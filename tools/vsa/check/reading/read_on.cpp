@@ -181,7 +181,7 @@ class FurtherReading {
     if (name.empty() || !repair_.isSuspect(name)) consumer_(found);
   }
 
-  /// Whether it follows from a node that is reported as missing already.
+  /// Whether the diagnostic only follows from a node that was already reported as missing.
   bool isOfMissingNode(const Diagnostic& found) {
     if (found.id == DiagnosticId::WithNodeNotSet) return std::exchange(isNodeMissing_, true);
     const std::string_view name = missingNode(found);
@@ -198,7 +198,7 @@ class FurtherReading {
   const DiagnosticConsumer& consumer_;
   std::optional<Diagnostic> fatal_;  // of the last reading
   std::exception_ptr failure_;
-  std::size_t shift_ = 0;  // of the text that is read, in the whole text, modulo 2^64
+  std::size_t shift_ = 0;  // offset of the part in the whole text, modulo 2^64
   bool isNodeMissing_ = false;
 };
 

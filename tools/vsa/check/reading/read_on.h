@@ -3,7 +3,7 @@
 // The reader stops at a fatal mistake. Here the wrong statement is replaced in a copy of the text,
 // and the rest is read into the same scene, and so on up to the end: this finds the fatal mistakes
 // in time that is proportional to the text. Then the repaired text is read as a whole, for the
-// other diagnostics, the links and a scene that the rules can look at.
+// other diagnostics, the links and a scene that the rules can inspect.
 #pragma once
 
 #include <functional>
@@ -18,9 +18,9 @@ namespace vsa_tools {
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading, with the limits and the
-/// progress function of `options`. Returns the reading of
-/// the repaired text. Mistakes that only follow from an earlier one are left out, those before the
-/// stop are reported once more, with the exception of `stop`.
+/// progress function of `options`. Returns the reading of the repaired text. Mistakes that only
+/// follow from an earlier one are left out. Those before the stop are reported again, except `stop`
+/// itself.
 vsa::ReadResult readOn(std::string_view text, const vsa::Diagnostic& stop,
                        const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
 

@@ -1,8 +1,8 @@
 // Repair: a copy of a text in which wrong statements are replaced, so that it can be read on.
 //
 // A replacement has as many bytes as what it replaces, so that offsets do not change. (Lines may
-// change: a `;` may replace a line end.) A wrong statement is replaced in steps, each taken if the
-// reader complains about the statement once more:
+// change: a `;` may replace a line end.) A wrong statement is replaced in steps. Each further step
+// is taken if the reader reports the statement again. The statement becomes:
 //   1. its smallest repair: a missing `;` is written, a character that begins no token is blanked
 //   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
 //   3. blanks

@@ -18,7 +18,7 @@
 
 namespace vsa_tools {
 
-/// The input of the rules. Everything exists until runRules returns.
+/// The input of the rules. All members must stay valid until runRules returns.
 struct RuleInput {
   /// The file without a byte order mark. Empty if the file is too large to be kept in memory.
   std::string_view text;
@@ -35,9 +35,9 @@ struct RuleInput {
 
 struct Rule {
   const char* id;     ///< In kebab case.
-  Level level;        ///< Of its findings.
+  Level level;        ///< The level of its findings.
   const char* group;  ///< A name that --error, --warn and --ignore take for all rules of the group.
-  bool isDefault;     ///< Whether it runs without being asked for.
+  bool isDefault;     ///< Whether it runs by default.
   const char* purpose;  ///< One line for a list of rules. docs/rules.md has a page with the id.
 };
 
@@ -47,10 +47,10 @@ std::span<const Rule> allRules();
 /// The rules that run.
 class RuleSet {
  public:
-  RuleSet() = default;  ///< To be assigned to.
+  RuleSet() = default;  ///< Assign another set before use.
   explicit RuleSet(const std::function<bool(const Rule&)>& isEnabled);
 
-  /// By the index in allRules().
+  /// Whether the rule runs; `rule` is its index in allRules().
   bool has(std::size_t rule) const { return enabled_[rule]; }
 
  private:

@@ -14,7 +14,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Only the bytes around the finding, if the line is long.
+// Of a long line, only the bytes within this distance of the finding are used.
 constexpr std::uint64_t LINE_REACH = 100;
 
 std::string trimmed(const std::string& line) {

@@ -1,5 +1,5 @@
 // A baseline: the findings that are known, so that only new ones are reported. A finding is
-// recognised by its file, id, message and the text of its line, so that it may move to another
+// recognised by its file, id, message and the text of its line. It may therefore move to another
 // line.
 #pragma once
 
@@ -34,7 +34,7 @@ class Baseline {
   std::map<std::string, KnownFindings> files_;
 };
 
-/// Removes the finding from `known`. False if it is not in there.
+/// Removes the finding from `known`. Returns false if `known` does not contain it.
 bool takeKnown(KnownFindings& known, const Finding& finding, const CheckedText& text);
 
 }  // namespace vsa_tools

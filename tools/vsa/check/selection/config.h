@@ -11,8 +11,8 @@ namespace vsa_tools {
 
 inline constexpr char CONFIG_NAME[] = ".vsa-check.json";
 
-/// The level table of each file: that of the configuration file found upwards from its folder, and
-/// then the command line.
+/// The level table of each file: the nearest configuration file in its folder or above is applied
+/// first, then the command line.
 class LevelTables {
  public:
   /// `configFile`: the file to use for all, instead of looking for one; empty: look for one.

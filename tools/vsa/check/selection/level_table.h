@@ -27,9 +27,8 @@ class LevelTable {
   LevelTable();
 
   /// Applies the rules to the table. An id has precedence over a group, a group over "all", and for
-  /// the same name an error over a warning, a warning over ignoring. Throws
-  /// std::runtime_error if a name is none of an id or group, with the name that may have been
-  /// meant.
+  /// the same name an error over a warning, a warning over ignoring. Throws std::runtime_error if a
+  /// name is neither an id nor a group. The message suggests a similar name.
   void apply(const LevelRules& rules);
 
   /// The level of the kind; nothing if it is ignored.
@@ -45,7 +44,7 @@ class LevelTable {
   void choose(const std::vector<std::string>& names, std::optional<Level> level);
   RuleSet enabledRules() const;
 
-  // A round of apply() has precedence over the rounds before it.
+  // The number of calls of apply(). A later call has precedence over earlier ones.
   int round_ = 0;
   std::map<std::string, Choice, std::less<>> choices_;
   RuleSet rules_;

@@ -17,8 +17,8 @@ namespace vsa_tools {
 
 namespace {
 
-// A block of a file of unknown size, and the largest of others: Ctrl-C is looked for between
-// blocks.
+// The size of the blocks of a file of unknown size, and the maximum size for other files. Ctrl-C is
+// tested between blocks.
 constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 16;
 constexpr std::size_t MAX_BLOCK_BYTES = std::size_t{1} << 22;
 
@@ -33,7 +33,7 @@ ssize_t readAgainIfInterrupted(const Read& read) {
 
 }  // namespace
 
-/// The bytes that are kept, then those that the descriptor still delivers.
+/// Delivers the kept bytes, then the remaining bytes of the descriptor.
 class CheckedText::Stream final : public vsa::Source {
  public:
   explicit Stream(CheckedText& text) : text_(text), kept_(text.text()) {}
@@ -69,7 +69,8 @@ CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_
   if (isRegular_ && size <= maxKept) expectedBytes_ = static_cast<std::size_t>(size);
   isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : maxKept);
   skipMark();
-  if (bytes_.empty() && !problem_.empty()) isOpen_ = false;  // a directory opens, and fails here
+  if (bytes_.empty() && !problem_.empty())
+    isOpen_ = false;  // a directory can be opened, and not be read
 }
 
 CheckedText::~CheckedText() {
@@ -88,13 +89,13 @@ void CheckedText::skipMark() {
   markBytes_ = utf8::starts_with_bom(bytes_) ? sizeof utf8::bom : 0;
 }
 
-// A small file of the expected size takes one block, and one byte more to see its end.
+// A small file of the expected size is read in one block, with one byte more to detect its end.
 std::size_t CheckedText::blockAfter(std::size_t size) const {
   if (size < expectedBytes_) return std::min(expectedBytes_ - size, MAX_BLOCK_BYTES);
   return size == expectedBytes_ && size != 0 ? 1 : BLOCK_BYTES;
 }
 
-// Returns whether there is no more to read.
+// Returns whether the end was reached.
 bool CheckedText::readUpTo(std::uint64_t limit) {
   bytes_.reserve(expectedBytes_ + 1);
   while (bytes_.size() < limit) {

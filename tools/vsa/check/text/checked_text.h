@@ -1,5 +1,5 @@
-// CheckedText: the bytes of a file that is checked. Small files are kept in memory, of large ones
-// the lines that are shown are read once more.
+// CheckedText: the bytes of a file that is checked. Small files are kept in memory. Of large files,
+// the lines to be shown are read again.
 #pragma once
 
 #include <cstdint>
@@ -22,25 +22,25 @@ struct LinePart {
 
 class CheckedText {
  public:
-  /// Files with more bytes are not kept, pipes and devices up to here.
+  /// Files with more bytes are not kept. Pipes and devices are kept up to this number of bytes.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, "-" for standard input, and reads it unless it is too large. Ctrl-C
-  /// ends it where it is. `maxKept` replaces MAX_KEPT_BYTES.
+  /// ends the reading. `maxKept` replaces MAX_KEPT_BYTES.
   explicit CheckedText(const std::string& name, std::uint64_t maxKept = MAX_KEPT_BYTES);
   ~CheckedText();
   CheckedText(const CheckedText&) = delete;
   CheckedText& operator=(const CheckedText&) = delete;
 
-  /// The system's message if the file cannot be opened, or not be read to its end; else empty. In
-  /// the second case, text() is what could be read.
+  /// The system's message if the file cannot be opened or cannot be read to its end; otherwise
+  /// empty. In the second case, text() has the bytes that could be read.
   const std::string& problem() const { return problem_; }
   bool isOpen() const { return isOpen_; }
   /// Whether text() is the whole file.
   bool isKept() const { return isKept_; }
-  /// The bytes after the byte order mark; those that are kept.
+  /// The kept bytes after the byte order mark.
   std::string_view text() const { return std::string_view(bytes_).substr(markBytes_); }
-  /// The bytes that are kept, with the byte order mark.
+  /// The kept bytes, with the byte order mark.
   const std::string& bytes() const { return bytes_; }
   /// Reads the whole text into a scene, once.
   vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);

@@ -9,7 +9,8 @@
 
 namespace vsa_tools {
 
-/// Two paths have one key with a probability of 2^-64. A rule would then report a wrong finding.
+/// Two paths have the same key with a probability of 2^-64. A rule would then report a wrong
+/// finding.
 using PathKey = std::uint64_t;
 
 PathKey keyOfNode(std::string_view name);
@@ -19,7 +20,7 @@ PathKey keyOfElement(PathKey array, std::uint64_t index);
 /// The key of a path as in messages: "rig.bones[2].at".
 PathKey keyOfPath(std::string_view path);
 
-/// The key of each node, another one after each removal of a node of that name.
+/// The keys of nodes. After a node is removed, a new node of that name gets another key.
 class NodeGenerations {
  public:
   void remove(PathKey node) {

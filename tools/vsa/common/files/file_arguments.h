@@ -25,7 +25,8 @@ class FileArguments {
   /// Adds -j, for a command that works on several files at the same time.
   void addJobsTo(CommandOptions& options);
 
-  /// The files, without any argument `byDefault`. Prints why an argument names none.
+  /// The files that the arguments name; without arguments, `byDefault`. If an argument names no
+  /// files, prints the reason.
   ListedFiles list(const std::vector<std::string>& byDefault = {}) const;
   /// Threads for the files: one unless -j was given.
   unsigned workers() const;

@@ -11,7 +11,7 @@
 
 namespace vsa_tools {
 
-/// A progress line in which each file counts as much as it has bytes. All functions may be called
+/// A progress line for several files, weighted by their sizes in bytes. All functions may be called
 /// by several threads.
 class FilesProgress {
  public:

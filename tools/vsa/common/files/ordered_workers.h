@@ -118,8 +118,8 @@ class OrderedWork {
   std::vector<Slot> slots_;  // of the items that are not consumed, by item modulo size
 };
 
-/// Results of a worker that may wait for those of earlier items. Small files take microseconds:
-/// with 4 results, workers wait for each other half of the time.
+/// The maximum number of results of a worker that wait for the results of earlier items. Small
+/// files take microseconds: with 4 results, workers wait for each other half of the time.
 inline constexpr std::size_t WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` for the items from 0 up to `count` on `workers` threads, and

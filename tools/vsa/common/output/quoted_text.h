@@ -1,4 +1,5 @@
-// Messages quote names and values of a text in full, in any length. Commands shorten them.
+// Shortening of the names and values that messages quote: the library quotes them in full, at any
+// length.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Diagnostics of links.
+// Diagnostics about links that could not be made.
 #pragma once
 
 #include <vsa/reading/read_diagnostic.h>

@@ -17,7 +17,7 @@ namespace vsa_tools {
 /// An input, and its place in the node.
 struct InputPlace {
   vsa::InputView input;
-  /// The path from the node on: "bones[2].at". Valid during the call.
+  /// The path without the node: "bones[2].at". Valid during the call.
   std::string_view path;
   /// The number of arrays and objects around the input.
   std::size_t depth;
@@ -37,7 +37,7 @@ inline vsa::InputView childAt(vsa::InputView input, std::uint64_t index) {
   return input.type() == vsa::ValueType::Array ? input[index] : input.members()[index];
 }
 
-/// Appends ".name" or "[index]"; a path begins with a name without the point.
+/// Appends ".name" or "[index]"; the first name of a path has no period.
 inline void appendStep(std::string& path, std::string_view name, std::uint64_t index,
                        bool isElement) {
   if (!isElement) {

@@ -75,7 +75,7 @@ class Reading {
     file_.messages += diagnosticLine(file_.name, position, level, text) + '\n';
   }
 
-  /// The reason why the reading ended, if no diagnostic has it.
+  /// Adds the reason why the reading ended, if no diagnostic contains it.
   void addEnd() {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;

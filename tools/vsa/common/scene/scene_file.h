@@ -30,10 +30,10 @@ struct SceneFile {
 /// Called with the bytes that were read and those of the file, on the thread that reads.
 using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
-/// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends it
-/// if the command has an InterruptScope. May be called by several threads. Bytes
-/// that end or damage the text without an error of the reader (a NUL, another encoding) are
-/// reported as `vsa check` reports them. Throws std::bad_alloc only.
+/// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends the
+/// reading if the command has an InterruptScope. May be called by several threads. Bytes that end
+/// or damage the text without an error of the reader (a NUL, another encoding) are reported as `vsa
+/// check` reports them. Throws std::bad_alloc only.
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {},
                         const ReadingProgress& onProgress = {});
 

@@ -90,7 +90,7 @@ bool hasChildren(vsa::ValueType type) {
   return type == vsa::ValueType::Array || type == vsa::ValueType::Object;
 }
 
-/// An element of an array, which has no connection, or the connection's source.
+/// The value of an array element, or the source of its connection if it has one.
 std::string elementText(vsa::InputView element) {
   const std::string source = shortConnection(element);
   return source.empty() ? shortValue(element) : source;

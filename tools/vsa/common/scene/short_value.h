@@ -1,4 +1,4 @@
-// Values as short text for people, in the notation of the format; long lists are elided.
+// Values as short text for people, in the notation of the format; long lists are shortened.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// The options of the commands that write a scene as a text: where to, and in which layout.
+// The options of the commands that write a scene as a text: the output file and the layout.
 #pragma once
 
 #include <string>
@@ -18,8 +18,8 @@ class WriteArguments {
 
   vsa::WriteOptions options() const;
 
-  /// Writes the scene to the output. Prints what the text cannot represent, with `name` as its
-  /// file, and why it cannot be written. Returns the exit status.
+  /// Writes the scene to the output. Prints what the text cannot represent, with `name` as the file
+  /// name, and why the text cannot be written. Returns the exit status.
   int write(const vsa::Scene& scene, const std::string& name) const;
 
  private:

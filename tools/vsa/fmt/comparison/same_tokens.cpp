@@ -15,7 +15,7 @@ class TokenBytes {
  public:
   explicit TokenBytes(vsa::SyntaxReader& reader) : reader_(reader) {}
 
-  /// The bytes that are not taken yet, at least one unless the text has ended.
+  /// The bytes that are not consumed yet: at least one unless the text has ended.
   std::string_view bytes() {
     constexpr std::size_t BLOCK_BYTES = 64 << 10;
     if (taken_ == bytes_.size()) {
@@ -56,8 +56,8 @@ class TokenBytes {
     appendParts(text.substr(begin + plain.size()));
   }
 
-  // Each number is shorter by its separator than its place in the list, and a blank is written
-  // before it.
+  // A number is written with a blank before it and without its separator, so the numbers need at
+  // most one byte more than they have in the list.
   void appendNumbers(std::string_view numbers) {
     const std::size_t size = bytes_.size();
     bytes_.resize(size + numbers.size() + 1);

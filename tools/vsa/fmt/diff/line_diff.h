@@ -19,9 +19,10 @@ struct MatchedLines {
   friend bool operator==(const MatchedLines&, const MatchedLines&) = default;
 };
 
-/// The matches of two sequences of lines, each line as a hash, in order: the lines at both ends
-/// that are the same, between them those that both have once (Cohen, "patience diff"), and the same
-/// again between these. Takes n log n steps, and need not find the fewest changes.
+/// Matches two sequences of lines, given as hashes, and returns the matches in order: first the
+/// equal lines at both ends, then the lines that both have exactly once (Cohen, "patience diff"),
+/// and the same again between these. Takes n log n steps. The number of changes is not always
+/// minimal.
 std::vector<MatchedLines> matchLines(const std::vector<std::uint64_t>& a,
                                      const std::vector<std::uint64_t>& b);
 

@@ -11,7 +11,7 @@ namespace vsa_tools {
 
 namespace {
 
-// A longer number is written while it is read: a compressed buffer is a single one.
+// A longer number is written while it is read, because a compressed buffer is a single number.
 constexpr std::size_t MAX_NUMBER_BYTES = 16 << 10;
 // A matrix with a longer number is not aligned.
 constexpr std::size_t MAX_CELL_BYTES = 64;
@@ -140,7 +140,7 @@ void ListLayout::placeOnLine(std::string_view number) {
   line_ += number;
 }
 
-// Moves the numbers that are waiting for the end of the line to lines of their own.
+// Moves the numbers that are not written yet to separate lines.
 void ListLayout::breakList() {
   if (isBroken_) return;
   isBroken_ = true;
@@ -174,7 +174,7 @@ inline void ListLayout::placeInLines(std::string_view number) {
   ++inLine_;
 }
 
-// Writes the rows of a matrix, or of the part of one that the list ends with.
+// Writes the rows of a matrix, or of an incomplete matrix at the end of the list.
 void ListLayout::putMatrix() {
   constexpr std::size_t MAX_COLUMNS = 4;
   std::array<std::size_t, MAX_COLUMNS> widths{};

@@ -1,4 +1,4 @@
-// Where the lists of a formatted text are broken.
+// The line breaks in the lists of a formatted text.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// Columns of a line with numbers. Nothing else is broken.
+/// The maximum columns of a line with numbers. Other lines are not broken.
 inline constexpr std::size_t FORMATTED_WIDTH = 120;
 
 /// How the elements of a list are arranged when it does not fit one line.
@@ -34,7 +34,7 @@ class ListLayout {
 
   /// Begins a list with its opening bracket. `indent` is that of the statement.
   void begin(char open, const ListShape& shape, std::size_t indent);
-  /// Appends characters of a number; a new number unless `continues`.
+  /// Appends characters to the last number, or, without `continues`, begins a new number with them.
   void add(std::string_view text, bool continues);
   /// Appends plainNumbers(). At least one more number must follow.
   void addNumbers(std::string_view numbers);

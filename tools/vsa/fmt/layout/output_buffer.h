@@ -40,7 +40,7 @@ class OutputBuffer {
   void putBlanks(std::size_t count) {
     for (; count > 0; --count) put(' ');
   }
-  /// Begins a line with `indent` blanks, a few.
+  /// Begins a line with `indent` blanks, which must fit into the buffer.
   void newLine(std::size_t indent) {
     if (remaining() <= indent) flush();
     *at_++ = '\n';
@@ -74,7 +74,7 @@ class OutputBuffer {
     copyShort(text);
   }
 
-  // Two overlapping words cover most numbers and names.
+  // Most numbers and names are copied as two words of eight bytes, which may overlap.
   void copyShort(std::string_view text) {
     const std::size_t size = text.size();
     if (size >= 8 && size <= 16) {

@@ -15,15 +15,15 @@
 
 namespace vsa_tools {
 
-/// Whether a number may have this character.
+/// Whether a number may contain this character.
 inline bool isInNumber(char c) {
   return zn::char_class::is(c, zn::char_class::NUMBER);
 }
 
-/// The part of a piece of a list in which each run of number characters is one element: from the
-/// beginning of a number to the beginning of a later one that belongs to the piece, too. Empty if
-/// there is none, or if brackets of the list's kind lie inside of the piece. `open` and `close` are
-/// those brackets.
+/// The part of a piece of a list in which each run of number characters is one element. It extends
+/// from the beginning of a number to the beginning of a later number in the same piece. Empty if
+/// there is no such part, or if the piece contains brackets of the list's kind. `open` and `close`
+/// are those brackets.
 inline std::string_view plainNumbers(std::string_view piece, char open, char close) {
   constexpr std::size_t MIN_BYTES = 64;
   if (piece.size() < MIN_BYTES) return {};
@@ -40,9 +40,9 @@ inline std::string_view plainNumbers(std::string_view piece, char open, char clo
   return inside.substr(begin, end - begin);
 }
 
-/// A bit for each of 64 characters, the first one lowest: whether a number may have it. Numbers are
-/// found by these masks: the lists of 125 MB of meshes take 0.09 s of layout, one character after
-/// another 0.18 s. The benchmark is format/layout/geo.
+/// A bit for each of 64 characters, the lowest for the first: whether a number may contain the
+/// character. Numbers are found by these masks: the lists of 125 MB of meshes take 0.09 s of
+/// layout, one character after another 0.18 s. The benchmark is format/layout/geo.
 inline std::uint64_t numberMask(const char* text) {
   std::uint64_t mask = 0;
 #if defined(__SSE2__)
@@ -82,7 +82,7 @@ void forEachNumber(std::string_view numbers, const Function& function) {
   constexpr std::size_t STEP = 64;
   const char* at = numbers.data();
   const char* const end = at + numbers.size();
-  const char* number = nullptr;  // the one that the step before did not end
+  const char* number = nullptr;  // begun in an earlier step and not ended
   std::uint64_t last = 0;        // whether the character before belongs to it
   const auto call = [&](const char* from, const char* to) {
     function(std::string_view(from, static_cast<std::size_t>(to - from)));

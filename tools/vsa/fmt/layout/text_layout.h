@@ -16,7 +16,7 @@ class TextLayout {
  public:
   explicit TextLayout(vsa::Sink& sink) : out_(sink), list_(out_) {}
 
-  /// Takes the next token or piece of one. With EndOfText, ends the text.
+  /// Processes the next token or the next piece of a token. EndOfText ends the text.
   void put(const vsa::SyntaxToken& token);
   /// Writes the remaining text. False if a write has failed.
   bool flush() { return out_.flush(); }

@@ -5,12 +5,12 @@
 
 namespace vsa_tools {
 
-/// A token whose white space is not kept.
+/// Whether the token is a list: the white space in it is not kept.
 inline bool isList(vsa::SyntaxKind kind) {
   return kind == vsa::SyntaxKind::Parens || kind == vsa::SyntaxKind::Braces;
 }
 
-/// A token that would be one with a token of these kinds before it.
+/// Whether the token would merge with a preceding token of these kinds.
 inline bool isWordLike(vsa::SyntaxKind kind) {
   return kind >= vsa::SyntaxKind::Word && kind <= vsa::SyntaxKind::Comment;
 }

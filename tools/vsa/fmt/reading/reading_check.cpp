@@ -6,7 +6,8 @@ namespace vsa_tools {
 
 namespace {
 
-// The type of no node: a reading that wants only such nodes checks everything and keeps no values.
+// A type that no node has: a reading that keeps only nodes of this type checks everything and
+// stores no values.
 constexpr char NO_TYPE[] = "?";
 
 }  // namespace

@@ -20,7 +20,8 @@ using zn::korvo_sdk::DataType;
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
 constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
-// What a list counts in its part, whatever its white space: buffers are not kept.
+// Every list counts as this many bytes of its part, whatever its length and white space: buffers
+// are not kept.
 constexpr std::size_t LIST_BYTES = 32;
 
 char lowerCase(char c) {

@@ -27,7 +27,8 @@ namespace vsa_tools {
 /// The delivered text depends on the tokens only.
 class ShortListSource final : public vsa::Source {
  public:
-  /// A scene of so many bytes of small nodes takes 35 MB, one of links 50 MB.
+  /// The scene of a part of this size takes 35 MB if the text has small nodes, and 50 MB if it has
+  /// links.
   static constexpr std::uint64_t PART_BYTES = 16 << 20;
 
   /// `source` must outlive the last read. A part that is as long as `partBytes` ends before the

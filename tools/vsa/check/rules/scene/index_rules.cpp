@@ -19,7 +19,7 @@ using vsa::NodeView;
 constexpr const char* INDEX_NAMES[] = {"indices", "triangles"};
 constexpr const char* POINT_NAMES[] = {"points", "positions", "vertices"};
 
-// The index of the first number of a buffer that is `count` or more, or negative.
+// The position of the first number in a buffer that is negative, or is `count` or more.
 template <class T>
 std::optional<std::size_t> firstBeyond(const BufferView& buffer, std::uint64_t count) {
   const auto numbers = buffer.as<T>();
@@ -52,7 +52,7 @@ std::optional<std::size_t> indexBeyond(const BufferView& buffer, std::uint64_t c
   }
 }
 
-// A buffer of points in the plane or in space. Those of a connection are not known.
+// The buffer of points in 2D or 3D. Points from a connection are not known.
 InputView pointsOf(const NodeView& node) {
   for (const char* name : POINT_NAMES) {
     const InputView input = node[name];

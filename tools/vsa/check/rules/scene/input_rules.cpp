@@ -25,8 +25,8 @@ bool hasRealNumbers(ValueType type) {
 
 }  // namespace
 
-// A family is shown only the inputs that it can have something to say about: two thirds of the
-// inputs of 200 scenes of 7 KB concern one family, the others none.
+// Each family gets only the inputs that may concern it: in 200 scenes of 7 KB, two thirds of the
+// inputs concern one family, the others none.
 void findInputProblems(SceneFindings& found) {
   const InputRulePointer links = linkRules(found);
   const InputRulePointer numbers = numberRules(found);

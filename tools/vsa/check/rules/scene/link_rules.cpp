@@ -15,7 +15,7 @@ namespace {
 using vsa::InputView;
 using vsa::NodeView;
 
-/// A graph of nodes by number, with the input that makes each edge.
+/// A graph whose nodes are numbers. Each edge has the input that contains the link.
 class LinkGraph {
  public:
   void add(const NodeView& from, const NodeView& to, const InputView& input) {
@@ -106,8 +106,8 @@ void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& 
   });
 }
 
-// References form a circle only through inputs of one name: a parent refers to its children, and
-// they to their parent.
+// A circle of references is reported only if all inputs in it have the same name: a parent may
+// refer to its children while they refer to their parent.
 class LinkRules final : public InputRule {
  public:
   explicit LinkRules(SceneFindings& found) : found_(found) {}

@@ -1,4 +1,4 @@
-// Rules about names of nodes: two that are nearly the same, and one that nothing names.
+// Rules about names of nodes: names that are nearly the same, and nodes that no link names.
 #include <algorithm>
 #include <string>
 #include <unordered_map>
@@ -33,13 +33,13 @@ void findSameButCase(SceneFindings& found) {
   }
 }
 
-// Whether the name without the character `i` differs from the name by a letter and not by a digit.
+// Whether the character at `i` is not a digit: names that differ in a digit are usual.
 bool isLetterAt(std::string_view name, std::size_t i) {
   return !(name[i] >= '0' && name[i] <= '9');
 }
 
-// Two names of one length that differ in one letter are the same without that letter. The letter's
-// place is part of the key.
+// Two names of the same length that differ in one letter are equal without that letter. The key is
+// the rest of the name with the position of the letter.
 void findSameButLetter(SceneFindings& found) {
   std::unordered_map<std::string, std::string_view> names;
   for (const NodeView node : found.input().scene.nodes()) {

@@ -1,4 +1,4 @@
-// Rules about numbers that are no number, or no longer the one that was written.
+// The rule about infinities and NaNs.
 #include <cmath>
 #include <memory>
 #include <string>
@@ -27,8 +27,8 @@ void checkBuffer(SceneFindings& found, const InputView& input, const unsigned ch
                  std::size_t bytes) {
   const T* const numbers = reinterpret_cast<const T*>(data);
   const std::size_t count = bytes / sizeof(T);
-  // Not finite is not equal to itself once it is multiplied by 0; a sum lets the compiler
-  // vectorise.
+  // Infinity and NaN become NaN when multiplied by 0, and NaN is not equal to itself. The compiler
+  // can vectorise a sum.
   T sum = 0;
   for (std::size_t i = 0; i < count; ++i) sum += numbers[i] * T{0};
   if (sum == T{0}) return;

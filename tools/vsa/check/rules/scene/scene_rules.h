@@ -1,4 +1,4 @@
-// Rules about the scene that a text makes.
+// Rules about the scene that a text creates.
 #pragma once
 
 #include <cstdint>
@@ -14,12 +14,12 @@ namespace vsa_tools {
 
 /// A finding about an input or a node, without its place in the text.
 struct SceneFinding {
-  /// The kind of source range: the last value of the input, its path where it is named first, the
-  /// name of the node in its declaration, or the type there.
+  /// The kind of source range: the last value of the input, the first occurrence of its path, the
+  /// name of the node in its declaration, or the type in its declaration.
   enum class Place : std::uint8_t { Value, Path, Node, Type };
 
   RuleId rule;
-  std::string path;  ///< Of the input, or the name of the node.
+  std::string path;  ///< The path of the input, or the name of the node.
   std::string message;
   std::string hint = {};
   Place place = Place::Value;
@@ -37,7 +37,7 @@ class SceneFindings {
   void finish();
 
  private:
-  // As a SceneFinding, with texts that are shortened.
+  // A SceneFinding with shortened texts.
   struct Waiting {
     RuleId rule;
     PathKey input;
@@ -51,12 +51,13 @@ class SceneFindings {
   std::vector<Waiting> waiting_;
 };
 
-/// A family of rules that sees the inputs of a scene which concern it, with elements and members.
+/// A family of rules that visits the inputs of a scene, with elements and members, as far as they
+/// concern it.
 class InputRule {
  public:
   virtual ~InputRule() = default;
   virtual void visit(const vsa::NodeView& node, const vsa::InputView& input) = 0;
-  /// After the last input.
+  /// Called after the last input.
   virtual void finish() {}
 };
 

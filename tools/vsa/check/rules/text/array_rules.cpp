@@ -17,7 +17,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Elements that are named later are remembered up to this number for each array.
+// The maximum number of elements that are stored for each array because no statement has named them
+// yet.
 constexpr std::uint64_t MAX_MISSING = 4096;
 
 /// The elements of an array that no statement has named.
@@ -90,7 +91,7 @@ class ArrayRules final : public StatementRule {
     }
   }
 
-  // Only of a node that this text makes is it known which elements there are.
+  // The elements of an array are known only if this text creates the node.
   void visitNode(const StatementView& view) {
     if (view.kind() == vsa::StatementKind::Remove) {
       nodes_.remove(view.nodeKey);
@@ -99,7 +100,7 @@ class ArrayRules final : public StatementRule {
     }
   }
 
-  // The path up to an index of it, for a message.
+  // The path of the array for a message: up to the index `last`, with numbers instead of "[*]".
   std::string shownArray(const StatementView& view, std::string_view last) const {
     std::string path = shortened(view.node);
     auto index = indices_.begin();
@@ -114,7 +115,7 @@ class ArrayRules final : public StatementRule {
     return shortened(path);
   }
 
-  // Names the element that `step` is the index of. Returns the index.
+  // Records that a statement names the element with the index `step`. Returns the index.
   std::uint64_t use(ArrayUse& array, const StatementView& view, std::string_view step) {
     if (isStar(step)) return array.size++;
     const std::optional<std::uint64_t> index = numberIn(step);
@@ -128,7 +129,7 @@ class ArrayRules final : public StatementRule {
     return *index;
   }
 
-  // The elements up to `index` are not named yet.
+  // Records the elements before `index` as not named yet.
   void leaveOut(ArrayUse& array, std::uint64_t index, const StatementView& view,
                 std::string_view step) {
     if (!array.gap || array.gap->missing.empty()) {
@@ -157,7 +158,7 @@ class ArrayRules final : public StatementRule {
         .hint = "`[" + first + "]` is the next index";
   }
 
-  // ".keys[*].time = 0.0; .keys[*].value = 1.0;" makes two objects of one member each.
+  // ".keys[*].time = 0.0; .keys[*].value = 1.0;" creates two objects of one member each.
   void checkMembers(const StatementView& view, const Append& append) {
     if (append.statement != last_.statement + 1) return;
     if (append.members.empty() || append.array != last_.array || last_.members.empty()) return;

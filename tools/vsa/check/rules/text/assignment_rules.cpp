@@ -1,8 +1,7 @@
 // Rules about inputs that several statements assign to.
 //
-// A first pass over the statements finds out whether there are any such inputs: of each it keeps
-// the key only. Most texts have none. Otherwise a second pass looks at the statements of these
-// inputs.
+// A first pass over the statements finds such inputs and stores only their keys. Most texts have
+// none. If there are some, a second pass inspects the statements of these inputs.
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -17,10 +16,11 @@ namespace {
 
 using vsa::StatementKind;
 
-/// The keys of the inputs, as they are written, that get a value or a connection.
+/// The keys of the inputs that get a value or a connection, made from the paths as they are
+/// written.
 class AssignedInputs {
  public:
-  /// The input of the statement; nothing if it does not count.
+  /// The key of the input that the statement assigns to; nothing if the rules ignore the statement.
   std::optional<PathKey> of(const StatementView& view) {
     if (view.kind() == StatementKind::Remove) nodes_.remove(view.nodeKey);
     if (!view.hasPath() || view.node.empty() || isNull(view)) return std::nullopt;

@@ -1,4 +1,4 @@
-// Rules about buffers whose literal does not have what the count declares, or loses digits.
+// Rules about buffers whose literal does not match the declared count or type.
 #include <charconv>
 #include <cstdint>
 #include <memory>
@@ -16,7 +16,8 @@ namespace {
 
 using vsa::ElementType;
 
-// A buffer that declares this many times the bytes of its literal, and more than a mebibyte.
+// A buffer is reported if it declares this many times the bytes of its literal, and more than a
+// mebibyte.
 constexpr std::uint64_t FAR_LARGER = 1024;
 constexpr std::uint64_t MIN_DECLARED_BYTES = 1 << 20;
 std::optional<std::uint64_t> countIn(std::string_view brackets) {
@@ -89,7 +90,8 @@ class BufferRules final : public StatementRule {
                        : "write the count of the data, `[" + std::to_string(whole) + "]`";
   }
 
-  // A number of many digits after a period is compressed data for a type that has none.
+  // A number of many digits after a period is probably compressed data, for a type that cannot be
+  // compressed.
   void checkDigits(const BufferLiteral& literal, std::size_t content) {
     const std::string_view digits = literal.list.substr(content + 1);
     const std::size_t end = digits.find_first_of(" \t\r\n\v\f,}");

@@ -18,7 +18,8 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-// What follows the word, ignoring case, and blanks, ":" and "=" behind it; empty if it is no digit.
+// The rest of a text that begins with `word` in any letter case, without the blanks, ":" and "="
+// after the word; empty if it does not begin with a digit.
 std::string_view numberBehind(std::string_view text, std::string_view word) {
   if (text.size() <= word.size()) return {};
   const bool isWord = std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) {

@@ -15,7 +15,7 @@ namespace {
 using vsa::ElementType;
 using vsa::SyntaxKind;
 
-// A float has up to 9 significant digits of its own, and a double has every integer of 15 digits.
+// 9 significant digits identify any float, and a double represents every integer of 15 digits.
 constexpr std::size_t FLOAT_DIGITS = 9;
 constexpr std::size_t INTEGER_DIGITS = 15;
 
@@ -35,14 +35,15 @@ bool parses(std::string_view text, Number& number) {
   return error == std::errc() && end == text.data() + text.size();
 }
 
-// More digits than a float has, and not the exact value of a float written in full.
+// Whether the text has more digits than a float, and is not the exact value of a float written in
+// full.
 bool losesFloatDigits(std::string_view text) {
   double exact = 0;
   return digitsOf(text) > FLOAT_DIGITS && parses(text, exact) &&
          static_cast<double>(static_cast<float>(exact)) != exact;
 }
 
-// An integer that no double has.
+// Whether the text is an integer that no double represents.
 bool losesIntegerDigits(std::string_view text) {
   std::int64_t integer = 0;
   if (text.size() <= INTEGER_DIGITS || !parses(text, integer)) return false;
@@ -55,9 +56,9 @@ bool isOfNumber(char c) {
   return zn::char_class::is(c, zn::char_class::NUMBER);
 }
 
-// Whether `isLost` is true for a number of more than `digits` bytes. Such a number has one of the
-// bytes that are looked at, one of `digits` + 1: that takes a fifth of the time of splitting the
-// list.
+// Whether `isLost` is true for a number of more than `digits` bytes. Only one byte in `digits` + 1
+// is inspected, because each such number contains one of them: this takes a fifth of the time of
+// splitting the list.
 template <class IsLost>
 bool hasLost(std::string_view list, std::size_t digits, const IsLost& isLost) {
   std::size_t at = digits + 1;
@@ -115,7 +116,8 @@ class DigitRules final : public StatementRule {
   void checkFloats(std::string_view keyword, std::string_view list) {
     const std::string_view number = firstLost(list, FLOAT_DIGITS, losesFloatDigits);
     if (number.empty()) return;
-    // Every keyword of several floats ends in "f", and has a twin of doubles that ends in "d".
+    // Every keyword of several floats ends in "f", and has a counterpart for doubles that ends in
+    // "d".
     std::string wider(keyword);
     wider.back() = 'd';
     if (isWord(keyword, "float")) wider = "double";
@@ -130,7 +132,7 @@ class DigitRules final : public StatementRule {
     if (!number.empty()) addInteger(number);
   }
 
-  // The type of the input decides: an Int keeps all digits.
+  // Whether digits are lost depends on the type of the input: an Int keeps all digits.
   void checkInteger(const StatementView& view) {
     const vsa::StatementOutline& statement = view.statement;
     if (statement.word.size() <= INTEGER_DIGITS || !statement.isPlainPath) return;

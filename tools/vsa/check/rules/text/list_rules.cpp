@@ -14,7 +14,8 @@ using vsa::SyntaxKind;
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
 
-// Four characters, letters in lower case. No other character of a word becomes a letter or a digit.
+// Four characters as one number, with letters in lower case. No other character of a word becomes a
+// letter or a digit.
 constexpr std::uint32_t foldedWord(std::string_view word) {
   std::uint32_t folded = 0;
   for (const char c : word) folded = folded << 8 | (static_cast<unsigned char>(c) | 0x20U);
@@ -41,7 +42,7 @@ std::size_t componentsOf(std::string_view word) {
   return 0;
 }
 
-// The elements of a list, as many as there are room for, and how many there are.
+// The first elements of a list, up to the capacity of the array, and the number of all elements.
 struct Elements {
   explicit Elements(std::string_view list) {
     vsa::ListReader reader(list);

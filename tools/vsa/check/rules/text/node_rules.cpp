@@ -20,7 +20,7 @@ struct Declared {
   std::string_view statement;
 };
 
-// The keyword that the type of a declaration was probably meant to be: the node is there already.
+// The keyword that was probably meant by the type of a declaration whose node already exists.
 std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
   NearestName nearest(view.statement.type);
   if (view.kind() == StatementKind::Block) {

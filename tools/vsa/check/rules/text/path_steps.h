@@ -15,7 +15,8 @@ class PathSteps {
 
   /// Stores the next step: a name, or an index with its brackets. False at the end of the path.
   bool next(std::string_view& step);
-  /// The path behind the last step, with the period or bracket that it begins with.
+  /// The rest of the path after the last step, including the period or bracket before the next
+  /// step.
   std::string_view rest() const { return rest_; }
 
  private:

@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 class ResolvedPaths {
  public:
-  /// The key of the path of an assignment or a connection. To be called for each of them in the
-  /// order of the text.
+  /// The key of the path of an assignment or a connection. Call it for each of them, in the order
+  /// of the text.
   PathKey keyOf(const StatementView& view);
 
  private:

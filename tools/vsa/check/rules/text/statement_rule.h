@@ -1,4 +1,4 @@
-// StatementRule: a family of rules about the statements of a text, which sees them one by one.
+// StatementRule: a family of rules that visits the statements of a text one by one.
 #pragma once
 
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace vsa_tools {
 
-/// What a statement is or has.
+/// The properties of a statement, one bit each.
 enum StatementTrait : unsigned {
   COMMENT = 1,
   NODE = 2,        ///< A declaration or directive.
@@ -27,7 +27,7 @@ enum StatementTrait : unsigned {
   OBJECT = 1024,   ///< of an object.
 };
 
-/// A statement that the reader accepts by its form, with the node that it is about.
+/// A statement whose grammar the reader accepts, and the node that it concerns.
 struct StatementView {
   vsa::StatementOutline statement;
   /// The node of a declaration, directive or path. Empty for a comment, and for a path that begins
@@ -59,7 +59,7 @@ class StatementRule {
   virtual ~StatementRule() = default;
   bool concerns(unsigned traits) const { return (traits_ & traits) != 0; }
   virtual void visit(const StatementView& view) = 0;
-  /// After the last statement.
+  /// Called after the last statement.
   virtual void finish() {}
 
  private:

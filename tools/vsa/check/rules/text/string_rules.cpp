@@ -21,7 +21,7 @@ bool isLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-/// A backslash of a string and what it does.
+/// A backslash in a string, and the escape sequence that it begins.
 struct Escape {
   enum class Meaning { Backslash, Punctuation, Character, Number, Unknown };
   std::size_t at = 0;     // of the backslash, in the token
@@ -29,7 +29,8 @@ struct Escape {
   Meaning meaning = Meaning::Unknown;
 };
 
-// "\xHH" and "\uHHHH", without those for a NUL, which are kept as they are written.
+// Whether `behind` completes "\xHH" or "\uHHHH". Not for a NUL: the string keeps that as it is
+// written.
 bool isNumeric(std::string_view behind, std::size_t digits) {
   if (behind.size() < digits + 1) return false;
   bool isZero = true;
@@ -76,7 +77,7 @@ std::vector<Escape> escapesOf(std::string_view token) {
   return escapes;
 }
 
-// A drive, or no blank and a suffix of a file, such as "textures\new.png".
+// Whether the text has a drive, or has a file suffix and no blank, such as "textures\new.png".
 bool looksLikePath(std::string_view content) {
   const bool hasDrive =
       content.size() > 3 && isLetter(content[0]) && content.substr(1).starts_with(":\\");
@@ -106,8 +107,8 @@ class StringRules final : public StatementRule {
     }
   }
 
-  // Most texts have no input name with both strings and references. Otherwise a second pass looks
-  // at the strings of these inputs.
+  // Most texts have no input name with both strings and references. If there are some, a second
+  // pass inspects the strings of these inputs.
   void finish() override {
     if (!found_.isEnabled(RuleId::StringForReference)) return;
     if (!withString_.hasAnyOf(referring_)) return;

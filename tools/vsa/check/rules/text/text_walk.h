@@ -1,4 +1,4 @@
-// TextWalk: the statements of a text with the node that each is about.
+// TextWalk: the statements of a text, each with the node that it concerns.
 #pragma once
 
 #include <string_view>
@@ -14,8 +14,8 @@ class TextWalk {
   /// The text must not change.
   explicit TextWalk(std::string_view text) : reader_(text) {}
 
-  /// Stores the next statement, without malformed ones, in a view that has the last one. False at
-  /// the end of the text.
+  /// Stores the next statement in `view`, which must contain the previous one. Skips malformed
+  /// statements. False at the end of the text.
   bool next(StatementView& view);
 
  private:

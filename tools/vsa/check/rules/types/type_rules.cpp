@@ -91,7 +91,7 @@ class TypeRules {
     const std::string path = input.path();
     const std::string problem = misfit(input, described);
     if (!problem.empty()) {
-      // A text assigns to the elements of an array.
+      // For an array the place is its first element, because a text assigns to elements.
       const std::string place = input.elements().empty() ? path : input[0].path();
       found_.add({RuleId::WrongInputType, place, path + " is " + problem});
       return;

@@ -21,7 +21,7 @@ bool isVector(ValueType type) {
   return zn::korvo_sdk::componentCount(type) != 0 && !isMatrix(type);
 }
 
-// The rows of docs/format.md, "Conversions", that lose nothing.
+// Whether values convert without loss: the table in docs/format.md, "Conversions".
 bool converts(ValueType from, ValueType to) {
   if (from == to) return true;
   const bool isNumber = to == ValueType::Int || to == ValueType::UInt || to == ValueType::Real;
