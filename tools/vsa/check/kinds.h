@@ -19,7 +19,7 @@ struct FindingKind {
 // A file that cannot be opened, or cannot be read to its end.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
-/// All kinds: those of the reader, of files, and the rules.
+/// All kinds: those of the reader, those of files, and the rules.
 std::span<const FindingKind> allKinds();
 /// The kind of that id; null if there is none.
 const FindingKind* kindOf(std::string_view id);

@@ -9,10 +9,10 @@
 
 namespace vsa_tools {
 
-/// Elements are compared up to the shorter length.
+/// The result of a comparison. Elements are compared up to the shorter length.
 struct ListDifference {
   std::uint64_t countA = 0, countB = 0;
-  /// Elements that differ.
+  /// The number of elements that differ.
   std::uint64_t differing = 0;
   /// The first of them, if there is one.
   std::uint64_t first = 0;

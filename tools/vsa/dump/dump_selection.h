@@ -20,7 +20,7 @@ class DumpSelection {
   /// Elements and members of a matching input are not selected again.
   ChosenInputs inputsOf(vsa::NodeView node) const;
 
-  /// Whether something of the scene is chosen.
+  /// Whether the patterns select anything in the scene.
   bool matches(vsa::SceneView scene) const;
 
  private:

@@ -176,11 +176,11 @@ class Formatting {
 
   const TextFile& file_;
   const std::string& name_;
-  const std::string shown_;  // in messages
+  const std::string shown_;  // the name in messages
   const ReadArguments& arguments_;
   const ReadingProgress& onProgress_;
-  const std::uint64_t bytes_;                    // of the text
-  std::uint64_t passes_ = 2;                     // how often it is read
+  const std::uint64_t bytes_;                    // the size of the text
+  std::uint64_t passes_ = 2;                     // how often the text is read
   mutable std::atomic<std::uint64_t> done_ = 0;  // bytes that were read
 };
 

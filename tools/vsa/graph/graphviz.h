@@ -5,7 +5,7 @@
 
 namespace vsa_tools {
 
-/// A picture, or why there is none.
+/// A picture, or the reason why there is none.
 struct Picture {
   std::string bytes;
   std::string problem;

@@ -12,7 +12,7 @@ namespace {
 /// After this many rounds, nodes differ if nodes up to eight links away differ.
 constexpr int MAX_ROUNDS = 8;
 
-/// What one node is linked to: each kind of link once.
+/// The kinds of links that a node has, each once.
 using Signature = std::vector<std::uint64_t>;
 
 std::uint64_t linkKind(std::uint32_t path, std::uint32_t group, bool isIncoming) {

@@ -1,4 +1,4 @@
-// Partitions of nodes into groups whose nodes are linked alike.
+// Partitions of nodes into groups. The nodes of a group have the same kinds of links.
 #pragma once
 
 #include <cstddef>

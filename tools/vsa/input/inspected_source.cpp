@@ -57,9 +57,9 @@ std::size_t InspectedSource::readPending(char* to, std::size_t capacity) {
   return count;
 }
 
-/// The number of bytes of `block` for this read: those before its first NUL. The rest goes back to
-/// `pending_`, so that firstNul() is set only if the reader reaches the NUL, and not if the read
-/// ends before it.
+/// The number of bytes of `block` for this read: those before its first NUL. The rest is stored in
+/// `pending_` again, so that firstNul() is set only if the reader reaches the NUL, and not if the
+/// read ends before it.
 std::size_t InspectedSource::splitAtNul(const char* block, std::size_t count) {
   const void* const nul = std::memchr(block, 0, count);
   const std::size_t before =

@@ -18,13 +18,12 @@ class InspectedSource : public vsa::Source {
  public:
   std::size_t read(std::span<char> to) final;
 
-  /// Why the source ended, once all bytes before that were read; empty if nothing failed.
+  /// The error that ended the source, after all bytes before it were read; empty if nothing failed.
   std::string error() const final { return isAtEnd_ ? rawError() : std::string(); }
 
   /// Reads the first bytes, unless they were read already.
   void readHead();
-  /// Why the source has no byte at all; empty if it has some, or nothing failed. Call readHead()
-  /// first.
+  /// The error if the source failed before its first byte; otherwise empty. Call readHead() first.
   std::string openError() const { return pending_.empty() ? rawError() : std::string(); }
 
   /// The first HEAD_BYTES bytes of the file, or all of a shorter file, without a UTF-8 byte order
@@ -40,7 +39,7 @@ class InspectedSource : public vsa::Source {
  protected:
   /// Like read(), including a byte order mark. Not called again after it returned 0.
   virtual std::size_t readRaw(char* to, std::size_t capacity) = 0;
-  /// Why readRaw() returned 0; empty at the end.
+  /// The error for which readRaw() returned 0; empty at the end of the bytes.
   virtual std::string rawError() const = 0;
 
  private:

@@ -31,13 +31,13 @@ class NodeRenamer {
 
   const Renames& renames_;
   TextLayout& layout_;
-  std::size_t index_ = 0;        // of the next token in its statement
-  bool isValue_ = false;         // it follows the "="
-  bool isFirstOfValue_ = false;  // directly after
+  std::size_t index_ = 0;        // the index of the next token in its statement
+  bool isValue_ = false;         // the next token is after the "="
+  bool isFirstOfValue_ = false;  // the next token is the first one after the "="
   bool hasWord_ = false;         // the last token is a word, kept until the next one is known
   vsa::SyntaxToken word_;
-  std::string text_;       // its text
-  bool isSecond_ = false;  // it is the second token of its statement
+  std::string text_;       // the text of the word
+  bool isSecond_ = false;  // the word is the second token of its statement
 };
 
 }  // namespace vsa_tools

@@ -23,11 +23,11 @@ struct StatisticsReport {
   std::uint64_t peakMemoryBytes = 0;
 };
 
-/// As tables for a terminal.
+/// The report as tables for a terminal.
 std::string reportText(const StatisticsReport& report);
 
-/// As one JSON object: {"files": [FILE], "total": COUNTS, "peakMemoryBytes": n}. Bytes that are not
-/// valid UTF-8 become U+FFFD.
+/// The report as one JSON object: {"files": [FILE], "total": COUNTS, "peakMemoryBytes": n}. Bytes
+/// that are not valid UTF-8 become U+FFFD.
 std::string reportJson(const StatisticsReport& report);
 
 }  // namespace vsa_tools

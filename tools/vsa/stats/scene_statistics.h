@@ -15,9 +15,9 @@ namespace vsa_tools {
 
 /// Inputs of one type, by the kind of their owner.
 struct InputCounts {
-  std::uint64_t inputs = 0;    // of nodes
-  std::uint64_t members = 0;   // of objects
-  std::uint64_t elements = 0;  // of arrays
+  std::uint64_t inputs = 0;    // inputs of nodes
+  std::uint64_t members = 0;   // members of objects
+  std::uint64_t elements = 0;  // elements of arrays
 };
 
 /// Buffers of one element type.
@@ -29,19 +29,19 @@ struct BufferCounts {
 struct LargeInput {
   std::string file;
   std::string path;
-  /// As shortValue() has it.
+  /// The value as shortValue() returns it.
   std::string value;
   std::uint64_t bytes = 0;
 };
 
-/// How many of the largest inputs are kept.
+/// The maximum number of inputs in `largestInputs`.
 inline constexpr std::size_t LARGEST_INPUTS = 10;
 
 struct SceneStatistics {
   std::map<std::string, std::uint64_t> nodesByType;
   std::array<InputCounts, zn::korvo_sdk::ATTR_TYPE_COUNT> inputsByType{};
   std::array<BufferCounts, zn::korvo_sdk::DATA_TYPE_COUNT> buffersByType{};
-  /// The largest first, at most LARGEST_INPUTS.
+  /// At most LARGEST_INPUTS inputs, the largest first.
   std::vector<LargeInput> largestInputs;
   std::uint64_t references = 0, connections = 0, brokenLinks = 0;
   std::uint64_t comments = 0, commentBytes = 0;
@@ -52,7 +52,7 @@ struct SceneStatistics {
   /// Bytes of all values: those of buffers and strings, 8 for each number and each link, 1 for each
   /// Bool.
   std::uint64_t dataBytes = 0;
-  /// The time of the reading, without that of counting.
+  /// The time of the reading in seconds, without the time of counting.
   double seconds = 0;
 
   std::uint64_t nodes() const;

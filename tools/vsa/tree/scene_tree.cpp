@@ -42,7 +42,7 @@ class TreePrinter {
     vsa::NodeView node;
     std::vector<TreeLine> lines;
     std::size_t next = 0;
-    std::size_t indentBytes = 0;  // of the node's own line
+    std::size_t indentBytes = 0;  // the indentation of the node's own line
   };
 
   State& state(vsa::NodeView node) { return states_[slotOf(node)]; }

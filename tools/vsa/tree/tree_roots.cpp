@@ -48,7 +48,7 @@ class RootSearch {
 
   vsa::SceneView scene_;
   std::vector<bool> isTarget_, isReached_;  // by slot
-  std::vector<vsa::NodeView> open_;         // reached, and their links are not followed yet
+  std::vector<vsa::NodeView> open_;         // reached nodes whose links were not followed yet
 };
 
 bool isChosen(vsa::NodeView node, const TreeOptions& options) {

@@ -1,4 +1,4 @@
-// Where a tree of nodes begins.
+// The roots of the tree that vsa tree prints.
 #pragma once
 
 #include <vector>

@@ -1,4 +1,4 @@
-// TypeCollector: the node types that scenes use.
+// TypeCollector: collects the node types that scenes use.
 #pragma once
 
 #include <map>
@@ -16,8 +16,8 @@ class TypeCollector {
   /// name. An input that has values of several types gets the one that all of them convert to, or
   /// none.
   void add(const vsa::SceneView& scene);
-  /// The types as JSON, sorted by name, in the form of docs/types.schema.json. Names that are not
-  /// UTF-8 have U+FFFD for each invalid byte.
+  /// The types as JSON, sorted by name, in the form of docs/types.schema.json. Each byte that is
+  /// not valid UTF-8 becomes U+FFFD.
   std::string json() const;
 
  private:

@@ -1,4 +1,4 @@
-// Hints for input paths that name nothing.
+// Hints for input paths that lead to no input.
 #include <algorithm>
 #include <string>
 

@@ -72,7 +72,7 @@ struct Slice {
   std::size_t begin, end;
 };
 
-/// The cells to show: those of the carets first, then as many on both sides as fit.
+/// The range of cells to show: the cells above the carets, and as many cells on both sides as fit.
 Slice visibleSlice(const std::vector<Cell>& cells, Slice marked, std::size_t width) {
   Slice visible{marked.begin, marked.begin};
   std::size_t used = 0;

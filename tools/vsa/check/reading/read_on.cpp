@@ -89,7 +89,7 @@ class StatementCursor {
 
   std::size_t at_ = 0;
   std::string with_;
-  std::deque<Place> places_;  // of the last statements
+  std::deque<Place> places_;  // the places of the last statements
 };
 
 class FurtherReading {
@@ -196,7 +196,7 @@ class FurtherReading {
   Repair repair_;
   const vsa::ReadOptions& options_;
   const DiagnosticConsumer& consumer_;
-  std::optional<Diagnostic> fatal_;  // of the last reading
+  std::optional<Diagnostic> fatal_;  // the one of the last reading
   std::exception_ptr failure_;
   std::size_t shift_ = 0;  // offset of the part in the whole text, modulo 2^64
   bool isNodeMissing_ = false;

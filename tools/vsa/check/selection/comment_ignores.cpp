@@ -35,7 +35,7 @@ CommentIgnores::CommentIgnores(std::string_view text) {
   }
 }
 
-// The mark counts only as the first word of a comment.
+// The mark has an effect only as the first word of a comment.
 void CommentIgnores::addComment(std::string_view text, std::size_t at) {
   const std::size_t lineBegin = text.rfind('\n', at) + 1;
   const std::size_t lineEnd = std::min(text.find('\n', at), text.size());

@@ -64,7 +64,7 @@ class CheckedText {
   bool isOpen_ = false;
   bool isKept_ = true;
   bool isRegular_ = false;
-  std::size_t expectedBytes_ = 0;  // of a file that is to be kept; 0 if it is not known
+  std::size_t expectedBytes_ = 0;  // the size of a file to be kept; 0 if it is not known
   std::string bytes_;
   std::uint64_t markBytes_ = 0;
   std::string problem_;

@@ -39,7 +39,7 @@ class NodeGenerations {
 
  private:
   std::unordered_map<PathKey, std::uint64_t> removals_;
-  PathKey last_ = 0, lastKey_ = 0;  // of the last call of keyOf
+  PathKey last_ = 0, lastKey_ = 0;  // the values of the last call of keyOf
 };
 
 }  // namespace vsa_tools

@@ -1,11 +1,12 @@
-// Files that CMake compiles into the command, see tools/vsa/common/embedded/embed.cmake.
+// The contents of files that CMake compiles into the command, see
+// tools/vsa/common/embedded/embed.cmake.
 #pragma once
 
 #include <string_view>
 
 namespace vsa_tools {
 
-/// page.html. @REPORT@ and @CHART_SCRIPT@ in it are to be replaced.
+/// page.html, in which the caller must replace @REPORT@ and @CHART_SCRIPT@.
 std::string_view pageTemplate();
 
 /// docs/messages.md and docs/rules.md.

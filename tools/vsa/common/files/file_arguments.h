@@ -10,7 +10,7 @@ namespace vsa_tools {
 
 /// The files of FileArguments.
 struct ListedFiles {
-  /// In order; "-" is standard input.
+  /// The names in the order of the arguments; "-" is standard input.
   std::vector<std::string> names;
   /// EXIT_USAGE if an argument names no files: the reason was printed. EXIT_READ otherwise.
   int exitStatus = 0;

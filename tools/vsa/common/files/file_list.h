@@ -15,7 +15,7 @@ struct FileListProblem {
 };
 
 struct FileList {
-  /// In the order of the arguments. "-" is standard input.
+  /// The files in the order of the arguments. "-" is standard input.
   std::vector<std::string> files;
   std::vector<FileListProblem> problems;
 };

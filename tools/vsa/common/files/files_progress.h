@@ -21,9 +21,9 @@ class FilesProgress {
   FilesProgress(std::string what, const std::vector<std::string>& names, std::FILE* stream,
                 Progress::Clock::duration delay);
 
-  /// `done` of the `total` steps of a file are done.
+  /// Reports that `done` of the `total` steps of a file are done.
   void update(std::size_t file, std::uint64_t done, std::uint64_t total);
-  /// A file is done.
+  /// Reports that a file is done.
   void finish(std::size_t file) { update(file, 1, 1); }
   /// See Progress::hide().
   void hide() { progress_.hide(); }

@@ -29,7 +29,7 @@ class OrderedWork {
  public:
   OrderedWork(std::size_t count, std::size_t window) : count_(count), slots_(window) {}
 
-  /// Works until no item is left.
+  /// Processes items until none is left.
   template <class Work>
   void work(const Work& function) {
     while (const std::optional<std::size_t> item = nextItem()) {
@@ -109,13 +109,13 @@ class OrderedWork {
   }
 
   std::mutex mutex_;
-  std::condition_variable stored_;    // the result of the next item; the consumer waits
-  std::condition_variable advanced_;  // or stopped; workers wait
+  std::condition_variable stored_;    // for the consumer: the next result is stored
+  std::condition_variable advanced_;  // for the workers: advance() or stop()
   std::size_t waitingWorkers_ = 0;
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;
   bool stopped_ = false;
-  std::vector<Slot> slots_;  // of the items that are not consumed, by item modulo size
+  std::vector<Slot> slots_;  // items that are not consumed; the index is the item modulo the size
 };
 
 /// The maximum number of results of a worker that wait for the results of earlier items. Small

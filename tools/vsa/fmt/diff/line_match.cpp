@@ -98,7 +98,7 @@ class LineMatcher {
     return unique;
   }
 
-  /// The longest part whose lines are in order in `a` too (patience sorting).
+  /// The longest subsequence of `lines` that is also in the order of `a` (patience sorting).
   static std::vector<MatchedLines> longestIncreasing(const std::vector<MatchedLines>& lines) {
     constexpr std::size_t NONE = static_cast<std::size_t>(-1);
     std::vector<std::size_t> tops;  // of each pile: the index of its last line

@@ -55,12 +55,12 @@ class ListLayout {
   std::size_t indent_ = 0;
   bool isBroken_ = false;
   bool isSpilled_ = false;          // the number is too long to be kept and is written already
-  bool hasNumber_ = false;          // one is in `number_` or spilled
+  bool hasNumber_ = false;          // there is a number, in `number_` or spilled
   std::size_t count_ = 0;           // numbers placed
   std::size_t inLine_ = 0;          // numbers in the current line, if broken
   std::string number_;              // the last number, which may continue
   std::string line_;                // the numbers before it, until the list is broken
-  std::vector<std::string> cells_;  // of a matrix that is not complete
+  std::vector<std::string> cells_;  // the cells of a matrix that is not complete
   std::size_t cellCount_ = 0;
 };
 

@@ -34,9 +34,9 @@ class TextLayout {
   ListLayout list_;
   vsa::ListReader elements_;
   std::size_t indent_ = 0;                             // of the statement
-  bool isInStatement_ = false;                         // a token of it is written
+  bool isInStatement_ = false;                         // a token of it was written
   bool isInBlock_ = false;                             // the last statement belongs to a block
-  bool isEmpty_ = true;                                // nothing is written
+  bool isEmpty_ = true;                                // nothing was written yet
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the last token
   char lastChar_ = 0;                                  // it, if it is punctuation
   std::string word_;                                   // the last word, a keyword perhaps

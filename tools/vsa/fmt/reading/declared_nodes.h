@@ -24,8 +24,8 @@ class DeclaredNodes {
   }
 
  private:
-  // A slot is 0 if it is empty. Otherwise its low bits are the number of the part, 0 if the node
-  // was removed, and the others are those of the hash.
+  // A slot is 0 if it is empty. Otherwise its low bits are the number of the part, which is 0 if
+  // the node was removed, and its other bits are those of the hash.
   static constexpr int PART_BITS = 20;
   static constexpr std::uint64_t PART_MASK = (std::uint64_t{1} << PART_BITS) - 1;
 

@@ -217,8 +217,8 @@ void ShortListSource::beginSplitting() {
   list_ = vsa::ListReader();
 }
 
-// Called before another number begins. The last assignment takes all that is left: one number too
-// many is enough for an error.
+// Called before another number begins. The last assignment gets all remaining numbers: one number
+// too many is enough for an error.
 void ShortListSource::endElement() {
   if (numberCount_ < maxNumbers_ || remaining_ <= MAX_ELEMENTS) return;
   out_ += prefix_ + '[' + std::to_string(MAX_ELEMENTS) + "] {" + numbers_ + "};";

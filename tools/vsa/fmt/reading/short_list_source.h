@@ -65,7 +65,7 @@ class ShortListSource final : public vsa::Source {
   vsa::Source& source_;
   vsa::SyntaxReader reader_;
   bool isEnded_ = false;
-  std::string out_;  // from `taken_` on: to be delivered
+  std::string out_;  // the part from `taken_` on is to be delivered
   std::size_t taken_ = 0;
 
   std::uint64_t maxPartBytes_;
@@ -78,14 +78,14 @@ class ShortListSource final : public vsa::Source {
       false;  // paths that begin with "." belong to a node of an earlier part
   bool endedEarly_ = false;
 
-  std::size_t tokenCount_ = 0;  // tokens of the statement
+  std::size_t tokenCount_ = 0;  // the number of tokens of the statement
   std::size_t firstEnd_ = 0;    // in `statement_`: the end of the first token
-  std::size_t secondEnd_ = 0;   // the end of the second one, 0 if it is no word
+  std::size_t secondEnd_ = 0;   // the end of the second one, 0 if it is not a word
   char lastChar_ = '\0';        // the last token, if it is punctuation
   bool isWhole_ = true;         // all tokens of the statement are in `statement_`
   std::string statement_;       // the tokens of the statement, as far as they are kept
-  std::size_t wordBegin_ = 0;   // in it: the last word
-  std::size_t lastBegin_ = 0;   // in it: the last token
+  std::size_t wordBegin_ = 0;   // in `statement_`: the beginning of the last word
+  std::size_t lastBegin_ = 0;   // in `statement_`: the beginning of the last token
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;
   bool isCounted_ = false;   // the last tokens are a word and brackets
   bool isBuffer_ = false;    // the last token is the list of a buffer
@@ -93,15 +93,15 @@ class ShortListSource final : public vsa::Source {
 
   // The last buffer.
   zn::korvo_sdk::DataType type_ = zn::korvo_sdk::DataType::Null;
-  std::string prefix_;           // its statement up to its keyword
+  std::string prefix_;           // the statement of the buffer up to the keyword
   std::uint64_t remaining_ = 0;  // elements that are declared and not delivered
 
-  // While its list is split.
+  // Used while its list is split.
   bool isSplitting_ = false;
   vsa::ListReader list_;
-  std::string numbers_;            // of the next assignment
-  std::uint64_t numberCount_ = 0;  // in it
-  std::uint64_t maxNumbers_ = 0;   // of an assignment
+  std::string numbers_;            // the numbers of the next assignment
+  std::uint64_t numberCount_ = 0;  // how many there are in `numbers_`
+  std::uint64_t maxNumbers_ = 0;   // the maximum number in an assignment
 };
 
 }  // namespace vsa_tools

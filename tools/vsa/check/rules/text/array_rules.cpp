@@ -23,10 +23,10 @@ constexpr std::uint64_t MAX_MISSING = 4096;
 
 /// The elements of an array that no statement has named.
 struct Gap {
-  std::string array;  // its path, shortened
+  std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
   std::string_view next;       // the index after the first of them
-  PathKey name = 0, node = 0;  // of the node, without and with its generation
+  PathKey name = 0, node = 0;  // keys of the node, without and with its generation
 };
 
 /// The properties of an array so far.
@@ -61,7 +61,7 @@ class ArrayRules final : public StatementRule {
     std::string_view members;  // the path after the "[*]"
     std::uint64_t index = 0;
     std::string_view star;
-    std::size_t statement = 0;  // its index
+    std::size_t statement = 0;  // the index of the statement
   };
 
   void visitPath(const StatementView& view) {
@@ -177,7 +177,7 @@ class ArrayRules final : public StatementRule {
   std::unordered_map<PathKey, ArrayUse> arrays_;
   KeySet made_{64};
   Append last_;
-  std::vector<std::uint64_t> indices_;  // of the statement that is visited
+  std::vector<std::uint64_t> indices_;  // those in the path of the visited statement
 };
 
 }  // namespace

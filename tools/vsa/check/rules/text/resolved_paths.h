@@ -17,7 +17,7 @@ class ResolvedPaths {
  private:
   std::uint64_t index(PathKey array, std::string_view brackets);
 
-  std::unordered_map<PathKey, std::uint64_t> sizes_;  // of arrays
+  std::unordered_map<PathKey, std::uint64_t> sizes_;  // the sizes of arrays
 };
 
 }  // namespace vsa_tools

@@ -19,12 +19,12 @@ enum StatementTrait : unsigned {
   PATH = 4,        ///< An assignment or connection.
   WITH_PATH = 8,   ///< Its path begins with a period.
   LONG_PATH = 16,  ///< Its path has members or indices.
-  STRING = 32,     ///< An assignment of a string,
-  REFERENCE = 64,  ///< of a word,
-  INTEGER = 128,   ///< of an integer,
-  TUPLE = 256,     ///< of a tuple,
-  BUFFER = 512,    ///< of a buffer,
-  OBJECT = 1024,   ///< of an object.
+  STRING = 32,     ///< An assignment of a string.
+  REFERENCE = 64,  ///< An assignment of a word.
+  INTEGER = 128,   ///< An assignment of an integer.
+  TUPLE = 256,     ///< An assignment of a tuple.
+  BUFFER = 512,    ///< An assignment of a buffer.
+  OBJECT = 1024,   ///< An assignment of an object.
 };
 
 /// A statement whose grammar the reader accepts, and the node that it concerns.

@@ -24,8 +24,8 @@ bool isLetter(char c) {
 /// A backslash in a string, and the escape sequence that it begins.
 struct Escape {
   enum class Meaning { Backslash, Punctuation, Character, Number, Unknown };
-  std::size_t at = 0;     // of the backslash, in the token
-  std::size_t bytes = 2;  // with the backslash
+  std::size_t at = 0;     // the offset of the backslash in the token
+  std::size_t bytes = 2;  // the length with the backslash
   Meaning meaning = Meaning::Unknown;
 };
 
