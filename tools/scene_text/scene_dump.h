@@ -51,7 +51,8 @@ struct DumpOptions {
   bool hasBuffers = true;
   /// The maximum number of elements of a buffer in "value". "count" is their number.
   std::uint64_t maxElements = std::numeric_limits<std::uint64_t>::max();
-  /// One JSON object a line: first all keys but "nodes", then each node.
+  /// Whether each line is one JSON object: the first has all keys but "nodes", then follows each
+  /// node.
   bool hasLines = false;
   /// Chooses the inputs of each node; empty: all.
   std::function<ChosenInputs(const zn::korvo_sdk::Node&)> choose = nullptr;
@@ -64,8 +65,8 @@ void dumpJson(const ReadStatus& status, const LogWriter& writeLog,
 /// Writes one element of the array "log".
 void dumpLogEntry(zn::LogLevel level, std::string_view text, TextOutput& out);
 
-/// Writes the blocks `result`, `log` and `scene` of an expectation, without the last two if they
-/// are empty. CONTRIBUTING.md shows the format.
+/// Writes the blocks `result`, `log` and `scene` of an expectation. Leaves out `log` and `scene` if
+/// they are empty. CONTRIBUTING.md shows the format.
 void dumpCase(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, TextOutput& out);
 
 }  // namespace vsa_tools

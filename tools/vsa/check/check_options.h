@@ -27,7 +27,7 @@ struct CheckOptions {
   bool isQuiet = false;
   bool isFirstOnly = false;
   bool isFixing = false;
-  std::string stdinName;  ///< Empty: "<stdin>".
+  std::string stdinName;  ///< Shown for "-"; empty: "<stdin>".
   ReadArguments reading;
 };
 

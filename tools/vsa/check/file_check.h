@@ -34,7 +34,7 @@ class FileCheck {
   /// Returns false when it has enough findings.
   using Consumer = std::function<bool(Finding&&)>;
 
-  /// Everything must outlive the check.
+  /// All arguments must outlive this object.
   FileCheck(CheckedText& text, const FileCheckOptions& options, const RuleSet& rules,
             const Consumer& consumer)
       : text_(text),

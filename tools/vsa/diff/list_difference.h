@@ -14,7 +14,7 @@ struct ListDifference {
   std::uint64_t countA = 0, countB = 0;
   /// The number of elements that differ.
   std::uint64_t differing = 0;
-  /// The first of them, if there is one.
+  /// The index of the first element that differs, if there is one.
   std::uint64_t first = 0;
   /// The largest distance between two numbers, and its element. Not set if the elements are not
   /// numbers, or if no difference is numeric.

@@ -18,7 +18,7 @@ namespace vsa_tools {
 /// log is kept in memory.
 class DumpLog {
  public:
-  /// The diagnostics beyond this number of bytes are counted only.
+  /// Diagnostics beyond this number of bytes are only counted.
   static constexpr std::uint64_t MAX_BYTES = std::uint64_t{64} << 20;
 
   /// `arguments` must outlive the object.

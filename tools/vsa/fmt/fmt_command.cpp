@@ -57,7 +57,8 @@ FormatMode FmtCommand::mode() const {
 
 int FmtCommand::formatAll(const std::vector<std::string>& files) const {
   const FormatMode how = mode();
-  const unsigned workers = how == FormatMode::Print ? 1 : files_.workers();  // it prints the text
+  const unsigned workers =
+      how == FormatMode::Print ? 1 : files_.workers();  // each worker would print at once
   FilesProgress progress("formatting", files);
   int status = EXIT_READ;
   workInOrder(

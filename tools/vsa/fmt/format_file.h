@@ -28,7 +28,7 @@ struct FormatOutcome {
   bool isChanged = false;
   /// Lines for standard error.
   std::vector<std::string> messages;
-  /// The diff.
+  /// The difference, in mode Diff.
   std::string output;
 };
 

@@ -38,7 +38,7 @@ struct SceneGraph {
   /// The edges with the most links, sorted by groups.
   std::vector<GraphEdge> edges;
   std::uint64_t nodes = 0, links = 0;
-  /// Links of the edges that are left out.
+  /// The number of links in the edges that are left out.
   std::uint64_t hiddenLinks = 0;
 };
 

@@ -52,7 +52,7 @@ class DescriptorSource final : public InspectedSource {
 
   int descriptor_;
   bool owns_;
-  std::optional<std::uint64_t> size_;  // of a regular file, which is read without waiting
+  std::optional<std::uint64_t> size_;  // the size of a regular file, which is read without waiting
   std::string error_;
 };
 

@@ -27,7 +27,7 @@ struct TreeLine {
 /// the first ten elements have lines for their values. All links have lines.
 std::vector<TreeLine> treeLines(vsa::NodeView node, bool inputs);
 
-/// Whether treeLines() has any.
+/// Whether treeLines() returns any lines.
 bool hasTreeLines(vsa::NodeView node, bool inputs);
 
 /// "clay (material)".

@@ -15,7 +15,7 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
-// A word at the beginning of a statement, or after its first tokens.
+// A wrong word at the beginning of a statement, or after its first tokens.
 void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t next = text.beginBehind(range.end.offset);
   const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';
@@ -92,7 +92,8 @@ void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& f
   }
 }
 
-// "# version: 2.1", or a comment that contains "version:" by chance.
+// A version comment with a wrong number, such as "# version: 2.1", or a comment that contains
+// "version:" by chance.
 void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view comment = text.bytesOf(range);
   const std::size_t word = comment.find("version:");

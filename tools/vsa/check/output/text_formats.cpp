@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-// Columns of a terminal line that the source line may take.
+// The maximum columns of a source line on the terminal.
 constexpr std::size_t EXCERPT_COLUMNS = 100;
 
 constexpr char BOLD[] = "1";

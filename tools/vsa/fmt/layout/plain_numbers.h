@@ -83,7 +83,7 @@ void forEachNumber(std::string_view numbers, const Function& function) {
   const char* at = numbers.data();
   const char* const end = at + numbers.size();
   const char* number = nullptr;  // begun in an earlier step and not ended
-  std::uint64_t last = 0;        // whether the character before belongs to it
+  std::uint64_t last = 0;        // whether the previous character belongs to a number
   const auto call = [&](const char* from, const char* to) {
     function(std::string_view(from, static_cast<std::size_t>(to - from)));
   };

@@ -16,7 +16,7 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
                           std::uint64_t partBytes) {
   vsa::ReadOptions options = arguments.options();
   options.keptDiagnostics = 0;
-  // The limit applies to the text, which differs from the input of the reader.
+  // The limit applies to the original text, and the reader gets a changed one.
   if (text.size().value_or(0) > options.limits.textBytes) return {};
   options.limits.textBytes = vsa::UNLIMITED;
   ShortListSource source(text, partBytes);

@@ -98,7 +98,7 @@ void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& 
   graph.findCircles([&](const std::vector<LinkGraph::Edge>& circle) {
     const InputView closing = circle.back().input;
     const bool isSelf = circle.size() == 1;
-    if (isSelf && rule == RuleId::ConnectionCircle) return;  // SelfConnection
+    if (isSelf && rule == RuleId::ConnectionCircle) return;  // SelfConnection reports it
     found.add({rule, closing.path(),
                isSelf ? closing.path() + " refers to its own node"
                       : std::string("these ") + what + " form a circle: " + namesOf(circle),

@@ -10,7 +10,7 @@ namespace vsa_tools {
 
 class PathSteps {
  public:
-  /// A path as vsa::StatementOutline has it.
+  /// `path` is the path of a vsa::StatementOutline.
   explicit PathSteps(std::string_view path) : rest_(path) {}
 
   /// Stores the next step: a name, or an index with its brackets. False at the end of the path.

@@ -37,7 +37,7 @@ struct StatementView {
   PathKey nodeKey = 0;
   /// The number of the statement.
   std::size_t index = 0;
-  /// The statement before, apart from comments, if it is a declaration that ends in a semicolon.
+  /// The previous statement that is not a comment, if it is a declaration that ends in a semicolon.
   std::string_view declarationBefore;
 
   vsa::StatementKind kind() const { return statement.kind; }

@@ -43,8 +43,8 @@ bool isNumeric(std::string_view behind, std::size_t digits) {
 
 constexpr std::string_view CHARACTER_LETTERS = "abfnrtv";
 
-// What may have been meant by an unknown escape sequence, which begins with `letter`; empty if that
-// is only the backslash.
+// The hint for an unknown escape sequence, which begins with `letter`: what may have been meant.
+// Empty if that can only be the backslash.
 std::string hintForUnknown(char letter) {
   const char lower = static_cast<char>(letter | 0x20);
   if (letter == 'x') return "`\\x` takes two hexadecimal digits that are not both 0";
