@@ -9,14 +9,14 @@
 namespace vsa_tools {
 
 /// Stores 8 bytes for each name, a hash and the last part that declared it, in a table of at most
-/// 64 MB. It forgets the names that do not fit, of some six million.
+/// 64 MB. Names that do not fit, beyond some six million, are not stored.
 class DeclaredNodes {
  public:
   /// Begins the next part, in which no node is declared yet.
   void beginPart() { ++part_; }
   void declare(std::string_view name);
   void remove(std::string_view name);
-  /// Whether the node was declared, in whatever part.
+  /// Whether the node was declared in any part.
   bool isDeclared(std::string_view name) const { return partOf(name) != 0; }
   /// Whether the node was declared in an earlier part, and not in this one.
   bool isOfEarlierPart(std::string_view name) const {

@@ -24,8 +24,9 @@ struct ReadingCheck {
   bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text as ShortListSource delivers it, with little memory. A text in several parts that
-/// changes a node of an earlier part is not complete: only a reading of the whole tells more.
+/// Reads a text as ShortListSource delivers it, which needs little memory. The result is not
+/// complete if the text has several parts and one changes a node of an earlier part. Only a reading
+/// of the whole text then shows whether it has a mistake.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
                           std::uint64_t partBytes = ShortListSource::PART_BYTES);
 

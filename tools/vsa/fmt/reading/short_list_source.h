@@ -21,8 +21,8 @@ namespace vsa_tools {
 /// and white space between tokens have other places, so positions are not those of the text.
 ///
 /// A long text is delivered in parts, each for another scene. A part begins with the declaration of
-/// a node. The text ends early at a statement that changes a node of an earlier part, because it
-/// may succeed or fail by what that part assigned.
+/// a node. The text ends early at a statement that changes a node of an earlier part, because
+/// whether it succeeds may depend on what that part assigned.
 ///
 /// The delivered text depends on the tokens only.
 class ShortListSource final : public vsa::Source {
