@@ -26,8 +26,8 @@ class VSA_API BackLinks {
 
  private:
   const zn::korvo_sdk::Scene* scene_ = nullptr;
-  // By slot of the node: the index of its first link in `links_`. The last entry is the number of
-  // links.
+  // The i-th entry is the index in `links_` of the first link to the node in slot i. The last entry
+  // is the number of links.
   std::vector<std::uint64_t> firsts_;
   std::vector<InputView> links_;
 };

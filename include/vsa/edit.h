@@ -54,7 +54,8 @@ struct NumberOf {
 template <class T, std::size_t N>
 struct NumberOf<std::array<T, N>> : NumberOf<T> {};
 
-// Whether an array of Element can be the elements of a buffer of the type, or their numbers.
+// Whether values of type Element can be the elements of a buffer of the type, or the numbers of
+// these elements.
 template <class Element>
 bool fitsBuffer(ElementType type) noexcept {
   constexpr ElementType NUMBER = NumberOf<Element>::TYPE;
@@ -85,8 +86,8 @@ class Input : public InputView {
   /// Sets the value. Fails with PlusInfinity, NotANumber or NulCharacter if no text can represent
   /// it.
   VSA_API Status set(const Value& value) const noexcept;
-  /// Sets a buffer with a copy of `bytes`, which are whole elements. Fails with BadBufferType,
-  /// BufferSize or NotANumber if they are not a buffer that a text can represent.
+  /// Sets a buffer with a copy of `bytes`, which must be whole elements. Fails with BadBufferType,
+  /// BufferSize or NotANumber if the bytes are not a buffer that a text can represent.
   VSA_API Status setBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept;
   /// Sets a buffer with a copy of `elements`: an array of numbers (`std::vector<float>`), of
   /// std::array of numbers, or of a struct with the size and the layout of one element. Fails with
@@ -112,7 +113,7 @@ class Input : public InputView {
 
   /// Makes the input refer to the node. Fails with Missing or Removed if there is no such node.
   VSA_API Status refer(NodeView node) const noexcept;
-  /// Makes the input a reference to no node, as `null` in a text.
+  /// Makes the input a reference to no node, as `null` does in a text.
   VSA_API Status referToNone() const noexcept;
   /// Connects the input to an output of the node. The input keeps its value. Fails with BadName,
   /// FormerName or NotDeclared if the node cannot have such an output.

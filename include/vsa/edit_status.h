@@ -14,7 +14,7 @@ enum class EditError : std::uint8_t {
   // The change does not fit the node or input.
   Missing,           ///< The node or input does not exist.
   Removed,           ///< The node or input was removed from its scene.
-  OtherScene,        ///< A link to a node of another scene.
+  OtherScene,        ///< The link is to a node of another scene.
   NotAnArray,        ///< The change needs an array, and the input is not an array.
   NotAnObject,       ///< The change needs an object, and the input has another type.
   OtherElementType,  ///< The elements of the array have another type.
@@ -24,19 +24,20 @@ enum class EditError : std::uint8_t {
   TooDeep,           ///< The input would exceed the depth limit of the scene.
   TooMany,           ///< The array would have more than 2^32 - 1 elements.
   // The change needs something that no text can represent.
-  BadName,            ///< Not a letter or "_", then letters, digits and "_"; or true, false, null.
+  BadName,            ///< The name is not an identifier, or is true, false or null: see isName.
   NameTaken,          ///< There is a node of that name.
-  FormerName,         ///< The node's type declares it as a former name of something else.
-  PlusInfinity,       ///< A Real that is plus infinity; lists and buffers can have it.
+  FormerName,         ///< The node's type declares the name as a former name of something else.
+  PlusInfinity,       ///< The Real is plus infinity. Only lists and buffers can contain it.
   NotANumber,         ///< A NaN that no text can produce: see checkReal and checkNumbers.
-  NulCharacter,       ///< A string, a comment or a time with a NUL.
+  NulCharacter,       ///< The string, the comment or the time contains a NUL.
   BadElementType,     ///< Arrays cannot have this element type. For references, use a Null array.
-  BadBufferType,      ///< Not a type of buffers, or an array element without a buffer.
+  BadBufferType,      ///< Buffers cannot have this type, or the array element needs a buffer.
   BufferSize,         ///< The memory is not whole elements, or the numbers have another type.
-  BadComment,         ///< A comment with a line end or a byte 0xFF.
-  BadVersionComment,  ///< A comment that contains "version:" and names no number after its first
-                      ///< ":".
-  BadTime,      ///< A time with white space at its ends, a line end, a byte 0xFF or "version:".
+  BadComment,         ///< The comment contains a line end or a byte 0xFF.
+  BadVersionComment,  ///< The comment contains "version:" and no number after its first ":".
+  /// The time has white space at its beginning or end, or contains a line end, a byte 0xFF or
+  /// "version:".
+  BadTime,
   OutOfMemory,  ///< Memory could not be allocated.
 };
 

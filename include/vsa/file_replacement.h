@@ -13,9 +13,9 @@
 
 namespace vsa {
 
-/// The sink of one file, for programs that write a text themselves; vsa::writeFile uses it. The
-/// bytes go to a new file in the folder of the old one; `replace` renames it to the name of the old
-/// file. Until then the old file is unchanged, even if this object is destroyed or the process
+/// A sink that writes one file, for programs that write a text themselves; vsa::writeFile uses it.
+/// The bytes go to a new file in the folder of the old one; `replace` renames it to the name of the
+/// old file. Until then the old file is unchanged, even if this object is destroyed or the process
 /// ends. A pipe or a device is written to directly. The functions throw std::bad_alloc only.
 class VSA_API FileReplacement final : public Sink {
  public:
@@ -34,7 +34,7 @@ class VSA_API FileReplacement final : public Sink {
   /// The path of the new file until `replace`; empty if the bytes go to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
   /// Gives the new file the permissions of the old one, waits until it is on the disk, and renames
-  /// it. If there is an old file, only the owner may read the new one until then.
+  /// it. If there is an old file, only the owner may read the new file before it is renamed.
   bool replace();
 
   /// Why a function returned false, as a message for people.

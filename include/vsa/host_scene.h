@@ -105,7 +105,7 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   ValueType type_;
   ValueType elementType_ = ValueType::Null;
   ElementType bufferType_ = ElementType::Null;
-  bool isUnused_;  // an element that only fills a gap
+  bool isUnused_;  // an array element that counts as empty
   std::vector<std::unique_ptr<HostInput>> elements_;
   std::map<std::string, std::unique_ptr<HostInput>, std::less<>> members_;
 };

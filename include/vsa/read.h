@@ -6,11 +6,12 @@
 //   }
 //
 // None of these functions throws, and none prints. Every failure is part of the result, and so is
-// what the host's own scene, source or callback throws. Each call has its own options; calls on
-// different scenes may run on different threads at the same time. Callbacks may inspect the scene
-// into which the text is read, and must not change it. If a callback starts a second reading into
-// this scene, that reading is Unreadable and changes nothing. A host's scene, source or callback
-// may read or parse texts into other scenes: each reading has its own limits and diagnostics.
+// every exception of the host's own scene, source or callback. Each call has its own options; calls
+// on different scenes may run on different threads at the same time. Callbacks may inspect the
+// scene into which the text is read, and must not change it. If a callback starts a second reading
+// into this scene, that reading is Unreadable and changes nothing. A host's scene, source or
+// callback may read or parse texts into other scenes: each reading has its own limits and
+// diagnostics.
 #pragma once
 
 #include <cstddef>
@@ -35,8 +36,8 @@
 
 namespace vsa {
 
-/// A source of a text that is neither a file nor in memory: an archive, a socket, a decoder.
-/// The host owns it. What its functions throw ends the reading with ReadStatus::HostException.
+/// A source of a text that is neither a file nor in memory: an archive, a socket, a decoder. The
+/// host owns it. An exception of its functions ends the reading with ReadStatus::HostException.
 class VSA_API Source {
  public:
   virtual ~Source() = default;
@@ -74,7 +75,8 @@ struct AppliedCounts {
   std::uint64_t values = 0;
   /// References and connections that were resolved, `null` included. 0 unless `linksResolved`.
   std::uint64_t links = 0;
-  /// Whether the whole text was read and its links were resolved, whether or not each succeeded.
+  /// Whether the whole text was read and its links were resolved, although some of them may have
+  /// failed.
   bool linksResolved = false;
 };
 
@@ -100,9 +102,9 @@ struct [[nodiscard]] ReadOutcome {
   /// One record for each buffer literal that was assigned to an input, in the order of the text;
   /// empty unless BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
-  /// What the host's scene, source or callback threw, if `status` is HostException. If `status` is
-  /// OutOfMemory, the std::bad_alloc that the library or the host threw. What a scene throws while
-  /// a text is read is also a diagnostic, HostError, with the statement as its range.
+  /// The exception of the host's scene, source or callback, if `status` is HostException. If
+  /// `status` is OutOfMemory, the std::bad_alloc that the library or the host threw. An exception
+  /// of a scene while a text is read is also a diagnostic, HostError, whose range is the statement.
   std::exception_ptr exception;
 
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }
@@ -110,7 +112,7 @@ struct [[nodiscard]] ReadOutcome {
 
 /// A ReadOutcome with the scene that was read. Movable, not copyable.
 struct [[nodiscard]] ReadResult : ReadOutcome {
-  /// Contains what was applied, for every status.
+  /// The scene, with everything that was applied, whatever the status is.
   Scene scene;
 };
 

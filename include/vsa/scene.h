@@ -17,7 +17,7 @@
 
 namespace vsa {
 
-/// Owns one scene of the library, with all its nodes, inputs and values. Can be moved and not
+/// Owns one scene of the library, with all its nodes, inputs and values. Can be moved, but not
 /// copied. A new scene is empty and takes no memory until something is put into it. A scene that
 /// was moved from is an empty scene, too. One thread at a time may change a scene. Any number of
 /// threads may read it while none changes it.

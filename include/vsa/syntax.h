@@ -27,9 +27,9 @@
 
 namespace vsa {
 
-/// What a token is.
+/// The kind of a token.
 enum class SyntaxKind : std::uint8_t {
-  /// No bytes. The source has ended, or a byte 0xFF ends the text.
+  /// A token without bytes: the source has ended, or a byte 0xFF ends the text.
   EndOfText,
   /// A byte that begins no token; or a list up to and including the first byte that a list may not
   /// contain. The reader stops there; a SyntaxReader continues after it.
@@ -44,7 +44,7 @@ enum class SyntaxKind : std::uint8_t {
   Integer,
   Real,
   String,       ///< With its quotes and backslashes.
-  Comment,      ///< From "#" to the end of the line, without it.
+  Comment,      ///< From "#" to the end of the line, without the line end.
   Parens,       ///< `(...)`
   Braces,       ///< `{...}`
   Brackets,     ///< `[...]`
@@ -84,8 +84,8 @@ class VSA_API SyntaxReader {
   /// Reads a text in memory, which must not change. Each token is one piece, and its text refers to
   /// the text.
   explicit SyntaxReader(std::string_view text);
-  /// Reads a source from its current position. It must outlive the last call of `next`. The text of
-  /// a token is valid until the next call.
+  /// Reads a source from its current position. The source must outlive the last call of `next`. The
+  /// text of a token is valid until the next call.
   explicit SyntaxReader(Source& source);
   /// A reader that was moved from may only be assigned to or destroyed.
   SyntaxReader(SyntaxReader&&) noexcept;
@@ -94,7 +94,7 @@ class VSA_API SyntaxReader {
 
   /// The next token or piece; EndOfText at the end, also in all later calls.
   SyntaxToken next();
-  /// Whether a byte 0xFF ended the text, after EndOfText.
+  /// Whether a byte 0xFF ended the text. Known after EndOfText.
   bool endedAtMark() const noexcept;
   /// Whether the texts of tokens stay valid after the next call.
   bool keepsText() const noexcept;
@@ -118,7 +118,7 @@ struct ListPart {
 };
 
 /// Splits a list token, `(...)` or `{...}`, into the elements that the reader converts. White
-/// space, commas and brackets of other kinds separate elements, brackets of the list's own kind do
+/// space, commas and brackets of other kinds separate elements; brackets of the list's own kind do
 /// not. Accepts the pieces of a token one after another.
 ///
 ///   vsa::ListReader list(token.text);
@@ -129,13 +129,14 @@ class VSA_API ListReader {
   /// Begins with the first piece of a list.
   explicit ListReader(std::string_view first) noexcept { add(first); }
 
-  /// Continues with another piece, after `next` was false. It must not change until then.
+  /// Continues with another piece, after `next` returned false. The piece must not change until
+  /// `next` returns false again.
   void add(std::string_view piece) noexcept;
   /// Stores the next part. Returns false at the end of the piece and at the end of the list.
   bool next(ListPart& out) noexcept;
 
-  /// Whether the reader's form of the list ends in a blank after the last element: true for
-  /// "(1 , )", false for "(1 )". Valid at the end of the list.
+  /// Whether the normalized list of the reader ends in a blank after the last element. This is true
+  /// for "(1 , )" and false for "(1 )". Valid at the end of the list.
   bool endsInBlank() const noexcept { return last_ == Last::Blank; }
 
  private:
@@ -151,7 +152,7 @@ class VSA_API ListReader {
   char close_ = 0;
 };
 
-/// What a statement is.
+/// The kind of a statement.
 enum class StatementKind : std::uint8_t {
   Comment,      ///< `# text`
   Declaration,  ///< `sphere ball;`
@@ -168,16 +169,17 @@ enum class StatementKind : std::uint8_t {
 VSA_API const char* name(StatementKind kind) noexcept;
 
 /// A statement: the tokens up to the semicolon or colon, or a comment before a statement. A comment
-/// inside a statement is a token of it and makes it Malformed, and so does the end of the text. A
-/// statement of more than 65536 tokens, or of 16 MiB of names, is delivered in parts, which are
-/// Malformed. This limits the memory that a text can use.
+/// inside a statement is one of its tokens and makes the statement Malformed. The end of the text
+/// inside a statement also makes it Malformed. A statement of more than 65536 tokens, or of 16 MiB
+/// of names, is delivered in parts, which are Malformed. This limits the memory that a text can
+/// use.
 struct SyntaxStatement {
   StatementKind kind = StatementKind::Malformed;
   /// The tokens. A long token is represented by its first piece only.
   std::vector<SyntaxToken> tokens;
   /// The range from the first token to the last one.
   TextRange range;
-  /// Assignment and Connection: the index of the first token after the "=".
+  /// For Assignment and Connection: the index of the first token after the "=".
   std::size_t valueIndex = 0;
 };
 
@@ -200,7 +202,7 @@ class VSA_API StatementReader {
   void keepTexts(SyntaxStatement& out);
 
   SyntaxReader reader_;
-  bool isInside_ = false;  // the last statement was a part, and more of it follows
+  bool isInside_ = false;  // the last statement was a part of a longer one that continues
   std::string kept_;       // the texts of the tokens, if the text is not in memory
 };
 

@@ -9,9 +9,9 @@
 namespace vsa {
 
 /// A parameter that is made from a string literal, a `const char*` that ends in a NUL, a
-/// std::string, a std::string_view or anything else that converts to one. A null pointer is the
-/// empty text, which is no name; the literals `0` and `nullptr` do not compile. The characters are
-/// not copied: they must exist until the call returns.
+/// std::string, a std::string_view or anything else that converts to a std::string_view. A null
+/// pointer is the empty text, which is no name; the literals `0` and `nullptr` do not compile. The
+/// characters are not copied: they must exist until the call returns.
 class TextParameter {
  public:
   constexpr TextParameter(const char* text) noexcept  // implicit: it is a parameter

@@ -26,7 +26,7 @@ VSA_API bool isOutputName(TextParameter text) noexcept;
 VSA_API Status checkReal(double value) noexcept;
 
 /// Checks the numbers of a tuple. Returns None or NotANumber. In lists, the NaN of checkReal is
-/// allowed with either sign, and no other.
+/// allowed with either sign; no other NaN is allowed.
 VSA_API Status checkNumbers(std::span<const double> numbers) noexcept;
 
 /// Checks the characters of a string. Returns None or NulCharacter. Any byte but NUL is allowed.

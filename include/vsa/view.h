@@ -325,8 +325,8 @@ class NodeRange {
   const zn::korvo_sdk::Scene* scene_ = nullptr;
 };
 
-/// A scene of the library: that of a vsa::Scene or a zn::korvo_sdk::Scene, which must exist as long
-/// as the view is used.
+/// The view of a scene of the library: a vsa::Scene or a zn::korvo_sdk::Scene. The scene must exist
+/// as long as the view is used.
 class SceneView {
  public:
   struct Comments {
@@ -342,7 +342,7 @@ class SceneView {
   SceneView() = default;
   /// A null pointer gives the view of an empty scene.
   explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
-  SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}  // implicit: it is one
+  SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}  // implicit conversion
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 
   /// The nodes that were not removed, in the order of their creation.

@@ -4,7 +4,8 @@
 //
 // Namespace vsa is for programs that read and change scenes. The functions that read a text do not
 // throw or print. vsa::Scene owns a scene. Views (vsa::NodeView, vsa::InputView) read its contents,
-// and may be used for nodes and inputs that do not exist. vsa::Node and vsa::Input change it.
+// and may be used for nodes and inputs that do not exist. vsa::Node and vsa::Input change the
+// scene.
 //
 //   const vsa::ReadResult result = vsa::readFile("scene.vsa");
 //   const double power = result.scene["sun"]["power"].real(1.0);

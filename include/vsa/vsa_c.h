@@ -51,7 +51,7 @@ typedef struct vsa_text {
 /* How a reading ended. */
 typedef enum vsa_status {
   VSA_COMPLETE,         /* the whole text was read and its links were resolved */
-  VSA_STOPPED_BY_ERROR, /* an error of the text ended it; what was applied before stays */
+  VSA_STOPPED_BY_ERROR, /* an error of the text ended the reading; what was applied before stays */
   VSA_CUT_OFF,    /* the text ends inside a statement, a string or a list, or at a byte 0xFF */
   VSA_UNREADABLE, /* the file could not be opened or read to its end */
   VSA_CANCELLED,  /* the progress function returned 0 */
@@ -62,7 +62,7 @@ typedef enum vsa_status {
                        * options, or there is no skipped buffer with the index */
 } vsa_status;
 
-/* The limits that can end a reading, by the members of vsa_options. */
+/* The limits that can end a reading, named after the members of vsa_options. */
 typedef enum vsa_limit {
   VSA_NO_LIMIT,
   VSA_LIMIT_TEXT_BYTES,
@@ -77,10 +77,10 @@ typedef enum vsa_limit {
 
 /* The state of a reading that has not ended. */
 typedef struct vsa_progress {
-  uint64_t bytes_read;     /* of the text */
-  uint64_t bytes_total;    /* of the text; VSA_UNLIMITED while its size is not known */
-  uint64_t links_resolved; /* 0 until the whole text has been read */
-  uint64_t links_total;    /* in the text; 0 until the whole text has been read */
+  uint64_t bytes_read;     /* bytes of the text that the reader has requested */
+  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED while its size is not known */
+  uint64_t links_resolved; /* links that were resolved; 0 until the whole text has been read */
+  uint64_t links_total;    /* links in the text; 0 until the whole text has been read */
 } vsa_progress;
 
 /* The value of a limit that limits nothing. */
@@ -93,18 +93,18 @@ typedef struct vsa_options {
   /* The largest numbers that are allowed: a limit of N allows N, and a limit of 0 allows none. The
    * defaults are VSA_UNLIMITED. */
   uint64_t text_bytes;   /* bytes of the text */
-  uint64_t memory_bytes; /* bytes of memory; VSA_UNLIMITED: 64 MiB, plus 100 times the text, plus
-                          * what its compressed buffers may expand to */
+  uint64_t memory_bytes; /* bytes of memory; VSA_UNLIMITED means 64 MiB, plus 100 times the text,
+                          * plus what its compressed buffers may expand to */
   uint64_t buffer_bytes; /* bytes of the elements of one buffer */
   uint64_t nodes;        /* nodes that the text creates */
   uint64_t elements;     /* array elements that the text creates */
   uint64_t depth;        /* inputs on one path */
   uint64_t diagnostics;  /* problems that are found, kept or not */
 
-  uint64_t kept_diagnostics;      /* diagnostics that are kept: 10000. The others are counted */
-  uint64_t kept_diagnostic_bytes; /* bytes of the diagnostics that are kept: 64 MiB */
-  int keep_header;   /* not 0: the version stays 0 if the text names none; otherwise it is 1 */
-  int skips_buffers; /* not 0: each buffer gets its type and stays empty: see vsa_load_buffer */
+  uint64_t kept_diagnostics;      /* diagnostics to keep: 10000 by default. Others are counted */
+  uint64_t kept_diagnostic_bytes; /* bytes of the diagnostics to keep: 64 MiB by default */
+  int keep_header;   /* the version of a text without a version: 1 if this is 0, otherwise 0 */
+  int skips_buffers; /* if not 0, each buffer gets its type and stays empty: see vsa_load_buffer */
 
   /* The nodes to keep: those with one of the names or one of the types. If both lists are empty,
    * all nodes are kept. Other nodes are checked and not kept. Each name ends in a NUL. */
@@ -114,8 +114,8 @@ typedef struct vsa_options {
   size_t wanted_type_count;
 
   /* Called with `progress_data` at the beginning, then at most every 5 milliseconds, and at the end
-   * of a complete reading. `progress` is valid for the call. Returning 0 ends the reading; at its
-   * end, the result is ignored. Null: not called. */
+   * of a complete reading. `progress` is valid for the call. Returning 0 ends the reading,
+   * except that the result of the last call is ignored. A null function is not called. */
   int (*progress)(void* progress_data, const vsa_progress* progress);
   void* progress_data;
 } vsa_options;
@@ -131,20 +131,21 @@ VSA_C_API vsa_reading* vsa_read_text(const char* text, size_t length, const vsa_
 /* Frees the reading, its scene and everything that was returned from it. Null is allowed. */
 VSA_C_API void vsa_free(vsa_reading* reading);
 
-/* VSA_OUT_OF_MEMORY for a null reading. */
+/* How the reading ended. VSA_OUT_OF_MEMORY for a null reading. */
 VSA_C_API vsa_status vsa_reading_status(const vsa_reading* reading);
-/* "complete", "stopped-by-error" and so on; "unknown" for a number that is no status. */
+/* The name of a status: "complete", "stopped-by-error" and so on; "unknown" for a number that is no
+ * status. */
 VSA_C_API const char* vsa_status_name(vsa_status status);
-/* Why the reading ended, for people; empty if it is complete. */
+/* Why the reading ended, as a message for people; empty if it is complete. */
 VSA_C_API vsa_text vsa_reading_message(const vsa_reading* reading);
 /* The limit that the text exceeds; VSA_NO_LIMIT unless the status is VSA_OVER_LIMIT. */
 VSA_C_API vsa_limit vsa_reading_limit(const vsa_reading* reading);
-/* "none", "text-bytes" and so on; "unknown" for a number that is no limit. */
+/* The name of a limit: "none", "text-bytes" and so on; "unknown" for a number that is no limit. */
 VSA_C_API const char* vsa_limit_name(vsa_limit limit);
 
 /* What a reading read and applied to its scene. */
 typedef struct vsa_counts {
-  uint64_t bytes_read; /* of the text */
+  uint64_t bytes_read; /* bytes of the text that were read */
   uint64_t statements; /* statements and comments that the parser began */
   uint64_t nodes;      /* nodes that were created, kept or not */
   uint64_t elements;   /* array elements that were created */
@@ -164,9 +165,9 @@ typedef struct vsa_position {
 
 /* A problem that was found. */
 typedef struct vsa_diagnostic {
-  const char* id;    /* stable: "too-few-elements" */
-  int is_error;      /* 0: a warning */
-  int ended_reading; /* not 0: nothing was read after it */
+  const char* id;    /* the stable name, such as "too-few-elements" */
+  int is_error;      /* not 0 for an error, 0 for a warning */
+  int ended_reading; /* not 0 if the problem ended the reading */
   vsa_text message;
   vsa_text input_path; /* the input concerned, such as "worktop.points[3]"; may be empty */
   vsa_position begin;  /* the first byte of the invalid text */
@@ -178,8 +179,9 @@ VSA_C_API size_t vsa_diagnostic_count(const vsa_reading* reading);
 VSA_C_API uint64_t vsa_diagnostics_found(const vsa_reading* reading);
 /* Fills `out` and returns 1; returns 0 and changes nothing if `index` is not below the count. */
 VSA_C_API int vsa_diagnostic_at(const vsa_reading* reading, size_t index, vsa_diagnostic* out);
-/* The values in the message of a diagnostic, in its order; docs/messages.md names them for each id.
- * The count is 0 if there is no such diagnostic, and the text empty if there is no such argument.
+/* The values that the message of a diagnostic contains, in the order of the message.
+ * docs/messages.md names them for each id. The count is 0 if there is no such diagnostic, and the
+ * text empty if there is no such argument.
  */
 VSA_C_API size_t vsa_diagnostic_argument_count(const vsa_reading* reading, size_t index);
 VSA_C_API vsa_text vsa_diagnostic_argument(const vsa_reading* reading, size_t index,
@@ -190,8 +192,8 @@ VSA_C_API vsa_text vsa_diagnostic_argument(const vsa_reading* reading, size_t in
 /* The literal of a buffer that was not converted, because `skips_buffers` was set. */
 typedef struct vsa_skipped_buffer {
   vsa_text input_path;      /* the input that it is assigned to, such as "worktop.points" */
-  const char* element_type; /* "Vec3f" */
-  uint64_t count;           /* elements that the text declares */
+  const char* element_type; /* the type of one element, such as "Vec3f" */
+  uint64_t count;           /* the number of elements that the text declares */
   vsa_position begin;       /* the first byte of the literal */
   vsa_position end;         /* the byte after the last one */
 } vsa_skipped_buffer;
@@ -202,9 +204,9 @@ VSA_C_API size_t vsa_skipped_count(const vsa_reading* reading);
 VSA_C_API int vsa_skipped_at(const vsa_reading* reading, size_t index, vsa_skipped_buffer* out);
 
 /* Reads one skipped buffer of the reading `skipped`, from the same file or the same text. Returns a
- * new reading, as vsa_read_file does: vsa_loaded_buffer has its buffer. VSA_WRONG_USE if `index` is
- * not below the number of skipped buffers, VSA_UNREADABLE if the file or the text has no such
- * literal there. */
+ * new reading, as vsa_read_file does: vsa_loaded_buffer has its buffer. The status is VSA_WRONG_USE
+ * if `index` is not below the number of skipped buffers, VSA_UNREADABLE if the file or the text has
+ * no such literal there. */
 VSA_C_API vsa_reading* vsa_load_buffer(const char* path, const vsa_reading* skipped, size_t index,
                                        const vsa_options* options);
 VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length,
@@ -213,7 +215,8 @@ VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length
 
 /* --- the scene --- */
 
-/* The header of the file. If the text names no version, it is 1, or 0 if `keep_header` was set. */
+/* The header of the file. If the text names no version, the version is 1, or 0 if `keep_header` was
+ * set. */
 VSA_C_API uint64_t vsa_file_version(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
@@ -240,10 +243,10 @@ VSA_C_API size_t vsa_member_count(const vsa_input* object);
 VSA_C_API const vsa_input* vsa_member_at(const vsa_input* object, size_t index);
 VSA_C_API const vsa_input* vsa_find_member(const vsa_input* object, const char* name);
 
-/* Empty for an element of an array. */
+/* The name of an input or a member; empty for an element of an array. */
 VSA_C_API vsa_text vsa_input_name(const vsa_input* input);
-/* Writes the path, such as "rig.bones[2].at", and a NUL into `capacity` bytes, and cuts it off if
- * it is longer. Returns the length of the whole path without the NUL; 0 if memory runs out. */
+/* Writes the path, such as "rig.bones[2].at", and a NUL into `capacity` bytes, and cuts off a
+ * longer path. Returns the length of the whole path without the NUL; 0 if memory runs out. */
 VSA_C_API size_t vsa_input_path(const vsa_input* input, char* out, size_t capacity);
 
 /* The type of an input; the numbers are stable. */
@@ -269,9 +272,9 @@ typedef enum vsa_type {
   VSA_OBJECT
 } vsa_type;
 
-/* VSA_NULL for a missing input and for one without a value. */
+/* The type of the value. VSA_NULL for a missing input and for an input without a value. */
 VSA_C_API vsa_type vsa_input_type(const vsa_input* input);
-/* "Null", "Bool" and so on. */
+/* The name of a type: "Null", "Bool" and so on. */
 VSA_C_API const char* vsa_type_name(vsa_type type);
 
 /* The value. Each function fills `out` and returns 1 if the input has a value of its type;
@@ -281,10 +284,10 @@ VSA_C_API int vsa_bool(const vsa_input* input, int* out);
 VSA_C_API int vsa_int(const vsa_input* input, int64_t* out);
 VSA_C_API int vsa_uint(const vsa_input* input, uint64_t* out);
 VSA_C_API int vsa_real(const vsa_input* input, double* out);
-/* The characters also end in a NUL. */
+/* The characters that vsa_string stores in `out` also end in a NUL. */
 VSA_C_API int vsa_string(const vsa_input* input, vsa_text* out);
-/* Of a vector, position, quaternion, colour or matrix: its numbers. Returns how many: 2 to 16, or
- * 0. */
+/* Sets `out` to the numbers of a vector, position, quaternion, colour or matrix. Returns how many
+ * numbers there are: 2 to 16. For any other input, returns 0 and changes nothing. */
 VSA_C_API size_t vsa_components(const vsa_input* input, const double** out);
 /* The node that the input refers to, or null. */
 VSA_C_API const vsa_node* vsa_reference(const vsa_input* input);
@@ -295,12 +298,12 @@ VSA_C_API const vsa_node* vsa_connection(const vsa_input* input, vsa_text* outpu
 /* A buffer. Its elements are adjacent in memory. Each has `components` numbers. */
 typedef struct vsa_buffer {
   const void* data;           /* null for a count of 0 */
-  uint64_t count;             /* elements */
-  uint64_t bytes;             /* in all */
-  const char* element_type;   /* "Vec3f" */
+  uint64_t count;             /* the number of elements */
+  uint64_t bytes;             /* the bytes of all elements */
+  const char* element_type;   /* the type of one element: "Vec3f" */
   const char* component_type; /* the type of one number: "Float" */
-  size_t components;          /* numbers of one element */
-  size_t component_bytes;     /* of one number */
+  size_t components;          /* the number of numbers in one element */
+  size_t component_bytes;     /* the bytes of one number */
 } vsa_buffer;
 
 /* The buffer of an input. Fills `out` and returns 1; returns 0 and changes nothing if the input has

@@ -5,8 +5,8 @@
 //
 // Reading the text gives the same scene: nodes, types, inputs, their order, every bit of every
 // value and buffer, links and header. The functions check the whole scene before they write: a text
-// cannot represent everything, for instance a name that is not an identifier. They do not throw or
-// print. The scene must not change during the call.
+// cannot represent everything, for instance a name that is not an identifier. The functions do not
+// throw or print. The scene must not change during the call.
 #pragma once
 
 #include <cstdint>
@@ -48,7 +48,7 @@ struct WriteProblem {
   bool isReplaced = false;
 };
 
-/// How a writing ended.
+/// How a call of a writing function ended.
 enum class WriteStatus : std::uint8_t {
   /// The text was written. With WriteOptions::lossy, `problems` lists what was left out.
   Written,

@@ -32,8 +32,8 @@ enum class LinkPlace : std::uint8_t {
   Last,
 };
 
-/// How buffers of single bytes (char, byte, rgb8, rgba8, argb8, colorref) are written. All others
-/// are always lists of numbers.
+/// How buffers of single bytes (char, byte, rgb8, rgba8, argb8, colorref) are written. All other
+/// buffers are always lists of numbers.
 enum class BufferForm : std::uint8_t {
   /// As lists of numbers.
   Plain,
@@ -49,7 +49,7 @@ enum class HeaderForm : std::uint8_t {
   /// Only the comments of the scene. It is a problem if they do not contain the version or the
   /// time.
   Comments,
-  /// None. The version, the time and the comments of the scene are not written.
+  /// No comments. The version, the time and the comments of the scene are not written.
   None,
 };
 
@@ -58,7 +58,7 @@ struct WriteOptions {
   /// The maximum width, in columns, of a line with a list of numbers; 0: no maximum. A longer list
   /// is broken between elements, a matrix between rows. Nothing else is broken.
   std::size_t lineWidth = 120;
-  /// The numbers in each line of a list; 0: as many as `lineWidth` allows. If it is not 0,
+  /// How many numbers each line of a list has; 0: as many as `lineWidth` allows. If this is not 0,
   /// `lineWidth` is ignored.
   std::size_t numbersPerLine = 0;
   PathForm paths = PathForm::Block;

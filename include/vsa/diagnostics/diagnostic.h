@@ -22,14 +22,15 @@ struct Diagnostic {
   /// The message, without kind and position. Text quoted from the input is unchanged: it may
   /// contain line ends and control characters, have any length, and not be valid UTF-8.
   String text;
-  /// Line and column in bytes, from 1. Both are 0 before the first token and when `hasPosition` is
-  /// false.
+  /// The line and the column of the message, counted from 1. Columns count bytes. Both are 0 before
+  /// the first token and when `hasPosition` is false.
   std::int32_t line = 0;
   std::int32_t column = 0;
   /// The byte offset of the invalid character from the start of the reading, for messages of the
   /// lexer; UNKNOWN_OFFSET for other messages, and for a String of more than 4 GiB.
   std::int64_t offset = UNKNOWN_OFFSET;
-  /// InvalidListToken: the name of the list in `kind()`, such as "PAREN". Empty for other messages.
+  /// For InvalidListToken, the name of the list that `kind()` contains, such as "PAREN". Empty for
+  /// other messages.
   String list = {};
   /// The values that `text` contains, spelled as in `text`, in the order of the row's format. Set
   /// in the records that a sink receives and in a DiagnosticError.
@@ -43,9 +44,10 @@ struct Diagnostic {
   const char* name() const noexcept { return rowOf(id).name; }
   /// Whether the log line shows line and column.
   bool hasPosition() const noexcept { return *rowOf(id).kind != '\0'; }
-  /// "PARSE ERROR", "INVALID PAREN LIST TOKEN"; empty for messages that show no position.
+  /// The label before the position, such as "PARSE ERROR" or "INVALID PAREN LIST TOKEN"; empty for
+  /// messages that show no position.
   VSA_API String kind() const;
-  /// The log line: "PARSE ERROR (4,9): invalid input array index: [x].".
+  /// The log line, such as "PARSE ERROR (4,9): invalid input array index: [x].".
   VSA_API String logLine() const;
 };
 

@@ -8,9 +8,9 @@
 //   kind      the label before the position; empty for messages without a position
 //   position  a PositionOf: which line and column the message has
 //   format    the message without kind and position, a printf format; counts and
-//             indices are printed as 64-bit numbers, since a text may contain any
-//   arguments the names of the values that the format prints, in its order, separated by ", ";
-//             docs/messages.md says what each is
+//             indices are printed as 64-bit numbers, because a text may contain any number
+//   arguments the names of the values that the format prints, in the order of the format,
+//             separated by ", "; docs/messages.md says what each value is
 //
 // A new message needs a row here, a case in tests/cases and a paragraph in docs/messages.md. A test
 // fails if one of them is missing.
@@ -20,7 +20,7 @@
 #include <cstdint>
 #include <string_view>
 
-// One line per row, whatever its length.
+// Each row is one line, whatever its length.
 // clang-format off
 #define VSA_DIAGNOSTIC_TABLE(X) \
   /* Lexer: characters to tokens. */ \
@@ -91,8 +91,8 @@ enum class Severity : std::uint8_t { Warning, Error, Fatal };
 
 /// Which line and column a message has.
 enum class PositionOf : std::uint8_t {
-  None,           ///< No position: scenes; links, which are resolved after the last statement.
-  CurrentToken,   ///< The token consumed last; 0,0 before the first one.
+  None,           ///< No position, for problems of links, of scenes and of the host.
+  CurrentToken,   ///< The token that was consumed last; 0, 0 before the first token.
   FoundToken,     ///< The token that the grammar does not allow.
   LastCharacter,  ///< The character before the invalid one.
 };
@@ -102,14 +102,16 @@ struct DiagnosticRow {
   DiagnosticId id;
   const char* name;  ///< The stable name, in kebab case: "too-few-elements".
   Severity severity;
-  const char* kind;  ///< "PARSE ERROR"; may contain one %s; empty without a position.
+  /// The label before the position, such as "PARSE ERROR". It may contain one %s. Empty for
+  /// messages without a position.
+  const char* kind;
   PositionOf position;
   const char* format;  ///< The message, a printf format.
-  /// The names of the values that `format` prints, in its order: "expected, found".
+  /// The names of the values that `format` prints, in the order of the format: "expected, found".
   const char* arguments;
 };
 
-/// All rows; DiagnosticId is the index.
+/// All rows. The index of a row is the value of its DiagnosticId.
 inline constexpr DiagnosticRow DIAGNOSTIC_ROWS[] = {
 #define VSA_ROW(name, id, severity, kind, position, format, arguments) \
   {DiagnosticId::name, id, Severity::severity, kind, PositionOf::position, format, arguments},
@@ -145,8 +147,8 @@ constexpr int argumentIndex(std::string_view names, std::string_view name) {
 
 namespace diagnostic_detail {
 
-/// Whether the format of each row prints as many values as the row has names. No format prints a
-/// "%".
+/// Whether the format of each row prints as many values as the row has names. Each "%" of a format
+/// begins a value, because no format prints a "%".
 constexpr bool formatsFitArguments() {
   for (const DiagnosticRow& row : DIAGNOSTIC_ROWS) {
     int conversions = 0;

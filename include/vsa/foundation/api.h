@@ -1,10 +1,10 @@
 // Three attributes of declarations. All are empty for compilers that do not support them.
 //
 // VSA_API: the shared library exports the name. It hides all other names.
-// VSA_LOCAL: it hides this name, too, which is a member of an exported class.
+// VSA_LOCAL: the shared library hides this member of an exported class.
 // VSA_PRINTF(text, first): the function formats like printf, so the compiler checks its calls.
-// Parameter number `text` is the format, number `first` the first argument (0 for a va_list). In a
-// member function the object is parameter 1.
+// Parameter number `text` is the format, number `first` is the first argument (0 for a va_list).
+// In a member function the object is parameter 1.
 #pragma once
 
 #if defined(__GNUC__) || defined(__clang__)

@@ -18,7 +18,7 @@ enum : std::uint8_t {
   PRINTABLE = 16,  // 0x20..0x7E and 0x80..0xFE
   NUMBER = 32,     // may follow the first character of a number: + - . A-F I N U a-f i n u 0-9
   NAME = 64,       // may follow the first character of an identifier: letters, digits, _
-  WHITE = 128,     // skipped between tokens: white space and what is not printable, except 0xFF
+  WHITE = 128,     // skipped between tokens: white space and unprintable bytes, except 0xFF
 };
 
 namespace detail {

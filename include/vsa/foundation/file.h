@@ -26,9 +26,10 @@ class VSA_API ByteSource : public RefCounted {
   virtual String error() const { return String(); }
 };
 
-/// A reference-counted handle. Copies share one file and one read position and may be used by one
-/// thread at a time. Destroying the last handle closes the file. A File that could not be opened,
-/// or was never opened, reads like an empty one; `failed` and `error` tell the difference.
+/// A reference-counted handle of a file. Copies share one file and one read position and may be
+/// used by one thread at a time. Destroying the last handle closes the file. A File that could not
+/// be opened, or was never opened, reads like an empty one; `failed` and `error` tell the
+/// difference.
 ///
 /// During a parse the host may read the file through another handle, in calls of the scene, the log
 /// sink or the source. The position is then right after the lookahead character of the reader. The

@@ -22,14 +22,16 @@ class VSA_API LogSink {
   virtual void write(LogLevel level, const String& text) = 0;
 };
 
-/// Sets the sink of the process and returns the previous one, null if that was standard error. Null
-/// selects standard error, with lines "warning: TEXT" and "error: TEXT". The host owns the sink and
-/// must keep it alive until it is replaced and no other thread writes to it. Safe from any thread.
+/// Sets the sink of the process. Returns the previous sink, or null if the log went to standard
+/// error. A null sink selects standard error, with lines "warning: TEXT" and "error: TEXT". The
+/// host owns the sink and must keep it alive until it is replaced and no other thread writes to it.
+/// May be called from any thread.
 VSA_API LogSink* setLogSink(LogSink* sink) noexcept;
 
-/// Sets the sink of this thread, which replaces the sink of the process for this thread, and
-/// returns the previous one, null if there was none. Null removes the sink of the thread. The host
-/// owns the sink and must keep it alive until it is replaced or the thread ends.
+/// Sets the sink of this thread. The log lines of the thread then go to this sink and not to the
+/// sink of the process. Returns the previous sink of the thread, or null if there was none. A null
+/// sink removes the sink of the thread. The host owns the sink and must keep it alive until it is
+/// replaced or the thread ends.
 VSA_API LogSink* setThreadLogSink(LogSink* sink) noexcept;
 
 /// Sets the sink of this thread. The destructor restores the previous one. Destroy the objects on

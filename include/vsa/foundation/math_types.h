@@ -17,7 +17,7 @@ template <unsigned long long N, class Component>
 struct PosT {
   Component components[N];
 
-  static const PosT zero;  ///< All coordinates 0.
+  static const PosT zero;  ///< All coordinates are 0.
 };
 
 /// A quaternion: x, y, z, w.
@@ -40,13 +40,13 @@ struct MatT {
   static const MatT identity;  ///< 1 on the diagonal, 0 elsewhere.
 };
 
-/// An axis-aligned box, by two corners.
+/// An axis-aligned box, given by two corners.
 template <class Component>
 struct AabbT {
   PosT<3, Component> minimum;
   PosT<3, Component> maximum;
 
-  static const AabbT identity;  ///< Both corners at the origin.
+  static const AabbT identity;  ///< Both corners are at the origin.
 };
 
 template <>

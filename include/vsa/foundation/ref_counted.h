@@ -114,7 +114,7 @@ class RefersTo {
   RefersTo(RefersTo&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the order of the steps handles it
   RefersTo& operator=(const RefersTo& other) noexcept {
-    // Retain first: self-assignment.
+    // Retains the new object before it releases the old one: they may be the same object.
     T* const object = other.object_;
     if (object != nullptr) object->retain();
     if (object_ != nullptr) object_->release();

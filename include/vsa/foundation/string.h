@@ -1,6 +1,6 @@
-// String: the library's text handle, with its searching, cutting, formatting and conversion
-// functions. No function changes a text that another handle shares: each returns a new String.
-// `assign` alone overwrites the characters of a text, when no other handle shares it.
+// String: the library's text handle, with functions that search, cut, format and convert texts. No
+// function changes a text that another handle shares: each returns a new String. Only `assign`
+// overwrites characters, and only those of a text that no other handle shares.
 #pragma once
 
 #include <cstdarg>
@@ -23,24 +23,24 @@ namespace detail {
 /// The shared buffer of a String: a header, followed by the characters and a NUL, or by a pointer
 /// to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // The first field, because it fits into the same word as the handle count.
+  // The first field, because it fits into the same word as the handle count. Its values mean:
   //   0                  a pointer to the characters follows the header
-  //   1 to IN_SLAB - 1   the characters follow the header, with a capacity of this many
-  //   IN_SLAB + n        the same, n bytes after the start of a slab; never overwritten
+  //   1 to IN_SLAB - 1   the characters follow the header; there is room for this many
+  //   IN_SLAB + n        as above, but n bytes after the start of a slab; never overwritten
   std::uint32_t capacity_;
 
  public:
   /// A buffer with uninitialised characters and a NUL at `length`.
   static StringBuffer* make(std::size_t length);
-  /// A buffer that owns `chars`, from malloc: `length` characters and a NUL. Frees the
-  /// memory after them.
+  /// A buffer that owns `chars`, memory from malloc with `length` characters and a NUL. Frees the
+  /// part of this memory after the NUL.
   static StringBuffer* adopt(char* chars, std::size_t length);
-  /// The buffer of one character: a static object, never deleted.
+  /// The buffer of one character: a static object, which is never deleted.
   static StringBuffer* of(char c);
   /// A buffer at `place`, `offset` bytes after the start of its slab (string_slab.h), of
   /// `bytesFor(length)` bytes.
   static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
-  /// A multiple of 8.
+  /// The bytes of a buffer for `length` characters and a NUL: a multiple of 8.
   static constexpr std::size_t bytesFor(std::size_t length) noexcept;
 
   char* chars() noexcept { return capacity_ != 0 ? inside() : outside(); }
@@ -98,7 +98,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   explicit String(unsigned long long number);
   /// A copy of exactly these characters, NULs included.
   static String copyOf(std::string_view text);
-  /// The same, with the known hash `hashOf(text)`.
+  /// The same. `hash` must be `hashOf(text)`.
   static String copyOf(std::string_view text, std::uint64_t hash);
   /// Takes ownership of the storage of `chars`, which is left empty, without copying. The text ends
   /// at the first NUL.
@@ -108,7 +108,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Becomes a copy of `text`, which must not be part of this text. Reuses the buffer when no other
   /// handle shares it and the text fits.
   void assign(std::string_view text) { assign(text, 0); }
-  /// The same, with the known hash `hashOf(text)`; 0: not known.
+  /// The same. `hash` must be `hashOf(text)`, or 0 if it is not known.
   void assign(std::string_view text, std::uint64_t hash);
 
   /// The NUL-terminated text, never null; valid while a handle to it exists.
@@ -165,13 +165,13 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String toLower(bool flag) const;
   /// A copy with escape sequences replaced by their characters: \\ \" \' \/ \a \b \f \n \r \t \v,
   /// \xHH (a byte) and \uHHHH (a UTF-16 code unit; a surrogate pair is one character) as UTF-8. Any
-  /// other sequence is kept as it is, also a lone surrogate and an escape of NUL.
+  /// other sequence is kept as it is, including a lone surrogate and an escape of NUL.
   String unescape() const;
   /// Unescapes `text` into `out`, which has a capacity of `text.size()` characters and does not
   /// overlap `text`. Returns the number of characters written. Adds no NUL.
   static std::size_t unescape(std::string_view text, char* out) noexcept;
-  /// The parts between separators, left to right, without empty ones if `skipEmpty`. `third` is not
-  /// used.
+  /// The parts between separators, left to right, without empty parts if `skipEmpty` is true.
+  /// `third` is not used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
   // Formatting by the conventions of printf. The result can have any length. %n and other unknown
@@ -185,7 +185,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   // it, is a value of the target type. Otherwise they return false and do not change the target,
   // except that tuples and colours may be partly written.
 
-  /// "true" or "false" in any letter case.
+  /// A boolean is "true" or "false", in any letter case.
   static bool parse(const String& text, bool& out);
   /// Integers are `12`, `-12`, `12u` and `12e3`; reals `1.5`, `-.5`, `1e-3`, `2f`, `inf` and `nan`.
   /// Reals are rounded to the nearest value of the target.

@@ -19,9 +19,9 @@ template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
 /// Owns elements of type T. The three fields are public for direct access to the elements; hosts
-/// must only read them. Pointers to elements are valid until the vector grows, is reserved or
-/// destroyed. When memory runs out, functions throw std::bad_alloc and the vector is unchanged,
-/// except that `reserve` has already dropped the elements beyond a smaller capacity.
+/// must only read them. Pointers to elements are valid until the vector grows or is destroyed, or
+/// `reserve` is called. When memory runs out, functions throw std::bad_alloc and the vector is
+/// unchanged, except that `reserve` has already dropped the elements beyond a smaller capacity.
 template <class T>
 class Vector {
  public:

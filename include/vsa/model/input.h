@@ -62,8 +62,8 @@ class VSA_API Input : public interfaces::IInput {
   /// The member of that name, or null.
   Input* memberNamed(std::string_view name) const noexcept;
 
-  // Changes that no statement of a text makes. A removed input stays in memory, with 48 bytes,
-  // until the scene is destroyed. Its values are freed at once.
+  // Changes that no statement of a text makes. A removed input takes 48 bytes of memory until the
+  // scene is destroyed. Its values are freed at once.
 
   /// Frees the value and removes all elements and members: the input has type Null again. The input
   /// keeps its connection.
@@ -93,10 +93,10 @@ class VSA_API Input : public interfaces::IInput {
   /// Gives a Null input the type of the record. Does nothing if the input has another type.
   void set(const AttrData& structure) override = 0;
   /// Takes ownership of the value's memory and frees the memory of the previous value. Copies a
-  /// short string into memory of the scene and frees its memory. Does nothing for an Object value.
-  /// Frees a value of another type than the input's and does nothing else.
+  /// short string into memory of the scene and frees the memory of the value. Does nothing for an
+  /// Object value. Frees a value of another type than the input's and does nothing else.
   void assign(const AttrData& value) override = 0;
-  /// Connects to an output of the same scene. Does not change type and value.
+  /// Connects to an output of the same scene. Does not change the type or the value.
   void connect(interfaces::IOutput* output) override = 0;
   void disconnect() override = 0;
   /// Refers to a node of the same scene. A Null input becomes a Node input. On an input of any

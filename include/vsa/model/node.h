@@ -27,7 +27,7 @@ class VSA_API Node : public interfaces::INode {
   /// The number of nodes that the scene had created before this one: `scene()->nodeAt(slot())` is
   /// this node.
   std::uint64_t slot() const noexcept;
-  /// Name and type without a copy, valid as long as the scene.
+  /// The name and the type as views, which are valid as long as the scene.
   std::string_view nameView() const noexcept;
   std::string_view typeView() const noexcept;
   /// Whether the type of the node was declared (see registerNodeType) when the node was created.
@@ -46,9 +46,10 @@ class VSA_API Node : public interfaces::INode {
 
   // INode. The comments of the interface apply; these add the behaviour of this scene.
 
-  /// Also returns true for an input that the node's type declares: the first look-up creates it.
+  /// Also returns true for an input that the node's type declares and that does not exist yet. The
+  /// first look-up creates such an input.
   bool hasInput(const String& name, AttrType type) override = 0;
-  /// The input of that name, or null. Creates a declared input.
+  /// The input of that name, or null. Creates a declared input that does not exist yet.
   Input* input(const String& name) override = 0;
   /// If an input of that name and type exists, returns it. Returns null if the name exists with
   /// another type, or if the type of the node is declared without this input.

@@ -20,9 +20,12 @@ struct SceneStorage;
 /// Functions that create an object throw std::bad_alloc when memory runs out.
 class VSA_API Scene final : public interfaces::IScene {
  public:
-  static constexpr std::uint64_t DEFAULT_EMPTY_ELEMENT_LIMIT = 524288;  ///< Elements.
-  static constexpr std::uint64_t DEFAULT_DEPTH_LIMIT = 256;             ///< Levels.
-  static constexpr std::uint64_t MAX_DEPTH_LIMIT = 65535;               ///< Levels.
+  /// The value of `emptyElementLimit` in a new scene.
+  static constexpr std::uint64_t DEFAULT_EMPTY_ELEMENT_LIMIT = 524288;
+  /// The value of `depthLimit` in a new scene.
+  static constexpr std::uint64_t DEFAULT_DEPTH_LIMIT = 256;
+  /// The largest value of `depthLimit`.
+  static constexpr std::uint64_t MAX_DEPTH_LIMIT = 65535;
 
   Scene();
   ~Scene();

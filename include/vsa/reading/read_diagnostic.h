@@ -20,7 +20,7 @@ enum class DiagnosticId : std::uint8_t {
   VSA_DIAGNOSTIC_TABLE(VSA_ROW)
 #undef VSA_ROW
       EndMark,  ///< A byte 0xFF ended the text before the end of its source.
-  OverLimit,    ///< The text has more than a limit of the options allows.
+  OverLimit,    ///< The text exceeds a limit of the options.
   HostMessage,  ///< The host's scene logged a message.
 };
 
@@ -39,14 +39,14 @@ VSA_API const char* argumentNames(DiagnosticId id) noexcept;
 /// A Warning has no effect on the scene. An Error rejects a value or ends the reading.
 enum class Severity : std::uint8_t { Warning, Error };
 
-/// "warning" or "error".
+/// The name of a severity: "warning" or "error".
 VSA_API const char* name(Severity severity) noexcept;
 
 /// A problem in a text. A plain value that owns its texts.
 struct Diagnostic {
   DiagnosticId id = DiagnosticId::HostError;
   Severity severity = Severity::Error;
-  /// Whether it ended the reading.
+  /// Whether the problem ended the reading.
   bool endedReading = false;
   /// The message without kind and position, byte for byte as the log has it. Text quoted from the
   /// input is unchanged: it may contain line feeds and control characters, have any length, and not
@@ -72,7 +72,7 @@ struct Diagnostic {
   /// The bytes that caused the problem; an empty range where something is missing. If these bytes
   /// are not known, the last byte of the token at which the parser noticed the problem.
   TextRange range;
-  /// If the problem is about one number of a list: its index in the list, from 0.
+  /// If the problem is about one number of a list, the index of this number in the list, from 0.
   std::optional<std::uint64_t> numberIndex;
 
   /// The line that the plain interface logs: "PARSE ERROR (4,9): invalid input array index: [x].".

@@ -17,10 +17,11 @@ namespace vsa {
 inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::max();
 
 /// Upper bounds of one reading. The limit itself is allowed. A text that exceeds a limit ends the
-/// reading with ReadStatus::OverLimit and a diagnostic, before the library allocates the memory.
-/// Only a buffer that is too large does not end the reading: the input gets an empty buffer of the
-/// element type, and the status at the end is OverLimit. The diagnostic OverLimit names the input,
-/// the declared count, and how much the text contains. A limit of 0 allows nothing.
+/// reading with ReadStatus::OverLimit and a diagnostic, before the library allocates the memory. A
+/// buffer that is too large is the only case that does not end the reading: the input gets an empty
+/// buffer of the element type, and the status at the end is OverLimit. The diagnostic OverLimit
+/// names the input, the declared count, and how much the text contains. A limit of 0 allows
+/// nothing.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known in advance and exceeds the
   /// limit, the text is not read.
@@ -30,10 +31,11 @@ struct ReadLimits {
   /// being read. Strings and buffers count as their size in bytes. The rest is estimated, so the
   /// process may allocate about two and a half times the limit for a text of many small objects.
   ///
-  /// If it is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus what
-  /// compressed buffers expand to. A text whose buffers contain as many numbers as they declare
-  /// needs less. All buffers of the text together, including replaced ones, may then use seven
-  /// eighths of the limit, because clearing the memory of each takes time.
+  /// If `memory` is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus
+  /// what compressed buffers expand to. A text whose buffers contain as many numbers as they
+  /// declare needs less memory than that. All buffers of the text together, including replaced
+  /// ones, may then use at most seven eighths of the limit, because clearing the memory of each
+  /// takes time.
   std::optional<std::uint64_t> memory = std::nullopt;
   /// Bytes of the elements of one buffer.
   std::uint64_t bufferBytes = UNLIMITED;
@@ -71,18 +73,17 @@ enum class BufferMode : std::uint8_t {
 /// ends the reading with ReadStatus::HostException.
 struct ReadOptions {
   ReadLimits limits;
-  /// Called at the beginning, then at most every 5 milliseconds. This includes the time in which a
-  /// long list of numbers is converted, a compressed buffer or a long string is expanded, or links
-  /// are resolved. Called once more when the reading is complete, with all bytes read and all links
-  /// resolved. Returning false ends the reading with ReadStatus::Cancelled; the result of the last
-  /// call is ignored.
+  /// Called at the beginning, then at most every 5 milliseconds, also while a long list of numbers
+  /// is converted, a compressed buffer or a long string is expanded, or links are resolved. Called
+  /// once more when the reading is complete, with all bytes read and all links resolved. Returning
+  /// false ends the reading with ReadStatus::Cancelled; the result of the last call is ignored.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic as it is found, kept or not, in the order of the log.
   std::function<void(const Diagnostic&)> onDiagnostic;
-  /// The maximum number of diagnostics that the outcome keeps, and of their bytes. When one is
-  /// exceeded, this diagnostic and all later ones are only counted, except that the one that ended
-  /// the reading is always kept. Without `onDiagnostic`, the text of a diagnostic that is only
-  /// counted is not created.
+  /// The maximum number of diagnostics that the outcome keeps, and of their bytes. The first
+  /// diagnostic that exceeds a maximum, and all later ones, are only counted. The diagnostic that
+  /// ended the reading is always kept. Without `onDiagnostic`, the text of a diagnostic that is
+  /// only counted is not created.
   std::uint64_t keptDiagnostics = 10000;
   std::uint64_t keptDiagnosticBytes = std::uint64_t{64} << 20;
   /// Keeps the comments, version and time of the scene. Otherwise they are reset before the text is

@@ -19,9 +19,10 @@ enum class ReadStatus : std::uint8_t {
   /// has not ended.
   Unreadable,
   Cancelled,    ///< The progress callback returned false.
-  OverLimit,    ///< The text has more than a limit allows; see ReadOutcome::limit.
+  OverLimit,    ///< The text exceeds a limit; see ReadOutcome::limit.
   OutOfMemory,  ///< The library could not allocate memory, or the host threw std::bad_alloc.
-  /// The host's scene, source or callback threw something else; see ReadOutcome::exception.
+  /// The host's scene, source or callback threw an exception other than std::bad_alloc; see
+  /// ReadOutcome::exception.
   HostException,
 };
 
@@ -29,7 +30,7 @@ enum class ReadStatus : std::uint8_t {
 /// value that is not in the enumeration.
 VSA_API const char* name(ReadStatus status) noexcept;
 
-/// What a limit bounds. See ReadLimits for the units.
+/// Identifies a limit. See ReadLimits for the units.
 enum class Limit : std::uint8_t {
   TextBytes,
   Memory,

@@ -9,7 +9,7 @@
 
 namespace vsa {
 
-/// A place in a text. Offsets count bytes from 0, lines and columns from 1; columns count bytes.
+/// A place in a text. Offsets count bytes from 0. Lines count from 1. Columns count bytes from 1.
 /// Only the line feed ends a line: a carriage return and a tab are one column each. The byte order
 /// mark of a file is not part of the text.
 struct TextPosition {
@@ -30,10 +30,10 @@ struct TextRange {
   friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
-/// The column in characters (Unicode code points), from 1, of the character that contains the byte
-/// in `column`. `line` is the text of the line, without its line feed. A byte that is not part of
-/// valid UTF-8 counts as one character. After the end of the line, each byte counts as one column.
-/// A column of 0 counts as 1.
+/// The column, counted in characters (Unicode code points) from 1, of the character that contains
+/// the byte in `column`. `line` is the text of the line, without its line feed. A byte that is not
+/// part of valid UTF-8 counts as one character. After the end of the line, each byte counts as one
+/// column. A column of 0 counts as 1.
 VSA_API std::uint64_t columnInCharacters(std::string_view line, std::uint64_t column) noexcept;
 
 /// The same column in UTF-16 code units, counted from 1 (the language server protocol counts these

@@ -44,7 +44,8 @@ struct AttrData {
     math::RgbaT<double> rgba;
     math::MatT<3, double> mat3;
     math::MatT<4, double> mat4;
-    double components[16];  ///< Of every tuple and matrix, in storage order. All 0 in a new record.
+    /// The components of any tuple or matrix, in storage order. All are 0 in a new record.
+    double components[16];
   };
   Payload payload{.components = {}};
 };

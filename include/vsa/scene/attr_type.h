@@ -11,7 +11,7 @@ namespace zn::korvo_sdk {
 /// `Null` also means "any type" in look-ups and "not set" for the element type of an array. All
 /// tuples and matrices have components of type double.
 enum class AttrType : std::int32_t {
-  Null,    ///< No value yet, for example only a connection.
+  Null,    ///< No value yet, for example if there is only a connection.
   Bool,    ///< true or false.
   Int,     ///< 64 bits, signed.
   UInt,    ///< 64 bits, unsigned.

@@ -11,9 +11,9 @@ namespace zn::korvo_sdk {
 /// `Null` means "not set". Elements are contiguous in memory. Their components are in the byte
 /// order of the machine. The components of vectors, positions and quaternions are x, y, z, w;
 /// matrices are stored row by row; the name of a colour type gives the order of its components. The
-/// last letter of a name is the component type: f float, d double, i signed and u unsigned 32-bit
-/// integer, 8 a byte. Texts have no buffers of Bool, Ptr, Xform, Aabb and Obb; hosts may use these
-/// types.
+/// last letter of a name is the component type: f for float, d for double, i and u for a signed and
+/// an unsigned 32-bit integer, 8 for a byte. Texts have no buffers of Bool, Ptr, Xform, Aabb and
+/// Obb; hosts may use these types.
 enum class DataType : std::int32_t {
   Null,
   Bool,
@@ -103,8 +103,8 @@ VSA_API std::size_t elementBytes(DataType type) noexcept;
 VSA_API bool isBufferElement(DataType type) noexcept;
 
 /// Calls `visit(T())` with the C++ type T of a component: an integer of 8 to 64 bits (unsigned char
-/// for Bool and Byte), float or double. Returns false without a call for any other type than those
-/// that `componentType` returns for numbers.
+/// for Bool and Byte), float or double. If there is no such type T, returns false and does not call
+/// `visit`.
 template <class Visit>
 bool visitComponent(DataType component, const Visit& visit) {
   switch (component) {

@@ -1,6 +1,6 @@
-// Translates former names of inputs and outputs to current names, by the declarations of
-// node_type.h. The reader calls these functions for every scene, including a host's own. Safe from
-// any thread. The two translations throw std::bad_alloc.
+// Translates former names of inputs and outputs to current names, according to the declarations of
+// node_type.h. The reader calls these functions for every scene, including a host's own. They may
+// be called from any thread. The two translations throw std::bad_alloc.
 #pragma once
 
 #include <vsa/foundation/api.h>

@@ -14,12 +14,12 @@ namespace zn::korvo_sdk {
 
 /// One input of a declared node type.
 struct InputDeclaration {
-  std::string name;                       ///< As in a text. The last declaration of a name applies.
+  std::string name;                       ///< The name in a text. Its last declaration applies.
   AttrType type = AttrType::Null;         ///< The type of the value. Null accepts links or members.
   AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
   DataType bufferType = DataType::Null;   ///< The DataType of a buffer's elements; Null for any.
   std::vector<std::string> enumValues = {};  ///< The values that a String should have; empty: any.
-  bool refusesValues = false;                ///< Takes links only, no plain values.
+  bool refusesValues = false;                ///< Whether the input takes links only.
 };
 
 /// A former name and its current name.

@@ -20,8 +20,8 @@ enum class BufferProblem {
   None,                ///< There is a buffer of that type; it may have no elements.
   Missing,             ///< The input does not exist.
   NotABuffer,          ///< The input has another type.
-  OtherComponentType,  ///< The numbers of the buffer are of another type: double, not float.
-  OtherComponentCount  ///< An element of the buffer has more or fewer numbers: 4, not 3.
+  OtherComponentType,  ///< The numbers of the buffer have another type, such as double for float.
+  OtherComponentCount  ///< An element of the buffer has more or fewer numbers, such as 4 for 3.
 };
 
 namespace detail {
@@ -58,7 +58,7 @@ class TypedBuffer {
   /// `index` must be less than `size()`; this is not checked.
   const Element& operator[](std::size_t index) const noexcept { return data_[index]; }
   std::span<const Element> span() const noexcept { return {data_, size_}; }
-  operator std::span<const Element>() const noexcept { return span(); }  // implicit: it is one
+  operator std::span<const Element>() const noexcept { return span(); }  // implicit conversion
   /// The `N * size()` numbers of all elements, one after another.
   std::span<const T> numbers() const noexcept {
     return {reinterpret_cast<const T*>(data_), N * size_};

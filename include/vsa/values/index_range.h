@@ -9,10 +9,11 @@
 namespace vsa {
 
 /// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
-/// `Value` type, which returns a missing view, or an empty text, for an index that does not exist.
-/// Iterators contain a copy of the source, so they stay valid after the range is destroyed. The
-/// size is fixed when the range is created: an item that is removed later becomes a missing view.
-/// (Not derived from std::ranges::view_interface, which clang 14 cannot compile.)
+/// type `Value`. For an index that does not exist, `source` returns a missing view or an empty
+/// text. Iterators contain a copy of the source, so they stay valid after the range is destroyed.
+/// The size is fixed when the range is created: an item that is removed later becomes a missing
+/// view. The class is not derived from std::ranges::view_interface, because clang 14 cannot compile
+/// that.
 template <class Source>
 class IndexRange {
  public:

@@ -20,7 +20,8 @@ namespace vsa {
 /// A vector, position, quaternion, colour or matrix. The functions below create it.
 class Tuple {
  public:
-  /// std::nullopt if the type is not Vec2 to Mat4, or has another number of components.
+  /// Returns std::nullopt if the type is not one of Vec2 to Mat4, or if it has another number of
+  /// components.
   static std::optional<Tuple> of(ValueType type, std::span<const double> components) noexcept {
     const std::size_t count = zn::korvo_sdk::componentCount(type);
     if (count == 0 || count != components.size()) return std::nullopt;
@@ -74,18 +75,18 @@ constexpr Tuple quat(double x, double y, double z, double w) noexcept {
 constexpr Tuple rgba(double red, double green, double blue, double alpha = 1.0) noexcept {
   return {ValueType::Rgba, {red, green, blue, alpha}};
 }
-/// Row by row.
+/// A 3 by 3 matrix. `rows` has its numbers row by row.
 inline Tuple mat3(std::span<const double, 9> rows) noexcept {
   return *Tuple::of(ValueType::Mat3, rows);
 }
-/// Row by row.
+/// A 4 by 4 matrix. `rows` has its numbers row by row.
 inline Tuple mat4(std::span<const double, 16> rows) noexcept {
   return *Tuple::of(ValueType::Mat4, rows);
 }
 
 /// A Bool, Int, UInt, Real, String or tuple, to pass to a function. Numbers and tuples are copied
 /// into it. The characters of a text are not copied: they must exist as long as the value is used.
-/// There is no conversion from a character: 'x' could be a text or a number.
+/// There is no conversion from a character, because 'x' could be a text or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
