@@ -68,7 +68,7 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   /// The path of the input without the name of the node: "points", "bones[2].at".
   std::string pathInNode() const;
 
-  // IInput.
+  // The functions of IInput.
 
   ValueType type() const override { return type_; }
   zn::String typeName() const override;
@@ -140,8 +140,8 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   virtual std::unique_ptr<HostInput> makeInput(HostInput* parent, std::string_view name,
                                                std::uint64_t index, ValueType type);
 
-  // INode. A node has every input and every output that a text names. An override of `output` must
-  // return a HostOutput or null.
+  // The functions of INode. A node has every input and every output that a text names. An override
+  // of `output` must return a HostOutput or null.
 
   zn::String name() const override { return name_; }
   zn::String type() const override { return type_; }
@@ -190,7 +190,7 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
-  // IScene.
+  // The functions of IScene.
 
   zn::korvo_sdk::interfaces::INode* findNode(const zn::String& name) override;
   zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,

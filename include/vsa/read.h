@@ -85,7 +85,7 @@ struct [[nodiscard]] ReadOutcome {
   ReadStatus status = ReadStatus::Complete;
   /// The limit that the text exceeded; set if and only if `status` is OverLimit.
   std::optional<Limit> limit;
-  /// Why the reading ended, as a message for people. Empty if `status` is Complete, and if there is
+  /// Why the reading ended, as a message for people. Empty if `status` is Complete, or if there is
   /// no memory for the message.
   std::string message;
   /// The diagnostics that were found, statement by statement, and sorted by position within a

@@ -222,8 +222,8 @@ VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_comment_at(const vsa_reading* reading, size_t index);
 
-/* The nodes in the order of their creation: the first node, and the node after another one. Null at
- * the end. */
+/* The nodes in the order of their creation. vsa_first_node returns the first node, vsa_next_node
+ * the node after `node`. Both return null at the end. */
 VSA_C_API const vsa_node* vsa_first_node(const vsa_reading* reading);
 VSA_C_API const vsa_node* vsa_next_node(const vsa_node* node);
 /* The node of that name, which ends in a NUL, or null. */

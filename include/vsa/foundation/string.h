@@ -23,7 +23,7 @@ namespace detail {
 /// The shared buffer of a String: a header, followed by the characters and a NUL, or by a pointer
 /// to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // The first field, because it fits into the same word as the handle count. Its values mean:
+  // The first field is the capacity, because it fits into the same word as the handle count:
   //   0                  a pointer to the characters follows the header
   //   1 to IN_SLAB - 1   the characters follow the header; there is room for this many
   //   IN_SLAB + n        as above, but n bytes after the start of a slab; never overwritten
@@ -152,7 +152,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// The text after the first `c`; empty when there is none.
   String fromFirst(char c, bool ignoreCase) const;
 
-  // Transforming.
+  // Functions that return a changed copy.
 
   /// A copy of `count` characters from `start` on; both are clamped to the text.
   String substring(std::size_t start, std::size_t count) const;
@@ -199,10 +199,10 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static bool parse(const String& text, unsigned int& out, Radix radix);
   static bool parse(const String& text, long long& out, Radix radix);
   static bool parse(const String& text, unsigned long long& out, Radix radix);
-  /// A tuple of `count` numbers, separated by blanks, in the storage order of T. See tuple_parse.h.
+  /// A tuple is `count` numbers, separated by blanks, in the storage order of T. See tuple_parse.h.
   template <class T>
   static bool parse(const String& text, unsigned long long count, T& out);
-  /// A colour: four numbers, or three with alpha 1. See tuple_parse.h.
+  /// A colour is four numbers, or three numbers, whose alpha is 1. See tuple_parse.h.
   template <class Component, class Colour>
   static bool parse(const String& text, Colour& out);
 

@@ -74,7 +74,8 @@ class VSA_API Input : public interfaces::IInput {
   /// the number of members, and constant time for the last member.
   void removeMember(Input* member) noexcept;
 
-  // IInput. The comments of the interface apply; these add the behaviour of this scene.
+  // The functions of IInput. The comments of the interface apply; those below add the behaviour of
+  // this scene.
 
   /// Does nothing if the input is not an array. Throws std::runtime_error at the limits of the
   /// scene.

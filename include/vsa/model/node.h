@@ -44,7 +44,8 @@ class VSA_API Node : public interfaces::INode {
   /// again. Takes time proportional to the number of inputs, and constant time for the last input.
   void removeInput(Input* input) noexcept;
 
-  // INode. The comments of the interface apply; these add the behaviour of this scene.
+  // The functions of INode. The comments of the interface apply; those below add the behaviour of
+  // this scene.
 
   /// Also returns true for an input that the node's type declares and that does not exist yet. The
   /// first look-up creates such an input.

@@ -72,7 +72,8 @@ class VSA_API Scene final : public interfaces::IScene {
   std::uint64_t depthLimit() const noexcept;
   void setDepthLimit(std::uint64_t limit) noexcept;
 
-  // IScene. The comments of the interface apply; these add the behaviour of this scene.
+  // The functions of IScene. The comments of the interface apply; those below add the behaviour of
+  // this scene.
 
   /// Compares names exactly, including letter case.
   Node* findNode(const String& name) override;

@@ -67,7 +67,7 @@ struct Diagnostic {
   std::int32_t logColumn = 0;
   /// The path of the input concerned, beginning with the name of its node, such as
   /// "worktop.points[3]". Indices are spelled as in the text; a path with an invalid index ends
-  /// before it. Empty if no input is concerned.
+  /// before that index. Empty if no input is concerned.
   std::string inputPath;
   /// The bytes that caused the problem; an empty range where something is missing. If these bytes
   /// are not known, the last byte of the token at which the parser noticed the problem.

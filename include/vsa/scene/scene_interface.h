@@ -75,9 +75,9 @@ class VSA_API IInput {
 
   // Members (of objects) and elements (of arrays).
 
-  /// Creates a member of the given type. Null makes the statement an error. Called on an object, or
-  /// on an input of type Null, which becomes an object. Called only if `hasInput` returned false or
-  /// `input` returned null.
+  /// Creates a member of the given type. If it returns null, the statement is an error. Called on
+  /// an object, or on an input of type Null, which becomes an object. Called only if `hasInput`
+  /// returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
   /// Creates a member that is an array of `elementType`. Otherwise the same as `createInput`.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
@@ -86,7 +86,8 @@ class VSA_API IInput {
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
-  /// The element at `index`, which is less than `count`. Null makes the statement an error.
+  /// The element at `index`, which is less than `count`. If it returns null, the statement is an
+  /// error.
   virtual IInput* element(std::uint64_t index) = 0;
   /// The member of that name. Called only after `hasInput` returned true.
   virtual IInput* input(const String& name) = 0;
@@ -135,13 +136,15 @@ class VSA_API INode {
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The input of that name. Called only after `hasInput` returned true.
   virtual IInput* input(const String& name) = 0;
-  /// Creates an input of the given type. Null makes the statement an error. `type` is Null for the
-  /// target of a link. Called only if `hasInput` returned false or `input` returned null.
+  /// Creates an input of the given type. If it returns null, the statement is an error. `type` is
+  /// Null for the target of a link. Called only if `hasInput` returned false or `input` returned
+  /// null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
-  /// Creates an input that is an array of `elementType` (Null: not set yet). Otherwise the same as
-  /// `createInput`.
+  /// Creates an input that is an array of `elementType`, which is Null while the type is not set.
+  /// Otherwise the same as `createInput`.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
-  /// The output of that name. If null, the connection is not made and a warning is logged.
+  /// The output of that name. If it returns null, the connection is not made and a warning is
+  /// logged.
   virtual IOutput* output(const String& name) = 0;
 
  protected:

@@ -20,8 +20,8 @@ namespace vsa {
 /// A vector, position, quaternion, colour or matrix. The functions below create it.
 class Tuple {
  public:
-  /// Returns std::nullopt if the type is not one of Vec2 to Mat4, or if it has another number of
-  /// components.
+  /// Returns a tuple of that type with these components, or std::nullopt if the type is not one of
+  /// Vec2 to Mat4 or has another number of components.
   static std::optional<Tuple> of(ValueType type, std::span<const double> components) noexcept {
     const std::size_t count = zn::korvo_sdk::componentCount(type);
     if (count == 0 || count != components.size()) return std::nullopt;
