@@ -47,7 +47,7 @@ class VSA_API FileReplacement final : public Sink {
   bool fail(const char* what);
 
   std::filesystem::path target_;
-  std::filesystem::path temporary_;  // empty if the target itself is open
+  std::filesystem::path temporary_;  // the new file; empty if the target itself is open
   int file_ = -1;
   std::string error_;
 };

@@ -207,7 +207,7 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   class DroppedNode;
 
   std::map<std::string, std::unique_ptr<HostNode>, std::less<>>
-      nodes_;  // null: makeNode returned null
+      nodes_;  // a null pointer if makeNode returned null
   std::vector<std::unique_ptr<HostNode>> removed_;
   std::unique_ptr<DroppedNode>
       dropped_;  // the object for all nodes for which makeNode returned null

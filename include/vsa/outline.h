@@ -55,7 +55,7 @@ struct StatementOutline {
 /// With StatementReader it takes 39 million.
 class VSA_API OutlineReader {
  public:
-  /// The text must not change.
+  /// Reads `text`, which must not change.
   explicit OutlineReader(std::string_view text) noexcept;
 
   /// Stores the next statement. Returns false at the end of the text, or at a byte 0xFF, which ends

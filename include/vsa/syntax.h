@@ -43,8 +43,8 @@ enum class SyntaxKind : std::uint8_t {
   Null,   ///< `null` in any letter case.
   Integer,
   Real,
-  String,       ///< With its quotes and backslashes.
-  Comment,      ///< From "#" to the end of the line, without the line end.
+  String,       ///< A string with its quotes and backslashes.
+  Comment,      ///< A comment, from "#" to the end of the line, without the line end.
   Parens,       ///< `(...)`
   Braces,       ///< `{...}`
   Brackets,     ///< `[...]`

@@ -308,7 +308,7 @@ class NodeRange {
 
     const zn::korvo_sdk::Scene* scene_ = nullptr;
     std::uint64_t slot_ = 0;
-    NodeView node_;  // missing at the end
+    NodeView node_;  // the current node; missing at the end
   };
 
   NodeRange() = default;

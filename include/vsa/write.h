@@ -82,7 +82,7 @@ struct [[nodiscard]] WriteResult {
 
 /// A WriteResult with the text.
 struct [[nodiscard]] TextResult : WriteResult {
-  /// Empty unless `status` is Written.
+  /// The text; empty unless `status` is Written.
   std::string text;
 };
 

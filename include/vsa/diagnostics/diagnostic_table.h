@@ -103,7 +103,7 @@ struct DiagnosticRow {
   const char* name;  ///< The stable name, in kebab case: "too-few-elements".
   Severity severity;
   /// The label before the position, such as "PARSE ERROR". It may contain one %s. Empty for
-  /// messages without a position.
+  /// messages that show no position.
   const char* kind;
   PositionOf position;
   const char* format;  ///< The message, a printf format.

@@ -37,7 +37,7 @@ template <unsigned long long N, class Component>
 struct MatT {
   Component components[N * N];
 
-  static const MatT identity;  ///< 1 on the diagonal, 0 elsewhere.
+  static const MatT identity;  ///< The matrix with 1 on the diagonal and 0 elsewhere.
 };
 
 /// An axis-aligned box, given by two corners.

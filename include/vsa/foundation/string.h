@@ -55,7 +55,7 @@ class VSA_API StringBuffer final : public IRefCounted {
   }
 
   std::size_t length;
-  mutable std::atomic<std::uint64_t> hash{0};  // 0: not computed yet
+  mutable std::atomic<std::uint64_t> hash{0};  // 0 until it is computed
 
  private:
   static constexpr std::uint32_t IN_SLAB = std::uint32_t{1} << 31;
@@ -92,7 +92,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// A copy of `length` characters, which may include NULs; 0 means up to the terminating NUL. Null
   /// is the empty text.
   String(const char* text, std::size_t length = 0);  // implicit: literals convert
-  /// One character.
+  /// A text of one character.
   explicit String(char c);
   /// The decimal text of a number.
   explicit String(unsigned long long number);

@@ -17,14 +17,14 @@ enum class AttrType : std::int32_t {
   UInt,    ///< 64 bits, unsigned.
   Real,    ///< A double.
   Vec2,    ///< A vector: x, y.
-  Vec3,    ///< x, y, z.
-  Vec4,    ///< x, y, z, w.
+  Vec3,    ///< A vector: x, y, z.
+  Vec4,    ///< A vector: x, y, z, w.
   Pos2,    ///< A position: x, y.
-  Pos3,    ///< x, y, z.
+  Pos3,    ///< A position: x, y, z.
   Quat,    ///< A rotation: x, y, z, w.
   Rgba,    ///< A colour: red, green, blue, alpha.
-  Mat3,    ///< 3 by 3, row by row.
-  Mat4,    ///< 4 by 4, row by row.
+  Mat3,    ///< A 3 by 3 matrix, row by row.
+  Mat4,    ///< A 4 by 4 matrix, row by row.
   String,  ///< Characters without NUL.
   Node,    ///< A reference to a node of the scene, or to none.
   Buffer,  ///< A block of elements of one DataType.

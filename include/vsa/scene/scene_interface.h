@@ -86,8 +86,8 @@ class VSA_API IInput {
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
-  /// The element at `index`, which is less than `count`. If it returns null, the statement is an
-  /// error.
+  /// The element at `index`, which is less than `count`. If the function returns null, the
+  /// statement is an error.
   virtual IInput* element(std::uint64_t index) = 0;
   /// The member of that name. Called only after `hasInput` returned true.
   virtual IInput* input(const String& name) = 0;
@@ -143,8 +143,8 @@ class VSA_API INode {
   /// Creates an input that is an array of `elementType`, which is Null while the type is not set.
   /// Otherwise the same as `createInput`.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
-  /// The output of that name. If it returns null, the connection is not made and a warning is
-  /// logged.
+  /// The output of that name. If the function returns null, the connection is not made and a
+  /// warning is logged.
   virtual IOutput* output(const String& name) = 0;
 
  protected:
