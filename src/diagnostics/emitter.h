@@ -16,7 +16,8 @@ namespace zn::korvo_sdk {
 
 namespace diagnostic_detail {
 
-/// The conversion that prints an argument of type T: 's', 'd', 'c', 'u' (%llu), or 0 for none.
+/// The conversion that prints an argument of type T: 's', 'd', 'c', 'u' (%llu), or 0 if no
+/// conversion prints it.
 template <class T>
 constexpr char conversionFor() {
   using Value = std::decay_t<T>;
@@ -46,10 +47,11 @@ constexpr bool formatMatches(const char* format, const char* conversions) {
   return *conversions == '\0';
 }
 
-/// A message id. Compiles only if the message's format matches the argument types.
+/// A message id. Code that creates one compiles only if the message's format matches the argument
+/// types.
 template <class... Arguments>
 struct MessageOf {
-  consteval MessageOf(DiagnosticId message) : id(message) {  // implicit: callers pass an id
+  consteval MessageOf(DiagnosticId message) : id(message) {  // implicit, so callers pass an id
     constexpr char CONVERSIONS[] = {conversionFor<Arguments>()..., '\0'};
     if (!formatMatches(rowOf(message).format, CONVERSIONS)) throw "the arguments do not fit";
   }
@@ -59,7 +61,8 @@ struct MessageOf {
 /// Formats a message. Does not check the format: MessageOf has checked it.
 String formatMessage(const char* format, ...);
 
-/// "KIND (LINE,COLUMN): MESSAGE.". If the message ends in a period, the line ends in two.
+/// The log line "KIND (LINE,COLUMN): MESSAGE.". If the message ends in a period, the line ends in
+/// two periods.
 String positionedLine(const String& kind, std::int32_t line, std::int32_t column,
                       const String& message);
 
@@ -75,7 +78,7 @@ inline unsigned long long printable(std::uint64_t number) {
   return number;
 }
 
-/// The argument as the message has it: a text ends at its first NUL.
+/// The argument as it appears in the message: a text ends at its first NUL.
 inline String printed(const String& text) {
   return text.view().find('\0') == std::string_view::npos ? text : String(text.buf());
 }
@@ -117,13 +120,13 @@ class Emitter {
     throw DiagnosticError(recordWithArguments(message.id, arguments...));
   }
 
-  /// The same for a message without arguments whose id is known at run time only.
+  /// Throws a message without arguments. Its id is known only at run time.
   [[noreturn]] void fatalWithoutArguments(DiagnosticId id) const {
     throw DiagnosticError(record(id));
   }
 
-  /// Reports and logs a message that does not stop the parse. Does not format a message that the
-  /// reading drops, and copies its arguments only for a sink.
+  /// Reports and logs a message that does not stop the parse. Formats the message only if the
+  /// reading does not drop it, and copies the arguments only for a sink.
   template <class... Arguments>
   void log(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
            const Arguments&... arguments) const {

@@ -6,8 +6,8 @@
 
 namespace zn::korvo_sdk {
 
-/// While it is installed, the lines of records are not formatted and not logged. Exceptions are
-/// handled like those of a log sink.
+/// A sink for the records of a reading. While it is installed, the lines of records are not
+/// formatted and not logged. Exceptions are handled like those of a log sink.
 class RecordSink : public DiagnosticSink {
  public:
   /// Called before a record that does not stop the parse is formatted. Returns false if the sink
@@ -17,7 +17,7 @@ class RecordSink : public DiagnosticSink {
 };
 
 /// Installs the sinks of a reading for the current thread: one for records, one for messages that
-/// the host's scene logs. The destructor restores the previous ones. Destroy the objects of this
+/// the host's scene logs. The destructor restores the previous sinks. Destroy the objects of this
 /// header on the thread that created them, in reverse order of creation.
 class ScopedReadingSinks {
  public:
@@ -39,8 +39,8 @@ class ScopedReadingSinks {
 };
 
 /// Installs the sinks of the host: those that were installed before the outermost reading began, or
-/// that the host has installed since. Does nothing if no reading runs. The destructor restores
-/// the previous ones.
+/// that the host has installed since. Does nothing if no reading runs. The destructor restores the
+/// previous sinks.
 class ScopedHostSinks {
  public:
   ScopedHostSinks() noexcept;

@@ -2,8 +2,8 @@
 //
 // The reader sets the type of the untyped elements of arrays of buffers and arrays of arrays. At
 // the first statement of a text that fills an array, it does not know which elements of earlier
-// texts have a type. The library's own scene stores how many have one. As for LibraryScene, it
-// registers the function that recognises its arrays.
+// texts have a type. The library's own scene stores how many have one. That scene registers a
+// function here, which recognises its arrays.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@
 
 namespace zn::korvo_sdk {
 
-/// The number of leading elements of `array` that IInput::set would not change, whatever type is
+/// The number of leading elements of `array` that IInput::set leaves unchanged, whatever type is
 /// passed.
 using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 

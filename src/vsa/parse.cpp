@@ -14,7 +14,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 void resetHeader(interfaces::IScene& scene) {
-  const ScopedHostSinks sinks;  // as during the parse
+  const ScopedHostSinks sinks;  // the same sinks as during the parse
   scene.clearComments();
   scene.setFileVersion(VSX_FILE_VERSION_1);
   scene.setFileTime(String());

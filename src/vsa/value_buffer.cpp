@@ -59,7 +59,7 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   if (isTooLarge) cannotAllocate(info, messages);
   info.data.type = AttrType::Buffer;
   info.data.elementType = static_cast<std::int32_t>(type);
-  info.data.payload = {.components = {}};  // a matrix that did not convert may have set it
+  info.data.payload = {.components = {}};  // a matrix that did not convert may have set them
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 

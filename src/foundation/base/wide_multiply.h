@@ -13,7 +13,7 @@ struct Wide {
   std::uint64_t low;
 };
 
-/// a * b, all 128 bits of it.
+/// The product a * b with all its 128 bits.
 VSA_WRAPS_AROUND constexpr Wide multiply(std::uint64_t a, std::uint64_t b) noexcept {
 #if defined(__SIZEOF_INT128__)
   __extension__ using Wide128 = unsigned __int128;

@@ -1,7 +1,8 @@
-// Two sums modulo 65521: `low` of the bytes, `high` of the values of `low` after each byte. The
-// remainder is computed once every MAX_RUN bytes, the largest number for which the sums fit into 32
-// bits. The SSE2 kernel processes 16 bytes per step: the sum of absolute differences from zero adds
-// them, and a multiply-add weights each byte with the number of times that `high` counts it.
+// The checksum consists of two sums modulo 65521: `low` is the sum of the bytes, and `high` is the
+// sum of the values that `low` has after each byte. The remainder is computed once every MAX_RUN
+// bytes, the largest number for which the sums fit into 32 bits. The SSE2 kernel processes 16 bytes
+// per step: an instruction for the sum of absolute differences adds the differences of the bytes
+// from zero, and a multiply-add weights each byte with the number of times that `high` counts it.
 #include "foundation/compression/adler32.h"
 
 #include <algorithm>
@@ -38,7 +39,7 @@ std::uint32_t laneSum(__m128i lanes) {
   return lane[0] + lane[1] + lane[2] + lane[3];
 }
 
-// `size` is a multiple of STEP_BYTES.
+// Requires that `size` is a multiple of STEP_BYTES.
 void addSteps(Sums& sums, const unsigned char* data, std::size_t size) {
   const __m128i zero = _mm_setzero_si128();
   const __m128i firstWeights = _mm_setr_epi16(16, 15, 14, 13, 12, 11, 10, 9);

@@ -14,7 +14,7 @@ inline constexpr std::uint32_t ADLER32_START = 1;
 /// when `size` is 0.
 std::uint32_t adler32(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
-/// The same without the SSE2 kernel; the two always agree.
+/// The same function without the SSE2 kernel. Both functions always return the same checksum.
 std::uint32_t adler32Portable(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
 }  // namespace zn

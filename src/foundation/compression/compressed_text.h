@@ -1,5 +1,5 @@
 // Decompresses texts into memory of the caller. Internal; <vsa/foundation/decompress.h> describes
-// the form.
+// their form.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 // The decoder reads the digits in runs and writes to the caller's memory, so no data is in memory
 // twice. It may stop before the end of the text. An invalid character anywhere in the text takes
-// precedence over its error, so the rest of the text is checked afterwards.
+// precedence over an error of the decoder, so the rest of the text is checked afterwards.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -40,7 +40,7 @@ std::optional<DiagnosticId> problemOf(InflateStatus status) {
 
 constexpr std::size_t MAX_SIZE = std::numeric_limits<std::size_t>::max();
 
-// number * factor, or MAX_SIZE if that is too large.
+// number * factor, or MAX_SIZE if the product is larger.
 constexpr std::size_t saturatingProduct(std::size_t number, std::size_t factor) {
   return number > MAX_SIZE / factor ? MAX_SIZE : number * factor;
 }
@@ -101,7 +101,8 @@ std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std
 String compress(const unsigned char* data, std::size_t size) {
   const std::vector<unsigned char> stream = deflateStream(data, size);
   ds::Vector<char> text;
-  text.reserve(static_cast<unsigned long>(2 * stream.size() + 2));  // and the NUL after it
+  // The text consists of the mark, two digits for each byte, and a NUL.
+  text.reserve(static_cast<unsigned long>(2 * stream.size() + 2));
   text.push_back(MARK);
   text.size += 2 * stream.size();
   writeHex(stream.data(), stream.size(), text.data + 1);

@@ -26,7 +26,7 @@ using namespace deflate_format;
 
 // The format allows matches of 3 bytes, but these are rarely shorter than literals.
 constexpr std::size_t MIN_USED_MATCH = 4;
-constexpr std::size_t GOOD_MATCH = 64;  // long enough to stop searching
+constexpr std::size_t GOOD_MATCH = 64;  // a match of this length ends the search
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
 
@@ -66,7 +66,8 @@ Symbol lengthSymbol(unsigned length) {
   return {FIRST_LENGTH_SYMBOL + index, range.extraBits, length - range.base};
 }
 
-// Two symbols for each power of two: the two highest bits of the number select one.
+// The symbol of a distance. There are two symbols for each power of two: the two highest bits of
+// distance - 1 select one.
 Symbol distanceSymbol(unsigned distance) {
   const unsigned from = distance - 1;
   const unsigned shift = from < 4 ? 0 : static_cast<unsigned>(std::bit_width(from)) - 2;
@@ -83,7 +84,8 @@ class BitWriter {
  public:
   explicit BitWriter(std::vector<unsigned char>& out) : out_(out) {}
 
-  // The low `count` bits of `value`, at most 32; the others are 0.
+  // Writes the low `count` bits of `value`. `count` is at most 32, and the other bits of `value`
+  // are 0.
   void put(std::uint64_t value, unsigned count) {
     bits_ |= value << count_;
     count_ += count;
@@ -169,9 +171,10 @@ class MatchFinder {
 
   const unsigned char* data_;
   std::size_t size_;
-  // Positions plus 1; 0 for none.
-  std::vector<std::size_t> heads_;    // by hash: the position added last
-  std::vector<std::size_t> earlier_;  // by position in the window: the previous one of its hash
+  // Both vectors contain positions plus 1, or 0 for no position.
+  std::vector<std::size_t> heads_;  // for each hash, the position added last
+  // For each position in the window, the previous position with the same hash.
+  std::vector<std::size_t> earlier_;
 };
 
 unsigned repetitionSymbol(std::uint8_t length, unsigned times) {
@@ -355,9 +358,9 @@ class BlockWriter {
     return bits;
   }
 
-  // The size in bits if the data is stored. Data of more than MAX_STORED_BYTES needs several stored
-  // blocks, and each except the first adds its own type bits. A stored block contains its size
-  // twice, in 16 bits each, and its data starts at a byte boundary.
+  // The size of the block in bits if its data is stored. Data of more than MAX_STORED_BYTES needs
+  // several stored blocks, and each except the first adds its own type bits. A stored block
+  // contains its size twice, in 16 bits each, and its data starts at a byte boundary.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =
@@ -392,10 +395,10 @@ class BlockWriter {
   }
 
   StreamSink& sink_;
-  std::vector<unsigned char> written_;  // whole bytes of the block
+  std::vector<unsigned char> written_;  // the complete bytes of the block
   BitWriter writer_;
   const unsigned char* blockStart_;
-  std::size_t bytes_ = 0;  // of the data, in this block
+  std::size_t bytes_ = 0;  // the size of the data in this block
   std::vector<Token> tokens_;
   std::vector<std::uint32_t> litlenUses_;
   std::vector<std::uint32_t> distanceUses_;

@@ -1,8 +1,8 @@
-// Code lengths by Huffman's construction (1952) over the sorted frequencies, with two queues
-// instead of a heap: trees are created in ascending order of weight, so the lightest one is the
-// first of the leaves or the first of the trees. Lengths above the limit are reduced to it, which
-// makes the set over-subscribed. Codes just below the limit are then lengthened until the set is
-// complete.
+// Computes the code lengths by Huffman's construction (1952) over the sorted frequencies, with two
+// queues instead of a heap: trees are created in ascending order of weight, so the lightest one is
+// the first of the leaves or the first of the trees. Lengths above the limit are reduced to it,
+// which makes the set over-subscribed. Codes just below the limit are then lengthened until the set
+// is complete.
 #include "foundation/compression/deflate_code.h"
 
 #include <algorithm>
@@ -39,8 +39,8 @@ Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   return used;
 }
 
-// The number of symbols of each length; lengths above `maxBits` count as `maxBits`. Nodes 0 to n -
-// 1 are the leaves, in the order of `used`, and node n + k is the k-th tree created. A tree is
+// The number of codes of each length; lengths above `maxBits` count as `maxBits`. Nodes 0 to n - 1
+// are the leaves, in the order of `used`, and node n + k is the k-th tree created. A tree is
 // created after its children, so the depths are computed backwards from the last node, the root.
 LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t>& frequencies,
                             unsigned maxBits) {

@@ -33,9 +33,9 @@ inline constexpr std::size_t MAX_STORED_BYTES = 65535;
 
 inline constexpr unsigned END_OF_BLOCK = 256;
 inline constexpr unsigned FIRST_LENGTH_SYMBOL = 257;
-inline constexpr unsigned LITLEN_COUNT = 286;        ///< Valid literal/length symbols.
-inline constexpr unsigned DISTANCE_COUNT = 30;       ///< Valid distance symbols.
-inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< Literal/length symbols with a fixed code.
+inline constexpr unsigned LITLEN_COUNT = 286;        ///< Number of valid literal/length symbols.
+inline constexpr unsigned DISTANCE_COUNT = 30;       ///< Number of valid distance symbols.
+inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< Number of symbols with a fixed code.
 inline constexpr unsigned FIXED_DISTANCE_COUNT = 32;
 
 inline constexpr unsigned MIN_MATCH = 3;
@@ -78,7 +78,7 @@ inline constexpr auto DISTANCE_RANGES = makeDistanceRanges();
 
 // --- code lengths ---
 
-/// Bits of the longest code of the two alphabets.
+/// The number of bits of the longest code of the two alphabets.
 inline constexpr unsigned MAX_CODE_BITS = 15;
 
 /// The length of the fixed code of a literal/length symbol.
@@ -91,7 +91,7 @@ inline constexpr std::uint8_t FIXED_DISTANCE_BITS = 5;
 
 /// The third alphabet: a symbol is a code length, or repeats one several times.
 inline constexpr unsigned CODE_LENGTH_COUNT = 19;
-/// Bits of the longest code of the third alphabet.
+/// The number of bits of the longest code of the third alphabet.
 inline constexpr unsigned MAX_CODE_LENGTH_BITS = 7;
 /// The order in which a block lists the lengths of its codes.
 inline constexpr std::array<std::uint8_t, CODE_LENGTH_COUNT> CODE_LENGTH_ORDER = {
@@ -121,7 +121,7 @@ inline constexpr unsigned CODE_LENGTH_COUNT_BITS = 4;
 inline constexpr unsigned MIN_LITLEN_COUNT = FIRST_LENGTH_SYMBOL;
 inline constexpr unsigned MIN_DISTANCE_COUNT = 1;
 inline constexpr unsigned MIN_CODE_LENGTH_COUNT = 4;
-/// Bits of each length of a code of the third alphabet.
+/// The number of bits in which a block stores the length of each code of the third alphabet.
 inline constexpr unsigned CODE_LENGTH_LENGTH_BITS = 3;
 
 }  // namespace zn::deflate_format

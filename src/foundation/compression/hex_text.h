@@ -1,4 +1,5 @@
-// Bytes as text, two hexadecimal digits each, high digit first. Internal.
+// Converts between bytes and text. A byte is written as two hexadecimal digits, the high one first.
+// Internal.
 #pragma once
 
 #include <cstddef>

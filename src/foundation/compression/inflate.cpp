@@ -64,7 +64,7 @@ class Inflater {
   unsigned char* const start_;
   unsigned char* out_;
   unsigned char* const end_;
-  const unsigned char* summed_;  // `adler_` is the checksum of the output before this
+  const unsigned char* summed_;  // `adler_` is the checksum of the output before this address
   std::uint32_t adler_ = ADLER32_START;
 
   Entry litlenSlots_[LITLEN_SLOTS];
@@ -77,7 +77,8 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Updates the checksum once per input run, while the output is still in the cache.
+// Gets the next input run. Updates the checksum once per run, while the output is still in the
+// cache.
 bool Inflater::nextRun() {
   sumOutput();
   const std::size_t size = feed_.next(in_);

@@ -31,14 +31,14 @@ enum class InflateStatus {
 };
 
 /// Decodes the stream that `feed` delivers into the `capacity` bytes at `out` (which may be null
-/// when `capacity` is 0) and sets `length` to the number of decoded bytes; on failure, of those
-/// before the fault. Never writes past `out + capacity`. May set up to 32 bytes from `out + length`
-/// on to zero and does not change the others, so memory that was zero stays zero there. Uses about
-/// 16 KiB of stack and no heap.
+/// when `capacity` is 0) and sets `length` to the number of decoded bytes; on failure, to the
+/// number of bytes decoded before the fault. Never writes past `out + capacity`. May set up to 32
+/// bytes from `out + length` on to zero and changes no other byte after the output, so memory that
+/// was zero stays zero there. Uses about 16 KiB of stack and no heap.
 InflateStatus inflateStream(ByteFeed& feed, unsigned char* out, std::size_t capacity,
                             std::size_t& length);
 
-/// The same for a stream that is completely in memory: the `size` bytes at `data`.
+/// The same function for a stream that is completely in memory: the `size` bytes at `data`.
 InflateStatus inflateStream(const unsigned char* data, std::size_t size, unsigned char* out,
                             std::size_t capacity, std::size_t& length);
 

@@ -18,8 +18,8 @@ inline constexpr std::ptrdiff_t COPY_BYTES = 16;
 /// The number of bytes that copying a match may write after the end of the match.
 inline constexpr std::ptrdiff_t MAX_OVERSHOOT = 2 * COPY_BYTES;
 
-/// One iteration of the loop decodes up to three literals, or two and a match. It loads 8 bytes
-/// three times, and each load advances by up to 7.
+/// One iteration of the loop decodes up to three literals, or two literals and a match. It loads 8
+/// bytes three times, and each load advances the input by up to 7 bytes.
 inline constexpr std::ptrdiff_t FAST_INPUT_BYTES = 2 * 7 + 8;
 inline constexpr std::ptrdiff_t FAST_OUTPUT_BYTES = 3 + deflate_format::MAX_MATCH + MAX_OVERSHOOT;
 
@@ -50,7 +50,7 @@ struct FastBits {
   /// The entry of the next code, or of the subtable that it is in.
   Entry peek(const Table& table) const { return table.slots[lowBits(bits, table.primaryBits)]; }
 
-  /// The entry of a code from that of its subtable; drops the primary bits.
+  /// The entry of a code. `entry` is the entry that leads to its subtable. Drops the primary bits.
   Entry enterSubtable(const Table& table, Entry entry) {
     drop(droppedBits(entry));
     return table.slots[entryValue(entry) + lowBits(bits, codeBits(entry))];
@@ -80,7 +80,7 @@ inline void copyBytes(unsigned char* to, const unsigned char* from) {
 }
 
 /// Copies a match of `length` bytes (3 or more) from `distance` bytes before `to`. May write up to
-/// MAX_OVERSHOOT unspecified bytes after it.
+/// MAX_OVERSHOOT unspecified bytes after the match.
 inline void copyMatch(unsigned char* to, std::size_t distance, std::size_t length) {
   const unsigned char* from = to - distance;
   const unsigned char* const end = to + length;

@@ -62,11 +62,11 @@ enum class Alphabet { Litlen, Distance, CodeLength };
 
 /// Builds into `slots` the table of the codes whose lengths in bits are the `count` numbers at
 /// `lengths`: 0 for a symbol without a code, none above MAX_CODE_BITS (for code lengths
-/// MAX_CODE_LENGTH_BITS). `slots` holds LITLEN_SLOTS or DISTANCE_SLOTS entries; code lengths fit
-/// either. Returns false when the set of codes is over-subscribed or incomplete. Two incomplete
-/// sets are accepted, except for code lengths, because encoders write them for blocks with one
-/// distance or none: a single code of one bit, and no code at all. Bits that begin no code then
-/// lead to an entry in which only NO_VALUE is set.
+/// MAX_CODE_LENGTH_BITS). `slots` holds LITLEN_SLOTS or DISTANCE_SLOTS entries; a table of code
+/// lengths fits into either. Returns false when the set of codes is over-subscribed or incomplete.
+/// Two incomplete sets are accepted, except for code lengths, because encoders write them for
+/// blocks with one distance or none: a single code of one bit, and no code at all. Bits that begin
+/// no code then lead to an entry in which only NO_VALUE is set.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 

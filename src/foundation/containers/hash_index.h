@@ -12,8 +12,8 @@
 
 namespace zn::ds {
 
-/// Mixes a weak hash, such as an address, so that its low bits depend on all of it (the finalizer
-/// of MurmurHash3, public domain).
+/// Mixes a weak hash, such as an address, so that its low bits depend on all its bits (the
+/// finalizer of MurmurHash3, public domain).
 inline std::uint64_t mixed(std::uint64_t hash) noexcept {
   hash ^= hash >> 33;
   hash *= 0xff51afd7ed558ccdULL;

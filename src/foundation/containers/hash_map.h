@@ -52,7 +52,7 @@ class HashMap {
   /// The node of `key`, or null; valid until the next key is added. Throws std::bad_alloc; the map
   /// is unchanged then.
   Node* findNode(const K& key) { return findHash(hashOf(key)); }
-  /// The same without the index, so that threads may share a const map.
+  /// The same search without the index, so that threads may share a const map.
   const Node* findNode(const K& key) const {
     const std::uint64_t hash = hashOf(key);
     return scan(const_cast<HashMap*>(this)->bucketOf(hash), hash);

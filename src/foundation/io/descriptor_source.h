@@ -17,14 +17,16 @@ String messageOfError(int error);
 /// descriptor. Calls read(2), because fread waits for a full block, even if a pipe has some bytes.
 class DescriptorSource final : public ByteSource {
  public:
-  /// Opens the file at `path`, which is not null, for reading. The caller owns the result. Null if
-  /// that fails; `error` is then the value of errno. Throws std::bad_alloc.
+  /// Opens the file at `path`, which is not null, for reading. The caller owns the result. If the
+  /// file cannot be opened, returns null and sets `error` to the value of errno. Throws
+  /// std::bad_alloc.
   static DescriptorSource* open(const char* path, int& error);
 
   std::size_t read(char* to, std::size_t capacity) override;
   String error() const override { return error_; }
 
-  /// Bytes of a regular file, without its byte order mark; not set for a pipe or a device.
+  /// The number of bytes of a regular file, without its byte order mark; not set for a pipe or a
+  /// device.
   std::optional<std::uint64_t> textBytes() const noexcept;
   /// Reads `count` bytes from `offset` on, counted from the end of the byte order mark, without
   /// moving the position of `read`. Returns the number of bytes read, which is 0 for a pipe or a

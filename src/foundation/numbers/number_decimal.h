@@ -81,7 +81,7 @@ VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
 }
 
 /// One row: the leading 128 bits of 5^exponent. The method's proof requires that reciprocals whose
-/// divisor fits in 64 bits are rounded up, and smaller ones down.
+/// divisor fits in 64 bits are rounded up, and those of larger divisors down.
 VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
   if (exponent >= 0) return shiftedToTop(powerOfFive(exponent));
   Wide bits = reciprocal(powerOfFive(-exponent));
@@ -129,7 +129,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
       (mantissa << shift) == product.high) {
     mantissa &= ~uint64_t{1};
   }
-  mantissa = (mantissa + (mantissa & 1)) >> 1;  // may be 2^53: the sum below carries
+  mantissa = (mantissa + (mantissa & 1)) >> 1;  // if this is 2^53, the sum below carries
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   const int binary = ((217706 * exponent) >> 16) + 63 + top - zeros + 1023;
   const uint64_t bits = (static_cast<uint64_t>(binary - 1) << 52) + mantissa;

@@ -36,7 +36,7 @@ inline int leadingDigits(uint64_t word) {
   return std::countr_zero(past & 0x8080808080808080) / 8;
 }
 
-/// The number of the word's first `count` digits, 1 to 8.
+/// The value of the first `count` digits of the word; `count` is 1 to 8.
 VSA_WRAPS_AROUND inline uint64_t foldDigits(uint64_t word, int count) {
   constexpr uint64_t PAIRS = 0x000000FF000000FF;
   word <<= 64 - 8 * count;
@@ -49,7 +49,7 @@ struct DigitRun {
   uint64_t value = 0;
   int count = 0;
 
-  /// Reads the digits at `at` and returns their end; stops early at more than MAX_DIGITS.
+  /// Reads the digits at `at` and returns their end. Stops early if there are more than MAX_DIGITS.
   const char* read(const char* at) {
     for (;;) {
       const uint64_t word = loadEight(at);
@@ -63,7 +63,8 @@ struct DigitRun {
   }
 };
 
-/// ("e" | "E") ["+" | "-"] digits, with up to eight digits; null without digits.
+/// Reads ("e" | "E") ["+" | "-"] digits, with up to eight digits, and adds the exponent to
+/// `exponent`. `at` is at the letter. Returns the end, or null if there is no digit.
 inline const char* readExponent(const char* at, int64_t& exponent) {
   ++at;
   const bool negative = *at == '-';

@@ -88,8 +88,8 @@ VSA_AVX2_INLINE __m256i bothHalves(const void* low, const void* high) {
 constexpr uint64_t EACH_FIRST = 0x0001000100010001;
 constexpr uint64_t EACH_LAST = 0x8000800080008000;
 
-/// Four fields: the values of the digits, zero for others, and a bit for each digit, each point and
-/// each leading sign.
+/// Four fields: the values of the digits, zero for other characters, and a bit for each digit, each
+/// point and each leading sign.
 struct Group {
   __m256i low;
   __m256i high;
@@ -112,8 +112,11 @@ VSA_AVX2_INLINE Group loadGroup(const char* const (&fields)[GROUP]) {
 
 /// The parts of four numbers.
 struct GroupShape {
-  uint64_t pointFromEnd[GROUP];  // the point's position from the end, 1 for the last; 0: none
-  bool isPlain;                  // each is a sign, digits, at most one point, at least one digit
+  // The position of each point, counted from the end: 1 for the last character, 0 for no point.
+  uint64_t pointFromEnd[GROUP];
+  // Whether each field consists of an optional sign and digits, with at most one point and at least
+  // one digit.
+  bool isPlain;
 };
 
 /// Computes the four shapes in one word. `isPlain` is one result for all four.
@@ -136,7 +139,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
   return shape;
 }
 
-/// The digits of each half moved to its end.
+/// The digits of each half, moved to its end.
 VSA_AVX2_INLINE __m256i aligned(__m256i digits, uint64_t firstLength, uint64_t secondLength) {
   return _mm256_shuffle_epi8(digits,
                              bothHalves(RIGHT_ALIGN + firstLength, RIGHT_ALIGN + secondLength));
@@ -158,20 +161,20 @@ VSA_AVX2_INLINE __m256i foldGroup(__m256i low, __m256i high) {
   return _mm256_madd_epi16(_mm256_packus_epi32(lowFours, highFours), _mm256_set1_epi32(0x00012710));
 }
 
-/// One for each negative number, zero for the others.
+/// The number 1 for each negative field, 0 for the others.
 VSA_AVX2_INLINE __m128i signsOf(const Group& group) {
   return _mm_cvtepu16_epi32(_mm_cvtsi64_si128(static_cast<long long>(group.signBits)));
 }
 
-/// Returns false when a value is half-way between two floats.
+/// Stores four floats. Returns false when a value is half-way between two floats.
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape& shape, float* out) {
   const uint64_t(&points)[GROUP] = shape.pointFromEnd;
   const __m256i eights =
       foldGroup(withoutPoints(aligned(group.low, lengths[0], lengths[1]), points[0], points[1]),
                 withoutPoints(aligned(group.high, lengths[2], lengths[3]), points[2], points[3]));
-  // Up to 15 digits over up to 10^14: exact before the division, and always in the range of a
-  // float.
+  // A number of up to 15 digits is divided by up to 10^14. Both are exact before the division, and
+  // the result is always in the range of a float.
   const __m256d weights = _mm256_setr_pd(1e8, 1, 1e8, 1);
   const __m256d odd = _mm256_cvtepi32_pd(_mm256_castsi256_si128(eights));
   const __m256d even = _mm256_cvtepi32_pd(_mm256_extracti128_si256(eights, 1));
@@ -189,7 +192,8 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// Returns false when a value is out of range, or negative where the type has no sign.
+/// Stores four integers. Returns false when a value is out of range, or is negative and the type
+/// has no sign.
 template <class Integer>
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape&, Integer* out) {

@@ -1,8 +1,8 @@
 // The SSE4.1 kernel of number lists. One 16-byte load contains a plain field and the blank after
 // it. Comparisons find its end and its point. Shuffles move its last digit to the last byte and
-// close the gap of the point. Three multiply-adds combine the sixteen digits into one integer. None
-// of this depends on the length of the number, so mixed lengths mispredict no branch. Longer
-// doubles take two loads. All other fields are rare and are converted by the portable kernel.
+// remove the point. Three multiply-adds combine the sixteen digits into one integer. None of this
+// depends on the length of the number, so mixed lengths mispredict no branch. Longer doubles take
+// two loads. All other fields are rare and are converted by the portable kernel.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL
@@ -25,8 +25,8 @@
 namespace zn::numbers {
 namespace {
 
-/// Sixteen characters: the values of the digits, zero for others, and a bit for each digit, point
-/// and blank.
+/// Sixteen characters: the values of the digits, zero for other characters, and a bit for each
+/// digit, point and blank.
 struct Block {
   __m128i digits;
   unsigned digitBits;
@@ -47,7 +47,7 @@ VSA_SSE41_INLINE Block loadBlock(const char* at) {
           bitsOf(_mm_cmpeq_epi8(text, _mm_set1_epi8(' ')))};
 }
 
-/// The first `length` digits moved to the end, zeros before them.
+/// The first `length` digits, moved to the end, with zeros before them.
 VSA_SSE41_INLINE __m128i rightAligned(__m128i digits, unsigned length) {
   const auto* const shuffle = reinterpret_cast<const __m128i*>(RIGHT_ALIGN + length);
   return _mm_shuffle_epi8(digits, _mm_loadu_si128(shuffle));
@@ -60,9 +60,9 @@ VSA_SSE41_INLINE __m128i withoutPoint(__m128i digits, unsigned fromEnd) {
 
 /// Sixteen digits as one integer.
 VSA_SSE41_INLINE uint64_t foldBlock(__m128i digits) {
-  const __m128i tens = _mm_set1_epi16(0x010A);           // 10, 1, ...
-  const __m128i hundreds = _mm_set1_epi32(0x00010064);   // 100, 1, ...
-  const __m128i thousands = _mm_set1_epi32(0x00012710);  // 10000, 1, ...
+  const __m128i tens = _mm_set1_epi16(0x010A);           // weights 10, 1, ...
+  const __m128i hundreds = _mm_set1_epi32(0x00010064);   // weights 100, 1, ...
+  const __m128i thousands = _mm_set1_epi32(0x00012710);  // weights 10000, 1, ...
   const __m128i pairs = _mm_maddubs_epi16(digits, tens);
   const __m128i fours = _mm_madd_epi16(pairs, hundreds);
   const __m128i eights = _mm_madd_epi16(_mm_packus_epi32(fours, fours), thousands);
@@ -76,9 +76,12 @@ inline unsigned lowestBit(uint32_t bits) {
 
 /// The parts of a number.
 struct Shape {
-  unsigned length;        // with the sign
-  unsigned pointFromEnd;  // the point's position from the end, 1 for the last; 0: none
-  bool isPlain;           // sign, digits, at most one point, at least one digit
+  unsigned length;  // the number of characters, including the sign
+  // The position of the point, counted from the end: 1 for the last character, 0 for no point.
+  unsigned pointFromEnd;
+  // Whether the field consists of an optional sign and digits, with at most one point and at least
+  // one digit.
+  bool isPlain;
 
   int exponent() const { return pointFromEnd == 0 ? 0 : 1 - static_cast<int>(pointFromEnd); }
 };
@@ -106,14 +109,14 @@ VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, R
   const double value =
       static_cast<double>(static_cast<int64_t>(digits)) / POINT_DIVISORS[shape.pointFromEnd];
   if constexpr (std::is_same_v<Real, float>) {
-    // Up to 15 digits over up to 10^14 is always in the range of a float.
+    // A number of up to 15 digits, divided by up to 10^14, is always in the range of a float.
     if (isHalfWayBetweenFloats(value)) return nullptr;
   }
   out = withSign(static_cast<Real>(value), negative);
   return at + shape.length;
 }
 
-/// A real with an exponent, such as `-1.5e-05`, and up to 15 characters before that.
+/// Converts a real with an exponent, such as `-1.5e-05`, and up to 15 characters before that.
 template <class Real>
 VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& out) {
   const unsigned other = ~(block.digitBits | block.pointBits | 1u) | (1u << BLOCK);
@@ -132,8 +135,8 @@ VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& o
   return end;
 }
 
-/// A field of 16 to 31 characters with up to 19 significant digits: the last sixteen characters and
-/// those before them are combined separately.
+/// Converts a field of 16 to 31 characters with up to 19 significant digits. The last sixteen
+/// characters and those before them are combined separately.
 template <class Real>
 VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out) {
   const Block next = loadBlock(at + BLOCK);
@@ -150,7 +153,7 @@ VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out
   const unsigned inHead = pointInTail ? 0 : shape.pointFromEnd - BLOCK;
   const uint64_t high = foldBlock(withoutPoint(head, inHead));
   const uint64_t low = foldBlock(withoutPoint(tail, inTail));
-  const bool fifteen = inTail != 0;  // a point takes a digit's place
+  const bool fifteen = inTail != 0;  // a point among 16 characters leaves 15 digits
   if (high >= (fifteen ? 10000u : 1000u)) return nullptr;
   const uint64_t digits = high * (fifteen ? 1000000000000000u : 10000000000000000u) + low;
   // Values above 2^53 are as frequent as others, so one method converts both, without a branch.
@@ -182,7 +185,7 @@ VSA_SSE41_INLINE const char* readShortInteger(const char* at, const Block& block
   return at + length;
 }
 
-/// All other fields, out of line to keep the loop small.
+/// Converts all other fields. It is out of line to keep the loop small.
 template <class Number>
 VSA_SSE41_OUT_OF_LINE const char* readOtherField(const char* at, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {

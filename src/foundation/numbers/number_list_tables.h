@@ -7,14 +7,14 @@ namespace zn::numbers {
 
 inline constexpr int BLOCK = 16;  // characters per load
 
-/// Shuffles that move the first n of sixteen bytes to the end, with zeros before them: load at
-/// RIGHT_ALIGN + n.
+/// Shuffles that move the first n of sixteen bytes to the end, with zeros before them: the shuffle
+/// for n begins at RIGHT_ALIGN + n.
 alignas(16) inline constexpr int8_t RIGHT_ALIGN[2 * BLOCK] = {
     -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
     0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15};
 
 /// Shuffles that remove the n-th byte from the end (1 is the last one) and move the bytes before it
-/// up by one; 0 removes none.
+/// up by one. For n = 0 no byte is removed.
 struct PointShuffles {
   alignas(16) int8_t bytes[BLOCK + 1][BLOCK];
 };
@@ -32,7 +32,7 @@ constexpr PointShuffles makePointShuffles() {
 
 inline constexpr PointShuffles WITHOUT_POINT = makePointShuffles();
 
-/// The divisor when the point is the n-th character from the end; 0 is no point.
+/// The divisor when the point is the n-th character from the end. For n = 0 there is no point.
 inline constexpr double POINT_DIVISORS[BLOCK + 1] = {
     1e0, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 

@@ -133,7 +133,7 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
   std::memcpy(to, "0.000000", 8);  // NOLINT(bugprone-not-null-terminated-result): no string
   digits.store(to + firstDigit);
   to[integerDigits] = '.';
-  // Below one, this stores the same digits in the same place again.
+  // If the real is below 1, this stores the same digits in the same place again.
   digits.storeAfter(integerDigits, to + pointWidth + integerDigits);
   return to + pointWidth + count;
 }
@@ -142,7 +142,7 @@ template <class Digits>
 [[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
   const int count = digits.count();
   const int point = digits.total + exponent;    // the number of digits before the point
-  const int exponentWidth = count > 1 ? 5 : 4;  // of ".", "e-05" and the like
+  const int exponentWidth = count > 1 ? 5 : 4;  // the length of ".e-05" or "e-05"
   const bool hasPoint = (point < count) & (2 - point <= exponentWidth);
   if (hasPoint) return putWithPoint(to, digits, count, point);
   if (point > 0 && point <= count + exponentWidth) return putInteger(to, digits, count, point);

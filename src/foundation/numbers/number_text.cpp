@@ -2,7 +2,7 @@
 // converted by number_decimal. The others (more than 19 digits, large exponents, exact half-way
 // cases) are rewritten as a short plain decimal for std::from_chars, which rounds exactly.
 // from_chars therefore receives no other syntax. It reports overflow and underflow alike; the
-// decimal tells which of them occurred.
+// decimal order shows which of them occurred.
 #include "foundation/numbers/number_text.h"
 
 #include <charconv>
@@ -47,14 +47,15 @@ Text withoutWhiteSpace(const char* first, const char* last) {
   return {kept.data(), kept.data() + kept.size()};
 }
 
-/// ["+" | "-"]: true for "-".
+/// Reads ["+" | "-"]. Returns true for "-".
 bool readSign(Text& text) {
   if (text.skip('-', '-')) return true;
   text.skip('+', '+');
   return false;
 }
 
-/// digit {digit}, at most MAX_EXPONENT. Returns false when there is no digit.
+/// Reads digit {digit}. Ignores the digits that follow once the value is MAX_EXPONENT or more.
+/// Returns false when there is no digit.
 bool readExponent(Text& text, int64_t& exponent) {
   if (!text.startsWithDigit()) return false;
   exponent = 0;
@@ -78,7 +79,7 @@ struct Magnitude {
   uint64_t value = 0;
 };
 
-/// The production `integer`, without a target's range.
+/// Parses the production `integer`. Does not check the range of a target.
 bool parseMagnitude(Text text, Magnitude& out) {
   out.negative = readSign(text);
   if (!text.startsWithDigit()) return false;
@@ -106,7 +107,7 @@ struct Decimal {
   int digitCount = 0;  // the number of digits from the first one that is not zero
   uint64_t digits = 0;
   int64_t exponent = 0;
-  Text mantissa{};  // digits and point
+  Text mantissa{};  // the digits and the point
 
   void add(int digit, bool afterPoint) {
     if (digitCount < MAX_DIGITS) {
@@ -120,7 +121,7 @@ struct Decimal {
   }
 };
 
-/// The first alternative of the production `real`, after its sign.
+/// Parses the first alternative of the production `real`, after its sign.
 bool parseDecimal(Text text, Decimal& out) {
   const char* const first = text.at;
   bool hasDigit = text.startsWithDigit();
@@ -141,7 +142,7 @@ bool parseDecimal(Text text, Decimal& out) {
   return text.isAtEnd();
 }
 
-/// "inf" or "nan" in any letter case, and nothing else.
+/// Parses "inf" or "nan" in any letter case, without a sign. Returns false for any other text.
 template <class Real>
 bool parseInfinityOrNan(Text text, Real& out) {
   if (text.end - text.at != 3) return false;
@@ -193,7 +194,7 @@ class PlainDecimal {
 /// overflows.
 template <class Real>
 bool realFromLongDecimal(const Decimal& decimal, Real& out) {
-  constexpr int64_t MAX_ORDER = 400;  // no float or double has a larger one
+  constexpr int64_t MAX_ORDER = 400;  // no float or double has a larger order
   const int64_t order = decimal.exponent + decimal.digitCount;
   if (order > MAX_ORDER) return false;
   out = 0;
@@ -201,7 +202,8 @@ bool realFromLongDecimal(const Decimal& decimal, Real& out) {
   const PlainDecimal plain(decimal.mantissa, order);
   Real value = 0;
   const std::errc error = std::from_chars(plain.begin(), plain.end(), value).ec;
-  if (error == std::errc::result_out_of_range) return order <= 0;  // if too small, `value` is zero
+  // If the number is too small, `out` remains zero.
+  if (error == std::errc::result_out_of_range) return order <= 0;
   if (std::isinf(value)) return false;
   out = value;
   return true;

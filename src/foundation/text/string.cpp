@@ -49,7 +49,7 @@ StringBuffer* StringBuffer::adopt(char* chars, std::size_t length) {
   void* const memory = std::malloc(sizeof(StringBuffer) + sizeof(char*));
   if (memory == nullptr) throw std::bad_alloc();
   auto* const made = new (memory) StringBuffer(0, length);
-  // Frees the spare memory; when that fails, it is kept.
+  // Frees the spare memory. If that fails, the block keeps its size.
   void* const trimmed = std::realloc(chars, length + 1);
   made->outside() = trimmed != nullptr ? static_cast<char*>(trimmed) : chars;
   return made;

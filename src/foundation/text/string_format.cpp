@@ -92,7 +92,7 @@ class Formatter {
     if (modifier == "j") return Length::IntMax;
     if (modifier == "t") return Length::PtrDiff;
     if (modifier == "L") return Length::LongDouble;
-    return Length::Int;  // none, h and hh: promoted to int
+    return Length::Int;  // no modifier, h or hh: the argument is promoted to int
   }
 
   // Returns false if the conversion is unknown. It is then copied unchanged.
@@ -203,9 +203,10 @@ class Formatter {
 
   const char* at_;
   Arguments& arguments_;
-  std::string conversion_;  // the current one, from its % to its kind
+  std::string conversion_;  // the current conversion, from its % to its letter
   ds::Vector<char> text_;
-  std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();  // the first NUL, if any
+  // The position of the first NUL; the largest number if there is none.
+  std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();
 };
 
 }  // namespace

@@ -61,7 +61,7 @@ class StringSlabs {
   void addSlab(std::uint32_t wanted);
   void finish() noexcept;
 
-  detail::StringSlab* slab_ = nullptr;  // the current one
+  detail::StringSlab* slab_ = nullptr;  // the current slab
   std::uint32_t used_ = 0;              // bytes used in the current slab, including its header
   std::uint32_t size_ = 0;              // size of the current slab in bytes
 };

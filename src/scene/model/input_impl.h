@@ -39,12 +39,12 @@ class InputImpl final : public Input {
   /// Marks the input as removed and frees its value. The caller removes it from its list.
   void remove() noexcept;
   void clearValue() noexcept;
-  /// The number of leading elements whose type `set` would not change. Takes time only for elements
-  /// that have got a type since the last call.
+  /// The number of leading elements whose type `set` leaves unchanged. Takes time only for elements
+  /// that got a type after the last call.
   std::uint64_t typedPrefix() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 
-  // IInput.
+  // The functions of IInput.
 
   AttrType type() const override { return typeOf(); }
   String typeName() const override { return String(attrTypeName(typeOf())); }
@@ -79,8 +79,8 @@ class InputImpl final : public Input {
     std::uint64_t typedPrefix = 0;  // the number of leading elements known to be typed
   };
 
-  // The value, or a pointer to it. The input's type selects the member. Null is the type's zero
-  // value.
+  // The value, or a pointer to it. The input's type selects the member. A null pointer is the
+  // type's zero value.
   union Value {
     bool boolean;
     std::int64_t integer;
@@ -88,7 +88,7 @@ class InputImpl final : public Input {
     double* components;  // in the scene's pool
     char* string;        // in the scene's pool, or from malloc if isLongString_
     NodeImpl* node;
-    BufferValue* buffer;  // from new
+    BufferValue* buffer;  // allocated with new
     ElementList* elements;
     NamedList<InputImpl>* members;
   };
@@ -116,14 +116,14 @@ class InputImpl final : public Input {
   void clearOwnValue() noexcept;
 
   union {
-    NodeImpl* node;    // if isNodeInput_
-    InputImpl* input;  // otherwise
+    NodeImpl* node;    // used if isNodeInput_
+    InputImpl* input;  // used otherwise
   } parent_;
   String name_;  // empty for elements
   OutputImpl* connection_ = nullptr;
   Value value_;
   union {
-    std::uint32_t index_;    // of an element
+    std::uint32_t index_;    // the index of an element
     std::uint32_t nameTag_;  // the low bits of the name's hash, compared before the names
   };
   std::uint16_t level_;

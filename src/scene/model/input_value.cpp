@@ -40,8 +40,8 @@ void InputImpl::setElementType(AttrType type) {
   }
 }
 
-// Whether `set` would not change this element of an array of `listType`: it has another type, or
-// the type of its own elements is set.
+// Whether `set` leaves this element of an array of `listType` unchanged: the element has another
+// type, or the type of its own elements is set.
 bool InputImpl::isTypedElement(AttrType listType) const noexcept {
   if (typeOf() == AttrType::Null) return false;
   if (typeOf() != listType) return true;

@@ -38,7 +38,7 @@ class NodeImpl final : public Node {
   void remove(InputImpl& input) noexcept;
   SceneStorage& storage() const noexcept;
 
-  // INode.
+  // The functions of INode.
 
   String name() const override { return name_.text(); }
   String type() const override { return type_; }
@@ -52,7 +52,7 @@ class NodeImpl final : public Node {
   // Data that few nodes have.
   struct ColdMembers {
     std::shared_ptr<const DeclaredType> declaration;
-    NamedList<OutputImpl> outputs;  // except the first
+    NamedList<OutputImpl> outputs;  // all outputs except the first
     bool isRemoved = false;
   };
 
@@ -71,7 +71,8 @@ class NodeImpl final : public Node {
   std::unique_ptr<ColdMembers> cold_;
 };
 
-// Links look up nodes in random order: with a node in one cache line, each costs one cache miss.
+// Links look up nodes in random order. If a node fits into one cache line, a look-up costs one
+// cache miss.
 #if defined(__LP64__)
 static_assert(sizeof(NodeImpl) == 64);
 #endif

@@ -40,7 +40,7 @@ class PathResolver {
   // The types that the following path elements require of an input.
   struct Required {
     AttrType type;
-    AttrType elementType;  // of the elements, if `type` is Array
+    AttrType elementType;  // the type of the elements if `type` is Array
   };
 
   interfaces::IInput* resolveInput();
@@ -62,7 +62,9 @@ class PathResolver {
   AttrType valueType_;
   Emitter emitter_;
   ReadSession* session_;
-  std::uint64_t position_ = 1;   // in the path; its first token is the node's name or "."
+  // The index of the next token in the path. The first token, at index 0, is the node's name or
+  // ".".
+  std::uint64_t position_ = 1;
   const Token* next_ = nullptr;  // the element after the current one
   const Token* afterNext_ = nullptr;
   Required required_{AttrType::Null, AttrType::Null};

@@ -67,7 +67,7 @@ void ReadSession::skipBuffer(AssignInfo& info) {
   buffer.bytes = 0;
 }
 
-// Values of a node that is not kept keep their type and lose their memory.
+// If the node is not kept, its values keep their type, and their memory is freed.
 void ReadSession::transferMemory(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
     if (value.type == AttrType::Buffer) {

@@ -1,7 +1,7 @@
 // ReadSession: the limits, counts and ownership of one reading through the public API. Internal.
 //
-// The plain entry points attach none: the parser then tests one null pointer for each hook. With a
-// session, the parser calls it before it allocates memory and before it assigns a value.
+// The plain entry points attach no session: the parser then tests one null pointer for each hook.
+// With a session, the parser calls it before it allocates memory and before it assigns a value.
 #pragma once
 
 #include <cstdint>
@@ -225,7 +225,7 @@ class ReadSession {
   [[noreturn]] virtual void exceed(Budget budget) = 0;
   /// Called every few statements and links.
   virtual void poll() = 0;
-  /// The bytes of the value of `input`, which it frees when another value is assigned.
+  /// The bytes of the value of `input`, which the input frees when another value is assigned.
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
   /// Called right before a skipped buffer literal of `count` elements is assigned to `input`.
   virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info,

@@ -154,7 +154,8 @@ Token Lexer::collectedToken(Type type) {
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
-// The same for a list. A list contains no NUL: normalisation removes NUL as white space.
+// Creates a list token from the collected characters. A list contains no NUL: normalisation removes
+// NUL as white space.
 Token Lexer::collectedList(Type type) {
   if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adoptWhole(std::move(chars_)), line, column};
@@ -242,7 +243,7 @@ Token Lexer::readByCharacters() {
   }
 }
 
-// From "#" to the end of the line. The line end itself is not consumed.
+// Reads from "#" to the end of the line. The line end itself is not consumed.
 Token Lexer::comment() {
   chars_.clear();
   collectUntil('\n', '\r');

@@ -77,8 +77,9 @@ class Lexer {
   /// collected.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
-  /// The record of the last token that is Invalid or that the text ends in. Its log line is the
-  /// text of the Invalid token, its text that of the other.
+  /// The record of the last Invalid token, or of the token that is incomplete at the end of the
+  /// text. The text of an Invalid token is the log line of the record. The text of the Eof token
+  /// after an incomplete token is the text of the record.
   const Diagnostic& problem() const noexcept { return problem_; }
 
   /// True when a byte 0xFF ended the input before the end of the source.
@@ -192,8 +193,8 @@ inline void Lexer::consumeBytes(std::size_t count) noexcept {
   consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// The same when the line feeds before the last byte are already counted. The column is counted from
-// the last line feed.
+// The same function for bytes whose line feeds before the last byte are already counted. The column
+// is counted from the last line feed.
 inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);

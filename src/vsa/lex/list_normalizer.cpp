@@ -251,8 +251,8 @@ VSA_AVX2 NormalizedList normalizeListAvx2(const char* from, const char* end, cha
     }
     isAfterSeparator = step.separators >> 31;
   }
-  // The compiler does not insert this before a tail call. Without it, later SSE instructions wait
-  // for the upper halves of the registers.
+  // The compiler does not insert this instruction before a tail call. Without the instruction,
+  // later SSE instructions wait for the upper halves of the registers.
   _mm256_zeroupper();
   return finishList(from, end, to, isAfterSeparator != 0);
 }

@@ -37,7 +37,7 @@ SimpleStatement::SimpleStatement()
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
-  // With four tokens in this block, `consumed` and the three tokens after it end in it, so `index`
+  // If four tokens end in this block, they are `consumed` and the three tokens after it, so `index`
   // did not wrap around between them.
   if (!lexer.hasInBlock(4)) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;

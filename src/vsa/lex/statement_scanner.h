@@ -42,9 +42,9 @@ struct SimpleStatement {
   String name;          ///< Declaration: the name.
   Token pathTokens[3];  ///< An assignment: node "." input. Without positions.
   bool isWith = false;  ///< The declaration ends in ":", or the path begins with ".".
-  Token::Type valueType = Token::Type::Eof;  ///< Value: of its first token.
+  Token::Type valueType = Token::Type::Eof;  ///< Value: the type of its first token.
   std::string_view value;                    ///< Value: its first token as written.
-  bool hasBackslash = false;                 ///< Value, Str: whether the string contains one.
+  bool hasBackslash = false;                 ///< Value, Str: whether it contains a backslash.
   std::string_view list;    ///< Value, Id: the numbers, separated by single blanks. A byte follows.
   std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
   String output;            ///< Connection: the output; empty for `null`.
@@ -92,8 +92,8 @@ class StatementScanner {
     }
   };
 
-  // Each function returns the end of what it read. They return null if it is not there or not
-  // followed by a buffered character, and if the argument is null.
+  // Each function returns the end of what it read. It returns null if the text has another form, if
+  // no buffered character follows, or if its argument is null.
 
   const char* statement(SimpleStatement& out);
   const char* comment(SimpleStatement& out);

@@ -160,8 +160,8 @@ inline bool isRealMarker(char c) {
 
 /// The number characters at the start of a run of bytes.
 struct NumberEnd {
-  const char* at;  ///< One past the last of them.
-  bool isReal;     ///< Whether one of them makes it a real.
+  const char* at;  ///< One past the last number character.
+  bool isReal;     ///< Whether one of them makes the number a real.
 };
 
 inline NumberEnd endOfNumber(const char* at, const char* end) {
@@ -187,9 +187,9 @@ inline NumberEnd endOfNumber(const char* at, const char* end) {
 
 /// The end of a quoted string.
 struct StringEnd {
-  const char* at = nullptr;  ///< One past the closing quote; null when that is not buffered.
+  const char* at = nullptr;  ///< One past the closing quote; null when that quote is not buffered.
   LineFeeds feeds{0, nullptr};
-  bool hasBackslash = false;  ///< Whether the string contains one.
+  bool hasBackslash = false;  ///< Whether the string contains a backslash.
 };
 
 namespace detail {
@@ -222,10 +222,10 @@ struct StringMasks {
 };
 #endif
 
-/// Flags the bytes that a backslash escapes. `carry` is whether the first byte is escaped, and
-/// becomes that of the byte after the 32. No branches, because the places of escapes are
-/// unpredictable. With the steps of 32 bytes, this saves 9 % of the instructions of the benchmark
-/// text.
+/// Flags the bytes that a backslash escapes. `carry` states whether the first byte is escaped. On
+/// return, it states whether the byte after the 32 bytes is escaped. The function has no branches,
+/// because the places of escapes are unpredictable. With the steps of 32 bytes, this saves 9 % of
+/// the instructions of the benchmark text.
 VSA_WRAPS_AROUND inline std::uint32_t escapedMask(std::uint32_t backslashes, std::uint32_t& carry) {
   // In a run of backslashes, every other one escapes the byte after it. The subtraction propagates
   // through each run, which gives the parity of its length.

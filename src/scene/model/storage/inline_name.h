@@ -31,7 +31,7 @@ class InlineName {
     std::uint64_t tail_;
   };
 
-  /// Copies the characters of a short name, shares the buffer of a long one.
+  /// Copies the characters of a short name, and shares the buffer of a long one.
   explicit InlineName(const String& name) noexcept {
     const Key key(name);
     tail_ = inMemoryOrder(key.tail_);

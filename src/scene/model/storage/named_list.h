@@ -38,7 +38,7 @@ class NamedList {
   }
 
   std::uint64_t count() const noexcept { return count_; }
-  /// The i-th in creation order; `i` is below `count`.
+  /// The i-th object in creation order; `i` is below `count`.
   T* at(std::uint64_t i) const noexcept { return items_[i]; }
 
   /// The object of that name, or null.

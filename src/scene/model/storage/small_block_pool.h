@@ -18,7 +18,7 @@ namespace zn::korvo_sdk {
 class VSA_API SmallBlockPool {
  public:
   static constexpr std::size_t MAX_BYTES = 4096;
-  /// Bytes of the smallest block. Every block's capacity is a multiple of it.
+  /// The size of the smallest block in bytes. Every block's capacity is a multiple of it.
   static constexpr std::size_t ALIGNMENT = 8;
 
   SmallBlockPool() = default;
@@ -70,7 +70,7 @@ class VSA_API SmallBlockPool {
   std::byte* next_ = nullptr;  // the unused rest of the last chunk
   std::byte* end_ = nullptr;
   ds::Vector<void*> chunks_;
-  FreeBlock* freeBlocks_[MAX_BYTES / ALIGNMENT + 1] = {};  // by capacity / ALIGNMENT
+  FreeBlock* freeBlocks_[MAX_BYTES / ALIGNMENT + 1] = {};  // the index is capacity / ALIGNMENT
 };
 
 }  // namespace zn::korvo_sdk

@@ -25,7 +25,7 @@ class LinkResolver {
   void begin(interfaces::IInput& input, const PendingLink& link) const {
     if (session_ != nullptr) session_->beginLink(input, link.place);
   }
-  // The number of Strings in use for names. A power of two.
+  // The number of names that are Strings at the same time. It is a power of two.
   static constexpr std::uint64_t NAMES = 32;
 
   template <class Resolve>
@@ -37,7 +37,7 @@ class LinkResolver {
 
   interfaces::IScene& scene_;
   ReadSession* session_;
-  String names_[NAMES];  // each is reused: most scenes keep no reference to the name
+  String names_[NAMES];  // their memory is reused: most scenes keep no reference to the name
 };
 
 }  // namespace zn::korvo_sdk::impl

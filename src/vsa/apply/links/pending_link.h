@@ -50,7 +50,7 @@ class TextArena {
   ds::Vector<char*> chunks_;
   char* next_ = nullptr;  // the unused rest of the last chunk
   std::size_t left_ = 0;
-  std::size_t chunkBytes_ = MIN_CHUNK_BYTES;  // of the next chunk
+  std::size_t chunkBytes_ = MIN_CHUNK_BYTES;  // the size of the next chunk
 };
 
 /// A filter with false positives but no false negatives. It stores the highest address added in
