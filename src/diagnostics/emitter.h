@@ -109,7 +109,7 @@ void emitFatal(const std::runtime_error& error);
 /// Emits messages with one position.
 class Emitter {
  public:
-  /// Emits messages without a position.
+  /// Creates an emitter whose messages have no position.
   Emitter() = default;
   Emitter(std::int32_t line, std::int32_t column) : line_(line), column_(column) {}
 

@@ -13,7 +13,7 @@ namespace {
 
 using TypePointer = std::shared_ptr<const DeclaredType>;
 
-// Not a member of the table, so that reading it does not create the table.
+// This flag is not a member of the table, so that reading the flag does not create the table.
 constinit std::atomic<bool> isTableEmpty{true};
 
 class NodeTypeTable {
@@ -41,7 +41,7 @@ class NodeTypeTable {
   std::map<std::string, TypePointer, std::less<>> types_;
 };
 
-// Never destroyed: another thread may still read while the process ends.
+// The table is never destroyed, because another thread may still read it while the process ends.
 NodeTypeTable& table() {
   static NodeTypeTable& instance = *new NodeTypeTable;
   return instance;

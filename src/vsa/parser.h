@@ -1,4 +1,4 @@
-// VsaParser: tokens to statements, statements to the scene. Internal.
+// VsaParser: parses statements from tokens and applies them to the scene. Internal.
 //
 // A grammar function returns false and consumes nothing when the next tokens do not match its
 // production. It throws DiagnosticError when the first tokens match and a later one does not. Only

@@ -1,4 +1,4 @@
-// Parses right-hand sides, a connection or a value, including the ";". Does not access the scene.
+// Parses right-hand sides (a connection or a value), including the ";". Does not access the scene.
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

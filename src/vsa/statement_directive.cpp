@@ -20,7 +20,7 @@ interfaces::INode* lastOfType(const ds::Vector<interfaces::INode*>& nodes, const
 
 }  // namespace
 
-// keyword name end
+// Whether the next three tokens are `keyword`, a name and a token of type `end`.
 bool VsaParser::isDirective(std::string_view keyword, Type end) const {
   return peek(0).type == Type::Id && peek(1).type == Type::Id && peek(2).type == end &&
          isWord(peek(0).text.view(), keyword);

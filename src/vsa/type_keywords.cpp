@@ -24,7 +24,8 @@ const TypeTable* makeTable(bool isScalar) {
 }  // namespace
 
 DataType bufferTypeOf(const String& keyword) {
-  // Never destroyed: another thread may still read while the process exits.
+  // The tables are never destroyed, because another thread may still read them while the process
+  // exits.
   static const TypeTable& scalarBufferTypes = *makeTable(true);
   static const TypeTable& vectorBufferTypes = *makeTable(false);
   const String lower = keyword.toLower(true);

@@ -1,4 +1,4 @@
-// The keywords of typed values: `vec3` of a tuple, `vec3f` of a buffer. Internal.
+// The keywords of typed values, such as `vec3` for a tuple and `vec3f` for a buffer. Internal.
 #pragma once
 
 #include <cstdint>

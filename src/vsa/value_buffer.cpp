@@ -76,8 +76,8 @@ std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
   return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
 }
 
-// Allocates one zeroed block of the exact size and stores it in the record. It is not freed when
-// the literal is invalid.
+// Allocates one zeroed block of the exact size and stores it in the record. The block is not freed
+// when the literal is invalid.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =

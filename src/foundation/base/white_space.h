@@ -1,4 +1,4 @@
-// White space around a text. Internal.
+// Removes white space around a text. Internal.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// Parts of the decoder's fast loop: the bit buffer and the copying of matches. They check no
+// Parts of the decoder's fast loop: the bit buffer and the copying of matches. These parts check no
 // bounds: the loop runs only while input and output have FAST_INPUT_BYTES and FAST_OUTPUT_BYTES
 // left. Internal.
 #pragma once

@@ -1,4 +1,4 @@
-// HashIndex: finds positions in a list by hash. It accompanies lists that may become long (the
+// HashIndex: finds positions in a list by hash. It is used for lists that may become long (the
 // buckets of HashMap, the nodes of a scene, the inputs of a node). It stores no keys: the owner of
 // the list decides which position matches. Internal.
 #pragma once

@@ -1,5 +1,5 @@
-// The constants of the math types. All are constant-initialised: there is no order of
-// initialisation.
+// The constants of the math types. All are constant-initialised, so they do not depend on an order
+// of initialisation.
 #include <vsa/foundation/math_types.h>
 
 namespace zn::math {

@@ -14,7 +14,7 @@ namespace zn {
 struct NumberRun {
   /// The start of the first field that was not converted; `end` when all were.
   const char* next;
-  /// Numbers stored, at out[0] to out[count - 1].
+  /// The number of values stored, at out[0] to out[count - 1].
   size_t count;
 };
 

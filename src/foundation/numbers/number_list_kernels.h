@@ -18,7 +18,7 @@
 
 namespace zn::numbers {
 
-/// A kernel: converts the plain fields in a row from `at` on, each followed by a blank, as long as
+/// A kernel: converts consecutive plain fields from `at` on, each followed by a blank, as long as
 /// they start at or before `limit` and `capacity` allows. `next` is the start of the first one not
 /// converted. FIELD_WINDOW bytes (number_field.h) must be readable from the start of every field.
 template <class Number>

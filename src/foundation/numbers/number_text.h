@@ -8,7 +8,8 @@
 //             ["f" | "F"]
 //           | ["+" | "-"] ("inf" | "nan")          in any letter case
 //
-// Both take time linear in the length of the text, however many digits it or its exponent has.
+// Both conversions take time linear in the length of the text, even if it or its exponent has many
+// digits.
 #pragma once
 
 #include <type_traits>

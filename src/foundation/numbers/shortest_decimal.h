@@ -3,7 +3,7 @@
 // The method is Schubfach: R. Giulietti, "The Schubfach way to render doubles" (2020). Of all
 // decimals inside the rounding interval of the real it finds one with the fewest digits, and among
 // those the one nearest to the real. Three products with a tabulated power of ten, rounded to odd,
-// decide it exactly, without a loop.
+// determine this decimal exactly, without a loop.
 #pragma once
 
 #include <array>

@@ -1,4 +1,5 @@
-// Letter case, of A to Z only and independent of the locale. Internal.
+// Converts letters to lower case, and compares words in any letter case. Applies to A to Z only and
+// is independent of the locale. Internal.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Short texts, compared and copied in words of 8 bytes: most names have a few characters and then
+// Compares and copies short texts in words of 8 bytes. Most names have a few characters and then
 // need a few instructions. Internal.
 #pragma once
 

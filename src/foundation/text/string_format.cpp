@@ -95,7 +95,7 @@ class Formatter {
     return Length::Int;  // no modifier, h or hh: the argument is promoted to int
   }
 
-  // Returns false if the conversion is unknown. It is then copied unchanged.
+  // Returns false if the conversion is unknown. The caller then copies the conversion unchanged.
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':

@@ -25,8 +25,8 @@ struct Key {
   std::uint64_t second;
 };
 
-// The key: the address of the program and its start time differ from run to run. Computed once, so
-// not inlined.
+// The key: the address of the program and its start time differ from run to run. The key is
+// computed once, so the function is not inlined.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif

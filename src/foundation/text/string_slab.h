@@ -18,7 +18,8 @@ namespace detail {
 /// StringSlabs uses it.
 class StringSlab {
  public:
-  /// A slab of `bytes` in all, with one user: its StringSlabs. Throws std::bad_alloc.
+  /// Creates a slab of `bytes` in all. Its first user is the StringSlabs that calls this. Throws
+  /// std::bad_alloc.
   static StringSlab* make(std::size_t bytes);
 
   /// The slab of a buffer that is `offset` bytes after the start of the slab.

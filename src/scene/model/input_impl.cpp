@@ -131,7 +131,8 @@ void InputImpl::appendElement() {
   SceneLimits::checkElementCount(*this, index);
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
-  list.inputs.push_back(nullptr);  // before the element is created, so that storing it cannot fail
+  // Appends before the element is created, so that storing the element cannot fail.
+  list.inputs.push_back(nullptr);
   try {
     list.inputs[index] =
         &scene.inputs.make(this, String(), static_cast<std::uint32_t>(index), list.type);

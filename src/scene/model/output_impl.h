@@ -11,8 +11,8 @@ namespace zn::korvo_sdk {
 class NodeImpl;
 struct SceneStorage;
 
-/// Takes 8 bytes. Stored in a slab, directly or as a member of its node, so that its scene can be
-/// computed from its address.
+/// An output takes 8 bytes. It is stored in a slab, directly or as a member of its node, so that
+/// its scene can be computed from its address.
 class OutputImpl final : public Output {
  public:
   /// `nodePosition`: the index of the output's node among the scene's nodes. There are fewer than

@@ -1,4 +1,4 @@
-// Characters to tokens: one switch that selects a function for each token type.
+// Converts characters to tokens. One switch selects a function for each token type.
 #include "vsa/lex/lexer.h"
 
 #include <algorithm>

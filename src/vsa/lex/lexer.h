@@ -1,4 +1,4 @@
-// Lexer: characters to tokens. Internal.
+// Lexer: converts characters to tokens. Internal.
 //
 // `consume` is the only function that fetches a character from the source, and it defines how
 // positions are counted. A source may also expose its buffered bytes as a window. The inner loops

@@ -45,7 +45,8 @@ struct SimpleStatement {
   Token::Type valueType = Token::Type::Eof;  ///< Value: the type of its first token.
   std::string_view value;                    ///< Value: its first token as written.
   bool hasBackslash = false;                 ///< Value, Str: whether it contains a backslash.
-  std::string_view list;    ///< Value, Id: the numbers, separated by single blanks. A byte follows.
+  /// Value, Id: the numbers, separated by single blanks. A readable byte follows them.
+  std::string_view list;
   std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
   String output;            ///< Connection: the output; empty for `null`.
 

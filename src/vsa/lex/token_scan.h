@@ -83,7 +83,7 @@ inline __m128i equal(__m128i bytes, char c) {
   return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
 }
 
-/// Letters in lower case. Other bytes change too, but none becomes a letter.
+/// Converts letters to lower case. Other bytes change too, but none becomes a letter.
 inline __m128i folded(__m128i bytes) {
   return _mm_or_si128(bytes, _mm_set1_epi8(0x20));
 }

@@ -66,7 +66,8 @@ class Slabs {
   static constexpr std::uint64_t MAX_SLABS = 16;  // per region
 
   void addSlab() {
-    slabs_.push_back(nullptr);  // before the allocation, so that storing the slab cannot fail
+    // Appends before the allocation, so that storing the slab cannot fail.
+    slabs_.push_back(nullptr);
     try {
       if (spareSlabs_ == 0) addRegion();
     } catch (...) {

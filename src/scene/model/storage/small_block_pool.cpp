@@ -8,7 +8,8 @@ SmallBlockPool::~SmallBlockPool() {
 
 // The rest of the last chunk stays unused. It is less than MAX_BYTES of its 64 KiB.
 void SmallBlockPool::addChunk() {
-  chunks_.push_back(nullptr);  // before the allocation, so that storing the chunk cannot fail
+  // Appends before the allocation, so that storing the chunk cannot fail.
+  chunks_.push_back(nullptr);
   try {
     chunks_[chunks_.size - 1] = ::operator new(CHUNK_BYTES);
   } catch (...) {

@@ -39,10 +39,11 @@ const char* TextArena::copyOf(std::string_view text) {
 }
 
 void TextArena::addChunk(std::size_t bytes) {
-  chunks_.push_back(nullptr);  // before the allocation, so that storing the chunk cannot fail
+  // Appends before the allocation, so that storing the chunk cannot fail.
+  chunks_.push_back(nullptr);
   const std::size_t capacity = std::max(bytes, chunkBytes_);
   chunks_[chunks_.size - 1] = next_ = new char[capacity];
-  left_ = capacity;  // after the allocation: if it fails, the old chunk remains in use
+  left_ = capacity;  // set after the allocation: if that fails, the old chunk remains in use
   chunkBytes_ = std::min(2 * chunkBytes_, MAX_CHUNK_BYTES);
 }
 

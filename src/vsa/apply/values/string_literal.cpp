@@ -31,7 +31,7 @@ char* allocateString(std::size_t length) {
   return characters;
 }
 
-// A text without escapes, in memory of the exact size.
+// Copies a text without escapes to memory of the exact size.
 char* copyOfPlain(std::string_view text) {
   char* const characters = allocateString(text.size());
   std::memcpy(characters, text.data(), text.size());

@@ -56,8 +56,8 @@ bool ValueAssigner::acceptsBuffer(const AttrData& value, const IInput& input) co
   return false;
 }
 
-// Checked after the assignment, which may have added the value. assign() took ownership of the
-// characters, so this reads them from the token again.
+// Called after the assignment, which may have added the value to the enumeration. assign() took
+// ownership of the characters, so this function reads them from the token again.
 void ValueAssigner::checkEnumeration(std::string_view literal, const IInput& input) const {
   const interfaces::IEnumeration* const values = input.enumValues();
   if (values == nullptr || values->isEmpty()) return;
