@@ -15,7 +15,8 @@ bool isOtherNan(double number) noexcept;
 /// Whether one of the numbers is such a NaN.
 bool haveOtherNan(std::span<const double> numbers) noexcept;
 
-/// The same for the bytes of a buffer, which need not be aligned. False for elements of integers.
+/// Whether a buffer with these bytes contains such a NaN. The bytes need not be aligned. Returns
+/// false for elements of integers.
 bool haveOtherNan(DataType elements, std::span<const std::byte> bytes) noexcept;
 
 }  // namespace zn::korvo_sdk

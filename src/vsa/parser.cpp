@@ -25,8 +25,8 @@ bool VsaParser::parse(IScene* into, File file) {
   return parse(into, &source);
 }
 
-// A host's scene or callback may parse another text during a reading. Its diagnostics go to the
-// sinks of the host.
+// A host's scene or callback may parse another text during a reading. The diagnostics of that text
+// go to the sinks of the host.
 bool VsaParser::parse(IScene* into, Lexer* from) {
   if (session != nullptr) return parseText(into, from);
   const ScopedHostSinks sinks;

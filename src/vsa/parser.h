@@ -172,7 +172,7 @@ class VsaParser {
 
   AssignInfo assignment_;        // the current statement; the next one reuses its memory
   SimpleStatement simple_;       // the current simple statement
-  TypedElements typedElements_;  // for the arrays of this text
+  TypedElements typedElements_;  // caches the typed elements of this text's arrays
   bool isHostScene_ = true;      // false for a scene of the library
 };
 

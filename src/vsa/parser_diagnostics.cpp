@@ -24,7 +24,7 @@ void VsaParser::bufferError(const char* format, ...) {
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
-// For messages that are not in the table of diagnostics. The reader itself uses an Emitter.
+// Throws a message that is not in the table of diagnostics. The reader itself uses an Emitter.
 void VsaParser::internalError(const String& kind, const char* format, va_list args) {
   const String message = String::formatv(format, args);
   throw std::runtime_error(

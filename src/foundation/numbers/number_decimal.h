@@ -23,7 +23,8 @@ namespace zn::numbers {
 
 static_assert(std::numeric_limits<double>::is_iec559 && std::numeric_limits<float>::is_iec559);
 
-/// The powers of ten that a double represents without error.
+/// EXACT_POWERS contains the powers of ten that a double represents without error. MAX_EXACT_POWER
+/// is the largest exponent.
 inline constexpr int MAX_EXACT_POWER = 22;
 inline constexpr double EXACT_POWERS[MAX_EXACT_POWER + 1] = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
@@ -154,8 +155,8 @@ inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleByProduct(digits, static_cast<int>(exponent), out);
 }
 
-/// `value`, which is not negative, with the sign. Without a branch: the signs of coordinates cannot
-/// be predicted.
+/// `value`, which is not negative, with the sign. The function has no branch, because the signs of
+/// coordinates cannot be predicted.
 inline double withSign(double value, bool negative) {
   return std::bit_cast<double>(std::bit_cast<uint64_t>(value) | (uint64_t{negative} << 63));
 }

@@ -273,7 +273,7 @@ VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, si
     run = {chunk.next, run.count + chunk.count};
     if (chunk.count < count || count == 0) break;
   }
-  // Without optimisation, the compiler does not insert this instruction.
+  // The compiler inserts this instruction only when it optimises.
   _mm256_zeroupper();
   return run;
 }

@@ -78,8 +78,8 @@ struct SeventeenDigits {
   }
 };
 
-/// The digits of a number below 10^9 that is not 0. Without branches: whether a number has nine
-/// digits is unpredictable.
+/// The digits of a number below 10^9 that is not 0. The function has no branches, because it is
+/// unpredictable whether a number has nine digits.
 [[gnu::always_inline]] inline NineDigits nineDigits(std::uint32_t number) {
   const std::uint32_t upper = number / TEN_TO_8;
   const std::uint64_t word = eightDigits(number - upper * TEN_TO_8);
@@ -133,7 +133,7 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
   std::memcpy(to, "0.000000", 8);  // NOLINT(bugprone-not-null-terminated-result): no string
   digits.store(to + firstDigit);
   to[integerDigits] = '.';
-  // If the real is below 1, this stores the same digits in the same place again.
+  // If the real is below 1, this statement stores the same digits in the same place again.
   digits.storeAfter(integerDigits, to + pointWidth + integerDigits);
   return to + pointWidth + count;
 }

@@ -86,7 +86,7 @@ class InputImpl final : public Input {
     std::int64_t integer;
     double real;
     double* components;  // in the scene's pool
-    char* string;        // in the scene's pool, or from malloc if isLongString_
+    char* string;        // stored in the scene's pool, or in memory from malloc if isLongString_
     NodeImpl* node;
     BufferValue* buffer;  // allocated with new
     ElementList* elements;

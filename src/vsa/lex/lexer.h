@@ -113,8 +113,8 @@ class Lexer {
   Lexer(const Lexer&) = delete;
   Lexer& operator=(const Lexer&) = delete;
 
-  /// Every `consume` calls this: it advances the position by the lookahead and makes `next` the new
-  /// lookahead.
+  /// Every `consume` calls this function, which advances the position by the lookahead and makes
+  /// `next` the new lookahead.
   char step(char next) noexcept;
   /// Derived classes call this before they read a block of bytes. A block has fewer than 2^32
   /// bytes.
@@ -193,8 +193,8 @@ inline void Lexer::consumeBytes(std::size_t count) noexcept {
   consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// The same function for bytes whose line feeds before the last byte are already counted. The column
-// is counted from the last line feed.
+// Consumes `count` bytes, fewer than the window has. The line feeds before the last byte are
+// already counted in `feeds`. The column is counted from the last line feed.
 inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);

@@ -51,7 +51,7 @@ class NamedList {
     return nullptr;
   }
 
-  /// The same without a String.
+  /// The same search without a String.
   T* find(std::string_view name) const noexcept {
     const auto isNamed = [&](std::uint64_t i) { return items_[i]->name().view() == name; };
     if (hasIndex(capacity_)) {

@@ -62,8 +62,9 @@ class Slabs {
   static constexpr std::size_t SLAB_BYTES = std::size_t{1} << 16;
   static constexpr std::align_val_t ALIGNMENT{SLAB_BYTES};
   static constexpr std::size_t HEADER_BYTES = 256;
-  static constexpr std::uint64_t MAX_OBJECTS = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);  // per slab
-  static constexpr std::uint64_t MAX_SLABS = 16;  // per region
+  // The number of objects in a slab.
+  static constexpr std::uint64_t MAX_OBJECTS = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);
+  static constexpr std::uint64_t MAX_SLABS = 16;  // the number of slabs in a region
 
   void addSlab() {
     // Appends before the allocation, so that storing the slab cannot fail.
