@@ -27,7 +27,7 @@ struct CheckOptions {
   bool isQuiet = false;
   bool isFirstOnly = false;
   bool isFixing = false;
-  std::string stdinName;  ///< Shown for "-"; empty: "<stdin>".
+  std::string stdinName;  ///< The name to show for "-"; "<stdin>" if it is empty.
   ReadArguments reading;
 };
 

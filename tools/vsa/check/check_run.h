@@ -26,7 +26,7 @@ struct FileResult {
   std::vector<RenderedFinding> findings;
   bool isClean = true;
   bool isUnreadable = false;
-  bool isTextTooLarge = false;  ///< Too large for the rules about texts.
+  bool isTextTooLarge = false;  ///< Whether the text is too large for the rules about texts.
   std::uint64_t inBaseline = 0;
   std::uint64_t fixed = 0;
   KnownFindings found;  ///< The findings for a new baseline.
@@ -36,8 +36,8 @@ class CheckRun {
  public:
   explicit CheckRun(const CheckOptions& options);
 
-  /// Checks and prints. Returns the exit status. Throws std::runtime_error if the configuration or
-  /// a baseline is wrong.
+  /// Checks all files and prints their findings. Returns the exit status. Throws std::runtime_error
+  /// if the configuration or a baseline is wrong.
   int run();
 
  private:

@@ -42,7 +42,7 @@ void FileCheck::run() {
     if (!text_.isOpen()) {
       consume(unreadable(text_.problem()));
     } else if (text_.isKept() && foreignEncoding(text_.text().substr(0, HEAD_BYTES)) != nullptr) {
-      applyRules({}, {});  // the diagnostics of such a text are a consequence of its encoding
+      applyRules({}, {});  // the encoding causes the diagnostics of such a text
     } else {
       read();
     }

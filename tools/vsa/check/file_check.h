@@ -31,7 +31,7 @@ struct FileCheckOptions {
 
 class FileCheck {
  public:
-  /// Returns false when it has enough findings.
+  /// Receives a finding. Returns false when it needs no more findings.
   using Consumer = std::function<bool(Finding&&)>;
 
   /// All arguments must outlive this object.
@@ -65,7 +65,7 @@ class FileCheck {
   const Consumer& consumer_;
   Hints hints_;
   std::uint64_t stopLine_ = 0;
-  std::vector<std::uint64_t> seen_;  // keys of the findings of the reader
+  std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
 };
 
 }  // namespace vsa_tools

@@ -66,7 +66,7 @@ std::vector<RenderedFinding> FileFindings::take() {
     FindingPlace place{file_, text_, {}};
     if (finding.isAfterStop && !std::exchange(isStopShown_, true)) place.stopLine = stopLine_;
     rendered.push_back({finding.level, format_.render(finding, place)});
-    finding = {};  // keeping both forms would take twice the memory
+    finding = {};  // keeping the finding and its text would take twice the memory
   }
   return rendered;
 }

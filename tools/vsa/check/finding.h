@@ -40,16 +40,16 @@ struct Finding {
   std::string id;
   /// The message: one clause without a position and without a final period.
   std::string message;
-  /// What is wrong in the text: its source range. Not set if the finding is about the whole file.
+  /// The source range of what is wrong. Not set if the finding is about the whole file.
   std::optional<vsa::TextRange> range;
   std::vector<FindingNote> notes;
-  /// What to do about it; may be empty.
+  /// What to do about the problem; may be empty.
   std::string hint;
   /// The edits that do what `hint` says. They do not overlap and change nothing else. May be empty.
   std::vector<TextEdit> edits;
   /// The line of the log, if the reader logged this finding.
   std::string logLine;
-  /// Whether it is after the place where the reader stops: it was found by reading on.
+  /// Whether the problem is after the place where the reader stops, and was found by reading on.
   bool isAfterStop = false;
 };
 

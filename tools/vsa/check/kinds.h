@@ -11,12 +11,12 @@ namespace vsa_tools {
 struct FindingKind {
   const char* id;
   Level level;
-  const char* group;  ///< "reader", "file", or that of the rule.
-  bool isDefault;     ///< Whether it is reported by default.
+  const char* group;  ///< "reader", "file", or the group of the rule.
+  bool isDefault;     ///< Whether findings of this kind are reported by default.
   const char* page;   ///< The page of the documentation that has a heading of this id.
 };
 
-// A file that cannot be opened, or cannot be read to its end.
+// The id of a finding about a file that cannot be opened, or cannot be read to its end.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
 /// All kinds: those of the reader, those of files, and the rules.

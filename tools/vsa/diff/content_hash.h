@@ -1,4 +1,4 @@
-// A hash of the content of a node. It finds nodes with different names and the same content.
+// A hash of the content of a node, to find nodes with different names and the same content.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +24,7 @@ struct NodeContent {
 NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignored,
                       const std::function<bool(vsa::NodeView)>& hasCounterpart);
 
-/// A hash that depends on each bit of both.
+/// A hash that depends on each bit of `a` and of `b`.
 std::uint64_t mixHashes(std::uint64_t a, std::uint64_t b);
 
 }  // namespace vsa_tools

@@ -11,8 +11,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// The rounds in which the hash of a node is combined with those of the nodes that it links to.
-/// Nodes are distinguished if they differ only in nodes up to this many links away.
+/// The number of rounds in which the hash of a node is combined with those of the nodes that it
+/// links to. Two nodes are distinguished if they differ only in nodes up to this many links away.
 constexpr int ROUNDS = 3;
 
 /// The nodes of one scene without a counterpart, and the hashes of their contents.
@@ -33,7 +33,7 @@ class UnpairedNodes {
   }
 
   std::vector<vsa::NodeView> nodes;
-  std::vector<std::uint64_t> hashes;  // by the index in `nodes`
+  std::vector<std::uint64_t> hashes;  // the hash of each node, by its index in `nodes`
 
  private:
   void followLinks() {
@@ -49,7 +49,7 @@ class UnpairedNodes {
     hashes = std::move(next);
   }
 
-  std::vector<std::size_t> indices_;  // in `nodes`, by slot
+  std::vector<std::size_t> indices_;  // the index of each node in `nodes`, by its slot
   std::vector<NodeContent> contents_;
 };
 

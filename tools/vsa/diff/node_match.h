@@ -24,7 +24,7 @@ class NodeMatch {
   void pairByName(vsa::SceneView a, vsa::SceneView b);
   void pairByContent(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);
 
-  std::vector<vsa::NodeView> ofA_, ofB_;  // the counterparts, by slot
+  std::vector<vsa::NodeView> ofA_, ofB_;  // the counterpart of each node, by its slot
 };
 
 }  // namespace vsa_tools

@@ -145,7 +145,7 @@ class NodeComparison {
   const DiffOptions& options_;
   const Add& add_;
   std::vector<vsa::InputView>
-      counterparts_;  // in B, of the current input and those that contain it
+      counterparts_;  // those of the current input and of the inputs that contain it
 };
 
 }  // namespace

@@ -16,12 +16,12 @@ namespace vsa_tools {
 enum class DifferenceKind {
   NodeRemoved,
   NodeAdded,
-  NodeRenamed,  ///< The same type and content under another name.
+  NodeRenamed,  ///< The nodes have the same type and content and different names.
   NodeType,
   InputRemoved,
   InputAdded,
-  Value,       ///< Other values, types or targets of a reference.
-  Connection,  ///< A connection to another output, or none.
+  Value,       ///< The values, their types, or the targets of references differ.
+  Connection,  ///< The connected outputs differ, or only one input is connected.
 };
 
 /// One difference. The views of a scene are missing if the difference concerns only the other

@@ -37,7 +37,7 @@ bool hasSameBits(Number a, Number b) {
 /// same: 0 and -0 differ.
 struct Tolerance {
   std::optional<double> absolute;
-  /// As a fraction of the larger of the two magnitudes.
+  /// The maximum distance as a fraction of the larger of the two magnitudes.
   std::optional<double> relative;
 
   bool isExact() const { return !absolute && !relative; }

@@ -12,8 +12,8 @@ namespace vsa_tools {
 /// Patterns of nodes, "lamp*", and of inputs, "rig.bones[?].at"; see matchesPattern().
 class DumpSelection {
  public:
-  /// The part of a pattern after its first period selects inputs by their paths. No patterns:
-  /// everything.
+  /// The part of a pattern after its first period selects inputs by their paths. Without patterns,
+  /// everything is selected.
   explicit DumpSelection(const std::vector<std::string>& patterns);
 
   /// The inputs of the node whose paths match, with their paths as names, or the whole node.
@@ -26,7 +26,7 @@ class DumpSelection {
  private:
   struct Pattern {
     std::string node;
-    std::string path;  // empty: the whole node
+    std::string path;  // empty if the whole node is selected
   };
   std::vector<Pattern> patterns_;
 };

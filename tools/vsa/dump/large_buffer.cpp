@@ -10,7 +10,7 @@ namespace {
 
 using zn::korvo_sdk::Input;
 
-/// Visitor of walkInput.
+/// The visitor that walkInput calls.
 struct LargeBuffer {
   std::uint64_t maxElements;
   std::string path = {};

@@ -13,8 +13,8 @@ namespace vsa_tools {
 /// bytes of text are enough to declare a larger buffer.
 inline constexpr std::uint64_t MAX_BUFFER_BYTES = std::uint64_t{1} << 30;
 
-/// The path of a selected buffer that has more bytes than that to print; empty if there is none. At
-/// most `maxElements` elements of each buffer are printed.
+/// The path of a selected buffer of which more than MAX_BUFFER_BYTES would be printed; empty if
+/// there is none. At most `maxElements` elements of each buffer are printed.
 std::string largeBufferOf(vsa::SceneView scene, const DumpSelection& selection,
                           std::uint64_t maxElements);
 

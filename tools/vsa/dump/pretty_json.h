@@ -1,4 +1,4 @@
-// Compact JSON with indentation.
+// Adds line breaks and indentation to compact JSON.
 #pragma once
 
 #include <cstddef>
@@ -22,8 +22,8 @@ class PrettyJson {
  private:
   struct Container {
     bool isEmpty = false;
-    bool isFlat = false;    // an array of single values
-    bool isBroken = false;  // its first line is full
+    bool isFlat = false;    // whether it is an array of single values
+    bool isBroken = false;  // whether its first line is full
   };
 
   void put(char c);
@@ -38,7 +38,7 @@ class PrettyJson {
   std::vector<Container> open_;
   bool isInString_ = false;
   bool isAfterBackslash_ = false;
-  bool isAfterOpening_ = false;  // the last character began a container
+  bool isAfterOpening_ = false;  // whether the last character began a container
   char opening_ = 0;
   std::size_t column_ = 0;
 };

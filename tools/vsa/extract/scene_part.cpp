@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Finds what the kept nodes need.
+/// Finds the nodes that the kept nodes need.
 class Closure {
  public:
   Closure(vsa::SceneView scene, const std::vector<std::string>& without)
@@ -33,7 +33,7 @@ class Closure {
 
  private:
   const std::vector<std::string>& without_;
-  std::vector<bool> isKept_;  // by slot
+  std::vector<bool> isKept_;  // whether each node is kept, by its slot
   std::vector<vsa::NodeView> open_;
 };
 

@@ -8,10 +8,10 @@
 
 namespace vsa_tools {
 
-/// Removes all nodes but those that `names` match and those that links of these lead to, directly
-/// or through other nodes. Nodes that `without` match are removed too, and so are those that only
-/// they need; links to them become null. Both are patterns, see matchesPattern(). Returns the
-/// patterns of `names` that match no node.
+/// Keeps only the nodes that match `names` and the nodes that their links lead to, directly or
+/// through other nodes. Removes the nodes that match `without`, too, and the nodes that only those
+/// need; links to removed nodes become null. `names` and `without` are patterns, see
+/// matchesPattern(). Returns the patterns of `names` that match no node.
 std::vector<std::string> keepPart(vsa::Scene& scene, const std::vector<std::string>& names,
                                   const std::vector<std::string>& without);
 
@@ -19,7 +19,7 @@ std::vector<std::string> keepPart(vsa::Scene& scene, const std::vector<std::stri
 /// known: a text with such an array causes a warning when it is read.
 void removeEmptyArrays(vsa::Scene& scene);
 
-/// Removes comments that should set the version and cannot: a text with such a comment causes a
+/// Removes comments that should set the version but cannot: a text with such a comment causes a
 /// warning when it is read.
 void removeBadComments(vsa::Scene& scene);
 

@@ -58,7 +58,7 @@ FormatMode FmtCommand::mode() const {
 int FmtCommand::formatAll(const std::vector<std::string>& files) const {
   const FormatMode how = mode();
   const unsigned workers =
-      how == FormatMode::Print ? 1 : files_.workers();  // each worker would print at once
+      how == FormatMode::Print ? 1 : files_.workers();  // several workers would print at once
   FilesProgress progress("formatting", files);
   int status = EXIT_READ;
   workInOrder(

@@ -34,9 +34,9 @@ struct FormatOutcome {
 
 /// Formats the file `name`; "-" is standard input. A file is not changed if it cannot be read
 /// completely, or if the formatted text has other tokens or another scene: both are compared before
-/// a file is replaced. Mode Print writes to standard output, nothing else prints. Ctrl-C ends it,
-/// see isInterrupted(). The text is read several times. `onProgress` is called with the bytes that
-/// were read so far, and the bytes of all these reads.
+/// a file is replaced. Mode Print writes to standard output; the other modes print nothing. Ctrl-C
+/// ends the formatting, see isInterrupted(). The text is read several times. `onProgress` is called
+/// with the bytes that were read so far, and the bytes of all these reads.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},
                          const ReadingProgress& onProgress = {});

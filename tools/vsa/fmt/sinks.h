@@ -14,9 +14,9 @@ namespace vsa_tools {
 class ComparingSink final : public vsa::Sink {
  public:
   explicit ComparingSink(vsa::Source& source) : source_(source) {}
-  /// Always true.
+  /// Always returns true.
   bool write(std::string_view text) override;
-  /// Whether both are the same to their ends. Called once, at the end.
+  /// Whether the written text and the source are the same to their ends. Call it once, at the end.
   bool isSame();
 
  private:

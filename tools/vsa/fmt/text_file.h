@@ -48,7 +48,7 @@ class TextFile {
   std::string problem_;
 };
 
-/// Reads a TextFile from its beginning, until Ctrl-C. Several may read one file, on several
+/// Reads a TextFile from its beginning, until Ctrl-C. Several sources may read one file, on several
 /// threads.
 class TextFileSource final : public vsa::Source {
  public:

@@ -12,7 +12,8 @@ namespace {
 
 constexpr std::size_t NAME_CHARACTERS = 32;
 
-/// A part of a quoted string: Graphviz also replaces entities in it.
+/// The text as a part of a quoted string. Escapes "&", too, because Graphviz replaces entities in
+/// strings.
 std::string escaped(const std::string& text) {
   std::string result;
   for (const char c : text) {

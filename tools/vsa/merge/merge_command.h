@@ -1,4 +1,4 @@
-// vsa merge: several texts as one.
+// vsa merge: merges several texts into one.
 #pragma once
 
 #include <deque>
@@ -48,7 +48,7 @@ class MergeCommand final : public Command {
   ReadArguments reading_;
   std::deque<Part> parts_;
   std::optional<FilesProgress> progress_;
-  std::map<std::string, const Part*> owners_;  // the names of nodes, and the first text of each
+  std::map<std::string, const Part*> owners_;  // the first text that has each name of a node
   std::set<std::string> reserved_;             // the names of all texts, and of removed nodes
 };
 

@@ -6,14 +6,14 @@ using vsa::SyntaxKind;
 using vsa::SyntaxToken;
 
 // A node is named by the first word of a statement or of a value, or by the second word of a
-// declaration and the like: "sphere ball;", "remove ball;".
+// declaration or directive: "sphere ball;", "remove ball;".
 bool NodeRenamer::mayBeName(const SyntaxToken& word) const {
   if (word.kind != SyntaxKind::Word || !word.isFirst || !word.isLast) return false;
   return index_ == 0 || isFirstOfValue_ || (index_ == 1 && hasWord_);
 }
 
-// The token after the word determines whether it is a name: the first word of a statement may be a
-// type, and that of a value the keyword of a list.
+// The token after the word determines whether the word is a name: the first word of a statement may
+// also be a type, and the first word of a value may be the keyword of a list.
 bool NodeRenamer::isName(const SyntaxToken& next) const {
   if (isSecond_) return true;
   return next.is('.') || (isValue_ && next.is(';'));

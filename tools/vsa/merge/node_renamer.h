@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// Former and new names.
+/// The new names of nodes by their former names.
 using Renames = std::map<std::string, std::string, std::less<>>;
 
 /// Passes the tokens of a text on to a layout, with the names of nodes replaced where they are
@@ -32,12 +32,12 @@ class NodeRenamer {
   const Renames& renames_;
   TextLayout& layout_;
   std::size_t index_ = 0;        // the index of the next token in its statement
-  bool isValue_ = false;         // the next token is after the "="
-  bool isFirstOfValue_ = false;  // the next token is the first one after the "="
-  bool hasWord_ = false;         // the last token is a word, kept until the next one is known
+  bool isValue_ = false;         // whether the next token is after the "="
+  bool isFirstOfValue_ = false;  // whether the next token is the first one after the "="
+  bool hasWord_ = false;         // whether the last token is a word that is not passed on yet
   vsa::SyntaxToken word_;
   std::string text_;       // the text of the word
-  bool isSecond_ = false;  // the word is the second token of its statement
+  bool isSecond_ = false;  // whether the word is the second token of its statement
 };
 
 }  // namespace vsa_tools

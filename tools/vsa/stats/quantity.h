@@ -6,7 +6,7 @@
 
 namespace vsa_tools {
 
-/// With commas: "12,345".
+/// The count with commas: "12,345".
 std::string countText(std::uint64_t count);
 
 /// "512 B", "12.3 KB", "1.5 GB": powers of 1000, as file managers show them.

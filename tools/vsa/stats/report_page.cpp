@@ -36,7 +36,7 @@ std::string reportPage(const StatisticsReport& report) {
   std::string_view rest = appendUpTo("@REPORT@", pageTemplate(), page);
   page += withoutTags(reportJson(report));
   rest = appendUpTo("@CHART_SCRIPT@", rest, page);
-  // Without the comment that refers a debugger to another file.
+  // Leaves out the comment that refers a debugger to another file.
   page += chartScript().substr(0, chartScript().rfind("//# sourceMappingURL="));
   page += rest;
   return page;

@@ -111,7 +111,7 @@ class Counter {
     counts_.longestPath += place.path;
   }
 
-  /// Called when the input of a node that was begun last is complete.
+  /// Called when the current input of a node was counted with all that is inside it.
   void endInput() {
     counts_.dataBytes += bytes_;
     if (isLarge(counts_.largestInputs, bytes_)) {
@@ -123,7 +123,7 @@ class Counter {
   const SceneFile& file_;
   SceneStatistics& counts_;
   vsa::InputView input_;
-  std::uint64_t bytes_ = 0;  // of input_
+  std::uint64_t bytes_ = 0;  // the bytes of `input_` so far
 };
 
 }  // namespace

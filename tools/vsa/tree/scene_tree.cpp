@@ -108,8 +108,8 @@ class TreePrinter {
 
   const TreeOptions& options_;
   TextOutput& out_;
-  std::vector<State> states_;    // by slot
-  std::vector<HasLines> lines_;  // by slot
+  std::vector<State> states_;    // the state of each node, by its slot
+  std::vector<HasLines> lines_;  // whether each node has lines, by its slot
   std::vector<Frame> open_;
   std::string indent_;
 };

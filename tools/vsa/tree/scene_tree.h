@@ -14,7 +14,7 @@ namespace vsa_tools {
 struct TreeOptions {
   /// Shows the values of inputs, and not only links.
   bool inputs = false;
-  /// Links below a root that are followed; all if it is not set.
+  /// The maximum number of links to follow below a root; no maximum if it is not set.
   std::optional<std::uint64_t> depth;
   /// The roots are the nodes that match one pattern of each list that is not empty. Without
   /// patterns they are the nodes without links to them, and one node of each cycle that cannot be

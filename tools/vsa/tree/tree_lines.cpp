@@ -56,7 +56,7 @@ class LineCollector {
         return;
       }
     }
-    // The line of a link shows it, and those of members show an object.
+    // The line of a link already shows such an input, and the lines of its members show an object.
     if (input.node() || (input.type() == vsa::ValueType::Null && input.connection())) return;
     if (input.type() == vsa::ValueType::Object && childCount(input) > 0) return;
     lines.push_back({TreeLine::Kind::Value, input});
@@ -70,8 +70,8 @@ class LineCollector {
   }
 
   bool inputs_;
-  bool isHidden_ = false;        // inside an element past SHOWN_ELEMENTS
-  std::size_t hiddenDepth_ = 0;  // of that element
+  bool isHidden_ = false;        // whether the input is inside an element past SHOWN_ELEMENTS
+  std::size_t hiddenDepth_ = 0;  // the depth of that element
 };
 
 }  // namespace

@@ -30,7 +30,7 @@ std::vector<TreeLine> treeLines(vsa::NodeView node, bool inputs);
 /// Whether treeLines() returns any lines.
 bool hasTreeLines(vsa::NodeView node, bool inputs);
 
-/// "clay (material)".
+/// The name and the type of a node: "clay (material)".
 std::string nodeTitle(vsa::NodeView node);
 
 }  // namespace vsa_tools

@@ -47,7 +47,7 @@ class RootSearch {
   }
 
   vsa::SceneView scene_;
-  std::vector<bool> isTarget_, isReached_;  // by slot
+  std::vector<bool> isTarget_, isReached_;  // one bit for each node, by its slot
   std::vector<vsa::NodeView> open_;         // reached nodes whose links were not followed yet
 };
 

@@ -19,7 +19,7 @@ bool isNumber(ValueType type) {
   return type == ValueType::Int || type == ValueType::UInt || type == ValueType::Real;
 }
 
-// The type that both convert to without loss; Null if there is none.
+// The type that both types convert to without loss; Null if there is none.
 ValueType commonType(ValueType a, ValueType b) {
   if (a == b) return a;
   if (isNumber(a) && isNumber(b)) return ValueType::Real;
@@ -51,7 +51,7 @@ void TypeCollector::add(const vsa::SceneView& scene) {
 
 void TypeCollector::addInput(Input& known, const InputView& input) {
   const ValueType type = input.type();
-  if (type == ValueType::Null) return;  // a connection alone
+  if (type == ValueType::Null) return;  // the input has only a connection
   const bool isFirst = known.type == ValueType::Null && !known.hasSeveralTypes;
   known.type = isFirst ? type : commonType(known.type, type);
   known.hasSeveralTypes = known.type == ValueType::Null;

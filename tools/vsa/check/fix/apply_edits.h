@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// `text` with the edits of all findings, in order. Leaves out edits that overlap an earlier one.
+/// A text with the edits of all findings, in order. Edits that overlap an earlier one are left out.
 struct EditedText {
   std::string text;
   std::uint64_t fixed = 0;  ///< Findings whose edits were applied.

@@ -12,10 +12,10 @@ namespace {
 
 using vsa::DiagnosticId;
 
-/// `TYPE[COUNT] {LIST}` around a source range.
+/// A buffer literal, `TYPE[COUNT] {LIST}`.
 struct Literal {
   vsa::ElementType type = vsa::ElementType::Null;
-  std::uint64_t countBegin = 0;  // the "["
+  std::uint64_t countBegin = 0;  // the offset of the "["
   std::uint64_t countEnd = 0;
   std::size_t numbers = 0;
 };
@@ -43,7 +43,8 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   return literal.type == vsa::ElementType::Null ? std::nullopt : std::optional(literal);
 }
 
-// The hint says how many elements the list has, if the last one is complete.
+// Adds the count that fits the list as a hint, or the number of its numbers if the last element is
+// incomplete.
 void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;

@@ -32,13 +32,14 @@ const char* hintForInvalid(char character, bool isBehindDigit) {
   }
 }
 
-// The offset of the "[" of the list that contains the byte at `offset`. Some other offset if there
-// is no such list.
+// The offset of the "[" of the list that contains the byte at `offset`. If there is no such list,
+// the result is some other offset.
 std::uint64_t bracketBefore(const HintText& text, std::uint64_t offset) {
   return text.text().find_last_of("[=;", offset);
 }
 
-// Whether a name follows the opening brace, as in a block of another language.
+// Whether the byte at `open` is a brace that follows neither "]" nor "=", as the brace of a block
+// in another language does.
 bool isBlock(HintText& text, std::uint64_t open) {
   const std::uint64_t before = text.endBefore(open);
   if (text.at(open) != '{' || before == 0) return false;

@@ -35,7 +35,7 @@ class HintText {
   std::string_view text() const { return text_; }
   std::span<const vsa::TypeDescription> types() const { return types_; }
   std::string_view bytesOf(const vsa::TextRange& range) const;
-  /// The range of a part of the text, given as a view of it.
+  /// The range of `part`, a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
   /// The offset of the last byte before `offset` that is no white space, plus 1.
   std::uint64_t endBefore(std::uint64_t offset) const;
@@ -54,7 +54,7 @@ class HintText {
   const FirstAssignment* firstAssignment(const std::string& path);
 
  private:
-  using Names = std::set<std::string_view>;  // parts of the text: the first occurrences
+  using Names = std::set<std::string_view>;  // views of the first occurrence of each name
 
   void collect();
   std::optional<Suggestion> nearest(const Names& names, std::string_view written);
@@ -82,7 +82,7 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
 void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 
-// Functions that these share.
+// Functions that several of the functions above use.
 
 /// Adds an edit that replaces the range, and the hint "write `to`".
 void replace(Finding& finding, const vsa::TextRange& range, std::string to);
@@ -95,9 +95,11 @@ bool suggest(Finding& finding, const vsa::TextRange& range,
 /// The value of "0x1F" in decimal; nothing if it does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);
-/// Whether it is the opening character of a string or list that is not closed.
+/// Whether `source` is a single opening character: the range of a diagnostic about a string or list
+/// that is not closed.
 bool isOpening(std::string_view source);
-/// Adds a hint how to close the string or list, and a note at the place where the reader notices.
+/// Adds a hint that says how to close the string or list, and a note at the place where the reader
+/// notices that it is not closed.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
 /// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if `open` is
 /// not the bracket of such a list.

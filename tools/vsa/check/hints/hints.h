@@ -21,8 +21,8 @@ class Hints {
   explicit Hints(std::string_view text, std::span<const vsa::TypeDescription> types = {});
   ~Hints();
 
-  /// Completes the finding of a diagnostic: its hint, the edits that do what the hint says, and
-  /// notes. Does not change the finding if there is no hint.
+  /// Completes the finding of a diagnostic: adds its hint, the edits that do what the hint says,
+  /// and notes. Does not change the finding if there is no hint.
   void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
 
  private:

@@ -10,7 +10,8 @@ namespace {
 
 using vsa::DiagnosticId;
 
-// `true`, `false` or `null`. The word may also be a node's name, so the suggestion is never sure.
+// The constant `true`, `false` or `null` that is most similar to the name. A node may have that
+// name, too, so the suggestion is never sure.
 std::optional<Suggestion> nearestConstant(std::string_view name) {
   NearestName nearest(name);
   for (const char* const constant : {"true", "false", "null"}) nearest.consider(constant);
@@ -19,7 +20,8 @@ std::optional<Suggestion> nearestConstant(std::string_view name) {
   return found;
 }
 
-// A name that no node has: a misspelt one, a removed one, or a text without quotes.
+// Adds a hint for a name that no node has. The name may be misspelt, its node may be removed, or it
+// may be a text without quotes.
 void hintForMissingNode(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
   const bool isConnection = diagnostic.id == DiagnosticId::NoNodeToConnect;
@@ -40,7 +42,7 @@ void hintForMissingNode(HintText& text, const vsa::Diagnostic& diagnostic, Findi
   }
 }
 
-// A source that is not "node.output", such as "node.output.more" or ".output".
+// Adds a hint for a source that is not "node.output", such as "node.output.more" or ".output".
 void hintForSource(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view source = text.bytesOf(range);
   finding.hint = source.front() == '.' ? "write the name of the node before the output"

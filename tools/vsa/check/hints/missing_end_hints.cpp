@@ -53,7 +53,7 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// A word that names a type in other languages and not in this format.
+// Adds a hint for a word that names a type in other languages and not in this format.
 void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
@@ -65,19 +65,20 @@ void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& findin
   }
 }
 
-// "node.output" after "=".
+// Adds a hint for "node.output" after "=".
 void hintForOutput(HintText& text, const vsa::TextRange& range, Finding& finding) {
   finding.hint = "a connection to an output is written with `|=`";
   const std::size_t equals = text.text().substr(0, range.begin.offset).rfind('=');
   if (equals != std::string_view::npos) insertAt(finding, equals, "|");
 }
 
-// "1,5": the comma between a number and digits.
+// Whether the byte at `at` is a comma between two digits, as in "1,5".
 bool isDecimalComma(HintText& text, std::uint64_t at) {
   return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
 }
 
-// "1_000" and "0x1F": what follows the digits is read as a word.
+// Adds a hint for numbers such as "1_000" and "0x1F": the reader reads the characters after the
+// digits as a word.
 bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view word = text.bytesOf(range);
   const std::uint64_t at = range.begin.offset;

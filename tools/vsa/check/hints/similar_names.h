@@ -18,8 +18,8 @@ std::size_t editDistance(std::string_view a, std::string_view b, std::size_t lim
 /// A name that was probably meant.
 struct Suggestion {
   std::string name;
-  /// Whether it may be applied without asking the user: one character differs, which is not a
-  /// digit, and no other name is as near.
+  /// Whether the name may be applied without asking the user: it differs in one character, which is
+  /// not a digit, and no other name is as near.
   bool isSure = false;
 };
 
@@ -35,7 +35,8 @@ class NearestName {
 
  private:
   std::string_view written_;
-  std::size_t distance_;  // the greatest accepted distance, plus 1
+  // The distance of `nearest_`. Before a name is accepted, the greatest accepted distance plus 1.
+  std::size_t distance_;
   std::string nearest_;
   bool isUnique_ = false;
 };

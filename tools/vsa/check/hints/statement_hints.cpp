@@ -15,7 +15,7 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
-// A wrong word at the beginning of a statement, or after its first tokens.
+// Adds a hint for a wrong word at the beginning of a statement, or after its first tokens.
 void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t next = text.beginBehind(range.end.offset);
   const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';
@@ -92,8 +92,8 @@ void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& f
   }
 }
 
-// A version comment with a wrong number, such as "# version: 2.1", or a comment that contains
-// "version:" by chance.
+// Adds a hint for a version comment with a wrong number, such as "# version: 2.1", or for a comment
+// that contains "version:" by chance.
 void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view comment = text.bytesOf(range);
   const std::size_t word = comment.find("version:");
@@ -112,7 +112,8 @@ void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& findin
   finding.hint += ": write `# version: " + number + '`';
 }
 
-// The node declared before, if its declaration ends in a semicolon just before the path.
+// Adds a hint for a path that begins with a period while no node is set. If a declaration ends in a
+// semicolon just before the path, the hint is to end it with a colon.
 void hintForWithNode(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t end = text.endBefore(range.begin.offset);
   const std::string path(text.bytesOf(range));

@@ -1,4 +1,5 @@
-// Hints for values of another type than the input has, with a note where it got its type.
+// Hints for values whose type is not that of the input, with a note at the place where the input
+// got its type.
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"
@@ -22,7 +23,8 @@ bool isVector(const vsa::Diagnostic& diagnostic) {
   return false;
 }
 
-// "int32[2] {0 1}" for "[0 1]", with the element type of the first value.
+// The list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
+// element type of the first value.
 std::optional<std::string> asBuffer(std::string_view brackets, std::string_view first) {
   const std::size_t keyword = first.find('[');
   if (brackets.size() < 2 || brackets.front() != '[' || keyword == std::string_view::npos) {
@@ -63,7 +65,8 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
   }
 }
 
-// A first value without a point makes an integer input.
+// Adds a hint for a value that would be narrowed. If the first value of an input has no decimal
+// point, the input has an integer type.
 void hintForNarrowing(HintText& text, const vsa::Diagnostic& diagnostic,
                       const FirstAssignment* first, Finding& finding) {
   const bool isRounded = diagnostic.argument("found") == "Real";

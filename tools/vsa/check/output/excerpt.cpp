@@ -20,7 +20,7 @@ constexpr std::string_view CUT = "...";
 struct Cell {
   std::string shown;
   std::size_t width;
-  std::uint64_t begin, end;  // its bytes, as columns of the line
+  std::uint64_t begin, end;  // the range of its bytes, as columns of the line
 };
 
 /// Splits a line into cells.

@@ -27,8 +27,8 @@ struct Totals {
   std::uint64_t unreadable = 0;
   std::uint64_t tooLarge = 0;    ///< Files too large for the rules about texts.
   std::uint64_t inBaseline = 0;  ///< Findings that are in the baseline.
-  std::uint64_t fixed = 0;       ///< Edits that were applied.
-  bool isEndedEarly = false;     ///< --max-diagnostics was reached.
+  std::uint64_t fixed = 0;       ///< Findings whose edits were applied.
+  bool isEndedEarly = false;     ///< Whether --max-diagnostics was reached.
 };
 
 /// One output format. render() may be called by several threads, the other functions by one.

@@ -8,7 +8,7 @@ namespace vsa_tools {
 
 class JunitFormat final : public Format {
  public:
-  /// `isStrict`: a warning is a failure, too.
+  /// `isStrict`: whether a warning is a failure, too.
   explicit JunitFormat(bool isStrict) : isStrict_(isStrict) {}
   std::string render(const Finding& finding, const FindingPlace& place) const override;
   std::string add(std::string rendered) override;

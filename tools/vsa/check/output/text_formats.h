@@ -5,7 +5,8 @@
 
 namespace vsa_tools {
 
-/// As compilers show a message: one line, the source line, carets, notes, hint.
+/// Prints findings as compilers do: the message in one line, the source line, carets, notes, and
+/// the hint.
 class FullFormat final : public Format {
  public:
   explicit FullFormat(bool isColoured) : isColoured_(isColoured) {}

@@ -1,4 +1,4 @@
-// A diagnostic of the reader as a finding.
+// Converts a diagnostic of the reader to a finding.
 #pragma once
 
 #include <vsa/reading/read_diagnostic.h>

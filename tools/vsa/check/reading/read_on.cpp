@@ -68,7 +68,7 @@ class StatementCursor {
     at_ = begin;
   }
 
-  /// Goes back to the beginning of the last statement, and returns it.
+  /// Moves back to the beginning of the last statement, and returns this offset.
   std::size_t back() {
     if (places_.empty()) return at_;
     at_ = places_.back().begin;
@@ -196,9 +196,9 @@ class FurtherReading {
   Repair repair_;
   const vsa::ReadOptions& options_;
   const DiagnosticConsumer& consumer_;
-  std::optional<Diagnostic> fatal_;  // the one of the last reading
+  std::optional<Diagnostic> fatal_;  // the fatal diagnostic of the last reading
   std::exception_ptr failure_;
-  std::size_t shift_ = 0;  // offset of the part in the whole text, modulo 2^64
+  std::size_t shift_ = 0;  // the offset of the part in the whole text, modulo 2^64
   bool isNodeMissing_ = false;
 };
 

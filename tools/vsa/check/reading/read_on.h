@@ -19,8 +19,8 @@ using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading, with the limits and the
 /// progress function of `options`. Returns the reading of the repaired text. Mistakes that only
-/// follow from an earlier one are left out. Those before the stop are reported again, except `stop`
-/// itself.
+/// follow from an earlier one are left out. Diagnostics before the stop are reported again, except
+/// `stop` itself.
 vsa::ReadResult readOn(std::string_view text, const vsa::Diagnostic& stop,
                        const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
 

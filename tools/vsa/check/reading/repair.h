@@ -63,7 +63,7 @@ class Repair {
   std::string overwritten_;
   std::size_t lastBegin_ = 0;
   bool isStuck_ = false;
-  std::unordered_map<std::size_t, int> steps_;  // by the beginning of the statement
+  std::unordered_map<std::size_t, int> steps_;  // the last step for a statement, by its beginning
   std::set<std::string, std::less<>> suspects_;
 };
 

@@ -34,10 +34,10 @@ struct RuleInput {
 };
 
 struct Rule {
-  const char* id;     ///< In kebab case.
-  Level level;        ///< The level of its findings.
+  const char* id;     ///< The id in kebab case.
+  Level level;        ///< The level of the rule's findings.
   const char* group;  ///< A name that --error, --warn and --ignore take for all rules of the group.
-  bool isDefault;     ///< Whether it runs by default.
+  bool isDefault;     ///< Whether the rule runs by default.
   const char* purpose;  ///< One line for a list of rules. docs/rules.md has a page with the id.
 };
 

@@ -21,11 +21,11 @@ class RuleFindings {
   bool isEnabled(RuleId rule) const { return rules_.has(static_cast<std::size_t>(rule)); }
   bool isAnyEnabled(std::initializer_list<RuleId> rules) const;
 
-  /// The range of a part of the text, given as a view of it.
+  /// The range of `part`, a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
 
-  /// Begins a finding of a rule that is enabled, and returns it to be completed. It is delivered
-  /// when the next one is added.
+  /// Begins a finding of a rule that is enabled, and returns it to be completed. The finding is
+  /// delivered when the next one is added.
   Finding& add(RuleId rule, std::optional<vsa::TextRange> range, std::string message);
   /// Delivers the last finding.
   void finish();

@@ -66,7 +66,7 @@ void Baseline::add(const std::string& file, const KnownFindings& findings) {
   for (const auto& [key, count] : findings) files_[printable(file)][key] += count;
 }
 
-// Escaped, because JSON is UTF-8.
+// The texts are escaped, because JSON is UTF-8.
 std::tuple<std::string, std::string, std::string> Baseline::keyOf(const Finding& finding,
                                                                   const CheckedText& text) {
   std::string line;

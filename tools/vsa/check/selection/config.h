@@ -15,7 +15,8 @@ inline constexpr char CONFIG_NAME[] = ".vsa-check.json";
 /// first, then the command line.
 class LevelTables {
  public:
-  /// `configFile`: the file to use for all, instead of looking for one; empty: look for one.
+  /// `configFile` is the configuration file for all files. If it is empty, each file has
+  /// the nearest configuration file.
   LevelTables(LevelRules commandLine, bool isConfigUsed, std::string configFile)
       : commandLine_(std::move(commandLine)),
         isConfigUsed_(isConfigUsed),

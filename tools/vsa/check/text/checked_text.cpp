@@ -70,7 +70,7 @@ CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_
   isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : maxKept);
   skipMark();
   if (bytes_.empty() && !problem_.empty())
-    isOpen_ = false;  // a directory can be opened, and not be read
+    isOpen_ = false;  // a directory can be opened, but it cannot be read
 }
 
 CheckedText::~CheckedText() {

@@ -14,7 +14,7 @@ namespace vsa_tools {
 /// A part of a line.
 struct LinePart {
   std::string text;
-  /// The column of its first byte, from 1.
+  /// The column of the first byte of `text`, from 1.
   std::uint64_t column = 1;
   /// Whether the line has more text before and after it.
   bool isCutBefore = false, isCutAfter = false;

@@ -14,10 +14,10 @@ namespace vsa_tools {
 using PathKey = std::uint64_t;
 
 PathKey keyOfNode(std::string_view name);
-/// The input or member `name` of a node or an object.
+/// The key of the input or member `name` of a node or an object.
 PathKey keyOfMember(PathKey parent, std::string_view name);
 PathKey keyOfElement(PathKey array, std::uint64_t index);
-/// The key of a path as in messages: "rig.bones[2].at".
+/// The key of a path that is written as in messages, such as "rig.bones[2].at".
 PathKey keyOfPath(std::string_view path);
 
 /// The keys of nodes. After a node is removed, a new node of that name gets another key.

@@ -12,8 +12,8 @@ struct Statement {
   std::size_t begin = 0;
   std::size_t end = 0;
   bool isComment = false;
-  /// The character that ends it: ';', or ':' after a declaration or `with`; 0 if the text ends, and
-  /// for a comment.
+  /// The character that ends the statement: ';', or ':' after a declaration or `with`. 0 if the
+  /// text ends first, and for a comment.
   char terminator = 0;
 };
 
@@ -30,9 +30,9 @@ bool looksLikeStatement(std::string_view text, std::size_t at);
 /// of `statement`.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
-/// The end of the name that begins at `at`; `at` if none does.
+/// The end of the name that begins at `at`; `at` if no name begins there.
 std::size_t endOfName(std::string_view text, std::size_t at);
-/// The name that ends at `end`, apart from white space; empty if none does.
+/// The name before `end`, with or without white space between them; empty if there is none.
 std::string_view nameBefore(std::string_view text, std::size_t end);
 /// The first byte from `at` on that is no white space.
 std::size_t skipBlanks(std::string_view text, std::size_t at);

@@ -18,7 +18,7 @@ class TextPlaces {
   vsa::TextRange rangeOf(std::uint64_t begin, std::uint64_t end) {
     return {positionOf(begin), positionOf(end)};
   }
-  /// The range of a part of the text, given as a view of it.
+  /// The range of `part`, a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) {
     const auto begin = static_cast<std::uint64_t>(part.data() - text_.data());
     return rangeOf(begin, begin + part.size());

@@ -6,8 +6,8 @@
 namespace vsa_tools {
 
 /// Whether both texts have the same tokens, byte for byte, with lists as in the tokens of the
-/// reader: their elements, separated by single blanks. Reads both to their ends or to the
-/// difference. Throws what the sources throw.
+/// reader: their elements, separated by single blanks. Reads both texts to their ends or to the
+/// first difference. Throws what the sources throw.
 bool haveSameTokens(vsa::SyntaxReader& a, vsa::SyntaxReader& b);
 
 }  // namespace vsa_tools

@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t CONTEXT_LINES = 3;
 
-/// The lines of a file: hashes and places.
+/// The hash and the place of each line of a file.
 class Lines {
  public:
   explicit Lines(int file) : file_(file) {
@@ -47,7 +47,7 @@ class Lines {
   }
 
  private:
-  // FNV-1a.
+  // The constants of the FNV-1a hash.
   static constexpr std::uint64_t HASH_START = 0xCBF29CE484222325U;
   static constexpr std::uint64_t HASH_FACTOR = 0x100000001B3U;
 
@@ -93,7 +93,8 @@ std::vector<Change> changesOf(const Lines& a, const Lines& b) {
   return changes;
 }
 
-/// "4,7", "4" for one line, "3,0" for none after line 3.
+/// A range of lines in the unified format: "4,7" for seven lines from line 4 on, "4" for one line,
+/// "3,0" for none after line 3.
 std::string rangeText(std::size_t begin, std::size_t end) {
   const std::size_t count = end - begin;
   const std::string first = std::to_string(count == 0 ? begin : begin + 1);

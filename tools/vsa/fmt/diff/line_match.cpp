@@ -1,4 +1,4 @@
-// matchLines.
+// matchLines(): finds the lines that are the same in two texts.
 #include <algorithm>
 #include <optional>
 #include <unordered_map>
@@ -101,7 +101,7 @@ class LineMatcher {
   /// The longest subsequence of `lines` that is also in the order of `a` (patience sorting).
   static std::vector<MatchedLines> longestIncreasing(const std::vector<MatchedLines>& lines) {
     constexpr std::size_t NONE = static_cast<std::size_t>(-1);
-    std::vector<std::size_t> tops;  // of each pile: the index of its last line
+    std::vector<std::size_t> tops;  // the index of the last line of each pile
     std::vector<std::size_t> before(lines.size(), NONE);
     for (std::size_t i = 0; i < lines.size(); ++i) {
       const auto pile =

@@ -95,7 +95,8 @@ void ListLayout::addNumbers(std::string_view numbers) {
   });
 }
 
-// Writes a long number as far as it is known. The first one stays in the line of the bracket.
+// Writes a long number as far as it is known. The first number of a list stays in the line of the
+// bracket.
 void ListLayout::spill() {
   if (!isSpilled_) {
     if (count_ > 0) {
@@ -104,7 +105,7 @@ void ListLayout::spill() {
       out_.newLine(indent_ + 2);
     }
     isSpilled_ = true;
-    inLine_ = std::max<std::size_t>(shape_.numbersPerLine, 1);  // the next one begins a line
+    inLine_ = std::max<std::size_t>(shape_.numbersPerLine, 1);  // the next number begins a line
   }
   out_.put(number_);
   number_.clear();
@@ -128,8 +129,8 @@ inline void ListLayout::place(std::string_view number) {
   }
 }
 
-// The first number never breaks the list. After the list, a bracket and a semicolon must fit into
-// the line.
+// There is never a line break before the first number. After the list, a bracket and a semicolon
+// must fit into the line.
 void ListLayout::placeOnLine(std::string_view number) {
   const std::size_t width = out_.column() + line_.size() + 1 + number.size() + 2;
   if (count_ > 0 && (shape_.matrixRows > 0 || width > FORMATTED_WIDTH)) {

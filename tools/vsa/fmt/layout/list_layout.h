@@ -15,10 +15,10 @@ inline constexpr std::size_t FORMATTED_WIDTH = 120;
 
 /// How the elements of a list are arranged when it does not fit one line.
 struct ListShape {
-  /// Numbers in each line; 0: as many as fit.
+  /// The number of numbers in each line; 0 for as many as fit.
   std::size_t numbersPerLine = 0;
-  /// Lines of one matrix, whose columns are aligned; 0: the list has no matrices. A list of
-  /// matrices is always broken.
+  /// The number of lines of one matrix, whose columns are aligned; 0 if the list has no matrices. A
+  /// list of matrices is always broken.
   std::size_t matrixRows = 0;
 };
 
@@ -36,7 +36,7 @@ class ListLayout {
   void begin(char open, const ListShape& shape, std::size_t indent);
   /// Appends characters to the last number, or, without `continues`, begins a new number with them.
   void add(std::string_view text, bool continues);
-  /// Appends plainNumbers(). At least one more number must follow.
+  /// Appends the result of plainNumbers(). At least one more number must follow.
   void addNumbers(std::string_view numbers);
   /// Ends the list. With `blank`, a blank precedes the bracket: "(1 )".
   void end(char close, bool blank);
@@ -54,12 +54,12 @@ class ListLayout {
   ListShape shape_;
   std::size_t indent_ = 0;
   bool isBroken_ = false;
-  bool isSpilled_ = false;          // the number is too long to be kept and is written already
-  bool hasNumber_ = false;          // there is a number, in `number_` or spilled
-  std::size_t count_ = 0;           // numbers placed
-  std::size_t inLine_ = 0;          // numbers in the current line, if broken
-  std::string number_;              // the last number, which may continue
-  std::string line_;                // the numbers before it, until the list is broken
+  bool isSpilled_ = false;  // whether the last number is too long to keep and is written
+  bool hasNumber_ = false;  // whether there is a last number, in `number_` or written already
+  std::size_t count_ = 0;   // the count of numbers that were placed
+  std::size_t inLine_ = 0;  // the count of numbers in the current line of a broken list
+  std::string number_;      // the last number, which may continue
+  std::string line_;        // the numbers before `number_`, until the list is broken
   std::vector<std::string> cells_;  // the cells of a matrix that is not complete
   std::size_t cellCount_ = 0;
 };

@@ -22,7 +22,7 @@ class OutputBuffer {
     *at_++ = c;
     ++column_;
   }
-  /// `text` has no line feed.
+  /// Appends a text without line feeds.
   void put(std::string_view text) {
     column_ += text.size();
     if (text.size() <= remaining()) {
@@ -31,7 +31,7 @@ class OutputBuffer {
       putLong(text);
     }
   }
-  /// `text` may have line feeds.
+  /// Appends a text that may have line feeds.
   void putLines(std::string_view text) {
     put(text);
     const std::size_t feed = text.rfind('\n');
@@ -51,7 +51,7 @@ class OutputBuffer {
   /// Bytes since the beginning of the line.
   std::size_t column() const { return column_; }
 
-  /// Writes the rest. False if a write has failed.
+  /// Writes the rest of the text to the sink. Returns false if a write has failed.
   bool flush() {
     write({block_.get(), static_cast<std::size_t>(at_ - block_.get())});
     at_ = block_.get();

@@ -82,7 +82,7 @@ void forEachNumber(std::string_view numbers, const Function& function) {
   constexpr std::size_t STEP = 64;
   const char* at = numbers.data();
   const char* const end = at + numbers.size();
-  const char* number = nullptr;  // begun in an earlier step and not ended
+  const char* number = nullptr;  // the number that an earlier step has begun and not ended
   std::uint64_t last = 0;        // whether the previous character belongs to a number
   const auto call = [&](const char* from, const char* to) {
     function(std::string_view(from, static_cast<std::size_t>(to - from)));

@@ -42,8 +42,8 @@ void TextLayout::beginToken(const SyntaxToken& token) {
   isInStatement_ = true;
 }
 
-// A comment after a statement stays in its line, and another one keeps the indentation that it has
-// in a block. Blank lines before a statement become one.
+// A comment after a statement stays in its line. Another comment in a block remains indented if it
+// is indented in the text. Several blank lines before a statement become one.
 void TextLayout::beginStatement(const SyntaxToken& token) {
   const bool isComment = token.kind == SyntaxKind::Comment;
   if (isComment && !isEmpty_ && token.lineFeedsBefore == 0 && last_ != SyntaxKind::Comment) {

@@ -33,14 +33,14 @@ class TextLayout {
   OutputBuffer out_;
   ListLayout list_;
   vsa::ListReader elements_;
-  std::size_t indent_ = 0;                             // of the statement
-  bool isInStatement_ = false;                         // a token of it was written
-  bool isInBlock_ = false;                             // the last statement belongs to a block
-  bool isEmpty_ = true;                                // nothing was written yet
-  vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the last token
-  char lastChar_ = 0;                                  // it, if it is punctuation
-  std::string word_;                                   // the last word, a keyword perhaps
-  bool hasIndex_ = false;                              // the last word is followed by brackets
+  std::size_t indent_ = 0;      // the indentation of the statement
+  bool isInStatement_ = false;  // whether a token of the statement was written
+  bool isInBlock_ = false;      // whether the last statement belongs to a block
+  bool isEmpty_ = true;         // whether nothing was written yet
+  vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the kind of the last token
+  char lastChar_ = 0;                                  // the last token if it is punctuation
+  std::string word_;                                   // the last word, which may be a keyword
+  bool hasIndex_ = false;                              // whether brackets follow the last word
 };
 
 /// Formats a text. False if the sink has failed. Throws what the reader of a source throws.

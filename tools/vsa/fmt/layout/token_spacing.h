@@ -10,7 +10,8 @@ inline bool isList(vsa::SyntaxKind kind) {
   return kind == vsa::SyntaxKind::Parens || kind == vsa::SyntaxKind::Braces;
 }
 
-/// Whether the token would merge with a preceding token of these kinds.
+/// Whether two neighbouring tokens of such kinds need a blank between them, because they would
+/// merge without it.
 inline bool isWordLike(vsa::SyntaxKind kind) {
   return kind >= vsa::SyntaxKind::Word && kind <= vsa::SyntaxKind::Comment;
 }

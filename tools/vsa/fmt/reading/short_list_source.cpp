@@ -28,7 +28,7 @@ char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-/// Whether both are the same in any letter case.
+/// Whether both words are the same if the case of letters is ignored.
 bool isSameWord(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return lowerCase(x) == lowerCase(y); });
@@ -45,7 +45,7 @@ DataType elementTypeOf(std::string_view keyword) {
   return DataType::Null;
 }
 
-/// The count in "[count]", if it is written plainly.
+/// The count in "[count]"; nothing unless it consists of digits and fits into 64 bits.
 std::optional<std::uint64_t> countOf(std::string_view brackets) {
   const std::string_view digits = brackets.substr(1, brackets.size() - 2);
   std::uint64_t count = 0;
@@ -79,7 +79,7 @@ bool ShortListSource::nextPart() {
   nodes_.declare(declared_);
   out_.clear();
   taken_ = 0;
-  flush();  // the declaration
+  flush();  // delivers the declaration that begins the part
   return true;
 }
 
@@ -137,7 +137,7 @@ void ShortListSource::endToken(const SyntaxToken& token) {
   if (isComment || token.is(';') || token.is(':')) endStatement();
 }
 
-// Of the first three tokens, `.input`, `node.input` or `type name;`.
+// Recognises `.input`, `node.input` and `type name;` by the first three tokens of a statement.
 void ShortListSource::endBeginning(const SyntaxToken& token) {
   const bool isWord = token.kind == SyntaxKind::Word;
   if (tokenCount_ == 1) {
@@ -200,7 +200,8 @@ bool ShortListSource::beginBuffer() {
   return true;
 }
 
-// Whether the list that begins with `token` is long. What may be compressed is a single element.
+// Whether the list that begins with `token` is long. A list that begins with a period is not split:
+// it may be compressed data, which is a single element.
 bool ShortListSource::mustSplit(const SyntaxToken& token) const {
   if (token.isLast && remaining_ <= MAX_ELEMENTS) return false;
   vsa::ListReader list(token.text);
@@ -242,8 +243,8 @@ void ShortListSource::addParts(std::string_view text) {
   for (vsa::ListPart part; list_.next(part);) addNumber(part.text, part.continues);
 }
 
-// Copies blocks of numbers of which all belong to the next assignment, unless they are mostly white
-// space.
+// Copies blocks of numbers that belong completely to the next assignment, unless they are mostly
+// white space.
 void ShortListSource::addPlainNumbers(std::string_view numbers) {
   constexpr std::size_t MAX_BYTES_PER_NUMBER = 32;
   while (!numbers.empty()) {

@@ -36,9 +36,10 @@ class ShortListSource final : public vsa::Source {
   explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES)
       : source_(source), reader_(source), maxPartBytes_(partBytes) {}
 
-  /// 0 at the end of the part.
+  /// Returns 0 at the end of the part.
   std::size_t read(std::span<char> to) override;
-  /// Continues with the next part. False if there is none, or if this one is not read to its end.
+  /// Continues with the next part. Returns false if there is none, or if the current part was not
+  /// read to its end.
   bool nextPart();
   /// Whether the text ended early.
   bool endedEarly() const { return endedEarly_; }
@@ -65,43 +66,43 @@ class ShortListSource final : public vsa::Source {
   vsa::Source& source_;
   vsa::SyntaxReader reader_;
   bool isEnded_ = false;
-  std::string out_;  // the part from `taken_` on is to be delivered
+  std::string out_;  // text of the part; what is after `taken_` is still to be delivered
   std::size_t taken_ = 0;
 
   std::uint64_t maxPartBytes_;
   bool isPartEnded_ = false;
-  std::uint64_t partBytes_ = 0;    // of its tokens, as far as they depend on no white space
-  std::uint64_t bytesBefore_ = 0;  // the same without those of the last statement
+  std::uint64_t partBytes_ = 0;    // bytes of the part's tokens, apart from list contents
+  std::uint64_t bytesBefore_ = 0;  // `partBytes_` at the end of the last statement
   DeclaredNodes nodes_;
   std::string declared_;  // the node that begins the next part
   bool isWithOfEarlierPart_ =
-      false;  // paths that begin with "." belong to a node of an earlier part
+      false;  // whether paths that begin with "." belong to a node of an earlier part
   bool endedEarly_ = false;
 
   std::size_t tokenCount_ = 0;  // the number of tokens of the statement
-  std::size_t firstEnd_ = 0;    // in `statement_`: the end of the first token
-  std::size_t secondEnd_ = 0;   // the end of the second one, 0 if it is not a word
-  char lastChar_ = '\0';        // the last token, if it is punctuation
-  bool isWhole_ = true;         // all tokens of the statement are in `statement_`
-  std::string statement_;       // the tokens of the statement, as far as they are kept
-  std::size_t wordBegin_ = 0;   // in `statement_`: the beginning of the last word
-  std::size_t lastBegin_ = 0;   // in `statement_`: the beginning of the last token
+  std::size_t firstEnd_ = 0;    // the end of the first token in `statement_`
+  std::size_t secondEnd_ = 0;   // the end of the second token; 0 if it is not a word
+  char lastChar_ = '\0';        // the last token if it is punctuation
+  bool isWhole_ = true;         // whether all tokens of the statement are in `statement_`
+  std::string statement_;       // the tokens of the statement that are kept
+  std::size_t wordBegin_ = 0;   // the beginning of the last word in `statement_`
+  std::size_t lastBegin_ = 0;   // the beginning of the last token in `statement_`
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;
-  bool isCounted_ = false;   // the last tokens are a word and brackets
-  bool isBuffer_ = false;    // the last token is the list of a buffer
-  bool endsBuffer_ = false;  // the last token is the semicolon after that
+  bool isCounted_ = false;   // whether the last tokens are a word and brackets
+  bool isBuffer_ = false;    // whether the last token is the list of a buffer
+  bool endsBuffer_ = false;  // whether the last token is the semicolon after a buffer
 
-  // The last buffer.
+  // The properties of the last buffer.
   zn::korvo_sdk::DataType type_ = zn::korvo_sdk::DataType::Null;
   std::string prefix_;           // the statement of the buffer up to the keyword
-  std::uint64_t remaining_ = 0;  // elements that are declared and not delivered
+  std::uint64_t remaining_ = 0;  // the number of elements that are declared and not delivered
 
-  // Used while its list is split.
+  // The state while the list of that buffer is split.
   bool isSplitting_ = false;
   vsa::ListReader list_;
   std::string numbers_;            // the numbers of the next assignment
-  std::uint64_t numberCount_ = 0;  // how many there are in `numbers_`
-  std::uint64_t maxNumbers_ = 0;   // the maximum number in an assignment
+  std::uint64_t numberCount_ = 0;  // the number of numbers in `numbers_`
+  std::uint64_t maxNumbers_ = 0;   // the maximum number of numbers in an assignment
 };
 
 }  // namespace vsa_tools

@@ -15,7 +15,7 @@ using vsa::BufferView;
 using vsa::InputView;
 using vsa::NodeView;
 
-// The names that docs/format.md recommends, and other common ones.
+// The input names that docs/format.md recommends for indices and points, and other common names.
 constexpr const char* INDEX_NAMES[] = {"indices", "triangles"};
 constexpr const char* POINT_NAMES[] = {"points", "positions", "vertices"};
 
@@ -52,7 +52,8 @@ std::optional<std::size_t> indexBeyond(const BufferView& buffer, std::uint64_t c
   }
 }
 
-// The buffer of points in 2D or 3D. Points from a connection are not known.
+// The input of the node that has the buffer of points in 2D or 3D. Points from a connection are not
+// known.
 InputView pointsOf(const NodeView& node) {
   for (const char* name : POINT_NAMES) {
     const InputView input = node[name];

@@ -1,4 +1,5 @@
-// Visits all inputs of a node, with elements and members, without recursion into deep scenes.
+// Visits all inputs of a node, with elements and members, without recursion, because scenes may be
+// deep.
 #pragma once
 
 #include <vector>

@@ -24,7 +24,8 @@ class LinkGraph {
     edges_[source].push_back({target, input});
   }
 
-  /// Calls `found(edges of the circle)` for circles without a common node, each once.
+  /// Calls `found(edges of the circle)` once for each edge that closes a circle in a depth-first
+  /// search.
   template <class Found>
   void findCircles(const Found& found);
 
@@ -93,7 +94,7 @@ std::string namesOf(const std::vector<LinkGraph::Edge>& circle) {
   return names.substr(0, names.size() - 2);
 }
 
-// A link from a node to itself is a circle of one.
+// A link from a node to itself is a circle of one node.
 void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& found) {
   graph.findCircles([&](const std::vector<LinkGraph::Edge>& circle) {
     const InputView closing = circle.back().input;

@@ -21,7 +21,7 @@ void add(SceneFindings& found, const InputView& input, double number, const std:
              "few programs can draw that; check the exporter's division or transform"});
 }
 
-// The first number of the buffer that is not finite.
+// Adds a finding for the first number of the buffer that is not finite.
 template <class T>
 void checkBuffer(SceneFindings& found, const InputView& input, const unsigned char* data,
                  std::size_t bytes) {

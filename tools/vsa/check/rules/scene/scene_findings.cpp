@@ -15,7 +15,7 @@ using Place = SceneFinding::Place;
 /// The places of one input or node.
 struct Places {
   std::string_view& operator[](Place place) { return parts[static_cast<std::size_t>(place)]; }
-  std::string_view parts[4];  // parts of the text; empty if the text has none
+  std::string_view parts[4];  // the part of the text for each Place; empty if there is none
 };
 
 using PlaceTable = std::unordered_map<PathKey, Places>;

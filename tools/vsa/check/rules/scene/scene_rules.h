@@ -25,7 +25,8 @@ struct SceneFinding {
   Place place = Place::Value;
 };
 
-/// Collects the findings about a scene and looks up their places in the text, once for all.
+/// Collects the findings about a scene. Then looks up the places of all of them in one pass over
+/// the text.
 class SceneFindings {
  public:
   SceneFindings(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
@@ -51,8 +52,8 @@ class SceneFindings {
   std::vector<Waiting> waiting_;
 };
 
-/// A family of rules that visits the inputs of a scene, with elements and members, as far as they
-/// concern it.
+/// A family of rules that visits the inputs, elements and members of a scene that concern the
+/// family.
 class InputRule {
  public:
   virtual ~InputRule() = default;
@@ -63,11 +64,11 @@ class InputRule {
 
 using InputRulePointer = std::unique_ptr<InputRule>;
 
-// Null if none of their rules runs.
+// Each function returns null if none of its rules runs.
 InputRulePointer linkRules(SceneFindings& found);
 InputRulePointer numberRules(SceneFindings& found);
 InputRulePointer indexRules(SceneFindings& found);
-/// Runs these families.
+/// Runs the three families above.
 void findInputProblems(SceneFindings& found);
 
 void findNameProblems(SceneFindings& found);

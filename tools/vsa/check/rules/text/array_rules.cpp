@@ -25,14 +25,14 @@ constexpr std::uint64_t MAX_MISSING = 4096;
 struct Gap {
   std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
-  std::string_view next;       // the index after the first of them
-  PathKey name = 0, node = 0;  // keys of the node, without and with its generation
+  std::string_view next;       // the index that left out the first of these elements
+  PathKey name = 0, node = 0;  // keys of the node: `node` depends on its generation, too
 };
 
 /// The properties of an array so far.
 struct ArrayUse {
   std::uint64_t size = 0;
-  std::unique_ptr<Gap> gap;  // null if there is none
+  std::unique_ptr<Gap> gap;  // null if no elements were left out
 };
 
 class ArrayRules final : public StatementRule {
@@ -158,7 +158,8 @@ class ArrayRules final : public StatementRule {
         .hint = "`[" + first + "]` is the next index";
   }
 
-  // ".keys[*].time = 0.0; .keys[*].value = 1.0;" creates two objects of one member each.
+  // Reports statements such as ".keys[*].time = 0.0; .keys[*].value = 1.0;", which create two
+  // objects of one member each.
   void checkMembers(const StatementView& view, const Append& append) {
     if (append.statement != last_.statement + 1) return;
     if (append.members.empty() || append.array != last_.array || last_.members.empty()) return;
@@ -177,7 +178,7 @@ class ArrayRules final : public StatementRule {
   std::unordered_map<PathKey, ArrayUse> arrays_;
   KeySet made_{64};
   Append last_;
-  std::vector<std::uint64_t> indices_;  // those in the path of the visited statement
+  std::vector<std::uint64_t> indices_;  // the indices in the path of the visited statement
 };
 
 }  // namespace

@@ -26,7 +26,7 @@ class AssignedInputs {
     if (!view.hasPath() || view.node.empty() || isNull(view)) return std::nullopt;
     const PathKey node = nodes_.keyOf(view.nodeKey);
     const std::string_view path = view.statement.path;
-    // "[*]" is another element each time.
+    // "[*]" appends another element each time.
     const bool isNewElement =
         !view.statement.isPlainPath && path.find('*') != std::string_view::npos;
     return isNewElement ? std::nullopt : std::optional(keyOfMember(node, path));

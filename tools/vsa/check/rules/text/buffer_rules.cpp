@@ -33,7 +33,7 @@ std::string counted(std::uint64_t count, const char* what) {
   return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
-/// `TYPE[COUNT] {LIST}`.
+/// A buffer literal, `TYPE[COUNT] {LIST}`.
 struct BufferLiteral {
   std::string_view keyword;
   std::string_view brackets;
@@ -90,8 +90,8 @@ class BufferRules final : public StatementRule {
                        : "write the count of the data, `[" + std::to_string(whole) + "]`";
   }
 
-  // A number of many digits after a period is probably compressed data, for a type that cannot be
-  // compressed.
+  // Checks the digits after a period, for a type that cannot be compressed. A number with many such
+  // digits is probably compressed data.
   void checkDigits(const BufferLiteral& literal, std::size_t content) {
     const std::string_view digits = literal.list.substr(content + 1);
     const std::size_t end = digits.find_first_of(" \t\r\n\v\f,}");

@@ -19,7 +19,7 @@ std::string_view trimmed(std::string_view text) {
 }
 
 // The rest of a text that begins with `word` in any letter case, without the blanks, ":" and "="
-// after the word; empty if it does not begin with a digit.
+// after the word. Empty if that rest does not begin with a digit.
 std::string_view numberBehind(std::string_view text, std::string_view word) {
   if (text.size() <= word.size()) return {};
   const bool isWord = std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) {
@@ -63,7 +63,7 @@ class CommentRules final : public StatementRule {
     finding.edits = {{begin, begin + end, corrected}};
   }
 
-  // "time:" inside a longer word, or after other words.
+  // Checks a comment that has "time:" inside a longer word, or after other words.
   void checkTime(std::string_view comment, std::string_view text) {
     if (text.starts_with("time:") || !found_.isEnabled(RuleId::AccidentalTime)) return;
     const std::string_view value = trimmed(text.substr(text.find(':') + 1));

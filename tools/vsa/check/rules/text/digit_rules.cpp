@@ -100,7 +100,7 @@ class DigitRules final : public StatementRule {
   }
 
  private:
-  // The first number of a list that is longer than `digits` and that `isLost` is true for.
+  // The first number of a list that has more than `digits` bytes and for which `isLost` is true.
   template <class IsLost>
   static std::string_view firstLost(std::string_view list, std::size_t digits,
                                     const IsLost& isLost) {

@@ -149,7 +149,8 @@ class ListRules final : public StatementRule {
     }
   }
 
-  // Twice as many numbers as wanted, in pairs of digits with a comma and no blank between them.
+  // Whether the list has twice as many numbers as wanted, in pairs with a comma and no blank
+  // between the two numbers.
   static bool hasDecimalCommas(std::string_view list, std::size_t count, std::size_t wanted) {
     if (count != 2 * wanted) return false;
     std::size_t commas = 0;

@@ -95,7 +95,8 @@ class NodeRules final : public StatementRule {
     finding.notes.push_back({found_.rangeOf(known.statement), "declared here"});
   }
 
-  // ".input" directly after a declaration with a semicolon belongs to another node.
+  // Checks ".input" directly after a declaration with a semicolon: the path belongs to another
+  // node.
   void checkPeriod(const StatementView& view) {
     const std::string_view declaration = view.declarationBefore;
     if (declaration.empty() || view.node.empty()) return;

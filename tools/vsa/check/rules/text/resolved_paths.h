@@ -1,4 +1,4 @@
-// ResolvedPaths: the inputs that the statements of a text name, with indices for "[*]".
+// ResolvedPaths: the inputs that the statements of a text name, with an index for each "[*]".
 #pragma once
 
 #include <cstdint>

@@ -35,7 +35,7 @@ struct StatementView {
   std::string_view node;
   /// The key of `node`.
   PathKey nodeKey = 0;
-  /// The number of the statement.
+  /// The index of the statement in the text.
   std::size_t index = 0;
   /// The previous statement that is not a comment, if it is a declaration that ends in a semicolon.
   std::string_view declarationBefore;
@@ -48,7 +48,7 @@ struct StatementView {
   bool isOfWithNode() const { return hasPath() && statement.node.empty(); }
   /// The node and the path for a message, shortened.
   std::string shownPath() const;
-  /// From the node, or the period, to the end of the path.
+  /// The path as it is written, from the node, or from the period if it begins with one.
   std::string_view wholePath() const;
 };
 
@@ -68,7 +68,7 @@ class StatementRule {
 
 using StatementRulePointer = std::unique_ptr<StatementRule>;
 
-// One function for each family. Null if none of its rules runs.
+// One function for each family. Each function returns null if none of its rules runs.
 StatementRulePointer listRules(const RuleInput& input, RuleFindings& found);
 StatementRulePointer bufferRules(const RuleInput& input, RuleFindings& found);
 StatementRulePointer digitRules(const RuleInput& input, RuleFindings& found);

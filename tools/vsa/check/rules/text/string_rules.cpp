@@ -25,12 +25,12 @@ bool isLetter(char c) {
 struct Escape {
   enum class Meaning { Backslash, Punctuation, Character, Number, Unknown };
   std::size_t at = 0;     // the offset of the backslash in the token
-  std::size_t bytes = 2;  // the length with the backslash
+  std::size_t bytes = 2;  // the length of the escape sequence with the backslash
   Meaning meaning = Meaning::Unknown;
 };
 
-// Whether `behind` completes "\xHH" or "\uHHHH". Not for a NUL: the string keeps that as it is
-// written.
+// Whether `behind` completes "\xHH" or "\uHHHH". False for a NUL, because the string keeps such a
+// sequence as it is written.
 bool isNumeric(std::string_view behind, std::size_t digits) {
   if (behind.size() < digits + 1) return false;
   bool isZero = true;
@@ -182,7 +182,8 @@ class StringRules final : public StatementRule {
 
   const RuleInput& input_;
   RuleFindings& found_;
-  KeySet referring_{64}, withString_{64};  // the names of inputs that get references and strings
+  // The keys of the names of inputs that get references, and of inputs that get strings.
+  KeySet referring_{64}, withString_{64};
 };
 
 }  // namespace

@@ -18,7 +18,7 @@ char lower(char c) {
 }
 
 struct ElementKeyword {
-  std::string text;  // in lower case
+  std::string text;  // the keyword in lower case
   vsa::ElementType type;
 };
 

@@ -53,7 +53,7 @@ std::string outside(double number, const vsa::InputDescription& described) {
 std::string misfit(const InputView& input, const vsa::InputDescription& described) {
   const zn::korvo_sdk::InputDeclaration& declared = described.declaration;
   const ValueType found = input.type();
-  if (found == ValueType::Null) return {};  // a connection alone, which has no type
+  if (found == ValueType::Null) return {};  // the input has only a connection, and so no type
   if (declared.refusesValues && found != ValueType::Node) {
     return fmt::format("{}, and takes links only", vsa::typeName(found));
   }
