@@ -15,7 +15,8 @@ namespace {
 // with names of 20 KB.
 constexpr std::size_t MAX_KEPT = 1024;
 
-// Findings about the whole file come first, those after the stop of the reader last.
+// Findings about the whole file come first. Findings after the place where the reader stops come
+// last.
 auto orderOf(const Finding& finding) {
   return std::tuple(finding.isAfterStop, finding.range.has_value(),
                     finding.range ? finding.range->begin.offset : 0);

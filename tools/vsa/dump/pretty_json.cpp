@@ -58,7 +58,8 @@ void PrettyJson::put(char c) {
   }
 }
 
-// Begins the content of the container that was opened last. `next` is its first character.
+// Begins the content of the container that was opened last. `next` is the first character of the
+// content.
 void PrettyJson::begin(char next) {
   isAfterOpening_ = false;
   Container container;

@@ -27,8 +27,8 @@ inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 /// An open text. A byte order mark at its beginning is not part of it.
 class TextFile {
  public:
-  /// Opens the file `name`; "-" is standard input. False if it cannot be read; `problem` has the
-  /// reason.
+  /// Opens the file `name`; "-" is standard input. Returns false if it cannot be read; problem()
+  /// has the reason.
   bool open(const std::string& name);
 
   /// The descriptor, for TextFileSource.

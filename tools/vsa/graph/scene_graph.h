@@ -21,7 +21,7 @@ struct GraphGroup {
   std::size_t typeIndex = 0;
 };
 
-/// An arrow: links from nodes of one group to nodes of another one, or of the same.
+/// An arrow: links from nodes of one group to nodes of another group, or of the same group.
 struct GraphEdge {
   std::size_t from = 0, to = 0;
   std::uint64_t links = 0;

@@ -1,4 +1,4 @@
-// What `vsa stats` counts in one scene, and the sum over several.
+// What `vsa stats` counts in one scene, and the sum of the counts of several scenes.
 #pragma once
 
 #include <array>

@@ -13,8 +13,8 @@ namespace vsa_tools {
 class TypeCollector {
  public:
   /// Adds the types of the nodes of a scene, with their inputs and the outputs that connections
-  /// name. An input that has values of several types gets the one that all of them convert to, or
-  /// none.
+  /// name. An input that has values of several types gets the type that all of these convert to, or
+  /// no type.
   void add(const vsa::SceneView& scene);
   /// The types as JSON, sorted by name, in the form of docs/types.schema.json. Each byte that is
   /// not valid UTF-8 becomes U+FFFD.

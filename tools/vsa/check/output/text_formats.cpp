@@ -88,7 +88,7 @@ std::string LogFormat::render(const Finding& finding, const FindingPlace& /*plac
 
 namespace {
 
-/// Escapes data of a workflow command; in a property, `:` and `,` too.
+/// Escapes data of a workflow command. In a property, `:` and `,` are escaped, too.
 std::string githubEscaped(std::string_view text, bool isProperty) {
   std::string result;
   for (const char c : text) {

@@ -13,8 +13,8 @@
 
 namespace vsa_tools {
 
-/// Called with each diagnostic after the one at which the reader stops. Its positions are those in
-/// the text. Throwing ends the reading.
+/// Called with each diagnostic after the one at which the reader stops. The positions of the
+/// diagnostic are those in the text. An exception that the consumer throws ends the reading.
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading, with the limits and the

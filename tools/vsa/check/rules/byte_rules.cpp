@@ -20,7 +20,7 @@ unsigned char othersIn(const char* bytes, std::size_t count) {
 
 // Whether a text has only ASCII characters and ends lines with a line feed, as most texts do. Works
 // on blocks, because with -O2 the compiler vectorises only a loop of a constant number of steps: 7
-// KB take 6,000 instructions, without blocks 80,000.
+// KB take 6,000 instructions with blocks, and 80,000 without them.
 bool isPlain(std::string_view text) {
   unsigned char others = 0;
   for (; text.size() >= BLOCK_BYTES; text.remove_prefix(BLOCK_BYTES)) {

@@ -57,7 +57,7 @@ class RuleSet {
   std::vector<bool> enabled_;
 };
 
-/// Called with each finding. Throwing ends the rules.
+/// Called with each finding. An exception that the consumer throws ends the rules.
 using FindingConsumer = std::function<void(Finding&&)>;
 
 /// Delivers the findings of the rules that run, in any order, with ids and levels.

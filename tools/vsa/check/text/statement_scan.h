@@ -1,5 +1,5 @@
-// Finds where statements begin and end, in texts that may be wrong. It recognises less than the
-// reader: strings, lists, comments, and the characters that end a statement.
+// Finds where statements begin and end, in texts that may be wrong. The functions recognise less
+// than the reader: strings, lists, comments, and the characters that end a statement.
 #pragma once
 
 #include <cstddef>

@@ -18,7 +18,7 @@ class TextLayout {
 
   /// Processes the next token or the next piece of a token. EndOfText ends the text.
   void put(const vsa::SyntaxToken& token);
-  /// Writes the remaining text. False if a write has failed.
+  /// Writes the remaining text. Returns false if a write has failed.
   bool flush() { return out_.flush(); }
 
  private:
@@ -43,7 +43,7 @@ class TextLayout {
   bool hasIndex_ = false;                              // whether brackets follow the last word
 };
 
-/// Formats a text. False if the sink has failed. Throws what the reader of a source throws.
+/// Formats a text. Returns false if the sink has failed. Throws what the reader of a source throws.
 bool formatText(vsa::SyntaxReader& reader, vsa::Sink& sink);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// Rules about lists of numbers whose content differs from their appearance.
+// Rules about lists of numbers that the reader reads differently from what they look like.
 #include <cstdint>
 #include <string>
 
@@ -14,8 +14,8 @@ using vsa::SyntaxKind;
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
 
-// Four characters as one number, with letters in lower case. No other character of a word becomes a
-// letter or a digit.
+// Four characters as one number, with letters in lower case. The conversion to lower case makes no
+// other character of a word a letter or a digit.
 constexpr std::uint32_t foldedWord(std::string_view word) {
   std::uint32_t folded = 0;
   for (const char c : word) folded = folded << 8 | (static_cast<unsigned char>(c) | 0x20U);

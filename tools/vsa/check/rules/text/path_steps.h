@@ -13,7 +13,8 @@ class PathSteps {
   /// `path` is the path of a vsa::StatementOutline.
   explicit PathSteps(std::string_view path) : rest_(path) {}
 
-  /// Stores the next step: a name, or an index with its brackets. False at the end of the path.
+  /// Stores the next step: a name, or an index with its brackets. Returns false at the end of the
+  /// path.
   bool next(std::string_view& step);
   /// The rest of the path after the last step, including the period or bracket before the next
   /// step.

@@ -15,7 +15,7 @@ class TextWalk {
   explicit TextWalk(std::string_view text) : reader_(text) {}
 
   /// Stores the next statement in `view`, which must contain the previous one. Skips malformed
-  /// statements. False at the end of the text.
+  /// statements. Returns false at the end of the text.
   bool next(StatementView& view);
 
  private:
