@@ -5,8 +5,8 @@ namespace vsa {
 
 namespace {
 
-// Calls `visit` for the input and for all elements and members in it. Not recursive: a scene may
-// have 65,535 levels.
+// Calls `visit` for the input and for all elements and members in it. The function does not
+// recurse, because a scene may have 65,535 levels.
 template <class Visit>
 void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit) {
   stack.push_back(root);
@@ -23,7 +23,8 @@ void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit
   }
 }
 
-// Calls `visit(slot of the node, input)` for every link.
+// Calls `visit(slot, input)` for every link. `slot` is the slot of the node to which the link
+// leads.
 template <class Visit>
 void visitLinks(SceneView scene, const Visit& visit) {
   std::vector<InputView> stack;

@@ -28,7 +28,7 @@ auto guarded(const Change& change) noexcept -> decltype(change()) {
   }
 }
 
-/// Whether the object can be changed: returns None, Missing or Removed.
+/// Checks whether the object can be changed. Returns None, Missing or Removed.
 inline Status checkNode(const zn::korvo_sdk::Node* node) noexcept {
   if (node == nullptr) return EditError::Missing;
   return node->isRemoved() ? EditError::Removed : EditError::None;
@@ -38,8 +38,8 @@ inline Status checkInput(const zn::korvo_sdk::Input* input) noexcept {
   return input->isRemoved() ? EditError::Removed : checkNode(input->owner());
 }
 
-/// Whether a text can name an input of the node, or a member in it: returns None, BadName or
-/// FormerName.
+/// Checks whether a text can use the name for an input of the node or for a member in it. Returns
+/// None, BadName or FormerName.
 inline Status checkInputName(const zn::korvo_sdk::Node& node, std::string_view name) {
   if (!isName(name)) return EditError::BadName;
   if (!zn::korvo_sdk::anyNodeTypes()) return {};

@@ -11,8 +11,9 @@ namespace vsa::detail {
 /// Returns None, or why no text can represent the value.
 Status checkValue(const Value& value) noexcept;
 
-/// Whether the input can have a value of the type: returns None, OtherElementType, DeclaredType or
-/// TakesNoValue. For the type Null: whether the input can be without a value.
+/// Checks whether the input can have a value of the type. Returns None, OtherElementType,
+/// DeclaredType or TakesNoValue. For the type Null, checks whether the input can be without a
+/// value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 /// The same check for a buffer with elements of that type.

@@ -13,7 +13,7 @@ using zn::korvo_sdk::AttrData;
 using zn::korvo_sdk::DiagnosticId;
 using zn::korvo_sdk::Emitter;
 
-// Frees the memory of a value after the host's function was called, also if that throws.
+// Frees the memory of a value after the host's function was called, even if the function throws.
 class ValueMemory {
  public:
   explicit ValueMemory(const AttrData& value) : value_(value) {}
@@ -131,7 +131,7 @@ HostInput* HostInput::createArray(const zn::String& name, ValueType elementType)
 
 HostInput* HostInput::createMember(const zn::String& name, ValueType type, ValueType elementType) {
   if (type_ != ValueType::Object && type_ != ValueType::Null) return nullptr;
-  if (name.startsWith("[", false)) return nullptr;  // an index
+  if (name.startsWith("[", false)) return nullptr;  // the name is an index
   std::unique_ptr<HostInput> made = node_.makeInput(this, name.view(), 0, type);
   if (made == nullptr) return nullptr;
   made->elementType_ = elementType;

@@ -26,8 +26,8 @@ std::vector<zn::String> commentsOf(const PlainScene& scene) {
   return comments;
 }
 
-// A copy of `comments` in which `line` replaces those that `sets` accepts. If `line` is empty, they
-// are removed.
+// A copy of `comments` in which `line` replaces the comments that `sets` accepts. If `line` is
+// empty, these comments are removed.
 std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
                                  bool (*sets)(std::string_view) noexcept, const std::string& line) {
   std::vector<zn::String> result;

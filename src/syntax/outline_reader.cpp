@@ -1,7 +1,7 @@
 // OutlineReader: recognises a statement while its tokens are found, and keeps none of them.
 //
-// Each production begins at the token at which the previous one has stopped. A statement that none
-// of them accepts is malformed, and is skipped up to its semicolon or colon.
+// Each production begins at the token at which the previous one has stopped. A statement that no
+// production accepts is malformed. It is skipped up to its semicolon or colon.
 #include <vsa/outline.h>
 
 #include <cstring>
@@ -190,8 +190,8 @@ const char* commonValue(const char* at, const char* last, StatementOutline& out)
 }
 
 // [node] "." input " = " value ";"    The end of a statement of this form, which most statements
-// have; null for any other statement. Each byte is read once, and no token is created: 200 scenes
-// of 7 KB take 15 million instructions, and 22 million without this function.
+// have; null for any other statement. Reads each byte once and creates no token: 200 scenes of 7 KB
+// take 15 million instructions, and 22 million without this function.
 const char* commonAssignment(const char* at, const char* last, StatementOutline& out) {
   const char* const nodeEnd = *at == '.' ? at : endOfWord(at, last);
   if (nodeEnd == nullptr || *nodeEnd != '.') return nullptr;

@@ -91,7 +91,8 @@ StatementKind classify(Tokens tokens, std::size_t& valueIndex) {
 
 }  // namespace
 
-// Sets the texts of the tokens to views of their copies, which are complete and no longer move.
+// Sets the texts of the tokens to views of the copies in `kept_`, which is complete and no longer
+// moves.
 void StatementReader::keepTexts(SyntaxStatement& out) {
   const char* at = kept_.data();
   for (SyntaxToken& token : out.tokens) {

@@ -21,11 +21,12 @@ inline SyntaxKind kindOfWord(std::string_view word) noexcept {
 
 /// A list of numbers separated by single blanks.
 struct PlainList {
-  const char* end = nullptr;  // null for another list
+  const char* end = nullptr;  // null if the list is not of this form
   std::size_t elements = 0;
 };
 
-/// The list that begins at `at`, of at most 256 bytes: most lists of a scene are short.
+/// Finds the list that begins at `at`, if it has at most 256 bytes: most lists of a scene are
+/// short.
 PlainList plainList(const char* at, const char* end, char close) noexcept;
 
 /// The tokens of one statement. `kind` and `text()` are those of the token that was read last.

@@ -70,7 +70,7 @@ class SyntaxReader::State {
 
   Source* source_ = nullptr;  // null for a text in memory
   std::unique_ptr<char[]> buffer_;
-  bool isEnded_ = false;  // the source, or the text at an end mark
+  bool isEnded_ = false;  // true if the source has ended, or the text at an end mark
   bool endedAtMark_ = false;
 
   // The window. The bytes before `begin_` were delivered, and those before `at_` were scanned.
@@ -84,7 +84,7 @@ class SyntaxReader::State {
   std::uint64_t lineBegin_ = 0;
 
   impl::TokenScanState token_;
-  bool isInside_ = false;  // a piece that is not the last one was delivered
+  bool isInside_ = false;  // true if the last delivered piece was not the last of its token
 };
 
 SyntaxReader::SyntaxReader(std::string_view text) : state_(std::make_unique<State>(text)) {
@@ -138,7 +138,8 @@ bool SyntaxReader::State::refill() {
   return true;
 }
 
-// Moves `begin_`, and its position in the text, to `to`.
+// Moves `begin_` to `to`, and updates its position in the text. `feeds` are the line feeds before
+// `to`.
 void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     line_ += feeds.count;
@@ -148,7 +149,8 @@ void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) no
   begin_ = to;
 }
 
-// Both functions return the number of line feeds that were skipped.
+// Skips white space in the window; skipWhite() also refills the window. Both functions return the
+// number of line feeds that were skipped.
 inline std::uint64_t SyntaxReader::State::skipBufferedWhite() noexcept {
   lex::LineFeeds skipped{0, nullptr};
   for (; at_ < end_ && char_class::is(*at_, char_class::WHITE); ++at_) {
@@ -171,8 +173,8 @@ std::uint64_t SyntaxReader::State::skipWhite() {
 // Reads a word or a single character of a text in memory. Returns false for any other token.
 //
 // Most tokens of a scene are of these kinds: the statements of 100 scenes of 7 KB take 21 million
-// instructions, without this function and appendStatement() 36 million (reading the scenes takes 49
-// million).
+// instructions, and 36 million without this function and appendStatement(). Reading the scenes
+// takes 49 million.
 inline bool SyntaxReader::State::shortToken(SyntaxToken& out) {
   const lex::Token::Type first = lex::firstOf(*at_);
   if (lex::isOneCharacter(first)) {
@@ -213,7 +215,7 @@ void SyntaxReader::State::endOfText(SyntaxToken& out) const noexcept {
   out.range = {position(), position()};
 }
 
-// The next token of a text in memory, which is always in one piece.
+// Sets `out` to the next token of a text in memory. The token is always in one piece.
 inline void SyntaxReader::State::nextWhole(SyntaxToken& out) {
   out.lineFeedsBefore = skipBufferedWhite();
   if (at_ == end_) {
@@ -227,7 +229,7 @@ inline void SyntaxReader::State::nextWhole(SyntaxToken& out) {
   piece(out, true);
 }
 
-// The next token or piece of a source.
+// Sets `out` to the next token, or piece of a token, of a source.
 void SyntaxReader::State::nextPiece(SyntaxToken& out) {
   const bool isFirst = !isInside_;
   out.lineFeedsBefore = 0;

@@ -14,7 +14,7 @@ class TokenScanState {
   void begin(char first) noexcept;
 
   /// Scans [at, end); the first call begins at the second character of the token. Returns the end
-  /// of the token, or `end` if it continues: see `isOver`. There must be no byte 0xFF.
+  /// of the token, or `end` if the token continues: see `isOver`. The bytes must not contain 0xFF.
   const char* advance(const char* at, const char* end) noexcept;
 
   bool isOver() const noexcept { return isOver_; }
@@ -37,9 +37,9 @@ class TokenScanState {
 
   SyntaxKind kind_ = SyntaxKind::EndOfText;
   bool isOver_ = false;
-  bool isLine_ = false;            // the token contains no line feed
-  bool isAfterBackslash_ = false;  // in a string: the block ended with a backslash
-  std::uint64_t depth_ = 0;        // in a list: open brackets of its kind
+  bool isLine_ = false;            // true if the token contains no line feed
+  bool isAfterBackslash_ = false;  // true if the block ended with a backslash in a string
+  std::uint64_t depth_ = 0;        // the number of open brackets of the list's kind
   char open_ = 0;
   char close_ = 0;
 };

@@ -37,7 +37,7 @@ fs::path linkedFile(fs::path path) {
   return path;
 }
 
-// Calls close once: if a signal interrupts it, the descriptor is closed nevertheless.
+// Calls close only once, because a close that a signal interrupts closes the descriptor, too.
 void closeFile(int& file) {
   if (file >= 0) ::close(file);
   file = -1;
@@ -65,7 +65,7 @@ bool FileReplacement::fail(const char* what) {
 }
 
 bool FileReplacement::open(const fs::path& path) {
-  if (path.native().find('\0') != path.native().npos) {  // system calls would stop at it
+  if (path.native().find('\0') != path.native().npos) {  // system calls would end the path there
     error_ = "the path has a NUL";
     return false;
   }
@@ -108,15 +108,15 @@ bool FileReplacement::write(std::string_view text) {
 bool FileReplacement::replace() {
   if (temporary_.empty()) return true;
   if (!keepPermissions() || !makeDurable()) return false;
-  const fs::path parent = target_.parent_path();  // before the rename, because it may throw
+  const fs::path parent = target_.parent_path();  // copied before the rename: a copy may throw
   if (::rename(temporary_.c_str(), target_.c_str()) != 0) return fail("cannot replace");
   temporary_.clear();
   syncFolder(parent.empty() ? "." : parent.c_str());
   return true;
 }
 
-// Keeps the owner and the group if the process may set them. If not, the permissions of the group
-// would apply to another group, so they are removed.
+// Keeps the owner and the group if the process may set them. If the process cannot set the group,
+// removes the permissions of the group, which would apply to another group.
 bool FileReplacement::keepPermissions() {
   struct stat old {};
   if (::stat(target_.c_str(), &old) != 0) return true;

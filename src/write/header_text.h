@@ -16,7 +16,7 @@ class HeaderText {
  public:
   HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form);
 
-  /// Reasons of reasons.h, one for each part that a text cannot represent.
+  /// The texts of reasons.h, one for each part that a text cannot represent.
   const std::vector<const char*>& problems() const { return problems_; }
   /// Writes the comments.
   void put(TextBuffer& out) const;

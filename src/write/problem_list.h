@@ -9,7 +9,7 @@ namespace vsa::impl {
 
 class ProblemList {
  public:
-  /// Problems are added to `result`, at most `kept` of them. `result` must outlive the list.
+  /// At most `kept` problems are added to `result`. `result` must outlive the list.
   ProblemList(WriteResult& result, std::size_t kept) : result_(result), kept_(kept) {}
 
   void add(std::string_view node, std::string_view input, std::string_view reason,

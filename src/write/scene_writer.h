@@ -51,7 +51,7 @@ class NodeWriter final : public SceneVisitor {
   TextBuffer& out_;
   const WriteOptions& options_;
   ProblemList& problems_;
-  bool isBlock_ = false;  // the node's declaration ended in ":"
+  bool isBlock_ = false;  // true if the declaration of the node ended in ":"
 };
 
 /// Writes the links alone, each with the name of its node.

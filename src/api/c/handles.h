@@ -13,8 +13,8 @@
 struct vsa_reading {
   vsa::ReadOutcome outcome;
   vsa::Scene scene;
-  bool isWrongUse = false;      // nothing was read: see VSA_WRONG_USE
-  vsa::BufferView loaded = {};  // of vsa_load_buffer
+  bool isWrongUse = false;      // true if nothing was read: see VSA_WRONG_USE
+  vsa::BufferView loaded = {};  // the buffer that vsa_load_buffer has read
 };
 
 namespace vsa::c {

@@ -27,7 +27,7 @@ vsa_progress progressOf(const vsa::ReadProgress& progress) {
           progress.linksTotal};
 }
 
-// A null name is the empty one, which no node has.
+// Returns the names. A null name becomes the empty name, which no node has.
 std::vector<std::string> namesOf(const char* const* names, size_t count) {
   std::vector<std::string> result;
   for (size_t i = 0; names != nullptr && i < count; ++i) {

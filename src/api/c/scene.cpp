@@ -108,7 +108,7 @@ size_t vsa_input_path(const vsa_input* input, char* out, size_t capacity) {
   std::string path;
   try {
     path = viewOf(input).path();
-  } catch (const std::bad_alloc&) {  // an empty path
+  } catch (const std::bad_alloc&) {  // the path stays empty
   }
   if (out != nullptr && capacity != 0) out[path.copy(out, capacity - 1)] = '\0';
   return path.size();

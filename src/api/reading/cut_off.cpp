@@ -36,13 +36,13 @@ bool isDotAndEnd(const Lookahead& next) {
   return next[0] == Type::Dot && next[1] == Type::Eof;
 }
 
-// `sun`, `sun.`, `.`: a path up to the first name after a dot.
+// Whether the text ends after the node or the first dot of a path: `sun`, `sun.` or `.`.
 bool isBeginOfPath(const Lookahead& next) {
   const bool isNode = next[0] == Type::Id && next[1] == Type::Dot && next[2] == Type::Eof;
   return isNameAndEnd(next) || isDotAndEnd(next) || isNode;
 }
 
-// `lamp`, `lamp sun`
+// Whether the text ends after the type and the node of a directive: `lamp sun`.
 bool isBeginOfDirective(const Lookahead& next) {
   return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
 }

@@ -33,7 +33,7 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// The column as the log has it: that of the last character of a token, or 0 before the first
+// The column for the log: the column of the last character of a token, or 0 before the first
 // character.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
@@ -42,7 +42,7 @@ std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   return static_cast<std::int32_t>(std::max<std::int64_t>(moved, 0));
 }
 
-// Replaces the positions and the path of a diagnostic by those in the whole text.
+// Replaces the positions and the path of a diagnostic by those that they have in the whole text.
 void move(const SkippedBuffer& skipped, Diagnostic& found) {
   const TextPosition& literal = skipped.literal.begin;
   found.range.begin = moved(found.range.begin, literal);
@@ -54,7 +54,8 @@ void move(const SkippedBuffer& skipped, Diagnostic& found) {
   if (found.inputPath == INPUT_PATH) found.inputPath = skipped.inputPath;
 }
 
-// The same for the whole outcome, whose message may be the line of a diagnostic.
+// Moves all diagnostics of the outcome. A message that is the line of a diagnostic is replaced by
+// the new line.
 void move(const SkippedBuffer& skipped, ReadOutcome& outcome) {
   for (Diagnostic& found : outcome.diagnostics) {
     const bool isMessage = found.endedReading && outcome.message == found.logLine();
@@ -129,8 +130,8 @@ void requireSame(const SkippedBuffer& skipped, LoadedBuffer& loaded) {
   }
 }
 
-// Calls `appendLiteral`, which appends the bytes of the literal to a text or returns why it cannot,
-// and reads them.
+// Reads the literal. `appendLiteral` appends the bytes of the literal to a text, or returns the
+// reason why it cannot.
 template <class AppendLiteral>
 LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
                   const AppendLiteral& appendLiteral) noexcept {
@@ -152,14 +153,15 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
     countLiteralOnly(skipped, loaded);
     requireSame(skipped, loaded);
   } catch (...) {
-    Ending(loaded).setToException();  // memory ran out, or a callback or copying it threw
+    Ending(loaded).setToException();  // memory ran out, or a callback or its copy threw
   }
   return loaded;
 }
 
 constexpr const char* TEXT_HAS_CHANGED = "the text has changed";
 
-// Appends the bytes of a range of a file. Returns the reason if it cannot, otherwise nothing.
+// Appends the bytes of a range of a file. Returns an empty string, or the reason why the bytes
+// cannot be appended.
 std::string appendFrom(const DescriptorSource& source, const TextRange& range, std::string& text) {
   const std::size_t before = text.size();
   const std::uint64_t count = bytesOf(range);

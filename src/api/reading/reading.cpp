@@ -26,7 +26,7 @@ using zn::korvo_sdk::DiagnosticError;
 using zn::korvo_sdk::impl::FileLexer;
 using zn::korvo_sdk::impl::ReadStopped;
 
-// The default limit of memory.
+// The default memory limit: a fixed part, and a part for each byte of the text.
 constexpr std::uint64_t BASE_MEMORY = std::uint64_t{64} << 20;
 constexpr std::uint64_t MEMORY_PER_BYTE = 100;
 
@@ -207,7 +207,7 @@ bool Reading::parseWith(Lexer& lexer) {
   try {
     return parser_.parse(&scene, &lexer);
   } catch (const DiagnosticError& error) {
-    report(error.diagnostic());  // an invalid character in the first three tokens: not logged
+    report(error.diagnostic());  // an invalid character in the first three tokens is not logged
     return false;
   }
 }
@@ -219,7 +219,7 @@ void Reading::finish(bool isParsed) {
   finishCutOff();
 }
 
-// A buffer that is left out does not end the reading, so its status is set here.
+// An omitted buffer does not end the reading, so this function sets the status.
 void Reading::finishRefused() {
   if (!refusedFor_) return;
   ending_.set(ReadStatus::OverLimit, refusal_);
@@ -227,7 +227,7 @@ void Reading::finishRefused() {
 }
 
 // The parser treats a string or list that is cut off where a statement begins as the end of the
-// text. So it is reported here.
+// text. So this function reports such a token.
 void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer);
   if (!report.cutOff.isEmpty()) {

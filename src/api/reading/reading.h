@@ -1,8 +1,8 @@
 // Reading: one call of a reading function of the public API. Internal.
 //
-// It is the parser's session (limits, counts, values that no input owns yet), the observer of the
-// blocks of the text (positions, size, progress), and the sink of diagnostics and log lines of the
-// thread. Nothing is printed, and no exception is thrown.
+// A Reading is the parser's session (limits, counts, values that no input owns yet), the observer
+// of the blocks of the text (positions, size, progress), and the sink of diagnostics and log lines
+// of the thread. Nothing is printed, and no exception is thrown.
 #pragma once
 
 #include <chrono>
@@ -37,11 +37,12 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   using INode = zn::korvo_sdk::interfaces::INode;
   using IScene = zn::korvo_sdk::interfaces::IScene;
 
-  /// All must outlive the reading.
+  /// All arguments must outlive the reading.
   Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome);
   ~Reading() override;
 
-  // Each reads a whole text and may be called once. They throw nothing: the outcome has the status.
+  // Each of these functions reads a whole text and may be called once. The functions throw nothing:
+  // the outcome has the status.
 
   void readText(std::string_view text) noexcept;
   void readFile(const char* path) noexcept;
@@ -52,11 +53,11 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   using Clock = std::chrono::steady_clock;
   using Lexer = zn::korvo_sdk::impl::Lexer;
 
-  // BlockObserver.
+  // The functions of BlockObserver.
   void beforeBlock() override;
   void afterBlock(std::string_view block) override;
 
-  // ReadSession.
+  // The functions of ReadSession.
   [[noreturn]] void exceed(Budget budget) override;
   void poll() override;
   std::uint64_t bytesHeldBy(IInput& input) override;
@@ -67,7 +68,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   bool isKeptLink(IInput& input, INode& node) override;
   bool isOfLibrary(IInput& input) override;
 
-  // RecordSink, LogSink.
+  // The functions of RecordSink and LogSink.
   bool wants(zn::korvo_sdk::DiagnosticId id) override;
   void report(const zn::korvo_sdk::Diagnostic& diagnostic) override;
   void write(zn::LogLevel level, const zn::String& text) override;
@@ -98,7 +99,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
 
   const Reading* outer_ = nullptr;  // the enclosing reading of the same thread, or null
   IScene& scene_;
-  const bool isOwnModel_;  // the scene is the library's
+  const bool isOwnModel_;  // true if the scene is a Scene of the library
   const ReadOptions& options_;
   ReadOutcome& outcome_;
   Ending ending_;

@@ -37,7 +37,7 @@ std::uint64_t numbersIn(std::string_view list) {
   return numbers;
 }
 
-// "3 numbers written", "44 bytes of compressed text written".
+// For example "3 numbers written" or "44 bytes of compressed text written".
 std::string describedElements(std::string_view list) {
   if (list.size() > 2 && list[1] == '.') {
     return std::to_string(list.size() - 2) + " bytes of compressed text written";
@@ -46,7 +46,8 @@ std::string describedElements(std::string_view list) {
   return std::to_string(numbers) + (numbers == 1 ? " number written" : " numbers written");
 }
 
-// "the buffer float[3] of sun.points (12 bytes, 1 number written)". A long path is cut.
+// For example "the buffer float[3] of sun.points (12 bytes, 1 number written)". Shortens a long
+// path.
 std::string describedBuffer(const AssignInfo& info, std::string_view path) {
   std::string text("the buffer ");
   text += info.valueToken.text.view();
@@ -81,7 +82,8 @@ void Reading::exceed(Budget budget) {
   stopAtLimit(Limit::Memory, limits.memory, "over a limit");
 }
 
-// The first one is described even if no diagnostic is kept: it is the message of the outcome.
+// The first omitted buffer is described even if no diagnostic is wanted, because its description
+// becomes the message of the outcome.
 void Reading::refuse(Refusal refusal, const AssignInfo& info) {
   if (refusedFor_ && !recorder_->wants(Severity::Error)) return;
   std::string message = describedBuffer(info, recorder_->statementPath());
@@ -165,7 +167,8 @@ void Reading::notifyProgress() {
   lastProgress_ = Clock::now();
 }
 
-// The last call, whose result is ignored. The size that the source announced may be wrong.
+// Makes the last progress call, and ignores its result. Its total is the number of bytes read,
+// because the size that the source announced may be wrong.
 void Reading::notifyComplete() {
   if (options_.onProgress == nullptr || outcome_.status != ReadStatus::Complete) return;
   ReadProgress last = progress();

@@ -1,5 +1,5 @@
 // WantedNodes: the scene that the parser uses instead of the kept scene if only some nodes are to
-// be kept. It forwards the calls for these to the kept scene. Internal.
+// be kept. WantedNodes forwards the calls for these nodes to the kept scene. Internal.
 //
 // Nodes that are not wanted are created in a separate scene, so that their statements are checked
 // like all others. If the kept scene already has a node that is not wanted, the parser gets another
@@ -26,10 +26,10 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   using IScene = zn::korvo_sdk::interfaces::IScene;
   using String = zn::String;
 
-  /// `kept` must outlive it. Nothing is wanted before `want`.
+  /// `kept` must outlive the object. No node is wanted before `want` is called.
   explicit WantedNodes(IScene& kept) : kept_(kept) {}
 
-  /// Sets what is wanted. The texts must outlive the object.
+  /// Sets the names and types of the wanted nodes. The strings must outlive the object.
   void want(const std::vector<std::string>& names, const std::vector<std::string>& types);
 
   /// Whether the node was created in the separate scene, so that it is dropped.
@@ -60,9 +60,9 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   std::unordered_set<std::string_view> names_;
   std::unordered_set<std::string_view> types_;
   std::unique_ptr<zn::korvo_sdk::Scene> dropped_;
-  std::unordered_set<const INode*> droppedNodes_;  // removed ones, too
+  std::unordered_set<const INode*> droppedNodes_;  // contains removed nodes, too
   std::unordered_set<const IInput*> droppedInputs_;
-  std::unordered_set<std::string> removed_;  // names of nodes that are not wanted
+  std::unordered_set<std::string> removed_;  // the names of removed nodes that are not wanted
 };
 
 }  // namespace vsa

@@ -214,7 +214,7 @@ void Reader::escape(std::string& to) {
   }
 }
 
-// A code unit, or the two of a surrogate pair.
+// Reads the character of one code unit, or of the two code units of a surrogate pair.
 std::uint32_t Reader::character() {
   const std::uint32_t first = codeUnit();
   if (isLowSurrogate(first)) fail("half of a surrogate pair");

@@ -19,9 +19,10 @@ struct JsonValue {
   std::size_t offset = 0;
   bool boolean = false;
   double number = 0;
-  std::string text;  ///< Of a string.
+  std::string text;  ///< The characters of a string.
   std::vector<JsonValue> elements;
-  std::vector<JsonMember> members;  ///< In the order of the text. Names are unique.
+  /// The members of an object, in the order of the text. Their names are unique.
+  std::vector<JsonMember> members;
 };
 
 struct JsonMember {

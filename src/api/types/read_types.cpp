@@ -73,7 +73,7 @@ ElementType elementTypeOf(const JsonValue& value) {
   fail(value, "\"" + name + "\" is not the element type of a buffer");
 }
 
-// Calls `read(name, value)` for each member, which returns false for an unknown name.
+// Calls `read(name, value)` for each member. `read` returns false for an unknown name.
 template <class Read>
 void readMembers(const JsonValue& object, const Read& read) {
   for (const JsonMember& member : object.members) {

@@ -16,11 +16,11 @@ using zn::korvo_sdk::DataType;
 
 constexpr std::string_view LINE_START = "\n    ";
 
-/// Where a list may be broken.
+/// Where a list may be broken into lines.
 struct LineLayout {
-  std::uint64_t unit;        // numbers that must be in the same line
-  std::uint64_t maxColumns;  // per line
-  std::uint64_t maxUnits;    // per line
+  std::uint64_t unit;        // the number of numbers that must be in the same line
+  std::uint64_t maxColumns;  // the maximum number of characters in a line
+  std::uint64_t maxUnits;    // the maximum number of units in a line
 };
 
 /// The number of numbers in an element, or in a row if the element is a matrix.
@@ -59,8 +59,8 @@ class ListPrinter {
       UNITS_IN_CHUNK * (MAX_UNIT * (zn::numbers::PRINT_CAPACITY + 1) + LINE_START.size());
   static_assert(CHUNK_BYTES <= TextBuffer::MAX_RESERVED);
 
-  // A chunk consists of whole units, except the last one. The loop computes columns from pointers:
-  // reserving memory and counting columns for each number took 5 of 27 ns.
+  // All chunks but the last consist of whole units. The loop computes columns from pointers:
+  // reserving memory and counting columns for each number took 5 of the 27 ns for the number.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
     char* const chunk = out_.reserve(CHUNK_BYTES);
     std::int64_t lineStart = -column_;  // relative to the beginning of the chunk
@@ -72,7 +72,7 @@ class ListPrinter {
         at = zn::numbers::printNumber(at,
                                       zn::detail::loadWord<Number>(numbers + i * sizeof(Number)));
       }
-      // One column is left for the closing brace.
+      // One column remains for the closing brace.
       const bool fits = static_cast<std::uint64_t>(at - chunk - lineStart) < layout_.maxColumns;
       if (fits && units_ < layout_.maxUnits) [[likely]] {
         ++units_;
@@ -95,7 +95,7 @@ class ListPrinter {
   }
 
   static char* onNewLine(char* start, char* end) {
-    constexpr std::size_t MORE = LINE_START.size() - 1;  // replaces one blank
+    constexpr std::size_t MORE = LINE_START.size() - 1;  // the line break replaces one blank
     std::memmove(start + MORE, start, static_cast<std::size_t>(end - start));
     std::memcpy(start, LINE_START.data(), LINE_START.size());
     return end + MORE;
@@ -104,7 +104,7 @@ class ListPrinter {
   TextBuffer& out_;
   const LineLayout layout_;
   std::int64_t column_;
-  std::uint64_t units_ = 0;  // in this line
+  std::uint64_t units_ = 0;  // the units in the current line
   bool isFirst_ = true;
 };
 

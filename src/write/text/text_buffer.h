@@ -44,9 +44,9 @@ class TextBuffer {
     append(text);
   }
 
-  /// Bytes of the text so far.
+  /// The number of bytes of the text so far.
   std::uint64_t size() const { return flushed_ + static_cast<std::uint64_t>(end_ - block_.get()); }
-  /// Bytes that the sink has received.
+  /// The number of bytes that the sink has received.
   std::uint64_t flushed() const { return flushed_; }
 
   /// Passes the text in the block to the sink.

@@ -11,8 +11,9 @@ using zn::korvo_sdk::Input;
 
 namespace {
 
-// Elements that no statement uses count towards a limit of the scene into which the text is read
-// (see Scene::emptyElementLimit).
+// The maximum number of elements that the statement of a later element may create. Elements that no
+// statement uses count towards a limit of the scene into which the text is read (see
+// Scene::emptyElementLimit).
 constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
 
 bool isBare(Input& element) {
@@ -22,8 +23,8 @@ bool isBare(Input& element) {
 
 /// The index of the first element of an array of arrays that has elements itself. All elements
 /// before it must be bare: empty arrays with neither an element type nor a connection. The
-/// statements of that element create these too, so they need no "[]", which causes a message.
-/// Returns 0 if there is no such element.
+/// statements of that element also create the bare elements, so the bare elements need no "[]",
+/// which causes a message. Returns 0 if there is no such element.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {

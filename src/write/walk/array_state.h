@@ -1,9 +1,9 @@
 // ArrayState: the state of an array in a scene that has read the statements written so far.
 // Internal.
 //
-// The first statement about an element creates the array and sets its element type, unless it is a
-// link. The element type determines which elements can follow. So whether a text can represent an
-// element depends on the elements before it.
+// The first statement about an element creates the array. The statement also sets the element type
+// of the array, unless it is a link. The element type determines which elements can follow. So
+// whether a text can represent an element depends on the elements before it.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +27,7 @@ class ArrayState {
   Start startOfElement() const;
   /// Updates the state for the statement of the next element. If `startOfElement` exists, the
   /// element must have its type. Returns null, or the reason why the array cannot have this
-  /// element; the state is unchanged then.
+  /// element. In that case, the state does not change.
   const char* add(const zn::korvo_sdk::Input& element, Form form);
   /// Whether the array has the element type `type`.
   bool hasElementType(zn::korvo_sdk::AttrType type) const { return elementType_ == type; }

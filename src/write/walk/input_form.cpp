@@ -104,7 +104,7 @@ bool isZero(const Input& input) {
     case AttrType::String:
       return isZeroText(input.string());
     case AttrType::Buffer:
-      return false;  // compared in planOfBuffer
+      return false;  // planOfBuffer compares buffers
     default:
       return std::ranges::all_of(numbersOf(input), isZeroReal);
   }

@@ -15,7 +15,7 @@ namespace vsa::impl {
 
 /// The right-hand side of the statement of an input.
 enum class Form : std::uint8_t {
-  /// No statement. The statements of its elements or members create the input.
+  /// No statement. The statements of the input's elements or members create the input.
   Inside,
   /// The value as a literal.
   Value,
@@ -26,7 +26,7 @@ enum class Form : std::uint8_t {
   /// "node" or "null".
   Reference,
   /// A connection, or "|= null" if the input has none. The statement creates an input of type Null,
-  /// and does not change the value of an existing input.
+  /// and keeps the value of an existing input.
   Link,
 };
 
@@ -47,9 +47,9 @@ struct Start {
 /// The form of an input's statement, and the reason if a text cannot represent the value.
 struct Plan {
   Form form = Form::Inside;
-  /// One of reasons.h; null if the text represents the value.
+  /// One of the texts in reasons.h; null if a text can represent the value.
   const char* reason = nullptr;
-  /// Whether the statement contains another value instead.
+  /// Whether the statement contains another value than the input.
   bool isReplaced = false;
 };
 

@@ -77,7 +77,7 @@ void SceneWalk::leave(const Frame& frame) {
   connect(input);
 }
 
-// An input of the node or a member of an object.
+// Enters an input of the node or a member of an object.
 void SceneWalk::enterNamed(Input& input) {
   const zn::String& held = input.name();
   const std::string_view name = held.view();

@@ -23,16 +23,16 @@ class SceneVisitor {
   virtual ~SceneVisitor() = default;
 
   virtual void beginNode(const zn::korvo_sdk::Node& node) = 0;
-  /// A value. The form is never Form::Inside. After Form::Link, a call of `connection` follows if
-  /// the input is connected.
+  /// Called for each value. The form is never Form::Inside. After Form::Link, a call of
+  /// `connection` follows if the input is connected.
   virtual void value(const zn::korvo_sdk::Node& node, std::string_view path,
                      zn::korvo_sdk::Input& input, Form form) = 0;
-  /// A connection, after the value of its input.
+  /// Called for each connection, after the value of its input.
   virtual void connection(const zn::korvo_sdk::Node& node, std::string_view path,
                           const zn::korvo_sdk::Output& output) = 0;
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
-  /// A part that a text cannot represent. The path is empty for the node itself. Unless
-  /// `isReplaced` is set, no other call is about this part or anything inside it.
+  /// Called for each part that a text cannot represent. The path is empty for the node itself.
+  /// Unless `isReplaced` is set, no other call is about this part or anything inside it.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };
@@ -74,12 +74,14 @@ class SceneWalk {
   const zn::korvo_sdk::Scene& scene_;
   SceneVisitor& visitor_;
   const zn::korvo_sdk::Node* node_ = nullptr;
-  std::shared_ptr<const zn::korvo_sdk::DeclaredType> type_;  // the node's; null if open
+  // The type of the node; null if it is an open type.
+  std::shared_ptr<const zn::korvo_sdk::DeclaredType> type_;
   std::vector<Frame> open_;
   std::string path_;
 };
 
-/// Why a text cannot represent the name or type of a node, one of reasons.h; null if it can.
+/// The reason why a text cannot represent the name or type of a node, from reasons.h; null if a
+/// text can represent them.
 const char* nodeProblem(const zn::korvo_sdk::Node& node);
 
 }  // namespace vsa::impl

@@ -131,7 +131,8 @@ void DiagnosticRecorder::addOverLimit(Limit limit, std::uint64_t maximum, bool e
       std::to_string(maximum), limit);
 }
 
-// Without a callback, a diagnostic that is not kept is not created: its path may be long.
+// A diagnostic is created only if it ends the reading, if a callback receives it, or if it may be
+// kept, because its path may be long.
 bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
   return endedReading || options_.onDiagnostic != nullptr ||
          fits(sizeof(Diagnostic) + messageBytes);
@@ -159,7 +160,7 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
   }
 }
 
-// Sorts the kept diagnostics of a statement by position.
+// Inserts the diagnostic so that the kept diagnostics of a statement are sorted by position.
 void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   std::vector<Diagnostic>& kept = outcome_.diagnostics;
   if (currentStatement_ != keptStatement_) {
@@ -215,7 +216,7 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   const auto& next = parser_.tokens;
   problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);
-  // The message about an element of the wrong type names the array.
+  // The message about an element of the wrong type names the array, not the element.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
   if (diagnostic.argument("expected") != "Array") return;
   std::string path = statementPath();
@@ -235,7 +236,8 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic) {
   setRange(diagnostic, start, {diagnostic, noticed, std::nullopt});
 }
 
-// If no rule finds the range, the last character of the token at which the parser noticed it.
+// Sets the range that the rules find. If they find none, sets the last character of the token at
+// which the parser noticed the problem.
 void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
                                   const Problem& problem) {
   currentStatement_ = start;

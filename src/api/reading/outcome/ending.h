@@ -1,4 +1,4 @@
-// Ending: sets how a reading ended, and ends it. Internal.
+// Ending: stores how a reading ended, and can end the reading. Internal.
 #pragma once
 
 #include <exception>
@@ -13,19 +13,20 @@ class Ending {
  public:
   explicit Ending(ReadOutcome& outcome) noexcept : outcome_(outcome) {}
 
-  /// Sets status and message. Keeps the status without the message if there is no memory.
+  /// Sets status and message. If there is no memory for the message, sets only the status.
   void set(ReadStatus status, std::string_view message) noexcept;
-  /// The same for the exception that is being handled, with its text as the message: OutOfMemory
-  /// for a std::bad_alloc, HostException for any other.
+  /// Sets the status and message for the exception that is being handled: OutOfMemory for a
+  /// std::bad_alloc, HostException for any other exception. The message is the text of the
+  /// exception.
   void setToException() noexcept;
 
-  /// Sets the status and throws ReadStopped.
+  /// Sets status and message, and throws ReadStopped.
   [[noreturn]] void stop(ReadStatus status, std::string_view message);
-  /// The same for the exception that is being handled.
+  /// Calls setToException() and throws ReadStopped.
   [[noreturn]] void stopForHost();
 
-  /// Calls a function of the host. Its exceptions end the reading. Its log lines, and the
-  /// diagnostics of texts that it parses, do not belong to this reading.
+  /// Calls a function of the host. Exceptions of the function end the reading. The log lines of the
+  /// function, and the diagnostics of texts that it parses, do not belong to this reading.
   template <class Function>
   auto callHost(const Function& function) {
     const zn::korvo_sdk::ScopedHostSinks sinks;

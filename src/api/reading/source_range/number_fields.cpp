@@ -6,7 +6,8 @@ namespace vsa {
 
 namespace {
 
-// Commas, white space and brackets of another kind. The lexer removes brackets of the list's kind.
+// Whether the character separates numbers: a comma, white space or a bracket of another kind than
+// the list's. The lexer removes brackets of the list's kind.
 bool isSeparator(char c, char open, char close) {
   if (c == open || c == close) return false;
   constexpr std::string_view OTHERS = ",()[]{}";

@@ -12,12 +12,12 @@ namespace vsa {
 /// One number of a list.
 struct NumberField {
   std::size_t begin;  ///< The offset of the first byte from the list's opening bracket.
-  std::size_t end;    ///< The offset of the byte after the last one.
-  std::string text;   ///< As in the token: without brackets of the same kind as the list's.
-  std::size_t index;  ///< From 0.
+  std::size_t end;    ///< The offset of the byte after the number.
+  std::string text;   ///< The text of the token, without brackets of the same kind as the list's.
+  std::size_t index;  ///< The index of the number, from 0.
 };
 
-/// The first number of `list`, "( ... )" or "{ ... }" as written, for which `isWanted` is true.
+/// The first number for which `isWanted` is true. `list` is "( ... )" or "{ ... }" as written.
 std::optional<NumberField> findNumber(std::string_view list,
                                       const std::function<bool(const NumberField&)>& isWanted);
 

@@ -34,13 +34,14 @@ Found RangeRules::tokens(std::size_t begin, std::size_t end) const {
   return SourceRange{tokens_[begin].begin, tokens_[end - 1].end};
 }
 
-// The empty range at which something is missing.
+// The empty range after the token, where something is missing.
 Found RangeRules::placeAfter(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   return SourceRange{tokens_[token].end, tokens_[token].end};
 }
 
-// A token that the grammar does not allow; at the end of the text, the place after the last one.
+// The range of a token that the grammar does not allow. If that is the end of the text: the opening
+// quote or bracket of a cut-off token, or the place after the last token.
 Found RangeRules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);

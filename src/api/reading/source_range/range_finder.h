@@ -1,4 +1,4 @@
-// Finds the source range of a diagnostic: the bytes of a statement that it is about. Internal.
+// Finds the source range of a diagnostic: the bytes to which the diagnostic refers. Internal.
 //
 // The parser notices a problem at the token that it consumed last, which is often after the range
 // and sometimes on another line. The rule for the kind of the problem finds the range among the
@@ -22,17 +22,18 @@ namespace vsa {
 struct SourceRange {
   std::uint64_t begin = 0;
   std::uint64_t end = 0;
-  std::optional<std::uint64_t> numberIndex = std::nullopt;  ///< For a number of a list.
+  /// Set if the range is a number of a list.
+  std::optional<std::uint64_t> numberIndex = std::nullopt;
 };
 
-/// The known facts about a problem besides its statement.
+/// What is known about a problem, besides its statement.
 struct Problem {
-  /// Its id, arguments, limit and input path are set.
+  /// The diagnostic, in which id, arguments, limit and input path are set.
   const Diagnostic& diagnostic;
   /// The end of the token at which the parser noticed the problem: the token consumed last, or the
-  /// one that the grammar does not allow.
+  /// token that the grammar does not allow.
   std::uint64_t noticed;
-  /// The invalid character, if there is one.
+  /// The offset of the invalid character, if there is one.
   std::optional<std::uint64_t> character;
   /// BadToken: the token found is the end of the text, or a string or list that is cut off.
   bool isAtEnd = false;

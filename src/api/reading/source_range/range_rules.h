@@ -17,7 +17,7 @@ namespace vsa {
 bool isPathToken(StatementTokens::Type type);
 
 /// The parts of an assignment: `path "=" value ";"` or `path "|" "=" source ";"`, as far as the
-/// tokens go.
+/// tokens contain it.
 struct Assignment {
   explicit Assignment(const StatementTokens& tokens);
 

@@ -45,7 +45,8 @@ StatementTokens::StatementTokens(TextStore& store, const TextIndex& index, std::
   items_.clear();
 }
 
-// Returns false if the bytes end before the statement does. `isWhole`: the text ends with them.
+// Returns false if the statement continues after `bytes`. `isWhole` is true if the text ends with
+// `bytes`.
 bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
   items_.clear();
   NoObserver observer;

@@ -28,12 +28,13 @@ class StatementTokens {
     std::uint64_t firstLine;  // counted from the beginning of the statement
     std::uint64_t lastLine;
     zn::String text;
-    bool isCutOff = false;  // the text ends inside the token, a string or a list
+    bool isCutOff = false;  // the text ends inside the token, which is a string or a list
   };
 
-  /// Lexes from `start` on, up to the first ";" that ends at or after `noticed`, the end of the
-  /// token at which the parser noticed a problem; if that is not `start`, three tokens after it are
-  /// enough. Finds no token where the bytes are no longer available.
+  /// Lexes from `start` up to the first ";" that ends at or after `noticed`. `noticed` is the end
+  /// of the token at which the parser noticed a problem. If `noticed` is after `start`, lexing also
+  /// stops after three tokens that begin at or after `noticed`. Finds no tokens if the bytes are no
+  /// longer available.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed);
 
@@ -50,8 +51,8 @@ class StatementTokens {
   std::string_view bytesOf(const Item& item) const noexcept;
 
  private:
-  // A statement is lexed in memory. A statement of a file that is longer than this is not lexed
-  // again.
+  // The first attempt lexes FIRST_BYTES, and each further attempt four times as many. A statement
+  // longer than MAX_BYTES is not lexed, because the bytes of a file are read into memory.
   static constexpr std::size_t FIRST_BYTES = 16384;
   static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
 

@@ -25,7 +25,7 @@ Found RangeRules::invalidCharacter() const {
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
     const Item& token = tokens_[i];
     if (token.type != Type::Invalid || token.end != at || token.begin >= at) continue;
-    constexpr std::string_view ENDS = ";=\"#|:{(";  // the last two are invalid in brackets only
+    constexpr std::string_view ENDS = ";=\"#|:{(";  // "{" and "(" are invalid in brackets only
     const std::string_view written = problem_.diagnostic.argument("character");
     const char character = written.empty() ? '\0' : written.front();
     if (opensBlock(i)) return opening(i);
@@ -38,7 +38,7 @@ Found RangeRules::invalidCharacter() const {
   return SourceRange{at, at + 1};
 }
 
-// "type name {" or "type name: {": a block, which the format does not have.
+// Whether the token opens a block, which the format does not have: "type name {" or "type name: {".
 bool RangeRules::opensBlock(std::size_t token) const {
   const std::string_view bytes = tokens_.bytesFrom(tokens_[token].begin);
   if (token < 2 || !bytes.starts_with('{')) return false;
@@ -72,7 +72,7 @@ Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
 }
 
 Found RangeRules::badToken() const {
-  // The token found is the one that ends where the problem was noticed, or the end of the text.
+  // The token found is the token that ends where the problem was noticed, or the end of the text.
   const std::size_t before = tokens_.countUpTo(problem_.noticed);
   const std::size_t found = problem_.isAtEnd || before == 0 ? before : before - 1;
   if (expects(";")) return missingSemicolon(found);
@@ -93,7 +93,7 @@ Found RangeRules::missingSemicolon(std::size_t found) const {
   if (token.type == Type::Comment || isOnLaterLine(found)) return placeAfter(last);
   if (token.type == Type::Dot && tokens_[last].type == Type::Id &&
       token.begin == tokens_[last].end) {
-    return tokens(found, found + 2);  // "node.output" after "="
+    return tokens(found, found + 2);  // the text has "node.output" after "="
   }
   if (beginsStatement(found)) return placeAfter(last);
   // A string that ends on a later line probably lacks its closing quote.
@@ -111,20 +111,21 @@ bool RangeRules::beginsStatement(std::size_t token) const {
   return tokens_[token].type == Type::Id && (next == Type::Id || next == Type::Dot);
 }
 
-// The error after a type keyword: brackets without a brace list, or the wrong kind of list.
+// The range of an error after a type keyword: brackets without a brace list, or the wrong kind of
+// list.
 Found RangeRules::wrongList(std::size_t found) const {
   const std::string_view word = tokens_[found - 1].text.view();
   const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text) != DataType::Null;
   const Type list = tokens_[found].type;
   if (isOfBuffer && list == Type::Brackets) return tokenOrPlace(found + 1);
-  // The other kind of type with the right list: "vec3[1] {1 2 3}", "vec3f(1 2 3)".
+  // The list is right, but the keyword is of the other kind: "vec3[1] {1 2 3}" or "vec3f(1 2 3)".
   const bool isBufferLiteral = list == Type::Brackets && tokens_[found + 1].type == Type::Braces;
   const bool isTuple = list == Type::Parens && isTypeWord(word.substr(0, word.size() - 1));
   return isBufferLiteral || isTuple ? whole(found - 1) : whole(found);
 }
 
-// The value before the token found, if that value does not convert; otherwise the place of the
-// missing value.
+// The range of the value before the token found, if the value cannot be converted; otherwise the
+// place of the missing value.
 Found RangeRules::badValue(std::size_t found) const {
   if (found <= parts_.value) return tokenOrPlace(found);
   return tokens_[parts_.value].type == Type::Id ? badTuple() : tokens(parts_.value, found);
@@ -140,8 +141,8 @@ Found RangeRules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The first token that no statement has at this place; for a declaration without its end, the place
-// after it.
+// The range of the first token that no statement can have at this place. If only the end of a
+// declaration is missing, the place after the declaration.
 Found RangeRules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(problem_.noticed);
   for (std::size_t i = head; i < head + 3; ++i) {
@@ -157,8 +158,8 @@ Found RangeRules::unrecognized() const {
   return head == 0 && isAfterName && isEnd ? placeAfter(wrong - 1) : tokenOrPlace(wrong);
 }
 
-// The number of tokens from `head` on that a statement may begin with: a name, and a second name or
-// a dot. If `head` is not 0, a statement continues with a dot only.
+// The number of tokens from `head` on with which a statement may begin: a name, then a second name
+// or a dot. If `head` is not 0, only a dot can continue the statement.
 std::size_t RangeRules::tokensThatFit(std::size_t head) const {
   if (tokens_[head].type == Type::Dot) return 1;
   if (head != 0 || tokens_[0].type != Type::Id) return 0;

@@ -1,4 +1,4 @@
-// BlockObserver: is called for each block that a source of characters delivers. Internal.
+// BlockObserver: receives a call for each block that a source of characters delivers. Internal.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@ class BlockObserver {
  public:
   /// A block is about to be read, and the previous block is about to be overwritten.
   virtual void beforeBlock() = 0;
-  /// A block was read. Empty at the end.
+  /// A block was read. It is empty at the end of the text.
   virtual void afterBlock(std::string_view block) = 0;
 
  protected:

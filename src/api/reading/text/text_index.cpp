@@ -26,12 +26,12 @@ void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
   const Mark& last = marks_.back();
   if (lexer == nullptr || offset < last.offset + MIN_BLOCK_BYTES) return;
   Mark mark{offset, unwrapped(last.line, static_cast<std::uint32_t>(lexer->line)), 0};
-  // A column counts the bytes from the beginning of the line, unless the line began before the last
-  // mark.
+  // The column of the lexer has 32 bits. If the line began before the last mark, its column is
+  // therefore counted from that mark.
   mark.column = mark.line == last.line ? last.column + (offset - 1 - last.offset)
                                        : static_cast<std::uint32_t>(lexer->column) + 1ULL;
   if (lexer->previous == '\n') mark = {offset, mark.line + 1, 1};
-  ++mark.column;  // after the lookahead
+  ++mark.column;  // the column after the lookahead
   if (lexer->lookaheadChar == '\n') mark = {offset, mark.line + 1, 1};
   marks_.push_back(mark);
 }
@@ -40,8 +40,8 @@ std::uint64_t TextIndex::offsetOf(const Lexer& lexer) const noexcept {
   return std::min(end_, unwrapped(end_, static_cast<std::uint32_t>(lexer.index)));
 }
 
-// Counts lines, beginning at `from`, or at the last result if that is nearer. Stops at the line
-// after which `isReached` would be true, or at the end of the available bytes.
+// Counts lines, beginning at `from`, or at the result of the last call if that is nearer. Stops at
+// the last line for which `isReached` is false, or at the end of the available bytes.
 template <class IsReached>
 TextIndex::LineStart TextIndex::walk(const Mark& from, const IsReached& isReached) {
   LineStart at = lineStartOf(from);

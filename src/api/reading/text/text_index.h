@@ -1,9 +1,9 @@
 // TextIndex: offsets from lines and columns, and back. Internal.
 //
 // Tokens have a 32-bit line and column and no offset. Each time the lexer asks for a block of the
-// text, the index stores its position. It finds a position between two blocks by counting the line
-// feeds from the first one, and reads those bytes again. A text without problems costs one entry
-// per block.
+// text, the index stores its position. For any other position, the index reads the text from the
+// previous stored position again, and counts the line feeds. A text without problems costs one
+// entry per block.
 #pragma once
 
 #include <cstdint>
@@ -24,7 +24,7 @@ class TextIndex {
   explicit TextIndex(TextStore& store);
 
   /// Called when a block is about to be read whose first byte is at `offset`. The lookahead of
-  /// `lexer` is the byte before it. `lexer` is null before a lexer exists.
+  /// `lexer` is the byte before `offset`. `lexer` is null before a lexer exists.
   void addBlock(std::uint64_t offset, const Lexer* lexer);
   /// The number of bytes read so far.
   void setEnd(std::uint64_t end) noexcept { end_ = end; }
@@ -44,7 +44,7 @@ class TextIndex {
  private:
   // Line feeds are counted in pieces of this size.
   static constexpr std::size_t PIECE_BYTES = 16384;
-  // Blocks are smaller when a pipe delivers a few bytes at a time.
+  // The minimum distance of two stored positions. A pipe may deliver blocks of a few bytes.
   static constexpr std::uint64_t MIN_BLOCK_BYTES = 65536;
 
   // A byte whose position is known.

@@ -13,12 +13,13 @@ namespace vsa {
 class TextStore {
  public:
   virtual ~TextStore() = default;
-  /// The bytes from `offset` on, `count` or fewer; none where they are no longer available. Valid
+  /// The bytes from `offset` on, `count` or fewer; none if they are no longer available. Valid
   /// until the next call. Throws std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
   /// Called before the last block is overwritten.
   virtual void keepBlock() {}
-  /// Called with each block that was read. Its bytes follow those before.
+  /// Called with each block that was read. The bytes of the block follow those of the previous
+  /// block.
   virtual void addBlock(std::string_view /*block*/) noexcept {}
 };
 
@@ -54,7 +55,7 @@ class KeptText final : public TextStore {
   void addBlock(std::string_view block) noexcept override;
 
  private:
-  // The range of a problem in a longer statement is not found.
+  // At least this many bytes are kept. The range of a problem in a longer statement is not found.
   static constexpr std::size_t KEPT_BYTES = std::size_t{1} << 20;
 
   std::string kept_;  // the bytes from keptOffset_ on, up to the block
