@@ -1,6 +1,5 @@
-// Escaping of untrusted text. A scene file chooses its names, strings and comments freely, and they
-// appear in messages and dumps. None of them may control a terminal, break a line of a log or make
-// the output invalid UTF-8.
+// Escaping of untrusted text. The names, strings and comments in messages and dumps come from scene
+// files. They must not control a terminal, break a line of a log or make the output invalid UTF-8.
 #pragma once
 
 #include <utf8.h>
@@ -27,9 +26,9 @@ void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid 
   }
 }
 
-/// Whether a terminal or viewer acts on the character or shows nothing for it: control characters
-/// (C0, DEL, C1), line and paragraph separators, the marks that set the writing direction, soft
-/// hyphens, characters of no width, byte order marks and tags.
+/// Whether the character controls a terminal or viewer, or is invisible: control characters (C0,
+/// DEL, C1), line and paragraph separators, the marks that set the writing direction, soft hyphens,
+/// characters of no width, byte order marks and tags.
 bool isTerminalControl(char32_t character);
 
 /// Appends two lower-case hexadecimal digits for each byte.
@@ -38,7 +37,8 @@ void appendHex(std::string& to, std::string_view bytes);
 /// The byte as \n, \r, \t or \xHH.
 std::string escapedByte(char byte);
 
-/// The character as \uHHHH; one above U+FFFF as two of them, its UTF-16 code units, as in JSON.
+/// The character as \uHHHH. A character above U+FFFF becomes two such escapes, one for each UTF-16
+/// code unit, as in JSON.
 std::string escapedCharacter(char32_t character);
 
 /// `text` with terminal controls escaped as \n, \r, \t, \xHH (ASCII) or \uHHHH, and bytes that are
@@ -46,9 +46,9 @@ std::string escapedCharacter(char32_t character);
 /// original text cannot be restored.
 std::string printable(std::string_view text);
 
-/// The same for a message or file name at the beginning of a line. Backslashes are doubled, so an
-/// escape differs from a backslash of the text. Commands of CI runners are escaped: "::" at the
-/// beginning of the line, "##[" and "##vso[" anywhere.
+/// Escapes a message or file name at the beginning of a line like printable(). In addition,
+/// backslashes are doubled, so an escape differs from a backslash of the text. Commands of CI
+/// runners are escaped: "::" at the beginning of the line, "##[" and "##vso[" anywhere.
 std::string printableLine(std::string_view text);
 
 }  // namespace vsa_tools

@@ -77,7 +77,7 @@ ReadStatus captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
   return status;
 }
 
-/// The same, with log and records kept in memory.
+/// Like the function above, but keeps log and records in memory.
 template <class EntryPoint>
 ReadOutcome captureRead(EntryPoint entryPoint) {
   LogCapture log;

@@ -5,7 +5,7 @@
 
 namespace vsa_tools {
 
-/// Characters in the longest text that these functions write, and in any integer.
+/// The length that suffices for each text that these functions write, and for any integer.
 constexpr size_t NUMBER_TEXT_CAPACITY = 32;
 
 /// Writes `value` to `to`, which has a capacity of NUMBER_TEXT_CAPACITY characters, without a

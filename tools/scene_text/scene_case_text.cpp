@@ -1,5 +1,5 @@
-// The format of test expectations: one line for each input, its elements and members indented
-// below.
+// The format of test expectations: one line for each input, and below it the indented lines of its
+// elements and members.
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
 #include "tools/scene_text/printable_text.h"

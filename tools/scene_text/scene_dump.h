@@ -41,24 +41,25 @@ struct ChosenInput {
   std::string name;
   zn::korvo_sdk::Input* input;
 };
-/// The inputs of a node to dump. Without a value: all of them. If the list is empty, the node is
-/// left out.
+/// The inputs of a node to dump. If there is no list, all inputs are dumped. If the list is empty,
+/// the node is left out.
 using ChosenInputs = std::optional<std::vector<ChosenInput>>;
 
 /// The content and the form of a dump.
 struct DumpOptions {
   /// Whether buffers have the key "value".
   bool hasBuffers = true;
-  /// The maximum number of elements of a buffer in "value". "count" is their number.
+  /// The maximum number of elements of a buffer in "value". "count" is always the number of all
+  /// elements.
   std::uint64_t maxElements = std::numeric_limits<std::uint64_t>::max();
-  /// Whether each line is one JSON object: the first has all keys but "nodes", then follows each
-  /// node.
+  /// Whether each line is one JSON object: the first has all keys but "nodes", each following line
+  /// has one node.
   bool hasLines = false;
-  /// Chooses the inputs of each node; empty: all.
+  /// Chooses the inputs of each node. If the function is empty, all inputs are dumped.
   std::function<ChosenInputs(const zn::korvo_sdk::Node&)> choose = nullptr;
 };
 
-/// The same for a log that is not in memory; `writeLog` is called once.
+/// Writes the same JSON for a log that is not in memory. Calls `writeLog` once.
 void dumpJson(const ReadStatus& status, const LogWriter& writeLog,
               const zn::korvo_sdk::Scene& scene, TextOutput& out, const DumpOptions& options = {});
 

@@ -57,7 +57,8 @@ class TextOutput {
     return (!file_ || std::fflush(file_) == 0) && !failed_;
   }
 
-  /// The whole text so far; with a file or a function, the part that is still in the buffer.
+  /// The whole text so far. If the output is a file or a function: the text that is still in the
+  /// buffer.
   const std::string& text() const { return text_; }
 
  private:

@@ -22,7 +22,7 @@ class Command {
 
   /// Adds the options, the arguments, and examples as the footer.
   virtual void addTo(CommandOptions& options) = 0;
-  /// Does its work after the command line was parsed, and returns the exit status.
+  /// Runs the command after the command line was parsed, and returns the exit status.
   virtual int run() = 0;
 
  private:

@@ -33,8 +33,8 @@ void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (isKnown) words.insert(words.begin(), "--help");
 }
 
-// The names that may be meant by an unknown argument: the options of the command if it begins with
-// "-", otherwise the commands.
+// The names to suggest for an unknown argument: the options of the command if the argument begins
+// with "-", otherwise the commands.
 std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
   const std::vector<CLI::App*> chosen = app.get_subcommands();
   std::vector<std::string> names;
@@ -59,7 +59,7 @@ std::string errorMessage(const CLI::App& app, const CLI::ParseError& error) {
          didYouMean(first.substr(0, first.find('=')), knownNames(app, first.starts_with('-')));
 }
 
-// The help or the version.
+// The text of the help or of the version, whichever is requested.
 std::string helpText(const CLI::App& app, const CLI::ParseError& request) {
   std::ostringstream text;
   app.exit(request, text, text);
@@ -75,7 +75,7 @@ struct CommandLine::Parser {
 CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands, const std::string& version)
     : commands_(std::move(commands)), parser_(std::make_unique<Parser>()) {
   CLI::App& app = parser_->app;
-  app.require_subcommand(0, 1);  // 0, so that the error message names an unknown word
+  app.require_subcommand(0, 1);  // 0 is allowed, so that the error message names an unknown word
   app.set_version_flag("-V,--version", version, "Print the version and exit");
   app.footer(
       "Exit status:\n"
@@ -119,7 +119,7 @@ Command* CommandLine::chosen() const {
   return nullptr;
 }
 
-// The names of the commands: "check, dump or convert".
+// The names of the commands as a list: "check, dump or convert".
 std::string CommandLine::names() const {
   std::string text;
   for (std::size_t i = 0; i < commands_.size(); ++i) {

@@ -19,13 +19,13 @@ class CommandOption {
  public:
   explicit CommandOption(CLI::Option& option) : option_(&option) {}
 
-  /// The command line is wrong without it.
+  /// The command line is wrong without this option.
   CommandOption required() const;
   /// The placeholder of the value in the help: "FILE". Positional arguments have none.
   CommandOption valueName(const char* name) const;
-  /// The help shows the value that the target has now.
+  /// Shows the current value of the target in the help.
   CommandOption showDefault() const;
-  /// The command line is wrong with both.
+  /// The command line is wrong if it contains both options.
   CommandOption excludes(CommandOption other) const;
   /// Accepts only numbers from `least` to `greatest`.
   CommandOption range(unsigned least, unsigned greatest) const;
@@ -37,7 +37,7 @@ class CommandOption {
   CommandOption oneOf(const std::vector<std::string>& words) const;
   /// The option can be repeated, and takes one value each time.
   CommandOption repeatable() const;
-  /// The same; a value is a list with commas.
+  /// The option can be repeated. Each value is a list, separated by commas.
   CommandOption repeatableList() const;
 
  private:
@@ -45,15 +45,15 @@ class CommandOption {
 };
 
 /// The options and arguments of one command, for Command::addTo() to fill in. The command line is
-/// parsed later: the targets must not move until then. Targets that it does not name keep their
-/// values.
+/// parsed later: the targets must not move until then. If the command line does not contain an
+/// option, its target keeps its value.
 class CommandOptions {
  public:
   explicit CommandOptions(CLI::App& app) : app_(app) {}
 
   /// An option if `names` begins with a dash ("-j,--jobs"), and an argument otherwise ("FILE").
   CommandOption add(const char* names, std::string& target, const char* purpose);
-  /// The same for all values that are given.
+  /// An option or argument that stores all its values.
   CommandOption add(const char* names, std::vector<std::string>& target, const char* purpose);
   CommandOption add(const char* names, unsigned& target, const char* purpose);
   CommandOption add(const char* names, std::uint64_t& target, const char* purpose);
@@ -62,7 +62,7 @@ class CommandOptions {
   /// An option without a value.
   CommandOption addFlag(const char* names, bool& target, const char* purpose);
 
-  /// The text below the help: examples, exit statuses.
+  /// Sets the text below the help, such as examples and exit statuses.
   void footer(const char* text);
 
  private:

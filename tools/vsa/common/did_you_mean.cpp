@@ -6,7 +6,7 @@ namespace vsa_tools {
 
 namespace {
 
-// Only the beginning of a longer name is compared.
+// The maximum number of bytes to compare. Only the beginning of a longer name is compared.
 constexpr std::size_t MAX_COMPARED = 64;
 
 }  // namespace

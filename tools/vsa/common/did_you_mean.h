@@ -7,8 +7,8 @@
 
 namespace vsa_tools {
 
-/// The number of characters to insert, delete, replace, or swap with a neighbour, to change one
-/// name into the other: the optimal string alignment distance.
+/// The number of characters to insert, delete, replace, or swap with a neighbour, needed to change
+/// one name into the other: the optimal string alignment distance.
 std::size_t editDistance(std::string_view a, std::string_view b);
 
 /// The known name that is closest to `name`; empty if none is close.

@@ -17,18 +17,19 @@ class ReadArguments {
   /// the members, so the object must not move.
   void addTo(CommandOptions& options);
 
-  /// The options of one reading: the limits, and a progress function that ends it as soon as
-  /// isInterrupted() is true. A command that replaces `onProgress` must call isInterrupted()
+  /// The options of one reading: the limits, and a progress function that ends the reading as soon
+  /// as isInterrupted() is true. A command that replaces `onProgress` must call isInterrupted()
   /// itself.
   vsa::ReadOptions options() const;
 
-  /// Diagnostics to print; the command counts the others and prints how many there are.
+  /// The maximum number of diagnostics to print. The command counts the others and prints their
+  /// number.
   std::uint64_t maxDiagnostics() const { return maxDiagnostics_; }
 
-  /// The log line of a diagnostic as a command prints it: with parts quoted from the text that are
-  /// longer than MAX_QUOTED_BYTES shortened, unless --full was given. It is not escaped.
+  /// The log line of a diagnostic as a command prints it. Unless --full was given, parts that are
+  /// quoted from the text and longer than MAX_QUOTED_BYTES are shortened. The line is not escaped.
   std::string lineOf(const vsa::Diagnostic& diagnostic) const;
-  /// The same for the message alone, without kind and position.
+  /// The message of a diagnostic, without kind and position, and shortened like lineOf().
   std::string messageOf(const vsa::Diagnostic& diagnostic) const;
 
  private:

@@ -20,7 +20,7 @@ struct Loss {
 };
 
 struct FileOutcome {
-  /// The outcome of the reading, without the diagnostics that are in `losses`.
+  /// The outcome of the reading, without the diagnostics that `losses` contains.
   vsa::ReadOutcome read;
   std::vector<Loss> losses;
 

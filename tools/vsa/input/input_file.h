@@ -16,8 +16,8 @@ struct InputFile {
   std::string problem;
 };
 
-/// Opens `name` ("-" is standard input) and reads its first bytes, so that a directory, which opens
-/// but cannot be read, is a problem and not an empty file. Waiting for input ends when
+/// Opens `name` ("-" is standard input) and reads its first bytes, so that a directory, which can
+/// be opened but not read, is a problem and not an empty file. Waiting for input ends when
 /// isInterrupted() becomes true: the input then ends with the error "interrupted".
 InputFile openInput(const std::string& name);
 

@@ -8,11 +8,11 @@
 
 namespace vsa_tools {
 
-/// The files of FileArguments.
+/// The files that FileArguments names.
 struct ListedFiles {
   /// The names in the order of the arguments; "-" is standard input.
   std::vector<std::string> names;
-  /// EXIT_USAGE if an argument names no files: the reason was printed. EXIT_READ otherwise.
+  /// EXIT_USAGE if an argument names no files; the reason was printed. Otherwise EXIT_READ.
   int exitStatus = 0;
 };
 
@@ -28,7 +28,7 @@ class FileArguments {
   /// The files that the arguments name; without arguments, `byDefault`. If an argument names no
   /// files, prints the reason.
   ListedFiles list(const std::vector<std::string>& byDefault = {}) const;
-  /// Threads for the files: one unless -j was given.
+  /// The number of threads for the files: one unless -j was given.
   unsigned workers() const;
 
  private:

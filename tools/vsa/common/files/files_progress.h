@@ -17,7 +17,7 @@ class FilesProgress {
  public:
   /// See Progress. A file whose size is not known counts as one byte.
   FilesProgress(std::string what, const std::vector<std::string>& names);
-  /// The same on another stream, for tests.
+  /// Shows the line on another stream, for tests.
   FilesProgress(std::string what, const std::vector<std::string>& names, std::FILE* stream,
                 Progress::Clock::duration delay);
 
@@ -37,7 +37,7 @@ class FilesProgress {
   };
   std::mutex mutex_;
   std::vector<File> files_;
-  std::uint64_t bytes_ = 0, done_ = 0;  // of all files
+  std::uint64_t bytes_ = 0, done_ = 0;  // the bytes of all files, and those that are done
   Progress progress_;
 };
 

@@ -8,7 +8,7 @@ namespace vsa_tools {
 /// Adds -j, which sets `jobs`: 0 to 1024.
 void addJobs(CommandOptions& options, unsigned& jobs);
 
-/// The number of threads that work: `jobs`, or one for each core if that is 0.
+/// The number of threads: `jobs`, or one for each core if `jobs` is 0.
 unsigned workersFor(unsigned jobs);
 
 }  // namespace vsa_tools

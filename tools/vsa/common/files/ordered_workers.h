@@ -13,7 +13,7 @@
 namespace vsa_tools {
 
 /// Lets a worker wait until the results of all earlier items are consumed. A worker whose result is
-/// too large to be kept can then write it itself.
+/// too large to be kept can then write the result itself.
 class Turn {
  public:
   virtual void await() = 0;
@@ -44,7 +44,7 @@ class OrderedWork {
     }
   }
 
-  /// Waits for the result of the next item. Throws what its work threw.
+  /// Waits for the result of the next item. Throws what the work on the item threw.
   Result take() {
     std::unique_lock lock(mutex_);
     Slot& slot = slots_[consumed_ % slots_.size()];
@@ -61,7 +61,7 @@ class OrderedWork {
     if (waitingWorkers_ > 0) advanced_.notify_all();
   }
 
-  /// Lets no worker begin another item, and none wait for its turn.
+  /// Ends the work: no worker begins another item, or waits for its turn.
   void stop() {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
@@ -109,8 +109,8 @@ class OrderedWork {
   }
 
   std::mutex mutex_;
-  std::condition_variable stored_;    // for the consumer: the next result is stored
-  std::condition_variable advanced_;  // for the workers: advance() or stop()
+  std::condition_variable stored_;    // notifies the consumer when the next result is stored
+  std::condition_variable advanced_;  // notifies the workers of advance() or stop()
   std::size_t waitingWorkers_ = 0;
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;
@@ -124,8 +124,8 @@ inline constexpr std::size_t WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` for the items from 0 up to `count` on `workers` threads, and
 /// `consume(item, result)` for each result, in order, on the calling thread. Ends early when
-/// `consume` returns false. With one worker, all runs on the calling thread. Throws what `work` or
-/// `consume` throws, after the threads have ended.
+/// `consume` returns false. With one worker, `work` is also called on the calling thread. Throws
+/// what `work` or `consume` throws, after the threads have ended.
 template <class Work, class Consume>
 void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
   struct NoTurn final : Turn {

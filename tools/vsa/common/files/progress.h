@@ -1,4 +1,4 @@
-// A progress line on standard error, for a person who waits.
+// A progress line on standard error, for a person at a terminal.
 #pragma once
 
 #include <chrono>
@@ -9,21 +9,21 @@
 
 namespace vsa_tools {
 
-/// Shows how far a command is, on a terminal only, and only after a delay. The destructor removes
-/// the line. All functions may be called by several threads.
+/// Shows the progress of a command, on a terminal only, and only after a delay. The destructor
+/// removes the line. All functions may be called by several threads.
 class Progress {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// `what` begins the line: "checking". Shows nothing if standard error is no terminal.
+  /// `what` begins the line: "checking". Shows nothing if standard error is not a terminal.
   explicit Progress(std::string what);
-  /// The same on another stream, whether it is a terminal or not.
+  /// Shows the line on another stream, which need not be a terminal.
   Progress(std::string what, std::FILE* stream, Clock::duration delay);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  /// Shows that `done` of `total` is done, at most ten times a second.
+  /// Shows that `done` of `total` steps are done, at most ten times a second.
   void update(std::uint64_t done, std::uint64_t total);
   /// Removes the line until the next update. Call it before anything else is printed.
   void hide();

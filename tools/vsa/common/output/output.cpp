@@ -27,8 +27,8 @@ bool isErrorOutputWritten() {
 void reserveStandardDescriptors() {
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
     const bool isClosed = ::fcntl(descriptor, F_GETFD) < 0 && errno == EBADF;
-    // Opened for the wrong direction, so that uses fail. open() returns the lowest free descriptor,
-    // which is this one.
+    // The null device is opened for the wrong direction, so that reading or writing fails. open()
+    // returns the lowest free descriptor, which is `descriptor`.
     if (isClosed) ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
   }
 }

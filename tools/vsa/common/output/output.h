@@ -17,8 +17,8 @@ void printNotPrinted(std::string_view file, std::uint64_t count);
 /// Whether everything that was printed to standard error was written.
 bool isErrorOutputWritten();
 
-/// Opens the null device in place of each of the descriptors 0 to 2 that is closed, so that no file
-/// is opened in its place. Reading from 0 and writing to 1 and 2 then fail.
+/// Opens the null device in place of each of the descriptors 0 to 2 that is closed, so that no
+/// other file gets that descriptor. Reading from 0 and writing to 1 and 2 then fail.
 void reserveStandardDescriptors();
 
 }  // namespace vsa_tools

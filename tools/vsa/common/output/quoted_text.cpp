@@ -22,8 +22,8 @@ std::size_t characterBegin(std::string_view text, std::size_t at) {
   return at;
 }
 
-// The message that results from the format and the shortened arguments. A conversion is "%" and a
-// letter, with "ll" between them or not.
+// The message that results from the format and the shortened arguments. A conversion is "%", an
+// optional "ll" and a letter.
 std::string formatted(std::string_view format, const std::vector<std::string>& arguments) {
   std::string result;
   for (const std::string& argument : arguments) {

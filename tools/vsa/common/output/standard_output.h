@@ -11,7 +11,7 @@ namespace vsa_tools {
 /// prints that to standard error and returns EXIT_USAGE.
 int printText(std::string_view text);
 
-/// The same for the buffered text of `out`, which writes to standard output.
+/// Does the same for the buffered text of `out`, which writes to standard output.
 int finish(TextOutput& out);
 
 }  // namespace vsa_tools

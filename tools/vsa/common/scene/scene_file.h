@@ -14,10 +14,11 @@ namespace vsa_tools {
 struct SceneFile {
   /// The name for messages: "<stdin>" for "-".
   std::string name;
-  /// Its diagnostics are empty: they are in `messages`.
+  /// The result of the reading. It contains no diagnostics, because they are in `messages`.
   vsa::ReadResult result;
   /// The lines for standard error, escaped by printable(), in the order in which they were found.
-  /// Lines over the maximum of the arguments, or over 1 MiB, are only counted, in the last line.
+  /// Lines beyond the maximum that the arguments set, or beyond 1 MiB in total, are left out. The
+  /// last line has the number of the lines left out.
   std::string messages;
   /// Links that could not be made: to a node or an output that does not exist, or from an input of
   /// another type.
@@ -27,7 +28,7 @@ struct SceneFile {
   int exitStatus = 0;
 };
 
-/// Called with the bytes that were read and those of the file, on the thread that reads.
+/// Called on the thread that reads, with the number of bytes read and the size of the file.
 using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
 /// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends the
@@ -37,7 +38,7 @@ using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t tot
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {},
                         const ReadingProgress& onProgress = {});
 
-/// The same with a progress line, and prints the messages to standard error.
+/// Like readSceneFile(), but shows a progress line and prints the messages to standard error.
 SceneFile readAndReport(const std::string& name, const ReadArguments& arguments = {});
 
 }  // namespace vsa_tools

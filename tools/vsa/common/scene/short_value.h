@@ -10,8 +10,8 @@
 
 namespace vsa_tools {
 
-/// `text` as printable() text of at most `capacity` characters, then "..." if it was longer. Reads
-/// only the part of the text that it returns.
+/// At most `capacity` characters of `text`, escaped by printable(), then "..." if `text` was
+/// longer. Reads only the part of the text that it returns.
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
 /// The value of an input on one line: `2.5`, `"red"`, `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 ...`,
