@@ -16,7 +16,7 @@ Status checkValue(const Value& value) noexcept;
 /// value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
-/// The same check for a buffer with elements of that type.
+/// Checks the same for a buffer with elements of the given type.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
 /// Removes a value of another type, so that the input has that type or Null. Call it after

@@ -49,7 +49,8 @@ class StatementTokens {
   std::size_t plainElements = 0;
 
  private:
-  // The same limit as in StatementReader: a longer statement is delivered in parts.
+  // The maximum number of tokens, which equals that of StatementReader. A longer statement is
+  // delivered in parts.
   static constexpr std::size_t MAX_TOKENS = 65536;
 
   void advanceOther(zn::korvo_sdk::impl::Token::Type first) noexcept;

@@ -68,7 +68,7 @@ class SyntaxReader::State {
   void piece(SyntaxToken& out, bool isFirst);
   void moveTo(const char* to, const lex::LineFeeds& feeds) noexcept;
 
-  Source* source_ = nullptr;  // null for a text in memory
+  Source* source_ = nullptr;  // the source of the text; null for a text in memory
   std::unique_ptr<char[]> buffer_;
   bool isEnded_ = false;  // true if the source has ended, or the text at an end mark
   bool endedAtMark_ = false;

@@ -13,7 +13,8 @@ constexpr size_t NUMBER_TEXT_CAPACITY = 32;
 /// zero ("-0.0"). Non-finite values are "nan", "inf" and "-inf".
 size_t realText(double value, char* to);
 
-/// The same for a `float`. The text is often shorter than that of the same value as a `double`.
+/// Does the same for a `float`. The text is often shorter than the text of the same value as a
+/// `double`.
 size_t realText(float value, char* to);
 
 }  // namespace vsa_tools

@@ -14,7 +14,7 @@ namespace vsa {
 /// Adapts a vsa::Source to a ByteSource, and calls the observer around each read.
 class HostSource final : public zn::ByteSource {
  public:
-  /// Both must outlive the last read.
+  /// Both arguments must outlive the last read.
   HostSource(Source& source, Ending& ending) : source_(source), ending_(ending) {}
 
   std::size_t read(char* to, std::size_t capacity) override;
@@ -28,7 +28,7 @@ class HostSource final : public zn::ByteSource {
 /// Reads another ByteSource, and calls the observer around each read.
 class BlockSource final : public zn::ByteSource {
  public:
-  /// Both must outlive the last read.
+  /// Both arguments must outlive the last read.
   BlockSource(zn::ByteSource& source, BlockObserver& observer)
       : source_(source), observer_(observer) {}
 

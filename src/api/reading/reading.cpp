@@ -107,8 +107,8 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   resetHeader();
   FileLexer lexer(file);
   parse(lexer);
-  // A failed read ends the text where it fails. The parser's diagnostics may result from that, so
-  // the failure determines the status.
+  // A failed read ends the text where it fails. The parser's diagnostics may result from this end,
+  // so the failed read determines the status.
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
   }
@@ -143,8 +143,8 @@ bool Reading::isSceneBusy() const noexcept {
   return reading != nullptr;
 }
 
-// Calls the scene outside the parser, which reports only a std::runtime_error. The scene may throw
-// anything else.
+// Calls the scene outside the parser, and handles exceptions of the scene. The parser reports only
+// a std::runtime_error, but the scene may throw any exception.
 template <class Body>
 void Reading::callScene(const Body& body) {
   try {

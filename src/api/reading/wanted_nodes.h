@@ -32,7 +32,7 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   /// Sets the names and types of the wanted nodes. The strings must outlive the object.
   void want(const std::vector<std::string>& names, const std::vector<std::string>& types);
 
-  /// Whether the node was created in the separate scene, so that it is dropped.
+  /// Whether the node was created in the separate scene, and is therefore dropped.
   bool isDropped(INode& node) const { return droppedNodes_.count(&node) != 0; }
   /// Whether `dropLinksOf` was called for the input.
   bool isDropped(IInput& input) const { return droppedInputs_.count(&input) != 0; }

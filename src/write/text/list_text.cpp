@@ -23,7 +23,7 @@ struct LineLayout {
   std::uint64_t maxUnits;    // the maximum number of units in a line
 };
 
-/// The number of numbers in an element, or in a row if the element is a matrix.
+/// How many numbers an element has, or a row of the element if it is a matrix.
 std::uint64_t unitOf(DataType type) {
   const std::uint64_t count = zn::korvo_sdk::componentCount(type);
   if (count == 9) return 3;

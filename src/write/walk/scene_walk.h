@@ -39,7 +39,7 @@ class SceneVisitor {
 
 class SceneWalk {
  public:
-  /// Both must outlive this object.
+  /// Both arguments must outlive this object.
   SceneWalk(const zn::korvo_sdk::Scene& scene, SceneVisitor& visitor)
       : scene_(scene), visitor_(visitor) {}
 

@@ -18,8 +18,8 @@ class InterruptScope {
 /// Whether Ctrl-C was pressed during an InterruptScope of this process. Safe from any thread.
 bool isInterrupted() noexcept;
 
-/// Waits until the descriptor can be read without blocking. Returns false if the process was
-/// interrupted before.
+/// Waits until the descriptor can be read without blocking. Returns false if the process is
+/// interrupted first.
 bool waitForInput(int descriptor) noexcept;
 
 }  // namespace vsa_tools

@@ -49,8 +49,8 @@ class InspectedSource : public vsa::Source {
   void advance(std::string_view bytes);
 
   bool started_ = false;
-  bool ended_ = false;    // readRaw() returned 0
-  bool isAtEnd_ = false;  // read() returned 0
+  bool ended_ = false;    // true if readRaw() has returned 0
+  bool isAtEnd_ = false;  // true if read() has returned 0
   std::string head_;
   /// Bytes from readRaw() that read() has not returned yet.
   std::string pending_;

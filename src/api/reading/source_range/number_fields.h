@@ -13,7 +13,7 @@ namespace vsa {
 struct NumberField {
   std::size_t begin;  ///< The offset of the first byte from the list's opening bracket.
   std::size_t end;    ///< The offset of the byte after the number.
-  std::string text;   ///< The text of the token, without brackets of the same kind as the list's.
+  std::string text;   ///< The text of the number, without brackets of the list's kind.
   std::size_t index;  ///< The index of the number, from 0.
 };
 

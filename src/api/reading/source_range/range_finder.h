@@ -42,9 +42,9 @@ struct Problem {
 /// Finds the range. Returns nothing if the tokens do not have the form that the problem implies.
 std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
-/// The left-hand side of the assignment at the end of the tokens; empty if the last statement is
-/// not an assignment. If the path begins with ".", the name of the node that the tokens declare, or
-/// else `withNode`, precedes it. A path ends before an invalid character.
+/// The left-hand side of the last statement of `tokens`; empty if that statement is not an
+/// assignment. A path that begins with "." is returned with the name of its node: the node that the
+/// tokens declare, or otherwise `withNode`. A path ends before an invalid character.
 std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode);
 
 }  // namespace vsa

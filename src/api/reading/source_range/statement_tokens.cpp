@@ -57,7 +57,7 @@ bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
     line += lineFeeds(bytes.substr(at, begin - at));
     Token token = lexer.nextToken();
     at = static_cast<std::uint32_t>(lexer.index);
-    if (at == bytes.size() && !isWhole) return false;  // the next piece may continue the token
+    if (at == bytes.size() && !isWhole) return false;  // the token may continue after `bytes`
     const std::uint64_t lastLine = line + lineFeeds(bytes.substr(begin, at - begin));
     const bool isCutOff = lexer.problem().id == DiagnosticId::UnexpectedEof;
     items_.push_back(

@@ -25,10 +25,10 @@ class StatementTokens {
     Type type;
     std::uint64_t begin;
     std::uint64_t end;
-    std::uint64_t firstLine;  // counted from the beginning of the statement
+    std::uint64_t firstLine;  // counted from 0 at the beginning of the statement
     std::uint64_t lastLine;
     zn::String text;
-    bool isCutOff = false;  // the text ends inside the token, which is a string or a list
+    bool isCutOff = false;  // true for a string or list in which the text ends
   };
 
   /// Lexes from `start` up to the first ";" that ends at or after `noticed`. `noticed` is the end

@@ -12,7 +12,7 @@ namespace vsa {
 /// Delivers the text in blocks, so that the observer is called as often as for a file.
 class TextLexer final : public zn::korvo_sdk::impl::Lexer {
  public:
-  /// Both must outlive the lexer. Throws what the observer throws.
+  /// Both arguments must outlive the lexer. Throws what the observer throws.
   TextLexer(std::string_view text, BlockObserver& observer);
   char consume() override;
 

@@ -115,7 +115,7 @@ class OrderedWork {
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;
   bool stopped_ = false;
-  std::vector<Slot> slots_;  // items that are not consumed; the index is the item modulo the size
+  std::vector<Slot> slots_;  // items that are not consumed, at the index `item % size`
 };
 
 /// The maximum number of results of a worker that wait for the results of earlier items. Small

@@ -32,13 +32,14 @@ class Progress {
   void erase();
 
   std::string what_;
-  std::FILE* stream_;  // null if nothing is to be shown
+  std::FILE* stream_;  // the output; null if nothing is to be shown
   Clock::time_point next_;
   bool isShown_ = false;
   std::mutex mutex_;
 };
 
-/// "checking [#####               ]  25 %". A total of 0 counts as done.
+/// The text of a progress line: "checking [#####               ]  25 %". A total of 0 counts as
+/// done.
 std::string progressLine(const std::string& what, std::uint64_t done, std::uint64_t total);
 
 }  // namespace vsa_tools

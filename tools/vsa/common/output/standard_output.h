@@ -7,8 +7,8 @@
 
 namespace vsa_tools {
 
-/// Writes `text` to standard output and flushes it. Returns EXIT_READ; if it cannot be written,
-/// prints that to standard error and returns EXIT_USAGE.
+/// Writes `text` to standard output and flushes it. Returns EXIT_READ. If the text cannot be
+/// written, prints an error to standard error and returns EXIT_USAGE.
 int printText(std::string_view text);
 
 /// Does the same for the buffered text of `out`, which writes to standard output.
