@@ -1,5 +1,6 @@
-// vsa::Scene: version, time and comments. A text has version and time in comments only. So each
-// change of one changes the others, too: reading the comments again results in the same header.
+// vsa::Scene: version, time and comments. A text has version and time in comments only. So a change
+// of one of the three also changes the others: reading the comments again results in the same
+// header.
 #include <string>
 #include <vector>
 

@@ -20,7 +20,7 @@ using zn::isWord;
 using zn::detail::trimmed;
 
 // Whether a bracket list in a name may contain the character. The reader also skips a NUL, but a
-// name ends at one.
+// name ends at a NUL.
 bool isInBrackets(char c) {
   const bool isWhite = char_class::is(c, char_class::WHITE) && c != '\0';
   return c == '[' || c == '*' || isWhite || char_class::is(c, char_class::DIGIT);

@@ -22,7 +22,7 @@ class TextOutput {
   /// Writes to `file`, which the caller closes, and which must stay open until the last flush().
   explicit TextOutput(std::FILE* file) : file_(file) {}
 
-  /// Passes the text on in blocks to `write`, which returns whether it could be written.
+  /// Passes the text in blocks to `write`, which returns whether the block could be written.
   explicit TextOutput(std::function<bool(std::string_view)> write) : write_(std::move(write)) {}
 
   TextOutput(const TextOutput&) = delete;

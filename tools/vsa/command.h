@@ -8,8 +8,8 @@
 
 namespace vsa_tools {
 
-/// One command: its name and its purpose, its options, and what it does. The parser of the command
-/// line fills the members that addTo() names, so a command must not move.
+/// One command: its name and its purpose, its options, and the function that runs it. The parser of
+/// the command line fills the members that addTo() names, so a command must not move.
 class Command {
  public:
   Command(const char* name, const char* purpose) : name_(name), purpose_(purpose) {}

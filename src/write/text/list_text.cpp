@@ -104,7 +104,7 @@ class ListPrinter {
   TextBuffer& out_;
   const LineLayout layout_;
   std::int64_t column_;
-  std::uint64_t units_ = 0;  // the units in the current line
+  std::uint64_t units_ = 0;  // the number of units in the current line
   bool isFirst_ = true;
 };
 

@@ -52,9 +52,9 @@ Start ArrayState::startOfElement() const {
   return start;
 }
 
-// A link always fits: its statement appends an element of the array's element type, and a reference
-// changes an element of type Null to Node. The caller has checked that an element of a typed array
-// has the array's element type.
+// A link is always possible: its statement appends an element of the array's element type, and a
+// reference changes an element of type Null to Node. The caller has checked that an element of a
+// typed array has the array's element type.
 bool ArrayState::takesValue(AttrType type) const {
   return type == elementType_ || !isNamed_ || !exists_;
 }

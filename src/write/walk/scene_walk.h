@@ -17,7 +17,7 @@
 namespace vsa::impl {
 
 /// Receives the results of the traversal. `path` is the path of the input without the name of its
-/// node, such as ".keys[2].time". It is valid during the call.
+/// node, such as ".keys[2].time". The path is valid during the call.
 class SceneVisitor {
  public:
   virtual ~SceneVisitor() = default;

@@ -13,7 +13,8 @@
 
 namespace vsa_tools {
 
-/// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory.
+/// Prints the diagnostics of one file while the file is read, and counts them. Keeps no diagnostics
+/// in memory.
 class FileDiagnostics {
  public:
   /// `arguments` must outlive the object.

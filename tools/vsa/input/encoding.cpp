@@ -24,8 +24,9 @@ bool looksLikeUtf32(std::string_view head) {
          isUtf32(head, false) || isUtf32(head, true);
 }
 
-/// In UTF-16 a text begins with an ASCII character, whose high byte is NUL. Most of the NUL bytes
-/// are high bytes: only one character in 256 has a NUL as its low byte.
+/// Whether the file is probably UTF-16. A text begins with an ASCII character, whose high byte is
+/// NUL in UTF-16. Most of the NUL bytes are high bytes: only one character in 256 has a NUL as its
+/// low byte.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};

@@ -34,7 +34,8 @@ Severity severityOf(const Record& record) {
                                                                : Severity::Error;
 }
 
-// Whether this is a message of the lexer without an input path. The lexer is ahead of the parser.
+// Whether this is a message of the lexer without an input path. The parser may not have read the
+// path yet, because the lexer is ahead of the parser.
 bool namesNoPath(const Diagnostic& diagnostic) {
   return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
                                           diagnostic.id == DiagnosticId::InvalidListToken);
@@ -195,7 +196,7 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
 
 // --- the source range ---
 
-// The offset at which a statement may begin: after the token before it.
+// The offset after `tokenBefore`, at which a statement may begin.
 std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
   return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }

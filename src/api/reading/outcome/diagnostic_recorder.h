@@ -1,5 +1,5 @@
-// DiagnosticRecorder: turns the records of the reader into those of the public API, counts them and
-// keeps them. Internal.
+// DiagnosticRecorder: converts the diagnostics of the reader to diagnostics of the public API,
+// counts them and keeps them. Internal.
 #pragma once
 
 #include <cstdint>

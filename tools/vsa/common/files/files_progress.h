@@ -15,7 +15,7 @@ namespace vsa_tools {
 /// by several threads.
 class FilesProgress {
  public:
-  /// See Progress. A file whose size is not known counts as one byte.
+  /// `what` begins the line, see Progress. A file of unknown size counts as one byte.
   FilesProgress(std::string what, const std::vector<std::string>& names);
   /// Shows the line on another stream, for tests.
   FilesProgress(std::string what, const std::vector<std::string>& names, std::FILE* stream,

@@ -6,7 +6,7 @@
 namespace vsa_tools {
 
 // After a mismatch, only the last "*" is tried again, with one more character. One more character
-// for an earlier "*" could only move the place where the last one begins to match.
+// for an earlier "*" could only move the place where the last "*" begins to match.
 bool matchesPattern(std::string_view pattern, std::string_view text) {
   std::size_t inPattern = 0, inText = 0;
   std::size_t afterStar = std::string_view::npos, starText = 0;

@@ -122,7 +122,8 @@ std::string nodeText(vsa::InputView input) {
 std::string shortText(std::string_view text, std::size_t capacity) {
   std::string shown;
   std::size_t characters = 0;
-  // A character has at most 4 bytes. The part ends before the first byte of a character.
+  // A character has at most 4 bytes, so this part contains at least `capacity` characters, unless
+  // the text is shorter.
   std::string_view part = text.substr(0, std::min(text.size(), 4 * capacity));
   const auto add = [&](std::string_view bytes) {
     if (characters++ < capacity) shown += printable(bytes);

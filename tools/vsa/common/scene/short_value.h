@@ -22,7 +22,8 @@ std::string shortValue(vsa::InputView input);
 /// The output that the input is connected to: `dusk.outColor`; empty if it has no connection.
 std::string shortConnection(vsa::InputView input);
 
-/// The numbers of the buffer's element at `index`: `0.1`, or `(0 1 2)` for more than one number.
+/// The numbers of the buffer's element at `index`: `0.1`, or `(0 1 2)` for an element of several
+/// numbers.
 std::string shortElement(const vsa::BufferView& buffer, std::uint64_t index);
 
 }  // namespace vsa_tools
