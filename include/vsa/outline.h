@@ -15,8 +15,8 @@
 
 namespace vsa {
 
-/// A statement of a text in memory. Its views refer to the text, so the difference of two of their
-/// pointers is a number of bytes of the text. A part that the statement does not have is empty.
+/// A statement of a text in memory. Its views point into the text: `view.data() - text.data()` is
+/// the offset of a part in bytes. A part that the statement does not have is empty.
 struct StatementOutline {
   /// The kind of the statement, as StatementReader determines it.
   StatementKind kind = StatementKind::Malformed;
@@ -68,7 +68,7 @@ class VSA_API OutlineReader {
 
   const char* at_;
   const char* end_;
-  bool isInside_ = false;  // the last statement was a part of a longer one that continues
+  bool isInside_ = false;  // a part of a long malformed statement was returned, and more follows
 };
 
 }  // namespace vsa

@@ -58,11 +58,12 @@ typedef enum vsa_status {
   VSA_OVER_LIMIT, /* the text exceeds a limit; see vsa_reading_limit */
   VSA_OUT_OF_MEMORY,
   VSA_HOST_EXCEPTION, /* the progress function threw a C++ exception */
-  VSA_WRONG_USE       /* nothing was read: vsa_options_init of this header did not initialise the
-                       * options, or there is no skipped buffer with the index */
+  VSA_WRONG_USE       /* nothing was read: the options were not initialised by vsa_options_init, or
+                       * the index given to vsa_load_buffer is too large */
 } vsa_status;
 
-/* The limits that can end a reading, named after the members of vsa_options. */
+/* The limits that can end a reading. Members of vsa_options set all of them but
+ * VSA_LIMIT_EMPTY_ELEMENTS. */
 typedef enum vsa_limit {
   VSA_NO_LIMIT,
   VSA_LIMIT_TEXT_BYTES,
@@ -70,7 +71,7 @@ typedef enum vsa_limit {
   VSA_LIMIT_BUFFER_BYTES,
   VSA_LIMIT_NODES,
   VSA_LIMIT_ELEMENTS,
-  VSA_LIMIT_EMPTY_ELEMENTS, /* array elements that only fill gaps before a higher index: 524288 */
+  VSA_LIMIT_EMPTY_ELEMENTS, /* elements that only fill gaps before a higher index: always 524288 */
   VSA_LIMIT_DEPTH,
   VSA_LIMIT_DIAGNOSTICS
 } vsa_limit;
@@ -83,7 +84,7 @@ typedef struct vsa_progress {
   uint64_t links_total;    /* links in the text; 0 until the whole text has been read */
 } vsa_progress;
 
-/* The value of a limit that limits nothing. */
+/* No limit; for `memory_bytes` the default limit. Also a size of a text that is not known. */
 #define VSA_UNLIMITED UINT64_MAX
 
 /* Options of one reading. Call vsa_options_init first, and then change single members. */
@@ -103,7 +104,7 @@ typedef struct vsa_options {
 
   uint64_t kept_diagnostics;      /* diagnostics to keep: 10000 by default. Others are counted */
   uint64_t kept_diagnostic_bytes; /* bytes of the diagnostics to keep: 64 MiB by default */
-  int keep_header;   /* the version of a text without a version: 1 if this is 0, otherwise 0 */
+  int keep_header;   /* the version of a text that states none: 1 if this is 0, and 0 otherwise */
   int skips_buffers; /* if not 0, each buffer gets its type and stays empty: see vsa_load_buffer */
 
   /* The nodes to keep: those with one of the names or one of the types. If both lists are empty,

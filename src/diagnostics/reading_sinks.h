@@ -38,9 +38,10 @@ class ScopedReadingSinks {
   LogSink* const previousLines_;
 };
 
-/// Installs the sinks of the host: those that were installed before the outermost reading began, or
-/// that the host has installed since. Does nothing if no reading runs. The destructor restores the
-/// previous sinks.
+/// For a text that a scene or a callback of the host reads during a reading: its diagnostics go to
+/// the sinks of the host. Installs these sinks: those that were installed before the outermost
+/// reading began, or that the host has installed since. Does nothing if no reading runs. The
+/// destructor restores the previous sinks.
 class ScopedHostSinks {
  public:
   ScopedHostSinks() noexcept;

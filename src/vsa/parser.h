@@ -102,7 +102,7 @@ class VsaParser {
   bool buffer(AssignInfo& info);
   bool parseElem(const String& text, DataType type, unsigned char* out);
 
-  // parser.cpp: the calls of LinkResolver (apply/links).
+  // parser.cpp: these functions call LinkResolver (apply/links).
 
   void resolveConnections();
   void resolveReferences();
@@ -142,7 +142,7 @@ class VsaParser {
   void prime();
   bool parseStatement();
 
-  // statement_simple.cpp: statements without tokens.
+  // statement_simple.cpp: simple statements, which StatementScanner recognises without tokens.
 
   void parseSimpleStatements();
   bool begin(const SimpleStatement& statement) const;

@@ -1,4 +1,4 @@
-// The types of values and of buffer elements, under the names of this namespace.
+// Names in the namespace vsa for the types of values and of buffer elements.
 #pragma once
 
 #include <cstddef>

@@ -125,7 +125,7 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   const int top = static_cast<int>(product.high >> 63);
   const int shift = top + 9;  // leaves 54 bits: the 53 of a double and the rounding bit
   uint64_t mantissa = product.high >> shift;
-  // An exact half-way case is rounded to even; only small powers of five give one.
+  // Rounds an exact half-way case to even. Such a case exists only for exponents from -4 to 23.
   if (product.low <= 1 && exponent >= -4 && exponent <= 23 && (mantissa & 3) == 1 &&
       (mantissa << shift) == product.high) {
     mantissa &= ~uint64_t{1};

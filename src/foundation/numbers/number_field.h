@@ -2,9 +2,10 @@
 // 64-bit word whose lowest byte is the first character. Internal. The sums that combine eight
 // digits are those of "Faster integer parsing" (J. Khuong and others, 2018).
 //
-// Each function sets `out` and returns the end of the field, which is a blank. It returns null when
-// the field is not plain: the field has another form, is out of range, or number_decimal does not
-// decide its value. A function may read up to FIELD_WINDOW bytes from `at` on.
+// A plain field is [-]digits[.digits][e[sign]digits] and a blank. Each function sets `out` and
+// returns the end of the field, which is the blank. It returns null for any other form, for a
+// number that is out of range, and if number_decimal cannot determine its rounding. A function may
+// read up to FIELD_WINDOW bytes from `at` on.
 #pragma once
 
 #include <bit>
@@ -25,7 +26,8 @@ inline constexpr size_t FIELD_WINDOW = 48;
 inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,     10000,
                                               100000, 1000000, 10000000, 100000000};
 
-/// Eight characters, with '0' subtracted from each. The first one is in the lowest byte.
+/// Eight characters, each combined with '0' by an exclusive or: a digit becomes its value. The
+/// first one is in the lowest byte.
 inline uint64_t loadEight(const char* at) {
   return detail::loadLittleEndian(at) ^ 0x3030303030303030;
 }
@@ -107,7 +109,8 @@ inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
     out = static_cast<Integer>(magnitude);
     return !negative && magnitude <= MAX;
   } else {
-    // Up to 2^63 - 1 the ranges of both signs are the same; number_text handles 2^63.
+    // The mask only avoids an overflow: the result below rejects larger magnitudes. It rejects
+    // -2^63 too, which number_text converts.
     const auto value = static_cast<int64_t>(magnitude & (~uint64_t{0} >> 1));
     const int64_t flip = -int64_t{negative};  // without a branch on the sign
     out = static_cast<Integer>((value ^ flip) - flip);

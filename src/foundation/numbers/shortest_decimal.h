@@ -59,8 +59,8 @@ struct RealLayout<float> {
     return FLOAT_POWERS[static_cast<std::size_t>(exponent - MIN_FLOAT_POWER)];
   }
 
-  /// The upper bits of power * factor, with the lowest bit set if the remaining bits exceed the
-  /// error of `power`, which is rounded up.
+  /// The upper bits of power * factor. Their lowest bit is also set if the discarded lower bits are
+  /// greater than the error of the product, which exists because `power` was rounded up.
   VSA_WRAPS_AROUND static Bits roundedToOdd(std::uint64_t power, Bits factor) {
     const detail::Wide product = detail::multiply(power, factor);
     return static_cast<Bits>(product.high) | static_cast<Bits>((product.low >> 32) > 1);

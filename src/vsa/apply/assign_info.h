@@ -18,7 +18,7 @@ namespace zn::korvo_sdk::impl {
 struct AssignInfo {
   ds::Vector<Token> targetPath;  ///< The left-hand side, in text order.
   ds::Vector<Token> sourcePath;  ///< Connection: the right-hand side, or the one `null` token.
-  Token valueToken;              ///< The value's main token, which messages quote.
+  Token valueToken;              ///< The value's first token, which messages quote.
   Token countToken;              ///< Buffer: the list with the element count.
   Token elementsToken;           ///< Buffer: the list with the elements.
   Token listToken;               ///< Typed tuple: the list after the type keyword.

@@ -93,8 +93,8 @@ class ReadSession {
   // The parser calls these functions. Those that count memory throw ReadStopped if a limit does not
   // allow it.
 
-  /// Called twice for a simple statement that the parser reads again from its tokens. Counts it
-  /// once.
+  /// Called before a statement is read from its tokens. A statement that was counted already,
+  /// because it began as a simple one, is not counted again.
   void beginStatement(std::int32_t line, std::int32_t column) {
     const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
     if (isAgain) --counts.statements;
@@ -232,7 +232,7 @@ class ReadSession {
                            std::uint64_t count) = 0;
   /// Reports a buffer that is left out.
   virtual void refuse(Refusal refusal, const AssignInfo& info) = 0;
-  // These are called only if `dropsNodes` is set.
+  // Except `isOfLibrary`, these are called only if `dropsNodes` is set.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
   /// Whether the input belongs to a scene of the library.

@@ -4,8 +4,8 @@
 // finds names and values as places in the window, and interns the names. It recognises a statement
 // only if the whole statement and the three tokens after it are buffered and valid. For any other
 // statement it changes nothing, and the parser reads it token by token. So only the parser creates
-// the messages about malformed text. At every call of the scene, the source has been read as far as
-// the parser would have read it: up to the end of the third token after the statement.
+// the messages about malformed text. Whenever the reader calls the scene, the source has been read
+// as far as the parser would have read it: up to the end of the third token after the statement.
 //
 // Each byte is classified once: the three tokens after a statement are the first ones of the next
 // statement, so their places are kept. This and the comparison in `name` save 10 % of the
@@ -44,15 +44,16 @@ struct SimpleStatement {
   bool isWith = false;  ///< The declaration ends in ":", or the path begins with ".".
   Token::Type valueType = Token::Type::Eof;  ///< Value: the type of its first token.
   std::string_view value;                    ///< Value: its first token as written.
-  bool hasBackslash = false;                 ///< Value, Str: whether it contains a backslash.
-  /// Value, Id: the numbers, separated by single blanks. A readable byte follows them.
+  bool hasBackslash = false;                 ///< A string: whether it contains a backslash.
+  /// Of a value `keyword(numbers)`: the numbers, separated by single blanks. The byte after them
+  /// may be read.
   std::string_view list;
   std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
   String output;            ///< Connection: the output; empty for `null`.
 
   SimpleStatement();
   bool isAssignment() const noexcept { return kind >= Kind::Value; }
-  /// The path as the parser reads it.
+  /// The tokens of the path: without the node if the path begins with ".".
   std::span<const Token> path() const noexcept { return std::span(pathTokens).subspan(isWith); }
 };
 
@@ -71,14 +72,15 @@ class StatementScanner {
   /// Whether a statement was accepted.
   bool hasAccepted() const noexcept { return ahead_ != nullptr; }
 
-  /// Whether the window has not changed since `accept`. If it has, a scene has read the file.
+  /// Whether the window is the same as after `accept`. It differs if the scene itself has read from
+  /// the file.
   bool isWindowKept() const noexcept { return lexer_.windowBegin == ahead_; }
 
   /// Moves the lexer back to the end of the last accepted statement, and reads the next token into
   /// each of `tokens`. At most three: their bytes are buffered, so this calls no source.
   void readLookahead(ds::Vector<Token>& tokens);
 
-  /// Corrects the position of the lexer, which `accept` does not update.
+  /// Moves line and column of the lexer to the end of the third token, too. `accept` leaves them.
   void skipLookahead() noexcept;
 
  private:

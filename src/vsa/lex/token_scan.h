@@ -195,8 +195,8 @@ struct StringEnd {
 namespace detail {
 
 #if defined(__SSE2__)
-/// Flags the bytes from NUL to `last`, and the end mark 0xFF. SSE2 compares signed bytes only, so
-/// the bytes are shifted until the end mark is the smallest signed byte and NUL is the next one.
+/// Flags the bytes from NUL to `last`, and the end mark 0xFF. SSE2 compares signed bytes only, so a
+/// constant is added that makes the end mark the smallest signed byte and NUL the next one.
 inline __m128i upToOrMark(__m128i bytes, char last) {
   const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(-127));
   return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(last - 126)));

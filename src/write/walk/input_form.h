@@ -30,7 +30,8 @@ enum class Form : std::uint8_t {
   Link,
 };
 
-/// The state of an input in the scene of the reader before the first statement about it.
+/// The state that an input has when the written text is read again, before the first statement that
+/// sets it.
 struct Start {
   /// Whether the input exists. If not, the statement creates it.
   bool exists = false;

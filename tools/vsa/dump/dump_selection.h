@@ -16,8 +16,8 @@ class DumpSelection {
   /// everything is selected.
   explicit DumpSelection(const std::vector<std::string>& patterns);
 
-  /// The inputs of the node whose paths match, with their paths as names, or the whole node.
-  /// Elements and members of a matching input are not selected again.
+  /// The inputs of `node` whose paths match a pattern, each with its path as its name, or the whole
+  /// node. If an input matches, its elements and members are not selected again.
   ChosenInputs inputsOf(vsa::NodeView node) const;
 
   /// Whether the patterns select anything in the scene.

@@ -16,7 +16,7 @@ namespace vsa_tools {
 struct FindingPlace {
   const std::string& file;  ///< The name as it is shown.
   const CheckedText& text;
-  /// The line at which the reader stops, set for the first finding after it.
+  /// Only for the first finding after the line at which the reader stops: that line.
   std::optional<std::uint64_t> stopLine;
 };
 

@@ -110,7 +110,7 @@ class OrderedWork {
 
   std::mutex mutex_;
   std::condition_variable stored_;    // notifies the consumer when the next result is stored
-  std::condition_variable advanced_;  // notifies the workers of advance() or stop()
+  std::condition_variable advanced_;  // notifies the workers that advance() or stop() was called
   std::size_t waitingWorkers_ = 0;
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;

@@ -53,7 +53,7 @@ void Progress::hide() {
   if (isShown_) erase();
 }
 
-// Returns to the start of the line and erases it, as ECMA-48 terminals do for CSI K.
+// Erases the line: a carriage return, then CSI K, which erases to the end of the line (ECMA-48).
 void Progress::erase() {
   std::fputs("\r\x1B[K", stream_);
   std::fflush(stream_);

@@ -54,7 +54,7 @@ class ListLayout {
   ListShape shape_;
   std::size_t indent_ = 0;
   bool isBroken_ = false;
-  bool isSpilled_ = false;  // whether the last number is too long to keep and is written
+  bool isSpilled_ = false;  // whether the last number is too long for `number_`: written at once
   bool hasNumber_ = false;  // whether there is a last number, in `number_` or written already
   std::size_t count_ = 0;   // the count of numbers that were placed
   std::size_t inLine_ = 0;  // the count of numbers in the current line of a broken list
