@@ -5,17 +5,16 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include <vsa/read.h>
 #include "bench/measure/comparison.h"
+#include "bench/measure/elapsed.h"
 #include "bench/measure/report.h"
 #include "bench/scenes/text_generator.h"
 #include "tools/vsa/check/check_run.h"
@@ -80,12 +79,6 @@ void write(const fs::path& path, const std::string& text) {
   std::ofstream file(path, std::ios::binary);
   file << text;
   if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
-}
-
-double elapsed(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 vsa_tools::CheckOptions optionsFor(const std::string& path) {

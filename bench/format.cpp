@@ -4,18 +4,17 @@
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <optional>
 #include <stdexcept>
 #include <string>
 
 #include <vsa/read.h>
 #include "bench/measure/comparison.h"
+#include "bench/measure/elapsed.h"
 #include "bench/measure/report.h"
 #include "bench/scenes/text_generator.h"
 #include "tools/vsa/fmt/format_file.h"
@@ -27,12 +26,6 @@ namespace fs = std::filesystem;
 using vsa_tools::FormatMode;
 
 constexpr size_t BYTES_PER_STATEMENT = 35;  // of small nodes
-
-double elapsed(const std::function<void()>& work) {
-  const auto start = std::chrono::steady_clock::now();
-  work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 // Also checks that the file is read completely.
 double timeOfReading(const std::string& path) {

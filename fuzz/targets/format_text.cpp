@@ -9,6 +9,7 @@
 #include "fuzz/targets.h"
 #include "tests/syntax/syntax_source.h"
 #include "tools/scene_text/scene_dump.h"
+#include "tools/vsa/common/writing/string_sink.h"
 #include "tools/vsa/fmt/comparison/same_tokens.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 #include "tools/vsa/fmt/reading/reading_check.h"
@@ -21,17 +22,8 @@ using vsa_tests::StepSource;
 
 constexpr std::uint64_t ONE_PART = 1 << 20;
 
-class StringSink final : public vsa::Sink {
- public:
-  bool write(std::string_view more) override {
-    text += more;
-    return true;
-  }
-  std::string text;
-};
-
 std::string formatted(vsa::SyntaxReader reader) {
-  StringSink sink;
+  vsa_tools::StringSink sink;
   vsa_tools::formatText(reader, sink);
   return sink.text;
 }

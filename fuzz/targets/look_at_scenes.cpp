@@ -13,6 +13,7 @@
 #include "fuzz/support/fuzz_scene.h"
 #include "fuzz/targets.h"
 #include "tools/vsa/common/scene/scene_file.h"
+#include "tools/vsa/common/writing/string_sink.h"
 #include "tools/vsa/diff/difference_output.h"
 #include "tools/vsa/extract/scene_part.h"
 #include "tools/vsa/graph/dot_text.h"
@@ -26,15 +27,6 @@ namespace vsa_fuzz {
 namespace {
 
 constexpr char SEPARATOR = '\x01';
-
-class StringSink final : public vsa::Sink {
- public:
-  bool write(std::string_view more) override {
-    text += more;
-    return true;
-  }
-  std::string text;
-};
 
 std::uint64_t differences(const vsa::Scene& a, const vsa::Scene& b,
                           const vsa_tools::DiffOptions& options) {
@@ -105,17 +97,9 @@ void rename(std::string_view text, const vsa::ReadResult& read) {
   for (const vsa::NodeView node : read.scene.nodes()) {
     renames.emplace(node.name(), std::string(node.name()) + "_9");
   }
-  StringSink sink;
+  vsa_tools::StringSink sink;
   vsa::SyntaxReader reader(text);
-  vsa_tools::TextLayout layout(sink);
-  vsa_tools::NodeRenamer renamer(renames, layout);
-  vsa::SyntaxToken token;
-  do {
-    token = reader.next();
-    renamer.put(token);
-  } while (token.kind != vsa::SyntaxKind::EndOfText);
-  layout.put(token);
-  layout.flush();
+  vsa_tools::writeRenamed(reader, renames, sink);
   const vsa::ReadResult renamed = vsa::readText(sink.text);
   if (!renamed.isComplete() || renamed.scene.nodes().size() != read.scene.nodes().size()) {
     fail("merge: the renamed text is another one: " + vsa_tests::visible(sink.text));

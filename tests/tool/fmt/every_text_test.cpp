@@ -13,6 +13,7 @@
 #include <vsa/read.h>
 #include "tests/syntax/syntax_source.h"
 #include "tools/scene_text/scene_dump.h"
+#include "tools/vsa/common/writing/string_sink.h"
 #include "tools/vsa/fmt/comparison/same_tokens.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 #include "tools/vsa/fmt/reading/reading_check.h"
@@ -23,15 +24,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using vsa_tests::StepSource;
-
-class StringSink final : public vsa::Sink {
- public:
-  bool write(std::string_view more) override {
-    text += more;
-    return true;
-  }
-  std::string text;
-};
 
 std::string formatted(std::string_view text) {
   vsa::SyntaxReader reader(text);

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/syntax/syntax_source.h"
+#include "tools/vsa/common/writing/string_sink.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 
 namespace vsa_tools {
@@ -11,13 +12,7 @@ namespace vsa_tools {
 namespace {
 
 std::string layoutOf(std::string_view text) {
-  struct LayoutSink final : vsa::Sink {
-    bool write(std::string_view more) override {
-      text += more;
-      return true;
-    }
-    std::string text;
-  } sink;
+  StringSink sink;
   vsa::SyntaxReader reader(text);
   EXPECT_TRUE(formatText(reader, sink));
   return sink.text;

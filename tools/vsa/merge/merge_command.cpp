@@ -121,15 +121,7 @@ bool MergeCommand::writeTo(vsa::Sink& sink) {
   for (std::size_t i = 0; i < parts_.size(); ++i) {
     TextFileSource source = sourceOf(i);
     vsa::SyntaxReader reader(source);
-    TextLayout layout(sink);
-    NodeRenamer renamer(parts_[i].renames, layout);
-    vsa::SyntaxToken token;
-    do {
-      token = reader.next();
-      renamer.put(token);
-    } while (token.kind != vsa::SyntaxKind::EndOfText);
-    layout.put(token);
-    if (!layout.flush() || !source.error().empty()) return false;
+    if (!writeRenamed(reader, parts_[i].renames, sink) || !source.error().empty()) return false;
   }
   return true;
 }

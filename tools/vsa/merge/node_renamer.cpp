@@ -1,9 +1,38 @@
 #include "tools/vsa/merge/node_renamer.h"
 
+#include "tools/vsa/fmt/layout/text_layout.h"
+
 namespace vsa_tools {
 
 using vsa::SyntaxKind;
 using vsa::SyntaxToken;
+
+namespace {
+
+// Passes the tokens of a text on to a layout, with the names of nodes replaced.
+class NodeRenamer {
+ public:
+  // Both must outlive the object.
+  NodeRenamer(const Renames& renames, TextLayout& layout) : renames_(renames), layout_(layout) {}
+
+  // Processes the next token. EndOfText writes the remaining output.
+  void put(const SyntaxToken& token);
+
+ private:
+  bool mayBeName(const SyntaxToken& word) const;
+  bool isName(const SyntaxToken& next) const;
+  void putWord(bool isName);
+
+  const Renames& renames_;
+  TextLayout& layout_;
+  std::size_t index_ = 0;        // the index of the next token in its statement
+  bool isValue_ = false;         // whether the next token is after the "="
+  bool isFirstOfValue_ = false;  // whether the next token is the first one after the "="
+  bool hasWord_ = false;         // whether the last token is a word that is not passed on yet
+  SyntaxToken word_;
+  std::string text_;       // the text of the word
+  bool isSecond_ = false;  // whether the word is the second token of its statement
+};
 
 // A node is named by the first word of a statement or of a value, or by the second word of a
 // declaration or directive: "sphere ball;", "remove ball;".
@@ -50,6 +79,20 @@ void NodeRenamer::put(const SyntaxToken& token) {
   if (!isEnd) return;
   index_ = 0;
   isValue_ = false;
+}
+
+}  // namespace
+
+bool writeRenamed(vsa::SyntaxReader& reader, const Renames& renames, vsa::Sink& sink) {
+  TextLayout layout(sink);
+  NodeRenamer renamer(renames, layout);
+  vsa::SyntaxToken token;
+  do {
+    token = reader.next();
+    renamer.put(token);
+  } while (token.kind != vsa::SyntaxKind::EndOfText);
+  layout.put(token);
+  return layout.flush();
 }
 
 }  // namespace vsa_tools
