@@ -158,6 +158,7 @@ TEST_F(FmtCommandTest, StreamsLongLists) {
   const CommandOutcome run = vsa("fmt -i b.vsa");
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(content("b.vsa"), text + " 7};");
+  EXPECT_EQ(vsa("fmt b.vsa").out, "");
 }
 
 }  // namespace

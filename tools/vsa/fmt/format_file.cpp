@@ -17,6 +17,7 @@
 #include "tools/vsa/common/writing/output_sink.h"
 #include "tools/vsa/fmt/comparison/same_tokens.h"
 #include "tools/vsa/fmt/diff/line_diff.h"
+#include "tools/vsa/fmt/held_sink.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 #include "tools/vsa/fmt/reading/reading_check.h"
 #include "tools/vsa/fmt/sinks.h"
@@ -31,16 +32,6 @@ FormatOutcome failed(int status, const std::string& shown, const std::string& pr
   return {status, false, {"vsa: " + shown + ": " + printable(problem)}, {}};
 }
 
-/// Copies the whole file to the sink.
-bool copy(std::FILE* file, vsa::Sink& sink) {
-  TextFileSource source(::fileno(file));
-  std::string block(256 << 10, '\0');
-  while (const std::size_t count = source.read(block)) {
-    if (!sink.write(std::string_view(block).substr(0, count))) return false;
-  }
-  return source.error().empty();
-}
-
 /// The formatting of one open file.
 class Formatting {
  public:
@@ -53,34 +44,31 @@ class Formatting {
         onProgress_(onProgress),
         bytes_(TextFileSource(file).size().value_or(0)) {}
 
-  // A large text is formatted into a temporary file while it is read.
   FormatOutcome print() {
-    std::future<ReadingCheck> reading = startReading(file_);
-    const FilePointer spooled(isLarge(file_) ? std::tmpfile() : nullptr);
-    const bool isSpooled = spooled != nullptr && formatInto(spooled.get());
-    if (const auto refused = refusal(reading.get())) return *refused;
+    const HeldSink::Check check = startCheck();
     OutputSink sink;
-    const bool isWritten = isSpooled ? copy(spooled.get(), sink) : format(sink);
-    if (!isWritten || !sink.flush()) return failed(EXIT_USAGE, shown_, sink.error());
-    return {};
+    HeldSink held(sink, check);
+    const bool isWritten = format(held) && held.release() && sink.flush();
+    if (const auto& refused = check.get()) return *refused;
+    return isWritten ? FormatOutcome() : failed(EXIT_USAGE, shown_, sink.error());
   }
 
   FormatOutcome check() {
-    std::future<ReadingCheck> reading = startReading(file_);
+    const HeldSink::Check check = startCheck();
     TextFileSource whole(file_.descriptor());
     ComparingSink sink(whole);
     format(sink);
-    if (const auto refused = refusal(reading.get())) return *refused;
+    if (const auto& refused = check.get()) return *refused;
     if (sink.isSame()) return {};
     return {EXIT_NOT_READ, true, {"vsa: " + shown_ + ": not formatted"}, {}};
   }
 
   FormatOutcome diff() {
-    std::future<ReadingCheck> reading = startReading(file_);
+    const HeldSink::Check check = startCheck();
     const FilePointer formatted(std::tmpfile());
     if (formatted == nullptr) return failed(EXIT_USAGE, shown_, std::strerror(errno));
     if (!formatInto(formatted.get())) return failed(EXIT_USAGE, shown_, std::strerror(errno));
-    if (const auto refused = refusal(reading.get())) return *refused;
+    if (const auto& refused = check.get()) return *refused;
     FormatOutcome outcome;
     printDiff(file_.descriptor(), ::fileno(formatted.get()), shown_, shown_ + " (formatted)",
               [&](std::string_view line) { outcome.output.append(line) += '\n'; });
@@ -119,20 +107,27 @@ class Formatting {
   }
 
  private:
-  /// Whether the text is large enough for a second thread.
-  static bool isLarge(const TextFile& file) {
+  /// A large text is read on another thread.
+  static std::launch launchFor(const TextFile& file) {
     constexpr off_t LARGE_BYTES = 4 << 20;
     struct stat status {};
-    return ::fstat(file.descriptor(), &status) == 0 && status.st_size >= LARGE_BYTES;
+    const bool isLarge = ::fstat(file.descriptor(), &status) == 0 && status.st_size >= LARGE_BYTES;
+    return isLarge ? std::launch::async : std::launch::deferred;
   }
 
   /// Reads a text, on another thread if it is large.
   std::future<ReadingCheck> startReading(const TextFile& file) const {
-    const auto launch = isLarge(file) ? std::launch::async : std::launch::deferred;
-    return std::async(launch, [this, &file] {
-      TextFileSource source = sourceOf(file);
-      return checkReading(source, arguments_);
-    });
+    return std::async(launchFor(file), [this, &file] { return read(file); });
+  }
+
+  /// Reads the file, on another thread if it is large. The result is its refusal().
+  HeldSink::Check startCheck() const {
+    return std::async(launchFor(file_), [this] { return refusal(read(file_)); });
+  }
+
+  ReadingCheck read(const TextFile& file) const {
+    TextFileSource source = sourceOf(file);
+    return checkReading(source, arguments_);
   }
 
   TextFileSource sourceOf(const TextFile& file) const {
