@@ -1,4 +1,4 @@
-// BackLinks: the inputs that refer to a node or are connected to one of its outputs.
+// BackLinks: finds the inputs that refer to a node or are connected to one of its outputs.
 #pragma once
 
 #include <cstdint>
@@ -10,24 +10,29 @@
 
 namespace vsa {
 
-/// An index of the links of a scene, grouped by the node to which they refer. The constructor
-/// visits all inputs, elements and members once; later changes of the scene have no effect on the
-/// index. It takes 8 bytes for each link and for each node that was ever created.
+/// An index of all references and connections of a scene, by the node to which they lead. The
+/// constructor visits every input, element and member of the scene once. Later changes of the scene
+/// do not change the index. The index takes 8 bytes for each link, and 8 bytes for each node that
+/// was ever created.
 class VSA_API BackLinks {
  public:
+  /// An index without links.
   BackLinks() = default;
-  /// Takes time and memory proportional to the size of the scene. Throws std::bad_alloc.
+  /// Creates the index of `scene`. Takes time and memory proportional to the size of the scene.
+  /// Throws std::bad_alloc.
   explicit BackLinks(SceneView scene);
 
-  /// The inputs that refer to the node or are connected to one of its outputs, in the order of
-  /// their nodes and of their creation. An input that does both is listed twice. Empty for a node
-  /// that is missing, was removed or belongs to another scene. Valid as long as this object.
+  /// Returns the inputs that refer to `node` or are connected to one of its outputs. They have the
+  /// order of the scene: node after node, and within a node in the order of creation. An input that
+  /// refers to the node and is also connected to it is listed twice. The result is empty if `node`
+  /// is missing, was removed or belongs to another scene. It is valid as long as this object
+  /// exists.
   std::span<const InputView> of(NodeView node) const noexcept;
 
  private:
   const zn::korvo_sdk::Scene* scene_ = nullptr;
-  // The i-th entry is the index in `links_` of the first link to the node in slot i. The last entry
-  // is the number of links.
+  // The i-th number is the index in `links_` of the first link to the node in slot i. The last
+  // number is the number of all links.
   std::vector<std::uint64_t> firsts_;
   std::vector<InputView> links_;
 };

@@ -1,20 +1,22 @@
-// Node and Input: views that can also change the node or input.
+// Node and Input: views through which a program can also change the node or the input.
 //
 //   vsa::Scene scene;
 //   vsa::Node sun = scene.addNode("lamp", "sun");
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every change returns a Status, and none throws. A refused change changes nothing, except after
-// OutOfMemory: the input may have no value, and the header of a scene may have lost comments. A
-// missing node or input refuses every change, so calls can be chained without checks. A change that
-// no text can represent is refused: see EditError.
+// Every function that changes something returns a Status. None throws. A function that fails
+// changes nothing, with one exception: after OutOfMemory an input may have lost its value, and a
+// scene may have lost comments of its header. A function of a missing node or input fails, so a
+// program can chain calls without checks. A function also fails if no text can represent the result
+// of the change: see EditError.
 //
-// add() returns an existing input or member unchanged. set() of a value of another type replaces
-// both value and type, unless the node's type is declared: then the declared types are kept.
+// If the input or member exists already, add() returns it unchanged. set() replaces the value. If
+// the new value has another type, set() also replaces the type. It fails instead if the type of the
+// input is declared.
 //
-// Views and ranges may still be used after a change. Removing a node or an input frees the memory
-// of its values at once. The object itself, 48 to 64 bytes, is freed with the scene.
+// Views and ranges stay usable after a change. If a node or input is removed, the memory of its
+// values is freed at once. Its object, 48 to 64 bytes, is freed with the scene.
 #pragma once
 
 #include <array>
@@ -34,19 +36,20 @@
 
 namespace vsa {
 
-/// The Node or Input that was added. If it could not be added, it is missing, and `status` has the
-/// reason.
+/// The Node or Input that was added. If the function failed, this view is missing, and `status`
+/// contains the reason.
 template <class Handle>
 struct [[nodiscard]] Added : Handle {
   Added(Handle handle) noexcept : Handle(handle) {}       // implicit: a success
   Added(Status refused) noexcept : status(refused) {}     // implicit: a refusal
   Added(EditError refused) noexcept : status(refused) {}  // implicit: a refusal
+  /// Whether the function succeeded, and the reason if it failed.
   Status status;
 };
 
 namespace detail {
 
-// The type of the numbers in an element of an array: Float for float and for std::array<float, 3>.
+// The element type of one number in T: Float for both float and std::array<float, 3>.
 template <class T>
 struct NumberOf {
   static constexpr ElementType TYPE = componentTypeOf<T>();
@@ -54,8 +57,8 @@ struct NumberOf {
 template <class T, std::size_t N>
 struct NumberOf<std::array<T, N>> : NumberOf<T> {};
 
-// Whether values of type Element can be the elements of a buffer of the type, or the numbers of
-// these elements.
+// Whether an array of Element can be the contents of a buffer with this element type. Each Element
+// is one number, several numbers, or a struct with the size of one element.
 template <class Element>
 bool fitsBuffer(ElementType type) noexcept {
   constexpr ElementType NUMBER = NumberOf<Element>::TYPE;
@@ -65,13 +68,15 @@ bool fitsBuffer(ElementType type) noexcept {
 
 }  // namespace detail
 
-/// An input, an element or a member that can be changed.
+/// A view of an input, an element or a member through which it can be changed.
 class Input : public InputView {
  public:
+  /// A missing input.
   Input() = default;
+  /// The view of `input`. A null pointer gives a missing view.
   explicit Input(zn::korvo_sdk::Input* input) noexcept : InputView(input) {}
 
-  /// The element at that index; missing if there is none.
+  /// The element at index `element`; missing if there is none.
   Input operator[](std::uint64_t element) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->element(element) : nullptr);
   }
@@ -80,19 +85,20 @@ class Input : public InputView {
     return Input(mutablePlain() != nullptr ? mutablePlain()->memberNamed(member) : nullptr);
   }
 
-  // Values. A new value replaces the earlier one, with its elements and members. The input keeps
-  // its connection.
+  // Values. A new value replaces the old value and the elements and members of the input. It does
+  // not change the connection of the input.
 
   /// Sets the value. Fails with PlusInfinity, NotANumber or NulCharacter if no text can represent
-  /// it.
+  /// the value.
   VSA_API Status set(const Value& value) const noexcept;
-  /// Sets a buffer with a copy of `bytes`, which must be whole elements. Fails with BadBufferType,
-  /// BufferSize or NotANumber if the bytes are not a buffer that a text can represent.
+  /// Sets the value to a buffer with a copy of `bytes`. The number of bytes must be a multiple of
+  /// the element size. Fails with BadBufferType, BufferSize or NotANumber if no text can represent
+  /// the buffer.
   VSA_API Status setBufferBytes(ElementType type, std::span<const std::byte> bytes) const noexcept;
-  /// Sets a buffer with a copy of `elements`: an array of numbers (`std::vector<float>`), of
-  /// std::array of numbers, or of a struct with the size and the layout of one element. Fails with
-  /// BufferSize if the elements of the type have numbers of another type, or if the numbers are not
-  /// whole elements.
+  /// Sets the value to a buffer with a copy of `elements`. The range contains numbers
+  /// (`std::vector<float>`), std::arrays of numbers, or structs with the size and layout of one
+  /// buffer element. Fails with BufferSize if `type` has numbers of another type, or if the numbers
+  /// do not fill whole elements.
   template <std::ranges::contiguous_range Range>
   requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
   setBuffer(ElementType type, const Range& elements)
@@ -100,41 +106,42 @@ class Input : public InputView {
     if (!detail::fitsBuffer<std::ranges::range_value_t<Range>>(type)) return EditError::BufferSize;
     return setBufferBytes(type, std::as_bytes(std::span(elements)));
   }
-  /// Sets a buffer of the `count` elements in `memory`, which must have at least as many. The
-  /// memory is not copied: the input owns it afterwards. It is freed if the change is refused.
-  /// Fails with BufferSize if `memory` is null and the count is not 0, or if the number of bytes
-  /// overflows.
+  /// Sets the value to a buffer of `count` elements without copying `memory`. The memory must have
+  /// room for at least `count` elements. The input takes ownership of it. If the function fails, it
+  /// frees the memory. It fails with BufferSize if `memory` is null and the count is not 0, and if
+  /// the number of bytes overflows.
   VSA_API Status setBuffer(ElementType type, std::uint64_t count,
                            BufferMemory memory) const noexcept;
-  /// Removes the value: the type is Null again.
+  /// Removes the value. The type of the input is then Null.
   VSA_API Status clear() const noexcept;
 
-  // Links. The node must belong to the same scene; otherwise the functions fail with OtherScene.
+  // Links. The functions fail with OtherScene if the node belongs to another scene.
 
-  /// Makes the input refer to the node. Fails with Missing or Removed if there is no such node.
+  /// Makes the input a reference to the node. Fails with Missing or Removed if the node does not
+  /// exist.
   VSA_API Status refer(NodeView node) const noexcept;
-  /// Makes the input a reference to no node, as `null` does in a text.
+  /// Makes the input a reference to no node, like `null` in a text.
   VSA_API Status referToNone() const noexcept;
-  /// Connects the input to an output of the node. The input keeps its value. Fails with BadName,
-  /// FormerName or NotDeclared if the node cannot have such an output.
+  /// Connects the input to the output `output` of the node. The value of the input stays. Fails
+  /// with BadName, FormerName or NotDeclared if the node cannot have such an output.
   VSA_API Status connect(NodeView node, TextParameter output) const noexcept;
-  /// Removes the connection, if there is one.
+  /// Removes the connection. Does nothing if the input has none.
   VSA_API Status disconnect() const noexcept;
 
-  // Arrays. All elements of an array have the same type. The elements of an array of type Null can
+  // Arrays. All elements of an array have the same type. In an array of type Null, elements can
   // only have links. No text can represent an array without elements.
 
-  /// Makes the input an array of that element type and removes all earlier elements.
+  /// Makes the input an array of `elementType`. Removes all elements that it had before.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
-  /// Appends an element with the zero value of its type. Fails with BadBufferType for an array of
-  /// buffers: use appendBuffer for these.
+  /// Appends an element with the zero value of its type. Fails with BadBufferType if the elements
+  /// are buffers: use appendBuffer for them.
   VSA_API Added<Input> append() const noexcept;
-  /// Appends an element with that value.
+  /// Appends an element with this value.
   VSA_API Status append(const Value& value) const noexcept;
-  /// Appends an element with that buffer to an array of buffers. See setBufferBytes.
+  /// Appends a buffer to an array of buffers. The parameters are those of setBufferBytes.
   VSA_API Status appendBufferBytes(ElementType type,
                                    std::span<const std::byte> bytes) const noexcept;
-  /// Appends an element with that buffer to an array of buffers. See setBuffer for the parameters.
+  /// Appends a buffer to an array of buffers. The parameters are those of setBuffer.
   template <std::ranges::contiguous_range Range>
   requires std::is_trivially_copyable_v<std::ranges::range_value_t<Range>> Status
   appendBuffer(ElementType type, const Range& elements)
@@ -144,38 +151,42 @@ class Input : public InputView {
   }
   VSA_API Status appendBuffer(ElementType type, std::uint64_t count,
                               BufferMemory memory) const noexcept;
-  /// Removes elements from the end, or appends elements as append() does.
+  /// Changes the number of elements to `count`. Removes elements at the end, or appends elements as
+  /// append() does.
   VSA_API Status resize(std::uint64_t count) const noexcept;
 
   // Objects.
 
-  /// Makes the input an object and removes all earlier members.
+  /// Makes the input an object. Removes all members that it had before.
   VSA_API Status makeObject() const noexcept;
-  /// Returns the member of that name. If there is none, adds one without a value. An input without
-  /// a value becomes an object.
+  /// Returns the member with this name. If there is none, adds a member without a value. If the
+  /// input has no value, it becomes an object.
   VSA_API Added<Input> add(TextParameter member) const noexcept;
-  /// Sets the value of the member of that name, and adds the member if there is none.
+  /// Sets the value of the member with this name. If there is none, adds the member.
   VSA_API Status set(TextParameter member, const Value& value) const noexcept;
-  /// Removes the member of that name. Fails with Missing if there is none.
+  /// Removes the member with this name. Fails with Missing if there is none.
   VSA_API Status remove(TextParameter member) const noexcept;
 };
 
-/// A node that can be changed.
+/// A view of a node through which the node can be changed.
 class Node : public NodeView {
  public:
+  /// A missing node.
   Node() = default;
+  /// The view of `node`. A null pointer gives a missing view.
   explicit Node(zn::korvo_sdk::Node* node) noexcept : NodeView(node) {}
 
-  /// The input of that name; missing if there is none.
+  /// The input with this name; missing if there is none.
   Input operator[](TextParameter input) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->inputNamed(input) : nullptr);
   }
-  /// Returns the input of that name. If there is none, adds one without a value, which is `|= null`
-  /// in a text. Fails with NotDeclared if the node's type is declared without this input.
+  /// Returns the input with this name. If there is none, adds an input without a value: a text
+  /// contains it as `|= null`. Fails with NotDeclared if the type of the node is declared and has
+  /// no such input.
   VSA_API Added<Input> add(TextParameter input) const noexcept;
-  /// Sets the value of the input of that name, and adds the input if there is none.
+  /// Sets the value of the input with this name. If there is none, adds the input.
   VSA_API Status set(TextParameter input, const Value& value) const noexcept;
-  /// Removes the input of that name. Fails with Missing if there is none.
+  /// Removes the input with this name. Fails with Missing if there is none.
   VSA_API Status remove(TextParameter input) const noexcept;
 };
 

@@ -1,4 +1,4 @@
-// Status: whether a change of a scene was made, and if not, why.
+// Status: whether a change of a scene succeeded, and the reason if it failed.
 #pragma once
 
 #include <cstdint>
@@ -7,57 +7,61 @@
 
 namespace vsa {
 
-/// Why a change was refused. A refused change changes nothing, except after OutOfMemory: see
+/// The reason why a change failed. A change that fails has no effect, except after OutOfMemory: see
 /// edit.h.
 enum class EditError : std::uint8_t {
+  /// The change succeeded.
   None,
-  // The change does not fit the node or input.
+  // The change is not possible for this node or input.
   Missing,           ///< The node or input does not exist.
   Removed,           ///< The node or input was removed from its scene.
   OtherScene,        ///< The link is to a node of another scene.
-  NotAnArray,        ///< The change needs an array, and the input is not an array.
-  NotAnObject,       ///< The change needs an object, and the input has another type.
+  NotAnArray,        ///< The change requires an array, and the input is not an array.
+  NotAnObject,       ///< The change requires an object, and the input has another type.
   OtherElementType,  ///< The elements of the array have another type.
-  NotDeclared,       ///< The node's type is declared and has no such input or output.
-  DeclaredType,      ///< The node's type declares another type for this input.
-  TakesNoValue,      ///< The node's type declares that this input takes links only.
-  TooDeep,           ///< The input would exceed the depth limit of the scene.
+  NotDeclared,       ///< The type of the node is declared and has no such input or output.
+  DeclaredType,      ///< The type of the node declares another type for this input.
+  TakesNoValue,      ///< The type of the node declares that this input accepts links only.
+  TooDeep,           ///< The nesting level of the input would exceed the depth limit of the scene.
   TooMany,           ///< The array would have more than 2^32 - 1 elements.
-  // The change needs something that no text can represent.
-  BadName,            ///< The name is not an identifier, or is true, false or null: see isName.
-  NameTaken,          ///< There is a node of that name.
-  FormerName,         ///< The node's type declares the name as a former name of something else.
-  PlusInfinity,       ///< The Real is plus infinity. Only lists and buffers can contain it.
-  NotANumber,         ///< A NaN that no text can produce: see checkReal and checkNumbers.
-  NulCharacter,       ///< The string, the comment or the time contains a NUL.
-  BadElementType,     ///< Arrays cannot have this element type. For references, use a Null array.
-  BadBufferType,      ///< Buffers cannot have this type, or the array element needs a buffer.
-  BufferSize,         ///< The memory is not whole elements, or the numbers have another type.
+  // No text can represent the result.
+  BadName,       ///< The name is not an identifier, or it is true, false or null: see isName.
+  NameTaken,     ///< The scene has a node with this name.
+  FormerName,    ///< The type declares the name as a former name of another input or output.
+  PlusInfinity,  ///< The Real is plus infinity. A text can contain it only in lists and buffers.
+  NotANumber,    ///< A number is a NaN that no text can represent: see checkReal and checkNumbers.
+  NulCharacter,  ///< The string, the comment or the time contains a NUL.
+  BadElementType,     ///< Arrays cannot have this element type. For references, use the type Null.
+  BadBufferType,      ///< Buffers cannot have this element type, or the array contains buffers.
+  BufferSize,         ///< The bytes are not whole elements, or the numbers have another type.
   BadComment,         ///< The comment contains a line end or a byte 0xFF.
   BadVersionComment,  ///< The comment contains "version:" and no number after its first ":".
-  /// The time has white space at its beginning or end, or contains a line end, a byte 0xFF or
+  /// The time begins or ends with white space, or it contains a line end, a byte 0xFF or
   /// "version:".
   BadTime,
   OutOfMemory,  ///< Memory could not be allocated.
 };
 
-/// The stable name of an error in kebab case: "bad-name". Never null; "unknown" for a value that is
-/// not in the enumeration.
+/// Returns the stable name of an error in kebab case, such as "bad-name". Returns "unknown" for a
+/// number that is no EditError, and never null.
 VSA_API const char* name(EditError error) noexcept;
 
-/// Whether a change was made, and if not, why. A plain value.
+/// Whether a change succeeded, and the reason if it failed. It is a plain value.
 class [[nodiscard]] Status {
  public:
+  /// Success.
   constexpr Status() noexcept = default;
+  /// The status for this error; success for EditError::None.
   constexpr Status(EditError error) noexcept
       : error_(error) {}  // implicit: `return EditError::...`
 
-  /// Whether the change was made.
+  /// Whether the change succeeded.
   constexpr explicit operator bool() const noexcept { return error_ == EditError::None; }
+  /// The reason of the failure, or EditError::None.
   constexpr EditError error() const noexcept { return error_; }
-  /// The reason as a sentence for people; empty after a success. Never null.
+  /// The reason as a sentence for people. It is empty after a success, and never null.
   VSA_API const char* message() const noexcept;
-  /// For programs that prefer exceptions: throws std::bad_alloc for OutOfMemory and
+  /// Throws an exception if the change failed: std::bad_alloc for OutOfMemory, and
   /// std::invalid_argument with the message for any other error.
   VSA_API void orThrow() const;
 

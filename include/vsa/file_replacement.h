@@ -1,4 +1,4 @@
-// FileReplacement: a new file in the folder of the file that it replaces.
+// FileReplacement: writes a new file and then puts it in the place of an old file.
 //
 //   vsa::FileReplacement file;
 //   if (!file.open(path) || !file.write(text) || !file.replace()) std::puts(file.error().c_str());
@@ -13,31 +13,35 @@
 
 namespace vsa {
 
-/// A sink that writes one file, for programs that write a text themselves; vsa::writeFile uses it.
-/// The bytes go to a new file in the folder of the old one; `replace` renames it to the name of the
-/// old file. Until then the old file is unchanged, even if this object is destroyed or the process
-/// ends. A pipe or a device is written to directly. The functions throw std::bad_alloc only.
+/// A sink that replaces one file by a new one. vsa::writeFile uses this class, and programs that
+/// create a text themselves can use it. The bytes go to a new file in the folder of the old file.
+/// `replace` renames the new file to the name of the old one. Before that call the old file does
+/// not change, even if this object is destroyed or the process ends. If the path is a pipe or a
+/// device, the bytes go to it directly. The functions throw std::bad_alloc and no other exception.
 class VSA_API FileReplacement final : public Sink {
  public:
+  /// An object without a file. Call `open` next.
   FileReplacement() = default;
   FileReplacement(const FileReplacement&) = delete;
   FileReplacement& operator=(const FileReplacement&) = delete;
-  /// Deletes the new file, unless it has replaced the old one.
+  /// Deletes the new file if `replace` has not renamed it.
   ~FileReplacement() override;
 
-  /// Opens the new file for `path`, once. If `path` is a symbolic link, the file that it refers to
-  /// is replaced. Like `write` and `replace`, returns false on failure; `error` returns the reason.
-  /// A path with a NUL in it fails.
+  /// Creates the new file for `path`. Call it once. If `path` is a symbolic link, the file to which
+  /// the link refers is replaced. A path that contains a NUL is an error. Like `write` and
+  /// `replace`, the function returns false on failure, and `error` then returns the reason.
   bool open(const std::filesystem::path& path);
-  /// Appends to the new file.
+  /// Appends `text` to the new file.
   bool write(std::string_view text) override;
-  /// The path of the new file until `replace`; empty if the bytes go to a pipe or a device.
+  /// The path of the new file until `replace` renames it. The path is empty if the bytes go to a
+  /// pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
-  /// Gives the new file the permissions of the old one, waits until it is on the disk, and renames
-  /// it. If there is an old file, only the owner may read the new file before it is renamed.
+  /// Puts the new file in the place of the old one. Gives the new file the permissions of the old
+  /// file, waits until its bytes are on the disk, and renames it. If there is an old file, only the
+  /// owner can read the new file before it is renamed.
   bool replace();
 
-  /// Why a function returned false, as a message for people.
+  /// The reason why a function returned false, as a message for people.
   std::string error() const override { return error_; }
 
  private:

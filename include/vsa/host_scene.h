@@ -1,5 +1,5 @@
-// HostScene: a base class for a host's own scene. It implements every function of the scene
-// interface, so that a host overrides only what it needs.
+// HostScene: a base class for the scene of a host. It implements all functions of the scene
+// interface. A host overrides only the functions that it needs.
 //
 //   class Loader : public vsa::HostScene {
 //     void onValue(const vsa::HostInput& input, const zn::korvo_sdk::AttrData& value) override {
@@ -9,10 +9,11 @@
 //   Loader loader;
 //   const vsa::ReadOutcome outcome = vsa::readFileInto(loader, "scene.vsa");
 //
-// Without overrides, the classes store nodes, inputs and their types, which the reader needs, and
-// free all values. A host overrides the functions of HostScene that are called for each value or
-// link, or overrides makeNode to return nodes of its own class. An exception that these functions
-// throw ends the reading: see ReadStatus. Nodes, inputs and outputs exist as long as the scene.
+// By default, the classes store nodes and inputs with their types, because the reader requires
+// them, and free all values. A host overrides the functions that HostScene calls for each value or
+// link. To use its own class of nodes, a host overrides makeNode. If one of these functions throws
+// an exception, the reading ends: see ReadStatus. Nodes, inputs and outputs exist as long as the
+// scene.
 #pragma once
 
 #include <cstdint>
@@ -37,11 +38,12 @@ class HostScene;
 /// An output of a HostNode.
 class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
  public:
+  /// Creates an output of `node` with this name.
   HostOutput(HostNode* node, std::string_view name) : node_(node), name_(name) {}
 
-  /// The node that has the output. Null if makeNode returned null for it.
+  /// The node that the output belongs to. It is null if makeNode returned null for the node.
   HostNode* node() const noexcept { return node_; }
-  /// The name of the output, as in the text.
+  /// The name of the output, with the spelling of the text.
   const std::string& name() const noexcept { return name_; }
 
  private:
@@ -49,12 +51,13 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
   std::string name_;
 };
 
-/// An input of a HostNode, an element of an array or a member of an object. It stores its name, its
-/// type, its elements and its members, and no value. A host may derive a class from it: see
+/// An input of a HostNode, an element of an array or a member of an object. It stores its name,
+/// type, elements and members. It stores no value. A host may derive a class from it: see
 /// HostNode::makeInput.
 class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
  public:
-  /// `parent` is null for an input of the node. An element has an empty name and its index.
+  /// Creates an input of `node`. `parent` is the array or object that contains the input, or null
+  /// for an input of the node itself. An element has an empty name and its index in the array.
   HostInput(HostNode& node, HostInput* parent, std::string_view name, std::uint64_t index,
             ValueType type);
   virtual ~HostInput();
@@ -65,7 +68,7 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   HostNode& node() const noexcept { return node_; }
   /// The name of the input or member; empty for an element.
   const std::string& name() const noexcept { return name_; }
-  /// The path of the input without the name of the node: "points", "bones[2].at".
+  /// The path of the input without the name of the node, such as "points" or "bones[2].at".
   std::string pathInNode() const;
 
   // The functions of IInput.
@@ -105,15 +108,16 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   ValueType type_;
   ValueType elementType_ = ValueType::Null;
   ElementType bufferType_ = ElementType::Null;
-  bool isUnused_;  // an array element that counts as empty
+  bool isUnused_;  // whether this is an array element that counts as empty
   std::vector<std::unique_ptr<HostInput>> elements_;
   std::map<std::string, std::unique_ptr<HostInput>, std::less<>> members_;
 };
 
-/// A node. It stores its name, its type, its inputs and its outputs. A host may derive a class from
-/// it: see HostScene::makeNode.
+/// A node of a HostScene. It stores its name, type, inputs and outputs. A host may derive a class
+/// from it: see HostScene::makeNode.
 class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
  public:
+  /// Creates a node of `scene` with this type and name.
   HostNode(HostScene& scene, std::string_view type, std::string_view name);
   virtual ~HostNode();
   HostNode(const HostNode&) = delete;
@@ -121,27 +125,30 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
 
   /// The scene that the node belongs to.
   HostScene& scene() const noexcept { return scene_; }
-  /// The name of the node and the name of its type. Valid as long as the node.
+  /// The name of the node, and the name of its type. Both views are valid as long as the node.
   std::string_view nodeName() const noexcept { return name_.view(); }
   std::string_view nodeType() const noexcept { return type_.view(); }
 
-  // Called when an input of the node changes. The defaults call the same functions of the scene.
+  // Notifications of changes. The default of each function calls the scene's function with the same
+  // name.
 
-  /// The input gets a value of its type. The memory of the value is freed after the call.
+  /// Called when the input gets a value, which has the type of the input. The memory of the value
+  /// is freed after the call.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
-  /// The input refers to `node`. If `node` is null, the input refers to no node, or to one for
-  /// which makeNode returned null.
+  /// Called when the input becomes a reference to `node`. A null `node` means a reference to no
+  /// node, or to a node for which makeNode returned null.
   virtual void onReference(const HostInput& input, HostNode* node);
-  /// The input is connected to `output`. If `output` is null, the connection is removed.
+  /// Called when the input is connected to `output`. For a null `output`, the connection of the
+  /// input is removed.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
   /// Creates an input, an element or a member. The parameters are those of HostInput's constructor.
-  /// If it returns null, the statement is an error. The default returns a HostInput.
+  /// If the function returns null, the statement is an error. The default returns a HostInput.
   virtual std::unique_ptr<HostInput> makeInput(HostInput* parent, std::string_view name,
                                                std::uint64_t index, ValueType type);
 
-  // The functions of INode. A node has every input and every output that a text names. An override
-  // of `output` must return a HostOutput or null.
+  // The functions of INode. A node has all inputs and outputs that a text names. An override of
+  // `output` must return a HostOutput or null.
 
   zn::String name() const override { return name_; }
   zn::String type() const override { return type_; }
@@ -159,33 +166,38 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   std::map<std::string, std::unique_ptr<HostOutput>, std::less<>> outputs_;
 };
 
-/// A scene: nodes by name. One thread at a time may read into it.
+/// A scene that contains nodes with different names. One thread at a time may read into it.
 class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
  public:
+  /// An empty scene.
   HostScene();
   virtual ~HostScene();
   HostScene(const HostScene&) = delete;
   HostScene& operator=(const HostScene&) = delete;
 
-  /// The node of that name; null if there is none, or if makeNode returned null for it.
+  /// Returns the node with this name. Returns null if there is none, or if makeNode returned null
+  /// for it.
   HostNode* node(TextParameter name) const;
 
-  /// The maximum number of empty array elements in the scene: those that exist only because a
-  /// higher index was used. A text that exceeds it ends the reading with an error.
+  /// The maximum number of empty array elements in the scene. An element is empty if it exists only
+  /// because the text used a higher index. If a text exceeds the maximum, the reading ends with an
+  /// error.
   std::uint64_t emptyElementLimit = 524288;
-  /// The maximum nesting level of inputs; an input of a node has level 1. A text that exceeds it
-  /// ends the reading with an error.
+  /// The maximum nesting level of inputs. An input of a node has level 1. If a text exceeds the
+  /// maximum, the reading ends with an error.
   std::uint64_t depthLimit = 256;
 
-  // Called when the scene changes. The defaults of all but makeNode do nothing.
+  // Notifications of changes. Except for makeNode, the defaults do nothing.
 
-  /// Creates the node for a declaration or a `define` statement. If it returns null, the scene
-  /// remembers only the name: the statements of the node are checked, and its values and links are
-  /// ignored. The default returns a HostNode.
+  /// Creates the node for a declaration or a `define` statement. The default returns a HostNode. If
+  /// the function returns null, the scene stores only the name of the node. The reader then checks
+  /// the statements of the node, and the scene ignores its values and links.
   virtual std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name);
-  /// A node is removed from look-ups. The object exists as long as the scene.
+  /// Called when a node is removed. Look-ups of its name then return no node. The object exists as
+  /// long as the scene.
   virtual void onRemove(HostNode& node);
-  /// HostNode's functions of the same names call these by default. See there.
+  /// Called for values, references and connections of all nodes. The functions of HostNode with the
+  /// same names describe the parameters, and their defaults call these functions.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);

@@ -1,4 +1,4 @@
-// The entry points. Each reads one VSA text into a scene.
+// The entry points of the plain interface. Each function reads one VSA text into a scene.
 //
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);
@@ -11,38 +11,40 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reports whether the whole source was read. Set when the call returns, whatever the result.
-/// Unchanged when the call throws. Does not affect the result or the log.
+/// Additional results of a reading. They tell whether the text was read to the end of its source.
+/// They are set when the call returns, and do not change when the call throws. They have no effect
+/// on the return value and on the log.
 struct ReadReport {
-  /// True when a byte 0xFF ended the text before the end of the source.
+  /// Whether a byte 0xFF ended the text before the end of the source.
   bool endedAtMark = false;
   /// The message for a string or list that the end of the text cuts off, such as "UNEXPECTED EOF
-  /// while parsing STRING". Otherwise empty.
+  /// while parsing STRING". It is empty if nothing was cut off.
   String cutOff;
-  /// The position of the last character read. The lexer reads ahead, so it may be after the
-  /// statement that failed. Lines count from 1, and columns count bytes from 1. Both wrap around
-  /// past 2^31 - 1.
+  /// The line and the column of the last character that the lexer has read. Both count from 1,
+  /// columns in bytes. The lexer reads ahead, so this position can be after the statement that
+  /// failed. The numbers wrap around after 2^31 - 1.
   int line = 0;
   int column = 0;
 };
 
-/// Reads `text` into `scene`. Returns true when the whole text was read and its links were
-/// resolved. Returns false when an error stopped the parse; the error has been logged. Statements
-/// applied before an error stay applied.
+/// Reads `text` into `scene`. Returns true if the whole text was read and its links were resolved.
+/// If an error stopped the parse, logs the error and returns false. The statements before the error
+/// have been applied to the scene, and remain applied.
 ///
-/// Throws DiagnosticError (a std::runtime_error) when one of the first three tokens contains a
-/// character that no token may contain. Propagates std::bad_alloc, and exceptions of the scene and
-/// the log sink that are not std::runtime_error. With a null scene, nothing is found or created.
+/// Throws DiagnosticError, a std::runtime_error, if one of the first three tokens contains an
+/// invalid character. std::bad_alloc propagates to the caller. So do exceptions of the scene and
+/// the log sink, except for std::runtime_error. If the scene is null, no node is found or created.
 ///
-/// May be called again with the same scene to add nodes. May be called from several threads at once
-/// with a different scene each. The caller owns the scene.
+/// The caller owns the scene. A further call with the same scene adds nodes to it. Several threads
+/// may call the function at the same time with different scenes.
 VSA_API bool parseString(interfaces::IScene* scene, String text);
 VSA_API bool parseString(interfaces::IScene* scene, String text, ReadReport& report);
 
-/// Reads `file` from its read position in the same way. Unless `keepHeader`, first resets the
-/// scene's header: no comments, version VSX_FILE_VERSION_1, no time. Exceptions of the scene during
-/// the reset propagate, including std::runtime_error. If the file is not open or a read fails, the
-/// text ends there. Call `failed()` on a copy of the file to detect this.
+/// Reads `file` in the same way, from its read position. If `keepHeader` is false, the function
+/// first resets the header of the scene: no comments, version VSX_FILE_VERSION_1 and no time.
+/// Exceptions of the scene during the reset propagate to the caller, including std::runtime_error.
+/// If the file is not open or a read fails, the text ends there. To detect this, keep a copy of the
+/// file and call its `failed()`.
 VSA_API bool parseVsa(interfaces::IScene* scene, File file, bool keepHeader);
 VSA_API bool parseVsa(interfaces::IScene* scene, File file, bool keepHeader, ReadReport& report);
 

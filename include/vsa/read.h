@@ -1,17 +1,19 @@
-// Reading a VSA text: from a file, from memory, or from a source of the host.
+// Reads a VSA text from a file, from memory, or from a source of the host.
 //
 //   const vsa::ReadResult result = vsa::readFile("scene.vsa");
 //   if (!result.isComplete()) {
 //     for (const vsa::Diagnostic& found : result.diagnostics) std::puts(found.logLine().c_str());
 //   }
 //
-// None of these functions throws, and none prints. Every failure is part of the result, and so is
-// every exception of the host's own scene, source or callback. Each call has its own options; calls
-// on different scenes may run on different threads at the same time. Callbacks may inspect the
-// scene into which the text is read, and must not change it. If a callback starts a second reading
-// into this scene, that reading is Unreadable and changes nothing. A host's scene, source or
-// callback may read or parse texts into other scenes: each reading has its own limits and
-// diagnostics.
+// None of these functions throws or prints. The result reports each failure, and each exception of
+// the host's scene, source or callback.
+//
+// Each call has its own options, limits and diagnostics. Several threads may read into different
+// scenes at the same time.
+//
+// A callback may inspect the scene into which the text is read. It must not change that scene. If
+// it starts a second reading into that scene, the second reading is Unreadable and changes nothing.
+// Callbacks, sources and scenes of a host may read texts into other scenes.
 #pragma once
 
 #include <cstddef>
@@ -36,119 +38,130 @@
 
 namespace vsa {
 
-/// A source of a text that is neither a file nor in memory: an archive, a socket, a decoder. The
-/// host owns it. An exception of its functions ends the reading with ReadStatus::HostException.
+/// A source of a text that is neither a file nor in memory, such as an archive, a socket or a
+/// decoder. The host owns the object. If one of its functions throws an exception, the reading ends
+/// with ReadStatus::HostException.
 class VSA_API Source {
  public:
   virtual ~Source() = default;
-  /// Writes up to `to.size()` bytes, 1 or more, and returns how many; 0 at the end and when a read
-  /// fails. A larger result counts as `to.size()`.
+  /// Writes bytes of the text to `to` and returns their number. `to` has room for at least 1 byte.
+  /// Returns 0 at the end of the text and if a read fails. A result greater than `to.size()` counts
+  /// as `to.size()`.
   virtual std::size_t read(std::span<char> to) = 0;
-  /// The number of bytes from the current position to the end, if it is known before the end is
-  /// reached. 0 also means unknown.
+  /// The number of bytes from the current position to the end. 0 and std::nullopt mean that the
+  /// number is not known.
   virtual std::optional<std::uint64_t> size() const { return std::nullopt; }
-  /// Why a read failed, as a message for people; empty if none has failed.
+  /// The reason why a read failed, as a message for people. It is empty if no read has failed.
   virtual std::string error() const { return {}; }
 };
 
-/// A buffer literal of a text that was not converted, see BufferMode::Skip.
+/// A buffer literal that the reading did not convert. See BufferMode::Skip.
 struct SkippedBuffer {
-  /// The input to which the text assigns it, such as "worktop.points".
+  /// The path of the input to which the text assigns the buffer, such as "worktop.points".
   std::string inputPath;
   /// The type of one element.
   zn::korvo_sdk::DataType type = zn::korvo_sdk::DataType::Null;
   /// The number of elements that the text declares.
   std::uint64_t count = 0;
-  /// The literal, from its keyword up to its closing brace.
+  /// The range of the literal in the text, from its keyword to its closing brace inclusive.
   TextRange literal;
 };
 
-/// What a reading applied to the scene.
+/// The numbers of objects that a reading created or changed in the scene.
 struct AppliedCounts {
-  /// The number of statements and comments that the parser began; the last one may have failed.
+  /// The number of statements and comments that the parser began. The last one may have failed.
   std::uint64_t statements = 0;
-  /// Nodes that were created, kept or not.
+  /// The number of nodes that were created, including nodes that were dropped (see
+  /// ReadOptions::wantedNames).
   std::uint64_t nodes = 0;
-  /// Array elements that were created.
+  /// The number of array elements that were created.
   std::uint64_t elements = 0;
-  /// Values that were assigned to inputs of kept nodes.
+  /// The number of values that were assigned to inputs of kept nodes.
   std::uint64_t values = 0;
-  /// References and connections that were resolved, `null` included. 0 unless `linksResolved`.
+  /// The number of references and connections that were resolved, including references to no node
+  /// (`null`). It is 0 if `linksResolved` is false.
   std::uint64_t links = 0;
-  /// Whether the whole text was read and its links were resolved, although some of them may have
+  /// Whether the reader has read the whole text and resolved its links. Single links may have
   /// failed.
   bool linksResolved = false;
 };
 
-/// How a reading ended and what it found.
+/// The result of a reading: how it ended, and what it found.
 struct [[nodiscard]] ReadOutcome {
+  /// How the reading ended.
   ReadStatus status = ReadStatus::Complete;
-  /// The limit that the text exceeded; set if and only if `status` is OverLimit.
+  /// The limit that the text exceeded. It is set if `status` is OverLimit, and only then.
   std::optional<Limit> limit;
-  /// Why the reading ended, as a message for people. Empty if `status` is Complete, or if there is
-  /// no memory for the message.
+  /// The reason why the reading ended, as a message for people. It is empty if `status` is
+  /// Complete, and if there is no memory for it.
   std::string message;
-  /// The diagnostics that were found, statement by statement, and sorted by position within a
-  /// statement. Links come last, in no particular order. See ReadOptions::keptDiagnostics.
+  /// The diagnostics that were kept, in the order of their statements. Within a statement they are
+  /// sorted by position. Diagnostics about links are the last, in no particular order. See
+  /// ReadOptions::keptDiagnostics.
   std::vector<Diagnostic> diagnostics;
-  /// Diagnostics that were found and not kept.
+  /// The number of diagnostics that were found and not kept.
   std::uint64_t droppedDiagnostics = 0;
-  /// Errors and warnings that were found, kept or not.
+  /// The number of errors that were found, kept or not.
   std::uint64_t errorCount = 0;
+  /// The number of warnings that were found, kept or not.
   std::uint64_t warningCount = 0;
-  /// Bytes of the text that were read. The reader looks ahead by up to three tokens.
+  /// The number of bytes of the text that were read. The reader reads up to three tokens ahead.
   std::uint64_t bytesRead = 0;
+  /// What the reading applied to the scene.
   AppliedCounts applied;
-  /// One record for each buffer literal that was assigned to an input, in the order of the text;
-  /// empty unless BufferMode::Skip.
+  /// One record for each buffer literal that was assigned to an input, in the order of the text. It
+  /// is empty if the mode is not BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// The exception of the host's scene, source or callback, if `status` is HostException. If
-  /// `status` is OutOfMemory, the std::bad_alloc that the library or the host threw. An exception
-  /// of a scene while a text is read is also a diagnostic, HostError, whose range is the statement.
+  /// `status` is OutOfMemory, it is the std::bad_alloc that the library or the host threw. An
+  /// exception that a scene throws while a text is read also causes a diagnostic, HostError. Its
+  /// range is the statement.
   std::exception_ptr exception;
 
+  /// Whether the whole text was read and its links were resolved.
   bool isComplete() const noexcept { return status == ReadStatus::Complete; }
 };
 
-/// A ReadOutcome with the scene that was read. Movable, not copyable.
+/// The outcome of a reading and the new scene. Objects can be moved, but not copied.
 struct [[nodiscard]] ReadResult : ReadOutcome {
-  /// The scene, with everything that was applied, whatever the status is.
+  /// The scene with everything that was applied to it. This does not depend on the status.
   Scene scene;
 };
 
-/// Reads the file at `path` into a new scene. A byte order mark at its beginning is skipped. A pipe
-/// or device is read as its bytes arrive. The status is Unreadable for a null path, a path with a
-/// NUL in it, a missing file and a directory.
+/// Reads the file at `path` into a new scene. A byte order mark at the beginning of the file is
+/// skipped. The bytes of a pipe or device are read when they arrive. The status is Unreadable if
+/// the file does not exist or is a directory, and if the path is null or contains a NUL.
 VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
 
-/// Reads the bytes of a text into a new scene. They need no NUL at the end and may be empty. They
-/// must not change during the call, and may be freed after it. A `const char*` is a text that ends
-/// at its NUL, never a path; for a null one the status is Unreadable.
+/// Reads a text in memory into a new scene. The text may be empty and needs no NUL at its end. Its
+/// bytes must not change during the call. A `const char*` is a text that ends at its NUL, never a
+/// path. If it is null, the status is Unreadable.
 VSA_API ReadResult readText(std::string_view text, const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readText(std::span<const std::byte> text,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readText(const char* text, const ReadOptions& options = {}) noexcept;
 
-/// Reads a source, from its current position to its end, into a new scene.
+/// Reads the text of `source` into a new scene, from the current position of the source to its end.
 VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) noexcept;
 
-/// A buffer literal that was read later.
+/// The result of reading a skipped buffer literal.
 struct [[nodiscard]] LoadedBuffer : ReadOutcome {
-  /// Holds the buffer, as the input "b" of its only node, "b". See `buffer`.
+  /// A scene with one node, "b". Its input "b" contains the buffer. See `buffer`.
   Scene scene;
 
-  /// The buffer. Valid as long as this object exists and its scene is not changed. It has no
-  /// elements unless the status is Complete.
+  /// The buffer. It is valid as long as this object exists and its scene does not change. If the
+  /// status is not Complete, the buffer has no elements.
   VSA_API BufferView buffer() const noexcept;
 };
 
-/// Reads the literal of a skipped buffer from the same file or text. Diagnostics have the positions
-/// and the path that they have in the whole text. Limits, counts and progress concern the literal
-/// alone. The status is Unreadable if the file cannot be read, if the path or text is null, or if
-/// there is no longer a literal of the same type and count at that place; it may also be the status
-/// of the text at that place. Changed numbers are not detected.
+/// Reads the literal of a skipped buffer from the same file or text. The position and the input
+/// path of a diagnostic are those in the whole text. Limits, counts and progress refer to the
+/// literal only. The status is Unreadable if the file cannot be read, or if the path or text is
+/// null. It is also Unreadable if there is no literal of the same type and count at this position.
+/// The text at this position can also cause one of the other statuses. Changed numbers are not
+/// detected.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,
@@ -158,8 +171,8 @@ VSA_API LoadedBuffer loadBufferFromText(std::string_view text, const SkippedBuff
 VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& skipped,
                                         const ReadOptions& options = {}) noexcept;
 
-// The same functions for an existing scene. They add nodes to the scene. The scene is the library's
-// own or a host's. An unreadable file or null text changes nothing in it.
+// The same functions for an existing scene: a scene of the library or of a host. They add nodes to
+// the scene. If the file is unreadable or the text is null, the scene does not change.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;

@@ -1,5 +1,5 @@
-// Diagnostics as data. Each problem is a record, and its log line is formatted from the record. To
-// receive the records, install a DiagnosticSink.
+// Diagnostics as data: a record for each problem in a text. The log line of a problem is formatted
+// from its record. A host that installs a DiagnosticSink receives the records.
 #pragma once
 
 #include <cstdint>
@@ -13,56 +13,59 @@
 
 namespace zn::korvo_sdk {
 
-/// A problem in a text. A plain value.
+/// A problem in a text. It is a plain value.
 struct Diagnostic {
-  /// The value of `offset` when the offset is not known.
+  /// The value of `offset` if the offset is not known.
   static constexpr std::int64_t UNKNOWN_OFFSET = -1;
 
   DiagnosticId id = DiagnosticId::HostError;
-  /// The message, without kind and position. Text quoted from the input is unchanged: it may
-  /// contain line ends and control characters, have any length, and not be valid UTF-8.
+  /// The message without its kind and position. It contains text of the input unchanged. Such text
+  /// may contain line ends and control characters, may have any length, and may be invalid UTF-8.
   String text;
-  /// The line and the column of the message, counted from 1. Columns count bytes. Both are 0 before
-  /// the first token and when `hasPosition` is false.
+  /// The position of the message: line and column, both counted from 1. Columns count bytes. Both
+  /// numbers are 0 before the first token, and if `hasPosition` returns false.
   std::int32_t line = 0;
   std::int32_t column = 0;
-  /// The byte offset of the invalid character from the start of the reading, for messages of the
-  /// lexer; UNKNOWN_OFFSET for other messages, and for a String of more than 4 GiB.
+  /// The byte offset of the invalid character from the start of the reading. Only messages of the
+  /// lexer have an offset. All other messages have UNKNOWN_OFFSET, and so have messages about a
+  /// String of more than 4 GiB.
   std::int64_t offset = UNKNOWN_OFFSET;
-  /// For InvalidListToken, the name of the list that `kind()` contains, such as "PAREN". Empty for
-  /// other messages.
+  /// The name of the list that `kind()` contains, such as "PAREN". Only InvalidListToken has one.
+  /// For all other messages it is empty.
   String list = {};
-  /// The values that `text` contains, spelled as in `text`, in the order of the row's format. Set
-  /// in the records that a sink receives and in a DiagnosticError.
+  /// The values that `text` contains, in the order of the row's format and with the same spelling
+  /// as in `text`. They are set in a record that a sink receives and in the record of a
+  /// DiagnosticError.
   std::vector<String> arguments = {};
 
-  /// The argument with that name, such as "expected". The row of the message lists the names. Empty
-  /// if the message has no such argument.
+  /// Returns the argument with this name, such as "expected". The names are in the message's row of
+  /// the table. Returns an empty text if the message has no such argument.
   VSA_API String argument(std::string_view name) const;
+  /// The severity of the message.
   Severity severity() const noexcept { return rowOf(id).severity; }
   /// The stable name of the message, such as "too-few-elements".
   const char* name() const noexcept { return rowOf(id).name; }
-  /// Whether the log line shows line and column.
+  /// Whether the log line contains a line and a column.
   bool hasPosition() const noexcept { return *rowOf(id).kind != '\0'; }
-  /// The label before the position, such as "PARSE ERROR" or "INVALID PAREN LIST TOKEN"; empty for
-  /// messages that show no position.
+  /// The label before the position, such as "PARSE ERROR" or "INVALID PAREN LIST TOKEN". It is
+  /// empty for messages without a position.
   VSA_API String kind() const;
   /// The log line, such as "PARSE ERROR (4,9): invalid input array index: [x].".
   VSA_API String logLine() const;
 };
 
-/// Receives diagnostics when they are found, on the thread that parses. Exceptions of the sink are
-/// handled like those of a log sink.
+/// Receives each diagnostic when it is found, on the thread that parses the text. An exception of a
+/// diagnostic sink has the same effect as one of a log sink.
 class VSA_API DiagnosticSink {
  public:
   virtual ~DiagnosticSink() = default;
-  /// Called right before the line of the record is logged.
+  /// Called before the line of this record is logged.
   virtual void report(const Diagnostic& diagnostic) = 0;
 };
 
-/// Installs a sink for the current thread. The destructor restores the previous sink. A null sink
-/// disables reporting. Destroy the objects on the thread that created them, in reverse order of
-/// creation.
+/// Sets the diagnostic sink of the current thread. A null sink disables the reports. The destructor
+/// restores the previous sink. Destroy such objects on the thread that created them, in reverse
+/// order of their creation.
 class VSA_API ScopedDiagnosticSink {
  public:
   explicit ScopedDiagnosticSink(DiagnosticSink* sink) noexcept;
@@ -74,8 +77,8 @@ class VSA_API ScopedDiagnosticSink {
   DiagnosticSink* previous_;
 };
 
-/// A fatal diagnostic as an exception. An entry point throws it for an invalid character in the
-/// first three tokens. `what()` is the log line up to its first NUL.
+/// The exception for a fatal diagnostic. An entry point throws it if one of the first three tokens
+/// contains an invalid character. `what()` is the log line up to its first NUL.
 class VSA_API DiagnosticError : public std::runtime_error {
  public:
   explicit DiagnosticError(const Diagnostic& diagnostic);
@@ -83,6 +86,7 @@ class VSA_API DiagnosticError : public std::runtime_error {
   DiagnosticError& operator=(const DiagnosticError&) = default;
   ~DiagnosticError() override;
 
+  /// The record of the problem.
   const Diagnostic& diagnostic() const noexcept { return diagnostic_; }
 
  private:

@@ -20,7 +20,7 @@
 #include <cstdint>
 #include <string_view>
 
-// Each row is one line, whatever its length.
+// Each row is one line of any length.
 // clang-format off
 #define VSA_DIAGNOSTIC_TABLE(X) \
   /* Lexer: characters to tokens. */ \
@@ -84,29 +84,33 @@ inline constexpr int DIAGNOSTIC_COUNT = 0
 #undef VSA_ROW
     ;
 
-/// How severe a problem is. A Warning does not change the result. An Error means that a value is
-/// rejected or the text is cut off. A Fatal error stops the parse. The log shows Error and Fatal
-/// both as errors.
+/// The severity of a problem. A Warning does not change the result. An Error means that a value is
+/// rejected or that the text is cut off. A Fatal error stops the parse. The log marks both Error
+/// and Fatal as errors.
 enum class Severity : std::uint8_t { Warning, Error, Fatal };
 
-/// Which line and column a message has.
+/// The token or character that gives a message its line and column.
 enum class PositionOf : std::uint8_t {
-  None,           ///< No position, for problems of links, of scenes and of the host.
-  CurrentToken,   ///< The token that was consumed last; 0, 0 before the first token.
+  None,           ///< No position. The message is about a link, the scene or the host.
+  CurrentToken,   ///< The token that the parser consumed last. Line and column are 0 before the
+                  ///< first token.
   FoundToken,     ///< The token that the grammar does not allow.
   LastCharacter,  ///< The character before the invalid one.
 };
 
 /// One row of the table of diagnostics. All texts are NUL-terminated and never null.
 struct DiagnosticRow {
+  /// The identifier of the message.
   DiagnosticId id;
-  const char* name;  ///< The stable name, in kebab case: "too-few-elements".
+  const char* name;  ///< The stable name in kebab case, such as "too-few-elements".
+  /// The severity of the message.
   Severity severity;
-  /// The label before the position, such as "PARSE ERROR". It may contain one %s. Empty for
-  /// messages that show no position.
+  /// The label before the position, such as "PARSE ERROR". It may contain one %s. It is empty for
+  /// messages without a position.
   const char* kind;
+  /// The token or character whose position the message has.
   PositionOf position;
-  const char* format;  ///< The message, a printf format.
+  const char* format;  ///< The message without kind and position, as a printf format.
   /// The names of the values that `format` prints, in the order of the format: "expected, found".
   const char* arguments;
 };
@@ -119,22 +123,22 @@ inline constexpr DiagnosticRow DIAGNOSTIC_ROWS[] = {
 #undef VSA_ROW
 };
 
-/// The row of a message.
+/// Returns the row of a message.
 constexpr const DiagnosticRow& rowOf(DiagnosticId id) {
   return DIAGNOSTIC_ROWS[static_cast<int>(id)];
 }
 
-/// The result of `argumentIndex` if no argument has that name.
+/// The result of `argumentIndex` if no argument has the name.
 inline constexpr int NO_ARGUMENT = -1;
 
-/// The number of names in a list such as "expected, found".
+/// Returns the number of names in a list such as "expected, found".
 constexpr int argumentCount(std::string_view names) {
   int count = names.empty() ? 0 : 1;
   for (const char c : names) count += c == ',' ? 1 : 0;
   return count;
 }
 
-/// The index of a name in such a list, or NO_ARGUMENT.
+/// Returns the index of `name` in a list such as "expected, found", or NO_ARGUMENT.
 constexpr int argumentIndex(std::string_view names, std::string_view name) {
   constexpr std::string_view SEPARATOR = ", ";
   for (int index = 0;; ++index) {
@@ -147,8 +151,8 @@ constexpr int argumentIndex(std::string_view names, std::string_view name) {
 
 namespace diagnostic_detail {
 
-/// Whether the format of each row prints as many values as the row has names. Each "%" of a format
-/// begins a value, because no format prints a "%".
+/// Whether the format of each row prints as many values as the row has names. The number of values
+/// is the number of "%", because no format contains "%%".
 constexpr bool formatsFitArguments() {
   for (const DiagnosticRow& row : DIAGNOSTIC_ROWS) {
     int conversions = 0;

@@ -1,10 +1,13 @@
-// Three attributes of declarations. All are empty for compilers that do not support them.
+// Three attributes for declarations. Each is empty for a compiler that does not support it.
 //
-// VSA_API: the shared library exports the name. It hides all other names.
-// VSA_LOCAL: the shared library hides this member of an exported class.
-// VSA_PRINTF(text, first): the function formats like printf, so the compiler checks its calls.
-// Parameter number `text` is the format, number `first` is the first argument (0 for a va_list).
-// In a member function the object is parameter 1.
+// VSA_API: the shared library exports this name. Names without it are hidden.
+//
+// VSA_LOCAL: the shared library hides this member although it exports the class.
+//
+// VSA_PRINTF(text, first): the function takes a printf format, and the compiler checks the
+// arguments of its calls. `text` is the number of the parameter with the format. `first` is the
+// number of the first argument, or 0 for a va_list. Parameters count from 1. In a member function
+// the object is parameter 1.
 #pragma once
 
 #if defined(__GNUC__) || defined(__clang__)

@@ -1,7 +1,8 @@
-// Character classes of bytes, independent of the locale. String and the lexer use the same table.
+// Character classes of bytes. They do not depend on the locale. String and the lexer use the same
+// table.
 //
-// Every byte from 0x80 to 0xFE is a printable letter, so UTF-8 names, strings and comments are
-// accepted. 0xFF is in no class: it marks the end of the input.
+// Every byte from 0x80 to 0xFE is a printable letter, so names, strings and comments may contain
+// UTF-8. The byte 0xFF marks the end of the input and is in no class.
 #pragma once
 
 #include <array>
@@ -16,9 +17,9 @@ enum : std::uint8_t {
   LETTER = 4,      // A-Z a-z and 0x80..0xFE
   SPACE = 8,       // blank \t \n \v \f \r
   PRINTABLE = 16,  // 0x20..0x7E and 0x80..0xFE
-  NUMBER = 32,     // may follow the first character of a number: + - . A-F I N U a-f i n u 0-9
-  NAME = 64,       // may follow the first character of an identifier: letters, digits, _
-  WHITE = 128,     // skipped between tokens: white space and unprintable bytes, except 0xFF
+  NUMBER = 32,     // can follow the first character of a number: + - . A-F I N U a-f i n u 0-9
+  NAME = 64,       // can follow the first character of an identifier: letters, digits, _
+  WHITE = 128,     // skipped between tokens: white space, and unprintable bytes other than 0xFF
 };
 
 namespace detail {
@@ -58,10 +59,10 @@ constexpr std::array<std::uint8_t, 256> makeTable() {
 
 }  // namespace detail
 
-/// The classes of every byte, as an OR of the constants above.
+/// The classes of each byte: an OR of the constants above.
 inline constexpr std::array<std::uint8_t, 256> TABLE = detail::makeTable();
 
-/// True when `c` is in one of `classes`.
+/// Whether `c` is in at least one of `classes`, an OR of the constants above.
 constexpr bool is(char c, unsigned classes) {
   return (TABLE[static_cast<unsigned char>(c)] & classes) != 0;
 }

@@ -1,4 +1,5 @@
-// The library's log: warnings and errors as lines of text, written to a sink that the host sets.
+// The log of the library: warnings and errors as lines of text. The host sets the sink that
+// receives them.
 #pragma once
 
 #include <vsa/foundation/api.h>
@@ -6,39 +7,39 @@
 
 namespace zn {
 
-/// The severity of a log line. An Error may stop the parse or reject one value. A Warning does not
+/// The severity of a log line. An Error can stop the parse or reject one value. A Warning does not
 /// change the result.
 enum class LogLevel { Warning, Error };
 
-/// Receives the log. Threads that read at the same time call it at the same time, unless each has
-/// its own sink. Exceptions of the sink are handled like those of a scene: a std::runtime_error
-/// stops the parse and is logged, to the same sink. Any other exception propagates out of the entry
-/// point.
+/// Receives the lines of the log. If several threads read, all of them may call a shared sink at
+/// the same time. A std::runtime_error that a sink throws stops the parse, and its message is
+/// logged to the same sink. Any other exception propagates out of the entry point.
 class VSA_API LogSink {
  public:
   virtual ~LogSink() = default;
-  /// Receives one complete message without a line end. Text quoted from the input is unchanged: it
-  /// may contain line ends and control characters, have any length, and not be valid UTF-8.
+  /// Receives one message, without a line end of its own. It contains text of the input unchanged.
+  /// Such text may contain line ends and control characters, may have any length, and may be
+  /// invalid UTF-8.
   virtual void write(LogLevel level, const String& text) = 0;
 };
 
 /// Sets the sink of the process. Returns the previous sink, or null if the log went to standard
-/// error. A null sink selects standard error, with lines "warning: TEXT" and "error: TEXT". The
-/// host owns the sink and must keep it alive until it is replaced and no other thread writes to it.
-/// May be called from any thread.
+/// error. For a null sink the log goes to standard error, as lines "warning: TEXT" and "error:
+/// TEXT". The host owns the sink. It may destroy the sink when another one is set and no thread
+/// writes to the old one any more. Any thread may call this function.
 VSA_API LogSink* setLogSink(LogSink* sink) noexcept;
 
-/// Sets the sink of this thread. The log lines of the thread then go to this sink and not to the
-/// sink of the process. Returns the previous sink of the thread, or null if there was none. A null
-/// sink removes the sink of the thread. The host owns the sink and must keep it alive until it is
-/// replaced or the thread ends.
+/// Sets the sink of this thread. It receives the log lines of the thread instead of the sink of the
+/// process. Returns the previous sink of the thread, or null if there was none. A null sink removes
+/// the sink of the thread. The host owns the sink and must keep it until it sets another one or the
+/// thread ends.
 VSA_API LogSink* setThreadLogSink(LogSink* sink) noexcept;
 
-/// Sets the sink of this thread. The destructor restores the previous one. Destroy the objects on
-/// the thread that created them, in reverse order of creation.
+/// Sets the sink of this thread. The destructor restores the previous sink. Destroy such objects on
+/// the thread that created them, in reverse order of their creation.
 class VSA_API ScopedLogSink {
  public:
-  /// If the sink is null, the thread uses the sink of the process, as with setThreadLogSink.
+  /// Sets the sink of this thread. With a null sink, the thread uses the sink of the process.
   explicit ScopedLogSink(LogSink* sink) noexcept : before_(setThreadLogSink(sink)) {}
   ~ScopedLogSink() { setThreadLogSink(before_); }
   ScopedLogSink(const ScopedLogSink&) = delete;
@@ -48,9 +49,10 @@ class VSA_API ScopedLogSink {
   LogSink* before_;
 };
 
-/// Logs a message, formatted like String::format. Throws std::bad_alloc and the exceptions of the
-/// sink.
+/// Logs a warning. The parameters are those of String::format. Throws std::bad_alloc and the
+/// exceptions of the sink.
 VSA_API void logWarning(const char* fmt, ...) VSA_PRINTF(1, 2);
+/// Logs an error, in the same way.
 VSA_API void logError(const char* fmt, ...) VSA_PRINTF(1, 2);
 
 }  // namespace zn

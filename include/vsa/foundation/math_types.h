@@ -1,5 +1,5 @@
-// The math value types of tuple literals: components in storage order. Vectors and positions are x,
-// y, z, w; quaternions x, y, z, w; colours red, green, blue, alpha; matrices row by row.
+// Types for the values of tuples. The order of the components is x, y, z, w for vectors, positions
+// and quaternions, and red, green, blue, alpha for colours. Matrices are stored row by row.
 #pragma once
 
 #include <vsa/foundation/api.h>
@@ -40,7 +40,7 @@ struct MatT {
   static const MatT identity;  ///< The matrix with 1 on the diagonal and 0 elsewhere.
 };
 
-/// An axis-aligned box, given by two corners.
+/// An axis-aligned box, defined by two corners.
 template <class Component>
 struct AabbT {
   PosT<3, Component> minimum;

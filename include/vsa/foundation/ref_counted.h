@@ -1,8 +1,8 @@
-// Reference counting: an object counts its handles and is deleted with the last one. String and
-// File are such handles.
+// Reference counting: an object counts its handles. When its last handle is destroyed, the object
+// is deleted. String and File are such handles.
 //
-// Several threads may share an object if each has its own handle. While the process has a single
-// thread (which the C library reports), counts are changed without atomic operations.
+// Several threads may share an object if each thread has its own handle. If the C library reports
+// that the process has a single thread, counts change without atomic operations.
 #pragma once
 
 #include <atomic>
@@ -20,9 +20,10 @@
 
 namespace zn {
 
-/// The number of handles of an object. Starts at 0.
+/// The number of handles of an object, initially 0.
 class HandleCount {
  public:
+  /// Adds one.
   void increment() noexcept {
     const std::uint32_t count = count_.load(std::memory_order_relaxed);
     if (count >= IMMORTAL) return;
@@ -33,7 +34,7 @@ class HandleCount {
     }
   }
 
-  /// Returns whether the count has become 0.
+  /// Subtracts one. Returns whether the count has become 0.
   bool decrement() noexcept {
     const std::uint32_t count = count_.load(std::memory_order_relaxed);
     if (count >= IMMORTAL) return false;
@@ -42,14 +43,14 @@ class HandleCount {
     return count == 1;
   }
 
-  /// Stops counting. The object is then never deleted.
+  /// Stops the counting, so that the object is never deleted.
   void makeImmortal() noexcept { count_.store(IMMORTAL, std::memory_order_relaxed); }
 
-  /// Whether there is exactly one handle.
+  /// Whether the object has exactly one handle.
   bool isOne() const noexcept { return count_.load(std::memory_order_acquire) == 1; }
 
  private:
-  // A count that reaches this value no longer changes, so that it cannot wrap around.
+  // The value at which counting stops, so that a count never overflows.
   static constexpr std::uint32_t IMMORTAL = std::uint32_t{1} << 31;
 
   static bool isSingleThreaded() noexcept {
@@ -63,8 +64,8 @@ class HandleCount {
   std::atomic<std::uint32_t> count_{0};
 };
 
-/// A reference-counted object. A new object has no handle. The derived class decides how to delete
-/// it.
+/// A reference-counted object. A new object has no handles. The derived class defines how the
+/// object is deleted.
 class VSA_API IRefCounted {
  public:
   IRefCounted() = default;
@@ -74,7 +75,7 @@ class VSA_API IRefCounted {
   /// Adds one to the number of handles.
   void retain() const noexcept { count_.increment(); }
 
-  /// Subtracts one from the number of handles. Deletes the object when there are none left.
+  /// Subtracts one from the number of handles. Deletes the object if the number is then 0.
   void release() const noexcept {
     if (count_.decrement()) dispose();
   }
@@ -85,6 +86,7 @@ class VSA_API IRefCounted {
   /// Destroys the object and frees its memory.
   virtual void dispose() const noexcept = 0;
 
+  /// The number of handles of this object.
   HandleCount& handles() const noexcept { return count_; }
 
  private:
@@ -97,14 +99,14 @@ class VSA_API RefCounted : public IRefCounted {
   void dispose() const noexcept override { delete this; }
 };
 
-/// A reference-counted handle with value semantics: copies share the object. May be null. Threads
-/// may use different handles of one object, but not the same handle while one of them assigns to
-/// it.
+/// A reference-counted handle with value semantics: copies share the object. A handle may be null.
+/// Several threads may use different handles of one object. If one thread assigns to a handle, no
+/// other thread may use that handle at the same time.
 template <class T>
 class RefersTo {
  public:
-  // Move construction leaves the source null. Move assignment swaps: the source gets the old
-  // object.
+  // Move construction makes the source null. Move assignment exchanges the objects of the two
+  // handles.
 
   RefersTo() noexcept = default;
   explicit RefersTo(T* object) noexcept : object_(object) {
@@ -114,7 +116,8 @@ class RefersTo {
   RefersTo(RefersTo&& other) noexcept : object_(std::exchange(other.object_, nullptr)) {}
   // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the order of the steps handles it
   RefersTo& operator=(const RefersTo& other) noexcept {
-    // Retains the new object before it releases the old one: they may be the same object.
+    // The new object is retained before the old one is released, because they may be the same
+    // object.
     T* const object = other.object_;
     if (object != nullptr) object->retain();
     if (object_ != nullptr) object_->release();

@@ -1,6 +1,6 @@
-// String: the library's text handle, with functions that search, cut, format and convert texts. No
-// function changes a text that another handle shares: each returns a new String. Only `assign`
-// overwrites characters, and only those of a text that no other handle shares.
+// String: the text type of the library. Its functions search, split, format and convert texts.
+// Texts that several handles share never change: functions return a new String. Only `assign`
+// overwrites characters, and only if no other handle shares the buffer.
 #pragma once
 
 #include <cstdarg>
@@ -20,40 +20,43 @@ class StringVector;
 
 namespace detail {
 
-/// The shared buffer of a String: a header, followed by the characters and a NUL, or by a pointer
-/// to them. The header is small because most texts are names of a few characters.
+/// The shared buffer of a String: a header, and after it either the characters and a NUL, or a
+/// pointer to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // The first field is the capacity, because it fits into the same word as the handle count:
+  // The capacity and the place of the characters. It is the first member because it then shares a
+  // word with the handle count:
   //   0                  a pointer to the characters follows the header
   //   1 to IN_SLAB - 1   the characters follow the header; there is room for this many
   //   IN_SLAB + n        as above, but n bytes after the start of a slab; never overwritten
   std::uint32_t capacity_;
 
  public:
-  /// A buffer with uninitialised characters and a NUL at `length`.
+  /// Creates a buffer of `length` uninitialised characters and a NUL.
   static StringBuffer* make(std::size_t length);
-  /// A buffer that owns `chars`, memory from malloc with `length` characters and a NUL. Frees the
-  /// part of this memory after the NUL.
+  /// Creates a buffer that owns `chars`: `length` characters and a NUL, in memory from malloc.
+  /// Frees the part of that memory after the NUL.
   static StringBuffer* adopt(char* chars, std::size_t length);
-  /// The buffer of one character: a static object, which is never deleted.
+  /// Returns the buffer of one character. It is a static object, which is never deleted.
   static StringBuffer* of(char c);
-  /// A buffer at `place`, `offset` bytes after the start of its slab (string_slab.h), of
-  /// `bytesFor(length)` bytes.
+  /// Creates a buffer of `bytesFor(length)` bytes at `place`. `offset` is the distance in bytes
+  /// from the start of the slab to `place`. See string_slab.h.
   static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
-  /// The bytes of a buffer for `length` characters and a NUL: a multiple of 8.
+  /// The bytes of a buffer with `length` characters and a NUL. The result is a multiple of 8.
   static constexpr std::size_t bytesFor(std::size_t length) noexcept;
 
+  /// The characters.
   char* chars() noexcept { return capacity_ != 0 ? inside() : outside(); }
   const char* chars() const noexcept { return const_cast<StringBuffer*>(this)->chars(); }
-  /// Whether there is exactly one handle.
+  /// Whether the buffer has exactly one handle.
   bool isUnshared() const noexcept { return handles().isOne(); }
-  /// Stops counting handles: the buffer is never deleted.
+  /// Stops the counting of handles, so that the buffer is never deleted.
   void makeImmortal() noexcept { handles().makeImmortal(); }
-  /// Whether `count` characters may overwrite the current ones.
+  /// Whether the buffer has room for `count` characters and may be overwritten.
   bool canHold(std::size_t count) const noexcept {
     return capacity_ < IN_SLAB && count <= capacity_;
   }
 
+  /// The number of characters, without the NUL.
   std::size_t length;
   mutable std::atomic<std::uint64_t> hash{0};  // 0 until it is computed
 
@@ -74,12 +77,12 @@ constexpr std::size_t StringBuffer::bytesFor(std::size_t length) noexcept {
 
 }  // namespace detail
 
-/// A text: a handle with value semantics. Copies share one reference-counted buffer; the empty text
-/// has none. Lengths and indices count 8-bit characters. Functions that allocate throw
-/// std::bad_alloc. Threads may share a text, each through its own handle.
+/// A text. It is a handle with value semantics: copies share one reference-counted buffer. The
+/// empty text has no buffer. Lengths and indices count 8-bit characters. Functions that allocate
+/// memory throw std::bad_alloc. Several threads may share a text if each has its own handle.
 class VSA_API String : public RefersTo<IRefCounted> {
  public:
-  /// The radix of the integer conversions; all texts are decimal.
+  /// The radix of the integer conversions. All integers in texts are decimal.
   enum class Radix : int { Decimal = 0 };
 
   /// The result of `find` if there is no such character.
@@ -89,108 +92,117 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   /// The empty text.
   String() noexcept = default;
-  /// A copy of `length` characters, which may include NULs; 0 means up to the terminating NUL. Null
-  /// is the empty text.
+  /// A copy of `length` characters, which may include NULs. If `length` is 0, the text ends at the
+  /// first NUL. A null pointer gives the empty text.
   String(const char* text, std::size_t length = 0);  // implicit: literals convert
   /// A text of one character.
   explicit String(char c);
-  /// The decimal text of a number.
+  /// The decimal digits of a number.
   explicit String(unsigned long long number);
-  /// A copy of exactly these characters, NULs included.
+  /// Returns a copy of all these characters, NULs included.
   static String copyOf(std::string_view text);
-  /// The same. `hash` must be `hashOf(text)`.
+  /// Returns a copy of `text`. `hash` must be `hashOf(text)`.
   static String copyOf(std::string_view text, std::uint64_t hash);
-  /// Takes ownership of the storage of `chars`, which is left empty, without copying. The text ends
-  /// at the first NUL.
+  /// Returns a text that takes ownership of the memory of `chars` without copying it. `chars` is
+  /// then empty. The text ends at the first NUL.
   static String adopt(ds::Vector<char>&& chars);
-  /// The same for characters that contain no NUL.
+  /// Returns the same for characters without a NUL.
   static String adoptWhole(ds::Vector<char>&& chars);
-  /// Becomes a copy of `text`, which must not be part of this text. Reuses the buffer when no other
-  /// handle shares it and the text fits.
+  /// Changes this text to a copy of `text`, which must not be a part of this text. Reuses the
+  /// buffer if no other handle shares it and the characters fit.
   void assign(std::string_view text) { assign(text, 0); }
-  /// The same. `hash` must be `hashOf(text)`, or 0 if it is not known.
+  /// Changes this text in the same way. `hash` must be `hashOf(text)`, or 0 if the hash is not
+  /// known.
   void assign(std::string_view text, std::uint64_t hash);
 
-  /// The NUL-terminated text, never null; valid while a handle to it exists.
+  /// The characters with a NUL at the end. The pointer is never null. It is valid while a handle to
+  /// the text exists.
   const char* buf() const noexcept { return isEmpty() ? "" : buffer()->chars(); }
   /// The number of characters, without the terminating NUL.
   std::size_t len() const noexcept { return object() == nullptr ? 0 : buffer()->length; }
-  /// Whether the text has no character.
+  /// Whether the text has no characters.
   bool isEmpty() const noexcept { return object() == nullptr; }
-  /// The characters as a view; valid while a handle to them exists.
+  /// The characters as a view. The view is valid while a handle to the text exists.
   std::string_view view() const noexcept { return {buf(), len()}; }
-  /// The i-th character, or NUL past the end.
+  /// The i-th character, or NUL if `i` is not less than the length.
   char operator[](std::size_t i) const noexcept { return i < len() ? buffer()->chars()[i] : '\0'; }
 
-  /// This text followed by `other`. Null is the empty text.
+  /// Returns this text followed by `other`. A null pointer is the empty text.
   String operator+(const String& other) const;
   String operator+(const char* other) const;
-  /// Exact equality, with letter case. A `const char*` ends at its NUL and must not be null.
+  /// Whether the texts are equal. Upper and lower case letters differ. A `const char*` ends at its
+  /// NUL and must not be null.
   bool operator==(const String& other) const noexcept {
     return object() == other.object() || (!isKnownToDiffer(other) && hasCharactersOf(other));
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
-  /// The hash of the text, which is never 0. Equal texts have equal hashes within one process. The
-  /// hash is keyed by a number that differs from process to process, so that nobody can write a
-  /// file whose names all collide.
+  /// The hash of the text; never 0. Equal texts have equal hashes in one process. Another process
+  /// has other hashes, because a random key enters the hash. So nobody can write a file with many
+  /// names of the same hash.
   std::uint64_t hash() const noexcept;
-  /// The hash of a String of these characters.
+  /// Returns the hash that a String of these characters has.
   static std::uint64_t hashOf(std::string_view text) noexcept;
 
-  // Searching and comparing. `ignoreCase` ignores the case of A to Z only. Every text contains the
-  // empty text, and starts and ends with it.
+  // Searching and comparing. If `ignoreCase` is true, A to Z equal a to z. Every text contains the
+  // empty text, starts with it and ends with it.
 
   bool contains(const String& s, bool ignoreCase) const noexcept;
   bool startsWith(const String& s, bool ignoreCase) const noexcept;
   bool endsWith(const String& s, bool ignoreCase) const noexcept;
-  /// The index of the first `c` at or after `from` (which may be past the end), or NOT_FOUND.
-  /// Indices above the largest int count as not found: search longer texts through `view()`.
+  /// Returns the index of the first `c` at or after `from`, or NOT_FOUND. `from` may be greater
+  /// than the length. Characters at indices above the largest int are not found: use `view()` to
+  /// search longer texts.
   int find(char c, bool ignoreCase, std::size_t from) const noexcept;
-  /// Three-way comparison that ignores case: negative, 0 or positive when this text sorts before,
-  /// with or after `s`.
+  /// Compares the texts without regard to case. The result is negative, 0 or positive if this text
+  /// sorts before, equal to or after `s`.
   int compareNoCase(const String& s) const noexcept;
-  /// The text after the first `c`; empty when there is none.
+  /// Returns the text after the first `c`, or the empty text if there is no `c`.
   String fromFirst(char c, bool ignoreCase) const;
 
   // Functions that return a changed copy.
 
-  /// A copy of `count` characters from `start` on; both are clamped to the text.
+  /// Returns a copy of `count` characters that begins at index `start`. Both numbers are reduced to
+  /// fit the text.
   String substring(std::size_t start, std::size_t count) const;
-  /// A copy without the white space (`isSpace`) at the start, at the end, or both.
+  /// Returns a copy without the white space (`isSpace`) at the start, at the end, or at both.
   String trim(bool leading, bool trailing) const;
-  /// A copy without the leading and trailing characters that occur in `chars`. `second` is not
-  /// used.
+  /// Returns a copy without the characters at its start and end that occur in `chars`. `second` is
+  /// not used.
   String trimChars(const String& chars, const String& second) const;
-  /// A copy in lower case (A to Z only); the text itself if `flag` is false.
+  /// Returns a copy with A to Z in lower case, or the text itself if `flag` is false.
   String toLower(bool flag) const;
-  /// A copy with escape sequences replaced by their characters: \\ \" \' \/ \a \b \f \n \r \t \v,
-  /// \xHH (a byte) and \uHHHH (a UTF-16 code unit; a surrogate pair is one character) as UTF-8. Any
-  /// other sequence is kept as it is, including a lone surrogate and an escape of NUL.
+  /// Returns a copy with each escape sequence replaced by its character: \\ \" \' \/ \a \b \f \n \r
+  /// \t \v, \xHH (a byte) and \uHHHH (a UTF-16 code unit, converted to UTF-8). Two code units that
+  /// are a surrogate pair are one character. Other sequences do not change. Neither do lone
+  /// surrogates and escape sequences of NUL.
   String unescape() const;
-  /// Unescapes `text` into `out`, which has a capacity of `text.size()` characters and does not
-  /// overlap `text`. Returns the number of characters written. Adds no NUL.
+  /// Unescapes `text` into `out` and returns the number of characters written. `out` must have room
+  /// for `text.size()` characters and must not overlap `text`. Adds no NUL.
   static std::size_t unescape(std::string_view text, char* out) noexcept;
-  /// The parts between separators, left to right, without empty parts if `skipEmpty` is true.
-  /// `third` is not used.
+  /// Returns the parts between the separators, from left to right. If `skipEmpty` is true, empty
+  /// parts are left out. `third` is not used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
-  // Formatting by the conventions of printf. The result can have any length. %n and other unknown
-  // conversions are copied unchanged. Text from outside must be an argument, never the format.
+  // Formatting with the conventions of printf. The result can have any length. %n and unknown
+  // conversions are copied unchanged. Pass text of the input as an argument, never as the format.
 
+  /// Returns the formatted text.
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
-  /// The same from a list of arguments; the caller calls va_end.
+  /// Returns the formatted text of a list of arguments. The caller calls va_end.
   static String formatv(const char* fmt, va_list args) VSA_PRINTF(1, 0);
 
-  // Conversions. They return true and store the value if the whole text, except white space around
-  // it, is a value of the target type. Otherwise they return false and do not change the target,
-  // except that tuples and colours may be partly written.
+  // Conversions. A function succeeds if the whole text is a value of the target type, apart from
+  // white space at both ends. It then stores the value and returns true. Otherwise it returns false
+  // and does not change the target. The exception are tuples and colours, which may be partly
+  // written.
 
-  /// A boolean is "true" or "false", in any letter case.
+  /// Converts a boolean: "true" or "false", in any letter case.
   static bool parse(const String& text, bool& out);
-  /// Integers are `12`, `-12`, `12u` and `12e3`; reals `1.5`, `-.5`, `1e-3`, `2f`, `inf` and `nan`.
-  /// Reals are rounded to the nearest value of the target.
+  /// Converts a real: `1.5`, `-.5`, `1e-3`, `2f`, `inf` or `nan`. The value is rounded to the
+  /// nearest value of the target.
   static bool parse(const String& text, float& out);
   static bool parse(const String& text, double& out);
+  /// Converts an integer: `12`, `-12`, `12u` or `12e3`.
   static bool parse(const String& text, signed char& out, Radix radix);
   static bool parse(const String& text, unsigned char& out, Radix radix);
   static bool parse(const String& text, short& out, Radix radix);
@@ -199,10 +211,11 @@ class VSA_API String : public RefersTo<IRefCounted> {
   static bool parse(const String& text, unsigned int& out, Radix radix);
   static bool parse(const String& text, long long& out, Radix radix);
   static bool parse(const String& text, unsigned long long& out, Radix radix);
-  /// A tuple is `count` numbers, separated by blanks, in the storage order of T. See tuple_parse.h.
+  /// Converts a tuple: `count` numbers, separated by blanks, in the storage order of T. See
+  /// tuple_parse.h.
   template <class T>
   static bool parse(const String& text, unsigned long long count, T& out);
-  /// A colour is four numbers, or three numbers, whose alpha is 1. See tuple_parse.h.
+  /// Converts a colour: four numbers, or three numbers with an alpha of 1. See tuple_parse.h.
   template <class Component, class Colour>
   static bool parse(const String& text, Colour& out);
 
@@ -217,9 +230,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
  private:
   friend class StringSlabs;
 
-  // Takes ownership of `chars`, whose first `length` characters are the text.
+  // Takes ownership of `chars`. Its first `length` characters are the text.
   static String adoptFirst(ds::Vector<char>&& chars, std::size_t length);
-  // Copies `text` into the new buffer `made` and returns its first handle.
+  // Copies `text` into `made`, a new buffer, and returns the first handle of that buffer.
   static String filled(detail::StringBuffer* made, std::string_view text, std::uint64_t hash);
 
   const detail::StringBuffer* buffer() const noexcept {

@@ -8,7 +8,7 @@
 
 namespace zn {
 
-/// A plain value. Copies have their own list and share the texts.
+/// A list of texts with value semantics. A copy has its own list and shares the characters.
 class VSA_API StringVector {
  public:
   /// The number of texts.

@@ -1,5 +1,5 @@
-// Parses tuples: vectors, positions, quaternions, matrices and colours, written as numbers
-// separated by blanks, in the storage order of their type.
+// Parses tuples: vectors, positions, quaternions, matrices and colours. A text of a tuple has its
+// numbers in the storage order of the type, separated by blanks.
 #pragma once
 
 #include <cstddef>
@@ -14,14 +14,15 @@ namespace zn {
 /// The number of components of the largest tuple, a 4 by 4 matrix.
 inline constexpr std::size_t MAX_COMPONENTS = 16;
 
-/// Converts the first `count` words of `text` into `out[0..count)`. Words are separated by blanks.
-/// Ignores further words. If there are fewer words, or if `count` is greater than MAX_COMPONENTS,
-/// returns false and leaves `out` unchanged. If a word is not a real, returns false, but converts
-/// the other words. One byte after the text must be readable.
+/// Converts the first `count` words of `text` and stores them in `out[0..count)`. Blanks separate
+/// words. Further words are ignored. If there are fewer words, or if `count` is greater than
+/// MAX_COMPONENTS, the function returns false and does not change `out`. If a word is not a real,
+/// it returns false after it has converted the other words. The byte after the text must be
+/// readable.
 VSA_API bool parseTuple(std::string_view text, std::size_t count, double* out);
 
-/// Converts a colour of four numbers, or of three numbers with alpha 1, into `out[0..4)`. If the
-/// fourth word is not a number, uses the first three.
+/// Converts a colour and stores it in `out[0..4)`. A text with three numbers has an alpha of 1. If
+/// the fourth word is not a number, it is ignored.
 VSA_API bool parseColour(std::string_view text, double* out);
 
 template <class T>

@@ -1,4 +1,5 @@
-// Vector: contiguous elements in insertion order. It grows by doubling from 2.
+// Vector: contiguous elements in the order of insertion. Its first capacity is 2, and it doubles
+// when the vector is full.
 #pragma once
 
 #include <algorithm>
@@ -11,23 +12,24 @@
 
 namespace zn::ds {
 
-/// Whether an object of type T can be relocated by copying its bytes without destroying the
-/// original. This holds for types that own memory through pointers and have no pointers to
-/// themselves. A vector of such elements grows with realloc, which can move large blocks without
-/// copying them. Specialise this constant next to the type.
+/// Whether an object of type T can be moved to another address by copying its bytes, without
+/// destroying the original. This is true for types that own memory through pointers and contain no
+/// pointers into themselves. A vector of such elements grows with realloc, which can move a large
+/// block without copying it. Specialise this constant next to the definition of T.
 template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
-/// Owns elements of type T. The three fields are public for direct access to the elements; hosts
-/// must only read them. Pointers to elements are valid until the vector grows or is destroyed, or
-/// `reserve` is called. When memory runs out, functions throw std::bad_alloc and the vector is
-/// unchanged, except that `reserve` has already dropped the elements beyond a smaller capacity.
+/// Owns elements of type T. The three members are public, so that a host can access the elements
+/// directly. A host must only read these members. Pointers to elements are valid until the vector
+/// grows or is destroyed, or until `reserve` is called. If memory runs out, a function throws
+/// std::bad_alloc and the vector does not change. The exception is a call of `reserve` with a
+/// smaller capacity, which has already removed the last elements.
 template <class T>
 class Vector {
  public:
-  T* data = nullptr;           ///< `size` elements; null if nothing is reserved.
+  T* data = nullptr;           ///< `size` elements; null if the capacity is 0.
   std::uint64_t size = 0;      ///< The number of elements.
-  std::uint64_t capacity = 0;  ///< The number of elements that fit without growing.
+  std::uint64_t capacity = 0;  ///< The number of elements for which there is memory.
 
   Vector() noexcept = default;
   /// Copies the elements into a new array of the source's capacity.
@@ -36,7 +38,7 @@ class Vector {
       : data(std::exchange(other.data, nullptr)),
         size(std::exchange(other.size, 0)),
         capacity(std::exchange(other.capacity, 0)) {}
-  /// Copy and swap: when the copy fails, this vector is unchanged.
+  /// Copies the elements. If the copy fails, this vector does not change.
   Vector& operator=(const Vector& other) {
     Vector copy(other);
     swap(copy);
@@ -57,10 +59,11 @@ class Vector {
   const T* begin() const noexcept { return data; }
   const T* end() const noexcept { return data + size; }
 
-  /// Appends a copy of `value`. A full vector first grows to a capacity of 2, or doubles it.
+  /// Appends a copy of `value`. A full vector first doubles its capacity; a capacity of 0 becomes
+  /// 2.
   void push_back(const T& value) {
     if (size == capacity) {
-      T copy(value);  // `value` may be an element of the array that is freed
+      T copy(value);  // `value` may be an element of this vector
       grow();
       new (data + size) T(std::move(copy));
     } else {
@@ -69,7 +72,7 @@ class Vector {
     ++size;
   }
 
-  /// Appends `value` by moving from it.
+  /// Appends `value` and moves from it.
   void push_back(T&& value) {
     if (size == capacity) {
       T moved(std::move(value));
@@ -81,8 +84,8 @@ class Vector {
     ++size;
   }
 
-  /// Sets the capacity to `n`. 0 frees the storage. A value equal to the current size does nothing.
-  /// A value less than the current size drops the last elements.
+  /// Sets the capacity to `n`. Removes the last elements if `n` is less than the current size. Does
+  /// nothing if `n` equals the current size. Frees all memory if `n` is 0.
   void reserve(unsigned long n) {
     if (n == 0) {
       release();
@@ -91,8 +94,8 @@ class Vector {
     }
   }
 
-  /// Ensures capacity for `count` more elements. If it must grow, the capacity at least doubles, so
-  /// that appending element by element takes linear time.
+  /// Makes room for `count` more elements. If the vector must grow, its capacity at least doubles.
+  /// So appending n elements one by one takes time proportional to n.
   void reserveAdditional(std::uint64_t count) {
     const std::uint64_t needed = size + count;
     if (needed > capacity) reserve(static_cast<unsigned long>(std::max(needed, 2 * capacity)));
@@ -104,7 +107,7 @@ class Vector {
     size = 0;
   }
 
-  /// Exchanges the contents. Pointers to elements stay valid.
+  /// Exchanges the contents of two vectors. Pointers to elements stay valid.
   void swap(Vector& other) noexcept {
     std::swap(data, other.data);
     std::swap(size, other.size);

@@ -1,5 +1,5 @@
-// Input: an input of a node, an element of an array or a member of an object in a Scene, with its
-// value. Nodes and inputs create inputs.
+// Input: an input of a node, an element of an array or a member of an object, with its value. Only
+// nodes and inputs of a Scene create such objects.
 #pragma once
 
 #include <cstdint>
@@ -15,97 +15,107 @@ class InputImpl;
 class Node;
 class Output;
 
-/// An input of a Scene. It belongs to the scene and exists as long as the scene. Its type is Null
-/// while it has only a connection. Functions that set a value or create a member or an element
-/// throw std::bad_alloc when memory runs out.
+/// An input of a Scene. The scene owns it, and it exists as long as the scene. Its type is Null
+/// while it only has a connection. A function that sets a value or creates a member or element
+/// throws std::bad_alloc if memory runs out.
 class VSA_API Input : public interfaces::IInput {
  public:
   Input(const Input&) = delete;
   Input& operator=(const Input&) = delete;
 
-  /// The name of a node's input or of a member; empty for an element.
+  /// The name of an input of a node or of a member. It is empty for an element.
   const String& name() const noexcept;
-  /// The node that the input belongs to, directly or through arrays and objects; never null.
+  /// The node that the input belongs to, directly or through arrays and objects. It is never null.
   Node* owner() const noexcept;
-  /// The array or object that the input is an element or a member of; null for an input of a node.
+  /// The array or object that contains this element or member. It is null for an input of a node.
   Input* parent() const noexcept;
-  /// Whether the input was taken out of its node, array or object. Its memory stays until the scene
-  /// is destroyed.
+  /// Whether the input was removed from its node, array or object. Its memory is valid until the
+  /// scene is destroyed.
   bool isRemoved() const noexcept;
-  /// The nesting level: 1 for an input of a node, and one more for each array or object around the
-  /// input.
+  /// The nesting level. An input of a node has level 1. An element or member has the level of its
+  /// array or object plus 1.
   unsigned level() const noexcept;
 
-  // The value. There is one accessor for each type. On an input of another type it returns zero,
-  // null or an empty value.
+  // The value. There is one function for each type. If the input has another type, the function
+  // returns zero, null or an empty value.
 
+  /// The value of a Bool.
   bool boolean() const noexcept;
-  /// The value of an Int. For a UInt, the same 64 bits as a signed number.
+  /// The value of an Int. For a UInt, these are the same 64 bits as a signed number.
   std::int64_t integer() const noexcept;
+  /// The value of a Real.
   double real() const noexcept;
-  /// The NUL-terminated characters of a String. Never null. Valid until the next assignment.
+  /// The characters of a String, with a NUL at the end. The pointer is never null. It is valid
+  /// until the next assignment.
   const char* string() const noexcept;
   /// The components of a vector, position, quaternion, colour or matrix: `componentCount(type())`
-  /// doubles. Valid until the next assignment. Null for every other type.
+  /// numbers. The pointer is valid until the next assignment. It is null for every other type.
   const double* components() const noexcept;
-  /// The buffer. Its memory belongs to the input and is valid until the next assignment. Before the
-  /// first assignment the count is 0, the memory is null and the type is Null.
+  /// The buffer. The input owns its memory, which is valid until the next assignment. Before the
+  /// first assignment, the count is 0, the memory is null and the type is Null.
   BufferValue buffer() const noexcept;
-  /// The node that the input refers to. Null if there is none or if it was removed.
+  /// The node that the input refers to. It is null if the input refers to no node or if the node
+  /// was removed.
   Node* node() const noexcept;
-  /// The output that the input is connected to. Null if there is none or if its node was removed.
+  /// The output that the input is connected to. It is null if there is no connection or if the node
+  /// of the output was removed.
   Output* connection() const noexcept;
-  /// The members of an object in creation order. `member` returns null if `index` is not less than
-  /// the count.
+  /// The number of members of an object.
   std::uint64_t memberCount() const noexcept;
+  /// The member with this index, in the order of creation. It is null if `index` is not less than
+  /// the count.
   Input* member(std::uint64_t index) const noexcept;
-  /// The member of that name, or null.
+  /// The member with this name, or null.
   Input* memberNamed(std::string_view name) const noexcept;
 
-  // Changes that no statement of a text makes. A removed input takes 48 bytes of memory until the
-  // scene is destroyed. Its values are freed at once.
+  // Changes that no statement of a text makes. An input that they remove takes 48 bytes until the
+  // scene is destroyed. The memory of its values is freed at once.
 
-  /// Frees the value and removes all elements and members: the input has type Null again. The input
-  /// keeps its connection.
+  /// Frees the value and removes all elements and members. The type is then Null. The connection of
+  /// the input stays.
   void clearValue() noexcept;
-  /// Removes elements from the end of an array until it has no more than `count`.
+  /// Removes elements from the end of an array until at most `count` elements are left.
   void truncate(std::uint64_t count) noexcept;
-  /// Removes a member of this object. Does nothing for any other input. Takes time proportional to
-  /// the number of members, and constant time for the last member.
+  /// Removes `member`, a member of this object. Does nothing if `member` belongs to another input.
+  /// Takes constant time for the last member, and time proportional to the number of members for
+  /// all others.
   void removeMember(Input* member) noexcept;
 
-  // The functions of IInput. The comments of the interface apply; those below add the behaviour of
-  // this scene.
+  // The functions of IInput. They do what the interface describes. The comments here describe what
+  // this scene does in addition.
 
-  /// Does nothing if the input is not an array. Throws std::runtime_error at the limits of the
-  /// scene.
+  /// Does nothing if the input is not an array. Throws std::runtime_error if the scene would exceed
+  /// one of its limits.
   void appendElement() override = 0;
 
-  /// Creates a member of an object or of a Null input, which becomes an object. If a member of that
-  /// name and type exists, returns it. Returns null if the name exists with another type or begins
-  /// with "[". Throws std::runtime_error at the depth limit of the scene.
+  /// Creates a member of an object. An input of type Null first becomes an object. If a member with
+  /// this name and type exists, returns that member. Returns null if a member with this name has
+  /// another type, or if the name begins with "[". Throws std::runtime_error if the input would
+  /// exceed the depth limit of the scene.
   Input* createInput(const String& name, AttrType type) override = 0;
   Input* createArray(const String& name, AttrType elementType) override = 0;
-  /// Returns null if `index` is not less than `count`, or if the input is not an array.
+  /// Returns null if the input is not an array, or if `index` is not less than `count`.
   Input* element(std::uint64_t index) override = 0;
-  /// Returns null if there is no such member.
+  /// Returns null if there is no member with this name.
   Input* input(const String& name) override = 0;
 
-  /// Gives a Null input the type of the record. Does nothing if the input has another type.
+  /// Sets the structure if the input has type Null or the type of the record. Does nothing if the
+  /// input has another type.
   void set(const AttrData& structure) override = 0;
-  /// Takes ownership of the value's memory and frees the memory of the previous value. Copies a
-  /// short string into memory of the scene and frees the memory of the value. Does nothing for an
-  /// Object value. Frees a value of another type than the input's and does nothing else.
+  /// Takes ownership of the memory of `value` and frees the memory of the previous value. A short
+  /// string is copied into memory of the scene, and its own memory is freed. An Object value has no
+  /// effect. A value of another type than the input's is freed and has no other effect.
   void assign(const AttrData& value) override = 0;
-  /// Connects to an output of the same scene. Does not change the type or the value.
+  /// Connects the input to an output of the same scene. Type and value do not change.
   void connect(interfaces::IOutput* output) override = 0;
   void disconnect() override = 0;
-  /// Refers to a node of the same scene. A Null input becomes a Node input. On an input of any
-  /// other type, logs a warning and does nothing else.
+  /// Makes the input refer to a node of the same scene. If its type is Null, the type becomes Node.
+  /// If the type is neither Null nor Node, the function logs a warning and does nothing else.
   void setNode(interfaces::INode* node) override = 0;
-  /// There is no reference count, because inputs exist as long as the scene. A retained array
-  /// element is no longer empty (see Scene::emptyElementLimit).
+  /// Marks an array element as no longer empty (see Scene::emptyElementLimit). The function counts
+  /// nothing, because inputs exist as long as the scene.
   void retain() override = 0;
+  /// Does nothing.
   void release() override = 0;
 
  private:

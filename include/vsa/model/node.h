@@ -1,4 +1,5 @@
-// Node: a node of a Scene, with a name, a type, inputs and outputs. The scene creates nodes.
+// Node: a node of a Scene. It has a name, a type, inputs and outputs. Only scenes create such
+// objects.
 #pragma once
 
 #include <cstdint>
@@ -14,50 +15,54 @@ namespace zn::korvo_sdk {
 class NodeImpl;
 class Scene;
 
-/// A node of a Scene. It belongs to the scene and exists as long as the scene.
+/// A node of a Scene. The scene owns it, and it exists as long as the scene.
 class VSA_API Node : public interfaces::INode {
  public:
   Node(const Node&) = delete;
   Node& operator=(const Node&) = delete;
 
-  /// The scene that created the node; never null.
+  /// The scene that created the node. It is never null.
   Scene* scene() const noexcept;
-  /// Whether the scene has removed the node. Its memory stays valid until the scene is destroyed.
+  /// Whether the node was removed from the scene. Its memory is valid until the scene is destroyed.
   bool isRemoved() const noexcept;
-  /// The number of nodes that the scene had created before this one: `scene()->nodeAt(slot())` is
-  /// this node.
+  /// The index of the node in the order of creation, which counts removed nodes too:
+  /// `scene()->nodeAt(slot())` is this node.
   std::uint64_t slot() const noexcept;
-  /// The name and the type as views, which are valid as long as the scene.
+  /// The name of the node, and the name of its type. Both views are valid as long as the scene.
   std::string_view nameView() const noexcept;
   std::string_view typeView() const noexcept;
   /// Whether the type of the node was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept;
-  /// The inputs that exist, in creation order. `inputAt` returns null if `index` is not less than
-  /// the count.
+  /// The number of inputs that exist.
   std::uint64_t inputCount() const noexcept;
+  /// The input with this index, in the order of creation. It is null if `index` is not less than
+  /// the count.
   Input* inputAt(std::uint64_t index) const noexcept;
-  /// The input of that name, or null. Unlike `input` it does not create a declared input.
+  /// The input with this name, or null. The function does not create a declared input, as `input`
+  /// does.
   Input* inputNamed(std::string_view name) const noexcept;
 
-  /// Removes an input of this node and frees its values; its memory stays until the scene is
-  /// destroyed. Does nothing for any other input. The next look-up of a declared input creates it
-  /// again. Takes time proportional to the number of inputs, and constant time for the last input.
+  /// Removes `input`, an input of this node, and frees its values. Does nothing if `input` belongs
+  /// to another node. The memory of the input is valid until the scene is destroyed. The next
+  /// look-up of a declared input creates it again. Takes constant time for the last input, and time
+  /// proportional to the number of inputs for all others.
   void removeInput(Input* input) noexcept;
 
-  // The functions of INode. The comments of the interface apply; those below add the behaviour of
-  // this scene.
+  // The functions of INode. They do what the interface describes. The comments here describe what
+  // this scene does in addition.
 
-  /// Also returns true for an input that the node's type declares and that does not exist yet. The
-  /// first look-up creates such an input.
+  /// Returns true also for an input that the type of the node declares and that does not exist yet.
+  /// The first look-up creates it.
   bool hasInput(const String& name, AttrType type) override = 0;
-  /// The input of that name, or null. Creates a declared input that does not exist yet.
+  /// The input with this name, or null. If the type of the node declares the input and it does not
+  /// exist yet, creates it.
   Input* input(const String& name) override = 0;
-  /// If an input of that name and type exists, returns it. Returns null if the name exists with
-  /// another type, or if the type of the node is declared without this input.
+  /// Returns the existing input if it has this name and type. Returns null if it has another type,
+  /// or if the type of the node is declared and has no such input.
   Input* createInput(const String& name, AttrType type) override = 0;
   Input* createArray(const String& name, AttrType elementType) override = 0;
-  /// A node of an open type has every output. A node of a declared type has the declared outputs;
-  /// returns null for any other.
+  /// Returns the output with this name. A node of an open type has every output. A node of a
+  /// declared type has only the declared outputs, and the function returns null for others.
   Output* output(const String& name) override = 0;
 
  private:

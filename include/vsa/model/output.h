@@ -9,15 +9,16 @@ namespace zn::korvo_sdk {
 class Node;
 class OutputImpl;
 
-/// A named output of a node. The first look-up creates it. It belongs to the scene and exists as
-/// long as the scene.
+/// An output of a node. The first look-up of its name creates it. The scene owns it, and it exists
+/// as long as the scene.
 class VSA_API Output : public interfaces::IOutput {
  public:
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
+  /// The name of the output.
   String name() const;
-  /// The node that has the output; never null.
+  /// The node that the output belongs to. It is never null.
   Node* node() const noexcept;
 
  private:

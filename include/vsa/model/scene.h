@@ -1,4 +1,5 @@
-// Scene: the library's own scene, a minimal implementation of the interfaces that the reader calls.
+// Scene: the library's own scene. It implements the interfaces through which the reader accesses a
+// scene.
 #pragma once
 
 #include <cstdint>
@@ -15,9 +16,9 @@ namespace zn::korvo_sdk {
 
 struct SceneStorage;
 
-/// Owns its nodes, inputs and outputs, including those of removed nodes. Every pointer that it
-/// returned stays valid until the scene is destroyed. May be used by one thread at a time.
-/// Functions that create an object throw std::bad_alloc when memory runs out.
+/// A scene that owns its nodes, inputs and outputs, including removed ones. Every pointer to them
+/// is valid until the scene is destroyed. One thread at a time may use a scene. Functions that
+/// create an object throw std::bad_alloc if memory runs out.
 class VSA_API Scene final : public interfaces::IScene {
  public:
   /// The value of `emptyElementLimit` in a new scene.
@@ -27,6 +28,7 @@ class VSA_API Scene final : public interfaces::IScene {
   /// The largest value of `depthLimit`.
   static constexpr std::uint64_t MAX_DEPTH_LIMIT = 65535;
 
+  /// An empty scene.
   Scene();
   ~Scene();
   Scene(const Scene&) = delete;
@@ -34,55 +36,56 @@ class VSA_API Scene final : public interfaces::IScene {
 
   // The nodes.
 
-  /// The number of nodes created so far, including removed ones. `nodeAt` of 0 to `nodeSlots() - 1`
-  /// returns them in creation order.
+  /// The number of nodes that were created, including removed ones. `nodeAt(0)` to
+  /// `nodeAt(nodeSlots() - 1)` return them in the order of creation.
   std::uint64_t nodeSlots() const noexcept;
-  /// The i-th node in creation order. Null if it was removed, or if `slot` is not less than
-  /// `nodeSlots()`.
+  /// The node with this index in the order of creation. It is null if the node was removed, or if
+  /// `slot` is not less than `nodeSlots()`.
   Node* nodeAt(std::uint64_t slot) const noexcept;
-  /// The number of nodes that were not removed.
+  /// The number of nodes that exist and were not removed.
   std::uint64_t nodeCount() const noexcept;
-  /// The node of that name, or null. Unlike `findNode` it stores nothing in the scene, so several
-  /// threads may call it at the same time.
+  /// The node with this name, or null. The function stores nothing in the scene, so several threads
+  /// may call it at the same time. This does not apply to `findNode`.
   Node* nodeNamed(std::string_view name) const noexcept;
 
   // The header of the file.
 
-  /// The version; 0 if no text has set it.
+  /// The version. It is 0 if nothing has set it.
   unsigned long long fileVersion() const noexcept;
-  /// The time as the text spells it; empty if no text has set it.
+  /// The time with the spelling of the text. It is empty if nothing has set it.
   String fileTime() const;
   /// The number of comments.
   std::uint64_t fileCommentCount() const noexcept;
-  /// The i-th comment in the order of the text, including its "#". `index` must be less than the
-  /// count.
+  /// The comment with this index, in the order of the text. It includes its "#". `index` must be
+  /// less than the count.
   String fileComment(std::uint64_t index) const;
 
-  // Limits. A short text can contain any index and any nesting depth. The limits restrict the
-  // memory for them. The reader reports an exceeded limit as an error (std::runtime_error). A new
-  // limit applies to the objects that are created afterwards.
+  // Limits of the memory that a text can use. They are necessary because a short text can contain
+  // any index and any nesting depth. The reader reports an exceeded limit as an error
+  // (std::runtime_error). A new limit applies to objects that are created after it was set.
 
-  /// The maximum number of empty array elements in the scene. An element is empty if it was
-  /// appended only because a higher index was used, and has had no value, member, element or link
-  /// since then.
+  /// The maximum number of empty array elements in the scene. An element is empty if it was created
+  /// only because the text used a higher index. It stops being empty when it gets a value, a
+  /// member, an element or a link.
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
-  /// The maximum nesting level of inputs; an input of a node has level 1. A value above
-  /// MAX_DEPTH_LIMIT counts as MAX_DEPTH_LIMIT.
+  /// The maximum nesting level of inputs. An input of a node has level 1. A limit greater than
+  /// MAX_DEPTH_LIMIT is the same as MAX_DEPTH_LIMIT.
   std::uint64_t depthLimit() const noexcept;
   void setDepthLimit(std::uint64_t limit) noexcept;
 
-  // The functions of IScene. The comments of the interface apply; those below add the behaviour of
-  // this scene.
+  // The functions of IScene. They do what the interface describes. The comments here describe what
+  // this scene does in addition.
 
-  /// Compares names exactly, including letter case.
+  /// Returns the node with exactly this name. Letter case matters.
   Node* findNode(const String& name) override;
-  /// Returns null if the name exists. Ignores `reserved`.
+  /// Returns null if the scene has a node with this name. `reserved` is not used.
   Node* createNode(const String& type, const String& name, const String& reserved) override;
-  /// Returns the node of that name. If there is none, creates one with the name as its type.
+  /// Returns the node with this name. If there is none, creates a node and uses the name also as
+  /// its type.
   Node* defineNode(const String& name) override;
-  /// Inputs that are connected to the node or refer to it lose the connection or the reference.
-  /// Does nothing for an unknown name.
+  /// Removes the node. The connections to its outputs and the references to it are removed, too.
+  /// Does nothing if no node has this name.
   void removeNode(const String& name) override;
   void setFileVersion(unsigned long long version) override;
   void setFileTime(const String& time) override;

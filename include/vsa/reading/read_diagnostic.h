@@ -14,7 +14,7 @@
 
 namespace vsa {
 
-/// Identifies a kind of problem. docs/messages.md describes each.
+/// Identifies a kind of problem. docs/messages.md describes each kind.
 enum class DiagnosticId : std::uint8_t {
 #define VSA_ROW(name, ...) name,
   VSA_DIAGNOSTIC_TABLE(VSA_ROW)
@@ -24,62 +24,67 @@ enum class DiagnosticId : std::uint8_t {
   HostMessage,  ///< The host's scene logged a message.
 };
 
-/// The number of ids.
+/// The number of enumerators of DiagnosticId.
 inline constexpr int DIAGNOSTIC_ID_COUNT = static_cast<int>(DiagnosticId::HostMessage) + 1;
 
-/// The stable name of an id in kebab case, such as "too-few-elements". Never null; "unknown" for a
-/// value that is not in the enumeration.
+/// Returns the stable name of an id in kebab case, such as "too-few-elements". Returns "unknown"
+/// for a number that is no DiagnosticId, and never null.
 VSA_API const char* name(DiagnosticId id) noexcept;
 
-/// The names of the arguments of a message, in their order, separated by ", ": "expected, found"
-/// for DiagnosticId::BadToken. Never null; empty if the message has none, and for a value that is
-/// not in the enumeration. docs/messages.md says what each argument is.
+/// Returns the names of the arguments of a message, in the order of the message and separated by ",
+/// ". For DiagnosticId::BadToken they are "expected, found". Returns an empty text if the message
+/// has no arguments or `id` is no DiagnosticId, and never null. docs/messages.md describes each
+/// argument.
 VSA_API const char* argumentNames(DiagnosticId id) noexcept;
 
-/// A Warning has no effect on the scene. An Error rejects a value or ends the reading.
+/// The severity of a problem. A Warning has no effect on the scene. An Error rejects a value or
+/// ends the reading.
 enum class Severity : std::uint8_t { Warning, Error };
 
-/// The name of a severity: "warning" or "error".
+/// Returns the name of a severity: "warning" or "error".
 VSA_API const char* name(Severity severity) noexcept;
 
-/// A problem in a text. A plain value that owns its texts.
+/// A problem in a text. It is a plain value that owns its texts.
 struct Diagnostic {
+  /// The kind of the problem.
   DiagnosticId id = DiagnosticId::HostError;
+  /// The severity of the problem.
   Severity severity = Severity::Error;
   /// Whether the problem ended the reading.
   bool endedReading = false;
-  /// The message without kind and position, byte for byte as the log has it. Text quoted from the
-  /// input is unchanged: it may contain line feeds and control characters, have any length, and not
-  /// be valid UTF-8.
+  /// The message without kind and position. Its bytes are those of the log line. It contains text
+  /// of the input unchanged. Such text may contain line feeds and control characters, may have any
+  /// length, and may be invalid UTF-8.
   std::string message;
-  /// The values that the message contains, in the order of `argumentNames(id)`, byte for byte as
-  /// the message has them. Numbers are decimal.
+  /// The values that the message contains, in the order of `argumentNames(id)`. Their bytes are
+  /// those of the message. Numbers are decimal.
   std::vector<std::string> arguments;
-  /// The limit that the text exceeded. Set for DiagnosticId::OverLimit only.
+  /// The limit that the text exceeded. It is set only for DiagnosticId::OverLimit.
   std::optional<Limit> limit;
-  /// The label at the beginning of the log line, such as "PARSE ERROR"; empty if the line has no
-  /// position.
+  /// The label at the beginning of the log line, such as "PARSE ERROR". It is empty if the log line
+  /// has no position.
   std::string kind;
-  /// Line and column as the log line has them: those of the token at which the parser noticed the
-  /// problem, which may be after `range`. Both are 0 before the first token and if the log line has
-  /// no position.
+  /// The line and the column in the log line. They are the position of the token at which the
+  /// parser detected the problem. This position can be after `range`. Both numbers are 0 before the
+  /// first token, and if the log line has no position.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
-  /// The path of the input concerned, beginning with the name of its node, such as
-  /// "worktop.points[3]". Indices are spelled as in the text; a path with an invalid index ends
-  /// before that index. Empty if no input is concerned.
+  /// The path of the input with the problem. It begins with the name of the node, such as
+  /// "worktop.points[3]", and has the indices of the text. If an index is invalid, the path ends
+  /// before it. The path is empty if the problem concerns no input.
   std::string inputPath;
-  /// The bytes that caused the problem; an empty range where something is missing. If these bytes
-  /// are not known, the last byte of the token at which the parser noticed the problem.
+  /// The bytes that caused the problem. If something is missing in the text, the range is empty. If
+  /// the bytes are not known, the range is the last byte of the token at which the parser detected
+  /// the problem.
   TextRange range;
-  /// If the problem is about one number of a list, the index of this number in the list, from 0.
+  /// The index, from 0, of the number in its list, if the problem concerns one number of a list.
   std::optional<std::uint64_t> numberIndex;
 
-  /// The line that the plain interface logs: "PARSE ERROR (4,9): invalid input array index: [x].".
-  /// Throws std::bad_alloc.
+  /// Returns the line that the plain interface logs, such as "PARSE ERROR (4,9): invalid input
+  /// array index: [x].". Throws std::bad_alloc.
   VSA_API std::string logLine() const;
-  /// The argument of that name, such as "expected"; valid as long as `arguments` is unchanged.
-  /// Empty if the message has no such argument.
+  /// Returns the argument with this name, such as "expected". The view is valid as long as
+  /// `arguments` does not change. Returns an empty text if the message has no such argument.
   VSA_API std::string_view argument(std::string_view name) const noexcept;
 };
 

@@ -1,4 +1,4 @@
-// How a reading ended: one status, and the limit that the text exceeded.
+// ReadStatus and Limit: how a reading ended, and which limit the text exceeded.
 #pragma once
 
 #include <cstdint>
@@ -7,30 +7,30 @@
 
 namespace vsa {
 
-/// How a reading ended. In each case, everything that was applied to the scene before stays
+/// How a reading ended. Everything that the reading applied to the scene before its end remains
 /// applied.
 enum class ReadStatus : std::uint8_t {
   Complete,        ///< The whole text was read and its links were resolved.
-  StoppedByError,  ///< An error of the text ended the reading. No link was resolved.
-  /// The text ends inside a statement, a string or a list and has no other error before its end, or
-  /// it ends at a byte 0xFF.
+  StoppedByError,  ///< An error in the text ended the reading. No link was resolved.
+  /// The text ends at a byte 0xFF, or inside a statement, a string or a list. There is no other
+  /// error before the end.
   CutOff,
-  /// The file or source could not be opened or read to its end, or another reading into the scene
-  /// has not ended.
+  /// The file or source could not be opened or read to its end. Or another reading into the same
+  /// scene has not ended yet.
   Unreadable,
   Cancelled,    ///< The progress callback returned false.
   OverLimit,    ///< The text exceeds a limit; see ReadOutcome::limit.
   OutOfMemory,  ///< The library could not allocate memory, or the host threw std::bad_alloc.
-  /// The host's scene, source or callback threw an exception other than std::bad_alloc; see
+  /// The host's scene, source or callback threw an exception other than std::bad_alloc. See
   /// ReadOutcome::exception.
   HostException,
 };
 
-/// The name of a status in kebab case, such as "stopped-by-error". Never null; "unknown" for a
-/// value that is not in the enumeration.
+/// Returns the name of a status in kebab case, such as "stopped-by-error". Returns "unknown" for a
+/// number that is no ReadStatus, and never null.
 VSA_API const char* name(ReadStatus status) noexcept;
 
-/// Identifies a limit. See ReadLimits for the units.
+/// Identifies a limit. ReadLimits has a description of each.
 enum class Limit : std::uint8_t {
   TextBytes,
   Memory,
@@ -42,8 +42,8 @@ enum class Limit : std::uint8_t {
   Diagnostics,
 };
 
-/// The name of a limit in kebab case, such as "buffer-bytes". Never null; "unknown" for a value
-/// that is not in the enumeration.
+/// Returns the name of a limit in kebab case, such as "buffer-bytes". Returns "unknown" for a
+/// number that is no Limit, and never null.
 VSA_API const char* name(Limit limit) noexcept;
 
 }  // namespace vsa

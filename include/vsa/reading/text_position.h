@@ -1,5 +1,5 @@
-// Positions in a text: offsets and columns in bytes, and their conversion to characters and UTF-16
-// code units, as editors count them.
+// Positions in a text. Offsets and columns count bytes. Two functions convert a column to the units
+// of editors: characters or UTF-16 code units.
 #pragma once
 
 #include <cstdint>
@@ -9,9 +9,9 @@
 
 namespace vsa {
 
-/// A place in a text. Offsets count bytes from 0. Lines count from 1. Columns count bytes from 1.
-/// Only the line feed ends a line: a carriage return and a tab are one column each. The byte order
-/// mark of a file is not part of the text.
+/// A place in a text. The offset counts bytes from 0. The line counts from 1. The column counts
+/// bytes from 1. Only a line feed ends a line: a carriage return and a tab are one column each. The
+/// byte order mark of a file is not part of the text.
 struct TextPosition {
   std::uint64_t offset = 0;
   std::uint64_t line = 1;
@@ -20,9 +20,8 @@ struct TextPosition {
   friend bool operator==(const TextPosition&, const TextPosition&) = default;
 };
 
-/// The bytes from `begin` up to, but not including, `end`. An empty range is a place where
-/// something is missing. The range is inside the text: `end.offset` is at most the length of the
-/// text.
+/// The bytes from `begin` up to, but not including, `end`. An empty range marks a place where
+/// something is missing. `end.offset` is at most the length of the text.
 struct TextRange {
   TextPosition begin;
   TextPosition end;
@@ -30,14 +29,15 @@ struct TextRange {
   friend bool operator==(const TextRange&, const TextRange&) = default;
 };
 
-/// The column, counted in characters (Unicode code points) from 1, of the character that contains
-/// the byte in `column`. `line` is the text of the line, without its line feed. A byte that is not
-/// part of valid UTF-8 counts as one character. After the end of the line, each byte counts as one
-/// column. A column of 0 counts as 1.
+/// Converts a column in bytes to a column in characters (Unicode code points). Both count from 1.
+/// `line` is the text of the line, without its line feed. The result is the column of the character
+/// that contains the byte at `column`. A byte that is not part of valid UTF-8 counts as one
+/// character. After the end of the line, each byte counts as one column. A column of 0 counts as 1.
 VSA_API std::uint64_t columnInCharacters(std::string_view line, std::uint64_t column) noexcept;
 
-/// The same column in UTF-16 code units, counted from 1 (the language server protocol counts these
-/// units by default, from 0): a character above U+FFFF counts as two.
+/// Converts a column in bytes to a column in UTF-16 code units. Both count from 1. A character
+/// above U+FFFF counts as two units. The language server protocol counts the same units from 0 by
+/// default.
 VSA_API std::uint64_t columnInUtf16(std::string_view line, std::uint64_t column) noexcept;
 
 }  // namespace vsa
