@@ -8,8 +8,9 @@
 
 namespace vsa_tools {
 
-/// One command: its name and its purpose, its options, and the function that runs it. The parser of
-/// the command line fills the members that addTo() names, so a command must not move.
+/// One command of vsa: its name, its purpose, its options, and the function that runs it. A command
+/// must not move after addTo(), because the parser of the command line stores values in its
+/// members.
 class Command {
  public:
   Command(const char* name, const char* purpose) : name_(name), purpose_(purpose) {}
@@ -22,7 +23,7 @@ class Command {
 
   /// Adds the options, the arguments, and examples as the footer.
   virtual void addTo(CommandOptions& options) = 0;
-  /// Runs the command after the command line was parsed, and returns the exit status.
+  /// Runs the command with the values of its options, and returns the exit status.
   virtual int run() = 0;
 
  private:
@@ -30,7 +31,7 @@ class Command {
   const char* purpose_;
 };
 
-/// All commands, in the order in which the help lists them.
+/// Returns all commands in the order in which the help lists them.
 std::vector<std::unique_ptr<Command>> allCommands();
 
 }  // namespace vsa_tools

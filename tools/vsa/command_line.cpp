@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-// The arguments in reverse order, as CLI11 expects them. CLI11 would parse "[x]" as a list
-// and "++" as the end of a command, so they become "./[x]" and "./++", which name the same files.
+// Returns the arguments in reverse order, as CLI11 requires. CLI11 would parse "[x]" as a list and
+// "++" as the end of a command. They become "./[x]" and "./++", which name the same files.
 std::vector<std::string> wordsForParser(std::vector<std::string> words) {
   for (std::string& word : words) {
     if (word.starts_with('[') || word == "++") word.insert(0, "./");
@@ -20,8 +20,8 @@ std::vector<std::string> wordsForParser(std::vector<std::string> words) {
   return words;
 }
 
-// "vsa help" is "vsa --help", and "vsa help check" is "vsa check --help". The words are reversed.
-// If "vsa help" is followed by another word, that word remains and is reported as unknown.
+// Replaces "vsa help" by "vsa --help", and "vsa help check" by "vsa check --help". The words are in
+// reverse order. Another word after "help" remains, and is reported as unknown.
 void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (words.empty() || words.back() != "help") return;
   words.pop_back();
@@ -33,8 +33,8 @@ void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (isKnown) words.insert(words.begin(), "--help");
 }
 
-// The names to suggest for an unknown argument: the options of the command if the argument begins
-// with "-", otherwise the commands.
+// Returns the names that may be suggested for an unknown argument. They are the options of the
+// command if the argument begins with "-", otherwise the commands.
 std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
   const std::vector<CLI::App*> chosen = app.get_subcommands();
   std::vector<std::string> names;
@@ -49,8 +49,8 @@ std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
   return names;
 }
 
-// The error message for a wrong command line. An unknown argument is reported before a missing one,
-// because it is usually the cause.
+// Returns the error message for a wrong command line. It is about an unknown argument rather than a
+// missing one, because the unknown argument is usually the cause.
 std::string errorMessage(const CLI::App& app, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
   if (unknown.empty()) return error.what();
@@ -59,7 +59,7 @@ std::string errorMessage(const CLI::App& app, const CLI::ParseError& error) {
          didYouMean(first.substr(0, first.find('=')), knownNames(app, first.starts_with('-')));
 }
 
-// The text of the help or of the version, whichever is requested.
+// Returns the text of the help or of the version, as the arguments request.
 std::string helpText(const CLI::App& app, const CLI::ParseError& request) {
   std::ostringstream text;
   app.exit(request, text, text);
@@ -75,7 +75,8 @@ struct CommandLine::Parser {
 CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands, const std::string& version)
     : commands_(std::move(commands)), parser_(std::make_unique<Parser>()) {
   CLI::App& app = parser_->app;
-  app.require_subcommand(0, 1);  // 0 is allowed, so that the error message names an unknown word
+  // 0 is allowed, because our own error message then names an unknown word
+  app.require_subcommand(0, 1);
   app.set_version_flag("-V,--version", version, "Print the version and exit");
   app.footer(
       "Exit status:\n"
@@ -111,7 +112,7 @@ Request CommandLine::parse(std::vector<std::string> arguments) {
   return request;
 }
 
-// The command that the arguments name; null if they name none.
+// Returns the command that the arguments name, or null if they name none.
 Command* CommandLine::chosen() const {
   for (const auto& command : commands_) {
     if (parser_->app.got_subcommand(command->name())) return command.get();
@@ -119,7 +120,7 @@ Command* CommandLine::chosen() const {
   return nullptr;
 }
 
-// The names of the commands as a list: "check, dump or convert".
+// Returns the names of the commands as a list: "check, dump or convert".
 std::string CommandLine::names() const {
   std::string text;
   for (std::size_t i = 0; i < commands_.size(); ++i) {

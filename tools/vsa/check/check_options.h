@@ -13,7 +13,8 @@ namespace vsa_tools {
 
 struct CheckOptions {
   std::vector<std::string> files;
-  bool isNulSeparated = false;  ///< Whether a NUL ends each name in lists of files.
+  // Whether the names in lists of files end with a NUL instead of a line end.
+  bool isNulSeparated = false;
   FormatName format = FormatName::Full;
   std::string colour = "auto";
   unsigned workers = 1;
@@ -27,7 +28,7 @@ struct CheckOptions {
   bool isQuiet = false;
   bool isFirstOnly = false;
   bool isFixing = false;
-  std::string stdinName;  ///< The name to show for "-"; "<stdin>" if it is empty.
+  std::string stdinName;  // The name that stands for "-" in findings; "<stdin>" if this is empty.
   ReadArguments reading;
 };
 

@@ -24,7 +24,8 @@ namespace vsa_tools {
 
 namespace {
 
-// An edit may reveal the next mistake, so a file is fixed in several rounds, up to this number.
+// The maximum number of rounds in which a file is fixed. An edit may reveal the next mistake, so
+// one round is not always enough.
 constexpr int MAX_FIX_ROUNDS = 10;
 
 bool isColoured(const std::string& colour) {
@@ -35,8 +36,8 @@ bool isColoured(const std::string& colour) {
   return ::isatty(STDOUT_FILENO) && !isDumb && (noColour == nullptr || *noColour == '\0');
 }
 
-// Keeps the freed memory of a scene for the next file. Otherwise the C library returns the scene's
-// large blocks to the system after each file: for 2,000 files that takes 0.06 s of 0.2 s.
+// Makes the C library keep the freed memory of a scene for the next file. By default, it returns
+// large blocks to the system after each file. For 2,000 files that takes 0.06 s of 0.2 s.
 void keepFreedMemory() {
 #if defined(__GLIBC__)
   constexpr int BLOCK_BYTES = 1 << 21, FREE_BYTES = 1 << 26;
@@ -49,7 +50,8 @@ std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
 
-/// Throws std::runtime_error if the file cannot be read or describes no types.
+/// Reads the node types of --types. Throws std::runtime_error if the file cannot be read or
+/// describes no types.
 std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
   const CheckedText text(path, std::numeric_limits<std::uint64_t>::max());
   if (!text.problem().empty()) throw std::runtime_error(path + ": " + text.problem());
@@ -104,7 +106,7 @@ std::vector<CheckRun::Item> CheckRun::items(const FileList& list) {
   return all;
 }
 
-// An argument that names no file is reported like a file that cannot be read.
+// Prints the arguments that name no file, each like a file that cannot be read.
 void CheckRun::printProblems(const FileList& list) {
   const CheckedText none("");
   for (const FileListProblem& problem : list.problems) {
@@ -154,7 +156,7 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   return result;
 }
 
-// Applies edits in rounds until there are no more.
+// Applies edits in rounds until no finding has any.
 std::uint64_t CheckRun::fix(const Item& item) {
   std::uint64_t fixed = 0;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {

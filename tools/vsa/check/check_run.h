@@ -1,8 +1,8 @@
 // CheckRun: one run of vsa check over all files.
 //
-// Workers check files: they select, sort and render what FileCheck finds. The results are printed
-// in the order of the files. A worker that has too many findings to keep waits for its turn and
-// prints them itself.
+// Workers check the files: they select, sort and render the findings of FileCheck. CheckRun prints
+// the results in the order of the files. If a worker has too many findings to keep, it waits until
+// all earlier files are printed, and then prints its findings itself.
 #pragma once
 
 #include <memory>

@@ -15,11 +15,11 @@ namespace vsa_tools {
 
 namespace {
 
-// Thrown to end a reading when the consumer has enough findings.
+// This exception ends a reading when the consumer needs no more findings.
 struct EnoughFindings {};
 
 constexpr std::size_t HEAD_BYTES = 16;
-// The maximum memory of the diagnostics that are kept for the rules.
+// The maximum size in bytes of the diagnostics that are kept for the rules.
 constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
 
 Finding unreadable(const std::string& problem) {
@@ -29,7 +29,8 @@ Finding unreadable(const std::string& problem) {
   return finding;
 }
 
-// Two diagnostics of the reader with the same place and message are the same finding.
+// Returns a hash that identifies a diagnostic of the reader. Two diagnostics with the same id,
+// place and message are the same finding.
 std::uint64_t keyOf(const vsa::Diagnostic& found) {
   return std::hash<std::string_view>()(found.message) * 31 + found.range.begin.offset * 64 +
          static_cast<std::uint64_t>(found.id);
@@ -42,12 +43,12 @@ void FileCheck::run() {
     if (!text_.isOpen()) {
       consume(unreadable(text_.problem()));
     } else if (text_.isKept() && foreignEncoding(text_.text().substr(0, HEAD_BYTES)) != nullptr) {
-      applyRules({}, {});  // the encoding causes the diagnostics of such a text
+      applyRules({}, {});  // not read: its encoding would cause all diagnostics
     } else {
       read();
     }
   } catch (const EnoughFindings&) {
-    // The consumer has returned false.
+    // The consumer needs no more findings, so nothing remains to do.
   }
 }
 
@@ -103,7 +104,8 @@ void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outc
            rules_, deliver);
 }
 
-// After Ctrl-C, the part of the text that was read is checked.
+// Returns the options for reading the text. After Ctrl-C the reading ends, and the part that was
+// read is checked.
 vsa::ReadOptions FileCheck::readOptions() const {
   vsa::ReadOptions options = options_.reading.options();
   options.keptDiagnosticBytes = KEPT_DIAGNOSTIC_BYTES;
@@ -114,7 +116,8 @@ vsa::ReadOptions FileCheck::readOptions() const {
   return options;
 }
 
-// The text of a large file is not in memory, so its findings get no hints.
+// Returns the finding of a diagnostic. It has no hint if the file is large, because the text of a
+// large file is not in memory.
 Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
   Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
   if (text_.isKept() && !options_.isReaderOnly) hints_.addTo(diagnostic, finding);

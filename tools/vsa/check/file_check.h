@@ -16,22 +16,22 @@
 
 namespace vsa_tools {
 
-/// How files are checked.
+/// The settings for checking a file.
 struct FileCheckOptions {
   const ReadArguments& reading;
-  /// Whether to end where the reader stops.
+  /// Whether the check ends at the place where the reader stops.
   bool isFirstOnly = false;
-  /// Whether to leave out rules and hints.
+  /// Whether only the reader's diagnostics are findings, without rules and hints.
   bool isReaderOnly = false;
   /// The node types of --types; they must outlive the check.
   std::span<const vsa::TypeDescription> types = {};
-  /// Called while a file is read.
+  /// A function that is called while a file is read.
   std::function<void(const vsa::ReadProgress&)> onProgress = {};
 };
 
 class FileCheck {
  public:
-  /// Receives a finding. Returns false when it needs no more findings.
+  /// A function that receives a finding. It returns false if it needs no more findings.
   using Consumer = std::function<bool(Finding&&)>;
 
   /// All arguments must outlive this object.
@@ -43,11 +43,11 @@ class FileCheck {
         consumer_(consumer),
         hints_(text.text(), options.types) {}
 
-  /// Passes all findings to the consumer: those of the reader in the order of its log, then those
-  /// after the place where it stops, then those of the rules.
+  /// Passes all findings to the consumer: first the reader's in the order of its log, then the
+  /// findings after the place where the reader stops, and last the findings of the rules.
   void run();
 
-  /// The line at which the reader stops; 0 if it reads the whole text.
+  /// Returns the line at which the reader stops, or 0 if it reads the whole text.
   std::uint64_t stopLine() const { return stopLine_; }
 
  private:

@@ -10,13 +10,13 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum number of findings of a file that are kept in memory to be sorted. Kept findings also
-// fragment the freed memory of the long texts that they were made from: 4096 findings took 50 MB
-// with names of 20 KB.
+// The maximum number of findings of one file that are kept in memory to be sorted. A finding is
+// made from long texts, which are freed, and kept findings fragment that freed memory. With names
+// of 20 KB, 4096 findings took 50 MB.
 constexpr std::size_t MAX_KEPT = 1024;
 
-// Findings about the whole file come first. Findings after the place where the reader stops come
-// last.
+// Returns the sort key of a finding. Findings about the whole file come first, and findings after
+// the place where the reader stops come last.
 auto orderOf(const Finding& finding) {
   return std::tuple(finding.isAfterStop, finding.range.has_value(),
                     finding.range ? finding.range->begin.offset : 0);
@@ -67,7 +67,8 @@ std::vector<RenderedFinding> FileFindings::take() {
     FindingPlace place{file_, text_, {}};
     if (finding.isAfterStop && !std::exchange(isStopShown_, true)) place.stopLine = stopLine_;
     rendered.push_back({finding.level, format_.render(finding, place)});
-    finding = {};  // keeping the finding and its text would take twice the memory
+    // frees the finding: together with its rendered text it would take twice the memory
+    finding = {};
   }
   return rendered;
 }

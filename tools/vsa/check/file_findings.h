@@ -17,7 +17,7 @@ namespace vsa_tools {
 
 class FileFindings {
  public:
-  /// Receives rendered findings when there are too many to keep.
+  /// A function that receives rendered findings when there are too many to keep.
   using Flush = std::function<void(const std::vector<RenderedFinding>&)>;
 
   FileFindings(const std::string& file, const CheckedText& text, const LevelTable& levels,
@@ -33,7 +33,7 @@ class FileFindings {
   bool isUnreadable() const { return isUnreadable_; }
   std::uint64_t inBaseline() const { return inBaseline_; }
   const KnownFindings& found() const { return found_; }
-  /// From now on, treats all findings as known and collects them in found().
+  /// Makes add() treat all later findings as known and collect them in found().
   void recordFound() { isRecording_ = true; }
 
  private:

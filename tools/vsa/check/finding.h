@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 enum class Level : std::uint8_t { Note, Warning, Error };
 
-/// "note", "warning" or "error".
+/// Returns "note", "warning" or "error".
 const char* name(Level level);
 
 /// Another place of the text that explains a finding.
@@ -22,8 +22,8 @@ struct FindingNote {
   std::string text;
 };
 
-/// A replacement of bytes: those from `begin` up to and without `end` become `text`. Offsets count
-/// from 0, without the byte order mark of the file.
+/// The replacement of the bytes from `begin` (inclusive) to `end` (exclusive) by `text`. Offsets
+/// count from 0, without the byte order mark of the file.
 struct TextEdit {
   std::uint64_t begin = 0;
   std::uint64_t end = 0;
@@ -32,29 +32,29 @@ struct TextEdit {
   friend bool operator==(const TextEdit&, const TextEdit&) = default;
 };
 
-/// A problem of one file. Its texts may quote the file: control characters and invalid UTF-8 are
-/// escaped when they are printed.
+/// A problem of one file. Its texts may contain parts of the file. Control characters and invalid
+/// UTF-8 in them are escaped when they are printed.
 struct Finding {
   Level level = Level::Error;
   /// The kind of problem in kebab case, such as "too-few-elements".
   std::string id;
   /// The message: one clause without a position and without a final period.
   std::string message;
-  /// The source range of what is wrong. Not set if the finding is about the whole file.
+  /// The part of the text that is wrong. Not set if the finding is about the whole file.
   std::optional<vsa::TextRange> range;
   std::vector<FindingNote> notes;
-  /// What to do about the problem; may be empty.
+  /// The hint: what to do about the problem. May be empty.
   std::string hint;
-  /// The edits that do what `hint` says. They do not overlap and change nothing else. May be empty.
+  /// The edits that follow the hint. They do not overlap and change nothing else. May be empty.
   std::vector<TextEdit> edits;
-  /// The line of the log, if the reader logged this finding.
+  /// The reader's log line for this finding; empty if the reader did not log it.
   std::string logLine;
-  /// Whether the problem is after the place where the reader stops, and was found by reading on.
+  /// Whether the problem is after the place where the reader stops.
   bool isAfterStop = false;
 };
 
-/// The text if it is short, otherwise its beginning and its end. A text is short if it could be a
-/// hint or a message of a rule without a long quoted name or value.
+/// Returns the text if it is short, otherwise its beginning and its end. A text is short if it has
+/// the length of a hint or message without a long name or value in it.
 std::string withoutLongQuotes(const std::string& text);
 
 }  // namespace vsa_tools

@@ -12,16 +12,16 @@ struct FindingKind {
   const char* id;
   Level level;
   const char* group;  ///< "reader", "file", or the group of the rule.
-  bool isDefault;     ///< Whether findings of this kind are reported by default.
-  const char* page;   ///< The page of the documentation that has a heading of this id.
+  bool isDefault;     // Whether findings of this kind are reported without an option.
+  const char* page;   // The documentation page that has a heading for this id.
 };
 
-// The id of a finding about a file that cannot be opened, or cannot be read to its end.
+// The id of the finding for a file that cannot be opened or cannot be read to its end.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
-/// All kinds: those of the reader, those of files, and the rules.
+/// Returns all kinds: the reader's diagnostics, the problems of files, and the rules.
 std::span<const FindingKind> allKinds();
-/// The kind of that id; null if there is none.
+/// Returns the kind with that id, or null if there is none.
 const FindingKind* kindOf(std::string_view id);
 
 }  // namespace vsa_tools

@@ -1,5 +1,5 @@
-// The options and arguments of a command. The parser of command lines, CLI11, is included by the
-// sources of these classes and of CommandLine only: it takes 3 s to compile in each source.
+// The options and arguments of a command. Only the sources of these classes and of CommandLine
+// include CLI11, the parser of command lines, because it takes 3 s to compile in each source.
 #pragma once
 
 #include <cstdint>
@@ -14,52 +14,53 @@ class Option;
 
 namespace vsa_tools {
 
-/// An option that was added, with functions to set its properties. Cheap to copy.
+/// A handle of an option that was added, with functions that set its properties. Cheap to copy.
 class CommandOption {
  public:
   explicit CommandOption(CLI::Option& option) : option_(&option) {}
 
-  /// The command line is wrong without this option.
+  /// Makes a command line without this option wrong.
   CommandOption required() const;
-  /// The placeholder of the value in the help: "FILE". Positional arguments have none.
+  /// Sets the placeholder for the value in the help, such as "FILE". Positional arguments have
+  /// none.
   CommandOption valueName(const char* name) const;
   /// Shows the current value of the target in the help.
   CommandOption showDefault() const;
-  /// The command line is wrong if it contains both options.
+  /// Makes a command line with both options wrong.
   CommandOption excludes(CommandOption other) const;
-  /// Accepts only numbers from `least` to `greatest`.
+  /// Accepts only numbers from `least` to `greatest`, both inclusive.
   CommandOption range(unsigned least, unsigned greatest) const;
-  /// Accepts no number below zero.
+  /// Accepts only numbers from 0 up.
   CommandOption notNegative() const;
-  /// Accepts a number of bytes: 100, 12k, 8G; 1k is 1024.
+  /// Accepts a number of bytes, such as 100, 12k or 8G. 1k is 1024 bytes.
   CommandOption sizeInBytes() const;
   /// Accepts only these words.
   CommandOption oneOf(const std::vector<std::string>& words) const;
-  /// The option can be repeated, and takes one value each time.
+  /// Allows the option to be repeated, with one value each time.
   CommandOption repeatable() const;
-  /// The option can be repeated. Each value is a list, separated by commas.
+  /// Allows the option to be repeated. Each value is a list with commas between its items.
   CommandOption repeatableList() const;
 
  private:
   CLI::Option* option_;
 };
 
-/// The options and arguments of one command, for Command::addTo() to fill in. The command line is
-/// parsed later: the targets must not move until then. If the command line does not contain an
-/// option, its target keeps its value.
+/// The options and arguments of one command, which Command::addTo() adds. The command line is
+/// parsed later, so the targets must not move until then. A target keeps its value if the command
+/// line does not contain its option.
 class CommandOptions {
  public:
   explicit CommandOptions(CLI::App& app) : app_(app) {}
 
-  /// An option if `names` begins with a dash ("-j,--jobs"), and an argument otherwise ("FILE").
+  /// Adds an option if `names` begins with a dash ("-j,--jobs"), otherwise an argument ("FILE").
   CommandOption add(const char* names, std::string& target, const char* purpose);
-  /// An option or argument that stores all its values.
+  /// Adds an option or argument that may have several values, and stores all of them.
   CommandOption add(const char* names, std::vector<std::string>& target, const char* purpose);
   CommandOption add(const char* names, unsigned& target, const char* purpose);
   CommandOption add(const char* names, std::uint64_t& target, const char* purpose);
   CommandOption add(const char* names, std::optional<std::uint64_t>& target, const char* purpose);
   CommandOption add(const char* names, std::optional<double>& target, const char* purpose);
-  /// An option without a value.
+  /// Adds an option without a value.
   CommandOption addFlag(const char* names, bool& target, const char* purpose);
 
   /// Sets the text below the help, such as examples and exit statuses.

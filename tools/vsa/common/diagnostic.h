@@ -15,11 +15,11 @@ struct Position {
   friend bool operator==(const Position&, const Position&) = default;
 };
 
-/// The position that the diagnostic's log line shows, if it shows one.
+/// Returns the position in the diagnostic's log line, or nothing if the line shows none.
 std::optional<Position> positionOf(const vsa::Diagnostic& diagnostic);
 
-/// One line without its line end. `level` is "warning" or "error". Escapes file name and text with
-/// printableLine().
+/// Returns the diagnostic as one line without a line end. `level` is "warning" or "error". File
+/// name and text are escaped by printableLine().
 std::string diagnosticLine(std::string_view file, const std::optional<Position>& position,
                            std::string_view level, std::string_view text);
 

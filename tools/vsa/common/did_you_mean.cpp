@@ -6,7 +6,7 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum number of bytes to compare. Only the beginning of a longer name is compared.
+// The maximum number of bytes that are compared, at the beginning of each name.
 constexpr std::size_t MAX_COMPARED = 64;
 
 }  // namespace
@@ -14,7 +14,7 @@ constexpr std::size_t MAX_COMPARED = 64;
 std::size_t editDistance(std::string_view a, std::string_view b) {
   a = a.substr(0, MAX_COMPARED);
   b = b.substr(0, MAX_COMPARED);
-  // Rows of the table of distances between the beginnings of both names.
+  // Three rows of the table of distances between the beginnings of both names.
   std::vector<std::size_t> beforeLast(b.size() + 1), last(b.size() + 1), row(b.size() + 1);
   for (std::size_t j = 0; j <= b.size(); ++j) row[j] = j;
   for (std::size_t i = 1; i <= a.size(); ++i) {

@@ -1,4 +1,4 @@
-// The name that was probably meant by a misspelt one.
+// Suggestions for a misspelt name: finds the closest known name.
 #pragma once
 
 #include <string>
@@ -7,14 +7,14 @@
 
 namespace vsa_tools {
 
-/// The number of characters to insert, delete, replace, or swap with a neighbour, needed to change
-/// one name into the other: the optimal string alignment distance.
+/// Returns the optimal string alignment distance of two names: how many characters must be
+/// inserted, deleted, replaced or swapped with a neighbour to change one name into the other.
 std::size_t editDistance(std::string_view a, std::string_view b);
 
-/// The known name that is closest to `name`; empty if none is close.
+/// Returns the known name that is closest to `name`, or an empty text if none is close.
 std::string closestName(std::string_view name, const std::vector<std::string>& known);
 
-/// ": did you mean NAME?" with the closest name; empty if none is close.
+/// Returns ": did you mean NAME?" with the closest name, or an empty text if none is close.
 std::string didYouMean(std::string_view name, const std::vector<std::string>& known);
 
 }  // namespace vsa_tools

@@ -10,7 +10,8 @@ vsa::ReadOptions FileDiagnostics::options() {
   return options;
 }
 
-// The diagnostic that ends the reading is always printed.
+// Prints and counts a diagnostic. The diagnostic that ends the reading is printed even after
+// --max-diagnostics.
 void FileDiagnostics::add(const vsa::Diagnostic& diagnostic) {
   const bool isWarning = diagnostic.severity == vsa::Severity::Warning;
   const bool isPrinted =

@@ -1,4 +1,4 @@
-// The diagnostics of one file on standard error.
+// FileDiagnostics: prints the diagnostics of one file to standard error.
 #pragma once
 
 #include <cstdint>
@@ -13,17 +13,16 @@
 
 namespace vsa_tools {
 
-/// Prints the diagnostics of one file while the file is read, and counts them. Keeps no diagnostics
-/// in memory.
+/// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory.
 class FileDiagnostics {
  public:
   /// `arguments` must outlive the object.
   FileDiagnostics(std::string name, const ReadArguments& arguments)
       : name_(std::move(name)), arguments_(arguments) {}
 
-  /// The options for the reading whose diagnostics this object prints.
+  /// Returns options for a reading whose diagnostics this object is to print.
   vsa::ReadOptions options();
-  /// Prints the errors that the log does not contain, and how many diagnostics were not printed.
+  /// Prints the errors that are not in the log, and how many diagnostics were not printed.
   void add(const FileOutcome& outcome);
 
   std::uint64_t warnings() const { return warnings_; }

@@ -18,7 +18,8 @@ bool isInside(const TextEdit& edit, std::string_view text) {
   return edit.begin <= edit.end && edit.end <= text.size();
 }
 
-/// Two insertions at the same place count as overlapping: their order is not known.
+/// Returns whether two edits overlap. Two insertions at the same place overlap, too, because their
+/// order is not known.
 bool overlaps(const TextEdit& a, const TextEdit& b) {
   return (a.begin < b.end && b.begin < a.end) || a.begin == b.begin;
 }
@@ -44,8 +45,8 @@ void writeAll(int descriptor, std::string_view bytes, const std::string& path) {
   }
 }
 
-/// A new file in the folder of the file that it is to replace. The destructor removes it unless it
-/// has replaced that file.
+/// A new file that is to replace another file in its folder. The destructor removes the new file
+/// unless it has replaced the other one.
 class Replacement {
  public:
   explicit Replacement(const std::string& path) : path_(path), name_(path + ".XXXXXX") {

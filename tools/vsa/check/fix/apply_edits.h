@@ -10,16 +10,18 @@
 
 namespace vsa_tools {
 
-/// A text with the edits of all findings, in order. Edits that overlap an earlier one are left out.
+/// A text to which the edits of findings were applied in order. Edits that overlap an earlier one
+/// are left out.
 struct EditedText {
   std::string text;
   std::uint64_t fixed = 0;  ///< Findings whose edits were applied.
 };
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings);
 
-/// Replaces the file `path` by a new file with these bytes. The new file is in the same folder, has
-/// the same permissions, and replaces the old one when it is complete. A symbolic link remains, and
-/// the file that it leads to is replaced. Throws std::runtime_error if that fails.
+/// Replaces the file `path` by a new file with these bytes. The new file is written in the same
+/// folder with the same permissions, and replaces the old file when it is complete. If `path` is a
+/// symbolic link, the link remains and its target is replaced. Throws std::runtime_error on
+/// failure.
 void replaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace vsa_tools

@@ -17,8 +17,8 @@ bool mayBeIn(char open, char c) {
          char_class::is(c, char_class::NUMBER);
 }
 
-// The offset at which the reader notices that the string or list at `open` is not closed: the end
-// of the text, or the first character that a list may not have.
+// Returns the offset at which the reader notices that the string or list at `open` is not closed.
+// It is the end of the text, or the first character that is not allowed in such a list.
 std::uint64_t noticedAt(const HintText& text, std::uint64_t open) {
   const std::string_view all = text.text();
   const char first = text.at(open);
@@ -64,8 +64,8 @@ void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& findin
   finding.hint = hintFor(text.at(open.begin.offset));
   const std::uint64_t noticed = noticedAt(text, open.begin.offset);
   const bool isAtEnd = noticed >= text.text().size();
-  // At the end of the text, the note is at the end of the last line that has text, and not in the
-  // empty line after it.
+  // At the end of the text, the note has the end of the last line with text as its place. The end
+  // of the text itself may be in an empty line.
   const std::uint64_t at = isAtEnd ? std::max(text.endBefore(noticed), open.end.offset) : noticed;
   const vsa::TextPosition begin = moved(text, open.begin, at);
   const vsa::TextPosition end = isAtEnd ? begin : moved(text, begin, at + 1);

@@ -20,8 +20,8 @@ struct Literal {
   std::size_t numbers = 0;
 };
 
-// The literal at `offset`, which is the offset of its brackets, of its list or of a number in the
-// list.
+// Returns the buffer literal that contains `offset`: the offset of its bracket, of its list, or of
+// a number in the list. Returns nothing if no literal is there.
 std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   const std::string_view all = text.text();
   const std::size_t open = text.at(offset) == '[' ? offset : all.rfind('[', offset);
@@ -43,8 +43,8 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   return literal.type == vsa::ElementType::Null ? std::nullopt : std::optional(literal);
 }
 
-// Adds the count that fits the list as a hint, or the number of its numbers if the last element is
-// incomplete.
+// Adds the element count that fits the list as a hint. If the last element is incomplete, the hint
+// is how many numbers the list and an element have.
 void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;

@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-// The hint for an invalid character: one case for each character that people often write.
+// Returns the hint for an invalid character, one for each character that people often write.
 const char* hintForInvalid(char character, bool isBehindDigit) {
   if (character == '%' && isBehindDigit) {
     return "a number has no unit; write the number alone, or quote it";
@@ -32,14 +32,14 @@ const char* hintForInvalid(char character, bool isBehindDigit) {
   }
 }
 
-// The offset of the "[" of the list that contains the byte at `offset`. If there is no such list,
-// the result is some other offset.
+// Returns the offset of the "[" of the list that contains the byte at `offset`. If there is no such
+// list, the result is the offset of another character, or npos.
 std::uint64_t bracketBefore(const HintText& text, std::uint64_t offset) {
   return text.text().find_last_of("[=;", offset);
 }
 
-// Whether the byte at `open` is a brace that follows neither "]" nor "=", as the brace of a block
-// in another language does.
+// Returns whether the byte at `open` is a brace that does not open a list: it follows neither "]"
+// nor "=". It is probably the brace of a block, as other languages have it.
 bool isBlock(HintText& text, std::uint64_t open) {
   const std::uint64_t before = text.endBefore(open);
   if (text.at(open) != '{' || before == 0) return false;

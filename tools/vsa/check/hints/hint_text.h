@@ -1,4 +1,4 @@
-// HintText: the text of a file, with the look-ups that the functions for hints need.
+// HintText: the text of a file, and the functions that search it for hints.
 #pragma once
 
 #include <cstdint>
@@ -19,14 +19,14 @@
 
 namespace vsa_tools {
 
-/// The first statement that assigns to an input.
+/// The first assignment to an input.
 struct FirstAssignment {
   std::string_view value;  ///< The value as it is written: a part of the text.
   vsa::SyntaxKind kind = vsa::SyntaxKind::EndOfText;  ///< The kind of its first token.
   bool isConnection = false;
 };
 
-/// The text and the names in it, which are collected at the first request.
+/// The text and the names in it. The names are collected when one is requested for the first time.
 class HintText {
  public:
   HintText(std::string_view text, std::span<const vsa::TypeDescription> types)
@@ -35,26 +35,28 @@ class HintText {
   std::string_view text() const { return text_; }
   std::span<const vsa::TypeDescription> types() const { return types_; }
   std::string_view bytesOf(const vsa::TextRange& range) const;
-  /// The range of `part`, a view of a part of the text.
+  /// Returns the range of `part`, which must be a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
-  /// The offset of the last byte before `offset` that is no white space, plus 1.
+  /// Returns the offset of the last byte before `offset` that is not white space, plus 1.
   std::uint64_t endBefore(std::uint64_t offset) const;
-  /// The offset of the first byte from `offset` on that is no white space.
+  /// Returns the offset of the first byte at `offset` or after it that is not white space.
   std::uint64_t beginBehind(std::uint64_t offset) const;
   char at(std::uint64_t offset) const { return offset < text().size() ? text()[offset] : '\0'; }
 
-  // The most similar name; nothing if none is similar.
+  // Return the most similar name of the text, or nothing if no name is similar.
   std::optional<Suggestion> nearestNode(std::string_view written);
   std::optional<Suggestion> nearestInput(std::string_view written);
   std::optional<Suggestion> nearestOutput(std::string_view written);
 
-  /// The range of the name in the first declaration of a node.
+  /// Returns the range of the node's name in its first declaration.
   std::optional<vsa::TextRange> declarationOf(std::string_view node);
-  /// The first assignment to an input; null if there is none. `path` is written as in a diagnostic.
+  /// Returns the first assignment to an input, or null if there is none. `path` is the input path
+  /// as diagnostics show it.
   const FirstAssignment* firstAssignment(const std::string& path);
 
  private:
-  using Names = std::set<std::string_view>;  // views of the first occurrence of each name
+  // views of the first occurrence of each name in the text
+  using Names = std::set<std::string_view>;
 
   void collect();
   std::optional<Suggestion> nearest(const Names& names, std::string_view written);
@@ -64,15 +66,15 @@ class HintText {
   std::span<const vsa::TypeDescription> types_;
   bool isCollected_ = false;
   Names nodes_, inputs_, outputs_;
-  // The key is a hash of the path, because paths of long names would take far more memory than
-  // their text. If two paths had the same hash, a note would have the wrong place.
+  // The first assignment of each input, by a hash of its path. Paths of long names would take far
+  // more memory than their text. If two paths had the same hash, a note would have a wrong place.
   std::unordered_map<PathKey, FirstAssignment> assignments_;
-  // Limits the comparisons of names, so that a text with many mistakes and many names takes time in
-  // proportion to its size.
+  // The number of comparisons of names that are still allowed. The limit keeps the time in
+  // proportion to the size of the text, even with many mistakes and many names.
   std::uint64_t comparisonsLeft_ = 5'000'000;
 };
 
-// The hints for groups of diagnostics. A function that has no hint leaves the finding unchanged.
+// Add the hints for groups of diagnostics. They leave a finding unchanged if they have no hint.
 void hintForStatement(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
@@ -82,27 +84,28 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
 void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 
-// Functions that several of the functions above use.
+// The functions below are used by several of the functions above.
 
-/// Adds an edit that replaces the range, and the hint "write `to`".
+/// Adds an edit that replaces the range by `to`, and the hint "write `to`".
 void replace(Finding& finding, const vsa::TextRange& range, std::string to);
 /// Adds an edit that inserts a text at an offset.
 void insertAt(Finding& finding, std::uint64_t offset, std::string text);
-/// Adds the hint "did you mean `name`?" if there is a suggestion, and an edit that replaces the
-/// range if the suggestion is sure.
+/// Adds the hint "did you mean `name`?" if there is a suggestion. If the suggestion is sure, adds
+/// an edit, too, which replaces the range by the name.
 bool suggest(Finding& finding, const vsa::TextRange& range,
              const std::optional<Suggestion>& suggestion);
-/// The value of "0x1F" in decimal; nothing if it does not fit into 64 bits.
+/// Returns the value of hexadecimal digits such as "1F" as a decimal number. Returns nothing if it
+/// does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);
-/// Whether `source` is a single opening character: the range of a diagnostic about a string or list
-/// that is not closed.
+/// Returns whether `source` is a single opening character: a quote, parenthesis, brace or bracket.
+/// Such a range belongs to a diagnostic about a string or list that is not closed.
 bool isOpening(std::string_view source);
-/// Adds a hint that says how to close the string or list, and a note at the place where the reader
-/// notices that it is not closed.
+/// Adds a hint that says how to close the string or list. Adds a note at the place where the reader
+/// notices that the string or list is not closed.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
-/// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if `open` is
-/// not the bracket of such a list.
+/// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if the
+/// bracket at `open` does not begin such a list.
 bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding);
 
 }  // namespace vsa_tools

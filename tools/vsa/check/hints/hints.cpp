@@ -33,7 +33,7 @@ Hints::Hints(std::string_view text, std::span<const vsa::TypeDescription> types)
 Hints::~Hints() = default;
 
 void Hints::addTo(const vsa::Diagnostic& diagnostic, Finding& finding) {
-  // There are no bytes if the text is not kept in memory.
+  // Without the bytes of the text there is no hint.
   if (text_->text().empty() || diagnostic.range.end.offset > text_->text().size()) return;
   add(diagnostic, finding);
   finding.hint = withoutLongQuotes(finding.hint);

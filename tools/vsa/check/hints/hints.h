@@ -1,4 +1,4 @@
-// Hints: what to do about the diagnostics of the reader, derived from the text.
+// Hints: tells how to correct the problems that the reader found.
 #pragma once
 
 #include <memory>
@@ -13,16 +13,16 @@ namespace vsa_tools {
 
 class HintText;
 
-/// The hints about one file. The text is read only when a diagnostic needs it.
+/// Finds the hints for one file. It searches the text when a diagnostic first requires that.
 class Hints {
  public:
-  /// The text without a byte order mark, and the types of --types. Both must live as long as this
-  /// object.
+  /// `text` is the text without a byte order mark, and `types` are the types of --types. Both must
+  /// outlive this object.
   explicit Hints(std::string_view text, std::span<const vsa::TypeDescription> types = {});
   ~Hints();
 
-  /// Completes the finding of a diagnostic: adds its hint, the edits that do what the hint says,
-  /// and notes. Does not change the finding if there is no hint.
+  /// Adds the hint for a diagnostic to its finding, with edits that follow the hint, and with
+  /// notes. Leaves the finding unchanged if there is no hint.
   void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
 
  private:

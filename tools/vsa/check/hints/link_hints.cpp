@@ -10,8 +10,8 @@ namespace {
 
 using vsa::DiagnosticId;
 
-// The constant `true`, `false` or `null` that is most similar to the name. A node may have that
-// name, too, so the suggestion is never sure.
+// Returns the constant `true`, `false` or `null` that is most similar to the name. The suggestion
+// is never sure, because a node may have that name, too.
 std::optional<Suggestion> nearestConstant(std::string_view name) {
   NearestName nearest(name);
   for (const char* const constant : {"true", "false", "null"}) nearest.consider(constant);
@@ -20,8 +20,8 @@ std::optional<Suggestion> nearestConstant(std::string_view name) {
   return found;
 }
 
-// Adds a hint for a name that no node has. The name may be misspelt, its node may be removed, or it
-// may be a text without quotes.
+// Adds a hint for a name that no node has. The name may be misspelt, its node may have been
+// removed, or it may be a string without quotes.
 void hintForMissingNode(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const vsa::TextRange& range = diagnostic.range;
   const bool isConnection = diagnostic.id == DiagnosticId::NoNodeToConnect;

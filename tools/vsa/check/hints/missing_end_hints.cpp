@@ -1,4 +1,4 @@
-// Hints for complete values that are followed by more text.
+// Hints for complete values with more text after them.
 #include <algorithm>
 #include <string>
 
@@ -16,7 +16,7 @@ struct Alias {
   std::string_view keyword;
 };
 
-// Words of other languages for the element types of buffers, and for tuples.
+// Names of types in other languages, with the element type of a buffer or the tuple of this format.
 constexpr Alias BUFFER_ALIASES[] = {
     {"uint8", "byte"},    {"uchar", "byte"},     {"int8", "char"},   {"short", "int16"},
     {"int", "int32"},     {"uint", "uint32"},    {"long", "int64"},  {"bool", "byte"},
@@ -53,7 +53,7 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// Adds a hint for a word that names a type in other languages and not in this format.
+// Adds a hint for a word that names a type in other languages but not in this format.
 void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
@@ -77,8 +77,8 @@ bool isDecimalComma(HintText& text, std::uint64_t at) {
   return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
 }
 
-// Adds a hint for numbers such as "1_000" and "0x1F": the reader reads the characters after the
-// digits as a word.
+// Adds a hint for numbers such as "1_000" and "0x1F". The reader ends the number after its first
+// digits and reads the remaining characters as a word.
 bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view word = text.bytesOf(range);
   const std::uint64_t at = range.begin.offset;

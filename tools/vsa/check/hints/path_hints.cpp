@@ -21,8 +21,8 @@ void hintForNode(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "declare the node before this line, such as `lamp " + std::string(name) + ";`";
 }
 
-// Adds a hint for a path that leads to no input. It concerns the last word of the path, such as
-// "radius" of "ball.radius".
+// Adds a hint for an input path that leads to no input. The hint is about the last word of the
+// path, such as "radius" in "ball.radius".
 void hintForInput(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view path = text.bytesOf(range);
   if (path.find('[') != std::string_view::npos) {

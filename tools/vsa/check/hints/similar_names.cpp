@@ -7,7 +7,7 @@ namespace vsa_tools {
 
 namespace {
 
-// Longer names are not compared, because nobody types them by hand.
+// The maximum length of compared names. Nobody types longer names by hand.
 constexpr std::size_t MAX_NAME = 200;
 
 char lower(char c) {
@@ -30,7 +30,7 @@ std::string loweredName(std::string_view name) {
   return result;
 }
 
-// The optimal string alignment distance, row by row.
+// Computes the optimal string alignment distance row by row.
 std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit) {
   const std::size_t difference = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
   if (difference > limit || a.size() > MAX_NAME || b.size() > MAX_NAME) return limit + 1;

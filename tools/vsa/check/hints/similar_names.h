@@ -1,4 +1,4 @@
-// Suggestions for misspelt names: the nearest known name by edit distance.
+// Suggestions for misspelt names: finds the nearest known name by edit distance.
 #pragma once
 
 #include <cstddef>
@@ -8,34 +8,35 @@
 
 namespace vsa_tools {
 
-/// The name with its ASCII letters in lower case.
+/// Returns the name with its ASCII letters in lower case.
 std::string loweredName(std::string_view name);
 
-/// The number of characters to insert, remove, replace, or swap with their neighbour to change `a`
-/// into `b`; `limit` + 1 if it is more than `limit`. The case of ASCII letters is ignored.
+/// Returns how many characters must be inserted, removed, replaced or swapped with their neighbour
+/// to change `a` into `b`, or `limit` + 1 if there are more than `limit`. The case of ASCII letters
+/// is ignored.
 std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit);
 
-/// A name that was probably meant.
+/// A known name that is suggested instead of a misspelt one.
 struct Suggestion {
   std::string name;
-  /// Whether the name may be applied without asking the user: it differs in one character, which is
-  /// not a digit, and no other name is as near.
+  /// Whether the name may be applied without asking the user. It must differ in one character only,
+  /// which is not a digit, and no other name may be as near.
   bool isSure = false;
 };
 
-/// Compares names one by one with a written name and keeps the nearest one. A name is near if the
-/// number of differing characters is at most a third of its length, with a limit of at least one
-/// and at most three. Of two names that are equally near, the first one is kept.
+/// Compares known names with a written name and keeps the nearest one. A name is near if its
+/// distance is at most a third of the length of the written name; this limit is at least 1 and at
+/// most 3. Of two equally near names, the first one is kept.
 class NearestName {
  public:
   explicit NearestName(std::string_view written);
   void consider(std::string_view name);
-  /// The nearest name that differs from the written one; nothing if none is near.
+  /// Returns the nearest name that differs from the written one, or nothing if no name is near.
   std::optional<Suggestion> found() const;
 
  private:
   std::string_view written_;
-  // The distance of `nearest_`. Before a name is accepted, the greatest accepted distance plus 1.
+  // The distance of `nearest_`. Before the first near name, the greatest allowed distance plus 1.
   std::size_t distance_;
   std::string nearest_;
   bool isUnique_ = false;

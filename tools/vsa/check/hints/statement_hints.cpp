@@ -1,4 +1,4 @@
-// Hints for statements that begin wrongly, and for version comments.
+// Hints for statements with a wrong beginning, and for version comments.
 #include <algorithm>
 #include <string>
 
@@ -15,7 +15,7 @@ bool isConstant(std::string_view word) {
   return lower == "true" || lower == "false" || lower == "null";
 }
 
-// Adds a hint for a wrong word at the beginning of a statement, or after its first tokens.
+// Adds a hint for a wrong word: the first word of a statement, or a word after its first tokens.
 void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t next = text.beginBehind(range.end.offset);
   const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';
@@ -92,8 +92,8 @@ void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& f
   }
 }
 
-// Adds a hint for a version comment with a wrong number, such as "# version: 2.1", or for a comment
-// that contains "version:" by chance.
+// Adds a hint for a version comment without a whole number, such as "# version: 2.1". For a comment
+// that contains "version:" by chance, the hint is to put a blank before the colon.
 void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view comment = text.bytesOf(range);
   const std::size_t word = comment.find("version:");
@@ -112,8 +112,8 @@ void hintForVersion(HintText& text, const vsa::TextRange& range, Finding& findin
   finding.hint += ": write `# version: " + number + '`';
 }
 
-// Adds a hint for a path that begins with a period while no node is set. If a declaration ends in a
-// semicolon just before the path, the hint is to end it with a colon.
+// Adds a hint for a path that begins with a period although there is no with node. If the statement
+// before the path is a declaration that ends with a semicolon, the hint is to end it with a colon.
 void hintForWithNode(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t end = text.endBefore(range.begin.offset);
   const std::string path(text.bytesOf(range));

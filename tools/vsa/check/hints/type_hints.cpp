@@ -1,5 +1,5 @@
-// Hints for values whose type is not that of the input, with a note at the place where the input
-// got its type.
+// Hints for values of another type than their input. A note shows the assignment that gave the
+// input its type.
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"
@@ -23,8 +23,8 @@ bool isVector(const vsa::Diagnostic& diagnostic) {
   return false;
 }
 
-// The list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
-// element type of the first value.
+// Returns a list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
+// element type of `first`, the first value of the input.
 std::optional<std::string> asBuffer(std::string_view brackets, std::string_view first) {
   const std::size_t keyword = first.find('[');
   if (brackets.size() < 2 || brackets.front() != '[' || keyword == std::string_view::npos) {
@@ -65,8 +65,8 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
   }
 }
 
-// Adds a hint for a value that would be narrowed. If the first value of an input has no decimal
-// point, the input has an integer type.
+// Adds a hint for a value that would be narrowed. An input has an integer type if its first value
+// has no decimal point, so the hint is then to add one there.
 void hintForNarrowing(HintText& text, const vsa::Diagnostic& diagnostic,
                       const FirstAssignment* first, Finding& finding) {
   const bool isRounded = diagnostic.argument("found") == "Real";

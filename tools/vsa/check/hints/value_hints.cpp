@@ -1,4 +1,4 @@
-// Hints for values that do not convert, and for text that is not a value.
+// Hints for values that do not convert to the type of their input, and for texts that are no value.
 #include <algorithm>
 #include <string>
 
@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-// The number with a decimal point, such as "1.0e-05" for "1e-05", which is an integer with a
-// negative exponent. Nothing for other numbers.
+// Returns an integer that has a negative exponent as a real, such as "1.0e-05" for "1e-05". Returns
+// nothing for other numbers.
 std::optional<std::string> withPoint(std::string_view number) {
   const std::size_t exponent = number.find_first_of("eE");
   if (exponent == std::string_view::npos || exponent == 0) return std::nullopt;
@@ -38,8 +38,8 @@ void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding
   }
 }
 
-// Adds a hint for an apostrophe. The edit is for a text such as "'noon'" on one line, without
-// characters that a string would escape.
+// Adds a hint for an apostrophe. If a text on one line is quoted with apostrophes, such as 'noon',
+// an edit replaces them by double quotes. There is no edit if the text has characters to escape.
 void hintForApostrophe(HintText& text, const vsa::TextRange& range, Finding& finding) {
   finding.hint = "a string has double quotes";
   const std::uint64_t begin = range.begin.offset;
@@ -56,7 +56,7 @@ struct TupleForm {
 constexpr TupleForm TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4}, {"pos2", 2}, {"pos3", 3},
                                 {"quat", 4}, {"rgba", 4}, {"mat3", 9}, {"mat4", 16}};
 
-// The row of TUPLES whose keyword is before the list; null if there is none.
+// Returns the row of TUPLES whose keyword is before the list, or null if there is none.
 const TupleForm* tupleBefore(HintText& text, std::uint64_t list) {
   const std::uint64_t end = text.endBefore(list);
   if (end < 4) return nullptr;

@@ -16,14 +16,14 @@ namespace {
 constexpr std::size_t TAB_COLUMNS = 8;
 constexpr std::string_view CUT = "...";
 
-/// A character as it is shown.
+/// A character in the form that the terminal shows.
 struct Cell {
   std::string shown;
   std::size_t width;
-  std::uint64_t begin, end;  // the range of its bytes, as columns of the line
+  std::uint64_t begin, end;  // the columns of its bytes in the line: `end` is exclusive
 };
 
-/// Splits a line into cells.
+/// Splits a part of a line into cells.
 class CellList {
  public:
   explicit CellList(const LinePart& part) : column_(part.column) {
@@ -67,12 +67,13 @@ std::size_t widthOf(const std::vector<Cell>& cells, std::size_t begin, std::size
   return width;
 }
 
-/// A range of cells.
+/// A range of cells: `end` is exclusive.
 struct Slice {
   std::size_t begin, end;
 };
 
-/// The range of cells to show: the cells above the carets, and as many cells on both sides as fit.
+/// Returns the range of cells to show: the cells above the carets, and as many cells before and
+/// after them as fit.
 Slice visibleSlice(const std::vector<Cell>& cells, Slice marked, std::size_t width) {
   Slice visible{marked.begin, marked.begin};
   std::size_t used = 0;
@@ -116,7 +117,8 @@ Excerpt shownSlice(const std::vector<Cell>& cells, Slice visible, Slice marked) 
 }  // namespace
 
 int columnsOf(char32_t character) {
-  // wcwidth() follows the locale of the thread; the values of wchar_t are those of Unicode.
+  // wcwidth() depends on the locale of the thread. In the locale C.UTF-8, its characters are those
+  // of Unicode.
   static const locale_t UNICODE = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (character < 0x7F || UNICODE == nullptr) return 1;
   const locale_t before = ::uselocale(UNICODE);

@@ -12,11 +12,11 @@
 
 namespace vsa_tools {
 
-/// Where a finding is.
+/// The place of a finding.
 struct FindingPlace {
-  const std::string& file;  ///< The name as it is shown.
+  const std::string& file;  // The file name to show.
   const CheckedText& text;
-  /// Only for the first finding after the line at which the reader stops: that line.
+  /// The line at which the reader stops. Set only for the first finding after that line.
   std::optional<std::uint64_t> stopLine;
 };
 
@@ -31,29 +31,30 @@ struct Totals {
   bool isEndedEarly = false;     ///< Whether --max-diagnostics was reached.
 };
 
-/// One output format. render() may be called by several threads, the other functions by one.
+/// One output format. Several threads may call render(), but only one the other functions.
 class Format {
  public:
   virtual ~Format() = default;
-  /// The finding in this format, with its line end.
+  /// Returns the finding in this format, with its line end.
   virtual std::string render(const Finding& finding, const FindingPlace& place) const = 0;
-  /// What is printed before all findings.
+  /// Returns the text to print before all findings.
   virtual std::string begin() { return {}; }
-  /// What is printed for a finding that was rendered.
+  /// Returns the text to print for a finding, from the result of render().
   virtual std::string add(std::string rendered) { return rendered; }
-  /// What is printed for a file without findings.
+  /// Returns the text to print for a file without findings.
   virtual std::string addClean(const std::string& /*file*/) { return {}; }
-  /// What is printed after all findings.
+  /// Returns the text to print after all findings.
   virtual std::string end(const Totals& /*totals*/) { return {}; }
-  /// Whether the output is for people, so that the summary is a part of it.
+  /// Whether people read the output. The summary is then a part of it.
   virtual bool isForPeople() const { return false; }
-  /// Whether only the reader's own log is printed.
+  /// Whether only the reader's log is printed.
   virtual bool isLog() const { return false; }
 };
 
 enum class FormatName : std::uint8_t { Full, Line, Log, Json, Sarif, Github, Junit };
 
-/// `isColoured` affects only Full. `isStrict` affects only Junit: warnings are then failures.
+/// Returns the format of that name. `isColoured` affects only Full. `isStrict` affects only Junit:
+/// warnings are then failures.
 std::unique_ptr<Format> makeFormat(FormatName name, bool isColoured, bool isStrict);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// The format json: one record a line. docs/check_finding.schema.json is its schema.
+// The format json: one record a line, as docs/check_finding.schema.json describes it.
 #pragma once
 
 #include "tools/vsa/check/output/format.h"

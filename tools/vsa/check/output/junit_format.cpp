@@ -34,8 +34,8 @@ std::string xmlEscaped(std::string_view text) {
 
 }  // namespace
 
-// An error is a failure. Warnings and notes are the output of a case that passes, because they do
-// not fail the check.
+// Renders an error as a failed test case. Warnings and notes become the output of a passed case,
+// because they do not fail the check.
 std::string JunitFormat::render(const Finding& finding, const FindingPlace& place) const {
   const std::string file = xmlEscaped(printable(place.file));
   const vsa::TextPosition at = finding.range.value_or(vsa::TextRange{}).begin;

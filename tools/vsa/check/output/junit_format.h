@@ -1,5 +1,6 @@
-// The format junit: one XML document in which each finding, and each file without one, is a test
-// case. The document begins with the number of cases, so it is printed at the end.
+// The format junit: one XML document of test cases. Each finding is a test case, and each file
+// without findings is one. The document begins with the number of cases, so it is printed at the
+// end.
 #pragma once
 
 #include "tools/vsa/check/output/format.h"
@@ -8,7 +9,7 @@ namespace vsa_tools {
 
 class JunitFormat final : public Format {
  public:
-  /// `isStrict`: whether a warning is a failure, too.
+  /// `isStrict` makes warnings failures, too.
   explicit JunitFormat(bool isStrict) : isStrict_(isStrict) {}
   std::string render(const Finding& finding, const FindingPlace& place) const override;
   std::string add(std::string rendered) override;

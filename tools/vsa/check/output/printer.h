@@ -1,4 +1,5 @@
-// Printer: writes rendered findings to standard output, counts them, and ends at --max-diagnostics.
+// Printer: writes rendered findings to standard output and counts them. It stops printing at
+// --max-diagnostics.
 #pragma once
 
 #include <atomic>
@@ -12,13 +13,14 @@
 
 namespace vsa_tools {
 
-/// A finding in the format of the output.
+/// A finding that was rendered in the output format.
 struct RenderedFinding {
   Level level;
   std::string text;
 };
 
-/// All functions but isFull() are called by one thread at a time.
+/// Prints the findings of all files. Several threads may call isFull(), but only one thread at a
+/// time the other functions.
 class Printer {
  public:
   Printer(Format& format, std::uint64_t maxFindings, Progress& progress)
@@ -28,13 +30,13 @@ class Printer {
   /// Prints findings of one file, up to --max-diagnostics.
   void print(const std::vector<RenderedFinding>& findings);
   void printClean(const std::string& file) { write(format_.addClean(file)); }
-  /// Prints the end of the output, and the summary unless it is empty. Returns whether all was
-  /// written to standard output.
+  /// Prints the end of the output, then the summary if it is not empty. Returns whether everything
+  /// was written to standard output.
   bool end(const Totals& totals, const std::string& summary);
 
-  /// Whether --max-diagnostics is reached, so that no more findings are printed.
+  /// Whether --max-diagnostics is reached. No more findings are printed then.
   bool isFull() const { return isFull_; }
-  /// The findings that were printed, by level.
+  /// Returns how many findings of that level were printed.
   std::uint64_t count(Level level) const { return counts_[static_cast<int>(level)]; }
 
  private:

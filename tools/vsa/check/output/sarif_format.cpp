@@ -11,10 +11,11 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// In a longer line, columns count bytes instead of characters.
+// The maximum length in bytes of a line whose columns count characters. In a longer line, columns
+// count bytes.
 constexpr std::uint64_t COUNTED_BYTES = 4096;
 
-/// A relative reference or a path as a URI.
+/// Returns a relative reference or a path as a URI.
 std::string uriOf(std::string_view path) {
   std::string uri;
   for (const char c : path) {

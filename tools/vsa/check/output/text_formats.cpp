@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum columns of a source line on the terminal.
+// The maximum number of terminal columns for a source line.
 constexpr std::size_t EXCERPT_COLUMNS = 100;
 
 constexpr char BOLD[] = "1";
@@ -88,7 +88,7 @@ std::string LogFormat::render(const Finding& finding, const FindingPlace& /*plac
 
 namespace {
 
-/// Escapes data of a workflow command. In a property, `:` and `,` are escaped, too.
+/// Escapes the data of a workflow command. In a property, `:` and `,` are escaped, too.
 std::string githubEscaped(std::string_view text, bool isProperty) {
   std::string result;
   for (const char c : text) {

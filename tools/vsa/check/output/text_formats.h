@@ -5,8 +5,8 @@
 
 namespace vsa_tools {
 
-/// Prints findings as compilers do: the message in one line, the source line, carets, notes, and
-/// the hint.
+/// Prints findings as compilers do: a line with the message, the source line with carets, the notes
+/// and the hint.
 class FullFormat final : public Format {
  public:
   explicit FullFormat(bool isColoured) : isColoured_(isColoured) {}
@@ -22,26 +22,26 @@ class FullFormat final : public Format {
   bool isColoured_;
 };
 
-/// FILE:LINE:COLUMN: LEVEL: MESSAGE [ID], one line a finding.
+/// Prints each finding as one line: FILE:LINE:COLUMN: LEVEL: MESSAGE [ID].
 class LineFormat final : public Format {
  public:
   std::string render(const Finding& finding, const FindingPlace& place) const override;
 };
 
-/// The lines of the reader's log.
+/// Prints the lines of the reader's log.
 class LogFormat final : public Format {
  public:
   std::string render(const Finding& finding, const FindingPlace& place) const override;
   bool isLog() const override { return true; }
 };
 
-/// Workflow commands, which GitHub shows as annotations.
+/// Prints workflow commands, which GitHub shows as annotations.
 class GithubFormat final : public Format {
  public:
   std::string render(const Finding& finding, const FindingPlace& place) const override;
 };
 
-/// "FILE:LINE:COLUMN: ", or "FILE: " if `range` is not set.
+/// Returns "FILE:LINE:COLUMN: ", or "FILE: " if `range` is not set.
 std::string placePrefix(const std::string& file, const std::optional<vsa::TextRange>& range);
 
 }  // namespace vsa_tools

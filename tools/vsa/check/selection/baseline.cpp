@@ -14,7 +14,7 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Of a long line, only the bytes within this distance of the finding are used.
+// The maximum distance in bytes from a finding to the parts of its line that identify it.
 constexpr std::uint64_t LINE_REACH = 100;
 
 std::string trimmed(const std::string& line) {
@@ -66,7 +66,7 @@ void Baseline::add(const std::string& file, const KnownFindings& findings) {
   for (const auto& [key, count] : findings) files_[printable(file)][key] += count;
 }
 
-// The texts are escaped, because JSON is UTF-8.
+// Returns the key of a finding: its id, message and line. They are escaped, because JSON is UTF-8.
 std::tuple<std::string, std::string, std::string> Baseline::keyOf(const Finding& finding,
                                                                   const CheckedText& text) {
   std::string line;

@@ -1,6 +1,6 @@
-// A baseline: the findings that are known, so that only new ones are reported. A finding is
-// recognised by its file, id, message and the text of its line. It may therefore move to another
-// line.
+// A baseline: the findings that are already known, so that only new ones are reported. A finding is
+// identified by its file, its id, its message and the text of its line. It is therefore still known
+// after it moves to another line.
 #pragma once
 
 #include <cstdint>
@@ -13,17 +13,17 @@
 
 namespace vsa_tools {
 
-/// The findings of one file that are counted as known.
+/// The number of known findings of one file, by the key of the finding.
 using KnownFindings = std::map<std::tuple<std::string, std::string, std::string>, std::uint64_t>;
 
 class Baseline {
  public:
-  /// Reads the file. Throws std::runtime_error if it cannot be read or is no baseline.
+  /// Reads a baseline file. Throws std::runtime_error if it cannot be read or is no baseline.
   static Baseline read(const std::string& path);
-  /// Writes the file. Throws std::runtime_error if that fails.
+  /// Writes a baseline file. Throws std::runtime_error if that fails.
   void write(const std::string& path) const;
 
-  /// The known findings of a file. The caller removes them one by one.
+  /// Returns the known findings of a file. The caller removes each one that it finds again.
   KnownFindings of(const std::string& file) const;
   void add(const std::string& file, const KnownFindings& findings);
 

@@ -35,7 +35,8 @@ CommentIgnores::CommentIgnores(std::string_view text) {
   }
 }
 
-// The mark has an effect only as the first word of a comment.
+// Adds the ids of a comment whose text contains MARK at `at`. MARK has an effect only at the
+// beginning of a comment.
 void CommentIgnores::addComment(std::string_view text, std::size_t at) {
   const std::size_t lineBegin = text.rfind('\n', at) + 1;
   const std::size_t lineEnd = std::min(text.find('\n', at), text.size());

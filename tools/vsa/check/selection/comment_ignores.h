@@ -18,12 +18,12 @@ class CommentIgnores {
  public:
   explicit CommentIgnores(std::string_view text);
 
-  /// Whether a comment requests to ignore the finding. Findings about the whole file have no
-  /// position, so only `ignore-file` applies to them.
+  /// Returns whether a comment ignores the finding. A finding about the whole file has no position,
+  /// so only `ignore-file` applies to it.
   bool isIgnored(const Finding& finding) const;
 
  private:
-  /// The ids and groups that are ignored between two offsets.
+  /// An id or group that is ignored from the offset `begin` to `end`, both inclusive.
   struct Ignore {
     std::uint64_t begin, end;
     std::string name;

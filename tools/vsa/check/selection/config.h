@@ -11,18 +11,18 @@ namespace vsa_tools {
 
 inline constexpr char CONFIG_NAME[] = ".vsa-check.json";
 
-/// The level table of each file: the nearest configuration file in its folder or above is applied
-/// first, then the command line.
+/// The level table of each file. The nearest configuration file in its folder or above is applied
+/// first, then the options of the command line.
 class LevelTables {
  public:
-  /// `configFile` is the configuration file for all files. If it is empty, each file has
-  /// the nearest configuration file.
+  /// `configFile` is the configuration file for all files. If it is empty, the nearest
+  /// configuration file is used for each file.
   LevelTables(LevelRules commandLine, bool isConfigUsed, std::string configFile)
       : commandLine_(std::move(commandLine)),
         isConfigUsed_(isConfigUsed),
         configFile_(std::move(configFile)) {}
 
-  /// The table for a file. Throws std::runtime_error if its configuration is wrong.
+  /// Returns the table for a file. Throws std::runtime_error if its configuration is wrong.
   std::shared_ptr<const LevelTable> of(const std::string& file);
 
  private:
@@ -34,10 +34,10 @@ class LevelTables {
   std::map<std::string, std::shared_ptr<const LevelTable>> byFolder_, byConfig_;
 };
 
-/// The nearest CONFIG_NAME in `folder` and the folders above; empty if there is none.
+/// Returns the path of the nearest CONFIG_NAME in `folder` or above; empty if there is none.
 std::string configAbove(const std::string& folder);
 
-/// Reads a configuration. Throws std::runtime_error, with the name of the file, if it cannot be
+/// Reads a configuration file. Throws std::runtime_error with the name of the file if it cannot be
 /// read or is wrong.
 LevelRules readConfig(const std::string& path);
 

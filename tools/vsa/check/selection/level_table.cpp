@@ -8,7 +8,7 @@ namespace vsa_tools {
 
 namespace {
 
-// The kinds of names, from the least to the most specific.
+// What a name in LevelRules may be, from the least to the most specific.
 constexpr int ALL = 1, GROUP = 2, ID = 3, KINDS_OF_NAMES = 4;
 
 int precedenceOf(const std::string& name, const FindingKind& kind) {

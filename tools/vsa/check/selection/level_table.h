@@ -1,4 +1,4 @@
-// LevelTable: the level of each kind of finding, and which kinds are ignored.
+// LevelTable: the level of each kind of finding, or that the kind is ignored.
 #pragma once
 
 #include <map>
@@ -13,8 +13,8 @@
 
 namespace vsa_tools {
 
-/// Ids and groups of kinds, as in --error, --warn, --ignore and the configuration. The name "all"
-/// means all kinds.
+/// The ids and groups of kinds that --error, --warn, --ignore or the configuration contain. The
+/// name "all" stands for all kinds.
 struct LevelRules {
   std::vector<std::string> errors;
   std::vector<std::string> warnings;
@@ -23,17 +23,19 @@ struct LevelRules {
 
 class LevelTable {
  public:
-  /// Each kind has its own level, and those that are not reported by default are ignored.
+  /// Gives each kind its own level. Kinds that are not reported by default are ignored.
   LevelTable();
 
-  /// Applies the rules to the table. An id has precedence over a group, a group over "all", and for
-  /// the same name an error over a warning, a warning over ignoring. Throws std::runtime_error if a
-  /// name is neither an id nor a group. The message suggests a similar name.
+  /// Applies the rules to the table. An id has precedence over a group, and a group over "all". For
+  /// the same name, an error has precedence over a warning, and a warning over ignoring. Throws
+  /// std::runtime_error if a name is neither an id nor a group; the message suggests a similar
+  /// name.
   void apply(const LevelRules& rules);
 
-  /// The level of the kind; nothing if it is ignored.
+  /// Returns the level of findings with that id, or nothing if they are ignored. `level` is the
+  /// result if no rule names the kind.
   std::optional<Level> levelOf(std::string_view id, Level level) const;
-  /// The rules that are not ignored.
+  /// Returns the rules that are not ignored.
   const RuleSet& rules() const { return rules_; }
 
  private:
@@ -44,7 +46,7 @@ class LevelTable {
   void choose(const std::vector<std::string>& names, std::optional<Level> level);
   RuleSet enabledRules() const;
 
-  // The number of calls of apply(). A later call has precedence over earlier ones.
+  // The number of calls of apply(). A later call has precedence over an earlier one.
   int round_ = 0;
   std::map<std::string, Choice, std::less<>> choices_;
   RuleSet rules_;

@@ -17,8 +17,8 @@ namespace vsa_tools {
 
 namespace {
 
-// The size of the blocks of a file of unknown size, and the maximum size for other files. Ctrl-C is
-// tested between blocks.
+// The size of the blocks that are read from a file of unknown size, and the maximum size of the
+// blocks of other files. Between two blocks, reading ends if Ctrl-C was pressed.
 constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 16;
 constexpr std::size_t MAX_BLOCK_BYTES = std::size_t{1} << 22;
 
@@ -33,7 +33,7 @@ ssize_t readAgainIfInterrupted(const Read& read) {
 
 }  // namespace
 
-/// Delivers the kept bytes, then the remaining bytes of the descriptor.
+/// The source for the reader: the kept bytes, then the remaining bytes of the file.
 class CheckedText::Stream final : public vsa::Source {
  public:
   explicit Stream(CheckedText& text) : text_(text), kept_(text.text()) {}
@@ -70,7 +70,7 @@ CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_
   isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : maxKept);
   skipMark();
   if (bytes_.empty() && !problem_.empty())
-    isOpen_ = false;  // a directory can be opened, but it cannot be read
+    isOpen_ = false;  // for example a directory: it can be opened, but not read
 }
 
 CheckedText::~CheckedText() {
@@ -89,13 +89,15 @@ void CheckedText::skipMark() {
   markBytes_ = utf8::starts_with_bom(bytes_) ? sizeof utf8::bom : 0;
 }
 
-// A small file of the expected size is read in one block, with one byte more to detect its end.
+// Returns the size of the block to read after `size` bytes. A small file of the expected size is
+// read in one block, then one byte more to detect its end.
 std::size_t CheckedText::blockAfter(std::size_t size) const {
   if (size < expectedBytes_) return std::min(expectedBytes_ - size, MAX_BLOCK_BYTES);
   return size == expectedBytes_ && size != 0 ? 1 : BLOCK_BYTES;
 }
 
-// Returns whether the end was reached.
+// Appends bytes of the file to bytes_ until there are `limit`. Returns true if reading ended before
+// that: at the end of the file, at an error, or after Ctrl-C.
 bool CheckedText::readUpTo(std::uint64_t limit) {
   bytes_.reserve(expectedBytes_ + 1);
   while (bytes_.size() < limit) {

@@ -1,5 +1,5 @@
-// CheckedText: the bytes of a file that is checked. Small files are kept in memory. Of large files,
-// the lines to be shown are read again.
+// CheckedText: the text of a file that is checked. A small file is kept in memory. The lines of a
+// large file are read again when they are shown.
 #pragma once
 
 #include <cstdint>
@@ -16,40 +16,41 @@ struct LinePart {
   std::string text;
   /// The column of the first byte of `text`, from 1.
   std::uint64_t column = 1;
-  /// Whether the line has more text before and after it.
+  /// Whether the line continues before and after `text`.
   bool isCutBefore = false, isCutAfter = false;
 };
 
 class CheckedText {
  public:
-  /// Files with more bytes are not kept. Pipes and devices are kept up to this number of bytes.
+  /// The maximum number of bytes that are kept of a file. A larger regular file is not kept at all.
+  /// Of pipes and devices, this number of bytes is kept.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
-  /// Opens the file `name`, "-" for standard input, and reads it unless it is too large. Ctrl-C
+  /// Opens the file `name`, or standard input for "-", and reads it unless it is too large. Ctrl-C
   /// ends the reading. `maxKept` replaces MAX_KEPT_BYTES.
   explicit CheckedText(const std::string& name, std::uint64_t maxKept = MAX_KEPT_BYTES);
   ~CheckedText();
   CheckedText(const CheckedText&) = delete;
   CheckedText& operator=(const CheckedText&) = delete;
 
-  /// The system's message if the file cannot be opened or cannot be read to its end; otherwise
-  /// empty. In the second case, text() has the bytes that could be read.
+  /// Returns the system's message if the file cannot be opened or cannot be read to its end, and an
+  /// empty text otherwise. text() has the bytes that were read before the failure.
   const std::string& problem() const { return problem_; }
   bool isOpen() const { return isOpen_; }
   /// Whether text() is the whole file.
   bool isKept() const { return isKept_; }
-  /// The kept bytes after the byte order mark.
+  /// The kept bytes without the byte order mark.
   std::string_view text() const { return std::string_view(bytes_).substr(markBytes_); }
   /// The kept bytes, with the byte order mark.
   const std::string& bytes() const { return bytes_; }
-  /// Reads the whole text into a scene, once.
+  /// Reads the whole text into a scene. May be called once.
   vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);
-  /// Keeps a regular file, whatever its size. Returns whether the file is kept.
+  /// Reads a regular file of any size into memory. Returns whether text() is now the whole file.
   bool keep();
 
-  /// Up to `count` bytes of the text from `offset` on.
+  /// Returns at most `count` bytes of the text, from `offset` on.
   std::string read(std::uint64_t offset, std::uint64_t count) const;
-  /// The part of the line of `position` that is at most `reach` bytes away from it.
+  /// Returns a part of the line that contains `position`: the bytes at most `reach` away from it.
   LinePart lineAt(const vsa::TextPosition& position, std::uint64_t reach = 1024) const;
 
  private:
@@ -64,7 +65,7 @@ class CheckedText {
   bool isOpen_ = false;
   bool isKept_ = true;
   bool isRegular_ = false;
-  std::size_t expectedBytes_ = 0;  // the size of a file to be kept; 0 if it is not known
+  std::size_t expectedBytes_ = 0;  // the size in bytes of a file to be kept; 0 if it is not known
   std::string bytes_;
   std::uint64_t markBytes_ = 0;
   std::string problem_;

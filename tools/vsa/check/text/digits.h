@@ -1,4 +1,4 @@
-// Digits, independent of the locale.
+// Functions about digits that do not depend on the locale.
 #pragma once
 
 namespace vsa_tools {

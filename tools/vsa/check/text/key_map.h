@@ -1,4 +1,4 @@
-// KeySet and KeyMap: hash tables of path keys, in one block of memory.
+// KeySet and KeyMap: hash tables with path keys, each in one block of memory.
 #pragma once
 
 #include <algorithm>
@@ -10,16 +10,16 @@
 
 namespace vsa_tools {
 
-/// A hash map with linear probing: an insertion takes about a fifth of the time of a
-/// std::unordered_map, which allocates each key.
+/// A hash map with linear probing. An insertion takes about a fifth of the time that a
+/// std::unordered_map takes, because that map allocates memory for each key.
 template <class Value>
 class KeyMap {
  public:
-  /// `slots`, a power of 2, is the initial number of slots, enough for half as many keys.
+  /// `slots` is the initial number of slots, a power of 2. Half as many keys fit before it grows.
   explicit KeyMap(std::size_t slots = FIRST_SLOTS) : firstSlots_(slots) {}
 
-  /// Inserts the key with `value` if it is missing. Returns the value of the key, and whether it
-  /// was inserted.
+  /// Inserts the key with `value` if the map does not contain the key. Returns the value of the
+  /// key, and whether the key was inserted.
   std::pair<Value&, bool> insert(PathKey key, const Value& value) {
     key = stored(key);
     if ((count_ + 1) * 2 > slots_.size()) grow();
@@ -71,10 +71,10 @@ class KeyMap {
 class KeySet {
  public:
   KeySet() = default;
-  /// See KeyMap.
+  /// `slots` is the initial number of slots, a power of 2.
   explicit KeySet(std::size_t slots) : keys_(slots) {}
 
-  /// Inserts the key. Returns whether it was missing.
+  /// Inserts the key. Returns whether the set did not contain it before.
   bool insert(PathKey key) { return keys_.insert(key, {}).second; }
   bool contains(PathKey key) { return keys_.contains(key); }
   bool hasAnyOf(KeySet& other) { return keys_.hasAnyKeyOf(other.keys_); }

@@ -1,4 +1,4 @@
-// LineIndex: lines and columns of offsets.
+// LineIndex: computes lines and columns from offsets.
 #pragma once
 
 #include <algorithm>

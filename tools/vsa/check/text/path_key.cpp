@@ -8,7 +8,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Odd constants with irregular bits: the fractional parts of the golden ratio and of pi.
+// Odd constants for hashing with irregular bits. They are the fractional parts of the golden ratio
+// and of pi.
 constexpr std::uint64_t FACTOR = 0x9E3779B97F4A7C15, MEMBER = 0x243F6A8885A308D3,
                         ELEMENT = 0x13198A2E03707345;
 
@@ -24,7 +25,7 @@ std::uint64_t wordAt(const char* at) {
   return word;
 }
 
-// Up to eight bytes as a number. Different texts of the same size give different numbers.
+// Returns at most eight bytes as a number. Different texts of the same size give different numbers.
 std::uint64_t shortWord(std::string_view text) {
   const char* const at = text.data();
   const std::size_t size = text.size();
@@ -34,9 +35,9 @@ std::uint64_t shortWord(std::string_view text) {
   return word;
 }
 
-// Reads eight bytes per step. The last step reads the last eight bytes, of which it may read some
-// again. The size is part of the key. Copies of a constant size need no function call: this halves
-// the time for the key of a name.
+// Hashes eight bytes at a time. The last step hashes the last eight bytes, even if some of them
+// were hashed before. The size is a part of the hash. Copying a constant number of bytes requires
+// no function call, which halves the time for the key of a name.
 PathKey keyOf(std::string_view text, PathKey seed) {
   constexpr std::size_t STEP = sizeof(std::uint64_t);
   const PathKey key = seed + text.size() * FACTOR;

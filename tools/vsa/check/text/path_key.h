@@ -1,5 +1,5 @@
-// Keys of nodes and inputs: hashes of their paths, so that an entry for an input has the same small
-// size for any length of its name.
+// Keys of nodes and inputs: hashes of their paths. A key has the same small size for names of any
+// length.
 #pragma once
 
 #include <cstddef>
@@ -9,18 +9,18 @@
 
 namespace vsa_tools {
 
-/// Two paths have the same key with a probability of 2^-64. A rule would then report a wrong
-/// finding.
+/// A hash of the path of a node or an input. Two different paths have the same key with a
+/// probability of 2^-64. A rule would then report a wrong finding.
 using PathKey = std::uint64_t;
 
 PathKey keyOfNode(std::string_view name);
-/// The key of the input or member `name` of a node or an object.
+/// Returns the key of the input `name` of a node, or of the member `name` of an object.
 PathKey keyOfMember(PathKey parent, std::string_view name);
 PathKey keyOfElement(PathKey array, std::uint64_t index);
-/// The key of a path that is written as in messages, such as "rig.bones[2].at".
+/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at".
 PathKey keyOfPath(std::string_view path);
 
-/// The keys of nodes. After a node is removed, a new node of that name gets another key.
+/// Returns keys of nodes. After a node is removed, a new node of the same name gets another key.
 class NodeGenerations {
  public:
   void remove(PathKey node) {
@@ -39,7 +39,7 @@ class NodeGenerations {
 
  private:
   std::unordered_map<PathKey, std::uint64_t> removals_;
-  PathKey last_ = 0, lastKey_ = 0;  // the values of the last call of keyOf
+  PathKey last_ = 0, lastKey_ = 0;  // the argument and the result of the last call of keyOf
 };
 
 }  // namespace vsa_tools

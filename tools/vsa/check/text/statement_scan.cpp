@@ -8,7 +8,7 @@ namespace {
 
 using Text = std::string_view;
 
-// Control characters are skipped between tokens like white space.
+// Returns whether the character is skipped between tokens: white space or a control character.
 bool isBlank(char c) {
   return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
 }
@@ -27,7 +27,7 @@ std::size_t endOfLine(Text text, std::size_t at) {
   return std::min(text.find('\n', at), text.size());
 }
 
-/// The byte after the string that begins at `at`.
+/// Returns the offset after the string that begins at `at`.
 std::size_t endOfString(Text text, std::size_t at) {
   for (++at; at < text.size() && text[at] != '"'; ++at) {
     if (text[at] == '\\') ++at;
@@ -35,7 +35,8 @@ std::size_t endOfString(Text text, std::size_t at) {
   return std::min(at + 1, text.size());
 }
 
-/// The byte after the list that begins at `at`, or the `;` at which it ends without being closed.
+/// Returns the offset after the list that begins at `at`. If a `;` comes before the list is closed,
+/// returns the offset of that `;`.
 std::size_t endOfList(Text text, std::size_t at) {
   int depth = 0;
   for (; at < text.size() && text[at] != ';'; ++at) {
@@ -61,7 +62,7 @@ std::size_t endOfToken(Text text, std::size_t at) {
   }
 }
 
-/// The end of the path that begins at `at`: names, periods and indices.
+/// Returns the offset after the path that begins at `at`: names, periods and indices.
 std::size_t endOfPath(Text text, std::size_t at) {
   while (at < text.size()) {
     if (text[at] == '[') {

@@ -1,5 +1,5 @@
-// Finds where statements begin and end, in texts that may be wrong. The functions recognise less
-// than the reader: strings, lists, comments, and the characters that end a statement.
+// Functions that find the beginning and the end of statements in texts that may be wrong. They
+// recognise only strings, lists, comments, and the characters that end a statement.
 #pragma once
 
 #include <cstddef>
@@ -7,34 +7,34 @@
 
 namespace vsa_tools {
 
-/// The bytes from `begin` up to and without `end`.
+/// A statement or a comment: the bytes from `begin` (inclusive) to `end` (exclusive).
 struct Statement {
   std::size_t begin = 0;
   std::size_t end = 0;
   bool isComment = false;
-  /// The character that ends the statement: ';', or ':' after a declaration or `with`. 0 if the
-  /// text ends first, and for a comment.
+  /// The character that ends the statement: ';', or ':' after a declaration or `with`. 0 for a
+  /// comment, and if the text ends without such a character.
   char terminator = 0;
 };
 
-/// The first statement that begins at `from` or later. Empty, at the end of the text, if there is
-/// none. A `;` ends a statement even if a list was not closed before it.
+/// Returns the first statement that begins at `from` or later. If there is none, returns an empty
+/// statement at the end of the text. A `;` ends a statement even in a list that is not closed.
 Statement nextStatement(std::string_view text, std::size_t from);
 
-/// Whether a statement is likely to begin at `at`, the first byte of a line: a declaration or an
-/// assignment.
+/// Returns whether the line at `at` is likely to begin with a declaration or an assignment. `at` is
+/// the offset of the first byte of the line.
 bool looksLikeStatement(std::string_view text, std::size_t at);
 
-/// Where to continue after a mistake in `statement`. A string, a list or the statement may have no
-/// end, so this is the next line that looks like the beginning of a statement; without one, the end
-/// of `statement`.
+/// Returns the offset at which to continue after a mistake in `statement`: the next line in it that
+/// is likely to begin a statement, or else the end of `statement`. A string or list that is not
+/// closed may make `statement` contain later statements.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
-/// The end of the name that begins at `at`; `at` if no name begins there.
+/// Returns the offset after the name that begins at `at`, or `at` if no name begins there.
 std::size_t endOfName(std::string_view text, std::size_t at);
-/// The name before `end`, with or without white space between them; empty if there is none.
+/// Returns the name before `end`, ignoring white space between them; empty if there is none.
 std::string_view nameBefore(std::string_view text, std::size_t end);
-/// The first byte from `at` on that is no white space.
+/// Returns the offset of the first byte from `at` on that is not white space.
 std::size_t skipBlanks(std::string_view text, std::size_t at);
 
 }  // namespace vsa_tools

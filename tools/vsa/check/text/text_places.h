@@ -1,4 +1,4 @@
-// TextPlaces: positions of bytes of a text in memory, in any order.
+// TextPlaces: returns the lines and columns of offsets in a text in memory, in any order.
 #pragma once
 
 #include <cstdint>
@@ -11,14 +11,14 @@ namespace vsa_tools {
 
 class TextPlaces {
  public:
-  /// The text must not change. Its lines are counted when the first position is requested.
+  /// The text must not change. Its lines are counted when a position is first requested.
   explicit TextPlaces(std::string_view text) : text_(text) {}
 
   vsa::TextPosition positionOf(std::uint64_t offset);
   vsa::TextRange rangeOf(std::uint64_t begin, std::uint64_t end) {
     return {positionOf(begin), positionOf(end)};
   }
-  /// The range of `part`, a view of a part of the text.
+  /// Returns the range of `part`, which must be a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) {
     const auto begin = static_cast<std::uint64_t>(part.data() - text_.data());
     return rangeOf(begin, begin + part.size());

@@ -1,5 +1,6 @@
-# vsa_embed(RESULT FUNCTION=FILE...): sets RESULT to a generated source that defines, for each FILE, the function
-# `std::string_view FUNCTION()` of namespace vsa_tools with its bytes. A changed file is embedded by the next build.
+# vsa_embed(RESULT FUNCTION=FILE...): generates a source file and sets RESULT to its path. The source defines one
+# function for each FILE, `std::string_view FUNCTION()` of namespace vsa_tools, which returns the bytes of the file. A
+# build after a change of the file embeds its new bytes.
 function(vsa_embed result)
   set(functions "")
   foreach(pair IN LISTS ARGN)

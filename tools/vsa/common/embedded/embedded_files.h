@@ -1,4 +1,4 @@
-// The contents of files that CMake compiles into the command, see
+// The contents of files that CMake compiles into the command. The CMake function is in
 // tools/vsa/common/embedded/embed.cmake.
 #pragma once
 
@@ -6,14 +6,14 @@
 
 namespace vsa_tools {
 
-/// page.html, in which the caller must replace @REPORT@ and @CHART_SCRIPT@.
+/// Returns page.html. The caller must replace @REPORT@ and @CHART_SCRIPT@ in it.
 std::string_view pageTemplate();
 
-/// docs/messages.md and docs/rules.md.
+/// Return docs/messages.md and docs/rules.md.
 std::string_view messagesPage();
 std::string_view rulesPage();
 
-/// Chart.js, the library that draws the plots. vendor/chart.LICENSE.md is its licence.
+/// Returns Chart.js, the library that draws the plots. Its licence is vendor/chart.LICENSE.md.
 std::string_view chartScript();
 
 }  // namespace vsa_tools

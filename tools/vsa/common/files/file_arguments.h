@@ -1,4 +1,4 @@
-// The files that a command works on, as its command line names them.
+// FileArguments: the file arguments of a command.
 #pragma once
 
 #include <string>
@@ -12,23 +12,23 @@ namespace vsa_tools {
 struct ListedFiles {
   /// The names in the order of the arguments; "-" is standard input.
   std::vector<std::string> names;
-  /// EXIT_USAGE if an argument names no files; the reason was printed. Otherwise EXIT_READ.
+  /// EXIT_USAGE if an argument names no files; the reason was then printed. Otherwise EXIT_READ.
   int exitStatus = 0;
 };
 
-/// The arguments FILES, each a file, a folder or a list (see listFiles()), and the option -0. Must
-/// not move after addTo().
+/// The arguments FILES and the option -0. Each argument is a file, a folder or a list (see
+/// listFiles()). The object must not move after addTo().
 class FileArguments {
  public:
-  /// `purpose` begins the help: "Files to format".
+  /// Adds the arguments and -0. `purpose` begins the help text, such as "Files to format".
   CommandOption addTo(CommandOptions& options, const std::string& purpose);
   /// Adds -j, for a command that works on several files at the same time.
   void addJobsTo(CommandOptions& options);
 
-  /// The files that the arguments name; without arguments, `byDefault`. If an argument names no
-  /// files, prints the reason.
+  /// Returns the files that the arguments name, or `byDefault` if there are no arguments. Prints
+  /// the reason if an argument names no files.
   ListedFiles list(const std::vector<std::string>& byDefault = {}) const;
-  /// The number of threads for the files: one unless -j was given.
+  /// Returns the number of threads that work on files: the value of -j, or 1 without it.
   unsigned workers() const;
 
  private:

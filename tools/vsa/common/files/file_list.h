@@ -6,7 +6,7 @@
 
 namespace vsa_tools {
 
-/// An argument that names no files, and why.
+/// An argument that names no files, and the reason.
 struct FileListProblem {
   std::string name;
   std::string text;
@@ -20,15 +20,15 @@ struct FileList {
   std::vector<FileListProblem> problems;
 };
 
-/// What separates the names in a list of files.
+/// The character that ends each name in a list of files.
 enum class NameSeparator : char { LineEnd = '\n', Nul = '\0' };
 
-/// The files of each argument:
-///   FOLDER  all *.vsa in it and in its subfolders, sorted by name, without hidden files and
-///           folders (those whose names begin with a period) and without following links to folders
+/// Returns the files that the arguments name. An argument has one of three forms:
+///   FOLDER  all *.vsa in the folder and its subfolders, sorted by name. Hidden files and folders,
+///           whose names begin with a period, are omitted. Links to folders are not followed.
 ///   @LIST   the files and folders that the file LIST names ("@-" reads the list from standard
-///           input); blank names are skipped
-///   FILE    the file, whether it exists or not; "./@x" for one whose name begins with "@"
+///           input). Blank names are skipped.
+///   FILE    the file, even if it does not exist ("./@x" for a name that begins with "@")
 FileList listFiles(const std::vector<std::string>& arguments,
                    NameSeparator separator = NameSeparator::LineEnd);
 

@@ -1,4 +1,4 @@
-// The progress of work on several files.
+// FilesProgress: shows the progress of work on several files.
 #pragma once
 
 #include <cstddef>
@@ -11,13 +11,13 @@
 
 namespace vsa_tools {
 
-/// A progress line for several files, weighted by their sizes in bytes. All functions may be called
-/// by several threads.
+/// A progress line for several files. The size in bytes of a file is its share of the work. Several
+/// threads may call all functions.
 class FilesProgress {
  public:
-  /// `what` begins the line, see Progress. A file of unknown size counts as one byte.
+  /// The line begins with `what`, see Progress. A file of unknown size counts as one byte.
   FilesProgress(std::string what, const std::vector<std::string>& names);
-  /// Shows the line on another stream, for tests.
+  /// For tests: shows the line on another stream, after another delay.
   FilesProgress(std::string what, const std::vector<std::string>& names, std::FILE* stream,
                 Progress::Clock::duration delay);
 
@@ -37,7 +37,8 @@ class FilesProgress {
   };
   std::mutex mutex_;
   std::vector<File> files_;
-  std::uint64_t bytes_ = 0, done_ = 0;  // the bytes of all files, and those that are done
+  // the bytes of all files, and the bytes of the finished parts
+  std::uint64_t bytes_ = 0, done_ = 0;
   Progress progress_;
 };
 
