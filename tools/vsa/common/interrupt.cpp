@@ -35,8 +35,8 @@ bool isInterrupted() noexcept {
   return interrupted != 0;
 }
 
-// Any thread may receive the signal, and it may come right before the wait, so the flag is tested
-// repeatedly.
+// The loop tests the flag again after each short wait. A signal does not end the wait if another
+// thread receives it or if it comes just before the wait.
 bool waitForInput(int descriptor) noexcept {
   constexpr int MILLISECONDS = 100;
   while (!isInterrupted()) {

@@ -1,12 +1,12 @@
-// Ctrl-C: a command ends its readings, prints what was found so far and exits with
+// Handling of Ctrl-C: a command ends its readings, prints what it has found and exits with
 // EXIT_INTERRUPTED.
 #pragma once
 
 namespace vsa_tools {
 
-/// While an object of this class exists, the first Ctrl-C (SIGINT) only sets a flag, and a second
-/// one ends the process. A process that was started with SIGINT ignored continues to ignore it. At
-/// most one object may exist.
+/// Handles Ctrl-C (SIGINT) while the object exists: the first signal only sets a flag, and the
+/// second one ends the process. If the process was started with SIGINT ignored, it continues to
+/// ignore the signal. At most one object may exist.
 class InterruptScope {
  public:
   InterruptScope() noexcept;
@@ -15,11 +15,12 @@ class InterruptScope {
   InterruptScope& operator=(const InterruptScope&) = delete;
 };
 
-/// Whether Ctrl-C was pressed during an InterruptScope of this process. Safe from any thread.
+/// Returns whether Ctrl-C was pressed during an InterruptScope of this process. May be called from
+/// any thread.
 bool isInterrupted() noexcept;
 
-/// Waits until the descriptor can be read without blocking. Returns false if the process is
-/// interrupted first.
+/// Waits until the descriptor can be read without blocking. Returns false if Ctrl-C is pressed
+/// before that.
 bool waitForInput(int descriptor) noexcept;
 
 }  // namespace vsa_tools

@@ -1,5 +1,4 @@
-// The options of every command that reads texts: limits for the text, and how much is printed about
-// it.
+// The options of all commands that read texts: the limits of a reading, and how much is printed.
 #pragma once
 
 #include <cstdint>
@@ -13,23 +12,23 @@ namespace vsa_tools {
 
 class ReadArguments {
  public:
-  /// Adds --memory, --max-text, --max-diagnostics and --full. The parser of the command line fills
-  /// the members, so the object must not move.
+  /// Adds --memory, --max-text, --max-diagnostics and --full. The object must not move after that,
+  /// because the parser of the command line stores values in its members.
   void addTo(CommandOptions& options);
 
-  /// The options of one reading: the limits, and a progress function that ends the reading as soon
-  /// as isInterrupted() is true. A command that replaces `onProgress` must call isInterrupted()
-  /// itself.
+  /// Returns the options of one reading: the limits, and a progress function. That function ends
+  /// the reading as soon as isInterrupted() is true. A command that sets another `onProgress` must
+  /// call isInterrupted() there.
   vsa::ReadOptions options() const;
 
-  /// The maximum number of diagnostics to print. The command counts the others and prints their
-  /// number.
+  /// The maximum number of diagnostics to print. The command only counts further diagnostics and
+  /// prints their number.
   std::uint64_t maxDiagnostics() const { return maxDiagnostics_; }
 
-  /// The log line of a diagnostic as a command prints it. Unless --full was given, parts that are
-  /// quoted from the text and longer than MAX_QUOTED_BYTES are shortened. The line is not escaped.
+  /// Returns the log line of a diagnostic as a command prints it, but not escaped. Names and values
+  /// longer than MAX_QUOTED_BYTES are shortened unless --full was given.
   std::string lineOf(const vsa::Diagnostic& diagnostic) const;
-  /// The message of a diagnostic, without kind and position, and shortened like lineOf().
+  /// Returns the message of a diagnostic without kind and position. It is shortened as in lineOf().
   std::string messageOf(const vsa::Diagnostic& diagnostic) const;
 
  private:

@@ -17,7 +17,7 @@ Position beginOf(const vsa::Diagnostic& diagnostic) {
   return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
 }
 
-/// The loss that a diagnostic reports, unless the log of the reader contains it.
+/// Returns the loss that a diagnostic reports, or nothing if the diagnostic is in the reader's log.
 std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   if (diagnostic.id == DiagnosticId::EndMark) {
     return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
@@ -28,8 +28,8 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   return std::nullopt;
 }
 
-/// Adds the losses that the bytes of the file reveal. In UTF-16, half of the bytes are NUL, so the
-/// encoding is reported as the only loss.
+/// Adds the losses that are found in the bytes of the file. If the encoding is wrong, it is the
+/// only loss: half of the bytes of UTF-16 are NUL.
 void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   if (const char* encoding = foreignEncoding(source.head())) {
     losses.push_back(
@@ -39,7 +39,7 @@ void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   }
 }
 
-/// Adds the reason why the reading ended, if no diagnostic contains it.
+/// Adds the reason why the reading ended if no diagnostic contains that reason.
 void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
   if (read.status == ReadStatus::Unreadable) {
     losses.push_back({"reading failed midway: " + read.message, std::nullopt});

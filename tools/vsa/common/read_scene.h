@@ -1,4 +1,4 @@
-// Reads one file into a scene and finds what the reader does not report.
+// Reads one file into a scene, and finds problems that the reader does not log.
 #pragma once
 
 #include <optional>
@@ -11,16 +11,16 @@
 
 namespace vsa_tools {
 
-/// A part of a file that is, or may be, missing from the scene although the reader logs no error:
-/// for the reader, the text or a token ended there.
+/// A problem that the reader does not log as an error: the text or a token ended there, so that a
+/// part of the file may be missing from the scene.
 struct Loss {
   std::string text;
-  /// Empty if the position is unknown.
+  /// Where the problem is. Not set if that is unknown.
   std::optional<Position> position;
 };
 
 struct FileOutcome {
-  /// The outcome of the reading, without the diagnostics that `losses` contains.
+  /// The outcome of the reading. It has no diagnostics about the problems in `losses`.
   vsa::ReadOutcome read;
   std::vector<Loss> losses;
 
@@ -28,8 +28,8 @@ struct FileOutcome {
   bool isComplete() const { return read.isComplete() && losses.empty(); }
 };
 
-/// Reads `input`, which must be open, into `scene`, with a progress line. `options.onDiagnostic`
-/// receives the diagnostics in the log of the reader, and the outcome stores none.
+/// Reads `input` into `scene` and shows a progress line. `input` must be open.
+/// `options.onDiagnostic` receives the diagnostics of the reader's log. The outcome stores none.
 FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options);
 
 }  // namespace vsa_tools

@@ -12,8 +12,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Hashes eight bytes at a time. Nodes with equal hashes are compared afterwards, so a text with
-/// deliberate collisions does not change the result.
+/// Hashes eight bytes at a time. Nodes with equal hashes are compared afterwards, so deliberate
+/// collisions do not change the result.
 std::uint64_t hashOf(std::span<const std::byte> bytes) {
   std::uint64_t hash = bytes.size();
   for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(8, bytes.size()))) {
@@ -49,7 +49,8 @@ std::uint64_t valueHash(vsa::InputView input) {
   }
 }
 
-/// A null reference has the same hash as no value.
+/// Returns a hash of the type of an input. A null reference has the same hash as an input without a
+/// value.
 std::uint64_t typeHash(vsa::InputView input) {
   const auto type = input.type();
   return static_cast<std::uint64_t>(type == vsa::ValueType::Node ? vsa::ValueType::Null : type);
@@ -57,7 +58,7 @@ std::uint64_t typeHash(vsa::InputView input) {
 
 }  // namespace
 
-// The multiplication and shifts of the finaliser of SplitMix64 (Steele, Lea, Flood, 2014).
+// Uses the multiplications and shifts of the finaliser of SplitMix64 (Steele, Lea, Flood, 2014).
 std::uint64_t mixHashes(std::uint64_t a, std::uint64_t b) {
   std::uint64_t z = a * 0x9E3779B97F4A7C15U + b + 0x632BE59BD9B4E019U;
   z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9U;
@@ -83,7 +84,7 @@ NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignore
     }
     const std::uint64_t path = hashOf(place.path);
     const vsa::ConnectionView source = place.input.connection();
-    // The sum does not depend on the order of the inputs.
+    // A sum, because it does not depend on the order of the inputs.
     content.hash += mixHashes(path, mixHashes(typeHash(place.input), valueHash(place.input)));
     addLink(mixHashes(path, 1), place.input.node());
     addLink(mixHashes(path, hashOf(source.output())), source.node());

@@ -17,7 +17,7 @@ std::string nodeText(vsa::NodeView node) {
   return fmt::format("{} {}", shortText(node.type()), shortText(node.name()));
 }
 
-/// The value of an input that only one scene has, with its connection.
+/// Returns the value and the connection of an input that only one scene has.
 std::string loneText(vsa::InputView input) {
   std::string connection = shortConnection(input);
   if (connection.empty()) return shortValue(input);

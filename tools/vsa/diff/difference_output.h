@@ -1,4 +1,4 @@
-// The differences between two scenes as text or as JSON, written as they are found.
+// Writes the differences between two scenes as text or as JSON, each when it is found.
 #pragma once
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// One line each:
+/// Writes each difference as one line:
 ///   - sky dusk                    a removed node
 ///   + sky dawn                    an added node
 ///   ~ material clay -> mud        a renamed node
@@ -25,8 +25,9 @@ class DifferenceText final : public DifferenceSink {
   TextOutput& out_;
 };
 
-/// {"a": name, "b": name, "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}],
-///  "same": bool}, one difference a line. Bytes that are not valid UTF-8 become U+FFFD.
+/// Writes the differences as one JSON object, with one difference a line: {"a": name, "b": name,
+/// "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}], "same": bool}. Bytes
+/// that are not valid UTF-8 become U+FFFD.
 class DifferenceJson final : public DifferenceSink {
  public:
   DifferenceJson(const std::string& nameA, const std::string& nameB, TextOutput& out);

@@ -17,12 +17,12 @@ std::string connectionOr(vsa::InputView input, const char* none) {
   return connection.empty() ? none : connection;
 }
 
-/// Both strings from a few bytes before their first difference on.
+/// Returns the parts of both strings that begin a few bytes before the first difference.
 DifferenceSides stringSides(std::string_view a, std::string_view b) {
   const auto at = static_cast<std::size_t>(
       std::mismatch(a.begin(), a.end(), b.begin(), b.end()).first - a.begin());
   std::size_t start = at > CONTEXT_BYTES ? at - CONTEXT_BYTES : 0;
-  while (start > 0 && (a[start] & 0xC0) == 0x80) --start;  // a character must not be split
+  while (start > 0 && (a[start] & 0xC0) == 0x80) --start;  // begin at a whole character
   const std::string head = start > 0 ? fmt::format("byte {}: ...", start) : "";
   const auto side = [&](std::string_view text) {
     return fmt::format("{}\"{}\"", head, shortText(text.substr(start)));

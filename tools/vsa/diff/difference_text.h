@@ -1,4 +1,4 @@
-// The two sides of a difference as short text.
+// The values of both scenes in a difference, as short text.
 #pragma once
 
 #include <string>
@@ -7,18 +7,19 @@
 
 namespace vsa_tools {
 
-/// The path of the input, "ball.radius", with the name of its node in B if B has the node.
+/// Returns the path of the input, such as "ball.radius". Its first name is the name of the node in
+/// B, or of the node in A if B has no such node.
 std::string pathOf(const Difference& difference);
 
-/// The two values, or the two connections. If the short texts of both values are equal, types are
-/// added, and long strings are shown from near their first difference on.
+/// The two values or the two connections of a difference. Types are added if they differ. Strings
+/// are shown from a few bytes before their first difference on.
 struct DifferenceSides {
   std::string a, b;
 };
 DifferenceSides sidesOf(const Difference& difference);
 
-/// "5 elements differ, the first at 3: (0 1 2) -> (0 1 3), largest deviation 0.5 at 17"; empty if
-/// the two values are sufficient.
+/// Returns more about the difference of two lists: "5 elements differ, the first at 3: (0 1 2) ->
+/// (0 1 3), largest deviation 0.5 at 17". Returns an empty text if the two values are sufficient.
 std::string listText(const Difference& difference);
 
 }  // namespace vsa_tools

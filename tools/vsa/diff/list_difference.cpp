@@ -10,7 +10,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Collects the differences of one pair of lists, element by element in order.
+/// Collects the differences between two lists. Elements must be compared in ascending order.
 class ListComparison {
  public:
   ListComparison(std::uint64_t countA, std::uint64_t countB, const Tolerance& tolerance)
@@ -42,7 +42,7 @@ class ListComparison {
 
  private:
   const Tolerance& tolerance_;
-  std::uint64_t last_ = 0;  // the element that differed last
+  std::uint64_t last_ = 0;  // the index of the last element that differs
 };
 
 template <class Number>

@@ -11,11 +11,12 @@ namespace vsa_tools {
 
 namespace {
 
-/// The number of rounds in which the hash of a node is combined with those of the nodes that it
-/// links to. Two nodes are distinguished if they differ only in nodes up to this many links away.
+/// The number of rounds that combine the hash of a node with the hashes of the nodes that it links
+/// to. After three rounds, two nodes have different hashes if they differ in a node at most three
+/// links away.
 constexpr int ROUNDS = 3;
 
-/// The nodes of one scene without a counterpart, and the hashes of their contents.
+/// The nodes of one scene that have no counterpart, with the hashes of their contents.
 class UnpairedNodes {
  public:
   UnpairedNodes(vsa::SceneView scene, const std::vector<vsa::NodeView>& counterparts,
@@ -33,7 +34,7 @@ class UnpairedNodes {
   }
 
   std::vector<vsa::NodeView> nodes;
-  std::vector<std::uint64_t> hashes;  // the hash of each node, by its index in `nodes`
+  std::vector<std::uint64_t> hashes;  // the hash of nodes[i] at index i
 
  private:
   void followLinks() {
@@ -49,7 +50,7 @@ class UnpairedNodes {
     hashes = std::move(next);
   }
 
-  std::vector<std::size_t> indices_;  // the index of each node in `nodes`, by its slot
+  std::vector<std::size_t> indices_;  // the index in `nodes` of the node in each slot
   std::vector<NodeContent> contents_;
 };
 
@@ -83,7 +84,7 @@ void NodeMatch::pairByName(vsa::SceneView a, vsa::SceneView b) {
 void NodeMatch::pairByContent(vsa::SceneView a, vsa::SceneView b,
                               const std::vector<std::string>& ignored) {
   const UnpairedNodes unpairedA(a, ofA_, ignored), unpairedB(b, ofB_, ignored);
-  // The nodes of B by hash. In each list, the first node of the scene is at the end.
+  // The unpaired nodes of B for each hash. Each list is in the reverse order of the scene.
   std::unordered_map<std::uint64_t, std::vector<vsa::NodeView>> byHash;
   for (std::size_t i = unpairedB.nodes.size(); i-- > 0;) {
     byHash[unpairedB.hashes[i]].push_back(unpairedB.nodes[i]);

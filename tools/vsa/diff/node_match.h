@@ -1,4 +1,4 @@
-// Finds the node of one scene for each node of another one.
+// NodeMatch: finds pairs of nodes in two scenes.
 #pragma once
 
 #include <string>
@@ -8,15 +8,15 @@
 
 namespace vsa_tools {
 
-/// Pairs of nodes: first those with the same name, then nodes with the same type and content among
-/// the others.
+/// The pairs of nodes of two scenes A and B. Nodes with the same name are a pair. Of the remaining
+/// nodes, two with the same type and content are a pair.
 class NodeMatch {
  public:
   NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);
 
-  /// The node of B for a node of A; missing if there is none.
+  /// Returns the node of B that is paired with a node of A; missing if there is none.
   vsa::NodeView inB(vsa::NodeView nodeOfA) const;
-  /// The node of A for a node of B.
+  /// Returns the node of A that is paired with a node of B; missing if there is none.
   vsa::NodeView inA(vsa::NodeView nodeOfB) const;
 
  private:
@@ -24,7 +24,7 @@ class NodeMatch {
   void pairByName(vsa::SceneView a, vsa::SceneView b);
   void pairByContent(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);
 
-  std::vector<vsa::NodeView> ofA_, ofB_;  // the counterpart of each node, by its slot
+  std::vector<vsa::NodeView> ofA_, ofB_;  // the counterpart of the node in each slot
 };
 
 }  // namespace vsa_tools

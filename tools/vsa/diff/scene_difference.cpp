@@ -10,7 +10,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Compares two nodes that are a pair.
+/// Compares two nodes of a pair.
 class NodeComparison {
  public:
   using Add = std::function<void(const Difference&)>;
@@ -28,7 +28,8 @@ class NodeComparison {
   }
 
  private:
-  /// Compares an input of A. Returns whether the inputs inside it are to be compared, too.
+  /// Compares an input of A with that of B. Returns whether the inputs inside it must be compared,
+  /// too.
   bool compare(const InputPlace& place) {
     if (isIgnored(place.path)) return false;
     const vsa::InputView a = place.input, b = counterpart(place);
@@ -100,7 +101,7 @@ class NodeComparison {
     add_({DifferenceKind::Value, a_, b_, path, a, b, list});
   }
 
-  /// The elements and members that only B has.
+  /// Adds the elements and members that only B has.
   void addNewChildren(std::string_view path, vsa::InputView a, vsa::InputView b) {
     const bool isArray = a.type() == vsa::ValueType::Array;
     for (std::uint64_t i = isArray ? childCount(a) : 0; i < childCount(b); ++i) {
@@ -116,14 +117,14 @@ class NodeComparison {
     if (!isIgnored(path)) add_({DifferenceKind::InputAdded, a_, b_, path, {}, input});
   }
 
-  /// Whether the value of the input is compared as a part of its array. Only its connection is then
-  /// compared separately.
+  /// Returns whether the input is an element of an array that is compared as a list of values. Only
+  /// the connection of such an element is compared separately.
   static bool isElementOfValueArray(vsa::InputView input) {
     const vsa::InputView parent(input.plain()->parent());
     return parent.type() == vsa::ValueType::Array && isValueArray(parent);
   }
 
-  /// Whether the input is a reference. A null reference is the same as no value.
+  /// Returns whether the input is a reference. A null reference counts as an input without a value.
   static bool isReference(vsa::InputView input) {
     return input.type() == vsa::ValueType::Node || input.type() == vsa::ValueType::Null;
   }
@@ -145,7 +146,7 @@ class NodeComparison {
   const DiffOptions& options_;
   const Add& add_;
   std::vector<vsa::InputView>
-      counterparts_;  // those of the current input and of the inputs that contain it
+      counterparts_;  // in B: of the current input and of the inputs that contain it
 };
 
 }  // namespace

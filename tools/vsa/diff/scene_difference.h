@@ -1,4 +1,4 @@
-// The differences between two scenes, by node and input.
+// Compares two scenes by node and input.
 #pragma once
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace vsa_tools {
 enum class DifferenceKind {
   NodeRemoved,
   NodeAdded,
-  NodeRenamed,  ///< The nodes have the same type and content and different names.
+  NodeRenamed,  // The nodes have the same type and content, but different names.
   NodeType,
   InputRemoved,
   InputAdded,
@@ -24,20 +24,20 @@ enum class DifferenceKind {
   Connection,  ///< The connected outputs differ, or only one input is connected.
 };
 
-/// One difference. The views of a scene are missing if the difference concerns only the other
-/// scene.
+/// One difference between the scenes A and B. If it is about a node or an input of only one scene,
+/// the views of the other scene are missing.
 struct Difference {
   DifferenceKind kind;
   vsa::NodeView nodeA, nodeB;
-  /// The path of the input without the node; empty if the difference concerns the node. Valid
+  /// The path of the input without the node. Empty if the difference is about the node. Valid
   /// during the call.
   std::string_view path = {};
   vsa::InputView a = {}, b = {};
-  /// Set for lists of the same type.
+  /// The comparison of two lists of the same type. Not set for other values.
   std::optional<ListDifference> list = std::nullopt;
 };
 
-/// Receives the differences: those of the nodes of A in their order, then the added nodes.
+/// Receives the differences: first those of the nodes of A in the order of A, then the added nodes.
 class DifferenceSink {
  public:
   virtual void add(const Difference& difference) = 0;
@@ -48,12 +48,12 @@ class DifferenceSink {
 
 struct DiffOptions {
   Tolerance tolerance;
-  /// Patterns of node names and of whole paths ("lamp.power") that are not compared.
+  /// Patterns for what is not compared: names of nodes, or whole paths such as "lamp.power".
   std::vector<std::string> ignored;
 };
 
-/// Compares the scenes and returns the number of differences. The order of nodes and of inputs,
-/// comments, version and time are not compared. Does not recurse.
+/// Compares the scenes and returns the number of differences. Does not compare the order of nodes
+/// and inputs, comments, version and time. Does not recurse.
 std::uint64_t compareScenes(vsa::SceneView a, vsa::SceneView b, const DiffOptions& options,
                             DifferenceSink& sink);
 

@@ -1,4 +1,4 @@
-// Decides whether two numbers count as equal.
+// Tolerance: decides whether two numbers count as equal.
 #pragma once
 
 #include <bit>
@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// The distance between two numbers. Exact for integers up to the rounding of the result.
+/// Returns the distance between two numbers. For integers, only the result is rounded.
 template <class Number>
 double deviation(Number a, Number b) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -22,7 +22,7 @@ double deviation(Number a, Number b) {
   }
 }
 
-/// Whether all bits are the same.
+/// Returns whether all bits of two numbers are the same.
 template <class Number>
 bool hasSameBits(Number a, Number b) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -33,11 +33,11 @@ bool hasSameBits(Number a, Number b) {
   }
 }
 
-/// The maximum distance of two numbers that count as equal. If neither is set, all bits must be the
-/// same: 0 and -0 differ.
+/// The maximum distances of two numbers that count as equal. If both are not set, all bits must be
+/// the same, so that 0 and -0 differ.
 struct Tolerance {
   std::optional<double> absolute;
-  /// The maximum distance as a fraction of the larger of the two magnitudes.
+  /// The maximum distance as a fraction of the greater magnitude of both numbers.
   std::optional<double> relative;
 
   bool isExact() const { return !absolute && !relative; }

@@ -33,7 +33,8 @@ void DumpLog::put(vsa::Severity severity, std::string_view line) {
   dumpLogEntry(isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, line, json_);
 }
 
-// The plain entry point throws an error in the first three tokens, and does not log it.
+// Ends the log. If no statement was read, the error is not logged but becomes `escaped`, because
+// the plain entry point throws an error in the first three tokens.
 ReadStatus DumpLog::end(const vsa::ReadOutcome& read) {
   ReadStatus status;
   status.result = read.applied.linksResolved && read.status != vsa::ReadStatus::OverLimit;

@@ -1,5 +1,4 @@
-// The log of a dump: the diagnostics of a reading as JSON text, up to a maximum number and a
-// maximum size.
+// DumpLog: collects the diagnostics of a reading as JSON text, up to a maximum number and size.
 #pragma once
 
 #include <cstdint>
@@ -14,24 +13,25 @@
 
 namespace vsa_tools {
 
-/// The dump starts with the result of the reading, which is known only after the whole log. So the
-/// log is kept in memory.
+/// The log of a dump. It is kept in memory, because the dump begins with the result of the reading,
+/// which is known only after the whole log.
 class DumpLog {
  public:
-  /// Diagnostics beyond this number of bytes are only counted.
+  /// The maximum size of the log. Further diagnostics are only counted.
   static constexpr std::uint64_t MAX_BYTES = std::uint64_t{64} << 20;
 
   /// `arguments` must outlive the object.
   explicit DumpLog(const ReadArguments& arguments) : arguments_(arguments) {}
 
-  /// The options for the reading whose log this object keeps.
+  /// Returns options for a reading whose log this object keeps.
   vsa::ReadOptions options();
 
-  /// The part of the dump about the end of the reading. Call it once, after the reading.
+  /// Returns what the dump contains about the end of the reading. Must be called once, after the
+  /// reading.
   ReadStatus end(const vsa::ReadOutcome& read);
-  /// The elements of the array "log", separated by commas. Complete after end().
+  /// Returns the elements of the array "log" with commas between them. Complete after end().
   const std::string& json() const { return json_.text(); }
-  /// Diagnostics that are not in json().
+  /// Returns the number of diagnostics that are not in json().
   std::uint64_t notKept() const { return notKept_; }
 
  private:

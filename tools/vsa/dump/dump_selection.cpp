@@ -26,7 +26,8 @@ ChosenInputs DumpSelection::inputsOf(vsa::NodeView node) const {
   if (paths.empty()) return chosen;
   walkInputs(node, [&](const InputPlace& place) {
     if (!matchesAny(paths, place.path)) return true;
-    // The traversal and the dump use the same object. Views give no write access to it.
+    // The dump requires an input that is not const, but does not change it. Views return only a
+    // const input.
     auto* const input = const_cast<zn::korvo_sdk::Input*>(place.input.plain());
     chosen.push_back({std::string(place.path), input});
     return false;

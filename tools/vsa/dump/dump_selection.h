@@ -9,24 +9,26 @@
 
 namespace vsa_tools {
 
-/// Patterns of nodes, "lamp*", and of inputs, "rig.bones[?].at"; see matchesPattern().
+/// Patterns for nodes, such as "lamp*", and for inputs, such as "rig.bones[?].at". matchesPattern()
+/// describes them.
 class DumpSelection {
  public:
-  /// The part of a pattern after its first period selects inputs by their paths. Without patterns,
-  /// everything is selected.
+  /// The part of a pattern before its first period selects nodes, and the part after it their
+  /// inputs by path. Without patterns, everything is selected.
   explicit DumpSelection(const std::vector<std::string>& patterns);
 
-  /// The inputs of `node` whose paths match a pattern, each with its path as its name, or the whole
-  /// node. If an input matches, its elements and members are not selected again.
+  /// Returns the selected inputs of `node`: those whose paths match a pattern, or all of them if
+  /// the whole node is selected. The name of each input is its path. The elements and members of a
+  /// selected input are not selected separately.
   ChosenInputs inputsOf(vsa::NodeView node) const;
 
-  /// Whether the patterns select anything in the scene.
+  /// Returns whether the patterns select anything in the scene.
   bool matches(vsa::SceneView scene) const;
 
  private:
   struct Pattern {
     std::string node;
-    std::string path;  // empty if the whole node is selected
+    std::string path;  // empty if the pattern selects the whole node
   };
   std::vector<Pattern> patterns_;
 };

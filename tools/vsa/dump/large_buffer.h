@@ -9,12 +9,13 @@
 
 namespace vsa_tools {
 
-/// The maximum bytes of elements that are printed of one buffer without --large-buffers. A few
-/// bytes of text are enough to declare a larger buffer.
+/// The maximum number of bytes of one buffer that are printed without --large-buffers. A few bytes
+/// of text can declare a larger buffer.
 inline constexpr std::uint64_t MAX_BUFFER_BYTES = std::uint64_t{1} << 30;
 
-/// The path of a selected buffer of which more than MAX_BUFFER_BYTES would be printed; empty if
-/// there is none. At most `maxElements` elements of each buffer are printed.
+/// Returns the path of a selected buffer of which more than MAX_BUFFER_BYTES would be printed.
+/// Returns an empty text if there is none. At most `maxElements` elements of each buffer are
+/// printed.
 std::string largeBufferOf(vsa::SceneView scene, const DumpSelection& selection,
                           std::uint64_t maxElements);
 

@@ -58,8 +58,8 @@ void PrettyJson::put(char c) {
   }
 }
 
-// Begins the content of the container that was opened last. `next` is the first character of the
-// content.
+// Determines the layout of the container that was opened last. `next` is the first character after
+// its opening bracket.
 void PrettyJson::begin(char next) {
   isAfterOpening_ = false;
   Container container;

@@ -1,4 +1,4 @@
-// Adds line breaks and indentation to compact JSON.
+// PrettyJson: adds line breaks and indentation to compact JSON.
 #pragma once
 
 #include <cstddef>
@@ -9,8 +9,9 @@
 
 namespace vsa_tools {
 
-/// Receives compact, valid JSON in pieces and writes it with one key or element a line. Arrays of
-/// numbers and strings fill lines of about 100 columns. Needs memory for the depth only.
+/// Receives compact, valid JSON in pieces and writes each key or element on its own line. Several
+/// numbers or strings of an array share a line of about 100 columns. Needs memory only for the
+/// nesting.
 class PrettyJson {
  public:
   explicit PrettyJson(TextOutput& out) : out_(out) {}
@@ -23,7 +24,7 @@ class PrettyJson {
   struct Container {
     bool isEmpty = false;
     bool isFlat = false;    // whether it is an array of single values
-    bool isBroken = false;  // whether its first line is full
+    bool isBroken = false;  // whether its contents have more than one line
   };
 
   void put(char c);

@@ -16,7 +16,7 @@ std::string_view takeLine(std::string_view& page) {
   return line;
 }
 
-/// Calls `visit(id, page)` for each section, whose page begins in the line after its heading.
+/// Calls `visit(id, page)` for each section. `page` begins in the line after the heading.
 template <class Visit>
 void forEachSection(const Visit& visit) {
   for (std::string_view page : {messagesPage(), rulesPage()}) {
@@ -27,7 +27,8 @@ void forEachSection(const Visit& visit) {
   }
 }
 
-/// A section up to the next heading, without the marks of code blocks and without comments.
+/// Returns the text of a section up to the next heading, without the marks of code blocks and
+/// without comments.
 std::string textOf(std::string_view page) {
   std::string text;
   bool isCode = false;

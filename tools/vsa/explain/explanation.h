@@ -1,4 +1,4 @@
-// The pages of docs/messages.md and docs/rules.md as text for a terminal.
+// Functions that return sections of docs/messages.md and docs/rules.md as text for a terminal.
 #pragma once
 
 #include <string>
@@ -7,13 +7,14 @@
 
 namespace vsa_tools {
 
-/// The ids that have a page, in the order of the documentation.
+/// Returns the ids that have a section, in the order of the documentation.
 std::vector<std::string> explainedIds();
 
-/// The ids, one a line.
+/// Returns these ids as text, one a line.
 std::string listOfExplanations();
 
-/// The page of an id: its first line is the id, and code is indented. Empty if there is none.
+/// Returns the section about an id. Its first line is the id, and code is indented. Returns an
+/// empty text if there is no such section.
 std::string explanationOf(std::string_view id);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// vsa extract: writes some nodes of a text, and all that they need, as a separate text.
+// vsa extract: writes some nodes of a text, and all nodes that they need, as a separate text.
 #pragma once
 
 #include <string>

@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Finds the nodes that the kept nodes need.
+/// Finds all nodes that the kept nodes link to, directly or through other nodes.
 class Closure {
  public:
   Closure(vsa::SceneView scene, const std::vector<std::string>& without)
@@ -33,11 +33,12 @@ class Closure {
 
  private:
   const std::vector<std::string>& without_;
-  std::vector<bool> isKept_;  // whether each node is kept, by its slot
+  std::vector<bool> isKept_;  // whether the node in each slot is kept
   std::vector<vsa::NodeView> open_;
 };
 
-/// Whether the input is an array without elements and without a type, or has only such elements.
+/// Returns whether the input is an empty array: an array that has no elements and no element type,
+/// or an array whose elements are all empty arrays.
 bool isEmptyArray(vsa::InputView input) {
   if (input.type() != vsa::ValueType::Array) return false;
   const vsa::ValueType type = input.elementType();
@@ -55,7 +56,7 @@ std::vector<std::string> namesOfEmptyArrays(const auto& inputs) {
   return names;
 }
 
-/// Removes the empty arrays among the members of the objects in `open`.
+/// Removes the members that are empty arrays from the objects in `open`.
 void removeFromObjects(std::vector<vsa::Input> open) {
   while (!open.empty()) {
     const vsa::Input input = open.back();

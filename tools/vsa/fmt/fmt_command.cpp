@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Prints the messages about formatting a file.
+/// Prints the messages and the output for a file. Returns false if the output cannot be written.
 bool print(const FormatOutcome& outcome) {
   for (const std::string& line : outcome.messages) std::fprintf(stderr, "%s\n", line.c_str());
   if (outcome.output.empty()) return true;
@@ -58,7 +58,8 @@ FormatMode FmtCommand::mode() const {
 int FmtCommand::formatAll(const std::vector<std::string>& files) const {
   const FormatMode how = mode();
   const unsigned workers =
-      how == FormatMode::Print ? 1 : files_.workers();  // several workers would print at once
+      // one worker, so that two texts are not printed at once
+      how == FormatMode::Print ? 1 : files_.workers();
   FilesProgress progress("formatting", files);
   int status = EXIT_READ;
   workInOrder(

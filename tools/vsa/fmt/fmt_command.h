@@ -10,7 +10,8 @@
 
 namespace vsa_tools {
 
-/// Prints the formatted text of each file, or replaces the files, or lists those that would change.
+/// Formats each file. Depending on the options, it prints the formatted text or its difference from
+/// the file, replaces the file, or lists the files that would change.
 class FmtCommand final : public Command {
  public:
   FmtCommand() : Command("fmt", "Format texts: white space only, every token is kept") {}

@@ -77,7 +77,8 @@ class Formatting {
     return outcome;
   }
 
-  // The formatted text is read as soon as it is written, while the file is still being read.
+  // Replaces the file by its formatted text. The formatted text is read as soon as it is written,
+  // even if the reading of the file has not ended.
   FormatOutcome replace() {
     passes_ = 5;
     std::future<ReadingCheck> reading = startReading(file_);
@@ -115,7 +116,8 @@ class Formatting {
     return isLarge ? std::launch::async : std::launch::deferred;
   }
 
-  /// Reads a text, on another thread if it is large.
+  /// Begins to read a text. A large text is read on another thread, a small one when the result is
+  /// requested.
   std::future<ReadingCheck> startReading(const TextFile& file) const {
     return std::async(launchFor(file), [this, &file] { return read(file); });
   }
@@ -136,7 +138,7 @@ class Formatting {
         file, [this](std::size_t count) { onProgress_(done_ += count, passes_ * bytes_); });
   }
 
-  /// Writes the formatted text, with the byte order mark of the file.
+  /// Writes the formatted text to the sink. A byte order mark of the file is written first.
   bool format(vsa::Sink& sink) const {
     TextFileSource source = sourceOf(file_);
     vsa::SyntaxReader reader(source);
@@ -155,7 +157,7 @@ class Formatting {
     return format(sink) && std::fflush(to) == 0;
   }
 
-  /// The outcome for a file that cannot be read completely. Reads the text again as a whole,
+  /// Returns the outcome for a file that cannot be read completely. Reads the whole text again,
   /// because a reading in parts may fail although the text has no mistake.
   std::optional<FormatOutcome> refusal(const ReadingCheck& reading) const {
     if (reading.isComplete) return std::nullopt;
@@ -174,9 +176,10 @@ class Formatting {
   const std::string shown_;  // the name in messages
   const ReadArguments& arguments_;
   const ReadingProgress& onProgress_;
-  const std::uint64_t bytes_;                    // the size of the text
-  std::uint64_t passes_ = 2;                     // how often the text is read
-  mutable std::atomic<std::uint64_t> done_ = 0;  // bytes that were read
+  const std::uint64_t bytes_;  // the size of the text in bytes
+  std::uint64_t passes_ = 2;   // how many times the text is read
+  // the number of bytes that were read, in all passes
+  mutable std::atomic<std::uint64_t> done_ = 0;
 };
 
 bool isRegular(const TextFile& file) {

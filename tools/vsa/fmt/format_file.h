@@ -1,4 +1,4 @@
-// Formats one file, after it was checked, and checks the result.
+// Checks one file, formats it, and checks the result.
 #pragma once
 
 #include <cstdint>
@@ -12,31 +12,32 @@
 
 namespace vsa_tools {
 
-/// What is done with the formatted text.
+/// What the command does with the formatted text.
 enum class FormatMode : std::uint8_t {
-  Print,    ///< It is written to standard output.
-  Check,    ///< It is only compared with the file.
-  Diff,     ///< Its difference from the text is printed.
-  Replace,  ///< It replaces the file.
+  Print,    // Writes it to standard output.
+  Check,    // Only compares it with the file.
+  Diff,     // Prints how it differs from the file.
+  Replace,  // Replaces the file by it.
 };
 
-/// How the formatting of a file ended.
+/// The result of formatting a file.
 struct FormatOutcome {
   /// An ExitStatus.
   int status = 0;
   /// Whether the formatted text differs from the file.
   bool isChanged = false;
-  /// Lines for standard error.
+  /// The lines to print to standard error.
   std::vector<std::string> messages;
-  /// The difference, in mode Diff.
+  /// The difference to print, in mode Diff.
   std::string output;
 };
 
-/// Formats the file `name`; "-" is standard input. A file is not changed if it cannot be read
-/// completely, or if the formatted text has other tokens or another scene: both are compared before
-/// a file is replaced. Mode Print writes to standard output; the other modes print nothing. Ctrl-C
-/// ends the formatting, see isInterrupted(). The text is read several times. `onProgress` is called
-/// with the bytes that were read so far, and the bytes of all these reads.
+/// Formats the file `name`. "-" is standard input. The file remains unchanged if it cannot be read
+/// completely, or if the formatted text has other tokens or another scene. Both are compared before
+/// the file is replaced. Mode Print writes to standard output, and the other modes print nothing.
+/// Ctrl-C ends the formatting, see isInterrupted(). The text is read several times. `onProgress` is
+/// called with the number of bytes that were read, and with the sum of the bytes of all these
+/// reads.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},
                          const ReadingProgress& onProgress = {});

@@ -1,4 +1,4 @@
-// Sinks for a formatted text, other than standard output and the replaced file.
+// Sinks for a formatted text.
 #pragma once
 
 #include <cstdio>
@@ -10,13 +10,14 @@
 
 namespace vsa_tools {
 
-/// Compares the text that is written to it with a source.
+/// Compares the text that it receives with a source.
 class ComparingSink final : public vsa::Sink {
  public:
   explicit ComparingSink(vsa::Source& source) : source_(source) {}
   /// Always returns true.
   bool write(std::string_view text) override;
-  /// Whether the written text and the source are the same to their ends. Call it once, at the end.
+  /// Returns whether the received text is the whole text of the source. Must be called once, at the
+  /// end.
   bool isSame();
 
  private:

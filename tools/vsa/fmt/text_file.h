@@ -1,5 +1,5 @@
-// A text that is read more than once: a file, or standard input, which is copied to a temporary
-// file.
+// TextFile: a text that can be read more than once. It is a file, or a temporary copy of standard
+// input.
 #pragma once
 
 #include <cstdint>
@@ -24,16 +24,16 @@ using FilePointer = std::unique_ptr<std::FILE, CloseFile>;
 /// The byte order mark of UTF-8.
 inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
-/// An open text. A byte order mark at its beginning is not part of it.
+/// An open text. A byte order mark at its beginning is not part of the text.
 class TextFile {
  public:
-  /// Opens the file `name`; "-" is standard input. Returns false if it cannot be read; problem()
-  /// has the reason.
+  /// Opens the file `name`. "-" is standard input. Returns false if it cannot be read; problem()
+  /// then returns the reason.
   bool open(const std::string& name);
 
-  /// The descriptor, for TextFileSource.
+  /// The file descriptor for TextFileSource.
   int descriptor() const { return ::fileno(file_.get()); }
-  /// The beginning of the text, after the byte order mark.
+  /// The offset at which the text begins, after a byte order mark.
   std::size_t begin() const { return hasMark_ ? BYTE_ORDER_MARK.size() : 0; }
   bool hasMark() const { return hasMark_; }
   /// The system's error message.
@@ -48,11 +48,11 @@ class TextFile {
   std::string problem_;
 };
 
-/// Reads a TextFile from its beginning, until Ctrl-C. Several sources may read one file, on several
-/// threads.
+/// Reads a TextFile from its beginning. Ctrl-C ends the reading. Several sources on several threads
+/// may read the same file.
 class TextFileSource final : public vsa::Source {
  public:
-  /// `onRead` is called with the bytes of each read.
+  /// `onRead` is called after each read with the number of its bytes.
   explicit TextFileSource(const TextFile& file, std::function<void(std::size_t)> onRead = {})
       : descriptor_(file.descriptor()), offset_(file.begin()), onRead_(std::move(onRead)) {}
   /// Reads another open file from its beginning.

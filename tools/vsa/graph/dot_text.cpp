@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t NAME_CHARACTERS = 32;
 
-/// The text as a part of a quoted string. Escapes "&", too, because Graphviz replaces entities in
-/// strings.
+/// Returns a text as a part of a quoted string. "&" is escaped, too, because Graphviz replaces
+/// entities in strings.
 std::string escaped(const std::string& text) {
   std::string result;
   for (const char c : text) {
@@ -31,8 +31,8 @@ std::string shortName(const std::string& name) {
   return escaped(shortText(name, NAME_CHARACTERS));
 }
 
-/// The hues of consecutive types differ by the golden ratio, so they are distinct for any number of
-/// types.
+/// Returns the colour of a box, by its type. The hues of consecutive types differ by the golden
+/// ratio, so any number of types have different hues.
 std::string fillColour(const GraphGroup& group) {
   if (group.type.empty()) return "#eeeeee";
   const double turns = 0.58 + 0.618034 * static_cast<double>(group.typeIndex);
@@ -62,7 +62,8 @@ std::string graphLabel(const SceneGraph& graph, const std::string& title) {
   return label;
 }
 
-/// The width grows with the number of links: from 1 for one link to 5 for a million.
+/// Returns the width of an arrow, which grows with its links: from 1 for one link to 5 for a
+/// million.
 double lineWidth(std::uint64_t links) {
   return 1 + std::log10(static_cast<double>(links)) * 4 / 6;
 }

@@ -17,7 +17,7 @@ struct Close {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-/// A file without a name. Files are used instead of pipes, so that neither process waits for the
+/// A temporary file without a name. With pipes instead of files, both processes could wait for each
 /// other.
 using TemporaryFile = std::unique_ptr<std::FILE, Close>;
 
@@ -36,7 +36,8 @@ std::string readAll(std::FILE* file) {
   return text;
 }
 
-/// Runs `dot -T FORMAT` from one file to the other. Returns why it failed; empty on success.
+/// Runs `dot -T FORMAT`, which reads `from` and writes `to`. Returns why it failed, or an empty
+/// text on success.
 std::string runDot(const std::string& format, std::FILE* from, std::FILE* to) {
   posix_spawn_file_actions_t actions;
   ::posix_spawn_file_actions_init(&actions);

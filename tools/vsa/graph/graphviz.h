@@ -1,4 +1,4 @@
-// Runs Graphviz's program dot.
+// Runs dot, the program of Graphviz.
 #pragma once
 
 #include <string>
@@ -11,8 +11,8 @@ struct Picture {
   std::string problem;
 };
 
-/// The picture of a graph in `format`, "svg" or "png". Waits for the program `dot`, which is
-/// searched in PATH.
+/// Returns the picture of a graph. `format` is "svg" or "png". Searches the program `dot` in PATH
+/// and waits until it ends.
 Picture renderDot(const std::string& dotText, const std::string& format);
 
 }  // namespace vsa_tools

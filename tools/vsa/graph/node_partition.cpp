@@ -9,10 +9,11 @@ namespace vsa_tools {
 
 namespace {
 
-/// After this many rounds, nodes differ if nodes up to eight links away differ.
+/// The maximum number of rounds. After eight rounds, two nodes are in different groups if they
+/// differ in nodes at most eight links away.
 constexpr int MAX_ROUNDS = 8;
 
-/// The kinds of links that a node has, each once.
+/// The kinds of links of a node, sorted and without duplicates.
 using Signature = std::vector<std::uint64_t>;
 
 std::uint64_t linkKind(std::uint32_t path, std::uint32_t group, bool isIncoming) {

@@ -1,4 +1,4 @@
-// Partitions of nodes into groups. The nodes of a group have the same kinds of links.
+// Partitions the nodes of a scene into groups of nodes with the same kinds of links.
 #pragma once
 
 #include <cstddef>
@@ -7,26 +7,29 @@
 
 namespace vsa_tools {
 
-/// A link between two nodes, given by their indices; `path` is the number of its path.
+/// A link from one node to another. `from` and `to` are the indices of the nodes, and `path` is the
+/// number of the link's path.
 struct IndexedLink {
   std::uint32_t from, to, path;
   bool isConnection;
 };
 
-/// The group of each node, numbered from 0 in the order of the nodes.
+/// The group of each node. Groups are numbered from 0.
 struct NodePartition {
   std::vector<std::uint32_t> groupOf;
   std::size_t groups = 0;
 };
 
-/// Splits the groups of `types` into groups whose nodes have links of the same paths to and from
-/// the same groups, then those again, as long as there are at most `maxGroups` groups: the
-/// partition refinement of Hopcroft (1971) and of Weisfeiler and Leman (1968). How many links of a
-/// kind a node has makes no difference.
+/// Splits groups of nodes into smaller groups, beginning with one group for each type. The nodes of
+/// a smaller group have links of the same paths to and from the same groups. How many links of a
+/// kind a node has makes no difference. The splitting is repeated while there are at most
+/// `maxGroups` groups. This is the partition refinement of Hopcroft (1971) and of Weisfeiler and
+/// Leman (1968).
 NodePartition refinePartition(NodePartition types, const std::vector<IndexedLink>& links,
                               std::size_t maxGroups);
 
-/// Joins the groups with the fewest nodes, so that `maxGroups` (1 or more) groups are left.
+/// Joins the groups with the fewest nodes if there are more than `maxGroups` groups. `maxGroups`
+/// must be at least 1.
 NodePartition joinRarest(const NodePartition& partition, std::size_t maxGroups);
 
 }  // namespace vsa_tools

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::size_t EDGES_PER_GROUP = 3;
 
-/// The path without the digits of its indices.
+/// Returns the path with "[]" instead of each index.
 std::string pathWithoutIndices(std::string_view path) {
   std::string text;
   bool isIndex = false;
@@ -28,7 +28,7 @@ std::string pathWithoutIndices(std::string_view path) {
   return text;
 }
 
-/// Gives each different text a number, in the order of their first occurrences.
+/// Numbers different texts in the order of their first occurrences.
 class Numbering {
  public:
   std::uint32_t numberOf(const std::string& text) {
@@ -44,7 +44,7 @@ class Numbering {
   std::unordered_map<std::string, std::uint32_t> numbers_;
 };
 
-/// Turns one scene into a graph.
+/// Builds the graph of one scene.
 class GraphBuilder {
  public:
   GraphBuilder(vsa::SceneView scene, std::size_t maxGroups) : scene_(scene), maxGroups_(maxGroups) {
@@ -132,7 +132,7 @@ class GraphBuilder {
   vsa::SceneView scene_;
   std::size_t maxGroups_;
   std::vector<vsa::NodeView> nodes_;
-  std::vector<std::uint32_t> typeOf_;  // the number of the type of each node
+  std::vector<std::uint32_t> typeOf_;  // the number of each node's type
   std::vector<IndexedLink> links_;
   Numbering types_, paths_;
   SceneGraph graph_;

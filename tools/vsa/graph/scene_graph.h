@@ -1,4 +1,4 @@
-// The nodes of a scene and their links as a graph that is small enough to be drawn.
+// The graph of a scene: its nodes and their links, reduced to a size that can be drawn.
 #pragma once
 
 #include <cstddef>
@@ -10,24 +10,25 @@
 
 namespace vsa_tools {
 
-/// A box of the drawing: one node, or several.
+/// A box of the drawing. It represents one node or several nodes.
 struct GraphGroup {
-  /// The type of its nodes; empty for nodes of several types.
+  /// The type of the nodes. Empty if they have several types.
   std::string type;
-  /// The name of its first node.
+  /// The name of the first node.
   std::string name;
   std::uint64_t nodes = 0;
-  /// The number of the type in the order of the scene, to choose a colour.
+  /// The number of the type in the order of the scene. It determines the colour.
   std::size_t typeIndex = 0;
 };
 
-/// An arrow: links from nodes of one group to nodes of another group, or of the same group.
+/// An arrow of the drawing: all links from the nodes of one group to the nodes of the same group or
+/// of another one.
 struct GraphEdge {
   std::size_t from = 0, to = 0;
   std::uint64_t links = 0;
-  /// The path of the first link from its node on, with "[]" for each index: "bones[].joint".
+  /// The path of the first link without its node, with "[]" for each index: "bones[].joint".
   std::string path;
-  /// Whether there is a link with another path.
+  /// Whether the arrow also represents links with other paths.
   bool hasOtherPaths = false;
   /// Whether all links are connections.
   bool isConnection = true;
@@ -35,17 +36,17 @@ struct GraphEdge {
 
 struct SceneGraph {
   std::vector<GraphGroup> groups;
-  /// The edges with the most links, sorted by groups.
+  /// The edges with the most links, sorted by their groups.
   std::vector<GraphEdge> edges;
   std::uint64_t nodes = 0, links = 0;
-  /// The number of links in the edges that are left out.
+  /// The number of links in the edges that were omitted.
   std::uint64_t hiddenLinks = 0;
 };
 
-/// A graph of at most `maxGroups` (1 or more) groups and three times as many edges. If the scene
-/// has more nodes, nodes of one type that are linked alike share a group, by the finest partition
-/// with at most `maxGroups` groups. If there are more types than groups, the rarest types share a
-/// group.
+/// Returns a graph of at most `maxGroups` groups and at most three times as many edges. `maxGroups`
+/// must be at least 1. If the scene has more nodes than that, nodes of the same type with the same
+/// kinds of links share a group, by the finest partition with at most `maxGroups` groups. If there
+/// are more types than groups, the rarest types share a group.
 SceneGraph graphOf(vsa::SceneView scene, std::size_t maxGroups);
 
 }  // namespace vsa_tools

@@ -8,7 +8,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Whether each unit of four bytes is a character from U+0001 to U+10FFFF.
+/// Returns whether each group of four bytes is a character from U+0001 to U+10FFFF in UTF-32.
 bool isUtf32(std::string_view head, bool bigEndian) {
   for (std::size_t unit = 0; unit + 4 <= head.size(); unit += 4) {
     const char highest = head[unit + (bigEndian ? 0 : 3)],
@@ -24,9 +24,9 @@ bool looksLikeUtf32(std::string_view head) {
          isUtf32(head, false) || isUtf32(head, true);
 }
 
-/// Whether the file is probably UTF-16. A text begins with an ASCII character, whose high byte is
-/// NUL in UTF-16. Most of the NUL bytes are high bytes: only one character in 256 has a NUL as its
-/// low byte.
+/// Returns whether the file is probably UTF-16. A text begins with an ASCII character, whose high
+/// byte is NUL in UTF-16. Most NUL bytes must therefore be high bytes. A low byte is NUL in only
+/// one of 256 characters.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};

@@ -14,7 +14,8 @@ namespace vsa_tools {
 
 namespace {
 
-// The size of a regular file. Some system files report a size of 0 although they contain bytes.
+// Returns the size of a regular file, or nothing if it is 0 or unknown. Some system files report a
+// size of 0 although they contain bytes.
 std::optional<std::uint64_t> sizeOf(int descriptor) {
   struct stat status;
   const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
@@ -22,7 +23,7 @@ std::optional<std::uint64_t> sizeOf(int descriptor) {
   return static_cast<std::uint64_t>(status.st_size);
 }
 
-/// Reads from a file descriptor; the destructor closes it if `owns` is true.
+/// Reads from a file descriptor. If `owns` is true, the destructor closes the descriptor.
 class DescriptorSource final : public InspectedSource {
  public:
   DescriptorSource(int descriptor, bool owns)
@@ -52,7 +53,7 @@ class DescriptorSource final : public InspectedSource {
 
   int descriptor_;
   bool owns_;
-  std::optional<std::uint64_t> size_;  // the size of a regular file, which is read without waiting
+  std::optional<std::uint64_t> size_;  // the size of a regular file, which never blocks
   std::string error_;
 };
 

@@ -8,7 +8,7 @@
 
 namespace vsa_tools {
 
-/// An open file, or the reason why it cannot be read.
+/// An open file, or the reason why the file cannot be read.
 struct InputFile {
   /// Null if nothing was opened.
   std::unique_ptr<InspectedSource> source;
@@ -16,12 +16,12 @@ struct InputFile {
   std::string problem;
 };
 
-/// Opens `name` ("-" is standard input) and reads its first bytes, so that a directory, which can
-/// be opened but not read, is a problem and not an empty file. Waiting for input ends when
-/// isInterrupted() becomes true: the input then ends with the error "interrupted".
+/// Opens the file `name` and reads its first bytes. "-" is standard input. A directory can be
+/// opened, but the first read fails and shows the problem. If isInterrupted() becomes true while
+/// the source waits for input, the input ends with the error "interrupted".
 InputFile openInput(const std::string& name);
 
-/// The name of an input in messages: "<stdin>" for "-".
+/// Returns the name of an input for messages: "<stdin>" for "-".
 std::string shownName(const std::string& name);
 
 }  // namespace vsa_tools

@@ -7,8 +7,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Counts in blocks whose count fits into a byte, which the compiler vectorises best: std::count
-/// took 6 to 8 % of the time of a dump, and this function takes 0.5 %.
+/// Counts the line ends in blocks whose count fits into a byte, because the compiler vectorises
+/// that best. With std::count, this took 6 to 8 % of the time of a dump. Now it takes 0.5 %.
 long lineEndsIn(std::string_view text) {
   constexpr std::size_t BLOCK = 240;
   long lineEnds = 0;
@@ -32,7 +32,7 @@ std::size_t InspectedSource::read(std::span<char> to) {
   return firstNul_ ? count : splitAtNul(to.data(), count);
 }
 
-/// Reads the byte order mark and the head, with as many reads as necessary.
+/// Reads the byte order mark and the head, in as many reads as necessary.
 void InspectedSource::readHead() {
   if (started_) return;
   started_ = true;
@@ -57,9 +57,9 @@ std::size_t InspectedSource::readPending(char* to, std::size_t capacity) {
   return count;
 }
 
-/// The number of bytes of `block` for this read: those before the first NUL of the block. The rest
-/// is stored in `pending_` again, so that firstNul() is set only if the reader reaches the NUL, and
-/// not if the read ends before it.
+/// Returns the number of bytes of `block` to deliver in this read: those before its first NUL. The
+/// bytes from the NUL on are put back into `pending_`. Thus firstNul() is set only when the reader
+/// reads past the bytes before the NUL.
 std::size_t InspectedSource::splitAtNul(const char* block, std::size_t count) {
   const void* const nul = std::memchr(block, 0, count);
   const std::size_t before =

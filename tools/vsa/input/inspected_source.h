@@ -1,6 +1,6 @@
-// A byte source that skips a byte order mark and records what the reader does not report: NUL bytes
-// and the first bytes of the file. The records do not depend on how many bytes each read returns,
-// so a pipe and a file with the same bytes give the same result.
+// InspectedSource: a byte source that skips a byte order mark and records what the reader does not
+// report: the first NUL byte, and the first bytes of the file. The records do not depend on how
+// many bytes each read returns, so they are the same for a pipe and for a file.
 #pragma once
 
 #include <cstddef>
@@ -18,28 +18,31 @@ class InspectedSource : public vsa::Source {
  public:
   std::size_t read(std::span<char> to) final;
 
-  /// The error that ended the source, after all bytes before it were read; empty if nothing failed.
+  /// The error that ended the source; empty if nothing failed. Not set before all bytes before the
+  /// error were read.
   std::string error() const final { return isAtEnd_ ? rawError() : std::string(); }
 
-  /// Reads the first bytes, unless they were read already.
+  /// Reads the first bytes if they were not read before.
   void readHead();
-  /// The error if the source failed before its first byte; otherwise empty. Call readHead() first.
+  /// The error if the source failed before its first byte; otherwise empty. readHead() must be
+  /// called first.
   std::string openError() const { return pending_.empty() ? rawError() : std::string(); }
 
-  /// The first HEAD_BYTES bytes of the file, or all of a shorter file, without a UTF-8 byte order
-  /// mark. Empty before the first read.
+  /// The first HEAD_BYTES bytes of the file without a UTF-8 byte order mark. A shorter file has
+  /// fewer bytes. Empty before the first read.
   const std::string& head() const { return head_; }
 
-  /// The position of the first NUL byte that the reader reached, if any. Lines and columns count
-  /// from 1, columns in bytes.
+  /// The position of the first NUL byte that the reader reached, if there is one. Lines and columns
+  /// count from 1, and columns count bytes.
   const std::optional<Position>& firstNul() const { return firstNul_; }
 
   static constexpr std::size_t HEAD_BYTES = 16;
 
  protected:
-  /// Like read(), including a byte order mark. Not called again after it returned 0.
+  /// Reads bytes like read(), but does not skip a byte order mark. It is not called again after it
+  /// returned 0.
   virtual std::size_t readRaw(char* to, std::size_t capacity) = 0;
-  /// The error for which readRaw() returned 0; empty at the end of the bytes.
+  /// The error for which readRaw() returned 0; empty at the end of the file.
   virtual std::string rawError() const = 0;
 
  private:
@@ -52,7 +55,7 @@ class InspectedSource : public vsa::Source {
   bool ended_ = false;    // true if readRaw() has returned 0
   bool isAtEnd_ = false;  // true if read() has returned 0
   std::string head_;
-  /// Bytes from readRaw() that read() has not returned yet.
+  /// The bytes from readRaw() that read() has not returned yet.
   std::string pending_;
   /// The position of the next byte, until the first NUL.
   Position next_{1, 1};

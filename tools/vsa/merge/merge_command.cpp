@@ -36,9 +36,10 @@ void MergeCommand::addTo(CommandOptions& options) {
       "  2  wrong usage, a file that cannot be opened, or output that cannot be written");
 }
 
-// Compares the names of a text with those of the nodes that remain after the earlier texts. Prints
-// the names that both have, or chooses other names for them. A node that an earlier text removes
-// does not count, unless a link that could not be made may refer to its name.
+// Compares the names of a text with the names of the nodes that remain after the earlier texts. If
+// a name is used twice, prints it, or chooses another name for it. The name of a node that an
+// earlier text has removed may be used again. An exception is an earlier text with a broken link,
+// which may refer to that name.
 int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLinks) {
   int status = EXIT_READ;
   for (const std::string& name : names.used()) {
@@ -99,7 +100,7 @@ int MergeCommand::read(std::size_t index) {
   return EXIT_NOT_READ;
 }
 
-// A text is read twice: first to be checked, then to be written.
+// Returns the source of a text. Each text is read twice: first to be checked, then to be written.
 TextFileSource MergeCommand::sourceOf(std::size_t index) {
   Part& part = parts_[index];
   const std::uint64_t total = 2 * TextFileSource(part.file).size().value_or(0);

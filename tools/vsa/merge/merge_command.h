@@ -26,7 +26,7 @@ class MergeCommand final : public Command {
   int run() override;
 
  private:
-  /// A text, and the names that its nodes get.
+  /// A text and the new names of its nodes.
   struct Part {
     std::string name;
     TextFile file;
@@ -48,8 +48,8 @@ class MergeCommand final : public Command {
   ReadArguments reading_;
   std::deque<Part> parts_;
   std::optional<FilesProgress> progress_;
-  std::map<std::string, const Part*> owners_;  // the first text that has each name of a node
-  std::set<std::string> reserved_;             // the names of all texts, and of removed nodes
+  std::map<std::string, const Part*> owners_;  // the first text in which a node has the name
+  std::set<std::string> reserved_;             // all names in the texts, also of removed nodes
 };
 
 }  // namespace vsa_tools

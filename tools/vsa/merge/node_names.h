@@ -1,4 +1,4 @@
-// The names of the nodes that a text creates and removes.
+// NodeNames: collects the names of the nodes that a text creates and removes.
 #pragma once
 
 #include <set>
@@ -8,16 +8,16 @@
 
 namespace vsa_tools {
 
-/// A scene that keeps the names of its nodes, also of removed ones.
+/// A scene that stores the names of its nodes, even after they are removed.
 class NodeNames final : public zn::korvo_sdk::interfaces::IScene {
  public:
-  /// The names of the nodes that are or were in the scene, and of the nodes that the text removes
-  /// without creating them: an earlier text of the merge may have created them.
+  /// The names of all nodes that the text creates or removes. The text may remove a node without
+  /// creating it, because an earlier text of the merge may create it.
   const std::set<std::string>& used() const { return used_; }
-  /// Whether a node of that name is in the scene.
+  /// Returns whether a node of that name is in the scene.
   bool has(const std::string& name) const { return scene_.nodeNamed(name) != nullptr; }
 
-  // IScene.
+  // The functions of IScene.
 
   zn::korvo_sdk::Node* findNode(const zn::String& name) override { return scene_.findNode(name); }
   zn::korvo_sdk::Node* createNode(const zn::String& type, const zn::String& name,

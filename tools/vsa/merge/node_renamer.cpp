@@ -41,8 +41,9 @@ bool NodeRenamer::mayBeName(const SyntaxToken& word) const {
   return index_ == 0 || isFirstOfValue_ || (index_ == 1 && hasWord_);
 }
 
-// The token after the word determines whether the word is a name: the first word of a statement may
-// also be a type, and the first word of a value may be the keyword of a list.
+// Returns whether the word before `next` is the name of a node. The first word of a statement may
+// also be a type, and the first word of a value may be the keyword of a list. `next` shows which it
+// is.
 bool NodeRenamer::isName(const SyntaxToken& next) const {
   if (isSecond_) return true;
   return next.is('.') || (isValue_ && next.is(';'));

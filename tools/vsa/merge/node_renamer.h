@@ -1,4 +1,4 @@
-// Renames the nodes of a text.
+// NodeRenamer: renames the nodes of a text.
 #pragma once
 
 #include <map>
@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// The new names of nodes by their former names.
+/// The new names of nodes, by their old names.
 using Renames = std::map<std::string, std::string, std::less<>>;
 
 /// Writes the text of `reader` in the canonical layout, with the names of nodes replaced where they

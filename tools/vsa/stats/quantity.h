@@ -1,4 +1,4 @@
-// Counts, sizes and shares as text for people.
+// Functions that return counts, sizes and shares as text for people.
 #pragma once
 
 #include <cstdint>
@@ -6,13 +6,13 @@
 
 namespace vsa_tools {
 
-/// The count with commas: "12,345".
+/// Returns the count with commas: "12,345".
 std::string countText(std::uint64_t count);
 
-/// "512 B", "12.3 KB", "1.5 GB": powers of 1000, as file managers show them.
+/// Returns a size such as "512 B", "12.3 KB" or "1.5 GB". The units are powers of 1000.
 std::string sizeText(std::uint64_t bytes);
 
-/// "12.5 %"; "-" if `whole` is 0.
+/// Returns the share of `part` in `whole`, such as "12.5 %", or "-" if `whole` is 0.
 std::string shareText(std::uint64_t part, std::uint64_t whole);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// reportJson(): the JSON of `vsa stats`.
+// reportJson(): returns the JSON of `vsa stats`.
 #include <nlohmann/json.hpp>
 
 #include <vsa/values/value_types.h>
@@ -8,7 +8,7 @@ namespace vsa_tools {
 
 namespace {
 
-// Not ordered_json, which searches all keys for each new one: a text may have a million types.
+// Not ordered_json: it searches all keys for each new one, and a text may have a million types.
 using Json = nlohmann::json;
 
 Json inputsJson(const SceneStatistics& counts) {

@@ -8,8 +8,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// `json` with "<" escaped, so that no HTML tag can begin or end in it. JSON has "<" only in
-/// strings.
+/// Returns `json` with each "<" escaped, so that no HTML tag begins or ends in it. JSON contains
+/// "<" only in strings.
 std::string withoutTags(const std::string& json) {
   std::string text;
   text.reserve(json.size());
@@ -22,7 +22,8 @@ std::string withoutTags(const std::string& json) {
   return text;
 }
 
-/// Appends the text up to `mark`, which it contains, and returns the rest after it.
+/// Appends the part of `text` before `mark` to `to`, and returns the part after `mark`. `text` must
+/// contain `mark`.
 std::string_view appendUpTo(std::string_view mark, std::string_view text, std::string& to) {
   const std::size_t at = text.find(mark);
   to += text.substr(0, at);
@@ -36,7 +37,7 @@ std::string reportPage(const StatisticsReport& report) {
   std::string_view rest = appendUpTo("@REPORT@", pageTemplate(), page);
   page += withoutTags(reportJson(report));
   rest = appendUpTo("@CHART_SCRIPT@", rest, page);
-  // Leaves out the comment that refers a debugger to another file.
+  // The comment at the end of the script is omitted, because it refers a debugger to another file.
   page += chartScript().substr(0, chartScript().rfind("//# sourceMappingURL="));
   page += rest;
   return page;

@@ -7,7 +7,7 @@
 
 namespace vsa_tools {
 
-/// One HTML page with plots of the report. It contains all that it needs: it loads nothing.
+/// Returns the report as one HTML page with plots. The page loads no other files.
 std::string reportPage(const StatisticsReport& report);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// reportText(): the tables of `vsa stats`.
+// reportText(): returns the tables of `vsa stats`.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -20,7 +20,7 @@ constexpr std::size_t SHOWN_TYPES = 20, NAME_CHARACTERS = 40;
 
 using TypeCount = std::pair<std::string, std::uint64_t>;
 
-/// The types of nodes, the most frequent first.
+/// Returns the node types, the most frequent one first.
 std::vector<TypeCount> typesByFrequency(const SceneStatistics& counts) {
   std::vector<TypeCount> types(counts.nodesByType.begin(), counts.nodesByType.end());
   std::stable_sort(types.begin(), types.end(),

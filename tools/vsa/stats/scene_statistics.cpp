@@ -42,15 +42,15 @@ void add(BufferCounts& total, const BufferCounts& other) {
   total.bytes += other.bytes;
 }
 
-/// The counts of a type. An unknown type is counted as type 0, so that the index stays inside the
-/// table.
+/// Returns the counts of a type. An unknown type counts as type 0, so that the index is always
+/// inside the table.
 template <class Counts, std::size_t N, class Type>
 Counts& countsOf(std::array<Counts, N>& byType, Type type) {
   const auto index = static_cast<std::size_t>(type);
   return byType[index < N ? index : 0];
 }
 
-/// Whether an input of that many bytes is one of the largest so far.
+/// Returns whether an input with `bytes` bytes is one of the largest so far.
 bool isLarge(const std::vector<LargeInput>& largest, std::uint64_t bytes) {
   return bytes > 0 && (largest.size() < LARGEST_INPUTS || bytes > largest.back().bytes);
 }
@@ -63,7 +63,7 @@ void addLargest(std::vector<LargeInput>& largest, LargeInput input) {
   if (largest.size() > LARGEST_INPUTS) largest.pop_back();
 }
 
-/// Counts one scene.
+/// Counts the contents of one scene.
 class Counter {
  public:
   Counter(const SceneFile& file, SceneStatistics& counts) : file_(file), counts_(counts) {}
@@ -111,7 +111,7 @@ class Counter {
     counts_.longestPath += place.path;
   }
 
-  /// Called when the current input of a node was counted with all that is inside it.
+  /// Ends an input of a node, after everything inside it was counted.
   void endInput() {
     counts_.dataBytes += bytes_;
     if (isLarge(counts_.largestInputs, bytes_)) {
@@ -123,7 +123,7 @@ class Counter {
   const SceneFile& file_;
   SceneStatistics& counts_;
   vsa::InputView input_;
-  std::uint64_t bytes_ = 0;  // the bytes of `input_` so far
+  std::uint64_t bytes_ = 0;  // the bytes of `input_` that were counted so far
 };
 
 }  // namespace
@@ -183,7 +183,7 @@ void addCounts(SceneStatistics& total, const SceneStatistics& other) {
   total.seconds += other.seconds;
 }
 
-// VmHWM, because ru_maxrss of getrusage also counts the process that started this one.
+// Uses VmHWM, because ru_maxrss of getrusage also counts the process that started this one.
 std::uint64_t peakMemoryBytes() {
   std::ifstream status("/proc/self/status");
   std::string word;

@@ -1,4 +1,4 @@
-// What `vsa stats` counts in one scene, and the sum of the counts of several scenes.
+// SceneStatistics: what `vsa stats` counts in one scene, or in several scenes.
 #pragma once
 
 #include <array>
@@ -13,19 +13,19 @@
 
 namespace vsa_tools {
 
-/// Inputs of one type, by the kind of their owner.
+/// The number of inputs of one type, by their kind.
 struct InputCounts {
   std::uint64_t inputs = 0;    // inputs of nodes
   std::uint64_t members = 0;   // members of objects
   std::uint64_t elements = 0;  // elements of arrays
 };
 
-/// Buffers of one element type.
+/// The number and the size of the buffers of one element type.
 struct BufferCounts {
   std::uint64_t buffers = 0, elements = 0, bytes = 0;
 };
 
-/// An input of a node with all that is inside it.
+/// An input of a node, with everything inside it.
 struct LargeInput {
   std::string file;
   std::string path;
@@ -45,12 +45,13 @@ struct SceneStatistics {
   std::vector<LargeInput> largestInputs;
   std::uint64_t references = 0, connections = 0, brokenLinks = 0;
   std::uint64_t comments = 0, commentBytes = 0;
-  /// The path with the most bytes, and the maximum number of inputs on a path.
+  /// The longest path in bytes, and the maximum number of names and indices after the node in a
+  /// path.
   std::string longestPath;
   std::uint64_t deepestPath = 0;
   std::uint64_t textBytes = 0;
-  /// Bytes of all values: those of buffers and strings, 8 for each number and each link, 1 for each
-  /// Bool.
+  /// The bytes of all values: a buffer or string counts its own bytes, each number and each link 8
+  /// bytes, and each Bool 1 byte.
   std::uint64_t dataBytes = 0;
   /// The time of the reading in seconds, without the time of counting.
   double seconds = 0;
@@ -60,13 +61,13 @@ struct SceneStatistics {
   BufferCounts buffers() const;
 };
 
-/// Counts the scene of the file, as far as it was read.
+/// Counts the part of the scene that was read.
 SceneStatistics statisticsOf(const SceneFile& file);
 
 /// Adds the counts of `other` to `total`.
 void addCounts(SceneStatistics& total, const SceneStatistics& other);
 
-/// The peak memory of this process in bytes; 0 if the system does not report it.
+/// Returns the peak memory of this process in bytes, or 0 if the system does not report it.
 std::uint64_t peakMemoryBytes();
 
 }  // namespace vsa_tools

@@ -11,8 +11,8 @@
 
 namespace vsa_tools {
 
-/// Reads each file, and prints its statistics to standard output and its diagnostics to standard
-/// error.
+/// Reads each file, prints its statistics to standard output, and prints its diagnostics to
+/// standard error.
 class StatsCommand final : public Command {
  public:
   StatsCommand() : Command("stats", "Count nodes, inputs, links and bytes of each file") {}
@@ -20,7 +20,7 @@ class StatsCommand final : public Command {
   int run() override;
 
  private:
-  /// Reads the files and adds their statistics, in their order. Returns the exit status.
+  /// Reads the files and adds their statistics in the order of the files. Returns the exit status.
   int countAll(const std::vector<std::string>& files, StatisticsReport& report) const;
 
   FileArguments files_;

@@ -6,7 +6,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// The number of characters: counts the bytes that do not continue a character.
+/// Returns the number of characters: counts only the first byte of each character.
 std::size_t widthOf(const std::string& cell) {
   return static_cast<std::size_t>(
       std::count_if(cell.begin(), cell.end(), [](char c) { return (c & 0xC0) != 0x80; }));

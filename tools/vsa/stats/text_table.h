@@ -1,4 +1,4 @@
-// A table of text with aligned columns.
+// TextTable: a table of text with aligned columns.
 #pragma once
 
 #include <cstddef>
@@ -7,16 +7,16 @@
 
 namespace vsa_tools {
 
-/// Rows of cells. Columns named as right-aligned hold numbers; the last column is not padded.
+/// Rows of cells. Numbers are in right-aligned columns. The last column is not padded.
 class TextTable {
  public:
   enum class Align { Left, Right };
 
   explicit TextTable(std::vector<Align> columns) : columns_(std::move(columns)) {}
 
-  /// A row of at most as many cells as there are columns. Cells are UTF-8.
+  /// Adds a row with at most as many cells as there are columns. Cells must be UTF-8.
   void add(std::vector<std::string> cells) { rows_.push_back(std::move(cells)); }
-  /// All rows, each with its line feed; two blanks between columns.
+  /// Returns all rows, each with a line feed, and with two blanks between columns.
   std::string text() const;
 
  private:

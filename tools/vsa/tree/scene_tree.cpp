@@ -10,8 +10,9 @@ namespace vsa_tools {
 
 namespace {
 
-/// Below this level lines are not indented further, but begin with their level: with an indentation
-/// for each level, the tree of a chain of n nodes would have n * n characters.
+/// The maximum level that is indented. Lines of deeper levels begin with the number of their level
+/// instead. With an indentation for each level, the tree of a chain of n nodes would have n * n
+/// characters.
 constexpr std::size_t INDENTED_LEVELS = 40;
 
 /// Writes the trees of one scene.
@@ -42,11 +43,12 @@ class TreePrinter {
     vsa::NodeView node;
     std::vector<TreeLine> lines;
     std::size_t next = 0;
-    std::size_t indentBytes = 0;  // the indentation of the node's own line
+    std::size_t indentBytes = 0;  // the indentation of the line with the node
   };
 
   State& state(vsa::NodeView node) { return states_[slotOf(node)]; }
-  /// Visits the inputs of a node once, for any number of links to it.
+  /// Returns whether a node has lines. Its inputs are visited only once, even if many links lead to
+  /// it.
   bool hasLines(vsa::NodeView node) {
     HasLines& known = lines_[slotOf(node)];
     if (known == HasLines::Unknown) {
@@ -84,7 +86,7 @@ class TreePrinter {
     out_.put(isLast ? "└─ " : "├─ ");
   }
 
-  /// Ends the line of a link, and begins the lines of its target.
+  /// Ends the line of a link and begins the lines of its target.
   void follow(vsa::NodeView target, bool isLast) {
     const bool isNew = state(target) == State::New;
     if (state(target) == State::Open) {
@@ -108,8 +110,8 @@ class TreePrinter {
 
   const TreeOptions& options_;
   TextOutput& out_;
-  std::vector<State> states_;    // the state of each node, by its slot
-  std::vector<HasLines> lines_;  // whether each node has lines, by its slot
+  std::vector<State> states_;    // the state of the node in each slot
+  std::vector<HasLines> lines_;  // whether the node in each slot has lines
   std::vector<Frame> open_;
   std::string indent_;
 };

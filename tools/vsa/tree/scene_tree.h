@@ -1,4 +1,4 @@
-// The scene as a tree of references and connections.
+// Prints a scene as a tree of references and connections.
 #pragma once
 
 #include <cstdint>
@@ -12,20 +12,21 @@
 namespace vsa_tools {
 
 struct TreeOptions {
-  /// Shows the values of inputs, and not only links.
+  /// Whether the values of inputs are shown, too, not only links.
   bool inputs = false;
-  /// The maximum number of links to follow below a root; no maximum if it is not set.
+  /// The maximum number of links from a root to a node in its tree. No maximum if it is not set.
   std::optional<std::uint64_t> depth;
-  /// The roots are the nodes that match one pattern of each list that is not empty. Without
-  /// patterns they are the nodes without links to them, and one node of each cycle that cannot be
-  /// reached from these.
+  /// Patterns for the names and types of the roots. A root matches one pattern of each list that is
+  /// not empty. If both lists are empty, the roots are the nodes without links to them. If a cycle
+  /// cannot be reached from these nodes, one of its nodes is a root, too.
   std::vector<std::string> names, types;
 };
 
-/// Writes a line for each root, and below it a line for each link, followed by what the linked node
-/// links to. The links of a node are shown once: a later link to it says "shown above", and a link
-/// from a node below it says "circle". Returns the number of roots. Does not recurse; the output
-/// grows with the number of links, however long the chains of links are.
+/// Prints a tree for each root and returns the number of roots. Below a node there is a line for
+/// each of its links. The links of the target follow that line. The links of a node are shown only
+/// once: a later link to the node says "shown above", and a link from a node below it says
+/// "circle". Does not recurse. The size of the output is proportional to the number of links, even
+/// for long chains.
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out);
 
 }  // namespace vsa_tools

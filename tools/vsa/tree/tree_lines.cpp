@@ -16,15 +16,15 @@ vsa::InputView parentOf(vsa::InputView input) {
   return vsa::InputView(input.plain()->parent());
 }
 
-/// Whether each element of the array has lines of its own. The others are listed in the array's
-/// line.
+/// Returns whether each element of the array has lines of its own. Elements of other arrays are in
+/// the line of their array.
 bool hasElementLines(vsa::InputView array) {
   const vsa::ValueType type = array.elementType();
   return type == vsa::ValueType::Object || type == vsa::ValueType::Array ||
          type == vsa::ValueType::Buffer;
 }
 
-/// The path without the node, with the period before it.
+/// Returns the path of the input without its node. The path begins with a period.
 std::string pathInNode(vsa::InputView input) {
   return shortText(std::string_view(input.path()).substr(input.owner().name().size()),
                    PATH_CHARACTERS);
@@ -56,7 +56,8 @@ class LineCollector {
         return;
       }
     }
-    // The line of a link already shows such an input, and the lines of its members show an object.
+    // A line for the value is not necessary: the line of the link shows it, or the lines of the
+    // members show the object.
     if (input.node() || (input.type() == vsa::ValueType::Null && input.connection())) return;
     if (input.type() == vsa::ValueType::Object && childCount(input) > 0) return;
     lines.push_back({TreeLine::Kind::Value, input});
@@ -70,7 +71,7 @@ class LineCollector {
   }
 
   bool inputs_;
-  bool isHidden_ = false;        // whether the input is inside an element past SHOWN_ELEMENTS
+  bool isHidden_ = false;        // whether the input is in an element that is not shown
   std::size_t hiddenDepth_ = 0;  // the depth of that element
 };
 

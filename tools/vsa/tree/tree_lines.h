@@ -1,4 +1,4 @@
-// The lines that a tree has for one node: its links, and with --inputs its values.
+// TreeLine: the lines of a tree for one node. They show its links, and with --inputs its values.
 #pragma once
 
 #include <cstdint>
@@ -15,22 +15,23 @@ struct TreeLine {
 
   Kind kind;
   vsa::InputView input;
-  std::uint64_t more = 0;  // elements that MoreElements represents
+  std::uint64_t more = 0;  // the number of elements that a line MoreElements stands for
 
   /// The node that a link leads to; missing for other lines.
   vsa::NodeView target() const;
-  /// The line without the marks of the tree: ".material = clay (material)".
+  /// The text of the line without indentation: ".material = clay (material)".
   std::string text() const;
 };
 
-/// The lines of a node in the order of its inputs. Of an array of objects, arrays or buffers, only
-/// the first ten elements have lines for their values. All links have lines.
+/// Returns the lines of a node in the order of its inputs. Values have lines only if `inputs` is
+/// true. In an array of objects, arrays or buffers, only values in the first ten elements have
+/// lines. All links have lines.
 std::vector<TreeLine> treeLines(vsa::NodeView node, bool inputs);
 
-/// Whether treeLines() returns any lines.
+/// Returns whether treeLines() returns at least one line.
 bool hasTreeLines(vsa::NodeView node, bool inputs);
 
-/// The name and the type of a node: "clay (material)".
+/// Returns the name and the type of a node: "clay (material)".
 std::string nodeTitle(vsa::NodeView node);
 
 }  // namespace vsa_tools

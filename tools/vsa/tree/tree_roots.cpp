@@ -7,7 +7,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Finds the roots of a whole scene.
+/// Finds the roots of a scene without patterns.
 class RootSearch {
  public:
   explicit RootSearch(vsa::SceneView scene)
@@ -47,8 +47,8 @@ class RootSearch {
   }
 
   vsa::SceneView scene_;
-  std::vector<bool> isTarget_, isReached_;  // one bit for each node, by its slot
-  std::vector<vsa::NodeView> open_;         // reached nodes whose links were not followed yet
+  std::vector<bool> isTarget_, isReached_;  // a bit for the node in each slot
+  std::vector<vsa::NodeView> open_;         // the reached nodes whose links are not followed yet
 };
 
 bool isChosen(vsa::NodeView node, const TreeOptions& options) {

@@ -8,7 +8,7 @@
 
 namespace vsa_tools {
 
-/// The roots that the options choose, in the order of the scene, see TreeOptions.
+/// Returns the roots that the options select, in the order of the scene. See TreeOptions.
 std::vector<vsa::NodeView> treeRoots(vsa::SceneView scene, const TreeOptions& options);
 
 }  // namespace vsa_tools

@@ -10,7 +10,7 @@ namespace {
 using vsa::InputView;
 using vsa::ValueType;
 
-// Whether the node has a type. Nodes from "define" and "with" have none.
+// Returns whether the node has a type. Nodes that "define" or "with" created have none.
 bool hasType(const vsa::NodeView& node) {
   return node.type() != node.name() && node.type() != "with";
 }
@@ -19,7 +19,7 @@ bool isNumber(ValueType type) {
   return type == ValueType::Int || type == ValueType::UInt || type == ValueType::Real;
 }
 
-// The type that both types convert to without loss; Null if there is none.
+// Returns the type that values of both types convert to; Null if there is none.
 ValueType commonType(ValueType a, ValueType b) {
   if (a == b) return a;
   if (isNumber(a) && isNumber(b)) return ValueType::Real;
@@ -51,7 +51,7 @@ void TypeCollector::add(const vsa::SceneView& scene) {
 
 void TypeCollector::addInput(Input& known, const InputView& input) {
   const ValueType type = input.type();
-  if (type == ValueType::Null) return;  // the input has only a connection
+  if (type == ValueType::Null) return;  // an input with a connection only
   const bool isFirst = known.type == ValueType::Null && !known.hasSeveralTypes;
   known.type = isFirst ? type : commonType(known.type, type);
   known.hasSeveralTypes = known.type == ValueType::Null;

@@ -12,12 +12,12 @@ namespace vsa_tools {
 
 class TypeCollector {
  public:
-  /// Adds the types of the nodes of a scene, with their inputs and the outputs that connections
-  /// name. An input that has values of several types gets the type that all of these convert to, or
-  /// no type.
+  /// Adds the types of the nodes of a scene, with their inputs and outputs. The outputs are those
+  /// that connections name. An input with values of several types gets the type that they all
+  /// convert to, or no type if there is none.
   void add(const vsa::SceneView& scene);
-  /// The types as JSON, sorted by name, in the form of docs/types.schema.json. Each byte that is
-  /// not valid UTF-8 becomes U+FFFD.
+  /// Returns the types as JSON in the form of docs/types.schema.json, sorted by name. Each byte
+  /// that is not valid UTF-8 becomes U+FFFD.
   std::string json() const;
 
  private:

@@ -1,4 +1,5 @@
-// Work on many items with several threads, whose results are consumed in the order of the items.
+// workInOrder(): several threads work on items, and their results are consumed in the order of the
+// items.
 #pragma once
 
 #include <condition_variable>
@@ -12,8 +13,9 @@
 
 namespace vsa_tools {
 
-/// Lets a worker wait until the results of all earlier items are consumed. A worker whose result is
-/// too large to be kept can then write the result itself.
+/// The turn of a worker. await() waits until the results of all earlier items are consumed. If the
+/// result of a worker is too large to be kept, the worker awaits its turn and writes the result
+/// itself.
 class Turn {
  public:
   virtual void await() = 0;
@@ -22,14 +24,14 @@ class Turn {
   ~Turn() = default;
 };
 
-/// The state that the workers and the consumer share. A worker takes the next item only if it is
-/// less than `window` items ahead of the consumer, so that few results wait in memory.
+/// The state that the workers and the consumer share. The consumer is at most `window` items behind
+/// the workers, so that few results are in memory: a worker waits before it takes a later item.
 template <class Result>
 class OrderedWork {
  public:
   OrderedWork(std::size_t count, std::size_t window) : count_(count), slots_(window) {}
 
-  /// Processes items until none is left.
+  /// Works on items until none is left.
   template <class Work>
   void work(const Work& function) {
     while (const std::optional<std::size_t> item = nextItem()) {
@@ -44,7 +46,8 @@ class OrderedWork {
     }
   }
 
-  /// Waits for the result of the next item. Throws what the work on the item threw.
+  /// Waits for the result of the next item and returns it. If the work on that item threw an
+  /// exception, throws that exception.
   Result take() {
     std::unique_lock lock(mutex_);
     Slot& slot = slots_[consumed_ % slots_.size()];
@@ -54,14 +57,14 @@ class OrderedWork {
     return std::move(*taken.value);
   }
 
-  /// Lets the workers continue after the result from take() was consumed.
+  /// Allows the workers to continue after the result of take() was consumed.
   void advance() {
     const std::lock_guard lock(mutex_);
     ++consumed_;
     if (waitingWorkers_ > 0) advanced_.notify_all();
   }
 
-  /// Ends the work: no worker begins another item, or waits for its turn.
+  /// Ends the work. After it, no worker begins another item or waits for its turn.
   void stop() {
     const std::lock_guard lock(mutex_);
     stopped_ = true;
@@ -100,7 +103,7 @@ class OrderedWork {
     if (item == consumed_) stored_.notify_one();
   }
 
-  // Lets a worker wait for advance() or stop().
+  // Makes a worker wait until `condition` is true. advance() and stop() make it test again.
   template <class Condition>
   void waitUntil(std::unique_lock<std::mutex>& lock, const Condition& condition) {
     ++waitingWorkers_;
@@ -109,23 +112,24 @@ class OrderedWork {
   }
 
   std::mutex mutex_;
-  std::condition_variable stored_;    // notifies the consumer when the next result is stored
-  std::condition_variable advanced_;  // notifies the workers that advance() or stop() was called
+  std::condition_variable stored_;    // tells the consumer that the next result is stored
+  std::condition_variable advanced_;  // tells the workers that advance() or stop() was called
   std::size_t waitingWorkers_ = 0;
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;
   bool stopped_ = false;
-  std::vector<Slot> slots_;  // items that are not consumed, at the index `item % size`
+  std::vector<Slot> slots_;  // the items that are not consumed: item n at n % size
 };
 
-/// The maximum number of results of a worker that wait for the results of earlier items. Small
-/// files take microseconds: with 4 results, workers wait for each other half of the time.
+/// The maximum number of results for each worker that are kept until the results of earlier items
+/// are consumed. Work on a small file takes microseconds. With 4 results, workers wait half of the
+/// time.
 inline constexpr std::size_t WAITING_RESULTS = 16;
 
-/// Calls `work(item, turn)` for the items from 0 up to `count` on `workers` threads, and
-/// `consume(item, result)` for each result, in order, on the calling thread. Ends early when
-/// `consume` returns false. With one worker, `work` is also called on the calling thread. Throws
-/// what `work` or `consume` throws, after the threads have ended.
+/// Calls `work(item, turn)` on `workers` threads for the items from 0 (inclusive) to `count`
+/// (exclusive). Calls `consume(item, result)` on the calling thread for the results in their order.
+/// With one worker, calls `work` on the calling thread, too. Ends early if `consume` returns false.
+/// If `work` or `consume` throws an exception, throws it after the threads have ended.
 template <class Work, class Consume>
 void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
   struct NoTurn final : Turn {

@@ -53,7 +53,7 @@ void Progress::hide() {
   if (isShown_) erase();
 }
 
-// Erases the line: a carriage return, then CSI K, which erases to the end of the line (ECMA-48).
+// Erases the line. After a carriage return, CSI K erases to the end of the line (ECMA-48).
 void Progress::erase() {
   std::fputs("\r\x1B[K", stream_);
   std::fflush(stream_);

@@ -1,4 +1,4 @@
-// A progress line on standard error, for a person at a terminal.
+// Progress: shows a progress line on standard error, for a person at a terminal.
 #pragma once
 
 #include <chrono>
@@ -9,37 +9,38 @@
 
 namespace vsa_tools {
 
-/// Shows the progress of a command, on a terminal only, and only after a delay. The destructor
-/// removes the line. All functions may be called by several threads.
+/// Shows the progress of a command after a delay, and only on a terminal. The destructor removes
+/// the line. Several threads may call all functions.
 class Progress {
  public:
   using Clock = std::chrono::steady_clock;
 
-  /// `what` begins the line: "checking". Shows nothing if standard error is not a terminal.
+  /// The line begins with `what`, such as "checking". Shows nothing if standard error is no
+  /// terminal.
   explicit Progress(std::string what);
-  /// Shows the line on another stream, which need not be a terminal.
+  /// Shows the line on another stream, even if that stream is not a terminal.
   Progress(std::string what, std::FILE* stream, Clock::duration delay);
   ~Progress();
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  /// Shows that `done` of `total` steps are done, at most ten times a second.
+  /// Shows that `done` of `total` steps are done. Changes the line at most ten times a second.
   void update(std::uint64_t done, std::uint64_t total);
-  /// Removes the line until the next update. Call it before anything else is printed.
+  /// Removes the line until the next update. Must be called before anything else is printed.
   void hide();
 
  private:
   void erase();
 
   std::string what_;
-  std::FILE* stream_;  // the output; null if nothing is to be shown
+  std::FILE* stream_;  // the output; null if nothing is shown
   Clock::time_point next_;
   bool isShown_ = false;
   std::mutex mutex_;
 };
 
-/// The text of a progress line: "checking [#####               ]  25 %". A total of 0 counts as
-/// done.
+/// Returns the text of a progress line: "checking [#####               ]  25 %". If `total` is 0,
+/// the line shows 100 %.
 std::string progressLine(const std::string& what, std::uint64_t done, std::uint64_t total);
 
 }  // namespace vsa_tools

@@ -27,8 +27,8 @@ bool isErrorOutputWritten() {
 void reserveStandardDescriptors() {
   for (int descriptor = STDIN_FILENO; descriptor <= STDERR_FILENO; ++descriptor) {
     const bool isClosed = ::fcntl(descriptor, F_GETFD) < 0 && errno == EBADF;
-    // The null device is opened for the wrong direction, so that reading or writing fails. open()
-    // returns the lowest free descriptor, which is `descriptor`.
+    // open() returns the lowest free descriptor, which is `descriptor`. The null device is opened
+    // for the wrong direction, so that reading or writing fails.
     if (isClosed) ::open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
   }
 }

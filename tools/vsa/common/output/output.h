@@ -1,5 +1,5 @@
-// What commands write: lines on standard error, and whether standard output and standard error
-// could be written.
+// Functions for the output of commands: they write lines to standard error, and check whether
+// everything was written.
 #pragma once
 
 #include <cstdint>
@@ -8,17 +8,17 @@
 
 namespace vsa_tools {
 
-/// Writes one line, of any length, to standard error. `line` is escaped and has no line end.
+/// Writes one line of any length to standard error. `line` must be escaped and have no line end.
 void printLine(std::string_view line);
 
-/// Prints that a file has more diagnostics than were printed.
+/// Prints that `count` more diagnostics of a file were not printed.
 void printNotPrinted(std::string_view file, std::uint64_t count);
 
-/// Whether everything that was printed to standard error was written.
+/// Returns whether everything that was printed to standard error was written.
 bool isErrorOutputWritten();
 
-/// Opens the null device in place of each of the descriptors 0 to 2 that is closed, so that no
-/// other file gets that descriptor. Reading from 0 and writing to 1 and 2 then fail.
+/// Opens the null device for each descriptor from 0 to 2 that is closed, so that no other file gets
+/// that descriptor. Reading from such a descriptor 0 fails, and so does writing to 1 or 2.
 void reserveStandardDescriptors();
 
 }  // namespace vsa_tools

@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t HEAD_BYTES = 120;
 constexpr std::size_t TAIL_BYTES = 60;
 
-// The nearest position at or before `at` where a character begins.
+// Returns the nearest offset at or before `at` at which a character begins.
 std::size_t characterBegin(std::string_view text, std::size_t at) {
   constexpr std::size_t MAX_TRAIL_BYTES = 3;
   for (std::size_t back = 0; back <= MAX_TRAIL_BYTES && back <= at; ++back) {
@@ -22,7 +22,7 @@ std::size_t characterBegin(std::string_view text, std::size_t at) {
   return at;
 }
 
-// The message that results from the format and the shortened arguments. A conversion is "%", an
+// Returns the message for a format and shortened arguments. A conversion in the format is "%", an
 // optional "ll" and a letter.
 std::string formatted(std::string_view format, const std::vector<std::string>& arguments) {
   std::string result;

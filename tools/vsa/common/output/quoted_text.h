@@ -1,5 +1,5 @@
-// Shortening of the names and values that messages quote: the library quotes them in full, at any
-// length.
+// Functions that shorten the names and values in messages. The library puts names and values of any
+// length into messages.
 #pragma once
 
 #include <cstddef>
@@ -10,15 +10,16 @@
 
 namespace vsa_tools {
 
-/// Quoted parts up to this length are printed in full.
+/// The maximum number of bytes of a name or value that is printed without being shortened.
 inline constexpr std::size_t MAX_QUOTED_BYTES = 200;
 
-/// `text`, or its beginning and its end with the number of bytes left out between them: "aaaa[...
-/// 1840 bytes ...]aaaa". UTF-8 characters are not split.
+/// Returns `text`, shortened if it is longer than MAX_QUOTED_BYTES. The beginning and the end
+/// remain, with the number of omitted bytes between them: "aaaa[... 1840 bytes ...]aaaa". No UTF-8
+/// character is split.
 std::string shortened(std::string_view text);
 
-/// The message with each of its arguments shortened. A message that is not in the table of
-/// diagnostics, or that comes without its arguments, is shortened as a whole.
+/// Returns the message of a diagnostic with each argument shortened. If the message has no
+/// arguments or is not in the table of diagnostics, it is shortened as a whole.
 std::string withShortQuotes(const vsa::Diagnostic& diagnostic);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// Standard output of the commands that print text.
+// Functions of commands that print text to standard output.
 #pragma once
 
 #include <string_view>
@@ -11,7 +11,7 @@ namespace vsa_tools {
 /// written, prints an error to standard error and returns EXIT_USAGE.
 int printText(std::string_view text);
 
-/// Does the same for the buffered text of `out`, which writes to standard output.
+/// Flushes `out`, which writes to standard output. Returns and prints the same as printText().
 int finish(TextOutput& out);
 
 }  // namespace vsa_tools

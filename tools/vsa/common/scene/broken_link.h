@@ -1,12 +1,12 @@
-// Diagnostics about links that could not be made.
+// Diagnostics about links that could not be resolved.
 #pragma once
 
 #include <vsa/reading/read_diagnostic.h>
 
 namespace vsa_tools {
 
-/// Whether a diagnostic reports a link that was not made: to a node or an output that does not
-/// exist, or from an input of another type.
+/// Returns whether a diagnostic reports a link that was not made. Its node or output does not
+/// exist, or its input has another type.
 inline bool isBrokenLink(vsa::DiagnosticId id) {
   using vsa::DiagnosticId;
   return id == DiagnosticId::NoNodeToConnect || id == DiagnosticId::NoNodeToAssign ||

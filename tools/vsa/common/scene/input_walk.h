@@ -1,6 +1,6 @@
-// The traversal of scenes that all commands use: the inputs of each node with their elements and
-// members, depth first, with their paths. It does not recurse, so nested inputs need no more stack
-// than flat ones, and it extends one path instead of creating one for each input.
+// The traversal of the inputs of a node, with their elements and members, depth first. All commands
+// use it. It does not recurse, so it needs no more stack for nested inputs than for flat ones. It
+// extends one path instead of creating a path for each input.
 #pragma once
 
 #include <charconv>
@@ -14,30 +14,30 @@
 
 namespace vsa_tools {
 
-/// An input, and its place in the node.
+/// An input and its place in the node.
 struct InputPlace {
   vsa::InputView input;
-  /// The path without the node: "bones[2].at". Valid during the call.
+  /// The path without the node, such as "bones[2].at". Valid during the call.
   std::string_view path;
-  /// The number of arrays and objects around the input.
+  /// The number of arrays and objects that contain the input.
   std::size_t depth;
-  /// The index among the inputs of the node, the elements or the members.
+  /// The index of the input among the inputs of its node, array or object.
   std::uint64_t index;
   bool isElement;
 };
 
-/// The number of elements of an array or members of an object; 0 for other types.
+/// Returns the number of elements of an array or of members of an object; 0 for other types.
 inline std::uint64_t childCount(vsa::InputView input) {
   if (input.type() == vsa::ValueType::Array) return input.elements().size();
   return input.type() == vsa::ValueType::Object ? input.members().size() : 0;
 }
 
-/// The element or member at `index`.
+/// Returns the element or member at `index`.
 inline vsa::InputView childAt(vsa::InputView input, std::uint64_t index) {
   return input.type() == vsa::ValueType::Array ? input[index] : input.members()[index];
 }
 
-/// Appends ".name" or "[index]"; the first name of a path has no period.
+/// Appends ".name" or "[index]" to the path. The first name of a path has no period.
 inline void appendStep(std::string& path, std::string_view name, std::uint64_t index,
                        bool isElement) {
   if (!isElement) {
@@ -51,12 +51,12 @@ inline void appendStep(std::string& path, std::string_view name, std::uint64_t i
   path += ']';
 }
 
-/// Calls `visit(const InputPlace&)` for each input of the node, and for the elements and members of
-/// an array or object after it, unless `visit` returned false for it.
+/// Calls `visit(const InputPlace&)` for each input of the node. After an array or object, calls it
+/// for the elements or members, but not if `visit` returned false for the array or object.
 template <class Visit>
 void walkInputs(vsa::NodeView node, Visit visit) {
   struct Frame {
-    vsa::InputView parent;  // a missing input if the inputs are those of the node
+    vsa::InputView parent;  // a missing input for the inputs of the node itself
     std::uint64_t next, end;
     std::size_t pathLength;
   };

@@ -5,8 +5,8 @@
 
 namespace vsa_tools {
 
-// After a mismatch, only the last "*" is tried again, with one more character. One more character
-// for an earlier "*" could only move the place where the last "*" begins to match.
+// Matches from left to right. After a mismatch, the last "*" is matched with one more character. It
+// is not necessary to try more characters for an earlier "*": the last "*" would only begin later.
 bool matchesPattern(std::string_view pattern, std::string_view text) {
   std::size_t inPattern = 0, inText = 0;
   std::size_t afterStar = std::string_view::npos, starText = 0;

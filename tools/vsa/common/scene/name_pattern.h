@@ -7,12 +7,12 @@
 
 namespace vsa_tools {
 
-/// Whether `pattern` matches the whole text. "*" matches any characters, including none, and "?"
-/// one byte; every other character matches itself. Takes at most time proportional to the product
-/// of the lengths, and no memory.
+/// Returns whether `pattern` matches the whole text. "*" matches any number of characters, and "?"
+/// one byte. Every other character matches itself. The time is at most proportional to the product
+/// of both lengths. Needs no memory.
 bool matchesPattern(std::string_view pattern, std::string_view text);
 
-/// Whether one of the patterns matches.
+/// Returns whether at least one of the patterns matches the whole text.
 bool matchesAny(const std::vector<std::string>& patterns, std::string_view text);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// The links of a node, and the index of a node in its scene.
+// Functions about the links of a node, and about its slot.
 #pragma once
 
 #include <cstddef>
@@ -8,7 +8,8 @@
 
 namespace vsa_tools {
 
-/// The index of a node among all that its scene has created: below slotCount().
+/// Returns the slot of a node: its index among all nodes that the scene has created, less than
+/// slotCount().
 inline std::size_t slotOf(vsa::NodeView node) {
   return static_cast<std::size_t>(node.plain()->slot());
 }

@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t KEPT_MESSAGE_BYTES = std::size_t{1} << 20;
 
-/// Reads one file and collects its messages.
+/// Reads one file and collects the messages about it.
 class Reading {
  public:
   Reading(const std::string& name, const ReadArguments& arguments, const ReadingProgress& progress)
@@ -75,7 +75,7 @@ class Reading {
     file_.messages += diagnosticLine(file_.name, position, level, text) + '\n';
   }
 
-  /// Adds the reason why the reading ended, if no diagnostic contains it.
+  /// Adds the reason why the reading ended if no diagnostic contains that reason.
   void addEnd() {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;

@@ -10,35 +10,36 @@
 
 namespace vsa_tools {
 
-/// A file that was read, or the part of it that could be read.
+/// The scene of a file, as far as it could be read.
 struct SceneFile {
-  /// The name for messages: "<stdin>" for "-".
+  /// The name to show in messages: "<stdin>" for "-".
   std::string name;
-  /// The result of the reading. It contains no diagnostics, because they are in `messages`.
+  /// The result of the reading, without diagnostics: these are in `messages`.
   vsa::ReadResult result;
-  /// The lines for standard error, escaped by printable(), in the order in which they were found.
-  /// Lines beyond the maximum that the arguments set, or beyond 1 MiB in total, are left out. The
-  /// last line has the number of the lines left out.
+  /// The lines for standard error in the order of their problems, escaped by printable(). Their
+  /// number is limited by the arguments, and their total size to 1 MiB. If lines are omitted, the
+  /// last line has the number of the omitted lines.
   std::string messages;
-  /// Links that could not be made: to a node or an output that does not exist, or from an input of
-  /// another type.
+  /// The number of links that were not made: their node or output does not exist, or their input
+  /// has another type.
   std::uint64_t brokenLinks = 0;
   double seconds = 0;
-  /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (a file that cannot be opened) or EXIT_INTERRUPTED.
+  /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (the file cannot be opened) or EXIT_INTERRUPTED.
   int exitStatus = 0;
 };
 
-/// Called on the thread that reads, with the number of bytes read and the size of the file.
+/// A function that is called during the reading, on the same thread. `done` is the number of bytes
+/// that were read, and `total` the size of the file.
 using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
-/// Reads the file within the limits of the arguments; "-" is standard input. Ctrl-C ends the
-/// reading if the command has an InterruptScope. May be called by several threads. Bytes that end
-/// or damage the text without an error of the reader (a NUL, another encoding) are reported as `vsa
-/// check` reports them. Throws std::bad_alloc only.
+/// Reads the file `name` within the limits of the arguments. "-" is standard input. If the command
+/// has an InterruptScope, Ctrl-C ends the reading. Several threads may call the function. A NUL
+/// byte or another encoding may damage the text without an error of the reader. It is reported as
+/// `vsa check` reports it. Throws only std::bad_alloc.
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {},
                         const ReadingProgress& onProgress = {});
 
-/// Like readSceneFile(), but shows a progress line and prints the messages to standard error.
+/// Calls readSceneFile(), shows a progress line, and prints the messages to standard error.
 SceneFile readAndReport(const std::string& name, const ReadArguments& arguments = {});
 
 }  // namespace vsa_tools

@@ -33,7 +33,7 @@ std::string numberText(Number number) {
   }
 }
 
-/// A Real has a decimal point, which distinguishes it from an Int.
+/// Returns a Real with a decimal point, which distinguishes it from an Int.
 std::string pointedReal(double number) {
   std::string text = numberText(number);
   if (text.find_first_of(".nae") == std::string::npos) text += ".0";
@@ -44,7 +44,8 @@ std::string quoted(std::string_view text) {
   return '"' + shortText(text) + '"';
 }
 
-/// `count` numbers, separated by blanks; an ellipsis for those beyond SHOWN_NUMBERS.
+/// Returns `count` numbers with blanks between them. Numbers beyond SHOWN_NUMBERS are replaced by
+/// an ellipsis.
 template <class NumberAt>
 std::string numberList(std::uint64_t count, NumberAt numberAt) {
   std::string text;
@@ -61,7 +62,8 @@ std::string tupleText(vsa::InputView input) {
          numberList(components.size(), [&](auto i) { return numberText(components[i]); }) + ')';
 }
 
-/// The number at `index` among all numbers of the buffer; empty for elements without numbers.
+/// Returns the number at `index`, which counts all numbers of the buffer. Returns an empty text if
+/// the elements have no numbers.
 std::string bufferNumber(const vsa::BufferView& buffer, std::uint64_t index) {
   std::string text;
   zn::korvo_sdk::visitComponent(
@@ -90,7 +92,8 @@ bool hasChildren(vsa::ValueType type) {
   return type == vsa::ValueType::Array || type == vsa::ValueType::Object;
 }
 
-/// The value of an array element, or the source of its connection if it has one.
+/// Returns the source of an array element that has a connection, and the value of any other
+/// element.
 std::string elementText(vsa::InputView element) {
   const std::string source = shortConnection(element);
   return source.empty() ? shortValue(element) : source;
@@ -98,7 +101,7 @@ std::string elementText(vsa::InputView element) {
 
 std::string arrayText(vsa::InputView array) {
   const std::uint64_t count = array.elements().size();
-  // An array that has had only links has no element type.
+  // An array has no element type if it has had only links.
   const bool hasType = array.elementType() != vsa::ValueType::Null;
   const std::string type = hasType ? lowerCase(vsa::typeName(array.elementType())) : "node";
   std::string text = type + '[' + std::to_string(count) + ']';
@@ -122,8 +125,8 @@ std::string nodeText(vsa::InputView input) {
 std::string shortText(std::string_view text, std::size_t capacity) {
   std::string shown;
   std::size_t characters = 0;
-  // A character has at most 4 bytes, so this part contains at least `capacity` characters, unless
-  // the text is shorter.
+  // A character has at most 4 bytes. Therefore this part has at least `capacity` characters, or it
+  // is the whole text.
   std::string_view part = text.substr(0, std::min(text.size(), 4 * capacity));
   const auto add = [&](std::string_view bytes) {
     if (characters++ < capacity) shown += printable(bytes);

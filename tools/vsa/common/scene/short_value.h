@@ -1,4 +1,5 @@
-// Values as short text for people, in the notation of the format; long lists are shortened.
+// Functions that return values as short text for people, in the notation of the format. Long lists
+// are shortened.
 #pragma once
 
 #include <cstddef>
@@ -10,19 +11,20 @@
 
 namespace vsa_tools {
 
-/// At most `capacity` characters of `text`, escaped by printable(), then "..." if `text` was
-/// longer. Reads only the part of the text that it returns.
+/// Returns the first characters of `text`, at most `capacity`, escaped by printable(). "..."
+/// follows if `text` is longer. Reads no more of the text than it returns.
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
-/// The value of an input on one line: `2.5`, `"red"`, `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 ...`,
-/// `real[3] 1.0 2.0 3.0`, `{4 members}`, or the name of the node that it refers to. Safe for
-/// terminals.
+/// Returns the value of an input on one line, escaped for terminals: `2.5`, `"red"`, `vec3(0 1 2)`,
+/// `vec3f[24049] 0.1 0.9 ...`, `real[3] 1.0 2.0 3.0` or `{4 members}`. A reference is the name of
+/// its node.
 std::string shortValue(vsa::InputView input);
 
-/// The output that the input is connected to: `dusk.outColor`; empty if it has no connection.
+/// Returns the output that the input is connected to, such as `dusk.outColor`. Returns an empty
+/// text if the input has no connection.
 std::string shortConnection(vsa::InputView input);
 
-/// The numbers of the buffer's element at `index`: `0.1`, or `(0 1 2)` for an element of several
+/// Returns the element of the buffer at `index`: `0.1`, or `(0 1 2)` if an element has several
 /// numbers.
 std::string shortElement(const vsa::BufferView& buffer, std::uint64_t index);
 

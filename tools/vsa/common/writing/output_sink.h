@@ -1,4 +1,4 @@
-// Standard output as the sink of a text.
+// OutputSink: a sink that writes to standard output.
 #pragma once
 
 #include <string>
@@ -13,7 +13,7 @@ class OutputSink final : public vsa::Sink {
  public:
   OutputSink();
   bool write(std::string_view text) override;
-  /// False if the output cannot be written.
+  /// Writes the remaining text. Returns false if the output cannot be written.
   bool flush();
   std::string error() const override { return problem_; }
 
@@ -24,7 +24,7 @@ class OutputSink final : public vsa::Sink {
   std::string problem_;
 };
 
-/// `text` with terminal control characters escaped, except line feeds.
+/// Returns `text` with all terminal control characters escaped except line feeds.
 std::string safeLines(std::string_view text);
 
 }  // namespace vsa_tools

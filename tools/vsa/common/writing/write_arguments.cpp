@@ -23,7 +23,7 @@ vsa::WriteResult writeToOutput(const vsa::Scene& scene, const vsa::WriteOptions&
   return result;
 }
 
-/// Prints what the text cannot represent, one problem a line.
+/// Prints which parts of the scene the text cannot represent, one problem a line.
 void printProblems(const std::string& name, const vsa::WriteResult& result) {
   const char* const level = result.isWritten() ? "warning" : "error";
   for (const vsa::WriteProblem& problem : result.problems) {

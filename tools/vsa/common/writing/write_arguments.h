@@ -12,14 +12,14 @@ namespace vsa_tools {
 class WriteArguments {
  public:
   /// Adds -o, --compress, --expand, --full-paths, --by-name, --links-last, --width, --numbers,
-  /// --no-header and --lossy. The parser of the command line fills the members, so the object must
-  /// not move.
+  /// --no-header and --lossy. The object must not move after that, because the parser of the
+  /// command line stores values in its members.
   void addTo(CommandOptions& options);
 
   vsa::WriteOptions options() const;
 
-  /// Writes the scene to the output. Prints what the text cannot represent, with `name` as the file
-  /// name, and why the text cannot be written. Returns the exit status.
+  /// Writes the scene to the output file. Prints which parts the text cannot represent, or why the
+  /// text cannot be written. `name` is the file name in these messages. Returns the exit status.
   int write(const vsa::Scene& scene, const std::string& name) const;
 
  private:

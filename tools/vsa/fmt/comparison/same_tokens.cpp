@@ -10,12 +10,13 @@ namespace vsa_tools {
 
 namespace {
 
-/// The tokens of a text as bytes: kind, text, NUL. A list has only its elements and separators.
+/// The tokens of a text as bytes: the text of each token, a NUL, and the kind. The text of a list
+/// is its elements, each after a blank.
 class TokenBytes {
  public:
   explicit TokenBytes(vsa::SyntaxReader& reader) : reader_(reader) {}
 
-  /// The bytes that are not consumed yet: at least one unless the text has ended.
+  /// Returns the bytes that are not consumed yet. They are empty only at the end of the text.
   std::string_view bytes() {
     constexpr std::size_t BLOCK_BYTES = 64 << 10;
     if (taken_ == bytes_.size()) {
@@ -56,8 +57,8 @@ class TokenBytes {
     appendParts(text.substr(begin + plain.size()));
   }
 
-  // A number is written with a blank before it and without its separator, so the numbers need at
-  // most one byte more than they have in the list.
+  // Appends numbers, each after a blank and without the separator that follows it. Therefore they
+  // need at most one byte more than in the list.
   void appendNumbers(std::string_view numbers) {
     const std::size_t size = bytes_.size();
     bytes_.resize(size + numbers.size() + 1);

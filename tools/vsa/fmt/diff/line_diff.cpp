@@ -1,5 +1,4 @@
-// printDiff: reads both files for the hashes of their lines, and again for the lines that it
-// prints.
+// printDiff(): reads both files once to hash their lines, and reads the lines that it prints again.
 #include "tools/vsa/fmt/diff/line_diff.h"
 
 #include <unistd.h>
@@ -13,7 +12,7 @@ namespace {
 
 constexpr std::size_t CONTEXT_LINES = 3;
 
-/// The hash and the place of each line of a file.
+/// The hashes and the ends of the lines of a file.
 class Lines {
  public:
   explicit Lines(int file) : file_(file) {
@@ -37,7 +36,7 @@ class Lines {
   std::size_t count() const { return hashes_.size(); }
   bool lacksFeed(std::size_t line) const { return !endsWithFeed_ && line + 1 == count(); }
 
-  /// The text of a line without its line feed.
+  /// Returns the text of a line without its line feed.
   std::string text(std::size_t line) const {
     const std::uint64_t begin = line == 0 ? 0 : ends_[line - 1];
     std::string text(static_cast<std::size_t>(ends_[line] - begin), '\0');
@@ -73,7 +72,8 @@ class Lines {
   bool endsWithFeed_ = true;
 };
 
-/// The lines from `a` up to `aEnd` become those from `b` up to `bEnd`.
+/// A change: the lines of the first file from `a` to `aEnd` are replaced by the lines of the second
+/// file from `b` to `bEnd`. Both ends are exclusive.
 struct Change {
   std::size_t a, aEnd, b, bEnd;
 };
@@ -93,8 +93,8 @@ std::vector<Change> changesOf(const Lines& a, const Lines& b) {
   return changes;
 }
 
-/// A range of lines in the unified format: "4,7" for seven lines from line 4 on, "4" for one line,
-/// "3,0" for none after line 3.
+/// Returns a range of lines in the unified format. "4,7" means seven lines from line 4 on, "4" one
+/// line, and "3,0" no line after line 3.
 std::string rangeText(std::size_t begin, std::size_t end) {
   const std::size_t count = end - begin;
   const std::string first = std::to_string(count == 0 ? begin : begin + 1);
@@ -106,7 +106,7 @@ class DiffPrinter {
   using Put = std::function<void(std::string_view)>;
   DiffPrinter(const Lines& a, const Lines& b, const Put& put) : a_(a), b_(b), put_(put) {}
 
-  /// Prints changes whose lines of context meet as one hunk.
+  /// Prints changes in hunks. Changes are in one hunk if their lines of context overlap or touch.
   void print(const std::vector<Change>& changes) {
     for (std::size_t i = 0; i < changes.size();) {
       std::size_t end = i + 1;

@@ -1,4 +1,4 @@
-// The difference of two texts by lines, in the unified format.
+// Computes and prints the difference of two texts, line by line, in the unified format.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +10,7 @@
 
 namespace vsa_tools {
 
-/// Lines of `a` and `b` that are the same: `count` lines from the indices on.
+/// A range of lines that `a` and `b` have in common: `count` lines from the indices `a` and `b` on.
 struct MatchedLines {
   std::size_t a = 0;
   std::size_t b = 0;
@@ -19,16 +19,16 @@ struct MatchedLines {
   friend bool operator==(const MatchedLines&, const MatchedLines&) = default;
 };
 
-/// Matches two sequences of lines, given as hashes, and returns the matches in order: first the
-/// equal lines at both ends, then the lines that both have exactly once (Cohen, "patience diff"),
-/// and the same again between these. Takes n log n steps. The number of changes is not always
-/// minimal.
+/// Returns the ranges of lines that two texts have in common, in order. `a` and `b` are the hashes
+/// of their lines. First, equal lines at both ends are matched, then the lines that occur exactly
+/// once in each text (Cohen, "patience diff"). Then the same is done between these lines. Takes n
+/// log n steps. The number of changes is not always minimal.
 std::vector<MatchedLines> matchLines(const std::vector<std::uint64_t>& a,
                                      const std::vector<std::uint64_t>& b);
 
-/// Prints the difference of the files that are open as `a` and `b`, with three lines around each
-/// change; nothing if they are the same. Needs 16 bytes of memory for each line. `put` receives one
-/// line after another, without its line feed.
+/// Prints the difference of the files with the descriptors `a` and `b`, with three lines around
+/// each change. Prints nothing if the files are the same. Needs 16 bytes of memory for each line.
+/// `put` receives each printed line without its line feed.
 void printDiff(int a, int b, const std::string& nameA, const std::string& nameB,
                const std::function<void(std::string_view)>& put);
 

@@ -11,7 +11,7 @@ namespace {
 
 using Hashes = std::vector<std::uint64_t>;
 
-/// A range of lines in each text.
+/// A range of lines in each text. `aEnd` and `bEnd` are exclusive.
 struct Area {
   std::size_t a, aEnd, b, bEnd;
 };
@@ -26,7 +26,7 @@ class LineMatcher {
   }
 
  private:
-  // Parts that are nested deeper count as changed completely.
+  // The maximum depth of the recursion. Deeper areas count as completely changed.
   static constexpr int MAX_DEPTH = 64;
 
   void match(Area area, int depth) {
@@ -64,7 +64,8 @@ class LineMatcher {
     if (anchors.empty()) return;
     std::size_t a = area.a, b = area.b;
     for (const MatchedLines& anchor : anchors) {
-      if (anchor.a < a || anchor.b < b) continue;  // matched already, after the previous anchor
+      // already matched by the lines after an earlier anchor
+      if (anchor.a < a || anchor.b < b) continue;
       match({a, anchor.a, b, anchor.b}, depth + 1);
       const std::size_t count = sameAtBegin({anchor.a, area.aEnd, anchor.b, area.bEnd});
       add({anchor.a, anchor.b, count});
@@ -74,7 +75,7 @@ class LineMatcher {
     match({a, area.aEnd, b, area.bEnd}, depth + 1);
   }
 
-  /// The lines that both texts have exactly once, in the order of `b`.
+  /// Returns the lines that occur exactly once in each text, in the order of `b`.
   std::vector<MatchedLines> uniqueLines(const Area& area) const {
     struct Places {
       std::size_t inA = 0, inB = 0, a = 0;
@@ -98,10 +99,11 @@ class LineMatcher {
     return unique;
   }
 
-  /// The longest subsequence of `lines` that is also in the order of `a` (patience sorting).
+  /// Returns the longest subsequence of `lines` that is also in the order of `a` (patience
+  /// sorting).
   static std::vector<MatchedLines> longestIncreasing(const std::vector<MatchedLines>& lines) {
     constexpr std::size_t NONE = static_cast<std::size_t>(-1);
-    std::vector<std::size_t> tops;  // the index of the last line of each pile
+    std::vector<std::size_t> tops;  // the index of the last line in each pile
     std::vector<std::size_t> before(lines.size(), NONE);
     for (std::size_t i = 0; i < lines.size(); ++i) {
       const auto pile =

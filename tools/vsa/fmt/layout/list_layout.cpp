@@ -11,9 +11,10 @@ namespace vsa_tools {
 
 namespace {
 
-// A longer number is written while it is read, because a compressed buffer is a single number.
+// The maximum size of a number that is kept in memory. A longer one is written while it is read,
+// because a compressed buffer is a single number.
 constexpr std::size_t MAX_NUMBER_BYTES = 16 << 10;
-// A matrix with a longer number is not aligned.
+// The maximum size of a number in an aligned matrix.
 constexpr std::size_t MAX_CELL_BYTES = 64;
 
 std::string lowerCase(std::string_view text) {
@@ -95,8 +96,8 @@ void ListLayout::addNumbers(std::string_view numbers) {
   });
 }
 
-// Writes a long number as far as it is known. The first number of a list stays in the line of the
-// bracket.
+// Writes the known part of a long number. If it is the first number of the list, it stays in the
+// line of the bracket.
 void ListLayout::spill() {
   if (!isSpilled_) {
     if (count_ > 0) {
@@ -105,7 +106,8 @@ void ListLayout::spill() {
       out_.newLine(indent_ + 2);
     }
     isSpilled_ = true;
-    inLine_ = std::max<std::size_t>(shape_.numbersPerLine, 1);  // the next number begins a line
+    // makes the next number begin a line
+    inLine_ = std::max<std::size_t>(shape_.numbersPerLine, 1);
   }
   out_.put(number_);
   number_.clear();
@@ -129,8 +131,8 @@ inline void ListLayout::place(std::string_view number) {
   }
 }
 
-// There is never a line break before the first number. After the list, a bracket and a semicolon
-// must fit into the line.
+// Adds a number to the line of the statement if it fits. The bracket and semicolon after the list
+// must fit, too. The first number always stays in that line.
 void ListLayout::placeOnLine(std::string_view number) {
   const std::size_t width = out_.column() + line_.size() + 1 + number.size() + 2;
   if (count_ > 0 && (shape_.matrixRows > 0 || width > FORMATTED_WIDTH)) {
@@ -175,7 +177,7 @@ inline void ListLayout::placeInLines(std::string_view number) {
   ++inLine_;
 }
 
-// Writes the rows of a matrix, or of an incomplete matrix at the end of the list.
+// Writes the rows of a matrix. At the end of the list, the matrix may be incomplete.
 void ListLayout::putMatrix() {
   constexpr std::size_t MAX_COLUMNS = 4;
   std::array<std::size_t, MAX_COLUMNS> widths{};
@@ -197,7 +199,7 @@ void ListLayout::putMatrix() {
   cellCount_ = 0;
 }
 
-// A list of one number is never broken.
+// Ends the list. A list of one number stays in the line of the statement.
 void ListLayout::end(char close, bool blank) {
   const bool isShort = count_ == 0;
   if (isShort) {

@@ -1,4 +1,4 @@
-// A buffer for a vsa::Sink that tracks the column.
+// OutputBuffer: a buffer for a vsa::Sink, which counts columns.
 #pragma once
 
 #include <cstddef>
@@ -10,8 +10,8 @@
 
 namespace vsa_tools {
 
-/// Collects a text and writes it to the sink in blocks. After a failed write it discards
-/// everything.
+/// Collects a text and writes it to the sink in blocks. After a failed write, all further text is
+/// discarded.
 class OutputBuffer {
  public:
   explicit OutputBuffer(vsa::Sink& sink)
@@ -48,10 +48,10 @@ class OutputBuffer {
     column_ = indent;
   }
 
-  /// Bytes since the beginning of the line.
+  /// The number of bytes since the beginning of the line.
   std::size_t column() const { return column_; }
 
-  /// Writes the rest of the text to the sink. Returns false if a write has failed.
+  /// Writes the remaining text to the sink. Returns false if this or an earlier write has failed.
   bool flush() {
     write({block_.get(), static_cast<std::size_t>(at_ - block_.get())});
     at_ = block_.get();
@@ -74,7 +74,8 @@ class OutputBuffer {
     copyShort(text);
   }
 
-  // Most numbers and names are copied as two words of eight bytes, which may overlap.
+  // Copies a text, usually a number or a name. From 8 to 16 bytes are copied as two words of eight
+  // bytes, which may overlap.
   void copyShort(std::string_view text) {
     const std::size_t size = text.size();
     if (size >= 8 && size <= 16) {

@@ -11,7 +11,7 @@ using vsa::SyntaxKind;
 using vsa::SyntaxToken;
 
 constexpr std::size_t BLOCK_INDENT = 2;
-// A longer word is no keyword.
+// The maximum size of a keyword. Longer words are no keywords.
 constexpr std::size_t MAX_KEYWORD_BYTES = 16;
 
 }  // namespace
@@ -42,8 +42,9 @@ void TextLayout::beginToken(const SyntaxToken& token) {
   isInStatement_ = true;
 }
 
-// A comment after a statement stays in its line. Another comment in a block remains indented if it
-// is indented in the text. Several blank lines before a statement become one.
+// Begins the line of a statement or a comment. A comment in the line of a statement stays there. A
+// comment that is indented in the text is indented if the last statement was, too. Several blank
+// lines before a statement become one.
 void TextLayout::beginStatement(const SyntaxToken& token) {
   const bool isComment = token.kind == SyntaxKind::Comment;
   if (isComment && !isEmpty_ && token.lineFeedsBefore == 0 && last_ != SyntaxKind::Comment) {

@@ -1,4 +1,4 @@
-// The canonical layout of a text. docs/formatting.md describes it.
+// TextLayout: writes a text in the canonical layout, which docs/formatting.md describes.
 #pragma once
 
 #include <cstddef>
@@ -10,15 +10,15 @@
 
 namespace vsa_tools {
 
-/// Writes the tokens of a text, each as it is written, with the white space of the canonical layout
-/// between them. Lists get that layout too.
+/// Writes the tokens of a text unchanged, with the white space of the canonical layout between them
+/// and inside lists.
 class TextLayout {
  public:
   explicit TextLayout(vsa::Sink& sink) : out_(sink), list_(out_) {}
 
-  /// Processes the next token or the next piece of a token. EndOfText ends the text.
+  /// Writes the next token, or the next piece of a token. EndOfText ends the text.
   void put(const vsa::SyntaxToken& token);
-  /// Writes the remaining text. Returns false if a write has failed.
+  /// Writes the remaining text. Returns false if this or an earlier write has failed.
   bool flush() { return out_.flush(); }
 
  private:
@@ -34,16 +34,17 @@ class TextLayout {
   ListLayout list_;
   vsa::ListReader elements_;
   std::size_t indent_ = 0;      // the indentation of the statement
-  bool isInStatement_ = false;  // whether a token of the statement was written
+  bool isInStatement_ = false;  // whether a token of the current statement was written
   bool isInBlock_ = false;      // whether the last statement belongs to a block
-  bool isEmpty_ = true;         // whether nothing was written yet
+  bool isEmpty_ = true;         // whether nothing has been written
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;  // the kind of the last token
   char lastChar_ = 0;                                  // the last token if it is punctuation
   std::string word_;                                   // the last word, which may be a keyword
-  bool hasIndex_ = false;                              // whether brackets follow the last word
+  bool hasIndex_ = false;                              // whether brackets follow that word
 };
 
-/// Formats a text. Returns false if the sink has failed. Throws what the reader of a source throws.
+/// Formats a text. Returns false if the sink has failed. Throws what the source of the reader
+/// throws.
 bool formatText(vsa::SyntaxReader& reader, vsa::Sink& sink);
 
 }  // namespace vsa_tools

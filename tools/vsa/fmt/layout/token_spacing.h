@@ -1,23 +1,23 @@
-// Kinds of tokens, and where the canonical layout has a blank between two of them.
+// Functions that decide where the canonical layout has a blank between two tokens.
 #pragma once
 
 #include <vsa/syntax.h>
 
 namespace vsa_tools {
 
-/// Whether the token is a list: the white space in it is not kept.
+/// Returns whether the token is a list, in which white space is not kept.
 inline bool isList(vsa::SyntaxKind kind) {
   return kind == vsa::SyntaxKind::Parens || kind == vsa::SyntaxKind::Braces;
 }
 
-/// Whether two neighbouring tokens of such kinds need a blank between them, because they would
-/// merge without it.
+/// Returns whether tokens of this kind look like a word. Two of them need a blank between them,
+/// because they would be one token without it.
 inline bool isWordLike(vsa::SyntaxKind kind) {
   return kind >= vsa::SyntaxKind::Word && kind <= vsa::SyntaxKind::Comment;
 }
 
-/// Whether a blank separates `token` from the token before it, of kind `last`. `lastChar` is that
-/// token, if it is punctuation.
+/// Returns whether there is a blank between `token` and the token before it, which has the kind
+/// `last`. If that token is punctuation, `lastChar` is its character.
 inline bool needsBlank(vsa::SyntaxKind last, char lastChar, const vsa::SyntaxToken& token) {
   if (token.is('=')) return lastChar != '|';
   if (token.is('|') || lastChar == '=') return true;

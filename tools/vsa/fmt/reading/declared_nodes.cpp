@@ -15,7 +15,7 @@ std::uint64_t hashOf(std::string_view name) {
 
 }  // namespace
 
-// The slot of the hash, or an empty one. Uses linear probing.
+// Returns the index of the slot with that hash, or of an empty slot. Uses linear probing.
 std::size_t DeclaredNodes::find(std::uint64_t hash) const {
   const std::size_t mask = slots_.size() - 1;
   std::size_t at = (hash >> PART_BITS) & mask;
@@ -48,7 +48,7 @@ void DeclaredNodes::remove(std::string_view name) {
   slot &= ~PART_MASK;
 }
 
-// The last part that declared the node; 0 if the node is not declared.
+// Returns the number of the last part that declared the node, or 0 if the node is not declared.
 std::uint64_t DeclaredNodes::partOf(std::string_view name) const {
   return slots_[find(hashOf(name))] & PART_MASK;
 }

@@ -1,4 +1,4 @@
-// The nodes that a text has declared so far, for a text that is read in parts.
+// DeclaredNodes: the nodes that a text has declared so far. The text is read in parts.
 #pragma once
 
 #include <cstddef>
@@ -8,24 +8,25 @@
 
 namespace vsa_tools {
 
-/// Stores 8 bytes for each name, a hash and the last part that declared it, in a table of at most
-/// 64 MB. Names that do not fit, beyond some six million, are not stored.
+/// A table of at most 64 MB with the declared nodes. It stores 8 bytes for each name: a hash, and
+/// the number of the last part that declared the node. When the table is full, after some six
+/// million names, further names are not stored.
 class DeclaredNodes {
  public:
-  /// Begins the next part, in which no node is declared yet.
+  /// Begins the next part. No node is declared in it yet.
   void beginPart() { ++part_; }
   void declare(std::string_view name);
   void remove(std::string_view name);
   /// Whether the node was declared in any part.
   bool isDeclared(std::string_view name) const { return partOf(name) != 0; }
-  /// Whether the node was declared in an earlier part, and not in this one.
+  /// Whether the node was declared in an earlier part, but not in the current one.
   bool isOfEarlierPart(std::string_view name) const {
     return isDeclared(name) && partOf(name) != part_;
   }
 
  private:
-  // A slot is 0 if it is empty. Otherwise its low bits are the number of the part, which is 0 if
-  // the node was removed, and its other bits are those of the hash.
+  // A slot of the table is 0 if it is empty. Otherwise its low bits are the number of the part, or
+  // 0 if the node was removed, and its high bits are those of the hash.
   static constexpr int PART_BITS = 20;
   static constexpr std::uint64_t PART_MASK = (std::uint64_t{1} << PART_BITS) - 1;
 

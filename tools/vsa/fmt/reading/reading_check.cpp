@@ -6,7 +6,7 @@ namespace vsa_tools {
 
 namespace {
 
-// A type that no node has: a reading that keeps only nodes of this type checks everything and
+// A type that no node has. A reading that keeps only nodes of this type checks the whole text but
 // stores no values.
 constexpr char NO_TYPE[] = "?";
 
@@ -16,7 +16,8 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
                           std::uint64_t partBytes) {
   vsa::ReadOptions options = arguments.options();
   options.keptDiagnostics = 0;
-  // The limit applies to the original text, and the reader gets a changed one.
+  // The limit is tested here, because it is about the original text and the reader receives a
+  // changed text.
   if (text.size().value_or(0) > options.limits.textBytes) return {};
   options.limits.textBytes = vsa::UNLIMITED;
   ShortListSource source(text, partBytes);

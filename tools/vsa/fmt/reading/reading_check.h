@@ -1,4 +1,4 @@
-// Whether a text can be read, and the result.
+// Reads a text, and returns what two texts with the same scene have in common.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace vsa_tools {
 
-/// The result of a reading. Texts with the same tokens have equal results.
+/// The result of a reading: what it counted. Texts with the same tokens have equal results.
 struct ReadingCheck {
   bool isComplete = false;
   std::uint64_t nodes = 0;
@@ -24,14 +24,14 @@ struct ReadingCheck {
   bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text as ShortListSource delivers it, which needs little memory. The result is not
-/// complete if the text has several parts and one changes a node of an earlier part. Only a reading
-/// of the whole text then shows whether it has a mistake.
+/// Reads a text through a ShortListSource, which needs little memory. If the text has several parts
+/// and a part changes a node of an earlier one, the result is not complete. Only a reading of the
+/// whole text then shows whether the text has a mistake.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
                           std::uint64_t partBytes = ShortListSource::PART_BYTES);
 
-/// Reads `text` as it is. Returns the diagnostics that ended the reading, one line each, with
-/// `name` as its file; none if it is complete.
+/// Reads `text` without a ShortListSource. Returns the diagnostics that ended the reading, one a
+/// line, with `name` as the file name. Returns none if the text is read completely.
 std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source& text,
                                            const ReadArguments& arguments);
 

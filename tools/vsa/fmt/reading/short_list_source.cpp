@@ -20,21 +20,21 @@ using zn::korvo_sdk::DataType;
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
 constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
-// Every list counts as this many bytes of its part, whatever its length and white space: buffers
-// are not kept.
+// The number of bytes that every list adds to the size of its part. Its real length does not
+// matter, because buffers are not kept.
 constexpr std::size_t LIST_BYTES = 32;
 
 char lowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-/// Whether both words are the same if the case of letters is ignored.
+/// Returns whether both words are the same if the case of letters is ignored.
 bool isSameWord(std::string_view a, std::string_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                     [](char x, char y) { return lowerCase(x) == lowerCase(y); });
 }
 
-/// The element type of a keyword in any letter case; Null if there is none.
+/// Returns the element type of a keyword, in upper or lower case; Null if there is none.
 DataType elementTypeOf(std::string_view keyword) {
   for (int i = 0; i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {
     const auto type = static_cast<DataType>(i);
@@ -45,7 +45,8 @@ DataType elementTypeOf(std::string_view keyword) {
   return DataType::Null;
 }
 
-/// The count in "[count]"; nothing unless it consists of digits and fits into 64 bits.
+/// Returns the count in "[count]", or nothing if it has other characters than digits or does not
+/// fit into 64 bits.
 std::optional<std::uint64_t> countOf(std::string_view brackets) {
   const std::string_view digits = brackets.substr(1, brackets.size() - 2);
   std::uint64_t count = 0;
@@ -79,7 +80,7 @@ bool ShortListSource::nextPart() {
   nodes_.declare(declared_);
   out_.clear();
   taken_ = 0;
-  flush();  // delivers the declaration that begins the part
+  flush();  // delivers the declaration at the beginning of the part
   return true;
 }
 
@@ -137,7 +138,7 @@ void ShortListSource::endToken(const SyntaxToken& token) {
   if (isComment || token.is(';') || token.is(':')) endStatement();
 }
 
-// Recognises `.input`, `node.input` and `type name;` by the first three tokens of a statement.
+// Recognises `.input`, `node.input` and `type name;` from the first three tokens of a statement.
 void ShortListSource::endBeginning(const SyntaxToken& token) {
   const bool isWord = token.kind == SyntaxKind::Word;
   if (tokenCount_ == 1) {
@@ -172,7 +173,7 @@ void ShortListSource::change(std::string_view node) {
   if (nodes_.isOfEarlierPart(node)) endedEarly_ = true;
 }
 
-// A comment may end with a carriage return.
+// Ends a statement with a line feed, because a comment may have ended with a carriage return.
 void ShortListSource::endStatement() {
   statement_ += '\n';
   if (!isPartEnded_) flush();
@@ -183,7 +184,7 @@ void ShortListSource::endStatement() {
   bytesBefore_ = partBytes_;
 }
 
-// Whether a list now begins the elements of a buffer of a known type and count.
+// Returns whether the next list has the elements of a buffer whose type and count are known.
 bool ShortListSource::beginBuffer() {
   if (!isWhole_ || !isCounted_) return false;
   const std::string_view statement = statement_;
@@ -192,7 +193,7 @@ bool ShortListSource::beginBuffer() {
   const std::optional<std::uint64_t> count = countOf(statement.substr(lastBegin_));
   if (type_ == DataType::Null || !count || *count == 0) return false;
   prefix_ = statement.substr(0, lastBegin_);
-  if (prefix_.find('*') != std::string::npos) {  // another assignment appends another element
+  if (prefix_.find('*') != std::string::npos) {  // each assignment with `[*]` appends an element
     partBytes_ += std::min(*count, maxPartBytes_);
     return false;
   }
@@ -200,8 +201,8 @@ bool ShortListSource::beginBuffer() {
   return true;
 }
 
-// Whether the list that begins with `token` is long. A list that begins with a period is not split:
-// it may be compressed data, which is a single element.
+// Returns whether the list that begins with `token` is long and must be split. A list that begins
+// with a period may be compressed data, which is a single element, and is therefore not split.
 bool ShortListSource::mustSplit(const SyntaxToken& token) const {
   if (token.isLast && remaining_ <= MAX_ELEMENTS) return false;
   vsa::ListReader list(token.text);
@@ -218,8 +219,8 @@ void ShortListSource::beginSplitting() {
   list_ = vsa::ListReader();
 }
 
-// Called before another number begins. The last assignment gets all remaining numbers: one number
-// too many is enough for an error.
+// Ends an assignment before the next number if it has enough numbers. The last assignment gets all
+// remaining numbers of the list, because one number too many is sufficient for the error.
 void ShortListSource::endElement() {
   if (numberCount_ < maxNumbers_ || remaining_ <= MAX_ELEMENTS) return;
   out_ += prefix_ + '[' + std::to_string(MAX_ELEMENTS) + "] {" + numbers_ + "};";
@@ -243,8 +244,8 @@ void ShortListSource::addParts(std::string_view text) {
   for (vsa::ListPart part; list_.next(part);) addNumber(part.text, part.continues);
 }
 
-// Copies blocks of numbers that belong completely to the next assignment, unless they are mostly
-// white space.
+// Adds numbers. A block of numbers is copied as a whole if it fits into the next assignment and is
+// not mostly white space.
 void ShortListSource::addPlainNumbers(std::string_view numbers) {
   constexpr std::size_t MAX_BYTES_PER_NUMBER = 32;
   while (!numbers.empty()) {
@@ -272,7 +273,8 @@ void ShortListSource::addElements(const SyntaxToken& token) {
   }
   if (!token.isLast) return;
   isSplitting_ = false;
-  // An unterminated list remains unterminated, and an invalid character remains in its list.
+  // If the list is not closed in the text, it is not closed here, either. An invalid character
+  // remains in its list.
   const char close = token.kind == SyntaxKind::Unterminated ? ' ' : token.text.back();
   statement_ = prefix_ + '[' + std::to_string(remaining_) + "] {" + numbers_ + close;
   isBuffer_ = true;

@@ -1,4 +1,5 @@
-// A text in parts with short lists, so that a reading needs little memory.
+// ShortListSource: delivers a text in parts and with short lists, so that a reading needs little
+// memory.
 #pragma once
 
 #include <cstdint>
@@ -13,35 +14,36 @@
 
 namespace vsa_tools {
 
-/// Delivers the text of another source. A long buffer literal is delivered as several assignments,
-/// `a.b = float[65536] {...};` one after another, which together have its numbers and its count: a
-/// reading of them succeeds or fails as that of the literal does. After each buffer, long or not,
-/// comes an assignment of an empty one, so that the scene keeps no elements. A buffer that is
-/// appended to an array, `a.b[*] = ...`, stays as it is. All other tokens stay the same. Comments
-/// and white space between tokens have other places, so positions are not those of the text.
+/// Delivers the text of another source with short lists.
 ///
-/// A long text is delivered in parts, each for another scene. A part begins with the declaration of
-/// a node. The text ends early at a statement that changes a node of an earlier part, because
-/// whether it succeeds may depend on what that part assigned.
+/// A long buffer literal is replaced by several assignments such as `a.b = float[65536] {...};`.
+/// They have the same numbers and the same total count as the literal. Reading them fails if and
+/// only if reading the literal fails. After each buffer, long or short, there is an assignment of
+/// an empty buffer, so that the scene keeps no elements. A buffer that is appended to an array, as
+/// in `a.b[*] = ...`, is not changed. Comments and the white space between tokens may move, so
+/// positions differ from those of the text. All other tokens are the same. The delivered text
+/// depends only on the tokens.
 ///
-/// The delivered text depends on the tokens only.
+/// A long text is delivered in parts, and each part must be read into another scene. A part begins
+/// with the declaration of a node. The text ends early at a statement that changes a node of an
+/// earlier part: that part may have assigned a value that makes the statement fail.
 class ShortListSource final : public vsa::Source {
  public:
-  /// The scene of a part of this size takes 35 MB if the text has small nodes, and 50 MB if it has
-  /// links.
+  /// The default size of a part. The scene of such a part takes 35 MB if the text has small nodes,
+  /// and 50 MB if it has links.
   static constexpr std::uint64_t PART_BYTES = 16 << 20;
 
-  /// `source` must outlive the last read. A part that is as long as `partBytes` ends before the
+  /// `source` must outlive the last read. When a part has `partBytes` bytes, it ends before the
   /// next declaration.
   explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES)
       : source_(source), reader_(source), maxPartBytes_(partBytes) {}
 
   /// Returns 0 at the end of the part.
   std::size_t read(std::span<char> to) override;
-  /// Continues with the next part. Returns false if there is none, or if the current part was not
-  /// read to its end.
+  /// Begins the next part. Returns false if there is none, or if the current part was not read to
+  /// its end.
   bool nextPart();
-  /// Whether the text ended early.
+  /// Whether the text ended at a statement that changes a node of an earlier part.
   bool endedEarly() const { return endedEarly_; }
   std::string error() const override { return source_.error(); }
 
@@ -66,43 +68,42 @@ class ShortListSource final : public vsa::Source {
   vsa::Source& source_;
   vsa::SyntaxReader reader_;
   bool isEnded_ = false;
-  std::string out_;  // text of the part; what is after `taken_` is still to be delivered
+  std::string out_;  // the text of the part; the bytes after `taken_` are not delivered yet
   std::size_t taken_ = 0;
 
   std::uint64_t maxPartBytes_;
   bool isPartEnded_ = false;
-  std::uint64_t partBytes_ = 0;    // bytes of the part's tokens, apart from list contents
-  std::uint64_t bytesBefore_ = 0;  // `partBytes_` at the end of the last statement
+  std::uint64_t partBytes_ = 0;    // the size of the part's tokens, with LIST_BYTES for each list
+  std::uint64_t bytesBefore_ = 0;  // the value of `partBytes_` after the last statement
   DeclaredNodes nodes_;
-  std::string declared_;  // the node that begins the next part
-  bool isWithOfEarlierPart_ =
-      false;  // whether paths that begin with "." belong to a node of an earlier part
+  std::string declared_;              // the first node that the next part declares
+  bool isWithOfEarlierPart_ = false;  // whether `.` is a node of an earlier part
   bool endedEarly_ = false;
 
   std::size_t tokenCount_ = 0;  // the number of tokens of the statement
   std::size_t firstEnd_ = 0;    // the end of the first token in `statement_`
   std::size_t secondEnd_ = 0;   // the end of the second token; 0 if it is not a word
   char lastChar_ = '\0';        // the last token if it is punctuation
-  bool isWhole_ = true;         // whether all tokens of the statement are in `statement_`
+  bool isWhole_ = true;         // whether `statement_` has all tokens of the statement
   std::string statement_;       // the tokens of the statement that are kept
   std::size_t wordBegin_ = 0;   // the beginning of the last word in `statement_`
   std::size_t lastBegin_ = 0;   // the beginning of the last token in `statement_`
   vsa::SyntaxKind last_ = vsa::SyntaxKind::EndOfText;
-  bool isCounted_ = false;   // whether the last tokens are a word and brackets
+  bool isCounted_ = false;   // whether a word and brackets are the last tokens
   bool isBuffer_ = false;    // whether the last token is the list of a buffer
   bool endsBuffer_ = false;  // whether the last token is the semicolon after a buffer
 
-  // The properties of the last buffer.
+  // The last buffer.
   zn::korvo_sdk::DataType type_ = zn::korvo_sdk::DataType::Null;
-  std::string prefix_;           // the statement of the buffer up to the keyword
-  std::uint64_t remaining_ = 0;  // the number of elements that are declared and not delivered
+  std::string prefix_;           // the text of its statement up to the keyword
+  std::uint64_t remaining_ = 0;  // how many declared elements are not delivered yet
 
-  // The state while the list of that buffer is split.
+  // The state while the list of the last buffer is split.
   bool isSplitting_ = false;
   vsa::ListReader list_;
   std::string numbers_;            // the numbers of the next assignment
-  std::uint64_t numberCount_ = 0;  // the number of numbers in `numbers_`
-  std::uint64_t maxNumbers_ = 0;   // the maximum number of numbers in an assignment
+  std::uint64_t numberCount_ = 0;  // how many numbers are in `numbers_`
+  std::uint64_t maxNumbers_ = 0;   // how many numbers an assignment may have
 };
 
 }  // namespace vsa_tools
