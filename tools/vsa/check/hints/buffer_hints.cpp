@@ -4,7 +4,7 @@
 
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 
 namespace vsa_tools {
 

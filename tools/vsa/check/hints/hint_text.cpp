@@ -4,9 +4,9 @@
 #include <charconv>
 #include <utility>
 
-#include "tools/vsa/check/rules/text/path_steps.h"
-#include "tools/vsa/check/rules/text/resolved_paths.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/path_steps.h"
+#include "tools/vsa/check/rules/walk/resolved_paths.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 
 namespace vsa_tools {
 

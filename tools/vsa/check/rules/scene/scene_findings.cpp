@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "tools/vsa/check/rules/scene/scene_rules.h"
-#include "tools/vsa/check/rules/text/resolved_paths.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/resolved_paths.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 
 namespace vsa_tools {
 

@@ -7,9 +7,9 @@
 #include <unordered_map>
 #include <vector>
 
-#include "tools/vsa/check/rules/text/path_steps.h"
-#include "tools/vsa/check/rules/text/statement_rule.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/path_steps.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 #include "tools/vsa/check/text/key_map.h"
 #include "tools/vsa/common/output/quoted_text.h"
 

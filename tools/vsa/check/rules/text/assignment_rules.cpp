@@ -6,8 +6,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "tools/vsa/check/rules/text/statement_rule.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 #include "tools/vsa/check/text/key_map.h"
 
 namespace vsa_tools {

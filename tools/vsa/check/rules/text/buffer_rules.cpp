@@ -7,8 +7,8 @@
 
 #include <vsa/foundation/decompress.h>
 #include <vsa/values/value_types.h>
-#include "tools/vsa/check/rules/text/statement_rule.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 
 namespace vsa_tools {
 

@@ -3,7 +3,7 @@
 #include <cctype>
 #include <string>
 
-#include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
 #include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {

@@ -5,8 +5,8 @@
 #include <string>
 
 #include <vsa/foundation/char_class.h>
-#include "tools/vsa/check/rules/text/statement_rule.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 
 namespace vsa_tools {
 

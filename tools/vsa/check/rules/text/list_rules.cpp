@@ -2,8 +2,8 @@
 #include <cstdint>
 #include <string>
 
-#include "tools/vsa/check/rules/text/statement_rule.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 #include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "tools/vsa/check/hints/similar_names.h"
-#include "tools/vsa/check/rules/text/statement_rule.h"
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 #include "tools/vsa/check/text/key_map.h"
 #include "tools/vsa/check/text/statement_scan.h"
 #include "tools/vsa/common/output/quoted_text.h"

@@ -1,4 +1,4 @@
-#include "tools/vsa/check/rules/text/text_walk.h"
+#include "tools/vsa/check/rules/walk/text_walk.h"
 
 #include <algorithm>
 #include <string>

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <unordered_map>
 
-#include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
 
 namespace vsa_tools {
 

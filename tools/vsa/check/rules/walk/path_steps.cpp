@@ -1,4 +1,4 @@
-#include "tools/vsa/check/rules/text/path_steps.h"
+#include "tools/vsa/check/rules/walk/path_steps.h"
 
 #include <algorithm>
 #include <charconv>

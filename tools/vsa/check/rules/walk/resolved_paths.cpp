@@ -1,6 +1,6 @@
-#include "tools/vsa/check/rules/text/resolved_paths.h"
+#include "tools/vsa/check/rules/walk/resolved_paths.h"
 
-#include "tools/vsa/check/rules/text/path_steps.h"
+#include "tools/vsa/check/rules/walk/path_steps.h"
 
 namespace vsa_tools {
 

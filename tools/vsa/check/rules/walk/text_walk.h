@@ -5,7 +5,7 @@
 
 #include <vsa/outline.h>
 #include <vsa/values/value_types.h>
-#include "tools/vsa/check/rules/text/statement_rule.h"
+#include "tools/vsa/check/rules/walk/statement_rule.h"
 
 namespace vsa_tools {
 
