@@ -20,6 +20,7 @@
 #include "vsa/apply/links/pending_link.h"
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/read_session.h"
+#include "vsa/apply/unassigned_value.h"
 #include "vsa/apply/values/typed_elements.h"
 #include "vsa/lex/lexer.h"
 #include "vsa/lex/statement_scanner.h"
@@ -149,7 +150,7 @@ class VsaParser {
   bool convertValue(const SimpleStatement& statement);
   void execute(const SimpleStatement& statement);
   void assign(const SimpleStatement& statement);
-  bool convert(const SimpleStatement& statement, AttrData& data) const;
+  bool convert(const SimpleStatement& statement, AttrData& data);
 
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);
@@ -165,7 +166,8 @@ class VsaParser {
   TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
   void chargeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;
-  char* takeString(std::string_view literal, bool hasBackslash) const;
+  char* takeString(std::string_view literal, bool hasBackslash);
+  void hold(void* memory, std::uint64_t bytes);
 
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
@@ -174,6 +176,7 @@ class VsaParser {
   SimpleStatement simple_;       // the current simple statement
   TypedElements typedElements_;  // caches the typed elements of this text's arrays
   bool isHostScene_ = true;      // false for a scene of the library
+  UnassignedValue unassigned_;   // the value of the current statement, without a session
 };
 
 }  // namespace zn::korvo_sdk::impl

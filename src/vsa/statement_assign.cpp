@@ -38,8 +38,8 @@ bool VsaParser::parseAssign() {
   } else if (info.isReference) {
     references.setLink(input, info, beginLink(*input, info.referenceToken.text.len()));
   } else {
-    ValueAssigner(emitter(), typedElements_, session)
-        .assign(info.data, info.valueToken.text.view(), target);
+    ValueAssigner assigner(emitter(), typedElements_, session);
+    unassigned_.end(assigner.assign(info.data, info.valueToken.text.view(), target));
   }
   return true;
 }

@@ -67,7 +67,8 @@ void VsaParser::assign(const SimpleStatement& statement) {
     const std::uint64_t sourceBytes = statement.source.size();
     references.setLink(input, statement.source, String(), beginLink(*input, sourceBytes));
   } else {
-    ValueAssigner(emitter(), typedElements_, session).assign(data, statement.value, target);
+    ValueAssigner assigner(emitter(), typedElements_, session);
+    unassigned_.end(assigner.assign(data, statement.value, target));
   }
 }
 

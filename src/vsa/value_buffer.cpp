@@ -182,7 +182,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   if (buffer.bytes == 0) return true;
   if (session != nullptr && !session->chargeBuffer(info, expandedBytesAtMost(info))) return true;
   allocateElements(info, messages);
-  if (session != nullptr) session->hold(buffer.memory, buffer.bytes);
+  hold(buffer.memory, buffer.bytes);
   if (isCompressed(info)) {
     expandElements(info, messages, session);
   } else {

@@ -93,15 +93,24 @@ bool VsaParser::tuple(AssignInfo& info) {
 }
 
 // The characters of a string literal, in memory owned by the record.
-char* VsaParser::takeString(std::string_view literal, bool hasBackslash) const {
+char* VsaParser::takeString(std::string_view literal, bool hasBackslash) {
   if (session != nullptr) session->charge(literal.size());
   char* const characters = copyOfStringValue(literal, hasBackslash, session);
-  if (session != nullptr) session->hold(characters, literal.size());
+  hold(characters, literal.size());
   return characters;
 }
 
+// Only a session frees the memory of a value that is not assigned.
+void VsaParser::hold(void* memory, std::uint64_t bytes) {
+  if (session != nullptr) {
+    session->hold(memory, bytes);
+  } else {
+    unassigned_.hold(memory);
+  }
+}
+
 // Stores the value of a simple statement. Returns false if it does not convert.
-bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) const {
+bool VsaParser::convert(const SimpleStatement& statement, AttrData& data) {
   switch (statement.valueType) {
     case Type::Int:
       return convertInteger(statement.value, data);

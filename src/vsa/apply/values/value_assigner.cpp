@@ -8,12 +8,12 @@ namespace zn::korvo_sdk::impl {
 
 using interfaces::IInput;
 
-void ValueAssigner::assign(AttrData& value, std::string_view literal, const PathResolver& target) {
+bool ValueAssigner::assign(AttrData& value, std::string_view literal, const PathResolver& target) {
   IInput& input = *target.input();
   IInput* const array = target.array();
   if (!accepts(value, literal, input)) {
     if (session_ != nullptr) session_->discardValue();
-    return;
+    return false;
   }
   if (array != nullptr) {
     typedElements_.setEmptyElements(*array, target.arrayCountBefore(), value.elementType);
@@ -21,6 +21,7 @@ void ValueAssigner::assign(AttrData& value, std::string_view literal, const Path
   if (session_ != nullptr) session_->transferValue(input, value);
   input.assign(value);
   if (value.type == AttrType::String) checkEnumeration(literal, input);
+  return true;
 }
 
 // Returns whether the value may be assigned. If so, converts it to the input's type. If not, logs

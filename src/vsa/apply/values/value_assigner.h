@@ -23,8 +23,9 @@ class ValueAssigner {
 
   /// Converts `value` to the type of the target's input and assigns it, or logs why this is not
   /// possible. `target` must have been resolved to an input. `literal` is the value's first token
-  /// as written; it must not be in memory owned by the value.
-  void assign(AttrData& value, std::string_view literal, const PathResolver& target);
+  /// as written; it must not be in memory owned by the value. Returns whether the scene took
+  /// ownership of the value's memory.
+  bool assign(AttrData& value, std::string_view literal, const PathResolver& target);
 
  private:
   bool accepts(AttrData& value, std::string_view literal, const interfaces::IInput& input) const;
