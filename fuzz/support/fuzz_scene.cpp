@@ -1,5 +1,7 @@
 #include "fuzz/support/fuzz_scene.h"
 
+#include <utility>
+
 #include "fuzz/support/literal_memory.h"
 #include "fuzz/support/message_count.h"
 #include "tests/support/byte_source.h"
@@ -14,11 +16,20 @@ using namespace zn::korvo_sdk;
 
 int sceneCount = 0;
 
+class MessageCounter final : public DiagnosticSink {
+ public:
+  void report(const Diagnostic& diagnostic) override { countMessage(diagnostic.id); }
+};
+
 template <class EntryPoint>
 FuzzRead readWith(EntryPoint entryPoint) {
   FuzzRead read;
-  read.outcome = vsa_tools::captureRead([&] { return entryPoint(read.report); });
-  for (const Diagnostic& diagnostic : read.outcome.diagnostics) countMessage(diagnostic.id);
+  vsa_tools::LogCapture log;
+  MessageCounter counter;
+  const ScopedDiagnosticSink scope(&counter);
+  static_cast<vsa_tools::ReadStatus&>(read.outcome) =
+      vsa_tools::captureRead([&] { return entryPoint(read.report); }, log);
+  read.outcome.log = std::move(log.entries);
   const auto& escaped = read.outcome.escapedDiagnostic;
   if (escaped) countMessage(escaped->id);
   if (!read.report.cutOff.isEmpty()) countMessage(DiagnosticId::UnexpectedEof);

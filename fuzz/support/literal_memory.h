@@ -9,7 +9,7 @@
 
 namespace vsa_fuzz {
 
-inline constexpr std::size_t MAX_LITERAL_BYTES = std::size_t{1} << 18;
+inline constexpr std::size_t MAX_LITERAL_BYTES = std::size_t{1} << 14;
 
 /// Frees all blocks from calloc that were not freed. Call it only when no scene exists.
 void freeLeakedLiterals();

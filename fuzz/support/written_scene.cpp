@@ -1,7 +1,7 @@
 #include "fuzz/support/written_scene.h"
 
 #include "fuzz/support/check.h"
-#include "fuzz/support/fuzz_scene.h"
+#include "fuzz/support/scene_bytes.h"
 
 namespace vsa_fuzz {
 
@@ -47,7 +47,7 @@ vsa::TextResult checkWritten(const Scene& scene, const vsa::WriteOptions& option
   }
   readAgain(again, written.text);
   if (options.order == vsa::NodeOrder::Created) {
-    checkSame(dumped({}, scene), dumped({}, *again), "a scene that was written");
+    checkSameScene({{}, scene}, {{}, *again}, "a scene that was written");
   }
   checkSame(written.text, vsa::writeText(*again, options).text, "a text that was written again");
   return written;

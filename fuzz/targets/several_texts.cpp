@@ -5,7 +5,7 @@
 #include <string>
 
 #include "fuzz/support/check.h"
-#include "fuzz/support/fuzz_scene.h"
+#include "fuzz/support/scene_bytes.h"
 #include "fuzz/targets.h"
 
 namespace vsa_fuzz {
@@ -49,10 +49,10 @@ void severalTexts(std::string_view input) {
     const FuzzRead read =
         i % 2 == 0 ? readFromString(*scene, text) : readFromFile(*scene, text, settings % 64);
     checkNodes(*scene);
-    dumped(read, *scene);
+    static_cast<void>(bytesOf(read, *scene));
     if ((settings >> (i % 8) & 1) != 0) removeOne(*scene, settings + static_cast<unsigned>(i));
   }
-  dumped({}, *scene);
+  static_cast<void>(bytesOf({}, *scene));
 }
 
 }  // namespace vsa_fuzz

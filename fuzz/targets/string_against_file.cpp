@@ -3,7 +3,7 @@
 #include <string>
 
 #include "fuzz/support/check.h"
-#include "fuzz/support/fuzz_scene.h"
+#include "fuzz/support/scene_bytes.h"
 #include "fuzz/targets.h"
 
 namespace vsa_fuzz {
@@ -28,12 +28,11 @@ void stringAgainstFile(std::string_view input) {
   const auto [text, settings] = splitSettings(input);
   FuzzScene first;
   const FuzzRead fromString = readFromString(*first, text);
-  const std::string expected = dumped(fromString, *first);
 
   FuzzScene second;
   const FuzzRead fromFile =
       readFromFile(*second, text, BYTES_PER_READ[settings % std::size(BYTES_PER_READ)]);
-  checkSame(expected, dumped(fromFile, *second), "scene read from a file");
+  checkSameScene({fromString, *first}, {fromFile, *second}, "scene read from a file");
   if (fromString.outcome.escaped) return;
   checkSame(reportText(fromString.report, !text.empty()),
             reportText(fromFile.report, !text.empty()), "report of a read from a file");

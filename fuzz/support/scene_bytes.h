@@ -1,0 +1,26 @@
+// The content of a scene as bytes: what a dump shows, without formatting it. Much faster than a
+// dump, so that a fuzzer can access everything after each read, and compare two scenes.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <vsa/model/scene.h>
+#include "fuzz/support/fuzz_scene.h"
+
+namespace vsa_fuzz {
+
+/// Result, log and scene. Two reads with equal bytes have equal dumps. Accesses everything in the
+/// scene.
+std::string bytesOf(const FuzzRead& read, const zn::korvo_sdk::Scene& scene);
+
+/// A scene and how it was read. Both must exist during the comparison.
+struct ReadScene {
+  const FuzzRead& read;
+  const zn::korvo_sdk::Scene& scene;
+};
+
+/// Fails with both dumps unless they are equal. `about` is the name of the compared result.
+void checkSameScene(const ReadScene& expected, const ReadScene& found, std::string_view about);
+
+}  // namespace vsa_fuzz
