@@ -6,7 +6,7 @@ SmallBlockPool::~SmallBlockPool() {
   for (void* const chunk : chunks_) ::operator delete(chunk);
 }
 
-// The rest of the last chunk stays unused. It is less than MAX_BYTES of its 64 KiB.
+// The rest of the last chunk stays unused. It is less than MAX_BYTES.
 void SmallBlockPool::addChunk() {
   // Appends before the allocation, so that storing the chunk cannot fail.
   chunks_.push_back(nullptr);

@@ -10,6 +10,7 @@
 
 #include <vsa/foundation/api.h>
 #include <vsa/foundation/vector.h>
+#include "scene/model/storage/block_size.h"
 
 namespace zn::korvo_sdk {
 
@@ -62,7 +63,7 @@ class VSA_API SmallBlockPool {
     FreeBlock* next;
   };
 
-  static constexpr std::size_t CHUNK_BYTES = std::size_t{1} << 16;
+  static constexpr std::size_t CHUNK_BYTES = SCENE_BLOCK_BYTES;
   static_assert(sizeof(FreeBlock) <= ALIGNMENT && alignof(FreeBlock) <= ALIGNMENT);
 
   void addChunk();
