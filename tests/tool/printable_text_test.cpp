@@ -1,7 +1,10 @@
 #include "tools/scene_text/printable_text.h"
 
 #include <gtest/gtest.h>
+#include <utf8.h>
 
+#include <cstdint>
+#include <string>
 #include <vector>
 
 namespace vsa_tools {
@@ -96,6 +99,23 @@ TEST(PrintableTest, EscapesWhatIsNotShown) {
       {"\u2065", "\u2065"},      {"\U000E0080", "\U000E0080"},
   };
   for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printable(row.text));
+}
+
+// The characters that a terminal does not show or that change the order of others, as ranges. The
+// characters before and after each range are shown.
+TEST(PrintableTest, EscapesEachCharacterThatIsNotShown) {
+  constexpr char32_t RANGES[][2] = {
+      {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},   {0x200B, 0x200F},   {0x2028, 0x202E},
+      {0x2060, 0x2064}, {0x2066, 0x206F}, {0xFEFF, 0xFEFF}, {0xE0000, 0xE007F},
+  };
+  for (const auto& [first, last] : RANGES) {
+    for (char32_t c = first - 1; c <= last + 1; ++c) {
+      std::string character;
+      utf8::append(c, character);
+      const bool isShown = c < first || c > last;
+      EXPECT_EQ(isShown, printable(character) == character) << std::hex << std::uint32_t{c};
+    }
+  }
 }
 
 TEST(PrintableTest, ALineTellsEscapesFromBackslashesAndHoldsNoCommand) {
