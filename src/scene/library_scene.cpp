@@ -14,7 +14,7 @@ void setLibraryScene(LibrarySceneOf function) noexcept {
   librarySceneOf.store(function, std::memory_order_relaxed);
 }
 
-const LibraryScene* libraryScene(const interfaces::IScene& scene) noexcept {
+LibraryScene* libraryScene(interfaces::IScene& scene) noexcept {
   const LibrarySceneOf function = librarySceneOf.load(std::memory_order_relaxed);
   return function == nullptr ? nullptr : function(scene);
 }

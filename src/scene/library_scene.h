@@ -2,7 +2,7 @@
 //
 // The reader calls a scene through its interface and does not depend on the library's own scene.
 // That scene therefore registers a function here, which recognises its objects. Its nodes never
-// change their names, and their memory can be prefetched.
+// change their names, an input is created without a second search, and memory can be prefetched.
 #pragma once
 
 #include <cstdint>
@@ -11,9 +11,16 @@
 
 namespace zn::korvo_sdk {
 
-/// Hints without observable effects.
 class LibraryScene {
  public:
+  /// The input of that name, or null. `node` is a node of this scene.
+  virtual interfaces::IInput* findInput(interfaces::INode& node, const String& name) = 0;
+  /// Creates an input, or returns null to refuse. Call it only after findInput returned null.
+  virtual interfaces::IInput* addInput(interfaces::INode& node, const String& name,
+                                       AttrType type) = 0;
+
+  // Hints without observable effects.
+
   /// Prefetches the slot in which a name with this hash is looked up.
   virtual void prefetchSlot(std::uint64_t nameHash) const noexcept = 0;
   /// Prefetches the node of a name with this hash. Call prefetchSlot earlier, so that the slot is
@@ -25,10 +32,10 @@ class LibraryScene {
 };
 
 /// Returns the LibraryScene of a scene of the library, null for a host's scene.
-using LibrarySceneOf = const LibraryScene* (*)(const interfaces::IScene& scene) noexcept;
+using LibrarySceneOf = LibraryScene* (*)(interfaces::IScene& scene) noexcept;
 
 /// Sets the function that `libraryScene` calls. All scenes of the library set the same function.
 void setLibraryScene(LibrarySceneOf function) noexcept;
-const LibraryScene* libraryScene(const interfaces::IScene& scene) noexcept;
+LibraryScene* libraryScene(interfaces::IScene& scene) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "diagnostics/reading_sinks.h"
-#include "scene/library_scene.h"
 #include "vsa/apply/links/link_resolver.h"
 #include "vsa/apply/no_scene.h"
 #include "vsa/lex/lexer_fast_path.h"
@@ -37,7 +36,7 @@ bool VsaParser::parse(IScene* into, Lexer* from) {
 // among them propagates to the caller.
 bool VsaParser::parseText(IScene* into, Lexer* from) {
   scene = into;
-  isHostScene_ = into == nullptr || libraryScene(*into) == nullptr;
+  library_ = into == nullptr ? nullptr : libraryScene(*into);
   lexer = from;
   if (session != nullptr) session->beginText(assignment_);
   prime();

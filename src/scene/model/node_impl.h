@@ -35,6 +35,16 @@ class NodeImpl final : public Node {
     return cold_ != nullptr ? cold_->declaration.get() : nullptr;
   }
   const NamedList<InputImpl>& inputs() const noexcept { return inputs_; }
+  /// The input of that name, or null.
+  InputImpl* find(const String& name) {
+    InputImpl* const found = inputs_.find(name);
+    return found == nullptr && declaration() != nullptr ? instantiate(name) : found;
+  }
+  /// Creates an input after `find` returned null. Returns null for a name that the node's type does
+  /// not declare.
+  InputImpl* addInput(const String& name, AttrType type) {
+    return declaration() == nullptr ? add(name, type, 0) : nullptr;
+  }
   void remove(InputImpl& input) noexcept;
   SceneStorage& storage() const noexcept;
 
@@ -43,7 +53,7 @@ class NodeImpl final : public Node {
   String name() const override { return name_.text(); }
   String type() const override { return type_; }
   bool hasInput(const String& name, AttrType type) override;
-  InputImpl* input(const String& name) override;
+  InputImpl* input(const String& name) override { return find(name); }
   InputImpl* createInput(const String& name, AttrType type) override;
   InputImpl* createArray(const String& name, AttrType elementType) override;
   OutputImpl* output(const String& name) override;

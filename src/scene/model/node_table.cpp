@@ -15,6 +15,14 @@ inline NodeImpl* NodeTable::look(std::uint64_t hash, const InlineName::Key& name
   return found;
 }
 
+InputImpl* NodeTable::findInput(interfaces::INode& node, const String& name) {
+  return static_cast<NodeImpl&>(node).find(name);
+}
+
+InputImpl* NodeTable::addInput(interfaces::INode& node, const String& name, AttrType type) {
+  return static_cast<NodeImpl&>(node).addInput(name, type);
+}
+
 // Prefetches the first node whose name has the same tag. This is usually the node of that name.
 void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   const std::uint64_t position = index_.find(nameHash, [](std::uint64_t) { return true; });

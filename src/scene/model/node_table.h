@@ -37,6 +37,8 @@ class NodeTable final : public LibraryScene {
   /// nothing has changed.
   void remove(const String& name);
 
+  InputImpl* findInput(interfaces::INode& node, const String& name) override;
+  InputImpl* addInput(interfaces::INode& node, const String& name, AttrType type) override;
   void prefetchSlot(std::uint64_t nameHash) const noexcept override { index_.prefetch(nameHash); }
   void prefetchNode(std::uint64_t nameHash) const noexcept override;
 

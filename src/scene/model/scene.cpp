@@ -9,8 +9,8 @@
 namespace zn::korvo_sdk {
 
 Scene::Scene() : storage_(std::make_unique<SceneStorage>(this)) {
-  setLibraryScene([](const interfaces::IScene& scene) noexcept -> const LibraryScene* {
-    const auto* const own = dynamic_cast<const Scene*>(&scene);
+  setLibraryScene([](interfaces::IScene& scene) noexcept -> LibraryScene* {
+    auto* const own = dynamic_cast<Scene*>(&scene);
     return own == nullptr ? nullptr : &own->storage_->nodes;
   });
   setTypedPrefix([](interfaces::IInput& array) noexcept -> std::uint64_t {

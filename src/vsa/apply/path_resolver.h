@@ -27,9 +27,6 @@ class PathResolver {
   /// Inputs created before that remain.
   interfaces::IInput* resolve();
 
-  /// The result of the last `resolve`.
-  interfaces::IInput* input() const noexcept { return current_; }
-
   /// After `resolve`: the array that contains the target as an element, or null.
   interfaces::IInput* array() const noexcept { return array_; }
 

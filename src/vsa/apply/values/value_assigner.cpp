@@ -8,15 +8,14 @@ namespace zn::korvo_sdk::impl {
 
 using interfaces::IInput;
 
-bool ValueAssigner::assign(AttrData& value, std::string_view literal, const PathResolver& target) {
-  IInput& input = *target.input();
-  IInput* const array = target.array();
+bool ValueAssigner::assign(AttrData& value, std::string_view literal, IInput& input, IInput* array,
+                           std::uint64_t countBefore) {
   if (!accepts(value, literal, input)) {
     if (session_ != nullptr) session_->discardValue();
     return false;
   }
   if (array != nullptr) {
-    typedElements_.setEmptyElements(*array, target.arrayCountBefore(), value.elementType);
+    typedElements_.setEmptyElements(*array, countBefore, value.elementType);
   }
   if (session_ != nullptr) session_->transferValue(input, value);
   input.assign(value);

@@ -7,7 +7,6 @@
 #include <vsa/scene/scene_interface.h>
 #include "diagnostics/emitter.h"
 #include "vsa/apply/assign_info.h"
-#include "vsa/apply/path_resolver.h"
 #include "vsa/apply/read_session.h"
 #include "vsa/apply/values/typed_elements.h"
 
@@ -21,11 +20,12 @@ class ValueAssigner {
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements, ReadSession* session)
       : emitter_(emitter), typedElements_(typedElements), session_(session) {}
 
-  /// Converts `value` to the type of the target's input and assigns it, or logs why this is not
-  /// possible. `target` must have been resolved to an input. `literal` is the value's first token
-  /// as written; it must not be in memory owned by the value. Returns whether the scene took
-  /// ownership of the value's memory.
-  bool assign(AttrData& value, std::string_view literal, const PathResolver& target);
+  /// Converts `value` to the type of `input` and assigns it, or logs why this is not possible.
+  /// `literal` is the value's first token as written; it must not be in memory owned by the value.
+  /// `array`: the array that contains `input` as an element, or null. `countBefore`: its size
+  /// before the statement. Returns whether the scene took ownership of the value's memory.
+  bool assign(AttrData& value, std::string_view literal, interfaces::IInput& input,
+              interfaces::IInput* array = nullptr, std::uint64_t countBefore = 0);
 
  private:
   bool accepts(AttrData& value, std::string_view literal, const interfaces::IInput& input) const;
