@@ -2,10 +2,15 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 
+#include <vsa/model/input.h>
+#include <vsa/model/node.h>
+#include <vsa/model/scene.h>
 #include "tests/support/parser_fixture.h"
 
 namespace zn::korvo_sdk::impl {
@@ -281,6 +286,64 @@ TEST(Scalar, IgnoresOtherTokens) {
   const ScalarRow rows[] = {{";", "-"}, {"", "-"},  {"null", "-"},
                             {"|", "-"}, {".", "-"}, {"# c", "-"}};
   expectScalars(rows);
+}
+
+// --- simple statements ---
+
+/// The bits of the value that a statement assigns if `after` follows it; "none" without a value.
+std::string assignedValue(const std::string& literal, const std::string& after) {
+  Scene scene;
+  VsaParser().parse(&scene, vsa_tests::string("lamp n;\nn.z = 1;\nn.a = " + literal + ';' + after));
+  const Input* const input = scene.nodeNamed("n")->inputNamed("a");
+  if (input == nullptr) return "none";
+  std::string shown = attrTypeName(input->type());
+  shown += ' ' + std::to_string(input->integer());
+  shown += ' ' + std::to_string(std::bit_cast<std::uint64_t>(input->real()));
+  for (unsigned i = 0; i < componentCount(input->type()); ++i) {
+    shown += ' ' + std::to_string(std::bit_cast<std::uint64_t>(input->components()[i]));
+  }
+  return shown;
+}
+
+// Numbers are converted in the buffer of the source only if enough bytes follow the statement.
+TEST(Scalar, ValueDoesNotDependOnTheBytesAfterTheStatement) {
+  const vsa_tests::LoggedLines log;
+  for (const char* const literal : {"0",
+                                    "-0",
+                                    "42",
+                                    "42u",
+                                    "-7e2",
+                                    "9223372036854775807",
+                                    "-9223372036854775808",
+                                    "9223372036854775808",
+                                    "1.",
+                                    "1.5",
+                                    "-0.0",
+                                    "1.5f",
+                                    "0.1e-3",
+                                    "1e400.",
+                                    "2.5E",
+                                    "1.5.2",
+                                    "12345678901234567890.5",
+                                    "0.000000000000000000012",
+                                    "4.35e-320",
+                                    "vec2(1 2)",
+                                    "vec2(1 2 3)",
+                                    "vec2(1)",
+                                    "vec3(-1 .5 2e1)",
+                                    "vec3(1 nan inf)",
+                                    "vec3(1 2 3f)",
+                                    "vec3(1 2  3)",
+                                    "quat(1 2 3 4)",
+                                    "rgba(1 2 3)",
+                                    "rgba(1 2 3 4)",
+                                    "rgba(1 2)",
+                                    "mat3(1 2 3 4 5 6 7 8 9)"}) {
+    const std::string next = "\nn.y = 1;";
+    EXPECT_EQ(assignedValue(literal, next), assignedValue(literal, next + std::string(64, ' ')))
+        << literal;
+  }
+  EXPECT_EQ(assignedValue("12", std::string(64, ' ') + "\nn.y = 1;"), "Int 12 0");
 }
 
 }  // namespace

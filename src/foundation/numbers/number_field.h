@@ -2,10 +2,10 @@
 // 64-bit word whose lowest byte is the first character. Internal. The sums that combine eight
 // digits are those of "Faster integer parsing" (J. Khuong and others, 2018).
 //
-// A plain field is [-]digits[.digits][e[sign]digits] and a blank. Each function sets `out` and
-// returns the end of the field, which is the blank. It returns null for any other form, for a
-// number that is out of range, and if number_decimal cannot determine its rounding. A function may
-// read up to FIELD_WINDOW bytes from `at` on.
+// A plain number is [-]digits[.digits][e[sign]digits], and a plain field is a plain number and a
+// blank. Each function sets `out` and returns the end of the number. It returns null for any other
+// form, for a number that is out of range, and if number_decimal cannot determine its rounding. A
+// function may read up to FIELD_WINDOW bytes from `at` on.
 #pragma once
 
 #include <bit>
@@ -80,7 +80,7 @@ inline const char* readExponent(const char* at, int64_t& exponent) {
 }
 
 template <class Real>
-inline const char* readRealField(const char* at, Real& out) {
+inline const char* readReal(const char* at, Real& out) {
   const bool negative = *at == '-';
   at += negative ? 1 : 0;
   DigitRun digits;
@@ -94,8 +94,7 @@ inline const char* readRealField(const char* at, Real& out) {
   if (digits.count == 0 || digits.count > MAX_DIGITS) return nullptr;
   if (*at == 'e' || *at == 'E') at = readExponent(at, exponent);
   Real value;
-  if (at == nullptr || *at != ' ' || !realFromDecimal(digits.value, exponent, value))
-    return nullptr;
+  if (at == nullptr || !realFromDecimal(digits.value, exponent, value)) return nullptr;
   out = withSign(value, negative);
   return at;
 }
@@ -119,26 +118,36 @@ inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
 }
 
 template <class Integer>
-inline const char* readIntegerField(const char* at, Integer& out) {
+inline const char* readInteger(const char* at, Integer& out) {
   const bool negative = *at == '-';
   at += negative ? 1 : 0;
   DigitRun digits;
   at = digits.read(at);
-  if (digits.count == 0 || digits.count > MAX_DIGITS || *at != ' ') return nullptr;
+  if (digits.count == 0 || digits.count > MAX_DIGITS) return nullptr;
   Integer value;
   if (!signedInteger(digits.value, negative, value)) return nullptr;
   out = value;
   return at;
 }
 
-/// Calls the function above for the type.
+/// Reads a plain number of the type.
+template <class Number>
+inline const char* readPlain(const char* at, Number& out) {
+  if constexpr (std::is_floating_point_v<Number>) {
+    return readReal(at, out);
+  } else {
+    return readInteger(at, out);
+  }
+}
+
+/// Reads a plain field of the type.
 template <class Number>
 inline const char* readField(const char* at, Number& out) {
-  if constexpr (std::is_floating_point_v<Number>) {
-    return readRealField(at, out);
-  } else {
-    return readIntegerField(at, out);
-  }
+  Number value;
+  const char* const end = readPlain(at, value);
+  if (end == nullptr || *end != ' ') return nullptr;
+  out = value;
+  return end;
 }
 
 }  // namespace zn::numbers

@@ -55,6 +55,7 @@ bool StatementScanner::scan(SimpleStatement& out) {
   if (!hasNext_) return false;
   out.end = statement(out);
   if (out.end == nullptr) return false;
+  out.bytesAfter = static_cast<std::size_t>(last_ - out.end);
   out.line = line_;
   out.column = columnIn(lineBegin_, out.end);
   hasNext_ = readNext(out.end);

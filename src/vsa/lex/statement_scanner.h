@@ -35,6 +35,7 @@ struct SimpleStatement {
   Kind kind = Kind::Comment;
   const char* begin = nullptr;  ///< The first character.
   const char* end = nullptr;    ///< One past the last character.
+  std::size_t bytesAfter = 0;   ///< Buffered bytes after it.
   std::int32_t line = 0;        ///< Line of the last character.
   std::int32_t column = 0;
 
