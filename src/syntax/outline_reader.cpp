@@ -24,6 +24,25 @@ using Type = lex::Token::Type;
 
 constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
 
+// The same as `out = {}`, for which GCC emits `rep stos`. An assignment of several members in one
+// expression copies a member that was just stored, which waits for the store. Each of the two takes
+// a third of the time of next().
+inline void clear(StatementOutline& out) {
+  constexpr std::string_view NONE;
+  out.kind = StatementKind::Malformed;
+  out.text = NONE;
+  out.type = NONE;
+  out.node = NONE;
+  out.path = NONE;
+  out.isPlainPath = false;
+  out.valueKind = SyntaxKind::EndOfText;
+  out.value = NONE;
+  out.word = NONE;
+  out.brackets = NONE;
+  out.list = NONE;
+  out.plainElements = 0;
+}
+
 // Each function below begins at the current token, and ends at the first token after its
 // production.
 
@@ -220,13 +239,13 @@ OutlineReader::OutlineReader(std::string_view text) noexcept
 bool OutlineReader::next(StatementOutline& out) noexcept {
   while (at_ < end_ && char_class::is(*at_, char_class::WHITE)) ++at_;
   const char* const begin = at_;
-  out = {};
+  clear(out);
   if (at_ == end_) return false;
   const char* const end = isInside_ ? nullptr : commonAssignment(at_, end_ - 1, out);
   if (end != nullptr) {
     at_ = end;
   } else {
-    out = {};
+    clear(out);
     nextByTokens(out);
   }
   out.text = between(begin, at_);
@@ -239,7 +258,7 @@ void OutlineReader::nextByTokens(StatementOutline& out) noexcept {
   if (!isInside_ && statement(tokens, out)) {
     at_ = tokens.at();
   } else {
-    out = {};
+    clear(out);
     skipMalformed();
   }
 }
