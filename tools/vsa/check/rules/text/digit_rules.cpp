@@ -7,6 +7,7 @@
 #include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/rules/walk/statement_rule.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
+#include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
 
@@ -35,11 +36,18 @@ bool parses(std::string_view text, Number& number) {
   return error == std::errc() && end == text.data() + text.size();
 }
 
+// Whether the text is too short for more digits than a float: leading zeros are not significant.
+bool isShortFloat(std::string_view text) {
+  std::size_t zeros = 0;
+  while (zeros < text.size() && (text[zeros] == '0' || !isDigit(text[zeros]))) ++zeros;
+  return text.size() - zeros <= FLOAT_DIGITS;
+}
+
 // Whether the text has more digits than a float, and is not the exact value of a float written in
 // full.
 bool losesFloatDigits(std::string_view text) {
   double exact = 0;
-  return digitsOf(text) > FLOAT_DIGITS && parses(text, exact) &&
+  return !isShortFloat(text) && digitsOf(text) > FLOAT_DIGITS && parses(text, exact) &&
          static_cast<double>(static_cast<float>(exact)) != exact;
 }
 
@@ -56,18 +64,27 @@ bool isOfNumber(char c) {
   return zn::char_class::is(c, zn::char_class::NUMBER);
 }
 
-// Whether `isLost` is true for a number of more than `digits` bytes. Only one byte in `digits` + 1
-// is inspected, because each such number contains one of them: this takes a fifth of the time of
-// splitting the list.
-template <class IsLost>
-bool hasLost(std::string_view list, std::size_t digits, const IsLost& isLost) {
-  std::size_t at = digits + 1;
-  while (at < list.size()) {
-    std::size_t begin = at, end = at;
-    while (isOfNumber(list[begin - 1]) && isOfNumber(list[at])) --begin;
-    while (isOfNumber(list[end])) ++end;
-    if (end - begin > digits && isLost(list.substr(begin, end - begin))) return true;
-    at = end + digits + 1;
+// The number in a list that has the byte at `at`.
+std::string_view numberAt(std::string_view list, std::size_t at) {
+  std::size_t begin = at, end = at;
+  while (isOfNumber(list[begin - 1])) --begin;
+  while (isOfNumber(list[end])) ++end;
+  return list.substr(begin, end - begin);
+}
+
+// Whether `isLost` is true for a number with a run of more than `digits` bytes for which `isOfRun`
+// is true. Only one byte in `digits` + 1 is inspected, because each such run contains one of them:
+// this takes a fifth of the time of splitting the list.
+template <class IsOfRun, class IsLost>
+bool hasLost(std::string_view list, std::size_t digits, const IsOfRun& isOfRun,
+             const IsLost& isLost) {
+  for (std::size_t at = digits + 1; at < list.size(); at += digits + 1) {
+    if (!isOfRun(list[at])) continue;
+    std::size_t begin = at;
+    while (isOfRun(list[begin - 1])) --begin;
+    while (isOfRun(list[at])) ++at;
+    const bool isFraction = list[begin - 1] == '.';
+    if (at - begin > digits && !isFraction && isLost(numberAt(list, begin))) return true;
   }
   return false;
 }
@@ -100,21 +117,21 @@ class DigitRules final : public StatementRule {
   }
 
  private:
-  // The first number of a list that has more than `digits` bytes and for which `isLost` is true.
+  // The first number of a list for which `isLost` is true.
   template <class IsLost>
-  static std::string_view firstLost(std::string_view list, std::size_t digits,
-                                    const IsLost& isLost) {
-    if (!hasLost(list, digits, isLost)) return {};
+  static std::string_view firstLost(std::string_view list, const IsLost& isLost) {
     vsa::ListReader reader(list);
     vsa::ListPart part;
     while (reader.next(part)) {
-      if (part.text.size() > digits && !part.continues && isLost(part.text)) return part.text;
+      if (!part.continues && isLost(part.text)) return part.text;
     }
     return {};
   }
 
   void checkFloats(std::string_view keyword, std::string_view list) {
-    const std::string_view number = firstLost(list, FLOAT_DIGITS, losesFloatDigits);
+    const auto isOfRun = [](char c) { return isDigit(c) || c == '.'; };
+    if (!hasLost(list, FLOAT_DIGITS, isOfRun, losesFloatDigits)) return;
+    const std::string_view number = firstLost(list, losesFloatDigits);
     if (number.empty()) return;
     // Every keyword of several floats ends in "f", and has a counterpart for doubles that ends in
     // "d".
@@ -128,7 +145,8 @@ class DigitRules final : public StatementRule {
   }
 
   void checkDoubles(std::string_view list) {
-    const std::string_view number = firstLost(list, INTEGER_DIGITS, losesIntegerDigits);
+    if (!hasLost(list, INTEGER_DIGITS, isDigit, losesIntegerDigits)) return;
+    const std::string_view number = firstLost(list, losesIntegerDigits);
     if (!number.empty()) addInteger(number);
   }
 
