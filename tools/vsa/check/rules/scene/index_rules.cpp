@@ -85,7 +85,7 @@ class IndexRules final : public InputRule {
  public:
   explicit IndexRules(SceneFindings& found) : found_(found) {}
 
-  void visit(const NodeView& node, const InputView&) override {
+  void visit(const NodeView& node, const InputView&, vsa::ValueType) override {
     if (nodes_.empty() || nodes_.back() != node) nodes_.push_back(node);
   }
 

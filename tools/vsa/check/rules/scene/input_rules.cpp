@@ -33,9 +33,9 @@ void findInputProblems(SceneFindings& found) {
   const InputRulePointer indices = indexRules(found);
   for (const vsa::NodeView node : found.input().scene.nodes()) {
     visitInputs(node, [&](const vsa::InputView& input, ValueType type) {
-      if (links && (type == ValueType::Node || input.connection())) links->visit(node, input);
-      if (numbers && hasRealNumbers(type)) numbers->visit(node, input);
-      if (indices && type == ValueType::Buffer) indices->visit(node, input);
+      if (links && (type == ValueType::Node || input.connection())) links->visit(node, input, type);
+      if (numbers && hasRealNumbers(type)) numbers->visit(node, input, type);
+      if (indices && type == ValueType::Buffer) indices->visit(node, input, type);
     });
   }
   for (const InputRulePointer* rules : {&links, &numbers, &indices}) {

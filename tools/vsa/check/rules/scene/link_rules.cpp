@@ -1,12 +1,13 @@
 // Rules about circles of references and of connections.
 #include <algorithm>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_map>
 #include <vector>
 
 #include "tools/vsa/check/rules/scene/scene_rules.h"
+#include "tools/vsa/check/text/key_map.h"
 
 namespace vsa_tools {
 
@@ -42,12 +43,13 @@ class LinkGraph {
   };
 
   std::size_t numberOf(const NodeView& node) {
-    const auto [place, isNew] = numbers_.try_emplace(node.plain(), edges_.size());
+    const auto address = reinterpret_cast<std::uintptr_t>(node.plain());
+    const auto [number, isNew] = numbers_.insert(keyOfElement(0, address), edges_.size());
     if (isNew) edges_.emplace_back();
-    return place->second;
+    return number;
   }
 
-  std::unordered_map<const void*, std::size_t> numbers_;
+  KeyMap<std::size_t> numbers_{64};
   std::vector<std::vector<Edge>> edges_;
 };
 
@@ -113,7 +115,7 @@ class LinkRules final : public InputRule {
  public:
   explicit LinkRules(SceneFindings& found) : found_(found) {}
 
-  void visit(const NodeView& node, const InputView& input) override {
+  void visit(const NodeView& node, const InputView& input, vsa::ValueType) override {
     const NodeView target = input.node();
     if (target && !input.name().empty()) references_[input.name()].add(node, target, input);
     const vsa::ConnectionView connection = input.connection();

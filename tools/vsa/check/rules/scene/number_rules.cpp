@@ -54,8 +54,7 @@ class NumberRules final : public InputRule {
  public:
   explicit NumberRules(SceneFindings& found) : found_(found) {}
 
-  void visit(const vsa::NodeView&, const InputView& input) override {
-    const ValueType type = input.type();
+  void visit(const vsa::NodeView&, const InputView& input, ValueType type) override {
     if (type == ValueType::Real) {
       const double real = *input.real();
       if (!std::isfinite(real)) add(found_, input, real, "this value");

@@ -57,7 +57,9 @@ class SceneFindings {
 class InputRule {
  public:
   virtual ~InputRule() = default;
-  virtual void visit(const vsa::NodeView& node, const vsa::InputView& input) = 0;
+  /// `type` is that of the input.
+  virtual void visit(const vsa::NodeView& node, const vsa::InputView& input,
+                     vsa::ValueType type) = 0;
   /// Called after the last input.
   virtual void finish() {}
 };
