@@ -89,11 +89,11 @@ void CheckedText::skipMark() {
   markBytes_ = utf8::starts_with_bom(bytes_) ? sizeof utf8::bom : 0;
 }
 
-// Returns the size of the block to read after `size` bytes. A small file of the expected size is
-// read in one block, then one byte more to detect its end.
+// Returns the size of the block to read after `size` bytes. For a small file, it is one byte more
+// than expected, so that one call reads the file and detects its end.
 std::size_t CheckedText::blockAfter(std::size_t size) const {
-  if (size < expectedBytes_) return std::min(expectedBytes_ - size, MAX_BLOCK_BYTES);
-  return size == expectedBytes_ && size != 0 ? 1 : BLOCK_BYTES;
+  if (expectedBytes_ == 0 || size > expectedBytes_) return BLOCK_BYTES;
+  return std::min(expectedBytes_ + 1 - size, MAX_BLOCK_BYTES);
 }
 
 // Appends bytes of the file to bytes_ until there are `limit`. Returns true if reading ended before
@@ -109,7 +109,8 @@ bool CheckedText::readUpTo(std::uint64_t limit) {
         readAgainIfInterrupted([&] { return ::read(descriptor_, bytes_.data() + size, block); });
     if (count < 0) problem_ = std::strerror(errno);
     bytes_.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    if (count <= 0) return true;
+    const bool isExpectedEnd = bytes_.size() == expectedBytes_ && bytes_.size() < size + block;
+    if (count <= 0 || isExpectedEnd) return true;
   }
   return false;
 }
