@@ -72,9 +72,15 @@ std::string_view numberAt(std::string_view list, std::size_t at) {
   return list.substr(begin, end - begin);
 }
 
-// Whether `isLost` is true for a number with a run of more than `digits` bytes for which `isOfRun`
-// is true. Only one byte in `digits` + 1 is inspected, because each such run contains one of them:
-// this takes a fifth of the time of splitting the list.
+// Whether a run of digits and points has more than `count` digits.
+bool hasMoreDigits(std::string_view run, std::size_t count) {
+  return run.size() > count + 1 ||
+         (run.size() == count + 1 && run.find('.') == std::string_view::npos);
+}
+
+// Whether `isLost` is true for a number with a run of more than `digits` digits. `isOfRun` states
+// whether a byte is part of such a run. Only one byte in `digits` + 1 is inspected, because each
+// such run contains one of them: this takes a fifth of the time of splitting the list.
 template <class IsOfRun, class IsLost>
 bool hasLost(std::string_view list, std::size_t digits, const IsOfRun& isOfRun,
              const IsLost& isLost) {
@@ -84,7 +90,8 @@ bool hasLost(std::string_view list, std::size_t digits, const IsOfRun& isOfRun,
     while (isOfRun(list[begin - 1])) --begin;
     while (isOfRun(list[at])) ++at;
     const bool isFraction = list[begin - 1] == '.';
-    if (at - begin > digits && !isFraction && isLost(numberAt(list, begin))) return true;
+    if (isFraction || !hasMoreDigits(list.substr(begin, at - begin), digits)) continue;
+    if (isLost(numberAt(list, begin))) return true;
   }
   return false;
 }
