@@ -16,7 +16,11 @@ inline std::string_view between(const char* begin, const char* end) {
 /// The kind of a word: True, False, Null or Word.
 SyntaxKind kindOfLiteral(std::string_view word) noexcept;
 inline SyntaxKind kindOfWord(std::string_view word) noexcept {
-  return word.size() == 4 || word.size() == 5 ? kindOfLiteral(word) : SyntaxKind::Word;
+  if (word.size() != 4 && word.size() != 5) return SyntaxKind::Word;
+  // Most words of this size, such as the keywords of values, begin with another letter.
+  const char first = static_cast<char>(word.front() | 0x20);
+  const bool mayBeLiteral = first == 't' || first == 'f' || first == 'n';
+  return mayBeLiteral ? kindOfLiteral(word) : SyntaxKind::Word;
 }
 
 /// A list of numbers separated by single blanks.
