@@ -145,6 +145,7 @@ class CheckBench {
     fs::remove_all(folder);
   }
 
+  // The rules about texts are left out for a file of more than 64 MiB.
   void addBigFile(size_t megabytes) {
     const fs::path path = scratch_ / "vsa_bench_check.vsa";
     write(path, geo(megabytes * 1'000'000, Format::Vsa, 1).text);
@@ -222,12 +223,14 @@ int main(int argc, char** argv) try {
   size_t rounds = 7, megabytes = 100;
   CLI::App app("Measures vsa check over reading.", "vsa_bench_check");
   app.add_option("--rounds", rounds, "Rounds of each comparison");
-  app.add_option("--big", megabytes, "Size of the big file in MB");
+  app.add_option("--big", megabytes, "Size of the second big file in MB, such as 500");
   app.add_option("--scratch", scratch, "Folder for the files that are read");
   app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
   CLI11_PARSE(app, argc, argv);
   bench::CheckBench bench(scratch, rounds);
   bench.addSmallFiles();
+  constexpr size_t MEGABYTES_WITH_ALL_RULES = 60;
+  bench.addBigFile(MEGABYTES_WITH_ALL_RULES);
   bench.addBigFile(megabytes);
   bench.addMistakes();
   bench::printTable(bench.report);
