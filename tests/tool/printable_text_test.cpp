@@ -70,6 +70,12 @@ struct PrintableRow {
   std::string_view text, printed;
 };
 
+TEST(PrintableTest, EscapesControlsInJson) {
+  EXPECT_EQ(
+      "{\n \"a\": \"\\u001b\\u007f\\u009b\\u202e\\udb40\\udc01\xC3\xA6\"}\n",
+      printableJson("{\n \"a\": \"\\u001b\x7F\xC2\x9B\xE2\x80\xAE\xF3\xA0\x80\x81\xC3\xA6\"}\n"));
+}
+
 TEST(PrintableTest, EscapesControlsAndInvalidBytes) {
   const PrintableRow rows[] = {
       {"", ""},

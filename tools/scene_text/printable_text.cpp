@@ -75,6 +75,23 @@ std::string printable(std::string_view text) {
   return out;
 }
 
+// JSON has no control characters in its strings, so a line feed is one between tokens.
+std::string printableJson(std::string_view json) {
+  std::string out;
+  out.reserve(json.size());
+  forEachCharacter(
+      json,
+      [&](char32_t character, std::string_view bytes) {
+        if (character == '\n' || !isTerminalControl(character)) {
+          out += bytes;
+        } else {
+          out += escapedCharacter(character);
+        }
+      },
+      [&](char byte) { out += byte; });
+  return out;
+}
+
 std::string printableLine(std::string_view text) {
   if (text.find_first_of("\\:#") == std::string_view::npos) return printable(text);
   std::string line;

@@ -46,6 +46,10 @@ std::string escapedCharacter(char32_t character);
 /// original text cannot be restored.
 std::string printable(std::string_view text);
 
+/// Escapes terminal controls in the strings of a JSON text as \uHHHH. Line ends between its tokens
+/// remain. The value of the text does not change.
+std::string printableJson(std::string_view json);
+
 /// Escapes a message or file name at the beginning of a line like printable(). In addition,
 /// backslashes are doubled, so an escape differs from a backslash of the text. Commands of CI
 /// runners are escaped: "::" at the beginning of the line, "##[" and "##vso[" anywhere.

@@ -4,6 +4,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tools/scene_text/printable_text.h"
 #include "tools/vsa/common/scene/short_value.h"
 #include "tools/vsa/diff/difference_text.h"
 
@@ -81,6 +82,10 @@ Json listJson(const ListDifference& list) {
   return json;
 }
 
+std::string jsonText(const Json& json) {
+  return printableJson(json.dump(-1, ' ', false, Json::error_handler_t::replace));
+}
+
 }  // namespace
 
 void DifferenceText::add(const Difference& difference) {
@@ -90,10 +95,8 @@ void DifferenceText::add(const Difference& difference) {
 
 DifferenceJson::DifferenceJson(const std::string& nameA, const std::string& nameB, TextOutput& out)
     : out_(out) {
-  const auto quoted = [](const std::string& name) {
-    return Json(name).dump(-1, ' ', false, Json::error_handler_t::replace);
-  };
-  out_.put(fmt::format("{{\"a\":{},\"b\":{},\"differences\":[", quoted(nameA), quoted(nameB)));
+  out_.put(fmt::format("{{\"a\":{},\"b\":{},\"differences\":[", jsonText(Json(nameA)),
+                       jsonText(Json(nameB))));
 }
 
 void DifferenceJson::add(const Difference& found) {
@@ -110,7 +113,7 @@ void DifferenceJson::add(const Difference& found) {
   if (found.b) json["b"] = sides.b;
   if (found.list) json["list"] = listJson(*found.list);
   out_.put(count_++ == 0 ? "\n" : ",\n");
-  out_.put(json.dump(-1, ' ', false, Json::error_handler_t::replace));
+  out_.put(jsonText(json));
 }
 
 void DifferenceJson::end() {

@@ -2,6 +2,7 @@
 #include <nlohmann/json.hpp>
 
 #include <vsa/values/value_types.h>
+#include "tools/scene_text/printable_text.h"
 #include "tools/vsa/stats/file_statistics.h"
 
 namespace vsa_tools {
@@ -79,7 +80,7 @@ std::string reportJson(const StatisticsReport& report) {
   const Json json = {{"files", std::move(files)},
                      {"total", countsJson(report.total)},
                      {"peakMemoryBytes", report.peakMemoryBytes}};
-  return json.dump(1, ' ', false, Json::error_handler_t::replace) + '\n';
+  return printableJson(json.dump(1, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 
 }  // namespace vsa_tools

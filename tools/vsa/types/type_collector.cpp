@@ -3,6 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <vector>
 
+#include "tools/scene_text/printable_text.h"
+
 namespace vsa_tools {
 
 namespace {
@@ -95,7 +97,8 @@ std::string TypeCollector::json() const {
     types[name] = {{"inputs", std::move(inputs)}, {"outputs", type.outputs}};
   }
   const nlohmann::ordered_json all = {{"types", std::move(types)}};
-  return all.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + '\n';
+  const auto replace = nlohmann::ordered_json::error_handler_t::replace;
+  return printableJson(all.dump(2, ' ', false, replace)) + '\n';
 }
 
 }  // namespace vsa_tools
