@@ -92,6 +92,12 @@ TEST_F(FileListTest, NamesInAListMayBeSeparatedByNul) {
             listFiles({"@" + names}, NameSeparator::Nul).files);
 }
 
+TEST_F(FileListTest, ANameThatEndsWithANulMayBeBlanks) {
+  using namespace std::string_literals;
+  const std::string names = write("names", " \0\0\t\r\0"s);
+  EXPECT_EQ((Names{" ", "\t\r"}), listFiles({"@" + names}, NameSeparator::Nul).files);
+}
+
 TEST_F(FileListTest, AListThatCannotBeReadIsAProblem) {
   const FileList list = listFiles({"@" + (folder_ / "missing").native(), "@" + folder_.native()});
   EXPECT_TRUE(list.files.empty());

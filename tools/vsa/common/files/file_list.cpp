@@ -84,9 +84,15 @@ class FileLister {
   void addNames(std::istream& names, const std::string& source) {
     errno = 0;
     for (std::string name; std::getline(names, name, separator_);) {
-      if (name.find_first_not_of(" \t\r") != std::string::npos) addFileOrFolder(name);
+      if (!isBlank(name)) addFileOrFolder(name);
     }
     if (names.bad()) list.problems.push_back({source, std::strerror(errno)});
+  }
+
+  // Returns whether an entry of a list names no file. A name that ends with a NUL may be blanks.
+  bool isBlank(const std::string& name) const {
+    const char* const blanks = separator_ == '\0' ? "" : " \t\r";
+    return name.find_first_not_of(blanks) == std::string::npos;
   }
 
   char separator_;
