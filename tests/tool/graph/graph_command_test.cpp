@@ -138,6 +138,17 @@ TEST_F(GraphTest, HostileNames) {
   expectHas(graph("--svg 'a&amp;\"\\.vsa'"), ">\\u009b2J\\xf0</text>");
 }
 
+// A limit for the size of files stands for a full disk.
+TEST_F(GraphTest, AFileThatCannotBeWrittenRemains) {
+  write("a.vsa", largeScene());
+  write("a.dot", "old");
+  EXPECT_EQ(2, statusOf("trap '' XFSZ; ulimit -f 1; " VSA_COMMAND
+                        " graph --limit 10000 a.vsa -o a.dot 2>/dev/null"));
+  EXPECT_EQ("old", content("a.dot"));
+  EXPECT_EQ(0, vsa("graph a.vsa -o a.dot").status);
+  EXPECT_TRUE(content("a.dot").starts_with("digraph scene {"));
+}
+
 TEST_F(GraphTest, DamagedFilesAndFailures) {
   write("bad.vsa", "lamp sun;\n42;\nlamp lost;\n");
   const auto run = vsa("graph bad.vsa");

@@ -1,12 +1,9 @@
 #include "tools/vsa/graph/graph_command.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <fstream>
 
-#include "tools/vsa/common/interrupt.h"
+#include <vsa/file_replacement.h>
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
@@ -18,7 +15,8 @@ namespace vsa_tools {
 
 void GraphCommand::addTo(CommandOptions& options) {
   options.add("FILE", file_, "File to read; - is standard input").required();
-  options.add("-o,--output", output_, "File to write; - is standard output").valueName("FILE");
+  options.add("-o,--output", output_, "File to write or replace; - is standard output")
+      .valueName("FILE");
   const CommandOption svg = options.addFlag("--svg", svg_, "Write an SVG picture, by Graphviz");
   options.addFlag("--png", png_, "Write a PNG picture, by Graphviz").excludes(svg);
   options
@@ -50,9 +48,8 @@ std::size_t GraphCommand::limitFor(std::size_t nodes) const {
 }
 
 int GraphCommand::run() {
-  const InterruptScope interrupts;
   const SceneFile file = readAndReport(file_, reading_);
-  if (file.exitStatus == EXIT_USAGE) return EXIT_USAGE;
+  if (file.exitStatus == EXIT_USAGE || file.exitStatus == EXIT_INTERRUPTED) return file.exitStatus;
   const std::string title = std::filesystem::path(file.name).filename();
   const vsa::Scene& scene = file.result.scene;
   const std::string dot = dotText(graphOf(scene, limitFor(scene.nodes().size())), title);
@@ -65,9 +62,9 @@ int GraphCommand::run() {
 
 int GraphCommand::write(const std::string& text) const {
   if (output_ == "-") return printText(text);
-  std::ofstream output(output_, std::ios::binary);
-  if ((output << text).flush()) return EXIT_READ;
-  printError(output_ + ": " + std::strerror(errno));
+  vsa::FileReplacement file;
+  if (file.open(output_) && file.write(text) && file.replace()) return EXIT_READ;
+  printError(file.error());
   return EXIT_USAGE;
 }
 
