@@ -285,6 +285,17 @@ TEST_F(CommandTest, DumpShowsTheException) {
   EXPECT_EQ(1, json["fileVersion"]);
 }
 
+// Messages that are lost are an error of every command, even if the file was read completely.
+TEST_F(CommandTest, MessagesThatCannotBeWritten) {
+  write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
+  for (const char* arguments : {"stats a.vsa", "tree a.vsa", "diff a.vsa a.vsa", "extract a.vsa a",
+                                "convert a.vsa", "graph a.vsa"}) {
+    const std::string line = std::string(VSA_COMMAND " ") + arguments + " >stdout.txt";
+    EXPECT_EQ(0, statusOf(line + " 2>/dev/null")) << arguments;
+    EXPECT_EQ(2, statusOf(line + " 2>/dev/full")) << arguments;
+  }
+}
+
 TEST_F(CommandTest, DumpReportsThatItCannotWrite) {
   write("a.vsa", "sphere ball;\n");
   EXPECT_EQ(2, statusOf(VSA_COMMAND " dump a.vsa >/dev/full 2>stderr.txt"));

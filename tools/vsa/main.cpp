@@ -1,4 +1,5 @@
 // The command vsa: reads VSA texts and prints their diagnostics or their scenes.
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <exception>
@@ -21,10 +22,16 @@ int printHelp(const std::string& text) {
   return EXIT_USAGE;
 }
 
+/// Runs a command and returns its exit status. Messages that cannot be written are an error, too.
+int runCommand(Command& command) {
+  const int status = command.run();
+  return isErrorOutputWritten() ? status : std::max<int>(status, EXIT_USAGE);
+}
+
 int run(std::vector<std::string> arguments) {
   CommandLine commandLine(allCommands(), "vsa " VSA_VERSION);
   const Request request = commandLine.parse(std::move(arguments));
-  if (request.command != nullptr) return request.command->run();
+  if (request.command != nullptr) return runCommand(*request.command);
   if (request.error.empty()) return printHelp(request.help);
   printError(request.error + " (vsa --help shows the usage)");
   return EXIT_USAGE;

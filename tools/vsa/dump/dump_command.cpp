@@ -25,11 +25,6 @@ FileOutcome read(const InputFile& input, vsa::Scene& scene, DumpLog& log) {
   return readScene(scene, input, log.options());
 }
 
-int exitStatusOf(const FileOutcome& outcome) {
-  if (!isErrorOutputWritten()) return EXIT_USAGE;
-  return outcome.isComplete() ? EXIT_READ : EXIT_NOT_READ;
-}
-
 }  // namespace
 
 void DumpCommand::addTo(CommandOptions& options) {
@@ -123,7 +118,8 @@ int DumpCommand::run() {
   }
   if (log.notKept() > 0) printNotPrinted(name, log.notKept());
   if (written == EXIT_USAGE) return EXIT_USAGE;
-  return isInterrupted() ? EXIT_INTERRUPTED : std::max(written, exitStatusOf(outcome));
+  const int read = outcome.isComplete() ? EXIT_READ : EXIT_NOT_READ;
+  return isInterrupted() ? EXIT_INTERRUPTED : std::max(written, read);
 }
 
 }  // namespace vsa_tools
