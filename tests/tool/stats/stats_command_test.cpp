@@ -121,7 +121,10 @@ TEST_F(StatsTest, NamesAreSafeForTerminals) {
   EXPECT_EQ(std::string::npos, run.out.find('\x1B'));
   EXPECT_EQ(std::string::npos, run.out.find("\xC2\x9B"));
   EXPECT_LT(run.out.size(), 2000u);
-  EXPECT_TRUE(Json::accept(vsa("stats --json a.vsa").out));
+  const std::string report = vsa("stats --json a.vsa").out;
+  EXPECT_EQ(1, Json::parse(report)["total"]["nodesByType"]["\xC2\x9B"
+                                                           "2J"]);
+  EXPECT_EQ(std::string::npos, report.find("\xC2\x9B"));
 }
 
 TEST_F(StatsTest, ALongLogIsCut) {
@@ -132,6 +135,15 @@ TEST_F(StatsTest, ALongLogIsCut) {
   EXPECT_EQ(0, run.status);
   EXPECT_EQ(1001, std::count(run.err.begin(), run.err.end(), '\n'));
   EXPECT_TRUE(run.err.ends_with("and 500 more messages (--max-diagnostics N prints more)\n"));
+}
+
+// The reason why the reading ended comes after all messages that are printed.
+TEST_F(StatsTest, ALongLogHasTheErrorThatEndedTheReading) {
+  write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n.k = 2.5;\n.k = 2.5;\n.k = ;\n");
+  const auto run = vsa("stats --max-diagnostics 1 a.vsa");
+  EXPECT_EQ(1, run.status);
+  EXPECT_NE(std::string::npos, run.err.find("BAD TOKEN (5,6)")) << run.err;
+  EXPECT_TRUE(run.err.ends_with("and 2 more messages (--max-diagnostics N prints more)\n"));
 }
 
 TEST_F(StatsTest, OutputThatCannotBeWritten) {

@@ -56,22 +56,25 @@ class Reading {
     return options;
   }
 
+  // Adds or counts a message. The message about the end of the reading is added even after
+  // --max-diagnostics.
   void add(const vsa::Diagnostic& found) {
     file_.brokenLinks += isBrokenLink(found.id);
     const bool hasPosition = !found.kind.empty();
     const Position position{found.logLineNumber, found.logColumn};
-    add(hasPosition ? std::optional(position) : std::nullopt, vsa::name(found.severity),
-        arguments_.lineOf(found));
+    const std::string text = arguments_.lineOf(found);
     endIsReported_ = endIsReported_ || found.endedReading;
-  }
-
-  void add(const std::optional<Position>& position, std::string_view level, std::string_view text) {
-    if (kept_ >= arguments_.maxDiagnostics() ||
-        file_.messages.size() + text.size() > KEPT_MESSAGE_BYTES) {
+    const bool fits = kept_ < arguments_.maxDiagnostics() &&
+                      file_.messages.size() + text.size() <= KEPT_MESSAGE_BYTES;
+    if (!fits && !found.endedReading) {
       ++dropped_;
       return;
     }
     ++kept_;
+    add(hasPosition ? std::optional(position) : std::nullopt, vsa::name(found.severity), text);
+  }
+
+  void add(const std::optional<Position>& position, std::string_view level, std::string_view text) {
     file_.messages += diagnosticLine(file_.name, position, level, text) + '\n';
   }
 

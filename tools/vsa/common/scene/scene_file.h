@@ -17,8 +17,8 @@ struct SceneFile {
   /// The result of the reading, without diagnostics: these are in `messages`.
   vsa::ReadResult result;
   /// The lines for standard error in the order of their problems, escaped by printable(). Their
-  /// number is limited by the arguments, and their total size to 1 MiB. If lines are omitted, the
-  /// last line has the number of the omitted lines.
+  /// number is limited by the arguments, and their total size to 1 MiB. The reason why the reading
+  /// ended is never omitted. If other lines are, the last line has their number.
   std::string messages;
   /// The number of links that were not made: their node or output does not exist, or their input
   /// has another type.
