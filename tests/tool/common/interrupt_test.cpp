@@ -40,6 +40,25 @@ TEST_F(InterruptTest, DumpPrintsWhatItRead) {
   EXPECT_NE(content("stderr.txt").find("interrupted"), std::string::npos);
 }
 
+// Waits until the new file is there, and sends SIGINT. A fast machine may have written all of it by
+// then.
+TEST_F(InterruptTest, AWritingLeavesTheOldFile) {
+  std::string text;
+  for (int i = 0; i < 200000; ++i) text += "lamp n" + std::to_string(i) + ": .a = 1.5; .b = 2;\n";
+  write("a.vsa", text);
+  for (const char* command : {"convert a.vsa", "extract a.vsa 'n*'"}) {
+    write("out.vsa", "old");
+    const int status =
+        statusOf(std::string("env --default-signal=INT " VSA_COMMAND " ") + command +
+                 " -o out.vsa & vsa=$!; while kill -0 $vsa; do set -- .out.vsa.*.tmp; "
+                 "if test -e \"$1\"; then kill -INT $vsa; fi; done 2>/dev/null; wait $vsa; s=$?; "
+                 "set -- .out.vsa.*.tmp; test ! -e \"$1\" || exit 99; exit $s");
+    if (status == 0) continue;
+    EXPECT_EQ(status, 130) << command;
+    EXPECT_EQ(content("out.vsa"), "old") << command;
+  }
+}
+
 TEST_F(InterruptTest, AnEndlessDeviceIsInterrupted) {
   EXPECT_EQ(statusOf("timeout -s INT 0.5 env --default-signal=INT " VSA_COMMAND
                      " check /dev/zero >stdout.txt;"

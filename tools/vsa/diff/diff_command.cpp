@@ -17,7 +17,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// Reads both files at the same time.
+/// Reads both files at the same time. Ctrl-C ends the reading.
 class TwoReadings {
  public:
   explicit TwoReadings(const ReadArguments& arguments) : arguments_(arguments) {}
@@ -37,6 +37,7 @@ class TwoReadings {
     });
   }
 
+  const InterruptScope interrupts_;
   const ReadArguments& arguments_;
   Progress progress_{"reading"};
   std::atomic<std::uint64_t> done_[2] = {0, 0}, total_[2] = {0, 0};
@@ -88,7 +89,6 @@ void DiffCommand::addTo(CommandOptions& options) {
 }
 
 int DiffCommand::run() {
-  const InterruptScope interrupts;
   const auto [a, b] = TwoReadings(reading_).read(fileA_, fileB_);
   std::fputs((a.messages + b.messages).c_str(), stderr);
   if (a.exitStatus != EXIT_READ || b.exitStatus != EXIT_READ) {

@@ -1,6 +1,5 @@
 #include "tools/vsa/extract/extract_command.h"
 
-#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/scene/scene_file.h"
 #include "tools/vsa/extract/scene_part.h"
@@ -29,7 +28,6 @@ void ExtractCommand::addTo(CommandOptions& options) {
 }
 
 int ExtractCommand::run() {
-  const InterruptScope interrupts;
   SceneFile file = readAndReport(file_, reading_);
   if (file.exitStatus == EXIT_USAGE || file.exitStatus == EXIT_INTERRUPTED) return file.exitStatus;
   if (file.exitStatus != EXIT_READ) {

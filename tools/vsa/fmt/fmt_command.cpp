@@ -77,7 +77,7 @@ int FmtCommand::formatAll(const std::vector<std::string>& files) const {
         progress.finish(i);
         return isPrinted && !isInterrupted();
       });
-  return status;
+  return isInterrupted() ? EXIT_INTERRUPTED : status;
 }
 
 int FmtCommand::run() {

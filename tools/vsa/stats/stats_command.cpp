@@ -74,7 +74,7 @@ int StatsCommand::countAll(const std::vector<std::string>& files, StatisticsRepo
         progress.finish(i);
         return !isInterrupted();
       });
-  return status;
+  return isInterrupted() ? EXIT_INTERRUPTED : status;
 }
 
 int StatsCommand::run() {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
@@ -36,7 +35,6 @@ void TreeCommand::addTo(CommandOptions& options) {
 }
 
 int TreeCommand::run() {
-  const InterruptScope interrupts;
   const SceneFile file = readAndReport(file_, reading_);
   if (file.exitStatus == EXIT_USAGE) return EXIT_USAGE;
   TextOutput out(stdout);

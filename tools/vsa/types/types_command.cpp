@@ -26,7 +26,6 @@ void TypesCommand::addTo(CommandOptions& options) {
 }
 
 int TypesCommand::run() {
-  const InterruptScope interrupts;
   auto [files, status] = files_.list();
   TypeCollector types;
   for (const std::string& name : files) {

@@ -120,6 +120,7 @@ SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
 }
 
 SceneFile readAndReport(const std::string& name, const ReadArguments& arguments) {
+  const InterruptScope interrupts;
   Progress progress("reading");
   SceneFile file = readSceneFile(name, arguments, [&](std::uint64_t done, std::uint64_t total) {
     progress.update(done, total);

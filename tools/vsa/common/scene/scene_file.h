@@ -39,7 +39,8 @@ using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t tot
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {},
                         const ReadingProgress& onProgress = {});
 
-/// Calls readSceneFile(), shows a progress line, and prints the messages to standard error.
+/// Calls readSceneFile(), shows a progress line, and prints the messages to standard error. Ctrl-C
+/// ends the reading. The caller must not have an InterruptScope.
 SceneFile readAndReport(const std::string& name, const ReadArguments& arguments = {});
 
 }  // namespace vsa_tools

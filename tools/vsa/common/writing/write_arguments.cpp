@@ -2,8 +2,10 @@
 
 #include <optional>
 
+#include <vsa/file_replacement.h>
 #include <vsa/write.h>
 #include "tools/vsa/common/diagnostic.h"
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/output.h"
 #include "tools/vsa/common/writing/output_sink.h"
@@ -13,12 +15,43 @@ namespace vsa_tools {
 
 namespace {
 
+/// Passes a text on to another sink until Ctrl-C is pressed.
+class InterruptibleSink final : public vsa::Sink {
+ public:
+  explicit InterruptibleSink(vsa::Sink& out) : out_(out) {}
+  bool write(std::string_view text) override { return !isInterrupted() && out_.write(text); }
+  std::string error() const override { return out_.error(); }
+
+ private:
+  vsa::Sink& out_;
+};
+
 vsa::WriteResult writeToOutput(const vsa::Scene& scene, const vsa::WriteOptions& options) {
   OutputSink out;
-  vsa::WriteResult result = vsa::writeTo(scene, out, options);
+  InterruptibleSink sink(out);
+  vsa::WriteResult result = vsa::writeTo(scene, sink, options);
   if (result.isWritten() && !out.flush()) {
     result.status = vsa::WriteStatus::Unwritable;
     result.message = out.error();
+  }
+  return result;
+}
+
+/// Replaces the file as vsa::writeFile() does. After Ctrl-C the old file remains.
+vsa::WriteResult writeToFile(const vsa::Scene& scene, const std::string& path,
+                             const vsa::WriteOptions& options) {
+  vsa::FileReplacement file;
+  InterruptibleSink sink(file);
+  vsa::WriteResult result;
+  bool isReplaced = file.open(path);
+  if (isReplaced) {
+    result = vsa::writeTo(scene, sink, options);
+    if (!result.isWritten()) return result;
+    isReplaced = file.replace();
+  }
+  if (!isReplaced) {
+    result.status = vsa::WriteStatus::Unwritable;
+    result.message = file.error();
   }
   return result;
 }
@@ -72,8 +105,10 @@ vsa::WriteOptions WriteArguments::options() const {
 }
 
 int WriteArguments::write(const vsa::Scene& scene, const std::string& name) const {
+  const InterruptScope interrupts;
   const vsa::WriteResult result =
-      output_ == "-" ? writeToOutput(scene, options()) : vsa::writeFile(scene, output_, options());
+      output_ == "-" ? writeToOutput(scene, options()) : writeToFile(scene, output_, options());
+  if (isInterrupted() && !result.isWritten()) return EXIT_INTERRUPTED;
   printProblems(name, result);
   if (!result.isWritten() && result.problems.empty()) printError(result.message);
   return exitStatusOf(result);
