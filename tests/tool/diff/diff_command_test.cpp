@@ -141,6 +141,10 @@ TEST_F(DiffTest, Json) {
        "largestDeviation": 2.0, "largestAt": 0}},
       {"kind": "node-renamed", "nodeA": "old", "nodeB": "new"}]})"),
             nlohmann::json::parse(run.out));
+  write("c.vsa", "lamp a: .f = float[1] {inf};");
+  write("d.vsa", "lamp a: .f = float[1] {1};");
+  const auto infinite = nlohmann::json::parse(vsa("diff --json c.vsa d.vsa").out);
+  EXPECT_EQ("inf", infinite["differences"][0]["list"]["largestDeviation"]);
   const auto same = vsa("diff --json a.vsa a.vsa");
   EXPECT_EQ(0, same.status);
   EXPECT_EQ("{\"a\":\"a.vsa\",\"b\":\"a.vsa\",\"differences\":[],\"same\":true}\n", same.out);

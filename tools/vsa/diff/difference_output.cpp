@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "tools/scene_text/printable_text.h"
@@ -76,7 +77,9 @@ Json listJson(const ListDifference& list) {
   Json json = {{"countA", list.countA}, {"countB", list.countB}, {"differing", list.differing}};
   if (list.differing > 0) json["first"] = list.first;
   if (list.largestDeviation) {
-    json["largestDeviation"] = *list.largestDeviation;
+    // JSON has no infinity, so it is a string, as in a dump.
+    const bool isInfinite = std::isinf(*list.largestDeviation);
+    json["largestDeviation"] = isInfinite ? Json("inf") : Json(*list.largestDeviation);
     json["largestAt"] = list.largestAt;
   }
   return json;
