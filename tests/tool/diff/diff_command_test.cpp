@@ -223,19 +223,29 @@ class GitDiffTest : public DiffTest {
 
 // The two recipes of docs/commands.md.
 TEST_F(GitDiffTest, AsAnExternalDiff) {
-  EXPECT_EQ(
-      "vsa diff scene.vsa\nsun.k: 1 -> 2\n",
-      git("git config diff.vsa.command 'f() { echo \"vsa diff $1\"; vsa diff \"$2\" \"$5\" || "
-          "test $? -eq 1; }; f'; git diff scene.vsa"));
+  const std::string configured =
+      "git config diff.vsa.command 'f() { echo \"vsa diff $1\"\n  vsa diff \"$2\" \"$5\" || "
+      "test $? -eq 1 || diff -u \"$2\" \"$5\" || :; }; f'; ";
+  EXPECT_EQ("vsa diff scene.vsa\nsun.k: 1 -> 2\n", git(configured + "git diff scene.vsa"));
+  write("scene.vsa", "lamp sun: .k = ;\nsky dusk;\n");
+  EXPECT_EQ(0, statusOf("( . ./setup.sh; git diff scene.vsa ) >stdout.txt 2>stderr.txt"));
+  const std::string damaged = content("stdout.txt");
+  EXPECT_NE(std::string::npos, damaged.find("\n-lamp sun: .k = 1;\n+lamp sun: .k = ;\n"))
+      << damaged;
   EXPECT_EQ(0, statusOf(". ./setup.sh; git rm -qf scene.vsa"));
   EXPECT_EQ("vsa diff scene.vsa\n- lamp sun\n- sky dusk\n", git("git diff HEAD -- scene.vsa"));
 }
 
 TEST_F(GitDiffTest, AsATextConversion) {
-  const std::string shown = git(
-      "git config diff.vsa.textconv 'vsa convert --by-name --full-paths'; git diff -U0 scene.vsa");
+  const std::string shown =
+      git("git config diff.vsa.textconv "
+          "'f() { vsa convert --by-name --full-paths \"$1\" || cat \"$1\"; }; f'; "
+          "git diff -U0 scene.vsa");
   EXPECT_NE(std::string::npos, shown.find("\n-sun.k = 1;\n+sun.k = 2;\n")) << shown;
   EXPECT_EQ(std::string::npos, shown.find("dusk;\n")) << shown;
+  write("scene.vsa", "lamp sun: .k = ;\nsky dusk;\n");
+  EXPECT_EQ(0, statusOf("( . ./setup.sh; git diff scene.vsa ) >stdout.txt 2>stderr.txt"));
+  EXPECT_NE(std::string::npos, content("stdout.txt").find("\n+lamp sun: .k = ;\n"));
 }
 
 }  // namespace
