@@ -90,6 +90,13 @@ TEST_F(ConvertTest, Options) {
             "t b:\n  .l = a;\n  .f = float[3] {1\n    2 3};\nt a;\n");
 }
 
+TEST_F(ConvertTest, NegativeNumbersAreWrongUsage) {
+  write("a.vsa", "t a;");
+  for (const char* option : {"--width -1", "--numbers -1"}) {
+    EXPECT_EQ(convert(option + std::string(" a.vsa")).status, 2) << option;
+  }
+}
+
 TEST_F(ConvertTest, FileThatIsNotReadCompletelyIsNotWritten) {
   write("b.vsa", "old");
   for (const std::string text : {"thing n; n.x = ;", "thing n; n.x = 1;\xFF", "t n; \"cut"}) {

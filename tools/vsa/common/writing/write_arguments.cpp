@@ -86,10 +86,12 @@ void WriteArguments::addTo(CommandOptions& options) {
   options.addFlag("--by-name", byName_, "Sort the nodes by name");
   options.addFlag("--links-last", linksLast_, "Write references and connections last");
   options.add("--width", options_.lineWidth, "Columns of a line of numbers; 0: no limit")
-      .valueName("N");
+      .valueName("N")
+      .notNegative();
   options
       .add("--numbers", options_.numbersPerLine, "Numbers in a line of a list; 0: as many as fit")
-      .valueName("N");
+      .valueName("N")
+      .notNegative();
   options.addFlag("--no-header", noHeader_, "Leave out comments, version and time");
   options.addFlag("--lossy", options_.lossy, "Leave out what a text cannot carry");
 }
