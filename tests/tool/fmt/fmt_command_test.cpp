@@ -137,6 +137,12 @@ TEST_F(FmtCommandTest, WrongUse) {
   EXPECT_EQ(vsa("fmt -i /dev/null").status, 2);
 }
 
+TEST_F(FmtCommandTest, RefusesAPipeThatIsNamed) {
+  EXPECT_EQ(statusOf("mkfifo pipe; echo 'lamp a;' >pipe & " VSA_COMMAND " fmt pipe 2>stderr.txt"),
+            2);
+  EXPECT_EQ(content("stderr.txt"), "vsa: pipe: not a regular file\n");
+}
+
 TEST_F(FmtCommandTest, TellsWhenOutputCannotBeWritten) {
   write("a.vsa", RAW);
   EXPECT_EQ(statusOf(VSA_COMMAND " fmt a.vsa >/dev/full 2>err.txt"), 2);

@@ -13,7 +13,7 @@
 namespace vsa_tools {
 
 bool TextFile::fail() {
-  problem_ = std::strerror(errno);
+  problem_ = errno == ESPIPE ? "not a regular file" : std::strerror(errno);
   return false;
 }
 
@@ -23,7 +23,7 @@ bool TextFile::open(const std::string& name) {
   if (name == "-" && !copyInput()) return false;
   std::array<char, BYTE_ORDER_MARK.size()> head{};
   const ssize_t count = ::pread(descriptor(), head.data(), head.size(), 0);
-  if (count < 0) return fail();  // for example, a directory was opened
+  if (count < 0) return fail();  // for example, a directory or a pipe was opened
   hasMark_ = std::string_view(head.data(), static_cast<std::size_t>(count)) == BYTE_ORDER_MARK;
   return true;
 }
