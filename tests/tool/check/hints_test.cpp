@@ -39,6 +39,13 @@ constexpr HintRow ROWS[] = {
     {"mesh \"arm\";", "write `arm`", "mesh arm;"},
     {"lamp a, b;", "one node in each statement"},
     {"lamp a:\n.x : 1;", "write `=`", "lamp a:\n.x = 1;"},
+    {"lamp a:\n.x := 1;", "write `=`", "lamp a:\n.x = 1;"},
+    {"slkdf\nlamp sun:\n.x = 1;", "such as `lamp slkdf;`"},
+    {"lamp my sun;", "write `my_sun`"},
+    {"lamp sun;\nsun/x = 1;", "a path has periods"},
+    {"<<<<<<< HEAD\nlamp sun;\n", "a merge left both versions"},
+    {"lamp a;\n=======\nlamp b;\n", "a merge left both versions"},
+    {"lamp sun:\n\u00A0.x = 1;", "no-break space", "lamp sun:\n .x = 1;"},
     {"lamp a;;", "remove the semicolon", "lamp a;"},
     {"lamp sun;\n.power = 2.5;", "end the declaration of sun with a colon",
      "lamp sun:\n.power = 2.5;"},
@@ -60,6 +67,12 @@ constexpr HintRow ROWS[] = {
     {"m m: .i = float[2] {-infinity 0};", "write `-inf`", "m m: .i = float[2] {-inf 0};"},
     {"m m: .i = int32[2] {0x1F 0};", "write `31`", "m m: .i = int32[2] {31 0};"},
     {"m m: .i = float[2] {1 # one\n 2};", "a list has no comments"},
+    {"m m: .b = float[-1] {1};", "a count is a whole number"},
+    {"m m: .b = byte[3] {.YWJj};", "in hexadecimal"},
+    {"m m: .s = [\"a\" \"b\"];", "assign strings one by one"},
+    {"m m: .v = vec3(\"1\" 2 3);", "a list has numbers only"},
+    {"lamp s: .c <- d.out;\nsky d;", "written with `|=`"},
+    {"lamp s: .c -> d.out;\nsky d;", "written with `|=`"},
     {"m m: .k[-1] = 1;", "indices count from 0"},
     {"m m: .k[i] = 1;", "an index is a number"},
     {"m m: .k[ * ] = 1;", "write `[*]`", "m m: .k[*] = 1;"},
@@ -70,6 +83,11 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .p = 1,5;", "not a decimal point", "lamp sun: .p = 1.5;"},
     {"lamp sun: .p = 1_000;", "no separators", "lamp sun: .p = 1000;"},
     {"lamp sun: .p = 0x1F;", "write `31`", "lamp sun: .p = 31;"},
+    {"lamp sun: .c |= dusk.out\n.p = 1;\nsky dusk;", "end the statement with `;`",
+     "lamp sun: .c |= dusk.out;\n.p = 1;\nsky dusk;"},
+    {"lamp sun: .p = 1,\n.q = 2;", "write `;`", "lamp sun: .p = 1;\n.q = 2;"},
+    {"lamp sun: .p = 1'000;", "no separators"},
+    {"lamp sun: .p = 1 + 2;", "nothing is computed"},
     {"lamp sun: .p = 2.5 W;", "a number has no unit"},
     {"lamp sun: .c = rgb(1 0 0);", "write `rgba`", "lamp sun: .c = rgba(1 0 0);"},
     {"m m: .i = uint8[2] {1 2};", "write `byte`", "m m: .i = byte[2] {1 2};"},
@@ -83,7 +101,10 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .p = 1e-05;", "write `1.0e-05`", "lamp sun: .p = 1.0e-05;"},
     {"lamp sun: .p = 5U;", "write `5u`", "lamp sun: .p = 5u;"},
     {"lamp sun: .p = 99999999999999999999;", "an integer has 64 bits"},
-    {"lamp sun: .p = .5;", "write `0.`", "lamp sun: .p = 0.5;"},
+    {"lamp sun: .p = 18446744073709551615u;", "does not fit 63 bits"},
+    {"lamp sun: .p = .5;", "write `0.5`", "lamp sun: .p = 0.5;"},
+    {"lamp sun: .p == 5;", "write one `=`", "lamp sun: .p = 5;"},
+    {"lamp sun: .p = (0 1 2);", "such as `vec3(...)`"},
     {"lamp sun: .p = +5;", "no plus sign", "lamp sun: .p = 5;"},
     {"lamp sun: .l = 'noon';", "double quotes", "lamp sun: .l = \"noon\";"},
     {"lamp sun: .p = ;", "a value is missing"},
@@ -101,7 +122,13 @@ constexpr HintRow ROWS[] = {
     {"lamp s: .c |= dsuk.out;\nsky dusk;", "did you mean `dusk`?",
      "lamp s: .c |= dusk.out;\nsky dusk;"},
     {"ball b: .m = plastic;", "quote it"},
+    {"ball b: .m = None;", "did you mean `null`?"},
+    {"ball b: .m = yes;", "did you mean `true`?"},
+    {"ball b: .m = \u201Cred\u201D;", "straight double quotes"},
     {"ball b: .m = inf;", "may be `-inf`"},
+    {"ball b: .m = -infinity;", "write `-inf`", "ball b: .m = -inf;"},
+    {"lamp s: .c |= 3;", "a value is written with `=`"},
+    {"lamp s: .c |= \"d.out\";\nsky d;", "write `d.out`", "lamp s: .c |= d.out;\nsky d;"},
     {"lamp s: .c |= d.out.r;\nsky d;", "an output has no members"},
     {"lamp s: .c |= .out;\n", "write the name of the node"},
     {"lamp s: .c | d.out;\nsky d;", "written with `|=`", "lamp s: .c |= d.out;\nsky d;"},
@@ -119,6 +146,7 @@ constexpr HintRow ROWS[] = {
      "m m: .i = int32[1] {1}; .i = int32[3] {0 1 2};"},
     {"m m: .k[0] = 1; .k[1] = 2.5;", "the type of the first one"},
     {"m m: .k[0] = 1; .k = 5;", "element by element"},
+    {"m m: .k = c; .k = \"c\";\nc c;", "write `c`", "m m: .k = c; .k = c;\nc c;"},
     {"m m: .k |= c.out; .k = 5;\nc c;", "before the input is connected"},
     // Buffers.
     {"m m: .p = vec3f[6] {0 0 0, 1 0 0};", "write `[2]` for 6 numbers",
@@ -126,8 +154,16 @@ constexpr HintRow ROWS[] = {
     {"m m: .p = vec3f[1] {0 0 0 1 2 3};", "write `[2]`", "m m: .p = vec3f[2] {0 0 0 1 2 3};"},
     {"m m: .p = vec3f[1] {0 0 0 1};", "an element has 3"},
     {"m m: .p = int32[] {0 1 2};", "write `[3]`", "m m: .p = int32[3] {0 1 2};"},
-    {"m m: .p = int32[2] {0 1.5};", "integers only"},
-    {"m m: .p = byte[2] {0 256};", "does not fit the type byte"},
+    {"m m: .p = int32[2] {0 1.5};", "integers only (index 1)"},
+    {"m m: .p = byte[2] {0 256};", "the number at index 1 does not fit the type byte"},
+    {"m m: .p = int32[3] {0 1 3e};",
+     "not a number, or one that does not fit the type int32 (index 2)"},
+    {"m m: .p = vec2f[2] {{1 2}{3 4}};", "put blanks between them",
+     "m m: .p = vec2f[2] {{1 2} {3 4}};"},
+    {"m m: .p = float[3] {1,5 2,5 3,5};", "not a decimal point",
+     "m m: .p = float[3] {1.5 2.5 3.5};"},
+    {"{\n  \"nodes\": []\n}", "another format"},
+    {"m m: .p = float[2] {.78da4b4c4a0600};", "types of single bytes"},
     {"m m: .p = byte[2] {.1f8b08};", "zlib"},
 };
 
@@ -186,6 +222,31 @@ TEST(Hints, NoteWhereAnInputGotItsType) {
   ASSERT_EQ(finding.notes.size(), 1U);
   EXPECT_EQ(finding.notes[0].range.begin.offset, text.find("1;"));
   EXPECT_EQ(finding.notes[0].range.end.offset, text.find("1;") + 1);
+}
+
+// A statement about a member or an element gives its object or array the type.
+TEST(Hints, NoteWhereAnArrayGotItsType) {
+  const std::string_view text = "m m: .k[*] = 1;\n.k = 2;\n.k = 3;";
+  const vsa::ReadResult read = vsa::readText(text);
+  ASSERT_EQ(read.diagnostics.size(), 2U);
+  vsa_tools::Hints hints(text);
+  for (const vsa::Diagnostic& diagnostic : read.diagnostics) {
+    Finding finding;
+    hints.addTo(diagnostic, finding);
+    ASSERT_EQ(finding.notes.size(), 1U);
+    EXPECT_EQ(finding.notes[0].range.begin.offset, text.find(".k[*]"));
+  }
+}
+
+// The reader notices some mistakes in a later line.
+TEST(Hints, MoveTheFindingToTheMistake) {
+  const std::string_view connection = "lamp sun: .c |= dusk.out\n.p = 1;\n";
+  EXPECT_EQ(hintFor(connection, vsa::readText(connection)).range->begin,
+            (vsa::TextPosition{24, 1, 25}));
+  const std::string_view word = "lamp a;\nslkdf\nlamp sun:\n.x = 1;";
+  const Finding finding = hintFor(word, vsa::readText(word));
+  EXPECT_EQ(finding.range->begin, (vsa::TextPosition{8, 2, 1}));
+  EXPECT_EQ(finding.range->end, (vsa::TextPosition{13, 2, 6}));
 }
 
 TEST(Hints, NoteWhereTheReaderNoticesWhatIsOpen) {
@@ -259,6 +320,11 @@ TEST(SimilarNames, AreSureIfOneCharacterDiffersThatIsNoDigit) {
   };
   EXPECT_TRUE(isSure("pendnat", "pendant"));
   EXPECT_TRUE(isSure("Clay", "clay"));
+  EXPECT_TRUE(isSure("A", "a"));
+  EXPECT_FALSE(isSure("box", "fox"));
+  vsa_tools::NearestName letter("b");
+  letter.consider("a");
+  EXPECT_FALSE(letter.found().has_value());
   EXPECT_FALSE(isSure("Cube4", "Cube3"));
   EXPECT_FALSE(isSure("pednnat", "pendant"));
 }

@@ -140,6 +140,42 @@ TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {
   EXPECT_NE(first.find("1 file checked: 1 error, 0 warnings\n"), std::string::npos) << first;
 }
 
+TEST_F(ReadOnTest, OneMistakeWithSeveralWrongTokensIsReportedOnce) {
+  const std::pair<const char*, std::vector<std::string>> texts[] = {
+      {"lamp a: .x: 3;\n.y = 1;\n", {"1 [unrecognized-token]"}},
+      {"lamp a: .x := 3;\n.y = 1;\n", {"1 [unrecognized-token]"}},
+      {"lamp a {\n  .x = 1;\n  .y = 2;\n}\nlamp b;\n", {"1 [invalid-list-token]"}},
+      {"lamp a:\n<<<<<<< HEAD\n.x = 1;\n=======\n.x = 2;\n>>>>>>> b\n.y = 1;\n",
+       {"2 [invalid-token]", "4 [unrecognized-token]", "6 [invalid-token]"}},
+  };
+  for (const auto& [text, expected] : texts) {
+    write("a.vsa", text);
+    const std::string out = vsa("check -q --ignore all --error reader --format line a.vsa").out;
+    EXPECT_EQ(expected, linesAndIds(out)) << text;
+  }
+}
+
+// A rule has nothing to say about a statement that the reader refused.
+TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
+  const char* const texts[] = {
+      "lamp a: .s = \"x\"; .s = 3;\n",
+      "lamp a: .n = 1; .n = 2.5;\n",
+      "lamp a: .k = 1; .k[1] = 2;\n",
+      "lamp a: .v = mat3((1 0 0)(0 1 0)(0 0 1));\n",
+      "lamp a: .v = vec2f[2] {{1 2}{3 4}};\n",
+      "mat m; lamp a: .m = m; .m = \"m\";\n",
+      "lamp a: .v = byte[400000000] {0 1};\n",
+      "lamp a: .x = 1; lamp b; .x = 2;\n",
+      "lamp a: .x = float[1] {.7801000010010000000000};\n",
+      "lamp a: remove a; .x = 1; .y = 2;\n",
+  };
+  for (const char* text : texts) {
+    write("a.vsa", text);
+    const std::string out = vsa("check -q --no-config --format line a.vsa").out;
+    EXPECT_EQ(std::count(out.begin(), out.end(), '\n'), 1) << text << out;
+  }
+}
+
 // No memory can hold the count, wherever the reader meets it.
 TEST_F(ReadOnTest, ACountThatNoMemoryHoldsIsOneOfTheMistakes) {
   write("a.vsa", "a.x = 1;\nmesh m;\nm.ids = mat4d[9223372036854775807] {};\nm.k = 1e-05;\n");

@@ -62,12 +62,20 @@ constexpr TypeRow TYPE_ROWS[] = {
      "lamp a: .power = 1; .ids = int32[1] {1};"},
     {"wrong-input-type", "lamp a: .power = 1; .keys[*] = «1»;",
      "lamp a: .power = 1; .keys[*] = 1.0;"},
+    {"wrong-input-type", "lamp a: .power = 1; .keys[1] = «1»; .keys[0] = 2; .keys = 3;",
+     "lamp a: .power = 1; .keys[1] = 1.0;"},
+    {"wrong-input-type", "lamp a: .power = 1; .«keys[*].time» = 1; .keys[*].time = 2;",
+     "lamp a: .power = 1; .free[*].time = 1.0;"},
+    {"wrong-input-type", "lamp a: .power = 1; .«color.r» = 1.0;",
+     "lamp a: .power = 1; .free.r = 1.0;"},
+    {"unknown-input", "lamp a: .power = 1; .«lens».f[0] = 1.0;", "lamp a: .free.f[0] = 1.0;"},
     {"wrong-input-type", "lamp a: .power = 1; .mask = «1»;", "lamp a: .power = 1; .mask = a;"},
     {"out-of-range", "lamp a: .power = «101»;", "lamp a: .power = 100;"},
     {"out-of-range", "lamp a: .power = «-0.5»;", "lamp a: .power = 0;"},
     {"out-of-range", "lamp a: .power = 1; .color = «rgba(1 1.5 1)»;",
      "lamp a: .power = 1; .color = rgba(1 -1 1);"},
     {"missing-input", "lamp «a»: .count = 1;", "lamp a: .power |= a.outColor;"},
+    {"missing-input", "lamp «a»: .zoom = 1;", "lamp a: .powr = 1.0;"},
 };
 
 std::vector<Finding> typeFindings(std::string_view text, std::string_view id) {

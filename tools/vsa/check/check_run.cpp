@@ -198,7 +198,8 @@ std::string CheckRun::summary() const {
   const std::uint64_t notes = printer_.count(Level::Note);
   std::string line = counted(totals_.files, "file") + " checked: ";
   if (errors + warnings + notes == 0) {
-    line += isInterrupted() ? "interrupted" : "no problems found";
+    const bool isWhole = !totals_.isEndedEarly;
+    line += isInterrupted() ? "interrupted" : isWhole ? "no problems found" : "nothing printed";
   } else {
     line += counted(errors, "error") + ", " + counted(warnings, "warning");
     if (notes > 0) line += ", " + counted(notes, "note");

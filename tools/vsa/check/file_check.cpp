@@ -98,7 +98,10 @@ void FileCheck::consumeNew(const vsa::Diagnostic& diagnostic) {
 
 void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome) {
   if (options_.isReaderOnly) return;
-  const FindingConsumer deliver = [this](Finding&& finding) { consume(std::move(finding)); };
+  followUps_.finish();
+  const FindingConsumer deliver = [this](Finding&& finding) {
+    if (!followUps_.contains(finding, text_.text())) consume(std::move(finding));
+  };
   runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome,
             options_.types},
            rules_, deliver);
@@ -120,6 +123,7 @@ vsa::ReadOptions FileCheck::readOptions() const {
 // large file is not in memory.
 Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
   Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
+  followUps_.add(diagnostic);
   if (text_.isKept() && !options_.isReaderOnly) hints_.addTo(diagnostic, finding);
   return finding;
 }

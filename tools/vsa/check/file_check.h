@@ -10,6 +10,7 @@
 #include <vsa/types.h>
 #include "tools/vsa/check/finding.h"
 #include "tools/vsa/check/hints/hints.h"
+#include "tools/vsa/check/reading/follow_ups.h"
 #include "tools/vsa/check/rules/rule.h"
 #include "tools/vsa/check/text/checked_text.h"
 #include "tools/vsa/common/read_arguments.h"
@@ -65,6 +66,7 @@ class FileCheck {
   const Consumer& consumer_;
   Hints hints_;
   std::uint64_t stopLine_ = 0;
+  FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
 };
 

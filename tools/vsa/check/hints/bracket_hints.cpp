@@ -4,6 +4,7 @@
 
 #include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/hints/hint_text.h"
+#include "tools/vsa/check/text/statement_scan.h"
 
 namespace vsa_tools {
 
@@ -72,6 +73,15 @@ void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& findin
   finding.notes.push_back(
       {{begin, end},
        isAtEnd ? "the text ends here, and nothing has closed it" : "the reader notices it here"});
+}
+
+bool hintForConflict(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::size_t begin = range.begin.offset;
+  if (!isConflictMarker(text.text(), begin)) return false;
+  const std::string_view line = text.text().substr(begin);
+  finding.range = text.rangeOf(line.substr(0, line.find_first_of("\r\n")));
+  finding.hint = "a merge left both versions in the file: keep one of them";
+  return true;
 }
 
 bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding) {

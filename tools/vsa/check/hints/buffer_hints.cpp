@@ -1,10 +1,12 @@
 // Hints for buffers.
+#include <algorithm>
 #include <optional>
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
+#include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
 
@@ -12,13 +14,36 @@ namespace {
 
 using vsa::DiagnosticId;
 
+constexpr const char* COMPRESSED_HINT =
+    "compressed data is for types of single bytes, such as `byte` and `rgba8`";
+
+// Whether the text in a list is the beginning of compressed data: a period and the first byte of
+// most zlib streams.
+bool isCompressed(std::string_view number) {
+  return number.starts_with(".78") && number.size() > 8;
+}
+
 /// A buffer literal, `TYPE[COUNT] {LIST}`.
 struct Literal {
   vsa::ElementType type = vsa::ElementType::Null;
   std::uint64_t countBegin = 0;  // the offset of the "["
   std::uint64_t countEnd = 0;
+  std::string_view list;
   std::size_t numbers = 0;
+  bool hasGlued = false;          // whether groups of the list run together
+  bool hasDecimalCommas = false;  // whether commas in the list look like decimal points
 };
+
+// Whether the list has only pairs of numbers with a comma and no blank between the two, such as
+// "{1,5 2,5}".
+bool isOfDecimalCommas(std::string_view list, std::size_t numbers) {
+  std::size_t commas = 0;
+  for (std::size_t i = 1; i + 1 < list.size(); ++i) {
+    commas += list[i] == ',' && isDigit(list[i - 1]) && isDigit(list[i + 1]) ? 1 : 0;
+  }
+  const auto all = static_cast<std::size_t>(std::count(list.begin(), list.end(), ','));
+  return commas > 0 && commas * 2 == numbers && all == commas;
+}
 
 // Returns the buffer literal that contains `offset`: the offset of its bracket, of its list, or of
 // a number in the list. Returns nothing if no literal is there.
@@ -37,10 +62,39 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   literal.type = elementTypeOf(all.substr(word, wordEnd - word));
   literal.countBegin = open;
   literal.countEnd = close + 1;
-  vsa::ListReader reader(all.substr(list, all.substr(0, end).rfind('}') + 1 - list));
+  literal.list = all.substr(list, all.substr(0, end).rfind('}') + 1 - list);
+  vsa::ListReader reader(literal.list);
   vsa::ListPart part;
-  while (reader.next(part)) literal.numbers += part.continues ? 0 : 1;
+  while (reader.next(part)) {
+    literal.numbers += part.continues ? 0 : 1;
+    literal.hasGlued = literal.hasGlued || part.continues;
+  }
+  literal.hasDecimalCommas = isOfDecimalCommas(literal.list, literal.numbers);
   return literal.type == vsa::ElementType::Null ? std::nullopt : std::optional(literal);
+}
+
+// Adds a hint for groups such as "{1 2}{3 4}" in a list in braces.
+void hintForGlued(HintText& text, const Literal& literal, Finding& finding) {
+  const std::uint64_t begin = text.rangeOf(literal.list).begin.offset;
+  finding.hint = "groups with nothing between them run together: put blanks between them";
+  const std::string_view list = literal.list;
+  for (std::size_t at = list.find("}{"); at != list.npos; at = list.find("}{", at + 1)) {
+    finding.edits.push_back({begin + at + 1, begin + at + 1, " "});
+  }
+}
+
+// Adds a hint for a list such as "{1,5 2,5}". The edit is certain if the declared count fits it.
+void hintForCommas(HintText& text, const Literal& literal, Finding& finding) {
+  const std::uint64_t begin = text.rangeOf(literal.list).begin.offset;
+  finding.hint = "a comma is a blank, not a decimal point: write points";
+  const std::size_t count = literal.numbers / 2 / zn::korvo_sdk::componentCount(literal.type);
+  const std::string_view declared =
+      text.text().substr(literal.countBegin, literal.countEnd - literal.countBegin);
+  if (declared != '[' + std::to_string(count) + ']') return;
+  const std::string_view list = literal.list;
+  for (std::size_t at = list.find(','); at != list.npos; at = list.find(',', at + 1)) {
+    finding.edits.push_back({begin + at, begin + at + 1, "."});
+  }
 }
 
 // Adds the element count that fits the list as a hint. If the last element is incomplete, the hint
@@ -49,15 +103,32 @@ void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;
   const std::size_t components = zn::korvo_sdk::componentCount(literal->type);
-  const std::string numbers = std::to_string(literal->numbers);
+  const std::string numbers =
+      std::to_string(literal->numbers) + (literal->numbers == 1 ? " number" : " numbers");
+  if (isCompressed(literal->list.substr(1))) {
+    finding.hint = COMPRESSED_HINT;
+    return;
+  }
+  if (literal->hasGlued) return hintForGlued(text, *literal, finding);
+  if (literal->hasDecimalCommas) return hintForCommas(text, *literal, finding);
   if (literal->numbers % components != 0) {
-    finding.hint =
-        "the list has " + numbers + " numbers, and an element has " + std::to_string(components);
+    finding.hint = "the list has " + numbers + ", and an element has " + std::to_string(components);
     return;
   }
   const std::string count = '[' + std::to_string(literal->numbers / components) + ']';
-  finding.hint = "the count is that of elements: write `" + count + "` for " + numbers + " numbers";
+  finding.hint = "the count is that of elements: write `" + count + "` for " + numbers;
   finding.edits = {{literal->countBegin, literal->countEnd, count}};
+}
+
+// Returns "index 2" for the number that begins with the byte at `offset`.
+std::string indexOf(HintText& text, const Literal& literal, std::uint64_t offset) {
+  vsa::ListReader reader(literal.list);
+  vsa::ListPart part;
+  std::size_t index = 0;
+  while (reader.next(part) && text.text().data() + offset > part.text.data()) {
+    index += part.continues ? 0 : 1;
+  }
+  return "index " + std::to_string(index);
 }
 
 void hintForNumber(HintText& text, const vsa::TextRange& range, Finding& finding) {
@@ -70,12 +141,22 @@ void hintForNumber(HintText& text, const vsa::TextRange& range, Finding& finding
   const std::string type = loweredName(vsa::typeName(component));
   if (number.front() == '{') {
     finding.hint = "every number of the list has to be one of type " + type;
+    return;
+  }
+  const std::string index = indexOf(text, *literal, range.begin.offset);
+  const bool isWhole =
+      number.substr(number.front() == '-' ? 1 : 0).find_first_not_of("0123456789") ==
+      std::string_view::npos;
+  if (isCompressed(number)) {
+    finding.hint = COMPRESSED_HINT;
   } else if (isInteger && number.find('.') != std::string_view::npos) {
-    finding.hint = "a buffer of " + type + " has integers only; `float` takes real numbers";
-  } else if (isInteger) {
-    finding.hint = "the number does not fit the type " + type;
+    finding.hint =
+        "a buffer of " + type + " has integers only (" + index + "); `float` takes real numbers";
+  } else if (isInteger && isWhole) {
+    finding.hint = "the number at " + index + " does not fit the type " + type;
   } else {
-    finding.hint = "this is not a number, or one that does not fit the type " + type;
+    finding.hint =
+        "this is not a number, or one that does not fit the type " + type + " (" + index + ')';
   }
 }
 

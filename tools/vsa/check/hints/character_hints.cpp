@@ -4,13 +4,14 @@
 #include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/text/statement_scan.h"
 
 namespace vsa_tools {
 
 namespace {
 
 // Returns the hint for an invalid character, one for each character that people often write.
-const char* hintForInvalid(char character, bool isBehindDigit) {
+const char* hintForInvalid(char character, bool isBehindDigit, bool isArrow) {
   if (character == '%' && isBehindDigit) {
     return "a number has no unit; write the number alone, or quote it";
   }
@@ -21,6 +22,9 @@ const char* hintForInvalid(char character, bool isBehindDigit) {
     case ']':
       return "nothing is open here; remove the bracket";
     case '<':
+    case '>':
+      if (isArrow) return "a connection is written with `|=`";
+      if (character == '>') break;
       return "this may be another format; a text begins with a comment or a declaration";
     case '%':
     case '$':
@@ -28,8 +32,9 @@ const char* hintForInvalid(char character, bool isBehindDigit) {
     case '&':
       return "a name has letters, digits and `_` only; other text needs quotes";
     default:
-      return "remove the character, or quote the text that it belongs to";
+      break;
   }
+  return "remove the character, or quote the text that it belongs to";
 }
 
 // Returns the offset of the "[" of the list that contains the byte at `offset`. If there is no such
@@ -46,6 +51,34 @@ bool isBlock(HintText& text, std::uint64_t open) {
   return text.at(before - 1) != ']' && text.at(before - 1) != '=';
 }
 
+// Whether the byte at `at` is in the brackets of a buffer, such as "float[2]". A keyword before
+// them is a value, so it follows "=".
+bool isInCount(HintText& text, std::uint64_t at) {
+  const std::size_t open = text.text().find_last_of("[];", at);
+  if (open == std::string_view::npos || text.at(open) != '[') return false;
+  const std::string_view word = nameBefore(text.text(), open);
+  if (word.empty()) return false;
+  const auto begin = static_cast<std::uint64_t>(word.data() - text.text().data());
+  const std::uint64_t before = text.endBefore(begin);
+  return before > 0 && text.at(before - 1) == '=';
+}
+
+// Whether the word is the whole content of a list, and a period with compressed data behind it.
+bool isCompressed(HintText& text, const vsa::TextRange& word) {
+  const std::uint64_t before = text.endBefore(word.begin.offset);
+  return text.at(word.begin.offset) == '.' && before > 0 && text.at(before - 1) == '{' &&
+         text.at(text.beginBehind(word.end.offset)) == '}';
+}
+
+// Adds a hint for a list with a string in it, such as `["a" "b"]`.
+bool hintForStringInList(HintText& text, const vsa::TextRange& open, Finding& finding) {
+  const std::size_t quote = text.text().find_first_of("\"=;)]}", open.end.offset);
+  if (quote == std::string_view::npos || text.at(quote) != '"') return false;
+  finding.hint = "a list has numbers only";
+  if (text.at(open.begin.offset) == '[') finding.hint += "; assign strings one by one with `[*]`";
+  return true;
+}
+
 void hintForWordInList(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const std::uint64_t at = range.begin.offset;
@@ -59,6 +92,10 @@ void hintForWordInList(HintText& text, const vsa::TextRange& range, Finding& fin
     }
   } else if (word.starts_with('#')) {
     finding.hint = "a list has no comments; move it behind the statement";
+  } else if (isInCount(text, at)) {
+    finding.hint = "a count is a whole number, such as `[3]`";
+  } else if (isCompressed(text, range)) {
+    finding.hint = "compressed data is written in hexadecimal, two digits for each byte";
   } else if (text.at(at) == '-' && text.at(text.endBefore(at) - 1) == '[') {
     finding.hint = "indices count from 0; `[*]` appends an element";
   } else if (text.at(text.endBefore(at) - 1) == '[') {
@@ -80,14 +117,20 @@ void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding
     const std::uint64_t before = text.endBefore(range.begin.offset);
     const bool isBehindDigit =
         before != 0 && zn::char_class::is(text.at(before - 1), zn::char_class::DIGIT);
-    finding.hint = hintForInvalid(source.front(), isBehindDigit);
+    const std::uint64_t at = range.begin.offset;
+    const bool isArrow = (source.front() == '<' && text.at(at + 1) == '-') ||
+                         (source.front() == '>' && at > 0 && text.at(at - 1) == '-');
+    if (hintForConflict(text, range, finding)) return;
+    finding.hint = hintForInvalid(source.front(), isBehindDigit, isArrow);
+  } else if (isOpening(source) && text.endBefore(range.begin.offset) == 0) {
+    finding.hint = hintForInvalid('<', false, false);
   } else if (isBlock(text, range.begin.offset)) {
     finding.hint = "there are no blocks: end the declaration with `:`, and begin inputs with `.`";
   } else if (hintForBracketList(text, bracketBefore(text, range.begin.offset), finding)) {
     return;
-  } else if (isOpening(source)) {
+  } else if (isOpening(source) && !hintForStringInList(text, range, finding)) {
     hintForUnclosed(text, range, finding);
-  } else {
+  } else if (!isOpening(source)) {
     hintForWordInList(text, range, finding);
   }
 }

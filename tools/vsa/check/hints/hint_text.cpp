@@ -46,8 +46,12 @@ void HintText::collect() {
       if (!isIndex(step)) inputs_.insert(step);
     }
     if (view.isLink()) outputs_.insert(lastName(statement.value));
-    assignments_.try_emplace(paths.keyOf(view),
-                             FirstAssignment{statement.value, statement.valueKind, view.isLink()});
+    const FirstAssignment first{statement.value, statement.valueKind, view.isLink()};
+    const PathKey input = paths.keyOf(view, [&](PathKey parent) {
+      // The first statement about a member or an element gives its object or array the type.
+      assignments_.try_emplace(parent, FirstAssignment{view.wholePath()});
+    });
+    assignments_.try_emplace(input, first);
   }
 }
 

@@ -104,6 +104,9 @@ bool isOpening(std::string_view source);
 /// Adds a hint that says how to close the string or list. Adds a note at the place where the reader
 /// notices that the string or list is not closed.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
+/// Adds a hint if a line that a merge of two versions leaves in a file, such as "<<<<<<< HEAD",
+/// begins at `range`. The whole line is then the place of the finding. Otherwise returns false.
+bool hintForConflict(HintText& text, const vsa::TextRange& range, Finding& finding);
 /// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if the
 /// bracket at `open` does not begin such a list.
 bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding);

@@ -11,6 +11,21 @@ namespace {
 
 using vsa::DiagnosticId;
 
+// Adds a hint for a name with a no-break space in it, which looks like a blank and counts as a
+// letter.
+bool hintForNoBreakSpace(const HintText& text, const vsa::TextRange& range, Finding& finding) {
+  constexpr std::string_view SPACE = "\xC2\xA0";
+  const std::string_view source = text.bytesOf(range);
+  if (source.find('"') != std::string_view::npos) return false;
+  for (std::size_t at = source.find(SPACE); at != source.npos; at = source.find(SPACE, at + 1)) {
+    const std::uint64_t begin = range.begin.offset + at;
+    finding.edits.push_back({begin, begin + SPACE.size(), " "});
+  }
+  if (finding.edits.empty()) return false;
+  finding.hint = "a no-break space (U+00A0) is a letter: write a blank";
+  return true;
+}
+
 void hintForBadToken(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
   const std::string_view expected = diagnostic.argument("expected");
   const bool isEnd = expected == ";";
@@ -40,6 +55,7 @@ void Hints::addTo(const vsa::Diagnostic& diagnostic, Finding& finding) {
 }
 
 void Hints::add(const vsa::Diagnostic& diagnostic, Finding& finding) {
+  if (hintForNoBreakSpace(*text_, diagnostic.range, finding)) return;
   switch (diagnostic.id) {
     case DiagnosticId::UnrecognizedToken:
     case DiagnosticId::BadVersion:

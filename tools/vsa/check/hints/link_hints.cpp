@@ -10,9 +10,23 @@ namespace {
 
 using vsa::DiagnosticId;
 
+/// A constant of other languages, and the one of this format.
+struct Alias {
+  std::string_view written;
+  std::string_view constant;
+};
+
+constexpr Alias ALIASES[] = {{"none", "null"}, {"nil", "null"}, {"nullptr", "null"},
+                             {"yes", "true"},  {"on", "true"},  {"no", "false"},
+                             {"off", "false"}};
+
 // Returns the constant `true`, `false` or `null` that is most similar to the name. The suggestion
 // is never sure, because a node may have that name, too.
 std::optional<Suggestion> nearestConstant(std::string_view name) {
+  const std::string lower = loweredName(name);
+  for (const Alias& alias : ALIASES) {
+    if (alias.written == lower) return Suggestion{std::string(alias.constant), false};
+  }
   NearestName nearest(name);
   for (const char* const constant : {"true", "false", "null"}) nearest.consider(constant);
   std::optional<Suggestion> found = nearest.found();
@@ -27,7 +41,12 @@ void hintForMissingNode(HintText& text, const vsa::Diagnostic& diagnostic, Findi
   const bool isConnection = diagnostic.id == DiagnosticId::NoNodeToConnect;
   const std::string_view name = text.bytesOf(range);
   const std::string lower = loweredName(name);
-  if (const auto declaration = text.declarationOf(name)) {
+  const bool isQuoted = lower.starts_with("\xE2\x80\x9C") || lower.starts_with("\xE2\x80\x98");
+  if (lower == "-infinity") {
+    replace(finding, range, "-inf");
+  } else if (isQuoted) {
+    finding.hint = "a string has straight double quotes, `\"`";
+  } else if (const auto declaration = text.declarationOf(name)) {
     finding.hint = "the node was removed; remove the link, or declare the node again";
     finding.notes.push_back({*declaration, "declared here"});
   } else if (lower == "inf" || lower == "infinity" || lower == "nan") {
@@ -53,6 +72,19 @@ void hintForPipe(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "a connection is written with `|=`";
   const std::uint64_t pipe = text.endBefore(range.begin.offset);
   if (pipe != 0 && text.at(pipe - 1) == '|') insertAt(finding, pipe, "=");
+}
+
+// Adds a hint for a source that names no output, or that is no path.
+void hintForMissingOutput(const vsa::TextRange& range, std::string_view source, Finding& finding) {
+  const std::string_view content = source.size() < 2 ? "" : source.substr(1, source.size() - 2);
+  if (isWordText(source)) {
+    finding.hint = "name an output, such as `" + std::string(source) +
+                   ".out`; a reference to a node is written with `=`";
+  } else if (source.front() == '"' && isWordText(content.substr(0, content.find('.')))) {
+    replace(finding, range, std::string(content));
+  } else {
+    finding.hint = "a connection names an output, such as `node.out`; a value is written with `=`";
+  }
 }
 
 void hintForTypedInput(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
@@ -90,8 +122,7 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
   if (expected == "=") {
     hintForPipe(text, range, finding);
   } else if (expected == "(null|path)") {
-    finding.hint = "name an output, such as `" + std::string(source) +
-                   ".out`; a reference to a node is written with `=`";
+    hintForMissingOutput(range, source, finding);
   }
 }
 

@@ -77,6 +77,38 @@ bool isDecimalComma(HintText& text, std::uint64_t at) {
   return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
 }
 
+// Whether the byte at `at` is the last one of its line, and a statement may begin after it.
+bool isLastOfLine(HintText& text, std::uint64_t at) {
+  const std::uint64_t next = text.beginBehind(at + 1);
+  const std::string_view between = text.text().substr(at + 1, next - at - 1);
+  const bool isStatement = text.at(next) == '.' || isWordText(text.text().substr(next, 1));
+  return between.find('\n') != std::string_view::npos && isStatement;
+}
+
+// Adds a hint for a `=` after the source of a connection. If the last period before the `=` begins
+// a line, as in "|= dusk.out" and ".power = 1;" in two lines, the first line has no semicolon. The
+// reader takes the two paths for one.
+void hintForPathInSource(HintText& text, const vsa::TextRange& equals, Finding& finding) {
+  std::uint64_t begin = text.endBefore(equals.begin.offset);
+  while (begin > 0 && isWordText('_' + std::string(1, text.at(begin - 1)))) --begin;
+  if (begin == 0 || text.at(begin - 1) != '.') return;
+  const std::uint64_t end = text.endBefore(begin - 1);
+  const std::string_view between = text.text().substr(end, begin - 1 - end);
+  if (between.find('\n') == std::string_view::npos) return;
+  finding.range = text.rangeOf(text.text().substr(end, 0));
+  finding.hint = "end the statement with `;`";
+  insertAt(finding, end, ";");
+}
+
+// Adds a hint for an apostrophe between digits, as in "1'000".
+bool hintForApostrophes(HintText& text, std::uint64_t at, Finding& finding) {
+  const bool isGrouped =
+      text.at(at) == '\'' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
+  if (!isGrouped) return false;
+  finding.hint = "a number has no separators between its digits";
+  return true;
+}
+
 // Adds a hint for numbers such as "1_000" and "0x1F". The reader ends the number after its first
 // digits and reads the remaining characters as a word.
 bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding) {
@@ -113,6 +145,10 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   } else if (isDecimalComma(text, at)) {
     finding.hint = "a comma is a blank, not a decimal point: write a point";
     finding.edits = {{at, at + 1, "."}};
+  } else if (source.front() == ',' && isLastOfLine(text, at)) {
+    replace(finding, range, ";");
+  } else if (hintForApostrophes(text, at, finding)) {
+    return;
   } else if (isOpening(source)) {
     hintForUnclosed(text, range, finding);
   } else if (source.front() == '"') {
@@ -121,6 +157,10 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
     hintForOutput(text, range, finding);
   } else if (isWordText(source) && (next == '[' || next == '(')) {
     hintForKeyword(text, range, finding);
+  } else if (source.front() == '=') {
+    hintForPathInSource(text, range, finding);
+  } else if (std::string_view("+-*/").find(source.front()) != std::string_view::npos) {
+    finding.hint = "a value is a single number; nothing is computed";
   } else if (isWordText(source) && !hintForDigits(text, range, finding)) {
     finding.hint = "a value ends here; a number has no unit, and a text needs quotes";
   } else if (source.front() == '(' || source.front() == '[' || source.front() == '{') {

@@ -66,8 +66,12 @@ void NearestName::consider(std::string_view name) {
 }
 
 std::optional<Suggestion> NearestName::found() const {
-  if (nearest_.empty()) return std::nullopt;
-  const bool isSure = isUnique_ && distance_ <= 1 && digitsOf(written_) == digitsOf(nearest_);
+  // Any two names of one letter are similar, and many of two or three letters.
+  constexpr std::size_t MIN_SURE = 4;
+  const bool isOfOneLetter = written_.size() == 1 && distance_ > 0;
+  if (nearest_.empty() || isOfOneLetter) return std::nullopt;
+  const bool isSure = isUnique_ && digitsOf(written_) == digitsOf(nearest_) &&
+                      (distance_ == 0 || (distance_ == 1 && written_.size() >= MIN_SURE));
   return Suggestion{nearest_, isSure};
 }
 

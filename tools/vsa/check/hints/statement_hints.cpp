@@ -5,6 +5,7 @@
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/text/digits.h"
+#include "tools/vsa/check/text/statement_scan.h"
 
 namespace vsa_tools {
 
@@ -20,6 +21,11 @@ void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) 
   const std::uint64_t next = text.beginBehind(range.end.offset);
   const bool isAssigned = text.at(next) == '=' || text.at(next) == '|';
   const std::string word(text.bytesOf(range));
+  const std::string_view before = nameBefore(text.text(), range.begin.offset);
+  if (!isAssigned && !before.empty()) {
+    finding.hint = "a name has no blanks: write `" + std::string(before) + '_' + word + '`';
+    return;
+  }
   if (isAssigned) {
     finding.hint = "an input of the node that is set begins with a period: write `." + word + '`';
     insertAt(finding, range.begin.offset, ".");
@@ -28,13 +34,25 @@ void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "a declaration has a type and a name, such as `lamp " + word + ";`";
 }
 
+// Adds a hint for "type: value" and for ":=". Without the colon, "=" remains.
+void hintForColon(HintText& text, std::uint64_t at, Finding& finding) {
+  finding.hint = "write `=`";
+  finding.edits = {{at, at + 1, text.at(at + 1) == '=' ? "" : "="}};
+}
+
+// Adds a hint for a "/": the beginning of a comment in another format, or of a name in a path.
+void hintForSlash(HintText& text, std::uint64_t at, Finding& finding) {
+  const bool isInPath = at > 0 && isWordText(text.text().substr(at - 1, 1)) &&
+                        isWordText(text.text().substr(at + 1, 1));
+  finding.hint = isInPath ? "a path has periods between its names" : "a comment begins with `#`";
+  if (text.at(at + 1) == '/') finding.edits = {{at, at + 2, "#"}};
+}
+
 void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::uint64_t at = range.begin.offset;
   switch (text.at(at)) {
     case '/':
-      finding.hint = "a comment begins with `#`";
-      if (text.at(at + 1) == '/') finding.edits = {{at, at + 2, "#"}};
-      return;
+      return hintForSlash(text, at, finding);
     case '-':
     case '.':
       finding.hint = "a name has letters, digits and `_` only";
@@ -43,9 +61,7 @@ void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& fi
       finding.hint = "declare one node in each statement";
       return;
     case ':':
-      finding.hint = "write `=`";
-      finding.edits = {{at, at + 1, "="}};
-      return;
+      return hintForColon(text, at, finding);
     case '+':
       if (text.at(at + 1) == '=') finding.hint = "there is no `+=`; write the value behind `=`";
       return;
@@ -61,7 +77,31 @@ void hintForPunctuation(HintText& text, const vsa::TextRange& range, Finding& fi
   }
 }
 
-void hintForUnrecognized(HintText& text, const vsa::TextRange& range, Finding& finding) {
+// Returns the first word of the statement if it stands alone on a line before the wrong token. Such
+// a word is the mistake, and the reader notices it in a later line.
+std::optional<std::string_view> wordOfOwnLine(HintText& text, const vsa::TextRange& range,
+                                              std::string_view first) {
+  const std::string_view all = text.text();
+  const std::string_view second = nameBefore(all, range.begin.offset);
+  const auto secondAt = static_cast<std::size_t>(second.data() - all.data());
+  const bool isAlone = nameBefore(all, range.begin.offset) == first;
+  const std::string_view word = isAlone ? second : nameBefore(all, secondAt);
+  const auto end = static_cast<std::size_t>(word.data() - all.data()) + word.size();
+  const std::size_t next = isAlone ? range.begin.offset : secondAt;
+  const bool isOtherLine = all.substr(end, next - end).find('\n') != std::string_view::npos;
+  const bool isFirst = !word.empty() && word == first && isOtherLine;
+  return isFirst ? std::optional(word) : std::nullopt;
+}
+
+void hintForUnrecognized(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
+  const vsa::TextRange& range = diagnostic.range;
+  if (hintForConflict(text, range, finding)) return;
+  if (const auto word = wordOfOwnLine(text, range, diagnostic.argument("token"))) {
+    finding.range = text.rangeOf(*word);
+    finding.hint =
+        "a declaration has a type and a name, such as `lamp " + std::string(*word) + ";`";
+    return;
+  }
   const std::string_view source = text.bytesOf(range);
   if (source.empty()) {
     const bool isAtEnd = text.beginBehind(range.end.offset) == text.text().size();
@@ -137,7 +177,7 @@ void hintForStatement(HintText& text, const vsa::Diagnostic& diagnostic, Finding
   } else if (diagnostic.id == vsa::DiagnosticId::WithNodeNotSet) {
     hintForWithNode(text, diagnostic.range, finding);
   } else {
-    hintForUnrecognized(text, diagnostic.range, finding);
+    hintForUnrecognized(text, diagnostic, finding);
   }
 }
 

@@ -25,8 +25,10 @@ bool isVector(const vsa::Diagnostic& diagnostic) {
 
 // Returns a list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
 // element type of `first`, the first value of the input.
-std::optional<std::string> asBuffer(std::string_view brackets, std::string_view first) {
+std::optional<std::string> asBuffer(std::string_view brackets, const FirstAssignment& assignment) {
+  const std::string_view first = assignment.value;
   const std::size_t keyword = first.find('[');
+  if (assignment.kind != vsa::SyntaxKind::Word) return std::nullopt;
   if (brackets.size() < 2 || brackets.front() != '[' || keyword == std::string_view::npos) {
     return std::nullopt;
   }
@@ -41,6 +43,10 @@ std::optional<std::string> asBuffer(std::string_view brackets, std::string_view 
   return std::string(first.substr(0, keyword)) + '[' + std::to_string(count) + "] " + list;
 }
 
+std::string_view unquoted(std::string_view value) {
+  return value.size() > 2 && value.front() == '"' ? value.substr(1, value.size() - 2) : "";
+}
+
 void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
                       const FirstAssignment* first, Finding& finding) {
   const std::string value(text.bytesOf(diagnostic.range));
@@ -48,6 +54,8 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
   if (first == nullptr && hintForBracketList(text, diagnostic.range.begin.offset, finding)) return;
   if (expects(diagnostic, "Array")) {
     finding.hint = "assign an array element by element: `[0]`, or `[*]` to append";
+  } else if (expects(diagnostic, "Null") && text.declarationOf(unquoted(value))) {
+    replace(finding, diagnostic.range, std::string(unquoted(value)));
   } else if (expects(diagnostic, "Null")) {
     finding.hint = "assign the value before the input is connected";
   } else if (expects(diagnostic, "String") && isNumber) {
@@ -59,7 +67,7 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
         "an integer does not become a vector: write `" + value + ".0` for all components";
     finding.edits = {{diagnostic.range.begin.offset, diagnostic.range.end.offset, value + ".0"}};
   } else if (first != nullptr && value.front() == '[') {
-    if (const auto buffer = asBuffer(value, first->value)) {
+    if (const auto buffer = asBuffer(value, *first)) {
       replace(finding, diagnostic.range, *buffer);
     }
   }
@@ -106,6 +114,14 @@ void hintForElement(const vsa::Diagnostic& diagnostic, Finding& finding) {
                      : "only an object has members, and only an array elements";
 }
 
+// Returns the first assignment to the input if it is before `offset`, and null otherwise.
+const FirstAssignment* assignmentBefore(HintText& text, const std::string& path,
+                                        std::uint64_t offset) {
+  const FirstAssignment* const first = text.firstAssignment(path);
+  const bool isBefore = first != nullptr && text.rangeOf(first->value).begin.offset < offset;
+  return isBefore ? first : nullptr;
+}
+
 }  // namespace
 
 void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding) {
@@ -113,10 +129,10 @@ void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
   const bool isElement = diagnostic.id == DiagnosticId::CannotAssignType;
   std::string path = diagnostic.inputPath;
   if (isElement && path.ends_with(']')) path.replace(path.rfind('['), path.npos, "[0]");
-  const FirstAssignment* first = text.firstAssignment(path);
-  if (first != nullptr &&
-      text.rangeOf(first->value).begin.offset >= diagnostic.range.begin.offset) {
-    first = nullptr;
+  const FirstAssignment* first = assignmentBefore(text, path, diagnostic.range.begin.offset);
+  if (first == nullptr && isElement && path.ends_with(']')) {
+    path.resize(path.rfind('['));
+    first = assignmentBefore(text, path, diagnostic.range.begin.offset);
   }
   if (first != nullptr && diagnostic.id != DiagnosticId::BadEnumValue) {
     finding.notes.push_back({text.rangeOf(first->value), "the input got its type here"});

@@ -24,18 +24,41 @@ void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding
   const std::string_view digits = number.front() == '-' ? number.substr(1) : number;
   const bool isInteger =
       digits.find_first_not_of("0123456789") == std::string_view::npos && !digits.empty();
+  const bool isUnsigned = digits.size() > 1 && digits.ends_with('u') &&
+                          digits.find_first_not_of("0123456789") == digits.size() - 1;
   if (isInteger) {
     finding.hint =
         "an integer has 64 bits; for a real number write `" + std::string(number) + ".0`";
+  } else if (isUnsigned) {
+    finding.hint = "the number does not fit 63 bits; the largest unsigned number is `-1u`";
   } else if (number.ends_with('U') && isDigit(number[number.size() - 2])) {
     std::string lower(number);
     lower.back() = 'u';
     replace(finding, range, lower);
   } else if (const auto real = withPoint(number)) {
     replace(finding, range, *real);
+  } else if (number.front() == '-' || isDigit(number.front())) {
+    finding.hint = "this is not a number; a text needs quotes";
   } else {
     finding.hint = "a number begins with a digit; a text needs quotes";
   }
+}
+
+// Returns the digits and points from `at` on.
+std::string_view numberFrom(HintText& text, std::uint64_t at) {
+  const std::string_view rest = text.text().substr(at);
+  return rest.substr(0, rest.find_first_not_of("0123456789.eE"));
+}
+
+// Adds a hint for a list in parentheses without a keyword, such as "(0 1 2)".
+void hintForBareList(std::string_view list, Finding& finding) {
+  vsa::ListReader reader(list);
+  vsa::ListPart part;
+  std::size_t count = 0;
+  while (reader.next(part)) ++count;
+  const std::string keyword =
+      count >= 2 && count <= 4 ? "vec" + std::to_string(count) : std::string("vec3");
+  finding.hint = "a list in parentheses needs its type, such as `" + keyword + "(...)`";
 }
 
 // Adds a hint for an apostrophe. If a text on one line is quoted with apostrophes, such as 'noon',
@@ -68,8 +91,8 @@ const TupleForm* tupleBefore(HintText& text, std::uint64_t list) {
 
 void hintForTuple(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const TupleForm* const form = tupleBefore(text, range.begin.offset);
-  if (form == nullptr) return;
   const std::string_view list = text.bytesOf(range);
+  if (form == nullptr) return hintForBareList(list, finding);
   vsa::ListReader reader(list);
   vsa::ListPart part;
   std::size_t count = 0;
@@ -115,8 +138,14 @@ void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fi
       finding.hint = "a value is missing";
       return;
     case '.':
-      finding.hint = "a number begins with a digit: write `0.`";
-      if (isDigit(text.at(at + 1))) insertAt(finding, at, "0");
+      finding.hint = "a number begins with a digit";
+      if (!isDigit(text.at(at + 1))) return;
+      finding.hint += ": write `0" + std::string(numberFrom(text, at)) + '`';
+      insertAt(finding, at, "0");
+      return;
+    case '=':
+      finding.hint = "write one `=`";
+      finding.edits = {{at, range.end.offset, ""}};
       return;
     case '+':
       finding.hint = "a number has no plus sign";

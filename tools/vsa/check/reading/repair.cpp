@@ -10,11 +10,22 @@ namespace {
 
 using vsa::DiagnosticId;
 
+bool isOfPath(std::string_view text, std::size_t begin) {
+  const std::size_t end = endOfName(text, begin);
+  return end < text.size() && (text[end] == '.' || text[end] == '[');
+}
+
 /// The statement that contains the byte at `offset`, up to the place where reading continues.
 Statement regionAt(std::string_view text, std::size_t offset, std::size_t scanFrom) {
   Statement region = nextStatement(text, scanFrom);
   while (region.end <= offset && region.end < text.size()) {
     region = nextStatement(text, region.end);
+  }
+  // The colon of ".power: 2.5;" ends no statement.
+  if (region.terminator == ':' && isOfPath(text, region.begin)) {
+    const Statement rest = nextStatement(text, region.end);
+    region.end = rest.end;
+    region.terminator = rest.terminator;
   }
   const std::size_t end = resumePoint(text, region);
   if (end < region.end) region.terminator = 0;
@@ -71,7 +82,12 @@ bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size
   int& step = steps_[region.begin];
   isStuck_ = region.begin == region.end || step == 3;
   const bool isFirst = step == 0;
-  if (step == 0 && (repairCharacter(fatal, offset) || repairEnd(fatal, region))) {
+  if (isEndOfBlock(fatal, offset)) {
+    byteAt(offset) = ' ';
+    return false;
+  }
+  if (step == 0 && (repairConflict(offset) || repairBlock(fatal, offset) ||
+                    repairCharacter(fatal, offset) || repairEnd(fatal, region))) {
     step = 1;
     return true;
   }
@@ -84,6 +100,33 @@ bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size
     step = 3;
   }
   return isFirst;
+}
+
+bool Repair::repairConflict(std::size_t offset) {
+  if (!isConflictMarker(text(), offset)) return false;
+  blank(offset, text().find('\n', offset));
+  return true;
+}
+
+// Reads "TYPE NAME {" as "TYPE NAME :". The statements in the block are then read as well.
+bool Repair::repairBlock(const vsa::Diagnostic& fatal, std::size_t offset) {
+  const bool isBrace =
+      fatal.id == DiagnosticId::InvalidListToken && offset < text().size() && text()[offset] == '{';
+  if (!isBrace) return false;
+  const std::string_view name = nameBefore(text(), offset);
+  const auto nameBegin = static_cast<std::size_t>(name.data() - text().data());
+  if (name.empty() || nameBefore(text(), nameBegin).empty()) return false;
+  byteAt(offset) = ':';
+  ++openBlocks_;
+  return true;
+}
+
+bool Repair::isEndOfBlock(const vsa::Diagnostic& fatal, std::size_t offset) {
+  const bool isBrace =
+      fatal.id == DiagnosticId::InvalidToken && offset < text().size() && text()[offset] == '}';
+  if (!isBrace || openBlocks_ == 0) return false;
+  --openBlocks_;
+  return true;
 }
 
 bool Repair::repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset) {

@@ -3,7 +3,8 @@
 // A replacement has as many bytes as what it replaces, so that offsets do not change. (Lines may
 // change: a `;` may replace a line end.) A wrong statement is replaced in steps. Each further step
 // is taken if the reader reports the statement again. The statement becomes:
-//   1. its smallest repair: a missing `;` is written, a character that begins no token is blanked
+//   1. its smallest repair: a missing `;` is written, a character that begins no token is blanked,
+//      and so is a line that a merge left; the `{` of a block becomes a `:`
 //   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
 //   3. blanks
 #pragma once
@@ -50,6 +51,10 @@ class Repair {
  private:
   static constexpr std::size_t PADDING = 1024;
 
+  bool repairConflict(std::size_t offset);
+  bool repairBlock(const vsa::Diagnostic& fatal, std::size_t offset);
+  /// Whether the diagnostic is about the "}" of a block that was repaired.
+  bool isEndOfBlock(const vsa::Diagnostic& fatal, std::size_t offset);
   bool repairCharacter(const vsa::Diagnostic& fatal, std::size_t offset);
   bool repairEnd(const vsa::Diagnostic& fatal, const Statement& region);
   void keepDeclaration(const Statement& region);
@@ -63,6 +68,7 @@ class Repair {
   std::string overwritten_;
   std::size_t lastBegin_ = 0;
   bool isStuck_ = false;
+  std::size_t openBlocks_ = 0;  // the number of repaired "{" whose "}" was not found yet
   std::unordered_map<std::size_t, int> steps_;  // the last step for a statement, by its beginning
   std::set<std::string, std::less<>> suspects_;
 };

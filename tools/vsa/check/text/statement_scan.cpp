@@ -111,6 +111,14 @@ Statement nextStatement(Text text, std::size_t from) {
   return found;
 }
 
+bool isConflictMarker(Text text, std::size_t at) {
+  if (at >= text.size() || (at > 0 && text[at - 1] != '\n')) return false;
+  constexpr std::size_t LENGTH = 7;
+  const char mark = text[at];
+  const std::size_t end = std::min(text.find_first_not_of(mark, at), text.size());
+  return (mark == '<' || mark == '>' || mark == '=') && end - at == LENGTH;
+}
+
 bool looksLikeStatement(Text text, std::size_t at) {
   at = skipBlanks(text, at);
   const std::size_t afterPath = endOfPath(text, at);

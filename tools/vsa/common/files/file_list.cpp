@@ -84,6 +84,8 @@ class FileLister {
   void addNames(std::istream& names, const std::string& source) {
     errno = 0;
     for (std::string name; std::getline(names, name, separator_);) {
+      // A list may end its lines with CR LF.
+      if (separator_ == '\n' && name.ends_with('\r')) name.pop_back();
       if (!isBlank(name)) addFileOrFolder(name);
     }
     if (names.bad()) list.problems.push_back({source, std::strerror(errno)});

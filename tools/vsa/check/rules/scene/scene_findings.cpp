@@ -16,6 +16,7 @@ using Place = SceneFinding::Place;
 struct Places {
   std::string_view& operator[](Place place) { return parts[static_cast<std::size_t>(place)]; }
   std::string_view parts[4];  // the part of the text for each Place; empty if there is none
+  bool isOfMember = false;    // whether the statement is about a member or an element
 };
 
 using PlaceTable = std::unordered_map<PathKey, Places>;
@@ -36,11 +37,27 @@ class PlaceFinder {
 
  private:
   void visitInput(const StatementView& view) {
-    const auto found = table_.find(paths_.keyOf(view));
-    if (found == table_.end()) return;
+    Places* parent = nullptr;
+    const auto found = table_.find(
+        paths_.keyOf(view, [&](PathKey key) { parent = visitParent(key, view.statement.path); }));
+    const bool isElement = view.statement.path.ends_with(']');
+    if (isElement && parent != nullptr) (*parent)[Place::Value] = view.statement.value;
+    // The reader refuses a value for a whole object or array.
+    if (found == table_.end() || found->second.isOfMember) return;
     found->second[Place::Value] = view.statement.value;
     std::string_view& path = found->second[Place::Path];
     if (path.empty()) path = view.statement.path;
+  }
+
+  // Records the first statement that names a member or an element of an object or array. Returns
+  // the places of the object or array if this is that statement.
+  Places* visitParent(PathKey key, std::string_view path) {
+    const auto found = table_.find(key);
+    if (found == table_.end() || !found->second[Place::Path].empty()) return nullptr;
+    found->second[Place::Path] = path.substr(0, path.find_first_of(".["));
+    found->second[Place::Value] = path;
+    found->second.isOfMember = true;
+    return &found->second;
   }
 
   void visitNode(const StatementView& view) {

@@ -23,6 +23,7 @@ class AssignedInputs {
   /// The key of the input that the statement assigns to; nothing if the rules ignore the statement.
   std::optional<PathKey> of(const StatementView& view) {
     if (view.kind() == StatementKind::Remove) nodes_.remove(view.nodeKey);
+    if (isMisplaced(view)) return std::nullopt;
     if (!view.hasPath() || view.node.empty() || isNull(view)) return std::nullopt;
     const PathKey node = nodes_.keyOf(view.nodeKey);
     const std::string_view path = view.statement.path;
@@ -38,7 +39,17 @@ class AssignedInputs {
     return view.statement.valueKind == vsa::SyntaxKind::Null;
   }
 
+  // Inputs after a declaration with a semicolon were probably meant for its node, which another
+  // rule reports.
+  bool isMisplaced(const StatementView& view) {
+    if (view.kind() == StatementKind::Block) isMisplaced_ = false;
+    if (!view.hasPath() || !view.isOfWithNode()) return false;
+    isMisplaced_ = isMisplaced_ || !view.declarationBefore.empty();
+    return isMisplaced_;
+  }
+
   NodeGenerations nodes_;
+  bool isMisplaced_ = false;
 };
 
 class AssignmentRules final : public StatementRule {

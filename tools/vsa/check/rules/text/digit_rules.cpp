@@ -43,6 +43,14 @@ bool isShortFloat(std::string_view text) {
   return text.size() - zeros <= FLOAT_DIGITS;
 }
 
+// Whether the number is probably compressed data, which another rule reports.
+bool isCompressed(std::string_view list, std::string_view number) {
+  constexpr std::size_t MIN_DIGITS = 20;
+  const bool isFirst = list.find_first_not_of("{ \t\r\n\v\f") ==
+                       static_cast<std::size_t>(number.data() - list.data());
+  return isFirst && number.starts_with('.') && number.size() > MIN_DIGITS;
+}
+
 // Whether the text has more digits than a float, and is not the exact value of a float written in
 // full.
 bool losesFloatDigits(std::string_view text) {
@@ -139,7 +147,7 @@ class DigitRules final : public StatementRule {
     const auto isOfRun = [](char c) { return isDigit(c) || c == '.'; };
     if (!hasLost(list, FLOAT_DIGITS, isOfRun, losesFloatDigits)) return;
     const std::string_view number = firstLost(list, losesFloatDigits);
-    if (number.empty()) return;
+    if (number.empty() || isCompressed(list, number)) return;
     // Every keyword of several floats ends in "f", and has a counterpart for doubles that ends in
     // "d".
     std::string wider(keyword);

@@ -1,6 +1,7 @@
 // Rules about declarations and the node that paths with a leading period belong to.
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/rules/walk/statement_rule.h"
@@ -86,13 +87,27 @@ class NodeRules final : public StatementRule {
     Finding& finding = found_.add(RuleId::RedeclaredType, found_.rangeOf(type),
                                   "this finds the node " + shortened(view.node) + ", which is a " +
                                       shortened(known.type) + " and stays one");
+    finding.notes.push_back({found_.rangeOf(known.statement), "declared here"});
+    if (hintForEnd(view, finding)) return;
     const std::optional<Suggestion> keyword = misspeltKeyword(view);
     finding.hint = keyword ? "did you mean `" + keyword->name + "`?"
                            : "give the second node a name of its own";
     if (keyword && keyword->isSure) {
       finding.edits = {{finding.range->begin.offset, finding.range->end.offset, keyword->name}};
     }
-    finding.notes.push_back({found_.rangeOf(known.statement), "declared here"});
+  }
+
+  // Adds a hint for a statement word whose statement ends with the wrong character, such as
+  // "with a;" and "remove a:". Such a statement is a declaration.
+  bool hintForEnd(const StatementView& view, Finding& finding) {
+    const std::string_view type = view.statement.type;
+    const bool isWith = isWord(type, "with");
+    if (!isWith && !isWord(type, "remove") && !isWord(type, "define")) return false;
+    const char* const end = isWith ? ":" : ";";
+    const std::uint64_t at = finding.range->begin.offset + view.statement.text.size();
+    finding.hint = "a statement with the word `" + std::string(type) + "` ends with `" + end + '`';
+    finding.edits = {{at - 1, at, end}};
+    return true;
   }
 
   // Checks ".input" directly after a declaration with a semicolon: the path belongs to another
@@ -113,11 +128,12 @@ class NodeRules final : public StatementRule {
 
   void checkRemoved(const StatementView& view) {
     if (removed_.empty() || !found_.isEnabled(RuleId::RemovedNode)) return;
+    const std::string_view removal = std::exchange(removed_, {});
     Finding& finding = found_.add(RuleId::RemovedNode, found_.rangeOf(view.wholePath()),
                                   "this belongs to the node " + shortened(view.node) +
                                       ", which is removed; the value is lost");
     finding.hint = "set another node first, such as `with name:`";
-    finding.notes.push_back({found_.rangeOf(removed_), "removed here"});
+    finding.notes.push_back({found_.rangeOf(removal), "removed here"});
   }
 
   std::string_view text_;
@@ -125,7 +141,7 @@ class NodeRules final : public StatementRule {
   NodeGenerations nodes_;
   KeyMap<Declared> declared_{64};
   std::string_view withNode_;
-  std::string_view removed_;    // the statement that removed the with node
+  std::string_view removed_;    // the statement that removed the with node, until it is reported
   std::string_view lastBlock_;  // the last statement that ends in a colon
 };
 

@@ -1,4 +1,5 @@
 // Rules about strings: escape sequences, paths of files, and names of nodes.
+#include <charconv>
 #include <string>
 #include <vector>
 
@@ -56,6 +57,27 @@ std::string hintForUnknown(char letter) {
   return isOtherCase ? std::string("did you mean `\\") + lower + "`?" : std::string();
 }
 
+// Whether `behind` is "uHHHH" for a surrogate with the given highest bits: 0xD800 or 0xDC00.
+bool isSurrogate(std::string_view behind, unsigned int first) {
+  unsigned int unit = 0;
+  if (behind.size() < 5 || behind.front() != 'u' || !isNumeric(behind, 4)) return false;
+  std::from_chars(behind.data() + 1, behind.data() + 5, unit, 16);
+  return (unit & 0xFC00U) == first;
+}
+
+// A "\\uHHHH". Two surrogates are one escape sequence. The string keeps a surrogate without its
+// partner as it is written.
+Escape unicodeEscape(std::string_view behind, std::size_t at) {
+  constexpr std::size_t BYTES = 6;
+  const std::string_view next = behind.substr(BYTES - 1);
+  const bool isHigh = isSurrogate(behind, 0xD800);
+  if (isHigh && next.starts_with('\\') && isSurrogate(next.substr(1), 0xDC00)) {
+    return {at, 2 * BYTES, Escape::Meaning::Number};
+  }
+  const bool isAlone = isHigh || isSurrogate(behind, 0xDC00);
+  return {at, BYTES, isAlone ? Escape::Meaning::Unknown : Escape::Meaning::Number};
+}
+
 Escape escapeAt(std::string_view token, std::size_t at) {
   using Meaning = Escape::Meaning;
   const std::string_view behind = token.substr(at + 1);
@@ -64,7 +86,7 @@ Escape escapeAt(std::string_view token, std::size_t at) {
   if (letter == '"' || letter == '\'' || letter == '/') return {at, 2, Meaning::Punctuation};
   if (CHARACTER_LETTERS.find(letter) != std::string_view::npos) return {at, 2, Meaning::Character};
   if (letter == 'x' && isNumeric(behind, 2)) return {at, 4, Meaning::Number};
-  if (letter == 'u' && isNumeric(behind, 4)) return {at, 6, Meaning::Number};
+  if (letter == 'u' && isNumeric(behind, 4)) return unicodeEscape(behind, at);
   return {at, 2, Meaning::Unknown};
 }
 
@@ -72,7 +94,7 @@ std::vector<Escape> escapesOf(std::string_view token) {
   std::vector<Escape> escapes;
   for (std::size_t at = token.find('\\'); at != std::string_view::npos && at + 1 < token.size();) {
     escapes.push_back(escapeAt(token, at));
-    at = token.find('\\', at + 2);
+    at = token.find('\\', at + escapes.back().bytes);
   }
   return escapes;
 }
@@ -157,7 +179,11 @@ class StringRules final : public StatementRule {
                : "'" + written + "' is no escape sequence; the backslash stays in the string");
     const std::string_view content = string.substr(1, string.size() - 2);
     const bool isOfPath = looksLikePath(content);
-    if (!isOfPath) finding.hint = hintForUnknown(string[escape.at + 1]);
+    if (!isOfPath && escape.bytes > 2) {
+      finding.hint = "a surrogate needs its partner: `\\uD83D\\uDE00` is one character";
+    } else if (!isOfPath) {
+      finding.hint = hintForUnknown(string[escape.at + 1]);
+    }
     if (!finding.hint.empty()) return;  // what was meant is not certain enough for an edit
     finding.hint = isOfPath ? "write forward slashes, or two backslashes" : "write two backslashes";
     const std::uint64_t begin = finding.range->begin.offset - escape.at;

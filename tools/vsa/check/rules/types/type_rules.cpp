@@ -1,6 +1,7 @@
 #include "tools/vsa/check/rules/types/type_rules.h"
 
 #include <algorithm>
+#include <set>
 #include <string>
 #include <unordered_map>
 
@@ -50,9 +51,12 @@ class TypeRules {
       addUnknownType(node);
       return;
     }
+    suggested_.clear();
     for (const InputView input : node.inputs()) checkInput(*type, input);
     for (const InputDescription& input : type->inputs) {
-      if (input.isRequired) checkRequired(node, *type, input);
+      // An input with a misspelt name is not missing, too.
+      if (input.isRequired && !suggested_.contains(input.declaration.name))
+        checkRequired(node, *type, input);
     }
   }
 
@@ -80,6 +84,7 @@ class TypeRules {
       found_.add({RuleId::UnknownInput, input.path(),
                   "a " + type.name + " has no input " + std::string(input.name()),
                   didYouMean(nearest), Place::Path});
+      if (const auto suggestion = nearest.found()) suggested_.insert(suggestion->name);
       return;
     }
     checkValue(input, *described);
@@ -91,9 +96,7 @@ class TypeRules {
     const std::string path = input.path();
     const std::string problem = misfit(input, described);
     if (!problem.empty()) {
-      // For an array the place is its first element, because a text assigns to elements.
-      const std::string place = input.elements().empty() ? path : input[0].path();
-      found_.add({RuleId::WrongInputType, place, path + " is " + problem});
+      found_.add({RuleId::WrongInputType, path, path + " is " + problem});
       return;
     }
     const std::string range = outOfRange(input, described);
@@ -142,6 +145,7 @@ class TypeRules {
 
   SceneFindings& found_;
   std::unordered_map<std::string_view, const TypeDescription*> types_;
+  std::set<std::string> suggested_;  // the names that were probably meant by unknown inputs
 };
 
 }  // namespace

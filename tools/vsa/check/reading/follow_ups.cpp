@@ -1,0 +1,68 @@
+#include "tools/vsa/check/reading/follow_ups.h"
+
+#include <algorithm>
+#include <array>
+
+namespace vsa_tools {
+
+namespace {
+
+using vsa::DiagnosticId;
+
+// The value has another type than the input, or the input cannot take it.
+constexpr std::array REFUSALS = {DiagnosticId::WrongType, DiagnosticId::Narrowing,
+                                 DiagnosticId::CannotAssignType, DiagnosticId::CannotAssignNode,
+                                 DiagnosticId::TooManyEmptyElements};
+// The literal is wrong as a whole.
+constexpr std::array LITERALS = {DiagnosticId::BadToken, DiagnosticId::TooFewElements,
+                                 DiagnosticId::OverLimit, DiagnosticId::EndMark};
+
+// These rules report a path. They follow if the reader refuses the value of its statement.
+constexpr std::array<std::string_view, 2> PATH_RULES = {"assigned-twice", "array-gap"};
+// These rules report a part of a value. They follow if the reader reports the whole value.
+constexpr std::array<std::string_view, 4> VALUE_RULES = {
+    "not-utf-8", "glued-elements", "string-for-reference", "large-declared-count"};
+
+template <class List, class Element>
+bool has(const List& list, const Element& element) {
+  return std::find(list.begin(), list.end(), element) != list.end();
+}
+
+}  // namespace
+
+void FollowUps::add(const vsa::Diagnostic& diagnostic) {
+  const bool isRefused = has(REFUSALS, diagnostic.id);
+  if (!isRefused && !has(LITERALS, diagnostic.id)) return;
+  problems_.push_back({diagnostic.range.begin.offset, diagnostic.range.end.offset, isRefused});
+}
+
+void FollowUps::finish() {
+  std::sort(problems_.begin(), problems_.end(),
+            [](const Problem& a, const Problem& b) { return a.begin < b.begin; });
+}
+
+bool FollowUps::contains(const Finding& finding, std::string_view text) const {
+  if (problems_.empty() || !finding.range) return false;
+  if (has(PATH_RULES, finding.id)) return isStatementRefused(finding.range->begin.offset, text);
+  return has(VALUE_RULES, finding.id) && isInside(*finding.range);
+}
+
+// Whether the first problem from `begin` on is in the same statement: no semicolon is between them.
+bool FollowUps::isStatementRefused(std::uint64_t begin, std::string_view text) const {
+  const auto next = std::lower_bound(
+      problems_.begin(), problems_.end(), begin,
+      [](const Problem& problem, std::uint64_t offset) { return problem.begin < offset; });
+  if (next == problems_.end() || !next->isRefused || next->begin > text.size()) return false;
+  constexpr std::uint64_t MAX_PATH_BYTES = 1 << 16;
+  if (next->begin - begin > MAX_PATH_BYTES) return false;
+  return text.substr(begin, next->begin - begin).find(';') == std::string_view::npos;
+}
+
+bool FollowUps::isInside(const vsa::TextRange& range) const {
+  auto next = std::upper_bound(
+      problems_.begin(), problems_.end(), range.begin.offset,
+      [](std::uint64_t offset, const Problem& problem) { return offset < problem.begin; });
+  return next != problems_.begin() && range.end.offset <= (--next)->end;
+}
+
+}  // namespace vsa_tools

@@ -1,0 +1,37 @@
+// FollowUps: recognises the findings of rules that only follow from a problem which the reader has
+// reported. A mistake is then reported once.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include <vsa/reading/read_diagnostic.h>
+#include "tools/vsa/check/finding.h"
+
+namespace vsa_tools {
+
+class FollowUps {
+ public:
+  /// Records a diagnostic of the reader.
+  void add(const vsa::Diagnostic& diagnostic);
+  /// Sorts the recorded diagnostics. Call it after the last add().
+  void finish();
+  /// Returns whether the finding of a rule only follows from a recorded diagnostic. `text` is the
+  /// text of the file; without it, the result is false.
+  bool contains(const Finding& finding, std::string_view text) const;
+
+ private:
+  /// A problem for which a rule may have a finding in the same statement.
+  struct Problem {
+    std::uint64_t begin = 0, end = 0;
+    bool isRefused = false;  // whether the statement gave the input no value of its own
+  };
+
+  bool isStatementRefused(std::uint64_t begin, std::string_view text) const;
+  bool isInside(const vsa::TextRange& range) const;
+
+  std::vector<Problem> problems_;  // sorted by their beginnings
+};
+
+}  // namespace vsa_tools
