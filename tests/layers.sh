@@ -39,7 +39,7 @@ src/api/reading              include/vsa include/vsa/reading include/vsa/foundat
 src/write/text               include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/compression src/foundation/numbers src/foundation/text
 src/write/walk               include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/scene
 src/write                    include/vsa include/vsa/foundation include/vsa/scene include/vsa/model src/foundation/base src/foundation/text src/scene src/write/text src/write/walk
-src/syntax                   include/vsa include/vsa/reading include/vsa/foundation src/foundation/text src/vsa/lex
+src/syntax                   include/vsa include/vsa/reading include/vsa/foundation src/foundation/base src/foundation/text src/vsa/lex
 ROWS
 }
 

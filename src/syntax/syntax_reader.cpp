@@ -5,6 +5,7 @@
 
 #include <vsa/foundation/char_class.h>
 #include <vsa/syntax.h>
+#include "foundation/base/block_size.h"
 #include "syntax/token_scan_state.h"
 #include "vsa/lex/byte_scan.h"
 #include "vsa/lex/token_scan.h"
@@ -17,7 +18,7 @@ namespace {
 namespace char_class = zn::char_class;
 namespace lex = zn::korvo_sdk::impl;
 
-constexpr std::size_t BUFFER_BYTES = 256 << 10;
+constexpr std::size_t BUFFER_BYTES = zn::detail::blockBytes(256 << 10);
 constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
 
 SyntaxKind kindOfWord(std::string_view text) {

@@ -4,7 +4,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "foundation/base/block_size.h"
+
 namespace zn::detail {
+
+namespace {
+
+constexpr std::size_t BLOCK_BYTES = blockBytes(std::size_t{1} << 18);
+
+}  // namespace
 
 OpenFile::OpenFile(ByteSource* source, String failure)
     : source_(source), failure_(std::move(failure)) {

@@ -57,8 +57,6 @@ class OpenFile final : public RefCounted {
   void detach(const Cursor& cursor) noexcept;
 
  private:
-  static constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 18;
-
   ~OpenFile() override;
   void detachCursor() noexcept;
   bool refill();

@@ -20,7 +20,7 @@
 #include <utility>
 
 #include <vsa/foundation/vector.h>
-#include "scene/model/storage/block_size.h"
+#include "foundation/base/block_size.h"
 
 namespace zn::korvo_sdk {
 
@@ -60,7 +60,7 @@ class Slabs {
   }
 
  private:
-  static constexpr std::size_t SLAB_BYTES = SCENE_BLOCK_BYTES;
+  static constexpr std::size_t SLAB_BYTES = detail::blockBytes(std::size_t{1} << 16);
   static constexpr std::align_val_t ALIGNMENT{SLAB_BYTES};
   static constexpr std::size_t HEADER_BYTES = 256;
   // The number of objects in a slab.

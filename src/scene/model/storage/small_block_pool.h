@@ -10,7 +10,7 @@
 
 #include <vsa/foundation/api.h>
 #include <vsa/foundation/vector.h>
-#include "scene/model/storage/block_size.h"
+#include "foundation/base/block_size.h"
 
 namespace zn::korvo_sdk {
 
@@ -63,7 +63,7 @@ class VSA_API SmallBlockPool {
     FreeBlock* next;
   };
 
-  static constexpr std::size_t CHUNK_BYTES = SCENE_BLOCK_BYTES;
+  static constexpr std::size_t CHUNK_BYTES = detail::blockBytes(std::size_t{1} << 16);
   static_assert(sizeof(FreeBlock) <= ALIGNMENT && alignof(FreeBlock) <= ALIGNMENT);
 
   void addChunk();
