@@ -1,4 +1,4 @@
-// vsa::Scene: a scene that a program owns, and into which texts are read.
+// vsa::Scene: a scene that a program owns. Texts can be read into it.
 //
 //   vsa::Scene scene;
 //   zn::korvo_sdk::Scene& plain = scene.plain();  // the same scene for the plain interface
@@ -17,18 +17,19 @@
 
 namespace vsa {
 
-/// Owns one scene of the library, with all its nodes, inputs and values. Can be moved, but not
-/// copied. A new scene is empty and takes no memory until something is put into it. A scene that
-/// was moved from is an empty scene, too. One thread at a time may change a scene. Any number of
-/// threads may read it while none changes it.
+/// A scene of the library with all its nodes, inputs and values. Objects can be moved, but not
+/// copied. A new scene is empty, and allocates memory only when something is
+/// added. A scene that was moved from is empty, too. One thread at a time may change a scene.
+/// Several threads may read it while no thread changes it.
 class VSA_API Scene {
  public:
+  /// An empty scene.
   Scene() noexcept;
   Scene(Scene&& other) noexcept;
   Scene& operator=(Scene&& other) noexcept;
   ~Scene();
 
-  // Reading the contents. See SceneView for these functions.
+  // Functions that read the contents. SceneView describes them.
 
   SceneView view() const noexcept { return SceneView(plain_.get()); }
   operator SceneView() const noexcept { return view(); }  // implicit: a scene can be viewed
@@ -40,41 +41,45 @@ class VSA_API Scene {
 
   // Changing the contents.
 
-  /// The node of that name, which can be changed; missing if there is none.
+  /// Returns the node with this name, which can then be changed. The result is missing if there is
+  /// no such node.
   Node operator[](TextParameter node) noexcept;
-  /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name,
-  /// and with NameTaken if the scene has a node of that name.
+  /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name.
+  /// Fails with NameTaken if the scene has a node with this name.
   Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
-  /// Removes a node. Inputs that are connected to it, or refer to it, lose that link. Fails with
-  /// Missing, Removed or OtherScene if the scene has no such node.
+  /// Removes a node. Connections to its outputs and references to it are removed, too. Fails with
+  /// Missing, Removed or OtherScene if the scene does not contain the node.
   Status removeNode(NodeView node) noexcept;
 
-  // The header of the file. In a text, version and time are in comments. So these functions change
-  // the comments of the scene, too. After OutOfMemory, comments may be missing.
+  // The header of the file. A text contains version and time as comments, so these functions also
+  // change the comments of the scene. After OutOfMemory, comments may be missing.
 
-  /// Sets the version. Replaces the first comment that contains "version:" by "# version: N" and
-  /// removes the others. If there is none, puts the new comment before all others.
+  /// Sets the version. The comment "# version: N" replaces the first comment that contains
+  /// "version:". All further comments with "version:" are removed. If no comment contains
+  /// "version:", the new comment is placed before all others.
   Status setFileVersion(std::uint64_t version) noexcept;
-  /// Sets the time. Replaces the first comment that sets a time by "# time: ..." and removes the
-  /// others. If there is none, puts the new comment before all others. An empty time only removes
-  /// the comments that set a time. Fails with BadTime or NulCharacter if no text can represent the
-  /// time.
+  /// Sets the time. The comment "# time: ..." replaces the first comment that sets a time. All
+  /// further comments that set a time are removed. If no comment sets a time, the new comment is
+  /// placed before all others. For an empty time, the function only removes the comments that set a
+  /// time. Fails with BadTime or NulCharacter if no text can represent the time.
   Status setFileTime(TextParameter time) noexcept;
-  /// Appends a comment of one line. Puts "# " before it if it does not begin with "#". A comment
-  /// that contains "version:" or "time:" sets the version or the time, as it would in a text. Fails
-  /// with BadComment, BadVersionComment or NulCharacter if no text can represent the comment.
+  /// Appends a comment of one line. If it does not begin with "#", the function adds "# " before
+  /// it. A comment that contains "version:" or "time:" sets the version or the time, as it does in
+  /// a text. Fails with BadComment, BadVersionComment or NulCharacter if no text can represent the
+  /// comment.
   Status addComment(TextParameter comment) noexcept;
-  /// Resets the header: version 1, no time and no comments, as before a file is read.
+  /// Resets the header to version 1, no time and no comments. This is the header before a file is
+  /// read.
   Status clearHeader() noexcept;
 
   // The plain interface.
 
-  /// The scene as an object of the plain interface. The reference is valid until this object is
-  /// destroyed, moved from or assigned to. Throws std::bad_alloc if the object has to be
-  /// allocated, because nothing has been added to the scene yet.
+  /// Returns the scene as an object of the plain interface. The reference is valid until this
+  /// object is destroyed, moved from or assigned to. If nothing has been added to the scene yet,
+  /// the function allocates that object, and may throw std::bad_alloc.
   zn::korvo_sdk::Scene& plain();
-  /// The scene as an object of the plain interface that cannot be changed. If nothing has been
-  /// added to this scene yet, returns an empty scene that all such objects share.
+  /// Returns the scene as a constant object of the plain interface. If nothing has been added to
+  /// the scene yet, the result is an empty scene that all vsa::Scene objects share.
   const zn::korvo_sdk::Scene& plain() const;
 
  private:

@@ -1,16 +1,18 @@
-// The tokens and statements of a text: each token with its bytes, unchanged, and its position. For
-// programs that check, format or edit a text. vsa::readText and the like read its scene.
+// SyntaxReader and StatementReader: read the tokens and the statements of a text. Each token has a
+// position and its unchanged bytes. The classes are for programs that check, format or edit a text.
+// To get the scene of a text, use vsa::readText and the like.
 //
 //   vsa::StatementReader statements("sphere ball: .radius = 1.0;");
 //   vsa::SyntaxStatement statement;
 //   while (statements.next(statement)) use(statement.kind, statement.tokens);
 //
-// The tokens are those of the reader, with the same boundaries. A text need not be valid: bytes
-// that the reader rejects are a token of the kind Invalid or Unterminated. Only white space, and
-// characters that the format skips like white space, are between two tokens.
+// The tokens have the same boundaries as the tokens of vsa::readText. The text may be invalid:
+// bytes that vsa::readText rejects become a token of the kind Invalid or Unterminated. Between two
+// tokens there are only white space and characters that the format skips like white space.
 //
-// A text is in memory, or comes from a Source and needs memory for one token only, 256 KiB at most:
-// a longer token is delivered in pieces. The functions throw std::bad_alloc and what the source
+// A text is in memory or comes from a Source. For a Source, the reader needs memory for one token
+// only, at most 256 KiB: it returns a longer token in pieces. The functions throw std::bad_alloc
+// and the exceptions of the source, and no others.
 // throws, and nothing else.
 #pragma once
 
@@ -29,10 +31,10 @@ namespace vsa {
 
 /// The kind of a token.
 enum class SyntaxKind : std::uint8_t {
-  /// A token without bytes: the source has ended, or a byte 0xFF ends the text.
+  /// The end of the text, a token without bytes. The source has ended, or the next byte is 0xFF.
   EndOfText,
-  /// A byte that begins no token; or a list up to and including the first byte that a list may not
-  /// contain. The reader stops there; a SyntaxReader continues after it.
+  /// A byte that cannot begin a token, or a list that contains an invalid byte. The list ends with
+  /// this byte. vsa::readText stops here, but a SyntaxReader continues after the token.
   Invalid,
   /// A string or list that the end of the text cuts off.
   Unterminated,
@@ -43,100 +45,105 @@ enum class SyntaxKind : std::uint8_t {
   Null,   ///< `null` in any letter case.
   Integer,
   Real,
-  String,       ///< A string with its quotes and backslashes.
-  Comment,      ///< A comment, from "#" to the end of the line, without the line end.
+  String,       ///< A string, including its quotes and backslashes.
+  Comment,      ///< A comment, from "#" up to the line end, but without the line end.
   Parens,       ///< `(...)`
   Braces,       ///< `{...}`
   Brackets,     ///< `[...]`
   Punctuation,  ///< One of . , : ; ' / \ = + * and the vertical bar.
 };
 
-/// The name of a kind in kebab case, such as "end-of-text". Never null; "unknown" for a value that
-/// is not in the enumeration.
+/// Returns the name of a kind in kebab case, such as "end-of-text". Returns "unknown" for a number
+/// that is no SyntaxKind, and never null.
 VSA_API const char* name(SyntaxKind kind) noexcept;
 
 /// A token, or a piece of a long one.
 struct SyntaxToken {
-  /// The kind. For a piece that is not the last one, the kind of the token so far: an integer may
-  /// become a real, and a list or string may become Invalid or Unterminated.
+  /// The kind of the token. A piece that is not the last one has the kind of the token up to this
+  /// piece. A later piece can have another kind: an Integer can become a Real, and a list or string
+  /// can become Invalid or Unterminated.
   SyntaxKind kind = SyntaxKind::EndOfText;
-  /// Whether this piece begins a token, and whether it ends one. Both are true for a token in one
-  /// piece. If a token has several pieces, the last one may have no bytes.
+  /// Whether this is the first piece of its token. A token in one piece is both first and last.
   bool isFirst = true;
+  /// Whether this is the last piece of its token. The last piece of a token can be empty.
   bool isLast = true;
   /// The bytes of the token or piece, as in the source.
   std::string_view text;
   /// The range of `text` in the source.
   TextRange range;
-  /// The number of line feeds between the previous token and this one; 0 for a piece that is not
+  /// The number of line feeds between the previous token and this one. It is 0 for all pieces after
   /// the first.
   std::uint64_t lineFeedsBefore = 0;
 
-  /// Whether the token is this punctuation character.
+  /// Whether the token is the punctuation character `c`.
   bool is(char c) const noexcept {
     return kind == SyntaxKind::Punctuation && text.size() == 1 && text.front() == c;
   }
 };
 
-/// Reads a text token by token.
+/// Reads a text, token by token.
 class VSA_API SyntaxReader {
  public:
-  /// Reads a text in memory, which must not change. Each token is one piece, and its text refers to
-  /// the text.
+  /// Reads a text in memory. Its characters must not change. Each token is one piece, and
+  /// SyntaxToken::text is a view into the text.
   explicit SyntaxReader(std::string_view text);
-  /// Reads a source from its current position. The source must outlive the last call of `next`. The
-  /// text of a token is valid until the next call.
+  /// Reads a source from its current position. The source must exist until the last call of `next`.
+  /// SyntaxToken::text is valid until the next call.
   explicit SyntaxReader(Source& source);
-  /// A reader that was moved from may only be assigned to or destroyed.
+  /// Move construction and move assignment. A reader that was moved from may only be assigned to or
+  /// destroyed.
   SyntaxReader(SyntaxReader&&) noexcept;
   SyntaxReader& operator=(SyntaxReader&&) noexcept;
   ~SyntaxReader();
 
-  /// The next token or piece; EndOfText at the end, also in all later calls.
+  /// Returns the next token or piece. At the end of the text and in all later calls, returns
+  /// EndOfText.
   SyntaxToken next();
-  /// Whether a byte 0xFF ended the text. Known after EndOfText.
+  /// Whether a byte 0xFF ended the text. The result is valid after EndOfText.
   bool endedAtMark() const noexcept;
-  /// Whether the texts of tokens stay valid after the next call.
+  /// Whether SyntaxToken::text stays valid after the next call: true for a text in memory.
   bool keepsText() const noexcept;
 
  private:
   friend class StatementReader;
   class VSA_LOCAL State;
 
-  // Appends the tokens of a statement of a text in memory.
+  // Appends the tokens of the next statement. The text is in memory.
   VSA_LOCAL bool appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens);
 
   std::unique_ptr<State> state_;
 };
 
-/// A part of a list element: consecutive characters of it.
+/// Consecutive characters of one list element.
 struct ListPart {
+  /// The characters.
   std::string_view text;
-  /// Whether this part continues the element of the previous part: in "((1)(2))", 1 and 2 are one
-  /// element, 12. An element can also be split between two pieces of a token.
+  /// Whether this part belongs to the same element as the previous part. In "((1)(2))" the parts 1
+  /// and 2 are one element, 12. The boundary of two pieces of a token can also split an element.
   bool continues = false;
 };
 
-/// Splits a list token, `(...)` or `{...}`, into the elements that the reader converts. White
-/// space, commas and brackets of other kinds separate elements; brackets of the list's own kind do
-/// not. Accepts the pieces of a token one after another.
+/// Splits a list token, `(...)` or `{...}`, into its elements as the parser converts them. White
+/// space, commas and brackets of other kinds separate elements. Brackets of the list's own kind do
+/// not separate elements. The pieces of a long token can be added one after another.
 ///
 ///   vsa::ListReader list(token.text);
 ///   while (list.next(part)) use(part);
 class VSA_API ListReader {
  public:
   ListReader() = default;
-  /// Begins with the first piece of a list.
+  /// Reads a list whose first piece is `first`.
   explicit ListReader(std::string_view first) noexcept { add(first); }
 
-  /// Continues with another piece, after `next` returned false. The piece must not change until
-  /// `next` returns false again.
+  /// Adds the next piece of the list. Call it only after `next` returned false. The piece must not
+  /// change until `next` returns false again.
   void add(std::string_view piece) noexcept;
-  /// Stores the next part. Returns false at the end of the piece and at the end of the list.
+  /// Stores the next part in `out`. Returns false at the end of each piece and at the end of the
+  /// list.
   bool next(ListPart& out) noexcept;
 
-  /// Whether the normalized list of the reader ends in a blank after the last element. This is true
-  /// for "(1 , )" and false for "(1 )". Valid at the end of the list.
+  /// Whether the normalized list ends with a blank after its last element. The result is true for
+  /// "(1 , )" and false for "(1 )". It is valid at the end of the list.
   bool endsInBlank() const noexcept { return last_ == Last::Blank; }
 
  private:
@@ -156,45 +163,45 @@ class VSA_API ListReader {
 enum class StatementKind : std::uint8_t {
   Comment,      ///< `# text`
   Declaration,  ///< `sphere ball;`
-  Block,        ///< `sphere ball:`; the statements after it may begin with a dot.
+  Block,        ///< `sphere ball:` The statements after it may begin with a period.
   Remove,       ///< `remove ball;`
   Define,       ///< `define settings;`
   Assignment,   ///< `ball.radius = 1.0;`, `.material = clay;`
   Connection,   ///< `ball.color |= dusk.outColor;`
-  Malformed,    ///< None of these. The reader stops at such a statement.
+  Malformed,    ///< Any other statement. vsa::readText stops at such a statement.
 };
 
-/// The name of a kind in kebab case, such as "assignment". Never null; "unknown" for a value that
-/// is not in the enumeration.
+/// Returns the name of a kind in kebab case, such as "assignment". Returns "unknown" for a number
+/// that is no StatementKind, and never null.
 VSA_API const char* name(StatementKind kind) noexcept;
 
-/// A statement: the tokens up to the semicolon or colon, or a comment before a statement. A comment
-/// inside a statement is one of its tokens and makes the statement Malformed. The end of the text
-/// inside a statement also makes it Malformed. A statement of more than 65536 tokens, or of 16 MiB
-/// of names, is delivered in parts, which are Malformed. This limits the memory that a text can
-/// use.
+/// A statement: all tokens up to a semicolon or a colon, or one comment before a statement. A
+/// statement is Malformed if it contains a comment, or if the text ends inside it. The reader
+/// splits a statement with more than 65536 tokens or more than 16 MiB of names, so that its memory
+/// is limited. Each part is Malformed.
 struct SyntaxStatement {
+  /// The kind of the statement.
   StatementKind kind = StatementKind::Malformed;
-  /// The tokens. A long token is represented by its first piece only.
+  /// The tokens. Only the first piece of a long token is stored.
   std::vector<SyntaxToken> tokens;
   /// The range from the first token to the last one.
   TextRange range;
-  /// For Assignment and Connection: the index of the first token after the "=".
+  /// The index of the first token after the "=" of an Assignment or Connection.
   std::size_t valueIndex = 0;
 };
 
-/// Reads a text statement by statement. Needs memory for the tokens of one statement; for a long
-/// token, only for its first piece.
+/// Reads a text, statement by statement. The memory needed is that of the tokens of one statement.
+/// For a long token, it is only that of the first piece.
 class VSA_API StatementReader {
  public:
-  /// See SyntaxReader.
+  /// Reads a text in memory, or a source. See SyntaxReader.
   explicit StatementReader(std::string_view text) : reader_(text) {}
   explicit StatementReader(Source& source) : reader_(source) {}
 
-  /// Stores the next statement. Returns false at the end of the text. If the text is in memory, the
-  /// tokens refer to it; otherwise they are valid until the next call.
+  /// Stores the next statement in `out`. Returns false at the end of the text. If the text is in
+  /// memory, the tokens refer to the text. For a source, they are valid until the next call.
   bool next(SyntaxStatement& out);
-  /// See SyntaxReader.
+  /// Whether a byte 0xFF ended the text. See SyntaxReader.
   bool endedAtMark() const noexcept { return reader_.endedAtMark(); }
 
  private:
@@ -202,8 +209,8 @@ class VSA_API StatementReader {
   void keepTexts(SyntaxStatement& out);
 
   SyntaxReader reader_;
-  bool isInside_ = false;  // the last statement was a part of a longer one that continues
-  std::string kept_;       // the texts of the tokens, if the text is not in memory
+  bool isInside_ = false;  // whether the last statement was a part of a longer one that continues
+  std::string kept_;       // the characters of the tokens, if the text is from a source
 };
 
 }  // namespace vsa

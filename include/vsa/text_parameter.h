@@ -1,4 +1,4 @@
-// TextParameter: a name or another short text that a function takes.
+// TextParameter: the type of parameters that are a name or another short text.
 #pragma once
 
 #include <concepts>
@@ -8,13 +8,13 @@
 
 namespace vsa {
 
-/// A parameter that is made from a string literal, a `const char*` that ends in a NUL, a
-/// std::string, a std::string_view or anything else that converts to a std::string_view. A null
-/// pointer is the empty text, which is no name; the literals `0` and `nullptr` do not compile. The
-/// characters are not copied: they must exist until the call returns.
+/// A parameter that accepts a string literal, a `const char*` that ends in a NUL, a std::string or
+/// a std::string_view. Everything else that converts to a std::string_view is accepted, too. A null
+/// pointer is the empty text, which is not a valid name. The literals `0` and `nullptr` do not
+/// compile. The characters are not copied and must exist until the call returns.
 class TextParameter {
  public:
-  constexpr TextParameter(const char* text) noexcept  // implicit: it is a parameter
+  constexpr TextParameter(const char* text) noexcept  // implicit: for parameters
       : text_(text != nullptr ? std::string_view(text) : std::string_view()) {}
   template <class T>
   requires(std::convertible_to<const T&, std::string_view> && !std::is_pointer_v<T> &&
@@ -22,6 +22,7 @@ class TextParameter {
       : text_(text) {}
   TextParameter(std::nullptr_t) = delete;
 
+  /// The characters.
   constexpr std::string_view view() const noexcept { return text_; }
   constexpr operator std::string_view() const noexcept { return text_; }  // implicit
 

@@ -1,4 +1,5 @@
-// Node types described in JSON: docs/types.md shows the form, docs/types.schema.json defines it.
+// Node types that a JSON text describes. docs/types.md explains the JSON, and
+// docs/types.schema.json defines it.
 //
 //   const vsa::TypesResult read = vsa::readTypes(json);
 //   if (!read.isValid()) std::puts(read.problem.c_str());
@@ -21,46 +22,53 @@ namespace vsa {
 
 /// An input of a described node type.
 struct InputDescription {
-  /// Name, types, enumeration, and whether the input takes links only.
+  /// The name, the types, the enumeration, and whether the input accepts links only.
   zn::korvo_sdk::InputDeclaration declaration;
-  /// The range of a number, and of each component of a tuple. The range includes both ends.
+  /// The smallest value of a number, and of each component of a tuple.
   std::optional<double> minimum = std::nullopt;
+  /// The largest value.
   std::optional<double> maximum = std::nullopt;
-  /// Whether each node of the type must set or connect the input.
+  /// Whether each node of the type must set or connect this input.
   bool isRequired = false;
 };
 
-/// A node type with all properties that a checker of scenes needs.
+/// A node type with the properties that a checker of scenes uses.
 struct TypeDescription {
+  /// The name of the type, as in a text.
   std::string name;
+  /// The inputs of its nodes.
   std::vector<InputDescription> inputs = {};
+  /// The names of the outputs of its nodes.
   std::vector<std::string> outputs = {};
+  /// Former names of its inputs and members.
   std::vector<zn::korvo_sdk::FormerName> formerInputs = {};
+  /// Former names of its outputs.
   std::vector<zn::korvo_sdk::FormerName> formerOutputs = {};
 };
 
 /// The result of readTypes.
 struct [[nodiscard]] TypesResult {
-  /// The types in the order of the text. Empty unless the text is valid.
+  /// The types in the order of the text. It is empty if the text has a problem.
   std::vector<TypeDescription> types;
-  /// The problem, as a message for people; empty if the text is valid.
+  /// The problem, as a message for people. It is empty if the text is valid.
   std::string problem;
-  /// The position of the problem.
+  /// The position of the problem in the text.
   TextPosition place;
 
+  /// Whether the text is valid.
   bool isValid() const noexcept { return problem.empty(); }
 };
 
-/// Reads descriptions of types from JSON (RFC 8259). Problems are a text that is not JSON, a member
-/// that the schema does not have, a value of the wrong type, a repeated name, and nesting deeper
-/// than 32 levels. The result of a text with a problem has no types. Bytes above 0x7F are accepted
-/// unchanged. The memory needed is proportional to the size of the text. Throws std::bad_alloc and
-/// nothing else.
+/// Reads type descriptions from JSON (RFC 8259). A text has a problem if it is not JSON, contains a
+/// member that the schema does not have, or contains a value of the wrong type. A repeated name and
+/// more than 32 nesting levels are problems, too. If there is a problem, the result contains no
+/// types. Bytes above 0x7F are accepted unchanged. The memory needed is proportional to the size of
+/// the text. Throws std::bad_alloc and no other exception.
 VSA_API TypesResult readTypes(std::string_view json);
 
-/// Declares the types for the whole process, see zn::korvo_sdk::registerNodeType: their nodes have
-/// the described inputs and outputs and no others. Ranges and required inputs have no effect on the
-/// reader. Throws std::bad_alloc.
+/// Declares the types for the whole process: see zn::korvo_sdk::registerNodeType. The nodes of
+/// these types have exactly the described inputs and outputs. Ranges and required inputs do not
+/// affect reading. Throws std::bad_alloc.
 VSA_API void registerTypes(std::span<const TypeDescription> types);
 
 }  // namespace vsa

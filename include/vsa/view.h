@@ -1,16 +1,16 @@
-// Views: SceneView, NodeView, InputView and ConnectionView, through which a program reads the
-// contents of a scene. A view is a pointer to an object of the scene:
+// Views: SceneView, NodeView, InputView and ConnectionView. A program reads the contents of a scene
+// through them. A view is a pointer to an object of the scene:
 //
 //   std::optional<double> power = scene["sun"]["power"].real();
 //   for (vsa::NodeView node : scene.nodes()) visit(node.name());
 //
-// A look-up of something that does not exist returns a missing view, whose pointer is null. All
-// functions of a missing view may be called: they return empty texts, empty optionals, empty ranges
-// and missing views. A view converts to true if it is not missing. Views are valid as long as the
-// scene. The view of a node or an input that was removed may still be used.
+// If an object does not exist, a look-up returns a missing view, which is a null pointer. A program
+// may call all functions of a missing view. They return empty texts, empty optionals, empty ranges
+// and missing views. A missing view converts to false, every other view to true. Views are valid as
+// long as the scene. This includes views of nodes and inputs that were removed.
 //
-// Views do not change the scene. Functions that return a std::string throw std::bad_alloc if memory
-// runs out; no other function throws.
+// Views do not change the scene. A function that returns a std::string throws std::bad_alloc if
+// memory runs out. No other function throws.
 #pragma once
 
 #include <array>
@@ -35,16 +35,19 @@ namespace vsa {
 class InputView;
 class NodeView;
 
-/// The output that an input is connected to; missing if the input has no connection.
+/// The output to which an input is connected. The view is missing if the input has no connection.
 class ConnectionView {
  public:
+  /// A missing connection.
   ConnectionView() = default;
+  /// The view of `output`. A null pointer gives a missing view.
   explicit ConnectionView(const zn::korvo_sdk::Output* output) noexcept : output_(output) {}
 
+  /// Whether there is a connection.
   explicit operator bool() const noexcept { return output_ != nullptr; }
-  /// The node that has the output.
+  /// The node that the output belongs to.
   NodeView node() const noexcept;
-  /// The name of the output, valid as long as the scene.
+  /// The name of the output. It is valid as long as the scene.
   std::string_view output() const noexcept {
     return output_ != nullptr ? output_->name().view() : std::string_view();
   }
@@ -53,7 +56,7 @@ class ConnectionView {
   const zn::korvo_sdk::Output* output_ = nullptr;
 };
 
-/// An input of a node, an element of an array or a member of an object.
+/// A view of an input of a node, an element of an array or a member of an object.
 class InputView {
  public:
   struct Elements;
@@ -61,46 +64,53 @@ class InputView {
   using ElementRange = IndexRange<Elements>;
   using MemberRange = IndexRange<Members>;
 
+  /// A missing input.
   InputView() = default;
+  /// The view of `input`. A null pointer gives a missing view.
   explicit InputView(zn::korvo_sdk::Input* input) noexcept : input_(input) {}
 
+  /// Whether the input exists.
   explicit operator bool() const noexcept { return input_ != nullptr; }
+  /// Whether both are views of the same input, or both are missing.
   bool operator==(const InputView&) const = default;
 
-  /// The name, as in a text; empty for an element of an array. Valid as long as the scene.
+  /// The name, with the spelling of the text. It is empty for an element of an array. It is valid
+  /// as long as the scene.
   std::string_view name() const noexcept {
     return input_ != nullptr ? input_->name().view() : std::string_view();
   }
-  /// The path of the input, as in messages: "rig.bones[2].at". Empty for a missing input.
+  /// The path of the input, as in messages, such as "rig.bones[2].at". It is empty for a missing
+  /// input.
   VSA_API std::string path() const;
   /// The node that the input belongs to, directly or through arrays and objects.
   NodeView owner() const noexcept;
-  /// The type of the value. Null for a missing input and for an input without a value.
+  /// The type of the value. It is Null for a missing input and for an input without a value.
   ValueType type() const noexcept { return input_ != nullptr ? input_->type() : ValueType::Null; }
 
   // The value. If the input is missing or has a value of another type, the functions without a
-  // parameter return std::nullopt, and the others return the fallback.
+  // parameter return std::nullopt. The functions with a parameter then return that parameter.
 
+  /// The value of a Bool.
   std::optional<bool> boolean() const noexcept {
     return type() == ValueType::Bool ? std::optional(input_->boolean()) : std::nullopt;
   }
   bool boolean(bool fallback) const noexcept { return boolean().value_or(fallback); }
-  /// The value of an Int, or of a UInt below 2^63.
+  /// The value of an Int, or of a UInt less than 2^63.
   VSA_API std::optional<std::int64_t> integer() const noexcept;
   std::int64_t integer(std::int64_t fallback) const noexcept {
     return integer().value_or(fallback);
   }
-  /// The value of a UInt, or of an Int of 0 or more.
+  /// The value of a UInt, or of an Int that is not negative.
   VSA_API std::optional<std::uint64_t> unsignedInteger() const noexcept;
   std::uint64_t unsignedInteger(std::uint64_t fallback) const noexcept {
     return unsignedInteger().value_or(fallback);
   }
-  /// The value of a Real, or of an Int or a UInt, rounded to the nearest double.
+  /// The value of a Real, an Int or a UInt. Integers are rounded to the nearest double.
   std::optional<double> real() const noexcept {
     return type() == ValueType::Real ? std::optional(input_->real()) : realOfInteger();
   }
   double real(double fallback) const noexcept { return real().value_or(fallback); }
-  /// The characters of a String. Valid until the input gets another value.
+  /// The characters of a String. They are valid until the input gets another value.
   std::optional<std::string_view> string() const noexcept {
     return type() == ValueType::String ? std::optional<std::string_view>(input_->string())
                                        : std::nullopt;
@@ -108,14 +118,15 @@ class InputView {
   std::string_view string(TextParameter fallback) const noexcept {
     return string().value_or(fallback.view());
   }
-  /// The 2 to 16 numbers of a vector, position, quaternion, colour or matrix (row by row). Valid
-  /// until the input gets another value. Empty for any other type.
+  /// The 2 to 16 numbers of a vector, position, quaternion, colour or matrix. Matrices are row by
+  /// row. The numbers are valid until the input gets another value. The result is empty for every
+  /// other type.
   std::span<const double> components() const noexcept {
     if (input_ == nullptr) return {};
     return {input_->components(), zn::korvo_sdk::componentCount(input_->type())};
   }
-  /// A copy of the N numbers: `components<3>()` of a Vec3 or a Pos3. Returns std::nullopt if the
-  /// value does not have N numbers.
+  /// A copy of the N numbers of a tuple, such as `components<3>()` for a Vec3 or a Pos3. The result
+  /// is std::nullopt if the value does not have N numbers.
   template <std::size_t N>
   std::optional<std::array<double, N>> components() const noexcept {
     const std::span<const double> all = components();
@@ -125,46 +136,48 @@ class InputView {
     return copy;
   }
 
-  /// The buffer. If there is none, BufferView::problem returns the reason.
+  /// The buffer. If the input has no buffer, BufferView::problem returns the reason.
   BufferView buffer() const noexcept {
     if (input_ == nullptr) return {};
     if (input_->type() != ValueType::Buffer) return BufferView(BufferProblem::NotABuffer);
     return BufferView(input_->buffer());
   }
-  /// The elements of the buffer, each with N numbers of type T: see BufferView::as.
+  /// The elements of the buffer, each with N numbers of type T. See BufferView::as.
   template <class T, std::size_t N = 1>
   requires BufferElement<T, N> TypedBuffer<T, N> buffer()
   const noexcept { return buffer().template as<T, N>(); }
 
   // Links.
 
-  /// The node that the input refers to; missing if there is none.
+  /// The node that the input refers to. It is missing if the input refers to no node.
   NodeView node() const noexcept;
-  /// The output that the input is connected to; missing if there is none.
+  /// The output that the input is connected to. It is missing if the input has no connection.
   ConnectionView connection() const noexcept {
     return ConnectionView(input_ != nullptr ? input_->connection() : nullptr);
   }
 
-  // Elements of an array, members of an object.
+  // The elements of an array and the members of an object.
 
-  /// The type of an array's elements. Null if it is not set, or if the input is not an array.
+  /// The type of the elements of an array. It is Null if the type is not set, or if the input is
+  /// not an array.
   ValueType elementType() const noexcept {
     return input_ != nullptr ? input_->elementType() : ValueType::Null;
   }
-  /// The elements of an array, by index; empty for any other input.
+  /// The elements of an array, sorted by index. The range is empty if the input is not an array.
   ElementRange elements() const noexcept;
-  /// The element at `index`; missing if there is none.
+  /// The element at `index`. It is missing if there is none.
   InputView operator[](std::uint64_t index) const noexcept {
     return InputView(input_ != nullptr ? input_->element(index) : nullptr);
   }
-  /// The members of an object, in the order of their creation; empty for any other input.
+  /// The members of an object, in the order of their creation. The range is empty if the input is
+  /// not an object.
   MemberRange members() const noexcept;
-  /// The member of that name; missing if there is none.
+  /// The member with this name. It is missing if there is none.
   InputView operator[](TextParameter member) const noexcept {
     return InputView(input_ != nullptr ? input_->memberNamed(member) : nullptr);
   }
 
-  /// The input as an object of the plain interface; null for a missing view.
+  /// The input as an object of the plain interface. It is null for a missing view.
   const zn::korvo_sdk::Input* plain() const noexcept { return input_; }
 
  protected:
@@ -199,7 +212,7 @@ inline InputView::MemberRange InputView::members() const noexcept {
   return {Members{input_}, input_ != nullptr ? input_->memberCount() : 0};
 }
 
-/// A node of a scene.
+/// A view of a node.
 class NodeView {
  public:
   struct Inputs {
@@ -211,36 +224,40 @@ class NodeView {
   };
   using InputRange = IndexRange<Inputs>;
 
+  /// A missing node.
   NodeView() = default;
+  /// The view of `node`. A null pointer gives a missing view.
   explicit NodeView(zn::korvo_sdk::Node* node) noexcept : node_(node) {}
 
+  /// Whether the node exists.
   explicit operator bool() const noexcept { return node_ != nullptr; }
+  /// Whether both are views of the same node, or both are missing.
   bool operator==(const NodeView&) const = default;
 
-  /// The name, as in a text. Valid as long as the scene.
+  /// The name, with the spelling of the text. It is valid as long as the scene.
   std::string_view name() const noexcept {
     return node_ != nullptr ? node_->nameView() : std::string_view();
   }
-  /// The name of the node's type, as in a text. Valid as long as the scene.
+  /// The name of the node's type, with the spelling of the text. It is valid as long as the scene.
   std::string_view type() const noexcept {
     return node_ != nullptr ? node_->typeView() : std::string_view();
   }
-  /// Whether the node was removed from its scene. Its inputs can still be read.
+  /// Whether the node was removed from its scene. A program can still read its inputs.
   bool isRemoved() const noexcept { return node_ != nullptr && node_->isRemoved(); }
   /// Whether the node's type was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept { return node_ != nullptr && node_->isDeclared(); }
 
-  /// The inputs, in the order of their creation. If the node's type is declared, the range contains
-  /// only the inputs that a text or a program has looked up or set.
+  /// The inputs, in the order of their creation. If the type of the node is declared, the range
+  /// contains only the inputs that a text or a program has looked up or set.
   InputRange inputs() const noexcept {
     return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
   }
-  /// The input of that name; missing if there is none.
+  /// The input with this name. It is missing if there is none.
   InputView operator[](TextParameter input) const noexcept {
     return InputView(node_ != nullptr ? node_->inputNamed(input) : nullptr);
   }
 
-  /// The node as an object of the plain interface; null for a missing view.
+  /// The node as an object of the plain interface. It is null for a missing view.
   const zn::korvo_sdk::Node* plain() const noexcept { return node_; }
 
  protected:
@@ -262,8 +279,8 @@ inline NodeView InputView::node() const noexcept {
   return NodeView(input_ != nullptr ? input_->node() : nullptr);
 }
 
-/// The nodes of a scene that were not removed, in the order of their creation: a forward range.
-/// An iteration that has not reached the end also visits nodes that are added in the meantime.
+/// A forward range of the nodes of a scene, in the order of their creation. It does not contain
+/// removed nodes. Nodes that are added during an iteration are visited, too.
 class NodeRange {
  public:
   class Iterator {
@@ -296,8 +313,8 @@ class NodeRange {
     friend bool operator==(const Iterator& i, std::default_sentinel_t) noexcept { return !i.node_; }
 
    private:
-    // `nodeAt` is null for a removed node and past the end. A removed node is rare, so the end is
-    // checked last.
+    // Moves to the next node that was not removed. `nodeAt` returns null for a removed node and at
+    // the end. Removed nodes are rare, so the loop tests for the end only after a null pointer.
     void skipRemoved() noexcept {
       node_ = NodeView(scene_ != nullptr ? scene_->nodeAt(slot_) : nullptr);
       while (!node_ && scene_ != nullptr && slot_ < scene_->nodeSlots()) {
@@ -311,7 +328,9 @@ class NodeRange {
     NodeView node_;  // the current node; missing at the end
   };
 
+  /// The range of an empty scene.
   NodeRange() = default;
+  /// The nodes of `scene`. A null pointer is an empty scene.
   explicit NodeRange(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
 
   Iterator begin() const noexcept { return {scene_, 0}; }
@@ -325,8 +344,8 @@ class NodeRange {
   const zn::korvo_sdk::Scene* scene_ = nullptr;
 };
 
-/// The view of a scene of the library: a vsa::Scene or a zn::korvo_sdk::Scene. The scene must exist
-/// as long as the view is used.
+/// A view of a scene of the library: of a vsa::Scene or of a zn::korvo_sdk::Scene. The scene must
+/// exist as long as the view is used.
 class SceneView {
  public:
   struct Comments {
@@ -339,35 +358,38 @@ class SceneView {
   };
   using CommentRange = IndexRange<Comments>;
 
+  /// A view of an empty scene.
   SceneView() = default;
-  /// A null pointer gives the view of an empty scene.
+  /// The view of `scene`. A null pointer is an empty scene.
   explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
   SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}  // implicit conversion
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 
   /// The nodes that were not removed, in the order of their creation.
   NodeRange nodes() const noexcept { return NodeRange(scene_); }
-  /// The node of that name; missing if there is none.
+  /// The node with this name. It is missing if there is none.
   NodeView operator[](TextParameter node) const noexcept {
     return NodeView(scene_ != nullptr ? scene_->nodeNamed(node) : nullptr);
   }
 
   // The header of the file.
 
-  /// The version of the format: 0 if nothing has set it, 1 if a text without a version was read.
+  /// The version of the format. It is 0 if nothing has set it, and 1 after a text without a version
+  /// was read.
   std::uint64_t fileVersion() const noexcept {
     return scene_ != nullptr ? scene_->fileVersion() : 0;
   }
-  /// The time, as in the text. Valid until the scene gets another time.
+  /// The time, with the spelling of the text. It is valid until the scene gets another time.
   std::string_view fileTime() const noexcept {
     return scene_ != nullptr ? scene_->fileTime().view() : std::string_view();
   }
-  /// The comments in the order of the text, including their "#". Valid until the comments change.
+  /// The comments with their "#", in the order of the text. They are valid until the comments of
+  /// the scene change.
   CommentRange comments() const noexcept {
     return {Comments{scene_}, scene_ != nullptr ? scene_->fileCommentCount() : 0};
   }
 
-  /// The scene as an object of the plain interface, or null.
+  /// The scene as an object of the plain interface, or null for an empty scene without an object.
   const zn::korvo_sdk::Scene* plain() const noexcept { return scene_; }
 
  private:

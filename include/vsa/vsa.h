@@ -1,17 +1,16 @@
-// The whole public interface.
+// Includes the whole public API.
 //
 //   #include <vsa/vsa.h>
 //
 // Namespace vsa is for programs that read and change scenes. The functions that read a text do not
-// throw or print. vsa::Scene owns a scene. Views (vsa::NodeView, vsa::InputView) read its contents,
-// and may be used for nodes and inputs that do not exist. vsa::Node and vsa::Input change the
-// scene.
+// throw or print. A vsa::Scene owns a scene. vsa::NodeView and vsa::InputView give access to its
+// contents, also if a node or an input does not exist. vsa::Node and vsa::Input change the scene.
 //
 //   const vsa::ReadResult result = vsa::readFile("scene.vsa");
 //   const double power = result.scene["sun"]["power"].real(1.0);
 //
-// Namespace zn and the namespaces inside it are the plain interface, for programs that implement
-// their own scene (see <vsa/scene/scene_interface.h>) or call the entry points of the reader
+// Namespace zn contains the plain interface. It is for programs that implement their own scene (see
+// <vsa/scene/scene_interface.h>), and for programs that call the entry points of the reader
 // directly. A program with its own scene needs only <vsa/parse.h>.
 //
 //   zn::korvo_sdk::Scene scene;

@@ -1,5 +1,5 @@
-/* The reader for C, and for languages that call C functions: read a text, query how the reading
- * ended, and look at the nodes and inputs of the scene.
+/* The reader for C, and for languages that can call C functions. A program reads a text, queries
+ * how the reading ended, and reads the nodes and inputs of the scene.
  *
  *   vsa_reading* reading = vsa_read_file("scene.vsa", NULL);
  *   const vsa_node* sun = vsa_find_node(reading, "sun");
@@ -10,13 +10,14 @@
  *   }
  *   vsa_free(reading);
  *
- * Handles are opaque pointers. A null handle stands for something that is missing. Every function
- * accepts it, and returns null, 0 or an empty text for it. A null pointer for a name is the empty
- * name, and a null pointer for a result means that the result is not wanted. No function throws a
- * C++ exception.
+ * Handles are opaque pointers. A null handle represents something that does not exist. Every
+ * function accepts a null handle and then returns null, 0 or an empty text. A null pointer as a
+ * name is the empty name. If a pointer for a result is null, the result is not stored. No function
+ * throws a C++ exception.
  *
- * Everything that a function returns belongs to the reading, never changes, and is valid until
- * vsa_free. Any number of threads may read at the same time, and may look at the same reading. */
+ * A reading owns everything that functions return about it. These objects do not change, and are
+ * valid until vsa_free. Several threads may read texts at the same time, and may use the same
+ * reading. */
 #ifndef VSA_VSA_C_H
 #define VSA_VSA_C_H
 
@@ -33,14 +34,14 @@
 extern "C" {
 #endif
 
-/* A text that was read, its scene, and what was found in it. */
+/* A reading: its result, its scene, and what was found in the text. */
 typedef struct vsa_reading vsa_reading;
 /* A node of a scene. */
 typedef struct vsa_node vsa_node;
 /* An input of a node, an element of an array or a member of an object. */
 typedef struct vsa_input vsa_input;
 
-/* Characters that need not end in a NUL. `data` is never null. */
+/* Characters without a NUL at their end. `data` is never null. */
 typedef struct vsa_text {
   const char* data;
   size_t length;
@@ -51,8 +52,8 @@ typedef struct vsa_text {
 /* How a reading ended. */
 typedef enum vsa_status {
   VSA_COMPLETE,         /* the whole text was read and its links were resolved */
-  VSA_STOPPED_BY_ERROR, /* an error of the text ended the reading; what was applied before stays */
-  VSA_CUT_OFF,    /* the text ends inside a statement, a string or a list, or at a byte 0xFF */
+  VSA_STOPPED_BY_ERROR, /* an error in the text ended the reading; what was applied before stays */
+  VSA_CUT_OFF,    /* the text ends at a byte 0xFF, or inside a statement, a string or a list */
   VSA_UNREADABLE, /* the file could not be opened or read to its end */
   VSA_CANCELLED,  /* the progress function returned 0 */
   VSA_OVER_LIMIT, /* the text exceeds a limit; see vsa_reading_limit */
@@ -62,7 +63,7 @@ typedef enum vsa_status {
                        * the index given to vsa_load_buffer is too large */
 } vsa_status;
 
-/* The limits that can end a reading. Members of vsa_options set all of them but
+/* The limits that can end a reading. Members of vsa_options set all of them, except
  * VSA_LIMIT_EMPTY_ELEMENTS. */
 typedef enum vsa_limit {
   VSA_NO_LIMIT,
@@ -71,28 +72,29 @@ typedef enum vsa_limit {
   VSA_LIMIT_BUFFER_BYTES,
   VSA_LIMIT_NODES,
   VSA_LIMIT_ELEMENTS,
-  VSA_LIMIT_EMPTY_ELEMENTS, /* elements that only fill gaps before a higher index: always 524288 */
+  VSA_LIMIT_EMPTY_ELEMENTS, /* empty elements of arrays; this limit is always 524288 */
   VSA_LIMIT_DEPTH,
   VSA_LIMIT_DIAGNOSTICS
 } vsa_limit;
 
-/* The state of a reading that has not ended. */
+/* The progress of a reading. */
 typedef struct vsa_progress {
   uint64_t bytes_read;     /* bytes of the text that the reader has requested */
-  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED while its size is not known */
+  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED if the size is not known */
   uint64_t links_resolved; /* links that were resolved; 0 until the whole text has been read */
-  uint64_t links_total;    /* links in the text; 0 until the whole text has been read */
+  uint64_t links_total;    /* links of the text; 0 until the whole text has been read */
 } vsa_progress;
 
-/* No limit; for `memory_bytes` the default limit. Also a size of a text that is not known. */
+/* No limit. In `memory_bytes` it means the default limit. In `bytes_total` it means that the size
+ * of the text is not known. */
 #define VSA_UNLIMITED UINT64_MAX
 
-/* Options of one reading. Call vsa_options_init first, and then change single members. */
+/* The options of one reading. Call vsa_options_init first, and then change members. */
 typedef struct vsa_options {
   size_t size; /* bytes of this struct, set by vsa_options_init */
 
-  /* The largest numbers that are allowed: a limit of N allows N, and a limit of 0 allows none. The
-   * defaults are VSA_UNLIMITED. */
+  /* The largest numbers that are allowed. A limit of 0 allows nothing. The defaults are
+   * VSA_UNLIMITED. */
   uint64_t text_bytes;   /* bytes of the text */
   uint64_t memory_bytes; /* bytes of memory; VSA_UNLIMITED means 64 MiB, plus 100 times the text,
                           * plus what its compressed buffers may expand to */
@@ -100,51 +102,56 @@ typedef struct vsa_options {
   uint64_t nodes;        /* nodes that the text creates */
   uint64_t elements;     /* array elements that the text creates */
   uint64_t depth;        /* inputs on one path */
-  uint64_t diagnostics;  /* problems that are found, kept or not */
+  uint64_t diagnostics;  /* diagnostics that are found, kept or not */
 
-  uint64_t kept_diagnostics;      /* diagnostics to keep: 10000 by default. Others are counted */
-  uint64_t kept_diagnostic_bytes; /* bytes of the diagnostics to keep: 64 MiB by default */
-  int keep_header;   /* the version of a text that states none: 1 if this is 0, and 0 otherwise */
-  int skips_buffers; /* if not 0, each buffer gets its type and stays empty: see vsa_load_buffer */
+  uint64_t kept_diagnostics;      /* the maximum number of kept diagnostics: 10000 by default */
+  uint64_t kept_diagnostic_bytes; /* the maximum bytes of kept diagnostics: 64 MiB by default */
+  int keep_header;   /* the version of a text without one: 1 if this is 0, otherwise 0 */
+  int skips_buffers; /* if not 0, buffers are not converted and stay empty: see vsa_load_buffer */
 
-  /* The nodes to keep: those with one of the names or one of the types. If both lists are empty,
-   * all nodes are kept. Other nodes are checked and not kept. Each name ends in a NUL. */
+  /* The names and the types of the nodes to keep, each with a NUL at its end. A node is kept if its
+   * name or its type is in the lists. If both lists are empty, all nodes are kept. The statements
+   * of other nodes are only checked. */
   const char* const* wanted_names;
   size_t wanted_name_count;
   const char* const* wanted_types;
   size_t wanted_type_count;
 
-  /* Called with `progress_data` at the beginning, then at most every 5 milliseconds, and at the end
-   * of a complete reading. `progress` is valid for the call. Returning 0 ends the reading,
-   * except that the result of the last call is ignored. A null function is not called. */
+  /* Called with `progress_data` and the progress of the reading, which is valid during the call.
+   * The first call is at the beginning. Further calls follow at least 5 milliseconds after one
+   * another. A complete reading makes one last call, whose result is ignored. For all other calls,
+   * a result of 0 ends the reading. A null function is not called. */
   int (*progress)(void* progress_data, const vsa_progress* progress);
   void* progress_data;
 } vsa_options;
 
-/* Sets the defaults. Does nothing with a null pointer. */
+/* Sets all options to their defaults. Does nothing if `options` is null. */
 VSA_C_API void vsa_options_init(vsa_options* options);
 
-/* Reads the file at `path`, or `length` bytes at `text`. Null options are the defaults. Null paths
- * and texts are unreadable. Always returns a reading, to be freed by vsa_free, except that it
- * returns null if there is no memory for one. */
+/* Reads the file at `path`, or the `length` bytes at `text`. If `options` is null, the defaults
+ * apply. If `path` or `text` is null, the status is VSA_UNREADABLE. Returns a reading, which the
+ * caller frees with vsa_free. Returns null only if there is no memory for a reading. */
 VSA_C_API vsa_reading* vsa_read_file(const char* path, const vsa_options* options);
 VSA_C_API vsa_reading* vsa_read_text(const char* text, size_t length, const vsa_options* options);
-/* Frees the reading, its scene and everything that was returned from it. Null is allowed. */
+/* Frees the reading, its scene and everything that functions have returned about it. Does nothing
+ * if `reading` is null. */
 VSA_C_API void vsa_free(vsa_reading* reading);
 
-/* How the reading ended. VSA_OUT_OF_MEMORY for a null reading. */
+/* Returns how the reading ended. For a null reading the result is VSA_OUT_OF_MEMORY. */
 VSA_C_API vsa_status vsa_reading_status(const vsa_reading* reading);
-/* The name of a status: "complete", "stopped-by-error" and so on; "unknown" for a number that is no
- * status. */
+/* Returns the name of a status, such as "complete" or "stopped-by-error". Returns "unknown" for a
+ * number that is no status. */
 VSA_C_API const char* vsa_status_name(vsa_status status);
-/* Why the reading ended, as a message for people; empty if it is complete. */
+/* Returns the reason why the reading ended, as a message for people. It is empty if the status is
+ * VSA_COMPLETE. */
 VSA_C_API vsa_text vsa_reading_message(const vsa_reading* reading);
-/* The limit that the text exceeds; VSA_NO_LIMIT unless the status is VSA_OVER_LIMIT. */
+/* Returns the limit that the text exceeded, or VSA_NO_LIMIT if it exceeded none. */
 VSA_C_API vsa_limit vsa_reading_limit(const vsa_reading* reading);
-/* The name of a limit: "none", "text-bytes" and so on; "unknown" for a number that is no limit. */
+/* Returns the name of a limit, such as "none" or "text-bytes". Returns "unknown" for a number that
+ * is no limit. */
 VSA_C_API const char* vsa_limit_name(vsa_limit limit);
 
-/* What a reading read and applied to its scene. */
+/* The numbers of things that a reading read, or applied to its scene. */
 typedef struct vsa_counts {
   uint64_t bytes_read; /* bytes of the text that were read */
   uint64_t statements; /* statements and comments that the parser began */
@@ -156,58 +163,60 @@ typedef struct vsa_counts {
   uint64_t warnings;   /* warnings that were found, kept or not */
 } vsa_counts;
 
-/* Fills `out` and returns 1; returns 0 and changes nothing for a null reading. */
+/* Fills `out` and returns 1. For a null reading, returns 0 and does not change `out`. */
 VSA_C_API int vsa_reading_counts(const vsa_reading* reading, vsa_counts* out);
 
-/* A place in the text. The offset counts bytes from 0, line and column from 1, columns in bytes. */
+/* A place in the text. The offset counts bytes from 0. The line counts from 1. The column counts
+ * bytes from 1. */
 typedef struct vsa_position {
   uint64_t offset, line, column;
 } vsa_position;
 
-/* A problem that was found. */
+/* A problem in the text. */
 typedef struct vsa_diagnostic {
   const char* id;    /* the stable name, such as "too-few-elements" */
   int is_error;      /* not 0 for an error, 0 for a warning */
   int ended_reading; /* not 0 if the problem ended the reading */
   vsa_text message;
-  vsa_text input_path; /* the input concerned, such as "worktop.points[3]"; may be empty */
-  vsa_position begin;  /* the first byte of the invalid text */
-  vsa_position end;    /* the byte after the last one */
+  vsa_text input_path; /* the path of the input, such as "worktop.points[3]"; may be empty */
+  vsa_position begin;  /* the position of the first byte of the invalid text */
+  vsa_position end;    /* the position after its last byte */
 } vsa_diagnostic;
 
-/* How many diagnostics were kept, and how many were found. */
+/* Return the number of diagnostics that were kept, and the number of all that were found. */
 VSA_C_API size_t vsa_diagnostic_count(const vsa_reading* reading);
 VSA_C_API uint64_t vsa_diagnostics_found(const vsa_reading* reading);
-/* Fills `out` and returns 1; returns 0 and changes nothing if `index` is not below the count. */
+/* Fills `out` and returns 1. If `index` is not less than the number of kept diagnostics, returns 0
+ * and does not change `out`. */
 VSA_C_API int vsa_diagnostic_at(const vsa_reading* reading, size_t index, vsa_diagnostic* out);
 /* The values that the message of a diagnostic contains, in the order of the message.
- * docs/messages.md names them for each id. The count is 0 if there is no such diagnostic, and the
- * text empty if there is no such argument.
- */
+ * docs/messages.md lists them for each id. If there is no such diagnostic, the count is 0. If there
+ * is no such argument, the text is empty. */
 VSA_C_API size_t vsa_diagnostic_argument_count(const vsa_reading* reading, size_t index);
 VSA_C_API vsa_text vsa_diagnostic_argument(const vsa_reading* reading, size_t index,
                                            size_t argument);
 
 /* --- buffers that are read later --- */
 
-/* The literal of a buffer that was not converted, because `skips_buffers` was set. */
+/* A buffer literal that was not converted, because `skips_buffers` was set. */
 typedef struct vsa_skipped_buffer {
-  vsa_text input_path;      /* the input that it is assigned to, such as "worktop.points" */
+  vsa_text input_path;      /* the path of its input, such as "worktop.points" */
   const char* element_type; /* the type of one element, such as "Vec3f" */
   uint64_t count;           /* the number of elements that the text declares */
-  vsa_position begin;       /* the first byte of the literal */
-  vsa_position end;         /* the byte after the last one */
+  vsa_position begin;       /* the position of the first byte of the literal */
+  vsa_position end;         /* the position after its last byte */
 } vsa_skipped_buffer;
 
-/* The number of skipped buffers, and one of them, in the order of the text. vsa_skipped_at fills
- * `out` and returns 1; it returns 0 and changes nothing if `index` is not below the number. */
+/* vsa_skipped_count returns the number of skipped buffers. vsa_skipped_at fills `out` with one of
+ * them, in the order of the text, and returns 1. If `index` is not less than the number, it returns
+ * 0 and does not change `out`. */
 VSA_C_API size_t vsa_skipped_count(const vsa_reading* reading);
 VSA_C_API int vsa_skipped_at(const vsa_reading* reading, size_t index, vsa_skipped_buffer* out);
 
 /* Reads one skipped buffer of the reading `skipped`, from the same file or the same text. Returns a
- * new reading, as vsa_read_file does: vsa_loaded_buffer has its buffer. The status is VSA_WRONG_USE
- * if `index` is not below the number of skipped buffers, VSA_UNREADABLE if the file or the text has
- * no such literal there. */
+ * new reading, as vsa_read_file does. Call vsa_loaded_buffer to get its buffer. The status is
+ * VSA_WRONG_USE if `index` is not less than the number of skipped buffers. It is VSA_UNREADABLE if
+ * the file or text does not contain this literal at its position. */
 VSA_C_API vsa_reading* vsa_load_buffer(const char* path, const vsa_reading* skipped, size_t index,
                                        const vsa_options* options);
 VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length,
@@ -216,19 +225,20 @@ VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length
 
 /* --- the scene --- */
 
-/* The header of the file. If the text names no version, the version is 1, or 0 if `keep_header` was
- * set. */
+/* The header of the file. If the text does not contain a version, the version is 1. It is 0 instead
+ * if `keep_header` was set. */
 VSA_C_API uint64_t vsa_file_version(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_comment_at(const vsa_reading* reading, size_t index);
 
-/* The nodes in the order of their creation. vsa_first_node returns the first node, vsa_next_node
- * the node after `node`. Both return null at the end. */
+/* The nodes in the order of their creation. vsa_first_node returns the first node. vsa_next_node
+ * returns the node after `node`. Both return null at the end. */
 VSA_C_API const vsa_node* vsa_first_node(const vsa_reading* reading);
 VSA_C_API const vsa_node* vsa_next_node(const vsa_node* node);
-/* The node of that name, which ends in a NUL, or null. */
+/* Returns the node with this name, or null. `name` ends in a NUL. */
 VSA_C_API const vsa_node* vsa_find_node(const vsa_reading* reading, const char* name);
+/* The name of a node, and the name of its type. */
 VSA_C_API vsa_text vsa_node_name(const vsa_node* node);
 VSA_C_API vsa_text vsa_node_type(const vsa_node* node);
 
@@ -244,13 +254,14 @@ VSA_C_API size_t vsa_member_count(const vsa_input* object);
 VSA_C_API const vsa_input* vsa_member_at(const vsa_input* object, size_t index);
 VSA_C_API const vsa_input* vsa_find_member(const vsa_input* object, const char* name);
 
-/* The name of an input or a member; empty for an element of an array. */
+/* Returns the name of an input or a member. It is empty for an element of an array. */
 VSA_C_API vsa_text vsa_input_name(const vsa_input* input);
-/* Writes the path, such as "rig.bones[2].at", and a NUL into `capacity` bytes, and cuts off a
- * longer path. Returns the length of the whole path without the NUL; 0 if memory runs out. */
+/* Writes the path of an input, such as "rig.bones[2].at", and a NUL into the `capacity` bytes at
+ * `out`. A path that is too long is cut off. Returns the length of the whole path without the NUL.
+ * Returns 0 if memory runs out. */
 VSA_C_API size_t vsa_input_path(const vsa_input* input, char* out, size_t capacity);
 
-/* The type of an input; the numbers are stable. */
+/* The type of the value of an input. The numbers do not change in later versions. */
 typedef enum vsa_type {
   VSA_NULL,
   VSA_BOOL,
@@ -273,45 +284,47 @@ typedef enum vsa_type {
   VSA_OBJECT
 } vsa_type;
 
-/* The type of the value. VSA_NULL for a missing input and for an input without a value. */
+/* Returns the type of the value. It is VSA_NULL for a missing input and for an input without a
+ * value. */
 VSA_C_API vsa_type vsa_input_type(const vsa_input* input);
-/* The name of a type: "Null", "Bool" and so on. */
+/* Returns the name of a type, such as "Null" or "Bool". */
 VSA_C_API const char* vsa_type_name(vsa_type type);
 
-/* The value. Each function fills `out` and returns 1 if the input has a value of its type;
- * otherwise it returns 0 and changes nothing. vsa_int accepts a UInt below 2^63, and vsa_uint an
- * Int of 0 or more. vsa_real accepts every Int and UInt, and rounds it to the nearest double. */
+/* The value of an input. If the value has the type of the function, the function stores it in `out`
+ * and returns 1. Otherwise it returns 0 and does not change `out`. vsa_int also accepts a UInt less
+ * than 2^63. vsa_uint also accepts an Int that is not negative. vsa_real also accepts every Int and
+ * UInt, rounded to the nearest double. */
 VSA_C_API int vsa_bool(const vsa_input* input, int* out);
 VSA_C_API int vsa_int(const vsa_input* input, int64_t* out);
 VSA_C_API int vsa_uint(const vsa_input* input, uint64_t* out);
 VSA_C_API int vsa_real(const vsa_input* input, double* out);
-/* The characters that vsa_string stores in `out` also end in a NUL. */
+/* Stores the characters of a String in the same way. A NUL follows the last one. */
 VSA_C_API int vsa_string(const vsa_input* input, vsa_text* out);
-/* Sets `out` to the numbers of a vector, position, quaternion, colour or matrix. Returns how many
- * numbers there are: 2 to 16. For any other input, returns 0 and changes nothing. */
+/* Stores a pointer to the numbers of a vector, position, quaternion, colour or matrix. Returns the
+ * number of these numbers: 2 to 16. For any other input, returns 0 and does not change `out`. */
 VSA_C_API size_t vsa_components(const vsa_input* input, const double** out);
-/* The node that the input refers to, or null. */
+/* Returns the node that the input refers to, or null. */
 VSA_C_API const vsa_node* vsa_reference(const vsa_input* input);
-/* The node that the input is connected to, or null, and the name of its output. `output` may be
- * null. */
+/* Returns the node that the input is connected to, or null. Stores the name of its output in
+ * `output`, which may be null. */
 VSA_C_API const vsa_node* vsa_connection(const vsa_input* input, vsa_text* output);
 
-/* A buffer. Its elements are adjacent in memory. Each has `components` numbers. */
+/* A buffer. Its elements are contiguous in memory, and each has `components` numbers. */
 typedef struct vsa_buffer {
   const void* data;           /* null for a count of 0 */
   uint64_t count;             /* the number of elements */
   uint64_t bytes;             /* the bytes of all elements */
-  const char* element_type;   /* the type of one element: "Vec3f" */
-  const char* component_type; /* the type of one number: "Float" */
-  size_t components;          /* the number of numbers in one element */
+  const char* element_type;   /* the type of one element, such as "Vec3f" */
+  const char* component_type; /* the type of one number, such as "Float" */
+  size_t components;          /* how many numbers one element has */
   size_t component_bytes;     /* the bytes of one number */
 } vsa_buffer;
 
-/* The buffer of an input. Fills `out` and returns 1; returns 0 and changes nothing if the input has
- * no buffer. */
+/* Fills `out` with the buffer of an input and returns 1. If the input has no buffer, returns 0 and
+ * does not change `out`. */
 VSA_C_API int vsa_buffer_of(const vsa_input* input, vsa_buffer* out);
-/* The buffer that vsa_load_buffer or vsa_load_buffer_from_text has read, in the same way. Returns 0
- * for any other reading. */
+/* Fills `out` with the buffer that vsa_load_buffer or vsa_load_buffer_from_text has read, and
+ * returns 1. For any other reading, returns 0 and does not change `out`. */
 VSA_C_API int vsa_loaded_buffer(const vsa_reading* loaded, vsa_buffer* out);
 
 #ifdef __cplusplus

@@ -1,12 +1,12 @@
-// Writing a scene as a VSA text: to a file, into a string, or to a sink of the host.
+// Writes a scene as a VSA text: to a file, into a string, or to a sink of the host.
 //
 //   const vsa::WriteResult result = vsa::writeFile(scene, "scene.vsa");
 //   if (!result.isWritten()) std::puts(result.message.c_str());
 //
-// Reading the text gives the same scene: nodes, types, inputs, their order, every bit of every
-// value and buffer, links and header. The functions check the whole scene before they write: a text
-// cannot represent everything, for instance a name that is not an identifier. The functions do not
-// throw or print. The scene must not change during the call.
+// If the text is read again, the result is the same scene: nodes, types, inputs and their order,
+// every bit of every value and buffer, links and header. A text cannot represent everything, for
+// instance a name that is not an identifier. Therefore the functions check the whole scene before
+// they write. They do not throw or print. The scene must not change during the call.
 #pragma once
 
 #include <cstdint>
@@ -23,36 +23,38 @@
 
 namespace vsa {
 
-/// A destination for a text that is neither a file nor a string. The host owns it.
+/// A destination of a text that is neither a file nor a string. The host owns the object.
 class VSA_API Sink {
  public:
   virtual ~Sink() = default;
-  /// Receives the next part of the text, about 64 KiB at most, which is valid during the call. If
-  /// it returns false, the writing ends with WriteStatus::Unwritable; if it throws, with
-  /// HostException.
+  /// Receives the next part of the text, at most about 64 KiB. The part is valid during the call.
+  /// If the function returns false, the writing ends with WriteStatus::Unwritable. If it throws an
+  /// exception, the writing ends with HostException.
   virtual bool write(std::string_view text) = 0;
-  /// Why a write failed, as a message for people.
+  /// The reason why a write failed, as a message for people.
   virtual std::string error() const { return {}; }
 };
 
-/// Something in the scene that a text cannot represent.
+/// Something in the scene that no text can represent.
 struct WriteProblem {
-  /// The name of the node; empty if the problem is in the header.
+  /// The name of the node. It is empty if the problem is in the header.
   std::string node;
-  /// The path of the input below the node, such as ".keys[2].time"; empty for the node itself.
+  /// The path of the input without the node, such as ".keys[2].time". It is empty if the problem is
+  /// the node itself.
   std::string input;
-  /// Why a text cannot represent it, as a message for people.
+  /// The reason why no text can represent it, as a message for people.
   std::string reason;
-  /// Whether a lossy text contains another value instead. If not, the text leaves out the node or
-  /// input, with everything inside it.
+  /// Whether a lossy text contains another value in its place. If false, the node or input is
+  /// missing in the lossy text, with everything that it contains.
   bool isReplaced = false;
 };
 
-/// How a call of a writing function ended.
+/// How a writing function ended.
 enum class WriteStatus : std::uint8_t {
-  /// The text was written. With WriteOptions::lossy, `problems` lists what was left out.
+  /// The text was written. If WriteOptions::lossy is set, `problems` lists what is missing in the
+  /// text.
   Written,
-  /// The scene contains something that a text cannot represent. Nothing was written.
+  /// No text can represent something in the scene. Nothing was written.
   NotCarried,
   /// The file could not be written, or the sink returned false. An existing file is unchanged.
   Unwritable,
@@ -62,48 +64,51 @@ enum class WriteStatus : std::uint8_t {
   HostException,
 };
 
-/// The result of writing, and what the text cannot represent.
+/// The result of a writing function, with the problems of the scene.
 struct [[nodiscard]] WriteResult {
+  /// How the function ended.
   WriteStatus status = WriteStatus::Written;
-  /// Why there is no text, as a message for people. Empty if `status` is Written, or if there is no
-  /// memory for the message.
+  /// The reason why there is no text, as a message for people. It is empty if `status` is Written,
+  /// and if there is no memory for it.
   std::string message;
-  /// What the text cannot represent, in the order of the scene; at most WriteOptions::keptProblems.
+  /// What no text can represent, in the order of the scene. The list has at most
+  /// WriteOptions::keptProblems elements.
   std::vector<WriteProblem> problems;
-  /// The number of all problems, kept or not.
+  /// The number of all problems, including those that are not in `problems`.
   std::uint64_t problemCount = 0;
-  /// Bytes of the text that were passed to the file, the string or the sink.
+  /// The number of bytes that were passed to the file, the string or the sink.
   std::uint64_t bytesWritten = 0;
-  /// What the sink threw, if `status` is HostException.
+  /// The exception of the sink, if `status` is HostException.
   std::exception_ptr exception;
 
+  /// Whether the text was written.
   bool isWritten() const noexcept { return status == WriteStatus::Written; }
 };
 
-/// A WriteResult with the text.
+/// The result of writeText.
 struct [[nodiscard]] TextResult : WriteResult {
-  /// The text; empty unless `status` is Written.
+  /// The text. It is empty if `status` is not Written.
   std::string text;
 };
 
-/// Writes the file at `path`. The text is written to a new file in the same folder. The new file
-/// gets the permissions of the old file, and replaces it when it is complete and on the disk. So
-/// `path` is the complete old file or the complete new file at any time. If `path` is a symbolic
-/// link, the file that it refers to is replaced. If it is a pipe or a device, the text is written
-/// to it directly. The status is Unwritable for a path with a NUL in it, for a folder, and for a
-/// path in a folder that does not exist.
+/// Writes the text to the file at `path`. The bytes go to a new file in the same folder. The new
+/// file gets the permissions of the old file. It replaces the old file when all its bytes are on
+/// the disk. So at any time `path` is the complete old file or the complete new file. If `path` is
+/// a symbolic link, the file to which it refers is replaced. If it is a pipe or a device, the bytes
+/// go to it directly. The status is Unwritable if `path` contains a NUL, is a folder, or is in a
+/// folder that does not exist.
 VSA_API WriteResult writeFile(const zn::korvo_sdk::Scene& scene, const std::filesystem::path& path,
                               const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeFile(const Scene& scene, const std::filesystem::path& path,
                               const WriteOptions& options = {}) noexcept;
 
-/// Writes the text into a string.
+/// Returns the text as a string.
 VSA_API TextResult writeText(const zn::korvo_sdk::Scene& scene,
                              const WriteOptions& options = {}) noexcept;
 VSA_API TextResult writeText(const Scene& scene, const WriteOptions& options = {}) noexcept;
 
-/// Writes the text to `sink`, part by part. Needs less than 8 MiB of memory, however large the
-/// scene is.
+/// Writes the text to `sink`, part by part. The function needs less than 8 MiB of memory for a
+/// scene of any size.
 VSA_API WriteResult writeTo(const zn::korvo_sdk::Scene& scene, Sink& sink,
                             const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeTo(const Scene& scene, Sink& sink,

@@ -1,5 +1,5 @@
-// Options for writing one text: the layout of the text, and what happens if the text cannot
-// represent something.
+// The options for writing one text: its layout, and what happens if a text cannot represent
+// something.
 #pragma once
 
 #include <cstddef>
@@ -7,68 +7,74 @@
 
 namespace vsa {
 
-/// How statements name their inputs.
+/// How statements refer to an input.
 enum class PathForm : std::uint8_t {
-  /// ".radius = 1.0;" in a block that "sphere ball:" begins.
+  /// By ".radius = 1.0;" after "sphere ball:".
   Block,
-  /// "ball.radius = 1.0;" after "sphere ball;".
+  /// By "ball.radius = 1.0;" after "sphere ball;".
   Full,
 };
 
-/// The order of the nodes in the text, and therefore in the scene that is read from it.
+/// The order of the nodes in the text. A scene that is read from the text has the same order.
 enum class NodeOrder : std::uint8_t {
-  /// The order of the scene.
+  /// The order in which the nodes were created.
   Created,
-  /// Sorted by name, compared byte by byte.
+  /// The order of the names, compared byte by byte.
   Name,
 };
 
-/// Where references and connections are written.
+/// Where references and connections are in the text.
 enum class LinkPlace : std::uint8_t {
-  /// With the other statements of their node.
+  /// With the other statements of the same node.
   WithNode,
-  /// After all nodes. To keep the order of inputs, an input that has only a link is also written
-  /// with its node, as `null`.
+  /// After all nodes. An input with only a link is written with its node, too, as `null`. This
+  /// keeps the order of the inputs.
   Last,
 };
 
-/// How buffers of single bytes (char, byte, rgb8, rgba8, argb8, colorref) are written. All other
+/// How buffers of single bytes (char, byte, rgb8, rgba8, argb8, colorref) are written. Other
 /// buffers are always lists of numbers.
 enum class BufferForm : std::uint8_t {
-  /// As lists of numbers.
+  /// As a list of numbers.
   Plain,
-  /// As compressed blocks.
+  /// As a compressed block.
   Compressed,
 };
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
-  /// The comments of the scene. If they do not contain the version and the time, comments for these
-  /// are added. A version of 0 or 1 needs no comment.
+  /// The comments of the scene. Comments for the version and the time are added if the scene has
+  /// none for them. A version of 0 or 1 needs no comment.
   Complete,
-  /// Only the comments of the scene. It is a problem if they do not contain the version or the
-  /// time.
+  /// Only the comments of the scene. If they do not contain the version or the time, this is a
+  /// problem.
   Comments,
-  /// No comments. The version, the time and the comments of the scene are not written.
+  /// No comments. The text contains neither the comments of the scene nor its version and time.
   None,
 };
 
-/// Options for writing one text.
+/// The options for writing one text.
 struct WriteOptions {
-  /// The maximum width, in columns, of a line with a list of numbers; 0: no maximum. A longer list
-  /// is broken between elements, a matrix between rows. Nothing else is broken.
+  /// The maximum width in columns of a line with numbers of a list; 0 for no maximum. A longer list
+  /// is split between elements, and a matrix between rows. Other lines are not split.
   std::size_t lineWidth = 120;
-  /// How many numbers each line of a list has; 0: as many as `lineWidth` allows. If this is not 0,
-  /// `lineWidth` is ignored.
+  /// The number of numbers in each line of a list. 0 means as many as `lineWidth` allows. For any
+  /// other number, `lineWidth` has no effect.
   std::size_t numbersPerLine = 0;
+  /// How statements refer to an input.
   PathForm paths = PathForm::Block;
+  /// The order of the nodes.
   NodeOrder order = NodeOrder::Created;
+  /// Where links are written.
   LinkPlace links = LinkPlace::WithNode;
+  /// How buffers of single bytes are written.
   BufferForm buffers = BufferForm::Plain;
+  /// The comments at the beginning of the text.
   HeaderForm header = HeaderForm::Complete;
-  /// Leaves out what the text cannot represent. WriteResult::problems then lists it.
+  /// Whether to write a text without the things that it cannot represent. WriteResult::problems
+  /// then lists them. If false, such a scene is not written.
   bool lossy = false;
-  /// The maximum number of problems in the result.
+  /// The maximum number of elements of WriteResult::problems.
   std::size_t keptProblems = 1000;
 };
 

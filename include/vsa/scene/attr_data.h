@@ -10,30 +10,32 @@
 
 namespace zn::korvo_sdk {
 
-/// The payload of a buffer value. A plain value: it owns nothing, see AttrData.
+/// The payload of a buffer value. It is a plain value and does not own the memory: see AttrData.
 struct BufferValue {
-  unsigned char* memory;  ///< `bytes` bytes from malloc or calloc; null if count is 0.
-  std::uint64_t count;    ///< The declared number of elements.
-  std::uint64_t bytes;    ///< The count times the bytes of an element; never overflows.
+  unsigned char* memory;  ///< `bytes` bytes from malloc or calloc; null if `count` is 0.
+  std::uint64_t count;    ///< The number of elements that the text declares.
+  std::uint64_t bytes;    ///< `count` times the bytes of one element. It never overflows.
   DataType type;          ///< The type of the elements.
   std::int64_t reserved;  ///< Always 0.
 };
 
-/// A type and the payload of that type. A plain value: a copy shares the memory of a string or a
-/// buffer. The input that a value is assigned to takes ownership of that memory and frees it with
-/// `free`.
+/// A value: a type and a payload for this type. It is a plain value, so copies share the memory of
+/// a string or a buffer. The input to which the value is assigned takes ownership of that memory,
+/// and frees it with `free`.
 struct AttrData {
+  /// The type of the value, which selects the member of `payload`.
   AttrType type = AttrType::Null;
-  /// The AttrType of an array's elements or the DataType of a buffer's elements; 0 for every other
-  /// type.
+  /// The AttrType of the elements of an array, or the DataType of the elements of a buffer. It is 0
+  /// for every other type.
   std::int32_t elementType = 0;
 
-  /// `type` selects the member. Null, Node, Array and Object have no payload.
+  /// The payload. `type` selects the member. Values of type Null, Node, Array and Object have no
+  /// payload.
   union Payload {
     bool boolean;
-    std::int64_t integer;  ///< Int; for UInt the same 64 bits.
+    std::int64_t integer;  ///< The value of an Int; for a UInt, the same 64 bits.
     double real;
-    char* string;  ///< NUL-terminated, from malloc; null is the empty string.
+    char* string;  ///< The characters with a NUL, from malloc; null for the empty string.
     BufferValue buffer;
     math::VecT<2, double> vec2;
     math::VecT<3, double> vec3;
@@ -44,9 +46,10 @@ struct AttrData {
     math::RgbaT<double> rgba;
     math::MatT<3, double> mat3;
     math::MatT<4, double> mat4;
-    /// The components of any tuple or matrix, in storage order. All are 0 in a new record.
+    /// The components of any tuple, in storage order. A new record has 16 zeros.
     double components[16];
   };
+  /// The payload; see Payload.
   Payload payload{.components = {}};
 };
 

@@ -8,10 +8,11 @@
 
 namespace zn::korvo_sdk {
 
-/// `Null` also means "any type" in look-ups and "not set" for the element type of an array. All
-/// tuples and matrices have components of type double.
+/// The type of an input or of a value. As a parameter of a look-up, `Null` means any type. As the
+/// element type of an array, it means that the type is not set. The components of all tuples are of
+/// type double.
 enum class AttrType : std::int32_t {
-  Null,    ///< No value yet, for example if there is only a connection.
+  Null,    ///< No value, for example if the input only has a connection.
   Bool,    ///< true or false.
   Int,     ///< 64 bits, signed.
   UInt,    ///< 64 bits, unsigned.
@@ -26,21 +27,21 @@ enum class AttrType : std::int32_t {
   Mat3,    ///< A 3 by 3 matrix, row by row.
   Mat4,    ///< A 4 by 4 matrix, row by row.
   String,  ///< Characters without NUL.
-  Node,    ///< A reference to a node of the scene, or to none.
-  Buffer,  ///< A block of elements of one DataType.
-  Array,   ///< Inputs of one AttrType, accessed by index.
-  Object,  ///< Inputs of any type, accessed by name.
+  Node,    ///< A reference to a node of the scene, or to no node.
+  Buffer,  ///< Elements of one DataType in one block of memory.
+  Array,   ///< Inputs of one AttrType; an index selects one.
+  Object,  ///< Inputs of any types; a name selects one.
 };
 
-/// The number of types.
+/// The number of enumerators of AttrType.
 inline constexpr int ATTR_TYPE_COUNT = 19;
 
-/// The display name of a type, "Null" to "Object"; "<unknown>" for any other value. Never null,
-/// valid until the process ends.
+/// Returns the display name of a type: "Null" to "Object". Returns "<unknown>" for any other
+/// number, and never null. The name is valid until the process ends.
 VSA_API const char* attrTypeName(AttrType type) noexcept;
 
-/// The number of components of a vector, position, quaternion, colour or matrix: 2 to 16. 0 for
-/// every other type.
+/// Returns the number of components of a vector, position, quaternion, colour or matrix: 2 to 16.
+/// Returns 0 for every other type.
 VSA_API unsigned componentCount(AttrType type) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -8,12 +8,13 @@
 
 namespace zn::korvo_sdk {
 
-/// `Null` means "not set". Elements are contiguous in memory. Their components are in the byte
-/// order of the machine. The components of vectors, positions and quaternions are x, y, z, w;
-/// matrices are stored row by row; the name of a colour type gives the order of its components. The
-/// last letter of a name is the component type: f for float, d for double, i and u for a signed and
-/// an unsigned 32-bit integer, 8 for a byte. Texts have no buffers of Bool, Ptr, Xform, Aabb and
-/// Obb; hosts may use these types.
+/// The type of the elements of a buffer. `Null` means that the type is not set. Elements are
+/// contiguous in memory, and their components have the byte order of the machine. The order of
+/// components is x, y, z, w for vectors, positions and quaternions. Matrices are stored row by row.
+/// For colours, the name of the type shows the order. The last letter of a name is the type of a
+/// component: f for float, d for double, i and u for a signed and an unsigned 32-bit integer, 8 for
+/// a byte. A text cannot contain buffers of Bool, Ptr, Xform, Aabb and Obb, but a host may use
+/// these types.
 enum class DataType : std::int32_t {
   Null,
   Bool,
@@ -77,34 +78,35 @@ enum class DataType : std::int32_t {
   ColorRef,
 };
 
-/// The number of types.
+/// The number of enumerators of DataType.
 inline constexpr int DATA_TYPE_COUNT = 60;
 
-/// The display name of a type, "Null" to "ColorRef"; "<unknown>" for any other value. Never null,
-/// valid until the process ends.
+/// Returns the display name of a type: "Null" to "ColorRef". Returns "<unknown>" for any other
+/// number, and never null. The name is valid until the process ends.
 VSA_API const char* dataTypeName(DataType type) noexcept;
 
-/// The type of one component of an element: `Float` for `Vec3f`, the type itself for single
-/// numbers, `Null` for `Null` and for unknown values.
+/// Returns the type of one component of an element. For `Vec3f` it is `Float`. For single numbers
+/// it is the type itself. For `Null` and unknown numbers it is `Null`.
 VSA_API DataType componentType(DataType type) noexcept;
 
-/// The number of components of an element: 3 for `Vec3f`, 1 for single numbers, 0 for `Null` and
-/// unknown values.
+/// Returns the number of components of an element. For `Vec3f` it is 3. For single numbers it is 1.
+/// For `Null` and unknown numbers it is 0.
 VSA_API unsigned componentCount(DataType type) noexcept;
 
-/// The bytes of one component of an element; 0 for `Null` and unknown values.
+/// Returns the bytes of one component of an element; 0 for `Null` and unknown numbers.
 VSA_API std::size_t componentBytes(DataType type) noexcept;
 
-/// The bytes of one element; 0 for `Null` and unknown values.
+/// Returns the bytes of one element; 0 for `Null` and unknown numbers.
 VSA_API std::size_t elementBytes(DataType type) noexcept;
 
-/// Whether a text may have buffers of the type. Their keyword is the display name in lower case.
-/// False for Null, Bool, Ptr, Xform, Aabb, Obb and unknown values.
+/// Returns whether a text can contain buffers of this type. The keyword of such a buffer is the
+/// display name of the type in lower case. The result is false for Null, Bool, Ptr, Xform, Aabb,
+/// Obb and unknown numbers.
 VSA_API bool isBufferElement(DataType type) noexcept;
 
-/// Calls `visit(T())` with the C++ type T of a component: an integer of 8 to 64 bits (unsigned char
-/// for Bool and Byte), float or double. If there is no such type T, returns false and does not call
-/// `visit`.
+/// Calls `visit(T())`, where T is the C++ type of a component: an integer of 8 to 64 bits, float or
+/// double. For Bool and Byte, T is unsigned char. If there is no C++ type for `component`, returns
+/// false without a call of `visit`.
 template <class Visit>
 bool visitComponent(DataType component, const Visit& visit) {
   switch (component) {

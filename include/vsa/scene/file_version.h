@@ -1,9 +1,9 @@
-// The format version that the reader sets in a scene before it reads a file.
+// The version of the format that a scene has before a file is read.
 #pragma once
 
 namespace zn::korvo_sdk {
 
-/// The first version of the format. It applies to a file without a version.
+/// The first version of the format. A file that does not contain a version has this version.
 inline constexpr unsigned long long VSX_FILE_VERSION_1 = 1;
 
 }  // namespace zn::korvo_sdk

@@ -1,6 +1,6 @@
-// Translates former names of inputs and outputs to current names, according to the declarations of
-// node_type.h. The reader calls these functions for every scene, including a host's own. They may
-// be called from any thread. The two translations throw std::bad_alloc.
+// Translates former names of inputs and outputs to current names. The declarations of node_type.h
+// contain the former names. The reader calls these functions for every scene, including the scene
+// of a host. Any thread may call them. The two functions that translate throw std::bad_alloc.
 #pragma once
 
 #include <vsa/foundation/api.h>
@@ -8,13 +8,15 @@
 
 namespace zn::korvo_sdk {
 
-/// Whether any node type is declared. If none is, no name has a translation.
+/// Returns whether a node type is declared. If none is declared, no name has a translation.
 VSA_API bool anyNodeTypes() noexcept;
 
-/// The current name of the input `name` of `nodeType`, or `name` if it has no translation.
+/// Returns the current name of the input `name` of `nodeType`. Returns `name` if it is not a former
+/// name.
 VSA_API String updateInputName(const String& nodeType, const String& name);
 
-/// The current name of the output `name` of `nodeType`, or `name` if it has no translation.
+/// Returns the current name of the output `name` of `nodeType`. Returns `name` if it is not a
+/// former name.
 VSA_API String updateOutputName(const String& nodeType, const String& name);
 
 }  // namespace zn::korvo_sdk

@@ -1,6 +1,6 @@
-// Node types that a host declares. An undeclared type is open: its nodes get every input that a
-// text assigns. A declared type is closed: its nodes have the declared inputs and outputs and no
-// others.
+// Node types that a host declares. A declared type is closed: its nodes have exactly the declared
+// inputs and outputs. An undeclared type is open: its nodes have every input and output that a text
+// names.
 #pragma once
 
 #include <string>
@@ -14,18 +14,21 @@ namespace zn::korvo_sdk {
 
 /// One input of a declared node type.
 struct InputDeclaration {
-  std::string name;                       ///< The name in a text. Its last declaration applies.
-  AttrType type = AttrType::Null;         ///< The type of the value. Null accepts links or members.
+  std::string name;  ///< The name in a text. If a name occurs twice, the last one applies.
+  AttrType type =
+      AttrType::Null;  ///< The type of the value. A Null input accepts links or members.
   AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
-  DataType bufferType = DataType::Null;   ///< The DataType of a buffer's elements; Null for any.
-  std::vector<std::string> enumValues = {};  ///< The values that a String should have; empty: any.
-  bool refusesValues = false;                ///< Whether the input takes links only.
+  DataType bufferType =
+      DataType::Null;  ///< The DataType of a buffer's elements; Null allows every type.
+  std::vector<std::string> enumValues =
+      {};  ///< The strings that the value should be one of; empty allows every string.
+  bool refusesValues = false;  ///< Whether the input accepts links only.
 };
 
 /// A former name and its current name.
 struct FormerName {
   std::string former;   ///< The name in older texts.
-  std::string current;  ///< The name that replaces it. It is not translated again.
+  std::string current;  ///< The name that replaces it. Current names are not translated again.
 };
 
 /// A declared node type.
@@ -33,17 +36,17 @@ struct NodeType {
   std::string name;                            ///< The name of the type, as in a text.
   std::vector<InputDeclaration> inputs = {};   ///< All inputs of its nodes.
   std::vector<std::string> outputs = {};       ///< The names of all outputs of its nodes.
-  std::vector<FormerName> formerInputs = {};   ///< Former names of inputs and of members.
-  std::vector<FormerName> formerOutputs = {};  ///< Former names of outputs.
+  std::vector<FormerName> formerInputs = {};   ///< Former names of its inputs and members.
+  std::vector<FormerName> formerOutputs = {};  ///< Former names of its outputs.
 };
 
-/// Declares a type for the whole process and replaces an earlier declaration of that name. Existing
-/// nodes keep the declaration that was valid when they were created. May be called while other
-/// threads read. Throws std::bad_alloc.
+/// Declares a type for the whole process. Replaces an earlier declaration with the same name.
+/// Existing nodes keep the declaration with which they were created. Other threads may read texts
+/// during the call. Throws std::bad_alloc.
 VSA_API void registerNodeType(const NodeType& type);
 
-/// Makes a type open again for nodes that are created afterwards. Does nothing for an undeclared
-/// name. May be called while other threads read.
+/// Makes a type open again. Existing nodes keep its declaration. Does nothing if the type is not
+/// declared. Other threads may read texts during the call.
 VSA_API void unregisterNodeType(const std::string& name);
 
 }  // namespace zn::korvo_sdk

@@ -1,17 +1,17 @@
-// The scene as the reader calls it: four interfaces that a host can implement for its own scene.
-// The library's own scene (include/vsa/model/scene.h) implements them, too.
+// The interfaces through which the reader accesses a scene. A host can implement them for its own
+// scene. The library's own scene (include/vsa/model/scene.h) implements them, too.
 //
-// Ownership: every object that these functions return belongs to the scene and stays valid for the
-// lifetime of the scene, including removed nodes and their inputs. The reader deletes nothing.
+// Ownership: the scene owns every object that these functions return. The objects must stay valid
+// as long as the scene, including removed nodes and their inputs. The reader deletes nothing.
 //
-// Errors: every function may throw. A std::runtime_error stops the parse, and its text is logged as
-// an error. Any other exception propagates out of the entry point. A function that creates an
-// object may return null to refuse.
+// Errors: every function may throw. A std::runtime_error stops the parse, and its message is logged
+// as an error. Any other exception propagates out of the entry point. A function that creates an
+// object may return null if it does not create one.
 //
-// Requirements: an object always has the same address. A type never changes, except from Null to
-// Object or Node. Names are passed as the text spells them, and names of inputs and outputs after
-// the translation of former names. The reader has no limit on the size of arrays or on the nesting
-// depth of inputs: the scene may set one. All calls come from the thread that called the entry
+// Requirements: the address of an object must not change. The type of an input must not change,
+// except from Null to Object or Node. Names have the spelling of the text. Former names of inputs
+// and outputs are translated before the call. The reader does not limit the size of arrays or the
+// nesting depth of inputs, but a scene may. All calls come from the thread that called the entry
 // point.
 #pragma once
 
@@ -25,21 +25,21 @@ namespace zn::korvo_sdk::interfaces {
 
 class INode;
 
-/// An output of a node. The reader passes it from INode::output to IInput::connect and calls no
-/// function of it.
+/// An output of a node. The reader passes the result of INode::output to IInput::connect. It calls
+/// no function of the output.
 class VSA_API IOutput {
  protected:
   IOutput() = default;
   ~IOutput() = default;
 };
 
-/// The values that a string input should be restricted to.
+/// The strings that an input of type String should have.
 class VSA_API IEnumeration {
  public:
-  /// Whether the enumeration has no values. It then allows every string.
+  /// Whether the enumeration has no values. Such an enumeration allows every string.
   virtual bool isEmpty() const = 0;
-  /// The entry of that name, or null if there is none. The reader only compares the result with
-  /// null.
+  /// Returns the entry with this name, or null if there is none. The reader only tests whether the
+  /// result is null.
   virtual const void* find(const String& name) const = 0;
 
  protected:
@@ -49,76 +49,81 @@ class VSA_API IEnumeration {
 /// An input of a node, an element of an array or a member of an object, with its value.
 class VSA_API IInput {
  public:
-  /// The type of the value; Null until a value, a member or a reference sets the type.
+  /// The type of the value. It is Null until a value, a member or a reference is set.
   virtual AttrType type() const = 0;
-  /// The name of the type for messages.
+  /// The name of the type, for messages.
   virtual String typeName() const = 0;
-  /// The path of the input for messages: "node.input[2].member".
+  /// The path of the input, for messages, such as "node.input[2].member".
   virtual String path() const = 0;
-  /// Whether the value of the input is a buffer of typed elements. `flag` is always false.
+  /// Whether the value of the input is a buffer with a known element type. `flag` is always false.
   virtual bool holdsBuffer(bool flag) const = 0;
-  /// The enumeration of the input, or null if it has none. A string that is not in the enumeration
-  /// is assigned, and a warning is logged.
+  /// The enumeration of the input, or null if it has none. If a string is not in the enumeration,
+  /// the reader assigns it and logs a warning.
   virtual const IEnumeration* enumValues() const = 0;
-  /// The AttrType of an array's elements; Null while not set.
+  /// The AttrType of the elements of an array. It is Null while it is not set.
   virtual AttrType elementType() const = 0;
-  /// The DataType of a buffer's elements; Null while not set.
+  /// The DataType of the elements of a buffer. It is Null while it is not set.
   virtual DataType bufferType() const = 0;
-  /// Appends one default element of the array's element type. If `count` does not grow, the
-  /// statement is an error. A text may contain any index: a scene with a limit throws here.
+  /// Appends one element with the default value of the array's element type. If `count` is not
+  /// greater after the call, the statement is an error. A text may contain any index, so a scene
+  /// with a limit throws an exception here.
   virtual void appendElement() = 0;
   /// Whether the input is an array. `flag` is always false.
   virtual bool isArray(bool flag) const = 0;
-  /// Whether the input rejects plain values. An assignment of one is then logged as an error and
-  /// skipped.
+  /// Whether the input rejects plain values. The reader logs an assignment of such a value as an
+  /// error and skips it.
   virtual bool refusesValues() const = 0;
 
   // Members (of objects) and elements (of arrays).
 
-  /// Creates a member of the given type. If it returns null, the statement is an error. Called on
-  /// an object, or on an input of type Null, which becomes an object. Called only if `hasInput`
-  /// returned false or `input` returned null.
+  /// Creates a member of this type. If the function returns null, the statement is an error. The
+  /// reader calls it for an object, or for an input of type Null, which then becomes an object. It
+  /// calls it only after `hasInput` returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
-  /// Creates a member that is an array of `elementType`. Otherwise the same as `createInput`.
+  /// Creates a member that is an array of `elementType`. The rules of `createInput` apply.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
-  /// Whether there is a member of that name and type. `type` is always Null: any type. Also called
-  /// on arrays, with an index as the text spells it, such as "[2]". An array returns false.
+  /// Returns whether there is a member with this name. `type` is always Null, which means any type.
+  /// The reader calls the function for arrays, too, with an index such as "[2]" as the name. An
+  /// array returns false.
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
-  /// The element at `index`, which is less than `count`. If the function returns null, the
+  /// Returns the element at `index`, which is less than `count`. If the result is null, the
   /// statement is an error.
   virtual IInput* element(std::uint64_t index) = 0;
-  /// The member of that name. Called only after `hasInput` returned true.
+  /// Returns the member with this name. The reader calls the function only after `hasInput`
+  /// returned true.
   virtual IInput* input(const String& name) = 0;
 
   // Values and links.
 
-  /// Sets a structure without a value. For an Array record, sets the type of the elements to the
-  /// AttrType in `elementType`. For a Buffer record, makes the input an empty buffer of the
-  /// DataType in `elementType`. The record has no memory.
+  /// Sets a structure without values. `structure` has no memory. For a record of type Array, the
+  /// function sets the element type of the array to the AttrType in `elementType`. For a record of
+  /// type Buffer, it makes the input an empty buffer whose elements have the DataType in
+  /// `elementType`.
   virtual void set(const AttrData& structure) = 0;
   /// Sets a value of the input's type. The input takes ownership of the memory of a string or a
-  /// buffer, even if it throws. The memory is from malloc or calloc, and may be null. A scene that
-  /// does not store the value frees the memory.
+  /// buffer, even if the function throws an exception. The memory is from malloc or calloc, and may
+  /// be null. A scene that does not store the value must free the memory.
   virtual void assign(const AttrData& value) = 0;
-  /// Connects the input to an output of a node of the same scene and replaces an earlier
-  /// connection. `output` is never null.
+  /// Connects the input to an output of a node of the same scene. The new connection replaces an
+  /// existing one. `output` is never null.
   virtual void connect(IOutput* output) = 0;
-  /// Removes the connection of the input, if it has one.
+  /// Removes the connection. Does nothing if the input has none.
   virtual void disconnect() = 0;
-  /// Makes the input refer to a node of the same scene. Null removes the reference. Called on
-  /// inputs of any type. The scene decides what happens on an input that cannot refer to a node.
+  /// Makes the input refer to a node of the same scene. A null `node` removes the reference. The
+  /// reader calls the function for inputs of any type. The scene defines what happens for an input
+  /// that cannot refer to a node.
   virtual void setNode(INode* node) = 0;
 
-  // Reference counting. The reader keeps pointers to inputs until their links are resolved after
-  // the last statement. An input that exists as long as its scene needs no count.
+  // Reference counting. The reader stores pointers to inputs until it resolves their links after
+  // the last statement. An input that exists as long as its scene requires no count.
 
-  /// Called for the first pending connection of an input in a text, and for its first pending
-  /// reference: twice if the input has both.
+  /// Called for the first pending connection of an input and for its first pending reference. An
+  /// input with both gets two calls.
   virtual void retain() {}
-  /// Called once for each `retain` after the links were resolved. Not called if an error stopped
-  /// the parse.
+  /// Called once for each call of `retain`, after the links were resolved. It is not called if an
+  /// error stopped the parse.
   virtual void release() {}
 
  protected:
@@ -128,52 +133,55 @@ class VSA_API IInput {
 /// A node: an object with a name, a type, inputs and outputs.
 class VSA_API INode {
  public:
-  /// The name under which `IScene::findNode` finds the node.
+  /// The name of the node. `IScene::findNode` finds the node by this name.
   virtual String name() const = 0;
   /// The name of the node's type.
   virtual String type() const = 0;
-  /// Whether there is an input of that name and type. `type` is always Null: any type.
+  /// Returns whether there is an input with this name. `type` is always Null, which means any type.
   virtual bool hasInput(const String& name, AttrType type) = 0;
-  /// The input of that name. Called only after `hasInput` returned true.
+  /// Returns the input with this name. The reader calls the function only after `hasInput` returned
+  /// true.
   virtual IInput* input(const String& name) = 0;
-  /// Creates an input of the given type. If it returns null, the statement is an error. `type` is
-  /// Null for the target of a link. Called only if `hasInput` returned false or `input` returned
-  /// null.
+  /// Creates an input of this type. `type` is Null for an input that gets a link. If the function
+  /// returns null, the statement is an error. The reader calls it only after `hasInput` returned
+  /// false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
-  /// Creates an input that is an array of `elementType`, which is Null while the type is not set.
-  /// Otherwise the same as `createInput`.
+  /// Creates an input that is an array of `elementType`. If `elementType` is Null, the type is not
+  /// set yet. The rules of `createInput` apply.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
-  /// The output of that name. If the function returns null, the connection is not made and a
-  /// warning is logged.
+  /// Returns the output with this name. If the result is null, the reader makes no connection and
+  /// logs a warning.
   virtual IOutput* output(const String& name) = 0;
 
  protected:
   ~INode() = default;
 };
 
-/// A scene: nodes by name, and the header of the file.
+/// A scene: its nodes, and the header of the file.
 class VSA_API IScene {
  public:
-  /// The node of that name, or null. Must not create one.
+  /// Returns the node with this name, or null. The function must not create a node.
   virtual INode* findNode(const String& name) = 0;
-  /// Creates a node, or returns null to refuse. Called only after `findNode` returned null for
-  /// `name`. `reserved` is always empty.
+  /// Creates a node, or returns null to create none. The reader calls the function only after
+  /// `findNode(name)` returned null. `reserved` is always empty.
   virtual INode* createNode(const String& type, const String& name, const String& reserved) = 0;
-  /// Returns a node for a `define` statement, or null. Called only after `findNode` returned null
-  /// for `name`.
+  /// Returns the node for a `define` statement, or null. The reader calls the function only after
+  /// `findNode(name)` returned null.
   virtual INode* defineNode(const String& name) = 0;
-  /// Removes the node of that name from look-ups. The memory of the node and of its inputs must
-  /// stay valid, because the reader may have pointers to them. The scene decides what happens for
-  /// an unknown name.
+  /// Removes a node, so that `findNode` no longer returns it. The memory of the node and its inputs
+  /// must stay valid, because the reader may have pointers to them. The scene defines what happens
+  /// if there is no node with this name.
   virtual void removeNode(const String& name) = 0;
 
   // The header of the file.
 
-  /// Sets the version that a comment contains, or VSX_FILE_VERSION_1 before a file is read.
+  /// Sets the version that a comment contains. Before a file is read, it is called with
+  /// VSX_FILE_VERSION_1.
   virtual void setFileVersion(unsigned long long version) = 0;
-  /// Sets the time that a comment contains, as the text spells it, or "" before a file is read.
+  /// Sets the time that a comment contains, with the spelling of the text. Before a file is read,
+  /// it is called with an empty time.
   virtual void setFileTime(const String& time) = 0;
-  /// Appends a comment, including its "#", in the order of the text.
+  /// Appends a comment with its "#". The calls have the order of the text.
   virtual void pushFileComment(const String& comment) = 0;
   /// Removes all comments.
   virtual void clearComments() = 0;

@@ -1,4 +1,4 @@
-// BufferView and TypedBuffer: the elements of a buffer, without a copy.
+// BufferView and TypedBuffer: give access to the elements of a buffer without copying them.
 #pragma once
 
 #include <array>
@@ -15,58 +15,65 @@
 
 namespace vsa {
 
-/// Why a TypedBuffer has no elements.
+/// The reason why a TypedBuffer has no elements.
 enum class BufferProblem {
-  None,                ///< There is a buffer of that type; it may have no elements.
+  None,                ///< There is a buffer of this type. It can have 0 elements.
   Missing,             ///< The input does not exist.
   NotABuffer,          ///< The input has another type.
-  OtherComponentType,  ///< The numbers of the buffer have another type, such as double for float.
-  OtherComponentCount  ///< An element of the buffer has more or fewer numbers, such as 4 for 3.
+  OtherComponentType,  ///< Its numbers have another type, such as double instead of float.
+  OtherComponentCount  ///< Its elements have more or fewer numbers, such as 4 instead of 3.
 };
 
 namespace detail {
 
-// The reason that TypedBuffer::message describes.
+// Returns the text of TypedBuffer::message.
 VSA_API std::string describe(BufferProblem problem, ElementType found, ElementType component,
                              std::size_t count);
 
 }  // namespace detail
 
-/// The elements of a buffer as `T`, or for N > 1 as `std::array<T, N>`: a contiguous range. Valid
-/// until the input gets another value. If the buffer has elements of another type, the range is
-/// empty, and problem() returns the reason.
+/// The elements of a buffer as a contiguous range. An element is a `T`, or a `std::array<T, N>` if
+/// N > 1. The range is valid until the input gets another value. If the elements of the buffer have
+/// another type, the range is empty and problem() returns the reason.
 template <class T, std::size_t N = 1>
 requires BufferElement<T, N>
 class TypedBuffer {
  public:
+  /// The type of one element.
   using Element = std::conditional_t<N == 1, T, std::array<T, N>>;
   static_assert(sizeof(Element) == N * sizeof(T));
 
+  /// A range for an input that does not exist.
   TypedBuffer() = default;
+  /// The `count` elements at `memory`.
   TypedBuffer(const void* memory, std::uint64_t count) noexcept
       : data_(static_cast<const Element*>(memory)), size_(static_cast<std::size_t>(count)) {
     problem_ = BufferProblem::None;
   }
+  /// An empty range. `found` is the element type of the buffer.
   TypedBuffer(BufferProblem problem, ElementType found) noexcept
       : problem_(problem), found_(found) {}
 
+  /// The first element; null if there is no buffer.
   const Element* data() const noexcept { return data_; }
+  /// The number of elements.
   std::size_t size() const noexcept { return size_; }
   bool empty() const noexcept { return size_ == 0; }
   const Element* begin() const noexcept { return data_; }
   const Element* end() const noexcept { return data_ + size_; }
-  /// `index` must be less than `size()`; this is not checked.
+  /// The element at `index`, which must be less than `size()`. The function does not check this.
   const Element& operator[](std::size_t index) const noexcept { return data_[index]; }
   std::span<const Element> span() const noexcept { return {data_, size_}; }
   operator std::span<const Element>() const noexcept { return span(); }  // implicit conversion
-  /// The `N * size()` numbers of all elements, one after another.
+  /// The numbers of all elements, one element after another: `N * size()` numbers.
   std::span<const T> numbers() const noexcept {
     return {reinterpret_cast<const T*>(data_), N * size_};
   }
 
-  /// Why there are no elements. None if there is a buffer of that type.
+  /// The reason why there are no elements. It is None if there is a buffer of this type.
   BufferProblem problem() const noexcept { return problem_; }
-  /// The problem as a message for people: "a buffer of Vec3d, not of 3 Float". Empty for None.
+  /// The problem as a message for people, such as "a buffer of Vec3d, not of 3 Float". It is empty
+  /// for None.
   std::string message() const {
     return detail::describe(problem_, found_, detail::componentTypeOf<T>(), N);
   }
@@ -81,26 +88,28 @@ class TypedBuffer {
 /// The elements of a buffer of any type. Valid until the input gets another value.
 class BufferView {
  public:
+  /// The view of an input that does not exist.
   BufferView() = default;
-  /// The view of an input that has no buffer.
+  /// The view of an input without a buffer. `problem` is the reason.
   explicit BufferView(BufferProblem problem) noexcept : problem_(problem) {}
+  /// The view of this buffer.
   explicit BufferView(const zn::korvo_sdk::BufferValue& value) noexcept
       : value_(value), problem_(BufferProblem::None) {}
 
-  /// Why there is no buffer: Missing or NotABuffer. None if there is one.
+  /// The reason why there is no buffer: Missing or NotABuffer. It is None if there is a buffer.
   BufferProblem problem() const noexcept { return problem_; }
-  /// The type of the elements. Null if there is no buffer or its type was never set.
+  /// The type of the elements. It is Null if there is no buffer, or if the type was never set.
   ElementType elementType() const noexcept { return value_.type; }
   /// The number of elements.
   std::uint64_t count() const noexcept { return value_.count; }
-  /// The memory of all elements; see ElementType for the layout of one.
+  /// The memory of all elements. ElementType describes the layout of an element.
   std::span<const std::byte> bytes() const noexcept {
     return {reinterpret_cast<const std::byte*>(value_.memory),
             static_cast<std::size_t>(value_.bytes)};
   }
-  /// The elements, each with N numbers of type T: `as<float, 3>()` of a buffer of Vec3f, Pos3f,
-  /// Rgbf, Hsvf or Hslf, `as<std::uint8_t, 4>()` of a buffer of Rgba8. std::byte can be used for
-  /// bytes.
+  /// The elements, each with N numbers of type T. For example, `as<float, 3>()` is for buffers of
+  /// Vec3f, Pos3f, Rgbf, Hsvf and Hslf, and `as<std::uint8_t, 4>()` for buffers of Rgba8. T can be
+  /// std::byte for a buffer of bytes.
   template <class T, std::size_t N = 1>
   requires BufferElement<T, N> TypedBuffer<T, N> as()
   const noexcept {

@@ -1,4 +1,4 @@
-// IndexRange: a range of views, created one by one from their indices.
+// IndexRange: a range that creates the view of an object from the index of the object.
 #pragma once
 
 #include <cstddef>
@@ -8,12 +8,12 @@
 
 namespace vsa {
 
-/// A random-access range whose i-th value is `source(i)`. Source is a small copyable class with a
-/// type `Value`. For an index that does not exist, `source` returns a missing view or an empty
-/// text. Iterators contain a copy of the source, so they stay valid after the range is destroyed.
-/// The size is fixed when the range is created: an item that is removed later becomes a missing
-/// view. The class is not derived from std::ranges::view_interface, because clang 14 cannot compile
-/// that.
+/// A random-access range. Its i-th value is `source(i)`. Source is a small copyable class with a
+/// member type `Value`. If an index does not exist, `source` returns a missing view or an empty
+/// text. Each iterator contains a copy of the source, so it stays valid after the range is
+/// destroyed. The size does not change after construction: if an object is removed later, its view
+/// is missing. The class does not derive from std::ranges::view_interface, because clang 14 cannot
+/// compile this.
 template <class Source>
 class IndexRange {
  public:
@@ -74,7 +74,8 @@ class IndexRange {
   Iterator end() const noexcept { return {source_, size_}; }
   std::size_t size() const noexcept { return static_cast<std::size_t>(size_); }
   bool empty() const noexcept { return size_ == 0; }
-  /// The value at `index`; a missing view or an empty text for an index past the end.
+  /// Returns the value at `index`. If the index is not less than the size, returns a missing view
+  /// or an empty text.
   auto operator[](std::uint64_t index) const noexcept { return source_(index); }
 
  private:

@@ -1,5 +1,5 @@
-// Value: a value for an input, made from a standard type or a Tuple. BufferMemory: memory for the
-// elements of a buffer.
+// Value: a value for an input, constructed from a standard type or a Tuple. BufferMemory: the
+// memory of the elements of a buffer.
 #pragma once
 
 #include <array>
@@ -17,11 +17,11 @@
 
 namespace vsa {
 
-/// A vector, position, quaternion, colour or matrix. The functions below create it.
+/// A vector, position, quaternion, colour or matrix. Functions such as vec3 and mat4 create it.
 class Tuple {
  public:
-  /// Returns a tuple of that type with these components, or std::nullopt if the type is not one of
-  /// Vec2 to Mat4 or has another number of components.
+  /// Returns a tuple with this type and these components. Returns std::nullopt if `type` is not one
+  /// of Vec2 to Mat4, or if it has another number of components.
   static std::optional<Tuple> of(ValueType type, std::span<const double> components) noexcept {
     const std::size_t count = zn::korvo_sdk::componentCount(type);
     if (count == 0 || count != components.size()) return std::nullopt;
@@ -30,8 +30,9 @@ class Tuple {
     return tuple;
   }
 
+  /// The type of the tuple.
   constexpr ValueType type() const noexcept { return type_; }
-  /// The components, as many as the type has, in the order of a text.
+  /// The components in the order of a text. Their number depends on the type.
   std::span<const double> components() const noexcept {
     return {components_.data(), zn::korvo_sdk::componentCount(type_)};
   }
@@ -52,7 +53,7 @@ class Tuple {
   std::array<double, 16> components_;
 };
 
-// One function for each type, with the keyword of the text format as its name.
+// Functions that create a tuple. The name of each is the keyword of its type in a text.
 
 constexpr Tuple vec2(double x, double y) noexcept {
   return {ValueType::Vec2, {x, y}};
@@ -75,18 +76,18 @@ constexpr Tuple quat(double x, double y, double z, double w) noexcept {
 constexpr Tuple rgba(double red, double green, double blue, double alpha = 1.0) noexcept {
   return {ValueType::Rgba, {red, green, blue, alpha}};
 }
-/// A 3 by 3 matrix. `rows` has its numbers row by row.
+/// Creates a 3 by 3 matrix from its numbers, row by row.
 inline Tuple mat3(std::span<const double, 9> rows) noexcept {
   return *Tuple::of(ValueType::Mat3, rows);
 }
-/// A 4 by 4 matrix. `rows` has its numbers row by row.
+/// Creates a 4 by 4 matrix from its numbers, row by row.
 inline Tuple mat4(std::span<const double, 16> rows) noexcept {
   return *Tuple::of(ValueType::Mat4, rows);
 }
 
-/// A Bool, Int, UInt, Real, String or tuple, to pass to a function. Numbers and tuples are copied
-/// into it. The characters of a text are not copied: they must exist as long as the value is used.
-/// There is no conversion from a character, because 'x' could be a text or a number.
+/// A parameter that is a Bool, Int, UInt, Real, String or tuple. It contains a copy of a number or
+/// a tuple. The characters of a string are not copied, and must exist as long as the object is
+/// used. Characters do not convert to a Value, because 'x' could be a string or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
@@ -100,7 +101,7 @@ class Value {
   template <std::floating_point T>
   constexpr Value(T value) noexcept : type_(ValueType::Real), real_(static_cast<double>(value)) {}
   constexpr Value(std::string_view text) noexcept : type_(ValueType::String), text_(text) {}
-  /// A null pointer is the empty text.
+  /// A String. A null pointer is the empty string.
   constexpr Value(const char* text) noexcept
       : Value(text != nullptr ? std::string_view(text) : std::string_view()) {}
   template <class T>
@@ -110,12 +111,13 @@ class Value {
   constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(tuple) {}
   Value(std::nullptr_t) = delete;
 
+  /// The type of the value. Only the function for this type returns the value.
   constexpr ValueType type() const noexcept { return type_; }
   constexpr bool boolean() const noexcept { return boolean_; }
   constexpr std::int64_t integer() const noexcept { return integer_; }
   constexpr double real() const noexcept { return real_; }
   constexpr std::string_view text() const noexcept { return text_; }
-  /// The tuple; null unless the type is a tuple type.
+  /// The tuple. It is null if the value is not a tuple.
   constexpr const Tuple* tuple() const noexcept { return tuple_ ? &*tuple_ : nullptr; }
 
  private:
@@ -135,11 +137,11 @@ struct Free {
 
 }  // namespace detail
 
-/// Memory for the elements of a buffer, from malloc, calloc or realloc.
+/// The memory of the elements of a buffer. It is from malloc, calloc or realloc.
 using BufferMemory = std::unique_ptr<unsigned char[], detail::Free>;
 
-/// Allocates `bytes` bytes without initialising them. Returns null for 0 bytes, or if memory runs
-/// out.
+/// Allocates `bytes` bytes without initialising them. Returns null if `bytes` is 0 or if memory
+/// runs out.
 inline BufferMemory allocateBuffer(std::size_t bytes) noexcept {
   return BufferMemory(static_cast<unsigned char*>(bytes != 0 ? std::malloc(bytes) : nullptr));
 }

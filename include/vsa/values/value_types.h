@@ -1,4 +1,4 @@
-// Names in the namespace vsa for the types of values and of buffer elements.
+// Names in namespace vsa for the types of values and of buffer elements.
 #pragma once
 
 #include <cstddef>
@@ -11,15 +11,15 @@
 
 namespace vsa {
 
-/// The type of an input's value: Null, Bool, Int, UInt, Real, Vec2 ... Mat4, String, Node, Buffer,
-/// Array, Object.
+/// The type of the value of an input: Null, Bool, Int, UInt, Real, Vec2 to Mat4, String, Node,
+/// Buffer, Array or Object.
 using ValueType = zn::korvo_sdk::AttrType;
 
-/// The type of a buffer's elements: Byte, Int32, Float, Vec3f, Rgba8 and so on.
+/// The type of the elements of a buffer: Byte, Int32, Float, Vec3f, Rgba8 and so on.
 using ElementType = zn::korvo_sdk::DataType;
 
-/// The name of a type: "Real", "Vec3f"; "<unknown>" for a number that is no type. Valid until the
-/// process ends.
+/// Returns the name of a type, such as "Real" or "Vec3f". Returns "<unknown>" for a number that is
+/// no type. The name is valid until the process ends.
 inline std::string_view typeName(ValueType type) noexcept {
   return zn::korvo_sdk::attrTypeName(type);
 }
@@ -29,7 +29,7 @@ inline std::string_view typeName(ElementType type) noexcept {
 
 namespace detail {
 
-// The element type of one number of type T; Null if buffers have no such numbers.
+// Returns the element type of one number of type T, or Null if buffers cannot contain such numbers.
 template <class T>
 constexpr ElementType componentTypeOf() noexcept {
   using Type = std::remove_cv_t<T>;
@@ -49,7 +49,7 @@ constexpr ElementType componentTypeOf() noexcept {
 
 }  // namespace detail
 
-/// Whether a buffer can have elements of N numbers of type T.
+/// Whether a buffer can have elements with N numbers of type T.
 template <class T, std::size_t N = 1>
 concept BufferElement = N >
 0 && detail::componentTypeOf<T>() != ElementType::Null;
