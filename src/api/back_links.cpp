@@ -1,12 +1,12 @@
-// BackLinks: the first pass counts the links of each node, the second pass stores them.
+// BackLinks: counts the links of each node in a first pass, and stores them in a second pass.
 #include <vsa/back_links.h>
 
 namespace vsa {
 
 namespace {
 
-// Calls `visit` for the input and for all elements and members in it. The function does not
-// recurse, because a scene may have 65,535 levels.
+// Calls `visit` for an input and for all elements and members inside it. The function is iterative,
+// because a scene may have 65,535 nesting levels.
 template <class Visit>
 void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit) {
   stack.push_back(root);
@@ -23,8 +23,8 @@ void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit
   }
 }
 
-// Calls `visit(slot, input)` for every link. `slot` is the slot of the node to which the link
-// leads.
+// Calls `visit(slot, input)` for each link. `input` has the link, and `slot` is the slot of the
+// node to which the link leads.
 template <class Visit>
 void visitLinks(SceneView scene, const Visit& visit) {
   std::vector<InputView> stack;

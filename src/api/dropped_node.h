@@ -1,8 +1,9 @@
-// One node and one input that represent all nodes that a HostScene does not keep. Internal.
+// DroppedNode and DroppedInput: one node and one input that represent all nodes that a HostScene
+// does not store. Internal.
 //
-// For every statement, the reader follows the path from the node, and uses only the input that it
-// received last. So one input is enough: it has the type with which it was created last, and
-// look-ups in it find nothing.
+// One input is enough. For each statement, the reader follows the path from the node, and then uses
+// only the last input that it received. The input has the type with which the reader created it
+// last. It has no members.
 #pragma once
 
 #include <cstdint>
@@ -31,7 +32,7 @@ class DroppedInput final : public zn::korvo_sdk::interfaces::IInput {
   const zn::korvo_sdk::interfaces::IEnumeration* enumValues() const override { return nullptr; }
   ValueType elementType() const override { return elementType_; }
   ElementType bufferType() const override { return ElementType::Null; }
-  /// After this call, the array has every index that a text may contain.
+  /// Sets the number of elements to the maximum, so that every index in a text is valid.
   void appendElement() override { count_ = std::numeric_limits<std::uint64_t>::max(); }
   bool isArray(bool /*flag*/) const override { return type_ == ValueType::Array; }
   bool refusesValues() const override { return false; }

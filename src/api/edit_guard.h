@@ -1,4 +1,4 @@
-// The checks and the exception handler that all changes of a scene share. Internal.
+// The checks and the exception handler of all functions that change a scene. Internal.
 #pragma once
 
 #include <new>
@@ -13,8 +13,8 @@
 
 namespace vsa::detail {
 
-/// Calls `change()`, which returns a Status or an Added, and returns its result. If it throws
-/// because memory runs out or a limit of the scene is exceeded, returns the error for that.
+/// Calls `change()` and returns its result, a Status or an Added. If it throws because memory runs
+/// out or a limit of the scene is exceeded, returns the error for the exception.
 template <class Change>
 auto guarded(const Change& change) noexcept -> decltype(change()) {
   try {
@@ -28,7 +28,7 @@ auto guarded(const Change& change) noexcept -> decltype(change()) {
   }
 }
 
-/// Checks whether the object can be changed. Returns None, Missing or Removed.
+/// Checks whether the object exists and was not removed. Returns None, Missing or Removed.
 inline Status checkNode(const zn::korvo_sdk::Node* node) noexcept {
   if (node == nullptr) return EditError::Missing;
   return node->isRemoved() ? EditError::Removed : EditError::None;
@@ -38,7 +38,7 @@ inline Status checkInput(const zn::korvo_sdk::Input* input) noexcept {
   return input->isRemoved() ? EditError::Removed : checkNode(input->owner());
 }
 
-/// Checks whether a text can use the name for an input of the node or for a member in it. Returns
+/// Checks whether `name` can be the name of an input of the node, or of a member inside it. Returns
 /// None, BadName or FormerName.
 inline Status checkInputName(const zn::korvo_sdk::Node& node, std::string_view name) {
   if (!isName(name)) return EditError::BadName;

@@ -1,4 +1,4 @@
-// Input: values and links.
+// The functions of vsa::Input that set values and links.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -18,9 +18,9 @@ using detail::guarded;
 using zn::korvo_sdk::AttrData;
 using PlainInput = zn::korvo_sdk::Input;
 
-// Stores a value that a text can represent in `record`. The characters of a string are from malloc;
-// the input to which the record is assigned frees them. Returns false if there is no memory for
-// them.
+// Stores a value in `record`. The value can be represented by a text. The memory of a string is
+// from malloc, and the input to which the record is assigned frees it. Returns false if there is no
+// memory for the string.
 bool fill(AttrData& record, const Value& value) {
   record.type = value.type();
   switch (value.type()) {

@@ -14,7 +14,7 @@ struct Row {
   const char* message;
 };
 
-// The names and messages, indexed by the value of the error.
+// The name and the message of each error. The index of a row is the value of the EditError.
 constexpr Row ROWS[] = {
     {"none", ""},
     {"missing", "the node or input does not exist"},

@@ -1,4 +1,4 @@
-// Node and Input: adding and removing inputs, elements and members.
+// The functions of vsa::Node and vsa::Input that add and remove inputs, elements and members.
 #include <limits>
 #include <utility>
 
@@ -28,8 +28,8 @@ bool isAtDepthLimit(const PlainInput& input) {
   return input.level() >= input.owner()->scene()->depthLimit();
 }
 
-// The scene limits the elements that a text skips to reach a higher index. Elements that a program
-// appends do not count: there is no limit while this object exists.
+// Removes the limit of empty elements while this object exists. That limit is for elements that a
+// text creates by a higher index. It does not apply to elements that a program appends.
 class NoElementLimit {
  public:
   explicit NoElementLimit(zn::korvo_sdk::Scene& scene) noexcept
@@ -45,8 +45,8 @@ class NoElementLimit {
   const std::uint64_t limit_;
 };
 
-// Sets an input of a node or a member of an object. If the value is refused, removes the input or
-// member that was added for it.
+// Sets the value of an input of a node or of a member of an object. If the function fails after it
+// has added the input or member, it removes the input or member again.
 template <class Owner>
 Status setNamed(const Owner& owner, TextParameter name, const Value& value) noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;
@@ -67,7 +67,7 @@ PlainInput* appendTo(PlainInput& array) {
   return made;
 }
 
-// Returns None, or why the array cannot have `count` elements.
+// Checks whether the array can have `count` elements. Returns None or the reason why it cannot.
 Status checkCount(const PlainInput* array, std::uint64_t count) {
   if (const Status status = detail::checkInput(array); !status) return status;
   if (array->type() != ValueType::Array) return EditError::NotAnArray;
@@ -80,7 +80,7 @@ Status checkAppend(const PlainInput* array) {
   return checkCount(array, array != nullptr ? array->count() + 1 : 0);
 }
 
-// Appends an element and calls `set(element)`. Removes the element again if `set` is refused.
+// Appends an element and calls `set(element)`. If `set` fails, removes the element again.
 template <class Set>
 Status appendWith(PlainInput* array, const Set& set) noexcept {
   return guarded([&]() -> Status {

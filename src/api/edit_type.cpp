@@ -13,7 +13,8 @@ bool isDeclaredInput(const PlainInput& input) noexcept {
   return input.parent() == nullptr && input.owner()->isDeclared();
 }
 
-// The reader creates elements with the element type of the array. A Null array takes links only.
+// Checks whether an element of `array` can have this type. All elements have the element type of
+// the array. In a Null array, elements can only have links.
 Status checkElement(const PlainInput& array, ValueType type) noexcept {
   const ValueType elements = array.elementType();
   if (elements != ValueType::Null)
@@ -22,7 +23,8 @@ Status checkElement(const PlainInput& array, ValueType type) noexcept {
                                                             : EditError::OtherElementType;
 }
 
-// A declared input of type Null takes links and members, but no value.
+// Checks whether a declared input can have this type. A declared input of type Null accepts links
+// and members, but no value.
 Status checkDeclared(const PlainInput& input, ValueType type) noexcept {
   const bool isLink = type == ValueType::Node;
   if (!isLink && input.refusesValues()) return EditError::TakesNoValue;

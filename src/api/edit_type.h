@@ -1,4 +1,4 @@
-// Checks which types of values an input can have. Internal.
+// Functions that check which types of values an input can have. Internal.
 #pragma once
 
 #include <vsa/edit_status.h>
@@ -8,19 +8,19 @@
 
 namespace vsa::detail {
 
-/// Returns None, or why no text can represent the value.
+/// Returns None, or the reason why no text can represent the value.
 Status checkValue(const Value& value) noexcept;
 
-/// Checks whether the input can have a value of the type. Returns None, OtherElementType,
-/// DeclaredType or TakesNoValue. For the type Null, checks whether the input can be without a
+/// Checks whether the input can have a value of this type. Returns None, OtherElementType,
+/// DeclaredType or TakesNoValue. For the type Null, the question is whether the input can have no
 /// value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
-/// Checks the same for a buffer with elements of the given type.
+/// Checks the same for a buffer whose elements have this type.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
-/// Removes a value of another type, so that the input has that type or Null. Call it after
-/// `checkTakes` has allowed the type.
+/// Removes the value of the input if it has another type. The type of the input is then Null. Call
+/// this function after `checkTakes` has returned None for the type.
 void makeReadyFor(zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 }  // namespace vsa::detail

@@ -1,4 +1,4 @@
-// HostInput: types, elements and members. Passes values and links to the node.
+// HostInput: stores types, elements and members, and passes values and links to its node.
 #include <cstdlib>
 #include <utility>
 
@@ -13,7 +13,8 @@ using zn::korvo_sdk::AttrData;
 using zn::korvo_sdk::DiagnosticId;
 using zn::korvo_sdk::Emitter;
 
-// Frees the memory of a value after the host's function was called, even if the function throws.
+// Frees the memory of a value in its destructor. So the memory is freed even if the function of the
+// host throws.
 class ValueMemory {
  public:
   explicit ValueMemory(const AttrData& value) : value_(value) {}
@@ -80,8 +81,8 @@ bool HostInput::isArray(bool /*flag*/) const {
   return type_ == ValueType::Array;
 }
 
-// Sets the type of an input that has none, because statements have used it only for links or
-// members so far.
+// Sets the type if the input has type Null. An input has this type if statements have used it only
+// for links or members.
 void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }

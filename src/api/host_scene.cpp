@@ -1,5 +1,5 @@
-// HostScene and HostNode: nodes by name, and the calls of the host's functions. Inputs are in
-// host_input.cpp.
+// HostScene and HostNode: store the nodes by name, and call the functions of the host. HostInput is
+// in host_input.cpp.
 #include <vsa/host_scene.h>
 
 #include <utility>

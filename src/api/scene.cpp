@@ -1,4 +1,5 @@
-// vsa::Scene: ownership and nodes. The functions for its header are in scene_header.cpp.
+// vsa::Scene: owns the plain scene, and adds and removes nodes. The functions for the header are in
+// scene_header.cpp.
 #include <vsa/scene.h>
 
 #include <vsa/text_rules.h>

@@ -1,6 +1,6 @@
-// vsa::Scene: version, time and comments. A text has version and time in comments only. So a change
-// of one of the three also changes the others: reading the comments again results in the same
-// header.
+// vsa::Scene: the functions for version, time and comments. A text contains version and time in
+// comments only. So a change of one of the three also changes the others: reading the comments
+// again gives the same header.
 #include <string>
 #include <vector>
 
@@ -27,8 +27,9 @@ std::vector<zn::String> commentsOf(const PlainScene& scene) {
   return comments;
 }
 
-// A copy of `comments` in which `line` replaces the comments that `sets` accepts. If `line` is
-// empty, these comments are removed.
+// Returns a copy of `comments` in which `line` replaces the first comment for which `sets` returns
+// true. All further comments of this kind are removed. If `line` is empty, the first one is
+// removed, too. If there is no such comment, `line` becomes the first comment.
 std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
                                  bool (*sets)(std::string_view) noexcept, const std::string& line) {
   std::vector<zn::String> result;

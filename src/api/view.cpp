@@ -36,7 +36,7 @@ std::optional<double> InputView::realOfInteger() const noexcept {
 
 namespace {
 
-// For example "3 " for elements of several components.
+// Returns the number of components and a blank, such as "3 ". Returns an empty string for 1.
 std::string countBefore(std::size_t components) {
   if (components == 1) return {};
   return std::to_string(components) + " ";

@@ -1,5 +1,5 @@
-// The objects to which the handles of vsa_c.h point. Handles of nodes and inputs are the addresses
-// of the scene's own objects. Internal.
+// The classes of the handles of vsa_c.h. A handle of a node or an input is the address of the
+// object in the scene. Internal.
 #pragma once
 
 #include <string_view>
@@ -39,7 +39,8 @@ inline vsa_text textOf(std::string_view text) noexcept {
   return {text.data() != nullptr ? text.data() : "", text.size()};
 }
 
-/// Stores the buffer in `out`, unless it is null, and returns 1. Returns 0 if there is no buffer.
+/// Returns whether there is a buffer, as 1 or 0. If there is one and `out` is not null, stores the
+/// buffer in `out`.
 int storeBuffer(const BufferView& buffer, vsa_buffer* out) noexcept;
 
 }  // namespace vsa::c

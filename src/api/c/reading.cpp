@@ -1,4 +1,4 @@
-// The functions of vsa_c.h that read a text, and those for the result of a reading.
+// The functions of vsa_c.h that read a text or return the result of a reading.
 #include <cstring>
 #include <new>
 #include <optional>
@@ -27,7 +27,8 @@ vsa_progress progressOf(const vsa::ReadProgress& progress) {
           progress.linksTotal};
 }
 
-// Returns the names. A null name becomes the empty name, which no node has.
+// Returns the names as strings. A null pointer becomes the empty string, which is not the name of
+// any node.
 std::vector<std::string> namesOf(const char* const* names, size_t count) {
   std::vector<std::string> result;
   for (size_t i = 0; names != nullptr && i < count; ++i) {
@@ -73,8 +74,8 @@ vsa_reading* wrongUse(const char* message) {
   return new vsa_reading{std::move(outcome), vsa::Scene(), true};
 }
 
-// Calls `read` with the options. Null options are the defaults; options of another size were not
-// initialised, or were initialised by another version of the header.
+// Calls `read` with the options in C++ form. Null options are the defaults. Options with another
+// size are an error: vsa_options_init was not called, or is from another version of the header.
 template <class Read>
 vsa_reading* readBy(const vsa_options* options, const Read& read) noexcept {
   try {
@@ -103,7 +104,7 @@ const vsa::SkippedBuffer* skippedOf(const vsa_reading* reading, size_t index) {
   return index < vsa_skipped_count(reading) ? &reading->outcome.skippedBuffers[index] : nullptr;
 }
 
-// Calls `load` with the skipped buffer and the options.
+// Calls `load` with one skipped buffer and the options in C++ form.
 template <class Load>
 vsa_reading* loadBy(const vsa_reading* reading, size_t index, const vsa_options* options,
                     const Load& load) noexcept {

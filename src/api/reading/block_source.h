@@ -1,5 +1,4 @@
-// The sources of a reading: a host's source as a ByteSource, and a source that calls an observer
-// for each block. Internal.
+// Two sources of characters for a reading. Both notify an observer of each block. Internal.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +10,10 @@
 
 namespace vsa {
 
-/// Adapts a vsa::Source to a ByteSource, and calls the observer around each read.
+/// Reads a vsa::Source, and calls the observer before and after each read.
 class HostSource final : public zn::ByteSource {
  public:
-  /// Both arguments must outlive the last read.
+  /// `source` and `ending` must exist until the last read.
   HostSource(Source& source, Ending& ending) : source_(source), ending_(ending) {}
 
   std::size_t read(char* to, std::size_t capacity) override;
@@ -25,10 +24,10 @@ class HostSource final : public zn::ByteSource {
   Ending& ending_;
 };
 
-/// Reads another ByteSource, and calls the observer around each read.
+/// Reads another ByteSource, and calls the observer before and after each read.
 class BlockSource final : public zn::ByteSource {
  public:
-  /// Both arguments must outlive the last read.
+  /// `source` and `observer` must exist until the last read.
   BlockSource(zn::ByteSource& source, BlockObserver& observer)
       : source_(source), observer_(observer) {}
 

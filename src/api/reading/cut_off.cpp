@@ -14,7 +14,7 @@ using zn::korvo_sdk::impl::Token;
 using zn::korvo_sdk::impl::VsaParser;
 using Type = Token::Type;
 
-/// The tokens that the parser has not consumed.
+/// Gives access to the tokens that the parser has not consumed.
 class Lookahead {
  public:
   explicit Lookahead(const VsaParser& parser) : parser_(parser) {}
@@ -36,24 +36,25 @@ bool isDotAndEnd(const Lookahead& next) {
   return next[0] == Type::Dot && next[1] == Type::Eof;
 }
 
-// Whether the text ends after the node or the first dot of a path: `sun`, `sun.` or `.`.
+// Whether the text ends after the node or the first period of a path, as in `sun`, `sun.` or `.`.
 bool isBeginOfPath(const Lookahead& next) {
   const bool isNode = next[0] == Type::Id && next[1] == Type::Dot && next[2] == Type::Eof;
   return isNameAndEnd(next) || isDotAndEnd(next) || isNode;
 }
 
-// Whether the text ends after the type and the node of a directive: `lamp sun`.
+// Whether the text ends after the type and the node of a directive, as in `lamp sun`.
 bool isBeginOfDirective(const Lookahead& next) {
   return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
 }
 
-// Whether the value is like `float[3]`, which the parser reads as a reference followed by a list.
+// Whether the value is a buffer without its list, as in `float[3]`. The parser reads `float` as a
+// reference, and `[3]` as a list after it.
 bool isBufferWithoutList(const AssignInfo& info, const Lookahead& next) {
   return info.isReference && next[0] == Type::Brackets && next[1] == Type::Eof &&
          bufferTypeOf(info.referenceToken.text) != DataType::Null;
 }
 
-// Requires that the path of the assignment was read.
+// Whether the text ends inside an assignment whose path was read.
 bool endsInsideAssignment(const AssignInfo& info, const VsaParser& parser, const Lookahead& next) {
   if (isBufferWithoutList(info, next)) return true;
   const bool isBeforeSource = info.sourcePath.size == 0 && parser.current.type == Type::Equals;

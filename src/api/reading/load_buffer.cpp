@@ -1,5 +1,5 @@
-// Reads one buffer literal. The literal becomes the value of a small text, so that the parser
-// checks and converts it as in the original text.
+// Reads one buffer literal. To check and convert the literal as in the original text, the function
+// parses a small text that contains it: "b b:.b=" LITERAL ";".
 #include <algorithm>
 #include <exception>
 #include <new>
@@ -17,7 +17,8 @@ namespace {
 
 using zn::detail::DescriptorSource;
 
-// The text before the literal. The path of its input is replaced in the outcome.
+// The part of the small text before the literal, and the path of its input. The path in the results
+// is that of the original input.
 constexpr std::string_view BEFORE = "b b:.b=";
 constexpr std::string_view INPUT_PATH = "b.b";
 
@@ -33,8 +34,8 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// The column for the log: the column of the last character of a token, or 0 before the first
-// character.
+// Returns the column for the log line. It is the column of the last character of a token, or 0
+// before the first character.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
   const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -
@@ -42,7 +43,7 @@ std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   return static_cast<std::int32_t>(std::max<std::int64_t>(moved, 0));
 }
 
-// Replaces the positions and the path of a diagnostic by those that they have in the whole text.
+// Changes the positions and the path of a diagnostic from the small text to the whole text.
 void move(const SkippedBuffer& skipped, Diagnostic& found) {
   const TextPosition& literal = skipped.literal.begin;
   found.range.begin = moved(found.range.begin, literal);
@@ -54,8 +55,8 @@ void move(const SkippedBuffer& skipped, Diagnostic& found) {
   if (found.inputPath == INPUT_PATH) found.inputPath = skipped.inputPath;
 }
 
-// Moves all diagnostics of the outcome. A message that is the line of a diagnostic is replaced by
-// the new line.
+// Changes all diagnostics of the outcome. If the message of the outcome is the log line of a
+// diagnostic, it is changed, too.
 void move(const SkippedBuffer& skipped, ReadOutcome& outcome) {
   for (Diagnostic& found : outcome.diagnostics) {
     const bool isMessage = found.endedReading && outcome.message == found.logLine();
@@ -69,14 +70,16 @@ std::uint64_t bytesOfLiteral(const SkippedBuffer& skipped, std::uint64_t bytesRe
   return std::min(read, bytesOf(skipped.literal));
 }
 
-// Subtracts the node, its input, and the text around the literal from the counts.
+// Changes the counts to those of the literal alone, without the statement and the node of the small
+// text.
 void countLiteralOnly(const SkippedBuffer& skipped, ReadOutcome& outcome) {
   outcome.bytesRead = bytesOfLiteral(skipped, outcome.bytesRead);
   outcome.applied.statements = 0;
   outcome.applied.nodes = 0;
 }
 
-// The options for the text around the literal. Callbacks get positions and bytes of the literal.
+// Returns the options for reading the small text. The callbacks receive positions in the whole text
+// and counts of the literal.
 ReadOptions optionsFor(const SkippedBuffer& skipped, const ReadOptions& options) {
   ReadOptions whole = options;
   whole.buffers = BufferMode::Read;
@@ -130,8 +133,8 @@ void requireSame(const SkippedBuffer& skipped, LoadedBuffer& loaded) {
   }
 }
 
-// Reads the literal. `appendLiteral` appends the bytes of the literal to a text, or returns the
-// reason why it cannot.
+// Reads the literal. `appendLiteral` appends the bytes of the literal to a string. It returns an
+// empty string, or the reason why it failed.
 template <class AppendLiteral>
 LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
                   const AppendLiteral& appendLiteral) noexcept {
@@ -153,15 +156,15 @@ LoadedBuffer load(const SkippedBuffer& skipped, const ReadOptions& options,
     countLiteralOnly(skipped, loaded);
     requireSame(skipped, loaded);
   } catch (...) {
-    Ending(loaded).setToException();  // memory ran out, or a callback or its copy threw
+    Ending(loaded).setToException();  // memory ran out, or a callback threw an exception
   }
   return loaded;
 }
 
 constexpr const char* TEXT_HAS_CHANGED = "the text has changed";
 
-// Appends the bytes of a range of a file. Returns an empty string, or the reason why the bytes
-// cannot be appended.
+// Appends the bytes of `range` to `text`. Returns an empty string, or the reason why the bytes
+// could not be read.
 std::string appendFrom(const DescriptorSource& source, const TextRange& range, std::string& text) {
   const std::size_t before = text.size();
   const std::uint64_t count = bytesOf(range);
@@ -179,7 +182,7 @@ std::string appendFrom(const char* path, const TextRange& range, std::string& te
   if (source == nullptr) return std::string(zn::detail::messageOfError(error).view());
   const zn::RefersTo<zn::ByteSource> held(source);
   char start[16];
-  source->read(start, sizeof start);  // offsets do not count a byte order mark
+  source->read(start, sizeof start);  // skips a byte order mark, which offsets do not include
   if (const zn::String problem = source->error(); !problem.isEmpty()) {
     return std::string(problem.view());
   }

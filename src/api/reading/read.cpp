@@ -25,7 +25,8 @@ ReadOutcome readInto(IScene& scene, const ReadOptions& options, const Read& read
   return outcome;
 }
 
-// Creates the plain scene, which fails if memory runs out.
+// Reads into the plain scene of `scene`. If the plain scene cannot be created, the outcome is
+// OutOfMemory.
 template <class Read>
 ReadOutcome readInto(Scene& scene, const ReadOptions& options, const Read& read) noexcept {
   try {
@@ -56,7 +57,8 @@ ReadOutcome readFileAt(AnyScene& scene, const char* path, const ReadOptions& opt
   return readInto(scene, options, [&](Reading& reading) { reading.readFile(path); });
 }
 
-// No file has a NUL in its path. The system would use the path up to the NUL.
+// Reads the file at `path`. A path that contains a NUL is unreadable: the system would use only the
+// part before the NUL.
 template <class AnyScene>
 ReadOutcome readFileAt(AnyScene& scene, const std::filesystem::path& path,
                        const ReadOptions& options) noexcept {

@@ -1,5 +1,5 @@
-// Reading: from the source to the end of the parse. The functions that the parser calls are in
-// reading_session.cpp.
+// Reading: opens the source, parses the text and stores the result. The functions that the parser
+// calls are in reading_session.cpp.
 #include "api/reading/reading.h"
 
 #include <limits>
@@ -26,11 +26,11 @@ using zn::korvo_sdk::DiagnosticError;
 using zn::korvo_sdk::impl::FileLexer;
 using zn::korvo_sdk::impl::ReadStopped;
 
-// The default memory limit: a fixed part, and a part for each byte of the text.
+// The default memory limit: a constant, plus a number of bytes for each byte of the text.
 constexpr std::uint64_t BASE_MEMORY = std::uint64_t{64} << 20;
 constexpr std::uint64_t MEMORY_PER_BYTE = 100;
 
-// The reading of this thread that began last and has not ended.
+// The innermost reading of this thread: the one that began last and has not ended.
 thread_local const Reading* innermost = nullptr;
 
 std::uint64_t defaultMemory(std::uint64_t textBytes) {
@@ -38,8 +38,8 @@ std::uint64_t defaultMemory(std::uint64_t textBytes) {
   return BASE_MEMORY + MEMORY_PER_BYTE * textBytes;
 }
 
-// The store for the text of a file. Some system files have a size of 0 although they contain bytes;
-// they are treated like pipes, which can be read only once.
+// Returns the store for the text of a file. Some system files contain bytes although their size is
+// 0. Like pipes, they can be read only once.
 std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
                                    std::optional<std::uint64_t> size) {
   if (size && *size != 0) return std::make_unique<FileText>(source);
@@ -99,7 +99,7 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
                        std::optional<std::uint64_t> size) {
   begin(std::move(store), size);
   const zn::File file(new BlockSource(source, *this));
-  zn::File(file).fill();  // a directory can be opened, but not read
+  zn::File(file).fill();  // detects a directory, which can be opened, but not read
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
     return;
@@ -107,15 +107,16 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   resetHeader();
   FileLexer lexer(file);
   parse(lexer);
-  // A failed read ends the text where it fails. The parser's diagnostics may result from this end,
-  // so the failed read determines the status.
+  // A failed read determines the status. It also ends the text at that point, which can cause
+  // diagnostics of the parser.
   if (const zn::String error = source.error(); !error.isEmpty()) {
     ending_.set(ReadStatus::Unreadable, error.view());
   }
   notifyComplete();
 }
 
-// Runs the body with this object as the sink of the thread, and turns exceptions into a status.
+// Calls `body` and sets the status if it throws an exception. Meanwhile this object is the
+// diagnostic sink and the log sink of the thread.
 template <class Body>
 void Reading::guarded(const Body& body) noexcept {
   if (isSceneBusy()) {
@@ -128,7 +129,7 @@ void Reading::guarded(const Body& body) noexcept {
     const zn::korvo_sdk::ScopedReadingSinks sinks(*this, *this);
     body();
   } catch (const ReadStopped&) {
-    // The status was set before the throw.
+    // The function that threw ReadStopped has set the status.
   } catch (...) {
     ending_.setToException();
   }
@@ -136,15 +137,16 @@ void Reading::guarded(const Body& body) noexcept {
   fillCounts();
 }
 
-// Whether a callback of another reading into the same scene started this reading.
+// Whether another reading into the same scene is running on this thread. One of its callbacks has
+// then started this reading.
 bool Reading::isSceneBusy() const noexcept {
   const Reading* reading = innermost;
   while (reading != nullptr && &reading->scene_ != &scene_) reading = reading->outer_;
   return reading != nullptr;
 }
 
-// Calls the scene outside the parser, and handles exceptions of the scene. The parser reports only
-// a std::runtime_error, but the scene may throw any exception.
+// Calls a function of the scene outside the parser, and handles its exceptions. The parser would
+// report only a std::runtime_error, but a scene may throw any exception.
 template <class Body>
 void Reading::callScene(const Body& body) {
   try {
@@ -207,7 +209,8 @@ bool Reading::parseWith(Lexer& lexer) {
   try {
     return parser_.parse(&scene, &lexer);
   } catch (const DiagnosticError& error) {
-    report(error.diagnostic());  // an invalid character in the first three tokens is not logged
+    report(error.diagnostic());  // an invalid character in the first three tokens is thrown and not
+                                 // logged
     return false;
   }
 }
@@ -219,15 +222,15 @@ void Reading::finish(bool isParsed) {
   finishCutOff();
 }
 
-// An omitted buffer does not end the reading, so this function sets the status.
+// Sets the status after an omitted buffer, because such a buffer does not end the reading.
 void Reading::finishRefused() {
   if (!refusedFor_) return;
   ending_.set(ReadStatus::OverLimit, refusal_);
   outcome_.limit = refusedFor_;
 }
 
-// The parser treats a string or list that is cut off where a statement begins as the end of the
-// text. So this function reports such a token.
+// Reports a string or list that is cut off at the beginning of a statement. The parser does not
+// report it, because there it is equal to the end of the text.
 void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer);
   if (!report.cutOff.isEmpty()) {

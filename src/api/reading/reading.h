@@ -1,8 +1,8 @@
 // Reading: one call of a reading function of the public API. Internal.
 //
-// A Reading is the parser's session (limits, counts, values that no input owns yet), the observer
-// of the blocks of the text (positions, size, progress), and the sink of diagnostics and log lines
-// of the thread. Nothing is printed, and no exception is thrown.
+// A Reading has three roles. It is the session of the parser: limits, counts, and values that no
+// input owns yet. It observes the blocks of the text: positions, size and progress. It is the sink
+// for the diagnostics and log lines of the thread. It prints nothing and throws no exception.
 #pragma once
 
 #include <chrono>
@@ -37,12 +37,12 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   using INode = zn::korvo_sdk::interfaces::INode;
   using IScene = zn::korvo_sdk::interfaces::IScene;
 
-  /// All arguments must outlive the reading.
+  /// All arguments must exist as long as the reading.
   Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome);
   ~Reading() override;
 
-  // Each of these functions reads a whole text and may be called once. The functions throw nothing:
-  // the outcome has the status.
+  // Each function reads a whole text. Call only one of them, and only once. They do not throw: the
+  // outcome contains the status.
 
   void readText(std::string_view text) noexcept;
   void readFile(const char* path) noexcept;

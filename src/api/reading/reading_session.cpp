@@ -1,4 +1,4 @@
-// Reading: the functions that the parser calls.
+// Reading: implements the functions that the parser calls.
 #include <cstring>
 #include <exception>
 #include <new>
@@ -17,7 +17,7 @@ using zn::korvo_sdk::impl::TextPlace;
 using zn::korvo_sdk::impl::Token;
 using FatalId = zn::korvo_sdk::DiagnosticId;
 
-// The estimated memory of one entry in the set of dropped links.
+// The estimated memory of one element in the set of dropped links.
 constexpr std::uint64_t DROPPED_LINK_BYTES = 40;
 constexpr std::chrono::milliseconds PROGRESS_INTERVAL{5};
 
@@ -28,7 +28,7 @@ TextPlace placeOf(const Token& token) {
 constexpr const char* HOW_TO_ALLOW = "; raise the limit of memory to allow it";
 constexpr std::size_t MAX_PATH_IN_MESSAGE = 200;
 
-// The number of fields in a list of numbers, as the lexer has normalised it.
+// Returns the number of fields in a normalized list of numbers.
 std::uint64_t numbersIn(std::string_view list) {
   std::uint64_t numbers = 0;
   for (std::size_t i = 1; i + 1 < list.size(); ++i) {
@@ -37,7 +37,7 @@ std::uint64_t numbersIn(std::string_view list) {
   return numbers;
 }
 
-// For example "3 numbers written" or "44 bytes of compressed text written".
+// Returns a description such as "3 numbers written" or "44 bytes of compressed text written".
 std::string describedElements(std::string_view list) {
   if (list.size() > 2 && list[1] == '.') {
     return std::to_string(list.size() - 2) + " bytes of compressed text written";
@@ -46,8 +46,8 @@ std::string describedElements(std::string_view list) {
   return std::to_string(numbers) + (numbers == 1 ? " number written" : " numbers written");
 }
 
-// For example "the buffer float[3] of sun.points (12 bytes, 1 number written)". Shortens a long
-// path.
+// Returns a description such as "the buffer float[3] of sun.points (12 bytes, 1 number written)". A
+// long path is shortened.
 std::string describedBuffer(const AssignInfo& info, std::string_view path) {
   std::string text("the buffer ");
   text += info.valueToken.text.view();
@@ -82,8 +82,8 @@ void Reading::exceed(Budget budget) {
   stopAtLimit(Limit::Memory, limits.memory, "over a limit");
 }
 
-// The first omitted buffer is described even if no diagnostic is wanted, because its description
-// becomes the message of the outcome.
+// Reports an omitted buffer. The first one is always described, because its description becomes the
+// message of the outcome.
 void Reading::refuse(Refusal refusal, const AssignInfo& info) {
   if (refusedFor_ && !recorder_->wants(Severity::Error)) return;
   std::string message = describedBuffer(info, recorder_->statementPath());
@@ -167,8 +167,8 @@ void Reading::notifyProgress() {
   lastProgress_ = Clock::now();
 }
 
-// Makes the last progress call, and ignores its result. Its total is the number of bytes read,
-// because the size that the source announced may be wrong.
+// Makes the last call of the progress callback and ignores its result. The total is the number of
+// bytes read, because the size that a source returned may be wrong.
 void Reading::notifyComplete() {
   if (options_.onProgress == nullptr || outcome_.status != ReadStatus::Complete) return;
   ReadProgress last = progress();
@@ -211,7 +211,8 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
   recordedBytes_ = bytes;
 }
 
-// Called for messages of the host's scene only: during a reading, records are not logged as lines.
+// Records a message that the host's scene has logged. All other log lines come from diagnostics,
+// which are not logged during a reading.
 void Reading::write(zn::LogLevel level, const zn::String& text) {
   const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()), text.view());

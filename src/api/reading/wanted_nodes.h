@@ -1,10 +1,10 @@
-// WantedNodes: the scene that the parser uses instead of the kept scene if only some nodes are to
-// be kept. WantedNodes forwards the calls for these nodes to the kept scene. Internal.
+// WantedNodes: the scene that the parser uses if only some nodes are to be kept. It forwards calls
+// for these nodes to the scene of the caller, the kept scene. Internal.
 //
-// Nodes that are not wanted are created in a separate scene, so that their statements are checked
-// like all others. If the kept scene already has a node that is not wanted, the parser gets another
-// node instead. This node has the same name and type and is created in the separate scene. The
-// session passes values without memory to the separate scene, which is destroyed with the reading.
+// Other nodes are created in a separate scene, so that their statements are checked, too. The
+// separate scene is destroyed with the reading, and gets values without memory. If the kept scene
+// already contains a node that is not wanted, the parser gets a node of the separate scene instead.
+// This node has the same name and type.
 #pragma once
 
 #include <memory>
@@ -26,20 +26,21 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   using IScene = zn::korvo_sdk::interfaces::IScene;
   using String = zn::String;
 
-  /// `kept` must outlive the object. No node is wanted before `want` is called.
+  /// `kept` must exist as long as this object. No node is wanted until `want` is called.
   explicit WantedNodes(IScene& kept) : kept_(kept) {}
 
-  /// Sets the names and types of the wanted nodes. The strings must outlive the object.
+  /// Sets the names and the types of the wanted nodes. The strings must exist as long as this
+  /// object.
   void want(const std::vector<std::string>& names, const std::vector<std::string>& types);
 
-  /// Whether the node was created in the separate scene, and is therefore dropped.
+  /// Whether the node was created in the separate scene.
   bool isDropped(INode& node) const { return droppedNodes_.count(&node) != 0; }
   /// Whether `dropLinksOf` was called for the input.
   bool isDropped(IInput& input) const { return droppedInputs_.count(&input) != 0; }
-  /// Records that an input of a dropped node has a pending link.
+  /// Stores that this input of a dropped node has a pending link.
   void dropLinksOf(IInput& input) { droppedInputs_.insert(&input); }
 
-  // IScene.
+  // The functions of IScene.
 
   INode* findNode(const String& name) override;
   INode* createNode(const String& type, const String& name, const String& reserved) override;
@@ -60,7 +61,8 @@ class WantedNodes final : public zn::korvo_sdk::interfaces::IScene {
   std::unordered_set<std::string_view> names_;
   std::unordered_set<std::string_view> types_;
   std::unique_ptr<zn::korvo_sdk::Scene> dropped_;
-  std::unordered_set<const INode*> droppedNodes_;  // contains removed nodes, too
+  std::unordered_set<const INode*>
+      droppedNodes_;  // nodes of the separate scene, including removed ones
   std::unordered_set<const IInput*> droppedInputs_;
   std::unordered_set<std::string> removed_;  // the names of removed nodes that are not wanted
 };

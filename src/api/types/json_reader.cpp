@@ -1,4 +1,4 @@
-// A recursive descent through the grammar of RFC 8259, of bounded depth.
+// Reads JSON: a recursive descent parser for the grammar of RFC 8259 with a limited depth.
 #include <algorithm>
 #include <cstdint>
 #include <optional>
@@ -214,7 +214,7 @@ void Reader::escape(std::string& to) {
   }
 }
 
-// Reads the character of one code unit, or of the two code units of a surrogate pair.
+// Reads one character: one code unit, or the two code units of a surrogate pair.
 std::uint32_t Reader::character() {
   const std::uint32_t first = codeUnit();
   if (isLowSurrogate(first)) fail("half of a surrogate pair");

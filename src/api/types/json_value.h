@@ -1,4 +1,4 @@
-// JsonValue: a value of a JSON text in memory, and the reader that creates it. Internal.
+// JsonValue: a JSON text in memory, and the function that creates it. Internal.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ namespace vsa {
 
 struct JsonMember;
 
-/// A value with the offset of its first byte in the text.
+/// A JSON value, with the offset of its first byte in the text.
 struct JsonValue {
   enum class Kind { Null, Bool, Number, String, Array, Object };
 
@@ -21,7 +21,7 @@ struct JsonValue {
   double number = 0;
   std::string text;  ///< The characters of a string.
   std::vector<JsonValue> elements;
-  /// The members of an object, in the order of the text. Their names are unique.
+  /// The members of an object, in the order of the text. No name occurs twice.
   std::vector<JsonMember> members;
 };
 
@@ -30,7 +30,7 @@ struct JsonMember {
   JsonValue value;
 };
 
-/// The reason why a text is not accepted, and its position.
+/// The reason why a text is invalid, and the offset of the problem.
 class JsonError : public std::runtime_error {
  public:
   JsonError(std::size_t offset, const std::string& message)
@@ -41,8 +41,8 @@ class JsonError : public std::runtime_error {
   std::size_t offset_;
 };
 
-/// Reads one value and the end of the text (RFC 8259). Throws JsonError, also for a repeated name
-/// in an object and for nesting deeper than 32 levels.
+/// Reads a text that contains one JSON value (RFC 8259). Throws JsonError if the text is invalid. A
+/// repeated name in an object and more than 32 nesting levels are invalid, too.
 JsonValue readJson(std::string_view text);
 
 }  // namespace vsa

@@ -1,5 +1,5 @@
-// readTypes: descriptions of node types from the members of JSON objects. A name in the text is
-// checked against the tables below, so that a misspelt member is a problem and not ignored.
+// readTypes: converts JSON objects to descriptions of node types. Each member name must be in a
+// table below, so that a misspelt name is a problem.
 #include <algorithm>
 #include <initializer_list>
 #include <string>
@@ -73,7 +73,8 @@ ElementType elementTypeOf(const JsonValue& value) {
   fail(value, "\"" + name + "\" is not the element type of a buffer");
 }
 
-// Calls `read(name, value)` for each member. `read` returns false for an unknown name.
+// Calls `read(name, value)` for each member. If it returns false, the name is unknown and the text
+// has a problem.
 template <class Read>
 void readMembers(const JsonValue& object, const Read& read) {
   for (const JsonMember& member : object.members) {
@@ -83,7 +84,8 @@ void readMembers(const JsonValue& object, const Read& read) {
   }
 }
 
-// The meaning of "elements" depends on "type", which may come later in the text.
+// Sets the type of the elements. The text may contain "elements" before "type", so this function is
+// called after "type" was read.
 void readElements(const JsonValue& value, zn::korvo_sdk::InputDeclaration& input) {
   if (input.type == ValueType::Array) {
     input.elementType = valueTypeOf(value);

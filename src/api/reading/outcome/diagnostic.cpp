@@ -8,7 +8,8 @@ namespace vsa {
 
 namespace {
 
-// A message of the lexer is not changed; a period is appended to any other message with a position.
+// Whether the log line ends with a period after the message. This applies to messages with a
+// position, except for those of the lexer.
 bool endsWithPeriod(DiagnosticId id) {
   return id != DiagnosticId::InvalidToken && id != DiagnosticId::InvalidListToken;
 }

@@ -34,8 +34,8 @@ Severity severityOf(const Record& record) {
                                                                : Severity::Error;
 }
 
-// Whether this is a message of the lexer without an input path. The parser may not have read the
-// path yet, because the lexer is ahead of the parser.
+// Whether this is a message of the lexer without an input path. The lexer is ahead of the parser,
+// so the parser may not have read the path yet.
 bool namesNoPath(const Diagnostic& diagnostic) {
   return diagnostic.inputPath.empty() && (diagnostic.id == DiagnosticId::InvalidToken ||
                                           diagnostic.id == DiagnosticId::InvalidListToken);
@@ -55,7 +55,8 @@ std::uint64_t bytesOf(const Diagnostic& diagnostic) {
   return bytes;
 }
 
-// The path of the input that a message names; empty if it names none.
+// Returns the path of the input that is an argument of the message. Returns an empty string if the
+// message has no such argument.
 std::string pathOf(const Record& record) {
   const bool isArray = record.id == zn::korvo_sdk::DiagnosticId::TooManyEmptyElements;
   return stringOf(record.argument(isArray ? "array" : "input"));
@@ -132,8 +133,8 @@ void DiagnosticRecorder::addOverLimit(Limit limit, std::uint64_t maximum, bool e
       std::to_string(maximum), limit);
 }
 
-// A diagnostic is created only if it ends the reading, if a callback receives it, or if it may be
-// kept, because its path may be long.
+// Whether the diagnostic is necessary: it ends the reading, a callback receives it, or there may be
+// room to keep it. Otherwise it is not created, because its path may be long.
 bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
   return endedReading || options_.onDiagnostic != nullptr ||
          fits(sizeof(Diagnostic) + messageBytes);
@@ -161,7 +162,7 @@ void DiagnosticRecorder::deliver(Diagnostic&& diagnostic) {
   }
 }
 
-// Inserts the diagnostic so that the kept diagnostics of a statement are sorted by position.
+// Inserts the diagnostic. The kept diagnostics of one statement are sorted by position.
 void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   std::vector<Diagnostic>& kept = outcome_.diagnostics;
   if (currentStatement_ != keptStatement_) {
@@ -177,8 +178,8 @@ void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   --outcome_.droppedDiagnostics;
 }
 
-// The diagnostic counts as dropped until it is kept, because the callback and the allocation may
-// throw.
+// Counts a diagnostic as dropped, until `keep` stores it. The order matters because the callback
+// and the allocation may throw.
 void DiagnosticRecorder::count(Severity severity) noexcept {
   ++(severity == Severity::Warning ? outcome_.warningCount : outcome_.errorCount);
   ++outcome_.droppedDiagnostics;
@@ -196,7 +197,7 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
 
 // --- the source range ---
 
-// The offset after `tokenBefore`, at which a statement may begin.
+// Returns the offset after `tokenBefore`. A statement may begin there.
 std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
   return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }
@@ -213,11 +214,13 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   } else if (!session.isResolving()) {
     problem.noticed = startOf({parser_.current.line, parser_.current.column});
   }
-  // The parser does not consume a token that the grammar does not allow.
+  // A token that the grammar does not allow is the next token, because the parser has not consumed
+  // it.
   const auto& next = parser_.tokens;
   problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);
-  // The message about an element of the wrong type names the array, not the element.
+  // If an element has the wrong type, the message contains the path of the array. The diagnostic
+  // contains the path of the element.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
   if (diagnostic.argument("expected") != "Array") return;
   std::string path = statementPath();
@@ -237,8 +240,8 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic) {
   setRange(diagnostic, start, {diagnostic, noticed, std::nullopt});
 }
 
-// Sets the range that the rules find. If they find none, sets the last character of the token at
-// which the parser noticed the problem.
+// Sets the range of a diagnostic to the range that the rules find. If they find none, the range is
+// the last character of the token at which the parser detected the problem.
 void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
                                   const Problem& problem) {
   currentStatement_ = start;

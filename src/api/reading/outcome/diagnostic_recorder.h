@@ -1,5 +1,5 @@
-// DiagnosticRecorder: converts the diagnostics of the reader to diagnostics of the public API,
-// counts them and keeps them. Internal.
+// DiagnosticRecorder: converts diagnostics of the reader to diagnostics of the public API, counts
+// them and stores them. Internal.
 #pragma once
 
 #include <cstdint>
@@ -22,26 +22,27 @@ class DiagnosticRecorder {
   using Record = zn::korvo_sdk::Diagnostic;
   using VsaParser = zn::korvo_sdk::impl::VsaParser;
 
-  /// All arguments must outlive the recorder.
+  /// All arguments must exist as long as the recorder.
   DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome, Ending& ending,
                      TextStore& store, TextIndex& index, const VsaParser& parser);
 
-  /// Whether a diagnostic of that severity, which does not end the reading, may be kept or
-  /// delivered. If not, counts the diagnostic. May throw ReadStopped.
+  /// Returns whether a diagnostic with this severity is necessary, because it may be kept or a
+  /// callback receives it. If not, the function counts it. The diagnostic must not end the reading.
+  /// Throws ReadStopped if the limit of diagnostics is exceeded.
   bool wants(Severity severity);
-  /// Records a diagnostic that the reader reports. Throws ReadStopped if the limit of diagnostics
-  /// is exceeded or if a callback throws.
+  /// Records a diagnostic of the reader. Throws ReadStopped if the limit of diagnostics is exceeded
+  /// or a callback throws an exception.
   void add(const Record& record);
-  /// Records a problem that the reader does not report, at the token consumed last. `argument` is
-  /// the argument of the message. It is ignored if messages of that id have no argument. `limit` is
-  /// the exceeded limit for an OverLimit.
+  /// Records a problem that is not a diagnostic of the reader. Its position is the token that was
+  /// consumed last. `argument` is the argument of the message, and is not used if such messages
+  /// have no argument. `limit` is the exceeded limit of an OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
-  /// Records that the text exceeds a limit whose value is `maximum`.
+  /// Records that the text exceeds a limit. `maximum` is the value of the limit.
   void addOverLimit(Limit limit, std::uint64_t maximum, bool endedReading, std::string message);
 
-  /// The left-hand side of the current assignment, with the name of the node. Empty if there is no
-  /// assignment.
+  /// Returns the left-hand side of the current assignment with the name of the node. Returns an
+  /// empty string if there is no assignment.
   std::string statementPath() const;
 
   /// The number of bytes of the kept diagnostics.
@@ -50,7 +51,7 @@ class DiagnosticRecorder {
  private:
   bool isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept;
   bool keepsNoMore() const noexcept;
-  // Whether a diagnostic of that size can be kept.
+  // Whether there is room to keep a diagnostic with this number of bytes.
   bool fits(std::uint64_t bytes) const noexcept;
   void deliver(Diagnostic&& diagnostic);
   void keep(Diagnostic&& diagnostic);
@@ -70,10 +71,11 @@ class DiagnosticRecorder {
   TextIndex& index_;
   const VsaParser& parser_;
   std::uint64_t keptBytes_ = 0;
-  bool isFull_ = false;                 // true if a diagnostic did not fit
-  std::uint64_t currentStatement_ = 0;  // where the current diagnostic's statement begins
-  std::uint64_t keptStatement_ = 0;     // where the last kept diagnostic's statement begins
-  std::size_t firstOfStatement_ = 0;    // the first kept diagnostic of that statement
+  bool isFull_ = false;                 // whether a diagnostic was not kept for lack of room
+  std::uint64_t currentStatement_ = 0;  // the offset of the current diagnostic's statement
+  std::uint64_t keptStatement_ = 0;     // the offset of the last kept diagnostic's statement
+  std::size_t firstOfStatement_ =
+      0;  // the index of the first kept diagnostic of the last statement
 };
 
 }  // namespace vsa

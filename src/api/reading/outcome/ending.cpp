@@ -10,7 +10,7 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadStopped;
 
-// The text of an exception; empty if it has none. Valid as long as the exception.
+// Returns the text of an exception. It is valid as long as the exception.
 std::string_view textOf(const std::exception_ptr& exception) noexcept {
   try {
     std::rethrow_exception(exception);

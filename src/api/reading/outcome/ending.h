@@ -1,4 +1,4 @@
-// Ending: stores how a reading ended, and can end the reading. Internal.
+// Ending: stores how a reading ends, and ends it. Internal.
 #pragma once
 
 #include <exception>
@@ -13,20 +13,20 @@ class Ending {
  public:
   explicit Ending(ReadOutcome& outcome) noexcept : outcome_(outcome) {}
 
-  /// Sets status and message. If there is no memory for the message, sets only the status.
+  /// Sets the status and the message. If there is no memory for the message, sets only the status.
   void set(ReadStatus status, std::string_view message) noexcept;
-  /// Sets the status and message for the exception that is being handled: OutOfMemory for a
-  /// std::bad_alloc, HostException for any other exception. The message is the text of the
-  /// exception.
+  /// Sets the status and the message for the exception that is being handled. The status is
+  /// OutOfMemory for a std::bad_alloc, and HostException for any other exception. The message is
+  /// the text of the exception.
   void setToException() noexcept;
 
-  /// Sets status and message, and throws ReadStopped.
+  /// Sets the status and the message, and throws ReadStopped.
   [[noreturn]] void stop(ReadStatus status, std::string_view message);
   /// Calls setToException() and throws ReadStopped.
   [[noreturn]] void stopForHost();
 
-  /// Calls a function of the host. Exceptions of the function end the reading. The log lines of the
-  /// function, and the diagnostics of texts that it parses, do not belong to this reading.
+  /// Calls a function of the host and returns its result. An exception of the function ends the
+  /// reading. Log lines and diagnostics that the function causes do not belong to this reading.
   template <class Function>
   auto callHost(const Function& function) {
     const zn::korvo_sdk::ScopedHostSinks sinks;

@@ -1,4 +1,4 @@
-// The names of statuses, limits, diagnostics, arguments and severities.
+// Returns the names of statuses, limits, diagnostics, arguments and severities.
 #include <vsa/reading/read_status.h>
 
 #include <cstddef>

@@ -11,8 +11,8 @@ bool isContinuation(unsigned char byte) {
   return (byte & 0xC0U) == 0x80U;
 }
 
-// The number of bytes of the character that begins with `first`; 1 for a byte that begins no
-// character.
+// Returns how many bytes a character has whose first byte is `first`. Returns 1 if no character
+// begins with this byte.
 std::size_t bytesAnnounced(unsigned char first) {
   if (first >= 0xF0U && first <= 0xF4U) return 4;
   if (first >= 0xE0U && first < 0xF0U) return 3;
@@ -20,15 +20,15 @@ std::size_t bytesAnnounced(unsigned char first) {
   return 1;
 }
 
-// Whether the second byte makes the character an overlong form, a surrogate or a number above
-// U+10FFFF.
+// Whether the first two bytes of a character are invalid UTF-8: an overlong form, a surrogate, or a
+// number greater than U+10FFFF.
 bool isForbidden(unsigned char first, unsigned char second) {
   return (first == 0xE0U && second < 0xA0U) || (first == 0xEDU && second > 0x9FU) ||
          (first == 0xF0U && second < 0x90U) || (first == 0xF4U && second > 0x8FU);
 }
 
-// The number of bytes of the character at the beginning of `text`, which is not empty; 1 for an
-// invalid byte.
+// Returns the number of bytes of the first character of `text`, or 1 for an invalid byte. `text`
+// must not be empty.
 std::size_t characterBytes(std::string_view text) {
   const auto byteAt = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const std::size_t count = bytesAnnounced(byteAt(0));
@@ -39,8 +39,8 @@ std::size_t characterBytes(std::string_view text) {
   return count;
 }
 
-// Converts the byte column `column` to a column in which each character has the width `widthOf(its
-// bytes)`.
+// Converts a column in bytes to another unit. `widthOf` returns how many units a character has; its
+// parameter is the bytes of the character.
 template <class WidthOf>
 std::uint64_t columnIn(std::string_view line, std::uint64_t column, const WidthOf& widthOf) {
   const std::uint64_t target = std::max<std::uint64_t>(column, 1) - 1;

@@ -1,4 +1,4 @@
-// The source ranges of problems in the path or the value of an assignment.
+// Finds the source range of problems in the path or the value of an assignment.
 #include <algorithm>
 #include <charconv>
 #include <system_error>
@@ -18,7 +18,8 @@ using Found = RangeRules::Found;
 
 }  // namespace
 
-// The token of the path that follows the part which names an input.
+// Returns the index of the path token after the tokens of `inputPath`. For `inputPath` "sun.points"
+// and the text "sun.points[3] = 1;", it is the index of "[3]".
 std::size_t RangeRules::pathTokenAfter(std::string_view inputPath) const {
   const auto inputs = static_cast<std::size_t>(std::count_if(
       inputPath.begin(), inputPath.end(), [](char c) { return c == '.' || c == '['; }));
@@ -30,7 +31,8 @@ std::size_t RangeRules::pathTokenAfter(std::string_view inputPath) const {
   return parts_.pathEnd;
 }
 
-// The value if its type is wrong; otherwise the part of the path whose type is wrong.
+// Returns the range of the value if the value has the wrong type. Otherwise returns the range of
+// the path tokens with the wrong type.
 Found RangeRules::typeClash() const {
   const std::size_t part = pathTokenAfter(problem_.diagnostic.inputPath);
   const bool isValue = part + 1 >= parts_.pathEnd && part < parts_.pathEnd &&
@@ -70,9 +72,11 @@ Found RangeRules::unreadableNumber() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The part of a statement that exceeds a limit: a count, an index, a path or a name.
+// Returns the range of the part of the statement that exceeds a limit: a count, an index, a path or
+// a name.
 Found RangeRules::overLimit() const {
-  const bool isBuffer = !problem_.diagnostic.endedReading;  // true only for an omitted buffer
+  const bool isBuffer = !problem_.diagnostic.endedReading;  // an omitted buffer is the only such
+                                                            // problem that does not end the reading
   if (isBuffer) return whole(parts_.value + 1);
   switch (problem_.diagnostic.limit.value_or(Limit::Memory)) {
     case Limit::Nodes:

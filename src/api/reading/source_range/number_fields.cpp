@@ -7,7 +7,7 @@ namespace vsa {
 namespace {
 
 // Whether the character separates numbers: a comma, white space or a bracket of another kind than
-// the list's. The lexer removes brackets of the list's kind.
+// those of the list. The lexer removes brackets of the list's own kind.
 bool isSeparator(char c, char open, char close) {
   if (c == open || c == close) return false;
   constexpr std::string_view OTHERS = ",()[]{}";

@@ -1,4 +1,4 @@
-// The numbers of a list as spelled in the text, with their offsets. Internal.
+// The numbers of a list with their spelling in the text and their offsets. Internal.
 #pragma once
 
 #include <cstddef>
@@ -11,13 +11,14 @@ namespace vsa {
 
 /// One number of a list.
 struct NumberField {
-  std::size_t begin;  ///< The offset of the first byte from the list's opening bracket.
-  std::size_t end;    ///< The offset of the byte after the number.
-  std::string text;   ///< The text of the number, without brackets of the list's kind.
-  std::size_t index;  ///< The index of the number, from 0.
+  std::size_t begin;  ///< The offset of its first byte, from the opening bracket of the list.
+  std::size_t end;    ///< The offset after its last byte, from the opening bracket of the list.
+  std::string text;   ///< Its characters, without brackets of the list's kind.
+  std::size_t index;  ///< The index of the number in the list, from 0.
 };
 
-/// The first number for which `isWanted` is true. `list` is "( ... )" or "{ ... }" as written.
+/// Returns the first number for which `isWanted` returns true. `list` is "( ... )" or "{ ... }"
+/// with the spelling of the text.
 std::optional<NumberField> findNumber(std::string_view list,
                                       const std::function<bool(const NumberField&)>& isWanted);
 

@@ -34,14 +34,15 @@ Found RangeRules::tokens(std::size_t begin, std::size_t end) const {
   return SourceRange{tokens_[begin].begin, tokens_[end - 1].end};
 }
 
-// The empty range after the token, where something is missing.
+// Returns the empty range after a token, where something is missing.
 Found RangeRules::placeAfter(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   return SourceRange{tokens_[token].end, tokens_[token].end};
 }
 
-// The range of a token that the grammar does not allow. If that is the end of the text: the opening
-// quote or bracket of a cut-off token, or the place after the last token.
+// Returns the range of a token that the grammar does not allow. For a string or list that is cut
+// off, it is the range of its opening quote or bracket. At the end of the text, it is the empty
+// range after the last token.
 Found RangeRules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);
@@ -50,7 +51,7 @@ Found RangeRules::tokenOrPlace(std::size_t token) const {
                    : SourceRange{tokens_[token].begin, tokens_[token].begin};
 }
 
-// The opening quote or bracket that has no closing one.
+// Returns the range of an opening quote or bracket without a closing one.
 Found RangeRules::opening(std::size_t token) const {
   const std::uint64_t begin = tokens_[token].begin;
   return SourceRange{begin, begin + 1};

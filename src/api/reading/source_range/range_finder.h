@@ -1,7 +1,7 @@
-// Finds the source range of a diagnostic: the bytes to which the diagnostic refers. Internal.
+// Finds the source range of a diagnostic: the bytes that caused the problem. Internal.
 //
-// The parser notices a problem at the token that it consumed last, which is often after the range
-// and sometimes on another line. The rule for the kind of the problem finds the range among the
+// The parser detects a problem at the token that it consumed last. This token is often after the
+// range, sometimes on another line. A rule for each kind of problem finds the range among the
 // tokens of the statement.
 #pragma once
 
@@ -22,29 +22,31 @@ namespace vsa {
 struct SourceRange {
   std::uint64_t begin = 0;
   std::uint64_t end = 0;
-  /// Set if the range is a number of a list.
+  /// The index of a number in its list, if the range is that number.
   std::optional<std::uint64_t> numberIndex = std::nullopt;
 };
 
-/// What is known about a problem, besides its statement.
+/// A problem whose range is to be found.
 struct Problem {
-  /// The diagnostic, in which id, arguments, limit and input path are set.
+  /// The diagnostic. Its id, arguments, limit and input path are set.
   const Diagnostic& diagnostic;
-  /// The end of the token at which the parser noticed the problem: the token consumed last, or the
-  /// token that the grammar does not allow.
+  /// The offset after the token at which the parser detected the problem. This token is the one
+  /// that the parser consumed last, or the one that the grammar does not allow.
   std::uint64_t noticed;
-  /// The offset of the invalid character, if there is one.
+  /// The offset of the invalid character. Only problems of the lexer have one.
   std::optional<std::uint64_t> character;
-  /// BadToken: the token found is the end of the text, or a string or list that is cut off.
+  /// Whether the token of a BadToken is the end of the text, or a string or list that is cut off.
   bool isAtEnd = false;
 };
 
-/// Finds the range. Returns nothing if the tokens do not have the form that the problem implies.
+/// Returns the range of a problem. Returns std::nullopt if the tokens do not have the expected
+/// form.
 std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
-/// The left-hand side of the last statement of `tokens`; empty if that statement is not an
-/// assignment. A path that begins with "." is returned with the name of its node: the node that the
-/// tokens declare, or otherwise `withNode`. A path ends before an invalid character.
+/// Returns the left-hand side of the last statement in `tokens`. Returns an empty string if that
+/// statement is not an assignment. If the path begins with ".", the function adds the name of the
+/// node: of the node that the tokens declare, or otherwise `withNode`. If the path contains an
+/// invalid character, it ends before that character.
 std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode);
 
 }  // namespace vsa

@@ -1,4 +1,4 @@
-// The rules that find the source range of a problem: one for each kind of problem. Internal.
+// RangeRules: finds the source range of a problem by a rule for each kind of problem. Internal.
 #pragma once
 
 #include <cstddef>
@@ -13,16 +13,16 @@
 
 namespace vsa {
 
-/// Whether an input path may contain a token of that type.
+/// Whether an input path may contain a token of this type.
 bool isPathToken(StatementTokens::Type type);
 
-/// The parts of an assignment: `path "=" value ";"` or `path "|" "=" source ";"`, as far as the
-/// tokens contain it.
+/// The parts of an assignment, `path "=" value ";"` or `path "|" "=" source ";"`. Parts that the
+/// tokens do not contain are empty.
 struct Assignment {
   explicit Assignment(const StatementTokens& tokens);
 
-  std::size_t pathEnd = 0;  // the token after the path
-  std::size_t value = 0;    // the first token of the value
+  std::size_t pathEnd = 0;  // the index of the token after the path
+  std::size_t value = 0;    // the index of the first token of the value
   std::size_t valueEnd = 0;
 };
 

@@ -1,4 +1,4 @@
-// The source ranges of problems that the lexer and the grammar notice.
+// Finds the source range of problems that the lexer or the grammar detects.
 #include <algorithm>
 #include <string>
 
@@ -19,7 +19,8 @@ using Found = RangeRules::Found;
 
 }  // namespace
 
-// A list that contains the beginning of the next statement has no closing bracket.
+// Returns the range of an invalid character, of the number that contains it, or of an opening
+// bracket. If a list contains the beginning of the next statement, its closing bracket is missing.
 Found RangeRules::invalidCharacter() const {
   const std::uint64_t at = *problem_.character;
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -38,7 +39,8 @@ Found RangeRules::invalidCharacter() const {
   return SourceRange{at, at + 1};
 }
 
-// Whether the token opens a block, which the format does not have: "type name {" or "type name: {".
+// Whether the token begins a block in braces, as in "type name {" or "type name: {". The format has
+// no such blocks.
 bool RangeRules::opensBlock(std::size_t token) const {
   const std::string_view bytes = tokens_.bytesFrom(tokens_[token].begin);
   if (token < 2 || !bytes.starts_with('{')) return false;
@@ -46,7 +48,7 @@ bool RangeRules::opensBlock(std::size_t token) const {
   return name >= 1 && tokens_[name].type == Type::Id && tokens_[name - 1].type == Type::Id;
 }
 
-// Whether the list continues after the comment at `at` and has a closing bracket.
+// Whether the invalid character at `at` begins a comment inside a list that has a closing bracket.
 bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
   const std::string_view open = tokens_.bytesFrom(tokens_[token].begin).substr(0, 1);
   const std::string_view comment = tokens_.bytesFrom(at);
@@ -57,8 +59,8 @@ bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
   return end != std::string_view::npos && after[end] == (open == "(" ? ')' : '}');
 }
 
-// The number that contains the invalid character at `at`. The number ends before the next
-// separator.
+// Returns the range of the number that contains the invalid character at `at`. The number ends
+// before the next separator.
 Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
   const std::string_view bytes = tokens_.bytesFrom(invalid.begin);
   if (bytes.empty() || (bytes[0] != '(' && bytes[0] != '{')) return std::nullopt;
@@ -72,7 +74,7 @@ Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
 }
 
 Found RangeRules::badToken() const {
-  // The token found is the token that ends where the problem was noticed, or the end of the text.
+  // The token found ends at the offset of the problem, or is the end of the text.
   const std::size_t before = tokens_.countUpTo(problem_.noticed);
   const std::size_t found = problem_.isAtEnd || before == 0 ? before : before - 1;
   if (expects(";")) return missingSemicolon(found);
@@ -96,14 +98,15 @@ Found RangeRules::missingSemicolon(std::size_t found) const {
     return tokens(found, found + 2);  // the text has "node.output" after "="
   }
   if (beginsStatement(found)) return placeAfter(last);
-  // A string that ends on a later line probably lacks its closing quote.
+  // If a string ends on a later line, its closing quote is probably missing.
   const bool isSwallowed = tokens_[last].type == Type::Str &&
                            tokens_[last].lastLine > tokens_[last].firstLine &&
                            token.begin == tokens_[last].end;
   return isSwallowed ? opening(last) : tokenOrPlace(found);
 }
 
-// Whether a statement may begin at the token: with two names, or with a path, after white space.
+// Whether a statement may begin with the token. The token must follow white space, and begin a path
+// or be the first of two names.
 bool RangeRules::beginsStatement(std::size_t token) const {
   if (tokens_[token].begin == tokens_[token - 1].end) return false;
   const Type next = tokens_[token + 1].type;
@@ -111,21 +114,22 @@ bool RangeRules::beginsStatement(std::size_t token) const {
   return tokens_[token].type == Type::Id && (next == Type::Id || next == Type::Dot);
 }
 
-// The range of an error after a type keyword: brackets without a brace list, or the wrong kind of
-// list.
+// Returns the range of an error after a type keyword. The error is a wrong kind of list, or an
+// element count without a brace list.
 Found RangeRules::wrongList(std::size_t found) const {
   const std::string_view word = tokens_[found - 1].text.view();
   const bool isOfBuffer = bufferTypeOf(tokens_[found - 1].text) != DataType::Null;
   const Type list = tokens_[found].type;
   if (isOfBuffer && list == Type::Brackets) return tokenOrPlace(found + 1);
-  // The list is right, but the keyword is of the other kind: "vec3[1] {1 2 3}" or "vec3f(1 2 3)".
+  // If the form is right and the keyword is wrong, the keyword is the error: "vec3[1] {1 2 3}" or
+  // "vec3f(1 2 3)".
   const bool isBufferLiteral = list == Type::Brackets && tokens_[found + 1].type == Type::Braces;
   const bool isTuple = list == Type::Parens && isTypeWord(word.substr(0, word.size() - 1));
   return isBufferLiteral || isTuple ? whole(found - 1) : whole(found);
 }
 
-// The range of the value before the token found, if the value cannot be converted; otherwise the
-// place of the missing value.
+// Returns the range of a value that cannot be converted. If there is no value, returns the empty
+// range where it is missing.
 Found RangeRules::badValue(std::size_t found) const {
   if (found <= parts_.value) return tokenOrPlace(found);
   return tokens_[parts_.value].type == Type::Id ? badTuple() : tokens(parts_.value, found);
@@ -141,8 +145,8 @@ Found RangeRules::badTuple() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// The range of the first token that no statement can have at this place. If only the end of a
-// declaration is missing, the place after the declaration.
+// Returns the range of the first token that cannot occur at its place in any statement. If only the
+// end of a declaration is missing, returns the empty range after the declaration.
 Found RangeRules::unrecognized() const {
   const std::size_t head = tokens_.countUpTo(problem_.noticed);
   for (std::size_t i = head; i < head + 3; ++i) {
@@ -158,8 +162,9 @@ Found RangeRules::unrecognized() const {
   return head == 0 && isAfterName && isEnd ? placeAfter(wrong - 1) : tokenOrPlace(wrong);
 }
 
-// The number of tokens from `head` on with which a statement may begin: a name, then a second name
-// or a dot. If `head` is not 0, only a dot can continue the statement.
+// Returns the number of tokens from index `head` on that can be the beginning of a statement: a
+// name, and then a second name or a period. If `head` is not 0, only a period can continue the
+// statement.
 std::size_t RangeRules::tokensThatFit(std::size_t head) const {
   if (tokens_[head].type == Type::Dot) return 1;
   if (head != 0 || tokens_[0].type != Type::Id) return 0;

@@ -1,4 +1,4 @@
-// The keywords of typed values, and the numbers that a buffer accepts. Internal.
+// The keywords of tuples and buffers, and the numbers that a buffer accepts. Internal.
 #pragma once
 
 #include <string_view>
@@ -8,15 +8,15 @@
 
 namespace vsa {
 
-/// Whether a word is the keyword of a buffer or a tuple, ignoring case.
+/// Whether `word` is the keyword of a buffer or a tuple, in any letter case.
 bool isTypeWord(std::string_view word);
 
-/// Converts numbers of a list as the parser does.
+/// Tests whether the parser can convert numbers of a list.
 class ComponentReader {
  public:
-  /// Creates the reader for a buffer of that type.
+  /// Creates the reader for buffers of this type.
   explicit ComponentReader(zn::korvo_sdk::DataType bufferType) noexcept;
-  /// Whether `text` converts to a component of the buffer.
+  /// Whether `text` can be converted to a component of the buffer.
   bool accepts(std::string_view text);
 
  private:

@@ -1,4 +1,4 @@
-// BlockObserver: receives a call for each block that a source of characters delivers. Internal.
+// BlockObserver: is notified of each block that a source of characters returns. Internal.
 #pragma once
 
 #include <cstdint>
@@ -8,9 +8,9 @@ namespace vsa {
 
 class BlockObserver {
  public:
-  /// A block is about to be read, and the previous block is about to be overwritten.
+  /// Called before a block is read. The previous block may be overwritten after the call.
   virtual void beforeBlock() = 0;
-  /// A block was read. It is empty at the end of the text.
+  /// Called after a block was read. The block is empty at the end of the text.
   virtual void afterBlock(std::string_view block) = 0;
 
  protected:

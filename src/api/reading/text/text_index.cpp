@@ -7,7 +7,7 @@ namespace vsa {
 
 namespace {
 
-// The 64-bit number nearest to `known` whose low 32 bits are `wrapped`.
+// Returns the 64-bit number that is nearest to `known` and whose low 32 bits are `wrapped`.
 std::uint64_t unwrapped(std::uint64_t known, std::uint32_t wrapped) {
   constexpr std::int64_t TURN = std::int64_t{1} << 32;
   std::int64_t difference = std::int64_t{wrapped} - std::int64_t{static_cast<std::uint32_t>(known)};
@@ -26,8 +26,8 @@ void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
   const Mark& last = marks_.back();
   if (lexer == nullptr || offset < last.offset + MIN_BLOCK_BYTES) return;
   Mark mark{offset, unwrapped(last.line, static_cast<std::uint32_t>(lexer->line)), 0};
-  // The column of the lexer has 32 bits. If the line began before the last mark, its column is
-  // therefore counted from that mark.
+  // The column of the lexer has only 32 bits. If the line began before the last mark, the column is
+  // computed from that mark.
   mark.column = mark.line == last.line ? last.column + (offset - 1 - last.offset)
                                        : static_cast<std::uint32_t>(lexer->column) + 1ULL;
   if (lexer->previous == '\n') mark = {offset, mark.line + 1, 1};
@@ -40,8 +40,8 @@ std::uint64_t TextIndex::offsetOf(const Lexer& lexer) const noexcept {
   return std::min(end_, unwrapped(end_, static_cast<std::uint32_t>(lexer.index)));
 }
 
-// Counts lines, beginning at `from`, or at the result of the last call if that is nearer. Stops at
-// the last line for which `isReached` is false, or at the end of the available bytes.
+// Counts lines from `from`, or from the result of the last call if that is nearer. Stops at the
+// last line for which `isReached` returns false, or at the end of the available bytes.
 template <class IsReached>
 TextIndex::LineStart TextIndex::walk(const Mark& from, const IsReached& isReached) {
   LineStart at = lineStartOf(from);

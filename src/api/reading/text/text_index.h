@@ -1,9 +1,9 @@
-// TextIndex: offsets from lines and columns, and back. Internal.
+// TextIndex: converts lines and columns to offsets, and offsets to lines and columns. Internal.
 //
-// Tokens have a 32-bit line and column and no offset. Each time the lexer asks for a block of the
-// text, the index stores its position. For any other position, the index reads the text from the
-// previous stored position again, and counts the line feeds. A text without problems costs one
-// entry per block.
+// A token has a 32-bit line and column and no offset. When the lexer requests a block of the text,
+// the index stores the position of the block. To find another position, the index reads the text
+// again from the nearest stored position before it, and counts the line feeds. For a text without
+// problems, the index only stores one position for each block.
 #pragma once
 
 #include <cstdint>
@@ -23,31 +23,33 @@ class TextIndex {
 
   explicit TextIndex(TextStore& store);
 
-  /// Called when a block is about to be read whose first byte is at `offset`. The lookahead of
-  /// `lexer` is the byte before `offset`. `lexer` is null before a lexer exists.
+  /// Called before a block is read. `offset` is the offset of its first byte. The lookahead of
+  /// `lexer` is the byte before `offset`. `lexer` is null if there is no lexer yet.
   void addBlock(std::uint64_t offset, const Lexer* lexer);
-  /// The number of bytes read so far.
+  /// Sets the number of bytes that were read.
   void setEnd(std::uint64_t end) noexcept { end_ = end; }
+  /// The number of bytes that were read.
   std::uint64_t end() const noexcept { return end_; }
 
-  /// The number of characters that the lexer has consumed.
+  /// Returns the number of characters that the lexer has consumed.
   std::uint64_t offsetOf(const Lexer& lexer) const noexcept;
-  /// The offset of the character at a position, at most `end`. 0 for the place before the first
-  /// token.
+  /// Returns the offset of the character at `place`, at most `end`. Returns 0 for the place before
+  /// the first token.
   std::uint64_t offsetOf(TextPlace place);
-  /// Line and column of the byte at `offset`, which is at most `end`.
+  /// Returns the position of the byte at `offset`, which must not be greater than `end`.
   TextPosition positionOf(std::uint64_t offset);
   TextRange rangeOf(std::uint64_t begin, std::uint64_t end) {
     return {positionOf(begin), positionOf(end)};
   }
 
  private:
-  // Line feeds are counted in pieces of this size.
+  // The number of bytes in which line feeds are counted at a time.
   static constexpr std::size_t PIECE_BYTES = 16384;
-  // The minimum distance of two stored positions. A pipe may deliver blocks of a few bytes.
+  // The minimum distance in bytes between two stored positions. It is necessary because a pipe may
+  // return blocks of a few bytes.
   static constexpr std::uint64_t MIN_BLOCK_BYTES = 65536;
 
-  // A byte whose position is known.
+  // A byte with a known position.
   struct Mark {
     std::uint64_t offset;
     std::uint64_t line;
@@ -67,7 +69,7 @@ class TextIndex {
 
   TextStore& store_;
   std::vector<Mark> marks_{{0, 1, 1}};
-  LineStart last_{1, 0};  // the result of the last count of lines
+  LineStart last_{1, 0};  // the result of the last call of `walk`
   std::uint64_t end_ = 0;
 };
 

@@ -1,4 +1,4 @@
-// TextStore: the bytes of a text that was read, for diagnostics. Internal.
+// TextStore: gives access to the bytes of a text that were read, for diagnostics. Internal.
 #pragma once
 
 #include <cstddef>
@@ -13,17 +13,16 @@ namespace vsa {
 class TextStore {
  public:
   virtual ~TextStore() = default;
-  /// The bytes from `offset` on, `count` or fewer; none if they are no longer available. Valid
-  /// until the next call. Throws std::bad_alloc.
+  /// Returns at most `count` bytes from `offset` on. Returns none if they are not available any
+  /// more. They are valid until the next call. Throws std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
-  /// Called before the last block is overwritten.
+  /// Called before the last block may be overwritten.
   virtual void keepBlock() {}
-  /// Called with each block that was read. The bytes of the block follow those of the previous
-  /// block.
+  /// Called with each block that was read. A block begins where the previous block ends.
   virtual void addBlock(std::string_view /*block*/) noexcept {}
 };
 
-/// A text in memory.
+/// The store for a text in memory.
 class MemoryText final : public TextStore {
  public:
   explicit MemoryText(std::string_view text) noexcept : text_(text) {}
@@ -33,7 +32,7 @@ class MemoryText final : public TextStore {
   std::string_view text_;
 };
 
-/// A regular file, parts of which are read again.
+/// The store for a regular file. It reads parts of the file again.
 class FileText final : public TextStore {
  public:
   explicit FileText(const zn::detail::DescriptorSource& source) noexcept : source_(source) {}
@@ -47,7 +46,7 @@ class FileText final : public TextStore {
   std::uint64_t bufferOffset_ = 0;
 };
 
-/// The last part of a text that can be read only once.
+/// The store for a text that can be read only once. It contains the last part of the text.
 class KeptText final : public TextStore {
  public:
   std::string_view bytes(std::uint64_t offset, std::size_t count) override;
@@ -55,10 +54,11 @@ class KeptText final : public TextStore {
   void addBlock(std::string_view block) noexcept override;
 
  private:
-  // At least this many bytes are kept. The range of a problem in a longer statement is not found.
+  // The minimum number of bytes that are kept. In a longer statement, the range of a problem is not
+  // found.
   static constexpr std::size_t KEPT_BYTES = std::size_t{1} << 20;
 
-  std::string kept_;  // the bytes from keptOffset_ on, up to the block
+  std::string kept_;  // the bytes from keptOffset_ to the last block
   std::uint64_t keptOffset_ = 0;
   std::string_view block_;
   std::string joined_;
