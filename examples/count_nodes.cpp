@@ -1,5 +1,5 @@
-// Counts the nodes of a text by their type. It keeps nothing of the text but the names of its
-// nodes, by which the reader finds them again: values are read, checked and dropped.
+// Counts the nodes of a text by their type. The scene stores only the names of the nodes, so that
+// the reader can find them. Values are read, checked and dropped.
 //
 //   count_nodes FILE
 #include <cstdio>
@@ -17,7 +17,7 @@ class NodeCounter final : public vsa::HostScene {
  private:
   std::unique_ptr<vsa::HostNode> makeNode(std::string_view type, std::string_view) override {
     ++counts[std::string(type)];
-    return nullptr;  // keep nothing of it
+    return nullptr;  // do not store the node
   }
 };
 

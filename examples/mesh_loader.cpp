@@ -1,5 +1,5 @@
-// A mesh loader: the meshes of a text go straight into arrays of an engine, and nothing else is
-// kept in memory. A mesh is a node with buffers `points` and `indices`.
+// Loads the meshes of a text into arrays of an engine. A mesh is a node with buffers `points` and
+// `indices`. No other part of the text stays in memory.
 //
 //   mesh_loader FILE
 #include <algorithm>
@@ -12,13 +12,13 @@
 
 #include <vsa/vsa.h>
 
-// The engine's own.
+// A mesh of the engine.
 struct Mesh {
   std::vector<std::array<float, 3>> points;
   std::vector<std::uint32_t> indices;
 };
 
-// Is told of every value, before its memory is freed.
+// A scene that receives each value before its memory is freed.
 class MeshLoader final : public vsa::HostScene {
  public:
   std::map<std::string, Mesh> meshes;

@@ -1,5 +1,5 @@
-// A host with a scene of its own. It reads several texts into one scene and prints the links
-// between the nodes as a graph in the DOT language.
+// Implements a scene of its own. The program reads several texts into one scene, and prints the
+// links between the nodes as a graph in the DOT language.
 //
 //   own_scene FILE... > links.dot
 #include <cstdio>
@@ -17,10 +17,10 @@ using namespace zn::korvo_sdk;
 using namespace zn::korvo_sdk::interfaces;
 using zn::String;
 
-// A few bytes of text can contain any index and any depth, so a scene needs limits.
+// The limits of the scene. A text of a few bytes can contain any index and any nesting depth.
 constexpr std::size_t MAX_INPUTS = 1000000, MAX_DEPTH = 100;
 
-// An input, an element or a member. It stores its links and types, and discards values.
+// An input, an element or a member. It stores its types and links, and no values.
 struct Input final : IInput {
   Input(std::deque<Input>& pool, const Input* outer, const String& step, AttrType type, int kind)
       : all(pool), parent(outer), label(step), valueType(type), elementKind(kind) {}
@@ -53,7 +53,8 @@ struct Input final : IInput {
   void connect(IOutput* output) override { source = output; }
   void disconnect() override { source = nullptr; }
   void setNode(INode* node) override {
-    if (valueType == AttrType::Null) target = node;  // an input with a value ignores a reference
+    if (valueType == AttrType::Null)
+      target = node;  // if the input has a value, the reference is ignored
   }
   Input* make(const String& step, AttrType type, int kind) {
     if (all.size() == MAX_INPUTS || level == MAX_DEPTH) throw std::runtime_error("too many inputs");
@@ -65,11 +66,11 @@ struct Input final : IInput {
     return members[name.buf()] = make(String(".") + name, type, kind);
   }
   std::deque<Input>& all;
-  const Input* parent;  // the array or object that contains it; null for the inputs of a node
+  const Input* parent;  // the array or object that contains the input; null for an input of a node
   std::size_t level = parent == nullptr ? 0 : parent->level + 1;
   String label;
   AttrType valueType;
-  int elementKind;  // an AttrType for an array, a DataType for a buffer
+  int elementKind;  // the AttrType of an array's elements or the DataType of a buffer's elements
   std::vector<Input*> elements;
   std::map<std::string, Input*> members;
   IOutput* source = nullptr;
@@ -93,7 +94,7 @@ struct Node final : INode {
     return &outputs.try_emplace(n.buf(), *this, n).first->second;
   }
   String ofType;
-  Input inputs;  // an object; its members are the inputs of the node
+  Input inputs;  // an object whose members are the inputs of the node
   std::map<std::string, Output> outputs;
 };
 struct Graph final : IScene {
@@ -105,17 +106,19 @@ struct Graph final : IScene {
     return names[name.buf()] = &nodes.emplace_back(inputs, type, name);
   }
   INode* defineNode(const String& name) override { return createNode(name, name, String()); }
-  void removeNode(const String& name) override { names.erase(name.buf()); }  // keeps its memory
+  void removeNode(const String& name) override {
+    names.erase(name.buf());
+  }  // the node still exists
   void setFileVersion(unsigned long long) override {}
   void setFileTime(const String&) override {}
   void pushFileComment(const String&) override {}
   void clearComments() override {}
   std::deque<Input> inputs;
   std::deque<Node> nodes;
-  std::map<std::string, Node*> names;  // without the removed ones
+  std::map<std::string, Node*> names;  // the nodes that were not removed
 };
 
-// End of the scene. The rest prints it.
+// The functions below print the scene.
 
 void printEdges(Graph& graph, const Input& input, const String& node) {
   const auto* const source = static_cast<const Output*>(input.source);

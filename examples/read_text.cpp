@@ -1,4 +1,4 @@
-// A minimal host: reads a text and prints its scene, and the problems that were found.
+// Reads a text, and prints its scene and the problems that were found.
 //
 //   read_text FILE
 #include <cstdio>

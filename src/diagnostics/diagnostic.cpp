@@ -1,4 +1,4 @@
-// Formats records as log lines, and stores the sinks of each thread.
+// Formats diagnostics as log lines, and stores the sinks of each thread.
 #include <vsa/diagnostics/diagnostic.h>
 
 #include <cstdarg>
@@ -13,10 +13,10 @@ namespace zn::korvo_sdk {
 namespace {
 
 thread_local DiagnosticSink* threadSink = nullptr;
-thread_local const ScopedReadingSinks* reading = nullptr;  // the reading whose sinks are installed
+thread_local const ScopedReadingSinks* reading = nullptr;  // the innermost reading of this thread
 
-// Lines are logged if no reading runs, or if another diagnostic sink was installed after the record
-// sink of the reading.
+// Whether diagnostics are logged as lines. This is the case if no reading is running, or if another
+// diagnostic sink was installed after that of the reading.
 bool hasLines() {
   return reading == nullptr || threadSink != &reading->records();
 }
@@ -25,7 +25,7 @@ LogLevel levelOf(Severity severity) {
   return severity == Severity::Warning ? LogLevel::Warning : LogLevel::Error;
 }
 
-// The text of the exception: the log line up to its first NUL.
+// Returns the text of the exception: the log line up to its first NUL.
 String whatOf(const Diagnostic& diagnostic) {
   return String(diagnostic.logLine().buf());
 }
@@ -81,7 +81,8 @@ ScopedReadingSinks::~ScopedReadingSinks() {
   setThreadLogSink(previousLines_);
 }
 
-// Replaces each sink that belongs to a reading by the previous sink.
+// Removes the sinks of all readings of this thread. The sinks that were installed before the
+// readings become active again.
 ScopedHostSinks::ScopedHostSinks() noexcept : reading_(reading) {
   if (reading_ == nullptr) return;
   reading = nullptr;
@@ -137,8 +138,8 @@ String positionedLine(const String& kind, std::int32_t line, std::int32_t column
   return String::format("%s (%d,%d): %s.", kind.buf(), line, column, message.buf());
 }
 
-// The format is from a row of the table. The compiler has checked it against the argument types
-// (see emitter.h).
+// Formats a message. The compiler has already checked the format against the types of the
+// arguments: see emitter.h.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
 String formatMessage(const char* format, ...) {

@@ -1,5 +1,5 @@
-// Emitter: creates the record of a problem, reports it and logs its line. The compiler checks the
-// arguments of each message against its format. Internal.
+// Emitter: creates the diagnostic for a problem, reports it to a sink, and logs its line. The
+// compiler checks the arguments of each message against the format of the message. Internal.
 #pragma once
 
 #include <cstdint>
@@ -16,8 +16,8 @@ namespace zn::korvo_sdk {
 
 namespace diagnostic_detail {
 
-/// The conversion that prints an argument of type T: 's', 'd', 'c', 'u' (%llu), or 0 if no
-/// conversion prints it.
+/// Returns the last character of the conversion for an argument of type T: 's', 'd', 'c' or 'u'
+/// (for %llu). Returns 0 if there is none.
 template <class T>
 constexpr char conversionFor() {
   using Value = std::decay_t<T>;
@@ -35,7 +35,7 @@ constexpr char conversionFor() {
   return '\0';
 }
 
-/// Whether the conversions in `format` are equal to `conversions`, in order.
+/// Whether the conversions of `format` have the last characters `conversions`, in this order.
 constexpr bool formatMatches(const char* format, const char* conversions) {
   for (; *format != '\0'; ++format) {
     if (*format != '%') continue;
@@ -47,8 +47,8 @@ constexpr bool formatMatches(const char* format, const char* conversions) {
   return *conversions == '\0';
 }
 
-/// A message id. Code that creates one compiles only if the message's format matches the argument
-/// types.
+/// The id of a message with arguments of these types. The code that creates the object compiles
+/// only if the types match the format of the message.
 template <class... Arguments>
 struct MessageOf {
   consteval MessageOf(DiagnosticId message) : id(message) {  // implicit, so callers pass an id
@@ -58,15 +58,16 @@ struct MessageOf {
   DiagnosticId id;
 };
 
-/// Formats a message. Does not check the format: MessageOf has checked it.
+/// Returns the text of a message. The function does not check the format: the constructor of
+/// MessageOf has checked it.
 String formatMessage(const char* format, ...);
 
-/// The log line "KIND (LINE,COLUMN): MESSAGE.". If the message ends in a period, the line ends in
-/// two periods.
+/// Returns the log line "KIND (LINE,COLUMN): MESSAGE.". The function always appends a period, also
+/// to a message that ends with one.
 String positionedLine(const String& kind, std::int32_t line, std::int32_t column,
                       const String& message);
 
-/// The argument in the type that printf expects.
+/// Converts an argument to the type that printf expects.
 inline const char* printable(const String& text) {
   return text.buf();
 }
@@ -78,7 +79,7 @@ inline unsigned long long printable(std::uint64_t number) {
   return number;
 }
 
-/// The argument as it appears in the message: a text ends at its first NUL.
+/// Returns an argument as the message contains it. A text ends at its first NUL.
 inline String printed(const String& text) {
   return text.view().find('\0') == std::string_view::npos ? text : String(text.buf());
 }
@@ -95,38 +96,40 @@ requires std::is_integral_v<T> String printed(T number) {
 
 }  // namespace diagnostic_detail
 
-/// Reports a record to the sink of this thread and logs its line. Returns even if the record is
-/// Fatal.
+/// Reports a diagnostic to the sink of this thread and logs its line. Returns also if the
+/// diagnostic is Fatal.
 void emit(const Diagnostic& diagnostic);
 
-/// Whether `emit` reports the records of this thread to a sink.
+/// Whether this thread has a sink to which `emit` reports diagnostics.
 bool isReported();
 
-/// Reports and logs the error that stopped a parse. Reports a DiagnosticError as its record, any
-/// other exception as a HostError.
+/// Reports and logs the error that stopped a parse. A DiagnosticError contains its diagnostic. For
+/// any other exception, the diagnostic is a HostError.
 void emitFatal(const std::runtime_error& error);
 
-/// Emits messages with one position.
+/// Emits messages that have the same position.
 class Emitter {
  public:
   /// Creates an emitter whose messages have no position.
   Emitter() = default;
+  /// Creates an emitter whose messages have this position.
   Emitter(std::int32_t line, std::int32_t column) : line_(line), column_(column) {}
 
-  /// Throws the message as a DiagnosticError.
+  /// Throws a message as a DiagnosticError.
   template <class... Arguments>
   [[noreturn]] void fatal(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
                           const Arguments&... arguments) const {
     throw DiagnosticError(recordWithArguments(message.id, arguments...));
   }
 
-  /// Throws a message without arguments. Its id is known only at run time.
+  /// Throws a message without arguments. MessageOf cannot be used here, because the id is known
+  /// only at run time.
   [[noreturn]] void fatalWithoutArguments(DiagnosticId id) const {
     throw DiagnosticError(record(id));
   }
 
-  /// Reports and logs a message that does not stop the parse. Formats the message only if the
-  /// reading does not drop it, and copies the arguments only for a sink.
+  /// Reports and logs a message that does not stop the parse. If the reading drops the message, the
+  /// function does not format it. It copies the arguments only if there is a sink.
   template <class... Arguments>
   void log(diagnostic_detail::MessageOf<std::type_identity_t<Arguments>...> message,
            const Arguments&... arguments) const {

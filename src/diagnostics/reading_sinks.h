@@ -1,4 +1,5 @@
-// The sinks of a reading that stores records and needs no log lines. Internal.
+// The sinks of a reading that stores diagnostics as records and does not log them as lines.
+// Internal.
 #pragma once
 
 #include <vsa/diagnostics/diagnostic.h>
@@ -6,19 +7,19 @@
 
 namespace zn::korvo_sdk {
 
-/// A sink for the records of a reading. While it is installed, the lines of records are not
-/// formatted and not logged. Exceptions are handled like those of a log sink.
+/// A sink for the diagnostics of a reading. While it is installed, diagnostics are not formatted as
+/// lines and not logged. An exception of this sink has the same effect as one of a log sink.
 class RecordSink : public DiagnosticSink {
  public:
-  /// Called before a record that does not stop the parse is formatted. Returns false if the sink
-  /// has counted the record and drops it. Formatting it could take long, because it may quote a
-  /// path of any length.
+  /// Called before a diagnostic is formatted that does not stop the parse. Returns false if the
+  /// sink drops the diagnostic; the sink has then counted it. This saves time, because a message
+  /// may contain a path of any length.
   virtual bool wants(DiagnosticId id) = 0;
 };
 
-/// Installs the sinks of a reading for the current thread: one for records, one for messages that
-/// the host's scene logs. The destructor restores the previous sinks. Destroy the objects of this
-/// header on the thread that created them, in reverse order of creation.
+/// Installs the two sinks of a reading for the current thread: one for diagnostics, and one for
+/// messages that the host's scene logs. The destructor restores the previous sinks. Destroy the
+/// objects of this header on the thread that created them, in reverse order of their creation.
 class ScopedReadingSinks {
  public:
   ScopedReadingSinks(RecordSink& records, LogSink& lines) noexcept;
@@ -33,15 +34,15 @@ class ScopedReadingSinks {
 
   RecordSink& records_;
   LogSink& lines_;
-  const ScopedReadingSinks* const outer_;  // the enclosing reading, or null
+  const ScopedReadingSinks* const outer_;  // the enclosing reading of this thread, or null
   DiagnosticSink* const previousRecords_;
   LogSink* const previousLines_;
 };
 
-/// For a text that a scene or a callback of the host reads during a reading: its diagnostics go to
-/// the sinks of the host. Installs these sinks: those that were installed before the outermost
-/// reading began, or that the host has installed since. Does nothing if no reading runs. The
-/// destructor restores the previous sinks.
+/// Installs the sinks of the host during a reading. A scene or a callback of the host may read
+/// another text: the diagnostics of that text go to these sinks. They are the sinks that were
+/// installed before the outermost reading began, or that the host has installed since then. Does
+/// nothing if no reading is running. The destructor restores the previous sinks.
 class ScopedHostSinks {
  public:
   ScopedHostSinks() noexcept;
@@ -55,7 +56,8 @@ class ScopedHostSinks {
   LogSink* previousLines_ = nullptr;
 };
 
-/// The result of RecordSink::wants for the reading of this thread; true if no reading runs.
+/// Returns the result of RecordSink::wants for the reading of this thread. Returns true if no
+/// reading is running.
 bool isWanted(DiagnosticId id);
 
 }  // namespace zn::korvo_sdk

@@ -1,4 +1,4 @@
-// ListReader: the elements of a list, by the rules of the lexer.
+// ListReader: splits a list into elements by the rules of the lexer.
 #include <vsa/foundation/char_class.h>
 #include <vsa/syntax.h>
 
@@ -31,8 +31,8 @@ bool ListReader::next(ListPart& out) noexcept {
   return true;
 }
 
-// A run of white space or a separator appends a blank to an element, unless a closing bracket of
-// the list's kind follows it directly.
+// Processes a character that is not part of a number. White space and separators after a number
+// become one blank, except directly before a closing bracket of the list's own kind.
 void ListReader::skipOther(char c) noexcept {
   const bool isWhite = char_class::is(c, char_class::WHITE);
   if (pending_ == Pending::AfterWhite && isWhite) return;

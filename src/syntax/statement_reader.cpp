@@ -1,4 +1,4 @@
-// StatementReader: groups tokens into statements and determines their kinds.
+// StatementReader: groups tokens to statements and determines the kinds of the statements.
 #include <span>
 #include <string_view>
 
@@ -11,7 +11,8 @@ namespace {
 
 using Tokens = std::span<const SyntaxToken>;
 
-// A scene limits the depth of inputs, so a valid statement is far below both limits.
+// The maximum number of tokens and of bytes in one part of a statement. A valid statement is far
+// below both limits, because a scene limits the depth of inputs.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 
@@ -23,8 +24,8 @@ bool isChar(Tokens tokens, std::size_t index, char c) {
   return index < tokens.size() && tokens[index].is(c);
 }
 
-// Recognises a path: node "." input, or "." input, then "[index]" and ".member". Returns the index
-// of the token after it, or `from` if there is no path.
+// Recognises a path: node "." input, or "." input, and then "[index]" and ".member". Returns the
+// index of the token after the path. Returns `from` if there is no path.
 std::size_t endOfPath(Tokens tokens, std::size_t from) {
   std::size_t at = from;
   if (hasKind(tokens, at, SyntaxKind::Word)) ++at;
@@ -91,8 +92,8 @@ StatementKind classify(Tokens tokens, std::size_t& valueIndex) {
 
 }  // namespace
 
-// Sets the texts of the tokens to views of the copies in `kept_`, which is complete and no longer
-// moves.
+// Sets the texts of the tokens to views of `kept_`. Call it when `kept_` is complete, because
+// `kept_` may move when it grows.
 void StatementReader::keepTexts(SyntaxStatement& out) {
   const char* at = kept_.data();
   for (SyntaxToken& token : out.tokens) {
@@ -101,7 +102,7 @@ void StatementReader::keepTexts(SyntaxStatement& out) {
   }
 }
 
-// Reads tokens up to the end of a statement. Returns whether it has reached the end.
+// Reads the tokens of a statement. Returns whether it has reached the end of the statement.
 bool StatementReader::readTokens(std::vector<SyntaxToken>& tokens) {
   if (reader_.keepsText()) return reader_.appendStatement(tokens, MAX_TOKENS);
   while (true) {

@@ -1,4 +1,5 @@
-// The tokens of one statement of a text in memory, without positions. Internal.
+// StatementTokens: reads the tokens of one statement of a text in memory, without their positions.
+// Internal.
 #pragma once
 
 #include <cstddef>
@@ -13,7 +14,7 @@ inline std::string_view between(const char* begin, const char* end) {
   return {begin, static_cast<std::size_t>(end - begin)};
 }
 
-/// The kind of a word: True, False, Null or Word.
+/// Returns the kind of a word: True, False, Null or Word.
 SyntaxKind kindOfLiteral(std::string_view word) noexcept;
 inline SyntaxKind kindOfWord(std::string_view word) noexcept {
   if (word.size() != 4 && word.size() != 5) return SyntaxKind::Word;
@@ -23,17 +24,18 @@ inline SyntaxKind kindOfWord(std::string_view word) noexcept {
   return mayBeLiteral ? kindOfLiteral(word) : SyntaxKind::Word;
 }
 
-/// A list of numbers separated by single blanks.
+/// The result of `plainList`. A plain list contains only numbers separated by single blanks.
 struct PlainList {
   const char* end = nullptr;  // null if the list is not of this form
   std::size_t elements = 0;
 };
 
-/// Finds the list that begins at `at`, if it has at most 256 bytes: most lists of a scene are
-/// short.
+/// Recognises a plain list of at most 256 bytes that begins at `at`. Most lists of a scene are not
+/// longer.
 PlainList plainList(const char* at, const char* end, char close) noexcept;
 
-/// The tokens of one statement. `kind` and `text()` are those of the token that was read last.
+/// The tokens of one statement. `kind` and `text()` are the kind and the text of the token that was
+/// read last.
 class StatementTokens {
  public:
   StatementTokens(const char* at, const char* end) noexcept : begin_(at), at_(at), end_(end) {}
@@ -46,15 +48,15 @@ class StatementTokens {
   std::string_view text() const noexcept { return between(begin_, at_); }
   const char* begin() const noexcept { return begin_; }
   const char* at() const noexcept { return at_; }
-  /// Whether the statement has as many tokens as one part may have.
+  /// Whether the statement has reached the maximum number of tokens.
   bool isFull() const noexcept { return count_ >= MAX_TOKENS; }
 
   SyntaxKind kind = SyntaxKind::EndOfText;
   std::size_t plainElements = 0;
 
  private:
-  // The maximum number of tokens, which equals that of StatementReader. A longer statement is
-  // delivered in parts.
+  // The maximum number of tokens in one part of a statement. It equals MAX_TOKENS of
+  // StatementReader.
   static constexpr std::size_t MAX_TOKENS = 65536;
 
   void advanceOther(zn::korvo_sdk::impl::Token::Type first) noexcept;

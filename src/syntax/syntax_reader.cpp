@@ -1,4 +1,4 @@
-// SyntaxReader: a window over the text, in which a TokenScanState finds the tokens.
+// SyntaxReader: finds the tokens of a text in a window of bytes, with a TokenScanState.
 #include <algorithm>
 #include <cstring>
 #include <span>
@@ -44,7 +44,7 @@ class SyntaxReader::State {
     begin_ = at_ = end_ = buffer_.get();
   }
 
-  /// Sets every member of `out`.
+  /// Reads the next token or piece, and sets all members of `out`.
   void next(SyntaxToken& out) {
     if (source_ == nullptr) {
       nextWhole(out);
@@ -71,10 +71,11 @@ class SyntaxReader::State {
 
   Source* source_ = nullptr;  // the source of the text; null for a text in memory
   std::unique_ptr<char[]> buffer_;
-  bool isEnded_ = false;  // true if the source has ended, or the text at an end mark
+  bool isEnded_ = false;  // whether the source has ended, or a byte 0xFF has ended the text
   bool endedAtMark_ = false;
 
-  // The window. The bytes before `begin_` were delivered, and those before `at_` were scanned.
+  // The window: [begin_, end_). The bytes before `begin_` belong to tokens that were returned. The
+  // bytes before `at_` were scanned.
   const char* begin_ = nullptr;
   const char* at_ = nullptr;
   const char* end_ = nullptr;
@@ -85,7 +86,7 @@ class SyntaxReader::State {
   std::uint64_t lineBegin_ = 0;
 
   impl::TokenScanState token_;
-  bool isInside_ = false;  // true if the last delivered piece was not the last of its token
+  bool isInside_ = false;  // whether the piece returned last was not the last piece of its token
 };
 
 SyntaxReader::SyntaxReader(std::string_view text) : state_(std::make_unique<State>(text)) {
@@ -114,7 +115,7 @@ bool SyntaxReader::keepsText() const noexcept {
   return state_->keepsText();
 }
 
-// Extends the window by the bytes after it, up to an end mark.
+// Adds the bytes after the window to the window, up to a byte 0xFF.
 void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept {
   const void* const mark = count != 0 ? std::memchr(bytes, END_MARK, count) : nullptr;
   if (begin_ == nullptr) begin_ = at_ = end_ = bytes;
@@ -123,7 +124,7 @@ void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept 
   isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
 }
 
-// Reads more of the source to the end of the window. Returns false if the source has ended, or if
+// Reads bytes of the source and adds them to the window. Returns false if the source has ended or
 // the buffer is full.
 bool SyntaxReader::State::refill() {
   if (isEnded_) return false;
@@ -139,8 +140,8 @@ bool SyntaxReader::State::refill() {
   return true;
 }
 
-// Moves `begin_` to `to`, and updates its position in the text. `feeds` are the line feeds before
-// `to`.
+// Moves `begin_` to `to`, and updates the position of `begin_`. `feeds` contains the line feeds
+// before `to`.
 void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     line_ += feeds.count;
@@ -150,8 +151,8 @@ void SyntaxReader::State::moveTo(const char* to, const lex::LineFeeds& feeds) no
   begin_ = to;
 }
 
-// Skips white space in the window; skipWhite() also refills the window. Both functions return the
-// number of line feeds that were skipped.
+// Skips the white space in the window, and returns the number of line feeds in it. skipWhite() does
+// the same, but also refills the window.
 inline std::uint64_t SyntaxReader::State::skipBufferedWhite() noexcept {
   lex::LineFeeds skipped{0, nullptr};
   for (; at_ < end_ && char_class::is(*at_, char_class::WHITE); ++at_) {
@@ -173,9 +174,9 @@ std::uint64_t SyntaxReader::State::skipWhite() {
 
 // Reads a word or a single character of a text in memory. Returns false for any other token.
 //
-// Most tokens of a scene are of these kinds: the statements of 100 scenes of 7 KB take 21 million
-// instructions, and 36 million without this function and appendStatement(). Reading the scenes
-// takes 49 million.
+// Most tokens of a scene are words and single characters. Reading the statements of 100 scenes of 7
+// KB takes 21 million instructions. Without this function and appendStatement(), it takes 36
+// million. Reading the same scenes with vsa::readText takes 49 million.
 inline bool SyntaxReader::State::shortToken(SyntaxToken& out) {
   const lex::Token::Type first = lex::firstOf(*at_);
   if (lex::isOneCharacter(first)) {
@@ -216,7 +217,7 @@ void SyntaxReader::State::endOfText(SyntaxToken& out) const noexcept {
   out.range = {position(), position()};
 }
 
-// Sets `out` to the next token of a text in memory. The token is always in one piece.
+// Sets `out` to the next token of a text in memory. Such a token always has one piece.
 inline void SyntaxReader::State::nextWhole(SyntaxToken& out) {
   out.lineFeedsBefore = skipBufferedWhite();
   if (at_ == end_) {
@@ -230,7 +231,7 @@ inline void SyntaxReader::State::nextWhole(SyntaxToken& out) {
   piece(out, true);
 }
 
-// Sets `out` to the next token, or piece of a token, of a source.
+// Sets `out` to the next token of a source, or to the next piece of a token.
 void SyntaxReader::State::nextPiece(SyntaxToken& out) {
   const bool isFirst = !isInside_;
   out.lineFeedsBefore = 0;
@@ -250,7 +251,8 @@ void SyntaxReader::State::nextPiece(SyntaxToken& out) {
   piece(out, isFirst);
 }
 
-// Appends the tokens of a statement of a text in memory. Returns whether the statement ends there.
+// Appends the tokens of a statement of a text in memory. Returns whether it has reached the end of
+// the statement.
 bool SyntaxReader::State::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
   do {
     SyntaxToken& token = tokens.emplace_back();

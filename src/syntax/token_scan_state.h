@@ -1,4 +1,4 @@
-// Finds the end of a token in a text that arrives in blocks. Internal.
+// TokenScanState: finds the end of a token in a text that is read in blocks. Internal.
 #pragma once
 
 #include <cstdint>
@@ -7,22 +7,23 @@
 
 namespace vsa::impl {
 
-/// The state of scanning one token. The token may continue in the next block.
+/// The state of scanning one token, which may continue in the next block.
 class TokenScanState {
  public:
-  /// Begins a token with its first character, which is not white space.
+  /// Begins a token. `first` is its first character, which must not be white space.
   void begin(char first) noexcept;
 
-  /// Scans [at, end); the first call begins at the second character of the token. Returns the end
-  /// of the token, or `end` if the token continues: see `isOver`. The bytes must not contain 0xFF.
+  /// Scans the bytes from `at` up to, but not including, `end`. The first call begins at the second
+  /// character of the token. Returns the end of the token, or `end` if the token continues there:
+  /// see `isOver`. The bytes must not contain 0xFF.
   const char* advance(const char* at, const char* end) noexcept;
 
   bool isOver() const noexcept { return isOver_; }
-  /// The kind so far; final once the token is over.
+  /// The kind of the token. It is final when the token is complete.
   SyntaxKind kind() const noexcept { return kind_; }
   /// Whether the token may contain line feeds.
   bool mayHaveLineFeeds() const noexcept { return kind_ != SyntaxKind::Word && !isLine_; }
-  /// Ends the token at the end of the text.
+  /// Ends the token, because the text ends.
   void endText() noexcept;
 
  private:
@@ -37,8 +38,8 @@ class TokenScanState {
 
   SyntaxKind kind_ = SyntaxKind::EndOfText;
   bool isOver_ = false;
-  bool isLine_ = false;            // true if the token contains no line feed
-  bool isAfterBackslash_ = false;  // true if the block ended with a backslash in a string
+  bool isLine_ = false;            // whether the token cannot contain a line feed
+  bool isAfterBackslash_ = false;  // whether the last block ended with a backslash in a string
   std::uint64_t depth_ = 0;        // the number of open brackets of the list's kind
   char open_ = 0;
   char close_ = 0;

@@ -17,8 +17,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// A name for the temporary file. It begins with a dot, so that listings hide it, and ends in 64
-// random bits, so that it is almost certainly unused.
+// Returns a name for the temporary file. It begins with a period, so that listings do not show it.
+// It ends with 64 random bits, so that it is almost certainly not in use.
 std::string temporaryName(const fs::path& target, std::uint64_t random) {
   std::string name = '.' + target.filename().string().substr(0, 200) + '.';
   for (unsigned shift = 0; shift < 64; shift += 4) {
@@ -27,7 +27,8 @@ std::string temporaryName(const fs::path& target, std::uint64_t random) {
   return name + ".tmp";
 }
 
-// The target of a symbolic link, through any number of links. The path itself if it is not a link.
+// Returns the file to which a symbolic link refers, through any chain of links. Returns `path` if
+// it is not a link.
 fs::path linkedFile(fs::path path) {
   constexpr int MAX_LINKS = 40;
   std::error_code error;
@@ -37,13 +38,15 @@ fs::path linkedFile(fs::path path) {
   return path;
 }
 
-// Calls close only once, because a close that a signal interrupts closes the descriptor, too.
+// Closes a file. The function calls close only once, because close also closes the descriptor if a
+// signal interrupts it.
 void closeFile(int& file) {
   if (file >= 0) ::close(file);
   file = -1;
 }
 
-// Waits until the new name is on the disk. Ignores a failure, because the file is complete.
+// Waits until the new name is on the disk. A failure is ignored, because the file itself is
+// complete.
 void syncFolder(const char* name) {
   int folder = ::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (folder >= 0) ::fsync(folder);
@@ -65,7 +68,8 @@ bool FileReplacement::fail(const char* what) {
 }
 
 bool FileReplacement::open(const fs::path& path) {
-  if (path.native().find('\0') != path.native().npos) {  // system calls would end the path there
+  if (path.native().find('\0') !=
+      path.native().npos) {  // system calls would use only the part before the NUL
     error_ = "the path has a NUL";
     return false;
   }
@@ -79,7 +83,7 @@ bool FileReplacement::open(const fs::path& path) {
     return true;
   }
   target_ = linkedFile(path);
-  // Other users must not read the new file before it has the permissions of the old one.
+  // Other users must not be able to read the new file before it has the permissions of the old one.
   return openBeside(exists ? 0600 : 0666);
 }
 
@@ -108,15 +112,17 @@ bool FileReplacement::write(std::string_view text) {
 bool FileReplacement::replace() {
   if (temporary_.empty()) return true;
   if (!keepPermissions() || !makeDurable()) return false;
-  const fs::path parent = target_.parent_path();  // copied before the rename: a copy may throw
+  const fs::path parent =
+      target_.parent_path();  // copied before the rename, because a copy may throw
   if (::rename(temporary_.c_str(), target_.c_str()) != 0) return fail("cannot replace");
   temporary_.clear();
   syncFolder(parent.empty() ? "." : parent.c_str());
   return true;
 }
 
-// Keeps the owner and the group if the process may set them. If the process cannot set the group,
-// removes the permissions of the group, which would apply to another group.
+// Gives the new file the owner, group and permissions of the old one. The process may not be
+// allowed to set owner and group. If it cannot set the group, the permissions of the group are
+// removed, because they would apply to another group.
 bool FileReplacement::keepPermissions() {
   struct stat old {};
   if (::stat(target_.c_str(), &old) != 0) return true;

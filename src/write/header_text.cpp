@@ -18,7 +18,7 @@ bool isCarried(std::string_view comment) {
   return comment.starts_with('#') && comment.find_first_of(FORBIDDEN) == std::string_view::npos;
 }
 
-/// The version and the time that the reader gets from the comments.
+/// The version and the time that the comments contain.
 struct HeaderValues {
   unsigned long long version = 0;
   bool hasVersion = false;

@@ -1,5 +1,5 @@
-// HeaderText: the comments at the beginning of a text. They also contain the version and the time
-// of the scene. Internal.
+// HeaderText: the comments at the beginning of a text. They contain the version and the time of the
+// scene. Internal.
 #pragma once
 
 #include <string>
@@ -11,12 +11,12 @@
 
 namespace vsa::impl {
 
-/// The header of one scene, and the parts of it that a text cannot represent.
+/// The header of one scene, and its problems.
 class HeaderText {
  public:
   HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form);
 
-  /// The texts of reasons.h, one for each part that a text cannot represent.
+  /// The problems: one text of reasons.h for each part that no text can represent.
   const std::vector<const char*>& problems() const { return problems_; }
   /// Writes the comments.
   void put(TextBuffer& out) const;
@@ -29,8 +29,8 @@ class HeaderText {
   const zn::korvo_sdk::Scene& scene_;
   HeaderForm form_;
   std::vector<const char*> problems_;
-  // Comments that are added before and after those of the scene. The last one that sets a version
-  // or a time applies.
+  // The comments that are added before and after the comments of the scene. If several comments set
+  // a version or a time, the last one applies.
   std::string first_;
   std::string last_;
 };

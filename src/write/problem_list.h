@@ -1,4 +1,4 @@
-// The problems of one call of the writer. Internal.
+// ProblemList: the problems of one call of a writing function. Internal.
 #pragma once
 
 #include <string_view>
@@ -9,7 +9,7 @@ namespace vsa::impl {
 
 class ProblemList {
  public:
-  /// At most `kept` problems are added to `result`. `result` must outlive the list.
+  /// Adds at most `kept` problems to `result`, which must exist as long as this object.
   ProblemList(WriteResult& result, std::size_t kept) : result_(result), kept_(kept) {}
 
   void add(std::string_view node, std::string_view input, std::string_view reason,

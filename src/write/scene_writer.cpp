@@ -28,14 +28,15 @@ void putConnection(TextBuffer& out, const Output& output) {
   out.put(";\n");
 }
 
-// The reader skips a byte order mark at the beginning of a file. Its bytes are letters, so a type
-// may begin with them. Such a type is written after a line end.
+// Writes the type of a declaration. If a text begins with a type whose name begins with the bytes
+// of a byte order mark, the reader skips these bytes. They are letters, so a type may begin with
+// them. A line end before such a type prevents this.
 void putType(TextBuffer& out, std::string_view type) {
   if (out.size() == 0 && type.starts_with(zn::detail::BYTE_ORDER_MARK)) out.put('\n');
   out.put(type);
 }
 
-// "type name;" with one of these types is a different statement, not a declaration.
+// Whether "type name;" would be a directive and not a declaration.
 bool isStatementWord(std::string_view type) {
   return zn::isWord(type, "remove") || zn::isWord(type, "define");
 }

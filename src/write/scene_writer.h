@@ -1,4 +1,4 @@
-// Writes the statements of a scene. Internal.
+// SceneCheck, NodeWriter and LinkWriter: check and write the statements of a scene. Internal.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@
 
 namespace vsa::impl {
 
-/// Collects the problems of a scene and writes nothing.
+/// Collects the problems of a scene. It writes nothing.
 class SceneCheck final : public SceneVisitor {
  public:
   explicit SceneCheck(ProblemList& problems) : problems_(problems) {}
@@ -30,7 +30,7 @@ class SceneCheck final : public SceneVisitor {
   ProblemList& problems_;
 };
 
-/// Writes the nodes with their values, and with their links unless LinkPlace is Last.
+/// Writes the nodes with their values. It also writes their links, except for LinkPlace::Last.
 class NodeWriter final : public SceneVisitor {
  public:
   NodeWriter(TextBuffer& out, const WriteOptions& options, ProblemList& problems)
@@ -51,10 +51,10 @@ class NodeWriter final : public SceneVisitor {
   TextBuffer& out_;
   const WriteOptions& options_;
   ProblemList& problems_;
-  bool isBlock_ = false;  // true if the declaration of the node ended in ":"
+  bool isBlock_ = false;  // whether the declaration of the node ended with ":"
 };
 
-/// Writes the links alone, each with the name of its node.
+/// Writes only the links, each with the name of its node.
 class LinkWriter final : public SceneVisitor {
  public:
   explicit LinkWriter(TextBuffer& out) : out_(out) {}

@@ -1,4 +1,5 @@
-// The entry points: each checks the scene, then writes it.
+// The writing functions of the public API. Each function checks the scene before it writes the
+// text.
 #include <vsa/file_replacement.h>
 #include <vsa/write.h>
 
@@ -47,7 +48,8 @@ std::string messageOf(const WriteResult& result) {
   return message;
 }
 
-/// Whether the scene can be written: it has no problem, or losses are allowed.
+/// Returns whether the scene can be written. This is the case if it has no problem, or if
+/// WriteOptions::lossy is set.
 bool isCarried(const zn::korvo_sdk::Scene& scene, const impl::HeaderText& header,
                const WriteOptions& options, ProblemList& problems, WriteResult& result) {
   for (const char* const reason : header.problems()) problems.add("", "", reason, false);
@@ -88,7 +90,7 @@ std::string textOf(const std::exception& error) {
   return text;
 }
 
-/// Calls `write()` and stores an exception in the result.
+/// Calls `write()`. If it throws an exception, stores the exception in the result.
 template <class Write>
 void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept {
   try {
@@ -110,8 +112,8 @@ void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept
   }
 }
 
-// The implementations of the public functions for both kinds of scene. `plain()` returns the scene
-// of the plain interface.
+// The implementations of the public functions for both classes of scenes. `plain()` returns the
+// scene as an object of the plain interface.
 
 template <class Plain>
 WriteResult writeToSink(const Plain& plain, Sink& sink, const WriteOptions& options) noexcept {

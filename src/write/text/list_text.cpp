@@ -16,14 +16,15 @@ using zn::korvo_sdk::DataType;
 
 constexpr std::string_view LINE_START = "\n    ";
 
-/// Where a list may be broken into lines.
+/// The rules for line breaks in a list.
 struct LineLayout {
-  std::uint64_t unit;        // the number of numbers that must be in the same line
+  std::uint64_t unit;        // the number of numbers that must be in one line
   std::uint64_t maxColumns;  // the maximum number of characters in a line
   std::uint64_t maxUnits;    // the maximum number of units in a line
 };
 
-/// How many numbers an element has, or a row of the element if it is a matrix.
+/// Returns how many numbers must be in one line: those of an element, or those of a row if the
+/// element is a matrix.
 std::uint64_t unitOf(DataType type) {
   const std::uint64_t count = zn::korvo_sdk::componentCount(type);
   if (count == 9) return 3;
@@ -36,8 +37,8 @@ LineLayout layoutOf(DataType type, const WriteOptions& options) {
   return {unitOf(type), options.lineWidth == 0 ? UNLIMITED : options.lineWidth, UNLIMITED};
 }
 
-/// Writes a list unit by unit. Prints each unit first, and replaces the blank before it by a line
-/// break if the unit does not fit into the line.
+/// Writes a list, unit by unit. Each unit is written first. If it does not fit into the line, a
+/// line break replaces the blank before it.
 template <class Number>
 class ListPrinter {
  public:
@@ -59,11 +60,12 @@ class ListPrinter {
       UNITS_IN_CHUNK * (MAX_UNIT * (zn::numbers::PRINT_CAPACITY + 1) + LINE_START.size());
   static_assert(CHUNK_BYTES <= TextBuffer::MAX_RESERVED);
 
-  // All chunks but the last consist of whole units. The loop computes columns from pointers:
-  // reserving memory and counting columns for each number took 5 of the 27 ns for the number.
+  // Writes a chunk of numbers. All chunks except the last consist of whole units. The loop computes
+  // columns from pointers: reserving memory and counting columns for each number took 5 of the 27
+  // ns for the number.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
     char* const chunk = out_.reserve(CHUNK_BYTES);
-    std::int64_t lineStart = -column_;  // relative to the beginning of the chunk
+    std::int64_t lineStart = -column_;  // relative to the start of the chunk
     char* at = chunk;
     for (std::uint64_t i = 0; i < count;) {
       char* const start = at;
@@ -72,7 +74,7 @@ class ListPrinter {
         at = zn::numbers::printNumber(at,
                                       zn::detail::loadWord<Number>(numbers + i * sizeof(Number)));
       }
-      // One column remains for the closing brace.
+      // One column of the line is for the closing brace.
       const bool fits = static_cast<std::uint64_t>(at - chunk - lineStart) < layout_.maxColumns;
       if (fits && units_ < layout_.maxUnits) [[likely]] {
         ++units_;

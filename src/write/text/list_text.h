@@ -1,4 +1,4 @@
-// Lists of numbers as text, broken into lines. Internal.
+// Writes lists of numbers and breaks them into lines. Internal.
 #pragma once
 
 #include <cstdint>
@@ -9,12 +9,12 @@
 
 namespace vsa::impl {
 
-/// Writes `count` doubles, separated by blanks.
+/// Writes `count` doubles with a blank between them.
 void putTuple(TextBuffer& out, const double* components, unsigned count);
 
-/// Writes "{" and the numbers of a buffer, in the layout of `options`. The buffer's memory has
-/// `count` elements of its type and need not be aligned. `column` is the number of characters that
-/// the line has already.
+/// Writes "{" and the numbers of a buffer. `options` contains the layout. The memory of the buffer
+/// has `count` elements of its type, and may have any alignment. `column` is the number of
+/// characters that are already in the line.
 void putNumbers(TextBuffer& out, const zn::korvo_sdk::BufferValue& buffer,
                 const WriteOptions& options, std::uint64_t column);
 

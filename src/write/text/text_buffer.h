@@ -1,5 +1,4 @@
-// TextBuffer: collects a text in a block, and passes the block to the sink whenever it is full.
-// Internal.
+// TextBuffer: collects a text in a block, and passes the block to a sink when it is full. Internal.
 #pragma once
 
 #include <cstdint>
@@ -11,25 +10,26 @@
 
 namespace vsa::impl {
 
-/// Thrown if the sink returns false. Ends the call of the writer.
+/// The exception for a sink that returned false. It ends the call of the writing function.
 struct SinkFailed {};
 
 class TextBuffer {
  public:
-  /// The largest count for `reserve`.
+  /// The largest argument of `reserve`.
   static constexpr std::size_t MAX_RESERVED = 4096;
 
-  /// `sink` must outlive the buffer.
+  /// `sink` must exist as long as the buffer.
   explicit TextBuffer(Sink& sink)
       : sink_(sink), block_(new char[BLOCK_BYTES]), end_(block_.get()) {}
 
-  /// Returns memory for `count` characters after the text, valid until the next call. Flushes the
-  /// block if it is full. Like every function that appends, throws SinkFailed.
+  /// Returns memory for `count` characters after the text. It is valid until the next call. If the
+  /// block has not enough room, the function first flushes it. Like all functions that append, it
+  /// throws SinkFailed.
   char* reserve(std::size_t count) {
     if (static_cast<std::size_t>(block_.get() + BLOCK_BYTES - end_) < count) flush();
     return end_;
   }
-  /// Appends the characters from the result of `reserve` up to `end`.
+  /// Appends the characters between the result of `reserve` and `end`.
   void extendTo(char* end) { end_ = end; }
 
   void put(char character) {
@@ -44,12 +44,12 @@ class TextBuffer {
     append(text);
   }
 
-  /// The number of bytes of the text so far.
+  /// The number of bytes of the text.
   std::uint64_t size() const { return flushed_ + static_cast<std::uint64_t>(end_ - block_.get()); }
-  /// The number of bytes that the sink has received.
+  /// The number of bytes that were passed to the sink.
   std::uint64_t flushed() const { return flushed_; }
 
-  /// Passes the text in the block to the sink.
+  /// Passes the block to the sink.
   void flush() {
     const std::string_view text(block_.get(), static_cast<std::size_t>(end_ - block_.get()));
     end_ = block_.get();

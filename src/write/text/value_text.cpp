@@ -25,8 +25,8 @@ void putNumber(TextBuffer& out, Number number) {
   out.extendTo(zn::numbers::printNumber(out.reserve(zn::numbers::PRINT_CAPACITY), number));
 }
 
-// The character after the backslash in the escape sequence of a byte: 'x' for "\xHH"; NUL if the
-// byte is written as it is.
+// Returns the character after the backslash in the escape sequence of a byte. It is 'x' for "\xHH".
+// Returns NUL if the byte needs no escape sequence.
 constexpr char escapeOf(unsigned char byte) {
   constexpr char CONTROLS[] = "xxxxxxxabtnvfrxxxxxxxxxxxxxxxxxx";
   if (byte < 0x20) return CONTROLS[byte];
@@ -45,8 +45,8 @@ void putEscaped(TextBuffer& out, unsigned char byte, char escape) {
   out.extendTo(end);
 }
 
-// A number above 2^63 - 1 is written as the negative number with the same 64 bits: 2^64 - 1 is
-// "-1u".
+// Writes a UInt. A number greater than 2^63 - 1 is written as the negative number with the same 64
+// bits. For example, 2^64 - 1 is "-1u".
 void putUnsigned(TextBuffer& out, std::int64_t bits) {
   putNumber(out, bits);
   out.put('u');
@@ -57,7 +57,7 @@ void putReal(TextBuffer& out, double value) {
   out.extendTo(zn::numbers::printRealWithPoint(out.reserve(zn::numbers::PRINT_CAPACITY), value));
 }
 
-// The keyword of a type is its display name in lower case.
+// Writes the keyword of a type: its display name in lower case.
 void putKeyword(TextBuffer& out, std::string_view name) {
   for (const char c : name) out.put(zn::toLowerCase(c));
 }
@@ -69,7 +69,8 @@ void putTupleLiteral(TextBuffer& out, const Input& input) {
   out.put(')');
 }
 
-// Writes the bytes of a stream as hexadecimal digits, in pieces that TextBuffer::reserve allows.
+// Writes the bytes of a compressed stream as hexadecimal digits. It writes as many at a time as
+// TextBuffer::reserve allows.
 class HexSink final : public zn::StreamSink {
  public:
   explicit HexSink(TextBuffer& out) : out_(out) {}
@@ -96,7 +97,8 @@ void putCompressed(TextBuffer& out, const BufferValue& buffer) {
   zn::deflateTo(buffer.memory, buffer.bytes, digits);
 }
 
-// Does not access the memory if the count is 0: a host may have set any pointer.
+// Writes a buffer. If its count is 0, the function does not access the memory, because a host may
+// have set any pointer.
 void putBuffer(TextBuffer& out, const BufferValue& buffer, const WriteOptions& options,
                std::uint64_t column) {
   const std::uint64_t start = out.size();

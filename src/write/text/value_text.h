@@ -1,4 +1,4 @@
-// The values of a scene as literals. Internal.
+// Writes the values of a scene as literals. Internal.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,13 @@
 
 namespace vsa::impl {
 
-/// Writes the literal of a value of any type except Null, Node, Array and Object, which have none.
-/// `column` is the number of characters that the line has already.
+/// Writes a value as a literal. Its type must not be Null, Node, Array or Object, because these
+/// types have no literals. `column` is the number of characters that are already in the line.
 void putLiteral(TextBuffer& out, const zn::korvo_sdk::Input& input, const WriteOptions& options,
                 std::uint64_t column);
 
-/// Writes `text` in quotation marks. Control characters and the byte 0xFF become escape sequences.
+/// Writes `text` as a string in quotation marks. Control characters and the byte 0xFF become escape
+/// sequences.
 void putString(TextBuffer& out, std::string_view text);
 
 }  // namespace vsa::impl

@@ -11,9 +11,8 @@ using zn::korvo_sdk::Input;
 
 namespace {
 
-// The maximum number of elements that the statement of a later element may create. Elements that no
-// statement uses count towards a limit of the scene into which the text is read (see
-// Scene::emptyElementLimit).
+// The maximum number of elements that the statement of a later element may create. Each of them
+// counts towards the limit of the scene that reads the text (see Scene::emptyElementLimit).
 constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
 
 bool isBare(Input& element) {
@@ -21,10 +20,10 @@ bool isBare(Input& element) {
          element.elementType() == AttrType::Null && element.connection() == nullptr;
 }
 
-/// The index of the first element of an array of arrays that has elements itself. All elements
-/// before it must be bare: empty arrays with neither an element type nor a connection. The
-/// statements of that element also create the bare elements, so the bare elements need no "[]",
-/// which causes a message. Returns 0 if there is no such element.
+/// Returns the index of the first element with elements of its own, in an array of arrays. The
+/// statements of that element also create all elements before it. So these need no statement "[]",
+/// which would cause a message. They must be empty arrays without an element type and without a
+/// connection. If there is no such element, returns 0.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {
@@ -52,9 +51,9 @@ Start ArrayState::startOfElement() const {
   return start;
 }
 
-// A link is always possible: its statement appends an element of the array's element type, and a
-// reference changes an element of type Null to Node. The caller has checked that an element of a
-// typed array has the array's element type.
+// Whether a statement can set a value of this type. The caller has checked that the element has the
+// element type of the array, if the array has one. A link is always possible: its statement appends
+// an element of that type, and a reference changes an element of type Null to Node.
 bool ArrayState::takesValue(AttrType type) const {
   return type == elementType_ || !isNamed_ || !exists_;
 }
@@ -65,7 +64,7 @@ const char* ArrayState::add(const Input& element, Form form) {
   if (!isLink && !takesValue(type)) return reasons::MIXED_ELEMENT;
   if (type == AttrType::Buffer) {
     if (form == Form::Value && hasUntypedBuffer_) return reasons::LATE_UNTYPED_BUFFER;
-    if (isLink) hasUntypedBuffer_ = true;  // a link leaves the element without a buffer
+    if (isLink) hasUntypedBuffer_ = true;  // a link does not set a buffer
   }
   if (!isLink) elementType_ = type;
   exists_ = true;

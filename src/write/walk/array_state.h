@@ -1,9 +1,9 @@
-// ArrayState: the state of an array in a scene that has read the statements written so far.
+// ArrayState: the state of an array in a scene that has read all statements written so far.
 // Internal.
 //
-// The first statement about an element creates the array. The statement also sets the element type
-// of the array, unless it is a link. The element type determines which elements can follow. So
-// whether a text can represent an element depends on the elements before it.
+// The first statement about an element creates the array. If it is not a link, it also sets the
+// element type of the array. The element type determines which elements can follow. So the earlier
+// elements determine whether a text can represent an element.
 #pragma once
 
 #include <cstdint>
@@ -15,21 +15,23 @@ namespace vsa::impl {
 
 class ArrayState {
  public:
-  /// `array` is the array of the written scene. `start` is its state in the scene of the reader
-  /// before the first element is written. `isNamed`: the array is an input of a node or a member,
-  /// not an element of another array. A named array gets its element type from the statement that
-  /// creates it. An array that is an element gets it from any statement.
+  /// `array` is an array of the scene that is written. `start` is its state in the scene of the
+  /// reader before the first element is written. `isNamed` is true for an input of a node or a
+  /// member, and false for an element of another array. A named array gets its element type from
+  /// the statement that creates it. An array that is an element gets its element type from any
+  /// statement.
   ArrayState(zn::korvo_sdk::Input& array, const Start& start, bool isNamed);
 
-  /// Whether the statement of a later element creates this element, too.
+  /// Whether the statement of a later element also creates this element.
   bool isMadeByLater(std::uint64_t index) const { return index < firstWritten_; }
-  /// The state of the next element in the scene of the reader before its first statement.
+  /// Returns the state of the next element in the scene of the reader, before the first statement
+  /// of the element.
   Start startOfElement() const;
-  /// Updates the state for the statement of the next element. If `startOfElement` exists, the
-  /// element must have its type. Returns null, or the reason why the array cannot have this
-  /// element. In that case, the state does not change.
+  /// Changes the state by the statement of the next element. If `startOfElement` returns an element
+  /// that exists, `element` must have its type. Returns null, or the reason why the array cannot
+  /// contain the element. If it returns a reason, the state does not change.
   const char* add(const zn::korvo_sdk::Input& element, Form form);
-  /// Whether the array has the element type `type`.
+  /// Whether the element type of the array is `type`.
   bool hasElementType(zn::korvo_sdk::AttrType type) const { return elementType_ == type; }
 
  private:

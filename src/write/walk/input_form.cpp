@@ -20,15 +20,15 @@ using zn::korvo_sdk::isOtherNan;
 
 namespace {
 
-// The plan for an input that has the value already. A link is the only form that does not change an
-// existing value.
+// The plan for an input that has the right value already. A link is the only form that does not
+// change a value.
 constexpr Plan UNCHANGED{Form::Link};
 
 Plan problem(const char* reason) {
   return {Form::Inside, reason};
 }
 
-/// Whether a statement can change a declared input of type Null to the type of `input`.
+/// Whether a statement can change the type of a declared input from Null to the type of `input`.
 bool canBecome(Input& input) {
   if (input.type() == AttrType::Object) return input.memberCount() > 0;
   return input.type() == AttrType::Node;
@@ -91,7 +91,7 @@ bool isZeroText(const char* text) {
   return *text == '\0';
 }
 
-/// Whether the value is equal to the value of a new input of the same type.
+/// Whether a new input of the same type has the same value.
 bool isZero(const Input& input) {
   switch (input.type()) {
     case AttrType::Bool:

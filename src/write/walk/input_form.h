@@ -1,7 +1,9 @@
-// Determines how the value of one input is written, and whether a text can represent it. Internal.
+// Determines how to write the value of an input, and whether a text can represent the value.
+// Internal.
 //
-// A statement finds its input or creates it. The state of an input before its first statement
-// (Start) determines which statements set its type and value without a message.
+// The statement of an input finds or creates the input in the scene of the reader. The state of the
+// input before this statement (Start) determines which statements can set its type and value
+// without a message.
 #pragma once
 
 #include <cstdint>
@@ -15,25 +17,26 @@ namespace vsa::impl {
 
 /// The right-hand side of the statement of an input.
 enum class Form : std::uint8_t {
-  /// No statement. The statements of the input's elements or members create the input.
+  /// No statement of its own. The statements of the elements or members create the input.
   Inside,
-  /// The value as a literal.
+  /// A literal.
   Value,
-  /// "{}".
+  /// "{}" for an object without members.
   EmptyObject,
-  /// "[]". The reader creates the array and reports that it takes no value.
+  /// "[]" for an array without elements. The reader creates the array and reports that it accepts
+  /// no value.
   EmptyArray,
-  /// "node" or "null".
+  /// A reference: "node" or "null".
   Reference,
-  /// A connection, or "|= null" if the input has none. The statement creates an input of type Null,
-  /// and keeps the value of an existing input.
+  /// A connection, or "|= null" if the input has no connection. The statement creates an input of
+  /// type Null. It does not change the value of an existing input.
   Link,
 };
 
-/// The state that an input has when the written text is read again, before the first statement that
-/// sets it.
+/// The state of an input in the scene of the reader, before the first statement that sets the
+/// input.
 struct Start {
-  /// Whether the input exists. If not, the statement creates it.
+  /// Whether the input exists. If it does not exist, the statement creates it.
   bool exists = false;
   zn::korvo_sdk::AttrType type = zn::korvo_sdk::AttrType::Null;
   zn::korvo_sdk::AttrType elementType = zn::korvo_sdk::AttrType::Null;
@@ -41,20 +44,23 @@ struct Start {
   /// Whether the input accepts links only.
   bool refusesValues = false;
 
-  /// The state of an input that is declared by its node type.
+  /// Returns the state of an input that its node type declares.
   static Start of(const zn::korvo_sdk::InputDeclaration& declaration);
 };
 
-/// The form of an input's statement, and the reason if a text cannot represent the value.
+/// How the value of an input is written.
 struct Plan {
+  /// The right-hand side of the statement.
   Form form = Form::Inside;
-  /// One of the texts in reasons.h; null if a text can represent the value.
+  /// The reason why no text can represent the value, from reasons.h. It is null if a text can
+  /// represent the value.
   const char* reason = nullptr;
-  /// Whether the statement contains another value than the input.
+  /// Whether the statement contains another value than that of the input.
   bool isReplaced = false;
 };
 
-/// The plan for the type and value of `input`, without its connection.
+/// Returns the plan for the type and the value of `input`. It does not include the connection of
+/// the input.
 Plan planOf(zn::korvo_sdk::Input& input, const Start& start);
 
 }  // namespace vsa::impl

@@ -1,4 +1,5 @@
-// Visits the nodes of a scene in the order in which they are written, in bounded memory. Internal.
+// Visits the nodes of a scene in the order in which they are written. The memory needed is limited.
+// Internal.
 #pragma once
 
 #include <algorithm>
@@ -11,7 +12,7 @@
 
 namespace vsa::impl {
 
-/// Calls `visit(const Node&)` for each node in creation order.
+/// Calls `visit(const Node&)` for each node, in the order of creation.
 template <class Visit>
 void forEachCreated(const zn::korvo_sdk::Scene& scene, const Visit& visit) {
   for (std::uint64_t slot = 0; slot < scene.nodeSlots(); ++slot) {
@@ -19,17 +20,18 @@ void forEachCreated(const zn::korvo_sdk::Scene& scene, const Visit& visit) {
   }
 }
 
-/// A node and a copy of its name, because each call of Node::name creates a String.
+/// A node with a copy of its name. The copy saves time, because each call of Node::name creates a
+/// String.
 struct NamedNode {
   zn::String name;
   const zn::korvo_sdk::Node* node;
 };
 
-/// The nodes that follow `last` in the order of names, sorted; the first ones if `last` is null.
-/// Empty if there are none. Returns as many as fit into about 4 MB.
+/// Returns the nodes after `last`, sorted by name. If `last` is null, returns the first nodes. The
+/// result has as many nodes as fit into about 4 MB. It is empty if there are no more nodes.
 std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last);
 
-/// Calls `visit(const Node&)` for each node, in the given order.
+/// Calls `visit(const Node&)` for each node, in the order `order`.
 template <class Visit>
 void forEachNode(const zn::korvo_sdk::Scene& scene, NodeOrder order, const Visit& visit) {
   if (order == NodeOrder::Created) return forEachCreated(scene, visit);

@@ -1,4 +1,4 @@
-// The texts of WriteProblem::reason: why a text cannot represent a part of a scene. Internal.
+// The texts of WriteProblem::reason: why no text can represent a part of a scene. Internal.
 #pragma once
 
 namespace vsa::impl::reasons {

@@ -49,7 +49,7 @@ void SceneWalk::walk(const Node& node) {
   visitor_.endNode(node);
 }
 
-// Visits the elements and members of the arrays and objects on the stack.
+// Visits all elements and members of the arrays and objects in `open_`.
 void SceneWalk::walkOpen() {
   while (!open_.empty()) {
     Frame& frame = open_.back();
@@ -77,7 +77,7 @@ void SceneWalk::leave(const Frame& frame) {
   connect(input);
 }
 
-// Enters an input of the node or a member of an object.
+// Visits an input of the node or a member of an object.
 void SceneWalk::enterNamed(Input& input) {
   const zn::String& held = input.name();
   const std::string_view name = held.view();

@@ -1,7 +1,8 @@
-// SceneWalk: traverses a scene and determines the statements of its text, in their order. Internal.
+// SceneWalk: traverses a scene and determines the statements of its text in their order. Internal.
 //
-// The check and the writer use the same traversal: the check collects the problems, the writer
-// writes the statements. The traversal is iterative, because inputs may nest 65,535 levels.
+// The check and the writers use the same traversal. The check collects the problems, and the
+// writers write the statements. The traversal is iterative, because inputs may have 65,535 nesting
+// levels.
 #pragma once
 
 #include <cstdint>
@@ -16,34 +17,35 @@
 
 namespace vsa::impl {
 
-/// Receives the results of the traversal. `path` is the path of the input without the name of its
-/// node, such as ".keys[2].time". The path is valid during the call.
+/// Receives the results of the traversal. `path` is the path of an input without the name of its
+/// node, such as ".keys[2].time". It is valid during the call.
 class SceneVisitor {
  public:
   virtual ~SceneVisitor() = default;
 
   virtual void beginNode(const zn::korvo_sdk::Node& node) = 0;
-  /// Called for each value. The form is never Form::Inside. After Form::Link, a call of
-  /// `connection` follows if the input is connected.
+  /// Called for each input with a statement. The form is never Form::Inside. If the form is
+  /// Form::Link and the input is connected, a call of `connection` follows.
   virtual void value(const zn::korvo_sdk::Node& node, std::string_view path,
                      zn::korvo_sdk::Input& input, Form form) = 0;
-  /// Called for each connection, after the value of its input.
+  /// Called for each connection, after the call of `value` for the same input.
   virtual void connection(const zn::korvo_sdk::Node& node, std::string_view path,
                           const zn::korvo_sdk::Output& output) = 0;
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
-  /// Called for each part that a text cannot represent. The path is empty for the node itself.
-  /// Unless `isReplaced` is set, no other call is about this part or anything inside it.
+  /// Called for each part of the scene that no text can represent. `path` is empty if this part is
+  /// the node itself. If `isReplaced` is false, there are no other calls for this part and what it
+  /// contains.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };
 
 class SceneWalk {
  public:
-  /// Both arguments must outlive this object.
+  /// `scene` and `visitor` must exist as long as this object.
   SceneWalk(const zn::korvo_sdk::Scene& scene, SceneVisitor& visitor)
       : scene_(scene), visitor_(visitor) {}
 
-  /// Visits one node and everything inside it.
+  /// Visits a node with everything that it contains.
   void walk(const zn::korvo_sdk::Node& node);
 
  private:
@@ -74,14 +76,14 @@ class SceneWalk {
   const zn::korvo_sdk::Scene& scene_;
   SceneVisitor& visitor_;
   const zn::korvo_sdk::Node* node_ = nullptr;
-  // The type of the node; null if it is an open type.
+  // The type of the node, or null if the type is open.
   std::shared_ptr<const zn::korvo_sdk::DeclaredType> type_;
   std::vector<Frame> open_;
   std::string path_;
 };
 
-/// The reason why a text cannot represent the name or type of a node, from reasons.h; null if a
-/// text can represent them.
+/// Returns the reason why no text can represent the name or the type of a node, from reasons.h.
+/// Returns null if a text can represent both.
 const char* nodeProblem(const zn::korvo_sdk::Node& node);
 
 }  // namespace vsa::impl
