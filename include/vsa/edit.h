@@ -5,11 +5,11 @@
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every function that changes something returns a Status. None throws. A function that fails
-// changes nothing, with one exception: after OutOfMemory an input may have lost its value, and a
-// scene may have lost comments of its header. A function of a missing node or input fails, so a
-// program can chain calls without checks. A function also fails if no text can represent the result
-// of the change: see EditError.
+// Every function that changes something returns a Status and throws no exception. A function that
+// fails changes nothing, with one exception: after OutOfMemory an input may have lost its value,
+// and a scene may have lost comments of its header. A function of a missing node or input fails, so
+// a program can chain calls without checks. A function also fails if no text can represent the
+// result of the change: see EditError.
 //
 // If the input or member exists already, add() returns it unchanged. set() replaces the value. If
 // the new value has another type, set() also replaces the type. It fails instead if the type of the
@@ -80,7 +80,7 @@ class Input : public InputView {
   Input operator[](std::uint64_t element) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->element(element) : nullptr);
   }
-  /// The member of that name; missing if there is none.
+  /// The member with this name; missing if there is none.
   Input operator[](TextParameter member) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->memberNamed(member) : nullptr);
   }
@@ -117,8 +117,8 @@ class Input : public InputView {
 
   // Links. The functions fail with OtherScene if the node belongs to another scene.
 
-  /// Makes the input a reference to the node. Fails with Missing or Removed if the node does not
-  /// exist.
+  /// Makes the input a reference to the node. Fails with Missing if the node is missing, and with
+  /// Removed if it was removed.
   VSA_API Status refer(NodeView node) const noexcept;
   /// Makes the input a reference to no node, like `null` in a text.
   VSA_API Status referToNone() const noexcept;

@@ -31,10 +31,10 @@ enum class EditError : std::uint8_t {
   PlusInfinity,  ///< The Real is plus infinity. A text can contain it only in lists and buffers.
   NotANumber,    ///< A number is a NaN that no text can represent: see checkReal and checkNumbers.
   NulCharacter,  ///< The string, the comment or the time contains a NUL.
-  BadElementType,     ///< Arrays cannot have this element type. For references, use the type Null.
-  BadBufferType,      ///< Buffers cannot have this element type, or the array contains buffers.
-  BufferSize,         ///< The bytes are not whole elements, or the numbers have another type.
-  BadComment,         ///< The comment contains a line end or a byte 0xFF.
+  BadElementType,  ///< Arrays cannot have this element type. For references, use the type Null.
+  BadBufferType,   ///< Buffers cannot have this type, or the elements of the array must be buffers.
+  BufferSize,      ///< The bytes are not whole elements, or the numbers have another type.
+  BadComment,      ///< The comment contains a line end or a byte 0xFF.
   BadVersionComment,  ///< The comment contains "version:" and no number after its first ":".
   /// The time begins or ends with white space, or it contains a line end, a byte 0xFF or
   /// "version:".

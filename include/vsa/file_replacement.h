@@ -33,8 +33,8 @@ class VSA_API FileReplacement final : public Sink {
   bool open(const std::filesystem::path& path);
   /// Appends `text` to the new file.
   bool write(std::string_view text) override;
-  /// The path of the new file until `replace` renames it. The path is empty if the bytes go to a
-  /// pipe or a device.
+  /// The path of the new file. It is empty if `replace` has renamed the file, and if the bytes go
+  /// to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
   /// Puts the new file in the place of the old one. Gives the new file the permissions of the old
   /// file, waits until its bytes are on the disk, and renames it. If there is an old file, only the

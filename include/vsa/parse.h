@@ -11,8 +11,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Additional results of a reading. They tell whether the text was read to the end of its source.
-/// They are set when the call returns, and do not change when the call throws. They have no effect
+/// Additional results of a reading, such as whether a byte 0xFF ended the text. A function sets
+/// them when it returns, and does not change them when it throws an exception. They have no effect
 /// on the return value and on the log.
 struct ReadReport {
   /// Whether a byte 0xFF ended the text before the end of the source.

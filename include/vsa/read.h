@@ -124,7 +124,7 @@ struct [[nodiscard]] ReadOutcome {
 
 /// The outcome of a reading and the new scene. Objects can be moved, but not copied.
 struct [[nodiscard]] ReadResult : ReadOutcome {
-  /// The scene with everything that was applied to it. This does not depend on the status.
+  /// The scene with everything that was applied to it. This includes readings that failed.
   Scene scene;
 };
 

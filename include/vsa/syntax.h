@@ -13,7 +13,6 @@
 // A text is in memory or comes from a Source. For a Source, the reader needs memory for one token
 // only, at most 256 KiB: it returns a longer token in pieces. The functions throw std::bad_alloc
 // and the exceptions of the source, and no others.
-// throws, and nothing else.
 #pragma once
 
 #include <cstddef>
@@ -33,8 +32,8 @@ namespace vsa {
 enum class SyntaxKind : std::uint8_t {
   /// The end of the text, a token without bytes. The source has ended, or the next byte is 0xFF.
   EndOfText,
-  /// A byte that cannot begin a token, or a list that contains an invalid byte. The list ends with
-  /// this byte. vsa::readText stops here, but a SyntaxReader continues after the token.
+  /// A byte that cannot begin a token, or a list up to and including an invalid byte. vsa::readText
+  /// stops here, but a SyntaxReader continues after the token.
   Invalid,
   /// A string or list that the end of the text cuts off.
   Unterminated,

@@ -280,7 +280,7 @@ inline NodeView InputView::node() const noexcept {
 }
 
 /// A forward range of the nodes of a scene, in the order of their creation. It does not contain
-/// removed nodes. Nodes that are added during an iteration are visited, too.
+/// removed nodes. Nodes that are added before an iteration ends are visited, too.
 class NodeRange {
  public:
   class Iterator {

@@ -151,7 +151,7 @@ VSA_C_API vsa_limit vsa_reading_limit(const vsa_reading* reading);
  * is no limit. */
 VSA_C_API const char* vsa_limit_name(vsa_limit limit);
 
-/* The numbers of things that a reading read, or applied to its scene. */
+/* The counts of a reading. */
 typedef struct vsa_counts {
   uint64_t bytes_read; /* bytes of the text that were read */
   uint64_t statements; /* statements and comments that the parser began */

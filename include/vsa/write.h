@@ -44,15 +44,15 @@ struct WriteProblem {
   std::string input;
   /// The reason why no text can represent it, as a message for people.
   std::string reason;
-  /// Whether a lossy text contains another value in its place. If false, the node or input is
-  /// missing in the lossy text, with everything that it contains.
+  /// Whether a lossy text contains another value in its place. If false, a lossy text contains
+  /// neither this node or input nor anything inside it.
   bool isReplaced = false;
 };
 
 /// How a writing function ended.
 enum class WriteStatus : std::uint8_t {
-  /// The text was written. If WriteOptions::lossy is set, `problems` lists what is missing in the
-  /// text.
+  /// The text was written. If WriteOptions::lossy is set, `problems` lists what the text does not
+  /// represent.
   Written,
   /// No text can represent something in the scene. Nothing was written.
   NotCarried,
@@ -91,10 +91,10 @@ struct [[nodiscard]] TextResult : WriteResult {
   std::string text;
 };
 
-/// Writes the text to the file at `path`. The bytes go to a new file in the same folder. The new
-/// file gets the permissions of the old file. It replaces the old file when all its bytes are on
-/// the disk. So at any time `path` is the complete old file or the complete new file. If `path` is
-/// a symbolic link, the file to which it refers is replaced. If it is a pipe or a device, the bytes
+/// Writes the text to the file at `path`. The bytes go to a new file in the same folder, with the
+/// permissions of the old file. When all bytes are on the disk, the new file replaces the old file.
+/// So at any time `path` is the complete old file or the complete new file. If `path` is a symbolic
+/// link, the file to which the link refers is replaced. If `path` is a pipe or a device, the bytes
 /// go to it directly. The status is Unwritable if `path` contains a NUL, is a folder, or is in a
 /// folder that does not exist.
 VSA_API WriteResult writeFile(const zn::korvo_sdk::Scene& scene, const std::filesystem::path& path,

@@ -9,9 +9,9 @@ namespace vsa {
 
 /// How statements refer to an input.
 enum class PathForm : std::uint8_t {
-  /// By ".radius = 1.0;" after "sphere ball:".
+  /// Without the node, in a block: ".radius = 1.0;" after "sphere ball:".
   Block,
-  /// By "ball.radius = 1.0;" after "sphere ball;".
+  /// With the node: "ball.radius = 1.0;" after "sphere ball;".
   Full,
 };
 
@@ -43,8 +43,8 @@ enum class BufferForm : std::uint8_t {
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
-  /// The comments of the scene. Comments for the version and the time are added if the scene has
-  /// none for them. A version of 0 or 1 needs no comment.
+  /// The comments of the scene. If they do not contain the version or the time, a comment for it is
+  /// added. A version of 0 or 1 needs no comment.
   Complete,
   /// Only the comments of the scene. If they do not contain the version or the time, this is a
   /// problem.
@@ -55,8 +55,8 @@ enum class HeaderForm : std::uint8_t {
 
 /// The options for writing one text.
 struct WriteOptions {
-  /// The maximum width in columns of a line with numbers of a list; 0 for no maximum. A longer list
-  /// is split between elements, and a matrix between rows. Other lines are not split.
+  /// The maximum width, in columns, of a line of numbers. 0 means no maximum. A longer list is
+  /// split between elements, and a matrix between rows. Other lines are not split.
   std::size_t lineWidth = 120;
   /// The number of numbers in each line of a list. 0 means as many as `lineWidth` allows. For any
   /// other number, `lineWidth` has no effect.
@@ -71,8 +71,8 @@ struct WriteOptions {
   BufferForm buffers = BufferForm::Plain;
   /// The comments at the beginning of the text.
   HeaderForm header = HeaderForm::Complete;
-  /// Whether to write a text without the things that it cannot represent. WriteResult::problems
-  /// then lists them. If false, such a scene is not written.
+  /// Whether to leave out what no text can represent. WriteResult::problems then lists what was
+  /// left out. If false, a scene with a problem is not written.
   bool lossy = false;
   /// The maximum number of elements of WriteResult::problems.
   std::size_t keptProblems = 1000;

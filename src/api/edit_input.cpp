@@ -18,7 +18,7 @@ using detail::guarded;
 using zn::korvo_sdk::AttrData;
 using PlainInput = zn::korvo_sdk::Input;
 
-// Stores a value in `record`. The value can be represented by a text. The memory of a string is
+// Stores `value` in `record`. A text must be able to represent the value. The memory of a string is
 // from malloc, and the input to which the record is assigned frees it. Returns false if there is no
 // memory for the string.
 bool fill(AttrData& record, const Value& value) {

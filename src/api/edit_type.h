@@ -12,8 +12,7 @@ namespace vsa::detail {
 Status checkValue(const Value& value) noexcept;
 
 /// Checks whether the input can have a value of this type. Returns None, OtherElementType,
-/// DeclaredType or TakesNoValue. For the type Null, the question is whether the input can have no
-/// value.
+/// DeclaredType or TakesNoValue. For the type Null, checks whether the input can have no value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 /// Checks the same for a buffer whose elements have this type.

@@ -16,8 +16,8 @@ namespace zn::korvo_sdk {
 
 namespace diagnostic_detail {
 
-/// Returns the last character of the conversion for an argument of type T: 's', 'd', 'c' or 'u'
-/// (for %llu). Returns 0 if there is none.
+/// Returns the last character of the printf conversion for an argument of type T: 's', 'd', 'c' or
+/// 'u' (for %llu). Returns 0 if there is none.
 template <class T>
 constexpr char conversionFor() {
   using Value = std::decay_t<T>;
@@ -96,15 +96,15 @@ requires std::is_integral_v<T> String printed(T number) {
 
 }  // namespace diagnostic_detail
 
-/// Reports a diagnostic to the sink of this thread and logs its line. Returns also if the
-/// diagnostic is Fatal.
+/// Reports a diagnostic to the sink of this thread and logs its line. It also returns after a Fatal
+/// diagnostic.
 void emit(const Diagnostic& diagnostic);
 
 /// Whether this thread has a sink to which `emit` reports diagnostics.
 bool isReported();
 
-/// Reports and logs the error that stopped a parse. A DiagnosticError contains its diagnostic. For
-/// any other exception, the diagnostic is a HostError.
+/// Reports and logs the error that stopped a parse. The diagnostic of a DiagnosticError is the one
+/// that it contains. For any other exception, it is a HostError.
 void emitFatal(const std::runtime_error& error);
 
 /// Emits messages that have the same position.

@@ -11,9 +11,9 @@ namespace zn::korvo_sdk {
 /// lines and not logged. An exception of this sink has the same effect as one of a log sink.
 class RecordSink : public DiagnosticSink {
  public:
-  /// Called before a diagnostic is formatted that does not stop the parse. Returns false if the
-  /// sink drops the diagnostic; the sink has then counted it. This saves time, because a message
-  /// may contain a path of any length.
+  /// Called before the reader formats a diagnostic that does not stop the parse. Returns false to
+  /// drop the diagnostic. The sink must then have counted the diagnostic. Dropping saves time,
+  /// because a message may contain a path of any length.
   virtual bool wants(DiagnosticId id) = 0;
 };
 

@@ -1,4 +1,4 @@
-// The names of the kinds of tokens and statements.
+// Returns the names of the kinds of tokens and statements.
 #include <vsa/syntax.h>
 
 namespace vsa {

@@ -27,8 +27,8 @@ struct Diagnostic {
   std::int32_t line = 0;
   std::int32_t column = 0;
   /// The byte offset of the invalid character from the start of the reading. Only messages of the
-  /// lexer have an offset. All other messages have UNKNOWN_OFFSET, and so have messages about a
-  /// String of more than 4 GiB.
+  /// lexer have an offset. For all other messages, and for a String of more than 4 GiB, it is
+  /// UNKNOWN_OFFSET.
   std::int64_t offset = UNKNOWN_OFFSET;
   /// The name of the list that `kind()` contains, such as "PAREN". Only InvalidListToken has one.
   /// For all other messages it is empty.

@@ -22,8 +22,8 @@ class VSA_API ByteSource : public RefCounted {
   /// Returns 0 at the end and on an error. File may call the function again after it returned 0. If
   /// the function reads from the File of this source, that File behaves as at its end.
   virtual std::size_t read(char* to, std::size_t capacity) = 0;
-  /// The error message of a failed read; empty if no read has failed. A message must not change
-  /// back to empty.
+  /// The error message of a failed read; empty if no read has failed. After a failure, the message
+  /// must not become empty again.
   virtual String error() const { return String(); }
 };
 
@@ -43,10 +43,10 @@ class VSA_API File : public RefersTo<RefCounted> {
   /// it.
   explicit File(ByteSource* source);
 
-  /// Opens the file at `path` for reading. Always returns a File. Its `failed` returns whether the
-  /// file could not be opened, for example because the path is null. Skips a UTF-8 byte order mark
-  /// at the start of the file. Returns the bytes of a pipe when they arrive and does not wait for a
-  /// full block. Throws std::bad_alloc.
+  /// Opens the file at `path` for reading. Always returns a File. If the file cannot be opened or
+  /// `path` is null, `failed` of this File returns true. A UTF-8 byte order mark at the start of
+  /// the file is skipped. The bytes of a pipe are read when they arrive, without waiting for a full
+  /// block. Throws std::bad_alloc.
   static File open(const char* path);
 
   /// Whether the file was opened. A file stays open at its end and after an error.

@@ -193,7 +193,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   // Conversions. A function succeeds if the whole text is a value of the target type, apart from
   // white space at both ends. It then stores the value and returns true. Otherwise it returns false
-  // and does not change the target. The exception are tuples and colours, which may be partly
+  // and does not change the target. There is one exception: a tuple or colour may be partly
   // written.
 
   /// Converts a boolean: "true" or "false", in any letter case.

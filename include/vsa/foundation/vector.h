@@ -22,8 +22,8 @@ inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 /// Owns elements of type T. The three members are public, so that a host can access the elements
 /// directly. A host must only read these members. Pointers to elements are valid until the vector
 /// grows or is destroyed, or until `reserve` is called. If memory runs out, a function throws
-/// std::bad_alloc and the vector does not change. The exception is a call of `reserve` with a
-/// smaller capacity, which has already removed the last elements.
+/// std::bad_alloc and the vector does not change. There is one exception: `reserve` with a smaller
+/// capacity removes the last elements before it allocates memory.
 template <class T>
 class Vector {
  public:

@@ -25,8 +25,8 @@ class VSA_API Node : public interfaces::INode {
   Scene* scene() const noexcept;
   /// Whether the node was removed from the scene. Its memory is valid until the scene is destroyed.
   bool isRemoved() const noexcept;
-  /// The index of the node in the order of creation, which counts removed nodes too:
-  /// `scene()->nodeAt(slot())` is this node.
+  /// The index of the node among all nodes that the scene has created: `scene()->nodeAt(slot())` is
+  /// this node. Removed nodes count, too.
   std::uint64_t slot() const noexcept;
   /// The name of the node, and the name of its type. Both views are valid as long as the scene.
   std::string_view nameView() const noexcept;

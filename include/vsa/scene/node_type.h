@@ -14,14 +14,14 @@ namespace zn::korvo_sdk {
 
 /// One input of a declared node type.
 struct InputDeclaration {
-  std::string name;  ///< The name in a text. If a name occurs twice, the last one applies.
+  std::string name;  ///< The name in a text. For a repeated name, the last declaration applies.
   AttrType type =
       AttrType::Null;  ///< The type of the value. A Null input accepts links or members.
   AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
   DataType bufferType =
       DataType::Null;  ///< The DataType of a buffer's elements; Null allows every type.
   std::vector<std::string> enumValues =
-      {};  ///< The strings that the value should be one of; empty allows every string.
+      {};  ///< The strings that a String should be one of; if empty, any string.
   bool refusesValues = false;  ///< Whether the input accepts links only.
 };
 

@@ -175,11 +175,11 @@ class VSA_API IScene {
 
   // The header of the file.
 
-  /// Sets the version that a comment contains. Before a file is read, it is called with
-  /// VSX_FILE_VERSION_1.
+  /// Sets the version that a comment contains. The reader also calls it with VSX_FILE_VERSION_1
+  /// before it reads a file.
   virtual void setFileVersion(unsigned long long version) = 0;
-  /// Sets the time that a comment contains, with the spelling of the text. Before a file is read,
-  /// it is called with an empty time.
+  /// Sets the time that a comment contains, with the spelling of the text. The reader also calls it
+  /// with an empty time before it reads a file.
   virtual void setFileTime(const String& time) = 0;
   /// Appends a comment with its "#". The calls have the order of the text.
   virtual void pushFileComment(const String& comment) = 0;

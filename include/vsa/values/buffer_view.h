@@ -85,7 +85,7 @@ class TypedBuffer {
   ElementType found_ = ElementType::Null;
 };
 
-/// The elements of a buffer of any type. Valid until the input gets another value.
+/// The elements of a buffer of any type. They are valid until the input gets another value.
 class BufferView {
  public:
   /// The view of an input that does not exist.

@@ -111,7 +111,7 @@ class Value {
   constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(tuple) {}
   Value(std::nullptr_t) = delete;
 
-  /// The type of the value. Only the function for this type returns the value.
+  /// The type of the value. Only the function below for this type returns the value.
   constexpr ValueType type() const noexcept { return type_; }
   constexpr bool boolean() const noexcept { return boolean_; }
   constexpr std::int64_t integer() const noexcept { return integer_; }

@@ -229,8 +229,8 @@ void Reading::finishRefused() {
   outcome_.limit = refusedFor_;
 }
 
-// Reports a string or list that is cut off at the beginning of a statement. The parser does not
-// report it, because there it is equal to the end of the text.
+// Reports a string or list that is cut off at the beginning of a statement. The parser treats such
+// a token like the end of the text and does not report it.
 void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer);
   if (!report.cutOff.isEmpty()) {

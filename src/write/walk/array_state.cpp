@@ -21,9 +21,9 @@ bool isBare(Input& element) {
 }
 
 /// Returns the index of the first element with elements of its own, in an array of arrays. The
-/// statements of that element also create all elements before it. So these need no statement "[]",
-/// which would cause a message. They must be empty arrays without an element type and without a
-/// connection. If there is no such element, returns 0.
+/// statements of that element also create all elements before it. So the elements before it need no
+/// statement "[]", which would cause a message. They must be empty arrays without an element type
+/// and without a connection. If there is no such element, returns 0.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {

@@ -134,7 +134,7 @@ void DiagnosticRecorder::addOverLimit(Limit limit, std::uint64_t maximum, bool e
 }
 
 // Whether the diagnostic is necessary: it ends the reading, a callback receives it, or there may be
-// room to keep it. Otherwise it is not created, because its path may be long.
+// room to keep it. A diagnostic that is not necessary is not created, because its path may be long.
 bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
   return endedReading || options_.onDiagnostic != nullptr ||
          fits(sizeof(Diagnostic) + messageBytes);
@@ -178,8 +178,8 @@ void DiagnosticRecorder::keep(Diagnostic&& diagnostic) {
   --outcome_.droppedDiagnostics;
 }
 
-// Counts a diagnostic as dropped, until `keep` stores it. The order matters because the callback
-// and the allocation may throw.
+// Counts a diagnostic, at first as dropped. `keep` corrects the count when it stores the
+// diagnostic. So the count is right even if the callback or the allocation throws an exception.
 void DiagnosticRecorder::count(Severity severity) noexcept {
   ++(severity == Severity::Warning ? outcome_.warningCount : outcome_.errorCount);
   ++outcome_.droppedDiagnostics;
@@ -219,8 +219,8 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   const auto& next = parser_.tokens;
   problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);
-  // If an element has the wrong type, the message contains the path of the array. The diagnostic
-  // contains the path of the element.
+  // If an element has the wrong type, the message contains the path of the array, but the
+  // diagnostic contains the path of the element.
   if (diagnostic.id != DiagnosticId::CannotAssignType) return;
   if (diagnostic.argument("expected") != "Array") return;
   std::string path = statementPath();

@@ -43,7 +43,7 @@ class TextIndex {
   }
 
  private:
-  // The number of bytes in which line feeds are counted at a time.
+  // The number of bytes per step when line feeds are counted.
   static constexpr std::size_t PIECE_BYTES = 16384;
   // The minimum distance in bytes between two stored positions. It is necessary because a pipe may
   // return blocks of a few bytes.
