@@ -66,7 +66,8 @@ struct Input final : IInput {
     return members[name.buf()] = make(String(".") + name, type, kind);
   }
   std::deque<Input>& all;
-  const Input* parent;  // the array or object that contains the input; null for an input of a node
+  const Input*
+      parent;  // the array or object that contains the input, or null for an input of a node
   std::size_t level = parent == nullptr ? 0 : parent->level + 1;
   String label;
   AttrType valueType;

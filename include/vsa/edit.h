@@ -6,10 +6,10 @@
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
 // Every function that changes something returns a Status and throws no exception. A function that
-// fails changes nothing, with one exception: after OutOfMemory an input may have lost its value,
-// and a scene may have lost comments of its header. A function of a missing node or input fails, so
-// a program can chain calls without checks. A function also fails if no text can represent the
-// result of the change: see EditError.
+// fails changes nothing, except after OutOfMemory: then an input may have lost its value, or the
+// header of a scene its comments. A function of a missing node or input fails, so a program can
+// chain calls without checks. A function also fails if no text can represent the result of the
+// change: see EditError.
 //
 // If the input or member exists already, add() returns it unchanged. set() replaces the value. If
 // the new value has another type, set() also replaces the type. It fails instead if the type of the

@@ -196,8 +196,8 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   /// Called when a node is removed. Look-ups of its name then return no node. The object exists as
   /// long as the scene.
   virtual void onRemove(HostNode& node);
-  /// Called for the values, references and connections of all nodes. The functions of HostNode with
-  /// the same names describe the parameters. By default, those functions call these.
+  /// Called for the values, references and connections of all nodes, by the functions of HostNode
+  /// with the same names. Those functions describe the parameters.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);

@@ -3,10 +3,11 @@
 //   const vsa::WriteResult result = vsa::writeFile(scene, "scene.vsa");
 //   if (!result.isWritten()) std::puts(result.message.c_str());
 //
-// If the text is read again, the result is the same scene: nodes, types, inputs and their order,
-// every bit of every value and buffer, links and header. A text cannot represent everything, for
-// instance a name that is not an identifier. Therefore the functions check the whole scene before
-// they write. They do not throw or print. The scene must not change during the call.
+// If the text is read again, the result is the same scene. This includes the order of nodes and
+// inputs, every bit of every value and buffer, links and header. A text cannot represent
+// everything, for instance a name that is not an identifier. Therefore the functions check the
+// whole scene before they write. They do not throw or print. The scene must not change during the
+// call.
 #pragma once
 
 #include <cstdint>

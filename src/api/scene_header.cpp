@@ -1,6 +1,6 @@
 // vsa::Scene: the functions for version, time and comments. A text contains version and time in
-// comments only. So a change of one of the three also changes the others: reading the comments
-// again gives the same header.
+// comments only. So the functions change the comments, the version and the time together: reading
+// the comments again gives the same header.
 #include <string>
 #include <vector>
 
@@ -29,7 +29,7 @@ std::vector<zn::String> commentsOf(const PlainScene& scene) {
 
 // Returns a copy of `comments` in which `line` replaces the first comment for which `sets` returns
 // true. All further comments of this kind are removed. If `line` is empty, the first one is
-// removed, too. If there is no such comment, `line` becomes the first comment.
+// removed, too. If it is not empty and there is no such comment, it becomes the first comment.
 std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
                                  bool (*sets)(std::string_view) noexcept, const std::string& line) {
   std::vector<zn::String> result;

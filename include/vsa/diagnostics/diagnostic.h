@@ -18,6 +18,7 @@ struct Diagnostic {
   /// The value of `offset` if the offset is not known.
   static constexpr std::int64_t UNKNOWN_OFFSET = -1;
 
+  /// The id of the message.
   DiagnosticId id = DiagnosticId::HostError;
   /// The message without its kind and position. It contains text of the input unchanged. Such text
   /// may contain line ends and control characters, may have any length, and may be invalid UTF-8.

@@ -38,9 +38,9 @@ class VSA_API File : public RefersTo<RefCounted> {
  public:
   /// A file that is not open.
   File() = default;
-  /// The file of `source`, of which it takes ownership. A null source gives a file that is not
-  /// open. Throws std::bad_alloc. It then deletes the source, except if another handle refers to
-  /// it.
+  /// The file whose bytes `source` returns. The file takes ownership of the source. A null source
+  /// gives a file that is not open. Throws std::bad_alloc. It then deletes the source, except if
+  /// another handle refers to it.
   explicit File(ByteSource* source);
 
   /// Opens the file at `path` for reading. Always returns a File. If the file cannot be opened or

@@ -171,10 +171,10 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String trimChars(const String& chars, const String& second) const;
   /// Returns a copy with A to Z in lower case, or the text itself if `flag` is false.
   String toLower(bool flag) const;
-  /// Returns a copy with each escape sequence replaced by its character: \\ \" \' \/ \a \b \f \n \r
-  /// \t \v, \xHH (a byte) and \uHHHH (a UTF-16 code unit, converted to UTF-8). Two code units that
-  /// are a surrogate pair are one character. Other sequences do not change. Neither do lone
-  /// surrogates and escape sequences of NUL.
+  /// Returns a copy with each escape sequence replaced by its character. The escape sequences are
+  /// \\ \" \' \/ \a \b \f \n \r \t \v, \xHH for a byte, and \uHHHH for a UTF-16 code unit. A code
+  /// unit is converted to UTF-8. Two code units that are a surrogate pair are one character. Lone
+  /// surrogates, escape sequences of NUL and all other sequences do not change.
   String unescape() const;
   /// Unescapes `text` into `out` and returns the number of characters written. `out` must have room
   /// for `text.size()` characters and must not overlap `text`. Adds no NUL.

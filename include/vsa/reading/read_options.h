@@ -80,10 +80,10 @@ struct ReadOptions {
   /// The limits of the reading.
   ReadLimits limits;
   /// Called with the progress of the reading. The first call is at the beginning. Further calls
-  /// follow at least 5 milliseconds after one another, also while the reader converts a long list,
-  /// expands a compressed buffer or a long string, or resolves links. If the function returns
-  /// false, the reading ends with ReadStatus::Cancelled. A complete reading makes one last call,
-  /// with all bytes read and all links resolved. The result of that call is ignored.
+  /// follow at least 5 milliseconds after one another. They are made also while a long list is
+  /// converted, a long string or compressed buffer is expanded, or links are resolved. If the
+  /// function returns false, the reading ends with ReadStatus::Cancelled. A complete reading makes
+  /// one last call, with all bytes read and all links resolved. The result of that call is ignored.
   std::function<bool(const ReadProgress&)> onProgress;
   /// Called with each diagnostic when it is found, in the order of the log. It is also called for
   /// diagnostics that are not kept.

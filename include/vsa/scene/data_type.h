@@ -12,9 +12,9 @@ namespace zn::korvo_sdk {
 /// contiguous in memory, and their components have the byte order of the machine. The order of
 /// components is x, y, z, w for vectors, positions and quaternions. Matrices are stored row by row.
 /// For colours, the name of the type shows the order. The last letter of a name is the type of a
-/// component: f for float, d for double, i and u for a signed and an unsigned 32-bit integer, 8 for
-/// a byte. A text cannot contain buffers of Bool, Ptr, Xform, Aabb and Obb, but a host may use
-/// these types.
+/// component. It is f for float, d for double and 8 for a byte. It is i for a signed and u for an
+/// unsigned 32-bit integer. A text cannot contain buffers of Bool, Ptr, Xform, Aabb and Obb, but a
+/// host may use these types.
 enum class DataType : std::int32_t {
   Null,
   Bool,

@@ -211,8 +211,8 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
   recordedBytes_ = bytes;
 }
 
-// Records a message that the host's scene has logged. All other log lines come from diagnostics,
-// which are not logged during a reading.
+// Records a message that the host's scene has logged. Diagnostics do not come here, because they
+// are not logged as lines during a reading.
 void Reading::write(zn::LogLevel level, const zn::String& text) {
   const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()), text.view());

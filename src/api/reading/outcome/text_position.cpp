@@ -39,8 +39,8 @@ std::size_t characterBytes(std::string_view text) {
   return count;
 }
 
-// Converts a column in bytes to another unit. `widthOf` returns how many units a character has; its
-// parameter is the bytes of the character.
+// Converts a column in bytes to another unit. `widthOf(bytes)` returns the number of units of the
+// character with these bytes.
 template <class WidthOf>
 std::uint64_t columnIn(std::string_view line, std::uint64_t column, const WidthOf& widthOf) {
   const std::uint64_t target = std::max<std::uint64_t>(column, 1) - 1;
