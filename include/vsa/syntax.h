@@ -198,7 +198,8 @@ class VSA_API StatementReader {
   explicit StatementReader(Source& source) : reader_(source) {}
 
   /// Stores the next statement in `out`. Returns false at the end of the text. If the text is in
-  /// memory, the tokens refer to the text. For a source, they are valid until the next call.
+  /// memory, the tokens refer to the text. If the text is from a source, the tokens are valid until
+  /// the next call.
   bool next(SyntaxStatement& out);
   /// Whether a byte 0xFF ended the text. See SyntaxReader.
   bool endedAtMark() const noexcept { return reader_.endedAtMark(); }

@@ -21,7 +21,7 @@ struct InputDeclaration {
   DataType bufferType =
       DataType::Null;  ///< The DataType of a buffer's elements; Null allows every type.
   std::vector<std::string> enumValues =
-      {};  ///< The strings that a String should be one of; if empty, any string.
+      {};                      ///< The strings that are expected as the value; any string if empty.
   bool refusesValues = false;  ///< Whether the input accepts links only.
 };
 

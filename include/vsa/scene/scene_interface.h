@@ -76,9 +76,9 @@ class VSA_API IInput {
 
   // Members (of objects) and elements (of arrays).
 
-  /// Creates a member of this type. If the function returns null, the statement is an error. The
-  /// reader calls it for an object, or for an input of type Null, which then becomes an object. It
-  /// calls it only after `hasInput` returned false or `input` returned null.
+  /// Creates a member of this type in an object, or in an input of type Null, which then becomes an
+  /// object. If the function returns null, the statement is an error. The reader calls the function
+  /// only after `hasInput` returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
   /// Creates a member that is an array of `elementType`. The rules of `createInput` apply.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
@@ -143,8 +143,8 @@ class VSA_API INode {
   /// true.
   virtual IInput* input(const String& name) = 0;
   /// Creates an input of this type. `type` is Null for an input that gets a link. If the function
-  /// returns null, the statement is an error. The reader calls it only after `hasInput` returned
-  /// false or `input` returned null.
+  /// returns null, the statement is an error. The reader calls the function only after `hasInput`
+  /// returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
   /// Creates an input that is an array of `elementType`. If `elementType` is Null, the type is not
   /// set yet. The rules of `createInput` apply.

@@ -15,11 +15,10 @@ namespace vsa::impl {
 
 class ArrayState {
  public:
-  /// `array` is an array of the scene that is written. `start` is its state in the scene of the
-  /// reader before the first element is written. `isNamed` is true for an input of a node or a
-  /// member, and false for an element of another array. A named array gets its element type from
-  /// the statement that creates it. An array that is an element gets its element type from any
-  /// statement.
+  /// Creates the state before the first element of `array` is written. `start` is the state that
+  /// the array then has in the scene of the reader. `isNamed` is false if the array is an element
+  /// of another array, and true otherwise. A named array gets its element type from the statement
+  /// that creates it. An array that is an element gets its element type from any statement.
   ArrayState(zn::korvo_sdk::Input& array, const Start& start, bool isNamed);
 
   /// Whether the statement of a later element also creates this element.

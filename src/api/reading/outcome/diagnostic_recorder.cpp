@@ -214,8 +214,8 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   } else if (!session.isResolving()) {
     problem.noticed = startOf({parser_.current.line, parser_.current.column});
   }
-  // A token that the grammar does not allow is the next token, because the parser has not consumed
-  // it.
+  // The parser does not consume a token that the grammar does not allow, so that token is the next
+  // one.
   const auto& next = parser_.tokens;
   problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);
