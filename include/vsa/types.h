@@ -1,4 +1,4 @@
-// Node types that a JSON text describes. docs/types.md explains the JSON, and
+// Reads descriptions of node types from a JSON text. docs/types.md explains the JSON, and
 // docs/types.schema.json defines it.
 //
 //   const vsa::TypesResult read = vsa::readTypes(json);

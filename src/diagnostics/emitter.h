@@ -35,7 +35,8 @@ constexpr char conversionFor() {
   return '\0';
 }
 
-/// Whether the conversions of `format` have the last characters `conversions`, in this order.
+/// Whether the conversions of `format` are those in `conversions`, in this order. `conversions`
+/// contains the last character of each conversion.
 constexpr bool formatMatches(const char* format, const char* conversions) {
   for (; *format != '\0'; ++format) {
     if (*format != '%') continue;

@@ -27,7 +27,8 @@ class VSA_API StringBuffer final : public IRefCounted {
   // word with the handle count:
   //   0                  a pointer to the characters follows the header
   //   1 to IN_SLAB - 1   the characters follow the header; there is room for this many
-  //   IN_SLAB + n        as above, but n bytes after the start of a slab; never overwritten
+  //   IN_SLAB + n        the same, but the header is n bytes after the start of a slab, and the
+  //                      characters are never overwritten
   std::uint32_t capacity_;
 
  public:
