@@ -1,4 +1,5 @@
-// The table of attribute types, one row per type: display name and number of real components.
+// The table of attribute types. Each row contains the display name and the number of real
+// components.
 #include <vsa/scene/attr_type.h>
 
 namespace zn::korvo_sdk {

@@ -1,5 +1,5 @@
-// The table of data types, one row per type: display name, component type, number of components,
-// and whether a text can contain buffers of the type.
+// The table of data types. Each row contains the display name, the component type, the number of
+// components, and whether a text can contain buffers of the type.
 #include <vsa/scene/data_type.h>
 
 namespace zn::korvo_sdk {

@@ -1,4 +1,4 @@
-// Finds the file's version or time in a comment. Internal.
+// Finds the version or time of the file in a comment. Internal.
 #pragma once
 
 #include <cstddef>
@@ -8,8 +8,8 @@
 
 namespace zn::korvo_sdk {
 
-/// Whether `word` occurs directly before a ":". Searches for colons first, because few comments
-/// have one.
+/// Whether the comment contains `word` directly before a ":". Searches for colons first, because
+/// few comments contain a colon.
 inline bool hasKey(std::string_view comment, std::string_view word) noexcept {
   for (std::size_t at = comment.find(':'); at != std::string_view::npos;
        at = comment.find(':', at + 1)) {
@@ -18,18 +18,18 @@ inline bool hasKey(std::string_view comment, std::string_view word) noexcept {
   return false;
 }
 
-/// Whether the comment sets the version, if its value is a number.
+/// Whether the comment sets the version of the file. The value must also be a number.
 inline bool setsVersion(std::string_view comment) noexcept {
   return hasKey(comment, "version");
 }
 
-/// Whether the comment sets the time, unless its value is empty. A comment with both words sets
-/// only the version.
+/// Whether the comment sets the time of the file. The value must also not be empty. A comment with
+/// both keys sets only the version.
 inline bool setsTime(std::string_view comment) noexcept {
   return hasKey(comment, "time") && !setsVersion(comment);
 }
 
-/// The value that the comment sets: the text after its first ":", without white space at its ends.
+/// Returns the value in the comment: the text after the first ":", without white space at its ends.
 inline std::string_view headerValue(std::string_view comment) noexcept {
   const std::size_t colon = comment.find(':');
   return zn::detail::trimmed(colon == std::string_view::npos ? std::string_view()

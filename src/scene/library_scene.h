@@ -1,4 +1,5 @@
-// LibraryScene: what the reader uses of the library's own scene besides the interface. Internal.
+// LibraryScene: functions of the library's own scene that are not in the interface IScene.
+// Internal.
 //
 // The reader calls a scene through its interface and does not depend on the library's own scene.
 // That scene therefore registers a function here, which recognises its objects. Its nodes never
@@ -23,8 +24,8 @@ class LibraryScene {
 
   /// Prefetches the slot in which a name with this hash is looked up.
   virtual void prefetchSlot(std::uint64_t nameHash) const noexcept = 0;
-  /// Prefetches the node of a name with this hash. Call prefetchSlot earlier, so that the slot is
-  /// in the cache.
+  /// Prefetches the node of a name with this hash. Call prefetchSlot some time before, so that the
+  /// slot is already in the cache.
   virtual void prefetchNode(std::uint64_t nameHash) const noexcept = 0;
 
  protected:
@@ -34,7 +35,7 @@ class LibraryScene {
 /// Returns the LibraryScene of a scene of the library, null for a host's scene.
 using LibrarySceneOf = LibraryScene* (*)(interfaces::IScene& scene) noexcept;
 
-/// Sets the function that `libraryScene` calls. All scenes of the library set the same function.
+/// Sets the function that `libraryScene` calls. Every scene of the library sets the same function.
 void setLibraryScene(LibrarySceneOf function) noexcept;
 LibraryScene* libraryScene(interfaces::IScene& scene) noexcept;
 

@@ -1,5 +1,5 @@
-// The table of declared node types. A look-up takes a shared lock. A look-up in an empty table,
-// which most programs have, takes no lock.
+// The table of declared node types. A look-up takes a shared lock. If the table is empty, as in
+// most programs, a look-up takes no lock.
 #include "scene/node_type_table.h"
 
 #include <atomic>
@@ -13,7 +13,7 @@ namespace {
 
 using TypePointer = std::shared_ptr<const DeclaredType>;
 
-// This flag is not a member of the table, so that reading the flag does not create the table.
+// The flag is not a member of the table, so that reading the flag does not create the table.
 constinit std::atomic<bool> isTableEmpty{true};
 
 class NodeTypeTable {
@@ -41,7 +41,8 @@ class NodeTypeTable {
   std::map<std::string, TypePointer, std::less<>> types_;
 };
 
-// The table is never destroyed, because another thread may still read it while the process ends.
+// Returns the table. It is never destroyed, because another thread may still read it during the
+// exit of the process.
 NodeTypeTable& table() {
   static NodeTypeTable& instance = *new NodeTypeTable;
   return instance;

@@ -1,5 +1,5 @@
-// The process-wide table of declared node types, for the scene model. Hosts use node_type.h and
-// name_update.h. Internal.
+// The process-wide table of declared node types. Only the scene model uses it. Hosts use
+// node_type.h and name_update.h. Internal.
 #pragma once
 
 #include <map>
@@ -38,15 +38,16 @@ struct DeclaredInput {
   Enumeration enumeration;
 };
 
-/// A declared node type, indexed by names. Immutable.
+/// A declared node type. Finds its inputs and outputs by name. Immutable.
 class DeclaredType {
  public:
   explicit DeclaredType(const NodeType& type);
 
-  /// The input of that name, or null.
+  /// Returns the input of that name, or null.
   const DeclaredInput* input(std::string_view name) const;
   bool hasOutput(std::string_view name) const { return outputs_.count(name) != 0; }
-  /// The current name of the input with this former name, or null.
+  /// Returns the current name of the input with this former name. Returns null if no input has this
+  /// former name.
   const std::string* currentInput(std::string_view former) const;
   const std::string* currentOutput(std::string_view former) const;
 
@@ -59,13 +60,14 @@ class DeclaredType {
   Names formerOutputs_;
 };
 
-/// The declared type of that name; null for an open type. Safe from any thread.
+/// Returns the declared type of that name. Returns null for an open type. May be called from any
+/// thread.
 std::shared_ptr<const DeclaredType> declaredType(std::string_view name);
 
-/// Whether any type is declared. Safe from any thread.
+/// Whether any type is declared. May be called from any thread.
 bool hasDeclaredTypes() noexcept;
 
-/// Adds a type or replaces the type of that name. Safe from any thread.
+/// Adds a type, or replaces the type of that name. May be called from any thread.
 void addDeclaredType(const std::string& name, std::shared_ptr<const DeclaredType> type);
 void removeDeclaredType(const std::string& name);
 

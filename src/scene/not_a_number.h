@@ -1,5 +1,7 @@
-// Checks for NaNs that a text cannot represent. The reader converts "nan" and "-nan" to the quiet
-// NaN of that sign with payload 0, so a text has no other NaN. Internal.
+// Finds NaNs that a text cannot represent. Internal.
+//
+// The reader converts "nan" and "-nan" to the quiet NaN of that sign with payload 0. A text cannot
+// represent any other NaN.
 #pragma once
 
 #include <cstddef>
@@ -12,11 +14,11 @@ namespace zn::korvo_sdk {
 /// Whether the number is a NaN that a text cannot represent.
 bool isOtherNan(double number) noexcept;
 
-/// Whether one of the numbers is such a NaN.
+/// Whether one of the numbers is a NaN that a text cannot represent.
 bool haveOtherNan(std::span<const double> numbers) noexcept;
 
-/// Whether a buffer with these bytes contains such a NaN. The bytes need not be aligned. Returns
-/// false for elements of integers.
+/// Whether a buffer contains a NaN that a text cannot represent. `bytes` are the elements of the
+/// buffer and need not be aligned. Returns false for elements of integers.
 bool haveOtherNan(DataType elements, std::span<const std::byte> bytes) noexcept;
 
 }  // namespace zn::korvo_sdk

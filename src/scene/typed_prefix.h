@@ -1,9 +1,9 @@
-// typedPrefixOf: the number of leading elements of an array that need no type. Internal.
+// typedPrefixOf: returns how many leading elements of an array already have a type. Internal.
 //
-// The reader sets the type of the untyped elements of arrays of buffers and arrays of arrays. At
-// the first statement of a text that fills an array, it does not know which elements of earlier
-// texts have a type. The library's own scene stores how many have one. That scene registers a
-// function here, which recognises its arrays.
+// The reader sets the type of the untyped elements of arrays of buffers and arrays of arrays. An
+// array may contain elements of earlier texts, and the reader does not know which of these have a
+// type. The library's own scene stores their number. The scene therefore registers a function,
+// which returns the number for its arrays.
 #pragma once
 
 #include <cstdint>
@@ -12,13 +12,13 @@
 
 namespace zn::korvo_sdk {
 
-/// The number of leading elements of `array` that IInput::set leaves unchanged, whatever type is
-/// passed.
+/// Returns the number of leading elements of `array` that IInput::set does not change, regardless
+/// of the type that is passed.
 using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 
-/// Sets the function that `typedPrefixOf` calls. All scenes of the library set the same function.
+/// Sets the function that `typedPrefixOf` calls. Every scene of the library sets the same function.
 void setTypedPrefix(TypedPrefixOf function) noexcept;
-/// Returns 0 if the scene does not store this number.
+/// Returns the result of that function. Returns 0 if the scene does not store the number.
 std::uint64_t typedPrefixOf(interfaces::IInput& array) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -1,4 +1,4 @@
-// Parses input paths: the left-hand side of an assignment and the source of a connection.
+// Parses input paths: the left-hand side of an assignment, and the source of a connection.
 //   path = (name "." name | "." name) { "[" ... "]" | "." name }
 #include "vsa/apply/input_path.h"
 
@@ -8,7 +8,7 @@ namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
 
-// `sphere1.radius`, `.radius`, `mesh1.sets[0].name`
+// Examples: `sphere1.radius`, `.radius`, `mesh1.sets[0].name`.
 bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
   const bool isQualified =
       peek(0).type == Type::Id && peek(1).type == Type::Dot && peek(2).type == Type::Id;
@@ -43,7 +43,6 @@ void VsaParser::appendNext(ds::Vector<Token>& tokensOfPath) {
   tokensOfPath.push_back(current);
 }
 
-// Concatenates the token texts.
 String VsaParser::collapse(const ds::Vector<Token>& tokensOfPath) {
   return collapsedPath(tokensOfPath);
 }

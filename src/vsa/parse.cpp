@@ -1,4 +1,4 @@
-// The two entry points. Each call creates its own parser on the stack.
+// The entry points parseString and parseVsa. Each call creates its own parser on the stack.
 #include <vsa/parse.h>
 
 #include <utility>
@@ -14,7 +14,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 void resetHeader(interfaces::IScene& scene) {
-  const ScopedHostSinks sinks;  // the same sinks as during the parse
+  const ScopedHostSinks sinks;  // Logs to the same sinks as the parse after it.
   scene.clearComments();
   scene.setFileVersion(VSX_FILE_VERSION_1);
   scene.setFileTime(String());

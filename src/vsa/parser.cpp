@@ -1,4 +1,4 @@
-// The ring of three tokens, the statement loop, and the only exception handler of the parser.
+// The ring of three tokens, the statement loop, and the parser's only exception handler.
 #include "vsa/parser.h"
 
 #include <stdexcept>
@@ -24,16 +24,17 @@ bool VsaParser::parse(IScene* into, File file) {
   return parse(into, &source);
 }
 
-// A host's scene or callback may parse another text during a reading. The diagnostics of that text
-// go to the sinks of the host.
+// Parses a text. Without a session, diagnostics go to the sinks of the host: a host's scene or
+// callback may parse another text during a reading, and the sinks of that reading must not receive
+// these diagnostics.
 bool VsaParser::parse(IScene* into, Lexer* from) {
   if (session != nullptr) return parseText(into, from);
   const ScopedHostSinks sinks;
   return parseText(into, from);
 }
 
-// The first three tokens are lexed outside the try block: the exception for an invalid character
-// among them propagates to the caller.
+// Parses the statements and resolves the links. The first three tokens are lexed outside the try
+// block. An exception for an invalid character in them therefore propagates to the caller.
 bool VsaParser::parseText(IScene* into, Lexer* from) {
   scene = into;
   library_ = into == nullptr ? nullptr : libraryScene(*into);
@@ -56,8 +57,8 @@ bool VsaParser::parseText(IScene* into, Lexer* from) {
   }
 }
 
-// Fills the ring. Each iteration appends a default token and consumes it, which lexes a token into
-// its slot.
+// Fills the ring. Each iteration appends a default token and consumes it. Consuming lexes a new
+// token into the slot.
 void VsaParser::prime() {
   for (std::int32_t i = 0; i < lookahead; ++i) {
     tokens.push_back(Token());
@@ -65,11 +66,11 @@ void VsaParser::prime() {
   }
 }
 
-// The order is part of the format: "with node:" also matches the declaration syntax and is parsed
-// as a declaration.
+// Parses one statement. The order is part of the format: `with node:` also has the form of a
+// declaration, and it is parsed as a declaration.
 bool VsaParser::parseStatement() {
   if (nextIs(Type::Comment)) return parseComment();
-  // Every directive begins with two names. Most statements do not, and skip these calls.
+  // Every directive begins with two names. Most other statements do not, so they skip these calls.
   const bool isDirective = nextIs(Type::Id) && peek(1).type == Type::Id;
   if (isDirective && (parseRemove() || parseDefine() || parseDeclare() || parseWith())) return true;
   return parseAssign();
@@ -83,7 +84,7 @@ void VsaParser::resolveReferences() {
   LinkResolver(sceneOrNone(), session).resolveReferences(references);
 }
 
-// The parser's scene; if it has none, a scene without nodes.
+// Returns the parser's scene. Returns a scene without nodes if the parser has no scene.
 interfaces::IScene& VsaParser::sceneOrNone() const {
   return scene != nullptr ? *scene : noScene();
 }
@@ -93,9 +94,9 @@ Token VsaParser::consume() {
   return current;
 }
 
-// The lexer is up to three tokens ahead of the parser. An invalid character is reported when it is
-// lexed, before the statement that contains it. When lexing throws, the slot keeps the consumed
-// token.
+// Consumes a token and lexes the token three positions after it. The lexer thus reports an invalid
+// character before the parser executes the statement that contains the character. If lexing throws,
+// the slot keeps the consumed token.
 void VsaParser::advance() {
   Token& slot = tokens.data[head];
   current = std::move(slot);
@@ -106,8 +107,8 @@ void VsaParser::advance() {
     slot = current;
     throw;
   }
-  // Copies member by member: line and column were written by two stores, and one load of both would
-  // stall until both stores complete. Every member is assigned.
+  // Copies and moves member by member. A load of `line` and `column` together would stall until the
+  // two separate stores to them complete. Every member of the slot is assigned.
   // NOLINTNEXTLINE(bugprone-use-after-move)
   slot.type = lastLexed.type;
   slot.line = lastLexed.line;

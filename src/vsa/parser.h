@@ -1,8 +1,8 @@
-// VsaParser: parses statements from tokens and applies them to the scene. Internal.
+// VsaParser: parses statements and applies them to the scene. Internal.
 //
-// A grammar function returns false and consumes nothing when the next tokens do not match its
-// production. It throws DiagnosticError when the first tokens match and a later one does not. Only
-// `parse` catches that.
+// A grammar function returns false and consumes nothing if the next tokens do not match its
+// production. It throws DiagnosticError if the first tokens match and a later token does not. Only
+// `parse` catches DiagnosticError.
 #pragma once
 
 #include <cstdarg>
@@ -29,7 +29,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Used for one call of an entry point. Does not own the scene or the lexer.
+/// The parser of one text. An instance is used for one call of an entry point. It does not own the
+/// scene or the lexer.
 class VsaParser {
  public:
   using AssignInfo = impl::AssignInfo;
@@ -50,22 +51,25 @@ class VsaParser {
   struct DeclareInfo {
     Token type;
     Token name;
-    bool isWith = false;  ///< Ends in ":"; the node becomes the "with" node.
+    bool isWith = false;  ///< The declaration ends in ":", so its node becomes the "with" node.
   };
 
   Lexer* lexer = nullptr;
-  std::int32_t lookahead = 3;  ///< Number of slots in the token ring.
-  std::int32_t head = 0;       ///< Slot of the next token to consume.
+  std::int32_t lookahead = 3;  ///< The number of slots in the token ring.
+  std::int32_t head = 0;       ///< The slot of the next token to consume.
   ds::Vector<Token> tokens;    ///< The token ring.
-  Token current;               ///< The token consumed last. Messages have its position.
+  Token current;               ///< The token consumed last. Messages contain its position.
   Token lastLexed;             ///< The token lexed last.
   String spare;                ///< Not used.
   IScene* scene = nullptr;
-  INode* withNode = nullptr;        ///< The node that paths beginning with "." refer to.
-  ds::Vector<INode*> definedNodes;  ///< In the order of their `define` statements.
-  PendingTable connections;         ///< Resolved after the last statement.
-  PendingTable references;          ///< Resolved after the connections.
-  ReadSession* session = nullptr;   ///< Limits and counts; null for the plain entry points.
+  INode* withNode = nullptr;  ///< The node for paths that begin with ".".
+  /// The defined nodes, in the order of their `define` statements.
+  ds::Vector<INode*> definedNodes;
+  /// The connections. They are resolved after the last statement.
+  PendingTable connections;
+  /// The references. They are resolved after the connections.
+  PendingTable references;
+  ReadSession* session = nullptr;  ///< The limits and counts. Null for the plain entry points.
 
   // parser.cpp: the ring of tokens and the statement loop.
 
@@ -123,7 +127,7 @@ class VsaParser {
   void badEnumValueWarning(const String& value, IInput* input);
 
  private:
-  // The token `ahead` positions after the next one. `ahead` is 0, 1 or 2.
+  // Returns the token `ahead` positions after the next token. `ahead` must be 0, 1 or 2.
   const Token& peek(std::int32_t ahead) const {
     if (ahead == 0) return tokens.data[head];
     const std::int32_t slot = head + ahead;
@@ -135,7 +139,8 @@ class VsaParser {
     advance();
     out = current;
   }
-  // Consumes a token that the grammar requires. Throws when the next token has another type.
+  // Consumes a token that the grammar requires. Throws DiagnosticError if the next token has
+  // another type.
   void expect(Token::Type type, const char* expected) {
     if (!nextIs(type)) tokenError(expected, peek(0));
     advance();
@@ -144,7 +149,8 @@ class VsaParser {
   void prime();
   bool parseStatement();
 
-  // statement_simple.cpp: simple statements, which StatementScanner recognises without tokens.
+  // statement_simple.cpp: simple statements, which are recognised by StatementScanner and have no
+  // tokens.
 
   void parseSimpleStatements();
   bool begin(const SimpleStatement& statement) const;

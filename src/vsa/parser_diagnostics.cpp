@@ -1,5 +1,5 @@
-// The messages of the parser. Each has the position of the token consumed last, except BAD TOKEN,
-// which has the position of the bad token.
+// The messages of the parser. A message has the position of the token consumed last. Exception: BAD
+// TOKEN has the position of the bad token.
 #include <stdexcept>
 
 #include "foundation/base/argument_list.h"
@@ -24,15 +24,16 @@ void VsaParser::bufferError(const char* format, ...) {
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
-// Throws a message that is not in the table of diagnostics. The reader itself uses an Emitter.
+// Throws a message that is not in the table of diagnostics. The parser itself does not call this
+// function. It uses an Emitter.
 void VsaParser::internalError(const String& kind, const char* format, va_list args) {
   const String message = String::formatv(format, args);
   throw std::runtime_error(
       diagnostic_detail::positionedLine(kind, current.line, current.column, message).buf());
 }
 
-// The token's text is the complete message. Not called by the parser, which throws the record of
-// the lexer.
+// Throws the text of the token, which is a complete message. The parser itself does not call this
+// function. It throws the record of the lexer.
 void VsaParser::tokenError(const Token& invalid) {
   throw std::runtime_error(invalid.text.buf());
 }
@@ -49,7 +50,7 @@ void VsaParser::narrowTypeWarning(const String& typeName, IInput* input) {
   emitNarrowing(emitter(), typeName, *input);
 }
 
-// Logged as an error, but parsing continues. The statement has no effect.
+// Logs an error. Parsing continues, and the statement has no effect.
 void VsaParser::wrongTypeWarning(const String& found, IInput* input) {
   emitWrongType(emitter(), found, *input);
 }

@@ -6,7 +6,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Returns the report of a finished parse. `lexer` is the parser's.
+/// Returns the report of a finished parse. `lexer` is the lexer that the parser used.
 ReadReport reportOf(const Lexer& lexer);
 
 }  // namespace zn::korvo_sdk::impl

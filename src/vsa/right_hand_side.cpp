@@ -1,11 +1,13 @@
-// Parses right-hand sides (a connection or a value), including the ";". Does not access the scene.
+// Parses right-hand sides: a connection or a value, and the ";" after it. Does not access the
+// scene.
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
 
-// "|" "=" (path | "null") ";"   The operator is two tokens.   `mesh1.tint |= mat1.outColor;`
+// "|" "=" (path | "null") ";"
+// The operator is two tokens. Example: `mesh1.tint |= mat1.outColor;`
 bool VsaParser::connect(AssignInfo& info) {
   if (!nextIs(Type::Pipe)) return false;
   advance();
@@ -20,8 +22,8 @@ bool VsaParser::connect(AssignInfo& info) {
   return true;
 }
 
-// "=" (scalar | buffer | reference) ";"   The order matters: a type keyword without a list is a
-// node name.
+// "=" (scalar | buffer | reference) ";"
+// The order matters: a type keyword without a list is the name of a node.
 bool VsaParser::value(AssignInfo& info) {
   if (!nextIs(Type::Equals)) return false;
   advance();
@@ -36,7 +38,8 @@ bool VsaParser::value(AssignInfo& info) {
   return true;
 }
 
-// name | "null"   `mesh1.material = mat1;`
+// name | "null"
+// Example: `mesh1.material = mat1;`
 bool VsaParser::reference(AssignInfo& info) {
   if (!nextIs(Type::Id) && !nextIs(Type::Null)) return false;
   info.isReference = true;

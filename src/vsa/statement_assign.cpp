@@ -1,5 +1,5 @@
-// Assignments: parses the path and the right-hand side, finds the node and the input, then assigns
-// the value or stores a pending link.
+// Parses assignments: parses the path and the right-hand side, and finds the node and the input.
+// Then assigns the value or stores a pending link.
 #include <utility>
 
 #include "vsa/apply/input_path.h"
@@ -21,8 +21,8 @@ std::uint64_t bytesOf(const ds::Vector<Token>& path) {
 
 // assignment = path ("=" value | "|=" source) ";"
 //
-// The right-hand side is parsed before the node is looked up. The value is already consumed when
-// the error for a missing node is thrown.
+// The right-hand side is parsed before the node is looked up. If the node is missing, the value has
+// already been consumed.
 bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();
@@ -45,7 +45,7 @@ bool VsaParser::parseAssign() {
   return true;
 }
 
-// Called before a link of `input` is stored. Returns the position for messages about the link.
+// Counts a link of `input` before it is stored. Returns the position for messages about the link.
 TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
   if (session == nullptr) return {};
   session->chargeLink(input, sourceBytes);
@@ -66,10 +66,10 @@ void VsaParser::inputNotFound(INode& node, std::span<const Token> path) const {
   emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
 }
 
-// In messages, a path that begins with "." follows the name of the node. A host's scene returns the
-// name before it finds or creates an input, when it may rename the node. The library's scene
-// renames no node, so `resolve` requests the name for a message only (250 instructions per
-// statement).
+// Like `resolve`, for a path that begins with "." in a host's scene. A message about such a path
+// starts with the node's name. A host's scene may rename the node when it finds or creates an
+// input, so the name is requested before. The library's scene renames no node. For its nodes,
+// `resolve` requests the name only for a message, which saves 250 instructions per statement.
 interfaces::IInput* VsaParser::resolveAfterName(PathResolver& target, std::span<const Token> path) {
   const String nodeName = target.node().name();
   IInput* const input = findOrCreate(target);
@@ -82,7 +82,7 @@ interfaces::IInput* VsaParser::findOrCreate(PathResolver& target) const {
   return target.resolve();
 }
 
-// A path that begins with "." refers to the "with" node.
+// Returns the node of a path. A path that begins with "." refers to the "with" node.
 interfaces::INode* VsaParser::targetNode(std::span<const Token> path) {
   const Token& first = path[0];
   if (first.type == Token::Type::Dot) {

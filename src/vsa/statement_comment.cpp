@@ -1,5 +1,5 @@
-// Comments. The scene stores every comment. A comment that contains the file's version or time also
-// sets it.
+// Parses comments. The scene stores every comment. A comment that contains the file's version or
+// time also sets the version or time of the scene.
 #include <string_view>
 
 #include "scene/header_comment.h"
@@ -26,7 +26,7 @@ void setTime(interfaces::IScene& scene, const String& comment) {
 
 }  // namespace
 
-// comment: "#" and the rest of the line. `# version: 3`
+// comment: "#" and the rest of the line. Example: `# version: 3`
 bool VsaParser::parseComment() {
   if (!nextIs(Token::Type::Comment)) return false;
   Token comment;

@@ -1,5 +1,5 @@
-// Directives: remove, define, with, and declarations. Each recogniser checks three tokens before it
-// consumes any. Keywords are case-insensitive, names are case-sensitive.
+// Parses the directives remove, define and with, and declarations. Each function checks three
+// tokens before it consumes any. Keywords match in any letter case. Names are case-sensitive.
 #include "foundation/text/letter_case.h"
 #include "vsa/parser.h"
 
@@ -9,7 +9,7 @@ using Type = Token::Type;
 
 namespace {
 
-// The last node of that type, or null.
+// Returns the last node of the type, or null.
 interfaces::INode* lastOfType(const ds::Vector<interfaces::INode*>& nodes, const String& type) {
   interfaces::INode* last = nullptr;
   for (interfaces::INode* const node : nodes) {
@@ -26,7 +26,7 @@ bool VsaParser::isDirective(std::string_view keyword, Type end) const {
          isWord(peek(0).text.view(), keyword);
 }
 
-// Consumes a directive and stores its name in `name`.
+// Consumes a directive and stores the name after the keyword in `name`.
 void VsaParser::directive(Token& name) {
   advance();
   match(name, Type::Id);
@@ -40,7 +40,7 @@ bool VsaParser::remove(RemoveInfo& info) {
   return true;
 }
 
-// The "with" node does not change, even when it is the removed node.
+// Removes a node. Does not change the "with" node, even if it is the removed node.
 bool VsaParser::parseRemove() {
   RemoveInfo info;
   if (!remove(info)) return false;
@@ -88,7 +88,7 @@ bool VsaParser::declare(DeclareInfo& info) {
   return true;
 }
 
-// An existing node is kept, whatever its type.
+// Creates a node. If a node with this name exists, it is kept, even if it has another type.
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
@@ -113,7 +113,8 @@ bool VsaParser::with(WithInfo& info) {
   return true;
 }
 
-// Unreachable from the statement loop: a declaration has the same syntax and is tried first.
+// Sets the "with" node. The statement loop never reaches this function: a declaration has the same
+// syntax, and parseDeclare is called first.
 bool VsaParser::parseWith() {
   WithInfo info;
   if (!with(info)) return false;

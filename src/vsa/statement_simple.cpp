@@ -10,8 +10,8 @@ namespace zn::korvo_sdk::impl {
 
 using Kind = SimpleStatement::Kind;
 
-// Executes statements up to the first one that is not simple. Meanwhile the ring of tokens is not
-// updated, which a scene cannot observe.
+// Executes statements up to the first one that is not simple. The ring of tokens is updated only at
+// the end. A scene cannot observe the difference.
 void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   try {
@@ -31,14 +31,14 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-// Returns false if the statement may exceed a limit before it is executed. The parser then reads
-// its tokens.
+// Begins the statement. Returns false if the statement may exceed a limit before it is executed.
+// The parser then reads the statement from tokens.
 bool VsaParser::begin(const SimpleStatement& statement) const {
   return session == nullptr || session->beginSimple(statement, current.line, current.column);
 }
 
-// Returns false if the statement has a value that does not convert. The parser then reads its
-// tokens and reports the value.
+// Converts the value of the statement, if it has a value. Returns false if the value does not
+// convert. The parser then reads the statement from tokens and reports the value.
 bool VsaParser::convertValue(const SimpleStatement& statement) {
   assignment_.clearValue();
   return statement.kind != Kind::Value || convert(statement, assignment_.data);

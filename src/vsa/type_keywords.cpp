@@ -10,7 +10,8 @@ namespace {
 
 using TypeTable = ds::HashMap<String, DataType>;
 
-// The keywords of the element types with one component, or with several.
+// Returns the element types by keyword in lower case: the types with one component if `isScalar` is
+// true, otherwise the types with several.
 const TypeTable* makeTable(bool isScalar) {
   auto table = std::make_unique<TypeTable>();
   for (int i = 0; i < DATA_TYPE_COUNT; ++i) {
@@ -24,8 +25,8 @@ const TypeTable* makeTable(bool isScalar) {
 }  // namespace
 
 DataType bufferTypeOf(const String& keyword) {
-  // The tables are never destroyed, because another thread may still read them while the process
-  // exits.
+  // The tables are never destroyed, because another thread may still read them during the exit of
+  // the process.
   static const TypeTable& scalarBufferTypes = *makeTable(true);
   static const TypeTable& vectorBufferTypes = *makeTable(false);
   const String lower = keyword.toLower(true);

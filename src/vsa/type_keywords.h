@@ -23,7 +23,7 @@ constexpr std::uint32_t packed(const char* keyword) {
 
 }  // namespace keyword_detail
 
-/// The type of a tuple with that keyword, in any letter case; Null for any other word.
+/// Returns the tuple type of a keyword in any letter case. Returns Null for any other word.
 inline AttrType tupleTypeOf(std::string_view keyword) {
   using keyword_detail::packed;
   if (keyword.size() != 4) return AttrType::Null;
@@ -51,7 +51,8 @@ inline AttrType tupleTypeOf(std::string_view keyword) {
   }
 }
 
-/// The element type of a buffer with that keyword, in any letter case; Null for any other word.
+/// Returns the element type of a buffer keyword in any letter case. Returns Null for any other
+/// word.
 DataType bufferTypeOf(const String& keyword);
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,4 +1,4 @@
-// Buffer literals: a typed array of elements, written as a list of numbers or as compressed text.
+// Parses buffer literals. A buffer literal is a typed list of numbers or a compressed text.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -19,8 +19,8 @@ namespace {
 
 using Type = Token::Type;
 
-// Converts one number to the component type and stores it. Stores nothing when the conversion
-// fails.
+// Converts one number to the component type and stores it at `out`. Stores nothing if the
+// conversion fails.
 bool storeNumber(const char* first, const char* last, DataType component, unsigned char* out) {
   bool isConverted = false;
   if (component == DataType::Bool) return false;  // the format has no Bool buffers
@@ -31,8 +31,9 @@ bool storeNumber(const char* first, const char* last, DataType component, unsign
   return isConverted;
 }
 
-// Converts as many numbers as the kernels can into `bytes` bytes at `out`. `out` is aligned: it
-// points to a component in a block from calloc.
+// Converts numbers with the vector kernels, and stores at most `bytes` bytes at `out`. Stops at the
+// first number that the kernels cannot convert. `out` is aligned, because it points to a component
+// in a block from calloc.
 NumberRun storeRun(const char* from, const char* end, DataType component, unsigned char* out,
                    std::uint64_t bytes) {
   NumberRun run{from, 0};
@@ -48,7 +49,7 @@ NumberRun storeRun(const char* from, const char* end, DataType component, unsign
   messages.fatal(DiagnosticId::CannotAllocate, info.valueToken.text, info.countToken.text);
 }
 
-// Sets type, count and size. Allocates nothing.
+// Sets the type, count and size of the buffer. Allocates no memory.
 void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   unsigned long long count = 0;
   const String text = info.countToken.text.trimChars("[]", String());
@@ -59,25 +60,27 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   if (isTooLarge) cannotAllocate(info, messages);
   info.data.type = AttrType::Buffer;
   info.data.elementType = static_cast<std::int32_t>(type);
-  info.data.payload = {.components = {}};  // a matrix that did not convert may have set them
+  // Clears the components, which a matrix that did not convert may have set.
+  info.data.payload = {.components = {}};
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
-// Only single-byte components may be compressed. For all others, "." begins a number.
+// Whether the literal is a compressed text. Only buffers with components of one byte may be
+// compressed. For all other buffers, "." begins a number.
 bool isCompressed(const AssignInfo& info) {
   const String& list = info.elementsToken.text;
   return componentBytes(info.data.payload.buffer.type) == 1 && list.len() > 2 && list[1] == '.';
 }
 
-// An upper bound of the bytes that a compressed literal expands to. DEFLATE expands one byte to at
-// most 1032, and the text has two digits for each byte.
+// Returns an upper bound of the bytes that a compressed literal expands to. DEFLATE expands one
+// byte to at most 1032 bytes, and the text contains two digits for each byte.
 std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
   constexpr std::uint64_t MAX_EXPANSION = 516;
   return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
 }
 
-// Allocates one zeroed block of the exact size and stores it in the record. The block is not freed
-// when the literal is invalid.
+// Allocates one zeroed block of the exact size and stores it in the record. If the literal is
+// invalid, nobody frees the block unless a session holds it.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =
@@ -85,7 +88,7 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
   if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
-// Polls a session while a text is decompressed.
+// Polls a session during decompression.
 class SessionObserver final : public RunObserver {
  public:
   explicit SessionObserver(ReadSession& session) : session_(session) {}
@@ -95,8 +98,8 @@ class SessionObserver final : public RunObserver {
   ReadSession& session_;
 };
 
-// Decompresses the text from the "." up to the closing brace into the element memory. If the result
-// is shorter than the buffer, the rest stays zero.
+// Decompresses the text between the "." and the closing brace into the memory of the elements. If
+// the result is shorter than the buffer, the remaining bytes stay zero.
 void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const String& list = info.elementsToken.text;
@@ -110,11 +113,11 @@ void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* sess
   if (session != nullptr) session->endBuffer(info, length);
 }
 
-// The session is polled after each run of this size.
+// The number of bytes to convert between two polls of the session.
 constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
 
-// First converts every field between blanks and checks that it fits the buffer. Only then reports a
-// field that did not convert.
+// Converts the fields between the blanks to numbers. A field that does not convert is reported only
+// after all fields were checked to fit into the buffer.
 void convertElements(const AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const DataType component = componentType(buffer.type);
@@ -161,7 +164,8 @@ void convertElements(const AssignInfo& info, const Emitter& messages, ReadSessio
 
 }  // namespace
 
-// keyword "[" count "]" "{" (numbers | "." compressed) "}"   `vec3f[2] {0 0 0, 1 0 0}`
+// keyword "[" count "]" "{" (numbers | "." compressed) "}"
+// Example: `vec3f[2] {0 0 0, 1 0 0}`
 bool VsaParser::buffer(AssignInfo& info) {
   const bool isShaped =
       nextIs(Type::Id) && peek(1).type == Type::Brackets && peek(2).type == Type::Braces;
@@ -191,7 +195,8 @@ bool VsaParser::buffer(AssignInfo& info) {
   return true;
 }
 
-// Converts one number and stores it at `out` in the native representation.
+// Converts one number and stores it at `out` in the native representation. Returns false if it does
+// not convert.
 bool VsaParser::parseElem(const String& text, DataType type, unsigned char* out) {
   return storeNumber(text.buf(), text.buf() + text.len(), type, out);
 }

@@ -1,5 +1,5 @@
-// Scalar literals: booleans, numbers, strings and typed tuples. Untyped lists are object or array
-// values, whose content is not parsed.
+// Parses scalar literals: booleans, numbers, strings and typed tuples. An untyped list is the value
+// of an object or array. Its content is not parsed.
 #include <cstdint>
 #include <string_view>
 
@@ -68,8 +68,9 @@ bool convertTuple(AttrType type, std::string_view list, bool hasWindow, AttrData
 
 }  // namespace
 
-// Returns false and consumes nothing when the next token begins no scalar. When a scalar does not
-// convert, returns false after consuming its tokens, so the error is reported at the next token.
+// Parses a scalar. Returns false and consumes nothing if the next token begins no scalar. If a
+// scalar does not convert, returns false after its tokens are consumed. The error is therefore
+// reported at the next token.
 bool VsaParser::scalar(AssignInfo& info) {
   AttrData& data = info.data;
   switch (peek(0).type) {
@@ -104,7 +105,8 @@ bool VsaParser::scalar(AssignInfo& info) {
   }
 }
 
-// keyword "(" numbers ")"   `vec3(0 1 0)`
+// keyword "(" numbers ")"
+// Example: `vec3(0 1 0)`
 bool VsaParser::tuple(AssignInfo& info) {
   if (peek(1).type != Type::Parens) return false;
   const AttrType type = tupleTypeOf(peek(0).text.view());

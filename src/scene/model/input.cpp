@@ -1,4 +1,4 @@
-// Input: the accessors for name, owner, level and value.
+// Input: reads the name, owner, level and value.
 #include <vsa/model/input.h>
 
 #include "scene/model/input_impl.h"

@@ -1,4 +1,4 @@
-// InputImpl: construction, elements, members and links. Values are set in input_value.cpp.
+// InputImpl: construction, elements, members and links. input_value.cpp sets values.
 #include "scene/model/input_impl.h"
 
 #include <memory>
@@ -62,7 +62,7 @@ NodeImpl& InputImpl::owner() const noexcept {
   return *input->parent_.node;
 }
 
-// Concatenates the names of the parents, outermost first.
+// Concatenates the names of the parents and of this input, from the outermost to this one.
 String InputImpl::path() const {
   std::string text(owner().name().view());
   ds::Vector<const InputImpl*> chain;
@@ -80,7 +80,8 @@ String InputImpl::path() const {
   return String::copyOf(text);
 }
 
-// The declaration of an input of a node; null for elements, members and open node types.
+// Returns the declaration of a node's input. Returns null for an element, a member, or an input of
+// an open node type.
 const DeclaredInput* InputImpl::declared() const noexcept {
   if (!isNodeInput_ || parent_.node->declaration() == nullptr) return nullptr;
   return parent_.node->declaration()->input(name_.view());
@@ -131,7 +132,8 @@ void InputImpl::appendElement() {
   SceneLimits::checkElementCount(*this, index);
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
-  // Appends before the element is created, so that storing the element cannot fail.
+  // Adds the pointer before the element is created: an exception of push_back cannot leak the
+  // element.
   list.inputs.push_back(nullptr);
   try {
     list.inputs[index] =
@@ -144,7 +146,7 @@ void InputImpl::appendElement() {
   markUsed();
 }
 
-// An input that is in use does not count as an empty element.
+// Marks an element as used. A used element does not count as empty.
 void InputImpl::markUsed() noexcept {
   if (!isUnused_) return;
   isUnused_ = false;

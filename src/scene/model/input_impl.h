@@ -1,7 +1,7 @@
-// InputImpl: the data of an Input, and its operations. Internal.
+// InputImpl: the data and the operations of an Input. Internal.
 //
-// A scene may have many millions of inputs, so an input takes 48 bytes. Values of more than 64 bits
-// (tuples, strings, buffers, elements, members) are stored outside it.
+// A scene may have millions of inputs, so the size of an input is only 48 bytes. A value of more
+// than 64 bits is stored outside the input: a tuple, a string, a buffer, elements or members.
 #pragma once
 
 #include <cstdint>
@@ -20,11 +20,11 @@ struct SceneStorage;
 
 class InputImpl final : public Input {
  public:
-  /// An input of a node.
+  /// Creates an input of a node.
   InputImpl(NodeImpl* node, const String& name, AttrType type);
-  /// A member of `parent`, or its element at `index`.
+  /// Creates a member of `parent`, or the element of `parent` at `index`.
   InputImpl(InputImpl* parent, const String& name, std::uint32_t index, AttrType type);
-  /// Frees the memory of the value that is not from the scene's pool. Accesses no other object.
+  /// Frees the memory of the value, except memory from the scene's pool. Accesses no other object.
   ~InputImpl();
 
   const String& name() const noexcept { return name_; }
@@ -36,15 +36,15 @@ class InputImpl final : public Input {
     return isNodeInput_ && parent_.node == &node;
   }
   bool isRemoved() const noexcept { return isRemoved_; }
-  /// Marks the input as removed and frees its value. The caller removes it from its list.
+  /// Marks the input as removed and frees its value. The caller removes the input from its list.
   void remove() noexcept;
   void clearValue() noexcept;
-  /// The number of leading elements whose type `set` leaves unchanged. Takes time only for elements
-  /// that got a type after the last call.
+  /// Returns the number of leading elements whose type `set` would not change. Checks only elements
+  /// that have not been counted yet, so repeated calls are fast.
   std::uint64_t typedPrefix() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 
-  // The functions of IInput.
+  // Implementations of the functions of IInput.
 
   AttrType type() const override { return typeOf(); }
   String typeName() const override { return String(attrTypeName(typeOf())); }
@@ -76,19 +76,23 @@ class InputImpl final : public Input {
   struct ElementList {
     ds::Vector<InputImpl*> inputs;
     AttrType type = AttrType::Null;
-    std::uint64_t typedPrefix = 0;  // the number of leading elements known to be typed
+    // The number of leading elements that are known to be typed.
+    std::uint64_t typedPrefix = 0;
   };
 
-  // The value, or a pointer to it. The input's type selects the member. A null pointer is the
-  // type's zero value.
+  // The value or a pointer to it. The type of the input selects the member. A null pointer
+  // represents the zero value of the type.
   union Value {
     bool boolean;
     std::int64_t integer;
     double real;
-    double* components;  // in the scene's pool
-    char* string;        // stored in the scene's pool, or in memory from malloc if isLongString_
+    // Memory from the scene's pool.
+    double* components;
+    // Memory from malloc if isLongString_, otherwise from the scene's pool.
+    char* string;
     NodeImpl* node;
-    BufferValue* buffer;  // allocated with new
+    // Memory from `new`.
+    BufferValue* buffer;
     ElementList* elements;
     NamedList<InputImpl>* members;
   };
@@ -116,21 +120,28 @@ class InputImpl final : public Input {
   void clearOwnValue() noexcept;
 
   union {
-    NodeImpl* node;    // used if isNodeInput_
-    InputImpl* input;  // used otherwise
+    // The parent if isNodeInput_ is true.
+    NodeImpl* node;
+    // The parent if isNodeInput_ is false.
+    InputImpl* input;
   } parent_;
-  String name_;  // empty for elements
+  // Empty for an element.
+  String name_;
   OutputImpl* connection_ = nullptr;
   Value value_;
   union {
-    std::uint32_t index_;    // the index of an element
-    std::uint32_t nameTag_;  // the low bits of the name's hash, compared before the names
+    // The index of an element.
+    std::uint32_t index_;
+    // The low bits of the name's hash. They are compared before the names.
+    std::uint32_t nameTag_;
   };
   std::uint16_t level_;
-  std::uint8_t type_;  // an AttrType
+  // An AttrType.
+  std::uint8_t type_;
   bool isNodeInput_ : 1;
   bool isElement_ : 1;
-  bool isUnused_ : 1;  // an element that counts as empty
+  // The input is an element that counts as empty.
+  bool isUnused_ : 1;
   bool isLongString_ : 1;
   bool isRemoved_ : 1;
 };

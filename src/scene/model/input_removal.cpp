@@ -1,4 +1,4 @@
-// Input: removal of values, elements and members.
+// Input: removes values, elements and members.
 #include <algorithm>
 
 #include "scene/model/input_impl.h"
@@ -31,8 +31,8 @@ void InputImpl::remove() noexcept {
   clearValue();
 }
 
-// Removes the last child of each input until none is left, depth first. Does not recurse, because
-// inputs may nest 65,535 levels.
+// Removes all descendants and the value. Repeatedly removes the last child, depth first. Does not
+// recurse, because inputs may nest 65,535 levels deep.
 void InputImpl::clearValue() noexcept {
   InputImpl* input = this;
   while (true) {
@@ -46,7 +46,7 @@ void InputImpl::clearValue() noexcept {
   }
 }
 
-// Removes the last element or member from this input; null if there is none.
+// Removes the last element or member and returns it. Returns null if the input has none.
 InputImpl* InputImpl::takeLastChild() noexcept {
   InputImpl* child = nullptr;
   if (const std::uint64_t elementCount = count(); elementCount != 0) {
@@ -64,7 +64,7 @@ InputImpl* InputImpl::takeLastChild() noexcept {
   return child;
 }
 
-// Requires that the input has no elements and no members.
+// Clears the value of an input that has no elements and no members.
 void InputImpl::clearOwnValue() noexcept {
   markUsed();
   SmallBlockPool& pool = storage().pool;

@@ -1,4 +1,4 @@
-// InputImpl: setting values.
+// InputImpl: sets values.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -9,7 +9,8 @@
 
 namespace zn::korvo_sdk {
 
-// Changes a Null input to another type, with the zero value of that type.
+// Changes a Null input to another type with the zero value of that type. Does nothing if the input
+// has a type.
 void InputImpl::become(AttrType type) noexcept {
   if (typeOf() != AttrType::Null) return;
   type_ = static_cast<std::uint8_t>(type);
@@ -40,8 +41,8 @@ void InputImpl::setElementType(AttrType type) {
   }
 }
 
-// Whether `set` leaves this element of an array of `listType` unchanged: the element has another
-// type, or the type of its own elements is set.
+// Whether `set` would not change the type of this element. `listType` is the element type of its
+// array. True if the element has another type, or if the type of its own elements is set.
 bool InputImpl::isTypedElement(AttrType listType) const noexcept {
   if (typeOf() == AttrType::Null) return false;
   if (typeOf() != listType) return true;
@@ -59,7 +60,7 @@ std::uint64_t InputImpl::typedPrefix() noexcept {
   return list.typedPrefix;
 }
 
-// Called when an element has lost its type, or the type of its own elements.
+// Tells the array that this element lost its type, or the type of its own elements.
 void InputImpl::becomeUntyped() noexcept {
   if (!isElement_ || parent_.input->element(index_) != this) return;
   std::uint64_t& prefix = parent_.input->value_.elements->typedPrefix;
@@ -68,7 +69,8 @@ void InputImpl::becomeUntyped() noexcept {
 
 // --- values ---
 
-// Each branch takes ownership of the value's memory before it can throw.
+// Assigns a value of the same type. Each branch takes ownership of the value's memory before the
+// branch can throw.
 void InputImpl::assign(const AttrData& value) {
   markUsed();
   if (value.type != AttrType::Object) become(value.type);
@@ -82,13 +84,13 @@ void InputImpl::assign(const AttrData& value) {
   }
 }
 
-// Longer strings are not copied: the input keeps their memory. This saves 2 % of the instructions
-// of the benchmark text.
+// The maximum size of a string that is copied into the pool. The input takes ownership of the
+// memory of a longer string instead. This saves 2 % of the instructions of the benchmark text.
 constexpr std::size_t MAX_COPIED_BYTES = 512;
 static_assert(MAX_COPIED_BYTES <= SmallBlockPool::MAX_BYTES);
 
-// Copies a short string into the pool and frees its memory, which malloc then reuses for the next
-// string.
+// Copies a short string into the pool and frees the memory of `text`. malloc can then reuse this
+// memory for the next string.
 void InputImpl::assignString(char* text, bool fits) {
   std::unique_ptr<char, decltype(&std::free)> memory(text, &std::free);
   if (!fits) return;
@@ -126,10 +128,11 @@ void InputImpl::assignBuffer(const BufferValue& buffer, bool fits) {
   std::unique_ptr<unsigned char, decltype(&std::free)> memory(buffer.memory, &std::free);
   if (!fits) return;
   setBuffer(buffer);
-  static_cast<void>(memory.release());  // owned by the input
+  // The input owns the memory now.
+  static_cast<void>(memory.release());
 }
 
-// Takes ownership of the buffer's memory.
+// Sets the buffer and takes ownership of its memory.
 void InputImpl::setBuffer(const BufferValue& buffer) {
   if (value_.buffer == nullptr) {
     value_.buffer = new BufferValue(buffer);
@@ -167,7 +170,8 @@ void InputImpl::assignComponents(const double* components) {
   std::copy_n(components, count, value_.components);
 }
 
-// Memory from the scene's pool is freed with the pool.
+// Frees the memory of the value, except memory from the scene's pool. The pool frees its own
+// memory.
 void InputImpl::freeValue() noexcept {
   switch (typeOf()) {
     case AttrType::String:

@@ -87,7 +87,8 @@ InputImpl* NodeImpl::create(const String& name, AttrType type, AttrType elementT
   return add(name, type, static_cast<std::int32_t>(elementType));
 }
 
-// Returns null for a name that the node's type does not declare.
+// Creates an input that the node's type declares. Returns null if the type does not declare the
+// name.
 InputImpl* NodeImpl::instantiate(const String& name) {
   const DeclaredInput* const declared = declaration()->input(name.view());
   if (declared == nullptr) return nullptr;
@@ -98,7 +99,8 @@ InputImpl* NodeImpl::instantiate(const String& name) {
   return add(name, input.type, elementType);
 }
 
-// Appends the input to the list last, so that the list contains only complete inputs.
+// Creates an input and appends it to the list. The input is appended last, so that the list
+// contains only complete inputs.
 InputImpl* NodeImpl::add(const String& name, AttrType type, std::int32_t elementType) {
   SceneStorage& scene = storage();
   if (scene.limits.depth == 0) scene.limits.throwTooDeep(this->name() + "." + name);

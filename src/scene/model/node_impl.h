@@ -1,4 +1,4 @@
-// NodeImpl: the data of a Node, and its operations. Internal.
+// NodeImpl: the data and the operations of a Node. Internal.
 #pragma once
 
 #include <cstdint>
@@ -19,7 +19,7 @@ struct SceneStorage;
 
 class NodeImpl final : public Node {
  public:
-  /// `position`: the index of the node among the scene's nodes.
+  /// `position` is the index of the node among the scene's nodes.
   NodeImpl(const String& type, const String& name, std::uint64_t position);
   ~NodeImpl() = default;
 
@@ -28,9 +28,9 @@ class NodeImpl final : public Node {
   std::string_view typeView() const noexcept { return type_.view(); }
   std::uint32_t position() const noexcept { return firstOutput_.nodePosition(); }
   bool isRemoved() const noexcept { return cold_ != nullptr && cold_->isRemoved; }
-  /// Throws std::bad_alloc; then nothing has changed.
+  /// Marks the node as removed. Throws std::bad_alloc and then changes nothing.
   void markRemoved() { coldMembers().isRemoved = true; }
-  /// The declaration of the node's type; null for an open type.
+  /// Returns the declaration of the node's type. Returns null for an open type.
   const DeclaredType* declaration() const noexcept {
     return cold_ != nullptr ? cold_->declaration.get() : nullptr;
   }
@@ -48,7 +48,7 @@ class NodeImpl final : public Node {
   void remove(InputImpl& input) noexcept;
   SceneStorage& storage() const noexcept;
 
-  // The functions of INode.
+  // Implementations of the functions of INode.
 
   String name() const override { return name_.text(); }
   String type() const override { return type_; }
@@ -59,17 +59,18 @@ class NodeImpl final : public Node {
   OutputImpl* output(const String& name) override;
 
  private:
-  // Data that few nodes have.
+  // Members that only few nodes need.
   struct ColdMembers {
     std::shared_ptr<const DeclaredType> declaration;
-    NamedList<OutputImpl> outputs;  // all outputs except the first
+    // All outputs except the first output.
+    NamedList<OutputImpl> outputs;
     bool isRemoved = false;
   };
 
   ColdMembers& coldMembers();
   InputImpl* create(const String& name, AttrType type, AttrType elementType);
-  // `elementType`: the AttrType of an array's elements or the DataType of a buffer; 0 while not
-  // set.
+  // Adds an input. `elementType` is the AttrType of an array's elements or the DataType of a
+  // buffer. It is 0 if the element type is not known yet.
   InputImpl* add(const String& name, AttrType type, std::int32_t elementType);
   InputImpl* instantiate(const String& name);
   OutputImpl* laterOutput(const String& name, std::uint32_t nameNumber);
@@ -77,12 +78,13 @@ class NodeImpl final : public Node {
   String type_;
   InlineName name_;
   NamedList<InputImpl> inputs_;
-  OutputImpl firstOutput_;  // unnamed until the first output is looked up
+  // The first output. It has no name until an output of the node is looked up.
+  OutputImpl firstOutput_;
   std::unique_ptr<ColdMembers> cold_;
 };
 
-// Links look up nodes in random order. If a node fits into one cache line, a look-up costs one
-// cache miss.
+// A node fits into one cache line. Links look up nodes in random order, so each look-up costs only
+// one cache miss.
 #if defined(__LP64__)
 static_assert(sizeof(NodeImpl) == 64);
 #endif

@@ -29,8 +29,9 @@ void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);
 }
 
-// Does not cache a node that is found: the resolution of links looks up many different nodes, and
-// reuses the memory of their names.
+// Finds a node. Caches only a missing name. The resolution of links looks up many different nodes,
+// so caching a node that was found would not help. The resolution also reuses the memory of the
+// names.
 NodeImpl* NodeTable::find(const String& name) {
   if (name == lastName_) return last_;
   NodeImpl* const found = look(name.hash(), InlineName::Key(name));

@@ -1,4 +1,4 @@
-// SceneLimits: the limits on array elements and on the nesting depth of inputs. Internal.
+// SceneLimits: the limits of the number of array elements and of the nesting depth. Internal.
 #pragma once
 
 #include <cstdint>
@@ -9,18 +9,18 @@
 namespace zn::korvo_sdk {
 
 struct SceneLimits {
-  /// An element stores its index in 32 bits.
+  /// The maximum size of an array. An element stores its index in 32 bits.
   static constexpr std::uint64_t MAX_ARRAY_ELEMENTS = std::uint64_t{1} << 32;
 
   std::uint64_t emptyElements = Scene::DEFAULT_EMPTY_ELEMENT_LIMIT;
   std::uint64_t depth = Scene::DEFAULT_DEPTH_LIMIT;
-  std::uint64_t emptyElementCount = 0;  ///< Number of empty elements.
+  std::uint64_t emptyElementCount = 0;  ///< The number of empty elements in the scene.
 
-  /// Throws DiagnosticError for an input deeper than `depth`.
+  /// Throws DiagnosticError for an input at `path` that is nested deeper than `depth`.
   [[noreturn]] void throwTooDeep(const String& path) const;
-  /// Throws DiagnosticError if `array` cannot grow by an empty element.
+  /// Throws DiagnosticError if the scene has no room for another empty element in `array`.
   void checkEmptyElements(const Input& array) const;
-  /// Throws DiagnosticError if an array of `count` elements cannot grow.
+  /// Throws DiagnosticError if `array`, which has `count` elements, cannot grow.
   static void checkElementCount(const Input& array, std::uint64_t count);
 };
 

@@ -1,5 +1,5 @@
-// SceneStorage: everything that a Scene owns. Nodes, inputs and outputs compute its address from
-// their own addresses, see Slabs. Internal.
+// SceneStorage: all objects that a Scene owns. Nodes, inputs and outputs compute the address of the
+// SceneStorage from their own addresses (see Slabs). Internal.
 #pragma once
 
 #include <cstdint>
@@ -28,10 +28,11 @@ struct SceneStorage {
   explicit SceneStorage(Scene* owner) noexcept : scene(owner) {}
 
   Scene* const scene;
-  SmallBlockPool pool;  // declared first, so that it is destroyed last: the lists use its memory
+  // Declared before the lists that use its memory, so that it is destroyed after them.
+  SmallBlockPool pool;
   NodeTable nodes{this};
   Slabs<InputImpl, SceneStorage> inputs{this};
-  // The first output of each node is a member of the node and not stored here.
+  // The outputs except the first output of each node, which is a member of the node.
   Slabs<OutputImpl, SceneStorage> outputs{this};
   OutputNames outputNames;
   SceneLimits limits;

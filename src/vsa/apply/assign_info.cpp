@@ -11,13 +11,13 @@ namespace {
 
 constexpr std::size_t MAX_SHOWN = 20;
 
-// Every type except a matrix fits into this many components.
+// The components of every type except the matrices fit into this many doubles.
 constexpr std::size_t NARROW_COMPONENTS = 5;
 static_assert(sizeof(BufferValue) <= NARROW_COMPONENTS * sizeof(double));
 
 }  // namespace
 
-// Copies first, then moves: if the copy throws, the record is unchanged.
+// Copies first, then moves. If the copy throws, this record is unchanged.
 AssignInfo& AssignInfo::operator=(const AssignInfo& other) {
   AssignInfo copy(other);
   return *this = std::move(copy);
@@ -55,7 +55,7 @@ void AssignInfo::clear() noexcept {
 }
 
 void AssignInfo::clearValue() noexcept {
-  // Only matrices use more than the first NARROW_COMPONENTS of the payload.
+  // Only a matrix has more than NARROW_COMPONENTS components.
   const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
   std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);
   if (isMatrix)

@@ -10,30 +10,31 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The parsed form of one assignment statement. A link is stored as a PendingLink until the end of
-/// the text.
+/// The parsed form of one assignment statement.
 ///
-/// Copies share the memory that `data` points to (a string's characters, a buffer's elements). The
-/// destructor does not free it. assign() of the scene takes ownership of it.
+/// A copy shares the memory that `data` points to: the characters of a string or the elements of a
+/// buffer. The destructor does not free this memory. The scene's assign() takes ownership of it.
 struct AssignInfo {
   ds::Vector<Token> targetPath;  ///< The left-hand side, in text order.
-  ds::Vector<Token> sourcePath;  ///< Connection: the right-hand side, or the one `null` token.
-  Token valueToken;              ///< The value's first token, which messages quote.
-  Token countToken;              ///< Buffer: the list with the element count.
-  Token elementsToken;           ///< Buffer: the list with the elements.
-  Token listToken;               ///< Typed tuple: the list after the type keyword.
-  Token referenceToken;          ///< Reference: the node's name, or `null`.
+  /// Connection: the right-hand side. For `|= null`, its only token is `null`.
+  ds::Vector<Token> sourcePath;
+  Token valueToken;      ///< The value's first token, which messages quote.
+  Token countToken;      ///< Buffer: the list with the element count.
+  Token elementsToken;   ///< Buffer: the list with the elements.
+  Token listToken;       ///< Typed tuple: the list after the type keyword.
+  Token referenceToken;  ///< Reference: the node's name, or `null`.
   bool isScalar = false;
   bool isBuffer = false;
   bool isConnection = false;
   bool isReference = false;
-  AttrData data;  ///< The value that is assigned in the scene.
+  /// The value to assign to the input.
+  AttrData data;
 
   AssignInfo() = default;
   AssignInfo(const AssignInfo&) = default;
   AssignInfo(AssignInfo&&) = default;
   AssignInfo& operator=(const AssignInfo& other);
-  /// Moves the paths, which leaves them empty in `other`. Copies everything else.
+  /// Moves the paths and copies every other member. The paths of `other` are empty afterwards.
   AssignInfo& operator=(AssignInfo&& other) noexcept;
   ~AssignInfo() = default;
 
@@ -42,12 +43,12 @@ struct AssignInfo {
   /// Resets `data`.
   void clearValue() noexcept;
 
-  /// The value as messages quote it.
+  /// Returns the value in the form that messages quote. See quotedValue.
   String valueString() const;
 };
 
-/// A value as messages quote it: its first token as written, followed by "[]" for a buffer. If this
-/// is longer than 20 characters, the first 20 followed by "...".
+/// Returns a value in the form that messages quote: its first token as written, followed by "[]"
+/// for a buffer. Shortens a form of more than 20 characters to its first 20 characters and "...".
 String quotedValue(std::string_view firstToken, bool isBuffer);
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,4 +1,4 @@
-// Input paths as text. Internal.
+// Converts input paths to text. Internal.
 #pragma once
 
 #include <span>

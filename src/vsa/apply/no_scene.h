@@ -1,11 +1,11 @@
-// A scene without nodes, for a parse without a scene. Internal.
+// NoScene: a scene without nodes. The parser uses it if the host passes no scene. Internal.
 #pragma once
 
 #include <vsa/scene/scene_interface.h>
 
 namespace zn::korvo_sdk::impl {
 
-/// Finds no node and creates none. Tests derive scenes from it and override one function.
+/// Finds no node and creates none. Tests derive their scenes from it.
 class NoScene : public interfaces::IScene {
  public:
   interfaces::INode* findNode(const String&) override { return nullptr; }
@@ -20,7 +20,7 @@ class NoScene : public interfaces::IScene {
   void clearComments() override {}
 };
 
-/// The scene that the parser uses if it has none.
+/// Returns a scene without nodes, which is shared by all parsers.
 interfaces::IScene& noScene();
 
 }  // namespace zn::korvo_sdk::impl

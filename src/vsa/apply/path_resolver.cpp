@@ -32,8 +32,8 @@ IInput* PathResolver::resolve() {
   return current_;
 }
 
-// Fast path for `node.input`, the path of most statements. It makes the same calls of the scene as
-// the general code.
+// Resolves the path `node.input`, the form of most statements. This fast path makes the same calls
+// of the scene as the general code.
 IInput* PathResolver::resolveInput() {
   const Token& element = path_.back();
   required_ = {valueType_, AttrType::Null};
@@ -43,7 +43,7 @@ IInput* PathResolver::resolveInput() {
   return current_ = found != nullptr ? found : createInput(element.text);
 }
 
-// The next name or index of the path, without the dots; null at the end.
+// Returns the next name or index of the path. Skips dots. Returns null at the end of the path.
 const Token* PathResolver::nextElement() {
   while (position_ < path_.size()) {
     const Token& token = path_[position_++];
@@ -59,10 +59,10 @@ PathResolver::Required PathResolver::required() const {
   return {AttrType::Array, isIndex(*afterNext_) ? AttrType::Array : AttrType::Object};
 }
 
-// Resolves one element: finds or creates the input of that name. Indices are translated like names.
+// Resolves one element: finds or creates the input that the element names.
 IInput* PathResolver::step(const Token& element) {
   const String type = node_.type();
-  // Only declared types have former names.
+  // Only a declared type may have former names for its inputs.
   if (!anyNodeTypes()) return step(element.text, element);
   return step(updateInputName(type, element.text), element);
 }
@@ -97,7 +97,8 @@ IInput* PathResolver::createInput(const String& name) {
                  : current_->createInput(name, required_.type);
 }
 
-// The element of the current array at the index in `name`. The array grows up to this index.
+// Returns the element of the current array at the index in `name`. Appends elements until this
+// index exists.
 IInput* PathResolver::elementAt(const String& name, const Token& element) {
   IInput& array = *current_;
   if (array.elementType() == AttrType::Null) setElementType(array);
@@ -110,13 +111,14 @@ IInput* PathResolver::elementAt(const String& name, const Token& element) {
     if (session_ != nullptr) session_->chargeElement();
     array.appendElement();
     const std::uint64_t grown = array.count();
-    if (grown <= count) return nullptr;  // the scene added nothing: avoid an endless loop
+    // The scene appended nothing. Without this check the loop would not end.
+    if (grown <= count) return nullptr;
     count = grown;
   }
   return array.element(index);
 }
 
-// Sets the required element type of an array that has none.
+// Sets the element type of an array that has none to the required element type.
 void PathResolver::setElementType(IInput& array) const {
   AttrData structure;
   structure.type = AttrType::Array;
@@ -124,7 +126,8 @@ void PathResolver::setElementType(IInput& array) const {
   array.set(structure);
 }
 
-// "[3]" is 3; "[*]" is the array's size, so it appends.
+// Converts an index: "[3]" is 3. "[*]" is the size of the array, so that the statement appends an
+// element.
 std::uint64_t PathResolver::indexOf(const String& name, const Token& element) const {
   const String text = name.trimChars("[]", String());
   if (text == "*") return current_->count();
@@ -135,7 +138,8 @@ std::uint64_t PathResolver::indexOf(const String& name, const Token& element) co
   return index;
 }
 
-// Checks that an existing input has the type that the following path elements require.
+// Checks the type of an existing input against the type that the rest of the path requires. Throws
+// DiagnosticError if they differ.
 void PathResolver::checkType(IInput& found) const {
   if (found.type() == AttrType::Null) return;
   if (found.holdsBuffer(false)) typeError(required_.type, found);

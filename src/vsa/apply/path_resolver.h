@@ -1,4 +1,4 @@
-// PathResolver: finds the input of a path. Creates inputs and grows arrays as needed. Internal.
+// PathResolver: finds the input of a path. Creates missing inputs and array elements. Internal.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Resolves the elements of one target path: input names, member names and indices.
+/// Resolves the elements of one target path. An element is an input name, a member name or an
+/// index.
 class PathResolver {
  public:
   /// `emitter` has the position of the statement. `session` may be null.
@@ -22,22 +23,23 @@ class PathResolver {
 
   interfaces::INode& node() const noexcept { return node_; }
 
-  /// Resolves the whole path. Returns null when a step finds and creates no input, or when the path
-  /// has no elements. Throws DiagnosticError for a type mismatch or an index that is not a number.
-  /// Inputs created before that remain.
+  /// Resolves the whole path. Returns null if the path has no elements, or if the scene neither
+  /// finds nor creates the input of an element. Throws DiagnosticError for a type mismatch or an
+  /// index that is not a number. Inputs created before the error remain in the scene.
   interfaces::IInput* resolve();
 
   /// After `resolve`: the array that contains the target as an element, or null.
   interfaces::IInput* array() const noexcept { return array_; }
 
-  /// After `resolve`: the size of that array before the path appended elements to it.
+  /// Returns the size of `array()` before `resolve` appended elements to it.
   std::uint64_t arrayCountBefore() const noexcept { return arrayCountBefore_; }
 
  private:
-  // The types that the following path elements require of an input.
+  // The types that the rest of the path requires of an input.
   struct Required {
     AttrType type;
-    AttrType elementType;  // the type of the elements if `type` is Array
+    // The required type of the elements. Used only if `type` is Array.
+    AttrType elementType;
   };
 
   interfaces::IInput* resolveInput();
@@ -59,10 +61,11 @@ class PathResolver {
   AttrType valueType_;
   Emitter emitter_;
   ReadSession* session_;
-  // The index of the next token in the path. The first token, at index 0, is the node's name or
-  // ".".
+  // The index of the next token in `path_`. Starts at 1, because the token at index 0 is the node's
+  // name or ".".
   std::uint64_t position_ = 1;
-  const Token* next_ = nullptr;  // the element after the current one
+  // The path element after the current one, then the element after that. Null past the end.
+  const Token* next_ = nullptr;
   const Token* afterNext_ = nullptr;
   Required required_{AttrType::Null, AttrType::Null};
   interfaces::IInput* current_ = nullptr;

@@ -24,8 +24,9 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
   remaining_ += bytes;
 }
 
-// The limit was raised for the largest possible expansion, and the unused part of the raise is
-// subtracted again. That part may exceed `remaining_` until the memory of the buffer is returned.
+// Lowers the limit again by the unused part of the raise. chargeBuffer raised the limit for the
+// largest possible expansion. The unused part may exceed `remaining_` until the memory of the
+// buffer is released.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;
@@ -41,8 +42,9 @@ void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   remaining_ -= std::min(notUsed, remaining_);
 }
 
-// With the default limit, buffers may take seven eighths of it. The rest is for other memory, so
-// that the reading can continue after a buffer that is left out.
+// Returns true if the buffer may be allocated. Otherwise reports why not. Buffers may take seven
+// eighths of the default limit. The last eighth remains for other memory, so that the reading can
+// continue after a buffer was refused.
 bool ReadSession::admitsBuffer(const AssignInfo& info) {
   const std::uint64_t rest = isDefaultMemory ? limits.memory / 8 : 0;
   const std::uint64_t forBuffers = limits.memory - rest;
@@ -59,7 +61,7 @@ bool ReadSession::admitsBuffer(const AssignInfo& info) {
   return false;
 }
 
-// The input gets an empty buffer of the element type.
+// Makes the buffer empty. The input gets an empty buffer of the same element type.
 void ReadSession::skipBuffer(AssignInfo& info) {
   BufferValue& buffer = info.data.payload.buffer;
   skippedCount_ = buffer.count;
@@ -67,7 +69,8 @@ void ReadSession::skipBuffer(AssignInfo& info) {
   buffer.bytes = 0;
 }
 
-// If the node is not kept, its values keep their type, and their memory is freed.
+// Passes the memory of the value to the input. If the node is not kept, frees the memory and leaves
+// a value of the same type.
 void ReadSession::transferMemory(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
     if (value.type == AttrType::Buffer) {
@@ -93,8 +96,8 @@ std::uint64_t ReadSession::inputsOnPath() const noexcept {
   return path_[0].type == Token::Type::Dot ? inputs : inputs - 1;
 }
 
-// Called if `bytes` exceed `remaining_`. Throws, or if there is no limit, raises `remaining_` so
-// that it becomes 0 when the caller subtracts `bytes`.
+// Handles a charge of more than `remaining_` bytes. Throws ReadStopped if there is a limit.
+// Otherwise sets `remaining_` to `bytes`, from which the caller subtracts `bytes`.
 void ReadSession::overcharge(std::uint64_t bytes) {
   if (limits.memory != Limits::NONE) exceed(Budget::Memory);
   remaining_ = bytes;

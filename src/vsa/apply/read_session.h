@@ -1,7 +1,8 @@
 // ReadSession: the limits, counts and ownership of one reading through the public API. Internal.
 //
-// The plain entry points attach no session: the parser then tests one null pointer for each hook.
-// With a session, the parser calls it before it allocates memory and before it assigns a value.
+// The parser calls the session before it allocates memory and before it assigns a value. The entry
+// points of the plain interface attach no session. The parser then tests one null pointer at each
+// of these calls.
 #pragma once
 
 #include <cstdint>
@@ -15,11 +16,12 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Thrown to end a reading without a message of the parser: cancelled, or over a limit. It is not a
-/// std::exception, so that no handler treats it as an error of the host.
+/// Thrown to end a reading without a message of the parser: the reading was cancelled, or it
+/// exceeded a limit. ReadStopped is not a std::exception, so that no handler treats it as an error
+/// of the host.
 struct ReadStopped {};
 
-/// Position of a token's last character. Zero before the first token.
+/// The position of a token's last character. Both members are zero before the first token.
 struct TextPlace {
   std::int32_t line = 0;
   std::int32_t column = 0;
@@ -30,14 +32,15 @@ struct TextPlace {
 class ReadSession {
  public:
   enum class Budget : std::uint8_t { Nodes, Elements, Depth, Memory };
-  /// Why a buffer is left out.
+  /// The reason to refuse a buffer.
   enum class Refusal : std::uint8_t {
-    BufferBytes,   ///< It is larger than the limit for one buffer.
-    Memory,        ///< It is larger than the remaining memory.
-    BuffersInAll,  ///< All buffers so far and this one are larger than their limit.
+    BufferBytes,  ///< The buffer is larger than the limit for one buffer.
+    Memory,       ///< The buffer is larger than the remaining memory.
+    /// This buffer and all buffers before it exceed the limit for all buffers.
+    BuffersInAll,
   };
 
-  /// Upper bounds. Memory is in bytes, depth in levels of inputs.
+  /// Upper bounds. `bufferBytes` and `memory` are in bytes. `depth` is in levels of inputs.
   struct Limits {
     static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t nodes = NONE;
@@ -52,7 +55,7 @@ class ReadSession {
     std::uint64_t nodes = 0;
     std::uint64_t elements = 0;
     std::uint64_t values = 0;
-    std::uint64_t links = 0;  ///< Links whose resolution has started.
+    std::uint64_t links = 0;  ///< The links whose resolution has started.
   };
 
   ReadSession() = default;
@@ -61,40 +64,42 @@ class ReadSession {
 
   Limits limits;
   Counts counts;
-  /// Buffer literals are not converted. Their type and count are passed to keepSkipped.
+  /// If true, buffer literals are not converted. keepSkipped receives their type and count.
   bool skipsBuffers = false;
-  /// Values and links of the nodes for which isDroppedNode is true are not kept.
+  /// If true, the values and links of a node are dropped if isDroppedNode returns true for the
+  /// node.
   bool dropsNodes = false;
-  /// The limit of memory is the default. It grows by the bytes that compressed literals expand to.
-  /// It also bounds the sum of all buffers of the text, replaced ones included, because clearing
-  /// their memory takes time.
+  /// True if the limit of memory is the default limit. The default limit grows by the bytes that
+  /// compressed literals expand to. It also limits the sum of all buffers in the text. The sum
+  /// includes buffers whose value is replaced later, because zeroing their memory takes time.
   bool isDefaultMemory = false;
 
-  // The position of the parser, for diagnostics.
+  // These functions return the position of the parser, for diagnostics.
 
-  /// The position of the token before the current statement. During the resolution of a link, it is
-  /// the position of the token before the link's statement.
+  /// The position of the token before the current statement. While a link is resolved: the position
+  /// of the token before the statement of the link.
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }
-  /// The input whose link is being resolved; otherwise null.
+  /// The input whose link is being resolved. Null while no link is resolved.
   interfaces::IInput* link() const noexcept { return link_; }
-  /// The current statement if it is an assignment whose path was read; otherwise null.
+  /// The current statement if it is an assignment whose path has been read. Null for any other
+  /// statement.
   const AssignInfo* assignment() const noexcept {
     if (simple_ == nullptr) return assignment_;
     return simple_->isAssignment() ? simpleInfo_ : nullptr;
   }
-  /// The path of `assignment()`; empty if that is null.
+  /// The path of `assignment()`. Empty if `assignment()` is null.
   std::span<const Token> path() const noexcept {
     if (simple_ == nullptr) return path_;
     return simple_->isAssignment() ? simple_->path() : std::span<const Token>();
   }
 
-  // The parser calls these functions. Those that count memory throw ReadStopped if a limit does not
-  // allow it.
+  // The parser calls the following functions. The functions that count memory throw ReadStopped if
+  // the memory would exceed a limit.
 
-  /// Called before a statement is read from its tokens. A statement that was counted already,
-  /// because it began as a simple one, is not counted again.
+  /// Begins a statement that is read from tokens. If the statement has already been counted as a
+  /// simple statement, it is not counted again.
   void beginStatement(std::int32_t line, std::int32_t column) {
     const bool isAgain = counts.statements != 0 && TextPlace{line, column} == statement_;
     if (isAgain) --counts.statements;
@@ -102,21 +107,21 @@ class ReadSession {
     dropValue();
     countStatement(line, column);
   }
-  /// Called before the first statement. `info` has the values of simple statements.
+  /// Begins the text, before the first statement. `info` will contain the values of simple
+  /// statements.
   void beginText(const AssignInfo& info) noexcept {
     simpleInfo_ = &info;
     remaining_ = limits.memory;
   }
-  /// Like beginStatement, for a simple statement. `statement` must not change until the next
-  /// statement begins. Returns false and has no effect if the statement may exceed a limit before
-  /// it calls the scene.
+  /// Begins a simple statement. `statement` must not change until the next statement begins.
+  /// Returns false and has no effect if the statement may exceed a limit before it calls the scene.
   bool beginSimple(const SimpleStatement& statement, std::int32_t line, std::int32_t column) {
     if (statement.value.size() > remaining_ || limits.depth != Limits::NONE) return false;
     simple_ = &statement;
     countStatement(line, column);
     return true;
   }
-  /// `info` and `path` must not change until the next statement begins.
+  /// Begins an assignment. `info` and `path` must not change until the next statement begins.
   void beginAssignment(const AssignInfo& info, std::span<const Token> path) {
     assignment_ = &info;
     path_ = path;
@@ -127,7 +132,7 @@ class ReadSession {
     assignment_ = nullptr;
     path_ = {};
   }
-  /// `node` is the node on the left-hand side of the assignment.
+  /// Sets the node of the assignment: the node on its left-hand side.
   void beginTarget(interfaces::INode& node) {
     if (dropsNodes) isDropped_ = isDroppedNode(node);
   }
@@ -142,7 +147,8 @@ class ReadSession {
     if (++counts.links % LINKS_PER_POLL == 0) poll();
   }
 
-  /// Called before a node is created. `nameBytes`: the size of its type and its name.
+  /// Counts the memory of a node. Called before the node is created. `nameBytes` is the size of its
+  /// type and its name.
   void chargeNode(std::uint64_t nameBytes) {
     if (counts.nodes >= limits.nodes) exceed(Budget::Nodes);
     charge(NODE_BYTES + nameBytes);
@@ -153,63 +159,69 @@ class ReadSession {
     charge(INPUT_BYTES);
     ++counts.elements;
   }
-  /// Called before a link is stored. `sourceBytes`: the size of the source in the text.
+  /// Counts the memory of a link. Called before the link is stored. `sourceBytes` is the size of
+  /// the source in the text.
   void chargeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
     charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
   }
   void chargeText(std::uint64_t bytes) { charge(TEXT_BYTES + bytes); }
-  /// Called when type, count and size of a buffer are known, before its memory is allocated.
-  /// Returns whether it may be allocated. If not, the input gets an empty buffer of the type.
-  /// `expandedBytes`: an upper bound of the size of a decompressed text; 0 for a list.
+  /// Counts the memory of a buffer. Called when the type, count and size of the buffer are known,
+  /// and before its memory is allocated. Returns whether the memory may be allocated. If the result
+  /// is false, the buffer is empty and keeps its type. `expandedBytes` is an upper bound of the
+  /// size of the decompressed text. It is 0 for a list of numbers.
   bool chargeBuffer(AssignInfo& info, std::uint64_t expandedBytes);
-  /// Called when the compressed text of the buffer was decompressed to `length` bytes. If these are
-  /// too few to justify the memory of the buffer, frees it and makes the buffer empty.
+  /// Corrects the limit of memory after the compressed text of a buffer was decompressed to
+  /// `length` bytes. If `length` is too small to justify the memory of the buffer, frees the memory
+  /// and makes the buffer empty.
   void endBuffer(AssignInfo& info, std::uint64_t length);
 
-  /// Takes ownership of the memory of a value until it is assigned. `memory` is from malloc or
-  /// calloc.
+  /// Takes ownership of the memory of a value until the value is assigned. `memory` must be from
+  /// malloc or calloc.
   void hold(void* memory, std::uint64_t bytes) noexcept {
     dropValue();
     held_ = memory;
     heldBytes_ = bytes;
   }
-  /// Called regularly while a long value is converted. May throw ReadStopped.
+  /// Polls the host. Called regularly while a long value is converted. May throw ReadStopped.
   void continueValue() { poll(); }
-  /// Called right before the value is assigned to `input`, which takes ownership of its memory.
+  /// Passes the ownership of the value's memory to `input`. Called directly before the value is
+  /// assigned to `input`.
   void transferValue(interfaces::IInput& input, AttrData& value) {
     if (held_ != nullptr || isDropped_ || value.type == AttrType::Buffer) {
       return transferMemory(input, value);
     }
     ++counts.values;
   }
-  /// Called when the value is not assigned: frees its memory.
+  /// Frees the memory of a value that is not assigned.
   void discardValue() noexcept { dropValue(); }
 
-  /// Whether the link from `input` to `node` is kept. Otherwise the input is cleared.
+  /// Whether the link from `input` to `node` is kept. If the result is false, the caller clears the
+  /// input.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
     return !dropsNodes || isKeptLink(input, node);
   }
 
-  /// Whether the input does not accept a reference because its type is not Null or Node. False for
-  /// an input of a host's scene.
+  /// Whether the input refuses a reference because its type is neither Null nor Node. Always false
+  /// for an input of a host's scene.
   bool refusesNodes(interfaces::IInput& input) {
     const AttrType type = input.type();
     return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
   }
 
-  /// Makes the buffer of an unconverted literal empty, and keeps its count for keepSkipped.
+  /// Makes the buffer of a literal that is not converted empty. Stores its count for keepSkipped.
   void skipBuffer(AssignInfo& info);
 
-  /// The bytes counted for the reading that are still in use.
+  /// The bytes that are counted for the reading and not released yet.
   std::uint64_t memory() const noexcept { return limits.memory - remaining_; }
-  /// Counts memory that will be allocated.
+  /// Counts memory that will be allocated. Throws ReadStopped if it exceeds the limit.
   void charge(std::uint64_t bytes) {
     if (bytes > remaining_) [[unlikely]]
       overcharge(bytes);
     remaining_ -= bytes;
   }
-  /// Throws ReadStopped if `bytes` of temporary memory would exceed the limit. Does not count them.
+  /// Throws ReadStopped if `bytes` of temporary memory would exceed the limit. Does not count the
+  /// bytes.
   void requireMemory(std::uint64_t bytes) {
     if (bytes > remaining_ && limits.memory != Limits::NONE) [[unlikely]]
       exceed(Budget::Memory);
@@ -223,16 +235,20 @@ class ReadSession {
 
   /// Throws ReadStopped.
   [[noreturn]] virtual void exceed(Budget budget) = 0;
-  /// Called every few statements and links.
+  /// Asks the host whether to cancel the reading. Called after every STATEMENTS_PER_POLL statements
+  /// and LINKS_PER_POLL links, and while a long value is converted. May throw ReadStopped.
   virtual void poll() = 0;
-  /// The bytes of the value of `input`, which the input frees when another value is assigned.
+  /// The bytes of the current value of `input`. The input frees these bytes when it gets another
+  /// value.
   virtual std::uint64_t bytesHeldBy(interfaces::IInput& input) = 0;
-  /// Called right before a skipped buffer literal of `count` elements is assigned to `input`.
+  /// Receives a skipped buffer literal of `count` elements. Called directly before the empty buffer
+  /// is assigned to `input`.
   virtual void keepSkipped(interfaces::IInput& input, const AssignInfo& info,
                            std::uint64_t count) = 0;
-  /// Reports a buffer that is left out.
+  /// Reports a refused buffer.
   virtual void refuse(Refusal refusal, const AssignInfo& info) = 0;
-  // Except `isOfLibrary`, these are called only if `dropsNodes` is set.
+  // The session calls the following functions only if `dropsNodes` is set. Exception:
+  // `isOfLibrary`.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
   /// Whether the input belongs to a scene of the library.
@@ -242,12 +258,13 @@ class ReadSession {
  private:
   static constexpr std::uint64_t STATEMENTS_PER_POLL = 64;
   static constexpr std::uint64_t LINKS_PER_POLL = 1024;
-  // The memory of each object in the library's scene, including its slots in lists and tables.
+  // The estimated bytes of each object in the library's scene, including its slots in lists and
+  // tables.
   static constexpr std::uint64_t NODE_BYTES = 96;
   static constexpr std::uint64_t INPUT_BYTES = 64;
   static constexpr std::uint64_t LINK_BYTES = 64;
   static constexpr std::uint64_t TEXT_BYTES = 32;
-  // The memory of a replaced value is subtracted only if the new one has at least this size.
+  // The memory of a replaced value is released only if the new value has at least this size.
   static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
 
   void dropValue() noexcept {
@@ -262,23 +279,30 @@ class ReadSession {
     statement_ = {line, column};
     if (++counts.statements % STATEMENTS_PER_POLL == 0) poll();
   }
-  // The number of names and indices in the path, without the node's name.
+  // The number of names and indices in the path. The node's name is not counted.
   std::uint64_t inputsOnPath() const noexcept;
 
   TextPlace statement_;
   interfaces::IInput* link_ = nullptr;
-  const SimpleStatement* simple_ = nullptr;  // the current statement if simple, otherwise null
+  // The current statement if it is simple, otherwise null.
+  const SimpleStatement* simple_ = nullptr;
   const AssignInfo* simpleInfo_ = nullptr;
-  const AssignInfo* assignment_ = nullptr;  // the current assignment if it is not simple
+  // The current assignment if it is read from tokens, otherwise null.
+  const AssignInfo* assignment_ = nullptr;
   std::span<const Token> path_;
   void* held_ = nullptr;
   std::uint64_t heldBytes_ = 0;
-  std::uint64_t remaining_ = 0;     // bytes of limits.memory that are not counted yet
-  std::uint64_t bufferBytes_ = 0;   // size of all buffers of the text so far
-  std::uint64_t raisedBytes_ = 0;   // the increase of the limit of memory for the last buffer
-  std::uint64_t skippedCount_ = 0;  // number of elements of the skipped buffer
+  // The bytes of limits.memory that are not used.
+  std::uint64_t remaining_ = 0;
+  // The size of all buffers of the text so far.
+  std::uint64_t bufferBytes_ = 0;
+  // The amount by which the last buffer raised the limit of memory.
+  std::uint64_t raisedBytes_ = 0;
+  // The number of elements of the skipped buffer.
+  std::uint64_t skippedCount_ = 0;
   bool isResolving_ = false;
-  bool isDropped_ = false;  // the node of the current assignment is not kept
+  // The node of the current assignment is not kept.
+  bool isDropped_ = false;
 };
 
 }  // namespace zn::korvo_sdk::impl

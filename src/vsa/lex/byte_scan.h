@@ -1,5 +1,5 @@
-// Byte scans of the lexer's inner loops: sixteen bytes per step with SSE2, one byte per step
-// elsewhere. Internal.
+// Scans bytes for the lexer's inner loops: 16 bytes per step with SSE2, one byte per step without
+// SSE2. Internal.
 #pragma once
 
 #include <cstddef>
@@ -25,7 +25,8 @@ inline std::uint32_t equalMask(__m128i bytes, char c) {
 
 }  // namespace detail
 
-/// The first byte in [at, end) that is `a`, `b` or the end mark 0xFF, or `end`.
+/// Returns the first byte in [at, end) that is `a`, `b` or the end mark 0xFF. Returns `end` if
+/// there is no such byte.
 inline const char* findStop(const char* at, const char* end, char a, char b) {
 #if defined(__SSE2__)
   for (; end - at >= 16; at += 16) {
@@ -39,7 +40,8 @@ inline const char* findStop(const char* at, const char* end, char a, char b) {
   return at;
 }
 
-/// The number of bytes equal to `c`. Branch-free: the positions of line feeds are unpredictable.
+/// Returns the number of bytes in [at, end) that equal `c`. Has no branches, because the positions
+/// of line feeds are unpredictable.
 inline std::size_t countOf(const char* at, const char* end, char c) {
   std::size_t count = 0;
 #if defined(__SSE2__)
@@ -57,7 +59,7 @@ inline std::size_t countOf(const char* at, const char* end, char c) {
   return count;
 }
 
-/// The last byte in [at, end) that is `c`, or null.
+/// Returns the last byte in [at, end) that equals `c`, or null.
 inline const char* findLast(const char* at, const char* end, char c) {
 #if defined(__SSE2__)
   for (; end - at >= 16; end -= 16) {
@@ -74,7 +76,7 @@ inline const char* findLast(const char* at, const char* end, char c) {
 /// The line feeds in a run of bytes.
 struct LineFeeds {
   std::size_t count;  ///< The number of line feeds.
-  const char* last;   ///< The last one; null when there is none.
+  const char* last;   ///< The last line feed. Null if `count` is 0.
 };
 
 inline LineFeeds countLineFeeds(const char* at, const char* end) {

@@ -1,4 +1,5 @@
-// Converts characters to tokens. One switch selects a function for each token type.
+// The lexer converts characters to tokens. One switch selects the function that reads a token of
+// each type.
 #include "vsa/lex/lexer.h"
 
 #include <algorithm>
@@ -20,16 +21,17 @@ namespace {
 using char_class::is;
 using Type = Token::Type;
 
-// From this size on, the token's text adopts the buffer of the collected characters instead of
-// copying it.
+// The minimum size of a token text that adopts the buffer of the collected characters. A shorter
+// text is a copy of the characters.
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
-// Runs are collected in chunks that fit into the L1 cache.
+// The maximum number of bytes to collect in one step. A step fits into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;
-// From this size on, a list reserves memory for up to 15 times its size at once.
+// The minimum size of a long list. When a long list grows, it reserves memory for up to 15 times
+// its size.
 constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
-// The characters before the first NUL.
+// Returns the characters before the first NUL.
 std::string_view textOf(const ds::Vector<char>& chars) {
   const std::string_view all(chars.data, static_cast<std::size_t>(chars.size));
   return all.substr(0, all.find('\0'));
@@ -47,9 +49,10 @@ struct Lexer::ListKind {
 
 // --- collecting characters ---
 
-// Reserves capacity for `count` more bytes of a list. A long list reserves the size of a large part
-// of the window, so that it is rarely reallocated. The token frees the unused part. The capacity at
-// least doubles, because a source may buffer only a few bytes at a time.
+// Reserves capacity for `count` more bytes of a list. A long list also reserves the size of the
+// buffered bytes, up to 15 times its own size, so that it is rarely reallocated. The token frees
+// the unused capacity. The capacity at least doubles, because a source may buffer only a few bytes
+// at a time.
 void Lexer::reserveForList(std::size_t count) {
   const std::uint64_t needed = chars_.size + count;
   if (needed <= chars_.capacity || chars_.size < MIN_LONG_LIST_BYTES)
@@ -69,7 +72,7 @@ void Lexer::collect() {
   chars_.push_back(consume());
 }
 
-// Collects characters as long as they are in one of `classes`. No class may contain the line feed.
+// Collects characters while they are in one of `classes`. No class may contain the line feed.
 void Lexer::collectRun(unsigned classes) {
   while (is(lookaheadChar, classes)) {
     if (windowBegin == windowLast()) {
@@ -85,7 +88,7 @@ void Lexer::collectRun(unsigned classes) {
   }
 }
 
-// Collects characters until `a`, `b` or the end.
+// Collects characters up to the next `a` or `b`, or up to the end of the input.
 void Lexer::collectUntil(char a, char b) {
   while (!atEnd() && lookaheadChar != a && lookaheadChar != b) {
     if (windowEnd - windowBegin < 2) {
@@ -103,7 +106,7 @@ void Lexer::collectUntil(char a, char b) {
   }
 }
 
-// Consumes the buffered white space, except the last byte of the window.
+// Consumes white space in the window up to the last byte of the window.
 void Lexer::skipBufferedWhite() noexcept {
   const char* const begin = windowBegin;
   const char* const last = windowLast();
@@ -173,7 +176,8 @@ Token Lexer::invalidListToken(const String& what) const {
   return invalid(DiagnosticId::InvalidListToken, what);
 }
 
-// The token has the position of the last character before the invalid one.
+// Returns an Invalid token for the lookahead. Its position is that of the character before the
+// lookahead.
 Token Lexer::invalid(DiagnosticId id, const String& list) const {
   problem_ = {id,
               diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),
@@ -185,7 +189,8 @@ Token Lexer::invalid(DiagnosticId id, const String& list) const {
   return {Type::Invalid, problem_.logLine(), line, column};
 }
 
-// `index` has 32 bits and wraps around. countIndexWraps counts how often, once per block.
+// Returns the number of consumed characters, or UNKNOWN_OFFSET. `index` has 32 bits and wraps
+// around. countIndexWraps counts the wraps, once per block.
 std::int64_t Lexer::offset() const noexcept {
   const auto now = static_cast<std::uint32_t>(index);
   if (isOffsetUnknown_) return Diagnostic::UNKNOWN_OFFSET;
@@ -243,15 +248,16 @@ Token Lexer::readByCharacters() {
   }
 }
 
-// Reads from "#" to the end of the line. The line end itself is not consumed.
+// Reads from "#" to the end of the line. Does not consume the line break.
 Token Lexer::comment() {
   chars_.clear();
   collectUntil('\n', '\r');
   return collectedToken(Type::Comment);
 }
 
-// '"' ... '"', kept as written. A backslash and the backslash or quote after it are one escape
-// sequence. The opening quote is collected first, so it does not close the string.
+// Reads '"' ... '"' and keeps it as written. A backslash and the backslash or quote after it are
+// one escape sequence. The loop collects a character before it checks for a quote, so the opening
+// quote does not close the string.
 Token Lexer::string() {
   chars_.clear();
   do {
@@ -267,7 +273,7 @@ Token Lexer::string() {
   return collectedToken(Type::Str);
 }
 
-// A letter or "_", then letters, digits and "_".
+// Reads a letter or "_", then letters, digits and "_".
 Token Lexer::id() {
   if (atEnd()) return unexpectedEof("ID");
   chars_.clear();
@@ -280,7 +286,7 @@ Token Lexer::id() {
   return word;
 }
 
-// "-" or a digit, then number characters. The parser converts the text later.
+// Reads "-" or a digit, then number characters. The parser converts the text later.
 Token Lexer::number() {
   if (atEnd()) return unexpectedEof("NUMBER");
   chars_.clear();
@@ -304,8 +310,8 @@ Token Lexer::braces() {
   return bracketedList({'{', '}', "BRACES", "BRACE", Type::Braces});
 }
 
-// "[" ... "]", kept as written. Brackets do not nest: the first "]" after the first character
-// closes the list.
+// Reads "[" ... "]" and keeps it as written. Brackets do not nest: the first "]" after the first
+// character closes the list.
 Token Lexer::brackets() {
   chars_.clear();
   do {
@@ -317,8 +323,8 @@ Token Lexer::brackets() {
   return collectedToken(Type::Brackets);
 }
 
-// A whole list as one token: its elements, separated by single blanks. Nested lists of the same
-// kind are flattened. Other brackets and commas are separators.
+// Reads a whole list as one token. The token contains the elements, separated by single blanks.
+// Nested lists of the same kind are flattened. Other brackets and commas are separators.
 Token Lexer::bracketedList(const ListKind& kind) {
   chars_.clear();
   std::uint64_t depth = 0;
@@ -358,7 +364,7 @@ void Lexer::list(ds::Vector<char>& chars, char open, char close) {
   }
 }
 
-// Appends one blank between two elements, and none next to the brackets.
+// Appends one blank between two elements. Appends nothing next to the brackets of the list.
 void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   const char last = chars.size == 0 ? '\0' : chars[chars.size - 1];
   if (String::isSpace(last) || !String::isPrintable(last)) return;
@@ -366,8 +372,8 @@ void Lexer::separate(ds::Vector<char>& chars, char open, char close) {
   chars.push_back(' ');
 }
 
-// Collects runs of numbers in large chunks. It stops after a number character, so bracketedList
-// continues as if it had read one character at a time.
+// Collects runs of numbers in large steps. Each step stops after a number character. The result is
+// the same as reading one character at a time.
 void Lexer::collectListRun() {
   while (isNumberChar() && windowEnd - windowBegin >= 2) {
     const std::size_t available = static_cast<std::size_t>(windowEnd - 1 - windowBegin);

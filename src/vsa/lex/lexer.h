@@ -1,9 +1,9 @@
 // Lexer: converts characters to tokens. Internal.
 //
-// `consume` is the only function that fetches a character from the source, and it defines how
-// positions are counted. A source may also expose its buffered bytes as a window. The inner loops
-// then scan the window, compute the position once for a run of bytes, and call `consume` at the end
-// of the window. Without a window they call `consume` for every character, with the same result.
+// `consume` is the only function that fetches a character from the source. It defines how positions
+// are counted. A source may also expose its buffered bytes as a window. The inner loops then scan
+// the window and compute the position once for a run of bytes. At the end of the window, and
+// without a window, they call `consume` for each character. The result is the same.
 #pragma once
 
 #include <cstddef>
@@ -27,30 +27,34 @@ inline std::int32_t wrappingSum(std::int32_t a, std::size_t b) {
 
 }  // namespace detail
 
-/// Marks the end of the input. A byte of this value in the text also ends the input.
+/// The lookahead at the end of the input. A byte of this value in the text also ends the input.
 inline constexpr char END_OF_INPUT = static_cast<char>(0xFF);
 
-/// Never logs. Returns errors in the text as tokens. Throws only std::bad_alloc and the exceptions
-/// of the source.
+/// Converts the characters of one source to tokens. Does not log: it returns errors in the text as
+/// tokens. Throws only std::bad_alloc and the exceptions of the source.
 class Lexer {
  public:
   virtual ~Lexer() = default;
-  /// Consumes one character and returns it. Afterwards `line` and `column` are its position.
+  /// Consumes one character and returns it. Sets `line` and `column` to its position.
   virtual char consume() = 0;
 
-  char previous = 0;       ///< The character consumed last; 0 before the first.
-  char lookaheadChar = 0;  ///< The next character; END_OF_INPUT at the end.
-  // The following three counts wrap around past 2^31 - 1.
-  std::int32_t index = 0;   ///< Characters consumed.
-  std::int32_t line = 1;    ///< Line of `previous`, from 1.
-  std::int32_t column = 0;  ///< Column of `previous`, from 1; 0 before the first character.
+  /// The last consumed character. 0 before the first.
+  char previous = 0;
+  /// The next character. END_OF_INPUT at the end.
+  char lookaheadChar = 0;
+  // The following three counts wrap around after 2^31 - 1.
+  std::int32_t index = 0;  ///< The number of consumed characters.
+  std::int32_t line = 1;   ///< The line of `previous`. The first line is 1.
+  /// The column of `previous`. The first column is 1. 0 before the first character.
+  std::int32_t column = 0;
 
-  /// The next token. White space and characters that are not printable are skipped.
+  /// Returns the next token. Skips white space and non-printable characters before the token.
   Token nextToken();
   /// Stores the next token in `out`.
   void nextToken(Token& out);
 
-  // Each function reads one token of its type, which begins at `lookaheadChar`.
+  // Each of the following functions reads one token of its type. The token must begin at
+  // `lookaheadChar`.
 
   Token comment();
   Token string();
@@ -62,50 +66,53 @@ class Lexer {
 
   /// Consumes one character and returns its token.
   Token token(Token::Type type);
-  /// A token of collected characters. Its text ends before the first NUL.
+  /// Returns a token of collected characters. Its text ends before the first NUL.
   Token token(Token::Type type, const ds::Vector<char>& chars) const;
   Token eof() const;
   Token invalidToken() const;
   Token unexpectedEof(const String& what) const;
   Token invalidListToken(const String& what) const;
-  /// Reads the next part of a list of `parens` or `braces`.
+  /// Reads the next part of a parenthesis or brace list.
   void list(ds::Vector<char>& chars, char open, char close);
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// Collected bytes of the current token; 0 if the token is in one block of the source and not
-  /// collected.
+  /// The number of collected bytes of the current token. 0 if the token was read from the window
+  /// without collecting its characters.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
-  /// The record of the last Invalid token, or of the token that is incomplete at the end of the
-  /// text. The text of an Invalid token is the log line of the record. The text of the Eof token
-  /// after an incomplete token is the text of the record.
+  /// The record of the last error. The error is an Invalid token or a token that the end of the
+  /// text cuts off. The text of an Invalid token is the log line of the record. The text of the Eof
+  /// token after a cut-off token is the text of the record.
   const Diagnostic& problem() const noexcept { return problem_; }
 
-  /// True when a byte 0xFF ended the input before the end of the source.
+  /// Returns true if a byte 0xFF ended the input before the end of the source.
   bool endsAtMark() const noexcept { return lookaheadChar == END_OF_INPUT && !sourceEnded_; }
 
-  // The sources and the StatementScanner read and move the window.
+  // The sources and the StatementScanner read and change the window.
 
-  /// The window: the buffered bytes. `*windowBegin` is the lookahead. Empty when both are equal.
+  /// The window: the buffered bytes from `windowBegin` to `windowEnd`. The first byte is the
+  /// lookahead. The window is empty if both pointers are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
-  /// The first of the bytes up to `windowBegin` that are still in memory.
+  /// The first byte before the window that is still in memory. All bytes from it to `windowBegin`
+  /// have been consumed.
   const char* windowStart = nullptr;
 
-  /// The last byte of the window. A byte before it can be consumed, because its successor is
-  /// buffered.
+  /// The last byte of the window. Only the bytes before it can be consumed without the source,
+  /// because their successors are buffered. Equals `windowBegin` if the window is empty.
   const char* windowLast() const noexcept {
     return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
   }
-  /// Consumes the first `count` bytes of the window, which has more.
+  /// Consumes the first `count` bytes of the window. The window must contain more than `count`
+  /// bytes.
   void consumeBytes(std::size_t count) noexcept;
-  /// Whether the last `count` tokens are in the current block of the source, and the offset of each
-  /// is known.
+  /// Whether the last `count` tokens are in the current block of the source, and their offsets are
+  /// known.
   bool hasInBlock(std::uint32_t count) const noexcept {
     return tokensInBlock_ >= count && !isOffsetUnknown_;
   }
-  /// The names of the text, and other short texts of tokens.
+  /// The pool that creates the texts of the tokens.
   TokenTextPool& texts() noexcept { return texts_; }
 
  protected:
@@ -113,15 +120,17 @@ class Lexer {
   Lexer(const Lexer&) = delete;
   Lexer& operator=(const Lexer&) = delete;
 
-  /// Every `consume` calls this function, which advances the position by the lookahead and makes
-  /// `next` the new lookahead.
+  /// Advances the position by the lookahead and makes `next` the new lookahead. Every
+  /// implementation of `consume` must call this function.
   char step(char next) noexcept;
-  /// Derived classes call this before they read a block of bytes. A block has fewer than 2^32
-  /// bytes.
+  /// Counts the wraps of `index`. Derived classes call this function before they read a block of
+  /// bytes. A block must contain fewer than 2^32 bytes.
   void countIndexWraps() noexcept;
-  /// Derived classes that do not read in blocks call this when `index` may wrap around.
+  /// Makes all offsets unknown. A derived class that does not read in blocks calls this function if
+  /// `index` may wrap around.
   void forgetOffset() noexcept { isOffsetUnknown_ = true; }
-  /// Derived classes call this when the source has no more characters.
+  /// Marks the end of the source. Derived classes call this function when the source has no more
+  /// characters.
   void endSource() noexcept { sourceEnded_ = true; }
 
  private:
@@ -154,10 +163,14 @@ class Lexer {
 
   bool sourceEnded_ = false;
   bool isOffsetUnknown_ = false;
-  std::uint32_t indexAtBlock_ = 0;   // `index` when the current block was read
-  std::uint32_t tokensInBlock_ = 0;  // tokens read since the current block was read
-  std::uint32_t indexWraps_ = 0;  // how often `index` had wrapped around before the current block
-  mutable Diagnostic problem_;    // returned by problem(); const functions set it
+  // The value of `index` when the current block was read.
+  std::uint32_t indexAtBlock_ = 0;
+  // The number of tokens read since the current block was read.
+  std::uint32_t tokensInBlock_ = 0;
+  // The number of wraps of `index` before the current block.
+  std::uint32_t indexWraps_ = 0;
+  // See problem(). Mutable, because const functions set it.
+  mutable Diagnostic problem_;
 };
 
 // --- positions ---
@@ -175,7 +188,8 @@ inline char Lexer::step(char next) noexcept {
   return previous;
 }
 
-// Consumes `count` bytes, fewer than the window has. Only the last one may be a line feed.
+// Consumes `count` bytes of the window. The window must contain more bytes. Only the last of the
+// `count` bytes may be a line feed.
 inline void Lexer::consumeInLine(std::size_t count) noexcept {
   if (previous == '\n') {
     line = detail::wrappingSum(line, 1);
@@ -188,13 +202,13 @@ inline void Lexer::consumeInLine(std::size_t count) noexcept {
   lookaheadChar = *windowBegin;
 }
 
-// Consumes `count` bytes, fewer than the window has.
+// Consumes `count` bytes of the window. The window must contain more bytes.
 inline void Lexer::consumeBytes(std::size_t count) noexcept {
   consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// Consumes `count` bytes, fewer than the window has. The line feeds before the last byte are
-// already counted in `feeds`. The column is counted from the last line feed.
+// Consumes `count` bytes of the window. The window must contain more bytes. `feeds` describes the
+// line feeds before the last of the `count` bytes. The column is counted from the last line feed.
 inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);

@@ -7,8 +7,8 @@ namespace zn::korvo_sdk::impl {
 
 using zn::detail::OpenFile;
 
-// The window is the whole text. Its first byte is the lookahead. The lookahead of an empty text is
-// NUL, which is skipped like a blank.
+// The window is the whole text, and its first byte is the lookahead. If the text is empty, the
+// lookahead is NUL. The lexer skips NUL like a blank.
 StringLexer::StringLexer(const String& text) : source(text) {
   lookaheadChar = source[0];
   windowBegin = windowStart = source.buf();
@@ -31,15 +31,15 @@ FileLexer::~FileLexer() {
   if (OpenFile* const shared = OpenFile::of(file)) shared->detach(cursor_);
 }
 
-// The window is empty if another handle has read from the file since the last character was
-// consumed.
+// If another handle has read from the file since the last consumed character, the window is empty,
+// and `fetch` reads the next byte.
 char FileLexer::consume() {
   if (windowEnd - windowBegin > 1) return step(*++windowBegin);
   return step(fetch());
 }
 
-// Reads the next byte of the file and makes it the first byte of the window. When the source
-// throws, the window is empty.
+// Reads the next byte of the file and makes it the first byte of the window. If the source throws,
+// the window is empty.
 char FileLexer::fetch() {
   countIndexWraps();
   block_.reset();

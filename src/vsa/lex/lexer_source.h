@@ -10,7 +10,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Reads a String. Shares its characters with the caller's handle.
+/// A lexer whose source is a String. It shares the characters with the caller's String.
 class StringLexer final : public Lexer {
  public:
   explicit StringLexer(const String& text);
@@ -19,9 +19,11 @@ class StringLexer final : public Lexer {
   const String source;
 };
 
-/// Reads an open file from its read position. The file is shared with other handles: when one of
-/// them reads, the file's position is right after the lookahead character, and the lexer continues
-/// after the bytes that the handle has read.
+/// A lexer whose source is an open file. It begins at the read position of the file.
+///
+/// Other handles may read from the same file between two tokens. The position of the file for such
+/// a handle is the byte after the lookahead. The lexer then continues after the bytes that the
+/// handle has read.
 class FileLexer final : public Lexer {
  public:
   explicit FileLexer(const File& opened);
@@ -36,7 +38,7 @@ class FileLexer final : public Lexer {
   char fetch();
 
   const zn::detail::OpenFile::Cursor cursor_{windowBegin, windowEnd};
-  // Keeps the bytes of the window in memory when a scene reads from the file during a statement.
+  // Keeps the bytes of the window in memory while a scene reads from the file during a statement.
   std::shared_ptr<const char[]> block_;
 };
 

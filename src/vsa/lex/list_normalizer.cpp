@@ -1,8 +1,10 @@
-// Processes one vector of bytes per step. Two table look-ups, by the high and the low nibble,
-// classify a byte (Langdale and Lemire, "Parsing Gigabytes of JSON per Second", 2019). Most lists
-// are nearly normal already, so most steps are one store. Each step advances by its full width and
-// depends on the previous step by only one bit: whether it ended in a separator. Separators at the
-// end of the list are removed last.
+// The kernels of the list normaliser. The vector kernels process one vector of bytes per step.
+//
+// Two table look-ups, by the high and the low nibble, classify a byte (Langdale and Lemire,
+// "Parsing Gigabytes of JSON per Second", 2019). Most lists are almost normal, so most steps are
+// one store. Each step advances by the full width of a vector. A step depends on the previous step
+// by only one bit: whether the previous step ended in a separator. The separators at the end of the
+// list are removed at the end.
 #include "vsa/lex/list_normalizer.h"
 
 #include <array>
@@ -54,13 +56,14 @@ NormalizedList normalizeListPortable(const char* from, const char* end, char* to
 
 namespace {
 
-// The classes of a byte are byHigh[high nibble] & byLow[low nibble]. Bytes from 0x80 on have none.
-// One bit represents a set of low nibbles within one class. High nibbles with the same set share
-// the bit.
+// Tables that classify a byte. The classes of a byte are byHigh[high nibble] & byLow[low nibble]. A
+// byte of 0x80 or more has no class. One bit represents a set of low nibbles within one class. High
+// nibbles with the same set use the same bit.
 struct NibbleTables {
   alignas(16) std::int8_t byHigh[16] = {};
   alignas(16) std::int8_t byLow[16] = {};
-  std::int8_t numberBits = 0;  // the bits of number characters; all other bits represent separators
+  // The bits that represent number characters. All other bits represent separators.
+  std::int8_t numberBits = 0;
 };
 
 constexpr std::uint16_t rowOfClass(unsigned high, bool (*isInClass)(char)) {
@@ -115,7 +118,8 @@ constexpr bool nibblesAgreeWithClasses() {
 
 static_assert(nibblesAgreeWithClasses());
 
-/// For each subset of eight bytes, the shuffle that moves its members to the front.
+/// Returns a shuffle for each subset of eight bytes. The shuffle moves the members of the subset to
+/// the front.
 constexpr auto makeCompactions() {
   std::array<std::array<std::int8_t, 8>, 256> shuffles{};
   for (unsigned set = 0; set < 256; ++set) {
@@ -129,8 +133,8 @@ constexpr auto makeCompactions() {
 
 constexpr auto COMPACTIONS = makeCompactions();
 
-/// The bytes of one step with every separator replaced by a blank, and a bit mask of the
-/// separators. `isKnown` is false when a byte is neither a number character nor a separator.
+/// The result of one step: the bytes with every separator replaced by a blank, and a bit mask of
+/// the separators. `isKnown` is false if a byte is neither a number character nor a separator.
 struct Step16 {
   __m128i normal;
   std::uint32_t separators;
@@ -143,7 +147,7 @@ struct Step32 {
   bool isKnown;
 };
 
-/// The separators that follow another separator.
+/// Returns the separators that follow another separator.
 inline std::uint32_t repeated(std::uint32_t separators, std::uint32_t isAfterSeparator) {
   return static_cast<std::uint32_t>(separators &
                                     (std::uint64_t{separators} << 1 | isAfterSeparator));
@@ -182,7 +186,7 @@ VSA_AVX2_INLINE Step32 readStep32(const char* from) {
           _mm256_movemask_epi8(_mm256_cmpeq_epi8(classes, zero)) == 0};
 }
 
-/// Writes those of the lower eight bytes that are in `set`. Returns the end of the output.
+/// Writes the lower eight bytes that are members of `set`. Returns the end of the output.
 VSA_SSE42_INLINE char* writeMembers8(__m128i bytes, std::uint32_t set, char* to) {
   const auto* const shuffle = reinterpret_cast<const __m128i*>(COMPACTIONS[set].data());
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to),
@@ -200,14 +204,16 @@ VSA_AVX2_INLINE char* writeMembers32(__m256i bytes, std::uint32_t set, char* to)
   return writeMembers16(_mm256_extracti128_si256(bytes, 1), set >> 16, to);
 }
 
-/// Software prefetch: the hardware prefetcher stops at the end of a page.
+/// Prefetches the input and the output of later steps. The hardware prefetcher stops at the end of
+/// a page.
 inline void prefetchAhead(const char* from, char* to) noexcept {
   constexpr std::size_t AHEAD = 2048;
   zn::detail::prefetch(from, AHEAD);
   zn::detail::prefetchForWriting(to, AHEAD);
 }
 
-/// Removes the separators at the end of the last step, and continues from there byte by byte.
+/// Removes the separators at the end of the last step. Normalises the rest of the list byte by
+/// byte.
 NormalizedList finishList(const char* from, const char* end, char* to, bool isAfterSeparator) {
   if (isAfterSeparator) {
     --to;
@@ -251,8 +257,8 @@ VSA_AVX2 NormalizedList normalizeListAvx2(const char* from, const char* end, cha
     }
     isAfterSeparator = step.separators >> 31;
   }
-  // The compiler does not insert this instruction before a tail call. Without the instruction,
-  // later SSE instructions wait for the upper halves of the registers.
+  // The compiler does not insert this instruction before a tail call. Without it, later SSE
+  // instructions would wait for the upper halves of the registers.
   _mm256_zeroupper();
   return finishList(from, end, to, isAfterSeparator != 0);
 }

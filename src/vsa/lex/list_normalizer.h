@@ -1,5 +1,5 @@
-// The list normaliser: copies numbers and the separators between them in normal form, with single
-// blanks between the numbers. Internal.
+// The list normaliser: copies a list of numbers in normal form, with single blanks between the
+// numbers. Internal.
 #pragma once
 
 #include <cstddef>
@@ -12,24 +12,26 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The ends of the bytes that were read and written.
+/// The positions where the normaliser stopped.
 struct NormalizedList {
   const char* from;  ///< One past the last byte read.
   char* to;          ///< One past the last byte written.
 };
 
-/// The output is never longer than the input, but up to this many bytes after it are overwritten.
+/// The maximum number of bytes after the output that are overwritten.
 inline constexpr std::size_t NORMALIZER_SLACK = 16;
 
-/// Copies number characters from [from, end) to `to`, and replaces each run of blanks, line ends
-/// and commas between two of them by a single blank. Stops before the first other byte, and before
-/// a run of separators that no number character follows, so it always stops after a number
-/// character. The byte at `from` must be a number character. `to` must have a capacity of end -
-/// from + NORMALIZER_SLACK.
+/// Copies number characters from [from, end) to `to`. Replaces each run of blanks, line ends and
+/// commas between two number characters by one blank. Stops before the first byte that is neither a
+/// number character nor a separator. Also stops before a run of separators that no number character
+/// follows. The last byte read is therefore always a number character.
+///
+/// The byte at `from` must be a number character. The output is never longer than the input. `to`
+/// must have a capacity of end - from + NORMALIZER_SLACK bytes.
 NormalizedList normalizeList(const char* from, const char* end, char* to);
 
-/// normalizeList selects one of these kernels by processor. All give the same result. This one runs
-/// on every processor.
+/// The kernels of normalizeList, which selects one of them by processor. All kernels give the same
+/// result. This kernel runs on every processor.
 NormalizedList normalizeListPortable(const char* from, const char* end, char* to);
 #if VSA_LIST_NORMALIZER_HAS_VECTORS
 /// Requires cpuHasSse42().

@@ -20,7 +20,8 @@ std::uintptr_t addressOf(const char* at) {
   return reinterpret_cast<std::uintptr_t>(at);
 }
 
-// The column of the character before `at` in the line that begins at an address.
+// Returns the column of the character before `at`. `lineBegin` is the address of the first
+// character of the line.
 std::int32_t columnIn(std::uintptr_t lineBegin, const char* at) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(addressOf(at) - lineBegin));
 }
@@ -37,8 +38,8 @@ SimpleStatement::SimpleStatement()
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
-  // If four tokens end in this block, they are `consumed` and the three tokens after it, so `index`
-  // did not wrap around between them.
+  // Requires that four tokens end in this block: `consumed` and the three tokens after it. `index`
+  // then did not wrap around between them.
   if (!lexer.hasInBlock(4)) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
@@ -80,8 +81,9 @@ void StatementScanner::moveBack() noexcept {
   lexer_.lookaheadChar = *end_;
 }
 
-// If a scene has read from the file, the window is empty. A temporary window then contains the
-// lookahead, which the scene cannot have read, and the byte after it.
+// Moves the lexer back and reads the tokens. If the scene has read from the file, the window is
+// empty. A temporary window then contains the lookahead and the byte after it. The scene cannot
+// have read these bytes.
 void StatementScanner::readLookahead(ds::Vector<Token>& tokens) {
   const bool isKept = isWindowKept();
   moveBack();
@@ -99,7 +101,7 @@ void StatementScanner::skipLookahead() noexcept {
 
 // --- characters ---
 
-// Continues after the last accepted statement.
+// Moves the scanned position to the end of the last accepted statement.
 void StatementScanner::moveToEnd() noexcept {
   line_ = endLine_;
   lineBegin_ = addressOf(end_) - static_cast<std::uint32_t>(endColumn_);
@@ -111,7 +113,7 @@ inline void StatementScanner::pass(const LineFeeds& feeds) noexcept {
   lineBegin_ = addressOf(feeds.last + 1);
 }
 
-// The first character of the next token.
+// Returns the first character of the next token. Returns null if it is not in the window.
 inline const char* StatementScanner::skipWhite(const char* at) noexcept {
   if (at == nullptr) return nullptr;
   const char* const last = last_;
@@ -127,15 +129,15 @@ inline const char* StatementScanner::skip(const char* at, char c) noexcept {
   return at != nullptr && *at == c ? at + 1 : nullptr;
 }
 
-// The end of a word: a name or one of the literals `true`, `false` and `null`.
+// Returns the end of a word. A word is a name or one of the literals `true`, `false` and `null`.
 inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
   if (at == nullptr || firstOf(*at) != Type::Id) return nullptr;
   const char* const end = endOfName(at + 1, last_);
   return end != last_ ? end : nullptr;
 }
 
-// Statements about one node follow each other, so `out` often has this name already. Comparing it
-// is cheaper than a look-up.
+// Sets `out` to the interned name. Often `out` already has this name, because successive statements
+// are usually about one node. The comparison is faster than a look-up in the pool.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;
@@ -144,8 +146,8 @@ inline bool StatementScanner::name(const Place& place, String& out) {
   return false;
 }
 
-// Reads the three tokens at `at`. The third one is usually in the path of a statement. Tokens that
-// cannot be in a path are left to the lexer.
+// Finds the three tokens at `at`. Returns false for a token that cannot be in a path or a
+// declaration. The parser reads such a statement.
 bool StatementScanner::readNext(const char* at) noexcept {
   for (Place& place : next_) {
     at = skipWhite(at);
@@ -184,8 +186,8 @@ const char* StatementScanner::statement(SimpleStatement& out) {
   }
 }
 
-// "#" and the rest of the line. Scans the tokens after the comment again, to count their line
-// feeds.
+// Recognises "#" and the rest of the line. Scans the white space before the comment again, because
+// readNext has also counted the line feeds after the comment.
 const char* StatementScanner::comment(SimpleStatement& out) {
   moveToEnd();
   skipWhite(end_);
@@ -194,7 +196,7 @@ const char* StatementScanner::comment(SimpleStatement& out) {
   return next_[0].end;
 }
 
-// declaration | name "." assignment
+// Recognises: declaration | name "." assignment
 const char* StatementScanner::named(SimpleStatement& out) {
   if (next_[1].type != Type::Dot) return declaration(out);
   out.isWith = false;
@@ -221,7 +223,7 @@ const char* StatementScanner::declaration(SimpleStatement& out) {
   return next_[2].end;
 }
 
-// input ("=" value | "|" "=" connection) ";"
+// Recognises: input ("=" value | "|" "=" connection) ";"
 const char* StatementScanner::assignment(const Place& input, const char* sign,
                                          SimpleStatement& out) {
   if (sign == nullptr || !name(input, out.pathTokens[2].text)) return nullptr;
@@ -229,7 +231,7 @@ const char* StatementScanner::assignment(const Place& input, const char* sign,
   return *sign == '|' ? skip(connection(skip(sign + 1, '='), out), ';') : nullptr;
 }
 
-// number | string | word
+// Recognises: number | string | word
 const char* StatementScanner::value(const char* at, SimpleStatement& out) {
   at = skipWhite(at);
   if (at == nullptr) return nullptr;
@@ -253,7 +255,7 @@ const char* StatementScanner::value(const char* at, SimpleStatement& out) {
   return end;
 }
 
-// keyword "(" numbers ")" | "true" | "false" | "null" | name
+// Recognises: keyword "(" numbers ")" | "true" | "false" | "null" | name
 const char* StatementScanner::word(const char* at, SimpleStatement& out) {
   const char* const end = endOfWord(at);
   if (end == nullptr) return nullptr;
@@ -282,7 +284,8 @@ const char* StatementScanner::output(const char* at, String& out) {
   return end != nullptr && name({at, end, Type::Id}, out) ? end : nullptr;
 }
 
-// "null" | name "." name    Sources are not interned: most differ from statement to statement.
+// Recognises: "null" | name "." name. Does not intern the source, because most sources differ from
+// statement to statement.
 const char* StatementScanner::connection(const char* at, SimpleStatement& out) {
   out.kind = Kind::Connection;
   at = skipWhite(at);

@@ -1,15 +1,17 @@
 // StatementScanner: recognises common statements in one pass over the lexer's window. Internal.
 //
-// Most statements are short and have one of a few forms. The scanner creates no tokens for them: it
-// finds names and values as places in the window, and interns the names. It recognises a statement
-// only if the whole statement and the three tokens after it are buffered and valid. For any other
-// statement it changes nothing, and the parser reads it token by token. So only the parser creates
-// the messages about malformed text. Whenever the reader calls the scene, the source has been read
-// as far as the parser would have read it: up to the end of the third token after the statement.
+// Most statements are short and have one of a few forms. The scanner creates no tokens for these
+// statements. It finds their names and values in the window and interns the names. It recognises a
+// statement only if the whole statement and the three tokens after it are buffered and valid.
+// Otherwise it changes nothing, and the parser reads the statement token by token. All messages
+// about malformed text therefore come from the parser.
 //
-// Each byte is classified once: the three tokens after a statement are the first ones of the next
-// statement, so their places are kept. This and the comparison in `name` save 10 % of the
-// instructions of the benchmark nodes 100k.
+// Each call of the scene finds the source at the same position as with the parser: at the end of
+// the third token after the statement.
+//
+// The scanner classifies each byte once. It stores the places of the three tokens after a
+// statement, because they are the first tokens of the next statement. This and the comparison in
+// `name` save 10 % of the instructions of the benchmark nodes 100k.
 #pragma once
 
 #include <cstdint>
@@ -22,7 +24,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// A statement of a common form. The views point into the window.
+/// A statement of a common form. Its views point into the window.
 struct SimpleStatement {
   enum class Kind {
     Comment,      ///< `# text`
@@ -39,53 +41,59 @@ struct SimpleStatement {
   std::int32_t line = 0;        ///< Line of the last character.
   std::int32_t column = 0;
 
-  String text;          ///< Comment: the text. Declaration: the type.
-  String name;          ///< Declaration: the name.
-  Token pathTokens[3];  ///< An assignment: node "." input. Without positions.
-  bool isWith = false;  ///< The declaration ends in ":", or the path begins with ".".
-  Token::Type valueType = Token::Type::Eof;  ///< Value: the type of its first token.
-  std::string_view value;                    ///< Value: its first token as written.
-  bool hasBackslash = false;                 ///< A string: whether it contains a backslash.
-  /// Of a value `keyword(numbers)`: the numbers, separated by single blanks. The byte after them
-  /// may be read.
+  String text;          ///< For a comment: the text. For a declaration: the type.
+  String name;          ///< For a declaration: the name.
+  Token pathTokens[3];  ///< For an assignment: node "." input, without positions.
+  /// Declaration: it ends in ":". Assignment: the path begins with ".".
+  bool isWith = false;
+  /// For a value: the type of its first token.
+  Token::Type valueType = Token::Type::Eof;
+  std::string_view value;     ///< For a value: its first token as written.
+  bool hasBackslash = false;  ///< For a string: whether it contains a backslash.
+  /// For a value `keyword(numbers)`: the numbers, separated by single blanks. The byte after the
+  /// numbers is readable.
   std::string_view list;
-  std::string_view source;  ///< Reference: the node; empty for `null`. Connection: node or `null`.
-  String output;            ///< Connection: the output; empty for `null`.
+  /// For a reference: the node, or empty for `null`. For a connection: the node, or "null".
+  std::string_view source;
+  String output;  ///< For a connection: the output. Empty for `null`.
 
   SimpleStatement();
   bool isAssignment() const noexcept { return kind >= Kind::Value; }
-  /// The tokens of the path: without the node if the path begins with ".".
+  /// The tokens of the path. If the path begins with ".", the first token is the ".".
   std::span<const Token> path() const noexcept { return std::span(pathTokens).subspan(isWith); }
 };
 
 class StatementScanner {
  public:
-  /// Starts after `consumed`, the last token of a statement. `lexer` must have read three tokens
-  /// after it.
+  /// Starts after `consumed`, the last token of a statement. `lexer` must have read the three
+  /// tokens after `consumed`.
   StatementScanner(Lexer& lexer, const Token& consumed) noexcept;
 
-  /// Recognises the next statement. Returns false if it has no common form.
+  /// Recognises the next statement. Returns false if the statement has no common form.
   bool scan(SimpleStatement& out);
 
-  /// Moves the lexer to the end of the third token after a statement from `scan`.
+  /// Moves the window of the lexer to the end of the third token after `statement`, which must be
+  /// from `scan`. Does not change the line and column of the lexer.
   void accept(const SimpleStatement& statement) noexcept;
 
   /// Whether a statement was accepted.
   bool hasAccepted() const noexcept { return ahead_ != nullptr; }
 
-  /// Whether the window is the same as after `accept`. It differs if the scene itself has read from
-  /// the file.
+  /// Whether the window is the same as after `accept`. The window changes if the scene itself reads
+  /// from the file.
   bool isWindowKept() const noexcept { return lexer_.windowBegin == ahead_; }
 
-  /// Moves the lexer back to the end of the last accepted statement, and reads the next token into
-  /// each of `tokens`. At most three: their bytes are buffered, so this calls no source.
+  /// Moves the lexer back to the end of the last accepted statement. Then reads the next token into
+  /// each element of `tokens`. `tokens` has at most three elements. Their bytes are buffered, so
+  /// the function does not read from the source.
   void readLookahead(ds::Vector<Token>& tokens);
 
-  /// Moves line and column of the lexer to the end of the third token, too. `accept` leaves them.
+  /// Moves the lexer, including its line and column, to the end of the third token after the last
+  /// accepted statement.
   void skipLookahead() noexcept;
 
  private:
-  // A token as a place in the window.
+  // The place of a token in the window.
   struct Place {
     const char* begin = nullptr;
     const char* end = nullptr;
@@ -96,8 +104,8 @@ class StatementScanner {
     }
   };
 
-  // Each function returns the end of what it read. It returns null if the text has another form, if
-  // no buffered character follows, or if its argument is null.
+  // Each function returns the end of what it recognised. It returns null if the text has another
+  // form, if the character after the form is not buffered, or if its argument is null.
 
   const char* statement(SimpleStatement& out);
   const char* comment(SimpleStatement& out);
@@ -119,17 +127,27 @@ class StatementScanner {
   void moveBack() noexcept;
 
   Lexer& lexer_;
-  const char* last_ = nullptr;   // the last byte of the window
-  const char* end_ = nullptr;    // the end of the last accepted statement
-  const char* ahead_ = nullptr;  // the end of the third token after `end_`
-  const char* first_ = nullptr;  // where the scanner started
-  std::int32_t firstIndex_ = 0;  // `Lexer::index` at `first_`
-  std::int32_t endLine_ = 0;     // position of the character before `end_`
+  // The last byte of the window.
+  const char* last_ = nullptr;
+  // The end of the last accepted statement.
+  const char* end_ = nullptr;
+  // The end of the third token after `end_`.
+  const char* ahead_ = nullptr;
+  // The position where the scanner started.
+  const char* first_ = nullptr;
+  // The value of `Lexer::index` at `first_`.
+  std::int32_t firstIndex_ = 0;
+  // The line and column of the character before `end_`.
+  std::int32_t endLine_ = 0;
   std::int32_t endColumn_ = 0;
-  std::int32_t line_ = 0;         // the line that is scanned
-  std::uintptr_t lineBegin_ = 0;  // the address of its first character
-  Place next_[3];                 // the tokens after the last statement
-  bool hasNext_ = false;          // false if one of them cannot be in a simple statement
+  // The line at the scanned position.
+  std::int32_t line_ = 0;
+  // The address of the first character of that line.
+  std::uintptr_t lineBegin_ = 0;
+  // The three tokens after the last recognised statement.
+  Place next_[3];
+  // False if one of these tokens cannot be in a simple statement.
+  bool hasNext_ = false;
 };
 
 }  // namespace zn::korvo_sdk::impl

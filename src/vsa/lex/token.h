@@ -1,4 +1,4 @@
-// Token: the unit that the lexer produces and the parser consumes. Internal.
+// Token: what the lexer produces and the parser consumes. Internal.
 #pragma once
 
 #include <cstdint>
@@ -8,21 +8,27 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Line and column are those of the token's last character. For Eof and Invalid they are those of
-/// the character consumed last.
+/// A token of a text. `line` and `column` are the position of the token's last character. For Eof
+/// and Invalid they are the position of the last consumed character.
 struct Token {
-  /// The numbers are fixed: the parser ends its loop on any type below 2.
+  /// The values are part of the interface. The parser stops at every type below 2.
   enum class Type : std::int32_t {
-    Eof = 0,      // text: "EOF", or the message for an unterminated string or list
-    Invalid = 1,  // text: a complete message
+    // The text is "EOF". If a string or list is not closed, the text is the message about it.
+    Eof = 0,
+    // The text is a complete message.
+    Invalid = 1,
     Id = 2,
     Int = 3,
     Real = 4,
-    Comment = 5,   // text: "#" and the rest of the line
-    Braces = 6,    // text: the list, normalised
-    Parens = 7,    // text: the list, normalised
-    Brackets = 8,  // text: as written
-    Str = 9,       // text: as written, quotes and backslashes included
+    // The text is "#" and the rest of the line.
+    Comment = 5,
+    // The text of a parenthesis or brace list is normalised.
+    Braces = 6,
+    Parens = 7,
+    // The text of a bracket list is as written.
+    Brackets = 8,
+    // The text is as written, including the quotes and backslashes.
+    Str = 9,
     Dot = 15,
     Comma = 16,
     Colon = 17,
@@ -34,7 +40,8 @@ struct Token {
     Plus = 30,
     Star = 32,
     Pipe = 33,
-    True = 35,  // text: always in lower case, also for False and Null
+    // The text of True, False and Null is in lower case.
+    True = 35,
     False = 36,
     Null = 37,
   };
@@ -43,7 +50,7 @@ struct Token {
   String text;
   std::int32_t line = 0;
   std::int32_t column = 0;
-  std::uint32_t endIndex = 0;  ///< `Lexer::index` after the token.
+  std::uint32_t endIndex = 0;  ///< The value of `Lexer::index` after the token.
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,5 +1,5 @@
-// Finds the ends of names, numbers, strings and short lists: sixteen bytes per step with SSE2, one
-// byte per step elsewhere. Internal.
+// Finds the ends of names, numbers, strings, comments and short lists: 16 bytes per step with SSE2,
+// one byte per step without SSE2. Internal.
 #pragma once
 
 #include <array>
@@ -72,8 +72,9 @@ inline std::uint32_t maskOf(__m128i flags) {
   return static_cast<std::uint32_t>(_mm_movemask_epi8(flags));
 }
 
-/// Flags the bytes from `first` up to `last`. SSE2 compares signed bytes only, so the bytes are
-/// shifted until `last` is the largest signed byte. Bytes above `last` become negative.
+/// Flags the bytes from `first` to `last`, inclusive. SSE2 has only signed comparisons. A constant
+/// is therefore added that makes `last` the largest signed byte. Bytes above `last` become
+/// negative.
 inline __m128i within(__m128i bytes, char first, char last) {
   const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
   return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));
@@ -83,19 +84,20 @@ inline __m128i equal(__m128i bytes, char c) {
   return _mm_cmpeq_epi8(bytes, _mm_set1_epi8(c));
 }
 
-/// Converts letters to lower case. Other bytes change too, but none becomes a letter.
+/// Converts letters to lower case. Changes other bytes, too, but converts none of them to a letter.
 inline __m128i folded(__m128i bytes) {
   return _mm_or_si128(bytes, _mm_set1_epi8(0x20));
 }
 
 inline std::uint32_t nameMask(__m128i bytes) {
-  // As signed numbers, the bytes from 0x80 on are negative, and the end mark 0xFF is -1.
+  // High bytes are part of a name, except the end mark. As signed bytes, 0x80 to 0xFE are less than
+  // -1, and the end mark 0xFF is -1.
   const __m128i high = _mm_cmplt_epi8(bytes, _mm_set1_epi8(-1));
   const __m128i letters = _mm_or_si128(within(folded(bytes), 'a', 'z'), equal(bytes, '_'));
   return maskOf(_mm_or_si128(_mm_or_si128(letters, within(bytes, '0', '9')), high));
 }
 
-/// Flags the characters that make a number a real.
+/// Flags the characters that make a number a real number.
 inline __m128i realMarkers(__m128i bytes) {
   const __m128i lower = folded(bytes);
   return _mm_or_si128(
@@ -114,33 +116,35 @@ inline std::uint32_t numberMask(__m128i bytes, __m128i markers) {
 
 }  // namespace detail
 
-/// A bracket of any kind. In a list, the brackets of other kinds separate numbers like blanks.
+/// Whether the character is a bracket of any kind. In a list, brackets of another kind separate
+/// numbers like blanks.
 constexpr bool isBracket(char c) {
   return c == '(' || c == ')' || c == '[' || c == ']' || c == '{' || c == '}';
 }
 
-/// Whether a parenthesis or brace list may contain the character.
+/// Whether the character may be in a parenthesis or brace list.
 constexpr bool mayBeInList(char c) {
   return char_class::is(c, char_class::NUMBER | char_class::WHITE) || c == ',' || isBracket(c);
 }
 
-/// Whether a bracket list may contain the character. A "]" ends it.
+/// Whether the character may be in a bracket list, before the "]" that closes the list.
 constexpr bool mayBeInBrackets(char c) {
   return c == '[' || c == '*' || char_class::is(c, char_class::DIGIT | char_class::WHITE);
 }
 
-/// The type of the token that begins with `c`: Int for every number, Id for every word, Invalid if
-/// no token begins with `c`.
+/// Returns the type of the token that begins with `c`. The type is Int for every number, Id for
+/// every word, and Invalid if no token begins with `c`.
 constexpr Token::Type firstOf(char c) {
   return detail::FIRST[static_cast<unsigned char>(c)];
 }
 
-/// Whether a token of this type is a single character.
+/// Whether every token of this type is a single character.
 constexpr bool isOneCharacter(Token::Type first) {
   return static_cast<int>(first) >= static_cast<int>(Token::Type::Dot);
 }
 
-/// The first byte in [at, end) that is not part of a name, or `end`.
+/// Returns the first byte in [at, end) that is not part of a name. Returns `end` if there is no
+/// such byte.
 inline const char* endOfName(const char* at, const char* end) {
 #if defined(__SSE2__)
   for (; end - at >= 16; at += 16) {
@@ -152,16 +156,16 @@ inline const char* endOfName(const char* at, const char* end) {
   return at;
 }
 
-/// Whether a character in a number makes it a real.
+/// Whether the character makes a number a real number.
 inline bool isRealMarker(char c) {
   return c == '.' || c == 'f' || c == 'F' || c == 'n' || c == 'N' || c == 'a' || c == 'A' ||
          c == 'i' || c == 'I';
 }
 
-/// The number characters at the start of a run of bytes.
+/// The end of a number.
 struct NumberEnd {
   const char* at;  ///< One past the last number character.
-  bool isReal;     ///< Whether one of them makes the number a real.
+  bool isReal;     ///< Whether the number is a real number.
 };
 
 inline NumberEnd endOfNumber(const char* at, const char* end) {
@@ -185,9 +189,10 @@ inline NumberEnd endOfNumber(const char* at, const char* end) {
   return {at, isReal};
 }
 
-/// The end of a quoted string.
+/// The end of a quoted string, and facts about its characters.
 struct StringEnd {
-  const char* at = nullptr;  ///< One past the closing quote; null when that quote is not buffered.
+  /// One past the closing quote. Null if the closing quote is not buffered.
+  const char* at = nullptr;
   LineFeeds feeds{0, nullptr};
   bool hasBackslash = false;  ///< Whether the string contains a backslash.
 };
@@ -195,19 +200,21 @@ struct StringEnd {
 namespace detail {
 
 #if defined(__SSE2__)
-/// Flags the bytes from NUL to `last`, and the end mark 0xFF. SSE2 compares signed bytes only, so a
-/// constant is added that makes the end mark the smallest signed byte and NUL the next one.
+/// Flags the bytes from NUL to `last`, inclusive, and the end mark 0xFF. SSE2 has only signed
+/// comparisons. A constant is therefore added that makes the end mark the smallest signed byte and
+/// NUL the next one.
 inline __m128i upToOrMark(__m128i bytes, char last) {
   const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(-127));
   return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(last - 126)));
 }
 
-/// Bit masks of the bytes that are not plain characters, for 32 bytes of a string.
+/// Bit masks of 32 bytes of a string. Each mask flags bytes that need a separate check.
 struct StringMasks {
   explicit StringMasks(const char* at) : low_(load16(at)), high_(load16(at + 16)) {}
 
   std::uint32_t of(char c) const { return both(equal(low_, c), equal(high_, c)); }
-  /// Also flags some control characters that are plain characters.
+  /// Flags line feeds, NUL and the end mark, and also the other control characters below the line
+  /// feed.
   std::uint32_t controls() const { return both(upToOrMark(low_, '\n'), upToOrMark(high_, '\n')); }
   bool areEmpty() const { return maskOf(_mm_or_si128(special(low_), special(high_))) == 0; }
 
@@ -224,11 +231,11 @@ struct StringMasks {
 
 /// Flags the bytes that a backslash escapes. `carry` states whether the first byte is escaped. On
 /// return, it states whether the byte after the 32 bytes is escaped. The function has no branches,
-/// because the places of escapes are unpredictable. With the steps of 32 bytes, this saves 9 % of
-/// the instructions of the benchmark text.
+/// because the positions of escapes are unpredictable. Together with the steps of 32 bytes, this
+/// saves 9 % of the instructions of the benchmark text.
 VSA_WRAPS_AROUND inline std::uint32_t escapedMask(std::uint32_t backslashes, std::uint32_t& carry) {
-  // In a run of backslashes, every other one escapes the byte after it. The subtraction propagates
-  // through each run, which gives the parity of its length.
+  // In a run of backslashes, the first, third, fifth and so on escape the next byte. The
+  // subtraction carries through each run, which gives the parity of the run's length.
   constexpr std::uint32_t ODD = 0xAAAAAAAA;
   const std::uint32_t starts = backslashes & ~carry;
   const std::uint32_t codes = ((starts << 1 | ODD) - starts) ^ ODD;
@@ -237,13 +244,13 @@ VSA_WRAPS_AROUND inline std::uint32_t escapedMask(std::uint32_t backslashes, std
   return escaped;
 }
 
-/// The bits below the lowest one that is set in `mask`; all bits if none is set.
+/// Flags the bits below the lowest bit set in `mask`. Flags all bits if `mask` is 0.
 VSA_WRAPS_AROUND inline std::uint32_t bitsBelowLowest(std::uint32_t mask) {
   return (mask - 1) & ~mask;
 }
 
-/// Counts a line feed. Returns false for NUL and the end mark 0xFF, which the fast path does not
-/// read.
+/// Counts the byte if it is a line feed. Returns false for NUL and the end mark 0xFF. The fast path
+/// does not read a string that contains them.
 inline bool passInString(const char* at, LineFeeds& feeds) {
   if (*at == '\n') feeds = {feeds.count + 1, at};
   return *at != '\0' && *at != static_cast<char>(0xFF);
@@ -251,10 +258,12 @@ inline bool passInString(const char* at, LineFeeds& feeds) {
 
 }  // namespace detail
 
-/// The end of the string whose opening quote is at `at`, if that end is before `end`.
+/// Finds the end of the string whose opening quote is at `at`. The end must be before `end`,
+/// otherwise `StringEnd::at` is null.
 inline StringEnd endOfString(const char* at, const char* end) {
   StringEnd found;
-  std::uint32_t isEscaped = 0;  // whether the character at `at` is escaped
+  // Whether the byte at `at` is escaped.
+  std::uint32_t isEscaped = 0;
   ++at;
 #if defined(__SSE2__)
   for (; end - at >= 32; at += 32) {
@@ -286,7 +295,8 @@ inline StringEnd endOfString(const char* at, const char* end) {
   return found;
 }
 
-/// The end of the comment at `at`: the first line break, NUL or end mark 0xFF, or `end`.
+/// Returns the end of the comment at `at`: the first line break, NUL or end mark 0xFF. Returns
+/// `end` if there is none before it.
 inline const char* endOfComment(const char* at, const char* end) {
   const auto isEnd = [](char c) {
     return c == '\n' || c == '\r' || c == '\0' || c == static_cast<char>(0xFF);
@@ -303,11 +313,13 @@ inline const char* endOfComment(const char* at, const char* end) {
   return at;
 }
 
-/// The first byte in [at, end) that is neither a number character nor a blank between two of them,
-/// or `end`.
+/// Returns the first byte in [at, end) that is neither a number character nor a single blank
+/// after a number character. Returns `end` if there is no such byte.
 inline const char* endOfPlainList(const char* at, const char* end) {
 #if defined(__SSE2__)
-  std::uint32_t before = 1;  // whether the byte before this step is a blank
+  // Whether the byte before this step is a blank. Initially 1, because a list may not begin with a
+  // blank.
+  std::uint32_t before = 1;
   for (; end - at >= 16; at += 16) {
     const __m128i bytes = detail::load16(at);
     const std::uint32_t blanks = detail::equalMask(bytes, ' ');

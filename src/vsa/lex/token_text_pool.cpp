@@ -18,10 +18,11 @@ struct Literal {
   Type type;
 };
 
-// The keywords of literals, matched in any letter case.
+// The literals that are words. They match in any letter case.
 constexpr Literal LITERALS[] = {{"true", Type::True}, {"false", Type::False}, {"null", Type::Null}};
 
-// The row of the literal that the word represents. For any other word, a row with the word itself.
+// Returns the row of the literal that the word matches. If it matches none, returns a row that
+// contains the word itself.
 Literal literalOf(std::string_view word) {
   if (word.size() < 4 || word.size() > 5) return {word, Type::Id};
   for (const Literal& literal : LITERALS) {
@@ -50,7 +51,7 @@ TokenTextPool::Key::Key(std::string_view characters) noexcept
   }
 }
 
-// The hash has no random key, because words that collide only replace each other.
+// A fixed hash function is safe here, because words whose hashes collide only replace each other.
 inline std::size_t TokenTextPool::Key::hash() const noexcept {
   const std::uint64_t product = (head ^ std::rotl(tail, 29)) * 0x9E3779B97F4A7C15;
   return static_cast<std::size_t>(product >> 40);
@@ -73,7 +74,7 @@ Type TokenTextPool::intern(std::string_view characters, String& out) {
   return first->type;
 }
 
-// Adds a word that is not interned yet. The text of a literal is always in lower case.
+// Adds a word to the table. If the word is a literal, `out` becomes its text in lower case.
 Type TokenTextPool::addWord(std::string_view characters, const Key& key, String& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return intern(literal.text, out);
@@ -84,8 +85,8 @@ Type TokenTextPool::addWord(std::string_view characters, const Key& key, String&
   return literal.type;
 }
 
-// Stores the word first in its pair. The previous first word becomes the second, and the second is
-// dropped.
+// Stores the word as the first of its pair. The previous first word becomes the second word. The
+// previous second word is dropped.
 void TokenTextPool::store(std::size_t hash, Word&& word) noexcept {
   Word* const first = pairOf(hash);
   first[1] = std::move(first[0]);

@@ -1,5 +1,6 @@
-// TokenTextPool: creates the texts of tokens without an allocation for each. Words are interned.
-// The texts of numbers and short lists reuse the memory of earlier texts. Internal.
+// TokenTextPool: creates the texts of tokens with few allocations. Internal.
+//
+// Words are interned. The texts of numbers and short lists reuse the memory of earlier texts.
 #pragma once
 
 #include <cstddef>
@@ -13,27 +14,27 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The type of a word: that of a literal in any letter case, or Id.
+/// Returns the type of a word: True, False or Null for a literal in any letter case, otherwise Id.
 Token::Type typeOfWord(std::string_view word);
 
 class TokenTextPool {
  public:
-  /// A String of one character.
+  /// Returns a String of one character.
   const String& character(char c) {
     String& text = characters_[static_cast<unsigned char>(c)];
     if (text.isEmpty() && c != '\0') text = String(c);
     return text;
   }
 
-  /// Sets the text of a word and returns its type: a literal of the format, or a name. A recently
-  /// read word gets the same String, so most comparisons of names compare pointers.
+  /// Stores the interned text of a word in `out`. Returns the type of the word. Words that were
+  /// read recently share one String, so most comparisons of names compare pointers.
   Token::Type intern(std::string_view characters, String& out);
 
-  /// Creates a text that the scene is likely to keep.
+  /// Creates a text that the scene probably keeps.
   String copy(std::string_view characters) { return slabs_.copyOf(characters); }
 
-  /// Creates a text that is needed for one statement. Reuses the memory of an earlier text that has
-  /// no other references.
+  /// Creates a text that only the current statement needs. Reuses the memory of an earlier text if
+  /// nothing else refers to it.
   void copyReusing(std::string_view characters, String& out) {
     if (characters.size() > MAX_REUSED_BYTES) {
       out = String::copyOf(characters);
@@ -45,21 +46,21 @@ class TokenTextPool {
   }
 
  private:
-  // Longer words are too rare to be interned.
+  // Longer words are not interned, because they are rare.
   static constexpr std::size_t MAX_WORD_BYTES = 64;
-  // The memory of longer texts is too large to be kept.
+  // Longer texts are not stored for reuse, because they take too much memory.
   static constexpr std::size_t MAX_REUSED_BYTES = 4096;
-  // A statement refers to fewer texts than this, so the current statement does not refer to a text
-  // that is reused.
+  // The number of texts that are stored for reuse. A statement refers to fewer texts, so the text
+  // to reuse is not one of the current statement.
   static constexpr std::size_t REUSED_STRINGS = 8;
-  // Number of interned words. The table is small at first, because many texts are short. The
-  // maximum fits into the CPU caches: a look-up that misses them takes longer than copying the
-  // word.
+  // The minimum and maximum number of interned words. The table starts small, because many texts
+  // are short. The maximum fits into the CPU caches. A look-up that misses the caches takes longer
+  // than copying the word.
   static constexpr std::size_t MIN_WORDS = 256;
   static constexpr std::size_t MAX_WORDS = 512;
 
-  // The first and the last characters, which may overlap, and the length. Words of up to 16
-  // characters are equal if their keys are equal.
+  // A word as its first and its last characters, which may overlap, and its length. Words of up to
+  // 16 characters are equal if their keys are equal.
   struct Key {
     std::uint64_t head = 0;
     std::uint32_t length = 0;
@@ -69,9 +70,9 @@ class TokenTextPool {
     std::size_t hash() const noexcept;
   };
 
-  // An empty slot has the length 0. Head and tail are not adjacent: the compiler would copy both by
-  // one load, which waits for the two stores before it. That would cost 6 % of the time of the
-  // benchmark links 100k.
+  // A slot of the table. An empty slot has the length 0. `head` and `tail` are not adjacent: the
+  // compiler would copy both with one load, and that load waits for the two stores before it. This
+  // would cost 6 % of the time of the benchmark links 100k.
   struct Word {
     std::uint64_t head = 0;
     std::uint32_t length = 0;
@@ -88,9 +89,12 @@ class TokenTextPool {
   void growWords();
 
   StringSlabs slabs_;
-  std::unique_ptr<Word[]> words_;  // pairs; the word read last is first in its pair
-  std::size_t mask_ = 0;           // maps a hash to the first slot of its pair
-  std::size_t wordCount_ = 0;      // words added, including those replaced since
+  // The table: pairs of words. The first word of a pair was read last.
+  std::unique_ptr<Word[]> words_;
+  // Maps a hash to the index of the first word of a pair.
+  std::size_t mask_ = 0;
+  // The number of words added, including words that were replaced.
+  std::size_t wordCount_ = 0;
   String reused_[REUSED_STRINGS];
   std::size_t nextReused_ = 0;
   String characters_[256];

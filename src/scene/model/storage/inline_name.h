@@ -1,5 +1,5 @@
-// InlineName: the name of a node, stored inside the node. A look-up then compares names within the
-// node's cache line and does not load the String's buffer.
+// InlineName: the name of a node, stored inside the node. A look-up compares the names in the cache
+// line of the node. It does not load the characters of a String.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,14 @@
 
 namespace zn::korvo_sdk {
 
-/// A name of any length in 16 bytes:
+/// A name of any length in 16 bytes. The length determines the format:
 ///
 ///   | length       | bytes 0-7       | bytes 8-14       | byte 15    |
 ///   | up to 15     | characters 0-7  | characters 8-14  | the length |
 ///   | 16 and more  | a String        | 0                | LONG       |
 class InlineName {
  public:
-  /// A name prepared for comparisons. The String must outlive it.
+  /// A name in the format for comparisons. The String must outlive the key.
   class Key {
    public:
     explicit Key(const String& name) noexcept;
@@ -31,7 +31,7 @@ class InlineName {
     std::uint64_t tail_;
   };
 
-  /// Copies the characters of a short name, and shares the buffer of a long one.
+  /// Copies the characters of a short name. Shares the memory of a long name.
   explicit InlineName(const String& name) noexcept {
     const Key key(name);
     tail_ = inMemoryOrder(key.tail_);
@@ -52,10 +52,10 @@ class InlineName {
     return isLong() ? head_.text == key.name_ : head_.characters == inMemoryOrder(key.head_);
   }
 
-  /// The name as a String. Throws std::bad_alloc.
+  /// Returns the name as a String. Throws std::bad_alloc.
   String text() const { return isLong() ? head_.text : String::copyOf(view()); }
 
-  /// The characters, valid as long as the name.
+  /// Returns the characters. They are valid as long as the InlineName.
   std::string_view view() const noexcept {
     if (isLong()) return head_.text.view();
     return {reinterpret_cast<const char*>(this), lengthByte()};
@@ -73,7 +73,7 @@ class InlineName {
     String text;
   };
 
-  // `number` with its bytes in little-endian order.
+  // Returns `number` with its bytes in little-endian order.
   static std::uint64_t inMemoryOrder(std::uint64_t number) noexcept {
     return detail::loadLittleEndian(&number);
   }
@@ -87,8 +87,9 @@ class InlineName {
   std::uint64_t tail_;
 };
 
-// Two overlapping loads read a name of one to two words. The shift drops the characters that the
-// second load has in common with the first.
+// Reads the name in the format of InlineName. A name of 8 to 15 characters takes two overlapping
+// loads of 8 bytes, and a name of 4 to 7 characters two loads of 4 bytes. The shift removes from
+// the second load the characters that the first load contains.
 inline InlineName::Key::Key(const String& name) noexcept : name_(name) {
   const std::string_view text = name.view();
   const char* const at = text.data();

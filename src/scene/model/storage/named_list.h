@@ -1,5 +1,5 @@
 // NamedList: named objects in creation order, such as the inputs of a node or the members of an
-// object. A search scans a short list and uses the hash index of a long one.
+// object. A look-up scans a short list. For a long list it uses a hash index.
 #pragma once
 
 #include <algorithm>
@@ -17,10 +17,11 @@
 
 namespace zn::korvo_sdk {
 
-/// A list of pointers to objects that belong to the scene. T has a function `name()`.
+/// A list of pointers to objects. The scene owns the objects. T must have a function `name()`.
 ///
 /// The list itself takes 16 bytes, so that a node fits into a cache line. A block of up to
-/// SmallBlockPool::MAX_BYTES comes from the pool, a larger one from malloc:
+/// SmallBlockPool::MAX_BYTES bytes is from the pool. A larger block is from malloc. The capacity
+/// determines the content of the block:
 ///
 ///   | capacity          | content                                |
 ///   | up to MAX_SCANNED | the pointers                           |
@@ -31,17 +32,17 @@ class NamedList {
   NamedList() = default;
   NamedList(const NamedList&) = delete;
   NamedList& operator=(const NamedList&) = delete;
-  /// The pool must outlive the list.
+  /// Does not return memory to the pool. The pool must outlive the list.
   ~NamedList() {
     if (hasIndex(capacity_)) delete index();
     if (!isInPool(capacity_)) std::free(memoryOf(items_, capacity_));
   }
 
   std::uint64_t count() const noexcept { return count_; }
-  /// The i-th object in creation order; `i` is below `count`.
+  /// Returns the object at index `i` in creation order. `i` must be less than `count()`.
   T* at(std::uint64_t i) const noexcept { return items_[i]; }
 
-  /// The object of that name, or null.
+  /// Returns the object of that name, or null.
   T* find(const String& name) const noexcept {
     if (hasIndex(capacity_)) return findInIndex(name);
     const std::uint64_t hash = name.hash();
@@ -51,7 +52,7 @@ class NamedList {
     return nullptr;
   }
 
-  /// The same search without a String.
+  /// Like the function above, for a name that is not a String.
   T* find(std::string_view name) const noexcept {
     const auto isNamed = [&](std::uint64_t i) { return items_[i]->name().view() == name; };
     if (hasIndex(capacity_)) {
@@ -64,22 +65,22 @@ class NamedList {
     return nullptr;
   }
 
-  /// The position of an object that is in the list.
+  /// Returns the position of `object`, which must be in the list.
   std::uint64_t positionOf(const T* object) const noexcept {
     if (items_[count_ - 1] == object) return count_ - 1;
     return static_cast<std::uint64_t>(std::find(items_, items_ + count_, object) - items_);
   }
 
-  /// Appends an object whose name is not in the list yet. `pool` is the same in every call. Throws
-  /// std::bad_alloc when memory runs out; then nothing has changed.
+  /// Appends an object. No object in the list may have the same name. `pool` must be the same in
+  /// all calls. Throws std::bad_alloc and then changes nothing.
   void append(T* object, SmallBlockPool& pool) {
     if (count_ == capacity_) grow(pool);
     if (hasIndex(capacity_)) index()->insert(object->name().hash(), count_);
     items_[count_++] = object;
   }
 
-  /// Removes the i-th object; `i` is below `count`. Takes constant time for the last object, and
-  /// time proportional to the list for any other.
+  /// Removes the object at index `i`, which must be less than `count()`. Takes constant time for
+  /// the last object. For other objects, the time is proportional to the size of the list.
   void remove(std::uint64_t i) noexcept {
     if (hasIndex(capacity_)) {
       index()->erase(items_[i]->name().hash(), i);
@@ -98,7 +99,8 @@ class NamedList {
   }
 
  private:
-  // Above this size, the index is faster than a scan.
+  // The maximum capacity of a list without an index. For a larger list, the index is faster than a
+  // scan.
   static constexpr std::uint32_t MAX_SCANNED = 8;
 
   static constexpr bool hasIndex(std::uint32_t capacity) noexcept { return capacity > MAX_SCANNED; }
@@ -123,7 +125,7 @@ class NamedList {
     return i == ds::HashIndex::NONE ? nullptr : items_[i];
   }
 
-  // Sets the capacity to 2, or doubles it.
+  // Doubles the capacity. The first capacity is 2.
   void grow(SmallBlockPool& pool) {
     if (capacity_ > std::numeric_limits<std::uint32_t>::max() / 2) throw std::bad_alloc();
     const std::uint32_t capacity = capacity_ == 0 ? 2 : 2 * capacity_;

@@ -1,5 +1,5 @@
-// OutputNames: the names of a scene's outputs, each stored once. A scene has millions of outputs
-// that share a few names, so an output stores the number of its name.
+// OutputNames: stores each name of a scene's outputs once. A scene may have millions of outputs
+// that share a few names. An output therefore stores only the number of its name.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@ namespace zn::korvo_sdk {
 
 class OutputNames {
  public:
-  /// The number of a name. Adds the name if it is new. Throws std::bad_alloc and, past 2^32 - 1
-  /// names, std::length_error; then nothing has changed.
+  /// Returns the number of a name. Adds a new name. Throws std::bad_alloc, or std::length_error if
+  /// the names exceed 2^32 - 1. Then changes nothing.
   std::uint32_t numberOf(const String& name) {
     if (last_ < names_.size && names_[last_] == name) return last_;
     const auto isNamed = [&](std::uint64_t i) { return names_[i] == name; };
@@ -22,7 +22,7 @@ class OutputNames {
     return last_;
   }
 
-  /// The name with that number.
+  /// Returns the name with that number.
   const String& operator[](std::uint32_t number) const noexcept { return names_[number]; }
 
  private:
@@ -36,7 +36,8 @@ class OutputNames {
 
   ds::Vector<String> names_;
   ds::HashIndex index_;
-  std::uint32_t last_ = 0;  // number returned last: consecutive links often name the same output
+  // The number that was returned last. Consecutive links often name the same output.
+  std::uint32_t last_ = 0;
 };
 
 }  // namespace zn::korvo_sdk

@@ -7,10 +7,11 @@
 //   | 0      | pointer to the owner                             |
 //   | 256    | objects, without gaps, until the slab is full    |
 //
-// The owner of an object is therefore found by masking the object's address. This saves 8 bytes per
-// object in scenes of millions of inputs. The first object of a slab is aligned to 256 bytes
-// because links are resolved in the order of the low 8 bits of the inputs' addresses. With this
-// alignment the order is the same in every run.
+// The owner of an object is found by masking the address of the object. No object stores a pointer
+// to its owner, which saves 8 bytes per object in scenes of millions of inputs.
+//
+// The first object of a slab is aligned to 256 bytes. Links are resolved in the order of the low 8
+// bits of the inputs' addresses, so the alignment makes this order the same in every run.
 #pragma once
 
 #include <algorithm>
@@ -30,7 +31,7 @@ class Slabs {
   explicit Slabs(Owner* owner) noexcept : owner_(owner) {}
   Slabs(const Slabs&) = delete;
   Slabs& operator=(const Slabs&) = delete;
-  /// Destructors of T must not access other objects of the slabs.
+  /// Destroys all objects. The destructor of T must not access other objects in slabs.
   ~Slabs() {
     for (std::uint64_t i = 0; i < size_; ++i) (*this)[i].~T();
     for (void* const region : regions_) ::operator delete(region, ALIGNMENT);
@@ -41,8 +42,8 @@ class Slabs {
     return *(reinterpret_cast<T*>(slabs_[i / MAX_OBJECTS] + HEADER_BYTES) + i % MAX_OBJECTS);
   }
 
-  /// Creates an object after the others. Throws std::bad_alloc and the exceptions of its
-  /// constructor; then nothing has changed.
+  /// Creates an object and appends it. Throws std::bad_alloc and the exceptions of the object's
+  /// constructor. Then changes nothing.
   template <class... Arguments>
   T& make(Arguments&&... arguments) {
     if (freeCount_ == 0) addSlab();
@@ -53,7 +54,8 @@ class Slabs {
     return *made;
   }
 
-  /// The owner of the slabs that contain `object`. `object` may be a member of an object in a slab.
+  /// Returns the owner of the slab that contains `object`. `object` may be a member of an object in
+  /// a slab.
   static Owner* ownerOf(const void* object) noexcept {
     const auto offset = reinterpret_cast<std::uintptr_t>(object) % SLAB_BYTES;
     return *reinterpret_cast<Owner* const*>(static_cast<const std::byte*>(object) - offset);
@@ -63,12 +65,13 @@ class Slabs {
   static constexpr std::size_t SLAB_BYTES = detail::blockBytes(std::size_t{1} << 16);
   static constexpr std::align_val_t ALIGNMENT{SLAB_BYTES};
   static constexpr std::size_t HEADER_BYTES = 256;
-  // The number of objects in a slab.
+  // The number of objects in a full slab.
   static constexpr std::uint64_t MAX_OBJECTS = (SLAB_BYTES - HEADER_BYTES) / sizeof(T);
-  static constexpr std::uint64_t MAX_SLABS = 16;  // the number of slabs in a region
+  // The maximum number of slabs in a region.
+  static constexpr std::uint64_t MAX_SLABS = 16;
 
   void addSlab() {
-    // Appends before the allocation, so that storing the slab cannot fail.
+    // Adds the pointer before the allocation: an exception of push_back cannot leak the slab.
     slabs_.push_back(nullptr);
     try {
       if (spareSlabs_ == 0) addRegion();
@@ -83,8 +86,9 @@ class Slabs {
     freeCount_ = MAX_OBJECTS;
   }
 
-  // Allocates as many slabs as exist, up to 1 MiB, at once. A separate allocation for each slab
-  // would waste the size of a slab for its alignment.
+  // Allocates a region: the memory of several slabs. A region contains as many slabs as already
+  // exist, but at most MAX_SLABS (1 MiB). A separate allocation of each slab would waste the size
+  // of a slab for its alignment.
   void addRegion() {
     const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MAX_SLABS);
     regions_.push_back(nullptr);
@@ -100,11 +104,15 @@ class Slabs {
 
   Owner* owner_;
   ds::Vector<std::byte*> slabs_;
-  ds::Vector<std::byte*> regions_;  // allocations that are cut into slabs
-  std::uint64_t spareSlabs_ = 0;    // unused slabs of the last region
+  // The allocations, which are divided into slabs.
+  ds::Vector<std::byte*> regions_;
+  // The number of unused slabs in the last region.
+  std::uint64_t spareSlabs_ = 0;
   std::uint64_t size_ = 0;
-  T* next_ = nullptr;            // where the next object is created
-  std::uint64_t freeCount_ = 0;  // objects that still fit into the last slab
+  // The address of the next object.
+  T* next_ = nullptr;
+  // The number of objects that still fit into the last slab.
+  std::uint64_t freeCount_ = 0;
 };
 
 }  // namespace zn::korvo_sdk

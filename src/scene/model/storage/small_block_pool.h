@@ -1,5 +1,6 @@
-// SmallBlockPool: memory for the short lists, tuples and strings of a scene. A scene has millions
-// of them. Cutting blocks from large chunks saves an allocation and a header for each block.
+// SmallBlockPool: memory for the short lists, tuples and strings of a scene. A scene may have
+// millions of these objects. The pool divides large chunks into blocks, which saves an allocation
+// and a header for each block.
 #pragma once
 
 #include <algorithm>
@@ -14,12 +15,13 @@
 
 namespace zn::korvo_sdk {
 
-/// Allocates blocks of up to MAX_BYTES. Reuses a deallocated block for the next block of its size
-/// class. The destructor frees all memory.
+/// Allocates blocks of up to MAX_BYTES bytes. Reuses a deallocated block for the next block of the
+/// same size class. The destructor frees all memory.
 class VSA_API SmallBlockPool {
  public:
   static constexpr std::size_t MAX_BYTES = 4096;
-  /// The size of the smallest block in bytes. Every block's capacity is a multiple of it.
+  /// The size of the smallest block in bytes. The capacity of every block is a multiple of
+  /// ALIGNMENT.
   static constexpr std::size_t ALIGNMENT = 8;
 
   SmallBlockPool() = default;
@@ -27,17 +29,18 @@ class VSA_API SmallBlockPool {
   SmallBlockPool& operator=(const SmallBlockPool&) = delete;
   ~SmallBlockPool();
 
-  /// The size class of `bytes`: the size of the block that is allocated for them. There are eight
-  /// classes between two powers of two. A list that grows step by step deallocates one block of
-  /// each smaller class. With eight classes, these blocks take at most about twelve times the final
-  /// size of the list.
+  /// Returns the size class of `bytes`: the size of the block to allocate. `bytes` must be from 1
+  /// to MAX_BYTES. There are eight size classes between two powers of two. A growing list
+  /// deallocates one block of each smaller class. With eight classes, these blocks take at most
+  /// about twelve times the final size of the list.
   static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
     const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);
-    return (bytes + step - 1) & ~(step - 1);  // step is a power of two
+    // `step` is a power of two.
+    return (bytes + step - 1) & ~(step - 1);
   }
 
-  /// A block for 1 to MAX_BYTES bytes, uninitialised, aligned to ALIGNMENT. Throws std::bad_alloc;
-  /// then nothing has changed.
+  /// Returns an uninitialised block for `bytes` bytes, aligned to ALIGNMENT. `bytes` must be from 1
+  /// to MAX_BYTES. Throws std::bad_alloc and then changes nothing.
   void* allocate(std::size_t bytes) {
     const std::size_t capacity = capacityFor(bytes);
     FreeBlock*& first = freeBlocks_[capacity / ALIGNMENT];
@@ -52,7 +55,7 @@ class VSA_API SmallBlockPool {
     return block;
   }
 
-  /// Frees a block that was allocated for `bytes`.
+  /// Frees a block. `bytes` must be the argument of `allocate`.
   void deallocate(void* block, std::size_t bytes) noexcept {
     FreeBlock*& first = freeBlocks_[capacityFor(bytes) / ALIGNMENT];
     first = new (block) FreeBlock{first};
@@ -68,10 +71,12 @@ class VSA_API SmallBlockPool {
 
   void addChunk();
 
-  std::byte* next_ = nullptr;  // the unused rest of the last chunk
+  // The unused bytes of the last chunk, from `next_` to `end_`.
+  std::byte* next_ = nullptr;
   std::byte* end_ = nullptr;
   ds::Vector<void*> chunks_;
-  FreeBlock* freeBlocks_[MAX_BYTES / ALIGNMENT + 1] = {};  // the index is capacity / ALIGNMENT
+  // The first free block of each size class. The index is capacity / ALIGNMENT.
+  FreeBlock* freeBlocks_[MAX_BYTES / ALIGNMENT + 1] = {};
 };
 
 }  // namespace zn::korvo_sdk

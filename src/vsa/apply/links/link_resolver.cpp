@@ -15,7 +15,8 @@ namespace {
 
 using Snapshot = ds::Vector<const PendingTable::Node*>;
 
-// The entries in table order. No entry is added during resolution, so the pointers stay valid.
+// Returns pointers to the entries, in table order. Resolution adds no entries, so the pointers
+// remain valid.
 Snapshot snapshotOf(const PendingTable& table) {
   Snapshot entries;
   for (const auto& bucket : table.buckets) {
@@ -24,7 +25,7 @@ Snapshot snapshotOf(const PendingTable& table) {
   return entries;
 }
 
-// The source of a connection as the text has it, for messages.
+// Returns the source of a connection as it is written in the text.
 String asWritten(const PendingLink& link) {
   const String source(link.source);
   return link.output.isEmpty() ? source : source + "." + link.output;
@@ -44,11 +45,13 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
   });
 }
 
-// The order of inputs and nodes in memory differs from the table order, so most accesses miss the
-// caches. Software pipelining hides the cache misses: a link passes through four stages, several
-// links apart. First its source is prefetched. Then its source becomes a String with its hash, and
-// its input and the slot of its node are prefetched. Then its node is prefetched. Last it is
-// resolved.
+// Uses software pipelining to hide cache misses. The table order differs from the order of inputs
+// and nodes in memory, so most accesses miss the caches. Each link passes through four stages, and
+// other links are processed between its stages:
+// 1. Prefetch the characters of the source.
+// 2. Convert the source to a String, and prefetch the input and the hash table slot of the node.
+// 3. Prefetch the node.
+// 4. Resolve the link.
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);
@@ -112,8 +115,8 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
-  // An input that does not accept the node logs the node's name, so setNode gets the node even if
-  // the link is not kept.
+  // An input logs the name of a node that it does not accept. Such an input receives the node even
+  // if the link is not kept.
   const bool isGiven = isKept || session_->refusesNodes(input);
   input.setNode(isGiven ? node : nullptr);
 }

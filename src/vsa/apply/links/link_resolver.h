@@ -1,5 +1,5 @@
-// LinkResolver: creates the links of the scene from pending links, after the last statement.
-// Internal.
+// LinkResolver: creates the links of the scene from pending links. It runs after the last
+// statement. Internal.
 #pragma once
 
 #include <vsa/foundation/string.h>
@@ -16,8 +16,8 @@ class LinkResolver {
   explicit LinkResolver(interfaces::IScene& scene, ReadSession* session = nullptr)
       : scene_(scene), session_(session) {}
 
-  /// Resolves every link of the table, bucket by bucket, and in insertion order within a bucket.
-  /// Then releases the inputs in the same order. The entries remain in the table.
+  /// Resolves every link of the table in table order: bucket by bucket, and in insertion order
+  /// within a bucket. Then releases the inputs in the same order. The entries remain in the table.
   void resolveConnections(const PendingTable& connections);
   void resolveReferences(const PendingTable& references);
 
@@ -25,7 +25,7 @@ class LinkResolver {
   void begin(interfaces::IInput& input, const PendingLink& link) const {
     if (session_ != nullptr) session_->beginLink(input, link.place);
   }
-  // The number of names that are Strings at the same time. It is a power of two.
+  // The number of elements of `names_`. It must be a power of two.
   static constexpr std::uint64_t NAMES = 32;
 
   template <class Resolve>
@@ -37,7 +37,9 @@ class LinkResolver {
 
   interfaces::IScene& scene_;
   ReadSession* session_;
-  String names_[NAMES];  // their memory is reused: most scenes keep no reference to the name
+  // Ring of the sources that are converted to Strings. Most scenes keep no reference to a name, so
+  // the memory of each String is reused.
+  String names_[NAMES];
 };
 
 }  // namespace zn::korvo_sdk::impl

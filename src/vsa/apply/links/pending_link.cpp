@@ -16,8 +16,8 @@ std::uintptr_t numberOf(const void* address) {
   return reinterpret_cast<std::uintptr_t>(address);
 }
 
-// Most sources are written `node.output`. In a path of three tokens that begins with a name, the
-// third token is also a name.
+// Returns true for `node.output`, the form of most sources. The third token needs no check: in a
+// path of three tokens that begins with a name, it is a name.
 bool isNodeAndOutput(const ds::Vector<Token>& path) {
   return path.size == 3 && path[0].type == Token::Type::Id;
 }
@@ -39,11 +39,12 @@ const char* TextArena::copyOf(std::string_view text) {
 }
 
 void TextArena::addChunk(std::size_t bytes) {
-  // Appends before the allocation, so that storing the chunk cannot fail.
+  // Adds the element before the allocation: an exception of push_back cannot leak the chunk.
   chunks_.push_back(nullptr);
   const std::size_t capacity = std::max(bytes, chunkBytes_);
   chunks_[chunks_.size - 1] = next_ = new char[capacity];
-  left_ = capacity;  // set after the allocation: if that fails, the old chunk remains in use
+  // If `new` throws, the old chunk and `left_` are still in use.
+  left_ = capacity;
   chunkBytes_ = std::min(2 * chunkBytes_, MAX_CHUNK_BYTES);
 }
 

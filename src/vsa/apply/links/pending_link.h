@@ -1,8 +1,8 @@
 // PendingLink: the data needed to resolve a reference or connection. Internal.
 //
-// A text may contain millions of links. All are kept until its last statement has been parsed. An
-// AssignInfo takes 352 bytes, and 96 for the three tokens of each path. A PendingLink takes 24, and
-// the texts of all sources are adjacent in an arena.
+// All links are kept until the last statement has been parsed, and a text may contain millions of
+// links. A PendingLink takes 24 bytes, and the source texts are adjacent in an arena. An AssignInfo
+// would take 352 bytes, plus 96 bytes for a path of three tokens.
 #pragma once
 
 #include <cstddef>
@@ -20,16 +20,17 @@
 namespace zn::korvo_sdk::impl {
 
 struct PendingLink {
-  /// Reference: the node's name; empty for `null`. Connection written `node.output`: the node's
-  /// name. Any other connection: the whole source as it is written. NUL-terminated.
+  /// The source of the link, NUL-terminated. Reference: the node's name, or empty for `null`.
+  /// Connection of the form `node.output`: the node's name. Any other connection: the whole source
+  /// as it is written.
   const char* source = "";
-  /// Connection written `node.output`: the output's name; empty for anything else.
+  /// The output's name for a connection of the form `node.output`. Empty for any other link.
   String output;
-  /// The token before the statement; set if a ReadSession is attached.
+  /// The position of the token before the statement. Set only if a ReadSession is attached.
   TextPlace place;
 };
 
-/// Copies of texts that are freed together.
+/// An arena of copied texts. The destructor frees all copies.
 class TextArena {
  public:
   TextArena() = default;
@@ -37,7 +38,8 @@ class TextArena {
   TextArena& operator=(const TextArena&) = delete;
   ~TextArena();
 
-  /// A NUL-terminated copy, valid as long as the arena. Throws std::bad_alloc.
+  /// Returns a NUL-terminated copy of `text`. The copy is valid as long as the arena. Throws
+  /// std::bad_alloc.
   const char* copyOf(std::string_view text);
 
  private:
@@ -48,30 +50,35 @@ class TextArena {
   void addChunk(std::size_t bytes);
 
   ds::Vector<char*> chunks_;
-  char* next_ = nullptr;  // the unused rest of the last chunk
+  // The first unused byte of the last chunk. `left_` bytes are unused.
+  char* next_ = nullptr;
   std::size_t left_ = 0;
   std::size_t chunkBytes_ = MIN_CHUNK_BYTES;  // the size of the next chunk
 };
 
-/// A filter with false positives but no false negatives. It stores the highest address added in
-/// each page of 64 KiB. Most inputs are created at ascending addresses, so a new input is above the
-/// highest one. The first link of such an input then needs no look-up in the table, which may be
-/// larger than the CPU caches. This saves 4 % of the time of the benchmark links 1M.
+/// A set of addresses with false positives but no false negatives. It stores the highest address
+/// added in each page of 64 KiB.
+///
+/// Most inputs are created at ascending addresses, so the address of a new input is above the
+/// highest stored address. The first link of such an input needs no look-up in the table of links,
+/// which may be larger than the CPU caches. This saves 4 % of the time of the benchmark links 1M.
 class AddressFilter {
  public:
   AddressFilter() = default;
   AddressFilter(const AddressFilter&) = delete;
   AddressFilter& operator=(const AddressFilter&) = delete;
 
-  /// Returns false when `address` was not added.
+  /// False if `address` was not added. True if it may have been added.
   bool mayContain(const void* address) const noexcept;
   void add(const void* address);
 
  private:
-  using Pages = std::unordered_map<std::uintptr_t, std::uintptr_t>;  // page -> highest address
+  // Maps the number of a page to the highest address added in that page.
+  using Pages = std::unordered_map<std::uintptr_t, std::uintptr_t>;
 
   Pages highest_;
-  Pages::value_type* last_ = nullptr;  // the page of the last `add`
+  // The entry of the page that the last `add` changed.
+  Pages::value_type* last_ = nullptr;
 };
 
 /// Pending links by target input.

@@ -14,11 +14,11 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Literals of up to this size are unescaped on the stack first and then copied to memory of the
-// exact size.
+// The maximum size of a literal that is unescaped on the stack. The result is then copied to memory
+// of the exact size.
 constexpr std::size_t MAX_STACK_BYTES = 1024;
 
-// Removes the first and the last character, the quotes, if there are any.
+// Removes the quotes: the first and the last character, if they exist.
 std::string_view withoutQuotes(std::string_view quoted) {
   if (!quoted.empty()) quoted.remove_prefix(1);
   if (!quoted.empty()) quoted.remove_suffix(1);
@@ -31,7 +31,7 @@ char* allocateString(std::size_t length) {
   return characters;
 }
 
-// Copies a text without escapes to memory of the exact size.
+// Copies a text without escape sequences to memory of the exact size.
 char* copyOfPlain(std::string_view text) {
   char* const characters = allocateString(text.size());
   std::memcpy(characters, text.data(), text.size());
@@ -46,7 +46,7 @@ char* copyOfShort(std::string_view text) {
   return static_cast<char*>(std::memcpy(allocateString(length), unescaped, length + 1));
 }
 
-// The session is polled after each piece of this size.
+// The number of bytes to unescape between two polls of the session.
 constexpr std::size_t BYTES_PER_POLL = std::size_t{4} << 20;
 
 char* unescapeLong(std::string_view text, char* to, ReadSession* session) {
@@ -64,7 +64,8 @@ struct Free {
   void operator()(char* memory) const noexcept { std::free(memory); }
 };
 
-// Unescaping shortens the text, so the block is shrunk afterwards if realloc can do so.
+// Unescapes a long literal in place of a stack buffer: allocates the size of the literal, which is
+// an upper bound. Then shrinks the block, if realloc can.
 char* copyOfLong(std::string_view text, ReadSession* session) {
   std::unique_ptr<char, Free> held(allocateString(text.size()));
   char* const characters = held.get();
@@ -85,7 +86,7 @@ char* copyOfStringValue(std::string_view literal, bool hasBackslash, ReadSession
 
 String stringValue(std::string_view literal) {
   const std::string_view text = withoutQuotes(literal);
-  return String(String::copyOf(text).unescape().buf());  // a value ends at its first NUL
+  return String(String::copyOf(text).unescape().buf());  // buf() ends the value at its first NUL.
 }
 
 }  // namespace zn::korvo_sdk::impl

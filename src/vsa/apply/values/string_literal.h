@@ -1,4 +1,4 @@
-// String literals: the text between the quotes, unescaped. Internal.
+// Unescapes string literals. Internal.
 #pragma once
 
 #include <string_view>
@@ -8,9 +8,10 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The value of a string literal in memory from malloc, NUL-terminated. The caller frees it.
-/// `hasBackslash`: whether the literal may contain a backslash. A session, if there is one, is
-/// polled while a long literal is unescaped, and may end the reading. Throws std::bad_alloc.
+/// Returns the value of a string literal, NUL-terminated, in memory from malloc. The caller frees
+/// it. If `hasBackslash` is false, the literal must not contain a backslash. `session` may be null.
+/// Otherwise it is polled while a long literal is unescaped, and may throw ReadStopped. Throws
+/// std::bad_alloc.
 char* copyOfStringValue(std::string_view literal, bool hasBackslash, ReadSession* session);
 
 /// The value of a string literal as a String.

@@ -35,7 +35,7 @@ void TypedElements::setEmptyElements(interfaces::IInput& array, std::uint64_t co
   if (!isValid) known = Known();
   const std::uint64_t firstUnknown = isValid ? known.count : typedPrefixOf(array);
 
-  // set() may change the array, so each iteration reads its size again.
+  // Reads the size again in each iteration, because set() may change the array.
   for (std::uint64_t left = std::min(RECHECKED, known.count); left > 0; --left) {
     if (known.recheck >= known.count) known.recheck = 0;
     if (known.recheck >= array.count()) break;

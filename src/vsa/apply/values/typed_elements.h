@@ -1,4 +1,4 @@
-// TypedElements: sets the type of untyped elements in arrays of buffers and arrays of arrays.
+// TypedElements: sets the types of untyped elements in arrays of buffers and arrays of arrays.
 // Internal.
 #pragma once
 
@@ -10,27 +10,28 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Caches the number of elements with a type in each array, so that filling an array one element at
-/// a time takes linear time. A scene may empty an element itself, so each call rechecks up to
-/// RECHECKED elements that had a type, in rotation.
+/// Caches how many elements of each array have a type. This makes filling an array linear in time
+/// if the text appends one element at a time. A scene may remove the type of an element itself.
+/// Each call therefore rechecks up to RECHECKED elements that had a type, in rotation.
 class TypedElements {
  public:
   /// The number of typed elements that a call rechecks.
   static constexpr std::uint64_t RECHECKED = 128;
 
-  /// Sets the elements of `array` that are still empty: buffers without a DataType for an array of
-  /// buffers, arrays without an element type for an array of arrays. Does nothing for an array of
-  /// another type. `countBefore` is the size of the array before the statement appended to it;
-  /// `elementType` is the DataType, or the AttrType of an array's elements, that they get.
+  /// Sets the type of the untyped elements of `array`. An element is untyped if it is a buffer
+  /// without a DataType, or an array without an element type. Does nothing if `array` contains
+  /// neither buffers nor arrays. `countBefore` is the size of `array` before the statement appended
+  /// elements. `elementType` is the type to set: a DataType for buffers, an AttrType for arrays.
   void setEmptyElements(interfaces::IInput& array, std::uint64_t countBefore,
                         std::int32_t elementType);
 
  private:
-  // An entry is valid while `last` is still the element at index `count - 1`.
+  // The cached state of one array. It is valid while `last` is the element at index `count - 1`.
   struct Known {
-    std::uint64_t count = 0;  // elements that had a type at the last check
+    std::uint64_t count = 0;  // The number of elements that had a type at the last check.
     interfaces::IInput* last = nullptr;
-    std::uint64_t recheck = 0;  // index at which the next recheck starts
+    // The index at which the next recheck starts.
+    std::uint64_t recheck = 0;
   };
 
   static void remember(interfaces::IInput& array, Known& known);

@@ -23,8 +23,8 @@ bool ValueAssigner::assign(AttrData& value, std::string_view literal, IInput& in
   return true;
 }
 
-// Returns whether the value may be assigned. If so, converts it to the input's type. If not, logs
-// the reason.
+// Returns whether the value may be assigned. If true, converts it to the type of the input. If
+// false, logs the reason.
 bool ValueAssigner::accepts(AttrData& value, std::string_view literal, const IInput& input) const {
   if (input.isArray(false) || input.refusesValues()) {
     emitWrongType(emitter_, quotedValue(literal, value.type == AttrType::Buffer), input);
@@ -56,8 +56,9 @@ bool ValueAssigner::acceptsBuffer(const AttrData& value, const IInput& input) co
   return false;
 }
 
-// Called after the assignment, which may have added the value to the enumeration. assign() took
-// ownership of the characters, so this function reads them from the token again.
+// Logs a string that is not in the enumeration of the input. Called after the assignment, because
+// the assignment may add the string to the enumeration. The value is read from the token again,
+// because the input now owns the characters.
 void ValueAssigner::checkEnumeration(std::string_view literal, const IInput& input) const {
   const interfaces::IEnumeration* const values = input.enumValues();
   if (values == nullptr || values->isEmpty()) return;

@@ -1,4 +1,4 @@
-// ValueAssigner: checks and converts plain values and assigns them to inputs. Internal.
+// ValueAssigner: checks and converts values and assigns them to inputs. Internal.
 #pragma once
 
 #include <string_view>
@@ -15,8 +15,8 @@ namespace zn::korvo_sdk::impl {
 /// Assigns the value of one statement.
 class ValueAssigner {
  public:
-  /// `emitter` has the position of the statement. `typedElements` is shared by the whole text.
-  /// `session` may be null.
+  /// `emitter` has the position of the statement. `typedElements` is shared by all statements of
+  /// the text. `session` may be null.
   ValueAssigner(const Emitter& emitter, TypedElements& typedElements, ReadSession* session)
       : emitter_(emitter), typedElements_(typedElements), session_(session) {}
 

@@ -8,7 +8,7 @@ namespace zn::korvo_sdk::impl {
 
 namespace {
 
-// Types with the same conversions.
+// Each group contains the types that have the same conversions.
 enum Group { BOOL, INTEGER, REAL, TWO, THREE, FOUR, MAT3, MAT4, OTHER, GROUP_COUNT };
 
 Group groupOf(AttrType type) noexcept {
@@ -43,8 +43,8 @@ constexpr Conversion S = Conversion::Silent;
 constexpr Conversion N = Conversion::Narrowing;
 constexpr Conversion R = Conversion::Refused;
 
-// Rows: the group of the value. Columns: the group of the input. The asymmetries are part of the
-// format: a Real does not convert to a Bool although an Int does.
+// The allowed conversions. Rows: the group of the value. Columns: the group of the input. The table
+// is not symmetric: an Int converts to a Bool, but a Real does not.
 constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
     // BOOL INTEGER REAL TWO THREE FOUR MAT3 MAT4 OTHER
     {S, S, S, R, R, R, R, R, R},  // BOOL
@@ -58,11 +58,12 @@ constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
     {R, R, R, R, R, R, R, R, R},  // OTHER
 };
 
-// Rounds to the nearest integer, halves away from zero, and clamps to the target's range.
+// Rounds to the nearest integer, with halves rounded away from zero. Clamps to the range of
+// Integer. Returns 0 for NaN.
 template <class Integer>
 Integer rounded(double value) noexcept {
   using Limits = std::numeric_limits<Integer>;
-  // The bounds are powers of two or zero, which a double represents exactly.
+  // A double represents both bounds exactly, because each is zero or a power of two.
   const double beyond = std::ldexp(1.0, Limits::digits);
   if (std::isnan(value)) return 0;
   const double whole = std::round(value);
@@ -84,15 +85,15 @@ double toReal(const AttrData& value) noexcept {
   return static_cast<double>(static_cast<std::uint64_t>(value.payload.integer));
 }
 
-// A number is copied to every component. The components of a tuple keep their positions. The
-// additional components of a wider tuple are zero, because the payload after the value is zero.
+// Converts a value to a tuple. A Real is copied to every component. A tuple keeps its components.
+// The components that a wider tuple adds are zero, because the payload after the value is zero.
 void toTuple(AttrData& value, AttrType to) noexcept {
   if (value.type != AttrType::Real) return;
   const double number = value.payload.real;
   for (unsigned i = 0; i < componentCount(to); ++i) value.payload.components[i] = number;
 }
 
-// The 3 by 3 matrix becomes the upper left block.
+// Copies the 3 by 3 matrix to the upper left block of a 4 by 4 identity matrix.
 void widenMatrix(AttrData& value) noexcept {
   const math::MatT<3, double> from = value.payload.mat3;
   math::MatT<4, double> to{};
@@ -101,7 +102,7 @@ void widenMatrix(AttrData& value) noexcept {
   value.payload.mat4 = to;
 }
 
-// Keeps the upper left block.
+// Copies the upper left 3 by 3 block.
 void narrowMatrix(AttrData& value) noexcept {
   const math::MatT<4, double> from = value.payload.mat4;
   math::MatT<3, double> to{};

@@ -1,4 +1,4 @@
-// Conversions between value types: which are allowed, and their results. Internal.
+// Conversions between attribute types: which are allowed, and their results. Internal.
 #pragma once
 
 #include <vsa/scene/attr_data.h>
@@ -6,16 +6,16 @@
 namespace zn::korvo_sdk::impl {
 
 enum class Conversion {
-  Silent,     ///< Converts without a message. Also for equal types.
+  Silent,     ///< Converts without a message. Equal types convert silently, too.
   Narrowing,  ///< Converts and loses information.
   Refused,    ///< Does not convert.
 };
 
-/// Whether and how a value of type `from` converts to an input of type `to`.
+/// Returns how a value of type `from` converts to an input of type `to`.
 Conversion conversionBetween(AttrType from, AttrType to) noexcept;
 
-/// Converts `value` to type `to`, which `conversionBetween` must not refuse. The payload after the
-/// value's components must be zero, as in a new record.
+/// Converts `value` to type `to`. conversionBetween must not return Refused for the two types. The
+/// payload after the value's components must be zero, as in a new record.
 void convert(AttrData& value, AttrType to) noexcept;
 
 }  // namespace zn::korvo_sdk::impl
