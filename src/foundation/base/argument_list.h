@@ -5,8 +5,8 @@
 
 namespace zn::detail {
 
-/// Calls va_end in its destructor. Declare it right after va_start or va_copy, in the same
-/// function.
+/// Calls va_end in its destructor. Declare the object directly after va_start or va_copy, in the
+/// same function.
 class ArgumentListEnd {
  public:
   explicit ArgumentListEnd(va_list& args) noexcept : args_(args) {}

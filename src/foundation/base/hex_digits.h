@@ -3,10 +3,10 @@
 
 namespace zn::detail {
 
-/// The digit for each value. Letters are in lower case.
+/// The digits for the values 0 to 15. Letters are in lower case.
 inline constexpr char HEX_DIGITS[] = "0123456789abcdef";
 
-/// The value of a digit in either case, or NOT_A_DIGIT.
+/// Returns the value of a digit in upper or lower case. Returns NOT_A_DIGIT for other characters.
 inline constexpr unsigned NOT_A_DIGIT = 16;
 constexpr unsigned hexValue(char c) noexcept {
   if (c >= '0' && c <= '9') return static_cast<unsigned>(c - '0');

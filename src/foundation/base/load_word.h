@@ -7,7 +7,7 @@
 
 namespace zn::detail {
 
-/// The bytes at `from` as a number, in the byte order of the machine.
+/// Returns the bytes at `from` as a number in the byte order of the machine.
 template <class Word>
 Word loadWord(const void* from) noexcept {
   Word word;
@@ -15,7 +15,7 @@ Word loadWord(const void* from) noexcept {
   return word;
 }
 
-/// The four or eight bytes at `from` as a number. The first byte is in the lowest bits.
+/// Returns the four or eight bytes at `from` as a number. The first byte is in the lowest bits.
 template <class Word = std::uint64_t>
 Word loadLittleEndian(const void* from) noexcept {
   const auto word = loadWord<Word>(from);

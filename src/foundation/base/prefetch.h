@@ -1,4 +1,4 @@
-// Prefetch hints, for compilers that have them. Internal.
+// Prefetch hints. They have no effect with a compiler that does not support them. Internal.
 #pragma once
 
 #include <cstddef>
@@ -6,14 +6,13 @@
 
 namespace zn::detail {
 
-/// The address `ahead` bytes after `place`. It may be outside of any object.
+/// Returns the address `ahead` bytes after `place`. The address may be outside of any object.
 inline void* addressAhead(const void* place, std::size_t ahead) noexcept {
   // NOLINTNEXTLINE(performance-no-int-to-ptr): pointer arithmetic is undefined outside of an object
   return reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(place) + ahead);
 }
 
-/// A hint that the memory `ahead` bytes after `place` will be read soon. The address may be
-/// invalid.
+/// Prefetches the memory `ahead` bytes after `place` for reading. The address may be invalid.
 inline void prefetch([[maybe_unused]] const void* place,
                      [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)
@@ -21,7 +20,7 @@ inline void prefetch([[maybe_unused]] const void* place,
 #endif
 }
 
-/// A hint that the memory `ahead` bytes after `place` will be written soon.
+/// Prefetches the memory `ahead` bytes after `place` for writing. The address may be invalid.
 inline void prefetchForWriting([[maybe_unused]] void* place,
                                [[maybe_unused]] std::size_t ahead = 0) noexcept {
 #if defined(__GNUC__) || defined(__clang__)

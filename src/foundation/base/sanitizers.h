@@ -1,7 +1,7 @@
 // Exemptions from sanitizer checks. Internal.
 #pragma once
 
-// Marks a function whose unsigned arithmetic intentionally wraps around or shifts bits out.
+// Marks a function in which unsigned arithmetic intentionally wraps around or shifts bits out.
 #if defined(__clang__)
 #define VSA_WRAPS_AROUND \
   __attribute__((no_sanitize("unsigned-integer-overflow", "unsigned-shift-base")))

@@ -7,7 +7,8 @@
 
 namespace zn::detail {
 
-/// `text` without white space at its start, if `leading`, and at its end, if `trailing`.
+/// Returns `text` without the white space at its start if `leading` is true, and without the white
+/// space at its end if `trailing` is true.
 constexpr std::string_view trimmed(std::string_view text, bool leading = true,
                                    bool trailing = true) noexcept {
   const auto isSpace = [](char c) { return char_class::is(c, char_class::SPACE); };

@@ -1,4 +1,4 @@
-// The full product of two 64-bit numbers. Internal.
+// Multiplies two 64-bit numbers. The product has 128 bits. Internal.
 #pragma once
 
 #include <cstdint>
@@ -13,7 +13,7 @@ struct Wide {
   std::uint64_t low;
 };
 
-/// The product a * b with all its 128 bits.
+/// Returns the product a * b with all its 128 bits.
 VSA_WRAPS_AROUND constexpr Wide multiply(std::uint64_t a, std::uint64_t b) noexcept {
 #if defined(__SIZEOF_INT128__)
   __extension__ using Wide128 = unsigned __int128;

@@ -1,8 +1,10 @@
-// The checksum consists of two sums modulo 65521: `low` is the sum of the bytes, and `high` is the
-// sum of the values that `low` has after each byte. The remainder is computed once every MAX_RUN
-// bytes, the largest number for which the sums fit into 32 bits. The SSE2 kernel processes 16 bytes
-// per step: an instruction for the sum of absolute differences adds the differences of the bytes
-// from zero, and a multiply-add weights each byte with the number of times that `high` counts it.
+// Computes Adler-32. The checksum consists of two sums modulo 65521. `low` is the sum of the bytes.
+// `high` is the sum of the values of `low` after each byte. The remainders are computed once every
+// MAX_RUN bytes, the largest number of bytes for which both sums fit into 32 bits.
+//
+// The SSE2 kernel processes 16 bytes per step. One instruction adds the 16 bytes (the sum of
+// absolute differences from zero). Another instruction multiplies each byte by the number of times
+// that `high` includes it, and adds the products.
 #include "foundation/compression/adler32.h"
 
 #include <algorithm>
@@ -16,7 +18,7 @@ namespace zn {
 namespace {
 
 constexpr std::uint32_t MODULUS = 65521;
-constexpr std::size_t MAX_RUN = 5552;  // a multiple of 16
+constexpr std::size_t MAX_RUN = 5552;  // MAX_RUN must be a multiple of STEP_BYTES.
 constexpr std::size_t STEP_BYTES = 16;
 
 struct Sums {
@@ -39,12 +41,13 @@ std::uint32_t laneSum(__m128i lanes) {
   return lane[0] + lane[1] + lane[2] + lane[3];
 }
 
-// Requires that `size` is a multiple of STEP_BYTES.
+// Adds the bytes to the sums, STEP_BYTES per step. `size` must be a multiple of STEP_BYTES.
 void addSteps(Sums& sums, const unsigned char* data, std::size_t size) {
   const __m128i zero = _mm_setzero_si128();
   const __m128i firstWeights = _mm_setr_epi16(16, 15, 14, 13, 12, 11, 10, 9);
   const __m128i lastWeights = _mm_setr_epi16(8, 7, 6, 5, 4, 3, 2, 1);
-  __m128i bytesBefore = zero;  // for each step, the sum of the bytes in the steps before it
+  // The sum over all steps of the bytes before each step.
+  __m128i bytesBefore = zero;
   __m128i byteSum = zero;
   __m128i weighted = zero;
   for (std::size_t i = 0; i < size; i += STEP_BYTES) {

@@ -1,5 +1,6 @@
-// Decompresses texts into memory of the caller. Internal; <vsa/foundation/decompress.h> describes
-// their form.
+// Decompresses texts into memory of the caller. Internal.
+//
+// <vsa/foundation/decompress.h> describes the form of the texts.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +10,7 @@
 
 namespace zn {
 
-/// Receives regular calls while a text is decompressed. An exception from such a call ends the
+/// Receives regular calls during a decompression. An exception from beforeRun() ends the
 /// decompression.
 class RunObserver {
  public:
@@ -19,9 +20,9 @@ class RunObserver {
   ~RunObserver() = default;
 };
 
-/// Decompresses the `size` characters at `data` into the `capacity` bytes at `out` and sets
-/// `length` to the number of bytes written. Returns the error, if there is one. After an error some
-/// bytes may have been written. `observer` may be null.
+/// Decompresses the `size` characters at `data` into `out`, which has `capacity` bytes. Sets
+/// `length` to the number of bytes written. Returns the error, or nullopt if there is none. After
+/// an error, some bytes of `out` may have changed. `observer` may be null.
 std::optional<korvo_sdk::DiagnosticId> expandCompressedText(const unsigned char* data,
                                                             std::size_t size, unsigned char* out,
                                                             std::size_t capacity,

@@ -1,6 +1,9 @@
-// The decoder reads the digits in runs and writes to the caller's memory, so no data is in memory
-// twice. It may stop before the end of the text. An invalid character anywhere in the text takes
-// precedence over an error of the decoder, so the rest of the text is checked afterwards.
+// Decompresses and compresses texts.
+//
+// The decoder reads the digits in runs and writes to the caller's memory, so that no data is in
+// memory twice. It may stop before the end of the text. An error about an invalid character
+// anywhere in the text takes precedence over an error of the decoder. Therefore the characters
+// after the stream are checked, too.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -21,7 +24,7 @@ namespace {
 
 constexpr char MARK = '.';
 
-// The error for this status of the decoder; none if the stream is complete.
+// Returns the error for a status of the decoder. Returns nullopt if the stream is complete.
 std::optional<DiagnosticId> problemOf(InflateStatus status) {
   switch (status) {
     case InflateStatus::Done:
@@ -40,7 +43,7 @@ std::optional<DiagnosticId> problemOf(InflateStatus status) {
 
 constexpr std::size_t MAX_SIZE = std::numeric_limits<std::size_t>::max();
 
-// number * factor, or MAX_SIZE if the product is larger.
+// Returns number * factor, or MAX_SIZE if the product does not fit into size_t.
 constexpr std::size_t saturatingProduct(std::size_t number, std::size_t factor) {
   return number > MAX_SIZE / factor ? MAX_SIZE : number * factor;
 }
@@ -75,10 +78,10 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
   return false;
 }
 
-// The first guess at the size of the result is eight times that of the stream, which is enough for
-// most data. If it is too small, the text is decompressed again with eight times the memory. All
-// failed attempts together decompress at most 8/7 as many bytes as the last one of them. A small
-// text that declares a huge size takes little time and memory.
+// Allocates memory in steps. The first capacity is eight times the size of the stream, which is
+// enough for most data. If a capacity is too small, the text is decompressed again with eight times
+// the capacity. The failed attempts together decompress at most 8/7 of the capacity of the last
+// failed attempt. A small text that declares a huge size takes little time and memory.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;
@@ -101,7 +104,7 @@ std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std
 String compress(const unsigned char* data, std::size_t size) {
   const std::vector<unsigned char> stream = deflateStream(data, size);
   ds::Vector<char> text;
-  // The text consists of the mark, two digits for each byte, and a NUL.
+  // The text consists of the mark, two digits for each byte, and a NUL, which adopt() adds.
   text.reserve(static_cast<unsigned long>(2 * stream.size() + 2));
   text.push_back(MARK);
   text.size += 2 * stream.size();

@@ -1,8 +1,10 @@
-// Matches (LZ77) are found through chains of earlier positions with the same first bytes, with a
-// bounded number of steps along each chain. A match is deferred by one byte if the next position
-// has a longer one (lazy matching). The literals and matches of a block are collected first. The
-// block is then written as the smallest of the three types: stored, with the fixed codes, or with
-// dynamic codes.
+// The encoder of zlib streams.
+//
+// The encoder finds matches (LZ77) with hash chains: each chain links earlier positions with the
+// same first bytes. The number of steps along a chain is bounded. If the next position has a longer
+// match, the encoder writes a literal and uses that match instead (lazy matching). The encoder
+// first collects the literals and matches of a block. It then writes the block as the smallest of
+// three types: stored, with the fixed codes, or with dynamic codes.
 #include "foundation/compression/deflate.h"
 
 #include <algorithm>
@@ -24,29 +26,32 @@ namespace {
 using namespace deflate;
 using namespace deflate_format;
 
-// The format allows matches of 3 bytes, but these are rarely shorter than literals.
+// The minimum length of a match that the encoder writes. The format allows matches of 3 bytes, but
+// they are rarely shorter than three literals.
 constexpr std::size_t MIN_USED_MATCH = 4;
-constexpr std::size_t GOOD_MATCH = 64;  // a match of this length ends the search
+// The length of a match that ends the search for a longer match.
+constexpr std::size_t GOOD_MATCH = 64;
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
 
 constexpr std::size_t MAX_BLOCK_TOKENS = 32768;
 constexpr std::size_t MAX_BLOCK_BYTES = 1 << 20;
 
-// A literal byte (distance 0), or a match.
+// A literal byte or a match. The distance of a literal is 0.
 struct Token {
-  std::uint16_t value;  // the byte, or the length
+  // The byte of a literal, or the length of a match.
+  std::uint16_t value;
   std::uint16_t distance;
 };
 
-// A symbol and the extra bits that follow its code.
+// A symbol of an alphabet, and the extra bits that follow its code.
 struct Symbol {
   unsigned number;
   unsigned extraBits;
   unsigned extra;
 };
 
-// For each match length, the index of its range in LENGTH_RANGES.
+// Returns the index in LENGTH_RANGES for each length of a match.
 constexpr auto makeLengthIndexes() {
   std::array<std::uint8_t, MAX_MATCH + 1> indexes{};
   for (unsigned i = 0; i < LENGTH_RANGES.size(); ++i) {
@@ -66,8 +71,8 @@ Symbol lengthSymbol(unsigned length) {
   return {FIRST_LENGTH_SYMBOL + index, range.extraBits, length - range.base};
 }
 
-// The symbol of a distance. There are two symbols for each power of two: the two highest bits of
-// distance - 1 select one.
+// Returns the symbol of a distance. There are two symbols for each power of two. The two highest
+// bits of distance - 1 select one of the two.
 Symbol distanceSymbol(unsigned distance) {
   const unsigned from = distance - 1;
   const unsigned shift = from < 4 ? 0 : static_cast<unsigned>(std::bit_width(from)) - 2;
@@ -84,8 +89,8 @@ class BitWriter {
  public:
   explicit BitWriter(std::vector<unsigned char>& out) : out_(out) {}
 
-  // Writes the low `count` bits of `value`. `count` is at most 32, and the other bits of `value`
-  // are 0.
+  // Writes the low `count` bits of `value`. `count` must be at most 32. All other bits of `value`
+  // must be 0.
   void put(std::uint64_t value, unsigned count) {
     bits_ |= value << count_;
     count_ += count;
@@ -105,12 +110,12 @@ class BitWriter {
     if (count_ > 0) put(0, 8 - count_);
   }
 
-  // Requires that the last byte is complete: call padToByte before.
+  // Writes whole bytes. Call padToByte before, so that the last byte is complete.
   void putBytes(const unsigned char* data, std::size_t size) {
     out_.insert(out_.end(), data, data + size);
   }
 
-  // The number of bits in the incomplete last byte.
+  // Returns the number of bits in the incomplete last byte.
   unsigned pendingBits() const { return count_; }
 
  private:
@@ -129,8 +134,8 @@ class MatchFinder {
   MatchFinder(const unsigned char* data, std::size_t size)
       : data_(data), size_(size), heads_(std::size_t{1} << HASH_BITS), earlier_(WINDOW_BYTES) {}
 
-  // The longest match for the bytes at `at` among the positions passed to `enter`, which all
-  // precede it. Its length is 0 if there is none.
+  // Returns the longest match for the bytes at `at`. Searches the positions that were passed to
+  // `enter`. All of these are before `at`. The length of the result is 0 if there is no match.
   Match find(std::size_t at) const {
     Match best;
     if (size_ - at < MIN_USED_MATCH) return best;
@@ -148,7 +153,7 @@ class MatchFinder {
     return best;
   }
 
-  // Adds the position `at` to the hash chains. Positions must be added in ascending order.
+  // Adds the position `at` to its hash chain. Positions must be added in ascending order.
   void enter(std::size_t at) {
     if (size_ - at < MIN_USED_MATCH) return;
     std::size_t& head = heads_[hashAt(at)];
@@ -172,8 +177,8 @@ class MatchFinder {
   const unsigned char* data_;
   std::size_t size_;
   // Both vectors contain positions plus 1, or 0 for no position.
-  std::vector<std::size_t> heads_;  // for each hash, the position added last
-  // For each position in the window, the previous position with the same hash.
+  std::vector<std::size_t> heads_;
+  // The previous position with the same hash, for each position in the window.
   std::vector<std::size_t> earlier_;
 };
 
@@ -182,8 +187,8 @@ unsigned repetitionSymbol(std::uint8_t length, unsigned times) {
   return times <= maxOf(repetitionRange(REPEAT_ZERO)) ? REPEAT_ZERO : REPEAT_ZERO_OFTEN;
 }
 
-// Code lengths in the form of the stream: runs of zeros and of the previous length are stored as
-// repetitions.
+// Returns the symbols that represent the code lengths in the stream. Repeated lengths become
+// repetition symbols.
 std::vector<Symbol> packCodeLengths(const std::vector<std::uint8_t>& lengths) {
   constexpr unsigned MIN_REPETITION = 3;
   std::vector<Symbol> packed;
@@ -228,7 +233,7 @@ const Codes& fixedCodes() {
   return codes;
 }
 
-// The codes of one dynamic block, and the block's header that describes them.
+// The codes of one dynamic block, and the header that describes the codes.
 struct DynamicCodes {
   DynamicCodes(const std::vector<std::uint32_t>& litlenUses,
                const std::vector<std::uint32_t>& distanceUses)
@@ -244,8 +249,8 @@ struct DynamicCodes {
     std::vector<std::uint32_t> uses(CODE_LENGTH_COUNT);
     for (const Symbol& symbol : packed) ++uses[symbol.number];
     codeLengthCode = codeOfFrequencies(std::move(uses), MAX_CODE_LENGTH_BITS);
-    // The loop ends above MIN_CODE_LENGTH_COUNT: the end-of-block symbol has a code, so at least
-    // one length other than 0 is used.
+    // The loop ends before `codeLengthCount` is MIN_CODE_LENGTH_COUNT: the end-of-block symbol has
+    // a code, so at least one code length other than 0 is in use.
     while (codeLengthCode.lengths[CODE_LENGTH_ORDER[codeLengthCount - 1]] == 0) --codeLengthCount;
   }
 
@@ -282,7 +287,7 @@ struct DynamicCodes {
   unsigned codeLengthCount = CODE_LENGTH_COUNT;
 };
 
-// Collects the tokens of a block. Writes the block when it is full, and starts the next one.
+// Collects the tokens of a block. writeBlock writes the block and starts the next one.
 class BlockWriter {
  public:
   BlockWriter(StreamSink& sink, const unsigned char* data)
@@ -337,14 +342,16 @@ class BlockWriter {
     distanceUses_.assign(DISTANCE_COUNT, 0);
   }
 
-  static constexpr unsigned TYPE_BITS = 3;  // including the bit that marks the last block
+  // The bit that marks the last block, and the two bits of the type.
+  static constexpr unsigned TYPE_BITS = 3;
 
   void writeType(bool last, BlockType type) {
     writer_.put(last ? 1 : 0, 1);
     writer_.put(static_cast<unsigned>(type), TYPE_BITS - 1);
   }
 
-  // The size of the block's tokens in bits, without the block's type and header.
+  // Returns the size of the block's tokens in bits. The type and the header of the block are not
+  // included.
   std::uint64_t tokenBits(const Codes& codes) const {
     std::uint64_t bits = 0;
     for (unsigned symbol = 0; symbol < LITLEN_COUNT; ++symbol) {
@@ -358,9 +365,9 @@ class BlockWriter {
     return bits;
   }
 
-  // The size of the block in bits if its data is stored. Data of more than MAX_STORED_BYTES needs
-  // several stored blocks, and each except the first adds its own type bits. A stored block
-  // contains its size twice, in 16 bits each, and its data starts at a byte boundary.
+  // Returns the size of the block in bits if its data is stored. A stored block starts at a byte
+  // boundary and contains its size twice, in 16 bits each. Data of more than MAX_STORED_BYTES
+  // requires several stored blocks. Each block after the first adds its own type bits.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =
@@ -395,10 +402,12 @@ class BlockWriter {
   }
 
   StreamSink& sink_;
-  std::vector<unsigned char> written_;  // the complete bytes of the block
+  // The complete bytes of the stream that have not been passed to `sink_`.
+  std::vector<unsigned char> written_;
   BitWriter writer_;
   const unsigned char* blockStart_;
-  std::size_t bytes_ = 0;  // the size of the data in this block
+  // The size of the data in this block.
+  std::size_t bytes_ = 0;
   std::vector<Token> tokens_;
   std::vector<std::uint32_t> litlenUses_;
   std::vector<std::uint32_t> distanceUses_;
@@ -439,8 +448,8 @@ class VectorSink final : public StreamSink {
 }  // namespace
 
 void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out) {
-  constexpr unsigned char HEADER[] = {0x78,
-                                      0x9C};  // a window of 32 KiB; the check bits of the header
+  // A window of 32 KiB, and the check bits of the header.
+  constexpr unsigned char HEADER[] = {0x78, 0x9C};
   static_assert(HEADER[0] == (MAX_WINDOW_SIZE_CODE << 4 | METHOD_DEFLATE));
   out.put(HEADER, sizeof HEADER);
   BlockWriter blocks(out, data);

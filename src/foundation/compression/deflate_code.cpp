@@ -1,8 +1,11 @@
-// Computes the code lengths by Huffman's construction (1952) over the sorted frequencies, with two
-// queues instead of a heap: trees are created in ascending order of weight, so the lightest one is
-// the first of the leaves or the first of the trees. Lengths above the limit are reduced to it,
-// which makes the set over-subscribed. Codes just below the limit are then lengthened until the set
-// is complete.
+// Computes prefix codes.
+//
+// The code lengths are those of Huffman's construction (1952). The construction sorts the
+// frequencies and uses two queues instead of a heap. Trees are created in ascending order of
+// weight, so the lightest tree is always the first of the leaves or the first of the created trees.
+//
+// Lengths above the limit are reduced to the limit, which makes the set of codes over-subscribed.
+// Codes just below the limit are then lengthened until the set is complete.
 #include "foundation/compression/deflate_code.h"
 
 #include <algorithm>
@@ -17,11 +20,12 @@ namespace {
 
 using deflate_format::MAX_CODE_BITS;
 
-// The number of codes of each length.
+// The number of codes of each length. The index is the length.
 using LengthCounts = std::array<std::uint32_t, MAX_CODE_BITS + 1>;
 using Symbols = std::vector<std::uint16_t>;
 
-// The symbols that get a code, by ascending frequency.
+// Returns the symbols that get a code, in ascending order of frequency. Sets the frequency of
+// unused symbols to 1 until at least two symbols are used.
 Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   Symbols used;
   for (std::size_t symbol = 0; symbol < frequencies.size(); ++symbol) {
@@ -39,9 +43,10 @@ Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   return used;
 }
 
-// The number of codes of each length; lengths above `maxBits` count as `maxBits`. Nodes 0 to n - 1
-// are the leaves, in the order of `used`, and node n + k is the k-th tree created. A tree is
-// created after its children, so the depths are computed backwards from the last node, the root.
+// Returns the number of codes of each length. A length above `maxBits` counts as `maxBits`. Nodes 0
+// to n - 1 are the leaves, in the order of `used`. Node n + k is the k-th tree that is created. A
+// tree is created after its children, so the depths are computed backwards from the last node, the
+// root.
 LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t>& frequencies,
                             unsigned maxBits) {
   const std::size_t leafCount = used.size();
@@ -72,9 +77,9 @@ LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t
   return counts;
 }
 
-// A complete set occupies 2^maxBits codes of `maxBits` bits. Each step lengthens a shorter code by
-// one bit and gives the freed half of its code space to a code of `maxBits` bits, which reduces the
-// occupied space by one.
+// Lengthens codes until the set is complete. A complete set uses a code space of 2^maxBits codes of
+// `maxBits` bits. Each step replaces a shorter code and a code of `maxBits` bits by two codes that
+// are one bit longer than the shorter code. This reduces the used code space by one.
 void makeFit(LengthCounts& counts, unsigned maxBits) {
   std::uint32_t taken = 0;
   for (unsigned bits = 1; bits <= maxBits; ++bits) taken += counts[bits] << (maxBits - bits);

@@ -1,4 +1,4 @@
-// Prefix codes for the encoder: the lengths of the codes, and their bits. Internal.
+// Prefix codes for the encoder. Internal.
 #pragma once
 
 #include <cstdint>
@@ -6,20 +6,21 @@
 
 namespace zn::deflate {
 
-/// The codes of the symbols of an alphabet. A symbol of length 0 has no code. Bits are in the order
-/// of the stream: the first bit of a code is its lowest.
+/// The codes of the symbols of an alphabet. The index is the symbol. A symbol of length 0 has no
+/// code. The bits are in the order of the stream: the first bit of a code is its lowest bit.
 struct Code {
   std::vector<std::uint8_t> lengths;
   std::vector<std::uint16_t> bits;
 };
 
-/// The canonical code of the given lengths, which must not be over-subscribed.
+/// Returns the canonical code of the given lengths. The lengths must not be over-subscribed.
 Code codeOfLengths(std::vector<std::uint8_t> lengths);
 
-/// A complete code of at most `maxBits` bits. Symbols with a high frequency get short codes.
-/// Symbols of frequency 0 get no code, except that at least two symbols get one: some decoders do
-/// not accept fewer. An alphabet has 2 to 288 symbols. `maxBits` is at least 7 for up to 19 symbols
-/// and 15 otherwise. The frequencies add up to less than 2^32.
+/// Returns a complete code of at most `maxBits` bits. Symbols with a high frequency get short
+/// codes. Symbols of frequency 0 get no code. Exception: at least two symbols get a code, because
+/// some decoders do not accept fewer. The alphabet must have 2 to 288 symbols. `maxBits` must be at
+/// least 7 for up to 19 symbols, and 15 for more symbols. The sum of the frequencies must be less
+/// than 2^32.
 Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits);
 
 }  // namespace zn::deflate

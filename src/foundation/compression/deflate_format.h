@@ -1,11 +1,13 @@
-// The constants of the format that the encoder and the decoder share: deflate blocks (RFC 1951) in
-// a zlib stream (RFC 1950). Internal.
+// The constants of the deflate format (RFC 1951) and the zlib format (RFC 1950). The encoder and
+// the decoder share them. Internal.
 //
-// A compressed block has symbols of two alphabets. A literal/length symbol is a byte, the end of
-// the block, or the length of a match. A length is followed by a distance symbol. A length or
-// distance symbol represents a range of values, and extra bits after its code select one of them. A
-// dynamic block begins with the code lengths of both alphabets, which are coded with a third
-// alphabet.
+// A compressed block contains symbols of two alphabets. A literal/length symbol is a byte, the end
+// of the block, or the length of a match. A length is followed by a distance symbol. Each length or
+// distance symbol represents a range of values. Extra bits after the code of the symbol select one
+// value of the range.
+//
+// A dynamic block begins with the code lengths of both alphabets. The code lengths are coded with a
+// third alphabet.
 #pragma once
 
 #include <array>
@@ -17,7 +19,7 @@ namespace zn::deflate_format {
 // --- the zlib header ---
 
 inline constexpr unsigned METHOD_DEFLATE = 8;
-inline constexpr unsigned MAX_WINDOW_SIZE_CODE = 7;  // a window of 32 KiB
+inline constexpr unsigned MAX_WINDOW_SIZE_CODE = 7;  // A window of 32 KiB.
 inline constexpr unsigned PRESET_DICTIONARY = 0x20;
 
 /// The largest distance of a match.
@@ -33,22 +35,22 @@ inline constexpr std::size_t MAX_STORED_BYTES = 65535;
 
 inline constexpr unsigned END_OF_BLOCK = 256;
 inline constexpr unsigned FIRST_LENGTH_SYMBOL = 257;
-inline constexpr unsigned LITLEN_COUNT = 286;        ///< Number of valid literal/length symbols.
-inline constexpr unsigned DISTANCE_COUNT = 30;       ///< Number of valid distance symbols.
-inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< Number of symbols with a fixed code.
+inline constexpr unsigned LITLEN_COUNT = 286;   ///< The number of valid literal/length symbols.
+inline constexpr unsigned DISTANCE_COUNT = 30;  ///< The number of valid distance symbols.
+inline constexpr unsigned FIXED_LITLEN_COUNT = 288;  ///< The number of symbols with a fixed code.
 inline constexpr unsigned FIXED_DISTANCE_COUNT = 32;
 
 inline constexpr unsigned MIN_MATCH = 3;
 inline constexpr unsigned MAX_MATCH = 258;
 
-/// The values of one symbol: `base` and the following ones, 2^extraBits values in all.
+/// The values that one symbol represents: 2^extraBits consecutive values from `base` on.
 struct ValueRange {
   std::uint16_t base;
   std::uint8_t extraBits;
 };
 
-/// The ranges of the length symbols, from FIRST_LENGTH_SYMBOL on: four symbols for each power of
-/// two. The last symbol represents only the longest match.
+/// Returns the ranges of the length symbols from FIRST_LENGTH_SYMBOL on. There are four symbols for
+/// each power of two. The last symbol represents only the longest match.
 constexpr auto makeLengthRanges() {
   std::array<ValueRange, LITLEN_COUNT - FIRST_LENGTH_SYMBOL> ranges{};
   unsigned base = MIN_MATCH;
@@ -61,7 +63,7 @@ constexpr auto makeLengthRanges() {
   return ranges;
 }
 
-/// The ranges of the distance symbols: two symbols for each power of two.
+/// Returns the ranges of the distance symbols. There are two symbols for each power of two.
 constexpr auto makeDistanceRanges() {
   std::array<ValueRange, DISTANCE_COUNT> ranges{};
   unsigned base = 1;
@@ -78,10 +80,10 @@ inline constexpr auto DISTANCE_RANGES = makeDistanceRanges();
 
 // --- code lengths ---
 
-/// The number of bits of the longest code of the two alphabets.
+/// The number of bits of the longest literal/length or distance code.
 inline constexpr unsigned MAX_CODE_BITS = 15;
 
-/// The length of the fixed code of a literal/length symbol.
+/// Returns the length of the fixed code of a literal/length symbol.
 constexpr std::uint8_t fixedLitlenBits(unsigned symbol) {
   if (symbol < 144) return 8;
   if (symbol < 256) return 9;
@@ -89,11 +91,12 @@ constexpr std::uint8_t fixedLitlenBits(unsigned symbol) {
 }
 inline constexpr std::uint8_t FIXED_DISTANCE_BITS = 5;
 
-/// The third alphabet: a symbol is a code length, or repeats one several times.
+/// The number of symbols of the third alphabet. A symbol is a code length, or repeats a code length
+/// several times.
 inline constexpr unsigned CODE_LENGTH_COUNT = 19;
 /// The number of bits of the longest code of the third alphabet.
 inline constexpr unsigned MAX_CODE_LENGTH_BITS = 7;
-/// The order in which a block lists the lengths of its codes.
+/// The order in which a block contains the lengths of the codes of the third alphabet.
 inline constexpr std::array<std::uint8_t, CODE_LENGTH_COUNT> CODE_LENGTH_ORDER = {
     16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
 
@@ -108,13 +111,13 @@ constexpr ValueRange repetitionRange(unsigned symbol) {
   return REPETITION_RANGES[symbol - REPEAT_PREVIOUS];
 }
 
-/// The largest value of the range.
+/// Returns the largest value of the range.
 constexpr unsigned maxOf(ValueRange range) {
   return range.base + (1U << range.extraBits) - 1;
 }
 
-// The counts of code lengths in a dynamic block: the bits of each count, and the count that the
-// value 0 represents.
+// A dynamic block begins with three counts of code lengths. These constants are the number of bits
+// of each count, and the count that the value 0 represents.
 inline constexpr unsigned LITLEN_COUNT_BITS = 5;
 inline constexpr unsigned DISTANCE_COUNT_BITS = 5;
 inline constexpr unsigned CODE_LENGTH_COUNT_BITS = 4;

@@ -1,5 +1,6 @@
-// Most texts are sequences of digits, or lines of digits. The loop reads four pairs of digits per
-// step while the next eight characters are digits, and single characters otherwise.
+// Converts hexadecimal digits. Most texts are sequences of digits or lines of digits. While the
+// next eight characters are digits, the loop converts four pairs of digits per step. Otherwise it
+// converts single characters.
 #include "foundation/compression/hex_text.h"
 
 #include <array>
@@ -21,7 +22,7 @@ constexpr unsigned char valueOf(char c) {
   return static_cast<unsigned char>(detail::hexValue(c));
 }
 
-// For each character, the value of the digit or one of the constants above.
+// Returns the value of each character: the value of the digit, WHITE_SPACE or BAD.
 constexpr std::array<unsigned char, 256> makeDigitValues() {
   std::array<unsigned char, 256> values{};
   for (unsigned byte = 0; byte < 256; ++byte) values[byte] = valueOf(static_cast<char>(byte));
@@ -30,7 +31,7 @@ constexpr std::array<unsigned char, 256> makeDigitValues() {
 
 constexpr auto DIGIT_VALUES = makeDigitValues();
 
-// The byte of two digits; a number above 0xFF when the characters are not two digits.
+// Returns the byte of two digits. Returns a number above 0xFF if the characters are not two digits.
 unsigned pairAt(const unsigned char* text) {
   const unsigned high = DIGIT_VALUES[text[0]];
   const unsigned low = DIGIT_VALUES[text[1]];

@@ -1,4 +1,4 @@
-// Converts between bytes and text. A byte is written as two hexadecimal digits, the high one first.
+// Converts between bytes and hexadecimal text. Each byte is two digits, the high digit first.
 // Internal.
 #pragma once
 
@@ -9,33 +9,34 @@
 
 namespace zn {
 
-/// Converts the digits of a text to bytes for the decoder, one run at a time, so that only one run
-/// is in memory. Digits may be in either case, and white space is allowed between any two. The text
-/// must outlive the feed.
+/// Converts the digits of a text to bytes for the decoder. Converts one run at a time, so that only
+/// one run is in memory. Digits may be in upper or lower case. White space may be between any two
+/// digits. The text must outlive the feed.
 class HexFeed final : public ByteFeed {
  public:
-  /// Reads the `size` characters at `text`, all of them digits or white space.
+  /// Creates a feed for the `size` characters at `text`.
   // cppcheck-suppress uninitMemberVar ; run_ is written before it is read, and clearing it takes
   // time
   HexFeed(const unsigned char* text, std::size_t size) : text_(text), textEnd_(text + size) {}
 
-  /// The observer is called before each run of at most 8 KiB of the stream. It may be null. next()
-  /// throws what the observer throws.
+  /// Sets the observer, which may be null. It is called before each run of at most 8 KiB of the
+  /// stream. next() throws the exceptions of the observer.
   void setObserver(RunObserver* observer) { observer_ = observer; }
 
-  /// The next run of whole bytes. The input ends with the text, or before its first bad character.
+  /// Sets `bytes` to the next run of complete bytes and returns its size. The input ends at the end
+  /// of the text, or before the first character that is neither a digit nor white space.
   std::size_t next(const unsigned char*& bytes) override;
 
-  /// Reads the rest of the text, so that the queries below apply to the whole text.
+  /// Reads the rest of the text. Then the functions below apply to the whole text.
   void skipRest();
 
-  // Queries about the text read so far.
+  // The following functions describe the text that has been read.
 
-  /// Whether a character was neither digit nor white space.
+  /// Whether a character is neither a digit nor white space.
   bool hasBadCharacter() const { return hasBadCharacter_; }
-  /// Whether there was a digit.
+  /// Whether the text contains a digit.
   bool hasDigit() const { return hasDigit_; }
-  /// Whether the last byte lacks its second digit.
+  /// Whether the second digit of the last byte is missing.
   bool hasHalfByte() const { return hasHalfByte_; }
 
  private:
@@ -50,11 +51,13 @@ class HexFeed final : public ByteFeed {
   bool hasBadCharacter_ = false;
   bool hasDigit_ = false;
   bool hasHalfByte_ = false;
-  unsigned char highDigit_ = 0;  // the first digit of an incomplete byte, in the upper four bits
+  // The first digit of an incomplete byte, in the upper four bits.
+  unsigned char highDigit_ = 0;
   unsigned char run_[RUN_BYTES];
 };
 
-/// Writes the `size` bytes at `data` as 2 * `size` lower-case digits to `to`, without a NUL.
+/// Writes the `size` bytes at `data` to `to` as 2 * `size` digits in lower case. Does not write a
+/// NUL.
 void writeHex(const unsigned char* data, std::size_t size, char* to);
 
 }  // namespace zn

@@ -1,8 +1,12 @@
-// Two loops share one state. The fast loop runs while the input run and the output have enough
-// bytes left for any iteration. It checks no other bound, refills its bit buffer 8 bytes at a time
-// and copies matches in chunks. The careful loop decodes one symbol per iteration, crosses the ends
-// of input runs byte by byte, and checks every bound. The bit buffer is a 64-bit word whose lowest
-// bit is the next one.
+// The decoder of zlib streams. Two loops share one state.
+//
+// The fast loop runs while the input run and the output contain enough bytes for any iteration. It
+// checks no other bound, refills its bit buffer 8 bytes at a time and copies matches in chunks.
+//
+// The careful loop decodes one symbol per iteration and checks every bound. At the end of an input
+// run, it continues with the next run, byte by byte.
+//
+// The bit buffer is a 64-bit word. The next bit is its lowest bit.
 #include "foundation/compression/inflate.h"
 
 #include <algorithm>
@@ -31,7 +35,7 @@ class Inflater {
   std::size_t length() const { return static_cast<std::size_t>(out_ - start_); }
 
  private:
-  // The outcome of a step: the next step follows, the block has ended, or the stream has a fault.
+  // The result of a step: the next step follows, the block has ended, or the stream has an error.
   enum class Step { Next, BlockEnd, EndsEarly, Corrupt, TooLarge };
 
   static InflateStatus statusOf(Step fault);
@@ -64,7 +68,8 @@ class Inflater {
   unsigned char* const start_;
   unsigned char* out_;
   unsigned char* const end_;
-  const unsigned char* summed_;  // `adler_` is the checksum of the output before this address
+  // `adler_` is the checksum of the output before this address.
+  const unsigned char* summed_;
   std::uint32_t adler_ = ADLER32_START;
 
   Entry litlenSlots_[LITLEN_SLOTS];
@@ -77,7 +82,7 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Gets the next input run. Updates the checksum once per run, while the output is still in the
+// Gets the next input run. Updates the checksum once per run, so that the output is still in the
 // cache.
 bool Inflater::nextRun() {
   sumOutput();
@@ -91,8 +96,8 @@ void Inflater::sumOutput() {
   summed_ = out_;
 }
 
-// Loads input until the buffer has `count` bits (at most 32). Returns false if the input ends
-// before that.
+// Loads input until the buffer contains `count` bits. `count` must be at most 32. Returns false if
+// the input ends before that.
 bool Inflater::ensure(unsigned count) {
   while (bitCount_ < count) {
     if (in_ == inEnd_ && !nextRun()) return false;
@@ -102,7 +107,7 @@ bool Inflater::ensure(unsigned count) {
   return true;
 }
 
-// The next `count` bits; `ensure` has loaded them.
+// Returns the next `count` bits and removes them. `ensure` must have loaded them.
 unsigned Inflater::read(unsigned count) {
   const auto value = static_cast<unsigned>(lowBits(bits_, count));
   bits_ >>= count;
@@ -110,8 +115,9 @@ unsigned Inflater::read(unsigned count) {
   return value;
 }
 
-// Reads the next code and stores its entry. Returns false if the input ends within it. Bits past
-// the end of the input read as zeros, so a code is valid only if it ends before them.
+// Reads the next code and stores its entry. Returns false if the input ends within the code. Bits
+// after the end of the input are read as zeros, so a code is valid only if it ends before these
+// bits.
 bool Inflater::readCode(const Table& table, Entry& entry) {
   for (;;) {
     unsigned codeLength = 0;
@@ -130,7 +136,7 @@ bool Inflater::readCode(const Table& table, Entry& entry) {
 }
 
 // Computes the value of an entry whose code has been read. Returns false if the input ends within
-// its extra bits.
+// the extra bits.
 bool Inflater::readValue(Entry entry, unsigned& value) {
   const unsigned extraBits = droppedBits(entry) - codeBits(entry);
   if (!ensure(extraBits)) return false;
@@ -225,8 +231,8 @@ Inflater::Step Inflater::dynamicBlock() {
   return isValid ? compressedBlock(litlen, distance) : Step::Corrupt;
 }
 
-// Reads the code lengths of both alphabets as one sequence: a repetition may continue from the
-// first alphabet into the second.
+// Reads the code lengths of both alphabets as one sequence. A repetition may begin in the first
+// alphabet and end in the second.
 Inflater::Step Inflater::readCodeLengths(const Table& codeLengths, std::uint8_t* lengths,
                                          unsigned count) {
   for (unsigned done = 0; done < count;) {
@@ -260,7 +266,7 @@ bool Inflater::isFastLoopPossible() const {
   return inEnd_ - in_ >= FAST_INPUT_BYTES && end_ - out_ >= FAST_OUTPUT_BYTES;
 }
 
-// Decodes symbols while isFastLoopPossible() holds.
+// Decodes symbols while isFastLoopPossible() is true.
 Inflater::Step Inflater::fastLoop(const Table& litlenTable, const Table& distanceTable) {
   const Table litlen = litlenTable;
   const Table distances = distanceTable;
@@ -319,7 +325,7 @@ Inflater::Step Inflater::fastLoop(const Table& litlenTable, const Table& distanc
   return step;
 }
 
-// One iteration of the careful loop.
+// Runs one iteration of the careful loop.
 Inflater::Step Inflater::symbol(const Table& litlen, const Table& distance) {
   Entry entry;
   if (!readCode(litlen, entry)) return Step::EndsEarly;
@@ -373,7 +379,7 @@ class MemoryFeed : public ByteFeed {
   }
 
  private:
-  // The runs are short, so that the output is still in the cache when its checksum is computed.
+  // Runs are short, so that the output is still in the cache when its checksum is computed.
   static constexpr std::size_t RUN_BYTES = 32768;
 
   const unsigned char* data_;

@@ -1,6 +1,7 @@
-// Parts of the decoder's fast loop: the bit buffer and the copying of matches. These parts check no
-// bounds: the loop runs only while input and output have FAST_INPUT_BYTES and FAST_OUTPUT_BYTES
-// left. Internal.
+// The bit buffer and the copying of matches for the decoder's fast loop. Internal.
+//
+// The functions check no bounds. The loop calls them only while the input has FAST_INPUT_BYTES left
+// and the output has FAST_OUTPUT_BYTES left.
 #pragma once
 
 #include <cstddef>
@@ -15,27 +16,29 @@
 namespace zn::inflate {
 
 inline constexpr std::ptrdiff_t COPY_BYTES = 16;
-/// The number of bytes that copying a match may write after the end of the match.
+/// The maximum number of bytes that copying a match may write after the end of the match.
 inline constexpr std::ptrdiff_t MAX_OVERSHOOT = 2 * COPY_BYTES;
 
-/// One iteration of the loop decodes up to three literals, or two literals and a match. It loads 8
-/// bytes three times, and each load advances the input by up to 7 bytes.
+/// The number of bytes that one iteration of the loop may read and write. An iteration decodes up
+/// to three literals, or two literals and a match. It loads 8 bytes three times. Each load advances
+/// the input by up to 7 bytes.
 inline constexpr std::ptrdiff_t FAST_INPUT_BYTES = 2 * 7 + 8;
 inline constexpr std::ptrdiff_t FAST_OUTPUT_BYTES = 3 + deflate_format::MAX_MATCH + MAX_OVERSHOOT;
 
-/// The low `count` bits, at most 63 of them.
+/// Returns the low `count` bits. `count` must be at most 63.
 constexpr std::uint64_t lowBits(std::uint64_t bits, unsigned count) {
   return bits & ((std::uint64_t{1} << count) - 1);
 }
 
-/// The loop's bit buffer and its input. The next bit is the lowest. The bits above `count` are
-/// those of the byte at `in`: already loaded, but counted only by a later refill.
+/// The bit buffer and the input of the loop. The next bit is the lowest bit of `bits`. The bits
+/// above `count` are those of the byte at `in`. They are already loaded, and a later refill counts
+/// them.
 struct FastBits {
   std::uint64_t bits;
   unsigned count;
   const unsigned char* in;
 
-  /// Loads 8 bytes. Afterwards the buffer has at least 56 bits.
+  /// Loads 8 bytes. Afterwards the buffer contains at least 56 bits.
   VSA_WRAPS_AROUND void refill() {
     bits |= detail::loadLittleEndian(in) << count;
     in += (63 - count) >> 3;
@@ -47,17 +50,19 @@ struct FastBits {
     count -= dropped;
   }
 
-  /// The entry of the next code, or of the subtable that it is in.
+  /// Returns the table entry for the next code. If the code is in a subtable, returns the entry of
+  /// the subtable.
   Entry peek(const Table& table) const { return table.slots[lowBits(bits, table.primaryBits)]; }
 
-  /// The entry of a code. `entry` is the entry that leads to its subtable. Drops the primary bits.
+  /// Returns the entry of a code in a subtable. `entry` is the entry of the subtable. Removes the
+  /// primary bits from the buffer.
   Entry enterSubtable(const Table& table, Entry entry) {
     drop(droppedBits(entry));
     return table.slots[entryValue(entry) + lowBits(bits, codeBits(entry))];
   }
 
-  /// The length or distance of an entry, including the extra bits after its code. Removes both from
-  /// the buffer.
+  /// Returns the length or distance of an entry, including its extra bits. Removes the code and the
+  /// extra bits from the buffer.
   unsigned readValue(Entry entry) {
     const unsigned dropped = droppedBits(entry);
     const auto extra = static_cast<unsigned>(lowBits(bits, dropped) >> codeBits(entry));
@@ -65,7 +70,7 @@ struct FastBits {
     return entryValue(entry) + extra;
   }
 
-  /// Writes the byte of a literal's entry and drops its code.
+  /// Writes the byte of a literal. Removes its code from the buffer.
   void writeLiteral(Entry entry, unsigned char*& out) {
     drop(droppedBits(entry));
     *out++ = static_cast<unsigned char>(entry >> 16 & 0xFF);
@@ -74,13 +79,14 @@ struct FastBits {
 
 template <std::size_t Bytes>
 inline void copyBytes(unsigned char* to, const unsigned char* from) {
-  unsigned char chunk[Bytes];  // `to` and `from` may overlap
+  // `to` and `from` may overlap.
+  unsigned char chunk[Bytes];
   std::memcpy(chunk, from, Bytes);
   std::memcpy(to, chunk, Bytes);
 }
 
-/// Copies a match of `length` bytes (3 or more) from `distance` bytes before `to`. May write up to
-/// MAX_OVERSHOOT unspecified bytes after the match.
+/// Copies a match of `length` bytes from `distance` bytes before `to`. `length` must be at least 3.
+/// May write up to MAX_OVERSHOOT unspecified bytes after the match.
 inline void copyMatch(unsigned char* to, std::size_t distance, std::size_t length) {
   const unsigned char* from = to - distance;
   const unsigned char* const end = to + length;
@@ -97,7 +103,8 @@ inline void copyMatch(unsigned char* to, std::size_t distance, std::size_t lengt
   } else if (distance >= 8) {
     for (; to < end; to += 8, from += 8) copyBytes<8>(to, from);
   } else {
-    // The first `distance` of the 8 copied bytes are correct. The next copy starts after them.
+    // Only the first `distance` of the 8 copied bytes are correct. The next copy starts after these
+    // bytes.
     for (; to < end; to += distance, from += distance) copyBytes<8>(to, from);
   }
 }

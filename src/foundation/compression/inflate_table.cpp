@@ -1,7 +1,10 @@
-// Codes are canonical: sorted by length and then by symbol, each is the previous one plus one.
-// Streams store a code's highest bit first, in their lowest bit, so codes are counted here with
-// their bits reversed. The codes of up to n bits occupy the first 2^n primary slots. For n + 1
-// bits, these slots are first copied to the following 2^n slots.
+// Builds the tables of canonical codes. The codes are sorted by length and then by symbol. Each
+// code is the previous code plus one.
+//
+// A stream contains the highest bit of a code first. The decoder reads this bit as the lowest bit,
+// so the codes in this file have their bits in reverse order. The codes of up to n bits fill the
+// first 2^n primary slots. For codes of n + 1 bits, these slots are first copied to the next 2^n
+// slots.
 #include "foundation/compression/inflate_table.h"
 
 #include <algorithm>
@@ -17,7 +20,7 @@ constexpr Entry plainEntry(ValueRange range) {
   return Entry{range.base} << 16 | range.extraBits;
 }
 
-// An entry for each symbol, without the bits of its code.
+// The entry of each symbol, without the bits of its code.
 template <std::size_t Count>
 using Meanings = std::array<Entry, Count>;
 
@@ -59,18 +62,18 @@ struct AlphabetFacts {
   bool mayBeIncomplete;
 };
 
-// Indexed by Alphabet.
+// The index is an Alphabet.
 constexpr AlphabetFacts FACTS[] = {
     {LITLEN_MEANINGS.data(), LITLEN_PRIMARY_BITS, true},
     {DISTANCE_MEANINGS.data(), DISTANCE_PRIMARY_BITS, true},
     {CODE_LENGTH_MEANINGS.data(), MAX_CODE_LENGTH_BITS, false},
 };
 
-// The number of codes of each length. The count at index 0 (symbols without a code) is not used.
+// The number of codes of each length. The index is the length. Index 0 is not used.
 using LengthCounts = std::array<unsigned, MAX_CODE_BITS + 1>;
 
-// The two fields of an entry that contain the length of its code: the bits to drop and the code's
-// bits.
+// Returns the two fields of an entry that contain the length of its code: the number of bits to
+// drop and the number of bits of the code.
 constexpr Entry codeOf(unsigned bits) {
   return bits << 8 | bits;
 }
@@ -102,7 +105,7 @@ void sortByLength(const std::uint8_t* lengths, unsigned count, const LengthCount
   }
 }
 
-// Fills the slots of a complete set, from the shortest code to the longest.
+// Fills the slots of a complete set of codes, from the shortest code to the longest.
 class Filler {
  public:
   Filler(const AlphabetFacts& facts, const LengthCounts& counts, const std::uint16_t* sorted,
@@ -154,8 +157,9 @@ class Filler {
   }
 
  private:
-  // Advances to the next code of `bits` bits. Codes are reversed, so the carry propagates from the
-  // highest bit down. After the last code of a complete set, all ones, the code is 0.
+  // Advances to the next code of `bits` bits. The bits are in reverse order, so the carry
+  // propagates from the highest bit down. The last code of a complete set has only ones. The code
+  // after it is 0.
   void advance(unsigned bits) {
     unsigned bit = 1U << (bits - 1);
     while ((code_ & bit) != 0) {
@@ -165,8 +169,8 @@ class Filler {
     code_ |= bit;
   }
 
-  // The number of bits that index the subtable of a prefix whose first code has `bits` bits. It is
-  // large enough for all codes with that prefix.
+  // Returns the number of bits that index the subtable of a prefix. `bits` is the length of the
+  // first code with this prefix. The subtable is large enough for all codes with this prefix.
   unsigned subtableBits(unsigned bits, unsigned longest) const {
     unsigned indexBits = bits - primaryBits_;
     unsigned free = 1U << indexBits;
@@ -185,8 +189,8 @@ class Filler {
   unsigned code_ = 0;
 };
 
-// Builds a table with an index of one bit for the two incomplete sets that are accepted. No code
-// leads to slot 1.
+// Builds the table of an incomplete set. Accepts only the two sets that buildTable documents. The
+// index of the table has one bit. No code leads to slot 1.
 bool buildIncompleteTable(const AlphabetFacts& facts, const LengthCounts& counts, unsigned longest,
                           const std::uint16_t* sorted, Entry* slots, Table& table) {
   if (!facts.mayBeIncomplete || longest > 1) return false;

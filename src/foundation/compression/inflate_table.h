@@ -1,19 +1,19 @@
-// Look-up tables that turn the next bits of a deflate stream into symbols. Internal.
+// Look-up tables that decode the next bits of a deflate stream to a symbol. Internal.
 //
-// A code of up to `primaryBits` bits is found in one step: the stream's next bits, read as a
-// number, index the table, and each code fills every slot whose index begins with its bits. A
-// longer code leads to a subtable after the primary slots, indexed by the bits that follow. An
-// entry is one 32-bit number that contains everything the decoder needs:
+// The next `primaryBits` bits of the stream, read as a number, index the table. A code of up to
+// `primaryBits` bits fills every slot whose index begins with the bits of the code, so one look-up
+// finds its entry. A longer code leads to a subtable after the primary slots. The following bits of
+// the stream index the subtable. An entry is one 32-bit number:
 //
-//   bits 0..5    how many bits to drop: the code's, and those of the extra bits that follow it
-//   bits 8..11   how many of these are the code's, so that the rest can be read as the extra bits
+//   bits 0..5    the number of bits to drop: the bits of the code and the extra bits after it
+//   bits 8..11   the number of bits of the code. The other dropped bits are the extra bits.
 //   bit  13      the end of the block
-//   bit  14      a subtable: bits 8..11 are its index bits, bits 16..30 the slot where it starts
+//   bit  14      a subtable. Bits 8..11: its index bits. Bits 16..30: the slot where it starts.
 //   bit  15      NO_VALUE: a subtable, the end of the block, or, if no other bit is set, no code
-//   bits 16..30  the value: a literal byte, the base of a length or of a distance
+//   bits 16..30  the value: a literal byte, or the base of a length or distance
 //   bit  31      a literal byte
 //
-// In a subtable, the bits dropped and the code's bits count from the end of the primary bits.
+// In a subtable, both numbers of bits start after the primary bits.
 #pragma once
 
 #include <cstddef>
@@ -43,34 +43,37 @@ constexpr unsigned entryValue(Entry entry) {
 inline constexpr unsigned LITLEN_PRIMARY_BITS = 11;
 inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
 
-/// Enough slots for every set of codes. The longest code of a subtable of 2^k slots has k more
-/// bits, and a complete set with such a code has at least k + 1 codes. So subtables take at most
-/// 2^k / (k + 1) slots per symbol: 16/5 of 288 for literals and lengths (k <= 4), 128/8 of 32 for
-/// distances (k <= 7).
+/// The number of slots that is sufficient for every set of codes. If a subtable has 2^k slots, its
+/// longest code has k bits after the primary bits. A complete set with such a code contains at
+/// least k + 1 codes. Subtables therefore take at most 2^k / (k + 1) slots per symbol. For the 288
+/// literal/length symbols, this is 16/5 slots per symbol (k <= 4). For the 32 distance symbols, it
+/// is 128/8 (k <= 7).
 inline constexpr std::size_t LITLEN_SLOTS = 2048 + 928;
 inline constexpr std::size_t DISTANCE_SLOTS = 256 + 512;
 
-/// A view of a table that has been built.
+/// A view of a table that was built.
 struct Table {
   const Entry* slots;
-  unsigned primaryBits;  ///< How many bits index the primary slots.
+  unsigned primaryBits;  ///< The number of bits that index the primary slots.
 };
 
-/// What the codes of a table represent. It determines the values and which incomplete sets are
+/// The alphabet of a table. It determines the values of the entries, and which incomplete sets are
 /// accepted.
 enum class Alphabet { Litlen, Distance, CodeLength };
 
-/// Builds into `slots` the table of the codes whose lengths in bits are the `count` numbers at
-/// `lengths`: 0 for a symbol without a code, none above MAX_CODE_BITS (for code lengths
-/// MAX_CODE_LENGTH_BITS). `slots` holds LITLEN_SLOTS or DISTANCE_SLOTS entries; a table of code
-/// lengths fits into either. Returns false when the set of codes is over-subscribed or incomplete.
-/// Two incomplete sets are accepted, except for code lengths, because encoders write them for
-/// blocks with one distance or none: a single code of one bit, and no code at all. Bits that begin
-/// no code then lead to an entry in which only NO_VALUE is set.
+/// Builds the table of a set of codes in `slots`. `lengths` contains the length of each of the
+/// `count` codes in bits. The length 0 means that the symbol has no code. No length may exceed
+/// MAX_CODE_BITS, or MAX_CODE_LENGTH_BITS for code lengths. `slots` must have LITLEN_SLOTS or
+/// DISTANCE_SLOTS entries. Both are sufficient for code lengths.
+///
+/// Returns false if the set is over-subscribed or incomplete. Two incomplete sets are accepted,
+/// except for code lengths: a single code of one bit, and no code at all. Encoders write these sets
+/// for blocks with one distance or no distance. Bits that begin no code lead to an entry in which
+/// only NO_VALUE is set.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 
-/// The tables of blocks with fixed codes, built once.
+/// The tables of the blocks with fixed codes. They are built once.
 struct FixedTables {
   FixedTables();
   FixedTables(const FixedTables&) = delete;

@@ -1,4 +1,4 @@
-// Growth and removal of HashIndex; the look-up is inline in the header.
+// HashIndex: growth and removal. Look-ups are inline in the header.
 #include "foundation/containers/hash_index.h"
 
 #include <stdexcept>
@@ -47,8 +47,8 @@ void HashIndex::place(Slot slot) noexcept {
   slots_[at] = slot;
 }
 
-// A look-up ends at the first free slot. The entries after the gap therefore move up, except those
-// that would get a slot before the start of their search.
+// Moves entries up into the gap. Without this, a look-up of these entries would end at the free
+// slot. An entry is not moved if its search starts after the gap.
 void HashIndex::closeGap(std::uint64_t gap) noexcept {
   for (std::uint64_t at = (gap + 1) & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
     const std::uint64_t home = slots_[at].tag & mask_;

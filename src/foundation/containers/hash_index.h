@@ -1,6 +1,7 @@
-// HashIndex: finds positions in a list by hash. It is used for lists that may become long (the
-// buckets of HashMap, the nodes of a scene, the inputs of a node). It stores no keys: the owner of
-// the list decides which position matches. Internal.
+// HashIndex: finds positions in a list by hash. Internal.
+//
+// Lists that may become long have a HashIndex: the buckets of HashMap, the nodes of a scene, the
+// inputs of a node. The index stores no keys. The owner of the list decides which position matches.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +13,8 @@
 
 namespace zn::ds {
 
-/// Mixes a weak hash, such as an address, so that its low bits depend on all its bits (the
-/// finalizer of MurmurHash3, public domain).
+/// Mixes the bits of a weak hash, such as an address. Afterwards the low bits depend on all bits of
+/// the hash. This is the finalizer of MurmurHash3 (public domain).
 inline std::uint64_t mixed(std::uint64_t hash) noexcept {
   hash ^= hash >> 33;
   hash *= 0xff51afd7ed558ccdULL;
@@ -22,17 +23,18 @@ inline std::uint64_t mixed(std::uint64_t hash) noexcept {
   return hash ^ hash >> 32;
 }
 
-/// Open addressing with linear probing. A slot takes eight bytes: a tag of the hash, and a
-/// position. At most half of the slots are used. Positions are below 2^32 - 1.
+/// A hash table with open addressing and linear probing. A slot has eight bytes: a tag from the
+/// hash, and a position. At most half of the slots are used. Positions must be less than 2^32 - 1.
 class VSA_API HashIndex {
  public:
   /// The result of a look-up that finds nothing.
   static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
 
-  /// The number of positions in the index.
+  /// Returns the number of positions in the index.
   std::uint64_t size() const noexcept { return used_; }
 
-  /// The first position under `hash` for which `matches(position)` is true, or NONE.
+  /// Returns the first position under `hash` for which `matches(position)` is true. Returns NONE if
+  /// there is none.
   template <class Matches>
   std::uint64_t find(std::uint64_t hash, const Matches& matches) const {
     if (used_ == 0) return NONE;
@@ -43,32 +45,36 @@ class VSA_API HashIndex {
     return NONE;
   }
 
-  /// A hint that `hash` will be looked up.
+  /// Prefetches the slot for a look-up of `hash`.
   void prefetch(std::uint64_t hash) const noexcept {
     if (used_ != 0) zn::detail::prefetch(&slots_[tagOf(hash) & mask_]);
   }
 
-  /// Ensures that the next insert does not throw. Throws std::bad_alloc.
+  /// Allocates memory for one more position, so that the next insert does not throw. Throws
+  /// std::bad_alloc.
   void reserveOne() {
     if (2 * (used_ + 1) > slotCount()) grow();
   }
 
-  /// Adds `position` under `hash`. Throws std::bad_alloc, and std::length_error for a position of
-  /// 2^32 - 1 or more; the index is unchanged then.
+  /// Adds `position` under `hash`. Throws std::bad_alloc. Throws std::length_error if `position` is
+  /// 2^32 - 1 or more. After an exception the index is unchanged.
   void insert(std::uint64_t hash, std::uint64_t position);
 
-  /// Removes `position`. Does nothing when it is not under `hash`.
+  /// Removes `position`. Does nothing if `position` is not under `hash`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
 
-  /// Lowers every position above `position` by one. Call it after the entry at `position` was
-  /// erased here and removed from the list. Takes time proportional to the index.
+  /// Reduces every position above `position` by one. Call it after the position was erased from the
+  /// index and its element was removed from the list. Takes time proportional to the size of the
+  /// index.
   void closePosition(std::uint64_t position) noexcept;
 
  private:
   static constexpr std::uint32_t FREE = std::numeric_limits<std::uint32_t>::max();
   struct Slot {
-    std::uint32_t tag = 0;          // its low bits select the slot where the search begins
-    std::uint32_t position = FREE;  // FREE when the slot is empty
+    // The low bits select the slot where a search begins.
+    std::uint32_t tag = 0;
+    // FREE if the slot is empty.
+    std::uint32_t position = FREE;
   };
 
   static std::uint32_t tagOf(std::uint64_t hash) noexcept {

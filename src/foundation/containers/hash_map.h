@@ -1,5 +1,7 @@
-// HashMap: 256 fixed buckets inside the map object, iterated in index order and, within a bucket,
-// in insertion order. The order in which pending links are resolved depends on it. Internal.
+// HashMap: a map of 256 fixed buckets inside the map object. Internal.
+//
+// An iteration visits the buckets in index order, and the nodes of a bucket in insertion order. The
+// order in which pending links are resolved depends on this.
 #pragma once
 
 #include <algorithm>
@@ -13,21 +15,21 @@
 
 namespace zn::ds {
 
-/// The hash of a text key.
+/// Returns the hash of a text key.
 inline std::uint64_t hashOf(const String& key) {
   return key.hash();
 }
 
-/// The hash of a pointer key is the address itself, unchanged.
+/// Returns the hash of a pointer key, which is the address itself.
 template <class T>
 std::uint64_t hashOf(T* key) {
   return reinterpret_cast<std::uintptr_t>(key);
 }
 
-/// A key, its hash, and its value. Only the value may be changed in place.
+/// A key, its hash, and its value. Only the value may be changed in the map.
 template <class K, class V>
 struct HashMapNode {
-  std::uint64_t hash;  ///< `hashOf(key)`.
+  std::uint64_t hash;  ///< The result of `hashOf(key)`.
   K key;
   V value;
 };
@@ -35,11 +37,13 @@ struct HashMapNode {
 template <class K, class V>
 inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MOVES_AS_BYTES<V>;
 
-/// A map without rehashing. Keys are compared by hash alone, never by content: two keys with equal
-/// hashes are one key. A long bucket is searched through an index. The search itself adds the new
-/// nodes to the index, so a map that is only filled and iterated has no index. References to values
-/// are valid until the next key is added. Functions that add a key throw std::bad_alloc, and
-/// std::length_error at about 2^32 keys in one bucket; the map is unchanged then.
+/// A map without rehashing. It compares keys only by hash: two keys with equal hashes are the same
+/// key.
+///
+/// A look-up in a long bucket uses an index. Only look-ups add nodes to the index, so a map that is
+/// only filled and iterated has no index. A reference to a value is valid until the next key is
+/// added. A function that adds a key throws std::bad_alloc, or std::length_error at about 2^32 keys
+/// in one bucket. After an exception the map is unchanged.
 template <class K, class V>
 class HashMap {
  public:
@@ -47,39 +51,40 @@ class HashMap {
 
   using Node = HashMapNode<K, V>;
 
-  Vector<Node> buckets[BUCKET_COUNT];  ///< Indexed by the low 8 bits of a key's hash.
+  Vector<Node> buckets[BUCKET_COUNT];  ///< The index is the low 8 bits of a key's hash.
 
-  /// The node of `key`, or null; valid until the next key is added. Throws std::bad_alloc; the map
-  /// is unchanged then.
+  /// Returns the node of `key`, or null. The node is valid until the next key is added. Throws
+  /// std::bad_alloc. After an exception the map is unchanged.
   Node* findNode(const K& key) { return findHash(hashOf(key)); }
-  /// The same search without the index, so that threads may share a const map.
+  /// Like the function above, but without the index, so that several threads may call it for a
+  /// const map.
   const Node* findNode(const K& key) const {
     const std::uint64_t hash = hashOf(key);
     return scan(const_cast<HashMap*>(this)->bucketOf(hash), hash);
   }
 
-  /// Stores `value` under `key`, replacing an earlier value. Returns the stored value.
+  /// Stores `value` under `key` and replaces an earlier value. Returns the stored value.
   V& set(const K& key, const V& value) { return store(key, V(value)); }
   V& set(const K& key, V&& value) { return store(key, std::move(value)); }
 
-  /// Stores `value` under a key that is not in the map.
+  /// Stores `value` under `key`, which must not be in the map. Returns the stored value.
   V& add(const K& key, V&& value) { return append(hashOf(key), key, std::move(value)); }
 
-  /// The value of `key`; a default value is added when there is none.
+  /// Returns the value of `key`. Adds a default value if the map does not contain `key`.
   V& operator[](const K& key) {
     Node* const node = findNode(key);
     if (node == nullptr) return append(hashOf(key), key, V());
     return node->value;
   }
 
-  /// The value of `key`, or `missing()`.
+  /// Returns the value of `key`. Returns `missing()` if the map does not contain `key`.
   const V& get(const K& key) const {
     const Node* const node = findNode(key);
     return node != nullptr ? node->value : missing();
   }
 
-  /// The result of a look-up that finds nothing: a value-initialised V, the same object for all
-  /// maps of these types.
+  /// Returns a value-initialised V. It is the result of a look-up that finds nothing. All maps of
+  /// these types return the same object.
   static const V& missing() {
     static const V value{};
     return value;
@@ -93,7 +98,7 @@ class HashMap {
   }
 
  private:
-  // A bucket of up to this many nodes is scanned, without the index.
+  // The maximum size of a bucket that a look-up scans. A look-up in a larger bucket uses the index.
   static constexpr std::uint64_t MAX_SCANNED = 8;
 
   Node* findHash(std::uint64_t hash) {
@@ -130,7 +135,8 @@ class HashMap {
   static std::uint64_t numberOf(std::uint64_t hash) { return hash & (BUCKET_COUNT - 1); }
   Vector<Node>& bucketOf(std::uint64_t hash) { return buckets[numberOf(hash)]; }
 
-  std::uint64_t indexed_[BUCKET_COUNT] = {};  // how many nodes of a bucket are in the index
+  // The number of nodes of each bucket that are in the index.
+  std::uint64_t indexed_[BUCKET_COUNT] = {};
   HashIndex index_;
 };
 

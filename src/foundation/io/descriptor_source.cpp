@@ -16,7 +16,7 @@ namespace zn::detail {
 
 namespace {
 
-// Repeats a system call as long as signals interrupt it.
+// Calls a system function, and calls it again while signals interrupt it.
 template <class Call>
 auto restarted(const Call& call) {
   for (;;) {
@@ -87,8 +87,8 @@ std::size_t DescriptorSource::readSome(char* to, std::size_t capacity) {
   return 0;
 }
 
-// Reads until the bytes contain the byte order mark or differ from it: a pipe may deliver the mark
-// in parts.
+// Reads until the bytes are known to begin with the byte order mark or to differ from it. A pipe
+// may deliver the mark in parts.
 std::size_t DescriptorSource::readStart(char* to, std::size_t capacity) {
   std::size_t count = 0;
   do {

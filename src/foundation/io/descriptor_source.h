@@ -10,27 +10,28 @@
 
 namespace zn::detail {
 
-/// The system's message for a value of errno. Throws std::bad_alloc.
+/// Returns the system's message for a value of errno. Throws std::bad_alloc.
 String messageOfError(int error);
 
-/// Reads a file descriptor and skips a byte order mark at the beginning. The destructor closes the
-/// descriptor. Calls read(2), because fread waits for a full block, even if a pipe has some bytes.
+/// Reads a file descriptor. Skips a byte order mark at the beginning. The destructor closes the
+/// descriptor. Calls read(2) instead of fread, because fread waits for a full block even if a pipe
+/// already contains some bytes.
 class DescriptorSource final : public ByteSource {
  public:
-  /// Opens the file at `path`, which is not null, for reading. The caller owns the result. If the
-  /// file cannot be opened, returns null and sets `error` to the value of errno. Throws
+  /// Opens the file at `path` for reading. `path` must not be null. The caller owns the result. If
+  /// the file cannot be opened, returns null and sets `error` to the value of errno. Throws
   /// std::bad_alloc.
   static DescriptorSource* open(const char* path, int& error);
 
   std::size_t read(char* to, std::size_t capacity) override;
   String error() const override { return error_; }
 
-  /// The number of bytes of a regular file, without its byte order mark; not set for a pipe or a
-  /// device.
+  /// Returns the number of bytes of a regular file, without its byte order mark. Returns nullopt
+  /// for a pipe or a device.
   std::optional<std::uint64_t> textBytes() const noexcept;
-  /// Reads `count` bytes from `offset` on, counted from the end of the byte order mark, without
-  /// moving the position of `read`. Returns the number of bytes read, which is 0 for a pipe or a
-  /// device. Call it after the first `read`.
+  /// Reads `count` bytes from `offset` on. The offset is counted from the end of the byte order
+  /// mark. Does not change the position of `read`. Returns the number of bytes read, which is 0 for
+  /// a pipe or a device. Must be called after the first `read`.
   std::size_t readAt(std::uint64_t offset, char* to, std::size_t count) const noexcept;
 
  private:
@@ -44,7 +45,8 @@ class DescriptorSource final : public ByteSource {
 
   int descriptor_;
   bool isStarted_ = false;
-  std::uint8_t markBytes_ = 0;  // size of the byte order mark; 0 if there is none
+  // The size of the byte order mark. 0 if there is none.
+  std::uint8_t markBytes_ = 0;
   String error_;
 };
 

@@ -12,7 +12,8 @@ namespace {
 
 using detail::OpenFile;
 
-// Retains the source before the allocation, so that it is deleted if the allocation fails.
+// Creates the OpenFile of a source. Retains the source before the allocation, so that the source is
+// deleted if the allocation fails.
 OpenFile* openOver(ByteSource* source) {
   const RefersTo<ByteSource> held(source);
   return new OpenFile(source, "there is no source to read from");
@@ -37,7 +38,7 @@ File File::open(const char* path) {
   if (source == nullptr) return failedFile(error);
   const RefersTo<ByteSource> held(source);
   File file(source);
-  file.fill();  // a directory can be opened, but not read
+  file.fill();  // A directory can be opened, but not read.
   return file;
 }
 
@@ -54,8 +55,9 @@ String File::error() const {
   return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
-// A source may assign to the handle that is being read. A copy of the handle keeps the file open
-// during the call. Reading a buffered byte does not call the source and needs no copy.
+// A source may assign to the handle that is being read. The following functions therefore copy the
+// handle, which keeps the file open during the call of the source. Reading a buffered byte does not
+// call the source and requires no copy.
 
 bool File::read(signed char& c) {
   OpenFile* const opened = OpenFile::of(*this);

@@ -1,4 +1,5 @@
-// Selects the sink for a message: that of the thread, that of the process, or standard error.
+// The log. A message is written to the sink of the thread, else to the sink of the process, else to
+// standard error.
 #include <vsa/foundation/log.h>
 
 #include <atomic>
@@ -17,7 +18,8 @@ namespace {
 std::atomic<LogSink*> processSink{nullptr};
 thread_local LogSink* threadSink = nullptr;
 
-// fprintf fails if it would write more than INT_MAX characters.
+// The maximum size of a text that is written with one call of fprintf. fprintf fails if it would
+// write more than INT_MAX characters.
 constexpr std::size_t MAX_FORMATTED_BYTES = std::size_t{1} << 20;
 
 void writeToStandardError(LogLevel level, const String& text) {
@@ -27,7 +29,7 @@ void writeToStandardError(LogLevel level, const String& text) {
     std::fprintf(stderr, "%s: %s\n", name, text.buf());
     return;
   }
-  flockfile(stderr);  // so that other threads write before or after the line
+  flockfile(stderr);  // The lock prevents other threads from writing inside the line.
   std::fprintf(stderr, "%s: ", name);
   std::fwrite(text.buf(), 1, bytes, stderr);
   std::fputc('\n', stderr);

@@ -1,12 +1,12 @@
-// Logs messages that are already formatted. Internal.
+// Writes messages that are already formatted to the log. Internal.
 #pragma once
 
 #include <vsa/foundation/log.h>
 
 namespace zn::detail {
 
-/// Passes `text` to the sink of this thread, or else to that of the process, or else to standard
-/// error.
+/// Writes `text` to the sink of this thread. Without such a sink, writes to the sink of the
+/// process. Without both sinks, writes to standard error.
 void writeLog(LogLevel level, const String& text);
 
 }  // namespace zn::detail

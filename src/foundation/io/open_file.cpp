@@ -1,4 +1,4 @@
-// Reads blocks from the source, and moves the read position in a block.
+// OpenFile: reads blocks from the source and moves the read position.
 #include "foundation/io/open_file.h"
 
 #include <algorithm>
@@ -66,12 +66,13 @@ void OpenFile::detachCursor() noexcept {
   cursor_ = nullptr;
 }
 
-// Reads the next block from the source. Returns false at the end. If the source reads its own file
-// during the call, it gets no bytes.
+// Reads the next block from the source. Returns false at the end. If the source reads from its own
+// file during the call, it gets no bytes.
 bool OpenFile::refill() {
   if (source_ == nullptr || isRefilling_) return false;
   if (block_.use_count() != 1) block_ = std::make_shared_for_overwrite<char[]>(BLOCK_BYTES);
-  at_ = end_ = block_.get();  // no buffered bytes while the source writes
+  // The file has no buffered bytes while the source writes to the block.
+  at_ = end_ = block_.get();
   struct Refilling {
     bool& flag;
     explicit Refilling(bool& set) : flag(set) { flag = true; }

@@ -1,12 +1,16 @@
-// OpenFile: the object that all handles of one File share. Internal.
+// OpenFile: the object that all handles of one file share. Internal.
 //
-// The bytes come from a source, one block at a time. The read position is a place in the block. A
-// lexer reads a byte every nanosecond or two, which is too often for a call per byte. It therefore
-// attaches a cursor: two pointers that the lexer owns and moves through the block. While a cursor
-// is attached, the file's position is the cursor's. Any other reader of the file (a scene that has
-// a handle, a second lexer) first detaches the cursor and continues from its position. The lexer
-// then finds its cursor empty, and attaches it again after the bytes that the other reader has
-// read. So no pointer is ever invalid, and nothing has to be done before a scene is called.
+// An OpenFile reads its source one block at a time. The read position is a position in the block.
+//
+// A lexer reads a byte every one or two nanoseconds, so a function call for each byte would take
+// too long. The lexer therefore attaches a cursor: two pointers that the lexer owns. It moves the
+// first pointer through the block. While a cursor is attached, the read position of the file is the
+// position of the cursor.
+//
+// Any other reader (a handle of the scene, or a second lexer) first detaches the cursor and
+// continues from its position. This sets both pointers of the cursor to null. The lexer then
+// attaches the cursor again, after the bytes that the other reader has read. No pointer is ever
+// invalid, and the parser need not prepare anything before it calls a scene.
 #pragma once
 
 #include <cstddef>
@@ -20,22 +24,25 @@ namespace zn::detail {
 
 class OpenFile final : public RefCounted {
  public:
-  /// The position of a reader: references to two pointers of the reader.
+  /// The position of a reader. It consists of references to two pointers of the reader.
   struct Cursor {
-    const char*& at;   ///< The byte read last. The reader moves it forward, up to `end - 1`.
-    const char*& end;  ///< The end of the buffered bytes. Both are null while detached.
+    /// The last byte that was read. The reader moves this pointer forward, up to `end - 1`.
+    const char*& at;
+    /// The end of the buffered bytes. Both pointers are null while the cursor is detached.
+    const char*& end;
   };
 
-  /// Takes ownership of `source`. Null means a file that is not open, and `failure` is the reason.
+  /// Takes ownership of `source`. If `source` is null, the file is not open, and `failure` is the
+  /// reason.
   OpenFile(ByteSource* source, String failure);
   OpenFile(const OpenFile&) = delete;
   OpenFile& operator=(const OpenFile&) = delete;
 
-  /// The object of `file`; null when it was never opened.
+  /// Returns the object of `file`. Returns null if `file` was never opened.
   static OpenFile* of(const File& file) noexcept { return static_cast<OpenFile*>(file.object()); }
 
-  // The functions of File with the same names. The caller holds a handle during the call, since the
-  // source may drop all other handles.
+  // The following functions implement the functions of File with the same names. The caller must
+  // hold a handle during the call, because the source may release all other handles.
 
   bool isOpen() const noexcept { return source_ != nullptr; }
   String error() const { return source_ == nullptr ? failure_ : source_->error(); }
@@ -43,17 +50,18 @@ class OpenFile final : public RefCounted {
   File::Window fill();
   void skip(std::size_t count) noexcept;
 
-  /// Whether the next byte is buffered, so that reading it does not call the source.
+  /// Whether the next byte is buffered. Reading a buffered byte does not call the source.
   bool isBuffered() noexcept;
 
-  /// Reads the next byte and attaches the cursor to it. At the end, or when the source throws, both
-  /// pointers are null. Detach the cursor before it is destroyed.
+  /// Reads the next byte and attaches the cursor at this byte. At the end of the file, or if the
+  /// source throws, both pointers of the cursor are null. The cursor must be detached before it is
+  /// destroyed.
   void attach(const Cursor& cursor);
-  /// The memory of the buffered bytes. While another handle to this memory exists, the next block
-  /// is read into new memory.
+  /// The memory of the buffered bytes. If another handle to this memory exists, the next block is
+  /// read into new memory.
   const std::shared_ptr<char[]>& block() const noexcept { return block_; }
-  /// Sets the file's position to that of `cursor`, and both its pointers to null. Does nothing if
-  /// it is not attached.
+  /// Sets the read position of the file to that of `cursor`, and both pointers of `cursor` to null.
+  /// Does nothing if `cursor` is not attached.
   void detach(const Cursor& cursor) noexcept;
 
  private:
@@ -62,11 +70,15 @@ class OpenFile final : public RefCounted {
   bool refill();
 
   ByteSource* source_;
-  String failure_;  // the reason if there is no source
+  // The reason why the file is not open.
+  String failure_;
   std::shared_ptr<char[]> block_;
-  const char* at_ = nullptr;        // the next byte; not used while a cursor is attached
-  const char* end_ = nullptr;       // the end of the buffered bytes
-  const Cursor* cursor_ = nullptr;  // the attached cursor, or null
+  // The next byte. Not used while a cursor is attached.
+  const char* at_ = nullptr;
+  // The end of the buffered bytes.
+  const char* end_ = nullptr;
+  // The attached cursor, or null.
+  const Cursor* cursor_ = nullptr;
   bool isRefilling_ = false;
 };
 

@@ -1,5 +1,5 @@
-// The constants of the math types. All are constant-initialised, so they do not depend on an order
-// of initialisation.
+// The constants of the math types. They are constant-initialised, so that no code can read them
+// before their initialisation.
 #include <vsa/foundation/math_types.h>
 
 namespace zn::math {
@@ -14,7 +14,7 @@ template <>
 constinit const MatT<4, double> MatT<4, double>::identity = {
     {1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
 
-// Both corners are the zero position: a box without volume at the origin.
+// A box without volume at the origin: both corners are the zero position.
 template <>
 constinit const AabbT<double> AabbT<double>::identity = {{{0.0, 0.0, 0.0}}, {{0.0, 0.0, 0.0}}};
 

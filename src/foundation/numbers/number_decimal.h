@@ -1,13 +1,14 @@
-// Converts a decimal, digits * 10^exponent, to the nearest binary real. Internal. number_text and
-// number_list both use it, so their values are equal bit for bit.
+// Converts a decimal, digits * 10^exponent, to the nearest binary real. Internal.
 //
-// It uses two published methods, each where it is exact:
-// - W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990): digits and power of ten
-//   are doubles without error, so one division or multiplication rounds once, correctly.
-// - D. Lemire, "Number Parsing at a Gigabyte per Second" (2021), after an idea of M. Eisel: the
-//   digits times the leading 128 bits of a power of five decide the rounding.
-// The functions return false if neither decides the last bit. The caller then converts exactly, by
-// number_text. The default rounding mode (to nearest) is assumed.
+// number_text and number_list both call these functions, so that their values are equal bit for
+// bit. The functions use two published methods, each for the numbers for which it is exact:
+// - W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990). If a double represents
+// both the digits and the power of ten exactly, one division or multiplication rounds correctly.
+// - D. Lemire, "Number Parsing at a Gigabyte per Second" (2021), after an idea of M. Eisel. The
+// product of the digits and the leading 128 bits of a power of five determines the rounding.
+//
+// If neither method determines the last bit, the functions return false. The caller then converts
+// the text exactly with number_text. All functions require the default rounding mode (to nearest).
 #pragma once
 
 #include <array>
@@ -23,23 +24,22 @@ namespace zn::numbers {
 
 static_assert(std::numeric_limits<double>::is_iec559 && std::numeric_limits<float>::is_iec559);
 
-/// EXACT_POWERS contains the powers of ten that a double represents without error. MAX_EXACT_POWER
-/// is the largest exponent.
+/// The powers of ten that a double represents exactly. MAX_EXACT_POWER is the largest exponent.
 inline constexpr int MAX_EXACT_POWER = 22;
 inline constexpr double EXACT_POWERS[MAX_EXACT_POWER + 1] = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
     1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
-/// The largest integer up to which all integers are doubles without error.
+/// A double represents every integer from 0 to this number exactly.
 inline constexpr uint64_t MAX_EXACT_DIGITS = uint64_t{1} << 53;
 
-/// The number of decimal digits that always fit in 64 bits.
+/// Every number with this many decimal digits fits in 64 bits.
 inline constexpr int MAX_DIGITS = 19;
 
 using detail::multiply;
 using detail::Wide;
 
-/// POWERS_OF_FIVE has a row for each exponent of ten from -54 to 54: 5^54 doubled still fits in 128
+/// POWERS_OF_FIVE has a row for each exponent of ten from -54 to 54. 5^54 * 2 still fits in 128
 /// bits.
 inline constexpr int MAX_TABLE_POWER = 54;
 
@@ -59,8 +59,9 @@ VSA_WRAPS_AROUND constexpr Wide shiftedToTop(Wide value) {
   return value;
 }
 
-/// The leading 128 bits of 1 / divisor, by long division, one bit per step. The remainder starts as
-/// the largest power of two up to the divisor, so that the first bit of the quotient is a one.
+/// Returns the leading 128 bits of 1 / divisor. Uses long division, one bit per step. The remainder
+/// starts as the largest power of two that is not greater than the divisor. The first bit of the
+/// quotient is therefore a one.
 VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   Wide rest{0, 0};
   if (divisor.high != 0) {
@@ -81,8 +82,9 @@ VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   return quotient;
 }
 
-/// One row: the leading 128 bits of 5^exponent. The method's proof requires that reciprocals whose
-/// divisor fits in 64 bits are rounded up, and those of larger divisors down.
+/// Returns one row: the leading 128 bits of 5^exponent. The proof of the method requires a
+/// rounding: reciprocals of divisors that fit in 64 bits are rounded up, and reciprocals of larger
+/// divisors down.
 VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
   if (exponent >= 0) return shiftedToTop(powerOfFive(exponent));
   Wide bits = reciprocal(powerOfFive(-exponent));
@@ -107,30 +109,33 @@ constexpr size_t tableRow(int exponent) {
   return static_cast<size_t>(row);
 }
 
-/// digits * 10^exponent by Lemire's method. `digits` is not zero and |exponent| is at most
-/// MAX_TABLE_POWER, so the result is always a normal double. Returns false where the leading 128
-/// bits do not decide the rounding.
+/// Computes digits * 10^exponent by Lemire's method. `digits` must not be zero, and |exponent| must
+/// be at most MAX_TABLE_POWER. The result is always a normal double. Returns false if the leading
+/// 128 bits do not determine the rounding.
 VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, double& out) {
   const int zeros = std::countl_zero(digits);
   digits <<= zeros;
   const Wide& power = POWERS_OF_FIVE[tableRow(exponent)];
   Wide product = multiply(digits, power.high);
   if ((product.high & 0x1FF) == 0x1FF) {
-    // The truncated bits might carry into the bits that decide the rounding.
+    // The bits of the power that the first product omits might carry into the bits that determine
+    // the rounding.
     const uint64_t carry = multiply(digits, power.low).high;
     product.low += carry;
     if (product.low < carry) ++product.high;
     if (product.low == ~uint64_t{0} && (exponent < -27 || exponent > 55)) return false;
   }
   const int top = static_cast<int>(product.high >> 63);
-  const int shift = top + 9;  // leaves 54 bits: the 53 of a double and the rounding bit
+  // The shift leaves 54 bits: the 53 bits of a double and the rounding bit.
+  const int shift = top + 9;
   uint64_t mantissa = product.high >> shift;
   // Rounds an exact half-way case to even. Such a case exists only for exponents from -4 to 23.
   if (product.low <= 1 && exponent >= -4 && exponent <= 23 && (mantissa & 3) == 1 &&
       (mantissa << shift) == product.high) {
     mantissa &= ~uint64_t{1};
   }
-  mantissa = (mantissa + (mantissa & 1)) >> 1;  // if this is 2^53, the sum below carries
+  // If the mantissa is now 2^53, the sum below carries into the exponent.
+  mantissa = (mantissa + (mantissa & 1)) >> 1;
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   const int binary = ((217706 * exponent) >> 16) + 63 + top - zeros + 1023;
   const uint64_t bits = (static_cast<uint64_t>(binary - 1) << 52) + mantissa;
@@ -138,7 +143,8 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   return true;
 }
 
-/// The double nearest to digits * 10^exponent. Returns false if the methods do not decide it.
+/// Computes the double nearest to digits * 10^exponent. Returns false if the methods do not
+/// determine it.
 inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   if (digits == 0) {
     out = 0.0;
@@ -155,8 +161,8 @@ inline bool doubleFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleByProduct(digits, static_cast<int>(exponent), out);
 }
 
-/// `value`, which is not negative, with the sign. The function has no branch, because the signs of
-/// coordinates cannot be predicted.
+/// Returns `value` with the sign. `value` must not be negative. Has no branch, because the signs of
+/// coordinates are unpredictable.
 inline double withSign(double value, bool negative) {
   return std::bit_cast<double>(std::bit_cast<uint64_t>(value) | (uint64_t{negative} << 63));
 }
@@ -165,14 +171,14 @@ inline float withSign(float value, bool negative) {
   return std::bit_cast<float>(std::bit_cast<uint32_t>(value) | (uint32_t{negative} << 31));
 }
 
-/// Whether `value` is exactly half-way between two adjacent normal floats. Only such a double,
-/// rounded from text, does not determine the float nearest to the text.
+/// Whether `value` is exactly half-way between two adjacent normal floats. Only then can the double
+/// nearest to a text fail to determine the float nearest to the text.
 inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }
 
-/// The float nearest to a text whose nearest double is `value`. Returns false if `value` does not
-/// decide it.
+/// Computes the float nearest to a text from `value`, the double nearest to the text. Returns false
+/// if `value` does not determine the float.
 inline bool floatFromDouble(double value, float& out) {
   if (isHalfWayBetweenFloats(value)) return false;
   if (value != 0.0 && !(value >= FLT_MIN && value <= FLT_MAX)) return false;
@@ -180,8 +186,8 @@ inline bool floatFromDouble(double value, float& out) {
   return true;
 }
 
-/// The double or float nearest to digits * 10^exponent. Returns false if the methods do not decide
-/// it.
+/// Computes the double or float nearest to digits * 10^exponent. Returns false if the methods do
+/// not determine it.
 inline bool realFromDecimal(uint64_t digits, int64_t exponent, double& out) {
   return doubleFromDecimal(digits, exponent, out);
 }

@@ -1,6 +1,8 @@
-// Converts one plain field of a list of numbers, on any processor: eight digits per step in a
-// 64-bit word whose lowest byte is the first character. Internal. The sums that combine eight
-// digits are those of "Faster integer parsing" (J. Khuong and others, 2018).
+// Converts one plain field of a list of numbers, on any processor. Internal.
+//
+// Each step converts eight digits in a 64-bit word. The lowest byte of the word is the first
+// character. The sums that combine eight digits are those of "Faster integer parsing" (J. Khuong
+// and others, 2018).
 //
 // A plain number is [-]digits[.digits][e[sign]digits], and a plain field is a plain number and a
 // blank. Each function sets `out` and returns the end of the number. It returns null for any other
@@ -20,25 +22,25 @@
 
 namespace zn::numbers {
 
-/// The number of bytes that may be read from the start of a field.
+/// The maximum number of bytes that a function may read from the start of a field.
 inline constexpr size_t FIELD_WINDOW = 48;
 
 inline constexpr uint64_t POWERS_OF_TEN[9] = {1,      10,      100,      1000,     10000,
                                               100000, 1000000, 10000000, 100000000};
 
-/// Eight characters, each combined with '0' by an exclusive or: a digit becomes its value. The
-/// first one is in the lowest byte.
+/// Loads eight characters. Each character is combined with '0' by an exclusive or, which converts a
+/// digit to its value. The first character is in the lowest byte.
 inline uint64_t loadEight(const char* at) {
   return detail::loadLittleEndian(at) ^ 0x3030303030303030;
 }
 
-/// The number of digits at the start of the word.
+/// Returns the number of digits at the start of the word.
 inline int leadingDigits(uint64_t word) {
   const uint64_t past = ((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word;
   return std::countr_zero(past & 0x8080808080808080) / 8;
 }
 
-/// The value of the first `count` digits of the word; `count` is 1 to 8.
+/// Returns the value of the first `count` digits of the word. `count` must be from 1 to 8.
 VSA_WRAPS_AROUND inline uint64_t foldDigits(uint64_t word, int count) {
   constexpr uint64_t PAIRS = 0x000000FF000000FF;
   word <<= 64 - 8 * count;
@@ -46,12 +48,13 @@ VSA_WRAPS_AROUND inline uint64_t foldDigits(uint64_t word, int count) {
   return ((word & PAIRS) * 0x000F424000000064 + ((word >> 16) & PAIRS) * 0x0000271000000001) >> 32;
 }
 
-/// A sequence of digits as a number. The number is valid for up to MAX_DIGITS digits.
+/// A sequence of digits as a number. The value is valid for up to MAX_DIGITS digits.
 struct DigitRun {
   uint64_t value = 0;
   int count = 0;
 
-  /// Reads the digits at `at` and returns their end. Stops early if there are more than MAX_DIGITS.
+  /// Reads the digits at `at` and returns their end. Stops before their end if there are more than
+  /// MAX_DIGITS digits.
   const char* read(const char* at) {
     for (;;) {
       const uint64_t word = loadEight(at);
@@ -65,8 +68,8 @@ struct DigitRun {
   }
 };
 
-/// Reads ("e" | "E") ["+" | "-"] digits, with up to eight digits, and adds the exponent to
-/// `exponent`. `at` is at the letter. Returns the end, or null if there is no digit.
+/// Reads ("e" | "E") ["+" | "-"] digits. `at` is the position of the letter. Adds the exponent to
+/// `exponent`. Reads up to eight digits. Returns the end, or null if there is no digit.
 inline const char* readExponent(const char* at, int64_t& exponent) {
   ++at;
   const bool negative = *at == '-';
@@ -99,8 +102,8 @@ inline const char* readReal(const char* at, Real& out) {
   return at;
 }
 
-/// `magnitude` with the sign, as the target's type. Returns false when it is out of range, and for
-/// a "-" before an unsigned number.
+/// Sets `out` to `magnitude` with the sign. Returns false if the number is out of range, or if the
+/// type is unsigned and the number has a "-".
 template <class Integer>
 inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
   constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());
@@ -108,10 +111,11 @@ inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
     out = static_cast<Integer>(magnitude);
     return !negative && magnitude <= MAX;
   } else {
-    // The mask only avoids an overflow: the result below rejects larger magnitudes. It rejects
-    // -2^63 too, which number_text converts.
+    // The mask only avoids an overflow, because the result below rejects larger magnitudes. The
+    // result also rejects -2^63, which number_text converts.
     const auto value = static_cast<int64_t>(magnitude & (~uint64_t{0} >> 1));
-    const int64_t flip = -int64_t{negative};  // without a branch on the sign
+    // All ones for a negative number. This avoids a branch on the sign.
+    const int64_t flip = -int64_t{negative};
     out = static_cast<Integer>((value ^ flip) - flip);
     return magnitude <= MAX + (negative && sizeof(Integer) < 8 ? 1 : 0);
   }

@@ -1,5 +1,6 @@
-// The loop over a list: a kernel converts runs of plain fields, and number_text converts the fields
-// in between. The end of the list is copied first, so that the kernel may read past it.
+// Converts lists of numbers. A kernel converts runs of plain fields, and number_text converts the
+// fields between these runs. The end of the list is converted from a copy, so that the kernel may
+// read past the end.
 #include "foundation/numbers/number_list.h"
 
 #include <algorithm>
@@ -15,7 +16,8 @@ namespace zn {
 namespace numbers {
 namespace {
 
-/// Converts a text that is shorter than FIELD_WINDOW, from a copy followed by blanks.
+/// Converts the fields in the last `length` bytes of a list from a copy that is followed by blanks.
+/// `length` must be less than FIELD_WINDOW.
 template <class Number>
 NumberRun readTail(NumberKernel<Number> kernel, const char* from, size_t length, Number* out,
                    size_t capacity) {
@@ -23,11 +25,11 @@ NumberRun readTail(NumberKernel<Number> kernel, const char* from, size_t length,
   std::memset(copy, ' ', sizeof copy);
   std::memcpy(copy, from, length);
   const NumberRun run = kernel(copy, copy + length - 1, out, capacity);
-  // The blank after the last field is not in the text.
+  // The blank after the last field is in the copy and not in the list.
   return {from + std::min(static_cast<size_t>(run.next - copy), length), run.count};
 }
 
-/// Converts plain fields up to the first one that is not plain, or to the end of the list.
+/// Converts plain fields. Stops at the first field that is not plain, or at the end of the list.
 template <class Number>
 NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const char* end,
                           Number* out, size_t capacity) {
@@ -37,14 +39,14 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
     run = kernel(from, limit, out, capacity);
     if (run.next <= limit) return run;
   }
-  // At least one character remains, because no plain field is as long as the window.
+  // At least one character remains, because every plain field is shorter than the window.
   const auto length = static_cast<size_t>(end - run.next);
   const NumberRun tail = readTail(kernel, run.next, length, out + run.count, capacity - run.count);
   return {tail.next, run.count + tail.count};
 }
 
-/// Removes the last number of `run` if only a blank follows it: the empty field after the blank
-/// must stop the run.
+/// Removes the last number of `run` if only a blank follows the number. The field after the blank
+/// is empty, so the run must stop before its end.
 NumberRun withoutLastBeforeBlank(const char* from, const char* end, NumberRun run) {
   if (run.count == 0 || run.next != end || end[-1] != ' ') return run;
   const std::string_view before(from, static_cast<size_t>(end - from) - 1);

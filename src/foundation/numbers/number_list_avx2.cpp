@@ -1,8 +1,12 @@
-// The AVX2 kernel of number lists, for floats and 32-bit integers. It processes a list in chunks.
-// First it finds the blanks of a chunk, 64 characters per step. Then it converts the fields four at
-// a time, two in each of two wide registers. The end of a field is known before the field is read,
-// so no field waits for the previous one. The conversion is that of the SSE4.1 kernel, which also
-// converts the fields that are not plain and the end of the list.
+// The AVX2 kernel of number lists, for floats and 32-bit integers.
+//
+// The kernel processes a list in chunks. First it finds the blanks of a chunk, 64 characters per
+// step. Then it converts the fields four at a time, two in each of two 256-bit registers. The end
+// of a field is known before the field is read, so the conversion of a field need not wait for the
+// previous field.
+//
+// The conversion is the same as in the SSE4.1 kernel. That kernel also converts the fields that are
+// not plain, and the end of the list.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_AVX2_KERNEL
@@ -25,17 +29,18 @@
 namespace zn::numbers {
 namespace {
 
-constexpr size_t CHUNK = 1024;  // characters
-constexpr size_t STEP = 64;     // characters in a mask of blanks
-constexpr size_t SPILL = 8;     // ends stored per step, of which some may be unused
-constexpr size_t GROUP = 4;     // fields converted at once
+constexpr size_t CHUNK = 1024;  // The number of characters in a chunk.
+constexpr size_t STEP = 64;     // The number of characters in a mask of blanks.
+// The number of ends that one step stores. Some of them may be unused.
+constexpr size_t SPILL = 8;
+constexpr size_t GROUP = 4;  // The number of fields that are converted together.
 
-// The distance, in bytes, at which memory is prefetched: the processor's own prefetch stops at the
-// end of a page.
+// The distance in bytes from the current position to the memory that is prefetched. The hardware
+// prefetcher stops at the end of a page.
 constexpr size_t AHEAD = 2048;
 constexpr size_t OUTPUT_AHEAD = 256;
 
-/// The ends of the fields of a chunk, as offsets from its start.
+/// The ends of the fields of a chunk, as offsets from the start of the chunk.
 struct FieldEnds {
   uint32_t at[CHUNK + SPILL];
   size_t count;
@@ -45,15 +50,16 @@ VSA_AVX2_INLINE uint32_t bitsOf(__m256i mask) {
   return static_cast<uint32_t>(_mm256_movemask_epi8(mask));
 }
 
-/// A mask with a bit for each byte that equals `c`. The low half has the bits of `low`.
+/// Returns a mask with a bit for each byte that equals `c`. The low half contains the bits of
+/// `low`.
 VSA_AVX2_INLINE uint64_t equalBits(__m256i low, __m256i high, char c) {
   const __m256i wanted = _mm256_set1_epi8(c);
   return uint64_t{bitsOf(_mm256_cmpeq_epi8(high, wanted))} << 32 |
          bitsOf(_mm256_cmpeq_epi8(low, wanted));
 }
 
-/// Stores the positions of the mask's bits, eight at a time: their number varies from step to step,
-/// and a loop over single bits would mispredict its end each time.
+/// Stores the positions of the bits in the mask, eight at a time. The number of bits varies from
+/// mask to mask, so a loop over single bits would mispredict its end each time.
 VSA_WRAPS_AROUND VSA_AVX2_INLINE void storeEnds(uint64_t blanks, uint32_t offset, FieldEnds& ends) {
   const auto count = static_cast<size_t>(_mm_popcnt_u64(blanks));
   uint32_t* to = ends.at + ends.count;
@@ -66,7 +72,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE void storeEnds(uint64_t blanks, uint32_t offset
   }
 }
 
-/// Finds the ends of the fields in `length` characters, a multiple of STEP.
+/// Finds the ends of the fields in `length` characters. `length` must be a multiple of STEP.
 VSA_AVX2_INLINE void findEnds(const char* at, size_t length, FieldEnds& ends) {
   ends.count = 0;
   for (size_t offset = 0; offset < length; offset += STEP) {
@@ -83,13 +89,14 @@ VSA_AVX2_INLINE __m256i bothHalves(const void* low, const void* high) {
       _mm_loadu_si128(static_cast<const __m128i*>(high)), 1);
 }
 
-// Each field has sixteen bits of a word. A field has up to 15 characters, so the last bit is free
-// and keeps sums from carrying into the next field.
+// Masks of the first and the last bit of each field. Each field has 16 bits of a word. A field has
+// at most 15 characters, so its last bit is always free. Sums therefore never carry into the next
+// field.
 constexpr uint64_t EACH_FIRST = 0x0001000100010001;
 constexpr uint64_t EACH_LAST = 0x8000800080008000;
 
-/// Four fields: the values of the digits, zero for other characters, and a bit for each digit, each
-/// point and each leading sign.
+/// Four fields. `low` and `high` contain the values of the digits, and zero for all other
+/// characters. The masks contain a bit for each digit, each point and each leading sign.
 struct Group {
   __m256i low;
   __m256i high;
@@ -110,16 +117,17 @@ VSA_AVX2_INLINE Group loadGroup(const char* const (&fields)[GROUP]) {
           equalBits(low, high, '-') & EACH_FIRST};
 }
 
-/// The parts of four numbers.
+/// The forms of four fields.
 struct GroupShape {
-  // The position of each point, counted from the end: 1 for the last character, 0 for no point.
+  // The position of each point, counted from the end of the field. 1 is the last character. 0 means
+  // that there is no point.
   uint64_t pointFromEnd[GROUP];
-  // Whether each field consists of an optional sign and digits, with at most one point and at least
-  // one digit.
+  // Whether every field is an optional sign and digits, with at most one point and at least one
+  // digit.
   bool isPlain;
 };
 
-/// Computes the four shapes in one word. `isPlain` is one result for all four.
+/// Computes the forms of four fields in one word.
 VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
                                                          const uint64_t (&lengths)[GROUP]) {
   uint64_t ends = 0;
@@ -139,7 +147,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
   return shape;
 }
 
-/// The digits of each half, moved to its end.
+/// Moves the digits of each half to the end of the half.
 VSA_AVX2_INLINE __m256i aligned(__m256i digits, uint64_t firstLength, uint64_t secondLength) {
   return _mm256_shuffle_epi8(digits,
                              bothHalves(RIGHT_ALIGN + firstLength, RIGHT_ALIGN + secondLength));
@@ -151,8 +159,8 @@ VSA_AVX2_INLINE __m256i withoutPoints(__m256i digits, uint64_t firstFromEnd,
       digits, bothHalves(WITHOUT_POINT.bytes[firstFromEnd], WITHOUT_POINT.bytes[secondFromEnd]));
 }
 
-/// Combines the sixteen digits of each half into two numbers of eight digits: those of the first
-/// and third field, then those of the second and fourth.
+/// Combines the sixteen digits of each half to two numbers of eight digits. The result contains the
+/// numbers of the first and third field, then those of the second and fourth field.
 VSA_AVX2_INLINE __m256i foldGroup(__m256i low, __m256i high) {
   const __m256i tens = _mm256_set1_epi16(0x010A);
   const __m256i hundreds = _mm256_set1_epi32(0x00010064);
@@ -161,20 +169,20 @@ VSA_AVX2_INLINE __m256i foldGroup(__m256i low, __m256i high) {
   return _mm256_madd_epi16(_mm256_packus_epi32(lowFours, highFours), _mm256_set1_epi32(0x00012710));
 }
 
-/// The number 1 for each negative field, 0 for the others.
+/// Returns 1 for each negative field and 0 for all other fields.
 VSA_AVX2_INLINE __m128i signsOf(const Group& group) {
   return _mm_cvtepu16_epi32(_mm_cvtsi64_si128(static_cast<long long>(group.signBits)));
 }
 
-/// Stores four floats. Returns false when a value is half-way between two floats.
+/// Stores four floats. Returns false if a value is half-way between two floats.
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape& shape, float* out) {
   const uint64_t(&points)[GROUP] = shape.pointFromEnd;
   const __m256i eights =
       foldGroup(withoutPoints(aligned(group.low, lengths[0], lengths[1]), points[0], points[1]),
                 withoutPoints(aligned(group.high, lengths[2], lengths[3]), points[2], points[3]));
-  // A number of up to 15 digits is divided by up to 10^14. Both are exact before the division, and
-  // the result is always in the range of a float.
+  // A number of up to 15 digits is divided by a power of ten up to 10^14. A double represents both
+  // exactly. The quotient is always in the range of a float.
   const __m256d weights = _mm256_setr_pd(1e8, 1, 1e8, 1);
   const __m256d odd = _mm256_cvtepi32_pd(_mm256_castsi256_si128(eights));
   const __m256d even = _mm256_cvtepi32_pd(_mm256_extracti128_si256(eights, 1));
@@ -192,8 +200,8 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// Stores four integers. Returns false when a value is out of range, or is negative and the type
-/// has no sign.
+/// Stores four integers. Returns false if a value is out of range, or if a value is negative and
+/// the type is unsigned.
 template <class Integer>
 VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GROUP],
                                 const GroupShape&, Integer* out) {
@@ -201,7 +209,7 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
                                    aligned(group.high, lengths[2], lengths[3]));
   const __m256i values = _mm256_add_epi64(_mm256_mul_epu32(eights, _mm256_set1_epi64x(100000000)),
                                           _mm256_srli_epi64(eights, 32));
-  // The smallest number is treated as out of range: its magnitude does not fit.
+  // The smallest integer of a type is treated as out of range, because its magnitude does not fit.
   constexpr auto MAX = static_cast<long long>(std::numeric_limits<Integer>::max());
   if (_mm256_testz_si256(values, _mm256_set1_epi64x(~MAX)) == 0) return false;
   if (std::is_unsigned_v<Integer> && group.signBits != 0) return false;
@@ -213,8 +221,8 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   return true;
 }
 
-/// Converts four fields. The first one begins at `start`. Returns false when one of them is not
-/// plain.
+/// Converts four fields. `start` is the first character of the first field. Returns false if one of
+/// the fields is not plain.
 template <class Number>
 VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint32_t* ends,
                                Number* out) {
@@ -231,9 +239,9 @@ VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint3
   return shape.isPlain && storeGroup(group, lengths, shape, out);
 }
 
-/// Converts the fields of a chunk in groups, as long as the groups are plain. `begin` is the index
-/// of the first field, and `start` its first character. The loop calls no function, so its
-/// constants stay in registers.
+/// Converts the fields of a chunk in groups. Stops at the first group that is not plain. `begin` is
+/// the index of the first field, and `start` is its first character. The loop calls no function, so
+/// that its constants stay in registers.
 template <class Number>
 VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, size_t begin,
                                      size_t end, const char* start, Number* out) {
@@ -246,8 +254,8 @@ VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, s
   return {start, i};
 }
 
-/// Converts the first `count` fields of a chunk, or as many as the AVX2 and SSE4.1 kernels accept.
-/// `count` is a multiple of GROUP.
+/// Converts the first `count` fields of a chunk. Stops at the first field that neither the AVX2 nor
+/// the SSE4.1 kernel converts. `count` must be a multiple of GROUP.
 template <class Number>
 VSA_AVX2_INLINE NumberRun readChunk(const char* chunk, const FieldEnds& ends, size_t count,
                                     const char* limit, Number* out) {
@@ -273,7 +281,7 @@ VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, si
     run = {chunk.next, run.count + chunk.count};
     if (chunk.count < count || count == 0) break;
   }
-  // The compiler inserts this instruction only when it optimises.
+  // Without optimisation, the compiler does not insert this instruction.
   _mm256_zeroupper();
   return run;
 }

@@ -1,6 +1,8 @@
-// The kernels of readNumberRun, one for each kind of processor. Internal. A kernel converts plain
-// fields only; number_list.cpp calls it only for fields far enough from the end of the list, and
-// converts all other fields by number_text.
+// The kernels of readNumberRun, one for each kind of processor. Internal.
+//
+// A kernel converts only plain fields. It may read FIELD_WINDOW bytes from the start of each field.
+// number_list.cpp therefore passes the last fields of a list in a copy. number_text converts all
+// fields that are not plain.
 #pragma once
 
 #include <cstddef>
@@ -18,34 +20,36 @@
 
 namespace zn::numbers {
 
-/// A kernel: converts consecutive plain fields from `at` on, each followed by a blank, as long as
-/// they start at or before `limit` and `capacity` allows. `next` is the start of the first one not
-/// converted. FIELD_WINDOW bytes (number_field.h) must be readable from the start of every field.
+/// The type of a kernel. A kernel converts consecutive plain fields from `at` on. A blank must
+/// follow each field. The kernel stops at a field that starts after `limit`, at a field that is not
+/// plain, and when `capacity` values are stored. `next` is the start of the first field that was
+/// not converted. FIELD_WINDOW bytes (number_field.h) must be readable from the start of every
+/// field.
 template <class Number>
 using NumberKernel = NumberRun (*)(const char* at, const char* limit, Number* out, size_t capacity);
 
-/// The kernel for every processor: eight digits per step in a 64-bit word.
+/// The kernel for all processors. It converts eight digits per step in a 64-bit word.
 template <class Number>
 NumberRun readFieldsPortably(const char* at, const char* limit, Number* out, size_t capacity);
 
 #if VSA_HAS_SSE41_KERNEL
-/// The kernel for SSE4.1: sixteen characters per step. Requires cpuHasSse41().
+/// The kernel for SSE4.1. It converts sixteen characters per step. Requires cpuHasSse41().
 template <class Number>
 NumberRun readFieldsSse41(const char* at, const char* limit, Number* out, size_t capacity);
 #endif
 
 #if VSA_HAS_AVX2_KERNEL
-/// The types with a kernel for AVX2. Long lists mostly have these types.
+/// The types with an AVX2 kernel. Most long lists have one of these types.
 template <class Number>
 inline constexpr bool HAS_AVX2_KERNEL = std::is_same_v<Number, float> ||
                                         (std::is_integral_v<Number> && sizeof(Number) == 4);
 
-/// The kernel for AVX2: four fields per step. Requires cpuHasAvx2().
+/// The kernel for AVX2. It converts four fields per step. Requires cpuHasAvx2().
 template <class Number>
 NumberRun readFieldsAvx2(const char* at, const char* limit, Number* out, size_t capacity);
 #endif
 
-/// readNumberRun with a given kernel.
+/// Like readNumberRun, but with the kernel that the caller passes.
 template <class Number>
 NumberRun readNumberRunWith(NumberKernel<Number> kernel, const char* from, const char* end,
                             Number* out, size_t capacity);

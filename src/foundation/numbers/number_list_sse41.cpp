@@ -1,8 +1,11 @@
-// The SSE4.1 kernel of number lists. One 16-byte load contains a plain field and the blank after
-// it. Comparisons find its end and its point. Shuffles move its last digit to the last byte and
-// remove the point. Three multiply-adds combine the sixteen digits into one integer. None of this
-// depends on the length of the number, so mixed lengths mispredict no branch. Longer doubles take
-// two loads. All other fields are rare and are converted by the portable kernel.
+// The SSE4.1 kernel of number lists.
+//
+// One 16-byte load contains a plain field and the blank after it. Comparisons find the end of the
+// field and its point. Shuffles move the last digit to the last byte and remove the point. Three
+// multiply-adds combine the sixteen digits to one integer. These instructions do not depend on the
+// length of the number, so fields of different lengths cause no branch mispredictions.
+//
+// Longer doubles take two loads. All other fields are rare. The portable kernel converts them.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL
@@ -25,8 +28,8 @@
 namespace zn::numbers {
 namespace {
 
-/// Sixteen characters: the values of the digits, zero for other characters, and a bit for each
-/// digit, point and blank.
+/// Sixteen characters. `digits` contains the values of the digits, and zero for all other
+/// characters. The masks contain a bit for each digit, point and blank.
 struct Block {
   __m128i digits;
   unsigned digitBits;
@@ -47,7 +50,7 @@ VSA_SSE41_INLINE Block loadBlock(const char* at) {
           bitsOf(_mm_cmpeq_epi8(text, _mm_set1_epi8(' ')))};
 }
 
-/// The first `length` digits, moved to the end, with zeros before them.
+/// Moves the first `length` digits to the end and inserts zeros before them.
 VSA_SSE41_INLINE __m128i rightAligned(__m128i digits, unsigned length) {
   const auto* const shuffle = reinterpret_cast<const __m128i*>(RIGHT_ALIGN + length);
   return _mm_shuffle_epi8(digits, _mm_loadu_si128(shuffle));
@@ -58,11 +61,11 @@ VSA_SSE41_INLINE __m128i withoutPoint(__m128i digits, unsigned fromEnd) {
   return _mm_shuffle_epi8(digits, _mm_load_si128(shuffle));
 }
 
-/// Sixteen digits as one integer.
+/// Combines sixteen digits to one integer.
 VSA_SSE41_INLINE uint64_t foldBlock(__m128i digits) {
-  const __m128i tens = _mm_set1_epi16(0x010A);           // weights 10, 1, ...
-  const __m128i hundreds = _mm_set1_epi32(0x00010064);   // weights 100, 1, ...
-  const __m128i thousands = _mm_set1_epi32(0x00012710);  // weights 10000, 1, ...
+  const __m128i tens = _mm_set1_epi16(0x010A);           // The weights are 10, 1, ...
+  const __m128i hundreds = _mm_set1_epi32(0x00010064);   // The weights are 100, 1, ...
+  const __m128i thousands = _mm_set1_epi32(0x00012710);  // The weights are 10000, 1, ...
   const __m128i pairs = _mm_maddubs_epi16(digits, tens);
   const __m128i fours = _mm_madd_epi16(pairs, hundreds);
   const __m128i eights = _mm_madd_epi16(_mm_packus_epi32(fours, fours), thousands);
@@ -74,19 +77,21 @@ inline unsigned lowestBit(uint32_t bits) {
   return static_cast<unsigned>(std::countr_zero(bits));
 }
 
-/// The parts of a number.
+/// The form of a field.
 struct Shape {
-  unsigned length;  // the number of characters, including the sign
-  // The position of the point, counted from the end: 1 for the last character, 0 for no point.
+  // The number of characters, including the sign.
+  unsigned length;
+  // The position of the point, counted from the end of the field. 1 is the last character. 0 means
+  // that there is no point.
   unsigned pointFromEnd;
-  // Whether the field consists of an optional sign and digits, with at most one point and at least
-  // one digit.
+  // Whether the field is an optional sign and digits, with at most one point and at least one
+  // digit.
   bool isPlain;
 
   int exponent() const { return pointFromEnd == 0 ? 0 : 1 - static_cast<int>(pointFromEnd); }
 };
 
-/// The shape of the first `length` characters, at most 31.
+/// Returns the form of a field of `length` characters. `length` must be at most 31.
 VSA_WRAPS_AROUND inline Shape shapeOf(uint32_t digitBits, uint32_t pointBits, unsigned length,
                                       bool hasSign) {
   const uint32_t inside = (uint32_t{1} << length) - 1;
@@ -97,7 +102,7 @@ VSA_WRAPS_AROUND inline Shape shapeOf(uint32_t digitBits, uint32_t pointBits, un
   return {length, length - place, isPlain};
 }
 
-/// A field of up to 15 characters.
+/// Converts a real of up to 15 characters.
 template <class Real>
 VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, Real& out) {
   const bool negative = *at == '-';
@@ -109,14 +114,16 @@ VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, R
   const double value =
       static_cast<double>(static_cast<int64_t>(digits)) / POINT_DIVISORS[shape.pointFromEnd];
   if constexpr (std::is_same_v<Real, float>) {
-    // A number of up to 15 digits, divided by up to 10^14, is always in the range of a float.
+    // A number of up to 15 digits is divided by a power of ten up to 10^14. The quotient is always
+    // in the range of a float.
     if (isHalfWayBetweenFloats(value)) return nullptr;
   }
   out = withSign(static_cast<Real>(value), negative);
   return at + shape.length;
 }
 
-/// Converts a real with an exponent, such as `-1.5e-05`, and up to 15 characters before that.
+/// Converts a real with an exponent, such as `-1.5e-05`. At most 15 characters may be before the
+/// exponent.
 template <class Real>
 VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& out) {
   const unsigned other = ~(block.digitBits | block.pointBits | 1u) | (1u << BLOCK);
@@ -135,8 +142,8 @@ VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& o
   return end;
 }
 
-/// Converts a field of 16 to 31 characters with up to 19 significant digits. The last sixteen
-/// characters and those before them are combined separately.
+/// Converts a real of 16 to 31 characters with up to 19 significant digits. Combines the last
+/// sixteen characters and the characters before them separately.
 template <class Real>
 VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out) {
   const Block next = loadBlock(at + BLOCK);
@@ -153,10 +160,12 @@ VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out
   const unsigned inHead = pointInTail ? 0 : shape.pointFromEnd - BLOCK;
   const uint64_t high = foldBlock(withoutPoint(head, inHead));
   const uint64_t low = foldBlock(withoutPoint(tail, inTail));
-  const bool fifteen = inTail != 0;  // a point among 16 characters leaves 15 digits
+  // A point among 16 characters leaves 15 digits.
+  const bool fifteen = inTail != 0;
   if (high >= (fifteen ? 10000u : 1000u)) return nullptr;
   const uint64_t digits = high * (fifteen ? 1000000000000000u : 10000000000000000u) + low;
-  // Values above 2^53 are as frequent as others, so one method converts both, without a branch.
+  // Calls doubleByProduct for every number. Values above and below 2^53 are equally frequent, so a
+  // branch that selects a faster method for the smaller values would be unpredictable.
   double value;
   if (digits == 0 || !doubleByProduct(digits, shape.exponent(), value)) return nullptr;
   if constexpr (std::is_same_v<Real, float>) {
@@ -168,7 +177,7 @@ VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out
   return at + shape.length;
 }
 
-/// A field of up to 15 characters.
+/// Converts an integer of up to 15 characters.
 template <class Integer>
 VSA_SSE41_INLINE const char* readShortInteger(const char* at, const Block& block, Integer& out) {
   const bool negative = *at == '-';
@@ -185,7 +194,8 @@ VSA_SSE41_INLINE const char* readShortInteger(const char* at, const Block& block
   return at + length;
 }
 
-/// Converts all other fields. It is out of line to keep the loop small.
+/// Converts a field that readShortField does not convert. The function is out of line to keep the
+/// loop small.
 template <class Number>
 VSA_SSE41_OUT_OF_LINE const char* readOtherField(const char* at, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -222,8 +232,8 @@ VSA_SSE41 NumberRun readFields(const char* at, const char* limit, Number* out, s
 
 }  // namespace
 
-// A separate function, because the declaration in the header has no attribute for the instruction
-// set.
+// Calls the kernel. This is a separate function, because its declaration in the header has no
+// attribute for the instruction set.
 template <class Number>
 NumberRun readFieldsSse41(const char* at, const char* limit, Number* out, size_t capacity) {
   return readFields(at, limit, out, capacity);

@@ -1,20 +1,20 @@
-// Shuffles and divisors of the kernels that load sixteen characters. Internal.
+// Tables for the kernels that load sixteen characters. Internal.
 #pragma once
 
 #include <cstdint>
 
 namespace zn::numbers {
 
-inline constexpr int BLOCK = 16;  // characters per load
+inline constexpr int BLOCK = 16;  // The number of characters per load.
 
-/// Shuffles that move the first n of sixteen bytes to the end, with zeros before them: the shuffle
-/// for n begins at RIGHT_ALIGN + n.
+/// Shuffles that move the first n of sixteen bytes to the end and insert zeros before them. The
+/// shuffle for n begins at RIGHT_ALIGN + n.
 alignas(16) inline constexpr int8_t RIGHT_ALIGN[2 * BLOCK] = {
     -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1, -1,
     0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15};
 
-/// Shuffles that remove the n-th byte from the end (1 is the last one) and move the bytes before it
-/// up by one. For n = 0 no byte is removed.
+/// Shuffles that remove the n-th byte from the end. 1 is the last byte. The bytes before the
+/// removed byte move up by one. The shuffle for n = 0 removes no byte.
 struct PointShuffles {
   alignas(16) int8_t bytes[BLOCK + 1][BLOCK];
 };
@@ -32,7 +32,8 @@ constexpr PointShuffles makePointShuffles() {
 
 inline constexpr PointShuffles WITHOUT_POINT = makePointShuffles();
 
-/// The divisor when the point is the n-th character from the end. For n = 0 there is no point.
+/// The divisors of a number whose point is the n-th character from the end. n = 0 means that there
+/// is no point.
 inline constexpr double POINT_DIVISORS[BLOCK + 1] = {
     1e0, 1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
 

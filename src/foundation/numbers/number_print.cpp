@@ -15,8 +15,9 @@ namespace {
 constexpr std::uint32_t TEN_TO_8 = 100'000'000;
 constexpr std::uint64_t ASCII_ZEROS = 0x3030303030303030;
 
-/// The eight decimal digits of a number below 10^8, one per byte. The first digit is in the lowest
-/// byte. Splits the number into halves three times; one multiplication splits all parts of a step.
+/// Returns the eight decimal digits of a number below 10^8, one digit per byte. The first digit is
+/// in the lowest byte. Splits the number into halves three times. One multiplication splits all
+/// parts of a step.
 std::uint64_t eightDigits(std::uint32_t number) {
   const std::uint64_t upper = number / 10000;
   const std::uint64_t fours = upper | (number - upper * 10000) << 32;
@@ -34,20 +35,22 @@ void storeWord(char* to, std::uint64_t word) {
   }
 }
 
-// Significant digits: the first one, which is not zero, followed by one or two words of eight
-// digits. The first digit of a word is in its lowest byte. Unused digits at the end are zeros.
+// These structures contain significant digits: the first digit, and one or two words of eight
+// digits. The first digit of a number is not zero. The first digit of a word is in its lowest byte.
+// Unused digits at the end are zeros.
 
 struct NineDigits {
   std::uint64_t first;
   std::uint64_t word;
-  int total;  // the number of digits, including zeros at the end of the number
+  // The number of digits, including the zeros at the end of the number.
+  int total;
 
   int count() const { return word == 0 ? 1 : 9 - std::countl_zero(word) / 8; }
   void store(char* to) const {
     to[0] = static_cast<char>('0' + first);
     storeWord(to + 1, word | ASCII_ZEROS);
   }
-  /// Stores the digits after the first `count`, which is 1 to 8.
+  /// Stores the digits after the first `count` digits. `count` must be from 1 to 8.
   void storeAfter(int count, char* to) const {
     storeWord(to, word >> (8 * (count - 1)) | ASCII_ZEROS);
   }
@@ -67,7 +70,7 @@ struct SeventeenDigits {
     storeWord(to + 1, words[0] | ASCII_ZEROS);
     storeWord(to + 9, words[1] | ASCII_ZEROS);
   }
-  /// Stores the digits after the first `count`, which is 1 to 16.
+  /// Stores the digits after the first `count` digits. `count` must be from 1 to 16.
   VSA_WRAPS_AROUND void storeAfter(int count, char* to) const {
     const int bits = 8 * ((count - 1) % 8);
     const std::uint64_t next = count > 8 ? words[1] : words[0];
@@ -78,7 +81,7 @@ struct SeventeenDigits {
   }
 };
 
-/// The digits of a number below 10^9 that is not 0. The function has no branches, because it is
+/// Returns the digits of a number below 10^9 that is not 0. Has no branches, because it is
 /// unpredictable whether a number has nine digits.
 [[gnu::always_inline]] inline NineDigits nineDigits(std::uint32_t number) {
   const std::uint32_t upper = number / TEN_TO_8;
@@ -90,18 +93,18 @@ struct SeventeenDigits {
           8 - zeros + (upper == 0 ? 0 : 1)};
 }
 
-/// The digits of a number from 10^9 to 10^17 - 1.
+/// Returns the digits of a number from 10^9 to 10^17 - 1.
 VSA_WRAPS_AROUND SeventeenDigits seventeenDigits(std::uint64_t number) {
   const std::uint64_t upper = number / TEN_TO_8;
   const std::uint64_t last = eightDigits(static_cast<std::uint32_t>(number - upper * TEN_TO_8));
   const NineDigits front = nineDigits(static_cast<std::uint32_t>(upper));
-  // Shifts the last word so that its digits follow those of `front`.
+  // Shifts the last word, so that its digits follow the digits of `front`.
   const int bits = 8 * (9 - front.total);
   if (bits == 0) return {front.first, {front.word, last}, 17};
   return {front.first, {front.word | last << (64 - bits), last >> bits}, front.total + 8};
 }
 
-// Writes d.ddde-x.
+// Writes the form d.ddde-x.
 template <class Digits>
 char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
   digits.store(to + 1);
@@ -112,7 +115,7 @@ char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
   return std::to_chars(at, at + 5, exponent).ptr;
 }
 
-// Writes ddd000.
+// Writes the form ddd000.
 template <class Digits>
 char* putInteger(char* to, const Digits& digits, int count, int point) {
   digits.store(to);
@@ -120,9 +123,10 @@ char* putInteger(char* to, const Digits& digits, int count, int point) {
   return to + point;
 }
 
-// Writes ddd.ddd or 0.000ddd. Uses masks instead of a branch, because a branch on whether the real
-// is below 1 is unpredictable in a list with both kinds. A double of 8 digits takes 27 ns, and 29
-// ns with the branch. The benchmark is "written double lists" of ./dev bench --peers.
+// Writes the form ddd.ddd or 0.000ddd. Uses masks instead of a branch. In a list that contains
+// reals above and below 1, the branch would be unpredictable. A double of 8 digits takes 27 ns with
+// the masks and 29 ns with the branch. The benchmark is "written double lists" of ./dev bench
+// --peers.
 template <class Digits>
 char* putWithPoint(char* to, const Digits& digits, int count, int point) {
   const int isBelowOne = point <= 0 ? 1 : 0;
@@ -133,7 +137,7 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
   std::memcpy(to, "0.000000", 8);  // NOLINT(bugprone-not-null-terminated-result): no string
   digits.store(to + firstDigit);
   to[integerDigits] = '.';
-  // If the real is below 1, this statement stores the same digits in the same place again.
+  // If the real is below 1, this call stores the same digits in the same place again.
   digits.storeAfter(integerDigits, to + pointWidth + integerDigits);
   return to + pointWidth + count;
 }
@@ -141,8 +145,8 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
 template <class Digits>
 [[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
   const int count = digits.count();
-  const int point = digits.total + exponent;    // the number of digits before the point
-  const int exponentWidth = count > 1 ? 5 : 4;  // the length of ".e-05" or "e-05"
+  const int point = digits.total + exponent;    // The number of digits before the point.
+  const int exponentWidth = count > 1 ? 5 : 4;  // The length of ".e-05" or "e-05".
   const bool hasPoint = (point < count) & (2 - point <= exponentWidth);
   if (hasPoint) return putWithPoint(to, digits, count, point);
   if (point > 0 && point <= count + exponentWidth) return putInteger(to, digits, count, point);
@@ -153,7 +157,8 @@ char* putDecimal(char* to, const Decimal<std::uint32_t>& decimal) {
   return putDigits(to, nineDigits(decimal.digits), decimal.exponent);
 }
 
-// A double with few significant digits mostly has a decimal of 16 or 17 digits that ends in zeros.
+// Writes the digits of a double. A decimal of 16 or 17 digits that ends in eight zeros takes the
+// faster path for nine digits. Most doubles with few significant digits have such a decimal.
 char* putDecimal(char* to, const Decimal<std::uint64_t>& decimal) {
   if (decimal.digits < 10 * std::uint64_t{TEN_TO_8}) {
     return putDigits(to, nineDigits(static_cast<std::uint32_t>(decimal.digits)), decimal.exponent);

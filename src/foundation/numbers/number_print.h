@@ -1,10 +1,12 @@
 // Converts a number to its shortest text. Internal.
 //
-// The text of a real has the fewest digits that read back as the same real. Its notation is the one
-// that std::to_chars chooses: fixed, unless an exponent makes the text shorter. The exponent has
-// neither plus sign nor leading zeros. Examples: 0.5  -0  100  1e5  1.5e-7  16777216  inf  -nan. In
-// a list, the reader accepts every such text. A real outside of a list needs a point
-// (printRealWithPoint).
+// The text of a real has the smallest number of digits from which the reader gets the same real.
+// Its notation is the notation of std::to_chars: fixed, unless the text is shorter with an
+// exponent. An exponent has neither a plus sign nor leading zeros. Examples: 0.5  -0  100  1e5
+// 1.5e-7  16777216  inf  -nan.
+//
+// The reader accepts each of these texts in a list. Outside of a list, a real requires a point (see
+// printRealWithPoint).
 #pragma once
 
 #include <charconv>
@@ -14,11 +16,11 @@
 
 namespace zn::numbers {
 
-/// The number of bytes that each function may write at `to`, including unspecified bytes after the
-/// text.
+/// The maximum number of bytes that each function writes at `to`. The bytes after the text have
+/// unspecified values.
 inline constexpr std::size_t PRINT_CAPACITY = 48;
 
-/// Writes the text of `value` to `to` and returns its end.
+/// Writes the text of `value` to `to`. Returns the end of the text.
 char* printNumber(char* to, float value);
 char* printNumber(char* to, double value);
 
@@ -27,7 +29,7 @@ char* printNumber(char* to, Integer value) {
   return std::to_chars(to, to + PRINT_CAPACITY, value).ptr;
 }
 
-/// The same, but the text of a finite value always has a point: 2.0  1.0e5
+/// Like printNumber, but the text of a finite value always has a point. Examples: 2.0  1.0e5
 char* printRealWithPoint(char* to, double value);
 
 }  // namespace zn::numbers

@@ -1,8 +1,10 @@
-// The syntax is checked character by character, which also collects the digits. Common reals are
-// converted by number_decimal. The others (more than 19 digits, large exponents, exact half-way
-// cases) are rewritten as a short plain decimal for std::from_chars, which rounds exactly.
-// from_chars therefore receives no other syntax. It reports overflow and underflow alike; the
-// decimal order shows which of them occurred.
+// Converts texts to numbers. One pass checks the syntax character by character and collects the
+// digits.
+//
+// number_decimal converts common reals. All other reals (more than 19 digits, large exponents,
+// exact half-way cases) are rewritten as a short plain decimal. std::from_chars converts that
+// decimal and rounds exactly. from_chars returns the same error for overflow and underflow, and the
+// decimal order shows which of the two occurred.
 #include "foundation/numbers/number_text.h"
 
 #include <charconv>
@@ -21,10 +23,11 @@ namespace {
 
 using numbers::MAX_DIGITS;
 
-/// Larger exponents count as this one: no text has enough digits to compensate for it.
+/// The maximum exponent. A larger exponent has the same effect, because no text has enough digits
+/// to compensate for it.
 constexpr int64_t MAX_EXPONENT = 100'000'000'000'000'000;
 
-/// The characters that remain to be read.
+/// The characters that have not been read.
 struct Text {
   const char* at;
   const char* end;
@@ -32,7 +35,7 @@ struct Text {
   bool isAtEnd() const { return at == end; }
   bool startsWithDigit() const { return at != end && *at >= '0' && *at <= '9'; }
 
-  /// Skips the next character when it is one of the two given ones.
+  /// Skips the next character if it is `one` or `other`. Returns whether it was skipped.
   bool skip(char one, char other) {
     if (at == end || (*at != one && *at != other)) return false;
     ++at;
@@ -54,8 +57,8 @@ bool readSign(Text& text) {
   return false;
 }
 
-/// Reads digit {digit}. Ignores the digits that follow once the value is MAX_EXPONENT or more.
-/// Returns false when there is no digit.
+/// Reads digit {digit}. Ignores the digits after the value has reached MAX_EXPONENT. Returns false
+/// if there is no digit.
 bool readExponent(Text& text, int64_t& exponent) {
   if (!text.startsWithDigit()) return false;
   exponent = 0;
@@ -66,7 +69,7 @@ bool readExponent(Text& text, int64_t& exponent) {
   return true;
 }
 
-/// Computes value * 10 + digit. Returns false when that does not fit in 64 bits.
+/// Computes value * 10 + digit. Returns false if the result does not fit in 64 bits.
 bool appendDigit(uint64_t& value, unsigned digit) {
   constexpr uint64_t MAX = std::numeric_limits<uint64_t>::max();
   if (value >= MAX / 10 && (value > MAX / 10 || digit > MAX % 10)) return false;
@@ -79,7 +82,7 @@ struct Magnitude {
   uint64_t value = 0;
 };
 
-/// Parses the production `integer`. Does not check the range of a target.
+/// Parses the production `integer`. Does not check the range of the target type.
 bool parseMagnitude(Text text, Magnitude& out) {
   out.negative = readSign(text);
   if (!text.startsWithDigit()) return false;
@@ -99,15 +102,16 @@ bool parseMagnitude(Text text, Magnitude& out) {
   return true;
 }
 
-/// A finite real. Its value is `digits` * 10^`exponent` when `isExact`; otherwise further digits,
-/// not all zero, follow the first 19.
+/// A finite real. If `isExact` is true, its value is `digits` * 10^`exponent`. Otherwise more
+/// digits follow the first 19 digits, and not all of them are zero.
 struct Decimal {
   bool negative = false;
   bool isExact = true;
-  int digitCount = 0;  // the number of digits from the first one that is not zero
+  // The number of digits from the first digit that is not zero.
+  int digitCount = 0;
   uint64_t digits = 0;
   int64_t exponent = 0;
-  Text mantissa{};  // the digits and the point
+  Text mantissa{};  // The digits and the point.
 
   void add(int digit, bool afterPoint) {
     if (digitCount < MAX_DIGITS) {
@@ -121,7 +125,7 @@ struct Decimal {
   }
 };
 
-/// Parses the first alternative of the production `real`, after its sign.
+/// Parses the first alternative of the production `real` after its sign.
 bool parseDecimal(Text text, Decimal& out) {
   const char* const first = text.at;
   bool hasDigit = text.startsWithDigit();
@@ -142,7 +146,7 @@ bool parseDecimal(Text text, Decimal& out) {
   return text.isAtEnd();
 }
 
-/// Parses "inf" or "nan" in any letter case, without a sign. Returns false for any other text.
+/// Parses "inf" or "nan" in any letter case without a sign. Returns false for any other text.
 template <class Real>
 bool parseInfinityOrNan(Text text, Real& out) {
   if (text.end - text.at != 3) return false;
@@ -159,8 +163,9 @@ bool parseInfinityOrNan(Text text, Real& out) {
   return true;
 }
 
-/// A text of bounded length with an exponent and all digits that can influence a double: at most
-/// 767, and one more that is not 0 if other digits follow.
+/// A short text with an exponent and all digits that can influence a double. At most 767 digits can
+/// influence a double. If digits other than 0 follow the stored digits, the last stored digit is
+/// set to 1.
 class PlainDecimal {
  public:
   /// `order` is the decimal order of the value: 10^(order - 1) <= value < 10^order.
@@ -190,11 +195,11 @@ class PlainDecimal {
   char* end_;
 };
 
-/// Converts a decimal other than zero, without error before the rounding. Returns false if it
-/// overflows.
+/// Converts a decimal that is not zero. The only rounding is the rounding to `Real`. Returns false
+/// if the number overflows.
 template <class Real>
 bool realFromLongDecimal(const Decimal& decimal, Real& out) {
-  constexpr int64_t MAX_ORDER = 400;  // no float or double has a larger order
+  constexpr int64_t MAX_ORDER = 400;  // No float or double has a larger order.
   const int64_t order = decimal.exponent + decimal.digitCount;
   if (order > MAX_ORDER) return false;
   out = 0;
@@ -202,7 +207,7 @@ bool realFromLongDecimal(const Decimal& decimal, Real& out) {
   const PlainDecimal plain(decimal.mantissa, order);
   Real value = 0;
   const std::errc error = std::from_chars(plain.begin(), plain.end(), value).ec;
-  // If the number is too small, `out` remains zero.
+  // If the number is too small, `out` is zero.
   if (error == std::errc::result_out_of_range) return order <= 0;
   if (std::isinf(value)) return false;
   out = value;
@@ -238,7 +243,8 @@ bool integerFromText(const char* first, const char* last, Integer& out) {
     return true;
   }
   if (std::is_unsigned_v<Integer> || magnitude.value > MAX + 1) return false;
-  // The smallest integer has no positive counterpart: subtract one before and after negation.
+  // The smallest integer has no positive counterpart. Therefore one is subtracted before the
+  // negation and one after it.
   const int64_t value = magnitude.value == 0 ? 0 : -static_cast<int64_t>(magnitude.value - 1) - 1;
   out = static_cast<Integer>(value);
   return true;

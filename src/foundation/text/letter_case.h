@@ -1,5 +1,6 @@
-// Converts letters to lower case, and compares words in any letter case. Applies to A to Z only and
-// is independent of the locale. Internal.
+// Converts letters to lower case and compares words in any letter case. Internal.
+//
+// The functions change only the letters A to Z and are independent of the locale.
 #pragma once
 
 #include <cstddef>
@@ -7,12 +8,12 @@
 
 namespace zn {
 
-/// The letter `c` in lower case (A to Z only).
+/// Returns `c` in lower case.
 constexpr char toLowerCase(char c) {
   return c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c;
 }
 
-/// Whether `text` is `word` in any letter case; `word` is given in lower case.
+/// Whether `text` equals `word` in any letter case. `word` must be in lower case.
 constexpr bool isWord(std::string_view text, std::string_view word) {
   if (text.size() != word.size()) return false;
   for (std::size_t i = 0; i < text.size(); ++i) {

@@ -1,5 +1,6 @@
-// Compares and copies short texts in words of 8 bytes. Most names have a few characters and then
-// need a few instructions. Internal.
+// Compares and copies short texts in words of 8 bytes. Internal.
+//
+// Most names are short, so comparing or copying them takes only a few instructions.
 #pragma once
 
 #include <cstddef>
@@ -11,8 +12,9 @@
 
 namespace zn::detail {
 
-// A text that is at least one word long, and at most two, is covered by its first and its last
-// word. Where these overlap, characters are compared or copied twice.
+// The following two functions process the first and the last word of a text. The text must be at
+// least one word and at most two words long. The two words may overlap, so some characters are
+// compared or copied twice.
 
 template <class Word>
 bool sameWords(const char* a, const char* b, std::size_t length) noexcept {
@@ -43,7 +45,7 @@ inline bool sameCharacters(const char* a, const char* b, std::size_t length) noe
   return length == 0 || *a == *b;
 }
 
-/// Copies a text; the two places must not overlap.
+/// Copies a text. The source and the destination must not overlap.
 inline void copyCharacters(char* to, const char* from, std::size_t length) noexcept {
   if (length > 16) {
     std::memcpy(to, from, length);

@@ -1,4 +1,4 @@
-// The text handle: its buffer, construction, comparison, searching and splitting.
+// String: its buffer, construction, comparison, searching and splitting.
 #include <vsa/foundation/string.h>
 
 #include <algorithm>
@@ -22,15 +22,15 @@ namespace detail {
 
 namespace {
 
-// The allocator's blocks have a multiple of 16 bytes, minus 8 for its own use. All bytes of a block
-// after the header are capacity.
+// Returns the size of the block that malloc uses for `wanted` bytes: a multiple of 16 bytes, minus
+// 8 bytes that malloc itself uses. All bytes of the block after the header are capacity.
 constexpr std::size_t blockBytes(std::size_t wanted) {
   return (wanted + 7) / 16 * 16 + 8;
 }
 
 }  // namespace
 
-// Header and characters share one block: most texts are short.
+// Allocates the header and the characters in one block, because most texts are short.
 StringBuffer* StringBuffer::make(std::size_t length) {
   if (length > std::numeric_limits<std::size_t>::max() - sizeof(StringBuffer) - 32) {
     throw std::bad_alloc();
@@ -49,7 +49,7 @@ StringBuffer* StringBuffer::adopt(char* chars, std::size_t length) {
   void* const memory = std::malloc(sizeof(StringBuffer) + sizeof(char*));
   if (memory == nullptr) throw std::bad_alloc();
   auto* const made = new (memory) StringBuffer(0, length);
-  // Frees the spare memory. If that fails, the block keeps its size.
+  // Frees the unused capacity. If realloc fails, the block keeps its size.
   void* const trimmed = std::realloc(chars, length + 1);
   made->outside() = trimmed != nullptr ? static_cast<char*>(trimmed) : chars;
   return made;
@@ -139,8 +139,8 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   return String(made);
 }
 
-// This function is not inlined. It compares words of 8 bytes: with memcmp instead, reading
-// links/100k took 5 % longer.
+// This function is not inlined. It compares words of 8 bytes. With memcmp instead, reading
+// links/100k takes 5 % longer.
 bool String::hasCharactersOf(const String& other) const noexcept {
   return detail::sameCharacters(buf(), other.buf(), len());
 }

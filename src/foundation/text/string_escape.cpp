@@ -1,5 +1,5 @@
-// String::unescape: replaces each escape sequence by the character that it represents. UTF-16 code
-// units are escaped as in JSON (RFC 8259) and written as UTF-8 (RFC 3629).
+// String::unescape: replaces each escape sequence by its character. A \u sequence contains a UTF-16
+// code unit, as in JSON (RFC 8259). Its character is written in UTF-8 (RFC 3629).
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -16,9 +16,10 @@ namespace zn {
 
 namespace {
 
-constexpr unsigned NO_UNIT = 0x10000;  // not a UTF-16 code unit
+constexpr unsigned NO_UNIT = 0x10000;  // The result for digits that are not a UTF-16 code unit.
 
-// The value of exactly `count` hexadecimal digits at `at`, or NO_UNIT.
+// Returns the value of exactly `count` hexadecimal digits at `at`. Returns NO_UNIT if there are
+// fewer digits.
 unsigned hexDigits(const char* at, const char* end, int count) {
   if (end - at < count) return NO_UNIT;
   unsigned value = 0;
@@ -30,13 +31,14 @@ unsigned hexDigits(const char* at, const char* end, int count) {
   return value;
 }
 
-// The code unit of a \uHHHH sequence at `at`, or NO_UNIT.
+// Returns the code unit of a \uHHHH sequence at `at`. Returns NO_UNIT if there is no such sequence.
 unsigned codeUnit(const char* at, const char* end) {
   if (end - at < 2 || at[0] != '\\' || at[1] != 'u') return NO_UNIT;
   return hexDigits(at + 2, end, 4);
 }
 
-// The characters of the one-letter escapes; NUL for any other letter.
+// Returns the character of each escape sequence of one letter. The index is the letter. The
+// character is NUL for any other letter.
 constexpr std::array<char, 256> makeSimpleEscapes() {
   struct Row {
     char letter;
@@ -72,8 +74,8 @@ char* appendUtf8(char* to, unsigned code) {
   return to;
 }
 
-// Reads a \u sequence, or a pair of them, at `at`. Returns the number of characters read; 0 when it
-// does not represent a character.
+// Reads a \u sequence or a surrogate pair of two \u sequences at `at`. Returns the number of
+// characters read. Returns 0 if the sequence does not represent a character.
 int unicodeEscape(const char* at, const char* end, char*& to) {
   const unsigned unit = codeUnit(at, end);
   if (unit == NO_UNIT || unit == 0) return 0;
@@ -87,8 +89,8 @@ int unicodeEscape(const char* at, const char* end, char*& to) {
   return 12;
 }
 
-// Reads the escape sequence at `at` (a backslash) and writes its character. Returns the number of
-// characters read; 0 when it is not an escape sequence.
+// Reads the escape sequence that begins with the backslash at `at`, and writes its character.
+// Returns the number of characters read. Returns 0 if there is no valid escape sequence.
 int escape(const char* at, const char* end, char*& to) {
   if (end - at < 2) return 0;
   const char simple = SIMPLE_ESCAPES[static_cast<unsigned char>(at[1])];
@@ -104,8 +106,8 @@ int escape(const char* at, const char* end, char*& to) {
   return 4;
 }
 
-// Copies the characters before the first backslash and returns how many. It may write up to end -
-// at characters.
+// Copies the characters before the first backslash. Returns their number. May write up to end - at
+// characters.
 std::size_t copyPlain(const char* at, const char* end, char* to) {
   const char* const begin = at;
 #if defined(__SSE2__)
@@ -123,8 +125,9 @@ std::size_t copyPlain(const char* at, const char* end, char* to) {
 
 }  // namespace
 
-// Copies the characters up to the next backslash, then decodes its escape sequence. No sequence is
-// shorter than its result, so the rest of the text always fits into the rest of the output.
+// Copies the characters up to the next backslash, and then decodes its escape sequence. The
+// character of a sequence is never longer than the sequence, so the rest of the text always fits
+// into the rest of the output.
 char* unescapePiece(const char*& at, const char* stop, const char* end, char* to) noexcept {
   while (at < stop) {
     const std::size_t plain = copyPlain(at, stop, to);

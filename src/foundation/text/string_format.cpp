@@ -1,6 +1,8 @@
-// Formatting by the conventions of printf. The result can have any length. A plain %s is appended
-// without the C library, whose lengths have type int. Every other conversion is passed to the C
-// library, one at a time. %n is unknown, so no format can write to memory.
+// Formats texts by the conventions of printf. The result can have any length.
+//
+// A plain %s is appended without the C library, because the lengths of the C library have type int.
+// Every other conversion is passed to the C library, one conversion at a time. %n is an unknown
+// conversion, so no format can write to memory.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -18,19 +20,19 @@ namespace zn {
 
 namespace {
 
-// va_list may be an array type; in a struct it can be passed by reference.
+// A va_list in a struct. va_list may be an array type. The struct can be passed by reference.
 struct Arguments {
   va_list list;
 };
 
-// The type of an argument, which the length modifier of the conversion determines.
+// The type of an argument. The length modifier of the conversion determines it.
 enum class Length { Int, Long, LongLong, Size, IntMax, PtrDiff, LongDouble };
 
 class Formatter {
  public:
   Formatter(const char* format, Arguments& arguments) : at_(format), arguments_(arguments) {}
 
-  // A NUL that %c writes ends the text, as in C.
+  // Returns the formatted text. If %c writes a NUL, the text ends before it, as in C.
   String run() {
     while (*at_ != '\0') {
       const char* const percent = std::strchr(at_, '%');
@@ -65,7 +67,7 @@ class Formatter {
     while (*at_ != '\0' && std::strchr(set, *at_) != nullptr) conversion_ += *at_++;
   }
 
-  // A negative precision from an argument counts as no precision.
+  // Reads a precision. A negative precision from an argument has the same effect as no precision.
   void precision() {
     const std::size_t before = conversion_.size();
     conversion_ += *at_++;
@@ -92,10 +94,12 @@ class Formatter {
     if (modifier == "j") return Length::IntMax;
     if (modifier == "t") return Length::PtrDiff;
     if (modifier == "L") return Length::LongDouble;
-    return Length::Int;  // no modifier, h or hh: the argument is promoted to int
+    // The conversion has no modifier, h or hh. Its argument is promoted to int.
+    return Length::Int;
   }
 
-  // Returns false if the conversion is unknown. The caller then copies the conversion unchanged.
+  // Converts one argument. Returns false if the conversion is unknown. The caller then copies the
+  // conversion unchanged.
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':
@@ -146,7 +150,7 @@ class Formatter {
     }
   }
 
-  // Only this conversion can write a NUL.
+  // Converts a character. This is the only conversion that can write a NUL.
   void character(int value) {
     const std::uint64_t start = text_.size;
     print(value);
@@ -155,7 +159,7 @@ class Formatter {
     end_ = std::min<std::uint64_t>(end_, all.find('\0', start));
   }
 
-  // Signed and unsigned types of one width are passed in the same way.
+  // Converts an integer. Signed and unsigned types of one width are passed in the same way.
   void integer(Length length) {
     switch (length) {
       case Length::Long:
@@ -189,7 +193,7 @@ class Formatter {
   }
 #pragma GCC diagnostic pop
 
-  // Reserves a few characters more than needed: the rest of a format is usually short.
+  // Appends a text. Reserves a few more characters, because the rest of a format is usually short.
   void append(std::string_view piece) {
     if (piece.empty()) return;
     text_.reserveAdditional(piece.size() + SPARE);
@@ -198,14 +202,14 @@ class Formatter {
   }
 
   static constexpr std::size_t SPARE = 64;
-  // From this size on the collected characters are adopted, not copied.
+  // The minimum size of a text that adopts the collected characters instead of copying them.
   static constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 
   const char* at_;
   Arguments& arguments_;
-  std::string conversion_;  // the current conversion, from its % to its letter
+  std::string conversion_;  // The current conversion, from its % to its letter.
   ds::Vector<char> text_;
-  // The position of the first NUL; the largest number if there is none.
+  // The position of the first NUL. The maximum value if there is none.
   std::uint64_t end_ = std::numeric_limits<std::uint64_t>::max();
 };
 

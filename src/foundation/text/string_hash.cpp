@@ -1,7 +1,10 @@
-// The hash of a text: multiply and fold (the mixing step of wyhash, public domain), eight
-// characters per step, with a random key that is created once per process. Texts that collide in
-// one process do not collide in another, so nobody can write a file whose names all collide. Names
-// that differ in their last character only are an exception: at most about 190 of them can exist.
+// Computes the hash of a text. Each step multiplies and folds eight characters (the mixing step of
+// wyhash, public domain).
+//
+// The hash depends on a random key, which is created once per process. Texts that collide in one
+// process do not collide in another process. Therefore nobody can write a file whose names all
+// collide. Exception: names that differ only in their last character may collide, but at most about
+// 190 such names can exist.
 #include <chrono>
 #include <cstdint>
 
@@ -25,8 +28,8 @@ struct Key {
   std::uint64_t second;
 };
 
-// The key: the address of the program and its start time differ from run to run. The key is
-// computed once, so the function is not inlined.
+// Returns the random key. The address of the program and its start time differ from run to run. The
+// function is not inlined, because it is called only once.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif
@@ -46,7 +49,7 @@ const Key& key() noexcept {
   return drawn;
 }
 
-// Up to three characters as one number.
+// Returns up to three characters as one number.
 std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
   const auto byte = [at](std::size_t i) {
     return std::uint64_t{static_cast<unsigned char>(at[i])};
@@ -54,8 +57,8 @@ std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
   return length == 0 ? 0 : byte(0) << 16 | byte(length / 2) << 8 | byte(length - 1);
 }
 
-// Folds a text of up to 16 characters: its first and its last word, which may overlap. With the
-// length, which is in `a`, they determine the text.
+// Folds a text of up to 16 characters. It reads the first and the last word of the text, which may
+// overlap. Together with the length in `a`, these words determine the text.
 std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
                         std::uint64_t b) noexcept {
   if (length >= 8) {
@@ -69,8 +72,8 @@ std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
 
 }  // namespace
 
-// The high half is a hash of the whole text. The low half is a hash of the text without its last
-// character, with 4 bits of that character in the lowest bits.
+// Returns the hash of a text. The high half is a hash of the whole text. The low half is a hash of
+// the text without its last character. The lowest 4 bits are from the last character.
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
   if (text.empty()) return 1;

@@ -1,4 +1,4 @@
-// String's conversions to booleans, integers and reals; number_text.h has the syntax of numbers.
+// Converts Strings to booleans, integers and reals. number_text.h defines the syntax of numbers.
 #include <vsa/foundation/string.h>
 #include "foundation/base/white_space.h"
 #include "foundation/numbers/number_text.h"

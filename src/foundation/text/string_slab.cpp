@@ -36,7 +36,7 @@ String StringSlabs::copyOf(std::string_view text, std::uint64_t hash) {
   return String::filled(made, text, hash);
 }
 
-// Leaves the rest of the current slab unused.
+// Allocates a new slab. The unused bytes of the current slab stay unused.
 void StringSlabs::addSlab(std::uint32_t wanted) {
   constexpr std::uint32_t HEADER_BYTES = 8;
   static_assert(sizeof(detail::StringSlab) <= HEADER_BYTES);

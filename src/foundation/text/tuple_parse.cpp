@@ -10,7 +10,7 @@ namespace zn {
 
 namespace {
 
-// The next word of `text` at or after `at`; empty at the end.
+// Returns the next word of `text` at or after `at`. Returns an empty word at the end.
 std::string_view nextWord(std::string_view text, std::size_t& at) {
   while (at < text.size() && text[at] == ' ') ++at;
   const std::size_t start = at;
@@ -36,7 +36,8 @@ bool convertWords(std::string_view text, std::size_t count, double* out) {
 
 bool parseTuple(std::string_view text, std::size_t count, double* out) {
   if (count > MAX_COMPONENTS) return false;
-  // The fast path: most tuples are plain numbers separated by single blanks.
+  // The fast path for plain numbers that are separated by single blanks. Most tuples have this
+  // form.
   std::array<double, MAX_COMPONENTS> numbers;
   const NumberRun run =
       readNumberRun(text.data(), text.data() + text.size(), numbers.data(), count);

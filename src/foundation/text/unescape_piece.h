@@ -1,11 +1,11 @@
-// String::unescape in pieces, for texts that take long. Internal.
+// Unescapes a text in parts, for texts that take a long time. Internal.
 #pragma once
 
 namespace zn {
 
-/// Unescapes the text [at, end), up to `stop`, or to the end of an escape sequence that crosses
-/// `stop`. Advances `at` past the characters read. Writes the output to `to` and returns its end.
-/// The output is no longer than the characters read.
+/// Unescapes the text [at, end) up to `stop`. If an escape sequence crosses `stop`, continues to
+/// the end of the sequence. Advances `at` to the first character that was not read. Writes the
+/// output to `to` and returns its end. The output is never longer than the characters read.
 char* unescapePiece(const char*& at, const char* stop, const char* end, char* to) noexcept;
 
 }  // namespace zn
