@@ -1,6 +1,6 @@
 // Measures the time of vsa check relative to reading the same files: many small files, one big
-// file, and texts of mistakes. For the last, the time may grow only in proportion to the number of
-// mistakes.
+// file, and texts of mistakes. For the texts of mistakes, the time must be proportional to the
+// number of mistakes.
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 
@@ -27,10 +27,10 @@ namespace fs = std::filesystem;
 
 constexpr size_t SMALL_FILES = 2000;
 constexpr size_t MISTAKES = 100'000;
-// All of them take seconds, so more rounds would take minutes.
+// The maximum number of rounds for the texts of mistakes. One round takes several seconds.
 constexpr size_t MAX_MISTAKE_ROUNDS = 3;
 
-// Redirects standard output, to which the findings are printed, to the null device.
+// Redirects standard output to the null device. The findings are printed to standard output.
 class SilentOutput {
  public:
   SilentOutput() : kept_(::dup(STDOUT_FILENO)) { reopen("/dev/null"); }
@@ -52,7 +52,7 @@ class SilentOutput {
   int kept_;
 };
 
-// A typical small scene of about 7 KB: nodes, short tuples, two lists, references.
+// Returns a typical small scene of about 7 KB: nodes, short tuples, two lists and references.
 std::string smallScene(size_t number) {
   const std::string name = "box" + std::to_string(number);
   std::string text = "# version: 3\n# a box\n\ntransform root:\n  .children[*] = " + name + ";\n\n";
@@ -154,8 +154,8 @@ class CheckBench {
     fs::remove(path);
   }
 
-  // Two ratios: the time for all mistakes over ten times that for a tenth of them, and the time of
-  // a check that ends early over that for all.
+  // Adds two ratios. The first is the time for all mistakes over ten times the time for a tenth of
+  // them. The second is the time of a check that ends early over the time for all mistakes.
   void addMistakes() {
     const fs::path many = scratch_ / "many.vsa", few = scratch_ / "few.vsa";
     write(many, mistakes(MISTAKES));

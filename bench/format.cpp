@@ -1,5 +1,5 @@
-// Measures the elapsed time of vsa fmt relative to reading the same file, and its memory.
-// Formatting uses two threads, so a machine with a free processor for each gives lower figures.
+// Measures the elapsed time of vsa fmt relative to reading the same file, and its peak memory.
+// Formatting uses two threads, so the elapsed time is shorter if each thread has a processor.
 #include <sys/resource.h>
 #include <unistd.h>
 #include <CLI/CLI.hpp>
@@ -25,9 +25,11 @@ namespace {
 namespace fs = std::filesystem;
 using vsa_tools::FormatMode;
 
-constexpr size_t BYTES_PER_STATEMENT = 35;  // of small nodes
+// The average size of a statement in the texts of small nodes.
+constexpr size_t BYTES_PER_STATEMENT = 35;
 
-// Also checks that the file is read completely.
+// Returns the time of reading the file. Throws std::runtime_error if the file is not read
+// completely.
 double timeOfReading(const std::string& path) {
   std::optional<vsa::ReadResult> result;
   const double seconds = elapsed([&] { result = vsa::readFile(path.c_str()); });
@@ -42,7 +44,8 @@ double timeOfFormatting(const std::string& path, FormatMode mode) {
   return seconds;
 }
 
-// The peak memory of formatting alone: of a new process, as this one has read the file already.
+// Returns the peak memory of formatting in MB. Formats in a new process, because this process has
+// already read the file.
 double megabytesOfFormatting(const std::string& program, const std::string& path) {
   const std::string command = "\"" + program + "\" --format-once \"" + path + "\"";
   std::FILE* const pipe = ::popen(command.c_str(), "r");

@@ -1,6 +1,6 @@
 // Measures how the time of a read grows with its input. Each case is a text of n similar
-// statements, or of one statement of length n, read at n and at 4n. A linear reader takes four
-// times as long; the limit of five allows for cache misses.
+// statements, or of one statement of length n. It is read for n and for 4n. A linear reader takes
+// four times as long for 4n. The limit is five, to allow for cache misses.
 #include <malloc.h>
 
 #include <CLI/CLI.hpp>
@@ -20,12 +20,13 @@ using zn::korvo_sdk::Scene;
 
 struct Case {
   const char* name;
-  size_t size;  // n
+  size_t size;  // The size n.
   std::string (*make)(size_t n);
-  uint64_t (*count)(Scene& scene);  // n for the text of size n; null: not checked
+  // Returns n for the scene of a text of size n. Null if the scene is not checked.
+  uint64_t (*count)(Scene& scene);
 };
 
-// Joins the statements that `add` returns for each index below n.
+// Joins the statements that `add` returns for each index from 0 to n - 1.
 template <class Add>
 std::string repeated(size_t n, Add add) {
   std::string text;
@@ -191,8 +192,8 @@ int main(int argc, char** argv) try {
   app.add_option("--only", only, "Run the cases with TEXT in their name")->type_name("TEXT");
   app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
   CLI11_PARSE(app, argc, argv);
-  // The allocator keeps all memory, so only the first read causes page faults. Otherwise their
-  // number would depend on the size.
+  // Makes the allocator keep all memory, so that only the first read causes page faults. Otherwise
+  // the number of page faults would depend on the size of the text.
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, -1);
   bench::Report report;

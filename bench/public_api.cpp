@@ -1,5 +1,5 @@
-// Measures what the public API adds to the plain entry points: time and peak memory of the same
-// read, from memory and from a file.
+// Measures the cost of the public API relative to the plain entry points: the time and the peak
+// memory of the same read, from memory and from a file.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>
@@ -13,7 +13,7 @@
 namespace bench {
 namespace {
 
-// The limits for the public API relative to the plain entry point.
+// The limits of the public API relative to the plain entry point.
 constexpr double MAX_TIME = 1.03;
 constexpr double MAX_MEMORY = 1.02;
 

@@ -1,4 +1,5 @@
-// The libFuzzer program of one fuzzer. The build sets VSA_FUZZ_TARGET to a function of targets.h.
+// The libFuzzer program of one fuzzer. The build sets VSA_FUZZ_TARGET to the name of a function in
+// targets.h.
 #include <cstddef>
 #include <cstdint>
 

@@ -1,5 +1,5 @@
-// replay FILE_OR_FOLDER...: runs every saved input through every fuzzer, so that every build with
-// any compiler tests past findings. On a finding the process aborts. The last line of standard
+// replay FILE_OR_FOLDER...: runs every saved input through every fuzzer. Builds with any compiler
+// can therefore test all past findings. On a finding the process aborts. The last line of standard
 // output then contains the fuzzer and the input.
 #include <cstdio>
 #include <filesystem>

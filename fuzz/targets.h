@@ -1,9 +1,9 @@
-// The fuzzers. Each is a function that takes an input and aborts the process on a finding.
-// fuzz_main.cpp makes a libFuzzer program of one of them, replay_main.cpp runs saved inputs through
-// all of them.
+// The functions of the fuzzers. Each function takes an input and aborts the process on a finding.
+// fuzz_main.cpp is the libFuzzer program of one function. replay_main.cpp passes saved inputs to
+// all functions.
 //
-// Some fuzzers use the last byte of an input as settings, so every text is a valid input for every
-// fuzzer.
+// Some fuzzers use the last byte of an input as settings. Every text is therefore a valid input for
+// every fuzzer.
 #pragma once
 
 #include <string_view>
@@ -12,36 +12,37 @@ namespace vsa_fuzz {
 
 /// Reads a text from a String into a new scene.
 void readString(std::string_view input);
-/// Reads a text from a String and from a File: result, log and scene must be equal.
+/// Reads a text from a String and from a File. The results, logs and scenes must be equal.
 void stringAgainstFile(std::string_view input);
-/// Reads a text through the public API, from memory and from a source, and checks the result.
+/// Reads a text through the public API from memory and from a source. Checks the result.
 void publicApi(std::string_view input);
-/// Compares the reader's lexer with PlainLexer: tokens and positions must be equal.
+/// Compares the reader's lexer with PlainLexer. The tokens and their positions must be equal.
 void lexerAgainstPlain(std::string_view input);
-/// Compares number conversion, one number and lists, with the C library bit for bit.
+/// Compares the conversion of single numbers and of lists with the C library. The numbers must be
+/// equal bit for bit.
 void numbers(std::string_view input);
-/// Compares String::unescape with a second implementation.
+/// Compares String::unescape with a second implementation of it.
 void unescape(std::string_view input);
 /// Compares decompression with zlib.
 void decompress(std::string_view input);
-/// Compresses bytes, then decompresses them with our decoder and with zlib. A separate fuzzer
-/// because it is much slower than the others.
+/// Compresses bytes and decompresses the result with our decoder and with zlib. This is a separate
+/// fuzzer, because it is much slower than the fuzzer `decompress`.
 void compress(std::string_view input);
-/// Reads several texts into one scene and removes nodes between them.
+/// Reads several texts into one scene. Removes nodes between two texts.
 void severalTexts(std::string_view input);
-/// Reads a text, writes its scene and reads the result. Both scenes must be equal.
+/// Reads a text, writes its scene and reads the written text. Both scenes must be equal.
 void writeReadText(std::string_view input);
-/// Creates a scene through the public interface, writes it and reads the result. Both scenes must
-/// be equal.
+/// Creates a scene through the public interface, writes it and reads the written text. Both scenes
+/// must be equal.
 void writeMadeScene(std::string_view input);
-/// Formats a text as vsa fmt does: tokens and scene must stay the same.
+/// Formats a text like vsa fmt. The tokens and the scene must stay the same.
 void formatAndRead(std::string_view input);
-/// Compares, shows, extracts and renames the scenes of two texts as the commands do.
+/// Compares, prints, extracts and renames the scenes of two texts like the commands.
 void lookAtScenes(std::string_view input);
 
-/// Checks a text with all rules and renders what is found.
+/// Checks a text with all rules of vsa check, and renders the findings.
 void checkText(std::string_view input);
-/// Reads a configuration, a baseline and types of vsa check.
+/// Reads a configuration, a baseline and types like vsa check.
 void checkSettings(std::string_view input);
 
 }  // namespace vsa_fuzz

@@ -1,5 +1,5 @@
-// Replaces the allocation functions by ones that count and call glibc's allocator by its internal
-// names. The count is not atomic: reads use a single thread.
+// Replaces the allocation functions. The new functions count their calls and call glibc's allocator
+// by its internal names. The count is not atomic, because reads use a single thread.
 #include "bench/measure/allocation_count.h"
 
 namespace {

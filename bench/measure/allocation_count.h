@@ -1,12 +1,13 @@
-// Counts allocations. In a program that links allocation_count.cpp, all calls of the C allocation
-// functions are counted, including those by operator new.
+// Counts allocations. If a program links allocation_count.cpp, all calls of the C allocation
+// functions are counted, including the calls by operator new.
 #pragma once
 
 #include <cstddef>
 
 namespace bench {
 
-// The number of calls of malloc, calloc, realloc and aligned_alloc since the start of the program.
+// Returns the number of calls of malloc, calloc, realloc and aligned_alloc since the start of the
+// program.
 size_t allocationCount();
 
 }  // namespace bench

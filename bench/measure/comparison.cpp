@@ -1,4 +1,4 @@
-// The rounds of a comparison and their medians.
+// Runs the rounds of a comparison and computes the medians.
 #include "bench/measure/comparison.h"
 
 #include <time.h>
@@ -9,8 +9,8 @@
 namespace bench {
 namespace {
 
-// Repeats the read until ENOUGH_SECONDS have passed and returns the mean time. Does not count the
-// first read, because another candidate has left its data in the heap and the caches.
+// Repeats the work until ENOUGH_SECONDS have passed. Returns the mean time. Does not count the
+// first run, because another candidate has left its data in the heap and the caches.
 double meanSeconds(const Candidate& candidate) {
   constexpr double ENOUGH_SECONDS = 0.05;
   candidate.read();

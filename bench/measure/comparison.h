@@ -1,5 +1,6 @@
-// Comparisons of several implementations of the same work, run in turn, so that changes of the
-// machine's speed affect all of them. The result is the median time of each.
+// Compares several implementations of the same work. The implementations run in turn, so that
+// changes of the machine's speed affect all of them. The result is the median time of each
+// implementation.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,8 @@
 namespace bench {
 
 // Measures the processor time of this process, including all its threads and system calls. Other
-// processes affect it less than elapsed time. All files are in the page cache.
+// processes affect the processor time less than the elapsed time. All files must be in the page
+// cache.
 class Stopwatch {
  public:
   double seconds() const { return now() - start; }
@@ -21,15 +23,17 @@ class Stopwatch {
   double start = now();
 };
 
-// An implementation in a comparison. `read` does the whole work once and returns its seconds,
-// without the destruction of the result. Check the result before you create a Candidate.
+// An implementation in a comparison. `read` does the whole work once and returns its time in
+// seconds. The time does not include the destruction of the result. Check the result before you
+// create a Candidate.
 struct Candidate {
   std::string name;
   std::function<double()> read;
 };
 
-// The median seconds of each candidate, in the order of `candidates`. Within a round, short work is
-// repeated until the time is long enough to be measured. The result excludes a first warm-up round.
+// Returns the median time of each candidate in seconds, in the order of `candidates`. Within a
+// round, short work is repeated until the total time is long enough to be measured. The first round
+// is a warm-up and not part of the result.
 std::vector<double> compare(const std::vector<Candidate>& candidates, size_t rounds);
 
 double median(std::vector<double> values);

@@ -1,4 +1,4 @@
-// The elapsed time of a piece of work.
+// Measures the elapsed time of a function.
 #pragma once
 
 #include <chrono>
@@ -6,7 +6,7 @@
 
 namespace bench {
 
-/// The seconds that `work` takes.
+/// Returns the elapsed time of `work` in seconds.
 inline double elapsed(const std::function<void()>& work) {
   const auto start = std::chrono::steady_clock::now();
   work();

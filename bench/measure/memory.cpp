@@ -1,5 +1,6 @@
-// The program starts itself with PEAK_OPTION. The child process reads the text and prints the peak
-// of its resident memory (VmHWM) minus the resident memory before the read.
+// Measures the peak memory of a read. The program starts itself with PEAK_OPTION. The child process
+// reads the text and prints the peak of its resident memory (VmHWM) minus its resident memory
+// before the read.
 #include "bench/measure/memory.h"
 
 #include <malloc.h>
@@ -17,7 +18,7 @@ namespace {
 
 constexpr char PEAK_OPTION[] = "--peak-of-read";
 
-// A value of /proc/self/status, in bytes.
+// Returns a value of /proc/self/status in bytes.
 size_t statusLine(const char* name) {
   std::FILE* const file = std::fopen("/proc/self/status", "r");
   if (file == nullptr) throw std::runtime_error("cannot read /proc/self/status");
@@ -40,7 +41,7 @@ void resetPeak() {
   }
 }
 
-// The option for each route, in the order of Route.
+// The option for each Route, in the order of Route.
 constexpr const char* ROUTES[] = {"string", "file", "text", "path"};
 
 size_t measure(Route route, const char* path) {

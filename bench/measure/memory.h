@@ -1,5 +1,5 @@
-// The peak memory of a read. It is measured in a new process, because a read after another one
-// reuses memory that the process already has.
+// Measures the peak memory of a read. Each measurement runs in a new process, because a second read
+// would reuse the memory of the first.
 #pragma once
 
 #include <cstddef>
@@ -9,12 +9,13 @@
 
 namespace bench {
 
-// The peak growth of resident memory in bytes while the file is read, including the scene. With
-// Route::String and Route::Text the text is loaded before and does not count. Starts this program
-// as a child process, so main must call handlePeakRequest first. Linux only.
+// Returns the peak growth of resident memory in bytes during the read of the file, including the
+// scene. With Route::String and Route::Text, the text is loaded before the measurement and does not
+// count. Starts this program as a child process, so main must call handlePeakRequest first. Works
+// on Linux only.
 size_t peakOfRead(const std::string& path, Route route);
 
-// If peakOfRead started this process: measures, prints the result and returns true.
+// Measures and prints the result if peakOfRead started this process. Returns whether it did.
 bool handlePeakRequest(int argc, char** argv);
 
 }  // namespace bench

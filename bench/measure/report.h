@@ -1,4 +1,4 @@
-// The table of results: the aim, the limit and the measured value of each row.
+// The table of results. Each row has an aim, a limit and a measured value.
 #pragma once
 
 #include <string>
@@ -6,11 +6,11 @@
 
 namespace bench {
 
-// One value of a row.
+// One measured value of a row, with its aim and limit.
 struct Figure {
   double measured;
   double aim;
-  double mustHold;  // the limit
+  double mustHold;  // The limit.
 };
 
 enum class Better { Low, High };
@@ -18,17 +18,19 @@ enum class Better { Low, High };
 struct Row {
   std::string what;
   Better better;
-  std::string unit;  // printed after each number; empty for a ratio
+  // The unit, which is printed after each number. Empty for a ratio.
+  std::string unit;
   std::vector<Figure> figures;
 };
 
-// The time of one candidate, printed below the table.
+// The time of one candidate. It is printed below the table.
 struct Detail {
   std::string scene;
   std::string reader;
   double milliseconds;
   double perSecond;
-  std::string what;  // what perSecond counts: "MB", "M numbers", "k statements"
+  // The unit of `perSecond`, such as "MB", "M numbers" or "k statements".
+  std::string what;
 };
 
 struct Report {
@@ -37,16 +39,16 @@ struct Report {
   std::vector<Detail> details;
 };
 
-// "OK" if every figure reaches its aim, "below aim" if every figure is within its limit, otherwise
-// "MISSED".
+// Returns "OK" if every figure reaches its aim, "below aim" if every figure is within its limit,
+// and otherwise "MISSED".
 const char* verdict(const Row& row);
 
 void printTable(const Report& report);
 
-// Throws std::runtime_error if the file cannot be written.
+// Writes the report to the file at `path`. Throws std::runtime_error if the file cannot be written.
 void writeJson(const Report& report, const std::string& path);
 
-// The name of the processor and the number of processors.
+// Returns the name of the processor and the number of processors.
 std::string machineName();
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// The scene finds the node of the last declaration only. The node finds no input, so each
-// assignment creates one, as in a text that assigns each input once.
+// A scene without operations. It finds only the node of the last declaration. The node finds no
+// input, so each assignment creates an input. In most texts, each input is also assigned only once.
 #include "bench/ours/null_scene.h"
 
 #include <cstdlib>

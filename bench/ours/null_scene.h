@@ -1,4 +1,4 @@
-// NullScene: a host's scene whose functions do nothing, to measure the time of the reader alone.
+// A host's scene whose functions do nothing. It measures the time of the reader alone.
 #pragma once
 
 #include <string>
@@ -8,8 +8,8 @@
 
 namespace bench {
 
-// A candidate that reads the text into a scene that stores nothing. It checks how many values a
-// first read assigned.
+// Returns a candidate that reads the text into a scene that stores nothing. Reads the text once
+// first, and checks how many values the read assigned.
 Candidate nullSceneReader(const Text& vsa);
 
 }  // namespace bench

@@ -1,4 +1,4 @@
-// Reads of whole texts, and the values of the scenes that they build.
+// Reads whole texts and checks the values of the scenes.
 #include "bench/ours/our_reader.h"
 
 #include <bit>

@@ -1,4 +1,4 @@
-// The writer as the benchmarks call it.
+// Calls the writer for the benchmarks.
 #pragma once
 
 #include <memory>
@@ -10,24 +10,26 @@
 
 namespace bench {
 
-/// The scene of a text.
+/// Returns the scene of a text.
 std::shared_ptr<zn::korvo_sdk::Scene> sceneOf(const Text& vsa);
 
-/// A scene with the numbers as buffers of LIST_LENGTH floats, and of doubles.
+/// These functions return a scene with the numbers in buffers of LIST_LENGTH elements.
 std::shared_ptr<zn::korvo_sdk::Scene> floatScene(const std::vector<float>& numbers);
 std::shared_ptr<zn::korvo_sdk::Scene> doubleScene(const std::vector<double>& numbers);
 
-// Candidates that write the whole scene: to a sink that counts the bytes, and into a string. They
-// read a first result back to check it.
+// These functions return candidates that write the whole scene: sinkWriter to a sink that counts
+// the bytes, textWriter to a string. Each function writes once first, reads the text and checks the
+// scene.
 Candidate sinkWriter(const char* name, std::shared_ptr<zn::korvo_sdk::Scene> scene);
 Candidate textWriter(const char* name, std::shared_ptr<zn::korvo_sdk::Scene> scene);
 
-/// Our encoder of zlib streams. The bytes must outlive the candidate.
+/// Returns a candidate that compresses with our encoder of zlib streams. The bytes must outlive the
+/// candidate.
 Candidate ourDeflate(const std::string& bytes);
-/// The size of the stream that ourDeflate creates.
+/// Returns the size of the stream that ourDeflate creates.
 std::size_t ourDeflatedSize(const std::string& bytes);
 
-/// The numbers of a list.
+/// These functions convert the list to numbers.
 std::vector<float> floatsOf(const NumberList& numbers);
 std::vector<double> doublesOf(const NumberList& numbers);
 

@@ -1,4 +1,4 @@
-// Coin reading Open Inventor ASCII from memory.
+// The candidate of Coin. It reads Open Inventor ASCII from memory.
 #include <Inventor/SoDB.h>
 #include <Inventor/SoInput.h>
 #include <Inventor/nodes/SoSeparator.h>

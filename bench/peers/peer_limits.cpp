@@ -1,4 +1,5 @@
-// Loops that only convert numbers, the inflate libraries, and a copy of the text.
+// Candidates that do a part of the work: loops that only convert numbers, the inflate libraries,
+// and a copy of the text.
 #include <fast_float/fast_float.h>
 #include <libdeflate.h>
 #include <zlib.h>
@@ -16,7 +17,7 @@
 namespace bench {
 namespace {
 
-// Converts the whole list and returns the count of numbers.
+// Converts the whole list. Returns the number of converted numbers.
 template <class Number, class Convert>
 size_t convertList(const std::string& digits, Number* out, Convert convert) {
   const char* at = digits.data();
@@ -42,7 +43,7 @@ Candidate numberLoop(const char* name, const NumberList& numbers, Convert conver
           }};
 }
 
-// The end of the number, or null for an error.
+// Returns the end of the number, or null for an error.
 template <class Result>
 const char* endOrNull(const Result& result) {
   return result.ec == std::errc() ? result.ptr : nullptr;

@@ -1,4 +1,4 @@
-// tinyobjloader reading the meshes as Wavefront OBJ.
+// The candidate of tinyobjloader. It reads the meshes as Wavefront OBJ.
 #include <tiny_obj_loader.h>
 
 #include <stdexcept>

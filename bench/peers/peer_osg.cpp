@@ -1,4 +1,4 @@
-// OpenSceneGraph reading its text format with osgDB, including links by UniqueID.
+// The candidate of OpenSceneGraph. It reads the text format of osgDB, including links by UniqueID.
 #include <osg/Geometry>
 #include <osg/Group>
 #include <osg/UserDataContainer>

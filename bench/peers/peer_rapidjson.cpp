@@ -1,4 +1,4 @@
-// The DOM of RapidJSON, with copied strings.
+// The candidate of RapidJSON. It reads JSON into a DOM with copied strings.
 #include <rapidjson/document.h>
 
 #include <stdexcept>

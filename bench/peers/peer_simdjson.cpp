@@ -1,5 +1,5 @@
-// simdjson On-Demand, which fills a scene as a host needs it: nodes with type and name, inputs with
-// name and typed value, buffers as vectors of their component type.
+// The candidate of simdjson On-Demand. It fills a scene that a host could use: nodes with type and
+// name, inputs with name and typed value, and buffers as vectors of their component type.
 #include <simdjson.h>
 
 #include <memory>

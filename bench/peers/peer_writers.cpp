@@ -1,4 +1,4 @@
-// The writers of other libraries, for comparison.
+// The candidates that write with other libraries.
 #include <rapidjson/stringbuffer.h>
 #include <rapidjson/writer.h>
 #include <zlib.h>

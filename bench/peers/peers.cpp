@@ -1,5 +1,5 @@
-// Compares the reader with other readers. All read the same scenes, each in its own format,
-// alternately. Prints a table of ratios with their aims and limits.
+// Compares the reader with other readers. All readers read the same scenes in turn, each in its own
+// format. Prints a table of ratios with their aims and limits.
 #include "bench/peers/peers.h"
 
 #include <CLI/CLI.hpp>
@@ -28,17 +28,17 @@ struct Options {
   size_t rounds = 7;
   std::string json;
   std::string scratch = "/tmp";
-  std::vector<std::string> only;  // names of comparisons; empty for all
+  std::vector<std::string> only;  // The names of the comparisons to run. Empty for all.
 };
 
-// The text that the candidates of a comparison read: its name and its size in the report.
+// The work of a comparison: its name, and its size in the report.
 struct Work {
   std::string name;
   double amount;
   const char* unit;
 };
 
-// The median seconds of the candidates of a comparison, in their order.
+// The median time of each candidate of a comparison in seconds.
 using Seconds = std::vector<double>;
 
 class PeerComparison {
@@ -102,7 +102,8 @@ class PeerComparison {
     report.rows.push_back({std::move(what), better, std::move(unit), std::move(figures)});
   }
 
-  // Candidate 0 reads from a String, candidate 1 from a File.
+  // Stores the ratio of the file time to the string time. Candidate 0 must read from a String, and
+  // candidate 1 from a File.
   void noteFileTime(const Seconds& seconds) {
     fileOverString = std::max(fileOverString, seconds[1] / seconds[0]);
   }
@@ -140,7 +141,8 @@ class PeerComparison {
     return static_cast<double>(text.expected.statements) / 1e3;
   }
 
-  // Without Coin for a million nodes, because it takes half a minute.
+  // Compares the readers for small nodes. `withCoin` is false for a million nodes, because Coin
+  // then takes half a minute.
   Seconds compareNodesOfSize(const char* name, size_t statements, bool withCoin) {
     const Text vsa = vsaOnFile(nodes, statements);
     const Text json = nodes(statements, Format::Json), osgt = nodes(statements, Format::Osgt);
@@ -292,7 +294,7 @@ class PeerComparison {
 
   Options options;
   Report report;
-  double fileOverString = 0;  // the maximum over all scenes
+  double fileOverString = 0;  // The maximum ratio over all scenes.
 };
 
 }  // namespace

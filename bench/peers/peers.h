@@ -1,5 +1,6 @@
-// The readers and loops with which the reader is compared. Each function reads once, checks the
-// result, and returns a candidate. The texts must outlive the candidates.
+// The readers, writers and loops with which the reader and the writer are compared. Each function
+// returns a candidate. Most functions first run the work once and check the result. The arguments
+// must outlive the candidates.
 #pragma once
 
 #include <string>
@@ -10,48 +11,52 @@
 
 namespace bench {
 
-// simdjson On-Demand, which fills a scene of names, inputs, values and vectors of numbers. The
-// parser is reused for all reads, as its documentation recommends.
+// Returns the candidate of simdjson On-Demand. It fills a scene of names, inputs, values and
+// vectors of numbers. All reads use the same parser, as the documentation of simdjson recommends.
 Candidate simdjsonReader(const Text& compactJson);
 
-// The DOM of RapidJSON, for both formats of JSON.
+// Returns the candidate of RapidJSON. It reads either format of JSON into a DOM.
 Candidate rapidjsonReader(const Text& json, const char* name = "RapidJSON DOM");
 
-// The .osgt reader of osgDB. Writes the text to a file at `path` first.
+// Returns the candidate of osgDB's .osgt reader. Writes the text to a file at `path` first.
 Candidate osgReader(const Text& osgt, const std::string& path);
 
-// Coin's SoDB::readAll, from memory.
+// Returns the candidate of Coin. It calls SoDB::readAll for a text in memory.
 Candidate coinReader(const Text& iv);
 
-// tinyobj::LoadObj. Writes the text to a file at `path` first.
+// Returns the candidate of tinyobjloader. It calls tinyobj::LoadObj. Writes the text to a file at
+// `path` first.
 Candidate objReader(const Text& obj, const std::string& path);
 
-// Loops that only convert numbers separated by blanks, into allocated memory.
+// These functions return candidates that only convert numbers that are separated by blanks. The
+// memory is already allocated.
 Candidate standardFloatLoop(const NumberList& numbers);
 Candidate fastFloatLoop(const NumberList& numbers);
 Candidate standardIntLoop(const NumberList& numbers);
 
-// Decompression of a zlib stream to `bytes`. The time includes the allocation.
+// These functions return candidates that decompress a zlib stream to `bytes`. The time includes the
+// allocation.
 Candidate zlibInflate(const std::string& stream, const std::string& bytes);
 Candidate libdeflateInflate(const std::string& stream, const std::string& bytes);
 
-// Loops that only print numbers, each followed by a blank or a comma, into memory that is already
-// allocated.
+// These functions return candidates that only print numbers, each followed by a blank or a comma.
+// The memory is already allocated.
 Candidate toCharsWriter(const std::vector<float>& numbers);
 Candidate toCharsWriter(const std::vector<double>& numbers);
 Candidate rapidjsonWriter(const std::vector<float>& numbers);
 Candidate rapidjsonWriter(const std::vector<double>& numbers);
 
-// The .osgt writer of osgDB, into a string stream. Writes the text to a file at `path` first.
+// Returns the candidate of osgDB's .osgt writer. It writes to a string stream. Writes the text to a
+// file at `path` first.
 Candidate osgWriter(const Text& osgt, const std::string& path);
 
-// Compression of the bytes by zlib at its default level.
+// Returns a candidate that compresses the bytes with zlib at its default level.
 Candidate zlibDeflate(const std::string& bytes);
 
-// A copy of the text into new memory.
+// Returns a candidate that copies the text to new memory.
 Candidate copyLoop(const std::string& text);
 
-// Replaces the file at `path`.
+// Writes `content` to the file at `path` and replaces an existing file.
 void writeFile(const std::string& path, const std::string& content);
 
 }  // namespace bench

@@ -1,4 +1,4 @@
-// The random numbers of the generators. A seed gives the same numbers on every platform. The
+// Random numbers for the generators. The same seed gives the same numbers on every platform. The
 // distributions of the standard library are not used, because their results differ between
 // implementations.
 #pragma once
@@ -8,7 +8,7 @@
 
 namespace bench {
 
-// SplitMix64 (Steele, Lea, Flood, 2014).
+// The generator SplitMix64 (Steele, Lea, Flood, 2014).
 class Random {
  public:
   explicit Random(uint64_t seed) : state(seed) {}
@@ -21,16 +21,16 @@ class Random {
     return z ^ (z >> 31);
   }
 
-  // A number from 0 to bound - 1; bound must not be 0.
+  // Returns a number from 0 to bound - 1. `bound` must not be 0.
   size_t below(size_t bound) { return static_cast<size_t>(next() % bound); }
 
-  // A number from first to last, inclusive.
+  // Returns a number from first to last, inclusive.
   size_t between(size_t first, size_t last) { return first + below(last - first + 1); }
 
-  // A real from 0 up to, but excluding, 1.
+  // Returns a real from 0, inclusive, to 1, exclusive.
   double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; }
 
-  // A real from low up to high.
+  // Returns a real from low to high.
   double real(double low, double high) { return low + unit() * (high - low); }
 
  private:

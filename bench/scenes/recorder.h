@@ -1,4 +1,5 @@
-// Recorder: calls the writer of a generated scene and counts what a reader must find in it.
+// Recorder: writes a generated scene with a SceneWriter, and counts the values that a reader must
+// find in it.
 #pragma once
 
 #include <algorithm>
@@ -20,18 +21,19 @@ Number numberFrom(std::string_view digits) {
   return value;
 }
 
-// The name of the node with that index.
+// Returns the name of the node with that index.
 inline std::string numbered(const char* stem, size_t index) {
   char name[64];
   std::snprintf(name, sizeof name, "%s_%06zu", stem, index);
   return name;
 }
 
-// Calls the writer and updates the expected values.
+// Each function calls the same function of the writer and updates the expected values.
 class Recorder {
  public:
   explicit Recorder(Format format) : writer(makeWriter(format)) {
-    if (format == Format::Vsa) comments(2);  // version and time
+    // The VSA writer starts with the version and the time.
+    if (format == Format::Vsa) comments(2);
   }
 
   void comment(std::string_view text) {
@@ -116,8 +118,8 @@ class Recorder {
 
   Text finish() { return {writer->finish(), expected}; }
 
-  // Characters of all numbers so far. The generators use it as the size of a scene, so that all
-  // formats get the same scene.
+  // The number of characters in all number lists so far. The generators use it as the size of a
+  // scene, so that every format gets the same scene.
   size_t listCharacters = 0;
 
  private:

@@ -1,4 +1,4 @@
-// The selection of a writer, and functions that the writers share.
+// Selects a writer, and defines functions that the writers share.
 #include "bench/scenes/scene_writer.h"
 
 #include <algorithm>

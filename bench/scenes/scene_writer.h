@@ -1,5 +1,5 @@
 // Writers of generated scenes, one for each format that a peer reads. The generators pass numbers
-// as digits, not as values, so that every format contains the same digits.
+// as digits and not as values, so that every format contains the same digits.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,16 @@ namespace bench {
 
 enum class Format {
   Vsa,
-  Json,         // RapidJSON; the format of `vsa dump`, every input with its type
-  CompactJson,  // simdjson, RapidJSON; without types that JSON distinguishes itself
-  Osgt,         // OpenSceneGraph
-  Iv,           // Coin
-  Obj           // tinyobjloader; meshes only
+  // The format of `vsa dump`, which contains the type of every input. For RapidJSON.
+  Json,
+  // JSON without the types that JSON itself distinguishes. For simdjson and RapidJSON.
+  CompactJson,
+  Osgt,  // For OpenSceneGraph.
+  Iv,    // For Coin.
+  Obj    // For tinyobjloader. Contains only meshes.
 };
 
-// Numbers as text, separated by single blanks.
+// A list of numbers as text. Single blanks separate the numbers.
 struct NumberList {
   std::string digits;
   size_t componentCount = 0;
@@ -29,30 +31,32 @@ class SceneWriter {
  public:
   virtual ~SceneWriter() = default;
 
-  // Writes a comment of one line between nodes. `text` has no comment mark.
+  // Writes a comment of one line between nodes. `text` must not contain the comment mark.
   virtual void comment(std::string_view text) = 0;
 
-  // Starts a node. The following inputs belong to it, up to endNode.
+  // Starts a node. All inputs up to endNode belong to it.
   virtual void beginNode(std::string_view type, std::string_view name) = 0;
   virtual void endNode() = 0;
 
   virtual void boolean(std::string_view input, bool value) = 0;
   virtual void integer(std::string_view input, int64_t value) = 0;
 
-  // `digits` has a decimal point.
+  // Writes a real. `digits` must contain a decimal point.
   virtual void real(std::string_view input, std::string_view digits) = 0;
 
-  // `text` is UTF-8 without escapes; the writer adds them.
+  // Writes a string. `text` is UTF-8 without escape sequences. The writer adds the escape
+  // sequences.
   virtual void string(std::string_view input, std::string_view text) = 0;
 
-  // `keyword` is a VSA type such as vec3 or rgba, `digits` are as in NumberList.
+  // Writes a tuple. `keyword` is a VSA type such as vec3 or rgba. `digits` has the form of
+  // NumberList::digits.
   virtual void tuple(std::string_view input, std::string_view keyword, std::string_view digits) = 0;
 
-  // `keyword` is the VSA element type; an element has `width` components.
+  // Writes a buffer. `keyword` is the VSA element type. An element has `width` components.
   virtual void buffer(std::string_view input, std::string_view keyword, size_t width,
                       const NumberList& numbers) = 0;
 
-  // Writes a buffer of `elementCount` elements as a zlib stream of its bytes.
+  // Writes a buffer of `elementCount` elements. `stream` is the zlib stream of its bytes.
   virtual void compressed(std::string_view input, std::string_view keyword, size_t elementCount,
                           std::string_view stream) = 0;
 
@@ -66,7 +70,7 @@ class SceneWriter {
 
 std::unique_ptr<SceneWriter> makeWriter(Format format);
 
-// The writers of the formats; makeWriter selects one.
+// These functions create the writers of the formats. makeWriter calls one of them.
 std::unique_ptr<SceneWriter> makeVsaWriter();
 std::unique_ptr<SceneWriter> makeJsonWriter();
 std::unique_ptr<SceneWriter> makeCompactJsonWriter();
@@ -74,20 +78,21 @@ std::unique_ptr<SceneWriter> makeOsgtWriter();
 std::unique_ptr<SceneWriter> makeIvWriter();
 std::unique_ptr<SceneWriter> makeObjWriter();
 
-// Appends the parts.
+// Appends the parts to `to`.
 void append(std::string& to, std::initializer_list<std::string_view> parts);
 
-// Appends the text in double quotes with the escapes of JSON, which VSA shares for the generated
-// texts.
+// Appends the text in double quotes with the escape sequences of JSON. For the generated texts,
+// they are also escape sequences of VSA.
 void appendJsonString(std::string& to, std::string_view text);
 
 // Appends the numbers as a JSON array.
 void appendJsonArray(std::string& to, std::string_view digits);
 
-// The digit in the name of a vector type with as many components as the tuple: "3" for pos3.
+// Returns the digit in the name of a vector type with as many components as the tuple. For example,
+// returns "3" for pos3.
 std::string_view vectorSize(std::string_view keyword);
 
-// The text in double quotes, with a backslash before quotes and backslashes.
+// Returns the text in double quotes. Inserts a backslash before each quote and backslash.
 std::string quoted(std::string_view text);
 
 // Calls use(number, index) for every number of a list.

@@ -1,4 +1,4 @@
-// The generators of small statements: nodes, links and strings.
+// Generates small statements: nodes, links and strings.
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -23,7 +23,7 @@ std::string fixed(double value, int decimals) {
   return digits;
 }
 
-// The inputs of a node type.
+// The types of the inputs of the generated nodes.
 enum class Kind { Bool, Int, Real, Name, Path, Vec2, Vec3, Pos3, Quat, Rgba };
 
 struct InputRow {
@@ -139,8 +139,8 @@ void addInputs(Recorder& scene, const NodeRow& row, Random& random) {
   for (const InputRow& input : row.inputs) addInput(scene, input, random);
 }
 
-// The type of a node of `mixed`. It depends only on the index of the node, so that the name of a
-// later node is known when a link to it is written.
+// Returns the row of a node of `mixed`. The row depends only on the index of the node. A link to a
+// later node can therefore be written before the node.
 const NodeRow& rowOf(size_t index) {
   return NODE_ROWS[index % std::size(NODE_ROWS)];
 }
@@ -149,7 +149,7 @@ std::string nameAt(size_t index) {
   return numbered(rowOf(index).type, index);
 }
 
-// A path with backslashes, which every format escapes.
+// Returns a path with backslashes. Every format requires escape sequences for them.
 std::string filePath(Random& random) {
   std::string path = std::string("D:/projects/") + word(random) + "/" + imagePath(random);
   std::replace(path.begin(), path.end(), '/', '\\');

@@ -1,4 +1,4 @@
-// The generators of numbers: meshes, lists and images.
+// Generates numbers: meshes, lists and images.
 #include "bench/scenes/text_generator.h"
 
 #include <zlib.h>
@@ -18,9 +18,9 @@ struct Vec3 {
   double x, y, z;
 };
 
-// A float as exporters print it, with 6 to 9 significant digits and without trailing zeros. The
-// number of digits is random for each number, as in real scenes: constant lengths would favour a
-// reader that predicts them.
+// Appends a float in the form that exporters print: with 6 to 9 significant digits and without
+// zeros at the end. The number of digits is random for each number, as in real scenes. A constant
+// number of digits would be an advantage for a reader that predicts it.
 void appendFloat(NumberList& list, double value, Random& random) {
   char digits[64];
   const auto end =
@@ -39,7 +39,7 @@ Vec3 normalized(Vec3 v) {
   return {v.x / length, v.y / length, v.z / length};
 }
 
-// A curved surface of columns by rows of vertices with a random place and rotation.
+// A curved surface with columns by rows of vertices. Its place and rotation are random.
 struct Mesh {
   NumberList points, normals, uvs, indices;
 };
@@ -135,7 +135,8 @@ Text listScene(size_t count, uint64_t seed, void (*add)(Recorder&, size_t, Rando
 }  // namespace
 
 Text geo(size_t bytes, Format format, uint64_t seed) {
-  constexpr size_t CHARACTERS_PER_VERTEX = 95;  // of VSA text, approximately
+  // The approximate number of characters of VSA text.
+  constexpr size_t CHARACTERS_PER_VERTEX = 95;
   Recorder scene(format);
   Random random(seed);
   for (size_t mesh = 0; scene.listCharacters < bytes; ++mesh) {

@@ -1,5 +1,5 @@
-// The stages of vsa fmt, in bytes of text per second: tokens, layout, and the read before them:
-// format/tokens/geo, format/layout/geo, format/read/geo.
+// Measures the stages of vsa fmt in bytes of text per second: tokens, layout, and the read before
+// them. Row names: format/tokens/geo, format/layout/geo, format/read/geo.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -1,5 +1,5 @@
-// The stages of a read: lexing, number conversion, buffer literals, the hash map, link resolution,
-// inflate. The result of a stage is checked before it is timed.
+// Measures the stages of a read: lexing, number conversion, buffer literals, the hash map, link
+// resolution and inflate. Each benchmark checks the result of its stage.
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>
@@ -80,7 +80,7 @@ BENCHMARK(lexNodes)->Name("lexer/nodes")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexLinks)->Name("lexer/links")->Unit(benchmark::kMillisecond);
 BENCHMARK(lexStrings)->Name("lexer/text")->Unit(benchmark::kMillisecond);
 
-// Number conversion: single numbers, as for scalars and tuples, and whole lists.
+// Number conversion: single numbers, as in scalars and tuples, and whole lists.
 
 constexpr size_t NUMBER_COUNT = 500'000;
 
@@ -137,7 +137,7 @@ BENCHMARK_CAPTURE(convertNumbers, fs, convertRun<float>)->Name("number_list/floa
 BENCHMARK_CAPTURE(convertNumbers, ds, convertRun<double>)->Name("number_list/double");
 BENCHMARK_CAPTURE(convertNumbers, is, convertRun<int>)->Name("number_list/int32");
 
-// Buffer literals: texts that contain little else.
+// Buffer literals: the texts contain almost only lists.
 
 void readLiteral(benchmark::State& state, const Text& vsa) {
   const Candidate reader = stringReader(vsa);
@@ -155,7 +155,7 @@ void intLiteral(benchmark::State& state) {
 BENCHMARK(floatLiteral)->Name("buffer_literal/float")->UseManualTime();
 BENCHMARK(intLiteral)->Name("buffer_literal/int32")->UseManualTime();
 
-// The hash map: inserts all names, then looks all of them up.
+// The hash map: inserts all names and then looks up all names.
 
 void useHashMap(benchmark::State& state) {
   const auto count = static_cast<size_t>(state.range(0));
@@ -173,7 +173,7 @@ void useHashMap(benchmark::State& state) {
 }
 BENCHMARK(useHashMap)->Name("hash_map")->RangeMultiplier(10)->Range(100, 100'000);
 
-// Link resolution: a scene, and the pending links that a read of its text creates.
+// Link resolution: the pending links are the same as after a read of the text.
 
 struct LinkedScene {
   Scene scene;

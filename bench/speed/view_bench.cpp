@@ -1,5 +1,5 @@
 // Compares access to a scene through views with access through pointers of the plain interface.
-// Both must give the same sum.
+// Both must compute the same sum.
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>

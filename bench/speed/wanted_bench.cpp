@@ -1,5 +1,6 @@
-// Readings that keep some nodes only, chosen by name: read/wanted/10 and read/wanted/10000 names of
-// 100,000 nodes. Names are found by their hash: the time does not grow with their number.
+// Measures reads that keep only the nodes with given names: 10 names or 10,000 names, in a text
+// with 100,000 nodes. Row names: read/wanted/10 and read/wanted/10000. The reader finds the names
+// by their hash, so the time must not grow with the number of names.
 #include <benchmark/benchmark.h>
 
 #include <stdexcept>
@@ -12,7 +13,8 @@
 namespace bench {
 namespace {
 
-// The first names are names of nodes in the text. No node has the other names.
+// Returns `count` names. The first 10 names are names of nodes in the text. No node has one of the
+// other names.
 std::vector<std::string> wantedNames(const std::string& text, std::size_t count) {
   std::vector<std::string> names;
   const vsa::ReadResult whole = vsa::readText(text);

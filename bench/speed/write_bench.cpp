@@ -1,4 +1,5 @@
-// Writing: lists of numbers, single numbers, nodes, and the encoder of compressed buffers.
+// Measures writing: lists of numbers, single numbers, nodes, links, and the encoder of compressed
+// buffers.
 #include <benchmark/benchmark.h>
 
 #include <memory>

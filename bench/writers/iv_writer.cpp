@@ -1,8 +1,8 @@
-// Open Inventor 2.1 ASCII, for Coin. A mesh becomes an indexed face set, a node with scalar inputs
-// a node that declares its own fields, a node with links a group.
+// Writes Open Inventor 2.1 ASCII, for Coin. A mesh becomes an indexed face set. A node with scalar
+// inputs becomes a node that declares its own fields. A node with links becomes a group.
 //
 // A name must be defined before it is used. Links refer to later nodes, so the nodes are written in
-// reverse order. A reference and a connection both become a child with USE.
+// reverse order. Both a reference and a connection become a child with USE.
 #include <vector>
 
 #include "bench/scenes/scene_writer.h"

@@ -1,4 +1,4 @@
-// JSON in the format of `vsa dump`:
+// Writes JSON in the format of `vsa dump`:
 //   {"fileVersion":3,"fileComments":["..."],"nodes":[{"type":"mesh","name":"m1","inputs":[
 //     {"name":"tint","type":"Rgba","value":[1,0,0,1]},{"name":"material","type":"Node",
 //     "value":"mat1"},{"name":"color","type":"Null","value":null,"connection":"tex1.out"}]}]}
@@ -78,7 +78,7 @@ class JsonWriter : public SceneWriter {
   }
 
  private:
-  // The display name of a keyword: "Vec3f" for "vec3f".
+  // Returns the display name of a keyword, such as "Vec3f" for "vec3f".
   static std::string typeName(std::string_view keyword) {
     std::string name(keyword);
     name[0] = static_cast<char>(name[0] - 'a' + 'A');

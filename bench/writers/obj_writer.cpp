@@ -1,5 +1,5 @@
-// The meshes of a scene as Wavefront OBJ: v, vn, vt and triangles. The format cannot express
-// anything else.
+// Writes the meshes of a scene as Wavefront OBJ: v, vn, vt and triangles. The format has no other
+// nodes.
 #include "bench/scenes/scene_writer.h"
 
 namespace bench {
@@ -14,7 +14,7 @@ class ObjWriter : public SceneWriter {
     vertexCount = 0;
   }
 
-  // Indices count all vertices of the file from 1.
+  // Counts the vertices of the file. Indices in the file count all its vertices from 1.
   void endNode() override { firstVertex += vertexCount; }
 
   void buffer(std::string_view input, std::string_view, size_t width,

@@ -1,9 +1,9 @@
-// .osgt, the text format of OpenSceneGraph, as osgDB writes it. A mesh becomes a Geometry, any
-// other node a Group with its inputs as value objects. The format has no comments.
+// Writes .osgt, the text format of OpenSceneGraph, in the form of osgDB. A mesh becomes a Geometry.
+// Any other node becomes a Group with its inputs as value objects. The format has no comments.
 //
 // An object must be defined before its UniqueID is used. Links refer to later nodes, so the nodes
-// are written in reverse order. A reference and a connection both become a child, the only link
-// between nodes in this format.
+// are written in reverse order. Both a reference and a connection become a child, which is the only
+// link between nodes in this format.
 #include <unordered_map>
 #include <vector>
 

@@ -1,5 +1,6 @@
-// VSA text in the layouts of several exporters: statements with the name of their node or after a
-// declaration that ends in ":"; lists on one line, on several lines, and with commas.
+// Writes VSA text in the layouts of several exporters. Paths begin with the name of their node, or
+// with "." after a declaration that ends in ":". Lists are on one line, on several lines, or
+// contain commas.
 #include "bench/scenes/scene_writer.h"
 #include "tools/scene_text/printable_text.h"
 
@@ -89,7 +90,8 @@ class VsaWriter : public SceneWriter {
     append(out, {" = ", keyword, "[", std::to_string(elementCount), "] {"});
   }
 
-  // Appends elements in lines of about 12 numbers, with `separator` between them.
+  // Appends elements in lines of about 12 numbers. `separator` follows each element except the
+  // last.
   void list(std::string_view digits, size_t width, std::string_view separator) {
     const size_t perLine = 12 / width * width;
     eachNumber(digits, [&](std::string_view number, size_t index) {

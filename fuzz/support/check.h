@@ -1,4 +1,4 @@
-// Checks of the fuzzers. A failed check prints a message and aborts the process.
+// The checks of the fuzzers. A failed check prints a message and aborts the process.
 #pragma once
 
 #include <cstdio>
@@ -15,14 +15,14 @@ namespace vsa_fuzz {
   std::abort();
 }
 
-/// Fails unless both are equal. `about` is the name of the compared result.
+/// Fails if the two texts differ. `about` names the compared result in the message.
 inline void checkSame(std::string_view expected, std::string_view found, std::string_view about) {
   if (expected == found) return;
   fail("differs: " + std::string(about) + "\nexpected: " + vsa_tests::visible(expected) +
        "\nfound:    " + vsa_tests::visible(found));
 }
 
-/// An input whose last byte holds settings of the fuzzer.
+/// An input whose last byte contains settings of the fuzzer.
 struct InputWithSettings {
   std::string_view text;
   unsigned settings;
@@ -33,8 +33,8 @@ inline InputWithSettings splitSettings(std::string_view input) {
   return {input.substr(0, input.size() - 1), static_cast<unsigned char>(input.back())};
 }
 
-/// The text. If the lowest bit of the settings is set, each byte is mapped to a character of
-/// `alphabet`, which makes well-formed inputs more frequent.
+/// Returns the text of the input. If the lowest bit of the settings is set, maps each byte to a
+/// character of `alphabet`. This makes well-formed texts more frequent.
 inline std::string mapToAlphabet(std::string_view alphabet, const InputWithSettings& input) {
   std::string text(input.text);
   if ((input.settings & 1) == 0) return text;

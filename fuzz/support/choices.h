@@ -1,4 +1,4 @@
-// Pseudo-random choices from a seed.
+// Makes pseudo-random choices from a seed.
 #pragma once
 
 #include <cstddef>
@@ -11,7 +11,7 @@ class Choices {
  public:
   explicit Choices(unsigned seed) : engine_(seed) {}
 
-  /// A number from 0 to `limit` - 1; `limit` must not be 0.
+  /// Returns a number from 0 to `limit` - 1. `limit` must not be 0.
   std::size_t below(std::size_t limit) { return engine_() % limit; }
   bool oneIn(std::size_t count) { return below(count) == 0; }
 

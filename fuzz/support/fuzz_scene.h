@@ -1,4 +1,4 @@
-// Helpers of the fuzzers that read whole texts.
+// Functions for the fuzzers that read whole texts.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@
 
 namespace vsa_fuzz {
 
-/// A scene with limits that a short text can reach. The node type of declared_lamp.h is declared.
-/// When the last FuzzScene is destroyed, leaked buffer literals are freed (see literal_memory.h).
+/// A scene with limits that a short text can reach. Also declares the node type of declared_lamp.h.
+/// The destructor of the last FuzzScene frees leaked buffer literals (see literal_memory.h).
 class FuzzScene {
  public:
   FuzzScene();
@@ -28,18 +28,19 @@ class FuzzScene {
   std::unique_ptr<zn::korvo_sdk::Scene> scene_;
 };
 
-/// The outcome of one read.
+/// The result of one read.
 struct FuzzRead {
   vsa_tools::ReadOutcome outcome;
   zn::korvo_sdk::impl::ReadReport report;
 };
 
-/// Reads `text` from a String and counts the messages.
+/// Reads `text` from a String. Counts the messages.
 FuzzRead readFromString(zn::korvo_sdk::Scene& scene, std::string_view text);
-/// The same from a File whose source returns at most `bytesPerRead` bytes per read; 0 is no limit.
+/// Like readFromString, but from a File. Its source returns at most `bytesPerRead` bytes per read.
+/// 0 means that there is no limit.
 FuzzRead readFromFile(zn::korvo_sdk::Scene& scene, std::string_view text, std::size_t bytesPerRead);
 
-/// Result, log and scene as text. Accesses everything in the scene.
+/// Returns the result, the log and the scene as text. Accesses everything in the scene.
 std::string dumped(const FuzzRead& read, const zn::korvo_sdk::Scene& scene);
 
 }  // namespace vsa_fuzz

@@ -11,8 +11,8 @@ void __wrap_free(void* block);
 
 namespace {
 
-/// The blocks from calloc that were not freed. Never destroyed, because free is called until the
-/// process ends.
+/// Returns the blocks from calloc that are not freed. The set is never destroyed, because free may
+/// be called until the process ends.
 std::unordered_set<void*>& blocks() {
   static auto& all = *new std::unordered_set<void*>;
   return all;

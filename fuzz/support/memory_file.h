@@ -1,4 +1,4 @@
-// MemoryFile: a file in memory with a name, for functions that open a file themselves.
+// MemoryFile: a file in memory that has a name. It is for functions that open a file by its name.
 #pragma once
 
 #include <sys/mman.h>

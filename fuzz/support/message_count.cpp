@@ -13,7 +13,7 @@ using zn::korvo_sdk::DiagnosticId;
 
 unsigned long long counts[DIAGNOSTIC_COUNT] = {};
 
-/// Writes the counts when the process exits.
+/// Writes the counts at the exit of the process.
 class Report {
  public:
   ~Report() {
@@ -21,8 +21,8 @@ class Report {
     std::FILE* const file = path == nullptr ? nullptr : std::fopen(path, "a");
     if (file == nullptr) return;
     for (const auto& row : DIAGNOSTIC_ROWS) {
-      // Not counted: the scene of the fuzzers throws no errors of its own, and an array of 2^32
-      // elements takes 200 GiB.
+      // These two messages are never raised: the scene of the fuzzers throws no errors of its own,
+      // and an array of 2^32 elements takes 200 GiB.
       if (row.id == DiagnosticId::HostError) continue;
       if (row.id == DiagnosticId::TooManyArrayElements) continue;
       std::fprintf(file, "%llu %s\n", counts[static_cast<int>(row.id)], row.name);

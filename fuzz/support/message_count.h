@@ -1,13 +1,13 @@
 // Counts how often the reader raises each message. If a message is never raised, the fuzzers do not
-// reach some code.
+// reach the code that raises it.
 #pragma once
 
 #include <vsa/diagnostics/diagnostic.h>
 
 namespace vsa_fuzz {
 
-/// Counts a message. At process exit, one line "COUNT NAME" for each message is appended to the
-/// file that the environment variable VSA_FUZZ_MESSAGES names.
+/// Counts a message. At the exit of the process, one line "COUNT NAME" per message is appended to a
+/// file. The environment variable VSA_FUZZ_MESSAGES contains the name of the file.
 void countMessage(zn::korvo_sdk::DiagnosticId id);
 
 }  // namespace vsa_fuzz

@@ -1,5 +1,5 @@
-// The mutator of libFuzzer for texts. Two mutations in three change whole statements, which keeps
-// most of the text valid; the others change bytes.
+// The mutator of libFuzzer for texts. Two of three mutations change whole statements, so that most
+// of the text stays valid. The third changes bytes.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
@@ -25,7 +25,7 @@ using vsa_fuzz::Choices;
 using vsa_fuzz::TextWriter;
 using Statements = std::vector<std::string>;
 
-/// Splits the text after every ";", ":" and line end. joined() is the inverse.
+/// Splits the text after every ";", ":" and line end. `joined` is the inverse function.
 Statements statementsOf(std::string_view text) {
   Statements statements;
   while (!text.empty()) {

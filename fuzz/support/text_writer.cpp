@@ -12,7 +12,7 @@ namespace {
 
 constexpr const char* NODES[] = {"a", "b", "c", "lamp1", "a", "b"};
 constexpr const char* TYPES[] = {"mesh", "declaredLamp", "lamp", "declaredLamp"};
-// Includes the inputs of declaredLamp.
+// The names include the inputs of declaredLamp.
 constexpr const char* INPUTS[] = {"x",      "y",       "z",    "power",    "shape",
                                   "filter", "samples", "keys", "intensity"};
 constexpr const char* MEMBERS[] = {".m", ".n", ".power"};
@@ -66,14 +66,15 @@ constexpr const char* INDICES[] = {"[0]", "[1]", "[*]", "[0]",   "[2]",
 
 struct Literal {
   std::string keyword;
-  std::size_t numbers;  // per element
+  std::size_t numbers;  // The number of components of an element.
 };
 
 const Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {"pos3", 3},
                           {"quat", 4}, {"mat3", 9}, {"mat4", 16}, {"rgba", 4}, {"RGBA", 3}};
 const Literal BYTE_BUFFERS[] = {{"byte", 1}, {"char", 1}, {"rgb8", 3}, {"rgba8", 4}};
 
-// Every element type by its display name, which differs from its keyword in upper-case letters.
+// Returns a literal for each element type. Its keyword is the display name, which contains
+// upper-case letters.
 std::vector<Literal> bufferLiterals() {
   using namespace zn::korvo_sdk;
   std::vector<Literal> literals;
@@ -166,7 +167,7 @@ void TextWriter::assignment() {
   out_ += ';';
 }
 
-// target "|=" source, or a reference.
+// Writes a connection or a reference: target "|=" source, or target "=" node.
 void TextWriter::link() {
   path();
   const bool connects = !choices_.oneIn(3);
@@ -233,7 +234,7 @@ void TextWriter::separator() {
   oneOf(SEPARATORS);
 }
 
-// Writes numbers that every type can represent; one in 200 is any number.
+// Writes numbers that every type can represent. One of 200 numbers is any number.
 void TextWriter::elements(std::size_t count) {
   for (; count > 0; --count) {
     if (choices_.oneIn(200)) {
@@ -258,7 +259,7 @@ void TextWriter::count(std::size_t count) {
   out_ += '[' + std::to_string(count) + ']';
 }
 
-// keyword "[" count "]" "{" elements "}"
+// Writes: keyword "[" count "]" "{" elements "}"
 void TextWriter::buffer() {
   const std::size_t elementCount = choices_.below(6);
   if (choices_.oneIn(4)) {
@@ -280,7 +281,7 @@ void TextWriter::buffer() {
   out_ += '}';
 }
 
-// "{" "." digits "}", sometimes corrupt or too long.
+// Writes "{" "." digits "}". Some of the texts are corrupt or too long.
 void TextWriter::compressed(std::size_t bytes) {
   if (choices_.oneIn(12)) ++bytes;
   std::string data;

@@ -1,5 +1,5 @@
-// Generates random statements. Most are valid and use few names, so that several statements affect
-// the same input. Some are invalid in a way for which the reader has a message.
+// Generates random statements. Most of them are valid and use few names, so that several statements
+// affect the same input. Each invalid statement causes a message of the reader.
 #pragma once
 
 #include <cstddef>
@@ -11,13 +11,13 @@ namespace vsa_fuzz {
 
 class TextWriter {
  public:
-  /// The functions append to `out`.
+  /// Creates a writer that appends to `out`.
   TextWriter(Choices& choices, std::string& out) : choices_(choices), out_(out) {}
 
-  /// A whole text: declarations, then statements of any kind.
+  /// Writes a whole text: declarations, and then statements of any kind.
   void text();
   void statement();
-  /// The right-hand side of an assignment.
+  /// Writes the right-hand side of an assignment.
   void value();
 
  private:

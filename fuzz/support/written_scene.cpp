@@ -23,7 +23,8 @@ void readAgain(FuzzScene& scene, const std::string& text) {
 
 vsa::WriteOptions writeOptions(unsigned settings) {
   vsa::WriteOptions options;
-  options.header = vsa::HeaderForm::Comments;  // writes no comments that the scene does not have
+  // The writer then adds no comments to those of the scene.
+  options.header = vsa::HeaderForm::Comments;
   if ((settings & 1) != 0) options.paths = vsa::PathForm::Full;
   if ((settings & 2) != 0) options.links = vsa::LinkPlace::Last;
   if ((settings & 4) != 0) options.buffers = vsa::BufferForm::Compressed;

@@ -8,13 +8,13 @@
 
 namespace vsa_fuzz {
 
-/// The options for the bits of `settings`.
+/// Returns the options that the bits of `settings` select.
 vsa::WriteOptions writeOptions(unsigned settings);
 
-/// Writes `scene` and reads the text into another scene without the limits of a FuzzScene. Both
-/// scenes must be equal, unless the nodes were sorted. The writer must report whatever a text
-/// cannot represent, and a lossy text must be read completely. Returns the result of the first call
-/// of the writer.
+/// Writes `scene` and reads the text into another scene, which does not have the limits of a
+/// FuzzScene. Fails if the two scenes differ. Exception: the scenes may differ if the writer sorts
+/// the nodes. If a text cannot represent `scene`, the writer must report all problems, and the
+/// reader must read the lossy text completely. Returns the result of the first call of the writer.
 vsa::TextResult checkWritten(const zn::korvo_sdk::Scene& scene, const vsa::WriteOptions& options);
 
 }  // namespace vsa_fuzz

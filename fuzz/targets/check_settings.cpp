@@ -1,5 +1,5 @@
-// Reads bytes as the JSON files that vsa check takes: a configuration, a baseline and types. A
-// mistake in them must be reported as an exception or a problem.
+// Reads bytes as the JSON files of vsa check: a configuration, a baseline and types. A mistake in a
+// file must cause an exception or a problem with a message.
 #include <stdexcept>
 #include <string>
 

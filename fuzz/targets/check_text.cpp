@@ -1,6 +1,7 @@
-// Checks a text as vsa check does, with all rules, and renders each finding in every format: places
-// and edits lie inside the text, no line and no column is 0, and the edits can be applied. The last
-// byte selects between all mistakes and the first one.
+// Checks a text like vsa check with all rules, and renders each finding in every format. Positions
+// and edits must be inside the text, lines and columns must not be 0, and it must be possible to
+// apply the edits. The last byte of the input selects between all mistakes and only the first
+// mistake.
 #include <memory>
 #include <vector>
 

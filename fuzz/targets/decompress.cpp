@@ -1,7 +1,8 @@
-// Compares decompression with zlib: the same bytes, or the message that matches zlib's error. The
-// settings select what the input is: a compressed text, a zlib stream in binary, or bytes that zlib
-// compresses and one bit of which is then flipped. Also `compress`, whose output zlib must
-// decompress.
+// Compares decompression with zlib. The bytes must be equal, or the message must correspond to
+// zlib's error. The settings select the type of the input: a compressed text, a binary zlib stream,
+// or bytes that are compressed with zlib and then changed in one bit.
+//
+// Also tests `compress`: zlib must be able to decompress its output.
 #include <vsa/foundation/decompress.h>
 
 #include <zlib.h>
@@ -26,7 +27,7 @@ const unsigned char* unsignedBytes(std::string_view bytes) {
   return reinterpret_cast<const unsigned char*>(bytes.data());
 }
 
-/// Either bytes or an error message.
+/// The result of a decompression: either bytes or an error message.
 struct Decompressed {
   Bytes bytes;
   std::string message;
@@ -36,7 +37,8 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char EARLY[] = "compressed data ends early";
 constexpr char EMPTY[] = "compressed data is empty";
 
-/// The message of our decoder that corresponds to the status of zlib; empty on success.
+/// Returns the message of our decoder that corresponds to the status of zlib. Returns an empty text
+/// on success.
 std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
   if (zlib.total_out > capacity) return "compressed data is larger than the buffer";
   if (status == Z_DATA_ERROR) {
@@ -48,8 +50,8 @@ std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
   return zlib.total_out == 0 ? EMPTY : "";
 }
 
-/// Whether the header requires a preset dictionary. Our decoder reports this as corrupt at once,
-/// zlib after it has read the dictionary's number.
+/// Whether the header requires a preset dictionary. Our decoder reports such a stream as corrupt at
+/// once. zlib reports it after it has read the number of the dictionary.
 bool wantsDictionary(const Bytes& stream) {
   if (stream.size() < 2) return false;
   const unsigned method = static_cast<unsigned char>(stream[0]);
@@ -76,10 +78,10 @@ Decompressed inflatedByZlib(const Bytes& stream, std::size_t capacity,
   return result;
 }
 
-/// If a dynamic block has no code for its code lengths, zlib reads each bit as a length of 0 and
-/// reports a corrupt block after the last length. Our decoder reports it at once, even if the
-/// stream ends before the last length. Returns whether `stream` ends within such lengths: then zlib
-/// reports the same error for every continuation.
+/// Whether `stream` ends within code lengths that have no code. If a dynamic block has no code for
+/// its code lengths, zlib reads each bit as a length of 0. It reports a corrupt block after the
+/// last length. Our decoder reports a corrupt block at once, even if the stream ends before the
+/// last length. In this case zlib reports the same error for every continuation of the stream.
 bool endsInUncodedLengths(const Bytes& stream) {
   constexpr std::size_t MAX_LENGTH_BYTES = 64;
   for (const char more : {'\0', '\xFF'}) {
@@ -96,8 +98,8 @@ int hexValue(char c) {
   return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
 }
 
-/// Decodes the hexadecimal text without the library, and the stream with zlib. `found` is the
-/// message of our decoder. It is the expected result where two messages are right.
+/// Decodes the hexadecimal text without the library, and the stream with zlib. In some cases two
+/// messages are right. Then the result is `found`, the message of our decoder.
 Decompressed referenceDecompress(std::string_view text, std::size_t capacity,
                                  std::string_view found) {
   const bool hasMark = text.starts_with('.');
@@ -124,14 +126,14 @@ Decompressed referenceDecompress(std::string_view text, std::size_t capacity,
   return result;
 }
 
-/// Counts a message by its text, because `decompress` returns no id.
+/// Counts a message by its text. `decompress` does not return the id of the message.
 void countMessageText(std::string_view message) {
   for (const auto& row : zn::korvo_sdk::DIAGNOSTIC_ROWS) {
     if (message == row.format) countMessage(row.id);
   }
 }
 
-/// Checks both functions of decompress.h.
+/// Checks both functions of decompress.h with one text.
 void checkText(std::string_view text, std::size_t capacity) {
   zn::String error;
   const auto [bytes, count] = zn::decompress(unsignedBytes(text), text.size(), error, capacity);
@@ -152,15 +154,15 @@ void checkText(std::string_view text, std::size_t capacity) {
             "bytes of decompressInto");
 }
 
-/// The stream as a compressed text.
+/// Returns the stream as a compressed text.
 std::string textOf(std::string_view stream) {
   std::string text = ".";
   vsa_tools::appendHex(text, stream);
   return text;
 }
 
-/// Compresses `bytes` with zlib, with a level and a strategy from the settings, and checks the
-/// stream and a copy with one flipped bit.
+/// Compresses `bytes` with zlib and checks the stream and a copy with one changed bit. The settings
+/// select the level and the strategy of zlib.
 void checkCorrupted(std::string_view bytes, unsigned settings) {
   std::vector<unsigned char> packed(compressBound(static_cast<uLong>(bytes.size())) + 32);
   z_stream zlib{};
@@ -200,7 +202,7 @@ void decompress(std::string_view input) {
   }
 }
 
-// Compresses and decompresses, with the exact capacity and with one byte less.
+// Compresses the bytes. Decompresses the text with the exact capacity and with one byte less.
 void compress(std::string_view bytes) {
   const zn::String text = zn::compress(unsignedBytes(bytes), bytes.size());
   const Decompressed back = referenceDecompress(text.view(), bytes.size(), "");

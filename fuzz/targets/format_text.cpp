@@ -1,6 +1,6 @@
-// Formats a text as vsa fmt does. For any text, the formatted text must be the same from memory and
-// from a source. If the reader accepts the text, the formatted one has the same tokens and the same
-// scene, and formatting it changes nothing.
+// Formats a text like vsa fmt. The formatted text must be the same from memory and from a source.
+// If the reader accepts the text, the formatted text must have the same tokens and the same scene,
+// and formatting it again must not change it.
 #include <string>
 
 #include <vsa/read.h>
@@ -50,7 +50,7 @@ void checkSameTokens(std::string_view a, std::string_view b) {
 
 void formatAndRead(std::string_view input) {
   const auto [text, settings] = splitSettings(input);
-  const FuzzScene literals;  // frees what the readings leak
+  const FuzzScene literals;  // Its destructor frees the memory that the reads leak.
   const std::string once = formatted(vsa::SyntaxReader(text));
   StepSource source(text, settings % 64 + 1);
   checkSame(once, formatted(vsa::SyntaxReader(source)), "a text that was formatted from a source");

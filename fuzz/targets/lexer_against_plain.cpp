@@ -1,5 +1,5 @@
-// Compares the lexer, over a String or over a File, with PlainLexer token by token: kind, text and
-// position. Compares the public vsa::SyntaxReader with the lexer.
+// Compares the lexer for a String or a File with PlainLexer, token by token: type, text and
+// position. Also compares the public vsa::SyntaxReader with the lexer.
 #include <string>
 
 #include "fuzz/support/check.h"
@@ -51,7 +51,8 @@ void lexerAgainstPlain(std::string_view input) {
     zn::korvo_sdk::impl::StringLexer fromString(vsa_tests::string(text));
     compare(fromString, vsa_tests::PlainLexer(copy, true), "token of a string");
   } else {
-    const std::size_t bytesPerRead = settings / 4;  // 0: no limit
+    // 0 means that there is no limit.
+    const std::size_t bytesPerRead = settings / 4;
     zn::korvo_sdk::impl::FileLexer fromFile(vsa_tests::memoryFile(copy, bytesPerRead));
     compare(fromFile, vsa_tests::PlainLexer(copy), "token of a file");
   }

@@ -1,6 +1,6 @@
-// What the commands do with the scenes of hostile texts: vsa diff, tree, graph, stats, extract and
-// merge. A byte 0x01, which is white space for the reader, separates two texts. Read errors do not
-// matter: the commands look at what was read before.
+// Tests the commands that process scenes: vsa diff, tree, graph, stats, extract and merge. A byte
+// 0x01 separates two texts. The reader treats this byte as white space. Both texts may contain
+// errors. The commands then process the scene that was read before the error.
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
@@ -64,13 +64,13 @@ void look(const vsa_tools::SceneFile& file, unsigned settings) {
   if (statistics.nodes() != scene.nodes().size()) fail("stats: the count of nodes is wrong");
 }
 
-/// Whether there are messages besides those about the values of strings.
+/// Whether there are messages other than those about the values of strings.
 bool hasMessages(const vsa::ReadResult& read) {
   return std::any_of(read.diagnostics.begin(), read.diagnostics.end(),
                      [](const auto& found) { return found.id != vsa::DiagnosticId::BadEnumValue; });
 }
 
-/// Keeps the part of the scene that some node needs, and writes it.
+/// Reduces the scene to the part that one node requires, and writes it.
 void extract(vsa::Scene& scene, unsigned settings) {
   std::vector<std::string> names;
   for (const vsa::NodeView node : scene.nodes()) names.emplace_back(node.name());
@@ -91,7 +91,7 @@ void extract(vsa::Scene& scene, unsigned settings) {
   }
 }
 
-/// Renames all nodes as vsa merge does.
+/// Renames all nodes like vsa merge.
 void rename(std::string_view text, const vsa::ReadResult& read) {
   vsa_tools::Renames renames;
   for (const vsa::NodeView node : read.scene.nodes()) {
@@ -113,7 +113,7 @@ void rename(std::string_view text, const vsa::ReadResult& read) {
 
 void lookAtScenes(std::string_view input) {
   const auto [texts, settings] = splitSettings(input);
-  const FuzzScene literals;  // frees what the readings leak
+  const FuzzScene literals;  // Its destructor frees the memory that the reads leak.
   const std::size_t end = std::min(texts.find(SEPARATOR), texts.size());
   const std::string_view textA = texts.substr(0, end);
   const std::string_view textB = texts.substr(std::min(end + 1, texts.size()));

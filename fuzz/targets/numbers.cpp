@@ -1,6 +1,6 @@
-// Compares number conversion with a second implementation, which checks the syntax itself and
-// converts with the C library. Each kernel of readNumberRun must give the same numbers for a list
-// and stop at the same field.
+// Compares number conversion with a second implementation. The second implementation checks the
+// syntax itself and converts with the C library. All kernels of readNumberRun must give the same
+// numbers for a list and stop at the same field.
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>
@@ -21,7 +21,7 @@ namespace vsa_fuzz {
 
 namespace {
 
-/// A cursor over the text of a number, without the white space around it.
+/// A cursor in the text of a number. Skips the white space around the number.
 class Cursor {
  public:
   explicit Cursor(std::string_view text) {
@@ -32,7 +32,8 @@ class Cursor {
 
   bool isAtEnd() const { return rest_.empty(); }
 
-  /// Consumes and returns the next character if it is in `set`; otherwise returns NUL.
+  /// Consumes the next character and returns it if it is in `set`. Otherwise consumes nothing and
+  /// returns NUL.
   char consumeOneOf(std::string_view set) {
     if (rest_.empty() || set.find(rest_[0]) == std::string_view::npos) return '\0';
     const char c = rest_[0];
@@ -40,14 +41,14 @@ class Cursor {
     return c;
   }
 
-  /// Consumes and returns all digits.
+  /// Consumes all digits and returns them.
   std::string consumeDigits() {
     std::string digits;
     while (const char c = consumeOneOf("0123456789")) digits += c;
     return digits;
   }
 
-  /// Whether the rest is the word `lower` in upper or lower case.
+  /// Whether the rest of the text is the word `lower` in any letter case.
   bool isWord(const char* lower) const {
     if (rest_.size() != std::strlen(lower)) return false;
     for (std::size_t i = 0; i < rest_.size(); ++i) {
@@ -96,7 +97,8 @@ bool plainReal(std::string_view text, Real& out) {
   return std::isfinite(value) && signedOut(value);
 }
 
-/// `digits` followed by `exponent` zeros; empty if that exceeds every integer type.
+/// Returns `digits` followed by `exponent` zeros. Returns an empty text if the number exceeds every
+/// integer type.
 std::string withoutExponent(const std::string& digits, const std::string& exponent) {
   const std::size_t first = digits.find_first_not_of('0');
   if (first == std::string::npos) return "0";
@@ -163,7 +165,8 @@ std::string bytesOf(const Number& number) {
   return {reinterpret_cast<const char*>(&number), sizeof number};
 }
 
-/// The initial value of a variable. The conversion of an invalid text must not change it.
+/// Returns the initial value of a variable. The conversion of an invalid text must not change the
+/// variable.
 template <class Number>
 Number untouched() {
   Number number;
@@ -183,7 +186,7 @@ void checkOne(const std::string& text) {
   checkSame(bytesOf(expected), bytesOf(found), text);
 }
 
-/// The maximum count of numbers that are read from a list.
+/// The maximum number of values that are read from a list.
 constexpr std::size_t MAX_NUMBERS = 40;
 
 template <class Number>
@@ -195,7 +198,7 @@ struct Run {
   Run() { std::memset(out, 0x5A, sizeof out); }
 };
 
-/// Converts a list field by field.
+/// Converts a list field by field with the function for single numbers.
 template <class Number>
 void plainRun(std::string_view list, std::size_t capacity, Run<Number>& run) {
   std::size_t before = 0;
@@ -206,7 +209,7 @@ void plainRun(std::string_view list, std::size_t capacity, Run<Number>& run) {
     before = run.next;
     run.next = std::min(end + 1, list.size());
   }
-  // A blank at the end is followed by an empty field, which readNumberRun must not skip.
+  // If the list ends in a blank, an empty field follows. readNumberRun must not skip this field.
   const bool endsInBlank = !list.empty() && list.back() == ' ';
   if (run.count == 0 || run.next != list.size() || !endsInBlank) return;
   run.next = before;
@@ -218,8 +221,8 @@ void checkRun(zn::numbers::NumberKernel<Number> kernel, std::string_view list, s
               const char* about) {
   Run<Number> expected;
   plainRun(list, capacity, expected);
-  // Has exactly the readable size, the list and one byte, so that the sanitizer reports any access
-  // after it.
+  // The memory ends directly after the list and the one byte that may be read after it. The
+  // sanitizer therefore reports every access behind that byte.
   const auto memory = std::make_unique<char[]>(list.size() + 1);
   std::memcpy(memory.get(), list.data(), list.size());
   memory[list.size()] = '}';

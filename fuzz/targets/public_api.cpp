@@ -1,6 +1,6 @@
-// Reads a text through the public API, from memory and from a source that delivers few bytes at a
-// time. Both results must be equal. Checks that the status is valid, that counts are consistent,
-// and that diagnostics are inside the text, ordered by position.
+// Reads a text through the public API, from memory and from a source that returns few bytes at a
+// time. The two results must be equal. The status must be valid and the counts must be consistent.
+// The diagnostics must be inside the text and in the order of their positions.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -37,7 +37,8 @@ void checkPosition(const TextPosition& position, std::string_view text) {
   check(position.column == before.size() - start + 1, "a diagnostic has the wrong column");
 }
 
-// Diagnostics of links are in the order of a table, not of the text.
+// Whether the diagnostic is about a link. These diagnostics are in the order of a table and not in
+// the order of the text.
 bool isOfLink(const Diagnostic& found) {
   return found.id == DiagnosticId::InvalidOutput || found.id == DiagnosticId::NoNodeToConnect ||
          found.id == DiagnosticId::NoOutputToConnect || found.id == DiagnosticId::NoNodeToAssign ||
@@ -74,8 +75,9 @@ void checkOutcome(const ReadOutcome& outcome, std::string_view text) {
   checkDiagnostics(outcome, text);
 }
 
-// If a source delivers few bytes, the characters after an invalid one may be missing, so the range
-// of that number or word may end earlier.
+// Whether the end of the diagnostic's range is independent of the source. An invalid character is
+// part of a number or word. If the source returns few bytes, the characters after the invalid
+// character may be missing. The range of the number or word then ends earlier.
 bool hasDeliveredEnd(const Diagnostic& found) {
   return found.id != DiagnosticId::InvalidToken && found.id != DiagnosticId::InvalidListToken;
 }
@@ -90,8 +92,8 @@ std::string shown(const ReadOutcome& outcome) {
   return text;
 }
 
-// The memory for the characters of a token depends on how many bytes the source delivers at a time,
-// so this outcome may differ.
+// Whether the reading exceeded the limit of memory. The memory for the characters of a token
+// depends on how many bytes the source returns at a time, so the results of two sources may differ.
 bool isOverMemory(const ReadOutcome& outcome) {
   return outcome.limit == vsa::Limit::Memory;
 }
@@ -106,7 +108,7 @@ class MemoryFile {
   MemoryFile(const MemoryFile&) = delete;
   MemoryFile& operator=(const MemoryFile&) = delete;
 
-  /// The path of the file, with this text.
+  /// Replaces the content of the file by `text`. Returns the path of the file.
   std::string pathWith(std::string_view text) const {
     const bool isWritten =
         ::ftruncate(descriptor_, 0) == 0 &&
@@ -119,7 +121,8 @@ class MemoryFile {
   int descriptor_;
 };
 
-// Whether the text begins with a byte order mark, which does not belong to the text of a file.
+// Whether the text begins with a byte order mark. The byte order mark does not belong to the text
+// of a file.
 bool hasMark(std::string_view text) {
   return text.starts_with("\xEF\xBB\xBF");
 }
@@ -135,7 +138,7 @@ void checkFile(std::string_view text, const vsa::ReadOptions& options,
   checkSame(shown(expected), shown(found), "outcome of a read from a file");
 }
 
-// Loads each skipped buffer, from the same text and from a changed one.
+// Loads each skipped buffer, from the same text and from a text without its first byte.
 void checkSkipped(std::string_view text, const ReadOutcome& outcome,
                   const vsa::ReadOptions& options) {
   constexpr std::size_t MAX_LOADED = 4;
@@ -171,12 +174,14 @@ void publicApi(std::string_view input) {
   checkOutcome(expected, text);
   checkFile(text, options, expected);
   checkSkipped(text, expected, options);
-  checkOutcome(vsa::readTextInto(fromText, text, options), text);  // again into the same scene
+  // Reads the text again into the same scene.
+  checkOutcome(vsa::readTextInto(fromText, text, options), text);
 
   FuzzScene second;
   zn::korvo_sdk::interfaces::IScene& fromSource = *second;
   vsa_tests::TestSource source(std::string(text), BYTES_PER_READ[settings % 16]);
-  source.announced = text.size();  // determines the default limit of memory
+  // This number determines the default limit of memory.
+  source.announced = text.size();
   const ReadOutcome found = vsa::readSourceInto(fromSource, source, options);
   checkOutcome(found, text);
   if (isOverMemory(expected) || isOverMemory(found)) return;

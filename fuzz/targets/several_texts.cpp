@@ -1,6 +1,6 @@
-// Reads several texts into one scene, alternately from a String and from a File, and removes nodes
-// between them. The scene must stay valid after a failed read. A byte 0x01, which the reader treats
-// as white space, separates the texts.
+// Reads several texts into one scene, alternately from a String and from a File. Removes nodes
+// between two texts. The scene must stay valid after an error in a text. A byte 0x01 separates the
+// texts. The reader treats this byte as white space.
 #include <algorithm>
 #include <string>
 
@@ -14,7 +14,7 @@ namespace {
 
 constexpr char SEPARATOR = '\x01';
 
-/// Checks the invariants of a scene: every node is found by its name, and the node count is right.
+/// Checks that every node is found by its name and that the number of nodes is right.
 void checkNodes(zn::korvo_sdk::Scene& scene) {
   std::uint64_t present = 0;
   for (std::uint64_t slot = 0; slot < scene.nodeSlots(); ++slot) {
@@ -26,7 +26,7 @@ void checkNodes(zn::korvo_sdk::Scene& scene) {
   if (present != scene.nodeCount()) fail("the count of nodes is wrong");
 }
 
-/// Removes the node of a slot that `choice` selects, if the slot has one.
+/// Removes the node in the slot that `choice` selects. Does nothing if the slot contains no node.
 void removeOne(zn::korvo_sdk::Scene& scene, unsigned choice) {
   if (scene.nodeSlots() == 0) return;
   zn::korvo_sdk::Node* const node = scene.nodeAt(choice % scene.nodeSlots());

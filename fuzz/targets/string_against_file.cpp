@@ -1,5 +1,5 @@
-// Reads a text from a String and from a File whose reads return few bytes, so that tokens are split
-// between reads.
+// Reads a text from a String and from a File. The reads of the File return few bytes, so that
+// tokens are split between reads.
 #include <string>
 
 #include "fuzz/support/check.h"
@@ -12,8 +12,8 @@ namespace {
 
 constexpr std::size_t BYTES_PER_READ[] = {1, 2, 3, 5, 7, 13, 16, 31, 64, 100, 255, 0};
 
-// `withPosition` is false for an empty text, because its position differs: the lexer of an empty
-// String skips one NUL.
+// Returns the report as text. `withPosition` must be false for an empty text: the lexer of an empty
+// String skips one NUL, so the positions differ.
 std::string reportText(const zn::korvo_sdk::impl::ReadReport& report, bool withPosition) {
   std::string text = report.endedAtMark ? "ended at a mark, " : "";
   text += vsa_tests::text(report.cutOff);

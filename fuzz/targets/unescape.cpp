@@ -1,5 +1,5 @@
-// Compares String::unescape with a second implementation, written from the table of escapes, which
-// decodes one sequence at a time.
+// Compares String::unescape with a second implementation. The second implementation follows the
+// table of escape sequences and decodes one sequence at a time.
 #include <utf8.h>
 #include <cstdlib>
 #include <string>
@@ -11,7 +11,7 @@ namespace vsa_fuzz {
 
 namespace {
 
-/// The value of `count` hexadecimal digits at `at`, or -1.
+/// Returns the value of `count` hexadecimal digits at `at`. Returns -1 if there are fewer digits.
 long hexAt(const std::string& text, std::size_t at, std::size_t count) {
   if (at + count > text.size()) return -1;
   const std::string digits = text.substr(at, count);
@@ -19,13 +19,13 @@ long hexAt(const std::string& text, std::size_t at, std::size_t count) {
   return std::strtol(digits.c_str(), nullptr, 16);
 }
 
-/// The code unit of "\uHHHH" at `at`, or -1.
+/// Returns the code unit of a "\uHHHH" sequence at `at`. Returns -1 if there is no such sequence.
 long unitAt(const std::string& text, std::size_t at) {
   return text.compare(at, 2, "\\u") == 0 ? hexAt(text, at + 2, 4) : -1;
 }
 
-/// Decodes the escape at `at` and appends it to `out`. Returns its length in `text`, 0 if there is
-/// no valid escape.
+/// Decodes the escape sequence at `at` and appends its character to `out`. Returns the length of
+/// the sequence. Returns 0 if there is no valid sequence.
 std::size_t decodeEscape(const std::string& text, std::size_t at, std::string& out) {
   static const std::string LETTERS = "\\\"'/abfnrtv";
   static const std::string MEANINGS = "\\\"'/\a\b\f\n\r\t\v";

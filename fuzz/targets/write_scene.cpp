@@ -1,5 +1,6 @@
-// Creates a scene from the input bytes through the public interface, and writes it. Includes names,
-// values and structures that a text cannot represent. The last byte selects the options.
+// Creates a scene from the input bytes through the public interface, and writes it. The scene may
+// contain names, values and structures that a text cannot represent. The last byte selects the
+// options of the writer.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
@@ -16,7 +17,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// Numbers from the bytes of an input. Zero after its end.
+/// Returns numbers from the bytes of an input. After the end of the input, all numbers are 0.
 class Bytes {
  public:
   explicit Bytes(std::string_view bytes) : bytes_(bytes) {}
@@ -109,7 +110,7 @@ class SceneMaker {
 
   AttrType anyType() { return static_cast<AttrType>(bytes_.byte() % ATTR_TYPE_COUNT); }
 
-  /// An input at any level of a node. Creates one if there is none.
+  /// Returns an input at any level of a node. Creates an input if there is none. May return null.
   Input* anyInput() {
     Node* const node = anyNode();
     if (node == nullptr) return nullptr;
@@ -186,7 +187,7 @@ void writeMadeScene(std::string_view input) {
   try {
     SceneMaker(*scene, bytes).make();
   } catch (const std::runtime_error&) {
-    // A limit of the scene was reached: writes the scene created so far.
+    // The scene reached one of its limits. The scene created so far is written.
   }
   static_cast<void>(checkWritten(*scene, writeOptions(settings)));
 }

@@ -1,4 +1,5 @@
-// Reads a text, writes its scene and reads the result. The last byte selects the options.
+// Reads a text, writes its scene and reads the written text. The last byte selects the options of
+// the writer.
 #include <algorithm>
 #include <array>
 
@@ -12,12 +13,14 @@ namespace vsa_fuzz {
 
 namespace {
 
-// The scene of a text can have these problems, because of refused statements, errors and earlier
-// texts.
+// The problems that the scene of a text may have. Refused statements, errors and earlier texts
+// cause them.
 constexpr std::array<std::string_view, 4> LEFT_BY_TEXTS = {
-    vsa::impl::reasons::TYPED_EMPTY_ARRAY, vsa::impl::reasons::MIXED_ELEMENT,
+    vsa::impl::reasons::TYPED_EMPTY_ARRAY,
+    vsa::impl::reasons::MIXED_ELEMENT,
     vsa::impl::reasons::LATE_UNTYPED_BUFFER,
-    vsa::impl::reasons::UNTYPED_BUFFER,  // in an array that the limit of empty elements stopped
+    // The array of the buffer could not grow because of the limit of empty elements.
+    vsa::impl::reasons::UNTYPED_BUFFER,
 };
 
 bool isLeftByTexts(const vsa::WriteProblem& problem) {

@@ -3,9 +3,9 @@
 // number_text and number_list both call these functions, so that their values are equal bit for
 // bit. The functions use two published methods, each for the numbers for which it is exact:
 // - W. D. Clinger, "How to Read Floating Point Numbers Accurately" (1990). If a double represents
-// both the digits and the power of ten exactly, one division or multiplication rounds correctly.
+//   both the digits and the power of ten exactly, one division or multiplication rounds correctly.
 // - D. Lemire, "Number Parsing at a Gigabyte per Second" (2021), after an idea of M. Eisel. The
-// product of the digits and the leading 128 bits of a power of five determines the rounding.
+//   product of the digits and the leading 128 bits of a power of five determines the rounding.
 //
 // If neither method determines the last bit, the functions return false. The caller then converts
 // the text exactly with number_text. All functions require the default rounding mode (to nearest).
