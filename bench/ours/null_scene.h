@@ -1,4 +1,5 @@
-// A host's scene whose functions do nothing. It measures the time of the reader alone.
+// A host's scene whose functions do nothing. A benchmark that reads into this scene measures the
+// time of the reader alone.
 #pragma once
 
 #include <string>

@@ -46,15 +46,15 @@ struct Text {
 // Meshes with points, normals, uvs and indices. The text has about `bytes` bytes in VSA.
 Text geo(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Small nodes of a declaration and 8 scalar inputs. There are `statements` statements, rounded up
-// to whole nodes.
+// Small nodes. Each node has a declaration and 8 assignments of scalars. There are `statements`
+// statements, rounded up to whole nodes.
 Text nodes(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Like `nodes`, with a comment, a matrix, a reference and a connection for each node. The text has
 // about 46 bytes per statement.
 Text mixed(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Nodes of a declaration, a reference and a connection. Both links are to later nodes.
+// Nodes with a declaration, a reference and a connection each. Both links refer to later nodes.
 Text links(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Nodes with strings of all lengths, and comments.

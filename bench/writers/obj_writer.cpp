@@ -14,7 +14,8 @@ class ObjWriter : public SceneWriter {
     vertexCount = 0;
   }
 
-  // Counts the vertices of the file. Indices in the file count all its vertices from 1.
+  // Adds the vertices of the node to the count of the file. Indices refer to the vertices of the
+  // whole file and start at 1.
   void endNode() override { firstVertex += vertexCount; }
 
   void buffer(std::string_view input, std::string_view, size_t width,

@@ -3,8 +3,8 @@
 // reads, both would use up the memory.
 //
 // The programs are therefore linked with --wrap=calloc and --wrap=free. Only buffer literals call
-// calloc. It returns null for more than MAX_LITERAL_BYTES. Leaked literals are freed after each
-// read.
+// calloc. The wrapper of calloc returns null for more than MAX_LITERAL_BYTES. Leaked literals are
+// freed after each read.
 #pragma once
 
 #include <cstddef>

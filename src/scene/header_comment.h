@@ -18,13 +18,14 @@ inline bool hasKey(std::string_view comment, std::string_view word) noexcept {
   return false;
 }
 
-/// Whether the comment sets the version of the file. The value must also be a number.
+/// Whether the comment contains the key of the version. Such a comment sets the version of the file
+/// if its value is a number.
 inline bool setsVersion(std::string_view comment) noexcept {
   return hasKey(comment, "version");
 }
 
-/// Whether the comment sets the time of the file. The value must also not be empty. A comment with
-/// both keys sets only the version.
+/// Whether the comment contains the key of the time and not the key of the version. Such a comment
+/// sets the time of the file if its value is not empty.
 inline bool setsTime(std::string_view comment) noexcept {
   return hasKey(comment, "time") && !setsVersion(comment);
 }

@@ -24,7 +24,7 @@ class LibraryScene {
 
   /// Prefetches the slot in which a name with this hash is looked up.
   virtual void prefetchSlot(std::uint64_t nameHash) const noexcept = 0;
-  /// Prefetches the node of a name with this hash. Call prefetchSlot some time before, so that the
+  /// Prefetches the node of a name with this hash. Call prefetchSlot some time earlier, so that the
   /// slot is already in the cache.
   virtual void prefetchNode(std::uint64_t nameHash) const noexcept = 0;
 

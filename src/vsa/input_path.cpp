@@ -8,7 +8,7 @@ namespace zn::korvo_sdk::impl {
 
 using Type = Token::Type;
 
-// Examples: `sphere1.radius`, `.radius`, `mesh1.sets[0].name`.
+// Parses a path, such as `sphere1.radius`, `.radius` or `mesh1.sets[0].name`.
 bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
   const bool isQualified =
       peek(0).type == Type::Id && peek(1).type == Type::Dot && peek(2).type == Type::Id;
@@ -21,14 +21,14 @@ bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
   return true;
 }
 
-// "[" ... "]"
+// Parses an index: "[" ... "]"
 bool VsaParser::arrayattr(ds::Vector<Token>& tokensOfPath) {
   if (!nextIs(Type::Brackets)) return false;
   appendNext(tokensOfPath);
   return true;
 }
 
-// "." name
+// Parses a member: "." name
 bool VsaParser::scalarattr(ds::Vector<Token>& tokensOfPath) {
   if (!nextIs(Type::Dot) || peek(1).type != Type::Id) return false;
   appendNext(tokensOfPath);

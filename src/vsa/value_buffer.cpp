@@ -80,7 +80,7 @@ std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
 }
 
 // Allocates one zeroed block of the exact size and stores it in the record. If the literal is
-// invalid, nobody frees the block unless a session holds it.
+// invalid, the block is freed only if a session holds it.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =

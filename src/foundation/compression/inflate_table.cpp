@@ -62,7 +62,7 @@ struct AlphabetFacts {
   bool mayBeIncomplete;
 };
 
-// The index is an Alphabet.
+// The facts about each alphabet. The index is an Alphabet.
 constexpr AlphabetFacts FACTS[] = {
     {LITLEN_MEANINGS.data(), LITLEN_PRIMARY_BITS, true},
     {DISTANCE_MEANINGS.data(), DISTANCE_PRIMARY_BITS, true},

@@ -45,7 +45,7 @@ class DescriptorSource final : public ByteSource {
 
   int descriptor_;
   bool isStarted_ = false;
-  // The size of the byte order mark. 0 if there is none.
+  // The size of the byte order mark. It is 0 if the file has no byte order mark.
   std::uint8_t markBytes_ = 0;
   String error_;
 };

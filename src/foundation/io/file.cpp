@@ -38,7 +38,7 @@ File File::open(const char* path) {
   if (source == nullptr) return failedFile(error);
   const RefersTo<ByteSource> held(source);
   File file(source);
-  file.fill();  // A directory can be opened, but not read.
+  file.fill();  // Detects a directory, which can be opened but not read.
   return file;
 }
 

@@ -24,7 +24,8 @@ namespace zn::numbers {
 
 static_assert(std::numeric_limits<double>::is_iec559 && std::numeric_limits<float>::is_iec559);
 
-/// The powers of ten that a double represents exactly. MAX_EXACT_POWER is the largest exponent.
+/// EXACT_POWERS contains the powers of ten that a double represents exactly. MAX_EXACT_POWER is the
+/// largest exponent.
 inline constexpr int MAX_EXACT_POWER = 22;
 inline constexpr double EXACT_POWERS[MAX_EXACT_POWER + 1] = {
     1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
@@ -39,8 +40,8 @@ inline constexpr int MAX_DIGITS = 19;
 using detail::multiply;
 using detail::Wide;
 
-/// POWERS_OF_FIVE has a row for each exponent of ten from -54 to 54. 5^54 * 2 still fits in 128
-/// bits.
+/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent of ten from -54 to
+/// 54, because 5^54 * 2 still fits in 128 bits.
 inline constexpr int MAX_TABLE_POWER = 54;
 
 constexpr Wide powerOfFive(int exponent) {
@@ -82,9 +83,8 @@ VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   return quotient;
 }
 
-/// Returns one row: the leading 128 bits of 5^exponent. The proof of the method requires a
-/// rounding: reciprocals of divisors that fit in 64 bits are rounded up, and reciprocals of larger
-/// divisors down.
+/// Returns one row: the leading 128 bits of 5^exponent. The proof of the method requires that a
+/// reciprocal is rounded up if its divisor fits in 64 bits, and otherwise down.
 VSA_WRAPS_AROUND constexpr Wide leadingBitsOfPower(int exponent) {
   if (exponent >= 0) return shiftedToTop(powerOfFive(exponent));
   Wide bits = reciprocal(powerOfFive(-exponent));

@@ -35,8 +35,8 @@ constexpr size_t STEP = 64;     // The number of characters in a mask of blanks.
 constexpr size_t SPILL = 8;
 constexpr size_t GROUP = 4;  // The number of fields that are converted together.
 
-// The distance in bytes from the current position to the memory that is prefetched. The hardware
-// prefetcher stops at the end of a page.
+// The distances in bytes from the current positions in the input and the output to the memory that
+// is prefetched. The hardware prefetcher stops at the end of a page.
 constexpr size_t AHEAD = 2048;
 constexpr size_t OUTPUT_AHEAD = 256;
 

@@ -1,8 +1,8 @@
 // Converts a whole text to a number, independent of the locale. Internal.
 //
 // Scalars, tuples and buffers use these conversions, so that a text has the same value everywhere.
-// The functions ignore white space before and after the number (blank, \t
-//  \v \f \r). They do not accept an empty text.
+// The functions ignore white space before and after the number (blank, \t \n \v \f \r). They do not
+// accept an empty text.
 //
 //   integer = ["+" | "-"] digits [("e" | "E") ["+"] digits] ["u"]
 //   real    = ["+" | "-"] (digits ["." [digits]] | "." digits) [("e" | "E") ["+" | "-"] digits]

@@ -28,8 +28,8 @@ struct Key {
   std::uint64_t second;
 };
 
-// Returns the random key. The address of the program and its start time differ from run to run. The
-// function is not inlined, because it is called only once.
+// Returns the random key. It depends on the address of the program and its start time, which differ
+// from run to run. The function is not inlined, because it is called only once.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif

@@ -132,8 +132,8 @@ void InputImpl::appendElement() {
   SceneLimits::checkElementCount(*this, index);
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
-  // Adds the pointer before the element is created: an exception of push_back cannot leak the
-  // element.
+  // Adds the pointer before the element is created. Otherwise an exception of push_back would leak
+  // the element.
   list.inputs.push_back(nullptr);
   try {
     list.inputs[index] =

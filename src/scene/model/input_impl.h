@@ -86,12 +86,13 @@ class InputImpl final : public Input {
     bool boolean;
     std::int64_t integer;
     double real;
-    // Memory from the scene's pool.
+    // Points to memory from the scene's pool.
     double* components;
-    // Memory from malloc if isLongString_, otherwise from the scene's pool.
+    // Points to memory from malloc if isLongString_ is true, otherwise to memory from the scene's
+    // pool.
     char* string;
     NodeImpl* node;
-    // Memory from `new`.
+    // Points to memory from `new`.
     BufferValue* buffer;
     ElementList* elements;
     NamedList<InputImpl>* members;
@@ -125,7 +126,7 @@ class InputImpl final : public Input {
     // The parent if isNodeInput_ is false.
     InputImpl* input;
   } parent_;
-  // Empty for an element.
+  // The name of the input. An element has no name.
   String name_;
   OutputImpl* connection_ = nullptr;
   Value value_;
@@ -136,7 +137,7 @@ class InputImpl final : public Input {
     std::uint32_t nameTag_;
   };
   std::uint16_t level_;
-  // An AttrType.
+  // The type of the input, an AttrType.
   std::uint8_t type_;
   bool isNodeInput_ : 1;
   bool isElement_ : 1;

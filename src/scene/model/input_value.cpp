@@ -60,7 +60,8 @@ std::uint64_t InputImpl::typedPrefix() noexcept {
   return list.typedPrefix;
 }
 
-// Tells the array that this element lost its type, or the type of its own elements.
+// Excludes this element and the elements after it from the typed prefix of the array. Called when
+// this element has lost its type, or the type of its own elements.
 void InputImpl::becomeUntyped() noexcept {
   if (!isElement_ || parent_.input->element(index_) != this) return;
   std::uint64_t& prefix = parent_.input->value_.elements->typedPrefix;

@@ -28,7 +28,7 @@ class NodeImpl final : public Node {
   std::string_view typeView() const noexcept { return type_.view(); }
   std::uint32_t position() const noexcept { return firstOutput_.nodePosition(); }
   bool isRemoved() const noexcept { return cold_ != nullptr && cold_->isRemoved; }
-  /// Marks the node as removed. Throws std::bad_alloc and then changes nothing.
+  /// Marks the node as removed. If it throws std::bad_alloc, nothing changes.
   void markRemoved() { coldMembers().isRemoved = true; }
   /// Returns the declaration of the node's type. Returns null for an open type.
   const DeclaredType* declaration() const noexcept {

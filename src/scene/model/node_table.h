@@ -32,11 +32,10 @@ class NodeTable final : public LibraryScene {
   /// Like the function above, for a name that is not a String. Does not cache the result, so that
   /// several threads may call it at the same time.
   NodeImpl* lookUp(std::string_view name) const noexcept;
-  /// Creates a node. Returns null if the name exists. Throws std::bad_alloc and then changes
-  /// nothing.
+  /// Creates a node. Returns null if the name exists. If it throws std::bad_alloc, nothing changes.
   NodeImpl* create(const String& type, const String& name);
-  /// Removes the node from look-ups. Does nothing for an unknown name. Throws std::bad_alloc and
-  /// then changes nothing.
+  /// Removes the node from look-ups. Does nothing for an unknown name. If it throws std::bad_alloc,
+  /// nothing changes.
   void remove(const String& name);
 
   InputImpl* findInput(interfaces::INode& node, const String& name) override;

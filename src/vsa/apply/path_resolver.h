@@ -64,7 +64,7 @@ class PathResolver {
   // The index of the next token in `path_`. Starts at 1, because the token at index 0 is the node's
   // name or ".".
   std::uint64_t position_ = 1;
-  // The path element after the current one, then the element after that. Null past the end.
+  // The next element of the path, and the element after it. Null after the end of the path.
   const Token* next_ = nullptr;
   const Token* afterNext_ = nullptr;
   Required required_{AttrType::Null, AttrType::Null};

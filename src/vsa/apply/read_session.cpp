@@ -24,9 +24,9 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
   remaining_ += bytes;
 }
 
-// Lowers the limit again by the unused part of the raise. chargeBuffer raised the limit for the
-// largest possible expansion. The unused part may exceed `remaining_` until the memory of the
-// buffer is released.
+// Lowers the limit after a decompression. chargeBuffer raised the limit for the largest possible
+// expansion of the text, and this function lowers it by the unused part of the raise. The unused
+// part may exceed `remaining_` until the memory of the buffer is released.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;
@@ -42,7 +42,7 @@ void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   remaining_ -= std::min(notUsed, remaining_);
 }
 
-// Returns true if the buffer may be allocated. Otherwise reports why not. Buffers may take seven
+// Returns true if the buffer may be allocated. Otherwise reports the reason. Buffers may take seven
 // eighths of the default limit. The last eighth remains for other memory, so that the reading can
 // continue after a buffer was refused.
 bool ReadSession::admitsBuffer(const AssignInfo& info) {
@@ -69,8 +69,8 @@ void ReadSession::skipBuffer(AssignInfo& info) {
   buffer.bytes = 0;
 }
 
-// Passes the memory of the value to the input. If the node is not kept, frees the memory and leaves
-// a value of the same type.
+// Passes the memory of the value to the input. If the node is not kept, frees the memory and makes
+// the value an empty value of the same type.
 void ReadSession::transferMemory(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
     if (value.type == AttrType::Buffer) {

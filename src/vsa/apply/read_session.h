@@ -209,7 +209,7 @@ class ReadSession {
     return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
   }
 
-  /// Makes the buffer of a literal that is not converted empty. Stores its count for keepSkipped.
+  /// Makes a buffer empty whose literal is not converted. Stores its count for keepSkipped.
   void skipBuffer(AssignInfo& info);
 
   /// The bytes that are counted for the reading and not released yet.
@@ -233,7 +233,7 @@ class ReadSession {
   /// Raises the limit of memory.
   void raiseMemory(std::uint64_t bytes) noexcept;
 
-  /// Throws ReadStopped.
+  /// Ends the reading, because it exceeds `budget`. Throws ReadStopped.
   [[noreturn]] virtual void exceed(Budget budget) = 0;
   /// Asks the host whether to cancel the reading. Called after every STATEMENTS_PER_POLL statements
   /// and LINKS_PER_POLL links, and while a long value is converted. May throw ReadStopped.
@@ -247,8 +247,7 @@ class ReadSession {
                            std::uint64_t count) = 0;
   /// Reports a refused buffer.
   virtual void refuse(Refusal refusal, const AssignInfo& info) = 0;
-  // The session calls the following functions only if `dropsNodes` is set. Exception:
-  // `isOfLibrary`.
+  // Except `isOfLibrary`, the session calls the following functions only if `dropsNodes` is set.
   virtual bool isDroppedNode(interfaces::INode& node) = 0;
   virtual void dropLink(interfaces::IInput& input) = 0;
   /// Whether the input belongs to a scene of the library.

@@ -38,14 +38,14 @@ class Lexer {
   /// Consumes one character and returns it. Sets `line` and `column` to its position.
   virtual char consume() = 0;
 
-  /// The last consumed character. 0 before the first.
+  /// The last consumed character. It is 0 before the first character.
   char previous = 0;
-  /// The next character. END_OF_INPUT at the end.
+  /// The next character. It is END_OF_INPUT at the end.
   char lookaheadChar = 0;
   // The following three counts wrap around after 2^31 - 1.
   std::int32_t index = 0;  ///< The number of consumed characters.
   std::int32_t line = 1;   ///< The line of `previous`. The first line is 1.
-  /// The column of `previous`. The first column is 1. 0 before the first character.
+  /// The column of `previous`. The first column is 1. The value is 0 before the first character.
   std::int32_t column = 0;
 
   /// Returns the next token. Skips white space and non-printable characters before the token.
@@ -77,8 +77,8 @@ class Lexer {
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// The number of collected bytes of the current token. 0 if the token was read from the window
-  /// without collecting its characters.
+  /// The number of collected bytes of the current token. It is 0 if the token was read from the
+  /// window without collecting its characters.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
   /// The record of the last error. The error is an Invalid token or a token that the end of the

@@ -21,9 +21,8 @@ class StringLexer final : public Lexer {
 
 /// A lexer whose source is an open file. It begins at the read position of the file.
 ///
-/// Other handles may read from the same file between two tokens. The position of the file for such
-/// a handle is the byte after the lookahead. The lexer then continues after the bytes that the
-/// handle has read.
+/// Other handles may read from the same file between two tokens. Such a handle reads from the byte
+/// after the lookahead on. Afterwards the lexer continues after the bytes that the handle has read.
 class FileLexer final : public Lexer {
  public:
   explicit FileLexer(const File& opened);

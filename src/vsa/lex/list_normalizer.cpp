@@ -3,8 +3,8 @@
 // Two table look-ups, by the high and the low nibble, classify a byte (Langdale and Lemire,
 // "Parsing Gigabytes of JSON per Second", 2019). Most lists are almost normal, so most steps are
 // one store. Each step advances by the full width of a vector. A step depends on the previous step
-// by only one bit: whether the previous step ended in a separator. The separators at the end of the
-// list are removed at the end.
+// by only one bit: whether the previous step ended in a separator. If the list ends in separators,
+// they are removed last.
 #include "vsa/lex/list_normalizer.h"
 
 #include <array>

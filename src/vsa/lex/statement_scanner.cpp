@@ -38,8 +38,8 @@ SimpleStatement::SimpleStatement()
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
-  // Requires that four tokens end in this block: `consumed` and the three tokens after it. `index`
-  // then did not wrap around between them.
+  // Requires that four tokens end in this block: `consumed` and the three tokens after it. This
+  // ensures that `index` did not wrap around between them.
   if (!lexer.hasInBlock(4)) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;

@@ -21,8 +21,8 @@ struct Literal {
 // The literals that are words. They match in any letter case.
 constexpr Literal LITERALS[] = {{"true", Type::True}, {"false", Type::False}, {"null", Type::Null}};
 
-// Returns the row of the literal that the word matches. If it matches none, returns a row that
-// contains the word itself.
+// Returns the row of the literal that the word matches. If the word matches no literal, returns a
+// row that contains the word itself.
 Literal literalOf(std::string_view word) {
   if (word.size() < 4 || word.size() > 5) return {word, Type::Id};
   for (const Literal& literal : LITERALS) {

@@ -32,7 +32,8 @@ class NamedList {
   NamedList() = default;
   NamedList(const NamedList&) = delete;
   NamedList& operator=(const NamedList&) = delete;
-  /// Does not return memory to the pool. The pool must outlive the list.
+  /// Frees the index and the memory from malloc. The pool frees its own memory. It must outlive the
+  /// list.
   ~NamedList() {
     if (hasIndex(capacity_)) delete index();
     if (!isInPool(capacity_)) std::free(memoryOf(items_, capacity_));
@@ -72,7 +73,7 @@ class NamedList {
   }
 
   /// Appends an object. No object in the list may have the same name. `pool` must be the same in
-  /// all calls. Throws std::bad_alloc and then changes nothing.
+  /// all calls. If it throws std::bad_alloc, nothing changes.
   void append(T* object, SmallBlockPool& pool) {
     if (count_ == capacity_) grow(pool);
     if (hasIndex(capacity_)) index()->insert(object->name().hash(), count_);

@@ -12,8 +12,8 @@ namespace zn::korvo_sdk {
 
 class OutputNames {
  public:
-  /// Returns the number of a name. Adds a new name. Throws std::bad_alloc, or std::length_error if
-  /// the names exceed 2^32 - 1. Then changes nothing.
+  /// Returns the number of a name. Adds the name if it is new. Throws std::bad_alloc, or
+  /// std::length_error for more than 2^32 - 1 names. If it throws, nothing changes.
   std::uint32_t numberOf(const String& name) {
     if (last_ < names_.size && names_[last_] == name) return last_;
     const auto isNamed = [&](std::uint64_t i) { return names_[i] == name; };

@@ -43,7 +43,7 @@ class Slabs {
   }
 
   /// Creates an object and appends it. Throws std::bad_alloc and the exceptions of the object's
-  /// constructor. Then changes nothing.
+  /// constructor. If it throws, nothing changes.
   template <class... Arguments>
   T& make(Arguments&&... arguments) {
     if (freeCount_ == 0) addSlab();
@@ -71,7 +71,8 @@ class Slabs {
   static constexpr std::uint64_t MAX_SLABS = 16;
 
   void addSlab() {
-    // Adds the pointer before the allocation: an exception of push_back cannot leak the slab.
+    // Adds the pointer before the slab is allocated. Otherwise an exception of push_back would leak
+    // the slab.
     slabs_.push_back(nullptr);
     try {
       if (spareSlabs_ == 0) addRegion();

@@ -8,7 +8,8 @@ SmallBlockPool::~SmallBlockPool() {
 
 // The rest of the last chunk stays unused. It is less than MAX_BYTES.
 void SmallBlockPool::addChunk() {
-  // Adds the pointer before the allocation: an exception of push_back cannot leak the chunk.
+  // Adds the pointer before the chunk is allocated. Otherwise an exception of push_back would leak
+  // the chunk.
   chunks_.push_back(nullptr);
   try {
     chunks_[chunks_.size - 1] = ::operator new(CHUNK_BYTES);

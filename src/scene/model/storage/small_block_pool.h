@@ -40,7 +40,7 @@ class VSA_API SmallBlockPool {
   }
 
   /// Returns an uninitialised block for `bytes` bytes, aligned to ALIGNMENT. `bytes` must be from 1
-  /// to MAX_BYTES. Throws std::bad_alloc and then changes nothing.
+  /// to MAX_BYTES. If it throws std::bad_alloc, nothing changes.
   void* allocate(std::size_t bytes) {
     const std::size_t capacity = capacityFor(bytes);
     FreeBlock*& first = freeBlocks_[capacity / ALIGNMENT];

@@ -37,8 +37,8 @@ class LinkResolver {
 
   interfaces::IScene& scene_;
   ReadSession* session_;
-  // Ring of the sources that are converted to Strings. Most scenes keep no reference to a name, so
-  // the memory of each String is reused.
+  // A ring of the sources that are converted to Strings. Most scenes keep no reference to a name,
+  // so the memory of each String is reused.
   String names_[NAMES];
 };
 

@@ -16,8 +16,8 @@ std::uintptr_t numberOf(const void* address) {
   return reinterpret_cast<std::uintptr_t>(address);
 }
 
-// Returns true for `node.output`, the form of most sources. The third token needs no check: in a
-// path of three tokens that begins with a name, it is a name.
+// Returns true for `node.output`, the form of most sources. The third token needs no check, because
+// it is always a name in a path of three tokens that begins with a name.
 bool isNodeAndOutput(const ds::Vector<Token>& path) {
   return path.size == 3 && path[0].type == Token::Type::Id;
 }
@@ -39,11 +39,12 @@ const char* TextArena::copyOf(std::string_view text) {
 }
 
 void TextArena::addChunk(std::size_t bytes) {
-  // Adds the element before the allocation: an exception of push_back cannot leak the chunk.
+  // Adds the element before the chunk is allocated. Otherwise an exception of push_back would leak
+  // the chunk.
   chunks_.push_back(nullptr);
   const std::size_t capacity = std::max(bytes, chunkBytes_);
   chunks_[chunks_.size - 1] = next_ = new char[capacity];
-  // If `new` throws, the old chunk and `left_` are still in use.
+  // Changed only now: if `new` throws, the old chunk stays in use.
   left_ = capacity;
   chunkBytes_ = std::min(2 * chunkBytes_, MAX_CHUNK_BYTES);
 }

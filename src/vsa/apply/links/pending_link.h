@@ -81,7 +81,7 @@ class AddressFilter {
   Pages::value_type* last_ = nullptr;
 };
 
-/// Pending links by target input.
+/// The pending links, indexed by target input.
 class PendingTable : public ds::HashMap<interfaces::IInput*, PendingLink> {
  public:
   /// Stores the link of an input. The first link retains the input. A later link replaces the

@@ -64,8 +64,8 @@ struct Free {
   void operator()(char* memory) const noexcept { std::free(memory); }
 };
 
-// Unescapes a long literal in place of a stack buffer: allocates the size of the literal, which is
-// an upper bound. Then shrinks the block, if realloc can.
+// Unescapes a long literal. Allocates a block of the literal's size, which is an upper bound of the
+// size of the result. Then shrinks the block, if realloc can.
 char* copyOfLong(std::string_view text, ReadSession* session) {
   std::unique_ptr<char, Free> held(allocateString(text.size()));
   char* const characters = held.get();

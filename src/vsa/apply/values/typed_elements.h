@@ -10,9 +10,9 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Caches how many elements of each array have a type. This makes filling an array linear in time
-/// if the text appends one element at a time. A scene may remove the type of an element itself.
-/// Each call therefore rechecks up to RECHECKED elements that had a type, in rotation.
+/// Caches how many elements of each array have a type. If each statement appends one element to an
+/// array, filling the array therefore takes linear time. A scene may remove the type of an element
+/// itself. Each call therefore rechecks up to RECHECKED elements that had a type, in rotation.
 class TypedElements {
  public:
   /// The number of typed elements that a call rechecks.
