@@ -1,6 +1,7 @@
-// Measures how the time of a read grows with its input. Each case is a text of n similar
-// statements, or of one statement of length n. It is read for n and for 4n. A linear reader takes
-// four times as long for 4n. The limit is five, to allow for cache misses.
+// Measures how the time of a read grows with its input. Each case generates a text of n similar
+// statements, or of one statement of length n. The benchmark reads the text for n and the text for
+// 4n. A linear reader takes four times as long for 4n. The limit is five, to allow for cache
+// misses.
 #include <malloc.h>
 
 #include <CLI/CLI.hpp>

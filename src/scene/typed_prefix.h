@@ -12,8 +12,8 @@
 
 namespace zn::korvo_sdk {
 
-/// Returns the number of leading elements of `array` that IInput::set does not change, regardless
-/// of the type that is passed.
+/// The type of a function that returns how many leading elements of `array` IInput::set does not
+/// change, regardless of the type that is passed.
 using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 
 /// Sets the function that `typedPrefixOf` calls. Every scene of the library sets the same function.

@@ -4,7 +4,8 @@
 // The method is Schubfach: R. Giulietti, "The Schubfach way to render doubles" (2020). It considers
 // all decimals inside the rounding interval of the real and finds one with the smallest number of
 // digits. If there are several, it finds the one nearest to the real. Three products with a power
-// of ten from a table, rounded to odd, determine this decimal exactly, without a loop.
+// of ten determine this decimal exactly, without a loop. The power is from a table, and the
+// products are rounded to odd.
 #pragma once
 
 #include <array>

@@ -208,7 +208,8 @@ inline __m128i upToOrMark(__m128i bytes, char last) {
   return _mm_cmplt_epi8(moved, _mm_set1_epi8(static_cast<char>(last - 126)));
 }
 
-/// Bit masks of 32 bytes of a string. Each mask flags bytes that need a separate check.
+/// Bit masks of 32 bytes of a string. A mask flags the bytes that equal a given character, or the
+/// bytes that are control characters.
 struct StringMasks {
   explicit StringMasks(const char* at) : low_(load16(at)), high_(load16(at + 16)) {}
 
@@ -258,8 +259,8 @@ inline bool passInString(const char* at, LineFeeds& feeds) {
 
 }  // namespace detail
 
-/// Finds the end of the string whose opening quote is at `at`. The end must be before `end`,
-/// otherwise `StringEnd::at` is null.
+/// Finds the end of the string whose opening quote is at `at`. If the string does not end before
+/// `end`, `StringEnd::at` is null.
 inline StringEnd endOfString(const char* at, const char* end) {
   StringEnd found;
   // Whether the byte at `at` is escaped.

@@ -55,7 +55,7 @@ class VSA_API SmallBlockPool {
     return block;
   }
 
-  /// Frees a block. `bytes` must be the argument of `allocate`.
+  /// Frees a block. `bytes` must be the number that was passed to `allocate`.
   void deallocate(void* block, std::size_t bytes) noexcept {
     FreeBlock*& first = freeBlocks_[capacityFor(bytes) / ALIGNMENT];
     first = new (block) FreeBlock{first};
