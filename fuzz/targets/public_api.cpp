@@ -75,9 +75,9 @@ void checkOutcome(const ReadOutcome& outcome, std::string_view text) {
   checkDiagnostics(outcome, text);
 }
 
-// Whether the end of the diagnostic's range is independent of the source. An invalid character is
-// part of a number or word. If the source returns few bytes, the characters after the invalid
-// character may be missing. The range of the number or word then ends earlier.
+// Whether the end of the diagnostic's range must be the same for every source. The range of an
+// invalid character includes the number or word that contains the character. If the source returns
+// few bytes, the end of this number or word may be missing. The range then ends earlier.
 bool hasDeliveredEnd(const Diagnostic& found) {
   return found.id != DiagnosticId::InvalidToken && found.id != DiagnosticId::InvalidListToken;
 }

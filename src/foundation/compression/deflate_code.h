@@ -6,8 +6,8 @@
 
 namespace zn::deflate {
 
-/// The codes of the symbols of an alphabet. The index is the symbol. A symbol of length 0 has no
-/// code. The bits are in the order of the stream: the first bit of a code is its lowest bit.
+/// The codes of the symbols of an alphabet. The index is the symbol. A symbol whose length is 0 has
+/// no code. The bits are in the order of the stream: the first bit of a code is its lowest bit.
 struct Code {
   std::vector<std::uint8_t> lengths;
   std::vector<std::uint16_t> bits;
