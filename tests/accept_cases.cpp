@@ -1,6 +1,6 @@
-// accept_cases FOLDER NAME...: rewrites the expectations of test cases with the current outcome of
-// the reader. A NAME is a part of the names of cases, or the path of a .vsa file. Prints the files
-// that it changes.
+// accept_cases FOLDER NAME...: replaces the expected results of cases by what the reader returns
+// now. A NAME is a part of the names of cases, or the path of a .vsa file. Prints the files that it
+// changes.
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -32,7 +32,7 @@ bool matches(const fs::path& text, const fs::path& folder, const std::string& na
          fs::relative(text, folder).generic_string().find(name) != std::string::npos;
 }
 
-/// Rewrites the cases that match `name`. Returns whether there are any.
+/// Rewrites the expected results of the cases that match `name`. Returns whether there are any.
 bool acceptNamed(const fs::path& folder, const std::string& name) {
   bool found = false;
   for (const auto& entry : fs::recursive_directory_iterator(folder)) {

@@ -1,5 +1,5 @@
-// Runs the cases under tests/cases, each from a String and from a File, and checks that every
-// message has a case.
+// Runs the cases in tests/cases, each from a String and from a File, and checks that every message
+// has a case.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -24,7 +24,7 @@ const CaseFolder& caseFolder() {
   return found;
 }
 
-/// A test name may contain only letters, digits and underscores.
+/// Returns the name of a case as a test name, which may have only letters, digits and underscores.
 std::string testName(const testing::TestParamInfo<Case>& info) {
   std::string name = info.param.name;
   for (char& c : name) {
@@ -53,20 +53,20 @@ TEST(CaseFolderTest, EveryTextHasAnExpectation) {
   for (const fs::path& orphan : caseFolder().orphans) ADD_FAILURE() << orphan << " has no partner";
 }
 
-// --- the table of diagnostics: every row needs a case and a paragraph ---
+// --- the table of diagnostics: each row has a case and a paragraph ---
 
 using zn::korvo_sdk::DIAGNOSTIC_ROWS;
 using zn::korvo_sdk::DiagnosticId;
 
-/// The messages that the cases raise.
+/// Returns the ids of all messages that the cases raise.
 std::set<DiagnosticId> raisedMessages() {
   std::set<DiagnosticId> raised;
   for (const Case& each : caseFolder().cases) raised.merge(messagesOf(contentOf(each.text)));
   return raised;
 }
 
-/// Messages that no text can raise, with the reason for each: lines "NAME reason" in
-/// uncovered_messages.txt.
+/// Returns the messages that no case can raise, with the reason for each. They are the lines "NAME
+/// reason" of uncovered_messages.txt.
 std::map<std::string, std::string> exemptions() {
   std::map<std::string, std::string> found;
   std::istringstream lines(contentOf(fs::path(VSA_CASE_DIR) / "uncovered_messages.txt"));
@@ -105,9 +105,9 @@ TEST(MessageTest, EveryMessageIsDocumented) {
   }
 }
 
-// A paragraph under an id that no message has was left behind.
+// Every heading in the documentation of messages is the id of a message.
 TEST(MessageTest, EveryParagraphHasAMessage) {
-  std::set<std::string> ids = {"unreadable-file"};  // the command adds it
+  std::set<std::string> ids = {"unreadable-file"};  // a message of the command vsa
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
     ids.insert(vsa::name(static_cast<vsa::DiagnosticId>(i)));
   }

@@ -1,4 +1,4 @@
-// BackLinks: the links of a scene from their other end.
+// Tests of BackLinks, which finds the links that lead to a node.
 #include <vsa/back_links.h>
 
 #include <string>
@@ -54,7 +54,7 @@ TEST(BackLinks, KnowsNothingOfLaterNodesAndOtherScenes) {
   EXPECT_TRUE(vsa::BackLinks(vsa::SceneView()).of(b).empty());
 }
 
-// As deep as a scene can be made: the walk needs no stack for it.
+// The input is as deep as a scene allows. The traversal must not recurse.
 TEST(BackLinks, ReachTheDeepestInput) {
   vsa::Scene scene;
   scene.plain().setDepthLimit(zn::korvo_sdk::Scene::MAX_DEPTH_LIMIT);

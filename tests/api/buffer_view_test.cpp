@@ -1,4 +1,5 @@
-// Typed buffers: which element types are which C++ types, and the reason when they are not.
+// Tests of typed buffers: which C++ type reads which element type, and which problem other types
+// give.
 #include <vsa/values/buffer_view.h>
 
 #include <array>
@@ -76,7 +77,7 @@ TEST(BufferView, GivesTypeCountAndBytes) {
   EXPECT_EQ(scene["m"]["x"].buffer().elementType(), ElementType::Null);
 }
 
-// Every element type is readable as exactly one component type and count.
+// Counts the component counts with which the buffer can be read as T. Over all T there must be one.
 template <class T, std::size_t... Counts>
 int matches(const vsa::BufferView& view, std::index_sequence<Counts...>) {
   return ((view.as<T, Counts + 1>().problem() == BufferProblem::None ? 1 : 0) + ...);
@@ -86,7 +87,7 @@ TEST(TypedBuffer, MatchesEachElementTypeOnce) {
   using All = std::make_index_sequence<16>;
   for (int i = 1; i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {
     const auto type = static_cast<ElementType>(i);
-    if (type == ElementType::Ptr) continue;  // addresses are no numbers
+    if (type == ElementType::Ptr) continue;  // addresses cannot be read as numbers
     const vsa::BufferView view(zn::korvo_sdk::BufferValue{
         .memory = nullptr, .count = 0, .bytes = 0, .type = type, .reserved = 0});
     EXPECT_EQ(matches<signed char>(view, All()) + matches<std::uint8_t>(view, All()) +

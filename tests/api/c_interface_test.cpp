@@ -1,4 +1,4 @@
-// The interface for C: options, how a reading ended, and skipped buffers.
+// Tests of the interface for C: options, the end of a reading, and skipped buffers.
 #include <vsa/vsa_c.h>
 
 #include <string>
@@ -204,7 +204,7 @@ TEST(CInterface, TakesTheSameOptionsEverywhere) {
   }
 }
 
-// A null pointer asks whether there is something, without its value.
+// With a null pointer for the value, a function returns only whether there is a value.
 TEST(CInterface, NeedsNoPlaceForAValue) {
   vsa_options options = defaults();
   options.skips_buffers = 1;

@@ -1,4 +1,4 @@
-// Editing: buffers, as inputs and as elements of arrays.
+// Tests of editing buffers, which are inputs or elements of arrays.
 #include <array>
 #include <cstdint>
 #include <cstring>

@@ -1,4 +1,4 @@
-// Editing: what a program makes is what the same text makes.
+// Tests of editing: an edited scene is the same as a scene read from a text.
 #include <vsa/edit.h>
 
 #include <algorithm>
@@ -129,7 +129,7 @@ TEST(Edit, ReplacesValuesOfEveryType) {
     EXPECT_DONE(input.clear());
     EXPECT_EQ(input.type(), ValueType::Null);
   }
-  EXPECT_EQ(scene["r"]["i"].connection().output(), "out");  // a connection stays
+  EXPECT_EQ(scene["r"]["i"].connection().output(), "out");  // the connection remains
 }
 
 TEST(Edit, RemovesInputsInAnyOrder) {
@@ -217,7 +217,7 @@ TEST(Edit, RefusesWhatIsMissing) {
   EXPECT_REFUSED(scene.removeNode(node), Missing);
   EXPECT_FALSE(input[0]);
   EXPECT_FALSE(input["x"]);
-  // A refused node refuses what follows.
+  // A change of a refused node is refused, too.
   EXPECT_REFUSED(scene.addNode("lamp", "not a name").add("x").set(1), Missing);
 }
 
@@ -314,7 +314,7 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
   zn::korvo_sdk::unregisterNodeType("editedLamp");
 }
 
-// An input that was made for a value goes when the value is refused; one that was there stays.
+// A refused value removes the input that was created for it. An input that existed before remains.
 TEST(Edit, LeavesNoInputBehindARefusedValue) {
   zn::korvo_sdk::registerNodeType(
       {.name = "refusingLamp",
@@ -351,7 +351,7 @@ TEST(Edit, MakesTuplesOfAsManyNumbersAsTheTypeHas) {
   EXPECT_FALSE(vsa::Tuple::of(ValueType::Int, {}));
 }
 
-// What is not there, or is not in it, is not removed.
+// Removing does nothing if the argument is null, belongs to another parent, or is already removed.
 TEST(Edit, RemovesFromThePlainSceneWhatIsInIt) {
   vsa::Scene scene = sceneOf("rig r: .o.x = 1; .p.x = 2; .n = 3; rig s: .n = 4;");
   zn::korvo_sdk::Node& r = *scene.plain().findNode("r");
@@ -387,7 +387,7 @@ TEST(Edit, KeepsToTheLimitsOfTheScene) {
   EXPECT_DONE(scene["r"]["k"].resize(2));
   EXPECT_DONE(scene["r"]["k"].resize(1));
   scene.plain().setDepthLimit(2);
-  // The bound of elements that texts skip does not count those that a program asks for.
+  // The limit of empty elements is about texts. It does not apply to elements that a program adds.
   scene.plain().setEmptyElementLimit(0);
   EXPECT_DONE(scene["r"]["k"].resize(1000));
   EXPECT_EQ(scene.plain().emptyElementLimit(), 0U);
@@ -411,7 +411,7 @@ TEST(Edit, FreesTheDeepestTree) {
   EXPECT_TRUE(node.inputs().empty());
 }
 
-// A text read into an edited scene finds what was made and not what was removed.
+// A text that is read into an edited scene can use what was added, and not what was removed.
 TEST(Edit, MixesWithReading) {
   vsa::Scene scene = sceneOf("rig r: .a = 1; .b = 2;");
   EXPECT_DONE(scene["r"].remove("a"));

@@ -1,4 +1,4 @@
-// The header of an edited scene: its comments are a text that gives the same header.
+// Tests of the header of an edited scene: reading its comments as a text gives the same header.
 #include <string>
 
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@ namespace {
 using api_test::sceneOf;
 using vsa::EditError;
 
-// Reads the comments of the scene again.
+// Reads the comments of the scene as a text and expects the same header.
 void expectReadsBack(const vsa::Scene& scene) {
   std::string text;
   for (const std::string_view comment : scene.comments()) text.append(comment) += '\n';

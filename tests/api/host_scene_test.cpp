@@ -1,4 +1,4 @@
-// HostScene: the defaults, and what a host that overrides something is told.
+// Tests of HostScene: its default functions, and the calls that a derived class receives.
 #include <vsa/host_scene.h>
 
 #include <algorithm>
@@ -21,14 +21,14 @@ using vsa::HostOutput;
 using vsa::ReadStatus;
 using zn::korvo_sdk::AttrData;
 
-// Messages of a text in the order in which they were found.
+// Returns the log lines of a reading in the order of the log.
 std::vector<std::string> messagesOf(const vsa::ReadOutcome& outcome) {
   std::vector<std::string> messages;
   for (const vsa::Diagnostic& found : outcome.diagnostics) messages.push_back(found.logLine());
   return messages;
 }
 
-// Writes down what it is told.
+// A scene that records its calls.
 class Recorder : public vsa::HostScene {
  public:
   std::vector<std::string> events;
@@ -62,7 +62,8 @@ TEST(HostScene, TellsOfEveryValueAndLink) {
     sky dusk; .color |= dusk.out; remove dusk; sun.power = 3; sun.free |= null;
     sun.to = sun; sun.keys[0].to = null;)");
   EXPECT_EQ(outcome.status, ReadStatus::Complete);
-  std::sort(scene.events.begin() + 6, scene.events.end());  // links: by addresses
+  // links are resolved in the order of addresses
+  std::sort(scene.events.begin() + 6, scene.events.end());
   EXPECT_EQ(scene.events,
             (Events{"sun/power is a Real", "sun/keys[1].time is a Int", "sun/points is a Buffer",
                     "sun/name is a String", "sun/kind is a Object", "without dusk",
@@ -73,7 +74,7 @@ TEST(HostScene, TellsOfEveryValueAndLink) {
   EXPECT_EQ(scene.node("sun")->nodeType(), "lamp");
 }
 
-// Every case of the library's scene that needs no declared type gives the same messages.
+// Texts without declared types give the same messages as with the library's scene.
 TEST(HostScene, BehavesAsTheLibrarysSceneDoes) {
   for (const char* const text : {
            "lamp a: .x = 1; .x = 2.5; .x = \"s\"; .x.y = 1;",
@@ -114,7 +115,7 @@ TEST(HostScene, BoundsWhatATextMakesOfFewCharacters) {
   EXPECT_EQ(vsa::readTextInto(other, dense).status, ReadStatus::Complete);
 }
 
-// Keeps no node.
+// A scene that keeps no nodes.
 class Counter : public vsa::HostScene {
  public:
   int nodes = 0;
@@ -139,7 +140,7 @@ TEST(HostScene, CanKeepNothing) {
   EXPECT_EQ(scene.node("sun"), nullptr);
 }
 
-// A host that keeps some nodes: links to others are told as such.
+// A scene that keeps only some nodes. It is called for links to dropped nodes, too.
 class Lamps : public Recorder {
   std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name) override {
     return type == "lamp" ? vsa::HostScene::makeNode(type, name) : nullptr;
@@ -153,7 +154,7 @@ TEST(HostScene, CanKeepSomeNodes) {
   EXPECT_EQ(scene.events, (Events{"l/y is a Int", "l/c is driven by out", "l/r refers to none"}));
 }
 
-// A host with inputs of its own: some refuse values, some do not exist.
+// An input of the host. Inputs of some names refuse values, and inputs of other names do not exist.
 class StrictInput : public HostInput {
  public:
   using HostInput::HostInput;
@@ -191,7 +192,7 @@ class Thrower : public vsa::HostScene {
   void onValue(const HostInput& /*input*/, const AttrData& /*value*/) override { throw 1; }
 };
 
-// The sanitizers see whether the memory of the value is freed.
+// The sanitizers detect it if the memory of the value is not freed.
 TEST(HostScene, MayThrow) {
   Thrower scene;
   const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp l: .p = float[1000] {1};");
@@ -199,7 +200,8 @@ TEST(HostScene, MayThrow) {
   EXPECT_THROW(std::rethrow_exception(outcome.exception), int);
 }
 
-// The reader checks types before it calls; a program that calls the scene itself need not.
+// The reader checks types before it calls the scene. A program that calls the scene itself may not,
+// so the scene must refuse wrong types.
 TEST(HostScene, RefusesWhatDoesNotFit) {
   Recorder scene;
   ASSERT_TRUE(vsa::readTextInto(scene, "lamp a: .n = 1; .k[0] = 1; .o.p = 2; .free |= a.out;")
@@ -230,7 +232,7 @@ TEST(HostScene, RefusesWhatDoesNotFit) {
   EXPECT_EQ(n.type(), vsa::ValueType::Int);
 }
 
-// What stands for the nodes that are not kept takes everything and has nothing.
+// The object for dropped nodes accepts all calls and has no inputs.
 TEST(HostScene, GivesDroppedNodesThatAreEmpty) {
   namespace interfaces = zn::korvo_sdk::interfaces;
   Counter scene;

@@ -1,4 +1,4 @@
-// The ranges of views: nodes, inputs, elements, members and comments.
+// Tests of the ranges of views: nodes, inputs, elements, members and comments.
 #include <algorithm>
 #include <ranges>
 #include <string>
@@ -82,7 +82,7 @@ TEST(Range, WalksElementsAndMembers) {
   EXPECT_TRUE(scene["r"]["k"].members().empty());
 }
 
-// Bad use: the scene is read into while it is walked.
+// A program must not read into a scene during a traversal. If it does, nothing may crash.
 TEST(Range, SurvivesChangesOfTheSceneDuringAWalk) {
   vsa::Scene scene = sceneOf("lamp a: .x = 1; lamp b; lamp c;");
   Names seen;

@@ -1,4 +1,5 @@
-// A scene read from a text, and a scene as text, for tests of what can be done with it.
+// Helpers for tests that inspect or edit scenes: they read a scene from a text, and write a scene
+// as text.
 #pragma once
 
 #include <stdexcept>
@@ -12,7 +13,8 @@
 
 namespace api_test {
 
-/// Throws std::runtime_error when the text is not read to its end. Warnings are dropped.
+/// Reads a scene from a text. Throws std::runtime_error if the text is not read to its end.
+/// Warnings are ignored.
 inline vsa::Scene sceneOf(std::string_view text) {
   vsa_tools::LogCapture log;
   const zn::ScopedLogSink scope(&log);
@@ -23,7 +25,7 @@ inline vsa::Scene sceneOf(std::string_view text) {
   return scene;
 }
 
-/// All nodes, inputs, values and links.
+/// Returns all nodes, inputs, values and links as text.
 inline std::string dumpOf(const vsa::Scene& scene) {
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase({}, scene.plain(), out);

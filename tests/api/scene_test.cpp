@@ -1,4 +1,4 @@
-// vsa::Scene: who owns what, before and after a move.
+// Tests of vsa::Scene: what it owns before and after a move.
 #include <vsa/scene.h>
 
 #include <memory>
@@ -26,7 +26,7 @@ TEST(Scene, MovesItsNodes) {
   const zn::korvo_sdk::Scene* const plain = &from.plain();
   vsa::Scene to = std::move(from);
   EXPECT_EQ(&to.plain(), plain);
-  EXPECT_EQ(from.plain().nodeCount(), 0U);  // an empty scene again
+  EXPECT_EQ(from.plain().nodeCount(), 0U);  // the moved-from scene is empty
   EXPECT_EQ(to.plain().nodeCount(), 1U);
 }
 

@@ -1,5 +1,5 @@
-// What a text can carry: each rule is tried against the reader. What a rule allows must come out of
-// a text with every bit; for what it refuses there is no such text.
+// Tests of the rules about what a text can represent, against the reader. What a rule allows is
+// read back from a text without any change. What a rule refuses, no text can represent.
 #include <vsa/text_rules.h>
 
 #include <bit>
@@ -33,7 +33,7 @@ bool isRead(const std::string& text) {
   return isReadInto(scene, text);
 }
 
-// A text that uses the name everywhere, and finds it again.
+// Returns whether the reader accepts the name as the name of a node, input, member and output.
 bool isReadAsName(const std::string& name) {
   if (!isRead("t " + name + ": ." + name + "." + name + " = " + name + "; .o |= " + name + "." +
               name + ";")) {
@@ -102,7 +102,8 @@ TEST(TextRules, RealsAreWhatTheReaderCanMake) {
   EXPECT_EQ(bits("t a: .x = -inf;"), std::bit_cast<std::uint64_t>(-INFINITE));
   EXPECT_EQ(bits("t a: .x = -0.0;"), std::bit_cast<std::uint64_t>(-0.0));
   EXPECT_FALSE(isRead("t a: .x = 1.0e999;"));
-  EXPECT_FALSE(sceneOf("t a: .x = inf;")["a"]["x"].real());  // a reference to a node
+  // "inf" is read as a reference to a node
+  EXPECT_FALSE(sceneOf("t a: .x = inf;")["a"]["x"].real());
 }
 
 TEST(TextRules, ANaNHasTheBitsOfTheReader) {

@@ -1,4 +1,4 @@
-// Views: each type of value, and everything that can be missing.
+// Tests of views: each type of value, and everything that may be missing.
 #include <vsa/view.h>
 
 #include <string>
@@ -84,7 +84,7 @@ TEST(View, GivesTheFallbackForOtherTypesAndMissingInputs) {
   EXPECT_TRUE(sun["power"].components().empty());
 }
 
-// Everything that can be asked of an input and of what follows from it.
+// Expects that each function of the view returns an empty result.
 void expectMissing(InputView input) {
   EXPECT_FALSE(input);
   EXPECT_EQ(input.name(), "");

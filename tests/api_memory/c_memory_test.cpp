@@ -1,4 +1,5 @@
-// The interface for C where memory ends: a null reading, or one that says so.
+// Tests of the interface for C when memory runs out: it returns a null reading, or a reading whose
+// status says so.
 #include <gtest/gtest.h>
 #include <vsa/vsa_c.h>
 
@@ -13,7 +14,8 @@ namespace {
 
 constexpr std::string_view TEXT = "lamp aNodeWithALongNameThatTakesMemory: .x = 1; .s = \"text\";";
 
-// Calls `change` with the `n`-th allocation failing. Returns whether there were as many.
+// Calls `change` while the `n`-th allocation fails. Returns whether it made at least `n`
+// allocations.
 template <class Change>
 bool failsAt(std::uint64_t n, const Change& change) {
   AllocationTracker::start();

@@ -1,5 +1,5 @@
-// Memory of edited scenes: what is replaced or removed is freed at once, and a change that runs out
-// of memory is refused and changes nothing that can be seen.
+// Tests of the memory of edited scenes. The memory of replaced and removed values is freed at once.
+// A change that runs out of memory is refused and has no visible effect.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -27,7 +27,7 @@ const std::string LONG_TEXT(10'000, 'x');
 const std::string LONGER_TEXT(20'000, 'x');
 const std::vector<float> NUMBERS(1000);
 
-// Each kind of change once. Returns the first error.
+// Makes a change of each kind. Returns the first error.
 Status changeEverything(vsa::Scene& scene) {
   EditError first = EditError::None;
   const auto note = [&](Status status) {
@@ -56,7 +56,7 @@ Status changeEverything(vsa::Scene& scene) {
   return first;
 }
 
-// Everything can be looked at, whatever is missing.
+// Inspects the whole scene. That must work even after a change that has failed.
 void lookAtAll(const vsa::Scene& scene) {
   for (const vsa::NodeView node : scene.nodes()) {
     for (const vsa::InputView input : node.inputs()) {
@@ -84,7 +84,8 @@ TEST(EditMemory, SurvivesEveryFailedAllocation) {
       EXPECT_NE(status.error(), EditError::None) << n;
       lookAtAll(scene);
       static_cast<void>(scene.removeNode(scene["aNodeWithALongNameThatTakesMemory"]));
-      EXPECT_EQ(changeEverything(scene).error(), EditError::None) << n;  // with memory again
+      // succeeds when memory is available again
+      EXPECT_EQ(changeEverything(scene).error(), EditError::None) << n;
     }
   }
 }
@@ -117,7 +118,7 @@ TEST(EditMemory, OfRemovedInputsIsFreed) {
     node.remove("x").orThrow();
   }
   AllocationTracker::stop();
-  // 2000 places of 48 bytes in slabs.
+  // The slabs still have 2000 inputs of 48 bytes.
   EXPECT_LT(AllocationTracker::count().liveBytes, 1'000'000);
 }
 
@@ -133,7 +134,7 @@ TEST(EditMemory, OfARefusedBufferIsFreed) {
   EXPECT_EQ(AllocationTracker::count().liveBlocks, 0);
 }
 
-// The base class of a host's scene, wherever memory ends.
+// The base class of a host's scene frees all memory, whichever allocation fails.
 TEST(HostSceneMemory, IsFreedWhateverFails) {
   const char* const text =
       "lamp sun: .power = 2.5; .keys[3].time = 1; .points = float[20] {1 2}; .name = \"sun\"; sky "

@@ -1,5 +1,5 @@
-// Memory through the public API: what is taken is freed, whatever the text, wherever memory ends.
-// LeakSanitizer runs over this program without suppressions.
+// Tests of the memory of readings through the public API. All memory is freed for any text, even if
+// an allocation fails. LeakSanitizer runs this program without suppressions.
 #include <gtest/gtest.h>
 
 #include <unistd.h>
@@ -24,7 +24,7 @@ namespace {
 using vsa::ReadResult;
 using vsa::ReadStatus;
 
-// Values that no input takes, in each way in which a statement can fail.
+// Texts with values that no input receives. Each text fails in another way.
 const std::string FAULTY[] = {
     "a x; x.n = 1; x.n = \"refused\"; x.n = byte[100] {1}; x.n = \"last\"",
     "a x; x.n = \"no semicolon, and long enough to be no short string\" 5;",
@@ -36,7 +36,7 @@ const std::string FAULTY[] = {
     "a x; x.v[0] = 1; x.v[1] = \"not a number, and long enough to be no short string\";",
 };
 
-// Tables that are made on first use stay.
+// Initialises the tables that are created on first use and never freed.
 void warmUp() {
   declareLamp();
   static_cast<void>(vsa::readText("a x; x.b = byte[1] {1}; x.v = vec2(1 2); define y;"));
@@ -100,7 +100,8 @@ TEST(ReadMemory, StaysAsItWasOverManyFaultyReads) {
   EXPECT_EQ(AllocationTracker::count().liveBytes, 0);
 }
 
-// The whole memory of the process, which a sanitizer keeps freed blocks in.
+// The test measures the memory of the whole process. Sanitizers keep freed blocks, so that the
+// growth is tested only without them.
 TEST(ReadMemory, OfTheProcessStaysAsItWasOverManyFaultyReads) {
   warmUp();
   const std::string text = faultyText(10'000);
@@ -127,7 +128,8 @@ TEST(ReadMemory, OfARefusedValueIsFreedBeforeTheNextStatement) {
   EXPECT_LT(AllocationTracker::count().peakBytes, 3'000'000);
 }
 
-// Each allocation of `read` in turn fails, alone and with all after it. `check` gets each result.
+// Calls `read` once for each of its allocations, which then fails alone or together with all later
+// allocations. Passes the status of each result to `check`.
 template <class Read, class Check>
 void failEachAllocation(const Read& read, const Check& check) {
   for (const bool everAfter : {false, true}) {
@@ -173,7 +175,7 @@ TEST(ReadMemory, ThatRunsOutIsAStatusForAFile) {
   failEachAllocation([&] { return vsa::readFile(path.c_str()); }, expectOutOfMemory);
 }
 
-// An error keeps its status if only the memory for its message is missing.
+// If only the memory for the message is missing, the status is still StoppedByError.
 TEST(ReadMemory, ThatRunsOutIsAStatusForAnError) {
   warmUp();
   const std::string text = varied() + "gone.x=1;";
@@ -185,7 +187,7 @@ TEST(ReadMemory, ThatRunsOutIsAStatusForAnError) {
                      });
 }
 
-// The limit of memory bounds what the reading really takes.
+// The reading does not take much more memory than the limit allows.
 TEST(ReadMemory, StaysWithinItsLimit) {
   warmUp();
   std::string nodes;
@@ -217,7 +219,7 @@ TEST(ReadMemory, StaysWithinItsLimit) {
   }
 }
 
-// Each message quotes the name of the node. One that is not kept is not put together.
+// Each message would contain the long name of the node. A message that is not kept is not created.
 TEST(ReadMemory, IsNotTakenForDiagnosticsThatAreNotKept) {
   warmUp();
   std::string text = "lamp " + std::string(1'000'000, 'n') + ": .k = 1;\n";

@@ -1,5 +1,5 @@
 #!/usr/bin/env -S python3 -B
-"""read_scene.py LIBRARY FOLDER: reads an example in FOLDER through the shared library, by ctypes alone."""
+"""read_scene.py LIBRARY FOLDER: reads an example in FOLDER through the shared library, with ctypes only."""
 
 import ctypes
 import os

@@ -1,6 +1,6 @@
-// Lifetimes and threads: nodes that are removed while something refers to them, repeated reads into
-// one scene, concurrent reads, and a process that exits during a read. ThreadSanitizer and
-// AddressSanitizer run these tests too.
+// Tests of lifetimes and threads: nodes that are removed while something refers to them, repeated
+// reads into one scene, concurrent reads, and a process that exits during a read. ThreadSanitizer
+// and AddressSanitizer run these tests, too.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -31,7 +31,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// Reads into the scene and returns the outcome in the format of an expectation.
+/// Reads into the scene and returns the outcome in the form of an expected result.
 std::string readInto(Scene& scene, const std::string& text) {
   const auto outcome =
       vsa_tools::captureRead([&] { return impl::parseString(&scene, zn::String::copyOf(text)); });
@@ -154,7 +154,7 @@ TEST(SameSceneTest, ReadTenTimes) {
   ASSERT_NE(at, std::string::npos);
   std::string expected = once;
   for (int i = 1; i < 10; ++i) {
-    expected.insert(at, comments);  // header comments accumulate
+    expected.insert(at, comments);  // each read adds its header comments
     EXPECT_EQ(readInto(scene, EVERYTHING), expected) << "read " << i + 1;
   }
 }
@@ -185,8 +185,8 @@ TEST(SameSceneTest, ReadAgainAfterAnError) {
 
 // --- Threads ---
 
-// Reads `text` in `count` threads that start at the same time, so that they race for everything
-// that is initialised on first use. Each thread has its own scene and sink.
+// Reads `text` in `count` threads that start at the same time, so that they compete to initialise
+// everything that is created on first use. Each thread has its own scene and sink.
 std::vector<std::string> readInThreads(std::size_t count, const zn::String& text) {
   std::vector<std::string> shown(count);
   std::barrier start(static_cast<std::ptrdiff_t>(count));
@@ -212,7 +212,7 @@ constexpr char ALL_TABLES[] =
     "= 2.5;\n"
     ".z = byte[4] {.789c63606060000000040001};\n";
 
-/// The outcome of ALL_TABLES if sharedLamp is not declared.
+/// The outcome of ALL_TABLES when the type sharedLamp is not declared.
 constexpr char ALL_TABLES_READ[] = R"(result true
 log
   warning TYPE WARNING (2,97): narrowing Real to Int @ b.q.
@@ -231,7 +231,8 @@ scene
     z Buffer Byte 4 [0, 0, 0, 0]
 )";
 
-/// Reads in 16 threads of a child process that has not read anything before. Returns its status.
+/// Reads in 16 threads of a child process that has not read anything before. Returns the exit
+/// status of that process.
 int raceForFirstUse() {
   const pid_t child = fork();
   if (child == 0) {
@@ -336,7 +337,7 @@ TEST(ThreadTest, OneSharedSink) {
 }
 
 TEST(ThreadTest, OneSharedText) {
-  // All threads hold the same String, and another thread destroys the scenes.
+  // All threads hold copies of the same String. Another thread destroys the scenes.
   const zn::String text(EVERYTHING);
   std::vector<std::unique_ptr<Scene>> scenes(16);
   std::vector<std::thread> threads;
@@ -352,7 +353,8 @@ TEST(ThreadTest, OneSharedText) {
 
 // --- Process exit ---
 
-/// Returns statements endlessly, so that the read still runs when the process exits.
+/// A source that returns statements without end, so that the read still runs when the process
+/// exits.
 class EndlessSource final : public zn::ByteSource {
  public:
   explicit EndlessSource(std::atomic<bool>& isRunning) : isRunning_(isRunning) {}
@@ -402,7 +404,7 @@ TEST(ExitTest, DuringARead) {
 
 }  // namespace vsa_tests
 
-// The race for first use runs before any test has read anything.
+// This test of the first use runs before all others, because they would initialise the tables.
 namespace {
 
 class FirstUse : public testing::Environment {

@@ -1,6 +1,7 @@
-// Allocation failures while the reader initialises its tables on first use: the read that needs
-// them fails without a leak, and the next read initialises them. Tables are initialised once per
-// process, so each failure is tested in a child process, and this process reads nothing itself.
+// Tests of allocation failures while the reader initialises its tables on first use. The read that
+// needs the tables fails without a leak, and the next read initialises them. Tables are initialised
+// once in a process. Therefore each failure is tested in a child process, and this process reads
+// nothing.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -22,12 +23,13 @@ namespace {
 using namespace zn::korvo_sdk;
 
 struct Outcome {
-  bool hasFailed;         // the k-th allocation was reached
-  bool isReadAfterwards;  // the second read succeeded
+  bool hasFailed;         // whether the k-th allocation was reached
+  bool isReadAfterwards;  // whether the second read succeeded
   std::int64_t keptBlocks;
 };
 
-/// Reads while the k-th allocation fails (0: none), then reads again without a failure.
+/// Reads while the k-th allocation fails, then reads again without a failure. 0 makes no allocation
+/// fail.
 Outcome readTwice(std::uint64_t k) {
   const zn::String text(
       "t n; n.v = vec3(1 2 3); n.b = int32[1] {1}; n.c = vec3f[1] {1 2 3}; n.r = n; n.l |= n.o;");
@@ -40,7 +42,7 @@ Outcome readTwice(std::uint64_t k) {
     Scene scene;
     impl::parseString(&scene, text);
   } catch (const std::bad_alloc&) {
-    // The documented result.
+    // The documentation allows this exception.
   }
   outcome.hasFailed = AllocationTracker::hasFailed();
   AllocationTracker::failAt(0, false);
@@ -53,7 +55,7 @@ Outcome readTwice(std::uint64_t k) {
   return outcome;
 }
 
-/// The same in a child process; `isAnswered` is false if it crashed.
+/// Calls readTwice() in a child process. `isAnswered` becomes false if that process crashed.
 Outcome readTwiceInChild(std::uint64_t k, bool& isAnswered) {
   int ends[2];
   if (pipe(ends) != 0) return {};
@@ -73,7 +75,8 @@ Outcome readTwiceInChild(std::uint64_t k, bool& isAnswered) {
 }
 
 TEST(FirstUseTest, TablesAreInitialisedAfterAFailureWithoutLeaks) {
-  // Sets the hash key for all child processes, because it changes the sizes of tables.
+  // Initialises the hash key in this process. With different keys, the child processes would have
+  // tables of different sizes.
   ASSERT_NE(zn::String("key").hash(), 0u);
   bool isAnswered = false;
   const Outcome reference = readTwiceInChild(0, isAnswered);
@@ -85,7 +88,7 @@ TEST(FirstUseTest, TablesAreInitialisedAfterAFailureWithoutLeaks) {
     if (!outcome.hasFailed) break;
     ++failures;
     EXPECT_TRUE(outcome.isReadAfterwards) << "allocation " << k;
-    // The payload of the statement that failed may leak.
+    // The payload of the failed statement may leak, which is one block.
     EXPECT_LE(outcome.keptBlocks, reference.keptBlocks + 1) << "allocation " << k;
   }
   EXPECT_GT(failures, 100u) << "the tables were initialised before";

@@ -1,29 +1,29 @@
 #!/usr/bin/env -S python3 -B
-"""check_pages.py BUILD COMPILER: runs what the documentation shows and compares it with what the documentation says.
+"""check_pages.py BUILD COMPILER: runs what the documentation shows and compares the output with the documentation.
 
-Each block of code in README.md, CONTRIBUTING.md, SECURITY.md and docs/*.md is run by its language:
+Each block of code in README.md, CONTRIBUTING.md, SECURITY.md and docs/*.md is run. Its language decides how:
 
-vsa      Read by `vsa dump`. The `log` block behind it is what is logged, the `json` block the nodes; without either it
-         must be read without a message. <!-- before: TEXT --> is read in front of it, for an excerpt.
-         <!-- with: NAME --> reads it by the program hosts/NAME.cpp instead, which prints what is logged.
-cpp      A whole program, or with <!-- in: NAME --> an excerpt that hosts/NAME.cpp includes as "block.inc". Compiled
-         against the installed library, and run where scene.vsa is the first text of README.md. With
-         <!-- reads: PATH --> a copy of that file of the tree is there, too. What it prints is the
-         `output` block behind it; without one it prints nothing. It ends with status 0.
-c        The same in C99, with the shared library.
-console  Commands after "$ ", each with what it prints. `./dev run` and `./dev check` become `vsa dump` and `vsa check`
-         of the build under test: what they build first is that build. They run in a folder with links to the root's
-         files and folders.
-calls    The calls that hosts/order_of_calls.cpp prints, a repeated question once; two blanks begin a remark.
-sh       Commands, run in a folder with app.cpp, the program of README.md, and with the library installed. A build in
-         build/library goes to a scratch folder. It copies the object files of the build under test that were compiled
-         by the same commands (see reuse_object.py).
-cmake    What follows find_package in the CMakeLists.txt of a project with app.cpp.
-python   The recipe for exporters, tried by recipe.py.
+  vsa      A text that `vsa dump` reads. The `log` block after it is the expected log, the `json` block the expected
+           nodes. Without such a block, the text must be read without a message. The comment <!-- before: TEXT --> adds a
+           text before an excerpt. With <!-- with: NAME -->, the program hosts/NAME.cpp reads the text and prints the log.
+  cpp      A whole program. With <!-- in: NAME -->, it is an excerpt that hosts/NAME.cpp includes as "block.inc". It is
+           compiled against the installed library and run in a folder in which scene.vsa is the first text of README.md.
+           <!-- reads: PATH --> adds a copy of that file of the tree to the folder. The program prints the `output` block
+           after it, or nothing without such a block. Its exit status is 0.
+  c        The same as cpp, but in C99 and with the shared library.
+  console  Commands after "$ ", each followed by its output. `./dev run` and `./dev check` become `vsa dump` and `vsa
+           check` of the build under test, which is the program that they would build. The commands run in a folder with
+           links to the files and folders of the root.
+  calls    The calls that hosts/order_of_calls.cpp prints. A repeated query is listed once. Two blanks begin a remark.
+  sh       Commands that run in a folder with app.cpp, the program of README.md, and with the installed library. A build in
+           build/library is written to a scratch folder. It copies those object files of the build under test that
+           were compiled with the same commands (see reuse_object.py).
+  cmake    The lines after find_package in the CMakeLists.txt of a project with app.cpp.
+  python   The recipe for exporters, which recipe.py tests.
 
-A block of another kind, or one that cannot be run, has <!-- not run: REASON --> before it; they are counted. The tables
-of docs/format.md are tried row by row by format_tables.py. Links must lead somewhere, files, folders and
-settings that a page names must exist, and no line but a table's or a link's is longer than 120 columns.
+Other blocks, and blocks that cannot be run, have <!-- not run: REASON --> before them. The test counts these blocks.
+format_tables.py tests the tables of docs/format.md row by row. Links must have an existing target. Files, folders and
+settings that a page names must exist. Lines have at most 120 columns, except tables and links.
 """
 
 import difflib
@@ -48,18 +48,18 @@ OUTCOMES = ("log", "json", "output")
 
 
 class Failure(Exception):
-    """The outcome of a block differs from the page."""
+    """An error: the output of a block is not what the page says."""
 
 
 class Tools:
-    """The build under test, installed, and a scratch folder."""
+    """The build under test, its installation, and a scratch folder."""
 
     def __init__(self, build, compiler, scratch):
         self.build, self.compiler, self.scratch = build, compiler, scratch
         self.scene = ""  # the text of scene.vsa
         self.prefix = os.path.join(scratch, "prefix")
         self.vsa = os.path.join(self.prefix, "bin", "vsa")
-        self.hosts = {}  # name: the program
+        self.hosts = {}  # the path of each host program, by its name
         self.run(["cmake", "--install", build, "--prefix", self.prefix])
 
     def path(self, name):
@@ -72,7 +72,7 @@ class Tools:
         return self.path(name)
 
     def attempt(self, command, folder=None, **environment):
-        """Runs a command. Returns its status and its output, including standard error."""
+        """Runs a command. Returns its exit status and its output, including standard error."""
         variables = dict(os.environ, PATH=f"{self.prefix}/bin:{os.environ['PATH']}", **environment)
         done = subprocess.run(command, cwd=folder or self.scratch, env=variables, stdin=subprocess.DEVNULL,
                               stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=False)
@@ -85,7 +85,7 @@ class Tools:
         return printed
 
     def tree(self):
-        """A folder with links to what is in the root of the tree, so that commands write their files beside them."""
+        """Returns a folder with links to the files and folders of the root, so that commands write no files there."""
         folder = self.path("tree")
         if not os.path.exists(folder):
             os.mkdir(folder)
@@ -105,7 +105,7 @@ class Tools:
         self.run([self.compiler, *options, *header, source, f"{self.library_folder()}/libvsa.a", "-o", program])
 
     def precompiled(self, options):
-        """A header that includes <vsa/vsa.h>, compiled in advance: each program then compiles in half the time."""
+        """Returns a precompiled header that includes <vsa/vsa.h>, with which a program compiles in half the time."""
         header = self.path("precompiled.h")
         if not os.path.exists(header):
             self.run([self.compiler, *options, "-x", "c++-header", self.write("precompiled.h", "#include <vsa/vsa.h>\n"),
@@ -113,7 +113,7 @@ class Tools:
         return header
 
     def dump(self, text):
-        """The output of `vsa dump` for a text."""
+        """Returns the output of `vsa dump` for a text."""
         path = self.write("text.vsa", text)
         status, printed = self.attempt([self.vsa, "dump", path])
         if status not in (0, 1):
@@ -121,7 +121,7 @@ class Tools:
         return json.loads(printed[printed.index('{"result"') :])
 
     def host(self, name):
-        """The program of hosts/NAME.cpp, compiled once."""
+        """Returns the program of hosts/NAME.cpp, which is compiled once."""
         if name not in self.hosts:
             self.hosts[name] = self.path("host_" + name)
             self.compile(os.path.join(HERE, "hosts", name + ".cpp"), self.hosts[name])
@@ -135,11 +135,12 @@ def expect(what, found, stated):
 
 
 def outcome(block, language):
-    """The text of the block's outcome of that language, or None."""
+    """Returns the text of the block's outcome in that language, or None."""
     return next((other.text for other in block.outcomes if other.language == language), None)
 
 
-# The section "What the command adds" of docs/messages.md has the messages of `vsa dump` about these bytes.
+# The bytes that cause the messages of `vsa dump` in the section "What the command adds" of
+# docs/messages.md.
 DAMAGED = {
     "this looks like UTF-16": "lamp sun;".encode("utf-16"),
     "a NUL byte": b"# a comment\0 and its rest\nlamp sun;",
@@ -166,7 +167,7 @@ def check_command_messages(tools, page, report):
 
 
 def check_table_of_messages(tools, page, report):
-    """The page has all rows of the table of diagnostics, and each paragraph begins with the logged line."""
+    """Checks that the page has all rows of the table of diagnostics, and that each paragraph begins with the log line."""
     rows = {code_of(row.cells[1])[0]: row for row in page.rows if re.match(r"\[`", row.cells[1])}
     paragraphs = {heading: text for heading, text in page.first_lines()}
     for line in tools.run([tools.host("print_table")]).splitlines():
@@ -191,13 +192,13 @@ def lines_of(texts):
 
 
 def messages_of(dump):
-    """The logged messages in order, and the text of the exception that left the entry point."""
+    """Returns the logged messages in order, and the text of the exception that left the entry point."""
     texts = [message["text"] for message in dump["log"]]
     return texts + ([dump["escaped"]] if dump["escaped"] is not None else [])
 
 
 def without_lines(message, count):
-    """The message for the text without its first `count` lines."""
+    """Returns the message with a line number that does not count the first `count` lines of the text."""
     return re.sub(r"\((\d+),(\d+)\)", lambda at: f"({int(at[1]) - count},{at[2]})", message, count=1)
 
 
@@ -240,7 +241,7 @@ def run_c(tools, block):
 
 
 def commands_of(block):
-    """The commands of a console block, each with its expected output."""
+    """Yields the commands of a console block, each with its expected output."""
     command, printed = None, []
     for line in block.lines + ["$ "]:
         if line.startswith("$ "):
@@ -292,7 +293,7 @@ RUNNERS = {"vsa": run_vsa, "cpp": run_cpp, "c": run_c, "calls": run_calls, "cons
 
 
 def join_outcomes(page):
-    """The blocks of the page. A block with the outcome of another one is attached to that one."""
+    """Returns the blocks of the page. A block that is the outcome of another block is attached to that block."""
     blocks = []
     for block in page.blocks:
         if block.language in OUTCOMES and blocks and not block.comment:
@@ -349,7 +350,7 @@ def check_links(pages, report):
 
 
 def check_paths(page, report):
-    """Files and folders of the tree that the page names; a file may be named without its extension."""
+    """Checks the files and folders that the page names. It may name a file without its extension."""
     folders = "bench|cmake|docs|examples|fuzz|include|src|tests|tools"
     for line, text in page.prose:
         for path in re.findall(rf"`((?:{folders})/[\w./*-]+)", text):
@@ -359,7 +360,7 @@ def check_paths(page, report):
 
 
 def check_settings(page, report):
-    """Variables of the environment and options of CMake that the page names."""
+    """Checks the environment variables and CMake options that the page names."""
     for line, text in page.prose:
         for name in re.findall(r"\b(VSA_[A-Z_]+)\b", text):
             folders = ["CMakeLists.txt", "cmake", "examples", "fuzz", "include", "src", "tests", "tools"]
@@ -370,7 +371,7 @@ def check_settings(page, report):
 
 
 def check_diagrams(report):
-    """The labels of each diagram's source are in its picture, and folders that they name exist."""
+    """Checks that each picture has the labels of its source, and that the folders in the labels exist."""
     for source in sorted(glob.glob(f"{ROOT}/docs/*.dot")):
         name = os.path.relpath(source, ROOT)
         with open(source, encoding="utf-8") as file:
@@ -415,7 +416,7 @@ def first_block(pages, page, language):
 
 
 def check_readme_program(tools, program, report):
-    """The program of README.md does not crash, whatever the text is."""
+    """Checks that the program of README.md does not crash, with any text."""
     texts = ["", "}", "lamp sun;", "lamp snu: .power = 2.5;", "lamp sun: .pwoer = 2.5;", 'lamp sun: .power = "2.5";']
     for text in texts:
         tools.write("scene.vsa", text)
@@ -433,7 +434,7 @@ def main():
         scene, program = first_block(pages, "README.md", "vsa"), first_block(pages, "README.md", "cpp")
         tools.scene = scene.text
         tools.write("app.cpp", program.text)
-        # Programs first, because they read texts of other pages.
+        # Programs are first, because they read texts of other pages.
         blocks = [block for page in pages.values() for block in join_outcomes(page)]
         for block in sorted(blocks, key=lambda block: block.language != "cpp"):
             check_block(tools, block, report)

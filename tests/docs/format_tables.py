@@ -5,17 +5,18 @@ import re
 
 from markdown import code_of
 
-# A row of "Common mistakes" may use the "with" node n, and nodes to link to.
+# The text before each row of "Common mistakes": the with node n, and nodes to link to.
 PRELUDE = "thing a; thing b; sphere ball; material clay; thing n:\n"
 
-# A value of each type, for the table of conversions.
+# A value of each type for the table of conversions.
 SAMPLES = {
     "Bool": "true", "Int": "7", "UInt": "7u", "Real": "2.5", "Vec2": "vec2(1 2)", "Pos2": "pos2(1 2)",
     "Vec3": "vec3(1 2 3)", "Pos3": "pos3(1 2 3)", "Vec4": "vec4(1 2 3 4)", "Quat": "quat(0 0 0 1)",
     "Rgba": "rgba(1 0 0 1)", "Mat3": "mat3(1 0 0 0 1 0 0 0 1)", "Mat4": "mat4(1 0 0 0 0 1 0 0 0 0 1 0 0 0 0 1)",
     "String": '"red"', "Buffer": "byte[1] {1}", "Object": "{}",
 }
-# The columns of that table. "any other" is tested with a String, and for a String with a Buffer.
+# The columns of the table of conversions. "any other" is tested with a String, or with a Buffer if
+# the value is a String.
 CONVERTED = ["Bool", "Int, UInt", "Real", "Vec2, Pos2", "Vec3, Pos3", "Vec4, Quat, Rgba", "Mat3", "Mat4"]
 
 ESCAPED = {
@@ -32,7 +33,7 @@ class Tables:
         return [row for row in self.page.rows if row.section == section]
 
     def read(self, text):
-        """The scene of a text, and its log."""
+        """Returns the scene of a text, and its log."""
         dump = self.dump(text)
         return dump, self.messages_of(dump)
 
@@ -41,12 +42,12 @@ class Tables:
             self.report.fail(row.place, what)
 
     def value(self, dump):
-        """The one input of the one node."""
+        """Returns the only input of the only node."""
         return dump["nodes"][0]["inputs"][0]
 
 
 def check_mistakes(tables):
-    """The second cell of a row has a message or "no message". The text in the third cell causes no message."""
+    """Tests that a row causes the message in its second cell or none, and that the text in its third cell causes none."""
     for row in tables.rows("Common mistakes"):
         written, result, instead = row.cells
         if not code_of(written) or "(0xFF)" in written:
@@ -67,7 +68,7 @@ def check_mistakes(tables):
 
 
 def check_element_types(tables):
-    """Each keyword has the element type and component count of its row, and is compressed if the row says so."""
+    """Tests that each keyword has the element type and component count of its row, and can be compressed if it says so."""
     keywords = []
     for row in tables.rows("Buffers"):
         keyword, name, stored = code_of(row.cells[0])[0], row.cells[1], row.cells[3]
@@ -86,7 +87,7 @@ def check_element_types(tables):
 
 
 def check_grammar(tables, keywords):
-    """The grammar lists each keyword of the tables once."""
+    """Tests that the grammar lists each keyword of the tables once."""
     grammar = next(block for block in tables.page.blocks if block.language == "ebnf")
     listed = re.search(r"buffer-type = (.*)", grammar.text, re.DOTALL)[1].split()
     if sorted(listed) != sorted(keywords):
@@ -114,7 +115,7 @@ def check_conversions(tables):
 
 
 def check_values(tables):
-    """Each form has the type in its row."""
+    """Tests that each form has the type in its row."""
     for row in tables.rows("Values"):
         kind = row.cells[1]
         for form in code_of(row.cells[0]):
@@ -140,7 +141,7 @@ def check_escapes(tables):
 
 
 def check_recommendations(tables, examples):
-    """The examples use each recommended input with each recommended type."""
+    """Tests that the examples use each recommended input with each recommended type."""
     for row in tables.rows("Recommended names and types of inputs"):
         types = [re.match(r"\w+", kind)[0] for kind in code_of(row.cells[2])]
         for name, kind in itertools.product(code_of(row.cells[1]), types):

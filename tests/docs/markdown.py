@@ -4,12 +4,12 @@ import re
 
 
 class Block:
-    """A fenced block: its language, its text, and the HTML comment directly before it ("" for none)."""
+    """A fenced block: its language, its text, and the HTML comment on the line before it ("" without a comment)."""
 
     def __init__(self, page, line, language, comment):
         self.page, self.line, self.language, self.comment = page, line, language, comment
         self.lines = []
-        self.outcomes = []  # the following blocks with the outcome of this one
+        self.outcomes = []  # the blocks after it that are its outcome
 
     @property
     def text(self):
@@ -20,14 +20,14 @@ class Block:
         return f"{self.page}:{self.line}"
 
     def directive(self, name):
-        """The rest of the comment `<!-- NAME: REST -->`; None when the comment is another."""
+        """Returns REST of the comment `<!-- NAME: REST -->`, or None if the block has another comment."""
         if not self.comment.startswith(name + ":"):
             return None
         return self.comment[len(name) + 1 :].strip()
 
 
 class Row:
-    """A row of a table: its section's heading, its place and its cells."""
+    """A row of a table: the heading of its section, its place and its cells."""
 
     def __init__(self, page, line, section, cells):
         self.page, self.line, self.section, self.cells = page, line, section, cells
@@ -38,7 +38,7 @@ class Row:
 
 
 class Page:
-    """The parts of a page that the tests use. Fenced text is in `blocks` only."""
+    """A page: the parts that the tests use. Fenced text is only in `blocks`."""
 
     def __init__(self, name, text):
         self.name = name
@@ -76,7 +76,7 @@ class Page:
             raise ValueError(f"{self.name}:{block.line}: the block is not closed")
 
     def first_lines(self):
-        """Each heading with the line of prose that follows it."""
+        """Yields each heading with the first line of prose after it."""
         heading = None
         for _, line in self.prose:
             if line.startswith("#"):
@@ -89,7 +89,7 @@ class Page:
         return {anchor_of(heading) for heading in self.headings}
 
     def links(self):
-        """Each link to a place of the tree as (line, target)."""
+        """Yields each link to a file of the tree as (line, target)."""
         for number, line in self.prose:
             for target in re.findall(r"\]\(([^)\s]+)\)", re.sub(r"`[^`]*`", "", line)):
                 if not re.match(r"[a-z]+:", target):
@@ -97,17 +97,17 @@ class Page:
 
 
 def cells_of(line):
-    """The cells of a table row; a vertical bar in a cell is written with a backslash."""
+    """Returns the cells of a table row. A backslash precedes each vertical bar inside a cell."""
     cells = re.split(r"(?<!\\)\|", line.strip().strip("|"))
     return [cell.strip().replace("\\|", "|") for cell in cells]
 
 
 def code_of(cell):
-    """The pieces of code in a cell, in their order."""
+    """Returns the pieces of code in a cell, in their order."""
     return re.findall(r"`([^`]+)`", cell)
 
 
 def anchor_of(heading):
-    """The anchor that a heading gets: lower case, blanks as hyphens, no punctuation."""
+    """Returns the anchor of a heading: lower case, hyphens instead of blanks, no punctuation."""
     text = re.sub(r"\[([^]]*)\]\([^)]*\)", r"\1", heading)
     return re.sub(r"[^\w\- ]", "", text.lower()).replace(" ", "-")

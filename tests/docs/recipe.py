@@ -12,7 +12,7 @@ COLOURS = bytes(range(256)) * 4
 
 
 class Failure(Exception):
-    """The recipe wrote a text that is read as something else."""
+    """An error: the reader does not read back the values that the recipe wrote."""
 
 
 def require(condition, what):
@@ -78,7 +78,7 @@ def check_packed(names, read_text):
 
 
 def check(source, dump, messages_of):
-    """Raises Failure when the recipe, given as its source text, writes something wrong."""
+    """Runs the recipe, given as its source text. Raises Failure if it writes something wrong."""
     names = {}
     exec(compile(source, "docs/format.md", "exec"), names)  # pylint: disable=exec-used
 

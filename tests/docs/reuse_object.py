@@ -1,9 +1,9 @@
 #!/usr/bin/env -S python3 -BES
 """reuse_object.py BUILD COMPILER ARGUMENT...: a compiler launcher for CMake (CMAKE_CXX_COMPILER_LAUNCHER).
 
-If the build folder BUILD has compiled the same source with the same arguments, copies its object file. Options for
-warnings and precompiled headers may differ: they do not change the object. Otherwise runs the compiler. Building the library a second time then
-takes seconds, and what the second build compiles differently is still compiled.
+Copies the object file of the build folder BUILD if that build compiled the same source with the same arguments.
+Options for warnings and precompiled headers may differ, because they do not change the object. Otherwise, runs the
+compiler. Thus building the library a second time takes seconds, but different commands are still tested.
 """
 
 import json
@@ -15,7 +15,7 @@ WITH_VALUE = ("-o", "-c", "-MT", "-MF", "-include")
 
 
 def parts_of(command, folder):
-    """The source and the object of a compiler command, and its other arguments that matter for the object."""
+    """Returns the source and the object of a compiler command, and the other arguments that affect the object."""
     values, others, option = {}, [], None
     for word in command:
         if option is not None:
@@ -28,7 +28,7 @@ def parts_of(command, folder):
 
 
 def compiled_object(build, source, others):
-    """The object file that `build` made of this source with these arguments, or None."""
+    """Returns the object file that `build` made from this source with these arguments, or None."""
     with open(os.path.join(build, "compile_commands.json"), encoding="utf-8") as file:
         commands = json.load(file)
     for entry in commands:

@@ -1,6 +1,6 @@
-// Decimal texts that are hard to round: the exact middle between two adjacent reals and the texts
-// next to it, many digits, subnormals, the ends of the range. MPFR, with the precision and the
-// exponents of the target, gives the expected value.
+// Decimal texts that are hard to round. They are exact middles between two adjacent reals and texts
+// close to them, texts with many digits, subnormals, and texts at the ends of the range. MPFR, with
+// the precision and the exponents of the target type, computes the expected values.
 #include <gmp.h>
 #include <mpfr.h>
 
@@ -33,7 +33,7 @@ std::string randomDigits(Random& random, std::int64_t count) {
   return digits;
 }
 
-/// An integer of any size, by GMP.
+/// An integer of any size, implemented by GMP.
 class BigInteger {
  public:
   explicit BigInteger(std::uint64_t value) { mpz_init_set_ui(value_, value); }
@@ -67,7 +67,7 @@ struct Decimal {
   std::int64_t exponent = 0;
 };
 
-/// All digits of mantissa * 2^exponent.
+/// Returns all digits of mantissa * 2^exponent.
 Decimal exactDecimal(std::uint64_t mantissa, std::int64_t exponent) {
   BigInteger digits(mantissa);
   if (exponent >= 0) {
@@ -78,7 +78,7 @@ Decimal exactDecimal(std::uint64_t mantissa, std::int64_t exponent) {
   return {digits.digits(), exponent};
 }
 
-/// A floating-point format; the exponents are those of an integer mantissa.
+/// A floating-point format. The exponents are for a mantissa that is an integer.
 struct Format {
   int mantissaBits;
   int minExponent;
@@ -87,7 +87,7 @@ struct Format {
 constexpr Format DOUBLE{53, -1074, 971};
 constexpr Format FLOAT{24, -149, 104};
 
-/// The exact middle between a random real and the next one.
+/// Returns the exact middle between a random real and the next one.
 Decimal halfWay(Random& random, const Format& format) {
   const std::uint64_t low = std::uint64_t{1} << (format.mantissaBits - 1);
   const std::int64_t exponent = between(random, format.minExponent, format.maxExponent);
@@ -98,7 +98,7 @@ Decimal halfWay(Random& random, const Format& format) {
   return exactDecimal(2 * mantissa + 1, exponent - 1);
 }
 
-/// Subtracts one from the last digit and appends nines.
+/// Makes the decimal slightly smaller: subtracts one from its last digit and appends nines.
 void stepDown(Random& random, Decimal& decimal) {
   auto digit = decimal.digits.rbegin();
   for (; *digit == '0'; ++digit) *digit = '9';
@@ -108,7 +108,7 @@ void stepDown(Random& random, Decimal& decimal) {
   decimal.exponent -= static_cast<std::int64_t>(nines);
 }
 
-/// Appends zeros and a one.
+/// Makes the decimal slightly greater: appends zeros and a one.
 void stepUp(Random& random, Decimal& decimal) {
   const auto zeros = static_cast<std::size_t>(between(random, 0, 30));
   decimal.digits.append(zeros, '0');
@@ -131,7 +131,7 @@ Decimal nearHalfWay(Random& random, const Format& format) {
   return decimal;
 }
 
-/// Random digits with an order of magnitude between 10^min and 10^max.
+/// Returns a decimal with random digits. Its value is between 10^(min - 1) and 10^max.
 Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t min, std::int64_t max) {
   return {randomDigits(random, digits), between(random, min, max) - digits};
 }
@@ -144,18 +144,18 @@ Decimal hardDecimal(Random& random) {
     case 2:
     case 3:
       return nearHalfWay(random, FLOAT);
-    case 4:  // many digits
+    case 4:  // a decimal with many digits
       return ofOrder(random, between(random, 20, 1000), -345, 312);
-    case 5:  // subnormal doubles
+    case 5:  // a subnormal double
       return ofOrder(random, between(random, 1, 40), -326, -306);
-    case 6:  // both ends of the range of a float
+    case 6:  // a decimal near an end of the range of a float
       return ofOrder(random, between(random, 1, 40), random() % 2 == 0 ? -48 : 37, 40);
-    default:  // as many digits as a double has
+    default:  // a decimal with as many digits as a double has
       return ofOrder(random, between(random, 15, 19), -345, 312);
   }
 }
 
-/// The decimal as a text, with a point anywhere or none, and the exponent for that.
+/// Returns the decimal as a text with an exponent if necessary. The point is anywhere or missing.
 std::string written(Random& random, const Decimal& decimal) {
   std::string text = random() % 2 == 0 ? "-" : "";
   const auto count = static_cast<std::int64_t>(decimal.digits.size());
@@ -168,7 +168,7 @@ std::string written(Random& random, const Decimal& decimal) {
   return text;
 }
 
-/// MPFR with the precision and the exponents of a target.
+/// Converts texts with MPFR, with the precision and the exponents of a target type.
 template <class Real>
 class Reference {
  public:
@@ -199,7 +199,7 @@ bool isSame(Real expected, bool accepted, Real found) {
 template <class Real>
 void checkAs(const std::string& text, Reference<Real>& reference, Survey& survey) {
   const Real expected = reference.read(text);
-  // The terminating NUL is the readable byte after the list.
+  // The terminating NUL is the byte after the list, which must be readable.
   const char* const first = text.c_str();
   const char* const last = first + text.size();
   Real found = 0;

@@ -1,13 +1,13 @@
-// The surveys of the number conversions as a command:
+// Runs surveys of the number conversions:
 //
-//   number_survey sample                    a few seconds of everything
-//   number_survey floats PART OF            part PART (from 0) of OF equal parts of all floats
-//   number_survey doubles COUNT SEED        random doubles
-//   number_survey decimals COUNT SEED       hard decimal texts against MPFR
-//   number_survey printed PART OF           part PART of OF of all floats, as the writer prints
-//   them number_survey printed-doubles COUNT SEED
+//   number_survey sample                      a part of each survey, for a few seconds
+//   number_survey floats PART OF              all floats in OF equal parts: number PART, from 0
+//   number_survey doubles COUNT SEED          random doubles
+//   number_survey decimals COUNT SEED         hard decimal texts, compared with MPFR
+//   number_survey printed PART OF             the same floats, in the form that the writer prints
+//   number_survey printed-doubles COUNT SEED  random doubles in that form
 //
-// Prints one line a survey; the exit status is 1 when a text was read wrongly.
+// Prints one line for each survey. The exit status is 1 if a text was read wrongly.
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::uint64_t FLOAT_COUNT = std::uint64_t{1} << 32;
 
-/// Prints a survey's line and returns the exit status.
+/// Prints the line of a survey and returns the exit status.
 int report(const char* what, const Survey& survey) {
   std::printf("%-15s %12llu texts, %llu mismatches\n", what,
               static_cast<unsigned long long>(survey.texts),

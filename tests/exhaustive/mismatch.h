@@ -1,4 +1,4 @@
-// Reports a text that was read wrongly.
+// mismatch(): reports a text that was read wrongly.
 #pragma once
 
 #include <cstdio>
@@ -8,7 +8,7 @@
 
 namespace vsa_tests {
 
-/// Counts a mismatch, and prints the first ones of a survey.
+/// Counts a mismatch. Prints it if it is one of the first mismatches of the survey.
 inline void mismatch(Survey& survey, std::string_view text, const char* how) {
   constexpr std::uint64_t MAX_PRINTED = 20;
   if (++survey.mismatches > MAX_PRINTED) return;

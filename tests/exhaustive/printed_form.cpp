@@ -1,5 +1,5 @@
-// Reals as the writer prints them: the digits and the exponent of std::to_chars, and never a longer
-// text.
+// Surveys of the form in which the writer prints reals. The digits and the exponent must be those
+// of std::to_chars, and the text must not be longer.
 #include <bit>
 #include <charconv>
 #include <cstdlib>
@@ -14,7 +14,7 @@ namespace vsa_tests {
 
 namespace {
 
-/// The digits of a number without zeros at either end, and the exponent of the last one.
+/// The digits of a number without zeros at both ends, and the exponent of the last digit.
 struct Printed {
   char digits[40];
   int count = 0;

@@ -1,5 +1,5 @@
-// Reals written in shortest form and read back, a block at a time: as one list, and each field of
-// the list as a scalar.
+// Surveys of reals in their shortest form. A block of reals is written as one list. It is read as a
+// list, and each of its numbers is read as a scalar.
 #include <algorithm>
 #include <bit>
 #include <charconv>
@@ -20,7 +20,7 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::size_t BLOCK = 1024;
-/// No shortest form is longer: sign, 17 digits, point and exponent.
+/// The maximum size of a shortest form: sign, 17 digits, point and exponent.
 constexpr std::size_t MAX_TEXT = 32;
 
 template <class Real>
@@ -31,7 +31,8 @@ Bits<Real> bitsOf(Real value) {
   return std::bit_cast<Bits<Real>>(value);
 }
 
-/// The bits that the text of `value` must have. The text of a NaN has its sign only.
+/// Returns the bits that must be read from the text of `value`. The text of a NaN contains only its
+/// sign.
 template <class Real>
 Bits<Real> expectedBits(Real value) {
   if (!std::isnan(value)) return bitsOf(value);
@@ -51,7 +52,7 @@ class Block {
     values_.push_back(value);
   }
 
-  /// Reads the block in both ways, then clears it.
+  /// Reads the block as a list and as scalars, then clears it.
   void check(Survey& survey) {
     *at_ = '}';
     const zn::NumberRun run = zn::readNumberRun(text_.data(), at_, run_.data(), BLOCK);

@@ -1,13 +1,13 @@
-// Surveys of the number conversions. They have too many texts for a file, so each text is
-// generated, read and compared bit for bit. Every text is read in both ways: as a scalar
-// (realFromText) and as a field of a list (readNumberRun).
+// Surveys of the number conversions. Their texts are generated, because there are too many for a
+// file. Each text is read as a scalar by realFromText() and as a number of a list by
+// readNumberRun(). The results are compared bit for bit.
 #pragma once
 
 #include <cstdint>
 
 namespace vsa_tests {
 
-/// The result of a survey. Mismatches are also printed, up to a limit.
+/// The result of a survey. Some of the mismatches are printed, too.
 struct Survey {
   std::uint64_t texts = 0;
   std::uint64_t mismatches = 0;
@@ -18,21 +18,21 @@ struct Survey {
   }
 };
 
-/// Reads the floats whose bits are first, first + step, ... below `end` (2^32 at most). Each is
-/// written in its shortest form and must be read as the same bits; a NaN as the quiet NaN of its
-/// sign.
+/// Reads the floats whose bits are `first`, `first + step` and so on, below `end`. `end` is at most
+/// 2^32. Each float is written in its shortest form and must be read back as the same bits. A NaN
+/// must be read back as the quiet NaN with its sign.
 Survey surveyFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 
-/// The same for `count` doubles of random bits, reproducible by the seed.
+/// Does the same for `count` random doubles. The same seed gives the same doubles.
 Survey surveyDoubles(std::uint64_t count, std::uint64_t seed);
 
-/// The floats as in `surveyFloats`, and `count` doubles of random bits, as the writer prints them:
-/// the digits must be those of std::to_chars.
+/// Write the floats of surveyFloats() or the doubles of surveyDoubles() as the writer does. The
+/// digits must be those of std::to_chars.
 Survey surveyPrintedFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 Survey surveyPrintedDoubles(std::uint64_t count, std::uint64_t seed);
 
-/// `count` decimal texts that are hard to round, read as double and as float and compared with
-/// MPFR; reproducible by the seed.
+/// Reads `count` decimal texts that are hard to round as double and as float, and compares the
+/// results with MPFR. The same seed gives the same texts.
 Survey surveyHardDecimals(std::uint64_t count, std::uint64_t seed);
 
 }  // namespace vsa_tests

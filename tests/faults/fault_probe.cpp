@@ -17,7 +17,8 @@ constexpr char PROBE[] =
     "probeType faultProbe: .i = 1; .r = 2.5; .s = \"x\\n\"; .v = vec3(1 2 3); .b = float[2] {1 2};"
     ".a[2] = 7; .o.m = true; .ref = faultProbe; .link |= faultProbe.out;";
 
-/// The elements of the probe: each is empty when it is created.
+/// The number of array elements in the text of the probe. Each of them is created as an empty
+/// element.
 constexpr std::uint64_t PROBE_ELEMENTS = 3;
 
 constexpr char PROBE_TEXT[] =

@@ -1,5 +1,5 @@
-// Helpers of the fault tests: a log sink that allocates nothing, the outcome of a read, and a check
-// that the scene is usable afterwards.
+// Helpers of the fault tests: a log sink that does not allocate memory, the outcome of a read, and
+// a check that the scene is still usable.
 #pragma once
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 
 namespace vsa_tests {
 
-/// A log sink with a fixed buffer: it never allocates and never fails.
+/// A log sink with a fixed buffer. It never allocates memory and never fails.
 class FixedSink final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String& text) override {
@@ -36,7 +36,7 @@ class FixedSink final : public zn::LogSink {
   std::size_t used_ = 0;
 };
 
-/// The outcome of one read with a fault.
+/// How a read with a fault ended.
 enum class End { True, False, NoMemory, OtherException };
 
 template <class Read>
@@ -50,12 +50,12 @@ End endOf(const Read& read) {
   }
 }
 
-/// The content of a scene in the format of an expectation.
+/// Returns the content of a scene in the form of an expected result.
 std::string sceneText(const zn::korvo_sdk::Scene& scene);
 
 /// Expects that the scene is usable after a fault: it can be dumped, and another text can be read
-/// into it. The earlier text may have reached the scene's limit of empty elements, so the limit is
-/// raised by the number that the probe needs.
+/// into it. Raises the scene's limit of empty elements by the number that the other text needs,
+/// because the first text may have reached the limit.
 void expectUsable(zn::korvo_sdk::Scene& scene, const std::string& where);
 
 }  // namespace vsa_tests

@@ -1,4 +1,4 @@
-// Readings through the public API for tests: sources that misbehave, and outcomes as text.
+// Helpers for tests that read through the public API: sources that fail, and results as text.
 #pragma once
 
 #include <algorithm>
@@ -18,7 +18,7 @@
 
 namespace vsa_tests {
 
-/// Delivers a text, `bytesPerRead` bytes at a time (0: no limit).
+/// Delivers a text, at most `bytesPerRead` bytes at a time. 0 means no limit.
 class TestSource final : public vsa::Source {
  public:
   explicit TestSource(std::string text, std::size_t bytesPerRead = 0)
@@ -35,7 +35,7 @@ class TestSource final : public vsa::Source {
   std::optional<std::uint64_t> size() const override { return announced; }
   std::string error() const override { return failure; }
 
-  /// Called before each read with the bytes delivered so far.
+  /// A function that is called before each read with the number of bytes delivered so far.
   std::function<void(std::size_t)> onRead;
   std::optional<std::uint64_t> announced;
   std::string failure;
@@ -46,8 +46,8 @@ class TestSource final : public vsa::Source {
   std::size_t at_ = 0;
 };
 
-/// A result in the form of an expectation: whether links were resolved, the diagnostics as a log,
-/// the scene. The diagnostics that only the public API has are left out.
+/// Returns a result in the form of an expected result: whether links were resolved, the diagnostics
+/// as a log, and the scene. Diagnostics that only the public API reports are omitted.
 inline std::string outcomeText(const vsa::ReadResult& result,
                                const std::vector<vsa::Diagnostic>& diagnostics) {
   vsa_tools::ReadOutcome plain;

@@ -1,4 +1,4 @@
-// The arguments of each diagnostic: the values in its message.
+// Tests of the arguments of each diagnostic, which are the values in its message.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -24,7 +24,7 @@ using vsa::DiagnosticId;
 using vsa::Limit;
 using Arguments = std::vector<std::string>;
 
-/// The last diagnostic of a text, and its arguments.
+/// A text, and the id and the arguments of its last diagnostic.
 struct ArgumentRow {
   DiagnosticId id;
   std::string_view text;
@@ -84,7 +84,7 @@ const ArgumentRow ARGUMENT_ROWS[] = {
     {OverLimit, "a x; x.b = byte[90000000000] {1};", {"67108864"}},
 };
 
-// What the format of a message in the table makes of the arguments.
+// Returns the message that its format in the table gives with the arguments.
 std::string formatted(const vsa::Diagnostic& found) {
   std::string_view format = zn::korvo_sdk::DIAGNOSTIC_ROWS[static_cast<int>(found.id)].format;
   std::string message;
@@ -124,10 +124,10 @@ TEST(DiagnosticArguments, AreTheValuesInTheMessage) {
 
 TEST(DiagnosticArguments, AreCheckedForEveryId) {
   std::set<DiagnosticId> checked = {
-      NestedTooDeeply,      // below
-      HostError,            // below
-      HostMessage,          // below
-      TooManyArrayElements  // takes 200 GB
+      NestedTooDeeply,      // has its own test below
+      HostError,            // has its own test below
+      HostMessage,          // has its own test below
+      TooManyArrayElements  // would take 200 GB
   };
   for (const ArgumentRow& row : ARGUMENT_ROWS) checked.insert(row.id);
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
@@ -160,7 +160,7 @@ TEST(DiagnosticArguments, OfWhatAHostThrowsOrLogs) {
   }
 }
 
-// The diagnostic has the limit that the outcome has.
+// The argument of the diagnostic is the limit that the outcome has.
 TEST(DiagnosticArguments, OfALimitAreItsValue) {
   const std::string text = "a x; a y; x.v[2].w = 1; x.n = 2.5; x.b = float[3] {1 2 3};";
   const std::pair<Limit, std::uint64_t vsa::ReadLimits::*> rows[] = {
@@ -211,7 +211,7 @@ TEST(DiagnosticArguments, AreFoundByTheirNames) {
   EXPECT_STREQ(vsa::argumentNames(EndMark), "");
 }
 
-// The records of the plain entry points have the same arguments.
+// The records of the plain entry points have the same arguments as those of the public API.
 TEST(DiagnosticArguments, AreInTheRecordsOfASink) {
   zn::korvo_sdk::Scene scene;
   const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead([&] {

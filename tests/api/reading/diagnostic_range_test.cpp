@@ -1,4 +1,4 @@
-// The range of each diagnostic: a table of texts in which the range is marked.
+// Tests of the range of each diagnostic, with a table of texts in which the range is marked.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -18,7 +18,7 @@ namespace {
 
 using vsa::DiagnosticId;
 
-/// The first diagnostic of a text, and its range between « and ».
+/// A text in which « and » mark the range of its first diagnostic.
 struct RangeRow {
   DiagnosticId id;
   std::string_view marked;
@@ -29,7 +29,7 @@ struct RangeRow {
 using enum DiagnosticId;
 
 const RangeRow RANGE_ROWS[] = {
-    // Characters.
+    // Invalid characters.
     {InvalidToken, "lamp sun;\nsun.power = 50«%»;", "sun.power"},
     {InvalidToken, "«}»"},
     {InvalidToken, "lamp sun;\n«)»\n"},
@@ -49,17 +49,17 @@ const RangeRow RANGE_ROWS[] = {
     {InvalidToken, "lamp sun: .power = 50«%»;", "sun.power"},
     {InvalidToken, "lamp sun:\nlamp moon; .power = 50«%»;", "sun.power"},
     {InvalidToken, "lamp «%»sun;"},
-    // What is cut off.
+    // Strings, lists and texts that end too early.
     {UnexpectedEof, "lamp sun;\n  «\"»never closed;\n"},
     {UnexpectedEof, "lamp sun;«{»1 2 3"},
     {BadToken, "lamp sun;\nsun.label = «\"»over the table;\nlamp moon;\n", "sun.label"},
     {BadToken, "lamp sun;\nsun.color = rgba«(»1 2 3", "sun.color"},
     {BadToken, "lamp sun;\nsun.power = 3«»", "sun.power"},
     {BadToken, "lamp sun;\nsun.power =«»\n\n", "sun.power"},
-    // A name with the text of the token at the end.
+    // A name that is the same as the text of the token at the end.
     {BadToken, "lamp sun;\nsun.power = 3 «EOF»;\n", "sun.power"},
     {EndMark, "lamp sun;\n«\xFF»lamp moon;"},
-    // Statements.
+    // Wrong statements.
     {BadToken, "lamp sun;\nsun.power = 3«»\nsun.label = \"x\";\n", "sun.power"},
     {BadToken, "lamp sun;\nsun.power = 3«» # watts\n;\n", "sun.power"},
     {BadToken, "lamp sun;\nsun.label = «\"»x;\nsun.name = \"noon\";\n", "sun.label"},
@@ -94,7 +94,7 @@ const RangeRow RANGE_ROWS[] = {
     {NodeNotFound, "lamp sun;\n«moon».power =\n  2.5;", "moon.power"},
     {InputNotFound, "mesh q;\nq.ids |= c.out;\nq.«ids[0]» = 1;\n", "q.ids[0]"},
     {InvalidArrayIndex, "mesh q;\nq.sets[0]«[]» = 1;\n", "q.sets[0][]"},
-    // Types.
+    // Wrong types.
     {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys[1]"},
     {CannotAssignType, "ball b:\n.radius = 1;\n.radius.«x» = 2.5;\n", "b.radius"},
     {CannotAssignType, "ball b:\n.radius = 1;\nb.radius«[0]» = 2.5;\n", "b.radius"},
@@ -102,7 +102,7 @@ const RangeRow RANGE_ROWS[] = {
     {WrongType, "lamp sun;\nsun.n = 1;\nsun.n = «vec3 (1 2 3)»;\n", "sun.n"},
     {WrongType, "lamp sun;\nsun.n[*] = 1;\nsun.n = «\"a\n but found b\"»;\n", "sun.n"},
     {BadEnumValue, "declaredLamp sun:\n.shape = «\"cone\"»;\n", "sun.shape"},
-    // Buffers.
+    // Wrong buffers.
     {InvalidElementCount, "mesh q;\nq.ids = int32«[]» {0 1 2};\n", "q.ids"},
     {TooManyElements, "mesh q;\nq.p = vec3f[1] {0, 0\n0 «1.5» 2};\n", "q.p", 3},
     {TooManyElements, "mesh q;\nq.p = float[1] {1{2}3 («4») 5 };\n", "q.p", 1},
@@ -115,14 +115,14 @@ const RangeRow RANGE_ROWS[] = {
     {CompressedDataCorrupt, "mesh q;\nq.b = byte[4] «{.78da070018000b0000}»;\n", "q.b"},
     {CompressedDataWrongChecksum, "mesh q;\nq.b = byte[4] «{.78da636462660100001800ff}»;\n", "q.b"},
     {CompressedDataTooLarge, "mesh q;\nq.b = byte[3] «{.78da6364626601000018000b}»;\n", "q.b"},
-    // Links.
+    // Wrong links.
     {InvalidOutput, "a x;\nx.i |= «b.c.d»;\n", "x.i"},
     {InvalidOutput, "a x:\n.i |= «b.c.d»;\na y:\n", "x.i"},
     {NoNodeToConnect, "a x;\nx.i |= «gone».out;\na y;\n", "x.i"},
     {NoOutputToConnect, "declaredLamp d;\na x;\nx.i |= d.«gone» ;\na y;\n", "x.i"},
     {NoNodeToAssign, "a x;\n\nx.i =\n  «gone»;\na y;\n", "x.i"},
     {CannotAssignNode, "a x;\nx.i = 1;\nx.i = «x»;\na y;\n", "x.i"},
-    // Limits.
+    // Values beyond a limit.
     {OverLimit, "mesh q;\nq.far = byte«[90000000000]» {1};\n", "q.far"},
     {TooManyEmptyElements, "mesh q;\nq.far«[90000000]» = 1;\n", "q.far"},
 };
@@ -176,20 +176,20 @@ TEST(DiagnosticRange, IsTheOneMarkedInATextInMemory) {
   }
 }
 
-// A source of single bytes has not given what follows the invalid character.
+// The range extends to the end of the number, even if a source delivers single bytes.
 TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
   const RangeRow row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
   expectRange(row, vsa::readText(Marked(row.marked).text));
 }
 
-// Each id has a row or a test below, but those that no text of these options raises.
+// Each id has a row or its own test below, except an id that no text can raise with these options.
 TEST(DiagnosticRange, IsCheckedForEveryId) {
   std::set<DiagnosticId> checked = {
-      CannotAllocate,       // below
-      NestedTooDeeply,      // below
-      HostError,            // below
-      HostMessage,          // below
-      TooManyArrayElements  // takes 200 GB
+      CannotAllocate,       // has its own test below
+      NestedTooDeeply,      // has its own test below
+      HostError,            // has its own test below
+      HostMessage,          // has its own test below
+      TooManyArrayElements  // would take 200 GB
   };
   for (const RangeRow& row : RANGE_ROWS) checked.insert(row.id);
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {

@@ -1,4 +1,4 @@
-// Functions of the host that read, parse or log during a reading.
+// Tests of host functions that read, parse or log during a reading.
 #include <gtest/gtest.h>
 
 #include <optional>
@@ -22,7 +22,7 @@ namespace {
 
 using vsa::ReadStatus;
 
-// --- a reading within a reading ---
+// --- a reading during another reading ---
 
 TEST(HostCalls, AReadingIntoTheSceneThatIsReadIntoIsUnreadable) {
   vsa::Scene scene;
@@ -33,7 +33,7 @@ TEST(HostCalls, AReadingIntoTheSceneThatIsReadIntoIsUnreadable) {
     return true;
   };
   options.onDiagnostic = [&](const vsa::Diagnostic&) {
-    vsa::Scene other;  // and within a reading into another scene
+    vsa::Scene other;  // also during a reading into another scene
     vsa::ReadOptions inner;
     inner.onProgress = options.onProgress;
     EXPECT_TRUE(vsa::readTextInto(other, "lamp star;", inner).isComplete());
@@ -94,10 +94,10 @@ TEST(HostCalls, WhatACallbackLogsIsNotOfTheReading) {
 
 // --- a host's scene that parses another text ---
 
-// A value that is narrowed, then an error that ends the parse.
+// A text with a narrowed value and an error that ends the parse.
 constexpr const char* FAULTY_TEXT = "lamp a: .p = 1; .p = 2.5; .q = ;";
 
-/// Parses FAULTY_TEXT whenever a node is made and before the header is reset.
+/// A scene that parses FAULTY_TEXT when a node is created and before the header is reset.
 class ParsingScene : public zn::korvo_sdk::impl::NoScene {
  public:
   zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,
@@ -170,7 +170,7 @@ TEST(HostCalls, AParserWithinAReadingWithinAReadingIsOfNeither) {
       ParsingScene inner;
       const vsa::ReadOutcome outcome = vsa::readTextInto(inner, "lamp a; lamp b;");
       EXPECT_TRUE(outcome.isComplete()) << outcome.message;
-      EXPECT_EQ(outcome.diagnostics.size(), 2U);  // "made a", "made b"
+      EXPECT_EQ(outcome.diagnostics.size(), 2U);  // the messages "made a" and "made b"
     }
   };
   const vsa_tests::LoggedLines log;

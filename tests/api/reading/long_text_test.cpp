@@ -1,4 +1,4 @@
-// Positions in texts that are read in many blocks.
+// Tests of positions in texts that are read in many blocks.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -20,7 +20,7 @@ namespace {
 using vsa::ReadOutcome;
 using vsa::ReadResult;
 
-/// A text of some 2 MB with problems all over it, and the offset of each range.
+/// A text of some 2 MB with many problems, and the offsets of their ranges.
 struct LongText {
   LongText() {
     text = "lamp sun:\n.n = 1;\n";
@@ -93,7 +93,8 @@ TEST(LongText, HasTheSamePositionsFromASource) {
     TestSource source(longText().text, bytesPerRead);
     const ReadResult result = vsa::readSource(source);
     expectProblems(result, false);
-    // The text of an early link is gone; its place stays inside the text.
+    // An early link is reported when its text is not in memory any more. Its position must still be
+    // inside the text.
     for (const vsa::Diagnostic& found : result.diagnostics) {
       EXPECT_LE(found.range.end.offset, longText().text.size());
       EXPECT_GE(found.range.begin.line, 1U);

@@ -1,5 +1,5 @@
-// Every case gives the same scene and the same log through the public API as through the plain
-// entry points, from text, file and source.
+// Reads every case through the public API from a text, a file and a source. The scene and the log
+// must be the same as through the plain entry points.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -16,7 +16,7 @@ namespace vsa_tests {
 
 namespace {
 
-// The outcome of the plain entry point, with a message that was thrown in the log.
+// Returns the outcome of the plain entry point. The message of an exception is a part of the log.
 std::string plainOutcome(std::string_view text) {
   zn::korvo_sdk::Scene scene;
   vsa_tools::ReadOutcome outcome = vsa_tools::captureRead(
@@ -28,8 +28,8 @@ std::string plainOutcome(std::string_view text) {
   return out.text();
 }
 
-// Options with which the public API differs in nothing from the plain entry points. `log` gets the
-// diagnostics in the order of the log.
+// Returns options for the public API that give the same results as the plain entry points. Appends
+// the diagnostics to `log` in the order of the log.
 vsa::ReadOptions plainOptions(std::vector<vsa::Diagnostic>& log) {
   vsa::ReadOptions options;
   options.onDiagnostic = [&log](const vsa::Diagnostic& found) { log.push_back(found); };

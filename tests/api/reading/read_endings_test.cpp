@@ -1,5 +1,5 @@
-// A table of the ways in which a reading can end, each with its status. The tests of one status
-// alone are in read_status_test.cpp.
+// Tests the status of a reading with a table of ways in which a reading can end. Further tests of a
+// single status are in read_status_test.cpp.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -40,7 +40,7 @@ struct EndingRow {
   std::optional<Limit> limit = std::nullopt;
 };
 
-// --- the readings of the rows ---
+// --- functions that return the readings of the table ---
 
 std::function<ReadOutcome()> text(const char* bytes) {
   return [bytes] { return ReadOutcome(vsa::readText(bytes)); };
@@ -55,7 +55,7 @@ std::function<ReadOutcome()> limited(const std::function<void(ReadLimits&)>& set
   };
 }
 
-// A source whose function of that name throws or fails.
+// Returns a reading from a source in which the function `failing` throws or fails.
 enum class Failing { Read, LaterRead, Size, Error };
 
 template <class Thrown>
@@ -94,7 +94,7 @@ std::function<ReadOutcome()> sourceThatFailsAt(std::size_t offset) {
   };
 }
 
-// A host's scene that throws when a call begins with `call`.
+// Returns a reading into a host's scene that throws when the text of a call begins with `call`.
 template <class Thrown>
 std::function<ReadOutcome()> sceneThatThrows(const char* call, const Thrown& thrown) {
   return [call, thrown] {
@@ -152,7 +152,7 @@ ReadOutcome deeperThanTheScene() {
   return vsa::readTextInto(scene, "lamp sun; sun.b.c = 1;");
 }
 
-// The progress callback is called when more than 5 milliseconds have passed.
+// Waits until the progress callback is called again: more than 5 milliseconds.
 void passProgressInterval() {
   std::this_thread::sleep_for(std::chrono::milliseconds(6));
 }
@@ -174,7 +174,7 @@ ReadOutcome cancelledInTheText() {
                          cancellingWhen([](const ReadProgress& now) { return now.bytesRead > 0; }));
 }
 
-// All bytes have been read before the value is converted.
+// Cancels a reading when all bytes are read, which is before the value is converted.
 ReadOutcome cancelledInAValue() {
   std::string bytes = "a x: .b = double[800000] {";
   for (int i = 0; i < 800'000; ++i) bytes += "1 ";

@@ -1,4 +1,4 @@
-// Limits: each is met before the memory in question is taken, and reported by its name.
+// Tests of limits: a limit is reported by its name before the memory beyond it is allocated.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -35,7 +35,7 @@ void expectOver(Limit limit, const ReadResult& result) {
   EXPECT_EQ(result.diagnostics.back().message, result.message);
 }
 
-// A buffer that is left out does not end the reading.
+// Expects that a buffer was omitted because of a limit, and that the reading continued.
 void expectLeftOut(Limit limit, const ReadResult& result) {
   EXPECT_EQ(result.status, ReadStatus::OverLimit);
   EXPECT_EQ(result.limit, limit);
@@ -177,7 +177,7 @@ TEST(ReadLimits, BuffersThatAreLeftOutCountAsDiagnostics) {
   expectOver(Limit::Diagnostics, vsa::readText(text, options));
 }
 
-// A compressed text may expand to less than its length allows.
+// A compressed buffer may expand to fewer bytes than its count allows. Only its real size counts.
 TEST(ReadLimits, MemoryGrowsByWhatCompressedBuffersExpandTo) {
   const std::string oneByte = ".78da4b040000620062";
   std::string text = "a x:\n";
@@ -202,7 +202,7 @@ TEST(ReadLimits, MemoryOfReplacedValuesIsGivenBack) {
   EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = 30'000'000})).isComplete());
 }
 
-// Each takes the time to clear its memory.
+// Replaced buffers count, too, because it takes time to clear their memory.
 TEST(ReadLimits, TheDefaultBoundsBuffersThatAreReplaced) {
   std::string text = "a x:\n";
   for (int i = 0; i < 100; ++i) text += ".b = byte[10000000] {1};\n";
@@ -255,7 +255,7 @@ TEST(ReadLimits, MemoryOfAStringIsReportedInItsStatement) {
   EXPECT_EQ(result.diagnostics[0].inputPath, "n.b");
 }
 
-// The reading ends before it has read the whole token.
+// The reading ends before the whole token is read.
 TEST(ReadLimits, MemoryIsCheckedWhileALongTokenIsRead) {
   const std::string token(20'000'000, '1');
   for (const std::string& text :
@@ -305,7 +305,7 @@ TEST(ReadLimits, KeptDiagnosticsAreBoundedAndTheRestCounted) {
   std::size_t called = 0;
   options.onDiagnostic = [&](const vsa::Diagnostic&) { ++called; };
   ReadResult result = vsa::readText(text + "lamp a; ?", options);
-  EXPECT_EQ(result.diagnostics.size(), 11U);  // the one that ended the reading is kept, too
+  EXPECT_EQ(result.diagnostics.size(), 11U);  // the diagnostic that ended the reading is kept, too
   EXPECT_TRUE(result.diagnostics.back().endedReading);
   EXPECT_EQ(result.droppedDiagnostics, 90U);
   EXPECT_EQ(result.warningCount, 100U);
@@ -322,7 +322,7 @@ TEST(ReadLimits, HoldForAHostsScene) {
   HostScene scene;
   const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "a x; a y;", limitedTo({.nodes = 1}));
   EXPECT_EQ(outcome.limit, Limit::Nodes);
-  EXPECT_EQ(scene.options.calls.size(), 4U);  // the header, and one node
+  EXPECT_EQ(scene.options.calls.size(), 4U);  // the calls for the header and for one node
 }
 
 TEST(ReadLimits, ZeroDepthAllowsNoInputOfAnyStatement) {
@@ -331,7 +331,7 @@ TEST(ReadLimits, ZeroDepthAllowsNoInputOfAnyStatement) {
   expectOver(Limit::Depth, vsa::readText(text + text + text, limitedTo({.depth = 0})));
 }
 
-// Messages of the limits and of the host are no more than those of statements.
+// The maximum also applies to diagnostics of limits and of the host, not only of statements.
 TEST(ReadLimits, KeptDiagnosticsBoundMessagesOfTheHost) {
   HostScene scene;
   scene.options.onCall = [](const std::string& call) {

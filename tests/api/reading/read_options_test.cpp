@@ -1,4 +1,4 @@
-// Options of a reading, and sources.
+// Tests of the options of a reading, and of sources.
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -70,18 +70,18 @@ TEST(ReadOptions, ProgressIsNotCalledMoreOftenThanEveryFewMilliseconds) {
   };
   ASSERT_TRUE(vsa::readText(text, options).isComplete());
   ASSERT_GE(calls.size(), 3U);
-  for (std::size_t i = 1; i + 1 < calls.size(); ++i) {  // the last one is at the end
+  for (std::size_t i = 1; i + 1 < calls.size(); ++i) {  // not the last call, which is at the end
     EXPECT_GE(calls[i] - calls[i - 1], std::chrono::milliseconds(5));
   }
 }
 
-// The calls of a reading without a long time between two of them: the first and the last one.
+// Returns the progress calls of a short reading, which are only the first and the last one.
 std::vector<ReadProgress> progressOf(vsa::Source& source) {
   std::vector<ReadProgress> calls;
   ReadOptions options;
   options.onProgress = [&](const ReadProgress& progress) {
     calls.push_back(progress);
-    return calls.size() == 1;  // what the last call returns is not used
+    return calls.size() == 1;  // the result of the last call has no effect
   };
   EXPECT_TRUE(vsa::readSource(source, options).isComplete());
   return calls;
@@ -111,7 +111,7 @@ TEST(ReadOptions, ProgressDoesNotEndWithAllBytesOfAFaultyText) {
   EXPECT_EQ(calls, 1U);
 }
 
-// All of the text has been read by then.
+// The list is converted after the whole text was read.
 TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
   std::string text = "a x: .b = double[8000000] {";
   for (int i = 0; i < 8'000'000; ++i) text += "1 ";
@@ -128,7 +128,8 @@ TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
   EXPECT_EQ(vsa::readText(text, options).applied.values, 1U);
 }
 
-// The same: all of the text has been read before the value is converted.
+// Expects that a reading can be cancelled after the whole text was read and before the value is
+// converted.
 void expectCancelledInValue(const std::string& text) {
   ReadOptions options;
   options.onProgress = [&](const ReadProgress& progress) {

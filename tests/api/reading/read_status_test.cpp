@@ -1,4 +1,4 @@
-// Every way in which a reading can end, and its status.
+// Tests of the status of a reading, for every way in which it can end.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -89,7 +89,8 @@ TEST(ReadStatus, IsCutOffInsideAStatement) {
   EXPECT_EQ(vsa::readText("lamp sun; sun.name = \"su").status, ReadStatus::CutOff);
 }
 
-// Each of these is cut at every byte: before its last one, it is not complete.
+// Each statement is truncated after each of its bytes except the last one. The text is then cut
+// off.
 TEST(ReadStatus, IsCutOffAtEachByteOfAStatement) {
   const std::string before = "lamp sun: .a = 1;\n";
   for (const std::string statement :
@@ -318,7 +319,7 @@ TEST(ReadStatus, ANullTextOfASkippedBufferIsUnreadable) {
   EXPECT_EQ(loaded.message, "the text is null");
 }
 
-// Every function that reads into a scene of the caller gives what the others give.
+// All functions that read into a scene of the caller give the same result.
 TEST(ReadStatus, IsTheSameFromEverySource) {
   const std::string text = "lamp sun; sun.power = 2.5;";
   const DiskFile file(text);

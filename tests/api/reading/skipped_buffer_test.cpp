@@ -1,4 +1,4 @@
-// Buffers that are skipped, and read later.
+// Tests of buffers that are skipped and read later.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -94,7 +94,7 @@ TEST(SkippedBuffer, HasItsProblemsWhereTheyAre) {
   EXPECT_EQ(bad.buffer().count(), 0U);
 }
 
-// As they are when the buffer is read at once.
+// A buffer that is read later has the same log lines as a buffer that is not skipped.
 TEST(SkippedBuffer, HasTheLogLinesOfTheWholeText) {
   const std::string text =
       "mesh m:\n  .sets[0].uv = vec2f [2] { 0,0\n 1 };\n  .bad = int32[2] {1 1.5};";
@@ -161,7 +161,7 @@ TEST(SkippedBuffer, OverTheLimitOfTextBytesIsADiagnosticForTheCallback) {
   EXPECT_EQ(delivered[0].message, loaded.message);
   EXPECT_EQ(delivered[0].range, ids.literal);
   EXPECT_EQ(delivered[0].inputPath, ids.inputPath);
-  EXPECT_EQ(loaded.diagnostics.size(), 1U);  // the one that ended the reading is always kept
+  EXPECT_EQ(loaded.diagnostics.size(), 1U);  // the diagnostic that ended the reading is always kept
 
   options.onDiagnostic = [](const vsa::Diagnostic&) { throw std::runtime_error("no more"); };
   const LoadedBuffer thrown = vsa::loadBufferFromText(TEXT, ids, options);
@@ -187,7 +187,7 @@ TEST(SkippedBuffer, MeetsTheLimitsWhenItIsLoaded) {
   EXPECT_EQ(vsa::loadBufferFromText(TEXT, result.skippedBuffers[1]).limit, vsa::Limit::Memory);
 }
 
-// A callback that cannot be copied once it is set.
+// A callback whose copy constructor throws after `isSet` has become true.
 struct ThrowingCopy {
   ThrowingCopy() = default;
   ThrowingCopy(const ThrowingCopy& other) : isSet(other.isSet) {

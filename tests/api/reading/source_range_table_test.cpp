@@ -1,5 +1,5 @@
-// The source range of the mistakes that people make when they write and edit texts. Each row is a
-// small text with one mistake, and the bytes that an editor should underline stand between « and ».
+// Tests of the source ranges of mistakes that people make when they write texts. Each row is a
+// small text with one mistake. The bytes that an editor should underline are between « and ».
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::string_view ROWS[] = {
-    // An unknown word or character where a statement begins.
+    // A statement begins with an unknown word or character.
     "lamp sun;\n«foo»;\nlamp moon;\n",
     "«sun»;\n",
     "lamp sun;\n«!»sun.power = 1.0;\n",
@@ -36,7 +36,7 @@ constexpr std::string_view ROWS[] = {
     "lamp sun:\n  .power «2.5»;\n",
     "lamp sun:\n  .power «:» 2.5;\n",
     "lamp sun:\n  .power «+»= 2.5;\n",
-    // A missing semicolon.
+    // A semicolon is missing.
     "lamp sun«»\nlamp moon;\n",
     "lamp sun:\n  .power = 2.5«»\n  .color = rgba(1 1 1);\n",
     "lamp sun:\n  .label = \"noon\"«»\n  .power = 2.5;\n",
@@ -49,7 +49,7 @@ constexpr std::string_view ROWS[] = {
     "lamp sun; sun.power = 2.5«» sun.color = rgba(1 1 1);\n",
     "lamp sun: .power = 2.5«» .color = rgba(1 1 1);\n",
     "lamp sun:\n  .power = 2.5«»",
-    // A quote, bracket or brace that is never closed.
+    // A quote, bracket or brace is not closed.
     "lamp sun:\n  .label = «\"»noon;\n  .power = 2.5;\n",
     "lamp sun:\n  .label = «\"»noon;\n  .other = \"x\";\n",
     "lamp sun:\n  .file = «\"»C:\\scenes\\\";\n  .power = 2.5;\n",
@@ -61,7 +61,7 @@ constexpr std::string_view ROWS[] = {
     "mesh m:\n  .ids«[»0 = 5;\n",
     "lamp sun «{»\n  power = 2.5;\n}\n",
     "lamp sun «{» power = 2.5; }\n",
-    // A bad number in a list.
+    // A number in a list is wrong.
     "lamp sun:\n  .color = rgba(1 «red» 0);\n",
     "lamp sun:\n  .color = rgba(1 «O.5» 0);\n",
     "lamp sun:\n  .color = rgba(1 «0.5.5» 0);\n",
@@ -84,13 +84,13 @@ constexpr std::string_view ROWS[] = {
     "lamp sun:\n  .power = 0«x1F»;\n",
     "lamp sun:\n  .power = 2.5 «W»;\n",
     "lamp sun:\n  .power = «;»\n",
-    // Too few or too many numbers.
+    // A buffer has too few or too many numbers.
     "mesh m:\n  .p = vec3f[4] «{0 0 0, 1 0 0}»;\n",
     "mesh m:\n  .ids = int32[3] «{0 1}»;\n",
     "mesh m:\n  .p = vec3f[1] {0 0 0, «1» 0 0};\n",
     "mesh m:\n  .ids = int32[2] {0 1 «2»};\n",
     "mesh m:\n  .ids = int32«[]» {0 1};\n",
-    // A wrong number of components, a wrong type word, the wrong brackets.
+    // The number of components, the keyword of the type or the bracket is wrong.
     "lamp sun:\n  .up = vec3«(0 1)»;\n",
     "lamp sun:\n  .up = mat3«((1 0 0)(0 1 0)(0 0 1))»;\n",
     "lamp sun:\n  .color = «rgb»(1 0 0);\n",
@@ -100,11 +100,11 @@ constexpr std::string_view ROWS[] = {
     "mesh m:\n  .up = vec3 «[1 2 3]»;\n",
     "mesh m:\n  .ids = int32[3] «[0 1 2]»;\n",
     "mesh m:\n  .ids = int32 «{0 1 2}»;\n",
-    // Strings.
+    // A string is wrong.
     "lamp sun:\n  .label = «'»noon';\n",
     "lamp sun:\n  .label = \"a\" «\"b\"»;\n",
     "lamp sun:\n  .label = \"a\"«noon»\";\n",
-    // Paths.
+    // A path is wrong.
     "lamp sun;\n«snu».power = 2.5;\n",
     "«.power» = 2.5;\n",
     "mesh m:\n  .keys«[]» = 5;\n",
@@ -112,7 +112,7 @@ constexpr std::string_view ROWS[] = {
     "mesh m:\n  .keys[«-»1] = 5;\n",
     "mesh m:\n  .keys«[ * ]» = 5;\n",
     "declaredLamp d:\n  .«powr» = 2.5;\n",
-    // Types.
+    // A value has a wrong type.
     "lamp sun:\n  .power = 2.5;\n  .power = «\"bright\"»;\n",
     "lamp sun:\n  .bulbs = 1;\n  .bulbs = «2.7»;\n",
     "lamp sun:\n  .label = \"a\";\n  .label = «12»;\n",
@@ -121,7 +121,7 @@ constexpr std::string_view ROWS[] = {
     "mesh m:\n  .ids = int32[1] {1};\n  .ids = «[1 2 3]»;\n",
     "mesh m:\n  .ids = int32[1] {1};\n  .ids = «float[1] {1}»;\n",
     "declaredLamp d:\n  .shape = «\"cone\"»;\n",
-    // Links.
+    // A link is wrong.
     "ball b:\n  .material = «caly»;\nmaterial clay;\n",
     "lamp sun:\n  .color |= «dsuk».outColor;\nsky dusk;\n",
     "lamp sun:\n  .color |= «clay»;\nmaterial clay;\n",
@@ -130,10 +130,10 @@ constexpr std::string_view ROWS[] = {
     "declaredLamp d;\nlamp sun:\n  .red |= d.«outTint»;\n",
     "ball b:\n  .material = 1.0;\n  .material = «clay»;\nmaterial clay;\n",
     "lamp sun:\n  .color | «dusk».outColor;\nsky dusk;\n",
-    // Comments.
+    // A version comment is wrong.
     "«# version: 2.1»\nlamp sun;\n",
     "lamp sun;\n«# colour conversion: linear»\n",
-    // A text that ends early.
+    // The text ends too early.
     "lamp«»",
     "lamp sun«»",
     "lamp sun:\n  .power«»",
@@ -142,13 +142,13 @@ constexpr std::string_view ROWS[] = {
     "lamp sun;\n«\"»",
 };
 
-// So many mistakes of one collection had their places noted beforehand. All rows have to hold.
+// The minimum number of rows. Their ranges were chosen before the reader was tested with them.
 static_assert(std::size(ROWS) >= 85);
 
 constexpr std::string_view RANGE_BEGIN = "«";
 constexpr std::string_view RANGE_END = "»";
 
-/// What an editor shows: a line and a column from 1, and a length in bytes.
+/// The position that an editor shows: a line and a column from 1, and a length in bytes.
 struct Place {
   std::uint64_t line;
   std::uint64_t column;

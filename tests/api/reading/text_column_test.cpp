@@ -1,4 +1,4 @@
-// Columns in bytes as columns in characters and in UTF-16 code units.
+// Tests of functions that convert columns in bytes to columns in characters or UTF-16 code units.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -18,7 +18,8 @@ TEST(TextColumn, OfAsciiIsTheSame) {
 }
 
 TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
-  const std::string line = "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80x";  // 2, 3 and 4 bytes, then x
+  // a character of 2, 3 and 4 bytes each, then "x"
+  const std::string line = "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80x";
   const std::uint64_t characters[] = {1, 1, 2, 2, 2, 3, 3, 3, 3, 4, 5};
   const std::uint64_t units[] = {1, 1, 2, 2, 2, 3, 3, 3, 3, 5, 6};
   for (std::uint64_t column = 1; column <= 11; ++column) {
@@ -27,7 +28,8 @@ TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
   }
 }
 
-// The neighbours of what is too long a form, a surrogate or beyond U+10FFFF.
+// The characters are the first or last valid ones next to an overlong form, a surrogate, or a
+// character beyond U+10FFFF.
 TEST(TextColumn, CountsTheFirstAndTheLastCharacterOfAForm) {
   for (const std::string line :
        {"\xE0\xA0\x80", "\xED\x9F\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {
@@ -38,7 +40,8 @@ TEST(TextColumn, CountsTheFirstAndTheLastCharacterOfAForm) {
 }
 
 TEST(TextColumn, CountsInvalidBytesOneByOne) {
-  // A lone continuation byte, a form cut short, one too long, a surrogate, beyond U+10FFFF.
+  // Continuation bytes without a first byte, truncated and overlong forms, a surrogate, and
+  // characters beyond U+10FFFF.
   for (const std::string line :
        {"\x80\x80", "\xE2\x82", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80",
         "\xE1\x80", "\xF1\x80\x80", "\xF0\x80\x80\x80", "\xF5\x80", "\xC3x"}) {

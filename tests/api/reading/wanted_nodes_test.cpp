@@ -1,4 +1,4 @@
-// Readings that keep only some nodes.
+// Tests of readings that keep only some nodes.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -151,7 +151,7 @@ TEST(WantedNodes, TakeNoMemoryForValuesThatAreDropped) {
   EXPECT_TRUE(vsa::readText(text, options).isComplete());
 }
 
-// The header is that of the scene that is read into, whatever is kept of the nodes.
+// The header is complete even if no or only some nodes are kept.
 TEST(WantedNodes, LeaveTheHeaderWhole) {
   const ReadResult result =
       vsa::readText("# version: 3\n# time: noon\n# third\nlamp a; lamp b;", wanting({"b"}));

@@ -1,5 +1,4 @@
-// Descriptions of node types in JSON: what is read, what is refused and where, and what the reader
-// makes of registered types.
+// Tests of node types in JSON: valid and invalid descriptions, and how the reader uses the types.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -89,7 +88,7 @@ TEST(Types, MayBeginWithAByteOrderMark) {
   EXPECT_TRUE(vsa::readTypes("\xEF\xBB\xBF{\"types\":{}}").isValid());
 }
 
-/// A text that is refused with this problem at the byte after the mark "^".
+/// An invalid text and its problem. The problem is at the byte after the mark "^".
 struct Refused {
   const char* marked;
   const char* problem;
@@ -160,7 +159,8 @@ TEST(Types, AreRefusedWithALineAndAColumn) {
   EXPECT_EQ(read.place.column, 10U);
 }
 
-// Every prefix of a valid text, and every text with one byte replaced, is read or refused.
+// Every prefix of a valid text is refused. A text with one byte replaced is read or refused, but
+// never crashes.
 TEST(Types, AreReadOrRefusedWhateverTheText) {
   for (std::size_t i = 0; i < EXAMPLE.size(); ++i) {
     EXPECT_FALSE(vsa::readTypes(EXAMPLE.substr(0, i)).isValid()) << i;

@@ -1,4 +1,4 @@
-// The reader reads what the byte source delivers.
+// Checks that the reader reads what the byte source delivers.
 #include <string_view>
 
 #include <vsa/vsa.h>

@@ -1,4 +1,4 @@
-// An invalid character in the first three tokens is thrown as an exception.
+// Checks that an invalid character in the first three tokens is thrown as an exception.
 #include <cstdio>
 #include <exception>
 

@@ -1,4 +1,4 @@
-// The function that the excerpts call with complaints. It counts those that are not empty.
+// The function that receives the complaints of the excerpts. It counts those that are not empty.
 #pragma once
 
 #include <vsa/vsa.h>

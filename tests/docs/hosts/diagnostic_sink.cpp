@@ -6,7 +6,7 @@
 
 namespace {
 
-// The text also writes to the log, which the page does not show.
+// Discards the log of the text, which the page does not show.
 class SilentLog final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String&) override {}

@@ -1,4 +1,4 @@
-// Reads a text file and prints what is logged, as the pages show it.
+// Reads a text file and prints its log as the pages show it.
 #pragma once
 
 #include <cstdio>

@@ -1,11 +1,12 @@
-// A whole text causes no complaint. Each way of truncating a text causes one.
+// Checks that a complete text causes no complaint, and that each truncated text causes one.
 #include <cstdio>
 
 #include "complain.h"
 
 namespace {
 
-// The complaints of the excerpt if scene.vsa has these bytes. Null: the file does not exist.
+// Returns how often the excerpt complains if scene.vsa has these bytes. A null pointer means that
+// there is no such file.
 int complaintsOf(const char* bytes) {
   std::remove("scene.vsa");
   if (bytes != nullptr) {

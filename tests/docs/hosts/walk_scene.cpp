@@ -1,4 +1,5 @@
-// The traversal visits every input of the nodes that were not removed, in creation order.
+// Checks that the traversal visits each input of the nodes that were not removed, in creation
+// order.
 #include <string>
 
 #include <vsa/vsa.h>
