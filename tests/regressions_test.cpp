@@ -1,6 +1,6 @@
-// Reads the texts of tests/regressions from each kind of source. Each text NAME.vsa once showed the
-// bug in its name. NAME.expect is the expected outcome, in the format of the cases. The tests of
-// all other fixed bugs are listed in README.md of that folder, and must exist.
+// Reads the texts of tests/regressions from each kind of source. The file NAME.vsa once caused the
+// bug in its name, and NAME.expect is the expected result in the form of the cases. README.md in
+// that folder lists the tests of all other fixed bugs. These tests must exist.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -21,7 +21,7 @@ namespace fs = std::filesystem;
 
 const fs::path FOLDER = fs::path(VSA_TEST_DIR) / "regressions";
 
-/// The names of the files with that extension, without it, in order.
+/// Returns the names of the files with that extension, sorted and without the extension.
 std::vector<std::string> namesOf(const std::string& extension) {
   std::vector<std::string> names;
   for (const auto& entry : fs::directory_iterator(FOLDER)) {
@@ -31,14 +31,14 @@ std::vector<std::string> namesOf(const std::string& extension) {
   return names;
 }
 
-/// The word at `at`, which moves past it.
+/// Returns the word at `at`, and moves `at` past the word.
 std::string takeWord(const std::string& text, std::size_t& at) {
   const std::size_t begin = at;
   while (std::isalnum(static_cast<unsigned char>(text[at])) != 0 || text[at] == '_') ++at;
   return text.substr(begin, at - begin);
 }
 
-/// "SUITE.NAME" of each `TEST(SUITE, NAME)` of a source, TEST_F and TEST_P included.
+/// Returns "SUITE.NAME" for each `TEST(SUITE, NAME)`, `TEST_F` and `TEST_P` of a source.
 std::set<std::string> testsOf(const std::string& source) {
   std::set<std::string> tests;
   const std::string macro = "\nTEST";
@@ -54,7 +54,7 @@ std::set<std::string> testsOf(const std::string& source) {
   return tests;
 }
 
-/// The tests that the sources below tests/ define.
+/// Returns the names of all tests in the sources below tests/.
 std::set<std::string> definedTests() {
   std::set<std::string> tests;
   for (const auto& entry : fs::recursive_directory_iterator(VSA_TEST_DIR)) {
@@ -63,7 +63,7 @@ std::set<std::string> definedTests() {
   return tests;
 }
 
-/// The names in backquotes that are the last cell of a row of a table.
+/// Returns the names in backquotes in the last cells of table rows.
 std::set<std::string> listedTests(const std::string& page) {
   std::set<std::string> tests;
   std::istringstream lines(page);

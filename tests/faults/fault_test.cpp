@@ -1,7 +1,7 @@
-// Faults outside the reader: failing allocations, a source that fails or returns too few bytes, a
-// host's scene that throws or refuses. Each has a defined outcome: applied statements stay applied,
-// another text can be read into the scene, and nothing leaks except the payloads that the reader
-// never frees.
+// Tests of faults outside the reader: failing allocations, a source that fails or returns too few
+// bytes, and a host's scene that throws or refuses. Each fault has a defined outcome. Applied
+// statements stay applied, and another text can be read into the scene. Nothing leaks except the
+// payloads that the reader never frees.
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <set>
@@ -29,7 +29,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// The names of the current and former nodes of a scene, in creation order.
+/// Returns the names of all nodes of a scene, also of removed ones, in creation order.
 std::vector<std::string> nodeNames(const Scene& scene) {
   std::vector<std::string> names;
   for (std::uint64_t i = 0; i < scene.nodeSlots(); ++i) {
@@ -38,9 +38,9 @@ std::vector<std::string> nodeNames(const Scene& scene) {
   return names;
 }
 
-// --- The texts ---
+// --- the texts ---
 
-/// The messages that the texts raise.
+/// Returns the ids of the messages that the texts raise.
 std::set<DiagnosticId> raisedByTexts() {
   std::set<DiagnosticId> raised;
   for (const Text& text : faultTexts()) {
@@ -67,7 +67,7 @@ TEST(FaultTextTest, EveryMessageIsRaised) {
   for (const auto& [id, reason] : neverRaised()) EXPECT_GT(reason.size(), 10u) << rowOf(id).name;
 }
 
-/// All texts, or every n-th where programs run slowly.
+/// Returns all texts, or every n-th text in programs that run slowly.
 std::vector<Text> sampledTexts() {
   const std::size_t step = sampleStep(1);
   std::vector<Text> sampled;
@@ -80,11 +80,11 @@ std::vector<Text> sampledTexts() {
 struct MemoryFault {
   End end;
   bool hasFailed;
-  /// Blocks that are still allocated after the scene was destroyed.
+  /// The number of blocks that are still allocated after the scene was destroyed.
   std::int64_t keptBlocks;
 };
 
-/// Reads with the k-th allocation failing, if there is one, and then destroys the scene.
+/// Reads while the k-th allocation fails, if there are as many, and then destroys the scene.
 MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, bool fromFile) {
   MemoryFault fault{};
   const zn::String source = zn::String::copyOf(text.text);
@@ -103,7 +103,7 @@ MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, boo
     }
     fault.hasFailed = AllocationTracker::hasFailed();
     AllocationTracker::stop();
-    // Not tracked: the dump's memory must not count.
+    // The memory of the dump must not count, so allocations are not tracked here.
     if (fault.hasFailed) static_cast<void>(sceneText(scene));
     AllocationTracker::resume();
   }
@@ -112,29 +112,29 @@ MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, boo
   return fault;
 }
 
-/// The number of kept blocks when the first allocation fails, the second and so on. The last entry
-/// is for no failure.
+/// Returns the number of kept blocks for each failing allocation. The last entry is for a read
+/// without a failure.
 std::vector<std::int64_t> failEveryAllocation(const Text& text, bool everAfter, bool fromFile) {
   std::vector<std::int64_t> kept;
   for (;;) {
     const MemoryFault fault = readWithFault(text, kept.size() + 1, everAfter, fromFile);
     kept.push_back(fault.keptBlocks);
     if (!fault.hasFailed) return kept;
-    // A buffer that cannot be allocated is an error of the text.
+    // A buffer that cannot be allocated is reported as an error of the text.
     EXPECT_TRUE(fault.end == End::NoMemory || fault.end == End::False)
         << text.name << ", allocation " << kept.size();
   }
 }
 
-/// Whether a text has a literal with an allocated payload: a string or a buffer. The reader owns
-/// the payload until the end of the statement, when the scene takes ownership. A statement that
-/// fails before leaks it.
+/// Returns whether a text has a literal with an allocated payload: a string or a buffer. The reader
+/// owns the payload until the end of the statement. Then the scene takes ownership. If the
+/// statement fails before that, the payload leaks.
 bool hasPayload(const Text& text) {
   return text.text.find_first_of("\"'{") != std::string::npos;
 }
 
-// The payloads leaked before a fault are also leaked with every later fault. The one additional
-// block is the payload of the statement that failed.
+// Expects that only payloads leak. A payload that leaks before a fault also leaks with every later
+// fault. The payload of the failed statement is one more block.
 void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& kept) {
   const std::int64_t pending = hasPayload(text) ? 1 : 0;
   std::int64_t least = kept.back();
@@ -146,10 +146,11 @@ void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& k
   }
 }
 
-/// Parameters: whether all later allocations fail too; whether the text is read from a file.
+/// The parameters: whether all later allocations fail, too, and whether the text is read from a
+/// file.
 class NoMemoryTest : public testing::TestWithParam<std::pair<bool, bool>> {
  protected:
-  // Performs the one-time allocations of the first read before blocks are counted.
+  // Makes the allocations that are made only once before blocks are counted.
   static void SetUpTestSuite() { faultTexts(); }
 };
 
@@ -160,9 +161,9 @@ TEST_P(NoMemoryTest, StopsTheParseAndLeaksOnlyPayloads) {
   }
 }
 
-// The number of leaked payloads for each failing allocation, without repetitions. A payload counts
-// from its literal until the scene takes ownership, or permanently when it is refused. This shows
-// where the scene allocates in between.
+// The rows show how many payloads leak when the allocations fail one after another, without
+// repeated numbers. A payload counts from its literal until the scene takes ownership. A refused
+// payload counts until the end. Thus a row shows where the scene allocates memory in between.
 TEST_P(NoMemoryTest, LeaksAtMostThePayloadOfTheFailedStatement) {
   const std::pair<const char*, const char*> rows[] = {
       {"t n; n.i = 1; n.v = vec3(1 2 3); n.o.m[2] = 2; n.l |= n.out; n.r = n;", "0"},
@@ -206,8 +207,8 @@ TEST(NoMemoryTest, LeavesTheSceneUsable) {
   }
 }
 
-// A read with a fault creates the first nodes that a read without faults creates. Texts that remove
-// nodes are skipped.
+// A read with a fault creates the same nodes as a read without a fault, up to the fault. Texts that
+// remove nodes are skipped.
 TEST(NoMemoryTest, AppliedStatementsStayApplied) {
   for (const Text& text : faultTexts()) {
     if (text.text.find("emove") != std::string::npos) continue;
@@ -229,7 +230,7 @@ TEST(NoMemoryTest, AppliedStatementsStayApplied) {
       const std::vector<std::string> some = nodeNames(scene);
       ASSERT_LE(some.size(), all.size()) << text.name << ' ' << k;
       EXPECT_TRUE(std::equal(some.begin(), some.end(), all.begin())) << text.name << ' ' << k;
-      EXPECT_GE(some.size(), most) << text.name << ' ' << k;  // later faults keep more
+      EXPECT_GE(some.size(), most) << text.name << ' ' << k;  // a later fault leaves more nodes
       most = some.size();
       if (!hasFailed) break;
     }
@@ -237,9 +238,9 @@ TEST(NoMemoryTest, AppliedStatementsStayApplied) {
   }
 }
 
-// --- A source that fails, stops short or throws ---
+// --- a source that fails, returns too few bytes or throws ---
 
-/// The outcome of a read into `scene`, in the comparable format of an expectation.
+/// Returns the outcome of a read into `scene` in the form of an expected result.
 template <class Read>
 std::string outcomeIn(Scene& scene, const Read& read) {
   setSmallLimits(scene);
@@ -259,7 +260,7 @@ std::string outcomeOfFile(Scene& scene, const zn::File& file) {
   return outcomeIn(scene, [&](Scene* into) { return impl::parseVsa(into, file, true); });
 }
 
-/// The number of reads that return bytes. The next read is at the end.
+/// Returns the number of reads that return bytes. The next read returns 0.
 std::size_t readsOf(const Text& text, std::size_t piece) {
   return (text.text.size() + piece - 1) / piece;
 }
@@ -279,7 +280,7 @@ TEST(SourceFaultTest, FailedReadEndsTheText) {
       const std::string outcome = outcomeOfFile(scene, file);
       EXPECT_EQ(outcome, outcomeOfString(std::string_view(text.text).substr(0, good * PIECE)))
           << where;
-      // An error in the text may have stopped the parse before.
+      // Otherwise an error in the text stopped the parse before the failure.
       EXPECT_TRUE(file.failed() || !isReadWhole(outcome)) << where;
       if (good % 8 == 0 || good == readsOf(text, PIECE)) expectUsable(scene, where);
     }
@@ -312,8 +313,8 @@ TEST(SourceFaultTest, SourceExceptionStopsTheParse) {
       const zn::ScopedLogSink scope(&sink);
       const zn::File file(new FailingPieces(whole, PIECE, good, FailingPieces::Throws));
       const End end = endOf([&] { return impl::parseVsa(&scene, file, true); });
-      // During the first three tokens the exception propagates, later it is logged as an error. An
-      // error in the text may have stopped the parse before.
+      // An exception in the first three tokens propagates. A later one is logged as an error. If an
+      // error in the text stops the parse before, there is no exception.
       EXPECT_TRUE(end == End::False || end == End::OtherException) << where;
       if (end == End::OtherException) {
         EXPECT_EQ(sink.lines, 0u) << where;
@@ -326,9 +327,9 @@ TEST(SourceFaultTest, SourceExceptionStopsTheParse) {
   }
 }
 
-// --- A host's scene that throws or refuses ---
+// --- a host's scene that throws or refuses ---
 
-/// A host's scene, and one read into it.
+/// A read into a host's scene.
 struct HostRead {
   HostRead() { setSmallLimits(scene); }
 
@@ -337,7 +338,7 @@ struct HostRead {
     end = endOf([&] { return impl::parseString(&host, zn::String::copyOf(text.text)); });
   }
 
-  /// Reads from a file, which first resets the header.
+  /// Reads from a file. The header is reset before that.
   void readAfterReset(const Text& text) {
     const zn::ScopedLogSink scope(&sink);
     const zn::File file(new TextPieces(zn::String::copyOf(text.text), 7));
@@ -357,7 +358,8 @@ struct HostRead {
   End end = End::True;
 };
 
-/// Throws at every call that reading a text makes, and adds the names of the operations that threw.
+/// Reads the text once for each call of the scene, which then throws. Adds the names of these calls
+/// to `thrown`.
 void throwAtEveryCall(const Text& text, std::set<std::string>& thrown) {
   for (std::uint64_t n = 1;; ++n) {
     HostRead faulty;
@@ -369,7 +371,8 @@ void throwAtEveryCall(const Text& text, std::set<std::string>& thrown) {
   }
 }
 
-/// The operations that reset the header, in order. The reader does not catch their exceptions.
+/// Returns the names of the calls that reset the header, in order. The reader does not catch their
+/// exceptions.
 std::vector<std::string> throwAtEveryReset() {
   const Text empty = {"nothing", ""};
   std::vector<std::string> thrown;
@@ -391,21 +394,22 @@ TEST(HostFaultTest, SceneExceptionIsTheLoggedError) {
   EXPECT_EQ(reset, (std::vector<std::string>{"clearComments", "setFileVersion", "setFileTime"}));
   std::set<std::string> thrown;
   for (const Text& text : faultTexts()) throwAtEveryCall(text, thrown);
-  // Only the reset clears the comments.
+  // Only a reset of the header clears the comments.
   EXPECT_TRUE(thrown.insert("clearComments").second);
-  // Every operation of a scene.
+  // All operations of the scene interface must have thrown.
   const std::vector<std::string> all = operationsOfInterface();
   const std::set<std::string> called(all.begin(), all.end());
   for (const std::string& name : called) EXPECT_TRUE(thrown.contains(name)) << name;
   for (const std::string& name : thrown) EXPECT_TRUE(called.contains(name)) << name;
 }
 
-/// Uses every way of creating. Has one link, because the order of several depends on addresses.
+/// A text that makes the reader create everything that a scene can create. It has only one link,
+/// because several links are resolved in the order of addresses.
 const Text CREATING = {
     "every creation", "t a; define b; a.x = 1; a.y[1] = 2; a.o.m = 3; a.o.n[0] = 4; a.l |= b.out;"};
 
-/// The operations that create something while a text is read, in order. Each call that may create
-/// something is followed by one that has seen one creation more.
+/// Returns the calls that create something while a text is read, in order. A call has created
+/// something if the next call finds one creation more.
 std::vector<std::string> creationsIn(const Text& text) {
   std::vector<std::string> names;
   std::string last;
@@ -419,7 +423,7 @@ std::vector<std::string> creationsIn(const Text& text) {
   }
 }
 
-/// Returns how many creations were refused, one per read.
+/// Reads the text once for each creation, which is then refused. Returns the number of creations.
 std::uint64_t refuseEveryCreation(const Text& text) {
   for (std::uint64_t n = 1;; ++n) {
     const std::string where = text.name + ", creation " + std::to_string(n);
@@ -435,17 +439,17 @@ std::uint64_t refuseEveryCreation(const Text& text) {
 TEST(HostFaultTest, RefusedCreationDoesNotCrash) {
   for (const Text& text : faultTexts()) refuseEveryCreation(text);
   const std::vector<std::string> creations = {
-      "createNode",       "defineNode",    "node createInput",             // a, b, x
-      "node createArray", "appendElement", "appendElement",    "element",  // y
-      "node createInput", "createInput",                                   // o, m
-      "createArray",      "appendElement", "element",                      // n
-      "node createInput", "node output",                                   // l
+      "createNode",       "defineNode",    "node createInput",             // nodes a and b, input x
+      "node createArray", "appendElement", "appendElement",    "element",  // array y
+      "node createInput", "createInput",                                   // members o and m
+      "createArray",      "appendElement", "element",                      // array n
+      "node createInput", "node output",                                   // input l and its link
   };
   EXPECT_EQ(creationsIn(CREATING), creations);
   EXPECT_EQ(refuseEveryCreation(CREATING), creations.size());
 }
 
-// Such a scene has the same outcome as no scene.
+// A scene that refuses everything gives the same outcome as no scene.
 TEST(HostFaultTest, SceneThatRefusesEverythingDoesNotCrash) {
   for (const Text& text : faultTexts()) {
     HostRead refusing;

@@ -19,12 +19,13 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Large texts are read too often, and large scenes dumped too often, to be fast.
+// Returns whether a case is small. Large texts and scenes would make the tests slow, because each
+// is read and dumped many times.
 bool isSmall(const Case& each) {
   return fs::file_size(each.text) <= 4096 && fs::file_size(each.expectation) < 16384;
 }
 
-// The first case of each folder of cases that raises the same messages.
+// Adds cases: for each folder and each set of raised messages, the first case.
 void addCases(std::vector<Text>& texts) {
   std::set<std::pair<std::string, std::set<zn::korvo_sdk::DiagnosticId>>> seen;
   for (const Case& each : findCases(VSA_CASE_DIR).cases) {
@@ -51,7 +52,7 @@ void addOwn(std::vector<Text>& texts) {
   texts.push_back({"nodes created, defined and removed",
                    "lamp a; define b; define a; a.on = true; b.a |= a.out; remove b; remove c;"
                    "define b; b.on = false;"});
-  // Enough links for the resolver to prefetch inputs.
+  // Adds a text with enough links for the prefetching of inputs during the resolution.
   std::string links = "lamp a:";
   for (int i = 0; i < 30; ++i) {
     links += ".c" + std::to_string(i) + " |= a.out; .r" + std::to_string(i) + " = a;";
@@ -59,7 +60,7 @@ void addOwn(std::vector<Text>& texts) {
   texts.push_back({"many links", links});
 }
 
-// Performs the one-time allocations, which stay allocated until the process exits.
+// Makes the allocations that are made once and stay until the process exits.
 void readOnce() {
   declareCaseTypes();
   zn::korvo_sdk::Scene scene;
@@ -104,7 +105,8 @@ std::vector<std::string> operationsOfInterface() {
   std::string prefix;
   for (std::string line; std::getline(lines, line);) {
     if (line.starts_with(CLASS)) {
-      // WatchedScene prefixes the operations of nodes, to distinguish them from those of inputs.
+      // WatchedScene adds a prefix to the operations of nodes, because inputs have operations of
+      // the same names.
       const std::string type =
           line.substr(CLASS.size(), line.find(' ', CLASS.size()) - CLASS.size());
       prefix = type == "INode" ? "node " : "";

@@ -1,6 +1,6 @@
-// Texts for the fault tests. Together they raise every message and make the reader call every
-// operation of a scene. The list of the operations comes from the source of the interface, so that
-// a test can check each.
+// The texts for the fault tests. Together they raise every message and make the reader call every
+// operation of a scene. The list of operations is read from the source of the interface, so that a
+// test can check that it is complete.
 #pragma once
 
 #include <cstdint>
@@ -18,22 +18,22 @@ struct Text {
   std::string text;
 };
 
-/// The limits of the scenes that the texts are read into. They are small, so that a short text
+/// The limits of the scenes into which the texts are read. They are small, so that a short text
 /// exceeds them and an assignment to a large index creates few elements.
 constexpr std::uint64_t EMPTY_ELEMENTS = 100;
 constexpr std::uint64_t LEVELS = 16;
 
 void setSmallLimits(zn::korvo_sdk::Scene& scene);
 
-/// Small cases, one for each different log message, and additional texts for what no small case
-/// covers. The first call also initialises what a process initialises once: the node type of the
-/// cases and the reader's keyword tables.
+/// Returns the texts: one small case for each set of messages, and further texts for what no small
+/// case tests. The first call also registers the node type of the cases and initialises the
+/// reader's keyword tables.
 const std::vector<Text>& faultTexts();
 
-/// Messages that the fault texts do not raise, with the reason for each.
+/// Returns the messages that no fault text raises, with the reason for each.
 const std::map<zn::korvo_sdk::DiagnosticId, std::string>& neverRaised();
 
-/// The operations of the scene interface, named as in WatchedScene.
+/// Returns the operations of the scene interface, with the same names as in WatchedScene.
 std::vector<std::string> operationsOfInterface();
 
 }  // namespace vsa_tests

@@ -1,5 +1,5 @@
-// A failed allocation undoes a partial construction: the handle of a file being opened, the slot of
-// an element being appended, an input being given a structure.
+// Tests that a failed allocation undoes a partial construction: the handle of a file that is
+// opened, the slot of an element that is appended, or an input that gets a structure.
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -19,7 +19,7 @@ namespace {
 using namespace zn::korvo_sdk;
 using interfaces::IInput;
 
-/// The next file descriptor of this process. It is the same again when every opened file is closed.
+/// Returns the next free file descriptor. It is the same as before if every opened file was closed.
 int nextDescriptor() {
   const int descriptor = dup(STDERR_FILENO);
   close(descriptor);
@@ -27,13 +27,13 @@ int nextDescriptor() {
 }
 
 struct Opening {
-  bool hasFailed;  // there was a k-th allocation
+  bool hasFailed;  // whether the k-th allocation was reached
   bool isThrown;
-  int descriptor;  // at the end
+  int descriptor;  // the next free descriptor afterwards
   std::int64_t liveBlocks;
 };
 
-/// Opens a file with the k-th allocation failing.
+/// Opens a file while the k-th allocation fails.
 Opening openWithFault(std::uint64_t k) {
   Opening opening{};
   AllocationTracker::start();
@@ -61,7 +61,7 @@ TEST(FileMemoryTest, FileIsClosedWhenTheHandleCannotBeCreated) {
   }
 }
 
-/// Appends an element with the next allocation failing. Returns whether the element was appended.
+/// Appends an element while the next allocation fails. Returns whether the element was appended.
 bool appendWithFault(IInput& array) {
   bool isThrown = false;
   AllocationTracker::start();
@@ -76,7 +76,8 @@ bool appendWithFault(IInput& array) {
   return !isThrown;
 }
 
-// The array and the scene each allocate capacity for many elements at a time.
+// Only some of the calls allocate memory: the array and the scene each allocate for many elements
+// at a time.
 TEST(ArrayMemoryTest, FailedElementHasNoSlot) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "lamp lamp1; lamp1.keys[0] = 1;"));
@@ -98,7 +99,7 @@ TEST(ArrayMemoryTest, FailedElementHasNoSlot) {
   EXPECT_GT(failures, 1);
 }
 
-/// Calls `what` with the k-th allocation failing. Returns whether that allocation was reached.
+/// Calls `what` while the k-th allocation fails. Returns whether that allocation was reached.
 template <class Do>
 bool failsWithoutMemory(std::uint64_t k, const Do& what) {
   bool isThrown = false;
@@ -114,8 +115,8 @@ bool failsWithoutMemory(std::uint64_t k, const Do& what) {
   return isThrown;
 }
 
-// The list of a node's inputs first grows in a block of the scene, then in its own block, and has
-// an index.
+// The list of the node's inputs grows in three steps: in a block of the scene, in its own block,
+// and with an index.
 TEST(NodeMemoryTest, FailedInputIsNotInTheList) {
   Scene scene;
   Node* const node = scene.createNode("lamp", "lamp1", zn::String());
@@ -134,7 +135,7 @@ TEST(NodeMemoryTest, FailedInputIsNotInTheList) {
   EXPECT_GT(failures, 3);
 }
 
-// An input that only a link has used gets its type from its first value or member.
+// An input that was used only in a link gets its type with its first value or member.
 TEST(MemberMemoryTest, FailedMemberCreatesNoObject) {
   std::uint64_t k = 0;
   bool isRefused = true;
@@ -150,7 +151,7 @@ TEST(MemberMemoryTest, FailedMemberCreatesNoObject) {
   EXPECT_GT(k, 2U);
 }
 
-// A declared input exists with its declared element type, or not at all.
+// A declared input is created with its declared element type, or not at all.
 TEST(DeclaredMemoryTest, FailedBufferIsCreatedCompletelyOrNotAtAll) {
   NodeType type;
   type.name = "half_made_lamp";

@@ -1,4 +1,5 @@
-// String::adopt with failing allocations: nothing leaks, and the caller keeps the characters.
+// Tests of String::adopt with failing allocations: nothing leaks, and the caller still owns the
+// characters.
 #include <gtest/gtest.h>
 
 #include <new>
@@ -15,14 +16,14 @@ namespace {
 using vsa_tests::AllocationTracker;
 using vsa_tests::text;
 
-/// The result of adopting 100 characters in a block of `capacity` bytes with the k-th allocation
-/// failing.
+/// The result of adopting 100 characters in a block of `capacity` bytes while the k-th allocation
+/// fails.
 struct Adoption {
-  bool hasFailed = false;  // there was a k-th allocation
+  bool hasFailed = false;  // whether the k-th allocation was reached
   bool isThrown = false;
   std::string adopted;
   std::string left;
-  std::int64_t liveBlocks = 0;  // at the end
+  std::int64_t liveBlocks = 0;  // the number of allocated blocks at the end
 };
 
 Adoption adoptWithFault(unsigned long capacity, std::uint64_t k) {
@@ -52,8 +53,8 @@ Adoption adoptWithFault(unsigned long capacity, std::uint64_t k) {
 
 const std::string CHARS(100, 'x');
 
-// The block has capacity for the NUL: the first allocation is the header, the second shrinks the
-// block.
+// The block has room for the NUL. Therefore the first allocation is for the header, and the second
+// one makes the block smaller.
 TEST(StringMemory, HeaderAllocationFails) {
   const Adoption adoption = adoptWithFault(200, 1);
   EXPECT_TRUE(adoption.hasFailed);

@@ -37,7 +37,7 @@ std::size_t FailingPieces::read(char* to, std::size_t capacity) {
   return TextPieces::read(to, capacity);
 }
 
-// Each operation is counted before it is forwarded, so a call that throws changes nothing.
+// Each wrapper counts a call before it forwards it, so a call that throws changes nothing.
 
 class WatchedScene::WatchedEnumeration final : public host::IEnumeration {
  public:
@@ -206,7 +206,8 @@ bool WatchedScene::refuses() {
   return ++creations_ == refusing_ || refusesEverything_;
 }
 
-// Returns the same wrapper for the same object: the reader identifies inputs by address.
+// Returns the wrapper of a node. It is always the same for the same node, because the reader
+// identifies objects by their addresses.
 
 WatchedScene::WatchedNode* WatchedScene::watched(host::INode* node) {
   if (node == nullptr) return nullptr;

@@ -1,5 +1,6 @@
-// A host's scene that wraps another scene. It counts and forwards every call. The n-th call throws,
-// or the n-th creation is refused. Also sources that fail at the n-th read.
+// WatchedScene: a host's scene that wraps another scene. It counts and forwards every call. It can
+// throw in the n-th call or refuse the n-th creation. Below it are sources that fail at the n-th
+// read.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +18,7 @@ namespace vsa_tests {
 /// Declares the node type that the cases use.
 void declareCaseTypes();
 
-/// Delivers a text in pieces of `most` bytes.
+/// A source that delivers a text in pieces of at most `most` bytes.
 class TextPieces : public zn::ByteSource {
  public:
   TextPieces(zn::String text, std::size_t most) : text_(std::move(text)), most_(most) {}
@@ -29,8 +30,8 @@ class TextPieces : public zn::ByteSource {
   std::size_t at_ = 0;
 };
 
-/// Succeeds `good` times. Then the fault occurs: once for StopsShort, otherwise at every later
-/// read.
+/// A source whose first `good` reads succeed. The next read has the fault. After StopsShort,
+/// further reads succeed; after the other faults, they have the fault, too.
 class FailingPieces final : public TextPieces {
  public:
   enum Fault { Fails, StopsShort, Throws };
@@ -60,10 +61,10 @@ class WatchedScene final : public zn::korvo_sdk::interfaces::IScene {
 
   std::uint64_t calls() const { return calls_; }
   std::uint64_t creations() const { return creations_; }
-  /// The operation that threw.
+  /// The name of the operation that threw.
   const std::string& faultyCall() const { return faultyCall_; }
 
-  // IScene.
+  // The functions of IScene.
 
   zn::korvo_sdk::interfaces::INode* findNode(const zn::String& name) override;
   zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,

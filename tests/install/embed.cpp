@@ -1,5 +1,5 @@
-// A host that embeds the installed library. It has folders `foundation` and `scene` of its own,
-// which come first on its include path: the library's headers must not pick up the host's.
+// A host that embeds the installed library. Its include path begins with its own folders
+// `foundation` and `scene`. The headers of the library must not include the host's headers.
 #include <cstdio>
 
 #include "foundation/string.h"
@@ -10,7 +10,7 @@
 
 namespace {
 
-// Through the interface for C.
+// Reads the file through the interface for C.
 double radiusOf(const char* path) {
   vsa_reading* const reading = vsa_read_file(path, nullptr);
   double radius = 0;

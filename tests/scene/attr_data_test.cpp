@@ -1,4 +1,5 @@
-// The value record: every tuple and matrix overlaps `components` and has as many components.
+// Tests of the value record: each tuple and each matrix overlaps `components` and has as many
+// components.
 #include <vsa/scene/attr_data.h>
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-// Every row of the attribute types.
+// Tests of each attribute type.
 #include <vsa/scene/attr_type.h>
 
 #include <gtest/gtest.h>

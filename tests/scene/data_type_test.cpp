@@ -1,4 +1,4 @@
-// Every row of the element types of buffers.
+// Tests of each element type of buffers.
 #include <vsa/scene/data_type.h>
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@
 namespace zn::korvo_sdk {
 namespace {
 
-// In the order of their values, from 0.
+// The names in the order of the types' values, from 0.
 constexpr const char* NAMES[] = {
     "Null",   "Bool",   "Char",   "Byte",  "Int16", "Int32",    "Int64", "UInt16", "UInt32",
     "UInt64", "Float",  "Double", "Ptr",   "Vec2f", "Vec2d",    "Vec2i", "Vec2u",  "Vec3f",
@@ -79,7 +79,8 @@ DataType componentOf(char letter) {
   }
 }
 
-// The last letter of a name gives the component type, the rest the number of components.
+// The last letter of a name is the component type, and the letters before it determine the number
+// of components.
 TEST(DataTypes, NamesGiveTypeAndNumberOfComponents) {
   int known = 0;
   for (int value = 0; value < 60; ++value) {
@@ -91,7 +92,7 @@ TEST(DataTypes, NamesGiveTypeAndNumberOfComponents) {
       ++known;
     }
   }
-  EXPECT_EQ(known, 46);  // all except Null, twelve types of one component, and ColorRef
+  EXPECT_EQ(known, 46);  // not Null, the twelve types of one component, and ColorRef
   EXPECT_EQ(componentCount(DataType::ColorRef), 4U);
   EXPECT_EQ(componentType(DataType::ColorRef), DataType::Byte);
   for (int value = 1; value < static_cast<int>(DataType::Vec2f); ++value) {
@@ -111,7 +112,7 @@ TEST(DataTypes, NullAndUnknownTypes) {
   }
 }
 
-// 48 types have a keyword; the others are for hosts.
+// 48 types have a keyword. Only hosts use the remaining types.
 TEST(DataTypes, BufferElements) {
   int withKeyword = 0;
   for (int value = 0; value < 60; ++value) {

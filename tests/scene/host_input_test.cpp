@@ -1,5 +1,5 @@
-// A host whose inputs live as long as its scene and do not count references: the default retain and
-// release of the interface.
+// Tests of a host whose inputs exist as long as its scene and do not count references. It uses the
+// default retain() and release() of the interface.
 #include <gtest/gtest.h>
 
 #include <cstdint>

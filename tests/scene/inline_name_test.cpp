@@ -1,4 +1,4 @@
-// The names of nodes, stored in place up to 15 characters.
+// Tests of the names of nodes. Names of at most 15 characters are stored in the node.
 #include "scene/model/storage/inline_name.h"
 
 #include <gtest/gtest.h>
@@ -15,9 +15,10 @@ using vsa_tests::text;
 
 static_assert(sizeof(InlineName) == 16);
 
-constexpr std::size_t LENGTHS = 40;  // more than twice the longest name that is stored in place
+constexpr std::size_t LENGTHS = 40;  // more than twice the longest name that is stored in the node
 
-/// Every character differs from its neighbours, and some have their highest bit set.
+/// Returns a name in which each character differs from its neighbours. Some characters have the
+/// highest bit set.
 std::string sample(std::size_t length) {
   std::string name;
   for (std::size_t i = 0; i < length; ++i) name += static_cast<char>('a' + 7 * i);
@@ -53,7 +54,7 @@ TEST(InlineName, DiffersFromALongerOne) {
   for (std::size_t length = 0; length < LENGTHS; ++length) {
     EXPECT_FALSE(isEqual(sample(length), sample(length + 1))) << length;
     EXPECT_FALSE(isEqual(sample(length + 1), sample(length))) << length;
-    // The unused bytes of a short name are zero.
+    // The unused bytes of a short name are zero, but they are not a part of the name.
     EXPECT_FALSE(isEqual(sample(length), sample(length) + '\0')) << length;
     EXPECT_FALSE(isEqual(std::string(length, 'a'), std::string(length + 1, 'a'))) << length;
   }

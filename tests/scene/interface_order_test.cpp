@@ -1,5 +1,5 @@
-// The virtual functions of the scene interfaces have a fixed order, and there are no others. Hosts
-// that were compiled with an older header of the same functions keep working.
+// Tests that the virtual functions of the scene interfaces have a fixed order, and that there are
+// no others. Thus hosts that were compiled with an older header of the same functions still work.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -11,8 +11,8 @@
 namespace zn::korvo_sdk::interfaces {
 namespace {
 
-/// A pointer to a virtual member function as the Itanium C++ ABI lays it out. `slot` is the byte
-/// offset of its slot in the virtual table, plus 1 on most processors.
+/// A pointer to a virtual member function in the Itanium C++ ABI. `slot` is the byte offset of the
+/// function in the virtual table, plus 1 on most processors.
 struct VirtualPointer {
   std::ptrdiff_t slot;
   std::ptrdiff_t adjustment;
@@ -25,7 +25,8 @@ std::ptrdiff_t slotOf(Function function) {
          static_cast<std::ptrdiff_t>(sizeof(void (*)()));
 }
 
-/// Adds a virtual function after those of an interface. Its slot is the number of these functions.
+/// Adds a virtual function after those of an interface. The slot of that function is the number of
+/// the interface's functions.
 template <class Interface>
 struct Extended : Interface {
   virtual void next() = 0;

@@ -1,5 +1,5 @@
-// The limits of a scene: the number of empty elements and of all elements of an array, and the
-// nesting depth of inputs.
+// Tests of the limits of a scene: the number of its empty elements, the number of elements of an
+// array, and the nesting depth of inputs.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -75,7 +75,7 @@ struct UseRow {
   Use use;
 };
 
-// After one of these calls, one more element can be appended.
+// Each of these calls makes an empty element used, so that one more element can be appended.
 TEST_F(EmptyElements, CallsThatCountAsUse) {
   const UseRow rows[] = {
       {"assign", [](Scene&, Input* element) { element->assign(ofType(AttrType::Int)); }},
@@ -96,7 +96,7 @@ TEST_F(EmptyElements, CallsThatCountAsUse) {
     Input* const array = scene.createNode("open", "n", "")->createArray("a", AttrType::Null);
     for (int i = 0; i < 3; ++i) array->appendElement();
     row.use(scene, array->element(1));
-    row.use(scene, array->element(1));  // counts once
+    row.use(scene, array->element(1));  // a second use does not count
     EXPECT_EQ(append(array), "");
     EXPECT_EQ(append(array), FULL);
   }
@@ -105,7 +105,7 @@ TEST_F(EmptyElements, CallsThatCountAsUse) {
 TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   fill();
   array_->element(0)->set(ofType(AttrType::Array));
-  // The inner array counts as used only when it has an element, and that element exceeds the limit.
+  // The inner array would be used when it has an element. That element would exceed the limit.
   EXPECT_EQ(append(array_->element(0)),
             "array n.a[0] cannot grow past the scene's limit of 3 empty elements");
   array_->element(1)->retain();
@@ -215,7 +215,7 @@ TEST(Depth, IsTestedBeforeTheEmptyElements) {
             "array n.a cannot grow past the scene's limit of 0 empty elements");
 }
 
-// An input of a node has level 1, which exceeds a limit of 0.
+// An input of a node has the level 1, which exceeds a limit of 0.
 TEST(Depth, LimitOfZeroPermitsNoInput) {
   Scene scene;
   scene.setDepthLimit(0);
@@ -246,7 +246,7 @@ TEST(Depth, EndsAText) {
   EXPECT_FALSE(scene.findNode("n")->hasInput("z", AttrType::Null));
 }
 
-// An array of 2^32 elements takes 200 GiB, so the check is called without one.
+// The test calls the check without an array, because an array of 2^32 elements takes 200 GiB.
 TEST(ElementCount, AnArrayHoldsUpTo32BitsOfIndices) {
   Scene scene;
   Input* const array = scene.createNode("open", "n", "")->createArray("a", AttrType::Int);

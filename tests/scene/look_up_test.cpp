@@ -1,5 +1,5 @@
-// A scene caches its last answers. After any sequence of look-ups, creations and removals, its
-// answers equal those of a scene without a cache.
+// Tests of the cache for look-ups in a scene. After any sequence of look-ups, creations and
+// removals, the results are the same as without a cache.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -62,13 +62,14 @@ TEST(LookUps, OfNodesFollowCreationAndRemoval) {
   }
 }
 
-/// One step with the inputs of one node; `inputs` are its existing inputs.
+/// Looks up, creates or removes an input of a node. `inputs` contains the existing inputs of the
+/// node.
 void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inputs,
                   bool isDeclared) {
   const std::string name = oneOf(random, NODE_NAMES);
   const AttrType type = oneOf(random, TYPES);
   const String sought = string(name);
-  // A node of a declared type has the Int input "a" from its first look-up on, and no other input.
+  // A node of a declared type has the Int input "a" after its first look-up, and no other input.
   if (isDeclared && name == "a" && inputs.empty()) inputs["a"] = node.input(sought);
   const auto at = inputs.find(name);
   Input* const expected = at == inputs.end() ? nullptr : at->second;

@@ -1,5 +1,5 @@
-// Values of another type than that of a declared input. The input does not change, and the memory
-// of the value is freed (LeakSanitizer reports it otherwise).
+// Tests of values that do not have the type of a declared input. The input does not change, and the
+// memory of the value is freed. If it were not, LeakSanitizer would report it.
 #include <gtest/gtest.h>
 
 #include <cstdlib>

@@ -1,4 +1,5 @@
-// The minimal scene: nodes, inputs of every kind, links, removal, and the addresses of inputs.
+// Tests of the library's scene: nodes, inputs of every kind, links, removal, and the addresses of
+// inputs.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -99,7 +100,7 @@ TEST(SceneNodes, ManyOfThem) {
   }
 }
 
-// Short lists are scanned, longer ones have an index, and long ones have a block of their own.
+// A short list is searched linearly. A longer list has an index, and a long one has its own block.
 TEST(SceneNodes, WithThousandsOfInputsAndOutputs) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");
@@ -501,8 +502,8 @@ std::uintptr_t addressOf(const Input* input) {
   return reinterpret_cast<std::uintptr_t>(input);
 }
 
-// Inputs of nodes, members and elements have consecutive addresses in creation order. When a slab
-// is full, the next object is at a multiple of 256 bytes.
+// Inputs, members and elements have ascending addresses in creation order. When a slab is full, the
+// next object begins at a multiple of 256 bytes.
 TEST(SceneMemory, InputsAreInCreationOrder) {
   Scene scene;
   std::vector<const Input*> inputs;

@@ -1,4 +1,5 @@
-// Declared node types: their nodes have the declared inputs and outputs only, under current names.
+// Tests of declared node types: their nodes have only the declared inputs and outputs, with their
+// current names.
 #include <vsa/scene/node_type.h>
 
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ InputDeclaration declared(const char* name, AttrType type) {
   return input;
 }
 
-/// A declared type "camera" while the test runs.
+/// A fixture that declares the type "camera" while a test runs.
 class DeclaredTypes : public testing::Test {
  protected:
   DeclaredTypes() {
@@ -122,7 +123,8 @@ TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreOpen) {
 TEST_F(DeclaredTypes, FormerNames) {
   EXPECT_EQ(text(updateInputName("camera", "angle")), "fov");
   EXPECT_EQ(text(updateInputName("camera", "fov")), "fov");
-  EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");  // translated once, not repeatedly
+  // the new name is not translated again
+  EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");
   EXPECT_EQ(text(updateInputName("Camera", "angle")), "angle");
   EXPECT_EQ(text(updateInputName("camera", "picture")), "picture");
   EXPECT_EQ(text(updateOutputName("camera", "picture")), "image");
@@ -206,7 +208,7 @@ TEST_F(DeclaredTypes, DefinedNodesOfADeclaredTypeAreClosedToo) {
 
 // --- declarations without a type ---
 
-/// A declared type "rig" whose inputs have no type yet, and a node of it.
+/// A fixture with a declared type "rig", whose inputs have no type yet, and a node of that type.
 class DeclaredUntyped : public testing::Test {
  protected:
   DeclaredUntyped() {

@@ -1,4 +1,4 @@
-// The pool for a scene's short lists, tuples and strings.
+// Tests of the pool for the short lists, tuples and strings of a scene.
 #include "scene/model/storage/small_block_pool.h"
 
 #include <gtest/gtest.h>
@@ -38,7 +38,7 @@ TEST(SmallBlockPool, DeallocatedBlockIsReused) {
   EXPECT_NE(pool.allocate(24), second);
 }
 
-// The memory must not grow when a host assigns one input many times.
+// The memory does not grow when a host assigns a value to the same input many times.
 TEST(SmallBlockPool, RepeatedAssignmentReusesTheBlock) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "note n; n.text = \"the first one\";"));

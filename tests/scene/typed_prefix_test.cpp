@@ -1,6 +1,6 @@
-// The library's scene remembers how many leading elements of an array have a type, so that many
-// short texts that fill one array do not check all its elements again. An element that loses its
-// type gets one again from the next text.
+// Tests of the typed prefix of an array: the number of leading elements that have a type. The scene
+// stores it, so that many short texts that append to an array do not check all its elements again.
+// If an element loses its type, the next text gives it a type again.
 #include "scene/typed_prefix.h"
 
 #include <gtest/gtest.h>
@@ -37,7 +37,7 @@ class TypedPrefix : public testing::Test {
 
   void read(const std::string& text) { impl::parseString(&scene_, String::copyOf(text)); }
 
-  /// The array n.a with `count` buffers, each appended by a text of its own.
+  /// Returns the array n.a with `count` buffers. Another text appends each of them.
   Input& arrayOf(int count) {
     read("t n;");
     for (int i = 0; i < count; ++i) read("with n: .a[*] = byte[1] {1};");
@@ -69,7 +69,7 @@ TEST_F(TypedPrefix, IsZeroForOtherInputs) {
   }
 }
 
-/// What a host does with an array of ten buffers, and the prefix that remains.
+/// A change that a host makes to an array of ten buffers, and the prefix after it.
 struct Change {
   const char* name;
   std::function<void(Input& array)> apply;
@@ -101,7 +101,7 @@ const Change CHANGES[] = {
        const auto buffer = static_cast<std::int32_t>(AttrType::Buffer);
        array.element(2)->set(untypedBuffer());
        array.set(structureOf(AttrType::Array, static_cast<std::int32_t>(AttrType::Int)));
-       EXPECT_EQ(typedPrefixOf(array), 10U);  // nothing changes a Buffer in an array of Int
+       EXPECT_EQ(typedPrefixOf(array), 10U);  // an array of Int does not change its buffers
        array.set(structureOf(AttrType::Array, buffer));
      },
      2},
@@ -130,7 +130,8 @@ TEST_F(TypedPrefix, ArraysInAnArrayLoseTheTypeOfTheirElements) {
   EXPECT_EQ(typedPrefixOf(array), 1U);
 }
 
-// Random changes by a host between texts: every text leaves an array whose buffers all have a type.
+// A host changes elements at random between the texts. After each text, all buffers of the array
+// have a type.
 TEST_F(TypedPrefix, TextsSetWhateverHostsEmpty) {
   std::mt19937 random(7);
   Input& array = arrayOf(40);

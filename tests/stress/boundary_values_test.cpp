@@ -1,5 +1,5 @@
-// Boundary values: words that are almost numbers, one byte more than a buffer or stream holds, the
-// character after the last one.
+// Tests of boundary values: words that are almost numbers, one byte too many for a buffer or a
+// stream, and the character after the last one of a class.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -52,7 +52,7 @@ TEST(BoundaryTest, StartsWith) {
   EXPECT_FALSE(text.startsWith("ABCD", true));
 }
 
-// "abc" in a stored DEFLATE block.
+// "abc" in a stored block of a DEFLATE stream.
 constexpr char STORED[] = ".7801 01 0300 fcff 616263 024d0127";
 
 /// Decompresses `text` into a buffer of `capacity` bytes. Returns the bytes or the error message.

@@ -1,6 +1,7 @@
-// dump_under_locale LOCALE FILE...: sets the locale, reads the files and prints result, log and
-// scene of each. LOCALE is a name for setlocale; "C" is the default locale of a program. The output
-// must not depend on the locale, the compiler or its options; same_everywhere.sh compares it.
+// dump_under_locale LOCALE FILE...: sets the locale, reads the files, and prints the result, log
+// and scene of each file. LOCALE is a name for setlocale. "C" is the default locale of a program.
+// The output must not depend on the locale, the compiler or its options, which same_everywhere.sh
+// checks.
 #include <clocale>
 #include <cstdio>
 #include <exception>

@@ -1,16 +1,17 @@
-// Reads every stress text in growing sizes and measures what it costs: time, heap and stack. Prints
-// one line per stress text and fails if a bound is exceeded. Columns:
+// Reads every stress text in growing sizes and measures the time, the heap and the stack. Prints
+// one line for each stress text. Fails if a bound is exceeded. The columns are:
 //
-//   MB/s       speed at the largest size, in processor time, of reading and destroying the scene
-//   growth     t(4n)/t(n), the worst of the sizes that take long enough to be measured
-//   heap/text  peak heap while reading, including the text, over the size of the text
-//   declared   size of the buffers that the text declares, over the size of the text
+//   MB/s       speed of reading and destroying the scene at the largest size, in processor time
+//   growth     the greatest t(4n)/t(n), of the sizes that take long enough to be measured
+//   heap/text  peak heap while reading, including the text, divided by the size of the text
+//   declared   size of the buffers that the text declares, divided by the size of the text
 //   stack      bytes of stack for reading, dumping and destroying
 //
-// The time excludes page faults: before the reads, the process gets all the memory that they need
-// from the system. Page faults cost as much as the reading and depend on what the allocator keeps.
+// The time does not include page faults, because the process gets all the necessary memory from the
+// system before the reads. Page faults would take as long as the reading, and their number depends
+// on the allocator.
 //
-// Every size runs in a process of its own, so a crash fails one stress text and not the program.
+// Each size is read in its own process, so that a crash fails only one stress text.
 #include <malloc.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -42,16 +43,16 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::size_t MIB = std::size_t{1} << 20;
-// The bounds.
-constexpr double MIN_SPEED = 5e6;  // bytes per second
+// The bounds that the measurements must not exceed.
+constexpr double MIN_SPEED = 5e6;  // in bytes per second
 constexpr double MAX_GROWTH = 5;   // t(4n)/t(n)
-// Peak heap: MAX_HEAP_BASE + MAX_HEAP_PER_BYTE * text size + declared buffers.
+// The peak heap must not exceed MAX_HEAP_BASE + MAX_HEAP_PER_BYTE * text size + declared buffers.
 constexpr double MAX_HEAP_BASE = 64 * MIB;
 constexpr double MAX_HEAP_PER_BYTE = 100;
 constexpr std::size_t MAX_STACK = 64 * 1024;
 
 constexpr double MIN_SECONDS = 0.020;  // shorter times are not compared
-constexpr double MAX_SECONDS = 30;     // after a slower size no larger one is run
+constexpr double MAX_SECONDS = 30;     // after a size that takes longer, no larger size is read
 constexpr std::size_t MAX_DUMPED = 4 * MIB;
 constexpr rlim_t MEMORY_LIMIT = rlim_t{14} << 30;
 
@@ -63,7 +64,7 @@ struct Options {
   std::size_t percent = 100;
 };
 
-/// The cost of reading one text.
+/// The measured costs of reading one text.
 struct Cost {
   double seconds;
   std::uint64_t textBytes;
@@ -72,13 +73,13 @@ struct Cost {
   std::uint64_t stackBytes;
 };
 
-// Makes the allocator get `bytes` bytes from the system, if possible, and keep them.
+// Makes the allocator get `bytes` bytes from the system, if it can, and keep them.
 void prefaultMemory(std::size_t bytes) {
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, -1);
   constexpr std::size_t PAGE_BYTES = 4096;
   char* const memory = static_cast<char*>(std::malloc(bytes));
-  // Volatile keeps the compiler from removing the writes.
+  // The compiler must not remove the writes, so the memory is volatile.
   volatile char* const pages = memory;
   for (std::size_t at = 0; memory != nullptr && at < bytes; at += PAGE_BYTES) pages[at] = 1;
   std::free(memory);
@@ -99,7 +100,8 @@ void readInto(zn::korvo_sdk::Scene& scene, const zn::String& text, bool fromFile
       parseString(&scene, text);
     }
   } catch (const std::exception&) {
-    // A bad character among the first tokens, or no memory. It ends the read like any other error.
+    // The first three tokens have an invalid character, or there is no memory. Both end the read
+    // like any other error.
   }
 }
 
@@ -118,7 +120,7 @@ long pageFaults() {
   return usage.ru_minflt;
 }
 
-// The median time of several reads, without reads that caused page faults.
+// Returns the median time of several reads. Reads with many page faults do not count.
 double medianSeconds(const zn::String& text, bool fromFile) {
   constexpr int MAX_READS = 12;
   constexpr std::size_t MAX_COUNTED = 9;
@@ -173,7 +175,8 @@ Cost costOf(const StressText& stressText, std::size_t bytes, const Options& opti
   return cost;
 }
 
-// The same in a child process. Empty, with the exit status in `status`, if the child crashed.
+// Measures the cost in a child process. If the child crashed, returns nothing and sets `status` to
+// its exit status.
 std::optional<Cost> costOfInChild(const StressText& stressText, std::size_t bytes,
                                   const Options& options, int& status) {
   int ends[2];
@@ -199,7 +202,7 @@ std::optional<Cost> costOfInChild(const StressText& stressText, std::size_t byte
   return isAnswered ? std::optional<Cost>(cost) : std::nullopt;
 }
 
-/// The measurements of one stress text and the bounds that they exceed.
+/// The measurements of one stress text, and the bounds that they exceed.
 class Measurement {
  public:
   Measurement(const StressText& stressText, const Options& options)
@@ -230,7 +233,7 @@ class Measurement {
     const auto heap = static_cast<double>(cost.heapBytes);
     const auto declared = static_cast<double>(cost.declaredBytes);
     if (!costs_.empty() && costs_.back().seconds > MIN_SECONDS) {
-      // Scaled to a factor of 4, because sizes do not grow by exactly 4.
+      // The growth is scaled to a factor of 4, because sizes do not grow by exactly 4.
       const double factor = text / static_cast<double>(costs_.back().textBytes);
       growth_ = std::max(growth_, cost.seconds / costs_.back().seconds * 4 / factor);
     }

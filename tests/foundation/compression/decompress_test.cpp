@@ -1,4 +1,4 @@
-// Compressed texts: the bytes that they decompress to, and the message for each invalid text.
+// Tests of compressed texts: the bytes that they decompress to, and the messages for invalid texts.
 
 #include <vsa/foundation/decompress.h>
 
@@ -23,12 +23,12 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char CHECKSUM[] = "compressed data fails its checksum";
 constexpr char LARGER[] = "compressed data is larger than the buffer";
 
-// "hello hello hello hello" as any zlib writes it, with the fixed codes.
+// "hello hello hello hello", compressed with the fixed codes as all zlib versions do.
 const std::string HELLO = "hello hello hello hello";
 const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
-// "abc" stored.
+// "abc" in a stored block.
 const std::string STORED_TEXT = ".7801010300fcff616263024d0127";
-// The stream of 0 bytes.
+// A stream of 0 bytes.
 const std::string NOTHING_TEXT = ".789c030000000001";
 
 struct Outcome {
@@ -36,8 +36,8 @@ struct Outcome {
   std::string message;
 };
 
-/// Decompresses the text into memory of exactly `expected` bytes, which must stay zero after the
-/// result.
+/// Decompresses the text into memory of exactly `expected` bytes. The bytes after the result must
+/// still be zero.
 Outcome into(const std::string& text, std::size_t expected) {
   const std::unique_ptr<unsigned char[]> out(new unsigned char[expected]());
   String error;
@@ -54,7 +54,7 @@ Outcome into(const std::string& text, std::size_t expected) {
   return {std::string(out.get(), out.get() + length), error.buf()};
 }
 
-/// Decompresses the text with both functions, which must give the same result.
+/// Decompresses the text with both functions and expects the same result.
 Outcome expand(const std::string& text, std::size_t expected) {
   const Outcome outcome = into(text, expected);
   String error;
@@ -82,7 +82,7 @@ std::string upperCase(std::string text) {
   return text;
 }
 
-/// The text with `blanks` put before every `step`-th digit.
+/// Returns the text with `blanks` before every `step`-th digit and at the end.
 std::string spaced(const std::string& text, std::size_t step, const std::string& blanks) {
   std::string result = text.substr(0, 1);
   for (std::size_t i = 1; i < text.size(); i += step) result += blanks + text.substr(i, step);
@@ -245,7 +245,7 @@ TEST(Compress, WritesAPointAndLowerCaseDigits) {
   EXPECT_EQ(text.size() % 2, 1U);
 }
 
-/// Pseudo-random bytes below `limit`, all equally frequent.
+/// Returns pseudo-random bytes below `limit`, which are equally frequent.
 Bytes uniformBytes(std::size_t size, unsigned limit) {
   Bytes data;
   std::uint32_t state = 1;
@@ -256,17 +256,19 @@ Bytes uniformBytes(std::size_t size, unsigned limit) {
   return data;
 }
 
-// A header of 2 bytes, a checksum of 4, and 5 bytes before each stored piece.
+// A stream has a header of 2 bytes, a checksum of 4 bytes, and 5 bytes before each stored block.
 TEST(Compress, ChoosesTheSmallestBlockType) {
   const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
   EXPECT_EQ(bytesFor(uniformBytes(5000, 256)), 5000U + 5 + 6);
-  EXPECT_EQ(bytesFor(uniformBytes(70000, 256)), 70000U + 3 * 5 + 6);  // in two blocks
-  EXPECT_LT(bytesFor(uniformBytes(5000, 128)), 4480U);                // 7 bits each, and the codes
-  EXPECT_LT(bytesFor(uniformBytes(5000, 16)), 2625U);                 // 4 bits
+  // two stored blocks and an empty one
+  EXPECT_EQ(bytesFor(uniformBytes(70000, 256)), 70000U + 3 * 5 + 6);
+  EXPECT_LT(bytesFor(uniformBytes(5000, 128)), 4480U);  // 7 bits for each byte, and the codes
+  EXPECT_LT(bytesFor(uniformBytes(5000, 16)), 2625U);   // 4 bits for each byte
   EXPECT_LE(compressed(Bytes(HELLO.begin(), HELLO.end())).size(), HELLO_TEXT.size());
 }
 
-/// Words of a small vocabulary, long runs, numbers and noise: blocks of all three types.
+/// Returns words of a small vocabulary, long runs, numbers and noise. They are compressed into
+/// blocks of all three types.
 Bytes mixedBytes() {
   Bytes data;
   const auto add = [&data](const Bytes& more) {
@@ -284,22 +286,22 @@ Bytes mixedBytes() {
   return data;
 }
 
-/// FNV-1a of 32 bits.
+/// Computes the FNV-1a hash of 32 bits.
 std::uint32_t checksumOf(const std::string& text) {
   std::uint32_t sum = 2166136261;
   for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 16777619;
   return sum;
 }
 
-// The output is the same on every machine. A change of the match search or of the choice of block
-// types changes these figures, which is allowed when texts get smaller or need less work.
+// The compressed text is the same on every machine. These figures change with the match search or
+// the choice of block types. They may change if texts become smaller or need less work.
 TEST(Compress, TheSameBytesGiveTheSameText) {
   const Bytes data = mixedBytes();
   const std::string text = compressed(data);
   EXPECT_EQ(text.size(), 522189U);
   EXPECT_EQ(checksumOf(text), 534888934U);
   EXPECT_EQ(expand(text, data.size()).bytes, std::string(data.begin(), data.end()));
-  // Without a match, the distance alphabet still has two codes.
+  // Even without a match, the distance alphabet has two codes.
   EXPECT_EQ(checksumOf(compressed(uniformBytes(300, 32))), 2993094616U);
 }
 

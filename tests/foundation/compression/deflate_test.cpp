@@ -1,5 +1,5 @@
-// The encoder of zlib streams: zlib reads them, and they are small. Built only if zlib is
-// installed.
+// Tests of the encoder of zlib streams: zlib decodes the streams, and they are small. Built only if
+// zlib is installed.
 #if defined(VSA_HAVE_ZLIB)
 
 #include <cstdint>
@@ -31,7 +31,7 @@ TEST(Deflate, EverySmallSize) {
 }
 
 TEST(Deflate, LengthensCodesThatWouldBeTooLong) {
-  // Frequencies that grow like the Fibonacci numbers need codes of 20 bits.
+  // These frequencies grow like the Fibonacci numbers and would need codes of 20 bits.
   Bytes data;
   std::size_t last = 1;
   std::size_t uses = 1;

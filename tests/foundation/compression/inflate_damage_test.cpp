@@ -1,4 +1,4 @@
-// The decoder on damaged streams, compared with zlib. Built only if zlib is installed.
+// Compares our decoder with zlib on damaged streams. Built only if zlib is installed.
 #if defined(VSA_HAVE_ZLIB)
 
 #include <cstdint>
@@ -11,8 +11,8 @@ namespace {
 
 using namespace zlib_streams;
 
-/// A damaged stream must be accepted or refused as by zlib, with the same output and the same
-/// reason. Only where zlib wants more input before it finds a stream corrupt do the reasons differ.
+/// Expects that our decoder accepts or refuses a stream as zlib does, with the same output and the
+/// same reason. The reason may differ only if zlib requests more input before it finds the damage.
 void compareWithZlib(const Bytes& stream) {
   constexpr std::size_t CAPACITY = 1 << 18;
   const Inflated theirs = zlibInflate(stream, CAPACITY);
@@ -64,7 +64,7 @@ TEST(Inflate, AgreesWithZlibOnDamagedStreams) {
   }
 }
 
-/// Damage in the few bytes that describe a block's codes.
+/// The damage is in the few bytes that describe the codes of a block.
 TEST(Inflate, AgreesWithZlibOnDamagedCodes) {
   std::mt19937 random(13);
   const Bytes data = mixture(2000, 14);

@@ -1,4 +1,4 @@
-// The decoder of zlib streams, compared with zlib. Built only if zlib is installed.
+// Compares our decoder of zlib streams with zlib. Built only if zlib is installed.
 #if defined(VSA_HAVE_ZLIB)
 
 #include <algorithm>
@@ -14,12 +14,12 @@ namespace {
 
 using namespace zlib_streams;
 
-/// Writes bits in the order of a stream, for streams that no encoder writes.
+/// Writes the bits of a stream. Thus a test can have streams that no encoder writes.
 class BitStream {
  public:
   BitStream() : bytes_{0x78, 0x9C} {}
 
-  /// The low `count` bits of `value`, lowest first.
+  /// Writes the low `count` bits of `value`, the lowest bit first.
   BitStream& put(unsigned value, unsigned count) {
     for (unsigned i = 0; i < count; ++i) {
       if (used_ == 0) bytes_.push_back(0);
@@ -29,7 +29,7 @@ class BitStream {
     return *this;
   }
 
-  /// A code, its highest bit first.
+  /// Writes a code, its highest bit first.
   BitStream& code(unsigned value, unsigned count) {
     for (unsigned i = count; i-- > 0;) put(value >> i & 1, 1);
     return *this;
@@ -52,27 +52,29 @@ class BitStream {
   unsigned used_ = 0;
 };
 
-/// The header of a dynamic block up to the lengths of its code length codes. Three of these have
-/// codes: a length of 1, a length of 0, and a run of 11 to 138 zeros.
+/// Writes the header of a dynamic block with the lengths of its code length codes. Only three code
+/// lengths have a code: 1 has the code 0, 0 has the code 10, and a run of 11 to 138 zeros has the
+/// code 11.
 BitStream& putDynamicHeader(BitStream& bits, bool last, unsigned symbolCount,
                             unsigned distanceCount) {
   bits.put(last ? 1 : 0, 1).put(2, 2);
   bits.put(symbolCount - 257, 5).put(distanceCount - 1, 5).put(18 - 4, 4);
-  // In the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1: 18, 0 and 1 have codes.
+  // The lengths are in the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1. Only 18, 0 and 1 are
+  // used.
   for (const unsigned length :
        {0U, 0U, 2U, 2U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 1U}) {
     bits.put(length, 3);
   }
-  return bits;  // length 1 is code 0, length 0 is code 10, a run of zeros is code 11
+  return bits;
 }
 
-/// The same for a stream of one block.
+/// Writes such a header for a stream of one block.
 BitStream dynamicBlock(unsigned symbolCount, unsigned distanceCount) {
   BitStream bits;
   return putDynamicHeader(bits, true, symbolCount, distanceCount);
 }
 
-/// A run of `count` code lengths of 0.
+/// Writes a run of `count` code lengths of 0. `count` is from 11 to 138.
 BitStream& zeros(BitStream& bits, unsigned count) {
   return bits.code(3, 2).put(count - 11, 7);
 }
@@ -116,7 +118,7 @@ TEST(Inflate, ReadsEveryWindowSize) {
 
 TEST(Inflate, EveryTruncationEndsEarly) {
   const std::string text = "a text, a text, and the text again: a text with its texts";
-  // The last one is written as a dynamic block.
+  // mixture(2000, 14) is compressed as a dynamic block.
   for (const Bytes& data : {bytesOf(text), mixture(3000, 7), noise(500, 8), mixture(2000, 14)}) {
     for (const int level : {0, 6}) {
       const Bytes stream = zlibStream(data, level);
@@ -140,7 +142,7 @@ TEST(Inflate, EverySmallerCapacityIsTooSmall) {
   }
 }
 
-/// Delivers a stream in runs of a fixed size.
+/// Delivers a stream in pieces of a fixed size.
 class SlicedFeed : public ByteFeed {
  public:
   SlicedFeed(const Bytes& stream, std::size_t runSize) : stream_(stream), runSize_(runSize) {}
@@ -214,45 +216,45 @@ TEST(Inflate, RefusesDistancesBeforeTheStart) {
   BitStream bits;  // a literal 0, then 3 bytes from distance 2
   bits.put(1, 1).put(1, 2).code(0x30, 8).code(1, 7).code(1, 5).code(0, 7);
   EXPECT_EQ(ownInflate(bits.end({}), 10), (Inflated{InflateStatus::Corrupt, Bytes(1, 0)}));
-  BitStream right;  // the same from distance 1
+  BitStream right;  // a literal 0, then 3 bytes from distance 1
   right.put(1, 1).put(1, 2).code(0x30, 8).code(1, 7).code(0, 5).code(0, 7);
   EXPECT_EQ(ownInflate(right.end(Bytes(4, 0)), 10), (Inflated{InflateStatus::Done, Bytes(4, 0)}));
 }
 
 TEST(Inflate, AcceptsASingleCodeOfOneBit) {
-  // Symbol 256 alone, no distance: an empty block.
+  // An empty block: only the symbol 256 has a code, and no distance has one.
   BitStream empty = dynamicBlock(257, 1);
   zeros(zeros(empty, 138), 118).code(0, 1).code(2, 2).code(0, 1);
   EXPECT_EQ(ownInflate(empty.end({}), 10), (Inflated{InflateStatus::Done, {}}));
-  // The bit that is no code.
+  // The stream contains a bit that is no code.
   BitStream wrong = dynamicBlock(257, 1);
   zeros(zeros(wrong, 138), 118).code(0, 1).code(2, 2).code(1, 1);
   EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
 }
 
-// The tables are built in the same memory, one after the other. If an entry of the code length
-// table remained in a slot without a code, it would be read as a match of length 0.
+// All tables of the decoder use the same memory. If an entry of the code length table remained in a
+// slot without a code, it would be read as a match of length 0.
 TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);  // a literal 0
-  putDynamicHeader(bits, true, 257, 1);               // symbol 256, and one distance
+  putDynamicHeader(bits, true, 257, 1);               // codes for symbol 256 and for one distance
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1);
   bits.code(1, 1).code(0, 1).code(0, 1).code(0, 1);
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
-// The stream ends after the length of a match: the distance is missing, not invalid.
+// The stream ends after the length of a match, so that the distance is missing and not invalid.
 TEST(Inflate, AStreamCutBeforeAnInvalidDistanceEndsEarly) {
   BitStream bits;
-  bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block, so that the stream ends at a byte
-  putDynamicHeader(bits, true, 258, 1);  // symbols 256 and 257, no distance
+  bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block, which makes the stream end at a byte
+  putDynamicHeader(bits, true, 258, 1);  // codes for symbols 256 and 257, but for no distance
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1);
   const Bytes whole = bits.end({});
   const Bytes cut(whole.begin(), whole.end() - 4);  // without the checksum
   EXPECT_EQ(ownInflate(cut, 10), (Inflated{InflateStatus::EndsEarly, {}}));
 }
 
-// A block with the symbols 256 and 257 (a match of 3) and no distance code.
+// The block has codes for the symbols 256 and 257 (a match of 3 bytes), but no distance code.
 TEST(Inflate, RefusesADistanceWhereThereIsNone) {
   BitStream bits = dynamicBlock(258, 1);
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1).put(0, 8);
@@ -295,7 +297,7 @@ TEST(Inflate, RefusesIncompleteCodeLengthCodes) {
     bits.put(0, 9).put(length, 3).put(0, 32);
     EXPECT_EQ(ownInflate(bits.end({}), 10).status, InflateStatus::Corrupt) << length;
   }
-  BitStream repeatFirst;  // 16, "repeat the previous length", first of all
+  BitStream repeatFirst;  // begins with 16, "repeat the previous length"
   repeatFirst.put(1, 1).put(2, 2).put(0, 5).put(0, 5).put(0, 4);
   repeatFirst.put(1, 3).put(1, 3).put(0, 6).put(0, 32);
   EXPECT_EQ(ownInflate(repeatFirst.end({}), 10).status, InflateStatus::Corrupt);
@@ -313,7 +315,8 @@ TEST(Inflate, AWrongChecksumIsReportedBeforeTrailingBytes) {
   EXPECT_EQ(ownInflate(stream, data.size() - 1).status, InflateStatus::TooLarge);
 }
 
-// Bytes after the checksum may be in the bit buffer already, or in a run that is not read yet.
+// The bytes after the checksum may already be in the bit buffer, or in a piece that is not read
+// yet.
 TEST(Inflate, FindsTrailingBytesInAnyRun) {
   const Bytes data = mixture(2000, 14);
   const Bytes whole = zlibStream(data);
@@ -332,12 +335,13 @@ TEST(Inflate, FindsTrailingBytesInAnyRun) {
   }
 }
 
-// A literal 0 and ten matches of 258, with codes of one bit. The bit buffer then contains the first
-// bytes of the stored block after them, and these may not fit into the output.
+// A dynamic block has ten matches of 258 bytes with codes of one bit. After these, the bit buffer
+// already contains the first bytes of the stored block that follows. They may not fit into the
+// output.
 TEST(Inflate, StoredBytesFromTheBitBufferRespectTheCapacity) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);
-  putDynamicHeader(bits, false, 286, 1);  // symbols 256 and 285, and one distance
+  putDynamicHeader(bits, false, 286, 1);  // codes for symbols 256 and 285, and for one distance
   zeros(zeros(zeros(bits, 138), 118).code(0, 1), 28).code(0, 1).code(0, 1);
   for (int i = 0; i < 10; ++i) bits.code(1, 1).code(0, 1);
   bits.code(0, 1);

@@ -1,5 +1,5 @@
-// Streams with blocks of different types, written by zlib. When a stored block follows a compressed
-// one, its first bytes may already be in the decoder's bit buffer.
+// Tests of streams that zlib writes with blocks of different types. When a stored block follows a
+// compressed block, the first stored bytes may already be in the decoder's bit buffer.
 #if defined(VSA_HAVE_ZLIB)
 
 #include <gtest/gtest.h>
@@ -15,7 +15,7 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-/// A part of the data and how zlib writes it.
+/// A part of the data, and how zlib must compress it.
 struct Piece {
   std::string data;
   int level;
@@ -60,7 +60,7 @@ std::string inflated(const Bytes& stream, std::size_t capacity, InflateStatus ex
 }
 
 TEST(MixedBlocks, StoredBytesInTheBitBuffer) {
-  // All numbers of bits before the stored block.
+  // These sizes give every number of bits before the stored block.
   for (std::size_t size = 600; size < 640; ++size) {
     for (const int strategy : {Z_DEFAULT_STRATEGY, Z_FIXED, Z_HUFFMAN_ONLY}) {
       const std::vector<Piece> pieces = {{textOf(size, 1), 6, strategy},

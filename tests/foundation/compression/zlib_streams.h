@@ -1,4 +1,4 @@
-// Streams made by zlib, and decoding them with our own decoder and with zlib.
+// Functions that compress with zlib, and that decompress with our decoder or with zlib.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ inline Bytes bytesOf(const std::string& text) {
   return Bytes(text.begin(), text.end());
 }
 
-/// A stream as zlib writes it.
+/// Returns the stream that zlib writes for the data.
 inline Bytes zlibStream(const Bytes& data, int level = 6, int strategy = Z_DEFAULT_STRATEGY,
                         int windowBits = 15) {
   z_stream stream{};
@@ -48,8 +48,8 @@ inline bool operator==(const Inflated& a, const Inflated& b) {
 
 constexpr unsigned char GUARD = 0xA5;
 
-/// Decodes into memory of exactly `capacity` bytes, so that a sanitizer sees an access past the
-/// end.
+/// Decodes a stream into memory of exactly `capacity` bytes, so that a sanitizer detects an access
+/// past its end.
 inline Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
   const std::unique_ptr<unsigned char[]> input(new unsigned char[stream.size()]);
   std::copy(stream.begin(), stream.end(), input.get());
@@ -69,7 +69,7 @@ inline Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
   return {status, Bytes(output.get(), output.get() + length)};
 }
 
-/// The result of zlib; `capacity` must be enough for all output.
+/// Decodes a stream with zlib. `capacity` must be enough for the whole output.
 inline Inflated zlibInflate(const Bytes& stream, std::size_t capacity) {
   z_stream state{};
   EXPECT_EQ(inflateInit(&state), Z_OK);
@@ -96,7 +96,8 @@ inline Bytes noise(std::size_t size, unsigned seed) {
   return bytes;
 }
 
-/// Data with matches of all lengths and distances, and literals of uneven frequency.
+/// Returns data that has matches of all lengths and distances, and literals of different
+/// frequencies.
 inline Bytes mixture(std::size_t size, unsigned seed) {
   std::mt19937 random(seed);
   Bytes bytes;

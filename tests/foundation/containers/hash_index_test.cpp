@@ -1,4 +1,4 @@
-// HashIndex: insertions, removals and collisions, compared with a multimap.
+// Tests of HashIndex: insertions, removals and collisions, compared with a multimap.
 #include "foundation/containers/hash_index.h"
 
 #include <gtest/gtest.h>
@@ -55,7 +55,7 @@ TEST(HashIndex, AgreesWithAMultimap) {
   std::multimap<std::uint64_t, std::uint64_t> plain;
   std::uint64_t next = 0;
   for (int step = 0; step < 20000; ++step) {
-    const std::uint64_t hash = random() % 64 * 256;  // addresses, many of them equal
+    const std::uint64_t hash = random() % 64 * 256;  // like addresses, and often equal
     if (random() % 3 != 0 || plain.empty()) {
       index.insert(hash, next);
       plain.emplace(hash, next++);

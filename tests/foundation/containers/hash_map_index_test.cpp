@@ -1,4 +1,4 @@
-// Look-ups of a HashMap through the index of its long buckets.
+// Tests of the index that a HashMap has for its long buckets.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -9,7 +9,7 @@
 namespace zn::ds {
 namespace {
 
-/// A key whose hash is chosen.
+/// A key with a given hash.
 struct Key {
   std::uint64_t hash;
 };
@@ -18,19 +18,20 @@ std::uint64_t hashOf(const Key& key) {
   return key.hash;
 }
 
-/// The hash whose `mixed` is `mix`.
+/// Returns the hash for which mixed() returns `mix`.
 std::uint64_t hashOfMix(std::uint64_t mix) {
   std::uint64_t hash = mix ^ mix >> 32;
-  hash *= 0x9cb4b2f8129337dbULL;  // the inverses of the factors in `mixed`
+  hash *= 0x9cb4b2f8129337dbULL;  // each factor is the inverse of one in mixed()
   hash ^= hash >> 33;
   hash *= 0x4f74430c22a54005ULL;
   return hash ^ hash >> 33;
 }
 
-// The index stores a tag of 32 bits, and not the bucket: nodes distinguish keys with equal tags.
+// The index stores only a tag of 32 bits for each key. Keys with equal tags must still be
+// distinguished.
 TEST(HashMapIndex, KeysWithEqualTagsAreDistinguished) {
   const Key stored{hashOfMix(7)};
-  std::vector<Key> sameTag;  // two of them in the bucket of `stored`, one in another
+  std::vector<Key> sameTag;  // two keys in the bucket of `stored`, and one in another bucket
   for (std::uint64_t high = 1; sameTag.size() < 3; ++high) {
     const Key key{hashOfMix(high << 32 | 7)};
     ASSERT_EQ(mixed(key.hash), high << 32 | 7);

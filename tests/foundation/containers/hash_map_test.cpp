@@ -1,4 +1,5 @@
-// HashMap: keys compared by hash alone, buckets by the low 8 bits, iteration in order.
+// Tests of HashMap: keys are compared only by hash, the low 8 bits select a bucket, and iteration
+// is in order.
 #include "foundation/containers/hash_map.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +19,7 @@ namespace {
 using vsa_tests::Tracked;
 class HashMapElements : public vsa_tests::TrackedTest {};
 
-/// A key whose hash is chosen.
+/// A key with a given hash.
 struct CollidingKey {
   std::uint64_t hash;
   std::string name;
@@ -77,7 +78,7 @@ TEST(HashMap, SettingAKeyTwiceKeepsOneNodeWithTheSecondValue) {
 
 enum class Kind { Null, Real };
 
-// A map as a keyword table: the result for an unknown name is the enumerator with the value 0.
+// In a keyword table, the result for an unknown name is the enumerator with the value 0.
 TEST(HashMap, MissingIsTheZeroOfAnEnumeration) {
   HashMap<String, Kind> map;
   EXPECT_EQ(map.findNode("real"), nullptr);
@@ -132,7 +133,7 @@ TEST(HashMap, IteratesOverBucketsInOrderAndABucketByInsertion) {
   EXPECT_EQ(valuesOf(map), (std::vector<int>{2, 6, 3, 4, 5}));
 }
 
-// A long bucket is searched through an index, with the same results.
+// A long bucket is searched through an index. The results are the same.
 TEST(HashMap, LongBucketsKeepTheirOrder) {
   HashMap<int*, int> map;
   std::vector<int> expected;
@@ -168,7 +169,7 @@ TEST(HashMap, ClearRemovesAllKeys) {
 
 // --- the lifetime of keys and values ---
 
-/// A key with a chosen hash, counted as values are.
+/// A key with a given hash whose copies are counted.
 struct TrackedKey {
   std::uint64_t hash;
   Tracked tracked;

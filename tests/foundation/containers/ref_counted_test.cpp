@@ -1,4 +1,4 @@
-// Reference-counted handles: the object is deleted with the last one, and not before.
+// Tests of reference-counted handles: the object is deleted with its last handle.
 #include <vsa/foundation/ref_counted.h>
 
 #include <gtest/gtest.h>

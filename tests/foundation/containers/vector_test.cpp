@@ -1,4 +1,4 @@
-// Vector: growth by doubling from 2, and the effect of reserve on size and capacity.
+// Tests of Vector: it grows by doubling from 2, and reserve() changes its size and capacity.
 #include <vsa/foundation/vector.h>
 
 #include <gtest/gtest.h>

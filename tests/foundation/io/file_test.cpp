@@ -1,4 +1,4 @@
-// File: bytes from a path or from a host's own source.
+// Tests of File: it reads bytes from a path or from a source of the host.
 #include <vsa/foundation/file.h>
 
 #include <gtest/gtest.h>

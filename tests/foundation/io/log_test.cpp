@@ -1,4 +1,4 @@
-// The log: which sink receives a message, and that the message is complete.
+// Tests of the log: which sink receives a message, and that the message is complete.
 #include <vsa/foundation/log.h>
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using vsa_tools::LogCapture;
 using vsa_tools::LogEntry;
 using Entries = std::vector<LogEntry>;
 
-/// Sets the sink of the process and restores the previous one.
+/// Sets the sink of the process. The destructor restores the previous sink.
 class ScopedProcessSink {
  public:
   explicit ScopedProcessSink(LogSink* sink) : before_(setLogSink(sink)) {}
@@ -106,7 +106,7 @@ TEST(Log, WithoutASinkItGoesToStandardError) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "warning: one\nerror: two\n");
 }
 
-// fprintf cannot write more than 2 GiB, so long messages are written in another way.
+// Long messages are not written with fprintf, because it cannot write more than 2 GiB.
 TEST(Log, ALongMessageGoesToStandardErrorAsAWhole) {
   const ScopedProcessSink scope(nullptr);
   for (const std::size_t bytes : {std::size_t{1} << 20, (std::size_t{1} << 20) + 1}) {

@@ -1,4 +1,4 @@
-// File::open of a pipe: bytes are delivered as soon as they arrive.
+// Tests of File::open with a pipe: bytes are delivered as soon as they arrive.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/ioctl.h>
@@ -21,7 +21,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-/// A named pipe, with its writing end open.
+/// A named pipe. Its writing end is open.
 class Pipe {
  public:
   Pipe() {
@@ -45,7 +45,7 @@ class Pipe {
     EXPECT_EQ(::write(writer_, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
   }
 
-  /// Waits until every byte written has been read.
+  /// Waits until all written bytes have been read.
   void drain() const {
     for (int waiting = 1; waiting != 0; std::this_thread::yield()) {
       ASSERT_EQ(::ioctl(writer_, FIONREAD, &waiting), 0);
@@ -73,7 +73,7 @@ std::string restOf(File& file) {
   return bytes;
 }
 
-// If it waited for a full block, it would return only after the pipe is closed.
+// A read returns before the pipe is closed. If it waited for a full block, it would not.
 TEST(Pipe, DeliversBytesAsTheyArrive) {
   Pipe pipe;
   pipe.write("abc");
@@ -133,7 +133,7 @@ void ignoreSignal(int) {
 TEST(Pipe, SignalDoesNotEndTheFile) {
   struct sigaction ignored = {};
   struct sigaction before = {};
-  ignored.sa_handler = ignoreSignal;  // without SA_RESTART: the read is interrupted
+  ignored.sa_handler = ignoreSignal;  // without SA_RESTART, the signal interrupts the read
   ASSERT_EQ(::sigaction(SIGUSR1, &ignored, &before), 0);
   Pipe pipe;
   pipe.write("a");

@@ -1,4 +1,4 @@
-// The math types: plain components in storage order, and their constants.
+// Tests of the math types: their components in storage order, and their constants.
 #include <vsa/foundation/math_types.h>
 
 #include <gtest/gtest.h>

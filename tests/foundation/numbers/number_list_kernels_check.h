@@ -1,4 +1,4 @@
-// All kernels of readNumberRun, and a check of their results on one list.
+// checkList(): checks the results of all kernels of readNumberRun() for one list.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -42,7 +42,7 @@ NumberRun readByAvx2(const char* from, const char* end, Number* out, size_t capa
 }
 #endif
 
-/// Every kernel that this processor runs, and the one that is chosen.
+/// Returns all kernels that this processor can run, and readNumberRun(), which chooses one.
 template <class Number>
 std::vector<ReadFunction<Number>> runs() {
   std::vector<ReadFunction<Number>> all{readPortably<Number>, readNumberRun<Number>};
@@ -81,7 +81,7 @@ inline std::vector<std::string> fieldsOf(const std::string& list) {
   }
 }
 
-/// The expected result for `list`, by number_text alone.
+/// The expected result for `list`. It is computed only with number_text.
 template <class Number>
 struct Expected {
   std::vector<Number> numbers;
@@ -115,7 +115,8 @@ void checkRun(ReadFunction<Number> run, const char* text, const std::string& lis
   }
 }
 
-/// Each kernel, from a heap block that ends one byte after the list.
+/// Checks each kernel. The memory block ends one byte after the list, so that a sanitizer detects a
+/// read past that byte.
 template <class Number>
 void checkList(const std::string& list, size_t capacity) {
   const auto text = std::make_unique<char[]>(list.size() + 1);

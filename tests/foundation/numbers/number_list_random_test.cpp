@@ -1,4 +1,5 @@
-// readNumberRun and all of its kernels on random lists, compared with strtod and strtoll.
+// Tests of readNumberRun() and all of its kernels with random lists, compared with strtod and
+// strtoll.
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -18,8 +19,8 @@ namespace {
 
 using namespace number_list_tests;
 
-/// Random texts of all kinds that exporters write or that are hard to round. Seeded, so failures
-/// are reproducible.
+/// Random texts of numbers: those that exporters write, and those that are hard to round. The seed
+/// makes failures reproducible.
 class RandomTexts {
  public:
   explicit RandomTexts(uint64_t seed) : random_(seed) {}
@@ -74,7 +75,7 @@ class RandomTexts {
     return text;
   }
 
-  /// As printf writes %f, %e or %g.
+  /// Returns the text that printf writes for %f, %e or %g.
   static std::string printed(char kind, int digits, double value) {
     char text[512];
     std::snprintf(text, sizeof text,
@@ -99,7 +100,8 @@ class RandomTexts {
     return std::isfinite(value) ? value : 1.5;
   }
 
-  /// Odd numbers of 25 and 54 bits over small powers of two, exact or with another last digit.
+  /// Returns an odd number of 25 or 54 bits, divided by a small power of two. In some results, the
+  /// last digit is replaced.
   std::string halfWay() {
     const int bits = random_() % 2 != 0 ? 25 : 54;
     const uint64_t odd = (random_() >> (64 - bits)) | 1 | (uint64_t{1} << (bits - 1));
@@ -111,7 +113,7 @@ class RandomTexts {
     return result;
   }
 
-  /// 2^24, 2^53, powers of ten and the type's limits, slightly more or less.
+  /// Returns a number close to 2^24, 2^53, 2^63 or a power of ten.
   std::string nearPower() {
     const uint64_t centres[] = {uint64_t{1} << 24, uint64_t{1} << 53, uint64_t{1} << 63,
                                 1000000000000000,  10000000000000000, 1000000000000000000};
@@ -126,7 +128,7 @@ class RandomTexts {
   std::mt19937_64 random_;
 };
 
-/// The value by the C library; false where it is out of range.
+/// Converts a text with the C library. Returns false if the value is out of range.
 bool reference(const std::string& text, float& out) {
   out = std::strtof(text.c_str(), nullptr);
   return std::isfinite(out);
@@ -153,7 +155,7 @@ bool reference(const std::string& text, Integer& out) {
   return true;
 }
 
-/// A list of random texts, and their values.
+/// A list of random texts, and the values of the texts.
 template <class Number>
 struct RandomList {
   struct Field {
@@ -176,7 +178,7 @@ struct RandomList {
   }
 };
 
-/// Reads the list in runs, skips refused fields, and compares every value.
+/// Reads the list in runs, skips refused numbers, and compares every value.
 template <class Number>
 void checkRandomList(ReadFunction<Number> run, const RandomList<Number>& list) {
   const char* const end = list.text.data() + list.text.size();
@@ -212,7 +214,7 @@ void checkRandomLists(uint64_t seed, int lists) {
   }
 }
 
-/// VSA_NUMBER_ROUNDS=100 makes the search a hundred times as long.
+/// Returns how often the test is repeated. VSA_NUMBER_ROUNDS=100 makes it a hundred times as long.
 int rounds() {
   const char* const text = std::getenv("VSA_NUMBER_ROUNDS");
   return text == nullptr ? 1 : std::max(1, std::atoi(text));

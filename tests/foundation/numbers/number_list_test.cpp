@@ -1,5 +1,6 @@
-// readNumberRun and all of its kernels, compared with number_text, at every edge of a list and next
-// to guard pages. As in the reader, one more byte follows a list in memory.
+// Tests of readNumberRun() and all of its kernels at every edge of a list and next to guard pages.
+// The expected values are those of number_text. As in the reader, one more byte follows the list in
+// memory.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -98,7 +99,8 @@ TEST(NumberList, UncommonLists) {
   forAllTypes([](auto type) {
     for (const std::string list : LISTS) {
       for (size_t capacity = 0; capacity < 6; ++capacity) checkList<decltype(type)>(list, capacity);
-      // In a longer list every field also passes through the kernel's loop, not only the tail.
+      // In a longer list, the loop of the kernel converts the numbers, and not only the code for
+      // the last ones.
       const std::string more = "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25";
       checkList<decltype(type)>(list + " " + more, 100);
       checkList<decltype(type)>(more + " " + list + " " + more, 100);
@@ -108,9 +110,9 @@ TEST(NumberList, UncommonLists) {
   });
 }
 
-// The kernels that convert several fields at once leave some fields to another kernel and continue
-// after them: the smallest integer, more characters than one load, a value half-way between two
-// floats.
+// Some kernels convert several numbers at once. They pass uncommon numbers to another kernel and
+// continue after them. Such numbers are the smallest integer, a number longer than one load, and a
+// value half-way between two floats.
 TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   forAllTypes([](auto type) {
     for (const std::string odd : {"-2147483648", "-128", "0000000000000007", "1234567890.1234567",
@@ -125,7 +127,7 @@ TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   });
 }
 
-/// A field of `length` characters with the digits of its index in the list.
+/// Returns a number of `length` characters, with the digits of its index in the list.
 template <class Number>
 std::string numberedField(size_t position, size_t length) {
   std::string field(length, '1');
@@ -136,9 +138,9 @@ std::string numberedField(size_t position, size_t length) {
   return field;
 }
 
-/// A kernel reads a chunk of characters and stores the ends of its fields. The lists have the
-/// maximum number of fields in a chunk and the largest offsets, with enough capacity and with too
-/// little.
+/// A kernel reads a chunk of characters and stores the ends of its numbers. In these lists a chunk
+/// has the maximum number of numbers, or the offsets are as large as possible. The capacity is
+/// sufficient or too small.
 TEST(NumberList, ShortFieldsInALongList) {
   std::mt19937 random(20);
   forTypes<float, double, int, unsigned int, long long>([&](auto type) {
@@ -156,7 +158,7 @@ TEST(NumberList, ShortFieldsInALongList) {
   });
 }
 
-/// A group of equal fields with a character that is not a digit must not be converted.
+/// A group of equal characters must not be converted unless they are digits.
 TEST(NumberList, FieldsOfEveryCharacter) {
   forAllTypes([](auto type) {
     for (int byte = 0; byte < 256; ++byte) {
@@ -168,7 +170,7 @@ TEST(NumberList, FieldsOfEveryCharacter) {
   });
 }
 
-/// Every character ends a field, and all fields are empty.
+/// Every character is a blank, so that all numbers are empty.
 TEST(NumberList, ManyBlanks) {
   forAllTypes([](auto type) {
     const std::string blanks(3000, ' ');
@@ -178,7 +180,7 @@ TEST(NumberList, ManyBlanks) {
   });
 }
 
-/// A page between two inaccessible ones.
+/// A memory page between two inaccessible pages.
 class GuardedPages {
  public:
   GuardedPages()
@@ -191,9 +193,9 @@ class GuardedPages {
   GuardedPages& operator=(const GuardedPages&) = delete;
   ~GuardedPages() { munmap(base_, 3 * page_); }
 
-  /// Places `text` directly after the first inaccessible page.
+  /// Places `text` at the beginning of the page, directly after the first inaccessible page.
   char* atStart(const std::string& text) { return put(base_ + page_, text); }
-  /// Places `text` directly before the second inaccessible page.
+  /// Places `text` at the end of the page, directly before the second inaccessible page.
   char* atEnd(const std::string& text) { return put(base_ + 2 * page_ - text.size(), text); }
 
  private:
@@ -206,7 +208,7 @@ class GuardedPages {
   char* base_;
 };
 
-/// A small number as a field of exactly `length` characters.
+/// Returns a small number of exactly `length` characters.
 template <class Number>
 std::string fieldOfLength(size_t length, bool withPoint) {
   std::string field(length, '0');
@@ -239,7 +241,7 @@ TEST(NumberList, NothingOutsideIsRead) {
   });
 }
 
-/// The files of tests/numbers, as lists.
+/// Checks a file of tests/numbers as a list.
 template <class Number>
 void checkFile(const char* name) {
   std::ifstream file(std::filesystem::path(VSA_TEST_DIR) / "numbers" / name, std::ios::binary);

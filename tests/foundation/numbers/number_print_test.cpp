@@ -1,5 +1,5 @@
-// The text of a number: the notation by a table, and the digits against std::to_chars. The survey
-// of all floats is the command number_survey.
+// Tests of the text of a number: a table of notations, and the digits of std::to_chars. The command
+// number_survey tests all floats.
 #include "foundation/numbers/number_print.h"
 
 #include <gtest/gtest.h>
@@ -103,7 +103,7 @@ TEST(NumberPrint, Integers) {
   EXPECT_EQ(printed(static_cast<short>(-7)), "-7");
 }
 
-/// The digits and the exponent of a positive number in any notation, as "ddde-x".
+/// Returns the digits and the exponent of a positive number as "ddde-x", for any notation.
 std::string normalized(std::string text) {
   int exponent = 0;
   if (const std::size_t e = text.find('e'); e != std::string::npos) {
@@ -150,7 +150,7 @@ TEST(NumberPrint, DoublesOfEveryExponentHaveTheDigitsOfToChars) {
 }
 
 TEST(NumberPrint, FloatsHaveTheDigitsOfToChars) {
-  constexpr std::uint32_t STEP = 4099;  // a prime, so that all bits vary
+  constexpr std::uint32_t STEP = 4099;  // a prime, so that all bits of the numbers vary
   for (std::uint32_t bits = 1; bits < 0x7F800000; bits += STEP) {
     expectShortest(std::bit_cast<float>(bits));
   }
@@ -190,7 +190,7 @@ long bitWidth(const Number& number) {
   return static_cast<long>(number.size()) * 32 - std::countl_zero(number.back());
 }
 
-/// Whether left >= right.
+/// Returns whether left >= right.
 bool isAtLeast(const Number& left, const Number& right) {
   for (long bit = std::max(bitWidth(left), bitWidth(right)); bit >= 0; --bit) {
     if (bitAt(left, bit) != bitAt(right, bit)) return bitAt(left, bit);
@@ -213,7 +213,7 @@ zn::detail::Wide plusOne(zn::detail::Wide bits) {
   return bits;
 }
 
-/// The leading 128 bits of `number`, rounded up.
+/// Returns the leading 128 bits of `number`, rounded up.
 zn::detail::Wide leadingBits(const Number& number) {
   zn::detail::Wide bits{0, 0};
   const long width = bitWidth(number);
@@ -225,7 +225,8 @@ zn::detail::Wide leadingBits(const Number& number) {
   return isExact ? bits : plusOne(bits);
 }
 
-/// The leading 128 bits of 1 / number, which is no power of two, rounded up: long division.
+/// Returns the leading 128 bits of 1 / number by long division, rounded up. `number` must not be a
+/// power of two.
 zn::detail::Wide leadingBitsOfReciprocal(const Number& number) {
   Number rest{1};
   while (!isAtLeast(rest, number)) multiply(rest, 2);

@@ -1,6 +1,6 @@
-// number_text, compared with the files of tests/numbers, with strtod on texts that are hard to
-// round, and on texts of a million characters. The program stays in the C locale, so strtod is an
-// exact reference.
+// Tests of number_text with the files of tests/numbers, with texts that are hard to round, and with
+// texts of a million characters. strtod is an exact reference, because the program stays in the C
+// locale.
 
 #include "foundation/numbers/number_text.h"
 
@@ -26,7 +26,7 @@ namespace {
 
 template <class Number>
 bool read(const std::string& text, Number& out) {
-  // A heap block of the text's size, so that a sanitizer sees an access past it.
+  // The memory block has the size of the text, so that a sanitizer detects an access past its end.
   const auto copy = std::make_unique<char[]>(text.size());
   std::memcpy(copy.get(), text.data(), text.size());
   if constexpr (std::is_floating_point_v<Number>) {
@@ -36,7 +36,7 @@ bool read(const std::string& text, Number& out) {
   }
 }
 
-/// Equal bits, or both not-a-number.
+/// Returns whether the bits of both numbers are equal, or both are not-a-number.
 template <class Number>
 bool isSame(Number a, Number b) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -58,7 +58,7 @@ Number reference(const std::string& text) {
   }
 }
 
-/// Text, tab, value or "fail".
+/// Checks a line of a file: a text, a tab, and the value or "fail".
 template <class Number>
 void checkLine(const std::string& text, const std::string& expected) {
   constexpr Number UNCHANGED = 77;
@@ -141,7 +141,8 @@ TEST(NumberText, EveryWhiteSpaceAroundIsIgnored) {
   EXPECT_FALSE(read<int>("4\xFF", number));
 }
 
-/// The text must have the value of strtod, and be refused when that is infinite.
+/// Expects that the text has the same value as with strtod. If that value is infinite, the text
+/// must be refused.
 template <class Real>
 void checkFinite(const std::string& text) {
   const Real expected = reference<Real>(text);
@@ -156,7 +157,7 @@ void checkBoth(const std::string& text) {
   checkFinite<double>(text);
 }
 
-/// The decimal itself, one unit of its last place less, and slightly more.
+/// Checks the decimal and its neighbours: slightly greater ones, and slightly smaller ones.
 void checkAround(std::string text) {
   checkBoth(text);
   const size_t exponentAt = std::min(text.find('e'), text.size());
@@ -171,7 +172,7 @@ void checkAround(std::string text) {
   checkBoth(text + std::string(900, '9') + exponent);
 }
 
-/// Every digit of `value`, which is exact.
+/// Returns all digits of `value`.
 std::string exactText(double value) {
   char text[1200];
   std::snprintf(text, sizeof text, "%.780e", value);
@@ -183,8 +184,8 @@ std::string exactText(double value) {
   return digits + exponent;
 }
 
-/// Decimals of any length, for values outside the range of every type. This many digits are before
-/// the point.
+/// The number of digits before the point in a decimal of these tests. The decimals are texts,
+/// because their values may be outside the range of every type.
 constexpr size_t BEFORE_POINT = 310;
 
 std::string digitsOf(double magnitude) {
@@ -232,7 +233,7 @@ TEST(NumberText, DecimalsOfTheseTests) {
   EXPECT_EQ(asText(halfOf(digitsOf(std::ldexp(1.0, -1074)))).substr(0, 8), "2.470328");
 }
 
-/// A finite value of any exponent, denormals too.
+/// Returns a finite random value of any exponent, which may be denormal.
 template <class Real, class Bits>
 Real anyReal(std::mt19937_64& random) {
   for (;;) {
@@ -254,12 +255,13 @@ TEST(NumberText, HalfWayBetweenFloats) {
   }
 }
 
-/// Seventeen digits whose nearest double is half-way between two floats, while the text itself is
-/// not: a float rounded from the double would be the even one.
+/// Tests texts of seventeen digits whose nearest double is half-way between two floats. The text
+/// itself is not half-way. If a float were rounded from that double, it would always be the even
+/// one.
 TEST(NumberText, NextToHalfWayBetweenFloats) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 20000; ++i) {
-    // Every second one is denormal.
+    // Every second number is denormal.
     const float low =
         i % 2 == 0 ? static_cast<float>(1e-38 + static_cast<double>(random() % 1000) * 1e-42)
                    : std::ldexp(static_cast<float>(random() >> 40), -static_cast<int>(i % 60));

@@ -1,4 +1,5 @@
-// Words that are almost "inf" or "nan", and digits after those that decide the rounding.
+// Tests of words that are almost "inf" or "nan", and of numbers in which a late digit decides how
+// they are rounded.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -25,7 +26,8 @@ TEST(NumberTextWords, OneLetterOff) {
 }
 
 TEST(NumberTextWords, APointAfterTheSignificantDigits) {
-  // 2^53 + 1 is half-way between two doubles: only a digit after a thousand zeros rounds it up.
+  // 2^53 + 1 is half-way between two doubles. A digit after a thousand zeros must still round it
+  // up.
   const std::string tie = "9007199254740993";
   const std::string zeros(1000, '0');
   double number = 0;

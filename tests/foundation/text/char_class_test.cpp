@@ -1,4 +1,4 @@
-// Every byte in every class, compared with sets written out by hand.
+// Tests every byte in every class against sets that are listed here.
 #include <vsa/foundation/char_class.h>
 
 #include <gtest/gtest.h>
@@ -21,7 +21,7 @@ constexpr bool isOneOf(char c, std::string_view set) {
   return set.find(c) != std::string_view::npos;
 }
 
-/// The classes of a byte by their definitions.
+/// Returns the classes of a byte by their definitions.
 constexpr unsigned definedClasses(unsigned byte) {
   const char c = static_cast<char>(byte);
   const bool high = byte >= 0x80 && byte <= 0xFE;

@@ -1,4 +1,5 @@
-// No conversion, no message and no comparison depends on the locale that the host has set.
+// Tests that conversions, messages and comparisons do not depend on the locale that the host has
+// set.
 #include <gtest/gtest.h>
 
 #include <sstream>
@@ -40,7 +41,8 @@ bool isInteger(const char* characters, Number expected) {
   return String::parse(characters, number, DECIMAL) && number == expected;
 }
 
-// The test framework does not run under the locale: results are checked afterwards.
+// These functions run under the locale and only collect results. The test framework, which would be
+// affected by the locale, checks the results afterwards.
 
 std::vector<bool> parsed() {
   math::VecT<2, double> pair{};
@@ -67,7 +69,8 @@ std::vector<bool> parsed() {
   };
 }
 
-// Without reals: String::format writes them as printf does, with the point of the C locale.
+// Returns texts without reals, because String::format writes reals with the point of the C locale,
+// as printf does.
 Lines written() {
   return {
       text(String(1234567ULL)),
@@ -125,8 +128,7 @@ TEST(HostLocales, ChangeNoCharacterClass) {
   EXPECT_EQ(spaces, "\t\n\v\f\r ");
 }
 
-// Verifies that the tests above can fail: a stream, which uses the locale, writes numbers
-// differently.
+// Verifies that the tests above can fail: a stream uses the locale and writes numbers differently.
 TEST(HostLocales, ChangeStreams) {
   std::string written;
   {

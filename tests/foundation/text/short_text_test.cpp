@@ -1,4 +1,5 @@
-// Short texts by words: every length, in memory that ends with the text.
+// Tests of the functions that process short texts in words. The texts have every length, and no
+// memory is accessible after them.
 #include "foundation/text/short_text.h"
 
 #include <gtest/gtest.h>
@@ -19,7 +20,7 @@ std::string textOf(std::size_t length) {
   return text;
 }
 
-/// A copy in memory of exactly its length.
+/// Returns a copy in a memory block that has the size of the text.
 std::unique_ptr<char[]> exact(const std::string& text) {
   auto copy = std::make_unique<char[]>(text.size());
   text.copy(copy.get(), text.size());
@@ -50,7 +51,7 @@ TEST(ShortText, CopiesOfCharacters) {
   }
 }
 
-// Every character changes the hash, and memory after the text does not.
+// Every character affects the hash, and memory after the text does not.
 TEST(ShortText, HashesOfEveryLength) {
   for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
     const std::string text = textOf(length);

@@ -1,4 +1,4 @@
-// String::unescape, one row for each escape sequence.
+// Tests of String::unescape, with one row for each escape sequence.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -31,7 +31,7 @@ TEST(StringUnescape, Rows) {
       {R"(a\nb)", "a\nb"},
       {R"(\\n)", "\\n"},
       {R"(\\\n)", "\\\n"},
-      // Bytes.
+      // Escaped bytes.
       {R"(\x41\x7f\xfE\xFF)", "A\x7f\xfe\xff"},
       {R"(\x4)", R"(\x4)"},
       {R"(\x4g)", R"(\x4g)"},
@@ -40,7 +40,7 @@ TEST(StringUnescape, Rows) {
       {R"(\X41)", R"(\X41)"},
       {R"(\x)", R"(\x)"},
       {R"(\x00)", R"(\x00)"},
-      // UTF-16 code units.
+      // Escaped UTF-16 code units.
       {R"(\u0041)", "A"},
       {R"(\u007f)", "\x7f"},
       {R"(\u0080)", "\xc2\x80"},
@@ -59,7 +59,7 @@ TEST(StringUnescape, Rows) {
       {R"(\u004g)", R"(\u004g)"},
       {R"(\U0041)", R"(\U0041)"},
       {R"(\u00411)", "A1"},
-      // Lone surrogates stay as written, and so does what follows them.
+      // A lone surrogate remains unchanged, and so do the characters after it.
       {R"(\ud83d)", R"(\ud83d)"},
       {R"(\ude00)", R"(\ude00)"},
       {R"(\ude00\ud83d)", R"(\ude00\ud83d)"},
@@ -68,7 +68,7 @@ TEST(StringUnescape, Rows) {
       {R"(\ud83d\u0041)", "\\ud83dA"},
       {R"(\ud83d\ud83d\ude00)", "\\ud83d\xf0\x9f\x98\x80"},
       {R"(\ud83d\ude0)", R"(\ud83d\ude0)"},
-      // Anything else stays as written.
+      // All other escape sequences remain unchanged.
       {R"(\)", R"(\)"},
       {R"(a\)", R"(a\)"},
       {R"(\q)", R"(\q)"},

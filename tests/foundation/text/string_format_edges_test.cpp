@@ -1,5 +1,5 @@
-// Formats that C leaves undefined, or that compilers refuse as constants: they must still give a
-// text.
+// Tests of formats that are undefined in C, or that compilers refuse as constants. They must still
+// give a text.
 #include <gtest/gtest.h>
 
 #include <cstdarg>
@@ -11,7 +11,7 @@
 namespace zn {
 namespace {
 
-/// Without the compiler's check of formats.
+/// Formats without the compiler's check of the format.
 std::string formatted(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);

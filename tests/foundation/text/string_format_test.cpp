@@ -1,4 +1,4 @@
-// Formatting by the conventions of printf, of any length.
+// Tests of String::format: it formats like printf, and texts of any length.
 #include <gtest/gtest.h>
 
 #include <climits>
@@ -28,7 +28,7 @@ TEST(StringFormat, Messages) {
   EXPECT_EQ(text(String::format("%s", "")), "");
 }
 
-// The text by the C library.
+// Returns the text that the C library writes.
 template <class... Values>
 std::string printed(const char* format, Values... values) {
   char buffer[512];
@@ -59,7 +59,7 @@ TEST(StringFormat, EveryConversion) {
   EXPECT_AS_PRINTF("%p", static_cast<void*>(nullptr));
 }
 
-// A negative precision counts as none.
+// A negative precision has the same effect as none.
 TEST(StringFormat, NegativePrecision) {
   EXPECT_AS_PRINTF("%.*d|%.*s|%.*f", -1, 42, -1, "xyz", -1, 1.5);
 }

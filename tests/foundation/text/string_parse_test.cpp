@@ -1,5 +1,5 @@
-// String to booleans and numbers: the overloads, their ranges, and that a failure leaves the target
-// unchanged. number_text_test.cpp tests the syntax of numbers in full.
+// Tests of String::parse for booleans and numbers: its overloads and their ranges. A failure leaves
+// the target unchanged. number_text_test.cpp tests the whole syntax of numbers.
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -90,7 +90,8 @@ TYPED_TEST(IntegerParse, RefusesAllElse) {
 TYPED_TEST(IntegerParse, RefusesTheValuesNextToItsRange) {
   using Limits = std::numeric_limits<TypeParam>;
   std::string maximum = std::to_string(Limits::max());
-  maximum.back() = static_cast<char>(maximum.back() + 1);  // no maximum ends in 9
+  // greater than the maximum, because no maximum ends in 9
+  maximum.back() = static_cast<char>(maximum.back() + 1);
   EXPECT_TRUE(refuses<TypeParam>(String(maximum.c_str()))) << maximum;
   if (std::numeric_limits<TypeParam>::is_signed) {
     std::string minimum = std::to_string(Limits::min());
@@ -161,7 +162,7 @@ TEST(StringParse, FloatsAreRoundedFromTheText) {
   float out = 0;
   EXPECT_TRUE(String::parse("0.1", out));
   EXPECT_EQ(out, 0.1F);
-  // Rounded to a double first, this would be the lower neighbour.
+  // If the text were rounded to a double first, the result would be the next lower float.
   EXPECT_TRUE(String::parse("1.00000005960464484", out));
   EXPECT_EQ(out, std::nextafter(1.0F, 2.0F));
   EXPECT_FALSE(String::parse("3.5e38", out));

@@ -1,4 +1,4 @@
-// StringSlabs: texts whose buffers share slabs.
+// Tests of StringSlabs: texts that share slabs of memory.
 #include "foundation/text/string_slab.h"
 
 #include <gtest/gtest.h>
@@ -32,7 +32,7 @@ TEST(StringSlabs, TextsAreCopies) {
   }
 }
 
-// The first slab is large enough for it.
+// The first slab is large enough for the first text, whatever its length is.
 TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   for (std::size_t length = 0; length < 2000; ++length) {
     StringSlabs slabs;
@@ -40,7 +40,7 @@ TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   }
 }
 
-// Aligned like a text with its own memory.
+// The alignment is that of a text with its own memory block.
 TEST(StringSlabs, EveryTextIsAlignedToEight) {
   const auto placeOf = [](const String& text) {
     return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;
@@ -71,7 +71,7 @@ TEST(StringSlabs, UsesTheGivenHash) {
   EXPECT_EQ(slabs.copyOf("material").hash(), String("material").hash());
 }
 
-// The memory of a slab is never reused for another text.
+// The memory of a slab is not used again for another text.
 TEST(StringSlabs, AssignDoesNotChangeOtherTexts) {
   StringSlabs slabs;
   String first = slabs.copyOf("abc");

@@ -1,4 +1,4 @@
-// The text handle: construction, comparison, searching and cutting.
+// Tests of String: construction, comparison, searching and parts of texts.
 #include <vsa/foundation/string.h>
 
 #include <gtest/gtest.h>
@@ -152,7 +152,8 @@ TEST(String, Contains) {
   EXPECT_FALSE(s.contains("version;", true));
   EXPECT_FALSE(s.contains("4", true));
   EXPECT_TRUE(s.contains("N: 3", true));
-  EXPECT_FALSE(String("[").contains("{", true));  // one bit apart, as 'A' and 'a', but not letters
+  // they differ in the same bit as 'A' and 'a', but are no letters
+  EXPECT_FALSE(String("[").contains("{", true));
 }
 
 TEST(String, StartsAndEndsWith) {
@@ -192,7 +193,7 @@ TEST(String, CompareNoCase) {
   EXPECT_GT(String("b").compareNoCase("A"), 0);
   EXPECT_LT(String("with").compareNoCase("within"), 0);
   EXPECT_GT(String("within").compareNoCase("WITH"), 0);
-  EXPECT_NE(String("@").compareNoCase("`"), 0);  // next to the letters, and one bit apart
+  EXPECT_NE(String("@").compareNoCase("`"), 0);  // like 'A' and 'a', but no letters
   EXPECT_NE(String("\xc3\x84").compareNoCase("\xc3\xa4"), 0);
   EXPECT_GT(String("\xc3").compareNoCase("z"), 0);
 }
@@ -215,7 +216,7 @@ TEST(String, Substring) {
   EXPECT_EQ(text(s.substring(3, 20)), "\"");
   EXPECT_EQ(text(s.substring(4, 1)), "");
   EXPECT_EQ(text(s.substring(MAX_SIZE, 1)), "");
-  // A count that has wrapped around, as when two quotes are removed from a text of one character.
+  // The count has wrapped around, as when two quotes are removed from a text of one character.
   EXPECT_EQ(text(String("\"").substring(1, std::size_t{1} - 2)), "");
   EXPECT_EQ(text(String("abc").substring(1, MAX_SIZE)), "bc");
 }

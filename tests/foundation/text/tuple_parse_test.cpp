@@ -1,4 +1,4 @@
-// Tuples and colours from numbers separated by blanks.
+// Tests of parsing tuples and colours: numbers with blanks between them.
 #include <vsa/foundation/tuple_parse.h>
 
 #include <gtest/gtest.h>
@@ -72,7 +72,7 @@ TEST(TupleParseWords, OnlyBlanksSeparate) {
   EXPECT_EQ(out.components[1], 2);
   EXPECT_FALSE(String::parse(String("1\t2"), 2, out));
   EXPECT_FALSE(String::parse(String("1,2"), 2, out));
-  EXPECT_TRUE(String::parse(String("\t3 4\n"), 2, out));  // white space around a word is ignored
+  EXPECT_TRUE(String::parse(String("\t3 4\n"), 2, out));  // white space around a number is ignored
   EXPECT_EQ(out.components[0], 3);
 }
 

@@ -1,4 +1,4 @@
-// The host's own header. Its path and its names are those that a library might take for itself.
+// A header of the host. Its path and its names are the same as in the library's sources.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The host's own scene, which has nothing to do with the library's.
+// The scene of the host. It is independent of the library's scene.
 #pragma once
 
 #include "foundation/string.h"
