@@ -30,8 +30,8 @@ class TextPieces : public zn::ByteSource {
   std::size_t at_ = 0;
 };
 
-/// A source whose first `good` reads succeed. The next read has the fault. After StopsShort,
-/// further reads succeed; after the other faults, they have the fault, too.
+/// A source whose first `good` reads succeed. All later reads have the fault: with StopsShort they
+/// return only one byte, with Fails an error, and with Throws they throw.
 class FailingPieces final : public TextPieces {
  public:
   enum Fault { Fails, StopsShort, Throws };

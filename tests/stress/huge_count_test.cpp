@@ -1,5 +1,6 @@
-// Element counts beyond 32 bits, which messages must print in full. The wrapped calloc (see
-// CMakeLists.txt) only reserves address space for such buffers, so the test needs little memory.
+// Tests of element counts beyond 32 bits, which messages must print completely. The wrapped calloc
+// (see CMakeLists.txt) only reserves address space for such buffers, so that the test needs little
+// memory.
 #include <gtest/gtest.h>
 #include <sys/mman.h>
 
@@ -23,13 +24,14 @@ namespace {
 
 constexpr std::size_t HUGE_BYTES = std::size_t{1} << 32;
 
-// Never destroyed, because free is called until the process ends.
+// Returns the huge blocks by address. The map is never destroyed, because free is called until the
+// process ends.
 std::map<void*, std::size_t>& hugeBlocks() {
   static auto& blocks = *new std::map<void*, std::size_t>;
   return blocks;
 }
 
-/// Whether huge blocks get address space only.
+/// Whether calloc only reserves address space for huge blocks.
 thread_local bool reservesOnly = false;
 
 void* addressSpace(std::size_t bytes) {

@@ -19,13 +19,14 @@ namespace {
 
 constexpr std::uint64_t GIB = std::uint64_t{1} << 30;
 
-/// Returns `head`, then `unit` repeated until it makes `bytes` bytes or more, then `tail`.
+/// A source that returns `head`, then `unit` repeated until there are at least `bytes` bytes, then
+/// `tail`.
 class GeneratedSource final : public zn::ByteSource {
  public:
   GeneratedSource(std::string_view head, std::string_view unit, std::uint64_t bytes,
                   std::string_view tail)
       : parts_{head, unit, tail}, left_(bytes) {
-    // Many units per read, so that generating the text takes little of the time.
+    // The block has many units, so that generating the text takes little time.
     while (block_.size() < (std::size_t{1} << 16)) block_ += unit;
   }
 
@@ -50,7 +51,7 @@ class GeneratedSource final : public zn::ByteSource {
     const std::size_t count = copy(rest, to, limit);
     at_ = (at_ + count) % block_.size();
     left_ -= count;
-    // Complete the last unit before the tail.
+    // The last unit must be complete before the tail.
     if (left_ == 0)
       left_ = at_ % parts_[1].size() == 0 ? 0 : parts_[1].size() - at_ % parts_[1].size();
     return count;
@@ -62,7 +63,7 @@ class GeneratedSource final : public zn::ByteSource {
   std::uint64_t left_;
 };
 
-/// Keeps only the last message.
+/// A sink that keeps only the last message.
 class LastSink final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String& text) override { last = text; }
@@ -78,7 +79,7 @@ struct HugeText {
   bool result;
 };
 
-// `last` shows that the reader reached the end of the text.
+// The texts. The input `last` shows that the reader reached the end of the text.
 constexpr HugeText TEXTS[] = {
     {"a text of 5 GiB", "t n;\n", "n.aLongNameForAnInput = 1234567890;\n", 5 * GIB, "n.last = 7;\n",
      true},

@@ -1,10 +1,10 @@
-// Reads every stress text in two sizes, the second four times the first. Run by
-// instruction_growth.py under callgrind, which counts the instructions of each reading: unlike
-// times, they are nearly the same in each run, so texts of a few kilobytes are enough to notice
-// time that grows with the square of a text.
+// Reads every stress text in two sizes, of which the second is four times the first.
+// instruction_growth.py runs the program under callgrind, which counts the instructions of each
+// reading. Unlike times, these counts are nearly the same in each run. Therefore texts of a few
+// kilobytes are sufficient to detect a time that grows with the square of the size.
 //
-// For each reading, callgrind writes a record to its output file. Its name is the size, a blank and
-// the name of the stress text.
+// For each reading, callgrind writes a record to its output file. The name of the record is the
+// size, a blank, and the name of the stress text.
 #include <valgrind/callgrind.h>
 
 #include <cstdio>
@@ -25,13 +25,13 @@ namespace {
 
 constexpr std::size_t GROWTH = 4;
 
-/// Texts that are read one after another into one scene.
+/// A reading: texts that are read one after another into one scene.
 struct Reading {
   std::string name;
   std::vector<zn::String> texts;
 };
 
-// The whole text, or each of its lines as a text of its own.
+// Returns the whole text, or each of its lines as a separate text.
 std::vector<zn::String> textsOf(const StressText& stressText, std::size_t bytes) {
   const std::string whole = stressText.make(bytes).text;
   if (!stressText.isOneTextPerLine) return {zn::String::copyOf(whole)};
@@ -50,7 +50,7 @@ std::vector<StressText> oneOrManyTexts() {
   return all;
 }
 
-/// The readings of the stress texts of these names, or of all if there is no name.
+/// Returns the readings of the stress texts with these names, or of all if there are no names.
 std::vector<Reading> readings(std::size_t bytes, const std::set<std::string>& names) {
   std::vector<Reading> all;
   for (const StressText& stressText : oneOrManyTexts()) {
@@ -68,7 +68,7 @@ void read(const Reading& reading) {
     try {
       zn::korvo_sdk::impl::parseString(&scene, text);
     } catch (const std::exception&) {
-      // A bad character among the first tokens. It ends the read like any other error.
+      // The first three tokens have an invalid character. That ends the read like any other error.
     }
   }
 }
@@ -90,15 +90,15 @@ void count(const Reading& reading) {
 
 }  // namespace vsa_tests
 
-/// instruction_growth BYTES [NAME...]: reads the stress texts of these names, or all. Without
-/// BYTES, prints all names.
+/// instruction_growth BYTES [NAME...]: reads the stress texts with these names, or all without
+/// names. Without BYTES, prints all names.
 int main(int argumentCount, char** arguments) {
   if (argumentCount < 2) return vsa_tests::printNames();
   vsa_tests::SilentSink silent;
   zn::setLogSink(&silent);
   const auto all = vsa_tests::readings(std::strtoul(arguments[1], nullptr, 10),
                                        {arguments + 2, arguments + argumentCount});
-  // Tables that are made at the first use are not counted.
+  // The tables that are initialised on first use must not be counted.
   vsa_tests::read({"", {zn::String("t n; n.a = vec2(1 2);")}});
   CALLGRIND_START_INSTRUMENTATION;
   for (const vsa_tests::Reading& reading : all) vsa_tests::count(reading);

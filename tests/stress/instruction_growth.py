@@ -1,11 +1,11 @@
 #!/usr/bin/env python3
-"""Growth of the instructions that reading takes, for texts of 16 KiB and of four times the size.
+"""Compares the instructions that the reader needs for texts of 16 KiB and for texts of four times that size.
 
 instruction_growth.py PROGRAM [--all | --only TEXT]
 
-Runs PROGRAM, instruction_growth.cpp, under callgrind and compares the instructions of both sizes. Fails if a stress
-text takes more than 4.6 times as many for four times the size: linear time gives 4, n log n gives 4.3, the square of
-the size gives 16. Without options, only the stress texts of SAMPLE are read; a minute of processor time reads all.
+Runs PROGRAM, which is instruction_growth.cpp, under callgrind. Fails if a stress text of four times the size takes more
+than 4.6 times as many instructions. The factor is 4 for linear time, 4.3 for n log n, and 16 for the square of the
+size. Without options, only the stress texts of SAMPLE are read. Reading all takes a minute of processor time.
 """
 import argparse
 import pathlib
@@ -15,7 +15,8 @@ import tempfile
 
 BYTES = 16384
 MAX_GROWTH = 4.6
-# Each construct that a text can repeat, with the shortest readings. Together they take six seconds.
+# The stress texts with the shortest readings, one for each construct that a text can repeat. They
+# take six seconds.
 SAMPLE = [
     "line ends", "comments of one byte", "version comments", "one identifier", "one string of escapes",
     "mixed brackets", "re-declarations", "declarations", "defines", "created, used and removed",
@@ -30,7 +31,7 @@ SAMPLE = [
 
 
 def names_of(program, asked):
-    """The stress texts to read."""
+    """Returns the names of the stress texts to read."""
     names = subprocess.run([program], check=True, stdout=subprocess.PIPE, text=True).stdout.splitlines()
     missing = set(SAMPLE) - set(names)
     if missing:
@@ -41,7 +42,7 @@ def names_of(program, asked):
 
 
 def records(path):
-    """The name of each reading, with its instructions."""
+    """Yields the name of each reading, with its instructions."""
     name = None
     with open(path, errors="replace") as lines:
         for line in lines:
@@ -53,7 +54,7 @@ def records(path):
 
 
 def count(program, names):
-    """For each stress text its instructions by size."""
+    """Returns the instructions for each stress text and size."""
     with tempfile.TemporaryDirectory() as folder:
         out = pathlib.Path(folder) / "callgrind.out"
         done = subprocess.run(

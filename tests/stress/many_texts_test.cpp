@@ -1,5 +1,5 @@
-// The memory that a scene keeps if many short texts are read into it, as from an editor that sends
-// one statement at a time.
+// Tests how much memory a scene needs when many short texts are read into it. An editor that sends
+// one statement at a time does that.
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -19,7 +19,7 @@ namespace {
 
 using zn::korvo_sdk::Scene;
 
-/// The growth of the memory in use during a call of `what`.
+/// Returns by how much a call of `what` increases the memory in use.
 template <class Do>
 std::int64_t bytesKept(const Do& what) {
   AllocationTracker::start();
@@ -32,7 +32,7 @@ void read(Scene& scene, const std::string& text) {
   ASSERT_TRUE(zn::korvo_sdk::impl::parseString(&scene, string(text)));
 }
 
-// A name keeps only the memory block that it shares with the other names of its text.
+// A name uses only the memory block that all names of its text share.
 TEST(ManyTextsTest, AShortTextKeepsLittleMemory) {
   constexpr int TEXTS = 2000;
   Scene scene;
@@ -44,7 +44,7 @@ TEST(ManyTextsTest, AShortTextKeepsLittleMemory) {
   EXPECT_LT(kept / TEXTS, 600);
 }
 
-// The blocks of shorter strings are reused, so the memory is not the sum over all lengths.
+// The blocks of shorter strings are used again, so that the memory is not the sum over all lengths.
 TEST(ManyTextsTest, GrowingStringsKeepLittleMemory) {
   constexpr int INPUTS = 200;
   constexpr std::size_t MAX_LENGTH = 4000;
@@ -62,8 +62,8 @@ TEST(ManyTextsTest, GrowingStringsKeepLittleMemory) {
   EXPECT_LT(static_cast<std::size_t>(kept) / INPUTS, 16 * MAX_LENGTH);
 }
 
-// The buffer of a long token grows by doubling, whatever the sizes of the reads. If it grew by one
-// read each time, it would be copied hundreds of times.
+// The buffer of a long token grows by doubling, for reads of any size. If it grew by the size of
+// each read, it would be copied hundreds of times.
 TEST(ManyTextsTest, TheBufferOfALongListDoubles) {
   std::string list = "(1";
   while (list.size() < 2'000'000) list += " 0.25";

@@ -44,7 +44,7 @@ class PatternedStack {
     pthread_join(thread, nullptr);
   }
 
-  /// Stacks grow downwards.
+  /// Returns the number of used bytes. Stacks grow downwards.
   std::size_t used() const {
     const unsigned char* const end = bytes_ + STACK_BYTES;
     return static_cast<std::size_t>(end - std::find_if(bytes_, bytes_ + STACK_BYTES,

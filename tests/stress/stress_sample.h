@@ -1,4 +1,5 @@
-// Long tests run a sample of their steps in the test suite, and all steps on request.
+// sampleStep(): lets long tests run a sample of their steps in the test suite, and all steps on
+// request.
 #pragma once
 
 #include <algorithm>
@@ -7,8 +8,8 @@
 
 namespace vsa_tests {
 
-/// A test runs every n-th of its steps. Returns n: the environment variable VSA_STRESS_STEP if it
-/// is set, otherwise `defaultStep`. 1 runs all steps.
+/// Returns n for tests that run every n-th of their steps. It is the environment variable
+/// VSA_STRESS_STEP if that is set, otherwise `defaultStep`. 1 runs all steps.
 inline std::size_t sampleStep(std::size_t defaultStep) {
   const char* const step = std::getenv("VSA_STRESS_STEP");
   if (step == nullptr) return defaultStep;

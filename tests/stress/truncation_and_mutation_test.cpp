@@ -1,6 +1,6 @@
-// Reads every case and example of up to 16 KiB truncated at every byte, and with every byte
-// replaced by several others. The outcome must be the same from a String and from a File, without a
-// crash. The test suite runs a sample; VSA_STRESS_STEP=1 runs all.
+// Reads every case and example of at most 16 KiB with changes: truncated at every byte, and with
+// every byte replaced by several others. The outcome must be the same from a String and from a
+// File, without a crash. The test suite runs a sample of the changes. VSA_STRESS_STEP=1 runs all.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -36,10 +36,11 @@ std::vector<fs::path> texts() {
   return found;
 }
 
-/// The number of variants for each position of a text.
+/// The number of changes for each position of a text.
 constexpr std::size_t MUTATIONS = 10;
 
-/// Mutation 0 truncates the text at `position`, the others replace its byte there.
+/// Returns a changed text. Mutation 0 truncates the text at `position`. The other mutations replace
+/// the byte there.
 std::string mutated(const std::string& text, std::size_t position, std::size_t mutation) {
   if (mutation == 0) return text.substr(0, position);
   constexpr char REPLACEMENTS[] = {'0', '"', '\\', '}', ';', '\0', '\xFF'};
@@ -53,9 +54,9 @@ std::string mutated(const std::string& text, std::size_t position, std::size_t m
   return made;
 }
 
-/// Whether the text has a count of 8 to 12 digits in brackets, as mutations make it of longer
-/// counts in texts about allocation failures. Such buffers fit into memory, but dumping them takes
-/// minutes.
+/// Returns whether the text has a count of 8 to 12 digits in brackets. Such a buffer fits into
+/// memory, but dumping it takes minutes. Mutations make such counts from the longer counts in texts
+/// about allocation failures.
 bool hasHugeCount(const std::string& text) {
   for (std::size_t at = text.find('['); at != std::string::npos; at = text.find('[', at + 1)) {
     const std::size_t end = std::min(text.find_first_not_of("0123456789", at + 1), text.size());

@@ -1,5 +1,5 @@
-// The linker wraps the C functions; operator new and delete are replaced. All of them update
-// `Counters`.
+// The tracked functions, which update `Counters`: the C functions are wrapped by the linker, and
+// operator new and delete are replaced.
 #include "tests/support/allocation_tracker.h"
 
 #include <malloc.h>
@@ -20,14 +20,14 @@ namespace vsa_tests {
 
 namespace {
 
-// Only one thread counts at a time, so loads and stores suffice. They are atomic because other
-// threads call these functions too.
+// The counts. Only one thread counts at a time, so that loads and stores are sufficient. The counts
+// are atomic, because other threads call these functions, too.
 struct Counters {
   std::atomic<std::int64_t> liveBytes{0};
   std::atomic<std::int64_t> peakBytes{0};
   std::atomic<std::int64_t> liveBlocks{0};
   std::atomic<std::uint64_t> calls{0};
-  std::atomic<std::uint64_t> failingCall{0};  // 0: none
+  std::atomic<std::uint64_t> failingCall{0};  // 0 makes no call fail
   std::atomic<bool> failsEverAfter{false};
   std::atomic<bool> hasFailed{false};
 };
@@ -135,8 +135,8 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 
 void* __wrap_realloc(void* block, std::size_t size) {
   if (!vsa_tests::mayAllocate()) return nullptr;
-  // Does not count the old block while the new one exists, because realloc moves large blocks by
-  // remapping.
+  // The old and the new block do not count at the same time, because realloc moves large blocks by
+  // remapping them.
   vsa_tests::countFreed(block);
   void* const moved = __real_realloc(block, size);
   vsa_tests::countAllocated(moved != nullptr || size == 0 ? moved : block);

@@ -1,9 +1,9 @@
-// Counts the allocations of a program and makes chosen ones fail. The program is linked with
-// -Wl,--wrap for the C functions (vsa_track_allocations in tests/CMakeLists.txt) and with
-// replacements of operator new. Both call the real allocator, so sanitizers work as usual.
+// AllocationTracker: counts the allocations of a program and makes some of them fail. The program
+// is linked with -Wl,--wrap for the C functions (vsa_track_allocations in tests/CMakeLists.txt) and
+// with replacements of operator new. Both call the real allocator, so sanitizers work as usual.
 //
-// Only calls on the tracked thread between `start` and `stop` count. A block that is freed while
-// tracking is assumed to have been allocated while tracking.
+// Only calls between start() and stop() on the tracked thread count. A block that is freed during
+// that time is assumed to have been allocated during that time.
 #pragma once
 
 #include <cstdint>
@@ -11,31 +11,31 @@
 namespace vsa_tests {
 
 struct AllocationCount {
-  /// Bytes in use, and their maximum. A block counts with the size that the allocator reserves for
-  /// it.
+  /// The bytes in use, and their maximum. The size of a block is the size that the allocator
+  /// reserves for it.
   std::int64_t liveBytes;
   std::int64_t peakBytes;
-  /// Blocks in use.
+  /// The number of blocks in use.
   std::int64_t liveBlocks;
-  /// Calls that requested memory, including failed ones.
+  /// The number of calls that requested memory, including failed calls.
   std::uint64_t calls;
 };
 
-/// Tracks one thread at a time.
+/// Tracks the allocations of one thread at a time.
 class AllocationTracker {
  public:
-  /// Starts counting on this thread, from zero.
+  /// Sets the counts to zero and starts counting on this thread.
   static void start();
-  /// Stops counting. The counts remain.
+  /// Stops counting. The counts keep their values.
   static void stop();
-  /// Continues counting after `stop`, without failures.
+  /// Continues counting after stop(). No call fails.
   static void resume();
   static AllocationCount count();
 
-  /// Makes the n-th following call (1: the next one) fail, and if `everAfter` is set all later
-  /// calls, too. 0: no call fails.
+  /// Makes the n-th of the following calls fail. 1 is the next call, and 0 makes no call fail. If
+  /// `everAfter` is true, all later calls fail, too.
   static void failAt(std::uint64_t n, bool everAfter);
-  /// Whether a call has failed since the last `failAt`.
+  /// Returns whether a call has failed since the last failAt().
   static bool hasFailed();
 };
 

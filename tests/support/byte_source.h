@@ -14,7 +14,7 @@ namespace vsa_tests {
 
 class MemorySource final : public zn::ByteSource {
  public:
-  /// Each read returns at most `bytesPerRead` bytes; 0 is no limit.
+  /// Each read returns at most `bytesPerRead` bytes. 0 means no limit.
   explicit MemorySource(std::string bytes, std::size_t bytesPerRead = 0)
       : bytes_(std::move(bytes)), bytesPerRead_(bytesPerRead) {}
 
@@ -32,7 +32,8 @@ class MemorySource final : public zn::ByteSource {
   std::size_t at_ = 0;
 };
 
-/// Returns one byte per read. The first read of the byte at `at` throws std::runtime_error("gone").
+/// A source that returns one byte per read. The first read of the byte at `at` throws
+/// std::runtime_error("gone").
 class InterruptedSource final : public zn::ByteSource {
  public:
   InterruptedSource(std::string bytes, std::size_t at) : bytes_(std::move(bytes)), throwsAt_(at) {}
@@ -54,7 +55,7 @@ class InterruptedSource final : public zn::ByteSource {
   bool hasThrown_ = false;
 };
 
-/// A File over a MemorySource.
+/// Returns a File that reads from a MemorySource.
 inline zn::File memoryFile(std::string bytes, std::size_t bytesPerRead = 0) {
   return zn::File(new MemorySource(std::move(bytes), bytesPerRead));
 }

@@ -85,7 +85,8 @@ std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
   return ids;
 }
 
-// The lines of an expectation whose log has these records only. All lines of the log are indented.
+// Returns the log lines of an expected result whose log has only these records. Only lines of the
+// log are indented.
 LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records) {
   vsa_tools::ReadOutcome outcome;
   for (const auto& record : records) {

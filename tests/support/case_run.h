@@ -1,6 +1,7 @@
-// Test cases: a text NAME.vsa and its expected outcome NAME.expect (CONTRIBUTING.md shows the
-// format). This file finds them, reads them from each kind of source and writes the outcome in the
-// format of an expectation. case_test compares, the program accept_cases rewrites.
+// Functions for cases. A case is a text NAME.vsa and its expected result NAME.expect, in the form
+// that CONTRIBUTING.md shows. The functions find cases, read them from each kind of source, and
+// write their outcome in that form. case_test compares the outcome, and accept_cases rewrites the
+// expected result.
 #pragma once
 
 #include <filesystem>
@@ -16,7 +17,7 @@
 namespace vsa_tests {
 
 struct Case {
-  /// The path below the case folder, without extension: "values/narrow_real_to_int".
+  /// The path in the folder of cases, without extension: "values/narrow_real_to_int".
   std::string name;
   std::filesystem::path text;
   std::filesystem::path expectation;
@@ -27,15 +28,15 @@ struct Case {
 };
 
 struct CaseFolder {
-  /// Sorted by name.
+  /// The cases, sorted by name.
   std::vector<Case> cases;
-  /// Texts without an expectation, expectations without a text, and files that are neither.
+  /// Texts without an expected result, expected results without a text, and other files.
   std::vector<std::filesystem::path> orphans;
 };
 
 CaseFolder findCases(const std::filesystem::path& folder);
 
-/// The kind of source of the reader.
+/// The kind of source that the text is read from.
 enum class Source {
   /// A String.
   String,
@@ -45,21 +46,22 @@ enum class Source {
   ByteByByte,
 };
 
-/// Reads `text` into a new scene and returns result, log and scene in the format of an expectation.
-/// Declares the node type of declared_lamp.h.
+/// Reads `text` into a new scene and returns the result, log and scene in the form of an expected
+/// result. Registers the node type of declared_lamp.h.
 std::string outcomeOf(std::string_view text, Source source);
 
-/// The messages that reading `text` raises, including those about an unterminated string or list.
+/// Returns the ids of the messages that reading `text` raises, including messages about a string or
+/// list that is not closed.
 std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text);
 
-/// The lines that an expectation has for warnings of the link resolution.
+/// The lines that warnings about links have in an expected result.
 using LinkWarnings = std::set<std::string>;
 
-/// Those of some records, and those that reading `text` logs.
+/// Return the warnings about links among the records, or in the log of reading `text`.
 LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records);
 LinkWarnings linkWarningsOf(std::string_view text);
 
-/// An expectation in the form in which outcomes are compared: consecutive lines of `linkWarnings`
+/// Returns an expected result in a form that can be compared: consecutive lines of `linkWarnings`
 /// are sorted, because their order depends on addresses.
 std::string comparable(const std::string& expectation, const LinkWarnings& linkWarnings);
 

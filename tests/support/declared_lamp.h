@@ -5,9 +5,9 @@
 
 namespace vsa_tests {
 
-/// Registers the node type `declaredLamp`; later calls do nothing. It has everything that a
-/// declaration can contain: an enumeration, an input that takes links only, an array, a buffer, an
-/// output, and former names.
+/// Registers the node type `declaredLamp`. Later calls do nothing. The type has everything that a
+/// declaration can contain: an enumeration, an input that accepts only links, an array, a buffer,
+/// an output, and former names.
 inline void declareLamp() {
   using namespace zn::korvo_sdk;
   static const bool once = [] {

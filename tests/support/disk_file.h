@@ -1,4 +1,4 @@
-// A temporary file, named after the running test, which the destructor deletes.
+// DiskFile: a temporary file with the name of the running test. The destructor deletes it.
 #pragma once
 
 #include <gtest/gtest.h>

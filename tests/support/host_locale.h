@@ -1,5 +1,5 @@
-// A locale as a host program can set it: decimal commas, grouped digits, other words for true and
-// false, and character classes that contain no character.
+// HostLocale: a locale that a host program may set. It has decimal commas, grouped digits, other
+// words for true and false, and character classes without any character.
 #pragma once
 
 #include <clocale>
@@ -29,7 +29,7 @@ class NoCharacterClasses final : public std::ctype<char> {
   }
 };
 
-/// The German and Turkish locales that this system has, after "C". A system may have none of them;
+/// Returns "C" and the German and Turkish locales of this system. A system may have none of these;
 /// same_everywhere.sh creates its own.
 inline std::vector<const char*> cLocales() {
   std::vector<const char*> names = {"C"};
@@ -40,7 +40,7 @@ inline std::vector<const char*> cLocales() {
   return names;
 }
 
-/// Sets the C++ locale above and the C locale `cLocale` for the lifetime of the object.
+/// Sets the C++ locale above and the C locale `cLocale`. The destructor restores both.
 class HostLocale {
  public:
   explicit HostLocale(const char* cLocale)

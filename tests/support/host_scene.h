@@ -1,6 +1,6 @@
-// A host's scene that records the reader's calls, one line for each call that changes something,
-// and refuses chosen calls. It checks that the arguments of queries are those that the interface
-// documents.
+// HostScene: a host's scene that records the reader's calls and refuses some of them. Each call
+// that changes something is recorded as one line. For queries, the scene checks that their
+// arguments are as the interface documents.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -23,11 +23,11 @@ namespace vsa_tests {
 namespace sdk = zn::korvo_sdk;
 namespace host = zn::korvo_sdk::interfaces;
 
-/// Which calls a host scene refuses, and the record of its calls.
+/// The calls that a host's scene refuses, and the record of its calls.
 struct HostOptions {
   bool refusesNodes = false;     ///< createNode and defineNode return null.
   bool refusesInputs = false;    ///< createInput of nodes returns null.
-  bool forgetsInputs = false;    ///< hasInput of nodes returns false, also for existing inputs.
+  bool forgetsInputs = false;    // hasInput of nodes returns false, even for existing inputs.
   bool refusesArrays = false;    ///< createArray of nodes returns null.
   bool refusesMembers = false;   ///< createInput and createArray of inputs return null.
   bool refusesElements = false;  ///< appendElement adds nothing.
@@ -35,15 +35,15 @@ struct HostOptions {
   bool losesInputs = false;      ///< input of nodes and of inputs returns null.
   bool refusesOutputs = false;   ///< output returns null.
   std::vector<std::string> calls;
-  /// The calls of isArray, refusesValues, holdsBuffer and bufferType, one line each.
+  /// The calls of isArray, refusesValues, holdsBuffer and bufferType, one line for each.
   std::vector<std::string> queries;
-  int typesAsked = 0;  ///< Number of calls of type() on nodes.
-  int namesAsked = 0;  ///< Number of calls of name() on nodes.
-  /// Called by name() of nodes.
+  int typesAsked = 0;  // How often type() of nodes was called.
+  int namesAsked = 0;  // How often name() of nodes was called.
+  /// A function that name() of nodes calls.
   std::function<void()> onNameAsked;
-  /// Called by type() of nodes.
+  /// A function that type() of nodes calls.
   std::function<void()> onTypeAsked;
-  /// Called with each line before it is recorded; may throw.
+  /// A function that is called with each line before it is recorded. It may throw.
   std::function<void(const std::string&)> onCall;
 
   void record(const std::string& line) {
@@ -68,7 +68,7 @@ class HostInput final : public host::IInput {
   HostInput(HostOptions& options, std::string where, sdk::AttrType type)
       : kind(type), options_(options), where_(std::move(where)) {}
 
-  // The results of the input's functions. Tests may change them.
+  // The results of the input's functions. Tests may change these members.
   sdk::AttrType kind;
   sdk::AttrType elements = sdk::AttrType::Null;
   sdk::DataType buffers = sdk::DataType::Null;
@@ -76,7 +76,7 @@ class HostInput final : public host::IInput {
   bool deniesBeingArray = false;  ///< isArray returns false for every type.
   bool countsNone = false;        ///< count returns 0.
   const host::IEnumeration* enumeration = nullptr;
-  int held = 0;  ///< Calls of retain minus calls of release.
+  int held = 0;  // The number of calls of retain() minus the number of calls of release().
 
   sdk::AttrType type() const override { return kind; }
   zn::String typeName() const override { return sdk::attrTypeName(kind); }
@@ -161,7 +161,8 @@ class HostInput final : public host::IInput {
     --held;
   }
 
-  /// Removes the last elements of an array. Pointers to them become invalid.
+  /// Removes the last elements of an array so that `size` elements remain. Pointers to removed
+  /// elements become invalid.
   void shrinkTo(std::size_t size) {
     while (list_.size() > size) list_.pop_back();
   }

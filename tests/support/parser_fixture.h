@@ -1,4 +1,5 @@
-// A parser before the first token of a text. Tests call its members directly.
+// PrimedParser: a parser that is about to parse the first statement of a text. Tests call its
+// members directly.
 #pragma once
 
 #include <optional>
@@ -17,7 +18,7 @@ namespace vsa_tests {
 
 class PrimedParser {
  public:
-  /// Reads the first three tokens of `bytes`, as parse does before its first statement.
+  /// Reads the first three tokens of `bytes`, as parse() does before the first statement.
   explicit PrimedParser(const std::string& bytes) : source_(string(bytes)) {
     parser.scene = &scene;
     parser.lexer = &source_;
@@ -30,7 +31,7 @@ class PrimedParser {
   HostScene scene;
   zn::korvo_sdk::impl::VsaParser parser;
 
-  /// The texts of the lookahead tokens, at most three.
+  /// Returns the texts of the lookahead tokens, which are at most three.
   std::string ahead() const {
     std::string texts;
     for (std::int32_t i = 0; i < parser.lookahead; ++i) {
@@ -45,7 +46,7 @@ class PrimedParser {
   zn::korvo_sdk::impl::StringLexer source_;
 };
 
-/// The text of the std::runtime_error that `call` throws; "" when it throws none.
+/// Returns the text of the std::runtime_error that `call` throws, or "" if it throws none.
 template <class Call>
 std::string thrownBy(Call call) {
   try {
@@ -56,7 +57,8 @@ std::string thrownBy(Call call) {
   return "";
 }
 
-/// Captures the log for the lifetime of the object, one line per message: "warning: TEXT".
+/// Captures the log during the lifetime of the object, with one line for each message: "warning:
+/// TEXT".
 class LoggedLines {
  public:
   LoggedLines() : scope_(&capture_) {}

@@ -1,6 +1,6 @@
-// A reference lexer: it follows the rules of the format literally, one character at a time over a
-// text in memory, without any optimisation. Tests and fuzzers compare the reader's lexer with it,
-// token by token.
+// PlainLexer: a reference lexer, which follows the rules of the format literally. It reads one
+// character at a time from a text in memory, without any optimisation. Tests and fuzzers compare
+// the tokens of the reader's lexer with its tokens.
 #pragma once
 
 #include <cstddef>
@@ -17,8 +17,8 @@ class PlainLexer {
  public:
   using Token = zn::korvo_sdk::impl::Token;
 
-  /// `fromString` matters for an empty text only: the reader's lexer of an empty String skips one
-  /// NUL, which counts as a column.
+  /// `fromString` has an effect only for an empty text. The reader's lexer of an empty String skips
+  /// one NUL, which counts as a column.
   explicit PlainLexer(std::string text, bool fromString = false) : text_(std::move(text)) {
     if (text_.empty() && fromString) text_.push_back('\0');
   }
@@ -51,7 +51,7 @@ class PlainLexer {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isHigh(c);
   }
   static bool isPrintable(char c) { return (c >= ' ' && c <= '~') || isHigh(c); }
-  // White space is the blank and characters that are not printable.
+  // White space is the blank, and every character that is not printable.
   static bool isWhite(char c) { return c == ' ' || !isPrintable(c); }
   static bool isOneOf(char c, std::string_view set) {
     return set.find(c) != std::string_view::npos;
@@ -131,7 +131,7 @@ class PlainLexer {
       if (peek() == '"') break;
       const char c = consume();
       chars += c;
-      // A backslash and the backslash or quote after it are one escape sequence.
+      // A backslash with a backslash or quote after it is one escape sequence.
       if (c == '\\' && (nextIs('\\') || nextIs('"'))) chars += consume();
     }
     chars += consume();

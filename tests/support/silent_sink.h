@@ -1,4 +1,4 @@
-// A log sink that discards every message.
+// SilentSink: a log sink that discards every message.
 #pragma once
 
 #include <vsa/foundation/log.h>

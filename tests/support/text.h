@@ -1,4 +1,4 @@
-// Conversions of texts for tests.
+// Functions that convert texts for tests.
 #pragma once
 
 #include <filesystem>
@@ -17,12 +17,12 @@ inline std::string text(const zn::String& s) {
   return std::string(s.buf(), s.len());
 }
 
-/// A String with exactly these bytes, which may include NUL.
+/// Returns a String with exactly these bytes, which may include NUL.
 inline zn::String string(std::string_view bytes) {
   return zn::String::copyOf(bytes);
 }
 
-/// The bytes, with all that are not printable ASCII written as \n, \r, \t or \xHH.
+/// Returns the bytes as text: bytes that are not printable ASCII become \n, \r, \t or \xHH.
 inline std::string visible(std::string_view bytes) {
   std::string shown;
   for (const char c : bytes) {
@@ -35,7 +35,7 @@ inline std::string visible(std::string_view bytes) {
   return shown;
 }
 
-/// The bytes of a file. Throws std::runtime_error if it cannot be read.
+/// Returns the bytes of a file. Throws std::runtime_error if the file cannot be read.
 inline std::string contentOf(const std::filesystem::path& file) {
   std::ifstream in(file, std::ios::binary);
   if (!in) throw std::runtime_error(file.string() + ": cannot be read");

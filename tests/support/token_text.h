@@ -1,5 +1,5 @@
-// Token streams as text: the kind of each token, its text between < and >, line and column, for
-// example "Id<a>1,1 Equals<=>1,3".
+// tokensText(): returns tokens as text, each with its kind, its text between < and >, its line and
+// its column. An example is "Id<a>1,1 Equals<=>1,3".
 #pragma once
 
 #include <string>
@@ -69,8 +69,8 @@ inline std::string tokenText(const zn::korvo_sdk::impl::Token& token) {
          std::to_string(token.line) + ',' + std::to_string(token.column);
 }
 
-/// The remaining tokens of `lexer` up to the first Eof or Invalid token. `AnyLexer` has a function
-/// `Token nextToken()`.
+/// Returns the remaining tokens of `lexer` as text, up to the first Eof or Invalid token.
+/// `AnyLexer` must have a function `Token nextToken()`.
 template <class AnyLexer>
 std::string tokensText(AnyLexer& lexer) {
   using Type = zn::korvo_sdk::impl::Token::Type;

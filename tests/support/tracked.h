@@ -1,5 +1,6 @@
-// An element for tests of containers. It counts the live elements and remembers its address, which
-// reveals a container that leaks an element, destroys one twice or moves one by copying its bytes.
+// Tracked: an element for tests of containers. It counts the existing elements and stores its own
+// address. Thus it detects a container that leaks an element, destroys one twice, or moves one by
+// copying its bytes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -10,11 +11,12 @@ namespace vsa_tests {
 
 class Tracked {
  public:
-  /// The number of live elements.
+  /// The number of existing elements.
   static inline int live = 0;
-  /// The number of copies made, without moves.
+  /// The number of copies. Moves do not count.
   static inline int copies = 0;
-  /// The n-th following copy (1: the next one) throws std::runtime_error. 0: no copy throws.
+  /// Makes the n-th of the following copies throw std::runtime_error. 1 is the next copy, and 0
+  /// makes no copy throw.
   static inline int copiesUntilThrow = 0;
 
   explicit Tracked(int n = 0) : number(n), self_(this) { ++live; }
@@ -57,7 +59,7 @@ class Tracked {
   const Tracked* self_;
 };
 
-/// Expects that a test destroys every element that it creates.
+/// A fixture that expects that a test destroys every element that it creates.
 class TrackedTest : public testing::Test {
  protected:
   TrackedTest() { Tracked::live = Tracked::copies = Tracked::copiesUntilThrow = 0; }

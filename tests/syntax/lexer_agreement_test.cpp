@@ -1,5 +1,6 @@
-// The SyntaxReader and the reader's lexer read the same tokens: of every case and example, of short
-// texts that are made from the characters that matter, and from sources that deliver a few bytes.
+// Tests that SyntaxReader and the reader's lexer read the same tokens. The texts are all cases and
+// examples, and short texts of those characters that have a meaning. Some sources deliver only a
+// few bytes at a time.
 #include <gtest/gtest.h>
 
 #include <filesystem>

@@ -1,5 +1,5 @@
-// OutlineReader: the same statements as StatementReader, of every case and example and of random
-// texts; and the parts of a statement.
+// Tests of OutlineReader: it finds the same statements as StatementReader in every case and example
+// and in random texts, and finds the parts of a statement.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -24,7 +24,7 @@ Text between(Text first, Text last) {
   return {first.data(), static_cast<std::size_t>(last.data() + last.size() - first.data())};
 }
 
-// The outline of a statement, made of its tokens.
+// Returns the outline of a statement, which is computed from its tokens.
 StatementOutline outlineOf(const SyntaxStatement& statement) {
   const auto& tokens = statement.tokens;
   StatementOutline out;
@@ -75,9 +75,9 @@ void expectElements(const StatementOutline& found) {
   EXPECT_EQ(found.plainElements, count);
 }
 
-// The number of statements.
+// Expects that both readers find the same statements, and returns their number.
 int expectSameStatements(const std::string& content) {
-  const std::string text(content);  // without a reserve behind it, so that ASan sees a read there
+  const std::string text(content);  // no spare capacity, so that ASan detects a read past the end
   vsa::StatementReader statements{Text(text)};
   vsa::OutlineReader outlines(text);
   SyntaxStatement statement;
@@ -110,7 +110,7 @@ TEST(OutlineReaderTest, AgreesOnFiles) {
   EXPECT_GT(count, 1000);
 }
 
-// Statements of every kind, with pieces that may be anywhere.
+// Returns a random statement of any kind. Its pieces may be in any order.
 std::string randomStatement(std::mt19937& random) {
   constexpr Text PIECES[] = {
       "node",       ".",      "input", " = ",  "[*]",     "[0]",      "1",      "-2.5e3",
@@ -140,7 +140,7 @@ TEST(OutlineReaderTest, AgreesOnRandomTexts) {
   }
 }
 
-// A long statement is delivered in the same parts, and a path may be longer than a part.
+// A long statement is delivered in the same parts. A path may be longer than a part.
 TEST(OutlineReaderTest, AgreesOnLongStatements) {
   constexpr int MANY = 40000;
   std::string path = "n.i", words, numbers;

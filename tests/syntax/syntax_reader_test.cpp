@@ -1,5 +1,4 @@
-// SyntaxReader, ListReader and StatementReader: kinds, ranges, pieces, and texts that are not
-// valid.
+// Tests of SyntaxReader, ListReader and StatementReader: kinds, ranges, pieces, and invalid texts.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -1,4 +1,4 @@
-// A source in memory, and the comparison of a SyntaxReader with the reader's lexer.
+// Helpers that compare a SyntaxReader with the reader's lexer, and a source in memory.
 #pragma once
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 namespace vsa_tests {
 
-/// Returns at most `step` bytes a read.
+/// A source that returns at most `step` bytes per read.
 class StepSource final : public vsa::Source {
  public:
   StepSource(std::string_view text, std::size_t step) : text_(text), step_(step) {}
@@ -30,16 +30,16 @@ class StepSource final : public vsa::Source {
   std::size_t at_ = 0;
 };
 
-/// A whole token: its pieces put together.
+/// A whole token, joined from its pieces.
 struct WholeToken {
   vsa::SyntaxKind kind;
-  std::string text;      // as written
-  std::string elements;  // of a list: as the lexer makes it
+  std::string text;      // the text of the token, unchanged
+  std::string elements;  // the elements of a list, as the lexer returns them
   vsa::TextRange range;
   std::uint64_t lineFeedsBefore;
 };
 
-/// Reads a token with all its pieces.
+/// Reads all pieces of the next token.
 inline WholeToken wholeToken(vsa::SyntaxReader& reader) {
   WholeToken whole{};
   vsa::ListReader list;
@@ -67,7 +67,7 @@ inline WholeToken wholeToken(vsa::SyntaxReader& reader) {
   }
 }
 
-/// The kind that a token of the lexer has for a SyntaxReader.
+/// Returns the kind that a token of the lexer has in a SyntaxReader.
 inline vsa::SyntaxKind kindOf(zn::korvo_sdk::impl::Token::Type type) {
   using Type = zn::korvo_sdk::impl::Token::Type;
   using vsa::SyntaxKind;
@@ -103,14 +103,14 @@ inline vsa::SyntaxKind kindOf(zn::korvo_sdk::impl::Token::Type type) {
   }
 }
 
-/// Compares token by token up to the first one that the lexer rejects, or the end. Empty, or what
-/// differs.
+/// Compares the tokens of both readers up to the first token that the lexer rejects, or to the end.
+/// Returns what differs, or an empty text.
 inline std::string differenceFromLexer(std::string_view text, vsa::SyntaxReader& reader) {
   using zn::korvo_sdk::impl::StringLexer;
   if (text.empty()) return reader.next().kind == vsa::SyntaxKind::EndOfText ? "" : "a token";
   StringLexer lexer(zn::String::copyOf(text));
   const bool hasNul = text.find('\0') != std::string_view::npos;
-  if (hasNul) return "";  // a String ends there
+  if (hasNul) return "";  // a String ends at the NUL
   while (true) {
     const auto expected = lexer.nextToken();
     const WholeToken found = wholeToken(reader);

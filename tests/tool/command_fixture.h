@@ -1,4 +1,5 @@
-// A folder for the files of one test, and the command vsa, run in it by a shell.
+// CommandFixture: the base of tests that run the command vsa in a shell. Each test has a folder for
+// its files.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -13,13 +14,13 @@
 
 namespace vsa_tests {
 
-/// What a run of the command printed, and its exit status.
+/// The output of a run of the command, and its exit status.
 struct CommandOutcome {
   int status;
   std::string out, err;
 };
 
-/// The base of tests that run the command.
+/// A fixture that runs the command in the folder of the test.
 class CommandFixture : public testing::Test {
  protected:
   void SetUp() override {
@@ -30,7 +31,7 @@ class CommandFixture : public testing::Test {
   }
   void TearDown() override { std::filesystem::remove_all(folder_); }
 
-  /// Writes a file into the folder of the test and returns its name.
+  /// Writes a file into the folder of the test and returns the name of the file.
   std::string write(const std::string& name, const std::string& text) {
     std::ofstream(folder_ / name, std::ios::binary) << text;
     return name;

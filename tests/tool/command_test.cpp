@@ -1,4 +1,4 @@
-// Runs the command vsa in a shell and checks its output and its exit status.
+// Tests of the command vsa: runs it in a shell and checks its output and its exit status.
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/wait.h>
@@ -32,7 +32,7 @@ class CommandTest : public testing::Test {
 
   void TearDown() override { fs::remove_all(folder_); }
 
-  /// Writes a file into the folder of the test and returns its name.
+  /// Writes a file into the folder of the test and returns the name of the file.
   std::string write(const std::string& name, const std::string& text) {
     std::ofstream(folder_ / name, std::ios::binary) << text;
     return name;
@@ -115,7 +115,7 @@ struct LossRow {
   std::string text, line;
 };
 
-// The reader reports no error for these texts: for it they end before the file ends.
+// The reader reports no error for these texts. It reads them as if the text ended before the file.
 TEST_F(CommandTest, LossesAreReported) {
   const LossRow rows[] = {
       {"sphere ball;\n\xFF ball.radius = 1;\n",
@@ -143,7 +143,7 @@ TEST_F(CommandTest, LossesAreReported) {
   }
 }
 
-/// A pair of connected sockets. SOCK_SEQPACKET keeps the sizes of the packets.
+/// A pair of connected sockets. A SOCK_SEQPACKET socket keeps the sizes of the packets.
 struct Connection {
   explicit Connection(int type) {
     EXPECT_EQ(0, ::socketpair(AF_UNIX, type | SOCK_CLOEXEC, 0, ends));
@@ -192,7 +192,7 @@ TEST_F(CommandTest, TheSizeOfReadsDoesNotMatter) {
   }
 }
 
-// Closing a socket that has unread data resets the connection, so the read after the sent data
+// Closing a socket that has unread data resets the connection. The read after the sent data then
 // fails.
 TEST_F(CommandTest, AReadErrorIsNotAnEndOfFile) {
   for (const char* text : {"sphere ball;\n", "sphere ball;\nball.radius = 2.5;\n"}) {
@@ -214,16 +214,16 @@ TEST_F(CommandTest, AReadErrorIsNotAnEndOfFile) {
   }
 }
 
-// Sanitizers need more address space than the limit of this test.
+// This test limits the address space. Sanitizers need more than that limit.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-// A text with `messages` warnings, each of which quotes a name of `nameLength` characters.
+// Returns a text with `messages` warnings. Each warning contains a name of `nameLength` characters.
 std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
   std::string text = "lamp " + std::string(nameLength, 'a') + ": .k = 1;\n";
   for (size_t i = 0; i < messages; ++i) text += ".k=2.5;\n";
   return text;
 }
 
-// The log has 100 MB, the address space 64 MB.
+// The log would have 100 MB, but the address space is limited to 64 MB.
 TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
   write("a.vsa", textOfManyLongMessages(20000, 5000));
   EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " check a.vsa >/dev/null"));

@@ -1,4 +1,4 @@
-// vsa convert: what it writes, where, and its exit status.
+// Tests of vsa convert: the text that it writes, the output file, and its exit status.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>

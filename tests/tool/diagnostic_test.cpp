@@ -1,4 +1,4 @@
-// Records as lines in the format that editors recognise.
+// Tests of diagnostics as lines in the format that editors recognise.
 #include "tools/vsa/common/diagnostic.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +9,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// The lines that reading `text` gives.
+/// Returns the lines for the diagnostics of reading `text`.
 std::vector<std::string> linesOf(const char* text) {
   const vsa::ReadResult result = vsa::readText(text);
   std::vector<std::string> lines;
@@ -42,7 +42,7 @@ TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
     EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
 }
 
-// A message without a position may quote what looks like one.
+// A message without a position may contain text that looks like a position.
 TEST(DiagnosticLineTest, MessagesWithoutAPositionShowNone) {
   const ExcerptRow rows[] = {
       {"t n; n.a |= n.b.c;", "a.vsa: invalid-output: Invalid output: n.b.c."},

@@ -1,5 +1,5 @@
-// Stress texts: generators of texts of any size that demand much of the reader for few bytes.
-// growth_bounds.cpp defines what reading them may cost.
+// Stress texts: generators of texts of any size that make the reader do much work for few bytes.
+// growth_bounds.cpp defines how much time and memory reading them may take.
 #pragma once
 
 #include <cstddef>
@@ -13,26 +13,26 @@ namespace vsa_tests {
 
 struct GeneratedText {
   std::string text;
-  /// The memory of all buffers that the text declares.
+  /// The size in bytes of all buffers that the text declares.
   std::uint64_t declaredBytes = 0;
 };
 
 struct StressText {
-  /// `generate(bytes, arguments...)` returns a GeneratedText of about `bytes` bytes.
+  /// Calls of `generate(bytes, arguments...)` must return a GeneratedText of about `bytes` bytes.
   template <class Generate, class... Arguments>
   StressText(const char* title, Generate generate, Arguments... arguments)
       : name(title), make([=](std::size_t bytes) { return generate(bytes, arguments...); }) {}
 
   const char* name;
   std::function<GeneratedText(std::size_t bytes)> make;
-  /// Each line is a text of its own. All are read into one scene.
+  /// Whether each line is a separate text. All lines are read into one scene.
   bool isOneTextPerLine = false;
 };
 
-/// All stress texts.
+/// Returns all stress texts.
 std::vector<StressText> stressTexts();
 
-// The groups, each in its own part of a source file.
+// Return the stress texts of one group each.
 
 std::vector<StressText> lexicalTexts();
 std::vector<StressText> statementTexts();
@@ -42,15 +42,15 @@ std::vector<StressText> valueTexts();
 std::vector<StressText> bufferTexts();
 std::vector<StressText> compressedTexts();
 
-/// Many short texts that are read into one scene.
+/// Returns stress texts of many short texts that are read into one scene.
 std::vector<StressText> manyTexts();
 
-/// `head`, then `unit` repeated up to a text of `bytes` bytes, then `tail`. Each "@" in the unit
-/// becomes the number of its repetition, from 0.
+/// Returns `head`, then `unit` repeated up to a text of `bytes` bytes, then `tail`. Each "@" in the
+/// unit is replaced by the number of the repetition, from 0.
 GeneratedText repeatUnit(std::size_t bytes, std::string_view head, std::string_view unit,
                          std::string_view tail = "");
 
-/// `head`, then `character` `count` times, then `tail`.
+/// Returns `head`, then `character` repeated `count` times, then `tail`.
 GeneratedText repeatCharacter(std::size_t count, std::string_view head, char character,
                               std::string_view tail);
 

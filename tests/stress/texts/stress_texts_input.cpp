@@ -1,4 +1,4 @@
-// Stress texts of inputs and links: paths, indices, members, arrays, pending links.
+// Stress texts of inputs and links: paths, indices, members, arrays and pending links.
 #include <algorithm>
 
 #include "tests/stress/texts/stress_texts.h"
@@ -7,14 +7,14 @@ namespace vsa_tests {
 
 namespace {
 
-// The path of node `n` with `step`, such as ".a", repeated `levels` times.
+// Returns the path of node `n` with `step`, such as ".a", repeated `levels` times.
 std::string deepPath(const char* step, int levels) {
   std::string path = "n";
   for (int i = 0; i < levels; ++i) path += step;
   return path;
 }
 
-// Statements with indices from 200000 down to 0.
+// Returns statements whose indices descend from 200000 to 0.
 GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const char* before,
                                 const char* after) {
   GeneratedText made{std::string(head)};
@@ -26,7 +26,8 @@ GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const 
   return made;
 }
 
-// One index, an eighth of the bytes of the text, up to the limit of empty elements.
+// Returns a statement with one large index: an eighth of the bytes of the text, but at most the
+// limit of empty elements.
 GeneratedText oneLargeIndex(std::size_t bytes, const char* value) {
   const std::size_t index = std::min<std::size_t>(bytes / 8, 524287);
   return repeatCharacter(bytes, "t n;n.a[" + std::to_string(index) + "]=" + value + ";", ' ', "");

@@ -1,5 +1,5 @@
-// Stress texts of many short texts, one per line, as from an editor that sends one statement at a
-// time.
+// Stress texts of many short texts, one on each line. An editor that sends one statement at a time
+// sends such texts.
 #include <string>
 
 #include "tests/stress/texts/stress_texts.h"

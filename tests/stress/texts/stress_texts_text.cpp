@@ -6,7 +6,7 @@ namespace vsa_tests {
 
 namespace {
 
-// Replaces every `mark` by NUL, which a unit, a C string, cannot contain.
+// Replaces each `mark` by NUL. A unit cannot contain NUL, because it is a C string.
 GeneratedText withNuls(GeneratedText made, char mark) {
   for (char& c : made.text) {
     if (c == mark) c = '\0';
@@ -18,7 +18,8 @@ std::string longName(std::size_t length) {
   return std::string(length, 'q');
 }
 
-// Names in groups that differ only in the last byte, with every byte that a name can end in.
+// Returns statements with groups of names that differ only in their last byte. That is every byte
+// with which a name can end.
 GeneratedText everyLastByte(std::size_t bytes, std::string_view head, const char* before,
                             const char* after) {
   GeneratedText made{std::string(head)};

@@ -1,4 +1,4 @@
-// Stress texts of values: unusual numbers, long tuples, buffers, compressed buffers.
+// Stress texts of values: unusual numbers, long tuples, buffers and compressed buffers.
 #include <algorithm>
 #include <string_view>
 
@@ -10,8 +10,8 @@ namespace vsa_tests {
 
 namespace {
 
-// One buffer of type `keyword`, whose elements are `unit` repeated; a unit has `perUnit` elements
-// of `bytesEach` bytes.
+// Returns one buffer of type `keyword`, whose elements are `unit` repeated. A unit has `perUnit`
+// elements of `bytesEach` bytes.
 GeneratedText bufferOf(std::size_t bytes, const char* keyword, unsigned bytesEach,
                        std::string_view unit, unsigned perUnit) {
   const std::size_t units = bytes / unit.size() + 1;
@@ -22,8 +22,8 @@ GeneratedText bufferOf(std::size_t bytes, const char* keyword, unsigned bytesEac
   return {text + "};", count * bytesEach};
 }
 
-// The exact middle between the largest subnormal double and the smallest normal one. Rounding it
-// correctly takes every digit.
+// The exact middle between the greatest subnormal double and the smallest normal double. Every
+// digit is necessary to round it correctly.
 constexpr char LONG_MIDDLE[] =
     "2."
     "22507385850720113605740979670913197593481954635164564802342610972482222202107694"
@@ -38,7 +38,7 @@ constexpr char LONG_MIDDLE[] =
     "861622771738545623065874679014086723327636"
     "e-308 ";
 
-// A buffer of one number that is as long as the text.
+// Returns a buffer of one number that is as long as the text.
 GeneratedText longNumber(std::size_t bytes, const char* keyword, const char* start, char digit,
                          const char* end) {
   return {"t n; n.a = " + std::string(keyword) + "[1] {" + start + std::string(bytes, digit) + end +
@@ -46,7 +46,8 @@ GeneratedText longNumber(std::size_t bytes, const char* keyword, const char* sta
           8};
 }
 
-// Statements that each declare a buffer of `bytesEach` bytes and give it one element.
+// Returns statements, each of which declares a buffer of `bytesEach` bytes and gives it one
+// element.
 GeneratedText sparseBuffers(std::size_t bytes, std::string_view unit, std::uint64_t bytesEach) {
   GeneratedText made = repeatUnit(bytes, "t n:", unit);
   const auto statements = std::count(made.text.begin(), made.text.end(), '{');
@@ -54,7 +55,7 @@ GeneratedText sparseBuffers(std::size_t bytes, std::string_view unit, std::uint6
   return made;
 }
 
-/// Writes a DEFLATE stream bit by bit, as hexadecimal digits.
+/// Writes the bits of a DEFLATE stream as hexadecimal digits.
 class BitWriter {
  public:
   void put(unsigned value, unsigned bits) {
@@ -64,7 +65,7 @@ class BitWriter {
     }
   }
 
-  /// Writes the code of a symbol, highest bit first.
+  /// Writes the code of a symbol, its highest bit first.
   void putCode(unsigned code, unsigned bits) {
     for (unsigned i = bits; i > 0; --i) put(code >> (i - 1) & 1U, 1);
   }
@@ -86,7 +87,8 @@ class BitWriter {
   unsigned filled_ = 0;
 };
 
-// A buffer of `declared` bytes with a zlib stream of the DEFLATE blocks that `block` writes.
+// Returns a buffer of `declared` bytes with a zlib stream. `block` writes the DEFLATE blocks of the
+// stream.
 GeneratedText compressedBlocks(std::size_t bytes, std::uint64_t declared,
                                void (*block)(BitWriter&)) {
   BitWriter out;
@@ -97,31 +99,32 @@ GeneratedText compressedBlocks(std::size_t bytes, std::uint64_t declared,
   return {out.text + "};", declared};
 }
 
-// A dynamic block with the shortest possible code tables: its only symbol is the end of the block.
+// Writes a dynamic block with the shortest possible code tables. Its only symbol is the end of the
+// block.
 void putTinyDynamicBlock(BitWriter& out) {
   out.put(0, 1);   // not the last block
   out.put(2, 2);   // dynamic codes
   out.put(0, 5);   // 257 symbols
   out.put(0, 5);   // 1 distance
-  out.put(14, 4);  // 18 code length codes, up to that of "1"
+  out.put(14, 4);  // 18 code length codes, up to the code for the length 1
   for (unsigned i = 0; i < 18; ++i) out.put(i == 2 || i == 17 ? 1 : 0, 3);
-  // Of the two 1-bit codes, "1" is the lower symbol and has the code 0, "18" has the code 1.
+  // Two code length codes have 1 bit: the code of 1 is 0, and the code of 18 is 1.
   out.put(1, 1), out.put(127, 7);  // 138 symbols without a code
-  out.put(1, 1), out.put(107, 7);  // 118 more
+  out.put(1, 1), out.put(107, 7);  // 118 more symbols without a code
   out.put(0, 1);                   // the end-of-block symbol has a 1-bit code
   out.put(0, 1);                   // the distance has a 1-bit code
-  out.put(0, 1);                   // end of block
+  out.put(0, 1);                   // the end of the block
 }
 
-// A dynamic block with codes of every length up to 15, for literals and for distances.
+// Writes a dynamic block with codes of every length up to 15, for literals and for distances.
 void putDeepDynamicBlock(BitWriter& out) {
-  // The code lengths 1 to 15 and "18" have 4-bit codes.
+  // The code lengths 1 to 15, and 18, have codes of 4 bits.
   out.put(0, 1), out.put(2, 2), out.put(0, 5), out.put(15, 5), out.put(15, 4);
   constexpr unsigned ORDER[] = {16, 17, 18, 0, 8, 7, 9, 6, 10, 5, 11, 4, 12, 3, 13, 2, 14, 1, 15};
   for (const unsigned symbol : ORDER)
     out.put(symbol >= 1 && symbol <= 15 ? 4 : symbol == 18 ? 4 : 0, 3);
   const auto putLength = [&](unsigned length) { out.putCode(length - 1, 4); };
-  // Fifteen literals with codes of 1 to 15 bits, then the end of block with the last 15-bit code.
+  // Fifteen literals have codes of 1 to 15 bits. The end of the block has the last code of 15 bits.
   for (unsigned length = 1; length <= 15; ++length) putLength(length);
   out.putCode(15, 4), out.put(127, 7);
   out.putCode(15, 4), out.put(241 - 138 - 11, 7);
@@ -147,22 +150,23 @@ std::string compressedZeros(std::uint64_t size) {
   return std::string(made.view());
 }
 
-// A buffer of zeros, compressed as densely as DEFLATE permits.
+// Returns a buffer of zeros that are compressed as much as DEFLATE permits.
 GeneratedText decompressionBomb(std::size_t bytes, std::uint64_t declared) {
   BitWriter out;
   out.text = "t n; n.a = byte[" + std::to_string(declared) + "] {.789c";
   out.text.reserve(bytes + 1024);
-  // Codes: literal 0 has 1 bit, length 258 and the end of block 2 bits, distance 1 has 1 bit.
+  // The literal 0 has a code of 1 bit, the length 258 and the end of the block have codes of 2
+  // bits, and the distance 1 has a code of 1 bit.
   out.put(0, 1), out.put(2, 2), out.put(29, 5), out.put(0, 5), out.put(14, 4);
   for (unsigned i = 0; i < 18; ++i) out.put(i == 2 || i == 17 || i == 15 ? (i == 2 ? 1 : 2) : 0, 3);
-  // Code length codes: "18" is 0, "1" is 10, "2" is 11.
+  // The code length codes are 0 for 18, 10 for 1, and 11 for 2.
   const auto skip = [&](unsigned count) { out.putCode(0, 1), out.put(count - 11, 7); };
-  out.putCode(2, 2);     // literal 0: one bit
-  skip(138), skip(117);  // 1 to 255
-  out.putCode(3, 2);     // 256: two bits
-  skip(28);              // 257 to 284
-  out.putCode(3, 2);     // 285: two bits
-  out.putCode(2, 2);     // distance 1: one bit
+  out.putCode(2, 2);     // the literal 0: one bit
+  skip(138), skip(117);  // the symbols 1 to 255: no code
+  out.putCode(3, 2);     // the end of the block: two bits
+  skip(28);              // the symbols 257 to 284: no code
+  out.putCode(3, 2);     // the length 258: two bits
+  out.putCode(2, 2);     // the distance 1: one bit
   out.putCode(0, 1);     // the first zero
   while (out.text.size() < bytes) out.putCode(3, 2), out.put(0, 1);
   out.align();

@@ -1,4 +1,4 @@
-// Applying the edits of findings.
+// Tests of applying the edits of findings.
 #include "tools/vsa/check/fix/apply_edits.h"
 
 #include <gtest/gtest.h>

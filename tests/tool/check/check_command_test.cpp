@@ -1,4 +1,4 @@
-// vsa check: what is printed for people, and the exit statuses.
+// Tests of vsa check: its output for people, and its exit statuses.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -17,7 +17,8 @@ class CheckCommandTest : public CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    // The texts assign twice for a narrowing, which is not what they are about.
+    // The texts narrow a value in a second assignment. The rule about two assignments is not tested
+    // here.
     write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
   }
 };
@@ -108,7 +109,7 @@ TEST_F(CheckCommandTest, StandardInputHasAName) {
   EXPECT_EQ(2, vsa("check - < .").status);
 }
 
-// A message whose log line has no position has one here, and none of them is 0.
+// Each finding has a position, even if its log line has none. No line or column is 0.
 TEST_F(CheckCommandTest, EveryMessageHasItsPlace) {
   struct Row {
     std::string text, line;

@@ -1,6 +1,9 @@
 #!/usr/bin/env -S python3 -B
-"""editors.py VSA [--editors]: what `vsa check --format line` prints is parsed as documented in docs/checking.md: by the
-problem matcher of GitHub, and with --editors by Vim's errorformat and Emacs' compilation-mode, too."""
+"""editors.py VSA [--editors]: checks that other programs recognise the output of `vsa check --format line`.
+
+The problem matcher of GitHub in docs/checking.md must find the expected places. With --editors, Vim's errorformat and
+Emacs' compilation-mode must find them, too.
+"""
 
 import json
 import pathlib
@@ -11,7 +14,7 @@ import tempfile
 
 ROOT = pathlib.Path(__file__).resolve().parents[3]
 
-# Messages with quotes, colons, hints, and a name that is long.
+# Texts whose messages have quotes, colons, hints and a long name.
 TEXTS = {
     "unknown.vsa": "lamp sun:\n  .power = 1e-5;\nlamp moon: .light = snu;\n\tmoon.power = [1 2;\n",
     "warnings.vsa": 'lamp a: .k = 1;\n.k = "C:\\new";\n.k = 2.5;\na.' + "n" * 300 + " |= b.c;\n",
@@ -21,7 +24,7 @@ LEVELS = {"error", "warning"}
 
 
 def documented(language, part):
-    """The block of code in docs/checking.md of that language that has `part`."""
+    """Returns the block of code in docs/checking.md that has that language and contains `part`."""
     page = (ROOT / "docs/checking.md").read_text(encoding="utf-8")
     blocks = re.findall(rf"```{language}\n(.*?)```", page, re.DOTALL)
     return next(block for block in blocks if part in block)

@@ -1,4 +1,4 @@
-// Source lines with carets.
+// Tests of excerpts: source lines with carets.
 #include "tools/vsa/check/output/excerpt.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,8 @@ using vsa_tools::excerptOf;
 
 class ExcerptTest : public CommandFixture {
  protected:
-  /// The excerpt of the bytes from `begin` up to `end` of a text of one line.
+  /// Returns the excerpt for the bytes from `begin` (inclusive) to `end` (exclusive) of a text of
+  /// one line.
   Excerpt excerpt(const std::string& line, std::size_t begin, std::size_t end,
                   std::size_t width = 40) {
     write("a.vsa", line);
@@ -36,8 +37,8 @@ TEST_F(ExcerptTest, CaretsAreUnderTheBytes) {
   const Row rows[] = {
       {"a.x = 1;\n", 6, 7, "a.x = 1;", "      ^"},
       {"a.x = 1;\r\n", 0, 3, "a.x = 1;", "^^^"},
-      {"abc", 3, 3, "abc", "   ^"},  // behind the end of the line
-      {"abc", 1, 1, "abc", " ^"},    // nothing is missing nothing
+      {"abc", 3, 3, "abc", "   ^"},  // after the end of the line
+      {"abc", 1, 1, "abc", " ^"},    // an empty range
       {"", 0, 0, "", "^"},           // an empty file
       {"\ta.x", 1, 2, "        a.x", "        ^"},
       {"ab\tc", 3, 4, "ab      c", "        ^"},
@@ -46,7 +47,7 @@ TEST_F(ExcerptTest, CaretsAreUnderTheBytes) {
       {"\xE4\xB8\x80 = 1", 0, 3, "\xE4\xB8\x80 = 1", "^^"},      // a wide character
       {"e\xCC\x81 = 1", 6, 7, "e\xCC\x81 = 1", "    ^"},         // a combining mark
       {"a\x1B[2Jb", 5, 6, "a\\x1b[2Jb", "        ^"},            // a control character
-      {"\xFF b", 2, 3, "\\xff b", "     ^"},                     // no UTF-8
+      {"\xFF b", 2, 3, "\\xff b", "     ^"},                     // a byte that is not UTF-8
       {"\xE2\x80\xAE"
        "b",
        3, 4, "\\u202eb", "      ^"},  // a direction mark
@@ -69,7 +70,7 @@ TEST_F(ExcerptTest, LongLinesAreCutAroundTheSourceRange) {
   const Excerpt end = excerpt(line, 207, 207, 20);
   EXPECT_EQ("...bbbbbbbbbbbbbb", end.line);
   EXPECT_EQ(std::string(17, ' ') + "^", end.carets);
-  const Excerpt wide = excerpt(line, 10, 200, 20);  // the source range does not fit
+  const Excerpt wide = excerpt(line, 10, 200, 20);  // the range is wider than the excerpt
   EXPECT_EQ(20u, wide.line.size());
   EXPECT_EQ("   ^^^^^^^^^^^^^^", wide.carets);
 }

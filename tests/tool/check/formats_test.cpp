@@ -1,4 +1,4 @@
-// The formats of vsa check: for editors, for CI and for other programs.
+// Tests of the output formats of vsa check: for editors, for CI and for other programs.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -23,7 +23,8 @@ class FormatsTest : public CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    // The texts assign twice for a narrowing, which is not what they are about.
+    // The texts narrow a value in a second assignment. The rule about two assignments is not tested
+    // here.
     write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
     write("w.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
     write("e.vsa", "lamp a: .s = \"\xC3\xA4\"; .s = 1;\n42;\n.k = 1; .k = \xE2\x82\xAC;\n");
@@ -32,14 +33,14 @@ class FormatsTest : public CommandFixture {
 
   std::string check(const std::string& arguments) { return vsa("check " + arguments).out; }
 
-  /// What the schema says against the output in stdout.txt; empty if nothing.
+  /// Returns the problems that the schema finds in stdout.txt, or an empty text.
   std::string problemsWith(const std::string& schema) {
     statusOf(std::string(VSA_TEST_DIR "/tool/check/schemas/validate.py " VSA_TEST_DIR "/") +
              schema + " <stdout.txt >problems.txt 2>&1 || echo not valid >>problems.txt");
     return content("problems.txt");
   }
 
-  /// A finding about the second line, with everything that a finding can have.
+  /// Returns a finding about the second line, with all members set.
   static Finding fullFinding() {
     Finding finding;
     finding.id = "some-rule";
@@ -59,7 +60,8 @@ class FormatsTest : public CommandFixture {
   }
 };
 
-// What Vim's errorformat, Emacs and a problem matcher of GitHub look for.
+// These lines have the form that Vim's errorformat, Emacs and a problem matcher of GitHub
+// recognise.
 TEST_F(FormatsTest, LinesAreRecognisedByEditors) {
   const testing::Matcher<std::string> line = testing::MatchesRegex(
       ".+:[1-9][0-9]*:[1-9][0-9]*: (error|warning|note): .* \\[[a-z0-9-]+\\]");
@@ -132,7 +134,8 @@ TEST_F(FormatsTest, SarifFollowsItsSchema) {
   ASSERT_EQ(5u, run["results"].size());
   const json region = run["results"][1]["locations"][0]["physicalLocation"]["region"];
   EXPECT_EQ("wrong-type", run["results"][1]["ruleId"]);
-  EXPECT_EQ(24, region["startColumn"]);  // in characters: one less than in bytes
+  // columns count characters, and one character has two bytes
+  EXPECT_EQ(24, region["startColumn"]);
   EXPECT_EQ(24, region["byteOffset"]);
   write("stdout.txt",
         "{\"version\":\"2.1.0\",\"runs\":[{\"tool\":{\"driver\":{\"name\":\"x\"}},"
@@ -174,7 +177,7 @@ TEST_F(FormatsTest, JunitCountsFailures) {
       rendered(FormatName::Junit, fullFinding()).find("a &lt;&quot;message&quot;&gt; &amp; more"));
 }
 
-// GitLab reads the attributes `file` and `line` of a test case besides.
+// GitLab also reads the attributes `file` and `line` of a test case, which are not in the schema.
 TEST_F(FormatsTest, JunitFollowsItsSchema) {
   for (const char* const files : {"clean.vsa", "clean.vsa w.vsa e.vsa missing.vsa"}) {
     check(std::string("-q --format junit ") + files);

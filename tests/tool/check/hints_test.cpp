@@ -1,4 +1,4 @@
-// The hints of vsa check: what each says, and what the text is after its edits.
+// Tests of the hints of vsa check: their texts, and the text of the file after their edits.
 #include "tools/vsa/check/hints/hints.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,8 @@ namespace {
 
 using vsa_tools::Finding;
 
-/// A text with a mistake, a part of its hint, and the text after the edits; empty without edits.
+/// A text with a mistake, a part of its hint, and the text after the edits. `fixed` is empty if
+/// there are no edits.
 struct HintRow {
   std::string_view text;
   std::string_view hint;
@@ -26,7 +27,7 @@ struct HintRow {
 };
 
 constexpr HintRow ROWS[] = {
-    // Statements.
+    // Wrong statements.
     {"lamp sun:\npower = 2.5;", "write `.power`", "lamp sun:\n.power = 2.5;"},
     {"foo;", "a declaration has a type and a name"},
     {"lamp sun\nlamp moon;", "end the statement with `;`", "lamp sun;\nlamp moon;"},
@@ -52,7 +53,7 @@ constexpr HintRow ROWS[] = {
     {".power = 2.5;", "write the node's name before the period"},
     {"# version: 2.1\n", "write `# version: 2`"},
     {"# colour conversion: srgb\n", "put a blank before the colon", "# colour conversion : srgb\n"},
-    // Characters and lists.
+    // Wrong characters and lists.
     {"lamp sun: .p = 50%;", "a number has no unit"},
     {"<?xml?>", "another format"},
     {"lamp sun { power = 1.0; }", "there are no blocks"},
@@ -78,7 +79,7 @@ constexpr HintRow ROWS[] = {
     {"m m: .k[ * ] = 1;", "write `[*]`", "m m: .k[*] = 1;"},
     {"m m: .k[] = 1;", "`[*]` to append"},
     {"lamp sun: .l = \"noon;\nlamp moon;\n", "close the string"},
-    // What follows a value.
+    // More text after a value.
     {"lamp sun: .p = 2.5\n.q = 1;", "end the statement with `;`", "lamp sun: .p = 2.5;\n.q = 1;"},
     {"lamp sun: .p = 1,5;", "not a decimal point", "lamp sun: .p = 1.5;"},
     {"lamp sun: .p = 1_000;", "no separators", "lamp sun: .p = 1000;"},
@@ -97,7 +98,7 @@ constexpr HintRow ROWS[] = {
     {"m m: .i = qaut(0 0 0 1);", "did you mean `quat`?", "m m: .i = quat(0 0 0 1);"},
     {"b b: .m = clay.out;\nc clay;", "written with `|=`", "b b: .m |= clay.out;\nc clay;"},
     {"lamp sun: .l = \"a\" \"b\";", "a value is one string"},
-    // Values.
+    // Wrong values.
     {"lamp sun: .p = 1e-05;", "write `1.0e-05`", "lamp sun: .p = 1.0e-05;"},
     {"lamp sun: .p = 5U;", "write `5u`", "lamp sun: .p = 5u;"},
     {"lamp sun: .p = 99999999999999999999;", "an integer has 64 bits"},
@@ -113,7 +114,7 @@ constexpr HintRow ROWS[] = {
     {"lamp sun: .v = mat3((1 0 0)(0 1 0)(0 0 1));", "put blanks between them",
      "lamp sun: .v = mat3((1 0 0) (0 1 0) (0 0 1));"},
     {"lamp sun: .c = rgba(1 2);", "3 or 4 numbers"},
-    // Names.
+    // Wrong names.
     {"lamp pendant;\npendnat.p = 1;", "did you mean `pendant`?", "lamp pendant;\npendant.p = 1;"},
     {"moon.p = 1;\nlamp moon;", "declare the node before this line"},
     {"lamp s;\nremove s;\ns.p = 1;", "removed before this line"},
@@ -136,7 +137,7 @@ constexpr HintRow ROWS[] = {
     {"ball b: .m = 1.0; .m = c;\nmat c;", "refers to a node if its first value does"},
     {"hintedLamp d: .shape = \"spot\";\n.shap = \"spot\";", "did you mean `shape`?",
      "hintedLamp d: .shape = \"spot\";\n.shape = \"spot\";"},
-    // Types.
+    // Wrong types.
     {"lamp s: .n = 1; .n = 2.7;", "write the first value as `1.0`", "lamp s: .n = 1.0; .n = 2.7;"},
     {"lamp s: .b = true; .b = 1;", "write `true` or `false`"},
     {"lamp s: .l = \"a\"; .l = 12;", "write `\"12\"`", "lamp s: .l = \"a\"; .l = \"12\";"},
@@ -148,7 +149,7 @@ constexpr HintRow ROWS[] = {
     {"m m: .k[0] = 1; .k = 5;", "element by element"},
     {"m m: .k = c; .k = \"c\";\nc c;", "write `c`", "m m: .k = c; .k = c;\nc c;"},
     {"m m: .k |= c.out; .k = 5;\nc c;", "before the input is connected"},
-    // Buffers.
+    // Wrong buffers.
     {"m m: .p = vec3f[6] {0 0 0, 1 0 0};", "write `[2]` for 6 numbers",
      "m m: .p = vec3f[2] {0 0 0, 1 0 0};"},
     {"m m: .p = vec3f[1] {0 0 0 1 2 3};", "write `[2]`", "m m: .p = vec3f[2] {0 0 0 1 2 3};"},
@@ -167,7 +168,7 @@ constexpr HintRow ROWS[] = {
     {"m m: .p = byte[2] {.1f8b08};", "zlib"},
 };
 
-// A type of its own: other tests of this program expect theirs to be open.
+// Registers a separate type, because the types in other tests of this program must be open.
 void declareHintedLamp() {
   using zn::korvo_sdk::AttrType;
   zn::korvo_sdk::registerNodeType(
@@ -263,7 +264,8 @@ TEST(Hints, NoteWhereTheReaderNoticesWhatIsOpen) {
   EXPECT_EQ(atEnd.notes[0].range.begin, (vsa::TextPosition{24, 2, 8}));
 }
 
-// Any place of a broken text: hints look at bytes around the source range.
+// Hints inspect bytes around the source range. For truncated texts, they must not read past the
+// end, and edits must be inside the text.
 TEST(Hints, AreMadeForEveryPrefixOfATextWithMistakes) {
   declareHintedLamp();
   for (const HintRow& row : ROWS) {
@@ -308,7 +310,7 @@ TEST(SimilarNames, AreFoundByEditDistance) {
   nearest.consider("colours");
   nearest.consider("colour");
   EXPECT_EQ(nearest.found()->name, "color");
-  EXPECT_FALSE(nearest.found()->isSure);  // "colours" is as near
+  EXPECT_FALSE(nearest.found()->isSure);  // "colours" has the same distance
   EXPECT_FALSE(vsa_tools::NearestName("x").found().has_value());
 }
 

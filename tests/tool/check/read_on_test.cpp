@@ -1,4 +1,4 @@
-// Reading on after fatal mistakes: each mistake of a text is reported once.
+// Tests of reading on after fatal mistakes: each mistake of a text is reported once.
 #include "tools/vsa/check/reading/read_on.h"
 
 #include <gtest/gtest.h>
@@ -20,12 +20,13 @@ class ReadOnTest : public CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    // The texts assign twice for a narrowing, which is not what they are about.
+    // The texts narrow a value in a second assignment. The rule about two assignments is not tested
+    // here.
     write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
   }
 };
 
-/// Everything that is found in a text, as LINE and id, sorted.
+/// Returns the line and the id of each finding in the output, sorted.
 std::vector<std::string> linesAndIds(const std::string& output) {
   std::vector<std::string> found;
   std::istringstream lines(output);
@@ -38,13 +39,14 @@ std::vector<std::string> linesAndIds(const std::string& output) {
   return found;
 }
 
-/// A statement with one mistake, `#` for a number that differs each time, and what is reported.
+/// A statement with one mistake, and the id of the finding. `#` is replaced by a number that
+/// differs each time.
 struct Mistake {
   const char* text;
   const char* id;
 };
 
-// Each of them is independent of the others, and leaves the following statements alone.
+// The mistakes are independent of each other, and do not affect the statements after them.
 constexpr Mistake MISTAKES[] = {
     {"good.x# = 1e-05;", "bad-token"},
     {"good.x# = ;", "bad-token"},
@@ -79,7 +81,7 @@ std::string numbered(std::string text, int number) {
   return text;
 }
 
-/// A text in which each mistake stands between right statements, and what has to be found in it.
+/// A text with mistakes between correct statements, and the expected findings.
 struct WrongText {
   std::string text = "thing good: .number = 1;\n";
   std::vector<std::string> expected;
@@ -190,12 +192,12 @@ TEST_F(ReadOnTest, ACountThatNoMemoryHoldsIsOneOfTheMistakes) {
 
 TEST_F(ReadOnTest, WhatOnlyFollowsIsNotReported) {
   const char* const texts[] = {
-      "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // what the statement would have declared
+      "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // the declaration that is missing afterwards
       "nobody.x = 1;\nnobody.y = 2;\n",             // the same missing node
-      ".x = 1;\n.y = 2;\n",                         // the same missing selection
-      "lamp a: .k = ;\n.x = 1;\n.y = 2;\n",         // the selection is kept
-      "lamp 3a:\n.x = 1;\n.y = 2;\n",               // a selection of an unknown node
-      "lamp a; a.s = \"never closed;\na.t = 1;\n",  // the string up to the end
+      ".x = 1;\n.y = 2;\n",                         // the same missing with node
+      "lamp a: .k = ;\n.x = 1;\n.y = 2;\n",         // the with node remains set
+      "lamp 3a:\n.x = 1;\n.y = 2;\n",               // a with node whose name is unknown
+      "lamp a; a.s = \"never closed;\na.t = 1;\n",  // a string up to the end of the text
   };
   for (const char* text : texts) {
     write("a.vsa", text);
@@ -204,8 +206,8 @@ TEST_F(ReadOnTest, WhatOnlyFollowsIsNotReported) {
   }
 }
 
-// Time must be proportional to the number of fatal mistakes: this took hours if each of them read
-// the text once more.
+// The time must be proportional to the number of fatal mistakes. If each of them caused another
+// reading of the text, this test would take hours.
 TEST_F(ReadOnTest, ManyFatalMistakesAreFound) {
   std::string text = "lamp a;\n";
   for (int i = 0; i < 20000; ++i) text += "a.x = 1e-05;\n";

@@ -1,4 +1,4 @@
-// docs/rules.md: every rule has a page, and the example on it is a finding of that rule.
+// Tests of docs/rules.md: each rule has a section, and the example in it is a finding of that rule.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -25,7 +25,7 @@ std::string contentOf(const char* file) {
   return text.str();
 }
 
-/// The types in the program of docs/types.md.
+/// Returns the types in the program of docs/types.md.
 std::vector<vsa::TypeDescription> exampleTypes() {
   const std::string page = contentOf(VSA_TEST_DIR "/../docs/types.md");
   const std::size_t begin = page.find("R\"(") + 3;
@@ -35,7 +35,8 @@ std::vector<vsa::TypeDescription> exampleTypes() {
   return types.types;
 }
 
-/// The page of a rule, from the line behind its heading to the next heading; empty without one.
+/// Returns the section of a rule, from the line after its heading to the next heading. Returns an
+/// empty text if there is none.
 std::string pageOf(const std::string& id) {
   const std::string all = contentOf(VSA_TEST_DIR "/../docs/rules.md");
   const std::string heading = "\n### " + id + "\n";
@@ -45,7 +46,7 @@ std::string pageOf(const std::string& id) {
   return all.substr(begin + heading.size(), end - begin - heading.size());
 }
 
-/// The content of the first block of VSA text on a page; empty without one.
+/// Returns the first block of VSA text in a section, or an empty text if there is none.
 std::string exampleOf(const std::string& page) {
   const std::string open = "```vsa\n";
   const std::size_t begin = page.find(open);

@@ -1,4 +1,5 @@
-// For each rule of vsa check, texts in which it fires and texts in which it does not.
+// The rows of the tests of rules: for each rule, texts that have a finding and texts that have
+// none.
 #pragma once
 
 #include <string>
@@ -10,8 +11,8 @@ using namespace std::string_view_literals;
 
 struct RuleRow {
   std::string id;
-  std::string_view fires;     ///< With the source range between « and ».
-  std::string_view isSilent;  ///< As similar as possible.
+  std::string_view fires;     // A text with a finding, whose range is between « and ».
+  std::string_view isSilent;  // A text without a finding that is as similar as possible.
 };
 
 const RuleRow RULE_ROWS[] = {

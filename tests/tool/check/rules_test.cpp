@@ -1,5 +1,5 @@
-// The rules of vsa check: for each a text in which it fires, with the source range between « and »,
-// and a text in which it does not.
+// Tests of the rules of vsa check. Each rule has a text with a finding, whose source range is
+// between « and », and a text without a finding.
 #include "tools/vsa/check/rules/rule.h"
 
 #include <gtest/gtest.h>
@@ -25,7 +25,7 @@ using vsa_tools::RuleSet;
 constexpr std::string_view OPEN = "«";
 constexpr std::string_view CLOSE = "»";
 
-/// A text without its marks, and the place between them.
+/// A text without its marks, and the range between the marks.
 struct Marked {
   explicit Marked(std::string_view marked) : text(marked) {
     begin = text.find(OPEN);
@@ -75,7 +75,7 @@ TEST(Rules, AreAllTested) {
   std::set<std::string> tested;
   for (const RuleRow& row : RULE_ROWS) tested.insert(row.id);
   for (const Rule& rule : vsa_tools::allRules()) {
-    const bool isOfTypes = std::string(rule.group) == "types";  // see type_rules_test.cpp
+    const bool isOfTypes = std::string(rule.group) == "types";  // type_rules_test.cpp tests these
     EXPECT_EQ(tested.count(rule.id), isOfTypes ? 0U : 1U) << rule.id;
   }
 }
@@ -132,7 +132,7 @@ TEST(Rules, NameTheKeywordThatMayBeMeant) {
   EXPECT_EQ("with", edits[0].text);
 }
 
-// The folder of large scenes is not part of a release.
+// The folder of large scenes is missing in a release, so it need not exist.
 TEST(Rules, OnByDefaultFindNothingInRealScenes) {
   const std::filesystem::path root = std::filesystem::path(VSA_TEST_DIR).parent_path();
   for (const std::filesystem::path& folder :

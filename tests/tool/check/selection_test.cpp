@@ -1,4 +1,4 @@
-// What is reported: levels, configuration files, comments and baselines.
+// Tests which findings are reported: levels, configuration files, comments and baselines.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -19,7 +19,7 @@ class SelectionTest : public CommandFixture {
     write("sub/deep/a.vsa", TEXT);
   }
 
-  /// A narrowing, which is a warning, and a wrong type, which is an error.
+  /// A text with a narrowing, which is a warning, and a wrong type, which is an error.
   static constexpr char TEXT[] = "lamp a: .k = 1;\n.k = 2.5;\n.k = \"x\";\n";
 
   std::string summary(const std::string& arguments) {

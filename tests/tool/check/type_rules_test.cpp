@@ -1,4 +1,4 @@
-// The rules that compare a scene with described node types.
+// Tests of the rules that compare a scene with described node types.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -39,7 +39,7 @@ constexpr std::string_view TYPES = R"({"types": {
 
 struct TypeRow {
   const char* id;
-  std::string_view fires;  // with the source range between « and »
+  std::string_view fires;  // a text with a finding, whose range is between « and »
   std::string_view isSilent;
   std::string_view hint = "";
 };

@@ -1,4 +1,4 @@
-// docs/types.schema.json: the names of types in it are those of the library.
+// Tests that the names of types in docs/types.schema.json are those of the library.
 #include <gtest/gtest.h>
 
 #include <fstream>

@@ -28,7 +28,7 @@ class FileListTest : public testing::Test {
     return (folder_ / name).native();
   }
 
-  /// The names below the folder of the test, without that folder.
+  /// Returns the names relative to the folder of the test.
   Names shortened(const Names& names) const {
     Names result;
     for (const std::string& name : names)

@@ -1,4 +1,4 @@
-// The walk over the inputs of a node.
+// Tests of the traversal of the inputs of a node.
 #include <gtest/gtest.h>
 
 #include <vsa/read.h>

@@ -1,4 +1,4 @@
-// Ctrl-C: what was found so far is printed, and the exit status is 130.
+// Tests of Ctrl-C: the command prints what it has found, and exits with the status 130.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,8 +11,8 @@ namespace {
 
 using InterruptTest = vsa_tests::CommandFixture;
 
-// Runs the command with a pipe that stays open, and sends SIGINT when it has printed something to
-// the file `shown`, or read the whole pipe.
+// Returns a shell command that runs vsa with a pipe as standard input. The pipe stays open. SIGINT
+// is sent when the shell condition `isReady` is true, at the latest after five seconds.
 std::string interrupted(const std::string& command, const std::string& isReady) {
   return "mkfifo pipe; { cat a.vsa; exec sleep 60; } >pipe & feeder=$!; "
          "env --default-signal=INT " VSA_COMMAND " " +

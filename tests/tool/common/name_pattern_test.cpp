@@ -1,4 +1,4 @@
-// Patterns for names.
+// Tests of patterns for names.
 #include <gtest/gtest.h>
 
 #include "tools/vsa/common/scene/name_pattern.h"
@@ -27,7 +27,8 @@ TEST(NamePatternTest, Table) {
   }
 }
 
-// A matcher that tries every place for every star needs 10000 to the power of 20 steps.
+// A pattern with many stars must not take exponential time. If a matcher tried every place for
+// every star, it would need 10000 to the power of 20 steps.
 TEST(NamePatternTest, ManyStarsInALongText) {
   std::string pattern;
   for (int i = 0; i < 20; ++i) pattern += "*a";

@@ -63,7 +63,7 @@ TEST_P(OrderedWorkersTest, AnExceptionReachesTheCaller) {
 }
 
 TEST_P(OrderedWorkersTest, AWorkerAtItsTurnFollowsAllEarlierResults) {
-  std::size_t consumed = 0;  // written by the consumer only while no worker has its turn
+  std::size_t consumed = 0;  // the consumer does not change it while a worker has its turn
   workInOrder(
       ITEMS, GetParam(),
       [&](std::size_t item, Turn& turn) {

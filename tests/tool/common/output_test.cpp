@@ -1,4 +1,4 @@
-// Output that cannot be written, descriptors that are closed, and file names that are unusual.
+// Tests of output that cannot be written, closed descriptors, and unusual file names.
 #include "tools/vsa/common/output/output.h"
 
 #include <gtest/gtest.h>
@@ -33,7 +33,7 @@ TEST_F(OutputTest, MessagesThatCannotBeWrittenAreStatusTwo) {
   EXPECT_EQ(statusOf(VSA_COMMAND " dump a.vsa 2>&- >stdout.txt"), 2);
 }
 
-// A file that is opened must not get the number of a closed descriptor.
+// A file that is opened must not get the number of a closed standard descriptor.
 TEST_F(OutputTest, ClosedDescriptorsAreNotTakenByFiles) {
   write("a.vsa", SCENE);
   statusOf(VSA_COMMAND " dump a.vsa <&- >&- 2>stderr.txt");

@@ -10,7 +10,7 @@
 namespace vsa_tools {
 namespace {
 
-/// What is written to a stream in memory.
+/// A fixture whose progress lines are written to a stream in memory.
 class ProgressTest : public testing::Test {
  protected:
   void TearDown() override {

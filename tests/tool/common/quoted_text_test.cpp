@@ -88,7 +88,7 @@ TEST(QuotedText, EachArgumentOfAMessageIsShortened) {
   for (const Row& row : rows) EXPECT_EQ(printedFrom(row), row.printed) << vsa::name(row.id);
 }
 
-// What a message quotes may contain the words of the message, and what looks like a conversion.
+// An argument may contain the words of its message, and characters that look like a conversion.
 TEST(QuotedText, AnArgumentWithTheWordsOfTheMessageIsShortened) {
   std::string name;
   for (int i = 0; i < 500; ++i) name += " to %s";

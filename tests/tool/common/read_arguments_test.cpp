@@ -1,4 +1,4 @@
-// The options that all commands share, and the budgets that they set.
+// Tests of the options that all commands share, and of the limits that they set.
 #include "tools/vsa/common/read_arguments.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 using ReadArgumentsTest = vsa_tests::CommandFixture;
 using CommandRun = vsa_tests::CommandOutcome;
 
-// A command with these options only.
+// A command that has only these options.
 class ReadingCommand final : public Command {
  public:
   explicit ReadingCommand(ReadArguments& arguments) : Command("read", ""), arguments_(arguments) {}
@@ -30,7 +30,7 @@ class ReadingCommand final : public Command {
   ReadArguments& arguments_;
 };
 
-// What the words after "read" set; null if they are wrong.
+// Returns the options that the words after "read" set, or nothing if the words are wrong.
 std::optional<vsa::ReadOptions> optionsOf(const std::string& words) {
   ReadArguments arguments;
   std::vector<std::unique_ptr<Command>> commands;
@@ -57,7 +57,7 @@ TEST(ReadArguments, Sizes) {
   }
 }
 
-// 28 bytes that declare gigabytes.
+// The text has 28 bytes and declares two gigabytes.
 TEST_F(ReadArgumentsTest, ATextMeetsTheDefaultBudgetOfMemory) {
   write("a.vsa", "t n:.b=byte[2000000000] {1};");
   for (const char* command : {"check", "dump", "convert"}) {
@@ -77,7 +77,7 @@ TEST_F(ReadArgumentsTest, MemoryAllowsMoreOrLess) {
   EXPECT_EQ(vsa("check --memory 1k a.vsa").status, 1);
 }
 
-// The memory of what the first file was refused is not missing for the second.
+// The memory that was refused to the first file is still available for the second file.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 TEST_F(ReadArgumentsTest, ARefusedBufferTakesNothingFromTheNextFile) {
   std::string evil = "t n;\n";

@@ -1,4 +1,4 @@
-// Values as short text.
+// Tests of values as short text.
 #include <gtest/gtest.h>
 
 #include <vsa/read.h>

@@ -1,4 +1,4 @@
-// vsa convert --types: former names become current ones.
+// Tests of vsa convert --types: former names are replaced by current names.
 #include "tests/tool/command_fixture.h"
 
 namespace {

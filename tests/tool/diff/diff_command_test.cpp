@@ -1,4 +1,4 @@
-// Runs `vsa diff` on files.
+// Tests of `vsa diff` with files.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -10,7 +10,7 @@ namespace {
 
 class DiffTest : public vsa_tests::CommandFixture {
  protected:
-  /// What a comparison of two texts prints. The status must fit.
+  /// Returns what a comparison of two texts prints. Expects the exit status for that.
   std::string diff(const std::string& a, const std::string& b, const std::string& options = "") {
     write("a.vsa", a);
     write("b.vsa", b);
@@ -183,7 +183,7 @@ TEST_F(DiffTest, NamesAreSafeForTerminals) {
   EXPECT_EQ(std::string::npos, json.find("\xC2\x9B"));
 }
 
-// A circle of links among 20,000 nodes, each of which has another name in the other file.
+// The links of 20,000 nodes are a cycle. In the other file, each node has another name.
 TEST_F(DiffTest, ManyRenamedNodesInACircle) {
   const auto circle = [](const std::string& prefix) {
     std::string text;
@@ -198,7 +198,7 @@ TEST_F(DiffTest, ManyRenamedNodesInACircle) {
   EXPECT_TRUE(out.starts_with("~ a a0 -> b0\n~ a a1 -> b1\n")) << out.substr(0, 100);
 }
 
-/// A git repository with one scene that was changed after it was committed.
+/// A fixture with a git repository. It has one scene, which was changed after it was committed.
 class GitDiffTest : public DiffTest {
  protected:
   void SetUp() override {
@@ -221,7 +221,7 @@ class GitDiffTest : public DiffTest {
   }
 };
 
-// The two recipes of docs/commands.md.
+// The tests below try the two recipes of docs/commands.md.
 TEST_F(GitDiffTest, AsAnExternalDiff) {
   const std::string configured =
       "git config diff.vsa.command 'f() { echo \"vsa diff $1\"\n  vsa diff \"$2\" \"$5\" || "

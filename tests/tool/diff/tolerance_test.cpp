@@ -1,4 +1,4 @@
-// When two numbers count as the same.
+// Tests of Tolerance, which decides whether two numbers count as equal.
 #include <gtest/gtest.h>
 
 #include <cstdint>

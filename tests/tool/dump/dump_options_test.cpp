@@ -1,4 +1,4 @@
-// vsa dump: its options. tests/tool/command_test.cpp has the dumps without options.
+// Tests of the options of vsa dump. tests/tool/command_test.cpp tests dumps without options.
 #include <nlohmann/json.hpp>
 #include <sstream>
 #include <string>

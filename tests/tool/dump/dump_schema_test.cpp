@@ -1,4 +1,5 @@
-// docs/dump.schema.json: the dumps of all cases and examples are valid, and others are not.
+// Tests of docs/dump.schema.json: the dumps of all cases and examples are valid, and wrong dumps
+// are not.
 #include <gtest/gtest.h>
 #include <rapidjson/document.h>
 #include <rapidjson/schema.h>

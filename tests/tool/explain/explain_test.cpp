@@ -1,4 +1,4 @@
-// vsa explain: every kind of finding has an explanation.
+// Tests of vsa explain: every kind of finding has an explanation.
 #include <gtest/gtest.h>
 
 #include <algorithm>

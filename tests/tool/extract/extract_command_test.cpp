@@ -1,4 +1,5 @@
-// vsa extract: which nodes it writes, and that the text stands alone.
+// Tests of vsa extract: which nodes it writes, and that its text can be read without the original
+// text.
 #include "tests/tool/command_fixture.h"
 
 namespace {

@@ -1,4 +1,4 @@
-// DeclaredNodes, with more names than its first table has room for.
+// Tests of DeclaredNodes with more names than fit into its first table.
 #include <gtest/gtest.h>
 
 #include <string>

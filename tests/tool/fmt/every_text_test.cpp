@@ -1,5 +1,5 @@
-// Formats every case, example and shared scene: the scene and the log stay the same, and a
-// formatted text does not change any more.
+// Formats every case, example and shared scene. The scene and the log must stay the same.
+// Formatting the formatted text again must not change it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -45,8 +45,8 @@ bool sameTokens(std::string_view a, std::string_view b) {
   return haveSameTokens(left, right);
 }
 
-/// What a reading leaves: the scene, and the messages without their positions, sorted because links
-/// are resolved in no particular order.
+/// The result of a reading: the scene, and the messages without their positions. The messages are
+/// sorted, because links are resolved in the order of addresses.
 struct Reading {
   explicit Reading(std::string_view text) : result(vsa::readText(text)) {
     for (const vsa::Diagnostic& found : result.diagnostics) {

@@ -1,4 +1,4 @@
-// vsa fmt: its options, files on disk, and its exit status.
+// Tests of vsa fmt: its options, files on disk, and its exit status.
 #include <sys/stat.h>
 
 #include <cstdlib>
@@ -149,13 +149,13 @@ TEST_F(FmtCommandTest, TellsWhenOutputCannotBeWritten) {
   EXPECT_NE(content("err.txt").find("cannot write"), std::string::npos);
 }
 
-// A list of 4 million numbers is formatted in less memory than it has bytes.
+// Formatting a list of 4 million numbers takes less memory than the size of its text.
 TEST_F(FmtCommandTest, StreamsLongLists) {
   std::string text = "t n;\nn.f = float[4000000] {";
   for (int i = 0; i < 4000000; ++i) text += i % 2 == 0 ? " 1.25 " : "-3,";
   write("a.vsa", text + "};");
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  EXPECT_EQ(vsa("fmt -i a.vsa").status, 0);  // sanitizers need more address space than the limit
+  EXPECT_EQ(vsa("fmt -i a.vsa").status, 0);  // sanitizers need more address space
 #else
   EXPECT_EQ(statusOf("ulimit -v 150000; " VSA_COMMAND " fmt -i a.vsa"), 0);
 #endif

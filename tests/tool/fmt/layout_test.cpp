@@ -1,4 +1,4 @@
-// The layout that vsa fmt gives a text: what docs/formatting.md says.
+// Tests of the layout that docs/formatting.md describes.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -41,7 +41,7 @@ TEST(LayoutTest, Comments) {
 
 TEST(LayoutTest, ListsThatFitStayOnTheirLine) {
   EXPECT_EQ(layoutOf(".p=vec3f[2]{0,0,0,1,0,0};"), "  .p = vec3f[2] {0 0 0 1 0 0};\n");
-  // 120 columns with the semicolon.
+  // This line has 120 columns, including the semicolon.
   const std::string longest =
       "  .p = int32[1] {" + std::string(50, '1') + ' ' + std::string(50, '2') + "};\n";
   ASSERT_EQ(longest.size(), 121U);

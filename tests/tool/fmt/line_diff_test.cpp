@@ -1,4 +1,4 @@
-// matchLines and printDiff: what they find, checked by applying it.
+// Tests of matchLines() and printDiff(): applying their result to one text gives the other text.
 #include <gtest/gtest.h>
 
 #include <cstdio>

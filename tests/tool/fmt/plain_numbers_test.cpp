@@ -1,4 +1,5 @@
-// The numbers in the middle of a list, found by masks, against one character after another.
+// Tests of the functions that find numbers in the middle of a list with masks. The expected results
+// come from a test of each character.
 #include <gtest/gtest.h>
 
 #include <random>

@@ -1,4 +1,4 @@
-// ShortListSource: a reading of what it delivers succeeds, fails and makes as that of the text.
+// Tests of ShortListSource: reading its text has the same result as reading the original text.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -57,7 +57,8 @@ TEST(ShortListSourceTest, EmptiesBuffers) {
   EXPECT_EQ(read.scene["n"]["b"].buffer().count(), 0U);
 }
 
-// Another assignment to the path would append another element. Such buffers fill the part.
+// A buffer that is appended is not replaced by an empty one, because another assignment would
+// append another element. Therefore its elements count for the size of the part.
 TEST(ShortListSourceTest, KeepsBuffersThatAreAppended) {
   EXPECT_EQ(delivered("t n; n.b[*] = byte[2] {1 2};"), "t n;\nn.b[*] = byte[2] {1 2};\n");
   const std::string text = "t n; n.b[*][*] = byte[1] {1}; n.b[*][*] = 2; n.b[1][*] = 3;";
@@ -71,7 +72,7 @@ TEST(ShortListSourceTest, KeepsBuffersThatAreAppended) {
   EXPECT_FALSE(isOnePart("n.b[*]"));
 }
 
-// Whether a list comes in pieces depends on the source, and must not matter.
+// A source may deliver a list in one piece or in several. The result must be the same.
 TEST(ShortListSourceTest, DeliversTheSameOfListsInPieces) {
   const std::string list = numbers(30000, "1.5, (2 3) ") + "{4} {} 5";
   for (const char* const count : {"90000", "70000", "9", "200000"}) {
@@ -141,7 +142,7 @@ TEST(ShortListSourceTest, BeginsPartsWithDeclarations) {
             (Parts{"define n;\n", "t m;\nremove m;\n", "t m;\n"}));
 }
 
-// What an earlier part assigned may decide whether these statements succeed.
+// These statements may fail because of a value that an earlier part assigned.
 TEST(ShortListSourceTest, EndsWhereANodeOfAnEarlierPartIsChanged) {
   for (const char* const statement :
        {"n.a = 2;", "n.a |= m.o;", "REMOVE n;", "t n;", "t n:", "with n: .a = 2;", ".a = 2;"}) {
@@ -156,7 +157,7 @@ TEST(ShortListSourceTest, EndsWhereANodeOfAnEarlierPartIsChanged) {
   }
 }
 
-// As small as a part is, the result is that of the whole text.
+// Even for very small parts, the result is the same as for the whole text.
 TEST(ShortListSourceTest, FindsMistakesInLaterParts) {
   const auto isComplete = [](const std::string& text) {
     StepSource source(text, 1 << 16);
@@ -177,7 +178,7 @@ std::string manyNodes(int count, const std::string& list) {
   return text;
 }
 
-// A formatted text has the same parts.
+// The parts do not depend on white space, so that a formatted text has the same parts.
 TEST(ShortListSourceTest, EndsPartsWhateverTheWhiteSpace) {
   const auto readingOf = [](const std::string& list) {
     const std::string text = manyNodes(100, list);
@@ -188,7 +189,8 @@ TEST(ShortListSourceTest, EndsPartsWhateverTheWhiteSpace) {
   EXPECT_EQ(readingOf("1 2 3"), readingOf("  1,  2\n\n  3"));
 }
 
-// Each statement belongs to one part.
+// The counts of the parts add up to the counts of the whole text, because each statement is in one
+// part.
 TEST(ShortListSourceTest, AddsUpWhatPartsMake) {
   const std::string text = manyNodes(1000, "1 2 3");
   StepSource whole(text, 1 << 16), inParts(text, 1 << 16);
