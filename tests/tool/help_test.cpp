@@ -1,4 +1,4 @@
-// Help, the version, and what is said about a misspelt command or option.
+// Tests of the help, the version, and the message about a misspelt command or option.
 #include <gtest/gtest.h>
 
 #include <string>

@@ -11,7 +11,7 @@ namespace vsa_tools {
 
 namespace {
 
-/// The lengths of the characters of `text`, 0 for an invalid byte.
+/// Returns the length in bytes of each character of `text`, and 0 for an invalid byte.
 std::vector<size_t> characterLengths(std::string_view text) {
   std::vector<size_t> lengths;
   forEachCharacter(

@@ -55,7 +55,7 @@ AttrData bufferValue(DataType type, std::initializer_list<Number> numbers) {
   return value;
 }
 
-/// Adds an input of every kind of value, two links, and nested inputs.
+/// Adds an input for every kind of value, two links, and nested inputs.
 void fill(Scene& scene) {
   scene.setFileVersion(3);
   scene.setFileTime("2024-01-01");
@@ -158,7 +158,7 @@ TEST(DumpJsonTest, EveryByteGivesValidJson) {
   EXPECT_EQ(127u + 128 * 3, read.size());
 }
 
-/// The lines of the nodes in a dump of the scene with an empty log and header.
+/// Returns the lines about nodes in a dump of the scene. The log and the header must be empty.
 std::string nodesOf(const Scene& scene) {
   constexpr std::string_view HEAD =
       R"({"result":true,"escaped":null,"log":[],"fileVersion":0,"fileTime":"","fileComments":[],)"
@@ -297,7 +297,7 @@ TEST(DumpJsonTest, NumbersAtTheLimitsOfTheirRanges) {
       R"({"name":"d","type":"Buffer","bufferType":"Double","count":4,"value":[1.7976931348623157e+308,5e-324,0.10000000149011612,1e+21]}]})");
 }
 
-// U+FFFD replaces each byte that is not valid UTF-8, in every text of a dump.
+// In every text of a dump, U+FFFD replaces each byte that is not valid UTF-8.
 TEST(DumpJsonTest, InvalidUtf8IsReplacedByteByByte) {
   const std::string bad = "\xE2\x82(\xC3\xA6\xFF\x80";
   const std::string shown = "\xEF\xBF\xBD\xEF\xBF\xBD(\xC3\xA6\xEF\xBF\xBD\xEF\xBF\xBD";

@@ -1,4 +1,4 @@
-// A scene that records its calls, and a node in it that texts assign to.
+// Assign: a fixture with a scene that records its calls, and a node to which texts assign.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -19,7 +19,7 @@ using vsa_tests::LoggedLines;
 using vsa_tests::string;
 using Lines = std::vector<std::string>;
 
-/// A scene with a node n that texts are read into.
+/// A scene with a node n. Texts are read into the scene.
 class Assign : public testing::Test {
  protected:
   Assign() { node_ = scene_.add("lamp", "n"); }
@@ -29,13 +29,13 @@ class Assign : public testing::Test {
     return VsaParser().parse(&scene_, string(bytes));
   }
 
-  /// The scene calls of a text that parses without errors.
+  /// Returns the calls of the scene for a text. Expects that the text has no errors.
   Lines calls(const std::string& bytes) {
     EXPECT_TRUE(read(bytes)) << bytes;
     return scene_.options.calls;
   }
 
-  /// The log of a text that fails.
+  /// Returns the log of a text. Expects that the text has an error.
   Lines errors(const std::string& bytes) {
     const LoggedLines log;
     EXPECT_FALSE(read(bytes)) << bytes;

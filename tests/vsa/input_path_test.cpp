@@ -1,4 +1,4 @@
-// Input paths as tokens: path(), its suffixes, and collapse().
+// Tests of input paths as tokens: path(), its suffixes, and collapse().
 #include <gtest/gtest.h>
 
 #include <string>
@@ -11,7 +11,8 @@ namespace {
 using vsa_tests::PrimedParser;
 using vsa_tests::text;
 
-/// The tokens of the path, separated by blanks, and then the remaining tokens; "-" without a path.
+/// Returns the tokens of the path and then the remaining tokens, with blanks between them. Returns
+/// "-" instead of a path if there is none.
 std::string pathOf(const std::string& bytes) {
   PrimedParser primed(bytes);
   const std::string before = primed.ahead();

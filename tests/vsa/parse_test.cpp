@@ -1,4 +1,4 @@
-// The entry points: resetting the header, a null scene, and the report.
+// Tests of the entry points: the reset of the header, a null scene, and the report.
 #include <vsa/parse.h>
 
 #include <gtest/gtest.h>

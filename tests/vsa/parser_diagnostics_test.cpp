@@ -1,4 +1,4 @@
-// Thrown and logged messages, with the position of the token consumed last.
+// Tests of thrown and logged messages. Their position is that of the token that was consumed last.
 #include <gtest/gtest.h>
 
 #include <cstdarg>
@@ -19,7 +19,8 @@ using vsa_tests::PrimedParser;
 using vsa_tests::thrownBy;
 using Lines = std::vector<std::string>;
 
-/// A parser that has consumed a token at line 4, column 9, and an input for the messages.
+/// A fixture with a parser that has consumed a token at line 4, column 9, and an input for the
+/// messages.
 class Diagnostics : public testing::Test {
  protected:
   Diagnostics() : input_(options_, "lamp1.count", AttrType::Int) {
@@ -105,14 +106,14 @@ TEST(DiagnosticPositions, AreOfTheTokenConsumedLast) {
   EXPECT_EQ(thrownBy([&] { primed.parser.parseError("x"); }), "PARSE ERROR (2,5): x.");
 }
 
-/// Stores the reported diagnostics.
+/// A sink that stores the diagnostics.
 class Records final : public DiagnosticSink {
  public:
   void report(const Diagnostic& diagnostic) override { all.push_back(diagnostic); }
   std::vector<Diagnostic> all;
 };
 
-/// A scene whose findNode throws an error of its own.
+/// A scene whose findNode() throws an exception.
 class ThrowingScene final : public NoScene {
  public:
   interfaces::INode* findNode(const String&) override { throw std::runtime_error("no index"); }

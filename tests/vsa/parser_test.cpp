@@ -1,4 +1,4 @@
-// The ring of three tokens, the statement loop, and the exceptions that propagate from it.
+// Tests of the ring of three tokens, the statement loop, and the exceptions that propagate from it.
 #include "vsa/parser.h"
 
 #include <gtest/gtest.h>
@@ -92,7 +92,8 @@ TEST(VsaParser, ConsumeThrowsWhenItLexesAnInvalidToken) {
   EXPECT_EQ(primed.ahead(), "a b c");
 }
 
-// The ring and the token consumed last, with positions: "head 1: Id<b>1,3 Id<c>2,1 ...".
+// Returns the ring and the token that was consumed last, with positions: "head 1: Id<b>1,3 Id<c>2,1
+// ...".
 std::string ringText(const VsaParser& parser) {
   std::string shown = "head " + std::to_string(parser.head) + ':';
   for (std::int32_t i = 0; i < parser.lookahead; ++i) {
@@ -125,7 +126,7 @@ TEST(VsaParser, ThrowingSourceLeavesTheConsumedTokenInItsSlot) {
   EXPECT_EQ(thrownBy([&] { parser.consume(); }), "gone");
   EXPECT_EQ(ringText(parser), "head 2: Id<c>2,1 Real<4.5>2,5 Semicolon<;>2,6 | current Id<c>2,1");
   EXPECT_EQ(tokenText(parser.lastLexed), "Semicolon<;>2,6");
-  // The source continues. The parser consumes the same token again.
+  // The source continues after the exception, and the parser consumes the same token again.
   EXPECT_EQ(tokenText(parser.consume()), "Id<c>2,1");
   EXPECT_EQ(parser.head, 0);
 }
@@ -186,7 +187,8 @@ TEST(VsaParserParse, InvalidCharacterAfterTheThirdTokenIsLogged) {
   EXPECT_EQ(reading.thrown, "");
   EXPECT_EQ(reading.log, Lines{"error: INVALID TOKEN (1,5): '}'"});
   EXPECT_EQ(reading.calls, Lines{});
-  // It stops the previous statement if it is at most three tokens ahead.
+  // An invalid token that is at most three tokens ahead ends the reading before the previous
+  // statement.
   EXPECT_EQ(read("a b; c d }").calls, Lines{});
   EXPECT_EQ(read("a b; c d e }").calls, Lines{"createNode a b <>"});
 }
@@ -218,7 +220,8 @@ TEST(VsaParserParse, UnterminatedTokenInsideAStatementIsAnError) {
 }
 
 TEST(VsaParserParse, StatementParsersAreTriedInOrder) {
-  // Each matches the declaration syntax, but only "with" is parsed as a declaration.
+  // All these texts have the syntax of a declaration, but `remove` and `define` before `;` are
+  // directives.
   EXPECT_EQ(read("remove a;").calls, Lines{"removeNode a"});
   EXPECT_EQ(read("define a;").calls, Lines{"defineNode a"});
   EXPECT_EQ(read("with a:").calls, Lines{"createNode with a <>"});
@@ -273,14 +276,14 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
   const LoggedLines log;
   EXPECT_FALSE(VsaParser().parse(&scene, String("a b; b.c |= b.out; b.r = b;")));
   EXPECT_EQ(log.lines(), Lines{"error: unwilling"});
-  // No reference is set and no input is released.
+  // No reference is set, and no input is released.
   EXPECT_EQ(scene.options.calls, (Lines{"createNode a b <>", "b.createInput c Null", "b.c.retain",
                                         "b.createInput r Null", "b.r.retain"}));
 }
 
 // --- sinks that throw ---
 
-/// Accepts the first `taken` messages and throws at each later one.
+/// A sink that accepts the first `taken` messages and throws at each later message.
 template <class Error>
 class ThrowingSink final : public LogSink {
  public:
@@ -346,7 +349,8 @@ Reading readUntilTheSourceThrows(const std::string& bytes) {
   return reading;
 }
 
-// The lexer reads one character ahead: lexing the third token also reads the character after it.
+// The lexer reads one character ahead. To lex the third token, it also reads the character after
+// it.
 TEST(VsaParserParse, SourceExceptionInTheFirstThreeTokensPropagates) {
   for (const char* const bytes : {"", "a", "a ", "a b", "a b;"}) {
     const Reading reading = readUntilTheSourceThrows(bytes);
@@ -365,7 +369,7 @@ TEST(VsaParserParse, SourceExceptionAfterTheThirdTokenIsLogged) {
     EXPECT_EQ(reading.log, Lines{"error: gone"}) << bytes;
     EXPECT_EQ(reading.calls, Lines{}) << bytes;
   }
-  // The file's position is where the source threw, and another read continues there.
+  // The position of the file is where the source threw, and another read continues there.
   HostScene scene;
   const LoggedLines log;
   File file(new InterruptedSource("a b; c d;", 5));
@@ -380,8 +384,8 @@ TEST(VsaParserParse, SourceExceptionAfterTheThirdTokenIsLogged) {
   EXPECT_EQ(later.calls, Lines{"createNode a b <>"});
 }
 
-// The parser consumes the token at the head before it calls the lexer. When the source throws,
-// `current` is the consumed token, and its slot still contains it.
+// The parser consumes the token at the head before it calls the lexer. If the source throws,
+// `current` is the consumed token, and the slot of that token still contains it.
 TEST(Ring, SlotKeepsTheConsumedTokenWhenTheSourceThrows) {
   FileLexer lexer(File(new vsa_tests::InterruptedSource("a b c d", 6)));
   VsaParser parser;

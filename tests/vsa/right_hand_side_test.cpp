@@ -1,4 +1,4 @@
-// Right-hand sides: connections, values, references, and the position of each error.
+// Tests of right-hand sides: connections, values, references, and the position of each error.
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -141,7 +141,7 @@ TEST(Value, Errors) {
       {"= c.d;", "BAD TOKEN (1,4): expected ';', found '.'."},
       {"= 1", "BAD TOKEN (1,3): expected ';', found 'EOF'."},
       {"= 1 2;", "BAD TOKEN (1,5): expected ';', found '2'."},
-      // A literal that does not convert is reported at the next token.
+      // If a literal does not convert, the error is reported at the next token.
       {"= vec3(1 2);", "BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."},
       {"= 1-2 ;", "BAD TOKEN (1,7): expected '(scalar|buffer|reference)', found ';'."},
       {"= 5U;", "BAD TOKEN (1,5): expected '(scalar|buffer|reference)', found ';'."},
@@ -192,7 +192,7 @@ TEST(Reference, IgnoresOtherTokens) {
   }
 }
 
-// The record keeps the data of a literal that does not convert.
+// If a literal does not convert, the record still contains its data.
 TEST(Value, RecordAfterAFailedConversion) {
   {
     PrimedParser primed("= 5U n;");

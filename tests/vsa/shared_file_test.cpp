@@ -1,6 +1,6 @@
-// A file that the reader shares with its host. At every call of the scene, the log sink or a
-// source, the file's position is right after the reader's lookahead character, whatever the block
-// size. The reader continues after the bytes that the host reads during the call.
+// Tests of a file that the reader and its host share. At each call of the scene, the log sink or a
+// source, the position of the file is after the reader's lookahead character, for any block size.
+// The reader continues after the bytes that the host reads during the call.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -24,10 +24,10 @@ using vsa_tests::LoggedLines;
 using vsa_tests::memoryFile;
 using Lines = std::vector<std::string>;
 
-// How many bytes a source delivers at a time; 0: no limit.
+// The maximum number of bytes that a source delivers at a time. 0 means no limit.
 constexpr std::size_t BLOCKS[] = {0, 1, 2, 3, 7};
 
-/// Up to `count` bytes, one at a time.
+/// Reads at most `count` bytes, one at a time.
 std::string readBytes(File& file, std::size_t count) {
   std::string bytes;
   signed char c = 0;
@@ -39,12 +39,12 @@ std::string readRest(File& file) {
   return readBytes(file, std::string::npos);
 }
 
-/// The result of one read during which the host used its own handle of the file.
+/// The result of a read during which the host also used the file.
 struct SharedRead {
   bool result = false;
   Lines calls;
   Lines log;
-  std::string rest;  // the unread bytes of the file afterwards
+  std::string rest;  // the bytes of the file that are not read
 
   friend bool operator==(const SharedRead&, const SharedRead&) = default;
 };
@@ -56,7 +56,8 @@ void PrintTo(const SharedRead& read, std::ostream* out) {
   *out << "\n  rest <" << read.rest << '>';
 }
 
-/// Reads `bytes` and calls `use` with the host's handle at every recorded call of the scene.
+/// Reads `bytes`. At each recorded call of the scene, calls `use` with the host's handle of the
+/// file.
 SharedRead readShared(const std::string& bytes, std::size_t block,
                       const std::function<void(File&, const std::string&)>& use) {
   File file = memoryFile(bytes, block);
@@ -71,8 +72,8 @@ SharedRead readShared(const std::string& bytes, std::size_t block,
   return read;
 }
 
-// The reader is three tokens ahead: when `a b;` is executed, `c d ;` has been lexed, and the blank
-// after it is the lookahead.
+// The reader is three tokens ahead. When it executes `a b;`, it has already lexed `c d ;`, and the
+// blank after that is its lookahead character.
 TEST(SharedFile, SceneReadsAfterTheLookahead) {
   for (const std::size_t block : BLOCKS) {
     Lines seen;
@@ -183,7 +184,7 @@ TEST(SharedFile, NestedReadConsumesTheRest) {
   }
 }
 
-// A nested reader that fails has lexed three tokens after the failed statement.
+// When a nested reader fails, it has already lexed three tokens after the failed statement.
 TEST(SharedFile, OuterReadContinuesAfterANestedRead) {
   for (const std::size_t block : BLOCKS) {
     HostScene inner;
@@ -198,7 +199,7 @@ TEST(SharedFile, OuterReadContinuesAfterANestedRead) {
   }
 }
 
-/// Reads one byte of a file whenever something is logged.
+/// A sink that reads one byte of the file for each message.
 class ReadingSink final : public LogSink {
  public:
   explicit ReadingSink(File& file) : file_(file) {}
@@ -239,7 +240,7 @@ TEST(SharedFile, FileIsAtItsEndDuringLinkResolution) {
   }
 }
 
-/// Delivers bytes in blocks, and calls `onRead` before each.
+/// A source that delivers bytes in blocks and calls `onRead` before each block.
 class WatchedSource final : public ByteSource {
  public:
   WatchedSource(std::string bytes, std::size_t block) : bytes_(std::move(bytes)), block_(block) {}
@@ -312,7 +313,7 @@ TEST(SharedFile, SourceMayDropTheHandleOfATextBeingRead) {
   }
 }
 
-/// Claims to have delivered more bytes than requested.
+/// A source that returns a greater number of bytes than was requested.
 class OverreportingSource final : public ByteSource {
  public:
   std::size_t read(char* to, std::size_t capacity) override {
@@ -333,7 +334,8 @@ TEST(SharedFile, OverreportedByteCountIsClamped) {
   EXPECT_FALSE(file.read(c));
 }
 
-// An exception of the scene stops the parse. The file's position stays right after the lookahead.
+// An exception of the scene ends the parse. The position of the file remains after the lookahead
+// character.
 TEST(SharedFile, FileIsAfterTheLookaheadWhenTheSceneThrows) {
   for (const std::size_t block : BLOCKS) {
     const SharedRead read = readShared("a b; c d; e f;", block, [](File&, const std::string&) {

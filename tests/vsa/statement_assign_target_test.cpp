@@ -1,4 +1,4 @@
-// The assignment to a target: checks, conversions, untyped elements, enumerations.
+// Tests of the assignment to a target: checks, conversions, untyped elements, and enumerations.
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -85,7 +85,7 @@ TEST_F(AssignTarget, UntypedBuffersGetATypeBeforeTheValueIsAssigned) {
   EXPECT_EQ(calls("n.a[3] = byte[0] {};"),
             (Lines{"n.a.appendElement", "n.a.appendElement", "n.a[2].set Buffer Byte",
                    "n.a[3].set Buffer Byte", "n.a[3].assign Buffer Byte 0"}));
-  // A rejected value sets no type.
+  // A rejected value gives no element a type.
   EXPECT_EQ(calls("n.a[5] |= n.o;").size(), 5U);
   const LoggedLines log;
   EXPECT_EQ(calls("n.a[0] = byte[0] {};"), Lines{});
@@ -96,7 +96,7 @@ TEST_F(AssignTarget, UntypedBuffersGetATypeBeforeTheValueIsAssigned) {
                    "n.a[0].assign Buffer Float 0"}));
 }
 
-// An element of type Array whose isArray() is false accepts a plain value.
+// An element of type Array accepts a plain value if its isArray() returns false.
 TEST_F(AssignTarget, UntypedNestedArraysGetATypeBeforeTheValueIsAssigned) {
   HostInput* const array = node_->add("a", AttrType::Array);
   array->elements = AttrType::Array;
@@ -105,20 +105,20 @@ TEST_F(AssignTarget, UntypedNestedArraysGetATypeBeforeTheValueIsAssigned) {
   element(array, 2)->elements = AttrType::Real;
   EXPECT_EQ(calls("n.a[1] = [5];"), (Lines{"n.a[0].set Array Null", "n.a[1].set Array Null",
                                            "n.a[3].set Array Null", "n.a[1].assign Array"}));
-  // They are still untyped, so the next value sets them again.
+  // The elements are still untyped, so the next value sets their types again.
   EXPECT_EQ(calls("n.a[1] = [];").size(), 4U);
   const LoggedLines log;
   EXPECT_EQ(calls("n.a[0] = [5];"), Lines{});
   EXPECT_EQ(log.lines(), Lines{"error: TYPE ERROR (1,13): expected Array @ n.a[0] but found [5]."});
 }
 
-// The earlier link of an input is found among very many pending links.
+// Among very many pending links, a later link of an input must replace the earlier one.
 TEST_F(AssignTarget, LaterLinkReplacesTheEarlierAmongMany) {
   std::string earlier;
   std::string later;
   for (int i = 0; i < 500; ++i) {
     const std::string number = std::to_string(i);
-    if (i % 2 == 0) node_->add("r" + number, AttrType::Null);  // created before it has a link
+    if (i % 2 == 0) node_->add("r" + number, AttrType::Null);  // created before its first link
     earlier += "n.r" + number + " = nosuch; n.c" + number + " |= nosuch.out;";
     later += "n.r" + number + " = n; n.c" + number + " |= n.out;";
   }
@@ -135,7 +135,8 @@ TEST_F(AssignTarget, LaterLinkReplacesTheEarlierAmongMany) {
   EXPECT_EQ(countOf(".connect n.out"), 500);
 }
 
-// A host may change its arrays during a parse. Each assignment uses the current untyped elements.
+// A fixture whose host changes its array during a parse. Each assignment must find the elements
+// that are untyped then.
 class ChangingArray : public Assign {
  protected:
   ChangingArray() {
@@ -144,7 +145,7 @@ class ChangingArray : public Assign {
     node_->add("now", AttrType::Int);
   }
 
-  /// The scene calls of the text when the host calls `change` at each `n.now = 1;`.
+  /// Returns the calls of the scene for the text. The host calls `change` at each `n.now = 1;`.
   template <class Change>
   Lines callsWhen(const std::string& bytes, const Change& change) {
     scene_.options.onCall = [&](const std::string& line) {
@@ -216,7 +217,7 @@ class Colours final : public interfaces::IEnumeration {
   bool isEmpty_;
 };
 
-/// An enumeration that adds each assigned value of its input.
+/// An enumeration to which each assigned value of its input is added.
 class ExtensibleColours final : public interfaces::IEnumeration {
  public:
   explicit ExtensibleColours(const std::vector<std::string>& calls) : calls_(calls) {}

@@ -1,4 +1,4 @@
-// Path resolution: every call on a host's scene, and scenes that refuse calls.
+// Tests of path resolution: every call of a host's scene, and scenes that refuse calls.
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -64,7 +64,7 @@ TEST_F(Assign, FormerNamesAreTranslatedEverywhere) {
   EXPECT_EQ(calls("l.old = 1;"), (Lines{"l.createInput new Int", "l.new.assign Int 1"}));
   EXPECT_EQ(calls("l.o.old = 1;"),
             (Lines{"l.createInput o Object", "l.o.createInput new Int", "l.o.new.assign Int 1"}));
-  // Indices are translated too. Messages quote the original text.
+  // Indices are translated, too. Messages contain the original text.
   EXPECT_EQ(calls("l.i[9] = 1;"), (Lines{"l.createArray i Int", "l.i.appendElement",
                                          "l.i.appendElement", "l.i[1].assign Int 1"}));
   EXPECT_EQ(calls("n.old = 1;")[0], "n.createInput old Int");
@@ -89,7 +89,7 @@ TEST_F(Assign, Indices) {
   EXPECT_EQ(scene_.options.calls, Lines{});
 }
 
-// A number does not skip unprintable characters, and the message contains them.
+// Unprintable characters are not skipped in a number, and the message contains them.
 TEST_F(Assign, IndicesWithUnprintableCharacters) {
   using namespace std::string_literals;
   EXPECT_EQ(errors("n.a[\x01 2] = 1;"),
@@ -97,13 +97,13 @@ TEST_F(Assign, IndicesWithUnprintableCharacters) {
   EXPECT_EQ(errors("n.b[2\x7f] = 1;"),
             Lines{"error: PARSE ERROR (1,12): invalid input array index: [2\x7f]."});
   EXPECT_EQ(calls("n.c[\t1\r\n] = 1;").back(), "n.c[1].assign Int 1");
-  // The token's text ends at the NUL.
+  // The text of the token ends at the NUL.
   EXPECT_EQ(calls("n.d[2\0 9] = 1;"s).back(), "n.d[2].assign Int 1");
   EXPECT_EQ(errors("n.e[\0002] = 1;"s),
             Lines{"error: PARSE ERROR (1,12): invalid input array index: [."});
 }
 
-// A reference after a literal that does not convert requires the literal's type.
+// A reference after a literal that does not convert requires the type of that literal.
 TEST_F(Assign, ReferenceAfterAFailedConversion) {
   EXPECT_EQ(calls("n.a = 5U n;"),
             (Lines{"n.createInput a Int", "n.a.retain", "n.a.setNode n", "n.a.release"}));
@@ -148,7 +148,7 @@ TEST_F(Assign, ArrayReturnsNoElement) {
   EXPECT_EQ(errors("n.a[0] = 1;"), Lines{"error: PARSE ERROR (1,11): input 'n.a[0]' not found.."});
 }
 
-// hasInput returns true and input returns null: the reader creates the input.
+// hasInput() returns true, but input() returns null. Then the reader creates the input.
 TEST_F(Assign, ExistingInputThatIsNotReturnedIsCreated) {
   read("n.a = 1; n.o.p = 1; n.l[0] = 1;");
   scene_.options.losesInputs = true;
@@ -196,7 +196,7 @@ TEST_F(Assign, TargetIsQueriedInOrder) {
   EXPECT_EQ(queries("n.a = 1;"), Lines{"n.a.isArray"});
 }
 
-// The links of an input are stored by its address, even after its node is removed.
+// A link is stored for the address of its input, even after a node is removed.
 TEST_F(Assign, InputReturnedAgainAfterNodeRemoval) {
   scene_.options.forgetsInputs = true;
   EXPECT_EQ(calls("n.a |= x.one; remove m; n.a |= null;"),
@@ -204,8 +204,9 @@ TEST_F(Assign, InputReturnedAgainAfterNodeRemoval) {
                    "n.a.disconnect", "n.a.release"}));
 }
 
-// A scene may hide an input and later return the same object as a new one. Each link is looked up
-// in its table first, so the input has one entry, is retained once, and its last link is used.
+// A scene may hide an input and later return it as if it were new. The reader first looks for the
+// input in the table of links. Therefore the input has one entry and is retained once, and its last
+// link is used.
 TEST_F(Assign, HiddenInputHasOneEntry) {
   scene_.options.forgetsInputs = true;
   EXPECT_EQ(calls("n.a |= x.one; n.a |= null;"),
@@ -217,14 +218,15 @@ TEST_F(Assign, HiddenInputHasOneEntry) {
                    "n.b.release"}));
 }
 
-// The names of every element are translated by the type of the node, declared or not.
+// The type of the node translates the names of all elements. The reader requests the type for each
+// element, even if the type is not declared.
 TEST_F(Assign, NodeTypeIsRequestedForEveryElement) {
   EXPECT_EQ(calls("n.a[1].b = 1;").back(), "n.a[1].b.assign Int 1");
   EXPECT_EQ(scene_.options.typesAsked, 3);
 }
 
-// A host may declare a type when it is asked for the type of a node. The name after it is then
-// translated already, on a short path as on a long one.
+// A host may declare a type when the reader requests the type of a node. The next name is then
+// translated, on short and on long paths.
 TEST_F(Assign, TypeMayBeDeclaredWhenItIsRequested) {
   ASSERT_FALSE(anyNodeTypes());
   scene_.options.onTypeAsked = [] {
@@ -246,8 +248,9 @@ TEST_F(Assign, WithNode) {
   EXPECT_EQ(calls("lamp n: .a = 1;"), (Lines{"n.createInput a Int", "n.a.assign Int 1"}));
 }
 
-// The name of the node precedes the path in messages. The scene is asked for it in each statement
-// that begins with ".", once, after the right-hand side and before the inputs of the path.
+// Messages contain the name of the with node before the path. In each statement that begins with
+// ".", the reader requests the name once. That is after the right-hand side and before the inputs
+// of the path.
 TEST_F(Assign, WithNodeIsAskedForItsName) {
   EXPECT_EQ(calls("lamp n: .a = 1; .b[0].c = \"x\"; .d |= n.o; .e = n; .f = vec2(1 2);").size(),
             16U);
@@ -268,14 +271,14 @@ TEST_F(Assign, WithNodeIsAskedForItsNameBeforeItsInputs) {
   }
 }
 
-// A node that is renamed when its type is asked has its former name in the message.
+// If a node is renamed when its type is requested, the message contains the former name.
 TEST_F(Assign, MessageHasTheNameFromBeforeTheInputs) {
   scene_.options.refusesInputs = true;
   scene_.options.onTypeAsked = [this] { node_->rename("other"); };
   EXPECT_EQ(errors("lamp n: .a = 1;"), Lines{"error: PARSE ERROR (1,15): input 'n.a' not found.."});
 }
 
-// An exception of the host leaves the parser even if no message needs the name.
+// An exception of name() propagates from the parser even if no message contains the name.
 TEST_F(Assign, ExceptionOfTheNameOfTheWithNode) {
   scene_.options.onNameAsked = [] { throw std::logic_error("name"); };
   EXPECT_THROW(read("lamp n: .a = 1;"), std::logic_error);
@@ -287,7 +290,7 @@ TEST_F(Assign, MissingNodes) {
             Lines{"error: PARSE ERROR (1,16): node 'nosuch.a[1]' not found ."});
   EXPECT_EQ(errors("nosuch.a |= n.o;"),
             Lines{"error: PARSE ERROR (1,16): node 'nosuch.a' not found ."});
-  // The right-hand side is parsed first.
+  // The right-hand side is parsed before the node is looked up.
   EXPECT_EQ(errors("nosuch.a = ;"),
             Lines{"error: BAD TOKEN (1,12): expected '(scalar|buffer|reference)', found ';'."});
 }
@@ -334,16 +337,16 @@ TEST_F(Assign, NestedArrayWithAnotherElementType) {
 
 TEST_F(Assign, UntypedArrayGetsTheTypeOfItsFirstElement) {
   node_->add("x", AttrType::Array);
-  // In the middle of a path, an untyped array accepts only links: its element type is not the
-  // required one.
+  // In the middle of a path, an untyped array accepts only links, because its element type is not
+  // the required type.
   EXPECT_EQ(errors("n.x[0] = 1;"),
             Lines{"error: TYPE ERROR (1,11): cannot assign Int to Array @ n.x."});
   EXPECT_EQ(calls("n.x[0] = n;"), (Lines{"n.x.set Array Null", "n.x.appendElement", "n.x[0].retain",
                                          "n.x[0].setNode n", "n.x[0].release"}));
 }
 
-// The type decides how elements are looked up. isArray() decides which type check is made in the
-// middle of a path.
+// The type of the input decides whether it is indexed. isArray() decides only which type check is
+// made in the middle of a path.
 TEST_F(Assign, ArrayIsIndexedEvenIfIsArrayIsFalse) {
   HostInput* const array = node_->add("a", AttrType::Array);
   array->deniesBeingArray = true;
@@ -376,7 +379,7 @@ TEST_F(Assign, CreatedInputsRemainWhenResolutionFails) {
   EXPECT_EQ(scene_.options.calls, (Lines{"n.createInput a Object", "n.a.createArray b Int"}));
 }
 
-// The lexer rejects "[x]", so the test calls the resolver directly.
+// The test calls the resolver directly, because the lexer rejects "[x]".
 TEST_F(Assign, NonNumericIndexIsQuotedAsWritten) {
   AssignInfo info;
   for (const Token& token :

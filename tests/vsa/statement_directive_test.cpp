@@ -1,5 +1,5 @@
-// Comments and directives, called directly: what they recognise, what they ignore, and `with`,
-// which the statement loop never reaches.
+// Tests of comments and directives, with direct calls: what they recognise and what they ignore.
+// One of them is `with`, which the statement loop never reaches.
 #include <gtest/gtest.h>
 
 #include <string>
@@ -15,7 +15,7 @@ using vsa_tests::PrimedParser;
 using vsa_tests::text;
 using Lines = std::vector<std::string>;
 
-/// The name that a recogniser finds, or "-" when it consumes nothing.
+/// Returns the name that a recogniser finds, or "-" if it consumes nothing.
 template <class Info>
 std::string recognised(bool (VsaParser::*recogniser)(Info&), const std::string& bytes) {
   PrimedParser primed(bytes);
@@ -170,7 +170,7 @@ TEST(With, FallsBackToTheLastDefinedNodeOfThatType) {
   primed.parser.definedNodes.push_back(primed.scene.add("settings", "s1"));
   primed.parser.definedNodes.push_back(primed.scene.add("settings", "s2"));
   primed.parser.definedNodes.push_back(primed.scene.add("lamp", "l"));
-  primed.scene.add("settings", "s3");  // not defined by `define`
+  primed.scene.add("settings", "s3");  // not created by `define`
   EXPECT_TRUE(primed.parser.parseWith());
   EXPECT_EQ(primed.parser.withNode, primed.scene.findNode("s2"));
   EXPECT_EQ(primed.scene.options.calls, Lines{});
@@ -216,7 +216,7 @@ TEST(Comments, HeaderWords) {
       {"# file time: now", {"setFileTime <now>", "pushFileComment <# file time: now>"}},
       {"# a: time: b", {"setFileTime <time: b>", "pushFileComment <# a: time: b>"}},
       {"# version: 3 time: x",
-       {"pushFileComment <# version: 3 time: x>"}},  // "3 time: x" is no number
+       {"pushFileComment <# version: 3 time: x>"}},  // "3 time: x" is not a number
       {"# time: version: 3", {"pushFileComment <# time: version: 3>"}},
   };
   for (const CommentRow& row : rows) {

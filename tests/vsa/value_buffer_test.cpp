@@ -1,4 +1,5 @@
-// Buffer literals: every keyword, the elements in memory, and too many or too few elements.
+// Tests of buffer literals: every keyword, the elements in memory, and too many or too few
+// elements.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -22,7 +23,7 @@ using vsa_tests::thrownBy;
 using vsa_tests::tokenText;
 using Lines = std::vector<std::string>;
 
-/// Frees the memory of a literal.
+/// Reads a literal. The destructor frees its memory.
 class Literal {
  public:
   explicit Literal(const std::string& bytes) : primed_(bytes) {}
@@ -150,7 +151,8 @@ TEST(Buffer, EveryKeyword) {
   }
 }
 
-// Only single-byte components may be compressed. For all others, "." begins a number.
+// Only buffers with components of one byte may be compressed. In all other buffers, "." begins a
+// number.
 TEST(Buffer, KeywordsThatMayBeCompressed) {
   const unsigned char bytes[] = {9, 8, 7};
   const std::string packed = text(compress(bytes, sizeof bytes));
@@ -228,8 +230,8 @@ TEST(Buffer, Errors) {
       {"uint64[1] {5U}", "PARSE ERROR (1,14): Failed to read 'uint64' buffer.."},
       {"vec3f[1] {1 2 3 4}", "BUFFER ERROR (1,18): Cannot add 4 @ index 3 of vec3f[1].."},
       {"vec3f[1] {1 2 3 4-5 6}", "BUFFER ERROR (1,22): Cannot add 4-5 @ index 3 of vec3f[1].."},
-      // Every field is checked against the buffer's size before a field that does not convert is
-      // reported.
+      // Each number is first checked against the size of the buffer. A number that does not convert
+      // is reported after that.
       {"int32[1] {1.5 2}", "BUFFER ERROR (1,16): Cannot add 2 @ index 1 of int32[1].."},
       {"int32[1] {1.5 2 }", "BUFFER ERROR (1,17): Cannot add 2 @ index 1 of int32[1].."},
       {"float[18446744073709551615] {}",
@@ -258,7 +260,7 @@ TEST(Buffer, Errors) {
   }
 }
 
-// A number does not skip unprintable characters, and the message contains them.
+// Unprintable characters are not skipped in a number, and the message contains them.
 TEST(Buffer, CountsWithUnprintableCharacters) {
   using namespace std::string_literals;
   EXPECT_EQ(Literal("byte[\x01 2] {1 2}").error(),
@@ -268,7 +270,7 @@ TEST(Buffer, CountsWithUnprintableCharacters) {
   Literal spaces("byte[\t2\r\n\v\f] {1 2}");
   ASSERT_TRUE(spaces.read());
   EXPECT_EQ(spaces.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2}));
-  // The token's text ends at the NUL.
+  // The text of the token ends at the NUL.
   Literal cut("byte[2\0 9] {1 2}"s);
   ASSERT_TRUE(cut.read());
   EXPECT_EQ(cut.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2}));
@@ -320,7 +322,7 @@ TEST(Buffer, NumbersOfManyForms) {
   EXPECT_EQ(bytes.numbers<signed char>(), (std::vector<signed char>{-128, 127, -1, 0}));
 }
 
-// A brace-list text may end in a blank: "{1 }".
+// The text of a brace list may end with a blank: "{1 }".
 TEST(Buffer, BlanksAtTheEnds) {
   for (const char* const bytes : {"byte[1] {1, }", "byte[1] { 1 }", "byte[1] {,1,}"}) {
     Literal literal(bytes);
@@ -349,7 +351,7 @@ TEST(Buffer, Compressed) {
   Literal whole("rgba8[1] {" + packed + "}");
   ASSERT_TRUE(whole.read());
   EXPECT_EQ(whole.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2, 3, 4}));
-  // A shorter result is accepted without a message.
+  // Compressed data may have fewer bytes than the buffer, without a message.
   Literal shorter("rgba8[2] {" + packed.substr(0, 5) + ' ' + packed.substr(5) + "}");
   const LoggedLines log;
   ASSERT_TRUE(shorter.read());
@@ -421,8 +423,8 @@ TEST(ParseElem, OtherTypesStoreNothing) {
   }
 }
 
-// A matrix that does not convert leaves components in the payload, and the buffer after it is read
-// into the same record.
+// A matrix that does not convert leaves components in the record. The buffer after it is read into
+// the same record.
 TEST(Buffer, PayloadAfterTheBufferIsZeroWhenAMatrixFailedBefore) {
   PrimedParser primed("mat3(1 2 3 4 5 6 7 8 1-2) float[2] {1.5 2};");
   AssignInfo info;
@@ -445,7 +447,7 @@ TEST(Buffer, PayloadAfterTheBufferIsZeroWhenAMatrixFailedBefore) {
   std::free(buffer.memory);
 }
 
-// The same in a statement: the value is the buffer.
+// In a statement, the value is then the buffer.
 TEST(Buffer, FollowsAMatrixThatFailed) {
   HostScene scene;
   const LoggedLines log;

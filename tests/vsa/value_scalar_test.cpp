@@ -1,4 +1,4 @@
-// Scalar literals: the type and the payload of each.
+// Tests of scalar literals: the type and the value of each.
 #include <gtest/gtest.h>
 #include <malloc.h>
 
@@ -22,8 +22,8 @@ using vsa_tests::tokenText;
 using vsa_tests::visible;
 using namespace std::string_literals;
 
-/// "Type value" of the literal, "failed Type" when it was consumed and did not convert, "-" when
-/// nothing was consumed.
+/// Returns "Type value" for a literal, "failed Type" if it was consumed but did not convert, or "-"
+/// if nothing was consumed.
 std::string scalarOf(const std::string& bytes) {
   PrimedParser primed(bytes);
   const std::string before = primed.ahead();
@@ -113,7 +113,7 @@ TEST(Scalar, Strings) {
       {R"("a\"b\\\n")", R"(String <a"b\\n>)"},
       {"\"\xc3\xa9\"", "String <\\xc3\\xa9>"},
       {R"("\u00e9\q")", R"(String <\xc3\xa9\q>)"},
-      // The token's text ends at the NUL, and its last character is removed as if it were the
+      // The text of the token ends at the NUL. Its last character is removed as if it were the
       // closing quote.
       {"\"abc\0d\""s, "String <ab>"},
       {"\"a\0\""s, "String <>"},
@@ -122,7 +122,8 @@ TEST(Scalar, Strings) {
   expectScalars(rows);
 }
 
-// The allocation is the characters and the NUL, even if escapes made the text longer.
+// The allocated block has the size of the characters and the NUL, even if the text with escape
+// sequences was longer.
 TEST(Scalar, StringAllocationHasTheExactSize) {
   const auto bytesOf = [](const std::string& characters) {
     PrimedParser primed('"' + characters + '"');
@@ -160,7 +161,7 @@ TEST(Scalar, EveryTupleKeyword) {
       {"mat3(1 2 3 4 5 6 7 8 9)", "Mat3 1 2 3 4 5 6 7 8 9"},
       {"mat4(1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16)",
        "Mat4 1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16"},
-      // One number less.
+      // The tuple has one number too few.
       {"vec2(1)", "failed Vec2"},
       {"vec3(1 2)", "failed Vec3"},
       {"vec4(1 2 3)", "failed Vec4"},
@@ -170,7 +171,7 @@ TEST(Scalar, EveryTupleKeyword) {
       {"rgba(1 2)", "failed Rgba"},
       {"mat3(1 2 3 4 5 6 7 8)", "failed Mat3"},
       {"mat4(1 2 3 4 5 6 7 8 9 10 11 12 13 14 15)", "failed Mat4"},
-      // No list, or no keyword.
+      // The list or the keyword is wrong.
       {"vec3", "-"},
       {"vec3 {1 2 3}", "-"},
       {"vec3[3]", "-"},
@@ -202,8 +203,8 @@ TEST(Scalar, TupleForms) {
   expectScalars(rows);
 }
 
-/// The same after replacing the token in the ring by `made`: callers of the parser's members may
-/// create tokens themselves.
+/// Returns the value of a literal in which the text of one token is replaced by `made`. Callers of
+/// the parser's members may create such tokens.
 std::string scalarOfTokens(const std::string& bytes, std::uint64_t slot, const std::string& made) {
   PrimedParser primed(bytes);
   primed.parser.tokens[slot].text = vsa_tests::string(made);
@@ -227,8 +228,8 @@ TEST(Scalar, ParenthesesAtTheEndsOfAList) {
   }
 }
 
-/// The components that remain after reading `list` as the tuple of `keyword`: "failed 1 0". The
-/// lexer accepts no such list.
+/// Returns the components after `list` was read as the tuple of `keyword`, such as "failed 1 0".
+/// The lexer does not accept such lists.
 std::string componentsOf(const std::string& keyword, const std::string& list) {
   PrimedParser primed(keyword + "(7 7 7 7)");
   primed.parser.tokens[1].text = vsa_tests::string(list);
@@ -240,8 +241,8 @@ std::string componentsOf(const std::string& keyword, const std::string& list) {
   return shown;
 }
 
-// A word that is not a number makes the tuple fail. A colour whose fourth word is not a number has
-// the first three numbers.
+// A tuple fails if a word is not a number. A colour whose fourth word is not a number has the first
+// three numbers.
 TEST(Scalar, WordsThatAreNoNumbers) {
   EXPECT_EQ(componentsOf("vec2", "(1 x)"), "failed 1 0");
   EXPECT_EQ(componentsOf("vec2", "(x 2)"), "failed 0 2");

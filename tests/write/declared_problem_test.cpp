@@ -1,5 +1,5 @@
-// What a text cannot carry because a node's type is declared: inputs, values, links and former
-// names that the declaration does not allow.
+// Tests of what a text cannot represent because a node's type is declared: inputs, values, links
+// and former names that the declaration does not allow.
 #include <gtest/gtest.h>
 
 #include <vsa/scene/node_type.h>
@@ -18,7 +18,7 @@ using zn::korvo_sdk::Input;
 using zn::korvo_sdk::Node;
 namespace reasons = vsa::impl::reasons;
 
-/// A scene whose node `lamp` was made while its type was open.
+/// A fixture with a node `lamp` that was created before its type was declared.
 class OpenThenDeclared : public testing::Test {
  protected:
   void TearDown() override { zn::korvo_sdk::unregisterNodeType("lateLamp"); }
@@ -72,7 +72,8 @@ TEST_F(OpenThenDeclared, ValuesThatAreRefused) {
   expectRefused(made.scene, "lamp", ".filter", reasons::REFUSED_VALUE);
 }
 
-// A declared input that takes links only: a text leaves out the value that every new input has.
+// The declared inputs accept only links. The text omits their values, because every new input has
+// them.
 TEST_F(OpenThenDeclared, ZerosThatAreRefused) {
   using zn::korvo_sdk::InputDeclaration;
   zn::korvo_sdk::NodeType type;

@@ -1,4 +1,4 @@
-// Files that a test writes: a folder of its own, and child processes.
+// WriteFile: a fixture for tests that write files, and a function that runs a child process.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ namespace vsa_tests {
 
 namespace fs = std::filesystem;
 
-/// A folder that exists during a test.
+/// A fixture with a folder that exists during a test.
 class WriteFile : public testing::Test {
  protected:
   WriteFile() {
@@ -36,7 +36,7 @@ class WriteFile : public testing::Test {
         std::distance(fs::directory_iterator(folder), fs::directory_iterator()));
   }
 
-  /// Expects the old file and no other.
+  /// Expects that the folder contains only the old file.
   void expectOld() const {
     EXPECT_EQ(contentOf(path), "old\n");
     EXPECT_EQ(filesInFolder(), 1u);

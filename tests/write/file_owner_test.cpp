@@ -1,5 +1,5 @@
-// The permissions of a file that is replaced, where its owner is another user. Only root can give a
-// file away and act as another user: for others all files here are their own.
+// Tests of the permissions of a replaced file whose owner is another user. Only root can change the
+// owner of a file and act as another user. Without root, all files here belong to the same user.
 #include <fcntl.h>
 #include <grp.h>
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ bool isRoot() {
   return ::geteuid() == 0;
 }
 
-/// The process acts as another user while this object exists, if it is root.
+/// Makes the process act as another user while the object exists, if the process belongs to root.
 class OtherUser {
  public:
   OtherUser(gid_t group, gid_t shared)
@@ -58,7 +58,7 @@ class OtherUser {
 
 class WriteFileOfAnotherUser : public WriteFile {
  protected:
-  /// A file with these permissions.
+  /// Writes the old file with this owner, group and mode.
   void putOldOf(uid_t user, gid_t group, mode_t mode) const {
     putOld();
     ASSERT_EQ(isRoot() ? ::chown(path.c_str(), user, group) : 0, 0);
@@ -66,7 +66,8 @@ class WriteFileOfAnotherUser : public WriteFile {
     ASSERT_EQ(::chmod(folder.c_str(), 0777), 0);
   }
 
-  /// Replaces the file as a user of `group` and `shared`. Returns the permissions it has then.
+  /// Replaces the file as another user, whose groups are `group` and `shared`. Returns the mode of
+  /// the new file.
   mode_t replacedBy(gid_t group, gid_t shared) const {
     SceneBuilder made;
     {
@@ -90,7 +91,8 @@ TEST_F(WriteFileOfAnotherUser, RootKeepsTheOwner) {
   }
 }
 
-// The new file would act with the rights of its new owner, and its group is another one.
+// The new file has another owner and another group. It must not run with the rights of its owner,
+// and the group loses its permissions.
 TEST_F(WriteFileOfAnotherUser, OthersLoseWhatTheOwnerAndTheGroupHad) {
   putOldOf(0, 0, 04775);
   EXPECT_EQ(replacedBy(OTHER_GROUP, OTHER_GROUP), isRoot() ? 0705u : 04775u);

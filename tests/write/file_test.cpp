@@ -1,5 +1,5 @@
-// Files are replaced in one step: whatever happens to a writing, the old file or the new one is
-// there, and nothing else.
+// Tests that files are replaced in one step. Even if writing fails, the folder contains either the
+// old file or the new one, and no other file.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
@@ -189,7 +189,7 @@ TEST_F(WriteFile, LinkThatLeadsToItself) {
 
 std::atomic<int> signals = 0;
 
-// A pipe takes some 64 KiB; the writing of the rest waits for the reader, and signals interrupt it.
+// A pipe has room for some 64 KiB. The writer then waits for the reader, and signals interrupt it.
 TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
   const fs::path pipe = folder / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
@@ -225,7 +225,7 @@ TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
   EXPECT_EQ(received, vsa::writeText(made.scene).text);
 }
 
-/// A replacement whose descriptor the program has closed by mistake.
+/// A replacement whose file descriptor was closed by mistake.
 class ClosedReplacement {
  public:
   explicit ClosedReplacement(const fs::path& path) {

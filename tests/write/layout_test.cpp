@@ -1,4 +1,4 @@
-// The layout of a text, by the options.
+// Tests of the layout options for writing a text.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -101,7 +101,7 @@ TEST(Layout, CompressedBytes) {
   EXPECT_NE(text.find(".f = float[1] {1};"), std::string::npos) << text;
 }
 
-/// The lines of a text of one buffer of small numbers.
+/// Returns the lines of a text with one buffer of small numbers.
 std::vector<std::string> linesOf(DataType type, std::size_t count, const WriteOptions& options) {
   SceneBuilder made;
   const std::size_t bytes = count * zn::korvo_sdk::elementBytes(type);

@@ -1,4 +1,5 @@
-// The memory of a writing, however large the scene is, and writings without memory.
+// Tests of the memory for writing: it does not depend on the size of the scene, and a failed
+// allocation is reported.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -31,7 +32,7 @@ class CountingSink final : public vsa::Sink {
   std::uint64_t bytes = 0;
 };
 
-/// Nodes, arrays, strings and buffers that make some 15 MB of text.
+/// Adds nodes, arrays, strings and buffers that need some 15 MB of text.
 void fill(Scene& scene) {
   SceneBuilder made;
   for (int i = 0; i < 150000; ++i) {
@@ -94,7 +95,8 @@ TEST(WriteMemory, DeepScenesAreWalkedWithoutRecursion) {
   EXPECT_EQ(dumpOf(made.scene), dumpOf(again));
 }
 
-/// A scene whose writing takes every kind of memory: names of temporary files, paths, problems.
+/// Makes a scene whose writing requires every kind of memory: names of temporary files, paths, and
+/// problems.
 void fillSmall(SceneBuilder& made) {
   made.array("array", AttrType::Object).appendElement();
   SceneBuilder::setBuffer(made.input("b", AttrType::Buffer), DataType::Byte,
@@ -102,7 +104,7 @@ void fillSmall(SceneBuilder& made) {
   made.input("a name that is no identifier and fits no small string", AttrType::Bool);
 }
 
-/// The number of new files that were left beside `path`.
+/// Returns the number of temporary files that remain in the folder of `path`.
 std::size_t newFilesBeside(const std::filesystem::path& path) {
   const std::string start = "." + path.filename().string() + ".";
   std::size_t count = 0;

@@ -1,5 +1,5 @@
-// What a text cannot carry: each is found before anything is written, with its node, its input and
-// the reason, and a lossy text has the rest.
+// Tests of what a text cannot represent. Each problem is found before anything is written, with its
+// node, its input and the reason. A lossy text contains everything else.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -44,7 +44,7 @@ TEST(WriteProblems, NamesOfInputsAndMembers) {
     made.input("kept", AttrType::Bool);
     expectRefused(made.scene, "n", std::string(".") + name, reasons::INPUT_NAME);
     EXPECT_EQ(lossyText(made.scene), "thing n:\n  .kept = false;\n");
-    if (*name == '[') continue;  // the scene takes no such member
+    if (*name == '[') continue;  // the scene accepts no such member
     member.input("o", AttrType::Object).createInput(name, AttrType::Bool);
     expectRefused(member.scene, "n", std::string(".o.") + name, reasons::INPUT_NAME);
   }

@@ -1,4 +1,4 @@
-// Scenes as text and back: what is compared, and how a scene is read.
+// Helpers of the round-trip tests: they read a scene from a text, and compare two scenes.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -14,14 +14,15 @@
 
 namespace vsa_tests {
 
-/// Reads `text` into `scene`, as a file is read: the header starts with version 1.
+/// Reads `text` into `scene` like a file: the version in the header is first set to 1.
 inline vsa_tools::ReadOutcome readInto(zn::korvo_sdk::Scene& scene, std::string_view text) {
   if (scene.fileVersion() == 0) scene.setFileVersion(1);
   return vsa_tools::captureRead(
       [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text)); });
 }
 
-/// Everything that a text can put into a scene, as text; reals so that they read back.
+/// Returns everything that a text can represent in a scene. Reals are written so that they read
+/// back.
 inline std::string dumpOf(const zn::korvo_sdk::Scene& scene) {
   vsa_tools::ReadOutcome complete;
   complete.result = true;
@@ -30,7 +31,7 @@ inline std::string dumpOf(const zn::korvo_sdk::Scene& scene) {
   return out.text();
 }
 
-/// Expects that the scene that is read from a text of `scene` is the same one, without a message.
+/// Expects that a text of `scene` is read back as the same scene without a message.
 inline void expectCarried(const zn::korvo_sdk::Scene& scene,
                           const vsa::WriteOptions& options = {}) {
   const vsa::TextResult written = vsa::writeText(scene, options);
@@ -42,7 +43,7 @@ inline void expectCarried(const zn::korvo_sdk::Scene& scene,
   EXPECT_EQ(dumpOf(scene), dumpOf(again)) << written.text;
 }
 
-/// Expects one problem and no text.
+/// Expects that the scene has exactly one problem, and that no text is written.
 inline void expectRefused(const zn::korvo_sdk::Scene& scene, std::string_view node,
                           std::string_view input, std::string_view reason) {
   const vsa::TextResult written = vsa::writeText(scene);
@@ -55,7 +56,7 @@ inline void expectRefused(const zn::korvo_sdk::Scene& scene, std::string_view no
   EXPECT_EQ(written.problems[0].reason, reason);
 }
 
-/// The text that is written in spite of the problems.
+/// Returns the text that is written although there are problems.
 inline std::string lossyText(const zn::korvo_sdk::Scene& scene) {
   vsa::WriteOptions options;
   options.lossy = true;

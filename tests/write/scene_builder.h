@@ -1,4 +1,4 @@
-// Scenes as a program makes them, with values that a text may not have.
+// SceneBuilder: builds scenes in a program, even with values that a text cannot represent.
 #pragma once
 
 #include <cstdlib>
@@ -15,7 +15,7 @@ namespace vsa_tests {
 inline constexpr double INF = std::numeric_limits<double>::infinity();
 inline constexpr double NAN_OF_TEXT = std::numeric_limits<double>::quiet_NaN();
 
-/// A scene with one node `n` of type `thing`, and shorthands that make inputs of it.
+/// A scene with one node `n` of type `thing`, and functions that add inputs to it.
 class SceneBuilder {
  public:
   using AttrType = zn::korvo_sdk::AttrType;
@@ -61,7 +61,7 @@ class SceneBuilder {
     input.assign(data);
   }
 
-  /// `bytes` of memory with the elements of `type`.
+  /// Sets a buffer with a copy of `size` bytes, which are elements of `type`.
   static void setBuffer(Input& input, DataType type, const void* bytes, std::size_t size) {
     zn::korvo_sdk::AttrData data;
     data.type = AttrType::Buffer;
@@ -77,7 +77,7 @@ class SceneBuilder {
     setBuffer(input, type, numbers.data(), numbers.size() * sizeof(Number));
   }
 
-  /// An input whose text has some megabytes.
+  /// Adds an input that needs some megabytes of text.
   void fillLarge() {
     setBuffer(input("x", AttrType::Buffer), DataType::Double, std::vector<double>(1000000, 0.1));
   }

@@ -1,4 +1,4 @@
-// Sinks of the host: what they receive, and what it means when they fail or throw.
+// Tests of sinks of the host: what they receive, and what happens if they fail or throw.
 #include <gtest/gtest.h>
 
 #include <exception>
@@ -82,7 +82,7 @@ TEST(WriteSink, FailureNeedsNoMessage) {
   EXPECT_EQ(result.message, "");
 }
 
-/// Throws a copy of `thrown` instead of a message, and of the text.
+/// A sink whose error() throws. write() fails if `writes` is true, and otherwise throws.
 template <class Thrown>
 class ThrowingErrorSink : public vsa::Sink {
  public:

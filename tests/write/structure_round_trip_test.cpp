@@ -1,4 +1,5 @@
-// Arrays, objects, links, names and headers that a program makes, and that a text carries.
+// Tests that arrays, objects, links, names and headers that a program creates are read back from a
+// text.
 #include <gtest/gtest.h>
 
 #include "tests/support/declared_lamp.h"
@@ -38,7 +39,7 @@ TEST(StructureRoundTrip, ArrayOfBuffersWithTypesOfTheirOwn) {
   SceneBuilder::setBuffer(element(array, 0), DataType::Float, std::vector<float>{1, 2});
   SceneBuilder::setBuffer(element(array, 1), DataType::Rgb8, std::vector<unsigned char>{1, 2, 3});
   SceneBuilder::setBuffer(element(array, 2), DataType::Int32, std::vector<int>{});
-  element(array, 3);  // of no type, like that of a link
+  element(array, 3);  // without a type, like the element of a link
   expectCarried(made.scene);
 }
 
@@ -48,7 +49,7 @@ TEST(StructureRoundTrip, EmptyArraysBeforeAFullOneAreReadWithoutAMessage) {
   expectCarried(scene);
 }
 
-// The link is a statement of its own, which comes before those of the full array.
+// The link has its own statement, which comes before the statements of the full array.
 TEST(StructureRoundTrip, LinkedEmptyArrayBeforeAFullOne) {
   SceneBuilder made;
   Input& arrays = made.array("x", AttrType::Array);
@@ -151,7 +152,7 @@ TEST(StructureRoundTrip, DeclaredInputsAreFoundAsTheyAre) {
   expectCarried(made.scene);
 }
 
-/// Removes the type when the test ends.
+/// A declared type. The destructor removes it.
 class DeclaredHolder {
  public:
   DeclaredHolder() {

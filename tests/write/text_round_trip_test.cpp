@@ -1,5 +1,5 @@
-// Texts that are read, written and read again: the second scene is the first one. Every case,
-// regression and example, in every form that does not change the order of the nodes.
+// Tests that a text that is read, written and read again gives the same scene. The texts are all
+// cases, regressions and examples, in every form that does not change the order of the nodes.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -50,8 +50,9 @@ std::vector<WriteOptions> forms() {
   return forms;
 }
 
-/// Texts whose reading ends in an error between two steps of a statement. They leave an array that
-/// has an element type and no element of it; no whole text makes one. Which array it is:
+/// The texts whose scenes cannot be written, and the array that is the reason. Reading such a text
+/// ends with an error in the middle of a statement. The array then has an element type but no
+/// element of that type, which no complete text can represent.
 const std::map<std::string, std::string> NOT_CARRIED = {
     {"elements_nest_no_deeper_than_256_levels.vsa", "rig1.c[0]"},
     {"index_refused_character_that_is_not_printable.vsa", "a.k"},
@@ -65,7 +66,7 @@ const std::map<std::string, std::string> NOT_CARRIED = {
     {"refused_values_leave_their_elements_empty_for_the_limit.vsa", "rig1.keys"},
 };
 
-/// Whether the writing failed because of the array.
+/// Returns whether writing failed because of that array.
 bool isRefusedFor(const vsa::TextResult& written, const std::string& array) {
   const std::string start = "a text cannot carry the scene: " + array;
   return written.status == vsa::WriteStatus::NotCarried && written.text.empty() &&

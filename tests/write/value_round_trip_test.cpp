@@ -1,5 +1,5 @@
-// Scenes that a program makes, with every type of value at its extremes: what is read is what was
-// written, bit for bit, and reading it logs nothing.
+// Tests of scenes with extreme values of every type. Reading their text gives the same bits and
+// logs nothing.
 #include <gtest/gtest.h>
 
 #include <bit>
@@ -43,7 +43,7 @@ std::uint64_t bitsOf(double value) {
   return std::bit_cast<std::uint64_t>(value);
 }
 
-/// The input `name` of node `n`, after `scene` was written into `again`.
+/// Writes `scene`, reads the text into `again`, and returns the input `name` of node `n`.
 Input& reread(const Scene& scene, Scene& again, const char* name,
               const vsa::WriteOptions& options = {}) {
   const vsa::TextResult written = vsa::writeText(scene, options);
@@ -124,7 +124,7 @@ TEST(ValueRoundTrip, TuplesKeepTheirBits) {
   }
 }
 
-/// Random bytes whose floats and doubles are no NaN that a text cannot carry.
+/// Returns random bytes. Read as floats or doubles, they are no NaN that a text cannot represent.
 std::vector<unsigned char> carriedBytes(DataType type, std::size_t count, std::uint64_t seed) {
   std::mt19937_64 random(seed);
   std::vector<unsigned char> bytes(count * zn::korvo_sdk::elementBytes(type));

@@ -1,4 +1,4 @@
-// Runs `vsa graph` on files, and Graphviz on what it writes.
+// Tests of `vsa graph` with files, and of Graphviz with its output.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -15,7 +15,7 @@ size_t occurrences(const std::string& text, const std::string& part) {
 
 class GraphTest : public vsa_tests::CommandFixture {
  protected:
-  /// What a run that succeeds prints.
+  /// Returns what the command prints. Expects that it succeeds.
   std::string graph(const std::string& arguments) {
     const auto run = vsa("graph " + arguments);
     EXPECT_EQ(0, run.status) << run.err;
@@ -26,8 +26,8 @@ class GraphTest : public vsa_tests::CommandFixture {
     EXPECT_NE(std::string::npos, text.find(part)) << part << "\n" << text;
   }
 
-  /// 10,000 nodes: 99 materials with one of 3 textures each, and meshes, half of them with a
-  /// material.
+  /// Returns a text of 10,000 nodes: 3 textures, 99 materials that refer to a texture each, and
+  /// meshes. Every second mesh refers to a material.
   std::string largeScene() {
     std::string text;
     for (int i = 0; i < 3; ++i) text += "texture t" + std::to_string(i) + ";\n";

@@ -1,4 +1,4 @@
-// vsa merge: one text of several, clashing names, and names that are renamed.
+// Tests of vsa merge: the merged text, names that several texts use, and new names for them.
 #include <nlohmann/json.hpp>
 #include <string>
 
@@ -52,7 +52,8 @@ TEST_F(MergeCommandTest, ANodeThatWasRemovedIsNoClash) {
   }
 }
 
-// Its statements would change the node of the earlier text.
+// The statements of the later text would change the node of the earlier text, so it is not allowed
+// to use the name.
 TEST_F(MergeCommandTest, ANodeThatIsRemovedLaterIsAClash) {
   write("a.vsa", "t n: .x = 1;");
   for (const char* text : {"t n: .x = 2; remove n;", "remove n;"}) {
@@ -63,7 +64,8 @@ TEST_F(MergeCommandTest, ANodeThatIsRemovedLaterIsAClash) {
   }
 }
 
-// The later node would become what the link of the removed one refers to.
+// The link of the earlier text must not refer to the node of the later text, so the name cannot be
+// used again.
 TEST_F(MergeCommandTest, ALinkToANodeThatWasRemovedMakesAClash) {
   write("a.vsa", "t n; t m: .l = n; remove n;");
   write("b.vsa", "t n;");

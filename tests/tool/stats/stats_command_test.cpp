@@ -1,4 +1,4 @@
-// Runs `vsa stats` on files.
+// Tests of `vsa stats` with files.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -11,7 +11,7 @@ using Json = nlohmann::json;
 
 class StatsTest : public vsa_tests::CommandFixture {
  protected:
-  /// The JSON of a run that succeeds.
+  /// Returns the JSON that the command prints. Expects that it succeeds.
   Json json(const std::string& arguments) {
     const auto run = vsa("stats --json " + arguments);
     EXPECT_EQ(0, run.status) << run.err;
@@ -40,8 +40,8 @@ TEST_F(StatsTest, CountsOneFile) {
   EXPECT_EQ(Json({{"buffers", 2}, {"elements", 3}, {"bytes", 36}}),
             total["buffersByType"]["Vec3f"]);
   EXPECT_EQ(text.size(), total["textBytes"]);
-  // Buffers 48, the string 3, the Bool 1, a reference 8, the colour 32, two keys 16, the Int 8, the
-  // connection 8.
+  // The sum of 48 bytes of buffers, 3 of a string, 1 of a Bool, 8 of a reference, 32 of a colour,
+  // 16 of two keys, 8 of an Int, and 8 of a connection.
   EXPECT_EQ(124, total["dataBytes"]);
   EXPECT_EQ(2, total["comments"]);
   EXPECT_EQ("c.keys[0].time", total["longestPath"]);

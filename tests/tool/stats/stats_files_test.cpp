@@ -1,4 +1,4 @@
-// `vsa stats` on many files.
+// Tests of `vsa stats` with many files.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>

@@ -1,4 +1,4 @@
-// The page of `vsa stats --html`.
+// Tests of the page of `vsa stats --html`.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>
@@ -10,7 +10,7 @@ namespace {
 
 class StatsPageTest : public vsa_tests::CommandFixture {
  protected:
-  /// What is between the two marks, which must be there.
+  /// Returns the text between the two marks. Expects that it contains both marks.
   std::string between(const std::string& text, const std::string& begin, const std::string& end) {
     const size_t from = text.find(begin);
     EXPECT_NE(std::string::npos, from) << begin;

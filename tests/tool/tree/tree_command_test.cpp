@@ -1,4 +1,4 @@
-// Runs `vsa tree` on files.
+// Tests of `vsa tree` with files.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -9,7 +9,7 @@ namespace {
 
 class TreeTest : public vsa_tests::CommandFixture {
  protected:
-  /// What a run that succeeds prints.
+  /// Returns what the command prints. Expects that it succeeds.
   std::string tree(const std::string& arguments) {
     const auto run = vsa("tree " + arguments);
     EXPECT_EQ(0, run.status) << run.err;

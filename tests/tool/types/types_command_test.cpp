@@ -1,4 +1,4 @@
-// Runs `vsa types` on files.
+// Tests of `vsa types` with files.
 #include <gtest/gtest.h>
 
 #include <nlohmann/json.hpp>

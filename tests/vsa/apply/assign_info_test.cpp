@@ -1,4 +1,4 @@
-// The record of one assignment: copying, moving, and the value as messages quote it.
+// Tests of the record of one assignment: copying, moving, and the text of the value for messages.
 #include "vsa/apply/assign_info.h"
 
 #include <gtest/gtest.h>
@@ -154,7 +154,7 @@ TEST(AssignInfo, MoveAssignmentMovesThePaths) {
   EXPECT_EQ(source.targetPath.data, nullptr);
 }
 
-// Everything but the paths is copied.
+// A move copies all members except the paths, which it moves.
 TEST(AssignInfo, MoveAssignmentCopiesTheTokens) {
   AssignInfo source = filled("a");
   AssignInfo target = filled("b");

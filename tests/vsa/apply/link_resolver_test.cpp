@@ -1,4 +1,4 @@
-// Link resolution after the last statement: the calls on the scene and their order.
+// Tests of the link resolution after the last statement: the calls of the scene and their order.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -40,7 +40,7 @@ AssignInfo reference(const Token& node) {
   return info;
 }
 
-/// A parser, an input to link, and a node to link to.
+/// A fixture with a parser, an input to link, and a node to link to.
 class Resolve : public testing::Test {
  protected:
   Resolve() : input_(scene_.options, "a.color", AttrType::Null) {
@@ -175,17 +175,18 @@ TEST_F(Resolve, ReferencesThatFail) {
   }
 }
 
-// The low 8 bits of the addresses determine the order. Inputs with equal low bits keep text order.
+// The low 8 bits of the addresses determine the order. Inputs with equal low bits are in the order
+// of the text.
 TEST_F(Resolve, OrderDependsOnTheAddresses) {
   constexpr std::size_t STEP = 64;
   constexpr std::size_t PLACES = 64;
   std::vector<unsigned char> memory(PLACES * STEP * 8 + 256);
   auto start = reinterpret_cast<std::uintptr_t>(memory.data());
   start += 256 - start % 256;
-  static_assert(sizeof(HostInput) <= 6 * STEP);  // the closest two positions are 3 and 9
+  static_assert(sizeof(HostInput) <= 6 * STEP);  // between the closest positions, 3 and 9
   std::vector<HostInput*> inputs;
-  // A row of 256 bytes has four positions. These are the fourth (twice), third, second, first and
-  // second.
+  // Each row of 256 bytes has four positions. These inputs are at the fourth (two inputs), third,
+  // second, first and second position of their rows.
   for (const std::size_t place : {35UL, 3UL, 26UL, 9UL, 16UL, 41UL}) {
     void* const at = reinterpret_cast<void*>(start + place * STEP);
     inputs.push_back(new (at)
@@ -236,7 +237,7 @@ TEST(ResolveText, PlainValueDoesNotCancelAConnection) {
                    "a.x.connect a.out", "a.x.release"}));
 }
 
-// Only link resolution releases the inputs.
+// Inputs are not released, because only the link resolution releases them.
 TEST(ResolveText, FailedParseResolvesNoLinks) {
   EXPECT_EQ(callsOf("a.x |= a.out; a.y = a; 42;", false),
             (Lines{"a.createInput x Null", "a.x.retain", "a.createInput y Null", "a.y.retain"}));
@@ -254,7 +255,7 @@ TEST(ResolveText, FailedLinkDoesNotStopOthers) {
   EXPECT_NE(std::find(calls.begin(), calls.end(), "a.z.setNode a"), calls.end());
 }
 
-// The pending link of an input is that of its last statement.
+// The table has one pending link for each input, of the last statement that assigns it.
 TEST(ResolveText, TablesContainTheLastStatementOfAnInput) {
   vsa_tests::PrimedParser primed("a.x |= a.one; a.x |= a.two; a.y = a;");
   HostNode* const node = primed.scene.add("lamp", "a");

@@ -1,4 +1,4 @@
-// The null object for a missing scene: it accepts every call and returns null.
+// Tests of NoScene, the null object for a missing scene: it accepts every call and returns null.
 #include "vsa/apply/no_scene.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// Pending links: one entry for each input, and a filter without false negatives.
+// Tests of pending links: the table has one entry for each input, and its filter has no false
+// negatives.
 #include "vsa/apply/links/pending_link.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +24,7 @@ void setLink(PendingTable& table, HostInput& input, std::string_view node) {
   table.setLink(&input, node, String());
 }
 
-/// The sources of a table's entries for `input`, over all buckets.
+/// Returns the sources of all entries for `input` in a table.
 Lines sourcesOf(const PendingTable& table, const HostInput& input) {
   Lines sources;
   for (const auto& bucket : table.buckets) {
@@ -34,7 +35,8 @@ Lines sourcesOf(const PendingTable& table, const HostInput& input) {
   return sources;
 }
 
-// A text may contain millions of links. Its place in the text takes 8 of these bytes.
+// An entry must be small, because a text may contain millions of links. Its position in the text
+// takes 8 bytes.
 static_assert(sizeof(TextPlace) == 8);
 static_assert(sizeof(PendingLink) <= 24);
 
@@ -64,7 +66,7 @@ TEST(PendingTableTest, EachTableRetainsTheInput) {
   EXPECT_EQ(input.held, 2);
 }
 
-// Whatever the order of the addresses: the filter of the table must not lose an earlier entry.
+// The filter of the table must find earlier entries in any order of the addresses.
 TEST(PendingTableTest, ManyInputsInAnyOrder) {
   HostOptions options;
   std::deque<HostInput> inputs;

@@ -1,5 +1,5 @@
-// Untyped elements get a type, also after the scene has emptied them. Filling an array one element
-// at a time does not scan the whole array each time.
+// Tests that untyped elements get a type, even if the scene has removed their type before. When an
+// array is filled one element at a time, not all its elements are checked each time.
 #include "vsa/apply/values/typed_elements.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ class TypedElementsTest : public testing::Test {
   HostInput& element(std::uint64_t index) {
     return static_cast<HostInput&>(*array_.element(index));
   }
-  /// A scene may do this itself.
+  /// Removes the types of all elements, as a scene may do.
   void emptyAll() {
     for (std::uint64_t i = 0; i < array_.count(); ++i) element(i).buffers = DataType::Null;
   }
@@ -98,7 +98,8 @@ TEST_F(TypedElementsTest, ArrayShrunkByTheHostIsScannedAgain) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-// Elements that the reader has appended are new, whatever was known of their places before.
+// Elements that the reader has appended are checked, even if earlier elements at their indices had
+// a type.
 TEST_F(TypedElementsTest, ElementsAppendedByTheStatementAreChecked) {
   growTo(1000);
   setEmptyElements();
@@ -118,7 +119,7 @@ TEST_F(TypedElementsTest, SceneShrinksTheArrayInSet) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-// The scene removes the elements that would be rechecked next.
+// The scene removes the elements that are rechecked next.
 TEST_F(TypedElementsTest, SceneShrinksTheArrayWhileElementsAreRechecked) {
   growTo(10);
   setEmptyElements();
@@ -131,7 +132,7 @@ TEST_F(TypedElementsTest, SceneShrinksTheArrayWhileElementsAreRechecked) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-// The array is shorter than at the last call, although the statement appended nothing.
+// The array has fewer elements than at the last call, although the statement appended none.
 TEST_F(TypedElementsTest, ArrayThatCountsFewerElementsIsScannedAgain) {
   growTo(10);
   setEmptyElements();

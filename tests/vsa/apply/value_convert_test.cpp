@@ -1,4 +1,4 @@
-// The complete conversion matrix, and the result of each conversion.
+// Tests of all conversions between types, and of the result of each conversion.
 #include "vsa/apply/values/value_convert.h"
 
 #include <gtest/gtest.h>
@@ -22,8 +22,9 @@ struct MatrixRow {
   std::string_view cells;
 };
 
-// One row per value type, one column per input type, both in the order of AttrType from Null to
-// Object: "o" converts silently, "n" narrows, "." is refused, "=" is the type itself.
+// The matrix of conversions. Rows are types of values, and columns are types of inputs, both in the
+// order of AttrType from Null to Object. "o" converts without a message, "n" narrows, "." is
+// refused, and "=" is the same type.
 //                                        N B I U R V V V P P Q R M M S N B A O
 //                                        u o n i e 2 3 4 2 3 u g 3 4 t o u r b
 constexpr MatrixRow MATRIX[] = {
@@ -77,7 +78,8 @@ AttrData real(double value) {
   return data;
 }
 
-/// A value with the components 1, 2, 3 and so on, and zeros after them, as in a new record.
+/// Returns a value with the components 1, 2, 3 and so on. The components after these are zero, as
+/// in a new record.
 AttrData tuple(AttrType type) {
   AttrData data;
   data.type = type;

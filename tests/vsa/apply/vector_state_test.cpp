@@ -1,5 +1,5 @@
-// The AVX2 kernels must clear the upper halves of the vector registers. While the upper halves are
-// in use, later SSE instructions may wait for them.
+// Tests that the AVX2 kernels clear the upper halves of the vector registers. While the upper
+// halves are in use, later SSE instructions may be slow.
 #include <gtest/gtest.h>
 
 #include <cstdint>
@@ -16,7 +16,7 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 #if defined(__x86_64__)
-// Whether the processor reports which registers are in use (XGETBV with ECX = 1).
+// Returns whether the processor can report which registers are in use (XGETBV with ECX = 1).
 bool reportsRegistersInUse() {
   unsigned a = 0, b = 0, c = 0, d = 0;
   if (__get_cpuid(1, &a, &b, &c, &d) == 0 || (c & bit_OSXSAVE) == 0) return false;
@@ -37,7 +37,7 @@ std::string listOf(const char* number) {
 }
 
 TEST(VectorState, UpperHalvesAreNotInUseAfterARead) {
-  // Other processors do not report this.
+  // The test requires a processor that reports which registers are in use.
   if (!__builtin_cpu_supports("avx") || !reportsRegistersInUse()) return;
   const char* const lists[][2] = {{"float", "1"},
                                   {"float", "1.5"},

@@ -1,4 +1,5 @@
-// Counts and finds bytes in runs of every length: steps of sixteen bytes and the remainder.
+// Tests that bytes are counted and found in texts of every length: steps of sixteen bytes, and the
+// remaining bytes.
 #include "vsa/lex/byte_scan.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +14,7 @@ std::size_t countIn(const std::string& text, char c) {
   return countOf(text.data(), text.data() + text.size(), c);
 }
 
-/// The index of the last `c`, or -1.
+/// Returns the index of the last `c`, or -1 if there is none.
 long lastIn(const std::string& text, char c) {
   const char* const found = findLast(text.data(), text.data() + text.size(), c);
   return found == nullptr ? -1 : found - text.data();

@@ -1,5 +1,4 @@
-// Long tokens, and random texts. The lexer processes runs of bytes, the reference lexer one
-// character at a time.
+// Tests of long tokens and of random texts.
 #include <cstddef>
 #include <iterator>
 #include <random>
@@ -32,7 +31,7 @@ TEST(Lexer, LongTokens) {
                "Invalid<INVALID BRACE LIST TOKEN (80001,5): 'x'>80001,5");
 }
 
-// The lexer processes runs of bytes, the reference lexer one character at a time.
+// The lexer processes many bytes at a time, and the reference lexer one character at a time.
 TEST(Lexer, MatchesTheReferenceLexerOnRandomTexts) {
   const std::string alphabets[] = {
       "a1.;= \n\"\\#(){}[],-+e_|*\t"s,

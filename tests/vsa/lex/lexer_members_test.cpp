@@ -1,4 +1,4 @@
-// Members of the lexer that tests call directly.
+// Tests that call members of the lexer directly.
 #include <algorithm>
 #include <cstdint>
 #include <functional>
@@ -59,7 +59,7 @@ TEST(LexerMembers, EachTokenFunction) {
   EXPECT_EQ(tokenText(StringLexer(";").token(Type::Semicolon)), "Semicolon<;>1,1");
 }
 
-// The first character is not checked: only nextToken checks it.
+// These members do not check the first character of a token. Only nextToken() does.
 TEST(LexerMembers, FirstCharacterIsNotChecked) {
   for (const std::size_t most : {0UL, 1UL}) {
     FileLexer name(memoryFile("\nab;", most));
@@ -117,7 +117,7 @@ TEST(LexerMembers, LettersOfNoNumberEndATuple) {
   EXPECT_EQ(tokensText(colour), "Id<rgba>1,4 Invalid<INVALID PAREN LIST TOKEN (1,11): 'x'>1,11");
 }
 
-// The name of the list may be empty: the message keeps both blanks.
+// If the name of the list is empty, both blanks remain in the message.
 TEST(LexerMembers, InvalidListTokenWithoutAName) {
   StringLexer lexer("ab}");
   lexer.consume();
@@ -169,7 +169,7 @@ TEST(LexerMembers, OneStepOfAList) {
   EXPECT_EQ(listed("}{1", "(1", 2), "(1 |1");
   EXPECT_EQ(listed(",)", "(1", 1), "(1|)");
   EXPECT_EQ(listed("x", "(1", 1), "(1x|\\xff");
-  // At the end, the end mark is consumed.
+  // At the end of the text, the end mark is consumed.
   EXPECT_EQ(listed("x", "(1", 2), "(1x\\xff|\\xff");
   EXPECT_EQ(listed(" ", "(1", 1), "(1 |\\xff");
 }

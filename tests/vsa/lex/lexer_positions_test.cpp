@@ -1,4 +1,4 @@
-// Positions of tokens in texts with many line feeds.
+// Tests of the positions of tokens in texts with many line feeds.
 #include <cstddef>
 #include <random>
 #include <string>
@@ -12,7 +12,7 @@ namespace {
 using namespace lexer_tests;
 using Type = Token::Type;
 
-/// Each token as "kind line,column,index".
+/// Returns each token as "kind line,column,index".
 std::vector<std::string> positionsFrom(Lexer& lexer) {
   std::vector<std::string> places;
   while (true) {
@@ -50,8 +50,8 @@ TEST(LexerPositions, InsideTokens) {
   expectPositions("(1\n\n x", {"Invalid 3,1,5"});
 }
 
-/// The bytes between the first and the last byte of a token that begins with `form`, with line
-/// feeds.
+/// Returns the bytes for a token that begins with `form`, without its first and last byte. They
+/// contain line feeds.
 std::string tokenContent(char form, std::size_t length) {
   const std::string bytes = form == '"' ? "ab \t" : form == '[' ? "12 *" : "12 ,";
   std::mt19937 random(static_cast<unsigned>(length));
@@ -63,7 +63,7 @@ std::string tokenContent(char form, std::size_t length) {
   return filled;
 }
 
-// The expected line and column of the last byte are counted one byte at a time.
+// The test counts the expected line and column one byte at a time.
 TEST(LexerPositions, InsideTokensOfEveryLength) {
   const struct {
     char open;

@@ -1,5 +1,5 @@
-// Rows of a text and its tokens, which are read from each kind of source and by the reference
-// lexer.
+// Rows for tests of lexers: a text and its tokens. The text is read from each kind of source, and
+// by the reference lexer.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -31,7 +31,7 @@ inline std::string fromFile(const std::string& bytes, std::size_t most) {
   return tokensText(lexer);
 }
 
-/// A lexer without a window: it buffers only its lookahead and consumes one byte at a time.
+/// A lexer without a window. It buffers only its lookahead and consumes one byte at a time.
 class SingleLexer final : public Lexer {
  public:
   explicit SingleLexer(std::string bytes) : bytes_(std::move(bytes)) { lookaheadChar = next(); }

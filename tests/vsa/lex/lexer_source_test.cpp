@@ -1,4 +1,4 @@
-// The lexers of Strings and Files: characters with their positions, and files shared with other
+// Tests of the lexers of Strings and Files: characters with their positions, and files with several
 // handles.
 #include "vsa/lex/lexer_source.h"
 
@@ -19,7 +19,7 @@ using vsa_tests::string;
 using vsa_tests::tokenText;
 using namespace std::string_literals;
 
-/// Every character that consume returns, with its position: "a1,1 b1,2".
+/// Returns each consumed character with its position: "a1,1 b1,2".
 std::string consumed(Lexer& lexer) {
   std::string all;
   while (lexer.lookaheadChar != END_OF_INPUT) {
@@ -132,8 +132,8 @@ TEST(FileLexer, ContinuesWhereTheSourceThrew) {
   EXPECT_EQ(tokenText(lexer.nextToken()), "Semicolon<;>1,7");
 }
 
-// Each lexer keeps its own lookahead. Each character that a lexer needs is the next one of the
-// file.
+// Each lexer has its own lookahead. When a lexer needs a character, it gets the next character of
+// the file.
 TEST(FileLexer, TwoLexersShareTheCharactersOfOneFile) {
   for (const std::size_t most : {0UL, 1UL, 2UL, 3UL, 7UL}) {
     const File file = memoryFile("abcdefg", most);

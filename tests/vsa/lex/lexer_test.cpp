@@ -1,4 +1,4 @@
-// Characters to tokens. A row has a text and its tokens with kind, text, line and column. Every row
+// Tests of the lexer. A row has a text and its tokens with kind, text, line and column. Each text
 // is read from each kind of source and by the reference lexer. All results must be equal.
 #include "vsa/lex/lexer.h"
 
@@ -83,7 +83,8 @@ TEST(Lexer, Positions) {
   expectRows(rows);
 }
 
-// The lookahead of an empty String is a NUL, which is skipped and counted. An empty file has none.
+// The lookahead of an empty String is a NUL, which is skipped but counts as a column. An empty file
+// has no such NUL.
 TEST(Lexer, EmptyTexts) {
   EXPECT_EQ(fromString(""), "Eof<EOF>1,1");
   EXPECT_EQ(fromFile("", 0), "Eof<EOF>1,0");
@@ -164,7 +165,7 @@ TEST(Lexer, Identifiers) {
       {"sphere1", "Id<sphere1>1,7 Eof<EOF>1,7"},
       {"_a_1", "Id<_a_1>1,4 Eof<EOF>1,4"},
       {"__", "Id<__>1,2 Eof<EOF>1,2"},
-      // "b" is a hexadecimal digit, so "-b" is a number.
+      // "-b" is a number, because "b" is a hexadecimal digit.
       {"a-b", "Id<a>1,1 Int<-b>1,3 Eof<EOF>1,3"},
       {"a.b:c[2]", "Id<a>1,1 Dot<.>1,2 Id<b>1,3 Colon<:>1,4 Id<c>1,5 Brackets<[2]>1,8 Eof<EOF>1,8"},
       {"lam\xc3\xa9pe", "Id<lam\\xc3\\xa9pe>1,7 Eof<EOF>1,7"},
@@ -230,7 +231,7 @@ TEST(Lexer, Comments) {
       {"##\n#", "Comment<##>1,2 Comment<#>2,1 Eof<EOF>2,1"},
       {"a#b;", "Id<a>1,1 Comment<#b;>1,4 Eof<EOF>1,4"},
       {"# \t\"({ \xc3\xa9", "Comment<# \\t\"({ \\xc3\\xa9>1,9 Eof<EOF>1,9"},
-      // The text ends at a NUL, the comment does not.
+      // The text of the token ends at a NUL, but the comment continues.
       {"#a\0b c"s, "Comment<#a>1,6 Eof<EOF>1,6"},
   };
   expectRows(rows);
@@ -257,7 +258,7 @@ TEST(Lexer, Strings) {
       {"\"\\\\", "Eof<UNEXPECTED EOF while parsing STRING>1,3"},
       {"a = \"x\n", "Id<a>1,1 Equals<=>1,3 Eof<UNEXPECTED EOF while parsing STRING>1,7"},
       {"\"\xc3\xa9\x01\"", "Str<\"\\xc3\\xa9\\x01\">1,5 Eof<EOF>1,5"},
-      // The text ends at a NUL, the string does not.
+      // The text of the token ends at a NUL, but the string continues.
       {"\"a\0b\" c"s, "Str<\"a>1,5 Id<c>1,7 Eof<EOF>1,7"},
       {"\"\0\""s, "Str<\">1,3 Eof<EOF>1,3"},
   };
@@ -329,14 +330,14 @@ TEST(Lexer, BracketListsAreKeptAsWritten) {
       {"[\xc3]", "Invalid<INVALID BRACKET LIST TOKEN (1,1): '\\xc3'>1,1"},
       {"[", "Eof<UNEXPECTED EOF while parsing BRACKETS>1,1"},
       {"[1", "Eof<UNEXPECTED EOF while parsing BRACKETS>1,2"},
-      // The text ends at a NUL, the list does not.
+      // The text of the token ends at a NUL, but the list continues.
       {"[1\0]"s, "Brackets<[1>1,4 Eof<EOF>1,4"},
       {"[1\0"s + std::string(2000, ' ') + "]", "Brackets<[1>1,2004 Eof<EOF>1,2004"},
   };
   expectRows(rows);
 }
 
-/// The tokens of a text, converted to text after the last one has been read.
+/// Reads all tokens of a text, and then returns them as text.
 std::string keptTokens(Lexer& lexer) {
   std::vector<Token> tokens;
   do {
@@ -347,7 +348,7 @@ std::string keptTokens(Lexer& lexer) {
   return stream;
 }
 
-// Reading more tokens does not change the text of an earlier one.
+// The text of a token does not change when further tokens are read.
 TEST(Lexer, TokensKeepTheirTexts) {
   std::string bytes;
   for (int i = 0; i < 100; ++i) {

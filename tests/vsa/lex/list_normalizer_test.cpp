@@ -1,5 +1,5 @@
-// Compares the vector kernels of the list normaliser with the portable one and checks their output
-// bounds.
+// Tests of the list normaliser: the vector kernels give the same result as the portable one, and
+// write no further than they may.
 #include "vsa/lex/list_normalizer.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ using vsa_tests::visible;
 
 using Normalizer = NormalizedList (*)(const char*, const char*, char*);
 
-/// All kernels that this processor supports, and normalizeList itself.
+/// Returns all kernels that this processor supports, and normalizeList(), which chooses one.
 std::vector<Normalizer> normalizers() {
   std::vector<Normalizer> all{normalizeListPortable, normalizeList};
 #if VSA_LIST_NORMALIZER_HAS_VECTORS
@@ -28,7 +28,7 @@ std::vector<Normalizer> normalizers() {
   return all;
 }
 
-/// "output|unread input" for `text`, with an output buffer of exactly the documented size.
+/// Returns "output|unread input" for `text`. The output buffer has exactly the documented size.
 std::string run(Normalizer copy, const std::string& text) {
   const std::vector<char> from(text.begin(), text.end());
   std::vector<char> to(text.size() + NORMALIZER_SLACK, '?');
@@ -71,7 +71,7 @@ TEST(NormalizedList, Rows) {
   }
 }
 
-/// Expects the same result for `text` from all kernels.
+/// Expects that all kernels give the same result for `text`.
 void expectAgreement(const std::string& text) {
   const std::string expected = run(normalizeListPortable, text);
   for (const Normalizer copy : normalizers())
@@ -89,7 +89,7 @@ TEST(NormalizedList, EveryByteAtEveryPositionOfAStep) {
   }
 }
 
-// Every byte of a full step must be classified correctly.
+// The kernels must recognise every byte at every position of a step.
 TEST(NormalizedList, EverySingleByte) {
   for (int byte = 0; byte < 256; ++byte) {
     for (const char* const first : {"1", "b", "."}) {

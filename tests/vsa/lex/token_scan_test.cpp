@@ -1,5 +1,5 @@
-// Finds the ends of tokens in texts of every length and compares with plain loops. The memory ends
-// with the text, so AddressSanitizer detects reads beyond it.
+// Tests that the ends of tokens are found in texts of every length, compared with plain loops. The
+// memory block ends with the text, so that AddressSanitizer detects a read past its end.
 #include "vsa/lex/token_scan.h"
 
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ namespace {
 
 using vsa_tests::visible;
 
-/// Bytes in a block of exactly their length.
+/// A copy of some bytes in a memory block of exactly their size.
 class Exact {
  public:
   explicit Exact(std::string_view bytes)
@@ -33,7 +33,8 @@ class Exact {
   std::size_t size_;
 };
 
-/// `length` bytes, most of them from `usual`, one in `rarity` from `rare`.
+/// Returns `length` random bytes. On average, one byte in `rarity` is from `rare`, and the
+/// remaining ones are from `usual`.
 std::string drawn(std::mt19937& random, std::size_t length, std::string_view usual,
                   std::string_view rare, unsigned rarity) {
   std::string bytes;
@@ -98,8 +99,8 @@ TEST(TokenScan, PlainListsHaveSingleBlanksBetweenNumbers) {
   });
 }
 
-/// The offset after the closing quote of the string at the start of the text, or 0. Reads one
-/// character or escape sequence at a time. The last byte of the text is only lookahead.
+/// Returns the offset after the closing quote of the string at the beginning of the text, or 0.
+/// Reads one character or escape sequence at a time. The last byte of the text is only lookahead.
 std::size_t stringEnd(const std::string& text) {
   for (std::size_t at = 1; at + 1 < text.size(); ++at) {
     if (text[at] == '"') return at + 1;
