@@ -1,5 +1,5 @@
-# What `cmake --install` installs: headers, libraries, the CMake package and the pkg-config file. tools/CMakeLists.txt
-# has the rule for the command vsa.
+# Installs the headers, the libraries, the CMake package and the pkg-config file. tools/CMakeLists.txt has the rule for
+# the command vsa.
 include(CMakePackageConfigHelpers)
 
 set(vsa_package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/vsa)
@@ -19,7 +19,7 @@ write_basic_package_version_file(vsa-config-version.cmake COMPATIBILITY SameMino
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vsa-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/vsa-config-version.cmake
         DESTINATION ${vsa_package_dir})
 
-# The prefix in the file is relative to the file, so that an installed tree can be moved.
+# The prefix is relative to the pkg-config file, so that an installed tree can be moved.
 file(RELATIVE_PATH vsa_prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(${PROJECT_SOURCE_DIR}/cmake/vsa.pc.in vsa.pc @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vsa.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
