@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# layers.sh: checks every #include of src/ and include/ against the table below. The check itself is tested first, on a
-# copy of the tree with one forbidden include at a time.
+# layers.sh: checks every #include of src/ and include/ against the table below. Before that, it tests the check itself
+# on a copy of the tree with one forbidden include at a time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-# One row a folder: the folder, then the folders that it includes besides itself.
+# One row for each folder: the folder, then the other folders that it may include.
 layers() {
   cat <<'ROWS'
 include/vsa/foundation
@@ -43,7 +43,7 @@ src/syntax                   include/vsa include/vsa/reading include/vsa/foundat
 ROWS
 }
 
-# folder_of NAME: the folder of an included file, "" for a header of the standard library or the system.
+# folder_of NAME: prints the folder of an included file, or nothing for a header of the standard library or the system.
 folder_of() {
   case $1 in
     \<vsa/*) set -- "include/${1#<}" ;;
@@ -55,7 +55,7 @@ folder_of() {
   printf '%s' "${1//\/..\//\/}"
 }
 
-# violations ROOT: every forbidden include below ROOT, as FILE: NAME.
+# violations ROOT: prints every forbidden include in ROOT, as FILE: NAME.
 violations() {
   local root=$1 folder allowed file name
   while read -r folder allowed; do
@@ -82,7 +82,7 @@ scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 cp -r src include "$scratch"
 
-# expect_found FILE LINE NAME: with that line in the file, that include is reported, and no other.
+# expect_found FILE LINE NAME: adds the line to the file, and expects that only that include is reported.
 expect_found() {
   cp "$1" "$scratch/before"
   printf '%s\n' "$2" >>"$scratch/$1"
@@ -95,7 +95,7 @@ expect_found() {
 found=$(violations .)
 [ -z "$found" ] || complain "includes that the table does not allow:"$'\n'"$found"
 
-# Every folder has a row.
+# Each folder must have a row.
 while read -r folder; do
   layers | grep -q "^$folder\( \|\$\)" || complain "no row for $folder"
 done < <(find src include -name '*.h' -o -name '*.cpp' | sed 's|/[^/]*$||' | sort -u)
@@ -110,7 +110,7 @@ if [ "$failed" -eq 0 ]; then
   expect_found src/vsa/parser.cpp '#include "tools/scene_text/read_outcome.h"' '"tools/scene_text/read_outcome.h'
   expect_found src/vsa/lex/token.h '#include "vsa/parser.h"' '"vsa/parser.h'
   expect_found src/vsa/apply/values/value_convert.h '#include "vsa/parser.h"' '"vsa/parser.h'
-  # A comment includes nothing.
+  # An include in a comment is not an include.
   printf '// See #include <vsa/model/scene.h>.\n' >>"$scratch/include/vsa/parse.h"
   found=$(violations "$scratch")
   [ -z "$found" ] || complain "a comment was taken for an include: $found"

@@ -4,19 +4,20 @@
 Each block of code in README.md, CONTRIBUTING.md, SECURITY.md and docs/*.md is run. Its language decides how:
 
   vsa      A text that `vsa dump` reads. The `log` block after it is the expected log, the `json` block the expected
-           nodes. Without such a block, the text must be read without a message. The comment <!-- before: TEXT --> adds a
-           text before an excerpt. With <!-- with: NAME -->, the program hosts/NAME.cpp reads the text and prints the log.
+           nodes. Without such a block, the text must be read without a message. The comment <!-- before: TEXT --> adds
+           a text before an excerpt. With <!-- with: NAME -->, the program hosts/NAME.cpp reads the text and prints the
+           log.
   cpp      A whole program. With <!-- in: NAME -->, it is an excerpt that hosts/NAME.cpp includes as "block.inc". It is
            compiled against the installed library and run in a folder in which scene.vsa is the first text of README.md.
-           <!-- reads: PATH --> adds a copy of that file of the tree to the folder. The program prints the `output` block
-           after it, or nothing without such a block. Its exit status is 0.
+           <!-- reads: PATH --> adds a copy of that file of the tree to the folder. The program prints the `output`
+           block after it, or nothing without such a block. Its exit status is 0.
   c        The same as cpp, but in C99 and with the shared library.
   console  Commands after "$ ", each followed by its output. `./dev run` and `./dev check` become `vsa dump` and `vsa
            check` of the build under test, which is the program that they would build. The commands run in a folder with
            links to the files and folders of the root.
   calls    The calls that hosts/order_of_calls.cpp prints. A repeated query is listed once. Two blanks begin a remark.
-  sh       Commands that run in a folder with app.cpp, the program of README.md, and with the installed library. A build in
-           build/library is written to a scratch folder. It copies those object files of the build under test that
+  sh       Commands that run in a folder with app.cpp, the program of README.md, and with the installed library. A build
+           in build/library is written to a scratch folder. It copies those object files of the build under test that
            were compiled with the same commands (see reuse_object.py).
   cmake    The lines after find_package in the CMakeLists.txt of a project with app.cpp.
   python   The recipe for exporters, which recipe.py tests.
@@ -167,7 +168,7 @@ def check_command_messages(tools, page, report):
 
 
 def check_table_of_messages(tools, page, report):
-    """Checks that the page has all rows of the table of diagnostics, and that each paragraph begins with the log line."""
+    """Checks that the page has all rows of the table of diagnostics, and that paragraphs begin with the log line."""
     rows = {code_of(row.cells[1])[0]: row for row in page.rows if re.match(r"\[`", row.cells[1])}
     paragraphs = {heading: text for heading, text in page.first_lines()}
     for line in tools.run([tools.host("print_table")]).splitlines():

@@ -47,7 +47,7 @@ class Tables:
 
 
 def check_mistakes(tables):
-    """Tests that a row causes the message in its second cell or none, and that the text in its third cell causes none."""
+    """Tests that a row causes the message in its second cell or none, and the text in its third cell none."""
     for row in tables.rows("Common mistakes"):
         written, result, instead = row.cells
         if not code_of(written) or "(0xFF)" in written:
@@ -68,7 +68,7 @@ def check_mistakes(tables):
 
 
 def check_element_types(tables):
-    """Tests that each keyword has the element type and component count of its row, and can be compressed if it says so."""
+    """Tests that each keyword has the type and component count of its row, and can be compressed if it says so."""
     keywords = []
     for row in tables.rows("Buffers"):
         keyword, name, stored = code_of(row.cells[0])[0], row.cells[1], row.cells[3]

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# history_test.sh: tests tools/dev/history with repositories that have chosen subjects.
+# history_test.sh: tests tools/dev/history with repositories whose commits have given subjects.
 set -euo pipefail
 history=$(cd "$(dirname "$0")/../.." && pwd)/tools/dev/history
 scratch=$(mktemp -d)
@@ -8,7 +8,7 @@ repository=$scratch/repository
 failed=0
 unset GIT_DIR GIT_WORK_TREE GIT_INDEX_FILE # a git hook sets them
 
-# commit SUBJECT [DATE]
+# commit SUBJECT [DATE]: adds an empty commit to the repository.
 commit() {
   GIT_AUTHOR_DATE=${2:-2030-01-01T00:00:00Z} GIT_COMMITTER_DATE=${2:-2030-01-01T00:00:00Z} \
     git -C "$repository" -c user.name=test -c user.email=test -c commit.gpgsign=false \
@@ -20,7 +20,7 @@ new_repository() {
   git init --quiet "$repository"
 }
 
-# expect STATUS TEXT [CHECKOUT]: the output of the check contains the text.
+# expect STATUS TEXT [CHECKOUT]: runs the check, and expects that exit status and an output that contains the text.
 expect() {
   local said status=0
   said=$("$history" "${3:-$repository}") || status=$?
@@ -30,7 +30,7 @@ expect() {
   fi
 }
 
-# in_order SUBJECT and out_of_order SUBJECT FAULT: a repository with that commit alone.
+# in_order SUBJECT and out_of_order SUBJECT FAULT: test a repository that has only a commit with that subject.
 in_order() {
   new_repository
   commit "$1"
@@ -60,7 +60,7 @@ out_of_order 'lexer: keep quotes; drop blanks' 'has a semicolon'
 out_of_order 'lexer: keep quotes.' 'ends in a full stop'
 out_of_order 'fixup! lexer: keep quotes' "not of the form 'area: what changed'"
 
-# The check begins at the last tag.
+# The check begins after the last tag.
 new_repository
 commit 'Before the tag'
 git -C "$repository" tag v1
@@ -70,7 +70,7 @@ expect 0 '1 subjects checked (since v1)'
 commit 'After the tag'
 expect 1 'After the tag: not of the form'
 
-# Without a tag it begins at a date.
+# Without a tag, the check begins at a date.
 new_repository
 commit 'Long ago' 2026-11-22T03:59:59Z
 commit 'lexer: keep quotes' 2026-11-22T04:00:00Z
@@ -78,7 +78,7 @@ expect 0 '1 subjects checked (since 2026-11-22T04:00:00Z)'
 commit 'Later' 2026-11-22T04:00:01Z
 expect 1 'Later: not of the form'
 
-# A merge has the subject that git gives it.
+# The subject of a merge is not checked, because git chooses it.
 new_repository
 commit 'lexer: keep quotes'
 git -C "$repository" checkout --quiet -b other
@@ -88,14 +88,14 @@ git -C "$repository" -c user.name=test -c user.email=test -c commit.gpgsign=fals
   --message 'Merge other' other
 expect 0 '2 subjects checked'
 
-# A shallow clone lacks some of the commits.
+# In a shallow clone, some of the commits are missing.
 git clone --quiet --depth 1 "file://$repository" "$scratch/shallow"
 commit 'parser: keep more blanks'
 rm -rf "$scratch/shallow"
 git clone --quiet --depth 1 "file://$repository" "$scratch/shallow"
 expect 0 '1 subjects checked (since 2026-11-22T04:00:00Z, as far as this shallow clone goes)' "$scratch/shallow"
 
-# A tree unpacked from an archive has no commits, even inside another repository.
+# A tree that was unpacked from an archive has no commits, even inside another repository.
 mkdir -p "$repository/unpacked" "$scratch/unpacked"
 expect 0 'no subjects are checked: this checkout is no git repository' "$scratch/unpacked"
 expect 0 'no subjects are checked: this checkout is no git repository' "$repository/unpacked"

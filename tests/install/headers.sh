@@ -1,19 +1,19 @@
 #!/usr/bin/env bash
-# headers.sh: each public header compiles alone with all warnings, with g++ and clang++; the header for C compiles as
-# C99, too. install.sh tests that these headers are the ones that are installed.
+# headers.sh: compiles each public header alone with all warnings, with g++ and with clang++. Compiles the header for C
+# as C99, too. install.sh tests that these headers are installed, and no others.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
 flags=(-fsyntax-only -Wall -Wextra -Wpedantic -Wconversion -Wshadow -Werror "-I$root/include")
 
-# compiles_alone COMPILER HEADER
+# compiles_alone COMPILER HEADER: compiles a source that includes only that header.
 compiles_alone() {
   printf '#include <%s>\n' "$2" >"$scratch/header.cpp"
   "$1" -std=c++20 "${flags[@]}" "$scratch/header.cpp" || echo "headers: $2 does not compile alone with $1"
 }
 
-# compiles_as_c COMPILER
+# compiles_as_c COMPILER: compiles a source in C99 that includes only the header for C.
 compiles_as_c() {
   printf '#include <vsa/vsa_c.h>\n' >"$scratch/header.c"
   "$1" -std=c99 -pedantic "${flags[@]}" "$scratch/header.c" || echo "headers: vsa_c.h does not compile as C with $1"

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# install.sh BUILD COMPILER: installs the build BUILD into a scratch folder and tests the installed files.
+# install.sh BUILD COMPILER: installs the build BUILD into a scratch folder and tests the installed files:
 #
-# - Headers are installed below include/vsa and nowhere else, the public ones and no others (headers.sh compiles them).
-# - A host whose own folders `foundation` and `scene` come first on its include path builds and runs, through the CMake
-#   package and through pkg-config, each with the static and with the shared library.
-# - The shared library exports public names only.
+# - Headers are only in include/vsa. They are all the public headers and no others (headers.sh compiles them).
+# - A host can be built through the CMake package and through pkg-config, each with the static and with the shared
+#   library. Its include path begins with its own folders `foundation` and `scene`.
+# - The shared library exports only public names.
 set -euo pipefail
 build=$1
 compiler=$2
@@ -22,10 +22,10 @@ complain() {
   failed=1
 }
 
-# files_in FOLDER: the files below it, sorted.
+# files_in FOLDER: prints the files in the folder and its subfolders, sorted.
 files_in() { (cd "$1" && find . -type f | sed 's|^\./||' | LC_ALL=C sort); }
 
-# headers: every installed header, as a host includes it.
+# headers: prints each installed header in the form in which a host includes it.
 headers() { files_in "$prefix/include"; }
 
 check_that_only_public_headers_are_installed() {
@@ -35,7 +35,7 @@ check_that_only_public_headers_are_installed() {
   [ -z "$outside" ] || complain "installed outside include/vsa: $outside"
 }
 
-# A public header includes installed headers, as <vsa/...>, and those of the standard library.
+# A public header includes only installed headers, as <vsa/...>, and headers of the standard library.
 check_that_no_header_is_internal() {
   local header name found
   while read -r header; do
@@ -95,8 +95,8 @@ check_through_pkg_config() {
   check_with_flags by_archive $(pkg-config --cflags vsa) "$libdir/libvsa.a"
 }
 
-# The library's interface is in the namespaces zn, zn::ds, zn::math, zn::korvo_sdk and zn::korvo_sdk::interfaces. Of
-# zn::korvo_sdk::impl, the reader, the two entry points are public, and the report that they fill.
+# The public names are in the namespaces zn, zn::ds, zn::math, zn::korvo_sdk and zn::korvo_sdk::interfaces. Of
+# zn::korvo_sdk::impl, which is the reader, only the two entry points and their report are public.
 check_exported_names() {
   local internal
   internal=$(nm -D --defined-only --demangle "$libdir/libvsa.so" | sed 's/^[0-9a-f]* *[A-Za-z] //' |

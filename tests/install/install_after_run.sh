@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# install_after_run.sh: in a copy of the tree that has no build folder, `./dev run` builds all that `cmake --install`
-# installs.
+# install_after_run.sh: tests that `./dev run` builds everything that `cmake --install` installs, in a copy of the tree
+# without a build folder.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 scratch=$(mktemp -d)

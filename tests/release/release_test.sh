@@ -1,16 +1,17 @@
 #!/usr/bin/env bash
-# release_test.sh: tools/dev/release accepts a repository that is ready, and reports each thing that is not.
+# release_test.sh: tests that tools/dev/release accepts a repository that can be released, and reports each problem of a
+# repository that cannot.
 set -euo pipefail
 release=$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)/tools/dev/release
 folder=$(mktemp -d)
 trap 'rm -rf "$folder"' EXIT
 failed=0
 
-# Not those of the repository in which a hook may run this.
+# A git hook that runs this test sets these variables for its own repository.
 unset GIT_DIR GIT_WORK_TREE GIT_INDEX_FILE
 git_here() { git -C "$folder" -c user.name=test -c user.email=test@example.org "$@" >/dev/null 2>&1; }
 
-# ready: a repository that can be released.
+# ready: makes a repository that can be released.
 ready() {
   rm -rf "$folder"
   mkdir "$folder"
@@ -22,7 +23,7 @@ ready() {
   git_here commit -m 'all: begin'
 }
 
-# expect COUNT WHAT: so many checks fail.
+# expect COUNT WHAT: expects that COUNT checks fail.
 expect() {
   local output status=0 count
   output=$("$release" --metadata "$folder") || status=$?
@@ -33,7 +34,7 @@ expect() {
   fi
 }
 
-# change WHAT COMMAND...: one check fails after this change is committed.
+# change WHAT COMMAND...: makes a change in a ready repository and commits it. Expects that one check fails.
 change() {
   local what=$1
   ready

@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Checks that logs and dumps do not depend on the compiler, its options, the locale or the run.
+# Tests that logs and dumps do not depend on the compiler, its options, the locale or the run.
 #
 #   same_everywhere.sh                  builds with each compiler and option below and compares; takes minutes
 #   same_everywhere.sh --quick PROGRAM  runs the program dump_under_locale twice, and with each locale
 #
-# localedef creates the locales in a temporary folder. The test is skipped if that fails.
+# localedef creates the locales in a temporary folder. If that fails, the test is skipped.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)
@@ -41,7 +41,7 @@ make_locales() {
   export LOCPATH=$scratch
 }
 
-# compare NAME: compares the dump called NAME with the first one.
+# compare NAME: compares the current dump with the first one, and prints NAME with the result.
 compare() {
   if cmp -s "$scratch/first" "$scratch/dump"; then
     printf '%-32s same\n' "$1"
@@ -60,7 +60,7 @@ check_locales() {
   done
 }
 
-# build NAME COMPILER OPTION...: builds the program from source.
+# build NAME COMPILER OPTION...: builds the program dump_under_locale with that compiler and these options.
 build() {
   local name=$1 compiler=$2
   shift 2

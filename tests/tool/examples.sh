@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# examples.sh VSA: runs `vsa check --strict` on every text in examples/. For a text NAME.vsa that causes messages, the
-# file NAME.log holds the expected output and a last line "exit STATUS". The others must cause no message.
+# examples.sh VSA: runs `vsa check --strict` on every text in examples/. If a text NAME.vsa causes messages, the file
+# NAME.log contains the expected output and a last line "exit STATUS". All other texts must cause no message.
 set -euo pipefail
 vsa=$1
 cd "$(dirname "$0")/../.."

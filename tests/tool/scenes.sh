@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # scenes.sh VSA JSON_SAME: reads real scenes. Each NAME.vsa must be read without messages, and its dump must equal
-# NAME.json. Its scene is then written by `vsa convert` in two forms and read again, with the same outcome. The scenes
-# are not part of the repository: they are in ../shared/scenes or in the folder VSA_SCENES.
+# NAME.json. Then `vsa convert` writes the scene in two forms, and reading these must give the same result. The scenes
+# are not a part of the repository. They are in ../shared/scenes or in the folder VSA_SCENES.
 set -euo pipefail
 vsa=$1
 json_same=$2
@@ -16,8 +16,8 @@ dump=$(mktemp)
 again=$(mktemp)
 trap 'rm -f "$dump" "$again"' EXIT
 
-# same_again TEXT OPTION...: writes the scene, and compares the dump of what was written with "$dump". Bytes that are no
-# UTF-8, which the text has as escape sequences, are written as they are.
+# same_again TEXT OPTION...: writes the scene, reads it again, and compares its dump with "$dump". Bytes that are not
+# UTF-8 may be escape sequences in the text, but they are written as bytes.
 same_again() {
   "$vsa" convert "$@" -o "$again" && "$vsa" check --strict --ignore not-utf-8 "$again" && "$vsa" dump "$again" | cmp - "$dump"
 }
