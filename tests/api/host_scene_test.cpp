@@ -62,7 +62,7 @@ TEST(HostScene, TellsOfEveryValueAndLink) {
     sky dusk; .color |= dusk.out; remove dusk; sun.power = 3; sun.free |= null;
     sun.to = sun; sun.keys[0].to = null;)");
   EXPECT_EQ(outcome.status, ReadStatus::Complete);
-  // links are resolved in the order of addresses
+  // Links are resolved in the order of addresses, so their events are sorted.
   std::sort(scene.events.begin() + 6, scene.events.end());
   EXPECT_EQ(scene.events,
             (Events{"sun/power is a Real", "sun/keys[1].time is a Int", "sun/points is a Buffer",

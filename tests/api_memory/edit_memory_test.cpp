@@ -84,7 +84,7 @@ TEST(EditMemory, SurvivesEveryFailedAllocation) {
       EXPECT_NE(status.error(), EditError::None) << n;
       lookAtAll(scene);
       static_cast<void>(scene.removeNode(scene["aNodeWithALongNameThatTakesMemory"]));
-      // succeeds when memory is available again
+      // The same changes succeed when memory is available again.
       EXPECT_EQ(changeEverything(scene).error(), EditError::None) << n;
     }
   }

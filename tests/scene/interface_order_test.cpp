@@ -61,12 +61,12 @@ TEST(InterfaceOrder, Input) {
        slotOf(&IInput::holdsBuffer), slotOf(&IInput::enumValues), slotOf(&IInput::elementType),
        slotOf(&IInput::bufferType), slotOf(&IInput::appendElement), slotOf(&IInput::isArray),
        slotOf(&IInput::refusesValues),
-       // members and elements
+       // Functions for members and elements.
        slotOf(&IInput::createInput), slotOf(&IInput::createArray), slotOf(&IInput::hasInput),
        slotOf(&IInput::count), slotOf(&IInput::element), slotOf(&IInput::input),
-       // values
+       // Functions for values.
        slotOf(&IInput::set), slotOf(&IInput::assign),
-       // links
+       // Functions for links.
        slotOf(&IInput::connect), slotOf(&IInput::disconnect), slotOf(&IInput::setNode),
        slotOf(&IInput::retain), slotOf(&IInput::release)});
 }

@@ -123,7 +123,7 @@ TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreOpen) {
 TEST_F(DeclaredTypes, FormerNames) {
   EXPECT_EQ(text(updateInputName("camera", "angle")), "fov");
   EXPECT_EQ(text(updateInputName("camera", "fov")), "fov");
-  // the new name is not translated again
+  // The new name is not translated again.
   EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");
   EXPECT_EQ(text(updateInputName("Camera", "angle")), "angle");
   EXPECT_EQ(text(updateInputName("camera", "picture")), "picture");

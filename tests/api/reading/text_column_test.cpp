@@ -18,7 +18,7 @@ TEST(TextColumn, OfAsciiIsTheSame) {
 }
 
 TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
-  // a character of 2, 3 and 4 bytes each, then "x"
+  // The line has a character of 2, 3 and 4 bytes each, and then "x".
   const std::string line = "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80x";
   const std::uint64_t characters[] = {1, 1, 2, 2, 2, 3, 3, 3, 3, 4, 5};
   const std::uint64_t units[] = {1, 1, 2, 2, 2, 3, 3, 3, 3, 5, 6};

@@ -260,7 +260,7 @@ Bytes uniformBytes(std::size_t size, unsigned limit) {
 TEST(Compress, ChoosesTheSmallestBlockType) {
   const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
   EXPECT_EQ(bytesFor(uniformBytes(5000, 256)), 5000U + 5 + 6);
-  // two stored blocks and an empty one
+  // The stream has two stored blocks and an empty one.
   EXPECT_EQ(bytesFor(uniformBytes(70000, 256)), 70000U + 3 * 5 + 6);
   EXPECT_LT(bytesFor(uniformBytes(5000, 128)), 4480U);  // 7 bits for each byte, and the codes
   EXPECT_LT(bytesFor(uniformBytes(5000, 16)), 2625U);   // 4 bits for each byte

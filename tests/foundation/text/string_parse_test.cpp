@@ -90,7 +90,7 @@ TYPED_TEST(IntegerParse, RefusesAllElse) {
 TYPED_TEST(IntegerParse, RefusesTheValuesNextToItsRange) {
   using Limits = std::numeric_limits<TypeParam>;
   std::string maximum = std::to_string(Limits::max());
-  // greater than the maximum, because no maximum ends in 9
+  // The text is greater than the maximum, because no maximum ends in 9.
   maximum.back() = static_cast<char>(maximum.back() + 1);
   EXPECT_TRUE(refuses<TypeParam>(String(maximum.c_str()))) << maximum;
   if (std::numeric_limits<TypeParam>::is_signed) {

@@ -152,7 +152,7 @@ TEST(String, Contains) {
   EXPECT_FALSE(s.contains("version;", true));
   EXPECT_FALSE(s.contains("4", true));
   EXPECT_TRUE(s.contains("N: 3", true));
-  // they differ in the same bit as 'A' and 'a', but are no letters
+  // The characters differ in the same bit as 'A' and 'a', but they are no letters.
   EXPECT_FALSE(String("[").contains("{", true));
 }
 

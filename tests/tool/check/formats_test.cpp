@@ -134,7 +134,7 @@ TEST_F(FormatsTest, SarifFollowsItsSchema) {
   ASSERT_EQ(5u, run["results"].size());
   const json region = run["results"][1]["locations"][0]["physicalLocation"]["region"];
   EXPECT_EQ("wrong-type", run["results"][1]["ruleId"]);
-  // columns count characters, and one character has two bytes
+  // Columns count characters, and one character before this column has two bytes.
   EXPECT_EQ(24, region["startColumn"]);
   EXPECT_EQ(24, region["byteOffset"]);
   write("stdout.txt",

@@ -67,7 +67,8 @@ std::vector<RenderedFinding> FileFindings::take() {
     FindingPlace place{file_, text_, {}};
     if (finding.isAfterStop && !std::exchange(isStopShown_, true)) place.stopLine = stopLine_;
     rendered.push_back({finding.level, format_.render(finding, place)});
-    // frees the finding: together with its rendered text it would take twice the memory
+    // The finding and its rendered text together would take twice the memory, so the finding is
+    // freed.
     finding = {};
   }
   return rendered;

@@ -58,7 +58,7 @@ FormatMode FmtCommand::mode() const {
 int FmtCommand::formatAll(const std::vector<std::string>& files) const {
   const FormatMode how = mode();
   const unsigned workers =
-      // one worker, so that two texts are not printed at once
+      // In mode Print, one worker formats the files, so that two texts are not printed at once.
       how == FormatMode::Print ? 1 : files_.workers();
   FilesProgress progress("formatting", files);
   int status = EXIT_READ;

@@ -32,7 +32,7 @@ FormatOutcome failed(int status, const std::string& shown, const std::string& pr
   return {status, false, {"vsa: " + shown + ": " + printable(problem)}, {}};
 }
 
-/// The formatting of one open file.
+/// Formats one open file.
 class Formatting {
  public:
   Formatting(const TextFile& file, const std::string& name, const ReadArguments& arguments,
@@ -108,7 +108,8 @@ class Formatting {
   }
 
  private:
-  /// A large text is read on another thread.
+  /// Returns how a text is read: on another thread if it is large, otherwise when the result is
+  /// requested.
   static std::launch launchFor(const TextFile& file) {
     constexpr off_t LARGE_BYTES = 4 << 20;
     struct stat status {};
@@ -116,13 +117,12 @@ class Formatting {
     return isLarge ? std::launch::async : std::launch::deferred;
   }
 
-  /// Begins to read a text. A large text is read on another thread, a small one when the result is
-  /// requested.
+  /// Begins to read a text. The result contains what the reading has counted.
   std::future<ReadingCheck> startReading(const TextFile& file) const {
     return std::async(launchFor(file), [this, &file] { return read(file); });
   }
 
-  /// Reads the file, on another thread if it is large. The result is its refusal().
+  /// Begins to read the file. The result is that of refusal().
   HeldSink::Check startCheck() const {
     return std::async(launchFor(file_), [this] { return refusal(read(file_)); });
   }
@@ -178,7 +178,7 @@ class Formatting {
   const ReadingProgress& onProgress_;
   const std::uint64_t bytes_;  // the size of the text in bytes
   std::uint64_t passes_ = 2;   // how many times the text is read
-  // the number of bytes that were read, in all passes
+  // The number of bytes that were read in all passes.
   mutable std::atomic<std::uint64_t> done_ = 0;
 };
 

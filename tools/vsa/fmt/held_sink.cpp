@@ -26,8 +26,8 @@ bool HeldSink::isCheckRunning() const {
   return check_.wait_for(std::chrono::seconds(0)) == std::future_status::timeout;
 }
 
-/// Appends the text to the temporary file, and removes from `text` what was written. Returns false
-/// if the file cannot be created or is full.
+/// Appends the text to the temporary file, and removes the written part from `text`. Returns false
+/// if the temporary file cannot be created or written.
 bool HeldSink::hold(std::string_view& text) {
   if (held_ == nullptr) held_.reset(std::tmpfile());
   if (held_ == nullptr) return false;

@@ -1,4 +1,4 @@
-// Holds back a formatted text until the check of the file has succeeded.
+// HeldSink: keeps a formatted text until the file is known to be correct.
 #pragma once
 
 #include <future>
@@ -11,11 +11,13 @@
 
 namespace vsa_tools {
 
-/// Writes a text to another sink after a check has succeeded. A check that is still running on
-/// another thread does not block the writing: until it ends, the text is kept in a temporary file.
+/// Writes a text to another sink if a check succeeds. The check may still be running on another
+/// thread. Until it ends, the text is kept in a temporary file, so that writing does not have to
+/// wait.
 class HeldSink final : public vsa::Sink {
  public:
-  /// The result of the check: nothing if it succeeds, otherwise the outcome of the formatting.
+  /// The result of the check. It is empty if the check succeeds, otherwise the outcome of the
+  /// formatting.
   using Check = std::shared_future<std::optional<FormatOutcome>>;
 
   /// `out` must outlive the object.
@@ -23,7 +25,8 @@ class HeldSink final : public vsa::Sink {
 
   /// Returns false if the check has failed or `out` cannot be written.
   bool write(std::string_view text) override;
-  /// Waits for the check and writes the text that is still held back. Returns what write() returns.
+  /// Waits for the result of the check and writes the kept text. Returns false if the check has
+  /// failed or `out` cannot be written.
   bool release();
 
  private:
@@ -32,7 +35,7 @@ class HeldSink final : public vsa::Sink {
 
   vsa::Sink& out_;
   Check check_;
-  FilePointer held_;  // the temporary file
+  FilePointer held_;  // the temporary file with the kept text
   bool isReleased_ = false;
 };
 

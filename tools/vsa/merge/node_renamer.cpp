@@ -9,10 +9,10 @@ using vsa::SyntaxToken;
 
 namespace {
 
-// Passes the tokens of a text on to a layout, with the names of nodes replaced.
+// Receives the tokens of a text, replaces the names of nodes, and writes the tokens to a layout.
 class NodeRenamer {
  public:
-  // Both must outlive the object.
+  // `renames` and `layout` must outlive the object.
   NodeRenamer(const Renames& renames, TextLayout& layout) : renames_(renames), layout_(layout) {}
 
   // Processes the next token. EndOfText writes the remaining output.
@@ -28,14 +28,14 @@ class NodeRenamer {
   std::size_t index_ = 0;        // the index of the next token in its statement
   bool isValue_ = false;         // whether the next token is after the "="
   bool isFirstOfValue_ = false;  // whether the next token is the first one after the "="
-  bool hasWord_ = false;         // whether the last token is a word that is not passed on yet
+  bool hasWord_ = false;         // whether the last token is a word that is not written yet
   SyntaxToken word_;
-  std::string text_;       // the text of the word
-  bool isSecond_ = false;  // whether the word is the second token of its statement
+  std::string text_;       // the text of that word
+  bool isSecond_ = false;  // whether that word is the second token of its statement
 };
 
-// A node is named by the first word of a statement or of a value, or by the second word of a
-// declaration or directive: "sphere ball;", "remove ball;".
+// Returns whether a word may be the name of a node. Names are the first word of a statement or of a
+// value, and the second word of a declaration or directive: "sphere ball;", "remove ball;".
 bool NodeRenamer::mayBeName(const SyntaxToken& word) const {
   if (word.kind != SyntaxKind::Word || !word.isFirst || !word.isLast) return false;
   return index_ == 0 || isFirstOfValue_ || (index_ == 1 && hasWord_);

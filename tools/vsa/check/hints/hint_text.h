@@ -55,7 +55,7 @@ class HintText {
   const FirstAssignment* firstAssignment(const std::string& path);
 
  private:
-  // views of the first occurrence of each name in the text
+  // Views of the first occurrence of each name in the text.
   using Names = std::set<std::string_view>;
 
   void collect();

@@ -37,7 +37,7 @@ class FilesProgress {
   };
   std::mutex mutex_;
   std::vector<File> files_;
-  // the bytes of all files, and the bytes of the finished parts
+  // The bytes of all files, and the bytes of the finished parts.
   std::uint64_t bytes_ = 0, done_ = 0;
   Progress progress_;
 };

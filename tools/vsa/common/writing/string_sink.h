@@ -1,4 +1,4 @@
-// A sink that keeps the written text.
+// StringSink: a sink that stores the written text.
 #pragma once
 
 #include <string>
@@ -8,7 +8,7 @@
 
 namespace vsa_tools {
 
-/// Appends what is written to `text`.
+/// Stores the written text in `text`.
 struct StringSink final : vsa::Sink {
   bool write(std::string_view more) override {
     text += more;

@@ -106,7 +106,7 @@ void ListLayout::spill() {
       out_.newLine(indent_ + 2);
     }
     isSpilled_ = true;
-    // makes the next number begin a line
+    // This makes the next number begin a line.
     inLine_ = std::max<std::size_t>(shape_.numbersPerLine, 1);
   }
   out_.put(number_);

@@ -54,7 +54,7 @@ class ListLayout {
   ListShape shape_;
   std::size_t indent_ = 0;
   bool isBroken_ = false;
-  // whether the last number is longer than `number_` may be and is written in parts
+  // Whether the last number is too long for `number_` and is written in parts.
   bool isSpilled_ = false;
   bool hasNumber_ = false;  // whether there is a last number, in `number_` or already written
   std::size_t count_ = 0;   // how many numbers were placed
