@@ -1,5 +1,5 @@
-// Tests of the interface for C when memory runs out: it returns a null reading, or a reading whose
-// status says so.
+// Tests of the interface for C when memory runs out. It returns a null reading, or a reading with
+// the status for missing memory.
 #include <gtest/gtest.h>
 #include <vsa/vsa_c.h>
 

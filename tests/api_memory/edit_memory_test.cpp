@@ -134,7 +134,7 @@ TEST(EditMemory, OfARefusedBufferIsFreed) {
   EXPECT_EQ(AllocationTracker::count().liveBlocks, 0);
 }
 
-// The base class of a host's scene frees all memory, whichever allocation fails.
+// The base class of a host's scene frees all memory after any failed allocation.
 TEST(HostSceneMemory, IsFreedWhateverFails) {
   const char* const text =
       "lamp sun: .power = 2.5; .keys[3].time = 1; .points = float[20] {1 2}; .name = \"sun\"; sky "

@@ -1,6 +1,6 @@
-// Tests of lifetimes and threads: nodes that are removed while something refers to them, repeated
-// reads into one scene, concurrent reads, and a process that exits during a read. ThreadSanitizer
-// and AddressSanitizer run these tests, too.
+// Tests of lifetimes and threads. Nodes are removed while something refers to them, one scene is
+// read into repeatedly, threads read concurrently, and a process exits during a read.
+// ThreadSanitizer and AddressSanitizer run these tests, too.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -1,5 +1,5 @@
 // Helpers of the fault tests: a log sink that does not allocate memory, the outcome of a read, and
-// a check that the scene is still usable.
+// a check that a scene is still usable.
 #pragma once
 
 #include <algorithm>

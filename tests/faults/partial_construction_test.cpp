@@ -1,5 +1,5 @@
-// Tests that a failed allocation undoes a partial construction: the handle of a file that is
-// opened, the slot of an element that is appended, or an input that gets a structure.
+// Tests that a failed allocation undoes a partial construction. That is the handle of a file that
+// is opened, the slot of an element that is appended, or an input that gets a structure.
 #include <gtest/gtest.h>
 #include <unistd.h>
 

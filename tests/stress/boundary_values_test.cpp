@@ -1,5 +1,5 @@
 // Tests of boundary values: words that are almost numbers, one byte too many for a buffer or a
-// stream, and the character after the last one of a class.
+// stream, and the character after the last one that is allowed.
 #include <gtest/gtest.h>
 
 #include <array>

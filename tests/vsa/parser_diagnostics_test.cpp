@@ -1,4 +1,4 @@
-// Tests of thrown and logged messages. Their position is that of the token that was consumed last.
+// Tests of thrown and logged messages. They have the position of the token that was consumed last.
 #include <gtest/gtest.h>
 
 #include <cstdarg>

@@ -1,6 +1,7 @@
-// Tests of a file that the reader and its host share. At each call of the scene, the log sink or a
-// source, the position of the file is after the reader's lookahead character, for any block size.
-// The reader continues after the bytes that the host reads during the call.
+// Tests of a file that the reader and its host share. At each call of the host, the position of the
+// file is after the reader's lookahead character, for any block size. These are calls of the scene,
+// the log sink and a source. The reader continues after the bytes that the host reads during the
+// call.
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -211,7 +211,7 @@ TEST(DiagnosticArguments, AreFoundByTheirNames) {
   EXPECT_STREQ(vsa::argumentNames(EndMark), "");
 }
 
-// The records of the plain entry points have the same arguments as those of the public API.
+// The records of the plain entry points and of the public API have the same arguments.
 TEST(DiagnosticArguments, AreInTheRecordsOfASink) {
   zn::korvo_sdk::Scene scene;
   const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead([&] {

@@ -53,8 +53,8 @@ class BitStream {
 };
 
 /// Writes the header of a dynamic block with the lengths of its code length codes. Only three code
-/// lengths have a code: 1 has the code 0, 0 has the code 10, and a run of 11 to 138 zeros has the
-/// code 11.
+/// lengths have codes: 0 for the length 1, 10 for the length 0, and 11 for a run of 11 to 138
+/// zeros.
 BitStream& putDynamicHeader(BitStream& bits, bool last, unsigned symbolCount,
                             unsigned distanceCount) {
   bits.put(last ? 1 : 0, 1).put(2, 2);

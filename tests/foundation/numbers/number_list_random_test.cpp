@@ -19,7 +19,7 @@ namespace {
 
 using namespace number_list_tests;
 
-/// Random texts of numbers: those that exporters write, and those that are hard to round. The seed
+/// Random texts of numbers. Some are as exporters write them, and some are hard to round. The seed
 /// makes failures reproducible.
 class RandomTexts {
  public:

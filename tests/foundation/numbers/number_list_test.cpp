@@ -1,5 +1,5 @@
 // Tests of readNumberRun() and all of its kernels at every edge of a list and next to guard pages.
-// The expected values are those of number_text. As in the reader, one more byte follows the list in
+// number_text gives the expected values. As in the reader, one more byte follows the list in
 // memory.
 #include <sys/mman.h>
 #include <unistd.h>
@@ -158,7 +158,7 @@ TEST(NumberList, ShortFieldsInALongList) {
   });
 }
 
-/// A group of equal characters must not be converted unless they are digits.
+/// A group of equal characters must be converted only if they are digits.
 TEST(NumberList, FieldsOfEveryCharacter) {
   forAllTypes([](auto type) {
     for (int byte = 0; byte < 256; ++byte) {

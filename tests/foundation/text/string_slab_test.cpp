@@ -32,7 +32,7 @@ TEST(StringSlabs, TextsAreCopies) {
   }
 }
 
-// The first slab is large enough for the first text, whatever its length is.
+// The first slab is large enough for a first text of any length.
 TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   for (std::size_t length = 0; length < 2000; ++length) {
     StringSlabs slabs;
@@ -40,7 +40,7 @@ TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   }
 }
 
-// The alignment is that of a text with its own memory block.
+// The texts have the same alignment as a text with its own memory block.
 TEST(StringSlabs, EveryTextIsAlignedToEight) {
   const auto placeOf = [](const String& text) {
     return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;

@@ -155,8 +155,8 @@ GeneratedText decompressionBomb(std::size_t bytes, std::uint64_t declared) {
   BitWriter out;
   out.text = "t n; n.a = byte[" + std::to_string(declared) + "] {.789c";
   out.text.reserve(bytes + 1024);
-  // The literal 0 has a code of 1 bit, the length 258 and the end of the block have codes of 2
-  // bits, and the distance 1 has a code of 1 bit.
+  // The codes have 1 bit for the literal 0, 2 bits for the length 258 and for the end of the block,
+  // and 1 bit for the distance 1.
   out.put(0, 1), out.put(2, 2), out.put(29, 5), out.put(0, 5), out.put(14, 4);
   for (unsigned i = 0; i < 18; ++i) out.put(i == 2 || i == 17 || i == 15 ? (i == 2 ? 1 : 2) : 0, 3);
   // The code length codes are 0 for 18, 10 for 1, and 11 for 2.

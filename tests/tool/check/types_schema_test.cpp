@@ -1,4 +1,4 @@
-// Tests that the names of types in docs/types.schema.json are those of the library.
+// Tests that docs/types.schema.json and the library have the same names of types.
 #include <gtest/gtest.h>
 
 #include <fstream>

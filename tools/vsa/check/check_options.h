@@ -28,7 +28,7 @@ struct CheckOptions {
   bool isQuiet = false;
   bool isFirstOnly = false;
   bool isFixing = false;
-  std::string stdinName;  // The name that stands for "-" in findings; "<stdin>" if this is empty.
+  std::string stdinName;  // The file name to show for "-". If it is empty, "<stdin>" is shown.
   ReadArguments reading;
 };
 

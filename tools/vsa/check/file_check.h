@@ -24,7 +24,7 @@ struct FileCheckOptions {
   bool isFirstOnly = false;
   /// Whether only the reader's diagnostics are findings, without rules and hints.
   bool isReaderOnly = false;
-  /// The node types of --types; they must outlive the check.
+  /// The node types of --types. They must outlive the check.
   std::span<const vsa::TypeDescription> types = {};
   /// A function that is called while a file is read.
   std::function<void(const vsa::ReadProgress&)> onProgress = {};
@@ -44,8 +44,9 @@ class FileCheck {
         consumer_(consumer),
         hints_(text.text(), options.types) {}
 
-  /// Passes all findings to the consumer: first the reader's in the order of its log, then the
-  /// findings after the place where the reader stops, and last the findings of the rules.
+  /// Passes all findings to the consumer. First are the reader's diagnostics in the order of its
+  /// log. Next are the findings after the place where the reader stops. The findings of the rules
+  /// are last.
   void run();
 
   /// Returns the line at which the reader stops, or 0 if it reads the whole text.

@@ -23,7 +23,7 @@ class FileFindings {
   FileFindings(const std::string& file, const CheckedText& text, const LevelTable& levels,
                const Format& format, KnownFindings known, Flush flush);
 
-  /// Adds a finding unless it is to be ignored. `stopLine` is the line at which the reader stops.
+  /// Adds a finding if it is not ignored. `stopLine` is the line at which the reader stops.
   void add(Finding&& finding, std::uint64_t stopLine);
   /// Sorts and renders what has been added since the last call.
   std::vector<RenderedFinding> take();

@@ -47,7 +47,7 @@ struct Finding {
   std::string hint;
   /// The edits that follow the hint. They do not overlap and change nothing else. May be empty.
   std::vector<TextEdit> edits;
-  /// The reader's log line for this finding; empty if the reader did not log it.
+  /// The reader's log line for this finding. Empty if the reader did not log it.
   std::string logLine;
   /// Whether the problem is after the place where the reader stops.
   bool isAfterStop = false;

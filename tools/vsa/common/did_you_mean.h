@@ -7,8 +7,9 @@
 
 namespace vsa_tools {
 
-/// Returns the optimal string alignment distance of two names: how many characters must be
-/// inserted, deleted, replaced or swapped with a neighbour to change one name into the other.
+/// Returns the optimal string alignment distance of two names. It is the number of characters that
+/// must be inserted, deleted, replaced or swapped with a neighbour to change one name into the
+/// other.
 std::size_t editDistance(std::string_view a, std::string_view b);
 
 /// Returns the known name that is closest to `name`, or an empty text if none is close.

@@ -11,8 +11,8 @@
 
 namespace vsa_tools {
 
-/// A problem that the reader does not log as an error: the text or a token ended there, so that a
-/// part of the file may be missing from the scene.
+/// A problem that the reader does not log as an error. The reader stopped or ended a token there,
+/// so a part of the file may be missing from the scene.
 struct Loss {
   std::string text;
   /// Where the problem is. Not set if that is unknown.

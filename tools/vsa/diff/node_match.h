@@ -14,9 +14,9 @@ class NodeMatch {
  public:
   NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);
 
-  /// Returns the node of B that is paired with a node of A; missing if there is none.
+  /// Returns the node of B that is paired with a node of A. Missing if there is none.
   vsa::NodeView inB(vsa::NodeView nodeOfA) const;
-  /// Returns the node of A that is paired with a node of B; missing if there is none.
+  /// Returns the node of A that is paired with a node of B. Missing if there is none.
   vsa::NodeView inA(vsa::NodeView nodeOfB) const;
 
  private:

@@ -28,8 +28,8 @@ class NodeComparison {
   }
 
  private:
-  /// Compares an input of A with that of B. Returns whether the inputs inside it must be compared,
-  /// too.
+  /// Compares an input of A with the same input of B. Returns whether the inputs inside it must be
+  /// compared, too.
   bool compare(const InputPlace& place) {
     if (isIgnored(place.path)) return false;
     const vsa::InputView a = place.input, b = counterpart(place);

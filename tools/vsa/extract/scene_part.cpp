@@ -37,8 +37,8 @@ class Closure {
   std::vector<vsa::NodeView> open_;
 };
 
-/// Returns whether the input is an empty array: an array that has no elements and no element type,
-/// or an array whose elements are all empty arrays.
+/// Returns whether the input is an empty array. It has no elements and no element type, or its
+/// elements are all empty arrays.
 bool isEmptyArray(vsa::InputView input) {
   if (input.type() != vsa::ValueType::Array) return false;
   const vsa::ValueType type = input.elementType();

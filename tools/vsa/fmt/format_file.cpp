@@ -122,7 +122,7 @@ class Formatting {
     return std::async(launchFor(file), [this, &file] { return read(file); });
   }
 
-  /// Begins to read the file. The result is that of refusal().
+  /// Begins to read the file. The result is the result of refusal().
   HeldSink::Check startCheck() const {
     return std::async(launchFor(file_), [this] { return refusal(read(file_)); });
   }

@@ -27,8 +27,8 @@ inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 /// An open text. A byte order mark at its beginning is not part of the text.
 class TextFile {
  public:
-  /// Opens the file `name`. "-" is standard input. Returns false if it cannot be read; problem()
-  /// then returns the reason.
+  /// Opens the file `name`. "-" is standard input. Returns false if the file cannot be read. Then
+  /// problem() returns the reason.
   bool open(const std::string& name);
 
   /// The file descriptor for TextFileSource.

@@ -23,7 +23,7 @@ class GraphCommand final : public Command {
   std::string output_ = "-";
   ReadArguments reading_;
   bool svg_ = false, png_ = false;
-  std::size_t limit_ = 0;  // the value of --limit; 0 without it
+  std::size_t limit_ = 0;  // the value of --limit, or 0 without it
 };
 
 }  // namespace vsa_tools

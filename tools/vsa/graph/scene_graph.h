@@ -44,8 +44,8 @@ struct SceneGraph {
 };
 
 /// Returns a graph of at most `maxGroups` groups and at most three times as many edges. `maxGroups`
-/// must be at least 1. If the scene has more nodes than that, nodes of the same type with the same
-/// kinds of links share a group, by the finest partition with at most `maxGroups` groups. If there
+/// must be at least 1. If the scene has more nodes, a group contains several nodes of the same type
+/// with the same kinds of links. The groups are as small as their maximum number allows. If there
 /// are more types than groups, the rarest types share a group.
 SceneGraph graphOf(vsa::SceneView scene, std::size_t maxGroups);
 

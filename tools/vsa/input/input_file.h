@@ -12,7 +12,7 @@ namespace vsa_tools {
 struct InputFile {
   /// Null if nothing was opened.
   std::unique_ptr<InspectedSource> source;
-  /// The system's error message; empty on success.
+  /// The system's error message. Empty on success.
   std::string problem;
 };
 

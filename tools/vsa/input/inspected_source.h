@@ -1,5 +1,5 @@
-// InspectedSource: a byte source that skips a byte order mark and records what the reader does not
-// report: the first NUL byte, and the first bytes of the file. The records do not depend on how
+// InspectedSource: a byte source that skips a byte order mark. It records the first NUL byte and
+// the first bytes of the file, which the reader does not report. The records do not depend on how
 // many bytes each read returns, so they are the same for a pipe and for a file.
 #pragma once
 
@@ -18,13 +18,13 @@ class InspectedSource : public vsa::Source {
  public:
   std::size_t read(std::span<char> to) final;
 
-  /// The error that ended the source; empty if nothing failed. Not set before all bytes before the
-  /// error were read.
+  /// The error that ended the source. Empty if nothing failed, and until all bytes before the error
+  /// are read.
   std::string error() const final { return isAtEnd_ ? rawError() : std::string(); }
 
   /// Reads the first bytes if they were not read before.
   void readHead();
-  /// The error if the source failed before its first byte; otherwise empty. readHead() must be
+  /// The error if the source failed before its first byte, otherwise empty. readHead() must be
   /// called first.
   std::string openError() const { return pending_.empty() ? rawError() : std::string(); }
 
@@ -42,7 +42,7 @@ class InspectedSource : public vsa::Source {
   /// Reads bytes like read(), but does not skip a byte order mark. It is not called again after it
   /// returned 0.
   virtual std::size_t readRaw(char* to, std::size_t capacity) = 0;
-  /// The error for which readRaw() returned 0; empty at the end of the file.
+  /// The error for which readRaw() returned 0. Empty at the end of the file.
   virtual std::string rawError() const = 0;
 
  private:

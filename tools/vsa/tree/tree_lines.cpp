@@ -16,8 +16,8 @@ vsa::InputView parentOf(vsa::InputView input) {
   return vsa::InputView(input.plain()->parent());
 }
 
-/// Returns whether each element of the array has lines of its own. Elements of other arrays are in
-/// the line of their array.
+/// Returns whether the elements of the array have their own lines. Other elements are in the line
+/// of their array.
 bool hasElementLines(vsa::InputView array) {
   const vsa::ValueType type = array.elementType();
   return type == vsa::ValueType::Object || type == vsa::ValueType::Array ||

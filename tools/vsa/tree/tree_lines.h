@@ -15,9 +15,9 @@ struct TreeLine {
 
   Kind kind;
   vsa::InputView input;
-  std::uint64_t more = 0;  // the number of elements that a line MoreElements stands for
+  std::uint64_t more = 0;  // the number of elements that are not shown
 
-  /// The node that a link leads to; missing for other lines.
+  /// The node that a link leads to. Missing for other lines.
   vsa::NodeView target() const;
   /// The text of the line without indentation: ".material = clay (material)".
   std::string text() const;

@@ -21,7 +21,7 @@ bool isNumber(ValueType type) {
   return type == ValueType::Int || type == ValueType::UInt || type == ValueType::Real;
 }
 
-// Returns the type that values of both types convert to; Null if there is none.
+// Returns the type that values of both types convert to, or Null if there is none.
 ValueType commonType(ValueType a, ValueType b) {
   if (a == b) return a;
   if (isNumber(a) && isNumber(b)) return ValueType::Real;

@@ -11,9 +11,9 @@ namespace vsa_tools {
 /// Returns the name with its ASCII letters in lower case.
 std::string loweredName(std::string_view name);
 
-/// Returns how many characters must be inserted, removed, replaced or swapped with their neighbour
-/// to change `a` into `b`, or `limit` + 1 if there are more than `limit`. The case of ASCII letters
-/// is ignored.
+/// Returns the edit distance from `a` to `b`: how many characters must be inserted, removed,
+/// replaced or swapped with their neighbour. Returns `limit` + 1 for any distance greater than
+/// `limit`. The case of ASCII letters is ignored.
 std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit);
 
 /// A known name that is suggested instead of a misspelt one.
@@ -25,7 +25,7 @@ struct Suggestion {
 };
 
 /// Compares known names with a written name and keeps the nearest one. A name is near if its
-/// distance is at most a third of the length of the written name; this limit is at least 1 and at
+/// distance is at most a third of the length of the written name. This limit is at least 1 and at
 /// most 3. Of two equally near names, the first one is kept.
 class NearestName {
  public:

@@ -23,7 +23,8 @@ class Baseline {
   /// Writes a baseline file. Throws std::runtime_error if that fails.
   void write(const std::string& path) const;
 
-  /// Returns the known findings of a file. The caller removes each one that it finds again.
+  /// Returns the known findings of a file. The caller removes a finding from them when it occurs
+  /// again.
   KnownFindings of(const std::string& file) const;
   void add(const std::string& file, const KnownFindings& findings);
 

@@ -34,7 +34,8 @@ class LevelTables {
   std::map<std::string, std::shared_ptr<const LevelTable>> byFolder_, byConfig_;
 };
 
-/// Returns the path of the nearest CONFIG_NAME in `folder` or above; empty if there is none.
+/// Returns the path of the nearest CONFIG_NAME in `folder` or above, or an empty text if there is
+/// none.
 std::string configAbove(const std::string& folder);
 
 /// Reads a configuration file. Throws std::runtime_error with the name of the file if it cannot be

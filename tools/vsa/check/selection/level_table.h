@@ -14,7 +14,7 @@
 namespace vsa_tools {
 
 /// The ids and groups of kinds that --error, --warn, --ignore or the configuration contain. The
-/// name "all" stands for all kinds.
+/// name "all" means all kinds.
 struct LevelRules {
   std::vector<std::string> errors;
   std::vector<std::string> warnings;
@@ -28,7 +28,7 @@ class LevelTable {
 
   /// Applies the rules to the table. An id has precedence over a group, and a group over "all". For
   /// the same name, an error has precedence over a warning, and a warning over ignoring. Throws
-  /// std::runtime_error if a name is neither an id nor a group; the message suggests a similar
+  /// std::runtime_error if a name is neither an id nor a group. The message suggests a similar
   /// name.
   void apply(const LevelRules& rules);
 

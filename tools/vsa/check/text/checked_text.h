@@ -26,8 +26,8 @@ class CheckedText {
   /// Of pipes and devices, this number of bytes is kept.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
-  /// Opens the file `name`, or standard input for "-", and reads it unless it is too large. Ctrl-C
-  /// ends the reading. `maxKept` replaces MAX_KEPT_BYTES.
+  /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.
+  /// Ctrl-C ends the reading. `maxKept` replaces MAX_KEPT_BYTES.
   explicit CheckedText(const std::string& name, std::uint64_t maxKept = MAX_KEPT_BYTES);
   ~CheckedText();
   CheckedText(const CheckedText&) = delete;
@@ -65,7 +65,7 @@ class CheckedText {
   bool isOpen_ = false;
   bool isKept_ = true;
   bool isRegular_ = false;
-  std::size_t expectedBytes_ = 0;  // the size in bytes of a file to be kept; 0 if it is not known
+  std::size_t expectedBytes_ = 0;  // the size in bytes of a file to be kept, or 0
   std::string bytes_;
   std::uint64_t markBytes_ = 0;
   std::string problem_;

@@ -29,14 +29,15 @@ bool isConflictMarker(std::string_view text, std::size_t at);
 /// the offset of the first byte of the line.
 bool looksLikeStatement(std::string_view text, std::size_t at);
 
-/// Returns the offset at which to continue after a mistake in `statement`: the next line in it that
-/// is likely to begin a statement, or else the end of `statement`. A string or list that is not
-/// closed may make `statement` contain later statements.
+/// Returns the offset at which to continue after a mistake in `statement`. That is the next line in
+/// `statement` that probably begins another statement, or else the end of `statement`. Such a line
+/// may be inside `statement` because a string or list is not closed.
 std::size_t resumePoint(std::string_view text, const Statement& statement);
 
 /// Returns the offset after the name that begins at `at`, or `at` if no name begins there.
 std::size_t endOfName(std::string_view text, std::size_t at);
-/// Returns the name before `end`, ignoring white space between them; empty if there is none.
+/// Returns the name before `end`, or an empty text if there is none. There may be white space
+/// between the name and `end`.
 std::string_view nameBefore(std::string_view text, std::size_t end);
 /// Returns the offset of the first byte from `at` on that is not white space.
 std::size_t skipBlanks(std::string_view text, std::size_t at);

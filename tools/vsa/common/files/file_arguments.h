@@ -10,9 +10,9 @@ namespace vsa_tools {
 
 /// The files that FileArguments names.
 struct ListedFiles {
-  /// The names in the order of the arguments; "-" is standard input.
+  /// The names in the order of the arguments. "-" is standard input.
   std::vector<std::string> names;
-  /// EXIT_USAGE if an argument names no files; the reason was then printed. Otherwise EXIT_READ.
+  /// EXIT_USAGE if an argument names no files and the reason was printed. Otherwise EXIT_READ.
   int exitStatus = 0;
 };
 

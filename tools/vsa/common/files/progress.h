@@ -33,7 +33,7 @@ class Progress {
   void erase();
 
   std::string what_;
-  std::FILE* stream_;  // the output; null if nothing is shown
+  std::FILE* stream_;  // the output, or null if nothing is shown
   Clock::time_point next_;
   bool isShown_ = false;
   std::mutex mutex_;

@@ -26,7 +26,7 @@ struct InputPlace {
   bool isElement;
 };
 
-/// Returns the number of elements of an array or of members of an object; 0 for other types.
+/// Returns the number of elements of an array or of members of an object, and 0 for other types.
 inline std::uint64_t childCount(vsa::InputView input) {
   if (input.type() == vsa::ValueType::Array) return input.elements().size();
   return input.type() == vsa::ValueType::Object ? input.members().size() : 0;

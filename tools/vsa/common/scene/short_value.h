@@ -15,9 +15,9 @@ namespace vsa_tools {
 /// follows if `text` is longer. Reads no more of the text than it returns.
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
-/// Returns the value of an input on one line, escaped for terminals: `2.5`, `"red"`, `vec3(0 1 2)`,
-/// `vec3f[24049] 0.1 0.9 ...`, `real[3] 1.0 2.0 3.0` or `{4 members}`. A reference is the name of
-/// its node.
+/// Returns the value of an input on one line, escaped for terminals. A reference is the name of its
+/// node. Other values are for example `2.5`, `"red"`, `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 ...`,
+/// `real[3] 1.0 2.0 3.0` and `{4 members}`.
 std::string shortValue(vsa::InputView input);
 
 /// Returns the output that the input is connected to, such as `dusk.outColor`. Returns an empty

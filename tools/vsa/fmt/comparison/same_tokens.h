@@ -5,9 +5,8 @@
 
 namespace vsa_tools {
 
-/// Returns whether both texts have the same tokens. Lists are the same if their elements are the
-/// same, whatever white space is between them. Reads both texts to their ends or to the first
-/// difference. Throws what the sources throw.
+/// Returns whether both texts have the same tokens. The white space in lists is not compared. Reads
+/// both texts to their ends or to the first difference. Throws what the sources throw.
 bool haveSameTokens(vsa::SyntaxReader& a, vsa::SyntaxReader& b);
 
 }  // namespace vsa_tools

@@ -25,8 +25,8 @@ class DeclaredNodes {
   }
 
  private:
-  // A slot of the table is 0 if it is empty. Otherwise its low bits are the number of the part, or
-  // 0 if the node was removed, and its high bits are those of the hash.
+  // A slot of the table is 0 if it is empty. Otherwise its low bits are the number of the part, and
+  // its high bits are the high bits of the hash. The number is 0 if the node was removed.
   static constexpr int PART_BITS = 20;
   static constexpr std::uint64_t PART_MASK = (std::uint64_t{1} << PART_BITS) - 1;
 

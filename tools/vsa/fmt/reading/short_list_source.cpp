@@ -34,7 +34,7 @@ bool isSameWord(std::string_view a, std::string_view b) {
                     [](char x, char y) { return lowerCase(x) == lowerCase(y); });
 }
 
-/// Returns the element type of a keyword, in upper or lower case; Null if there is none.
+/// Returns the element type of a keyword, in upper or lower case, or Null if there is none.
 DataType elementTypeOf(std::string_view keyword) {
   for (int i = 0; i < zn::korvo_sdk::DATA_TYPE_COUNT; ++i) {
     const auto type = static_cast<DataType>(i);

@@ -68,7 +68,7 @@ class ShortListSource final : public vsa::Source {
   vsa::Source& source_;
   vsa::SyntaxReader reader_;
   bool isEnded_ = false;
-  std::string out_;  // the text of the part; the bytes after `taken_` are not delivered yet
+  std::string out_;  // the text of the part: `taken_` bytes of it are delivered
   std::size_t taken_ = 0;
 
   std::uint64_t maxPartBytes_;
@@ -82,7 +82,7 @@ class ShortListSource final : public vsa::Source {
 
   std::size_t tokenCount_ = 0;  // the number of tokens of the statement
   std::size_t firstEnd_ = 0;    // the end of the first token in `statement_`
-  std::size_t secondEnd_ = 0;   // the end of the second token; 0 if it is not a word
+  std::size_t secondEnd_ = 0;   // the end of the second token, or 0 if it is not a word
   char lastChar_ = '\0';        // the last token if it is punctuation
   bool isWhole_ = true;         // whether `statement_` has all tokens of the statement
   std::string statement_;       // the tokens of the statement that are kept
