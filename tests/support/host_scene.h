@@ -27,7 +27,7 @@ namespace host = zn::korvo_sdk::interfaces;
 struct HostOptions {
   bool refusesNodes = false;     ///< createNode and defineNode return null.
   bool refusesInputs = false;    ///< createInput of nodes returns null.
-  bool forgetsInputs = false;    // hasInput of nodes returns false, even for existing inputs.
+  bool forgetsInputs = false;    ///< hasInput of nodes returns false, even for existing inputs.
   bool refusesArrays = false;    ///< createArray of nodes returns null.
   bool refusesMembers = false;   ///< createInput and createArray of inputs return null.
   bool refusesElements = false;  ///< appendElement adds nothing.
@@ -37,8 +37,8 @@ struct HostOptions {
   std::vector<std::string> calls;
   /// The calls of isArray, refusesValues, holdsBuffer and bufferType, one line for each.
   std::vector<std::string> queries;
-  int typesAsked = 0;  // How often type() of nodes was called.
-  int namesAsked = 0;  // How often name() of nodes was called.
+  int typesAsked = 0;  ///< How often type() of nodes was called.
+  int namesAsked = 0;  ///< How often name() of nodes was called.
   /// A function that name() of nodes calls.
   std::function<void()> onNameAsked;
   /// A function that type() of nodes calls.
@@ -76,7 +76,7 @@ class HostInput final : public host::IInput {
   bool deniesBeingArray = false;  ///< isArray returns false for every type.
   bool countsNone = false;        ///< count returns 0.
   const host::IEnumeration* enumeration = nullptr;
-  int held = 0;  // The number of calls of retain() minus the number of calls of release().
+  int held = 0;  ///< The number of calls of retain() minus the number of calls of release().
 
   sdk::AttrType type() const override { return kind; }
   zn::String typeName() const override { return sdk::attrTypeName(kind); }

@@ -11,9 +11,9 @@ namespace vsa_tools {
 
 /// The result of parsing the arguments. Exactly one of the members is set.
 struct Request {
-  Command* command = nullptr;  // The command to run, with the values of its options.
-  std::string help;            // The help or the version to print.
-  std::string error;           // Why the arguments are wrong, without an end of line.
+  Command* command = nullptr;  ///< The command to run, with the values of its options.
+  std::string help;            ///< The help or the version to print.
+  std::string error;           ///< Why the arguments are wrong, without an end of line.
 };
 
 /// Parses the command line of a program with these commands.

@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 struct CheckOptions {
   std::vector<std::string> files;
-  // Whether the names in lists of files end with a NUL instead of a line end.
+  /// Whether the names in lists of files end with a NUL instead of a line end.
   bool isNulSeparated = false;
   FormatName format = FormatName::Full;
   std::string colour = "auto";
@@ -28,7 +28,7 @@ struct CheckOptions {
   bool isQuiet = false;
   bool isFirstOnly = false;
   bool isFixing = false;
-  std::string stdinName;  // The file name to show for "-". If it is empty, "<stdin>" is shown.
+  std::string stdinName;  ///< The file name to show for "-". If it is empty, "<stdin>" is shown.
   ReadArguments reading;
 };
 

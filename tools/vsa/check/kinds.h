@@ -12,8 +12,8 @@ struct FindingKind {
   const char* id;
   Level level;
   const char* group;  ///< "reader", "file", or the group of the rule.
-  bool isDefault;     // Whether findings of this kind are reported without an option.
-  const char* page;   // The documentation page that has a heading for this id.
+  bool isDefault;     ///< Whether findings of this kind are reported without an option.
+  const char* page;   ///< The documentation page that has a heading for this id.
 };
 
 // The id of the finding for a file that cannot be opened or cannot be read to its end.

@@ -14,10 +14,10 @@ namespace vsa_tools {
 
 /// What the command does with the formatted text.
 enum class FormatMode : std::uint8_t {
-  Print,    // Writes it to standard output.
-  Check,    // Only compares it with the file.
-  Diff,     // Prints how it differs from the file.
-  Replace,  // Replaces the file by it.
+  Print,    ///< Writes it to standard output.
+  Check,    ///< Only compares it with the file.
+  Diff,     ///< Prints how it differs from the file.
+  Replace,  ///< Replaces the file by it.
 };
 
 /// The result of formatting a file.

@@ -14,7 +14,7 @@ namespace vsa_tools {
 
 /// The place of a finding.
 struct FindingPlace {
-  const std::string& file;  // The file name to show.
+  const std::string& file;  ///< The file name to show.
   const CheckedText& text;
   /// The line at which the reader stops. Set only for the first finding after that line.
   std::optional<std::uint64_t> stopLine;
