@@ -75,7 +75,7 @@ struct CommandLine::Parser {
 CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands, const std::string& version)
     : commands_(std::move(commands)), parser_(std::make_unique<Parser>()) {
   CLI::App& app = parser_->app;
-  // 0 is allowed, because our own error message then names an unknown word
+  // No command is allowed here, because the error message then names an unknown word.
   app.require_subcommand(0, 1);
   app.set_version_flag("-V,--version", version, "Print the version and exit");
   app.footer(

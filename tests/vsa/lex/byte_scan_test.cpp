@@ -1,5 +1,5 @@
-// Tests that bytes are counted and found in texts of every length: steps of sixteen bytes, and the
-// remaining bytes.
+// Tests that bytes are counted and found in texts of every length. The functions process sixteen
+// bytes at a time, and then the remaining bytes.
 #include "vsa/lex/byte_scan.h"
 
 #include <gtest/gtest.h>

@@ -32,8 +32,8 @@ struct TextEdit {
   friend bool operator==(const TextEdit&, const TextEdit&) = default;
 };
 
-/// A problem of one file. Its texts may contain parts of the file. Control characters and invalid
-/// UTF-8 in them are escaped when they are printed.
+/// A problem of one file. Its texts may contain parts of the file. When they are printed, control
+/// characters and invalid UTF-8 are escaped.
 struct Finding {
   Level level = Level::Error;
   /// The kind of problem in kebab case, such as "too-few-elements".

@@ -19,18 +19,18 @@ class CommandOption {
  public:
   explicit CommandOption(CLI::Option& option) : option_(&option) {}
 
-  /// Makes a command line without this option wrong.
+  /// Makes the option required: a command line without it is wrong.
   CommandOption required() const;
   /// Sets the placeholder for the value in the help, such as "FILE". Positional arguments have
   /// none.
   CommandOption valueName(const char* name) const;
   /// Shows the current value of the target in the help.
   CommandOption showDefault() const;
-  /// Makes a command line with both options wrong.
+  /// Makes a command line wrong if it contains this option and the other one.
   CommandOption excludes(CommandOption other) const;
   /// Accepts only numbers from `least` to `greatest`, both inclusive.
   CommandOption range(unsigned least, unsigned greatest) const;
-  /// Accepts only numbers from 0 up.
+  /// Accepts only numbers that are 0 or greater.
   CommandOption notNegative() const;
   /// Accepts a number of bytes, such as 100, 12k or 8G. 1k is 1024 bytes.
   CommandOption sizeInBytes() const;

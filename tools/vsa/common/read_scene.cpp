@@ -28,8 +28,8 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   return std::nullopt;
 }
 
-/// Adds the losses that are found in the bytes of the file. If the encoding is wrong, it is the
-/// only loss: half of the bytes of UTF-16 are NUL.
+/// Adds the losses that are found in the bytes of the file. If the encoding is wrong, only the
+/// encoding is reported: half of the bytes of UTF-16 are NUL, which would be a loss, too.
 void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   if (const char* encoding = foreignEncoding(source.head())) {
     losses.push_back(

@@ -12,7 +12,7 @@ namespace vsa_tools {
 std::string pathOf(const Difference& difference);
 
 /// The two values or the two connections of a difference. Types are added if they differ. Strings
-/// are shown from a few bytes before their first difference on.
+/// are shown without the characters before their first difference, except for the last few.
 struct DifferenceSides {
   std::string a, b;
 };

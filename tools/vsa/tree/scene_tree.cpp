@@ -10,9 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// The maximum level that is indented. Lines of deeper levels begin with the number of their level
-/// instead. With an indentation for each level, the tree of a chain of n nodes would have n * n
-/// characters.
+/// The maximum level that is indented. Lines of deeper levels begin with the number of their level.
+/// If every level were indented, the tree of a chain of n nodes would have n * n characters.
 constexpr std::size_t INDENTED_LEVELS = 40;
 
 /// Writes the trees of one scene.

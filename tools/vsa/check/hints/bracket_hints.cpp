@@ -65,8 +65,7 @@ void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& findin
   finding.hint = hintFor(text.at(open.begin.offset));
   const std::uint64_t noticed = noticedAt(text, open.begin.offset);
   const bool isAtEnd = noticed >= text.text().size();
-  // At the end of the text, the note has the end of the last line with text as its place. The end
-  // of the text itself may be in an empty line.
+  // At the end of the text, the place of the note is the end of the last line that is not empty.
   const std::uint64_t at = isAtEnd ? std::max(text.endBefore(noticed), open.end.offset) : noticed;
   const vsa::TextPosition begin = moved(text, open.begin, at);
   const vsa::TextPosition end = isAtEnd ? begin : moved(text, begin, at + 1);

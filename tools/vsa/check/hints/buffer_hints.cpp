@@ -98,7 +98,7 @@ void hintForCommas(HintText& text, const Literal& literal, Finding& finding) {
 }
 
 // Adds the element count that fits the list as a hint. If the last element is incomplete, the hint
-// is how many numbers the list and an element have.
+// gives the number of numbers in the list and in an element.
 void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;

@@ -1,4 +1,4 @@
-// Hints: tells how to correct the problems that the reader found.
+// Hints: finds out how to correct the problems that the reader reports.
 #pragma once
 
 #include <memory>
@@ -13,7 +13,7 @@ namespace vsa_tools {
 
 class HintText;
 
-/// Finds the hints for one file. It searches the text when a diagnostic first requires that.
+/// Finds the hints for one file. The text is searched only when a diagnostic requires it.
 class Hints {
  public:
   /// `text` is the text without a byte order mark, and `types` are the types of --types. Both must

@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 struct Excerpt {
   /// The line without its line end. Tabs are replaced by blanks, and control characters and invalid
-  /// UTF-8 are escaped. Of a long line, only the part around the carets is shown, with "..." at
-  /// each cut.
+  /// UTF-8 are escaped. Of a long line, only the part around the carets is shown. "..." replaces
+  /// the parts before and after it.
   std::string line;
   /// The blanks and carets that are printed below `line`. A wide character has two carets.
   std::string carets;

@@ -31,7 +31,8 @@ struct Totals {
   bool isEndedEarly = false;     ///< Whether --max-diagnostics was reached.
 };
 
-/// One output format. Several threads may call render(), but only one the other functions.
+/// One output format. Several threads may call render(), but only one thread may call the other
+/// functions.
 class Format {
  public:
   virtual ~Format() = default;
@@ -45,7 +46,7 @@ class Format {
   virtual std::string addClean(const std::string& /*file*/) { return {}; }
   /// Returns the text to print after all findings.
   virtual std::string end(const Totals& /*totals*/) { return {}; }
-  /// Whether people read the output. The summary is then a part of it.
+  /// Whether the output is for people. The summary is then a part of it.
   virtual bool isForPeople() const { return false; }
   /// Whether only the reader's log is printed.
   virtual bool isLog() const { return false; }

@@ -19,8 +19,8 @@ struct RenderedFinding {
   std::string text;
 };
 
-/// Prints the findings of all files. Several threads may call isFull(), but only one thread at a
-/// time the other functions.
+/// Prints the findings of all files. Several threads may call isFull(). The other functions must be
+/// called by one thread at a time.
 class Printer {
  public:
   Printer(Format& format, std::uint64_t maxFindings, Progress& progress)

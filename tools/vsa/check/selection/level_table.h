@@ -1,4 +1,4 @@
-// LevelTable: the level of each kind of finding, or that the kind is ignored.
+// LevelTable: the level of each kind of finding. A kind may also be ignored.
 #pragma once
 
 #include <map>

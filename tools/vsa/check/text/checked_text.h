@@ -22,8 +22,8 @@ struct LinePart {
 
 class CheckedText {
  public:
-  /// The maximum number of bytes that are kept of a file. A larger regular file is not kept at all.
-  /// Of pipes and devices, this number of bytes is kept.
+  /// The maximum number of bytes that are kept of a file. Nothing is kept of a larger regular file.
+  /// At most this number of bytes is kept of a pipe or a device.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.

@@ -23,8 +23,8 @@ inline bool isInNumber(char c) {
 
 /// Returns the part of a piece of a list in which each sequence of number characters is one
 /// element. The part begins with a whole number and ends before another number in the piece. `open`
-/// and `close` are the brackets of the list. Returns an empty text if the piece has such brackets
-/// inside, or if it has no such part.
+/// and `close` are the brackets of the list. Returns an empty text if there is no such part, or if
+/// such a bracket is inside the piece.
 inline std::string_view plainNumbers(std::string_view piece, char open, char close) {
   constexpr std::size_t MIN_BYTES = 64;
   if (piece.size() < MIN_BYTES) return {};
