@@ -77,7 +77,7 @@ TEST(BufferView, GivesTypeCountAndBytes) {
   EXPECT_EQ(scene["m"]["x"].buffer().elementType(), ElementType::Null);
 }
 
-// Counts the component counts with which the buffer can be read as T. Over all T there must be one.
+// Returns how many component counts allow the buffer to be read as T. The sum over all T must be 1.
 template <class T, std::size_t... Counts>
 int matches(const vsa::BufferView& view, std::index_sequence<Counts...>) {
   return ((view.as<T, Counts + 1>().problem() == BufferProblem::None ? 1 : 0) + ...);

@@ -200,8 +200,8 @@ TEST(HostScene, MayThrow) {
   EXPECT_THROW(std::rethrow_exception(outcome.exception), int);
 }
 
-// The reader checks types before it calls the scene. A program that calls the scene itself may not,
-// so the scene must refuse wrong types.
+// The reader checks types before it calls the scene. A program that calls the scene itself may omit
+// that check, so the scene must refuse wrong types.
 TEST(HostScene, RefusesWhatDoesNotFit) {
   Recorder scene;
   ASSERT_TRUE(vsa::readTextInto(scene, "lamp a: .n = 1; .k[0] = 1; .o.p = 2; .free |= a.out;")

@@ -28,8 +28,8 @@ struct Outcome {
   std::int64_t keptBlocks;
 };
 
-/// Reads while the k-th allocation fails, then reads again without a failure. 0 makes no allocation
-/// fail.
+/// Reads while the k-th allocation fails, then reads again without a failure. If `k` is 0, no
+/// allocation fails.
 Outcome readTwice(std::uint64_t k) {
   const zn::String text(
       "t n; n.v = vec3(1 2 3); n.b = int32[1] {1}; n.c = vec3f[1] {1 2 3}; n.r = n; n.l |= n.o;");

@@ -161,9 +161,10 @@ TEST_P(NoMemoryTest, StopsTheParseAndLeaksOnlyPayloads) {
   }
 }
 
-// The rows show how many payloads leak when the allocations fail one after another, without
-// repeated numbers. A payload counts from its literal until the scene takes ownership. A refused
-// payload counts until the end. Thus a row shows where the scene allocates memory in between.
+// Each row lists how many payloads leak when the first allocation fails, the second, and so on.
+// Equal numbers in sequence are listed once. A payload counts from its literal until the scene
+// takes ownership. A refused payload counts until the end. Thus a row shows where the scene
+// allocates memory in between.
 TEST_P(NoMemoryTest, LeaksAtMostThePayloadOfTheFailedStatement) {
   const std::pair<const char*, const char*> rows[] = {
       {"t n; n.i = 1; n.v = vec3(1 2 3); n.o.m[2] = 2; n.l |= n.out; n.r = n;", "0"},

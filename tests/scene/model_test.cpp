@@ -100,7 +100,8 @@ TEST(SceneNodes, ManyOfThem) {
   }
 }
 
-// A short list is searched linearly. A longer list has an index, and a long one has its own block.
+// A short list is searched linearly, and a longer list through an index. A very long list has its
+// own memory block.
 TEST(SceneNodes, WithThousandsOfInputsAndOutputs) {
   Scene scene;
   Node* const node = scene.createNode("open", "n", "");

@@ -1,5 +1,5 @@
-// Tests how much memory a scene needs when many short texts are read into it. An editor that sends
-// one statement at a time does that.
+// Tests how much memory a scene needs when many short texts are read into it. For example, an
+// editor may send one statement at a time.
 #include <gtest/gtest.h>
 
 #include <cstddef>

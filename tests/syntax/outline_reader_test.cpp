@@ -140,7 +140,7 @@ TEST(OutlineReaderTest, AgreesOnRandomTexts) {
   }
 }
 
-// A long statement is delivered in the same parts. A path may be longer than a part.
+// Both readers deliver a long statement in the same parts. A path may be longer than a part.
 TEST(OutlineReaderTest, AgreesOnLongStatements) {
   constexpr int MANY = 40000;
   std::string path = "n.i", words, numbers;

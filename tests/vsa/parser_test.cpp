@@ -188,7 +188,7 @@ TEST(VsaParserParse, InvalidCharacterAfterTheThirdTokenIsLogged) {
   EXPECT_EQ(reading.log, Lines{"error: INVALID TOKEN (1,5): '}'"});
   EXPECT_EQ(reading.calls, Lines{});
   // An invalid token that is at most three tokens ahead ends the reading before the previous
-  // statement.
+  // statement is executed.
   EXPECT_EQ(read("a b; c d }").calls, Lines{});
   EXPECT_EQ(read("a b; c d e }").calls, Lines{"createNode a b <>"});
 }

@@ -84,7 +84,7 @@ const ArgumentRow ARGUMENT_ROWS[] = {
     {OverLimit, "a x; x.b = byte[90000000000] {1};", {"67108864"}},
 };
 
-// Returns the message that its format in the table gives with the arguments.
+// Returns the message: its format in the table, with the arguments inserted.
 std::string formatted(const vsa::Diagnostic& found) {
   std::string_view format = zn::korvo_sdk::DIAGNOSTIC_ROWS[static_cast<int>(found.id)].format;
   std::string message;

@@ -18,7 +18,7 @@ TEST(TextColumn, OfAsciiIsTheSame) {
 }
 
 TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
-  // The line has a character of 2, 3 and 4 bytes each, and then "x".
+  // The line has characters of 2, 3 and 4 bytes, and then "x".
   const std::string line = "\xC3\xA4\xE2\x82\xAC\xF0\x9F\x98\x80x";
   const std::uint64_t characters[] = {1, 1, 2, 2, 2, 3, 3, 3, 3, 4, 5};
   const std::uint64_t units[] = {1, 1, 2, 2, 2, 3, 3, 3, 3, 5, 6};
@@ -28,8 +28,8 @@ TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
   }
 }
 
-// The characters are the first or last valid ones next to an overlong form, a surrogate, or a
-// character beyond U+10FFFF.
+// The characters are valid, but next to invalid ones: an overlong form, a surrogate, or a character
+// beyond U+10FFFF.
 TEST(TextColumn, CountsTheFirstAndTheLastCharacterOfAForm) {
   for (const std::string line :
        {"\xE0\xA0\x80", "\xED\x9F\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {

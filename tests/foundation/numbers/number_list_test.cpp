@@ -99,8 +99,8 @@ TEST(NumberList, UncommonLists) {
   forAllTypes([](auto type) {
     for (const std::string list : LISTS) {
       for (size_t capacity = 0; capacity < 6; ++capacity) checkList<decltype(type)>(list, capacity);
-      // In a longer list, the loop of the kernel converts the numbers, and not only the code for
-      // the last ones.
+      // In a longer list, the main loop of the kernel converts the numbers. In a short list, only
+      // the code for the last numbers does.
       const std::string more = "1 2 3 4 5 6 7 8 9 10 11 12 13 14 15 16 17 18 19 20 21 22 23 24 25";
       checkList<decltype(type)>(list + " " + more, 100);
       checkList<decltype(type)>(more + " " + list + " " + more, 100);

@@ -255,9 +255,9 @@ TEST(NumberText, HalfWayBetweenFloats) {
   }
 }
 
-/// Tests texts of seventeen digits whose nearest double is half-way between two floats. The text
-/// itself is not half-way. If a float were rounded from that double, it would always be the even
-/// one.
+/// Tests texts of seventeen digits whose nearest double is half-way between two floats, while the
+/// text itself is not. A float that is rounded from that double would always be the even one of the
+/// two.
 TEST(NumberText, NextToHalfWayBetweenFloats) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 20000; ++i) {

@@ -18,8 +18,8 @@ std::string longName(std::size_t length) {
   return std::string(length, 'q');
 }
 
-// Returns statements with groups of names that differ only in their last byte. That is every byte
-// with which a name can end.
+// Returns statements with groups of names. The names of a group differ only in the last byte, which
+// is each byte that a name can end with.
 GeneratedText everyLastByte(std::size_t bytes, std::string_view head, const char* before,
                             const char* after) {
   GeneratedText made{std::string(head)};

@@ -52,8 +52,8 @@ TEST_F(MergeCommandTest, ANodeThatWasRemovedIsNoClash) {
   }
 }
 
-// The statements of the later text would change the node of the earlier text, so it is not allowed
-// to use the name.
+// The statements of the later text would change the node of the earlier text, so the name must not
+// be used again.
 TEST_F(MergeCommandTest, ANodeThatIsRemovedLaterIsAClash) {
   write("a.vsa", "t n: .x = 1;");
   for (const char* text : {"t n: .x = 2; remove n;", "remove n;"}) {

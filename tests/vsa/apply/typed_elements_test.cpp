@@ -1,5 +1,5 @@
 // Tests that untyped elements get a type, even if the scene has removed their type before. When an
-// array is filled one element at a time, not all its elements are checked each time.
+// array is filled one element at a time, each step checks only a few elements.
 #include "vsa/apply/values/typed_elements.h"
 
 #include <gtest/gtest.h>
