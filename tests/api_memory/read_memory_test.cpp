@@ -128,8 +128,8 @@ TEST(ReadMemory, OfARefusedValueIsFreedBeforeTheNextStatement) {
   EXPECT_LT(AllocationTracker::count().peakBytes, 3'000'000);
 }
 
-// Calls `read` once for each of its allocations, which then fails alone or together with all later
-// allocations. Passes the status of each result to `check`.
+// Calls `read` once for each of its allocations, and makes that allocation fail, alone or together
+// with all later allocations. Passes the status of each result to `check`.
 template <class Read, class Check>
 void failEachAllocation(const Read& read, const Check& check) {
   for (const bool everAfter : {false, true}) {

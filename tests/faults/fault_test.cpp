@@ -359,8 +359,8 @@ struct HostRead {
   End end = End::True;
 };
 
-/// Reads the text once for each call of the scene, which then throws. Adds the names of these calls
-/// to `thrown`.
+/// Reads the text once for each call of the scene, and makes that call throw. Adds the names of
+/// these calls to `thrown`.
 void throwAtEveryCall(const Text& text, std::set<std::string>& thrown) {
   for (std::uint64_t n = 1;; ++n) {
     HostRead faulty;
@@ -424,7 +424,8 @@ std::vector<std::string> creationsIn(const Text& text) {
   }
 }
 
-/// Reads the text once for each creation, which is then refused. Returns the number of creations.
+/// Reads the text once for each creation, and makes the scene refuse it. Returns the number of
+/// creations.
 std::uint64_t refuseEveryCreation(const Text& text) {
   for (std::uint64_t n = 1;; ++n) {
     const std::string where = text.name + ", creation " + std::to_string(n);

@@ -1,5 +1,5 @@
-// Tests of the value record: each tuple and each matrix overlaps `components` and has as many
-// components.
+// Tests of the value record: each tuple and each matrix overlaps `components`, from the first
+// component to the last.
 #include <vsa/scene/attr_data.h>
 
 #include <gtest/gtest.h>

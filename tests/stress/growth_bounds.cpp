@@ -73,7 +73,8 @@ struct Cost {
   std::uint64_t stackBytes;
 };
 
-// Makes the allocator get `bytes` bytes from the system, if it can, and keep them.
+// Makes the allocator request `bytes` bytes from the system and keep them. Does nothing if there is
+// not that much memory.
 void prefaultMemory(std::size_t bytes) {
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, -1);

@@ -189,7 +189,8 @@ TEST_F(WriteFile, LinkThatLeadsToItself) {
 
 std::atomic<int> signals = 0;
 
-// A pipe has room for some 64 KiB. The writer then waits for the reader, and signals interrupt it.
+// A pipe has room for some 64 KiB. When it is full, the writer waits for the reader, and signals
+// interrupt the writer.
 TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
   const fs::path pipe = folder / "pipe";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);

@@ -193,7 +193,7 @@ TEST(String, CompareNoCase) {
   EXPECT_GT(String("b").compareNoCase("A"), 0);
   EXPECT_LT(String("with").compareNoCase("within"), 0);
   EXPECT_GT(String("within").compareNoCase("WITH"), 0);
-  EXPECT_NE(String("@").compareNoCase("`"), 0);  // like 'A' and 'a', but no letters
+  EXPECT_NE(String("@").compareNoCase("`"), 0);  // they differ in one bit like 'A' and 'a'
   EXPECT_NE(String("\xc3\x84").compareNoCase("\xc3\xa4"), 0);
   EXPECT_GT(String("\xc3").compareNoCase("z"), 0);
 }

@@ -156,7 +156,7 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   return result;
 }
 
-// Applies edits in rounds until no finding has any.
+// Applies the edits of findings in rounds, until no finding has edits.
 std::uint64_t CheckRun::fix(const Item& item) {
   std::uint64_t fixed = 0;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {
