@@ -131,7 +131,7 @@ static void check_options(void) {
   CHECK(vsa_reading_status(reading) == VSA_CANCELLED && calls == 1);
   vsa_free(reading);
 
-  memset(&options, 0, sizeof options); /* not initialised */
+  memset(&options, 0, sizeof options); /* instead of vsa_options_init() */
   reading = read_text("lamp a;", &options);
   CHECK(vsa_reading_status(reading) == VSA_WRONG_USE && vsa_first_node(reading) == NULL);
   CHECK(vsa_reading_message(reading).length != 0);
@@ -162,7 +162,7 @@ static void check_skipped_buffers(const char* folder) {
   vsa_free(loaded);
 }
 
-/* Every function takes what is missing. */
+/* Every function accepts a null pointer for a missing reading, node or input. */
 static void check_missing(void) {
   double real = 7;
   vsa_text text = {"before", 6};

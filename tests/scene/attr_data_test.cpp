@@ -1,5 +1,4 @@
-// Tests of the value record: each tuple and each matrix overlaps `components`, from the first
-// component to the last.
+// Tests of the value record: the sizes of its tuples and matrices, and its default values.
 #include <vsa/scene/attr_data.h>
 
 #include <gtest/gtest.h>

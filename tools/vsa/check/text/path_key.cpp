@@ -8,8 +8,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Odd constants for hashing with irregular bits. They are the fractional parts of the golden ratio
-// and of pi.
+// Constants for hashing. They are odd and have irregular bits: the fractional parts of the golden
+// ratio and of pi.
 constexpr std::uint64_t FACTOR = 0x9E3779B97F4A7C15, MEMBER = 0x243F6A8885A308D3,
                         ELEMENT = 0x13198A2E03707345;
 
