@@ -7,8 +7,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Removes the periods and blanks at the end of a message: the period of the log line, and the
-// period that some messages have before it. Keeps three periods, which end a shortened text.
+// Removes the periods and blanks at the end of a message. Both the log line and some messages end
+// with a period. Three periods are kept, because they end a shortened text.
 std::string withoutPeriod(std::string text) {
   const std::size_t length = text.find_last_not_of('.') + 1;
   const std::size_t periods = text.size() - length;
@@ -17,9 +17,9 @@ std::string withoutPeriod(std::string text) {
   return text;
 }
 
-// The diagnostic of an invalid token has only the character as its message, and describes the
-// problem in its kind: "INVALID PAREN LIST TOKEN". The message of the finding therefore begins with
-// that kind. All other kinds only repeat the severity.
+// Returns the message of a finding. The message of an invalid token is only the character, and its
+// kind describes the problem: "INVALID PAREN LIST TOKEN". Therefore the finding begins with that
+// kind. All other kinds only repeat the severity.
 std::string messageOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
   std::string text;
   if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||

@@ -1,4 +1,4 @@
-// Converts a diagnostic of the reader to a finding.
+// findingOf(): converts a diagnostic of the reader to a finding.
 #pragma once
 
 #include <vsa/reading/read_diagnostic.h>
@@ -7,7 +7,8 @@
 
 namespace vsa_tools {
 
-/// `reading` determines whether long names and values are shortened.
+/// Returns the finding of a diagnostic. `reading` determines whether long names and values are
+/// shortened.
 Finding findingOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading);
 
 }  // namespace vsa_tools

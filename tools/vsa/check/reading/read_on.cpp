@@ -16,10 +16,11 @@ namespace {
 using vsa::Diagnostic;
 using vsa::DiagnosticId;
 
-// Each reading of the whole text may find mistakes that reading on has missed. In practice the
-// first or second one is complete.
+// The maximum number of readings of the whole text. Each may find mistakes that reading on has
+// missed. In practice, the first or second reading is complete.
 constexpr int MAX_WHOLE_READINGS = 4;
-// The lexer is up to three tokens, and so up to three statements, ahead of the parser.
+// The number of tokens that the lexer may be ahead of the parser. Each token may be in another
+// statement.
 constexpr std::size_t LOOKAHEAD = 3;
 
 bool isOfLexer(DiagnosticId id) {
@@ -27,7 +28,8 @@ bool isOfLexer(DiagnosticId id) {
          id == DiagnosticId::UnexpectedEof || id == DiagnosticId::EndMark;
 }
 
-/// The name of the node that the diagnostic reports as missing; empty if it reports something else.
+/// Returns the name of the node that the diagnostic reports as missing, or an empty text if it
+/// reports something else.
 std::string_view missingNode(const Diagnostic& found) {
   switch (found.id) {
     case DiagnosticId::NodeNotFound: {
@@ -42,8 +44,7 @@ std::string_view missingNode(const Diagnostic& found) {
   }
 }
 
-/// Iterates over the statements of the repaired text and stores the node that the last `:`
-/// selected.
+/// Moves over the statements of the repaired text and stores the current with node.
 class StatementCursor {
  public:
   struct Place {
@@ -62,13 +63,14 @@ class StatementCursor {
     }
   }
 
-  /// Moves to a wrong statement that was replaced. Scans the text again from there.
+  /// Moves to a wrong statement that was replaced. The next call of moveTo() scans the text from
+  /// there.
   void moveToReplaced(std::size_t begin) {
     push(begin);
     at_ = begin;
   }
 
-  /// Moves back to the beginning of the last statement, and returns this offset.
+  /// Moves back to the beginning of the last statement, and returns the offset of that beginning.
   std::size_t back() {
     if (places_.empty()) return at_;
     at_ = places_.back().begin;
@@ -78,7 +80,7 @@ class StatementCursor {
   }
 
   Place place() const { return {at_, with_}; }
-  /// The place LOOKAHEAD statements before, or the first one known.
+  /// Returns the place LOOKAHEAD statements before the current one, or the first known place.
   Place earlierPlace() const { return places_.empty() ? place() : places_.front(); }
 
  private:
@@ -112,8 +114,8 @@ class FurtherReading {
   }
 
  private:
-  // Reads the parts into one scene, for the fatal diagnostics only. Reads the statements before the
-  // stop again, because they create the nodes.
+  // Reads the text in parts into one scene, only to find the fatal diagnostics. The statements
+  // before the stop are read again, because they create the nodes.
   void readParts() {
     vsa::Scene scene;
     StatementCursor cursor;
@@ -124,12 +126,14 @@ class FurtherReading {
       if (repair_.isStuck()) return;
       cursor.moveTo(repair_.text(), repair_.lastBegin());
       cursor.moveToReplaced(repair_.lastBegin());
-      // The parser has not executed the statements in its lookahead.
+      // The parser has not executed the statements that were in its lookahead, so they are read
+      // again.
       if (isLexer) readPart(scene, cursor.earlierPlace(), repair_.lastBegin());
     }
   }
 
-  /// Whether the reading of the part from `place` up to `end` ended with a fatal diagnostic.
+  /// Reads the part from `place` to `end` (exclusive). Returns whether a fatal diagnostic ended the
+  /// reading.
   bool readPart(vsa::Scene& scene, const StatementCursor::Place& place, std::size_t end) {
     const std::string_view part = repair_.textFrom(place.begin, place.with);
     shift_ = repair_.text().size() - part.size();
@@ -154,7 +158,8 @@ class FurtherReading {
       if (!found.endedReading && isWhole) report(shifted(found));
     };
     vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, options);
-    // A count that no memory can hold is a diagnostic of the text: OutOfMemory.
+    // A count that no memory can hold is no failure. It is a diagnostic of the text, with
+    // OutOfMemory.
     if (outcome.status == vsa::ReadStatus::HostException) failure_ = outcome.exception;
     return outcome;
   }
@@ -181,7 +186,7 @@ class FurtherReading {
     if (name.empty() || !repair_.isSuspect(name)) consumer_(found);
   }
 
-  /// Whether the diagnostic only follows from a node that was already reported as missing.
+  /// Returns whether the diagnostic only follows from a node that was already reported as missing.
   bool isOfMissingNode(const Diagnostic& found) {
     if (found.id == DiagnosticId::WithNodeNotSet) return std::exchange(isNodeMissing_, true);
     const std::string_view name = missingNode(found);

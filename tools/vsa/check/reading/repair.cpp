@@ -33,7 +33,8 @@ Statement regionAt(std::string_view text, std::size_t offset, std::size_t scanFr
   return region;
 }
 
-/// Whether the reader accepts the grammar of a statement, whatever nodes and inputs it names.
+/// Returns whether the reader accepts the grammar of a statement. Missing nodes and inputs do not
+/// matter.
 bool isGrammatical(const std::string& statement) {
   vsa::ReadOptions options;
   options.buffers = vsa::BufferMode::Skip;
@@ -152,8 +153,9 @@ bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
   return true;
 }
 
-// Keeps `TYPE NAME` and ends it with the `:` that follows, or with a `;`. If the statement ends
-// with `:` and declares no name, the following statements need a node, so one is declared for them.
+// Replaces a statement by the declaration at its beginning, `TYPE NAME`, which then ends with the
+// `:` of the statement or with a `;`. If the statement ends with `:` but has no name, the
+// statements after it still need a node. A node is then declared for them.
 void Repair::keepDeclaration(const Statement& region) {
   const std::size_t typeEnd = endOfName(text(), region.begin);
   const std::size_t name = skipBlanks(text(), typeEnd);
@@ -181,7 +183,8 @@ void Repair::blank(std::size_t begin, std::size_t end) {
   }
 }
 
-// A name after another name may be the one that the statement should declare.
+// Adds the names that the statement may have been intended to declare: each name after another
+// name.
 void Repair::addSuspects(const Statement& region) {
   const std::string_view all = text().substr(0, region.end);
   bool isAfterName = false;

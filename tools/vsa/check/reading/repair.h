@@ -1,4 +1,4 @@
-// Repair: a copy of a text in which wrong statements are replaced, so that it can be read on.
+// Repair: a copy of a text in which wrong statements are replaced, so that reading can continue.
 //
 // A replacement has as many bytes as what it replaces, so that offsets do not change. (Lines may
 // change: a `;` may replace a line end.) A wrong statement is replaced in steps. Each further step
@@ -28,23 +28,23 @@ class Repair {
   /// The repaired text.
   std::string_view text() const { return std::string_view(padded_).substr(PADDING); }
 
-  /// The repaired text from `from` on. If `with` is neither empty nor too long, a statement that
-  /// selects this node precedes it. restore() removes that statement.
+  /// Returns the repaired text from `from` on. If `with` is not empty and not too long, a statement
+  /// that makes it the with node precedes that text. restore() removes the statement again.
   std::string_view textFrom(std::size_t from, std::string_view with);
   void restore();
 
-  /// Replaces the statement in which `fatal` was found, at `offset`. `scanFrom` is the beginning of
-  /// a statement before it. Returns whether this is the first mistake in that statement: another
-  /// one may only follow from the replacement.
+  /// Replaces the statement that contains `offset`, where `fatal` was found. `scanFrom` is the
+  /// beginning of a statement before it. Returns whether this is the first mistake in the
+  /// statement. A further mistake may only follow from the replacement.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
-  /// Whether nothing was left to replace.
+  /// Whether the last call of replace() found nothing to replace.
   bool isStuck() const { return isStuck_; }
   /// The beginning of the statement that was replaced last.
   std::size_t lastBegin() const { return lastBegin_; }
 
-  /// Whether a replaced statement may have declared a node of this name, or the name has been
-  /// reported as missing.
+  /// Whether a replaced statement may have declared a node of this name, or a diagnostic has
+  /// reported such a node as missing.
   bool isSuspect(std::string_view name) const { return suspects_.count(name) != 0; }
   void addSuspect(std::string_view name) { suspects_.emplace(name); }
 

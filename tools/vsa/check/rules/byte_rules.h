@@ -1,4 +1,4 @@
-// Rules about the bytes of a text: its encoding, NUL bytes, line ends.
+// Rules about the bytes of a text: its encoding, NUL bytes and line ends.
 #pragma once
 
 #include "tools/vsa/check/rules/rule_findings.h"

@@ -1,9 +1,8 @@
-// Rules: what vsa check looks for besides the diagnostics of the reader. The reader accepts what a
-// rule reports, but it is probably not intended.
+// The rules of vsa check. They report what the reader accepts but what is probably not intended.
 //
-// A rule is a row of rule_table.h. Rules that inspect the same things are one family, a class or
-// function in a file of its own, so that a text is read once for all of them. Configuration,
-// comments in the text and the baseline are applied to the findings afterwards.
+// A rule is a row of rule_table.h. Rules that inspect the same things are a family. A family is a
+// class or a function in its own file, so that a text is read once for all of its rules. The
+// configuration, comments in the text and the baseline are applied to the findings afterwards.
 #pragma once
 
 #include <functional>
@@ -18,49 +17,55 @@
 
 namespace vsa_tools {
 
-/// The input of the rules. All members must stay valid until runRules returns.
+/// The input of the rules. All members must remain valid until runRules() returns.
 struct RuleInput {
-  /// The file without a byte order mark. Empty if the file is too large to be kept in memory.
+  /// The text of the file without a byte order mark. Empty if the file is too large to be kept in
+  /// memory.
   std::string_view text;
-  /// Whether `text` is the whole file. If not, rules about the text are left out, and findings
+  /// Whether `text` is the whole file. If it is not, rules about the text do not run, and findings
   /// about the scene have no place.
   bool isTextKept = true;
-  /// The result of the reading; after a fatal mistake, of the text without the wrong statements.
+  /// The scene of the text. After a fatal mistake, it is the scene of the text without wrong
+  /// statements.
   vsa::SceneView scene;
-  /// How the reading ended, and its diagnostics.
+  /// The outcome of the reading, with its diagnostics.
   const vsa::ReadOutcome& outcome;
-  /// The node types of --types; none if it is not given.
+  /// The node types of --types. Empty without that option.
   std::span<const vsa::TypeDescription> types = {};
 };
 
 struct Rule {
-  const char* id;     ///< The id in kebab case.
-  Level level;        ///< The level of the rule's findings.
-  const char* group;  ///< A name that --error, --warn and --ignore take for all rules of the group.
-  bool isDefault;     ///< Whether the rule runs by default.
-  const char* purpose;  ///< One line for a list of rules. docs/rules.md has a page with the id.
+  const char* id;  ///< The id in kebab case.
+  Level level;     ///< The level of the rule's findings.
+  /// A name that --error, --warn and --ignore accept for all rules of the group.
+  const char* group;
+  bool isDefault;  ///< Whether the rule runs without an option.
+  /// One line for a list of rules. The section of the rule in docs/rules.md has its id as the
+  /// heading.
+  const char* purpose;
 };
 
-/// All rules.
+/// Returns all rules.
 std::span<const Rule> allRules();
 
 /// The rules that run.
 class RuleSet {
  public:
-  RuleSet() = default;  ///< Assign another set before use.
+  RuleSet() = default;  ///< An empty set, to which another set must be assigned.
   explicit RuleSet(const std::function<bool(const Rule&)>& isEnabled);
 
-  /// Whether the rule runs; `rule` is its index in allRules().
+  /// Whether the rule with the index `rule` in allRules() runs.
   bool has(std::size_t rule) const { return enabled_[rule]; }
 
  private:
   std::vector<bool> enabled_;
 };
 
-/// Called with each finding. An exception that the consumer throws ends the rules.
+/// A function that receives each finding. An exception that the function throws ends the rules.
 using FindingConsumer = std::function<void(Finding&&)>;
 
-/// Delivers the findings of the rules that run, in any order, with ids and levels.
+/// Delivers the findings of the rules that run, with ids and levels. The findings are in no
+/// particular order.
 void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer);
 
 }  // namespace vsa_tools

@@ -14,18 +14,18 @@ namespace vsa_tools {
 
 class RuleFindings {
  public:
-  /// `text` is the text that contains the findings.
+  /// `text` is the text that the findings are about.
   RuleFindings(const RuleSet& rules, std::string_view text, const FindingConsumer& consumer)
       : rules_(rules), places_(text), consumer_(consumer) {}
 
   bool isEnabled(RuleId rule) const { return rules_.has(static_cast<std::size_t>(rule)); }
   bool isAnyEnabled(std::initializer_list<RuleId> rules) const;
 
-  /// The range of `part`, a view of a part of the text.
+  /// Returns the range of `part`, which must be a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
 
-  /// Begins a finding of a rule that is enabled, and returns it to be completed. The finding is
-  /// delivered when the next one is added.
+  /// Begins a finding of a rule that runs, and returns it. The caller completes the finding. It is
+  /// delivered when the next finding is added.
   Finding& add(RuleId rule, std::optional<vsa::TextRange> range, std::string message);
   /// Delivers the last finding.
   void finish();

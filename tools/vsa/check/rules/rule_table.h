@@ -1,4 +1,5 @@
-// The rules, one row each: VSA_ROW(name, id, level, group, runs by default, purpose).
+// The table of the rules, one row for each: VSA_ROW(name, id, level, group, runs by default,
+// purpose).
 #pragma once
 
 #include <cstdint>
@@ -74,7 +75,7 @@
 
 namespace vsa_tools {
 
-/// Identifies a rule: its index in allRules().
+/// The number of a rule: its index in allRules().
 enum class RuleId : std::uint8_t {
 #define VSA_ROW(name, ...) name,
   VSA_RULE_TABLE(VSA_ROW)

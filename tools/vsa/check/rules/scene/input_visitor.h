@@ -1,5 +1,5 @@
-// Visits all inputs of a node, with elements and members, without recursion, because scenes may be
-// deep.
+// visitInputs(): visits all inputs of a node, with their elements and members. It does not recurse,
+// because scenes may be deep.
 #pragma once
 
 #include <vector>

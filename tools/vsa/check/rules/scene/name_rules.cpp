@@ -1,4 +1,4 @@
-// Rules about names of nodes: names that are nearly the same, and nodes that no link names.
+// Rules about names of nodes: names that are nearly the same, and nodes that no link refers to.
 #include <algorithm>
 #include <string>
 #include <unordered_map>
@@ -14,7 +14,7 @@ namespace {
 
 using vsa::NodeView;
 
-// Names below this length often differ by one letter on purpose.
+// The minimum length of compared names. Shorter names often differ in one letter intentionally.
 constexpr std::size_t MIN_NAME = 4;
 
 void addSimilar(SceneFindings& found, RuleId rule, std::string_view name, std::string_view other) {
@@ -33,13 +33,13 @@ void findSameButCase(SceneFindings& found) {
   }
 }
 
-// Whether the character at `i` is not a digit: names that differ in a digit are usual.
+// Returns whether the character at `i` is not a digit. Many names differ only in a digit.
 bool isLetterAt(std::string_view name, std::size_t i) {
   return !(name[i] >= '0' && name[i] <= '9');
 }
 
-// Two names of the same length that differ in one letter are equal without that letter. The key is
-// the rest of the name with the position of the letter.
+// Finds names of the same length that differ in one letter. Without that letter they are equal, so
+// the key is the name without the letter, together with the position of the letter.
 void findSameButLetter(SceneFindings& found) {
   std::unordered_map<std::string, std::string_view> names;
   for (const NodeView node : found.input().scene.nodes()) {

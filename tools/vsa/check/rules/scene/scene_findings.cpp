@@ -12,7 +12,7 @@ namespace {
 
 using Place = SceneFinding::Place;
 
-/// The places of one input or node.
+/// The places of one input or node in the text.
 struct Places {
   std::string_view& operator[](Place place) { return parts[static_cast<std::size_t>(place)]; }
   std::string_view parts[4];  // the part of the text for each Place; empty if there is none
@@ -21,7 +21,7 @@ struct Places {
 
 using PlaceTable = std::unordered_map<PathKey, Places>;
 
-/// Finds where a text assigns to the inputs and declares the nodes of a table.
+/// Finds the assignments to the inputs of a table, and the declarations of its nodes.
 class PlaceFinder {
  public:
   explicit PlaceFinder(PlaceTable& table) : table_(table) {}

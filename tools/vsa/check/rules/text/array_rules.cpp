@@ -1,4 +1,5 @@
-// Rules about arrays: elements that no statement names, and "[*]" where an index was meant.
+// Rules about arrays: elements that no statement names, and "[*]" where an index was probably
+// intended.
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -17,22 +18,21 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum number of elements that are stored for each array because no statement has named them
-// yet.
+// The maximum number of missing elements that are stored for each array.
 constexpr std::uint64_t MAX_MISSING = 4096;
 
-/// The elements of an array that no statement has named.
+/// The missing elements of an array: those that no statement has named yet.
 struct Gap {
   std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
-  std::string_view next;       // the index that left out the first of these elements
-  PathKey name = 0, node = 0;  // keys of the node: `node` depends on its generation, too
+  std::string_view next;       // the index in the text that left out the first of them
+  PathKey name = 0, node = 0;  // keys of the node: `node` also depends on its generation
 };
 
-/// The properties of an array so far.
+/// What the statements so far show about an array.
 struct ArrayUse {
   std::uint64_t size = 0;
-  std::unique_ptr<Gap> gap;  // null if no elements were left out
+  std::unique_ptr<Gap> gap;  // null if no elements are missing
 };
 
 class ArrayRules final : public StatementRule {
@@ -55,7 +55,7 @@ class ArrayRules final : public StatementRule {
   }
 
  private:
-  /// A statement that appends an object by its first member.
+  /// A statement with "[*]", which appends an element.
   struct Append {
     PathKey array = 0;
     std::string_view members;  // the path after the "[*]"
@@ -91,7 +91,8 @@ class ArrayRules final : public StatementRule {
     }
   }
 
-  // The elements of an array are known only if this text creates the node.
+  // Records the nodes that this text creates. The elements of an array are known only in such a
+  // node.
   void visitNode(const StatementView& view) {
     if (view.kind() == vsa::StatementKind::Remove) {
       nodes_.remove(view.nodeKey);
@@ -100,7 +101,8 @@ class ArrayRules final : public StatementRule {
     }
   }
 
-  // The path of the array for a message: up to the index `last`, with numbers instead of "[*]".
+  // Returns the path of the array for a message. It ends before the index `last`, and has numbers
+  // instead of "[*]".
   std::string shownArray(const StatementView& view, std::string_view last) const {
     std::string path = shortened(view.node);
     auto index = indices_.begin();
@@ -129,7 +131,7 @@ class ArrayRules final : public StatementRule {
     return *index;
   }
 
-  // Records the elements before `index` as not named yet.
+  // Records the elements before `index` as missing.
   void leaveOut(ArrayUse& array, std::uint64_t index, const StatementView& view,
                 std::string_view step) {
     if (!array.gap || array.gap->missing.empty()) {

@@ -1,7 +1,7 @@
-// Rules about inputs that several statements assign to.
+// Rules about inputs that several statements assign.
 //
-// A first pass over the statements finds such inputs and stores only their keys. Most texts have
-// none. If there are some, a second pass inspects the statements of these inputs.
+// A first pass over the statements finds such inputs and stores only their keys. Most texts have no
+// such inputs. Otherwise a second pass inspects the statements of these inputs.
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -16,25 +16,27 @@ namespace {
 
 using vsa::StatementKind;
 
-/// The keys of the inputs that get a value or a connection, made from the paths as they are
-/// written.
+/// The keys of the inputs to which statements assign a value or a connection. The keys are hashes
+/// of the paths as they are written.
 class AssignedInputs {
  public:
-  /// The key of the input that the statement assigns to; nothing if the rules ignore the statement.
+  /// Returns the key of the input that the statement assigns, or nothing if the rules ignore the
+  /// statement.
   std::optional<PathKey> of(const StatementView& view) {
     if (view.kind() == StatementKind::Remove) nodes_.remove(view.nodeKey);
     if (isMisplaced(view)) return std::nullopt;
     if (!view.hasPath() || view.node.empty() || isNull(view)) return std::nullopt;
     const PathKey node = nodes_.keyOf(view.nodeKey);
     const std::string_view path = view.statement.path;
-    // "[*]" appends another element each time.
+    // "[*]" appends another element each time, so such a path has no key.
     const bool isNewElement =
         !view.statement.isPlainPath && path.find('*') != std::string_view::npos;
     return isNewElement ? std::nullopt : std::optional(keyOfMember(node, path));
   }
 
  private:
-  // "= null" declares an input for a link that follows, and gives it no value.
+  // Returns whether the value is null. "= null" declares an input for a later link, and gives it no
+  // value.
   static bool isNull(const StatementView& view) {
     return view.statement.valueKind == vsa::SyntaxKind::Null;
   }
@@ -81,7 +83,7 @@ class AssignmentRules final : public StatementRule {
   }
 
  private:
-  /// The last statements that assign to an input.
+  /// The last value and the last connection that statements assign to an input.
   struct Uses {
     std::optional<std::string_view> value;
     std::optional<std::string_view> connection;

@@ -16,8 +16,8 @@ namespace {
 
 using vsa::ElementType;
 
-// A buffer is reported if it declares this many times the bytes of its literal, and more than a
-// mebibyte.
+// The limits for reporting a buffer that is far larger than its literal: the factor between both
+// sizes, and the minimum size of the buffer in bytes. Both must be exceeded.
 constexpr std::uint64_t FAR_LARGER = 1024;
 constexpr std::uint64_t MIN_DECLARED_BYTES = 1 << 20;
 std::optional<std::uint64_t> countIn(std::string_view brackets) {
@@ -90,7 +90,7 @@ class BufferRules final : public StatementRule {
                        : "write the count of the data, `[" + std::to_string(whole) + "]`";
   }
 
-  // Checks the digits after a period, for a type that cannot be compressed. A number with many such
+  // Checks the digits after a period if the type cannot be compressed. A number with many such
   // digits is probably compressed data.
   void checkDigits(const BufferLiteral& literal, std::size_t content) {
     const std::string_view digits = literal.list.substr(content + 1);

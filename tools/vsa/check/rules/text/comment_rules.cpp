@@ -18,8 +18,9 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-// The rest of a text that begins with `word` in any letter case, without the blanks, ":" and "="
-// after the word. Empty if that rest does not begin with a digit.
+// Returns the number after `word` at the beginning of a text. The case of letters is ignored.
+// Blanks, ":" or "=" must be between the word and the number. Returns an empty text if there is no
+// such number.
 std::string_view numberBehind(std::string_view text, std::string_view word) {
   if (text.size() <= word.size()) return {};
   const bool isWord = std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) {
@@ -63,7 +64,7 @@ class CommentRules final : public StatementRule {
     finding.edits = {{begin, begin + end, corrected}};
   }
 
-  // Checks a comment that has "time:" inside a longer word, or after other words.
+  // Checks a comment with "time:" inside a longer word, or after other words.
   void checkTime(std::string_view comment, std::string_view text) {
     if (text.starts_with("time:") || !found_.isEnabled(RuleId::AccidentalTime)) return;
     const std::string_view value = trimmed(text.substr(text.find(':') + 1));

@@ -1,4 +1,4 @@
-// Rules about lists of numbers that the reader reads differently from what they look like.
+// Rules about lists of numbers that the reader reads in another way than they look.
 #include <cstdint>
 #include <string>
 
@@ -14,8 +14,8 @@ using vsa::SyntaxKind;
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
 
-// Four characters as one number, with letters in lower case. The conversion to lower case makes no
-// other character of a word a letter or a digit.
+// Returns four characters as one number, with letters in lower case. In a word, this makes no other
+// character equal to a letter or a digit.
 constexpr std::uint32_t foldedWord(std::string_view word) {
   std::uint32_t folded = 0;
   for (const char c : word) folded = folded << 8 | (static_cast<unsigned char>(c) | 0x20U);
@@ -42,7 +42,7 @@ std::size_t componentsOf(std::string_view word) {
   return 0;
 }
 
-// The first elements of a list, up to the capacity of the array, and the number of all elements.
+// The first elements of a list, as many as the array can store, and the number of all elements.
 struct Elements {
   explicit Elements(std::string_view list) {
     vsa::ListReader reader(list);
@@ -59,7 +59,7 @@ struct Elements {
 
   std::string_view first[17];
   std::size_t count = 0;
-  std::string_view glued;  // the first characters that continue an element
+  std::string_view glued;  // the first characters that continue an element without a blank
 };
 
 std::string quoted(std::string_view text) {
@@ -149,8 +149,8 @@ class ListRules final : public StatementRule {
     }
   }
 
-  // Whether the list has twice as many numbers as wanted, in pairs with a comma and no blank
-  // between the two numbers.
+  // Returns whether the commas of the list are probably decimal points. The list then has twice as
+  // many numbers as it should, and a comma without blanks is inside each pair of numbers.
   static bool hasDecimalCommas(std::string_view list, std::size_t count, std::size_t wanted) {
     if (count != 2 * wanted) return false;
     std::size_t commas = 0;

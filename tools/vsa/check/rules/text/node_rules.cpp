@@ -1,4 +1,4 @@
-// Rules about declarations and the node that paths with a leading period belong to.
+// Rules about declarations, and about the with node of paths that begin with a period.
 #include <optional>
 #include <string>
 #include <utility>
@@ -21,7 +21,8 @@ struct Declared {
   std::string_view statement;
 };
 
-// The keyword that was probably meant by the type of a declaration whose node already exists.
+// Returns the keyword that was probably intended, if the node of a declaration already exists. The
+// type of the declaration is then similar to that keyword.
 std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
   NearestName nearest(view.statement.type);
   if (view.kind() == StatementKind::Block) {
@@ -110,8 +111,8 @@ class NodeRules final : public StatementRule {
     return true;
   }
 
-  // Checks ".input" directly after a declaration with a semicolon: the path belongs to another
-  // node.
+  // Checks a path that begins with a period directly after a declaration with a semicolon. The path
+  // then belongs to another node.
   void checkPeriod(const StatementView& view) {
     const std::string_view declaration = view.declarationBefore;
     if (declaration.empty() || view.node.empty()) return;

@@ -22,16 +22,16 @@ bool isLetter(char c) {
   return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-/// A backslash in a string, and the escape sequence that it begins.
+/// An escape sequence in a string. It begins with a backslash.
 struct Escape {
   enum class Meaning { Backslash, Punctuation, Character, Number, Unknown };
   std::size_t at = 0;     // the offset of the backslash in the token
-  std::size_t bytes = 2;  // the length of the escape sequence with the backslash
+  std::size_t bytes = 2;  // the length of the escape sequence, including the backslash
   Meaning meaning = Meaning::Unknown;
 };
 
-// Whether `behind` completes "\xHH" or "\uHHHH". False for a NUL, because the string keeps such a
-// sequence as it is written.
+// Returns whether the text after a backslash completes "\xHH" or "\uHHHH". For a NUL the result is
+// false, because the string keeps such a sequence unchanged.
 bool isNumeric(std::string_view behind, std::size_t digits) {
   if (behind.size() < digits + 1) return false;
   bool isZero = true;
@@ -44,8 +44,8 @@ bool isNumeric(std::string_view behind, std::size_t digits) {
 
 constexpr std::string_view CHARACTER_LETTERS = "abfnrtv";
 
-// The hint for an unknown escape sequence, which begins with `letter`: what may have been meant.
-// Empty if that can only be the backslash.
+// Returns the hint for an unknown escape sequence that begins with `letter`. Returns an empty text
+// if only the backslash itself may have been intended.
 std::string hintForUnknown(char letter) {
   const char lower = static_cast<char>(letter | 0x20);
   if (letter == 'x') return "`\\x` takes two hexadecimal digits that are not both 0";
@@ -99,7 +99,8 @@ std::vector<Escape> escapesOf(std::string_view token) {
   return escapes;
 }
 
-// Whether the text has a drive, or has a file suffix and no blank, such as "textures\new.png".
+// Returns whether the text looks like a path: it has a drive, or a file suffix and no blank, such
+// as "textures\new.png".
 bool looksLikePath(std::string_view content) {
   const bool hasDrive =
       content.size() > 3 && isLetter(content[0]) && content.substr(1).starts_with(":\\");
@@ -129,8 +130,8 @@ class StringRules final : public StatementRule {
     }
   }
 
-  // Most texts have no input name with both strings and references. If there are some, a second
-  // pass inspects the strings of these inputs.
+  // Finds strings that should be references. Most texts have no input name with both strings and
+  // references. Otherwise a second pass inspects the strings of these inputs.
   void finish() override {
     if (!found_.isEnabled(RuleId::StringForReference)) return;
     if (!withString_.hasAnyOf(referring_)) return;
@@ -145,7 +146,7 @@ class StringRules final : public StatementRule {
   }
 
  private:
-  // The key of the name of the input or member that the statement assigns to.
+  // Returns the key of the name of the input or member that the statement assigns.
   static PathKey keyOfLastName(const vsa::StatementOutline& statement) {
     return keyOfNode(statement.isPlainPath ? statement.path : lastName(statement.path));
   }
@@ -208,7 +209,7 @@ class StringRules final : public StatementRule {
 
   const RuleInput& input_;
   RuleFindings& found_;
-  // The keys of the names of inputs that get references, and of inputs that get strings.
+  // The keys of the names of inputs to which references are assigned, and of those with strings.
   KeySet referring_{64}, withString_{64};
 };
 

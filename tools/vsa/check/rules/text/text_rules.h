@@ -5,7 +5,7 @@
 
 namespace vsa_tools {
 
-/// Reads the text once for all families.
+/// Runs all families of rules about statements. The text is read once for all of them.
 void findTextProblems(const RuleInput& input, RuleFindings& found);
 
 }  // namespace vsa_tools

@@ -66,7 +66,8 @@ class TypeRules {
     return found == types_.end() ? nullptr : found->second;
   }
 
-  // A node from "define" or "with" has no declared type.
+  // Adds a finding if the type of the node is unknown. A node that "define" or "with" created has
+  // no type.
   void addUnknownType(const NodeView& node) {
     if (node.type() == node.name() || node.type() == "with") return;
     NearestName nearest(node.type());

@@ -21,7 +21,8 @@ bool isVector(ValueType type) {
   return zn::korvo_sdk::componentCount(type) != 0 && !isMatrix(type);
 }
 
-// Whether values convert without loss: the table in docs/format.md, "Conversions".
+// Returns whether values convert without loss, as the table "Conversions" in docs/format.md
+// describes.
 bool converts(ValueType from, ValueType to) {
   if (from == to) return true;
   const bool isNumber = to == ValueType::Int || to == ValueType::UInt || to == ValueType::Real;
@@ -53,7 +54,7 @@ std::string outside(double number, const vsa::InputDescription& described) {
 std::string misfit(const InputView& input, const vsa::InputDescription& described) {
   const zn::korvo_sdk::InputDeclaration& declared = described.declaration;
   const ValueType found = input.type();
-  if (found == ValueType::Null) return {};  // the input has only a connection, and so no type
+  if (found == ValueType::Null) return {};  // an input with only a connection has no type
   if (declared.refusesValues && found != ValueType::Node) {
     return fmt::format("{}, and takes links only", vsa::typeName(found));
   }

@@ -1,4 +1,4 @@
-// Whether a value fits the described type of an input.
+// Functions that test whether a value fits the described type of an input.
 #pragma once
 
 #include <string>
@@ -8,12 +8,12 @@
 
 namespace vsa_tools {
 
-/// What does not fit, such as "a Real, and the type has an Int"; empty if the value fits. A value
-/// that the reader converts without loss fits.
+/// Returns what does not fit, such as "a Real, and the type has an Int", or an empty text if the
+/// value fits. A value fits if the reader converts it without loss.
 std::string misfit(const vsa::InputView& input, const vsa::InputDescription& described);
 
-/// The first number of a scalar or tuple that is out of the described range, such as "5 is above
-/// 1"; empty if there is none.
+/// Returns the first number of a scalar or tuple that is outside the described range, such as "5 is
+/// above 1". Returns an empty text if there is none.
 std::string outOfRange(const vsa::InputView& input, const vsa::InputDescription& described);
 
 }  // namespace vsa_tools

@@ -7,7 +7,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Characters up to the blank, and 0x7F, are skipped between tokens like white space.
+// Returns whether the character is skipped between tokens: it is not greater than the blank, or
+// 0x7F.
 bool isWhite(char c) {
   return static_cast<unsigned char>(c) <= ' ' || c == '\x7F';
 }

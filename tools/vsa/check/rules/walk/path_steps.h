@@ -1,5 +1,5 @@
-// PathSteps: the steps of the path of an assignment or connection, such as "keys", "[0]" and "time"
-// of "keys[0].time".
+// PathSteps: the steps in the path of an assignment or connection. The path "keys[0].time" has the
+// steps "keys", "[0]" and "time".
 #pragma once
 
 #include <cstdint>
@@ -10,14 +10,14 @@ namespace vsa_tools {
 
 class PathSteps {
  public:
-  /// `path` is the path of a vsa::StatementOutline.
+  /// `path` must be the path of a vsa::StatementOutline.
   explicit PathSteps(std::string_view path) : rest_(path) {}
 
-  /// Stores the next step: a name, or an index with its brackets. Returns false at the end of the
-  /// path.
+  /// Stores the next step, which is a name, or an index with its brackets. Returns false at the end
+  /// of the path.
   bool next(std::string_view& step);
-  /// The rest of the path after the last step, including the period or bracket before the next
-  /// step.
+  /// Returns the part of the path after the last step. It begins with the period or bracket of the
+  /// next step.
   std::string_view rest() const { return rest_; }
 
  private:
@@ -30,15 +30,16 @@ inline bool isIndex(std::string_view step) {
   return step.starts_with('[');
 }
 
-/// Whether an index is "[*]".
+/// Returns whether an index is "[*]".
 inline bool isStar(std::string_view index) {
   return index.find('*') != std::string_view::npos;
 }
 
-/// The number in an index; nothing if it has none.
+/// Returns the number in an index, or nothing if it has none.
 std::optional<std::uint64_t> numberIn(std::string_view index);
 
-/// The last name of a path: that of the input or member that is assigned to.
+/// Returns the last name in a path. It is the name of the input or member that the statement
+/// assigns.
 std::string_view lastName(std::string_view path);
 
 }  // namespace vsa_tools

@@ -1,4 +1,4 @@
-// ResolvedPaths: the inputs that the statements of a text name, with an index for each "[*]".
+// ResolvedPaths: the paths of the statements of a text, with an index instead of each "[*]".
 #pragma once
 
 #include <cstdint>
@@ -32,7 +32,7 @@ class ResolvedPaths {
  private:
   std::uint64_t index(PathKey array, std::string_view brackets);
 
-  std::unordered_map<PathKey, std::uint64_t> sizes_;  // the sizes of arrays
+  std::unordered_map<PathKey, std::uint64_t> sizes_;  // the size of each array so far
 };
 
 }  // namespace vsa_tools

@@ -12,26 +12,26 @@
 
 namespace vsa_tools {
 
-/// The properties of a statement, one bit each.
+/// The properties of a statement, each of which is one bit.
 enum StatementTrait : unsigned {
   COMMENT = 1,
-  NODE = 2,        ///< A declaration or directive.
-  PATH = 4,        ///< An assignment or connection.
-  WITH_PATH = 8,   ///< Its path begins with a period.
-  LONG_PATH = 16,  ///< Its path has members or indices.
-  STRING = 32,     ///< An assignment of a string.
-  REFERENCE = 64,  ///< An assignment of a word.
-  INTEGER = 128,   ///< An assignment of an integer.
-  TUPLE = 256,     ///< An assignment of a tuple.
-  BUFFER = 512,    ///< An assignment of a buffer.
-  OBJECT = 1024,   ///< An assignment of an object.
+  NODE = 2,        ///< The statement is a declaration or directive.
+  PATH = 4,        ///< The statement is an assignment or connection.
+  WITH_PATH = 8,   ///< The path begins with a period.
+  LONG_PATH = 16,  ///< The path has members or indices.
+  STRING = 32,     ///< The value is a string.
+  REFERENCE = 64,  ///< The value is a word.
+  INTEGER = 128,   ///< The value is an integer.
+  TUPLE = 256,     ///< The value is a tuple.
+  BUFFER = 512,    ///< The value is a buffer.
+  OBJECT = 1024,   ///< The value is an object.
 };
 
-/// A statement whose grammar the reader accepts, and the node that it concerns.
+/// A statement with correct grammar, and the node that it concerns.
 struct StatementView {
   vsa::StatementOutline statement;
   /// The node of a declaration, directive or path. Empty for a comment, and for a path that begins
-  /// with a period while no node is set.
+  /// with a period although there is no with node.
   std::string_view node;
   /// The key of `node`.
   PathKey nodeKey = 0;
@@ -46,20 +46,21 @@ struct StatementView {
   bool hasPath() const { return statement.hasPath(); }
   /// Whether the path begins with a period.
   bool isOfWithNode() const { return hasPath() && statement.node.empty(); }
-  /// The node and the path for a message, shortened.
+  /// Returns the node and the path for a message. Long ones are shortened.
   std::string shownPath() const;
-  /// The path as it is written, from the node, or from the period if it begins with one.
+  /// Returns the path as it is written. It begins with the node or with a period.
   std::string_view wholePath() const;
 };
 
 class StatementRule {
  public:
-  /// Statements without any of the `traits` are not visited: most statements concern few families.
+  /// Only statements with at least one of the `traits` are visited, because most statements concern
+  /// few families.
   explicit StatementRule(unsigned traits) : traits_(traits) {}
   virtual ~StatementRule() = default;
   bool concerns(unsigned traits) const { return (traits_ & traits) != 0; }
   virtual void visit(const StatementView& view) = 0;
-  /// Called after the last statement.
+  /// Called once, after the last visit.
   virtual void finish() {}
 
  private:
@@ -68,7 +69,7 @@ class StatementRule {
 
 using StatementRulePointer = std::unique_ptr<StatementRule>;
 
-// One function for each family. Each function returns null if none of its rules runs.
+// Return a family, or null if none of its rules runs.
 StatementRulePointer listRules(const RuleInput& input, RuleFindings& found);
 StatementRulePointer bufferRules(const RuleInput& input, RuleFindings& found);
 StatementRulePointer digitRules(const RuleInput& input, RuleFindings& found);

@@ -1,4 +1,4 @@
-// TextWalk: the statements of a text, each with the node that it concerns.
+// TextWalk: returns the statements of a text one by one, each with the node that it concerns.
 #pragma once
 
 #include <string_view>
@@ -14,8 +14,8 @@ class TextWalk {
   /// The text must not change.
   explicit TextWalk(std::string_view text) : reader_(text) {}
 
-  /// Stores the next statement in `view`, which must contain the previous one. Skips malformed
-  /// statements. Returns false at the end of the text.
+  /// Stores the next statement in `view`, which must contain the previous statement. Statements
+  /// with wrong grammar are skipped. Returns false at the end of the text.
   bool next(StatementView& view);
 
  private:
@@ -25,10 +25,10 @@ class TextWalk {
   std::size_t count_ = 0;
 };
 
-/// Whether a word is `lower` in any letter case.
+/// Returns whether a word is equal to `lower` if the case of letters is ignored.
 bool isWord(std::string_view word, std::string_view lower);
 
-/// The element type that a buffer's keyword names; Null for any other word.
+/// Returns the element type for the keyword of a buffer, or Null for any other word.
 vsa::ElementType elementTypeOf(std::string_view keyword);
 
 }  // namespace vsa_tools
