@@ -1,6 +1,6 @@
-// planted_leak HOW TEXT: reads TEXT into the library's scene. HOW is "kept" to destroy the scene,
-// or "lost" to free the memory of the scene itself without its destructor, so that it leaks
-// everything that it owns.
+// planted_leak HOW TEXT: reads TEXT into the library's scene. If HOW is "kept", destroys the scene.
+// If HOW is "lost", frees only the memory of the scene object without calling its destructor, so
+// that everything that the scene owns leaks.
 #include <cstdlib>
 #include <cstring>
 #include <new>
@@ -38,8 +38,8 @@ void readAndLose(const char* text) {
 int main(int argumentCount, char** arguments) {
   if (argumentCount != 3) return 2;
   const bool isKept = std::strcmp(arguments[1], "kept") == 0;
-  // In a thread of its own, because a pointer that remained in a register or on the stack of this
-  // one would hide a leak.
+  // The text is read in another thread. A pointer that remained in a register or on the stack of
+  // this thread would hide a leak.
   std::thread(isKept ? readAndKeep : readAndLose, arguments[2]).join();
   return 0;
 }

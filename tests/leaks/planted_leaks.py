@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
-"""planted_leaks.py PROGRAM: LeakSanitizer reports each kind of memory of the library's scene that is not freed.
+"""planted_leaks.py PROGRAM: tests that LeakSanitizer reports each kind of memory that the library's scene does not free.
 
-Runs PROGRAM, planted_leak.cpp, without suppressions, as all other tests of the reader run. A scene that loses what it
-owns is reported for each kind, by the function that allocated it. What the reader keeps by rule, the value of a
-statement that fails, is not reported.
+Runs PROGRAM, which is planted_leak.cpp, without suppressions, as all other tests of the reader run. For each kind of
+memory, a scene that is not destroyed must be reported, with the function that allocated the memory. The value of a
+failed statement must not be reported, because the reader keeps it by rule.
 """
 import re
 import subprocess
 import sys
 
 LONG = "x" * 5000
-# Each kind: a text whose scene owns it, and what the report says about it.
+# For each kind of memory: a text whose scene owns such memory, and a pattern for the report.
 LEAKS = {
     "string": (f't n; n.s = "{LONG}";', r"leak of 5001 byte\(s\) in 1 object(.|\n)*?copyOfStringValue"),
     "buffer": ("t n; n.b = byte[6000] {1};", r"leak of 6000 byte\(s\) in 1 object(.|\n)*?VsaParser::buffer"),
@@ -18,7 +18,7 @@ LEAKS = {
     "list": ("t n; n.a[2000] = 1;", r"leak of 16384 byte\(s\) in 1 object(.|\n)*?InputImpl::appendElement"),
     "handle": ("t n; n.c |= n.o;", r"leak of [^#]*(#[0-9]+ [^\n]*\n *)*?[^\n]*NodeImpl::output"),
 }
-# Statements whose values no input takes.
+# Texts with values that no input receives.
 KEPT_BY_RULE = [
     f't n; n.a = 1; n.a = "{LONG}";',
     f't n; n.a = 1; n.a = "{LONG}"; n.a = byte[6000] {{1}}; n.a = "{LONG}"',
@@ -31,7 +31,7 @@ KEPT_BY_RULE = [
 
 
 def report(program, how, text):
-    """The exit status of the program and what it printed."""
+    """Returns the exit status of the program, and its output."""
     done = subprocess.run([program, how, text], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
     return done.returncode, done.stdout
 

@@ -107,8 +107,8 @@ TEST(PrintableTest, EscapesWhatIsNotShown) {
   for (const PrintableRow& row : rows) EXPECT_EQ(row.printed, printable(row.text));
 }
 
-// The characters that a terminal does not show or that change the order of others, as ranges. The
-// characters before and after each range are shown.
+// The ranges contain the characters that a terminal does not show, or that change the order of
+// other characters. The characters directly before and after each range are shown.
 TEST(PrintableTest, EscapesEachCharacterThatIsNotShown) {
   constexpr char32_t RANGES[][2] = {
       {0x7F, 0x9F},     {0xAD, 0xAD},     {0x61C, 0x61C},   {0x200B, 0x200F},   {0x2028, 0x202E},
