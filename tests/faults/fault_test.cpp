@@ -150,7 +150,8 @@ void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& k
 /// file.
 class NoMemoryTest : public testing::TestWithParam<std::pair<bool, bool>> {
  protected:
-  // Makes the allocations that are made only once before blocks are counted.
+  // Loads the texts before blocks are counted, because that makes all allocations that are never
+  // freed.
   static void SetUpTestSuite() { faultTexts(); }
 };
 

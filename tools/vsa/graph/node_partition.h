@@ -20,11 +20,10 @@ struct NodePartition {
   std::size_t groups = 0;
 };
 
-/// Splits groups of nodes into smaller groups, beginning with one group for each type. The nodes of
-/// a smaller group have links of the same paths to and from the same groups. How many links of a
-/// kind a node has makes no difference. The splitting is repeated while there are at most
-/// `maxGroups` groups. This is the partition refinement of Hopcroft (1971) and of Weisfeiler and
-/// Leman (1968).
+/// Splits groups of nodes into smaller groups, beginning with one group for each type. All nodes of
+/// a smaller group have links of the same paths to and from the same groups. The number of such
+/// links makes no difference. The splitting is repeated while there are at most `maxGroups` groups.
+/// This is the partition refinement of Hopcroft (1971) and of Weisfeiler and Leman (1968).
 NodePartition refinePartition(NodePartition types, const std::vector<IndexedLink>& links,
                               std::size_t maxGroups);
 

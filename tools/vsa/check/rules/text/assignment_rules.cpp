@@ -1,7 +1,7 @@
 // Rules about inputs that several statements assign.
 //
 // A first pass over the statements finds such inputs and stores only their keys. Most texts have no
-// such inputs. Otherwise a second pass inspects the statements of these inputs.
+// such inputs. In other texts, a second pass inspects the statements of these inputs.
 #include <optional>
 #include <string>
 #include <unordered_map>

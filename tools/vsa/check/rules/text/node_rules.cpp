@@ -21,8 +21,8 @@ struct Declared {
   std::string_view statement;
 };
 
-// Returns the keyword that was probably intended, if the node of a declaration already exists. The
-// type of the declaration is then similar to that keyword.
+// Returns the keyword that was probably intended instead of the type of a declaration. The node of
+// that declaration already exists.
 std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
   NearestName nearest(view.statement.type);
   if (view.kind() == StatementKind::Block) {

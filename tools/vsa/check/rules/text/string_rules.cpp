@@ -131,7 +131,7 @@ class StringRules final : public StatementRule {
   }
 
   // Finds strings that should be references. Most texts have no input name with both strings and
-  // references. Otherwise a second pass inspects the strings of these inputs.
+  // references. In other texts, a second pass inspects the strings of such inputs.
   void finish() override {
     if (!found_.isEnabled(RuleId::StringForReference)) return;
     if (!withString_.hasAnyOf(referring_)) return;
