@@ -1,4 +1,4 @@
-// Rules about index buffers that point beyond the points of their node.
+// Rules about index buffers with an index for which their node has no point.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -15,11 +15,12 @@ using vsa::BufferView;
 using vsa::InputView;
 using vsa::NodeView;
 
-// The input names that docs/format.md recommends for indices and points, and other common names.
+// The names of inputs with indices and points: those that docs/format.md recommends, and other
+// common ones.
 constexpr const char* INDEX_NAMES[] = {"indices", "triangles"};
 constexpr const char* POINT_NAMES[] = {"points", "positions", "vertices"};
 
-// The position of the first number in a buffer that is negative, or is `count` or more.
+// Returns the position of the first number in a buffer that is negative or not less than `count`.
 template <class T>
 std::optional<std::size_t> firstBeyond(const BufferView& buffer, std::uint64_t count) {
   const auto numbers = buffer.as<T>();
@@ -52,8 +53,8 @@ std::optional<std::size_t> indexBeyond(const BufferView& buffer, std::uint64_t c
   }
 }
 
-// The input of the node that has the buffer of points in 2D or 3D. Points from a connection are not
-// known.
+// Returns the input of the node that has the buffer of points in 2D or 3D. Points of a connected
+// input are unknown.
 InputView pointsOf(const NodeView& node) {
   for (const char* name : POINT_NAMES) {
     const InputView input = node[name];

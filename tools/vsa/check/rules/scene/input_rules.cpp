@@ -25,8 +25,8 @@ bool hasRealNumbers(ValueType type) {
 
 }  // namespace
 
-// Each family gets only the inputs that may concern it: in 200 scenes of 7 KB, two thirds of the
-// inputs concern one family, the others none.
+// Passes to each family only the inputs that may concern it. In 200 scenes of 7 KB, two thirds of
+// the inputs concern one family, and one third concerns none.
 void findInputProblems(SceneFindings& found) {
   const InputRulePointer links = linkRules(found);
   const InputRulePointer numbers = numberRules(found);

@@ -16,7 +16,7 @@ namespace {
 using vsa::InputView;
 using vsa::NodeView;
 
-/// A graph whose nodes are numbers. Each edge has the input that contains the link.
+/// A graph whose nodes are numbers. Each edge stores the input that contains the link.
 class LinkGraph {
  public:
   void add(const NodeView& from, const NodeView& to, const InputView& input) {
@@ -39,7 +39,7 @@ class LinkGraph {
   enum class State : char { New, Open, Done };
   struct Step {
     std::size_t node;
-    std::size_t next;  // the edge to follow next
+    std::size_t next;  // the index of the next edge to follow
   };
 
   std::size_t numberOf(const NodeView& node) {
@@ -53,7 +53,7 @@ class LinkGraph {
   std::vector<std::vector<Edge>> edges_;
 };
 
-// A depth-first search: an edge to a node on the current path closes a circle.
+// Searches depth-first. An edge to a node on the current path closes a circle.
 template <class Found>
 void LinkGraph::findCircles(const Found& found) {
   std::vector<State> states(edges_.size(), State::New);
@@ -96,7 +96,8 @@ std::string namesOf(const std::vector<LinkGraph::Edge>& circle) {
   return names.substr(0, names.size() - 2);
 }
 
-// A link from a node to itself is a circle of one node.
+// Adds a finding for each circle of the graph. A link from a node to itself is a circle of one
+// node.
 void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& found) {
   graph.findCircles([&](const std::vector<LinkGraph::Edge>& circle) {
     const InputView closing = circle.back().input;
@@ -109,8 +110,8 @@ void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& 
   });
 }
 
-// A circle of references is reported only if all inputs in it have the same name: a parent may
-// refer to its children while they refer to their parent.
+// The rules about links. A circle of references is reported only if all its inputs have the same
+// name, because a parent may refer to its children while they refer to the parent.
 class LinkRules final : public InputRule {
  public:
   explicit LinkRules(SceneFindings& found) : found_(found) {}

@@ -27,8 +27,8 @@ void checkBuffer(SceneFindings& found, const InputView& input, const unsigned ch
                  std::size_t bytes) {
   const T* const numbers = reinterpret_cast<const T*>(data);
   const std::size_t count = bytes / sizeof(T);
-  // Infinity and NaN become NaN when multiplied by 0, and NaN is not equal to itself. The compiler
-  // can vectorise a sum.
+  // The sum is 0 if all numbers are finite. An infinity or NaN times 0 is NaN, which is not equal
+  // to 0. The compiler can vectorise a sum.
   T sum = 0;
   for (std::size_t i = 0; i < count; ++i) sum += numbers[i] * T{0};
   if (sum == T{0}) return;

@@ -12,10 +12,10 @@
 
 namespace vsa_tools {
 
-/// A finding about an input or a node, without its place in the text.
+/// A finding about an input or a node, before its place in the text is known.
 struct SceneFinding {
-  /// The kind of source range: the last value of the input, the first occurrence of its path, the
-  /// name of the node in its declaration, or the type in its declaration.
+  /// The part of the text to show: the last value of the input, the first occurrence of its path,
+  /// the name of the node in its declaration, or the type in that declaration.
   enum class Place : std::uint8_t { Value, Path, Node, Type };
 
   RuleId rule;
@@ -25,8 +25,7 @@ struct SceneFinding {
   Place place = Place::Value;
 };
 
-/// Collects the findings about a scene. Then looks up the places of all of them in one pass over
-/// the text.
+/// Collects the findings about a scene. Then finds their places in one pass over the text.
 class SceneFindings {
  public:
   SceneFindings(const RuleInput& input, RuleFindings& found) : input_(input), found_(found) {}
@@ -34,7 +33,7 @@ class SceneFindings {
   const RuleInput& input() const { return input_; }
   bool isEnabled(RuleId rule) const { return found_.isEnabled(rule); }
   void add(const SceneFinding& finding);
-  /// Appends the findings with their places.
+  /// Finds the places of all findings and delivers the findings.
   void finish();
 
  private:
@@ -52,7 +51,7 @@ class SceneFindings {
   std::vector<Waiting> waiting_;
 };
 
-/// A family of rules that visits the inputs, elements and members of a scene that concern the
+/// A family of rules. It visits those inputs, elements and members of a scene that concern the
 /// family.
 class InputRule {
  public:
@@ -66,11 +65,11 @@ class InputRule {
 
 using InputRulePointer = std::unique_ptr<InputRule>;
 
-// Each function returns null if none of its rules runs.
+// Return a family, or null if none of its rules runs.
 InputRulePointer linkRules(SceneFindings& found);
 InputRulePointer numberRules(SceneFindings& found);
 InputRulePointer indexRules(SceneFindings& found);
-/// Runs the three families above.
+/// Runs the families of linkRules(), numberRules() and indexRules().
 void findInputProblems(SceneFindings& found);
 
 void findNameProblems(SceneFindings& found);

@@ -1,4 +1,4 @@
-// The rule about numbers that are not stored as they are written.
+// The rule about numbers that lose digits when they are stored.
 #include <array>
 #include <charconv>
 #include <cstdint>
@@ -16,11 +16,12 @@ namespace {
 using vsa::ElementType;
 using vsa::SyntaxKind;
 
-// 9 significant digits identify any float, and a double represents every integer of 15 digits.
+// The number of digits that are never lost. A float has 9 significant digits, and a double
+// represents every integer of 15 digits.
 constexpr std::size_t FLOAT_DIGITS = 9;
 constexpr std::size_t INTEGER_DIGITS = 15;
 
-// The significant digits of a number, without its exponent.
+// Returns the number of significant digits in a number, without its exponent.
 std::size_t digitsOf(std::string_view number) {
   std::size_t digits = 0;
   for (const char c : number) {
@@ -59,7 +60,7 @@ bool losesFloatDigits(std::string_view text) {
          static_cast<double>(static_cast<float>(exact)) != exact;
 }
 
-// Whether the text is an integer that no double represents.
+// Returns whether the text is an integer that no double represents.
 bool losesIntegerDigits(std::string_view text) {
   std::int64_t integer = 0;
   if (text.size() <= INTEGER_DIGITS || !parses(text, integer)) return false;
@@ -165,7 +166,8 @@ class DigitRules final : public StatementRule {
     if (!number.empty()) addInteger(number);
   }
 
-  // Whether digits are lost depends on the type of the input: an Int keeps all digits.
+  // Checks an integer. It loses digits only if its input is a Real, because an Int keeps all
+  // digits.
   void checkInteger(const StatementView& view) {
     const vsa::StatementOutline& statement = view.statement;
     if (statement.word.size() <= INTEGER_DIGITS || !statement.isPlainPath) return;
