@@ -16,8 +16,8 @@ namespace {
 using vsa::ElementType;
 using vsa::SyntaxKind;
 
-// The number of digits that are never lost. A float has 9 significant digits, and a double
-// represents every integer of 15 digits.
+// The maximum number of digits in a number that is not checked. 9 significant digits identify every
+// float, and a double represents every integer of 15 digits.
 constexpr std::size_t FLOAT_DIGITS = 9;
 constexpr std::size_t INTEGER_DIGITS = 15;
 
