@@ -229,7 +229,7 @@ TEST(Scalar, ParenthesesAtTheEndsOfAList) {
 }
 
 /// Returns the components after `list` was read as the tuple of `keyword`, such as "failed 1 0".
-/// The lexer does not accept such lists.
+/// `list` may be a text that the lexer does not accept as a list.
 std::string componentsOf(const std::string& keyword, const std::string& list) {
   PrimedParser primed(keyword + "(7 7 7 7)");
   primed.parser.tokens[1].text = vsa_tests::string(list);
@@ -241,8 +241,8 @@ std::string componentsOf(const std::string& keyword, const std::string& list) {
   return shown;
 }
 
-// A tuple fails if a word is not a number. A colour whose fourth word is not a number has the first
-// three numbers.
+// A tuple fails if the word for one of its components is not a number. Further words are ignored. A
+// colour also ignores its fourth word if it is not a number. Its alpha is then 1.
 TEST(Scalar, WordsThatAreNoNumbers) {
   EXPECT_EQ(componentsOf("vec2", "(1 x)"), "failed 1 0");
   EXPECT_EQ(componentsOf("vec2", "(x 2)"), "failed 0 2");

@@ -11,8 +11,8 @@ struct Picture {
   std::string problem;
 };
 
-/// Returns the picture of a graph. `format` is "svg" or "png". Searches the program `dot` in PATH
-/// and waits until it ends.
+/// Returns the picture of a graph. `format` is "svg" or "png". Runs the program `dot`, which must
+/// be in PATH, and waits until it ends.
 Picture renderDot(const std::string& dotText, const std::string& format);
 
 }  // namespace vsa_tools

@@ -33,9 +33,10 @@ class Repair {
   std::string_view textFrom(std::size_t from, std::string_view with);
   void restore();
 
-  /// Replaces the statement that contains `offset`, where `fatal` was found. `scanFrom` is the
-  /// beginning of a statement before it. Returns whether this is the first mistake in the
-  /// statement. A further mistake may only follow from the replacement.
+  /// Replaces the statement at `offset`, in which `fatal` was found. The search for its beginning
+  /// starts at `scanFrom`, the beginning of this or an earlier statement. Returns whether the
+  /// statement is replaced for the first time. If it is not, the previous replacement may have
+  /// caused `fatal`.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
   /// Whether the last call of replace() found nothing to replace.

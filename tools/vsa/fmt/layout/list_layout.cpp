@@ -11,8 +11,8 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum size of a number that is kept in memory. A longer one is written while it is read,
-// because a compressed buffer is a single number.
+// The maximum size of a number that is kept in memory. Compressed data counts as a single number,
+// and may be long. Longer numbers are therefore written while they are read.
 constexpr std::size_t MAX_NUMBER_BYTES = 16 << 10;
 // The maximum size of a number in an aligned matrix.
 constexpr std::size_t MAX_CELL_BYTES = 64;
