@@ -18,9 +18,9 @@
 namespace vsa {
 
 /// A scene of the library with all its nodes, inputs and values. Objects can be moved, but not
-/// copied. A new scene is empty, and allocates memory only when something is
-/// added. A scene that was moved from is empty, too. One thread at a time may change a scene.
-/// Several threads may read it while no thread changes it.
+/// copied. A new scene is empty, and allocates memory only when something is added. A scene that
+/// was moved from is empty, too. One thread at a time may change a scene. Several threads may read
+/// it while no thread changes it.
 class VSA_API Scene {
  public:
   /// An empty scene.
@@ -32,7 +32,7 @@ class VSA_API Scene {
   // Functions that read the contents. SceneView describes them.
 
   SceneView view() const noexcept { return SceneView(plain_.get()); }
-  operator SceneView() const noexcept { return view(); }  // implicit: a scene can be viewed
+  operator SceneView() const noexcept { return view(); }  // implicit: to pass a scene as a view
   NodeRange nodes() const noexcept { return view().nodes(); }
   NodeView operator[](TextParameter node) const noexcept { return view()[node]; }
   std::uint64_t fileVersion() const noexcept { return view().fileVersion(); }

@@ -1,9 +1,9 @@
-// DroppedNode and DroppedInput: one node and one input that represent all nodes that a HostScene
-// does not store. Internal.
+// DroppedNode and DroppedInput: the node that represents all nodes that a HostScene does not store,
+// and the input that represents all inputs of these nodes. Internal.
 //
 // One input is enough. For each statement, the reader follows the path from the node, and then uses
-// only the last input that it received. The input has the type with which the reader created it
-// last. It has no members.
+// only the input at the end of the path. createInput, createArray and `element` set the type of the
+// input and return the input itself. It stores no members.
 #pragma once
 
 #include <cstdint>

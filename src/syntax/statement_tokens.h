@@ -34,8 +34,8 @@ struct PlainList {
 /// longer.
 PlainList plainList(const char* at, const char* end, char close) noexcept;
 
-/// The tokens of one statement. `kind` and `text()` are the kind and the text of the token that was
-/// read last.
+/// The tokens of one statement, or of one part of a long statement. `kind` and `text()` are the
+/// kind and the text of the token that was read last.
 class StatementTokens {
  public:
   StatementTokens(const char* at, const char* end) noexcept : begin_(at), at_(at), end_(end) {}
@@ -48,7 +48,8 @@ class StatementTokens {
   std::string_view text() const noexcept { return between(begin_, at_); }
   const char* begin() const noexcept { return begin_; }
   const char* at() const noexcept { return at_; }
-  /// Whether the statement has reached the maximum number of tokens.
+  /// Whether the maximum number of tokens in one part was read. The rest of the statement is
+  /// another part.
   bool isFull() const noexcept { return count_ >= MAX_TOKENS; }
 
   SyntaxKind kind = SyntaxKind::EndOfText;

@@ -38,8 +38,8 @@ class VSA_API Node : public interfaces::INode {
   /// The input with this index, in the order of creation. It is null if `index` is not less than
   /// the count.
   Input* inputAt(std::uint64_t index) const noexcept;
-  /// The input with this name, or null. The function does not create a declared input, as `input`
-  /// does.
+  /// The input with this name, or null. Unlike `input`, the function does not create a declared
+  /// input.
   Input* inputNamed(std::string_view name) const noexcept;
 
   /// Removes `input`, an input of this node, and frees its values. Does nothing if `input` belongs

@@ -40,8 +40,9 @@ inline constexpr int MAX_DIGITS = 19;
 using detail::multiply;
 using detail::Wide;
 
-/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent of ten from -54 to
-/// 54, because 5^54 * 2 still fits in 128 bits.
+/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent from -54 to 54.
+/// `reciprocal` doubles numbers of up to 5^54, and the result fits in 128 bits. Twice 5^55 does
+/// not.
 inline constexpr int MAX_TABLE_POWER = 54;
 
 constexpr Wide powerOfFive(int exponent) {
@@ -118,8 +119,8 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
   const Wide& power = POWERS_OF_FIVE[tableRow(exponent)];
   Wide product = multiply(digits, power.high);
   if ((product.high & 0x1FF) == 0x1FF) {
-    // The bits of the power that the first product omits might carry into the bits that determine
-    // the rounding.
+    // The first product omits the low bits of the power. With them, a carry might change the bits
+    // that determine the rounding.
     const uint64_t carry = multiply(digits, power.low).high;
     product.low += carry;
     if (product.low < carry) ++product.high;
@@ -171,8 +172,10 @@ inline float withSign(float value, bool negative) {
   return std::bit_cast<float>(std::bit_cast<uint32_t>(value) | (uint32_t{negative} << 31));
 }
 
-/// Whether `value` is exactly half-way between two adjacent normal floats. Only then can the double
-/// nearest to a text fail to determine the float nearest to the text.
+/// Whether `value` is exactly half-way between two adjacent normal floats. If `value` is the double
+/// nearest to a text, the number in the text may be slightly less or greater, so that `value` does
+/// not determine the float nearest to the text. Any other value in the range of the normal floats
+/// determines it.
 inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }

@@ -1,4 +1,5 @@
-// Unescapes a text in parts, for texts that take a long time. Internal.
+// Unescapes a text in parts, so that the caller can poll the host between the parts of a long text.
+// Internal.
 #pragma once
 
 namespace zn {

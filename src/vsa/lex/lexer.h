@@ -72,7 +72,7 @@ class Lexer {
   Token invalidToken() const;
   Token unexpectedEof(const String& what) const;
   Token invalidListToken(const String& what) const;
-  /// Reads the next part of a parenthesis or brace list.
+  /// Reads the next character or separator of a parenthesis or brace list.
   void list(ds::Vector<char>& chars, char open, char close);
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
@@ -81,9 +81,9 @@ class Lexer {
   /// window without collecting its characters.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
-  /// The record of the last error. The error is an Invalid token or a token that the end of the
-  /// text cuts off. The text of an Invalid token is the log line of the record. The text of the Eof
-  /// token after a cut-off token is the text of the record.
+  /// The record of the last error. For an invalid character, the lexer returns an Invalid token
+  /// whose text is the log line of the record. For a token that the end of the text cuts off, it
+  /// returns an Eof token whose text is the text of the record.
   const Diagnostic& problem() const noexcept { return problem_; }
 
   /// Returns true if a byte 0xFF ended the input before the end of the source.
@@ -95,8 +95,7 @@ class Lexer {
   /// lookahead. The window is empty if both pointers are equal.
   const char* windowBegin = nullptr;
   const char* windowEnd = nullptr;
-  /// The first byte before the window that is still in memory. All bytes from it to `windowBegin`
-  /// have been consumed.
+  /// The bytes from `windowStart` to `windowBegin` have been consumed and are still in memory.
   const char* windowStart = nullptr;
 
   /// The last byte of the window. Only the bytes before it can be consumed without the source,
@@ -188,8 +187,8 @@ inline char Lexer::step(char next) noexcept {
   return previous;
 }
 
-// Consumes `count` bytes of the window. The window must contain more bytes. Only the last of the
-// `count` bytes may be a line feed.
+// Consumes `count` bytes of the window. The window must contain more than `count` bytes. Only the
+// last of these `count` bytes may be a line feed.
 inline void Lexer::consumeInLine(std::size_t count) noexcept {
   if (previous == '\n') {
     line = detail::wrappingSum(line, 1);
@@ -202,13 +201,14 @@ inline void Lexer::consumeInLine(std::size_t count) noexcept {
   lookaheadChar = *windowBegin;
 }
 
-// Consumes `count` bytes of the window. The window must contain more bytes.
+// Consumes `count` bytes of the window. The window must contain more than `count` bytes.
 inline void Lexer::consumeBytes(std::size_t count) noexcept {
   consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// Consumes `count` bytes of the window. The window must contain more bytes. `feeds` describes the
-// line feeds before the last of the `count` bytes. The column is counted from the last line feed.
+// Consumes `count` bytes of the window. The window must contain more than `count` bytes. `feeds`
+// describes the line feeds before the last of these `count` bytes. The column is counted from the
+// last line feed.
 inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);

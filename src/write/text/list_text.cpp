@@ -60,9 +60,9 @@ class ListPrinter {
       UNITS_IN_CHUNK * (MAX_UNIT * (zn::numbers::PRINT_CAPACITY + 1) + LINE_START.size());
   static_assert(CHUNK_BYTES <= TextBuffer::MAX_RESERVED);
 
-  // Writes a chunk of numbers. All chunks except the last consist of whole units. The loop computes
-  // columns from pointers: reserving memory and counting columns for each number took 5 of the 27
-  // ns for the number.
+  // Writes a chunk of numbers. All chunks except the last consist of whole units. Reserves memory
+  // once for the chunk, and computes columns as differences of pointers. When the loop did both for
+  // each number, this took 5 ns of the 27 ns per number.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
     char* const chunk = out_.reserve(CHUNK_BYTES);
     std::int64_t lineStart = -column_;  // relative to the start of the chunk

@@ -55,7 +55,8 @@ struct Plan {
   /// The reason why no text can represent the value, from reasons.h. It is null if a text can
   /// represent the value.
   const char* reason = nullptr;
-  /// Whether the statement contains another value than that of the input.
+  /// Whether the statement contains a different value, because no text can represent the value of
+  /// the input.
   bool isReplaced = false;
 };
 
