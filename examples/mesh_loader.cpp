@@ -18,7 +18,8 @@ struct Mesh {
   std::vector<std::uint32_t> indices;
 };
 
-// A scene that receives each value before its memory is freed.
+// A scene that copies the two buffers of each mesh. After each call of onValue, HostScene frees the
+// memory of the value.
 class MeshLoader final : public vsa::HostScene {
  public:
   std::map<std::string, Mesh> meshes;

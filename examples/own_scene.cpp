@@ -45,7 +45,7 @@ struct Input final : IInput {
   IInput* element(std::uint64_t index) override { return elements[index]; }
   IInput* input(const String& name) override { return members.at(name.buf()); }
   void set(const AttrData& structure) override { elementKind = structure.elementType; }
-  void assign(const AttrData& value) override {  // the scene owns the memory of the value
+  void assign(const AttrData& value) override {  // frees the memory, and stores no value
     if (value.type == AttrType::String) std::free(value.payload.string);
     if (value.type == AttrType::Buffer) std::free(value.payload.buffer.memory);
     elementKind = value.elementType;
@@ -109,7 +109,7 @@ struct Graph final : IScene {
   INode* defineNode(const String& name) override { return createNode(name, name, String()); }
   void removeNode(const String& name) override {
     names.erase(name.buf());
-  }  // the node still exists
+  }  // the object stays, because links may refer to it
   void setFileVersion(unsigned long long) override {}
   void setFileTime(const String&) override {}
   void pushFileComment(const String&) override {}

@@ -40,9 +40,11 @@ namespace vsa {
 /// contains the reason.
 template <class Handle>
 struct [[nodiscard]] Added : Handle {
-  Added(Handle handle) noexcept : Handle(handle) {}       // implicit: a success
-  Added(Status refused) noexcept : status(refused) {}     // implicit: a refusal
-  Added(EditError refused) noexcept : status(refused) {}  // implicit: a refusal
+  // The constructors are implicit, so that a function can return a view if it succeeds, and a
+  // Status or an EditError if it fails.
+  Added(Handle handle) noexcept : Handle(handle) {}
+  Added(Status refused) noexcept : status(refused) {}
+  Added(EditError refused) noexcept : status(refused) {}
   /// Whether the function succeeded, and the reason if it failed.
   Status status;
 };

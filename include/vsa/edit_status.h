@@ -42,8 +42,8 @@ enum class EditError : std::uint8_t {
   OutOfMemory,  ///< Memory could not be allocated.
 };
 
-/// Returns the stable name of an error in kebab case, such as "bad-name". Returns "unknown" for a
-/// number that is no EditError, and never null.
+/// Returns the stable name of an error in kebab case, such as "bad-name". Returns "unknown" for any
+/// other number. The result is never null.
 VSA_API const char* name(EditError error) noexcept;
 
 /// Whether a change succeeded, and the reason if it failed. It is a plain value.
@@ -53,13 +53,13 @@ class [[nodiscard]] Status {
   constexpr Status() noexcept = default;
   /// The status for this error; success for EditError::None.
   constexpr Status(EditError error) noexcept
-      : error_(error) {}  // implicit: `return EditError::...`
+      : error_(error) {}  // implicit, for `return EditError::Missing;`
 
   /// Whether the change succeeded.
   constexpr explicit operator bool() const noexcept { return error_ == EditError::None; }
   /// The reason of the failure, or EditError::None.
   constexpr EditError error() const noexcept { return error_; }
-  /// The reason as a sentence for people. It is empty after a success, and never null.
+  /// The reason as a sentence for people. It is empty after a success. The result is never null.
   VSA_API const char* message() const noexcept;
   /// Throws an exception if the change failed: std::bad_alloc for OutOfMemory, and
   /// std::invalid_argument with the message for any other error.

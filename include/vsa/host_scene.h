@@ -9,11 +9,11 @@
 //   Loader loader;
 //   const vsa::ReadOutcome outcome = vsa::readFileInto(loader, "scene.vsa");
 //
-// By default, the classes store nodes and inputs with their types, because the reader requires
-// them, and free all values. A host overrides the functions that HostScene calls for each value or
-// link. To use its own class of nodes, a host overrides makeNode. If one of these functions throws
-// an exception, the reading ends: see ReadStatus. Nodes, inputs and outputs exist as long as the
-// scene.
+// By default, the classes store the nodes, the inputs and their types, because the reader asks for
+// them again later. They free all values. A host overrides the functions that HostScene calls for
+// each value or link. To use its own class of nodes, a host overrides makeNode. If one of these
+// functions throws an exception, the reading ends: see ReadStatus. Nodes, inputs and outputs exist
+// as long as the scene.
 #pragma once
 
 #include <cstdint>

@@ -20,7 +20,7 @@ namespace vsa {
 /// text.data()` is the offset of a part in bytes. If the statement does not have a part, the view
 /// is empty.
 struct StatementOutline {
-  /// The kind of the statement. It is the same as that of StatementReader.
+  /// The kind of the statement. StatementReader gives the statement the same kind.
   StatementKind kind = StatementKind::Malformed;
   /// The whole statement, from its first token to its last one. The last token is a semicolon, a
   /// colon or a comment.
@@ -56,8 +56,8 @@ struct StatementOutline {
 };
 
 /// Reads a text in memory, statement by statement. The statements are the same as those of
-/// StatementReader. It allocates no memory. Reading the statements of 200 scenes of 7 KB each takes
-/// 15 million instructions. StatementReader takes 39 million for the same scenes.
+/// StatementReader. An OutlineReader allocates no memory. Reading the statements of 200 scenes of 7
+/// KB each takes 15 million instructions. StatementReader takes 39 million for the same scenes.
 class VSA_API OutlineReader {
  public:
   /// Reads `text`. Its characters must not change until the last call of `next`.

@@ -11,9 +11,9 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Additional results of a reading, such as whether a byte 0xFF ended the text. A function sets
-/// them when it returns, and does not change them when it throws an exception. They have no effect
-/// on the return value and on the log.
+/// Additional results of a reading, such as whether a byte 0xFF ended the text. The functions below
+/// set them when they return, and do not change them when they throw an exception. They have no
+/// effect on the return value and on the log.
 struct ReadReport {
   /// Whether a byte 0xFF ended the text before the end of the source.
   bool endedAtMark = false;

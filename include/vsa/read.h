@@ -124,7 +124,7 @@ struct [[nodiscard]] ReadOutcome {
 
 /// The outcome of a reading and the new scene. Objects can be moved, but not copied.
 struct [[nodiscard]] ReadResult : ReadOutcome {
-  /// The scene with everything that was applied to it. This includes readings that failed.
+  /// The scene. After a failed reading, it contains everything that was applied before the failure.
   Scene scene;
 };
 
@@ -160,8 +160,8 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
 /// path of a diagnostic are those in the whole text. Limits, counts and progress refer to the
 /// literal only. The status is Unreadable if the file cannot be read, or if the path or text is
 /// null. It is also Unreadable if there is no literal of the same type and count at this position.
-/// The text at this position can also cause one of the other statuses. Changed numbers are not
-/// detected.
+/// The text at this position can also cause one of the other statuses. If only the numbers in the
+/// literal have changed, the function does not detect this and returns the new numbers.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,

@@ -52,15 +52,15 @@ enum class SyntaxKind : std::uint8_t {
   Punctuation,  ///< One of . , : ; ' / \ = + * and the vertical bar.
 };
 
-/// Returns the name of a kind in kebab case, such as "end-of-text". Returns "unknown" for a number
-/// that is no SyntaxKind, and never null.
+/// Returns the name of a kind in kebab case, such as "end-of-text". Returns "unknown" for any other
+/// number. The result is never null.
 VSA_API const char* name(SyntaxKind kind) noexcept;
 
 /// A token, or a piece of a long one.
 struct SyntaxToken {
-  /// The kind of the token. A piece that is not the last one has the kind of the token up to this
-  /// piece. A later piece can have another kind: an Integer can become a Real, and a list or string
-  /// can become Invalid or Unterminated.
+  /// The kind of the token. If the token has several pieces, the kind of each piece depends only on
+  /// the bytes up to the end of that piece. So a later piece can have another kind: an Integer can
+  /// become a Real, and a list or string can become Invalid or Unterminated.
   SyntaxKind kind = SyntaxKind::EndOfText;
   /// Whether this is the first piece of its token. A token in one piece is both first and last.
   bool isFirst = true;
@@ -170,8 +170,8 @@ enum class StatementKind : std::uint8_t {
   Malformed,    ///< Any other statement. vsa::readText stops at such a statement.
 };
 
-/// Returns the name of a kind in kebab case, such as "assignment". Returns "unknown" for a number
-/// that is no StatementKind, and never null.
+/// Returns the name of a kind in kebab case, such as "assignment". Returns "unknown" for any other
+/// number. The result is never null.
 VSA_API const char* name(StatementKind kind) noexcept;
 
 /// A statement: all tokens up to a semicolon or a colon, or one comment before a statement. A

@@ -11,10 +11,11 @@ namespace vsa {
 /// A parameter that accepts a string literal, a `const char*` that ends in a NUL, a std::string or
 /// a std::string_view. Everything else that converts to a std::string_view is accepted, too. A null
 /// pointer is the empty text, which is not a valid name. The literals `0` and `nullptr` do not
-/// compile. The characters are not copied and must exist until the call returns.
+/// compile. The characters are not copied and must exist until the call returns. The conversions
+/// are implicit: a caller passes a text, and a function uses the parameter as a std::string_view.
 class TextParameter {
  public:
-  constexpr TextParameter(const char* text) noexcept  // implicit: for parameters
+  constexpr TextParameter(const char* text) noexcept  // implicit
       : text_(text != nullptr ? std::string_view(text) : std::string_view()) {}
   template <class T>
   requires(std::convertible_to<const T&, std::string_view> && !std::is_pointer_v<T> &&

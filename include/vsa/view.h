@@ -288,7 +288,8 @@ class NodeRange {
     using value_type = NodeView;
     using difference_type = std::ptrdiff_t;
     using iterator_concept = std::forward_iterator_tag;
-    using iterator_category = std::input_iterator_tag;  // `*i` is a value, not a reference
+    // For C++17, this is only an input iterator, because `*i` is a value and not a reference.
+    using iterator_category = std::input_iterator_tag;
 
     Iterator() = default;
     Iterator(const zn::korvo_sdk::Scene* scene, std::uint64_t slot) noexcept
@@ -362,7 +363,9 @@ class SceneView {
   SceneView() = default;
   /// The view of `scene`. A null pointer is an empty scene.
   explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
-  SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}  // implicit conversion
+  /// The view of `scene`. The conversion is implicit, so that a caller can pass a scene as a view.
+  /// A temporary scene does not convert, because it would be destroyed before the view.
+  SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 
   /// The nodes that were not removed, in the order of their creation.

@@ -106,7 +106,7 @@ typedef struct vsa_options {
 
   uint64_t kept_diagnostics;      /* the maximum number of kept diagnostics: 10000 by default */
   uint64_t kept_diagnostic_bytes; /* the maximum bytes of kept diagnostics: 64 MiB by default */
-  int keep_header;   /* the version of a text without one: 1 if this is 0, otherwise 0 */
+  int keep_header;   /* if 0, a text without a version has version 1; otherwise version 0 */
   int skips_buffers; /* if not 0, buffers are not converted and stay empty: see vsa_load_buffer */
 
   /* The names and the types of the nodes to keep, each with a NUL at its end. A node is kept if its
@@ -300,8 +300,8 @@ VSA_C_API int vsa_uint(const vsa_input* input, uint64_t* out);
 VSA_C_API int vsa_real(const vsa_input* input, double* out);
 /* Stores the characters of a String in the same way. A NUL follows the last one. */
 VSA_C_API int vsa_string(const vsa_input* input, vsa_text* out);
-/* Stores a pointer to the numbers of a vector, position, quaternion, colour or matrix. Returns the
- * number of these numbers: 2 to 16. For any other input, returns 0 and does not change `out`. */
+/* Stores a pointer to the numbers of a vector, position, quaternion, colour or matrix. Returns how
+ * many numbers there are: 2 to 16. For any other input, returns 0 and does not change `out`. */
 VSA_C_API size_t vsa_components(const vsa_input* input, const double** out);
 /* Returns the node that the input refers to, or null. */
 VSA_C_API const vsa_node* vsa_reference(const vsa_input* input);

@@ -43,11 +43,11 @@ enum class BufferForm : std::uint8_t {
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
-  /// The comments of the scene. If they do not contain the version or the time, a comment for it is
-  /// added. A version of 0 or 1 needs no comment.
+  /// The comments of the scene. If they do not contain the version or the time of the scene, a
+  /// comment for it is added. A version of 0 or 1 needs no comment.
   Complete,
-  /// Only the comments of the scene. If they do not contain the version or the time, this is a
-  /// problem.
+  /// Only the comments of the scene. If they do not contain the version or the time of the scene,
+  /// this is a WriteProblem.
   Comments,
   /// No comments. The text contains neither the comments of the scene nor its version and time.
   None,

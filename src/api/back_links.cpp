@@ -5,8 +5,8 @@ namespace vsa {
 
 namespace {
 
-// Calls `visit` for an input and for all elements and members inside it. The function is iterative,
-// because a scene may have 65,535 nesting levels.
+// Calls `visit` for an input and for all elements and members inside it. The function is iterative:
+// a scene may have 65,535 nesting levels, and a recursion of that depth could overflow the stack.
 template <class Visit>
 void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit) {
   stack.push_back(root);

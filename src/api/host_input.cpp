@@ -81,8 +81,8 @@ bool HostInput::isArray(bool /*flag*/) const {
   return type_ == ValueType::Array;
 }
 
-// Sets the type if the input has type Null. An input has this type if statements have used it only
-// for links or members.
+// Sets the type of an input that has type Null. An input has type Null until it gets a value, a
+// member or a reference. A connection alone does not set the type.
 void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }
@@ -132,7 +132,7 @@ HostInput* HostInput::createArray(const zn::String& name, ValueType elementType)
 
 HostInput* HostInput::createMember(const zn::String& name, ValueType type, ValueType elementType) {
   if (type_ != ValueType::Object && type_ != ValueType::Null) return nullptr;
-  if (name.startsWith("[", false)) return nullptr;  // the name is an index
+  if (name.startsWith("[", false)) return nullptr;  // an index is not the name of a member
   std::unique_ptr<HostInput> made = node_.makeInput(this, name.view(), 0, type);
   if (made == nullptr) return nullptr;
   made->elementType_ = elementType;

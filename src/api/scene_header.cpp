@@ -28,8 +28,9 @@ std::vector<zn::String> commentsOf(const PlainScene& scene) {
 }
 
 // Returns a copy of `comments` in which `line` replaces the first comment for which `sets` returns
-// true. All further comments of this kind are removed. If `line` is empty, the first one is
-// removed, too. If it is not empty and there is no such comment, it becomes the first comment.
+// true. All further comments of this kind are removed. If `line` is empty, the first comment of
+// this kind is removed, too. If `line` is not empty and no comment is of this kind, `line` becomes
+// the first comment.
 std::vector<zn::String> replaced(const std::vector<zn::String>& comments,
                                  bool (*sets)(std::string_view) noexcept, const std::string& line) {
   std::vector<zn::String> result;

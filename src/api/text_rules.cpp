@@ -19,8 +19,8 @@ namespace char_class = zn::char_class;
 using zn::isWord;
 using zn::detail::trimmed;
 
-// Whether a bracket list in a name may contain the character. The reader also skips a NUL, but a
-// name ends at a NUL.
+// Whether a bracket list in a name may contain the character. The reader accepts a NUL there like
+// white space. This function does not, because a name ends at its first NUL.
 bool isInBrackets(char c) {
   const bool isWhite = char_class::is(c, char_class::WHITE) && c != '\0';
   return c == '[' || c == '*' || isWhite || char_class::is(c, char_class::DIGIT);

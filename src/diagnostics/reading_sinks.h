@@ -8,7 +8,8 @@
 namespace zn::korvo_sdk {
 
 /// A sink for the diagnostics of a reading. While it is installed, diagnostics are not formatted as
-/// lines and not logged. An exception of this sink has the same effect as one of a log sink.
+/// lines and not logged. An exception that this sink throws has the same effect as an exception of
+/// a LogSink.
 class RecordSink : public DiagnosticSink {
  public:
   /// Called before the reader formats a diagnostic that does not stop the parse. Returns false to

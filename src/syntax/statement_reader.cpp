@@ -12,7 +12,7 @@ namespace {
 using Tokens = std::span<const SyntaxToken>;
 
 // The maximum number of tokens and of bytes in one part of a statement. A valid statement is far
-// below both limits, because a scene limits the depth of inputs.
+// below both limits: only a path can have many tokens, and a scene limits the depth of inputs.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 

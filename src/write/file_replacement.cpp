@@ -18,7 +18,8 @@ namespace fs = std::filesystem;
 namespace {
 
 // Returns a name for the temporary file. It begins with a period, so that listings do not show it.
-// It ends with 64 random bits, so that it is almost certainly not in use.
+// It contains at most 200 bytes of the old name, because the name of a file can have at most 255
+// bytes. It contains 64 random bits, so that it is almost certainly not in use.
 std::string temporaryName(const fs::path& target, std::uint64_t random) {
   std::string name = '.' + target.filename().string().substr(0, 200) + '.';
   for (unsigned shift = 0; shift < 64; shift += 4) {
@@ -27,8 +28,9 @@ std::string temporaryName(const fs::path& target, std::uint64_t random) {
   return name + ".tmp";
 }
 
-// Returns the file to which a symbolic link refers, through any chain of links. Returns `path` if
-// it is not a link.
+// Returns the file to which a symbolic link refers. If that file is a link, too, follows further
+// links. Returns `path` if it is not a link. A chain of more than MAX_LINKS links does not occur
+// here: Linux does not follow it, so `open` has already failed.
 fs::path linkedFile(fs::path path) {
   constexpr int MAX_LINKS = 40;
   std::error_code error;
@@ -120,9 +122,9 @@ bool FileReplacement::replace() {
   return true;
 }
 
-// Gives the new file the owner, group and permissions of the old one. The process may not be
-// allowed to set owner and group. If it cannot set the group, the permissions of the group are
-// removed, because they would apply to another group.
+// Gives the new file the owner, group and permissions of the old one. If the process has no right
+// to set the owner or the group, this is no error. If it cannot set the group, the permissions of
+// the group are removed, because they would apply to another group.
 bool FileReplacement::keepPermissions() {
   struct stat old {};
   if (::stat(target_.c_str(), &old) != 0) return true;

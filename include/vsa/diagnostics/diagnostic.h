@@ -55,8 +55,8 @@ struct Diagnostic {
   VSA_API String logLine() const;
 };
 
-/// Receives each diagnostic when it is found, on the thread that parses the text. An exception of a
-/// diagnostic sink has the same effect as one of a log sink.
+/// Receives each diagnostic when it is found, on the thread that parses the text. An exception that
+/// this sink throws has the same effect as an exception of a LogSink.
 class VSA_API DiagnosticSink {
  public:
   virtual ~DiagnosticSink() = default;

@@ -95,7 +95,7 @@ enum class PositionOf : std::uint8_t {
   CurrentToken,   ///< The token that the parser consumed last. Line and column are 0 before the
                   ///< first token.
   FoundToken,     ///< The token that the grammar does not allow.
-  LastCharacter,  ///< The character before the invalid one.
+  LastCharacter,  ///< The last character that the lexer consumed before the problem.
 };
 
 /// One row of the table of diagnostics. All texts are NUL-terminated and never null.

@@ -15,7 +15,8 @@ class OpenFile;
 
 /// A source of bytes for a File. A host can derive a class from it to read from an archive, a
 /// socket or memory. Create the object with `new`: the handles of the File own it. File does not
-/// catch the exceptions of these functions. For the reader they are exceptions of the scene.
+/// catch the exceptions of these functions. The reader handles them like exceptions that the scene
+/// throws.
 class VSA_API ByteSource : public RefCounted {
  public:
   /// Writes up to `capacity` bytes to `to` and returns their number. `capacity` is 1 or more.

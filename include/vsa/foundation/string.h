@@ -95,7 +95,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   String() noexcept = default;
   /// A copy of `length` characters, which may include NULs. If `length` is 0, the text ends at the
   /// first NUL. A null pointer gives the empty text.
-  String(const char* text, std::size_t length = 0);  // implicit: literals convert
+  String(const char* text, std::size_t length = 0);  // implicit, so that literals convert
   /// A text of one character.
   explicit String(char c);
   /// The decimal digits of a number.
@@ -107,7 +107,7 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Returns a text that takes ownership of the memory of `chars` without copying it. `chars` is
   /// then empty. The text ends at the first NUL.
   static String adopt(ds::Vector<char>&& chars);
-  /// Returns the same for characters without a NUL.
+  /// Does the same, but takes all characters and does not search for a NUL.
   static String adoptWhole(ds::Vector<char>&& chars);
   /// Changes this text to a copy of `text`, which must not be a part of this text. Reuses the
   /// buffer if no other handle shares it and the characters fit.

@@ -99,12 +99,12 @@ class VSA_API Input : public interfaces::IInput {
   /// Returns null if there is no member with this name.
   Input* input(const String& name) override = 0;
 
-  /// Sets the structure if the input has type Null or the type of the record. Does nothing if the
-  /// input has another type.
+  /// Sets the element type of an array or buffer. `structure` has the type Array or Buffer. Does
+  /// nothing if the input has neither this type nor type Null.
   void set(const AttrData& structure) override = 0;
   /// Takes ownership of the memory of `value` and frees the memory of the previous value. A short
   /// string is copied into memory of the scene, and its own memory is freed. An Object value has no
-  /// effect. A value of another type than the input's is freed and has no other effect.
+  /// effect. If the type of the value is not the type of the input, the value is only freed.
   void assign(const AttrData& value) override = 0;
   /// Connects the input to an output of the same scene. Type and value do not change.
   void connect(interfaces::IOutput* output) override = 0;

@@ -57,8 +57,9 @@ class VSA_API Node : public interfaces::INode {
   /// The input with this name, or null. If the type of the node declares the input and it does not
   /// exist yet, creates it.
   Input* input(const String& name) override = 0;
-  /// Returns the existing input if it has this name and type. Returns null if it has another type,
-  /// or if the type of the node is declared and has no such input.
+  /// If the node has an input with this name and type, returns that input. Returns null if the
+  /// input with this name has another type, or if the type of the node is declared and has no such
+  /// input.
   Input* createInput(const String& name, AttrType type) override = 0;
   Input* createArray(const String& name, AttrType elementType) override = 0;
   /// Returns the output with this name. A node of an open type has every output. A node of a

@@ -28,13 +28,13 @@ enum class DiagnosticId : std::uint8_t {
 inline constexpr int DIAGNOSTIC_ID_COUNT = static_cast<int>(DiagnosticId::HostMessage) + 1;
 
 /// Returns the stable name of an id in kebab case, such as "too-few-elements". Returns "unknown"
-/// for a number that is no DiagnosticId, and never null.
+/// for any other number. The result is never null.
 VSA_API const char* name(DiagnosticId id) noexcept;
 
 /// Returns the names of the arguments of a message, in the order of the message and separated by ",
 /// ". For DiagnosticId::BadToken they are "expected, found". Returns an empty text if the message
-/// has no arguments or `id` is no DiagnosticId, and never null. docs/messages.md describes each
-/// argument.
+/// has no arguments or `id` is no DiagnosticId. The result is never null. docs/messages.md
+/// describes each argument.
 VSA_API const char* argumentNames(DiagnosticId id) noexcept;
 
 /// The severity of a problem. A Warning has no effect on the scene. An Error rejects a value or

@@ -17,10 +17,11 @@ namespace vsa {
 inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::max();
 
 /// The limits of one reading. A limit is the largest value that is allowed: 0 allows nothing. If a
-/// text exceeds a limit, the reading ends with ReadStatus::OverLimit and a diagnostic before the
-/// library allocates the memory. There is one exception: a buffer that is too large does not end
-/// the reading. Its input gets an empty buffer of the element type, and the status at the end is
-/// OverLimit. The diagnostic contains the input, the declared count, and the size of what the text
+/// text exceeds a limit, the reading ends with ReadStatus::OverLimit and a diagnostic. It ends
+/// before the library allocates memory for the part of the text that exceeds the limit. There is
+/// one exception: a buffer that is too large does not end the reading. Its input gets an empty
+/// buffer of the element type, and the status at the end is OverLimit. The diagnostic contains the
+/// path of the input, the declared count, and how many numbers or compressed bytes the text
 /// contains.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known in advance and exceeds the
@@ -34,9 +35,10 @@ struct ReadLimits {
   ///
   /// If `memory` is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus
   /// the expanded size of compressed buffers. This is enough for every text whose buffers contain
-  /// as many numbers as they declare. In addition, all buffers of the text together may then use at
-  /// most seven eighths of the limit. Buffers that the text replaces count, too, because clearing
-  /// the memory of each buffer takes time.
+  /// as many numbers as they declare. This default limit has a second rule: all buffers of the text
+  /// together may use at most seven eighths of it. For this rule, a buffer counts even after the
+  /// text has replaced it. So the rule also limits the time that the reader needs to set the memory
+  /// of new buffers to zero.
   std::optional<std::uint64_t> memory = std::nullopt;
   /// Bytes of the elements of one buffer.
   std::uint64_t bufferBytes = UNLIMITED;

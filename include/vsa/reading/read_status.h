@@ -26,8 +26,8 @@ enum class ReadStatus : std::uint8_t {
   HostException,
 };
 
-/// Returns the name of a status in kebab case, such as "stopped-by-error". Returns "unknown" for a
-/// number that is no ReadStatus, and never null.
+/// Returns the name of a status in kebab case, such as "stopped-by-error". Returns "unknown" for
+/// any other number. The result is never null.
 VSA_API const char* name(ReadStatus status) noexcept;
 
 /// Identifies a limit. ReadLimits has a description of each.
@@ -42,8 +42,8 @@ enum class Limit : std::uint8_t {
   Diagnostics,
 };
 
-/// Returns the name of a limit in kebab case, such as "buffer-bytes". Returns "unknown" for a
-/// number that is no Limit, and never null.
+/// Returns the name of a limit in kebab case, such as "buffer-bytes". Returns "unknown" for any
+/// other number. The result is never null.
 VSA_API const char* name(Limit limit) noexcept;
 
 }  // namespace vsa

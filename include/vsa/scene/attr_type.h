@@ -37,7 +37,7 @@ enum class AttrType : std::int32_t {
 inline constexpr int ATTR_TYPE_COUNT = 19;
 
 /// Returns the display name of a type: "Null" to "Object". Returns "<unknown>" for any other
-/// number, and never null. The name is valid until the process ends.
+/// number. The result is never null. The name is valid until the process ends.
 VSA_API const char* attrTypeName(AttrType type) noexcept;
 
 /// Returns the number of components of a vector, position, quaternion, colour or matrix: 2 to 16.

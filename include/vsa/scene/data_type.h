@@ -82,7 +82,7 @@ enum class DataType : std::int32_t {
 inline constexpr int DATA_TYPE_COUNT = 60;
 
 /// Returns the display name of a type: "Null" to "ColorRef". Returns "<unknown>" for any other
-/// number, and never null. The name is valid until the process ends.
+/// number. The result is never null. The name is valid until the process ends.
 VSA_API const char* dataTypeName(DataType type) noexcept;
 
 /// Returns the type of one component of an element. For `Vec3f` it is `Float`. For single numbers

@@ -97,10 +97,10 @@ class VSA_API IInput {
 
   // Values and links.
 
-  /// Sets a structure without values. `structure` has no memory. For a record of type Array, the
-  /// function sets the element type of the array to the AttrType in `elementType`. For a record of
-  /// type Buffer, it makes the input an empty buffer whose elements have the DataType in
-  /// `elementType`.
+  /// Sets the element type of an array or buffer, and no value. If `structure` has the type Array,
+  /// the function sets the element type of the array to the AttrType in `structure.elementType`. If
+  /// it has the type Buffer, the function makes the input an empty buffer whose elements have the
+  /// DataType in `structure.elementType`.
   virtual void set(const AttrData& structure) = 0;
   /// Sets a value of the input's type. The input takes ownership of the memory of a string or a
   /// buffer, even if the function throws an exception. The memory is from malloc or calloc, and may

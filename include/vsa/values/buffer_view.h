@@ -64,7 +64,8 @@ class TypedBuffer {
   /// The element at `index`, which must be less than `size()`. The function does not check this.
   const Element& operator[](std::size_t index) const noexcept { return data_[index]; }
   std::span<const Element> span() const noexcept { return {data_, size_}; }
-  operator std::span<const Element>() const noexcept { return span(); }  // implicit conversion
+  /// The conversion is implicit, so that the range can be passed as a std::span.
+  operator std::span<const Element>() const noexcept { return span(); }
   /// The numbers of all elements, one element after another: `N * size()` numbers.
   std::span<const T> numbers() const noexcept {
     return {reinterpret_cast<const T*>(data_), N * size_};

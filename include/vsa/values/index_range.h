@@ -22,7 +22,8 @@ class IndexRange {
     using value_type = typename Source::Value;
     using difference_type = std::ptrdiff_t;
     using iterator_concept = std::random_access_iterator_tag;
-    using iterator_category = std::input_iterator_tag;  // `*i` is a value, not a reference
+    // For C++17, this is only an input iterator, because `*i` is a value and not a reference.
+    using iterator_category = std::input_iterator_tag;
 
     Iterator() = default;
     Iterator(Source source, std::uint64_t index) noexcept : source_(source), index_(index) {}

@@ -87,7 +87,8 @@ inline Tuple mat4(std::span<const double, 16> rows) noexcept {
 
 /// A parameter that is a Bool, Int, UInt, Real, String or tuple. It contains a copy of a number or
 /// a tuple. The characters of a string are not copied, and must exist as long as the object is
-/// used. Characters do not convert to a Value, because 'x' could be a string or a number.
+/// used. A single character such as 'x' does not convert to a Value, because it could be a string
+/// or a number.
 class Value {
  public:
   template <std::same_as<bool> T>

@@ -5,9 +5,9 @@
 
 namespace vsa {
 
-/// Returns whether the text ends inside the statement at which the parser has stopped. The tokens
-/// of the statement before the end must match the grammar. The parser has three tokens of
-/// lookahead, so the end of the text may be up to three tokens after the token at which it stopped.
+/// Returns true if the text ends inside the statement at which the parser has stopped. Returns
+/// false if a token of the statement before the end does not match the grammar. The parser has
+/// three tokens of lookahead, so it may stop up to three tokens before the end of the text.
 bool endsInsideStatement(const zn::korvo_sdk::impl::VsaParser& parser);
 
 }  // namespace vsa

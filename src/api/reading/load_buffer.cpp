@@ -17,8 +17,8 @@ namespace {
 
 using zn::detail::DescriptorSource;
 
-// The part of the small text before the literal, and the path of its input. The path in the results
-// is that of the original input.
+// The part of the small text before the literal, and the path of its input. In the results, the
+// path of the input in the original text replaces this path.
 constexpr std::string_view BEFORE = "b b:.b=";
 constexpr std::string_view INPUT_PATH = "b.b";
 
@@ -34,8 +34,9 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// Returns the column for the log line. It is the column of the last character of a token, or 0
-// before the first character.
+// Returns the column of the log line in the whole text. It differs only for the first line of the
+// small text. There the literal begins at column BEFORE.size() + 1, and in the whole text at
+// `literal.column`. If a token before the literal gives a negative column, returns 0.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
   const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -
@@ -56,7 +57,7 @@ void move(const SkippedBuffer& skipped, Diagnostic& found) {
 }
 
 // Changes all diagnostics of the outcome. If the message of the outcome is the log line of a
-// diagnostic, it is changed, too.
+// diagnostic, the message is changed, too.
 void move(const SkippedBuffer& skipped, ReadOutcome& outcome) {
   for (Diagnostic& found : outcome.diagnostics) {
     const bool isMessage = found.endedReading && outcome.message == found.logLine();

@@ -26,7 +26,8 @@ using zn::korvo_sdk::DiagnosticError;
 using zn::korvo_sdk::impl::FileLexer;
 using zn::korvo_sdk::impl::ReadStopped;
 
-// The default memory limit: a constant, plus a number of bytes for each byte of the text.
+// The default memory limit: BASE_MEMORY bytes, plus MEMORY_PER_BYTE bytes for each byte of the
+// text. ReadLimits::memory describes which texts need less than this.
 constexpr std::uint64_t BASE_MEMORY = std::uint64_t{64} << 20;
 constexpr std::uint64_t MEMORY_PER_BYTE = 100;
 
@@ -145,8 +146,9 @@ bool Reading::isSceneBusy() const noexcept {
   return reading != nullptr;
 }
 
-// Calls a function of the scene outside the parser, and handles its exceptions. The parser would
-// report only a std::runtime_error, but a scene may throw any exception.
+// Calls `body`, and sets the status if it throws an exception. `body` is the parse or another call
+// of the scene. The parser itself handles only a std::runtime_error, but a scene may throw any
+// exception.
 template <class Body>
 void Reading::callScene(const Body& body) {
   try {

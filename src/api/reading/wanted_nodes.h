@@ -2,9 +2,9 @@
 // for these nodes to the scene of the caller, the kept scene. Internal.
 //
 // Other nodes are created in a separate scene, so that their statements are checked, too. The
-// separate scene is destroyed with the reading, and gets values without memory. If the kept scene
-// already contains a node that is not wanted, the parser gets a node of the separate scene instead.
-// This node has the same name and type.
+// separate scene gets strings and buffers without their contents, so that they take no memory. It
+// is destroyed with the reading. If the kept scene already contains a node that is not wanted, the
+// parser gets a node of the separate scene instead. This node has the same name and type.
 #pragma once
 
 #include <memory>

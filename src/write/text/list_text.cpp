@@ -37,8 +37,8 @@ LineLayout layoutOf(DataType type, const WriteOptions& options) {
   return {unitOf(type), options.lineWidth == 0 ? UNLIMITED : options.lineWidth, UNLIMITED};
 }
 
-/// Writes a list, unit by unit. Each unit is written first. If it does not fit into the line, a
-/// line break replaces the blank before it.
+/// Writes a list, unit by unit. Each unit is first written after a blank in the current line. If it
+/// does not fit into the line, a line break replaces that blank.
 template <class Number>
 class ListPrinter {
  public:
@@ -60,9 +60,9 @@ class ListPrinter {
       UNITS_IN_CHUNK * (MAX_UNIT * (zn::numbers::PRINT_CAPACITY + 1) + LINE_START.size());
   static_assert(CHUNK_BYTES <= TextBuffer::MAX_RESERVED);
 
-  // Writes a chunk of numbers. All chunks except the last consist of whole units. Reserves memory
-  // once for the chunk, and computes columns as differences of pointers. When the loop did both for
-  // each number, this took 5 ns of the 27 ns per number.
+  // Writes a chunk of numbers. All chunks except the last consist of whole units. To save time, the
+  // function reserves memory once for the chunk, and computes columns as differences of pointers. A
+  // loop that did both for each number took 27 ns per number. These two steps took 5 of the 27 ns.
   void putChunk(const unsigned char* numbers, std::uint64_t count) {
     char* const chunk = out_.reserve(CHUNK_BYTES);
     std::int64_t lineStart = -column_;  // relative to the start of the chunk

@@ -12,9 +12,9 @@ namespace vsa::impl {
 /// Writes `count` doubles with a blank between them.
 void putTuple(TextBuffer& out, const double* components, unsigned count);
 
-/// Writes "{" and the numbers of a buffer. `options` contains the layout. The memory of the buffer
-/// has `count` elements of its type, and may have any alignment. `column` is the number of
-/// characters that are already in the line.
+/// Writes "{" and the numbers of a buffer. The caller writes the "}". `options` contains the
+/// layout. The memory of the buffer has `count` elements of its type, and may have any alignment.
+/// `column` is the number of characters that are already in the line.
 void putNumbers(TextBuffer& out, const zn::korvo_sdk::BufferValue& buffer,
                 const WriteOptions& options, std::uint64_t column);
 

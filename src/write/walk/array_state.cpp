@@ -51,9 +51,12 @@ Start ArrayState::startOfElement() const {
   return start;
 }
 
-// Whether a statement can set a value of this type. The caller has checked that the element has the
-// element type of the array, if the array has one. A link is always possible: its statement appends
-// an element of that type, and a reference changes an element of type Null to Node.
+// Whether a statement with a value can create or set an element of this type. If the array has an
+// element type in the scene of the reader, this type must be equal: the caller has checked this. If
+// the array has no element type yet, the statement must also set the element type. For a named
+// array, only the statement that creates the array does so. For an array that is an element of
+// another array, every statement does so. Links need no such check: a link appends an element with
+// the element type of the array, and a reference changes an element of type Null to Node.
 bool ArrayState::takesValue(AttrType type) const {
   return type == elementType_ || !isNamed_ || !exists_;
 }
@@ -64,7 +67,7 @@ const char* ArrayState::add(const Input& element, Form form) {
   if (!isLink && !takesValue(type)) return reasons::MIXED_ELEMENT;
   if (type == AttrType::Buffer) {
     if (form == Form::Value && hasUntypedBuffer_) return reasons::LATE_UNTYPED_BUFFER;
-    if (isLink) hasUntypedBuffer_ = true;  // a link does not set a buffer
+    if (isLink) hasUntypedBuffer_ = true;  // a link sets no type of buffer
   }
   if (!isLink) elementType_ = type;
   exists_ = true;

@@ -1,5 +1,5 @@
-// ArrayState: the state of an array in a scene that has read all statements written so far.
-// Internal.
+// ArrayState: the state that an array has in the scene of a reader after all statements that were
+// written so far. Internal.
 //
 // The first statement about an element creates the array. If it is not a link, it also sets the
 // element type of the array. The element type determines which elements can follow. So the earlier

@@ -1,8 +1,8 @@
 // SceneWalk: traverses a scene and determines the statements of its text in their order. Internal.
 //
 // The check and the writers use the same traversal. The check collects the problems, and the
-// writers write the statements. The traversal is iterative, because inputs may have 65,535 nesting
-// levels.
+// writers write the statements. The traversal is iterative: inputs may have 65,535 nesting levels,
+// and a recursion of that depth could overflow the stack.
 #pragma once
 
 #include <cstdint>

@@ -134,7 +134,8 @@ void DiagnosticRecorder::addOverLimit(Limit limit, std::uint64_t maximum, bool e
 }
 
 // Whether the diagnostic is necessary: it ends the reading, a callback receives it, or there may be
-// room to keep it. A diagnostic that is not necessary is not created, because its path may be long.
+// room to keep it. The path of a diagnostic may be long, and takes time to create. So a diagnostic
+// that is not necessary is not created.
 bool DiagnosticRecorder::isWanted(bool endedReading, std::uint64_t messageBytes) const noexcept {
   return endedReading || options_.onDiagnostic != nullptr ||
          fits(sizeof(Diagnostic) + messageBytes);

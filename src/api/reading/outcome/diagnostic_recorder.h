@@ -27,8 +27,9 @@ class DiagnosticRecorder {
                      TextStore& store, TextIndex& index, const VsaParser& parser);
 
   /// Returns whether a diagnostic with this severity is necessary, because it may be kept or a
-  /// callback receives it. If not, the function counts it. The diagnostic must not end the reading.
-  /// Throws ReadStopped if the limit of diagnostics is exceeded.
+  /// callback receives it. If the diagnostic is not necessary, the function counts it. Call the
+  /// function only for a diagnostic that does not end the reading. Throws ReadStopped if the limit
+  /// of diagnostics is exceeded.
   bool wants(Severity severity);
   /// Records a diagnostic of the reader. Throws ReadStopped if the limit of diagnostics is exceeded
   /// or a callback throws an exception.

@@ -58,7 +58,7 @@ Found RangeRules::surplusNumber() const {
   const std::string_view index = problem_.diagnostic.argument("index");
   std::size_t wanted = 0;
   const auto parsed = std::from_chars(index.data(), index.data() + index.size(), wanted);
-  if (parsed.ec != std::errc()) return whole(list);  // the host created the record
+  if (parsed.ec != std::errc()) return whole(list);  // a host created the record
   const auto field = findNumber(tokens_.bytesOf(tokens_[list]),
                                 [&](const NumberField& one) { return one.index == wanted; });
   return field ? number(list, *field) : whole(list);

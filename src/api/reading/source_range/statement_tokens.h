@@ -54,8 +54,8 @@ class StatementTokens {
 
  private:
   // The numbers of bytes to lex. The first attempt uses FIRST_BYTES, and each further attempt four
-  // times as many. A statement with more than MAX_BYTES is not lexed, because the bytes of a file
-  // are read into memory.
+  // times as many. A statement with more than MAX_BYTES is not lexed, because for a file its bytes
+  // must be read into memory.
   static constexpr std::size_t FIRST_BYTES = 16384;
   static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
 

@@ -122,7 +122,8 @@ Found RangeRules::wrongList(std::size_t found) const {
   const Type list = tokens_[found].type;
   if (isOfBuffer && list == Type::Brackets) return tokenOrPlace(found + 1);
   // If only the keyword is of the wrong kind, it is the error: "vec3" in "vec3[1] {1 2 3}", or
-  // "vec3f" in "vec3f(1 2 3)".
+  // "vec3f" in "vec3f(1 2 3)". In the second form, the keyword without its last letter is the
+  // keyword of a tuple.
   const bool isBufferLiteral = list == Type::Brackets && tokens_[found + 1].type == Type::Braces;
   const bool isTuple = list == Type::Parens && isTypeWord(word.substr(0, word.size() - 1));
   return isBufferLiteral || isTuple ? whole(found - 1) : whole(found);

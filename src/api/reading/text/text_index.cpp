@@ -40,8 +40,10 @@ std::uint64_t TextIndex::offsetOf(const Lexer& lexer) const noexcept {
   return std::min(end_, unwrapped(end_, static_cast<std::uint32_t>(lexer.index)));
 }
 
-// Counts lines from `from`, or from the result of the last call if that is nearer. Stops at the
-// last line for which `isReached` returns false, or at the end of the available bytes.
+// Finds the line that contains a place, and returns its start. `isReached(line)` returns whether a
+// line begins after the place. Counts lines from `from`, or from the result of the last call if
+// this result is nearer to the place. If the bytes up to the place are not available any more,
+// returns the last line that was found.
 template <class IsReached>
 TextIndex::LineStart TextIndex::walk(const Mark& from, const IsReached& isReached) {
   LineStart at = lineStartOf(from);
