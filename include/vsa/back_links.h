@@ -22,11 +22,11 @@ class VSA_API BackLinks {
   /// Throws std::bad_alloc.
   explicit BackLinks(SceneView scene);
 
-  /// Returns the inputs that refer to `node` or are connected to one of its outputs. They are
-  /// sorted by the creation of the nodes that they belong to, and then by their own creation. An
-  /// input that refers to the node and is also connected to it is listed twice. The result is empty
-  /// if `node` is missing, was removed or belongs to another scene. It is valid as long as this
-  /// object exists.
+  /// Returns the inputs that refer to `node` or are connected to one of its outputs. They have the
+  /// order in which their nodes were created. Within a node, inputs and members have the order of
+  /// their creation, and elements have the order of their indices. An input that refers to the node
+  /// and is also connected to it is listed twice. The result is empty if `node` is missing, was
+  /// removed or belongs to another scene. It is valid as long as this object exists.
   std::span<const InputView> of(NodeView node) const noexcept;
 
  private:

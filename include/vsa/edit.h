@@ -130,8 +130,9 @@ class Input : public InputView {
   /// Removes the connection. Does nothing if the input has none.
   VSA_API Status disconnect() const noexcept;
 
-  // Arrays. All elements of an array have the same type. In an array of type Null, elements can
-  // only have links. No text can represent an array without elements.
+  // Arrays. All elements of an array have the same type. If this type is Null, the elements can
+  // only have links. No text can represent an array that has an element type other than Null and no
+  // elements. There is one exception: the node type declares the array with this element type.
 
   /// Makes the input an array of `elementType`. Removes all elements that it had before.
   VSA_API Status makeArray(ValueType elementType) const noexcept;

@@ -3,7 +3,7 @@
 //
 //   class Loader : public vsa::HostScene {
 //     void onValue(const vsa::HostInput& input, const zn::korvo_sdk::AttrData& value) override {
-//       if (input.node().type() == "mesh" && input.path() == "points") ...
+//       if (input.node().type() == "mesh" && input.pathInNode() == "points") ...
 //     }
 //   };
 //   Loader loader;

@@ -174,10 +174,10 @@ enum class StatementKind : std::uint8_t {
 /// number. The result is never null.
 VSA_API const char* name(StatementKind kind) noexcept;
 
-/// A statement: all tokens up to a semicolon or a colon, or one comment before a statement. A
-/// statement is Malformed if it contains a comment, or if the text ends inside it. The reader
-/// splits a statement with more than 65536 tokens or more than 16 MiB of names, so that its memory
-/// is limited. Each part is Malformed.
+/// A statement: all tokens up to a semicolon or a colon, or one comment that is not inside a
+/// statement. A statement is Malformed if there is a comment inside it, or if the text ends inside
+/// it. The reader splits a statement with more than 65536 tokens or more than 16 MiB of names, so
+/// that its memory is limited. Each part is Malformed.
 struct SyntaxStatement {
   /// The kind of the statement.
   StatementKind kind = StatementKind::Malformed;

@@ -18,9 +18,9 @@ using detail::guarded;
 using zn::korvo_sdk::AttrData;
 using PlainInput = zn::korvo_sdk::Input;
 
-// Stores `value` in `record`. A text must be able to represent the value. The memory of a string is
-// from malloc, and the input to which the record is assigned frees it. Returns false if there is no
-// memory for the string.
+// Stores `value` in `record`. Call the function only for a value that a text can represent (see
+// checkValue). The memory of a string is from malloc, and the input to which the record is assigned
+// frees it. Returns false if there is no memory for the string.
 bool fill(AttrData& record, const Value& value) {
   record.type = value.type();
   switch (value.type()) {

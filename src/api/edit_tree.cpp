@@ -28,8 +28,8 @@ bool isAtDepthLimit(const PlainInput& input) {
   return input.level() >= input.owner()->scene()->depthLimit();
 }
 
-// Removes the limit of empty elements while this object exists. That limit is for elements that a
-// text creates by a higher index. It does not apply to elements that a program appends.
+// Removes the limit of empty elements while this object exists. That limit is for elements that
+// exist only because a text used a higher index. It is not for elements that a program appends.
 class NoElementLimit {
  public:
   explicit NoElementLimit(zn::korvo_sdk::Scene& scene) noexcept

@@ -14,7 +14,7 @@ bool isDeclaredInput(const PlainInput& input) noexcept {
 }
 
 // Checks whether an element of `array` can have this type. All elements have the element type of
-// the array. In a Null array, elements can only have links.
+// the array. If this type is Null, the elements can only have links.
 Status checkElement(const PlainInput& array, ValueType type) noexcept {
   const ValueType elements = array.elementType();
   if (elements != ValueType::Null)

@@ -12,14 +12,15 @@ namespace vsa::detail {
 Status checkValue(const Value& value) noexcept;
 
 /// Checks whether the input can have a value of this type. Returns None, OtherElementType,
-/// DeclaredType or TakesNoValue. For the type Null, checks whether the input can have no value.
+/// DeclaredType or TakesNoValue. The type Null means no value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
-/// Checks the same for a buffer whose elements have this type.
+/// Checks whether the input can have a buffer whose elements have this type. Returns the same
+/// errors.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
-/// Removes the value of the input if it has another type. The type of the input is then Null. Call
-/// this function after `checkTakes` has returned None for the type.
+/// Removes the value of the input if the type of the value is not `type`. The type of the input is
+/// then Null. Call this function after `checkTakes` has returned None for the type.
 void makeReadyFor(zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 }  // namespace vsa::detail

@@ -14,8 +14,8 @@ class TokenScanState {
   void begin(char first) noexcept;
 
   /// Scans the bytes from `at` up to, but not including, `end`. The first call begins at the second
-  /// character of the token. Returns the end of the token, or `end` if the token continues there:
-  /// see `isOver`. The bytes must not contain 0xFF.
+  /// character of the token. Returns the end of the token. If the token may continue after `end`,
+  /// returns `end`, and `isOver` then returns false. The bytes must not contain 0xFF.
   const char* advance(const char* at, const char* end) noexcept;
 
   bool isOver() const noexcept { return isOver_; }

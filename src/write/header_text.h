@@ -29,8 +29,9 @@ class HeaderText {
   const zn::korvo_sdk::Scene& scene_;
   HeaderForm form_;
   std::vector<const char*> problems_;
-  // The comments that are added before and after the comments of the scene. If several comments set
-  // a version or a time, the last one applies.
+  // The comments that are added before and after the comments of the scene. If a comment of the
+  // scene sets another version or time, the added comment is placed after it, because the last such
+  // comment applies.
   std::string first_;
   std::string last_;
 };

@@ -53,8 +53,8 @@ VSA_API bool decompressInto(const unsigned char* data, std::size_t size, String&
                             unsigned char* out, std::size_t expectedSize, std::size_t& length);
 
 /// Compresses the `size` bytes at `data`: the inverse of `decompress`. The text begins with a
-/// period and has lower-case digits. `data` may be null if `size` is 0. There is one exception:
-/// `decompress` rejects the compressed text of 0 bytes with message 6. Throws std::bad_alloc.
+/// period and has lower-case digits. `data` may be null if `size` is 0. The text of 0 bytes is an
+/// exception: `decompress` rejects it with message 6. Throws std::bad_alloc.
 VSA_API String compress(const unsigned char* data, std::size_t size);
 
 }  // namespace zn

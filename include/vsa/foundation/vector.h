@@ -84,8 +84,9 @@ class Vector {
     ++size;
   }
 
-  /// Sets the capacity to `n`. Removes the last elements if `n` is less than the current size. Does
-  /// nothing if `n` equals the current size. Frees all memory if `n` is 0.
+  /// Sets the capacity to `n`. Removes the last elements if `n` is less than the current size.
+  /// Frees all memory if `n` is 0. There is one exception: if `n` equals the current size and is
+  /// not 0, the function does nothing, even if the capacity is greater.
   void reserve(unsigned long n) {
     if (n == 0) {
       release();

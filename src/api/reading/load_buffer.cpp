@@ -1,5 +1,5 @@
-// Reads one buffer literal. To check and convert the literal as in the original text, the function
-// parses a small text that contains it: "b b:.b=" LITERAL ";".
+// Reads one buffer literal. To check and convert the literal as in the original text, these
+// functions parse a small text that contains the literal: "b b:.b=" LITERAL ";".
 #include <algorithm>
 #include <exception>
 #include <new>

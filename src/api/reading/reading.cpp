@@ -40,7 +40,7 @@ std::uint64_t defaultMemory(std::uint64_t textBytes) {
 }
 
 // Returns the store for the text of a file. Some system files contain bytes although their size is
-// 0. Like pipes, they can be read only once.
+// 0. They can be read only once, like pipes, so a KeptText keeps the last part of them.
 std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
                                    std::optional<std::uint64_t> size) {
   if (size && *size != 0) return std::make_unique<FileText>(source);
@@ -211,8 +211,9 @@ bool Reading::parseWith(Lexer& lexer) {
   try {
     return parser_.parse(&scene, &lexer);
   } catch (const DiagnosticError& error) {
-    report(error.diagnostic());  // an invalid character in the first three tokens is thrown and not
-                                 // logged
+    // The parser throws this diagnostic, and does not log it, if one of the first three tokens
+    // contains an invalid character.
+    report(error.diagnostic());
     return false;
   }
 }
@@ -224,7 +225,8 @@ void Reading::finish(bool isParsed) {
   finishCutOff();
 }
 
-// Sets the status after an omitted buffer, because such a buffer does not end the reading.
+// Sets the status if a buffer was omitted because it exceeds a limit. Such a buffer does not end
+// the reading, so the status is set only here.
 void Reading::finishRefused() {
   if (!refusedFor_) return;
   ending_.set(ReadStatus::OverLimit, refusal_);

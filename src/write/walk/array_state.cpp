@@ -20,10 +20,11 @@ bool isBare(Input& element) {
          element.elementType() == AttrType::Null && element.connection() == nullptr;
 }
 
-/// Returns the index of the first element with elements of its own, in an array of arrays. The
-/// statements of that element also create all elements before it. So the elements before it need no
-/// statement "[]", which would cause a message. They must be empty arrays without an element type
-/// and without a connection. If there is no such element, returns 0.
+/// Finds the first element that has elements of its own, in an array of arrays. Its statements also
+/// create all elements before it. So these need no statement "[]", which would cause a message.
+/// This is possible only if they are empty arrays without an element type and without a connection.
+/// Returns the index of that element. Returns 0 if there is no such element, or if an element
+/// before it has another form.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {

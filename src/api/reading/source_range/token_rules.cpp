@@ -19,8 +19,9 @@ using Found = RangeRules::Found;
 
 }  // namespace
 
-// Returns the range of an invalid character, of the number that contains it, or of an opening
-// bracket. If a list contains the beginning of the next statement, its closing bracket is missing.
+// Returns the range of an invalid character, or of the number that contains it. There is one
+// exception: the range is the opening bracket if the list has no closing bracket, or if a brace
+// begins a block. A list has no closing bracket if it contains the beginning of the next statement.
 Found RangeRules::invalidCharacter() const {
   const std::uint64_t at = *problem_.character;
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -74,7 +75,9 @@ Found RangeRules::numberWith(const Item& invalid, std::uint64_t at) const {
 }
 
 Found RangeRules::badToken() const {
-  // The token found ends at the offset of the problem, or is the end of the text.
+  // The token that the grammar does not allow ends at the offset of the problem, so it is the last
+  // of the tokens up to there. There is one exception: at the end of the text, it is the token
+  // after them.
   const std::size_t before = tokens_.countUpTo(problem_.noticed);
   const std::size_t found = problem_.isAtEnd || before == 0 ? before : before - 1;
   if (expects(";")) return missingSemicolon(found);

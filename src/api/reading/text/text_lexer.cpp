@@ -4,7 +4,7 @@ namespace vsa {
 
 TextLexer::TextLexer(std::string_view text, BlockObserver& observer)
     : rest_(text), observer_(observer) {
-  windowStart = text.data();  // the blocks of a text are adjacent in memory
+  windowStart = text.data();  // set once: the blocks of a text are adjacent
   if (nextBlock()) {
     lookaheadChar = *windowBegin;
   } else {
