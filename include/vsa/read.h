@@ -67,7 +67,8 @@ struct SkippedBuffer {
   TextRange literal;
 };
 
-/// The numbers of objects that a reading created or changed in the scene.
+/// What a reading did: how many statements it began, and how many objects it created or changed in
+/// the scene.
 struct AppliedCounts {
   /// The number of statements and comments that the parser began. The last one may have failed.
   std::uint64_t statements = 0;
@@ -90,7 +91,7 @@ struct AppliedCounts {
 struct [[nodiscard]] ReadOutcome {
   /// How the reading ended.
   ReadStatus status = ReadStatus::Complete;
-  /// The limit that the text exceeded. It is set if `status` is OverLimit, and only then.
+  /// The limit that the text exceeded. It is set if and only if `status` is OverLimit.
   std::optional<Limit> limit;
   /// The reason why the reading ended, as a message for people. It is empty if `status` is
   /// Complete, and if there is no memory for it.

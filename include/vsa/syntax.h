@@ -89,8 +89,8 @@ class VSA_API SyntaxReader {
   /// Reads a source from its current position. The source must exist until the last call of `next`.
   /// SyntaxToken::text is valid until the next call.
   explicit SyntaxReader(Source& source);
-  /// Move construction and move assignment. A reader that was moved from may only be assigned to or
-  /// destroyed.
+  /// Move construction and move assignment. Do not call functions of a reader that was moved from:
+  /// assign to it or destroy it.
   SyntaxReader(SyntaxReader&&) noexcept;
   SyntaxReader& operator=(SyntaxReader&&) noexcept;
   ~SyntaxReader();
@@ -189,8 +189,8 @@ struct SyntaxStatement {
   std::size_t valueIndex = 0;
 };
 
-/// Reads a text, statement by statement. The memory needed is that of the tokens of one statement.
-/// For a long token, it is only that of the first piece.
+/// Reads a text, statement by statement. It needs memory for the tokens of one statement. Of a long
+/// token, it stores only the first piece.
 class VSA_API StatementReader {
  public:
   /// Reads a text in memory, or a source. See SyntaxReader.

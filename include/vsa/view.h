@@ -392,7 +392,8 @@ class SceneView {
     return {Comments{scene_}, scene_ != nullptr ? scene_->fileCommentCount() : 0};
   }
 
-  /// The scene as an object of the plain interface, or null for an empty scene without an object.
+  /// The scene as an object of the plain interface. It is null if there is no such object: the view
+  /// is then the view of an empty scene.
   const zn::korvo_sdk::Scene* plain() const noexcept { return scene_; }
 
  private:

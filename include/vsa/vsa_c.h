@@ -96,8 +96,8 @@ typedef struct vsa_options {
   /* The largest numbers that are allowed. A limit of 0 allows nothing. The defaults are
    * VSA_UNLIMITED. */
   uint64_t text_bytes;   /* bytes of the text */
-  uint64_t memory_bytes; /* bytes of memory; VSA_UNLIMITED means 64 MiB, plus 100 times the text,
-                          * plus what its compressed buffers may expand to */
+  uint64_t memory_bytes; /* bytes of memory; VSA_UNLIMITED means 64 MiB, plus 100 bytes for each
+                          * byte of the text, plus what its compressed buffers may expand to */
   uint64_t buffer_bytes; /* bytes of the elements of one buffer */
   uint64_t nodes;        /* nodes that the text creates */
   uint64_t elements;     /* array elements that the text creates */

@@ -28,7 +28,7 @@ namespace vsa {
 class VSA_API Sink {
  public:
   virtual ~Sink() = default;
-  /// Receives the next part of the text, at most about 64 KiB. The part is valid during the call.
+  /// Receives the next part of the text. A part has at most 64 KiB, and is valid during the call.
   /// If the function returns false, the writing ends with WriteStatus::Unwritable. If it throws an
   /// exception, the writing ends with HostException.
   virtual bool write(std::string_view text) = 0;

@@ -16,7 +16,7 @@ thread_local DiagnosticSink* threadSink = nullptr;
 thread_local const ScopedReadingSinks* reading = nullptr;  // the innermost reading of this thread
 
 // Whether diagnostics are logged as lines. This is the case if no reading is running, or if another
-// diagnostic sink was installed after that of the reading.
+// diagnostic sink was installed after the sink of the reading.
 bool hasLines() {
   return reading == nullptr || threadSink != &reading->records();
 }

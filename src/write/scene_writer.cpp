@@ -28,9 +28,9 @@ void putConnection(TextBuffer& out, const Output& output) {
   out.put(";\n");
 }
 
-// Writes the type of a declaration. If a text begins with a type whose name begins with the bytes
-// of a byte order mark, the reader skips these bytes. They are letters, so a type may begin with
-// them. A line end before such a type prevents this.
+// Writes the type of a declaration. The name of a type may begin with the bytes of a byte order
+// mark, because these bytes are letters. At the beginning of a text, the reader would skip them. So
+// a line end is written before such a type.
 void putType(TextBuffer& out, std::string_view type) {
   if (out.size() == 0 && type.starts_with(zn::detail::BYTE_ORDER_MARK)) out.put('\n');
   out.put(type);

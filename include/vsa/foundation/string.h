@@ -102,7 +102,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   explicit String(unsigned long long number);
   /// Returns a copy of all these characters, NULs included.
   static String copyOf(std::string_view text);
-  /// Returns a copy of `text`. `hash` must be `hashOf(text)`.
+  /// Returns a copy of `text`. `hash` must be `hashOf(text)`: the copy stores it and need not
+  /// compute it.
   static String copyOf(std::string_view text, std::uint64_t hash);
   /// Returns a text that takes ownership of the memory of `chars` without copying it. `chars` is
   /// then empty. The text ends at the first NUL.

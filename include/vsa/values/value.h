@@ -21,7 +21,7 @@ namespace vsa {
 class Tuple {
  public:
   /// Returns a tuple with this type and these components. Returns std::nullopt if `type` is not one
-  /// of Vec2 to Mat4, or if it has another number of components.
+  /// of Vec2 to Mat4, or if the number of components does not fit the type.
   static std::optional<Tuple> of(ValueType type, std::span<const double> components) noexcept {
     const std::size_t count = zn::korvo_sdk::componentCount(type);
     if (count == 0 || count != components.size()) return std::nullopt;

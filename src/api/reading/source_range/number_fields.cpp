@@ -6,8 +6,8 @@ namespace vsa {
 
 namespace {
 
-// Whether the character separates numbers: a comma, white space or a bracket of another kind than
-// those of the list. The lexer removes brackets of the list's own kind.
+// Whether the character separates numbers: a comma, white space, or a bracket that is not of the
+// kind of the list. The lexer removes brackets of the list's own kind.
 bool isSeparator(char c, char open, char close) {
   if (c == open || c == close) return false;
   constexpr std::string_view OTHERS = ",()[]{}";
