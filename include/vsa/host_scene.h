@@ -138,8 +138,8 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   /// Called when the input becomes a reference to `node`. A null `node` means a reference to no
   /// node, or to a node for which makeNode returned null.
   virtual void onReference(const HostInput& input, HostNode* node);
-  /// Called when the input is connected to `output`. For a null `output`, the connection of the
-  /// input is removed.
+  /// Called when the input is connected to `output`. A null `output` means that the connection of
+  /// the input is removed.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
   /// Creates an input, an element or a member. The parameters are those of HostInput's constructor.

@@ -24,9 +24,10 @@ namespace vsa {
 struct InputDescription {
   /// The name, the types, the enumeration, and whether the input accepts links only.
   zn::korvo_sdk::InputDeclaration declaration;
-  /// The smallest value of a number, and of each component of a tuple.
+  /// The smallest allowed value of a number, and of each component of a tuple. If it is not set,
+  /// there is no minimum.
   std::optional<double> minimum = std::nullopt;
-  /// The largest value.
+  /// The largest allowed value. If it is not set, there is no maximum.
   std::optional<double> maximum = std::nullopt;
   /// Whether each node of the type must set or connect this input.
   bool isRequired = false;

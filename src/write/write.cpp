@@ -48,8 +48,10 @@ std::string messageOf(const WriteResult& result) {
   return message;
 }
 
-/// Returns whether the scene can be written. This is the case if it has no problem, or if
-/// WriteOptions::lossy is set.
+/// Returns whether the scene can be written: it has no problem, or WriteOptions::lossy is set.
+/// Otherwise sets the status and the message. Adds the problems of the header to `problems`. Adds
+/// the problems of the nodes only if `lossy` is false. If it is true, NodeWriter adds them while it
+/// writes.
 bool isCarried(const zn::korvo_sdk::Scene& scene, const impl::HeaderText& header,
                const WriteOptions& options, ProblemList& problems, WriteResult& result) {
   for (const char* const reason : header.problems()) problems.add("", "", reason, false);
@@ -90,7 +92,8 @@ std::string textOf(const std::exception& error) {
   return text;
 }
 
-/// Calls `write()`. If it throws an exception, stores the exception in the result.
+/// Calls `write()`. If it throws an exception, sets the status and the message of the result. The
+/// result also stores an exception of the sink.
 template <class Write>
 void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept {
   try {

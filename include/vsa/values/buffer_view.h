@@ -20,8 +20,8 @@ enum class BufferProblem {
   None,                ///< There is a buffer of this type. It can have 0 elements.
   Missing,             ///< The input does not exist.
   NotABuffer,          ///< The input has another type.
-  OtherComponentType,  ///< Its numbers have another type, such as double instead of float.
-  OtherComponentCount  ///< Its elements have more or fewer numbers, such as 4 instead of 3.
+  OtherComponentType,  ///< The numbers have another type, such as double instead of float.
+  OtherComponentCount  ///< The elements have more or fewer numbers, such as 4 instead of 3.
 };
 
 namespace detail {

@@ -54,8 +54,8 @@ class KeptText final : public TextStore {
   void addBlock(std::string_view block) noexcept override;
 
  private:
-  // The minimum number of bytes that are kept. In a longer statement, the range of a problem is not
-  // found.
+  // The minimum number of bytes that are kept. In a longer statement, the range of a problem may
+  // not be found.
   static constexpr std::size_t KEPT_BYTES = std::size_t{1} << 20;
 
   std::string kept_;  // the bytes from keptOffset_ to the last block
