@@ -30,7 +30,8 @@ constexpr size_t MISTAKES = 100'000;
 // The maximum number of rounds for the texts of mistakes. One round takes several seconds.
 constexpr size_t MAX_MISTAKE_ROUNDS = 3;
 
-// Redirects standard output to the null device. The findings are printed to standard output.
+// Redirects standard output to the null device, because the measured checks print their findings
+// there.
 class SilentOutput {
  public:
   SilentOutput() : kept_(::dup(STDOUT_FILENO)) { reopen("/dev/null"); }

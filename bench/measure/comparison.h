@@ -11,8 +11,8 @@
 namespace bench {
 
 // Measures the processor time of this process, including all its threads and system calls. Other
-// processes affect the processor time less than the elapsed time. All files must be in the page
-// cache.
+// processes affect the processor time less than the elapsed time. The processor time does not
+// include waiting for a disk, so all files must be in the page cache.
 class Stopwatch {
  public:
   double seconds() const { return now() - start; }

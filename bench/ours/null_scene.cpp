@@ -1,5 +1,7 @@
 // A scene without operations. It finds only the node of the last declaration. The node finds no
-// input, so each assignment creates an input. In most texts, each input is also assigned only once.
+// input, so each assignment creates an input. The calls are nearly those of a read into a new
+// scene: in most texts, each input is assigned once, so a new scene creates an input for each
+// assignment, too.
 #include "bench/ours/null_scene.h"
 
 #include <cstdlib>

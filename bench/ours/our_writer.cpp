@@ -31,8 +31,8 @@ void requireWritten(const vsa::WriteResult& result) {
   if (!result.isWritten()) throw std::runtime_error("the writer: " + result.message);
 }
 
-// Writes the scene, reads the text and writes the second scene. Throws std::runtime_error if the
-// two texts differ.
+// Writes the scene, reads the text into a second scene, and writes the second scene. Throws
+// std::runtime_error if the two texts differ.
 void requireSameAgain(const Scene& scene) {
   const vsa::TextResult first = vsa::writeText(scene);
   requireWritten(first);

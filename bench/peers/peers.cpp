@@ -102,8 +102,8 @@ class PeerComparison {
     report.rows.push_back({std::move(what), better, std::move(unit), std::move(figures)});
   }
 
-  // Stores the ratio of the file time to the string time. Candidate 0 must read from a String, and
-  // candidate 1 from a File.
+  // Raises fileOverString to the ratio of the file time to the string time if the ratio is greater.
+  // Candidate 0 must read from a String, and candidate 1 from a File.
   void noteFileTime(const Seconds& seconds) {
     fileOverString = std::max(fileOverString, seconds[1] / seconds[0]);
   }

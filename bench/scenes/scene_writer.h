@@ -56,7 +56,8 @@ class SceneWriter {
   virtual void buffer(std::string_view input, std::string_view keyword, size_t width,
                       const NumberList& numbers) = 0;
 
-  // Writes a buffer of `elementCount` elements. `stream` is the zlib stream of its bytes.
+  // Writes a compressed buffer of `elementCount` elements. `stream` is the zlib stream of the
+  // elements.
   virtual void compressed(std::string_view input, std::string_view keyword, size_t elementCount,
                           std::string_view stream) = 0;
 

@@ -2,8 +2,8 @@
 //
 // The reader sets the type of the untyped elements of arrays of buffers and arrays of arrays. An
 // array may contain elements of earlier texts, and the reader does not know which of these have a
-// type. The library's own scene stores their number. The scene therefore registers a function,
-// which returns the number for its arrays.
+// type. The library's own scene stores for each array how many of its leading elements have a type.
+// The scene therefore registers a function, which returns this number.
 #pragma once
 
 #include <cstdint>
@@ -12,8 +12,8 @@
 
 namespace zn::korvo_sdk {
 
-/// The type of a function that returns how many leading elements of `array` IInput::set does not
-/// change, regardless of the type that is passed.
+/// The type of a function that returns the number of typed elements at the start of `array`.
+/// IInput::set leaves the type of a typed element as it is, whatever type is passed.
 using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 
 /// Sets the function that `typedPrefixOf` calls. Every scene of the library sets the same function.

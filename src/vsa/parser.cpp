@@ -24,9 +24,9 @@ bool VsaParser::parse(IScene* into, File file) {
   return parse(into, &source);
 }
 
-// Parses a text. Without a session, diagnostics go to the sinks of the host: a host's scene or
-// callback may parse another text during a reading, and the sinks of that reading must not receive
-// these diagnostics.
+// Parses a text. Without a session, the diagnostics of this text go to the sinks of the host. The
+// call may come from a host's scene or callback during another reading, whose own sinks must not
+// receive the diagnostics of this text.
 bool VsaParser::parse(IScene* into, Lexer* from) {
   if (session != nullptr) return parseText(into, from);
   const ScopedHostSinks sinks;

@@ -24,8 +24,8 @@ void VsaParser::bufferError(const char* format, ...) {
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
-// Throws a message that is not in the table of diagnostics. The parser itself does not call this
-// function. It uses an Emitter.
+// Throws a message that is not in the table of diagnostics. Only parseError and bufferError call
+// this function. For its own messages, the parser uses an Emitter.
 void VsaParser::internalError(const String& kind, const char* format, va_list args) {
   const String message = String::formatv(format, args);
   throw std::runtime_error(
@@ -33,7 +33,7 @@ void VsaParser::internalError(const String& kind, const char* format, va_list ar
 }
 
 // Throws the text of the token, which is a complete message. The parser itself does not call this
-// function. It throws the record of the lexer.
+// function. For an Invalid token, it throws the record of the lexer (see advance).
 void VsaParser::tokenError(const Token& invalid) {
   throw std::runtime_error(invalid.text.buf());
 }

@@ -21,8 +21,8 @@ std::uint64_t bytesOf(const ds::Vector<Token>& path) {
 
 // assignment = path ("=" value | "|=" source) ";"
 //
-// The right-hand side is parsed before the node is looked up. If the node is missing, the value has
-// already been consumed.
+// The right-hand side is parsed before the node is looked up. The message about a missing node
+// therefore has the position of the ";".
 bool VsaParser::parseAssign() {
   AssignInfo& info = assignment_;
   info.clear();

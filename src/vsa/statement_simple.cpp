@@ -10,8 +10,8 @@ namespace zn::korvo_sdk::impl {
 
 using Kind = SimpleStatement::Kind;
 
-// Executes statements up to the first one that is not simple. The ring of tokens is updated only at
-// the end. A scene cannot observe the difference.
+// Executes statements up to the first one that is not simple. The ring of tokens is updated once
+// after the last statement, and not after each statement. A scene cannot observe this.
 void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   try {

@@ -79,8 +79,8 @@ std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
   return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
 }
 
-// Allocates one zeroed block of the exact size and stores it in the record. If the literal is
-// invalid, the block is freed only if a session holds it.
+// Allocates one zeroed block of the exact size and stores it in the record. If the literal turns
+// out to be invalid, a session that holds the block frees it. Without a session, the block leaks.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =
@@ -116,8 +116,9 @@ void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* sess
 // The number of bytes to convert between two polls of the session.
 constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
 
-// Converts the fields between the blanks to numbers. A field that does not convert is reported only
-// after all fields were checked to fit into the buffer.
+// Converts the fields between the blanks to numbers. A field that does not convert is reported
+// last. If there are also too few fields, this is logged first. If there are too many, only this is
+// reported, because the message is fatal.
 void convertElements(const AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const DataType component = componentType(buffer.type);

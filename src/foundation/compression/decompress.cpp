@@ -81,7 +81,7 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
 // Allocates memory in steps. The first capacity is eight times the size of the stream, which is
 // enough for most data. If a capacity is too small, the text is decompressed again with eight times
 // the capacity. The failed attempts together decompress at most 8/7 of the capacity of the last
-// failed attempt. A small text that declares a huge size takes little time and memory.
+// failed attempt. A small text that declares a huge size therefore takes little time and memory.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;

@@ -26,8 +26,8 @@ namespace {
 using namespace deflate;
 using namespace deflate_format;
 
-// The minimum length of a match that the encoder writes. The format allows matches of 3 bytes, but
-// they are rarely shorter than three literals.
+// The minimum length of a match that the encoder writes. The format also allows matches of 3 bytes,
+// but the codes of such a match rarely take fewer bits than three literals.
 constexpr std::size_t MIN_USED_MATCH = 4;
 // The length of a match that ends the search for a longer match.
 constexpr std::size_t GOOD_MATCH = 64;
@@ -365,9 +365,10 @@ class BlockWriter {
     return bits;
   }
 
-  // Returns the size of the block in bits if its data is stored. A stored block starts at a byte
-  // boundary and contains its size twice, in 16 bits each. Data of more than MAX_STORED_BYTES
-  // requires several stored blocks. Each block after the first adds its own type bits.
+  // Returns the size of the block in bits if its data is stored, without the type bits of the first
+  // stored block. After its type bits, a stored block continues at a byte boundary and contains its
+  // size twice, in 16 bits each. Data of more than MAX_STORED_BYTES requires several stored blocks.
+  // Each block after the first adds one byte for its type bits.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =

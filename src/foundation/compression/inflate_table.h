@@ -45,9 +45,10 @@ inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
 
 /// The number of slots that is sufficient for every set of codes. If a subtable has 2^k slots, its
 /// longest code has k bits after the primary bits. A complete set with such a code contains at
-/// least k + 1 codes. Subtables therefore take at most 2^k / (k + 1) slots per symbol. For the 288
-/// literal/length symbols, this is 16/5 slots per symbol (k <= 4). For the 32 distance symbols, it
-/// is 128/8 (k <= 7).
+/// least k + 1 codes. Subtables therefore take at most 2^k / (k + 1) slots per symbol. k is at most
+/// MAX_CODE_BITS minus the number of primary bits. For the 288 literal/length symbols, k is at most
+/// 4, which gives 288 * 16 / 5 slots, less than 928. For the 32 distance symbols, k is at most 7,
+/// which gives 32 * 128 / 8 = 512 slots.
 inline constexpr std::size_t LITLEN_SLOTS = 2048 + 928;
 inline constexpr std::size_t DISTANCE_SLOTS = 256 + 512;
 

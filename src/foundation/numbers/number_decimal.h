@@ -135,8 +135,9 @@ VSA_WRAPS_AROUND inline bool doubleByProduct(uint64_t digits, int exponent, doub
       (mantissa << shift) == product.high) {
     mantissa &= ~uint64_t{1};
   }
-  // If the mantissa is now 2^53, the sum below carries into the exponent.
+  // If the mantissa is now 2^53, the sum in `bits` carries into the exponent.
   mantissa = (mantissa + (mantissa & 1)) >> 1;
+  // 217706 / 2^16 is about log2(10).
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   const int binary = ((217706 * exponent) >> 16) + 63 + top - zeros + 1023;
   const uint64_t bits = (static_cast<uint64_t>(binary - 1) << 52) + mantissa;

@@ -34,13 +34,16 @@ inline uint64_t loadEight(const char* at) {
   return detail::loadLittleEndian(at) ^ 0x3030303030303030;
 }
 
-/// Returns the number of digits at the start of the word.
+/// Returns the number of digits at the start of the word. The value of a digit is less than 10. The
+/// sum sets the highest bit of each larger byte, because 0x76 + 10 is 0x80.
 inline int leadingDigits(uint64_t word) {
   const uint64_t past = ((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word;
   return std::countr_zero(past & 0x8080808080808080) / 8;
 }
 
-/// Returns the value of the first `count` digits of the word. `count` must be from 1 to 8.
+/// Returns the value of the first `count` digits of the word. `count` must be from 1 to 8. First
+/// combines the digits to four pairs. The constants of the products contain the weights of the
+/// pairs: 10^6 and 100 for the first and the third pair, 10^4 and 1 for the second and the fourth.
 VSA_WRAPS_AROUND inline uint64_t foldDigits(uint64_t word, int count) {
   constexpr uint64_t PAIRS = 0x000000FF000000FF;
   word <<= 64 - 8 * count;

@@ -45,8 +45,9 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
   return {tail.next, run.count + tail.count};
 }
 
-/// Removes the last number of `run` if only a blank follows the number. The field after the blank
-/// is empty, so the run must stop before its end.
+/// Removes the last number of `run` if only a blank follows it in the list. The list then ends in
+/// an empty field, which cannot be converted. With the number, `next` would be `end`, as if all
+/// fields were converted.
 NumberRun withoutLastBeforeBlank(const char* from, const char* end, NumberRun run) {
   if (run.count == 0 || run.next != end || end[-1] != ' ') return run;
   const std::string_view before(from, static_cast<size_t>(end - from) - 1);

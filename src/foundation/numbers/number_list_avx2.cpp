@@ -210,6 +210,7 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
   const __m256i values = _mm256_add_epi64(_mm256_mul_epu32(eights, _mm256_set1_epi64x(100000000)),
                                           _mm256_srli_epi64(eights, 32));
   // The smallest integer of a type is treated as out of range, because its magnitude does not fit.
+  // The SSE4.1 kernel then converts it.
   constexpr auto MAX = static_cast<long long>(std::numeric_limits<Integer>::max());
   if (_mm256_testz_si256(values, _mm256_set1_epi64x(~MAX)) == 0) return false;
   if (std::is_unsigned_v<Integer> && group.signBits != 0) return false;
@@ -281,7 +282,8 @@ VSA_AVX2 NumberRun readChunks(const char* at, const char* limit, Number* out, si
     run = {chunk.next, run.count + chunk.count};
     if (chunk.count < count || count == 0) break;
   }
-  // Without optimisation, the compiler does not insert this instruction.
+  // Without this instruction, later SSE instructions would wait for the upper halves of the
+  // registers. The compiler inserts it only with optimisation.
   _mm256_zeroupper();
   return run;
 }

@@ -17,7 +17,8 @@ constexpr std::uint64_t ASCII_ZEROS = 0x3030303030303030;
 
 /// Returns the eight decimal digits of a number below 10^8, one digit per byte. The first digit is
 /// in the lowest byte. Splits the number into halves three times. One multiplication splits all
-/// parts of a step.
+/// parts of a step: it divides them by 100 (10486 / 2^20 is about 1/100) or by 10 (103 / 2^10 is
+/// about 1/10). The quotients are exact for parts of four or two digits.
 std::uint64_t eightDigits(std::uint32_t number) {
   const std::uint64_t upper = number / 10000;
   const std::uint64_t fours = upper | (number - upper * 10000) << 32;

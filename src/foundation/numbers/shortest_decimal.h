@@ -91,13 +91,14 @@ struct RealLayout<double> {
 };
 
 /// Returns floor(log10(2^exponent)). If the lower neighbour of the real is nearer than the upper
-/// neighbour, returns floor(log10(3/4 * 2^exponent)).
+/// neighbour, returns floor(log10(3/4 * 2^exponent)). log10(2) is about 1262611 / 2^22, and
+/// log10(4/3) is about 524031 / 2^22.
 constexpr int floorLog10OfPower(int exponent, bool isLowerNearer) {
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   return (exponent * 1262611 - (isLowerNearer ? 524031 : 0)) >> 22;
 }
 
-/// Returns floor(log2(10^exponent)).
+/// Returns floor(log2(10^exponent)). 1741647 / 2^19 is about log2(10).
 constexpr int floorLog2OfPower(int exponent) {
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   return (exponent * 1741647) >> 19;

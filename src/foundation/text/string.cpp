@@ -30,7 +30,7 @@ constexpr std::size_t blockBytes(std::size_t wanted) {
 
 }  // namespace
 
-// Allocates the header and the characters in one block, because most texts are short.
+// Allocates the header and the characters in one block, which saves an allocation for each text.
 StringBuffer* StringBuffer::make(std::size_t length) {
   if (length > std::numeric_limits<std::size_t>::max() - sizeof(StringBuffer) - 32) {
     throw std::bad_alloc();
@@ -139,8 +139,7 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   return String(made);
 }
 
-// This function is not inlined. It compares words of 8 bytes. With memcmp instead, reading
-// links/100k takes 5 % longer.
+// Compares words of 8 bytes. With memcmp instead, the benchmark links 100k takes 5 % longer.
 bool String::hasCharactersOf(const String& other) const noexcept {
   return detail::sameCharacters(buf(), other.buf(), len());
 }

@@ -1,8 +1,8 @@
 // Formats texts by the conventions of printf. The result can have any length.
 //
-// A plain %s is appended without the C library, because the lengths of the C library have type int.
-// Every other conversion is passed to the C library, one conversion at a time. %n is an unknown
-// conversion, so no format can write to memory.
+// A plain %s is appended without the C library, which cannot format a text of more than INT_MAX
+// bytes: its lengths have type int. Every other conversion is passed to the C library, one
+// conversion at a time. %n is an unknown conversion, so no format can write to memory.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -20,7 +20,7 @@ namespace zn {
 
 namespace {
 
-// A va_list in a struct. va_list may be an array type. The struct can be passed by reference.
+// A va_list in a struct. The struct can be passed by reference even if va_list is an array type.
 struct Arguments {
   va_list list;
 };
@@ -168,7 +168,7 @@ class Formatter {
         return print(va_arg(arguments_.list, long long));
       case Length::Size:
         return print(va_arg(arguments_.list, std::size_t));
-      // On some systems ptrdiff_t is this type.
+      // The next two branches are equal on systems where intmax_t and ptrdiff_t are the same type.
       case Length::IntMax:  // NOLINT(bugprone-branch-clone)
         return print(va_arg(arguments_.list, std::intmax_t));
       case Length::PtrDiff:

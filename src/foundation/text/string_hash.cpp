@@ -72,8 +72,9 @@ std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
 
 }  // namespace
 
-// Returns the hash of a text. The high half is a hash of the whole text. The low half is a hash of
-// the text without its last character. The lowest 4 bits are from the last character.
+// Returns the hash of a text. The high half is a hash of the whole text. The low half consists of
+// 28 bits of a hash of the text without its last character and, as the lowest 4 bits, the low bits
+// of the last character.
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
   if (text.empty()) return 1;

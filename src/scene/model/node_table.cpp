@@ -29,9 +29,10 @@ void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);
 }
 
-// Finds a node. Caches only a missing name. The resolution of links looks up many different nodes,
-// so caching a node that was found would not help. The resolution also reuses the memory of the
-// names.
+// Finds a node. Caches the name only if no node has it. A node that was found is not cached for two
+// reasons. The resolution of links looks up many different nodes, so the cached node would rarely
+// be the next one. The cache would also share the memory of the name, which the resolution reuses
+// for another name.
 NodeImpl* NodeTable::find(const String& name) {
   if (name == lastName_) return last_;
   NodeImpl* const found = look(name.hash(), InlineName::Key(name));

@@ -11,7 +11,8 @@ namespace {
 
 constexpr std::size_t MAX_SHOWN = 20;
 
-// The components of every type except the matrices fit into this many doubles.
+// Every value except a matrix fits into this many doubles. The largest of them is a BufferValue,
+// with 40 bytes.
 constexpr std::size_t NARROW_COMPONENTS = 5;
 static_assert(sizeof(BufferValue) <= NARROW_COMPONENTS * sizeof(double));
 
@@ -55,7 +56,8 @@ void AssignInfo::clear() noexcept {
 }
 
 void AssignInfo::clearValue() noexcept {
-  // Only a matrix has more than NARROW_COMPONENTS components.
+  // Zeroes the part of the payload that the value may have used. Only a matrix uses more than
+  // NARROW_COMPONENTS doubles.
   const bool isMatrix = data.type == AttrType::Mat3 || data.type == AttrType::Mat4;
   std::fill_n(data.payload.components, NARROW_COMPONENTS, 0.0);
   if (isMatrix)

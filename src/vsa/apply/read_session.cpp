@@ -25,8 +25,9 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
 }
 
 // Lowers the limit after a decompression. chargeBuffer raised the limit for the largest possible
-// expansion of the text, and this function lowers it by the unused part of the raise. The unused
-// part may exceed `remaining_` until the memory of the buffer is released.
+// expansion of the text. This function lowers it again by the part that the expansion did not use.
+// If the reading then exceeds the lowered limit, the buffer is larger than its text justifies. In
+// this case the function reports the buffer, frees its memory and makes it empty.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;
@@ -97,7 +98,8 @@ std::uint64_t ReadSession::inputsOnPath() const noexcept {
 }
 
 // Handles a charge of more than `remaining_` bytes. Throws ReadStopped if there is a limit.
-// Otherwise sets `remaining_` to `bytes`, from which the caller subtracts `bytes`.
+// Otherwise sets `remaining_` to `bytes`, so that the subtraction in `charge` gives 0 and does not
+// wrap around.
 void ReadSession::overcharge(std::uint64_t bytes) {
   if (limits.memory != Limits::NONE) exceed(Budget::Memory);
   remaining_ = bytes;

@@ -115,6 +115,7 @@ class ReadSession {
   }
   /// Begins a simple statement. `statement` must not change until the next statement begins.
   /// Returns false and has no effect if the statement may exceed a limit before it calls the scene.
+  /// The parser then reads the statement from tokens.
   bool beginSimple(const SimpleStatement& statement, std::int32_t line, std::int32_t column) {
     if (statement.value.size() > remaining_ || limits.depth != Limits::NONE) return false;
     simple_ = &statement;
@@ -263,7 +264,8 @@ class ReadSession {
   static constexpr std::uint64_t INPUT_BYTES = 64;
   static constexpr std::uint64_t LINK_BYTES = 64;
   static constexpr std::uint64_t TEXT_BYTES = 32;
-  // The memory of a replaced value is released only if the new value has at least this size.
+  // When a value is replaced, its bytes are released only if the new value is a buffer, or a string
+  // whose literal has at least this size. Otherwise they stay counted.
   static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
 
   void dropValue() noexcept {

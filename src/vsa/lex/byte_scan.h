@@ -40,8 +40,8 @@ inline const char* findStop(const char* at, const char* end, char a, char b) {
   return at;
 }
 
-/// Returns the number of bytes in [at, end) that equal `c`. Has no branches, because the positions
-/// of line feeds are unpredictable.
+/// Returns the number of bytes in [at, end) that equal `c`. Does not branch on the value of a byte:
+/// the positions of line feeds are unpredictable, so the branches would be mispredicted.
 inline std::size_t countOf(const char* at, const char* end, char c) {
   std::size_t count = 0;
 #if defined(__SSE2__)

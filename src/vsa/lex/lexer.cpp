@@ -26,8 +26,8 @@ using Type = Token::Type;
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 // The maximum number of bytes to collect in one step. A step fits into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;
-// The minimum size of a long list. When a long list grows, it reserves memory for up to 15 times
-// its size.
+// The minimum size in bytes of a long list. A long list that needs more capacity reserves up to
+// MAX_LONG_LIST_GROWTH times its size in addition (see reserveForList).
 constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
@@ -106,7 +106,8 @@ void Lexer::collectUntil(char a, char b) {
   }
 }
 
-// Consumes white space in the window up to the last byte of the window.
+// Consumes the white space at the start of the window. The lookahead must be white space. Does not
+// consume the last byte of the window.
 void Lexer::skipBufferedWhite() noexcept {
   const char* const begin = windowBegin;
   const char* const last = windowLast();
@@ -157,8 +158,8 @@ Token Lexer::collectedToken(Type type) {
   return {type, String::adopt(std::move(chars_)), line, column};
 }
 
-// Creates a list token from the collected characters. A list contains no NUL: normalisation removes
-// NUL as white space.
+// Creates a list token from the collected characters. A list contains no NUL, because normalisation
+// removes NUL as white space. adoptWhole therefore need not search for one.
 Token Lexer::collectedList(Type type) {
   if (chars_.size < MIN_ADOPTED_BYTES) return token(type, chars_);
   return {type, String::adoptWhole(std::move(chars_)), line, column};
@@ -176,8 +177,8 @@ Token Lexer::invalidListToken(const String& what) const {
   return invalid(DiagnosticId::InvalidListToken, what);
 }
 
-// Returns an Invalid token for the lookahead. Its position is that of the character before the
-// lookahead.
+// Returns an Invalid token for the lookahead. The token has the position of the character before
+// the lookahead.
 Token Lexer::invalid(DiagnosticId id, const String& list) const {
   problem_ = {id,
               diagnostic_detail::formatMessage(rowOf(id).format, lookaheadChar),

@@ -83,7 +83,7 @@ class Lexer {
 
   /// The record of the last error. For an invalid character, the lexer returns an Invalid token
   /// whose text is the log line of the record. For a token that the end of the text cuts off, it
-  /// returns an Eof token whose text is the text of the record.
+  /// returns an Eof token whose text is `text` of the record.
   const Diagnostic& problem() const noexcept { return problem_; }
 
   /// Returns true if a byte 0xFF ended the input before the end of the source.
@@ -98,8 +98,9 @@ class Lexer {
   /// The bytes from `windowStart` to `windowBegin` have been consumed and are still in memory.
   const char* windowStart = nullptr;
 
-  /// The last byte of the window. Only the bytes before it can be consumed without the source,
-  /// because their successors are buffered. Equals `windowBegin` if the window is empty.
+  /// The last byte of the window. Equals `windowBegin` if the window is empty. Consuming a byte
+  /// makes the byte after it the lookahead. Therefore only the bytes before the last byte can be
+  /// consumed without the source.
   const char* windowLast() const noexcept {
     return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
   }

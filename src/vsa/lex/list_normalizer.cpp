@@ -1,10 +1,10 @@
 // The kernels of the list normaliser. The vector kernels process one vector of bytes per step.
 //
 // Two table look-ups, by the high and the low nibble, classify a byte (Langdale and Lemire,
-// "Parsing Gigabytes of JSON per Second", 2019). Most lists are almost normal, so most steps are
-// one store. Each step advances by the full width of a vector. A step depends on the previous step
-// by only one bit: whether the previous step ended in a separator. If the list ends in separators,
-// they are removed last.
+// "Parsing Gigabytes of JSON per Second", 2019). Most lists are almost in normal form, so most
+// steps are one store. Each step advances by the full width of a vector. A step depends on the
+// previous step by only one bit: whether the previous step ended in a separator. If the list ends
+// in separators, they are removed last.
 #include "vsa/lex/list_normalizer.h"
 
 #include <array>
@@ -165,7 +165,8 @@ VSA_SSE42_INLINE Step16 readStep16(const char* from) {
                                         _mm_shuffle_epi8(tableOf(NIBBLES.byLow), bytes));
   const __m128i other =
       _mm_cmpeq_epi8(_mm_and_si128(classes, _mm_set1_epi8(NIBBLES.numberBits)), zero);
-  // Every number character is greater than a blank.
+  // The andnot sets each separator to 0, and the maximum replaces this 0 by a blank. Number
+  // characters stay, because they are greater than a blank.
   return {_mm_max_epu8(_mm_andnot_si128(other, bytes), _mm_set1_epi8(' ')),
           static_cast<std::uint32_t>(_mm_movemask_epi8(other)),
           _mm_movemask_epi8(_mm_cmpeq_epi8(classes, zero)) == 0};
@@ -186,7 +187,8 @@ VSA_AVX2_INLINE Step32 readStep32(const char* from) {
           _mm256_movemask_epi8(_mm256_cmpeq_epi8(classes, zero)) == 0};
 }
 
-/// Writes the lower eight bytes that are members of `set`. Returns the end of the output.
+/// Writes those of the lower eight bytes whose bits are set in `set`. Returns the end of the
+/// output.
 VSA_SSE42_INLINE char* writeMembers8(__m128i bytes, std::uint32_t set, char* to) {
   const auto* const shuffle = reinterpret_cast<const __m128i*>(COMPACTIONS[set].data());
   _mm_storel_epi64(reinterpret_cast<__m128i*>(to),

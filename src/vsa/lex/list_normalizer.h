@@ -18,7 +18,8 @@ struct NormalizedList {
   char* to;          ///< One past the last byte written.
 };
 
-/// The maximum number of bytes after the output that are overwritten.
+/// The maximum number of bytes after the output that are overwritten. The kernels store whole
+/// vectors, which may be longer than the rest of the output.
 inline constexpr std::size_t NORMALIZER_SLACK = 16;
 
 /// Copies number characters from [from, end) to `to`. Replaces each run of blanks, line ends and

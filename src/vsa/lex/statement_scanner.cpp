@@ -82,8 +82,9 @@ void StatementScanner::moveBack() noexcept {
 }
 
 // Moves the lexer back and reads the tokens. If the scene has read from the file, the window is
-// empty. A temporary window then contains the lookahead and the byte after it. The scene cannot
-// have read these bytes.
+// empty. This function then sets a temporary window, so that the lexer does not read from the
+// source. The window ends two bytes after the third token, because the fast path of the lexer reads
+// a word only if two more bytes follow it. All these bytes are still in memory.
 void StatementScanner::readLookahead(ds::Vector<Token>& tokens) {
   const bool isKept = isWindowKept();
   moveBack();
@@ -136,8 +137,9 @@ inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
   return end != last_ ? end : nullptr;
 }
 
-// Sets `out` to the interned name. Often `out` already has this name, because successive statements
-// are usually about one node. The comparison is faster than a look-up in the pool.
+// Sets `out` to the interned name. First compares the name with `out`, because this is faster than
+// a look-up in the pool. Often `out` already has this name: successive statements are usually about
+// one node.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;
@@ -146,8 +148,9 @@ inline bool StatementScanner::name(const Place& place, String& out) {
   return false;
 }
 
-// Finds the three tokens at `at`. Returns false for a token that cannot be in a path or a
-// declaration. The parser reads such a statement.
+// Finds the three tokens after a statement that ends at `at`. Returns false if one of them is not
+// in the window, or if it is not a word, a single character or a comment. The parser then reads the
+// statement before `at`.
 bool StatementScanner::readNext(const char* at) noexcept {
   for (Place& place : next_) {
     at = skipWhite(at);

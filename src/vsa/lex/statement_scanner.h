@@ -142,7 +142,8 @@ class StatementScanner {
   std::int32_t endColumn_ = 0;
   // The line at the scanned position.
   std::int32_t line_ = 0;
-  // The address of the first character of that line.
+  // The address of the first character of that line. It is a number and not a pointer, because this
+  // character may be before the buffered bytes.
   std::uintptr_t lineBegin_ = 0;
   // The three tokens after the last recognised statement.
   Place next_[3];

@@ -73,8 +73,8 @@ inline std::uint32_t maskOf(__m128i flags) {
 }
 
 /// Flags the bytes from `first` to `last`, inclusive. SSE2 has only signed comparisons. A constant
-/// is therefore added that makes `last` the largest signed byte. Bytes above `last` become
-/// negative.
+/// is therefore added that makes `last` the largest signed byte, 127. `first` becomes 127 - (last -
+/// first), and bytes above `last` become negative.
 inline __m128i within(__m128i bytes, char first, char last) {
   const __m128i moved = _mm_add_epi8(bytes, _mm_set1_epi8(static_cast<char>(127 - last)));
   return _mm_cmpgt_epi8(moved, _mm_set1_epi8(static_cast<char>(126 - (last - first))));

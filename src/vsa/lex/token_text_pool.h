@@ -89,7 +89,7 @@ class TokenTextPool {
   void growWords();
 
   StringSlabs slabs_;
-  // The table: pairs of words. The first word of a pair was read last.
+  // The table: pairs of words. The first word of a pair was used more recently than the second.
   std::unique_ptr<Word[]> words_;
   // Maps a hash to the index of the first word of a pair.
   std::size_t mask_ = 0;

@@ -88,7 +88,8 @@ class Slabs {
   }
 
   // Allocates a region: the memory of several slabs. A region contains as many slabs as already
-  // exist, but at most MAX_SLABS (1 MiB). A separate allocation of each slab would waste the size
+  // exist, but at least one and at most MAX_SLABS (1 MiB). `slabs_` already contains the pointer of
+  // the slab to add, which is not counted. A separate allocation of each slab would waste the size
   // of a slab for its alignment.
   void addRegion() {
     const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MAX_SLABS);

@@ -115,8 +115,8 @@ void LinkResolver::resolveReference(IInput& input, const String& name) {
     return Emitter().log(DiagnosticId::NoNodeToAssign, name, input.path());
   }
   const bool isKept = session_ == nullptr || session_->mayLink(input, *node);
-  // An input logs the name of a node that it does not accept. Such an input receives the node even
-  // if the link is not kept.
+  // An input that refuses references logs a message with the name of the node. It gets the node
+  // even if the link is not kept, so that it can log this message. It does not store the node.
   const bool isGiven = isKept || session_->refusesNodes(input);
   input.setNode(isGiven ? node : nullptr);
 }

@@ -25,7 +25,8 @@ class LinkResolver {
   void begin(interfaces::IInput& input, const PendingLink& link) const {
     if (session_ != nullptr) session_->beginLink(input, link.place);
   }
-  // The number of elements of `names_`. It must be a power of two.
+  // The number of elements of `names_`. It is a power of two, so that `% NAMES` takes one
+  // instruction.
   static constexpr std::uint64_t NAMES = 32;
 
   template <class Resolve>

@@ -63,7 +63,8 @@ constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
 template <class Integer>
 Integer rounded(double value) noexcept {
   using Limits = std::numeric_limits<Integer>;
-  // A double represents both bounds exactly, because each is zero or a power of two.
+  // The bounds `beyond` and Limits::min() are zero or a power of two, apart from the sign. A double
+  // therefore represents both exactly.
   const double beyond = std::ldexp(1.0, Limits::digits);
   if (std::isnan(value)) return 0;
   const double whole = std::round(value);
