@@ -135,7 +135,7 @@ Text listScene(size_t count, uint64_t seed, void (*add)(Recorder&, size_t, Rando
 }  // namespace
 
 Text geo(size_t bytes, Format format, uint64_t seed) {
-  // The approximate number of characters of VSA text.
+  // The approximate number of characters of VSA text for one vertex.
   constexpr size_t CHARACTERS_PER_VERTEX = 95;
   Recorder scene(format);
   Random random(seed);

@@ -68,7 +68,7 @@ void VsaParser::inputNotFound(INode& node, std::span<const Token> path) const {
 
 // Like `resolve`, for a path that begins with "." in a host's scene. A message about such a path
 // starts with the node's name. A host's scene may rename the node when it finds or creates an
-// input, so the name is requested before. The library's scene renames no node. For its nodes,
+// input, so the name is requested before that. The library's scene renames no node. For its nodes,
 // `resolve` requests the name only for a message, which saves 250 instructions per statement.
 interfaces::IInput* VsaParser::resolveAfterName(PathResolver& target, std::span<const Token> path) {
   const String nodeName = target.node().name();

@@ -88,7 +88,8 @@ bool VsaParser::declare(DeclareInfo& info) {
   return true;
 }
 
-// Creates a node. If a node with this name exists, it is kept, even if it has another type.
+// Creates a node. Exception: if a node with this name exists, creates nothing, even if that node
+// has another type.
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;

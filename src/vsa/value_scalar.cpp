@@ -16,7 +16,7 @@ namespace {
 
 using Type = Token::Type;
 
-// Removes the parentheses at both ends of the list.
+// Removes all parentheses at the start and at the end of the list.
 std::string_view withoutParens(std::string_view list) {
   while (!list.empty() && (list.front() == '(' || list.front() == ')')) list.remove_prefix(1);
   while (!list.empty() && (list.back() == '(' || list.back() == ')')) list.remove_suffix(1);

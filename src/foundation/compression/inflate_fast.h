@@ -38,7 +38,9 @@ struct FastBits {
   unsigned count;
   const unsigned char* in;
 
-  /// Loads 8 bytes. Afterwards the buffer contains at least 56 bits.
+  /// Loads 8 bytes. Afterwards the buffer contains 56 to 63 bits. `in` advances by the bytes that
+  /// fit as a whole, and `count` grows by their bits. As `count` is less than 64, `count | 56` is
+  /// the new count.
   VSA_WRAPS_AROUND void refill() {
     bits |= detail::loadLittleEndian(in) << count;
     in += (63 - count) >> 3;

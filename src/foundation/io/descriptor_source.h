@@ -31,7 +31,8 @@ class DescriptorSource final : public ByteSource {
   std::optional<std::uint64_t> textBytes() const noexcept;
   /// Reads `count` bytes from `offset` on. The offset is counted from the end of the byte order
   /// mark. Does not change the position of `read`. Returns the number of bytes read, which is 0 for
-  /// a pipe or a device. Must be called after the first `read`.
+  /// a pipe or a device. Must be called after the first `read`, which finds out whether the file
+  /// has a byte order mark.
   std::size_t readAt(std::uint64_t offset, char* to, std::size_t count) const noexcept;
 
  private:

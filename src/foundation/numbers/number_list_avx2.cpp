@@ -5,8 +5,9 @@
 // of a field is known before the field is read, so the conversion of a field need not wait for the
 // previous field.
 //
-// The conversion is the same as in the SSE4.1 kernel. That kernel also converts the fields that are
-// not plain, and the end of the list.
+// The conversion is the same as in the SSE4.1 kernel. That kernel also converts each group with a
+// field that is too long for this kernel (16 characters or more) or has an exponent, and the end of
+// the list.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_AVX2_KERNEL
@@ -223,7 +224,8 @@ VSA_AVX2_INLINE bool storeGroup(const Group& group, const uint64_t (&lengths)[GR
 }
 
 /// Converts four fields. `start` is the first character of the first field. Returns false if one of
-/// the fields is not plain.
+/// the fields is longer than 15 characters, is not of the form GroupShape::isPlain, or cannot be
+/// stored by storeGroup.
 template <class Number>
 VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint32_t* ends,
                                Number* out) {
@@ -240,9 +242,9 @@ VSA_AVX2_INLINE bool readGroup(const char* start, const char* chunk, const uint3
   return shape.isPlain && storeGroup(group, lengths, shape, out);
 }
 
-/// Converts the fields of a chunk in groups. Stops at the first group that is not plain. `begin` is
-/// the index of the first field, and `start` is its first character. The loop calls no function, so
-/// that its constants stay in registers.
+/// Converts the fields of a chunk in groups. Stops at the first group that readGroup does not
+/// convert. `begin` is the index of the first field, and `start` is its first character. The loop
+/// calls no function, so that its constants stay in registers.
 template <class Number>
 VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, size_t begin,
                                      size_t end, const char* start, Number* out) {

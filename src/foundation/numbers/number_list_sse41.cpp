@@ -1,11 +1,13 @@
 // The SSE4.1 kernel of number lists.
 //
-// One 16-byte load contains a plain field and the blank after it. Comparisons find the end of the
-// field and its point. Shuffles move the last digit to the last byte and remove the point. Three
-// multiply-adds combine the sixteen digits to one integer. These instructions do not depend on the
-// length of the number, so fields of different lengths cause no branch mispredictions.
+// One 16-byte load contains a field of up to 15 characters and the blank after it. Comparisons find
+// the end of the field and its point. Shuffles move the last digit to the last byte and remove the
+// point. Three multiply-adds combine the sixteen digits to one integer. These instructions do not
+// depend on the length of the number, so fields of different lengths cause no branch
+// mispredictions.
 //
-// Longer doubles take two loads. All other fields are rare. The portable kernel converts them.
+// A longer real takes two loads. A real with an exponent takes one load up to its exponent. The
+// portable kernel converts all other plain fields, which are rare.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL

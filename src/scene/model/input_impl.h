@@ -39,8 +39,9 @@ class InputImpl final : public Input {
   /// Marks the input as removed and frees its value. The caller removes the input from its list.
   void remove() noexcept;
   void clearValue() noexcept;
-  /// Returns the number of leading elements whose type `set` would not change. Checks only elements
-  /// that have not been counted yet, so repeated calls are fast.
+  /// Returns the number of typed elements at the start of the array. `set` leaves the type of a
+  /// typed element as it is. Checks only elements that have not been counted yet, so repeated calls
+  /// are fast.
   std::uint64_t typedPrefix() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 

@@ -62,7 +62,7 @@ PathResolver::Required PathResolver::required() const {
 // Resolves one element: finds or creates the input that the element names.
 IInput* PathResolver::step(const Token& element) {
   const String type = node_.type();
-  // If no type is declared, no input has a former name.
+  // If no type is declared, no input has a former name that updateInputName would replace.
   if (!anyNodeTypes()) return step(element.text, element);
   return step(updateInputName(type, element.text), element);
 }

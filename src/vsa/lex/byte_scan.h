@@ -25,8 +25,8 @@ inline std::uint32_t equalMask(__m128i bytes, char c) {
 
 }  // namespace detail
 
-/// Returns the first byte in [at, end) that is `a`, `b` or the end mark 0xFF. Returns `end` if
-/// there is no such byte.
+/// Returns the first byte in [at, end) that is `a`, `b` or the end mark 0xFF, which ends the input
+/// (see END_OF_INPUT). Returns `end` if there is no such byte.
 inline const char* findStop(const char* at, const char* end, char a, char b) {
 #if defined(__SSE2__)
   for (; end - at >= 16; at += 16) {

@@ -78,7 +78,7 @@ inline bool Lexer::readBuffered(Token& out) {
   return readLongBuffered(type, at, feeds, out);
 }
 
-// Reads the token at `at`, which is neither a word nor a single character. Returns false and
+// Reads a token that begins at `at` and is neither a word nor a single character. Returns false and
 // consumes nothing if the fast path does not apply.
 inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds feeds, Token& out) {
   const char* const last = windowLast();

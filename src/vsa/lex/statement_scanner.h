@@ -51,7 +51,7 @@ struct SimpleStatement {
   std::string_view value;     ///< For a value: its first token as written.
   bool hasBackslash = false;  ///< For a string: whether it contains a backslash.
   /// For a value `keyword(numbers)`: the numbers, separated by single blanks. The byte after the
-  /// numbers is readable.
+  /// numbers is readable, as parseTuple requires.
   std::string_view list;
   /// For a reference: the node, or empty for `null`. For a connection: the node, or "null".
   std::string_view source;
