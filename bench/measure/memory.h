@@ -15,7 +15,8 @@ namespace bench {
 // on Linux only.
 size_t peakOfRead(const std::string& path, Route route);
 
-// Measures and prints the result if peakOfRead started this process. Returns whether it did.
+// If peakOfRead started this process: measures, prints the result and returns true. Otherwise
+// returns false.
 bool handlePeakRequest(int argc, char** argv);
 
 }  // namespace bench

@@ -24,8 +24,8 @@ std::string rounded(double number) {
   return text;
 }
 
-// Returns one number of each figure of the row, such as "0.98; 1.10". If the aims or limits of all
-// figures are equal, the number appears once.
+// Returns one number of each figure of the row, such as "0.98; 1.10": the measured values, the aims
+// or the limits. If the aims or limits of all figures are equal, the number appears once.
 std::string listed(const Row& row, double Figure::*number) {
   std::string text;
   for (const Figure& figure : row.figures) {

@@ -89,8 +89,8 @@ void appendJsonString(std::string& to, std::string_view text);
 // Appends the numbers as a JSON array.
 void appendJsonArray(std::string& to, std::string_view digits);
 
-// Returns the digit in the name of a vector type with as many components as the tuple. For example,
-// returns "3" for pos3.
+// Returns the number of components of the tuple type `keyword` as a digit. The name of a vector
+// type ends in this digit. For example, returns "3" for pos3, as in "vec3".
 std::string_view vectorSize(std::string_view keyword);
 
 // Returns the text in double quotes. Inserts a backslash before each quote and backslash.

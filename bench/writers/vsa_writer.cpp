@@ -90,8 +90,8 @@ class VsaWriter : public SceneWriter {
     append(out, {" = ", keyword, "[", std::to_string(elementCount), "] {"});
   }
 
-  // Appends elements in lines of about 12 numbers. `separator` follows each element except the
-  // last.
+  // Appends elements in lines of at most 12 numbers. A line contains only whole elements.
+  // `separator` follows each element except the last.
   void list(std::string_view digits, size_t width, std::string_view separator) {
     const size_t perLine = 12 / width * width;
     eachNumber(digits, [&](std::string_view number, size_t index) {

@@ -19,8 +19,8 @@ Code codeOfLengths(std::vector<std::uint8_t> lengths);
 /// Returns a complete code of at most `maxBits` bits. Symbols with a high frequency get short
 /// codes. Symbols of frequency 0 get no code. Exception: at least two symbols get a code, because
 /// some decoders do not accept fewer. The alphabet must have 2 to 288 symbols. `maxBits` must be at
-/// least 7 for up to 19 symbols, and 15 for more symbols. The sum of the frequencies must be less
-/// than 2^32.
+/// least 7 for up to 19 symbols, and 15 for more symbols: these are the limits of the format. The
+/// sum of the frequencies must be less than 2^32.
 Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits);
 
 }  // namespace zn::deflate

@@ -22,13 +22,15 @@ class ByteFeed {
 };
 
 /// The result of decoding. If a stream has several errors, the result is the first error in the
-/// order of the stream. A wrong checksum precedes bytes after the stream.
+/// order of the stream. If the checksum is wrong and bytes follow the stream, the result is
+/// WrongChecksum.
 enum class InflateStatus {
   // The stream is complete and has the right checksum. No bytes follow it.
   Done,
   // The input ends inside the stream.
   EndsEarly,
-  // A header, block or code is invalid, the stream has a preset dictionary, or bytes follow it.
+  // A header, block or code is invalid, the stream has a preset dictionary, or bytes follow the
+  // stream.
   Corrupt,
   // The Adler-32 at the end of the stream is not that of the output.
   WrongChecksum,

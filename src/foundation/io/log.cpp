@@ -18,8 +18,8 @@ namespace {
 std::atomic<LogSink*> processSink{nullptr};
 thread_local LogSink* threadSink = nullptr;
 
-// The maximum size of a text that is written with one call of fprintf. fprintf fails if it would
-// write more than INT_MAX characters.
+// The maximum size of a text that is written with one call of fprintf. A longer text is written
+// with fwrite, because fprintf fails if it would write more than INT_MAX characters.
 constexpr std::size_t MAX_FORMATTED_BYTES = std::size_t{1} << 20;
 
 void writeToStandardError(LogLevel level, const String& text) {

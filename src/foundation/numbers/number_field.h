@@ -114,8 +114,9 @@ inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
     out = static_cast<Integer>(magnitude);
     return !negative && magnitude <= MAX;
   } else {
-    // The mask only avoids an overflow, because the result below rejects larger magnitudes. The
-    // result also rejects -2^63, which number_text converts.
+    // The mask avoids an overflow of the conversion. It does not change an accepted number, because
+    // the comparison below rejects larger magnitudes. The comparison also rejects -2^63, which
+    // number_text then converts.
     const auto value = static_cast<int64_t>(magnitude & (~uint64_t{0} >> 1));
     // All ones for a negative number. This avoids a branch on the sign.
     const int64_t flip = -int64_t{negative};

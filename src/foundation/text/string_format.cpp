@@ -179,7 +179,8 @@ class Formatter {
     }
   }
 
-// The format is one conversion, composed above of characters that were checked one by one.
+// Disables the warning about a format that is not a literal: the format is one conversion, composed
+// above of characters that were checked one by one.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   template <class Value>

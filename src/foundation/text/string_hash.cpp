@@ -29,7 +29,7 @@ struct Key {
 };
 
 // Returns the random key. It depends on the address of the program and its start time, which differ
-// from run to run. The function is not inlined, because it is called only once.
+// from run to run. The function is called only once, so it is kept out of the code of its caller.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif

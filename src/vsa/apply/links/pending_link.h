@@ -86,8 +86,8 @@ class AddressFilter {
 /// The pending links, indexed by target input.
 class PendingTable : public ds::HashMap<interfaces::IInput*, PendingLink> {
  public:
-  /// Stores the link of an input. A later link replaces the earlier one. The first link of an input
-  /// retains it, so that the input exists until LinkResolver releases it.
+  /// Stores the link of an input. A later link replaces the earlier one. The first link retains the
+  /// input, which then exists at least until LinkResolver releases it.
   void setLink(interfaces::IInput* input, std::string_view source, const String& output,
                const TextPlace& place = {});
   /// Stores the link of an assignment.
