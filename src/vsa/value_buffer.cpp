@@ -80,7 +80,8 @@ std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
 }
 
 // Allocates one zeroed block of the exact size and stores it in the record. If the literal turns
-// out to be invalid, a session that holds the block frees it. Without a session, the block leaks.
+// out to be invalid, a session that holds the block frees it. Without a session, the block is never
+// freed.
 void allocateElements(AssignInfo& info, const Emitter& messages) {
   BufferValue& buffer = info.data.payload.buffer;
   buffer.memory =
