@@ -2,8 +2,8 @@
 // fuzz_main.cpp is the libFuzzer program of one function. replay_main.cpp passes saved inputs to
 // all functions.
 //
-// Some fuzzers use the last byte of an input as settings. Every text is therefore a valid input for
-// every fuzzer.
+// Some fuzzers use the last byte of an input as settings. No fuzzer requires a format of its input,
+// so every text is a valid input for every fuzzer.
 #pragma once
 
 #include <string_view>

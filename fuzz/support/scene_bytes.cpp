@@ -22,7 +22,8 @@ class Bytes {
   void number(Number value) {
     bytes_.append(reinterpret_cast<const char*>(&value), sizeof value);
   }
-  // With its length, so that two texts in a row do not equal two others.
+  // Appends the length, too. Without it, the texts "ab" and "c" would give the same bytes as "a"
+  // and "bc".
   void text(std::string_view text) {
     number(text.size());
     bytes_.append(text);
@@ -122,7 +123,8 @@ std::string bytesOf(const FuzzRead& read, const Scene& scene) {
   return bytes.take();
 }
 
-// Bytes that differ may have the same dump: of a NaN, a dump shows no bits.
+// Compares the bytes first, which is much faster than comparing dumps. If the bytes differ, the
+// dumps are compared. They may still be equal, because a dump does not show the bits of a NaN.
 void checkSameScene(const ReadScene& expected, const ReadScene& found, std::string_view about) {
   if (bytesOf(expected.read, expected.scene) == bytesOf(found.read, found.scene)) return;
   checkSame(dumped(expected.read, expected.scene), dumped(found.read, found.scene), about);

@@ -10,8 +10,8 @@
 
 namespace vsa_fuzz {
 
-/// Result, log and scene. Two reads with equal bytes have equal dumps. Accesses everything in the
-/// scene.
+/// Returns the result, the log and the scene as bytes. Two reads with equal bytes have equal dumps.
+/// Accesses everything in the scene.
 std::string bytesOf(const FuzzRead& read, const zn::korvo_sdk::Scene& scene);
 
 /// A scene and how it was read. Both must exist during the comparison.

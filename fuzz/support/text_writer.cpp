@@ -234,7 +234,8 @@ void TextWriter::separator() {
   oneOf(SEPARATORS);
 }
 
-// Writes numbers that every type can represent. One of 200 numbers is any number.
+// Writes numbers from 0 to 127, which every element type can represent. Exception: about one of 200
+// numbers is any number.
 void TextWriter::elements(std::size_t count) {
   for (; count > 0; --count) {
     if (choices_.oneIn(200)) {

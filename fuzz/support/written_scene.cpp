@@ -23,7 +23,8 @@ void readAgain(FuzzScene& scene, const std::string& text) {
 
 vsa::WriteOptions writeOptions(unsigned settings) {
   vsa::WriteOptions options;
-  // The writer then adds no comments to those of the scene.
+  // Writes only the comments of the scene. If the writer added comments with the version and the
+  // time, the scene that is read back would have more comments than the first one.
   options.header = vsa::HeaderForm::Comments;
   if ((settings & 1) != 0) options.paths = vsa::PathForm::Full;
   if ((settings & 2) != 0) options.links = vsa::LinkPlace::Last;

@@ -79,9 +79,11 @@ Decompressed inflatedByZlib(const Bytes& stream, std::size_t capacity,
 }
 
 /// Whether `stream` ends within code lengths that have no code. If a dynamic block has no code for
-/// its code lengths, zlib reads each bit as a length of 0. It reports a corrupt block after the
-/// last length. Our decoder reports a corrupt block at once, even if the stream ends before the
-/// last length. In this case zlib reports the same error for every continuation of the stream.
+/// its code lengths, our decoder reports a corrupt block at once. zlib reads each bit as a length
+/// of 0, and reports a corrupt block only after the last length. If the stream ends before that,
+/// zlib reports an early end instead. Therefore this function appends bytes to the stream: first
+/// zeros, and in a second attempt ones. The block is corrupt if zlib reports a missing end-of-block
+/// code in both attempts.
 bool endsInUncodedLengths(const Bytes& stream) {
   constexpr std::size_t MAX_LENGTH_BYTES = 64;
   for (const char more : {'\0', '\xFF'}) {

@@ -64,7 +64,8 @@ void look(const vsa_tools::SceneFile& file, unsigned settings) {
   if (statistics.nodes() != scene.nodes().size()) fail("stats: the count of nodes is wrong");
 }
 
-/// Whether there are messages other than those about the values of strings.
+/// Whether there are diagnostics other than BadEnumValue. That one is about the value of a string,
+/// which the extracted text keeps, so it may occur again.
 bool hasMessages(const vsa::ReadResult& read) {
   return std::any_of(read.diagnostics.begin(), read.diagnostics.end(),
                      [](const auto& found) { return found.id != vsa::DiagnosticId::BadEnumValue; });

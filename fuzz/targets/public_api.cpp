@@ -174,7 +174,8 @@ void publicApi(std::string_view input) {
   checkOutcome(expected, text);
   checkFile(text, options, expected);
   checkSkipped(text, expected, options);
-  // Reads the text again into the same scene.
+  // Reads the text again into the same scene. The outcome must be valid there, too, although the
+  // nodes already exist.
   checkOutcome(vsa::readTextInto(fromText, text, options), text);
 
   FuzzScene second;

@@ -32,8 +32,8 @@ void JsonWriter::text(std::string_view text) {
   out_.put('"');
 }
 
-// nlohmann-json would escape fewer characters (not C1, DEL and the direction marks), and replace an
-// incomplete sequence as a whole instead of each byte.
+// This is not done with nlohmann-json, because it escapes fewer characters (not C1, DEL and the
+// direction marks). It also replaces an incomplete UTF-8 sequence as a whole and not byte by byte.
 void JsonWriter::character(char32_t character, std::string_view bytes) {
   switch (character) {
     case '"':

@@ -1,5 +1,5 @@
-// A buffered output for text: to a file, to a function, or to a string in memory. A dump of several
-// gigabytes needs one block of memory.
+// A buffered output for text: to a file, to a function, or to a string in memory. For a file or a
+// function, only one block of the text is in memory, even if a dump has several gigabytes.
 #pragma once
 
 #include <charconv>
@@ -75,8 +75,8 @@ class TextOutput {
     text_.clear();
   }
 
-  // Collects text before it is passed to stdio: with a stdio call for each put(), dumps took 5 to
-  // 87 % longer. Dumps of byte buffers took longest.
+  // Collects text before it is passed to stdio. With a stdio call for each put(), dumps took 5 to
+  // 87 % longer. The 87 % are for dumps of byte buffers.
   std::string text_;
   std::FILE* file_ = nullptr;
   std::function<bool(std::string_view)> write_;

@@ -36,8 +36,9 @@ bool isColoured(const std::string& colour) {
   return ::isatty(STDOUT_FILENO) && !isDumb && (noColour == nullptr || *noColour == '\0');
 }
 
-// Makes the C library keep the freed memory of a scene for the next file. By default, it returns
-// large blocks to the system after each file. For 2,000 files that takes 0.06 s of 0.2 s.
+// Makes the C library keep the freed memory of a scene for the next file: blocks of less than 2
+// MiB, and up to 64 MiB at the end of the heap. By default, the C library returns large blocks to
+// the system after each file. In a check of 2,000 files, that took 0.06 s of 0.2 s.
 void keepFreedMemory() {
 #if defined(__GLIBC__)
   constexpr int BLOCK_BYTES = 1 << 21, FREE_BYTES = 1 << 26;

@@ -43,7 +43,8 @@ void FileCheck::run() {
     if (!text_.isOpen()) {
       consume(unreadable(text_.problem()));
     } else if (text_.isKept() && foreignEncoding(text_.text().substr(0, HEAD_BYTES)) != nullptr) {
-      applyRules({}, {});  // not read: its encoding would cause all diagnostics
+      // The text is not read, because all diagnostics would only follow from its wrong encoding.
+      applyRules({}, {});
     } else {
       read();
     }

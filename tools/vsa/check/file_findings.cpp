@@ -10,9 +10,10 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum number of findings of one file that are kept in memory to be sorted. The limit is
-// small, because kept findings fragment the freed memory of the long texts that they are made from.
-// With names of 20 KB, 4096 findings took 50 MB.
+// The maximum number of findings of one file that are kept in memory to be sorted. A finding is
+// made from texts that may be far longer, and that are freed again. Kept findings lie between these
+// freed texts and fragment the memory, so the limit is small: with names of 20 KB, 4096 findings
+// took 50 MB.
 constexpr std::size_t MAX_KEPT = 1024;
 
 // Returns the sort key of a finding. Findings about the whole file come first, and findings after

@@ -53,8 +53,8 @@ struct Finding {
   bool isAfterStop = false;
 };
 
-/// Returns the text if it is short, otherwise its beginning and its end. A text is short if it has
-/// the length of a hint or message without a long name or value in it.
+/// Returns a hint or message unchanged if it has at most 400 bytes, and otherwise only its
+/// beginning and its end. Only a text with a long name or value in it has more bytes.
 std::string withoutLongQuotes(const std::string& text);
 
 }  // namespace vsa_tools

@@ -35,8 +35,9 @@ bool isInterrupted() noexcept {
   return interrupted != 0;
 }
 
-// The loop tests the flag again after each short wait. A signal does not end the wait if another
-// thread receives it or if it comes just before the wait.
+// The loop tests the flag again after each short wait, because a signal does not always end the
+// wait. The wait continues if another thread receives the signal, or if the signal comes just
+// before the wait.
 bool waitForInput(int descriptor) noexcept {
   constexpr int MILLISECONDS = 100;
   while (!isInterrupted()) {

@@ -84,7 +84,8 @@ void NodeMatch::pairByName(vsa::SceneView a, vsa::SceneView b) {
 void NodeMatch::pairByContent(vsa::SceneView a, vsa::SceneView b,
                               const std::vector<std::string>& ignored) {
   const UnpairedNodes unpairedA(a, ofA_, ignored), unpairedB(b, ofB_, ignored);
-  // The unpaired nodes of B for each hash. Each list is in the reverse order of the scene.
+  // The unpaired nodes of B for each hash. Each list is in the reverse order of the scene, so that
+  // its last element, which is the first node in the scene, is taken first.
   std::unordered_map<std::uint64_t, std::vector<vsa::NodeView>> byHash;
   for (std::size_t i = unpairedB.nodes.size(); i-- > 0;) {
     byHash[unpairedB.hashes[i]].push_back(unpairedB.nodes[i]);

@@ -52,8 +52,8 @@ struct DiffOptions {
   std::vector<std::string> ignored;
 };
 
-/// Compares the scenes and returns the number of differences. Does not compare the order of nodes
-/// and inputs, comments, version and time. Does not recurse.
+/// Compares the scenes and returns the number of differences. Ignores the comments, the version and
+/// the time of the scenes, and the order of nodes and inputs. Does not recurse.
 std::uint64_t compareScenes(vsa::SceneView a, vsa::SceneView b, const DiffOptions& options,
                             DifferenceSink& sink);
 

@@ -33,8 +33,9 @@ void DumpLog::put(vsa::Severity severity, std::string_view line) {
   dumpLogEntry(isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, line, json_);
 }
 
-// Ends the log. If no statement was read, the error is not logged but becomes `escaped`, because
-// the plain entry point throws an error in the first three tokens.
+// Ends the log. If the reading failed before any statement was applied, the error becomes `escaped`
+// and is not logged. The plain entry point does the same: it throws an error in the first three
+// tokens and does not log it.
 ReadStatus DumpLog::end(const vsa::ReadOutcome& read) {
   ReadStatus status;
   status.result = read.applied.linksResolved && read.status != vsa::ReadStatus::OverLimit;

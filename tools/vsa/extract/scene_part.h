@@ -15,8 +15,9 @@ namespace vsa_tools {
 std::vector<std::string> keepPart(vsa::Scene& scene, const std::vector<std::string>& names,
                                   const std::vector<std::string>& without);
 
-/// Removes inputs and members that are arrays without elements and without an element type. A text
-/// with such an array causes a warning when it is read.
+/// Removes inputs and members that are arrays without elements and without an element type, and
+/// arrays whose elements are all such arrays. A text with such an array causes a warning when it is
+/// read.
 void removeEmptyArrays(vsa::Scene& scene);
 
 /// Removes comments that contain a wrong version. A text with such a comment causes a warning when

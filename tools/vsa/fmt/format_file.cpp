@@ -78,7 +78,8 @@ class Formatting {
   }
 
   // Replaces the file by its formatted text. The formatted text is read as soon as it is written,
-  // even if the reading of the file has not ended.
+  // even if the reading of the file has not ended. There are five passes: the file is read,
+  // formatted and compared, and the formatted text is read and compared.
   FormatOutcome replace() {
     passes_ = 5;
     std::future<ReadingCheck> reading = startReading(file_);
@@ -122,7 +123,7 @@ class Formatting {
     return std::async(launchFor(file), [this, &file] { return read(file); });
   }
 
-  /// Begins to read the file. The result is the result of refusal().
+  /// Begins to read the file. The future contains the result of refusal().
   HeldSink::Check startCheck() const {
     return std::async(launchFor(file_), [this] { return refusal(read(file_)); });
   }
@@ -157,8 +158,9 @@ class Formatting {
     return format(sink) && std::fflush(to) == 0;
   }
 
-  /// Returns the outcome for a file that cannot be read completely. Reads the whole text again,
-  /// because a reading in parts may fail although the text has no mistake.
+  /// Returns the outcome for a file that cannot be read completely, or nothing if the file has no
+  /// mistake. If `reading` is not complete, reads the whole text again, because a reading in parts
+  /// may fail although the text has no mistake.
   std::optional<FormatOutcome> refusal(const ReadingCheck& reading) const {
     if (reading.isComplete) return std::nullopt;
     TextFileSource source(file_);
@@ -177,7 +179,7 @@ class Formatting {
   const ReadArguments& arguments_;
   const ReadingProgress& onProgress_;
   const std::uint64_t bytes_;  // the size of the text in bytes
-  std::uint64_t passes_ = 2;   // how many times the text is read
+  std::uint64_t passes_ = 2;  // how many times the text is read: by default, to check and format it
   // The number of bytes that were read in all passes.
   mutable std::atomic<std::uint64_t> done_ = 0;
 };

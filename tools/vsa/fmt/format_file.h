@@ -33,11 +33,11 @@ struct FormatOutcome {
 };
 
 /// Formats the file `name`. "-" is standard input. The file remains unchanged if it cannot be read
-/// completely, or if the formatted text has other tokens or another scene. Both are compared before
-/// the file is replaced. Mode Print writes to standard output, and the other modes print nothing.
-/// Ctrl-C ends the formatting, see isInterrupted(). The text is read several times. `onProgress` is
-/// called with the number of bytes that were read, and with the sum of the bytes of all these
-/// reads.
+/// completely, or if the formatted text has other tokens or another scene. The tokens and the
+/// scenes are compared before the file is replaced. Mode Print writes to standard output, and the
+/// other modes print nothing. Ctrl-C ends the formatting, see isInterrupted(). The text is read
+/// several times. `onProgress` is called with the number of bytes read so far in all these passes,
+/// and with the number of bytes that all passes together will read.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},
                          const ReadingProgress& onProgress = {});

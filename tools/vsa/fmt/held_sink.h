@@ -16,8 +16,8 @@ namespace vsa_tools {
 /// wait.
 class HeldSink final : public vsa::Sink {
  public:
-  /// The result of the check. It is empty if the check succeeds, otherwise the outcome of the
-  /// formatting.
+  /// The result of the check. It is empty if the check succeeds. If the check fails, it is the
+  /// outcome that the formatting must return.
   using Check = std::shared_future<std::optional<FormatOutcome>>;
 
   /// `out` must outlive the object.

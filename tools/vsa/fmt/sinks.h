@@ -14,7 +14,8 @@ namespace vsa_tools {
 class ComparingSink final : public vsa::Sink {
  public:
   explicit ComparingSink(vsa::Source& source) : source_(source) {}
-  /// Always returns true.
+  /// Compares the text. Returns true even if it differs, so that the writer of the text does not
+  /// stop.
   bool write(std::string_view text) override;
   /// Returns whether the received text is the whole text of the source. Must be called once, at the
   /// end.

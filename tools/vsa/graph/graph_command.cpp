@@ -39,8 +39,9 @@ void GraphCommand::addTo(CommandOptions& options) {
       "written");
 }
 
-// Returns the maximum number of groups. With more groups, a picture of 10,000 nodes was 13,000
-// pixels high.
+// Returns the maximum number of groups: the value of --limit, or a default. By default, each of up
+// to 100 nodes has its own group, and more nodes are put into at most 40 groups. With more groups,
+// a picture of 10,000 nodes was 13,000 pixels high.
 std::size_t GraphCommand::limitFor(std::size_t nodes) const {
   constexpr std::size_t MAX_NODES = 100, MAX_GROUPS = 40;
   if (limit_ > 0) return limit_;

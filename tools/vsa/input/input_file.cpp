@@ -53,7 +53,8 @@ class DescriptorSource final : public InspectedSource {
 
   int descriptor_;
   bool owns_;
-  std::optional<std::uint64_t> size_;  // the size of a regular file, which never blocks
+  // The result of sizeOf(). If the size is known, reads never wait for input.
+  std::optional<std::uint64_t> size_;
   std::string error_;
 };
 

@@ -37,9 +37,9 @@ void MergeCommand::addTo(CommandOptions& options) {
 }
 
 // Compares the names of a text with the names of the nodes that remain after the earlier texts. If
-// a name is used twice, prints it, or chooses another name for it. The name of a node that an
-// earlier text has removed may be used again. An exception is an earlier text with a broken link,
-// which may refer to that name.
+// a name is used twice, chooses another name for it with --rename, and otherwise reports an error.
+// The name of a node that an earlier text has removed may be used again. Exception: if that text
+// has a broken link, the name may not be used again, because the link may refer to it.
 int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLinks) {
   int status = EXIT_READ;
   for (const std::string& name : names.used()) {

@@ -19,7 +19,8 @@ bool mayBeIn(char open, char c) {
 }
 
 // Returns the offset at which the reader notices that the string or list at `open` is not closed.
-// It is the end of the text, or the first character that is not allowed in such a list.
+// For a string, this is the end of the text. For a list, it is the first character that is not
+// allowed in such a list, or the end of the text if there is none.
 std::uint64_t noticedAt(const HintText& text, std::uint64_t open) {
   const std::string_view all = text.text();
   const char first = text.at(open);

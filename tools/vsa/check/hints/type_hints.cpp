@@ -73,8 +73,9 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
   }
 }
 
-// Adds a hint for a value that would be narrowed. An input has an integer type if its first value
-// has no decimal point, so the hint is then to add one there.
+// Adds a hint for a value that would be narrowed. If the value is a Real, the first value of the
+// input may be the cause: without a decimal point, it made the input an integer. The hint is then
+// to add ".0" to the first value.
 void hintForNarrowing(HintText& text, const vsa::Diagnostic& diagnostic,
                       const FirstAssignment* first, Finding& finding) {
   const bool isRounded = diagnostic.argument("found") == "Real";

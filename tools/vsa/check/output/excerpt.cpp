@@ -117,8 +117,8 @@ Excerpt shownSlice(const std::vector<Cell>& cells, Slice visible, Slice marked) 
 }  // namespace
 
 int columnsOf(char32_t character) {
-  // wcwidth() uses the locale of the thread. C.UTF-8 is a locale in which its characters are those
-  // of Unicode.
+  // wcwidth() interprets a character in the locale of the thread. In the locale C.UTF-8, the number
+  // of a character is its Unicode code point.
   static const locale_t UNICODE = ::newlocale(LC_CTYPE_MASK, "C.UTF-8", nullptr);
   if (character < 0x7F || UNICODE == nullptr) return 1;
   const locale_t before = ::uselocale(UNICODE);

@@ -34,8 +34,8 @@ std::string xmlEscaped(std::string_view text) {
 
 }  // namespace
 
-// Renders an error as a failed test case. Warnings and notes become the output of a passed case,
-// because they do not fail the check.
+// Renders a finding that fails the check as a failed test case: an error, and also a warning if
+// `isStrict` is set. Other findings become the output of a passed test case.
 std::string JunitFormat::render(const Finding& finding, const FindingPlace& place) const {
   const std::string file = xmlEscaped(printable(place.file));
   const vsa::TextPosition at = finding.range.value_or(vsa::TextRange{}).begin;

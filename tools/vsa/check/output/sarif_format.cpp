@@ -11,8 +11,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// The maximum length in bytes of a line whose columns count characters. In a longer line, columns
-// count bytes.
+// Columns count characters, but only in the last COUNTED_BYTES bytes before a position. If the line
+// has more bytes before the position, each of them counts as a character. A long line is therefore
+// not read as a whole.
 constexpr std::uint64_t COUNTED_BYTES = 4096;
 
 /// Returns a relative reference or a path as a URI.

@@ -19,8 +19,8 @@ using vsa::DiagnosticId;
 // The maximum number of readings of the whole text. Each may find mistakes that reading on has
 // missed. In practice, the first or second reading is complete.
 constexpr int MAX_WHOLE_READINGS = 4;
-// The number of tokens that the lexer may be ahead of the parser. Each token may be in another
-// statement.
+// The number of tokens that the lexer may be ahead of the parser. Each of these tokens may be in
+// another statement, so the lexer may also be ahead by this number of statements.
 constexpr std::size_t LOOKAHEAD = 3;
 
 bool isOfLexer(DiagnosticId id) {
@@ -158,8 +158,8 @@ class FurtherReading {
       if (!found.endedReading && isWhole) report(shifted(found));
     };
     vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, options);
-    // A count that no memory can hold is no failure. It is a diagnostic of the text, with
-    // OutOfMemory.
+    // Only an exception of the host is a failure. If the text declares a count that no memory can
+    // hold, the status is OutOfMemory: that is a mistake of the text, which a diagnostic reports.
     if (outcome.status == vsa::ReadStatus::HostException) failure_ = outcome.exception;
     return outcome;
   }
@@ -203,7 +203,9 @@ class FurtherReading {
   const DiagnosticConsumer& consumer_;
   std::optional<Diagnostic> fatal_;  // the fatal diagnostic of the last reading
   std::exception_ptr failure_;
-  std::size_t shift_ = 0;  // the offset of the part in the whole text, modulo 2^64
+  // The offset of the part in the whole text. If a `with` statement before the whole text begins
+  // the part, the offset is negative: it is stored modulo 2^64.
+  std::size_t shift_ = 0;
   bool isNodeMissing_ = false;
 };
 

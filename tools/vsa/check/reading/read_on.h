@@ -1,10 +1,10 @@
 // Continues to read a text after a fatal mistake.
 //
 // The reader stops at a fatal mistake. readOn() replaces the wrong statement in a copy of the text,
-// and reads the text after it into the same scene. This is repeated up to the end of the text. It
-// finds the fatal mistakes in time that is proportional to the size of the text. Then the repaired
-// text is read as a whole. That reading gives the other diagnostics, the links, and a scene that
-// the rules can inspect.
+// and reads the text after it into the same scene. These two steps are repeated up to the end of
+// the text. They find the fatal mistakes in time that is proportional to the size of the text. Then
+// the repaired text is read as a whole. That reading gives the other diagnostics, the links, and a
+// scene that the rules can inspect.
 #pragma once
 
 #include <functional>

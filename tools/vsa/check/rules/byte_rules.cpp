@@ -59,7 +59,8 @@ class ByteRules {
   }
 
   // Recognises the NUL bytes of ASCII characters: one in two bytes in UTF-16, and three in four
-  // bytes in UTF-32.
+  // bytes in UTF-32. Without a byte order mark, at least two fifths of the first 64 bytes must be
+  // NUL.
   bool findUtf16() {
     const std::string_view head = text_.substr(0, 64);
     const auto nuls = static_cast<std::size_t>(std::count(head.begin(), head.end(), '\0'));

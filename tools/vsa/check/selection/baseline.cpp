@@ -66,7 +66,8 @@ void Baseline::add(const std::string& file, const KnownFindings& findings) {
   for (const auto& [key, count] : findings) files_[printable(file)][key] += count;
 }
 
-// Returns the key of a finding: its id, message and line. They are escaped, because JSON is UTF-8.
+// Returns the key of a finding: its id, message and line. Message and line are escaped, because
+// they may contain invalid UTF-8, which JSON does not allow.
 std::tuple<std::string, std::string, std::string> Baseline::keyOf(const Finding& finding,
                                                                   const CheckedText& text) {
   std::string line;

@@ -22,8 +22,9 @@ struct LinePart {
 
 class CheckedText {
  public:
-  /// The maximum number of bytes that are kept of a file. Nothing is kept of a larger regular file.
-  /// At most this number of bytes is kept of a pipe or a device.
+  /// The maximum number of bytes of a file that are kept in memory. The text of a larger regular
+  /// file is not kept at all, because it can be read again. Of a longer pipe or device, the first
+  /// bytes up to this maximum are kept.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.

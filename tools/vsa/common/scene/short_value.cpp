@@ -125,8 +125,8 @@ std::string nodeText(vsa::InputView input) {
 std::string shortText(std::string_view text, std::size_t capacity) {
   std::string shown;
   std::size_t characters = 0;
-  // A character has at most 4 bytes. Therefore this part has at least `capacity` characters, or it
-  // is the whole text.
+  // Only the beginning of the text is read. A character has at most 4 bytes. Therefore this part
+  // has at least `capacity` characters, or it is the whole text.
   std::string_view part = text.substr(0, std::min(text.size(), 4 * capacity));
   const auto add = [&](std::string_view bytes) {
     if (characters++ < capacity) shown += printable(bytes);

@@ -12,7 +12,8 @@
 namespace vsa_tools {
 
 /// Returns the first characters of `text`, at most `capacity`, escaped by printable(). "..."
-/// follows if `text` is longer. Reads no more of the text than it returns.
+/// follows if `text` is longer. Reads only the beginning of `text`, at most 4 bytes for each
+/// character of `capacity`.
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
 /// Returns the value of an input on one line, escaped for terminals. A reference is the name of its

@@ -57,8 +57,9 @@ class TokenBytes {
     appendParts(text.substr(begin + plain.size()));
   }
 
-  // Appends numbers, each after a blank and without the separator that follows it. Therefore they
-  // need at most one byte more than in the list.
+  // Appends numbers, each after a blank and without the separators that follow it. In `numbers`,
+  // there is at least one separator between two numbers, so the result has at most one byte more:
+  // the blank before the first number.
   void appendNumbers(std::string_view numbers) {
     const std::size_t size = bytes_.size();
     bytes_.resize(size + numbers.size() + 1);

@@ -1,4 +1,5 @@
-// printDiff(): reads both files once to hash their lines, and reads the lines that it prints again.
+// printDiff(): first reads both files to hash their lines. Then reads only those lines again that
+// it prints.
 #include "tools/vsa/fmt/diff/line_diff.h"
 
 #include <unistd.h>
@@ -93,8 +94,8 @@ std::vector<Change> changesOf(const Lines& a, const Lines& b) {
   return changes;
 }
 
-/// Returns a range of lines in the unified format. "4,7" means seven lines from line 4 on, "4" one
-/// line, and "3,0" no line after line 3.
+/// Returns a range of lines in the unified format. "4,7" means seven lines from line 4 on, "4"
+/// means only line 4, and "3,0" means an empty range directly after line 3.
 std::string rangeText(std::size_t begin, std::size_t end) {
   const std::size_t count = end - begin;
   const std::string first = std::to_string(count == 0 ? begin : begin + 1);

@@ -14,7 +14,8 @@ namespace {
 // The maximum size of a number that is kept in memory. Compressed data counts as a single number,
 // and may be long. Longer numbers are therefore written while they are read.
 constexpr std::size_t MAX_NUMBER_BYTES = 16 << 10;
-// The maximum size of a number in an aligned matrix.
+// The maximum size in bytes of a number in a matrix whose columns are aligned. If a matrix has a
+// longer number, its columns are not aligned.
 constexpr std::size_t MAX_CELL_BYTES = 64;
 
 std::string lowerCase(std::string_view text) {
@@ -96,8 +97,8 @@ void ListLayout::addNumbers(std::string_view numbers) {
   });
 }
 
-// Writes the known part of a long number. If it is the first number of the list, it stays in the
-// line of the bracket.
+// Writes the part of a long number that was received so far. If the number is the first one of the
+// list, it stays in the line of the bracket. Otherwise it begins a line.
 void ListLayout::spill() {
   if (!isSpilled_) {
     if (count_ > 0) {
@@ -143,7 +144,7 @@ void ListLayout::placeOnLine(std::string_view number) {
   line_ += number;
 }
 
-// Moves the numbers that are not written yet to separate lines.
+// Moves the numbers that are not written yet from the line of the statement to lines of their own.
 void ListLayout::breakList() {
   if (isBroken_) return;
   isBroken_ = true;

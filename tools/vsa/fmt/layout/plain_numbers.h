@@ -22,9 +22,11 @@ inline bool isInNumber(char c) {
 }
 
 /// Returns the part of a piece of a list in which each sequence of number characters is one
-/// element. The part begins with a whole number and ends before another number in the piece. `open`
-/// and `close` are the brackets of the list. Returns an empty text if there is no such part, or if
-/// such a bracket is inside the piece.
+/// element. The first and the last number of the piece may be incomplete, because they may continue
+/// in another piece. The part therefore begins with a number that begins inside the piece, and ends
+/// directly before another one. `open` and `close` are the brackets of the list. Returns an empty
+/// text if the piece is short (less than 64 bytes), if it has no such part, or if a bracket is
+/// inside the piece.
 inline std::string_view plainNumbers(std::string_view piece, char open, char close) {
   constexpr std::size_t MIN_BYTES = 64;
   if (piece.size() < MIN_BYTES) return {};
@@ -122,7 +124,8 @@ struct NumberBlock {
   std::size_t count;
 };
 
-/// Returns some 4 KB of numbers from the beginning of a result of plainNumbers().
+/// Returns the first numbers in a result of plainNumbers(): whole numbers of about 4 KB, or all
+/// numbers if there are fewer.
 inline NumberBlock firstNumbers(std::string_view numbers) {
   constexpr std::size_t BLOCK_BYTES = 4096;
   constexpr std::size_t STEP = 64;

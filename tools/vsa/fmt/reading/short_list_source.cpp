@@ -173,7 +173,8 @@ void ShortListSource::change(std::string_view node) {
   if (nodes_.isOfEarlierPart(node)) endedEarly_ = true;
 }
 
-// Ends a statement with a line feed, because a comment may have ended with a carriage return.
+// Ends a statement or comment with a line feed. The text between tokens is not copied, so a comment
+// without this line feed would include the next statement.
 void ShortListSource::endStatement() {
   statement_ += '\n';
   if (!isPartEnded_) flush();
@@ -219,8 +220,10 @@ void ShortListSource::beginSplitting() {
   list_ = vsa::ListReader();
 }
 
-// Ends an assignment before the next number if it has enough numbers. The last assignment gets all
-// remaining numbers of the list, because one number too many is sufficient for the error.
+// Called before the next number is added. Ends the current assignment if it has enough numbers. The
+// last assignment is not ended here, so that it also gets the numbers that are too many for the
+// literal. Reading it then fails as reading the literal would. addNumber() adds only one number too
+// many, which is sufficient for the error.
 void ShortListSource::endElement() {
   if (numberCount_ < maxNumbers_ || remaining_ <= MAX_ELEMENTS) return;
   out_ += prefix_ + '[' + std::to_string(MAX_ELEMENTS) + "] {" + numbers_ + "};";

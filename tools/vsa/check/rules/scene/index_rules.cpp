@@ -1,4 +1,4 @@
-// Rules about index buffers with an index for which their node has no point.
+// Rules about index buffers: each index must be that of a point of the same node.
 #include <algorithm>
 #include <memory>
 #include <optional>

@@ -43,7 +43,7 @@ void checkBuffer(SceneFindings& found, const InputView& input) {
   const vsa::BufferView buffer = input.buffer();
   const auto bytes = buffer.bytes();
   const auto* const data = reinterpret_cast<const unsigned char*>(bytes.data());
-  // In a list of single numbers, NaN often represents a missing number.
+  // Buffers of single numbers are not checked, because NaN often represents a missing number there.
   if (zn::korvo_sdk::componentCount(buffer.elementType()) < 2) return;
   const vsa::ElementType component = zn::korvo_sdk::componentType(buffer.elementType());
   if (component == vsa::ElementType::Float) checkBuffer<float>(found, input, data, bytes.size());

@@ -26,7 +26,7 @@ struct Gap {
   std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
   std::string_view next;       // the index in the text that left out the first of them
-  PathKey name = 0, node = 0;  // keys of the node: `node` also depends on its generation
+  PathKey name = 0, node = 0;  // keys of the node: `node` is from NodeGenerations
 };
 
 /// What the statements so far show about an array.

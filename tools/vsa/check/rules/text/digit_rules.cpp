@@ -16,8 +16,8 @@ namespace {
 using vsa::ElementType;
 using vsa::SyntaxKind;
 
-// The maximum number of digits in a number that is not checked. 9 significant digits identify every
-// float, and a double represents every integer of 15 digits.
+// Numbers with at most this many digits are not checked. 9 significant digits are enough to
+// identify every float, and a double represents every integer of 15 digits exactly.
 constexpr std::size_t FLOAT_DIGITS = 9;
 constexpr std::size_t INTEGER_DIGITS = 15;
 
