@@ -13,7 +13,8 @@ namespace vsa_fuzz {
 
 inline constexpr std::size_t MAX_LITERAL_BYTES = std::size_t{1} << 14;
 
-/// Frees all blocks from calloc that are not freed. Must only be called while no scene exists.
+/// Frees all blocks from calloc that are not freed. Must not be called while a scene exists,
+/// because the scene may own such blocks.
 void freeLeakedLiterals();
 
 }  // namespace vsa_fuzz

@@ -12,9 +12,10 @@ namespace vsa_fuzz {
 vsa::WriteOptions writeOptions(unsigned settings);
 
 /// Writes `scene` and reads the text into another scene, which does not have the limits of a
-/// FuzzScene. Fails if the two scenes differ. Exception: the scenes may differ if the writer sorts
-/// the nodes. If a text cannot represent `scene`, the writer must report all problems, and the
-/// reader must read the lossy text completely. Returns the result of the first call of the writer.
+/// FuzzScene. Fails if the two scenes differ. Exception: if the writer sorts the nodes, the scenes
+/// are not compared, because their nodes have different orders. If a text cannot represent `scene`,
+/// the writer must report all problems, and the reader must read the lossy text completely. Returns
+/// the result of the first call of the writer.
 vsa::TextResult checkWritten(const zn::korvo_sdk::Scene& scene, const vsa::WriteOptions& options);
 
 }  // namespace vsa_fuzz

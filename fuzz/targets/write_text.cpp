@@ -13,8 +13,8 @@ namespace vsa_fuzz {
 
 namespace {
 
-// The problems that the scene of a text may have. Refused statements, errors and earlier texts
-// cause them.
+// The problems that the writer may report for a scene that was read from a text. Refused
+// statements, errors and earlier texts cause them.
 constexpr std::array<std::string_view, 4> LEFT_BY_TEXTS = {
     vsa::impl::reasons::TYPED_EMPTY_ARRAY,
     vsa::impl::reasons::MIXED_ELEMENT,

@@ -21,7 +21,7 @@
 
 namespace vsa_tools {
 
-/// The findings of one file that are not printed yet, and its counts.
+/// The findings of one file that are not printed yet, and the counts of that file.
 struct FileResult {
   std::vector<RenderedFinding> findings;
   bool isClean = true;

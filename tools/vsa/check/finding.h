@@ -45,7 +45,7 @@ struct Finding {
   std::vector<FindingNote> notes;
   /// The hint: what to do about the problem. May be empty.
   std::string hint;
-  /// The edits that follow the hint. They do not overlap and change nothing else. May be empty.
+  /// The edits that do what the hint says, and nothing else. They do not overlap. May be empty.
   std::vector<TextEdit> edits;
   /// The reader's log line for this finding. Empty if the reader did not log it.
   std::string logLine;

@@ -25,8 +25,8 @@ bool looksLikeUtf32(std::string_view head) {
 }
 
 /// Returns whether the file is probably UTF-16. A text begins with an ASCII character, whose high
-/// byte is NUL in UTF-16. Most NUL bytes must therefore be high bytes. A low byte is NUL in only
-/// one of 256 characters.
+/// byte is NUL in UTF-16: the place of this NUL shows the byte order. Most NUL bytes must be high
+/// bytes, because a low byte is NUL in only one of 256 characters.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};

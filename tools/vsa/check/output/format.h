@@ -16,7 +16,8 @@ namespace vsa_tools {
 struct FindingPlace {
   const std::string& file;  ///< The file name to show.
   const CheckedText& text;
-  /// The line at which the reader stops. Set only for the first finding after that line.
+  /// The line at which the reader stops. Set only for the first finding after that line, so that
+  /// the line is shown once.
   std::optional<std::uint64_t> stopLine;
 };
 

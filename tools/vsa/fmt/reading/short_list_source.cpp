@@ -186,6 +186,8 @@ void ShortListSource::endStatement() {
 }
 
 // Returns whether the next list has the elements of a buffer whose type and count are known.
+// Returns false for a buffer with a count of 0, and for one that is appended to an array with
+// `[*]`.
 bool ShortListSource::beginBuffer() {
   if (!isWhole_ || !isCounted_) return false;
   const std::string_view statement = statement_;

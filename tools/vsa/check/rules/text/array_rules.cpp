@@ -25,7 +25,7 @@ constexpr std::uint64_t MAX_MISSING = 4096;
 struct Gap {
   std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
-  std::string_view next;       // the index in the text that left out the first of them
+  std::string_view next;       // the index in the text that first skipped elements
   PathKey name = 0, node = 0;  // keys of the node: `node` is from NodeGenerations
 };
 

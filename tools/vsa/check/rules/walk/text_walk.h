@@ -14,8 +14,9 @@ class TextWalk {
   /// The text must not change.
   explicit TextWalk(std::string_view text) : reader_(text) {}
 
-  /// Stores the next statement in `view`, which must contain the previous statement. Statements
-  /// with wrong grammar are skipped. Returns false at the end of the text.
+  /// Stores the next statement in `view`. Each call must pass the same `view`, because it must
+  /// still contain the previous statement. Statements with wrong grammar are skipped. Returns false
+  /// at the end of the text.
   bool next(StatementView& view);
 
  private:
