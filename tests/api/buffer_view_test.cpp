@@ -77,7 +77,8 @@ TEST(BufferView, GivesTypeCountAndBytes) {
   EXPECT_EQ(scene["m"]["x"].buffer().elementType(), ElementType::Null);
 }
 
-// Returns how many component counts allow the buffer to be read as T. The sum over all T must be 1.
+// Returns how many of the component counts from 1 to 16 allow the buffer to be read with components
+// of type T. The sum over all T must be 1.
 template <class T, std::size_t... Counts>
 int matches(const vsa::BufferView& view, std::index_sequence<Counts...>) {
   return ((view.as<T, Counts + 1>().problem() == BufferProblem::None ? 1 : 0) + ...);

@@ -227,7 +227,7 @@ TEST(HostScene, RefusesWhatDoesNotFit) {
   AttrData text;
   text.type = vsa::ValueType::String;
   text.payload.string = strdup("not a number");
-  n.assign(text);  // frees the text
+  n.assign(text);  // refuses the value and frees its characters
   EXPECT_EQ(scene.events, Events{});
   EXPECT_EQ(n.type(), vsa::ValueType::Int);
 }

@@ -1,7 +1,7 @@
 // Tests random changes of a scene, some of which are refused. The changed scene can be written as a
-// text, and reading that text gives the same scene without a message. Thus all changes that a text
-// cannot represent are refused. The only exception is an array without elements, which no text can
-// represent.
+// text, and reading that text gives the same scene without a message. This shows that every change
+// is refused if no text can represent its result. The only exception is an array without elements,
+// which no text can represent either.
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -47,7 +47,8 @@ class RandomEditor {
     }
   }
 
-  // Adds an element to each array without elements, or removes the value of the array.
+  // Removes the value of each array without elements, because no text can represent it. If the
+  // input is still an array after that, adds an element.
   void fill(Input input) {
     if (input.type() == ValueType::Array && input.elements().empty()) {
       static_cast<void>(input.clear());
@@ -203,7 +204,7 @@ TEST(RandomEdit, GivesScenesThatTextsCarry) {
     EXPECT_EQ(dumpOf(read.scene), dumpOf(scene)) << seed;
     EXPECT_EQ(headerOf(read.scene), headerOf(scene)) << seed;
   }
-  EXPECT_GT(textBytes, 100'000U);  // enough of the changes were not refused
+  EXPECT_GT(textBytes, 100'000U);  // enough changes were accepted
 }
 
 }  // namespace

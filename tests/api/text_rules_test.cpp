@@ -1,4 +1,4 @@
-// Tests of the rules about what a text can represent, against the reader. What a rule allows is
+// Tests that the rules about what a text can represent agree with the reader. What a rule allows is
 // read back from a text without any change. What a rule refuses, no text can represent.
 #include <vsa/text_rules.h>
 

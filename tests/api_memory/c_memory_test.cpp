@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::string_view TEXT = "lamp aNodeWithALongNameThatTakesMemory: .x = 1; .s = \"text\";";
 
-// Calls `change` while the `n`-th allocation fails. Returns whether it made at least `n`
-// allocations.
+// Calls `change` while its `n`-th allocation and all later ones fail. Returns whether `change` made
+// at least `n` allocations.
 template <class Change>
 bool failsAt(std::uint64_t n, const Change& change) {
   AllocationTracker::start();

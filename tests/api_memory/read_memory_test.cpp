@@ -24,7 +24,7 @@ namespace {
 using vsa::ReadResult;
 using vsa::ReadStatus;
 
-// Texts with values that no input receives. Each text fails in another way.
+// Texts with values that no input receives. Each text fails in a different way.
 const std::string FAULTY[] = {
     "a x; x.n = 1; x.n = \"refused\"; x.n = byte[100] {1}; x.n = \"last\"",
     "a x; x.n = \"no semicolon, and long enough to be no short string\" 5;",
@@ -36,7 +36,8 @@ const std::string FAULTY[] = {
     "a x; x.v[0] = 1; x.v[1] = \"not a number, and long enough to be no short string\";",
 };
 
-// Initialises the tables that are created on first use and never freed.
+// Initialises the tables that are created on first use and never freed. The tests must not count
+// their memory.
 void warmUp() {
   declareLamp();
   static_cast<void>(vsa::readText("a x; x.b = byte[1] {1}; x.v = vec2(1 2); define y;"));

@@ -199,7 +199,7 @@ bool isSame(Real expected, bool accepted, Real found) {
 template <class Real>
 void checkAs(const std::string& text, Reference<Real>& reference, Survey& survey) {
   const Real expected = reference.read(text);
-  // The terminating NUL is the byte after the list, which must be readable.
+  // The byte after a list must be readable. Here, that byte is the terminating NUL.
   const char* const first = text.c_str();
   const char* const last = first + text.size();
   Real found = 0;

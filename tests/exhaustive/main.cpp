@@ -1,10 +1,10 @@
 // Runs surveys of the number conversions:
 //
 //   number_survey sample                      a part of each survey, for a few seconds
-//   number_survey floats PART OF              all floats in OF equal parts: number PART, from 0
+//   number_survey floats PART OF              all floats, split into OF parts: number PART, from 0
 //   number_survey doubles COUNT SEED          random doubles
 //   number_survey decimals COUNT SEED         hard decimal texts, compared with MPFR
-//   number_survey printed PART OF             the same floats, in the form that the writer prints
+//   number_survey printed PART OF             the floats of such a part, as the writer prints them
 //   number_survey printed-doubles COUNT SEED  random doubles in that form
 //
 // Prints one line for each survey. The exit status is 1 if a text was read wrongly.

@@ -1,5 +1,5 @@
 // Surveys of the form in which the writer prints reals. The digits and the exponent must be those
-// of std::to_chars, and the text must not be longer.
+// of std::to_chars, and the text must not be longer than that of std::to_chars.
 #include <bit>
 #include <charconv>
 #include <cstdlib>

@@ -20,7 +20,7 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::size_t BLOCK = 1024;
-/// The maximum size of a shortest form: sign, 17 digits, point and exponent.
+/// Enough bytes for every shortest form: sign, 17 digits, point and exponent.
 constexpr std::size_t MAX_TEXT = 32;
 
 template <class Real>
@@ -31,8 +31,8 @@ Bits<Real> bitsOf(Real value) {
   return std::bit_cast<Bits<Real>>(value);
 }
 
-/// Returns the bits that must be read from the text of `value`. The text of a NaN contains only its
-/// sign.
+/// Returns the bits that must be read from the text of `value`. The text of a NaN contains no bits
+/// except the sign. It is read as the quiet NaN with that sign.
 template <class Real>
 Bits<Real> expectedBits(Real value) {
   if (!std::isnan(value)) return bitsOf(value);

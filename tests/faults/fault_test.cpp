@@ -67,7 +67,7 @@ TEST(FaultTextTest, EveryMessageIsRaised) {
   for (const auto& [id, reason] : neverRaised()) EXPECT_GT(reason.size(), 10u) << rowOf(id).name;
 }
 
-/// Returns all texts, or every n-th text in programs that run slowly.
+/// Returns all texts, or every n-th text if the environment variable VSA_STRESS_STEP is n.
 std::vector<Text> sampledTexts() {
   const std::size_t step = sampleStep(1);
   std::vector<Text> sampled;
@@ -84,7 +84,8 @@ struct MemoryFault {
   std::int64_t keptBlocks;
 };
 
-/// Reads while the k-th allocation fails, if there are as many, and then destroys the scene.
+/// Reads while the k-th allocation fails, and then destroys the scene. If the read makes fewer than
+/// k allocations, none fails.
 MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, bool fromFile) {
   MemoryFault fault{};
   const zn::String source = zn::String::copyOf(text.text);
@@ -120,7 +121,8 @@ std::vector<std::int64_t> failEveryAllocation(const Text& text, bool everAfter, 
     const MemoryFault fault = readWithFault(text, kept.size() + 1, everAfter, fromFile);
     kept.push_back(fault.keptBlocks);
     if (!fault.hasFailed) return kept;
-    // A buffer that cannot be allocated is reported as an error of the text.
+    // The result is False if the memory of a buffer is missing, because that is reported as an
+    // error of the text.
     EXPECT_TRUE(fault.end == End::NoMemory || fault.end == End::False)
         << text.name << ", allocation " << kept.size();
   }
@@ -134,7 +136,8 @@ bool hasPayload(const Text& text) {
 }
 
 // Expects that only payloads leak. A payload that leaks before a fault also leaks with every later
-// fault. The payload of the failed statement is one more block.
+// fault. Therefore a fault leaks at most one block more than any later fault: the payload of the
+// statement that failed.
 void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& kept) {
   const std::int64_t pending = hasPayload(text) ? 1 : 0;
   std::int64_t least = kept.back();
@@ -150,8 +153,8 @@ void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& k
 /// file.
 class NoMemoryTest : public testing::TestWithParam<std::pair<bool, bool>> {
  protected:
-  // Loads the texts before blocks are counted, because that makes all allocations that are never
-  // freed.
+  // Loads the texts before blocks are counted. Loading makes all allocations that are never freed,
+  // and they must not count as leaks.
   static void SetUpTestSuite() { faultTexts(); }
 };
 
@@ -162,10 +165,11 @@ TEST_P(NoMemoryTest, StopsTheParseAndLeaksOnlyPayloads) {
   }
 }
 
-// Each row lists how many payloads leak when the first allocation fails, the second, and so on.
-// Equal numbers in sequence are listed once. A payload counts from its literal until the scene
-// takes ownership. A refused payload counts until the end. Thus a row shows where the scene
-// allocates memory in between.
+// Each row has a text, and the numbers of payloads that leak when its first allocation fails, its
+// second one, and so on. Equal numbers in sequence are listed once. A payload leaks if an
+// allocation fails after the literal of the payload and before the scene takes ownership. Thus the
+// number is higher there. A payload that is refused leaks in any case, so that the number remains
+// higher.
 TEST_P(NoMemoryTest, LeaksAtMostThePayloadOfTheFailedStatement) {
   const std::pair<const char*, const char*> rows[] = {
       {"t n; n.i = 1; n.v = vec3(1 2 3); n.o.m[2] = 2; n.l |= n.out; n.r = n;", "0"},
@@ -282,7 +286,8 @@ TEST(SourceFaultTest, FailedReadEndsTheText) {
       const std::string outcome = outcomeOfFile(scene, file);
       EXPECT_EQ(outcome, outcomeOfString(std::string_view(text.text).substr(0, good * PIECE)))
           << where;
-      // Otherwise an error in the text stopped the parse before the failure.
+      // If the source has not failed, an error in the text stopped the parse before the failing
+      // read.
       EXPECT_TRUE(file.failed() || !isReadWhole(outcome)) << where;
       if (good % 8 == 0 || good == readsOf(text, PIECE)) expectUsable(scene, where);
     }
@@ -315,8 +320,8 @@ TEST(SourceFaultTest, SourceExceptionStopsTheParse) {
       const zn::ScopedLogSink scope(&sink);
       const zn::File file(new FailingPieces(whole, PIECE, good, FailingPieces::Throws));
       const End end = endOf([&] { return impl::parseVsa(&scene, file, true); });
-      // An exception in the first three tokens propagates. A later one is logged as an error. If an
-      // error in the text stops the parse before, there is no exception.
+      // An exception in the first three tokens propagates. A later exception is logged as an error.
+      // There is no exception if an error in the text stops the parse before the failing read.
       EXPECT_TRUE(end == End::False || end == End::OtherException) << where;
       if (end == End::OtherException) {
         EXPECT_EQ(sink.lines, 0u) << where;
@@ -396,7 +401,7 @@ TEST(HostFaultTest, SceneExceptionIsTheLoggedError) {
   EXPECT_EQ(reset, (std::vector<std::string>{"clearComments", "setFileVersion", "setFileTime"}));
   std::set<std::string> thrown;
   for (const Text& text : faultTexts()) throwAtEveryCall(text, thrown);
-  // Only a reset of the header clears the comments.
+  // The texts are read without a reset of the header, and only a reset clears the comments.
   EXPECT_TRUE(thrown.insert("clearComments").second);
   // All operations of the scene interface must have thrown.
   const std::vector<std::string> all = operationsOfInterface();

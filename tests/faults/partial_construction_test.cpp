@@ -1,4 +1,4 @@
-// Tests that a failed allocation undoes a partial construction. That is the handle of a file that
+// Tests that a failed allocation undoes what is constructed only in part: the handle of a file that
 // is opened, the slot of an element that is appended, or an input that gets a structure.
 #include <gtest/gtest.h>
 #include <unistd.h>

@@ -37,7 +37,8 @@ std::size_t FailingPieces::read(char* to, std::size_t capacity) {
   return TextPieces::read(to, capacity);
 }
 
-// Each wrapper counts a call before it forwards it, so a call that throws changes nothing.
+// Each wrapper counts a call before it forwards the call. If counting throws, the call is not
+// forwarded and changes nothing.
 
 class WatchedScene::WatchedEnumeration final : public host::IEnumeration {
  public:

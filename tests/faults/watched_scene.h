@@ -1,6 +1,6 @@
 // WatchedScene: a host's scene that wraps another scene. It counts and forwards every call. It can
-// throw in the n-th call or refuse the n-th creation. Below it are sources that fail at the n-th
-// read.
+// throw in the n-th call or refuse the n-th creation. The file also has sources that fail at the
+// n-th read.
 #pragma once
 
 #include <cstdint>

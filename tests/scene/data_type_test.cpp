@@ -92,7 +92,7 @@ TEST(DataTypes, NamesGiveTypeAndNumberOfComponents) {
       ++known;
     }
   }
-  EXPECT_EQ(known, 46);  // not Null, the twelve types of one component, and ColorRef
+  EXPECT_EQ(known, 46);  // all but Null, ColorRef and the twelve types of one component
   EXPECT_EQ(componentCount(DataType::ColorRef), 4U);
   EXPECT_EQ(componentType(DataType::ColorRef), DataType::Byte);
   for (int value = 1; value < static_cast<int>(DataType::Vec2f); ++value) {

@@ -1,5 +1,6 @@
-// Tests that the virtual functions of the scene interfaces have a fixed order, and that there are
-// no others. Thus hosts that were compiled with an older header of the same functions still work.
+// Tests that each scene interface has exactly the virtual functions that are listed here, in this
+// order. A compiled host calls a function by its position in the virtual table. Therefore a host
+// that was compiled with an older header works as long as the list is the same.
 #include <gtest/gtest.h>
 
 #include <bit>

@@ -105,7 +105,8 @@ TEST_F(EmptyElements, CallsThatCountAsUse) {
 TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   fill();
   array_->element(0)->set(ofType(AttrType::Array));
-  // The inner array would be used when it has an element. That element would exceed the limit.
+  // The inner array counts as empty until it has an element. Therefore its first element would
+  // exceed the limit.
   EXPECT_EQ(append(array_->element(0)),
             "array n.a[0] cannot grow past the scene's limit of 3 empty elements");
   array_->element(1)->retain();

@@ -37,7 +37,7 @@ class TypedPrefix : public testing::Test {
 
   void read(const std::string& text) { impl::parseString(&scene_, String::copyOf(text)); }
 
-  /// Returns the array n.a with `count` buffers. Another text appends each of them.
+  /// Returns the array n.a with `count` buffers. Each buffer is appended by its own text.
   Input& arrayOf(int count) {
     read("t n;");
     for (int i = 0; i < count; ++i) read("with n: .a[*] = byte[1] {1};");

@@ -2,7 +2,8 @@
 // one line for each stress text. Fails if a bound is exceeded. The columns are:
 //
 //   MB/s       speed of reading and destroying the scene at the largest size, in processor time
-//   growth     the greatest t(4n)/t(n), of the sizes that take long enough to be measured
+//   growth     the greatest t(4n)/t(n), where t(n) is the time to read a text of n bytes;
+//              times that are too short to be measured do not count
 //   heap/text  peak heap while reading, including the text, divided by the size of the text
 //   declared   size of the buffers that the text declares, divided by the size of the text
 //   stack      bytes of stack for reading, dumping and destroying

@@ -32,7 +32,7 @@ void read(Scene& scene, const std::string& text) {
   ASSERT_TRUE(zn::korvo_sdk::impl::parseString(&scene, string(text)));
 }
 
-// A name uses only the memory block that all names of its text share.
+// All names of a text share one memory block. A name uses no other memory.
 TEST(ManyTextsTest, AShortTextKeepsLittleMemory) {
   constexpr int TEXTS = 2000;
   Scene scene;

@@ -20,8 +20,8 @@ namespace vsa_tests {
 
 namespace {
 
-// The counts. Only one thread counts at a time, so that loads and stores are sufficient. The counts
-// are atomic, because other threads call these functions, too.
+// The counts. Only one thread counts at a time, so that a load and a store are sufficient to change
+// a count.
 struct Counters {
   std::atomic<std::int64_t> liveBytes{0};
   std::atomic<std::int64_t> peakBytes{0};

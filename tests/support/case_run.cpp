@@ -85,8 +85,8 @@ std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
   return ids;
 }
 
-// Returns the log lines of an expected result whose log has only these records. Only lines of the
-// log are indented.
+// Returns the lines that these warnings have in an expected result. To get them, writes an expected
+// result with only these warnings in the log. Only lines of the log are indented in it.
 LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records) {
   vsa_tools::ReadOutcome outcome;
   for (const auto& record : records) {

@@ -17,8 +17,9 @@ class PlainLexer {
  public:
   using Token = zn::korvo_sdk::impl::Token;
 
-  /// `fromString` has an effect only for an empty text. The reader's lexer of an empty String skips
-  /// one NUL, which counts as a column.
+  /// If `fromString` is true, an empty text has the same tokens as in the reader's lexer of an
+  /// empty String, which skips one NUL and counts it as a column. For other texts, `fromString` has
+  /// no effect.
   explicit PlainLexer(std::string text, bool fromString = false) : text_(std::move(text)) {
     if (text_.empty() && fromString) text_.push_back('\0');
   }

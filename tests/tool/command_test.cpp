@@ -223,7 +223,8 @@ std::string textOfManyLongMessages(size_t nameLength, size_t messages) {
   return text;
 }
 
-// The log would have 100 MB, but the address space is limited to 64 MB.
+// The log has 100 MB, and the commands must work in an address space of 64 MB. The exception is
+// `dump --full`, which may use 192 MB.
 TEST_F(CommandTest, ALongLogIsNotKeptInMemory) {
   write("a.vsa", textOfManyLongMessages(20000, 5000));
   EXPECT_EQ(0, statusOf("ulimit -v 64000 && " VSA_COMMAND " check a.vsa >/dev/null"));

@@ -187,8 +187,8 @@ TEST(VsaParserParse, InvalidCharacterAfterTheThirdTokenIsLogged) {
   EXPECT_EQ(reading.thrown, "");
   EXPECT_EQ(reading.log, Lines{"error: INVALID TOKEN (1,5): '}'"});
   EXPECT_EQ(reading.calls, Lines{});
-  // An invalid token that is at most three tokens ahead ends the reading before the previous
-  // statement is executed.
+  // The parser has lexed three tokens after a statement before it executes the statement. If one of
+  // the three is invalid, the reading ends and the statement is not executed.
   EXPECT_EQ(read("a b; c d }").calls, Lines{});
   EXPECT_EQ(read("a b; c d e }").calls, Lines{"createNode a b <>"});
 }

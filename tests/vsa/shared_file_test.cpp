@@ -1,7 +1,7 @@
-// Tests of a file that the reader and its host share. At each call of the host, the position of the
-// file is after the reader's lookahead character, for any block size. These are calls of the scene,
-// the log sink and a source. The reader continues after the bytes that the host reads during the
-// call.
+// Tests of a file that the reader and its host share. The host uses the file when the reader calls
+// it: its scene, its log sink or its source. At each such call, the position of the file is after
+// the reader's lookahead character, whatever the size of the source's blocks. If the host reads
+// bytes during the call, the reader continues after them.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -185,7 +185,8 @@ TEST(SharedFile, NestedReadConsumesTheRest) {
   }
 }
 
-// When a nested reader fails, it has already lexed three tokens after the failed statement.
+// The nested reader fails at the token `1`. It has already lexed the three tokens `1 2 3`, and the
+// outer reader continues after them.
 TEST(SharedFile, OuterReadContinuesAfterANestedRead) {
   for (const std::size_t block : BLOCKS) {
     HostScene inner;

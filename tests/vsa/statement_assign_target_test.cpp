@@ -136,7 +136,7 @@ TEST_F(AssignTarget, LaterLinkReplacesTheEarlierAmongMany) {
 }
 
 // A fixture whose host changes its array during a parse. Each assignment must find the elements
-// that are untyped then.
+// that are untyped at that time.
 class ChangingArray : public Assign {
  protected:
   ChangingArray() {
@@ -217,7 +217,7 @@ class Colours final : public interfaces::IEnumeration {
   bool isEmpty_;
 };
 
-/// An enumeration to which each assigned value of its input is added.
+/// An enumeration of the input n.colour. It contains the values that were assigned to the input.
 class ExtensibleColours final : public interfaces::IEnumeration {
  public:
   explicit ExtensibleColours(const std::vector<std::string>& calls) : calls_(calls) {}

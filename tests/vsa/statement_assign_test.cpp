@@ -218,8 +218,8 @@ TEST_F(Assign, HiddenInputHasOneEntry) {
                    "n.b.release"}));
 }
 
-// The type of the node translates the names of all elements. The reader requests the type for each
-// element, even if the type is not declared.
+// The type of a node determines the current names of all elements of a path. The reader requests
+// the type once for each element, even if the type is not declared.
 TEST_F(Assign, NodeTypeIsRequestedForEveryElement) {
   EXPECT_EQ(calls("n.a[1].b = 1;").back(), "n.a[1].b.assign Int 1");
   EXPECT_EQ(scene_.options.typesAsked, 3);
@@ -248,9 +248,9 @@ TEST_F(Assign, WithNode) {
   EXPECT_EQ(calls("lamp n: .a = 1;"), (Lines{"n.createInput a Int", "n.a.assign Int 1"}));
 }
 
-// Messages contain the name of the with node before the path. In each statement that begins with
-// ".", the reader requests the name once. That is after the right-hand side and before the inputs
-// of the path.
+// Messages contain the name of the with node before the path. Therefore the reader requests the
+// name once in each statement that begins with ".": after it has read the right-hand side, and
+// before it requests the inputs of the path.
 TEST_F(Assign, WithNodeIsAskedForItsName) {
   EXPECT_EQ(calls("lamp n: .a = 1; .b[0].c = \"x\"; .d |= n.o; .e = n; .f = vec2(1 2);").size(),
             16U);

@@ -1,5 +1,5 @@
 // Tests of comments and directives, with direct calls: what they recognise and what they ignore.
-// One of them is `with`, which the statement loop never reaches.
+// The directive `with` needs direct calls, because the statement loop never reaches it.
 #include <gtest/gtest.h>
 
 #include <string>

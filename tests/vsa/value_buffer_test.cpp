@@ -230,8 +230,7 @@ TEST(Buffer, Errors) {
       {"uint64[1] {5U}", "PARSE ERROR (1,14): Failed to read 'uint64' buffer.."},
       {"vec3f[1] {1 2 3 4}", "BUFFER ERROR (1,18): Cannot add 4 @ index 3 of vec3f[1].."},
       {"vec3f[1] {1 2 3 4-5 6}", "BUFFER ERROR (1,22): Cannot add 4-5 @ index 3 of vec3f[1].."},
-      // Each number is first checked against the size of the buffer. A number that does not convert
-      // is reported after that.
+      // If there are too many numbers, that is reported, and not a number that does not convert.
       {"int32[1] {1.5 2}", "BUFFER ERROR (1,16): Cannot add 2 @ index 1 of int32[1].."},
       {"int32[1] {1.5 2 }", "BUFFER ERROR (1,17): Cannot add 2 @ index 1 of int32[1].."},
       {"float[18446744073709551615] {}",
@@ -447,7 +446,7 @@ TEST(Buffer, PayloadAfterTheBufferIsZeroWhenAMatrixFailedBefore) {
   std::free(buffer.memory);
 }
 
-// In a statement, the value is then the buffer.
+// If such a buffer follows in a statement, the buffer is the assigned value.
 TEST(Buffer, FollowsAMatrixThatFailed) {
   HostScene scene;
   const LoggedLines log;

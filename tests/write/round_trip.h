@@ -21,8 +21,8 @@ inline vsa_tools::ReadOutcome readInto(zn::korvo_sdk::Scene& scene, std::string_
       [&] { return zn::korvo_sdk::impl::parseString(&scene, zn::String::copyOf(text)); });
 }
 
-/// Returns everything that a text can represent in a scene. Reals are written so that they read
-/// back.
+/// Returns everything that a text can represent in a scene. Reals are in a form that is read back
+/// as the same value.
 inline std::string dumpOf(const zn::korvo_sdk::Scene& scene) {
   vsa_tools::ReadOutcome complete;
   complete.result = true;

@@ -124,7 +124,8 @@ TEST(ValueRoundTrip, TuplesKeepTheirBits) {
   }
 }
 
-/// Returns random bytes. Read as floats or doubles, they are no NaN that a text cannot represent.
+/// Returns random bytes for elements of `type`. If the components are floats or doubles, each NaN
+/// among them is one that a text can represent.
 std::vector<unsigned char> carriedBytes(DataType type, std::size_t count, std::uint64_t seed) {
   std::mt19937_64 random(seed);
   std::vector<unsigned char> bytes(count * zn::korvo_sdk::elementBytes(type));

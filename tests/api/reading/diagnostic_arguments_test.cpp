@@ -160,7 +160,7 @@ TEST(DiagnosticArguments, OfWhatAHostThrowsOrLogs) {
   }
 }
 
-// The argument of the diagnostic is the limit that the outcome has.
+// A diagnostic about an exceeded limit has one argument, the value of that limit.
 TEST(DiagnosticArguments, OfALimitAreItsValue) {
   const std::string text = "a x; a y; x.v[2].w = 1; x.n = 2.5; x.b = float[3] {1 2 3};";
   const std::pair<Limit, std::uint64_t vsa::ReadLimits::*> rows[] = {

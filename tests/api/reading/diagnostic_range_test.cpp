@@ -176,13 +176,14 @@ TEST(DiagnosticRange, IsTheOneMarkedInATextInMemory) {
   }
 }
 
-// The range extends to the end of the number, even if a source delivers single bytes.
+// The range extends to the end of the number, although its first character is already wrong.
 TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
   const RangeRow row{InvalidListToken, "mesh m;\nm.x = float[3]{1 «zz» 3};\n", "m.x", 1};
   expectRange(row, vsa::readText(Marked(row.marked).text));
 }
 
-// Each id has a row or its own test below, except an id that no text can raise with these options.
+// Each id has a row in the table or its own test below. The only exception is TooManyArrayElements,
+// because its text would need too much memory.
 TEST(DiagnosticRange, IsCheckedForEveryId) {
   std::set<DiagnosticId> checked = {
       CannotAllocate,       // has its own test below

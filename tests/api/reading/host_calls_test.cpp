@@ -33,7 +33,7 @@ TEST(HostCalls, AReadingIntoTheSceneThatIsReadIntoIsUnreadable) {
     return true;
   };
   options.onDiagnostic = [&](const vsa::Diagnostic&) {
-    vsa::Scene other;  // also during a reading into another scene
+    vsa::Scene other;  // reading into `other` does not allow reading into `scene`
     vsa::ReadOptions inner;
     inner.onProgress = options.onProgress;
     EXPECT_TRUE(vsa::readTextInto(other, "lamp star;", inner).isComplete());

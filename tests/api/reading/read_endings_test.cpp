@@ -94,7 +94,7 @@ std::function<ReadOutcome()> sourceThatFailsAt(std::size_t offset) {
   };
 }
 
-// Returns a reading into a host's scene that throws when the text of a call begins with `call`.
+// Returns a reading into a host's scene that throws at each call whose text contains `call`.
 template <class Thrown>
 std::function<ReadOutcome()> sceneThatThrows(const char* call, const Thrown& thrown) {
   return [call, thrown] {
@@ -152,7 +152,7 @@ ReadOutcome deeperThanTheScene() {
   return vsa::readTextInto(scene, "lamp sun; sun.b.c = 1;");
 }
 
-// Waits until the progress callback is called again: more than 5 milliseconds.
+// Waits longer than the 5 milliseconds that must pass between two calls of the progress callback.
 void passProgressInterval() {
   std::this_thread::sleep_for(std::chrono::milliseconds(6));
 }

@@ -177,7 +177,9 @@ TEST(ReadLimits, BuffersThatAreLeftOutCountAsDiagnostics) {
   expectOver(Limit::Diagnostics, vsa::readText(text, options));
 }
 
-// A compressed buffer may expand to fewer bytes than its count allows. Only its real size counts.
+// The default limit of memory grows by the bytes that compressed buffers expand to, and not by the
+// bytes that they declare. Each buffer in these texts declares at least 9000 bytes and expands to
+// one byte.
 TEST(ReadLimits, MemoryGrowsByWhatCompressedBuffersExpandTo) {
   const std::string oneByte = ".78da4b040000620062";
   std::string text = "a x:\n";
@@ -202,7 +204,8 @@ TEST(ReadLimits, MemoryOfReplacedValuesIsGivenBack) {
   EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = 30'000'000})).isComplete());
 }
 
-// Replaced buffers count, too, because it takes time to clear their memory.
+// The default limit also bounds the sum of all buffers in a text. The sum includes buffers that are
+// replaced later, because zeroing their memory takes time.
 TEST(ReadLimits, TheDefaultBoundsBuffersThatAreReplaced) {
   std::string text = "a x:\n";
   for (int i = 0; i < 100; ++i) text += ".b = byte[10000000] {1};\n";
@@ -331,7 +334,8 @@ TEST(ReadLimits, ZeroDepthAllowsNoInputOfAnyStatement) {
   expectOver(Limit::Depth, vsa::readText(text + text + text, limitedTo({.depth = 0})));
 }
 
-// The maximum also applies to diagnostics of limits and of the host, not only of statements.
+// The maximum number of kept diagnostics also applies to diagnostics of limits and of the host, and
+// not only to those of statements.
 TEST(ReadLimits, KeptDiagnosticsBoundMessagesOfTheHost) {
   HostScene scene;
   scene.options.onCall = [](const std::string& call) {

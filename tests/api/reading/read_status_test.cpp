@@ -89,8 +89,8 @@ TEST(ReadStatus, IsCutOffInsideAStatement) {
   EXPECT_EQ(vsa::readText("lamp sun; sun.name = \"su").status, ReadStatus::CutOff);
 }
 
-// Each statement is truncated after each of its bytes except the last one. The text is then cut
-// off.
+// Each statement is truncated after each of its bytes except the last one. The reading of each such
+// text ends with the status CutOff.
 TEST(ReadStatus, IsCutOffAtEachByteOfAStatement) {
   const std::string before = "lamp sun: .a = 1;\n";
   for (const std::string statement :

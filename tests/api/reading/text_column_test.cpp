@@ -40,8 +40,8 @@ TEST(TextColumn, CountsTheFirstAndTheLastCharacterOfAForm) {
 }
 
 TEST(TextColumn, CountsInvalidBytesOneByOne) {
-  // Continuation bytes without a first byte, truncated and overlong forms, a surrogate, and
-  // characters beyond U+10FFFF.
+  // Each byte of these texts counts as one character. The texts have continuation bytes without a
+  // first byte, truncated and overlong forms, a surrogate, and characters beyond U+10FFFF.
   for (const std::string line :
        {"\x80\x80", "\xE2\x82", "\xC0\xAF", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xE0\x80\x80",
         "\xE1\x80", "\xF1\x80\x80", "\xF0\x80\x80\x80", "\xF5\x80", "\xC3x"}) {

@@ -1,4 +1,5 @@
-// The function that receives the complaints of the excerpts. It counts those that are not empty.
+// Defines complain(), which the code blocks of the documentation call. It counts the complaints
+// that are not empty.
 #pragma once
 
 #include <vsa/vsa.h>

@@ -1,4 +1,5 @@
-// Checks that the excerpt sets the limits, and that the defaults are those in its comments.
+// Checks that the code block of the documentation (block.inc) sets the limits, and that the
+// defaults are those in its comments.
 #include <vsa/vsa.h>
 
 int main() {

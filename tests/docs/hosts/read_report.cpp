@@ -1,12 +1,13 @@
-// Checks that a complete text causes no complaint, and that each truncated text causes one.
+// Checks the code block of the documentation (block.inc): a complete text causes no complaint, and
+// a truncated text or a missing file causes one.
 #include <cstdio>
 
 #include "complain.h"
 
 namespace {
 
-// Returns how often the excerpt complains if scene.vsa has these bytes. A null pointer means that
-// there is no such file.
+// Returns how often the code block complains if scene.vsa has these bytes. A null pointer means
+// that there is no such file.
 int complaintsOf(const char* bytes) {
   std::remove("scene.vsa");
   if (bytes != nullptr) {

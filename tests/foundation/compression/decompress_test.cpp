@@ -23,7 +23,7 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char CHECKSUM[] = "compressed data fails its checksum";
 constexpr char LARGER[] = "compressed data is larger than the buffer";
 
-// "hello hello hello hello", compressed with the fixed codes as all zlib versions do.
+// "hello hello hello hello", as every version of zlib compresses it: with the fixed codes.
 const std::string HELLO = "hello hello hello hello";
 const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
 // "abc" in a stored block.
@@ -260,7 +260,7 @@ Bytes uniformBytes(std::size_t size, unsigned limit) {
 TEST(Compress, ChoosesTheSmallestBlockType) {
   const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
   EXPECT_EQ(bytesFor(uniformBytes(5000, 256)), 5000U + 5 + 6);
-  // The stream has two stored blocks and an empty one.
+  // A stored block has at most 65535 bytes. The stream has two such blocks and an empty one.
   EXPECT_EQ(bytesFor(uniformBytes(70000, 256)), 70000U + 3 * 5 + 6);
   EXPECT_LT(bytesFor(uniformBytes(5000, 128)), 4480U);  // 7 bits for each byte, and the codes
   EXPECT_LT(bytesFor(uniformBytes(5000, 16)), 2625U);   // 4 bits for each byte
@@ -293,8 +293,9 @@ std::uint32_t checksumOf(const std::string& text) {
   return sum;
 }
 
-// The compressed text is the same on every machine. These figures change with the match search or
-// the choice of block types. They may change if texts become smaller or need less work.
+// The compressed text is the same on every machine. The figures below change if the match search or
+// the choice of block types changes. Such a change is acceptable if texts become smaller or need
+// less work.
 TEST(Compress, TheSameBytesGiveTheSameText) {
   const Bytes data = mixedBytes();
   const std::string text = compressed(data);

@@ -31,7 +31,8 @@ TEST(Deflate, EverySmallSize) {
 }
 
 TEST(Deflate, LengthensCodesThatWouldBeTooLong) {
-  // These frequencies grow like the Fibonacci numbers and would need codes of 20 bits.
+  // These frequencies grow like the Fibonacci numbers. They would need codes of 20 bits, but a code
+  // has at most 15.
   Bytes data;
   std::size_t last = 1;
   std::size_t uses = 1;

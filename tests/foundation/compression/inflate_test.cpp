@@ -68,7 +68,7 @@ BitStream& putDynamicHeader(BitStream& bits, bool last, unsigned symbolCount,
   return bits;
 }
 
-/// Writes such a header for a stream of one block.
+/// Writes the header of a dynamic block for a stream of one block.
 BitStream dynamicBlock(unsigned symbolCount, unsigned distanceCount) {
   BitStream bits;
   return putDynamicHeader(bits, true, symbolCount, distanceCount);
@@ -243,10 +243,12 @@ TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
-// The stream ends after the length of a match, so that the distance is missing and not invalid.
+// The stream ends after the length of a match. Therefore the decoder must report a missing
+// distance, and not an invalid one. An empty block of 10 bits makes the stream end with a whole
+// byte.
 TEST(Inflate, AStreamCutBeforeAnInvalidDistanceEndsEarly) {
   BitStream bits;
-  bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block, which makes the stream end at a byte
+  bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block of 10 bits
   putDynamicHeader(bits, true, 258, 1);  // codes for symbols 256 and 257, but for no distance
   zeros(zeros(bits, 138), 118).code(0, 1).code(0, 1).code(2, 2).code(1, 1);
   const Bytes whole = bits.end({});
@@ -335,9 +337,9 @@ TEST(Inflate, FindsTrailingBytesInAnyRun) {
   }
 }
 
-// A dynamic block has ten matches of 258 bytes with codes of one bit. After these, the bit buffer
-// already contains the first bytes of the stored block that follows. They may not fit into the
-// output.
+// A dynamic block has ten matches of 258 bytes, whose codes have one bit. A stored block follows.
+// After the matches, the bit buffer already contains the first stored bytes. The decoder must not
+// write them past the end of the output.
 TEST(Inflate, StoredBytesFromTheBitBufferRespectTheCapacity) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0x30, 8).code(0, 7);

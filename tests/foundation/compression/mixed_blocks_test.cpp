@@ -60,7 +60,7 @@ std::string inflated(const Bytes& stream, std::size_t capacity, InflateStatus ex
 }
 
 TEST(MixedBlocks, StoredBytesInTheBitBuffer) {
-  // These sizes give every number of bits before the stored block.
+  // The sizes vary the number of bits before the stored block.
   for (std::size_t size = 600; size < 640; ++size) {
     for (const int strategy : {Z_DEFAULT_STRATEGY, Z_FIXED, Z_HUFFMAN_ONLY}) {
       const std::vector<Piece> pieces = {{textOf(size, 1), 6, strategy},

@@ -1,5 +1,5 @@
-// Tests of HashMap: keys are compared only by hash, the low 8 bits select a bucket, and iteration
-// is in order.
+// Tests of HashMap: keys are compared only by hash, and the low 8 bits of the hash select a bucket.
+// Iteration goes through the buckets in order, and through each bucket in the order of insertion.
 #include "foundation/containers/hash_map.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// Tests of Vector: it grows by doubling from 2, and reserve() changes its size and capacity.
+// Tests of Vector: its capacity begins at 2 and doubles, and reserve() changes its size and
+// capacity.
 #include <vsa/foundation/vector.h>
 
 #include <gtest/gtest.h>

@@ -127,7 +127,8 @@ TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   });
 }
 
-/// Returns a number of `length` characters, with the digits of its index in the list.
+/// Returns a number of `length` characters that ends with the digits of its index in the list. The
+/// other digits are 1. A real of at least three characters has a point in the middle.
 template <class Number>
 std::string numberedField(size_t position, size_t length) {
   std::string field(length, '1');
@@ -138,9 +139,9 @@ std::string numberedField(size_t position, size_t length) {
   return field;
 }
 
-/// A kernel reads a chunk of characters and stores the ends of its numbers. In these lists a chunk
-/// has the maximum number of numbers, or the offsets are as large as possible. The capacity is
-/// sufficient or too small.
+/// A kernel reads a chunk of characters and stores the offsets at which the numbers in the chunk
+/// end. In these lists, a chunk has as many numbers as possible, or the offsets are as large as
+/// possible. The output has enough capacity for all numbers or less.
 TEST(NumberList, ShortFieldsInALongList) {
   std::mt19937 random(20);
   forTypes<float, double, int, unsigned int, long long>([&](auto type) {
@@ -158,7 +159,8 @@ TEST(NumberList, ShortFieldsInALongList) {
   });
 }
 
-/// A group of equal characters must be converted only if they are digits.
+/// All numbers of a list are the same single character. They must be converted only if that
+/// character is a digit.
 TEST(NumberList, FieldsOfEveryCharacter) {
   forAllTypes([](auto type) {
     for (int byte = 0; byte < 256; ++byte) {
@@ -170,7 +172,7 @@ TEST(NumberList, FieldsOfEveryCharacter) {
   });
 }
 
-/// Every character is a blank, so that all numbers are empty.
+/// The lists have long runs of blanks. Between two blanks is an empty number.
 TEST(NumberList, ManyBlanks) {
   forAllTypes([](auto type) {
     const std::string blanks(3000, ' ');

@@ -184,8 +184,8 @@ std::string exactText(double value) {
   return digits + exponent;
 }
 
-/// The number of digits before the point in a decimal of these tests. The decimals are texts,
-/// because their values may be outside the range of every type.
+/// The number of digits before the point in a decimal of these tests: one more than the greatest
+/// double has. The decimals are texts, because their values may be outside the range of every type.
 constexpr size_t BEFORE_POINT = 310;
 
 std::string digitsOf(double magnitude) {
@@ -257,7 +257,7 @@ TEST(NumberText, HalfWayBetweenFloats) {
 
 /// Tests texts of seventeen digits whose nearest double is half-way between two floats, while the
 /// text itself is not. A float that is rounded from that double would always be the even one of the
-/// two.
+/// two. Therefore the text itself must be rounded.
 TEST(NumberText, NextToHalfWayBetweenFloats) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 20000; ++i) {

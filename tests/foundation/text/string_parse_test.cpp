@@ -90,7 +90,8 @@ TYPED_TEST(IntegerParse, RefusesAllElse) {
 TYPED_TEST(IntegerParse, RefusesTheValuesNextToItsRange) {
   using Limits = std::numeric_limits<TypeParam>;
   std::string maximum = std::to_string(Limits::max());
-  // The text is greater than the maximum, because no maximum ends in 9.
+  // One more in the last digit gives a text greater than the maximum. The character is still a
+  // digit, because no maximum ends in 9.
   maximum.back() = static_cast<char>(maximum.back() + 1);
   EXPECT_TRUE(refuses<TypeParam>(String(maximum.c_str()))) << maximum;
   if (std::numeric_limits<TypeParam>::is_signed) {

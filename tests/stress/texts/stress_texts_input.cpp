@@ -26,8 +26,8 @@ GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const 
   return made;
 }
 
-// Returns a statement with one large index: an eighth of the bytes of the text, but at most the
-// limit of empty elements.
+// Returns a statement with one large index: an eighth of the size of the text in bytes, but small
+// enough for the limit of empty elements.
 GeneratedText oneLargeIndex(std::size_t bytes, const char* value) {
   const std::size_t index = std::min<std::size_t>(bytes / 8, 524287);
   return repeatCharacter(bytes, "t n;n.a[" + std::to_string(index) + "]=" + value + ";", ' ', "");

@@ -17,8 +17,8 @@ class CheckCommandTest : public CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    // The texts narrow a value in a second assignment. The rule about two assignments is not tested
-    // here.
+    // To narrow a value, the texts assign to an input twice. The rule `assigned-twice` would report
+    // that, too, but it is not tested here.
     write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
   }
 };

@@ -23,8 +23,8 @@ class FormatsTest : public CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    // The texts narrow a value in a second assignment. The rule about two assignments is not tested
-    // here.
+    // To narrow a value, the texts assign to an input twice. The rule `assigned-twice` would report
+    // that, too, but it is not tested here.
     write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
     write("w.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
     write("e.vsa", "lamp a: .s = \"\xC3\xA4\"; .s = 1;\n42;\n.k = 1; .k = \xE2\x82\xAC;\n");

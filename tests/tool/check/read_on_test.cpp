@@ -20,8 +20,8 @@ class ReadOnTest : public CommandFixture {
  protected:
   void SetUp() override {
     CommandFixture::SetUp();
-    // The texts narrow a value in a second assignment. The rule about two assignments is not tested
-    // here.
+    // To narrow a value, the texts assign to an input twice. The rule `assigned-twice` would report
+    // that, too, but it is not tested here.
     write(".vsa-check.json", R"({"ignore": ["assigned-twice"]})");
   }
 };
@@ -192,12 +192,12 @@ TEST_F(ReadOnTest, ACountThatNoMemoryHoldsIsOneOfTheMistakes) {
 
 TEST_F(ReadOnTest, WhatOnlyFollowsIsNotReported) {
   const char* const texts[] = {
-      "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // the declaration that is missing afterwards
-      "nobody.x = 1;\nnobody.y = 2;\n",             // the same missing node
-      ".x = 1;\n.y = 2;\n",                         // the same missing with node
-      "lamp a: .k = ;\n.x = 1;\n.y = 2;\n",         // the with node remains set
-      "lamp 3a:\n.x = 1;\n.y = 2;\n",               // a with node whose name is unknown
-      "lamp a; a.s = \"never closed;\na.t = 1;\n",  // a string up to the end of the text
+      "lamp a = 3;\na.x = 1;\na.y |= a.out;\n",     // a is missing after its wrong declaration
+      "nobody.x = 1;\nnobody.y = 2;\n",             // the node is missing in both statements
+      ".x = 1;\n.y = 2;\n",                         // the with node is missing in both statements
+      "lamp a: .k = ;\n.x = 1;\n.y = 2;\n",         // the with node is still set after the mistake
+      "lamp 3a:\n.x = 1;\n.y = 2;\n",               // there is a with node, but its name is unknown
+      "lamp a; a.s = \"never closed;\na.t = 1;\n",  // the string extends to the end of the text
   };
   for (const char* text : texts) {
     write("a.vsa", text);

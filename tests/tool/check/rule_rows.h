@@ -12,7 +12,7 @@ using namespace std::string_view_literals;
 struct RuleRow {
   std::string id;
   std::string_view fires;     ///< A text with a finding, whose range is between « and ».
-  std::string_view isSilent;  ///< A text without a finding that is as similar as possible.
+  std::string_view isSilent;  ///< A text without a finding, as similar to `fires` as possible.
 };
 
 const RuleRow RULE_ROWS[] = {

@@ -57,8 +57,9 @@ TEST(ShortListSourceTest, EmptiesBuffers) {
   EXPECT_EQ(read.scene["n"]["b"].buffer().count(), 0U);
 }
 
-// A buffer that is appended is not replaced by an empty one, because another assignment would
-// append another element. Therefore its elements count for the size of the part.
+// After most buffers, the source assigns an empty buffer, so that the scene keeps no elements. It
+// does not do so after `n.b[*] = ...`, because each such assignment appends an element to the
+// array. The scene keeps the numbers of such a buffer, and they count for the size of the part.
 TEST(ShortListSourceTest, KeepsBuffersThatAreAppended) {
   EXPECT_EQ(delivered("t n; n.b[*] = byte[2] {1 2};"), "t n;\nn.b[*] = byte[2] {1 2};\n");
   const std::string text = "t n; n.b[*][*] = byte[1] {1}; n.b[*][*] = 2; n.b[1][*] = 3;";
@@ -142,7 +143,8 @@ TEST(ShortListSourceTest, BeginsPartsWithDeclarations) {
             (Parts{"define n;\n", "t m;\nremove m;\n", "t m;\n"}));
 }
 
-// These statements may fail because of a value that an earlier part assigned.
+// Each part is read into another scene. These statements change a node of an earlier part, and may
+// fail because of a value that the earlier part assigned. Therefore the text ends early.
 TEST(ShortListSourceTest, EndsWhereANodeOfAnEarlierPartIsChanged) {
   for (const char* const statement :
        {"n.a = 2;", "n.a |= m.o;", "REMOVE n;", "t n;", "t n:", "with n: .a = 2;", ".a = 2;"}) {

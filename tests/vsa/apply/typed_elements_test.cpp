@@ -132,7 +132,7 @@ TEST_F(TypedElementsTest, SceneShrinksTheArrayWhileElementsAreRechecked) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-// The array has fewer elements than at the last call, although the statement appended none.
+// The array has fewer elements than before the statement. All of them are checked again.
 TEST_F(TypedElementsTest, ArrayThatCountsFewerElementsIsScannedAgain) {
   growTo(10);
   setEmptyElements();

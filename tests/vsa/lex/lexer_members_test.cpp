@@ -117,7 +117,7 @@ TEST(LexerMembers, LettersOfNoNumberEndATuple) {
   EXPECT_EQ(tokensText(colour), "Id<rgba>1,4 Invalid<INVALID PAREN LIST TOKEN (1,11): 'x'>1,11");
 }
 
-// If the name of the list is empty, both blanks remain in the message.
+// In the message, the name of the list is between two blanks. Both remain if the name is empty.
 TEST(LexerMembers, InvalidListTokenWithoutAName) {
   StringLexer lexer("ab}");
   lexer.consume();

@@ -1,5 +1,5 @@
-// Tests of the list normaliser: the vector kernels give the same result as the portable one, and
-// write no further than they may.
+// Tests of the list normaliser: the vector kernels give the same result as the portable one, and do
+// not write past the documented size of the output.
 #include "vsa/lex/list_normalizer.h"
 
 #include <gtest/gtest.h>
@@ -89,7 +89,8 @@ TEST(NormalizedList, EveryByteAtEveryPositionOfAStep) {
   }
 }
 
-// The kernels must recognise every byte at every position of a step.
+// A kernel processes a block of bytes in each step. It must recognise every byte at every position
+// of the block.
 TEST(NormalizedList, EverySingleByte) {
   for (int byte = 0; byte < 256; ++byte) {
     for (const char* const first : {"1", "b", "."}) {
