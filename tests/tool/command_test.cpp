@@ -115,7 +115,8 @@ struct LossRow {
   std::string text, line;
 };
 
-// The reader reports no error for these texts. It reads them as if the text ended before the file.
+// The reader reads these texts as if they ended before the end of the file. It reports no error, so
+// the command must report the loss.
 TEST_F(CommandTest, LossesAreReported) {
   const LossRow rows[] = {
       {"sphere ball;\n\xFF ball.radius = 1;\n",

@@ -103,7 +103,8 @@ TEST_F(Assign, IndicesWithUnprintableCharacters) {
             Lines{"error: PARSE ERROR (1,12): invalid input array index: [."});
 }
 
-// A reference after a literal that does not convert requires the type of that literal.
+// A literal that does not convert can be followed by a reference. The reference then requires the
+// type of that literal.
 TEST_F(Assign, ReferenceAfterAFailedConversion) {
   EXPECT_EQ(calls("n.a = 5U n;"),
             (Lines{"n.createInput a Int", "n.a.retain", "n.a.setNode n", "n.a.release"}));
@@ -196,7 +197,8 @@ TEST_F(Assign, TargetIsQueriedInOrder) {
   EXPECT_EQ(queries("n.a = 1;"), Lines{"n.a.isArray"});
 }
 
-// A link is stored for the address of its input, even after a node is removed.
+// A pending link is stored for the address of its input. It is found again even after a node was
+// removed, so that the input is retained only once.
 TEST_F(Assign, InputReturnedAgainAfterNodeRemoval) {
   scene_.options.forgetsInputs = true;
   EXPECT_EQ(calls("n.a |= x.one; remove m; n.a |= null;"),
@@ -337,8 +339,8 @@ TEST_F(Assign, NestedArrayWithAnotherElementType) {
 
 TEST_F(Assign, UntypedArrayGetsTheTypeOfItsFirstElement) {
   node_->add("x", AttrType::Array);
-  // In the middle of a path, an untyped array accepts only links, because its element type is not
-  // the required type.
+  // The array has no element type yet. A value requires an array of its own type here and is
+  // refused. A link requires no element type.
   EXPECT_EQ(errors("n.x[0] = 1;"),
             Lines{"error: TYPE ERROR (1,11): cannot assign Int to Array @ n.x."});
   EXPECT_EQ(calls("n.x[0] = n;"), (Lines{"n.x.set Array Null", "n.x.appendElement", "n.x[0].retain",

@@ -72,8 +72,8 @@ TEST_F(OpenThenDeclared, ValuesThatAreRefused) {
   expectRefused(made.scene, "lamp", ".filter", reasons::REFUSED_VALUE);
 }
 
-// The declared inputs accept only links. The text omits their values, because every new input has
-// them.
+// The declared inputs accept only links. As long as they have the values of a new input, the text
+// can omit the values, and no problem is reported.
 TEST_F(OpenThenDeclared, ZerosThatAreRefused) {
   using zn::korvo_sdk::InputDeclaration;
   zn::korvo_sdk::NodeType type;

@@ -91,8 +91,8 @@ TEST_F(WriteFileOfAnotherUser, RootKeepsTheOwner) {
   }
 }
 
-// The new file has another owner and another group. Therefore it does not run with the rights of
-// its owner, and the group has no permissions.
+// The new file has another owner and another group than the old file. Therefore it loses the
+// set-user-ID bit, and its group gets no permissions.
 TEST_F(WriteFileOfAnotherUser, OthersLoseWhatTheOwnerAndTheGroupHad) {
   putOldOf(0, 0, 04775);
   EXPECT_EQ(replacedBy(OTHER_GROUP, OTHER_GROUP), isRoot() ? 0705u : 04775u);

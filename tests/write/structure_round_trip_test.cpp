@@ -49,7 +49,8 @@ TEST(StructureRoundTrip, EmptyArraysBeforeAFullOneAreReadWithoutAMessage) {
   expectCarried(scene);
 }
 
-// The link has its own statement, which comes before the statements of the full array.
+// An empty array with a link needs its own statements, which come before the statements of the full
+// array.
 TEST(StructureRoundTrip, LinkedEmptyArrayBeforeAFullOne) {
   SceneBuilder made;
   Input& arrays = made.array("x", AttrType::Array);

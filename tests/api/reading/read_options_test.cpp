@@ -111,7 +111,7 @@ TEST(ReadOptions, ProgressDoesNotEndWithAllBytesOfAFaultyText) {
   EXPECT_EQ(calls, 1U);
 }
 
-// The list is converted after the whole text was read.
+// The list is converted after the whole text was read. The callback cancels the reading then.
 TEST(ReadOptions, ProgressMayCancelTheConversionOfAList) {
   std::string text = "a x: .b = double[8000000] {";
   for (int i = 0; i < 8'000'000; ++i) text += "1 ";

@@ -1,4 +1,4 @@
-// What vsa fmt prints before and after the check of the text has ended.
+// Tests what vsa fmt prints before the check of the text has ended, and after it.
 #include <gtest/gtest.h>
 
 #include <future>

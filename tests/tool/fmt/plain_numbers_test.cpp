@@ -1,5 +1,5 @@
-// Tests of the functions that find numbers in the middle of a list with masks. The expected results
-// come from a test of each character.
+// Tests of the functions that use masks to find numbers in the middle of a list. The expected
+// results come from a loop that tests each character.
 #include <gtest/gtest.h>
 
 #include <random>

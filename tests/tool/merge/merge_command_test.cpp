@@ -52,8 +52,8 @@ TEST_F(MergeCommandTest, ANodeThatWasRemovedIsNoClash) {
   }
 }
 
-// The statements of the later text would change the node of the earlier text, so the name must not
-// be used again.
+// In the merged text, the statements of the later text would change the node of the earlier text.
+// Therefore the same name in both texts is a clash.
 TEST_F(MergeCommandTest, ANodeThatIsRemovedLaterIsAClash) {
   write("a.vsa", "t n: .x = 1;");
   for (const char* text : {"t n: .x = 2; remove n;", "remove n;"}) {
@@ -64,8 +64,8 @@ TEST_F(MergeCommandTest, ANodeThatIsRemovedLaterIsAClash) {
   }
 }
 
-// The link of the earlier text must not refer to the node of the later text, so the name cannot be
-// used again.
+// In the merged text, the link of the earlier text would refer to the node of the later text.
+// Therefore the same name in both texts is a clash.
 TEST_F(MergeCommandTest, ALinkToANodeThatWasRemovedMakesAClash) {
   write("a.vsa", "t n; t m: .l = n; remove n;");
   write("b.vsa", "t n;");

@@ -237,7 +237,7 @@ TEST(ResolveText, PlainValueDoesNotCancelAConnection) {
                    "a.x.connect a.out", "a.x.release"}));
 }
 
-// Inputs are not released, because only the link resolution releases them.
+// A parse that fails does not resolve links. Therefore the inputs are retained but never released.
 TEST(ResolveText, FailedParseResolvesNoLinks) {
   EXPECT_EQ(callsOf("a.x |= a.out; a.y = a; 42;", false),
             (Lines{"a.createInput x Null", "a.x.retain", "a.createInput y Null", "a.y.retain"}));
