@@ -1,4 +1,5 @@
-// Tests of editing: an edited scene is the same as a scene read from a text.
+// Tests of editing: an edited scene is the same as a scene that is read from a text with the same
+// content.
 #include <vsa/edit.h>
 
 #include <algorithm>
@@ -217,7 +218,7 @@ TEST(Edit, RefusesWhatIsMissing) {
   EXPECT_REFUSED(scene.removeNode(node), Missing);
   EXPECT_FALSE(input[0]);
   EXPECT_FALSE(input["x"]);
-  // A change of a refused node is refused, too.
+  // A change of a node that was refused is refused, too.
   EXPECT_REFUSED(scene.addNode("lamp", "not a name").add("x").set(1), Missing);
 }
 

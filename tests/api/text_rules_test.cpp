@@ -102,7 +102,7 @@ TEST(TextRules, RealsAreWhatTheReaderCanMake) {
   EXPECT_EQ(bits("t a: .x = -inf;"), std::bit_cast<std::uint64_t>(-INFINITE));
   EXPECT_EQ(bits("t a: .x = -0.0;"), std::bit_cast<std::uint64_t>(-0.0));
   EXPECT_FALSE(isRead("t a: .x = 1.0e999;"));
-  // "inf" is read as a reference to a node.
+  // "inf" is read as a reference to a node, and not as a number.
   EXPECT_FALSE(sceneOf("t a: .x = inf;")["a"]["x"].real());
 }
 

@@ -1,5 +1,5 @@
-// Tests of String::adopt with failing allocations: nothing leaks, and the caller still owns the
-// characters.
+// Tests of String::adopt with failing allocations: nothing leaks. If adopt() throws, the caller
+// still owns the characters.
 #include <gtest/gtest.h>
 
 #include <new>

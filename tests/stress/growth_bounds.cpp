@@ -44,7 +44,7 @@ namespace vsa_tests {
 namespace {
 
 constexpr std::size_t MIB = std::size_t{1} << 20;
-// The bounds that the measurements must not exceed.
+// The bounds of the measurements.
 constexpr double MIN_SPEED = 5e6;  // in bytes per second
 constexpr double MAX_GROWTH = 5;   // t(4n)/t(n)
 // The peak heap must not exceed MAX_HEAP_BASE + MAX_HEAP_PER_BYTE * text size + declared buffers.

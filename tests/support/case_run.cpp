@@ -85,8 +85,9 @@ std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text) {
   return ids;
 }
 
-// Returns the lines that these warnings have in an expected result. To get them, writes an expected
-// result with only these warnings in the log. Only lines of the log are indented in it.
+// Returns the lines that the warnings about links have in an expected result. To get them, writes
+// an expected result with only these warnings in the log, and takes the indented lines. Only lines
+// of the log are indented there.
 LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records) {
   vsa_tools::ReadOutcome outcome;
   for (const auto& record : records) {

@@ -215,7 +215,7 @@ TEST_F(CommandTest, AReadErrorIsNotAnEndOfFile) {
   }
 }
 
-// This test limits the address space. Sanitizers need more than that limit.
+// The next test limits the address space. Sanitizers need more than that limit.
 #if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
 // Returns a text with `messages` warnings. Each warning contains a name of `nameLength` characters.
 std::string textOfManyLongMessages(size_t nameLength, size_t messages) {

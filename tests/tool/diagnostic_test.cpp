@@ -42,7 +42,8 @@ TEST(DiagnosticLineTest, PutsThePositionBeforeTheUnchangedText) {
     EXPECT_EQ(linesOf(row.text), std::vector<std::string>{row.line});
 }
 
-// A message without a position may contain text that looks like a position.
+// A message without a position may contain text that looks like a position. That text must not
+// become the position of the line.
 TEST(DiagnosticLineTest, MessagesWithoutAPositionShowNone) {
   const ExcerptRow rows[] = {
       {"t n; n.a |= n.b.c;", "a.vsa: invalid-output: Invalid output: n.b.c."},

@@ -230,7 +230,7 @@ TEST(Buffer, Errors) {
       {"uint64[1] {5U}", "PARSE ERROR (1,14): Failed to read 'uint64' buffer.."},
       {"vec3f[1] {1 2 3 4}", "BUFFER ERROR (1,18): Cannot add 4 @ index 3 of vec3f[1].."},
       {"vec3f[1] {1 2 3 4-5 6}", "BUFFER ERROR (1,22): Cannot add 4-5 @ index 3 of vec3f[1].."},
-      // If there are too many numbers, that is reported, and not a number that does not convert.
+      // Too many numbers are reported even if an earlier number does not convert.
       {"int32[1] {1.5 2}", "BUFFER ERROR (1,16): Cannot add 2 @ index 1 of int32[1].."},
       {"int32[1] {1.5 2 }", "BUFFER ERROR (1,17): Cannot add 2 @ index 1 of int32[1].."},
       {"float[18446744073709551615] {}",
@@ -350,7 +350,8 @@ TEST(Buffer, Compressed) {
   Literal whole("rgba8[1] {" + packed + "}");
   ASSERT_TRUE(whole.read());
   EXPECT_EQ(whole.numbers<unsigned char>(), (std::vector<unsigned char>{1, 2, 3, 4}));
-  // Compressed data may have fewer bytes than the buffer, without a message.
+  // Compressed data may have fewer bytes than the buffer. There is no message, and the remaining
+  // bytes are zero.
   Literal shorter("rgba8[2] {" + packed.substr(0, 5) + ' ' + packed.substr(5) + "}");
   const LoggedLines log;
   ASSERT_TRUE(shorter.read());
@@ -446,7 +447,7 @@ TEST(Buffer, PayloadAfterTheBufferIsZeroWhenAMatrixFailedBefore) {
   std::free(buffer.memory);
 }
 
-// If such a buffer follows in a statement, the buffer is the assigned value.
+// In a statement, a buffer after a matrix that does not convert is the assigned value.
 TEST(Buffer, FollowsAMatrixThatFailed) {
   HostScene scene;
   const LoggedLines log;

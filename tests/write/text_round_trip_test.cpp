@@ -1,5 +1,6 @@
 // Tests that a text that is read, written and read again gives the same scene. The texts are all
-// cases, regressions and examples, in every form that does not change the order of the nodes.
+// cases, regressions and examples. They are written in several layouts, none of which changes the
+// order of the nodes.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// Tests of limits: a limit is reported by its name before the memory beyond it is allocated.
+// Tests of limits: the diagnostic of an exceeded limit names the limit, and the memory beyond the
+// limit is not allocated.
 #include <gtest/gtest.h>
 
 #include <algorithm>

@@ -133,7 +133,7 @@ TEST(HashMap, IteratesOverBucketsInOrderAndABucketByInsertion) {
   EXPECT_EQ(valuesOf(map), (std::vector<int>{2, 6, 3, 4, 5}));
 }
 
-// A long bucket is searched through an index. The results are the same.
+// A long bucket is searched through an index. The results are the same as without the index.
 TEST(HashMap, LongBucketsKeepTheirOrder) {
   HashMap<int*, int> map;
   std::vector<int> expected;

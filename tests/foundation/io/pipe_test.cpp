@@ -73,7 +73,8 @@ std::string restOf(File& file) {
   return bytes;
 }
 
-// A read returns before the pipe is closed. If it waited for a full block, it would not.
+// A read returns the bytes that have arrived, and does not wait for a full block. Therefore it
+// returns before the pipe is closed.
 TEST(Pipe, DeliversBytesAsTheyArrive) {
   Pipe pipe;
   pipe.write("abc");

@@ -69,8 +69,8 @@ std::vector<bool> parsed() {
   };
 }
 
-// Returns texts without reals, because String::format writes reals with the point of the C locale,
-// as printf does.
+// Returns texts without reals. String::format writes reals as printf does, with the decimal point
+// of the current C locale, so their texts may differ.
 Lines written() {
   return {
       text(String(1234567ULL)),

@@ -1,4 +1,4 @@
-// Tests of String::format: it formats like printf, and texts of any length.
+// Tests of String::format: it gives the same text as printf, for texts of any length.
 #include <gtest/gtest.h>
 
 #include <climits>

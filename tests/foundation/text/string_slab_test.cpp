@@ -71,7 +71,7 @@ TEST(StringSlabs, UsesTheGivenHash) {
   EXPECT_EQ(slabs.copyOf("material").hash(), String("material").hash());
 }
 
-// The memory of a slab is not used again for another text.
+// The memory that a text leaves in a slab is not used again for another text.
 TEST(StringSlabs, AssignDoesNotChangeOtherTexts) {
   StringSlabs slabs;
   String first = slabs.copyOf("abc");

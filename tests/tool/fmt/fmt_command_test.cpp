@@ -149,7 +149,7 @@ TEST_F(FmtCommandTest, TellsWhenOutputCannotBeWritten) {
   EXPECT_NE(content("err.txt").find("cannot write"), std::string::npos);
 }
 
-// Formatting a list of 4 million numbers takes less memory than the size of its text.
+// A list of 4 million numbers is formatted in an address space of 150 MB.
 TEST_F(FmtCommandTest, StreamsLongLists) {
   std::string text = "t n;\nn.f = float[4000000] {";
   for (int i = 0; i < 4000000; ++i) text += i % 2 == 0 ? " 1.25 " : "-3,";
