@@ -416,7 +416,7 @@ const Text CREATING = {
     "every creation", "t a; define b; a.x = 1; a.y[1] = 2; a.o.m = 3; a.o.n[0] = 4; a.l |= b.out;"};
 
 /// Returns the calls that create something while a text is read, in order. A call has created
-/// something if the next call finds one creation more.
+/// something if one more creation has been counted when the next call begins.
 std::vector<std::string> creationsIn(const Text& text) {
   std::vector<std::string> names;
   std::string last;

@@ -19,8 +19,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Returns whether a case is small. Large texts and scenes would make the tests slow, because each
-// is read and dumped many times.
+// Returns whether a case is small. A large case would make the tests slow, because each text is
+// read, and its scene dumped, many times.
 bool isSmall(const Case& each) {
   return fs::file_size(each.text) <= 4096 && fs::file_size(each.expectation) < 16384;
 }

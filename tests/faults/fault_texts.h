@@ -1,6 +1,6 @@
 // The texts for the fault tests. Together they raise every message and make the reader call every
-// operation of a scene. The list of operations is read from the source of the interface, so that a
-// test can check that it is complete.
+// operation of a scene. To check that none is missing, a test reads the list of operations from the
+// source of the interface.
 #pragma once
 
 #include <cstdint>

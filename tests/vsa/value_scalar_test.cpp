@@ -241,8 +241,9 @@ std::string componentsOf(const std::string& keyword, const std::string& list) {
   return shown;
 }
 
-// A tuple fails if the word for one of its components is not a number. Further words are ignored. A
-// colour also ignores its fourth word if it is not a number. Its alpha is then 1.
+// A tuple fails if the word for one of its components is not a number. The exception is the fourth
+// word of a colour: it is ignored if it is not a number, and the alpha is then 1. Words after the
+// last component are always ignored.
 TEST(Scalar, WordsThatAreNoNumbers) {
   EXPECT_EQ(componentsOf("vec2", "(1 x)"), "failed 1 0");
   EXPECT_EQ(componentsOf("vec2", "(x 2)"), "failed 0 2");

@@ -46,8 +46,9 @@ class TestSource final : public vsa::Source {
   std::size_t at_ = 0;
 };
 
-/// Returns a result in the form of an expected result: whether links were resolved, the diagnostics
-/// as a log, and the scene. Diagnostics that only the public API reports are omitted.
+/// Returns the result of a reading as a text in the form of the expected result of a case: whether
+/// links were resolved, the diagnostics as a log, and the scene. Diagnostics that only the public
+/// API reports are omitted.
 inline std::string outcomeText(const vsa::ReadResult& result,
                                const std::vector<vsa::Diagnostic>& diagnostics) {
   vsa_tools::ReadOutcome plain;

@@ -18,8 +18,8 @@ std::string longName(std::size_t length) {
   return std::string(length, 'q');
 }
 
-// Returns statements with groups of names. The names of a group differ only in the last byte, which
-// is each byte that a name can end with.
+// Returns statements with groups of names. The names of a group differ only in the last byte. A
+// group has one name for each byte that a name can end with.
 GeneratedText everyLastByte(std::size_t bytes, std::string_view head, const char* before,
                             const char* after) {
   GeneratedText made{std::string(head)};

@@ -256,7 +256,7 @@ TEST(ResolveText, FailedLinkDoesNotStopOthers) {
 }
 
 // The table has one pending link for each input. It is the link of the last statement that assigns
-// the input.
+// to the input.
 TEST(ResolveText, TablesContainTheLastStatementOfAnInput) {
   vsa_tests::PrimedParser primed("a.x |= a.one; a.x |= a.two; a.y = a;");
   HostNode* const node = primed.scene.add("lamp", "a");

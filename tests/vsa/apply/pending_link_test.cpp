@@ -35,8 +35,8 @@ Lines sourcesOf(const PendingTable& table, const HostInput& input) {
   return sources;
 }
 
-// An entry must be small, because a text may contain millions of links. Its position in the text
-// takes 8 bytes.
+// An entry must be small, because a text may contain millions of links. The position of the link in
+// the text takes 8 bytes of the entry.
 static_assert(sizeof(TextPlace) == 8);
 static_assert(sizeof(PendingLink) <= 24);
 
