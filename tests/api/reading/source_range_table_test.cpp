@@ -71,6 +71,7 @@ constexpr std::string_view ROWS[] = {
     "mesh m:\n  .w = float[3] {0 1\n    «1.0.0»};\n",
     "mesh m:\n  .w = float[2] {«true» 0};\n",
     "mesh m:\n  .w = float[2] {1 «#» one\n 2};\n",
+    "mesh m:\n  .w = float[2] «{»1 2\n# two\nlamp sun;\n",
     "mesh m:\n  .w = float[2] {«0x10» 1};\n",
     "lamp sun:\n  .power = «1e-05»;\n",
     "lamp sun:\n  .power = «12abc»;\n",

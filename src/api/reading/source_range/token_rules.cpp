@@ -49,15 +49,14 @@ bool RangeRules::opensBlock(std::size_t token) const {
   return name >= 1 && tokens_[name].type == Type::Id && tokens_[name - 1].type == Type::Id;
 }
 
-// Whether the invalid character at `at` begins a comment inside a list that has a closing bracket.
+// Whether the invalid character at `at` probably begins a comment in a list, as in "{1 # one". A
+// `#` at the beginning of a line is more likely to follow a list that is never closed. The bytes
+// after the character do not matter: a source may not have delivered them yet.
 bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
-  const std::string_view open = tokens_.bytesFrom(tokens_[token].begin).substr(0, 1);
-  const std::string_view comment = tokens_.bytesFrom(at);
-  const std::size_t feed = comment.find('\n');
-  if (!comment.starts_with('#') || feed == std::string_view::npos) return false;
-  const std::string_view after = comment.substr(feed);
-  const std::size_t end = after.find_first_of(")}];=#\"");
-  return end != std::string_view::npos && after[end] == (open == "(" ? ')' : '}');
+  const std::uint64_t begin = tokens_[token].begin;
+  const std::string_view list = tokens_.bytesFrom(begin).substr(0, at - begin + 1);
+  return list.size() >= 2 && list.ends_with('#') && list[list.size() - 2] != '\n' &&
+         list[list.size() - 2] != '\r';
 }
 
 // Returns the range of the number that contains the invalid character at `at`. The number ends
