@@ -123,6 +123,18 @@ TEST_F(FormatsTest, JsonFollowsItsSchema) {
   EXPECT_EQ("declared here", full["notes"][0]["message"]);
 }
 
+TEST_F(FormatsTest, JsonAndSarifAreSafeForTerminals) {
+  write("t.vsa", "# version: \xC2\x9B\xE2\x80\xAE\n");
+  for (const char* format : {"json", "sarif"}) {
+    check(std::string("-q t.vsa --format ") + format);
+    const std::string out = content("stdout.txt");
+    EXPECT_TRUE(json::accept(out)) << out;
+    EXPECT_NE(std::string::npos, out.find("\\u009b\\u202e")) << out;
+    EXPECT_EQ(std::string::npos, out.find("\xC2\x9B"));
+    EXPECT_EQ(std::string::npos, out.find("\xE2\x80\xAE"));
+  }
+}
+
 TEST_F(FormatsTest, SarifFollowsItsSchema) {
   constexpr char SCHEMA[] = "tool/check/schemas/sarif-2.1.0.schema.json";
   check("-q --format sarif clean.vsa");

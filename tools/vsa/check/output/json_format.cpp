@@ -2,6 +2,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tools/scene_text/printable_text.h"
+
 namespace vsa_tools {
 
 namespace {
@@ -35,7 +37,7 @@ std::string JsonFormat::render(const Finding& finding, const FindingPlace& place
   for (const TextEdit& edit : finding.edits) {
     record["edits"].push_back({{"begin", edit.begin}, {"end", edit.end}, {"text", edit.text}});
   }
-  return record.dump(-1, ' ', false, Json::error_handler_t::replace) + '\n';
+  return printableJson(record.dump(-1, ' ', false, Json::error_handler_t::replace)) + '\n';
 }
 
 }  // namespace vsa_tools

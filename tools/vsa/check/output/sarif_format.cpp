@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
 
+#include "tools/scene_text/printable_text.h"
 #include "tools/vsa/check/kinds.h"
 
 namespace vsa_tools {
@@ -72,7 +73,7 @@ Json driver() {
 }
 
 std::string dump(const Json& json) {
-  return json.dump(-1, ' ', false, Json::error_handler_t::replace);
+  return printableJson(json.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 
 }  // namespace
