@@ -6,10 +6,10 @@
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
 // Every function that changes something returns a Status and throws no exception. A function that
-// fails changes nothing, except after OutOfMemory: then an input may have lost its value, or the
-// header of a scene its comments. A function of a missing node or input fails, so a program can
-// chain calls without checks. A function also fails if no text can represent the result of the
-// change: see EditError.
+// fails changes nothing. The exception is OutOfMemory: an input may then have lost its value, and
+// the header of a scene may have lost comments. A function of a missing node or input fails, so a
+// program can chain calls without checks. A function also fails if no text can represent the result
+// of the change: see EditError.
 //
 // If the input or member exists already, add() returns it unchanged. set() replaces the value. If
 // the new value has another type, set() also replaces the type. It fails instead if the type of the
@@ -59,8 +59,8 @@ struct NumberOf {
 template <class T, std::size_t N>
 struct NumberOf<std::array<T, N>> : NumberOf<T> {};
 
-// Whether an array of Element can be the contents of a buffer with this element type. Each Element
-// is one number, several numbers, or a struct with the size of one element.
+// Whether objects of the C++ type Element can be the contents of a buffer with elements of `type`.
+// An Element is a number, a std::array of numbers, or a struct of the size of a buffer element.
 template <class Element>
 bool fitsBuffer(ElementType type) noexcept {
   constexpr ElementType NUMBER = NumberOf<Element>::TYPE;
@@ -131,8 +131,8 @@ class Input : public InputView {
   VSA_API Status disconnect() const noexcept;
 
   // Arrays. All elements of an array have the same type. If this type is Null, the elements can
-  // only have links. No text can represent an array that has an element type other than Null and no
-  // elements. There is one exception: the node type declares the array with this element type.
+  // only have links. A text can represent an array without elements only if its element type is
+  // Null, or if the node type declares the array with this element type.
 
   /// Makes the input an array of `elementType`. Removes all elements that it had before.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
@@ -183,9 +183,9 @@ class Node : public NodeView {
   Input operator[](TextParameter input) const noexcept {
     return Input(mutablePlain() != nullptr ? mutablePlain()->inputNamed(input) : nullptr);
   }
-  /// Returns the input with this name. If there is none, adds an input without a value: a text
-  /// contains it as `|= null`. Fails with NotDeclared if the type of the node is declared and has
-  /// no such input.
+  /// Returns the input with this name. If there is none, adds an input without a value. In a
+  /// written text, such an input has the statement `|= null`. Fails with NotDeclared if the type of
+  /// the node is declared and has no such input.
   VSA_API Added<Input> add(TextParameter input) const noexcept;
   /// Sets the value of the input with this name. If there is none, adds the input.
   VSA_API Status set(TextParameter input, const Value& value) const noexcept;

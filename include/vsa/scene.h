@@ -75,8 +75,8 @@ class VSA_API Scene {
   // The plain interface.
 
   /// Returns the scene as an object of the plain interface. The reference is valid until this
-  /// object is destroyed, moved from or assigned to. If nothing has been added to the scene yet,
-  /// the function allocates that object, and may throw std::bad_alloc.
+  /// vsa::Scene is destroyed, moved from or assigned to. If nothing has been added to the scene
+  /// yet, the function allocates the object of the plain interface, and may throw std::bad_alloc.
   zn::korvo_sdk::Scene& plain();
   /// Returns the scene as a constant object of the plain interface. If nothing has been added to
   /// the scene yet, the result is an empty scene that all vsa::Scene objects share.

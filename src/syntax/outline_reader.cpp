@@ -108,7 +108,7 @@ bool value(StatementTokens& tokens, StatementOutline& out) {
   }
 }
 
-// "null" | node path | path
+// "null" | node? path    The path has the form that path() recognises.
 bool source(StatementTokens& tokens, StatementOutline& out) {
   out.valueKind = tokens.kind;
   out.word = tokens.text();

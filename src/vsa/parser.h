@@ -188,7 +188,7 @@ class VsaParser {
   SimpleStatement simple_;           // the current simple statement
   TypedElements typedElements_;      // caches the typed elements of this text's arrays
   LibraryScene* library_ = nullptr;  // the scene if it is one of the library, otherwise null
-  UnassignedValue unassigned_;       // the value of the current statement, without a session
+  UnassignedValue unassigned_;       // the value of the current statement, if there is no session
 };
 
 }  // namespace zn::korvo_sdk::impl

@@ -115,8 +115,8 @@ void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept
   }
 }
 
-// The implementations of the public functions for both classes of scenes. `plain()` returns the
-// scene as an object of the plain interface.
+// The implementations of the public functions, each for zn::korvo_sdk::Scene and for vsa::Scene.
+// `plain()` returns the scene as a zn::korvo_sdk::Scene.
 
 template <class Plain>
 WriteResult writeToSink(const Plain& plain, Sink& sink, const WriteOptions& options) noexcept {

@@ -23,7 +23,7 @@ class VSA_API Input : public interfaces::IInput {
   Input(const Input&) = delete;
   Input& operator=(const Input&) = delete;
 
-  /// The name of an input of a node or of a member. It is empty for an element.
+  /// The name of this input or member. It is empty for an element of an array.
   const String& name() const noexcept;
   /// The node that the input belongs to, directly or through arrays and objects. It is never null.
   Node* owner() const noexcept;
@@ -41,7 +41,7 @@ class VSA_API Input : public interfaces::IInput {
 
   /// The value of a Bool.
   bool boolean() const noexcept;
-  /// The value of an Int. For a UInt, these are the same 64 bits as a signed number.
+  /// The value of an Int. For a UInt, the result is the signed number with the same 64 bits.
   std::int64_t integer() const noexcept;
   /// The value of a Real.
   double real() const noexcept;

@@ -9,9 +9,9 @@
 
 namespace zn {
 
-/// Converts the digits of a text to bytes for the decoder. Converts one run at a time, so that only
-/// one run is in memory. Digits may be in upper or lower case. White space may be between any two
-/// digits. The text must outlive the feed.
+/// Converts the digits of a text to bytes, which inflateStream() reads. Converts one run of at most
+/// 8 KiB at a time, so that only one run is in memory. Digits may be in upper or lower case. White
+/// space may be between any two digits. The text must outlive the feed.
 class HexFeed final : public ByteFeed {
  public:
   /// Creates a feed for the `size` characters at `text`.
@@ -19,8 +19,8 @@ class HexFeed final : public ByteFeed {
   // time
   HexFeed(const unsigned char* text, std::size_t size) : text_(text), textEnd_(text + size) {}
 
-  /// Sets the observer, which may be null. It is called before each run of at most 8 KiB of the
-  /// stream. next() throws the exceptions of the observer.
+  /// Sets the observer, which may be null. Each call of next() calls the observer before it
+  /// converts a run. An exception of the observer ends next().
   void setObserver(RunObserver* observer) { observer_ = observer; }
 
   /// Sets `bytes` to the next run of complete bytes and returns its size. The input ends at the end

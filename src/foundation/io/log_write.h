@@ -1,4 +1,4 @@
-// Writes messages that are already formatted to the log. Internal.
+// Writes messages to the log. The messages are already formatted. Internal.
 #pragma once
 
 #include <vsa/foundation/log.h>

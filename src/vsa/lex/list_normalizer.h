@@ -18,8 +18,8 @@ struct NormalizedList {
   char* to;          ///< One past the last byte written.
 };
 
-/// The maximum number of bytes after the output that are overwritten. The kernels store whole
-/// vectors, which may be longer than the rest of the output.
+/// The maximum number of bytes after the output that are overwritten. Some implementations of
+/// normalizeList() store eight or more bytes at once, even if the rest of the output is shorter.
 inline constexpr std::size_t NORMALIZER_SLACK = 16;
 
 /// Copies number characters from [from, end) to `to`. Replaces each run of blanks, line ends and
@@ -31,8 +31,10 @@ inline constexpr std::size_t NORMALIZER_SLACK = 16;
 /// must have a capacity of end - from + NORMALIZER_SLACK bytes.
 NormalizedList normalizeList(const char* from, const char* end, char* to);
 
-/// The kernels of normalizeList, which selects one of them by processor. All kernels give the same
-/// result. This kernel runs on every processor.
+// The kernels. normalizeList() calls one of them, depending on the processor. All kernels give the
+// same result.
+
+/// Runs on every processor.
 NormalizedList normalizeListPortable(const char* from, const char* end, char* to);
 #if VSA_LIST_NORMALIZER_HAS_VECTORS
 /// Requires cpuHasSse42().

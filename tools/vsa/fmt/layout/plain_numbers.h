@@ -118,14 +118,14 @@ void forEachNumber(std::string_view numbers, const Function& function) {
   }
 }
 
-/// Some whole numbers, each with the separators after it.
+/// Some complete numbers, each with the separators after it.
 struct NumberBlock {
   std::string_view text;
   std::size_t count;
 };
 
-/// Returns the first numbers in a result of plainNumbers(): whole numbers of about 4 KB, or all
-/// numbers if there are fewer.
+/// Returns the first numbers in a result of plainNumbers(): about 4 KB of complete numbers, or all
+/// numbers if they take less.
 inline NumberBlock firstNumbers(std::string_view numbers) {
   constexpr std::size_t BLOCK_BYTES = 4096;
   constexpr std::size_t STEP = 64;

@@ -25,8 +25,8 @@ constexpr std::uint64_t MAX_MISSING = 4096;
 struct Gap {
   std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
-  std::string_view next;       // the index in the text that first skipped elements
-  PathKey name = 0, node = 0;  // keys of the node: `node` is from NodeGenerations
+  std::string_view next;       // the first index that skipped elements, a part of the text
+  PathKey name = 0, node = 0;  // the key of the node's name, and its key in NodeGenerations
 };
 
 /// What the statements so far show about an array.
