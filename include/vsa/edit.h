@@ -12,11 +12,12 @@
 // of the change: see EditError.
 //
 // If the input or member exists already, add() returns it unchanged. set() replaces the value. If
-// the new value has another type, set() also replaces the type. It fails instead if the type of the
-// input is declared.
+// the new value has another type, set() also replaces the type. There is one exception: if the node
+// type declares another type for the input, set() fails with DeclaredType.
 //
 // Views and ranges stay usable after a change. If a node or input is removed, the memory of its
-// values is freed at once. Its object, 48 to 64 bytes, is freed with the scene.
+// values is freed at once. The object itself is freed with the scene: 48 bytes for an input, 64 for
+// a node.
 #pragma once
 
 #include <array>

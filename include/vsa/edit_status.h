@@ -32,9 +32,14 @@ enum class EditError : std::uint8_t {
   NotANumber,    ///< A number is a NaN that no text can represent: see checkReal and checkNumbers.
   NulCharacter,  ///< The string, the comment or the time contains a NUL.
   BadElementType,  ///< Arrays cannot have this element type. For references, use the type Null.
-  BadBufferType,   ///< Buffers cannot have this type, or the elements of the array must be buffers.
-  BufferSize,      ///< The bytes are not whole elements, or the numbers have another type.
-  BadComment,      ///< The comment contains a line end or a byte 0xFF.
+  /// Buffers cannot have this type. Or the change would add elements without a buffer to an array
+  /// of buffers.
+  BadBufferType,
+  /// The bytes or numbers do not fill whole elements, or the type of the numbers is not that of the
+  /// buffer's elements. Or Input::setBuffer got a null pointer as the memory of elements, or a
+  /// count that is too large.
+  BufferSize,
+  BadComment,         ///< The comment contains a line end or a byte 0xFF.
   BadVersionComment,  ///< The comment contains "version:" and no number after its first ":".
   /// The time begins or ends with white space, or it contains a line end, a byte 0xFF or
   /// "version:".

@@ -37,8 +37,9 @@ class VSA_API FileReplacement final : public Sink {
   /// to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
   /// Puts the new file in the place of the old one. Gives the new file the permissions of the old
-  /// file, waits until its bytes are on the disk, and renames it. If there is an old file, only the
-  /// owner can read the new file before it is renamed.
+  /// file, waits until its bytes are on the disk, and renames it. Before the new file has these
+  /// permissions, only its owner can read it, because the old file may be protected from other
+  /// users. If there is no old file, the new file has the default permissions from the start.
   bool replace();
 
   /// The reason why a function returned false, as a message for people.
@@ -51,7 +52,7 @@ class VSA_API FileReplacement final : public Sink {
   bool fail(const char* what);
 
   std::filesystem::path target_;
-  std::filesystem::path temporary_;  // the new file; empty if the target itself is open
+  std::filesystem::path temporary_;  // the new file; empty if the bytes go to `target_` directly
   int file_ = -1;
   std::string error_;
 };

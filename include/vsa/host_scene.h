@@ -166,7 +166,8 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   std::map<std::string, std::unique_ptr<HostOutput>, std::less<>> outputs_;
 };
 
-/// A scene that contains nodes with different names. One thread at a time may read into it.
+/// A scene of a host. No two of its nodes have the same name. One thread at a time may read into
+/// it.
 class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
  public:
   /// An empty scene.

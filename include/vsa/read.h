@@ -38,9 +38,9 @@
 
 namespace vsa {
 
-/// A source of a text that is neither a file nor in memory, such as an archive, a socket or a
-/// decoder. The host owns the object. If one of its functions throws an exception, the reading ends
-/// with ReadStatus::HostException.
+/// A source of a text that is neither a file nor in memory, such as an archive, a socket or the
+/// output of a decompressor. The host owns the object. If one of its functions throws an exception,
+/// the reading ends with ReadStatus::HostException.
 class VSA_API Source {
  public:
   virtual ~Source() = default;
@@ -82,8 +82,8 @@ struct AppliedCounts {
   /// The number of references and connections that were resolved, including references to no node
   /// (`null`). It is 0 if `linksResolved` is false.
   std::uint64_t links = 0;
-  /// Whether the reader has read the whole text and resolved its links. Single links may have
-  /// failed.
+  /// Whether the reader has read the whole text and tried to resolve each of its links. Links to
+  /// nodes or outputs that do not exist were not made.
   bool linksResolved = false;
 };
 
@@ -106,7 +106,8 @@ struct [[nodiscard]] ReadOutcome {
   std::uint64_t errorCount = 0;
   /// The number of warnings that were found, kept or not.
   std::uint64_t warningCount = 0;
-  /// The number of bytes of the text that were read. The reader reads up to three tokens ahead.
+  /// The number of bytes of the text that were read. It includes the lookahead: up to three tokens
+  /// that the parser has not consumed.
   std::uint64_t bytesRead = 0;
   /// What the reading applied to the scene.
   AppliedCounts applied;
@@ -115,8 +116,8 @@ struct [[nodiscard]] ReadOutcome {
   std::vector<SkippedBuffer> skippedBuffers;
   /// The exception of the host's scene, source or callback, if `status` is HostException. If
   /// `status` is OutOfMemory, it is the std::bad_alloc that the library or the host threw. An
-  /// exception that a scene throws while a text is read also causes a diagnostic, HostError. Its
-  /// range is the statement.
+  /// exception that a scene throws while a text is read also causes a diagnostic, HostError. The
+  /// range of this diagnostic is the statement.
   std::exception_ptr exception;
 
   /// Whether the whole text was read and its links were resolved.

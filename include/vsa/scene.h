@@ -52,7 +52,8 @@ class VSA_API Scene {
   Status removeNode(NodeView node) noexcept;
 
   // The header of the file. A text contains version and time as comments, so these functions also
-  // change the comments of the scene. After OutOfMemory, comments may be missing.
+  // change the comments of the scene. A function that fails with OutOfMemory may have removed
+  // comments.
 
   /// Sets the version. The comment "# version: N" replaces the first comment that contains
   /// "version:". All further comments with "version:" are removed. If no comment contains

@@ -49,7 +49,7 @@ enum class SyntaxKind : std::uint8_t {
   Parens,       ///< `(...)`
   Braces,       ///< `{...}`
   Brackets,     ///< `[...]`
-  Punctuation,  ///< One of . , : ; ' / \ = + * and the vertical bar.
+  Punctuation,  ///< One of these characters: . , : ; ' / \ = + * |
 };
 
 /// Returns the name of a kind in kebab case, such as "end-of-text". Returns "unknown" for any other
@@ -176,8 +176,8 @@ VSA_API const char* name(StatementKind kind) noexcept;
 
 /// A statement: all tokens up to a semicolon or a colon, or one comment that is not inside a
 /// statement. A statement is Malformed if there is a comment inside it, or if the text ends inside
-/// it. The reader splits a statement with more than 65536 tokens or more than 16 MiB of names, so
-/// that its memory is limited. Each part is Malformed.
+/// it. The reader splits a long statement, so that its memory is limited: after 65536 tokens, and
+/// for a text from a Source also after 16 MiB of characters. Each part is Malformed.
 struct SyntaxStatement {
   /// The kind of the statement.
   StatementKind kind = StatementKind::Malformed;

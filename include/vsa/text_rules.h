@@ -35,11 +35,11 @@ VSA_API Status checkString(TextParameter text) noexcept;
 
 /// Checks whether a buffer of this type can contain these bytes. Returns None, BadBufferType,
 /// BufferSize or NotANumber. For floats and doubles, the time is proportional to the number of
-/// bytes.
+/// bytes, because each number may be a NaN.
 VSA_API Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept;
 
-/// Checks a comment with or without its "#". Returns None, BadComment, NulCharacter or
-/// BadVersionComment.
+/// Checks a comment with or without its "#". Returns None, BadComment, NulCharacter,
+/// BadVersionComment or OutOfMemory.
 VSA_API Status checkComment(TextParameter comment) noexcept;
 
 /// Checks a time. Returns None, NulCharacter or BadTime. An empty time is allowed and means no

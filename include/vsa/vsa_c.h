@@ -85,8 +85,8 @@ typedef struct vsa_progress {
   uint64_t links_total;    /* links of the text; 0 until the whole text has been read */
 } vsa_progress;
 
-/* No limit. In `memory_bytes` it means the default limit. In `bytes_total` it means that the size
- * of the text is not known. */
+/* The value of a limit that is never exceeded. There are two exceptions: in `memory_bytes` it means
+ * the default limit, and in `bytes_total` it means that the size of the text is not known. */
 #define VSA_UNLIMITED UINT64_MAX
 
 /* The options of one reading. Call vsa_options_init first, and then change members. */

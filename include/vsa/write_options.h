@@ -37,7 +37,7 @@ enum class LinkPlace : std::uint8_t {
 enum class BufferForm : std::uint8_t {
   /// As a list of numbers.
   Plain,
-  /// As a compressed block.
+  /// As a compressed text: see vsa/foundation/decompress.h.
   Compressed,
 };
 

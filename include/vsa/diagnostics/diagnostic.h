@@ -20,8 +20,9 @@ struct Diagnostic {
 
   /// The id of the message.
   DiagnosticId id = DiagnosticId::HostError;
-  /// The message without its kind and position. It contains text of the input unchanged. Such text
-  /// may contain line ends and control characters, may have any length, and may be invalid UTF-8.
+  /// The message without its kind and position. It can contain parts of the text that is read.
+  /// These parts are unchanged: they may contain line ends and control characters, may have any
+  /// length, and may be invalid UTF-8.
   String text;
   /// The position of the message: line and column, both counted from 1. Columns count bytes. Both
   /// numbers are 0 before the first token, and if `hasPosition` returns false.

@@ -8,7 +8,7 @@
 //   kind      the label before the position; empty for messages without a position
 //   position  a PositionOf: which line and column the message has
 //   format    the message without kind and position, a printf format; counts and
-//             indices are printed as 64-bit numbers, because a text may contain any number
+//             indices are printed as 64-bit numbers, because 32 bits are too few for them
 //   arguments the names of the values that the format prints, in the order of the format,
 //             separated by ", "; docs/messages.md says what each value is
 //

@@ -2,7 +2,7 @@
 // table.
 //
 // Every byte from 0x80 to 0xFE is a printable letter, so names, strings and comments may contain
-// UTF-8. The byte 0xFF marks the end of the input and is in no class.
+// UTF-8. The byte 0xFF marks the end of the text and is in no class.
 #pragma once
 
 #include <array>

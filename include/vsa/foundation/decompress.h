@@ -44,11 +44,11 @@ VSA_API std::pair<unsigned char*, std::size_t> decompress(const unsigned char* d
                                                           std::size_t size, String& error,
                                                           std::size_t expectedSize);
 
-/// Decompresses into the `expectedSize` bytes at `out`. Allocates no memory and never writes past
-/// `expectedSize`. `out` may be null if `expectedSize` is 0. On success, `length` is the number of
-/// bytes written. The function may set up to 32 bytes after them to zero. All other bytes do not
-/// change. On failure, `length` is 0, `error` is the message, and the contents of `out` are
-/// unspecified.
+/// Decompresses into the `expectedSize` bytes at `out`, and returns whether this succeeded.
+/// Allocates no memory and never writes past `expectedSize`. `out` may be null if `expectedSize` is
+/// 0. On success, `length` is the number of bytes of the result. The function may set up to 32 of
+/// the bytes after the result to zero. It does not change the others. On failure, `length` is 0,
+/// `error` is the message, and the contents of `out` are unspecified.
 VSA_API bool decompressInto(const unsigned char* data, std::size_t size, String& error,
                             unsigned char* out, std::size_t expectedSize, std::size_t& length);
 

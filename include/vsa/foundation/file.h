@@ -20,8 +20,9 @@ class OpenFile;
 class VSA_API ByteSource : public RefCounted {
  public:
   /// Writes up to `capacity` bytes to `to` and returns their number. `capacity` is 1 or more.
-  /// Returns 0 at the end and on an error. File may call the function again after it returned 0. If
-  /// the function reads from the File of this source, that File behaves as at its end.
+  /// Returns 0 at the end and on an error. The File may call the function again after a result of
+  /// 0. The function must not expect bytes from its own File: during the call, that File behaves as
+  /// if it were at its end.
   virtual std::size_t read(char* to, std::size_t capacity) = 0;
   /// The error message of a failed read; empty if no read has failed. After a failure, the message
   /// must not become empty again.
@@ -32,9 +33,10 @@ class VSA_API ByteSource : public RefCounted {
 /// a time may use them. The file is closed when its last handle is destroyed. A File that is not
 /// open behaves like an empty file. `failed` and `error` distinguish the two.
 ///
-/// During a parse, a host may read from the file through another handle, in a function of its
-/// scene, log sink or source. The read position is then right after the lookahead character of the
-/// lexer. The reader continues after the bytes that the host has read.
+/// While a text is read, the reader calls functions of the host's scene, log sink and source. They
+/// may read from the same file through another handle. They then get the bytes after the last
+/// character that the lexer has read, and the lexer continues after these bytes. The lexer reads
+/// one character ahead.
 class VSA_API File : public RefersTo<RefCounted> {
  public:
   /// A file that is not open.
@@ -70,8 +72,9 @@ class VSA_API File : public RefersTo<RefCounted> {
     const char* begin;
     const char* end;
   };
-  /// Returns the buffered bytes, which are the next results of `read`. Returns at least one byte,
-  /// or none at the end. They are valid until the next call of `read` or `fill`.
+  /// Returns the bytes that the next calls of `read` would return. If no byte is buffered, the
+  /// function first reads a block. The result is empty only at the end and on an error. The bytes
+  /// are valid until the next call of `read` or `fill`.
   Window fill();
   /// Skips the first `count` bytes of the last `fill`, or all of them if `fill` returned fewer.
   void skip(std::size_t count) noexcept;

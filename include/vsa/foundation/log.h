@@ -17,9 +17,9 @@ enum class LogLevel { Warning, Error };
 class VSA_API LogSink {
  public:
   virtual ~LogSink() = default;
-  /// Receives one message, without a line end of its own. It contains text of the input unchanged.
-  /// Such text may contain line ends and control characters, may have any length, and may be
-  /// invalid UTF-8.
+  /// Receives one message. The log adds no line end to it. A message can contain parts of the text
+  /// that is read. These parts are unchanged: they may contain line ends and control characters,
+  /// may have any length, and may be invalid UTF-8.
   virtual void write(LogLevel level, const String& text) = 0;
 };
 

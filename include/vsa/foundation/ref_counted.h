@@ -2,7 +2,8 @@
 // is deleted. String and File are such handles.
 //
 // Several threads may share an object if each thread has its own handle. If the C library reports
-// that the process has a single thread, counts change without atomic operations.
+// that the process has a single thread, the counts change without atomic operations, which would
+// only take longer.
 #pragma once
 
 #include <atomic>

@@ -23,8 +23,8 @@ namespace detail {
 /// The shared buffer of a String: a header, and after it either the characters and a NUL, or a
 /// pointer to them. The header is small because most texts are names of a few characters.
 class VSA_API StringBuffer final : public IRefCounted {
-  // The capacity and the place of the characters. It is the first member because it then shares a
-  // word with the handle count:
+  // Says how many characters there is room for, and where they are. It is the first member, so that
+  // it shares a word of memory with the handle count. Its values:
   //   0                  a pointer to the characters follows the header
   //   1 to IN_SLAB - 1   the characters follow the header; there is room for this many
   //   IN_SLAB + n        the same, but the header is n bytes after the start of a slab, and the
@@ -42,7 +42,7 @@ class VSA_API StringBuffer final : public IRefCounted {
   /// Creates a buffer of `bytesFor(length)` bytes at `place`. `offset` is the distance in bytes
   /// from the start of the slab to `place`. See string_slab.h.
   static StringBuffer* makeInSlab(void* place, std::uint32_t offset, std::size_t length) noexcept;
-  /// The bytes of a buffer with `length` characters and a NUL. The result is a multiple of 8.
+  /// The size in bytes of a buffer with `length` characters and a NUL: a multiple of 8.
   static constexpr std::size_t bytesFor(std::size_t length) noexcept;
 
   /// The characters.
@@ -83,7 +83,8 @@ constexpr std::size_t StringBuffer::bytesFor(std::size_t length) noexcept {
 /// memory throw std::bad_alloc. Several threads may share a text if each has its own handle.
 class VSA_API String : public RefersTo<IRefCounted> {
  public:
-  /// The radix of the integer conversions. All integers in texts are decimal.
+  /// The radix of an integer that `parse` converts. Decimal is the only one, because all integers
+  /// in texts are decimal.
   enum class Radix : int { Decimal = 0 };
 
   /// The result of `find` if there is no such character.
@@ -186,7 +187,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
   // Formatting with the conventions of printf. The result can have any length. %n and unknown
-  // conversions are copied unchanged. Pass text of the input as an argument, never as the format.
+  // conversions are copied unchanged. Never use a text from a file as the format, because it may
+  // contain conversions: pass it as an argument.
 
   /// Returns the formatted text.
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
@@ -195,8 +197,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
 
   // Conversions. A function succeeds if the whole text is a value of the target type, apart from
   // white space at both ends. It then stores the value and returns true. Otherwise it returns false
-  // and does not change the target. There is one exception: a tuple or colour may be partly
-  // written.
+  // and does not change the target. Tuples and colours are exceptions in two ways: words after the
+  // last number are ignored, and a function that fails may have written a part of the target.
 
   /// Converts a boolean: "true" or "false", in any letter case.
   static bool parse(const String& text, bool& out);

@@ -1,5 +1,5 @@
-// Vector: contiguous elements in the order of insertion. Its first capacity is 2, and it doubles
-// when the vector is full.
+// Vector: contiguous elements in the order of insertion. The first element sets the capacity to 2,
+// except after a call of `reserve`. A full vector doubles its capacity.
 #pragma once
 
 #include <algorithm>
@@ -20,7 +20,7 @@ template <class T>
 inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
 /// Owns elements of type T. The three members are public, so that a host can access the elements
-/// directly. A host must only read these members. Pointers to elements are valid until the vector
+/// directly. A host must not change these members. Pointers to elements are valid until the vector
 /// grows or is destroyed, or until `reserve` is called. If memory runs out, a function throws
 /// std::bad_alloc and the vector does not change. There is one exception: `reserve` with a smaller
 /// capacity removes the last elements before it allocates memory.

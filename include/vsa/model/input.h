@@ -68,8 +68,8 @@ class VSA_API Input : public interfaces::IInput {
   /// The member with this name, or null.
   Input* memberNamed(std::string_view name) const noexcept;
 
-  // Changes that no statement of a text makes. An input that they remove takes 48 bytes until the
-  // scene is destroyed. The memory of its values is freed at once.
+  // Changes that no statement of a text makes. If they remove an input, the memory of its values is
+  // freed at once. The object of the input takes 48 bytes, which are freed with the scene.
 
   /// Frees the value and removes all elements and members. The type is then Null. The connection of
   /// the input stays.
@@ -103,8 +103,9 @@ class VSA_API Input : public interfaces::IInput {
   /// nothing if the input has neither this type nor type Null.
   void set(const AttrData& structure) override = 0;
   /// Takes ownership of the memory of `value` and frees the memory of the previous value. A short
-  /// string is copied into memory of the scene, and its own memory is freed. An Object value has no
-  /// effect. If the type of the value is not the type of the input, the value is only freed.
+  /// string is copied into memory of the scene, and its own memory is freed. An input of type Null
+  /// first takes the type of the value. If the types still differ, the function only frees the
+  /// value. A value of type Object has no effect.
   void assign(const AttrData& value) override = 0;
   /// Connects the input to an output of the same scene. Type and value do not change.
   void connect(interfaces::IOutput* output) override = 0;

@@ -43,16 +43,17 @@ class VSA_API Node : public interfaces::INode {
   Input* inputNamed(std::string_view name) const noexcept;
 
   /// Removes `input`, an input of this node, and frees its values. Does nothing if `input` belongs
-  /// to another node. The memory of the input is valid until the scene is destroyed. The next
-  /// look-up of a declared input creates it again. Takes constant time for the last input, and time
+  /// to another node. The memory of the input is valid until the scene is destroyed. If the type of
+  /// the node declares the input, the next call of `hasInput`, `input`, `createInput` or
+  /// `createArray` with its name creates it again. Takes constant time for the last input, and time
   /// proportional to the number of inputs for all others.
   void removeInput(Input* input) noexcept;
 
   // The functions of INode. They do what the interface describes. The comments here describe what
   // this scene does in addition.
 
-  /// Returns true also for an input that the type of the node declares and that does not exist yet.
-  /// The first look-up creates it.
+  /// Returns whether the node has this input. If the type of the node declares the input and the
+  /// input does not exist yet, the function first creates it.
   bool hasInput(const String& name, AttrType type) override = 0;
   /// The input with this name, or null. If the type of the node declares the input and it does not
   /// exist yet, creates it.

@@ -44,8 +44,8 @@ class VSA_API Scene final : public interfaces::IScene {
   Node* nodeAt(std::uint64_t slot) const noexcept;
   /// The number of nodes that exist and were not removed.
   std::uint64_t nodeCount() const noexcept;
-  /// The node with this name, or null. The function stores nothing in the scene, so several threads
-  /// may call it at the same time. This does not apply to `findNode`.
+  /// The node with this name, or null. Unlike `findNode`, the function stores nothing in the scene.
+  /// Several threads may therefore call it at the same time.
   Node* nodeNamed(std::string_view name) const noexcept;
 
   // The header of the file.

@@ -52,12 +52,12 @@ struct Diagnostic {
   Severity severity = Severity::Error;
   /// Whether the problem ended the reading.
   bool endedReading = false;
-  /// The message without kind and position. Its bytes are those of the log line. It contains text
-  /// of the input unchanged. Such text may contain line feeds and control characters, may have any
-  /// length, and may be invalid UTF-8.
+  /// The message without kind and position, with the same bytes as in the log line. A message can
+  /// contain parts of the text that was read. These parts are unchanged: they may contain line
+  /// feeds and control characters, may have any length, and may be invalid UTF-8.
   std::string message;
-  /// The values that the message contains, in the order of `argumentNames(id)`. Their bytes are
-  /// those of the message. Numbers are decimal.
+  /// The values that the message contains, in the order of `argumentNames(id)`. They have the same
+  /// bytes as in the message. Numbers are decimal.
   std::vector<std::string> arguments;
   /// The limit that the text exceeded. It is set only for DiagnosticId::OverLimit.
   std::optional<Limit> limit;
@@ -69,15 +69,15 @@ struct Diagnostic {
   /// first token, and if the log line has no position.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
-  /// The path of the input with the problem. It begins with the name of the node, such as
-  /// "worktop.points[3]", and has the indices of the text. If an index is invalid, the path ends
+  /// The path of the input with the problem, such as "worktop.points[3]". It begins with the name
+  /// of the node. Its indices have the spelling of the text. If an index is invalid, the path ends
   /// before it. The path is empty if the problem concerns no input.
   std::string inputPath;
   /// The bytes that caused the problem. If something is missing in the text, the range is empty. If
   /// the bytes are not known, the range is the last byte of the token at which the parser detected
   /// the problem.
   TextRange range;
-  /// The index, from 0, of the number in its list, if the problem concerns one number of a list.
+  /// If the problem concerns one number of a list: the index of this number in the list, from 0.
   std::optional<std::uint64_t> numberIndex;
 
   /// Returns the line that the plain interface logs, such as "PARSE ERROR (4,9): invalid input

@@ -21,8 +21,8 @@ inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::m
 /// before the library allocates memory for the part of the text that exceeds the limit. There is
 /// one exception: a buffer that is too large does not end the reading. Its input gets an empty
 /// buffer of the element type, and the status at the end is OverLimit. The diagnostic contains the
-/// path of the input, the declared count, and how many numbers or compressed bytes the text
-/// contains.
+/// path of the input, the declared count, and how many numbers or compressed bytes the list of the
+/// buffer contains.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known in advance and exceeds the
   /// limit, nothing is read.
@@ -35,10 +35,13 @@ struct ReadLimits {
   ///
   /// If `memory` is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus
   /// the expanded size of compressed buffers. This is enough for every text whose buffers contain
-  /// as many numbers as they declare. This default limit has a second rule: all buffers of the text
-  /// together may use at most seven eighths of it. For this rule, a buffer counts even after the
-  /// text has replaced it. So the rule also limits the time that the reader needs to set the memory
-  /// of new buffers to zero.
+  /// as many numbers as they declare.
+  ///
+  /// A second rule applies to this default limit only: all buffers of the text together may use at
+  /// most seven eighths of it. The last eighth is for other objects, so that the reading can
+  /// continue after a buffer that is too large. For this rule, a buffer counts even after the text
+  /// has replaced it. Otherwise a text could replace a large buffer many times, and each time the
+  /// reader would need time to set the memory of the new buffer to zero.
   std::optional<std::uint64_t> memory = std::nullopt;
   /// Bytes of the elements of one buffer.
   std::uint64_t bufferBytes = UNLIMITED;

@@ -27,8 +27,10 @@ struct InputDeclaration {
 
 /// A former name and its current name.
 struct FormerName {
-  std::string former;   ///< The name in older texts.
-  std::string current;  ///< The name that replaces it. Current names are not translated again.
+  std::string former;  ///< The name in older texts.
+  /// The name that replaces it. It is not translated again, even if it is the former name of
+  /// another input or output.
+  std::string current;
 };
 
 /// A declared node type.

@@ -5,14 +5,17 @@
 // as long as the scene, including removed nodes and their inputs. The reader deletes nothing.
 //
 // Errors: every function may throw. A std::runtime_error stops the parse, and its message is logged
-// as an error. Any other exception propagates out of the entry point. A function that creates an
-// object may return null if it does not create one.
+// as an error. Any other exception propagates out of the entry point. A scene can refuse to create
+// an object: the function then returns null.
 //
-// Requirements: the address of an object must not change. The type of an input must not change,
-// except from Null to Object or Node. Names have the spelling of the text. Former names of inputs
-// and outputs are translated before the call. The reader does not limit the size of arrays or the
-// nesting depth of inputs, but a scene may. All calls come from the thread that called the entry
-// point.
+// Requirements: the address of an object must not change. The type of an input must not change.
+// There is one exception: an input of type Null becomes an Object when it gets a member, and a Node
+// when it gets a reference.
+//
+// Names have the spelling of the text. There is one exception: the reader replaces former names of
+// inputs and outputs by the current names before the call. The reader does not limit the size of
+// arrays or the nesting depth of inputs, but a scene may. All calls come from the thread that
+// called the entry point.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +36,8 @@ class VSA_API IOutput {
   ~IOutput() = default;
 };
 
-/// The strings that an input of type String should have.
+/// The strings that are expected as the value of an input of type String. The reader logs a warning
+/// for any other string, but assigns it.
 class VSA_API IEnumeration {
  public:
   /// Whether the enumeration has no values. Such an enumeration allows every string.
@@ -49,7 +53,8 @@ class VSA_API IEnumeration {
 /// An input of a node, an element of an array or a member of an object, with its value.
 class VSA_API IInput {
  public:
-  /// The type of the value. It is Null until a value, a member or a reference is set.
+  /// The type of the value. It is Null, for example, if the input only has a connection. The
+  /// requirements above say how a type of Null changes.
   virtual AttrType type() const = 0;
   /// The name of the type, for messages.
   virtual String typeName() const = 0;
@@ -57,16 +62,16 @@ class VSA_API IInput {
   virtual String path() const = 0;
   /// Whether the value of the input is a buffer with a known element type. `flag` is always false.
   virtual bool holdsBuffer(bool flag) const = 0;
-  /// The enumeration of the input, or null if it has none. If a string is not in the enumeration,
-  /// the reader assigns it and logs a warning.
+  /// The enumeration of the input, or null if it has none.
   virtual const IEnumeration* enumValues() const = 0;
   /// The AttrType of the elements of an array. It is Null while it is not set.
   virtual AttrType elementType() const = 0;
   /// The DataType of the elements of a buffer. It is Null while it is not set.
   virtual DataType bufferType() const = 0;
   /// Appends one element with the default value of the array's element type. If `count` is not
-  /// greater after the call, the statement is an error. A text may contain any index, so a scene
-  /// with a limit throws an exception here.
+  /// greater after the call, the statement is an error. A text may contain any index, and the
+  /// reader appends elements until the index exists. A scene that limits their number throws an
+  /// exception here.
   virtual void appendElement() = 0;
   /// Whether the input is an array. `flag` is always false.
   virtual bool isArray(bool flag) const = 0;
@@ -83,8 +88,8 @@ class VSA_API IInput {
   /// Creates a member that is an array of `elementType`. The rules of `createInput` apply.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
   /// Returns whether there is a member with this name. `type` is always Null, which means any type.
-  /// The reader calls the function for arrays, too, with an index such as "[2]" as the name. An
-  /// array returns false.
+  /// The function must return false for an array: the reader calls it for arrays, too, and then
+  /// passes an index such as "[2]" as the name.
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
@@ -165,8 +170,8 @@ class VSA_API IScene {
   /// Creates a node, or returns null to create none. The reader calls the function only after
   /// `findNode(name)` returned null. `reserved` is always empty.
   virtual INode* createNode(const String& type, const String& name, const String& reserved) = 0;
-  /// Returns the node for a `define` statement, or null. The reader calls the function only after
-  /// `findNode(name)` returned null.
+  /// Creates the node of a `define` statement, or returns null to create none. The statement
+  /// contains no type. The reader calls the function only after `findNode(name)` returned null.
   virtual INode* defineNode(const String& name) = 0;
   /// Removes a node, so that `findNode` no longer returns it. The memory of the node and its inputs
   /// must stay valid, because the reader may have pointers to them. The scene defines what happens
@@ -175,15 +180,16 @@ class VSA_API IScene {
 
   // The header of the file.
 
-  /// Sets the version that a comment contains. The reader also calls it with VSX_FILE_VERSION_1
-  /// before it reads a file.
+  /// Sets the version that a comment contains. An entry point that resets the header also calls the
+  /// function with VSX_FILE_VERSION_1, before the first statement.
   virtual void setFileVersion(unsigned long long version) = 0;
-  /// Sets the time that a comment contains, with the spelling of the text. The reader also calls it
-  /// with an empty time before it reads a file.
+  /// Sets the time that a comment contains, with the spelling of the text. An entry point that
+  /// resets the header also calls the function with an empty time, before the first statement.
   virtual void setFileTime(const String& time) = 0;
   /// Appends a comment with its "#". The calls have the order of the text.
   virtual void pushFileComment(const String& comment) = 0;
-  /// Removes all comments.
+  /// Removes all comments. The reader calls the function only to reset the header, before the first
+  /// statement.
   virtual void clearComments() = 0;
 
  protected:

@@ -33,8 +33,8 @@ VSA_API std::string describe(BufferProblem problem, ElementType found, ElementTy
 }  // namespace detail
 
 /// The elements of a buffer as a contiguous range. An element is a `T`, or a `std::array<T, N>` if
-/// N > 1. The range is valid until the input gets another value. If the elements of the buffer have
-/// another type, the range is empty and problem() returns the reason.
+/// N > 1. The range is valid until the input with the buffer gets another value. If the elements of
+/// the buffer have another type, the range is empty and problem() returns the reason.
 template <class T, std::size_t N = 1>
 requires BufferElement<T, N>
 class TypedBuffer {
@@ -86,7 +86,8 @@ class TypedBuffer {
   ElementType found_ = ElementType::Null;
 };
 
-/// The elements of a buffer of any type. They are valid until the input gets another value.
+/// The elements of a buffer of any type. They are valid until the input with the buffer gets
+/// another value.
 class BufferView {
  public:
   /// The view of an input that does not exist.

@@ -8,12 +8,14 @@
 
 namespace vsa {
 
-/// A random-access range. Its i-th value is `source(i)`. Source is a small copyable class with a
-/// member type `Value`. If an index does not exist, `source` returns a missing view or an empty
-/// text. Each iterator contains a copy of the source, so it stays valid after the range is
-/// destroyed. The size does not change after construction: if an object is removed later, its view
-/// is missing. The class does not derive from std::ranges::view_interface, because clang 14 cannot
-/// compile this.
+/// A random-access range of views, or of texts. Its i-th value is `source(i)`. Source is a small
+/// copyable class with a member type `Value`. If there is no object with this index, `source`
+/// returns a missing view (see view.h) or an empty text. Each iterator contains a copy of the
+/// source, so it stays valid after the range is destroyed. The size does not change after
+/// construction. If objects are removed later, the last views of the range are therefore missing.
+///
+/// The class does not derive from std::ranges::view_interface, because clang 14 cannot compile such
+/// a class.
 template <class Source>
 class IndexRange {
  public:

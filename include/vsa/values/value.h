@@ -32,7 +32,7 @@ class Tuple {
 
   /// The type of the tuple.
   constexpr ValueType type() const noexcept { return type_; }
-  /// The components in the order of a text. Their number depends on the type.
+  /// The components, in the order in which a text lists them. Their number depends on the type.
   std::span<const double> components() const noexcept {
     return {components_.data(), zn::korvo_sdk::componentCount(type_)};
   }
@@ -85,10 +85,10 @@ inline Tuple mat4(std::span<const double, 16> rows) noexcept {
   return *Tuple::of(ValueType::Mat4, rows);
 }
 
-/// A parameter that is a Bool, Int, UInt, Real, String or tuple. It contains a copy of a number or
-/// a tuple. The characters of a string are not copied, and must exist as long as the object is
-/// used. A single character such as 'x' does not convert to a Value, because it could be a string
-/// or a number.
+/// A Bool, Int, UInt, Real, String or tuple, for parameters that accept all of these types. Numbers
+/// and tuples are copied. The characters of a string are not copied, and must exist as long as the
+/// object is used. A single character such as 'x' does not convert to a Value, because it could
+/// mean a string or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
@@ -112,7 +112,9 @@ class Value {
   constexpr Value(const Tuple& tuple) noexcept : type_(tuple.type()), tuple_(tuple) {}
   Value(std::nullptr_t) = delete;
 
-  /// The type of the value. Only the function below for this type returns the value.
+  /// The type of the value. It decides which function below returns the value: boolean() for a
+  /// Bool, integer() for an Int or UInt, real() for a Real, text() for a String, and tuple() for a
+  /// tuple. The other functions return false, 0, an empty text or null.
   constexpr ValueType type() const noexcept { return type_; }
   constexpr bool boolean() const noexcept { return boolean_; }
   constexpr std::int64_t integer() const noexcept { return integer_; }
