@@ -1,7 +1,7 @@
 // OutlineReader: reads the kind and the parts of each statement of a text. It creates no list of
 // tokens and counts no lines, and is therefore faster than a StatementReader. It is for programs
-// that read the statements of many texts, such as checkers. <vsa/syntax.h> has all tokens with
-// their positions.
+// that read the statements of many texts, such as checkers. Programs that need all tokens with
+// their positions use <vsa/syntax.h> instead.
 //
 //   vsa::OutlineReader statements("sphere ball: .radius = 1.0;");
 //   vsa::StatementOutline statement;
@@ -47,8 +47,9 @@ struct StatementOutline {
   std::string_view brackets;
   /// The list of a tuple or buffer with its brackets.
   std::string_view list;
-  /// The number of elements of a simple list. Such a list has at most 256 bytes, and contains only
-  /// numbers separated by single blanks. For any other list, the number is 0.
+  /// The number of elements of a simple list. A list is simple if it has at most 256 bytes and
+  /// contains only numbers separated by single blanks. For any other list, this member is 0, and a
+  /// program can count the elements with ListReader.
   std::size_t plainElements = 0;
 
   /// Whether the statement has a path.

@@ -21,12 +21,12 @@ VSA_API bool isName(TextParameter text) noexcept;
 /// bracket lists may follow it. They are a part of the name, as in "colors[2]".
 VSA_API bool isOutputName(TextParameter text) noexcept;
 
-/// Checks the value of a Real. Returns None, PlusInfinity or NotANumber. Only one NaN is allowed:
-/// "-nan", with the bits 0xFFF8000000000000.
+/// Checks the value of a Real. Returns None, PlusInfinity or NotANumber. Minus infinity is allowed.
+/// Only one NaN is allowed: "-nan", with the bits 0xFFF8000000000000.
 VSA_API Status checkReal(double value) noexcept;
 
-/// Checks the numbers of a tuple. Returns None or NotANumber. Two NaNs are allowed: the NaN of
-/// checkReal and the same NaN with the sign bit 0.
+/// Checks the numbers of a tuple. Returns None or NotANumber. Both infinities are allowed. Two NaNs
+/// are allowed: the NaN of checkReal and the same NaN with the sign bit 0.
 VSA_API Status checkNumbers(std::span<const double> numbers) noexcept;
 
 /// Checks the characters of a string. Returns None or NulCharacter. All bytes except NUL are

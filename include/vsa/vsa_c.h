@@ -63,8 +63,8 @@ typedef enum vsa_status {
                        * the index given to vsa_load_buffer is too large */
 } vsa_status;
 
-/* The limits that can end a reading. Members of vsa_options set all of them, except
- * VSA_LIMIT_EMPTY_ELEMENTS. */
+/* The limits that a text can exceed. Members of vsa_options set them. There is one exception:
+ * VSA_LIMIT_EMPTY_ELEMENTS is a fixed limit. */
 typedef enum vsa_limit {
   VSA_NO_LIMIT,
   VSA_LIMIT_TEXT_BYTES,

@@ -45,8 +45,8 @@ struct WriteProblem {
   std::string input;
   /// The reason why no text can represent it, as a message for people.
   std::string reason;
-  /// Whether a lossy text contains another value in its place. If false, a lossy text contains
-  /// neither this node or input nor anything inside it.
+  /// Whether a lossy text (see WriteOptions::lossy) contains another value instead. If false, a
+  /// lossy text leaves out this node or input and everything inside it.
   bool isReplaced = false;
 };
 
@@ -55,7 +55,7 @@ enum class WriteStatus : std::uint8_t {
   /// The text was written. If WriteOptions::lossy is set, `problems` lists what the text does not
   /// represent.
   Written,
-  /// No text can represent something in the scene. Nothing was written.
+  /// The scene contains something that no text can represent. Nothing was written.
   NotCarried,
   /// The file could not be written, or the sink returned false. An existing file is unchanged.
   Unwritable,

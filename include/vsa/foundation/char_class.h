@@ -17,9 +17,11 @@ enum : std::uint8_t {
   LETTER = 4,      // A-Z a-z and 0x80..0xFE
   SPACE = 8,       // blank \t \n \v \f \r
   PRINTABLE = 16,  // 0x20..0x7E and 0x80..0xFE
-  NUMBER = 32,     // can follow the first character of a number: + - . A-F I N U a-f i n u 0-9
-  NAME = 64,       // can follow the first character of an identifier: letters, digits, _
-  WHITE = 128,     // skipped between tokens: white space, and unprintable bytes other than 0xFF
+  // can follow the first character of a number, as in 1.5e-3, 2f, 12u, -inf and -nan:
+  // + - . A-F I N U a-f i n u 0-9
+  NUMBER = 32,
+  NAME = 64,    // can follow the first character of an identifier: letters, digits, _
+  WHITE = 128,  // skipped between tokens: white space, and unprintable bytes other than 0xFF
 };
 
 namespace detail {

@@ -156,8 +156,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// than the length. Characters at indices above the largest int are not found: use `view()` to
   /// search longer texts.
   int find(char c, bool ignoreCase, std::size_t from) const noexcept;
-  /// Compares the texts without regard to case. The result is negative, 0 or positive if this text
-  /// sorts before, equal to or after `s`.
+  /// Compares the texts without regard to case. The result is negative if this text sorts before
+  /// `s`, positive if it sorts after `s`, and 0 if both are equal.
   int compareNoCase(const String& s) const noexcept;
   /// Returns the text after the first `c`, or the empty text if there is no `c`.
   String fromFirst(char c, bool ignoreCase) const;

@@ -18,7 +18,7 @@ inline constexpr std::size_t MAX_COMPONENTS = 16;
 /// words. Further words are ignored. If there are fewer words, or if `count` is greater than
 /// MAX_COMPONENTS, the function returns false and does not change `out`. If a word is not a real,
 /// it returns false after it has converted the other words. The byte after the text must be
-/// readable.
+/// readable, such as the NUL of a String, because the function may read it, too.
 VSA_API bool parseTuple(std::string_view text, std::size_t count, double* out);
 
 /// Converts a colour and stores it in `out[0..4)`. The fourth word is the alpha. If there is no

@@ -42,7 +42,7 @@ class VSA_API Scene final : public interfaces::IScene {
   /// The node with this index in the order of creation. It is null if the node was removed, or if
   /// `slot` is not less than `nodeSlots()`.
   Node* nodeAt(std::uint64_t slot) const noexcept;
-  /// The number of nodes that exist and were not removed.
+  /// The number of nodes, without removed ones.
   std::uint64_t nodeCount() const noexcept;
   /// The node with this name, or null. Unlike `findNode`, the function stores nothing in the scene.
   /// Several threads may therefore call it at the same time.

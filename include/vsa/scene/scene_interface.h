@@ -122,13 +122,14 @@ class VSA_API IInput {
   virtual void setNode(INode* node) = 0;
 
   // Reference counting. The reader stores pointers to inputs until it resolves their links after
-  // the last statement. An input that exists as long as its scene requires no count.
+  // the last statement. A scene can count these pointers. It need not count them if its inputs
+  // exist as long as the scene.
 
   /// Called for the first pending connection of an input and for its first pending reference. An
   /// input with both gets two calls.
   virtual void retain() {}
-  /// Called once for each call of `retain`, after the links were resolved. It is not called if an
-  /// error stopped the parse.
+  /// Called once for each call of `retain`, after the links were resolved. There is one exception:
+  /// if an error stopped the parse, the function is not called.
   virtual void release() {}
 
  protected:
