@@ -22,11 +22,12 @@ class VSA_API BackLinks {
   /// Throws std::bad_alloc.
   explicit BackLinks(SceneView scene);
 
-  /// Returns the inputs that refer to `node` or are connected to one of its outputs. They have the
-  /// order in which their nodes were created. Within a node, inputs and members have the order of
-  /// their creation, and elements have the order of their indices. An input that refers to the node
-  /// and is also connected to it is listed twice. The result is empty if `node` is missing, was
-  /// removed or belongs to another scene. It is valid as long as this object exists.
+  /// Returns the inputs that refer to `node` or are connected to one of its outputs. Inputs of
+  /// nodes that were created earlier come first. Within a node, inputs and members have the
+  /// order of their creation, and elements have the order of their indices. An input with both a
+  /// reference to `node` and a connection to one of its outputs is listed twice. The result is
+  /// empty if `node` is missing, was removed or belongs to another scene. The result is valid as
+  /// long as this object exists.
   std::span<const InputView> of(NodeView node) const noexcept;
 
  private:

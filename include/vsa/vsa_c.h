@@ -110,8 +110,8 @@ typedef struct vsa_options {
   int skips_buffers; /* if not 0, buffers are not converted and stay empty: see vsa_load_buffer */
 
   /* The names and the types of the nodes to keep, each with a NUL at its end. A node is kept if its
-   * name or its type is in the lists. If both lists are empty, all nodes are kept. The statements
-   * of other nodes are only checked. */
+   * name or its type is in the lists. The statements of all other nodes are only checked. There is
+   * one exception: if both lists are empty, all nodes are kept. */
   const char* const* wanted_names;
   size_t wanted_name_count;
   const char* const* wanted_types;

@@ -106,12 +106,14 @@ struct ReadOptions {
   /// What the reader does with buffer literals.
   BufferMode buffers = BufferMode::Read;
   /// The names and the types of the nodes to keep. A node is kept if its name is in `wantedNames`
-  /// or its type is in `wantedTypes`. Letter case matters. If both lists are empty, all nodes are
-  /// kept. All other nodes are dropped: their statements are checked with the same diagnostics, and
-  /// have no effect. A link from a kept node to a dropped node is removed. If the scene already has
-  /// a node that the lists do not select, the node does not change. Statements for it are checked
-  /// as for a new node with its name and type. The limit of empty elements applies to kept nodes
-  /// and to dropped nodes separately.
+  /// or its type is in `wantedTypes`. Letter case matters. All other nodes are dropped: their
+  /// statements are checked with the same diagnostics, and have no effect. There is one exception:
+  /// if both lists are empty, all nodes are kept.
+  ///
+  /// A link from a kept node to a dropped node is removed. If the scene already has a node that the
+  /// lists do not select, the node does not change. Statements for it are checked as for a new node
+  /// with its name and type. The limit of empty elements applies to kept nodes and to dropped nodes
+  /// separately.
   std::vector<std::string> wantedNames;
   std::vector<std::string> wantedTypes;
 };
