@@ -38,8 +38,8 @@ inline Status checkInput(const zn::korvo_sdk::Input* input) noexcept {
   return input->isRemoved() ? EditError::Removed : checkNode(input->owner());
 }
 
-/// Checks whether `name` can be the name of an input of the node, or of a member inside it. Returns
-/// None, BadName or FormerName.
+/// Checks whether `name` can name an input that is added to the node, or a member that is added to
+/// an object inside the node. Returns None, BadName or FormerName.
 inline Status checkInputName(const zn::korvo_sdk::Node& node, std::string_view name) {
   if (!isName(name)) return EditError::BadName;
   if (!zn::korvo_sdk::anyNodeTypes()) return {};

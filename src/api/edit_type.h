@@ -16,11 +16,12 @@ Status checkValue(const Value& value) noexcept;
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 /// Checks whether the input can have a buffer whose elements have this type. Returns the same
-/// errors.
+/// results as checkTakes.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
-/// Removes the value of the input if the type of the value is not `type`. The type of the input is
-/// then Null. Call this function after `checkTakes` has returned None for the type.
+/// Prepares the input for a value of type `type`: removes the current value if it has another type.
+/// The type of the input is then Null. Call this function after `checkTakes` has returned None for
+/// `type`.
 void makeReadyFor(zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
 }  // namespace vsa::detail

@@ -104,8 +104,8 @@ void emit(const Diagnostic& diagnostic);
 /// Whether this thread has a sink to which `emit` reports diagnostics.
 bool isReported();
 
-/// Reports and logs the error that stopped a parse. The diagnostic of a DiagnosticError is the one
-/// that it contains. For any other exception, it is a HostError.
+/// Reports and logs the error that stopped a parse. A DiagnosticError contains the diagnostic to
+/// report. For any other exception, the diagnostic is a HostError.
 void emitFatal(const std::runtime_error& error);
 
 /// Emits messages that have the same position.

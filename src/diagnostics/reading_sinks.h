@@ -9,12 +9,12 @@ namespace zn::korvo_sdk {
 
 /// A sink for the diagnostics of a reading. While it is installed, diagnostics are not formatted as
 /// lines and not logged. An exception that this sink throws has the same effect as an exception of
-/// a LogSink.
+/// a LogSink (see <vsa/foundation/log.h>).
 class RecordSink : public DiagnosticSink {
  public:
   /// Called before the reader formats a diagnostic that does not stop the parse. Returns false to
-  /// drop the diagnostic. The sink must then have counted the diagnostic. Dropping saves time,
-  /// because a message may contain a path of any length.
+  /// drop the diagnostic. A sink that returns false must count the diagnostic itself. Dropping a
+  /// diagnostic saves the time to format its message, which may contain a path of any length.
   virtual bool wants(DiagnosticId id) = 0;
 };
 

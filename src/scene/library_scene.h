@@ -2,8 +2,9 @@
 // Internal.
 //
 // The reader calls a scene through its interface and does not depend on the library's own scene.
-// That scene therefore registers a function here, which recognises its objects. Its nodes never
-// change their names, an input is created without a second search, and memory can be prefetched.
+// That scene therefore registers a function here, by which the reader recognises it. The reader
+// then uses the functions below to create an input without a second search and to prefetch memory.
+// It also relies on the fact that the library's own scene never renames a node.
 #pragma once
 
 #include <cstdint>
@@ -14,9 +15,10 @@ namespace zn::korvo_sdk {
 
 class LibraryScene {
  public:
-  /// The input of that name, or null. `node` is a node of this scene.
+  /// Returns the input of that name, or null. `node` must be a node of this scene.
   virtual interfaces::IInput* findInput(interfaces::INode& node, const String& name) = 0;
-  /// Creates an input, or returns null to refuse. Call it only after findInput returned null.
+  /// Creates an input. Returns null if the scene refuses the input. Call it only after findInput
+  /// has returned null.
   virtual interfaces::IInput* addInput(interfaces::INode& node, const String& name,
                                        AttrType type) = 0;
 
@@ -32,7 +34,7 @@ class LibraryScene {
   ~LibraryScene() = default;
 };
 
-/// Returns the LibraryScene of a scene of the library, null for a host's scene.
+/// Returns the LibraryScene of a scene of the library. Returns null for a host's scene.
 using LibrarySceneOf = LibraryScene* (*)(interfaces::IScene& scene) noexcept;
 
 /// Sets the function that `libraryScene` calls. Every scene of the library sets the same function.

@@ -18,7 +18,8 @@ inline std::string_view between(const char* begin, const char* end) {
 SyntaxKind kindOfLiteral(std::string_view word) noexcept;
 inline SyntaxKind kindOfWord(std::string_view word) noexcept {
   if (word.size() != 4 && word.size() != 5) return SyntaxKind::Word;
-  // Most words of this size, such as the keywords of values, begin with another letter.
+  // A quick test of the first letter: most words of this size, such as the keyword `vec3`, are not
+  // `true`, `false` or `null`.
   const char first = static_cast<char>(word.front() | 0x20);
   const bool mayBeLiteral = first == 't' || first == 'f' || first == 'n';
   return mayBeLiteral ? kindOfLiteral(word) : SyntaxKind::Word;

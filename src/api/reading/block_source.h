@@ -1,4 +1,5 @@
-// Two sources of characters for a reading. Both notify an observer of each block. Internal.
+// Two sources of characters for a reading. HostSource reads a source of the host. BlockSource
+// notifies an observer of each block. Internal.
 #pragma once
 
 #include <cstddef>
@@ -10,7 +11,8 @@
 
 namespace vsa {
 
-/// Reads a vsa::Source, and calls the observer before and after each read.
+/// Reads a vsa::Source of the host. An exception of that source ends the reading (see
+/// Ending::callHost).
 class HostSource final : public zn::ByteSource {
  public:
   /// `source` and `ending` must exist until the last read.

@@ -110,7 +110,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
   std::unique_ptr<DiagnosticRecorder> recorder_;
   std::optional<std::uint64_t> size_;
   Clock::time_point lastProgress_;
-  std::uint64_t recordedBytes_ = 0;  // how many bytes of kept diagnostics were charged
+  std::uint64_t recordedBytes_ = 0;  // the bytes of kept diagnostics that were counted as memory
   std::optional<Limit> refusedFor_;  // the limit that the first omitted buffer exceeds
   std::string refusal_;              // the message about that buffer
 };

@@ -6,9 +6,10 @@
 
 namespace zn::detail {
 
-/// The size of a block that has `bytes` bytes, except in the fuzzers. They define VSA_SMALL_BLOCKS,
-/// because AddressSanitizer maps a block of 64 KiB or more from the system and returns it
-/// afterwards. A power of two stays a power of two.
+/// Returns `bytes`, the wanted size of a block. In the fuzzers, returns at most 8 KiB. The fuzzers
+/// define VSA_SMALL_BLOCKS, because AddressSanitizer maps each block of 64 KiB or more from the
+/// system and unmaps it afterwards, which takes time. If `bytes` is a power of two, so is the
+/// result.
 constexpr std::size_t blockBytes(std::size_t bytes) noexcept {
 #if defined(VSA_SMALL_BLOCKS)
   return std::min(bytes, std::size_t{8192});

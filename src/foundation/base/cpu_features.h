@@ -1,7 +1,8 @@
 // Detects the instruction sets of the processor. Internal.
 //
-// Code with several kernels calls these functions to select a kernel at run time. One build
-// therefore runs on all processors.
+// Some functions have several implementations (kernels), each for another instruction set. They
+// call the functions of this header to select a kernel at run time. One build therefore runs on all
+// processors.
 #pragma once
 
 namespace zn {
@@ -12,8 +13,8 @@ bool cpuHasSse41();
 /// True if the processor is an x86 processor with SSE4.2 and POPCNT.
 bool cpuHasSse42();
 
-/// True if the processor is an x86 processor with AVX2, BMI, BMI2 and POPCNT, and the operating
-/// system saves the wide registers.
+/// True if the processor is an x86 processor with AVX2, SSE4.2, BMI, BMI2 and POPCNT, and the
+/// operating system saves the 256-bit registers of each thread.
 bool cpuHasAvx2();
 
 }  // namespace zn

@@ -10,8 +10,9 @@
 
 namespace zn {
 
-/// Receives regular calls during a decompression. An exception from beforeRun() ends the
-/// decompression.
+/// Is notified while a text is decompressed. beforeRun() is called before each run is read: a part
+/// of the text that represents at most 8 KiB of compressed data. An exception from beforeRun() ends
+/// the decompression.
 class RunObserver {
  public:
   virtual void beforeRun() = 0;

@@ -13,7 +13,8 @@ struct Code {
   std::vector<std::uint16_t> bits;
 };
 
-/// Returns the canonical code of the given lengths. The lengths must not be over-subscribed.
+/// Returns the canonical code of the given lengths. The lengths must not be over-subscribed: the
+/// sum of 2^-length over all codes must be at most 1.
 Code codeOfLengths(std::vector<std::uint8_t> lengths);
 
 /// Returns a complete code of at most `maxBits` bits. Symbols with a high frequency get short

@@ -9,9 +9,9 @@
 
 namespace zn {
 
-/// Converts the digits of a text to bytes, which inflateStream() reads. Converts one run of at most
-/// 8 KiB at a time, so that only one run is in memory. Digits may be in upper or lower case. White
-/// space may be between any two digits. The text must outlive the feed.
+/// Converts the digits of a text to the bytes that inflateStream() reads. Converts one run of at
+/// most 8 KiB of bytes at a time, so that only this run is in memory. Digits may be in upper or
+/// lower case. White space may be between any two digits. The text must outlive the feed.
 class HexFeed final : public ByteFeed {
  public:
   /// Creates a feed for the `size` characters at `text`.

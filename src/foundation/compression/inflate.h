@@ -32,7 +32,7 @@ enum class InflateStatus {
   // A header, block or code is invalid, the stream has a preset dictionary, or bytes follow the
   // stream.
   Corrupt,
-  // The Adler-32 at the end of the stream is not that of the output.
+  // The Adler-32 at the end of the stream differs from the checksum of the output.
   WrongChecksum,
   // The stream has more than `capacity` bytes of output.
   TooLarge,

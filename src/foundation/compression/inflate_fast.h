@@ -20,8 +20,8 @@ inline constexpr std::ptrdiff_t COPY_BYTES = 16;
 inline constexpr std::ptrdiff_t MAX_OVERSHOOT = 2 * COPY_BYTES;
 
 /// The number of bytes that one iteration of the loop may read and write. An iteration decodes up
-/// to three literals, or two literals and a match. It loads 8 bytes three times. Each load advances
-/// the input by up to 7 bytes.
+/// to three literals, or two literals and a match. It loads 8 bytes at most twice, and each load
+/// advances the input by up to 7 bytes. FAST_INPUT_BYTES would even suffice for three loads.
 inline constexpr std::ptrdiff_t FAST_INPUT_BYTES = 2 * 7 + 8;
 inline constexpr std::ptrdiff_t FAST_OUTPUT_BYTES = 3 + deflate_format::MAX_MATCH + MAX_OVERSHOOT;
 
@@ -30,17 +30,17 @@ constexpr std::uint64_t lowBits(std::uint64_t bits, unsigned count) {
   return bits & ((std::uint64_t{1} << count) - 1);
 }
 
-/// The bit buffer and the input of the loop. The next bit is the lowest bit of `bits`. The bits
-/// above `count` are those of the byte at `in`. They are already loaded, and a later refill counts
-/// them.
+/// The bit buffer and the input of the loop. The lowest bit of `bits` is the next bit of the
+/// stream. The lowest `count` bits are counted as loaded. The bits above them are already loaded,
+/// too, from the byte at `in`, and a later refill counts them.
 struct FastBits {
   std::uint64_t bits;
   unsigned count;
   const unsigned char* in;
 
   /// Loads 8 bytes. Afterwards the buffer contains 56 to 63 bits. `in` advances by the bytes that
-  /// fit as a whole, and `count` grows by their bits. As `count` is less than 64, `count | 56` is
-  /// the new count.
+  /// fit as a whole, and `count` grows by the bits of these bytes. The new count is 56 + count % 8.
+  /// This is `count | 56`, because `count` is less than 64.
   VSA_WRAPS_AROUND void refill() {
     bits |= detail::loadLittleEndian(in) << count;
     in += (63 - count) >> 3;
@@ -52,12 +52,12 @@ struct FastBits {
     count -= dropped;
   }
 
-  /// Returns the table entry for the next code. If the code is in a subtable, returns the entry of
-  /// the subtable.
+  /// Returns the table entry for the next code. If the code is in a subtable, returns the entry
+  /// that leads to the subtable.
   Entry peek(const Table& table) const { return table.slots[lowBits(bits, table.primaryBits)]; }
 
-  /// Returns the entry of a code in a subtable. `entry` is the entry of the subtable. Removes the
-  /// primary bits from the buffer.
+  /// Returns the entry of a code in a subtable. `entry` is the entry that leads to the subtable, as
+  /// returned by `peek`. Removes the primary bits from the buffer.
   Entry enterSubtable(const Table& table, Entry entry) {
     drop(droppedBits(entry));
     return table.slots[entryValue(entry) + lowBits(bits, codeBits(entry))];

@@ -13,7 +13,7 @@
 //   bits 16..30  the value: a literal byte, or the base of a length or distance
 //   bit  31      a literal byte
 //
-// In a subtable, both numbers of bits start after the primary bits.
+// In the entries of a subtable, both numbers of bits exclude the primary bits.
 #pragma once
 
 #include <cstddef>
@@ -44,7 +44,7 @@ inline constexpr unsigned LITLEN_PRIMARY_BITS = 11;
 inline constexpr unsigned DISTANCE_PRIMARY_BITS = 8;
 
 /// The number of slots that is sufficient for every set of codes. If a subtable has 2^k slots, its
-/// longest code has k bits after the primary bits. A complete set with such a code contains at
+/// longest code has k bits after the primary bits. A complete subtable with such a code contains at
 /// least k + 1 codes. Subtables therefore take at most 2^k / (k + 1) slots per symbol. k is at most
 /// MAX_CODE_BITS minus the number of primary bits. For the 288 literal/length symbols, k is at most
 /// 4, which gives 288 * 16 / 5 slots, less than 928. For the 32 distance symbols, k is at most 7,
@@ -67,10 +67,10 @@ enum class Alphabet { Litlen, Distance, CodeLength };
 /// MAX_CODE_BITS, or MAX_CODE_LENGTH_BITS for code lengths. `slots` must have LITLEN_SLOTS or
 /// DISTANCE_SLOTS entries. Both are sufficient for code lengths.
 ///
-/// Returns false if the set is over-subscribed or incomplete. Two incomplete sets are accepted,
-/// except for code lengths: a single code of one bit, and no code at all. Encoders write these sets
-/// for blocks with one distance or no distance. Bits that begin no code lead to an entry in which
-/// only NO_VALUE is set.
+/// Returns false if the set is over-subscribed (there are not enough codes of these lengths) or
+/// incomplete (some bits begin no code). Two incomplete sets are accepted, except for code lengths:
+/// a single code of one bit, and no code at all. Encoders write these sets for blocks with one
+/// distance or no distance. Bits that begin no code lead to an entry in which only NO_VALUE is set.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 

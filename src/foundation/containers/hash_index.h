@@ -63,9 +63,9 @@ class VSA_API HashIndex {
   /// Removes `position`. Does nothing if `position` is not under `hash`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
 
-  /// Reduces every position above `position` by one. Call it after the position was erased from the
-  /// index and its element was removed from the list. Takes time proportional to the size of the
-  /// index.
+  /// Reduces every position above `position` by one. Call it when the element at `position` is
+  /// removed from the list, after `position` was erased from the index. Takes time proportional to
+  /// the size of the index.
   void closePosition(std::uint64_t position) noexcept;
 
  private:

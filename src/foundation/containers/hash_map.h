@@ -83,8 +83,8 @@ class HashMap {
     return node != nullptr ? node->value : missing();
   }
 
-  /// Returns a value-initialised V. It is the result of a look-up that finds nothing. All maps of
-  /// these types return the same object.
+  /// Returns a value-initialised V. It is the result of a look-up that finds nothing. All maps with
+  /// the same K and V return the same object.
   static const V& missing() {
     static const V value{};
     return value;

@@ -57,8 +57,8 @@ class OpenFile final : public RefCounted {
   /// source throws, both pointers of the cursor are null. The cursor must be detached before it is
   /// destroyed.
   void attach(const Cursor& cursor);
-  /// The memory of the buffered bytes. If another handle to this memory exists, the next block is
-  /// read into new memory.
+  /// The memory of the buffered bytes. If another shared_ptr to this memory exists, the next block
+  /// is read into new memory.
   const std::shared_ptr<char[]>& block() const noexcept { return block_; }
   /// Sets the read position of the file to that of `cursor`, and both pointers of `cursor` to null.
   /// Does nothing if `cursor` is not attached.

@@ -40,9 +40,9 @@ inline constexpr int MAX_DIGITS = 19;
 using detail::multiply;
 using detail::Wide;
 
-/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent from -54 to 54.
-/// `reciprocal` doubles numbers of up to 5^54, and the result fits in 128 bits. Twice 5^55 does
-/// not.
+/// The largest exponent in POWERS_OF_FIVE. The table has a row for each exponent from -54 to 54. A
+/// larger exponent is not possible: `reciprocal` doubles a remainder that may be almost as large as
+/// the power of five. Twice 5^54 fits in 128 bits, but twice 5^55 does not.
 inline constexpr int MAX_TABLE_POWER = 54;
 
 constexpr Wide powerOfFive(int exponent) {

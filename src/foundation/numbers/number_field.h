@@ -35,7 +35,7 @@ inline uint64_t loadEight(const char* at) {
 }
 
 /// Returns the number of digits at the start of the word. The value of a digit is less than 10. The
-/// sum sets the highest bit of each larger byte, because 0x76 + 10 is 0x80.
+/// sum sets the highest bit of each byte of 10 or more, because 0x76 + 10 is 0x80.
 inline int leadingDigits(uint64_t word) {
   const uint64_t past = ((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word;
   return std::countr_zero(past & 0x8080808080808080) / 8;

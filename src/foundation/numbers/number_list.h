@@ -28,7 +28,7 @@ struct NumberRun {
 /// was converted. A list with from == end has no field. Throws nothing and allocates nothing.
 ///
 /// Instances: float, double, signed and unsigned char, short, int and long long. The function
-/// selects the kernel for the processor at run time.
+/// selects the implementation for the processor at run time.
 template <class Number>
 NumberRun readNumberRun(const char* from, const char* end, Number* out, size_t capacity);
 

@@ -1,8 +1,9 @@
-// The kernels of readNumberRun, one for each kind of processor. Internal.
+// The kernels of readNumberRun: one implementation for each kind of processor. Internal.
 //
-// A kernel converts only plain fields. It may read FIELD_WINDOW bytes from the start of each field.
-// number_list.cpp therefore passes the last fields of a list in a copy. number_text converts all
-// fields that are not plain.
+// A kernel converts only plain fields (see number_field.h). number_text converts all other fields.
+// A kernel may read FIELD_WINDOW bytes from the start of each field. After the last fields of a
+// list, fewer bytes may be readable. number_list.cpp therefore passes these fields in a copy, which
+// is followed by blanks.
 #pragma once
 
 #include <cstddef>

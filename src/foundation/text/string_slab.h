@@ -57,7 +57,7 @@ class StringSlabs {
  private:
   // The sizes of slabs. Slabs are small, because one text keeps its whole slab in memory. The first
   // slab is very small, so that a host that reads one statement at a time does not allocate a large
-  // slab for each.
+  // slab for each statement.
   static constexpr std::uint32_t MIN_SLAB_BYTES = 256;
   static constexpr std::uint32_t MAX_SLAB_BYTES = 16384;
   // The maximum size of a buffer in a slab. A longer buffer has its own allocation.

@@ -83,8 +83,8 @@ class NodeImpl final : public Node {
   std::unique_ptr<ColdMembers> cold_;
 };
 
-// A node fits into one cache line. Links look up nodes in random order, so each look-up costs only
-// one cache miss.
+// A node fits into one cache line, so that a look-up costs only one cache miss. This matters
+// because links look up nodes in random order.
 #if defined(__LP64__)
 static_assert(sizeof(NodeImpl) == 64);
 #endif

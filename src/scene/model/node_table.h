@@ -34,8 +34,8 @@ class NodeTable final : public LibraryScene {
   NodeImpl* lookUp(std::string_view name) const noexcept;
   /// Creates a node. Returns null if the name exists. If it throws std::bad_alloc, nothing changes.
   NodeImpl* create(const String& type, const String& name);
-  /// Removes the node from look-ups. Does nothing for an unknown name. If it throws std::bad_alloc,
-  /// nothing changes.
+  /// Removes the node of that name, so that look-ups no longer find it. Does nothing for an unknown
+  /// name. If it throws std::bad_alloc, nothing changes.
   void remove(const String& name);
 
   InputImpl* findInput(interfaces::INode& node, const String& name) override;
@@ -50,10 +50,11 @@ class NodeTable final : public LibraryScene {
   Slabs<NodeImpl, SceneStorage> nodes_;
   // The index of the nodes that are not removed.
   ds::HashIndex index_;
-  // A cache of one look-up: the name that was last missing, created or removed, and its node or
-  // null. The statements after a declaration usually refer to the declared node. A declaration
-  // looks up the name before it creates the node. This cache and the fast resolution of short paths
-  // save 4 % of the instructions of the benchmark nodes 100k.
+  // A cache of one look-up: a name, and its node or null. It is updated when a look-up finds no
+  // node, and when a node is created or removed. The statements after a declaration usually refer
+  // to the declared node. A declaration looks up the name before it creates the node. This cache
+  // and the fast resolution of short paths together save 4 % of the instructions of the benchmark
+  // nodes 100k.
   String lastName_;
   NodeImpl* last_ = nullptr;
 };

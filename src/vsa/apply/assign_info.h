@@ -13,7 +13,7 @@ namespace zn::korvo_sdk::impl {
 /// The parsed form of one assignment statement.
 ///
 /// A copy shares the memory that `data` points to: the characters of a string or the elements of a
-/// buffer. The destructor does not free this memory. The scene's assign() takes ownership of it.
+/// buffer. The destructor does not free this memory. IInput::assign takes ownership of it.
 struct AssignInfo {
   ds::Vector<Token> targetPath;  ///< The left-hand side, in text order.
   /// Connection: the right-hand side. For `|= null`, its only token is `null`.

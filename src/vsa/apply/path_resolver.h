@@ -12,8 +12,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Resolves the elements of one target path. An element is an input name, a member name or an
-/// index.
+/// Resolves the path elements of one target path. A path element is an input name, a member name or
+/// an index.
 class PathResolver {
  public:
   /// `emitter` has the position of the statement. `session` may be null.
@@ -23,9 +23,10 @@ class PathResolver {
 
   interfaces::INode& node() const noexcept { return node_; }
 
-  /// Resolves the whole path. Returns null if the path has no elements, or if the scene neither
-  /// finds nor creates the input of an element. Throws DiagnosticError for a type mismatch or an
-  /// index that is not a number. Inputs created before the error remain in the scene.
+  /// Resolves the whole path. Returns null if the path has no path elements, or if the scene
+  /// neither finds nor creates the input of a path element. Throws DiagnosticError for a type
+  /// mismatch or an index that is not a number. Inputs created before the error remain in the
+  /// scene.
   interfaces::IInput* resolve();
 
   /// After `resolve`: the array that contains the target as an element, or null.
@@ -64,7 +65,7 @@ class PathResolver {
   // The index of the next token in `path_`. Starts at 1, because the token at index 0 is the node's
   // name or ".".
   std::uint64_t position_ = 1;
-  // The next element of the path, and the element after it. Null after the end of the path.
+  // The next path element, and the path element after it. Null after the end of the path.
   const Token* next_ = nullptr;
   const Token* afterNext_ = nullptr;
   Required required_{AttrType::Null, AttrType::Null};

@@ -70,8 +70,9 @@ class ReadSession {
   /// node.
   bool dropsNodes = false;
   /// True if the limit of memory is the default limit. The default limit grows by the bytes that
-  /// compressed literals expand to. It also limits the sum of all buffers in the text. The sum
-  /// includes buffers whose value is replaced later, because zeroing their memory takes time.
+  /// compressed literals expand to. It also limits the sum of all buffers in the text. This sum
+  /// includes buffers whose value is replaced later: zeroing their memory takes time, even if the
+  /// memory is freed afterwards.
   bool isDefaultMemory = false;
 
   // These functions return the position of the parser, for diagnostics.
@@ -114,8 +115,9 @@ class ReadSession {
     remaining_ = limits.memory;
   }
   /// Begins a simple statement. `statement` must not change until the next statement begins.
-  /// Returns false and has no effect if the statement may exceed a limit before it calls the scene.
-  /// The parser then reads the statement from tokens.
+  /// Returns false and has no effect if a limit might be exceeded before the first call of the
+  /// scene: if the value is longer than the remaining memory, or if the depth is limited. The
+  /// parser then reads the statement from tokens.
   bool beginSimple(const SimpleStatement& statement, std::int32_t line, std::int32_t column) {
     if (statement.value.size() > remaining_ || limits.depth != Limits::NONE) return false;
     simple_ = &statement;
@@ -161,7 +163,7 @@ class ReadSession {
     ++counts.elements;
   }
   /// Counts the memory of a link. Called before the link is stored. `sourceBytes` is the size of
-  /// the source in the text.
+  /// the names on the right-hand side.
   void chargeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
     charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
@@ -173,8 +175,9 @@ class ReadSession {
   /// size of the decompressed text. It is 0 for a list of numbers.
   bool chargeBuffer(AssignInfo& info, std::uint64_t expandedBytes);
   /// Corrects the limit of memory after the compressed text of a buffer was decompressed to
-  /// `length` bytes. If `length` is too small to justify the memory of the buffer, frees the memory
-  /// and makes the buffer empty.
+  /// `length` bytes. chargeBuffer has raised a default limit by an upper bound of this length. If
+  /// the corrected default limit is exceeded, frees the memory of the buffer and makes the buffer
+  /// empty.
   void endBuffer(AssignInfo& info, std::uint64_t length);
 
   /// Takes ownership of the memory of a value until the value is assigned. `memory` must be from
@@ -210,7 +213,7 @@ class ReadSession {
     return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
   }
 
-  /// Makes a buffer empty whose literal is not converted. Stores its count for keepSkipped.
+  /// Makes a buffer empty, because its literal is not converted. Stores its count for keepSkipped.
   void skipBuffer(AssignInfo& info);
 
   /// The bytes that are counted for the reading and not released yet.
@@ -264,8 +267,9 @@ class ReadSession {
   static constexpr std::uint64_t INPUT_BYTES = 64;
   static constexpr std::uint64_t LINK_BYTES = 64;
   static constexpr std::uint64_t TEXT_BYTES = 32;
-  // When a value is replaced, its bytes are released only if the new value is a buffer, or a string
-  // whose literal has at least this size. Otherwise they stay counted.
+  // When an input gets another value, the bytes of its previous value are subtracted from the count
+  // only in two cases: the new value is a buffer, or it is a string whose literal has at least this
+  // size. Otherwise they stay counted.
   static constexpr std::uint64_t MIN_REPLACED_BYTES = 256;
 
   void dropValue() noexcept {
@@ -302,7 +306,7 @@ class ReadSession {
   // The number of elements of the skipped buffer.
   std::uint64_t skippedCount_ = 0;
   bool isResolving_ = false;
-  // The node of the current assignment is not kept.
+  // Whether the node of the current assignment is dropped.
   bool isDropped_ = false;
 };
 

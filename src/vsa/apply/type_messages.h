@@ -8,8 +8,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Throws the diagnostic CannotAssignType. `isBuffer` states that `typeName` names a DataType. The
-/// message then appends "[]" to the name.
+/// Throws the diagnostic CannotAssignType. If `isBuffer` is true, `typeName` is the name of a
+/// DataType, and the message appends "[]" to the name.
 [[noreturn]] inline void emitTypeError(const Emitter& emitter, const String& typeName,
                                        const interfaces::IInput& input, bool isBuffer) {
   emitter.fatal(DiagnosticId::CannotAssignType, typeName, isBuffer ? "[]" : "", input.typeName(),

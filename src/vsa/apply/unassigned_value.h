@@ -1,8 +1,9 @@
-// UnassignedValue: the memory of a value that the reader keeps by rule. Internal.
+// UnassignedValue: marks the memory that the reader intentionally does not free. Internal.
 //
-// The plain entry points do not free the memory of a value whose statement fails, or which no input
-// takes. For LeakSanitizer this memory is marked, and no other: a suppression by name would also
-// hide the memory of values that a scene took and forgot to free.
+// The plain entry points do not free the memory of a value if its statement fails or if no input
+// takes the value. This class marks exactly this memory, so that LeakSanitizer does not report it.
+// A suppression by the name of a function would also hide the memory of values that a scene took
+// and forgot to free.
 #pragma once
 
 #if defined(__has_feature)
@@ -28,12 +29,14 @@ class UnassignedValue {
   UnassignedValue& operator=(const UnassignedValue&) = delete;
   ~UnassignedValue() { keep(); }
 
-  /// Called when the memory of a value was allocated. A value before it was not assigned.
+  /// Called when the memory of a value was allocated. If there is an earlier value, it was not
+  /// assigned, and its memory is marked.
   void hold(void* memory) noexcept {
     keep();
     memory_ = memory;
   }
-  /// Called when the statement ends. `isAssigned`: the scene took ownership of the value.
+  /// Called when the statement ends. `isAssigned` states whether the scene took ownership of the
+  /// value.
   void end(bool isAssigned) noexcept {
     if (!isAssigned) keep();
     memory_ = nullptr;

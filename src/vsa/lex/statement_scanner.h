@@ -6,8 +6,8 @@
 // Otherwise it changes nothing, and the parser reads the statement token by token. All messages
 // about malformed text therefore come from the parser.
 //
-// Each call of the scene finds the source at the same position as with the parser: at the end of
-// the third token after the statement.
+// When the scene is called, the source is at the same position as if the parser had read the
+// statement: at the end of the third token after the statement.
 //
 // The scanner classifies each byte once. It stores the places of the three tokens after a
 // statement, because they are the first tokens of the next statement. This and the comparison in
@@ -44,7 +44,8 @@ struct SimpleStatement {
   String text;          ///< For a comment: the text. For a declaration: the type.
   String name;          ///< For a declaration: the name.
   Token pathTokens[3];  ///< For an assignment: node "." input, without positions.
-  /// Declaration: it ends in ":". Assignment: the path begins with ".".
+  /// For a declaration: whether it ends in ":". For an assignment: whether the path begins with
+  /// ".".
   bool isWith = false;
   /// For a value: the type of its first token.
   Token::Type valueType = Token::Type::Eof;
@@ -83,9 +84,9 @@ class StatementScanner {
   /// from the file.
   bool isWindowKept() const noexcept { return lexer_.windowBegin == ahead_; }
 
-  /// Moves the lexer back to the end of the last accepted statement. Then reads the next token into
-  /// each element of `tokens`. `tokens` has at most three elements. Their bytes are buffered, so
-  /// the function does not read from the source.
+  /// Moves the lexer back to the end of the last accepted statement. Then reads the tokens after
+  /// that statement into the elements of `tokens`, of which there are at most three. The bytes of
+  /// these tokens are buffered, so the function does not read from the source.
   void readLookahead(ds::Vector<Token>& tokens);
 
   /// Moves the lexer, including its line and column, to the end of the third token after the last

@@ -97,7 +97,8 @@ inline std::uint32_t nameMask(__m128i bytes) {
   return maskOf(_mm_or_si128(_mm_or_si128(letters, within(bytes, '0', '9')), high));
 }
 
-/// Flags the characters that make a number a real number.
+/// Flags the characters that make a number a real number: the point, and the letters of the suffix
+/// "f", of "inf" and of "nan".
 inline __m128i realMarkers(__m128i bytes) {
   const __m128i lower = folded(bytes);
   return _mm_or_si128(
@@ -156,7 +157,8 @@ inline const char* endOfName(const char* at, const char* end) {
   return at;
 }
 
-/// Whether the character makes a number a real number.
+/// Whether the character makes a number a real number: the point, or a letter of the suffix "f", of
+/// "inf" or of "nan".
 inline bool isRealMarker(char c) {
   return c == '.' || c == 'f' || c == 'F' || c == 'n' || c == 'N' || c == 'a' || c == 'A' ||
          c == 'i' || c == 'I';

@@ -22,9 +22,9 @@ class TextBuffer {
   explicit TextBuffer(Sink& sink)
       : sink_(sink), block_(new char[BLOCK_BYTES]), end_(block_.get()) {}
 
-  /// Returns memory for `count` characters after the text. It is valid until the next call. If the
-  /// block has not enough room, the function first flushes it. Like all functions that append, it
-  /// throws SinkFailed.
+  /// Returns memory for `count` characters after the text. The memory is valid until the next call
+  /// of a function that appends. If the block has not enough room, the function first flushes the
+  /// block. If the sink fails, it throws SinkFailed, like all functions that append.
   char* reserve(std::size_t count) {
     if (static_cast<std::size_t>(block_.get() + BLOCK_BYTES - end_) < count) flush();
     return end_;

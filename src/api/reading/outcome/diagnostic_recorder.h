@@ -26,8 +26,8 @@ class DiagnosticRecorder {
   DiagnosticRecorder(const ReadOptions& options, ReadOutcome& outcome, Ending& ending,
                      TextStore& store, TextIndex& index, const VsaParser& parser);
 
-  /// Returns whether a diagnostic with this severity is necessary, because it may be kept or a
-  /// callback receives it. If the diagnostic is not necessary, the function counts it. Call the
+  /// Returns true if the caller must create a diagnostic with this severity, because it may be kept
+  /// or a callback receives it. Otherwise counts the diagnostic and returns false. Call the
   /// function only for a diagnostic that does not end the reading. Throws ReadStopped if the limit
   /// of diagnostics is exceeded.
   bool wants(Severity severity);
@@ -35,8 +35,8 @@ class DiagnosticRecorder {
   /// or a callback throws an exception.
   void add(const Record& record);
   /// Records a problem that is not a diagnostic of the reader. Its position is the token that was
-  /// consumed last. `argument` is the argument of the message, and is not used if such messages
-  /// have no argument. `limit` is the exceeded limit of an OverLimit.
+  /// consumed last. `argument` is the argument of the message. It is not used if messages with this
+  /// id have no argument. `limit` is the exceeded limit of an OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
   /// Records that the text exceeds a limit. `maximum` is the value of the limit.

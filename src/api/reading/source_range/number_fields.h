@@ -13,7 +13,7 @@ namespace vsa {
 struct NumberField {
   std::size_t begin;  ///< The offset of its first byte, from the opening bracket of the list.
   std::size_t end;    ///< The offset after its last byte, from the opening bracket of the list.
-  std::string text;   ///< Its characters, without brackets of the list's kind.
+  std::string text;   ///< Its characters. Brackets of the list's own kind are left out.
   std::size_t index;  ///< The index of the number in the list, from 0.
 };
 

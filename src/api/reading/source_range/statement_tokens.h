@@ -1,6 +1,7 @@
-// StatementTokens: the tokens of one statement with the offsets of their bytes. The parser stores
-// only the positions of last characters. So a statement with a problem is lexed a second time.
-// Internal.
+// StatementTokens: the tokens of one statement with the offsets of their bytes. Internal.
+//
+// The parser stores only the position of the last character of each token. If a statement has a
+// problem, it is therefore lexed a second time.
 #pragma once
 
 #include <cstddef>
@@ -32,10 +33,11 @@ class StatementTokens {
     bool isCutOff = false;  // whether this is a string or list that the end of the text cuts off
   };
 
-  /// Lexes from `start` up to a ";" that ends at or after `noticed`. `noticed` is the offset after
-  /// the token at which the parser detected a problem. If `noticed` is after `start`, lexing stops
-  /// at the latest after three tokens that begin at or after `noticed`. If the bytes are not
-  /// available any more, there are no tokens.
+  /// Lexes from `start` on. `noticed` is the offset after the token at which the parser detected a
+  /// problem. Lexing stops after a ";" that ends at or after `noticed`. It also stops at the end of
+  /// the text, at an invalid character, and after the comment if the statement is a comment. If
+  /// `noticed` is after `start`, lexing stops at the latest after three tokens that begin at or
+  /// after `noticed`. If the bytes are not available any more, there are no tokens.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed);
 
@@ -53,9 +55,9 @@ class StatementTokens {
   std::string_view bytesOf(const Item& item) const noexcept;
 
  private:
-  // The numbers of bytes to lex. The first attempt uses FIRST_BYTES, and each further attempt four
-  // times as many. A statement with more than MAX_BYTES is not lexed, because for a file its bytes
-  // must be read into memory.
+  // How many bytes are lexed. The first attempt lexes FIRST_BYTES, and each further attempt four
+  // times as many. A statement of more than MAX_BYTES is not lexed: if the text is a file, all
+  // bytes of the statement would have to be read into memory.
   static constexpr std::size_t FIRST_BYTES = 16384;
   static constexpr std::size_t MAX_BYTES = std::size_t{1} << 26;
 

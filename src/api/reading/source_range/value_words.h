@@ -11,7 +11,7 @@ namespace vsa {
 /// Whether `word` is the keyword of a buffer or a tuple, in any letter case.
 bool isTypeWord(std::string_view word);
 
-/// Tests whether the parser can convert numbers of a list.
+/// Tests whether the parser can convert the text of a number to a component of a buffer.
 class ComponentReader {
  public:
   /// Creates the reader for buffers of this type.

@@ -3,7 +3,7 @@
 // A token has a 32-bit line and column and no offset. When the lexer requests a block of the text,
 // the index stores the position of the block. To find another position, the index reads the text
 // again from the nearest stored position before it, and counts the line feeds. For a text without
-// problems, the index only stores one position for each block.
+// problems, the index only stores positions: at most one for each block.
 #pragma once
 
 #include <cstdint>
@@ -45,8 +45,8 @@ class TextIndex {
  private:
   // The number of bytes per step when line feeds are counted.
   static constexpr std::size_t PIECE_BYTES = 16384;
-  // The minimum distance in bytes between two stored positions. It is necessary because a pipe may
-  // return blocks of a few bytes.
+  // The minimum distance in bytes between two stored positions. Without it, a pipe that returns
+  // blocks of a few bytes would cause a stored position every few bytes.
   static constexpr std::uint64_t MIN_BLOCK_BYTES = 65536;
 
   // A byte with a known position.

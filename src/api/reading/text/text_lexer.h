@@ -19,7 +19,7 @@ class TextLexer final : public zn::korvo_sdk::impl::Lexer {
 
  private:
   // The size of a block. The fast path does not read a statement that continues in the next block,
-  // so blocks should be large. With blocks of 256 KiB, the benchmark row text 10 MB takes 1 % more
+  // so blocks should be large. With blocks of 256 KiB, the benchmark "text 10 MB" takes 1 % more
   // time.
   static constexpr std::size_t BLOCK_BYTES = std::size_t{1} << 20;
 

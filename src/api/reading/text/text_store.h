@@ -16,7 +16,7 @@ class TextStore {
   /// Returns at most `count` bytes from `offset` on. Returns none if they are not available any
   /// more. They are valid until the next call. Throws std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
-  /// Called before the last block may be overwritten.
+  /// Called before the memory of the block that was added last may be overwritten.
   virtual void keepBlock() {}
   /// Called with each block that was read. A block begins where the previous block ends.
   virtual void addBlock(std::string_view /*block*/) noexcept {}
@@ -54,11 +54,11 @@ class KeptText final : public TextStore {
   void addBlock(std::string_view block) noexcept override;
 
  private:
-  // The minimum number of bytes that are kept. In a longer statement, the range of a problem may
-  // not be found.
+  // The minimum number of bytes before the current block that are kept. If a statement is longer,
+  // the range of a problem in it may not be found.
   static constexpr std::size_t KEPT_BYTES = std::size_t{1} << 20;
 
-  std::string kept_;  // the bytes from keptOffset_ to the last block
+  std::string kept_;  // the bytes from keptOffset_ to the start of block_
   std::uint64_t keptOffset_ = 0;
   std::string_view block_;
   std::string joined_;

@@ -1,5 +1,6 @@
-// InlineName: the name of a node, stored inside the node. A look-up compares the names in the cache
-// line of the node. It does not load the characters of a String.
+// InlineName: the name of a node, stored inside the node. If the names have up to 15 characters, a
+// look-up compares them in the cache line of the node. It then does not load the characters of a
+// String.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +20,7 @@ namespace zn::korvo_sdk {
 ///   | 16 and more  | a String        | 0                | LONG       |
 class InlineName {
  public:
-  /// A name in the format for comparisons. The String must outlive the key.
+  /// A name in the format for comparisons with an InlineName. The String must outlive the key.
   class Key {
    public:
     explicit Key(const String& name) noexcept;

@@ -32,8 +32,8 @@ class NamedList {
   NamedList() = default;
   NamedList(const NamedList&) = delete;
   NamedList& operator=(const NamedList&) = delete;
-  /// Frees the index and the memory from malloc. The pool frees its own memory. It must outlive the
-  /// list.
+  /// Frees the index and the memory from malloc. The pool frees its own memory, and must outlive
+  /// the list.
   ~NamedList() {
     if (hasIndex(capacity_)) delete index();
     if (!isInPool(capacity_)) std::free(memoryOf(items_, capacity_));

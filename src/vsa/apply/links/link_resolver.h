@@ -38,8 +38,8 @@ class LinkResolver {
 
   interfaces::IScene& scene_;
   ReadSession* session_;
-  // A ring of the sources that are converted to Strings. Most scenes keep no reference to a name,
-  // so the memory of each String is reused.
+  // The sources of the link that is resolved and of the next links, as Strings. The elements are
+  // used in turn. Most scenes keep no reference to such a String, so its memory is reused.
   String names_[NAMES];
 };
 

@@ -12,9 +12,9 @@ namespace zn::korvo_sdk::impl {
 
 /// Sets the types of untyped elements. Stores for each array how many of its elements have a type,
 /// so that a call checks only the elements after them. If each statement appends one element to an
-/// array, filling the array therefore takes linear time. A scene may remove the type of an element
-/// itself. Each call therefore also rechecks up to RECHECKED of the elements that had a type, in
-/// rotation.
+/// array, filling the array therefore takes linear time. A scene may also remove the type of an
+/// element without a statement. Each call therefore rechecks up to RECHECKED elements that had a
+/// type. The next call continues after these elements.
 class TypedElements {
  public:
   /// The number of typed elements that a call rechecks.

@@ -21,9 +21,10 @@ class ValueAssigner {
       : emitter_(emitter), typedElements_(typedElements), session_(session) {}
 
   /// Converts `value` to the type of `input` and assigns it, or logs why this is not possible.
-  /// `literal` is the value's first token as written; it must not be in memory owned by the value.
-  /// `array`: the array that contains `input` as an element, or null. `countBefore`: its size
-  /// before the statement. Returns whether the scene took ownership of the value's memory.
+  /// `literal` is the value's first token as written. It must not be in memory that the value owns.
+  /// `array` is the array that contains `input` as an element, or null. `countBefore` is the size
+  /// of `array` before the statement. Returns whether the scene took ownership of the value's
+  /// memory.
   bool assign(AttrData& value, std::string_view literal, interfaces::IInput& input,
               interfaces::IInput* array = nullptr, std::uint64_t countBefore = 0);
 

@@ -14,8 +14,9 @@ enum class Conversion {
 /// Returns how a value of type `from` converts to an input of type `to`.
 Conversion conversionBetween(AttrType from, AttrType to) noexcept;
 
-/// Converts `value` to type `to`. conversionBetween must not return Refused for the two types. The
-/// payload after the value's components must be zero, as in a new record.
+/// Converts `value` to type `to`. conversionBetween must not return Refused for the two types. All
+/// components of the payload that the type of `value` does not use must be zero, as in a new
+/// record: a tuple with more components gets these zeros.
 void convert(AttrData& value, AttrType to) noexcept;
 
 }  // namespace zn::korvo_sdk::impl
