@@ -97,8 +97,8 @@ requires std::is_integral_v<T> String printed(T number) {
 
 }  // namespace diagnostic_detail
 
-/// Reports a diagnostic to the sink of this thread and logs its line. It also returns after a Fatal
-/// diagnostic.
+/// Reports a diagnostic to the sink of this thread and logs its line. Does not end the parse, even
+/// if the diagnostic is Fatal.
 void emit(const Diagnostic& diagnostic);
 
 /// Whether this thread has a sink to which `emit` reports diagnostics.

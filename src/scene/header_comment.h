@@ -18,14 +18,14 @@ inline bool hasKey(std::string_view comment, std::string_view word) noexcept {
   return false;
 }
 
-/// Whether the comment contains the key of the version. Such a comment sets the version of the file
-/// if its value is a number.
+/// Whether the comment contains the key of the version, "version:". Such a comment sets the version
+/// of the file if its value is a number.
 inline bool setsVersion(std::string_view comment) noexcept {
   return hasKey(comment, "version");
 }
 
-/// Whether the comment contains the key of the time and not the key of the version. Such a comment
-/// sets the time of the file if its value is not empty.
+/// Whether the comment contains the key of the time, "time:", and not the key of the version. Such
+/// a comment sets the time of the file if its value is not empty.
 inline bool setsTime(std::string_view comment) noexcept {
   return hasKey(comment, "time") && !setsVersion(comment);
 }

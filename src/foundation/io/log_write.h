@@ -5,8 +5,8 @@
 
 namespace zn::detail {
 
-/// Writes `text` to the sink of this thread. Without such a sink, writes to the sink of the
-/// process. Without both sinks, writes to standard error.
+/// Writes `text` to the sink of this thread. If this thread has no sink, writes to the sink of the
+/// process. If the process has no sink either, writes to standard error.
 void writeLog(LogLevel level, const String& text);
 
 }  // namespace zn::detail

@@ -66,8 +66,7 @@ class ReadSession {
   Counts counts;
   /// If true, buffer literals are not converted. keepSkipped receives their type and count.
   bool skipsBuffers = false;
-  /// If true, the values and links of a node are dropped if isDroppedNode returns true for the
-  /// node.
+  /// If true, the values and links of the nodes for which isDroppedNode returns true are dropped.
   bool dropsNodes = false;
   /// True if the limit of memory is the default limit. The default limit grows by the bytes that
   /// compressed literals expand to. It also limits the sum of all buffers in the text. This sum

@@ -26,8 +26,8 @@ class TokenTextPool {
     return text;
   }
 
-  /// Stores the interned text of a word in `out`. Returns the type of the word. Words that were
-  /// read recently share one String, so most comparisons of names compare pointers.
+  /// Stores the interned text of a word in `out`. Returns the type of the word. Equal words that
+  /// were read recently share one String, so most comparisons of names compare pointers.
   Token::Type intern(std::string_view characters, String& out);
 
   /// Creates a text that the scene probably keeps.
@@ -54,13 +54,14 @@ class TokenTextPool {
   // to reuse is not one of the current statement.
   static constexpr std::size_t REUSED_STRINGS = 8;
   // The minimum and maximum number of interned words. The table starts small, because many texts
-  // are short. The maximum fits into the CPU caches. A look-up that misses the caches takes longer
-  // than copying the word.
+  // are short. A table of MAX_WORDS words fits into the CPU caches. A look-up that misses the
+  // caches would take longer than copying the word.
   static constexpr std::size_t MIN_WORDS = 256;
   static constexpr std::size_t MAX_WORDS = 512;
 
-  // A word as its first and its last characters, which may overlap, and its length. Words of up to
-  // 16 characters are equal if their keys are equal.
+  // A word as its first 8 and its last 8 characters, which may overlap, and its length. For words
+  // of up to 7 characters, `head` and `tail` contain fewer characters each. Words of up to 16
+  // characters are equal if their keys are equal.
   struct Key {
     std::uint64_t head = 0;
     std::uint32_t length = 0;

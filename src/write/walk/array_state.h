@@ -2,8 +2,8 @@
 // written so far. Internal.
 //
 // The first statement about an element creates the array. If it is not a link, it also sets the
-// element type of the array. The element type determines which elements can follow. So the earlier
-// elements determine whether a text can represent an element.
+// element type of the array. The element type determines which elements can follow. So whether a
+// text can represent an element depends on the elements before it.
 #pragma once
 
 #include <cstdint>

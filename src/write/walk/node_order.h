@@ -1,5 +1,5 @@
-// Visits the nodes of a scene in the order in which they are written. The memory needed is limited.
-// Internal.
+// Visits the nodes of a scene in the order in which they are written. The order by name takes a
+// limited amount of memory (see nextByName). Internal.
 #pragma once
 
 #include <algorithm>
@@ -28,7 +28,8 @@ struct NamedNode {
 };
 
 /// Returns the nodes after `last`, sorted by name. If `last` is null, returns the first nodes. The
-/// result has as many nodes as fit into about 4 MB. It is empty if there are no more nodes.
+/// result has at most 32768 nodes, so that a large scene takes a limited amount of memory. It is
+/// empty if there are no more nodes.
 std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last);
 
 /// Calls `visit(const Node&)` for each node, in the order `order`.

@@ -33,8 +33,8 @@ class SceneVisitor {
                           const zn::korvo_sdk::Output& output) = 0;
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
   /// Called for each part of the scene that no text can represent. `path` is empty if this part is
-  /// the node itself. If `isReplaced` is false, there are no other calls for this part and what it
-  /// contains.
+  /// the node itself. If `isReplaced` is false, there are no other calls for this part, and none
+  /// for what it contains.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };
