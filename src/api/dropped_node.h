@@ -3,7 +3,7 @@
 //
 // One input is enough. For each statement, the reader follows the path from the node, and then uses
 // only the input at the end of the path. createInput, createArray and `element` set the type of the
-// input and return the input itself. It stores no value, element or member.
+// input and return the input itself. The input stores no value, element or member.
 #pragma once
 
 #include <cstdint>

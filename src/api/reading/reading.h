@@ -1,8 +1,9 @@
 // Reading: one call of a reading function of the public API. Internal.
 //
-// A Reading has three roles. It is the session of the parser: limits, counts, and values that no
-// input owns yet. It observes the blocks of the text: positions, size and progress. It is the sink
-// for the diagnostics and log lines of the thread. It prints nothing and throws no exception.
+// A Reading has three roles. As the session of the parser, it counts statements and memory, checks
+// the limits, and owns the values that no input owns yet. As the observer of the blocks of the
+// text, it finds positions, the size of the text and the progress. As the sink for the diagnostics
+// and log lines of the thread, it records them. It prints nothing and throws no exception.
 #pragma once
 
 #include <chrono>

@@ -50,7 +50,7 @@ class VSA_API HashIndex {
     if (used_ != 0) zn::detail::prefetch(&slots_[tagOf(hash) & mask_]);
   }
 
-  /// Allocates memory for one more position, so that the next insert does not throw. Throws
+  /// Allocates memory for one more position, so that the next insert allocates nothing. Throws
   /// std::bad_alloc.
   void reserveOne() {
     if (2 * (used_ + 1) > slotCount()) grow();

@@ -3,7 +3,7 @@
 // `consume` is the only function that fetches a character from the source. It defines how positions
 // are counted. A source may also expose its buffered bytes as a window. The inner loops then scan
 // the window and compute the position once for a run of bytes. At the end of the window, and
-// without a window, they call `consume` for each character. The result is the same.
+// without a window, they call `consume` for each character. Both ways give the same result.
 #pragma once
 
 #include <cstddef>
@@ -77,8 +77,8 @@ class Lexer {
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// The number of collected bytes of the current token. It is 0 if the token was read from the
-  /// window without collecting its characters.
+  /// The number of bytes of the current token that were collected: copied to a buffer one at a
+  /// time. It is 0 if the token was read from the window without collecting its characters.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
   /// The record of the last error. For an invalid character, the lexer returns an Invalid token
@@ -123,8 +123,9 @@ class Lexer {
   /// Advances the position by the lookahead and makes `next` the new lookahead. Every
   /// implementation of `consume` must call this function.
   char step(char next) noexcept;
-  /// Counts the wraps of `index`. Derived classes call this function before they read a block of
-  /// bytes. A block must contain fewer than 2^32 bytes.
+  /// Counts how often `index` has wrapped around, so that offsets have 64 bits. Derived classes
+  /// call this function before they read a block of bytes. A block must contain fewer than 2^32
+  /// bytes.
   void countIndexWraps() noexcept;
   /// Makes all offsets unknown. A derived class that does not read in blocks calls this function if
   /// `index` may wrap around.

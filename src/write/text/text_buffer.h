@@ -1,4 +1,5 @@
-// TextBuffer: collects a text in a block, and passes the block to a sink when it is full. Internal.
+// TextBuffer: collects a text in a block, and passes the block to a sink when the block is full.
+// Internal.
 #pragma once
 
 #include <cstdint>

@@ -17,8 +17,8 @@ struct NumberField {
   std::size_t index;  ///< The index of the number in the list, from 0.
 };
 
-/// Returns the first number for which `isWanted` returns true. `list` is "( ... )" or "{ ... }"
-/// with the spelling of the text.
+/// Returns the first number for which `isWanted` returns true. `list` is "( ... )" or "{ ... }" as
+/// written in the text.
 std::optional<NumberField> findNumber(std::string_view list,
                                       const std::function<bool(const NumberField&)>& isWanted);
 

@@ -44,9 +44,9 @@ struct Problem {
 std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
 /// Returns the left-hand side of the last statement in `tokens`. Returns an empty string if that
-/// statement is not an assignment. If the path begins with ".", the function adds the name of the
-/// node: of the node that the tokens declare, or otherwise `withNode`. If the path contains an
-/// invalid character, it ends before that character.
+/// statement is not an assignment. If the path begins with ".", the function puts the name of the
+/// node before it. This is the node that the tokens declare. If they declare none, the name is
+/// `withNode`. If the path contains an invalid character, the result ends before that character.
 std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode);
 
 }  // namespace vsa

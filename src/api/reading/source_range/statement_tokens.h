@@ -51,7 +51,7 @@ class StatementTokens {
   /// Returns the bytes from `offset` to the end of the lexed bytes. `offset` must not be before the
   /// first token.
   std::string_view bytesFrom(std::uint64_t offset) const noexcept;
-  /// Returns the bytes of a token with the spelling of the text.
+  /// Returns the bytes of a token as written in the text.
   std::string_view bytesOf(const Item& item) const noexcept;
 
  private:

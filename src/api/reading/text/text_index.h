@@ -33,8 +33,8 @@ class TextIndex {
 
   /// Returns the number of characters that the lexer has consumed.
   std::uint64_t offsetOf(const Lexer& lexer) const noexcept;
-  /// Returns the offset of the character at `place`, at most `end`. Returns 0 for the place before
-  /// the first token.
+  /// Returns the offset of the character at `place`, at most `end()`. Returns 0 for the place
+  /// before the first token.
   std::uint64_t offsetOf(TextPlace place);
   /// Returns the position of the byte at `offset`, which must not be greater than `end`.
   TextPosition positionOf(std::uint64_t offset);

@@ -19,9 +19,9 @@ namespace zn::korvo_sdk {
 
 /// A list of pointers to objects. The scene owns the objects. T must have a function `name()`.
 ///
-/// The list itself takes 16 bytes, so that a node fits into a cache line. A block of up to
-/// SmallBlockPool::MAX_BYTES bytes is from the pool. A larger block is from malloc. The capacity
-/// determines the content of the block:
+/// The list itself takes 16 bytes, so that a node fits into a cache line. The pointers are in a
+/// separate block. A block of up to SmallBlockPool::MAX_BYTES bytes is from the pool. A larger
+/// block is from malloc. The capacity determines the content of the block:
 ///
 ///   | capacity          | content                                |
 ///   | up to MAX_SCANNED | the pointers                           |
