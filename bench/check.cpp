@@ -146,7 +146,8 @@ class CheckBench {
     fs::remove_all(folder);
   }
 
-  // The rules about texts are left out for a file of more than 64 MiB.
+  // Adds the ratio for one big file. For a file of more than 64 MiB, vsa check does not apply the
+  // rules about texts.
   void addBigFile(size_t megabytes) {
     const fs::path path = scratch_ / "vsa_bench_check.vsa";
     write(path, geo(megabytes * 1'000'000, Format::Vsa, 1).text);
@@ -155,8 +156,9 @@ class CheckBench {
     fs::remove(path);
   }
 
-  // Adds two ratios. The first is the time for all mistakes over ten times the time for a tenth of
-  // them. The second is the time of a check that ends early over the time for all mistakes.
+  // Adds two ratios. The first is the time for all mistakes, divided by ten times the time for a
+  // tenth of the mistakes. It is 1 if the time is proportional to the number of mistakes. The
+  // second ratio is the time of a check that ends early, divided by the time for all mistakes.
   void addMistakes() {
     const fs::path many = scratch_ / "many.vsa", few = scratch_ / "few.vsa";
     write(many, mistakes(MISTAKES));

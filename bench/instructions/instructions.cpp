@@ -1,5 +1,5 @@
 // Reads a generated scene once, for callgrind. `vsa_bench_instructions SCENE` prints the number of
-// statements and bytes. callgrind counts the instructions of bench::readString.
+// statements and bytes of the scene. callgrind counts the instructions of bench::readString.
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <exception>

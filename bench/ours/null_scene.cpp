@@ -1,7 +1,7 @@
-// A scene without operations. It finds only the node of the last declaration. The node finds no
-// input, so each assignment creates an input. The calls are nearly those of a read into a new
-// scene: in most texts, each input is assigned once, so a new scene creates an input for each
-// assignment, too.
+// A scene that stores nothing. Its only node has the name of the last declaration, and findNode
+// finds no other name. The node never finds an input, so the reader creates an input for each
+// assignment. A read into a new scene makes almost the same calls, because most texts assign each
+// input once.
 #include "bench/ours/null_scene.h"
 
 #include <cstdlib>

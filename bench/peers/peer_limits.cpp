@@ -1,5 +1,5 @@
-// Candidates that do a part of the work: loops that only convert numbers, the inflate libraries,
-// and a copy of the text.
+// Candidates that do only a part of the work of a reader: loops that only convert numbers, the
+// inflate libraries, and a copy of the text.
 #include <fast_float/fast_float.h>
 #include <libdeflate.h>
 #include <zlib.h>

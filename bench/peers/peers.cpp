@@ -31,7 +31,8 @@ struct Options {
   std::vector<std::string> only;  // The names of the comparisons to run. Empty for all.
 };
 
-// The work of a comparison: its name, and its size in the report.
+// The work of a comparison. The report divides `amount`, in the unit `unit`, by the time of each
+// candidate.
 struct Work {
   std::string name;
   double amount;
@@ -102,8 +103,9 @@ class PeerComparison {
     report.rows.push_back({std::move(what), better, std::move(unit), std::move(figures)});
   }
 
-  // Raises fileOverString to the ratio of the file time to the string time if the ratio is greater.
-  // Candidate 0 must read from a String, and candidate 1 from a File.
+  // Divides the time of a read from a File by the time of a read from a String. Stores the ratio in
+  // fileOverString if it is greater than the ratios of the previous scenes. Candidate 0 must read
+  // from a String, and candidate 1 from a File.
   void noteFileTime(const Seconds& seconds) {
     fileOverString = std::max(fileOverString, seconds[1] / seconds[0]);
   }

@@ -21,7 +21,7 @@ Number numberFrom(std::string_view digits) {
   return value;
 }
 
-// Returns the name of the node with that index.
+// Returns the stem and the index as a name, such as "mesh_000007".
 inline std::string numbered(const char* stem, size_t index) {
   char name[64];
   std::snprintf(name, sizeof name, "%s_%06zu", stem, index);
@@ -32,7 +32,7 @@ inline std::string numbered(const char* stem, size_t index) {
 class Recorder {
  public:
   explicit Recorder(Format format) : writer(makeWriter(format)) {
-    // The VSA writer starts with the version and the time.
+    // The VSA writer starts with two comments: the version and the time.
     if (format == Format::Vsa) comments(2);
   }
 
@@ -118,8 +118,9 @@ class Recorder {
 
   Text finish() { return {writer->finish(), expected}; }
 
-  // The number of characters in all number lists so far. The generators use it as the size of a
-  // scene, so that every format gets the same scene.
+  // The number of characters in all number lists so far. A generator ends the scene when this
+  // number reaches the requested size. It does not use the size of the text, because that depends
+  // on the format: every format must get the same scene.
   size_t listCharacters = 0;
 
  private:

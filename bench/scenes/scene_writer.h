@@ -14,7 +14,8 @@ enum class Format {
   Vsa,
   // The format of `vsa dump`, which contains the type of every input. For RapidJSON.
   Json,
-  // JSON without the types that JSON itself distinguishes. For simdjson and RapidJSON.
+  // Compact JSON. A boolean, number or string is written without its type, because JSON itself
+  // distinguishes these types. For simdjson and RapidJSON.
   CompactJson,
   Osgt,  // For OpenSceneGraph.
   Iv,    // For Coin.
@@ -82,15 +83,16 @@ std::unique_ptr<SceneWriter> makeObjWriter();
 // Appends the parts to `to`.
 void append(std::string& to, std::initializer_list<std::string_view> parts);
 
-// Appends the text in double quotes with the escape sequences of JSON. For the generated texts,
-// they are also escape sequences of VSA.
+// Appends the text in double quotes with the escape sequences of JSON. The VSA writer uses the
+// function, too: the escape sequences that occur in the generated texts are the same in JSON and
+// VSA.
 void appendJsonString(std::string& to, std::string_view text);
 
 // Appends the numbers as a JSON array.
 void appendJsonArray(std::string& to, std::string_view digits);
 
-// Returns the number of components of the tuple type `keyword` as a digit. The name of a vector
-// type ends in this digit. For example, returns "3" for pos3, as in "vec3".
+// Returns the number of components of the tuple type `keyword` as a digit, for example "3" for
+// pos3. Other formats name their vector types by this digit, such as SFVec3f.
 std::string_view vectorSize(std::string_view keyword);
 
 // Returns the text in double quotes. Inserts a backslash before each quote and backslash.

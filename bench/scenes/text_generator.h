@@ -32,9 +32,11 @@ struct Expected {
   size_t elementBytes = 0;
   // The number of characters of the longest number list or compressed text.
   size_t largestLiteral = 0;
-  // The sum of all components of buffers: the bit patterns of float and int32, or the bytes.
+  // The sum of all components of buffers. A float counts as its bit pattern, an int32 as an
+  // unsigned number, and an image as its bytes.
   uint64_t bufferSum = 0;
-  // The sum of all scalars: integers, the bit patterns of doubles, and 1 for true.
+  // The sum of all scalars. An integer counts as an unsigned number, a real or a component of a
+  // tuple as the bit pattern of the double, and true as 1.
   uint64_t scalarSum = 0;
 };
 

@@ -1,5 +1,6 @@
-// Measures the stages of vsa fmt in bytes of text per second: tokens, layout, and the read before
-// them. Row names: format/tokens/geo, format/layout/geo, format/read/geo.
+// Measures the stages of vsa fmt in bytes of text per second: reading the tokens, the layout (which
+// includes the tokens), and the check that vsa fmt makes before it formats a file: a read of the
+// whole text. Row names: format/tokens/geo, format/layout/geo, format/read/geo.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -1,4 +1,5 @@
-// BackLinks: counts the links of each node in a first pass, and stores them in a second pass.
+// BackLinks: a first pass counts the links that lead to each node. A second pass stores these
+// links.
 #include <vsa/back_links.h>
 
 namespace vsa {
@@ -23,8 +24,8 @@ void visitTree(InputView root, std::vector<InputView>& stack, const Visit& visit
   }
 }
 
-// Calls `visit(slot, input)` for each link. `input` has the link, and `slot` is the slot of the
-// node to which the link leads.
+// Calls `visit(slot, input)` for each link. `input` is the input that has the link. `slot` is the
+// index of the node to which the link leads (see Scene::nodeAt).
 template <class Visit>
 void visitLinks(SceneView scene, const Visit& visit) {
   std::vector<InputView> stack;

@@ -45,8 +45,8 @@ class NoElementLimit {
   const std::uint64_t limit_;
 };
 
-// Sets the value of an input of a node or of a member of an object. If the function fails after it
-// has added the input or member, it removes the input or member again.
+// Sets the value of a named input. `owner` is a node, or an object whose member is set. Adds the
+// input if it does not exist. If the function adds it and then fails, it removes the input again.
 template <class Owner>
 Status setNamed(const Owner& owner, TextParameter name, const Value& value) noexcept {
   if (const Status status = detail::checkValue(value); !status) return status;

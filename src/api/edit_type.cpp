@@ -13,8 +13,8 @@ bool isDeclaredInput(const PlainInput& input) noexcept {
   return input.parent() == nullptr && input.owner()->isDeclared();
 }
 
-// Checks whether an element of `array` can have this type. All elements have the element type of
-// the array. If this type is Null, the elements can only have links.
+// Checks whether an element of `array` can have the type `type`. All elements have the element type
+// of the array. If the element type is Null, the elements can only have links.
 Status checkElement(const PlainInput& array, ValueType type) noexcept {
   const ValueType elements = array.elementType();
   if (elements != ValueType::Null)
@@ -23,8 +23,8 @@ Status checkElement(const PlainInput& array, ValueType type) noexcept {
                                                             : EditError::OtherElementType;
 }
 
-// Checks whether a declared input can have this type. A declared input of type Null accepts links
-// and members, but no value.
+// Checks whether a declared input can have the type `type`. A declared input of type Null accepts
+// links and members, but no value.
 Status checkDeclared(const PlainInput& input, ValueType type) noexcept {
   const bool isLink = type == ValueType::Node;
   if (!isLink && input.refusesValues()) return EditError::TakesNoValue;

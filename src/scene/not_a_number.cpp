@@ -23,7 +23,8 @@ bool isOtherNan(BitsOf<Real> bits) {
   return magnitude > INFINITE && magnitude != QUIET;
 }
 
-// The inner loop has no branch, so that the compiler vectorizes it.
+// Checks runs of RUN numbers, and returns at the end of the first run in which isOtherNan is true
+// for a number. The loop within a run has no branch, so that the compiler vectorizes it.
 template <class Real>
 bool haveOtherNan(std::span<const std::byte> bytes) {
   constexpr std::size_t RUN = 4096;

@@ -24,9 +24,9 @@ bool VsaParser::parse(IScene* into, File file) {
   return parse(into, &source);
 }
 
-// Parses a text. Without a session, the diagnostics of this text go to the sinks of the host. The
-// call may come from a host's scene or callback during another reading, whose own sinks must not
-// receive the diagnostics of this text.
+// Parses a text. Without a session, the diagnostics of this text go to the sinks of the host. This
+// matters if a host's scene or callback calls this function during another reading. The sinks of
+// the other reading must not receive the diagnostics of this text.
 bool VsaParser::parse(IScene* into, Lexer* from) {
   if (session != nullptr) return parseText(into, from);
   const ScopedHostSinks sinks;

@@ -23,7 +23,7 @@ bool VsaParser::connect(AssignInfo& info) {
 }
 
 // "=" (scalar | buffer | reference) ";"
-// The order matters: a type keyword without a list is the name of a node.
+// A reference is tried last, because a type keyword is the name of a node if no list follows it.
 bool VsaParser::value(AssignInfo& info) {
   if (!nextIs(Type::Equals)) return false;
   advance();

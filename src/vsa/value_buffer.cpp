@@ -60,7 +60,7 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   if (isTooLarge) cannotAllocate(info, messages);
   info.data.type = AttrType::Buffer;
   info.data.elementType = static_cast<std::int32_t>(type);
-  // Clears the components, which a matrix that did not convert may have set.
+  // Clears the components, because a matrix that could not be converted may have set them.
   info.data.payload = {.components = {}};
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }

@@ -24,9 +24,9 @@ std::string_view withoutParens(std::string_view list) {
 }
 
 // Converts `count` plain numbers with one blank between them. FIELD_WINDOW bytes after the text
-// must be readable. Returns false for any other text; `out` may be changed then. For a few numbers
-// this is faster than parseTuple, which copies the text: it saves 7 % of the time of the benchmark
-// nodes 100k. Matrices would take longer.
+// must be readable. Returns false for any other text. `out` may then be changed. The function is
+// faster than parseTuple, which copies the text: it saves 7 % of the time of the benchmark nodes
+// 100k. Exception: for a matrix it would be slower, so it returns false for more than four numbers.
 template <class Number>
 bool convertPlain(std::string_view text, std::size_t count, Number* out) {
   if (count > 4) return false;
@@ -40,7 +40,8 @@ bool convertPlain(std::string_view text, std::size_t count, Number* out) {
   return false;
 }
 
-// `42` is an Int, `42u` a UInt; both are converted as signed 64-bit numbers.
+// Converts an integer: `42` becomes an Int, and `42u` becomes a UInt. Both are converted as signed
+// 64-bit numbers.
 bool convertInteger(std::string_view text, bool hasWindow, AttrData& data) {
   data.type = text.ends_with('u') ? AttrType::UInt : AttrType::Int;
   if (hasWindow && convertPlain(text, 1, &data.payload.integer)) return true;
@@ -56,7 +57,8 @@ bool convertReal(std::string_view text, bool hasWindow, AttrData& data) {
   return realFromText(text.data(), text.data() + text.size(), data.payload.real);
 }
 
-// The components of every tuple are at the start of the payload, in storage order.
+// Converts a tuple. Its components are stored at the start of the payload, in their order in the
+// text.
 bool convertTuple(AttrType type, std::string_view list, bool hasWindow, AttrData& data) {
   data.type = type;
   const unsigned count = componentCount(type);
@@ -116,7 +118,7 @@ bool VsaParser::tuple(AssignInfo& info) {
   return convertTuple(type, withoutParens(info.listToken.text.view()), false, info.data);
 }
 
-// The characters of a string literal, in memory owned by the record.
+// Returns the characters of a string literal in new memory. Passes this memory to `hold`.
 char* VsaParser::takeString(std::string_view literal, bool hasBackslash) {
   if (session != nullptr) session->charge(literal.size());
   char* const characters = copyOfStringValue(literal, hasBackslash, session);
@@ -124,7 +126,8 @@ char* VsaParser::takeString(std::string_view literal, bool hasBackslash) {
   return characters;
 }
 
-// Only a session frees the memory of a value that is not assigned.
+// Stores the address of a value's memory until the value is assigned. If the value is not assigned,
+// a session frees the memory. Without a session, the memory is never freed.
 void VsaParser::hold(void* memory, std::uint64_t bytes) {
   if (session != nullptr) {
     session->hold(memory, bytes);

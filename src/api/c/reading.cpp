@@ -74,8 +74,9 @@ vsa_reading* wrongUse(const char* message) {
   return new vsa_reading{std::move(outcome), vsa::Scene(), true};
 }
 
-// Calls `read` with the options in C++ form. Null options are the defaults. Options with another
-// size are an error: vsa_options_init was not called, or is from another version of the header.
+// Calls `read` with the options in C++ form. Null options are the defaults. If `options->size` is
+// wrong, this is an error of the caller: it did not call vsa_options_init, or it called the
+// function of another version of the header.
 template <class Read>
 vsa_reading* readBy(const vsa_options* options, const Read& read) noexcept {
   try {
@@ -104,7 +105,7 @@ const vsa::SkippedBuffer* skippedOf(const vsa_reading* reading, size_t index) {
   return index < vsa_skipped_count(reading) ? &reading->outcome.skippedBuffers[index] : nullptr;
 }
 
-// Calls `load` with one skipped buffer and the options in C++ form.
+// Calls `load` with the skipped buffer `index` of `reading`, and with the options in C++ form.
 template <class Load>
 vsa_reading* loadBy(const vsa_reading* reading, size_t index, const vsa_options* options,
                     const Load& load) noexcept {

@@ -34,9 +34,10 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
   return {literal.offset + offset, literal.line + position.line - 1, column};
 }
 
-// Returns the column of the log line in the whole text. It differs only for the first line of the
-// small text. There the literal begins at column BEFORE.size() + 1, and in the whole text at
-// `literal.column`. If a token before the literal gives a negative column, returns 0.
+// Returns the column of the log line in the whole text. Only the columns of the first line change.
+// The literal begins at column BEFORE.size() + 1 of the small text, and at column `literal.column`
+// of the whole text. The log column may be that of a token before the literal. The result would
+// then be negative, and the function returns 0.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
   const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -

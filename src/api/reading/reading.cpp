@@ -116,7 +116,7 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   notifyComplete();
 }
 
-// Calls `body` and sets the status if it throws an exception. Meanwhile this object is the
+// Calls `body` and sets the status if it throws an exception. During the call, this object is the
 // diagnostic sink and the log sink of the thread.
 template <class Body>
 void Reading::guarded(const Body& body) noexcept {
@@ -138,17 +138,17 @@ void Reading::guarded(const Body& body) noexcept {
   fillCounts();
 }
 
-// Whether another reading into the same scene is running on this thread. One of its callbacks has
-// then started this reading.
+// Whether this thread is already reading into the same scene. If so, a callback of that reading has
+// started this reading.
 bool Reading::isSceneBusy() const noexcept {
   const Reading* reading = innermost;
   while (reading != nullptr && &reading->scene_ != &scene_) reading = reading->outer_;
   return reading != nullptr;
 }
 
-// Calls `body`, and sets the status if it throws an exception. `body` is the parse or another call
-// of the scene. The parser itself handles only a std::runtime_error, but a scene may throw any
-// exception.
+// Calls `body`, and sets the status if it throws an exception. `body` parses the text or calls the
+// scene in another way. The parser itself handles only a std::runtime_error, but a scene may throw
+// any exception.
 template <class Body>
 void Reading::callScene(const Body& body) {
   try {

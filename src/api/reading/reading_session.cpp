@@ -28,7 +28,7 @@ TextPlace placeOf(const Token& token) {
 constexpr const char* HOW_TO_ALLOW = "; raise the limit of memory to allow it";
 constexpr std::size_t MAX_PATH_IN_MESSAGE = 200;
 
-// Returns the number of fields in a normalized list of numbers.
+// Returns how many numbers a normalized list contains.
 std::uint64_t numbersIn(std::string_view list) {
   std::uint64_t numbers = 0;
   for (std::size_t i = 1; i + 1 < list.size(); ++i) {
@@ -82,8 +82,9 @@ void Reading::exceed(Budget budget) {
   stopAtLimit(Limit::Memory, limits.memory, "over a limit");
 }
 
-// Reports an omitted buffer. The first one is always described, because its description becomes the
-// message of the outcome.
+// Reports an omitted buffer. The message about the first omitted buffer is always created, because
+// it becomes the message of the outcome. The messages about further buffers are created only if the
+// recorder wants them.
 void Reading::refuse(Refusal refusal, const AssignInfo& info) {
   if (refusedFor_ && !recorder_->wants(Severity::Error)) return;
   std::string message = describedBuffer(info, recorder_->statementPath());

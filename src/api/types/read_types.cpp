@@ -73,8 +73,8 @@ ElementType elementTypeOf(const JsonValue& value) {
   fail(value, "\"" + name + "\" is not the element type of a buffer");
 }
 
-// Calls `read(name, value)` for each member. If it returns false, the name is unknown and the text
-// has a problem.
+// Calls `read(name, value)` for each member. `read` returns false for an unknown name. The function
+// then fails.
 template <class Read>
 void readMembers(const JsonValue& object, const Read& read) {
   for (const JsonMember& member : object.members) {

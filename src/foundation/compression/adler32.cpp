@@ -46,7 +46,8 @@ void addSteps(Sums& sums, const unsigned char* data, std::size_t size) {
   const __m128i zero = _mm_setzero_si128();
   const __m128i firstWeights = _mm_setr_epi16(16, 15, 14, 13, 12, 11, 10, 9);
   const __m128i lastWeights = _mm_setr_epi16(8, 7, 6, 5, 4, 3, 2, 1);
-  // The sum of the values that `byteSum` has before each step.
+  // The sum of the values of `byteSum` before each step. `high` includes it STEP_BYTES times: once
+  // for each byte of a step.
   __m128i bytesBefore = zero;
   __m128i byteSum = zero;
   __m128i weighted = zero;

@@ -1,9 +1,9 @@
 // Decompresses and compresses texts.
 //
-// The decoder reads the digits in runs and writes to the caller's memory, so that no data is in
-// memory twice. It may stop before the end of the text. An error about an invalid character
-// anywhere in the text takes precedence over an error of the decoder. Therefore the characters
-// after the stream are checked, too.
+// The digits are converted to bytes in short runs, and the decoder writes directly to the caller's
+// memory. So neither the stream nor the output is in memory twice. The decoder may stop before the
+// end of the text. The characters after that point are checked, too, because an error about an
+// invalid character anywhere in the text takes precedence over an error of the decoder.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -78,10 +78,12 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
   return false;
 }
 
-// Allocates memory in steps. The first capacity is eight times the size of the stream, which is
-// enough for most data. If a capacity is too small, the text is decompressed again with eight times
-// the capacity. The failed attempts together decompress at most 8/7 of the capacity of the last
-// failed attempt. A small text that declares a huge size therefore takes little time and memory.
+// Allocates memory in steps, because a text may declare a size that is much too large. The first
+// capacity is eight times the size of the stream, which is enough for most data. If a capacity is
+// too small, the text is decompressed again with eight times the capacity. The output is then
+// larger than the capacity that was too small. So the time and the memory depend on the output and
+// not on the declared size. All failed attempts together decompress at most 8/7 (1 + 1/8 + 1/64 +
+// ...) of the capacity of the last failed attempt.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;

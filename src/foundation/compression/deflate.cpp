@@ -29,7 +29,7 @@ using namespace deflate_format;
 // The minimum length of a match that the encoder writes. The format also allows matches of 3 bytes,
 // but the codes of such a match rarely take fewer bits than three literals.
 constexpr std::size_t MIN_USED_MATCH = 4;
-// The length of a match that ends the search for a longer match.
+// The search for a longer match ends when a match has this length.
 constexpr std::size_t GOOD_MATCH = 64;
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
@@ -342,7 +342,8 @@ class BlockWriter {
     distanceUses_.assign(DISTANCE_COUNT, 0);
   }
 
-  // The bit that marks the last block, and the two bits of the type.
+  // The number of bits before a block: one bit that marks the last block, and two bits for the
+  // type.
   static constexpr unsigned TYPE_BITS = 3;
 
   void writeType(bool last, BlockType type) {
@@ -365,10 +366,11 @@ class BlockWriter {
     return bits;
   }
 
-  // Returns the size of the block in bits if its data is stored, without the type bits of the first
-  // stored block. After its type bits, a stored block continues at a byte boundary and contains its
-  // size twice, in 16 bits each. Data of more than MAX_STORED_BYTES requires several stored blocks.
-  // Each block after the first adds one byte for its type bits.
+  // Returns the size of the block in bits if its data is stored. Does not include the type bits of
+  // the first stored block. The data of a stored block begins at a byte boundary, after the size of
+  // the data and its complement, in 16 bits each (SIZE_BITS). Data of more than MAX_STORED_BYTES
+  // requires several stored blocks. Each block after the first begins at a byte boundary, so its
+  // type bits take a whole byte.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =

@@ -77,9 +77,10 @@ LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t
   return counts;
 }
 
-// Lengthens codes until the set is complete. A complete set uses a code space of 2^maxBits codes of
-// `maxBits` bits. Each step replaces a shorter code and a code of `maxBits` bits by two codes that
-// are one bit longer than the shorter code. This reduces the used code space by one.
+// Lengthens codes until the set is complete. The unit of the code space is a code of `maxBits`
+// bits, so a shorter code of n bits uses 2^(maxBits - n). A complete set uses 2^maxBits. Each step
+// replaces a shorter code and a code of `maxBits` bits by two codes that are one bit longer than
+// the shorter code. This reduces the used code space by one.
 void makeFit(LengthCounts& counts, unsigned maxBits) {
   std::uint32_t taken = 0;
   for (unsigned bits = 1; bits <= maxBits; ++bits) taken += counts[bits] << (maxBits - bits);

@@ -1,7 +1,8 @@
 // The decoder of zlib streams. Two loops share one state.
 //
-// The fast loop runs while the input run and the output contain enough bytes for any iteration. It
-// checks no other bound, refills its bit buffer 8 bytes at a time and copies matches in chunks.
+// The input arrives in runs (see ByteFeed). The fast loop runs while the rest of the current run
+// and the rest of the output are large enough for any iteration. It checks no other bound, refills
+// its bit buffer 8 bytes at a time and copies matches in chunks.
 //
 // The careful loop decodes one symbol per iteration and checks every bound. At the end of an input
 // run, it continues with the next run, byte by byte.
@@ -82,8 +83,8 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Gets the next input run. Updates the checksum once per run, so that the output is still in the
-// cache.
+// Gets the next input run. Updates the checksum before that, once per run. The output of a short
+// run is then still in the cache.
 bool Inflater::nextRun() {
   sumOutput();
   const std::size_t size = feed_.next(in_);
@@ -97,7 +98,7 @@ void Inflater::sumOutput() {
 }
 
 // Loads input until the buffer contains `count` bits. `count` must be at most 32. Returns false if
-// the input ends before that.
+// the input has too few bits.
 bool Inflater::ensure(unsigned count) {
   while (bitCount_ < count) {
     if (in_ == inEnd_ && !nextRun()) return false;

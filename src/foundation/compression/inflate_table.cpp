@@ -3,8 +3,8 @@
 //
 // A stream contains the highest bit of a code first. The decoder reads this bit as the lowest bit,
 // so the codes in this file have their bits in reverse order. The codes of up to n bits fill the
-// first 2^n primary slots. For codes of n + 1 bits, these slots are first copied to the next 2^n
-// slots.
+// first 2^n primary slots. Before the codes of n + 1 bits are added, these slots are copied to the
+// next 2^n slots, because bit n does not change the meaning of a shorter code.
 #include "foundation/compression/inflate_table.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-// Converts lists of numbers. A kernel converts runs of plain fields, and number_text converts the
-// fields between these runs. The end of the list is converted from a copy, so that the kernel may
-// read past the end.
+// Converts lists of numbers. A kernel converts sequences of plain fields (see number_field.h).
+// There is one kernel for each kind of processor. number_text converts the other fields. The end of
+// the list is converted from a copy, so that the kernel may read past the end.
 #include "foundation/numbers/number_list.h"
 
 #include <algorithm>
@@ -45,9 +45,9 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
   return {tail.next, run.count + tail.count};
 }
 
-/// Removes the last number of `run` if only a blank follows it in the list. The list then ends in
-/// an empty field, which cannot be converted. With the number, `next` would be `end`, as if all
-/// fields were converted.
+/// Removes the last number of `run` if only a blank follows it in the list. In this case the list
+/// ends in an empty field, which cannot be converted. If the number stayed in the run, `next` would
+/// be equal to `end`, which means that all fields were converted.
 NumberRun withoutLastBeforeBlank(const char* from, const char* end, NumberRun run) {
   if (run.count == 0 || run.next != end || end[-1] != ' ') return run;
   const std::string_view before(from, static_cast<size_t>(end - from) - 1);

@@ -5,9 +5,9 @@
 // of a field is known before the field is read, so the conversion of a field need not wait for the
 // previous field.
 //
-// The conversion is the same as in the SSE4.1 kernel. That kernel also converts each group with a
-// field that is too long for this kernel (16 characters or more) or has an exponent, and the end of
-// the list.
+// The conversion is the same as in the SSE4.1 kernel. The AVX2 kernel leaves two things to the
+// SSE4.1 kernel: the end of the list, and each group of four fields that it cannot convert, for
+// example because a field has an exponent or more than 15 characters.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_AVX2_KERNEL
@@ -36,8 +36,8 @@ constexpr size_t STEP = 64;     // The number of characters in a mask of blanks.
 constexpr size_t SPILL = 8;
 constexpr size_t GROUP = 4;  // The number of fields that are converted together.
 
-// The distances in bytes from the current positions in the input and the output to the memory that
-// is prefetched. The hardware prefetcher stops at the end of a page.
+// How many bytes ahead of the current position the kernel prefetches the input and the output. The
+// kernel does this because the hardware prefetcher stops at the end of a page.
 constexpr size_t AHEAD = 2048;
 constexpr size_t OUTPUT_AHEAD = 256;
 

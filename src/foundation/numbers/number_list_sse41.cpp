@@ -117,7 +117,7 @@ VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, R
       static_cast<double>(static_cast<int64_t>(digits)) / POINT_DIVISORS[shape.pointFromEnd];
   if constexpr (std::is_same_v<Real, float>) {
     // A number of up to 15 digits is divided by a power of ten up to 10^14. The quotient is always
-    // in the range of a float, so only a half-way value does not determine the float.
+    // in the range of a float. It determines the float unless it is half-way between two floats.
     if (isHalfWayBetweenFloats(value)) return nullptr;
   }
   out = withSign(static_cast<Real>(value), negative);

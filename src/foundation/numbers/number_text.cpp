@@ -82,7 +82,8 @@ struct Magnitude {
   uint64_t value = 0;
 };
 
-/// Parses the production `integer`. Does not check the range of the target type.
+/// Parses the production `integer` of the grammar in number_text.h. Does not check the range of the
+/// target type.
 bool parseMagnitude(Text text, Magnitude& out) {
   out.negative = readSign(text);
   if (!text.startsWithDigit()) return false;
@@ -125,7 +126,7 @@ struct Decimal {
   }
 };
 
-/// Parses the first alternative of the production `real` after its sign.
+/// Parses the first alternative of the production `real` in number_text.h. The sign has been read.
 bool parseDecimal(Text text, Decimal& out) {
   const char* const first = text.at;
   bool hasDigit = text.startsWithDigit();

@@ -106,8 +106,8 @@ int escape(const char* at, const char* end, char*& to) {
   return 4;
 }
 
-// Copies the characters before the first backslash. Returns their number. May write up to end - at
-// characters.
+// Copies the characters before the first backslash. Returns their number. May write more characters
+// than this number, but at most end - at.
 std::size_t copyPlain(const char* at, const char* end, char* to) {
   const char* const begin = at;
 #if defined(__SSE2__)

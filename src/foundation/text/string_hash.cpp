@@ -3,8 +3,8 @@
 //
 // The hash depends on a random key, which is created once per process. Texts that collide in one
 // process do not collide in another process. Therefore nobody can write a file whose names all
-// collide. Exception: names that differ only in their last character may collide, but at most about
-// 190 such names can exist.
+// collide. Exception: names that differ only in their last character may collide. At most 190 names
+// differ in this way, because 190 different bytes can occur in a name.
 #include <chrono>
 #include <cstdint>
 

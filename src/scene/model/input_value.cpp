@@ -41,10 +41,10 @@ void InputImpl::setElementType(AttrType type) {
   }
 }
 
-// Whether this element is typed: `set` then leaves its type as it is. `listType` is the element
-// type of the array that contains it. A Null element is not typed. In an array of buffers or
-// arrays, neither is a buffer or array whose own element type is not set. Every other element is
-// typed.
+// Whether this element is typed, so that `set` does not change its type. `listType` is the element
+// type of the array that contains this element. Three kinds of elements are not typed: a Null
+// element, a buffer without an element type in an array of buffers, and an array without an element
+// type in an array of arrays.
 bool InputImpl::isTypedElement(AttrType listType) const noexcept {
   if (typeOf() == AttrType::Null) return false;
   if (typeOf() != listType) return true;
@@ -72,9 +72,9 @@ void InputImpl::becomeUntyped() noexcept {
 
 // --- values ---
 
-// Assigns a value. A Null input first takes the type of the value. If the types differ, the value
-// is not assigned and its memory is freed. Each branch takes ownership of the value's memory before
-// the branch can throw.
+// Assigns a value. A Null input first takes the type of the value, except the type Object. If the
+// types then differ, the value is not assigned and its memory is freed. Each branch takes ownership
+// of the value's memory before the branch can throw.
 void InputImpl::assign(const AttrData& value) {
   markUsed();
   if (value.type != AttrType::Object) become(value.type);

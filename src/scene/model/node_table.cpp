@@ -23,7 +23,8 @@ InputImpl* NodeTable::addInput(interfaces::INode& node, const String& name, Attr
   return static_cast<NodeImpl&>(node).addInput(name, type);
 }
 
-// Prefetches the first node whose name has the same tag. This is usually the node of that name.
+// Prefetches the first node whose name has the same tag in the index (the low 32 bits of the hash).
+// This is usually the node whose name has the hash `nameHash`.
 void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   const std::uint64_t position = index_.find(nameHash, [](std::uint64_t) { return true; });
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);
@@ -31,8 +32,8 @@ void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
 
 // Finds a node. Caches the name only if no node has it. A node that was found is not cached for two
 // reasons. The resolution of links looks up many different nodes, so the cached node would rarely
-// be the next one. The cache would also share the memory of the name, which the resolution reuses
-// for another name.
+// be the next one. The resolution also reuses the memory of its name for the next name. It cannot
+// do so while the cache shares this memory.
 NodeImpl* NodeTable::find(const String& name) {
   if (name == lastName_) return last_;
   NodeImpl* const found = look(name.hash(), InlineName::Key(name));

@@ -26,8 +26,8 @@ using Type = Token::Type;
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
 // The maximum number of bytes to collect in one step. A step fits into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;
-// The minimum size in bytes of a long list. A long list that needs more capacity reserves up to
-// MAX_LONG_LIST_GROWTH times its size in addition (see reserveForList).
+// A list of at least this many bytes is a long list. When the buffer of a long list is full, it
+// grows by up to MAX_LONG_LIST_GROWTH times the size of the list (see reserveForList).
 constexpr std::uint64_t MIN_LONG_LIST_BYTES = 1U << 18;
 constexpr std::uint64_t MAX_LONG_LIST_GROWTH = 15;
 
@@ -72,7 +72,8 @@ void Lexer::collect() {
   chars_.push_back(consume());
 }
 
-// Collects characters while they are in one of `classes`. No class may contain the line feed.
+// Collects characters while they are in one of `classes`. `classes` must not contain the line feed,
+// because the function does not count lines.
 void Lexer::collectRun(unsigned classes) {
   while (is(lookaheadChar, classes)) {
     if (windowBegin == windowLast()) {

@@ -1,10 +1,11 @@
-// The kernels of the list normaliser. The vector kernels process one vector of bytes per step.
+// Normalises lists. There are three versions (kernels) of the function: a portable one, and two
+// with vector instructions (SSE4.2 and AVX2), which process one vector of bytes per step.
 //
 // Two table look-ups, by the high and the low nibble, classify a byte (Langdale and Lemire,
 // "Parsing Gigabytes of JSON per Second", 2019). Most lists are almost in normal form, so most
-// steps are one store. Each step advances by the full width of a vector. A step depends on the
-// previous step by only one bit: whether the previous step ended in a separator. If the list ends
-// in separators, they are removed last.
+// steps store the whole vector at once. Each step advances by the full width of a vector. A step
+// depends on the previous step by only one bit: whether the previous step ended in a separator. If
+// the list ends in separators, they are removed last.
 #include "vsa/lex/list_normalizer.h"
 
 #include <array>
@@ -57,8 +58,9 @@ NormalizedList normalizeListPortable(const char* from, const char* end, char* to
 namespace {
 
 // Tables that classify a byte. The classes of a byte are byHigh[high nibble] & byLow[low nibble]. A
-// byte of 0x80 or more has no class. One bit represents a set of low nibbles within one class. High
-// nibbles with the same set use the same bit.
+// byte of 0x80 or more has no class. There are only eight bits, and two classes of 16 high nibbles.
+// Therefore a bit does not represent a high nibble, but a set of low nibbles: the bytes of one
+// class with the same high nibble. High nibbles with the same set share the bit.
 struct NibbleTables {
   alignas(16) std::int8_t byHigh[16] = {};
   alignas(16) std::int8_t byLow[16] = {};
@@ -206,16 +208,16 @@ VSA_AVX2_INLINE char* writeMembers32(__m256i bytes, std::uint32_t set, char* to)
   return writeMembers16(_mm256_extracti128_si256(bytes, 1), set >> 16, to);
 }
 
-/// Prefetches the input and the output of later steps. The hardware prefetcher stops at the end of
-/// a page.
+/// Prefetches the input and the output of later steps. This is necessary because the hardware
+/// prefetcher stops at the end of a page.
 inline void prefetchAhead(const char* from, char* to) noexcept {
   constexpr std::size_t AHEAD = 2048;
   zn::detail::prefetch(from, AHEAD);
   zn::detail::prefetchForWriting(to, AHEAD);
 }
 
-/// Removes the separators at the end of the last step. Normalises the rest of the list byte by
-/// byte.
+/// Finishes the list after the vector steps. Takes back the separators at the end of the last step,
+/// in the output and in the input. Then normalises the rest of the list byte by byte.
 NormalizedList finishList(const char* from, const char* end, char* to, bool isAfterSeparator) {
   if (isAfterSeparator) {
     --to;

@@ -11,8 +11,9 @@ using zn::korvo_sdk::Input;
 
 namespace {
 
-// The maximum number of elements that the statement of a later element may create. Each of them
-// counts towards the limit of the scene that reads the text (see Scene::emptyElementLimit).
+// The maximum number of elements that the statement of a later element may create. There is a
+// maximum, because these elements count towards the limit of empty elements of the scene that reads
+// the text (see Scene::emptyElementLimit).
 constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
 
 bool isBare(Input& element) {
@@ -20,11 +21,12 @@ bool isBare(Input& element) {
          element.elementType() == AttrType::Null && element.connection() == nullptr;
 }
 
-/// Finds the first element that has elements of its own, in an array of arrays. Its statements also
-/// create all elements before it. So these need no statement "[]", which would cause a message.
-/// This is possible only if they are empty arrays without an element type and without a connection.
-/// Returns the index of that element. Returns 0 if there is no such element, or if an element
-/// before it has another form.
+/// Finds the first element that has elements of its own, in an array of arrays. Returns its index.
+/// The statements of this element also create all elements before it, so the elements before it
+/// need no statement. (A statement "[]" would create an empty array, but the reader would report
+/// it.) Exception: returns 0 if an element before it is not an empty array, has an element type or
+/// has a connection, because such an element needs a statement. Also returns 0 if none of the first
+/// MAX_MADE_BY_LATER elements has elements.
 std::uint64_t firstWritten(Input& array) {
   const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {
@@ -52,12 +54,12 @@ Start ArrayState::startOfElement() const {
   return start;
 }
 
-// Whether a statement with a value can create or set an element of this type. If the array has an
-// element type in the scene of the reader, this type must be equal: the caller has checked this. If
-// the array has no element type yet, the statement must also set the element type. For a named
-// array, only the statement that creates the array does so. For an array that is an element of
-// another array, every statement does so. Links need no such check: a link appends an element with
-// the element type of the array, and a reference changes an element of type Null to Node.
+// Whether a statement with a value can create or set an element of this type. If the array already
+// has an element type in the scene of the reader, the caller has checked that the two types are
+// equal. If the array has no element type yet, the statement must also set the element type. For a
+// named array, only the statement that creates the array does so. For an array that is an element
+// of another array, every statement does so. Links need no such check: a link appends an element
+// with the element type of the array, and a reference changes an element of type Null to Node.
 bool ArrayState::takesValue(AttrType type) const {
   return type == elementType_ || !isNamed_ || !exists_;
 }

@@ -20,8 +20,8 @@ using zn::korvo_sdk::isOtherNan;
 
 namespace {
 
-// The plan for an input that has the right value already. A link is the only form that does not
-// change a value.
+// The plan for an input that already has the right value in the scene of the reader. Its statement
+// is a link, because every other statement would change the value.
 constexpr Plan UNCHANGED{Form::Link};
 
 Plan problem(const char* reason) {

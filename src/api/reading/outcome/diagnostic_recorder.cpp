@@ -216,8 +216,8 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   } else if (!session.isResolving()) {
     problem.noticed = startOf({parser_.current.line, parser_.current.column});
   }
-  // The parser does not consume a token that the grammar does not allow, so that token is the next
-  // one.
+  // The parser does not consume a token that the grammar does not allow. The next token is
+  // therefore the token that caused the problem.
   const auto& next = parser_.tokens;
   problem.isAtEnd = next.size != 0 && next.data[parser_.head].type == Token::Type::Eof;
   setRange(diagnostic, start, problem);

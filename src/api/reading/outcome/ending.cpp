@@ -10,7 +10,7 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadStopped;
 
-// Returns the text of an exception. It is valid as long as the exception.
+// Returns the text of an exception. The text is valid as long as the exception exists.
 std::string_view textOf(const std::exception_ptr& exception) noexcept {
   try {
     std::rethrow_exception(exception);

@@ -11,8 +11,8 @@ bool isContinuation(unsigned char byte) {
   return (byte & 0xC0U) == 0x80U;
 }
 
-// Returns how many bytes a character has whose first byte is `first`. Returns 1 if no character
-// begins with this byte.
+// Returns the number of bytes of a UTF-8 character that begins with the byte `first`. Returns 1 if
+// no character begins with this byte.
 std::size_t bytesAnnounced(unsigned char first) {
   if (first >= 0xF0U && first <= 0xF4U) return 4;
   if (first >= 0xE0U && first < 0xF0U) return 3;

@@ -31,8 +31,9 @@ std::size_t RangeRules::pathTokenAfter(std::string_view inputPath) const {
   return parts_.pathEnd;
 }
 
-// Returns the range of the value if the value has the wrong type. Otherwise returns the range of
-// the path tokens with the wrong type.
+// Returns the range of a part that has the wrong type. If the path ends in an index and the value
+// has another type than the elements of the array, this is the value. Otherwise it is the part of
+// the path after the input whose type is wrong, or the whole path if nothing follows that input.
 Found RangeRules::typeClash() const {
   const std::size_t part = pathTokenAfter(problem_.diagnostic.inputPath);
   const bool isValue = part + 1 >= parts_.pathEnd && part < parts_.pathEnd &&

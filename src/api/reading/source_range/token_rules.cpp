@@ -19,9 +19,11 @@ using Found = RangeRules::Found;
 
 }  // namespace
 
-// Returns the range of an invalid character, or of the number that contains it. There is one
-// exception: the range is the opening bracket if the list has no closing bracket, or if a brace
-// begins a block. A list has no closing bracket if it contains the beginning of the next statement.
+// Returns the range of an invalid character, or of the number that contains it. There are two
+// exceptions, for which the range is the opening bracket: a brace that begins a block, and a list
+// that is probably never closed. A list counts as never closed if the invalid character is one of
+// ENDS, which occur outside of lists, or if the character is on a later line than the opening
+// bracket.
 Found RangeRules::invalidCharacter() const {
   const std::uint64_t at = *problem_.character;
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -50,8 +52,8 @@ bool RangeRules::opensBlock(std::size_t token) const {
 }
 
 // Whether the invalid character at `at` probably begins a comment in a list, as in "{1 # one". A
-// `#` at the beginning of a line is more likely to follow a list that is never closed. The bytes
-// after the character do not matter: a source may not have delivered them yet.
+// `#` at the beginning of a line is more likely to follow a list that is never closed. The function
+// does not use the bytes after the character, because a source may not have delivered them yet.
 bool RangeRules::isCommentInList(std::size_t token, std::uint64_t at) const {
   const std::uint64_t begin = tokens_[token].begin;
   const std::string_view list = tokens_.bytesFrom(begin).substr(0, at - begin + 1);
