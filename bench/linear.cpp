@@ -23,7 +23,7 @@ struct Case {
   const char* name;
   size_t size;  // The size n.
   std::string (*make)(size_t n);
-  // Returns n for the scene of a text of size n. Null if the scene is not checked.
+  // Returns n for the scene of a text of size n. The pointer is null if the scene is not checked.
   uint64_t (*count)(Scene& scene);
 };
 

@@ -39,7 +39,7 @@ Vec3 normalized(Vec3 v) {
   return {v.x / length, v.y / length, v.z / length};
 }
 
-// A curved surface with columns by rows of vertices. Its place and rotation are random.
+// A curved surface: a grid of vertices in columns and rows. Its place and rotation are random.
 struct Mesh {
   NumberList points, normals, uvs, indices;
 };

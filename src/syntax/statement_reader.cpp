@@ -11,8 +11,9 @@ namespace {
 
 using Tokens = std::span<const SyntaxToken>;
 
-// The maximum number of tokens and of bytes in one part of a statement. A valid statement is far
-// below both limits: only a path can have many tokens, and a scene limits the depth of inputs.
+// The maximum number of tokens in one part of a statement, and the maximum number of bytes of their
+// texts that are kept (the first piece of each token). A valid statement is far below both limits:
+// only a path can have many tokens, and a scene limits the depth of inputs.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 

@@ -31,8 +31,8 @@ void VsaParser::parseSimpleStatements() {
   lastLexed = tokens[tokens.size - 1];
 }
 
-// Begins the statement. Returns false if the statement may exceed a limit before it is executed.
-// The parser then reads the statement from tokens.
+// Begins the statement. Returns false if the statement may exceed a limit before the scene is
+// called. The parser then reads the statement from tokens.
 bool VsaParser::begin(const SimpleStatement& statement) const {
   return session == nullptr || session->beginSimple(statement, current.line, current.column);
 }

@@ -73,7 +73,8 @@ bool isCompressed(const AssignInfo& info) {
 }
 
 // Returns an upper bound of the bytes that a compressed literal expands to. DEFLATE expands one
-// byte to at most 1032 bytes, and the text contains two digits for each byte.
+// byte to at most 1032 bytes, and the text contains two digits for each byte. So each digit expands
+// to at most 516 bytes.
 std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
   constexpr std::uint64_t MAX_EXPANSION = 516;
   return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
@@ -117,9 +118,9 @@ void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* sess
 // The number of bytes to convert between two polls of the session.
 constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
 
-// Converts the fields between the blanks to numbers. A field that does not convert is reported
-// last. If there are also too few fields, this is logged first. If there are too many, only this is
-// reported, because the message is fatal.
+// Converts the fields between the blanks to numbers. Reports up to two problems: first a wrong
+// number of fields, then a field that does not convert. Exception: if there are too many fields,
+// only this is reported, because the message is fatal.
 void convertElements(const AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const DataType component = componentType(buffer.type);

@@ -84,8 +84,8 @@ void readMembers(const JsonValue& object, const Read& read) {
   }
 }
 
-// Sets the type of the elements. The text may contain "elements" before "type", so this function is
-// called after "type" was read.
+// Sets the type of the elements. The meaning of "elements" depends on "type", which may be after
+// "elements" in the text. So this function is called after "type" was read.
 void readElements(const JsonValue& value, zn::korvo_sdk::InputDeclaration& input) {
   if (input.type == ValueType::Array) {
     input.elementType = valueTypeOf(value);

@@ -43,9 +43,10 @@ void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   remaining_ -= std::min(notUsed, remaining_);
 }
 
-// Returns true if the buffer may be allocated. Otherwise reports the reason. Buffers may take seven
-// eighths of the default limit. The last eighth remains for other memory, so that the reading can
-// continue after a buffer was refused.
+// Returns true if the buffer may be allocated. Otherwise reports the reason. If the memory limit is
+// the default, buffers may take seven eighths of it. The last eighth remains for other memory, so
+// that the reading can continue after a buffer was refused. If the host has set the limit, buffers
+// may take all of it.
 bool ReadSession::admitsBuffer(const AssignInfo& info) {
   const std::uint64_t rest = isDefaultMemory ? limits.memory / 8 : 0;
   const std::uint64_t forBuffers = limits.memory - rest;

@@ -24,7 +24,7 @@ using Type = Token::Type;
 // The minimum size of a token text that adopts the buffer of the collected characters. A shorter
 // text is a copy of the characters.
 constexpr std::uint64_t MIN_ADOPTED_BYTES = 1024;
-// The maximum number of bytes to collect in one step. A step fits into the L1 cache.
+// The maximum number of bytes to collect in one step. The bytes of a step fit into the L1 cache.
 constexpr std::size_t MAX_STEP_BYTES = 16384;
 // A list of at least this many bytes is a long list. When the buffer of a long list is full, it
 // grows by up to MAX_LONG_LIST_GROWTH times the size of the list (see reserveForList).

@@ -189,8 +189,8 @@ const char* StatementScanner::statement(SimpleStatement& out) {
   }
 }
 
-// Recognises "#" and the rest of the line. Scans the white space before the comment again, because
-// readNext has also counted the line feeds after the comment.
+// Recognises "#" and the rest of the line. Scans the white space before the comment again to find
+// the line of the comment, because readNext has also counted the line feeds after the comment.
 const char* StatementScanner::comment(SimpleStatement& out) {
   moveToEnd();
   skipWhite(end_);

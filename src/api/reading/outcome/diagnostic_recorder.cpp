@@ -198,8 +198,8 @@ void DiagnosticRecorder::checkLimit(bool endedReading) {
 
 // --- the source range ---
 
-// Returns the offset after the last character of `tokenBefore`. Returns 0 if its line is 0: there
-// is no token before.
+// Returns the offset after the last character of `tokenBefore`. If the line of `tokenBefore` is 0,
+// there is no such token, and the function returns 0.
 std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
   return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }

@@ -7,7 +7,8 @@ namespace vsa {
 namespace {
 
 // Whether the character separates numbers: a comma, white space, or a bracket that is not of the
-// kind of the list. The lexer removes brackets of the list's own kind.
+// kind of the list. Brackets of the list's own kind do not separate numbers, because the lexer only
+// removes them.
 bool isSeparator(char c, char open, char close) {
   if (c == open || c == close) return false;
   constexpr std::string_view OTHERS = ",()[]{}";

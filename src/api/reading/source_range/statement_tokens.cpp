@@ -45,8 +45,8 @@ StatementTokens::StatementTokens(TextStore& store, const TextIndex& index, std::
   items_.clear();
 }
 
-// Lexes `bytes`. Returns false if the statement continues after them. `isWhole` is true if they
-// include the end of the text.
+// Lexes `bytes`. Returns false if the statement continues after `bytes`. `isWhole` is true if
+// `bytes` includes the end of the text.
 bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
   items_.clear();
   NoObserver observer;

@@ -6,7 +6,8 @@ SmallBlockPool::~SmallBlockPool() {
   for (void* const chunk : chunks_) ::operator delete(chunk);
 }
 
-// The rest of the last chunk stays unused. It is less than MAX_BYTES.
+// Allocates a chunk for the next blocks. The rest of the previous chunk, which is less than
+// MAX_BYTES, stays unused.
 void SmallBlockPool::addChunk() {
   // Adds the pointer before the chunk is allocated. Otherwise an exception of push_back would leak
   // the chunk.
