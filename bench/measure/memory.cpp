@@ -41,7 +41,7 @@ void resetPeak() {
   }
 }
 
-// The option for each Route, in the order of Route.
+// The argument that passes the Route to the child process, for each Route in order.
 constexpr const char* ROUTES[] = {"string", "file", "text", "path"};
 
 size_t measure(Route route, const char* path) {

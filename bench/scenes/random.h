@@ -27,7 +27,8 @@ class Random {
   // Returns a number from first to last, inclusive.
   size_t between(size_t first, size_t last) { return first + below(last - first + 1); }
 
-  // Returns a real from 0, inclusive, to 1, exclusive.
+  // Returns a real from 0, inclusive, to 1, exclusive. It has 53 random bits, because a double has
+  // a precision of 53 bits.
   double unit() { return static_cast<double>(next() >> 11) * 0x1p-53; }
 
   // Returns a real from low to high.

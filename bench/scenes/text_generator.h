@@ -24,7 +24,8 @@ struct Expected {
   size_t references = 0;
   size_t connections = 0;
   size_t strings = 0;
-  // The size of all strings without escape sequences.
+  // The size in bytes of all strings as values, without quotes and with each escape sequence
+  // replaced by its character.
   size_t stringBytes = 0;
   // The number of components of all buffers.
   size_t numbers = 0;

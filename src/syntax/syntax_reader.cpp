@@ -86,7 +86,7 @@ class SyntaxReader::State {
   std::uint64_t lineBegin_ = 0;
 
   impl::TokenScanState token_;
-  bool isInside_ = false;  // whether the piece returned last was not the last piece of its token
+  bool isInside_ = false;  // whether more pieces of the current token follow
 };
 
 SyntaxReader::SyntaxReader(std::string_view text) : state_(std::make_unique<State>(text)) {

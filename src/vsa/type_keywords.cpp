@@ -10,8 +10,8 @@ namespace {
 
 using TypeTable = ds::HashMap<String, DataType>;
 
-// Returns the element types by keyword in lower case: the types with one component if `isScalar` is
-// true, otherwise the types with several.
+// Returns a table that maps keywords in lower case to element types. If `isScalar` is true, it
+// contains the types with one component, otherwise the types with several.
 const TypeTable* makeTable(bool isScalar) {
   auto table = std::make_unique<TypeTable>();
   for (int i = 0; i < DATA_TYPE_COUNT; ++i) {

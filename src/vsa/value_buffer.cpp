@@ -90,7 +90,7 @@ void allocateElements(AssignInfo& info, const Emitter& messages) {
   if (buffer.memory == nullptr) cannotAllocate(info, messages);
 }
 
-// Polls a session during decompression.
+// Polls the host during decompression (see ReadSession::continueValue).
 class SessionObserver final : public RunObserver {
  public:
   explicit SessionObserver(ReadSession& session) : session_(session) {}
@@ -115,7 +115,7 @@ void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* sess
   if (session != nullptr) session->endBuffer(info, length);
 }
 
-// The number of bytes to convert between two polls of the session.
+// The number of bytes to convert between two polls of the host (see ReadSession::continueValue).
 constexpr std::uint64_t BYTES_PER_POLL = std::uint64_t{4} << 20;
 
 // Converts the fields between the blanks to numbers. Reports up to two problems: first a wrong

@@ -97,8 +97,8 @@ IInput* PathResolver::createInput(const String& name) {
                  : current_->createInput(name, required_.type);
 }
 
-// Returns the element of the current array at the index in `name`. Appends elements until this
-// index exists.
+// Returns the element of the current array at the index in `name`. Appends elements until the
+// element exists.
 IInput* PathResolver::elementAt(const String& name, const Token& element) {
   IInput& array = *current_;
   if (array.elementType() == AttrType::Null) setElementType(array);
@@ -118,7 +118,8 @@ IInput* PathResolver::elementAt(const String& name, const Token& element) {
   return array.element(index);
 }
 
-// Sets the element type of an array that has none to the required element type.
+// Sets the element type of the array to `required_.type`. Called for an array without an element
+// type.
 void PathResolver::setElementType(IInput& array) const {
   AttrData structure;
   structure.type = AttrType::Array;

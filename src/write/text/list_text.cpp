@@ -23,8 +23,8 @@ struct LineLayout {
   std::uint64_t maxUnits;    // the maximum number of units in a line
 };
 
-/// Returns how many numbers must be in one line: those of an element, or those of a row if the
-/// element is a matrix.
+/// Returns how many numbers must be in one line: the components of an element or, if the element is
+/// a matrix, the components of a row.
 std::uint64_t unitOf(DataType type) {
   const std::uint64_t count = zn::korvo_sdk::componentCount(type);
   if (count == 9) return 3;

@@ -91,7 +91,7 @@ bool isZeroText(const char* text) {
   return *text == '\0';
 }
 
-/// Whether a new input of the same type has the same value.
+/// Whether `input` has the value that a new input of its type has.
 bool isZero(const Input& input) {
   switch (input.type()) {
     case AttrType::Bool:

@@ -29,7 +29,7 @@ Found RangeRules::invalidCharacter() const {
   for (std::size_t i = 0; i < tokens_.size(); ++i) {
     const Item& token = tokens_[i];
     if (token.type != Type::Invalid || token.end != at || token.begin >= at) continue;
-    constexpr std::string_view ENDS = ";=\"#|:{(";  // "{" and "(" are invalid in brackets only
+    constexpr std::string_view ENDS = ";=\"#|:{(";  // only "[" lists cannot contain "{" and "("
     const std::string_view written = problem_.diagnostic.argument("character");
     const char character = written.empty() ? '\0' : written.front();
     if (opensBlock(i)) return opening(i);

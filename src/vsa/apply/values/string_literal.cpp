@@ -46,7 +46,7 @@ char* copyOfShort(std::string_view text) {
   return static_cast<char*>(std::memcpy(allocateString(length), unescaped, length + 1));
 }
 
-// The number of bytes to unescape between two polls of the session.
+// The number of bytes to unescape between two polls of the host (see ReadSession::continueValue).
 constexpr std::size_t BYTES_PER_POLL = std::size_t{4} << 20;
 
 char* unescapeLong(std::string_view text, char* to, ReadSession* session) {
