@@ -36,8 +36,8 @@ TextPosition moved(const TextPosition& position, const TextPosition& literal) {
 
 // Returns the column of the log line in the whole text. Only the columns of the first line change.
 // The literal begins at column BEFORE.size() + 1 of the small text, and at column `literal.column`
-// of the whole text. The log column may be that of a token before the literal. The result would
-// then be negative, and the function returns 0.
+// of the whole text. The log column may be that of a token before the literal. The function returns
+// 0 if the result would therefore be negative.
 std::int32_t movedColumn(const Diagnostic& found, const TextPosition& literal) {
   if (found.logLineNumber != 1) return found.logColumn;
   const auto moved = static_cast<std::int64_t>(literal.column) + found.logColumn -

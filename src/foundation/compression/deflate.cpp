@@ -29,7 +29,7 @@ using namespace deflate_format;
 // The minimum length of a match that the encoder writes. The format also allows matches of 3 bytes,
 // but the codes of such a match rarely take fewer bits than three literals.
 constexpr std::size_t MIN_USED_MATCH = 4;
-// The search for a longer match ends when a match has this length.
+// The search for a longer match ends when a match has at least this length.
 constexpr std::size_t GOOD_MATCH = 64;
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;

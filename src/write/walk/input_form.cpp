@@ -21,7 +21,7 @@ using zn::korvo_sdk::isOtherNan;
 namespace {
 
 // The plan for an input that already has the right value in the scene of the reader. Its statement
-// is a link, because every other statement would change the value.
+// is a link, because a link is the only form that does not change the value.
 constexpr Plan UNCHANGED{Form::Link};
 
 Plan problem(const char* reason) {
