@@ -37,7 +37,8 @@ void writeReadText(std::string_view input);
 void writeMadeScene(std::string_view input);
 /// Formats a text like vsa fmt. The tokens and the scene must stay the same.
 void formatAndRead(std::string_view input);
-/// Compares, prints, extracts and renames the scenes of two texts like the commands.
+/// Does with the scenes of two texts what the commands do: compares both scenes, prints one of
+/// them, renames its nodes, and extracts a part of it.
 void lookAtScenes(std::string_view input);
 
 /// Checks a text with all rules of vsa check, and renders the findings.

@@ -20,7 +20,8 @@ struct ReadScene {
   const zn::korvo_sdk::Scene& scene;
 };
 
-/// Fails with both dumps unless they are equal. `about` is the name of the compared result.
+/// Fails if the dumps of the two scenes differ, and prints both dumps. `about` names the compared
+/// result in the message.
 void checkSameScene(const ReadScene& expected, const ReadScene& found, std::string_view about);
 
 }  // namespace vsa_fuzz

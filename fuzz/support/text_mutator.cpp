@@ -1,5 +1,6 @@
-// The mutator of libFuzzer for texts. Two of three mutations change whole statements, so that most
-// of the text stays valid. The third changes bytes.
+// The mutator of libFuzzer for texts. One of three mutations changes bytes. The other two change
+// whole statements, so that most of the text stays valid. Exception: a few of these replace the
+// whole text by a new one.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>

@@ -73,8 +73,8 @@ const Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {
                           {"quat", 4}, {"mat3", 9}, {"mat4", 16}, {"rgba", 4}, {"RGBA", 3}};
 const Literal BYTE_BUFFERS[] = {{"byte", 1}, {"char", 1}, {"rgb8", 3}, {"rgba8", 4}};
 
-// Returns a literal for each element type. Its keyword is the display name, which contains
-// upper-case letters.
+// Returns a literal for each element type. Its keyword is the name of the type in messages, which
+// contains upper-case letters. The reader ignores the case of a keyword.
 std::vector<Literal> bufferLiterals() {
   using namespace zn::korvo_sdk;
   std::vector<Literal> literals;

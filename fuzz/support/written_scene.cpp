@@ -23,8 +23,9 @@ void readAgain(FuzzScene& scene, const std::string& text) {
 
 vsa::WriteOptions writeOptions(unsigned settings) {
   vsa::WriteOptions options;
-  // Writes only the comments of the scene. If the writer added comments with the version and the
-  // time, the scene that is read back would have more comments than the first one.
+  // The header of the text gets only the comments that the scene has. If the writer added comments
+  // with the version and the time, the scene that is read back would have more comments than the
+  // first one.
   options.header = vsa::HeaderForm::Comments;
   if ((settings & 1) != 0) options.paths = vsa::PathForm::Full;
   if ((settings & 2) != 0) options.links = vsa::LinkPlace::Last;

@@ -64,14 +64,16 @@ void look(const vsa_tools::SceneFile& file, unsigned settings) {
   if (statistics.nodes() != scene.nodes().size()) fail("stats: the count of nodes is wrong");
 }
 
-/// Whether there are diagnostics other than BadEnumValue. That one is about the value of a string,
-/// which the extracted text keeps, so it may occur again.
+/// Whether there are diagnostics other than BadEnumValue. The extracted text may cause BadEnumValue
+/// again, because that diagnostic is about the value of a string, and the extracted text keeps the
+/// value.
 bool hasMessages(const vsa::ReadResult& read) {
   return std::any_of(read.diagnostics.begin(), read.diagnostics.end(),
                      [](const auto& found) { return found.id != vsa::DiagnosticId::BadEnumValue; });
 }
 
-/// Reduces the scene to the part that one node requires, and writes it.
+/// Reduces the scene to one node and the nodes that it links to, as vsa extract does. Writes this
+/// part, and checks the written text.
 void extract(vsa::Scene& scene, unsigned settings) {
   std::vector<std::string> names;
   for (const vsa::NodeView node : scene.nodes()) names.emplace_back(node.name());
@@ -92,7 +94,7 @@ void extract(vsa::Scene& scene, unsigned settings) {
   }
 }
 
-/// Renames all nodes like vsa merge.
+/// Renames all nodes as vsa merge does, and checks the renamed text.
 void rename(std::string_view text, const vsa::ReadResult& read) {
   vsa_tools::Renames renames;
   for (const vsa::NodeView node : read.scene.nodes()) {

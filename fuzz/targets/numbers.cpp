@@ -1,6 +1,7 @@
 // Compares number conversion with a second implementation. The second implementation checks the
-// syntax itself and converts with the C library. All kernels of readNumberRun must give the same
-// numbers for a list and stop at the same field.
+// syntax itself and converts with the C library. For lists, readNumberRun has several kernels:
+// functions that do the same with different instructions of the processor. All of them must give
+// the same numbers for a list and stop at the same field.
 #include <cerrno>
 #include <cmath>
 #include <cstdlib>

@@ -37,8 +37,9 @@ void checkPosition(const TextPosition& position, std::string_view text) {
   check(position.column == before.size() - start + 1, "a diagnostic has the wrong column");
 }
 
-// Whether the diagnostic is about a link. Links are resolved after the last statement, in the order
-// of a table. Their diagnostics are therefore not in the order of the text.
+// Whether the diagnostic is about a link. Links are resolved after the last statement, and in the
+// order of the hash table of pending links. Their diagnostics are therefore not in the order of the
+// text.
 bool isOfLink(const Diagnostic& found) {
   return found.id == DiagnosticId::InvalidOutput || found.id == DiagnosticId::NoNodeToConnect ||
          found.id == DiagnosticId::NoOutputToConnect || found.id == DiagnosticId::NoNodeToAssign ||

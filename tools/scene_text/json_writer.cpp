@@ -32,8 +32,9 @@ void JsonWriter::text(std::string_view text) {
   out_.put('"');
 }
 
-// This is not done with nlohmann-json, because it escapes fewer characters (not C1, DEL and the
-// direction marks). It also replaces an incomplete UTF-8 sequence as a whole and not byte by byte.
+// Does not use nlohmann-json for the escaping: that library leaves some characters unescaped that
+// must be escaped here (C1, DEL and the direction marks). It also replaces an incomplete UTF-8
+// sequence as a whole and not byte by byte.
 void JsonWriter::character(char32_t character, std::string_view bytes) {
   switch (character) {
     case '"':

@@ -75,7 +75,8 @@ std::string printable(std::string_view text) {
   return out;
 }
 
-// JSON has no control characters in its strings, so a line feed is one between tokens.
+// The strings of a JSON text contain no line feed, because JSON requires an escape for it. Every
+// line feed is therefore between two tokens, and remains.
 std::string printableJson(std::string_view json) {
   std::string out;
   out.reserve(json.size());

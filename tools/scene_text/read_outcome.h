@@ -77,7 +77,7 @@ ReadStatus captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
   return status;
 }
 
-/// Like the function above, but keeps log and records in memory.
+/// Like the captureRead() above, but keeps the log and its records in memory.
 template <class EntryPoint>
 ReadOutcome captureRead(EntryPoint entryPoint) {
   LogCapture log;

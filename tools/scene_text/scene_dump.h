@@ -33,7 +33,8 @@ namespace vsa_tools {
 /// becomes U+FFFD. The writer streams: its stack and memory do not grow with the scene.
 void dumpJson(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, TextOutput& out);
 
-/// Writes the elements of the array "log": dumpLogEntry for each entry, separated by commas.
+/// A function that writes the elements of the array "log". It calls dumpLogEntry() for each entry,
+/// and writes a comma between two entries.
 using LogWriter = std::function<void(TextOutput&)>;
 
 /// An input to dump, and the name that is written for it.
@@ -59,7 +60,8 @@ struct DumpOptions {
   std::function<ChosenInputs(const zn::korvo_sdk::Node&)> choose = nullptr;
 };
 
-/// Writes the same JSON for a log that is not in memory. Calls `writeLog` once.
+/// Writes the JSON of the first dumpJson() for a log that is not in memory. Calls `writeLog` once
+/// to write the log.
 void dumpJson(const ReadStatus& status, const LogWriter& writeLog,
               const zn::korvo_sdk::Scene& scene, TextOutput& out, const DumpOptions& options = {});
 

@@ -75,8 +75,8 @@ struct CommandLine::Parser {
 CommandLine::CommandLine(std::vector<std::unique_ptr<Command>> commands, const std::string& version)
     : commands_(std::move(commands)), parser_(std::make_unique<Parser>()) {
   CLI::App& app = parser_->app;
-  // CLI11 accepts a command line without a command, and parse() reports it. If CLI11 required a
-  // command, its error message would not name an unknown word.
+  // CLI11 is told to accept a command line without a command; parse() reports the missing command
+  // instead. If CLI11 required a command, its error message would not name an unknown word.
   app.require_subcommand(0, 1);
   app.set_version_flag("-V,--version", version, "Print the version and exit");
   app.footer(

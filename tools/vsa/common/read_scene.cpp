@@ -29,7 +29,8 @@ std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
 }
 
 /// Adds the losses that are found in the bytes of the file. If the encoding is wrong, only the
-/// encoding is reported: half of the bytes of UTF-16 are NUL, which would be a loss, too.
+/// encoding is reported. A text in UTF-16 also has many NUL bytes, but they only follow from the
+/// encoding.
 void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   if (const char* encoding = foreignEncoding(source.head())) {
     losses.push_back(

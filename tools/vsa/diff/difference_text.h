@@ -11,8 +11,8 @@ namespace vsa_tools {
 /// B, or of the node in A if B has no such node.
 std::string pathOf(const Difference& difference);
 
-/// The two values or the two connections of a difference. Types are added if they differ. Strings
-/// are shown without the characters before their first difference, except for the last few.
+/// The two values or the two connections of a difference. Types are added if they differ. If two
+/// strings differ, each is shown from a few bytes before the first difference on.
 struct DifferenceSides {
   std::string a, b;
 };

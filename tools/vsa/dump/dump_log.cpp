@@ -33,9 +33,9 @@ void DumpLog::put(vsa::Severity severity, std::string_view line) {
   dumpLogEntry(isWarning ? zn::LogLevel::Warning : zn::LogLevel::Error, line, json_);
 }
 
-// Ends the log. If the reading failed before any statement was applied, the error becomes `escaped`
-// and is not logged. The plain entry point does the same: it throws an error in the first three
-// tokens and does not log it.
+// Ends the log. An error before the first statement becomes `escaped` and is not logged. This is an
+// error in the first three tokens, which the parser requests in advance. The plain entry point
+// throws such an error and does not log it, either.
 ReadStatus DumpLog::end(const vsa::ReadOutcome& read) {
   ReadStatus status;
   status.result = read.applied.linksResolved && read.status != vsa::ReadStatus::OverLimit;

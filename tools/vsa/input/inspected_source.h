@@ -1,6 +1,6 @@
-// InspectedSource: a byte source that skips a byte order mark. It records the first NUL byte and
-// the first bytes of the file, which the reader does not report. The records do not depend on how
-// many bytes each read returns, so they are the same for a pipe and for a file.
+// InspectedSource: a byte source that skips a byte order mark. It records two things that the
+// reader does not report: the first NUL byte, and the first bytes of the file. The records do not
+// depend on how many bytes each read returns, so they are the same for a pipe and for a file.
 #pragma once
 
 #include <cstddef>

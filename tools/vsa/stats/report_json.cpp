@@ -9,7 +9,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Not ordered_json: it searches all keys for each new one, and a text may have a million types.
+// Is not ordered_json, because ordered_json searches all keys when a key is added, and a text may
+// have a million types.
 using Json = nlohmann::json;
 
 Json inputsJson(const SceneStatistics& counts) {

@@ -183,7 +183,8 @@ void addCounts(SceneStatistics& total, const SceneStatistics& other) {
   total.seconds += other.seconds;
 }
 
-// Uses VmHWM, because ru_maxrss of getrusage also counts the process that started this one.
+// Uses VmHWM, because ru_maxrss of getrusage also includes the memory of the process that started
+// this one.
 std::uint64_t peakMemoryBytes() {
   std::ifstream status("/proc/self/status");
   std::string word;

@@ -45,9 +45,9 @@ struct SceneStatistics {
   std::vector<LargeInput> largestInputs;
   std::uint64_t references = 0, connections = 0, brokenLinks = 0;
   std::uint64_t comments = 0, commentBytes = 0;
-  /// The longest path in bytes, and the maximum number of names and indices after the node in a
-  /// path.
+  /// The longest path, measured in bytes.
   std::string longestPath;
+  /// The maximum number of names and indices that a path has after its node.
   std::uint64_t deepestPath = 0;
   std::uint64_t textBytes = 0;
   /// The bytes of all values: a buffer or string counts its own bytes, each number and each link 8

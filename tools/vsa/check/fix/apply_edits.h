@@ -10,12 +10,13 @@
 
 namespace vsa_tools {
 
-/// A text to which the edits of findings were applied in order. Edits that overlap an earlier one
-/// are left out.
+/// The result of withEdits().
 struct EditedText {
   std::string text;
-  std::uint64_t fixed = 0;  ///< Findings whose edits were applied.
+  std::uint64_t fixed = 0;  ///< The number of findings whose edits were applied.
 };
+/// Applies the edits of findings to a text, in the order of the findings. If an edit of a finding
+/// overlaps an edit of an earlier finding, all edits of the finding are left out.
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings);
 
 /// Replaces the file `path` by a new file with these bytes. The new file is written in the same

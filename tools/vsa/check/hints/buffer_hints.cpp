@@ -83,7 +83,8 @@ void hintForGlued(HintText& text, const Literal& literal, Finding& finding) {
   }
 }
 
-// Adds a hint for a list such as "{1,5 2,5}". The edit is certain if the declared count fits it.
+// Adds a hint for a list such as "{1,5 2,5}". There are edits only if the list has the declared
+// count of elements when its commas are read as decimal points.
 void hintForCommas(HintText& text, const Literal& literal, Finding& finding) {
   const std::uint64_t begin = text.rangeOf(literal.list).begin.offset;
   finding.hint = "a comma is a blank, not a decimal point: write points";

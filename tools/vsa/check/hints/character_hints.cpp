@@ -10,7 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Returns the hint for an invalid character, one for each character that people often write.
+// Returns the hint for an invalid character. There is a hint of its own for each character that
+// people often write by mistake, and one common hint for all others.
 const char* hintForInvalid(char character, bool isBehindDigit, bool isArrow) {
   if (character == '%' && isBehindDigit) {
     return "a number has no unit; write the number alone, or quote it";
@@ -51,8 +52,8 @@ bool isBlock(HintText& text, std::uint64_t open) {
   return text.at(before - 1) != ']' && text.at(before - 1) != '=';
 }
 
-// Whether the byte at `at` is in the brackets of a buffer, such as "float[2]". A keyword before
-// them is a value, so it follows "=".
+// Whether the byte at `at` is in the brackets of a buffer, such as "float[2]". A word before
+// brackets may also be an input path. It is the keyword of a buffer if it follows "=".
 bool isInCount(HintText& text, std::uint64_t at) {
   const std::size_t open = text.text().find_last_of("[];", at);
   if (open == std::string_view::npos || text.at(open) != '[') return false;
@@ -63,7 +64,8 @@ bool isInCount(HintText& text, std::uint64_t at) {
   return before > 0 && text.at(before - 1) == '=';
 }
 
-// Whether the word is the whole content of a list, and a period with compressed data behind it.
+// Whether the word begins with a period and is the whole content of a list in braces. Compressed
+// data is written in this way.
 bool isCompressed(HintText& text, const vsa::TextRange& word) {
   const std::uint64_t before = text.endBefore(word.begin.offset);
   return text.at(word.begin.offset) == '.' && before > 0 && text.at(before - 1) == '{' &&

@@ -48,7 +48,8 @@ void HintText::collect() {
     if (view.isLink()) outputs_.insert(lastName(statement.value));
     const FirstAssignment first{statement.value, statement.valueKind, view.isLink()};
     const PathKey input = paths.keyOf(view, [&](PathKey parent) {
-      // The first statement about a member or an element gives its object or array the type.
+      // An object or array gets its type from the first statement about one of its members or
+      // elements, so this statement counts as its first assignment.
       assignments_.try_emplace(parent, FirstAssignment{view.wholePath()});
     });
     assignments_.try_emplace(input, first);

@@ -66,8 +66,9 @@ class HintText {
   std::span<const vsa::TypeDescription> types_;
   bool isCollected_ = false;
   Names nodes_, inputs_, outputs_;
-  // The first assignment of each input, by a hash of its path. Paths of long names would take far
-  // more memory than their text. If two paths had the same hash, a note would have a wrong place.
+  // The first assignment of each input. The key is a hash of the path, because with long names the
+  // paths themselves would take far more memory than the text. If two paths had the same hash, a
+  // note would have a wrong place.
   std::unordered_map<PathKey, FirstAssignment> assignments_;
   // The number of comparisons of names that are still allowed. The limit keeps the time in
   // proportion to the size of the text, even with many mistakes and many names.
@@ -98,14 +99,16 @@ bool suggest(Finding& finding, const vsa::TextRange& range,
 /// does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
 bool isWordText(std::string_view text);
-/// Returns whether `source` is a single opening character: a quote, parenthesis, brace or bracket.
-/// Such a range belongs to a diagnostic about a string or list that is not closed.
+/// Returns whether `source`, the part of the text that a diagnostic is about, is a single opening
+/// character: a quote, parenthesis, brace or bracket. Such a diagnostic is about a string or list
+/// that is not closed.
 bool isOpening(std::string_view source);
 /// Adds a hint that says how to close the string or list. Adds a note at the place where the reader
 /// notices that the string or list is not closed.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
-/// Adds a hint if a line that a merge of two versions leaves in a file, such as "<<<<<<< HEAD",
-/// begins at `range`. The whole line is then the place of the finding. Otherwise returns false.
+/// Adds a hint if a conflict marker begins at `range`: a line such as "<<<<<<< HEAD", which a merge
+/// of two versions leaves in a file. The whole line is then the place of the finding. Otherwise
+/// returns false.
 bool hintForConflict(HintText& text, const vsa::TextRange& range, Finding& finding);
 /// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if the
 /// bracket at `open` does not begin such a list.

@@ -10,7 +10,7 @@ namespace {
 
 using vsa::DiagnosticId;
 
-/// A constant of other languages, and the one of this format.
+/// A constant of other languages, and the constant of this format with the same meaning.
 struct Alias {
   std::string_view written;
   std::string_view constant;

@@ -16,7 +16,8 @@ struct Alias {
   std::string_view keyword;
 };
 
-// Names of types in other languages, with the element type of a buffer or the tuple of this format.
+// Names of types that users know from elsewhere, and the keywords of this format to write instead:
+// for buffers the element types, for tuples the tuple types.
 constexpr Alias BUFFER_ALIASES[] = {
     {"uint8", "byte"},    {"uchar", "byte"},     {"int8", "char"},   {"short", "int16"},
     {"int", "int32"},     {"uint", "uint32"},    {"long", "int64"},  {"bool", "byte"},

@@ -66,7 +66,9 @@ void NearestName::consider(std::string_view name) {
 }
 
 std::optional<Suggestion> NearestName::found() const {
-  // Any two names of one letter are similar, and many of two or three letters.
+  // Any two names of one letter are similar. Therefore a name of one letter gets no suggestion,
+  // unless only the case differs. Many names of two or three letters are similar, too. A suggestion
+  // for such a name is sure only if nothing but the case differs.
   constexpr std::size_t MIN_SURE = 4;
   const bool isOfOneLetter = written_.size() == 1 && distance_ > 0;
   if (nearest_.empty() || isOfOneLetter) return std::nullopt;

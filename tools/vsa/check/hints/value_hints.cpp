@@ -10,8 +10,8 @@ namespace vsa_tools {
 
 namespace {
 
-// Returns an integer that has a negative exponent as a real, such as "1.0e-05" for "1e-05". Returns
-// nothing for other numbers.
+// Adds ".0" before the exponent of a number without a decimal point, which makes the number a real:
+// "1e-05" becomes "1.0e-05". Returns nothing for any other number.
 std::optional<std::string> withPoint(std::string_view number) {
   const std::size_t exponent = number.find_first_of("eE");
   if (exponent == std::string_view::npos || exponent == 0) return std::nullopt;
@@ -44,7 +44,7 @@ void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding
   }
 }
 
-// Returns the digits and points from `at` on.
+// Returns the characters of a number from `at` on: digits, periods, and "e" or "E".
 std::string_view numberFrom(HintText& text, std::uint64_t at) {
   const std::string_view rest = text.text().substr(at);
   return rest.substr(0, rest.find_first_not_of("0123456789.eE"));

@@ -12,12 +12,13 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-// Columns count characters, but only in the last COUNTED_BYTES bytes before a position. If the line
-// has more bytes before the position, each of them counts as a character. A long line is therefore
-// not read as a whole.
+// Columns count characters. Exception: only the last COUNTED_BYTES bytes before a position are read
+// to count their characters. If the line has other bytes before these, each of those other bytes
+// counts as one character. A long line is therefore not read as a whole.
 constexpr std::uint64_t COUNTED_BYTES = 4096;
 
-/// Returns a relative reference or a path as a URI.
+/// Returns a relative or absolute path as a URI: all bytes except letters, digits and "-._~/" are
+/// written as "%HH".
 std::string uriOf(std::string_view path) {
   std::string uri;
   for (const char c : path) {

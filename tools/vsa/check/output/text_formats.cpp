@@ -88,7 +88,8 @@ std::string LogFormat::render(const Finding& finding, const FindingPlace& /*plac
 
 namespace {
 
-/// Escapes the data of a workflow command. In a property, `:` and `,` are escaped, too.
+/// Escapes a text in a workflow command of GithubFormat. In a property of the command, `:` and `,`
+/// are escaped, too.
 std::string githubEscaped(std::string_view text, bool isProperty) {
   std::string result;
   for (const char c : text) {

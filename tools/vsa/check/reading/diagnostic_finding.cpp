@@ -7,8 +7,9 @@ namespace vsa_tools {
 
 namespace {
 
-// Removes the periods and blanks at the end of a message. Both the log line and some messages end
-// with a period. Three periods are kept, because they end a shortened text.
+// Removes the periods and blanks at the end of a message, because the message of a finding has no
+// final period. Exception: three or more periods become three, because "..." is the end of a
+// shortened text.
 std::string withoutPeriod(std::string text) {
   const std::size_t length = text.find_last_not_of('.') + 1;
   const std::size_t periods = text.size() - length;

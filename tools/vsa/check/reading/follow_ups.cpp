@@ -9,17 +9,20 @@ namespace {
 
 using vsa::DiagnosticId;
 
-// The value has another type than the input, or the input cannot take it.
+// The diagnostics about a value that the reader refuses: it has another type than the input, or the
+// input cannot take it.
 constexpr std::array REFUSALS = {DiagnosticId::WrongType, DiagnosticId::Narrowing,
                                  DiagnosticId::CannotAssignType, DiagnosticId::CannotAssignNode,
                                  DiagnosticId::TooManyEmptyElements};
-// The literal is wrong as a whole.
+// The diagnostics about a literal that is wrong as a whole.
 constexpr std::array LITERALS = {DiagnosticId::BadToken, DiagnosticId::TooFewElements,
                                  DiagnosticId::OverLimit, DiagnosticId::EndMark};
 
-// These rules report a path. They follow if the reader refuses the value of its statement.
+// The rules whose findings are about a path. If the reader refuses the value in the same statement,
+// such a finding only follows from that.
 constexpr std::array<std::string_view, 2> PATH_RULES = {"assigned-twice", "array-gap"};
-// These rules report a part of a value. They follow if the reader reports the whole value.
+// The rules whose findings are about a part of a value. If the reader reports the whole value, such
+// a finding only follows from that.
 constexpr std::array<std::string_view, 4> VALUE_RULES = {
     "not-utf-8", "glued-elements", "string-for-reference", "large-declared-count"};
 
@@ -47,7 +50,9 @@ bool FollowUps::contains(const Finding& finding, std::string_view text) const {
   return has(VALUE_RULES, finding.id) && isInside(*finding.range);
 }
 
-// Whether the first problem from `begin` on is in the same statement: no semicolon is between them.
+// Whether the reader refuses the value of the statement that contains `begin`. This is so if the
+// first problem from `begin` on is about a refused value, and no semicolon is between `begin` and
+// that problem.
 bool FollowUps::isStatementRefused(std::uint64_t begin, std::string_view text) const {
   const auto next = std::lower_bound(
       problems_.begin(), problems_.end(), begin,

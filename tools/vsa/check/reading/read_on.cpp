@@ -203,8 +203,9 @@ class FurtherReading {
   const DiagnosticConsumer& consumer_;
   std::optional<Diagnostic> fatal_;  // the fatal diagnostic of the last reading
   std::exception_ptr failure_;
-  // The offset of the part in the whole text. If a `with` statement before the whole text begins
-  // the part, the offset is negative: it is stored modulo 2^64.
+  // The offset of the part in the whole text. If a `with` statement was written before the part,
+  // the offset is that of the `with` statement, and may be negative. A negative offset is stored
+  // modulo 2^64.
   std::size_t shift_ = 0;
   bool isNodeMissing_ = false;
 };

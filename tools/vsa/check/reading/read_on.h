@@ -14,14 +14,15 @@
 
 namespace vsa_tools {
 
-/// A function that receives each diagnostic after the place where the reader stops. The positions
-/// are those in the text. An exception that the function throws ends the reading.
+/// A function that receives the diagnostics of readOn(). Their positions are those in the original
+/// text. An exception that the function throws ends the reading.
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading. The limits and the
 /// progress function are those of `options`. Returns the result of reading the repaired text.
-/// Mistakes that only follow from an earlier one are omitted. Diagnostics before the stop are
-/// reported again, but not `stop` itself.
+/// `consumer` receives the diagnostics after `stop`, except those that only follow from an earlier
+/// mistake. The repaired text is read from its beginning, so `consumer` also receives the
+/// diagnostics before `stop`, but not `stop` itself.
 vsa::ReadResult readOn(std::string_view text, const vsa::Diagnostic& stop,
                        const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
 

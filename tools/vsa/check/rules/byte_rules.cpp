@@ -102,9 +102,11 @@ class ByteRules {
         "save the file as UTF-8, or write the byte as \\xHH in a string";
   }
 
-  // The offset of the first byte that is no UTF-8; the size of the text if there is none. No
-  // character contains a line feed, and most lines are plain: with names in UTF-8, only the other
-  // lines take the time that find_invalid needs for each byte.
+  // The offset of the first byte that is no UTF-8, or the size of the text if there is none. Each
+  // line is inspected separately, which is possible because the byte of a line feed is never a part
+  // of another character. Most lines are plain, and isPlain() is faster than find_invalid(), which
+  // inspects byte by byte. Thus only the lines with other characters take the time of
+  // find_invalid().
   std::size_t invalidUtf8() const {
     std::size_t begin = 0;
     while (begin < text_.size()) {

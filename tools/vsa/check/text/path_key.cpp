@@ -25,7 +25,8 @@ std::uint64_t wordAt(const char* at) {
   return word;
 }
 
-// Returns at most eight bytes as a number. Different texts of the same size give different numbers.
+// Returns a text of at most eight bytes as a number. Different texts of the same size give
+// different numbers.
 std::uint64_t shortWord(std::string_view text) {
   const char* const at = text.data();
   const std::size_t size = text.size();

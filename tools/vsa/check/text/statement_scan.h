@@ -21,8 +21,8 @@ struct Statement {
 /// statement at the end of the text. A `;` ends a statement even in a list that is not closed.
 Statement nextStatement(std::string_view text, std::size_t from);
 
-/// Returns whether a line that a merge of two versions leaves in a file begins at `at`, such as
-/// "<<<<<<< HEAD".
+/// Returns whether a conflict marker begins at `at`: a line such as "<<<<<<< HEAD", which a merge
+/// of two versions leaves in a file.
 bool isConflictMarker(std::string_view text, std::size_t at);
 
 /// Returns whether the line at `at` is likely to begin with a declaration or an assignment. `at` is

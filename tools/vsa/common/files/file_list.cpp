@@ -91,7 +91,8 @@ class FileLister {
     if (names.bad()) list.problems.push_back({source, std::strerror(errno)});
   }
 
-  // Returns whether an entry of a list names no file. A name that ends with a NUL may be blanks.
+  // Returns whether an entry of a list names no file: it is empty or has only blanks. Exception: if
+  // a NUL ends each name, a name may consist of blanks.
   bool isBlank(const std::string& name) const {
     const char* const blanks = separator_ == '\0' ? "" : " \t\r";
     return name.find_first_not_of(blanks) == std::string::npos;

@@ -56,7 +56,7 @@ inline void appendStep(std::string& path, std::string_view name, std::uint64_t i
 template <class Visit>
 void walkInputs(vsa::NodeView node, Visit visit) {
   struct Frame {
-    vsa::InputView parent;  // a missing input for the inputs of the node itself
+    vsa::InputView parent;  // the array or object; missing for the inputs of the node
     std::uint64_t next, end;
     std::size_t pathLength;
   };

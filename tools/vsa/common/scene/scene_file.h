@@ -17,8 +17,9 @@ struct SceneFile {
   /// The result of the reading, without diagnostics: these are in `messages`.
   vsa::ReadResult result;
   /// The lines for standard error in the order of their problems, escaped by printable(). Their
-  /// number is limited by the arguments, and their total size to 1 MiB. The reason why the reading
-  /// ended is never omitted. If other lines are, the last line has their number.
+  /// number is limited by the arguments, and their total size to 1 MiB. The line with the reason
+  /// why the reading ended is never omitted. If other lines are omitted, the last line says how
+  /// many.
   std::string messages;
   /// The number of links that were not made: their node or output does not exist, or their input
   /// has another type.
@@ -34,8 +35,8 @@ using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t tot
 
 /// Reads the file `name` within the limits of the arguments. "-" is standard input. If the command
 /// has an InterruptScope, Ctrl-C ends the reading. Several threads may call the function. A NUL
-/// byte or another encoding may damage the text without an error of the reader. It is reported as
-/// `vsa check` reports it. Throws only std::bad_alloc.
+/// byte or a wrong encoding may damage the text without an error of the reader. Such damage is an
+/// error in `messages`. Throws only std::bad_alloc.
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {},
                         const ReadingProgress& onProgress = {});
 

@@ -1,5 +1,5 @@
-// printDiff(): first reads both files to hash their lines. Then reads only those lines again that
-// it prints.
+// printDiff() reads both files twice. The first time, it hashes all lines. The second time, it
+// reads only the lines that it prints.
 #include "tools/vsa/fmt/diff/line_diff.h"
 
 #include <unistd.h>

@@ -64,7 +64,7 @@ class LineMatcher {
     if (anchors.empty()) return;
     std::size_t a = area.a, b = area.b;
     for (const MatchedLines& anchor : anchors) {
-      // These lines were already matched after an earlier anchor.
+      // This line was already matched: it is one of the equal lines after an earlier anchor.
       if (anchor.a < a || anchor.b < b) continue;
       match({a, anchor.a, b, anchor.b}, depth + 1);
       const std::size_t count = sameAtBegin({anchor.a, area.aEnd, anchor.b, area.bEnd});

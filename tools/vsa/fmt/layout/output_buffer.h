@@ -74,8 +74,8 @@ class OutputBuffer {
     copyShort(text);
   }
 
-  // Copies a text, usually a number or a name. A text of 8 to 16 bytes is copied as two words: its
-  // first eight bytes and its last eight bytes, which may overlap.
+  // Copies a text, usually a number or a name. A text of 8 to 16 bytes is copied in two steps of
+  // eight bytes: its first eight bytes and its last eight bytes, which may overlap.
   void copyShort(std::string_view text) {
     const std::size_t size = text.size();
     if (size >= 8 && size <= 16) {

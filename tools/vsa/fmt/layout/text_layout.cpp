@@ -43,8 +43,9 @@ void TextLayout::beginToken(const SyntaxToken& token) {
 }
 
 // Begins the line of a statement or a comment. A comment in the line of a statement stays there. A
-// comment that is indented in the text is indented if the last statement was, too. Several blank
-// lines before a statement become one.
+// comment on a line of its own is indented if two conditions are true: it is indented in the
+// original text, and the statement before it is indented in the layout. Several blank lines before
+// a statement become one.
 void TextLayout::beginStatement(const SyntaxToken& token) {
   const bool isComment = token.kind == SyntaxKind::Comment;
   if (isComment && !isEmpty_ && token.lineFeedsBefore == 0 && last_ != SyntaxKind::Comment) {

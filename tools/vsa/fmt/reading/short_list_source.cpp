@@ -20,8 +20,8 @@ using zn::korvo_sdk::DataType;
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
 constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
-// The number of bytes that every list adds to the size of its part. Its real length does not
-// matter, because buffers are not kept.
+// Every list adds this number of bytes to the size of its part. The real length of the list does
+// not matter, because the scene keeps no buffers.
 constexpr std::size_t LIST_BYTES = 32;
 
 char lowerCase(char c) {

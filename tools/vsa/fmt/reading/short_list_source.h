@@ -77,7 +77,7 @@ class ShortListSource final : public vsa::Source {
   std::uint64_t bytesBefore_ = 0;  // the value of `partBytes_` after the last statement
   DeclaredNodes nodes_;
   std::string declared_;              // the first node that the next part declares
-  bool isWithOfEarlierPart_ = false;  // whether `.` is a node of an earlier part
+  bool isWithOfEarlierPart_ = false;  // whether the with node is of an earlier part
   bool endedEarly_ = false;
 
   std::size_t tokenCount_ = 0;  // the number of tokens of the statement

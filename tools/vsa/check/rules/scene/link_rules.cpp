@@ -111,7 +111,8 @@ void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& 
 }
 
 // The rules about links. A circle of references is reported only if all its inputs have the same
-// name, because a parent may refer to its children while they refer to the parent.
+// name. Other circles may be intended: a parent may refer to its children by one input, and each
+// child to its parent by another.
 class LinkRules final : public InputRule {
  public:
   explicit LinkRules(SceneFindings& found) : found_(found) {}

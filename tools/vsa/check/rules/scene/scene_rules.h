@@ -56,7 +56,7 @@ class SceneFindings {
 class InputRule {
  public:
   virtual ~InputRule() = default;
-  /// `type` is that of the input.
+  /// `type` is the type of the input.
   virtual void visit(const vsa::NodeView& node, const vsa::InputView& input,
                      vsa::ValueType type) = 0;
   /// Called after the last input.

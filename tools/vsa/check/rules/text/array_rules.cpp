@@ -25,7 +25,7 @@ constexpr std::uint64_t MAX_MISSING = 4096;
 struct Gap {
   std::string array;  // the path of the array, shortened
   std::set<std::uint64_t> missing;
-  std::string_view next;       // the first index that skipped elements, a part of the text
+  std::string_view next;       // the index before which they are missing: a view of the text
   PathKey name = 0, node = 0;  // the key of the node's name, and its key in NodeGenerations
 };
 

@@ -41,8 +41,10 @@ class AssignedInputs {
     return view.statement.valueKind == vsa::SyntaxKind::Null;
   }
 
-  // Inputs after a declaration with a semicolon were probably meant for its node, which another
-  // rule reports.
+  // Returns whether the path of the statement begins with a period directly after a declaration
+  // that ends in a semicolon. Also true for later paths that begin with a period, until a statement
+  // sets another with node. The input was probably meant for the declared node, but belongs to the
+  // with node. Another rule reports that mistake.
   bool isMisplaced(const StatementView& view) {
     if (view.kind() == StatementKind::Block) isMisplaced_ = false;
     if (!view.hasPath() || !view.isOfWithNode()) return false;

@@ -37,7 +37,8 @@ bool parses(std::string_view text, Number& number) {
   return error == std::errc() && end == text.data() + text.size();
 }
 
-// Whether the text is too short for more digits than a float: leading zeros are not significant.
+// Whether the text is too short to have more than FLOAT_DIGITS significant digits. Leading zeros
+// are not significant.
 bool isShortFloat(std::string_view text) {
   std::size_t zeros = 0;
   while (zeros < text.size() && (text[zeros] == '0' || !isDigit(text[zeros]))) ++zeros;
@@ -52,15 +53,15 @@ bool isCompressed(std::string_view list, std::string_view number) {
   return isFirst && number.starts_with('.') && number.size() > MIN_DIGITS;
 }
 
-// Whether the text has more digits than a float, and is not the exact value of a float written in
-// full.
+// Whether the text has more significant digits than a float keeps. Exception: false if the text is
+// the exact value of a float written in full.
 bool losesFloatDigits(std::string_view text) {
   double exact = 0;
   return !isShortFloat(text) && digitsOf(text) > FLOAT_DIGITS && parses(text, exact) &&
          static_cast<double>(static_cast<float>(exact)) != exact;
 }
 
-// Returns whether the text is an integer that no double represents.
+// Returns whether the text is an integer that no double represents exactly.
 bool losesIntegerDigits(std::string_view text) {
   std::int64_t integer = 0;
   if (text.size() <= INTEGER_DIGITS || !parses(text, integer)) return false;
@@ -149,8 +150,8 @@ class DigitRules final : public StatementRule {
     if (!hasLost(list, FLOAT_DIGITS, isOfRun, losesFloatDigits)) return;
     const std::string_view number = firstLost(list, losesFloatDigits);
     if (number.empty() || isCompressed(list, number)) return;
-    // Every keyword of several floats ends in "f", and has a counterpart for doubles that ends in
-    // "d".
+    // The keyword for elements of several floats ends in "f". The keyword for elements of as many
+    // doubles ends in "d" instead.
     std::string wider(keyword);
     wider.back() = 'd';
     if (isWord(keyword, "float")) wider = "double";

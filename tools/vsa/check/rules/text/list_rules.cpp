@@ -14,8 +14,9 @@ using vsa::SyntaxKind;
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
 
-// Returns four characters as one number, with letters in lower case. In a word, this makes no other
-// character equal to a letter or a digit.
+// Packs four characters into one number. Upper-case letters count as lower-case letters, because
+// the bit 0x20 is set in each character. This makes no other character of a name equal to a letter
+// or digit.
 constexpr std::uint32_t foldedWord(std::string_view word) {
   std::uint32_t folded = 0;
   for (const char c : word) folded = folded << 8 | (static_cast<unsigned char>(c) | 0x20U);

@@ -98,8 +98,9 @@ class NodeRules final : public StatementRule {
     }
   }
 
-  // Adds a hint for a statement word whose statement ends with the wrong character, such as
-  // "with a;" and "remove a:". Such a statement is a declaration.
+  // Adds a hint for a `with`, `remove` or `define` whose statement ends with the wrong character,
+  // such as "with a;" and "remove a:". The reader takes such a statement for a declaration, and the
+  // word for its type.
   bool hintForEnd(const StatementView& view, Finding& finding) {
     const std::string_view type = view.statement.type;
     const bool isWith = isWord(type, "with");

@@ -65,8 +65,9 @@ bool isSurrogate(std::string_view behind, unsigned int first) {
   return (unit & 0xFC00U) == first;
 }
 
-// A "\\uHHHH". Two surrogates are one escape sequence. The string keeps a surrogate without its
-// partner as it is written.
+// Returns the escape sequence "\uHHHH" at `at`. Two surrogates that form one character are one
+// escape sequence. A surrogate without its partner has the meaning Unknown, because the string
+// keeps it as it is written.
 Escape unicodeEscape(std::string_view behind, std::size_t at) {
   constexpr std::size_t BYTES = 6;
   const std::string_view next = behind.substr(BYTES - 1);
@@ -209,7 +210,8 @@ class StringRules final : public StatementRule {
 
   const RuleInput& input_;
   RuleFindings& found_;
-  // The keys of the names of inputs to which references are assigned, and of those with strings.
+  // The keys of the names of inputs: `referring_` has the inputs to which statements assign
+  // references, and `withString_` those to which they assign strings.
   KeySet referring_{64}, withString_{64};
 };
 

@@ -54,7 +54,8 @@ class TypeRules {
     suggested_.clear();
     for (const InputView input : node.inputs()) checkInput(*type, input);
     for (const InputDescription& input : type->inputs) {
-      // An input with a misspelt name is not missing, too.
+      // If the node has the input under a misspelt name, only the misspelt name is reported, and
+      // not also that the input is missing.
       if (input.isRequired && !suggested_.contains(input.declaration.name))
         checkRequired(node, *type, input);
     }

@@ -16,7 +16,8 @@ class ResolvedPaths {
   PathKey keyOf(const StatementView& view) {
     return keyOf(view, [](PathKey) {});
   }
-  /// The same. Passes the keys of the inputs and elements before the last step to `onParent`.
+  /// Like keyOf() above. Also passes the keys of the inputs and elements before the last step to
+  /// `onParent`.
   template <class OnParent>
   PathKey keyOf(const StatementView& view, const OnParent& onParent) {
     PathKey key = view.nodeKey;
