@@ -35,7 +35,7 @@ void writeReadText(std::string_view input);
 /// Creates a scene through the public interface, writes it and reads the written text. Both scenes
 /// must be equal.
 void writeMadeScene(std::string_view input);
-/// Formats a text like vsa fmt. The tokens and the scene must stay the same.
+/// Formats a text, as vsa fmt does. The tokens and the scene must stay the same.
 void formatAndRead(std::string_view input);
 /// Does with the scenes of two texts what the commands do: compares both scenes, prints one of
 /// them, renames its nodes, and extracts a part of it.
@@ -43,7 +43,7 @@ void lookAtScenes(std::string_view input);
 
 /// Checks a text with all rules of vsa check, and renders the findings.
 void checkText(std::string_view input);
-/// Reads a configuration, a baseline and types like vsa check.
+/// Reads a configuration, a baseline and a file of types, as vsa check does.
 void checkSettings(std::string_view input);
 
 }  // namespace vsa_fuzz

@@ -1,6 +1,6 @@
-// Limits the memory of buffer literals. A few characters of a text can declare a buffer of any
-// size. The reader also does not free a literal that no input takes ownership of. Over millions of
-// reads, both would use up the memory.
+// Limits the memory of buffer literals. There are two problems. A few characters of a text can
+// declare a buffer of any size. And the reader does not free a literal that no input takes
+// ownership of, so the memory would run out after millions of reads.
 //
 // The programs are therefore linked with --wrap=calloc and --wrap=free. Only buffer literals call
 // calloc. The wrapper of calloc returns null for more than MAX_LITERAL_BYTES. Leaked literals are

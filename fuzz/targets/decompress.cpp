@@ -51,7 +51,8 @@ std::string messageFor(const z_stream& zlib, int status, std::size_t capacity) {
 }
 
 /// Whether the header requires a preset dictionary. Our decoder reports such a stream as corrupt at
-/// once. zlib reports it after it has read the number of the dictionary.
+/// once. zlib asks for the dictionary only after it has read the number of the dictionary, which
+/// follows the header.
 bool wantsDictionary(const Bytes& stream) {
   if (stream.size() < 2) return false;
   const unsigned method = static_cast<unsigned char>(stream[0]);
@@ -128,7 +129,7 @@ Decompressed referenceDecompress(std::string_view text, std::size_t capacity,
   return result;
 }
 
-/// Counts a message by its text. `decompress` does not return the id of the message.
+/// Counts a message. Finds its id by its text, because zn::decompress() does not return the id.
 void countMessageText(std::string_view message) {
   for (const auto& row : zn::korvo_sdk::DIAGNOSTIC_ROWS) {
     if (message == row.format) countMessage(row.id);

@@ -1,6 +1,6 @@
-// Formats a text like vsa fmt. The formatted text must be the same from memory and from a source.
-// If the reader accepts the text, the formatted text must have the same tokens and the same scene,
-// and formatting it again must not change it.
+// Formats a text, as vsa fmt does. The formatted text must be the same from memory and from a
+// source. If the reader accepts the text, the formatted text must have the same tokens and the same
+// scene, and formatting it again must not change it.
 #include <string>
 
 #include <vsa/read.h>

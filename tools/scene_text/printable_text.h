@@ -50,9 +50,9 @@ std::string printable(std::string_view text);
 /// remain. The value of the text does not change.
 std::string printableJson(std::string_view json);
 
-/// Escapes a message or file name at the beginning of a line like printable(). In addition,
-/// backslashes are doubled, so an escape differs from a backslash of the text. Commands of CI
-/// runners are escaped: "::" at the beginning of the line, "##[" and "##vso[" anywhere.
+/// Escapes a message or file name that begins a line, as printable() does. In addition, backslashes
+/// are doubled, so an escape differs from a backslash of the text. Commands of CI runners are
+/// escaped: "::" at the beginning of the line, "##[" and "##vso[" anywhere.
 std::string printableLine(std::string_view text);
 
 }  // namespace vsa_tools

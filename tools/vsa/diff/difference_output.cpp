@@ -77,7 +77,7 @@ Json listJson(const ListDifference& list) {
   Json json = {{"countA", list.countA}, {"countB", list.countB}, {"differing", list.differing}};
   if (list.differing > 0) json["first"] = list.first;
   if (list.largestDeviation) {
-    // JSON has no infinity, so it is a string, as in a dump.
+    // JSON has no number for infinity. An infinite deviation is therefore a string, as in a dump.
     const bool isInfinite = std::isinf(*list.largestDeviation);
     json["largestDeviation"] = isInfinite ? Json("inf") : Json(*list.largestDeviation);
     json["largestAt"] = list.largestAt;

@@ -9,7 +9,8 @@
 
 namespace vsa_tools {
 
-/// Returns the distance between two numbers. For integers, only the result is rounded.
+/// Returns the distance between two numbers. The distance between integers is computed exactly and
+/// then rounded.
 template <class Number>
 double deviation(Number a, Number b) {
   if constexpr (std::is_floating_point_v<Number>) {
@@ -33,11 +34,12 @@ bool hasSameBits(Number a, Number b) {
   }
 }
 
-/// The maximum distances of two numbers that count as equal. If both are not set, all bits must be
+/// The maximum distances of two numbers that count as equal. If neither is set, all bits must be
 /// the same, so that 0 and -0 differ.
 struct Tolerance {
   std::optional<double> absolute;
-  /// The maximum distance as a fraction of the greater magnitude of both numbers.
+  /// The maximum distance as a fraction of the magnitude of a number: of the greater one of both
+  /// magnitudes.
   std::optional<double> relative;
 
   bool isExact() const { return !absolute && !relative; }

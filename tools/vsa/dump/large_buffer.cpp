@@ -10,7 +10,7 @@ namespace {
 
 using zn::korvo_sdk::Input;
 
-/// The visitor for walkInputs(), which searches for a large buffer.
+/// The visitor for walkInput(), which searches for a large buffer.
 struct LargeBuffer {
   std::uint64_t maxElements;
   std::string path = {};

@@ -21,8 +21,7 @@ struct SceneFile {
   /// why the reading ended is never omitted. If other lines are omitted, the last line says how
   /// many.
   std::string messages;
-  /// The number of links that were not made: their node or output does not exist, or their input
-  /// has another type.
+  /// The number of links that were not made, see isBrokenLink().
   std::uint64_t brokenLinks = 0;
   double seconds = 0;
   /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (the file cannot be opened) or EXIT_INTERRUPTED.

@@ -53,8 +53,9 @@ std::optional<std::size_t> indexBeyond(const BufferView& buffer, std::uint64_t c
   }
 }
 
-// Returns the input of the node that has the buffer of points in 2D or 3D. Points of a connected
-// input are unknown.
+// Returns the input with the points of the node: a buffer whose elements are points in 2D or 3D.
+// Returns a missing input if there is none, or if the input is connected, because its points are
+// then unknown.
 InputView pointsOf(const NodeView& node) {
   for (const char* name : POINT_NAMES) {
     const InputView input = node[name];
