@@ -45,9 +45,9 @@ class CommandOption {
   CLI::Option* option_;
 };
 
-/// The options and arguments of one command, which Command::addTo() adds. The command line is
-/// parsed later, so the targets must not move until then. A target keeps its value if the command
-/// line does not contain its option.
+/// The options and arguments of one command. Command::addTo() adds them, each with its target: the
+/// variable that receives the value. The command line is parsed later, so the targets must not move
+/// until then. A target keeps its value if the command line does not contain its option.
 class CommandOptions {
  public:
   explicit CommandOptions(CLI::App& app) : app_(app) {}

@@ -19,8 +19,8 @@ struct DifferenceSides {
 DifferenceSides sidesOf(const Difference& difference);
 
 /// Returns a text about the difference of two lists, such as "5 elements differ, the first at 3: (0
-/// 1 2) -> (0 1 3), largest deviation 0.5 at 17". Returns an empty text if the two values are
-/// sufficient.
+/// 1 2) -> (0 1 3), largest deviation 0.5 at 17". Returns an empty text if the values are not
+/// compared as lists, or if only the lengths of the lists differ.
 std::string listText(const Difference& difference);
 
 }  // namespace vsa_tools

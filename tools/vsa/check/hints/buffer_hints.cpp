@@ -34,8 +34,8 @@ struct Literal {
   bool hasDecimalCommas = false;  // whether commas in the list look like decimal points
 };
 
-// Whether the list has only pairs of numbers with a comma and no blank between the two, such as
-// "{1,5 2,5}".
+// Whether the list consists only of pairs such as "1,5": two numbers with a comma and no blank
+// between them.
 bool isOfDecimalCommas(std::string_view list, std::size_t numbers) {
   std::size_t commas = 0;
   for (std::size_t i = 1; i + 1 < list.size(); ++i) {
@@ -45,8 +45,9 @@ bool isOfDecimalCommas(std::string_view list, std::size_t numbers) {
   return commas > 0 && commas * 2 == numbers && all == commas;
 }
 
-// Returns the buffer literal that contains `offset`: the offset of its bracket, of its list, or of
-// a number in the list. Returns nothing if no literal is there.
+// Returns the buffer literal that contains the byte at `offset`. This byte must be the opening
+// bracket, the beginning of the list, or in a number of the list. Returns nothing if no literal is
+// there.
 std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
   const std::string_view all = text.text();
   const std::size_t open = text.at(offset) == '[' ? offset : all.rfind('[', offset);
@@ -98,8 +99,8 @@ void hintForCommas(HintText& text, const Literal& literal, Finding& finding) {
   }
 }
 
-// Adds the element count that fits the list as a hint. If the last element is incomplete, the hint
-// gives the number of numbers in the list and in an element.
+// Adds a hint with the element count that fits the list. If the last element is incomplete, the
+// hint gives the number of numbers in the list and in an element.
 void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;

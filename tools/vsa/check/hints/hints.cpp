@@ -11,8 +11,8 @@ namespace {
 
 using vsa::DiagnosticId;
 
-// Adds a hint for a name with a no-break space in it, which looks like a blank and counts as a
-// letter.
+// Adds a hint for a name that contains a no-break space. This character looks like a blank, but
+// counts as a letter.
 bool hintForNoBreakSpace(const HintText& text, const vsa::TextRange& range, Finding& finding) {
   constexpr std::string_view SPACE = "\xC2\xA0";
   const std::string_view source = text.bytesOf(range);

@@ -1,5 +1,5 @@
-// Hints for values of another type than their input. A note shows the assignment that gave the
-// input its type.
+// Hints for values whose type differs from the type of their input. A note shows the assignment
+// that gave the input its type.
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"

@@ -16,7 +16,7 @@ namespace {
 using vsa::Diagnostic;
 using vsa::DiagnosticId;
 
-// The maximum number of readings of the whole text. Each may find mistakes that reading on has
+// The maximum number of readings of the whole text. Each may find mistakes that readParts() has
 // missed. In practice, the first or second reading is complete.
 constexpr int MAX_WHOLE_READINGS = 4;
 // The number of tokens that the lexer may be ahead of the parser. Each of these tokens may be in

@@ -8,8 +8,8 @@
 
 namespace vsa_tools {
 
-/// Returns the slot of a node: its index among all nodes that the scene has created, less than
-/// slotCount().
+/// Returns the slot of a node: its index among all nodes that the scene has created. The slot is
+/// less than slotCount().
 inline std::size_t slotOf(vsa::NodeView node) {
   return static_cast<std::size_t>(node.plain()->slot());
 }

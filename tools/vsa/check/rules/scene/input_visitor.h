@@ -1,5 +1,5 @@
 // visitInputs(): visits all inputs of a node, with their elements and members. It does not recurse,
-// because scenes may be deep.
+// because recursion into deeply nested inputs would need too much stack.
 #pragma once
 
 #include <vector>

@@ -21,8 +21,8 @@ struct Declared {
   std::string_view statement;
 };
 
-// Returns the keyword that was probably intended instead of the type of a declaration. The node of
-// that declaration already exists.
+// Returns the keyword that was probably intended instead of the type in a declaration. Must be
+// called only for a declaration of a node that already exists.
 std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
   NearestName nearest(view.statement.type);
   if (view.kind() == StatementKind::Block) {
