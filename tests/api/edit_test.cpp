@@ -218,7 +218,8 @@ TEST(Edit, RefusesWhatIsMissing) {
   EXPECT_REFUSED(scene.removeNode(node), Missing);
   EXPECT_FALSE(input[0]);
   EXPECT_FALSE(input["x"]);
-  // A change of a node that was refused is refused, too.
+  // The scene refuses to add a node with this name and returns an empty node. Every change of the
+  // empty node is refused, too.
   EXPECT_REFUSED(scene.addNode("lamp", "not a name").add("x").set(1), Missing);
 }
 
@@ -388,7 +389,8 @@ TEST(Edit, KeepsToTheLimitsOfTheScene) {
   EXPECT_DONE(scene["r"]["k"].resize(2));
   EXPECT_DONE(scene["r"]["k"].resize(1));
   scene.plain().setDepthLimit(2);
-  // The limit of empty elements is about texts. It does not apply to elements that a program adds.
+  // The limit of empty elements applies to elements that a text adds, and not to elements that a
+  // program adds.
   scene.plain().setEmptyElementLimit(0);
   EXPECT_DONE(scene["r"]["k"].resize(1000));
   EXPECT_EQ(scene.plain().emptyElementLimit(), 0U);

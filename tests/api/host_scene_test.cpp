@@ -62,7 +62,8 @@ TEST(HostScene, TellsOfEveryValueAndLink) {
     sky dusk; .color |= dusk.out; remove dusk; sun.power = 3; sun.free |= null;
     sun.to = sun; sun.keys[0].to = null;)");
   EXPECT_EQ(outcome.status, ReadStatus::Complete);
-  // Links are resolved in the order of addresses, so their events are sorted.
+  // Links are resolved in the order of the memory addresses of their inputs, which are not
+  // predictable. Therefore the test sorts all events after "without dusk".
   std::sort(scene.events.begin() + 6, scene.events.end());
   EXPECT_EQ(scene.events,
             (Events{"sun/power is a Real", "sun/keys[1].time is a Int", "sun/points is a Buffer",
@@ -232,7 +233,7 @@ TEST(HostScene, RefusesWhatDoesNotFit) {
   EXPECT_EQ(n.type(), vsa::ValueType::Int);
 }
 
-// The object for dropped nodes accepts all calls and has no inputs.
+// For a dropped node, the reader gets an object that accepts all calls and has no inputs.
 TEST(HostScene, GivesDroppedNodesThatAreEmpty) {
   namespace interfaces = zn::korvo_sdk::interfaces;
   Counter scene;

@@ -48,7 +48,7 @@ class RandomEditor {
   }
 
   // Removes the value of each array without elements, because no text can represent it. If the
-  // input is still an array after that, adds an element.
+  // scene refuses to remove the value, adds an element instead.
   void fill(Input input) {
     if (input.type() == ValueType::Array && input.elements().empty()) {
       static_cast<void>(input.clear());

@@ -231,8 +231,8 @@ scene
     z Buffer Byte 4 [0, 0, 0, 0]
 )";
 
-/// Reads in 16 threads of a child process that has not read anything before. Returns the exit
-/// status of that process.
+/// Reads in 16 threads of a child process that has not read anything before. Returns the wait
+/// status of that process, which is 0 if all threads had the expected outcome.
 int raceForFirstUse() {
   const pid_t child = fork();
   if (child == 0) {

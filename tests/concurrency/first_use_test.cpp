@@ -88,7 +88,8 @@ TEST(FirstUseTest, TablesAreInitialisedAfterAFailureWithoutLeaks) {
     if (!outcome.hasFailed) break;
     ++failures;
     EXPECT_TRUE(outcome.isReadAfterwards) << "allocation " << k;
-    // The payload of the failed statement may leak, which is one block.
+    // A buffer leaks if its statement fails before the scene takes ownership of it. A buffer is one
+    // block.
     EXPECT_LE(outcome.keptBlocks, reference.keptBlocks + 1) << "allocation " << k;
   }
   EXPECT_GT(failures, 100u) << "the tables were initialised before";

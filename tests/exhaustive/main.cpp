@@ -4,8 +4,8 @@
 //   number_survey floats PART OF              all floats, split into OF parts: number PART, from 0
 //   number_survey doubles COUNT SEED          random doubles
 //   number_survey decimals COUNT SEED         hard decimal texts, compared with MPFR
-//   number_survey printed PART OF             the floats of such a part, as the writer prints them
-//   number_survey printed-doubles COUNT SEED  random doubles in that form
+//   number_survey printed PART OF             the floats of that part, as the writer prints them
+//   number_survey printed-doubles COUNT SEED  random doubles, as the writer prints them
 //
 // Prints one line for each survey. The exit status is 1 if a text was read wrongly.
 #include <charconv>
@@ -35,7 +35,7 @@ int decimals(std::uint64_t count, std::uint64_t seed) {
 }
 
 int sample() {
-  constexpr std::uint64_t STEP = 8209;  // a prime, so that all bits of a float vary
+  constexpr std::uint64_t STEP = 8209;  // an odd step, so that the low bits vary, too
   return report("floats", surveyFloats(0, FLOAT_COUNT, STEP)) +
          report("doubles", surveyDoubles(500'000, 1)) + decimals(20'000, 1) +
          report("printed", surveyPrintedFloats(0, FLOAT_COUNT, STEP)) +

@@ -23,16 +23,17 @@ struct Survey {
 /// must be read back as the quiet NaN with its sign.
 Survey surveyFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 
-/// Does the same for `count` random doubles. The same seed gives the same doubles.
+/// Does the same as surveyFloats() for `count` random doubles. The same seed gives the same
+/// doubles.
 Survey surveyDoubles(std::uint64_t count, std::uint64_t seed);
 
-/// Write the floats of surveyFloats() or the doubles of surveyDoubles() as the writer does. The
-/// digits must be those of std::to_chars.
+/// These two surveys write the floats of surveyFloats() and the doubles of surveyDoubles() in the
+/// form in which the writer prints them. The digits must be those of std::to_chars.
 Survey surveyPrintedFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 Survey surveyPrintedDoubles(std::uint64_t count, std::uint64_t seed);
 
-/// Reads `count` decimal texts that are hard to round as double and as float, and compares the
-/// results with MPFR. The same seed gives the same texts.
+/// Reads `count` decimal texts, each as a double and as a float, and compares the results with
+/// MPFR. The texts are hard to round. The same seed gives the same texts.
 Survey surveyHardDecimals(std::uint64_t count, std::uint64_t seed);
 
 }  // namespace vsa_tests

@@ -1,7 +1,7 @@
 // Tests of faults outside the reader: failing allocations, a source that fails or returns too few
 // bytes, and a host's scene that throws or refuses. Each fault has a defined outcome. Applied
-// statements stay applied, and another text can be read into the scene. Nothing leaks except the
-// payloads that the reader never frees.
+// statements stay applied, and another text can be read into the scene. Nothing leaks, with one
+// exception: the reader does not free the string or buffer of a statement that fails.
 #include <gtest/gtest.h>
 #include <algorithm>
 #include <set>
@@ -135,9 +135,10 @@ bool hasPayload(const Text& text) {
   return text.text.find_first_of("\"'{") != std::string::npos;
 }
 
-// Expects that only payloads leak. A payload that leaks before a fault also leaks with every later
-// fault. Therefore a fault leaks at most one block more than any later fault: the payload of the
-// statement that failed.
+// Expects that only payloads leak. `kept` has the number of leaked blocks for each failing
+// allocation, in order. A payload that has leaked before an allocation leaks whether that
+// allocation fails or a later one. Therefore the number can be higher than a later number by at
+// most one: the payload of the statement that failed.
 void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& kept) {
   const std::int64_t pending = hasPayload(text) ? 1 : 0;
   std::int64_t least = kept.back();
@@ -165,11 +166,12 @@ TEST_P(NoMemoryTest, StopsTheParseAndLeaksOnlyPayloads) {
   }
 }
 
-// Each row has a text, and the numbers of payloads that leak when its first allocation fails, its
-// second one, and so on. Equal numbers in sequence are listed once. A payload leaks if an
-// allocation fails after the literal of the payload and before the scene takes ownership. Thus the
-// number is higher there. A payload that is refused leaks in any case, so that the number remains
-// higher.
+// Each row has a text and a sequence of digits. The sequence has the number of payloads that leak
+// when the first allocation of the text fails, then the number for the second allocation, and so
+// on. Consecutive equal numbers are listed once. While the reader owns a payload, a failing
+// allocation makes it leak, so the number is higher by one. It is lower again after the scene has
+// taken ownership. The exception is a payload that the scene refuses: it always leaks, so the
+// number remains higher.
 TEST_P(NoMemoryTest, LeaksAtMostThePayloadOfTheFailedStatement) {
   const std::pair<const char*, const char*> rows[] = {
       {"t n; n.i = 1; n.v = vec3(1 2 3); n.o.m[2] = 2; n.l |= n.out; n.r = n;", "0"},
@@ -410,8 +412,9 @@ TEST(HostFaultTest, SceneExceptionIsTheLoggedError) {
   for (const std::string& name : thrown) EXPECT_TRUE(called.contains(name)) << name;
 }
 
-/// A text that makes the reader create everything that a scene can create. It has only one link,
-/// because several links are resolved in the order of addresses.
+/// A text that makes the reader create everything that a scene can create. It has only one link:
+/// several links would be resolved in the order of the memory addresses of their inputs, and then
+/// the order of the calls would not be predictable.
 const Text CREATING = {
     "every creation", "t a; define b; a.x = 1; a.y[1] = 2; a.o.m = 3; a.o.n[0] = 4; a.l |= b.out;"};
 
@@ -430,8 +433,8 @@ std::vector<std::string> creationsIn(const Text& text) {
   }
 }
 
-/// Reads the text once for each creation, and makes the scene refuse it. Returns the number of
-/// creations.
+/// Reads the text once for each creation, and makes the scene refuse that creation. Returns the
+/// number of creations.
 std::uint64_t refuseEveryCreation(const Text& text) {
   for (std::uint64_t n = 1;; ++n) {
     const std::string where = text.name + ", creation " + std::to_string(n);
@@ -457,7 +460,7 @@ TEST(HostFaultTest, RefusedCreationDoesNotCrash) {
   EXPECT_EQ(refuseEveryCreation(CREATING), creations.size());
 }
 
-// A scene that refuses everything gives the same outcome as no scene.
+// A scene that refuses everything gives the same outcome as a null pointer instead of a scene.
 TEST(HostFaultTest, SceneThatRefusesEverythingDoesNotCrash) {
   for (const Text& text : faultTexts()) {
     HostRead refusing;

@@ -25,7 +25,8 @@ bool isSmall(const Case& each) {
   return fs::file_size(each.text) <= 4096 && fs::file_size(each.expectation) < 16384;
 }
 
-// Adds cases: for each folder and each set of raised messages, the first case.
+// Adds small cases. If several cases in a folder raise the same set of messages, only the first of
+// them is added.
 void addCases(std::vector<Text>& texts) {
   std::set<std::pair<std::string, std::set<zn::korvo_sdk::DiagnosticId>>> seen;
   for (const Case& each : findCases(VSA_CASE_DIR).cases) {

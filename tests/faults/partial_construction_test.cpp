@@ -1,5 +1,6 @@
-// Tests that a failed allocation undoes what is constructed only in part: the handle of a file that
-// is opened, the slot of an element that is appended, or an input that gets a structure.
+// Tests that a failed allocation undoes what is constructed only in part: a file that is opened, an
+// element that is appended, an input that is added to a node, an input that becomes an object, and
+// a declared input that gets its element type.
 #include <gtest/gtest.h>
 #include <unistd.h>
 

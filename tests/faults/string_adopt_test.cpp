@@ -53,8 +53,9 @@ Adoption adoptWithFault(unsigned long capacity, std::uint64_t k) {
 
 const std::string CHARS(100, 'x');
 
-// The block of 200 bytes has room for the NUL, so that it need not grow. Therefore the first
-// allocation is for the header, and the second one makes the block smaller.
+// The block of 200 bytes has room for the NUL after the 100 characters, so it need not grow.
+// Therefore the first allocation is for the header of the String, and the second one makes the
+// block smaller.
 TEST(StringMemory, HeaderAllocationFails) {
   const Adoption adoption = adoptWithFault(200, 1);
   EXPECT_TRUE(adoption.hasFailed);

@@ -105,8 +105,8 @@ TEST_F(EmptyElements, CallsThatCountAsUse) {
 TEST_F(EmptyElements, AppendingToAnElementMakesItUsed) {
   fill();
   array_->element(0)->set(ofType(AttrType::Array));
-  // The inner array counts as empty until it has an element. Therefore its first element would
-  // exceed the limit.
+  // The limit is checked before the element is appended. At that time, the inner array itself still
+  // counts as one of the 3 empty elements. Therefore its first element is refused.
   EXPECT_EQ(append(array_->element(0)),
             "array n.a[0] cannot grow past the scene's limit of 3 empty elements");
   array_->element(1)->retain();
@@ -247,7 +247,8 @@ TEST(Depth, EndsAText) {
   EXPECT_FALSE(scene.findNode("n")->hasInput("z", AttrType::Null));
 }
 
-// The test calls the check without an array, because an array of 2^32 elements takes 200 GiB.
+// The test calls the check directly with a number of elements, because an array of 2^32 elements
+// would take 200 GiB.
 TEST(ElementCount, AnArrayHoldsUpTo32BitsOfIndices) {
   Scene scene;
   Input* const array = scene.createNode("open", "n", "")->createArray("a", AttrType::Int);

@@ -123,7 +123,8 @@ TEST_F(DeclaredTypes, MembersOfADeclaredObjectAreOpen) {
 TEST_F(DeclaredTypes, FormerNames) {
   EXPECT_EQ(text(updateInputName("camera", "angle")), "fov");
   EXPECT_EQ(text(updateInputName("camera", "fov")), "fov");
-  // The new name is not translated again.
+  // "fov2" is a former name of "angle", and "angle" is a former name of "fov". Only one of the two
+  // translations is made.
   EXPECT_EQ(text(updateInputName("camera", "fov2")), "angle");
   EXPECT_EQ(text(updateInputName("Camera", "angle")), "angle");
   EXPECT_EQ(text(updateInputName("camera", "picture")), "picture");

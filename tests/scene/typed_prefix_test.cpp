@@ -101,7 +101,7 @@ const Change CHANGES[] = {
        const auto buffer = static_cast<std::int32_t>(AttrType::Buffer);
        array.element(2)->set(untypedBuffer());
        array.set(structureOf(AttrType::Array, static_cast<std::int32_t>(AttrType::Int)));
-       EXPECT_EQ(typedPrefixOf(array), 10U);  // in an array of Int, every buffer counts as typed
+       EXPECT_EQ(typedPrefixOf(array), 10U);  // in an array of Int, no element counts as untyped
        array.set(structureOf(AttrType::Array, buffer));
      },
      2},

@@ -57,7 +57,8 @@ std::set<zn::korvo_sdk::DiagnosticId> messagesOf(std::string_view text);
 /// The lines that warnings about links have in an expected result.
 using LinkWarnings = std::set<std::string>;
 
-/// Return the warnings about links among the records, or in the log of reading `text`.
+/// Return the warnings about links. The first function selects them from `records`. The second one
+/// reads `text` and selects them from the log of that reading.
 LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& records);
 LinkWarnings linkWarningsOf(std::string_view text);
 

@@ -1,7 +1,7 @@
-// Tests of a file that the reader and its host share. The host uses the file when the reader calls
-// it: its scene, its log sink or its source. At each such call, the position of the file is after
-// the reader's lookahead character, whatever the size of the source's blocks. If the host reads
-// bytes during the call, the reader continues after them.
+// Tests of a file that the reader and its host share. The host uses the file while the reader calls
+// the host's scene, log sink or source. At each such call, the position of the file is after the
+// reader's lookahead character, whatever the size of the source's blocks. If the host reads bytes
+// during the call, the reader continues after them.
 #include <gtest/gtest.h>
 
 #include <functional>

@@ -85,7 +85,7 @@ TEST_F(AssignTarget, UntypedBuffersGetATypeBeforeTheValueIsAssigned) {
   EXPECT_EQ(calls("n.a[3] = byte[0] {};"),
             (Lines{"n.a.appendElement", "n.a.appendElement", "n.a[2].set Buffer Byte",
                    "n.a[3].set Buffer Byte", "n.a[3].assign Buffer Byte 0"}));
-  // A rejected value gives no element a type.
+  // If a value is rejected, the untyped elements of the array remain untyped.
   EXPECT_EQ(calls("n.a[5] |= n.o;").size(), 5U);
   const LoggedLines log;
   EXPECT_EQ(calls("n.a[0] = byte[0] {};"), Lines{});

@@ -339,8 +339,8 @@ TEST_F(Assign, NestedArrayWithAnotherElementType) {
 
 TEST_F(Assign, UntypedArrayGetsTheTypeOfItsFirstElement) {
   node_->add("x", AttrType::Array);
-  // The array has no element type yet. A value requires an array of its own type here and is
-  // refused. A link requires no element type.
+  // The array has no element type yet. A value is refused, because it requires an array whose
+  // element type is the type of the value. A link requires no element type.
   EXPECT_EQ(errors("n.x[0] = 1;"),
             Lines{"error: TYPE ERROR (1,11): cannot assign Int to Array @ n.x."});
   EXPECT_EQ(calls("n.x[0] = n;"), (Lines{"n.x.set Array Null", "n.x.appendElement", "n.x[0].retain",

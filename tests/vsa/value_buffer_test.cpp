@@ -423,8 +423,9 @@ TEST(ParseElem, OtherTypesStoreNothing) {
   }
 }
 
-// A matrix that does not convert leaves components in the record. The buffer after it is read into
-// the same record, and the components behind the buffer must then be zero.
+// A matrix that does not convert leaves components in the payload of the record. The buffer after
+// the matrix is read into the same record and uses only the first bytes of the payload. The
+// components in the remaining bytes must then be zero.
 TEST(Buffer, PayloadAfterTheBufferIsZeroWhenAMatrixFailedBefore) {
   PrimedParser primed("mat3(1 2 3 4 5 6 7 8 1-2) float[2] {1.5 2};");
   AssignInfo info;

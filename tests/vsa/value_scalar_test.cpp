@@ -307,7 +307,8 @@ std::string assignedValue(const std::string& literal, const std::string& after) 
   return shown;
 }
 
-// Numbers are converted in the buffer of the source only if enough bytes follow the statement.
+// If enough bytes follow the statement, its numbers are converted directly in the buffer of the
+// source. The value must be the same if fewer bytes follow.
 TEST(Scalar, ValueDoesNotDependOnTheBytesAfterTheStatement) {
   const vsa_tests::LoggedLines log;
   for (const char* const literal : {"0",

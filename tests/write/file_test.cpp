@@ -226,7 +226,7 @@ TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
   EXPECT_EQ(received, vsa::writeText(made.scene).text);
 }
 
-/// A replacement whose file descriptor was closed by mistake.
+/// A replacement of a file. Its file descriptor was closed by mistake.
 class ClosedReplacement {
  public:
   explicit ClosedReplacement(const fs::path& path) {

@@ -14,7 +14,8 @@
 
 namespace vsa_tests {
 
-/// Reads `text` into `scene` like a file: if the version in the header is 0, it is first set to 1.
+/// Reads `text` into `scene` as if the text came from a file: if the version in the header is 0, it
+/// is first set to 1.
 inline vsa_tools::ReadOutcome readInto(zn::korvo_sdk::Scene& scene, std::string_view text) {
   if (scene.fileVersion() == 0) scene.setFileVersion(1);
   return vsa_tools::captureRead(

@@ -33,7 +33,7 @@ TEST(HostCalls, AReadingIntoTheSceneThatIsReadIntoIsUnreadable) {
     return true;
   };
   options.onDiagnostic = [&](const vsa::Diagnostic&) {
-    vsa::Scene other;  // reading into `other` does not allow reading into `scene`
+    vsa::Scene other;  // while it is read into, `scene` is still locked
     vsa::ReadOptions inner;
     inner.onProgress = options.onProgress;
     EXPECT_TRUE(vsa::readTextInto(other, "lamp star;", inner).isComplete());

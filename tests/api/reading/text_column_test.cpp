@@ -28,8 +28,9 @@ TEST(TextColumn, CountsCharactersOfSeveralBytesOnce) {
   }
 }
 
-// Each text is the first or the last valid character of a form. The forms directly beside these are
-// invalid: an overlong form, a surrogate, or a character beyond U+10FFFF.
+// Each text is the first or the last valid character among those with the same first byte. The byte
+// sequences directly beyond it are invalid: an overlong form, a surrogate, or a character beyond
+// U+10FFFF.
 TEST(TextColumn, CountsTheFirstAndTheLastCharacterOfAForm) {
   for (const std::string line :
        {"\xE0\xA0\x80", "\xED\x9F\xBF", "\xF0\x90\x80\x80", "\xF4\x8F\xBF\xBF"}) {

@@ -1,5 +1,6 @@
-// declare_types [FILE]: reads FILE with the declared type and prints the log. Without FILE, checks
-// what docs/plain_interface.md says about the declaration.
+// declare_types [FILE]: declares the node type of the code block (block.inc) in
+// docs/plain_interface.md. Then reads FILE and prints the log. Without FILE, checks what the page
+// says about the declaration.
 #include "read_and_print.h"
 
 namespace {

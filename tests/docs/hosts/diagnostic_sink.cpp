@@ -6,7 +6,7 @@
 
 namespace {
 
-// Discards the log of the text, which the page does not show.
+// Discards the log of the text, because the page of the documentation shows only the diagnostics.
 class SilentLog final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String&) override {}

@@ -1,5 +1,5 @@
-// Prints each call of the reader for one statement, and its result. The classes here print each
-// call and forward it to the library's scene.
+// Prints each call that the reader makes to a scene for one statement, and the result of the call.
+// The classes here print each call and forward it to the library's scene.
 #include <cstdio>
 #include <map>
 #include <memory>

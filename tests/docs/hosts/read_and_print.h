@@ -1,4 +1,4 @@
-// Reads a text file and prints its log as the pages show it.
+// Reads a text file and prints its log in the form in which the pages of the documentation show it.
 #pragma once
 
 #include <cstdio>

@@ -245,7 +245,7 @@ TEST(Compress, WritesAPointAndLowerCaseDigits) {
   EXPECT_EQ(text.size() % 2, 1U);
 }
 
-/// Returns pseudo-random bytes below `limit`, which are equally frequent.
+/// Returns pseudo-random bytes from 0 to `limit` - 1. All of these values are equally frequent.
 Bytes uniformBytes(std::size_t size, unsigned limit) {
   Bytes data;
   std::uint32_t state = 1;
@@ -260,7 +260,8 @@ Bytes uniformBytes(std::size_t size, unsigned limit) {
 TEST(Compress, ChoosesTheSmallestBlockType) {
   const auto bytesFor = [](const Bytes& data) { return (compressed(data).size() - 1) / 2; };
   EXPECT_EQ(bytesFor(uniformBytes(5000, 256)), 5000U + 5 + 6);
-  // A stored block has at most 65535 bytes. The stream has two such blocks and an empty one.
+  // The encoder begins a new block after 32768 literals or matches. Therefore this stream has three
+  // stored blocks.
   EXPECT_EQ(bytesFor(uniformBytes(70000, 256)), 70000U + 3 * 5 + 6);
   EXPECT_LT(bytesFor(uniformBytes(5000, 128)), 4480U);  // 7 bits for each byte, and the codes
   EXPECT_LT(bytesFor(uniformBytes(5000, 16)), 2625U);   // 4 bits for each byte

@@ -31,8 +31,8 @@ TEST(Deflate, EverySmallSize) {
 }
 
 TEST(Deflate, LengthensCodesThatWouldBeTooLong) {
-  // These frequencies grow like the Fibonacci numbers. They would need codes of 20 bits, but a code
-  // has at most 15.
+  // These frequencies grow like the Fibonacci numbers. Optimal codes for the rarest bytes would be
+  // longer than 15 bits, which is the maximum.
   Bytes data;
   std::size_t last = 1;
   std::size_t uses = 1;

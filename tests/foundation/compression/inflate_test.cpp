@@ -52,15 +52,15 @@ class BitStream {
   unsigned used_ = 0;
 };
 
-/// Writes the header of a dynamic block with the lengths of its code length codes. Only three code
-/// lengths have codes: 0 for the length 1, 10 for the length 0, and 11 for a run of 11 to 138
-/// zeros.
+/// Writes the header of a dynamic block, including the table of code length codes. Only three
+/// entries have a code: 0 stands for a code length of 1, 10 for a code length of 0, and 11 for a
+/// run of 11 to 138 code lengths of 0.
 BitStream& putDynamicHeader(BitStream& bits, bool last, unsigned symbolCount,
                             unsigned distanceCount) {
   bits.put(last ? 1 : 0, 1).put(2, 2);
   bits.put(symbolCount - 257, 5).put(distanceCount - 1, 5).put(18 - 4, 4);
-  // The lengths are in the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1. Only 18, 0 and 1 are
-  // used.
+  // The table is in the order 16 17 18 0 8 7 9 6 10 5 11 4 12 3 13 2 14 1. Only 18, 0 and 1 have a
+  // code.
   for (const unsigned length :
        {0U, 0U, 2U, 2U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 0U, 1U}) {
     bits.put(length, 3);
@@ -226,7 +226,7 @@ TEST(Inflate, AcceptsASingleCodeOfOneBit) {
   BitStream empty = dynamicBlock(257, 1);
   zeros(zeros(empty, 138), 118).code(0, 1).code(2, 2).code(0, 1);
   EXPECT_EQ(ownInflate(empty.end({}), 10), (Inflated{InflateStatus::Done, {}}));
-  // The stream contains a bit that is no code.
+  // The stream contains a 1 bit, but no code begins with 1.
   BitStream wrong = dynamicBlock(257, 1);
   zeros(zeros(wrong, 138), 118).code(0, 1).code(2, 2).code(1, 1);
   EXPECT_EQ(ownInflate(wrong.end({}), 10).status, InflateStatus::Corrupt);
@@ -243,9 +243,9 @@ TEST(Inflate, ASlotWithoutACodeHasNoEntryOfAnEarlierTable) {
   EXPECT_EQ(ownInflate(bits.end(Bytes{0}), 10), (Inflated{InflateStatus::Corrupt, Bytes{0}}));
 }
 
-// The stream ends after the length of a match. Therefore the decoder must report a missing
-// distance, and not an invalid one. An empty block of 10 bits makes the stream end with a whole
-// byte.
+// The stream ends directly after the length of a match. The block has no distance codes, so every
+// distance would be invalid. But the decoder must report that the stream ends early, because it has
+// not read a distance. The empty block of 10 bits makes the stream end with a whole byte.
 TEST(Inflate, AStreamCutBeforeAnInvalidDistanceEndsEarly) {
   BitStream bits;
   bits.put(0, 1).put(1, 2).code(0, 7);   // an empty block of 10 bits

@@ -106,8 +106,8 @@ TEST(Log, WithoutASinkItGoesToStandardError) {
   EXPECT_EQ(testing::internal::GetCapturedStderr(), "warning: one\nerror: two\n");
 }
 
-// Messages of more than 1 MiB are not written with fprintf, because it cannot write more than 2
-// GiB. Both messages here must be complete.
+// Messages of at most 1 MiB are written to standard error with fprintf, and longer messages with
+// fwrite. The two messages here have exactly that size and one byte more. Both must be complete.
 TEST(Log, ALongMessageGoesToStandardErrorAsAWhole) {
   const ScopedProcessSink scope(nullptr);
   for (const std::size_t bytes : {std::size_t{1} << 20, (std::size_t{1} << 20) + 1}) {

@@ -1,4 +1,5 @@
-// checkList(): checks the results of all kernels of readNumberRun() for one list.
+// checkList(): checks that all kernels of readNumberRun() give the expected result for a list. A
+// kernel is an implementation for one set of processor instructions.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -81,7 +82,8 @@ inline std::vector<std::string> fieldsOf(const std::string& list) {
   }
 }
 
-/// The expected result for `list`. It is computed only with number_text.
+/// The expected result for `list`. It is computed one number at a time with the functions of
+/// number_text.h.
 template <class Number>
 struct Expected {
   std::vector<Number> numbers;

@@ -100,9 +100,10 @@ class RandomTexts {
     return std::isfinite(value) ? value : 1.5;
   }
 
-  /// Returns a number half-way between two floats or two doubles: an odd number of 25 or 54 bits,
-  /// which is one bit more than they have, divided by a power of two. Some results are only close
-  /// to the middle, because they are rounded or their last digit is replaced.
+  /// Returns a number half-way between two floats or two doubles. It is an odd number of 25 or 54
+  /// bits, divided by a power of two: floats have a precision of 24 bits, and doubles of 53 bits.
+  /// Some results are only close to the middle, because they are rounded or their last digit is
+  /// replaced.
   std::string halfWay() {
     const int bits = random_() % 2 != 0 ? 25 : 54;
     const uint64_t odd = (random_() >> (64 - bits)) | 1 | (uint64_t{1} << (bits - 1));

@@ -1,5 +1,6 @@
-// Tests of readNumberRun() and all of its kernels at every edge of a list and next to guard pages.
-// number_text gives the expected values. As in the reader, one more byte follows the list in
+// Tests of readNumberRun() and of all its kernels: uncommon numbers at the beginning, in the middle
+// and at the end of a list, and lists next to inaccessible memory pages. The functions of
+// number_text.h compute the expected values. As in the reader, one more byte follows each list in
 // memory.
 #include <sys/mman.h>
 #include <unistd.h>
@@ -111,8 +112,8 @@ TEST(NumberList, UncommonLists) {
 }
 
 // Some kernels convert several numbers at once. They pass uncommon numbers to another kernel and
-// continue after them. Such numbers are the smallest integer, a number longer than one load, and a
-// value half-way between two floats.
+// continue after them. Such numbers are the smallest integer, a number with more characters than
+// the kernel loads at once, and a value half-way between two floats.
 TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   forAllTypes([](auto type) {
     for (const std::string odd : {"-2147483648", "-128", "0000000000000007", "1234567890.1234567",

@@ -1,6 +1,6 @@
 // Tests of number_text with the files of tests/numbers, with texts that are hard to round, and with
-// texts of a million characters. strtod is an exact reference, because the program stays in the C
-// locale.
+// texts of a million characters. The expected values come from strtod, which is exact. The program
+// stays in the C locale, because strtod expects another decimal point in some locales.
 
 #include "foundation/numbers/number_text.h"
 

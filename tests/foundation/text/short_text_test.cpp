@@ -1,5 +1,6 @@
-// Tests of the functions that process short texts in words. The texts have every length, and no
-// memory is accessible after them.
+// Tests of the functions that process several bytes of a short text at a time. The texts have every
+// length up to MAX_LENGTH. Each text has a memory block of exactly its size, so that
+// AddressSanitizer detects an access past its end.
 #include "foundation/text/short_text.h"
 
 #include <gtest/gtest.h>

@@ -11,7 +11,7 @@
 namespace zn {
 namespace {
 
-/// Formats without the compiler's check of the format.
+/// Calls String::formatv(). The compiler does not check the format here, so it may be invalid.
 std::string formatted(const char* format, ...) {
   va_list arguments;
   va_start(arguments, format);

@@ -38,7 +38,8 @@ constexpr char LONG_MIDDLE[] =
     "861622771738545623065874679014086723327636"
     "e-308 ";
 
-// Returns a buffer of one number that is as long as the text.
+// Returns a text with one buffer of one number. Nearly all characters of the text belong to that
+// number.
 GeneratedText longNumber(std::size_t bytes, const char* keyword, const char* start, char digit,
                          const char* end) {
   return {"t n; n.a = " + std::string(keyword) + "[1] {" + start + std::string(bytes, digit) + end +

@@ -168,7 +168,8 @@ constexpr HintRow ROWS[] = {
     {"m m: .p = byte[2] {.1f8b08};", "zlib"},
 };
 
-// Registers a separate type, because the types in other tests of this program must be open.
+// Registers a node type that no other test uses. A type is registered for the whole program, and
+// the types in the other tests must be open.
 void declareHintedLamp() {
   using zn::korvo_sdk::AttrType;
   zn::korvo_sdk::registerNodeType(

@@ -157,7 +157,8 @@ TEST_F(ReadOnTest, OneMistakeWithSeveralWrongTokensIsReportedOnce) {
   }
 }
 
-// A rule has nothing to say about a statement that the reader refused.
+// Each of these texts has one mistake. A rule must not report what only follows from another
+// finding. Therefore each text has exactly one finding.
 TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
   const char* const texts[] = {
       "lamp a: .s = \"x\"; .s = 3;\n",
@@ -178,7 +179,8 @@ TEST_F(ReadOnTest, FindingsOfRulesThatFollowFromADiagnosticAreLeftOut) {
   }
 }
 
-// No memory can hold the count, wherever the reader meets it.
+// No memory can hold a buffer with this number of elements. The finding is the same whether this is
+// the first mistake of the text or a later one.
 TEST_F(ReadOnTest, ACountThatNoMemoryHoldsIsOneOfTheMistakes) {
   write("a.vsa", "a.x = 1;\nmesh m;\nm.ids = mat4d[9223372036854775807] {};\nm.k = 1e-05;\n");
   const std::string all = vsa("check -q --format line --ignore all --error reader a.vsa").out;

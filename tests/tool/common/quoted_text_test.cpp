@@ -88,7 +88,8 @@ TEST(QuotedText, EachArgumentOfAMessageIsShortened) {
   for (const Row& row : rows) EXPECT_EQ(printedFrom(row), row.printed) << vsa::name(row.id);
 }
 
-// An argument may contain the words of its message, and characters that look like a conversion.
+// An argument may contain words that are also in the format of its message, and characters that
+// look like a conversion of printf.
 TEST(QuotedText, AnArgumentWithTheWordsOfTheMessageIsShortened) {
   std::string name;
   for (int i = 0; i < 500; ++i) name += " to %s";

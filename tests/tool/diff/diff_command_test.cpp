@@ -184,7 +184,7 @@ TEST_F(DiffTest, NamesAreSafeForTerminals) {
   EXPECT_EQ(std::string::npos, json.find("\xC2\x9B"));
 }
 
-// The links of 20,000 nodes are a cycle. In the other file, each node has another name.
+// The links of 20,000 nodes form a cycle. In the other file, each node has another name.
 TEST_F(DiffTest, ManyRenamedNodesInACircle) {
   const auto circle = [](const std::string& prefix) {
     std::string text;

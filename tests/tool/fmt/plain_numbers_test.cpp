@@ -1,5 +1,5 @@
-// Tests of the functions that use masks to find numbers in the middle of a list. The expected
-// results come from a loop that tests each character.
+// Tests of the functions that find the numbers in a piece of a list. They compute a mask that has
+// one bit for each character. The expected results come from a loop that tests each character.
 #include <gtest/gtest.h>
 
 #include <random>

@@ -57,9 +57,10 @@ TEST(ShortListSourceTest, EmptiesBuffers) {
   EXPECT_EQ(read.scene["n"]["b"].buffer().count(), 0U);
 }
 
-// After most buffers, the source assigns an empty buffer, so that the scene keeps no elements. It
-// does not do so after `n.b[*] = ...`, because each such assignment appends an element to the
-// array. The scene keeps the numbers of such a buffer, and they count for the size of the part.
+// After a buffer, the source inserts an assignment of an empty buffer, so that the scene keeps no
+// elements. The exception is `n.b[*] = ...`, because each such assignment appends an element to the
+// array. The scene keeps the numbers of such a buffer. Therefore they count for the size of the
+// part.
 TEST(ShortListSourceTest, KeepsBuffersThatAreAppended) {
   EXPECT_EQ(delivered("t n; n.b[*] = byte[2] {1 2};"), "t n;\nn.b[*] = byte[2] {1 2};\n");
   const std::string text = "t n; n.b[*][*] = byte[1] {1}; n.b[*][*] = 2; n.b[1][*] = 3;";
@@ -143,8 +144,9 @@ TEST(ShortListSourceTest, BeginsPartsWithDeclarations) {
             (Parts{"define n;\n", "t m;\nremove m;\n", "t m;\n"}));
 }
 
-// Each part is read into another scene. These statements change a node of an earlier part, and may
-// fail because of a value that the earlier part assigned. Therefore the text ends early.
+// Each part is read into a separate scene. These statements change a node of an earlier part. They
+// may fail because of a value that the earlier part assigned, but the new scene does not have that
+// value. Therefore the source ends the text before such a statement.
 TEST(ShortListSourceTest, EndsWhereANodeOfAnEarlierPartIsChanged) {
   for (const char* const statement :
        {"n.a = 2;", "n.a |= m.o;", "REMOVE n;", "t n;", "t n:", "with n: .a = 2;", ".a = 2;"}) {

@@ -137,7 +137,8 @@ TEST_F(StatsTest, ALongLogIsCut) {
   EXPECT_TRUE(run.err.ends_with("and 500 more messages (--max-diagnostics N prints more)\n"));
 }
 
-// The reason why the reading ended comes after all messages that are printed.
+// The command prints only one message because of its option. But it also prints the error that
+// ended the reading.
 TEST_F(StatsTest, ALongLogHasTheErrorThatEndedTheReading) {
   write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n.k = 2.5;\n.k = 2.5;\n.k = ;\n");
   const auto run = vsa("stats --max-diagnostics 1 a.vsa");

@@ -66,7 +66,8 @@ TEST(PendingTableTest, EachTableRetainsTheInput) {
   EXPECT_EQ(input.held, 2);
 }
 
-// The filter of the table must find earlier entries in any order of the addresses.
+// The filter of the table must not miss an earlier entry of an input, whatever the order in which
+// the addresses of the inputs are added.
 TEST(PendingTableTest, ManyInputsInAnyOrder) {
   HostOptions options;
   std::deque<HostInput> inputs;

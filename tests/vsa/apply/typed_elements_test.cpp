@@ -98,8 +98,9 @@ TEST_F(TypedElementsTest, ArrayShrunkByTheHostIsScannedAgain) {
   EXPECT_EQ(emptyElements(), 0U);
 }
 
-// Elements that the reader has appended are checked, even if earlier elements at their indices had
-// a type.
+// The argument 500 is the size of the array before the statement, so the statement has appended the
+// elements from the index 500. All of them are checked, although all 1000 elements had a type at
+// the last check.
 TEST_F(TypedElementsTest, ElementsAppendedByTheStatementAreChecked) {
   growTo(1000);
   setEmptyElements();

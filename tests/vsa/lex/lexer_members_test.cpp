@@ -79,7 +79,7 @@ TEST(LexerMembers, FirstCharacterIsNotChecked) {
   StringLexer feeds("\n\nab;");
   EXPECT_EQ(tokenText(feeds.id()), "Id<\\n>1,1");
   EXPECT_EQ(tokenText(StringLexer("]1]2").brackets()), "Brackets<]1]>1,3");
-  // A text ends at its first NUL.
+  // The text of a token ends at its first NUL.
   EXPECT_EQ(tokenText(StringLexer(string("\0ab"s)).id()), "Id<>1,3");
   EXPECT_EQ(tokenText(StringLexer(string("\0;"s)).token(Type::Dot)), "Dot<>1,1");
 }
