@@ -1,6 +1,6 @@
 // accept_cases FOLDER NAME...: replaces the expected results of cases by what the reader returns
-// now. A NAME selects every case whose path in FOLDER contains it, or the case with the .vsa file
-// of that path. Prints the files that it changes.
+// now. A NAME is a part of the paths of one or more cases in FOLDER, or the path of the .vsa file
+// of one case. Prints the files that it changes.
 #include <cstdio>
 #include <exception>
 #include <fstream>

@@ -316,7 +316,8 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
   zn::korvo_sdk::unregisterNodeType("editedLamp");
 }
 
-// A refused value removes the input that was created for it. An input that existed before remains.
+// If a value is refused, an input that was created for it is removed. An input that existed before
+// remains.
 TEST(Edit, LeavesNoInputBehindARefusedValue) {
   zn::korvo_sdk::registerNodeType(
       {.name = "refusingLamp",

@@ -141,7 +141,7 @@ TEST(HostScene, CanKeepNothing) {
   EXPECT_EQ(scene.node("sun"), nullptr);
 }
 
-// A scene that keeps only some nodes. It is called for links to dropped nodes, too.
+// A scene that keeps only some nodes. The reader calls it for links to dropped nodes, too.
 class Lamps : public Recorder {
   std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name) override {
     return type == "lamp" ? vsa::HostScene::makeNode(type, name) : nullptr;

@@ -1,5 +1,5 @@
-// Tests of declared node types: their nodes have only the declared inputs and outputs, with their
-// current names.
+// Tests of declared node types: a node has only the declared inputs and outputs. Former names of
+// inputs and outputs are replaced by the current names.
 #include <vsa/scene/node_type.h>
 
 #include <gtest/gtest.h>

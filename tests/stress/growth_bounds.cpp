@@ -102,8 +102,8 @@ void readInto(zn::korvo_sdk::Scene& scene, const zn::String& text, bool fromFile
       parseString(&scene, text);
     }
   } catch (const std::exception&) {
-    // The first three tokens have an invalid character, or there is no memory. Both end the read
-    // like any other error.
+    // The reading throws if the first three tokens of the text contain an invalid character, or if
+    // there is no memory. The time of such a reading counts, too.
   }
 }
 

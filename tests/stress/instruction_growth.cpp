@@ -68,7 +68,8 @@ void read(const Reading& reading) {
     try {
       zn::korvo_sdk::impl::parseString(&scene, text);
     } catch (const std::exception&) {
-      // The first three tokens have an invalid character. That ends the read like any other error.
+      // The reading throws if the first three tokens of the text contain an invalid character. Such
+      // a reading counts, too.
     }
   }
 }

@@ -44,7 +44,8 @@ TEST(ManyTextsTest, AShortTextKeepsLittleMemory) {
   EXPECT_LT(kept / TEXTS, 600);
 }
 
-// The blocks of shorter strings are used again, so that the memory is not the sum over all lengths.
+// When a string is replaced by a longer one, its block is used again for another string. Therefore
+// the memory does not contain a block for each earlier length.
 TEST(ManyTextsTest, GrowingStringsKeepLittleMemory) {
   constexpr int INPUTS = 200;
   constexpr std::size_t MAX_LENGTH = 4000;

@@ -135,8 +135,9 @@ void* __wrap_calloc(std::size_t count, std::size_t size) {
 
 void* __wrap_realloc(void* block, std::size_t size) {
   if (!vsa_tests::mayAllocate()) return nullptr;
-  // The old and the new block do not count at the same time, because realloc moves large blocks by
-  // remapping them.
+  // realloc moves a large block by remapping its pages, so the old and the new block do not need
+  // memory at the same time. Therefore the old block is counted as freed before the new block is
+  // counted.
   vsa_tests::countFreed(block);
   void* const moved = __real_realloc(block, size);
   vsa_tests::countAllocated(moved != nullptr || size == 0 ? moved : block);

@@ -63,7 +63,7 @@ LinkWarnings linkWarningsOf(const std::vector<zn::korvo_sdk::Diagnostic>& record
 LinkWarnings linkWarningsOf(std::string_view text);
 
 /// Returns an expected result in a form that can be compared: consecutive lines of `linkWarnings`
-/// are sorted, because their order depends on addresses.
+/// are sorted, because their order depends on the memory addresses of the inputs.
 std::string comparable(const std::string& expectation, const LinkWarnings& linkWarnings);
 
 }  // namespace vsa_tests

@@ -17,9 +17,8 @@ class PlainLexer {
  public:
   using Token = zn::korvo_sdk::impl::Token;
 
-  /// If `fromString` is true, an empty text has the same tokens as in the reader's lexer of an
-  /// empty String, which skips one NUL and counts it as a column. For other texts, `fromString` has
-  /// no effect.
+  /// `fromString` has an effect only if the text is empty. The reader's lexer of an empty String
+  /// skips one NUL and counts it as a column. If `fromString` is true, this lexer does the same.
   explicit PlainLexer(std::string text, bool fromString = false) : text_(std::move(text)) {
     if (text_.empty() && fromString) text_.push_back('\0');
   }

@@ -1,6 +1,6 @@
 // Tests that SyntaxReader and the reader's lexer read the same tokens. The texts are all cases and
-// examples, and short texts of the characters that have a meaning. Some sources deliver only a few
-// bytes at a time.
+// examples, and short texts of the characters that have a meaning in the format. Some sources
+// deliver only a few bytes at a time.
 #include <gtest/gtest.h>
 
 #include <filesystem>

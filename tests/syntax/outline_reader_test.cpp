@@ -24,7 +24,7 @@ Text between(Text first, Text last) {
   return {first.data(), static_cast<std::size_t>(last.data() + last.size() - first.data())};
 }
 
-// Returns the outline of a statement, which is computed from its tokens.
+// Computes the outline of a statement from its tokens.
 StatementOutline outlineOf(const SyntaxStatement& statement) {
   const auto& tokens = statement.tokens;
   StatementOutline out;

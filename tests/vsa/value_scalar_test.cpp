@@ -292,7 +292,8 @@ TEST(Scalar, IgnoresOtherTokens) {
 
 // --- simple statements ---
 
-/// The bits of the value that a statement assigns if `after` follows it; "none" without a value.
+/// Returns the type and the bits of the value that a statement assigns if the text `after` follows
+/// the statement. Returns "none" if it assigns no value.
 std::string assignedValue(const std::string& literal, const std::string& after) {
   Scene scene;
   VsaParser().parse(&scene, vsa_tests::string("lamp n;\nn.z = 1;\nn.a = " + literal + ';' + after));

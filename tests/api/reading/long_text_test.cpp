@@ -93,8 +93,8 @@ TEST(LongText, HasTheSamePositionsFromASource) {
     TestSource source(longText().text, bytesPerRead);
     const ReadResult result = vsa::readSource(source);
     expectProblems(result, false);
-    // An early link is reported when its text is not in memory any more. Its position must still be
-    // inside the text.
+    // A link from the beginning of the text is reported when that part of the text is not in memory
+    // any more. Its position must still be inside the text.
     for (const vsa::Diagnostic& found : result.diagnostics) {
       EXPECT_LE(found.range.end.offset, longText().text.size());
       EXPECT_GE(found.range.begin.line, 1U);

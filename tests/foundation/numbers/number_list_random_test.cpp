@@ -180,7 +180,8 @@ struct RandomList {
   }
 };
 
-/// Reads the list in runs, skips refused numbers, and compares every value.
+/// Reads the list and compares every value. Each call of `run` ends at the next number that it
+/// refuses, and the next call begins after that number.
 template <class Number>
 void checkRandomList(ReadFunction<Number> run, const RandomList<Number>& list) {
   const char* const end = list.text.data() + list.text.size();
@@ -216,7 +217,8 @@ void checkRandomLists(uint64_t seed, int lists) {
   }
 }
 
-/// Returns how often the test is repeated. VSA_NUMBER_ROUNDS=100 makes it a hundred times as long.
+/// Returns how often the test is repeated: the environment variable VSA_NUMBER_ROUNDS if it is set,
+/// otherwise 1.
 int rounds() {
   const char* const text = std::getenv("VSA_NUMBER_ROUNDS");
   return text == nullptr ? 1 : std::max(1, std::atoi(text));

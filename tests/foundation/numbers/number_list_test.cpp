@@ -142,7 +142,7 @@ std::string numberedField(size_t position, size_t length) {
 
 /// A kernel reads a chunk of characters and stores the offsets at which the numbers in the chunk
 /// end. In these lists, a chunk has as many numbers as possible, or the offsets are as large as
-/// possible. The output has enough capacity for all numbers or less.
+/// possible. The output has room for all numbers, or for only some of them.
 TEST(NumberList, ShortFieldsInALongList) {
   std::mt19937 random(20);
   forTypes<float, double, int, unsigned int, long long>([&](auto type) {

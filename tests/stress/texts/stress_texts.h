@@ -45,8 +45,8 @@ std::vector<StressText> compressedTexts();
 /// Returns stress texts of many short texts that are read into one scene.
 std::vector<StressText> manyTexts();
 
-/// Returns `head`, then `unit` repeated up to a text of `bytes` bytes, then `tail`. Each "@" in the
-/// unit is replaced by the number of the repetition, from 0.
+/// Returns `head`, then `unit` repeated until the text has at least `bytes` bytes, then `tail`.
+/// Each "@" in the unit is replaced by the number of the repetition, from 0.
 GeneratedText repeatUnit(std::size_t bytes, std::string_view head, std::string_view unit,
                          std::string_view tail = "");
 

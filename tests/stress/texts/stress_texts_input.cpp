@@ -7,7 +7,7 @@ namespace vsa_tests {
 
 namespace {
 
-// Returns the path of node `n` with `step`, such as ".a", repeated `levels` times.
+// Returns "n" and then `levels` times `step`, such as ".a".
 std::string deepPath(const char* step, int levels) {
   std::string path = "n";
   for (int i = 0; i < levels; ++i) path += step;

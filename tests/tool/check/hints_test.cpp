@@ -226,7 +226,8 @@ TEST(Hints, NoteWhereAnInputGotItsType) {
   EXPECT_EQ(finding.notes[0].range.end.offset, text.find("1;") + 1);
 }
 
-// A statement about a member or an element gives its object or array the type.
+// The statement about its first element gives an array its type. If later statements do not fit
+// that type, the hints note where it came from.
 TEST(Hints, NoteWhereAnArrayGotItsType) {
   const std::string_view text = "m m: .k[*] = 1;\n.k = 2;\n.k = 3;";
   const vsa::ReadResult read = vsa::readText(text);
@@ -240,7 +241,8 @@ TEST(Hints, NoteWhereAnArrayGotItsType) {
   }
 }
 
-// The reader notices some mistakes in a later line.
+// The reader reports some mistakes in a later line than the line with the mistake. The hint moves
+// the finding to the mistake.
 TEST(Hints, MoveTheFindingToTheMistake) {
   const std::string_view connection = "lamp sun: .c |= dusk.out\n.p = 1;\n";
   EXPECT_EQ(hintFor(connection, vsa::readText(connection)).range->begin,

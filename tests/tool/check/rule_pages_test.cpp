@@ -1,4 +1,5 @@
-// Tests of docs/rules.md: each rule has a section, and the example in it is a finding of that rule.
+// Tests of docs/rules.md: each rule has a section, and the rule reports a finding for the example
+// in its section.
 #include <gtest/gtest.h>
 
 #include <algorithm>

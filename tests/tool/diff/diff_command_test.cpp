@@ -10,7 +10,7 @@ namespace {
 
 class DiffTest : public vsa_tests::CommandFixture {
  protected:
-  /// Returns what a comparison of two texts prints. Expects the exit status 0 if that is nothing,
+  /// Returns what a comparison of two texts prints. Expects the exit status 0 if it prints nothing,
   /// and otherwise 1.
   std::string diff(const std::string& a, const std::string& b, const std::string& options = "") {
     write("a.vsa", a);

@@ -46,7 +46,7 @@ bool sameTokens(std::string_view a, std::string_view b) {
 }
 
 /// The result of a reading: the scene, and the messages without their positions. The messages are
-/// sorted, because links are resolved in the order of addresses.
+/// sorted, because links are resolved in the order of the memory addresses of their inputs.
 struct Reading {
   explicit Reading(std::string_view text) : result(vsa::readText(text)) {
     for (const vsa::Diagnostic& found : result.diagnostics) {

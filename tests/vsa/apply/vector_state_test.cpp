@@ -1,5 +1,5 @@
-// Tests that the AVX2 kernels clear the upper halves of the vector registers. While the upper
-// halves are in use, later SSE instructions may be slow.
+// Tests that reading buffers leaves the upper halves of the vector registers cleared. Functions
+// that use AVX2 instructions must clear them. Otherwise later SSE instructions may be slow.
 #include <gtest/gtest.h>
 
 #include <cstdint>

@@ -1,5 +1,6 @@
-// Tests of the list normaliser: the vector kernels give the same result as the portable one, and do
-// not write past the documented size of the output.
+// Tests of the list normaliser and its kernels. A kernel is an implementation for one set of
+// processor instructions. The kernels with vector instructions give the same result as the portable
+// one, and do not write past the documented size of the output.
 #include "vsa/lex/list_normalizer.h"
 
 #include <gtest/gtest.h>
