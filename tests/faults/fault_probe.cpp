@@ -18,7 +18,7 @@ constexpr char PROBE[] =
     ".a[2] = 7; .o.m = true; .ref = faultProbe; .link |= faultProbe.out;";
 
 /// The number of array elements in the text of the probe. Each of them is created as an empty
-/// element, which counts for the limit of empty elements.
+/// element, and so adds one to the count that the limit of empty elements bounds.
 constexpr std::uint64_t PROBE_ELEMENTS = 3;
 
 constexpr char PROBE_TEXT[] =

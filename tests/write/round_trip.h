@@ -57,7 +57,7 @@ inline void expectRefused(const zn::korvo_sdk::Scene& scene, std::string_view no
   EXPECT_EQ(written.problems[0].reason, reason);
 }
 
-/// Returns the text that is written although there are problems.
+/// Returns the text that is written with the option `lossy`, although the scene has problems.
 inline std::string lossyText(const zn::korvo_sdk::Scene& scene) {
   vsa::WriteOptions options;
   options.lossy = true;

@@ -23,7 +23,8 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char CHECKSUM[] = "compressed data fails its checksum";
 constexpr char LARGER[] = "compressed data is larger than the buffer";
 
-// "hello hello hello hello", as every version of zlib compresses it: with the fixed codes.
+// "hello hello hello hello", compressed with the fixed codes. Every version of zlib gives these
+// bytes.
 const std::string HELLO = "hello hello hello hello";
 const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
 // "abc" in a stored block.

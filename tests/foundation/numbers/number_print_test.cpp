@@ -1,5 +1,5 @@
-// Tests of the text of a number: a table of notations, and the digits of std::to_chars. The command
-// number_survey tests all floats.
+// Tests of the text of a number: a table of numbers in all notations, and a sample of numbers whose
+// digits must be those of std::to_chars. The command number_survey compares all floats.
 #include "foundation/numbers/number_print.h"
 
 #include <gtest/gtest.h>
