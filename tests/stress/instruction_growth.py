@@ -6,11 +6,6 @@ instruction_growth.py PROGRAM [--all | --only TEXT]
 Runs PROGRAM, which is instruction_growth.cpp, under callgrind. Fails if a stress text of four times the size takes more
 than 4.6 times as many instructions. The factor is 4 for linear time, 4.3 for n log n, and 16 for the square of the
 size. Without options, only the stress texts of SAMPLE are read. Reading all takes a minute of processor time.
-
-The hash of a name depends on a key that each process draws. With some keys, names that differ only in their last
-character have long runs of occupied slots in the larger text and not in the smaller one. A stress text above the bound
-is therefore read again, in up to MAX_RUNS processes, and its smallest growth counts. Growth that the algorithm causes
-does not depend on the key, so every process shows it.
 """
 import argparse
 import pathlib
@@ -20,7 +15,6 @@ import tempfile
 
 BYTES = 16384
 MAX_GROWTH = 4.6
-MAX_RUNS = 6
 # The stress texts with the shortest readings, one for each construct that a text can repeat. They
 # take six seconds.
 SAMPLE = [
@@ -76,25 +70,6 @@ def count(program, names):
         return counts
 
 
-def growths_of(program, names):
-    """Yields the growth of each stress text, its instructions for the smaller size, and its name."""
-    counts = count(program, names)
-    if not names or set(counts) != set(names):
-        sys.exit("instruction_growth: not every stress text was counted")
-    for name, by in counts.items():
-        yield by[4 * BYTES] / by[BYTES], by[BYTES], name
-
-
-def smallest_growths(program, names):
-    """Returns the growths of growths_of(), the largest first. Those above the bound are the smallest of MAX_RUNS."""
-    growths = {growth[-1]: growth for growth in growths_of(program, names)}
-    for _ in range(MAX_RUNS - 1):
-        above = [name for name, growth in growths.items() if growth[0] > MAX_GROWTH]
-        for again in growths_of(program, above) if above else []:
-            growths[again[-1]] = min(growths[again[-1]], again)
-    return sorted(growths.values(), reverse=True)
-
-
 def main():
     asked = argparse.ArgumentParser(description="growth of the instructions of reading")
     asked.add_argument("program")
@@ -102,7 +77,10 @@ def main():
     asked.add_argument("--only", help="read the stress texts with this text in their name")
     asked = asked.parse_args()
     names = names_of(asked.program, asked)
-    growths = smallest_growths(asked.program, names)
+    counts = count(asked.program, names)
+    if not names or set(counts) != set(names):
+        sys.exit("instruction_growth: not every stress text was counted")
+    growths = sorted(((by[4 * BYTES] / by[BYTES], by[BYTES], name) for name, by in counts.items()), reverse=True)
     failed = [growth for growth in growths if growth[0] > MAX_GROWTH]
     for growth, instructions, name in failed or growths[:3]:
         print(f"{growth:6.2f} times the {instructions} instructions of {BYTES} bytes: {name}")

@@ -3,8 +3,7 @@
 //
 // The hash depends on a random key, which is created once per process. Texts that collide in one
 // process do not collide in another process. Therefore nobody can write a file whose names all
-// collide. Exception: names that differ only in their last character may collide. At most 190 names
-// differ in this way, because 190 different bytes can occur in a name.
+// collide.
 #include <chrono>
 #include <cstdint>
 
@@ -70,11 +69,19 @@ std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
   return fold(a ^ loadFew(at, length), b);
 }
 
+// Returns the number that the high four bits of the last character contribute to the hash. Texts
+// that differ in these bits get slots far from each other in a table.
+std::uint64_t spread(unsigned char last) noexcept {
+  constexpr std::uint64_t GOLDEN_RATIO = 0x9e3779b97f4a7c15ULL;  // its fraction times 2 ^ 64
+  return (last >> 4) * GOLDEN_RATIO >> 36;
+}
+
 }  // namespace
 
-// Returns the hash of a text. The high half is a hash of the whole text. The low half consists of
-// 28 bits of a hash of the text without its last character and, as the lowest 4 bits, the low bits
-// of the last character.
+// Returns the hash of a text. The high half is a hash of the whole text. The low half selects the
+// slot in a table. Its lowest 4 bits are the low bits of the last character, so that names with
+// consecutive numbers ("a10" to "a19") have adjacent slots and need few cache lines. The other 28
+// bits are a hash of the rest of the text and of the high bits of the last character.
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
   if (text.empty()) return 1;
@@ -87,7 +94,8 @@ std::uint64_t String::hashOf(std::string_view text) noexcept {
   }
   hash = foldShort(at, left, hash, keyed.second);
   const std::uint64_t whole = fold(hash ^ keyed.first, keyed.second ^ (text.size() << 8 | last));
-  const std::uint64_t low = ((hash >> 32 ^ hash) & 0xFFFFFFF) << 4 | (last & 15U);
+  const std::uint64_t rest = (hash >> 32 ^ hash ^ spread(last)) & 0xFFFFFFF;
+  const std::uint64_t low = rest << 4 | (last & 15U);
   hash = (whole & ~std::uint64_t{0xFFFFFFFF}) | low;
   return hash == 0 ? 1 : hash;
 }
