@@ -72,8 +72,8 @@ std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
 // Returns the number that the high four bits of the last character contribute to the hash. Texts
 // that differ in these bits get slots far from each other in a table.
 std::uint64_t spread(unsigned char last) noexcept {
-  constexpr std::uint64_t GOLDEN_RATIO = 0x9e3779b97f4a7c15ULL;  // its fraction times 2 ^ 64
-  return (last >> 4) * GOLDEN_RATIO >> 36;
+  constexpr std::uint64_t GOLDEN_RATIO = 0x9e3779b9;  // its fraction times 2 ^ 32
+  return (last >> 4) * GOLDEN_RATIO >> 8;             // 28 bits
 }
 
 }  // namespace
