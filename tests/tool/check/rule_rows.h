@@ -21,6 +21,7 @@ const RuleRow RULE_ROWS[] = {
     {"utf-16", "«l\0»a\0m\0p\0 \0s\0u\0n\0;\0"sv, "lamp sun;"},
     {"nul-byte", "lamp sun; # a«\0»b\n"sv, "lamp sun; # ab\n"},
     {"lone-carriage-return", "lamp sun;«\r»lamp moon;\n", "lamp sun;\r\nlamp moon;\r\n"},
+    {"lone-carriage-return", "# a comment«\r»lamp moon;\n", "# a comment\r\nlamp moon;\r\n"},
     {"object-for-list", "mesh m:\n.p = «{0 0 0, 1 0 0}»;\n", "mesh m:\n.p = {};\n"},
     {"dropped-components", "a b: .x = vec3(1 2 3 «4»);", "a b: .x = vec4(1 2 3 4);"},
     {"dropped-components", "a b: .x = VEC2((1 2), («3 4») );", "a b: .x = rgba(1 2 3);"},

@@ -90,7 +90,7 @@ class ByteRules {
     }
     if (at == std::string_view::npos) return;
     Finding* const finding = add(RuleId::LoneCarriageReturn, at, 1,
-                                 "a carriage return alone ends no line, and no comment");
+                                 "a carriage return alone ends a comment, but no line");
     if (finding != nullptr) finding->hint = "end lines with a line feed";
   }
 
