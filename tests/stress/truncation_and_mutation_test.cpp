@@ -3,7 +3,6 @@
 // File, without a crash. The test suite runs a sample of the changes. VSA_STRESS_STEP=1 runs all.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdint>
 #include <filesystem>
 #include <string>
@@ -12,6 +11,7 @@
 #include "tests/stress/stress_sample.h"
 #include "tests/support/case_run.h"
 #include "tests/support/text.h"
+#include "tests/support/text_files.h"
 
 namespace vsa_tests {
 
@@ -22,17 +22,8 @@ namespace fs = std::filesystem;
 constexpr std::uintmax_t MAX_TEXT_BYTES = 16 * 1024;
 
 std::vector<fs::path> texts() {
-  std::vector<fs::path> found;
-  for (const char* const folder : {"cases", "../examples"}) {
-    const fs::path root = fs::path(VSA_TEST_DIR) / folder;
-    if (!fs::exists(root)) continue;
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-      if (entry.path().extension() == ".vsa" && entry.file_size() <= MAX_TEXT_BYTES) {
-        found.push_back(entry.path());
-      }
-    }
-  }
-  std::sort(found.begin(), found.end());
+  std::vector<fs::path> found = textFiles({"tests/cases", "examples"});
+  std::erase_if(found, [](const fs::path& file) { return fs::file_size(file) > MAX_TEXT_BYTES; });
   return found;
 }
 

@@ -3,26 +3,18 @@
 // deliver only a few bytes at a time.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 
 #include <vsa/syntax.h>
+#include "tests/support/text.h"
+#include "tests/support/text_files.h"
 #include "tests/syntax/syntax_source.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using vsa_tests::differenceFromLexer;
 using vsa_tests::StepSource;
-
-std::string contentOf(const fs::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
 
 void expectAgreement(const std::string& text) {
   vsa::SyntaxReader memory(text);
@@ -33,18 +25,13 @@ void expectAgreement(const std::string& text) {
 }
 
 TEST(LexerAgreementTest, Files) {
-  const fs::path root = fs::path(VSA_TEST_DIR).parent_path();
-  int count = 0;
-  for (const char* folder : {"tests/cases", "tests/regressions", "examples", "../shared/scenes"}) {
-    if (!fs::exists(root / folder)) continue;
-    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
-      if (entry.path().extension() != ".vsa") continue;
-      SCOPED_TRACE(entry.path().string());
-      expectAgreement(contentOf(entry.path()));
-      ++count;
-    }
+  const auto texts =
+      vsa_tests::textFiles({"tests/cases", "tests/regressions", "examples", "../shared/scenes"});
+  for (const auto& text : texts) {
+    SCOPED_TRACE(text.string());
+    expectAgreement(vsa_tests::contentOf(text));
   }
-  EXPECT_GT(count, 200);
+  EXPECT_GT(texts.size(), 200);
 }
 
 TEST(LexerAgreementTest, RandomTexts) {

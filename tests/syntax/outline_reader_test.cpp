@@ -2,18 +2,16 @@
 // and in random texts, and finds the parts of a statement.
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 
 #include <vsa/outline.h>
 #include <vsa/syntax.h>
+#include "tests/support/text.h"
+#include "tests/support/text_files.h"
 
 namespace {
 
-namespace fs = std::filesystem;
 using vsa::StatementKind;
 using vsa::StatementOutline;
 using vsa::SyntaxKind;
@@ -95,17 +93,11 @@ int expectSameStatements(const std::string& content) {
 }
 
 TEST(OutlineReaderTest, AgreesOnFiles) {
-  const fs::path root = fs::path(VSA_TEST_DIR).parent_path();
   int count = 0;
-  for (const char* folder : {"tests/cases", "tests/regressions", "examples"}) {
-    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
-      if (entry.path().extension() != ".vsa") continue;
-      SCOPED_TRACE(entry.path().string());
-      std::ostringstream text;
-      text << std::ifstream(entry.path(), std::ios::binary).rdbuf();
-      count += expectSameStatements(text.str());
-      if (HasFailure()) return;
-    }
+  for (const auto& text : vsa_tests::textFiles({"tests/cases", "tests/regressions", "examples"})) {
+    SCOPED_TRACE(text.string());
+    count += expectSameStatements(vsa_tests::contentOf(text));
+    if (HasFailure()) return;
   }
   EXPECT_GT(count, 1000);
 }

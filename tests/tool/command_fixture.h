@@ -9,8 +9,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
+
+#include "tests/support/text.h"
 
 namespace vsa_tests {
 
@@ -37,11 +38,7 @@ class CommandFixture : public testing::Test {
     return name;
   }
 
-  std::string content(const std::string& name) {
-    std::ostringstream text;
-    text << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
-    return text.str();
-  }
+  std::string content(const std::string& name) { return vsa_tests::contentOf(folder_ / name); }
 
   /// Runs a shell command in the folder of the test and returns its exit status.
   int statusOf(const std::string& line) {

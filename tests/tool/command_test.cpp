@@ -9,7 +9,8 @@
 #include <filesystem>
 #include <fstream>
 #include <nlohmann/json.hpp>
-#include <sstream>
+
+#include "tests/support/text.h"
 
 namespace {
 
@@ -60,11 +61,7 @@ class CommandTest : public testing::Test {
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
   }
 
-  std::string content(const std::string& name) {
-    std::ostringstream text;
-    text << std::ifstream(folder_ / name, std::ios::binary).rdbuf();
-    return text.str();
-  }
+  std::string content(const std::string& name) { return vsa_tests::contentOf(folder_ / name); }
 
   fs::path folder_;
 };

@@ -6,8 +6,9 @@
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
+
+#include "tests/support/text.h"
 
 namespace {
 
@@ -32,11 +33,7 @@ class ConvertTest : public testing::Test {
     std::ofstream(folder / name, std::ios::binary) << text;
   }
 
-  std::string content(const std::string& name) const {
-    std::ostringstream text;
-    text << std::ifstream(folder / name, std::ios::binary).rdbuf();
-    return text.str();
-  }
+  std::string content(const std::string& name) const { return vsa_tests::contentOf(folder / name); }
 
   ConvertOutcome convert(const std::string& arguments) const {
     const std::string line = "cd '" + folder.string() + "' && " VSA_COMMAND " convert " +

@@ -3,13 +3,13 @@
 // order of the nodes.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <filesystem>
 #include <map>
 #include <vector>
 
 #include "tests/support/declared_lamp.h"
 #include "tests/support/text.h"
+#include "tests/support/text_files.h"
 #include "tests/write/round_trip.h"
 
 namespace vsa_tests {
@@ -19,25 +19,6 @@ namespace {
 namespace fs = std::filesystem;
 using vsa::WriteOptions;
 using zn::korvo_sdk::Scene;
-
-std::vector<fs::path> textsIn(const char* folder) {
-  std::vector<fs::path> texts;
-  const fs::path root = fs::path(VSA_TEST_DIR).parent_path();
-  for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
-    if (entry.path().extension() == ".vsa") texts.push_back(entry.path());
-  }
-  std::sort(texts.begin(), texts.end());
-  return texts;
-}
-
-std::vector<fs::path> allTexts() {
-  std::vector<fs::path> texts;
-  for (const char* const folder : {"tests/cases", "tests/regressions", "examples"}) {
-    const std::vector<fs::path> found = textsIn(folder);
-    texts.insert(texts.end(), found.begin(), found.end());
-  }
-  return texts;
-}
 
 std::vector<WriteOptions> forms() {
   std::vector<WriteOptions> forms(5);
@@ -114,7 +95,9 @@ std::string testName(const testing::TestParamInfo<fs::path>& info) {
   return name;
 }
 
-INSTANTIATE_TEST_SUITE_P(Texts, TextRoundTrip, testing::ValuesIn(allTexts()), testName);
+INSTANTIATE_TEST_SUITE_P(
+    Texts, TextRoundTrip,
+    testing::ValuesIn(textFiles({"tests/cases", "tests/regressions", "examples"})), testName);
 
 }  // namespace
 

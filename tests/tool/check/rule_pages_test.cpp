@@ -3,13 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <vsa/read.h>
 #include <vsa/types.h>
+#include "tests/support/text.h"
 #include "tools/vsa/check/rules/rule.h"
 
 namespace vsa_tests {
@@ -19,12 +18,6 @@ namespace {
 using vsa_tools::Finding;
 using vsa_tools::Rule;
 using vsa_tools::RuleSet;
-
-std::string contentOf(const char* file) {
-  std::ostringstream text;
-  text << std::ifstream(file).rdbuf();
-  return text.str();
-}
 
 /// Returns the types in the program of docs/types.md.
 std::vector<vsa::TypeDescription> exampleTypes() {

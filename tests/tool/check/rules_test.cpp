@@ -5,13 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <fstream>
 #include <set>
-#include <sstream>
 #include <string>
 #include <string_view>
 
 #include <vsa/read.h>
+#include "tests/support/text.h"
 #include "tests/tool/check/rule_rows.h"
 
 namespace vsa_tests {
@@ -80,16 +79,9 @@ TEST(Rules, AreAllTested) {
   }
 }
 
-std::string contentOf(const std::filesystem::path& file) {
-  std::ostringstream content;
-  content << std::ifstream(file, std::ios::binary).rdbuf();
-  std::string text = content.str();
-  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
-  return text;
-}
-
 void expectQuiet(const std::filesystem::path& file) {
-  const std::string text = contentOf(file);
+  std::string text = contentOf(file);
+  if (text.starts_with("\xEF\xBB\xBF")) text.erase(0, 3);
   const vsa::ReadResult read = vsa::readText(text);
   std::vector<Finding> findings;
   vsa_tools::runRules({.text = text, .scene = read.scene, .outcome = read},

@@ -4,30 +4,22 @@
 #include <rapidjson/document.h>
 #include <rapidjson/schema.h>
 
-#include <filesystem>
-#include <fstream>
 #include <sstream>
 #include <string>
 
 #include <vsa/read.h>
+#include "tests/support/text.h"
+#include "tests/support/text_files.h"
 #include "tools/scene_text/scene_dump.h"
 
 namespace vsa_tools {
 
 namespace {
 
-namespace fs = std::filesystem;
-
-std::string contentOf(const fs::path& file) {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
-
 class DumpSchemaTest : public testing::Test {
  protected:
   DumpSchemaTest() {
-    parsed_.Parse(contentOf(VSA_TEST_DIR "/../docs/dump.schema.json").c_str());
+    parsed_.Parse(vsa_tests::contentOf(VSA_TEST_DIR "/../docs/dump.schema.json").c_str());
     EXPECT_FALSE(parsed_.HasParseError());
     schema_ = std::make_unique<rapidjson::SchemaDocument>(parsed_);
   }
@@ -56,15 +48,11 @@ class DumpSchemaTest : public testing::Test {
 };
 
 TEST_F(DumpSchemaTest, CasesAndExamplesAreValid) {
-  int count = 0;
-  for (const char* folder : {"/cases", "/regressions", "/../examples"}) {
-    for (const auto& entry : fs::recursive_directory_iterator(VSA_TEST_DIR + std::string(folder))) {
-      if (entry.path().extension() != ".vsa") continue;
-      EXPECT_TRUE(isValid(dumpOf(contentOf(entry.path())))) << entry.path();
-      ++count;
-    }
+  const auto texts = vsa_tests::textFiles({"tests/cases", "tests/regressions", "examples"});
+  for (const auto& text : texts) {
+    EXPECT_TRUE(isValid(dumpOf(vsa_tests::contentOf(text)))) << text;
   }
-  EXPECT_GT(count, 200);
+  EXPECT_GT(texts.size(), 200);
 }
 
 TEST_F(DumpSchemaTest, LinesAndReducedDumpsAreValid) {

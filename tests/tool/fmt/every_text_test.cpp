@@ -3,14 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
 #include <random>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <vsa/read.h>
+#include "tests/support/text.h"
+#include "tests/support/text_files.h"
 #include "tests/syntax/syntax_source.h"
 #include "tools/scene_text/scene_dump.h"
 #include "tools/vsa/common/writing/string_sink.h"
@@ -22,7 +21,6 @@ namespace vsa_tools {
 
 namespace {
 
-namespace fs = std::filesystem;
 using vsa_tests::StepSource;
 
 std::string formatted(std::string_view text) {
@@ -89,22 +87,15 @@ void expectFormatted(const std::string& text) {
 }
 
 TEST(FormatEveryTextTest, KeepsSceneAndLog) {
-  const fs::path root = fs::path(VSA_TEST_DIR).parent_path();
-  int count = 0;
-  for (const char* folder : {"tests/cases", "tests/regressions", "examples", "../shared/scenes"}) {
-    if (!fs::exists(root / folder)) continue;
-    for (const auto& entry : fs::recursive_directory_iterator(root / folder)) {
-      if (entry.path().extension() != ".vsa") continue;
-      SCOPED_TRACE(entry.path().string());
-      std::ostringstream text;
-      text << std::ifstream(entry.path(), std::ios::binary).rdbuf();
-      std::string content = text.str();
-      if (content.starts_with("\xEF\xBB\xBF")) content.erase(0, 3);
-      expectFormatted(content);
-      ++count;
-    }
+  const auto texts =
+      vsa_tests::textFiles({"tests/cases", "tests/regressions", "examples", "../shared/scenes"});
+  for (const auto& text : texts) {
+    SCOPED_TRACE(text.string());
+    std::string content = vsa_tests::contentOf(text);
+    if (content.starts_with("\xEF\xBB\xBF")) content.erase(0, 3);
+    expectFormatted(content);
   }
-  EXPECT_GT(count, 200);
+  EXPECT_GT(texts.size(), 200);
 }
 
 TEST(FormatEveryTextTest, RandomLayouts) {

@@ -3,6 +3,7 @@
 
 #include <nlohmann/json.hpp>
 
+#include "tests/support/text.h"
 #include "tests/tool/command_fixture.h"
 #include "tools/vsa/common/embedded/embedded_files.h"
 
@@ -49,9 +50,7 @@ TEST_F(StatsPageTest, TextsOfTheSceneAreNoMarkup) {
 
 TEST_F(StatsPageTest, EmbeddedFilesAreTheFilesOfTheTree) {
   const auto fileOfTree = [](const std::string& name) {
-    std::ostringstream text;
-    text << std::ifstream(VSA_TEST_DIR "/../tools/vsa/stats/" + name, std::ios::binary).rdbuf();
-    return text.str();
+    return vsa_tests::contentOf(VSA_TEST_DIR "/../tools/vsa/stats/" + name);
   };
   EXPECT_EQ(fileOfTree("page.html"), vsa_tools::pageTemplate());
   EXPECT_EQ(fileOfTree("vendor/chart.umd.min.js"), vsa_tools::chartScript());
