@@ -31,7 +31,7 @@ src/vsa/apply/values         include/vsa/foundation include/vsa/diagnostics incl
 src/vsa                      include/vsa include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/diagnostics src/foundation/base src/foundation/compression src/foundation/containers src/foundation/numbers src/foundation/text src/scene src/vsa/lex src/vsa/apply src/vsa/apply/links src/vsa/apply/values
 src/api                      include/vsa include/vsa/values include/vsa/foundation include/vsa/diagnostics include/vsa/scene include/vsa/model src/diagnostics src/foundation/base src/foundation/io src/foundation/text src/scene src/scene/model src/vsa
 src/api/c                    include/vsa include/vsa/values
-src/api/types                include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values src/foundation/base
+src/api/types                include/vsa include/vsa/reading include/vsa/foundation include/vsa/scene include/vsa/values src/foundation/base src/foundation/text
 src/api/reading/text         include/vsa include/vsa/reading include/vsa/foundation src/foundation/io src/vsa/apply src/vsa/lex
 src/api/reading/source_range include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics include/vsa/scene src/api/reading/text src/vsa src/vsa/lex
 src/api/reading/outcome      include/vsa include/vsa/reading include/vsa/foundation include/vsa/diagnostics src/api/reading/text src/api/reading/source_range src/diagnostics src/vsa src/vsa/apply

@@ -1,56 +1,24 @@
 // Reads JSON: a recursive descent parser for the grammar of RFC 8259 with a limited depth.
 #include <algorithm>
 #include <cstdint>
-#include <optional>
 #include <set>
 
 #include <vsa/foundation/string.h>
 #include "api/types/json_value.h"
+#include "foundation/base/hex_digits.h"
+#include "foundation/text/utf8.h"
 
 namespace vsa {
 
 namespace {
 
 using Kind = JsonValue::Kind;
+using namespace zn::detail;
 
 constexpr int MAX_DEPTH = 32;
 
 bool isDigit(char c) {
   return c >= '0' && c <= '9';
-}
-
-std::optional<std::uint32_t> hexValue(char c) {
-  if (isDigit(c)) return static_cast<std::uint32_t>(c - '0');
-  if (c >= 'a' && c <= 'f') return static_cast<std::uint32_t>(c - 'a' + 10);
-  if (c >= 'A' && c <= 'F') return static_cast<std::uint32_t>(c - 'A' + 10);
-  return std::nullopt;
-}
-
-bool isHighSurrogate(std::uint32_t unit) {
-  return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool isLowSurrogate(std::uint32_t unit) {
-  return unit >= 0xDC00 && unit < 0xE000;
-}
-
-void appendUtf8(std::string& to, std::uint32_t character) {
-  const auto add = [&](std::uint32_t byte) { to += static_cast<char>(byte); };
-  if (character < 0x80) {
-    add(character);
-    return;
-  }
-  if (character < 0x800) {
-    add(0xC0 | character >> 6);
-  } else if (character < 0x10000) {
-    add(0xE0 | character >> 12);
-    add(0x80 | (character >> 6 & 0x3F));
-  } else {
-    add(0xF0 | character >> 18);
-    add(0x80 | (character >> 12 & 0x3F));
-    add(0x80 | (character >> 6 & 0x3F));
-  }
-  add(0x80 | (character & 0x3F));
 }
 
 class Reader {
@@ -208,7 +176,8 @@ void Reader::escape(std::string& to) {
     to += MEANT[letter];
     ++at_;
   } else if (consume('u')) {
-    appendUtf8(to, character());
+    char bytes[MAX_UTF8_BYTES];
+    to.append(bytes, appendUtf8(bytes, character()));
   } else {
     fail("an unknown escape sequence");
   }
@@ -222,15 +191,15 @@ std::uint32_t Reader::character() {
   if (!consume('\\') || !consume('u')) fail("half of a surrogate pair");
   const std::uint32_t second = codeUnit();
   if (!isLowSurrogate(second)) fail("half of a surrogate pair");
-  return 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00);
+  return characterOf(first, second);
 }
 
 std::uint32_t Reader::codeUnit() {
   std::uint32_t unit = 0;
   for (int i = 0; i < 4; ++i) {
-    const std::optional<std::uint32_t> digit = hexValue(peek());
-    if (!digit) fail("expected four hexadecimal digits");
-    unit = unit << 4 | *digit;
+    const unsigned digit = hexValue(peek());
+    if (digit == NOT_A_DIGIT) fail("expected four hexadecimal digits");
+    unit = unit << 4 | digit;
     ++at_;
   }
   return unit;

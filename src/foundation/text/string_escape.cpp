@@ -1,5 +1,5 @@
 // String::unescape: replaces each escape sequence by its character. A \u sequence contains a UTF-16
-// code unit, as in JSON (RFC 8259). Its character is written in UTF-8 (RFC 3629).
+// code unit, as in JSON (RFC 8259). Its character is written in UTF-8.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -11,6 +11,7 @@
 #include <vsa/foundation/string.h>
 #include "foundation/base/hex_digits.h"
 #include "foundation/text/unescape_piece.h"
+#include "foundation/text/utf8.h"
 
 namespace zn {
 
@@ -54,38 +55,19 @@ constexpr std::array<char, 256> makeSimpleEscapes() {
 
 constexpr std::array<char, 256> SIMPLE_ESCAPES = makeSimpleEscapes();
 
-char* appendUtf8(char* to, unsigned code) {
-  const auto append = [&to](unsigned byte) { *to++ = static_cast<char>(byte); };
-  if (code < 0x80) {
-    append(code);
-  } else if (code < 0x800) {
-    append(0xC0 | (code >> 6));
-    append(0x80 | (code & 0x3F));
-  } else if (code < 0x10000) {
-    append(0xE0 | (code >> 12));
-    append(0x80 | ((code >> 6) & 0x3F));
-    append(0x80 | (code & 0x3F));
-  } else {
-    append(0xF0 | (code >> 18));
-    append(0x80 | ((code >> 12) & 0x3F));
-    append(0x80 | ((code >> 6) & 0x3F));
-    append(0x80 | (code & 0x3F));
-  }
-  return to;
-}
-
 // Reads a \u sequence or a surrogate pair of two \u sequences at `at`. Returns the number of
 // characters read. Returns 0 if the sequence does not represent a character.
 int unicodeEscape(const char* at, const char* end, char*& to) {
   const unsigned unit = codeUnit(at, end);
   if (unit == NO_UNIT || unit == 0) return 0;
-  if (unit < 0xD800 || unit > 0xDFFF) {
-    to = appendUtf8(to, unit);
+  if (!detail::isHighSurrogate(unit)) {
+    if (detail::isLowSurrogate(unit)) return 0;
+    to = detail::appendUtf8(to, unit);
     return 6;
   }
   const unsigned second = codeUnit(at + 6, end);
-  if (unit > 0xDBFF || second < 0xDC00 || second > 0xDFFF) return 0;
-  to = appendUtf8(to, 0x10000 + ((unit - 0xD800) << 10) + (second - 0xDC00));
+  if (!detail::isLowSurrogate(second)) return 0;
+  to = detail::appendUtf8(to, detail::characterOf(unit, second));
   return 12;
 }
 
