@@ -105,12 +105,7 @@ inline bool Lexer::readLongBuffered(Token::Type type, const char* at, LineFeeds 
   if (end == nullptr || end == last) return false;
   consumeTo(end, feeds, out);
   out.type = type;
-  const std::string_view text(at, static_cast<std::size_t>(end - at));
-  if (type == Token::Type::Comment) {
-    out.text = texts_.copy(text);
-  } else {
-    texts_.copyReusing(text, out.text);
-  }
+  out.text = texts_.copy({at, static_cast<std::size_t>(end - at)});
   return true;
 }
 

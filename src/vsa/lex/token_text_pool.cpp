@@ -64,7 +64,6 @@ inline bool TokenTextPool::Word::is(const Key& key, std::string_view characters)
 
 Type TokenTextPool::intern(std::string_view characters, String& out) {
   const Key key(characters);
-  if (words_ == nullptr) growWords();
   Word* const first = pairOf(key.hash());
   if (!first->is(key, characters)) {
     if (!first[1].is(key, characters)) return addWord(characters, key, out);
@@ -74,34 +73,17 @@ Type TokenTextPool::intern(std::string_view characters, String& out) {
   return first->type;
 }
 
-// Adds a word to the table. If the word is a literal, `out` becomes its text in lower case.
+// Adds a word to the table as the first of its pair, and drops the second word of the pair. If the
+// word is a literal, `out` becomes its text in lower case.
 Type TokenTextPool::addWord(std::string_view characters, const Key& key, String& out) {
   const Literal literal = literalOf(characters);
   if (literal.text != characters) return intern(literal.text, out);
   out = slabs_.copyOf(characters, String::hashOf(characters));
   if (characters.empty() || characters.size() > MAX_WORD_BYTES) return literal.type;
-  if (++wordCount_ > mask_ && mask_ + 2 < MAX_WORDS) growWords();
-  store(key.hash(), {key.head, key.length, literal.type, key.tail, out});
-  return literal.type;
-}
-
-// Stores the word as the first of its pair. The previous first word becomes the second word. The
-// previous second word is dropped.
-void TokenTextPool::store(std::size_t hash, Word&& word) noexcept {
-  Word* const first = pairOf(hash);
+  Word* const first = pairOf(key.hash());
   first[1] = std::move(first[0]);
-  first[0] = std::move(word);
-}
-
-void TokenTextPool::growWords() {
-  const std::size_t before = words_ == nullptr ? 0 : mask_ + 2;
-  const std::size_t after = before == 0 ? MIN_WORDS : MAX_WORDS;
-  std::unique_ptr<Word[]> old = std::make_unique<Word[]>(after);
-  old.swap(words_);
-  mask_ = after - 2;
-  for (std::size_t i = before; i-- > 0;) {
-    if (old[i].length != 0) store(Key(old[i].text.view()).hash(), std::move(old[i]));
-  }
+  first[0] = {key.head, key.length, literal.type, key.tail, out};
+  return literal.type;
 }
 
 }  // namespace zn::korvo_sdk::impl

@@ -1,6 +1,6 @@
 // TokenTextPool: creates the texts of tokens with few allocations. Internal.
 //
-// Words are interned. The texts of numbers and short lists reuse the memory of earlier texts.
+// Words are interned. The buffers of short texts are adjacent in slabs.
 #pragma once
 
 #include <cstddef>
@@ -30,34 +30,15 @@ class TokenTextPool {
   /// were read recently share one String, so most comparisons of names compare pointers.
   Token::Type intern(std::string_view characters, String& out);
 
-  /// Creates a text that the scene probably keeps.
+  /// Creates a text.
   String copy(std::string_view characters) { return slabs_.copyOf(characters); }
-
-  /// Creates a text that only the current statement needs. Reuses the memory of an earlier text if
-  /// nothing else refers to it.
-  void copyReusing(std::string_view characters, String& out) {
-    if (characters.size() > MAX_REUSED_BYTES) {
-      out = String::copyOf(characters);
-      return;
-    }
-    String& text = reused_[nextReused_++ % REUSED_STRINGS];
-    text.assign(characters);
-    out = text;
-  }
 
  private:
   // Longer words are not interned, because they are rare.
   static constexpr std::size_t MAX_WORD_BYTES = 64;
-  // Longer texts are not stored for reuse, because they take too much memory.
-  static constexpr std::size_t MAX_REUSED_BYTES = 4096;
-  // The number of texts that are stored for reuse. A statement refers to fewer texts, so the text
-  // to reuse is not one of the current statement.
-  static constexpr std::size_t REUSED_STRINGS = 8;
-  // The minimum and maximum number of interned words. The table starts small, because many texts
-  // are short. A table of MAX_WORDS words fits into the CPU caches. A look-up that misses the
-  // caches would take longer than copying the word.
-  static constexpr std::size_t MIN_WORDS = 256;
-  static constexpr std::size_t MAX_WORDS = 512;
+  // The number of interned words. A table of this size fits into the CPU caches. A look-up that
+  // misses the caches would take longer than copying the word.
+  static constexpr std::size_t WORDS = 512;
 
   // A word as its first 8 and its last 8 characters, which may overlap, and its length. For words
   // of up to 7 characters, `head` and `tail` contain fewer characters each. Words of up to 16
@@ -85,19 +66,12 @@ class TokenTextPool {
   };
 
   Token::Type addWord(std::string_view characters, const Key& key, String& out);
-  Word* pairOf(std::size_t hash) const noexcept { return &words_[hash & mask_]; }
-  void store(std::size_t hash, Word&& word) noexcept;
-  void growWords();
+  // Returns the first word of the pair for the hash.
+  Word* pairOf(std::size_t hash) const noexcept { return &words_[hash & (WORDS - 2)]; }
 
   StringSlabs slabs_;
   // The table: pairs of words. The first word of a pair was used more recently than the second.
-  std::unique_ptr<Word[]> words_;
-  // Maps a hash to the index of the first word of a pair.
-  std::size_t mask_ = 0;
-  // The number of words added, including words that were replaced.
-  std::size_t wordCount_ = 0;
-  String reused_[REUSED_STRINGS];
-  std::size_t nextReused_ = 0;
+  std::unique_ptr<Word[]> words_ = std::make_unique<Word[]>(WORDS);
   String characters_[256];
 };
 
