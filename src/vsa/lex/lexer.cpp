@@ -72,21 +72,10 @@ void Lexer::collect() {
   chars_.push_back(consume());
 }
 
-// Collects characters while they are in one of `classes`. `classes` must not contain the line feed,
-// because the function does not count lines.
+// Collects characters while they are in one of `classes`. Most names and numbers are read by the
+// fast path, so this function collects one character at a time.
 void Lexer::collectRun(unsigned classes) {
-  while (is(lookaheadChar, classes)) {
-    if (windowBegin == windowLast()) {
-      collect();
-      continue;
-    }
-    const char* const last = windowEnd - 1;
-    const char* at = windowBegin + 1;
-    while (at < last && is(*at, classes)) ++at;
-    const std::size_t count = static_cast<std::size_t>(at - windowBegin);
-    collectBytes(count);
-    consumeInLine(count);
-  }
+  while (is(lookaheadChar, classes)) collect();
 }
 
 // Collects characters up to the next `a` or `b`, or up to the end of the input.
@@ -107,39 +96,8 @@ void Lexer::collectUntil(char a, char b) {
   }
 }
 
-// Consumes the white space at the start of the window. The lookahead must be white space. Does not
-// consume the last byte of the window.
-void Lexer::skipBufferedWhite() noexcept {
-  const char* const begin = windowBegin;
-  const char* const last = windowLast();
-  std::int32_t atLine = line;
-  std::int32_t atColumn = column;
-  char before = previous;
-  const char* at = begin;
-  do {
-    if (before == '\n') {
-      atLine = detail::wrappingSum(atLine, 1);
-      atColumn = 0;
-    }
-    atColumn = detail::wrappingSum(atColumn, 1);
-    before = *at++;
-  } while (at < last && is(*at, char_class::WHITE));
-  line = atLine;
-  column = atColumn;
-  previous = before;
-  index = detail::wrappingSum(index, static_cast<std::size_t>(at - begin));
-  windowBegin = at;
-  lookaheadChar = *at;
-}
-
 void Lexer::skipWhite() {
-  while (is(lookaheadChar, char_class::WHITE)) {
-    if (windowBegin == windowLast()) {
-      consume();
-    } else {
-      skipBufferedWhite();
-    }
-  }
+  while (is(lookaheadChar, char_class::WHITE)) consume();
 }
 
 // --- tokens ---

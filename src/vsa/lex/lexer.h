@@ -139,7 +139,6 @@ class Lexer {
 
   bool atEnd() const noexcept { return lookaheadChar == END_OF_INPUT; }
   void skipWhite();
-  void skipBufferedWhite() noexcept;
   void collect();
   void collectRun(unsigned classes);
   void collectUntil(char a, char b);
