@@ -165,8 +165,6 @@ class VsaParser {
   void recordComment(const String& comment);
   void declareNode(const String& type, const String& name, bool isWith);
   IInput* resolve(PathResolver& target, std::span<const Token> path);
-  IInput* resolveAfterName(PathResolver& target, std::span<const Token> path);
-  IInput* findOrCreate(PathResolver& target) const;
   IInput* addInLibrary(INode& node, const String& name, std::span<const Token> path);
   [[noreturn]] void inputNotFound(INode& node, std::span<const Token> path) const;
 

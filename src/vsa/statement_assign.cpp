@@ -52,34 +52,24 @@ TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
   return session->statement();
 }
 
+// Finds or creates the input of the path. A message about a path that begins with "." starts with
+// the node's name. A host's scene may rename the node when it finds or creates an input, so the
+// name is requested before that. The library's scene renames no node. For its nodes,
+// `inputNotFound` requests the name only for a message, which saves 250 instructions per statement.
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
-  const bool isWithPath = path[0].type == Token::Type::Dot;
-  if (isWithPath && library_ == nullptr) return resolveAfterName(target, path);
-  IInput* const input = findOrCreate(target);
+  const bool isOfHost = path[0].type == Token::Type::Dot && library_ == nullptr;
+  const String nodeName = isOfHost ? target.node().name() : String();
+  if (session != nullptr) session->beginTarget(target.node());
+  IInput* const input = target.resolve();
   if (input != nullptr) return input;
-  inputNotFound(target.node(), path);
+  if (!isOfHost) inputNotFound(target.node(), path);
+  emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
 }
 
 void VsaParser::inputNotFound(INode& node, std::span<const Token> path) const {
   const bool isWithPath = path[0].type == Token::Type::Dot;
   const String nodeName = isWithPath ? node.name() : String();
   emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
-}
-
-// Like `resolve`, for a path that begins with "." in a host's scene. A message about such a path
-// starts with the node's name. A host's scene may rename the node when it finds or creates an
-// input, so the name is requested before that. The library's scene renames no node. For its nodes,
-// `resolve` requests the name only for a message, which saves 250 instructions per statement.
-interfaces::IInput* VsaParser::resolveAfterName(PathResolver& target, std::span<const Token> path) {
-  const String nodeName = target.node().name();
-  IInput* const input = findOrCreate(target);
-  if (input != nullptr) return input;
-  emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
-}
-
-interfaces::IInput* VsaParser::findOrCreate(PathResolver& target) const {
-  if (session != nullptr) session->beginTarget(target.node());
-  return target.resolve();
 }
 
 // Returns the node of a path. A path that begins with "." refers to the "with" node.
