@@ -1,6 +1,6 @@
-// Compares and copies short texts in words of 8 bytes. Internal.
+// Compares short texts in words of 8 bytes. Internal.
 //
-// Most names are short, so comparing or copying them takes only a few instructions.
+// Most names are short, so comparing them takes only a few instructions.
 #pragma once
 
 #include <cstddef>
@@ -12,25 +12,14 @@
 
 namespace zn::detail {
 
-// The following two functions process the first and the last word of a text. The text must be at
-// least one word and at most two words long. The two words may overlap, so some characters are
-// compared or copied twice.
-
+// Compares the first and the last word of two texts. The texts must be at least one word and at
+// most two words long. The two words may overlap, so some characters are compared twice.
 template <class Word>
 bool sameWords(const char* a, const char* b, std::size_t length) noexcept {
   const std::size_t last = length - sizeof(Word);
   const Word first = loadWord<Word>(a) ^ loadWord<Word>(b);
   const Word second = loadWord<Word>(a + last) ^ loadWord<Word>(b + last);
   return (first | second) == 0;
-}
-
-template <class Word>
-void copyWords(char* to, const char* from, std::size_t length) noexcept {
-  const std::size_t last = length - sizeof(Word);
-  const Word first = loadWord<Word>(from);
-  const Word second = loadWord<Word>(from + last);
-  std::memcpy(to, &first, sizeof(Word));
-  std::memcpy(to + last, &second, sizeof(Word));
 }
 
 /// Whether two texts of the same length are equal.
@@ -43,21 +32,6 @@ inline bool sameCharacters(const char* a, const char* b, std::size_t length) noe
            loadWord<std::uint16_t>(a) == loadWord<std::uint16_t>(b);
   }
   return length == 0 || *a == *b;
-}
-
-/// Copies a text. The source and the destination must not overlap.
-inline void copyCharacters(char* to, const char* from, std::size_t length) noexcept {
-  if (length > 16) {
-    std::memcpy(to, from, length);
-  } else if (length >= 8) {
-    copyWords<std::uint64_t>(to, from, length);
-  } else if (length >= 4) {
-    copyWords<std::uint32_t>(to, from, length);
-  } else if (length >= 2) {
-    copyWords<std::uint16_t>(to, from, length);
-  } else if (length == 1) {
-    *to = *from;
-  }
 }
 
 inline bool sameCharacters(std::string_view a, std::string_view b) noexcept {

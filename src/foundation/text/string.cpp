@@ -134,7 +134,7 @@ String String::copyOf(std::string_view text, std::uint64_t hash) {
 }
 
 String String::filled(StringBuffer* made, std::string_view text, std::uint64_t hash) {
-  detail::copyCharacters(made->chars(), text.data(), text.size());
+  std::memcpy(made->chars(), text.data(), text.size());
   made->hash.store(hash, std::memory_order_relaxed);
   return String(made);
 }
@@ -150,7 +150,7 @@ void String::assign(std::string_view text, std::uint64_t hash) {
     *this = copyOf(text, hash);
     return;
   }
-  detail::copyCharacters(shared->chars(), text.data(), text.size());
+  std::memcpy(shared->chars(), text.data(), text.size());
   shared->chars()[text.size()] = '\0';
   shared->length = text.size();
   shared->hash.store(hash, std::memory_order_relaxed);

@@ -42,16 +42,6 @@ TEST(ShortText, SameCharacters) {
   }
 }
 
-TEST(ShortText, CopiesOfCharacters) {
-  for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {
-    const std::string text = textOf(length);
-    const auto from = exact(text);
-    const auto to = exact(std::string(length, '_'));
-    detail::copyCharacters(to.get(), from.get(), length);
-    EXPECT_EQ(std::string(to.get(), length), text);
-  }
-}
-
 // Every character affects the hash, and memory after the text does not.
 TEST(ShortText, HashesOfEveryLength) {
   for (std::size_t length = 0; length <= MAX_LENGTH; ++length) {

@@ -1,9 +1,9 @@
 #include "vsa/apply/links/pending_link.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
-#include "foundation/text/short_text.h"
 #include "vsa/apply/input_path.h"
 
 namespace zn::korvo_sdk::impl {
@@ -31,7 +31,7 @@ TextArena::~TextArena() {
 const char* TextArena::copyOf(std::string_view text) {
   if (left_ <= text.size()) addChunk(text.size() + 1);
   char* const copy = next_;
-  zn::detail::copyCharacters(copy, text.data(), text.size());
+  std::memcpy(copy, text.data(), text.size());
   copy[text.size()] = '\0';
   next_ += text.size() + 1;
   left_ -= text.size() + 1;
