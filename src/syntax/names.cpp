@@ -1,64 +1,34 @@
 // Returns the names of the kinds of tokens and statements.
+#include <cstddef>
+#include <iterator>
+
 #include <vsa/syntax.h>
 
 namespace vsa {
 
+namespace {
+
+// The index of a name is the value of its kind.
+constexpr const char* TOKEN_NAMES[] = {"end-of-text", "invalid",  "unterminated", "word",
+                                       "true",        "false",    "null",         "integer",
+                                       "real",        "string",   "comment",      "parens",
+                                       "braces",      "brackets", "punctuation"};
+constexpr const char* STATEMENT_NAMES[] = {"comment", "declaration", "block",      "remove",
+                                           "define",  "assignment",  "connection", "malformed"};
+
+static_assert(std::size(TOKEN_NAMES) == static_cast<std::size_t>(SyntaxKind::Punctuation) + 1);
+static_assert(std::size(STATEMENT_NAMES) == static_cast<std::size_t>(StatementKind::Malformed) + 1);
+
+}  // namespace
+
 const char* name(SyntaxKind kind) noexcept {
-  switch (kind) {
-    case SyntaxKind::EndOfText:
-      return "end-of-text";
-    case SyntaxKind::Invalid:
-      return "invalid";
-    case SyntaxKind::Unterminated:
-      return "unterminated";
-    case SyntaxKind::Word:
-      return "word";
-    case SyntaxKind::True:
-      return "true";
-    case SyntaxKind::False:
-      return "false";
-    case SyntaxKind::Null:
-      return "null";
-    case SyntaxKind::Integer:
-      return "integer";
-    case SyntaxKind::Real:
-      return "real";
-    case SyntaxKind::String:
-      return "string";
-    case SyntaxKind::Comment:
-      return "comment";
-    case SyntaxKind::Parens:
-      return "parens";
-    case SyntaxKind::Braces:
-      return "braces";
-    case SyntaxKind::Brackets:
-      return "brackets";
-    case SyntaxKind::Punctuation:
-      return "punctuation";
-  }
-  return "unknown";
+  const auto index = static_cast<std::size_t>(kind);
+  return index < std::size(TOKEN_NAMES) ? TOKEN_NAMES[index] : "unknown";
 }
 
 const char* name(StatementKind kind) noexcept {
-  switch (kind) {
-    case StatementKind::Comment:
-      return "comment";
-    case StatementKind::Declaration:
-      return "declaration";
-    case StatementKind::Block:
-      return "block";
-    case StatementKind::Remove:
-      return "remove";
-    case StatementKind::Define:
-      return "define";
-    case StatementKind::Assignment:
-      return "assignment";
-    case StatementKind::Connection:
-      return "connection";
-    case StatementKind::Malformed:
-      return "malformed";
-  }
-  return "unknown";
+  const auto index = static_cast<std::size_t>(kind);
+  return index < std::size(STATEMENT_NAMES) ? STATEMENT_NAMES[index] : "unknown";
 }
 
 }  // namespace vsa

@@ -6,10 +6,10 @@
 #include <vsa/foundation/char_class.h>
 #include <vsa/syntax.h>
 #include "foundation/base/block_size.h"
+#include "syntax/statement_tokens.h"
 #include "syntax/token_scan_state.h"
 #include "vsa/lex/byte_scan.h"
 #include "vsa/lex/token_scan.h"
-#include "vsa/lex/token_text_pool.h"
 
 namespace vsa {
 
@@ -20,19 +20,6 @@ namespace lex = zn::korvo_sdk::impl;
 
 constexpr std::size_t BUFFER_BYTES = zn::detail::blockBytes(256 << 10);
 constexpr int END_MARK = 0xFF;  // an int, because std::memchr takes one
-
-SyntaxKind kindOfWord(std::string_view text) {
-  switch (lex::typeOfWord(text)) {
-    case lex::Token::Type::True:
-      return SyntaxKind::True;
-    case lex::Token::Type::False:
-      return SyntaxKind::False;
-    case lex::Token::Type::Null:
-      return SyntaxKind::Null;
-    default:
-      return SyntaxKind::Word;
-  }
-}
 
 }  // namespace
 
@@ -184,7 +171,7 @@ inline bool SyntaxReader::State::shortToken(SyntaxToken& out) {
     out.kind = SyntaxKind::Punctuation;
   } else if (first == lex::Token::Type::Id) {
     at_ = lex::endOfName(at_ + 1, end_);
-    out.kind = kindOfWord({begin_, static_cast<std::size_t>(at_ - begin_)});
+    out.kind = impl::kindOfWord({begin_, static_cast<std::size_t>(at_ - begin_)});
   } else {
     return false;
   }
@@ -207,7 +194,7 @@ void SyntaxReader::State::piece(SyntaxToken& out, bool isFirst) {
   const bool mayHaveFeeds = token_.mayHaveLineFeeds();
   moveTo(at_, mayHaveFeeds ? lex::countLineFeeds(begin_, at_) : lex::LineFeeds{0, nullptr});
   out.range.end = position();
-  if (out.kind == SyntaxKind::Word && isFirst && out.isLast) out.kind = kindOfWord(out.text);
+  if (out.kind == SyntaxKind::Word && isFirst && out.isLast) out.kind = impl::kindOfWord(out.text);
 }
 
 void SyntaxReader::State::endOfText(SyntaxToken& out) const noexcept {
