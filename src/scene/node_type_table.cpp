@@ -86,11 +86,11 @@ bool hasDeclaredTypes() noexcept {
   return !isTableEmpty.load(std::memory_order_acquire);
 }
 
-void addDeclaredType(const std::string& name, TypePointer type) {
-  table().add(name, std::move(type));
+void registerNodeType(const NodeType& type) {
+  table().add(type.name, std::make_shared<const DeclaredType>(type));
 }
 
-void removeDeclaredType(const std::string& name) {
+void unregisterNodeType(const std::string& name) {
   if (hasDeclaredTypes()) table().remove(name);
 }
 

@@ -67,8 +67,4 @@ std::shared_ptr<const DeclaredType> declaredType(std::string_view name);
 /// Whether any type is declared. May be called from any thread.
 bool hasDeclaredTypes() noexcept;
 
-/// Adds a type, or replaces the type of that name. May be called from any thread.
-void addDeclaredType(const std::string& name, std::shared_ptr<const DeclaredType> type);
-void removeDeclaredType(const std::string& name);
-
 }  // namespace zn::korvo_sdk
