@@ -53,6 +53,13 @@ Status checkLink(const PlainInput& input, NodeView node) noexcept {
   return node.plain()->scene() == input.owner()->scene() ? EditError::None : EditError::OtherScene;
 }
 
+Status setNode(PlainInput& input, zn::korvo_sdk::Node* node) {
+  if (const Status status = detail::checkTakes(input, ValueType::Node); !status) return status;
+  detail::makeReadyFor(input, ValueType::Node);
+  input.setNode(node);
+  return {};
+}
+
 }  // namespace
 
 Status Input::set(const Value& value) const noexcept {
@@ -119,21 +126,15 @@ Status Input::refer(NodeView node) const noexcept {
     PlainInput* const input = mutablePlain();
     if (const Status status = detail::checkInput(input); !status) return status;
     if (const Status status = checkLink(*input, node); !status) return status;
-    if (const Status status = detail::checkTakes(*input, ValueType::Node); !status) return status;
-    detail::makeReadyFor(*input, ValueType::Node);
-    input->setNode(const_cast<zn::korvo_sdk::Node*>(node.plain()));
-    return {};
+    return setNode(*input, const_cast<zn::korvo_sdk::Node*>(node.plain()));
   });
 }
 
 Status Input::referToNone() const noexcept {
   return guarded([&]() -> Status {
     PlainInput* const input = mutablePlain();
-    if (const Status status = detail::checkInput(input); !status) return status;
-    if (const Status status = detail::checkTakes(*input, ValueType::Node); !status) return status;
-    detail::makeReadyFor(*input, ValueType::Node);
-    input->setNode(nullptr);
-    return {};
+    const Status status = detail::checkInput(input);
+    return status ? setNode(*input, nullptr) : status;
   });
 }
 

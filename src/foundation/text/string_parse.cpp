@@ -9,15 +9,9 @@ namespace zn {
 namespace {
 
 template <class Number>
-bool integer(const String& text, Number& out) {
+bool number(const String& text, Number& out) {
   const std::string_view chars = text.view();
-  return integerFromText(chars.data(), chars.data() + chars.size(), out);
-}
-
-template <class Number>
-bool real(const String& text, Number& out) {
-  const std::string_view chars = text.view();
-  return realFromText(chars.data(), chars.data() + chars.size(), out);
+  return numberFromText(chars.data(), chars.data() + chars.size(), out);
 }
 
 }  // namespace
@@ -31,43 +25,43 @@ bool String::parse(const String& text, bool& out) {
 }
 
 bool String::parse(const String& text, float& out) {
-  return real(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, double& out) {
-  return real(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, signed char& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, unsigned char& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, short& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, unsigned short& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, int& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, unsigned int& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, long long& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 bool String::parse(const String& text, unsigned long long& out, Radix /*radix*/) {
-  return integer(text, out);
+  return number(text, out);
 }
 
 }  // namespace zn
