@@ -33,7 +33,8 @@ IInput* PathResolver::resolve() {
 }
 
 // Resolves the path `node.input`, the form of most statements. This fast path makes the same calls
-// of the scene as the general code.
+// of the scene as the general code. It saves 1 % of the instructions of the scene nodes read into a
+// HostScene. The benchmark "nodes 1M into a scene without operations" shows its loss.
 IInput* PathResolver::resolveInput() {
   const Token& element = path_.back();
   required_ = {valueType_, AttrType::Null};
