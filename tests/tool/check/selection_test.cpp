@@ -90,6 +90,11 @@ TEST_F(SelectionTest, CommentsIgnoreFindings) {
        "no problems found\n"},
       {"lamp a: .k = 1;\n# see vsa-check: ignore all\n.k = 2.5;\n", "0 errors, 1 warning\n"},
       {"lamp a: .k = 1;\n.k = 2.5;\n# vsa-check: ignore all", "0 errors, 1 warning\n"},
+      {"lamp a: .k = 1;\n.k = 2.5; # vsa-check: keep # vsa-check: ignore narrowing\n",
+       "0 errors, 1 warning\n"},
+      {"lamp a: .k = 1;\n# vsa-check: ignore narrowing\n# vsa-check: ignore reader\n.k = 2.5;\n"
+       ".k = 3.5;\n",
+       "0 errors, 1 warning\n"},
   };
   for (const auto& [text, expected] : rows) {
     write("c.vsa", text);

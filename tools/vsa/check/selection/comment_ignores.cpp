@@ -1,7 +1,7 @@
 #include "tools/vsa/check/selection/comment_ignores.h"
 
 #include <algorithm>
-#include <limits>
+#include <iterator>
 
 #include "tools/vsa/check/kinds.h"
 #include "tools/vsa/check/text/statement_scan.h"
@@ -21,54 +21,80 @@ std::string_view nextWord(std::string_view& text) {
   return word;
 }
 
-bool isName(std::string_view name, const Finding& finding) {
-  if (name == finding.id || name == "all") return true;
-  const FindingKind* const kind = kindOf(finding.id);
-  return kind != nullptr && name == kind->group;
-}
-
 }  // namespace
 
+// MARK has an effect only at the beginning of a comment.
 CommentIgnores::CommentIgnores(std::string_view text) {
-  for (std::size_t at = 0; (at = text.find(MARK, at)) != std::string_view::npos; ++at) {
-    addComment(text, at);
+  std::size_t at = 0;
+  while ((at = text.find(MARK, at)) != std::string_view::npos) {
+    std::size_t sign = at;
+    while (sign > 0 && (text[sign - 1] == ' ' || text[sign - 1] == '\t')) --sign;
+    at += MARK.size();
+    if (sign == 0 || text[sign - 1] != '#') continue;
+    const std::size_t lineEnd = std::min(text.find('\n', at), text.size());
+    addComment(text, text.rfind('\n', sign - 1) + 1, sign - 1, text.substr(at, lineEnd - at));
+    at = lineEnd;
   }
 }
 
-// Adds the ids of a comment whose text contains MARK at `at`. MARK has an effect only at the
-// beginning of a comment.
-void CommentIgnores::addComment(std::string_view text, std::size_t at) {
-  const std::size_t lineBegin = text.rfind('\n', at) + 1;
-  const std::size_t lineEnd = std::min(text.find('\n', at), text.size());
-  std::size_t sign = at;
-  while (sign > lineBegin && (text[sign - 1] == ' ' || text[sign - 1] == '\t')) --sign;
-  if (sign == lineBegin || text[sign - 1] != '#') return;
-  std::string_view words = text.substr(at + MARK.size(), lineEnd - at - MARK.size());
+// Adds the ids of the comment that begins at `sign`. `words` is its text after MARK, up to the end
+// of the line.
+void CommentIgnores::addComment(std::string_view text, std::size_t lineBegin, std::size_t sign,
+                                std::string_view words) {
+  const auto lineEnd = static_cast<std::size_t>(words.data() + words.size() - text.data());
   const std::string_view command = nextWord(words);
-  Ignore ignore{lineBegin, lineEnd, {}};
-  if (command == "ignore-file") {
-    ignore = {0, std::numeric_limits<std::uint64_t>::max(), {}};
-  } else if (command != "ignore") {
-    return;
-  } else if (skipBlanks(text, lineBegin) == sign - 1) {  // the line contains only the comment
-    Statement next = nextStatement(text, lineEnd);
-    while (next.isComment) next = nextStatement(text, next.end);
-    ignore.end = next.end;
-  }
+  if (command != "ignore" && command != "ignore-file") return;
+  Part part{lineBegin, lineEnd};
+  const bool hasOnlyComment = skipBlanks(text, lineBegin) == sign;
+  if (command == "ignore" && hasOnlyComment) part.end = endOfNextStatement(text, lineEnd);
   for (std::string_view word = nextWord(words); !word.empty() && word != "--";
        word = nextWord(words)) {
-    ignore.name = word;
-    ignores_.push_back(ignore);
+    if (command == "ignore-file") {
+      inFile_.emplace(word);
+    } else {
+      addPart(word, part);
+    }
   }
+}
+
+// Adds a part that begins at or after the last one of the same name.
+void CommentIgnores::addPart(std::string_view name, const Part& part) {
+  const auto found = parts_.find(name);
+  std::vector<Part>& parts = found == parts_.end() ? parts_[std::string(name)] : found->second;
+  if (!parts.empty() && part.begin <= parts.back().end) {
+    parts.back().end = std::max(parts.back().end, part.end);
+  } else {
+    parts.push_back(part);
+  }
+}
+
+// Returns the end of the first statement that begins at `from` or later and is no comment. Does not
+// search again if the last result is still the next statement, as after several lines of comments.
+std::uint64_t CommentIgnores::endOfNextStatement(std::string_view text, std::size_t from) {
+  if (from > nextBegin_ || nextEnd_ == 0) {
+    Statement next = nextStatement(text, from);
+    while (next.isComment) next = nextStatement(text, next.end);
+    nextBegin_ = next.begin;
+    nextEnd_ = next.end;
+  }
+  return nextEnd_;
+}
+
+bool CommentIgnores::isIgnored(std::string_view name, const Finding& finding) const {
+  if (inFile_.contains(name)) return true;
+  const auto found = parts_.find(name);
+  if (found == parts_.end() || !finding.range) return false;
+  const std::uint64_t at = finding.range->begin.offset;
+  const auto after =
+      std::upper_bound(found->second.begin(), found->second.end(), at,
+                       [](std::uint64_t offset, const Part& part) { return offset < part.begin; });
+  return after != found->second.begin() && at <= std::prev(after)->end;
 }
 
 bool CommentIgnores::isIgnored(const Finding& finding) const {
-  return std::any_of(ignores_.begin(), ignores_.end(), [&](const Ignore& ignore) {
-    const bool isWholeFile = ignore.end == std::numeric_limits<std::uint64_t>::max();
-    const bool isInside = finding.range && finding.range->begin.offset >= ignore.begin &&
-                          finding.range->begin.offset <= ignore.end;
-    return (isWholeFile || isInside) && isName(ignore.name, finding);
-  });
+  if (isIgnored("all", finding) || isIgnored(finding.id, finding)) return true;
+  const FindingKind* const kind = kindOf(finding.id);
+  return kind != nullptr && isIgnored(kind->group, finding);
 }
 
 }  // namespace vsa_tools

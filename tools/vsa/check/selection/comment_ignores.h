@@ -9,6 +9,9 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
+#include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -26,15 +29,23 @@ class CommentIgnores {
   bool isIgnored(const Finding& finding) const;
 
  private:
-  /// An id or group that is ignored from the offset `begin` to `end`, both inclusive.
-  struct Ignore {
+  /// A part of the text from the offset `begin` to `end`, both inclusive.
+  struct Part {
     std::uint64_t begin, end;
-    std::string name;
   };
 
-  void addComment(std::string_view text, std::size_t at);
+  void addComment(std::string_view text, std::size_t lineBegin, std::size_t sign,
+                  std::string_view words);
+  void addPart(std::string_view name, const Part& part);
+  std::uint64_t endOfNextStatement(std::string_view text, std::size_t from);
+  bool isIgnored(std::string_view name, const Finding& finding) const;
 
-  std::vector<Ignore> ignores_;
+  // The ids and groups that are ignored in the whole file.
+  std::set<std::string, std::less<>> inFile_;
+  // The parts of the text in which an id or group is ignored, in their order. No two overlap.
+  std::map<std::string, std::vector<Part>, std::less<>> parts_;
+  // The next statement after the last comment that asked for it.
+  std::uint64_t nextBegin_ = 0, nextEnd_ = 0;
 };
 
 }  // namespace vsa_tools
