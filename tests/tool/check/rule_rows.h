@@ -88,6 +88,8 @@ const RuleRow RULE_ROWS[] = {
      "a b: .k[*].t = 0; .k[0].v = 1; .k[*].t = 1; .l[*].t = 0; .k[*].t = 2;"},
     {"array-gap", "a b: .k[0] = 1; .k«[3]» = 2;",
      "a b: .k[2] = 1; .k[1] = 1; .k[0] = 1; .k[ 3 ] = 2;"},
+    {"array-gap", "a b: .k[0] = 1; .k«[5]» = 2; .k[2] = 1; .k[1] = 1; .k[4] = 1;",
+     "a b: .k[0] = 1; .k[5] = 2; .k[2] = 1; .k[1] = 1; .k[4] = 1; .k[3] = 1;"},
     {"array-gap", "a b: .k[*].m«[1]» = 1; .k[1].m[0] = 1;", "a b: .k[*] = 1; .k[1] = 1;"},
     {"self-connection", "a b: .x |= «b.out»;\na c;\n", "a b: .x |= c.out;\na c: .x |= b.out;\n"},
     {"connection-circle", "a b: .x |= c.out;\na c: .y |= «b.out»;\n",

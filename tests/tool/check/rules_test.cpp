@@ -124,6 +124,17 @@ TEST(Rules, NameTheKeywordThatMayBeMeant) {
   EXPECT_EQ("with", edits[0].text);
 }
 
+TEST(Rules, CountTheMissingElementsOfAnArray) {
+  const auto messageOf = [](const std::string& text) {
+    return findingsOf(text, "array-gap").at(0).message;
+  };
+  EXPECT_EQ("the element a.k[0] before this one gets no value", messageOf("t a: .k[1] = 1;"));
+  EXPECT_EQ("the element a.k[0] and 4 more before this one get no value",
+            messageOf("t a: .k[9] = 1; .k[3] = 1; .k[5] = 1; .k[8] = 1; .k[4] = 1;"));
+  EXPECT_EQ("the element a.k[0] and 59999 more before this one get no value",
+            messageOf("t a: .k[60000] = 1;"));
+}
+
 // The folder of large scenes is missing in a release, so it need not exist.
 TEST(Rules, OnByDefaultFindNothingInRealScenes) {
   const std::filesystem::path root = std::filesystem::path(VSA_TEST_DIR).parent_path();

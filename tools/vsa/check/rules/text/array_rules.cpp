@@ -1,9 +1,10 @@
 // Rules about arrays: elements that no statement names, and "[*]" where an index was probably
 // intended.
 #include <cstdint>
+#include <iterator>
+#include <map>
 #include <memory>
 #include <optional>
-#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -18,13 +19,42 @@ namespace vsa_tools {
 
 namespace {
 
-// The maximum number of missing elements that are stored for each array.
-constexpr std::uint64_t MAX_MISSING = 4096;
+/// A set of indices. It stores intervals, so that a large gap takes as little memory as a small
+/// one.
+class IndexSet {
+ public:
+  bool isEmpty() const { return intervals_.empty(); }
+  std::uint64_t size() const { return size_; }
+  /// Returns the lowest index. The set must not be empty.
+  std::uint64_t first() const { return intervals_.begin()->first; }
+
+  /// Adds the indices from `begin` (inclusive) to `end` (exclusive). They must be above all others.
+  void append(std::uint64_t begin, std::uint64_t end) {
+    intervals_.emplace_hint(intervals_.end(), begin, end);
+    size_ += end - begin;
+  }
+
+  void remove(std::uint64_t index) {
+    auto after = intervals_.upper_bound(index);
+    if (after == intervals_.begin()) return;
+    const auto found = std::prev(after);
+    const auto [begin, end] = *found;
+    if (index >= end) return;
+    intervals_.erase(found);
+    if (begin < index) intervals_.emplace(begin, index);
+    if (index + 1 < end) intervals_.emplace(index + 1, end);
+    --size_;
+  }
+
+ private:
+  std::map<std::uint64_t, std::uint64_t> intervals_;  // the end of each interval, by its begin
+  std::uint64_t size_ = 0;
+};
 
 /// The missing elements of an array: those that no statement has named yet.
 struct Gap {
   std::string array;  // the path of the array, shortened
-  std::set<std::uint64_t> missing;
+  IndexSet missing;
   std::string_view next;       // the index before which they are missing: a view of the text
   PathKey name = 0, node = 0;  // the key of the node's name, and its key in NodeGenerations
 };
@@ -123,35 +153,33 @@ class ArrayRules final : public StatementRule {
     const std::optional<std::uint64_t> index = numberIn(step);
     if (!index) return 0;
     if (*index < array.size) {
-      if (array.gap) array.gap->missing.erase(*index);
+      if (array.gap) array.gap->missing.remove(*index);
       return *index;
     }
-    if (*index > array.size) leaveOut(array, *index, view, step);
+    if (*index > array.size) addMissing(array, *index, view, step);
     array.size = *index + 1;
     return *index;
   }
 
   // Records the elements before `index` as missing.
-  void leaveOut(ArrayUse& array, std::uint64_t index, const StatementView& view,
-                std::string_view step) {
-    if (!array.gap || array.gap->missing.empty()) {
+  void addMissing(ArrayUse& array, std::uint64_t index, const StatementView& view,
+                  std::string_view step) {
+    if (!found_.isEnabled(RuleId::ArrayGap)) return;
+    if (!array.gap || array.gap->missing.isEmpty()) {
       array.gap = std::make_unique<Gap>();
       array.gap->array = shownArray(view, step);
       array.gap->next = step;
       array.gap->name = view.nodeKey;
       array.gap->node = nodes_.keyOf(view.nodeKey);
     }
-    std::set<std::uint64_t>& missing = array.gap->missing;
-    for (std::uint64_t at = array.size; at < index && missing.size() < MAX_MISSING; ++at) {
-      missing.insert(missing.end(), at);
-    }
+    array.gap->missing.append(array.size, index);
   }
 
   void addGap(const Gap& gap) {
     const bool isMade = made_.contains(gap.name) && nodes_.keyOf(gap.name) == gap.node;
-    if (gap.missing.empty() || !isMade) return;
-    const std::string first = std::to_string(*gap.missing.begin());
-    const std::size_t more = gap.missing.size() - 1;
+    if (gap.missing.isEmpty() || !isMade) return;
+    const std::string first = std::to_string(gap.missing.first());
+    const std::uint64_t more = gap.missing.size() - 1;
     found_
         .add(RuleId::ArrayGap, found_.rangeOf(gap.next),
              "the element " + gap.array + '[' + first + ']' +
