@@ -25,22 +25,32 @@ class LinkGraph {
     edges_[source].push_back({target, input});
   }
 
-  /// Calls `found(edges of the circle)` once for each edge that closes a circle in a depth-first
-  /// search.
+  /// The links of a circle. Only the first ones are stored, because a message shows no more.
+  struct Circle {
+    std::vector<InputView> first;
+    InputView closing;  // the last link
+    std::size_t size;
+  };
+
+  /// The maximum number of links in Circle::first.
+  static constexpr std::size_t MAX_FIRST = 5;
+
+  /// Calls `found(circle)` once for each link that closes a circle in a depth-first search.
   template <class Found>
   void findCircles(const Found& found);
 
+ private:
+  enum class State : char { New, Open, Done };
   struct Edge {
     std::size_t to;
     InputView input;
   };
-
- private:
-  enum class State : char { New, Open, Done };
   struct Step {
     std::size_t node;
     std::size_t next;  // the index of the next edge to follow
   };
+
+  Circle circleOf(const std::vector<Step>& path, std::size_t begin) const;
 
   std::size_t numberOf(const NodeView& node) {
     const auto address = reinterpret_cast<std::uintptr_t>(node.plain());
@@ -53,10 +63,23 @@ class LinkGraph {
   std::vector<std::vector<Edge>> edges_;
 };
 
+// Returns the circle of the steps of the path from `begin` on.
+LinkGraph::Circle LinkGraph::circleOf(const std::vector<Step>& path, std::size_t begin) const {
+  const auto inputOf = [&](std::size_t at) {
+    return edges_[path[at].node][path[at].next - 1].input;
+  };
+  Circle circle{{}, inputOf(path.size() - 1), path.size() - begin};
+  for (std::size_t i = 0; i < std::min(circle.size, MAX_FIRST); ++i) {
+    circle.first.push_back(inputOf(begin + i));
+  }
+  return circle;
+}
+
 // Searches depth-first. An edge to a node on the current path closes a circle.
 template <class Found>
 void LinkGraph::findCircles(const Found& found) {
   std::vector<State> states(edges_.size(), State::New);
+  std::vector<std::size_t> places(edges_.size());  // the indices of the open nodes in `path`
   std::vector<Step> path;
   for (std::size_t start = 0; start < edges_.size(); ++start) {
     if (states[start] != State::New) continue;
@@ -72,36 +95,28 @@ void LinkGraph::findCircles(const Found& found) {
       const std::size_t to = edges_[step.node][step.next++].to;
       if (states[to] == State::New) {
         states[to] = State::Open;
+        places[to] = path.size();
         path.push_back({to, 0});
       } else if (states[to] == State::Open) {
-        std::vector<Edge> circle;
-        const auto first =
-            std::find_if(path.begin(), path.end(), [&](const Step& one) { return one.node == to; });
-        for (auto one = first; one != path.end(); ++one) {
-          circle.push_back(edges_[one->node][one->next - 1]);
-        }
-        found(circle);
+        found(circleOf(path, places[to]));
       }
     }
   }
 }
 
-std::string namesOf(const std::vector<LinkGraph::Edge>& circle) {
-  constexpr std::size_t SHOWN = 5;
+std::string namesOf(const LinkGraph::Circle& circle) {
   std::string names;
-  for (std::size_t i = 0; i < circle.size() && i < SHOWN; ++i) {
-    names += circle[i].input.path() + ", ";
-  }
-  if (circle.size() > SHOWN) return names + "...";
+  for (const InputView& input : circle.first) names += input.path() + ", ";
+  if (circle.size > circle.first.size()) return names + "...";
   return names.substr(0, names.size() - 2);
 }
 
 // Adds a finding for each circle of the graph. A link from a node to itself is a circle of one
 // node.
 void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& found) {
-  graph.findCircles([&](const std::vector<LinkGraph::Edge>& circle) {
-    const InputView closing = circle.back().input;
-    const bool isSelf = circle.size() == 1;
+  graph.findCircles([&](const LinkGraph::Circle& circle) {
+    const InputView closing = circle.closing;
+    const bool isSelf = circle.size == 1;
     if (isSelf && rule == RuleId::ConnectionCircle) return;  // SelfConnection reports it
     found.add({rule, closing.path(),
                isSelf ? closing.path() + " refers to its own node"
