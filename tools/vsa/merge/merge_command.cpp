@@ -63,9 +63,10 @@ int MergeCommand::addNames(Part& part, const NodeNames& names, bool hasBrokenLin
   return status;
 }
 
-std::string MergeCommand::otherName(const std::string& name,
-                                    const std::set<std::string>& used) const {
-  for (int number = 2;; ++number) {
+// Returns a name that no text before has, and that is not in `used`. The search for a name begins
+// where the last one for the same name ended, because names that are taken remain so.
+std::string MergeCommand::otherName(const std::string& name, const std::set<std::string>& used) {
+  for (int& number = nextNumbers_.try_emplace(name, 2).first->second;; ++number) {
     std::string other = name + '_' + std::to_string(number);
     if (!owners_.contains(other) && !reserved_.contains(other) && !used.contains(other)) {
       return other;

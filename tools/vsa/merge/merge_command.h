@@ -37,7 +37,7 @@ class MergeCommand final : public Command {
   int readAll(const std::vector<std::string>& names);
   int read(std::size_t index);
   int addNames(Part& part, const NodeNames& names, bool hasBrokenLinks);
-  std::string otherName(const std::string& name, const std::set<std::string>& used) const;
+  std::string otherName(const std::string& name, const std::set<std::string>& used);
   TextFileSource sourceOf(std::size_t index);
   int writeAll();
   bool writeTo(vsa::Sink& sink);
@@ -50,6 +50,7 @@ class MergeCommand final : public Command {
   std::optional<FilesProgress> progress_;
   std::map<std::string, const Part*> owners_;  // the first text in which a node has the name
   std::set<std::string> reserved_;             // all names in the texts, also of removed nodes
+  std::map<std::string, int> nextNumbers_;     // where otherName() continues for a name
 };
 
 }  // namespace vsa_tools
