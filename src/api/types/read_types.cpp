@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <initializer_list>
 #include <string>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include <vsa/types.h>
@@ -100,7 +102,7 @@ InputDescription inputOf(const std::string& name, const JsonValue& value) {
   expect(value, Kind::Object, "an object that describes an input");
   InputDescription input;
   input.declaration.name = name;
-  const JsonValue* elements = nullptr;
+  const JsonValue *elements = nullptr, *maximum = nullptr;
   readMembers(value, [&](const std::string& member, const JsonValue& content) {
     if (member == "type") {
       input.declaration.type = valueTypeOf(content);
@@ -114,6 +116,7 @@ InputDescription inputOf(const std::string& name, const JsonValue& value) {
       input.minimum = numberOf(content);
     } else if (member == "max") {
       input.maximum = numberOf(content);
+      maximum = &content;
     } else if (member == "required") {
       input.isRequired = booleanOf(content);
     } else {
@@ -125,6 +128,9 @@ InputDescription inputOf(const std::string& name, const JsonValue& value) {
   const bool isEnumeration = !input.declaration.enumValues.empty();
   if (isEnumeration && input.declaration.type != ValueType::String) {
     fail(value, "only a String has values to choose from");
+  }
+  if (maximum != nullptr && input.minimum > input.maximum) {
+    fail(*maximum, "\"max\" is less than \"min\"");
   }
   return input;
 }
@@ -138,9 +144,38 @@ std::vector<InputDescription> inputsOf(const JsonValue& value) {
   return result;
 }
 
+// Fails if `names` does not contain a current name.
+void checkCurrentNames(const JsonValue& formerNames,
+                       const std::unordered_set<std::string_view>& names, const std::string& what) {
+  for (const JsonMember& member : formerNames.members) {
+    const std::string& current = member.value.text;
+    if (names.count(current) == 0) {
+      fail(member.value, "the type has no " + what + " \"" + current + "\"");
+    }
+  }
+}
+
+// Fails if a current name is not the name of an input. Exception: an Object or Array, and an input
+// of any type, may have members with former names, and a description does not contain the members.
+void checkFormerInputs(const JsonValue& formerNames, const std::vector<InputDescription>& inputs) {
+  const auto hasMembers = [](const InputDescription& input) {
+    const ValueType type = input.declaration.type;
+    return type == ValueType::Object || type == ValueType::Array || type == ValueType::Null;
+  };
+  if (std::any_of(inputs.begin(), inputs.end(), hasMembers)) return;
+  std::unordered_set<std::string_view> names;
+  for (const InputDescription& input : inputs) names.insert(input.declaration.name);
+  checkCurrentNames(formerNames, names, "input");
+}
+
+void checkFormerOutputs(const JsonValue& formerNames, const std::vector<std::string>& outputs) {
+  checkCurrentNames(formerNames, {outputs.begin(), outputs.end()}, "output");
+}
+
 TypeDescription typeOf(const std::string& name, const JsonValue& value) {
   expect(value, Kind::Object, "an object that describes a type");
   TypeDescription type{name};
+  const JsonValue *formerInputs = nullptr, *formerOutputs = nullptr;
   readMembers(value, [&](const std::string& member, const JsonValue& content) {
     if (member == "inputs") {
       type.inputs = inputsOf(content);
@@ -148,13 +183,17 @@ TypeDescription typeOf(const std::string& name, const JsonValue& value) {
       type.outputs = stringsOf(content);
     } else if (member == "formerInputs") {
       type.formerInputs = formerNamesOf(content);
+      formerInputs = &content;
     } else if (member == "formerOutputs") {
       type.formerOutputs = formerNamesOf(content);
+      formerOutputs = &content;
     } else {
       return member == "description";
     }
     return true;
   });
+  if (formerInputs != nullptr) checkFormerInputs(*formerInputs, type.inputs);
+  if (formerOutputs != nullptr) checkFormerOutputs(*formerOutputs, type.outputs);
   return type;
 }
 

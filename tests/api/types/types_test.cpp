@@ -86,6 +86,12 @@ TEST(Types, AreTheClosedTypesOfTheReaderOnceRegistered) {
 
 TEST(Types, MayBeginWithAByteOrderMark) {
   EXPECT_TRUE(vsa::readTypes("\xEF\xBB\xBF{\"types\":{}}").isValid());
+  EXPECT_TRUE(
+      vsa::readTypes("{\"types\":{\"a\":{\"inputs\":{\"x\":{\"min\":1,\"max\":1}}}}}").isValid());
+  // The members of an Object are not described.
+  EXPECT_TRUE(vsa::readTypes("{\"types\":{\"a\":{\"inputs\":{\"x\":{\"type\":\"Object\"}},"
+                             "\"formerInputs\":{\"old\":\"member\"}}}}")
+                  .isValid());
 }
 
 /// An invalid text and its problem. The problem is at the byte after the mark "^".
@@ -117,12 +123,18 @@ constexpr Refused REFUSED[] = {
     {"{\"types\": {\"a\": {\"inputs\": {\"x\": ^{\"type\": \"Int\", \"values\": [\"a\"]}}}}}",
      "only a String has values to choose from"},
     {"{\"types\": {\"a\": {\"inputs\": {\"x\": {\"min\": ^\"0\"}}}}}", "expected a number"},
+    {"{\"types\": {\"a\": {\"inputs\": {\"x\": {\"max\": ^1, \"min\": 2}}}}}",
+     "\"max\" is less than \"min\""},
     {"{\"types\": {\"a\": {\"inputs\": {\"x\": {\"required\": ^1}}}}}", "expected true or false"},
     {"{\"types\": {\"a\": {\"outputs\": ^{}}}}", "expected an array of strings"},
     {"{\"types\": {\"a\": {\"outputs\": [\"b\", ^null]}}}", "expected a string"},
     {"{\"types\": {\"a\": {\"outputs\": [\"b\" ^\"c\"]}}}", "expected ',' or ']'"},
     {"{\"types\": {\"a\": {\"formerInputs\": ^[]}}}",
      "expected an object of former names and current names"},
+    {"{\"types\": {\"a\": {\"formerInputs\": {\"b\": ^\"c\"}, \"inputs\": {\"b\": {\"type\": "
+     "\"Int\"}}}}}",
+     "the type has no input \"c\""},
+    {"{\"types\": {\"a\": {\"formerOutputs\": {\"b\": ^\"c\"}}}}", "the type has no output \"c\""},
     {"[1, 0^1]", "expected ',' or ']'"},
     {"[^+1]", "expected a value"},
     {"[1.^]", "expected a digit"},
