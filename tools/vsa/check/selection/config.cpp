@@ -60,6 +60,9 @@ std::shared_ptr<const LevelTable> LevelTables::of(const std::string& file) {
     if (!table) table = make(configFile_);
     return table;
   }
+  const std::size_t nameBegin = file.rfind('/') + 1;
+  if (last_ && file.compare(0, nameBegin, lastFolder_) == 0) return last_;
+  lastFolder_ = file.substr(0, nameBegin);
   const std::string folder = fs::path(file).parent_path().native();
   std::shared_ptr<const LevelTable>& table = byFolder_[folder];
   if (!table) {
@@ -68,7 +71,7 @@ std::shared_ptr<const LevelTable> LevelTables::of(const std::string& file) {
     if (!shared) shared = make(config);
     table = shared;
   }
-  return table;
+  return last_ = table;
 }
 
 std::shared_ptr<const LevelTable> LevelTables::make(const std::string& configFile) const {

@@ -32,6 +32,9 @@ class LevelTables {
   bool isConfigUsed_;
   std::string configFile_;
   std::map<std::string, std::shared_ptr<const LevelTable>> byFolder_, byConfig_;
+  // The folder and the table of the last file, because most files follow a file of their folder.
+  std::string lastFolder_;
+  std::shared_ptr<const LevelTable> last_;
 };
 
 /// Returns the path of the nearest CONFIG_NAME in `folder` or above, or an empty text if there is

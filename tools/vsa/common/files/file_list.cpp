@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <string_view>
 #include <system_error>
 
 namespace vsa_tools {
@@ -58,13 +59,14 @@ class FileLister {
   }
 
   void addEntry(const fs::directory_entry& entry) {
-    const fs::path& path = entry.path();
-    if (path.filename().native().front() == '.') return;
+    const std::string& path = entry.path().native();
+    const std::string_view name = std::string_view(path).substr(path.rfind('/') + 1);
+    if (name.starts_with('.')) return;
     std::error_code ignored;
     if (entry.is_directory(ignored)) {
-      if (!entry.is_symlink(ignored)) addContent(path.native());
-    } else if (path.extension() == ".vsa") {
-      list.files.push_back(path.native());
+      if (!entry.is_symlink(ignored)) addContent(path);
+    } else if (name.ends_with(".vsa")) {
+      list.files.push_back(path);
     }
   }
 
