@@ -12,6 +12,7 @@
 #include <cstring>
 #include <limits>
 #include <stdexcept>
+#include <thread>
 
 #include "tools/vsa/check/file_check.h"
 #include "tools/vsa/check/file_findings.h"
@@ -46,6 +47,10 @@ void keepFreedMemory() {
   ::mallopt(M_TRIM_THRESHOLD, FREE_BYTES);
 #endif
 }
+
+// The minimum size in bytes of a text whose rules run on a second thread while it is read. A thread
+// takes 0.05 ms to start, and a text of this size takes about 1 ms to read.
+constexpr std::size_t MIN_CONCURRENT_BYTES = std::size_t{1} << 20;
 
 std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
@@ -140,6 +145,11 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
       if (progress.bytesTotal) progress_.update(progress.bytesRead, *progress.bytesTotal);
     };
   }
+  // With several workers, the other processors check other files.
+  const bool isAlone = options_.workers <= 1 || totals_.files == 1;
+  if (isAlone && std::thread::hardware_concurrency() > 1) {
+    checkOptions.minConcurrentBytes = MIN_CONCURRENT_BYTES;
+  }
   FileCheck* running = nullptr;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     findings.add(std::move(finding), running->stopLine());
@@ -176,7 +186,7 @@ std::uint64_t CheckRun::fix(const Item& item) {
     const EditedText edited = withEdits(text.text(), edits);
     if (edited.fixed == 0 || edited.text == text.text()) break;
     const std::size_t markBytes = text.bytes().size() - text.text().size();
-    replaceFile(item.file, text.bytes().substr(0, markBytes) + edited.text);
+    replaceFile(item.file, std::string(text.bytes().substr(0, markBytes)).append(edited.text));
     fixed += edited.fixed;
   }
   return fixed;

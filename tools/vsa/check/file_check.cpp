@@ -4,6 +4,7 @@
 #include <exception>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 #include "tools/vsa/check/kinds.h"
 #include "tools/vsa/check/reading/diagnostic_finding.h"
@@ -53,7 +54,20 @@ void FileCheck::run() {
   }
 }
 
+// Starts the rules about a large text, which need the text and not the scene. They take longer than
+// the reading.
+void FileCheck::startTextRules() {
+  if (options_.isReaderOnly || !text_.isKept()) return;
+  if (text_.text().size() < options_.minConcurrentBytes) return;
+  try {
+    textRules_ = std::make_unique<ConcurrentTextRules>(text_.text(), rules_);
+  } catch (const std::system_error&) {
+    // Without another thread, the rules run after the reading.
+  }
+}
+
 void FileCheck::read() {
+  startTextRules();
   std::optional<vsa::Diagnostic> stop;
   vsa::ReadOptions options = readOptions();
   options.onDiagnostic = [&](const vsa::Diagnostic& found) {
@@ -103,9 +117,14 @@ void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outc
   const FindingConsumer deliver = [this](Finding&& finding) {
     if (!followUps_.contains(finding, text_.text())) consume(std::move(finding));
   };
-  runRules({text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene, outcome,
-            options_.types},
-           rules_, deliver);
+  const RuleInput input{text_.isKept() ? text_.text() : std::string_view(), text_.isKept(), scene,
+                        outcome, options_.types};
+  if (textRules_ != nullptr) {
+    textRules_->deliver(scene, deliver);
+    runSceneRules(input, rules_, deliver);
+  } else {
+    runRules(input, rules_, deliver);
+  }
 }
 
 // Returns the options for reading the text. After Ctrl-C the reading ends, and the part that was

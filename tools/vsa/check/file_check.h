@@ -3,6 +3,8 @@
 
 #include <cstdint>
 #include <functional>
+#include <limits>
+#include <memory>
 #include <span>
 #include <string>
 #include <vector>
@@ -11,6 +13,7 @@
 #include "tools/vsa/check/finding.h"
 #include "tools/vsa/check/hints/hints.h"
 #include "tools/vsa/check/reading/follow_ups.h"
+#include "tools/vsa/check/rules/concurrent_text_rules.h"
 #include "tools/vsa/check/rules/rule.h"
 #include "tools/vsa/check/text/checked_text.h"
 #include "tools/vsa/common/read_arguments.h"
@@ -28,6 +31,8 @@ struct FileCheckOptions {
   std::span<const vsa::TypeDescription> types = {};
   /// A function that is called while a file is read.
   std::function<void(const vsa::ReadProgress&)> onProgress = {};
+  /// The minimum size in bytes of a text whose rules run on a second thread while it is read.
+  std::size_t minConcurrentBytes = std::numeric_limits<std::size_t>::max();
 };
 
 class FileCheck {
@@ -54,6 +59,7 @@ class FileCheck {
 
  private:
   void read();
+  void startTextRules();
   void readOnAfter(const vsa::Diagnostic& stop);
   void applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outcome);
   vsa::ReadOptions readOptions() const;
@@ -69,6 +75,8 @@ class FileCheck {
   std::uint64_t stopLine_ = 0;
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
+  // Null if the rules run after the reading. It is the last member, because its thread uses others.
+  std::unique_ptr<ConcurrentTextRules> textRules_;
 };
 
 }  // namespace vsa_tools

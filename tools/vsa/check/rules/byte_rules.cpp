@@ -29,6 +29,13 @@ bool isPlain(std::string_view text) {
   return (others | othersIn(text.data(), text.size())) == 0;
 }
 
+// Returns whether a block of BLOCK_BYTES is ASCII.
+bool isAscii(const char* block) {
+  unsigned char all = 0;
+  for (std::size_t i = 0; i < BLOCK_BYTES; ++i) all |= static_cast<unsigned char>(block[i]);
+  return all <= 0x7F;
+}
+
 class ByteRules {
  public:
   ByteRules(std::string_view text, RuleFindings& found) : text_(text), found_(found) {}
@@ -104,21 +111,26 @@ class ByteRules {
 
   // The offset of the first byte that is no UTF-8, or the size of the text if there is none. Each
   // line is inspected separately, which is possible because the byte of a line feed is never a part
-  // of another character. Most lines are plain, and isPlain() is faster than find_invalid(), which
-  // inspects byte by byte. Thus only the lines with other characters take the time of
-  // find_invalid().
+  // of another character. Most lines are ASCII. Only the other lines are inspected by
+  // find_invalid(), which is slower.
   std::size_t invalidUtf8() const {
-    std::size_t begin = 0;
-    while (begin < text_.size()) {
-      const std::size_t end = std::min(text_.find('\n', begin), text_.size() - 1) + 1;
-      const std::string_view line = text_.substr(begin, end - begin);
-      if (!isPlain(line)) {
-        const std::size_t at = utf8::find_invalid(line);
-        if (at != std::string_view::npos) return begin + at;
-      }
-      begin = end;
+    std::size_t at = findNotAscii(0);
+    while (at < text_.size()) {
+      const std::size_t begin = text_.substr(0, at).rfind('\n') + 1;
+      const std::size_t end = std::min(text_.find('\n', at), text_.size() - 1) + 1;
+      const std::size_t invalid = utf8::find_invalid(text_.substr(begin, end - begin));
+      if (invalid != std::string_view::npos) return begin + invalid;
+      at = findNotAscii(end);
     }
-    return begin;
+    return at;
+  }
+
+  // The offset of the next byte above 0x7F, or the size of the text if there is none.
+  std::size_t findNotAscii(std::size_t at) const {
+    const auto isNotAscii = [](char c) { return static_cast<unsigned char>(c) > 0x7F; };
+    while (text_.size() - at >= BLOCK_BYTES && isAscii(text_.data() + at)) at += BLOCK_BYTES;
+    while (at < text_.size() && !isNotAscii(text_[at])) ++at;
+    return at;
   }
 
   std::string_view text_;
@@ -127,7 +139,7 @@ class ByteRules {
 
 }  // namespace
 
-void findByteProblems(const RuleInput& input, RuleFindings& found) {
+void findByteProblems(const TextRuleInput& input, RuleFindings& found) {
   ByteRules(input.text, found).find();
 }
 

@@ -5,6 +5,6 @@
 
 namespace vsa_tools {
 
-void findByteProblems(const RuleInput& input, RuleFindings& found);
+void findByteProblems(const TextRuleInput& input, RuleFindings& found);
 
 }  // namespace vsa_tools

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <span>
+#include <stop_token>
 #include <string_view>
 #include <vector>
 
@@ -17,7 +18,18 @@
 
 namespace vsa_tools {
 
-/// The input of the rules. All members must remain valid until runRules() returns.
+/// The input of the rules about texts. All members must remain valid while the rules run.
+struct TextRuleInput {
+  /// The text of the file without a byte order mark.
+  std::string_view text;
+  /// Returns the scene of the text. After a fatal mistake, it is the scene of the text without
+  /// wrong statements. The function may wait until the text is read.
+  std::function<vsa::SceneView()> scene;
+  /// Ends the rules early.
+  std::stop_token stop = {};
+};
+
+/// The input of the rules about scenes. All members must remain valid while the rules run.
 struct RuleInput {
   /// The text of the file without a byte order mark. Empty if the file is too large to be kept in
   /// memory.
@@ -64,8 +76,16 @@ class RuleSet {
 /// A function that receives each finding. An exception that the function throws ends the rules.
 using FindingConsumer = std::function<void(Finding&&)>;
 
-/// Delivers the findings of the rules that run, with ids and levels. The findings are in no
-/// particular order.
+/// Delivers the findings of the rules about texts that run, with ids and levels. The findings are
+/// in no particular order, but it is the same order in each run.
+void runTextRules(const TextRuleInput& input, const RuleSet& rules,
+                  const FindingConsumer& consumer);
+
+/// Delivers the findings of the rules about scenes in the same way.
+void runSceneRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer);
+
+/// Delivers the findings of the rules about texts if the text is kept, and then those of the rules
+/// about scenes.
 void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer);
 
 }  // namespace vsa_tools

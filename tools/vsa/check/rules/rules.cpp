@@ -29,18 +29,29 @@ RuleSet::RuleSet(const std::function<bool(const Rule&)>& isEnabled) {
   for (const Rule& rule : RULES) enabled_.push_back(isEnabled(rule));
 }
 
-void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
+void runTextRules(const TextRuleInput& input, const RuleSet& rules,
+                  const FindingConsumer& consumer) {
   RuleFindings found(rules, input.text, consumer);
-  if (input.isTextKept) {
-    findByteProblems(input, found);
-    findTextProblems(input, found);
-  }
+  findByteProblems(input, found);
+  findTextProblems(input, found);
+  found.finish();
+}
+
+void runSceneRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
+  RuleFindings found(rules, input.text, consumer);
   SceneFindings ofScene(input, found);
   findInputProblems(ofScene);
   findNameProblems(ofScene);
   findTypeProblems(ofScene);
   ofScene.finish();
   found.finish();
+}
+
+void runRules(const RuleInput& input, const RuleSet& rules, const FindingConsumer& consumer) {
+  if (input.isTextKept) {
+    runTextRules({input.text, [&] { return input.scene; }}, rules, consumer);
+  }
+  runSceneRules(input, rules, consumer);
 }
 
 bool RuleFindings::isAnyEnabled(std::initializer_list<RuleId> rules) const {

@@ -86,7 +86,7 @@ bool CheckedText::keep() {
 }
 
 void CheckedText::skipMark() {
-  markBytes_ = utf8::starts_with_bom(bytes_) ? sizeof utf8::bom : 0;
+  markBytes_ = utf8::starts_with_bom(bytes_.view()) ? sizeof utf8::bom : 0;
 }
 
 // Returns the size of the block to read after `size` bytes. For a small file, it is one byte more
@@ -99,16 +99,15 @@ std::size_t CheckedText::blockAfter(std::size_t size) const {
 // Appends bytes of the file to bytes_ until there are `limit`. Returns true if reading ended before
 // that: at the end of the file, at an error, or after Ctrl-C.
 bool CheckedText::readUpTo(std::uint64_t limit) {
-  bytes_.reserve(expectedBytes_ + 1);
+  if (bytes_.empty()) bytes_.room(expectedBytes_ + 1);
   while (bytes_.size() < limit) {
     if (isRegular_ ? isInterrupted() : !waitForInput(descriptor_)) return true;
     const std::size_t size = bytes_.size();
     const std::size_t block = std::min<std::uint64_t>(blockAfter(size), limit - size);
-    bytes_.resize(size + block);
-    const ssize_t count =
-        readAgainIfInterrupted([&] { return ::read(descriptor_, bytes_.data() + size, block); });
+    char* const room = bytes_.room(block);
+    const ssize_t count = readAgainIfInterrupted([&] { return ::read(descriptor_, room, block); });
     if (count < 0) problem_ = std::strerror(errno);
-    bytes_.resize(size + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    bytes_.add(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     const bool isExpectedEnd = bytes_.size() == expectedBytes_ && bytes_.size() < size + block;
     if (count <= 0 || isExpectedEnd) return true;
   }

@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include <vsa/read.h>
+#include "tools/vsa/check/text/byte_buffer.h"
 
 namespace vsa_tools {
 
@@ -41,9 +42,9 @@ class CheckedText {
   /// Whether text() is the whole file.
   bool isKept() const { return isKept_; }
   /// The kept bytes without the byte order mark.
-  std::string_view text() const { return std::string_view(bytes_).substr(markBytes_); }
+  std::string_view text() const { return bytes_.view().substr(markBytes_); }
   /// The kept bytes, with the byte order mark.
-  const std::string& bytes() const { return bytes_; }
+  std::string_view bytes() const { return bytes_.view(); }
   /// Reads the whole text into a scene. May be called once.
   vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);
   /// Reads a regular file of any size into memory. Returns whether text() is now the whole file.
@@ -67,7 +68,7 @@ class CheckedText {
   bool isKept_ = true;
   bool isRegular_ = false;
   std::size_t expectedBytes_ = 0;  // the size in bytes of a file to be kept, or 0
-  std::string bytes_;
+  ByteBuffer bytes_;
   std::uint64_t markBytes_ = 0;
   std::string problem_;
 };

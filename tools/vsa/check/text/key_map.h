@@ -31,6 +31,10 @@ class KeyMap {
     }
     return {slot.value, isNew};
   }
+  /// Loads the memory of the key into the cache, so that a later insert() does not wait for it.
+  void prefetch(PathKey key) const {
+    if (!slots_.empty()) __builtin_prefetch(&slots_[stored(key) & (slots_.size() - 1)]);
+  }
   bool contains(PathKey key) { return !slots_.empty() && slotOf(stored(key)).key != EMPTY; }
   bool hasAnyKeyOf(KeyMap& other) {
     return std::any_of(slots_.begin(), slots_.end(), [&](const Slot& slot) {
@@ -76,6 +80,7 @@ class KeySet {
 
   /// Inserts the key. Returns whether the set did not contain it before.
   bool insert(PathKey key) { return keys_.insert(key, {}).second; }
+  void prefetch(PathKey key) const { keys_.prefetch(key); }
   bool contains(PathKey key) { return keys_.contains(key); }
   bool hasAnyOf(KeySet& other) { return keys_.hasAnyKeyOf(other.keys_); }
 

@@ -213,7 +213,7 @@ class ArrayRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer arrayRules(const RuleInput&, RuleFindings& found) {
+StatementRulePointer arrayRules(const TextRuleInput&, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::ArrayGap, RuleId::HalfNamedElement})) return nullptr;
   return std::make_unique<ArrayRules>(found);
 }

@@ -121,7 +121,7 @@ class BufferRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer bufferRules(const RuleInput&, RuleFindings& found) {
+StatementRulePointer bufferRules(const TextRuleInput&, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::ShortCompressedData, RuleId::CompressedDataAsNumber,
                            RuleId::LargeDeclaredCount})) {
     return nullptr;

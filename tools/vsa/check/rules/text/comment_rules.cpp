@@ -80,7 +80,7 @@ class CommentRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer commentRules(const RuleInput&, RuleFindings& found) {
+StatementRulePointer commentRules(const TextRuleInput&, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::NearVersion, RuleId::NearTime, RuleId::AccidentalTime})) {
     return nullptr;
   }

@@ -7,6 +7,7 @@
 #include <vsa/foundation/char_class.h>
 #include "tools/vsa/check/rules/walk/statement_rule.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
+#include "tools/vsa/check/text/digit_runs.h"
 #include "tools/vsa/check/text/digits.h"
 
 namespace vsa_tools {
@@ -88,13 +89,13 @@ bool hasMoreDigits(std::string_view run, std::size_t count) {
          (run.size() == count + 1 && run.find('.') == std::string_view::npos);
 }
 
-// Whether `isLost` is true for a number with a run of more than `digits` digits. `isOfRun` states
-// whether a byte is part of such a run. Inspects one byte and then skips `digits` bytes, again and
-// again. The skipped bytes are too few for a whole such run, so none is missed. This takes a fifth
-// of the time that splitting the list takes.
-template <class IsOfRun, class IsLost>
-bool hasLost(std::string_view list, std::size_t digits, const IsOfRun& isOfRun,
-             const IsLost& isLost) {
+// Whether `isLost` is true for a number with a run of more than `digits` digits. Inspects one byte
+// and then skips `digits` bytes, again and again. The skipped bytes are too few for a whole such
+// run, so none is missed. This takes a fifth of the time that splitting the list takes.
+template <std::size_t digits, Points points, class IsLost>
+bool hasLost(std::string_view list, const IsLost& isLost) {
+  if (!mayHaveLongRun<digits, points>(list)) return false;
+  const auto isOfRun = [](char c) { return isDigit(c) || (points == Points::Allowed && c == '.'); };
   for (std::size_t at = digits + 1; at < list.size(); at += digits + 1) {
     if (!isOfRun(list[at])) continue;
     std::size_t begin = at;
@@ -118,7 +119,7 @@ std::string shown(std::string_view text) {
 
 class DigitRules final : public StatementRule {
  public:
-  DigitRules(const RuleInput& input, RuleFindings& found)
+  DigitRules(const TextRuleInput& input, RuleFindings& found)
       : StatementRule(TUPLE | BUFFER | INTEGER), input_(input), found_(found) {}
 
   void visit(const StatementView& view) override {
@@ -147,8 +148,7 @@ class DigitRules final : public StatementRule {
   }
 
   void checkFloats(std::string_view keyword, std::string_view list) {
-    const auto isOfRun = [](char c) { return isDigit(c) || c == '.'; };
-    if (!hasLost(list, FLOAT_DIGITS, isOfRun, losesFloatDigits)) return;
+    if (!hasLost<FLOAT_DIGITS, Points::Allowed>(list, losesFloatDigits)) return;
     const std::string_view number = firstLost(list, losesFloatDigits);
     if (number.empty() || isCompressed(list, number)) return;
     // The keyword for elements of several floats ends in "f". The keyword for elements of as many
@@ -163,7 +163,7 @@ class DigitRules final : public StatementRule {
   }
 
   void checkDoubles(std::string_view list) {
-    if (!hasLost(list, INTEGER_DIGITS, isDigit, losesIntegerDigits)) return;
+    if (!hasLost<INTEGER_DIGITS, Points::None>(list, losesIntegerDigits)) return;
     const std::string_view number = firstLost(list, losesIntegerDigits);
     if (!number.empty()) addInteger(number);
   }
@@ -173,7 +173,7 @@ class DigitRules final : public StatementRule {
   void checkInteger(const StatementView& view) {
     const vsa::StatementOutline& statement = view.statement;
     if (statement.word.size() <= INTEGER_DIGITS || !statement.isPlainPath) return;
-    const vsa::InputView input = input_.scene[view.node][statement.path];
+    const vsa::InputView input = input_.scene()[view.node][statement.path];
     if (input.type() != vsa::ValueType::Real || !losesIntegerDigits(statement.word)) return;
     addInteger(statement.word);
   }
@@ -185,13 +185,13 @@ class DigitRules final : public StatementRule {
         .hint = "an Int and a buffer of `int64` keep the digits";
   }
 
-  const RuleInput& input_;
+  const TextRuleInput& input_;
   RuleFindings& found_;
 };
 
 }  // namespace
 
-StatementRulePointer digitRules(const RuleInput& input, RuleFindings& found) {
+StatementRulePointer digitRules(const TextRuleInput& input, RuleFindings& found) {
   if (!found.isEnabled(RuleId::LostDigits)) return nullptr;
   return std::make_unique<DigitRules>(input, found);
 }

@@ -201,7 +201,7 @@ class ListRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer listRules(const RuleInput&, RuleFindings& found) {
+StatementRulePointer listRules(const TextRuleInput&, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::ObjectForList, RuleId::EmptyComma, RuleId::DroppedComponents,
                            RuleId::DecimalComma, RuleId::GluedElements})) {
     return nullptr;

@@ -36,7 +36,7 @@ std::optional<Suggestion> misspeltKeyword(const StatementView& view) {
 
 class NodeRules final : public StatementRule {
  public:
-  NodeRules(const RuleInput& input, RuleFindings& found)
+  NodeRules(const TextRuleInput& input, RuleFindings& found)
       : StatementRule(NODE | WITH_PATH), text_(input.text), found_(found) {}
 
   void visit(const StatementView& view) override {
@@ -149,7 +149,7 @@ class NodeRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer nodeRules(const RuleInput& input, RuleFindings& found) {
+StatementRulePointer nodeRules(const TextRuleInput& input, RuleFindings& found) {
   if (!found.isAnyEnabled({RuleId::EmptyLastBlock, RuleId::RedeclaredType,
                            RuleId::PeriodBehindSemicolon, RuleId::RemovedNode})) {
     return nullptr;

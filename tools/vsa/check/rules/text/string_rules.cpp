@@ -118,7 +118,7 @@ bool looksLikePath(std::string_view content) {
 
 class StringRules final : public StatementRule {
  public:
-  StringRules(const RuleInput& input, RuleFindings& found)
+  StringRules(const TextRuleInput& input, RuleFindings& found)
       : StatementRule(STRING | REFERENCE), input_(input), found_(found) {}
 
   void visit(const StatementView& view) override {
@@ -199,7 +199,7 @@ class StringRules final : public StatementRule {
 
   void checkName(std::string_view string) {
     const std::string_view name = string.substr(1, string.size() - 2);
-    if (name.empty() || !input_.scene[name]) return;
+    if (name.empty() || !input_.scene()[name]) return;
     const vsa::TextRange range = found_.rangeOf(string);
     Finding& finding =
         found_.add(RuleId::StringForReference, range,
@@ -208,7 +208,7 @@ class StringRules final : public StatementRule {
     finding.edits = {{range.begin.offset, range.end.offset, std::string(name)}};
   }
 
-  const RuleInput& input_;
+  const TextRuleInput& input_;
   RuleFindings& found_;
   // The keys of the names of inputs: `referring_` has the inputs to which statements assign
   // references, and `withString_` those to which they assign strings.
@@ -217,7 +217,7 @@ class StringRules final : public StatementRule {
 
 }  // namespace
 
-StatementRulePointer stringRules(const RuleInput& input, RuleFindings& found) {
+StatementRulePointer stringRules(const TextRuleInput& input, RuleFindings& found) {
   if (!found.isAnyEnabled(
           {RuleId::StringForReference, RuleId::EscapeInPath, RuleId::UnknownEscape})) {
     return nullptr;

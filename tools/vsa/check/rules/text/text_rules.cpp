@@ -35,7 +35,7 @@ unsigned traitsOf(const StatementView& view) {
 
 }  // namespace
 
-void findTextProblems(const RuleInput& input, RuleFindings& found) {
+void findTextProblems(const TextRuleInput& input, RuleFindings& found) {
   std::vector<StatementRulePointer> families;
   for (const auto family : {listRules, bufferRules, digitRules, stringRules, commentRules,
                             nodeRules, assignmentRules, arrayRules}) {
@@ -43,7 +43,7 @@ void findTextProblems(const RuleInput& input, RuleFindings& found) {
   }
   if (families.empty()) return;
   TextWalk walk(input.text);
-  for (StatementView view; walk.next(view);) {
+  for (StatementView view; !input.stop.stop_requested() && walk.next(view);) {
     const unsigned traits = traitsOf(view);
     for (const StatementRulePointer& rules : families) {
       if (rules->concerns(traits)) rules->visit(view);

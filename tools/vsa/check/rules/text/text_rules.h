@@ -6,6 +6,6 @@
 namespace vsa_tools {
 
 /// Runs all families of rules about statements. The text is read once for all of them.
-void findTextProblems(const RuleInput& input, RuleFindings& found);
+void findTextProblems(const TextRuleInput& input, RuleFindings& found);
 
 }  // namespace vsa_tools

@@ -70,13 +70,13 @@ class StatementRule {
 using StatementRulePointer = std::unique_ptr<StatementRule>;
 
 // Return a family, or null if none of its rules runs.
-StatementRulePointer listRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer bufferRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer digitRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer stringRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer commentRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer nodeRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer assignmentRules(const RuleInput& input, RuleFindings& found);
-StatementRulePointer arrayRules(const RuleInput& input, RuleFindings& found);
+StatementRulePointer listRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer bufferRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer digitRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer stringRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer commentRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer nodeRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer assignmentRules(const TextRuleInput& input, RuleFindings& found);
+StatementRulePointer arrayRules(const TextRuleInput& input, RuleFindings& found);
 
 }  // namespace vsa_tools
