@@ -73,7 +73,9 @@ void checkText(std::string_view input) {
   Findings findings(text);
   const vsa_tools::ReadArguments reading;
   const vsa_tools::RuleSet rules([](const vsa_tools::Rule&) { return true; });
-  const vsa_tools::FileCheckOptions options{reading, (split.settings & 1) != 0};
+  vsa_tools::FileCheckOptions options{reading, (split.settings & 1) != 0};
+  // The rules then run on a second thread while the text is read.
+  if ((split.settings & 2) != 0) options.minConcurrentBytes = 0;
   const FileCheck::Consumer consumer = [&](Finding&& finding) {
     findings.add(finding);
     return true;
