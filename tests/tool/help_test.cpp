@@ -1,7 +1,10 @@
 // Tests of the help, the version, and the message about a misspelt command or option.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <sstream>
 #include <string>
+#include <vector>
 
 #include "tests/tool/command_fixture.h"
 
@@ -10,6 +13,23 @@ namespace vsa_tests {
 namespace {
 
 using HelpTest = CommandFixture;
+
+/// Returns the arguments of the examples in a help text, without what follows them: explanations,
+/// pipes and redirections.
+std::vector<std::string> examplesOf(const std::string& help) {
+  std::istringstream lines(help.substr(std::min(help.size(), help.find("\nExamples:\n"))));
+  std::vector<std::string> examples;
+  for (std::string line; std::getline(lines, line) && line.rfind("Exit status", 0) != 0;) {
+    const std::size_t command = line.find("vsa ");
+    if (line.rfind("  ", 0) != 0 || command == std::string::npos) continue;
+    const std::size_t start =
+        line.rfind("| vsa ") == std::string::npos ? command : line.rfind("vsa ");
+    const std::string arguments = line.substr(start + 4);
+    examples.push_back(
+        arguments.substr(0, std::min(arguments.find("   "), arguments.find_first_of("<>|"))));
+  }
+  return examples;
+}
 
 TEST_F(HelpTest, TheCommandHelpIsTheOptionHelp) {
   EXPECT_EQ(vsa("--help").out, vsa("help").out);
@@ -28,6 +48,26 @@ TEST_F(HelpTest, EveryCommandHasExamplesAndExitStatuses) {
     EXPECT_NE(std::string::npos, help.find("\nExit status:\n  0  ")) << help;
     EXPECT_NE(std::string::npos, help.find("\n  2  wrong usage")) << help;
     EXPECT_NE(std::string::npos, vsa("help").out.find(std::string("  ") + command)) << command;
+  }
+}
+
+TEST_F(HelpTest, TheExamplesAreRightUsage) {
+  std::size_t count = 0;
+  for (const char* command : {"check", "convert", "diff", "dump", "explain", "extract", "fmt",
+                              "graph", "merge", "stats", "tree", "types"}) {
+    for (const std::string& example : examplesOf(vsa(std::string("help ") + command).out)) {
+      const CommandOutcome run = vsa(example + " </dev/null");
+      EXPECT_EQ(std::string::npos, run.err.find("vsa --help shows the usage"))
+          << example << run.err;
+      ++count;
+    }
+  }
+  EXPECT_GE(count, 24u);
+}
+
+TEST_F(HelpTest, TheExamplesOfExplainAreKnownIds) {
+  for (const std::string& example : examplesOf(vsa("help explain").out)) {
+    EXPECT_EQ(0, vsa(example).status) << example;
   }
 }
 

@@ -77,6 +77,16 @@ TEST_F(GraphTest, GroupsNodesThatAreLinkedAlike) {
   EXPECT_EQ(2u, occurrences(dot, "->"));
 }
 
+TEST_F(GraphTest, OnlyGroupsOfSeveralNodesHaveTwoLines) {
+  write("a.vsa", largeScene() + "sky alone;");
+  const std::string dot = graph("a.vsa");
+  EXPECT_EQ(4u, occurrences(dot, ", peripheries=2];\n"));
+  const size_t alone = dot.find("[label=\"alone\\nsky\"");
+  ASSERT_NE(std::string::npos, alone) << dot;
+  EXPECT_EQ(std::string::npos,
+            dot.substr(alone, dot.find('\n', alone) - alone).find("peripheries"));
+}
+
 TEST_F(GraphTest, TheLimitBoundsNodesAndLinks) {
   std::string text;
   for (int i = 0; i < 300; ++i) {
