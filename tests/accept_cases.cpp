@@ -1,6 +1,7 @@
 // accept_cases FOLDER NAME...: replaces the expected results of cases by what the reader returns
 // now. A NAME is a part of the paths of one or more cases in FOLDER, or the path of the .vsa file
-// of one case. Prints the files that it changes.
+// of one case. Prints the files that it changes. A file whose result differs only in the order of
+// link warnings is not changed.
 #include <cstdio>
 #include <exception>
 #include <fstream>

@@ -1,5 +1,6 @@
-// Runs the cases in tests/cases, each from a String and from a File, and checks that each message
-// is raised by a case. The exceptions are listed in tests/cases/uncovered_messages.txt.
+// Runs the cases in tests/cases, each from a String, from a File, and from a File that delivers
+// single bytes. Checks that each message is raised by a case or listed in
+// tests/cases/uncovered_messages.txt, and that docs/messages.md has a paragraph about it.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -65,8 +66,8 @@ std::set<DiagnosticId> raisedMessages() {
   return raised;
 }
 
-/// Returns the messages that no case can raise, with the reason for each. They are the lines "NAME
-/// reason" of uncovered_messages.txt.
+/// Returns the lines "NAME reason" of uncovered_messages.txt: the messages that no case raises,
+/// with the reason for each.
 std::map<std::string, std::string> exemptions() {
   std::map<std::string, std::string> found;
   std::istringstream lines(contentOf(fs::path(VSA_CASE_DIR) / "uncovered_messages.txt"));
@@ -105,7 +106,8 @@ TEST(MessageTest, EveryMessageIsDocumented) {
   }
 }
 
-// Every heading in the documentation of messages is the id of a message.
+// Every heading of the third level in docs/messages.md is the id of a message, of the reader or of
+// the command vsa.
 TEST(MessageTest, EveryParagraphHasAMessage) {
   std::set<std::string> ids = {"unreadable-file"};  // a message of the command vsa
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# layers.sh: checks every #include of src/ and include/ against the table below. Before that, it tests the check itself
-# on a copy of the tree with one forbidden include at a time.
+# layers.sh: checks every #include of src/ and include/ against the table below. If they all agree
+# with it, tests the check itself on a copy of the tree with one forbidden include at a time.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 

@@ -1,4 +1,5 @@
-// Tests of the interface for C: options, the end of a reading, and skipped buffers.
+// Tests of the interface for C: limits, options, counts, progress, kept nodes, skipped buffers,
+// values, and calls that are refused.
 #include <vsa/vsa_c.h>
 
 #include <string>
@@ -12,7 +13,7 @@ std::string textOf(vsa_text text) {
   return {text.data, text.length};
 }
 
-// A reading that is freed at the end of the test.
+// A reading that its destructor frees.
 class Reading {
  public:
   explicit Reading(vsa_reading* reading) : reading_(reading) {}
@@ -204,7 +205,9 @@ TEST(CInterface, TakesTheSameOptionsEverywhere) {
   }
 }
 
-// With a null pointer for the value, a function returns only whether there is a value.
+// With a null pointer for the result, a function returns the same as with a pointer, and stores
+// nothing. A call that finds no value does not change the caller's variable, and vsa_input_path()
+// does not change a path of 0 bytes.
 TEST(CInterface, NeedsNoPlaceForAValue) {
   vsa_options options = defaults();
   options.skips_buffers = 1;

@@ -1,5 +1,5 @@
 // Tests of editing: an edited scene is the same as a scene that is read from a text with the same
-// content.
+// content. A change that is not possible is refused with a reason and changes nothing.
 #include <vsa/edit.h>
 
 #include <algorithm>
@@ -355,6 +355,7 @@ TEST(Edit, MakesTuplesOfAsManyNumbersAsTheTypeHas) {
 }
 
 // Removing does nothing if the argument is null, belongs to another parent, or is already removed.
+// Truncating does nothing to an input that is no array.
 TEST(Edit, RemovesFromThePlainSceneWhatIsInIt) {
   vsa::Scene scene = sceneOf("rig r: .o.x = 1; .p.x = 2; .n = 3; rig s: .n = 4;");
   zn::korvo_sdk::Node& r = *scene.plain().findNode("r");

@@ -75,7 +75,8 @@ TEST(HostScene, TellsOfEveryValueAndLink) {
   EXPECT_EQ(scene.node("sun")->nodeType(), "lamp");
 }
 
-// Texts without declared types give the same messages as with the library's scene.
+// Reading a text without declared types gives the same status as with the library's scene, and the
+// same messages in any order.
 TEST(HostScene, BehavesAsTheLibrarysSceneDoes) {
   for (const char* const text : {
            "lamp a: .x = 1; .x = 2.5; .x = \"s\"; .x.y = 1;",
@@ -155,7 +156,8 @@ TEST(HostScene, CanKeepSomeNodes) {
   EXPECT_EQ(scene.events, (Events{"l/y is a Int", "l/c is driven by out", "l/r refers to none"}));
 }
 
-// An input of the host. Inputs of some names refuse values, and inputs of other names do not exist.
+// An input of the host. Inputs with the name "closed" refuse values. Inputs with the name "refused"
+// and elements with the index 3 do not exist, see StrictNode.
 class StrictInput : public HostInput {
  public:
   using HostInput::HostInput;
@@ -233,7 +235,8 @@ TEST(HostScene, RefusesWhatDoesNotFit) {
   EXPECT_EQ(n.type(), vsa::ValueType::Int);
 }
 
-// For a dropped node, the reader gets an object that accepts all calls and has no inputs.
+// For a dropped node, the reader gets an object that accepts all calls. Its hasInput() is always
+// false, but input() and createInput() return one object that represents all of its inputs.
 TEST(HostScene, GivesDroppedNodesThatAreEmpty) {
   namespace interfaces = zn::korvo_sdk::interfaces;
   Counter scene;

@@ -1,7 +1,7 @@
 // Tests random changes of a scene, some of which are refused. The changed scene can be written as a
-// text, and reading that text gives the same scene without a message. This shows that every change
-// is refused if no text can represent its result. The only exception is an array without elements,
-// which no text can represent either.
+// text, and reading that text gives the same scene without a message. So the scene has refused
+// every change whose result no text can represent. The only exception is an array without elements:
+// no text can represent it, but it is not refused, so the test replaces it.
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -47,8 +47,9 @@ class RandomEditor {
     }
   }
 
-  // Removes the value of each array without elements, because no text can represent it. If the
-  // scene refuses to remove the value, adds an element instead.
+  // Removes the value of each array without elements in `input` and below it, because no text can
+  // represent such an array. If the scene refuses to remove the value, tries to add an integer
+  // instead.
   void fill(Input input) {
     if (input.type() == ValueType::Array && input.elements().empty()) {
       static_cast<void>(input.clear());

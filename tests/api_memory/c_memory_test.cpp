@@ -1,5 +1,6 @@
-// Tests of the interface for C when memory runs out. It returns a null reading, or a reading with
-// the status for missing memory.
+// Tests of the interface for C when memory runs out. A reading is then null, or it has the status
+// for missing memory, which vsa_reading_status() also returns for null. The path of an input is
+// then empty.
 #include <gtest/gtest.h>
 #include <vsa/vsa_c.h>
 

@@ -1,5 +1,6 @@
 // Tests of the memory of edited scenes. The memory of replaced and removed values is freed at once.
-// A change that runs out of memory is refused and has no visible effect.
+// A change that runs out of memory is refused, the scene can still be inspected, and the same
+// change succeeds when memory is available again.
 #include <gtest/gtest.h>
 
 #include <array>
@@ -27,7 +28,7 @@ const std::string LONG_TEXT(10'000, 'x');
 const std::string LONGER_TEXT(20'000, 'x');
 const std::vector<float> NUMBERS(1000);
 
-// Makes a change of each kind. Returns the first error.
+// Makes many kinds of changes, even after one of them has failed. Returns the first error, or None.
 Status changeEverything(vsa::Scene& scene) {
   EditError first = EditError::None;
   const auto note = [&](Status status) {
@@ -56,7 +57,8 @@ Status changeEverything(vsa::Scene& scene) {
   return first;
 }
 
-// Inspects the whole scene. That must work even after a change that has failed.
+// Inspects the nodes of the scene with their inputs and elements. That must work even after a
+// change that has failed.
 void lookAtAll(const vsa::Scene& scene) {
   for (const vsa::NodeView node : scene.nodes()) {
     for (const vsa::InputView input : node.inputs()) {

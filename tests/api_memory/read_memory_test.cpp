@@ -129,8 +129,9 @@ TEST(ReadMemory, OfARefusedValueIsFreedBeforeTheNextStatement) {
   EXPECT_LT(AllocationTracker::count().peakBytes, 3'000'000);
 }
 
-// Calls `read` once for each of its allocations, and makes that allocation fail, alone or together
-// with all later allocations. Passes the status of each result to `check`.
+// Calls `read` twice for each allocation that it makes: once that allocation fails alone, and once
+// together with all later allocations. Expects that nothing leaks. Passes the number of the
+// allocation, the status, and whether the result has a message to `check`.
 template <class Read, class Check>
 void failEachAllocation(const Read& read, const Check& check) {
   for (const bool everAfter : {false, true}) {
@@ -176,7 +177,8 @@ TEST(ReadMemory, ThatRunsOutIsAStatusForAFile) {
   failEachAllocation([&] { return vsa::readFile(path.c_str()); }, expectOutOfMemory);
 }
 
-// If only the memory for the message is missing, the status is still StoppedByError.
+// The status is OutOfMemory, with one exception: if only the memory for the message is missing, it
+// is StoppedByError, and the message is empty.
 TEST(ReadMemory, ThatRunsOutIsAStatusForAnError) {
   warmUp();
   const std::string text = varied() + "gone.x=1;";
@@ -188,7 +190,7 @@ TEST(ReadMemory, ThatRunsOutIsAStatusForAnError) {
                      });
 }
 
-// The reading does not take much more memory than the limit allows.
+// A reading with a limit of 2 MB takes less than 5 MB. The limit does not count all memory.
 TEST(ReadMemory, StaysWithinItsLimit) {
   warmUp();
   std::string nodes;

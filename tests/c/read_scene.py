@@ -1,5 +1,5 @@
 #!/usr/bin/env -S python3 -B
-"""read_scene.py LIBRARY FOLDER: reads an example in FOLDER through the shared library, with ctypes only."""
+"""read_scene.py LIBRARY FOLDER: tests the shared library with ctypes only. It reads short texts and an example."""
 
 import ctypes
 import os

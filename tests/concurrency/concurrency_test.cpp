@@ -47,7 +47,7 @@ std::string read(const std::string& text) {
 
 // --- Removed nodes ---
 
-// Assignments to a removed "with" node have no effect.
+// Assignments to a removed "with" node do not change the scene. Links from it are only checked.
 TEST(RemovalTest, ARemovedWithNodeCanStillBeUsed) {
   EXPECT_EQ(read("lamp a: .x = 1; remove a; .x = 2; .y = \"s\"; .z[3] = 1; .o.m = vec3(1 2 3);"
                  ".b = float[2] {1 2}; .r = a; .c |= a.out; lamp b;"),

@@ -1,7 +1,7 @@
-// Tests of allocation failures while the reader initialises its tables on first use. The read that
-// needs the tables fails without a leak, and the next read initialises them. Tables are initialised
-// once in a process. Therefore each failure is tested in a child process, and the parent process
-// reads nothing.
+// Tests of allocation failures while the reader initialises its tables on first use. A read in
+// which an allocation fails leaks at most one buffer, and the next read initialises the tables that
+// are still missing. Tables are initialised once in a process. Therefore each failure is tested in
+// a child process, and the parent process reads nothing.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>

@@ -131,7 +131,8 @@ Decimal nearHalfWay(Random& random, const Format& format) {
   return decimal;
 }
 
-/// Returns a decimal with random digits. Its value is between 10^(min - 1) and 10^max.
+/// Returns a decimal with random digits. Its value is less than 10^max. It is at least 10^(min - 1)
+/// unless its first digits are zeros.
 Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t min, std::int64_t max) {
   return {randomDigits(random, digits), between(random, min, max) - digits};
 }
@@ -146,16 +147,17 @@ Decimal hardDecimal(Random& random) {
       return nearHalfWay(random, FLOAT);
     case 4:  // a decimal with many digits
       return ofOrder(random, between(random, 20, 1000), -345, 312);
-    case 5:  // a subnormal double
+    case 5:  // a decimal in or near the range of the subnormal doubles
       return ofOrder(random, between(random, 1, 40), -326, -306);
-    case 6:  // a decimal near an end of the range of a float
+    case 6:  // a decimal in the range of a float, or near its upper end
       return ofOrder(random, between(random, 1, 40), random() % 2 == 0 ? -48 : 37, 40);
     default:  // a decimal with as many digits as a double has
       return ofOrder(random, between(random, 15, 19), -345, 312);
   }
 }
 
-/// Returns the decimal as a text with an exponent if necessary. The point is anywhere or missing.
+/// Returns the decimal as a text with a random sign. The text has an exponent unless it is 0. In
+/// half of the texts, a point is before one of the digits.
 std::string written(Random& random, const Decimal& decimal) {
   std::string text = random() % 2 == 0 ? "-" : "";
   const auto count = static_cast<std::int64_t>(decimal.digits.size());

@@ -7,7 +7,9 @@
 //   number_survey printed PART OF             the floats of that part, as the writer prints them
 //   number_survey printed-doubles COUNT SEED  random doubles, as the writer prints them
 //
-// Prints one line for each survey. The exit status is 1 if a text was read wrongly.
+// Prints one line for each survey, and a line for each of its first 20 mismatches: texts that were
+// read or printed wrongly. The exit status is the number of surveys with mismatches, or 2 for wrong
+// arguments.
 #include <charconv>
 #include <cstdio>
 #include <cstring>

@@ -1,4 +1,4 @@
-// mismatch(): reports a text that was read wrongly.
+// mismatch(): reports a text that was read or printed wrongly.
 #pragma once
 
 #include <cstdio>
@@ -8,7 +8,7 @@
 
 namespace vsa_tests {
 
-/// Counts a mismatch. Prints it if it is one of the first mismatches of the survey.
+/// Counts a mismatch. Prints it if it is one of the first 20 mismatches of the survey.
 inline void mismatch(Survey& survey, std::string_view text, const char* how) {
   constexpr std::uint64_t MAX_PRINTED = 20;
   if (++survey.mismatches > MAX_PRINTED) return;

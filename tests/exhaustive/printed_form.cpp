@@ -1,5 +1,6 @@
 // Surveys of the form in which the writer prints reals. The digits and the exponent must be those
-// of std::to_chars, and the text must not be longer than that of std::to_chars.
+// of std::to_chars, and the text must not be longer than that of std::to_chars. For infinities and
+// NaNs, both texts must be equal.
 #include <bit>
 #include <charconv>
 #include <cstdlib>

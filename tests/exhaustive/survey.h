@@ -1,13 +1,14 @@
 // Surveys of the number conversions. Their texts are generated, because there are too many for a
-// file. Each text is read as a scalar by realFromText() and as a number of a list by
-// readNumberRun(). The results are compared bit for bit.
+// file. Most surveys read each text as a scalar by realFromText() and as a number of a list by
+// readNumberRun(), and compare the results bit for bit. The two surveys of printed numbers compare
+// texts and read nothing.
 #pragma once
 
 #include <cstdint>
 
 namespace vsa_tests {
 
-/// The result of a survey. Some of the mismatches are printed, too.
+/// The result of a survey. The first 20 mismatches are printed, too.
 struct Survey {
   std::uint64_t texts = 0;
   std::uint64_t mismatches = 0;
@@ -28,7 +29,8 @@ Survey surveyFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 Survey surveyDoubles(std::uint64_t count, std::uint64_t seed);
 
 /// These two surveys write the floats of surveyFloats() and the doubles of surveyDoubles() in the
-/// form in which the writer prints them. The digits must be those of std::to_chars.
+/// form in which the writer prints them. The digits and the exponent must be those of
+/// std::to_chars, and the text must not be longer than that of std::to_chars.
 Survey surveyPrintedFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 Survey surveyPrintedDoubles(std::uint64_t count, std::uint64_t seed);
 

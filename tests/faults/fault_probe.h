@@ -13,7 +13,8 @@
 
 namespace vsa_tests {
 
-/// A log sink with a fixed buffer. It never allocates memory and never fails.
+/// A log sink with a fixed buffer of 64 KiB. It never allocates memory and never fails. Text beyond
+/// the buffer is dropped, but its lines are counted.
 class FixedSink final : public zn::LogSink {
  public:
   void write(zn::LogLevel, const zn::String& text) override {
@@ -54,8 +55,9 @@ End endOf(const Read& read) {
 std::string sceneText(const zn::korvo_sdk::Scene& scene);
 
 /// Expects that the scene is usable after a fault: it can be dumped, and another text can be read
-/// into it. Raises the scene's limit of empty elements by the number that the other text needs,
-/// because the first text may have reached the limit.
+/// into it without a message, which does not change the nodes that are there. Raises the scene's
+/// limit of empty elements by the number that the other text needs, because the first text may have
+/// reached the limit.
 void expectUsable(zn::korvo_sdk::Scene& scene, const std::string& where);
 
 }  // namespace vsa_tests

@@ -29,7 +29,7 @@ namespace {
 
 using namespace zn::korvo_sdk;
 
-/// Returns the names of all nodes of a scene, also of removed ones, in creation order.
+/// Returns the names of the nodes of a scene that were not removed, in creation order.
 std::vector<std::string> nodeNames(const Scene& scene) {
   std::vector<std::string> names;
   for (std::uint64_t i = 0; i < scene.nodeSlots(); ++i) {
@@ -84,8 +84,8 @@ struct MemoryFault {
   std::int64_t keptBlocks;
 };
 
-/// Reads while the k-th allocation fails, and then destroys the scene. If the read makes fewer than
-/// k allocations, none fails.
+/// Reads while the k-th allocation fails, with `everAfter` also all later ones, and then destroys
+/// the scene. If the read makes fewer than k allocations, none fails.
 MemoryFault readWithFault(const Text& text, std::uint64_t k, bool everAfter, bool fromFile) {
   MemoryFault fault{};
   const zn::String source = zn::String::copyOf(text.text);
@@ -128,9 +128,9 @@ std::vector<std::int64_t> failEveryAllocation(const Text& text, bool everAfter, 
   }
 }
 
-/// Returns whether a text has a literal with an allocated payload: a string or a buffer. The reader
-/// owns the payload until the end of the statement. Then the scene takes ownership. If the
-/// statement fails before that, the payload leaks.
+/// Returns whether a text may have a literal with an allocated payload, a string or a buffer:
+/// whether it has a quote or a brace. The reader owns the payload until the end of the statement.
+/// Then the scene takes ownership. If the statement fails before that, the payload leaks.
 bool hasPayload(const Text& text) {
   return text.text.find_first_of("\"'{") != std::string::npos;
 }
@@ -150,8 +150,8 @@ void expectOnlyPayloadsKept(const Text& text, const std::vector<std::int64_t>& k
   }
 }
 
-/// The parameters: whether all later allocations fail, too, and whether the text is read from a
-/// file.
+/// The parameters: whether all allocations after the first failing one fail, too (otherwise only
+/// that one fails), and whether the text is read from a File (otherwise from a String).
 class NoMemoryTest : public testing::TestWithParam<std::pair<bool, bool>> {
  protected:
   // Loads the texts before blocks are counted. Loading makes all allocations that are never freed,

@@ -1,6 +1,6 @@
-// The texts for the fault tests. Together they raise every message and make the reader call every
-// operation of a scene. To check that none is missing, a test reads the list of operations from the
-// source of the interface.
+// The texts for the fault tests. Together they raise every message except those of neverRaised(),
+// and make the reader call every operation of a scene except clearComments(). To check that none is
+// missing, a test reads the list of operations from the source of the interface.
 #pragma once
 
 #include <cstdint>
@@ -25,9 +25,9 @@ constexpr std::uint64_t LEVELS = 16;
 
 void setSmallLimits(zn::korvo_sdk::Scene& scene);
 
-/// Returns the texts: one small case for each set of messages, and further texts for what no small
-/// case tests. The first call also registers the node type of the cases and initialises the
-/// reader's keyword tables.
+/// Returns the texts: one small case for each folder of cases and each set of messages that a case
+/// in it raises, and further texts for what no small case tests. The first call also registers the
+/// node type of the cases and initialises the reader's keyword tables.
 const std::vector<Text>& faultTexts();
 
 /// Returns the messages that no fault text raises, with the reason for each.

@@ -207,8 +207,8 @@ bool WatchedScene::refuses() {
   return ++creations_ == refusing_ || refusesEverything_;
 }
 
-// Returns the wrapper of a node. It is always the same for the same node, because the reader
-// identifies objects by their addresses.
+// These functions return the wrapper of an object, or null for null. It is always the same for the
+// same object, because the reader identifies objects by their addresses.
 
 WatchedScene::WatchedNode* WatchedScene::watched(host::INode* node) {
   if (node == nullptr) return nullptr;

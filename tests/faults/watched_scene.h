@@ -1,6 +1,7 @@
-// WatchedScene: a host's scene that wraps another scene. It counts and forwards every call. It can
-// throw in the n-th call or refuse the n-th creation. The file also has sources that fail at the
-// n-th read.
+// WatchedScene: a host's scene that wraps another scene. It counts every call and forwards it,
+// except a call that throws and a creation that it refuses. It can throw in the n-th call, and
+// refuse the n-th creation or all of them. The file also has sources that fail from the n-th read
+// on.
 #pragma once
 
 #include <cstdint>

@@ -95,8 +95,8 @@ check_through_pkg_config() {
   check_with_flags by_archive $(pkg-config --cflags vsa) "$libdir/libvsa.a"
 }
 
-# The public names are in the namespaces zn, zn::ds, zn::math, zn::korvo_sdk and zn::korvo_sdk::interfaces. Of
-# zn::korvo_sdk::impl, which is the reader, only the two entry points and their report are public.
+# Of the namespace zn::korvo_sdk::impl, which is the reader, only the two entry points are public.
+# Names of other namespaces are not checked.
 check_exported_names() {
   local internal
   internal=$(nm -D --defined-only --demangle "$libdir/libvsa.so" | sed 's/^[0-9a-f]* *[A-Za-z] //' |

@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """planted_leaks.py PROGRAM: tests that LeakSanitizer reports each kind of memory that the scene does not free.
 
-Runs PROGRAM, which is planted_leak.cpp, without suppressions, as all other tests of the reader run. For each kind of
-memory, a scene that is not destroyed must be reported, with the function that allocated the memory. The value of a
-failed statement must not be reported, because the reader keeps it by rule.
+Runs PROGRAM, which is planted_leak.cpp, without suppressions. For each kind of memory, a scene that is not destroyed
+must be reported, with the function that allocated the memory. The value of a failed statement must not be reported,
+because the reader keeps it by rule.
 """
 import re
 import subprocess

@@ -79,8 +79,9 @@ DataType componentOf(char letter) {
   }
 }
 
-// The last letter of a name is the component type, and the letters before it determine the number
-// of components.
+// The name of a type with several components is a name in FAMILIES and one character for the type
+// of the components: f, d, i, u, or 8 for bytes. Vec3f has three floats, Rgb8 three bytes. The
+// exception is ColorRef.
 TEST(DataTypes, NamesGiveTypeAndNumberOfComponents) {
   int known = 0;
   for (int value = 0; value < 60; ++value) {
@@ -112,7 +113,8 @@ TEST(DataTypes, NullAndUnknownTypes) {
   }
 }
 
-// 48 types have a keyword. Only hosts use the remaining types.
+// 48 types have a keyword. Of the other types, Null means that there is none, and only hosts use
+// the rest.
 TEST(DataTypes, BufferElements) {
   int withKeyword = 0;
   for (int value = 0; value < 60; ++value) {

@@ -62,8 +62,8 @@ TEST(LookUps, OfNodesFollowCreationAndRemoval) {
   }
 }
 
-/// Looks up, creates or removes an input of a node. `inputs` contains the existing inputs of the
-/// node.
+/// Looks up or creates an input of a node and checks the result. `inputs` contains the existing
+/// inputs of the node.
 void stepOfInputs(Random& random, Node& node, std::map<std::string, Input*>& inputs,
                   bool isDeclared) {
   const std::string name = oneOf(random, NODE_NAMES);

@@ -209,7 +209,8 @@ TEST_F(DeclaredTypes, DefinedNodesOfADeclaredTypeAreClosedToo) {
 
 // --- declarations without a type ---
 
-/// A fixture with a declared type "rig", whose inputs have no type yet, and a node of that type.
+/// A fixture with a node of the declared type "rig". It has an input without a type, an array
+/// without an element type, and an array of buffers of any type.
 class DeclaredUntyped : public testing::Test {
  protected:
   DeclaredUntyped() {

@@ -38,7 +38,7 @@ TEST(SmallBlockPool, DeallocatedBlockIsReused) {
   EXPECT_NE(pool.allocate(24), second);
 }
 
-// The memory does not grow when a host assigns a value to the same input many times.
+// Many strings of the same length that are assigned to one input use at most two blocks.
 TEST(SmallBlockPool, RepeatedAssignmentReusesTheBlock) {
   Scene scene;
   ASSERT_TRUE(impl::parseString(&scene, "note n; n.text = \"the first one\";"));

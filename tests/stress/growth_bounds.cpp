@@ -4,7 +4,7 @@
 //   MB/s       speed of reading and destroying the scene at the largest size, in processor time
 //   growth     the greatest t(4n)/t(n), where t(n) is the time to read a text of n bytes;
 //              times that are too short to be measured do not count
-//   heap/text  peak heap while reading, including the text, divided by the size of the text
+//   heap/text  peak heap for reading and dumping, with the text, divided by the size of the text
 //   declared   size of the buffers that the text declares, divided by the size of the text
 //   stack      bytes of stack for reading, dumping and destroying
 //
@@ -122,7 +122,8 @@ long pageFaults() {
   return usage.ru_minflt;
 }
 
-// Returns the median time of several reads. Reads with many page faults do not count.
+// Returns the median time of several reads. Reads with many page faults do not count. If all have
+// many, returns the time of the last one.
 double medianSeconds(const zn::String& text, bool fromFile) {
   constexpr int MAX_READS = 12;
   constexpr std::size_t MAX_COUNTED = 9;
@@ -177,8 +178,8 @@ Cost costOf(const StressText& stressText, std::size_t bytes, const Options& opti
   return cost;
 }
 
-// Measures the cost in a child process. If the child crashed, returns nothing and sets `status` to
-// its exit status.
+// Measures the cost in a child process and sets `status` to its wait status. Returns nothing if the
+// child ended without an answer, for example by a crash.
 std::optional<Cost> costOfInChild(const StressText& stressText, std::size_t bytes,
                                   const Options& options, int& status) {
   int ends[2];

@@ -79,7 +79,8 @@ struct HugeText {
   bool result;
 };
 
-// The texts. The input `last` shows that the reader reached the end of the text.
+// The texts. In most of them, the input `last` is assigned at the end, and so shows that the reader
+// reached the end.
 constexpr HugeText TEXTS[] = {
     {"a text of 5 GiB", "t n;\n", "n.aLongNameForAnInput = 1234567890;\n", 5 * GIB, "n.last = 7;\n",
      true},

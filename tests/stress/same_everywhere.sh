@@ -4,7 +4,8 @@
 #   same_everywhere.sh                  builds with each compiler and option below and compares; takes minutes
 #   same_everywhere.sh --quick PROGRAM  runs the program dump_under_locale twice, and with each locale
 #
-# localedef creates the locales in a temporary folder. If that fails, the test is skipped.
+# localedef creates the locales in a temporary folder. If that fails, the complete test fails. With
+# --quick, the test is then skipped after the comparison of two runs.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/../.." && pwd)

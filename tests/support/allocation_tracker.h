@@ -35,7 +35,7 @@ class AllocationTracker {
   /// Makes the n-th of the following calls fail. 1 is the next call, and 0 makes no call fail. If
   /// `everAfter` is true, all later calls fail, too.
   static void failAt(std::uint64_t n, bool everAfter);
-  /// Returns whether a call has failed since the last failAt().
+  /// Returns whether a call was made to fail since the last call of failAt(), start() or resume().
   static bool hasFailed();
 };
 

@@ -1,4 +1,5 @@
-// The node type that the test cases and the fuzzers declare. All other types are open.
+// The node type that the test cases and the fuzzers declare. All other types in their texts are
+// open.
 #pragma once
 
 #include <vsa/scene/node_type.h>

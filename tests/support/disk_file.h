@@ -1,4 +1,5 @@
-// DiskFile: a temporary file with the name of the running test. The destructor deletes it.
+// DiskFile: a temporary file with the name of the running test. The destructor deletes it. Two of
+// them in one test have the same name, so the second one overwrites the first one.
 #pragma once
 
 #include <gtest/gtest.h>

@@ -41,7 +41,8 @@ inline std::vector<const char*> cLocales() {
   return names;
 }
 
-/// Sets the C++ locale above and the C locale `cLocale`. The destructor restores both.
+/// Sets the C++ locale above and the C locale `cLocale`. The destructor restores the C++ locale and
+/// sets the C locale to "C".
 class HostLocale {
  public:
   explicit HostLocale(const char* cLocale)

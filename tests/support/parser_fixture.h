@@ -1,5 +1,5 @@
 // PrimedParser: a parser that is about to parse the first statement of a text. Tests call its
-// members directly.
+// members directly. thrownBy() and LoggedLines give what a call throws and logs.
 #pragma once
 
 #include <optional>
@@ -58,7 +58,7 @@ std::string thrownBy(Call call) {
 }
 
 /// Captures the log during the lifetime of the object, with one line for each message: "warning:
-/// TEXT".
+/// TEXT" or "error: TEXT".
 class LoggedLines {
  public:
   LoggedLines() : scope_(&capture_) {}

@@ -15,8 +15,8 @@ class Tracked {
   static inline int live = 0;
   /// The number of copies. Moves do not count.
   static inline int copies = 0;
-  /// Makes the n-th of the following copies throw std::runtime_error. 1 is the next copy, and 0
-  /// makes no copy throw.
+  /// Makes the n-th of the following calls of the copy constructor throw std::runtime_error. 1 is
+  /// the next call, and 0 makes no call throw.
   static inline int copiesUntilThrow = 0;
 
   explicit Tracked(int n = 0) : number(n), self_(this) { ++live; }

@@ -1,6 +1,7 @@
-// Tests that SyntaxReader and the reader's lexer read the same tokens. The texts are all cases and
-// examples, and short texts of the characters that have a meaning in the format. Some sources
-// deliver only a few bytes at a time.
+// Tests that SyntaxReader and the reader's lexer read the same tokens, up to the first token that
+// the lexer rejects. The texts are all cases, regressions, examples and shared scenes, short random
+// texts of the characters that have a meaning in the format, and long tokens. Some sources deliver
+// only a few bytes at a time.
 #include <gtest/gtest.h>
 
 #include <random>

@@ -104,7 +104,8 @@ inline vsa::SyntaxKind kindOf(zn::korvo_sdk::impl::Token::Type type) {
 }
 
 /// Compares the tokens of a SyntaxReader with those of a StringLexer, up to the first token that
-/// the lexer rejects, or to the end. Returns what differs, or an empty text.
+/// the lexer rejects, or to the end. Returns what differs, or an empty text. Does not compare a
+/// text with a NUL, because a String ends there.
 inline std::string differenceFromLexer(std::string_view text, vsa::SyntaxReader& reader) {
   using zn::korvo_sdk::impl::StringLexer;
   if (text.empty()) return reader.next().kind == vsa::SyntaxKind::EndOfText ? "" : "a token";

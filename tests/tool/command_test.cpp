@@ -112,8 +112,8 @@ struct LossRow {
   std::string text, line;
 };
 
-// The reader reads these texts as if they ended before the end of the file. It reports no error, so
-// the command must report the loss.
+// The reader does not read all of these texts. For example, it ends at a byte 0xFF. It reports no
+// error, so the command must report the loss.
 TEST_F(CommandTest, LossesAreReported) {
   const LossRow rows[] = {
       {"sphere ball;\n\xFF ball.radius = 1;\n",
@@ -284,7 +284,7 @@ TEST_F(CommandTest, DumpShowsTheException) {
   EXPECT_EQ(1, json["fileVersion"]);
 }
 
-// Messages that are lost are an error of every command, even if the file was read completely.
+// A command fails if it cannot write its messages, even if the file was read completely.
 TEST_F(CommandTest, MessagesThatCannotBeWritten) {
   write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
   for (const char* arguments : {"stats a.vsa", "tree a.vsa", "diff a.vsa a.vsa", "extract a.vsa a",

@@ -55,7 +55,8 @@ AttrData bufferValue(DataType type, std::initializer_list<Number> numbers) {
   return value;
 }
 
-/// Adds an input for every kind of value, two links, and nested inputs.
+/// Sets the header of the scene and adds two nodes. One of them has inputs of most types, one
+/// reference, one connection, an array and an object.
 void fill(Scene& scene) {
   scene.setFileVersion(3);
   scene.setFileTime("2024-01-01");

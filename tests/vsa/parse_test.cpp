@@ -1,4 +1,5 @@
-// Tests of the entry points: the reset of the header, a null scene, and the report.
+// Tests of the entry points: the header, a null scene, exceptions, texts that do not affect each
+// other, byte order marks, the locales of hosts, and the report.
 #include <vsa/parse.h>
 
 #include <gtest/gtest.h>

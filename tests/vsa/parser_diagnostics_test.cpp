@@ -1,4 +1,5 @@
-// Tests of thrown and logged messages. They have the position of the token that was consumed last.
+// Tests of thrown and logged messages, and of their records. A message has the position of the
+// token that was consumed last, or that of the token it is about.
 #include <gtest/gtest.h>
 
 #include <cstdarg>

@@ -283,7 +283,8 @@ TEST(VsaParserParse, AnErrorDuringResolutionIsLogged) {
 
 // --- sinks that throw ---
 
-/// A sink that accepts the first `taken` messages and throws at each later message.
+/// A sink that accepts the first `taken` messages and throws at the next one. If `throwsOnce` is
+/// true, it accepts the messages after that one, and otherwise it throws at each of them.
 template <class Error>
 class ThrowingSink final : public LogSink {
  public:

@@ -192,7 +192,8 @@ TEST(Reference, IgnoresOtherTokens) {
   }
 }
 
-// If a literal does not convert, the record still contains its data.
+// If a literal does not convert and a value of another form follows, the record still contains what
+// the literal stored and the other value did not replace.
 TEST(Value, RecordAfterAFailedConversion) {
   {
     PrimedParser primed("= 5U n;");

@@ -1,7 +1,8 @@
 // Tests of a file that the reader and its host share. The host uses the file while the reader calls
-// the host's scene, log sink or source. At each such call, the position of the file is after the
-// reader's lookahead character, whatever the size of the source's blocks. If the host reads bytes
-// during the call, the reader continues after them.
+// the host's scene, log sink or source. At each call of the scene or the log sink, the position of
+// the file is after the reader's lookahead character, whatever the size of the source's blocks. If
+// the host reads bytes during the call, the reader continues after them. While the links are
+// resolved and while the source is called, the file is at its end.
 #include <gtest/gtest.h>
 
 #include <functional>

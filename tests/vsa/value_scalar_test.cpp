@@ -203,8 +203,8 @@ TEST(Scalar, TupleForms) {
   expectScalars(rows);
 }
 
-/// Returns the value of a literal in which the text of one token is replaced by `made`. Callers of
-/// the parser's members may create such tokens.
+/// Returns the value of a literal in which the text of one token is replaced by `made`, or "failed"
+/// if it does not convert. Callers of the parser's members may create such tokens.
 std::string scalarOfTokens(const std::string& bytes, std::uint64_t slot, const std::string& made) {
   PrimedParser primed(bytes);
   primed.parser.tokens[slot].text = vsa_tests::string(made);

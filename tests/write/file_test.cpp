@@ -1,5 +1,6 @@
-// Tests that files are replaced in one step. Even if writing fails, the folder contains either the
-// old file or the new one, and no other file.
+// Tests that files are replaced in one step. Even if writing fails, the path leads to either the
+// old file or the new one, and no other file remains beside it. A killed process may leave a
+// temporary file. Pipes and devices are not replaced, but written to.
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>

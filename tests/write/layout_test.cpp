@@ -101,7 +101,8 @@ TEST(Layout, CompressedBytes) {
   EXPECT_NE(text.find(".f = float[1] {1};"), std::string::npos) << text;
 }
 
-/// Returns the lines of a text with one buffer of small numbers.
+/// Returns the lines of a text with one buffer of zeros. Expects that the text is read back as the
+/// same scene.
 std::vector<std::string> linesOf(DataType type, std::size_t count, const WriteOptions& options) {
   SceneBuilder made;
   const std::size_t bytes = count * zn::korvo_sdk::elementBytes(type);

@@ -1,4 +1,4 @@
-// Tests of the memory for writing: it does not depend on the size of the scene, and a failed
+// Tests of the memory for writing: it stays below a bound even if the text is larger, and a failed
 // allocation is reported.
 #include <gtest/gtest.h>
 
@@ -32,7 +32,7 @@ class CountingSink final : public vsa::Sink {
   std::uint64_t bytes = 0;
 };
 
-/// Adds nodes, arrays, strings and buffers that need some 15 MB of text.
+/// Adds nodes, arrays, strings and buffers that need more than 9 MB of text.
 void fill(Scene& scene) {
   SceneBuilder made;
   for (int i = 0; i < 150000; ++i) {

@@ -1,5 +1,6 @@
 // Tests of what a text cannot represent. Each problem is found before anything is written, with its
-// node, its input and the reason. With the option `lossy`, the text contains everything else.
+// node, its input and the reason. With the option `lossy`, the text contains everything else, and
+// for some values a similar one that a text can represent.
 #include <gtest/gtest.h>
 
 #include <bit>

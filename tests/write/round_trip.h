@@ -44,7 +44,8 @@ inline void expectCarried(const zn::korvo_sdk::Scene& scene,
   EXPECT_EQ(dumpOf(scene), dumpOf(again)) << written.text;
 }
 
-/// Expects that the scene has exactly one problem, and that no text is written.
+/// Expects that the scene has exactly one problem, which has this node, input and reason, and that
+/// no text is written.
 inline void expectRefused(const zn::korvo_sdk::Scene& scene, std::string_view node,
                           std::string_view input, std::string_view reason) {
   const vsa::TextResult written = vsa::writeText(scene);

@@ -82,7 +82,8 @@ TEST(WriteSink, FailureNeedsNoMessage) {
   EXPECT_EQ(result.message, "");
 }
 
-/// A sink whose error() throws. write() fails if `writes` is true, and otherwise throws.
+/// A sink whose error() throws. Its write() returns false if `writes` is true, and otherwise
+/// throws.
 template <class Thrown>
 class ThrowingErrorSink : public vsa::Sink {
  public:

@@ -1,4 +1,5 @@
-// Tests of the arguments of each diagnostic, which are the values in its message.
+// Tests of the arguments of the diagnostics, which are the values in their messages. Every id is
+// tested except TooManyArrayElements, which would need too much memory.
 #include <gtest/gtest.h>
 
 #include <functional>
@@ -160,7 +161,7 @@ TEST(DiagnosticArguments, OfWhatAHostThrowsOrLogs) {
   }
 }
 
-// A diagnostic about an exceeded limit has one argument, the value of that limit.
+// A diagnostic with the id OverLimit has one argument, the value of the exceeded limit.
 TEST(DiagnosticArguments, OfALimitAreItsValue) {
   const std::string text = "a x; a y; x.v[2].w = 1; x.n = 2.5; x.b = float[3] {1 2 3};";
   const std::pair<Limit, std::uint64_t vsa::ReadLimits::*> rows[] = {
@@ -211,7 +212,7 @@ TEST(DiagnosticArguments, AreFoundByTheirNames) {
   EXPECT_STREQ(vsa::argumentNames(EndMark), "");
 }
 
-// The records of the plain entry points and of the public API have the same arguments.
+// The records that the plain entry points give to a sink have arguments, too.
 TEST(DiagnosticArguments, AreInTheRecordsOfASink) {
   zn::korvo_sdk::Scene scene;
   const vsa_tools::ReadOutcome outcome = vsa_tools::captureRead([&] {

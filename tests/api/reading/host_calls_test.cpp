@@ -33,7 +33,7 @@ TEST(HostCalls, AReadingIntoTheSceneThatIsReadIntoIsUnreadable) {
     return true;
   };
   options.onDiagnostic = [&](const vsa::Diagnostic&) {
-    vsa::Scene other;  // while it is read into, `scene` is still locked
+    vsa::Scene other;  // while `other` is read into, `scene` is still locked
     vsa::ReadOptions inner;
     inner.onProgress = options.onProgress;
     EXPECT_TRUE(vsa::readTextInto(other, "lamp star;", inner).isComplete());
@@ -97,7 +97,8 @@ TEST(HostCalls, WhatACallbackLogsIsNotOfTheReading) {
 // A text with a narrowed value and an error that ends the parse.
 constexpr const char* FAULTY_TEXT = "lamp a: .p = 1; .p = 2.5; .q = ;";
 
-/// A scene that parses FAULTY_TEXT when a node is created and before the header is reset.
+/// A scene that parses FAULTY_TEXT when the reader creates a node, and when it asks the scene to
+/// reset the header.
 class ParsingScene : public zn::korvo_sdk::impl::NoScene {
  public:
   zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,

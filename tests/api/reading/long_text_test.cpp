@@ -20,7 +20,8 @@ namespace {
 using vsa::ReadOutcome;
 using vsa::ReadResult;
 
-/// A text of some 2 MB with many problems, and the offsets of their ranges.
+/// A text of some 2 MB with many problems, and the offsets at which their ranges begin: in `values`
+/// those of narrowed values, in `links` those of links to a missing node.
 struct LongText {
   LongText() {
     text = "lamp sun:\n.n = 1;\n";

@@ -1,5 +1,7 @@
 // Reads every case through the public API from a text, a file and a source. The scene and the log
-// must be the same as through the plain entry points.
+// must be the same as through the plain entry points. The order of consecutive warnings about
+// links, and diagnostics that only the public API reports, are not compared. The range of each
+// diagnostic must be inside the text.
 #include <gtest/gtest.h>
 
 #include <set>
@@ -28,8 +30,8 @@ std::string plainOutcome(std::string_view text) {
   return out.text();
 }
 
-// Returns options for the public API that give the same results as the plain entry points. Appends
-// the diagnostics to `log` in the order of the log.
+// Returns options for the public API that give the same results as the plain entry points. A
+// reading with them appends its diagnostics to `log` in the order of the log.
 vsa::ReadOptions plainOptions(std::vector<vsa::Diagnostic>& log) {
   vsa::ReadOptions options;
   options.onDiagnostic = [&log](const vsa::Diagnostic& found) { log.push_back(found); };

@@ -55,7 +55,8 @@ std::function<ReadOutcome()> limited(const std::function<void(ReadLimits&)>& set
   };
 }
 
-// Returns a reading from a source in which the function `failing` throws or fails.
+// Returns a reading from a source in which one function throws `thrown`: error(), size(), or read()
+// at every call or at every call except the first one.
 enum class Failing { Read, LaterRead, Size, Error };
 
 template <class Thrown>

@@ -1,5 +1,5 @@
-// Tests of limits: the diagnostic of an exceeded limit names the limit, and the memory beyond the
-// limit is not allocated.
+// Tests of limits: what each limit counts, the status and the diagnostic of a reading that exceeds
+// it, and that memory beyond the limit is not allocated.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -335,8 +335,7 @@ TEST(ReadLimits, ZeroDepthAllowsNoInputOfAnyStatement) {
   expectOver(Limit::Depth, vsa::readText(text + text + text, limitedTo({.depth = 0})));
 }
 
-// The maximum number of kept diagnostics also applies to diagnostics of limits and of the host, and
-// not only to those of statements.
+// The limits of kept diagnostics apply to messages of the host, too: their number and their bytes.
 TEST(ReadLimits, KeptDiagnosticsBoundMessagesOfTheHost) {
   HostScene scene;
   scene.options.onCall = [](const std::string& call) {

@@ -1,4 +1,4 @@
-// Tests of the status of a reading, for every way in which it can end.
+// Tests of the status of a reading: each status, and what else the result has in that case.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -319,7 +319,8 @@ TEST(ReadStatus, ANullTextOfASkippedBufferIsUnreadable) {
   EXPECT_EQ(loaded.message, "the text is null");
 }
 
-// All functions that read into a scene of the caller give the same result.
+// The functions that read into a scene of the caller give the same result, for the library's scene
+// and for a host's scene.
 TEST(ReadStatus, IsTheSameFromEverySource) {
   const std::string text = "lamp sun; sun.power = 2.5;";
   const DiskFile file(text);

@@ -151,7 +151,7 @@ TEST(WantedNodes, TakeNoMemoryForValuesThatAreDropped) {
   EXPECT_TRUE(vsa::readText(text, options).isComplete());
 }
 
-// The header is complete even if only some nodes are kept, or none.
+// The header is complete even if only some of the nodes are kept.
 TEST(WantedNodes, LeaveTheHeaderWhole) {
   const ReadResult result =
       vsa::readText("# version: 3\n# time: noon\n# third\nlamp a; lamp b;", wanting({"b"}));

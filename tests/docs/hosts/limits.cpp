@@ -1,5 +1,5 @@
-// Checks that the code block of the documentation (block.inc) sets the limits, and that the
-// defaults are those in its comments.
+// Checks that the code block of the documentation (block.inc) sets the limits, that the defaults
+// are those in its comments, and that a depth limit of more than 65535 becomes 65535.
 #include <vsa/vsa.h>
 
 int main() {

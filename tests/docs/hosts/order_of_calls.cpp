@@ -1,5 +1,7 @@
-// Prints each call that the reader makes to a scene for one statement, and the result of the call.
-// The classes here print each call and forward it to the library's scene.
+// Prints the calls that the reader makes to a scene for one statement, and their results. The
+// classes here forward the calls to the library's scene. Only those functions print that the
+// statement needs: typeName() and path(), for example, do not. The functions that change the
+// header, define a node or remove it do nothing.
 #include <cstdio>
 #include <map>
 #include <memory>

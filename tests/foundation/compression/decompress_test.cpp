@@ -29,7 +29,7 @@ const std::string HELLO = "hello hello hello hello";
 const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
 // "abc" in a stored block.
 const std::string STORED_TEXT = ".7801010300fcff616263024d0127";
-// A stream of 0 bytes.
+// No bytes, compressed.
 const std::string NOTHING_TEXT = ".789c030000000001";
 
 struct Outcome {
@@ -37,8 +37,8 @@ struct Outcome {
   std::string message;
 };
 
-/// Decompresses the text into memory of exactly `expected` bytes. The bytes after the result must
-/// still be zero.
+/// Decompresses the text into memory of exactly `expected` bytes. If that succeeds, the result must
+/// have at least one byte, and the bytes after it must still be zero.
 Outcome into(const std::string& text, std::size_t expected) {
   const std::unique_ptr<unsigned char[]> out(new unsigned char[expected]());
   String error;
@@ -246,7 +246,8 @@ TEST(Compress, WritesAPointAndLowerCaseDigits) {
   EXPECT_EQ(text.size() % 2, 1U);
 }
 
-/// Returns pseudo-random bytes from 0 to `limit` - 1. All of these values are equally frequent.
+/// Returns pseudo-random bytes from 0 to `limit` - 1. All of these values are about equally
+/// frequent.
 Bytes uniformBytes(std::size_t size, unsigned limit) {
   Bytes data;
   std::uint32_t state = 1;
@@ -304,7 +305,8 @@ TEST(Compress, TheSameBytesGiveTheSameText) {
   EXPECT_EQ(text.size(), 522189U);
   EXPECT_EQ(checksumOf(text), 534888934U);
   EXPECT_EQ(expand(text, data.size()).bytes, std::string(data.begin(), data.end()));
-  // Even without a match, the distance alphabet has two codes.
+  // The encoder writes two distance codes even for a block without a match. Otherwise this checksum
+  // would be another one.
   EXPECT_EQ(checksumOf(compressed(uniformBytes(300, 32))), 2993094616U);
 }
 

@@ -1,4 +1,5 @@
-// Compares our decoder of zlib streams with zlib. Built only if zlib is installed.
+// Tests of our decoder of zlib streams: streams that zlib writes, and streams that no encoder
+// writes. Built only if zlib is installed.
 #if defined(VSA_HAVE_ZLIB)
 
 #include <algorithm>

@@ -49,7 +49,7 @@ inline bool operator==(const Inflated& a, const Inflated& b) {
 constexpr unsigned char GUARD = 0xA5;
 
 /// Decodes a stream into memory of exactly `capacity` bytes, so that a sanitizer detects an access
-/// past its end.
+/// past its end. Of the bytes after the result, the decoder may set only the first 32 to zero.
 inline Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
   const std::unique_ptr<unsigned char[]> input(new unsigned char[stream.size()]);
   std::copy(stream.begin(), stream.end(), input.get());
@@ -69,7 +69,8 @@ inline Inflated ownInflate(const Bytes& stream, std::size_t capacity) {
   return {status, Bytes(output.get(), output.get() + length)};
 }
 
-/// Decodes a stream with zlib. `capacity` must be enough for the whole output.
+/// Decodes a stream with zlib. If the output needs more than `capacity` bytes, the status is
+/// EndsEarly, as for a truncated stream.
 inline Inflated zlibInflate(const Bytes& stream, std::size_t capacity) {
   z_stream state{};
   EXPECT_EQ(inflateInit(&state), Z_OK);
@@ -96,7 +97,7 @@ inline Bytes noise(std::size_t size, unsigned seed) {
   return bytes;
 }
 
-/// Returns data that has matches of all lengths and distances, and literals of different
+/// Returns data that has matches of many lengths and distances, and literals of different
 /// frequencies.
 inline Bytes mixture(std::size_t size, unsigned seed) {
   std::mt19937 random(seed);

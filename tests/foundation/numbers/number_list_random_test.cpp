@@ -1,5 +1,5 @@
-// Tests of readNumberRun() and all of its kernels with random lists, compared with strtod and
-// strtoll.
+// Tests of readNumberRun() and all of its kernels with random lists. The expected reals come from
+// strtof and strtod, and the expected integers from a simple conversion in this file.
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
@@ -115,7 +115,9 @@ class RandomTexts {
     return result;
   }
 
-  /// Returns a number close to 2^24, 2^53, 2^63 or a power of ten.
+  /// Returns a text whose digits are those of a number near 2^24, 2^53, 2^63, 10^15, 10^16 or
+  /// 10^18: at most 4 less or 4 greater. Some texts also have a point anywhere, an exponent, or
+  /// both.
   std::string nearPower() {
     const uint64_t centres[] = {uint64_t{1} << 24, uint64_t{1} << 53, uint64_t{1} << 63,
                                 1000000000000000,  10000000000000000, 1000000000000000000};
@@ -130,7 +132,8 @@ class RandomTexts {
   std::mt19937_64 random_;
 };
 
-/// Converts a text with the C library. Returns false if the value is out of range.
+/// These functions convert a text: a real with the C library, and an integer digit by digit. They
+/// return false if the value is out of range, and for an unsigned integer with a minus sign.
 bool reference(const std::string& text, float& out) {
   out = std::strtof(text.c_str(), nullptr);
   return std::isfinite(out);

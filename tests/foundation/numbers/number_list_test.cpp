@@ -128,8 +128,9 @@ TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   });
 }
 
-/// Returns a number of `length` characters that ends with the digits of its index in the list. The
-/// other digits are 1. A real of at least three characters has a point in the middle.
+/// Returns a number of `length` characters. Its last digits are those of its index in the list, as
+/// many as fit. The other digits are 1. In a real of at least three characters, a point replaces
+/// the character in the middle.
 template <class Number>
 std::string numberedField(size_t position, size_t length) {
   std::string field(length, '1');
@@ -244,7 +245,8 @@ TEST(NumberList, NothingOutsideIsRead) {
   });
 }
 
-/// Checks a file of tests/numbers as a list.
+/// Checks each text of a file of tests/numbers, alone, inside a list, and before a long list. Texts
+/// with a blank are skipped.
 template <class Number>
 void checkFile(const char* name) {
   std::ifstream file(std::filesystem::path(VSA_TEST_DIR) / "numbers" / name, std::ios::binary);

@@ -1,6 +1,7 @@
 // Tests of number_text with the files of tests/numbers, with texts that are hard to round, and with
-// texts of a million characters. The expected values come from strtod, which is exact. The program
-// stays in the C locale, because strtod expects another decimal point in some locales.
+// texts of a million characters. The expected values come from functions of the C library such as
+// strtod, which is exact. The tests run in the C locale, because strtod expects another decimal
+// point in some locales.
 
 #include "foundation/numbers/number_text.h"
 

@@ -1,5 +1,5 @@
 // Tests that conversions, messages and comparisons do not depend on the locale that the host has
-// set.
+// set. The exception is a real that String::format writes.
 #include <gtest/gtest.h>
 
 #include <sstream>

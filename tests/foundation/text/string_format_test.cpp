@@ -1,4 +1,5 @@
-// Tests of String::format: it gives the same text as printf, for texts of any length.
+// Tests of String::format: it gives the same text as printf, for texts of any length. The exception
+// is a text in which %c prints a NUL: it ends there.
 #include <gtest/gtest.h>
 
 #include <climits>

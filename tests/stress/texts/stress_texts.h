@@ -29,7 +29,7 @@ struct StressText {
   bool isOneTextPerLine = false;
 };
 
-/// Returns all stress texts.
+/// Returns all stress texts except those of manyTexts().
 std::vector<StressText> stressTexts();
 
 // Return the stress texts of one group each.

@@ -14,7 +14,8 @@ std::string deepPath(const char* step, int levels) {
   return path;
 }
 
-// Returns statements whose indices descend from 200000 to 0.
+// Returns statements whose indices descend from 200000 to 0 and then begin again with 200000, until
+// the text has at least `bytes` bytes.
 GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const char* before,
                                 const char* after) {
   GeneratedText made{std::string(head)};
@@ -26,8 +27,8 @@ GeneratedText descendingIndices(std::size_t bytes, std::string_view head, const 
   return made;
 }
 
-// Returns a statement with one large index: an eighth of the size of the text in bytes, but small
-// enough for the limit of empty elements.
+// Returns a statement with one large index, and `bytes` blanks. The index is an eighth of that
+// number, but small enough for the limit of empty elements.
 GeneratedText oneLargeIndex(std::size_t bytes, const char* value) {
   const std::size_t index = std::min<std::size_t>(bytes / 8, 524287);
   return repeatCharacter(bytes, "t n;n.a[" + std::to_string(index) + "]=" + value + ";", ' ', "");

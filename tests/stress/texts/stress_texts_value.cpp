@@ -88,8 +88,8 @@ class BitWriter {
   unsigned filled_ = 0;
 };
 
-// Returns a buffer of `declared` bytes with a zlib stream. `block` writes the DEFLATE blocks of the
-// stream.
+// Returns a buffer of `declared` bytes with a zlib stream. `block` writes one or more DEFLATE
+// blocks of the stream. The stream has no last block and no checksum.
 GeneratedText compressedBlocks(std::size_t bytes, std::uint64_t declared,
                                void (*block)(BitWriter&)) {
   BitWriter out;

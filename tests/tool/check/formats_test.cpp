@@ -40,7 +40,7 @@ class FormatsTest : public CommandFixture {
     return content("problems.txt");
   }
 
-  /// Returns a finding about the second line, with all members set.
+  /// Returns a finding about the second line, with a note, a hint and an edit.
   static Finding fullFinding() {
     Finding finding;
     finding.id = "some-rule";

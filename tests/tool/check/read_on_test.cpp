@@ -39,8 +39,8 @@ std::vector<std::string> linesAndIds(const std::string& output) {
   return found;
 }
 
-/// A statement with one mistake, and the id of the finding. `#` is replaced by a number that
-/// differs each time.
+/// A statement with one mistake, and the id of the finding. Each `#` except the first character of
+/// the text is replaced by a number that differs each time.
 struct Mistake {
   const char* text;
   const char* id;

@@ -1,5 +1,5 @@
 // Tests of docs/rules.md: each rule has a section, and the rule reports a finding for the example
-// in its section.
+// in its section. The examples of rules about the encoding are not tested.
 #include <gtest/gtest.h>
 
 #include <algorithm>

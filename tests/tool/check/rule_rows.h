@@ -1,5 +1,5 @@
-// The rows of the tests of rules: for each rule, texts that have a finding and texts that have
-// none.
+// The rows of the tests of rules: for each rule except those about types, texts that have a finding
+// of the rule and texts that have none.
 #pragma once
 
 #include <string>

@@ -1,5 +1,5 @@
-// Tests of the rules of vsa check. Each rule has a text with a finding, whose source range is
-// between « and », and a text without a finding.
+// Tests of the rules of vsa check. Each rule except those about types has a text with a finding,
+// whose source range is between « and », and a text without a finding of that rule.
 #include "tools/vsa/check/rules/rule.h"
 
 #include <gtest/gtest.h>

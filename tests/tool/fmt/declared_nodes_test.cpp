@@ -1,4 +1,4 @@
-// Tests of DeclaredNodes with more names than fit into its first table.
+// Tests of DeclaredNodes: the nodes of earlier parts, and more names than fit into its first table.
 #include <gtest/gtest.h>
 
 #include <string>

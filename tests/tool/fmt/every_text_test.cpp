@@ -1,5 +1,6 @@
-// Formats every case, example and shared scene. The scene and the log must stay the same.
-// Formatting the formatted text again must not change it.
+// Formats every case, regression, example and shared scene, and random texts. If the text is read
+// completely, the scene and the messages must stay the same, and formatting the formatted text
+// again must not change it. Positions and the order of messages are not compared.
 #include <gtest/gtest.h>
 
 #include <algorithm>

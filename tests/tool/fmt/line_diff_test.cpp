@@ -1,4 +1,5 @@
-// Tests of matchLines() and printDiff(): applying their result to one text gives the other text.
+// Tests of matchLines() and printDiff(): the matched lines are equal and in order, and the printed
+// differences have the form of a unified diff.
 #include <gtest/gtest.h>
 
 #include <cstdio>

@@ -1,4 +1,5 @@
-// Tests of ShortListSource: reading its text has the same result as reading the original text.
+// Tests of ShortListSource: what it delivers for long lists and buffers, how it divides a text into
+// parts, and that reading its text finds the same mistakes as reading the original text.
 #include <gtest/gtest.h>
 
 #include <string>

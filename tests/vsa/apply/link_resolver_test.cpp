@@ -255,8 +255,8 @@ TEST(ResolveText, FailedLinkDoesNotStopOthers) {
   EXPECT_NE(std::find(calls.begin(), calls.end(), "a.z.setNode a"), calls.end());
 }
 
-// The table has one pending link for each input. It is the link of the last statement that assigns
-// to the input.
+// There are two tables, one of connections and one of references. Each has at most one pending link
+// for each input: that of the last such statement that assigns to the input.
 TEST(ResolveText, TablesContainTheLastStatementOfAnInput) {
   vsa_tests::PrimedParser primed("a.x |= a.one; a.x |= a.two; a.y = a;");
   HostNode* const node = primed.scene.add("lamp", "a");

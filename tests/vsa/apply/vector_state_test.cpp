@@ -37,7 +37,7 @@ std::string listOf(const char* number) {
 }
 
 TEST(VectorState, UpperHalvesAreNotInUseAfterARead) {
-  // The test requires a processor that reports which registers are in use.
+  // Without a processor that reports which registers are in use, the test checks nothing.
   if (!__builtin_cpu_supports("avx") || !reportsRegistersInUse()) return;
   const char* const lists[][2] = {{"float", "1"},
                                   {"float", "1.5"},

@@ -90,8 +90,7 @@ TEST(NormalizedList, EveryByteAtEveryPositionOfAStep) {
   }
 }
 
-// A kernel processes a block of bytes in each step. It must recognise every byte at every position
-// of the block.
+// A run of 65 equal bytes is longer than the block that a kernel processes in one step.
 TEST(NormalizedList, EverySingleByte) {
   for (int byte = 0; byte < 256; ++byte) {
     for (const char* const first : {"1", "b", "."}) {

@@ -27,7 +27,7 @@ class RuleFindings {
   /// Begins a finding of a rule that runs, and returns it. The caller completes the finding. It is
   /// delivered when the next finding is added.
   Finding& add(RuleId rule, std::optional<vsa::TextRange> range, std::string message);
-  /// Delivers the last finding.
+  /// Delivers the last finding, if there is one.
   void finish();
 
  private:

@@ -1,4 +1,5 @@
-// Rules about index buffers: each index must be that of a point of the same node.
+// Rules about index buffers: each index must be that of a point of the same node. Inputs with
+// indices and points are recognised by their names.
 #include <algorithm>
 #include <memory>
 #include <optional>
@@ -53,9 +54,9 @@ std::optional<std::size_t> indexBeyond(const BufferView& buffer, std::uint64_t c
   }
 }
 
-// Returns the input with the points of the node: a buffer whose elements are points in 2D or 3D.
-// Returns a missing input if there is none, or if the input is connected, because its points are
-// then unknown.
+// Returns the input with the points of the node: the first of POINT_NAMES that is a buffer whose
+// elements have two or three components. Returns a missing input if there is none, or if that input
+// is connected, because its points are then unknown.
 InputView pointsOf(const NodeView& node) {
   for (const char* name : POINT_NAMES) {
     const InputView input = node[name];

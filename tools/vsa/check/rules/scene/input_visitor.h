@@ -8,7 +8,8 @@
 
 namespace vsa_tools {
 
-/// Calls `visit(input, type)` for each input of the node, its elements and members.
+/// Calls `visit(input, type)` for each input of the node, and then for all elements and members in
+/// no particular order.
 template <class Visit>
 void visitInputs(const vsa::NodeView& node, const Visit& visit) {
   std::vector<vsa::InputView> waiting;

@@ -111,8 +111,8 @@ std::string namesOf(const LinkGraph::Circle& circle) {
   return names.substr(0, names.size() - 2);
 }
 
-// Adds a finding for each circle of the graph. A link from a node to itself is a circle of one
-// node.
+// Adds a finding for each circle that the search finds. A link from a node to itself is a circle of
+// one node. Another rule reports a connection of a node to itself.
 void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& found) {
   graph.findCircles([&](const LinkGraph::Circle& circle) {
     const InputView closing = circle.closing;

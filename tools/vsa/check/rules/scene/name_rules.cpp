@@ -38,8 +38,9 @@ bool isLetterAt(std::string_view name, std::size_t i) {
   return !(name[i] >= '0' && name[i] <= '9');
 }
 
-// Finds names of the same length that differ in one letter. Without that letter they are equal, so
-// the key is the name without the letter, together with the position of the letter.
+// Finds names of the same length that differ in one character that is not a digit. Without that
+// character they are equal, so the key is the name without the character, together with its
+// position.
 void findSameButLetter(SceneFindings& found) {
   std::unordered_map<std::string, std::string_view> names;
   for (const NodeView node : found.input().scene.nodes()) {

@@ -121,8 +121,8 @@ class ArrayRules final : public StatementRule {
     }
   }
 
-  // Records the nodes that this text creates. The elements of an array are known only in such a
-  // node.
+  // Records the nodes that this text creates, and those that it removes. The elements of an array
+  // are known only in a node that this text has created.
   void visitNode(const StatementView& view) {
     if (view.kind() == vsa::StatementKind::Remove) {
       nodes_.remove(view.nodeKey);
@@ -147,7 +147,8 @@ class ArrayRules final : public StatementRule {
     return shortened(path);
   }
 
-  // Records that a statement names the element with the index `step`. Returns the index.
+  // Records that a statement names the element with the index `step`. Returns the index, or 0 if it
+  // has no number.
   std::uint64_t use(ArrayUse& array, const StatementView& view, std::string_view step) {
     if (isStar(step)) return array.size++;
     const std::optional<std::uint64_t> index = numberIn(step);

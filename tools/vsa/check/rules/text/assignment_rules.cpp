@@ -22,7 +22,7 @@ using vsa::StatementKind;
 class AssignedInputs {
  public:
   /// Returns the key of the input that the statement assigns, or nothing if the rules ignore the
-  /// statement.
+  /// statement. Must be called for all statements in their order, because they may remove nodes.
   std::optional<PathKey> of(const StatementView& view) {
     if (view.kind() == StatementKind::Remove) nodes_.remove(view.nodeKey);
     if (isMisplaced(view)) return std::nullopt;

@@ -90,8 +90,8 @@ class BufferRules final : public StatementRule {
                        : "write the count of the data, `[" + std::to_string(whole) + "]`";
   }
 
-  // Checks the digits after a period if the type cannot be compressed. A number with many such
-  // digits is probably compressed data.
+  // Checks the digits after a period if the type cannot be compressed. A number with at least 20
+  // characters there is probably compressed data.
   void checkDigits(const BufferLiteral& literal, std::size_t content) {
     const std::string_view digits = literal.list.substr(content + 1);
     const std::size_t end = digits.find_first_of(" \t\r\n\v\f,}");

@@ -1,4 +1,5 @@
-// Rules about comments that resemble a version or a time, and about invalid times.
+// Rules about comments that resemble a version or a time, and about comments that set the time by
+// chance.
 #include <algorithm>
 #include <cctype>
 #include <string>
@@ -18,9 +19,9 @@ std::string_view trimmed(std::string_view text) {
   return text;
 }
 
-// Returns the number after `word` at the beginning of a text. The case of letters is ignored.
-// Blanks, ":" or "=" must be between the word and the number. Returns an empty text if there is no
-// such number.
+// Returns the text from the number on that follows `word` at the beginning of a text. The case of
+// letters is ignored. Blanks, tabs, ":" or "=" must be between the word and the number. Returns an
+// empty text if there is no such number.
 std::string_view numberBehind(std::string_view text, std::string_view word) {
   if (text.size() <= word.size()) return {};
   const bool isWord = std::equal(word.begin(), word.end(), text.begin(), [](char a, char b) {

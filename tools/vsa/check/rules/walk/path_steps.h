@@ -30,16 +30,17 @@ inline bool isIndex(std::string_view step) {
   return step.starts_with('[');
 }
 
-/// Returns whether an index is "[*]".
+/// Returns whether an index is "[*]", possibly with blanks.
 inline bool isStar(std::string_view index) {
   return index.find('*') != std::string_view::npos;
 }
 
-/// Returns the number in an index, or nothing if it has none.
+/// Returns the number in an index, or nothing if it has none. Returns 0 for a number that exceeds
+/// 64 bits.
 std::optional<std::uint64_t> numberIn(std::string_view index);
 
-/// Returns the last name in a path. It is the name of the input or member that the statement
-/// assigns.
+/// Returns the last name in a path, or an empty text if it has none. It is the name of the input or
+/// member that the statement assigns, or of the array whose element it assigns.
 std::string_view lastName(std::string_view path);
 
 }  // namespace vsa_tools

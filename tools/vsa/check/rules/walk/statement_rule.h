@@ -20,7 +20,7 @@ enum StatementTrait : unsigned {
   WITH_PATH = 8,   ///< The path begins with a period.
   LONG_PATH = 16,  ///< The path has members or indices.
   STRING = 32,     ///< The value is a string.
-  REFERENCE = 64,  ///< The value is a word.
+  REFERENCE = 64,  ///< The value is a word without a list.
   INTEGER = 128,   ///< The value is an integer.
   TUPLE = 256,     ///< The value is a tuple.
   BUFFER = 512,    ///< The value is a buffer.
