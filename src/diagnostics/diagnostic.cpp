@@ -13,10 +13,10 @@ namespace zn::korvo_sdk {
 namespace {
 
 thread_local DiagnosticSink* threadSink = nullptr;
-thread_local const ScopedReadingSinks* reading = nullptr;  // the innermost reading of this thread
+thread_local const ScopedReadingSinks* reading = nullptr;  // the sinks installed last
 
-// Whether diagnostics are logged as lines. This is the case if no reading is running, or if another
-// diagnostic sink was installed after the sink of the reading.
+// Whether diagnostics are logged as lines. This is the case if there are no ScopedReadingSinks, as
+// in the plain interface, or if another diagnostic sink was installed after them.
 bool hasLines() {
   return reading == nullptr || threadSink != &reading->records();
 }
@@ -81,8 +81,9 @@ ScopedReadingSinks::~ScopedReadingSinks() {
   setThreadLogSink(previousLines_);
 }
 
-// Removes the sinks of all readings of this thread. The sinks that were installed before the
-// readings become active again.
+// Removes the sinks of all readings of this thread. A sink that the host has installed during a
+// reading stays. If there is none, the sinks that were installed before the readings become active
+// again.
 ScopedHostSinks::ScopedHostSinks() noexcept : reading_(reading) {
   if (reading_ == nullptr) return;
   reading = nullptr;

@@ -1,5 +1,5 @@
-// Emitter: creates the diagnostic for a problem, reports it to a sink, and logs its line. The
-// compiler checks the arguments of each message against the format of the message. Internal.
+// Emitter: creates the diagnostic for a problem, and either throws it or reports it to a sink and
+// logs its line. The compiler checks the arguments of a message against its format. Internal.
 #pragma once
 
 #include <cstdint>
@@ -36,7 +36,8 @@ constexpr char conversionFor() {
 }
 
 /// Whether the conversions of `format` are those in `conversions`, in this order. `conversions`
-/// contains the last character of each conversion.
+/// contains the last character of each conversion. A conversion may have the modifiers l and ll,
+/// but no flags, width or precision. `format` must not contain "%%".
 constexpr bool formatMatches(const char* format, const char* conversions) {
   for (; *format != '\0'; ++format) {
     if (*format != '%') continue;
@@ -97,14 +98,15 @@ requires std::is_integral_v<T> String printed(T number) {
 
 }  // namespace diagnostic_detail
 
-/// Reports a diagnostic to the sink of this thread and logs its line. Does not end the parse, even
-/// if the diagnostic is Fatal.
+/// Reports a diagnostic to the sink of this thread, if there is one. Logs its line, except while a
+/// RecordSink is the sink (see reading_sinks.h). Does not end the parse, even if the diagnostic is
+/// Fatal.
 void emit(const Diagnostic& diagnostic);
 
 /// Whether this thread has a sink to which `emit` reports diagnostics.
 bool isReported();
 
-/// Reports and logs the error that stopped a parse. A DiagnosticError contains the diagnostic to
+/// Like `emit`, for the error that stopped a parse. A DiagnosticError contains the diagnostic to
 /// report. For any other exception, the diagnostic is a HostError.
 void emitFatal(const std::runtime_error& error);
 

@@ -7,9 +7,9 @@
 
 namespace zn::korvo_sdk {
 
-/// A sink for the diagnostics of a reading. While it is installed, diagnostics are not formatted as
-/// lines and not logged. An exception that this sink throws has the same effect as an exception of
-/// a LogSink (see <vsa/foundation/log.h>).
+/// A sink for the diagnostics of a reading. While it is the diagnostic sink that was installed
+/// last, diagnostics are not formatted as lines and not logged. An exception that this sink throws
+/// has the same effect as an exception of a LogSink (see <vsa/foundation/log.h>).
 class RecordSink : public DiagnosticSink {
  public:
   /// Called before the reader formats a diagnostic that does not stop the parse. Returns false to
@@ -57,8 +57,9 @@ class ScopedHostSinks {
   LogSink* previousLines_ = nullptr;
 };
 
-/// Returns the result of RecordSink::wants for the reading of this thread. Returns true if no
-/// reading is running.
+/// Returns the result of RecordSink::wants for the ScopedReadingSinks of this thread. Returns true
+/// if diagnostics are logged as lines: if there are no ScopedReadingSinks, or if another diagnostic
+/// sink was installed after them.
 bool isWanted(DiagnosticId id);
 
 }  // namespace zn::korvo_sdk

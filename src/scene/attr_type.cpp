@@ -1,5 +1,5 @@
-// The table of attribute types. Each row contains the display name and the number of real
-// components.
+// The table of attribute types. Each row contains the display name and the number of components,
+// which is 0 for a type that is not a tuple.
 #include <vsa/scene/attr_type.h>
 
 namespace zn::korvo_sdk {

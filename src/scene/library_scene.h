@@ -34,7 +34,8 @@ class LibraryScene {
   ~LibraryScene() = default;
 };
 
-/// Returns the LibraryScene of a scene of the library. Returns null for a host's scene.
+/// The type of a function that returns the LibraryScene of a scene of the library, and null for a
+/// host's scene.
 using LibrarySceneOf = LibraryScene* (*)(interfaces::IScene& scene) noexcept;
 
 /// Sets the function that `libraryScene` calls. Every scene of the library sets the same function.

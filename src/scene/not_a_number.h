@@ -18,7 +18,8 @@ bool isOtherNan(double number) noexcept;
 bool haveOtherNan(std::span<const double> numbers) noexcept;
 
 /// Whether a buffer contains a NaN that a text cannot represent. `bytes` are the elements of the
-/// buffer and need not be aligned. Returns false for elements of integers.
+/// buffer and need not be aligned. Returns false if the components of the elements are not floats
+/// or doubles.
 bool haveOtherNan(DataType elements, std::span<const std::byte> bytes) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -12,13 +12,14 @@
 
 namespace zn::korvo_sdk {
 
-/// The type of a function that returns the number of typed elements at the start of `array`.
-/// IInput::set leaves the type of a typed element as it is, whatever type is passed.
+/// The type of a function that returns the number of typed elements at the start of `array`. The
+/// reader need not set the type of a typed element: it is not Null, and if it has the element type
+/// of `array`, it is not a buffer or an array without an element type of its own.
 using TypedPrefixOf = std::uint64_t (*)(interfaces::IInput& array) noexcept;
 
 /// Sets the function that `typedPrefixOf` calls. Every scene of the library sets the same function.
 void setTypedPrefix(TypedPrefixOf function) noexcept;
-/// Returns the result of that function. Returns 0 if the scene does not store the number.
+/// Returns the result of that function. Returns 0 if `array` is an input of a host's scene.
 std::uint64_t typedPrefixOf(interfaces::IInput& array) noexcept;
 
 }  // namespace zn::korvo_sdk

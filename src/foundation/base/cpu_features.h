@@ -2,7 +2,7 @@
 //
 // Some functions have several implementations (kernels), each for another instruction set. They
 // call the functions of this header to select a kernel at run time. One build therefore runs on all
-// processors.
+// processors of its architecture.
 #pragma once
 
 namespace zn {

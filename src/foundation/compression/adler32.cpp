@@ -3,8 +3,8 @@
 // MAX_RUN bytes, the largest number of bytes for which both sums fit into 32 bits.
 //
 // The SSE2 kernel processes 16 bytes per step. One instruction adds the 16 bytes (the sum of
-// absolute differences from zero). Another instruction multiplies each byte by the number of times
-// that `high` includes it, and adds the products.
+// absolute differences from zero). Another one multiplies each byte by the number of times that
+// `high` includes it, and adds the products.
 #include "foundation/compression/adler32.h"
 
 #include <algorithm>

@@ -11,8 +11,8 @@
 namespace zn {
 
 /// Is notified while a text is decompressed. beforeRun() is called before each run is read: a part
-/// of the text that represents at most 8 KiB of compressed data. An exception from beforeRun() ends
-/// the decompression.
+/// of the text that represents at most 8 KiB of compressed data. It is also called when nothing is
+/// left to read. An exception from beforeRun() ends the decompression.
 class RunObserver {
  public:
   virtual void beforeRun() = 0;
@@ -22,8 +22,9 @@ class RunObserver {
 };
 
 /// Decompresses the `size` characters at `data` into `out`, which has `capacity` bytes. Sets
-/// `length` to the number of bytes written. Returns the error, or nullopt if there is none. After
-/// an error, some bytes of `out` may have changed. `observer` may be null.
+/// `length` to the number of bytes written, also after an error. Returns the error, or nullopt if
+/// there is none. After an error, any byte of `out` may have changed. `out` may be null if
+/// `capacity` is 0. `observer` may be null. Throws only the exceptions of `observer`.
 std::optional<korvo_sdk::DiagnosticId> expandCompressedText(const unsigned char* data,
                                                             std::size_t size, unsigned char* out,
                                                             std::size_t capacity,

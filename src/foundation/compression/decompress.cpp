@@ -1,9 +1,10 @@
 // Decompresses and compresses texts.
 //
-// The digits are converted to bytes in short runs, and the decoder writes directly to the caller's
-// memory. So neither the stream nor the output is in memory twice. The decoder may stop before the
-// end of the text. The characters after that point are checked, too, because an error about an
-// invalid character anywhere in the text takes precedence over an error of the decoder.
+// When a text is decompressed, its digits are converted to bytes in short runs, and the decoder
+// writes directly to the memory that the caller gets. So the stream is never in memory as a whole,
+// and the output is there only once. The decoder may stop before the end of the text. The
+// characters after that point are checked, too, because an error about an invalid character
+// anywhere in the text takes precedence over all other errors.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>
@@ -79,11 +80,12 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
 }
 
 // Allocates memory in steps, because a text may declare a size that is much too large. The first
-// capacity is eight times the size of the stream, which is enough for most data. If a capacity is
-// too small, the text is decompressed again with eight times the capacity. The output is then
-// larger than the capacity that was too small. So the time and the memory depend on the output and
-// not on the declared size. All failed attempts together decompress at most 8/7 (1 + 1/8 + 1/64 +
-// ...) of the capacity of the last failed attempt.
+// capacity is eight times the size of the stream, which is enough for most data, but at least
+// MIN_GUESS bytes. No capacity is larger than the declared size. If a capacity is too small, the
+// text is decompressed again with eight times the capacity. The output is then larger than the
+// capacity that was too small. So the time and the memory depend on the output and not on the
+// declared size. All failed attempts together decompress at most 8/7 (1 + 1/8 + 1/64 + ...) of the
+// capacity of the last failed attempt.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;

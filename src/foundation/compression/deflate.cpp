@@ -1,10 +1,11 @@
 // The encoder of zlib streams.
 //
-// The encoder finds matches (LZ77) with hash chains: each chain links earlier positions with the
-// same first bytes. The number of steps along a chain is bounded. If the next position has a longer
-// match, the encoder writes a literal and uses that match instead (lazy matching). The encoder
-// first collects the literals and matches of a block. It then writes the block as the smallest of
-// three types: stored, with the fixed codes, or with dynamic codes.
+// The encoder finds matches (LZ77) with hash chains: each chain links earlier positions whose first
+// bytes have the same hash. The number of steps along a chain is bounded. If a match is shorter
+// than GOOD_MATCH and the next position has a longer match, the encoder writes a literal and uses
+// that match instead (lazy matching). The encoder first collects the literals and matches of a
+// block. It then writes the block as the smallest of three types: stored, with the fixed codes, or
+// with dynamic codes.
 #include "foundation/compression/deflate.h"
 
 #include <algorithm>
@@ -29,7 +30,8 @@ using namespace deflate_format;
 // The minimum length of a match that the encoder writes. The format also allows matches of 3 bytes,
 // but the codes of such a match rarely take fewer bits than three literals.
 constexpr std::size_t MIN_USED_MATCH = 4;
-// The search for a longer match ends when a match has at least this length.
+// The search for a longer match, at this position and at the next one, ends when a match has at
+// least this length.
 constexpr std::size_t GOOD_MATCH = 64;
 constexpr int MAX_CHAIN_STEPS = 48;
 constexpr unsigned HASH_BITS = 15;
@@ -71,8 +73,9 @@ Symbol lengthSymbol(unsigned length) {
   return {FIRST_LENGTH_SYMBOL + index, range.extraBits, length - range.base};
 }
 
-// Returns the symbol of a distance. There are two symbols for each power of two. The two highest
-// bits of distance - 1 select one of the two.
+// Returns the symbol of a distance. The distances 1 to 4 have the symbols 0 to 3. For larger
+// distances, there are two symbols for each power of two: the position of the highest bit of
+// distance - 1 selects the two symbols, and the bit below it one of them.
 Symbol distanceSymbol(unsigned distance) {
   const unsigned from = distance - 1;
   const unsigned shift = from < 4 ? 0 : static_cast<unsigned>(std::bit_width(from)) - 2;
@@ -134,8 +137,10 @@ class MatchFinder {
   MatchFinder(const unsigned char* data, std::size_t size)
       : data_(data), size_(size), heads_(std::size_t{1} << HASH_BITS), earlier_(WINDOW_BYTES) {}
 
-  // Returns the longest match for the bytes at `at`. Searches the positions that were passed to
-  // `enter`. All of these are before `at`. The length of the result is 0 if there is no match.
+  // Returns the longest match that it finds for the bytes at `at`. Searches the positions that were
+  // passed to `enter`, the latest first. All of these are before `at`. Stops after MAX_CHAIN_STEPS
+  // positions and at a match of GOOD_MATCH bytes. The length of the result is 0 if no match has at
+  // least MIN_USED_MATCH bytes.
   Match find(std::size_t at) const {
     Match best;
     if (size_ - at < MIN_USED_MATCH) return best;
@@ -153,7 +158,8 @@ class MatchFinder {
     return best;
   }
 
-  // Adds the position `at` to its hash chain. Positions must be added in ascending order.
+  // Adds the position `at` to its hash chain. Positions must be added in ascending order. Does
+  // nothing if fewer than MIN_USED_MATCH bytes are left.
   void enter(std::size_t at) {
     if (size_ - at < MIN_USED_MATCH) return;
     std::size_t& head = heads_[hashAt(at)];
@@ -187,8 +193,8 @@ unsigned repetitionSymbol(std::uint8_t length, unsigned times) {
   return times <= maxOf(repetitionRange(REPEAT_ZERO)) ? REPEAT_ZERO : REPEAT_ZERO_OFTEN;
 }
 
-// Returns the symbols that represent the code lengths in the stream. Repeated lengths become
-// repetition symbols.
+// Returns the symbols that represent the code lengths in the stream. Runs of equal lengths become
+// repetition symbols if they are long enough.
 std::vector<Symbol> packCodeLengths(const std::vector<std::uint8_t>& lengths) {
   constexpr unsigned MIN_REPETITION = 3;
   std::vector<Symbol> packed;

@@ -16,14 +16,13 @@ class StreamSink {
 };
 
 /// Compresses the `size` bytes at `data` and writes the zlib stream to `out`, block by block.
-/// `data` may be null if `size` is 0. Uses about 2 MB of memory, independent of `size`. Throws
+/// `data` may be null if `size` is 0. Uses less than 2 MB of memory, independent of `size`. Throws
 /// std::bad_alloc and the exceptions of `out`.
 void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out);
 
 /// Returns the zlib stream of the `size` bytes at `data`. `data` may be null if `size` is 0. Takes
-/// time proportional to `size`. The stream may be longer than the data: by 6 bytes of header and
-/// checksum, and by at most 5 bytes for each block and for each 65535 bytes of data. Throws
-/// std::bad_alloc.
+/// time proportional to `size`. The stream is longer than the data by at most 11 bytes, and 5 bytes
+/// more for each full 32 KiB of data. Throws std::bad_alloc.
 std::vector<unsigned char> deflateStream(const unsigned char* data, std::size_t size);
 
 }  // namespace zn

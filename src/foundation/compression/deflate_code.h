@@ -13,15 +13,15 @@ struct Code {
   std::vector<std::uint16_t> bits;
 };
 
-/// Returns the canonical code of the given lengths. The lengths must not be over-subscribed: the
-/// sum of 2^-length over all codes must be at most 1.
+/// Returns the canonical code of the given lengths of at most 15 bits. The lengths must not be
+/// over-subscribed: the sum of 2^-length over all codes must be at most 1.
 Code codeOfLengths(std::vector<std::uint8_t> lengths);
 
 /// Returns a complete code of at most `maxBits` bits. Symbols with a high frequency get short
 /// codes. Symbols of frequency 0 get no code. Exception: at least two symbols get a code, because
-/// some decoders do not accept fewer. The alphabet must have 2 to 288 symbols. `maxBits` must be at
-/// least 7 for up to 19 symbols, and 15 for more symbols: these are the limits of the format. The
-/// sum of the frequencies must be less than 2^32.
+/// some decoders do not accept fewer. The alphabet must have 2 to 288 symbols. `maxBits` must be
+/// 15, or 7 to 15 for up to 19 symbols: 7 and 15 are the limits of the format. The sum of the
+/// frequencies must be less than 2^32.
 Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits);
 
 }  // namespace zn::deflate

@@ -49,8 +49,9 @@ struct ValueRange {
   std::uint8_t extraBits;
 };
 
-/// Returns the ranges of the length symbols from FIRST_LENGTH_SYMBOL on. There are four symbols for
-/// each power of two. The last symbol represents only the longest match.
+/// Returns the ranges of the length symbols from FIRST_LENGTH_SYMBOL on. The first eight symbols
+/// represent one length each. After them, four symbols have one extra bit, the next four have two,
+/// and so on. The last symbol represents only the longest match.
 constexpr auto makeLengthRanges() {
   std::array<ValueRange, LITLEN_COUNT - FIRST_LENGTH_SYMBOL> ranges{};
   unsigned base = MIN_MATCH;
@@ -63,7 +64,8 @@ constexpr auto makeLengthRanges() {
   return ranges;
 }
 
-/// Returns the ranges of the distance symbols. There are two symbols for each power of two.
+/// Returns the ranges of the distance symbols. The first four symbols represent one distance each.
+/// After them, two symbols have one extra bit, the next two have two, and so on.
 constexpr auto makeDistanceRanges() {
   std::array<ValueRange, DISTANCE_COUNT> ranges{};
   unsigned base = 1;

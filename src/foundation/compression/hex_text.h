@@ -11,7 +11,8 @@ namespace zn {
 
 /// Converts the digits of a text to the bytes that inflateStream() reads. Converts one run of at
 /// most 8 KiB of bytes at a time, so that only this run is in memory. Digits may be in upper or
-/// lower case. White space may be between any two digits. The text must outlive the feed.
+/// lower case. White space may be before, between and after the digits. The text must outlive the
+/// feed.
 class HexFeed final : public ByteFeed {
  public:
   /// Creates a feed for the `size` characters at `text`.
@@ -20,19 +21,21 @@ class HexFeed final : public ByteFeed {
   HexFeed(const unsigned char* text, std::size_t size) : text_(text), textEnd_(text + size) {}
 
   /// Sets the observer, which may be null. Each call of next() calls the observer before it
-  /// converts a run. An exception of the observer ends next().
+  /// converts a run, also if no run is left. An exception of the observer ends next().
   void setObserver(RunObserver* observer) { observer_ = observer; }
 
-  /// Sets `bytes` to the next run of complete bytes and returns its size. The input ends at the end
-  /// of the text, or before the first character that is neither a digit nor white space.
+  /// Sets `bytes` to the next run of complete bytes and returns its size. Returns 0 at the end of
+  /// the input. The input ends at the end of the text, or before the first character that is
+  /// neither a digit nor white space.
   std::size_t next(const unsigned char*& bytes) override;
 
-  /// Reads the rest of the text. Then the functions below apply to the whole text.
+  /// Reads the rest of the text, but stops after a character that is neither a digit nor white
+  /// space. Then the functions below apply to the text up to there.
   void skipRest();
 
   // The following functions describe the text that has been read.
 
-  /// Whether a character is neither a digit nor white space.
+  /// Whether the text contains a character that is neither a digit nor white space.
   bool hasBadCharacter() const { return hasBadCharacter_; }
   /// Whether the text contains a digit.
   bool hasDigit() const { return hasDigit_; }

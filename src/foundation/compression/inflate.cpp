@@ -83,8 +83,8 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Gets the next input run. Updates the checksum before that, once per run. The output of a short
-// run is then still in the cache.
+// Gets the next input run. Returns false at the end of the input. Updates the checksum before that,
+// once per run. The output of a short run is then still in the cache.
 bool Inflater::nextRun() {
   sumOutput();
   const std::size_t size = feed_.next(in_);
@@ -267,7 +267,8 @@ bool Inflater::isFastLoopPossible() const {
   return inEnd_ - in_ >= FAST_INPUT_BYTES && end_ - out_ >= FAST_OUTPUT_BYTES;
 }
 
-// Decodes symbols while isFastLoopPossible() is true.
+// Decodes symbols. Returns Step::Next as soon as isFastLoopPossible() is false, otherwise the end
+// of the block or the error.
 Inflater::Step Inflater::fastLoop(const Table& litlenTable, const Table& distanceTable) {
   const Table litlen = litlenTable;
   const Table distances = distanceTable;

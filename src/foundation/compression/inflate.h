@@ -40,7 +40,8 @@ enum class InflateStatus {
 
 /// Decodes the stream of `feed` into `out`, which has `capacity` bytes. `out` may be null if
 /// `capacity` is 0. Sets `length` to the number of decoded bytes. After an error, `length` is the
-/// number of bytes decoded before the error.
+/// number of bytes decoded before the error. An exception of `feed` ends the decoding and is passed
+/// on. `length` then does not change.
 ///
 /// Never writes at or after `out + capacity`. May set up to 32 bytes from `out + length` on to
 /// zero. Changes no other byte after the decoded bytes. If `out` is zeroed memory, all bytes after

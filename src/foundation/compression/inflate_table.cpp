@@ -1,8 +1,8 @@
 // Builds the tables of canonical codes. The codes are sorted by length and then by symbol. Each
-// code is the previous code plus one.
+// code is the previous code plus one, followed by zeros if the code is longer.
 //
 // A stream contains the highest bit of a code first. The decoder reads this bit as the lowest bit,
-// so the codes in this file have their bits in reverse order. The codes of up to n bits fill the
+// so the codes in this file have their bits in reverse order. The codes of up to n bits are in the
 // first 2^n primary slots. Before the codes of n + 1 bits are added, these slots are copied to the
 // next 2^n slots, because bit n does not change the meaning of a shorter code.
 #include "foundation/compression/inflate_table.h"

@@ -1,7 +1,7 @@
 // Look-up tables that decode the next bits of a deflate stream to a symbol. Internal.
 //
 // The next `primaryBits` bits of the stream, read as a number, index the table. A code of up to
-// `primaryBits` bits fills every slot whose index begins with the bits of the code, so one look-up
+// `primaryBits` bits fills every slot whose index has the code in its lowest bits, so one look-up
 // finds its entry. A longer code leads to a subtable after the primary slots. The following bits of
 // the stream index the subtable. An entry is one 32-bit number:
 //
@@ -9,8 +9,8 @@
 //   bits 8..11   the number of bits of the code. The other dropped bits are the extra bits.
 //   bit  13      the end of the block
 //   bit  14      a subtable. Bits 8..11: its index bits. Bits 16..30: the slot where it starts.
-//   bit  15      NO_VALUE: a subtable, the end of the block, or, if no other bit is set, no code
-//   bits 16..30  the value: a literal byte, or the base of a length or distance
+//   bit  15      NO_VALUE: a subtable, the end of the block, or, if bits 13 and 14 are 0, no symbol
+//   bits 16..30  the value: a literal byte, the base of a length or distance, or a code length
 //   bit  31      a literal byte
 //
 // In the entries of a subtable, both numbers of bits exclude the primary bits.
@@ -70,7 +70,8 @@ enum class Alphabet { Litlen, Distance, CodeLength };
 /// Returns false if the set is over-subscribed (there are not enough codes of these lengths) or
 /// incomplete (some bits begin no code). Two incomplete sets are accepted, except for code lengths:
 /// a single code of one bit, and no code at all. Encoders write these sets for blocks with one
-/// distance or no distance. Bits that begin no code lead to an entry in which only NO_VALUE is set.
+/// distance or no distance. Bits that begin no code lead to an entry with NO_VALUE and neither
+/// SUBTABLE nor BLOCK_END, and so does the code of a symbol that is not valid.
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 

@@ -1,7 +1,8 @@
 // HashIndex: finds positions in a list by hash. Internal.
 //
-// Lists that may become long have a HashIndex: the buckets of HashMap, the nodes of a scene, the
-// inputs of a node. The index stores no keys. The owner of the list decides which position matches.
+// Lists that may become long have a HashIndex, such as the nodes of a scene or the inputs of a
+// node. All buckets of a HashMap share one. The index stores no keys, and only the low 32 bits of a
+// hash. The owner of the list decides which position matches.
 #pragma once
 
 #include <cstdint>
@@ -33,8 +34,8 @@ class VSA_API HashIndex {
   /// Returns the number of positions in the index.
   std::uint64_t size() const noexcept { return used_; }
 
-  /// Returns the first position under `hash` for which `matches(position)` is true. Returns NONE if
-  /// there is none.
+  /// Returns a position under `hash` for which `matches(position)` is true, or NONE. `matches` is
+  /// also called for positions under other hashes with the same low 32 bits.
   template <class Matches>
   std::uint64_t find(std::uint64_t hash, const Matches& matches) const {
     if (used_ == 0) return NONE;

@@ -40,10 +40,11 @@ inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MO
 /// A map without rehashing. It compares keys only by hash: two keys with equal hashes are the same
 /// key.
 ///
-/// A look-up in a long bucket uses an index. Only look-ups add nodes to the index, so a map that is
-/// only filled and iterated has no index. A reference to a value is valid until the next key is
-/// added. A function that adds a key throws std::bad_alloc, or std::length_error at about 2^32 keys
-/// in one bucket. After an exception the map is unchanged.
+/// A look-up in a long bucket uses an index, except in a const map. Only look-ups add nodes to the
+/// index, so a map that is only filled with `add` and iterated has no index. A reference to a value
+/// is valid until the next key is added. Look-ups and functions that add a key throw
+/// std::bad_alloc, or std::length_error at about 2^32 keys in one bucket. Look-ups in a const map
+/// throw nothing. After an exception the map is unchanged.
 template <class K, class V>
 class HashMap {
  public:
@@ -53,8 +54,7 @@ class HashMap {
 
   Vector<Node> buckets[BUCKET_COUNT];  ///< The index is the low 8 bits of a key's hash.
 
-  /// Returns the node of `key`, or null. The node is valid until the next key is added. Throws
-  /// std::bad_alloc. After an exception the map is unchanged.
+  /// Returns the node of `key`, or null. The node is valid until the next key is added.
   Node* findNode(const K& key) { return findHash(hashOf(key)); }
   /// Like the function above, but without the index, so that several threads may call it for a
   /// const map.
@@ -83,14 +83,14 @@ class HashMap {
     return node != nullptr ? node->value : missing();
   }
 
-  /// Returns a value-initialised V. It is the result of a look-up that finds nothing. All maps with
-  /// the same K and V return the same object.
+  /// Returns a value-initialised V: the result of `get` for a key that is not in the map. All maps
+  /// with the same K and V return the same object.
   static const V& missing() {
     static const V value{};
     return value;
   }
 
-  /// Removes all keys.
+  /// Removes all keys and frees the memory of the buckets and of the index.
   void clear() {
     for (Vector<Node>& bucket : buckets) bucket.reserve(0);
     std::fill(std::begin(indexed_), std::end(indexed_), 0);

@@ -27,12 +27,12 @@ class DescriptorSource final : public ByteSource {
   String error() const override { return error_; }
 
   /// Returns the number of bytes of a regular file, without its byte order mark. Returns nullopt
-  /// for a pipe or a device.
+  /// for anything else, such as a pipe or a device, and if the system does not tell the size.
   std::optional<std::uint64_t> textBytes() const noexcept;
   /// Reads `count` bytes from `offset` on. The offset is counted from the end of the byte order
-  /// mark. Does not change the position of `read`. Returns the number of bytes read, which is 0 for
-  /// a pipe or a device. Must be called after the first `read`, which finds out whether the file
-  /// has a byte order mark.
+  /// mark. Does not change the position of `read`. Returns the number of bytes read: fewer than
+  /// `count` at the end of the file and after an error, and 0 for a pipe. Must be called after the
+  /// first `read`, which finds out whether the file has a byte order mark.
   std::size_t readAt(std::uint64_t offset, char* to, std::size_t count) const noexcept;
 
  private:

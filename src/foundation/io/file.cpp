@@ -55,9 +55,9 @@ String File::error() const {
   return object() == nullptr ? String("no file was opened") : OpenFile::of(held)->error();
 }
 
-// A source may assign to the handle that is being read. The following functions therefore copy the
-// handle, which keeps the file open during the call of the source. Reading a buffered byte does not
-// call the source and requires no copy.
+// A source may assign to the handle that is being read. `error`, `read` and `fill` therefore copy
+// the handle, which keeps the file open during the call of the source. Reading a buffered byte and
+// skipping do not call the source and require no copy.
 
 bool File::read(signed char& c) {
   OpenFile* const opened = OpenFile::of(*this);

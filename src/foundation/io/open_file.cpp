@@ -66,8 +66,8 @@ void OpenFile::detachCursor() noexcept {
   cursor_ = nullptr;
 }
 
-// Reads the next block from the source. Returns false at the end. If the source reads from its own
-// file during the call, it gets no bytes.
+// Reads the next block from the source. Returns false at the end, after an error, and if the file
+// is not open. If the source reads from its own file during the call, it gets no bytes.
 bool OpenFile::refill() {
   if (source_ == nullptr || isRefilling_) return false;
   if (block_.use_count() != 1) block_ = std::make_shared_for_overwrite<char[]>(BLOCK_BYTES);

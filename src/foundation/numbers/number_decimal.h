@@ -181,8 +181,9 @@ inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }
 
-/// Computes the float nearest to a text from `value`, the double nearest to the text. Returns false
-/// if `value` does not determine the float.
+/// Computes the float nearest to a text from `value`, the double nearest to the text. `value` must
+/// not be negative. Returns false if `value` is half-way between two floats, or if it is neither 0
+/// nor in the range of the normal floats.
 inline bool floatFromDouble(double value, float& out) {
   if (isHalfWayBetweenFloats(value)) return false;
   if (value != 0.0 && !(value >= FLT_MIN && value <= FLT_MAX)) return false;

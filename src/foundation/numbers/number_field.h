@@ -1,13 +1,16 @@
-// Converts one plain field of a list of numbers, on any processor. Internal.
+// Converts one plain number or plain field of a list, on any processor. Internal.
 //
 // Each step converts eight digits in a 64-bit word. The lowest byte of the word is the first
 // character. The sums that combine eight digits are those of "Faster integer parsing" (J. Khuong
 // and others, 2018).
 //
-// A plain number is [-]digits[.digits][e[sign]digits], and a plain field is a plain number and a
-// blank. Each function sets `out` and returns the end of the number. It returns null for any other
-// form, for a number that is out of range, and if number_decimal cannot determine its rounding. A
-// function may read up to FIELD_WINDOW bytes from `at` on.
+// A plain number is [-]digits, for a real also with ["." digits] and [("e" | "E") ["+" | "-"]
+// digits]. The digits on one side of the period may be missing. A plain field is a plain number and
+// a blank. readReal, readInteger, readPlain and readField set `out` and return the end of the
+// number. They return null and do not change `out` if no plain number begins at `at`, if it is out
+// of range or has more than MAX_DIGITS digits, or if number_decimal cannot determine its rounding.
+// Only readField checks what follows the number. A function may read up to FIELD_WINDOW bytes from
+// `at` on.
 #pragma once
 
 #include <bit>
@@ -35,7 +38,8 @@ inline uint64_t loadEight(const char* at) {
 }
 
 /// Returns the number of digits at the start of the word. The value of a digit is less than 10. The
-/// sum sets the highest bit of each byte of 10 or more, because 0x76 + 10 is 0x80.
+/// sum sets the highest bit of each byte from 10 to 127, because 0x76 + 10 is 0x80. Larger bytes
+/// already have that bit.
 inline int leadingDigits(uint64_t word) {
   const uint64_t past = ((word & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | word;
   return std::countr_zero(past & 0x8080808080808080) / 8;
@@ -56,8 +60,9 @@ struct DigitRun {
   uint64_t value = 0;
   int count = 0;
 
-  /// Reads the digits at `at` and returns their end. Stops before their end if there are more than
-  /// MAX_DIGITS digits.
+  /// Appends the digits at `at` to the run and returns their end. If the run would then have more
+  /// than MAX_DIGITS digits, sets `count` to a number above MAX_DIGITS, does not add the last
+  /// digits to `value`, and returns a position before their end.
   const char* read(const char* at) {
     for (;;) {
       const uint64_t word = loadEight(at);
@@ -72,7 +77,8 @@ struct DigitRun {
 };
 
 /// Reads ("e" | "E") ["+" | "-"] digits. `at` is the position of the letter. Adds the exponent to
-/// `exponent`. Reads up to eight digits. Returns the end, or null if there is no digit.
+/// `exponent`. Reads up to eight digits. Returns the end of these digits, or null if there is no
+/// digit.
 inline const char* readExponent(const char* at, int64_t& exponent) {
   ++at;
   const bool negative = *at == '-';
@@ -105,8 +111,8 @@ inline const char* readReal(const char* at, Real& out) {
   return at;
 }
 
-/// Sets `out` to `magnitude` with the sign. Returns false if the number is out of range, or if the
-/// type is unsigned and the number has a "-".
+/// Sets `out` to `magnitude` with the sign. Returns false if the number is out of range, if it is
+/// -2^63, or if the type is unsigned and the number has a "-". `out` then has no meaning.
 template <class Integer>
 inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
   constexpr auto MAX = static_cast<uint64_t>(std::numeric_limits<Integer>::max());
@@ -114,9 +120,9 @@ inline bool signedInteger(uint64_t magnitude, bool negative, Integer& out) {
     out = static_cast<Integer>(magnitude);
     return !negative && magnitude <= MAX;
   } else {
-    // The mask avoids an overflow of the conversion. It does not change an accepted number, because
-    // the comparison below rejects larger magnitudes. The comparison also rejects -2^63, which
-    // number_text then converts.
+    // Without the mask, the negation below would overflow for 2^63. The mask does not change an
+    // accepted number, because the comparison below rejects larger magnitudes. The comparison also
+    // rejects -2^63, which number_text then converts.
     const auto value = static_cast<int64_t>(magnitude & (~uint64_t{0} >> 1));
     // All ones for a negative number. This avoids a branch on the sign.
     const int64_t flip = -int64_t{negative};

@@ -1,6 +1,7 @@
 // Converts lists of numbers. A kernel converts sequences of plain fields (see number_field.h).
-// There is one kernel for each kind of processor. number_text converts the other fields. The end of
-// the list is converted from a copy, so that the kernel may read past the end.
+// There is one kernel for each kind of processor. number_text converts the fields that the kernel
+// does not convert. The end of the list is converted from a copy, so that the kernel may read past
+// the end.
 #include "foundation/numbers/number_list.h"
 
 #include <algorithm>
@@ -29,7 +30,8 @@ NumberRun readTail(NumberKernel<Number> kernel, const char* from, size_t length,
   return {from + std::min(static_cast<size_t>(run.next - copy), length), run.count};
 }
 
-/// Converts plain fields. Stops at the first field that is not plain, or at the end of the list.
+/// Converts plain fields. Stops at the first field that the kernel does not convert, at the end of
+/// the list, and when `capacity` values are stored.
 template <class Number>
 NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const char* end,
                           Number* out, size_t capacity) {

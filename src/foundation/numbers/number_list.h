@@ -1,7 +1,7 @@
 // Converts a list of numbers to elements in memory, many numbers per call. Internal.
 //
 // A list is a text of fields with exactly one blank between two fields. readNumberRun converts
-// fields until it reaches a field that it cannot convert. The caller reports that field. Each value
+// fields until it reaches a field that it cannot convert. The caller handles that field. Each value
 // is equal bit for bit to the value that number_text returns.
 #pragma once
 

@@ -6,8 +6,10 @@
 // previous field.
 //
 // The conversion is the same as in the SSE4.1 kernel. The AVX2 kernel leaves two things to the
-// SSE4.1 kernel: the end of the list, and each group of four fields that it cannot convert, for
-// example because a field has an exponent or more than 15 characters.
+// SSE4.1 kernel. One is each group of four fields that it cannot convert, for example because a
+// field has an exponent or more than 15 characters. The other is the rest of the list, as soon as
+// fewer than four fields end in the next chunk or fit into the output, or fewer than STEP
+// characters are left.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_AVX2_KERNEL
@@ -32,7 +34,7 @@ namespace {
 
 constexpr size_t CHUNK = 1024;  // The number of characters in a chunk.
 constexpr size_t STEP = 64;     // The number of characters in a mask of blanks.
-// The number of ends that one step stores. Some of them may be unused.
+// The number of ends that storeEnds stores at a time. Some of them may be unused.
 constexpr size_t SPILL = 8;
 constexpr size_t GROUP = 4;  // The number of fields that are converted together.
 
@@ -60,7 +62,7 @@ VSA_AVX2_INLINE uint64_t equalBits(__m256i low, __m256i high, char c) {
 }
 
 /// Stores the positions of the bits in the mask, eight at a time. The number of bits varies from
-/// mask to mask, so a loop over single bits would mispredict its end each time.
+/// mask to mask, so the processor would often mispredict the end of a loop over single bits.
 VSA_WRAPS_AROUND VSA_AVX2_INLINE void storeEnds(uint64_t blanks, uint32_t offset, FieldEnds& ends) {
   const auto count = static_cast<size_t>(_mm_popcnt_u64(blanks));
   uint32_t* to = ends.at + ends.count;

@@ -1,9 +1,9 @@
 // The kernels of readNumberRun: one implementation for each kind of processor. Internal.
 //
-// A kernel converts only plain fields (see number_field.h). number_text converts all other fields.
-// A kernel may read FIELD_WINDOW bytes from the start of each field. After the last fields of a
-// list, fewer bytes may be readable. number_list.cpp therefore passes these fields in a copy, which
-// is followed by blanks.
+// A kernel converts only plain fields (see number_field.h). number_text converts the fields that
+// the kernel does not convert. A kernel may read FIELD_WINDOW bytes from the start of each field.
+// After the last fields of a list, fewer bytes may be readable. number_list.cpp therefore passes
+// these fields in a copy, which is followed by blanks.
 #pragma once
 
 #include <cstddef>
@@ -22,10 +22,11 @@
 namespace zn::numbers {
 
 /// The type of a kernel. A kernel converts consecutive plain fields from `at` on. A blank must
-/// follow each field. The kernel stops at a field that starts after `limit`, at a field that is not
-/// plain, and when `capacity` values are stored. `next` is the start of the first field that was
-/// not converted. FIELD_WINDOW bytes (number_field.h) must be readable from the start of every
-/// field.
+/// follow each field. The kernel stops at a field that starts after `limit`, at a field that it
+/// cannot convert, and when `capacity` values are stored. It cannot convert a field that is not
+/// plain or out of range, and some other plain fields, for example with many digits. `next` is the
+/// start of the first field that was not converted. FIELD_WINDOW bytes (number_field.h) must be
+/// readable from the start of every field up to `limit`.
 template <class Number>
 using NumberKernel = NumberRun (*)(const char* at, const char* limit, Number* out, size_t capacity);
 

@@ -6,8 +6,9 @@
 // depend on the length of the number, so fields of different lengths cause no branch
 // mispredictions.
 //
-// A longer real takes two loads. A real with an exponent takes one load up to its exponent. The
-// portable kernel converts all other plain fields, which are rare.
+// A real of 16 to 31 characters without an exponent takes three loads. A real of up to 15
+// characters with an exponent takes one load up to its exponent. The portable kernel tries all
+// other fields, which are rare.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL
@@ -125,7 +126,7 @@ VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, R
 }
 
 /// Converts a real with an exponent, such as `-1.5e-05`. At most 15 characters may be before the
-/// exponent.
+/// exponent. Returns null for any other field.
 template <class Real>
 VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& out) {
   const unsigned other = ~(block.digitBits | block.pointBits | 1u) | (1u << BLOCK);
@@ -145,7 +146,8 @@ VSA_SSE41 const char* readScaledReal(const char* at, const Block& block, Real& o
 }
 
 /// Converts a real of 16 to 31 characters with up to 19 significant digits. Combines the last
-/// sixteen characters and the characters before them separately.
+/// sixteen characters and the characters before them separately. Returns null for any other field,
+/// for a zero, and if the rounding is not determined.
 template <class Real>
 VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out) {
   const Block next = loadBlock(at + BLOCK);
@@ -166,7 +168,7 @@ VSA_SSE41 const char* readLongReal(const char* at, const Block& block, Real& out
   const bool fifteen = inTail != 0;
   if (high >= (fifteen ? 10000u : 1000u)) return nullptr;
   const uint64_t digits = high * (fifteen ? 1000000000000000u : 10000000000000000u) + low;
-  // Calls doubleByProduct for every number. Values above and below 2^53 are equally frequent, so a
+  // Calls doubleByProduct for every number. Values above and below 2^53 are both frequent, so a
   // branch that selects a faster method for the smaller values would be unpredictable.
   double value;
   if (digits == 0 || !doubleByProduct(digits, shape.exponent(), value)) return nullptr;
@@ -196,8 +198,8 @@ VSA_SSE41_INLINE const char* readShortInteger(const char* at, const Block& block
   return at + length;
 }
 
-/// Converts a field that readShortField does not convert. The function is out of line to keep the
-/// loop small.
+/// Converts a field that readShortField does not convert. Returns null if no function here converts
+/// it. The function is out of line to keep the loop small.
 template <class Number>
 VSA_SSE41_OUT_OF_LINE const char* readOtherField(const char* at, Number& out) {
   if constexpr (std::is_floating_point_v<Number>) {

@@ -105,7 +105,7 @@ VSA_WRAPS_AROUND SeventeenDigits seventeenDigits(std::uint64_t number) {
   return {front.first, {front.word | last << (64 - bits), last >> bits}, front.total + 8};
 }
 
-// Writes the form d.ddde-x.
+// Writes the form d.ddde-x, or de-x for a single digit.
 template <class Digits>
 char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
   digits.store(to + 1);

@@ -1,12 +1,12 @@
 // Converts a number to its shortest text. Internal.
 //
 // The text of a real has the smallest number of digits from which the reader gets the same real.
-// Its notation is the notation of std::to_chars: fixed, unless the text is shorter with an
-// exponent. An exponent has neither a plus sign nor leading zeros. Examples: 0.5  -0  100  1e5
-// 1.5e-7  16777216  inf  -nan.
+// Its notation is the notation that std::to_chars selects: fixed, unless the text is shorter with
+// an exponent that has a sign and at least two digits. The exponent is then written without a plus
+// sign and without leading zeros. Examples: 0.5  -0  100  1e5 1.5e-7  16777216  inf  -nan.
 //
-// The reader accepts each of these texts in a list. Outside of a list, a real requires a point (see
-// printRealWithPoint).
+// The reader accepts each of these texts in a list. Outside of a list, a finite real requires a
+// point (see printRealWithPoint).
 #pragma once
 
 #include <charconv>

@@ -1,10 +1,11 @@
 // Converts texts to numbers. One pass checks the syntax character by character and collects the
 // digits.
 //
-// number_decimal converts common reals. All other reals (more than 19 digits, large exponents,
-// exact half-way cases) are rewritten as a short plain decimal. std::from_chars converts that
-// decimal and rounds exactly. from_chars returns the same error for overflow and underflow, and the
-// decimal order shows which of the two occurred.
+// number_decimal converts common reals. All other finite reals (more than 19 digits, large
+// exponents, half-way cases) are rewritten as a decimal of bounded length, unless the exponent and
+// the number of digits already show that they overflow or become zero. std::from_chars converts
+// that decimal and rounds exactly. from_chars returns the same error for overflow and underflow,
+// and the decimal order shows which of the two occurred.
 #include "foundation/numbers/number_text.h"
 
 #include <charconv>
@@ -23,8 +24,8 @@ namespace {
 
 using numbers::MAX_DIGITS;
 
-/// The maximum exponent. A larger exponent has the same effect, because no text has enough digits
-/// to compensate for it.
+/// The digits of an exponent are ignored as soon as its value has reached this number. A larger
+/// exponent has the same effect, because no text has enough digits to compensate for it.
 constexpr int64_t MAX_EXPONENT = 100'000'000'000'000'000;
 
 /// The characters that have not been read.
@@ -57,8 +58,8 @@ bool readSign(Text& text) {
   return false;
 }
 
-/// Reads digit {digit}. Ignores the digits after the value has reached MAX_EXPONENT. Returns false
-/// if there is no digit.
+/// Reads digit {digit}. Ignores the digits after the value has reached MAX_EXPONENT, so the result
+/// is less than ten times MAX_EXPONENT. Returns false if there is no digit.
 bool readExponent(Text& text, int64_t& exponent) {
   if (!text.startsWithDigit()) return false;
   exponent = 0;
@@ -82,8 +83,8 @@ struct Magnitude {
   uint64_t value = 0;
 };
 
-/// Parses the production `integer` of the grammar in number_text.h. Does not check the range of the
-/// target type.
+/// Parses the production `integer` of the grammar in number_text.h. Returns false for another form,
+/// and if the magnitude does not fit in 64 bits. Does not check the range of the target type.
 bool parseMagnitude(Text text, Magnitude& out) {
   out.negative = readSign(text);
   if (!text.startsWithDigit()) return false;
@@ -104,11 +105,11 @@ bool parseMagnitude(Text text, Magnitude& out) {
 }
 
 /// A finite real. If `isExact` is true, its value is `digits` * 10^`exponent`. Otherwise more
-/// digits follow the first 19 digits, and not all of them are zero.
+/// digits follow these 19 digits, and not all of them are zero.
 struct Decimal {
   bool negative = false;
   bool isExact = true;
-  // The number of digits from the first digit that is not zero.
+  // The number of digits in `digits`, from the first digit that is not zero: at most MAX_DIGITS.
   int digitCount = 0;
   uint64_t digits = 0;
   int64_t exponent = 0;
@@ -164,9 +165,9 @@ bool parseInfinityOrNan(Text text, Real& out) {
   return true;
 }
 
-/// A short text with an exponent and all digits that can influence a double. At most 767 digits can
-/// influence a double. If digits other than 0 follow the stored digits, the last stored digit is
-/// set to 1.
+/// A text with an exponent and up to 781 digits, which includes all digits that can influence a
+/// double: at most 767 digits can. If digits other than 0 follow the stored digits, the last stored
+/// digit is set to 1.
 class PlainDecimal {
  public:
   /// `order` is the decimal order of the value: 10^(order - 1) <= value < 10^order.
@@ -196,8 +197,8 @@ class PlainDecimal {
   char* end_;
 };
 
-/// Converts a decimal that is not zero. The only rounding is the rounding to `Real`. Returns false
-/// if the number overflows.
+/// Converts a decimal that is not zero. The only rounding is the rounding to `Real`. Sets `out` to
+/// zero if the number is too small. Returns false if the number overflows.
 template <class Real>
 bool realFromLongDecimal(const Decimal& decimal, Real& out) {
   constexpr int64_t MAX_ORDER = 400;  // No float or double has a larger order.

@@ -1,4 +1,6 @@
-// String: its buffer, construction, comparison, searching and splitting.
+// String: its buffer, construction, comparison and searching, and the functions that return parts
+// or changed copies. The other functions are in string_escape.cpp, string_format.cpp,
+// string_hash.cpp and string_parse.cpp.
 #include <vsa/foundation/string.h>
 
 #include <algorithm>
@@ -22,8 +24,9 @@ namespace detail {
 
 namespace {
 
-// Returns the size of the block that malloc uses for `wanted` bytes: a multiple of 16 bytes, minus
-// 8 bytes that malloc itself uses. All bytes of the block after the header are capacity.
+// Returns the number of usable bytes in the block that malloc of glibc allocates for `wanted`
+// bytes: a multiple of 16 bytes, minus 8 bytes that malloc itself uses. Requesting all of them
+// gives the text a larger capacity without more memory.
 constexpr std::size_t blockBytes(std::size_t wanted) {
   return (wanted + 7) / 16 * 16 + 8;
 }
@@ -139,7 +142,8 @@ String String::filled(StringBuffer* made, std::string_view text, std::uint64_t h
   return String(made);
 }
 
-// Compares words of 8 bytes. With memcmp instead, the benchmark links 100k takes 5 % longer.
+// Compares short texts in words (see short_text.h). With memcmp instead, the benchmark links 100k
+// takes 5 % longer.
 bool String::hasCharactersOf(const String& other) const noexcept {
   return detail::sameCharacters(buf(), other.buf(), len());
 }

@@ -17,7 +17,7 @@ namespace zn {
 
 namespace {
 
-constexpr unsigned NO_UNIT = 0x10000;  // The result for digits that are not a UTF-16 code unit.
+constexpr unsigned NO_UNIT = 0x10000;  // The result if hexadecimal digits are missing.
 
 // Returns the value of exactly `count` hexadecimal digits at `at`. Returns NO_UNIT if there are
 // fewer digits.
@@ -72,7 +72,8 @@ int unicodeEscape(const char* at, const char* end, char*& to) {
 }
 
 // Reads the escape sequence that begins with the backslash at `at`, and writes its character.
-// Returns the number of characters read. Returns 0 if there is no valid escape sequence.
+// Returns the number of characters read. Returns 0 if there is no valid escape sequence. A sequence
+// for NUL is not valid.
 int escape(const char* at, const char* end, char*& to) {
   if (end - at < 2) return 0;
   const char simple = SIMPLE_ESCAPES[static_cast<unsigned char>(at[1])];

@@ -1,8 +1,10 @@
 // Formats texts by the conventions of printf. The result can have any length.
 //
 // A plain %s is appended without the C library, which cannot format a text of more than INT_MAX
-// bytes: its lengths have type int. Every other conversion is passed to the C library, one
-// conversion at a time. %n is an unknown conversion, so no format can write to memory.
+// bytes: its lengths have type int. Every other known conversion except %% is passed to the C
+// library, one conversion at a time. If the C library fails, for example because the result would
+// be too long for it, the conversion adds nothing. An unknown conversion is copied unchanged. %n is
+// unknown, so no format can write to memory.
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
@@ -94,12 +96,13 @@ class Formatter {
     if (modifier == "j") return Length::IntMax;
     if (modifier == "t") return Length::PtrDiff;
     if (modifier == "L") return Length::LongDouble;
-    // The conversion has no modifier, h or hh. Its argument is promoted to int.
+    // The conversion has no modifier, h, hh, or an invalid one. Its argument is an int: a char or a
+    // short is promoted.
     return Length::Int;
   }
 
-  // Converts one argument. Returns false if the conversion is unknown. The caller then copies the
-  // conversion unchanged.
+  // Appends the result of one conversion. Returns false if the conversion is unknown. The caller
+  // then copies the conversion unchanged.
   bool convert(char kind, Length length) {
     switch (kind) {
       case '%':

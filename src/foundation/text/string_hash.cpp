@@ -1,9 +1,10 @@
 // Computes the hash of a text. Each step multiplies and folds eight characters (the mixing step of
 // wyhash, public domain).
 //
-// The hash depends on a random key, which is created once per process. Texts that collide in one
-// process do not collide in another process. Therefore nobody can write a file whose names all
-// collide.
+// The hash depends on a key, which is created once per process and usually differs from process to
+// process. Texts that collide in one process rarely collide in another. It is therefore hard to
+// write a file whose names all collide. Only the lowest 4 bits of the hash do not depend on the
+// key.
 #include <chrono>
 #include <cstdint>
 
@@ -27,8 +28,9 @@ struct Key {
   std::uint64_t second;
 };
 
-// Returns the random key. It depends on the address of the program and its start time, which differ
-// from run to run. The function is called only once, so it is kept out of the code of its caller.
+// Returns the key. It depends on the time of this call and on the address at which the program is
+// loaded, which most systems choose at random. The function is called only once, so it is kept out
+// of the code of its caller.
 #if defined(__GNUC__)
 __attribute__((noinline, cold))
 #endif
@@ -81,7 +83,9 @@ std::uint64_t spread(unsigned char last) noexcept {
 // Returns the hash of a text. The high half is a hash of the whole text. The low half selects the
 // slot in a table. Its lowest 4 bits are the low bits of the last character, so that names with
 // consecutive numbers ("a10" to "a19") have adjacent slots and need few cache lines. The other 28
-// bits are a hash of the rest of the text and of the high bits of the last character.
+// bits are a hash of the rest of the text and of the high bits of the last character. The hash is
+// never 0, because 0 in a StringBuffer means that the hash is not known yet. The hash of the empty
+// text is 1.
 std::uint64_t String::hashOf(std::string_view text) noexcept {
   const Key& keyed = key();
   if (text.empty()) return 1;

@@ -1,4 +1,5 @@
-// Input: reads the name, owner, level and value.
+// Input: the functions that change nothing. They return the name, the owner, the level, the value
+// and the links.
 #include <vsa/model/input.h>
 
 #include "scene/model/input_impl.h"

@@ -1,4 +1,5 @@
-// InputImpl: construction, elements, members and links. input_value.cpp sets values.
+// InputImpl: construction, paths, declarations, elements, members and links. input_value.cpp sets
+// values, and input_removal.cpp removes them.
 #include "scene/model/input_impl.h"
 
 #include <memory>
@@ -62,7 +63,8 @@ NodeImpl& InputImpl::owner() const noexcept {
   return *input->parent_.node;
 }
 
-// Concatenates the names of the parents and of this input, from the outermost to this one.
+// Concatenates the name of the node and the steps from it to this input: `.name`, or `[index]` for
+// an element.
 String InputImpl::path() const {
   std::string text(owner().name().view());
   ds::Vector<const InputImpl*> chain;

@@ -39,9 +39,9 @@ class InputImpl final : public Input {
   /// Marks the input as removed and frees its value. The caller removes the input from its list.
   void remove() noexcept;
   void clearValue() noexcept;
-  /// Returns the number of typed elements at the start of the array. `set` leaves the type of a
-  /// typed element as it is. Checks only elements that have not been counted yet, so repeated calls
-  /// are fast.
+  /// Returns the number of typed elements at the start of the array (see isTypedElement). Returns 0
+  /// for an input of another type. Checks only elements that have not been counted yet, so repeated
+  /// calls are fast.
   std::uint64_t typedPrefix() noexcept;
   bool hasType(AttrType type) const noexcept { return type == AttrType::Null || type == typeOf(); }
 

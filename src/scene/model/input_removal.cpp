@@ -31,8 +31,9 @@ void InputImpl::remove() noexcept {
   clearValue();
 }
 
-// Removes all descendants and the value. Repeatedly removes the last child, depth first. Does not
-// recurse, because inputs may nest 65,535 levels deep.
+// Removes all descendants and the value. The input then has the type Null and keeps its connection.
+// Repeatedly removes the last child, depth first. Does not recurse, because inputs may nest 65,535
+// levels deep.
 void InputImpl::clearValue() noexcept {
   InputImpl* input = this;
   while (true) {
@@ -46,7 +47,8 @@ void InputImpl::clearValue() noexcept {
   }
 }
 
-// Removes the last element or member and returns it. Returns null if the input has none.
+// Removes the last element or member, marks it as removed, disconnects it and returns it. The
+// caller clears its value. Returns null if the input has no element and no member.
 InputImpl* InputImpl::takeLastChild() noexcept {
   InputImpl* child = nullptr;
   if (const std::uint64_t elementCount = count(); elementCount != 0) {
@@ -64,7 +66,8 @@ InputImpl* InputImpl::takeLastChild() noexcept {
   return child;
 }
 
-// Clears the value of an input that has no elements and no members.
+// Clears the value of an input that has no elements and no members. The input then has the type
+// Null.
 void InputImpl::clearOwnValue() noexcept {
   markUsed();
   SmallBlockPool& pool = storage().pool;

@@ -41,10 +41,10 @@ void InputImpl::setElementType(AttrType type) {
   }
 }
 
-// Whether this element is typed, so that `set` does not change its type. `listType` is the element
-// type of the array that contains this element. Three kinds of elements are not typed: a Null
-// element, a buffer without an element type in an array of buffers, and an array without an element
-// type in an array of arrays.
+// Whether this element is typed, so that the reader need not set its type. `listType` is the
+// element type of the array that contains this element. Three kinds of elements are not typed: a
+// Null element, a buffer without an element type in an array of buffers, and an array without an
+// element type in an array of arrays.
 bool InputImpl::isTypedElement(AttrType listType) const noexcept {
   if (typeOf() == AttrType::Null) return false;
   if (typeOf() != listType) return true;
@@ -88,14 +88,15 @@ void InputImpl::assign(const AttrData& value) {
   }
 }
 
-// The maximum size of a string that is copied into the pool. The input takes ownership of the
-// memory of a longer string instead, because the copy would take longer than a new block from
-// malloc. This exception saves 2 % of the instructions of the benchmark text.
+// The maximum size of a string that is copied into the pool, including its NUL. The input takes
+// ownership of the memory of a longer string instead, because the copy would take longer than a new
+// block from malloc. This exception saves 2 % of the instructions of the benchmark text.
 constexpr std::size_t MAX_COPIED_BYTES = 512;
 static_assert(MAX_COPIED_BYTES <= SmallBlockPool::MAX_BYTES);
 
-// Copies a short string into the pool and frees the memory of `text`. malloc can then reuse this
-// memory for the next string.
+// Takes ownership of `text`, which may be null for an empty string. Copies a short string into the
+// pool and frees the memory of `text`, so that malloc can reuse it for the next string. If `fits`
+// is false, only frees `text`.
 void InputImpl::assignString(char* text, bool fits) {
   std::unique_ptr<char, decltype(&std::free)> memory(text, &std::free);
   if (!fits) return;

@@ -35,7 +35,8 @@ class NodeImpl final : public Node {
     return cold_ != nullptr ? cold_->declaration.get() : nullptr;
   }
   const NamedList<InputImpl>& inputs() const noexcept { return inputs_; }
-  /// The input of that name, or null.
+  /// Returns the input of that name, or null. Creates the input if the node's type declares it and
+  /// it does not exist yet.
   InputImpl* find(const String& name) {
     InputImpl* const found = inputs_.find(name);
     return found == nullptr && declaration() != nullptr ? instantiate(name) : found;

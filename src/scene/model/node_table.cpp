@@ -23,8 +23,8 @@ InputImpl* NodeTable::addInput(interfaces::INode& node, const String& name, Attr
   return static_cast<NodeImpl&>(node).addInput(name, type);
 }
 
-// Prefetches the first node whose name has the same tag in the index (the low 32 bits of the hash).
-// This is usually the node whose name has the hash `nameHash`.
+// Prefetches a node whose name has the same tag in the index (the low 32 bits of the hash). This is
+// usually the node whose name has the hash `nameHash`.
 void NodeTable::prefetchNode(std::uint64_t nameHash) const noexcept {
   const std::uint64_t position = index_.find(nameHash, [](std::uint64_t) { return true; });
   if (position != ds::HashIndex::NONE) zn::detail::prefetchForWriting(&nodes_[position]);

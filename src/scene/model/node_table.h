@@ -32,7 +32,8 @@ class NodeTable final : public LibraryScene {
   /// Like the function above, for a name that is not a String. Does not cache the result, so that
   /// several threads may call it at the same time.
   NodeImpl* lookUp(std::string_view name) const noexcept;
-  /// Creates a node. Returns null if the name exists. If it throws std::bad_alloc, nothing changes.
+  /// Creates a node. Returns null if a node has this name. If it throws std::bad_alloc, no node is
+  /// created.
   NodeImpl* create(const String& type, const String& name);
   /// Removes the node of that name, so that look-ups no longer find it. Does nothing for an unknown
   /// name. If it throws std::bad_alloc, nothing changes.

@@ -1,4 +1,5 @@
-// SceneLimits: the limits of the number of array elements and of the nesting depth. Internal.
+// SceneLimits: the limits of the number of elements in an array, of the number of empty elements in
+// a scene, and of the nesting depth. Internal.
 #pragma once
 
 #include <cstdint>

@@ -89,8 +89,10 @@ class InlineName {
 };
 
 // Reads the name in the format of InlineName. A name of 8 to 15 characters takes two overlapping
-// loads of 8 bytes, and a name of 4 to 7 characters two loads of 4 bytes. The shift removes from
-// the second load the characters that the first load contains.
+// loads of 8 bytes, a name of 4 to 7 characters two loads of 4 bytes, and a shorter name one load
+// per character. A name of 16 and more characters is not loaded. For 8 and more characters, the
+// shift removes from the second load the characters that the first load contains. For 4 to 7, it
+// moves them to the places where the first load has them.
 inline InlineName::Key::Key(const String& name) noexcept : name_(name) {
   const std::string_view text = name.view();
   const char* const at = text.data();

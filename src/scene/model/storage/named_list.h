@@ -17,7 +17,8 @@
 
 namespace zn::korvo_sdk {
 
-/// A list of pointers to objects. The scene owns the objects. T must have a function `name()`.
+/// A list of pointers to objects. The scene owns the objects. T must have the functions `name()`
+/// and `isNamed(name, hash)`.
 ///
 /// The list itself takes 16 bytes, so that a node fits into a cache line. The pointers are in a
 /// separate block. A block of up to SmallBlockPool::MAX_BYTES bytes is from the pool. A larger
@@ -66,7 +67,8 @@ class NamedList {
     return nullptr;
   }
 
-  /// Returns the position of `object`, which must be in the list.
+  /// Returns the position of `object`, which must be in the list. Takes constant time for the last
+  /// object.
   std::uint64_t positionOf(const T* object) const noexcept {
     if (items_[count_ - 1] == object) return count_ - 1;
     return static_cast<std::uint64_t>(std::find(items_, items_ + count_, object) - items_);

@@ -13,7 +13,7 @@ namespace zn::korvo_sdk {
 class OutputNames {
  public:
   /// Returns the number of a name. Adds the name if it is new. Throws std::bad_alloc, or
-  /// std::length_error for more than 2^32 - 1 names. If it throws, nothing changes.
+  /// std::length_error for more than 2^32 - 1 names. If it throws std::bad_alloc, nothing changes.
   std::uint32_t numberOf(const String& name) {
     if (last_ < names_.size && names_[last_] == name) return last_;
     const auto isNamed = [&](std::uint64_t i) { return names_[i] == name; };

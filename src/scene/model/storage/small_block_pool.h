@@ -30,9 +30,10 @@ class VSA_API SmallBlockPool {
   ~SmallBlockPool();
 
   /// Returns the size class of `bytes`: the size of the block to allocate. `bytes` must be from 1
-  /// to MAX_BYTES. There are eight size classes between two powers of two. A list that grows in
-  /// small steps deallocates one block of each smaller class. Together, these blocks take at most
-  /// about twelve times the final size of the list. More classes would increase this factor.
+  /// to MAX_BYTES. There are at most eight size classes between two powers of two, and fewer below
+  /// 64 bytes. A list that grows in small steps deallocates one block of each smaller class.
+  /// Together, these blocks take at most about twelve times the final size of the list. More
+  /// classes would increase this factor.
   static constexpr std::size_t capacityFor(std::size_t bytes) noexcept {
     const std::size_t step = std::max(ALIGNMENT, std::bit_floor(bytes - 1) / 8);
     // `step` is a power of two.
