@@ -14,7 +14,8 @@ namespace zn::korvo_sdk::impl {
 namespace {
 
 void resetHeader(interfaces::IScene& scene) {
-  // The messages of this function go to the same sinks as the messages of the following parse.
+  // Messages that the scene writes in this function go to the same sinks as the messages of the
+  // following parse.
   const ScopedHostSinks sinks;
   scene.clearComments();
   scene.setFileVersion(VSX_FILE_VERSION_1);

@@ -1,4 +1,4 @@
-// The ring of three tokens, the statement loop, and the parser's only exception handler.
+// The ring of three tokens, the statement loop, and the handler of the errors that end a parse.
 #include "vsa/parser.h"
 
 #include <stdexcept>
@@ -70,7 +70,7 @@ void VsaParser::prime() {
 // declaration, and it is parsed as a declaration.
 bool VsaParser::parseStatement() {
   if (nextIs(Type::Comment)) return parseComment();
-  // Every directive begins with two names. Most other statements do not, so they skip these calls.
+  // Every directive and every declaration begins with two names. Other statements skip these calls.
   const bool isDirective = nextIs(Type::Id) && peek(1).type == Type::Id;
   if (isDirective && (parseRemove() || parseDefine() || parseDeclare() || parseWith())) return true;
   return parseAssign();

@@ -1,8 +1,10 @@
 // VsaParser: parses statements and applies them to the scene. Internal.
 //
 // A grammar function returns false and consumes nothing if the next tokens do not match its
-// production. It throws DiagnosticError if the first tokens match and a later token does not. Only
-// `parse` catches DiagnosticError.
+// production. It throws DiagnosticError if the first tokens match and a later token does not. Two
+// functions may also return false after they have consumed tokens: parseAssign if no right-hand
+// side follows the path, and `scalar` if the literal does not convert. Only `parse` turns
+// DiagnosticError into a result; other handlers throw it again.
 #pragma once
 
 #include <cstdarg>
@@ -58,7 +60,7 @@ class VsaParser {
   std::int32_t lookahead = 3;  ///< The number of slots in the token ring.
   std::int32_t head = 0;       ///< The slot of the next token to consume.
   ds::Vector<Token> tokens;    ///< The token ring.
-  Token current;               ///< The token consumed last. Messages contain its position.
+  Token current;               ///< The token consumed last, or the end of a simple statement.
   Token lastLexed;             ///< The token lexed last.
   String spare;                ///< Not used.
   IScene* scene = nullptr;
@@ -92,7 +94,7 @@ class VsaParser {
   bool declare(DeclareInfo& info);
   bool with(WithInfo& info);
 
-  // input_path.cpp: the left-hand side as tokens.
+  // input_path.cpp: input paths as tokens.
 
   bool path(ds::Vector<Token>& tokensOfPath);
   bool arrayattr(ds::Vector<Token>& tokensOfPath);
@@ -113,7 +115,8 @@ class VsaParser {
   void resolveConnections();
   void resolveReferences();
 
-  // parser_diagnostics.cpp: messages at the position of `current`.
+  // parser_diagnostics.cpp: messages at the position of `current`, except the two functions
+  // tokenError.
 
   [[noreturn]] void parseError(const char* format, ...) VSA_PRINTF(2, 3);
   [[noreturn]] void bufferError(const char* format, ...) VSA_PRINTF(2, 3);

@@ -1,5 +1,6 @@
-// The messages of the parser. A message has the position of the token consumed last. Exception: BAD
-// TOKEN has the position of the bad token.
+// The messages of the parser. A message has the position of the token consumed last. The functions
+// tokenError are exceptions: BAD TOKEN has the position of the bad token, and the text of an
+// Invalid token contains its own position.
 #include <stdexcept>
 
 #include "foundation/base/argument_list.h"
@@ -50,7 +51,7 @@ void VsaParser::narrowTypeWarning(const String& typeName, IInput* input) {
   emitNarrowing(emitter(), typeName, *input);
 }
 
-// Logs an error. Parsing continues, and the statement has no effect.
+// Logs an error. Parsing continues, and the value is not assigned.
 void VsaParser::wrongTypeWarning(const String& found, IInput* input) {
   emitWrongType(emitter(), found, *input);
 }

@@ -46,6 +46,7 @@ bool VsaParser::parseAssign() {
 }
 
 // Counts a link of `input` before it is stored. Returns the position for messages about the link.
+// Without a session, counts nothing and returns zeros.
 TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
   if (session == nullptr) return {};
   session->chargeLink(input, sourceBytes);

@@ -1,4 +1,4 @@
-// Parses comments. The scene stores every comment. A comment that contains the file's version or
+// Parses comments. The scene receives every comment. A comment that contains the file's version or
 // time also sets the version or time of the scene.
 #include <string_view>
 

@@ -89,7 +89,7 @@ bool VsaParser::declare(DeclareInfo& info) {
 }
 
 // Creates a node. Exception: if a node with this name exists, creates nothing, even if that node
-// has another type.
+// has another type. If the declaration ends in ":", the node becomes the "with" node in both cases.
 bool VsaParser::parseDeclare() {
   DeclareInfo info;
   if (!declare(info)) return false;
@@ -114,8 +114,8 @@ bool VsaParser::with(WithInfo& info) {
   return true;
 }
 
-// Sets the "with" node. The statement loop never reaches this function: a declaration has the same
-// syntax, and parseDeclare is called first.
+// Sets the "with" node. When the statement loop calls this function, it never finds a directive: a
+// declaration has the same syntax, and parseDeclare is called first.
 bool VsaParser::parseWith() {
   WithInfo info;
   if (!with(info)) return false;

@@ -10,8 +10,10 @@ namespace zn::korvo_sdk::impl {
 
 using Kind = SimpleStatement::Kind;
 
-// Executes statements up to the first one that is not simple. The ring of tokens is updated once
-// after the last statement, and not after each statement. A scene cannot observe this.
+// Executes statements up to the first one that is not simple or must be read from tokens (see
+// `begin` and `convertValue`). Also stops if the scene has read from the file. The ring of tokens
+// is updated once after the last statement, and not after each statement. A scene cannot observe
+// this.
 void VsaParser::parseSimpleStatements() {
   StatementScanner scanner(*lexer, current);
   try {
@@ -66,10 +68,10 @@ void VsaParser::assign(const SimpleStatement& statement) {
   setValue(statement, *input);
 }
 
-// Executes an assignment in the library's scene. Searches for the input only once: if the input
-// does not exist, the scene adds it without a second search. The value of a new input is assigned
-// without checks, because the input has the type of the value. This saves a fifth of the time of
-// the benchmark nodes 100k.
+// Executes an assignment in the library's scene if no node type is declared. Searches for the input
+// only once: if the input does not exist, the scene adds it without a second search. The value of a
+// new input is assigned without checks, because the input has the type of the value. This saves a
+// fifth of the time of the benchmark nodes 100k.
 void VsaParser::assignInLibrary(const SimpleStatement& statement, INode& node) {
   const std::span<const Token> path = statement.path();
   const String& name = path.back().text;

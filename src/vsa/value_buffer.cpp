@@ -31,9 +31,9 @@ bool storeNumber(const char* first, const char* last, DataType component, unsign
   return isConverted;
 }
 
-// Converts numbers with the vector kernels, and stores at most `bytes` bytes at `out`. Stops at the
-// first number that the kernels cannot convert. `out` is aligned, because it points to a component
-// in a block from calloc.
+// Converts numbers with readNumberRun, and stores at most `bytes` bytes at `out`. Stops at the
+// first number that it cannot convert. `out` is aligned, because it points to a component in a
+// block from calloc.
 NumberRun storeRun(const char* from, const char* end, DataType component, unsigned char* out,
                    std::uint64_t bytes) {
   NumberRun run{from, 0};
@@ -72,9 +72,9 @@ bool isCompressed(const AssignInfo& info) {
   return componentBytes(info.data.payload.buffer.type) == 1 && list.len() > 2 && list[1] == '.';
 }
 
-// Returns an upper bound of the bytes that a compressed literal expands to. DEFLATE expands one
-// byte to at most 1032 bytes, and the text contains two digits for each byte. So each digit expands
-// to at most 516 bytes.
+// Returns an upper bound of the bytes that a compressed literal expands to, and 0 for a list of
+// numbers. DEFLATE expands one byte to at most 1032 bytes, and the text contains two digits for
+// each byte. So each digit expands to at most 516 bytes.
 std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
   constexpr std::uint64_t MAX_EXPANSION = 516;
   return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;

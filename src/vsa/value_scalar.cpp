@@ -1,5 +1,6 @@
-// Parses scalar literals: booleans, numbers, strings and typed tuples. An untyped list is the value
-// of an object or array. Its content is not parsed.
+// Parses scalar literals: booleans, numbers, strings and typed tuples. A brace list without a
+// keyword is an Object, and a bracket list without a keyword is an Array. Its content is not
+// parsed.
 #include <cstdint>
 #include <string_view>
 
@@ -71,8 +72,9 @@ bool convertTuple(AttrType type, std::string_view list, bool hasWindow, AttrData
 }  // namespace
 
 // Parses a scalar. Returns false and consumes nothing if the next token begins no scalar. If a
-// scalar does not convert, returns false after its tokens are consumed. The error is therefore
-// reported at the next token.
+// scalar does not convert, returns false after its tokens are consumed. The caller then expects a
+// buffer or a reference at the next token. So it reports the error there, unless such a value
+// follows.
 bool VsaParser::scalar(AssignInfo& info) {
   AttrData& data = info.data;
   switch (peek(0).type) {

@@ -40,7 +40,7 @@ struct AssignInfo {
 
   /// Resets every member. The paths keep their capacity.
   void clear() noexcept;
-  /// Resets `data`.
+  /// Resets `data` to the type Null and a payload of zeros.
   void clearValue() noexcept;
 
   /// Returns the value in the form that messages quote. See quotedValue.

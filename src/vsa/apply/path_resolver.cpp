@@ -99,7 +99,7 @@ IInput* PathResolver::createInput(const String& name) {
 }
 
 // Returns the element of the current array at the index in `name`. Appends elements until the
-// element exists.
+// element exists. Returns null if the scene does not append one.
 IInput* PathResolver::elementAt(const String& name, const Token& element) {
   IInput& array = *current_;
   if (array.elementType() == AttrType::Null) setElementType(array);
@@ -141,7 +141,8 @@ std::uint64_t PathResolver::indexOf(const String& name, const Token& element) co
 }
 
 // Checks the type of an existing input against the type that the rest of the path requires. Throws
-// DiagnosticError if they differ.
+// DiagnosticError if they differ. An input of type Null has every required type. An input that
+// holds a buffer has none.
 void PathResolver::checkType(IInput& found) const {
   if (found.type() == AttrType::Null) return;
   if (found.holdsBuffer(false)) typeError(required_.type, found);

@@ -16,7 +16,8 @@ namespace zn::korvo_sdk::impl {
 /// an index.
 class PathResolver {
  public:
-  /// `emitter` has the position of the statement. `session` may be null.
+  /// `valueType` is the type of the value to assign, or Null for a link. `emitter` has the position
+  /// of the statement. `session` may be null.
   PathResolver(interfaces::INode& node, std::span<const Token> path, AttrType valueType,
                const Emitter& emitter, ReadSession* session = nullptr)
       : node_(node), path_(path), valueType_(valueType), emitter_(emitter), session_(session) {}
@@ -32,7 +33,7 @@ class PathResolver {
   /// After `resolve`: the array that contains the target as an element, or null.
   interfaces::IInput* array() const noexcept { return array_; }
 
-  /// Returns the size of `array()` before `resolve` appended elements to it.
+  /// If `resolve` appended elements to `array()`: its size before that. Otherwise its size or 0.
   std::uint64_t arrayCountBefore() const noexcept { return arrayCountBefore_; }
 
  private:

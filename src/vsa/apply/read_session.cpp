@@ -26,8 +26,9 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
 
 // Lowers the limit after a decompression. chargeBuffer raised the limit for the largest possible
 // expansion of the text. This function lowers it again by the part that the expansion did not use.
-// If the reading then exceeds the lowered limit, the buffer is larger than its text justifies. In
-// this case the function reports the buffer, frees its memory and makes it empty.
+// If the reading then exceeds the lowered limit, or its buffers exceed seven eighths of it, the
+// buffer is larger than its text justifies. In this case the function reports the buffer, frees its
+// memory and makes it empty.
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;

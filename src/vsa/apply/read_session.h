@@ -1,8 +1,8 @@
 // ReadSession: the limits, counts and ownership of one reading through the public API. Internal.
 //
-// The parser calls the session before it allocates memory and before it assigns a value. The entry
-// points of the plain interface attach no session. The parser then tests one null pointer at each
-// of these calls.
+// The parser calls the session when a statement begins, before it allocates memory for the scene or
+// for a value, and before it assigns a value. The entry points of the plain interface attach no
+// session. The parser then tests one null pointer at each of these calls.
 #pragma once
 
 #include <cstdint>
@@ -81,7 +81,8 @@ class ReadSession {
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }
-  /// The input whose link is being resolved. Null while no link is resolved.
+  /// The input whose link is being resolved. Null before the first link is resolved. After a link,
+  /// it does not change until the next link.
   interfaces::IInput* link() const noexcept { return link_; }
   /// The current statement if it is an assignment whose path has been read. Null for any other
   /// statement.
@@ -134,7 +135,8 @@ class ReadSession {
     assignment_ = nullptr;
     path_ = {};
   }
-  /// Sets the node of the assignment: the node on its left-hand side.
+  /// Tells the session the node on the left-hand side of the assignment, so that it knows whether
+  /// to drop the value or link.
   void beginTarget(interfaces::INode& node) {
     if (dropsNodes) isDropped_ = isDroppedNode(node);
   }
@@ -162,7 +164,7 @@ class ReadSession {
     ++counts.elements;
   }
   /// Counts the memory of a link. Called before the link is stored. `sourceBytes` is the size of
-  /// the names on the right-hand side.
+  /// the names on the right-hand side. Calls dropLink if the node is dropped.
   void chargeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
     charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
@@ -180,7 +182,7 @@ class ReadSession {
   void endBuffer(AssignInfo& info, std::uint64_t length);
 
   /// Takes ownership of the memory of a value until the value is assigned. `memory` must be from
-  /// malloc or calloc.
+  /// malloc, calloc or realloc.
   void hold(void* memory, std::uint64_t bytes) noexcept {
     dropValue();
     held_ = memory;
@@ -188,8 +190,9 @@ class ReadSession {
   }
   /// Polls the host. Called regularly while a long value is converted. May throw ReadStopped.
   void continueValue() { poll(); }
-  /// Passes the ownership of the value's memory to `input`. Called directly before the value is
-  /// assigned to `input`.
+  /// Counts the value and passes the ownership of its memory to `input`. If the node is dropped,
+  /// frees the memory instead and makes a string or buffer empty. Called directly before the value
+  /// is assigned to `input`.
   void transferValue(interfaces::IInput& input, AttrData& value) {
     if (held_ != nullptr || isDropped_ || value.type == AttrType::Buffer) {
       return transferMemory(input, value);

@@ -35,8 +35,8 @@ class UnassignedValue {
     keep();
     memory_ = memory;
   }
-  /// Called when the statement ends. `isAssigned` states whether the scene took ownership of the
-  /// value.
+  /// Called when an assignment ends without an exception. `isAssigned` states whether the scene
+  /// took ownership of the value.
   void end(bool isAssigned) noexcept {
     if (!isAssigned) keep();
     memory_ = nullptr;

@@ -1,5 +1,5 @@
 // The lexer converts characters to tokens. One switch selects the function that reads a token of
-// each type.
+// each type, unless the fast path reads the token (see lexer_fast_path.h).
 #include "vsa/lex/lexer.h"
 
 #include <algorithm>
@@ -208,7 +208,7 @@ Token Lexer::readByCharacters() {
   }
 }
 
-// Reads from "#" to the end of the line. Does not consume the line break.
+// Reads from "#" to the end of the line or of the input. Does not consume the line break.
 Token Lexer::comment() {
   chars_.clear();
   collectUntil('\n', '\r');
@@ -284,7 +284,8 @@ Token Lexer::brackets() {
 }
 
 // Reads a whole list as one token. The token contains the elements, separated by single blanks.
-// Nested lists of the same kind are flattened. Other brackets and commas are separators.
+// Nested lists of the same kind are flattened: their brackets are left out and do not separate
+// numbers, so "(1(2))" becomes "(12)". Brackets of another kind and commas are separators.
 Token Lexer::bracketedList(const ListKind& kind) {
   chars_.clear();
   std::uint64_t depth = 0;

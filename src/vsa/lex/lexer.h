@@ -1,9 +1,10 @@
 // Lexer: converts characters to tokens. Internal.
 //
-// `consume` is the only function that fetches a character from the source. It defines how positions
-// are counted. A source may also expose its buffered bytes as a window. The inner loops then scan
-// the window and compute the position once for a run of bytes. At the end of the window, and
-// without a window, they call `consume` for each character. Both ways give the same result.
+// `consume` fetches the characters from the source. Only the first one is fetched by the
+// constructor of the source. `consume` defines how positions are counted. A source may also expose
+// its buffered bytes as a window. The inner loops then scan the window and compute the position
+// once for a run of bytes. At the end of the window, and without a window, they call `consume` for
+// each character. Both ways give the same result.
 #pragma once
 
 #include <cstddef>
@@ -77,8 +78,8 @@ class Lexer {
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
 
-  /// The number of bytes of the current token that were collected: copied to a buffer one at a
-  /// time. It is 0 if the token was read from the window without collecting its characters.
+  /// The number of bytes that were collected, which means copied to a buffer: those of the token
+  /// that is being read if it is collected, otherwise those of an earlier token, or 0.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
   /// The record of the last error. For an invalid character, the lexer returns an Invalid token
@@ -107,8 +108,8 @@ class Lexer {
   /// Consumes the first `count` bytes of the window. The window must contain more than `count`
   /// bytes.
   void consumeBytes(std::size_t count) noexcept;
-  /// Whether the last `count` tokens are in the current block of the source, and their offsets are
-  /// known.
+  /// Whether the last `count` tokens end in the current block of the source, and their offsets are
+  /// known. A String is one block.
   bool hasInBlock(std::uint32_t count) const noexcept {
     return tokensInBlock_ >= count && !isOffsetUnknown_;
   }
@@ -123,9 +124,9 @@ class Lexer {
   /// Advances the position by the lookahead and makes `next` the new lookahead. Every
   /// implementation of `consume` must call this function.
   char step(char next) noexcept;
-  /// Counts how often `index` has wrapped around, so that offsets have 64 bits. Derived classes
-  /// call this function before they read a block of bytes. A block must contain fewer than 2^32
-  /// bytes.
+  /// Counts how often `index` has wrapped around, so that offsets have 64 bits. A derived class
+  /// that reads in blocks calls this function before it reads a block. A block must contain fewer
+  /// than 2^32 bytes.
   void countIndexWraps() noexcept;
   /// Makes all offsets unknown. A derived class that does not read in blocks calls this function if
   /// `index` may wrap around.

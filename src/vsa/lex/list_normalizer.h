@@ -22,10 +22,11 @@ struct NormalizedList {
 /// normalizeList() store eight or more bytes at once, even if the rest of the output is shorter.
 inline constexpr std::size_t NORMALIZER_SLACK = 16;
 
-/// Copies number characters from [from, end) to `to`. Replaces each run of blanks, line ends and
-/// commas between two number characters by one blank. Stops before the first byte that is neither a
-/// number character nor a separator. Also stops before a run of separators that no number character
-/// follows. The last byte read is therefore always a number character.
+/// Copies number characters from [from, end) to `to`. Replaces each run of separators between two
+/// number characters by one blank. A separator is a comma or white space: a blank, \t, \n, \v, \f
+/// or \r. Stops before the first byte that is neither a number character nor a separator. Also
+/// stops before a run of separators that no number character follows. The last byte read is
+/// therefore always a number character.
 ///
 /// The byte at `from` must be a number character. The output is never longer than the input. `to`
 /// must have a capacity of end - from + NORMALIZER_SLACK bytes.

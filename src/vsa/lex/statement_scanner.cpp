@@ -114,7 +114,8 @@ inline void StatementScanner::pass(const LineFeeds& feeds) noexcept {
   lineBegin_ = addressOf(feeds.last + 1);
 }
 
-// Returns the first character of the next token. Returns null if it is not in the window.
+// Returns the first character of the next token. Returns null if it is not in the window or is the
+// last byte of the window.
 inline const char* StatementScanner::skipWhite(const char* at) noexcept {
   if (at == nullptr) return nullptr;
   const char* const last = last_;
@@ -137,9 +138,9 @@ inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
   return end != last_ ? end : nullptr;
 }
 
-// Sets `out` to the interned name. First compares the name with `out`, because this is faster than
-// a look-up in the pool. Often `out` already has this name: successive statements are usually about
-// one node.
+// Sets `out` to the interned name. Returns false if the place is not a name, but for example a
+// literal such as `true`. First compares the name with `out`, because this is faster than a look-up
+// in the pool. Often `out` already has this name: successive statements are usually about one node.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;

@@ -2,9 +2,10 @@
 //
 // Most statements are short and have one of a few forms. The scanner creates no tokens for these
 // statements. It finds their names and values in the window and interns the names. It recognises a
-// statement only if the whole statement and the three tokens after it are buffered and valid.
-// Otherwise it changes nothing, and the parser reads the statement token by token. All messages
-// about malformed text therefore come from the parser.
+// statement only if the whole statement and the three tokens after it are buffered, and if these
+// tokens are words, single characters or comments. Otherwise the lexer stays at its position, and
+// the parser reads the statement token by token. All messages about malformed text therefore come
+// from the parser.
 //
 // When the scene is called, the source is at the same position as if the parser had read the
 // statement: at the end of the third token after the statement.
@@ -24,7 +25,8 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// A statement of a common form. Its views point into the window.
+/// A statement of a common form. Its views point into the window or, for the words `true`, `false`
+/// and `null`, to constants.
 struct SimpleStatement {
   enum class Kind {
     Comment,      ///< `# text`
@@ -70,7 +72,8 @@ class StatementScanner {
   /// tokens after `consumed`.
   StatementScanner(Lexer& lexer, const Token& consumed) noexcept;
 
-  /// Recognises the next statement. Returns false if the statement has no common form.
+  /// Recognises the next statement. Returns false if the statement has no common form, or if the
+  /// three tokens after it are not as described above. `out` may then be changed.
   bool scan(SimpleStatement& out);
 
   /// Moves the window of the lexer to the end of the third token after `statement`, which must be
@@ -148,7 +151,8 @@ class StatementScanner {
   std::uintptr_t lineBegin_ = 0;
   // The three tokens after the last recognised statement.
   Place next_[3];
-  // False if one of these tokens cannot be in a simple statement.
+  // False if one of these tokens is not buffered, or is not a word, a single character or a
+  // comment.
   bool hasNext_ = false;
 };
 

@@ -1,5 +1,5 @@
-// Finds the ends of names, numbers, strings, comments and short lists: 16 bytes per step with SSE2,
-// one byte per step without SSE2. Internal.
+// Finds the ends of names, numbers, strings, comments and short lists: 16 bytes per step with SSE2
+// (32 in a string), one byte per step without SSE2. Internal.
 #pragma once
 
 #include <array>
@@ -139,7 +139,7 @@ constexpr Token::Type firstOf(char c) {
   return detail::FIRST[static_cast<unsigned char>(c)];
 }
 
-/// Whether every token of this type is a single character.
+/// Whether a token is a single character. `first` is the result of firstOf for its first character.
 constexpr bool isOneCharacter(Token::Type first) {
   return static_cast<int>(first) >= static_cast<int>(Token::Type::Dot);
 }
@@ -193,7 +193,8 @@ inline NumberEnd endOfNumber(const char* at, const char* end) {
 
 /// The end of a quoted string, and facts about its characters.
 struct StringEnd {
-  /// One past the closing quote. Null if the closing quote is not buffered.
+  /// One past the closing quote. Null if the closing quote is not buffered, or if the string
+  /// contains a NUL or the end mark 0xFF.
   const char* at = nullptr;
   LineFeeds feeds{0, nullptr};
   bool hasBackslash = false;  ///< Whether the string contains a backslash.
@@ -262,7 +263,7 @@ inline bool passInString(const char* at, LineFeeds& feeds) {
 }  // namespace detail
 
 /// Finds the end of the string whose opening quote is at `at`. If the string does not end before
-/// `end`, `StringEnd::at` is null.
+/// `end`, or contains a NUL or the end mark 0xFF, `StringEnd::at` is null.
 inline StringEnd endOfString(const char* at, const char* end) {
   StringEnd found;
   // Whether the byte at `at` is escaped.

@@ -19,7 +19,7 @@ Token::Type typeOfWord(std::string_view word);
 
 class TokenTextPool {
  public:
-  /// Returns a String of one character.
+  /// Returns a String of one character. Returns an empty String for NUL.
   const String& character(char c) {
     String& text = characters_[static_cast<unsigned char>(c)];
     if (text.isEmpty() && c != '\0') text = String(c);

@@ -25,7 +25,7 @@ Snapshot snapshotOf(const PendingTable& table) {
   return entries;
 }
 
-// Returns the source of a connection as it is written in the text.
+// Returns the source of a connection as it is written in the text, without the white space in it.
 String asWritten(const PendingLink& link) {
   const String source(link.source);
   return link.output.isEmpty() ? source : source + "." + link.output;
@@ -52,6 +52,7 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
 // 2. Convert the source to a String, and prefetch the input and the hash table slot of the node.
 // 3. Prefetch the node.
 // 4. Resolve the link.
+// In a host's scene, and for fewer than NAMES links, the slot and the node are not prefetched.
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);

@@ -17,7 +17,8 @@ class LinkResolver {
       : scene_(scene), session_(session) {}
 
   /// Resolves every link of the table in table order: bucket by bucket, and in insertion order
-  /// within a bucket. Then releases the inputs in the same order. The entries remain in the table.
+  /// within a bucket. Then releases the inputs in the same order. After an exception, no input is
+  /// released, or only the first ones. The entries remain in the table.
   void resolveConnections(const PendingTable& connections);
   void resolveReferences(const PendingTable& references);
 

@@ -21,12 +21,14 @@ namespace zn::korvo_sdk::impl {
 
 struct PendingLink {
   /// The source of the link, NUL-terminated. Reference: the node's name, or empty for `null`.
-  /// Connection of the form `node.output`: the node's name. Any other connection: the whole source
-  /// as it is written.
+  /// Connection of the form `node.output`: the node's name. Any other connection: the tokens of the
+  /// whole source, without the white space between them.
   const char* source = "";
   /// The output's name for a connection of the form `node.output`. Empty for any other link.
   String output;
-  /// The position of the token before the statement. Set only if a ReadSession is attached.
+  /// Where the statement of the link is, for messages while the link is resolved: the position of
+  /// the last token before the statement. Zero in readings without a ReadSession (the plain
+  /// interface).
   TextPlace place;
 };
 
@@ -43,8 +45,9 @@ class TextArena {
   const char* copyOf(std::string_view text);
 
  private:
-  // The size of the first chunk. It is small, so that a text of one statement takes little memory.
-  // Each later chunk is twice as large as the one before it, up to MAX_CHUNK_BYTES.
+  // The usual size of the first chunk. It is small, so that a text of one statement takes little
+  // memory. The usual size doubles with each chunk, up to MAX_CHUNK_BYTES. A text that is longer
+  // gets a chunk of its own size.
   static constexpr std::size_t MIN_CHUNK_BYTES = 256;
   static constexpr std::size_t MAX_CHUNK_BYTES = std::size_t{1} << 16;
 
@@ -54,7 +57,7 @@ class TextArena {
   // The first unused byte of the last chunk. From there on, `left_` bytes are unused.
   char* next_ = nullptr;
   std::size_t left_ = 0;
-  std::size_t chunkBytes_ = MIN_CHUNK_BYTES;  // the size of the next chunk
+  std::size_t chunkBytes_ = MIN_CHUNK_BYTES;  // the usual size of the next chunk
 };
 
 /// A set of addresses with false positives but no false negatives. It stores the highest address

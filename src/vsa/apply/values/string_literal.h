@@ -14,7 +14,7 @@ namespace zn::korvo_sdk::impl {
 /// std::bad_alloc.
 char* copyOfStringValue(std::string_view literal, bool hasBackslash, ReadSession* session);
 
-/// Returns the value of a string literal as a String.
+/// Returns the value of a string literal as a String, up to its first NUL.
 String stringValue(std::string_view literal);
 
 }  // namespace zn::korvo_sdk::impl

@@ -20,10 +20,11 @@ class TypedElements {
   /// The number of typed elements that a call rechecks.
   static constexpr std::uint64_t RECHECKED = 128;
 
-  /// Sets the type of the untyped elements of `array`. An element is untyped if it is a buffer
-  /// without a DataType, or an array without an element type. Does nothing if `array` contains
-  /// neither buffers nor arrays. `countBefore` is the size of `array` before the statement appended
-  /// elements. `elementType` is the type to set: a DataType for buffers, an AttrType for arrays.
+  /// Sets the type of the untyped elements of `array`. In an array of buffers, an element is
+  /// untyped if it has no DataType. In an array of arrays, it is untyped if it has no element type.
+  /// Does nothing for any other array. `countBefore` is the size of `array` before the statement
+  /// appended elements. `elementType` is the type to set: a DataType for buffers, an AttrType for
+  /// arrays.
   void setEmptyElements(interfaces::IInput& array, std::uint64_t countBefore,
                         std::int32_t elementType);
 

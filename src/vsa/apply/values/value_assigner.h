@@ -23,8 +23,8 @@ class ValueAssigner {
   /// Converts `value` to the type of `input` and assigns it, or logs why this is not possible.
   /// `literal` is the value's first token as written. It must not be in memory that the value owns.
   /// `array` is the array that contains `input` as an element, or null. `countBefore` is the size
-  /// of `array` before the statement. Returns whether the scene took ownership of the value's
-  /// memory.
+  /// of `array` before the statement. Returns whether the value was assigned. If so, the scene owns
+  /// its memory. If not, a session has freed its memory, and without a session nobody frees it.
   bool assign(AttrData& value, std::string_view literal, interfaces::IInput& input,
               interfaces::IInput* array = nullptr, std::uint64_t countBefore = 0);
 
