@@ -7,9 +7,8 @@
 namespace zn::detail {
 
 /// Returns `bytes`, the wanted size of a block. In the fuzzers, returns at most 8 KiB. The fuzzers
-/// define VSA_SMALL_BLOCKS, because AddressSanitizer maps each block of 64 KiB or more from the
-/// system and unmaps it afterwards, which takes time. If `bytes` is a power of two, so is the
-/// result.
+/// define VSA_SMALL_BLOCKS, because AddressSanitizer maps large blocks from the system and unmaps
+/// them afterwards, which takes time. If `bytes` is a power of two, so is the result.
 constexpr std::size_t blockBytes(std::size_t bytes) noexcept {
 #if defined(VSA_SMALL_BLOCKS)
   return std::min(bytes, std::size_t{8192});

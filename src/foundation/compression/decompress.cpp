@@ -1,10 +1,10 @@
 // Decompresses and compresses texts.
 //
 // When a text is decompressed, its digits are converted to bytes in short runs, and the decoder
-// writes directly to the memory that the caller gets. So the stream is never in memory as a whole,
-// and the output is there only once. The decoder may stop before the end of the text. The
-// characters after that point are checked, too, because an error about an invalid character
-// anywhere in the text takes precedence over all other errors.
+// writes directly to the memory of the result. So the stream is never in memory as a whole, and the
+// output is there only once. The decoder may stop before the end of the text. The characters after
+// that point are checked, too, because an error about an invalid character anywhere in the text
+// takes precedence over all other errors.
 #include <vsa/foundation/decompress.h>
 
 #include <algorithm>

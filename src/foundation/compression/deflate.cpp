@@ -374,9 +374,9 @@ class BlockWriter {
 
   // Returns the size of the block in bits if its data is stored. Does not include the type bits of
   // the first stored block. The data of a stored block begins at a byte boundary, after the size of
-  // the data and its complement, in 16 bits each (SIZE_BITS). Data of more than MAX_STORED_BYTES
-  // requires several stored blocks. Each block after the first begins at a byte boundary, so its
-  // type bits take a whole byte.
+  // the data and its complement, in 16 bits each (together SIZE_BITS). Data of more than
+  // MAX_STORED_BYTES requires several stored blocks. Each block after the first begins at a byte
+  // boundary, so its type bits take a whole byte.
   std::uint64_t storedBits() const {
     constexpr unsigned SIZE_BITS = 32;
     const std::uint64_t pieces =

@@ -1,8 +1,9 @@
-// The decoder of zlib streams. Two loops share one state.
+// The decoder of zlib streams. Two loops decode the compressed blocks. They share one state.
 //
 // The input arrives in runs (see ByteFeed). The fast loop runs while the rest of the current run
-// and the rest of the output are large enough for any iteration. It checks no other bound, refills
-// its bit buffer 8 bytes at a time and copies matches in chunks.
+// and the rest of the output are large enough for any iteration. It checks no other bound, except
+// that a match begins inside the output. It refills its bit buffer 8 bytes at a time and copies
+// matches in chunks.
 //
 // The careful loop decodes one symbol per iteration and checks every bound. At the end of an input
 // run, it continues with the next run, byte by byte.

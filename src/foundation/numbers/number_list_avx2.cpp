@@ -9,7 +9,7 @@
 // SSE4.1 kernel. One is each group of four fields that it cannot convert, for example because a
 // field has an exponent or more than 15 characters. The other is the rest of the list, as soon as
 // fewer than four fields end in the next chunk or fit into the output, or fewer than STEP
-// characters are left.
+// characters are left before `limit`.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_AVX2_KERNEL

@@ -6,9 +6,9 @@
 // depend on the length of the number, so fields of different lengths cause no branch
 // mispredictions.
 //
-// A real of 16 to 31 characters without an exponent takes three loads. A real of up to 15
-// characters with an exponent takes one load up to its exponent. The portable kernel tries all
-// other fields, which are rare.
+// A real of 16 to 31 characters without an exponent takes more loads and two such conversions. A
+// real of up to 15 characters with an exponent is converted in the same way up to its exponent. The
+// portable kernel tries all other fields, which are rare.
 #include "foundation/numbers/number_list_kernels.h"
 
 #if VSA_HAS_SSE41_KERNEL

@@ -38,7 +38,8 @@ void storeWord(char* to, std::uint64_t word) {
 
 // These structures contain significant digits: the first digit, and one or two words of eight
 // digits. The first digit of a number is not zero. The first digit of a word is in its lowest byte.
-// Unused digits at the end are zeros.
+// Unused digits at the end are zeros. `count` returns the number of digits without the zeros at the
+// end.
 
 struct NineDigits {
   std::uint64_t first;

@@ -84,8 +84,8 @@ class NodeImpl final : public Node {
   std::unique_ptr<ColdMembers> cold_;
 };
 
-// A node fits into one cache line, so that a look-up costs only one cache miss. This matters
-// because links look up nodes in random order.
+// A node fits into one cache line, so that a look-up of a short name reads only one cache line of
+// the node. This matters because links look up nodes in random order.
 #if defined(__LP64__)
 static_assert(sizeof(NodeImpl) == 64);
 #endif

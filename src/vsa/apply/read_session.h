@@ -51,11 +51,11 @@ class ReadSession {
   };
 
   struct Counts {
-    std::uint64_t statements = 0;
-    std::uint64_t nodes = 0;
-    std::uint64_t elements = 0;
-    std::uint64_t values = 0;
-    std::uint64_t links = 0;  ///< The links whose resolution has started.
+    std::uint64_t statements = 0;  ///< The statements that have begun.
+    std::uint64_t nodes = 0;       ///< The nodes that the text has created.
+    std::uint64_t elements = 0;    ///< The array elements that the text has appended.
+    std::uint64_t values = 0;      ///< The values given to inputs, without those of dropped nodes.
+    std::uint64_t links = 0;       ///< The links whose resolution has started.
   };
 
   ReadSession() = default;
