@@ -40,6 +40,7 @@ using LibrarySceneOf = LibraryScene* (*)(interfaces::IScene& scene) noexcept;
 
 /// Sets the function that `libraryScene` calls. Every scene of the library sets the same function.
 void setLibraryScene(LibrarySceneOf function) noexcept;
+/// Returns the result of that function. Returns null if no scene of the library has been created.
 LibraryScene* libraryScene(interfaces::IScene& scene) noexcept;
 
 }  // namespace zn::korvo_sdk

@@ -37,7 +37,8 @@ class Inflater {
   std::size_t length() const { return static_cast<std::size_t>(out_ - start_); }
 
  private:
-  // The result of a step: the next step follows, the block has ended, or the stream has an error.
+  // The result of a step: the next step follows, the block has ended, or the decoding ends with an
+  // error.
   enum class Step { Next, BlockEnd, EndsEarly, Corrupt, TooLarge };
 
   static InflateStatus statusOf(Step fault);

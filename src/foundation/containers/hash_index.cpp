@@ -47,8 +47,8 @@ void HashIndex::place(Slot slot) noexcept {
   slots_[at] = slot;
 }
 
-// Moves entries up into the gap. Without this, a look-up of these entries would end at the free
-// slot. An entry is not moved if its search starts after the gap.
+// Moves later entries back into the gap. Without this, a look-up of these entries would end at the
+// gap. An entry is not moved if its search starts after the gap.
 void HashIndex::closeGap(std::uint64_t gap) noexcept {
   for (std::uint64_t at = (gap + 1) & mask_; slots_[at].position != FREE; at = (at + 1) & mask_) {
     const std::uint64_t home = slots_[at].tag & mask_;

@@ -1,4 +1,4 @@
-// InputImpl: sets values.
+// InputImpl: sets types and values, and frees values.
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
