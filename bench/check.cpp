@@ -1,6 +1,6 @@
-// Measures the time of vsa check relative to reading the same files: many small files, one big
-// file, and texts of mistakes. For the texts of mistakes, the time must be proportional to the
-// number of mistakes.
+// Measures the time of vsa check relative to reading the same files: many small files, and two big
+// files. Also measures the gain of a second worker, and texts of mistakes, for which the time must
+// be proportional to the number of mistakes.
 #include <unistd.h>
 #include <CLI/CLI.hpp>
 

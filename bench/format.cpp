@@ -44,7 +44,7 @@ double timeOfFormatting(const std::string& path, FormatMode mode) {
   return seconds;
 }
 
-// Returns the peak memory of formatting in MB. Formats in a new process, because this process has
+// Returns the peak memory of formatting in MiB. Formats in a new process, because this process has
 // already read the file.
 double megabytesOfFormatting(const std::string& program, const std::string& path) {
   const std::string command = "\"" + program + "\" --format-once \"" + path + "\"";

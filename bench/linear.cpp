@@ -1,7 +1,7 @@
 // Measures how the time of a read grows with its input. Each case generates a text of n similar
-// statements, or of one statement of length n. The benchmark reads the text for n and the text for
-// 4n. A linear reader takes four times as long for 4n. The limit is five, to allow for cache
-// misses.
+// parts, such as statements, or of one statement with n parts. The benchmark reads the text for n
+// and the text for 4n. A linear reader takes four times as long for 4n. The limit is five, to allow
+// for cache misses.
 #include <malloc.h>
 
 #include <CLI/CLI.hpp>
@@ -27,7 +27,7 @@ struct Case {
   uint64_t (*count)(Scene& scene);
 };
 
-// Joins the statements that `add` returns for each index from 0 to n - 1.
+// Joins the texts that `add` returns for each index from 0 to n - 1.
 template <class Add>
 std::string repeated(size_t n, Add add) {
   std::string text;

@@ -1,5 +1,5 @@
 // Loads the meshes of a text into arrays of an engine. A mesh is a node with buffers `points` and
-// `indices`. No other part of the text stays in memory.
+// `indices`. No other value of the text stays in memory.
 //
 //   mesh_loader FILE
 #include <algorithm>

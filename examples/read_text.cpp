@@ -1,4 +1,5 @@
-// Reads a text, and prints its scene and the problems that were found.
+// Reads a text, and prints its nodes with their inputs, and the problems that were found. Of some
+// values, such as strings and arrays, only the type is printed.
 //
 //   read_text FILE
 #include <cstdio>

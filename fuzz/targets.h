@@ -14,7 +14,7 @@ namespace vsa_fuzz {
 void readString(std::string_view input);
 /// Reads a text from a String and from a File. The results, logs and scenes must be equal.
 void stringAgainstFile(std::string_view input);
-/// Reads a text through the public API from memory and from a source. Checks the result.
+/// Reads a text through the public API from memory, a file and a source. Checks the results.
 void publicApi(std::string_view input);
 /// Compares the reader's lexer with PlainLexer. The tokens and their positions must be equal.
 void lexerAgainstPlain(std::string_view input);
@@ -25,8 +25,8 @@ void numbers(std::string_view input);
 void unescape(std::string_view input);
 /// Compares decompression with zlib.
 void decompress(std::string_view input);
-/// Compresses bytes and decompresses the result with our decoder and with zlib. This is a separate
-/// fuzzer, because it is much slower than the fuzzer `decompress`.
+/// Compresses bytes with our encoder and decompresses the result with our decoder and with zlib.
+/// This is a separate fuzzer, because it is much slower than the fuzzer `decompress`.
 void compress(std::string_view input);
 /// Reads several texts into one scene. Removes nodes between two texts.
 void severalTexts(std::string_view input);
@@ -37,11 +37,11 @@ void writeReadText(std::string_view input);
 void writeMadeScene(std::string_view input);
 /// Formats a text, as vsa fmt does. The tokens and the scene must stay the same.
 void formatAndRead(std::string_view input);
-/// Does with the scenes of two texts what the commands do: compares both scenes, prints one of
-/// them, renames its nodes, and extracts a part of it.
+/// Does with the scenes of two texts what the commands do: compares both scenes, prints the first
+/// one, renames its nodes, and extracts a part of it.
 void lookAtScenes(std::string_view input);
 
-/// Checks a text with all rules of vsa check, and renders the findings.
+/// Checks a text with all rules of vsa check, renders the findings, and applies their edits.
 void checkText(std::string_view input);
 /// Reads a configuration, a baseline and a file of types, as vsa check does.
 void checkSettings(std::string_view input);

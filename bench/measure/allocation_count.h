@@ -1,4 +1,4 @@
-// Counts allocations. If a program links allocation_count.cpp, all calls of the C allocation
+// Counts allocations. If a program links allocation_count.cpp, the calls of four C allocation
 // functions are counted, including the calls by operator new.
 #pragma once
 

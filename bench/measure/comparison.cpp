@@ -9,8 +9,9 @@
 namespace bench {
 namespace {
 
-// Repeats the work until ENOUGH_SECONDS have passed. Returns the mean time. Does not count the
-// first run, because another candidate has left its data in the heap and the caches.
+// Repeats the work until it has taken ENOUGH_SECONDS of processor time. Returns the mean time that
+// the candidate reports. Does not count the first run, because another candidate has left its data
+// in the heap and the caches.
 double meanSeconds(const Candidate& candidate) {
   constexpr double ENOUGH_SECONDS = 0.05;
   candidate.read();

@@ -33,9 +33,10 @@ struct Candidate {
 
 // Returns the median time of each candidate in seconds, in the order of `candidates`. Within a
 // round, short work is repeated until the total time is long enough to be measured. The first round
-// is a warm-up and not part of the result.
+// is a warm-up and not part of the result. `rounds`, which is without the warm-up, must not be 0.
 std::vector<double> compare(const std::vector<Candidate>& candidates, size_t rounds);
 
+// Returns the middle value, or the mean of the two middle ones. `values` must not be empty.
 double median(std::vector<double> values);
 
 // Throws std::runtime_error "WHO: found N WHAT, expected M" if the counts differ.

@@ -16,14 +16,14 @@ namespace bench {
 // corresponding functions of the public API.
 enum class Route { String, File, Text, Path };
 
-// These functions read a text into the scene. They throw std::runtime_error if the text is not read
-// completely.
+// These functions read a text into the scene. They throw std::runtime_error if the entry point
+// reports a failure.
 void readString(zn::korvo_sdk::Scene& scene, const zn::String& text);
 void readFile(zn::korvo_sdk::Scene& scene, const std::string& path);
 void readText(zn::korvo_sdk::Scene& scene, std::string_view text);
 void readPath(zn::korvo_sdk::Scene& scene, const std::string& path);
 
-// Throws std::runtime_error if the scene differs from `expected`.
+// Throws std::runtime_error if a count or sum of the scene differs from `expected`.
 void requireScene(const zn::korvo_sdk::Scene& scene, const Expected& expected);
 
 // Returns a candidate that measures the time of `fill` for a new scene.

@@ -1,5 +1,5 @@
 // Candidates that do only a part of the work of a reader: loops that only convert numbers, the
-// inflate libraries, and a copy of the text.
+// inflate libraries, and a copy of the text. Also defines writeFile().
 #include <fast_float/fast_float.h>
 #include <libdeflate.h>
 #include <zlib.h>
@@ -17,7 +17,8 @@
 namespace bench {
 namespace {
 
-// Converts the whole list. Returns the number of converted numbers.
+// Converts the whole list. Returns the number of converted numbers, or 0 if one cannot be
+// converted.
 template <class Number, class Convert>
 size_t convertList(const std::string& digits, Number* out, Convert convert) {
   const char* at = digits.data();

@@ -1,5 +1,6 @@
-// Compares the reader with other readers. All readers read the same scenes in turn, each in its own
-// format. Prints a table of ratios with their aims and limits.
+// Compares the reader with other readers: all read the same scenes in turn, each in its own format.
+// Also compares the writer, the conversion of numbers and the compression with other libraries, and
+// measures the peak memory of reads. Prints a table of the values with their aims and limits.
 #include "bench/peers/peers.h"
 
 #include <CLI/CLI.hpp>

@@ -56,7 +56,8 @@ Candidate zlibDeflate(const std::string& bytes);
 // Returns a candidate that copies the text to new memory.
 Candidate copyLoop(const std::string& text);
 
-// Writes `content` to the file at `path` and replaces an existing file.
+// Writes `content` to the file at `path` and replaces an existing file. Throws std::runtime_error
+// on failure.
 void writeFile(const std::string& path, const std::string& content);
 
 }  // namespace bench

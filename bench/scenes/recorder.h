@@ -28,7 +28,7 @@ inline std::string numbered(const char* stem, size_t index) {
   return name;
 }
 
-// Each function calls the same function of the writer and updates the expected values.
+// Each function calls the corresponding function of the writer and updates the expected values.
 class Recorder {
  public:
   explicit Recorder(Format format) : writer(makeWriter(format)) {
@@ -118,9 +118,9 @@ class Recorder {
 
   Text finish() { return {writer->finish(), expected}; }
 
-  // The number of characters in all number lists so far. A generator ends the scene when this
-  // number reaches the requested size. It does not use the size of the text, because that depends
-  // on the format: every format must get the same scene.
+  // The number of characters in all number lists so far. geo() ends the scene when this number
+  // reaches the requested size. It does not use the size of the text, because that depends on the
+  // format: every format must get the same scene.
   size_t listCharacters = 0;
 
  private:

@@ -1,5 +1,6 @@
-// Writers of generated scenes, one for each format that a peer reads. The generators pass numbers
-// as digits and not as values, so that every format contains the same digits.
+// Writers of generated scenes, for VSA and for each format that a peer reads. The generators pass
+// reals and lists as digits and not as values, so that every format contains the same digits. A
+// writer leaves out what its format cannot represent.
 #pragma once
 
 #include <cstddef>
@@ -92,7 +93,8 @@ void appendJsonString(std::string& to, std::string_view text);
 void appendJsonArray(std::string& to, std::string_view digits);
 
 // Returns the number of components of the tuple type `keyword` as a digit, for example "3" for
-// pos3. Other formats name their vector types by this digit, such as SFVec3f.
+// pos3. Other formats name their vector types by this digit, such as SFVec3f. `keyword` must not be
+// a matrix.
 std::string_view vectorSize(std::string_view keyword);
 
 // Returns the text in double quotes. Inserts a backslash before each quote and backslash.

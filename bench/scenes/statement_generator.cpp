@@ -149,7 +149,7 @@ std::string nameAt(size_t index) {
   return numbered(rowOf(index).type, index);
 }
 
-// Returns a path with backslashes. Every format requires escape sequences for them.
+// Returns a path with backslashes. Every format with strings requires escape sequences for them.
 std::string filePath(Random& random) {
   std::string path = std::string("D:/projects/") + word(random) + "/" + imagePath(random);
   std::replace(path.begin(), path.end(), '/', '\\');

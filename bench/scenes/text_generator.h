@@ -1,5 +1,5 @@
 // Generates the scenes that the benchmarks read, in the VSA text format or in the format of a peer.
-// The same seed gives the same bytes on every machine.
+// The same seed gives the same bytes, as far as the math functions and zlib give the same results.
 //
 // A generator also returns the values that a reader must find in the text, so that a benchmark can
 // check its result before it measures. The generator computes these values from the generated
@@ -50,21 +50,22 @@ struct Text {
 Text geo(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Small nodes. Each node has a declaration and 8 assignments of scalars. There are `statements`
-// statements, rounded up to whole nodes.
+// statements, rounded up to whole nodes, and in VSA two comments.
 Text nodes(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Like `nodes`, with a comment, a matrix, a reference and a connection for each node. The text has
-// about 46 bytes per statement.
+// Like `nodes`, with a comment, a matrix, a reference and a connection for each node. There are
+// about `statements` statements. The text has about 46 bytes per statement.
 Text mixed(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Nodes with a declaration, a reference and a connection each. Both links refer to later nodes.
+// Nodes with a declaration, a reference and a connection each. Both links refer to later nodes. The
+// last node has no links. There are about `statements` statements.
 Text links(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Nodes with strings of all lengths, and comments.
+// Nodes with strings of about 8 to 2000 characters, and comments. The text has about `bytes` bytes.
 Text text(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
-// Nodes with strings of 20 to 200 characters with few escape sequences, and a comment before each
-// node.
+// Nodes with strings of about 20 to 200 characters with few escape sequences, and a comment before
+// each node. The text has about `bytes` bytes.
 Text shortText(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 
 // Images in compressed buffers. `bytes` is the uncompressed size.

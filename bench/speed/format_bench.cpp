@@ -1,6 +1,6 @@
 // Measures the stages of vsa fmt in bytes of text per second: reading the tokens, the layout (which
 // includes the tokens), and the read with which vsa fmt checks a text before it formats it. Row
-// names: format/tokens/geo, format/layout/geo, format/read/geo.
+// names for the first of three texts: format/tokens/geo, format/layout/geo, format/read/geo.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>

@@ -1,8 +1,8 @@
 // Measures reads of generated scenes from a String and from a File. Row name: read/geo/50MB/string.
 //
-// Counters: bytes, numbers and statements per second, allocations per statement, and the peak
-// resident memory over the size of the input. A read from a File does not hold the input in memory.
-// The time does not include the destruction of the scene.
+// Counters: bytes and statements per second, numbers per second if there are buffers, allocations
+// per statement, and the peak resident memory over the size of the input. A read from a File does
+// not hold the input in memory. The time does not include the destruction of the scene.
 //
 // Also measures the work of `vsa dump`, including the read. Row name: dump/geo/5MB.
 #include <benchmark/benchmark.h>
@@ -50,7 +50,7 @@ std::string scratchFile() {
   return std::string(folder != nullptr ? folder : "/tmp") + "/vsa_bench.vsa";
 }
 
-// The current scene as a text and as a file. Consecutive benchmarks of one scene share it.
+// The current scene as a text and as a file. The calls of one benchmark share it.
 class CurrentScene {
  public:
   const Text& generate(const SceneRow& row) {

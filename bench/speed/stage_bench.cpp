@@ -173,7 +173,8 @@ void useHashMap(benchmark::State& state) {
 }
 BENCHMARK(useHashMap)->Name("hash_map")->RangeMultiplier(10)->Range(100, 100'000);
 
-// Link resolution: the pending links are the same as after a read of the text.
+// Link resolution: the pending links are made as the reader makes them for a text in which each
+// node has a reference and a connection.
 
 struct LinkedScene {
   Scene scene;

@@ -1,5 +1,5 @@
 // Writes compact JSON, without the types that JSON itself distinguishes:
-//   {"version":3,"nodes":[{"type":"mesh","name":"mesh_000000","inputs":{
+//   {"version":3,"time":"...","nodes":[{"type":"mesh","name":"mesh_000000","inputs":{
 //     "points":{"type":"vec3f","count":2,"data":[0.5,...]},"tint":["rgba",1,0,0,1],
 //     "material":{"node":"mat1"},"color":{"node":"tex1","output":"out"}}}],"comments":["..."]}
 #include <algorithm>

@@ -1,5 +1,6 @@
 // Writes Open Inventor 2.1 ASCII, for Coin. A mesh becomes an indexed face set. A node with scalar
-// inputs becomes a node that declares its own fields. A node with links becomes a group.
+// inputs becomes a node that declares its own fields. A node with links, or without inputs, becomes
+// a group. Compressed buffers are left out.
 //
 // A name must be defined before it is used. Links refer to later nodes, so the nodes are written in
 // reverse order. Both a reference and a connection become a child with USE.

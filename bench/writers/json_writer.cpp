@@ -1,4 +1,5 @@
-// Writes JSON in the format of `vsa dump`:
+// Writes JSON in the format of `vsa dump`, but without the result and the log. A compressed buffer
+// is a string of hexadecimal digits:
 //   {"fileVersion":3,"fileComments":["..."],"nodes":[{"type":"mesh","name":"m1","inputs":[
 //     {"name":"tint","type":"Rgba","value":[1,0,0,1]},{"name":"material","type":"Node",
 //     "value":"mat1"},{"name":"color","type":"Null","value":null,"connection":"tex1.out"}]}]}

@@ -1,5 +1,5 @@
-// Writes the meshes of a scene as Wavefront OBJ: v, vn, vt and triangles. All other nodes are left
-// out, because the format cannot represent them.
+// Writes the meshes of a scene as Wavefront OBJ: v, vn, vt and triangles. Of other nodes only the
+// name remains, because the format cannot represent them.
 #include "bench/scenes/scene_writer.h"
 
 namespace bench {

@@ -1,5 +1,6 @@
 // Writes .osgt, the text format of OpenSceneGraph, in the form of osgDB. A mesh becomes a Geometry.
 // Any other node becomes a Group with its inputs as value objects. The format has no comments.
+// Compressed buffers are left out.
 //
 // An object must be defined before its UniqueID is used. Links refer to later nodes, so the nodes
 // are written in reverse order. Both a reference and a connection become a child, which is the only

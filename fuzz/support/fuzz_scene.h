@@ -12,8 +12,9 @@
 
 namespace vsa_fuzz {
 
-/// A scene with limits that a short text can reach. Also declares the node type of declared_lamp.h.
-/// The destructor of the last FuzzScene frees leaked buffer literals (see literal_memory.h).
+/// A scene with limits that a short text can reach: a nesting depth of 12 and 400 empty elements.
+/// Also declares the node type of declared_lamp.h. The destructor of the last FuzzScene frees
+/// leaked buffer literals (see literal_memory.h).
 class FuzzScene {
  public:
   FuzzScene();

@@ -4,7 +4,7 @@
 //
 // The programs are therefore linked with --wrap=calloc and --wrap=free. Only buffer literals call
 // calloc. The wrapper of calloc returns null for more than MAX_LITERAL_BYTES. Leaked literals are
-// freed after each read.
+// freed when the last FuzzScene is destroyed.
 #pragma once
 
 #include <cstddef>

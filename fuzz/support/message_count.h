@@ -7,7 +7,8 @@
 namespace vsa_fuzz {
 
 /// Counts a message. At the exit of the process, one line "COUNT NAME" per message is appended to a
-/// file. The environment variable VSA_FUZZ_MESSAGES contains the name of the file.
+/// file. The environment variable VSA_FUZZ_MESSAGES contains the name of the file. Without it, or
+/// if no message was counted, nothing is written.
 void countMessage(zn::korvo_sdk::DiagnosticId id);
 
 }  // namespace vsa_fuzz

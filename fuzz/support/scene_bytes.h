@@ -1,6 +1,6 @@
-// The content of a scene as bytes: what a dump shows, without formatting it. The bytes are created
-// much faster than a dump. A fuzzer can therefore access everything after each read, and compare
-// two scenes.
+// The content of a scene as bytes: what a dump shows, without formatting it, and the bits of each
+// NaN. The bytes are created much faster than a dump. A fuzzer can therefore access everything
+// after each read, and compare two scenes.
 #pragma once
 
 #include <string>

@@ -1,6 +1,7 @@
-// The mutator of libFuzzer for texts. One of three mutations changes bytes. The other two change
-// whole statements, so that most of the text stays valid. Exception: a few of these replace the
-// whole text by a new one.
+// The mutator of libFuzzer for texts. A third of the calls change bytes, as libFuzzer does by
+// itself. Of the other calls, one in 40 replaces the text by a new one, and the others change one
+// to three whole statements, so that most of the text stays valid. The cross-over of two texts
+// joins whole statements, too.
 #include <algorithm>
 #include <cstdint>
 #include <cstring>

@@ -167,7 +167,8 @@ void TextWriter::assignment() {
   out_ += ';';
 }
 
-// Writes a connection or a reference: target "|=" source, or target "=" node.
+// Writes a connection or a reference: target "|=" source, or target "=" node. The source or node
+// may be null.
 void TextWriter::link() {
   path();
   const bool connects = !choices_.oneIn(3);
@@ -260,7 +261,8 @@ void TextWriter::count(std::size_t count) {
   out_ += '[' + std::to_string(count) + ']';
 }
 
-// Writes: keyword "[" count "]" "{" elements "}"
+// Writes: keyword "[" count "]" "{" elements "}". The elements may be compressed, and the count may
+// be wrong.
 void TextWriter::buffer() {
   const std::size_t elementCount = choices_.below(6);
   if (choices_.oneIn(4)) {

@@ -1,5 +1,5 @@
 // Generates random statements. Most of them are valid and use few names, so that several statements
-// affect the same input. Each invalid statement causes a message of the reader.
+// affect the same input. Invalid statements cause the messages of the reader.
 #pragma once
 
 #include <cstddef>

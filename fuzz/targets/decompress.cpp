@@ -2,7 +2,7 @@
 // zlib's error. The settings select the type of the input: a compressed text, a binary zlib stream,
 // or bytes that are compressed with zlib and then changed in one bit.
 //
-// Also tests `compress`: zlib must be able to decompress its output.
+// Also tests `compress`: zlib and our decoder must be able to decompress its output.
 #include <vsa/foundation/decompress.h>
 
 #include <zlib.h>
@@ -164,8 +164,8 @@ std::string textOf(std::string_view stream) {
   return text;
 }
 
-/// Compresses `bytes` with zlib and checks the stream and a copy with one changed bit. The settings
-/// select the level and the strategy of zlib.
+/// Compresses `bytes` with zlib and checks the stream and, if there are bytes, a copy with one
+/// changed bit. The settings select the level and the strategy of zlib.
 void checkCorrupted(std::string_view bytes, unsigned settings) {
   std::vector<unsigned char> packed(compressBound(static_cast<uLong>(bytes.size())) + 32);
   z_stream zlib{};

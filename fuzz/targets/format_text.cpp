@@ -1,6 +1,7 @@
 // Formats a text, as vsa fmt does. The formatted text must be the same from memory and from a
 // source. If the reader accepts the text, the formatted text must have the same tokens and the same
-// scene, and formatting it again must not change it.
+// scene, formatting it again must not change it, and the reading of vsa fmt must give the same
+// result for both texts.
 #include <string>
 
 #include <vsa/read.h>

@@ -1,6 +1,7 @@
 // Tests the commands that process scenes: vsa diff, tree, graph, stats, extract and merge. A byte
 // 0x01 separates two texts. The reader treats this byte as white space. Both texts may contain
-// errors. The commands then process the scene that was read before the error.
+// errors. The commands then process the scene that was read before the error. Exception: extract
+// and merge process only a first text that was read completely.
 #include <nlohmann/json.hpp>
 
 #include <algorithm>

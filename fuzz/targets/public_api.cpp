@@ -1,6 +1,7 @@
-// Reads a text through the public API, from memory and from a source that returns few bytes at a
-// time. The two results must be equal. The status must be valid and the counts must be consistent.
-// The diagnostics must be inside the text and in the order of their positions.
+// Reads a text through the public API: from memory, from a file, and from a source that returns few
+// bytes at a time. The results must be equal, unless the limit of memory is exceeded. The status
+// must be valid and the counts must be consistent. The diagnostics must be inside the text and,
+// except for those about links, in the order of their positions.
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -139,7 +140,7 @@ void checkFile(std::string_view text, const vsa::ReadOptions& options,
   checkSame(shown(expected), shown(found), "outcome of a read from a file");
 }
 
-// Loads each skipped buffer, from the same text and from a text without its first byte.
+// Loads the first skipped buffers, from the same text and from a text without its first byte.
 void checkSkipped(std::string_view text, const ReadOutcome& outcome,
                   const vsa::ReadOptions& options) {
   constexpr std::size_t MAX_LOADED = 4;

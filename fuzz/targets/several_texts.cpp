@@ -1,4 +1,4 @@
-// Reads several texts into one scene, alternately from a String and from a File. Removes nodes
+// Reads up to 12 texts into one scene, alternately from a String and from a File. Removes nodes
 // between two texts. The scene must stay valid after an error in a text. A byte 0x01 separates the
 // texts. The reader treats this byte as white space.
 #include <algorithm>

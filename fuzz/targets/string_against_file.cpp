@@ -1,5 +1,5 @@
-// Reads a text from a String and from a File. The reads of the File return few bytes, so that
-// tokens are split between reads.
+// Reads a text from a String and from a File. The reads of the File return from 1 to 255 bytes, so
+// that tokens are split between reads, or all bytes at once.
 #include <string>
 
 #include "fuzz/support/check.h"

@@ -1,6 +1,7 @@
 // json_same FILE FILE: compares two JSON files by value. "1", "1.0" and "1e0" are equal; white
 // space and the order of keys are ignored. Exits with 0 if the files are equal. Otherwise prints
-// the first difference as an operation of a JSON Patch (RFC 6902) and exits with 1.
+// the first difference as an operation of a JSON Patch (RFC 6902) and exits with 1. Exits with 2 if
+// a file cannot be read or is not JSON, and for any other number of arguments.
 #include <cstdio>
 #include <exception>
 #include <fstream>

@@ -13,8 +13,9 @@ namespace vsa_tools {
 struct InputPosition {
   /// The number of arrays and objects that contain it.
   size_t depth;
-  /// The index among the elements or members of its parent.
+  /// The index among the elements or members of its parent. 0 for the root.
   std::uint64_t index;
+  /// Whether the parent is an array. False for the root.
   bool isElement;
 };
 

@@ -9,7 +9,8 @@
 
 namespace vsa_tools {
 
-/// Writes JSON in pieces. Characters that control a terminal are escaped.
+/// Writes JSON in pieces. Only text() escapes, namely quotes, backslashes and the characters of
+/// isTerminalControl(). The caller writes brackets, and commas between elements.
 class JsonWriter {
  public:
   explicit JsonWriter(TextOutput& out) : out_(out) {}
@@ -17,7 +18,7 @@ class JsonWriter {
   /// Writes JSON syntax as it is.
   void raw(std::string_view text) { out_.put(text); }
 
-  /// Writes `"name":`, after a comma unless it is the first key of its object.
+  /// Writes `"name":`, after a comma unless `first` is true. The name must need no escape.
   void key(std::string_view name, bool first = false) {
     if (!first) out_.put(',');
     out_.put('"');
@@ -25,12 +26,14 @@ class JsonWriter {
     out_.put("\":");
   }
 
+  /// Writes a string with its quotes. Each byte that is not valid UTF-8 becomes U+FFFD.
   void text(std::string_view text);
 
   void boolean(bool value) { out_.put(value ? "true" : "false"); }
 
   void number(std::integral auto value) { out_.put(value); }
 
+  /// NaN and infinities become the strings "nan", "inf" and "-inf".
   void number(std::floating_point auto value) {
     const bool isNumber = std::isfinite(value);
     if (!isNumber) out_.put('"');

@@ -26,9 +26,10 @@ void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid 
   }
 }
 
-/// Whether the character controls a terminal or viewer, or is invisible: control characters (C0,
-/// DEL, C1), line and paragraph separators, the marks that set the writing direction, soft hyphens,
-/// characters of no width, byte order marks and tags.
+/// Whether the character may control a terminal or viewer, or hide in a text: control characters
+/// (C0, DEL, C1), line and paragraph separators, the marks that set the writing direction, soft
+/// hyphens, blanks and joiners of no width, byte order marks and tags. Combining characters are not
+/// among them.
 bool isTerminalControl(char32_t character);
 
 /// Appends two lower-case hexadecimal digits for each byte.
@@ -46,13 +47,15 @@ std::string escapedCharacter(char32_t character);
 /// original text cannot be restored.
 std::string printable(std::string_view text);
 
-/// Escapes terminal controls in the strings of a JSON text as \uHHHH. Line ends between its tokens
-/// remain. The value of the text does not change.
+/// Escapes terminal controls in the strings of a JSON text as \uHHHH. Bytes that are not valid
+/// UTF-8 remain, and so do line feeds. Between its tokens, the text must have no white space but
+/// blanks and line feeds. Its value does not change.
 std::string printableJson(std::string_view json);
 
 /// Escapes a message or file name that begins a line, as printable() does. In addition, backslashes
-/// are doubled, so an escape differs from a backslash of the text. Commands of CI runners are
-/// escaped: "::" at the beginning of the line, "##[" and "##vso[" anywhere.
+/// are doubled, so an escape differs from a backslash of the text. The first character of a command
+/// of CI runners becomes \xHH: of "::" at the beginning of the line or after blanks and tabs only,
+/// and of "##[" and "##vso[" anywhere.
 std::string printableLine(std::string_view text);
 
 }  // namespace vsa_tools

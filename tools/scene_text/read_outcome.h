@@ -46,7 +46,8 @@ class DiagnosticCapture : public zn::korvo_sdk::DiagnosticSink {
 struct ReadStatus {
   /// The result of the entry point; false if it threw.
   bool result = false;
-  /// The text of the exception that the entry point threw.
+  /// The text of the exception that the entry point threw, or "unknown exception" if it is no
+  /// std::exception. Not set if the entry point returned.
   std::optional<std::string> escaped;
   /// The record of that exception, if it is a diagnostic.
   std::optional<zn::korvo_sdk::Diagnostic> escapedDiagnostic = std::nullopt;

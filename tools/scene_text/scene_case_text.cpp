@@ -1,5 +1,5 @@
-// The format of test expectations: one line for each input, and below it the indented lines of its
-// elements and members.
+// The format of test expectations: the result, the log and the scene. Each input of the scene has
+// one line, and below it are the indented lines of its elements and members.
 #include "tools/scene_text/buffer_numbers.h"
 #include "tools/scene_text/input_tree.h"
 #include "tools/scene_text/printable_text.h"

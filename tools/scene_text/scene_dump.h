@@ -30,7 +30,8 @@ namespace vsa_tools {
 ///   tuple, matrix  "value": [number]
 ///   other types    "value"
 /// NaN and infinities are the strings "nan", "inf" and "-inf". Each byte that is not valid UTF-8
-/// becomes U+FFFD. The writer streams: its stack and memory do not grow with the scene.
+/// becomes U+FFFD. The writer streams: its memory does not grow with the number of nodes and
+/// inputs, only with the nesting depth and the longest text. Its stack does not grow.
 void dumpJson(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, TextOutput& out);
 
 /// A function that writes the elements of the array "log". It calls dumpLogEntry() for each entry,

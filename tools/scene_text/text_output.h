@@ -1,5 +1,6 @@
 // A buffered output for text: to a file, to a function, or to a string in memory. For a file or a
-// function, only one block of the text is in memory, even if a dump has several gigabytes.
+// function, only one block of the text is in memory, even if a dump has several gigabytes. A block
+// is written when it has 64 KiB or more, so one long text makes it larger.
 #pragma once
 
 #include <charconv>
@@ -50,7 +51,8 @@ class TextOutput {
     put(std::string_view(digits, realText(value, digits)));
   }
 
-  /// Writes the buffer and flushes the file. Returns false if any write since the start failed.
+  /// Writes the buffer and flushes the file. Returns false if this or an earlier write failed. Does
+  /// nothing for a text in memory.
   bool flush() {
     if (!file_ && !write_) return true;
     writeBuffer();

@@ -23,7 +23,8 @@ class Command {
 
   /// Adds the options, the arguments, and examples as the footer.
   virtual void addTo(CommandOptions& options) = 0;
-  /// Runs the command with the values of its options, and returns the exit status.
+  /// Runs the command with the values of its options, and returns the exit status. If it throws a
+  /// std::exception, main() prints the message and exits with EXIT_USAGE.
   virtual int run() = 0;
 
  private:

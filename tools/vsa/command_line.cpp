@@ -33,8 +33,9 @@ void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (isKnown) words.insert(words.begin(), "--help");
 }
 
-// Returns the names that may be suggested for an unknown argument. They are the options of the
-// command if the argument begins with "-", otherwise the commands.
+// Returns the names that may be suggested for an unknown argument. If the argument begins with "-",
+// they are the long options of the command, or those of vsa if no command was named. Otherwise they
+// are the commands and "help", or none after a command.
 std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
   const std::vector<CLI::App*> chosen = app.get_subcommands();
   std::vector<std::string> names;

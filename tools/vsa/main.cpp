@@ -1,4 +1,5 @@
-// The command vsa: reads VSA texts and prints their diagnostics or their scenes.
+// The command vsa: runs one of its subcommands, such as check, dump or fmt. Each subcommand is in
+// the folder of its name.
 #include <algorithm>
 #include <cerrno>
 #include <cstring>

@@ -56,8 +56,8 @@ std::string counted(std::uint64_t number, const char* what) {
   return std::to_string(number) + ' ' + what + (number == 1 ? "" : "s");
 }
 
-/// Reads the node types of --types. Throws std::runtime_error if the file cannot be read or
-/// describes no types.
+/// Reads the node types of --types. Throws std::runtime_error if the file cannot be read or is not
+/// a valid description of types.
 std::vector<vsa::TypeDescription> readTypesFile(const std::string& path) {
   const CheckedText text(path, std::numeric_limits<std::uint64_t>::max());
   if (!text.problem().empty()) throw std::runtime_error(path + ": " + text.problem());
@@ -167,7 +167,9 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   return result;
 }
 
-// Applies the edits of findings in rounds, until no finding has edits.
+// Applies the edits of findings in rounds, until no edit changes the text, Ctrl-C is pressed or
+// MAX_FIX_ROUNDS is reached. Leaves a file unchanged if its text is not kept or cannot be read.
+// Returns the number of findings whose edits were applied.
 std::uint64_t CheckRun::fix(const Item& item) {
   std::uint64_t fixed = 0;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {

@@ -2,7 +2,8 @@
 //
 // Workers check the files: they select, sort and render the findings of FileCheck. CheckRun prints
 // the results in the order of the files. If a worker has too many findings to keep, it waits until
-// all earlier files are printed, and then prints its findings itself.
+// all earlier files are printed, and then prints its findings itself. With one worker, all this
+// happens on the calling thread.
 #pragma once
 
 #include <memory>
@@ -24,6 +25,8 @@ namespace vsa_tools {
 /// The findings of one file that are not printed yet, and the counts of that file.
 struct FileResult {
   std::vector<RenderedFinding> findings;
+  /// Whether the file has no findings. Also true if the file was not checked, after Ctrl-C or
+  /// --max-diagnostics.
   bool isClean = true;
   bool isUnreadable = false;
   bool isTextTooLarge = false;  ///< Whether the text is too large for the rules about texts.
@@ -37,7 +40,8 @@ class CheckRun {
   explicit CheckRun(const CheckOptions& options);
 
   /// Checks all files and prints their findings. Returns the exit status. Throws std::runtime_error
-  /// if the configuration or a baseline is wrong.
+  /// if the configuration, the node types or the baseline cannot be read or is wrong, and if a file
+  /// or the new baseline cannot be written.
   int run();
 
  private:

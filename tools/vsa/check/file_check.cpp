@@ -127,8 +127,8 @@ void FileCheck::applyRules(const vsa::Scene& scene, const vsa::ReadOutcome& outc
   }
 }
 
-// Returns the options for reading the text. After Ctrl-C the reading ends, and the part that was
-// read is checked.
+// Returns the options for reading the text. Ctrl-C during a reading ends it, and the part that was
+// read is checked. A reading that begins after Ctrl-C is not ended.
 vsa::ReadOptions FileCheck::readOptions() const {
   vsa::ReadOptions options = options_.reading.options();
   options.keptDiagnosticBytes = KEPT_DIAGNOSTIC_BYTES;
@@ -139,8 +139,8 @@ vsa::ReadOptions FileCheck::readOptions() const {
   return options;
 }
 
-// Returns the finding of a diagnostic. It has no hint if the file is large, because the text of a
-// large file is not in memory.
+// Returns the finding of a diagnostic. It has no hint if only the reader's diagnostics are
+// findings, or if the file is large, because the text of a large file is not in memory.
 Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
   Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
   followUps_.add(diagnostic);

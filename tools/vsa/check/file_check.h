@@ -23,13 +23,14 @@ namespace vsa_tools {
 /// The settings for checking a file.
 struct FileCheckOptions {
   const ReadArguments& reading;
-  /// Whether the check ends at the place where the reader stops.
+  /// Whether the text after the place where the reader stops is not read. The rules about texts are
+  /// applied to the whole text anyway.
   bool isFirstOnly = false;
   /// Whether only the reader's diagnostics are findings, without rules and hints.
   bool isReaderOnly = false;
   /// The node types of --types. They must outlive the check.
   std::span<const vsa::TypeDescription> types = {};
-  /// A function that is called while a file is read.
+  /// A function that is called while a file is read. May be empty.
   std::function<void(const vsa::ReadProgress&)> onProgress = {};
   /// The minimum size in bytes of a text whose rules run on a second thread while it is read.
   std::size_t minConcurrentBytes = std::numeric_limits<std::size_t>::max();
@@ -49,12 +50,14 @@ class FileCheck {
         consumer_(consumer),
         hints_(text.text(), options.types) {}
 
-  /// Passes all findings to the consumer. First are the reader's diagnostics in the order of its
-  /// log. Next are the findings after the place where the reader stops. The findings of the rules
-  /// are last.
+  /// Passes the findings to the consumer until it needs no more. First are the reader's diagnostics
+  /// in the order of its log. Next are the findings after the place where the reader stops. The
+  /// findings of the rules are last. A file that cannot be opened has one finding. A text in
+  /// another encoding is not read, so it only has findings of the rules.
   void run();
 
-  /// Returns the line at which the reader stops, or 0 if it reads the whole text.
+  /// Returns the line at which the reader stops. 0 until the findings after that line are searched
+  /// for, and if they are not searched for.
   std::uint64_t stopLine() const { return stopLine_; }
 
  private:

@@ -23,9 +23,11 @@ class FileFindings {
   FileFindings(const std::string& file, const CheckedText& text, const LevelTable& levels,
                const Format& format, KnownFindings known, Flush flush);
 
-  /// Adds a finding if it is not ignored. `stopLine` is the line at which the reader stops.
+  /// Adds a finding unless it is ignored or in the baseline. For the format log, adds it only if
+  /// the reader has logged it. `stopLine` is the line at which the reader stops.
   void add(Finding&& finding, std::uint64_t stopLine);
-  /// Sorts and renders what has been added since the last call.
+  /// Sorts and renders what has been added and not flushed since the last call. Does not sort for
+  /// the format log.
   std::vector<RenderedFinding> take();
 
   bool hasFound() const { return count_ > 0; }
@@ -33,7 +35,8 @@ class FileFindings {
   bool isUnreadable() const { return isUnreadable_; }
   std::uint64_t inBaseline() const { return inBaseline_; }
   const KnownFindings& found() const { return found_; }
-  /// Makes add() treat all later findings as known and collect them in found().
+  /// Makes add() treat all later findings as known and collect them in found(). Ignored findings
+  /// are not collected.
   void recordFound() { isRecording_ = true; }
 
  private:

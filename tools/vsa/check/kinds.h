@@ -16,7 +16,8 @@ struct FindingKind {
   const char* page;   ///< The documentation page that has a heading for this id.
 };
 
-// The id of the finding for a file that cannot be opened or cannot be read to its end.
+// The id of the finding for a file that cannot be opened or cannot be read to its end, and for an
+// argument that names no file.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
 
 /// Returns all kinds: the reader's diagnostics, the problems of files, and the rules.

@@ -14,6 +14,7 @@
 namespace vsa_tools {
 
 /// Prints the diagnostics of one file while it is read, and counts them. It keeps none in memory.
+/// warnings() and errors() also count those that are not printed.
 class FileDiagnostics {
  public:
   /// `arguments` must outlive the object.

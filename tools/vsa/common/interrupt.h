@@ -19,8 +19,8 @@ class InterruptScope {
 /// any thread.
 bool isInterrupted() noexcept;
 
-/// Waits until the descriptor can be read without blocking. Returns false if Ctrl-C is pressed
-/// before that.
+/// Waits until the descriptor can be read without blocking. Returns false if Ctrl-C is or was
+/// pressed before that. Also returns true if waiting fails: the read then reports the error.
 bool waitForInput(int descriptor) noexcept;
 
 }  // namespace vsa_tools

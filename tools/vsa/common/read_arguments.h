@@ -16,13 +16,13 @@ class ReadArguments {
   /// because the parser of the command line stores values in its members.
   void addTo(CommandOptions& options);
 
-  /// Returns the options of one reading: the limits, and a progress function. That function ends
-  /// the reading as soon as isInterrupted() is true. A command that sets another `onProgress` must
-  /// call isInterrupted() there.
+  /// Returns the options of one reading: the limits, the number of kept diagnostics, and a progress
+  /// function. That function ends the reading as soon as isInterrupted() is true. A command that
+  /// sets another `onProgress` must call isInterrupted() there.
   vsa::ReadOptions options() const;
 
-  /// The maximum number of diagnostics to print. The command only counts further diagnostics and
-  /// prints their number.
+  /// The maximum number of diagnostics to print. Most commands only count further diagnostics and
+  /// print their number, but still print the one that ended the reading. vsa check ends.
   std::uint64_t maxDiagnostics() const { return maxDiagnostics_; }
 
   /// Returns the log line of a diagnostic as a command prints it, but not escaped. Names and values

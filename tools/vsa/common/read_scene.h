@@ -11,8 +11,9 @@
 
 namespace vsa_tools {
 
-/// A problem that the reader does not log as an error. The reader stopped or ended a token there,
-/// so a part of the file may be missing from the scene.
+/// A problem that the reader does not log as an error. The text is cut off, a byte 0xFF or NUL
+/// ended it or a token, its encoding is wrong, or the reading ended early. A part of the file may
+/// therefore be missing from the scene.
 struct Loss {
   std::string text;
   /// Where the problem is. Not set if that is unknown.
@@ -20,7 +21,7 @@ struct Loss {
 };
 
 struct FileOutcome {
-  /// The outcome of the reading. It has no diagnostics about the problems in `losses`.
+  /// The outcome of the reading. Of the diagnostics, it has only the one that ended the reading.
   vsa::ReadOutcome read;
   std::vector<Loss> losses;
 
@@ -29,7 +30,7 @@ struct FileOutcome {
 };
 
 /// Reads `input` into `scene` and shows a progress line. `input` must be open.
-/// `options.onDiagnostic` receives the diagnostics of the reader's log. The outcome stores none.
+/// `options.onDiagnostic` receives the diagnostics of the reader's log.
 FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options);
 
 }  // namespace vsa_tools

@@ -9,8 +9,8 @@
 
 namespace vsa_tools {
 
-/// Reads one file and writes its scene as a text to another file or to the same file. If the file
-/// was not read completely, writes nothing.
+/// Reads one file and writes its scene as a text to another file, to the same file or to standard
+/// output. If the file was not read completely, writes nothing.
 class ConvertCommand final : public Command {
  public:
   ConvertCommand() : Command("convert", "Read a file and write its scene as a text") {}

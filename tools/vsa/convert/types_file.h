@@ -6,7 +6,7 @@
 namespace vsa_tools {
 
 /// Declares the types that the JSON file `name` describes, see docs/types.md. If the file cannot be
-/// read, prints the reason and returns false.
+/// read or is wrong, prints the reason, declares nothing and returns false.
 bool declareTypesOf(const std::string& name);
 
 }  // namespace vsa_tools

@@ -12,8 +12,8 @@ namespace vsa_tools {
 
 namespace {
 
-/// Hashes eight bytes at a time. Nodes with equal hashes are compared afterwards, so deliberate
-/// collisions do not change the result.
+/// Hashes eight bytes at a time. Nodes with equal hashes are compared afterwards, so a collision
+/// hides no difference: two different nodes are then reported as one renamed node with differences.
 std::uint64_t hashOf(std::span<const std::byte> bytes) {
   std::uint64_t hash = bytes.size();
   for (; !bytes.empty(); bytes = bytes.subspan(std::min<std::size_t>(8, bytes.size()))) {

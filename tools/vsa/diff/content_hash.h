@@ -20,7 +20,8 @@ struct NodeContent {
 };
 
 /// Returns the content of a node. `hasCounterpart` returns whether a node of the other scene has
-/// the same name. Inputs whose paths match one of the `ignored` patterns are omitted.
+/// the same name. Inputs whose paths, such as "lamp.power", match one of the `ignored` patterns are
+/// omitted, with everything inside them.
 NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignored,
                       const std::function<bool(vsa::NodeView)>& hasCounterpart);
 

@@ -26,12 +26,13 @@ class DifferenceText final : public DifferenceSink {
 };
 
 /// Writes the differences as one JSON object, with one difference a line: {"a": name, "b": name,
-/// "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}], "same": bool}. Bytes
-/// that are not valid UTF-8 become U+FFFD.
+/// "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}], "same": bool}. A key
+/// that does not apply is left out. Bytes that are not valid UTF-8 become U+FFFD.
 class DifferenceJson final : public DifferenceSink {
  public:
   DifferenceJson(const std::string& nameA, const std::string& nameB, TextOutput& out);
   void add(const Difference& difference) override;
+  /// Ends the JSON. Must be called once, after the last add().
   void end();
 
  private:

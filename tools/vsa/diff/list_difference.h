@@ -12,12 +12,13 @@ namespace vsa_tools {
 /// The result of a comparison. Only indices that both lists have are compared.
 struct ListDifference {
   std::uint64_t countA = 0, countB = 0;
-  /// The number of elements that differ.
+  /// The number of elements that differ, or of components of a tuple.
   std::uint64_t differing = 0;
   /// The index of the first element that differs. Valid only if `differing` is not 0.
   std::uint64_t first = 0;
-  /// The largest distance between two numbers, and the index of their element. Not set if no two
-  /// numbers differ.
+  /// The largest distance between two numbers, and the index of their element. Only numbers that
+  /// differ by more than the tolerance count. Not set if there are none, or if one number of each
+  /// pair is NaN.
   std::optional<double> largestDeviation;
   std::uint64_t largestAt = 0;
 
@@ -28,7 +29,7 @@ struct ListDifference {
 ListDifference compareBuffers(const vsa::BufferView& a, const vsa::BufferView& b,
                               const Tolerance& tolerance);
 
-/// Returns whether the elements of the array are values: numbers, tuples or strings.
+/// Returns whether the elements of the array are values: booleans, numbers, tuples or strings.
 bool isValueArray(vsa::InputView array);
 
 /// Compares two arrays whose values have the same type.

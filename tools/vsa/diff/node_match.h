@@ -9,7 +9,8 @@
 namespace vsa_tools {
 
 /// The pairs of nodes of two scenes A and B. Nodes with the same name are a pair. Of the remaining
-/// nodes, two with the same type and content are a pair.
+/// nodes, two with equal hashes are a pair: they have the same type and the same content, and so
+/// have the remaining nodes up to three links away. Tolerances make no difference.
 class NodeMatch {
  public:
   NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);

@@ -33,7 +33,8 @@ struct Difference {
   /// during the call.
   std::string_view path = {};
   vsa::InputView a = {}, b = {};
-  /// The comparison of two lists of the same type. Not set for other values.
+  /// The comparison of two buffers, arrays of values or tuples of the same type. Not set for other
+  /// values.
   std::optional<ListDifference> list = std::nullopt;
 };
 

@@ -34,8 +34,9 @@ bool hasSameBits(Number a, Number b) {
   }
 }
 
-/// The maximum distances of two numbers that count as equal. If neither is set, all bits must be
-/// the same, so that 0 and -0 differ.
+/// The maximum distances of two numbers that count as equal: one of them suffices. If neither is
+/// set, all bits must be the same, so that 0 and -0 differ. If one is set, all NaN are equal, and
+/// an infinity is equal only to itself.
 struct Tolerance {
   std::optional<double> absolute;
   /// The maximum distance as a fraction of the magnitude of a number: of the greater one of both

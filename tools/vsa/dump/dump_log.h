@@ -17,7 +17,8 @@ namespace vsa_tools {
 /// which is known only after the whole log.
 class DumpLog {
  public:
-  /// The maximum size of the log. Further diagnostics are only counted.
+  /// The maximum size of the log lines. A diagnostic that does not fit is only counted, except for
+  /// the one that ended the reading.
   static constexpr std::uint64_t MAX_BYTES = std::uint64_t{64} << 20;
 
   /// `arguments` must outlive the object.

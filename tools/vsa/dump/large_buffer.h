@@ -9,8 +9,8 @@
 
 namespace vsa_tools {
 
-/// The maximum number of bytes of one buffer that are printed without --large-buffers. There is a
-/// limit because a few bytes of text can declare a far larger buffer.
+/// The maximum number of bytes of one buffer in memory that are printed without --large-buffers.
+/// There is a limit because a few bytes of text can declare a far larger buffer.
 inline constexpr std::uint64_t MAX_BUFFER_BYTES = std::uint64_t{1} << 30;
 
 /// Returns the path of a selected buffer of which more than MAX_BUFFER_BYTES would be printed.

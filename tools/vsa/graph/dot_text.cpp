@@ -32,7 +32,7 @@ std::string shortName(const std::string& name) {
 }
 
 /// Returns the colour of a box, by its type. The first type has the hue 0.58. The hues of
-/// consecutive types differ by the golden ratio, so any number of types have different hues.
+/// consecutive types differ by the golden ratio, so that even many types have different hues.
 std::string fillColour(const GraphGroup& group) {
   if (group.type.empty()) return "#eeeeee";
   const double turns = 0.58 + 0.618034 * static_cast<double>(group.typeIndex);

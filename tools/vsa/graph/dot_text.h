@@ -8,9 +8,10 @@
 namespace vsa_tools {
 
 /// Returns the graph in DOT, with `title` below it. A box is one node, or a group with the number
-/// of its nodes. Its colour depends on the type. An arrow leads from the node with the input to the
-/// node that the input refers to. The arrow of a connection is dashed. The result is valid UTF-8
-/// even if names of the scene are not.
+/// of its nodes. Its colour depends on the type, and is grey for a group of several types. An arrow
+/// leads from the node with the input to the node that the input refers to or is connected to. It
+/// is dashed if all its links are connections. The result is valid UTF-8 even if names of the scene
+/// are not.
 std::string dotText(const SceneGraph& graph, const std::string& title);
 
 }  // namespace vsa_tools

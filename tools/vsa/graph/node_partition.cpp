@@ -9,8 +9,9 @@ namespace vsa_tools {
 
 namespace {
 
-/// The maximum number of rounds. After eight rounds, two nodes are in different groups if they
-/// differ in nodes at most eight links away.
+/// The maximum number of rounds. Each round compares the surroundings of two nodes one link
+/// further. So a difference that is more than eight links away does not put two nodes into
+/// different groups.
 constexpr int MAX_ROUNDS = 8;
 
 /// The kinds of links of a node, sorted and without duplicates.

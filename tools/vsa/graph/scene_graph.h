@@ -17,7 +17,7 @@ struct GraphGroup {
   /// The name of the first node.
   std::string name;
   std::uint64_t nodes = 0;
-  /// The number of the type in the order of the scene. It determines the colour.
+  /// The number of the type of the first node, in the order of the scene. It determines the colour.
   std::size_t typeIndex = 0;
 };
 
@@ -30,7 +30,8 @@ struct GraphEdge {
   std::string path;
   /// Whether the arrow also represents links with other paths.
   bool hasOtherPaths = false;
-  /// Whether all links are connections.
+  /// Whether all links are connections. A connection to the node that the same input also refers to
+  /// does not count as one.
   bool isConnection = true;
 };
 
@@ -45,8 +46,8 @@ struct SceneGraph {
 
 /// Returns a graph of at most `maxGroups` groups and at most three times as many edges. `maxGroups`
 /// must be at least 1. If the scene has more nodes, a group contains several nodes of the same type
-/// with the same kinds of links. The groups are as small as their maximum number allows. If there
-/// are more types than groups, the rarest types share a group.
+/// with the same kinds of links. The groups are split, all of them in each step, while their
+/// maximum number allows it. If there are more types than groups, the rarest types share a group.
 SceneGraph graphOf(vsa::SceneView scene, std::size_t maxGroups);
 
 }  // namespace vsa_tools

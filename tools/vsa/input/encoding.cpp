@@ -8,7 +8,8 @@ namespace {
 
 using namespace std::string_view_literals;
 
-/// Returns whether each group of four bytes is a character from U+0001 to U+10FFFF in UTF-32.
+/// Returns whether there are at least two groups of four bytes, and each is a character from U+0001
+/// to U+10FFFF in UTF-32.
 bool isUtf32(std::string_view head, bool bigEndian) {
   for (std::size_t unit = 0; unit + 4 <= head.size(); unit += 4) {
     const char highest = head[unit + (bigEndian ? 0 : 3)],

@@ -61,7 +61,7 @@ struct SceneStatistics {
   BufferCounts buffers() const;
 };
 
-/// Counts the part of the scene that was read.
+/// Counts the part of the scene that was read. All counts are 0 if the file cannot be opened.
 SceneStatistics statisticsOf(const SceneFile& file);
 
 /// Adds the counts of `other` to `total`.

@@ -11,8 +11,8 @@
 
 namespace vsa_tools {
 
-/// Reads each file, prints its statistics to standard output, and prints its diagnostics to
-/// standard error.
+/// Reads the files, prints their diagnostics to standard error, and then prints one report about
+/// all of them to standard output.
 class StatsCommand final : public Command {
  public:
   StatsCommand() : Command("stats", "Count nodes, inputs, links and bytes of each file") {}

@@ -22,11 +22,11 @@ struct TreeOptions {
   std::vector<std::string> names, types;
 };
 
-/// Prints a tree for each root and returns the number of roots. Below a node there is a line for
-/// each of its links. The links of the target follow that line. The links of a node are shown only
-/// once. A later link to that node ends in "shown above", and a link from a node below it ends in
-/// "circle". Does not recurse. The size of the output is proportional to the number of links, even
-/// for long chains.
+/// Prints a tree for each root and returns the number of roots. A root that is already shown below
+/// an earlier root has no tree of its own. Below a node there is a line for each of its links. The
+/// links of the target follow that line. The links of a node are shown only once. A later link to
+/// that node ends in "shown above", and a link from a node below it ends in "circle". Does not
+/// recurse. The size of the output is proportional to the number of links, even for long chains.
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out);
 
 }  // namespace vsa_tools

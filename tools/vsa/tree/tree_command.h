@@ -1,4 +1,4 @@
-// vsa tree: prints the scene of a file as a tree of references.
+// vsa tree: prints the scene of a file as a tree of references and connections.
 #pragma once
 
 #include <string>

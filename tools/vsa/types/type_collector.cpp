@@ -12,7 +12,9 @@ namespace {
 using vsa::InputView;
 using vsa::ValueType;
 
-// Returns whether the node has a type. Nodes that "define" or "with" created have none.
+// Returns whether the node has a type. Nodes that "define" or "with" created have none: "define"
+// gives them their name as the type. A declared node with the same name and type cannot be
+// distinguished from them.
 bool hasType(const vsa::NodeView& node) {
   return node.type() != node.name() && node.type() != "with";
 }

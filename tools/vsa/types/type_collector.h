@@ -14,7 +14,8 @@ class TypeCollector {
  public:
   /// Adds the types of the nodes of a scene, with their inputs and outputs. The outputs are those
   /// that connections name. An input with values of several types gets the type that they all
-  /// convert to, or no type if there is none.
+  /// convert to, or no type if there is none. An input with connections only gets no type. Nodes
+  /// that "define" or "with" created are left out.
   void add(const vsa::SceneView& scene);
   /// Returns the types as JSON in the form of docs/types.schema.json, sorted by name. Each byte
   /// that is not valid UTF-8 becomes U+FFFD.

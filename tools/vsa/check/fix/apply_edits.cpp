@@ -18,8 +18,8 @@ bool isInside(const TextEdit& edit, std::string_view text) {
   return edit.begin <= edit.end && edit.end <= text.size();
 }
 
-/// Returns whether two edits overlap. Two insertions at the same place overlap, too, because their
-/// order is not known.
+/// Returns whether two edits overlap. Two edits that begin at the same place overlap even if one of
+/// them is an insertion, because their order is not known.
 bool overlaps(const TextEdit& a, const TextEdit& b) {
   return (a.begin < b.end && b.begin < a.end) || a.begin == b.begin;
 }

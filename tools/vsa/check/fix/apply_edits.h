@@ -15,14 +15,15 @@ struct EditedText {
   std::string text;
   std::uint64_t fixed = 0;  ///< The number of findings whose edits were applied.
 };
-/// Applies the edits of findings to a text, in the order of the findings. If an edit of a finding
-/// overlaps an edit of an earlier finding, all edits of the finding are left out.
+/// Applies the edits of findings to a text, in the order of the findings. All edits of a finding
+/// are left out if one of them overlaps an applied edit of an earlier finding, or is not inside the
+/// text.
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings);
 
 /// Replaces the file `path` by a new file with these bytes. The new file is written in the same
 /// folder with the same permissions, and replaces the old file when it is complete. If `path` is a
 /// symbolic link, the link remains and its target is replaced. Throws std::runtime_error on
-/// failure.
+/// failure, and if the old file is not writable. The old file then remains.
 void replaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace vsa_tools

@@ -1,4 +1,5 @@
-// Hints for strings and lists that are not closed, and for lists in brackets.
+// Hints for strings and lists that are not closed, for lists in brackets, and for the lines that a
+// merge leaves.
 #include <algorithm>
 #include <string>
 

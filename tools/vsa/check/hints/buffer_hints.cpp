@@ -1,4 +1,5 @@
-// Hints for buffers.
+// Hints for buffers, for texts that need too much memory, and for inputs that are nested too
+// deeply.
 #include <algorithm>
 #include <optional>
 #include <string>
@@ -28,14 +29,15 @@ struct Literal {
   vsa::ElementType type = vsa::ElementType::Null;
   std::uint64_t countBegin = 0;  // the offset of the "["
   std::uint64_t countEnd = 0;
-  std::string_view list;
-  std::size_t numbers = 0;
+  std::string_view list;          // with its braces
+  std::size_t numbers = 0;        // numbers that run together count as one
   bool hasGlued = false;          // whether groups of the list run together
   bool hasDecimalCommas = false;  // whether commas in the list look like decimal points
 };
 
-// Whether the list consists only of pairs such as "1,5": two numbers with a comma and no blank
-// between them.
+// Whether the list probably consists only of pairs such as "1,5": two numbers with a comma and no
+// blank between them. Then there are half as many commas as numbers, and each comma is between two
+// digits.
 bool isOfDecimalCommas(std::string_view list, std::size_t numbers) {
   std::size_t commas = 0;
   for (std::size_t i = 1; i + 1 < list.size(); ++i) {
@@ -100,7 +102,8 @@ void hintForCommas(HintText& text, const Literal& literal, Finding& finding) {
 }
 
 // Adds a hint with the element count that fits the list. If the last element is incomplete, the
-// hint gives the number of numbers in the list and in an element.
+// hint gives the number of numbers in the list and in an element. A list of compressed data, of
+// groups that run together, or with decimal commas has another hint.
 void hintForCount(HintText& text, std::uint64_t offset, Finding& finding) {
   const std::optional<Literal> literal = literalAt(text, offset);
   if (!literal) return;

@@ -44,8 +44,8 @@ std::uint64_t bracketBefore(const HintText& text, std::uint64_t offset) {
   return text.text().find_last_of("[=;", offset);
 }
 
-// Returns whether the byte at `open` is a brace that does not open a list: it follows neither "]"
-// nor "=". It is probably the brace of a block, as other languages have it.
+// Returns whether the byte at `open` is a brace that does not open a list: it follows another
+// character than "]" or "=". It is probably the brace of a block, as other languages have it.
 bool isBlock(HintText& text, std::uint64_t open) {
   const std::uint64_t before = text.endBefore(open);
   if (text.at(open) != '{' || before == 0) return false;

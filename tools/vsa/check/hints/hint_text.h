@@ -19,7 +19,9 @@
 
 namespace vsa_tools {
 
-/// The first assignment to an input.
+/// The first assignment to an input. For an object or array, it may be the first statement about
+/// one of its members or elements: `value` is then the path in that statement, and `kind` is
+/// EndOfText.
 struct FirstAssignment {
   std::string_view value;  ///< The value as it is written: a part of the text.
   vsa::SyntaxKind kind = vsa::SyntaxKind::EndOfText;  ///< The kind of its first token.
@@ -37,18 +39,22 @@ class HintText {
   std::string_view bytesOf(const vsa::TextRange& range) const;
   /// Returns the range of `part`, which must be a view of a part of the text.
   vsa::TextRange rangeOf(std::string_view part) { return places_.rangeOf(part); }
-  /// Returns the offset of the last byte before `offset` that is not white space, plus 1.
+  /// Returns the offset of the last byte before `offset` that is not white space, plus 1. 0 if
+  /// there is none.
   std::uint64_t endBefore(std::uint64_t offset) const;
-  /// Returns the offset of the first byte at `offset` or after it that is not white space.
+  /// Returns the offset of the first byte at `offset` or after it that is not white space, or the
+  /// size of the text if there is none.
   std::uint64_t beginBehind(std::uint64_t offset) const;
   char at(std::uint64_t offset) const { return offset < text().size() ? text()[offset] : '\0'; }
 
-  // Return the most similar name of the text, or nothing if no name is similar.
+  // Return the most similar name of the text. Return nothing if no name is similar, and after the
+  // maximum number of comparisons.
   std::optional<Suggestion> nearestNode(std::string_view written);
   std::optional<Suggestion> nearestInput(std::string_view written);
   std::optional<Suggestion> nearestOutput(std::string_view written);
 
-  /// Returns the range of the node's name in its first declaration.
+  /// Returns the range of the node's name in the first declaration or directive that contains it,
+  /// or nothing if there is none.
   std::optional<vsa::TextRange> declarationOf(std::string_view node);
   /// Returns the first assignment to an input, or null if there is none. `path` is the input path
   /// as diagnostics show it.
@@ -75,7 +81,8 @@ class HintText {
   std::uint64_t comparisonsLeft_ = 5'000'000;
 };
 
-// Add the hints for groups of diagnostics. They leave a finding unchanged if they have no hint.
+// Add the hints for groups of diagnostics, with edits and notes. A finding may get a note without a
+// hint, or neither.
 void hintForStatement(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForCharacter(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
@@ -87,17 +94,19 @@ void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& f
 
 // The functions below are used by several of the functions above.
 
-/// Adds an edit that replaces the range by `to`, and the hint "write `to`".
+/// Sets the only edit, which replaces the range by `to`, and the hint "write `to`".
 void replace(Finding& finding, const vsa::TextRange& range, std::string to);
-/// Adds an edit that inserts a text at an offset.
+/// Sets the only edit, which inserts a text at an offset.
 void insertAt(Finding& finding, std::uint64_t offset, std::string text);
-/// Adds the hint "did you mean `name`?" if there is a suggestion. If the suggestion is sure, adds
-/// an edit, too, which replaces the range by the name.
+/// Sets the hint "did you mean `name`?" if there is a suggestion. If the suggestion is sure, sets
+/// the edit, too, which replaces the range by the name. Returns whether there is a suggestion.
 bool suggest(Finding& finding, const vsa::TextRange& range,
              const std::optional<Suggestion>& suggestion);
-/// Returns the value of hexadecimal digits such as "1F" as a decimal number. Returns nothing if it
-/// does not fit into 64 bits.
+/// Returns the value of hexadecimal digits such as "1F" as a decimal number. Returns nothing if
+/// `digits` is empty or has another character, or if the number does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
+/// Returns whether the text is a name: ASCII letters, digits, `_` and bytes from 0x80 on, and no
+/// digit first.
 bool isWordText(std::string_view text);
 /// Returns whether `source`, the part of the text that a diagnostic is about, is a single opening
 /// character: a quote, parenthesis, brace or bracket. Such a diagnostic is about a string or list
@@ -107,8 +116,8 @@ bool isOpening(std::string_view source);
 /// notices that the string or list is not closed.
 void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& finding);
 /// Adds a hint if a conflict marker begins at `range`: a line such as "<<<<<<< HEAD", which a merge
-/// of two versions leaves in a file. The whole line is then the place of the finding. Otherwise
-/// returns false.
+/// of two versions leaves in a file. The whole line is then the place of the finding. Returns
+/// whether such a marker begins there.
 bool hintForConflict(HintText& text, const vsa::TextRange& range, Finding& finding);
 /// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if the
 /// bracket at `open` does not begin such a list.

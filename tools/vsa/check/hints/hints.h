@@ -21,8 +21,8 @@ class Hints {
   explicit Hints(std::string_view text, std::span<const vsa::TypeDescription> types = {});
   ~Hints();
 
-  /// Adds the hint for a diagnostic to its finding, with edits that do what the hint says, and with
-  /// notes. Leaves the finding unchanged if there is no hint.
+  /// Adds the hint for a diagnostic to its finding, with edits that do what the hint says, and
+  /// notes. Each of them may be missing.
   void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
 
  private:

@@ -20,8 +20,8 @@ constexpr Alias ALIASES[] = {{"none", "null"}, {"nil", "null"}, {"nullptr", "nul
                              {"yes", "true"},  {"on", "true"},  {"no", "false"},
                              {"off", "false"}};
 
-// Returns the constant `true`, `false` or `null` that is most similar to the name. The suggestion
-// is never sure, because a node may have that name, too.
+// Returns the constant `true`, `false` or `null` that the name means in other languages, or that is
+// most similar to it. The suggestion is never sure, because a node may have that name, too.
 std::optional<Suggestion> nearestConstant(std::string_view name) {
   const std::string lower = loweredName(name);
   for (const Alias& alias : ALIASES) {

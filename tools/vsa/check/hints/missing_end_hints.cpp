@@ -54,7 +54,8 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// Adds a hint for a word that names a type in other languages but not in this format.
+// Adds a hint for a word before "[" or "(" that is no keyword of this format. It may be the name of
+// a type in another language, or misspelt.
 void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
@@ -78,7 +79,8 @@ bool isDecimalComma(HintText& text, std::uint64_t at) {
   return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
 }
 
-// Whether the byte at `at` is the last one of its line, and a statement may begin after it.
+// Whether only white space follows the byte at `at` in its line, and a statement may begin after
+// that.
 bool isLastOfLine(HintText& text, std::uint64_t at) {
   const std::uint64_t next = text.beginBehind(at + 1);
   const std::string_view between = text.text().substr(at + 1, next - at - 1);

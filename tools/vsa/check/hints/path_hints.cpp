@@ -22,7 +22,7 @@ void hintForNode(HintText& text, const vsa::TextRange& range, Finding& finding) 
 }
 
 // Adds a hint for an input path that leads to no input. The hint is about the last word of the
-// path, such as "radius" in "ball.radius".
+// path, such as "radius" in "ball.radius". For a path with an index, it is about the array.
 void hintForInput(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string_view path = text.bytesOf(range);
   if (path.find('[') != std::string_view::npos) {

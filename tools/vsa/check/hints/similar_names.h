@@ -11,9 +11,9 @@ namespace vsa_tools {
 /// Returns the name with its ASCII letters in lower case.
 std::string loweredName(std::string_view name);
 
-/// Returns the edit distance from `a` to `b`: how many characters must be inserted, removed,
-/// replaced or swapped with their neighbour. Returns `limit` + 1 for any distance greater than
-/// `limit`. The case of ASCII letters is ignored.
+/// Returns the edit distance from `a` to `b`: how many bytes must be inserted, removed, replaced or
+/// swapped with their neighbour. Returns `limit` + 1 for any distance greater than `limit`, and if
+/// a name has more than 200 bytes. The case of ASCII letters is ignored.
 std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit);
 
 /// A known name that is suggested instead of a misspelt one.
@@ -33,7 +33,8 @@ class NearestName {
  public:
   explicit NearestName(std::string_view written);
   void consider(std::string_view name);
-  /// Returns the nearest name that differs from the written one, or nothing if no name is near.
+  /// Returns the nearest name that differs from the written one, or nothing if no name is near. For
+  /// a written name of one letter, only the case may differ.
   std::optional<Suggestion> found() const;
 
  private:

@@ -34,7 +34,7 @@ void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) 
   finding.hint = "a declaration has a type and a name, such as `lamp " + word + ";`";
 }
 
-// Adds a hint for "type: value" and for ":=". Without the colon, "=" remains.
+// Adds a hint for "input: value" and for ":=". Without the colon, "=" remains.
 void hintForColon(HintText& text, std::uint64_t at, Finding& finding) {
   finding.hint = "write `=`";
   finding.edits = {{at, at + 1, text.at(at + 1) == '=' ? "" : "="}};

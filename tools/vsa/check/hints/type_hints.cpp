@@ -1,5 +1,6 @@
-// Hints for values whose type differs from the type of their input. A note shows the assignment
-// that gave the input its type.
+// Hints for values whose type differs from the type of their input, and for strings that an
+// enumeration does not contain. For the former, a note shows the assignment that gave the input its
+// type, if the text has it.
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"
@@ -24,7 +25,8 @@ bool isVector(const vsa::Diagnostic& diagnostic) {
 }
 
 // Returns a list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
-// element type of `first`, the first value of the input.
+// element type of the first value of the input. Returns nothing if that value is no buffer of
+// single numbers.
 std::optional<std::string> asBuffer(std::string_view brackets, const FirstAssignment& assignment) {
   const std::string_view first = assignment.value;
   const std::size_t keyword = first.find('[');

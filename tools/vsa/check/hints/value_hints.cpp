@@ -1,4 +1,5 @@
-// Hints for values that do not convert to the type of their input, and for texts that are no value.
+// Hints for right-hand sides that are no value: misspelt numbers, numbers out of range, tuples with
+// a wrong count, and other text.
 #include <algorithm>
 #include <string>
 

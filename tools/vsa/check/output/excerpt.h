@@ -22,7 +22,7 @@ struct Excerpt {
 Excerpt excerptOf(const CheckedText& text, const vsa::TextRange& range, std::size_t width);
 
 /// Returns how many columns a terminal needs for a character: 0 for a combining character, 2 for a
-/// wide one.
+/// wide one, and otherwise 1.
 int columnsOf(char32_t character);
 
 }  // namespace vsa_tools

@@ -17,7 +17,7 @@ struct FindingPlace {
   const std::string& file;  ///< The file name to show.
   const CheckedText& text;
   /// The line at which the reader stops. Set only for the first finding after that line, so that
-  /// the line is shown once.
+  /// the line is shown once for each file.
   std::optional<std::uint64_t> stopLine;
 };
 
@@ -32,8 +32,8 @@ struct Totals {
   bool isEndedEarly = false;     ///< Whether --max-diagnostics was reached.
 };
 
-/// One output format. Several threads may call render(), but only one thread may call the other
-/// functions.
+/// One output format. Several threads may call the const functions at the same time. The other
+/// functions must be called by one thread at a time.
 class Format {
  public:
   virtual ~Format() = default;
@@ -47,7 +47,8 @@ class Format {
   virtual std::string addClean(const std::string& /*file*/) { return {}; }
   /// Returns the text to print after all findings.
   virtual std::string end(const Totals& /*totals*/) { return {}; }
-  /// Whether the output is for people. The summary is then a part of it.
+  /// Whether the output is for people. The summary is then a part of it. Otherwise the summary is
+  /// printed to standard error.
   virtual bool isForPeople() const { return false; }
   /// Whether only the reader's log is printed.
   virtual bool isLog() const { return false; }

@@ -1,5 +1,5 @@
-// Printer: writes rendered findings to standard output and counts them. It stops printing at
-// --max-diagnostics.
+// Printer: writes rendered findings to standard output and counts them. It prints no more findings
+// after --max-diagnostics.
 #pragma once
 
 #include <atomic>
@@ -30,11 +30,13 @@ class Printer {
   /// Prints findings of one file, up to --max-diagnostics.
   void print(const std::vector<RenderedFinding>& findings);
   void printClean(const std::string& file) { write(format_.addClean(file)); }
-  /// Prints the end of the output, then the summary if it is not empty. Returns whether everything
-  /// was written to standard output.
+  /// Prints the end of the output, then the summary if it is not empty: to standard output if the
+  /// format is for people, otherwise to standard error. Returns whether everything was written to
+  /// standard output.
   bool end(const Totals& totals, const std::string& summary);
 
-  /// Whether --max-diagnostics is reached. No more findings are printed then.
+  /// Whether a finding was left out because of --max-diagnostics, or a write to standard output has
+  /// failed.
   bool isFull() const { return isFull_; }
   /// Returns how many findings of that level were printed.
   std::uint64_t count(Level level) const { return counts_[static_cast<int>(level)]; }

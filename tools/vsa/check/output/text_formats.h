@@ -5,8 +5,8 @@
 
 namespace vsa_tools {
 
-/// Prints findings as compilers do: a line with the message, the source line with carets, the notes
-/// and the hint.
+/// Prints findings as compilers do: a line with the message, the source line with carets, the hint,
+/// and the notes with their source lines. A finding about the whole file has no source line.
 class FullFormat final : public Format {
  public:
   explicit FullFormat(bool isColoured) : isColoured_(isColoured) {}
@@ -22,7 +22,8 @@ class FullFormat final : public Format {
   bool isColoured_;
 };
 
-/// Prints each finding as one line: FILE:LINE:COLUMN: LEVEL: MESSAGE [ID].
+/// Prints each finding as one line: FILE:LINE:COLUMN: LEVEL: MESSAGE (HINT) [ID]. The hint may be
+/// missing. A finding about the whole file is at 1:1.
 class LineFormat final : public Format {
  public:
   std::string render(const Finding& finding, const FindingPlace& place) const override;

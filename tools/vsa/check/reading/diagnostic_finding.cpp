@@ -20,7 +20,7 @@ std::string withoutPeriod(std::string text) {
 
 // Returns the message of a finding. The message of an invalid token is only the character, and its
 // kind describes the problem: "INVALID PAREN LIST TOKEN". Therefore the finding begins with that
-// kind. All other kinds only repeat the severity.
+// kind. The other kinds, such as "PARSE ERROR", add nothing to the level and the message.
 std::string messageOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
   std::string text;
   if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||

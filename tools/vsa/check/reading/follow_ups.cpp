@@ -51,8 +51,8 @@ bool FollowUps::contains(const Finding& finding, std::string_view text) const {
 }
 
 // Whether the reader refuses the value of the statement that contains `begin`. This is so if the
-// first problem from `begin` on is about a refused value, and no semicolon is between `begin` and
-// that problem.
+// first problem from `begin` on is about a refused value and at most MAX_PATH_BYTES away, and no
+// semicolon is between `begin` and that problem.
 bool FollowUps::isStatementRefused(std::uint64_t begin, std::string_view text) const {
   const auto next = std::lower_bound(
       problems_.begin(), problems_.end(), begin,

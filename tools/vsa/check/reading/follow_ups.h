@@ -13,12 +13,13 @@ namespace vsa_tools {
 
 class FollowUps {
  public:
-  /// Records a diagnostic of the reader.
+  /// Records a diagnostic of the reader if findings of rules may follow from it.
   void add(const vsa::Diagnostic& diagnostic);
   /// Sorts the recorded diagnostics. Call it after the last add().
   void finish();
   /// Returns whether the finding of a rule only follows from a recorded diagnostic. `text` is the
-  /// text of the file; without it, the result is false.
+  /// text of the file. It is needed only for findings about a path: without it, the result for them
+  /// is false.
   bool contains(const Finding& finding, std::string_view text) const;
 
  private:

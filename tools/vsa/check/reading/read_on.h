@@ -15,14 +15,16 @@
 namespace vsa_tools {
 
 /// A function that receives the diagnostics of readOn(). Their positions are those in the original
-/// text. An exception that the function throws ends the reading.
+/// text. An exception that the function throws ends the reading, and readOn() throws it.
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading. The limits and the
 /// progress function are those of `options`. Returns the result of reading the repaired text.
 /// `consumer` receives the diagnostics after `stop`, except those that only follow from an earlier
 /// mistake. The repaired text is read from its beginning, so `consumer` also receives the
-/// diagnostics before `stop`, but not `stop` itself.
+/// diagnostics before `stop`, but not `stop` itself. The text is read as a whole up to four times,
+/// until no fatal mistake is left. Therefore `consumer` may receive a diagnostic that is not fatal
+/// several times.
 vsa::ReadResult readOn(std::string_view text, const vsa::Diagnostic& stop,
                        const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
 

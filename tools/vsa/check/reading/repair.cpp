@@ -155,7 +155,8 @@ bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
 
 // Replaces a statement by the declaration at its beginning, `TYPE NAME`, which then ends with the
 // `:` of the statement or with a `;`. If the statement ends with `:` but has no name, the
-// statements after it still need a node. A node is then declared for them.
+// statements after it still need a node. A node is then declared for them. Any other statement
+// becomes blanks.
 void Repair::keepDeclaration(const Statement& region) {
   const std::size_t typeEnd = endOfName(text(), region.begin);
   const std::size_t name = skipBlanks(text(), typeEnd);

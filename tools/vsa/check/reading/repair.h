@@ -29,14 +29,16 @@ class Repair {
   std::string_view text() const { return std::string_view(padded_).substr(PADDING); }
 
   /// Returns the repaired text from `from` on. If `with` is not empty and not too long, a statement
-  /// that makes it the with node precedes that text. restore() removes the statement again.
+  /// that makes it the with node precedes that text. restore() removes the statement again, and
+  /// must be called before any other function.
   std::string_view textFrom(std::size_t from, std::string_view with);
   void restore();
 
   /// Replaces the statement at `offset`, in which `fatal` was found. The search for its beginning
   /// starts at `scanFrom`, the beginning of this or an earlier statement. Returns whether the
   /// statement is replaced for the first time. If it is not, the previous replacement may have
-  /// caused `fatal`.
+  /// caused `fatal`. If `fatal` is about the "}" of a repaired block, only blanks that brace and
+  /// returns false.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
   /// Whether the last call of replace() found nothing to replace.

@@ -1,6 +1,6 @@
 // A baseline: the findings that are already known, so that only new ones are reported. A finding is
-// identified by its file, its id, its message and the text of its line. It is therefore still known
-// after it moves to another line.
+// identified by its file, its id, its message and the text of its line, up to 100 bytes before and
+// after its place. It is therefore still known after it moves to another line.
 #pragma once
 
 #include <cstdint>
@@ -35,7 +35,8 @@ class Baseline {
   std::map<std::string, KnownFindings> files_;
 };
 
-/// Removes the finding from `known`. Returns false if `known` does not contain it.
+/// Removes one occurrence of the finding from `known`. Returns false if `known` does not contain
+/// it.
 bool takeKnown(KnownFindings& known, const Finding& finding, const CheckedText& text);
 
 }  // namespace vsa_tools

@@ -4,8 +4,8 @@
 //   lamp1.count = 2.7;  # vsa-check: ignore narrowing, wrong-type -- a reason
 //   # vsa-check: ignore-file too-few-elements  in the whole file
 //
-// A comment after a statement, as in the second example, applies to its own line. The text after
-// "--" is for people only.
+// A comment after a statement, as in the second example, applies to its own line. A name is an id,
+// a group, or "all". The text after "--" is for people only.
 #pragma once
 
 #include <cstdint>

@@ -11,18 +11,19 @@ namespace vsa_tools {
 
 inline constexpr char CONFIG_NAME[] = ".vsa-check.json";
 
-/// The level table of each file. The nearest configuration file in its folder or above is applied
-/// first, then the options of the command line.
+/// The level table of each file. The configuration file is applied first, then the options of the
+/// command line.
 class LevelTables {
  public:
-  /// `configFile` is the configuration file for all files. If it is empty, the nearest
-  /// configuration file is used for each file.
+  /// `configFile` is the configuration file for all files. If it is empty, each file has the
+  /// nearest CONFIG_NAME in its folder or above, or none if `isConfigUsed` is false.
   LevelTables(LevelRules commandLine, bool isConfigUsed, std::string configFile)
       : commandLine_(std::move(commandLine)),
         isConfigUsed_(isConfigUsed),
         configFile_(std::move(configFile)) {}
 
-  /// Returns the table for a file. Throws std::runtime_error if its configuration is wrong.
+  /// Returns the table for a file. Throws std::runtime_error if its configuration cannot be read or
+  /// is wrong, and if the command line contains an unknown id or group.
   std::shared_ptr<const LevelTable> of(const std::string& file);
 
  private:

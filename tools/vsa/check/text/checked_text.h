@@ -23,9 +23,9 @@ struct LinePart {
 
 class CheckedText {
  public:
-  /// The maximum number of bytes of a file that are kept in memory. The text of a larger regular
-  /// file is not kept at all, because it can be read again. Of a longer pipe or device, the first
-  /// bytes up to this maximum are kept.
+  /// The maximum number of bytes of a file that are kept in memory. Of a larger regular file, only
+  /// the first three bytes are kept, because it can be read again. Of a longer pipe or device, the
+  /// first bytes up to this maximum are kept. Standard input counts as a pipe.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.
@@ -38,8 +38,9 @@ class CheckedText {
   /// Returns the system's message if the file cannot be opened or cannot be read to its end, and an
   /// empty text otherwise. text() has the bytes that were read before the failure.
   const std::string& problem() const { return problem_; }
+  /// Whether the file could be opened and its first byte could be read. An empty file is open.
   bool isOpen() const { return isOpen_; }
-  /// Whether text() is the whole file.
+  /// Whether text() is the whole file, or what could be read of it before an error or Ctrl-C.
   bool isKept() const { return isKept_; }
   /// The kept bytes without the byte order mark.
   std::string_view text() const { return bytes_.view().substr(markBytes_); }
@@ -47,12 +48,15 @@ class CheckedText {
   std::string_view bytes() const { return bytes_.view(); }
   /// Reads the whole text into a scene. May be called once.
   vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);
-  /// Reads a regular file of any size into memory. Returns whether text() is now the whole file.
+  /// Reads a regular file of any size into memory. Returns isKept(), which is false only for a long
+  /// pipe or device.
   bool keep();
 
-  /// Returns at most `count` bytes of the text, from `offset` on.
+  /// Returns at most `count` bytes of the text, from `offset` on. There are fewer at the end of the
+  /// text or of the kept bytes of a pipe, and if the file cannot be read.
   std::string read(std::uint64_t offset, std::uint64_t count) const;
-  /// Returns a part of the line that contains `position`: the bytes at most `reach` away from it.
+  /// Returns a part of the line that contains `position`: the bytes at most `reach` away from it,
+  /// without the line end.
   LinePart lineAt(const vsa::TextPosition& position, std::uint64_t reach = 1024) const;
 
  private:

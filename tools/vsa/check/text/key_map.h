@@ -19,7 +19,7 @@ class KeyMap {
   explicit KeyMap(std::size_t slots = FIRST_SLOTS) : firstSlots_(slots) {}
 
   /// Inserts the key with `value` if the map does not contain the key. Returns the value of the
-  /// key, and whether the key was inserted.
+  /// key, which is valid until the next insertion, and whether the key was inserted.
   std::pair<Value&, bool> insert(PathKey key, const Value& value) {
     key = stored(key);
     if ((count_ + 1) * 2 > slots_.size()) grow();
@@ -51,6 +51,7 @@ class KeyMap {
     [[no_unique_address]] Value value;
   };
 
+  // The key of an empty slot is 0. A key 0 is therefore stored as 2^64 - 1.
   static PathKey stored(PathKey key) { return key == EMPTY ? ~EMPTY : key; }
 
   Slot& slotOf(PathKey key) {

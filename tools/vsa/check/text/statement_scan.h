@@ -18,7 +18,8 @@ struct Statement {
 };
 
 /// Returns the first statement that begins at `from` or later. If there is none, returns an empty
-/// statement at the end of the text. A `;` ends a statement even in a list that is not closed.
+/// statement at the end of the text. A `;` ends a statement even in a list. A `:` or `;` in a
+/// string or comment does not.
 Statement nextStatement(std::string_view text, std::size_t from);
 
 /// Returns whether a conflict marker begins at `at`: a line such as "<<<<<<< HEAD", which a merge
@@ -26,7 +27,8 @@ Statement nextStatement(std::string_view text, std::size_t from);
 bool isConflictMarker(std::string_view text, std::size_t at);
 
 /// Returns whether the line at `at` is likely to begin with a declaration or an assignment. `at` is
-/// the offset of the first byte of the line.
+/// the offset of the first byte of the line. For an empty line, the result is that of the next line
+/// with text.
 bool looksLikeStatement(std::string_view text, std::size_t at);
 
 /// Returns the offset at which to continue after a mistake in `statement`. That is the next line in
@@ -37,9 +39,10 @@ std::size_t resumePoint(std::string_view text, const Statement& statement);
 /// Returns the offset after the name that begins at `at`, or `at` if no name begins there.
 std::size_t endOfName(std::string_view text, std::size_t at);
 /// Returns the name before `end`, or an empty text if there is none. There may be white space
-/// between the name and `end`.
+/// between the name and `end`. The result may begin with a digit.
 std::string_view nameBefore(std::string_view text, std::size_t end);
-/// Returns the offset of the first byte from `at` on that is not white space.
+/// Returns the offset of the first byte from `at` on that is neither white space nor a control
+/// character, or the size of the text if there is none.
 std::size_t skipBlanks(std::string_view text, std::size_t at);
 
 }  // namespace vsa_tools

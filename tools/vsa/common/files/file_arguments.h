@@ -28,7 +28,8 @@ class FileArguments {
   /// Returns the files that the arguments name, or `byDefault` if there are no arguments. Prints
   /// the reason if an argument names no files.
   ListedFiles list(const std::vector<std::string>& byDefault = {}) const;
-  /// Returns the number of threads that work on files: the value of -j, or 1 without it.
+  /// Returns the number of threads that work on files: the value of -j, or 1 without it. For -j 0
+  /// it is one for each core.
   unsigned workers() const;
 
  private:

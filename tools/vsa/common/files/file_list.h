@@ -6,7 +6,8 @@
 
 namespace vsa_tools {
 
-/// An argument that names no files, and the reason.
+/// An argument that names no files, or a folder or list that cannot be read to its end, and the
+/// reason.
 struct FileListProblem {
   std::string name;
   std::string text;

@@ -14,9 +14,9 @@
 
 namespace vsa_tools {
 
-/// The turn of a worker. await() waits until the results of all earlier items are consumed. If the
-/// result of a worker is too large to be kept, the worker awaits its turn and writes the result
-/// itself.
+/// The turn of a worker. await() waits until the results of all earlier items are consumed, or the
+/// work is ended early. If the result of a worker is too large to be kept, the worker awaits its
+/// turn and writes the result itself.
 class Turn {
  public:
   virtual void await() = 0;
@@ -26,9 +26,10 @@ class Turn {
 };
 
 /// The state that the threads share. A thread that stores the next result in the order also
-/// consumes this result and the stored results after it. There is no thread that only consumes,
-/// because it would be woken for most small files. Without such a thread, two workers take 10 %
-/// less processor time for 2,000 small files (`./dev bench --check`).
+/// consumes this result and the stored results after it, unless another thread is consuming: then
+/// that thread continues with them. There is no thread that only consumes, because it would be
+/// woken for most small files. Without such a thread, two workers take 10 % less processor time for
+/// 2,000 small files (`./dev bench --check`).
 ///
 /// Only few results are in memory: a worker waits before it takes an item that is `window` items
 /// after the first item that is not consumed.
@@ -38,7 +39,7 @@ class OrderedWork {
   OrderedWork(std::size_t count, std::size_t window, const Work& work, const Consume& consume)
       : work_(work), consume_(consume), count_(count), slots_(window) {}
 
-  /// Processes items until none is left. Each thread calls this function.
+  /// Processes items until none is left or the work is stopped. Each thread calls this function.
   void process() {
     while (const std::optional<std::size_t> item = nextItem()) {
       WorkerTurn turn(*this, *item);
@@ -59,7 +60,8 @@ class OrderedWork {
     advanced_.notify_all();
   }
 
-  /// Throws what the work on an item or the consumer has thrown. The threads must have ended.
+  /// Throws what the work on an item or the consumer has thrown, if the work ended for that reason.
+  /// The threads must have ended.
   void throwError() const {
     if (error_) std::rethrow_exception(error_);
   }
@@ -148,9 +150,10 @@ class OrderedWork {
 inline constexpr std::size_t WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` on `workers` threads for the items from 0 (inclusive) to `count`
-/// (exclusive). The calling thread is one of these threads. Calls `consume(item, result)` for the
-/// results in their order, one at a time, on any of the threads. Ends early if `consume` returns
-/// false. If `work` or `consume` throws an exception, throws it after the threads have ended.
+/// (exclusive). The calling thread is one of these threads, and the only one for a single worker or
+/// item. Calls `consume(item, result)` for the results in their order, one at a time, on any of the
+/// threads. Ends early if `consume` returns false. If `work` or `consume` throws an exception,
+/// throws it after the threads have ended.
 template <class Work, class Consume>
 void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
   struct NoTurn final : Turn {

@@ -1,5 +1,5 @@
-// Functions for the output of commands: they write lines to standard error, and check whether
-// everything was written.
+// Functions for the output of commands: they write lines to standard error, check whether
+// everything was written, and keep other files from the standard descriptors.
 #pragma once
 
 #include <cstdint>

@@ -18,8 +18,9 @@ inline constexpr std::size_t MAX_QUOTED_BYTES = 200;
 /// character is split.
 std::string shortened(std::string_view text);
 
-/// Returns the message of a diagnostic with each argument shortened. If the message has no
-/// arguments or is not in the table of diagnostics, it is shortened as a whole.
+/// Returns the message of a diagnostic. If it is longer than MAX_QUOTED_BYTES, each of its
+/// arguments is shortened. If the diagnostic is not in the table of diagnostics, or does not have
+/// the arguments of its row, the message is shortened as a whole.
 std::string withShortQuotes(const vsa::Diagnostic& diagnostic);
 
 }  // namespace vsa_tools

@@ -17,19 +17,20 @@ struct SceneFile {
   /// The result of the reading, without diagnostics: these are in `messages`.
   vsa::ReadResult result;
   /// The lines for standard error in the order of their problems, escaped by printable(). Their
-  /// number is limited by the arguments, and their total size to 1 MiB. The line with the reason
-  /// why the reading ended is never omitted. If other lines are omitted, the last line says how
-  /// many.
+  /// number is limited by the arguments, and their total size to about 1 MiB. Lines with the reason
+  /// why the reading ended, and about a NUL byte or a wrong encoding, are never omitted. If other
+  /// lines are omitted, the last line says how many.
   std::string messages;
   /// The number of links that were not made, see isBrokenLink().
   std::uint64_t brokenLinks = 0;
+  /// The elapsed time of the reading. 0 if the file cannot be opened.
   double seconds = 0;
   /// EXIT_READ, EXIT_NOT_READ, EXIT_USAGE (the file cannot be opened) or EXIT_INTERRUPTED.
   int exitStatus = 0;
 };
 
 /// A function that is called during the reading, on the same thread. `done` is the number of bytes
-/// that were read, and `total` the size of the file.
+/// that were read, and `total` the size of the file. It is not called if the size is unknown.
 using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t total)>;
 
 /// Reads the file `name` within the limits of the arguments. "-" is standard input. If the command

@@ -63,7 +63,7 @@ std::string tupleText(vsa::InputView input) {
 }
 
 /// Returns the number at `index`, which counts all numbers of the buffer. Returns an empty text if
-/// the elements have no numbers.
+/// the elements have no numbers, or the buffer has no number at `index`.
 std::string bufferNumber(const vsa::BufferView& buffer, std::uint64_t index) {
   std::string text;
   zn::korvo_sdk::visitComponent(

@@ -26,7 +26,7 @@ std::string shortValue(vsa::InputView input);
 std::string shortConnection(vsa::InputView input);
 
 /// Returns the element of the buffer at `index`: `0.1`, or `(0 1 2)` if an element has several
-/// numbers.
+/// numbers. At most four of them are shown.
 std::string shortElement(const vsa::BufferView& buffer, std::uint64_t index);
 
 }  // namespace vsa_tools

@@ -8,7 +8,7 @@
 
 namespace vsa_tools {
 
-/// Writes to standard output. On a terminal, control characters are escaped.
+/// Writes to standard output. On a terminal, the text is escaped by safeLines().
 class OutputSink final : public vsa::Sink {
  public:
   OutputSink();
@@ -24,7 +24,7 @@ class OutputSink final : public vsa::Sink {
   std::string problem_;
 };
 
-/// Returns `text` with all terminal control characters escaped except line feeds.
+/// Returns `text` escaped by printable(), except that line feeds remain.
 std::string safeLines(std::string_view text);
 
 }  // namespace vsa_tools
