@@ -1,5 +1,6 @@
-// The options and arguments of a command. Only the sources of these classes and of CommandLine
-// include CLI11, the parser of command lines, because it takes 3 s to compile in each source.
+// The options and arguments of a command. Of the sources of vsa, only those of these classes and of
+// CommandLine include CLI11, the parser of command lines, because it takes 3 s to compile in each
+// source.
 #pragma once
 
 #include <cstdint>

@@ -41,7 +41,8 @@ class Repair {
   /// returns false.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
-  /// Whether the last call of replace() found nothing to replace.
+  /// Whether the statement of the last call of replace() was empty or had already become blanks.
+  /// Replacing it again would not help.
   bool isStuck() const { return isStuck_; }
   /// The beginning of the statement that was replaced last.
   std::size_t lastBegin() const { return lastBegin_; }
