@@ -1,5 +1,5 @@
-// Counts the nodes of a text by their type. The scene stores only the names of the nodes, so that
-// the reader can find them. Values are read, checked and dropped.
+// Counts the nodes of a text by their type, also those that the text removes. The scene stores only
+// the names of the nodes, so that the reader can find them. Values are read, checked and dropped.
 //
 //   count_nodes FILE
 #include <cstdio>

@@ -1,4 +1,4 @@
-// The table of results. Each row has an aim, a limit and a measured value.
+// The table of results. Each row has one or more measured values, each with an aim and a limit.
 #pragma once
 
 #include <string>

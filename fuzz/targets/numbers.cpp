@@ -190,6 +190,8 @@ void checkOne(const std::string& text) {
 /// The maximum number of values that are read from a list.
 constexpr std::size_t MAX_NUMBERS = 40;
 
+/// The result of reading a list: the offset of the first field that was not read, and the numbers
+/// before it.
 template <class Number>
 struct Run {
   std::size_t next = 0;

@@ -1,4 +1,5 @@
-// The options on the command line of vsa check.
+// The options on the command line of vsa check. The texts of options that were not given are empty,
+// unless a default is shown.
 #pragma once
 
 #include <cstdint>

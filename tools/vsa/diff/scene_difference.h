@@ -24,8 +24,8 @@ enum class DifferenceKind {
   Connection,  ///< The connected outputs differ, or only one input is connected.
 };
 
-/// One difference between the scenes A and B. If it is about a node or an input of only one scene,
-/// the views of the other scene are missing.
+/// One difference between the scenes A and B. A view is missing if its scene has no such node or
+/// input. For a difference between nodes, the views of inputs are missing.
 struct Difference {
   DifferenceKind kind;
   vsa::NodeView nodeA, nodeB;

@@ -1,4 +1,4 @@
-// The statistics of files, which the table, the JSON and the page show.
+// The statistics of files, which the tables, the JSON and the page of `vsa stats` show.
 #pragma once
 
 #include <string>
@@ -11,7 +11,7 @@ namespace vsa_tools {
 struct FileStatistics {
   std::string name;
   /// The name of the ReadStatus, such as "complete". It is "damaged" if parts are lost without a
-  /// diagnostic of the reader.
+  /// diagnostic of the reader, and that of Unreadable if the file cannot be opened.
   std::string status;
   SceneStatistics counts;
 };

@@ -14,7 +14,7 @@ struct TreeLine {
   enum class Kind { Value, Reference, Connection, MoreElements };
 
   Kind kind;
-  vsa::InputView input;
+  vsa::InputView input;    // for MoreElements the array
   std::uint64_t more = 0;  // the number of elements that are not shown
 
   /// The node that a link leads to. Missing for other lines.

@@ -32,7 +32,7 @@ class FollowUps {
   bool isStatementRefused(std::uint64_t begin, std::string_view text) const;
   bool isInside(const vsa::TextRange& range) const;
 
-  std::vector<Problem> problems_;  // sorted by their beginnings
+  std::vector<Problem> problems_;  // sorted by their beginnings after finish()
 };
 
 }  // namespace vsa_tools

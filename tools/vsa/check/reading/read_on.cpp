@@ -47,6 +47,7 @@ std::string_view missingNode(const Diagnostic& found) {
 /// Moves over the statements of the repaired text and stores the current with node.
 class StatementCursor {
  public:
+  /// The beginning of a statement, and the with node before it (empty if there is none).
   struct Place {
     std::size_t begin;
     std::string with;
@@ -186,7 +187,8 @@ class FurtherReading {
     if (name.empty() || !repair_.isSuspect(name)) consumer_(found);
   }
 
-  /// Returns whether the diagnostic only follows from a node that was already reported as missing.
+  /// Returns whether the diagnostic only follows from one that was already reported: about the same
+  /// missing node, or, if it is about a with node that is not set, about any such statement.
   bool isOfMissingNode(const Diagnostic& found) {
     if (found.id == DiagnosticId::WithNodeNotSet) return std::exchange(isNodeMissing_, true);
     const std::string_view name = missingNode(found);

@@ -37,7 +37,7 @@ vsa::WriteResult writeToOutput(const vsa::Scene& scene, const vsa::WriteOptions&
   return result;
 }
 
-/// Replaces the file as vsa::writeFile() does. After Ctrl-C the old file remains.
+/// Replaces the file as vsa::writeFile() does. After Ctrl-C or a failure the old file remains.
 vsa::WriteResult writeToFile(const vsa::Scene& scene, const std::string& path,
                              const vsa::WriteOptions& options) {
   vsa::FileReplacement file;
