@@ -12,9 +12,9 @@ namespace vsa_tools {
 /// Only the first 64 bytes of each name are compared.
 std::size_t editDistance(std::string_view a, std::string_view b);
 
-/// Returns the known name that is closest to `name`: the first one of several. Returns an empty
-/// text if none is close, which means a distance of at most a third of the length of `name`, or of
-/// 1 for short names.
+/// Returns the known name that is closest to `name`: the first one of several. A name is close if
+/// its distance is at most a third of the length of `name`, or 1 for a short `name`. Returns an
+/// empty text if none is close.
 std::string closestName(std::string_view name, const std::vector<std::string>& known);
 
 /// Returns ": did you mean NAME?" with the closest name, or an empty text if none is close.

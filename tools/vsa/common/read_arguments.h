@@ -22,7 +22,7 @@ class ReadArguments {
   vsa::ReadOptions options() const;
 
   /// The maximum number of diagnostics to print. Most commands only count further diagnostics and
-  /// print their number, but still print the one that ended the reading. vsa check ends.
+  /// print their number, but still print the one that ended the reading. vsa check ends instead.
   std::uint64_t maxDiagnostics() const { return maxDiagnostics_; }
 
   /// Returns the log line of a diagnostic as a command prints it, but not escaped. Names and values
