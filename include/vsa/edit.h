@@ -5,19 +5,24 @@
 //   sun.set("power", 2.5).orThrow();
 //   vsa::Status status = sun.set("color", vsa::rgba(1, 0.5, 0.25));
 //
-// Every function that changes something returns a Status and throws no exception. A function that
-// fails changes nothing. The exception is OutOfMemory: an input may then have lost its value, and
-// the header of a scene may have lost comments. A function of a missing node or input fails, so a
-// program can chain calls without checks. A function also fails if no text can represent the result
-// of the change: see EditError.
+// Every function that changes something returns a Status or an Added, and throws no exception. A
+// function that fails changes nothing. The exception is OutOfMemory: an input may then have lost
+// its value or become an object, and the header of a scene may have lost comments. A function of a
+// missing node or input fails, so a program can chain calls without checks. A function also fails
+// if no text can represent the result of the change: see EditError. There are two exceptions: an
+// array without elements (see Arrays below), and an object without members in an input that the
+// node type declares with the type Null.
 //
 // If the input or member exists already, add() returns it unchanged. set() replaces the value. If
-// the new value has another type, set() also replaces the type. There is one exception: if the node
-// type declares another type for the input, set() fails with DeclaredType.
+// the new value has another type, set() also replaces the type. There are three exceptions. If the
+// node type declares another type for the input, set() fails with DeclaredType. If it declares that
+// the input accepts links only, set() fails with TakesNoValue. If the elements of the array have
+// another type, set() of an element fails with OtherElementType. All functions that change the type
+// of an input fail in the same cases.
 //
-// Views and ranges stay usable after a change. If a node or input is removed, the memory of its
-// values is freed at once. The object itself is freed with the scene: 48 bytes for an input, 64 for
-// a node.
+// Views and ranges stay usable after a change. If an input is removed, the memory of its values is
+// freed at once, or used for later values of the scene. The object itself, 48 bytes, is freed with
+// the scene. A removed node keeps its inputs and their values until the scene is destroyed.
 #pragma once
 
 #include <array>
@@ -52,7 +57,8 @@ struct [[nodiscard]] Added : Handle {
 
 namespace detail {
 
-// The element type of one number in T: Float for both float and std::array<float, 3>.
+// The element type of one number in T: Float for both float and std::array<float, 3>. Null for a
+// struct.
 template <class T>
 struct NumberOf {
   static constexpr ElementType TYPE = componentTypeOf<T>();
@@ -115,30 +121,36 @@ class Input : public InputView {
   /// the number of bytes overflows.
   VSA_API Status setBuffer(ElementType type, std::uint64_t count,
                            BufferMemory memory) const noexcept;
-  /// Removes the value. The type of the input is then Null.
+  /// Removes the value. The type of the input is then Null. Fails with DeclaredType if the node
+  /// type declares the input with a value type, and with OtherElementType for an element of an
+  /// array with an element type.
   VSA_API Status clear() const noexcept;
 
-  // Links. The functions fail with OtherScene if the node belongs to another scene.
+  // Links. The functions with a node fail with Missing if the node is missing, with Removed if it
+  // was removed, and with OtherScene if it belongs to another scene.
 
-  /// Makes the input a reference to the node. Fails with Missing if the node is missing, and with
-  /// Removed if it was removed.
+  /// Makes the input a reference to the node. The reference replaces the value.
   VSA_API Status refer(NodeView node) const noexcept;
   /// Makes the input a reference to no node, like `null` in a text.
   VSA_API Status referToNone() const noexcept;
-  /// Connects the input to the output `output` of the node. The value of the input stays. Fails
-  /// with BadName, FormerName or NotDeclared if the node cannot have such an output.
+  /// Connects the input to the output `output` of the node. The connection replaces an earlier one.
+  /// The value of the input stays. Fails with BadName, FormerName or NotDeclared if the node cannot
+  /// have such an output.
   VSA_API Status connect(NodeView node, TextParameter output) const noexcept;
   /// Removes the connection. Does nothing if the input has none.
   VSA_API Status disconnect() const noexcept;
 
-  // Arrays. All elements of an array have the same type. If this type is Null, the elements can
-  // only have links. A text can represent an array without elements only if its element type is
-  // Null, or if the node type declares the array with this element type.
+  // Arrays. All elements of an array have its element type. If the element type is Null, the
+  // elements can only have links; an element with a reference has the type Node. A text can
+  // represent an array without elements only if its element type is Null, or if the node type
+  // declares the array with this element type.
 
-  /// Makes the input an array of `elementType`. Removes all elements that it had before.
+  /// Makes the input an array of `elementType`. Removes all elements that it had before. Fails with
+  /// BadElementType for Node, and with DeclaredType if the node type declares the array with
+  /// another element type.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
-  /// Appends an element with the zero value of its type. Fails with BadBufferType if the elements
-  /// are buffers: use appendBuffer for them.
+  /// Appends an element with the zero value of its type. If the element type is Null, the element
+  /// has no value. Fails with BadBufferType if the elements are buffers: use appendBuffer for them.
   VSA_API Added<Input> append() const noexcept;
   /// Appends an element with this value.
   VSA_API Status append(const Value& value) const noexcept;
@@ -163,8 +175,8 @@ class Input : public InputView {
 
   /// Makes the input an object. Removes all members that it had before.
   VSA_API Status makeObject() const noexcept;
-  /// Returns the member with this name. If there is none, adds a member without a value. If the
-  /// input has no value, it becomes an object.
+  /// Returns the member with this name. If there is none, adds a member without a value. An input
+  /// of type Null first becomes an object. Fails with NotAnObject if the input has another type.
   VSA_API Added<Input> add(TextParameter member) const noexcept;
   /// Sets the value of the member with this name. If there is none, adds the member.
   VSA_API Status set(TextParameter member, const Value& value) const noexcept;
@@ -185,8 +197,9 @@ class Node : public NodeView {
     return Input(mutablePlain() != nullptr ? mutablePlain()->inputNamed(input) : nullptr);
   }
   /// Returns the input with this name. If there is none, adds an input without a value. In a
-  /// written text, such an input has the statement `|= null`. Fails with NotDeclared if the type of
-  /// the node is declared and has no such input.
+  /// written text, such an input has the statement `|= null` until it gets a value or a link. If
+  /// the type of the node is declared, the new input has the declared type and its zero value.
+  /// Fails with NotDeclared if the type has no such input.
   VSA_API Added<Input> add(TextParameter input) const noexcept;
   /// Sets the value of the input with this name. If there is none, adds the input.
   VSA_API Status set(TextParameter input, const Value& value) const noexcept;

@@ -25,7 +25,8 @@ enum class EditError : std::uint8_t {
   TooDeep,           ///< The nesting level of the input would exceed the depth limit of the scene.
   TooMany,           ///< The array would have more than 2^32 - 1 elements.
   // No text can represent the result.
-  BadName,       ///< The name is not an identifier, or it is true, false or null: see isName.
+  BadName,       ///< The name is not an identifier, or it is true, false or null: see isName
+                 ///< and, for outputs, isOutputName.
   NameTaken,     ///< The scene has a node with this name.
   FormerName,    ///< The type declares the name as a former name of another input or output.
   PlusInfinity,  ///< The Real is plus infinity. A text can contain it only in lists and buffers.

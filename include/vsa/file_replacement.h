@@ -16,8 +16,9 @@ namespace vsa {
 /// A sink that replaces one file by a new one. vsa::writeFile uses this class, and programs that
 /// create a text themselves can use it. The bytes go to a new file in the folder of the old file.
 /// `replace` renames the new file to the name of the old one. Before that call the old file does
-/// not change, even if this object is destroyed or the process ends. If the path is a pipe or a
-/// device, the bytes go to it directly. The functions throw std::bad_alloc and no other exception.
+/// not change, even if this object is destroyed or the process ends. A process that is killed
+/// leaves the new file behind. If the path is a pipe or a device, the bytes go to it directly. The
+/// functions throw std::bad_alloc and no other exception.
 class VSA_API FileReplacement final : public Sink {
  public:
   /// An object without a file. Call `open` next.
@@ -28,18 +29,21 @@ class VSA_API FileReplacement final : public Sink {
   ~FileReplacement() override;
 
   /// Creates the new file for `path`. Call it once. If `path` is a symbolic link, the file to which
-  /// the link refers is replaced. A path that contains a NUL is an error. Like `write` and
-  /// `replace`, the function returns false on failure, and `error` then returns the reason.
+  /// the link refers is replaced or created. A path that contains a NUL is an error. Like `write`
+  /// and `replace`, the function returns false on failure, and `error` then returns the reason.
   bool open(const std::filesystem::path& path);
-  /// Appends `text` to the new file.
+  /// Appends `text` to the new file, or to the pipe or device.
   bool write(std::string_view text) override;
-  /// The path of the new file. It is empty if `replace` has renamed the file, and if the bytes go
-  /// to a pipe or a device.
+  /// The path of the new file. It is empty if there is no new file: before `open` has succeeded,
+  /// after `replace` has succeeded, and if the bytes go to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
-  /// Puts the new file in the place of the old one. Gives the new file the permissions of the old
-  /// file, waits until its bytes are on the disk, and renames it. Before the new file has these
-  /// permissions, only its owner can read it, because the old file may be protected from other
-  /// users. If there is no old file, the new file has the default permissions from the start.
+  /// Puts the new file in the place of the old one. If there is no new file (see `newFile`), does
+  /// nothing and returns true. Gives the new file the owner, the group and the permissions of the
+  /// old file, waits until its bytes are on the disk, and renames it. If the process may not set
+  /// the owner, the owner stays. If it may not set the group, the new file has no permissions for a
+  /// group. Before the new file has these permissions, only its owner can read it, because the old
+  /// file may be protected from other users. If there is no old file, the new file has the default
+  /// permissions from the start.
   bool replace();
 
   /// The reason why a function returned false, as a message for people.

@@ -12,8 +12,8 @@
 // By default, the classes store the nodes, the inputs and their types, because the reader asks for
 // them again later. They free all values. A host overrides the functions that HostScene calls for
 // each value or link. To use its own class of nodes, a host overrides makeNode. If one of these
-// functions throws an exception, the reading ends: see ReadStatus. Nodes, inputs and outputs exist
-// as long as the scene.
+// functions throws an exception, the reading ends: see ReadStatus::HostException. Nodes, inputs and
+// outputs exist as long as the scene.
 #pragma once
 
 #include <cstdint>
@@ -57,7 +57,9 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
 class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
  public:
   /// Creates an input of `node`. `parent` is the array or object that contains the input, or null
-  /// for an input of the node itself. An element has an empty name and its index in the array.
+  /// for an input of the node itself. An element has an empty name and its index in the array. For
+  /// any other input, `index` is 0. Throws an exception that ends the reading if the scene's
+  /// depthLimit is exceeded.
   HostInput(HostNode& node, HostInput* parent, std::string_view name, std::uint64_t index,
             ValueType type);
   virtual ~HostInput();
@@ -132,14 +134,15 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   // Notifications of changes. The default of each function calls the scene's function with the same
   // name.
 
-  /// Called when the input gets a value, which has the type of the input. The memory of the value
-  /// is freed after the call.
+  /// Called when the input gets a value, which has the type of the input. A value of type Object
+  /// (`{}`) has no payload. The memory of the value is freed after the call.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
-  /// Called when the input becomes a reference to `node`. A null `node` means a reference to no
-  /// node, or to a node for which makeNode returned null.
+  /// Called when the input becomes a reference to `node`: after the last statement, like
+  /// onConnection. A null `node` means a reference to no node, to a node for which makeNode
+  /// returned null, or to a node that is dropped (see ReadOptions::wantedNames).
   virtual void onReference(const HostInput& input, HostNode* node);
   /// Called when the input is connected to `output`. A null `output` means that the connection of
-  /// the input is removed.
+  /// the input is removed, or that its node is dropped.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
   /// Creates an input, an element or a member. The parameters are those of HostInput's constructor.
@@ -180,9 +183,10 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   /// for it.
   HostNode* node(TextParameter name) const;
 
-  /// The maximum number of empty array elements in the scene. An element is empty if it exists only
-  /// because the text used a higher index. If a text exceeds the maximum, the reading ends with an
-  /// error.
+  /// The maximum number of empty array elements in the scene. If the scene has this many, no array
+  /// can grow, and the reading ends with an error. An element is empty until it gets a value, a
+  /// member, an element or a link. A link counts only when it is resolved, after the last
+  /// statement.
   std::uint64_t emptyElementLimit = 524288;
   /// The maximum nesting level of inputs. An input of a node has level 1. If a text exceeds the
   /// maximum, the reading ends with an error.
@@ -190,15 +194,17 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
 
   // Notifications of changes. Except for makeNode, the defaults do nothing.
 
-  /// Creates the node for a declaration or a `define` statement. The default returns a HostNode. If
-  /// the function returns null, the scene stores only the name of the node. The reader then checks
-  /// the statements of the node, and the scene ignores its values and links.
+  /// Creates the node for a declaration or a `define` statement. For `define`, `type` is the name
+  /// of the node. The default returns a HostNode. If the function returns null, the scene stores
+  /// only the name of the node. The reader then checks the statements of the node, and the scene
+  /// ignores its values and links.
   virtual std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name);
-  /// Called when a node is removed. Look-ups of its name then return no node. The object exists as
-  /// long as the scene.
+  /// Called when a node is removed, except for nodes for which makeNode returned null. Look-ups of
+  /// its name then return no node. The object exists as long as the scene.
   virtual void onRemove(HostNode& node);
-  /// Called for the values, references and connections of all nodes, by the functions of HostNode
-  /// with the same names. Those functions describe the parameters.
+  /// Called for values, references and connections by the functions of HostNode with the same
+  /// names, unless a class derived from HostNode overrides those. Those functions describe the
+  /// parameters.
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);

@@ -23,7 +23,8 @@ struct StatementOutline {
   /// The kind of the statement. StatementReader gives the statement the same kind.
   StatementKind kind = StatementKind::Malformed;
   /// The whole statement, from its first token to its last one. The last token is a semicolon, a
-  /// colon or a comment.
+  /// colon or a comment. A Malformed statement can end with another token: at the end of the text,
+  /// and if it is a part of a long statement.
   std::string_view text;
   /// The word before the name of a Declaration, Block, Remove or Define.
   std::string_view type;
@@ -48,8 +49,9 @@ struct StatementOutline {
   /// The list of a tuple or buffer with its brackets.
   std::string_view list;
   /// The number of elements of a simple list. A list is simple if it has at most 256 bytes and
-  /// contains only numbers separated by single blanks. For any other list, this member is 0, and a
-  /// program can count the elements with ListReader.
+  /// contains only numbers separated by single blanks. A compressed text of this size counts as one
+  /// number. For any other list, and without a list, this member is 0. A program can count the
+  /// elements of any list with ListReader.
   std::size_t plainElements = 0;
 
   /// Whether the statement has a path.

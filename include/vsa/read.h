@@ -40,7 +40,8 @@ namespace vsa {
 
 /// A source of a text that is neither a file nor in memory, such as an archive, a socket or the
 /// output of a decompressor. The host owns the object. If one of its functions throws an exception,
-/// the reading ends with ReadStatus::HostException.
+/// the reading ends with ReadStatus::HostException, or with OutOfMemory for a std::bad_alloc. A
+/// byte order mark is not skipped: its bytes are letters of the first word.
 class VSA_API Source {
  public:
   virtual ~Source() = default;
@@ -75,12 +76,14 @@ struct AppliedCounts {
   /// The number of nodes that were created, including nodes that were dropped (see
   /// ReadOptions::wantedNames).
   std::uint64_t nodes = 0;
-  /// The number of array elements that were created.
+  /// The number of array elements that were created, or whose creation failed.
   std::uint64_t elements = 0;
   /// The number of values that were assigned to inputs of kept nodes.
   std::uint64_t values = 0;
-  /// The number of references and connections that were resolved, including references to no node
-  /// (`null`). It is 0 if `linksResolved` is false.
+  /// The number of references and connections that the reader tried to resolve. It includes links
+  /// to no node (`null`), links of dropped nodes, and links to nodes or outputs that do not exist.
+  /// If several statements set the reference or the connection of one input, only the last counts.
+  /// It is 0 if `linksResolved` is false.
   std::uint64_t links = 0;
   /// Whether the reader has read the whole text and tried to resolve each of its links. Links to
   /// nodes or outputs that do not exist were not made.
@@ -94,11 +97,11 @@ struct [[nodiscard]] ReadOutcome {
   /// The limit that the text exceeded. It is set if and only if `status` is OverLimit.
   std::optional<Limit> limit;
   /// The reason why the reading ended, as a message for people. It is empty if `status` is
-  /// Complete, and if there is no memory for it.
+  /// Complete, if there is no memory for it, and if the text of the exception is empty.
   std::string message;
   /// The diagnostics that were kept, in the order of their statements. Within a statement they are
-  /// sorted by position. Diagnostics about links are the last, in no particular order. See
-  /// ReadOptions::keptDiagnostics.
+  /// sorted by position. Diagnostics about links follow, in no particular order. A diagnostic about
+  /// a text that is cut off is the last. See ReadOptions::keptDiagnostics.
   std::vector<Diagnostic> diagnostics;
   /// The number of diagnostics that were found and not kept.
   std::uint64_t droppedDiagnostics = 0;
@@ -111,13 +114,13 @@ struct [[nodiscard]] ReadOutcome {
   std::uint64_t bytesRead = 0;
   /// What the reading applied to the scene.
   AppliedCounts applied;
-  /// One record for each buffer literal that was assigned to an input, in the order of the text. It
-  /// is empty if the mode is not BufferMode::Skip.
+  /// One record for each buffer literal that was assigned to an input of a kept node, in the order
+  /// of the text. It is empty if the mode is not BufferMode::Skip.
   std::vector<SkippedBuffer> skippedBuffers;
   /// The exception of the host's scene, source or callback, if `status` is HostException. If
   /// `status` is OutOfMemory, it is the std::bad_alloc that the library or the host threw. An
-  /// exception that a scene throws while a text is read also causes a diagnostic, HostError. The
-  /// range of this diagnostic is the statement.
+  /// exception of a scene other than std::bad_alloc also causes a diagnostic, HostError. If the
+  /// scene throws while a statement is read, the range of this diagnostic is the statement.
   std::exception_ptr exception;
 
   /// Whether the whole text was read and its links were resolved.
@@ -137,9 +140,10 @@ VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
 
-/// Reads a text in memory into a new scene. The text may be empty and needs no NUL at its end. Its
-/// bytes must not change during the call. A `const char*` is a text that ends at its NUL, never a
-/// path. If it is null, the status is Unreadable.
+/// Reads a text in memory into a new scene. A byte order mark is not skipped: its bytes are letters
+/// of the first word. The text may be empty and needs no NUL at its end. Its bytes must not change
+/// during the call. A `const char*` is a text that ends at its NUL, never a path. If it is null,
+/// the status is Unreadable.
 VSA_API ReadResult readText(std::string_view text, const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readText(std::span<const std::byte> text,
                             const ReadOptions& options = {}) noexcept;
@@ -150,11 +154,13 @@ VSA_API ReadResult readSource(Source& source, const ReadOptions& options = {}) n
 
 /// The result of reading a skipped buffer literal.
 struct [[nodiscard]] LoadedBuffer : ReadOutcome {
-  /// A scene with one node, "b". Its input "b" contains the buffer. See `buffer`.
+  /// A scene with one node, "b". Its input "b" contains the buffer. The scene may be empty if the
+  /// status is not Complete. See `buffer`.
   Scene scene;
 
-  /// The buffer. It is valid as long as this object exists and its scene does not change. If the
-  /// status is not Complete, the buffer has no elements.
+  /// The buffer. It is valid as long as this object exists and its scene does not change. Use it
+  /// only if the status is Complete: otherwise it may be missing, or be another buffer that is now
+  /// at this position.
   VSA_API BufferView buffer() const noexcept;
 };
 
@@ -174,7 +180,8 @@ VSA_API LoadedBuffer loadBufferFromText(const char* text, const SkippedBuffer& s
                                         const ReadOptions& options = {}) noexcept;
 
 // The same functions for an existing scene: a scene of the library or of a host. They add nodes to
-// the scene. If the file is unreadable or the text is null, the scene does not change.
+// the scene. If the file or source cannot be opened, if its first bytes cannot be read, or if the
+// path or text is null, the scene does not change.
 
 VSA_API ReadOutcome readFileInto(Scene& scene, const std::filesystem::path& path,
                                  const ReadOptions& options = {}) noexcept;

@@ -18,9 +18,9 @@
 namespace vsa {
 
 /// A scene of the library with all its nodes, inputs and values. Objects can be moved, but not
-/// copied. A new scene is empty, and allocates memory only when something is added. A scene that
-/// was moved from is empty, too. One thread at a time may change a scene. Several threads may read
-/// it while no thread changes it.
+/// copied. A new scene is empty. It allocates memory only when it is changed, or when plain() is
+/// called for a scene that is not const. A scene that was moved from is empty, too. One thread at a
+/// time may change a scene. Several threads may read it while no thread changes it.
 class VSA_API Scene {
  public:
   /// An empty scene.
@@ -47,8 +47,9 @@ class VSA_API Scene {
   /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name.
   /// Fails with NameTaken if the scene has a node with this name.
   Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
-  /// Removes a node. Connections to its outputs and references to it are removed, too. Fails with
-  /// Missing, Removed or OtherScene if the scene does not contain the node.
+  /// Removes a node. Connections to its outputs and references to it are removed, too. Views of the
+  /// node stay valid: see NodeView::isRemoved. Fails with Missing, Removed or OtherScene if the
+  /// scene does not contain the node.
   Status removeNode(NodeView node) noexcept;
 
   // The header of the file. A text contains version and time as comments, so these functions also

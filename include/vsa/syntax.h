@@ -10,9 +10,9 @@
 // bytes that vsa::readText rejects become a token of the kind Invalid or Unterminated. Between two
 // tokens there are only white space and characters that the format skips like white space.
 //
-// A text is in memory or comes from a Source. For a Source, the reader needs memory for one token
-// only, at most 256 KiB: it returns a longer token in pieces. The functions throw std::bad_alloc
-// and the exceptions of the source, and no others.
+// A text is in memory or comes from a Source. For a Source, a SyntaxReader needs a buffer of 256
+// KiB only: it returns a longer token in pieces. The functions throw std::bad_alloc and the
+// exceptions of the source, and no others.
 #pragma once
 
 #include <cstddef>
@@ -42,7 +42,11 @@ enum class SyntaxKind : std::uint8_t {
   True,   ///< `true` in any letter case.
   False,  ///< `false` in any letter case.
   Null,   ///< `null` in any letter case.
+  /// A "-" or a digit, and all characters after it that occur in numbers, such as `12`, `-3u`,
+  /// `1e5` or `1-2`.
   Integer,
+  /// The same with a period or one of the letters a, f, i and n in any letter case, such as `1.5`,
+  /// `2f` or `-inf`.
   Real,
   String,       ///< A string, including its quotes and backslashes.
   Comment,      ///< A comment, from "#" up to the line end, but without the line end.
@@ -124,18 +128,20 @@ struct ListPart {
 
 /// Splits a list token, `(...)` or `{...}`, into its elements as the parser converts them. White
 /// space, commas and brackets of other kinds separate elements. Brackets of the list's own kind do
-/// not separate elements. The pieces of a long token can be added one after another.
+/// not separate elements, and neither does white space directly before a closing one. The pieces of
+/// a long token can be added one after another.
 ///
 ///   vsa::ListReader list(token.text);
 ///   while (list.next(part)) use(part);
 class VSA_API ListReader {
  public:
+  /// A reader without a list. Add the first piece of one.
   ListReader() = default;
   /// Reads a list whose first piece is `first`.
   explicit ListReader(std::string_view first) noexcept { add(first); }
 
-  /// Adds the next piece of the list. Call it only after `next` returned false. The piece must not
-  /// change until `next` returns false again.
+  /// Adds the first or the next piece of the list. Call it for a next piece only after `next`
+  /// returned false. The piece must not change until `next` returns false again.
   void add(std::string_view piece) noexcept;
   /// Stores the next part in `out`. Returns false at the end of each piece and at the end of the
   /// list.
@@ -167,7 +173,7 @@ enum class StatementKind : std::uint8_t {
   Define,       ///< `define settings;`
   Assignment,   ///< `ball.radius = 1.0;`, `.material = clay;`
   Connection,   ///< `ball.color |= dusk.outColor;`
-  Malformed,    ///< Any other statement. vsa::readText stops at such a statement.
+  Malformed,  ///< Any other statement, at which vsa::readText stops, or a part of a long statement.
 };
 
 /// Returns the name of a kind in kebab case, such as "assignment". Returns "unknown" for any other
@@ -183,9 +189,10 @@ struct SyntaxStatement {
   StatementKind kind = StatementKind::Malformed;
   /// The tokens. Only the first piece of a long token is stored.
   std::vector<SyntaxToken> tokens;
-  /// The range from the first token to the last one.
+  /// The range from the first token to the last one, with all pieces of these tokens.
   TextRange range;
-  /// The index of the first token after the "=" of an Assignment or Connection.
+  /// The index of the first token after the "=" of an Assignment or Connection. It is 0 for any
+  /// other kind.
   std::size_t valueIndex = 0;
 };
 

@@ -18,7 +18,8 @@ namespace vsa {
 VSA_API bool isName(TextParameter text) noexcept;
 
 /// Whether `text` can be the name of an output in a connection. It is a name as in isName, and
-/// bracket lists may follow it. They are a part of the name, as in "colors[2]".
+/// bracket lists may follow it. They are a part of the name, as in "colors[2]". Between their
+/// brackets, digits, "*", "[" and white space are allowed.
 VSA_API bool isOutputName(TextParameter text) noexcept;
 
 /// Checks the value of a Real. Returns None, PlusInfinity or NotANumber. Minus infinity is allowed.

@@ -53,23 +53,27 @@ struct [[nodiscard]] TypesResult {
   std::vector<TypeDescription> types;
   /// The problem, as a message for people. It is empty if the text is valid.
   std::string problem;
-  /// The position of the problem in the text.
+  /// The position of the problem in the text, without a byte order mark. It has no meaning if the
+  /// text is valid.
   TextPosition place;
 
   /// Whether the text is valid.
   bool isValid() const noexcept { return problem.empty(); }
 };
 
-/// Reads type descriptions from JSON (RFC 8259). A text has a problem if it is not JSON, contains a
-/// member that the schema does not have, or contains a value of the wrong type. A repeated name and
-/// more than 32 nesting levels are problems, too. If there is a problem, the result contains no
-/// types. Bytes above 0x7F are accepted unchanged. The memory needed is proportional to the size of
-/// the text. Throws std::bad_alloc and no other exception.
+/// Reads type descriptions from JSON (RFC 8259). A byte order mark is skipped. A text has a problem
+/// if it is not JSON, contains a member that the schema does not have, lacks the member "types", or
+/// contains a value of the wrong type. "elements" of an input that is neither an Array nor a
+/// Buffer, "values" of an input that is not a String, a repeated name, a number that is too large
+/// for a double, and a value inside more than 32 objects and arrays are problems, too. If there is
+/// a problem, the result contains no types. Bytes above 0x7F in strings are accepted unchanged. The
+/// memory needed is proportional to the size of the text. Throws std::bad_alloc and no other
+/// exception.
 VSA_API TypesResult readTypes(std::string_view json);
 
 /// Declares the types for the whole process: see zn::korvo_sdk::registerNodeType. The nodes of
 /// these types have exactly the described inputs and outputs. Ranges and required inputs do not
-/// affect reading. Throws std::bad_alloc.
+/// affect reading. Throws std::bad_alloc: some of the types may then be declared.
 VSA_API void registerTypes(std::span<const TypeDescription> types);
 
 }  // namespace vsa

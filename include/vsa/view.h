@@ -45,7 +45,7 @@ class ConnectionView {
 
   /// Whether there is a connection.
   explicit operator bool() const noexcept { return output_ != nullptr; }
-  /// The node that the output belongs to.
+  /// The node that the output belongs to. It is missing for a missing connection.
   NodeView node() const noexcept;
   /// The name of the output. It is valid as long as the scene.
   std::string_view output() const noexcept {
@@ -74,8 +74,8 @@ class InputView {
   /// Whether both are views of the same input, or both are missing.
   bool operator==(const InputView&) const = default;
 
-  /// The name, with the spelling of the text. It is empty for an element of an array. It is valid
-  /// as long as the scene.
+  /// The name, with the spelling of the text. If the text uses a former name, it is the current
+  /// name. It is empty for an element of an array. It is valid as long as the scene.
   std::string_view name() const noexcept {
     return input_ != nullptr ? input_->name().view() : std::string_view();
   }
@@ -149,9 +149,11 @@ class InputView {
 
   // Links.
 
-  /// The node that the input refers to. It is missing if the input refers to no node.
+  /// The node that the input refers to. It is missing if the input refers to no node, or if the
+  /// node was removed.
   NodeView node() const noexcept;
-  /// The output that the input is connected to. It is missing if the input has no connection.
+  /// The output that the input is connected to. It is missing if the input has no connection, or if
+  /// the node of the output was removed.
   ConnectionView connection() const noexcept {
     return ConnectionView(input_ != nullptr ? input_->connection() : nullptr);
   }
@@ -248,11 +250,12 @@ class NodeView {
   bool isDeclared() const noexcept { return node_ != nullptr && node_->isDeclared(); }
 
   /// The inputs, in the order of their creation. If the type of the node is declared, the range
-  /// contains only the inputs that a text or a program has looked up or set.
+  /// contains only the inputs that a text has used or a program has added.
   InputRange inputs() const noexcept {
     return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
   }
-  /// The input with this name. It is missing if there is none.
+  /// The input with this name. It is missing if `inputs` does not contain it, even if the type of
+  /// the node declares it.
   InputView operator[](TextParameter input) const noexcept {
     return InputView(node_ != nullptr ? node_->inputNamed(input) : nullptr);
   }
@@ -377,8 +380,8 @@ class SceneView {
 
   // The header of the file.
 
-  /// The version of the format. It is 0 if nothing has set it, and 1 after a text without a version
-  /// was read.
+  /// The version of the format. It is 0 if nothing has set it. After a text without a version was
+  /// read, it is 1, except with ReadOptions::keepHeader.
   std::uint64_t fileVersion() const noexcept {
     return scene_ != nullptr ? scene_->fileVersion() : 0;
   }

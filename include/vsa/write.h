@@ -3,11 +3,12 @@
 //   const vsa::WriteResult result = vsa::writeFile(scene, "scene.vsa");
 //   if (!result.isWritten()) std::puts(result.message.c_str());
 //
-// If the text is read again, the result is the same scene. This includes the order of nodes and
-// inputs, every bit of every value and buffer, links and header. A text cannot represent
-// everything, for instance a name that is not an identifier. Therefore the functions check the
-// whole scene before they write. They do not throw or print. The scene must not change during the
-// call.
+// With the default options, reading the text gives the same scene, except that a version of 0
+// becomes 1. This includes the order of nodes and inputs, every bit of every value and buffer,
+// links and header. A text cannot represent everything, for instance a name that is not an
+// identifier. Therefore the functions check the whole scene first, and write nothing if it has a
+// problem. With WriteOptions::lossy they write what a text can represent, and list the problems
+// that they meet. They do not throw or print. The scene must not change during the call.
 #pragma once
 
 #include <cstdint>
@@ -29,10 +30,11 @@ class VSA_API Sink {
  public:
   virtual ~Sink() = default;
   /// Receives the next part of the text. A part has at most 64 KiB, and is valid during the call.
-  /// If the function returns false, the writing ends with WriteStatus::Unwritable. If it throws an
-  /// exception, the writing ends with HostException.
+  /// If the function returns false, the writing ends with WriteStatus::Unwritable. If it throws
+  /// std::bad_alloc, the writing ends with OutOfMemory, and for any other exception with
+  /// HostException.
   virtual bool write(std::string_view text) = 0;
-  /// The reason why a write failed, as a message for people.
+  /// The reason why a write failed, as a message for people. It is empty if there is none.
   virtual std::string error() const { return {}; }
 };
 
@@ -41,12 +43,14 @@ struct WriteProblem {
   /// The name of the node. It is empty if the problem is in the header.
   std::string node;
   /// The path of the input without the node, such as ".keys[2].time". It is empty if the problem is
-  /// the node itself.
+  /// the node itself or in the header.
   std::string input;
   /// The reason why no text can represent it, as a message for people.
   std::string reason;
   /// Whether a lossy text (see WriteOptions::lossy) contains another value instead. If false, a
-  /// lossy text leaves out this node or input and everything inside it.
+  /// lossy text leaves out this node or input and everything inside it. There is one exception: if
+  /// the problem is a connection, the text leaves out only the connection. For a problem in the
+  /// header it is always false.
   bool isReplaced = false;
 };
 
@@ -57,11 +61,13 @@ enum class WriteStatus : std::uint8_t {
   Written,
   /// The scene contains something that no text can represent. Nothing was written.
   NotCarried,
-  /// The file could not be written, or the sink returned false. An existing file is unchanged.
+  /// The file could not be written, or the sink returned false. An existing file is unchanged, but
+  /// a sink, pipe or device may have received a part of the text.
   Unwritable,
-  /// Memory could not be allocated. An existing file is unchanged.
+  /// Memory could not be allocated, or the sink threw std::bad_alloc. The rest is as for
+  /// Unwritable.
   OutOfMemory,
-  /// The sink threw an exception.
+  /// write() or error() of the sink threw an exception other than std::bad_alloc.
   HostException,
 };
 
@@ -69,15 +75,17 @@ enum class WriteStatus : std::uint8_t {
 struct [[nodiscard]] WriteResult {
   /// How the function ended.
   WriteStatus status = WriteStatus::Written;
-  /// The reason why there is no text, as a message for people. It is empty if `status` is Written,
-  /// and if there is no memory for it.
+  /// The reason why there is no text, as a message for people. It is empty if `status` is Written
+  /// or OutOfMemory. It may be empty if it is Unwritable or HostException.
   std::string message;
-  /// What no text can represent, in the order of the scene. The list has at most
+  /// What no text can represent: first in the header, then in the nodes in the order of their
+  /// creation (with WriteOptions::lossy, in the order of the text). The list has at most
   /// WriteOptions::keptProblems elements.
   std::vector<WriteProblem> problems;
   /// The number of all problems, including those that are not in `problems`.
   std::uint64_t problemCount = 0;
-  /// The number of bytes that were passed to the file, the string or the sink.
+  /// The size of the text in bytes. It is 0 if the writing ended before the last byte was passed
+  /// on.
   std::uint64_t bytesWritten = 0;
   /// The exception of the sink, if `status` is HostException.
   std::exception_ptr exception;
@@ -108,8 +116,8 @@ VSA_API TextResult writeText(const zn::korvo_sdk::Scene& scene,
                              const WriteOptions& options = {}) noexcept;
 VSA_API TextResult writeText(const Scene& scene, const WriteOptions& options = {}) noexcept;
 
-/// Writes the text to `sink`, part by part. The function needs less than 8 MiB of memory for a
-/// scene of any size.
+/// Writes the text to `sink`, part by part. In addition to the problems that it lists, the function
+/// needs less than 8 MiB of memory for any number of nodes and inputs.
 VSA_API WriteResult writeTo(const zn::korvo_sdk::Scene& scene, Sink& sink,
                             const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeTo(const Scene& scene, Sink& sink,

@@ -37,14 +37,16 @@ enum class LinkPlace : std::uint8_t {
 enum class BufferForm : std::uint8_t {
   /// As a list of numbers.
   Plain,
-  /// As a compressed text: see vsa/foundation/decompress.h.
+  /// As a compressed text: see vsa/foundation/decompress.h. A buffer without elements is a list.
   Compressed,
 };
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
   /// The comments of the scene. If they do not contain the version or the time of the scene, a
-  /// comment for it is added. A version of 0 or 1 needs no comment.
+  /// comment for it is added. A version of 0 or 1 needs no comment, unless a comment contains
+  /// another version. It is a WriteProblem if no comment can contain the time, or if a comment
+  /// contains a time and the scene has none.
   Complete,
   /// Only the comments of the scene. If they do not contain the version or the time of the scene,
   /// this is a WriteProblem.
@@ -55,11 +57,13 @@ enum class HeaderForm : std::uint8_t {
 
 /// The options for writing one text.
 struct WriteOptions {
-  /// The maximum width, in columns, of a line of numbers. 0 means no maximum. A longer list is
-  /// split between elements, and a matrix between rows. Other lines are not split.
+  /// The maximum width, in bytes, of a line of a buffer's numbers. 0 means no maximum. A longer
+  /// list is split between elements, and between the rows of matrices. An element or row that is
+  /// longer has a line of its own. Other lines are not split.
   std::size_t lineWidth = 120;
-  /// The number of numbers in each line of a list. 0 means as many as `lineWidth` allows. For any
-  /// other number, `lineWidth` has no effect.
+  /// The number of numbers in each line of a buffer's list except the last. 0 means as many as
+  /// `lineWidth` allows. For any other number, `lineWidth` has no effect, and a line may end inside
+  /// an element.
   std::size_t numbersPerLine = 0;
   /// How statements refer to an input.
   PathForm paths = PathForm::Block;
@@ -72,7 +76,7 @@ struct WriteOptions {
   /// The comments at the beginning of the text.
   HeaderForm header = HeaderForm::Complete;
   /// Whether to leave out what no text can represent. WriteResult::problems then lists what was
-  /// left out. If false, a scene with a problem is not written.
+  /// left out or replaced. If false, a scene with a problem is not written.
   bool lossy = false;
   /// The maximum number of elements of WriteResult::problems.
   std::size_t keptProblems = 1000;

@@ -21,16 +21,18 @@ struct Diagnostic {
   /// The id of the message.
   DiagnosticId id = DiagnosticId::HostError;
   /// The message without its kind and position. It can contain parts of the text that is read.
-  /// These parts are unchanged: they may contain line ends and control characters, may have any
+  /// These parts are not escaped: they may contain line ends and control characters, may have any
   /// length, and may be invalid UTF-8.
   String text;
-  /// The position of the message: line and column, both counted from 1. Columns count bytes. Both
-  /// numbers are 0 before the first token, and if `hasPosition` returns false.
+  /// The position of the message: line and column, both counted from 1. Columns count bytes.
+  /// `PositionOf` says to what they belong. Both numbers are 0 for PositionOf::None, and for
+  /// PositionOf::CurrentToken before the first token. For PositionOf::LastCharacter before the
+  /// first character, the line is 1 and the column is 0.
   std::int32_t line = 0;
   std::int32_t column = 0;
-  /// The byte offset of the invalid character from the start of the reading. Only messages of the
-  /// lexer have an offset. For all other messages, and for a String of more than 4 GiB, it is
-  /// UNKNOWN_OFFSET.
+  /// The byte offset of the invalid character from the start of the reading. Only InvalidToken and
+  /// InvalidListToken have an offset. For all other messages, and for a String of 4 GiB or more, it
+  /// is UNKNOWN_OFFSET.
   std::int64_t offset = UNKNOWN_OFFSET;
   /// The name of the list that `kind()` contains, such as "PAREN". Only InvalidListToken has one.
   /// For all other messages it is empty.
@@ -52,12 +54,13 @@ struct Diagnostic {
   /// The label before the position, such as "PARSE ERROR" or "INVALID PAREN LIST TOKEN". It is
   /// empty for messages without a position.
   VSA_API String kind() const;
-  /// The log line, such as "PARSE ERROR (4,9): invalid input array index: [x].".
+  /// The log line, such as "PARSE ERROR (4,9): invalid input array index: [].".
   VSA_API String logLine() const;
 };
 
-/// Receives each diagnostic when it is found, on the thread that parses the text. An exception that
-/// this sink throws has the same effect as an exception of a LogSink.
+/// Receives each diagnostic of the plain interface when it is found, on the thread that parses the
+/// text. The reading functions of namespace vsa have ReadOptions::onDiagnostic instead. An
+/// exception that this sink throws has the same effect as an exception of a LogSink.
 class VSA_API DiagnosticSink {
  public:
   virtual ~DiagnosticSink() = default;

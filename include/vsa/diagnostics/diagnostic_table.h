@@ -5,7 +5,7 @@
 //   name      the enumerator of DiagnosticId
 //   id        the stable name of the message, as docs/messages.md and tools use it
 //   severity  a Severity; Fatal stops the parse
-//   kind      the label before the position; empty for messages without a position
+//   kind      the label before the position; empty if the log line has no position
 //   position  a PositionOf: which line and column the message has
 //   format    the message without kind and position, a printf format; counts and
 //             indices are printed as 64-bit numbers, because 32 bits are too few for them
@@ -84,9 +84,10 @@ inline constexpr int DIAGNOSTIC_COUNT = 0
 #undef VSA_ROW
     ;
 
-/// The severity of a problem. A Warning does not change the result. An Error means that a value is
-/// rejected or that the text is cut off. A Fatal error stops the parse. The log marks both Error
-/// and Fatal as errors.
+/// The severity of a problem. A Fatal error stops the parse. An Error means that a value is
+/// rejected or that the text is cut off. Any other problem is a Warning, for example a value that
+/// was converted with a loss, or a link that was not made. The log marks both Error and Fatal as
+/// errors.
 enum class Severity : std::uint8_t { Warning, Error, Fatal };
 
 /// The token or character that gives a message its line and column.
@@ -105,8 +106,8 @@ struct DiagnosticRow {
   const char* name;  ///< The stable name in kebab case, such as "too-few-elements".
   /// The severity of the message.
   Severity severity;
-  /// The label before the position, such as "PARSE ERROR". It may contain one %s. It is empty for
-  /// messages without a position.
+  /// The label before the position, such as "PARSE ERROR". It may contain one %s. It is empty if
+  /// the log line has no position.
   const char* kind;
   /// The token or character whose position the message has.
   PositionOf position;

@@ -2,16 +2,16 @@
 // byte buffers in this form.
 //
 // A compressed text is a period and then two hexadecimal digits for each byte of the stream. Digits
-// may be in upper or lower case. White space (blank, \t \n \v \f \r) between two digits is skipped.
-// A program in any language with functions for zlib and for hexadecimal digits can write such
-// texts. In Python: "." + zlib.compress(data).hex().
+// may be in upper or lower case. White space (blank, \t \n \v \f \r) after the period is skipped. A
+// program in any language with functions for zlib and for hexadecimal digits can write such texts.
+// In Python: "." + zlib.compress(data).hex().
 //
 // If a text cannot be decompressed, the functions report one of the messages below. If a text has
 // several faults, they report the message that comes first in this list:
 //
 //   1. "compressed data holds a character that is not a hexadecimal digit"
-//                                          anywhere after the period
-//   2. "compressed data is empty"          the text is empty or has no digit after the period
+//                                          anywhere, except for a period at the beginning
+//   2. "compressed data is empty"          the text has no digit
 //   3. "compressed data is corrupt"        the period is missing
 //   4. "compressed data ends early"        the last byte has only one digit
 //   5. the first fault in the order of the stream:

@@ -16,7 +16,8 @@ class OpenFile;
 /// A source of bytes for a File. A host can derive a class from it to read from an archive, a
 /// socket or memory. Create the object with `new`: the handles of the File own it. File does not
 /// catch the exceptions of these functions. The reader handles them like exceptions that the scene
-/// throws.
+/// throws. There is one exception: while the first three tokens are read, all of them propagate out
+/// of the entry point.
 class VSA_API ByteSource : public RefCounted {
  public:
   /// Writes up to `capacity` bytes to `to` and returns their number. `capacity` is 1 or more.
@@ -33,10 +34,10 @@ class VSA_API ByteSource : public RefCounted {
 /// a time may use them. The file is closed when its last handle is destroyed. A File that is not
 /// open behaves like an empty file. `failed` and `error` distinguish the two.
 ///
-/// While a text is read, the reader calls functions of the host's scene, log sink and source. They
-/// may read from the same file through another handle. They then get the bytes after the last
-/// character that the lexer has read, and the lexer continues after these bytes. The lexer reads
-/// one character ahead.
+/// While a text is read, the reader calls functions of the host's scene and log sink. They may read
+/// from the same file through another handle. They then get the bytes after the last character that
+/// the lexer has read, and the lexer continues after these bytes. The lexer reads one character
+/// ahead.
 class VSA_API File : public RefersTo<RefCounted> {
  public:
   /// A file that is not open.
@@ -49,7 +50,7 @@ class VSA_API File : public RefersTo<RefCounted> {
   /// Opens the file at `path` for reading. Always returns a File. If the file cannot be opened or
   /// `path` is null, `failed` of this File returns true. A UTF-8 byte order mark at the start of
   /// the file is skipped. The bytes of a pipe are read when they arrive, without waiting for a full
-  /// block. Throws std::bad_alloc.
+  /// block. The function itself waits for the first of them. Throws std::bad_alloc.
   static File open(const char* path);
 
   /// Whether the file was opened. A file stays open at its end and after an error.
@@ -73,8 +74,9 @@ class VSA_API File : public RefersTo<RefCounted> {
     const char* end;
   };
   /// Returns the bytes that the next calls of `read` would return. If no byte is buffered, the
-  /// function first reads a block. The result is empty only at the end and on an error. The bytes
-  /// are valid until the next call of `read` or `fill`.
+  /// function first reads a block. The result is empty only at the end, on an error, if the file is
+  /// not open, and while its source reads. The bytes are valid until the next call of `read` or
+  /// `fill`.
   Window fill();
   /// Skips the first `count` bytes of the last `fill`, or all of them if `fill` returned fewer.
   void skip(std::size_t count) noexcept;

@@ -1,4 +1,5 @@
-// The log of the library: warnings and errors as lines of text. The host sets the sink that
+// The log of the plain interface: warnings and errors as lines of text. The reading functions of
+// namespace vsa return their diagnostics and write nothing to it. The host sets the sink that
 // receives them.
 #pragma once
 
@@ -7,18 +8,19 @@
 
 namespace zn {
 
-/// The severity of a log line. An Error can stop the parse or reject one value. A Warning does not
-/// change the result.
+/// The severity of a log line. An Error stops the parse, rejects a value or tells that the text is
+/// cut off. Any other problem is a Warning: see korvo_sdk::Severity.
 enum class LogLevel { Warning, Error };
 
 /// Receives the lines of the log. If several threads read, all of them may call a shared sink at
 /// the same time. A std::runtime_error that a sink throws stops the parse, and its message is
-/// logged to the same sink. Any other exception propagates out of the entry point.
+/// logged to the same sink. If the sink then throws again, that exception propagates out of the
+/// entry point. Any other exception propagates out of the entry point.
 class VSA_API LogSink {
  public:
   virtual ~LogSink() = default;
   /// Receives one message. The log adds no line end to it. A message can contain parts of the text
-  /// that is read. These parts are unchanged: they may contain line ends and control characters,
+  /// that is read. These parts are not escaped: they may contain line ends and control characters,
   /// may have any length, and may be invalid UTF-8.
   virtual void write(LogLevel level, const String& text) = 0;
 };

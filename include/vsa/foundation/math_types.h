@@ -1,5 +1,6 @@
 // Types for the values of tuples. The order of the components is x, y, z, w for vectors, positions
-// and quaternions, and red, green, blue, alpha for colours. Matrices are stored row by row.
+// and quaternions, and red, green, blue, alpha for colours. Matrices are stored row by row. The
+// static constants are defined only for the types at the end of this file.
 #pragma once
 
 #include <vsa/foundation/api.h>

@@ -112,7 +112,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Does the same, but takes all characters and does not search for a NUL.
   static String adoptWhole(ds::Vector<char>&& chars);
   /// Changes this text to a copy of `text`, which must not be a part of this text. Reuses the
-  /// buffer if no other handle shares it and the characters fit.
+  /// buffer if no other handle shares it and the characters fit. Otherwise makes a new one, and
+  /// then `buf()` changes.
   void assign(std::string_view text) { assign(text, 0); }
   /// Changes this text in the same way. `hash` must be `hashOf(text)`, or 0 if the hash is not
   /// known.
@@ -186,9 +187,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// parts are left out. `third` is not used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
-  // Formatting with the conventions of printf. The result can have any length. %n and unknown
-  // conversions are copied unchanged. Never use a text from a file as the format, because it may
-  // contain conversions: pass it as an argument.
+  // Formatting with the conventions of printf. The result can have any length. A NUL that %c writes
+  // ends the result. %n and unknown conversions are copied unchanged. Never use a text from a file
+  // as the format, because it may contain conversions: pass it as an argument.
 
   /// Returns the formatted text.
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);
@@ -203,10 +204,12 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// Converts a boolean: "true" or "false", in any letter case.
   static bool parse(const String& text, bool& out);
   /// Converts a real: `1.5`, `-.5`, `1e-3`, `2f`, `inf` or `nan`. The value is rounded to the
-  /// nearest value of the target.
+  /// nearest value of the target. A finite number that is too large for the target is not a value
+  /// of it.
   static bool parse(const String& text, float& out);
   static bool parse(const String& text, double& out);
-  /// Converts an integer: `12`, `-12`, `12u` or `12e3`.
+  /// Converts an integer: `12`, `-12`, `12u` or `12e3`. It must be in the range of the target. A
+  /// text with "-" is not an unsigned number, not even `-0`.
   static bool parse(const String& text, signed char& out, Radix radix);
   static bool parse(const String& text, unsigned char& out, Radix radix);
   static bool parse(const String& text, short& out, Radix radix);

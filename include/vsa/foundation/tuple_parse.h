@@ -22,7 +22,8 @@ inline constexpr std::size_t MAX_COMPONENTS = 16;
 VSA_API bool parseTuple(std::string_view text, std::size_t count, double* out);
 
 /// Converts a colour and stores it in `out[0..4)`. The fourth word is the alpha. If there is no
-/// fourth word, or if it is not a number, the alpha is 1.
+/// fourth word, or if it is not a number, the alpha is 1. The result and the other rules are those
+/// of parseTuple for the first three words.
 VSA_API bool parseColour(std::string_view text, double* out);
 
 template <class T>

@@ -1,5 +1,6 @@
-// Vector: contiguous elements in the order of insertion. The first element sets the capacity to 2,
-// except after a call of `reserve`. A full vector doubles its capacity.
+// Vector: contiguous elements in the order of insertion. The first call of `push_back` sets the
+// capacity to 2, except after a call of `reserve` or `reserveAdditional`. A full vector doubles its
+// capacity.
 #pragma once
 
 #include <algorithm>
@@ -22,8 +23,8 @@ inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 /// Owns elements of type T. The three members are public, so that a host can access the elements
 /// directly. A host must not change these members. Pointers to elements are valid until the vector
 /// grows or is destroyed, or until `reserve` is called. If memory runs out, a function throws
-/// std::bad_alloc and the vector does not change. There is one exception: `reserve` with a smaller
-/// capacity removes the last elements before it allocates memory.
+/// std::bad_alloc and the vector does not change. There is one exception: `reserve` with a capacity
+/// below the size may remove the last elements before it allocates memory.
 template <class T>
 class Vector {
  public:

@@ -25,15 +25,16 @@ class VSA_API Node : public interfaces::INode {
   Scene* scene() const noexcept;
   /// Whether the node was removed from the scene. Its memory is valid until the scene is destroyed.
   bool isRemoved() const noexcept;
-  /// The index of the node among all nodes that the scene has created: `scene()->nodeAt(slot())` is
-  /// this node. Removed nodes count, too.
+  /// The index of the node among all nodes that the scene has created, including removed ones.
+  /// `scene()->nodeAt(slot())` is this node, or null if the node was removed.
   std::uint64_t slot() const noexcept;
   /// The name of the node, and the name of its type. Both views are valid as long as the scene.
   std::string_view nameView() const noexcept;
   std::string_view typeView() const noexcept;
   /// Whether the type of the node was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept;
-  /// The number of inputs that exist.
+  /// The number of inputs that exist. Declared inputs exist after the first call of `hasInput`,
+  /// `input`, `createInput` or `createArray` with their name.
   std::uint64_t inputCount() const noexcept;
   /// The input with this index, in the order of creation. It is null if `index` is not less than
   /// the count.

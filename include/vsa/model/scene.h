@@ -17,8 +17,9 @@ namespace zn::korvo_sdk {
 struct SceneStorage;
 
 /// A scene that owns its nodes, inputs and outputs, including removed ones. Every pointer to them
-/// is valid until the scene is destroyed. One thread at a time may use a scene. Functions that
-/// create an object throw std::bad_alloc if memory runs out.
+/// is valid until the scene is destroyed. One thread at a time may change a scene or call
+/// `findNode`. Several threads may call functions that are const while no thread does so. Functions
+/// that create an object throw std::bad_alloc if memory runs out.
 class VSA_API Scene final : public interfaces::IScene {
  public:
   /// The value of `emptyElementLimit` in a new scene.
@@ -44,8 +45,8 @@ class VSA_API Scene final : public interfaces::IScene {
   Node* nodeAt(std::uint64_t slot) const noexcept;
   /// The number of nodes, without removed ones.
   std::uint64_t nodeCount() const noexcept;
-  /// The node with this name, or null. Unlike `findNode`, the function stores nothing in the scene.
-  /// Several threads may therefore call it at the same time.
+  /// The node with this name, or null. Unlike `findNode`, the function stores nothing in the scene,
+  /// so several threads may call it at the same time.
   Node* nodeNamed(std::string_view name) const noexcept;
 
   // The header of the file.
@@ -64,9 +65,9 @@ class VSA_API Scene final : public interfaces::IScene {
   // any index and any nesting depth. The reader reports an exceeded limit as an error
   // (std::runtime_error). A new limit applies to objects that are created after it was set.
 
-  /// The maximum number of empty array elements in the scene. An element is empty if it was created
-  /// only because the text used a higher index. It stops being empty when it gets a value, a
-  /// member, an element or a link.
+  /// The maximum number of empty array elements in the scene. If the scene has this many, no array
+  /// can grow. An element that was appended is empty, even if it is the one that the text names. It
+  /// stops being empty when it gets a value, a member, an element or a link.
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
   /// The maximum nesting level of inputs. An input of a node has level 1. A limit greater than

@@ -37,11 +37,12 @@ VSA_API const char* name(DiagnosticId id) noexcept;
 /// describes each argument.
 VSA_API const char* argumentNames(DiagnosticId id) noexcept;
 
-/// The severity of a problem. A Warning has no effect on the scene. An Error rejects a value or
-/// ends the reading.
+/// The severity of a problem. An Error rejects a value or ends the reading. Any other problem is a
+/// Warning, for example a value that was converted with a loss, or a link that was not made. The
+/// severity of a HostMessage is that of the logged message.
 enum class Severity : std::uint8_t { Warning, Error };
 
-/// Returns the name of a severity: "warning" or "error".
+/// Returns the name of a severity: "warning" or "error". Returns "unknown" for any other number.
 VSA_API const char* name(Severity severity) noexcept;
 
 /// A problem in a text. It is a plain value that owns its texts.
@@ -53,7 +54,7 @@ struct Diagnostic {
   /// Whether the problem ended the reading.
   bool endedReading = false;
   /// The message without kind and position, with the same bytes as in the log line. A message can
-  /// contain parts of the text that was read. These parts are unchanged: they may contain line
+  /// contain parts of the text that was read. These parts are not escaped: they may contain line
   /// feeds and control characters, may have any length, and may be invalid UTF-8.
   std::string message;
   /// The values that the message contains, in the order of `argumentNames(id)`. They have the same
@@ -65,13 +66,15 @@ struct Diagnostic {
   /// has no position.
   std::string kind;
   /// The line and the column in the log line. They are the position of the token at which the
-  /// parser detected the problem. This position can be after `range`. Both numbers are 0 before the
-  /// first token, and if the log line has no position.
+  /// parser detected the problem, or of the character before an invalid one. This position can be
+  /// after `range`. Both numbers are 0 before the first token, and if the log line has no position.
+  /// Before the first character, the line is 1 and the column is 0.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
   /// The path of the input with the problem, such as "worktop.points[3]". It begins with the name
-  /// of the node. Its indices have the spelling of the text. If an index is invalid, the path ends
-  /// before it. The path is empty if the problem concerns no input.
+  /// of the node. If the message contains the path, its indices are decimal numbers. Otherwise they
+  /// have the spelling of the text, such as "[*]". If a character of an index is invalid, the path
+  /// ends before the index. The path is empty if the problem concerns no input.
   std::string inputPath;
   /// The bytes that caused the problem. If something is missing in the text, the range is empty. If
   /// the bytes are not known, the range is the last byte of the token at which the parser detected
@@ -81,7 +84,8 @@ struct Diagnostic {
   std::optional<std::uint64_t> numberIndex;
 
   /// Returns the line that the plain interface logs, such as "PARSE ERROR (4,9): invalid input
-  /// array index: [x].". Throws std::bad_alloc.
+  /// array index: [].". Returns the message for a problem that the plain interface does not log.
+  /// Throws std::bad_alloc.
   VSA_API std::string logLine() const;
   /// Returns the argument with this name, such as "expected". The view is valid as long as
   /// `arguments` does not change. Returns an empty text if the message has no such argument.

@@ -20,9 +20,9 @@ inline constexpr std::uint64_t UNLIMITED = std::numeric_limits<std::uint64_t>::m
 /// text exceeds a limit, the reading ends with ReadStatus::OverLimit and a diagnostic. It ends
 /// before the library allocates memory for the part of the text that exceeds the limit. There is
 /// one exception: a buffer that is too large does not end the reading. Its input gets an empty
-/// buffer of the element type, and the status at the end is OverLimit. The diagnostic contains the
-/// path of the input, the declared count, and how many numbers or compressed bytes the list of the
-/// buffer contains.
+/// buffer of the element type, and the status at the end is OverLimit unless the reading ends for
+/// another reason. The diagnostic contains the path of the input, the declared count, and how many
+/// numbers or compressed bytes the list of the buffer contains.
 struct ReadLimits {
   /// Bytes of the text, without a byte order mark. If the size is known in advance and exceeds the
   /// limit, nothing is read.
@@ -30,8 +30,10 @@ struct ReadLimits {
   /// Bytes of memory that this reading has allocated and not freed. They include values, nodes,
   /// inputs and their names, pending links, kept diagnostics, paths of skipped buffers, and the
   /// current token. Strings and buffers count with their size in bytes. The size of other objects
-  /// is estimated. For a text of many small objects, the process may therefore allocate some 2.5
-  /// times the limit.
+  /// is estimated. When an input gets another value, the bytes of its old value are subtracted only
+  /// if the scene is one of the library, and if the new value is a buffer or a string of at least
+  /// 256 bytes in the text. For a text of many small objects, the process may therefore allocate
+  /// some 2.5 times the limit.
   ///
   /// If `memory` is not set, the limit is 64 MiB, plus 100 bytes for each byte of the text, plus
   /// the expanded size of compressed buffers. This is enough for every text whose buffers contain
@@ -49,8 +51,9 @@ struct ReadLimits {
   std::uint64_t nodes = UNLIMITED;
   /// Array elements that the text creates.
   std::uint64_t elements = UNLIMITED;
-  /// Inputs on one path: 1 for "lamp.power", 3 for "mesh.sets[0].name". The library's scene also
-  /// has a limit of its own: see zn::korvo_sdk::Scene::setDepthLimit.
+  /// Inputs on one path: 1 for "lamp.power", 3 for "mesh.sets[0].name". A scene of the library and
+  /// a HostScene also have a limit of their own: see zn::korvo_sdk::Scene::setDepthLimit and
+  /// HostScene::depthLimit. By default it is 256.
   std::uint64_t depth = UNLIMITED;
   /// Diagnostics of the text, including those that are not kept.
   std::uint64_t diagnostics = UNLIMITED;
@@ -60,8 +63,8 @@ struct ReadLimits {
 struct ReadProgress {
   /// Bytes of the text that the reader has requested.
   std::uint64_t bytesRead = 0;
-  /// Bytes of the text, without a byte order mark. It is not set if the size of the text is not
-  /// known.
+  /// Bytes of the text, without a byte order mark. It is not set if the size of the text is 0 or
+  /// not known.
   std::optional<std::uint64_t> bytesTotal;
   /// The number of links that were resolved. It is 0 until the whole text has been read.
   std::uint64_t linksResolved = 0;
@@ -73,14 +76,16 @@ struct ReadProgress {
 enum class BufferMode : std::uint8_t {
   /// Converts them to buffers.
   Read,
-  /// Checks them and allocates no memory for them. Each input gets an empty buffer with the type of
-  /// the elements. ReadOutcome::skippedBuffers contains the range of each literal in the text.
-  /// loadBuffer reads a literal later.
+  /// Checks their keywords and element counts, but not their numbers, and allocates no memory for
+  /// them. Each input gets an empty buffer with the type of the elements.
+  /// ReadOutcome::skippedBuffers contains the range of each literal of a kept node. loadBuffer
+  /// reads a literal later.
   Skip,
 };
 
 /// The options of one reading. Callbacks run on the thread that reads. If a callback throws an
-/// exception, the reading ends with ReadStatus::HostException.
+/// exception, the reading ends with ReadStatus::HostException, or with OutOfMemory for a
+/// std::bad_alloc.
 struct ReadOptions {
   /// The limits of the reading.
   ReadLimits limits;
@@ -96,7 +101,7 @@ struct ReadOptions {
   /// The maximum number of diagnostics that the outcome keeps. A diagnostic that exceeds this
   /// maximum or `keptDiagnosticBytes` is only counted, and so are all diagnostics after it. The
   /// diagnostic that ended the reading is always kept. If `onDiagnostic` is not set, the library
-  /// does not create the text of a diagnostic that is only counted.
+  /// does not create the texts of the diagnostics after the first one that is only counted.
   std::uint64_t keptDiagnostics = 10000;
   /// The maximum size in bytes of the diagnostics that the outcome keeps.
   std::uint64_t keptDiagnosticBytes = std::uint64_t{64} << 20;

@@ -12,11 +12,12 @@ namespace vsa {
 enum class ReadStatus : std::uint8_t {
   Complete,        ///< The whole text was read and its links were resolved.
   StoppedByError,  ///< An error in the text ended the reading. No link was resolved.
-  /// The text ends at a byte 0xFF, or inside a statement, a string or a list. There is no other
-  /// error before the end.
+  /// The text ends at a byte 0xFF, or inside a statement, a string or a list. No error before the
+  /// end has ended the reading. ReadOutcome::applied tells whether the links were resolved.
   CutOff,
-  /// The file or source could not be opened or read to its end. Or another reading into the same
-  /// scene has not ended yet.
+  /// The file or source could not be opened or read to its end, or the path or text is null. Or
+  /// another reading into the same scene has not ended yet. Or loadBuffer has not found the same
+  /// literal.
   Unreadable,
   Cancelled,    ///< The progress callback returned false.
   OverLimit,    ///< The text exceeds a limit; see ReadOutcome::limit.
@@ -30,14 +31,15 @@ enum class ReadStatus : std::uint8_t {
 /// any other number. The result is never null.
 VSA_API const char* name(ReadStatus status) noexcept;
 
-/// Identifies a limit. ReadLimits has a description of each.
+/// Identifies a limit. ReadLimits describes them, except EmptyElements.
 enum class Limit : std::uint8_t {
   TextBytes,
   Memory,
   BufferBytes,
   Nodes,
   Elements,
-  EmptyElements,  ///< zn::korvo_sdk::Scene::setEmptyElementLimit, a limit of the library's scene.
+  EmptyElements,  ///< A limit of the scene: zn::korvo_sdk::Scene::setEmptyElementLimit or
+                  ///< HostScene::emptyElementLimit.
   Depth,
   Diagnostics,
 };

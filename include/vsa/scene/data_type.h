@@ -11,10 +11,11 @@ namespace zn::korvo_sdk {
 /// The type of the elements of a buffer. `Null` means that the type is not set. Elements are
 /// contiguous in memory, and their components have the byte order of the machine. The order of
 /// components is x, y, z, w for vectors, positions and quaternions. Matrices are stored row by row.
-/// For colours, the name of the type shows the order. The last letter of a name is the type of a
-/// component. It is f for float, d for double and 8 for a byte. It is i for a signed and u for an
-/// unsigned 32-bit integer. A text cannot contain buffers of Bool, Ptr, Xform, Aabb and Obb, but a
-/// host may use these types.
+/// For colours except ColorRef, the name of the type shows the order. The last character of the
+/// name of a type with several components is the type of a component. It is f for float, d for
+/// double and 8 for a byte. It is i for a signed and u for an unsigned 32-bit integer. ColorRef is
+/// an exception: it has four bytes. A text cannot contain buffers of Bool, Ptr, Xform, Aabb and
+/// Obb, but a host may use these types.
 enum class DataType : std::int32_t {
   Null,
   Bool,
@@ -86,11 +87,11 @@ inline constexpr int DATA_TYPE_COUNT = 60;
 VSA_API const char* dataTypeName(DataType type) noexcept;
 
 /// Returns the type of one component of an element. For `Vec3f` it is `Float`. For single numbers
-/// it is the type itself. For `Null` and unknown numbers it is `Null`.
+/// and Ptr it is the type itself. For `Null` and unknown numbers it is `Null`.
 VSA_API DataType componentType(DataType type) noexcept;
 
-/// Returns the number of components of an element. For `Vec3f` it is 3. For single numbers it is 1.
-/// For `Null` and unknown numbers it is 0.
+/// Returns the number of components of an element. For `Vec3f` it is 3. For single numbers and Ptr
+/// it is 1. For `Null` and unknown numbers it is 0.
 VSA_API unsigned componentCount(DataType type) noexcept;
 
 /// Returns the bytes of one component of an element; 0 for `Null` and unknown numbers.

@@ -15,13 +15,16 @@ namespace zn::korvo_sdk {
 /// One input of a declared node type.
 struct InputDeclaration {
   std::string name;  ///< The name in a text. For a repeated name, the last declaration applies.
-  AttrType type =
-      AttrType::Null;  ///< The type of the value. A Null input accepts links or members.
-  AttrType elementType = AttrType::Null;  ///< The AttrType of an array's elements.
+  /// The type of the value. An input of type Null refuses values: it accepts a connection, a
+  /// reference (it then becomes a Node) or members (it then becomes an Object).
+  AttrType type = AttrType::Null;
+  /// The AttrType of an array's elements. With Null, the elements accept links only.
+  AttrType elementType = AttrType::Null;
   DataType bufferType =
       DataType::Null;  ///< The DataType of a buffer's elements; Null allows every type.
-  std::vector<std::string> enumValues =
-      {};                      ///< The strings that are expected as the value; any string if empty.
+  /// For a String: the values that it should have. Another string is assigned, too, but the reader
+  /// logs a warning. If the list is empty, every string is allowed.
+  std::vector<std::string> enumValues = {};
   bool refusesValues = false;  ///< Whether the input accepts links only.
 };
 

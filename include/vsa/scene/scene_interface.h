@@ -5,8 +5,9 @@
 // as long as the scene, including removed nodes and their inputs. The reader deletes nothing.
 //
 // Errors: every function may throw. A std::runtime_error stops the parse, and its message is logged
-// as an error. Any other exception propagates out of the entry point. A scene can refuse to create
-// an object: the function then returns null.
+// as an error. Any other exception propagates out of the entry point. The reading functions of
+// namespace vsa catch all exceptions: see vsa::ReadStatus. A scene can refuse to create an object:
+// the function then returns null.
 //
 // Requirements: the address of an object must not change. The type of an input must not change.
 // There is one exception: an input of type Null becomes an Object when it gets a member, and a Node
@@ -60,7 +61,8 @@ class VSA_API IInput {
   virtual String typeName() const = 0;
   /// The path of the input, for messages, such as "node.input[2].member".
   virtual String path() const = 0;
-  /// Whether the value of the input is a buffer with a known element type. `flag` is always false.
+  /// Whether the type of the input is Buffer. While `bufferType` is Null, the result may also be
+  /// false. `flag` is always false.
   virtual bool holdsBuffer(bool flag) const = 0;
   /// The enumeration of the input, or null if it has none.
   virtual const IEnumeration* enumValues() const = 0;
@@ -82,14 +84,15 @@ class VSA_API IInput {
   // Members (of objects) and elements (of arrays).
 
   /// Creates a member of this type in an object, or in an input of type Null, which then becomes an
-  /// object. If the function returns null, the statement is an error. The reader calls the function
-  /// only after `hasInput` returned false or `input` returned null.
+  /// object. For an input of type Null, `name` can also be an index such as "[2]": the function
+  /// should then return null. If it returns null, the statement is an error. The reader calls the
+  /// function only after `hasInput` returned false or `input` returned null.
   virtual IInput* createInput(const String& name, AttrType type) = 0;
   /// Creates a member that is an array of `elementType`. The rules of `createInput` apply.
   virtual IInput* createArray(const String& name, AttrType elementType) = 0;
   /// Returns whether there is a member with this name. `type` is always Null, which means any type.
-  /// The function must return false for an array: the reader calls it for arrays, too, and then
-  /// passes an index such as "[2]" as the name.
+  /// The function must return false for an index such as "[2]", which the reader passes as the name
+  /// for an array and for an input of type Null.
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
@@ -107,9 +110,10 @@ class VSA_API IInput {
   /// it has the type Buffer, the function makes the input an empty buffer whose elements have the
   /// DataType in `structure.elementType`.
   virtual void set(const AttrData& structure) = 0;
-  /// Sets a value of the input's type. The input takes ownership of the memory of a string or a
-  /// buffer, even if the function throws an exception. The memory is from malloc or calloc, and may
-  /// be null. A scene that does not store the value must free the memory.
+  /// Sets a value of the input's type. A value of type Object (`{}`) has no payload. The input
+  /// takes ownership of the memory of a string or a buffer, even if the function throws an
+  /// exception. The memory is from malloc or calloc, and may be null. A scene that does not store
+  /// the value must free the memory.
   virtual void assign(const AttrData& value) = 0;
   /// Connects the input to an output of a node of the same scene. The new connection replaces an
   /// existing one. `output` is never null.
@@ -129,7 +133,7 @@ class VSA_API IInput {
   /// input with both gets two calls.
   virtual void retain() {}
   /// Called once for each call of `retain`, after the links were resolved. There is one exception:
-  /// if an error stopped the parse, the function is not called.
+  /// if the reading ends before that, for example by an error, the function is not called.
   virtual void release() {}
 
  protected:

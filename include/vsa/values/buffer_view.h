@@ -54,7 +54,8 @@ class TypedBuffer {
   TypedBuffer(BufferProblem problem, ElementType found) noexcept
       : problem_(problem), found_(found) {}
 
-  /// The first element; null if there is no buffer.
+  /// The first element. It is null if there is no buffer, and may be null if the buffer has no
+  /// elements.
   const Element* data() const noexcept { return data_; }
   /// The number of elements.
   std::size_t size() const noexcept { return size_; }
