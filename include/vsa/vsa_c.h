@@ -10,10 +10,12 @@
  *   }
  *   vsa_free(reading);
  *
- * Handles are opaque pointers. A null handle represents something that does not exist. Every
- * function accepts a null handle and then returns null, 0 or an empty text. A null pointer as a
- * name is the empty name. If a pointer for a result is null, the result is not stored. No function
- * throws a C++ exception.
+ * Handles are opaque pointers. A null handle represents something that does not exist: functions
+ * return it also for an index that is too large and for an unknown name. Every function accepts a
+ * null handle and then returns null, 0 or an empty text. There are three exceptions, described
+ * below: vsa_reading_status, vsa_reading_message and vsa_load_buffer. A null pointer as a name is
+ * the empty name. If a pointer for a result is null, the result is not stored. No function throws
+ * a C++ exception.
  *
  * A reading owns everything that functions return about it. These objects do not change, and are
  * valid until vsa_free. Several threads may read texts at the same time, and may use the same
@@ -54,17 +56,18 @@ typedef enum vsa_status {
   VSA_COMPLETE,         /* the whole text was read and its links were resolved */
   VSA_STOPPED_BY_ERROR, /* an error in the text ended the reading; what was applied before stays */
   VSA_CUT_OFF,    /* the text ends at a byte 0xFF, or inside a statement, a string or a list */
-  VSA_UNREADABLE, /* the file could not be opened or read to its end */
+  VSA_UNREADABLE, /* the file could not be opened or read to its end; the path or text is null; or
+                   * the buffer to load is not at its position */
   VSA_CANCELLED,  /* the progress function returned 0 */
   VSA_OVER_LIMIT, /* the text exceeds a limit; see vsa_reading_limit */
   VSA_OUT_OF_MEMORY,
-  VSA_HOST_EXCEPTION, /* the progress function threw a C++ exception */
+  VSA_HOST_EXCEPTION, /* the progress function threw a C++ exception other than std::bad_alloc */
   VSA_WRONG_USE       /* nothing was read: the options were not initialised by vsa_options_init, or
                        * the index given to vsa_load_buffer is too large */
 } vsa_status;
 
-/* The limits that a text can exceed. Members of vsa_options set them. There is one exception:
- * VSA_LIMIT_EMPTY_ELEMENTS is a fixed limit. */
+/* The limits that a text can exceed. Members of vsa_options set them. There are two exceptions:
+ * VSA_LIMIT_EMPTY_ELEMENTS is a fixed limit, and VSA_LIMIT_DEPTH is never above 256. */
 typedef enum vsa_limit {
   VSA_NO_LIMIT,
   VSA_LIMIT_TEXT_BYTES,
@@ -80,13 +83,14 @@ typedef enum vsa_limit {
 /* The progress of a reading. */
 typedef struct vsa_progress {
   uint64_t bytes_read;     /* bytes of the text that the reader has requested */
-  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED if the size is not known */
+  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED if it is 0 or not known */
   uint64_t links_resolved; /* links that were resolved; 0 until the whole text has been read */
   uint64_t links_total;    /* links of the text; 0 until the whole text has been read */
 } vsa_progress;
 
-/* The value of a limit that is never exceeded. There are two exceptions: in `memory_bytes` it means
- * the default limit, and in `bytes_total` it means that the size of the text is not known. */
+/* The value of a limit that is never exceeded. There are three exceptions: in `memory_bytes` it
+ * means the default limit, in `depth` it means 256, and in `bytes_total` it means that the size of
+ * the text is 0 or not known. */
 #define VSA_UNLIMITED UINT64_MAX
 
 /* The options of one reading. Call vsa_options_init first, and then change members. */
@@ -101,9 +105,10 @@ typedef struct vsa_options {
   uint64_t buffer_bytes; /* bytes of the elements of one buffer */
   uint64_t nodes;        /* nodes that the text creates */
   uint64_t elements;     /* array elements that the text creates */
-  uint64_t depth;        /* inputs on one path */
+  uint64_t depth;        /* inputs on one path; a limit above 256 means 256 */
   uint64_t diagnostics;  /* diagnostics that are found, kept or not */
 
+  /* The diagnostic that ends the reading is kept even if it exceeds the next two numbers. */
   uint64_t kept_diagnostics;      /* the maximum number of kept diagnostics: 10000 by default */
   uint64_t kept_diagnostic_bytes; /* the maximum bytes of kept diagnostics: 64 MiB by default */
   int keep_header;   /* if 0, a text without a version has version 1; otherwise version 0 */
@@ -143,7 +148,7 @@ VSA_C_API vsa_status vsa_reading_status(const vsa_reading* reading);
  * number that is no status. */
 VSA_C_API const char* vsa_status_name(vsa_status status);
 /* Returns the reason why the reading ended, as a message for people. It is empty if the status is
- * VSA_COMPLETE. */
+ * VSA_COMPLETE. For a null reading it is "out of memory". */
 VSA_C_API vsa_text vsa_reading_message(const vsa_reading* reading);
 /* Returns the limit that the text exceeded, or VSA_NO_LIMIT if it exceeded none. */
 VSA_C_API vsa_limit vsa_reading_limit(const vsa_reading* reading);
@@ -158,7 +163,7 @@ typedef struct vsa_counts {
   uint64_t nodes;      /* nodes that were created, kept or not */
   uint64_t elements;   /* array elements that were created */
   uint64_t values;     /* values that were assigned to inputs of kept nodes */
-  uint64_t links;      /* references and connections that were resolved, `null` included */
+  uint64_t links;      /* references and connections that were resolved, with and without success */
   uint64_t errors;     /* errors that were found, kept or not */
   uint64_t warnings;   /* warnings that were found, kept or not */
 } vsa_counts;
@@ -180,7 +185,7 @@ typedef struct vsa_diagnostic {
   vsa_text message;
   vsa_text input_path; /* the path of the input, such as "worktop.points[3]"; may be empty */
   vsa_position begin;  /* the position of the first byte of the invalid text */
-  vsa_position end;    /* the position after its last byte */
+  vsa_position end;    /* the position after its last byte; equal to `begin` if a part is missing */
 } vsa_diagnostic;
 
 /* Return the number of diagnostics that were kept, and the number of all that were found. */
@@ -215,8 +220,9 @@ VSA_C_API int vsa_skipped_at(const vsa_reading* reading, size_t index, vsa_skipp
 
 /* Reads one skipped buffer of the reading `skipped`, from the same file or the same text. Returns a
  * new reading, as vsa_read_file does. Call vsa_loaded_buffer to get its buffer. The status is
- * VSA_WRONG_USE if `index` is not less than the number of skipped buffers. It is VSA_UNREADABLE if
- * the file or text does not contain this literal at its position. */
+ * VSA_WRONG_USE if `skipped` is null, or if `index` is not less than the number of skipped buffers.
+ * It is VSA_UNREADABLE if the file or text does not contain a literal of the same type and count at
+ * this position. */
 VSA_C_API vsa_reading* vsa_load_buffer(const char* path, const vsa_reading* skipped, size_t index,
                                        const vsa_options* options);
 VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length,
@@ -226,7 +232,7 @@ VSA_C_API vsa_reading* vsa_load_buffer_from_text(const char* text, size_t length
 /* --- the scene --- */
 
 /* The header of the file. If the text does not contain a version, the version is 1. It is 0 instead
- * if `keep_header` was set. */
+ * if `keep_header` was set, and if nothing was read. */
 VSA_C_API uint64_t vsa_file_version(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
@@ -287,7 +293,8 @@ typedef enum vsa_type {
 /* Returns the type of the value. It is VSA_NULL for a missing input and for an input without a
  * value. */
 VSA_C_API vsa_type vsa_input_type(const vsa_input* input);
-/* Returns the name of a type, such as "Null" or "Bool". */
+/* Returns the name of a type, such as "Null" or "Bool". Returns "<unknown>" for a number that is no
+ * type. */
 VSA_C_API const char* vsa_type_name(vsa_type type);
 
 /* The value of an input. If the value has the type of the function, the function stores it in `out`
@@ -305,8 +312,8 @@ VSA_C_API int vsa_string(const vsa_input* input, vsa_text* out);
 VSA_C_API size_t vsa_components(const vsa_input* input, const double** out);
 /* Returns the node that the input refers to, or null. */
 VSA_C_API const vsa_node* vsa_reference(const vsa_input* input);
-/* Returns the node that the input is connected to, or null. Stores the name of its output in
- * `output`, which may be null. */
+/* Returns the node that the input is connected to, and stores the name of its output in `output`.
+ * If there is no connection, returns null and does not change `output`. */
 VSA_C_API const vsa_node* vsa_connection(const vsa_input* input, vsa_text* output);
 
 /* A buffer. Its elements are contiguous in memory, and each has `components` numbers. */
@@ -324,7 +331,8 @@ typedef struct vsa_buffer {
  * does not change `out`. */
 VSA_C_API int vsa_buffer_of(const vsa_input* input, vsa_buffer* out);
 /* Fills `out` with the buffer that vsa_load_buffer or vsa_load_buffer_from_text has read, and
- * returns 1. For any other reading, returns 0 and does not change `out`. */
+ * returns 1. For any other reading, and if no buffer was read, returns 0 and does not change `out`.
+ * Use the buffer only if the status is VSA_COMPLETE: with VSA_UNREADABLE it may be another one. */
 VSA_C_API int vsa_loaded_buffer(const vsa_reading* loaded, vsa_buffer* out);
 
 #ifdef __cplusplus

@@ -13,8 +13,9 @@
 
 namespace vsa::detail {
 
-/// Calls `change()` and returns its result, a Status or an Added. If it throws because memory runs
-/// out or a limit of the scene is exceeded, returns the error for the exception.
+/// Calls `change()` and returns its result, a Status or an Added. If it throws, returns the error
+/// for the exception: OutOfMemory, TooMany for a text or list that is too long, or TooDeep for the
+/// depth limit of the scene.
 template <class Change>
 auto guarded(const Change& change) noexcept -> decltype(change()) {
   try {

@@ -1,6 +1,5 @@
 // vsa::Scene: the functions for version, time and comments. A text contains version and time in
-// comments only. So the functions change the comments, the version and the time together: reading
-// the comments again gives the same header.
+// comments only. So the functions change the comments together with the version and the time.
 #include <string>
 #include <vector>
 

@@ -2,7 +2,7 @@
 //
 // Each production begins at the token after the previous production. If no production accepts a
 // statement, the statement is malformed. The reader then skips the tokens up to its semicolon or
-// colon.
+// colon, the end of the text, or the maximum number of tokens in one part.
 #include <vsa/outline.h>
 
 #include <cstring>
@@ -47,7 +47,7 @@ inline void clear(StatementOutline& out) {
 // Each function below begins at the current token, and ends at the first token after its
 // production.
 
-// "." input ("[index]" | "." member)*    Begins after the node.
+// "." input ("[index]" | "." member)* Begins after the node. "=" or "|" must follow.
 bool path(StatementTokens& tokens, StatementOutline& out) {
   if (!tokens.is('.')) return false;
   tokens.advance();
@@ -174,15 +174,17 @@ bool statement(StatementTokens& tokens, StatementOutline& out) {
   return assignment(tokens, out);
 }
 
-// Returns the end of the word at `at`, at most `last`. Returns null if no word begins there.
+// Returns the end of the word at `at`, at most `last`. Returns null if no word begins there, or if
+// the word is `true`, `false` or `null`.
 inline const char* endOfWord(const char* at, const char* last) {
   if (at >= last || lex::firstOf(*at) != Type::Id) return nullptr;
   const char* const end = lex::endOfName(at + 1, last);
   return impl::kindOfWord(between(at, end)) == SyntaxKind::Word ? end : nullptr;
 }
 
-// Recognises a common form of value: number | string | word | keyword "(plain list)". Returns the
-// end of the value, or null for any other value.
+// Recognises a common value: a number, a string, a word, or a word directly followed by a list of
+// numbers with single blanks between them, such as vec3(0 1 2). Returns its end. Returns null for
+// any other value; some members of `out` may then be set.
 const char* commonValue(const char* at, const char* last, StatementOutline& out) {
   const Type first = lex::firstOf(*at);
   const char* end = nullptr;
@@ -211,9 +213,10 @@ const char* commonValue(const char* at, const char* last, StatementOutline& out)
 }
 
 // Recognises the most common form of statement: [node] "." input " = " value ";". Returns the end
-// of the statement, or null for any other statement. The function reads each byte once and creates
-// no token. Reading 200 scenes of 7 KB takes 15 million instructions with this function, and 22
-// million without it.
+// of the statement, or null for any other statement; some members of `out` may then be set. `last`
+// is the last byte of the text, so that the byte at each end can be read. The function reads each
+// byte once and creates no token. Reading 200 scenes of 7 KB takes 15 million instructions with
+// this function, and 22 million without it.
 const char* commonAssignment(const char* at, const char* last, StatementOutline& out) {
   const char* const nodeEnd = *at == '.' ? at : endOfWord(at, last);
   if (nodeEnd == nullptr || *nodeEnd != '.') return nullptr;

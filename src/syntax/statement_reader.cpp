@@ -13,7 +13,7 @@ using Tokens = std::span<const SyntaxToken>;
 
 // The maximum number of tokens in one part of a statement, and the maximum number of bytes of their
 // texts that are kept (the first piece of each token). A valid statement is far below both limits:
-// only a path can have many tokens, and a scene limits the depth of inputs.
+// only a path can have many tokens, and the library's scene allows at most 65535 levels of inputs.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 
@@ -103,7 +103,8 @@ void StatementReader::keepTexts(SyntaxStatement& out) {
   }
 }
 
-// Reads the tokens of a statement. Returns whether it has reached the end of the statement.
+// Reads the tokens of a statement. Returns whether it has reached the end of the statement or of
+// the text.
 bool StatementReader::readTokens(std::vector<SyntaxToken>& tokens) {
   if (reader_.keepsText()) return reader_.appendStatement(tokens, MAX_TOKENS);
   while (true) {

@@ -239,7 +239,7 @@ void SyntaxReader::State::nextPiece(SyntaxToken& out) {
 }
 
 // Appends the tokens of a statement of a text in memory. Returns whether it has reached the end of
-// the statement.
+// the statement or of the text.
 bool SyntaxReader::State::appendStatement(std::vector<SyntaxToken>& tokens, std::size_t maxTokens) {
   do {
     SyntaxToken& token = tokens.emplace_back();

@@ -38,7 +38,7 @@ class TokenScanState {
 
   SyntaxKind kind_ = SyntaxKind::EndOfText;
   bool isOver_ = false;
-  bool isLine_ = false;            // whether the token cannot contain a line feed
+  bool isLine_ = false;            // whether this is a comment, a number or a single character
   bool isAfterBackslash_ = false;  // whether the last block ended with a backslash in a string
   std::uint64_t depth_ = 0;        // the number of open brackets of the list's kind
   char open_ = 0;

@@ -1,5 +1,5 @@
-// HeaderText: the comments at the beginning of a text. They contain the version and the time of the
-// scene. Internal.
+// HeaderText: the comments at the beginning of a text, with the version and the time of the scene.
+// HeaderForm decides which of them are written. Internal.
 #pragma once
 
 #include <string>
@@ -16,7 +16,10 @@ class HeaderText {
  public:
   HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form);
 
-  /// The problems: one text of reasons.h for each part that no text can represent.
+  /// The problems: one text of reasons.h for each comment that no text can represent, with
+  /// HeaderForm::Comments for a version or time that the comments do not contain, and with
+  /// HeaderForm::Complete for a time that no added comment can contain. There are none for
+  /// HeaderForm::None.
   const std::vector<const char*>& problems() const { return problems_; }
   /// Writes the comments.
   void put(TextBuffer& out) const;

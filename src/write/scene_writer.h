@@ -30,7 +30,8 @@ class SceneCheck final : public SceneVisitor {
   ProblemList& problems_;
 };
 
-/// Writes the nodes with their values. It also writes their links, except for LinkPlace::Last.
+/// Writes the nodes with their values. It also writes their links. With LinkPlace::Last, it writes
+/// `null` for an input with only a link, and no other connection.
 class NodeWriter final : public SceneVisitor {
  public:
   NodeWriter(TextBuffer& out, const WriteOptions& options, ProblemList& problems)
@@ -51,10 +52,10 @@ class NodeWriter final : public SceneVisitor {
   TextBuffer& out_;
   const WriteOptions& options_;
   ProblemList& problems_;
-  bool isBlock_ = false;  // whether the declaration of the node ended with ":"
+  bool isBlock_ = false;  // whether the paths of the node are written without its name
 };
 
-/// Writes only the links, each with the name of its node.
+/// Writes only the links to a node, each with the name of the node that has the link.
 class LinkWriter final : public SceneVisitor {
  public:
   explicit LinkWriter(TextBuffer& out) : out_(out) {}

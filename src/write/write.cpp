@@ -1,5 +1,5 @@
-// The writing functions of the public API. Each function checks the scene before it writes the
-// text.
+// The writing functions of the public API. Without WriteOptions::lossy, each function checks the
+// whole scene before it writes the text.
 #include <vsa/file_replacement.h>
 #include <vsa/write.h>
 

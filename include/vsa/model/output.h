@@ -16,7 +16,7 @@ class VSA_API Output : public interfaces::IOutput {
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
 
-  /// The name of the output.
+  /// The name of the output. It is the current name if a text has used a former name.
   String name() const;
   /// The node that the output belongs to. It is never null.
   Node* node() const noexcept;

@@ -1,4 +1,4 @@
-// The functions of vsa_c.h for the contents of a scene. Each function calls a function of a view.
+// The functions of vsa_c.h for the contents of a scene. Most of them call a function of a view.
 #include <new>
 #include <optional>
 #include <span>
@@ -17,7 +17,7 @@ vsa::SceneView sceneOf(const vsa_reading* reading) {
   return reading != nullptr ? reading->scene.view() : vsa::SceneView();
 }
 
-// Stores the value in `out` and returns 1. If there is no value, returns 0.
+// Stores the value in `out`, if `out` is not null, and returns 1. If there is no value, returns 0.
 template <class Value, class Out>
 int store(const Value& value, Out* out) {
   if (!value) return 0;

@@ -42,7 +42,7 @@ bool isBeginOfPath(const Lookahead& next) {
   return isNameAndEnd(next) || isDotAndEnd(next) || isNode;
 }
 
-// Whether the text ends after the type and the node of a directive, as in `lamp sun`.
+// Whether the text ends after the first two names of a declaration or directive, as in `lamp sun`.
 bool isBeginOfDirective(const Lookahead& next) {
   return next[0] == Type::Id && next[1] == Type::Id && next[2] == Type::Eof;
 }

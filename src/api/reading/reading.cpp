@@ -138,8 +138,8 @@ void Reading::guarded(const Body& body) noexcept {
   fillCounts();
 }
 
-// Whether this thread is already reading into the same scene. If so, a callback of that reading has
-// started this reading.
+// Whether this thread is already reading into the same scene. If so, a callback, source or scene
+// that the other reading called has started this reading.
 bool Reading::isSceneBusy() const noexcept {
   const Reading* reading = innermost;
   while (reading != nullptr && &reading->scene_ != &scene_) reading = reading->outer_;
@@ -226,15 +226,17 @@ void Reading::finish(bool isParsed) {
 }
 
 // Sets the status if a buffer was omitted because it exceeds a limit. Such a buffer does not end
-// the reading, so the status is set only here.
+// the reading, so the status is set only here. A text that is cut off or unreadable replaces this
+// status later.
 void Reading::finishRefused() {
   if (!refusedFor_) return;
   ending_.set(ReadStatus::OverLimit, refusal_);
   outcome_.limit = refusedFor_;
 }
 
-// Reports a string or list that is cut off at the beginning of a statement. The parser treats such
-// a token like the end of the text and does not report it.
+// Reports a string or list that is cut off at the beginning of a statement, or a byte 0xFF that
+// ends the text between statements. The parser treats both like the end of the text and does not
+// report them.
 void Reading::finishCutOff() {
   const auto report = zn::korvo_sdk::impl::reportOf(*parser_.lexer);
   if (!report.cutOff.isEmpty()) {

@@ -3,7 +3,9 @@
 // A Reading has three roles. As the session of the parser, it counts statements and memory, checks
 // the limits, and owns the values that no input owns yet. As the observer of the blocks of the
 // text, it finds positions, the size of the text and the progress. As the sink for the diagnostics
-// and log lines of the thread, it records them. It prints nothing and throws no exception.
+// and log lines of the thread, it records them. It prints nothing. The functions that read a text
+// throw no exception. The functions of its base classes throw ReadStopped to end the reading, and
+// std::bad_alloc.
 #pragma once
 
 #include <chrono>

@@ -1,4 +1,5 @@
-// Reading: implements the functions that the parser calls.
+// Reading: limits, skipped buffers, nodes that are not kept, progress and diagnostics. The parser,
+// the code that assigns values and the sinks call these functions.
 #include <cstring>
 #include <exception>
 #include <new>
@@ -47,7 +48,7 @@ std::string describedElements(std::string_view list) {
 }
 
 // Returns a description such as "the buffer float[3] of sun.points (12 bytes, 1 number written)". A
-// long path is shortened.
+// path of more than 200 bytes is shortened.
 std::string describedBuffer(const AssignInfo& info, std::string_view path) {
   std::string text("the buffer ");
   text += info.valueToken.text.view();
@@ -213,7 +214,8 @@ void Reading::report(const zn::korvo_sdk::Diagnostic& diagnostic) {
 }
 
 // Records a message that the host's scene has logged. Diagnostics do not come here, because they
-// are not logged as lines during a reading.
+// are not logged as lines during a reading. There is one exception: while the host's scene has
+// installed a DiagnosticSink of its own, they are logged.
 void Reading::write(zn::LogLevel level, const zn::String& text) {
   const Severity severity = level == zn::LogLevel::Warning ? Severity::Warning : Severity::Error;
   recorder_->add(DiagnosticId::HostMessage, severity, false, std::string(text.view()), text.view());

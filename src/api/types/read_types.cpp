@@ -1,5 +1,5 @@
-// readTypes: converts JSON objects to descriptions of node types. Each member name must be in a
-// table below, so that a misspelt name is a problem.
+// readTypes: converts JSON objects to descriptions of node types. A member with an unknown name is
+// a problem, so that misspelt names are found.
 #include <algorithm>
 #include <initializer_list>
 #include <string>

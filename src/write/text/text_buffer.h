@@ -47,10 +47,11 @@ class TextBuffer {
 
   /// The number of bytes of the text.
   std::uint64_t size() const { return flushed_ + static_cast<std::uint64_t>(end_ - block_.get()); }
-  /// The number of bytes that were passed to the sink.
+  /// The number of bytes that the sink has accepted.
   std::uint64_t flushed() const { return flushed_; }
 
-  /// Passes the block to the sink.
+  /// Passes the characters in the block to the sink, if there are any. Throws SinkFailed if the
+  /// sink fails.
   void flush() {
     const std::string_view text(block_.get(), static_cast<std::size_t>(end_ - block_.get()));
     end_ = block_.get();

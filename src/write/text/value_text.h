@@ -15,8 +15,8 @@ namespace vsa::impl {
 void putLiteral(TextBuffer& out, const zn::korvo_sdk::Input& input, const WriteOptions& options,
                 std::uint64_t column);
 
-/// Writes `text` as a string in quotation marks. Control characters and the byte 0xFF become escape
-/// sequences.
+/// Writes `text` as a string in quotation marks. Quotation marks, backslashes, control characters
+/// (with DEL) and the byte 0xFF become escape sequences.
 void putString(TextBuffer& out, std::string_view text);
 
 }  // namespace vsa::impl

@@ -24,17 +24,19 @@ class SceneVisitor {
   virtual ~SceneVisitor() = default;
 
   virtual void beginNode(const zn::korvo_sdk::Node& node) = 0;
-  /// Called for each input with a statement. The form is never Form::Inside. If the form is
-  /// Form::Link and the input is connected, a call of `connection` follows.
+  /// Called for each input with a statement. The form is never Form::Inside. If the input is
+  /// connected, a call of `connection` or `problem` follows, whatever the form is.
   virtual void value(const zn::korvo_sdk::Node& node, std::string_view path,
                      zn::korvo_sdk::Input& input, Form form) = 0;
-  /// Called for each connection, after the call of `value` for the same input.
+  /// Called for each connection, after the call of `value` for the same input. For an array or
+  /// object that has no such call, it comes after the calls for its elements or members.
   virtual void connection(const zn::korvo_sdk::Node& node, std::string_view path,
                           const zn::korvo_sdk::Output& output) = 0;
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
   /// Called for each part of the scene that no text can represent. `path` is empty if this part is
   /// the node itself. If `isReplaced` is false, there are no other calls for this part, and none
-  /// for what it contains.
+  /// for what it contains. A part can also be the connection of an input: there is then no call of
+  /// `connection`, but `value` was called for the input.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };
@@ -45,7 +47,8 @@ class SceneWalk {
   SceneWalk(const zn::korvo_sdk::Scene& scene, SceneVisitor& visitor)
       : scene_(scene), visitor_(visitor) {}
 
-  /// Visits a node with everything that it contains.
+  /// Visits a node with everything that it contains. If no text can represent the name or the type
+  /// of the node, only calls `problem`.
   void walk(const zn::korvo_sdk::Node& node);
 
  private:

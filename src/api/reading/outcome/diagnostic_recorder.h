@@ -34,9 +34,11 @@ class DiagnosticRecorder {
   /// Records a diagnostic of the reader. Throws ReadStopped if the limit of diagnostics is exceeded
   /// or a callback throws an exception.
   void add(const Record& record);
-  /// Records a problem that is not a diagnostic of the reader. Its position is the token that was
-  /// consumed last. `argument` is the argument of the message. It is not used if messages with this
-  /// id have no argument. `limit` is the exceeded limit of an OverLimit.
+  /// Records a problem for which the reader has created no diagnostic. Its position is the token
+  /// that was consumed last. There are two exceptions: for EndMark it is the byte 0xFF, and for
+  /// UnexpectedEof the opening quote or bracket. `argument` is the argument of the message. It is
+  /// not used if messages with this id have no argument. `limit` is the exceeded limit of an
+  /// OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
   /// Records that the text exceeds a limit. `maximum` is the value of the limit.

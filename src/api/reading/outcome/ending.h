@@ -13,7 +13,8 @@ class Ending {
  public:
   explicit Ending(ReadOutcome& outcome) noexcept : outcome_(outcome) {}
 
-  /// Sets the status and the message. If there is no memory for the message, sets only the status.
+  /// Sets the status and the message. If there is no memory for the message, it becomes empty.
+  /// Removes the limit of the outcome if the status is not OverLimit.
   void set(ReadStatus status, std::string_view message) noexcept;
   /// Sets the status and the message for the exception that is being handled. The status is
   /// OutOfMemory for a std::bad_alloc, and HostException for any other exception. The message is

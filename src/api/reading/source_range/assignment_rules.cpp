@@ -73,8 +73,9 @@ Found RangeRules::unreadableNumber() const {
   return field ? number(list, *field) : whole(list);
 }
 
-// Returns the range of the part of the statement that exceeds a limit: a count, an index, a path or
-// a name.
+// Returns the range of the part of the statement that exceeds a limit: the count of a buffer, the
+// name of a node, an index or a path. Returns std::nullopt for the other limits, which no single
+// part exceeds.
 Found RangeRules::overLimit() const {
   const bool isBuffer = !problem_.diagnostic.endedReading;  // an omitted buffer is the only such
                                                             // problem that does not end the reading

@@ -13,12 +13,14 @@ namespace vsa {
 struct NumberField {
   std::size_t begin;  ///< The offset of its first byte, from the opening bracket of the list.
   std::size_t end;    ///< The offset after its last byte, from the opening bracket of the list.
-  std::string text;   ///< Its characters. Brackets of the list's own kind are left out.
+  /// Its characters. Further brackets of the list's own kind do not end a number and are left out,
+  /// as in the lexer: the text of the number in "(1(2)" is "12".
+  std::string text;
   std::size_t index;  ///< The index of the number in the list, from 0.
 };
 
-/// Returns the first number for which `isWanted` returns true. `list` is "( ... )" or "{ ... }" as
-/// written in the text.
+/// Returns the first number for which `isWanted` returns true. Returns std::nullopt if there is
+/// none. `list` is "( ... )" or "{ ... }" as written in the text.
 std::optional<NumberField> findNumber(std::string_view list,
                                       const std::function<bool(const NumberField&)>& isWanted);
 

@@ -31,7 +31,8 @@ struct Problem {
   /// The diagnostic. Its id, arguments, limit and input path are set.
   const Diagnostic& diagnostic;
   /// The offset after the token at which the parser detected the problem. This token is the one
-  /// that the parser consumed last, or the one that the grammar does not allow.
+  /// that the parser consumed last, or the one that the grammar does not allow. For a problem of
+  /// the lexer: the offset after the invalid character.
   std::uint64_t noticed;
   /// The offset of the invalid character. Only problems of the lexer have one.
   std::optional<std::uint64_t> character;
@@ -40,7 +41,7 @@ struct Problem {
 };
 
 /// Returns the range of a problem. Returns std::nullopt if the tokens do not have the expected
-/// form.
+/// form, or if no single part of the text causes the problem.
 std::optional<SourceRange> findSourceRange(const Problem& problem, const StatementTokens& tokens);
 
 /// Returns the left-hand side of the last statement in `tokens`. Returns an empty string if that

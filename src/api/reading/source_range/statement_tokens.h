@@ -37,7 +37,8 @@ class StatementTokens {
   /// problem. Lexing stops after a ";" that ends at or after `noticed`. It also stops at the end of
   /// the text, at an invalid character, and after the comment if the statement is a comment. If
   /// `noticed` is after `start`, lexing stops at the latest after three tokens that begin at or
-  /// after `noticed`. If the bytes are not available any more, there are no tokens.
+  /// after `noticed`. If the bytes are not available any more, or if these would be more than
+  /// MAX_BYTES, there are no tokens.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
                   std::uint64_t noticed);
 

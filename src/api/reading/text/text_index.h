@@ -3,7 +3,8 @@
 // A token has a 32-bit line and column and no offset. When the lexer requests a block of the text,
 // the index stores the position of the block. To find another position, the index reads the text
 // again from the nearest stored position before it, and counts the line feeds. For a text without
-// problems, the index only stores positions: at most one for each block.
+// problems, the index only stores positions, at most one for each block, and reads no bytes again.
+// There is one exception: with BufferMode::Skip, it finds the position of each literal.
 #pragma once
 
 #include <cstdint>
