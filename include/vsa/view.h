@@ -367,7 +367,8 @@ class SceneView {
   /// The view of `scene`. A null pointer is an empty scene.
   explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
   /// The view of `scene`. The conversion is implicit, so that a caller can pass a scene as a view.
-  /// A temporary scene does not convert, because it would be destroyed before the view.
+  /// A temporary zn::korvo_sdk::Scene does not convert, because it would be destroyed before the
+  /// view. A temporary vsa::Scene converts: use its view only within the same expression.
   SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 

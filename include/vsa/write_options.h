@@ -27,8 +27,8 @@ enum class NodeOrder : std::uint8_t {
 enum class LinkPlace : std::uint8_t {
   /// With the other statements of the same node.
   WithNode,
-  /// After all nodes. An input with only a link is written with its node, too, as `null`. This
-  /// keeps the order of the inputs.
+  /// After all nodes, each with the name of its node. An input with only a link is written with its
+  /// node, too, as `null`. This keeps the order of the inputs.
   Last,
 };
 

@@ -123,8 +123,9 @@ bool FileReplacement::replace() {
 }
 
 // Gives the new file the owner, group and permissions of the old one. If the process has no right
-// to set the owner or the group, this is no error. If it cannot set the group, the permissions of
-// the group are removed, because they would apply to another group.
+// to set the owner or the group, this is no error. The set-user-ID and set-group-ID bits are then
+// removed. If it cannot set the group, the permissions of the group are removed, too, because they
+// would apply to another group.
 bool FileReplacement::keepPermissions() {
   struct stat old {};
   if (::stat(target_.c_str(), &old) != 0) return true;

@@ -1,4 +1,4 @@
-// The version of the format that a scene has before a file is read.
+// The version of the format to which the header of a scene is reset before a file is read.
 #pragma once
 
 namespace zn::korvo_sdk {

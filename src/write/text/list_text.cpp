@@ -38,7 +38,8 @@ LineLayout layoutOf(DataType type, const WriteOptions& options) {
 }
 
 /// Writes a list, unit by unit. Each unit is first written after a blank in the current line. If it
-/// does not fit into the line, a line break replaces that blank.
+/// does not fit into the line, a line break replaces that blank, except before the first unit of a
+/// line.
 template <class Number>
 class ListPrinter {
  public:

@@ -14,7 +14,8 @@ class TextStore {
  public:
   virtual ~TextStore() = default;
   /// Returns at most `count` bytes from `offset` on. Returns none if they are not available any
-  /// more. The result is valid until the next call. Throws std::bad_alloc.
+  /// more. The result is valid until the next call of a function of this object. Throws
+  /// std::bad_alloc.
   virtual std::string_view bytes(std::uint64_t offset, std::size_t count) = 0;
   /// Called before the memory of the block that was added last may be overwritten.
   virtual void keepBlock() {}
