@@ -2,10 +2,10 @@
 //
 //   #include <vsa/vsa.h>
 //
-// Namespace vsa is for programs that read and change scenes. The functions that read a text do not
-// throw or print. A vsa::Scene owns a scene. vsa::NodeView and vsa::InputView give access to its
-// contents. If a node or an input does not exist, their functions return empty results, so a
-// program need not check each look-up. vsa::Node and vsa::Input change the scene.
+// Namespace vsa is for programs that read and change scenes. The functions that read a text into a
+// scene do not throw or print. A vsa::Scene owns a scene. vsa::NodeView and vsa::InputView give
+// access to its contents. If a node or an input does not exist, their functions return empty
+// results, so a program need not check each look-up. vsa::Node and vsa::Input change the scene.
 //
 //   const vsa::ReadResult result = vsa::readFile("scene.vsa");
 //   const double power = result.scene["sun"]["power"].real(1.0);

@@ -33,8 +33,8 @@ class DroppedInput final : public zn::korvo_sdk::interfaces::IInput {
   const zn::korvo_sdk::interfaces::IEnumeration* enumValues() const override { return nullptr; }
   ValueType elementType() const override { return elementType_; }
   ElementType bufferType() const override { return ElementType::Null; }
-  /// Sets the number of elements to the largest 64-bit number, so that every index in a text is
-  /// valid.
+  /// Sets the number of elements to the largest 64-bit number, so that every smaller index in a
+  /// text is valid.
   void appendElement() override { count_ = std::numeric_limits<std::uint64_t>::max(); }
   bool isArray(bool /*flag*/) const override { return type_ == ValueType::Array; }
   bool refusesValues() const override { return false; }

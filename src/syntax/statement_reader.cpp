@@ -13,7 +13,7 @@ using Tokens = std::span<const SyntaxToken>;
 
 // The maximum number of tokens in one part of a statement, and the maximum number of bytes of their
 // texts that are kept (the first piece of each token). A valid statement is far below both limits:
-// only a path can have many tokens, and the library's scene allows at most 65535 levels of inputs.
+// only a path can have many tokens, and the library's scene allows 256 levels of inputs by default.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;
 

@@ -12,8 +12,9 @@
 //   arguments the names of the values that the format prints, in the order of the format,
 //             separated by ", "; docs/messages.md says what each value is
 //
-// A new message needs a row here, a case in tests/cases and a paragraph in docs/messages.md. A test
-// fails if one of them is missing.
+// A new message needs a row here, a case in tests/cases (or a line in
+// tests/cases/uncovered_messages.txt if no case can cause it) and a paragraph in docs/messages.md.
+// A test fails if one of them is missing.
 #pragma once
 
 #include <cstddef>

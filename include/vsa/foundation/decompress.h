@@ -45,10 +45,11 @@ VSA_API std::pair<unsigned char*, std::size_t> decompress(const unsigned char* d
                                                           std::size_t expectedSize);
 
 /// Decompresses into the `expectedSize` bytes at `out`, and returns whether this succeeded.
-/// Allocates no memory and never writes past `expectedSize`. `out` may be null if `expectedSize` is
-/// 0. On success, `length` is the number of bytes of the result. The function may set up to 32 of
-/// the bytes after the result to zero. It does not change the others. On failure, `length` is 0,
-/// `error` is the message, and the contents of `out` are unspecified.
+/// Allocates memory only for the message of a failure, which may throw std::bad_alloc, and never
+/// writes past `expectedSize`. `out` may be null if `expectedSize` is 0. On success, `length` is
+/// the number of bytes of the result. The function may set up to 32 of the bytes after the result
+/// to zero. It does not change the others. On failure, `length` is 0, `error` is the message, and
+/// the contents of `out` are unspecified.
 VSA_API bool decompressInto(const unsigned char* data, std::size_t size, String& error,
                             unsigned char* out, std::size_t expectedSize, std::size_t& length);
 

@@ -141,8 +141,8 @@ class VSA_API String : public RefersTo<IRefCounted> {
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// The hash of the text; never 0. Equal texts have equal hashes in one process. Another process
-  /// has other hashes, because a random key enters the hash. So nobody can write a file with many
-  /// names of the same hash.
+  /// has other hashes, except for the empty text, because a random key enters the hash. So nobody
+  /// can write a file with many names of the same hash.
   std::uint64_t hash() const noexcept;
   /// Returns the hash that a String of these characters has.
   static std::uint64_t hashOf(std::string_view text) noexcept;

@@ -66,9 +66,9 @@ class VSA_API Scene final : public interfaces::IScene {
   // (std::runtime_error). A new limit applies to objects that are created after it was set.
 
   /// The maximum number of empty array elements in the scene. If the scene has this many, no array
-  /// can grow. An element that was appended is empty, even if it is the one that the text names.
-  /// The functions of vsa::Input ignore this limit. It stops being empty when it gets a value, a
-  /// member, an element or a link.
+  /// can grow. An element that was appended is empty, even if it is the one that the text names. It
+  /// stops being empty when it gets a value, a member, an element or a link. The functions of
+  /// vsa::Input ignore this limit.
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
   /// The maximum nesting level of inputs. An input of a node has level 1. A limit greater than

@@ -78,8 +78,8 @@ class IndexRange {
   Iterator end() const noexcept { return {source_, size_}; }
   std::size_t size() const noexcept { return static_cast<std::size_t>(size_); }
   bool empty() const noexcept { return size_ == 0; }
-  /// Returns the value at `index`. If the index is not less than the size, returns a missing view
-  /// or an empty text.
+  /// Returns the value at `index`, a missing view or an empty text if there is no such object. An
+  /// index that is not less than the size can find an object that was added later.
   auto operator[](std::uint64_t index) const noexcept { return source_(index); }
 
  private:
