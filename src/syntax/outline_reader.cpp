@@ -47,7 +47,7 @@ inline void clear(StatementOutline& out) {
 // Each function below begins at the current token, and ends at the first token after its
 // production.
 
-// "." input ("[index]" | "." member)* Begins after the node. "=" or "|" must follow.
+// "." input ("[index]" | "." member)*    Begins after the node. "=" or "|" must follow.
 bool path(StatementTokens& tokens, StatementOutline& out) {
   if (!tokens.is('.')) return false;
   tokens.advance();
