@@ -17,8 +17,8 @@
 // the new value has another type, set() also replaces the type. There are three exceptions. If the
 // node type declares another type for the input, set() fails with DeclaredType. If it declares that
 // the input accepts links only, set() fails with TakesNoValue. If the elements of the array have
-// another type, set() of an element fails with OtherElementType. All functions that change the type
-// of an input fail in the same cases.
+// another type, set() of an element fails with OtherElementType. The other functions that change
+// the type of an input follow the same rules, except that an input for links accepts refer().
 //
 // Views and ranges stay usable after a change. If an input is removed, the memory of its values is
 // freed at once, or used for later values of the scene. The object itself, 48 bytes, is freed with

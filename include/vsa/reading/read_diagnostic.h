@@ -72,9 +72,9 @@ struct Diagnostic {
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
   /// The path of the input with the problem, such as "worktop.points[3]". It begins with the name
-  /// of the node. If the message contains the path, its indices are decimal numbers. Otherwise they
-  /// have the spelling of the text, such as "[*]". If a character of an index is invalid, the path
-  /// ends before the index. The path is empty if the problem concerns no input.
+  /// of the node. Its indices are decimal numbers, or have the spelling of the text, such as "[*]".
+  /// If a character of an index is invalid, the path ends before the index. The path is empty if
+  /// the problem concerns no input.
   std::string inputPath;
   /// The bytes that caused the problem. If something is missing in the text, the range is empty. If
   /// the bytes are not known, the range is the last byte of the token at which the parser detected

@@ -10,7 +10,8 @@ class BlockObserver {
  public:
   /// Called before a block is read. The previous block may be overwritten after the call.
   virtual void beforeBlock() = 0;
-  /// Called after a block was read. The block is empty at the end of the text.
+  /// Called after a block was read. At the end of a file or source, the block is empty. At the end
+  /// of a text in memory, the function is not called.
   virtual void afterBlock(std::string_view block) = 0;
 
  protected:
