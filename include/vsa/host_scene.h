@@ -43,7 +43,8 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
 
   /// The node that the output belongs to. It is null if makeNode returned null for the node.
   HostNode* node() const noexcept { return node_; }
-  /// The name of the output, with the spelling of the text.
+  /// The name of the output, with the spelling of the text. If the text uses a former name, it is
+  /// the current name.
   const std::string& name() const noexcept { return name_; }
 
  private:

@@ -60,10 +60,11 @@ class VSA_API Scene {
   /// "version:". All further comments with "version:" are removed. If no comment contains
   /// "version:", the new comment is placed before all others.
   Status setFileVersion(std::uint64_t version) noexcept;
-  /// Sets the time. The comment "# time: ..." replaces the first comment that sets a time. All
-  /// further comments that set a time are removed. If no comment sets a time, the new comment is
-  /// placed before all others. For an empty time, the function only removes the comments that set a
-  /// time. Fails with BadTime or NulCharacter if no text can represent the time.
+  /// Sets the time. A comment sets a time if it contains "time:" and not "version:". The comment "#
+  /// time: ..." replaces the first comment that sets a time. All further comments that set a time
+  /// are removed. If no comment sets a time, the new comment is placed before all others. For an
+  /// empty time, the function only removes the comments that set a time. Fails with BadTime or
+  /// NulCharacter if no text can represent the time.
   Status setFileTime(TextParameter time) noexcept;
   /// Appends a comment of one line. If it does not begin with "#", the function adds "# " before
   /// it. A comment that contains "version:" or "time:" sets the version or the time, as it does in

@@ -5,9 +5,9 @@
 //   for (vsa::NodeView node : scene.nodes()) visit(node.name());
 //
 // If an object does not exist, a look-up returns a missing view, which is a null pointer. A program
-// may call all functions of a missing view. They return empty texts, empty optionals, empty ranges
-// and missing views. A missing view converts to false, every other view to true. Views are valid as
-// long as the scene. This includes views of nodes and inputs that were removed.
+// may call all functions of a missing view. They return empty texts, empty optionals, empty ranges,
+// false, Null and missing views. A missing view converts to false, every other view to true. Views
+// are valid as long as the scene. This includes views of nodes and inputs that were removed.
 //
 // Views do not change the scene. A function that returns a std::string throws std::bad_alloc if
 // memory runs out. No other function throws.

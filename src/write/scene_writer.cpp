@@ -29,7 +29,7 @@ void putConnection(TextBuffer& out, const Output& output) {
 }
 
 // Writes the type of a declaration. The name of a type may begin with the bytes of a byte order
-// mark, because these bytes are letters. At the beginning of a text, the reader would skip them. So
+// mark, because these bytes are letters. At the beginning of a file, the reader would skip them. So
 // a line end is written before such a type.
 void putType(TextBuffer& out, std::string_view type) {
   if (out.size() == 0 && type.starts_with(zn::detail::BYTE_ORDER_MARK)) out.put('\n');

@@ -38,7 +38,7 @@ class VSA_API Scene final : public interfaces::IScene {
   // The nodes.
 
   /// The number of nodes that were created, including removed ones. `nodeAt(0)` to
-  /// `nodeAt(nodeSlots() - 1)` return them in the order of creation.
+  /// `nodeAt(nodeSlots() - 1)` return them in the order of creation, and null for removed ones.
   std::uint64_t nodeSlots() const noexcept;
   /// The node with this index in the order of creation. It is null if the node was removed, or if
   /// `slot` is not less than `nodeSlots()`.

@@ -28,7 +28,7 @@ vsa_progress progressOf(const vsa::ReadProgress& progress) {
 }
 
 // Returns the names as strings. A null pointer becomes the empty string, which is not the name of
-// any node.
+// any node or type. Returns none if `names` is null.
 std::vector<std::string> namesOf(const char* const* names, size_t count) {
   std::vector<std::string> result;
   for (size_t i = 0; names != nullptr && i < count; ++i) {

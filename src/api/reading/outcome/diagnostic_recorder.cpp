@@ -56,7 +56,8 @@ std::uint64_t bytesOf(const Diagnostic& diagnostic) {
 }
 
 // Returns the path of the input that is an argument of the message. Returns an empty string if the
-// message has no such argument.
+// message has no such argument, and for TooManyArrayElements: the path of its statement is used
+// instead.
 std::string pathOf(const Record& record) {
   const bool isArray = record.id == zn::korvo_sdk::DiagnosticId::TooManyEmptyElements;
   return stringOf(record.argument(isArray ? "array" : "input"));

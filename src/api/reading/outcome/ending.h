@@ -18,7 +18,7 @@ class Ending {
   void set(ReadStatus status, std::string_view message) noexcept;
   /// Sets the status and the message for the exception that is being handled. The status is
   /// OutOfMemory for a std::bad_alloc, and HostException for any other exception. The message is
-  /// the text of the exception.
+  /// the text of the exception, or says that there is none.
   void setToException() noexcept;
 
   /// Sets the status and the message, and throws ReadStopped.

@@ -1,7 +1,7 @@
 // Finds the source range of a diagnostic: the bytes that caused the problem. Internal.
 //
-// The parser detects a problem at the token that it consumed last. This token is often after the
-// range, sometimes on another line. A rule for each kind of problem finds the range among the
+// The parser detects most problems at the token that it consumed last. This token is often after
+// the range, sometimes on another line. A rule for each kind of problem finds the range among the
 // tokens of the statement.
 #pragma once
 
@@ -47,7 +47,8 @@ std::optional<SourceRange> findSourceRange(const Problem& problem, const Stateme
 /// Returns the left-hand side of the last statement in `tokens`. Returns an empty string if that
 /// statement is not an assignment. If the path begins with ".", the function puts the name of the
 /// node before it. This is the node that the tokens declare. If they declare none, the name is
-/// `withNode`. If the path contains an invalid character, the result ends before that character.
+/// `withNode`. If a list of the path contains an invalid character, the result ends before that
+/// list.
 std::string pathAsWritten(const StatementTokens& tokens, std::string_view withNode);
 
 }  // namespace vsa
