@@ -4,6 +4,8 @@
 //   if (!file.open(path) || !file.write(text) || !file.replace()) std::puts(file.error().c_str());
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -51,6 +53,7 @@ class VSA_API FileReplacement final : public Sink {
 
  private:
   bool openBeside(unsigned mode);
+  void beginWriteback(std::size_t count) noexcept;
   bool makeDurable();
   bool keepPermissions();
   bool fail(const char* what);
@@ -58,6 +61,8 @@ class VSA_API FileReplacement final : public Sink {
   std::filesystem::path target_;
   std::filesystem::path temporary_;  // the new file; empty if the bytes go to `target_` directly
   int file_ = -1;
+  std::uint64_t writtenBytes_ = 0;
+  std::uint64_t writebackBytes_ = 0;  // for the bytes before it, the transfer to the disk has begun
   std::string error_;
 };
 

@@ -104,11 +104,29 @@ bool FileReplacement::write(std::string_view text) {
     const ssize_t written = ::write(file_, text.data(), text.size());
     if (written > 0) {
       text.remove_prefix(static_cast<std::size_t>(written));
+      beginWriteback(static_cast<std::size_t>(written));
     } else if (written == 0 || errno != EINTR) {
       return fail("cannot write");
     }
   }
   return true;
+}
+
+// Begins the transfer of written bytes to the disk once there are enough of them, and does
+// not wait for its end. The bytes are transferred while further ones are written, so `replace`
+// waits less: after 544 MB, 0.01 s instead of 0.2 s. The calls take 0.05 s. The row "fmt -i
+// changed" of
+// `./dev bench --format` includes this.
+void FileReplacement::beginWriteback([[maybe_unused]] std::size_t count) noexcept {
+#ifdef SYNC_FILE_RANGE_WRITE
+  constexpr std::uint64_t STEP_BYTES = 8 << 20;
+  writtenBytes_ += count;
+  if (temporary_.empty() || writtenBytes_ - writebackBytes_ < STEP_BYTES) return;
+  // A failure is ignored, because `replace` transfers all bytes.
+  ::sync_file_range(file_, static_cast<off64_t>(writebackBytes_),
+                    static_cast<off64_t>(writtenBytes_ - writebackBytes_), SYNC_FILE_RANGE_WRITE);
+  writebackBytes_ = writtenBytes_;
+#endif
 }
 
 bool FileReplacement::replace() {

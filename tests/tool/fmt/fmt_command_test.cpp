@@ -149,6 +149,16 @@ TEST_F(FmtCommandTest, TellsWhenOutputCannotBeWritten) {
   EXPECT_NE(content("err.txt").find("cannot write"), std::string::npos);
 }
 
+// The limit of the file size ends the process by a signal while it writes the new file.
+TEST_F(FmtCommandTest, KilledProcessLeavesTheOldFile) {
+  std::string text;
+  for (int i = 0; i < 20000; ++i) text += "lamp  lamp" + std::to_string(i) + ";\n";
+  write("a.vsa", text);
+  EXPECT_NE(statusOf("ulimit -c 0; ulimit -f 64; " VSA_COMMAND " fmt -i a.vsa 2>err.txt"), 0);
+  EXPECT_EQ(content("a.vsa"), text);
+  EXPECT_EQ(statusOf("ls -A | grep -qE '^[.]a[.]vsa[.][0-9a-f]{16}[.]tmp$'"), 0);
+}
+
 // A list of 4 million numbers is formatted in an address space of 150 MB.
 TEST_F(FmtCommandTest, StreamsLongLists) {
   std::string text = "t n;\nn.f = float[4000000] {";

@@ -17,6 +17,7 @@
 #include "tools/vsa/common/writing/output_sink.h"
 #include "tools/vsa/fmt/comparison/same_tokens.h"
 #include "tools/vsa/fmt/diff/line_diff.h"
+#include "tools/vsa/fmt/growing_file.h"
 #include "tools/vsa/fmt/held_sink.h"
 #include "tools/vsa/fmt/layout/text_layout.h"
 #include "tools/vsa/fmt/reading/reading_check.h"
@@ -77,30 +78,30 @@ class Formatting {
     return outcome;
   }
 
-  // Replaces the file by its formatted text. The formatted text is read as soon as it is written,
-  // even if the reading of the file has not ended. There are five passes: the file is read,
-  // formatted and compared, and the formatted text is read and compared.
+  // Replaces the file by its formatted text. There are five passes on three threads. This thread
+  // formats the file. The second thread reads the file, and then compares the tokens of both texts.
+  // The third thread reads the formatted text. Both begin with the formatted text while this thread
+  // still writes it.
   FormatOutcome replace() {
     passes_ = 5;
-    std::future<ReadingCheck> reading = startReading(file_);
     vsa::FileReplacement replacement;
-    TextFileSource whole(file_.descriptor());
-    ComparingSink comparison(whole);
-    TeeSink both(replacement, comparison);
-    const bool isWritten = replacement.open(name_) && format(both);
-    if (!isWritten || comparison.isSame()) {
-      if (const auto refused = refusal(reading.get())) return *refused;
-      return isWritten ? FormatOutcome() : failed(EXIT_USAGE, shown_, replacement.error());
+    if (!replacement.open(name_)) {
+      if (const auto refused = refusal(read(file_))) return *refused;
+      return failed(EXIT_USAGE, shown_, replacement.error());
     }
-    TextFile formatted;
-    if (!formatted.open(replacement.newFile())) {
-      return failed(EXIT_USAGE, shown_, formatted.problem());
-    }
-    std::future<ReadingCheck> readingAfter = startReading(formatted);
-    const bool sameTokens = hasSameTokens(formatted);
-    const ReadingCheck before = reading.get();
-    if (const auto refused = refusal(before)) return *refused;
-    if (!sameTokens || readingAfter.get() != before) {
+    const std::string newFile = replacement.newFile();
+    GrowingFile written;
+    std::future<Verification> verification =
+        std::async(launchFor(file_), [&] { return verify(newFile, written); });
+    std::future<ReadingCheck> readingAfter =
+        std::async(launchFor(file_), [&] { return readGrowing(newFile, written); });
+    const CancelAtEnd ending(written);
+    const Rewriting rewriting = rewrite(replacement, written);
+    const Verification found = verification.get();
+    if (found.refused) return *found.refused;
+    if (!rewriting.isWritten) return failed(EXIT_USAGE, shown_, replacement.error());
+    if (!rewriting.isChanged) return {};
+    if (!found.hasSameTokens || readingAfter.get() != found.reading || isTooLong(newFile)) {
       return failed(EXIT_NOT_READ, shown_,
                     "left alone, because its formatted text reads differently");
     }
@@ -109,6 +110,78 @@ class Formatting {
   }
 
  private:
+  /// How the file was rewritten.
+  struct Rewriting {
+    bool isWritten = false;  // whether the whole formatted text is written
+    bool isChanged = false;  // whether the formatted text differs from the file
+  };
+
+  /// What the second thread finds while the file is rewritten.
+  struct Verification {
+    ReadingCheck reading;                  // the reading of the file
+    std::optional<FormatOutcome> refused;  // the result of refusal()
+    bool hasSameTokens = false;            // whether the formatted text has the tokens of the file
+  };
+
+  /// Writes the formatted text to the new file. Stops early if `written` is cancelled, and cancels
+  /// it if the text does not differ from the file.
+  Rewriting rewrite(vsa::FileReplacement& replacement, GrowingFile& written) const {
+    TextFileSource whole(file_.descriptor());
+    ComparingSink comparison(whole);
+    GrowingSink both(replacement, comparison, written);
+    Rewriting result;
+    result.isWritten = format(both);
+    result.isChanged = !comparison.isSame();
+    if (result.isWritten && result.isChanged) {
+      both.end();
+    } else {
+      written.cancel();
+    }
+    return result;
+  }
+
+  /// Reads the file and compares its tokens with those of the new file, which may still grow.
+  /// Cancels `written` if the file cannot be read completely.
+  Verification verify(const std::string& newFile, GrowingFile& written) const {
+    Verification found;
+    found.reading = read(file_);
+    found.refused = refusal(found.reading);
+    if (found.refused) {
+      written.cancel();
+      return found;
+    }
+    TextFile formatted;
+    if (!openGrowing(formatted, newFile, written)) return found;
+    TextFileSource left = sourceOf(file_), right = sourceOf(formatted);
+    GrowingFileSource growing(written, right, formatted.begin());
+    vsa::SyntaxReader x(left), y(growing);
+    found.hasSameTokens = haveSameTokens(x, y) && left.error().empty() && right.error().empty();
+    return found;
+  }
+
+  /// Reads the new file, which may still grow.
+  ReadingCheck readGrowing(const std::string& newFile, const GrowingFile& written) const {
+    TextFile formatted;
+    if (!openGrowing(formatted, newFile, written)) return {};
+    TextFileSource source = sourceOf(formatted);
+    GrowingFileSource growing(written, source, formatted.begin());
+    return checkReading(growing, arguments_);
+  }
+
+  /// Opens the new file when it is so long that it may have a byte order mark.
+  static bool openGrowing(TextFile& file, const std::string& name, const GrowingFile& written) {
+    written.waitForMore(BYTE_ORDER_MARK.size() - 1);
+    return file.open(name);
+  }
+
+  /// Whether the new file is longer than a text may be. While a file grows, checkReading() does not
+  /// know its size.
+  bool isTooLong(const std::string& newFile) const {
+    TextFile formatted;
+    if (!formatted.open(newFile)) return true;
+    return TextFileSource(formatted).size().value_or(0) > arguments_.options().limits.textBytes;
+  }
+
   /// Returns how a text is read: on another thread if it is large, otherwise when the result is
   /// requested.
   static std::launch launchFor(const TextFile& file) {
@@ -116,11 +189,6 @@ class Formatting {
     struct stat status {};
     const bool isLarge = ::fstat(file.descriptor(), &status) == 0 && status.st_size >= LARGE_BYTES;
     return isLarge ? std::launch::async : std::launch::deferred;
-  }
-
-  /// Begins to read a text. The result contains what the reading has counted.
-  std::future<ReadingCheck> startReading(const TextFile& file) const {
-    return std::async(launchFor(file), [this, &file] { return read(file); });
   }
 
   /// Begins to read the file. The future contains the result of refusal().
@@ -145,12 +213,6 @@ class Formatting {
     vsa::SyntaxReader reader(source);
     if (file_.hasMark() && !sink.write(BYTE_ORDER_MARK)) return false;
     return formatText(reader, sink) && source.error().empty();
-  }
-
-  bool hasSameTokens(const TextFile& formatted) const {
-    TextFileSource left = sourceOf(file_), right = sourceOf(formatted);
-    vsa::SyntaxReader x(left), y(right);
-    return haveSameTokens(x, y) && left.error().empty() && right.error().empty();
   }
 
   bool formatInto(std::FILE* to) const {

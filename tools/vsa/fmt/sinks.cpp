@@ -1,6 +1,7 @@
 #include "tools/vsa/fmt/sinks.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vsa_tools {
 
@@ -16,7 +17,21 @@ bool ComparingSink::write(std::string_view text) {
 
 bool ComparingSink::isSame() {
   char more;
-  return isSame_ && source_.read({&more, 1}) == 0;
+  isSame_ = isSame_ && source_.read({&more, 1}) == 0;
+  return isSame_;
+}
+
+bool GrowingSink::write(std::string_view text) {
+  if (written_.isCancelled() || !file_.write(text)) return false;
+  held_ += text.size();
+  comparison_.write(text);
+  if (comparison_.hasDifference()) written_.add(std::exchange(held_, 0));
+  return true;
+}
+
+void GrowingSink::end() {
+  written_.add(held_);
+  written_.end();
 }
 
 }  // namespace vsa_tools

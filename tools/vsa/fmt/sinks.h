@@ -1,11 +1,13 @@
 // Sinks for a formatted text.
 #pragma once
 
+#include <cstdint>
 #include <cstdio>
 #include <string>
 #include <string_view>
 
 #include <vsa/write.h>
+#include "tools/vsa/fmt/growing_file.h"
 #include "tools/vsa/fmt/text_file.h"
 
 namespace vsa_tools {
@@ -20,6 +22,8 @@ class ComparingSink final : public vsa::Sink {
   /// Returns whether the received text is the whole text of the source. Must be called once, at the
   /// end.
   bool isSame();
+  /// Whether the text received so far differs.
+  bool hasDifference() const { return !isSame_; }
 
  private:
   vsa::Source& source_;
@@ -27,15 +31,25 @@ class ComparingSink final : public vsa::Sink {
   bool isSame_ = true;
 };
 
-/// Writes the same text to two sinks.
-class TeeSink final : public vsa::Sink {
+/// Writes a text to a new file, compares the text with the old file, and says how much another
+/// thread can read of the new file. The other thread sees no bytes before the first difference,
+/// because it does not have to read a new file that is the same as the old one.
+class GrowingSink final : public vsa::Sink {
  public:
-  TeeSink(vsa::Sink& first, vsa::Sink& second) : first_(first), second_(second) {}
-  bool write(std::string_view text) override { return first_.write(text) && second_.write(text); }
+  /// All arguments must outlive the object.
+  GrowingSink(vsa::Sink& file, ComparingSink& comparison, GrowingFile& written)
+      : file_(file), comparison_(comparison), written_(written) {}
+
+  /// Returns false if the file cannot be written, or if `written` is cancelled.
+  bool write(std::string_view text) override;
+  /// Ends the new file.
+  void end();
 
  private:
-  vsa::Sink& first_;
-  vsa::Sink& second_;
+  vsa::Sink& file_;
+  ComparingSink& comparison_;
+  GrowingFile& written_;
+  std::uint64_t held_ = 0;  // the number of bytes that the other thread does not see yet
 };
 
 /// Writes to an open file.

@@ -4,71 +4,84 @@
 #include <string>
 #include <string_view>
 
+#include "tools/vsa/fmt/comparison/same_numbers.h"
 #include "tools/vsa/fmt/layout/plain_numbers.h"
+#include "tools/vsa/fmt/layout/token_spacing.h"
 
 namespace vsa_tools {
 
 namespace {
 
 /// The tokens of a text as bytes: the text of each token, a NUL, and the kind. The text of a list
-/// is its elements, each after a blank.
+/// is its elements, each after a blank. The numbers in the middle of a long list are not copied:
+/// they stay in the text until they are compared.
 class TokenBytes {
  public:
   explicit TokenBytes(vsa::SyntaxReader& reader) : reader_(reader) {}
 
-  /// Returns the bytes that are not consumed yet. They are empty only at the end of the text.
-  std::string_view bytes() {
+  /// Reads tokens if all bytes and numbers are consumed. Returns false at the end of the text.
+  bool fill() {
     constexpr std::size_t BLOCK_BYTES = 64 << 10;
-    if (taken_ == bytes_.size()) {
-      bytes_.clear();
-      taken_ = 0;
-      while (!isEnded_ && bytes_.size() < BLOCK_BYTES) append(reader_.next());
+    if (!bytes().empty()) return true;
+    bytes_.clear();
+    taken_ = 0;
+    while (numbers_.empty() && bytes_.size() < BLOCK_BYTES && (isInPiece_ || !isEnded_)) {
+      if (isInPiece_) {
+        endPiece();
+      } else {
+        beginPiece(reader_.next());
+      }
     }
-    return std::string_view(bytes_).substr(taken_);
+    return !bytes_.empty() || !numbers_.empty();
   }
+  /// The bytes that are not consumed yet.
+  std::string_view bytes() const { return std::string_view(bytes_).substr(taken_); }
   void take(std::size_t count) { taken_ += count; }
 
+  /// The numbers after the bytes, as in the result of plainNumbers(). The caller consumes numbers
+  /// by removing them from the view, but only if there are no bytes.
+  std::string_view& numbers() { return numbers_; }
+  /// If there are no bytes, moves numbers to the bytes until there are `size` bytes.
+  void moveNumbers(std::size_t size) {
+    if (!bytes().empty()) return;
+    bytes_.clear();
+    taken_ = 0;
+    while (!numbers_.empty() && bytes_.size() < size) {
+      (bytes_ += ' ') += takeNumber(numbers_);
+    }
+  }
+
  private:
-  void append(const vsa::SyntaxToken& token) {
+  void beginPiece(const vsa::SyntaxToken& token) {
     isEnded_ = token.kind == vsa::SyntaxKind::EndOfText;
+    isInPiece_ = true;
+    piece_ = token;
     if (token.isFirst) {
-      isList_ = token.kind == vsa::SyntaxKind::Parens || token.kind == vsa::SyntaxKind::Braces;
+      isList_ = isList(token.kind);
       if (isList_) list_ = vsa::ListReader();
       listKind_ = token.kind;
     }
+    if (!isList_) return;
+    const bool isTuple = listKind_ == vsa::SyntaxKind::Parens;
+    numbers_ = plainNumbers(piece_.text, isTuple ? '(' : '{', isTuple ? ')' : '}');
+    if (numbers_.empty()) return;
+    const auto begin = static_cast<std::size_t>(numbers_.data() - piece_.text.data());
+    appendParts(piece_.text.substr(0, begin));
+    piece_.text.remove_prefix(begin + numbers_.size());
+  }
+
+  // Appends what follows the numbers of the piece.
+  void endPiece() {
+    isInPiece_ = false;
     if (isList_) {
-      appendList(token.text, listKind_);
+      appendParts(piece_.text);
     } else {
-      bytes_ += token.text;
+      bytes_ += piece_.text;
     }
-    if (!token.isLast) return;
+    if (!piece_.isLast) return;
     if (isList_ && list_.endsInBlank()) bytes_ += ' ';
     bytes_ += '\0';
-    bytes_ += static_cast<char>(token.kind);
-  }
-
-  void appendList(std::string_view text, vsa::SyntaxKind kind) {
-    const bool isTuple = kind == vsa::SyntaxKind::Parens;
-    const std::string_view plain = plainNumbers(text, isTuple ? '(' : '{', isTuple ? ')' : '}');
-    if (plain.empty()) return appendParts(text);
-    const auto begin = static_cast<std::size_t>(plain.data() - text.data());
-    appendParts(text.substr(0, begin));
-    appendNumbers(plain);
-    appendParts(text.substr(begin + plain.size()));
-  }
-
-  // Appends numbers, each after a blank and without the separators that follow it. In `numbers`,
-  // there is at least one separator between two numbers, so the result has at most one byte more:
-  // the blank before the first number.
-  void appendNumbers(std::string_view numbers) {
-    const std::size_t size = bytes_.size();
-    bytes_.resize(size + numbers.size() + 1);
-    char* at = bytes_.data() + size;
-    forEachNumber(numbers, [&at](std::string_view number) {
-      *at++ = ' ';
-      at = std::copy(number.begin(), number.end(), at);
-    });
-    bytes_.resize(static_cast<std::size_t>(at - bytes_.data()));
+    bytes_ += static_cast<char>(piece_.kind);
   }
 
   void appendParts(std::string_view text) {
@@ -84,7 +97,10 @@ class TokenBytes {
   bool isList_ = false;
   vsa::SyntaxKind listKind_ = vsa::SyntaxKind::Parens;
   bool isEnded_ = false;
-  std::string bytes_;
+  bool isInPiece_ = false;    // whether `piece_` is not consumed yet
+  vsa::SyntaxToken piece_;    // the last piece, without the text that was consumed
+  std::string_view numbers_;  // the numbers before the text of the piece
+  std::string bytes_;         // the bytes before the numbers
   std::size_t taken_ = 0;
 };
 
@@ -93,11 +109,16 @@ class TokenBytes {
 bool haveSameTokens(vsa::SyntaxReader& a, vsa::SyntaxReader& b) {
   TokenBytes left(a), right(b);
   while (true) {
-    const std::string_view x = left.bytes();
-    const std::string_view y = right.bytes();
-    const std::size_t count = std::min(x.size(), y.size());
-    if (x.substr(0, count) != y.substr(0, count)) return false;
-    if (count == 0) return x.size() == y.size();
+    const bool hasLeft = left.fill(), hasRight = right.fill();
+    if (!hasLeft || !hasRight) return hasLeft == hasRight;
+    if (left.bytes().empty() && right.bytes().empty()) {
+      if (!takeSameNumbers(left.numbers(), right.numbers())) return false;
+      continue;
+    }
+    left.moveNumbers(right.bytes().size());
+    right.moveNumbers(left.bytes().size());
+    const std::size_t count = std::min(left.bytes().size(), right.bytes().size());
+    if (left.bytes().substr(0, count) != right.bytes().substr(0, count)) return false;
     left.take(count);
     right.take(count);
   }

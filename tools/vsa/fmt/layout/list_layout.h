@@ -43,6 +43,9 @@ class ListLayout {
 
  private:
   void finishNumber();
+  void addWhole(std::string_view number);
+  bool putRun(std::string_view& numbers);
+  std::size_t roomInLine(bool isNewLine) const;
   void place(std::string_view number);
   void placeOnLine(std::string_view number);
   void placeInLines(std::string_view number);

@@ -1,6 +1,7 @@
 // OutputBuffer: a buffer for a vsa::Sink, which counts columns.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <memory>
@@ -31,6 +32,15 @@ class OutputBuffer {
       putLong(text);
     }
   }
+  /// Appends the first `size` of 64 readable bytes, as `put` does. `size` is at most 64. This is
+  /// faster than `put`, because it copies all 64 bytes.
+  void putFirst(const char* text, std::size_t size) {
+    constexpr std::size_t COPIED_BYTES = 64;
+    if (remaining() < COPIED_BYTES) flush();
+    std::memcpy(at_, text, COPIED_BYTES);
+    at_ += size;
+    column_ += size;
+  }
   /// Appends a text that may have line feeds.
   void putLines(std::string_view text) {
     put(text);
@@ -42,9 +52,16 @@ class OutputBuffer {
   }
   /// Begins a line with `indent` blanks, which must fit into the buffer.
   void newLine(std::size_t indent) {
-    if (remaining() <= indent) flush();
-    *at_++ = '\n';
-    for (std::size_t i = 0; i < indent; ++i) *at_++ = ' ';
+    constexpr std::string_view BLANKS = "                ";
+    if (remaining() <= std::max(indent, BLANKS.size())) flush();
+    char* const at = at_;
+    *at = '\n';
+    if (indent <= BLANKS.size()) {
+      std::memcpy(at + 1, BLANKS.data(), BLANKS.size());
+    } else {
+      std::memset(at + 1, ' ', indent);
+    }
+    at_ = at + 1 + indent;
     column_ = indent;
   }
 

@@ -1,0 +1,67 @@
+// Tests of a file that one thread reads while another thread writes it.
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <future>
+#include <string>
+
+#include "tools/vsa/fmt/growing_file.h"
+
+namespace vsa_tools {
+
+namespace {
+
+std::string restOf(vsa::Source& source) {
+  std::string text, block(1000, '\0');
+  while (const std::size_t count = source.read(block)) text.append(block, 0, count);
+  return text;
+}
+
+std::string contentOf(std::FILE* written, const GrowingFile& growing) {
+  TextFileSource file(::fileno(written));
+  GrowingFileSource source(growing, file);
+  return restOf(source);
+}
+
+TEST(GrowingFileTest, DeliversAllBytesInOrder) {
+  constexpr int BLOCKS = 3000;
+  const FilePointer file(std::tmpfile());
+  GrowingFile growing;
+  std::future<std::string> reading =
+      std::async(std::launch::async, [&] { return contentOf(file.get(), growing); });
+  std::string expected;
+  for (int i = 0; i < BLOCKS; ++i) {
+    const std::string block(3000, static_cast<char>('a' + i % 26));
+    ASSERT_EQ(::write(::fileno(file.get()), block.data(), block.size()), 3000);
+    growing.add(block.size());
+    expected += block;
+  }
+  growing.end();
+  EXPECT_TRUE(reading.get() == expected);
+  EXPECT_FALSE(growing.isCancelled());
+}
+
+TEST(GrowingFileTest, DeliversNothingThatIsNotAdded) {
+  const FilePointer file(std::tmpfile());
+  ASSERT_EQ(::write(::fileno(file.get()), "abcdef", 6), 6);
+  GrowingFile growing;
+  growing.add(4);
+  growing.end();
+  EXPECT_EQ(contentOf(file.get(), growing), "abcd");
+}
+
+TEST(GrowingFileTest, WakesTheReaderWhenItIsCancelled) {
+  const FilePointer file(std::tmpfile());
+  GrowingFile growing;
+  std::future<std::string> reading =
+      std::async(std::launch::async, [&] { return contentOf(file.get(), growing); });
+  { const CancelAtEnd ending(growing); }
+  EXPECT_EQ(reading.get(), "");
+  EXPECT_TRUE(growing.isCancelled());
+  growing.add(3);
+  EXPECT_EQ(contentOf(file.get(), growing), "");
+}
+
+}  // namespace
+
+}  // namespace vsa_tools
