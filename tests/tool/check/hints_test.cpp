@@ -163,6 +163,12 @@ constexpr HintRow ROWS[] = {
      "m m: .p = vec2f[2] {{1 2} {3 4}};"},
     {"m m: .p = float[3] {1,5 2,5 3,5};", "not a decimal point",
      "m m: .p = float[3] {1.5 2.5 3.5};"},
+    {"m m: .p = float[2] {-1,5e3 2,5};", "not a decimal point", "m m: .p = float[2] {-1.5e3 2.5};"},
+    {"m m: .p = float[2] {1,5,2 3};", "write `[4]`", "m m: .p = float[4] {1,5,2 3};"},
+    {"m m: .p = float[1] {1.5,2};", "write `[2]`", "m m: .p = float[2] {1.5,2};"},
+    {"m m: .p = float[1] {1e5,2};", "write `[2]`", "m m: .p = float[2] {1e5,2};"},
+    {"m m: .p = float[2] {1,5 .25,3};", "write `[4]`", "m m: .p = float[4] {1,5 .25,3};"},
+    {"m m: .p = int32[2] {1,5 2,5};", "write `[4]`", "m m: .p = int32[4] {1,5 2,5};"},
     {"{\n  \"nodes\": []\n}", "another format"},
     {"m m: .p = float[2] {.78da4b4c4a0600};", "types of single bytes"},
     {"m m: .p = byte[2] {.1f8b08};", "zlib"},
@@ -285,6 +291,15 @@ TEST(Hints, AreMadeForEveryPrefixOfATextWithMistakes) {
         }
       }
     }
+  }
+}
+
+// A point instead of the comma would give no number.
+TEST(Hints, DoNotReplaceACommaNextToADecimalNumber) {
+  for (const std::string value : {"1.5,2", "1,5.2", "1e5,5", "1,5,3", "-1.0e-5,5"}) {
+    const std::string text = "lamp sun: .p = " + value + ';';
+    const Finding finding = hintFor(text, vsa::readText(text));
+    EXPECT_TRUE(finding.edits.empty()) << text;
   }
 }
 

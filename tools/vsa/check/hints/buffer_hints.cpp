@@ -35,16 +35,19 @@ struct Literal {
   bool hasDecimalCommas = false;  // whether commas in the list look like decimal points
 };
 
-// Whether the list probably consists only of pairs such as "1,5": two numbers with a comma and no
-// blank between them. Then there are half as many commas as numbers, and each comma is between two
-// digits.
+// Whether the list consists only of pairs such as "1,5": two numbers with a comma between them that
+// stands for a decimal point.
 bool isOfDecimalCommas(std::string_view list, std::size_t numbers) {
   std::size_t commas = 0;
-  for (std::size_t i = 1; i + 1 < list.size(); ++i) {
-    commas += list[i] == ',' && isDigit(list[i - 1]) && isDigit(list[i + 1]) ? 1 : 0;
+  for (std::size_t at = list.find(','); at != list.npos; at = list.find(',', at + 1)) {
+    if (!isDecimalComma(list, at)) return false;
+    ++commas;
   }
-  const auto all = static_cast<std::size_t>(std::count(list.begin(), list.end(), ','));
-  return commas > 0 && commas * 2 == numbers && all == commas;
+  return commas > 0 && commas * 2 == numbers;
+}
+
+bool isInteger(vsa::ElementType component) {
+  return component != vsa::ElementType::Float && component != vsa::ElementType::Double;
 }
 
 // Returns the buffer literal that contains the byte at `offset`. This byte must be the opening
@@ -72,7 +75,8 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
     literal.numbers += part.continues ? 0 : 1;
     literal.hasGlued = literal.hasGlued || part.continues;
   }
-  literal.hasDecimalCommas = isOfDecimalCommas(literal.list, literal.numbers);
+  literal.hasDecimalCommas = !isInteger(zn::korvo_sdk::componentType(literal.type)) &&
+                             isOfDecimalCommas(literal.list, literal.numbers);
   return literal.type == vsa::ElementType::Null ? std::nullopt : std::optional(literal);
 }
 
@@ -141,8 +145,6 @@ void hintForNumber(HintText& text, const vsa::TextRange& range, Finding& finding
   const std::optional<Literal> literal = literalAt(text, range.begin.offset);
   if (!literal) return;
   const vsa::ElementType component = zn::korvo_sdk::componentType(literal->type);
-  const bool isInteger =
-      component != vsa::ElementType::Float && component != vsa::ElementType::Double;
   const std::string type = loweredName(vsa::typeName(component));
   if (number.front() == '{') {
     finding.hint = "every number of the list has to be one of type " + type;
@@ -154,10 +156,10 @@ void hintForNumber(HintText& text, const vsa::TextRange& range, Finding& finding
       std::string_view::npos;
   if (isCompressed(number)) {
     finding.hint = COMPRESSED_HINT;
-  } else if (isInteger && number.find('.') != std::string_view::npos) {
+  } else if (isInteger(component) && number.find('.') != std::string_view::npos) {
     finding.hint =
         "a buffer of " + type + " has integers only (" + index + "); `float` takes real numbers";
-  } else if (isInteger && isWhole) {
+  } else if (isInteger(component) && isWhole) {
     finding.hint = "the number at " + index + " does not fit the type " + type;
   } else {
     finding.hint =

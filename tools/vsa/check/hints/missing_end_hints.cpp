@@ -74,13 +74,7 @@ void hintForOutput(HintText& text, const vsa::TextRange& range, Finding& finding
   if (equals != std::string_view::npos) insertAt(finding, equals, "|");
 }
 
-// Whether the byte at `at` is a comma between two digits, as in "1,5".
-bool isDecimalComma(HintText& text, std::uint64_t at) {
-  return text.at(at) == ',' && at > 0 && isDigit(text.at(at - 1)) && isDigit(text.at(at + 1));
-}
-
-// Whether only white space follows the byte at `at` in its line, and a statement may begin after
-// that.
+// Whether the byte at `at` is the last one of its line, and a statement may begin after it.
 bool isLastOfLine(HintText& text, std::uint64_t at) {
   const std::uint64_t next = text.beginBehind(at + 1);
   const std::string_view between = text.text().substr(at + 1, next - at - 1);
@@ -145,7 +139,7 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   if (source.empty()) {
     finding.hint = "end the statement with `;`";
     insertAt(finding, at, ";");
-  } else if (isDecimalComma(text, at)) {
+  } else if (source.front() == ',' && isDecimalComma(text.text(), at)) {
     finding.hint = "a comma is a blank, not a decimal point: write a point";
     finding.edits = {{at, at + 1, "."}};
   } else if (source.front() == ',' && isLastOfLine(text, at)) {
