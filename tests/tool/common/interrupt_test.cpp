@@ -33,6 +33,14 @@ TEST_F(InterruptTest, CheckPrintsWhatItFound) {
   EXPECT_NE(said.find("interrupted"), said.npos) << said;
 }
 
+// Here, the file to be fixed is the pipe itself. A regular file in its place would contain only a
+// part of the text.
+TEST_F(InterruptTest, CheckDoesNotFixATextThatItDidNotReadToItsEnd) {
+  write("a.vsa", "lamp a: .k = 1e-05;\n");
+  EXPECT_EQ(statusOf(interrupted("check --fix pipe", "test $i -gt 10")), 130);
+  EXPECT_TRUE(std::filesystem::is_fifo(folder_ / "pipe"));
+}
+
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {
   write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n.m = 1;\n");
   EXPECT_EQ(statusOf(interrupted("dump -", "test $i -gt 10")), 130);

@@ -174,7 +174,8 @@ std::uint64_t CheckRun::fix(const Item& item) {
   std::uint64_t fixed = 0;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {
     CheckedText text(item.file);
-    if (!text.isKept() || !text.problem().empty()) break;
+    // After an error or Ctrl-C, the text is only a part of the file.
+    if (!text.isKept() || !text.problem().empty() || isInterrupted()) break;
     const CommentIgnores ignores(text.text());
     std::vector<std::vector<TextEdit>> edits;
     const FileCheck::Consumer consumer = [&](Finding&& finding) {
