@@ -33,6 +33,15 @@ TEST_F(InterruptTest, CheckPrintsWhatItFound) {
   EXPECT_NE(said.find("interrupted"), said.npos) << said;
 }
 
+// A text without findings has passed the check only if it was read to its end.
+TEST_F(InterruptTest, CheckListsNoPassedTestForATextThatItDidNotRead) {
+  write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n");
+  EXPECT_EQ(statusOf(interrupted("check --format junit -", "test $i -gt 10")), 130);
+  const std::string said = content("stdout.txt");
+  EXPECT_NE(said.find("<testsuites tests=\"0\""), said.npos) << said;
+  EXPECT_EQ(said.find("<testcase"), said.npos) << said;
+}
+
 // Here, the file to be fixed is the pipe itself. A regular file in its place would contain only a
 // part of the text.
 TEST_F(InterruptTest, CheckDoesNotFixATextThatItDidNotReadToItsEnd) {

@@ -159,7 +159,8 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   running = &fileCheck;
   fileCheck.run();
   result.findings = findings.take();
-  result.isClean = !findings.hasFound();
+  result.isChecked = !isInterrupted();
+  result.hasFindings = findings.hasFound();
   result.isUnreadable = findings.isUnreadable();
   result.isTextTooLarge = text.isOpen() && !text.isKept() && !format_->isLog();
   result.inBaseline = findings.inBaseline();
@@ -197,8 +198,8 @@ std::uint64_t CheckRun::fix(const Item& item) {
 
 void CheckRun::add(const Item& item, const FileResult& result) {
   printer_.print(result.findings);
-  if (result.isClean) printer_.printClean(item.shownName);
-  totals_.filesWithFindings += result.isClean ? 0 : 1;
+  if (result.isChecked && !result.hasFindings) printer_.printClean(item.shownName);
+  totals_.filesWithFindings += result.hasFindings ? 1 : 0;
   totals_.unreadable += result.isUnreadable ? 1 : 0;
   totals_.tooLarge += result.isTextTooLarge ? 1 : 0;
   totals_.inBaseline += result.inBaseline;

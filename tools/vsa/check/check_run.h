@@ -25,9 +25,8 @@ namespace vsa_tools {
 /// The findings of one file that are not printed yet, and the counts of that file.
 struct FileResult {
   std::vector<RenderedFinding> findings;
-  /// Whether the file has no findings. Also true if the file was not checked, after Ctrl-C or
-  /// --max-diagnostics.
-  bool isClean = true;
+  bool isChecked = false;  ///< Whether the file was checked, and Ctrl-C did not end that early.
+  bool hasFindings = false;
   bool isUnreadable = false;
   bool isTextTooLarge = false;  ///< Whether the text is too large for the rules about texts.
   std::uint64_t inBaseline = 0;
