@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <system_error>
 
@@ -97,9 +98,12 @@ void FileCheck::read() {
 void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
   stopLine_ = stop.range.begin.line;
   std::sort(seen_.begin(), seen_.end());
+  // readOn() may read the text several times. Each time, it may report a diagnostic again.
+  std::set<std::uint64_t> reported;
   const vsa::ReadResult result =
-      readOn(text_.text(), stop, readOptions(),
-             [this](const vsa::Diagnostic& found) { consumeNew(found); });
+      readOn(text_.text(), stop, readOptions(), [&](const vsa::Diagnostic& found) {
+        if (reported.insert(keyOf(found)).second) consumeNew(found);
+      });
   applyRules(result.scene, result);
 }
 

@@ -22,9 +22,8 @@ using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 /// progress function are those of `options`. Returns the result of reading the repaired text.
 /// `consumer` receives the diagnostics after `stop`, except those that only follow from an earlier
 /// mistake. The repaired text is read from its beginning, so `consumer` also receives the
-/// diagnostics before `stop`, but not `stop` itself. The text is read as a whole up to four times,
-/// until no fatal mistake is left. Therefore `consumer` may receive a diagnostic that is not fatal
-/// several times.
+/// diagnostics before `stop`, but not `stop` itself. The repaired text may be read several times,
+/// so `consumer` may receive a diagnostic several times.
 vsa::ReadResult readOn(std::string_view text, const vsa::Diagnostic& stop,
                        const vsa::ReadOptions& options, const DiagnosticConsumer& consumer);
 
