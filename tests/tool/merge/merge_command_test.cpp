@@ -123,6 +123,22 @@ TEST_F(MergeCommandTest, LongLists) {
   EXPECT_EQ(nodesOf("c.vsa")[1], nodesOf("a.vsa")[0]);
 }
 
+// The first text is the name of a process, which is read before standard input and written after
+// it. When standard input ends, the process no longer exists, so the second reading fails. The pipe
+// holds fewer bytes than are written to it: they are written when the first text was read.
+TEST_F(MergeCommandTest, ATextThatCannotBeReadAgainIsNamed) {
+  EXPECT_EQ(statusOf("ln -s \"$(command -v sleep)\" 't n;'; mkfifo pipe; './t n;' 60 & process=$!; "
+                     "while test \"$(cat /proc/$process/comm)\" != 't n;'; do sleep 0.01; done; "
+                     "ln -s /proc/$process/comm a.vsa; " VSA_COMMAND
+                     " merge a.vsa - -o c.vsa <pipe 2>err.txt & merge=$!; exec 3>pipe; "
+                     "head -c 200000 /dev/zero | tr '\\0' ' ' >&3; { kill $process; wait $process; "
+                     "} 2>/dev/null; "
+                     "exec 3>&-; wait $merge"),
+            2);
+  EXPECT_EQ(content("err.txt"), "vsa: a.vsa: No such process\n");
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "c.vsa"));
+}
+
 TEST_F(MergeCommandTest, DamagedFilesAndWrongUse) {
   write("a.vsa", "t n;");
   for (const char* text : {"t m; m.x = \"cut", ".x = 1;", "t m; m.x = ;"}) {

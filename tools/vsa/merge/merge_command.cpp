@@ -123,7 +123,11 @@ bool MergeCommand::writeTo(vsa::Sink& sink) {
   for (std::size_t i = 0; i < parts_.size(); ++i) {
     TextFileSource source = sourceOf(i);
     vsa::SyntaxReader reader(source);
-    if (!writeRenamed(reader, parts_[i].renames, sink) || !source.error().empty()) return false;
+    if (!writeRenamed(reader, parts_[i].renames, sink)) return false;
+    if (!source.error().empty()) {
+      readError_ = parts_[i].name + ": " + source.error();
+      return false;
+    }
   }
   return true;
 }
@@ -136,7 +140,9 @@ int MergeCommand::writeAll() {
       isFile ? file.open(output_) && writeTo(file) && file.replace() : writeTo(out) && out.flush();
   progress_->hide();
   if (isInterrupted()) return EXIT_INTERRUPTED;
-  if (!isWritten) printError(isFile ? file.error() : out.error());
+  if (!isWritten) {
+    printError(!readError_.empty() ? readError_ : isFile ? file.error() : out.error());
+  }
   return isWritten ? EXIT_READ : EXIT_USAGE;
 }
 

@@ -47,6 +47,7 @@ class MergeCommand final : public Command {
   bool renames_ = false;
   ReadArguments reading_;
   std::deque<Part> parts_;
+  std::string readError_;  // why a text could not be read when it was to be written
   std::optional<FilesProgress> progress_;
   std::map<std::string, const Part*> owners_;  // the first text in which a node has the name
   std::set<std::string> reserved_;             // all names in the texts, also of removed nodes
