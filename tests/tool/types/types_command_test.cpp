@@ -37,6 +37,20 @@ TEST_F(TypesCommandTest, DescribesTheTypesThatTheScenesUse) {
   EXPECT_EQ(Json({{"types", {{"lamp", lamp}, {"sky", sky}}}}), Json::parse(run.out));
 }
 
+// A node that "define" creates has no type. Its name is stored as its type, so it looks like a node
+// that is declared with the name of its type.
+TEST_F(TypesCommandTest, DescribesATypeThatIsTheNameOfItsNode) {
+  write("a.vsa",
+        "lamp lamp: .power = 1;\nsky a: .c |= lamp.out;\n"
+        "define settings; settings.x = 1;\n"
+        "define ball; remove ball; ball ball: .radius = 1;\n");
+  const Json types = Json::parse(vsa("types a.vsa").out)["types"];
+  EXPECT_EQ(types["lamp"],
+            Json({{"inputs", {{"power", {{"type", "Int"}}}}}, {"outputs", {"out"}}}));
+  EXPECT_TRUE(types.contains("ball")) << types;
+  EXPECT_FALSE(types.contains("settings")) << types;
+}
+
 TEST_F(TypesCommandTest, WritesWhatTheLibraryReads) {
   const auto run = vsa("types " VSA_TEST_DIR "/../examples/product_shot.vsa");
   EXPECT_EQ(0, run.status) << run.err;

@@ -12,13 +12,6 @@ namespace {
 using vsa::InputView;
 using vsa::ValueType;
 
-// Returns whether the node has a type. Nodes that "define" or "with" created have none: "define"
-// gives them their name as the type. A declared node with the same name and type cannot be
-// distinguished from them.
-bool hasType(const vsa::NodeView& node) {
-  return node.type() != node.name() && node.type() != "with";
-}
-
 bool isNumber(ValueType type) {
   return type == ValueType::Int || type == ValueType::UInt || type == ValueType::Real;
 }
@@ -32,21 +25,21 @@ ValueType commonType(ValueType a, ValueType b) {
 
 }  // namespace
 
-void TypeCollector::add(const vsa::SceneView& scene) {
-  for (const vsa::NodeView node : scene.nodes()) {
-    if (!hasType(node)) continue;
+void TypeCollector::add(const TypedScene& scene) {
+  for (const vsa::NodeView node : scene.view().nodes()) {
+    if (!scene.hasType(node)) continue;
     Type& type = types_[std::string(node.type())];
     for (const InputView input : node.inputs()) {
       addInput(type.inputs[std::string(input.name())], input);
     }
   }
-  for (const vsa::NodeView node : scene.nodes()) {
+  for (const vsa::NodeView node : scene.view().nodes()) {
     std::vector<InputView> waiting;
     for (const InputView input : node.inputs()) waiting.push_back(input);
     while (!waiting.empty()) {
       const InputView input = waiting.back();
       waiting.pop_back();
-      addOutput(input);
+      addOutput(scene, input);
       for (const InputView element : input.elements()) waiting.push_back(element);
       for (const InputView member : input.members()) waiting.push_back(member);
     }
@@ -73,9 +66,9 @@ void TypeCollector::addInput(Input& known, const InputView& input) {
   }
 }
 
-void TypeCollector::addOutput(const InputView& input) {
+void TypeCollector::addOutput(const TypedScene& scene, const InputView& input) {
   const vsa::ConnectionView connection = input.connection();
-  if (!connection || !hasType(connection.node())) return;
+  if (!connection || !scene.hasType(connection.node())) return;
   types_[std::string(connection.node().type())].outputs.emplace(connection.output());
 }
 

@@ -7,6 +7,7 @@
 
 #include <vsa/types.h>
 #include <vsa/view.h>
+#include "tools/vsa/types/typed_scene.h"
 
 namespace vsa_tools {
 
@@ -14,9 +15,8 @@ class TypeCollector {
  public:
   /// Adds the types of the nodes of a scene, with their inputs and outputs. The outputs are those
   /// that connections name. An input with values of several types gets the type that they all
-  /// convert to, or no type if there is none. An input with connections only gets no type. Nodes
-  /// that "define" or "with" created are left out.
-  void add(const vsa::SceneView& scene);
+  /// convert to, or no type if there is none.
+  void add(const TypedScene& scene);
   /// Returns the types as JSON in the form of docs/types.schema.json, sorted by name. Each byte
   /// that is not valid UTF-8 becomes U+FFFD.
   std::string json() const;
@@ -35,7 +35,7 @@ class TypeCollector {
   };
 
   void addInput(Input& known, const vsa::InputView& input);
-  void addOutput(const vsa::InputView& input);
+  void addOutput(const TypedScene& scene, const vsa::InputView& input);
 
   std::map<std::string, Type> types_;
 };

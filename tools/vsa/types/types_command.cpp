@@ -30,9 +30,10 @@ int TypesCommand::run() {
   TypeCollector types;
   for (const std::string& name : files) {
     if (isInterrupted()) return EXIT_INTERRUPTED;
-    const SceneFile file = readAndReport(name, reading_);
+    TypedScene scene;
+    const SceneFile file = readAndReport(name, reading_, &scene);
     status = std::max(status, file.exitStatus);
-    if (file.exitStatus == EXIT_READ) types.add(file.result.scene);
+    if (file.exitStatus == EXIT_READ) types.add(scene);
   }
   return status == EXIT_READ ? printText(types.json()) : status;
 }

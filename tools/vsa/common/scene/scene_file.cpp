@@ -19,6 +19,8 @@ namespace vsa_tools {
 
 namespace {
 
+using zn::korvo_sdk::interfaces::IScene;
+
 constexpr std::size_t KEPT_MESSAGE_BYTES = std::size_t{1} << 20;
 
 /// Reads one file and collects the messages about it.
@@ -29,9 +31,14 @@ class Reading {
     file_.name = shownName(name);
   }
 
-  SceneFile read(const InputFile& input) {
+  SceneFile read(const InputFile& input, IScene* scene) {
     const auto start = std::chrono::steady_clock::now();
-    file_.result = vsa::readSource(*input.source, options());
+    if (scene == nullptr) {
+      file_.result = vsa::readSource(*input.source, options());
+    } else {
+      static_cast<vsa::ReadOutcome&>(file_.result) =
+          vsa::readSourceInto(*scene, *input.source, options());
+    }
     file_.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     addEnd();
     addByteLosses(*input.source);
@@ -109,9 +116,9 @@ class Reading {
 }  // namespace
 
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
-                        const ReadingProgress& onProgress) {
+                        const ReadingProgress& onProgress, IScene* scene) {
   const InputFile input = openInput(name);
-  if (input.problem.empty()) return Reading(name, arguments, onProgress).read(input);
+  if (input.problem.empty()) return Reading(name, arguments, onProgress).read(input, scene);
   SceneFile file;
   file.name = shownName(name);
   file.messages = "vsa: " + printable(name + ": " + input.problem) + '\n';
@@ -119,12 +126,13 @@ SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments,
   return file;
 }
 
-SceneFile readAndReport(const std::string& name, const ReadArguments& arguments) {
+SceneFile readAndReport(const std::string& name, const ReadArguments& arguments, IScene* scene) {
   const InterruptScope interrupts;
   Progress progress("reading");
-  SceneFile file = readSceneFile(name, arguments, [&](std::uint64_t done, std::uint64_t total) {
+  const ReadingProgress onProgress = [&](std::uint64_t done, std::uint64_t total) {
     progress.update(done, total);
-  });
+  };
+  SceneFile file = readSceneFile(name, arguments, onProgress, scene);
   progress.hide();
   std::fputs(file.messages.c_str(), stderr);
   return file;

@@ -36,12 +36,15 @@ using ReadingProgress = std::function<void(std::uint64_t done, std::uint64_t tot
 /// Reads the file `name` within the limits of the arguments. "-" is standard input. If the command
 /// has an InterruptScope, Ctrl-C ends the reading. Several threads may call the function. A NUL
 /// byte or a wrong encoding may damage the text without an error of the reader. Such damage is an
-/// error in `messages`. Throws only std::bad_alloc.
+/// error in `messages`. If `scene` is not null, reads into it, and the scene of the result stays
+/// empty. Throws only std::bad_alloc.
 SceneFile readSceneFile(const std::string& name, const ReadArguments& arguments = {},
-                        const ReadingProgress& onProgress = {});
+                        const ReadingProgress& onProgress = {},
+                        zn::korvo_sdk::interfaces::IScene* scene = nullptr);
 
 /// Calls readSceneFile(), shows a progress line, and prints the messages to standard error. Ctrl-C
 /// ends the reading. The caller must not have an InterruptScope.
-SceneFile readAndReport(const std::string& name, const ReadArguments& arguments = {});
+SceneFile readAndReport(const std::string& name, const ReadArguments& arguments = {},
+                        zn::korvo_sdk::interfaces::IScene* scene = nullptr);
 
 }  // namespace vsa_tools
