@@ -50,18 +50,19 @@ std::string scratchFile() {
   return std::string(folder != nullptr ? folder : "/tmp") + "/vsa_bench.vsa";
 }
 
-// The current scene as a text and as a file. The calls of one benchmark share it.
+// The current scene as a text and as a file. Consecutive benchmarks of one scene share it. They
+// must pass the address of the same row.
 class CurrentScene {
  public:
-  const Text& generate(const SceneRow& row) {
-    if (current == &row) return vsa;
-    vsa = row.make(row.amount, Format::Vsa, 1);
+  const Text& generate(const SceneRow* row) {
+    if (current == row) return vsa;
+    vsa = row->make(row->amount, Format::Vsa, 1);
     std::FILE* const file = std::fopen(path.c_str(), "wb");
     if (file == nullptr || std::fwrite(vsa.text.data(), 1, vsa.text.size(), file) == 0 ||
         std::fclose(file) != 0) {
       throw std::runtime_error("cannot write " + path);
     }
-    current = &row;
+    current = row;
     return vsa;
   }
 
@@ -90,7 +91,7 @@ void report(benchmark::State& state, const Text& vsa, size_t allocations, size_t
   state.counters["peak/input"] = static_cast<double>(peak) / static_cast<double>(vsa.text.size());
 }
 
-void readScene(benchmark::State& state, const SceneRow& row, Route route) {
+void readScene(benchmark::State& state, const SceneRow* row, Route route) {
   const Text& vsa = currentScene().generate(row);
   const std::string& path = currentScene().path;
   const Candidate reader = route == Route::String ? stringReader(vsa) : fileReader(vsa, path);
@@ -103,7 +104,7 @@ void readScene(benchmark::State& state, const SceneRow& row, Route route) {
   report(state, vsa, allocations, peakOfRead(path, route));
 }
 
-void dumpScene(benchmark::State& state, const SceneRow& row) {
+void dumpScene(benchmark::State& state, const SceneRow* row) {
   const Text& vsa = currentScene().generate(row);
   std::FILE* const devNull = std::fopen("/dev/null", "wb");
   for ([[maybe_unused]] auto iteration : state) {
@@ -130,13 +131,13 @@ void registerBenchmarks() {
     for (const Route route : {Route::String, Route::File}) {
       const std::string name = std::string("read/") + row.name + "/" + row.size +
                                (route == Route::String ? "/string" : "/file");
-      benchmark::RegisterBenchmark(name.c_str(), readScene, row, route)
+      benchmark::RegisterBenchmark(name.c_str(), readScene, &row, route)
           ->UseManualTime()
           ->Unit(benchmark::kMillisecond);
     }
     if (!row.isDumped) continue;
     const std::string name = std::string("dump/") + row.name + "/" + row.size;
-    benchmark::RegisterBenchmark(name.c_str(), dumpScene, row)->Unit(benchmark::kMillisecond);
+    benchmark::RegisterBenchmark(name.c_str(), dumpScene, &row)->Unit(benchmark::kMillisecond);
   }
 }
 
