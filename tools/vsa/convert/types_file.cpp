@@ -21,6 +21,10 @@ bool declareTypesOf(const std::string& name) {
   std::string json;
   std::array<char, 4096> block;
   while (const std::size_t count = source.read(block)) json.append(block.data(), count);
+  if (!source.error().empty()) {
+    printError(name + ": " + source.error());
+    return false;
+  }
   const vsa::TypesResult read = vsa::readTypes(json);
   if (!read.isValid()) {
     const Position place{static_cast<long>(read.place.line), static_cast<long>(read.place.column)};
