@@ -67,7 +67,9 @@ CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_
   const auto size = static_cast<std::uint64_t>(status.st_size);
   isRegular_ = S_ISREG(status.st_mode) && name != "-";
   if (isRegular_ && size <= maxKept) expectedBytes_ = static_cast<std::size_t>(size);
-  isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : maxKept);
+  // One byte more than the maximum shows that the file is larger. (The sum may be 0 by overflow.)
+  const std::uint64_t limit = std::max(maxKept, maxKept + 1);
+  isKept_ = readUpTo(isRegular_ && size > maxKept ? sizeof utf8::bom : limit);
   skipMark();
   if (bytes_.empty() && !problem_.empty())
     isOpen_ = false;  // for example a directory: it can be opened, but not read

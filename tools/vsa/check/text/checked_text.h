@@ -23,9 +23,9 @@ struct LinePart {
 
 class CheckedText {
  public:
-  /// The maximum number of bytes of a file that are kept in memory. Of a larger regular file, only
-  /// the first three bytes are kept, because it can be read again. Of a longer pipe or device, the
-  /// first bytes up to this maximum are kept. Standard input counts as a pipe.
+  /// The maximum size in bytes of a file that is kept in memory. The text of a larger regular file
+  /// is not kept at all, because it can be read again. Of a longer pipe or device, the first bytes
+  /// are kept: one more than this maximum.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.
