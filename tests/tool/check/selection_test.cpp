@@ -47,6 +47,14 @@ TEST_F(SelectionTest, AnUnknownIdIsNamed) {
   EXPECT_EQ("vsa: there is no rule or group narowing: did you mean narrowing?\n", run.err);
 }
 
+TEST_F(SelectionTest, NoConfigurationAndAConfigurationExcludeEachOther) {
+  write("c.json", R"({"ignore": ["narrowing"]})");
+  const CommandOutcome run = vsa("check --no-config --config c.json a.vsa");
+  EXPECT_EQ(2, run.status);
+  EXPECT_EQ("", run.out);
+  EXPECT_NE(run.err.find("--config excludes --no-config"), std::string::npos) << run.err;
+}
+
 TEST_F(SelectionTest, TheNearestConfigurationIsUsed) {
   write(".vsa-check.json", R"({"ignore": ["narrowing"]})");
   EXPECT_EQ("1 error, 0 warnings\n", summary("a.vsa"));

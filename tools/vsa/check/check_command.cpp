@@ -92,11 +92,13 @@ void CheckCommand::addSelectionOptions(CommandOptions& options) {
   addList(options, "--error", options_.levels.errors, "Report the rule or group as an error");
   addList(options, "--warn", options_.levels.warnings, "Report the rule or group as a warning");
   addList(options, "--ignore", options_.levels.ignored, "Do not report the rule or group");
-  options
-      .add("--config", options_.configFile,
-           "Configuration; without it .vsa-check.json in the folder of a file or above")
-      .valueName("FILE");
-  options.addFlag("--no-config", options_.isConfigIgnored, "Use no configuration file");
+  const CommandOption config =
+      options
+          .add("--config", options_.configFile,
+               "Configuration; without it .vsa-check.json in the folder of a file or above")
+          .valueName("FILE");
+  options.addFlag("--no-config", options_.isConfigIgnored, "Use no configuration file")
+      .excludes(config);
   options.add("--types", options_.typesFile, "Node types as JSON, to compare the texts with")
       .valueName("FILE");
   options.add("--baseline", options_.baseline, "Do not report what this file lists")
