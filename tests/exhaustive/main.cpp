@@ -7,9 +7,9 @@
 //   number_survey printed PART OF             the floats of that part, as the writer prints them
 //   number_survey printed-doubles COUNT SEED  random doubles, as the writer prints them
 //
-// Prints one line for each survey, and a line for each of its first 20 mismatches: texts that were
-// read or printed wrongly. The exit status is the number of surveys with mismatches, or 2 for wrong
-// arguments.
+// Prints one line for each survey. The exit status is 1 if a survey found a mismatch, and 2 if the
+// arguments are wrong.
+#include <algorithm>
 #include <charconv>
 #include <cstdio>
 #include <cstring>
@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::uint64_t FLOAT_COUNT = std::uint64_t{1} << 32;
 
-/// Prints the line of a survey and returns the exit status.
+/// Prints the line of a survey and returns the exit status: 1 if there are mismatches.
 int report(const char* what, const Survey& survey) {
   std::printf("%-15s %12llu texts, %llu mismatches\n", what,
               static_cast<unsigned long long>(survey.texts),
@@ -38,10 +38,10 @@ int decimals(std::uint64_t count, std::uint64_t seed) {
 
 int sample() {
   constexpr std::uint64_t STEP = 8209;  // an odd step, so that the low bits vary, too
-  return report("floats", surveyFloats(0, FLOAT_COUNT, STEP)) +
-         report("doubles", surveyDoubles(500'000, 1)) + decimals(20'000, 1) +
-         report("printed", surveyPrintedFloats(0, FLOAT_COUNT, STEP)) +
-         report("printed-doubles", surveyPrintedDoubles(500'000, 1));
+  return std::max({report("floats", surveyFloats(0, FLOAT_COUNT, STEP)),
+                   report("doubles", surveyDoubles(500'000, 1)), decimals(20'000, 1),
+                   report("printed", surveyPrintedFloats(0, FLOAT_COUNT, STEP)),
+                   report("printed-doubles", surveyPrintedDoubles(500'000, 1))});
 }
 
 std::vector<std::uint64_t> numbersOf(int count, char** texts) {
