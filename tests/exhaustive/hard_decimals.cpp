@@ -137,6 +137,12 @@ Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t min, std::int6
   return {randomDigits(random, digits), between(random, min, max) - digits};
 }
 
+/// Returns a subnormal float, or a decimal near the least or the greatest float.
+Decimal nearEndOfFloats(Random& random) {
+  const std::int64_t digits = between(random, 1, 40);
+  return random() % 2 == 0 ? ofOrder(random, digits, -47, -37) : ofOrder(random, digits, 37, 40);
+}
+
 Decimal hardDecimal(Random& random) {
   switch (random() % 8) {
     case 0:
@@ -149,8 +155,8 @@ Decimal hardDecimal(Random& random) {
       return ofOrder(random, between(random, 20, 1000), -345, 312);
     case 5:  // a decimal in or near the range of the subnormal doubles
       return ofOrder(random, between(random, 1, 40), -326, -306);
-    case 6:  // a decimal in the range of a float, or near its upper end
-      return ofOrder(random, between(random, 1, 40), random() % 2 == 0 ? -48 : 37, 40);
+    case 6:  // a decimal near an end of the range of a float
+      return nearEndOfFloats(random);
     default:  // a decimal with as many digits as a double has
       return ofOrder(random, between(random, 15, 19), -345, 312);
   }
