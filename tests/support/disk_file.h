@@ -1,5 +1,5 @@
-// DiskFile: a temporary file with the name of the running test. The destructor deletes it. Two of
-// them in one test have the same name, so the second one overwrites the first one.
+// DiskFile: a temporary file with the name of the running test and a number, so that a test can
+// have several. The destructor deletes it.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -15,8 +15,10 @@ class DiskFile {
  public:
   explicit DiskFile(const std::string& bytes) {
     const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
-    path_ = std::filesystem::path(testing::TempDir()) /
-            ("vsa_" + std::to_string(::getpid()) + '_' + test->name());
+    static int count = 0;
+    path_ =
+        std::filesystem::path(testing::TempDir()) /
+        ("vsa_" + std::to_string(::getpid()) + '_' + test->name() + '_' + std::to_string(++count));
     std::ofstream(path_, std::ios::binary) << bytes;
   }
   DiskFile(const DiskFile&) = delete;

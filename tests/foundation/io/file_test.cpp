@@ -29,6 +29,13 @@ std::string rest(File& file) {
   return bytes;
 }
 
+TEST(File, ReadsFromTwoFilesAtOnce) {
+  const DiskFile first("1"), second("22");
+  File a = File::open(first.path().c_str()), b = File::open(second.path().c_str());
+  EXPECT_EQ(rest(a), "1");
+  EXPECT_EQ(rest(b), "22");
+}
+
 TEST(File, ReadsEveryByte) {
   std::string bytes;
   for (int i = 0; i < 1000000; ++i) bytes += static_cast<char>(i % 256);
