@@ -43,7 +43,7 @@ TEST_P(OrderedWorkersTest, ConsumingMayEndEarly) {
       1000000, GetParam(), [&](std::size_t item, Turn&) { return ++worked, item; },
       [&](std::size_t, std::size_t) { return ++consumed < 3; });
   EXPECT_EQ(3u, consumed);
-  EXPECT_LE(worked, 3u + vsa_tools::WAITING_RESULTS * GetParam());
+  EXPECT_LE(worked, 3u + vsa_tools::MAX_WAITING_RESULTS * GetParam());
 }
 
 TEST_P(OrderedWorkersTest, AnExceptionReachesTheCaller) {

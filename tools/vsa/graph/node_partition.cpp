@@ -52,14 +52,14 @@ NodePartition splitOnce(const NodePartition& partition, const std::vector<Indexe
 
 }  // namespace
 
-NodePartition refinePartition(NodePartition types, const std::vector<IndexedLink>& links,
+NodePartition refinePartition(NodePartition partition, const std::vector<IndexedLink>& links,
                               std::size_t maxGroups) {
   for (int round = 0; round < MAX_ROUNDS; ++round) {
-    NodePartition finer = splitOnce(types, links);
-    if (finer.groups > maxGroups || finer.groups == types.groups) break;
-    types = std::move(finer);
+    NodePartition finer = splitOnce(partition, links);
+    if (finer.groups > maxGroups || finer.groups == partition.groups) break;
+    partition = std::move(finer);
   }
-  return types;
+  return partition;
 }
 
 NodePartition joinRarest(const NodePartition& partition, std::size_t maxGroups) {

@@ -20,12 +20,11 @@ struct NodePartition {
   std::size_t groups = 0;
 };
 
-/// Splits groups of nodes into smaller groups, beginning with one group for each type. All nodes of
-/// a smaller group have links of the same paths to and from the same groups. The number of such
-/// links makes no difference. The splitting is repeated until it splits no group or would give more
-/// than `maxGroups` groups, but at most eight times. This is the partition refinement of Hopcroft
-/// (1971) and of Weisfeiler and Leman (1968).
-NodePartition refinePartition(NodePartition types, const std::vector<IndexedLink>& links,
+/// Splits the groups of a partition into smaller groups. All nodes of a smaller group have links of
+/// the same paths to and from the same groups. The number of such links makes no difference. The
+/// splitting is repeated while there are at most `maxGroups` groups. This is the partition
+/// refinement of Hopcroft (1971) and of Weisfeiler and Leman (1968).
+NodePartition refinePartition(NodePartition partition, const std::vector<IndexedLink>& links,
                               std::size_t maxGroups);
 
 /// Joins the groups with the fewest nodes into one, so that there are at most `maxGroups` groups.

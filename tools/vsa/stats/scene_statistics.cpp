@@ -52,7 +52,7 @@ Counts& countsOf(std::array<Counts, N>& byType, Type type) {
 
 /// Returns whether an input with `bytes` bytes is one of the largest so far.
 bool isLarge(const std::vector<LargeInput>& largest, std::uint64_t bytes) {
-  return bytes > 0 && (largest.size() < LARGEST_INPUTS || bytes > largest.back().bytes);
+  return bytes > 0 && (largest.size() < MAX_LARGEST_INPUTS || bytes > largest.back().bytes);
 }
 
 void addLargest(std::vector<LargeInput>& largest, LargeInput input) {
@@ -60,7 +60,7 @@ void addLargest(std::vector<LargeInput>& largest, LargeInput input) {
       std::upper_bound(largest.begin(), largest.end(), input,
                        [](const LargeInput& a, const LargeInput& b) { return a.bytes > b.bytes; });
   largest.insert(place, std::move(input));
-  if (largest.size() > LARGEST_INPUTS) largest.pop_back();
+  if (largest.size() > MAX_LARGEST_INPUTS) largest.pop_back();
 }
 
 /// Counts the contents of one scene.

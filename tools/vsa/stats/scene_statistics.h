@@ -35,13 +35,13 @@ struct LargeInput {
 };
 
 /// The maximum number of inputs in `largestInputs`.
-inline constexpr std::size_t LARGEST_INPUTS = 10;
+inline constexpr std::size_t MAX_LARGEST_INPUTS = 10;
 
 struct SceneStatistics {
   std::map<std::string, std::uint64_t> nodesByType;
   std::array<InputCounts, zn::korvo_sdk::ATTR_TYPE_COUNT> inputsByType{};
   std::array<BufferCounts, zn::korvo_sdk::DATA_TYPE_COUNT> buffersByType{};
-  /// At most LARGEST_INPUTS inputs, the largest first.
+  /// At most MAX_LARGEST_INPUTS inputs, the largest first.
   std::vector<LargeInput> largestInputs;
   std::uint64_t references = 0, connections = 0, brokenLinks = 0;
   std::uint64_t comments = 0, commentBytes = 0;

@@ -54,9 +54,8 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// Adds a hint for a word before "[" or "(" that is no keyword of this format. It may be the name of
-// a type in another language, or misspelt.
-void hintForKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
+// Adds a hint for a word that names a type in other languages but not in this format.
+void hintForUnknownKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
   if (const auto alias = isBuffer ? aliasOf(BUFFER_ALIASES, word) : aliasOf(TUPLE_ALIASES, word)) {
@@ -153,7 +152,7 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   } else if (source.front() == '.') {
     hintForOutput(text, range, finding);
   } else if (isWordText(source) && (next == '[' || next == '(')) {
-    hintForKeyword(text, range, finding);
+    hintForUnknownKeyword(text, range, finding);
   } else if (source.front() == '=') {
     hintForPathInSource(text, range, finding);
   } else if (std::string_view("+-*/").find(source.front()) != std::string_view::npos) {

@@ -124,7 +124,7 @@ class FurtherReading {
       const bool isLexer = isOfLexer(fatal_->id);
       cursor.moveTo(repair_.text(), fatal_->range.begin.offset + 1);
       handleFatal(cursor.back());
-      if (repair_.isStuck()) return;
+      if (repair_.hasReplacedNothing()) return;
       cursor.moveTo(repair_.text(), repair_.lastBegin());
       cursor.moveToReplaced(repair_.lastBegin());
       // The parser has not executed the statements that were in its lookahead, so they are read

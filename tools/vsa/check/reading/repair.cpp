@@ -81,7 +81,7 @@ bool Repair::replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size
   const Statement region = regionAt(text(), offset, scanFrom);
   lastBegin_ = region.begin;
   int& step = steps_[region.begin];
-  isStuck_ = region.begin == region.end || step == 3;
+  hasReplacedNothing_ = region.begin == region.end || step == 3;
   const bool isFirst = step == 0;
   if (isEndOfBlock(fatal, offset)) {
     byteAt(offset) = ' ';

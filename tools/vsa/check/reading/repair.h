@@ -41,9 +41,8 @@ class Repair {
   /// returns false.
   bool replace(const vsa::Diagnostic& fatal, std::size_t offset, std::size_t scanFrom);
 
-  /// Whether the statement of the last call of replace() was empty or had already become blanks.
-  /// Replacing it again would not help.
-  bool isStuck() const { return isStuck_; }
+  /// Whether the last call of replace() found nothing to replace.
+  bool hasReplacedNothing() const { return hasReplacedNothing_; }
   /// The beginning of the statement that was replaced last.
   std::size_t lastBegin() const { return lastBegin_; }
 
@@ -71,7 +70,7 @@ class Repair {
   std::size_t selectionBegin_ = 0;
   std::string overwritten_;
   std::size_t lastBegin_ = 0;
-  bool isStuck_ = false;
+  bool hasReplacedNothing_ = false;
   std::size_t openBlocks_ = 0;  // the number of repaired "{" whose "}" was not found yet
   std::unordered_map<std::size_t, int> steps_;  // the last step for a statement, by its beginning
   std::set<std::string, std::less<>> suspects_;

@@ -40,7 +40,8 @@ class CheckedText {
   const std::string& problem() const { return problem_; }
   /// Whether the file could be opened and its first byte could be read. An empty file is open.
   bool isOpen() const { return isOpen_; }
-  /// Whether text() is the whole file, or what could be read of it before an error or Ctrl-C.
+  /// Whether text() has all bytes that could be read. That is the whole file, unless problem() is
+  /// set or Ctrl-C ended the reading.
   bool isKept() const { return isKept_; }
   /// The kept bytes without the byte order mark.
   std::string_view text() const { return bytes_.view().substr(markBytes_); }
@@ -48,8 +49,7 @@ class CheckedText {
   std::string_view bytes() const { return bytes_.view(); }
   /// Reads the whole text into a scene. May be called once.
   vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);
-  /// Reads a regular file of any size into memory. Returns isKept(), which is false only for a long
-  /// pipe or device.
+  /// Reads a regular file of any size into memory. Returns isKept().
   bool keep();
 
   /// Returns at most `count` bytes of the text, from `offset` on. There are fewer at the end of the

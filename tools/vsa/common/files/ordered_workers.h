@@ -147,7 +147,7 @@ class OrderedWork {
 /// The maximum number of results for each worker that are kept until the results of earlier items
 /// are consumed. Work on a small file takes microseconds. With 4 results, workers wait half of the
 /// time.
-inline constexpr std::size_t WAITING_RESULTS = 16;
+inline constexpr std::size_t MAX_WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` on `workers` threads for the items from 0 (inclusive) to `count`
 /// (exclusive). The calling thread is one of these threads, and the only one for a single worker or
@@ -166,7 +166,7 @@ void workInOrder(std::size_t count, unsigned workers, const Work& work, const Co
     }
     return;
   }
-  OrderedWork shared(count, std::size_t{workers} * WAITING_RESULTS, work, consume);
+  OrderedWork shared(count, std::size_t{workers} * MAX_WAITING_RESULTS, work, consume);
   {
     std::vector<std::jthread> threads;
     try {
