@@ -65,19 +65,12 @@ void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   info.data.payload.buffer = {nullptr, count, count * elementBytes(type), type, 0};
 }
 
-// Whether the literal is a compressed text. Only buffers with components of one byte may be
-// compressed. For all other buffers, "." begins a number.
-bool isCompressed(const AssignInfo& info) {
-  const String& list = info.elementsToken.text;
-  return componentBytes(info.data.payload.buffer.type) == 1 && list.len() > 2 && list[1] == '.';
-}
-
-// Returns an upper bound of the bytes that a compressed literal expands to, and 0 for a list of
-// numbers. DEFLATE expands one byte to at most 1032 bytes, and the text contains two digits for
-// each byte. So each digit expands to at most 516 bytes.
+// Returns an upper bound of the bytes that a compressed literal expands to. DEFLATE expands one
+// byte to at most 1032 bytes, and the text contains two digits for each byte. So each digit expands
+// to at most 516 bytes.
 std::uint64_t expandedBytesAtMost(const AssignInfo& info) {
   constexpr std::uint64_t MAX_EXPANSION = 516;
-  return isCompressed(info) ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
+  return info.isCompressed() ? info.elementsToken.text.len() * MAX_EXPANSION : 0;
 }
 
 // Allocates one zeroed block of the exact size and stores it in the record. If the literal turns
@@ -190,7 +183,7 @@ bool VsaParser::buffer(AssignInfo& info) {
   if (session != nullptr && !session->chargeBuffer(info, expandedBytesAtMost(info))) return true;
   allocateElements(info, messages);
   hold(buffer.memory, buffer.bytes);
-  if (isCompressed(info)) {
+  if (info.isCompressed()) {
     expandElements(info, messages, session);
   } else {
     convertElements(info, messages, session);

@@ -39,8 +39,9 @@ std::uint64_t numbersIn(std::string_view list) {
 }
 
 // Returns a description such as "3 numbers written" or "44 bytes of compressed text written".
-std::string describedElements(std::string_view list) {
-  if (list.size() > 2 && list[1] == '.') {
+std::string describedElements(const AssignInfo& info) {
+  const std::string_view list = info.elementsToken.text.view();
+  if (info.isCompressed()) {
     return std::to_string(list.size() - 2) + " bytes of compressed text written";
   }
   const std::uint64_t numbers = numbersIn(list);
@@ -57,7 +58,7 @@ std::string describedBuffer(const AssignInfo& info, std::string_view path) {
   text += path.substr(0, MAX_PATH_IN_MESSAGE);
   if (path.size() > MAX_PATH_IN_MESSAGE) text += "...";
   text += " (" + std::to_string(info.data.payload.buffer.bytes) + " bytes, ";
-  return text + describedElements(info.elementsToken.text.view()) + ')';
+  return text + describedElements(info) + ')';
 }
 
 }  // namespace

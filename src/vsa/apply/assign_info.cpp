@@ -67,6 +67,11 @@ void AssignInfo::clearValue() noexcept {
   data.elementType = 0;
 }
 
+bool AssignInfo::isCompressed() const noexcept {
+  const String& list = elementsToken.text;
+  return componentBytes(data.payload.buffer.type) == 1 && list.len() > 2 && list[1] == '.';
+}
+
 String AssignInfo::valueString() const {
   const bool isList = static_cast<int>(countToken.type) >= static_cast<int>(Token::Type::Id);
   return quotedValue(valueToken.text.view(), isList);

@@ -43,6 +43,10 @@ struct AssignInfo {
   /// Resets `data` to the type Null and a payload of zeros.
   void clearValue() noexcept;
 
+  /// Whether the elements of the buffer are written as compressed text. Only buffers with
+  /// components of one byte may be compressed. For all other buffers, "." begins a number.
+  bool isCompressed() const noexcept;
+
   /// Returns the value in the form that messages quote. See quotedValue.
   String valueString() const;
 };

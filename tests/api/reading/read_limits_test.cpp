@@ -130,6 +130,18 @@ TEST(ReadLimits, BufferBytesAreCheckedBeforeTheBufferIsTaken) {
   EXPECT_EQ(result.diagnostics.back().inputPath, "x.b");
 }
 
+// Only a buffer whose components have one byte can have a compressed text. The list of any other
+// buffer may begin with a number such as ".5".
+TEST(ReadLimits, AListThatBeginsWithAPointIsCountedAsNumbers) {
+  const ReadOptions options = limitedTo({.bufferBytes = 3});
+  EXPECT_EQ(vsa::readText("a x; x.b = float[4] {.5 1 2 3};", options).message,
+            "the buffer float[4] of x.b (16 bytes, 4 numbers written) is larger than the limit of "
+            "3 bytes");
+  EXPECT_EQ(vsa::readText("a x; x.b = rgba8[1] {.78da};", options).message,
+            "the buffer rgba8[1] of x.b (4 bytes, 5 bytes of compressed text written) is larger "
+            "than the limit of 3 bytes");
+}
+
 TEST(ReadLimits, MemoryBoundsWhatIsDeclaredAndNotWritten) {
   std::string text = "a x:\n";
   for (int i = 0; i < 2000; ++i) text += ".a" + std::to_string(i) + " = byte[131000] {1};\n";
