@@ -97,6 +97,7 @@ class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
   void connect(zn::korvo_sdk::interfaces::IOutput* output) override;
   void disconnect() override;
   void setNode(zn::korvo_sdk::interfaces::INode* node) override;
+  void retain() override;
 
  private:
   void become(ValueType type);

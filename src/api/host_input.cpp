@@ -179,4 +179,9 @@ void HostInput::setNode(zn::korvo_sdk::interfaces::INode* node) {
   Emitter().log(DiagnosticId::CannotAssignNode, name, path(), typeName());
 }
 
+// An element with a pending link does not count as empty, as in the library's scene.
+void HostInput::retain() {
+  markUsed();
+}
+
 }  // namespace vsa

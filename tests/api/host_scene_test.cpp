@@ -117,6 +117,21 @@ TEST(HostScene, BoundsWhatATextMakesOfFewCharacters) {
   EXPECT_EQ(vsa::readTextInto(other, dense).status, ReadStatus::Complete);
 }
 
+// An element with a link is not empty. This is so even before the link is resolved, as in the
+// library's scene.
+TEST(HostScene, CountsNoElementWithALinkAsEmpty) {
+  std::string links = "lamp x;";
+  for (int i = 0; i < 20; ++i) links += "x.a[*] = x; x.b[*] |= x.out;";
+  vsa::Scene plain;
+  plain.plain().setEmptyElementLimit(2);
+  EXPECT_EQ(vsa::readTextInto(plain, links).status, ReadStatus::Complete);
+  vsa::HostScene scene;
+  scene.emptyElementLimit = 2;
+  EXPECT_EQ(vsa::readTextInto(scene, links).status, ReadStatus::Complete);
+  EXPECT_EQ(vsa::readTextInto(scene, "x.a[21] = x;").status, ReadStatus::Complete);
+  EXPECT_EQ(vsa::readTextInto(scene, "x.a[24] = x;").limit, vsa::Limit::EmptyElements);
+}
+
 // A scene that keeps no nodes.
 class Counter : public vsa::HostScene {
  public:
