@@ -158,9 +158,8 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
   /// status is not Complete. See `buffer`.
   Scene scene;
 
-  /// The buffer. It is valid as long as this object exists and its scene does not change. Use it
-  /// only if the status is Complete: otherwise it may be missing, or be another buffer that is now
-  /// at this position.
+  /// The buffer. It is valid as long as this object exists and its scene does not change. If the
+  /// status is not Complete, there is no buffer, and the result is like that of a missing input.
   VSA_API BufferView buffer() const noexcept;
 };
 

@@ -331,8 +331,8 @@ typedef struct vsa_buffer {
  * does not change `out`. */
 VSA_C_API int vsa_buffer_of(const vsa_input* input, vsa_buffer* out);
 /* Fills `out` with the buffer that vsa_load_buffer or vsa_load_buffer_from_text has read, and
- * returns 1. For any other reading, and if no buffer was read, returns 0 and does not change `out`.
- * Use the buffer only if the status is VSA_COMPLETE: with VSA_UNREADABLE it may be another one. */
+ * returns 1. If its status is not VSA_COMPLETE, and for any other reading, returns 0 and does not
+ * change `out`. */
 VSA_C_API int vsa_loaded_buffer(const vsa_reading* loaded, vsa_buffer* out);
 
 #ifdef __cplusplus

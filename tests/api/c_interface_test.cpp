@@ -132,6 +132,11 @@ TEST(CInterface, ListsAndLoadsSkippedBuffers) {
   EXPECT_EQ(buffer.components, 3U);
   EXPECT_EQ(static_cast<const float*>(buffer.data)[5], 6.0F);
   EXPECT_EQ(vsa_loaded_buffer(reading, &buffer), 0);
+
+  const std::string_view other = "mesh m:\n.ids = int16[1]{7};\n";
+  const Reading changed(vsa_load_buffer_from_text(other.data(), other.size(), reading, 0, nullptr));
+  EXPECT_EQ(changed.status(), VSA_UNREADABLE);
+  EXPECT_EQ(vsa_loaded_buffer(changed, &buffer), 0);
 }
 
 TEST(CInterface, RefusesToLoadWhatWasNotSkipped) {

@@ -195,6 +195,7 @@ std::string appendFrom(const char* path, const TextRange& range, std::string& te
 }  // namespace
 
 BufferView LoadedBuffer::buffer() const noexcept {
+  if (!isComplete()) return BufferView();
   const InputView input = scene.view()["b"]["b"];
   return input.buffer();
 }

@@ -231,6 +231,19 @@ TEST(SkippedBuffer, IsUnreadableWhereTheTextHasChanged) {
   EXPECT_EQ(vsa::loadBufferFromText(TEXT, behind).status, ReadStatus::Unreadable);
 }
 
+TEST(SkippedBuffer, HasNoElementsIfItIsNotComplete) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const std::string_view others[] = {"int16[3] {0 1 2}", "int32[2] {0 1  }", "int32[1] {0};42;"};
+  for (const std::string_view other : others) {
+    std::string text = TEXT;
+    text.replace(text.find("int32[3]"), other.size(), other);
+    const LoadedBuffer loaded = vsa::loadBufferFromText(text, result.skippedBuffers[0]);
+    EXPECT_NE(loaded.status, ReadStatus::Complete) << other;
+    EXPECT_EQ(loaded.buffer().problem(), vsa::BufferProblem::Missing) << other;
+    EXPECT_EQ(loaded.buffer().count(), 0U) << other;
+  }
+}
+
 TEST(SkippedBuffer, IsUnreadableWhereTheFileHasChanged) {
   const ReadResult result = vsa::readText(TEXT, skipping());
   const vsa::SkippedBuffer& ids = result.skippedBuffers[0];
