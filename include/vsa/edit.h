@@ -173,14 +173,17 @@ class Input : public InputView {
 
   // Objects.
 
-  /// Makes the input an object. Removes all members that it had before.
+  /// Makes the input an object. Removes all members that it had before. Fails with DeclaredType if
+  /// the type of the node declares the input with the type Null. Such an input is an object as long
+  /// as it has members: see `add` and `remove`.
   VSA_API Status makeObject() const noexcept;
   /// Returns the member with this name. If there is none, adds a member without a value. An input
   /// of type Null first becomes an object. Fails with NotAnObject if the input has another type.
   VSA_API Added<Input> add(TextParameter member) const noexcept;
   /// Sets the value of the member with this name. If there is none, adds the member.
   VSA_API Status set(TextParameter member, const Value& value) const noexcept;
-  /// Removes the member with this name. Fails with Missing if there is none.
+  /// Removes the member with this name. Fails with Missing if there is none. An input that is
+  /// declared with the type Null has no value after its last member was removed.
   VSA_API Status remove(TextParameter member) const noexcept;
 };
 

@@ -160,6 +160,7 @@ Status Input::makeObject() const noexcept {
     PlainInput* const input = mutablePlain();
     if (const Status status = detail::checkInput(input); !status) return status;
     if (const Status status = detail::checkTakes(*input, ValueType::Object); !status) return status;
+    if (detail::isDeclaredNull(*input)) return EditError::DeclaredType;
     input->clearValue();
     input->set(structureOf(ValueType::Object, ValueType::Null));
     return {};
@@ -190,9 +191,11 @@ Status Input::set(TextParameter member, const Value& value) const noexcept {
 
 Status Input::remove(TextParameter member) const noexcept {
   if (const Status status = detail::checkInput(plain()); !status) return status;
-  PlainInput* const found = mutablePlain()->memberNamed(member);
+  PlainInput* const object = mutablePlain();
+  PlainInput* const found = object->memberNamed(member);
   if (found == nullptr) return EditError::Missing;
-  mutablePlain()->removeMember(found);
+  object->removeMember(found);
+  if (object->memberCount() == 0 && detail::isDeclaredNull(*object)) object->clearValue();
   return {};
 }
 

@@ -2,6 +2,8 @@
 
 #include <vsa/model/node.h>
 #include <vsa/text_rules.h>
+#include "scene/model/node_impl.h"
+#include "scene/node_type_table.h"
 
 namespace vsa::detail {
 
@@ -52,6 +54,14 @@ Status checkTakesBuffer(const PlainInput& input, ElementType type) noexcept {
   if (!isDeclaredInput(input)) return {};
   const ElementType held = input.bufferType();
   return held == ElementType::Null || held == type ? EditError::None : EditError::DeclaredType;
+}
+
+bool isDeclaredNull(const PlainInput& input) noexcept {
+  if (!isDeclaredInput(input)) return false;
+  const auto& node = static_cast<const zn::korvo_sdk::NodeImpl&>(*input.owner());
+  const zn::korvo_sdk::DeclaredInput* const declared =
+      node.declaration()->input(input.name().view());
+  return declared != nullptr && declared->declaration.type == ValueType::Null;
 }
 
 void makeReadyFor(PlainInput& input, ValueType type) noexcept {

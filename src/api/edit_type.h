@@ -19,6 +19,10 @@ Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 /// results as checkTakes.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
+/// Whether the type of the node declares the input with the type Null. A text makes such an input
+/// an object by adding a member. No text makes it an object without members.
+bool isDeclaredNull(const zn::korvo_sdk::Input& input) noexcept;
+
 /// Prepares the input for a value of type `type`: removes the current value if it has another type.
 /// The type of the input is then Null. Call this function after `checkTakes` has returned None for
 /// `type`.

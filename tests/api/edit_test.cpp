@@ -14,6 +14,7 @@
 
 #include <vsa/scene/node_type.h>
 #include <vsa/text_rules.h>
+#include <vsa/write.h>
 #include "tests/api/scene_of.h"
 
 namespace {
@@ -306,7 +307,7 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
   EXPECT_DONE(sun["stops"].makeArray(ValueType::Int));
   EXPECT_REFUSED(sun.set("free", 1), DeclaredType);
   EXPECT_DONE(sun.add("free").refer(sun));
-  EXPECT_DONE(sun.add("group").makeObject());
+  EXPECT_REFUSED(sun.add("group").makeObject(), DeclaredType);
   EXPECT_REFUSED(sun["power"].makeObject(), DeclaredType);
   EXPECT_DONE(sun.add("any").setBuffer(ElementType::Double, std::array{1.0}));
   EXPECT_REFUSED(sun.add("profile").setBuffer(ElementType::Double, std::array{1.0}), DeclaredType);
@@ -314,6 +315,34 @@ TEST(Edit, KeepsTheTypesThatAreDeclared) {
   EXPECT_DONE(sun.remove("power"));
   EXPECT_DONE(sun.set("power", 3.0));
   zn::korvo_sdk::unregisterNodeType("editedLamp");
+}
+
+// A declared input of type Null is an object as long as it has members. No text can make it an
+// empty object.
+TEST(Edit, MakesADeclaredInputAnObjectByItsMembers) {
+  using zn::korvo_sdk::AttrType;
+  zn::korvo_sdk::registerNodeType(
+      {.name = "groupedLamp",
+       .inputs = {{.name = "group"}, {.name = "whole", .type = AttrType::Object}}});
+  vsa::Scene scene;
+  const vsa::Node sun = scene.addNode("groupedLamp", "sun");
+  EXPECT_REFUSED(sun.add("group").makeObject(), DeclaredType);
+  EXPECT_DONE(sun["group"].set("x", 1));
+  EXPECT_DONE(sun["group"].set("y", 2));
+  EXPECT_EQ(sun["group"].type(), ValueType::Object);
+  EXPECT_REFUSED(sun["group"].makeObject(), DeclaredType);
+  EXPECT_EQ(sun["group"].members().size(), 2U);
+  EXPECT_EQ(vsa::writeText(scene).text, "groupedLamp sun:\n  .group.x = 1;\n  .group.y = 2;\n");
+  EXPECT_DONE(sun["group"].remove("x"));
+  EXPECT_EQ(sun["group"].type(), ValueType::Object);
+  EXPECT_DONE(sun["group"].remove("y"));
+  EXPECT_EQ(sun["group"].type(), ValueType::Null);
+  EXPECT_DONE(sun.add("whole").makeObject());
+  EXPECT_DONE(sun["whole"].set("x", 1));
+  EXPECT_DONE(sun["whole"].makeObject());
+  EXPECT_EQ(sun["whole"].type(), ValueType::Object);
+  EXPECT_TRUE(vsa::writeText(scene).isWritten());
+  zn::korvo_sdk::unregisterNodeType("groupedLamp");
 }
 
 // If a value is refused, an input that was created for it is removed. An input that existed before
@@ -331,7 +360,8 @@ TEST(Edit, LeavesNoInputBehindARefusedValue) {
   EXPECT_DONE(sun.set("power", 1.5));
   EXPECT_REFUSED(sun.set("power", "text"), DeclaredType);
   EXPECT_EQ(sun["power"].real(), 1.5);
-  EXPECT_DONE(sun.add("group").makeObject());
+  EXPECT_DONE(sun.add("group").set("y", 1));
+  EXPECT_DONE(sun["group"].remove("y"));
   EXPECT_REFUSED(sun["group"].set("x", INF), PlusInfinity);
   EXPECT_TRUE(sun["group"].members().empty());
   zn::korvo_sdk::unregisterNodeType("refusingLamp");
