@@ -39,16 +39,15 @@ class VSA_API FileReplacement final : public Sink {
   /// The path of the new file. It is empty if there is no new file: before `open` has succeeded,
   /// after `replace` has succeeded, and if the bytes go to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
-  /// Puts the new file in the place of the old one. If there is no new file (see `newFile`), does
-  /// nothing and returns true. Gives the new file the owner, the group and the permissions of the
-  /// old file, waits until its bytes are on the disk, and renames it. If the process may not set
-  /// the owner, the owner stays. If it may not set the group, the new file has no permissions for a
-  /// group. Before the new file has these permissions, only its owner can read it, because the old
-  /// file may be protected from other users. If there is no old file, the new file has the default
-  /// permissions from the start.
+  /// Puts the new file in the place of the old one. Gives the new file the permissions of the old
+  /// file, waits until its bytes are on the disk, and renames it. Before the new file has these
+  /// permissions, only its owner can read it, because the old file may be protected from other
+  /// users. If there is no old file, the new file has the default permissions from the start. Fails
+  /// if `open` was not called, or if an earlier call failed: the new file may not be complete.
   bool replace();
 
-  /// The reason why a function returned false, as a message for people.
+  /// The reason why a function returned false, as a message for people. Before `open`, the reason
+  /// why `replace` would fail.
   std::string error() const override { return error_; }
 
  private:
@@ -61,9 +60,7 @@ class VSA_API FileReplacement final : public Sink {
   std::filesystem::path target_;
   std::filesystem::path temporary_;  // the new file; empty if the bytes go to `target_` directly
   int file_ = -1;
-  std::uint64_t writtenBytes_ = 0;
-  std::uint64_t writebackBytes_ = 0;  // for the bytes before it, the transfer to the disk has begun
-  std::string error_;
+  std::string error_ = "no file is open";
 };
 
 }  // namespace vsa

@@ -75,6 +75,7 @@ bool FileReplacement::open(const fs::path& path) {
     error_ = "the path has a NUL";
     return false;
   }
+  error_.clear();
   target_ = path;
   struct stat status {};
   const bool exists = ::stat(path.c_str(), &status) == 0;
@@ -130,6 +131,7 @@ void FileReplacement::beginWriteback([[maybe_unused]] std::size_t count) noexcep
 }
 
 bool FileReplacement::replace() {
+  if (!error_.empty()) return false;  // an earlier call has failed, or no file is open
   if (temporary_.empty()) return true;
   if (!keepPermissions() || !makeDurable()) return false;
   const fs::path parent =

@@ -251,6 +251,35 @@ TEST_F(WriteFile, ClosedDescriptorLeavesTheOldFile) {
   EXPECT_EQ(contentOf(path), "old\n");
 }
 
+TEST_F(WriteFile, ReplacesNothingAfterAFailure) {
+  vsa::FileReplacement unopened;
+  EXPECT_FALSE(unopened.replace());
+  EXPECT_NE(unopened.error(), "");
+  vsa::FileReplacement failed;
+  EXPECT_FALSE(failed.open(folder / "nosuch" / "a.vsa"));
+  const std::string reason = failed.error();
+  EXPECT_NE(reason, "");
+  EXPECT_FALSE(failed.replace());
+  EXPECT_EQ(failed.error(), reason);
+  EXPECT_EQ(filesInFolder(), 0U);
+}
+
+// After a failed write, the new file is not complete. Therefore it does not replace the old file.
+TEST_F(WriteFile, AFailedWriteLeavesTheOldFile) {
+  putOld();
+  const int status = inChild([&] {
+    ::signal(SIGXFSZ, SIG_IGN);
+    vsa::FileReplacement file;
+    const rlimit limit{4096, 4096};
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    const bool isWritten = file.open(path) && file.write(std::string(5000, 'x'));
+    return !isWritten && !file.replace() && !file.error().empty() ? 7 : 1;
+  });
+  ASSERT_TRUE(WIFEXITED(status));
+  EXPECT_EQ(WEXITSTATUS(status), 7);
+  expectOld();
+}
+
 TEST_F(WriteFile, FullDiskLeavesTheOldFile) {
   putOld();
   SceneBuilder made;
