@@ -32,7 +32,10 @@ class VSA_API Scene {
   // Functions that read the contents. SceneView describes them.
 
   SceneView view() const noexcept { return SceneView(plain_.get()); }
-  operator SceneView() const noexcept { return view(); }  // implicit: to pass a scene as a view
+  // The conversion is implicit, so that a caller can pass a scene as a view. A temporary scene does
+  // not convert, because it would be destroyed before the view.
+  operator SceneView() const& noexcept { return view(); }
+  operator SceneView() const&& = delete;
   NodeRange nodes() const noexcept { return view().nodes(); }
   NodeView operator[](TextParameter node) const noexcept { return view()[node]; }
   std::uint64_t fileVersion() const noexcept { return view().fileVersion(); }

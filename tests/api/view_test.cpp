@@ -21,6 +21,14 @@ static_assert(std::is_trivially_copyable_v<NodeView> && sizeof(NodeView) == 8);
 static_assert(std::is_trivially_copyable_v<InputView> && sizeof(InputView) == 8);
 static_assert(std::is_trivially_copyable_v<vsa::ConnectionView>);
 
+// Only a scene that exists longer than the expression converts to a view.
+static_assert(std::is_convertible_v<vsa::Scene&, vsa::SceneView>);
+static_assert(std::is_convertible_v<const vsa::Scene&, vsa::SceneView>);
+static_assert(!std::is_convertible_v<vsa::Scene, vsa::SceneView>);
+static_assert(!std::is_convertible_v<const vsa::Scene, vsa::SceneView>);
+static_assert(!std::is_constructible_v<vsa::SceneView, vsa::Scene>);
+static_assert(!std::is_convertible_v<zn::korvo_sdk::Scene, vsa::SceneView>);
+
 constexpr std::string_view TEXT = R"(
 # version: 7
 # time: noon
