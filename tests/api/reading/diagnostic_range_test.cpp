@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include <vsa/read.h>
+#include "diagnostics/emitter.h"
 #include "tests/api/reading/api_read.h"
 #include "tests/support/host_scene.h"
 
@@ -182,15 +183,14 @@ TEST(DiagnosticRange, GoesOnToTheEndOfANumber) {
   expectRange(row, vsa::readText(Marked(row.marked).text));
 }
 
-// Each id has a row in the table or its own test below. The only exception is TooManyArrayElements,
-// because its text would need too much memory.
+// Each id has a row in the table or its own test below.
 TEST(DiagnosticRange, IsCheckedForEveryId) {
   std::set<DiagnosticId> checked = {
       CannotAllocate,       // has its own test below
       NestedTooDeeply,      // has its own test below
       HostError,            // has its own test below
       HostMessage,          // has its own test below
-      TooManyArrayElements  // would take 200 GB
+      TooManyArrayElements  // has its own test below
   };
   for (const RangeRow& row : RANGE_ROWS) checked.insert(row.id);
   for (int i = 0; i < vsa::DIAGNOSTIC_ID_COUNT; ++i) {
@@ -213,6 +213,20 @@ TEST(DiagnosticRange, IsThePathOfAnInputThatIsTooDeep) {
   vsa::Scene scene;
   scene.plain().setDepthLimit(2);
   expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
+}
+
+// The library's scene would need 200 GB for this message. Therefore a scene of a host throws it.
+TEST(DiagnosticRange, IsTheIndexInAnArrayThatCannotGrow) {
+  HostScene scene;
+  scene.options.onCall = [](const std::string& call) {
+    if (call != "q.v.appendElement") return;
+    zn::korvo_sdk::Emitter().fatal(zn::korvo_sdk::DiagnosticId::TooManyArrayElements,
+                                   zn::String("q.v"), std::uint64_t{4294967295});
+  };
+  const RangeRow row{TooManyArrayElements, "mesh q;\nq.v«[7]» = 1;\n", "q.v"};
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, Marked(row.marked).text);
+  expectRange(row, outcome);
+  EXPECT_EQ(outcome.limit, vsa::Limit::Elements);
 }
 
 TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {

@@ -55,12 +55,11 @@ std::uint64_t bytesOf(const Diagnostic& diagnostic) {
   return bytes;
 }
 
-// Returns the path of the input that is an argument of the message. Returns an empty string if the
-// message has no such argument, and for TooManyArrayElements: the path of its statement is used
-// instead.
+// Returns the path of the input or array that is an argument of the message. Returns an empty string
+// if the message has no such argument.
 std::string pathOf(const Record& record) {
-  const bool isArray = record.id == zn::korvo_sdk::DiagnosticId::TooManyEmptyElements;
-  return stringOf(record.argument(isArray ? "array" : "input"));
+  const String array = record.argument("array");
+  return stringOf(array.isEmpty() ? record.argument("input") : array);
 }
 
 }  // namespace

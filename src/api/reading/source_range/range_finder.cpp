@@ -111,6 +111,7 @@ Found RangeRules::find() const {
     case DiagnosticId::CompressedDataTooLarge:
       return whole(parts_.value + 2);
     case DiagnosticId::TooManyEmptyElements:
+    case DiagnosticId::TooManyArrayElements:
       return tokens(firstInput() + 1, parts_.pathEnd);
     case DiagnosticId::OverLimit:
       return overLimit();
