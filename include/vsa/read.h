@@ -119,8 +119,9 @@ struct [[nodiscard]] ReadOutcome {
   std::vector<SkippedBuffer> skippedBuffers;
   /// The exception of the host's scene, source or callback, if `status` is HostException. If
   /// `status` is OutOfMemory, it is the std::bad_alloc that the library or the host threw. An
-  /// exception of a scene other than std::bad_alloc also causes a diagnostic, HostError. If the
-  /// scene throws while a statement is read, the range of this diagnostic is the statement.
+  /// exception that a scene throws while a text is read also causes a diagnostic, HostError. The
+  /// range of this diagnostic is the statement, or the statement of the link that is resolved.
+  /// While inputs are released, it is the end of the text.
   std::exception_ptr exception;
 
   /// Whether the whole text was read and its links were resolved.

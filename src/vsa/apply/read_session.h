@@ -150,6 +150,8 @@ class ReadSession {
     statement_ = place;
     if (++counts.links % LINKS_PER_POLL == 0) poll();
   }
+  /// Ends the last link of a table. Called before the inputs of the table are released.
+  void endLinks() noexcept { link_ = nullptr; }
 
   /// Counts the memory of a node. Called before the node is created. `nameBytes` is the size of its
   /// type and its name.

@@ -2,12 +2,14 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <memory>
 #include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 
+#include <vsa/host_scene.h>
 #include <vsa/read.h>
 #include "diagnostics/emitter.h"
 #include "tests/api/reading/api_read.h"
@@ -229,19 +231,90 @@ TEST(DiagnosticRange, IsTheIndexInAnArrayThatCannotGrow) {
   EXPECT_EQ(outcome.limit, vsa::Limit::Elements);
 }
 
+// What a host can do in a call, and the diagnostic that it causes.
+struct HostAct {
+  DiagnosticId id;
+  std::function<void()> act;
+};
+
+const HostAct HOST_ACTS[] = {
+    {HostError, [] { throw std::runtime_error("no moon"); }},
+    {HostError, [] { throw std::logic_error("no moon"); }},
+    {HostError, [] { throw 5; }},
+    {HostError, [] { throw "no moon"; }},
+    {HostMessage, [] { zn::logWarning("%s", "an odd moon"); }},
+};
+
+// Reads the text of `row` into a host's scene, which acts in the first call that begins with
+// `call`. Compares the diagnostic with the row.
+void expectRangeOfAct(const HostAct& host, std::string_view call, RangeRow row) {
+  HostScene scene;
+  bool hasActed = false;
+  scene.options.onCall = [&](const std::string& made) {
+    if (hasActed || !made.starts_with(call)) return;
+    hasActed = true;
+    host.act();
+  };
+  row.id = host.id;
+  if (host.id == HostMessage) row.inputPath = "";
+  expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
+}
+
 TEST(DiagnosticRange, IsTheStatementAtWhichAHostThrowsOrLogs) {
-  const std::function<void()> acts[] = {
-      [] { throw std::runtime_error("no moon"); }, [] { throw std::logic_error("no moon"); },
-      [] { throw 5; }, [] { throw "no moon"; }, [] { zn::logWarning("%s", "an odd moon"); }};
-  for (const auto& act : acts) {
-    HostScene scene;
-    scene.options.onCall = [&](const std::string& call) {
-      if (call.starts_with("createNode lamp moon")) act();
-    };
-    const bool throws = &act != &acts[4];
-    const RangeRow row{throws ? HostError : HostMessage, "lamp sun;\n«lamp moon;»\nlamp star;\n"};
-    expectRange(row, vsa::readTextInto(scene, Marked(row.marked).text));
+  for (const HostAct& host : HOST_ACTS) {
+    expectRangeOfAct(host, "createNode lamp moon",
+                     {HostError, "lamp sun;\n«lamp moon;»\nlamp star;\n"});
   }
+}
+
+TEST(DiagnosticRange, IsTheLinkAtWhichAHostThrowsOrLogs) {
+  for (const HostAct& host : HOST_ACTS) {
+    expectRangeOfAct(
+        host, "sun.up.connect",
+        {HostError, "lamp sun:\n «.up |= sun.out;»\n.at = sun;\nlamp star;\n", "sun.up"});
+    expectRangeOfAct(host, "sun.at.setNode",
+                     {HostError, "lamp sun;\n«sun.at = sun;»\nlamp star;\n", "sun.at"});
+  }
+}
+
+// Inputs are released when all links of their kind have been resolved. No statement of the text is
+// concerned.
+TEST(DiagnosticRange, IsTheEndOfTheTextIfAHostThrowsOrLogsWhileInputsAreReleased) {
+  for (const HostAct& host : HOST_ACTS) {
+    expectRangeOfAct(host, "sun.up.release",
+                     {HostError, "lamp sun:\n.up |= sun.out;\n.at = sun;\nlamp star;\n«»"});
+    expectRangeOfAct(host, "sun.at.release",
+                     {HostError, "lamp sun:\n.up |= sun.out;\n.at = sun;\nlamp star;\n«»"});
+  }
+}
+
+// A path() that throws, too, does not hide the exception that ended the reading.
+TEST(DiagnosticRange, IsTheLinkOfAnInputWhosePathThrows) {
+  class Input final : public vsa::HostInput {
+   public:
+    using vsa::HostInput::HostInput;
+    zn::String path() const override { throw std::logic_error("no path"); }
+    void connect(zn::korvo_sdk::interfaces::IOutput*) override {
+      throw std::logic_error("no moon");
+    }
+  };
+  class Node final : public vsa::HostNode {
+   public:
+    using vsa::HostNode::HostNode;
+    std::unique_ptr<vsa::HostInput> makeInput(vsa::HostInput* parent, std::string_view name,
+                                              std::uint64_t index, vsa::ValueType type) override {
+      return std::make_unique<Input>(*this, parent, name, index, type);
+    }
+  };
+  class Scene final : public vsa::HostScene {
+    std::unique_ptr<vsa::HostNode> makeNode(std::string_view type, std::string_view name) override {
+      return std::make_unique<Node>(*this, type, name);
+    }
+  } scene;
+  const RangeRow row{HostError, "lamp sun;\n«sun.up |= sun.out;»\nlamp star;\n"};
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, Marked(row.marked).text);
+  expectRange(row, outcome);
+  EXPECT_EQ(outcome.message, "no moon");
 }
 
 TEST(DiagnosticRange, IsTheOneMarkedInASource) {

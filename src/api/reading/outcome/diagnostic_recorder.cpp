@@ -55,8 +55,8 @@ std::uint64_t bytesOf(const Diagnostic& diagnostic) {
   return bytes;
 }
 
-// Returns the path of the input or array that is an argument of the message. Returns an empty string
-// if the message has no such argument.
+// Returns the path of the input or array that is an argument of the message. Returns an empty
+// string if the message has no such argument.
 std::string pathOf(const Record& record) {
   const String array = record.argument("array");
   return stringOf(array.isEmpty() ? record.argument("input") : array);
@@ -118,7 +118,7 @@ void DiagnosticRecorder::add(DiagnosticId id, Severity severity, bool endedReadi
     diagnostic.message = std::move(message);
     if (*argumentNames(id) != '\0') diagnostic.arguments.emplace_back(argument);
     diagnostic.limit = limit;
-    diagnostic.inputPath = statementPath();
+    diagnostic.inputPath = id == DiagnosticId::HostError ? pathOfException() : statementPath();
     locate(diagnostic);
     deliver(std::move(diagnostic));
   } else {
@@ -204,9 +204,18 @@ std::uint64_t DiagnosticRecorder::startOf(TextPlace tokenBefore) {
   return tokenBefore.line == 0 ? 0 : std::min(index_.offsetOf(tokenBefore) + 1, index_.end());
 }
 
+// Returns the start of the current statement, or of the statement whose link is being resolved.
+// While inputs are released, there is no such statement, and the function returns the end of the
+// text.
+std::uint64_t DiagnosticRecorder::startOfStatement() {
+  const ReadSession& session = *parser_.session;
+  const bool isReleasing = session.isResolving() && session.link() == nullptr;
+  return isReleasing ? index_.end() : startOf(session.statement());
+}
+
 void DiagnosticRecorder::locate(Diagnostic& diagnostic, const Record& record) {
   const ReadSession& session = *parser_.session;
-  const std::uint64_t start = startOf(session.statement());
+  const std::uint64_t start = startOfStatement();
   Problem problem{diagnostic, start, std::nullopt};
   if (record.offset != Record::UNKNOWN_OFFSET) {
     problem.character = static_cast<std::uint64_t>(record.offset);
@@ -236,9 +245,12 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic) {
     diagnostic.range = index_.rangeOf(mark, std::min(mark + 1, index_.end()));
     return;
   }
-  const std::uint64_t noticed = startOf({parser_.current.line, parser_.current.column});
-  const bool isAfter = diagnostic.id == DiagnosticId::UnexpectedEof;
-  const std::uint64_t start = isAfter ? noticed : startOf(parser_.session->statement());
+  const std::uint64_t last = startOf({parser_.current.line, parser_.current.column});
+  if (diagnostic.id == DiagnosticId::UnexpectedEof) {
+    return setRange(diagnostic, last, {diagnostic, last, std::nullopt});
+  }
+  const std::uint64_t start = startOfStatement();
+  const std::uint64_t noticed = parser_.session->isResolving() ? start : last;
   setRange(diagnostic, start, {diagnostic, noticed, std::nullopt});
 }
 
@@ -263,9 +275,25 @@ void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
 
 std::string DiagnosticRecorder::inputPathOf(const Record& record) const {
   if (std::string named = pathOf(record); !named.empty()) return named;
+  return currentPath();
+}
+
+// Returns the path of the input whose link is being resolved. If no link is being resolved, returns
+// the path of the statement.
+std::string DiagnosticRecorder::currentPath() const {
   const ReadSession* const session = parser_.session;
   if (session == nullptr || session->link() == nullptr) return statementPath();
   return stringOf(session->link()->path());
+}
+
+// Returns the path for a diagnostic about an exception of the host. If the host's path() throws,
+// too, the path is empty, and the first exception is reported.
+std::string DiagnosticRecorder::pathOfException() const {
+  try {
+    return currentPath();
+  } catch (...) {
+    return {};
+  }
 }
 
 std::string DiagnosticRecorder::withNodeName() const {

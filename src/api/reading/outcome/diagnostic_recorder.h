@@ -61,10 +61,13 @@ class DiagnosticRecorder {
   void count(Severity severity) noexcept;
   void checkLimit(bool endedReading);
   std::uint64_t startOf(zn::korvo_sdk::impl::TextPlace tokenBefore);
+  std::uint64_t startOfStatement();
   void locate(Diagnostic& diagnostic, const Record& record);
   void locate(Diagnostic& diagnostic);
   void setRange(Diagnostic& diagnostic, std::uint64_t start, const Problem& problem);
   std::string inputPathOf(const Record& record) const;
+  std::string currentPath() const;
+  std::string pathOfException() const;
   std::string withNodeName() const;
 
   const ReadOptions& options_;

@@ -1,5 +1,6 @@
 #include "api/reading/source_range/range_finder.h"
 
+#include <limits>
 #include <string>
 
 #include "api/reading/source_range/range_rules.h"
@@ -62,6 +63,14 @@ Found RangeRules::number(std::size_t list, const NumberField& field) const {
   return SourceRange{begin + field.begin, begin + field.end, field.index};
 }
 
+// Returns the statement up to the token at which the problem was detected. For a link, `noticed` is
+// the start of the statement, and the function returns the whole statement.
+Found RangeRules::statement() const {
+  const bool isWhole = problem_.noticed <= tokens_[0].begin;
+  return tokens(
+      0, tokens_.countUpTo(isWhole ? std::numeric_limits<std::uint64_t>::max() : problem_.noticed));
+}
+
 Found RangeRules::find() const {
   if (problem_.character) return invalidCharacter();
   if (tokens_.size() == 0) return std::nullopt;
@@ -117,7 +126,7 @@ Found RangeRules::find() const {
       return overLimit();
     case DiagnosticId::HostError:
     case DiagnosticId::HostMessage:
-      return tokens(0, tokens_.countUpTo(problem_.noticed));
+      return statement();
     default:
       return std::nullopt;
   }

@@ -31,8 +31,8 @@ struct Problem {
   /// The diagnostic. Its id, arguments, limit and input path are set.
   const Diagnostic& diagnostic;
   /// The offset after the token at which the parser detected the problem. This token is the one
-  /// that the parser consumed last, or the one that the grammar does not allow. For a problem of
-  /// the lexer: the offset after the invalid character.
+  /// that the parser consumed last, or the one that the grammar does not allow. It is the start of
+  /// the statement if the problem was detected while a link was resolved.
   std::uint64_t noticed;
   /// The offset of the invalid character. Only problems of the lexer have one.
   std::optional<std::uint64_t> character;

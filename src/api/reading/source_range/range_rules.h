@@ -44,6 +44,7 @@ class RangeRules {
   Found value() const { return tokens(parts_.value, parts_.valueEnd); }
   Found path() const { return tokens(0, parts_.pathEnd); }
   Found number(std::size_t list, const NumberField& field) const;
+  Found statement() const;
 
   Found invalidCharacter() const;
   Found numberWith(const StatementTokens::Item& invalid, std::uint64_t at) const;

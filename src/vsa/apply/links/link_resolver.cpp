@@ -76,6 +76,7 @@ void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve)
     begin(*entries[i]->key, entries[i]->value);
     resolve(*entries[i]->key, entries[i]->value, names_[i % NAMES]);
   }
+  if (session_ != nullptr) session_->endLinks();
   for (std::uint64_t i = 0; i < entries.size; ++i) {
     if (i + NAMES < entries.size) zn::detail::prefetch(entries[i + NAMES]->key);
     entries[i]->key->release();
