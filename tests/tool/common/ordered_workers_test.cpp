@@ -66,16 +66,43 @@ TEST_P(OrderedWorkersTest, AWorkerAtItsTurnFollowsAllEarlierResults) {
   std::size_t consumed = 0;  // the consumer does not change it while a worker has its turn
   workInOrder(
       ITEMS, GetParam(),
-      [&](std::size_t item, Turn& turn) {
-        turn.await();
-        return consumed == item;
-      },
+      [&](std::size_t item, Turn& turn) { return turn.await() && consumed == item; },
       [&](std::size_t, bool isInOrder) {
         EXPECT_TRUE(isInOrder);
         ++consumed;
         return true;
       });
   EXPECT_EQ(ITEMS, consumed);
+}
+
+// The last result is consumed when all other workers have taken later items. They await turns that
+// do not come.
+TEST_P(OrderedWorkersTest, NoWorkerHasItsTurnAfterTheEnd) {
+  constexpr std::size_t LAST = 3;
+  std::vector<std::size_t> turns;  // changed only by the worker that has its turn
+  std::atomic<std::size_t> taken = 0;
+  workInOrder(
+      ITEMS, GetParam(),
+      [&](std::size_t item, Turn& turn) {
+        ++taken;
+        while (item == LAST && taken < LAST + GetParam()) std::this_thread::yield();
+        if (turn.await()) turns.push_back(item);
+        return item;
+      },
+      [&](std::size_t item, std::size_t) { return item < LAST; });
+  EXPECT_EQ((std::vector<std::size_t>{0, 1, 2, 3}), turns);
+}
+
+TEST_P(OrderedWorkersTest, NoWorkerHasItsTurnAfterAnException) {
+  std::vector<std::size_t> turns;
+  const auto work = [&](std::size_t item, Turn& turn) {
+    if (item == 3) throw std::runtime_error("three");
+    if (turn.await()) turns.push_back(item);
+    return item;
+  };
+  EXPECT_THROW(workInOrder(ITEMS, GetParam(), work, [](std::size_t, std::size_t) { return true; }),
+               std::runtime_error);
+  EXPECT_EQ((std::vector<std::size_t>{0, 1, 2}), turns);
 }
 
 INSTANTIATE_TEST_SUITE_P(Threads, OrderedWorkersTest, testing::Values(1u, 2u, 5u));

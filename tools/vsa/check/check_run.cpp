@@ -131,11 +131,9 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   if (printer_.isFull() || isInterrupted()) return result;
   if (options_.isFixing) result.fixed = fix(item);
   CheckedText text(item.file);
-  const bool isTurnNeeded = options_.workers > 1;
   FileFindings findings(item.shownName, text, *item.levels, *format_, known_.of(item.shownName),
                         [&](const std::vector<RenderedFinding>& rendered) {
-                          if (isTurnNeeded) turn.await();
-                          printer_.print(rendered);
+                          if (turn.await()) printer_.print(rendered);
                         });
   if (!options_.newBaseline.empty()) findings.recordFound();
   FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly || format_->isLog(),

@@ -14,12 +14,14 @@
 
 namespace vsa_tools {
 
-/// The turn of a worker. await() waits until the results of all earlier items are consumed, or the
-/// work is ended early. If the result of a worker is too large to be kept, the worker awaits its
+/// The turn of a worker. If the result of a worker is too large to be kept, the worker awaits its
 /// turn and writes the result itself.
 class Turn {
  public:
-  virtual void await() = 0;
+  /// Waits until the results of all earlier items are consumed, and returns true. Returns false if
+  /// the work has ended before that. The result of the worker will not be consumed then, and the
+  /// worker must not write it, because other workers are not waiting any more either.
+  [[nodiscard]] virtual bool await() = 0;
 
  protected:
   ~Turn() = default;
@@ -78,9 +80,10 @@ class OrderedWork {
   class WorkerTurn final : public Turn {
    public:
     WorkerTurn(OrderedWork& work, std::size_t item) : work_(work), item_(item) {}
-    void await() override {
+    bool await() override {
       std::unique_lock lock(work_.mutex_);
       work_.waitUntil(lock, [&] { return work_.isStopped_ || work_.consumed_ == item_; });
+      return !work_.isStopped_;
     }
 
    private:
@@ -157,7 +160,7 @@ inline constexpr std::size_t MAX_WAITING_RESULTS = 16;
 template <class Work, class Consume>
 void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
   struct NoTurn final : Turn {
-    void await() override {}
+    bool await() override { return true; }
   };
   if (workers <= 1 || count <= 1) {
     NoTurn turn;
