@@ -47,6 +47,17 @@ TEST_F(InterruptTest, CheckPrintsNoFileAfterTheInterruptedOne) {
   EXPECT_EQ(said.find(".vsa:"), said.npos) << said.substr(0, 1000);
 }
 
+// Ctrl-C ends the reading of the file at different places. A fixed text is longer than the old one.
+TEST_F(InterruptTest, CheckDoesNotReplaceAFileByItsFirstPart) {
+  constexpr std::size_t COMMENT_BYTES = 20'000'000;
+  write("whole.vsa", "lamp a: .k = 1e-05;\n# " + std::string(COMMENT_BYTES, 'x'));
+  EXPECT_EQ(statusOf("for i in 1 2 3; do cp whole.vsa a.vsa; "
+                     "env --default-signal=INT " VSA_COMMAND " check --fix a.vsa >stdout.txt & "
+                     "vsa=$!; sleep 0.0$i; kill -INT $vsa; wait $vsa; "
+                     "test $(stat -c %s a.vsa) -ge $(stat -c %s whole.vsa) || exit 99; done"),
+            0);
+}
+
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {
   write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n.m = 1;\n");
   EXPECT_EQ(statusOf(interrupted("dump -", "test $i -gt 10")), 130);

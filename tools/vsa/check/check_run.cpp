@@ -187,6 +187,7 @@ std::uint64_t CheckRun::fix(const Item& item) {
     FileCheck(text, checkOptions, item.levels->rules(), consumer).run();
     const EditedText edited = withEdits(text.text(), edits);
     if (edited.fixed == 0 || edited.text == text.text()) break;
+    if (isInterrupted()) break;  // the text may be only the first part of the file
     const std::size_t markBytes = text.bytes().size() - text.text().size();
     replaceFile(item.file, std::string(text.bytes().substr(0, markBytes)).append(edited.text));
     fixed += edited.fixed;
