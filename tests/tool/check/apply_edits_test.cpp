@@ -36,6 +36,26 @@ TEST(ApplyEdits, AFindingThatOverlapsAnEarlierOneIsLeftOut) {
   EXPECT_EQ("Xab", withEdits("ab", {{{0, 0, "X"}}, {{0, 0, "Y"}}}).text);
 }
 
+TEST(ApplyEdits, AFindingOverlapsWhatIsBeforeOrAfterIt) {
+  const std::vector<std::vector<TextEdit>> taken{{{2, 5, "X"}}, {{7, 7, "Y"}}};
+  struct Row {
+    TextEdit edit;
+    std::string_view expected;
+  };
+  const Row rows[] = {
+      {{0, 2, ""}, "XfgYhi"},     {{0, 3, ""}, "abXfgYhi"},  {{3, 4, ""}, "abXfgYhi"},
+      {{4, 6, ""}, "abXfgYhi"},   {{5, 6, ""}, "abXgYhi"},   {{1, 6, ""}, "abXfgYhi"},
+      {{6, 8, ""}, "abXfgYhi"},   {{6, 7, ""}, "abXfYhi"},   {{7, 8, ""}, "abXfgYhi"},
+      {{5, 5, "-"}, "abX-fgYhi"}, {{8, 9, "-"}, "abXfgYh-"},
+  };
+  for (const Row& row : rows) {
+    std::vector<std::vector<TextEdit>> findings = taken;
+    findings.push_back({row.edit});
+    EXPECT_EQ(row.expected, withEdits("abcdefghi", findings).text)
+        << row.edit.begin << ' ' << row.edit.end;
+  }
+}
+
 TEST(ApplyEdits, EditsOutsideOfTheTextAreLeftOut) {
   EXPECT_EQ("ab", withEdits("ab", {{{2, 3, "X"}}, {{2, 1, "X"}}, {}}).text);
   EXPECT_EQ(0u, withEdits("ab", {{{2, 3, "X"}}}).fixed);

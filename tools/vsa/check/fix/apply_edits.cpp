@@ -8,6 +8,8 @@
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
+#include <iterator>
+#include <map>
 #include <stdexcept>
 
 namespace vsa_tools {
@@ -24,13 +26,15 @@ bool overlaps(const TextEdit& a, const TextEdit& b) {
   return (a.begin < b.end && b.begin < a.end) || a.begin == b.begin;
 }
 
-bool isFree(const std::vector<TextEdit>& edits, const std::vector<TextEdit>& taken,
-            std::string_view text) {
-  return std::all_of(edits.begin(), edits.end(), [&](const TextEdit& edit) {
-    return isInside(edit, text) &&
-           std::none_of(taken.begin(), taken.end(),
-                        [&](const TextEdit& other) { return overlaps(edit, other); });
-  });
+/// Edits that do not overlap, by the place where they begin.
+using DisjointEdits = std::multimap<std::uint64_t, const TextEdit&>;
+
+// Returns whether an edit overlaps none of the taken edits. Only the edit before it and the one
+// after it can overlap it.
+bool isFree(const TextEdit& edit, const DisjointEdits& taken) {
+  const auto after = taken.lower_bound(edit.begin);
+  if (after != taken.end() && overlaps(edit, after->second)) return false;
+  return after == taken.begin() || !overlaps(edit, std::prev(after)->second);
 }
 
 [[noreturn]] void throwError(const std::string& path) {
@@ -81,17 +85,18 @@ class Replacement {
 
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings) {
   EditedText edited;
-  std::vector<TextEdit> taken;
+  DisjointEdits taken;
   for (const std::vector<TextEdit>& edits : findings) {
-    if (edits.empty() || !isFree(edits, taken, text)) continue;
-    taken.insert(taken.end(), edits.begin(), edits.end());
+    const bool isApplied = !edits.empty() && std::ranges::all_of(edits, [&](const TextEdit& edit) {
+      return isInside(edit, text) && isFree(edit, taken);
+    });
+    if (!isApplied) continue;
+    for (const TextEdit& edit : edits) taken.emplace(edit.begin, edit);
     ++edited.fixed;
   }
-  std::sort(taken.begin(), taken.end(),
-            [](const TextEdit& a, const TextEdit& b) { return a.begin < b.begin; });
   std::uint64_t at = 0;
-  for (const TextEdit& edit : taken) {
-    edited.text.append(text, at, edit.begin - at);
+  for (const auto& [begin, edit] : taken) {
+    edited.text.append(text, at, begin - at);
     edited.text += edit.text;
     at = edit.end;
   }
