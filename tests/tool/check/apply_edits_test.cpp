@@ -5,7 +5,6 @@
 #include <sys/stat.h>
 
 #include <filesystem>
-#include <stdexcept>
 #include <string>
 
 #include "tests/tool/command_fixture.h"
@@ -66,7 +65,7 @@ TEST_F(ReplaceFileTest, TheFileKeepsItsPermissionsAndItsLinks) {
   const std::string path = (folder_ / "a.vsa").string(), link = (folder_ / "link.vsa").string();
   ::chmod(path.c_str(), 0640);
   std::filesystem::create_symlink("a.vsa", link);
-  replaceFile(link, "new");
+  EXPECT_EQ("", replaceFile(link, "new"));
   EXPECT_EQ("new", content("a.vsa"));
   EXPECT_TRUE(std::filesystem::is_symlink(link));
   struct stat status {};
@@ -74,10 +73,29 @@ TEST_F(ReplaceFileTest, TheFileKeepsItsPermissionsAndItsLinks) {
   EXPECT_EQ(0640u, status.st_mode & 07777u);
 }
 
+// Only the superuser can give a file to another owner.
+TEST_F(ReplaceFileTest, TheFileKeepsItsOwner) {
+  write("a.vsa", "old");
+  const std::string path = (folder_ / "a.vsa").string();
+  const uid_t owner = ::geteuid() == 0 ? 1234 : ::geteuid();
+  ASSERT_EQ(0, ::chown(path.c_str(), owner, static_cast<gid_t>(-1)));
+  EXPECT_EQ("", replaceFile(path, "new"));
+  EXPECT_EQ("new", content("a.vsa"));
+  struct stat status {};
+  ASSERT_EQ(0, ::stat(path.c_str(), &status));
+  EXPECT_EQ(owner, status.st_uid);
+}
+
+TEST_F(ReplaceFileTest, ANameMayHaveAllBytesThatTheSystemAllows) {
+  const std::string name = write(std::string(251, 'n').append(".vsa"), "old");
+  EXPECT_EQ("", replaceFile((folder_ / name).string(), "new"));
+  EXPECT_EQ("new", content(name));
+}
+
 TEST_F(ReplaceFileTest, AFailureLeavesNothingBehind) {
-  EXPECT_THROW(replaceFile((folder_ / "missing").string(), "new"), std::runtime_error);
+  EXPECT_EQ("No such file or directory", replaceFile((folder_ / "missing").string(), "new"));
   std::filesystem::create_directory(folder_ / "folder");
-  EXPECT_THROW(replaceFile((folder_ / "folder").string(), "new"), std::runtime_error);
+  EXPECT_EQ("not a regular file", replaceFile((folder_ / "folder").string(), "new"));
   std::size_t entries = 0;
   for ([[maybe_unused]] const auto& entry : std::filesystem::directory_iterator(folder_)) ++entries;
   EXPECT_EQ(1u, entries);
@@ -86,6 +104,23 @@ TEST_F(ReplaceFileTest, AFailureLeavesNothingBehind) {
 TEST_F(ReplaceFileTest, StandardInputCannotBeFixed) {
   EXPECT_EQ(2, vsa("check --fix - </dev/null").status);
   EXPECT_EQ("vsa: --fix cannot change standard input\n", content("stderr.txt"));
+}
+
+// The second file is a pipe, which cannot be replaced.
+TEST_F(ReplaceFileTest, TheFilesAfterOneThatCannotBeReplacedAreFixed) {
+  write("a.vsa", "lamp a: .k = 1e-05;\n");
+  write("c.vsa", "lamp c: .k = 1e-05;\n");
+  EXPECT_EQ(
+      2,
+      statusOf("cat a.vsa | " VSA_COMMAND
+               " check --ignore empty-file --fix a.vsa /dev/stdin c.vsa >stdout.txt 2>stderr.txt"));
+  EXPECT_EQ("", content("stderr.txt"));
+  EXPECT_EQ(
+      "/dev/stdin: error: cannot be changed: not a regular file [unreadable-file]\n"
+      "3 files checked: 1 error, 0 warnings in 1 file; 2 fixed\n",
+      content("stdout.txt"));
+  EXPECT_EQ("lamp a: .k = 1.0e-05;\n", content("a.vsa"));
+  EXPECT_EQ("lamp c: .k = 1.0e-05;\n", content("c.vsa"));
 }
 
 TEST_F(ReplaceFileTest, AFileWithoutSafeHintsStaysAsItIs) {

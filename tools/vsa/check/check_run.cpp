@@ -116,9 +116,7 @@ std::vector<CheckRun::Item> CheckRun::items(const FileList& list) {
 void CheckRun::printProblems(const FileList& list) {
   const CheckedText none("");
   for (const FileListProblem& problem : list.problems) {
-    Finding finding;
-    finding.id = UNREADABLE_FILE;
-    finding.message = problem.text;
+    const Finding finding = unreadable(problem.text);
     printer_.print({{finding.level, format_->render(finding, {problem.name, none, {}})}});
     ++totals_.unreadable;
     ++totals_.files;
@@ -129,13 +127,15 @@ void CheckRun::printProblems(const FileList& list) {
 FileResult CheckRun::check(const Item& item, Turn& turn) {
   FileResult result;
   if (printer_.isFull() || isInterrupted()) return result;
-  if (options_.isFixing) result.fixed = fix(item);
+  const FixOutcome fixing = options_.isFixing ? fix(item) : FixOutcome();
+  result.fixed = fixing.fixed;
   CheckedText text(item.file);
   FileFindings findings(item.shownName, text, *item.levels, *format_, known_.of(item.shownName),
                         [&](const std::vector<RenderedFinding>& rendered) {
                           if (turn.await()) printer_.print(rendered);
                         });
   if (!options_.newBaseline.empty()) findings.recordFound();
+  if (!fixing.problem.empty()) findings.add(unreadable("cannot be changed: " + fixing.problem), 0);
   FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly || format_->isLog(),
                                 format_->isLog(), types_};
   if (totals_.files == 1) {
@@ -166,11 +166,10 @@ FileResult CheckRun::check(const Item& item, Turn& turn) {
   return result;
 }
 
-// Applies the edits of findings in rounds, until no edit changes the text, Ctrl-C is pressed or
-// MAX_FIX_ROUNDS is reached. Leaves a file unchanged if its text is not kept or cannot be read.
-// Returns the number of findings whose edits were applied.
-std::uint64_t CheckRun::fix(const Item& item) {
-  std::uint64_t fixed = 0;
+// Applies the edits of findings in rounds, until no finding has edits or the file cannot be
+// replaced.
+FixOutcome CheckRun::fix(const Item& item) {
+  FixOutcome outcome;
   for (int round = 0; round < MAX_FIX_ROUNDS && !isInterrupted(); ++round) {
     CheckedText text(item.file);
     // After an error or Ctrl-C, the text is only a part of the file.
@@ -189,10 +188,12 @@ std::uint64_t CheckRun::fix(const Item& item) {
     if (edited.fixed == 0 || edited.text == text.text()) break;
     if (isInterrupted()) break;  // the text may be only the first part of the file
     const std::size_t markBytes = text.bytes().size() - text.text().size();
-    replaceFile(item.file, std::string(text.bytes().substr(0, markBytes)).append(edited.text));
-    fixed += edited.fixed;
+    outcome.problem =
+        replaceFile(item.file, std::string(text.bytes().substr(0, markBytes)).append(edited.text));
+    if (!outcome.problem.empty()) break;
+    outcome.fixed += edited.fixed;
   }
-  return fixed;
+  return outcome;
 }
 
 void CheckRun::add(const Item& item, const FileResult& result) {

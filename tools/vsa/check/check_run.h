@@ -34,6 +34,12 @@ struct FileResult {
   KnownFindings found;  ///< The findings for a new baseline.
 };
 
+/// What --fix did to one file.
+struct FixOutcome {
+  std::uint64_t fixed = 0;  ///< The number of findings whose edits are in the file.
+  std::string problem;      ///< Why the file cannot be replaced. Empty if it can.
+};
+
 class CheckRun {
  public:
   explicit CheckRun(const CheckOptions& options);
@@ -52,7 +58,7 @@ class CheckRun {
 
   std::vector<Item> items(const FileList& list);
   FileResult check(const Item& item, Turn& turn);
-  std::uint64_t fix(const Item& item);
+  FixOutcome fix(const Item& item);
   void add(const Item& item, const FileResult& result);
   void printProblems(const FileList& list);
   std::string summary() const;

@@ -24,13 +24,6 @@ constexpr std::size_t HEAD_BYTES = 16;
 // The maximum size in bytes of the diagnostics that are kept for the rules.
 constexpr std::uint64_t KEPT_DIAGNOSTIC_BYTES = std::uint64_t{4} << 20;
 
-Finding unreadable(const std::string& problem) {
-  Finding finding;
-  finding.id = UNREADABLE_FILE;
-  finding.message = problem;
-  return finding;
-}
-
 // Returns a hash that identifies a diagnostic of the reader. Two diagnostics with the same id,
 // place and message are the same finding.
 std::uint64_t keyOf(const vsa::Diagnostic& found) {

@@ -1,6 +1,7 @@
 #include "tools/vsa/check/kinds.h"
 
 #include <algorithm>
+#include <utility>
 #include <vector>
 
 #include <vsa/diagnostics/diagnostic_table.h>
@@ -35,6 +36,13 @@ std::vector<FindingKind> makeKinds() {
 }
 
 }  // namespace
+
+Finding unreadable(std::string message) {
+  Finding finding;
+  finding.id = UNREADABLE_FILE;
+  finding.message = std::move(message);
+  return finding;
+}
 
 std::span<const FindingKind> allKinds() {
   static const std::vector<FindingKind> KINDS = makeKinds();

@@ -16,9 +16,11 @@ struct FindingKind {
   const char* page;   ///< The documentation page that has a heading for this id.
 };
 
-// The id of the finding for a file that cannot be opened or cannot be read to its end, and for an
-// argument that names no file.
+// The id of the finding for a file that cannot be opened, read to its end, or changed by --fix.
 inline constexpr char UNREADABLE_FILE[] = "unreadable-file";
+
+/// Returns the finding UNREADABLE_FILE with this message.
+Finding unreadable(std::string message);
 
 /// Returns all kinds: the reader's diagnostics, the problems of files, and the rules.
 std::span<const FindingKind> allKinds();

@@ -1,16 +1,16 @@
 #include "tools/vsa/check/fix/apply_edits.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <iterator>
 #include <map>
-#include <stdexcept>
+#include <system_error>
+
+#include <vsa/file_replacement.h>
 
 namespace vsa_tools {
 
@@ -37,50 +37,6 @@ bool isFree(const TextEdit& edit, const DisjointEdits& taken) {
   return after == taken.begin() || !overlaps(edit, std::prev(after)->second);
 }
 
-[[noreturn]] void throwError(const std::string& path) {
-  throw std::runtime_error(path + ": " + std::strerror(errno));
-}
-
-void writeAll(int descriptor, std::string_view bytes, const std::string& path) {
-  while (!bytes.empty()) {
-    const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-    if (count < 0 && errno != EINTR) throwError(path);
-    bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-  }
-}
-
-/// A new file that is to replace another file in its folder. The destructor removes the new file
-/// unless it has replaced the other one.
-class Replacement {
- public:
-  explicit Replacement(const std::string& path) : path_(path), name_(path + ".XXXXXX") {
-    descriptor_ = ::mkstemp(name_.data());
-    if (descriptor_ < 0) throwError(path);
-  }
-  ~Replacement() {
-    if (descriptor_ >= 0) ::close(descriptor_);
-    if (!isDone_) ::unlink(name_.c_str());
-  }
-  Replacement(const Replacement&) = delete;
-  Replacement& operator=(const Replacement&) = delete;
-
-  void replace(std::string_view bytes) {
-    struct stat status {};
-    if (::stat(path_.c_str(), &status) != 0) throwError(path_);
-    if (::access(path_.c_str(), W_OK) != 0) throwError(path_);
-    writeAll(descriptor_, bytes, path_);
-    if (::fchmod(descriptor_, status.st_mode & 07777) != 0) throwError(path_);
-    if (::fsync(descriptor_) != 0) throwError(path_);
-    if (::rename(name_.c_str(), path_.c_str()) != 0) throwError(path_);
-    isDone_ = true;
-  }
-
- private:
-  std::string path_, name_;
-  int descriptor_ = -1;
-  bool isDone_ = false;
-};
-
 }  // namespace
 
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings) {
@@ -104,11 +60,15 @@ EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEd
   return edited;
 }
 
-void replaceFile(const std::string& path, std::string_view bytes) {
+std::string replaceFile(const std::string& path, std::string_view bytes) {
   std::error_code error;
-  const std::filesystem::path target = std::filesystem::canonical(path, error);
-  if (error) throw std::runtime_error(path + ": " + error.message());
-  Replacement(target.native()).replace(bytes);
+  const bool isRegular = std::filesystem::is_regular_file(path, error);
+  if (error) return error.message();
+  if (!isRegular) return "not a regular file";
+  if (::access(path.c_str(), W_OK) != 0) return std::strerror(errno);
+  vsa::FileReplacement file;
+  if (file.open(path) && file.write(bytes) && file.replace()) return {};
+  return file.error();
 }
 
 }  // namespace vsa_tools

@@ -20,10 +20,9 @@ struct EditedText {
 /// text.
 EditedText withEdits(std::string_view text, const std::vector<std::vector<TextEdit>>& findings);
 
-/// Replaces the file `path` by a new file with these bytes. The new file is written in the same
-/// folder with the same permissions, and replaces the old file when it is complete. If `path` is a
-/// symbolic link, the link remains and its target is replaced. Throws std::runtime_error on
-/// failure, and if the old file is not writable. The old file then remains.
-void replaceFile(const std::string& path, std::string_view bytes);
+/// Replaces the file `path` by a new file with these bytes, as vsa::FileReplacement does. Only a
+/// regular file is replaced that this process may write. Returns the reason of a failure, and an
+/// empty text if there is none.
+std::string replaceFile(const std::string& path, std::string_view bytes);
 
 }  // namespace vsa_tools
