@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <nlohmann/json.hpp>
 #include <string>
 
 #include "tests/tool/command_fixture.h"
@@ -124,6 +125,13 @@ TEST_F(SelectionTest, ABaselineHidesWhatItKnows) {
   EXPECT_EQ("vsa: wrong.json: this is no baseline of vsa check\n",
             vsa("check --baseline wrong.json a.vsa").err);
   EXPECT_EQ(2, vsa("check --ignore assigned-twice --write-baseline /dev/full a.vsa").status);
+}
+
+TEST_F(SelectionTest, TheOutputIsCompleteIfTheBaselineCannotBeWritten) {
+  const CommandOutcome run = vsa("check -q --format sarif --write-baseline none/known.json a.vsa");
+  EXPECT_EQ(2, run.status);
+  EXPECT_TRUE(nlohmann::json::accept(run.out)) << run.out;
+  EXPECT_EQ("vsa: cannot write beside none/known.json: No such file or directory\n", run.err);
 }
 
 TEST_F(SelectionTest, TypesAreReadFromAFile) {

@@ -47,6 +47,14 @@ TEST_F(InterruptTest, CheckPrintsNoFileAfterTheInterruptedOne) {
   EXPECT_EQ(said.find(".vsa:"), said.npos) << said.substr(0, 1000);
 }
 
+TEST_F(InterruptTest, CheckKeepsTheOldBaseline) {
+  write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
+  write("known.json", "old");
+  EXPECT_EQ(statusOf(interrupted("check --write-baseline known.json - a.vsa", "test $i -gt 10")),
+            130);
+  EXPECT_EQ(content("known.json"), "old");
+}
+
 // Ctrl-C ends the reading of the file at different places. A fixed text is longer than the old one.
 TEST_F(InterruptTest, CheckDoesNotReplaceAFileByItsFirstPart) {
   constexpr std::size_t COMMENT_BYTES = 20'000'000;

@@ -95,9 +95,10 @@ int CheckRun::run() {
         return !printer_.isFull() && !isInterrupted();
       });
   totals_.isEndedEarly = printer_.isFull();
-  if (!options_.newBaseline.empty()) found_.write(options_.newBaseline);
   const bool isWritten = printer_.end(totals_, options_.isQuiet ? "" : summary());
   if (!isWritten) printError(std::string("cannot write: ") + std::strerror(errno));
+  // After Ctrl-C, the findings of some files are missing.
+  if (!options_.newBaseline.empty() && !isInterrupted()) found_.write(options_.newBaseline);
   return exitStatus(isWritten);
 }
 

@@ -6,6 +6,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include <vsa/file_replacement.h>
 #include "tools/scene_text/printable_text.h"
 
 namespace vsa_tools {
@@ -51,10 +52,10 @@ void Baseline::write(const std::string& path) const {
     }
   }
   const Json json{{"version", 1}, {"findings", std::move(findings)}};
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << json.dump(1) << '\n';
-  out.close();
-  if (!out) throw std::runtime_error(path + ": " + std::strerror(errno));
+  vsa::FileReplacement file;
+  if (!file.open(path) || !file.write(json.dump(1) + '\n') || !file.replace()) {
+    throw std::runtime_error(file.error());
+  }
 }
 
 KnownFindings Baseline::of(const std::string& file) const {

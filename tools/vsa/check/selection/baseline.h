@@ -20,7 +20,8 @@ class Baseline {
  public:
   /// Reads a baseline file. Throws std::runtime_error if it cannot be read or is no baseline.
   static Baseline read(const std::string& path);
-  /// Writes a baseline file. Throws std::runtime_error if that fails.
+  /// Writes a baseline file, or replaces an old one. If that fails, leaves the old one unchanged
+  /// and throws std::runtime_error.
   void write(const std::string& path) const;
 
   /// Returns the known findings of a file. The caller removes a finding from them when it occurs
