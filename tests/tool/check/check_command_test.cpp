@@ -100,6 +100,19 @@ TEST_F(CheckCommandTest, FoldersAndListsAreCheckedInOrderWhateverTheNumberOfWork
             std::count(listed.begin(), listed.end(), '\n'));
 }
 
+// This test limits the address space, which has no room for the stacks of 1024 threads. Sanitizers
+// need more than that limit.
+#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
+TEST_F(CheckCommandTest, FewFilesNeedFewThreads) {
+  write("a.vsa", WARNING);
+  write("b.vsa", WARNING);
+  const std::string expected = vsa("check a.vsa b.vsa").out;
+  EXPECT_EQ(0,
+            statusOf("ulimit -v 2000000 && " VSA_COMMAND " check -j 1024 a.vsa b.vsa >stdout.txt"));
+  EXPECT_EQ(expected, content("stdout.txt"));
+}
+#endif
+
 TEST_F(CheckCommandTest, StandardInputHasAName) {
   write("a.vsa", "\xEF\xBB\xBFlamp a: .k = 1; .k = 2.5;\n");
   EXPECT_TRUE(vsa("check - <a.vsa").out.starts_with("<stdin>:1:22: warning: "))

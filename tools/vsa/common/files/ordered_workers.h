@@ -2,11 +2,13 @@
 // items.
 #pragma once
 
+#include <algorithm>
 #include <condition_variable>
 #include <cstddef>
 #include <exception>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <type_traits>
 #include <utility>
@@ -55,15 +57,7 @@ class OrderedWork {
     }
   }
 
-  /// Ends the work: no worker takes another item or waits for its turn.
-  void stop() {
-    const std::lock_guard lock(mutex_);
-    isStopped_ = true;
-    advanced_.notify_all();
-  }
-
-  /// Throws what the work on an item or the consumer has thrown, if the work ended for that reason.
-  /// The threads must have ended.
+  /// Throws what the work on an item or the consumer has thrown. The threads must have ended.
   void throwError() const {
     if (error_) std::rethrow_exception(error_);
   }
@@ -137,7 +131,7 @@ class OrderedWork {
   const Work& work_;
   const Consume& consume_;
   std::mutex mutex_;
-  std::condition_variable advanced_;  // notifies waiting workers of consumed results and of stop()
+  std::condition_variable advanced_;  // notifies waiting workers of consumed results and of the end
   std::size_t waitingWorkers_ = 0;
   std::size_t count_;
   std::size_t next_ = 0, consumed_ = 0;
@@ -153,30 +147,31 @@ class OrderedWork {
 inline constexpr std::size_t MAX_WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` on `workers` threads for the items from 0 (inclusive) to `count`
-/// (exclusive). The calling thread is one of these threads, and the only one for a single worker or
-/// item. Calls `consume(item, result)` for the results in their order, one at a time, on any of the
-/// threads. Ends early if `consume` returns false. If `work` or `consume` throws an exception,
-/// throws it after the threads have ended.
+/// (exclusive), or on fewer threads if there are fewer items or if the system starts no more. The
+/// calling thread is one of these threads. Calls `consume(item, result)` for the results in their
+/// order, one at a time, on any of the threads. Ends early if `consume` returns false. If `work` or
+/// `consume` throws an exception, throws it after the threads have ended.
 template <class Work, class Consume>
 void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
   struct NoTurn final : Turn {
     bool await() override { return true; }
   };
-  if (workers <= 1 || count <= 1) {
+  const std::size_t wanted = std::min<std::size_t>(workers, count);
+  if (wanted <= 1) {
     NoTurn turn;
     for (std::size_t i = 0; i < count; ++i) {
       if (!consume(i, work(i, turn))) return;
     }
     return;
   }
-  OrderedWork shared(count, std::size_t{workers} * MAX_WAITING_RESULTS, work, consume);
+  OrderedWork shared(count, wanted * WAITING_RESULTS, work, consume);
   {
     std::vector<std::jthread> threads;
+    threads.reserve(wanted - 1);
     try {
-      for (unsigned i = 1; i < workers; ++i) threads.emplace_back([&] { shared.process(); });
-    } catch (...) {
-      shared.stop();
-      throw;
+      while (threads.size() < wanted - 1) threads.emplace_back([&] { shared.process(); });
+    } catch (const std::system_error&) {
+      // The threads that have started do the work.
     }
     shared.process();
   }
