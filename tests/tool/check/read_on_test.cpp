@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <filesystem>
 #include <random>
 #include <sstream>
 #include <string>
@@ -11,6 +13,7 @@
 
 #include <vsa/read.h>
 #include "tests/tool/command_fixture.h"
+#include "tools/vsa/check/file_check.h"
 
 namespace vsa_tests {
 
@@ -129,21 +132,27 @@ TEST_F(ReadOnTest, OneToTwentyMistakesAreEachReportedOnce) {
   }
 }
 
-// After these mistakes, the text is read several times as a whole. Each of these readings reports
-// the last mistake.
-TEST_F(ReadOnTest, AMistakeThatSeveralReadingsReportIsReportedOnce) {
-  const char* const texts[] = {
-      "thing good;\n.x[] = 1;\n:\ngood.x = byte[2] {1}; ){\ngood.y = 1;\nlamp a {\n",
-      "thing good;\n.x: 3;\na.b |= \ngood.x3 = vec3(1 2 3; good.x = byte[2] {1};}\n",
-      "thing good: .x = 1e-05;\n.y = byte[2] {1}; .x: 3; remove good; :\n)\n}\n",
+// Returns the hints of the findings after the place where the reader stops. At first, at most
+// `maxKept` bytes of the text are in memory.
+std::vector<std::string> hintsAfterStop(const std::filesystem::path& path, std::uint64_t maxKept) {
+  vsa_tools::CheckedText text(path, maxKept);
+  const vsa_tools::ReadArguments reading;
+  const vsa_tools::RuleSet rules([](const vsa_tools::Rule&) { return true; });
+  const vsa_tools::FileCheckOptions options{reading};
+  std::vector<std::string> hints;
+  const vsa_tools::FileCheck::Consumer consumer = [&](vsa_tools::Finding&& finding) {
+    if (finding.isAfterStop) hints.push_back(finding.hint);
+    return true;
   };
-  for (const char* text : texts) {
-    write("a.vsa", text);
-    const std::string out = vsa("check -q --ignore all --error reader --format line a.vsa").out;
-    const std::size_t first = out.find("[too-few-elements]");
-    EXPECT_NE(first, std::string::npos) << text << out;
-    EXPECT_EQ(first, out.rfind("[too-few-elements]")) << text << out;
-  }
+  vsa_tools::FileCheck(text, options, rules, consumer).run();
+  return hints;
+}
+
+TEST_F(ReadOnTest, ALargeTextHasHintsAfterTheStop) {
+  write("a.vsa", "lamp a:\n.x = 1e-05;\n.y = 2\n.z = 3;\n");
+  EXPECT_EQ(hintsAfterStop(folder_ / "a.vsa", 1000),
+            std::vector<std::string>{"end the statement with `;`"});
+  EXPECT_EQ(hintsAfterStop(folder_ / "a.vsa", 10), hintsAfterStop(folder_ / "a.vsa", 1000));
 }
 
 TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {

@@ -90,6 +90,8 @@ void FileCheck::read() {
 
 void FileCheck::readOnAfter(const vsa::Diagnostic& stop) {
   stopLine_ = stop.range.begin.line;
+  // The text may not have been in memory before, and then moved when it was read into memory.
+  hints_.emplace(text_.text(), options_.types);
   std::sort(seen_.begin(), seen_.end());
   // readOn() may read the text several times. Each time, it may report a diagnostic again.
   std::set<std::uint64_t> reported;
@@ -141,7 +143,7 @@ vsa::ReadOptions FileCheck::readOptions() const {
 Finding FileCheck::findingOf(const vsa::Diagnostic& diagnostic) {
   Finding finding = vsa_tools::findingOf(diagnostic, options_.reading);
   followUps_.add(diagnostic);
-  if (text_.isKept() && !options_.isReaderOnly) hints_.addTo(diagnostic, finding);
+  if (text_.isKept() && !options_.isReaderOnly) hints_->addTo(diagnostic, finding);
   return finding;
 }
 

@@ -5,8 +5,10 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <vsa/types.h>
@@ -48,7 +50,7 @@ class FileCheck {
         options_(options),
         rules_(rules),
         consumer_(consumer),
-        hints_(text.text(), options.types) {}
+        hints_(std::in_place, text.text(), options.types) {}
 
   /// Passes the findings to the consumer until it needs no more. First are the reader's diagnostics
   /// in the order of its log. Next are the findings after the place where the reader stops. The
@@ -74,7 +76,7 @@ class FileCheck {
   const FileCheckOptions& options_;
   const RuleSet& rules_;
   const Consumer& consumer_;
-  Hints hints_;
+  std::optional<Hints> hints_;  // always set
   std::uint64_t stopLine_ = 0;
   FollowUps followUps_;
   std::vector<std::uint64_t> seen_;  // the keys of the findings of the reader
