@@ -104,6 +104,13 @@ TEST_F(ReplaceFileTest, AFailureLeavesNothingBehind) {
 TEST_F(ReplaceFileTest, StandardInputCannotBeFixed) {
   EXPECT_EQ(2, vsa("check --fix - </dev/null").status);
   EXPECT_EQ("vsa: --fix cannot change standard input\n", content("stderr.txt"));
+  write("a.vsa", "lamp a: .k = 1e-05;\n");
+  write("list", "a.vsa\n-\n");
+  const CommandOutcome run = vsa("check --fix @list <a.vsa");
+  EXPECT_EQ(2, run.status);
+  EXPECT_EQ("", run.out);
+  EXPECT_EQ("vsa: --fix cannot change standard input\n", run.err);
+  EXPECT_EQ("lamp a: .k = 1e-05;\n", content("a.vsa"));
 }
 
 // The second file is a pipe, which cannot be replaced.

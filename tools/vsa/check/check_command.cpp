@@ -1,8 +1,6 @@
 #include "tools/vsa/check/check_command.h"
 
-#include <algorithm>
 #include <map>
-#include <stdexcept>
 
 #include "tools/vsa/check/check_run.h"
 #include "tools/vsa/common/files/jobs.h"
@@ -111,11 +109,6 @@ int CheckCommand::run() {
   options_.format = formats().at(format_);
   options_.workers = workersFor(options_.workers);
   const InterruptScope interrupts;
-  const bool readsInput =
-      std::find(options_.files.begin(), options_.files.end(), "-") != options_.files.end();
-  if (options_.isFixing && readsInput) {
-    throw std::runtime_error("--fix cannot change standard input");
-  }
   return CheckRun(options_).run();
 }
 

@@ -82,6 +82,9 @@ int CheckRun::run() {
   if (!options_.baseline.empty()) known_ = Baseline::read(options_.baseline);
   const FileList list = listFiles(
       options_.files, options_.isNulSeparated ? NameSeparator::Nul : NameSeparator::LineEnd);
+  if (options_.isFixing && std::ranges::find(list.files, "-") != list.files.end()) {
+    throw std::runtime_error("--fix cannot change standard input");
+  }
   const std::vector<Item> all = items(list);
   if (all.size() > 1) keepFreedMemory();
   totals_.files = all.size();
