@@ -96,6 +96,7 @@ TEST_F(CheckCommandTest, FoldersAndListsAreCheckedInOrderWhateverTheNumberOfWork
   EXPECT_EQ(run.out, vsa("check -j 4 .").out);
   EXPECT_EQ(run.out, vsa("check -j 0 .").out);
   const std::string listed = vsa("check -j 3 -0 @list").out;
+  EXPECT_EQ(listed, vsa("check --jobs 3 --null @list").out);
   EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'),
             std::count(listed.begin(), listed.end(), '\n'));
 }

@@ -3,7 +3,6 @@
 #include <map>
 
 #include "tools/vsa/check/check_run.h"
-#include "tools/vsa/common/files/jobs.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 
@@ -57,16 +56,10 @@ void CheckCommand::addTo(CommandOptions& options) {
 }
 
 void CheckCommand::addInputOptions(CommandOptions& options) {
-  options
-      .add("FILE", options_.files,
-           "Files; folders, of which all *.vsa are checked; @LIST, a file with names of "
-           "files; - is standard input")
-      .required();
-  options.addFlag("-0", options_.isNulSeparated,
-                  "The names in lists end with NUL, not with the line");
+  files_.addTo(options, "Files to check").required();
   options.add("--stdin-filename", options_.stdinName, "The name of standard input in messages")
       .valueName("NAME");
-  addJobs(options, options_.workers);
+  files_.addJobsTo(options);
   options.addFlag("--first", options_.isFirstOnly, "Stop where the reader does");
   options.addFlag("--fix", options_.isFixing,
                   "Change the files as the hints say, where that is safe");
@@ -107,7 +100,9 @@ void CheckCommand::addSelectionOptions(CommandOptions& options) {
 
 int CheckCommand::run() {
   options_.format = formats().at(format_);
-  options_.workers = workersFor(options_.workers);
+  options_.files = files_.arguments();
+  options_.separator = files_.separator();
+  options_.workers = files_.workers();
   const InterruptScope interrupts;
   return CheckRun(options_).run();
 }

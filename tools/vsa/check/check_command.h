@@ -5,6 +5,7 @@
 
 #include "tools/vsa/check/check_options.h"
 #include "tools/vsa/command.h"
+#include "tools/vsa/common/files/file_arguments.h"
 
 namespace vsa_tools {
 
@@ -19,6 +20,7 @@ class CheckCommand final : public Command {
   void addOutputOptions(CommandOptions& options);
   void addSelectionOptions(CommandOptions& options);
 
+  FileArguments files_;
   std::string format_ = "full";
   CheckOptions options_;
 };

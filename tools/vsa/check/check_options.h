@@ -8,14 +8,14 @@
 
 #include "tools/vsa/check/output/format.h"
 #include "tools/vsa/check/selection/level_table.h"
+#include "tools/vsa/common/files/file_list.h"
 #include "tools/vsa/common/read_arguments.h"
 
 namespace vsa_tools {
 
 struct CheckOptions {
   std::vector<std::string> files;
-  /// Whether the names in lists of files end with a NUL instead of a line end.
-  bool isNulSeparated = false;
+  NameSeparator separator = NameSeparator::LineEnd;
   FormatName format = FormatName::Full;
   std::string colour = "auto";
   unsigned workers = 1;

@@ -80,8 +80,7 @@ CheckRun::CheckRun(const CheckOptions& options)
 int CheckRun::run() {
   if (!options_.typesFile.empty()) types_ = readTypesFile(options_.typesFile);
   if (!options_.baseline.empty()) known_ = Baseline::read(options_.baseline);
-  const FileList list = listFiles(
-      options_.files, options_.isNulSeparated ? NameSeparator::Nul : NameSeparator::LineEnd);
+  const FileList list = listFiles(options_.files, options_.separator);
   if (options_.isFixing && std::ranges::find(list.files, "-") != list.files.end()) {
     throw std::runtime_error("--fix cannot change standard input");
   }

@@ -1,6 +1,5 @@
 #include "tools/vsa/common/files/file_arguments.h"
 
-#include "tools/vsa/common/files/file_list.h"
 #include "tools/vsa/common/files/jobs.h"
 #include "tools/vsa/common/output/exit_status.h"
 
@@ -21,12 +20,15 @@ void FileArguments::addJobsTo(CommandOptions& options) {
 }
 
 ListedFiles FileArguments::list(const std::vector<std::string>& byDefault) const {
-  const FileList list = listFiles(arguments_.empty() ? byDefault : arguments_,
-                                  isNulSeparated_ ? NameSeparator::Nul : NameSeparator::LineEnd);
+  const FileList list = listFiles(arguments_.empty() ? byDefault : arguments_, separator());
   for (const FileListProblem& problem : list.problems) {
     printError(problem.name + ": " + problem.text);
   }
   return {list.files, list.problems.empty() ? EXIT_READ : EXIT_USAGE};
+}
+
+NameSeparator FileArguments::separator() const {
+  return isNulSeparated_ ? NameSeparator::Nul : NameSeparator::LineEnd;
 }
 
 unsigned FileArguments::workers() const {

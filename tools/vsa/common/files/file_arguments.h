@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tools/vsa/common/command_options.h"
+#include "tools/vsa/common/files/file_list.h"
 
 namespace vsa_tools {
 
@@ -28,8 +29,10 @@ class FileArguments {
   /// Returns the files that the arguments name, or `byDefault` if there are no arguments. Prints
   /// the reason if an argument names no files.
   ListedFiles list(const std::vector<std::string>& byDefault = {}) const;
-  /// Returns the number of threads that work on files: the value of -j, or 1 without it. For -j 0
-  /// it is one for each core.
+  const std::vector<std::string>& arguments() const { return arguments_; }
+  /// Returns the character that ends each name in a list of files.
+  NameSeparator separator() const;
+  /// Returns the number of threads that work on files: the value of -j, or 1 without it.
   unsigned workers() const;
 
  private:
