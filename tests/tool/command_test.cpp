@@ -80,7 +80,7 @@ TEST_F(CommandTest, AnUnknownArgumentIsNamed) {
     EXPECT_EQ("vsa: The following argument was not expected: --frob (vsa --help shows the usage)\n",
               vsa(arguments).err);
   }
-  EXPECT_EQ("vsa: FILE is required (vsa --help shows the usage)\n", vsa("check").err);
+  EXPECT_EQ("vsa: FILES is required (vsa --help shows the usage)\n", vsa("check").err);
   const std::string missing = vsa("").err;
   EXPECT_TRUE(missing.starts_with("vsa: a command is needed: check, explain, ")) << missing;
   EXPECT_TRUE(missing.ends_with(" (vsa --help shows the usage)\n")) << missing;
