@@ -60,6 +60,8 @@ class VSA_API FileReplacement final : public Sink {
   std::filesystem::path target_;
   std::filesystem::path temporary_;  // the new file; empty if the bytes go to `target_` directly
   int file_ = -1;
+  std::uint64_t writtenBytes_ = 0;
+  std::uint64_t writebackBytes_ = 0;  // for the bytes before it, the transfer to the disk has begun
   std::string error_ = "no file is open";
 };
 

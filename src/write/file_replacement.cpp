@@ -113,10 +113,9 @@ bool FileReplacement::write(std::string_view text) {
   return true;
 }
 
-// Begins the transfer of written bytes to the disk once there are enough of them, and does
-// not wait for its end. The bytes are transferred while further ones are written, so `replace`
-// waits less: after 544 MB, 0.01 s instead of 0.2 s. The calls take 0.05 s. The row "fmt -i
-// changed" of
+// Begins the transfer of written bytes to the disk once there are enough of them, and does not wait
+// for its end. The bytes are transferred while further ones are written, so `replace` waits less:
+// after 544 MB, 0.01 s instead of 0.2 s. The calls take 0.05 s. The row "fmt -i changed" of
 // `./dev bench --format` includes this.
 void FileReplacement::beginWriteback([[maybe_unused]] std::size_t count) noexcept {
 #ifdef SYNC_FILE_RANGE_WRITE

@@ -155,6 +155,23 @@ TEST_F(ReadOnTest, ALargeTextHasHintsAfterTheStop) {
   EXPECT_EQ(hintsAfterStop(folder_ / "a.vsa", 10), hintsAfterStop(folder_ / "a.vsa", 1000));
 }
 
+// After these mistakes, the text is read several times as a whole. Each of these readings reports
+// the last mistake.
+TEST_F(ReadOnTest, AMistakeThatSeveralReadingsReportIsReportedOnce) {
+  const char* const texts[] = {
+      "thing good;\n.x[] = 1;\n:\ngood.x = byte[2] {1}; ){\ngood.y = 1;\nlamp a {\n",
+      "thing good;\n.x: 3;\na.b |= \ngood.x3 = vec3(1 2 3; good.x = byte[2] {1};}\n",
+      "thing good: .x = 1e-05;\n.y = byte[2] {1}; .x: 3; remove good; :\n)\n}\n",
+  };
+  for (const char* text : texts) {
+    write("a.vsa", text);
+    const std::string out = vsa("check -q --ignore all --error reader --format line a.vsa").out;
+    const std::size_t first = out.find("[too-few-elements]");
+    EXPECT_NE(first, std::string::npos) << text << out;
+    EXPECT_EQ(first, out.rfind("[too-few-elements]")) << text << out;
+  }
+}
+
 TEST_F(ReadOnTest, TheStopOfTheReaderIsMarked) {
   write("a.vsa", "lamp a;\na.x = 1e-05;\na.k = 1;\na.k = 2.5;\n42;\n");
   const std::string out = vsa("check a.vsa").out;

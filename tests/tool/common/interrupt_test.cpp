@@ -47,6 +47,23 @@ TEST_F(InterruptTest, CheckPrintsNoFileAfterTheInterruptedOne) {
   EXPECT_EQ(said.find(".vsa:"), said.npos) << said.substr(0, 1000);
 }
 
+// A text without findings has passed the check only if it was read to its end.
+TEST_F(InterruptTest, CheckListsNoPassedTestForATextThatItDidNotRead) {
+  write("a.vsa", "lamp a: .k = 1;\n.l = 1;\n");
+  EXPECT_EQ(statusOf(interrupted("check --format junit -", "test $i -gt 10")), 130);
+  const std::string said = content("stdout.txt");
+  EXPECT_NE(said.find("<testsuites tests=\"0\""), said.npos) << said;
+  EXPECT_EQ(said.find("<testcase"), said.npos) << said;
+}
+
+// Here, the file to be fixed is the pipe itself. A regular file in its place would contain only a
+// part of the text.
+TEST_F(InterruptTest, CheckDoesNotFixATextThatItDidNotReadToItsEnd) {
+  write("a.vsa", "lamp a: .k = 1e-05;\n");
+  EXPECT_EQ(statusOf(interrupted("check --fix pipe", "test $i -gt 10")), 130);
+  EXPECT_TRUE(std::filesystem::is_fifo(folder_ / "pipe"));
+}
+
 TEST_F(InterruptTest, CheckKeepsTheOldBaseline) {
   write("a.vsa", "lamp a: .k = 1;\n.k = 2.5;\n");
   write("known.json", "old");

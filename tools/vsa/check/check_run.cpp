@@ -189,7 +189,7 @@ FixOutcome CheckRun::fix(const Item& item) {
     FileCheck(text, checkOptions, item.levels->rules(), consumer).run();
     const EditedText edited = withEdits(text.text(), edits);
     if (edited.fixed == 0 || edited.text == text.text()) break;
-    if (isInterrupted()) break;  // the text may be only the first part of the file
+    if (isInterrupted()) break;  // the findings may be incomplete
     const std::size_t markBytes = text.bytes().size() - text.text().size();
     outcome.problem =
         replaceFile(item.file, std::string(text.bytes().substr(0, markBytes)).append(edited.text));

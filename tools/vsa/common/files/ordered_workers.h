@@ -164,7 +164,7 @@ void workInOrder(std::size_t count, unsigned workers, const Work& work, const Co
     }
     return;
   }
-  OrderedWork shared(count, wanted * WAITING_RESULTS, work, consume);
+  OrderedWork shared(count, wanted * MAX_WAITING_RESULTS, work, consume);
   {
     std::vector<std::jthread> threads;
     threads.reserve(wanted - 1);
