@@ -96,12 +96,12 @@ bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& findi
   const std::string list = '{' + numbers + '}';
   for (vsa::ListReader reader(list); reader.next(part);) ++count;
   if (count == 0) return false;
-  const bool isReal = numbers.find_first_of(".eE") != std::string::npos;
-  const std::string type = isReal ? "float[" : "int32[";
+  const std::string type(bufferTypeFor(list));
+  if (type.empty()) return false;
   vsa::TextRange range;
   range.begin.offset = open;
   range.end.offset = close + 1;
-  replace(finding, range, type + std::to_string(count) + "] " + list);
+  replace(finding, range, type + '[' + std::to_string(count) + "] " + list);
   return true;
 }
 

@@ -1,13 +1,12 @@
 // Hints for buffers, for texts that need too much memory, and for inputs that are nested too
 // deeply.
-#include <algorithm>
 #include <optional>
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
-#include "tools/vsa/check/text/digits.h"
+#include "tools/vsa/check/text/decimal_commas.h"
 
 namespace vsa_tools {
 
@@ -34,17 +33,6 @@ struct Literal {
   bool hasGlued = false;          // whether groups of the list run together
   bool hasDecimalCommas = false;  // whether commas in the list look like decimal points
 };
-
-// Whether the list consists only of pairs such as "1,5": two numbers with a comma between them that
-// stands for a decimal point.
-bool isOfDecimalCommas(std::string_view list, std::size_t numbers) {
-  std::size_t commas = 0;
-  for (std::size_t at = list.find(','); at != list.npos; at = list.find(',', at + 1)) {
-    if (!isDecimalComma(list, at)) return false;
-    ++commas;
-  }
-  return commas > 0 && commas * 2 == numbers;
-}
 
 bool isInteger(vsa::ElementType component) {
   return component != vsa::ElementType::Float && component != vsa::ElementType::Double;
@@ -76,7 +64,7 @@ std::optional<Literal> literalAt(HintText& text, std::uint64_t offset) {
     literal.hasGlued = literal.hasGlued || part.continues;
   }
   literal.hasDecimalCommas = !isInteger(zn::korvo_sdk::componentType(literal.type)) &&
-                             isOfDecimalCommas(literal.list, literal.numbers);
+                             hasDecimalCommas(literal.list, literal.numbers);
   return literal.type == vsa::ElementType::Null ? std::nullopt : std::optional(literal);
 }
 
@@ -90,19 +78,16 @@ void hintForGlued(HintText& text, const Literal& literal, Finding& finding) {
   }
 }
 
-// Adds a hint for a list such as "{1,5 2,5}". There are edits only if the list has the declared
+// Adds a hint for a list such as "{1,5 2,5}". There is an edit only if the list has the declared
 // count of elements when its commas are read as decimal points.
 void hintForCommas(HintText& text, const Literal& literal, Finding& finding) {
-  const std::uint64_t begin = text.rangeOf(literal.list).begin.offset;
+  const vsa::TextRange range = text.rangeOf(literal.list);
   finding.hint = "a comma is a blank, not a decimal point: write points";
   const std::size_t count = literal.numbers / 2 / zn::korvo_sdk::componentCount(literal.type);
   const std::string_view declared =
       text.text().substr(literal.countBegin, literal.countEnd - literal.countBegin);
   if (declared != '[' + std::to_string(count) + ']') return;
-  const std::string_view list = literal.list;
-  for (std::size_t at = list.find(','); at != list.npos; at = list.find(',', at + 1)) {
-    finding.edits.push_back({begin + at, begin + at + 1, "."});
-  }
+  finding.edits = {{range.begin.offset, range.end.offset, withDecimalPoints(literal.list)}};
 }
 
 // Adds a hint with the element count that fits the list. If the last element is incomplete, the

@@ -7,12 +7,28 @@
 #include "tools/vsa/check/rules/walk/path_steps.h"
 #include "tools/vsa/check/rules/walk/resolved_paths.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
+#include "tools/vsa/check/text/digits.h"
+#include "tools/vsa/check/text/statement_scan.h"
 
 namespace vsa_tools {
 
 namespace {
 
 constexpr std::string_view WHITE = " \t\r\n\v\f";
+
+// Returns whether the whole text is a number of the type `Number`. A period has digits on both of
+// its sides.
+template <class Number>
+bool isNumberFor(std::string_view text) {
+  Number number{};
+  const char* const last = text.data() + text.size();
+  const auto [end, error] = std::from_chars(text.data(), last, number);
+  const std::size_t point = text.find('.');
+  const bool hasDigits =
+      point == std::string_view::npos || (point > 0 && point + 1 < text.size() &&
+                                          isDigit(text[point - 1]) && isDigit(text[point + 1]));
+  return error == std::errc() && end == last && hasDigits;
+}
 
 }  // namespace
 
@@ -36,6 +52,7 @@ void HintText::collect() {
   ResolvedPaths paths;
   for (StatementView view; walk.next(view);) {
     if (view.kind() == vsa::StatementKind::Comment) continue;
+    if (view.kind() == vsa::StatementKind::Remove) generations_.remove(view.nodeKey);
     if (!view.hasPath()) {
       nodes_.insert(view.node);
       continue;
@@ -47,6 +64,7 @@ void HintText::collect() {
     }
     if (view.isLink()) outputs_.insert(lastName(statement.value));
     const FirstAssignment first{statement.value, statement.valueKind, view.isLink()};
+    view.nodeKey = generations_.keyOf(view.nodeKey);
     const PathKey input = paths.keyOf(view, [&](PathKey parent) {
       // An object or array gets its type from the first statement about one of its members or
       // elements, so this statement counts as its first assignment.
@@ -87,8 +105,19 @@ std::optional<vsa::TextRange> HintText::declarationOf(std::string_view node) {
 
 const FirstAssignment* HintText::firstAssignment(const std::string& path) {
   collect();
-  const auto found = assignments_.find(keyOfPath(path));
+  const auto found = assignments_.find(keyOfPath(path, generations_));
   return found == assignments_.end() ? nullptr : &found->second;
+}
+
+bool HintText::hasWithNodeBefore(std::uint64_t offset) {
+  if (!firstBlock_) {
+    Statement statement;
+    while (statement.terminator != ':' && statement.end < text().size()) {
+      statement = nextStatement(text(), statement.end);
+    }
+    firstBlock_ = statement.end;
+  }
+  return *firstBlock_ <= offset && *firstBlock_ > 0 && text()[*firstBlock_ - 1] == ':';
 }
 
 void replace(Finding& finding, const vsa::TextRange& range, std::string to) {
@@ -116,6 +145,23 @@ std::optional<std::string> decimalOfHexadecimal(std::string_view digits) {
       std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
   const bool isWhole = error == std::errc() && end == digits.data() + digits.size();
   return isWhole && !digits.empty() ? std::optional(std::to_string(number)) : std::nullopt;
+}
+
+std::string_view bufferTypeFor(std::string_view list) {
+  std::string_view type = "int32";
+  vsa::ListPart part;
+  for (vsa::ListReader reader(list); reader.next(part);) {
+    if (part.continues) return {};
+    const bool isReal = part.text.find_first_of(".eE") != std::string_view::npos;
+    if (isReal && isNumberFor<float>(part.text)) {
+      type = "float";
+    } else if (isReal || !isNumberFor<std::int64_t>(part.text)) {
+      return {};
+    } else if (type == "int32" && !isNumberFor<std::int32_t>(part.text)) {
+      type = "int64";
+    }
+  }
+  return type;
 }
 
 bool isWordText(std::string_view text) {

@@ -57,8 +57,12 @@ class HintText {
   /// or nothing if there is none.
   std::optional<vsa::TextRange> declarationOf(std::string_view node);
   /// Returns the first assignment to an input, or null if there is none. `path` is the input path
-  /// as diagnostics show it.
+  /// as diagnostics show it. If the text removes a node and declares it again, only the assignments
+  /// after the last removal count.
   const FirstAssignment* firstAssignment(const std::string& path);
+  /// Returns whether a statement before `offset` may set a with node: whether one ends with a
+  /// colon.
+  bool hasWithNodeBefore(std::uint64_t offset);
 
  private:
   // Views of the first occurrence of each name in the text.
@@ -76,6 +80,8 @@ class HintText {
   // paths themselves would take far more memory than the text. If two paths had the same hash, a
   // note would have a wrong place.
   std::unordered_map<PathKey, FirstAssignment> assignments_;
+  NodeGenerations generations_;
+  std::optional<std::uint64_t> firstBlock_;  // see hasWithNodeBefore()
   // The number of comparisons of names that are still allowed. The limit keeps the time in
   // proportion to the size of the text, even with many mistakes and many names.
   std::uint64_t comparisonsLeft_ = 5'000'000;
@@ -105,6 +111,10 @@ bool suggest(Finding& finding, const vsa::TextRange& range,
 /// Returns the value of hexadecimal digits such as "1F" as a decimal number. Returns nothing if
 /// `digits` is empty or has another character, or if the number does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
+/// Returns the narrowest element type of a buffer that takes the numbers of a list in braces:
+/// "int32", "int64" or "float". Returns an empty text if an element of the list is no number, or
+/// one that does not fit any of these types.
+std::string_view bufferTypeFor(std::string_view list);
 /// Returns whether the text is a name: ASCII letters, digits, `_` and bytes from 0x80 on, and no
 /// digit first.
 bool isWordText(std::string_view text);
@@ -120,7 +130,7 @@ void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& findin
 /// whether such a marker begins there.
 bool hintForConflict(HintText& text, const vsa::TextRange& range, Finding& finding);
 /// Suggests a buffer for a list in brackets after "=", such as "[0 1]". Returns false if the
-/// bracket at `open` does not begin such a list.
+/// bracket at `open` does not begin such a list, or no buffer takes its numbers.
 bool hintForBracketList(const HintText& text, std::uint64_t open, Finding& finding);
 
 }  // namespace vsa_tools

@@ -4,7 +4,9 @@
 
 #include "tools/vsa/check/hints/hint_text.h"
 #include "tools/vsa/check/hints/similar_names.h"
+#include "tools/vsa/check/text/decimal_commas.h"
 #include "tools/vsa/check/text/digits.h"
+#include "tools/vsa/check/text/statement_scan.h"
 
 namespace vsa_tools {
 
@@ -66,11 +68,17 @@ void hintForUnknownKeyword(HintText& text, const vsa::TextRange& range, Finding&
   }
 }
 
-// Adds a hint for "node.output" after "=".
-void hintForOutput(HintText& text, const vsa::TextRange& range, Finding& finding) {
+// Adds a hint for a period after a value. In "= node.output", a connection is meant.
+void hintForPeriod(HintText& text, const vsa::TextRange& range, Finding& finding) {
+  const std::string_view node = nameBefore(text.text(), range.begin.offset);
+  if (node.empty() || !text.declarationOf(node)) {
+    finding.hint = "a value ends here; only a connection has a period in it: `|= node.output`";
+    return;
+  }
   finding.hint = "a connection to an output is written with `|=`";
-  const std::size_t equals = text.text().substr(0, range.begin.offset).rfind('=');
-  if (equals != std::string_view::npos) insertAt(finding, equals, "|");
+  const std::uint64_t equals =
+      text.endBefore(static_cast<std::uint64_t>(node.data() - text.text().data()));
+  if (equals > 0 && text.at(equals - 1) == '=') insertAt(finding, equals - 1, "|");
 }
 
 // Whether the byte at `at` is the last one of its line, and a statement may begin after it.
@@ -105,6 +113,13 @@ bool hintForApostrophes(HintText& text, std::uint64_t at, Finding& finding) {
   return true;
 }
 
+// Returns whether the number before `end` is a single 0. Its sign does not matter.
+bool isZero(HintText& text, std::uint64_t end) {
+  const std::string_view before = text.text().substr(0, end);
+  const std::size_t begin = before.find_last_not_of("0123456789.eE+-") + 1;
+  return before.substr(begin) == "0" || before.substr(begin) == "-0";
+}
+
 // Adds a hint for numbers such as "1_000" and "0x1F". The reader ends the number after its first
 // digits and reads the remaining characters as a word.
 bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding) {
@@ -120,7 +135,7 @@ bool hintForDigits(HintText& text, const vsa::TextRange& range, Finding& finding
     finding.edits = {{at, range.end.offset, digits}};
     return true;
   }
-  const bool isHexadecimal = (word.front() == 'x' || word.front() == 'X') && text.at(at - 1) == '0';
+  const bool isHexadecimal = (word.front() == 'x' || word.front() == 'X') && isZero(text, at);
   const auto decimal = isHexadecimal ? decimalOfHexadecimal(word.substr(1)) : std::nullopt;
   if (!decimal) return false;
   finding.hint = "there are no hexadecimal numbers: write `" + *decimal + '`';
@@ -138,11 +153,13 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   if (source.empty()) {
     finding.hint = "end the statement with `;`";
     insertAt(finding, at, ";");
-  } else if (source.front() == ',' && isDecimalComma(text.text(), at)) {
+  } else if (isDecimalComma(text.text(), at)) {
     finding.hint = "a comma is a blank, not a decimal point: write a point";
     finding.edits = {{at, at + 1, "."}};
   } else if (source.front() == ',' && isLastOfLine(text, at)) {
     replace(finding, range, ";");
+  } else if (source.front() == ',') {
+    finding.hint = "a value is a single number; several are a list, such as `vec2(1 2)`";
   } else if (hintForApostrophes(text, at, finding)) {
     return;
   } else if (isOpening(source)) {
@@ -150,7 +167,7 @@ void hintForMissingEnd(HintText& text, const vsa::Diagnostic& diagnostic, Findin
   } else if (source.front() == '"') {
     finding.hint = "a value is one string; a quote inside it is written `\\\"`";
   } else if (source.front() == '.') {
-    hintForOutput(text, range, finding);
+    hintForPeriod(text, range, finding);
   } else if (isWordText(source) && (next == '[' || next == '(')) {
     hintForUnknownKeyword(text, range, finding);
   } else if (source.front() == '=') {

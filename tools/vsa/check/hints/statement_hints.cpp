@@ -26,6 +26,11 @@ void hintForWord(HintText& text, const vsa::TextRange& range, Finding& finding) 
     finding.hint = "a name has no blanks: write `" + std::string(before) + '_' + word + '`';
     return;
   }
+  if (isAssigned && !text.hasWithNodeBefore(range.begin.offset)) {
+    finding.hint =
+        "write the node's name and a period before the input, such as `lamp." + word + '`';
+    return;
+  }
   if (isAssigned) {
     finding.hint = "an input of the node that is set begins with a period: write `." + word + '`';
     insertAt(finding, range.begin.offset, ".");

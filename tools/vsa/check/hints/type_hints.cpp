@@ -17,11 +17,25 @@ bool expects(const vsa::Diagnostic& diagnostic, std::string_view type) {
   return diagnostic.argument("expected") == type;
 }
 
+// Returns whether a number has only digits and a sign. With ".0" at its end, it is a Real.
+bool isPlainInteger(std::string_view number) {
+  if (number.starts_with('-')) number.remove_prefix(1);
+  return !number.empty() && number.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
 bool isVector(const vsa::Diagnostic& diagnostic) {
   for (const char* type : {"Vec2", "Vec3", "Vec4", "Pos2", "Pos3", "Quat", "Rgba"}) {
     if (expects(diagnostic, type)) return true;
   }
   return false;
+}
+
+// Returns whether a buffer with elements of the type `type` takes all numbers of the list.
+bool fits(std::string_view list, std::string_view type) {
+  const std::string_view narrowest = bufferTypeFor(list);
+  if (narrowest.empty()) return false;
+  if (type == "float" || type == "double" || type == narrowest) return true;
+  return type == "int64" && narrowest == "int32";
 }
 
 // Returns a list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
@@ -40,8 +54,7 @@ std::optional<std::string> asBuffer(std::string_view brackets, const FirstAssign
   vsa::ListPart part;
   std::size_t count = 0;
   while (reader.next(part)) count += part.continues ? 0 : 1;
-  const bool isScalar = first.substr(0, keyword).find_first_of("vVpPqQmMrR") != 0;
-  if (!isScalar) return std::nullopt;
+  if (!fits(list, loweredName(first.substr(0, keyword)))) return std::nullopt;
   return std::string(first.substr(0, keyword)) + '[' + std::to_string(count) + "] " + list;
 }
 
@@ -64,10 +77,12 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
     replace(finding, diagnostic.range, '"' + value + '"');
   } else if (expects(diagnostic, "Bool") && (value == "1.0" || value == "0.0")) {
     replace(finding, diagnostic.range, value == "1.0" ? "true" : "false");
-  } else if (isVector(diagnostic) && isNumber) {
+  } else if (isVector(diagnostic) && isPlainInteger(value)) {
     finding.hint =
         "an integer does not become a vector: write `" + value + ".0` for all components";
     finding.edits = {{diagnostic.range.begin.offset, diagnostic.range.end.offset, value + ".0"}};
+  } else if (isVector(diagnostic) && isNumber) {
+    finding.hint = "an integer does not become a vector; a real number is for all components";
   } else if (first != nullptr && value.front() == '[') {
     if (const auto buffer = asBuffer(value, *first)) {
       replace(finding, diagnostic.range, *buffer);
@@ -81,8 +96,8 @@ void hintForWrongType(HintText& text, const vsa::Diagnostic& diagnostic,
 void hintForNarrowing(HintText& text, const vsa::Diagnostic& diagnostic,
                       const FirstAssignment* first, Finding& finding) {
   const bool isRounded = diagnostic.argument("found") == "Real";
-  const bool isInteger = first != nullptr && first->kind == vsa::SyntaxKind::Integer &&
-                         first->value.find_first_of("eEuU") == std::string_view::npos;
+  const bool isInteger =
+      first != nullptr && first->kind == vsa::SyntaxKind::Integer && isPlainInteger(first->value);
   if (isRounded && isInteger) {
     finding.hint = "write the first value as `" + std::string(first->value) +
                    ".0`, which makes the input a Real";

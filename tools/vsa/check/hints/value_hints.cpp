@@ -1,6 +1,7 @@
 // Hints for right-hand sides that are no value: misspelt numbers, numbers out of range, tuples with
 // a wrong count, and other text.
 #include <algorithm>
+#include <charconv>
 #include <string>
 
 #include "tools/vsa/check/hints/hint_text.h"
@@ -11,6 +12,14 @@ namespace vsa_tools {
 
 namespace {
 
+// Returns the number of bytes of the real number at the beginning of a text, or 0 if there is none
+// or it is too large or too small for a double. The conversion does not depend on the locale.
+std::size_t lengthOfReal(std::string_view text) {
+  double value = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  return error == std::errc() ? static_cast<std::size_t>(end - text.data()) : 0;
+}
+
 // Adds ".0" before the exponent of a number without a decimal point, which makes the number a real:
 // "1e-05" becomes "1.0e-05". Returns nothing for any other number.
 std::optional<std::string> withPoint(std::string_view number) {
@@ -18,7 +27,9 @@ std::optional<std::string> withPoint(std::string_view number) {
   if (exponent == std::string_view::npos || exponent == 0) return std::nullopt;
   if (number.find('.') != std::string_view::npos) return std::nullopt;
   if (!isDigit(number[exponent - 1]) || exponent + 1 == number.size()) return std::nullopt;
-  return std::string(number.substr(0, exponent)) + ".0" + std::string(number.substr(exponent));
+  const std::string real =
+      std::string(number.substr(0, exponent)) + ".0" + std::string(number.substr(exponent));
+  return lengthOfReal(real) == real.size() ? std::optional(real) : std::nullopt;
 }
 
 void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding& finding) {
@@ -45,10 +56,19 @@ void hintForNumber(const vsa::TextRange& range, std::string_view number, Finding
   }
 }
 
-// Returns the characters of a number from `at` on: digits, periods, and "e" or "E".
-std::string_view numberFrom(HintText& text, std::uint64_t at) {
-  const std::string_view rest = text.text().substr(at);
-  return rest.substr(0, rest.find_first_not_of("0123456789.eE"));
+// Adds a hint for a period at the beginning of a value. If a number follows, such as ".5", an edit
+// puts a 0 before it.
+void hintForLeadingPeriod(HintText& text, std::uint64_t at, Finding& finding) {
+  constexpr std::size_t MAX_DIGITS = 64;
+  finding.hint = "a number begins with a digit";
+  const std::string real = '0' + std::string(text.text().substr(at, MAX_DIGITS));
+  const std::size_t size = lengthOfReal(real);
+  const std::uint64_t end = at + size - 1;
+  const bool isWhole = size > 2 && size < MAX_DIGITS && text.at(end) != '.' &&
+                       !isDigit(text.at(end)) && !isWordText(text.text().substr(end, 1));
+  if (!isWhole) return;
+  finding.hint += ": write `" + real.substr(0, size) + '`';
+  insertAt(finding, at, "0");
 }
 
 // Adds a hint for a list in parentheses without a keyword, such as "(0 1 2)".
@@ -139,11 +159,7 @@ void hintForValue(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fi
       finding.hint = "a value is missing";
       return;
     case '.':
-      finding.hint = "a number begins with a digit";
-      if (!isDigit(text.at(at + 1))) return;
-      finding.hint += ": write `0" + std::string(numberFrom(text, at)) + '`';
-      insertAt(finding, at, "0");
-      return;
+      return hintForLeadingPeriod(text, at, finding);
     case '=':
       finding.hint = "write one `=`";
       finding.edits = {{at, range.end.offset, ""}};

@@ -65,9 +65,9 @@ PathKey keyOfElement(PathKey array, std::uint64_t index) {
   return mixed(mixed(array, ELEMENT), index);
 }
 
-PathKey keyOfPath(std::string_view path) {
+PathKey keyOfPath(std::string_view path, NodeGenerations& nodes) {
   std::size_t end = std::min(path.find('.'), path.size());
-  PathKey key = keyOfNode(path.substr(0, end));
+  PathKey key = nodes.keyOf(keyOfNode(path.substr(0, end)));
   while (end < path.size()) {
     const char separator = path[end];
     path.remove_prefix(end + 1);

@@ -17,9 +17,6 @@ PathKey keyOfNode(std::string_view name);
 /// Returns the key of the input `name` of a node, or of the member `name` of an object.
 PathKey keyOfMember(PathKey parent, std::string_view name);
 PathKey keyOfElement(PathKey array, std::uint64_t index);
-/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at".
-PathKey keyOfPath(std::string_view path);
-
 /// Returns keys of nodes. After a node is removed, a new node of the same name gets another key.
 class NodeGenerations {
  public:
@@ -41,5 +38,14 @@ class NodeGenerations {
   std::unordered_map<PathKey, std::uint64_t> removals_;
   PathKey last_ = 0, lastKey_ = 0;  // the argument and the result of the last call of keyOf
 };
+
+/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at". The node is
+/// the last one of its name in `nodes`.
+PathKey keyOfPath(std::string_view path, NodeGenerations& nodes);
+/// Like keyOfPath() above, without regard to removed nodes.
+inline PathKey keyOfPath(std::string_view path) {
+  NodeGenerations nodes;
+  return keyOfPath(path, nodes);
+}
 
 }  // namespace vsa_tools

@@ -1,0 +1,22 @@
+// Commas that are probably decimal points, as in "1,5".
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace vsa_tools {
+
+/// Returns whether the comma at `at` is probably a decimal point: the digits before it and after it
+/// belong to no other comma and no point. Otherwise a point there makes no number: "1.5,2" and
+/// "1,000,000" remain wrong with it.
+bool isDecimalComma(std::string_view text, std::size_t at);
+
+/// Returns whether a list of `numbers` numbers probably has decimal commas in all of them. A comma
+/// that separates two of them has a blank beside it.
+bool hasDecimalCommas(std::string_view list, std::size_t numbers);
+
+/// Returns the list with points for its decimal commas.
+std::string withDecimalPoints(std::string_view list);
+
+}  // namespace vsa_tools
