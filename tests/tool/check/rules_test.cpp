@@ -12,6 +12,7 @@
 #include <vsa/read.h>
 #include "tests/support/text.h"
 #include "tests/tool/check/rule_rows.h"
+#include "tools/vsa/check/fix/apply_edits.h"
 
 namespace vsa_tests {
 
@@ -67,6 +68,35 @@ TEST(Rules, FireWhereTheyShould) {
 TEST(Rules, AreSilentWhereTheyShould) {
   for (const RuleRow& row : RULE_ROWS) {
     EXPECT_TRUE(findingsOf(row.isSilent, row.id).empty()) << row.id << "\n" << row.isSilent;
+  }
+}
+
+/// A text with a finding, and the text after its edits. `fixed` is empty if there are no edits.
+struct RuleEditRow {
+  const char* id;
+  std::string_view text;
+  std::string_view fixed = "";
+};
+
+constexpr RuleEditRow RULE_EDIT_ROWS[] = {
+    {"decimal-comma", "a b: .x = vec2(1,5 2,5);", "a b: .x = vec2(1.5 2.5);"},
+    {"decimal-comma", "a b: .x = vec2(1,5 ,2,5);", "a b: .x = vec2(1.5 ,2.5);"},
+    {"decimal-comma", "a b: .x = vec2(1,5, 2,5);", "a b: .x = vec2(1.5, 2.5);"},
+    {"dropped-components", "a b: .x = vec2(1.5,2 3.5,4);"},
+    {"near-version", "# Version 3", "# version: 3"},
+    {"near-version", "# version 2 of the scene"},
+    {"near-version", "# Version 2.1"},
+    {"near-time", "# Time = 2024-05-14 09:30", "# time: 2024-05-14 09:30"},
+    {"near-time", "# Time 12:30", "# time: 12:30"},
+    {"near-time", "# Time 3 minutes to render"},
+};
+
+TEST(Rules, HaveEditsOnlyWhereTheyAreSafe) {
+  for (const RuleEditRow& row : RULE_EDIT_ROWS) {
+    const std::vector<Finding> findings = findingsOf(row.text, row.id);
+    ASSERT_EQ(findings.size(), 1U) << row.text;
+    const auto edited = vsa_tools::withEdits(row.text, {findings.front().edits});
+    EXPECT_EQ(edited.fixed == 0 ? "" : edited.text, row.fixed) << row.text;
   }
 }
 

@@ -33,6 +33,15 @@ std::string_view numberBehind(std::string_view text, std::string_view word) {
   return isSeparated && isDigit(text[at]) ? text.substr(at) : std::string_view();
 }
 
+// Returns whether `value` is what the comment is for, and not a part of a sentence. A version is
+// one whole number. A date or a time begins with digits and a minus sign or colon between them.
+bool isWholeValue(std::string_view value, RuleId rule) {
+  const std::size_t end = value.find_first_not_of("0123456789");
+  if (rule == RuleId::NearVersion) return end == std::string_view::npos;
+  const bool isSeparated = end != std::string_view::npos && end + 1 < value.size();
+  return isSeparated && (value[end] == '-' || value[end] == ':') && isDigit(value[end + 1]);
+}
+
 class CommentRules final : public StatementRule {
  public:
   explicit CommentRules(RuleFindings& found) : StatementRule(COMMENT), found_(found) {}
@@ -55,10 +64,17 @@ class CommentRules final : public StatementRule {
     if (!found_.isEnabled(rule)) return;
     const std::string_view number = numberBehind(text, word);
     if (number.empty()) return;
-    const std::string corrected = "# " + std::string(word) + ": " + std::string(number);
+    const std::string form = "# " + std::string(word) + ": ";
     const vsa::TextRange range = found_.rangeOf(comment);
     Finding& finding = found_.add(
         rule, range, "this comment does not set the " + std::string(word) + " of the file");
+    if (!isWholeValue(number, rule)) {
+      finding.hint = rule == RuleId::NearVersion
+                         ? "a comment that sets it has only a whole number behind `" + form + '`'
+                         : "a comment that sets it has a date or a time behind `" + form + '`';
+      return;
+    }
+    const std::string corrected = form + std::string(number);
     finding.hint = "write `" + corrected + "`";
     const std::uint64_t begin = range.begin.offset;
     const auto end = static_cast<std::uint64_t>(text.data() + text.size() - comment.data());

@@ -4,7 +4,7 @@
 
 #include "tools/vsa/check/rules/walk/statement_rule.h"
 #include "tools/vsa/check/rules/walk/text_walk.h"
-#include "tools/vsa/check/text/digits.h"
+#include "tools/vsa/check/text/decimal_commas.h"
 
 namespace vsa_tools {
 
@@ -131,7 +131,7 @@ class ListRules final : public StatementRule {
 
   void checkSurplus(std::string_view word, std::string_view list, const Elements& elements,
                     std::size_t wanted) {
-    if (hasDecimalCommas(list, elements.count, wanted)) {
+    if (elements.count == 2 * wanted && hasDecimalCommas(list, elements.count)) {
       addDecimalCommas(list);
       return;
     }
@@ -150,28 +150,12 @@ class ListRules final : public StatementRule {
     }
   }
 
-  // Returns whether the commas of the list are probably decimal points. The list then has twice as
-  // many numbers as it should, and a comma without blanks is inside each pair of numbers.
-  static bool hasDecimalCommas(std::string_view list, std::size_t count, std::size_t wanted) {
-    if (count != 2 * wanted) return false;
-    std::size_t commas = 0;
-    for (std::size_t i = 1; i + 1 < list.size(); ++i) {
-      if (list[i] != ',') continue;
-      const bool isBetweenDigits = isDigit(list[i - 1]) && isDigit(list[i + 1]);
-      commas += isBetweenDigits ? 1 : 0;
-    }
-    return commas == wanted;
-  }
-
   void addDecimalCommas(std::string_view list) {
     if (!found_.isEnabled(RuleId::DecimalComma)) return;
     const vsa::TextRange range = found_.rangeOf(list);
     Finding& finding = found_.add(RuleId::DecimalComma, range,
                                   "a comma separates numbers; it is no decimal point");
-    std::string corrected(list);
-    for (std::size_t i = 1; i + 1 < corrected.size(); ++i) {
-      if (corrected[i] == ',' && isDigit(corrected[i + 1])) corrected[i] = '.';
-    }
+    const std::string corrected = withDecimalPoints(list);
     finding.hint = "write `" + corrected + "`";
     finding.edits = {{range.begin.offset, range.end.offset, corrected}};
   }
