@@ -146,6 +146,45 @@ TEST_F(ReplaceFileTest, SafeHintsAreAppliedAndTheRestIsPrinted) {
   EXPECT_EQ(0, run.status);
 }
 
+// Each text has a hint with an edit, or had one, that would put another mistake into the text.
+TEST_F(ReplaceFileTest, AnEditThatIsNotSafeIsNotApplied) {
+  for (const std::string text : {
+           "lamp a:\n.k = \"k=v\".len;\n",
+           "lamp a:\n.k = 10x20;\n",
+           "lamp a:\n.k = 1.5,2;\n",
+           "lamp a:\n.k = vec2(1.5,2 3.5,4);\n",
+           "lamp a: .k = vec3(1 2 3); .k = 2u;\n",
+           "# version 2 of the scene\nlamp a;\n",
+           "lamp a: .k = 9e99999;\n",
+           "lamp a: .k = 1e5e6;\n",
+           "lamp a: .k = .5.5;\n",
+           "lamp a;\nk = 1;\n",
+       }) {
+    write("a.vsa", text);
+    vsa("check --fix a.vsa");
+    EXPECT_EQ(text, content("a.vsa"));
+  }
+}
+
+// What follows on the line of a mistake may only follow from it.
+TEST_F(ReplaceFileTest, FollowUpsOnTheLineOfAMistakeAreNotFixed) {
+  write("a.vsa", "lamp a: // comment; with ; in it\n.k = 1;\n");
+  vsa("check --fix a.vsa");
+  EXPECT_EQ("lamp a: # comment; with ; in it\n.k = 1;\n", content("a.vsa"));
+}
+
+TEST_F(ReplaceFileTest, SeveralMistakesOnALineAreFixedInSeveralRounds) {
+  write("a.vsa", "lamp a: .k = 1;;; .l = 2\n.m = .5;\n");
+  vsa("check --fix a.vsa");
+  EXPECT_EQ("lamp a: .k = 1; .l = 2;\n.m = 0.5;\n", content("a.vsa"));
+}
+
+TEST_F(ReplaceFileTest, OfSeveralMistakesTheFirstIsFixedInEachRound) {
+  write("a.vsa", "lamp a: .k = 1e-05;\n.l = 2e-05;\n.m = 3e-05;\n");
+  vsa("check --fix --first a.vsa");
+  EXPECT_EQ("lamp a: .k = 1.0e-05;\n.l = 2.0e-05;\n.m = 3.0e-05;\n", content("a.vsa"));
+}
+
 TEST_F(ReplaceFileTest, WhatIsIgnoredIsNotFixed) {
   write("a.vsa", "lamp a: .k = 1e-05;\n");
   EXPECT_EQ("1 file checked: no problems found\n", vsa("check --fix --ignore bad-token a.vsa").out);

@@ -17,6 +17,7 @@
 #include "tools/vsa/check/file_check.h"
 #include "tools/vsa/check/file_findings.h"
 #include "tools/vsa/check/fix/apply_edits.h"
+#include "tools/vsa/check/fix/fix_round.h"
 #include "tools/vsa/check/kinds.h"
 #include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
@@ -177,17 +178,8 @@ FixOutcome CheckRun::fix(const Item& item) {
     CheckedText text(item.file);
     // After an error or Ctrl-C, the text is only a part of the file.
     if (!text.isKept() || !text.problem().empty() || isInterrupted()) break;
-    const CommentIgnores ignores(text.text());
-    std::vector<std::vector<TextEdit>> edits;
-    const FileCheck::Consumer consumer = [&](Finding&& finding) {
-      const bool isWanted = item.levels->levelOf(finding.id, finding.level).has_value() &&
-                            !ignores.isIgnored(finding);
-      if (isWanted && !finding.edits.empty()) edits.push_back(std::move(finding.edits));
-      return true;
-    };
     const FileCheckOptions checkOptions{options_.reading, options_.isFirstOnly, false, types_};
-    FileCheck(text, checkOptions, item.levels->rules(), consumer).run();
-    const EditedText edited = withEdits(text.text(), edits);
+    const EditedText edited = fixedOnce(text, checkOptions, *item.levels);
     if (edited.fixed == 0 || edited.text == text.text()) break;
     if (isInterrupted()) break;  // the findings may be incomplete
     const std::size_t markBytes = text.bytes().size() - text.text().size();

@@ -75,6 +75,12 @@ CheckedText::CheckedText(const std::string& name, std::uint64_t maxKept) : name_
     isOpen_ = false;  // for example a directory: it can be opened, but not read
 }
 
+CheckedText::CheckedText(InMemory copied) : isOpen_(true) {
+  copied.bytes.copy(bytes_.room(copied.bytes.size()), copied.bytes.size());
+  bytes_.add(copied.bytes.size());
+  skipMark();
+}
+
 CheckedText::~CheckedText() {
   if (descriptor_ >= 0) ::close(descriptor_);
 }

@@ -31,6 +31,12 @@ class CheckedText {
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.
   /// Ctrl-C ends the reading. `maxKept` replaces MAX_KEPT_BYTES.
   explicit CheckedText(const std::string& name, std::uint64_t maxKept = MAX_KEPT_BYTES);
+  /// Bytes in memory, which may begin with a byte order mark.
+  struct InMemory {
+    std::string_view bytes;
+  };
+  /// Keeps a copy of bytes in memory, as if a file had them.
+  explicit CheckedText(InMemory copied);
   ~CheckedText();
   CheckedText(const CheckedText&) = delete;
   CheckedText& operator=(const CheckedText&) = delete;
