@@ -13,21 +13,21 @@ namespace vsa_tools {
 namespace {
 
 /// A word that users write instead of a keyword.
-struct Alias {
+struct KeywordAlias {
   std::string_view written;
   std::string_view keyword;
 };
 
 // Names of types that users know from elsewhere, and the keywords of this format to write instead:
 // for buffers the element types, for tuples the tuple types.
-constexpr Alias BUFFER_ALIASES[] = {
+constexpr KeywordAlias BUFFER_ALIASES[] = {
     {"uint8", "byte"},    {"uchar", "byte"},     {"int8", "char"},   {"short", "int16"},
     {"int", "int32"},     {"uint", "uint32"},    {"long", "int64"},  {"bool", "byte"},
     {"float32", "float"}, {"float64", "double"}, {"real", "double"}, {"vec2", "vec2f"},
     {"vec3", "vec3f"},    {"vec4", "vec4f"},     {"pos2", "pos2f"},  {"pos3", "pos3f"},
     {"quat", "quatf"},    {"mat3", "mat3f"},     {"mat4", "mat4f"},  {"rgba", "rgbaf"},
     {"rgb", "rgbf"},      {"point", "pos3f"},    {"normal", "vec3f"}};
-constexpr Alias TUPLE_ALIASES[] = {
+constexpr KeywordAlias TUPLE_ALIASES[] = {
     {"rgb", "rgba"},   {"color", "rgba"},    {"colour", "rgba"}, {"vector", "vec3"},
     {"point", "pos3"}, {"position", "pos3"}, {"vec2f", "vec2"},  {"vec3f", "vec3"},
     {"vec4f", "vec4"}, {"vec2d", "vec2"},    {"vec3d", "vec3"},  {"vec4d", "vec4"},
@@ -37,8 +37,8 @@ constexpr std::string_view TUPLES[] = {"vec2", "vec3", "vec4", "pos2", "pos3",
                                        "quat", "mat3", "mat4", "rgba"};
 
 template <std::size_t N>
-std::optional<std::string> aliasOf(const Alias (&aliases)[N], std::string_view word) {
-  for (const Alias& alias : aliases) {
+std::optional<std::string> aliasOf(const KeywordAlias (&aliases)[N], std::string_view word) {
+  for (const KeywordAlias& alias : aliases) {
     if (alias.written == word) return std::string(alias.keyword);
   }
   return std::nullopt;
