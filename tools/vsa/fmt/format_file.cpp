@@ -191,7 +191,8 @@ class Formatting {
     return isLarge ? std::launch::async : std::launch::deferred;
   }
 
-  /// Begins to read the file. The future contains the result of refusal().
+  /// Returns the future result of reading the file: that of refusal(). A large file is read on
+  /// another thread from now on. A small file is read when the result is requested.
   HeldSink::Check startCheck() const {
     return std::async(launchFor(file_), [this] { return refusal(read(file_)); });
   }
