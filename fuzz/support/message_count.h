@@ -6,9 +6,10 @@
 
 namespace vsa_fuzz {
 
-/// Counts a message. At the exit of the process, one line "COUNT NAME" per message is appended to a
-/// file. The environment variable VSA_FUZZ_MESSAGES contains the name of the file. Without it, or
-/// if no message was counted, nothing is written.
+/// Counts one message with this id. At the exit of the process, one line "COUNT NAME" for each id,
+/// even with count 0, is appended to the file that the environment variable VSA_FUZZ_MESSAGES
+/// names. HostError and TooManyArrayElements have no line, because the fuzzers cannot cause them.
+/// Without the variable, or if this function was never called, nothing is written.
 void countMessage(zn::korvo_sdk::DiagnosticId id);
 
 }  // namespace vsa_fuzz

@@ -3,12 +3,15 @@
 //   const vsa::WriteResult result = vsa::writeFile(scene, "scene.vsa");
 //   if (!result.isWritten()) std::puts(result.message.c_str());
 //
-// With the default options, reading the text gives the same scene, except that a version of 0
-// becomes 1. This includes the order of nodes and inputs, every bit of every value and buffer,
-// links and header. A text cannot represent everything, for instance a name that is not an
-// identifier. Therefore the functions check the whole scene first, and write nothing if it has a
-// problem. With WriteOptions::lossy they write what a text can represent, and list the problems
-// that they meet. They do not throw or print. The scene must not change during the call.
+// With the default options, reading the text gives the same scene: the order of nodes and inputs,
+// every bit of every value and buffer, links and header. There are three exceptions. A version of 0
+// may become 1. If no comment contains the version or the time, the writer adds one, which the
+// scene that is read then has, too. Empty arrays without an element type: see docs/writing.md.
+//
+// A text cannot represent everything, for instance a name that is not an identifier. Therefore the
+// functions check the whole scene first, and write nothing if it has a problem. With
+// WriteOptions::lossy they write what a text can represent, and list the problems that they meet.
+// They do not throw or print. The scene must not change during the call.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +28,8 @@
 
 namespace vsa {
 
-/// A destination of a text that is neither a file nor a string. The host owns the object.
+/// Receives a text part by part. A host derives from it to write to anything else than a file or a
+/// string (see writeTo). For a file, there is FileReplacement. The host owns the object.
 class VSA_API Sink {
  public:
   virtual ~Sink() = default;
@@ -38,19 +42,20 @@ class VSA_API Sink {
   virtual std::string error() const { return {}; }
 };
 
-/// Something in the scene that no text can represent.
+/// Something in the scene that a text with these options cannot represent.
 struct WriteProblem {
   /// The name of the node. It is empty if the problem is in the header.
   std::string node;
   /// The path of the input without the node, such as ".keys[2].time". It is empty if the problem is
   /// the node itself or in the header.
   std::string input;
-  /// The reason why no text can represent it, as a message for people.
+  /// The reason why the text cannot represent it, as a message for people.
   std::string reason;
   /// Whether a lossy text (see WriteOptions::lossy) contains another value instead. If false, a
   /// lossy text leaves out this node or input and everything inside it. There is one exception: if
   /// the problem is a connection, the text leaves out only the connection. For a problem in the
-  /// header it is always false.
+  /// header it is always false: the text leaves out the invalid comment, or it has no version or
+  /// time except what the valid comments of the scene contain.
   bool isReplaced = false;
 };
 
@@ -59,7 +64,8 @@ enum class WriteStatus : std::uint8_t {
   /// The text was written. If WriteOptions::lossy is set, `problems` lists what the text does not
   /// represent.
   Written,
-  /// The scene contains something that no text can represent. Nothing was written.
+  /// The scene contains something that a text with these options cannot represent. Nothing was
+  /// written.
   NotCarried,
   /// The file could not be written, or the sink returned false. An existing file is unchanged, but
   /// a sink, pipe or device may have received a part of the text.
@@ -78,14 +84,15 @@ struct [[nodiscard]] WriteResult {
   /// The reason why there is no text, as a message for people. It is empty if `status` is Written
   /// or OutOfMemory. It may be empty if it is Unwritable or HostException.
   std::string message;
-  /// What no text can represent: first in the header, then in the nodes in the order of their
+  /// What the text cannot represent: first in the header, then in the nodes in the order of their
   /// creation (with WriteOptions::lossy, in the order of the text). The list has at most
   /// WriteOptions::keptProblems elements.
   std::vector<WriteProblem> problems;
   /// The number of all problems, including those that are not in `problems`.
   std::uint64_t problemCount = 0;
-  /// The size of the text in bytes. It is 0 if the writing ended before the last byte was passed
-  /// on.
+  /// The size of the text in bytes, or 0 if the sink or the new file did not take all of it. If
+  /// writeFile fails only when it replaces the old file, it is the size, although `status` is not
+  /// Written.
   std::uint64_t bytesWritten = 0;
   /// The exception of the sink, if `status` is HostException.
   std::exception_ptr exception;
@@ -116,8 +123,8 @@ VSA_API TextResult writeText(const zn::korvo_sdk::Scene& scene,
                              const WriteOptions& options = {}) noexcept;
 VSA_API TextResult writeText(const Scene& scene, const WriteOptions& options = {}) noexcept;
 
-/// Writes the text to `sink`, part by part. In addition to the problems that it lists, the function
-/// needs less than 8 MiB of memory for any number of nodes and inputs.
+/// Writes the text to `sink`, part by part. Needs less than 8 MiB of memory for any number of nodes
+/// and inputs, plus the memory of WriteResult::problems.
 VSA_API WriteResult writeTo(const zn::korvo_sdk::Scene& scene, Sink& sink,
                             const WriteOptions& options = {}) noexcept;
 VSA_API WriteResult writeTo(const Scene& scene, Sink& sink,

@@ -1,5 +1,5 @@
-// Parses right-hand sides: a connection or a value, and the ";" after it. Does not access the
-// scene.
+// Parses the rest of an assignment after its left-hand side: "=" or "|=", the right-hand side (a
+// value, a reference or a connection), and the ";". Does not access the scene.
 #include "vsa/parser.h"
 
 namespace zn::korvo_sdk::impl {

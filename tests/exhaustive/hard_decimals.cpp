@@ -157,7 +157,7 @@ Decimal hardDecimal(Random& random) {
       return ofOrder(random, between(random, 1, 40), -326, -306);
     case 6:  // a decimal near an end of the range of a float
       return nearEndOfFloats(random);
-    default:  // a decimal with as many digits as a double has
+    default:  // a decimal with 15 to 19 digits, which fit into 64 bits
       return ofOrder(random, between(random, 15, 19), -345, 312);
   }
 }

@@ -65,10 +65,11 @@ struct Diagnostic {
   /// The label at the beginning of the log line, such as "PARSE ERROR". It is empty if the log line
   /// has no position.
   std::string kind;
-  /// The line and the column in the log line. They are the position of the token at which the
-  /// parser detected the problem, or of the character before an invalid one. This position can be
-  /// after `range`. Both numbers are 0 before the first token, and if the log line has no position.
-  /// Before the first character, the line is 1 and the column is 0.
+  /// The line and the column in the log line. Usually they are the position of the token at which
+  /// the parser detected the problem, or 0 and 0 if there is no token yet. For an invalid
+  /// character, they are the position of the character before it, or line 1 and column 0 if it is
+  /// the first one of the text. Both are 0 if the log line has no position. This position can be
+  /// after `range`.
   std::int32_t logLineNumber = 0;
   std::int32_t logColumn = 0;
   /// The path of the input with the problem, such as "worktop.points[3]". It begins with the name

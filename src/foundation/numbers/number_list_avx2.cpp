@@ -92,9 +92,10 @@ VSA_AVX2_INLINE __m256i bothHalves(const void* low, const void* high) {
       _mm_loadu_si128(static_cast<const __m128i*>(high)), 1);
 }
 
-// Masks of the first and the last bit of each field. Each field has 16 bits of a word. A field has
-// at most 15 characters, so its last bit is always free. Sums therefore never carry into the next
-// field.
+// Masks for uint64_t words with one bit for each character of four fields. Field i has the bits
+// 16 * i to 16 * i + 15, and its first character has the lowest bit. A field has at most 15
+// characters, so the highest of its 16 bits is never one of its characters. Sums of two such words
+// therefore never carry into the next field.
 constexpr uint64_t EACH_FIRST = 0x0001000100010001;
 constexpr uint64_t EACH_LAST = 0x8000800080008000;
 

@@ -99,9 +99,9 @@ class Lexer {
   /// The bytes from `windowStart` to `windowBegin` have been consumed and are still in memory.
   const char* windowStart = nullptr;
 
-  /// The last byte of the window. Equals `windowBegin` if the window is empty. Consuming a byte
-  /// makes the byte after it the lookahead. Therefore only the bytes before the last byte can be
-  /// consumed without the source.
+  /// The last byte of the window, or `windowBegin` if the window is empty. To consume a byte, the
+  /// lexer needs the byte after it as the new `lookaheadChar`. So the last byte of the window
+  /// cannot be consumed without the source.
   const char* windowLast() const noexcept {
     return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
   }

@@ -8,9 +8,12 @@
 
 namespace vsa_tools {
 
-/// The pairs of nodes of two scenes A and B. Nodes with the same name are a pair. Of the remaining
-/// nodes, two with equal hashes are a pair: they have the same type and the same content, and so
-/// have the remaining nodes up to three links away. Tolerances make no difference.
+/// Pairs each node of scene A with at most one node of scene B. Nodes with the same name are a
+/// pair. The other nodes are compared by a hash. It covers the type, values and links of the node,
+/// and those of every other unpaired node that at most three links lead to. Nodes with equal hashes
+/// are a pair. --tolerance and --relative do not apply here. Inputs that match a pattern of
+/// `ignored`
+/// (--ignore) are left out.
 class NodeMatch {
  public:
   NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);

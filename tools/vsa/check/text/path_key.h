@@ -36,11 +36,11 @@ class NodeGenerations {
 
  private:
   std::unordered_map<PathKey, std::uint64_t> removals_;
-  PathKey last_ = 0, lastKey_ = 0;  // the argument and the result of the last call of keyOf
+  PathKey last_ = 0, lastKey_ = 0;  // the last node that keyOf looked up, and its key
 };
 
-/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at". The node is
-/// the last one of its name in `nodes`.
+/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at". If nodes of
+/// that name were removed (`nodes` knows how many), it is the key for the newest node of the name.
 PathKey keyOfPath(std::string_view path, NodeGenerations& nodes);
 /// Like keyOfPath() above, without regard to removed nodes.
 inline PathKey keyOfPath(std::string_view path) {

@@ -37,7 +37,8 @@ class SceneFindings {
   void finish();
 
  private:
-  // A SceneFinding with shortened texts.
+  // A SceneFinding that waits for finish(), which finds its place. To save memory, it has the key
+  // of the path instead of the path, and long quotations in its texts are shortened.
   struct Waiting {
     RuleId rule;
     PathKey input;

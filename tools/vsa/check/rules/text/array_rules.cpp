@@ -162,7 +162,8 @@ class ArrayRules final : public StatementRule {
     return *index;
   }
 
-  // Records the elements before `index` as missing.
+  // Records as missing the elements between the present end of the array and `index`. Does nothing
+  // if the rule ArrayGap is disabled.
   void addMissing(ArrayUse& array, std::uint64_t index, const StatementView& view,
                   std::string_view step) {
     if (!found_.isEnabled(RuleId::ArrayGap)) return;
