@@ -24,13 +24,13 @@ struct Masks {
 
 inline Masks masksOf(const char* bytes) {
   Masks masks;
-  for (int part = 0; part < 4; ++part) {
-    const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + 16 * part));
+  for (std::size_t part = 0; part < 64; part += 16) {
+    const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(bytes + part));
     const __m128i value = _mm_sub_epi8(text, _mm_set1_epi8('0'));
     const __m128i isDigit = _mm_cmpeq_epi8(_mm_min_epu8(value, _mm_set1_epi8(9)), value);
     const __m128i isPoint = _mm_cmpeq_epi8(text, _mm_set1_epi8('.'));
     const auto bitsOf = [&](const __m128i& is) {
-      return std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(is))} << 16 * part;
+      return std::uint64_t{static_cast<std::uint32_t>(_mm_movemask_epi8(is))} << part;
     };
     masks.digits |= bitsOf(isDigit);
     masks.points |= bitsOf(isPoint);
