@@ -34,16 +34,6 @@ std::uint64_t noticedAt(const HintText& text, std::uint64_t open) {
   return at;
 }
 
-vsa::TextPosition moved(const HintText& text, vsa::TextPosition from, std::uint64_t offset) {
-  for (; from.offset < offset; ++from.offset) {
-    ++from.column;
-    if (text.at(from.offset) != '\n') continue;
-    ++from.line;
-    from.column = 1;
-  }
-  return from;
-}
-
 const char* hintFor(char open) {
   switch (open) {
     case '"':
@@ -69,10 +59,8 @@ void hintForUnclosed(HintText& text, const vsa::TextRange& open, Finding& findin
   const bool isAtEnd = noticed >= text.text().size();
   // At the end of the text, the place of the note is the end of the last line that is not empty.
   const std::uint64_t at = isAtEnd ? std::max(text.endBefore(noticed), open.end.offset) : noticed;
-  const vsa::TextPosition begin = moved(text, open.begin, at);
-  const vsa::TextPosition end = isAtEnd ? begin : moved(text, begin, at + 1);
   finding.notes.push_back(
-      {{begin, end},
+      {text.rangeOf(text.text().substr(at, isAtEnd ? 0 : 1)),
        isAtEnd ? "the text ends here, and nothing has closed it" : "the reader notices it here"});
 }
 
