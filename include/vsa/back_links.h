@@ -12,8 +12,9 @@ namespace vsa {
 
 /// An index of all references and connections of a scene, by the node to which they lead. Links of
 /// removed nodes are not in the index. The constructor visits every input, element and member of
-/// the other nodes twice. Later changes of the scene do not change the index. The index takes 8
-/// bytes for each link, and 8 bytes for each node that was ever created.
+/// the other nodes twice. Later changes of the scene do not change the index. On 64-bit systems,
+/// the index takes 8 bytes for each link, and 8 bytes for each node that was ever created. While
+/// the constructor runs, it takes another 8 bytes for each node.
 class VSA_API BackLinks {
  public:
   /// An index without links.
@@ -24,10 +25,11 @@ class VSA_API BackLinks {
 
   /// Returns the inputs that refer to `node` or are connected to one of its outputs. Inputs of
   /// nodes that were created earlier come first. Within a node, inputs and members have the order
-  /// of their creation, and elements have the order of their indices. An input with both a
-  /// reference to `node` and a connection to one of its outputs is listed twice. The result is
-  /// empty if `node` is missing, was removed, belongs to another scene or was created after the
-  /// index. The result is valid until this object is destroyed or assigned to.
+  /// of their creation, and elements have the order of their indices. An input comes before its own
+  /// elements and members. An input with both a reference to `node` and a connection to one of its
+  /// outputs is listed twice. The result is empty if `node` is missing, was removed, belongs to
+  /// another scene or was created after the index. The result is valid until this object is
+  /// destroyed or assigned to.
   std::span<const InputView> of(NodeView node) const noexcept;
 
  private:

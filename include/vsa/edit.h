@@ -9,20 +9,21 @@
 // function that fails changes nothing. The exception is OutOfMemory: an input may then have lost
 // its value or become an object, and the header of a scene may have lost comments. A function of a
 // missing node or input fails, so a program can chain calls without checks. A function also fails
-// if no text can represent the result of the change: see EditError. There are two exceptions: an
-// array without elements (see Arrays below), and an object without members in an input that the
-// node type declares with the type Null.
+// if no text can represent the result of the change: see EditError. There is one exception: an
+// array without elements (see Arrays below).
 //
 // If the input or member exists already, add() returns it unchanged. set() replaces the value. If
 // the new value has another type, set() also replaces the type. There are three exceptions. If the
 // node type declares another type for the input, set() fails with DeclaredType. If it declares that
 // the input accepts links only, set() fails with TakesNoValue. If the elements of the array have
 // another type, set() of an element fails with OtherElementType. The other functions that change
-// the type of an input follow the same rules, except that an input for links accepts refer().
+// the type of an input follow the same rules, except that an input for links accepts refer() if its
+// declared type is Null or Node.
 //
 // Views and ranges stay usable after a change. If an input is removed, the memory of its values is
-// freed at once, or used for later values of the scene. The object itself, 48 bytes, is freed with
-// the scene. A removed node keeps its inputs and their values until the scene is destroyed.
+// freed at once, or used for later values of the scene. The object itself (48 bytes on 64-bit
+// systems) and its name are freed with the scene. A removed node keeps its inputs and their values
+// until the scene is destroyed.
 #pragma once
 
 #include <array>
@@ -57,8 +58,8 @@ struct [[nodiscard]] Added : Handle {
 
 namespace detail {
 
-// The element type of one number in T: Float for both float and std::array<float, 3>. Null for a
-// struct.
+// The element type of one number in T: Float for both float and std::array<float, 3>. Null if T is
+// neither a number nor a std::array of numbers.
 template <class T>
 struct NumberOf {
   static constexpr ElementType TYPE = componentTypeOf<T>();
@@ -118,12 +119,13 @@ class Input : public InputView {
   /// Sets the value to a buffer of `count` elements without copying `memory`. The memory must have
   /// room for at least `count` elements. The input takes ownership of it. If the function fails, it
   /// frees the memory. It fails with BufferSize if `memory` is null and the count is not 0, and if
-  /// the number of bytes overflows.
+  /// the number of bytes overflows. The other errors are those of setBufferBytes.
   VSA_API Status setBuffer(ElementType type, std::uint64_t count,
                            BufferMemory memory) const noexcept;
-  /// Removes the value. The type of the input is then Null. Fails with DeclaredType if the node
-  /// type declares the input with a value type, and with OtherElementType for an element of an
-  /// array with an element type.
+  /// Removes the value. The type of the input is then Null. An input that the node type declares is
+  /// an exception: the function fails with TakesNoValue if it accepts links only, and with
+  /// DeclaredType if its type is not Null. For an element of an array with an element type, it
+  /// fails with OtherElementType.
   VSA_API Status clear() const noexcept;
 
   // Links. The functions with a node fail with Missing if the node is missing, with Removed if it
@@ -142,12 +144,12 @@ class Input : public InputView {
 
   // Arrays. All elements of an array have its element type. If the element type is Null, the
   // elements can only have links; an element with a reference has the type Node. A text can
-  // represent an array without elements only if its element type is Null, or if the node type
-  // declares the array with this element type.
+  // represent an array without elements only if its element type is Null (the reader then logs an
+  // error), or if the node type declares the array with this element type.
 
   /// Makes the input an array of `elementType`. Removes all elements that it had before. Fails with
-  /// BadElementType for Node, and with DeclaredType if the node type declares the array with
-  /// another element type.
+  /// BadElementType for Node and for a number that is no type, and with DeclaredType if the node
+  /// type declares the array with another element type.
   VSA_API Status makeArray(ValueType elementType) const noexcept;
   /// Appends an element with the zero value of its type. If the element type is Null, the element
   /// has no value. Fails with BadBufferType if the elements are buffers: use appendBuffer for them.
@@ -168,7 +170,7 @@ class Input : public InputView {
   VSA_API Status appendBuffer(ElementType type, std::uint64_t count,
                               BufferMemory memory) const noexcept;
   /// Changes the number of elements to `count`. Removes elements at the end, or appends elements as
-  /// append() does.
+  /// append() does. If it fails, the number does not change.
   VSA_API Status resize(std::uint64_t count) const noexcept;
 
   // Objects.
@@ -178,7 +180,7 @@ class Input : public InputView {
   /// as it has members: see `add` and `remove`.
   VSA_API Status makeObject() const noexcept;
   /// Returns the member with this name. If there is none, adds a member without a value. An input
-  /// of type Null first becomes an object. Fails with NotAnObject if the input has another type.
+  /// of type Null first becomes an object. Fails with NotAnObject if the input has any other type.
   VSA_API Added<Input> add(TextParameter member) const noexcept;
   /// Sets the value of the member with this name. If there is none, adds the member.
   VSA_API Status set(TextParameter member, const Value& value) const noexcept;

@@ -15,7 +15,7 @@ enum class EditError : std::uint8_t {
   // The change is not possible for this node or input.
   Missing,           ///< The node or input does not exist.
   Removed,           ///< The node or input was removed from its scene.
-  OtherScene,        ///< The link is to a node of another scene.
+  OtherScene,        ///< The node belongs to another scene.
   NotAnArray,        ///< The change requires an array, and the input is not an array.
   NotAnObject,       ///< The change requires an object, and the input has another type.
   OtherElementType,  ///< The elements of the array have another type.
@@ -41,7 +41,8 @@ enum class EditError : std::uint8_t {
   /// count that is too large.
   BufferSize,
   BadComment,         ///< The comment contains a line end or a byte 0xFF.
-  BadVersionComment,  ///< The comment contains "version:" and no number after its first ":".
+  BadVersionComment,  ///< The comment contains "version:", but its first ":" is not followed by an
+                      ///< integer from 0 to 2^64 - 1.
   /// The time begins or ends with white space, or it contains a line end, a byte 0xFF or
   /// "version:".
   BadTime,

@@ -18,9 +18,9 @@ namespace vsa {
 /// A sink that replaces one file by a new one. vsa::writeFile uses this class, and programs that
 /// create a text themselves can use it. The bytes go to a new file in the folder of the old file.
 /// `replace` renames the new file to the name of the old one. Before that call the old file does
-/// not change, even if this object is destroyed or the process ends. A process that is killed
-/// leaves the new file behind. If the path is a pipe or a device, the bytes go to it directly. The
-/// functions throw std::bad_alloc and no other exception.
+/// not change, even if this object is destroyed or the process ends. A process that ends without
+/// destroying this object leaves the new file behind. If the path is a pipe or a device, the bytes
+/// go to it directly. The functions throw std::bad_alloc and no other exception.
 class VSA_API FileReplacement final : public Sink {
  public:
   /// An object without a file. Call `open` next.
@@ -34,20 +34,25 @@ class VSA_API FileReplacement final : public Sink {
   /// the link refers is replaced or created. A path that contains a NUL is an error. Like `write`
   /// and `replace`, the function returns false on failure, and `error` then returns the reason.
   bool open(const std::filesystem::path& path);
-  /// Appends `text` to the new file, or to the pipe or device.
+  /// Appends `text` to the new file, or to the pipe or device. Call it after `open` and before
+  /// `replace`.
   bool write(std::string_view text) override;
   /// The path of the new file. It is empty if there is no new file: before `open` has succeeded,
   /// after `replace` has succeeded, and if the bytes go to a pipe or a device.
   const std::filesystem::path& newFile() const noexcept { return temporary_; }
   /// Puts the new file in the place of the old one. Gives the new file the permissions of the old
-  /// file, waits until its bytes are on the disk, and renames it. Before the new file has these
-  /// permissions, only its owner can read it, because the old file may be protected from other
-  /// users. If there is no old file, the new file has the default permissions from the start. Fails
-  /// if `open` was not called, or if an earlier call failed: the new file may not be complete.
+  /// file, and its owner and group if the process may set them, waits until its bytes are on the
+  /// disk, and renames it. If the bytes go to a pipe or a device, only returns true. Before the new
+  /// file has these permissions, only its owner can read it, because the old file may be protected
+  /// from other users. If the owner or the group cannot be set, the new file lacks the permissions
+  /// that would then apply to others: the set-user-ID and set-group-ID bits, and those of the group
+  /// if the group differs. If there is no old file, the new file has the default permissions from
+  /// the start. Fails if `open` was not called, or if an earlier call failed: the new file may not
+  /// be complete.
   bool replace();
 
-  /// The reason why a function returned false, as a message for people. Before `open`, the reason
-  /// why `replace` would fail.
+  /// The reason why a function returned false, as a message for people. After `open`, it is empty
+  /// if no function has failed. Before `open`, it is the reason why `replace` would fail.
   std::string error() const override { return error_; }
 
  private:

@@ -12,8 +12,8 @@
 // By default, the classes store the nodes, the inputs and their types, because the reader asks for
 // them again later. They free all values. A host overrides the functions that HostScene calls for
 // each value or link. To use its own class of nodes, a host overrides makeNode. If one of these
-// functions throws an exception, the reading ends: see ReadStatus::HostException. Nodes, inputs and
-// outputs exist as long as the scene.
+// functions throws an exception, the reading ends: see ReadStatus::HostException and
+// ReadStatus::OutOfMemory. Nodes, inputs and outputs exist as long as the scene.
 #pragma once
 
 #include <cstdint>
@@ -53,8 +53,8 @@ class VSA_API HostOutput final : public zn::korvo_sdk::interfaces::IOutput {
 };
 
 /// An input of a HostNode, an element of an array or a member of an object. It stores its name,
-/// type, elements and members. It stores no value. A host may derive a class from it: see
-/// HostNode::makeInput.
+/// type, elements and members, and the element type of an array or buffer. It stores no value. A
+/// host may derive a class from it: see HostNode::makeInput.
 class VSA_API HostInput : public zn::korvo_sdk::interfaces::IInput {
  public:
   /// Creates an input of `node`. `parent` is the array or object that contains the input, or null
@@ -141,10 +141,11 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   virtual void onValue(const HostInput& input, const zn::korvo_sdk::AttrData& value);
   /// Called when the input becomes a reference to `node`: after the last statement, like
   /// onConnection. A null `node` means a reference to no node, to a node for which makeNode
-  /// returned null, or to a node that is dropped (see ReadOptions::wantedNames).
+  /// returned null, or to a node that is dropped (see ReadOptions::wantedNames). Not called if the
+  /// type of the input is neither Null nor Node: the reader then logs a warning.
   virtual void onReference(const HostInput& input, HostNode* node);
   /// Called when the input is connected to `output`. A null `output` means that the connection of
-  /// the input is removed, or that its node is dropped.
+  /// the input is removed, or that the node of the output is dropped.
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
   /// Creates an input, an element or a member. The parameters are those of HostInput's constructor.
@@ -171,8 +172,8 @@ class VSA_API HostNode : public zn::korvo_sdk::interfaces::INode {
   std::map<std::string, std::unique_ptr<HostOutput>, std::less<>> outputs_;
 };
 
-/// A scene of a host. No two of its nodes have the same name. One thread at a time may read into
-/// it.
+/// A scene of a host. No two of its nodes have the same name, except for removed nodes. One thread
+/// at a time may read into it.
 class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
  public:
   /// An empty scene.
@@ -185,21 +186,20 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   /// for it.
   HostNode* node(TextParameter name) const;
 
-  /// The maximum number of empty array elements in the scene. If the scene has this many, no array
-  /// can grow, and the reading ends with an error. An element is empty until it gets a value, a
-  /// member, an element or a link. A link counts only when it is resolved, after the last
-  /// statement.
+  /// The maximum number of empty array elements in the scene. If the scene has this many and a text
+  /// makes an array grow, the reading ends with an error (ReadStatus::OverLimit). An element is
+  /// empty until it gets a value, a member, an element or a link. A pending link counts, too.
   std::uint64_t emptyElementLimit = 524288;
   /// The maximum nesting level of inputs. An input of a node has level 1. If a text exceeds the
-  /// maximum, the reading ends with an error.
+  /// maximum, the reading ends with an error (ReadStatus::OverLimit).
   std::uint64_t depthLimit = 256;
 
   // Notifications of changes. Except for makeNode, the defaults do nothing.
 
-  /// Creates the node for a declaration or a `define` statement. For `define`, `type` is the name
-  /// of the node. The default returns a HostNode. If the function returns null, the scene stores
-  /// only the name of the node. The reader then checks the statements of the node, and the scene
-  /// ignores its values and links.
+  /// Creates the node for a declaration or a `define` statement. Not called if the scene has a node
+  /// with this name. For `define`, `type` is the name of the node. The default returns a HostNode.
+  /// If the function returns null, the scene stores only the name of the node. The reader then
+  /// checks the statements of the node, and the scene ignores its values and links.
   virtual std::unique_ptr<HostNode> makeNode(std::string_view type, std::string_view name);
   /// Called when a node is removed, except for nodes for which makeNode returned null. Look-ups of
   /// its name then return no node. The object exists as long as the scene.
@@ -211,7 +211,7 @@ class VSA_API HostScene : public zn::korvo_sdk::interfaces::IScene {
   virtual void onReference(const HostInput& input, HostNode* node);
   virtual void onConnection(const HostInput& input, const HostOutput* output);
 
-  // The functions of IScene.
+  // The functions of IScene. By default, the four functions for the header do nothing.
 
   zn::korvo_sdk::interfaces::INode* findNode(const zn::String& name) override;
   zn::korvo_sdk::interfaces::INode* createNode(const zn::String& type, const zn::String& name,

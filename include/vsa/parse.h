@@ -36,10 +36,10 @@ struct ReadReport {
 ///
 /// Throws DiagnosticError, a std::runtime_error, if one of the first three tokens contains an
 /// invalid character: the function reads these tokens before the first statement, and does not
-/// catch their exceptions. std::bad_alloc propagates to the caller. So do exceptions of the scene
-/// and the log sink, except for std::runtime_error. A std::runtime_error that the log sink throws
-/// while it receives the error that stopped the parse propagates, too. If the scene is null, no
-/// node is found or created.
+/// catch their exceptions. std::bad_alloc propagates to the caller. So do exceptions of the scene,
+/// the log sink and the diagnostic sink, except for std::runtime_error. A std::runtime_error that a
+/// sink throws while it receives the error that stopped the parse propagates, too. If the scene is
+/// null, no node is found or created.
 ///
 /// The caller owns the scene. A further call with the same scene adds nodes to it. Several threads
 /// may call the function at the same time with different scenes.

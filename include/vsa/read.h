@@ -40,14 +40,15 @@ namespace vsa {
 
 /// A source of a text that is neither a file nor in memory, such as an archive, a socket or the
 /// output of a decompressor. The host owns the object. If one of its functions throws an exception,
-/// the reading ends with ReadStatus::HostException, or with OutOfMemory for a std::bad_alloc. A
-/// byte order mark is not skipped: its bytes are letters of the first word.
+/// the reading ends with ReadStatus::HostException, or with OutOfMemory for a std::bad_alloc; a
+/// SyntaxReader passes the exception on. A byte order mark is not skipped: its bytes are letters of
+/// the first word.
 class VSA_API Source {
  public:
   virtual ~Source() = default;
   /// Writes bytes of the text to `to` and returns their number. `to` has room for at least 1 byte.
-  /// Returns 0 at the end of the text and if a read fails. A result greater than `to.size()` counts
-  /// as `to.size()`.
+  /// Returns 0 at the end of the text and if a read fails, and may be called again after that. A
+  /// result greater than `to.size()` counts as `to.size()`.
   virtual std::size_t read(std::span<char> to) = 0;
   /// The number of bytes from the current position to the end. 0 and std::nullopt mean that the
   /// number is not known.
@@ -74,7 +75,7 @@ struct AppliedCounts {
   /// The number of statements and comments that the parser began. The last one may have failed.
   std::uint64_t statements = 0;
   /// The number of nodes that were created, including nodes that were dropped (see
-  /// ReadOptions::wantedNames).
+  /// ReadOptions::wantedNames) and nodes for which HostScene::makeNode returned null.
   std::uint64_t nodes = 0;
   /// The number of array elements that were created, or whose creation failed.
   std::uint64_t elements = 0;
@@ -109,8 +110,8 @@ struct [[nodiscard]] ReadOutcome {
   std::uint64_t errorCount = 0;
   /// The number of warnings that were found, kept or not.
   std::uint64_t warningCount = 0;
-  /// The number of bytes of the text that were read. It includes the lookahead: up to three tokens
-  /// that the parser has not consumed.
+  /// The number of bytes of the text that the lexer has consumed. It includes the lookahead: up to
+  /// three tokens that the parser has not consumed.
   std::uint64_t bytesRead = 0;
   /// What the reading applied to the scene.
   AppliedCounts applied;
@@ -119,9 +120,10 @@ struct [[nodiscard]] ReadOutcome {
   std::vector<SkippedBuffer> skippedBuffers;
   /// The exception of the host's scene, source or callback, if `status` is HostException. If
   /// `status` is OutOfMemory, it is the std::bad_alloc that the library or the host threw. An
-  /// exception that a scene throws while a text is read also causes a diagnostic, HostError. The
-  /// range of this diagnostic is the statement, or the statement of the link that is resolved.
-  /// While inputs are released, it is the end of the text.
+  /// exception other than std::bad_alloc that a scene throws also causes a diagnostic, HostError.
+  /// The range of this diagnostic is the statement, or the statement of the link that is resolved.
+  /// While inputs are released, it is the end of the text, and while the header is reset, its
+  /// beginning.
   std::exception_ptr exception;
 
   /// Whether the whole text was read and its links were resolved.
@@ -136,7 +138,8 @@ struct [[nodiscard]] ReadResult : ReadOutcome {
 
 /// Reads the file at `path` into a new scene. A byte order mark at the beginning of the file is
 /// skipped. The bytes of a pipe or device are read when they arrive. The status is Unreadable if
-/// the file does not exist or is a directory, and if the path is null or contains a NUL.
+/// the file cannot be opened or read, for example because it does not exist or is a directory, and
+/// if the path is null or contains a NUL.
 VSA_API ReadResult readFile(const std::filesystem::path& path,
                             const ReadOptions& options = {}) noexcept;
 VSA_API ReadResult readFile(const char* path, const ReadOptions& options = {}) noexcept;
@@ -166,10 +169,12 @@ struct [[nodiscard]] LoadedBuffer : ReadOutcome {
 
 /// Reads the literal of a skipped buffer from the same file or text. The position and the input
 /// path of a diagnostic are those in the whole text. Limits, counts and progress refer to the
-/// literal only. The status is Unreadable if the file cannot be read, or if the path or text is
-/// null. It is also Unreadable if there is no literal of the same type and count at this position.
-/// The text at this position can also cause one of the other statuses. If only the numbers in the
-/// literal have changed, the function does not detect this and returns the new numbers.
+/// literal only. The limits of nodes and depth, `buffers`, `wantedNames` and `wantedTypes` are
+/// ignored. The status is Unreadable if the file cannot be read or is not a regular file, if the
+/// path contains a NUL, or if the path or text is null. It is also Unreadable if there is no
+/// literal of the same type and count at this position. The text at this position can also cause
+/// one of the other statuses. If only the numbers in the literal have changed, the function does
+/// not detect this and returns the new numbers.
 VSA_API LoadedBuffer loadBuffer(const std::filesystem::path& path, const SkippedBuffer& skipped,
                                 const ReadOptions& options = {}) noexcept;
 VSA_API LoadedBuffer loadBuffer(const char* path, const SkippedBuffer& skipped,

@@ -50,9 +50,9 @@ class VSA_API Scene {
   /// Adds a node without inputs. Fails with BadName if no text can represent the type or the name.
   /// Fails with NameTaken if the scene has a node with this name.
   Added<Node> addNode(TextParameter type, TextParameter name) noexcept;
-  /// Removes a node. Connections to its outputs and references to it are removed, too. Views of the
-  /// node stay valid: see NodeView::isRemoved. Fails with Missing, Removed or OtherScene if the
-  /// scene does not contain the node.
+  /// Removes a node. Connections to its outputs are removed, too, and references to it become
+  /// references to no node. Views of the node stay valid: see NodeView::isRemoved. Fails with
+  /// Missing, Removed or OtherScene if the scene does not contain the node.
   Status removeNode(NodeView node) noexcept;
 
   // The header of the file. A text contains version and time as comments, so these functions also
@@ -81,11 +81,12 @@ class VSA_API Scene {
   // The plain interface.
 
   /// Returns the scene as an object of the plain interface. The reference is valid until this
-  /// vsa::Scene is destroyed, moved from or assigned to. If nothing has been added to the scene
-  /// yet, the function allocates the object of the plain interface, and may throw std::bad_alloc.
+  /// vsa::Scene is destroyed, moved from or assigned to. If this object does not exist yet, the
+  /// function allocates it, and may throw std::bad_alloc.
   zn::korvo_sdk::Scene& plain();
-  /// Returns the scene as a constant object of the plain interface. If nothing has been added to
-  /// the scene yet, the result is an empty scene that all vsa::Scene objects share.
+  /// Returns the scene as a constant object of the plain interface. If this object does not exist
+  /// yet, the result is an empty scene that all vsa::Scene objects share, and the function may
+  /// throw std::bad_alloc.
   const zn::korvo_sdk::Scene& plain() const;
 
  private:

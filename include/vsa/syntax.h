@@ -11,8 +11,9 @@
 // tokens there are only white space and characters that the format skips like white space.
 //
 // A text is in memory or comes from a Source. For a Source, a SyntaxReader needs a buffer of 256
-// KiB only: it returns a longer token in pieces. The functions throw std::bad_alloc and the
-// exceptions of the source, and no others.
+// KiB only: it returns a longer token in pieces. It does not call Source::error: a read that fails
+// is the end of the text. A byte order mark is not skipped: its bytes are letters of the first
+// word. The functions throw std::bad_alloc and the exceptions of the source, and no others.
 #pragma once
 
 #include <cstddef>
@@ -74,8 +75,8 @@ struct SyntaxToken {
   std::string_view text;
   /// The range of `text` in the source.
   TextRange range;
-  /// The number of line feeds between the previous token and this one. It is 0 for all pieces after
-  /// the first.
+  /// The number of line feeds between the previous token (or the beginning of the text) and this
+  /// one. It is 0 for all pieces after the first.
   std::uint64_t lineFeedsBefore = 0;
 
   /// Whether the token is the punctuation character `c`.
@@ -129,7 +130,7 @@ struct ListPart {
 /// Splits a list token, `(...)` or `{...}`, into its elements as the parser converts them. White
 /// space, commas and brackets of other kinds separate elements. Brackets of the list's own kind do
 /// not separate elements, and neither does white space directly before a closing one. The pieces of
-/// a long token can be added one after another.
+/// a long token can be added one after another. An object reads one list.
 ///
 ///   vsa::ListReader list(token.text);
 ///   while (list.next(part)) use(part);
@@ -187,7 +188,8 @@ VSA_API const char* name(StatementKind kind) noexcept;
 struct SyntaxStatement {
   /// The kind of the statement.
   StatementKind kind = StatementKind::Malformed;
-  /// The tokens. Only the first piece of a long token is stored.
+  /// The tokens. Of a token in several pieces, only the text of the first piece is stored, with the
+  /// kind and the range of the whole token.
   std::vector<SyntaxToken> tokens;
   /// The range from the first token to the last one, with all pieces of these tokens.
   TextRange range;

@@ -10,9 +10,10 @@ namespace vsa {
 
 /// A parameter that accepts a string literal, a `const char*` that ends in a NUL, a std::string or
 /// a std::string_view. Everything else that converts to a std::string_view is accepted, too. A null
-/// pointer is the empty text, which is not a valid name. The literals `0` and `nullptr` do not
-/// compile. The characters are not copied and must exist until the call returns. The conversions
-/// are implicit: a caller passes a text, and a function uses the parameter as a std::string_view.
+/// pointer is the empty text, which is not a valid name. A string literal ends at its first NUL.
+/// The literals `0` and `nullptr` do not compile. The characters are not copied and must exist
+/// until the call returns. The conversions are implicit: a caller passes a text, and a function
+/// uses the parameter as a std::string_view.
 class TextParameter {
  public:
   constexpr TextParameter(const char* text) noexcept  // implicit

@@ -1,5 +1,5 @@
-// The rules for what a text can contain: names, numbers, strings, buffers and comments. Node, Input
-// and Scene check these rules before each change. A program can check them, too.
+// The rules for what a text can contain: names, numbers, strings, buffers, comments and times.
+// Node, Input and Scene check these rules before each change. A program can check them, too.
 #pragma once
 
 #include <cstddef>
@@ -19,7 +19,8 @@ VSA_API bool isName(TextParameter text) noexcept;
 
 /// Whether `text` can be the name of an output in a connection. It is a name as in isName, and
 /// bracket lists may follow it. They are a part of the name, as in "colors[2]". Between their
-/// brackets, digits, "*", "[" and white space are allowed.
+/// brackets, digits, "*", "[", white space and unprintable bytes other than NUL and 0xFF are
+/// allowed. There may be nothing between them.
 VSA_API bool isOutputName(TextParameter text) noexcept;
 
 /// Checks the value of a Real. Returns None, PlusInfinity or NotANumber. Minus infinity is allowed.
@@ -35,8 +36,9 @@ VSA_API Status checkNumbers(std::span<const double> numbers) noexcept;
 VSA_API Status checkString(TextParameter text) noexcept;
 
 /// Checks whether a buffer of this type can contain these bytes. Returns None, BadBufferType,
-/// BufferSize or NotANumber. For floats and doubles, the time is proportional to the number of
-/// bytes, because each number may be a NaN.
+/// BufferSize if the bytes do not fill whole elements, or NotANumber if a number is a NaN that
+/// checkNumbers rejects. For floats and doubles, the time is proportional to the number of bytes,
+/// because each number may be a NaN.
 VSA_API Status checkBuffer(ElementType type, std::span<const std::byte> bytes) noexcept;
 
 /// Checks a comment with or without its "#". Returns None, BadComment, NulCharacter,

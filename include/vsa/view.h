@@ -6,8 +6,9 @@
 //
 // If an object does not exist, a look-up returns a missing view, which is a null pointer. A program
 // may call all functions of a missing view. They return empty texts, empty optionals, empty ranges,
-// false, Null and missing views. A missing view converts to false, every other view to true. Views
-// are valid as long as the scene. This includes views of nodes and inputs that were removed.
+// false, 0, Null, null pointers and missing views. A function with a fallback returns the fallback.
+// A missing view converts to false, every other view to true. Views are valid as long as the scene.
+// This includes views of nodes and inputs that were removed.
 //
 // Views do not change the scene. A function that returns a std::string throws std::bad_alloc if
 // memory runs out. No other function throws.
@@ -110,7 +111,7 @@ class InputView {
     return type() == ValueType::Real ? std::optional(input_->real()) : realOfInteger();
   }
   double real(double fallback) const noexcept { return real().value_or(fallback); }
-  /// The characters of a String. They are valid until the input gets another value.
+  /// The characters of a String. They are valid until the input gets another value or is removed.
   std::optional<std::string_view> string() const noexcept {
     return type() == ValueType::String ? std::optional<std::string_view>(input_->string())
                                        : std::nullopt;
@@ -119,8 +120,8 @@ class InputView {
     return string().value_or(fallback.view());
   }
   /// The 2 to 16 numbers of a vector, position, quaternion, colour or matrix. Matrices are row by
-  /// row. The numbers are valid until the input gets another value. The result is empty for every
-  /// other type.
+  /// row. The numbers are valid until the input gets another value or is removed. The result is
+  /// empty for every other type.
   std::span<const double> components() const noexcept {
     if (input_ == nullptr) return {};
     return {input_->components(), zn::korvo_sdk::componentCount(input_->type())};
@@ -250,7 +251,7 @@ class NodeView {
   bool isDeclared() const noexcept { return node_ != nullptr && node_->isDeclared(); }
 
   /// The inputs, in the order of their creation. If the type of the node is declared, the range
-  /// contains only the inputs that a text has used or a program has added.
+  /// contains only the inputs that a text or a program has looked up or added.
   InputRange inputs() const noexcept {
     return {Inputs{node_}, node_ != nullptr ? node_->inputCount() : 0};
   }
@@ -367,8 +368,7 @@ class SceneView {
   /// The view of `scene`. A null pointer is an empty scene.
   explicit SceneView(const zn::korvo_sdk::Scene* scene) noexcept : scene_(scene) {}
   /// The view of `scene`. The conversion is implicit, so that a caller can pass a scene as a view.
-  /// A temporary zn::korvo_sdk::Scene does not convert, because it would be destroyed before the
-  /// view. A temporary vsa::Scene converts: use its view only within the same expression.
+  /// A temporary scene does not convert, because it would be destroyed before the view.
   SceneView(const zn::korvo_sdk::Scene& scene) noexcept : scene_(&scene) {}
   SceneView(const zn::korvo_sdk::Scene&&) = delete;
 

@@ -1,18 +1,19 @@
-// Includes the whole public API.
+// Includes the whole public API for C++. <vsa/vsa_c.h> is the API for C.
 //
 //   #include <vsa/vsa.h>
 //
 // Namespace vsa is for programs that read and change scenes. The functions that read a text into a
 // scene do not throw or print. A vsa::Scene owns a scene. vsa::NodeView and vsa::InputView give
 // access to its contents. If a node or an input does not exist, their functions return empty
-// results, so a program need not check each look-up. vsa::Node and vsa::Input change the scene.
+// results, so a program need not check each look-up. vsa::Scene, vsa::Node and vsa::Input change
+// the scene.
 //
 //   const vsa::ReadResult result = vsa::readFile("scene.vsa");
 //   const double power = result.scene["sun"]["power"].real(1.0);
 //
 // Namespace zn contains the plain interface. It is for programs that implement their own scene (see
 // <vsa/scene/scene_interface.h>), and for programs that call the entry points of the reader
-// directly. A program with its own scene needs only <vsa/parse.h>.
+// directly. For such a program, <vsa/parse.h> is enough.
 //
 //   zn::korvo_sdk::Scene scene;
 //   const bool read = zn::korvo_sdk::impl::parseVsa(&scene, zn::File::open("scene.vsa"), false);

@@ -12,10 +12,10 @@
  *
  * Handles are opaque pointers. A null handle represents something that does not exist: functions
  * return it also for an index that is too large and for an unknown name. Every function accepts a
- * null handle and then returns null, 0 or an empty text. There are three exceptions, described
- * below: vsa_reading_status, vsa_reading_message and vsa_load_buffer. A null pointer as a name is
- * the empty name. If a pointer for a result is null, the result is not stored. No function throws
- * a C++ exception.
+ * null handle and then returns null, 0 or an empty text. There are four exceptions, described
+ * below: vsa_reading_status, vsa_reading_message, vsa_load_buffer and vsa_load_buffer_from_text. A
+ * null pointer as a name is the empty name. If a pointer for a result is null, the result is not
+ * stored. No function throws a C++ exception.
  *
  * A reading owns everything that functions return about it. These objects do not change, and are
  * valid until vsa_free. Several threads may read texts at the same time, and may use the same
@@ -43,7 +43,7 @@ typedef struct vsa_node vsa_node;
 /* An input of a node, an element of an array or a member of an object. */
 typedef struct vsa_input vsa_input;
 
-/* Characters without a NUL at their end. `data` is never null. */
+/* Characters. No NUL follows them, except as the functions below say. `data` is never null. */
 typedef struct vsa_text {
   const char* data;
   size_t length;
@@ -60,10 +60,11 @@ typedef enum vsa_status {
                    * the buffer to load is not at its position */
   VSA_CANCELLED,  /* the progress function returned 0 */
   VSA_OVER_LIMIT, /* the text exceeds a limit; see vsa_reading_limit */
-  VSA_OUT_OF_MEMORY,
+  VSA_OUT_OF_MEMORY,  /* memory ran out, or the progress function threw std::bad_alloc */
   VSA_HOST_EXCEPTION, /* the progress function threw a C++ exception other than std::bad_alloc */
   VSA_WRONG_USE       /* nothing was read: the options were not initialised by vsa_options_init, or
-                       * the index given to vsa_load_buffer is too large */
+                       * vsa_load_buffer or vsa_load_buffer_from_text got a null reading or an
+                       * index that is too large */
 } vsa_status;
 
 /* The limits that a text can exceed. Members of vsa_options set them. There are two exceptions:
@@ -82,8 +83,9 @@ typedef enum vsa_limit {
 
 /* The progress of a reading. */
 typedef struct vsa_progress {
-  uint64_t bytes_read;     /* bytes of the text that the reader has requested */
-  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED if it is 0 or not known */
+  uint64_t bytes_read;     /* bytes of the text that the reader has received */
+  uint64_t bytes_total;    /* bytes of the text; VSA_UNLIMITED if it is 0 or not known; equal to
+                            * bytes_read in the last call of a complete reading */
   uint64_t links_resolved; /* links that were resolved; 0 until the whole text has been read */
   uint64_t links_total;    /* links of the text; 0 until the whole text has been read */
 } vsa_progress;
@@ -114,18 +116,20 @@ typedef struct vsa_options {
   int keep_header;   /* if 0, a text without a version has version 1; otherwise version 0 */
   int skips_buffers; /* if not 0, buffers are not converted and stay empty: see vsa_load_buffer */
 
-  /* The names and the types of the nodes to keep, each with a NUL at its end. A node is kept if its
-   * name or its type is in the lists. The statements of all other nodes are only checked. There is
-   * one exception: if both lists are empty, all nodes are kept. */
+  /* The names and the types of the nodes to keep, each with a NUL at its end. They must exist
+   * until the reading function returns. A node is kept if its name or its type is in the lists. The
+   * statements of all other nodes are only checked. There is one exception: if both lists are
+   * empty, all nodes are kept. */
   const char* const* wanted_names;
   size_t wanted_name_count;
   const char* const* wanted_types;
   size_t wanted_type_count;
 
   /* Called with `progress_data` and the progress of the reading, which is valid during the call.
-   * The first call is at the beginning. Further calls follow at least 5 milliseconds after one
-   * another. A complete reading makes one last call, whose result is ignored. For all other calls,
-   * a result of 0 ends the reading. A null function is not called. */
+   * The first call is before the text is read, unless the reading ends before that. Further calls
+   * follow at least 5 milliseconds after one another. A complete reading makes one last call, whose
+   * result is ignored. For all other calls, a result of 0 ends the reading. A null function is not
+   * called. */
   int (*progress)(void* progress_data, const vsa_progress* progress);
   void* progress_data;
 } vsa_options;
@@ -148,7 +152,7 @@ VSA_C_API vsa_status vsa_reading_status(const vsa_reading* reading);
  * number that is no status. */
 VSA_C_API const char* vsa_status_name(vsa_status status);
 /* Returns the reason why the reading ended, as a message for people. It is empty if the status is
- * VSA_COMPLETE. For a null reading it is "out of memory". */
+ * VSA_COMPLETE, and if there is no memory for it. For a null reading it is "out of memory". */
 VSA_C_API vsa_text vsa_reading_message(const vsa_reading* reading);
 /* Returns the limit that the text exceeded, or VSA_NO_LIMIT if it exceeded none. */
 VSA_C_API vsa_limit vsa_reading_limit(const vsa_reading* reading);
@@ -158,12 +162,13 @@ VSA_C_API const char* vsa_limit_name(vsa_limit limit);
 
 /* The counts of a reading. */
 typedef struct vsa_counts {
-  uint64_t bytes_read; /* bytes of the text that were read */
+  uint64_t bytes_read; /* bytes of the text that were read, including the parser's lookahead */
   uint64_t statements; /* statements and comments that the parser began */
   uint64_t nodes;      /* nodes that were created, kept or not */
-  uint64_t elements;   /* array elements that were created */
+  uint64_t elements;   /* array elements that were created, or whose creation failed */
   uint64_t values;     /* values that were assigned to inputs of kept nodes */
-  uint64_t links;      /* references and connections that were resolved, with and without success */
+  uint64_t links;      /* references and connections that were resolved, with and without success;
+                        * 0 if the reading ended before that */
   uint64_t errors;     /* errors that were found, kept or not */
   uint64_t warnings;   /* warnings that were found, kept or not */
 } vsa_counts;
@@ -238,8 +243,8 @@ VSA_C_API vsa_text vsa_file_time(const vsa_reading* reading);
 VSA_C_API size_t vsa_comment_count(const vsa_reading* reading);
 VSA_C_API vsa_text vsa_comment_at(const vsa_reading* reading, size_t index);
 
-/* The nodes in the order of their creation. vsa_first_node returns the first node. vsa_next_node
- * returns the node after `node`. Both return null at the end. */
+/* The nodes in the order of their creation, without removed ones. vsa_first_node returns the first
+ * node. vsa_next_node returns the node after `node`. Both return null at the end. */
 VSA_C_API const vsa_node* vsa_first_node(const vsa_reading* reading);
 VSA_C_API const vsa_node* vsa_next_node(const vsa_node* node);
 /* Returns the node with this name, or null. `name` ends in a NUL. */
@@ -263,8 +268,8 @@ VSA_C_API const vsa_input* vsa_find_member(const vsa_input* object, const char* 
 /* Returns the name of an input or a member. It is empty for an element of an array. */
 VSA_C_API vsa_text vsa_input_name(const vsa_input* input);
 /* Writes the path of an input, such as "rig.bones[2].at", and a NUL into the `capacity` bytes at
- * `out`. A path that is too long is cut off. Returns the length of the whole path without the NUL.
- * Returns 0 if memory runs out. */
+ * `out`. A path that is too long is cut off. Writes nothing if `capacity` is 0. Returns the length
+ * of the whole path without the NUL. If memory runs out, the path is empty and the result 0. */
 VSA_C_API size_t vsa_input_path(const vsa_input* input, char* out, size_t capacity);
 
 /* The type of the value of an input. The numbers do not change in later versions. */

@@ -8,8 +8,9 @@
 // may become 1. If no comment contains the version or the time, the writer adds one, which the
 // scene that is read then has, too. Empty arrays without an element type: see docs/writing.md.
 //
-// A text cannot represent everything, for instance a name that is not an identifier. Therefore the
-// functions check the whole scene first, and write nothing if it has a problem. With
+// A text cannot represent everything, for instance a name that is not an identifier. What it can
+// represent in a node of a declared type depends on the declaration at the time of the call.
+// Therefore the functions check the whole scene first, and write nothing if it has a problem. With
 // WriteOptions::lossy they write what a text can represent, and list the problems that they meet.
 // They do not throw or print. The scene must not change during the call.
 #pragma once
@@ -33,7 +34,7 @@ namespace vsa {
 class VSA_API Sink {
  public:
   virtual ~Sink() = default;
-  /// Receives the next part of the text. A part has at most 64 KiB, and is valid during the call.
+  /// Receives the next part of the text. A part has 1 byte to 64 KiB, and is valid during the call.
   /// If the function returns false, the writing ends with WriteStatus::Unwritable. If it throws
   /// std::bad_alloc, the writing ends with OutOfMemory, and for any other exception with
   /// HostException.
@@ -73,7 +74,8 @@ enum class WriteStatus : std::uint8_t {
   /// Memory could not be allocated, or the sink threw std::bad_alloc. The rest is as for
   /// Unwritable.
   OutOfMemory,
-  /// write() or error() of the sink threw an exception other than std::bad_alloc.
+  /// write() or error() of the sink threw an exception other than std::bad_alloc. The rest is as
+  /// for Unwritable.
   HostException,
 };
 
@@ -88,13 +90,13 @@ struct [[nodiscard]] WriteResult {
   /// creation (with WriteOptions::lossy, in the order of the text). The list has at most
   /// WriteOptions::keptProblems elements.
   std::vector<WriteProblem> problems;
-  /// The number of all problems, including those that are not in `problems`.
+  /// The number of all problems that were found, including those that are not in `problems`.
   std::uint64_t problemCount = 0;
-  /// The size of the text in bytes, or 0 if the sink or the new file did not take all of it. If
-  /// writeFile fails only when it replaces the old file, it is the size, although `status` is not
-  /// Written.
+  /// The size of the text in bytes, or 0 if the sink or the new file did not take the whole text.
+  /// If writeFile fails only when it replaces the old file, it is the size, although `status` is
+  /// not Written.
   std::uint64_t bytesWritten = 0;
-  /// The exception of the sink, if `status` is HostException.
+  /// The exception of the sink, if `status` is HostException; otherwise null.
   std::exception_ptr exception;
 
   /// Whether the text was written.

@@ -43,13 +43,14 @@ enum class BufferForm : std::uint8_t {
 
 /// The comments at the beginning of the text.
 enum class HeaderForm : std::uint8_t {
-  /// The comments of the scene. If they do not contain the version or the time of the scene, a
-  /// comment for it is added. A version of 0 or 1 needs no comment, unless a comment contains
-  /// another version. It is a WriteProblem if no comment can contain the time, or if a comment
-  /// contains a time and the scene has none.
+  /// The comments of the scene; one that no text can represent is a WriteProblem. If they do not
+  /// contain the version or the time of the scene, a comment for it is added. A version of 0 or 1
+  /// needs no comment, unless a comment contains another version. It is a WriteProblem if no
+  /// comment can contain the time, or if a comment contains a time and the scene has none.
   Complete,
-  /// Only the comments of the scene. If they do not contain the version or the time of the scene,
-  /// this is a WriteProblem.
+  /// Only the comments of the scene; one that no text can represent is a WriteProblem. A version or
+  /// a time for which Complete would add a comment is a WriteProblem, too, and so is everything
+  /// that is one for Complete.
   Comments,
   /// No comments. The text contains neither the comments of the scene nor its version and time.
   None,
@@ -59,7 +60,8 @@ enum class HeaderForm : std::uint8_t {
 struct WriteOptions {
   /// The maximum width, in bytes, of a line of a buffer's numbers. 0 means no maximum. A longer
   /// list is split between elements, and between the rows of matrices. An element or row that is
-  /// longer has a line of its own. Other lines are not split.
+  /// longer has a line of its own, except that the first one stays in the line of the input. Other
+  /// lines are not split.
   std::size_t lineWidth = 120;
   /// The number of numbers in each line of a buffer's list except the last. 0 means as many as
   /// `lineWidth` allows. For any other number, `lineWidth` has no effect, and a line may end inside
@@ -75,8 +77,9 @@ struct WriteOptions {
   BufferForm buffers = BufferForm::Plain;
   /// The comments at the beginning of the text.
   HeaderForm header = HeaderForm::Complete;
-  /// Whether to leave out what no text can represent. WriteResult::problems then lists what was
-  /// left out or replaced. If false, a scene with a problem is not written.
+  /// Whether to write a scene that no text can represent completely, and to leave out or replace
+  /// what no text can represent. WriteResult::problems then lists what was left out or replaced. If
+  /// false, a scene with a problem is not written.
   bool lossy = false;
   /// The maximum number of elements of WriteResult::problems.
   std::size_t keptProblems = 1000;

@@ -20,10 +20,10 @@ class OpenFile;
 /// of the entry point.
 class VSA_API ByteSource : public RefCounted {
  public:
-  /// Writes up to `capacity` bytes to `to` and returns their number. `capacity` is 1 or more.
-  /// Returns 0 at the end and on an error. The File may call the function again after a result of
-  /// 0. The function must not expect bytes from its own File: during the call, that File behaves as
-  /// if it were at its end.
+  /// Writes up to `capacity` bytes to `to` and returns their number. `capacity` is 1 or more. A
+  /// greater result counts as `capacity`. Returns 0 at the end and on an error. The File may call
+  /// the function again after a result of 0. The function must not expect bytes from its own File:
+  /// during the call, that File behaves as if it were at its end.
   virtual std::size_t read(char* to, std::size_t capacity) = 0;
   /// The error message of a failed read; empty if no read has failed. After a failure, the message
   /// must not become empty again.
@@ -47,10 +47,11 @@ class VSA_API File : public RefersTo<RefCounted> {
   /// another handle refers to it.
   explicit File(ByteSource* source);
 
-  /// Opens the file at `path` for reading. Always returns a File. If the file cannot be opened or
-  /// `path` is null, `failed` of this File returns true. A UTF-8 byte order mark at the start of
-  /// the file is skipped. The bytes of a pipe are read when they arrive, without waiting for a full
-  /// block. The function itself waits for the first of them. Throws std::bad_alloc.
+  /// Opens the file at `path` for reading. Always returns a File. If the file cannot be opened, if
+  /// its first bytes cannot be read (as for a directory), or if `path` is null, `failed` of this
+  /// File returns true. A UTF-8 byte order mark at the start of the file is skipped. The bytes of a
+  /// pipe are read when they arrive, without waiting for a full block. The function itself waits
+  /// for the first of them. Throws std::bad_alloc.
   static File open(const char* path);
 
   /// Whether the file was opened. A file stays open at its end and after an error.
@@ -58,7 +59,7 @@ class VSA_API File : public RefersTo<RefCounted> {
   /// Whether the file was never opened, could not be opened, or had a failed read. If so, the bytes
   /// read are not the whole file.
   bool failed() const;
-  /// The error message; empty if nothing failed.
+  /// The error message; empty if `failed` returns false.
   String error() const;
 
   /// Stores the next byte in `c` and returns true. At the end and on an error, returns false and

@@ -27,8 +27,9 @@ class VSA_API LogSink {
 
 /// Sets the sink of the process. Returns the previous sink, or null if the log went to standard
 /// error. For a null sink the log goes to standard error, as lines "warning: TEXT" and "error:
-/// TEXT". The host owns the sink. It may destroy the sink when another one is set and no thread
-/// writes to the old one any more. Any thread may call this function.
+/// TEXT". TEXT then ends at its first NUL. The host owns the sink. It may destroy the sink when
+/// another one is set and no thread writes to the old one any more. Any thread may call this
+/// function.
 VSA_API LogSink* setLogSink(LogSink* sink) noexcept;
 
 /// Sets the sink of this thread. It receives the log lines of the thread instead of the sink of the

@@ -1,5 +1,5 @@
 // Reference counting: an object counts its handles. When its last handle is destroyed, the object
-// is deleted. String and File are such handles.
+// is deleted (except after HandleCount::makeImmortal). String and File are such handles.
 //
 // Several threads may share an object if each thread has its own handle. If the C library reports
 // that the process has a single thread, the counts change without atomic operations, which would

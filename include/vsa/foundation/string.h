@@ -141,8 +141,9 @@ class VSA_API String : public RefersTo<IRefCounted> {
   }
   bool operator==(const char* other) const noexcept { return view() == other; }
   /// The hash of the text; never 0. Equal texts have equal hashes in one process. Another process
-  /// has other hashes, except for the empty text, because a random key enters the hash. So nobody
-  /// can write a file with many names of the same hash.
+  /// usually has other hashes, because the hash depends on a key that is created once per process.
+  /// So it is hard to write a file with many names of the same hash. The hash of the empty text is
+  /// always 1.
   std::uint64_t hash() const noexcept;
   /// Returns the hash that a String of these characters has.
   static std::uint64_t hashOf(std::string_view text) noexcept;
@@ -187,9 +188,10 @@ class VSA_API String : public RefersTo<IRefCounted> {
   /// parts are left out. `third` is not used.
   StringVector split(char separator, bool skipEmpty, bool third) const;
 
-  // Formatting with the conventions of printf. The result can have any length. A NUL that %c writes
-  // ends the result. %n and unknown conversions are copied unchanged. Never use a text from a file
-  // as the format, because it may contain conversions: pass it as an argument.
+  // Formatting with the conventions of printf. The result can have any length. A conversion other
+  // than a plain %s adds nothing if its own result has more than INT_MAX characters. A NUL that %c
+  // writes ends the result. %n and unknown conversions are copied unchanged. Never use a text from
+  // a file as the format, because it may contain conversions: pass it as an argument.
 
   /// Returns the formatted text.
   static String format(const char* fmt, ...) VSA_PRINTF(1, 2);

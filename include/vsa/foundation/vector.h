@@ -22,9 +22,10 @@ inline constexpr bool MOVES_AS_BYTES = std::is_trivially_copyable_v<T>;
 
 /// Owns elements of type T. The three members are public, so that a host can access the elements
 /// directly. A host must not change these members. Pointers to elements are valid until the vector
-/// grows or is destroyed, or until `reserve` is called. If memory runs out, a function throws
-/// std::bad_alloc and the vector does not change. There is one exception: `reserve` with a capacity
-/// below the size may remove the last elements before it allocates memory.
+/// grows, is cleared, is assigned to or is destroyed, and until `reserve` is called. If memory runs
+/// out, a function throws std::bad_alloc and the vector does not change. There is one exception:
+/// `reserve` with a capacity below the size may remove the last elements before it allocates
+/// memory.
 template <class T>
 class Vector {
  public:

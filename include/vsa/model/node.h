@@ -15,7 +15,9 @@ namespace zn::korvo_sdk {
 class NodeImpl;
 class Scene;
 
-/// A node of a Scene. The scene owns it, and it exists as long as the scene.
+/// A node of a Scene. The scene owns it, and it exists as long as the scene. A function that
+/// creates an input throws std::runtime_error if the depth limit of the scene is 0. Functions that
+/// are not noexcept throw std::bad_alloc if memory runs out.
 class VSA_API Node : public interfaces::INode {
  public:
   Node(const Node&) = delete;
@@ -33,8 +35,8 @@ class VSA_API Node : public interfaces::INode {
   std::string_view typeView() const noexcept;
   /// Whether the type of the node was declared (see registerNodeType) when the node was created.
   bool isDeclared() const noexcept;
-  /// The number of inputs that exist. Declared inputs exist after the first call of `hasInput`,
-  /// `input`, `createInput` or `createArray` with their name.
+  /// The number of inputs, without removed ones. A declared input is created by the first call of
+  /// `hasInput`, `input`, `createInput` or `createArray` with its name.
   std::uint64_t inputCount() const noexcept;
   /// The input with this index, in the order of creation. It is null if `index` is not less than
   /// the count.
@@ -43,29 +45,33 @@ class VSA_API Node : public interfaces::INode {
   /// input.
   Input* inputNamed(std::string_view name) const noexcept;
 
-  /// Removes `input`, an input of this node, and frees its values. Does nothing if `input` belongs
-  /// to another node. The memory of the input is valid until the scene is destroyed. If the type of
-  /// the node declares the input, the next call of `hasInput`, `input`, `createInput` or
-  /// `createArray` with its name creates it again. Takes constant time for the last input, and time
-  /// proportional to the number of inputs for all others.
+  /// Removes `input`, an input of this node, and frees its values. Does nothing if `input` is null,
+  /// was removed, or is not a direct input of this node. The memory of the input is valid until the
+  /// scene is destroyed. If the type of the node declares the input, the next call of `hasInput`,
+  /// `input`, `createInput` or `createArray` with its name creates it again. Takes constant time
+  /// for the last input, and time proportional to the number of inputs for all others.
   void removeInput(Input* input) noexcept;
 
   // The functions of INode. They do what the interface describes. The comments here describe what
   // this scene does in addition.
 
-  /// Returns whether the node has this input. If the type of the node declares the input and the
-  /// input does not exist yet, the function first creates it.
+  /// Returns whether the node has an input with this name and type. The type Null means any type.
+  /// If the type of the node declares the input and the input does not exist yet, the function
+  /// first creates it.
   bool hasInput(const String& name, AttrType type) override = 0;
   /// The input with this name, or null. If the type of the node declares the input and it does not
   /// exist yet, creates it.
   Input* input(const String& name) override = 0;
   /// If the node has an input with this name and type, returns that input. Returns null if the
   /// input with this name has another type, or if the type of the node is declared and has no such
-  /// input.
+  /// input. Otherwise creates the input.
   Input* createInput(const String& name, AttrType type) override = 0;
+  /// Does the same for an array. If an array with this name exists, returns it, whatever its
+  /// element type is.
   Input* createArray(const String& name, AttrType elementType) override = 0;
-  /// Returns the output with this name. A node of an open type has every output. A node of a
-  /// declared type has only the declared outputs, and the function returns null for others.
+  /// Returns the output with this name. If it does not exist yet, creates it. A node of an open
+  /// type has every output. A node of a declared type has only the declared outputs, and the
+  /// function returns null for others.
   Output* output(const String& name) override = 0;
 
  private:

@@ -9,8 +9,8 @@ namespace zn::korvo_sdk {
 class Node;
 class OutputImpl;
 
-/// An output of a node. The first look-up of its name creates it. The scene owns it, and it exists
-/// as long as the scene.
+/// An output of a node. The first call of Node::output with its name creates it. The scene owns it,
+/// and it exists as long as the scene.
 class VSA_API Output : public interfaces::IOutput {
  public:
   Output(const Output&) = delete;

@@ -19,7 +19,7 @@ struct SceneStorage;
 /// A scene that owns its nodes, inputs and outputs, including removed ones. Every pointer to them
 /// is valid until the scene is destroyed. One thread at a time may change a scene or call
 /// `findNode`. Several threads may call functions that are const while no thread does so. Functions
-/// that create an object throw std::bad_alloc if memory runs out.
+/// that are not noexcept throw std::bad_alloc if memory runs out.
 class VSA_API Scene final : public interfaces::IScene {
  public:
   /// The value of `emptyElementLimit` in a new scene.
@@ -53,7 +53,7 @@ class VSA_API Scene final : public interfaces::IScene {
 
   /// The version. It is 0 if nothing has set it.
   unsigned long long fileVersion() const noexcept;
-  /// The time with the spelling of the text. It is empty if nothing has set it.
+  /// The time with the spelling of the text. It is empty if there is none.
   String fileTime() const;
   /// The number of comments.
   std::uint64_t fileCommentCount() const noexcept;
@@ -62,13 +62,15 @@ class VSA_API Scene final : public interfaces::IScene {
   String fileComment(std::uint64_t index) const;
 
   // Limits of the memory that a text can use. They are necessary because a short text can contain
-  // any index and any nesting depth. The reader reports an exceeded limit as an error
-  // (std::runtime_error). A new limit applies to objects that are created after it was set.
+  // any index and any nesting depth. If a text would exceed a limit, a function of the scene throws
+  // a std::runtime_error: the plain interface logs it as an error, and a reading function of
+  // namespace vsa returns ReadStatus::OverLimit. A new limit applies to objects that are created
+  // after it was set.
 
   /// The maximum number of empty array elements in the scene. If the scene has this many, no array
   /// can grow. An element that was appended is empty, even if it is the one that the text names. It
-  /// stops being empty when it gets a value, a member, an element or a link. The functions of
-  /// vsa::Input ignore this limit.
+  /// stops being empty when it gets a value, a member, an element or a link. A pending link counts,
+  /// too. The functions of vsa::Input ignore this limit.
   std::uint64_t emptyElementLimit() const noexcept;
   void setEmptyElementLimit(std::uint64_t limit) noexcept;
   /// The maximum nesting level of inputs. An input of a node has level 1. A limit greater than
@@ -79,15 +81,16 @@ class VSA_API Scene final : public interfaces::IScene {
   // The functions of IScene. They do what the interface describes. The comments here describe what
   // this scene does in addition.
 
-  /// Returns the node with exactly this name. Letter case matters.
+  /// Returns the node with exactly this name, or null. Letter case matters.
   Node* findNode(const String& name) override;
-  /// Returns null if the scene has a node with this name. `reserved` is not used.
+  /// Returns null if the scene has a node with this name. `reserved` is not used. The function does
+  /// not check whether a text can contain the names.
   Node* createNode(const String& type, const String& name, const String& reserved) override;
   /// Returns the node with this name. If there is none, creates a node and uses the name also as
   /// its type.
   Node* defineNode(const String& name) override;
-  /// Removes the node. The connections to its outputs and the references to it are removed, too.
-  /// Does nothing if no node has this name.
+  /// Removes the node. Inputs that are connected to its outputs are then not connected, and inputs
+  /// that refer to it refer to no node. Does nothing if no node has this name.
   void removeNode(const String& name) override;
   void setFileVersion(unsigned long long version) override;
   void setFileTime(const String& time) override;

@@ -74,8 +74,9 @@ struct Diagnostic {
   std::int32_t logColumn = 0;
   /// The path of the input with the problem, such as "worktop.points[3]". It begins with the name
   /// of the node. Its indices are decimal numbers, or have the spelling of the text, such as "[*]".
-  /// If a character of an index is invalid, the path ends before the index. The path is empty if
-  /// the problem concerns no input.
+  /// If a character of an index is invalid, the path ends before the index. A path that
+  /// IInput::path of a host's scene returns can have another form. The path is empty if the problem
+  /// concerns no input.
   std::string inputPath;
   /// The bytes that caused the problem. If something is missing in the text, the range is empty. If
   /// the bytes are not known, the range is the last byte of the token at which the parser detected

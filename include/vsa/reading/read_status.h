@@ -31,7 +31,9 @@ enum class ReadStatus : std::uint8_t {
 /// any other number. The result is never null.
 VSA_API const char* name(ReadStatus status) noexcept;
 
-/// Identifies a limit. ReadLimits describes them, except EmptyElements.
+/// Identifies a limit. ReadLimits describes them, except EmptyElements. Elements is also the limit
+/// of one array in a scene of the library, 2^32 elements. Depth is also the limit of a scene:
+/// zn::korvo_sdk::Scene::setDepthLimit or HostScene::depthLimit.
 enum class Limit : std::uint8_t {
   TextBytes,
   Memory,

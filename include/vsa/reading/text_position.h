@@ -36,8 +36,8 @@ struct TextRange {
 VSA_API std::uint64_t columnInCharacters(std::string_view line, std::uint64_t column) noexcept;
 
 /// Converts a column in bytes to a column in UTF-16 code units. Both count from 1. A character
-/// above U+FFFF counts as two units. The language server protocol counts the same units from 0 by
-/// default.
+/// above U+FFFF counts as two units. The other rules are those of columnInCharacters. The language
+/// server protocol counts the same units from 0 by default.
 VSA_API std::uint64_t columnInUtf16(std::string_view line, std::uint64_t column) noexcept;
 
 }  // namespace vsa

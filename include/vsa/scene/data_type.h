@@ -86,12 +86,12 @@ inline constexpr int DATA_TYPE_COUNT = 60;
 /// number. The result is never null. The name is valid until the process ends.
 VSA_API const char* dataTypeName(DataType type) noexcept;
 
-/// Returns the type of one component of an element. For `Vec3f` it is `Float`. For single numbers
-/// and Ptr it is the type itself. For `Null` and unknown numbers it is `Null`.
+/// Returns the type of one component of an element. For `Vec3f` it is `Float`. For single numbers,
+/// Bool and Ptr it is the type itself. For `Null` and unknown numbers it is `Null`.
 VSA_API DataType componentType(DataType type) noexcept;
 
-/// Returns the number of components of an element. For `Vec3f` it is 3. For single numbers and Ptr
-/// it is 1. For `Null` and unknown numbers it is 0.
+/// Returns the number of components of an element. For `Vec3f` it is 3. For single numbers, Bool
+/// and Ptr it is 1. For `Null` and unknown numbers it is 0.
 VSA_API unsigned componentCount(DataType type) noexcept;
 
 /// Returns the bytes of one component of an element; 0 for `Null` and unknown numbers.
@@ -105,9 +105,9 @@ VSA_API std::size_t elementBytes(DataType type) noexcept;
 /// Obb and unknown numbers.
 VSA_API bool isBufferElement(DataType type) noexcept;
 
-/// Calls `visit(T())`, where T is the C++ type of a component: an integer of 8 to 64 bits, float or
-/// double. For Bool and Byte, T is unsigned char. If there is no C++ type for `component`, returns
-/// false without a call of `visit`.
+/// Calls `visit(T())`, where T is the C++ type of `component`: an integer of 8 to 64 bits, float or
+/// double. For Bool and Byte, T is unsigned char. Returns whether it has called `visit`: it does
+/// not for Null, Ptr and types with several components.
 template <class Visit>
 bool visitComponent(DataType component, const Visit& visit) {
   switch (component) {

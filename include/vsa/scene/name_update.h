@@ -11,12 +11,12 @@ namespace zn::korvo_sdk {
 /// Returns whether a node type is declared. If none is declared, no name has a translation.
 VSA_API bool anyNodeTypes() noexcept;
 
-/// Returns the current name of the input `name` of `nodeType`. Returns `name` if it is not a former
-/// name.
+/// Returns the current name of the input or member `name` of a node of type `nodeType`. Returns
+/// `name` if it is not a former name.
 VSA_API String updateInputName(const String& nodeType, const String& name);
 
-/// Returns the current name of the output `name` of `nodeType`. Returns `name` if it is not a
-/// former name.
+/// Returns the current name of the output `name` of a node of type `nodeType`. Returns `name` if it
+/// is not a former name.
 VSA_API String updateOutputName(const String& nodeType, const String& name);
 
 }  // namespace zn::korvo_sdk

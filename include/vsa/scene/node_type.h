@@ -25,7 +25,7 @@ struct InputDeclaration {
   /// For a String: the values that it should have. Another string is assigned, too, but the reader
   /// logs a warning. If the list is empty, every string is allowed.
   std::vector<std::string> enumValues = {};
-  bool refusesValues = false;  ///< Whether the input accepts links only.
+  bool refusesValues = false;  ///< Whether the input refuses values and accepts links only.
 };
 
 /// A former name and its current name.
@@ -46,12 +46,13 @@ struct NodeType {
 };
 
 /// Declares a type for the whole process. Replaces an earlier declaration with the same name.
-/// Existing nodes keep the declaration with which they were created. Other threads may read texts
-/// during the call. Throws std::bad_alloc.
+/// Existing nodes keep the declaration with which they were created, except for its former names:
+/// these are always the ones of the last declaration. Other threads may read texts during the call.
+/// Throws std::bad_alloc.
 VSA_API void registerNodeType(const NodeType& type);
 
-/// Makes a type open again. Existing nodes keep its declaration. Does nothing if the type is not
-/// declared. Other threads may read texts during the call.
+/// Makes a type open again. Existing nodes keep its declaration, except for the former names. Does
+/// nothing if the type is not declared. Other threads may read texts during the call.
 VSA_API void unregisterNodeType(const std::string& name);
 
 }  // namespace zn::korvo_sdk

@@ -5,18 +5,19 @@
 // as long as the scene, including removed nodes and their inputs. The reader deletes nothing.
 //
 // Errors: every function may throw. A std::runtime_error stops the parse, and its message is logged
-// as an error. Any other exception propagates out of the entry point. The reading functions of
-// namespace vsa catch all exceptions: see vsa::ReadStatus. A scene can refuse to create an object:
-// the function then returns null.
+// as an error. Any other exception propagates out of the entry point, and so does a
+// std::runtime_error while the header is reset. The reading functions of namespace vsa catch all
+// exceptions: see vsa::ReadStatus. A scene can refuse to create an object: the function then
+// returns null.
 //
 // Requirements: the address of an object must not change. The type of an input must not change.
-// There is one exception: an input of type Null becomes an Object when it gets a member, and a Node
-// when it gets a reference.
+// There is one exception: an input of type Null becomes an Object when it gets a member, a Node
+// when it gets a reference, and an Array or Buffer when `set` is called with that type.
 //
 // Names have the spelling of the text. There is one exception: the reader replaces former names of
-// inputs and outputs by the current names before the call. The reader does not limit the size of
-// arrays or the nesting depth of inputs, but a scene may. All calls come from the thread that
-// called the entry point.
+// inputs and outputs by the current names before the call. Without vsa::ReadLimits, the reader does
+// not limit the size of arrays or the nesting depth of inputs, but a scene may. All calls come from
+// the thread that called the entry point.
 #pragma once
 
 #include <cstdint>
@@ -77,8 +78,8 @@ class VSA_API IInput {
   virtual void appendElement() = 0;
   /// Whether the input is an array. `flag` is always false.
   virtual bool isArray(bool flag) const = 0;
-  /// Whether the input rejects plain values. The reader logs an assignment of such a value as an
-  /// error and skips it.
+  /// Whether the input accepts links only. The reader logs an assignment of any value, including a
+  /// buffer, as an error and skips it.
   virtual bool refusesValues() const = 0;
 
   // Members (of objects) and elements (of arrays).
@@ -96,8 +97,8 @@ class VSA_API IInput {
   virtual bool hasInput(const String& name, AttrType type) = 0;
   /// The number of elements of an array.
   virtual std::uint64_t count() const = 0;
-  /// Returns the element at `index`, which is less than `count`. If the result is null, the
-  /// statement is an error.
+  /// Returns the element at `index`, which is less than `count`. If the result is null for an
+  /// element that the text names, the statement is an error.
   virtual IInput* element(std::uint64_t index) = 0;
   /// Returns the member with this name. The reader calls the function only after `hasInput`
   /// returned true.
@@ -112,8 +113,8 @@ class VSA_API IInput {
   virtual void set(const AttrData& structure) = 0;
   /// Sets a value of the input's type. A value of type Object (`{}`) has no payload. The input
   /// takes ownership of the memory of a string or a buffer, even if the function throws an
-  /// exception. The memory is from malloc or calloc, and may be null. A scene that does not store
-  /// the value must free the memory.
+  /// exception. The memory is from malloc, calloc or realloc, and may be null. A scene that does
+  /// not store the value must free the memory.
   virtual void assign(const AttrData& value) = 0;
   /// Connects the input to an output of a node of the same scene. The new connection replaces an
   /// existing one. `output` is never null.
@@ -132,8 +133,9 @@ class VSA_API IInput {
   /// Called for the first pending connection of an input and for its first pending reference. An
   /// input with both gets two calls.
   virtual void retain() {}
-  /// Called once for each call of `retain`, after the links were resolved. There is one exception:
-  /// if the reading ends before that, for example by an error, the function is not called.
+  /// Called once for each call of `retain`: for connections after all connections were resolved,
+  /// and for references after all references were resolved. There is one exception: if the reading
+  /// ends before that, for example by an error, the function is not called.
   virtual void release() {}
 
  protected:
@@ -172,11 +174,13 @@ class VSA_API IScene {
  public:
   /// Returns the node with this name, or null. The function must not create a node.
   virtual INode* findNode(const String& name) = 0;
-  /// Creates a node, or returns null to create none. The reader calls the function only after
+  /// Creates a node, or returns null to create none. Null is no error of this statement. A later
+  /// statement that sets an input of the node is an error. The reader calls the function only after
   /// `findNode(name)` returned null. `reserved` is always empty.
   virtual INode* createNode(const String& type, const String& name, const String& reserved) = 0;
-  /// Creates the node of a `define` statement, or returns null to create none. The statement
-  /// contains no type. The reader calls the function only after `findNode(name)` returned null.
+  /// Creates the node of a `define` statement, or returns null to create none, as `createNode`
+  /// does. The statement contains no type. The reader calls the function only after
+  /// `findNode(name)` returned null.
   virtual INode* defineNode(const String& name) = 0;
   /// Removes a node, so that `findNode` no longer returns it. The memory of the node and its inputs
   /// must stay valid, because the reader may have pointers to them. The scene defines what happens

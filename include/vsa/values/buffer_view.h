@@ -33,8 +33,9 @@ VSA_API std::string describe(BufferProblem problem, ElementType found, ElementTy
 }  // namespace detail
 
 /// The elements of a buffer as a contiguous range. An element is a `T`, or a `std::array<T, N>` if
-/// N > 1. The range is valid until the input with the buffer gets another value. If the elements of
-/// the buffer have another type, the range is empty and problem() returns the reason.
+/// N > 1. The range is valid until the input with the buffer gets another value or is removed. If
+/// the elements of the buffer have another type, the range is empty and problem() returns the
+/// reason.
 template <class T, std::size_t N = 1>
 requires BufferElement<T, N>
 class TypedBuffer {
@@ -43,7 +44,7 @@ class TypedBuffer {
   using Element = std::conditional_t<N == 1, T, std::array<T, N>>;
   static_assert(sizeof(Element) == N * sizeof(T));
 
-  /// A range for an input that does not exist.
+  /// An empty range for an input that does not exist: problem() returns Missing.
   TypedBuffer() = default;
   /// The `count` elements at `memory`.
   TypedBuffer(const void* memory, std::uint64_t count) noexcept
@@ -88,7 +89,7 @@ class TypedBuffer {
 };
 
 /// The elements of a buffer of any type. They are valid until the input with the buffer gets
-/// another value.
+/// another value or is removed.
 class BufferView {
  public:
   /// The view of an input that does not exist.

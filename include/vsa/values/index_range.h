@@ -12,8 +12,9 @@ namespace vsa {
 /// copyable class with a member type `Value`. If there is no object with this index, `source`
 /// returns a missing view (see view.h) or an empty text. Each iterator contains a copy of the
 /// source, so it stays valid after the range is destroyed. The size does not change after
-/// construction. Objects that are added later are therefore not in the range. If objects are
-/// removed later, the last views of the range are therefore missing.
+/// construction. Objects that are added later are therefore not in the range. If an object is
+/// removed later, each object after it moves to the previous index, and the last views of the range
+/// are missing.
 ///
 /// The class does not derive from std::ranges::view_interface, because clang 14 cannot compile such
 /// a class.

@@ -86,9 +86,10 @@ inline Tuple mat4(std::span<const double, 16> rows) noexcept {
 }
 
 /// A Bool, Int, UInt, Real, String or tuple, for parameters that accept all of these types. Numbers
-/// and tuples are copied. A long double is rounded to a double. The characters of a string are not
-/// copied, and must exist as long as the object is used. A single character such as 'x' does not
-/// convert to a Value, because it could mean a string or a number.
+/// and tuples are copied. A signed integer is an Int, and an unsigned one a UInt. A long double is
+/// rounded to a double. The characters of a string are not copied, and must exist as long as the
+/// object is used. A single character such as 'x' does not convert to a Value, because it could
+/// mean a string or a number.
 class Value {
  public:
   template <std::same_as<bool> T>
