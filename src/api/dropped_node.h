@@ -3,8 +3,9 @@
 //
 // One input is enough. For each statement, the reader follows the path from the node, and then uses
 // only the input at the end of the path. createInput, createArray and `element` set the type of the
-// input and return the input itself. The input stores no value, element or member. Pending links of
-// all such inputs refer to it, and it ignores them.
+// input and return the input itself. The input stores no value, element or member, but only a type,
+// an element type and a number of elements. Pending links of all such inputs refer to it, and it
+// ignores them.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// The checks and the exception handler of all functions that change a scene. Internal.
+// Checks and an exception handler for functions that change a scene. Internal.
 #pragma once
 
 #include <new>

@@ -1,4 +1,5 @@
-// Functions that check which types of values an input can have. Internal.
+// Functions that check which values and types an input can have, and prepare an input for a type.
+// Internal.
 #pragma once
 
 #include <vsa/edit_status.h>
@@ -15,8 +16,8 @@ Status checkValue(const Value& value) noexcept;
 /// DeclaredType or TakesNoValue. The type Null means no value.
 Status checkTakes(const zn::korvo_sdk::Input& input, ValueType type) noexcept;
 
-/// Checks whether the input can have a buffer whose elements have this type. Returns the same
-/// results as checkTakes.
+/// Checks whether the input can have a buffer whose elements have this type. Returns one of the
+/// results of checkTakes.
 Status checkTakesBuffer(const zn::korvo_sdk::Input& input, ElementType type) noexcept;
 
 /// Whether the type of the node declares the input with the type Null. A text makes such an input

@@ -82,8 +82,7 @@ bool HostInput::isArray(bool /*flag*/) const {
 }
 
 // Sets the type of an input that has type Null. Does nothing for any other input. An input that a
-// link has created has type Null until it gets a value, a member or a reference. A connection alone
-// does not set the type.
+// link has created has type Null at first. A connection alone does not set the type.
 void HostInput::become(ValueType type) {
   if (type_ == ValueType::Null) type_ = type;
 }

@@ -115,7 +115,6 @@ class Emitter {
  public:
   /// Creates an emitter whose messages have no position.
   Emitter() = default;
-  /// Creates an emitter whose messages have this position.
   Emitter(std::int32_t line, std::int32_t column) : line_(line), column_(column) {}
 
   /// Throws a message as a DiagnosticError.

@@ -15,7 +15,8 @@ namespace zn::korvo_sdk {
 
 class LibraryScene {
  public:
-  /// Returns the input of that name, or null. `node` must be a node of this scene.
+  /// Returns the input of that name, or null. If the node's type declares an input of that name
+  /// that does not exist yet, creates it. `node` must be a node of this scene.
   virtual interfaces::IInput* findInput(interfaces::INode& node, const String& name) = 0;
   /// Creates an input. Returns null if the scene refuses the input. Call it only after findInput
   /// has returned null.

@@ -1,5 +1,4 @@
-// The process-wide table of declared node types. Only the scene model and the writer use it. Hosts
-// use node_type.h and name_update.h. Internal.
+// The process-wide table of declared node types. Hosts use node_type.h and name_update.h. Internal.
 #pragma once
 
 #include <map>

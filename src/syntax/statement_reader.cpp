@@ -11,8 +11,8 @@ namespace {
 
 using Tokens = std::span<const SyntaxToken>;
 
-// The maximum number of tokens in one part of a statement, and the maximum number of bytes of their
-// texts that are kept (the first piece of each token). A valid statement is far below both limits:
+// A part of a statement ends when it has MAX_TOKENS tokens, or when the kept texts (the first piece
+// of each token) have at least MAX_KEPT_BYTES bytes. A valid statement is far below both limits:
 // only a path can have many tokens, and the library's scene allows 256 levels of inputs by default.
 constexpr std::size_t MAX_TOKENS = 65536;
 constexpr std::size_t MAX_KEPT_BYTES = std::size_t{16} << 20;

@@ -41,7 +41,6 @@ class StatementTokens {
  public:
   StatementTokens(const char* at, const char* end) noexcept : begin_(at), at_(at), end_(end) {}
 
-  /// Reads the next token.
   void advance() noexcept;
 
   bool is(char c) const noexcept { return kind == SyntaxKind::Punctuation && *begin_ == c; }

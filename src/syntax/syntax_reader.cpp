@@ -58,10 +58,12 @@ class SyntaxReader::State {
 
   Source* source_ = nullptr;  // the source of the text; null for a text in memory
   std::unique_ptr<char[]> buffer_;
-  bool isEnded_ = false;  // whether the source has ended, or a byte 0xFF has ended the text
+  // Whether the source has ended, or a byte 0xFF has ended the text. Always true for a text in
+  // memory.
+  bool isEnded_ = false;
   bool endedAtMark_ = false;
 
-  // The window: [begin_, end_). The bytes before `begin_` belong to tokens that were returned. The
+  // The window: [begin_, end_). The bytes before `begin_` were returned in tokens or skipped. The
   // bytes before `at_` were scanned.
   const char* begin_ = nullptr;
   const char* at_ = nullptr;
@@ -111,8 +113,8 @@ void SyntaxReader::State::extend(const char* bytes, std::size_t count) noexcept 
   isEnded_ = source_ == nullptr || mark != nullptr || count == 0;
 }
 
-// Reads bytes of the source and adds them to the window. Returns false if the source has ended or
-// the buffer is full.
+// Reads bytes of the source and adds them to the window. Returns false without reading if the
+// source has ended or the buffer is full.
 bool SyntaxReader::State::refill() {
   if (isEnded_) return false;
   const auto kept = static_cast<std::size_t>(end_ - begin_);

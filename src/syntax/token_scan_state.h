@@ -21,7 +21,6 @@ class TokenScanState {
   bool isOver() const noexcept { return isOver_; }
   /// The kind of the token. It is final when the token is complete.
   SyntaxKind kind() const noexcept { return kind_; }
-  /// Whether the token may contain line feeds.
   bool mayHaveLineFeeds() const noexcept { return kind_ != SyntaxKind::Word && !isLine_; }
   /// Ends the token, because the text ends.
   void endText() noexcept;
@@ -40,7 +39,7 @@ class TokenScanState {
   bool isOver_ = false;
   bool isLine_ = false;            // whether this is a comment, a number or a single character
   bool isAfterBackslash_ = false;  // whether the last block ended with a backslash in a string
-  std::uint64_t depth_ = 0;        // the number of open brackets of the list's kind
+  std::uint64_t depth_ = 0;        // the number of open brackets of the list's kind after the first
   char open_ = 0;
   char close_ = 0;
 };

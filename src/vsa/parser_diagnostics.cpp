@@ -25,8 +25,8 @@ void VsaParser::bufferError(const char* format, ...) {
   // cppcheck-suppress va_end_missing ; ArgumentListEnd calls it
 }
 
-// Throws a message that is not in the table of diagnostics. Only parseError and bufferError call
-// this function. For its own messages, the parser uses an Emitter.
+// Throws a message that is not in the table of diagnostics. For its own messages, the parser uses
+// an Emitter.
 void VsaParser::internalError(const String& kind, const char* format, va_list args) {
   const String message = String::formatv(format, args);
   throw std::runtime_error(

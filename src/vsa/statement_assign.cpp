@@ -53,10 +53,11 @@ TextPlace VsaParser::beginLink(IInput& input, std::uint64_t sourceBytes) const {
   return session->statement();
 }
 
-// Finds or creates the input of the path. A message about a path that begins with "." starts with
-// the node's name. A host's scene may rename the node when it finds or creates an input, so the
-// name is requested before that. The library's scene renames no node. For its nodes,
-// `inputNotFound` requests the name only for a message, which saves 250 instructions per statement.
+// Finds or creates the input of the path. Throws DiagnosticError if there is none. If the path
+// begins with ".", the message starts with the node's name. A host's scene may rename the node when
+// it finds or creates an input, so the name is requested before that. The library's scene renames
+// no node. For its nodes, `inputNotFound` requests the name only for the message, which saves 250
+// instructions per statement with such a path.
 interfaces::IInput* VsaParser::resolve(PathResolver& target, std::span<const Token> path) {
   const bool isOfHost = path[0].type == Token::Type::Dot && library_ == nullptr;
   const String nodeName = isOfHost ? target.node().name() : String();
@@ -73,7 +74,8 @@ void VsaParser::inputNotFound(INode& node, std::span<const Token> path) const {
   emitter().fatal(DiagnosticId::InputNotFound, nodeName + collapsedPath(path));
 }
 
-// Returns the node of a path. A path that begins with "." refers to the "with" node.
+// Returns the node of a path. A path that begins with "." refers to the "with" node. Throws
+// DiagnosticError if there is no such node.
 interfaces::INode* VsaParser::targetNode(std::span<const Token> path) {
   const Token& first = path[0];
   if (first.type == Token::Type::Dot) {

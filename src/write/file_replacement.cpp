@@ -17,9 +17,9 @@ namespace fs = std::filesystem;
 
 namespace {
 
-// Returns a name for the temporary file. It begins with a period, so that listings do not show it.
-// It contains at most 200 bytes of the old name, because the name of a file can have at most 255
-// bytes. It contains 64 random bits, so that it is almost certainly not in use.
+// Returns a name for the temporary file. It begins with a period, so that most listings do not show
+// it. It contains at most 200 bytes of the old name, because the name of a file can have at most
+// 255 bytes. It contains 64 random bits, so that it is almost certainly not in use.
 std::string temporaryName(const fs::path& target, std::uint64_t random) {
   std::string name = '.' + target.filename().string().substr(0, 200) + '.';
   for (unsigned shift = 0; shift < 64; shift += 4) {

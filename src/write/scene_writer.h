@@ -30,8 +30,9 @@ class SceneCheck final : public SceneVisitor {
   ProblemList& problems_;
 };
 
-/// Writes the nodes with their values. It also writes their links. With LinkPlace::Last, it writes
-/// `null` for an input with only a link, and no other connection.
+/// Writes the nodes with their values. With LinkPlace::WithNode, also writes their links. With
+/// LinkPlace::Last, writes no links: "= null" replaces each reference, and "|= null" is written for
+/// each input of Form::Link. LinkWriter writes the links later.
 class NodeWriter final : public SceneVisitor {
  public:
   NodeWriter(TextBuffer& out, const WriteOptions& options, ProblemList& problems)
@@ -55,7 +56,8 @@ class NodeWriter final : public SceneVisitor {
   bool isBlock_ = false;  // whether the paths of the node are written without its name
 };
 
-/// Writes only the links to a node, each with the name of the node that has the link.
+/// Writes only the references that are not null, and the connections. Each statement begins with
+/// the name of the node that has the link.
 class LinkWriter final : public SceneVisitor {
  public:
   explicit LinkWriter(TextBuffer& out) : out_(out) {}

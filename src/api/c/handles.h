@@ -1,5 +1,5 @@
-// The classes of the handles of vsa_c.h. A handle of a node or an input is the address of the
-// object in the scene. Internal.
+// The handles of vsa_c.h. A vsa_reading is an object of the class below. A vsa_node or vsa_input is
+// not an object: its address is that of the node or input in the scene. Internal.
 #pragma once
 
 #include <string_view>
@@ -13,7 +13,7 @@
 struct vsa_reading {
   vsa::ReadOutcome outcome;
   vsa::Scene scene;
-  bool isWrongUse = false;      // true if nothing was read: see VSA_WRONG_USE
+  bool isWrongUse = false;      // whether the status is VSA_WRONG_USE
   vsa::BufferView loaded = {};  // the buffer that vsa_load_buffer has read
 };
 

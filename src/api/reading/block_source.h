@@ -1,5 +1,5 @@
-// Two sources of characters for a reading. HostSource reads a source of the host. BlockSource
-// notifies an observer of each block. Internal.
+// Two sources of characters for a reading. HostSource reads a source of the host. BlockSource reads
+// another source and notifies an observer before and after each read. Internal.
 #pragma once
 
 #include <cstddef>

@@ -81,8 +81,9 @@ void countLiteralOnly(const SkippedBuffer& skipped, ReadOutcome& outcome) {
 }
 
 // Returns the options for reading the small text. The callbacks receive positions in the whole text
-// and counts of the literal. Buffers are converted, no node is dropped, and the limits of bytes,
-// nodes and depth do not apply: `load` has checked the bytes of the literal.
+// and counts of the literal. Buffers are converted, no node is dropped, and the limits of the
+// text's bytes, of nodes and of depth do not apply. `load` has compared the bytes of the literal
+// with the limit.
 ReadOptions optionsFor(const SkippedBuffer& skipped, const ReadOptions& options) {
   ReadOptions whole = options;
   whole.buffers = BufferMode::Read;

@@ -4,7 +4,8 @@
 // Other nodes are created in a separate scene, so that their statements are checked, too. The
 // separate scene gets strings and buffers without their contents, so that they take no memory. It
 // is destroyed with the reading. If the kept scene already contains a node that is not wanted, the
-// parser gets a node of the separate scene instead. This node has the same name and type.
+// parser gets a node of the separate scene with the same name and type instead. If the text has
+// removed the node, the parser gets none.
 #pragma once
 
 #include <memory>

@@ -1,4 +1,5 @@
-// Reads JSON: a recursive descent parser for the grammar of RFC 8259 with a limited depth.
+// Reads JSON: a recursive descent parser for the grammar of RFC 8259 with a limited depth. Does not
+// check whether strings are valid UTF-8.
 #include <algorithm>
 #include <cstdint>
 #include <set>

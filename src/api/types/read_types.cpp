@@ -87,7 +87,7 @@ void readMembers(const JsonValue& object, const Read& read) {
 }
 
 // Sets the type of the elements. The meaning of "elements" depends on "type", which may be after
-// "elements" in the text. So this function is called after "type" was read.
+// "elements" in the text. So this function is called after all members were read.
 void readElements(const JsonValue& value, zn::korvo_sdk::InputDeclaration& input) {
   if (input.type == ValueType::Array) {
     input.elementType = valueTypeOf(value);
@@ -144,7 +144,7 @@ std::vector<InputDescription> inputsOf(const JsonValue& value) {
   return result;
 }
 
-// Fails if `names` does not contain a current name.
+// Fails if a current name in `formerNames` is not in `names`.
 void checkCurrentNames(const JsonValue& formerNames,
                        const std::unordered_set<std::string_view>& names, const std::string& what) {
   for (const JsonMember& member : formerNames.members) {
@@ -155,8 +155,9 @@ void checkCurrentNames(const JsonValue& formerNames,
   }
 }
 
-// Fails if a current name is not the name of an input. Exception: an Object or Array, and an input
-// of any type, may have members with former names, and a description does not contain the members.
+// Fails if a current name is not the name of an input. Exception: checks nothing if one of the
+// inputs is an Object, an Array or of type Null. The names may then be those of its members, which
+// a description does not contain.
 void checkFormerInputs(const JsonValue& formerNames, const std::vector<InputDescription>& inputs) {
   const auto hasMembers = [](const InputDescription& input) {
     const ValueType type = input.declaration.type;

@@ -1,10 +1,11 @@
-// Computes Adler-32. The checksum consists of two sums modulo 65521. `low` is the sum of the bytes.
-// `high` is the sum of the values of `low` after each byte. The remainders are computed once every
-// MAX_RUN bytes, the largest number of bytes for which both sums fit into 32 bits.
+// Computes Adler-32. The checksum consists of two sums modulo 65521. `low` is 1 plus the sum of the
+// bytes. `high` is the sum of the values of `low` after each byte. The remainders are computed
+// after every MAX_RUN bytes, the largest number of bytes for which both sums fit into 32 bits, and
+// after the last byte.
 //
-// The SSE2 kernel processes 16 bytes per step. One instruction adds the 16 bytes (the sum of
-// absolute differences from zero). Another one multiplies each byte by the number of times that
-// `high` includes it, and adds the products.
+// The SSE2 kernel processes 16 bytes per step. It adds the bytes as absolute differences from zero
+// (_mm_sad_epu8). It also multiplies each byte by the number of times that the step adds it to
+// `high` (_mm_madd_epi16).
 #include "foundation/compression/adler32.h"
 
 #include <algorithm>

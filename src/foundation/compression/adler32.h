@@ -14,7 +14,7 @@ inline constexpr std::uint32_t ADLER32_START = 1;
 /// of a followed by b. `data` may be null if `size` is 0.
 std::uint32_t adler32(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
-/// Like adler32, but without vector instructions, also on a processor with SSE2. For tests.
+/// Like adler32, but never with its SSE2 kernel. For tests.
 std::uint32_t adler32Portable(std::uint32_t adler, const unsigned char* data, std::size_t size);
 
 }  // namespace zn

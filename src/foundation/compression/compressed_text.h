@@ -22,8 +22,9 @@ class RunObserver {
 };
 
 /// Decompresses the `size` characters at `data` into `out`, which has `capacity` bytes. Sets
-/// `length` to the number of bytes written, also after an error. Returns the error, or nullopt if
-/// there is none. After an error, any byte of `out` may have changed. `out` may be null if
+/// `length` to the number of decompressed bytes, also after an error. Returns the error, or nullopt
+/// if there is none. After a success, up to 32 bytes after the decompressed bytes may be set to
+/// zero. After an error or an exception, any byte of `out` may have changed. `out` may be null if
 /// `capacity` is 0. `observer` may be null. Throws only the exceptions of `observer`.
 std::optional<korvo_sdk::DiagnosticId> expandCompressedText(const unsigned char* data,
                                                             std::size_t size, unsigned char* out,

@@ -82,10 +82,10 @@ bool decompressInto(const unsigned char* data, std::size_t size, String& error, 
 // Allocates memory in steps, because a text may declare a size that is much too large. The first
 // capacity is eight times the size of the stream, which is enough for most data, but at least
 // MIN_GUESS bytes. No capacity is larger than the declared size. If a capacity is too small, the
-// text is decompressed again with eight times the capacity. The output is then larger than the
-// capacity that was too small. So the time and the memory depend on the output and not on the
-// declared size. All failed attempts together decompress at most 8/7 (1 + 1/8 + 1/64 + ...) of the
-// capacity of the last failed attempt.
+// text is decompressed again with eight times the capacity or the declared size, whichever is
+// smaller. The output is then larger than the capacity that was too small. So the time and the
+// memory depend on the output and not on the declared size. All attempts before the last one
+// together decompress at most 8/7 (1 + 1/8 + 1/64 + ...) of the largest of their capacities.
 std::pair<unsigned char*, std::size_t> decompress(const unsigned char* data, std::size_t size,
                                                   String& error, std::size_t expectedSize) {
   constexpr std::size_t GROWTH = 8;

@@ -2,10 +2,10 @@
 //
 // The encoder finds matches (LZ77) with hash chains: each chain links earlier positions whose first
 // bytes have the same hash. The number of steps along a chain is bounded. If a match is shorter
-// than GOOD_MATCH and the next position has a longer match, the encoder writes a literal and uses
-// that match instead (lazy matching). The encoder first collects the literals and matches of a
-// block. It then writes the block as the smallest of three types: stored, with the fixed codes, or
-// with dynamic codes.
+// than GOOD_MATCH and the next position has a longer match, the encoder writes a literal and
+// continues with the longer match (lazy matching). The encoder first collects the literals and
+// matches of a block. It then writes the block as the smallest of three types: stored, with the
+// fixed codes, or with dynamic codes.
 #include "foundation/compression/deflate.h"
 
 #include <algorithm>
@@ -138,9 +138,10 @@ class MatchFinder {
       : data_(data), size_(size), heads_(std::size_t{1} << HASH_BITS), earlier_(WINDOW_BYTES) {}
 
   // Returns the longest match that it finds for the bytes at `at`. Searches the positions that were
-  // passed to `enter`, the latest first. All of these are before `at`. Stops after MAX_CHAIN_STEPS
-  // positions and at a match of GOOD_MATCH bytes. The length of the result is 0 if no match has at
-  // least MIN_USED_MATCH bytes.
+  // passed to `enter` and have the same hash, the latest first, up to WINDOW_BYTES back. All
+  // entered positions must be before `at`. Stops after MAX_CHAIN_STEPS positions, and at a match
+  // that has GOOD_MATCH bytes or reaches the end of the data. The length of the result is 0 if no
+  // match has at least MIN_USED_MATCH bytes.
   Match find(std::size_t at) const {
     Match best;
     if (size_ - at < MIN_USED_MATCH) return best;
@@ -357,8 +358,8 @@ class BlockWriter {
     writer_.put(static_cast<unsigned>(type), TYPE_BITS - 1);
   }
 
-  // Returns the size of the block's tokens in bits. The type and the header of the block are not
-  // included.
+  // Returns the size in bits of the block's tokens and of the end-of-block symbol. The type and the
+  // header of the block are not included.
   std::uint64_t tokenBits(const Codes& codes) const {
     std::uint64_t bits = 0;
     for (unsigned symbol = 0; symbol < LITLEN_COUNT; ++symbol) {
@@ -457,7 +458,8 @@ class VectorSink final : public StreamSink {
 }  // namespace
 
 void deflateTo(const unsigned char* data, std::size_t size, StreamSink& out) {
-  // A window of 32 KiB, and the check bits of the header.
+  // The first byte states the method and a window of 32 KiB. The second byte contains the check
+  // bits, and states that the encoder used its default level.
   constexpr unsigned char HEADER[] = {0x78, 0x9C};
   static_assert(HEADER[0] == (MAX_WINDOW_SIZE_CODE << 4 | METHOD_DEFLATE));
   out.put(HEADER, sizeof HEADER);

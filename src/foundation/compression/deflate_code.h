@@ -20,8 +20,7 @@ Code codeOfLengths(std::vector<std::uint8_t> lengths);
 /// Returns a complete code of at most `maxBits` bits. Symbols with a high frequency get short
 /// codes. Symbols of frequency 0 get no code. Exception: at least two symbols get a code, because
 /// some decoders do not accept fewer. The alphabet must have 2 to 288 symbols. `maxBits` must be
-/// 15, or 7 to 15 for up to 19 symbols: 7 and 15 are the limits of the format. The sum of the
-/// frequencies must be less than 2^32.
+/// 15, or 7 to 15 for up to 19 symbols: 7 and 15 are the limits of the format.
 Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits);
 
 }  // namespace zn::deflate

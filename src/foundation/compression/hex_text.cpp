@@ -1,6 +1,7 @@
-// Converts hexadecimal digits. Most texts are sequences of digits or lines of digits. While the
-// next eight characters are digits, the loop converts four pairs of digits per step, which saves 12
-// % of the instructions of the benchmark compressed. Otherwise it converts single characters.
+// Converts hexadecimal digits. Most texts are sequences of digits or lines of digits. If the next
+// eight characters are digits that represent four whole bytes, one step converts all of them, which
+// saves 12 % of the instructions of the benchmark compressed. Otherwise a step converts one
+// character.
 #include "foundation/compression/hex_text.h"
 
 #include <array>

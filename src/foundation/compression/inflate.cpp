@@ -5,8 +5,8 @@
 // that a match begins inside the output. It refills its bit buffer 8 bytes at a time and copies
 // matches in chunks.
 //
-// The careful loop decodes one symbol per iteration and checks every bound. At the end of an input
-// run, it continues with the next run, byte by byte.
+// The careful loop decodes one literal or match per iteration and checks every bound. It loads its
+// input byte by byte, and gets the next run at the end of a run.
 //
 // The bit buffer is a 64-bit word. The next bit is its lowest bit.
 #include "foundation/compression/inflate.h"
@@ -85,8 +85,8 @@ InflateStatus Inflater::statusOf(Step fault) {
   return InflateStatus::Corrupt;
 }
 
-// Gets the next input run. Returns false at the end of the input. Updates the checksum before that,
-// once per run. The output of a short run is then still in the cache.
+// Gets the next input run. Returns false at the end of the input. First adds the output of the
+// previous run to the checksum: if the run was short, its output is still in the cache.
 bool Inflater::nextRun() {
   sumOutput();
   const std::size_t size = feed_.next(in_);
@@ -119,8 +119,8 @@ unsigned Inflater::read(unsigned count) {
 }
 
 // Reads the next code and stores its entry. Returns false if the input ends within the code. Bits
-// after the end of the input are read as zeros, so a code is valid only if it ends before these
-// bits.
+// that are not loaded are zeros in the buffer, so an entry is valid only if all bits of its code
+// are loaded. Otherwise one more byte is loaded.
 bool Inflater::readCode(const Table& table, Entry& entry) {
   for (;;) {
     unsigned codeLength = 0;
@@ -269,8 +269,8 @@ bool Inflater::isFastLoopPossible() const {
   return inEnd_ - in_ >= FAST_INPUT_BYTES && end_ - out_ >= FAST_OUTPUT_BYTES;
 }
 
-// Decodes symbols. Returns Step::Next as soon as isFastLoopPossible() is false, otherwise the end
-// of the block or the error.
+// Decodes symbols until isFastLoopPossible() is false, which must be true at the call. Then returns
+// Step::Next. Returns earlier at the end of the block and after an error.
 Inflater::Step Inflater::fastLoop(const Table& litlenTable, const Table& distanceTable) {
   const Table litlen = litlenTable;
   const Table distances = distanceTable;

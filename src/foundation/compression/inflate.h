@@ -2,9 +2,11 @@
 //
 // The decoder writes into the caller's memory, which is also the window for matches. It reads its
 // input in runs of any size, so that the stream is never copied as a whole. It accepts and rejects
-// streams as the RFCs require, with two exceptions. It accepts two incomplete sets of codes (see
-// inflate_table.h). It allows a match to start anywhere in the previous output, even if the header
-// states a smaller window.
+// streams as the RFCs require, with three exceptions:
+// - It accepts a literal/length alphabet whose only code is an end-of-block code of one bit.
+// - It rejects a dynamic block that states 31 or 32 distance code lengths.
+// - It accepts every distance of up to 32 KiB inside the previous output, even if the header states
+//   a smaller window.
 #pragma once
 
 #include <cstddef>
@@ -41,11 +43,12 @@ enum class InflateStatus {
 /// Decodes the stream of `feed` into `out`, which has `capacity` bytes. `out` may be null if
 /// `capacity` is 0. Sets `length` to the number of decoded bytes. After an error, `length` is the
 /// number of bytes decoded before the error. An exception of `feed` ends the decoding and is passed
-/// on. `length` then does not change.
+/// on. `length` then does not change, and any byte of `out` may have changed.
 ///
-/// Never writes at or after `out + capacity`. May set up to 32 bytes from `out + length` on to
-/// zero. Changes no other byte after the decoded bytes. If `out` is zeroed memory, all bytes after
-/// the decoded bytes are therefore zero. Uses about 16 KiB of stack and no heap.
+/// Never writes at or after `out + capacity`. Sets the 32 bytes from `out + length` on to zero, or
+/// fewer if `capacity` ends before. Changes no other byte after the decoded bytes. If `out` is
+/// zeroed memory, all bytes after the decoded bytes are therefore zero. Uses about 16 KiB of stack
+/// and no heap.
 InflateStatus inflateStream(ByteFeed& feed, unsigned char* out, std::size_t capacity,
                             std::size_t& length);
 

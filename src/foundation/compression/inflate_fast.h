@@ -1,7 +1,7 @@
 // The bit buffer and the copying of matches for the decoder's fast loop. Internal.
 //
-// The functions check no bounds. The loop calls them only while the input has FAST_INPUT_BYTES left
-// and the output has FAST_OUTPUT_BYTES left.
+// The functions check no bounds. An iteration of the loop begins only if the input has at least
+// FAST_INPUT_BYTES left and the output has at least FAST_OUTPUT_BYTES left.
 #pragma once
 
 #include <cstddef>
@@ -31,8 +31,8 @@ constexpr std::uint64_t lowBits(std::uint64_t bits, unsigned count) {
 }
 
 /// The bit buffer and the input of the loop. The lowest bit of `bits` is the next bit of the
-/// stream. The lowest `count` bits are counted as loaded. The bits above them are already loaded,
-/// too, from the byte at `in`, and a later refill counts them.
+/// stream. The lowest `count` bits are counted as loaded. The bits above them are zero, or bits of
+/// the byte at `in`, which the next refill loads again and counts.
 struct FastBits {
   std::uint64_t bits;
   unsigned count;

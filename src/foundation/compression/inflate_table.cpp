@@ -190,7 +190,7 @@ class Filler {
 };
 
 // Builds the table of an incomplete set. Accepts only the two sets that buildTable documents. The
-// index of the table has one bit. No code leads to slot 1.
+// index of the table has one bit. No code leads to slot 1, and without a code none leads to slot 0.
 bool buildIncompleteTable(const AlphabetFacts& facts, const LengthCounts& counts, unsigned longest,
                           const std::uint16_t* sorted, Entry* slots, Table& table) {
   if (!facts.mayBeIncomplete || longest > 1) return false;

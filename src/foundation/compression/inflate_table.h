@@ -8,7 +8,8 @@
 //   bits 0..5    the number of bits to drop: the bits of the code and the extra bits after it
 //   bits 8..11   the number of bits of the code. The other dropped bits are the extra bits.
 //   bit  13      the end of the block
-//   bit  14      a subtable. Bits 8..11: its index bits. Bits 16..30: the slot where it starts.
+//   bit  14      a subtable. Bits 0..5: the primary bits. Bits 8..11: the number of bits that index
+//                the subtable. Bits 16..30: the slot where it starts.
 //   bit  15      NO_VALUE: a subtable, the end of the block, or, if bits 13 and 14 are 0, no symbol
 //   bits 16..30  the value: a literal byte, the base of a length or distance, or a code length
 //   bit  31      a literal byte
@@ -75,7 +76,7 @@ enum class Alphabet { Litlen, Distance, CodeLength };
 bool buildTable(Alphabet alphabet, const std::uint8_t* lengths, unsigned count, Entry* slots,
                 Table& table);
 
-/// The tables of the blocks with fixed codes. They are built once.
+/// The tables of the blocks with fixed codes.
 struct FixedTables {
   FixedTables();
   FixedTables(const FixedTables&) = delete;
@@ -89,6 +90,7 @@ struct FixedTables {
   Entry distanceSlots_[DISTANCE_SLOTS];
 };
 
+/// Returns the tables. The first call builds them.
 const FixedTables& fixedTables();
 
 }  // namespace zn::inflate

@@ -41,10 +41,10 @@ inline constexpr bool MOVES_AS_BYTES<HashMapNode<K, V>> = MOVES_AS_BYTES<K>&& MO
 /// key.
 ///
 /// A look-up in a long bucket uses an index, except in a const map. Only look-ups add nodes to the
-/// index, so a map that is only filled with `add` and iterated has no index. A reference to a value
-/// is valid until the next key is added. Look-ups and functions that add a key throw
-/// std::bad_alloc, or std::length_error at about 2^32 keys in one bucket. Look-ups in a const map
-/// throw nothing. After an exception the map is unchanged.
+/// index, so a map that is only filled with `add` and iterated has no index. Nodes and values keep
+/// their addresses until the next key is added or the map is cleared. Look-ups and functions that
+/// add a key throw std::bad_alloc, or std::length_error at about 2^32 keys in one bucket. Look-ups
+/// in a const map throw nothing. After an exception the map is unchanged.
 template <class K, class V>
 class HashMap {
  public:
@@ -54,7 +54,7 @@ class HashMap {
 
   Vector<Node> buckets[BUCKET_COUNT];  ///< The index is the low 8 bits of a key's hash.
 
-  /// Returns the node of `key`, or null. The node is valid until the next key is added.
+  /// Returns the node of `key`, or null.
   Node* findNode(const K& key) { return findHash(hashOf(key)); }
   /// Like the function above, but without the index, so that several threads may call it for a
   /// const map.
@@ -98,7 +98,8 @@ class HashMap {
   }
 
  private:
-  // The maximum size of a bucket that a look-up scans. A look-up in a larger bucket uses the index.
+  // The maximum size of a bucket that a look-up in a map scans. A look-up in a larger bucket uses
+  // the index. A look-up in a const map scans every bucket.
   static constexpr std::uint64_t MAX_SCANNED = 8;
 
   Node* findHash(std::uint64_t hash) {

@@ -87,8 +87,8 @@ std::size_t DescriptorSource::readSome(char* to, std::size_t capacity) {
   return 0;
 }
 
-// Reads until the bytes are known to begin with the byte order mark or to differ from it. A pipe
-// may deliver the mark in parts.
+// Reads until the bytes are known to begin with the byte order mark or to differ from it, or until
+// no more bytes can be read. A pipe may deliver the mark in parts.
 std::size_t DescriptorSource::readStart(char* to, std::size_t capacity) {
   std::size_t count = 0;
   do {

@@ -46,7 +46,7 @@ class DescriptorSource final : public ByteSource {
 
   int descriptor_;
   bool isStarted_ = false;
-  // The size of the byte order mark. It is 0 if the file has no byte order mark.
+  // The size of the byte order mark. It is 0 if the file has none, and before the first `read`.
   std::uint8_t markBytes_ = 0;
   String error_;
 };

@@ -13,7 +13,7 @@ namespace {
 using detail::OpenFile;
 
 // Creates the OpenFile of a source. Retains the source before the allocation, so that the source is
-// deleted if the allocation fails.
+// released if the allocation fails. This deletes a source that has no other owner.
 OpenFile* openOver(ByteSource* source) {
   const RefersTo<ByteSource> held(source);
   return new OpenFile(source, "there is no source to read from");

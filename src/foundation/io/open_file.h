@@ -53,12 +53,12 @@ class OpenFile final : public RefCounted {
   /// Whether the next byte is buffered. Reading a buffered byte does not call the source.
   bool isBuffered() noexcept;
 
-  /// Reads the next byte and attaches the cursor at this byte. At the end of the file, if the file
-  /// is not open, or if the source throws, both pointers of the cursor are null and the cursor is
-  /// not attached. The cursor must be detached before it is destroyed.
+  /// Reads the next byte and attaches the cursor at this byte. If there is no next byte (see
+  /// `read`) or the source throws, both pointers of the cursor are null and the cursor is not
+  /// attached. The cursor must be detached before it is destroyed.
   void attach(const Cursor& cursor);
-  /// The memory of the buffered bytes. Null before the first read. If another shared_ptr to this
-  /// memory exists, the next block is read into new memory.
+  /// The memory of the buffered bytes. Null before the source was called. If another shared_ptr to
+  /// this memory exists, the next block is read into new memory.
   const std::shared_ptr<char[]>& block() const noexcept { return block_; }
   /// Sets the read position of the file to that of `cursor`, and both pointers of `cursor` to null.
   /// Does nothing if `cursor` is not attached.

@@ -61,9 +61,9 @@ VSA_WRAPS_AROUND constexpr Wide shiftedToTop(Wide value) {
   return value;
 }
 
-/// Returns the leading 128 bits of 1 / divisor. Uses long division, one bit per step. The remainder
-/// starts as the largest power of two that is not greater than the divisor. The first bit of the
-/// quotient is therefore a one.
+/// Returns the leading 128 bits of 1 / divisor. `divisor` must not be a power of two. Uses long
+/// division, one bit per step. The remainder starts as the largest power of two that is less than
+/// the divisor. The first bit of the quotient is therefore a one.
 VSA_WRAPS_AROUND constexpr Wide reciprocal(Wide divisor) {
   Wide rest{0, 0};
   if (divisor.high != 0) {
@@ -173,10 +173,10 @@ inline float withSign(float value, bool negative) {
   return std::bit_cast<float>(std::bit_cast<uint32_t>(value) | (uint32_t{negative} << 31));
 }
 
-/// Whether `value` is exactly half-way between two adjacent normal floats. If `value` is the double
-/// nearest to a text, the number in the text may be slightly less or greater, so that `value` does
-/// not determine the float nearest to the text. Any other value in the range of the normal floats
-/// determines it.
+/// Whether a value in the range of the normal floats is exactly half-way between two adjacent
+/// floats. For any other value, the result has no meaning. If `value` is the double nearest to a
+/// text, the number in the text may be slightly less or greater, so that a half-way value does not
+/// determine the float nearest to the text. Any other value in the range determines it.
 inline bool isHalfWayBetweenFloats(double value) {
   return (std::bit_cast<uint64_t>(value) & 0x1FFFFFFF) == 0x10000000;
 }

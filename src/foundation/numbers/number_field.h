@@ -1,16 +1,16 @@
 // Converts one plain number or plain field of a list, on any processor. Internal.
 //
-// Each step converts eight digits in a 64-bit word. The lowest byte of the word is the first
+// Each step converts up to eight digits in a 64-bit word. The lowest byte of the word is the first
 // character. The sums that combine eight digits are those of "Faster integer parsing" (J. Khuong
 // and others, 2018).
 //
 // A plain number is [-]digits, for a real also with ["." digits] and [("e" | "E") ["+" | "-"]
 // digits]. The digits on one side of the period may be missing. A plain field is a plain number and
 // a blank. readReal, readInteger, readPlain and readField set `out` and return the end of the
-// number. They return null and do not change `out` if no plain number begins at `at`, if it is out
-// of range or has more than MAX_DIGITS digits, or if number_decimal cannot determine its rounding.
-// Only readField checks what follows the number. A function may read up to FIELD_WINDOW bytes from
-// `at` on.
+// number, or the position of the ninth digit of its exponent. They return null and do not change
+// `out` if no plain number begins at `at`, if it is out of range or has more than MAX_DIGITS digits
+// before the exponent, or if number_decimal cannot determine its rounding. Only readField checks
+// what follows the number. A function may read up to FIELD_WINDOW bytes from `at` on.
 #pragma once
 
 #include <bit>

@@ -41,7 +41,8 @@ NumberRun readPlainFields(NumberKernel<Number> kernel, const char* from, const c
     run = kernel(from, limit, out, capacity);
     if (run.next <= limit) return run;
   }
-  // At least one character remains, because every plain field is shorter than the window.
+  // At least one character remains: a kernel converts no field of more than 31 characters, so the
+  // last field that it converted and its blank end before `end`.
   const auto length = static_cast<size_t>(end - run.next);
   const NumberRun tail = readTail(kernel, run.next, length, out + run.count, capacity - run.count);
   return {tail.next, run.count + tail.count};

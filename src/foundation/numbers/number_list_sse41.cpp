@@ -105,7 +105,7 @@ VSA_WRAPS_AROUND inline Shape shapeOf(uint32_t digitBits, uint32_t pointBits, un
   return {length, length - place, isPlain};
 }
 
-/// Converts a real of up to 15 characters.
+/// Converts a real of up to 15 characters without an exponent.
 template <class Real>
 VSA_SSE41_INLINE const char* readShortReal(const char* at, const Block& block, Real& out) {
   const bool negative = *at == '-';

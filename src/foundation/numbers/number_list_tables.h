@@ -14,8 +14,8 @@ alignas(16) inline constexpr int8_t RIGHT_ALIGN[2 * BLOCK] = {
     0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15};
 
 /// Masks for _mm_shuffle_epi8. bytes[n] removes the n-th byte, counted from the end: bytes[1]
-/// removes the last byte. The bytes before the removed byte move up by one. bytes[0] removes no
-/// byte.
+/// removes the last byte. The bytes before the removed byte move up by one, and the first byte
+/// becomes zero. bytes[0] removes no byte.
 struct PointShuffles {
   alignas(16) int8_t bytes[BLOCK + 1][BLOCK];
 };

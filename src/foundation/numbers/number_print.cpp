@@ -16,9 +16,9 @@ constexpr std::uint32_t TEN_TO_8 = 100'000'000;
 constexpr std::uint64_t ASCII_ZEROS = 0x3030303030303030;
 
 /// Returns the eight decimal digits of a number below 10^8, one digit per byte. The first digit is
-/// in the lowest byte. Splits the number into halves three times. One multiplication splits all
-/// parts of a step: it divides them by 100 (10486 / 2^20 is about 1/100) or by 10 (103 / 2^10 is
-/// about 1/10). The quotients are exact for parts of four or two digits.
+/// in the lowest byte. Splits the number into halves three times. In the second and third step, one
+/// multiplication splits all parts: it divides them by 100 (10486 / 2^20 is about 1/100) or by 10
+/// (103 / 2^10 is about 1/10). The quotients are exact for parts of four or two digits.
 std::uint64_t eightDigits(std::uint32_t number) {
   const std::uint64_t upper = number / 10000;
   const std::uint64_t fours = upper | (number - upper * 10000) << 32;
@@ -106,7 +106,7 @@ VSA_WRAPS_AROUND SeventeenDigits seventeenDigits(std::uint64_t number) {
   return {front.first, {front.word | last << (64 - bits), last >> bits}, front.total + 8};
 }
 
-// Writes the form d.ddde-x, or de-x for a single digit.
+// Writes the form d.dddex, or dex for a single digit. The exponent x may be negative.
 template <class Digits>
 char* putWithExponent(char* to, const Digits& digits, int count, int exponent) {
   digits.store(to + 1);
@@ -147,7 +147,7 @@ char* putWithPoint(char* to, const Digits& digits, int count, int point) {
 template <class Digits>
 [[gnu::always_inline]] inline char* putDigits(char* to, const Digits& digits, int exponent) {
   const int count = digits.count();
-  const int point = digits.total + exponent;    // The number of digits before the point.
+  const int point = digits.total + exponent;    // Digits before the point, if it is positive.
   const int exponentWidth = count > 1 ? 5 : 4;  // The length of ".e-05" or "e-05".
   const bool hasPoint = (point < count) & (2 - point <= exponentWidth);
   if (hasPoint) return putWithPoint(to, digits, count, point);
@@ -159,7 +159,7 @@ char* putDecimal(char* to, const Decimal<std::uint32_t>& decimal) {
   return putDigits(to, nineDigits(decimal.digits), decimal.exponent);
 }
 
-// Writes the digits of a double. A decimal of 16 or 17 digits that ends in eight zeros takes the
+// Writes the digits of a double. A decimal of 10 to 17 digits that ends in eight zeros takes the
 // faster path for nine digits. Most doubles with few significant digits have such a decimal.
 char* putDecimal(char* to, const Decimal<std::uint64_t>& decimal) {
   if (decimal.digits < 10 * std::uint64_t{TEN_TO_8}) {

@@ -1,8 +1,8 @@
 // Converts texts to numbers. One pass checks the syntax character by character and collects the
 // digits.
 //
-// number_decimal converts common reals. All other finite reals (more than 19 digits, large
-// exponents, half-way cases) are rewritten as a decimal of bounded length, unless the exponent and
+// number_decimal converts common reals. All other finite reals (for example with more than 19
+// digits or a large exponent) are rewritten as a decimal of bounded length, unless the exponent and
 // the number of digits already show that they overflow or become zero. std::from_chars converts
 // that decimal and rounds exactly. from_chars returns the same error for overflow and underflow,
 // and the decimal order shows which of the two occurred.
@@ -104,7 +104,7 @@ bool parseMagnitude(Text text, Magnitude& out) {
   return true;
 }
 
-/// A finite real. If `isExact` is true, its value is `digits` * 10^`exponent`. Otherwise more
+/// A finite real. If `isExact` is true, its magnitude is `digits` * 10^`exponent`. Otherwise more
 /// digits follow these 19 digits, and not all of them are zero.
 struct Decimal {
   bool negative = false;

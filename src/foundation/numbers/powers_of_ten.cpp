@@ -2,7 +2,7 @@
 
 namespace zn::numbers {
 
-// A line has two rows. powers_of_ten_test.cpp recomputes every row. clang-format off
+// powers_of_ten_test.cpp recomputes every row. clang-format off
 const detail::Wide POWERS_OF_TEN_CEILED[MAX_CEILED_POWER - MIN_CEILED_POWER + 1] = {
     {0xFF77B1FCBEBCDC4F, 0x25E8E89C13BB0F7B}, {0x9FAACF3DF73609B1, 0x77B191618C54E9AD},
     {0xC795830D75038C1D, 0xD59DF5B9EF6A2418}, {0xF97AE3D0D2446F25, 0x4B0573286B44AD1E},

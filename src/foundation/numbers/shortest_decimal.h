@@ -90,9 +90,9 @@ struct RealLayout<double> {
   }
 };
 
-/// Returns floor(log10(2^exponent)). If the lower neighbour of the real is nearer than the upper
-/// neighbour, returns floor(log10(3/4 * 2^exponent)). log10(2) is about 1262611 / 2^22, and
-/// log10(4/3) is about 524031 / 2^22.
+/// Returns floor(log10(2^exponent)). If `isLowerNearer` is true, returns
+/// floor(log10(3/4 * 2^exponent)). log10(2) is about 1262611 / 2^22, and log10(4/3) is about
+/// 524031 / 2^22. Exact for the exponents of floats and doubles.
 constexpr int floorLog10OfPower(int exponent, bool isLowerNearer) {
   // cppcheck-suppress shiftNegativeLHS ; C++20 defines the shift of a negative number
   return (exponent * 1262611 - (isLowerNearer ? 524031 : 0)) >> 22;
@@ -124,7 +124,8 @@ VSA_WRAPS_AROUND inline Decimal<typename RealLayout<Real>::Bits> shortestDecimal
   const bool isInteger =
       (fractionBits <= unsigned{Layout::MANTISSA_BITS}) & ((mantissa & fractionMask) == 0);
   if (isInteger) return {static_cast<Bits>(mantissa >> fractionBits), 0};
-  // Below a power of two, the distance between two reals is half of the distance above it.
+  // Below a power of two, the distance between two reals is half of the distance above it. The
+  // smallest normal real is an exception: the reals below it have the same distance.
   const bool isLowerNearer = fraction == 0 && biased > 1;
   const int power = floorLog10OfPower(exponent, isLowerNearer);
   const int shift = exponent + floorLog2OfPower(-power) + 1;

@@ -1,6 +1,6 @@
 // Converts letters to lower case and compares words in any letter case. Internal.
 //
-// The functions change only the letters A to Z and are independent of the locale.
+// Only the letters A to Z are converted. The functions are independent of the locale.
 #pragma once
 
 #include <cstddef>

@@ -1,6 +1,5 @@
-// Compares short texts in words of 8 bytes. Internal.
-//
-// Most names are short, so comparing them takes only a few instructions.
+// Compares two texts. Texts of 2 to 16 bytes are compared in words of 2, 4 or 8 bytes, which takes
+// only a few instructions. Internal.
 #pragma once
 
 #include <cstddef>

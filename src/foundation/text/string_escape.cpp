@@ -1,5 +1,5 @@
-// String::unescape: replaces each escape sequence by its character. A \u sequence contains a UTF-16
-// code unit, as in JSON (RFC 8259). Its character is written in UTF-8.
+// String::unescape: replaces each valid escape sequence by its character. A \u sequence contains a
+// UTF-16 code unit, as in JSON (RFC 8259). Its character is written in UTF-8.
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -56,7 +56,7 @@ constexpr std::array<char, 256> makeSimpleEscapes() {
 constexpr std::array<char, 256> SIMPLE_ESCAPES = makeSimpleEscapes();
 
 // Reads a \u sequence or a surrogate pair of two \u sequences at `at`. Returns the number of
-// characters read. Returns 0 if the sequence does not represent a character.
+// characters read. Returns 0 if the sequence represents NUL or no character.
 int unicodeEscape(const char* at, const char* end, char*& to) {
   const unsigned unit = codeUnit(at, end);
   if (unit == NO_UNIT || unit == 0) return 0;
@@ -108,9 +108,9 @@ std::size_t copyPlain(const char* at, const char* end, char* to) {
 
 }  // namespace
 
-// Copies the characters up to the next backslash, and then decodes its escape sequence. The
-// character of a sequence is never longer than the sequence, so the rest of the text always fits
-// into the rest of the output.
+// Copies the characters up to the next backslash, and then decodes its escape sequence. If the
+// sequence is not valid, copies the backslash. The character of a sequence is never longer than the
+// sequence, so the rest of the text always fits into the rest of the output.
 char* unescapePiece(const char*& at, const char* stop, const char* end, char* to) noexcept {
   while (at < stop) {
     const std::size_t plain = copyPlain(at, stop, to);

@@ -27,7 +27,8 @@ struct Arguments {
   va_list list;
 };
 
-// The type of an argument. The length modifier of the conversion determines it.
+// The length modifier of a conversion. Int represents no modifier, `h` and `hh`, and an invalid
+// one: an integer argument is then an int, because a char or a short is promoted.
 enum class Length { Int, Long, LongLong, Size, IntMax, PtrDiff, LongDouble };
 
 class Formatter {
@@ -96,8 +97,6 @@ class Formatter {
     if (modifier == "j") return Length::IntMax;
     if (modifier == "t") return Length::PtrDiff;
     if (modifier == "L") return Length::LongDouble;
-    // The conversion has no modifier, h, hh, or an invalid one. Its argument is an int: a char or a
-    // short is promoted.
     return Length::Int;
   }
 

@@ -3,8 +3,8 @@
 //
 // The hash depends on a key, which is created once per process and usually differs from process to
 // process. Texts that collide in one process rarely collide in another. It is therefore hard to
-// write a file whose names all collide. Only the lowest 4 bits of the hash do not depend on the
-// key.
+// write a file whose names all collide. The lowest 4 bits of the hash and the hash of the empty
+// text do not depend on the key.
 #include <chrono>
 #include <cstdint>
 
@@ -59,7 +59,7 @@ std::uint64_t loadFew(const char* at, std::size_t length) noexcept {
 }
 
 // Folds a text of up to 16 characters. It reads the first and the last word of the text, which may
-// overlap. Together with the length in `a`, these words determine the text.
+// overlap. Together with the length, which `a` depends on, these words determine the text.
 std::uint64_t foldShort(const char* at, std::size_t length, std::uint64_t a,
                         std::uint64_t b) noexcept {
   if (length >= 8) {

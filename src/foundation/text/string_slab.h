@@ -41,8 +41,8 @@ class StringSlab {
 
 }  // namespace detail
 
-/// Creates Strings in slabs. A String keeps its slab in memory, so the String may outlive the
-/// StringSlabs.
+/// Creates Strings, most of them in slabs. A String keeps its slab in memory, so the String may
+/// outlive the StringSlabs.
 class StringSlabs {
  public:
   StringSlabs() = default;
@@ -56,8 +56,9 @@ class StringSlabs {
 
  private:
   // The sizes of slabs. Slabs are small, because one text keeps its whole slab in memory. The first
-  // slab is very small, so that a host that reads one statement at a time does not allocate a large
-  // slab for each statement.
+  // slab has MIN_SLAB_BYTES, or four times the size of its first buffer if that is more, so that a
+  // host that reads one statement at a time does not allocate a large slab for each statement. The
+  // size then at least doubles with each slab, up to MAX_SLAB_BYTES.
   static constexpr std::uint32_t MIN_SLAB_BYTES = 256;
   static constexpr std::uint32_t MAX_SLAB_BYTES = 16384;
   // The maximum size of a buffer in a slab. A longer buffer has its own allocation.

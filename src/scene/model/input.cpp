@@ -1,5 +1,4 @@
-// Input: the functions that change nothing. They return the name, the owner, the level, the value
-// and the links.
+// Input: the functions that change nothing.
 #include <vsa/model/input.h>
 
 #include "scene/model/input_impl.h"

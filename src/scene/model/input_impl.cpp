@@ -134,8 +134,8 @@ void InputImpl::appendElement() {
   SceneLimits::checkElementCount(*this, index);
   scene.limits.checkEmptyElements(*this);
   ElementList& list = elements();
-  // Adds the pointer before the element is created. Otherwise an exception of push_back would leak
-  // the element.
+  // Adds the pointer before the element is created. Otherwise, after an exception of push_back, the
+  // element would take memory in the scene without being in the list.
   list.inputs.push_back(nullptr);
   try {
     list.inputs[index] =

@@ -1,7 +1,7 @@
 // InputImpl: the data and the operations of an Input. Internal.
 //
-// A scene may have millions of inputs, so the size of an input is only 48 bytes. A value of more
-// than 64 bits is stored outside the input: a tuple, a string, a buffer, elements or members.
+// A scene may have millions of inputs, so the size of an input is only 48 bytes. Tuples, strings,
+// buffers, and lists of elements or members are stored outside the input.
 #pragma once
 
 #include <cstdint>
@@ -36,7 +36,8 @@ class InputImpl final : public Input {
     return isNodeInput_ && parent_.node == &node;
   }
   bool isRemoved() const noexcept { return isRemoved_; }
-  /// Marks the input as removed and frees its value. The caller removes the input from its list.
+  /// Marks the input as removed, disconnects it and clears its value. The caller removes the input
+  /// from its list.
   void remove() noexcept;
   void clearValue() noexcept;
   /// Returns the number of typed elements at the start of the array (see isTypedElement). Returns 0
@@ -93,7 +94,7 @@ class InputImpl final : public Input {
     // pool.
     char* string;
     NodeImpl* node;
-    // Points to memory from `new`.
+    // The next three point to objects from `new`.
     BufferValue* buffer;
     ElementList* elements;
     NamedList<InputImpl>* members;

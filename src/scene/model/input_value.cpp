@@ -63,7 +63,8 @@ std::uint64_t InputImpl::typedPrefix() noexcept {
 }
 
 // Excludes this element and the elements after it from the typed prefix of the array. Called when
-// this element has lost its type, or the type of its own elements.
+// this element has lost its type, or the type of its own elements. Does nothing if this input is
+// not an element, or was removed from its array.
 void InputImpl::becomeUntyped() noexcept {
   if (!isElement_ || parent_.input->element(index_) != this) return;
   std::uint64_t& prefix = parent_.input->value_.elements->typedPrefix;
@@ -138,7 +139,7 @@ void InputImpl::assignBuffer(const BufferValue& buffer, bool fits) {
   static_cast<void>(memory.release());
 }
 
-// Sets the buffer and takes ownership of its memory.
+// Sets the buffer and takes ownership of its memory, unless it throws std::bad_alloc.
 void InputImpl::setBuffer(const BufferValue& buffer) {
   if (value_.buffer == nullptr) {
     value_.buffer = new BufferValue(buffer);

@@ -30,7 +30,8 @@ class NodeImpl final : public Node {
   bool isRemoved() const noexcept { return cold_ != nullptr && cold_->isRemoved; }
   /// Marks the node as removed. If it throws std::bad_alloc, nothing changes.
   void markRemoved() { coldMembers().isRemoved = true; }
-  /// Returns the declaration of the node's type. Returns null for an open type.
+  /// Returns the declaration that the node's type had when the node was created. Returns null if
+  /// the type was open then.
   const DeclaredType* declaration() const noexcept {
     return cold_ != nullptr ? cold_->declaration.get() : nullptr;
   }
@@ -71,7 +72,7 @@ class NodeImpl final : public Node {
   ColdMembers& coldMembers();
   InputImpl* create(const String& name, AttrType type, AttrType elementType);
   // Adds an input. `elementType` is the AttrType of an array's elements or the DataType of a
-  // buffer. It is 0 if the element type is not known yet.
+  // buffer. It is 0 if the element type is not known yet, and for an input of any other type.
   InputImpl* add(const String& name, AttrType type, std::int32_t elementType);
   InputImpl* instantiate(const String& name);
   OutputImpl* laterOutput(const String& name, std::uint32_t nameNumber);
@@ -79,7 +80,7 @@ class NodeImpl final : public Node {
   String type_;
   InlineName name_;
   NamedList<InputImpl> inputs_;
-  // The first output. It has no name until an output of the node is looked up.
+  // The first output. It has no name until the function `output` returns it.
   OutputImpl firstOutput_;
   std::unique_ptr<ColdMembers> cold_;
 };

@@ -19,8 +19,8 @@ struct SceneLimits {
 
   /// Throws DiagnosticError for an input at `path` that is nested deeper than `depth`.
   [[noreturn]] void throwTooDeep(const String& path) const;
-  /// Throws DiagnosticError if the scene already contains `emptyElements` empty elements, so that
-  /// `array` cannot grow by another one.
+  /// Throws DiagnosticError if the scene already contains `emptyElements` empty elements or more,
+  /// so that `array` cannot grow by another one.
   void checkEmptyElements(const Input& array) const;
   /// Throws DiagnosticError if `array`, which has `count` elements, cannot grow.
   static void checkElementCount(const Input& array, std::uint64_t count);

@@ -18,7 +18,8 @@ struct AssignInfo {
   ds::Vector<Token> targetPath;  ///< The left-hand side, in text order.
   /// Connection: the right-hand side. For `|= null`, its only token is `null`.
   ds::Vector<Token> sourcePath;
-  Token valueToken;      ///< The value's first token, which messages quote.
+  /// The first token of a value or reference, or the `null` of a connection. Messages quote it.
+  Token valueToken;
   Token countToken;      ///< Buffer: the list with the element count.
   Token elementsToken;   ///< Buffer: the list with the elements.
   Token listToken;       ///< Typed tuple: the list after the type keyword.
@@ -51,8 +52,8 @@ struct AssignInfo {
   String valueString() const;
 };
 
-/// Returns a value in the form that messages quote: its first token as written, followed by "[]"
-/// for a buffer. Shortens a form of more than 20 characters to its first 20 characters and "...".
+/// Returns a value in the form that messages quote: its first token, followed by "[]" for a buffer.
+/// Shortens a form of more than 20 bytes to its first 20 bytes and "...".
 String quotedValue(std::string_view firstToken, bool isBuffer);
 
 }  // namespace zn::korvo_sdk::impl

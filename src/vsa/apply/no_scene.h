@@ -5,7 +5,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// Finds no node and creates none. Tests derive their scenes from it.
+/// Finds no node and creates none.
 class NoScene : public interfaces::IScene {
  public:
   interfaces::INode* findNode(const String&) override { return nullptr; }

@@ -23,7 +23,8 @@ inline void emitNarrowing(const Emitter& emitter, const String& typeName,
   emitter.log(DiagnosticId::Narrowing, typeName, input.typeName(), input.path());
 }
 
-/// Logs that the value is not assigned because of its type.
+/// Logs that a value is not assigned. `found` is the type of the value, or the value itself if the
+/// input accepts no value.
 inline void emitWrongType(const Emitter& emitter, const String& found,
                           const interfaces::IInput& input) {
   if (!isWanted(DiagnosticId::WrongType)) return;

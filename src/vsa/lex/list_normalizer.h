@@ -14,7 +14,7 @@ namespace zn::korvo_sdk::impl {
 
 /// The positions where the normaliser stopped.
 struct NormalizedList {
-  const char* from;  ///< One past the last byte read.
+  const char* from;  ///< One past the last number character that was copied.
   char* to;          ///< One past the last byte written.
 };
 
@@ -25,7 +25,7 @@ inline constexpr std::size_t NORMALIZER_SLACK = 16;
 /// Copies number characters from [from, end) to `to`. Replaces each run of separators between two
 /// number characters by one blank. A separator is a comma or white space: a blank, \t, \n, \v, \f
 /// or \r. Stops before the first byte that is neither a number character nor a separator. Also
-/// stops before a run of separators that no number character follows. The last byte read is
+/// stops before a run of separators that no number character follows. The last byte copied is
 /// therefore always a number character.
 ///
 /// The byte at `from` must be a number character. The output is never longer than the input. `to`

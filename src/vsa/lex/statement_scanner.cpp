@@ -38,8 +38,9 @@ SimpleStatement::SimpleStatement()
 
 StatementScanner::StatementScanner(Lexer& lexer, const Token& consumed) noexcept : lexer_(lexer) {
   if (consumed.type == Type::Eof || lexer.windowBegin == lexer.windowLast()) return;
-  // Requires that four tokens end in this block: `consumed` and the three tokens after it. This
-  // ensures that `index` did not wrap around between them.
+  // Requires that four tokens end in this block: `consumed` and the three tokens after it. So fewer
+  // than 2^32 bytes are between them, and the difference below is right even if `index` wrapped
+  // around.
   if (!lexer.hasInBlock(4)) return;
   const std::uint32_t ahead = static_cast<std::uint32_t>(lexer.index) - consumed.endIndex;
   if (static_cast<std::size_t>(lexer.windowBegin - lexer.windowStart) < ahead) return;
@@ -138,9 +139,9 @@ inline const char* StatementScanner::endOfWord(const char* at) const noexcept {
   return end != last_ ? end : nullptr;
 }
 
-// Sets `out` to the interned name. Returns false if the place is not a name, but for example a
-// literal such as `true`. First compares the name with `out`, because this is faster than a look-up
-// in the pool. Often `out` already has this name: successive statements are usually about one node.
+// Sets `out` to the name. Returns false if the place is not a name, but for example a literal such
+// as `true`. First compares the name with `out`, because this is faster than a look-up in the pool.
+// Often `out` already has this name: successive statements are usually about one node.
 inline bool StatementScanner::name(const Place& place, String& out) {
   if (place.type != Type::Id) return false;
   if (zn::detail::sameCharacters(out.view(), place.text())) return true;

@@ -1,7 +1,7 @@
 // StatementScanner: recognises common statements in one pass over the lexer's window. Internal.
 //
 // Most statements are short and have one of a few forms. The scanner creates no tokens for these
-// statements. It finds their names and values in the window and interns the names. It recognises a
+// statements. It finds their names and values in the window and interns most names. It recognises a
 // statement only if the whole statement and the three tokens after it are buffered, and if these
 // tokens are words, single characters or comments. Otherwise the lexer stays at its position, and
 // the parser reads the statement token by token. All messages about malformed text therefore come
@@ -39,7 +39,7 @@ struct SimpleStatement {
   Kind kind = Kind::Comment;
   const char* begin = nullptr;  ///< The first character.
   const char* end = nullptr;    ///< One past the last character.
-  std::size_t bytesAfter = 0;   ///< Buffered bytes after it.
+  std::size_t bytesAfter = 0;   ///< Buffered bytes after it, without the last buffered byte.
   std::int32_t line = 0;        ///< Line of the last character.
   std::int32_t column = 0;
 
@@ -51,7 +51,8 @@ struct SimpleStatement {
   bool isWith = false;
   /// For a value: the type of its first token.
   Token::Type valueType = Token::Type::Eof;
-  std::string_view value;     ///< For a value: its first token as written.
+  /// For a value: its first token as written, but `true` and `false` in lower case.
+  std::string_view value;
   bool hasBackslash = false;  ///< For a string: whether it contains a backslash.
   /// For a value `keyword(numbers)`: the numbers, separated by single blanks. The byte after the
   /// numbers is readable, as parseTuple requires.
@@ -77,7 +78,7 @@ class StatementScanner {
   bool scan(SimpleStatement& out);
 
   /// Moves the window of the lexer to the end of the third token after `statement`, which must be
-  /// from `scan`. Does not change the line and column of the lexer.
+  /// from `scan`. Changes nothing else in the lexer, such as its line and its lookahead.
   void accept(const SimpleStatement& statement) noexcept;
 
   /// Whether a statement was accepted.
@@ -108,8 +109,8 @@ class StatementScanner {
     }
   };
 
-  // Each function returns the end of what it recognised. It returns null if the text has another
-  // form, if the character after the form is not buffered, or if its argument is null.
+  // Each function returns the end of what it recognised or skipped. It returns null if the text has
+  // another form, if the character after the form is not buffered, or if its argument is null.
 
   const char* statement(SimpleStatement& out);
   const char* comment(SimpleStatement& out);

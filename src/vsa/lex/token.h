@@ -11,7 +11,8 @@ namespace zn::korvo_sdk::impl {
 /// A token of a text. `line` and `column` are the position of the token's last character. For Eof
 /// and Invalid they are the position of the last consumed character.
 struct Token {
-  /// The values are part of the interface. The parser stops at every type below 2.
+  /// The values are fixed. The parser stops at every type below 2. Every type from Dot on is a
+  /// single character or a literal.
   enum class Type : std::int32_t {
     // The text is "EOF". If a string or list is not closed, the text is the message about it.
     Eof = 0,

@@ -1,5 +1,5 @@
-// Finds the ends of names, numbers, strings, comments and short lists: 16 bytes per step with SSE2
-// (32 in a string), one byte per step without SSE2. Internal.
+// Classifies characters, and finds the ends of names, numbers, strings, comments and short lists.
+// With SSE2, most steps process 16 bytes (32 in a string). Internal.
 #pragma once
 
 #include <array>

@@ -1,9 +1,10 @@
 // ArrayState: the state that an array has in the scene of a reader after all statements that were
 // written so far. Internal.
 //
-// The first statement about an element creates the array. If it is not a link, it also sets the
-// element type of the array. The element type determines which elements can follow. So whether a
-// text can represent an element depends on the elements before it.
+// The first statement about an element creates the array if it does not exist yet. If this
+// statement is not a link, it also sets the element type of the new array. The element type
+// determines which elements can follow. So whether a text can represent an element depends on the
+// elements before it.
 #pragma once
 
 #include <cstdint>
@@ -30,7 +31,6 @@ class ArrayState {
   /// that exists, `element` must have its type. Returns null, or the reason why the array cannot
   /// contain the element. If it returns a reason, the state does not change.
   const char* add(const zn::korvo_sdk::Input& element, Form form);
-  /// Whether the element type of the array is `type`.
   bool hasElementType(zn::korvo_sdk::AttrType type) const { return elementType_ == type; }
 
  private:

@@ -29,8 +29,9 @@ enum class Form : std::uint8_t {
   EmptyArray,
   /// A reference: "node" or "null".
   Reference,
-  /// A connection, or "|= null" if the input has no connection. The statement creates an input of
-  /// type Null. It does not change the value of an existing input.
+  /// A connection, or "|= null" if the input has no connection. With LinkPlace::Last, "|= null" is
+  /// written first in any case, and the connection last. The statement creates an input of type
+  /// Null. It does not change the value of an existing input.
   Link,
 };
 

@@ -35,8 +35,8 @@ class SceneVisitor {
   virtual void endNode(const zn::korvo_sdk::Node& node) = 0;
   /// Called for each part of the scene that no text can represent. `path` is empty if this part is
   /// the node itself. If `isReplaced` is false, there are no other calls for this part, and none
-  /// for what it contains. A part can also be the connection of an input: there is then no call of
-  /// `connection`, but `value` was called for the input.
+  /// for what it contains. A part can also be only the connection of an input: this call then
+  /// replaces the call of `connection`, and the other calls for the input are made.
   virtual void problem(const zn::korvo_sdk::Node& node, std::string_view path, const char* reason,
                        bool isReplaced) = 0;
 };

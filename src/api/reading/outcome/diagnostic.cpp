@@ -8,8 +8,8 @@ namespace vsa {
 
 namespace {
 
-// Whether the log line ends with a period after the message. This applies to messages with a
-// position, except for those of the lexer.
+// Whether a log line with a position ends with a period after the message. Only those of the lexer
+// do not.
 bool endsWithPeriod(DiagnosticId id) {
   return id != DiagnosticId::InvalidToken && id != DiagnosticId::InvalidListToken;
 }

@@ -34,21 +34,20 @@ class DiagnosticRecorder {
   /// Records a diagnostic of the reader. Throws ReadStopped if the limit of diagnostics is exceeded
   /// or a callback throws an exception.
   void add(const Record& record);
-  /// Records a problem for which the reader has created no diagnostic. Its position is the token
-  /// that was consumed last. There are two exceptions: for EndMark it is the byte 0xFF, and for
-  /// UnexpectedEof the opening quote or bracket. `argument` is the argument of the message. It is
-  /// not used if messages with this id have no argument. `limit` is the exceeded limit of an
-  /// OverLimit.
+  /// Records a problem for which the reader has created no diagnostic. Its range is the one that
+  /// findSourceRange returns, or else a single character. There are two exceptions: the range of an
+  /// EndMark is the byte 0xFF, and before the parse begins, the range is empty at the beginning of
+  /// the text. `argument` is the argument of the message. It is not used if messages with this id
+  /// have no argument. `limit` is the exceeded limit of an OverLimit.
   void add(DiagnosticId id, Severity severity, bool endedReading, std::string message,
            std::string_view argument = {}, std::optional<Limit> limit = std::nullopt);
   /// Records that the text exceeds a limit. `maximum` is the value of the limit.
   void addOverLimit(Limit limit, std::uint64_t maximum, bool endedReading, std::string message);
 
-  /// Returns the left-hand side of the current assignment with the name of the node. Returns an
-  /// empty string if there is no assignment.
+  /// Returns the left-hand side of the current assignment, as far as the parser has read it, with
+  /// the name of the node. Returns an empty string if there is no assignment.
   std::string statementPath() const;
 
-  /// The number of bytes of the kept diagnostics.
   std::uint64_t keptBytes() const noexcept { return keptBytes_; }
 
  private:

@@ -10,7 +10,8 @@ namespace {
 
 using zn::korvo_sdk::impl::ReadStopped;
 
-// Returns the text of an exception. The text is valid as long as the exception exists.
+// Returns the text of an exception, or a constant text if it has none. The text is valid as long as
+// the exception exists.
 std::string_view textOf(const std::exception_ptr& exception) noexcept {
   try {
     std::rethrow_exception(exception);

@@ -16,9 +16,9 @@ class Ending {
   /// Sets the status and the message. If there is no memory for the message, it becomes empty.
   /// Removes the limit of the outcome if the status is not OverLimit.
   void set(ReadStatus status, std::string_view message) noexcept;
-  /// Sets the status and the message for the exception that is being handled. The status is
-  /// OutOfMemory for a std::bad_alloc, and HostException for any other exception. The message is
-  /// the text of the exception, or says that there is none.
+  /// Stores the exception that is being handled, and sets the status and the message for it. The
+  /// status is OutOfMemory for a std::bad_alloc, and HostException for any other exception. The
+  /// message is the text of the exception, or says that there is none.
   void setToException() noexcept;
 
   /// Sets the status and the message, and throws ReadStopped.

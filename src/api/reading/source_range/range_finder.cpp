@@ -43,7 +43,7 @@ Found RangeRules::placeAfter(std::size_t token) const {
 
 // Returns the range of a token that the grammar does not allow. For a string or list that is cut
 // off, it is the range of its opening quote or bracket. At the end of the text, it is the empty
-// range after the last token.
+// range after the last token, or at the end if there is no other token.
 Found RangeRules::tokenOrPlace(std::size_t token) const {
   if (token >= tokens_.size()) return std::nullopt;
   if (tokens_[token].type != Type::Eof) return whole(token);

@@ -23,7 +23,7 @@ using Found = RangeRules::Found;
 // exceptions, for which the range is the opening bracket: a brace that begins a block, and a list
 // that is probably never closed. A list counts as never closed if the invalid character is one of
 // ENDS, which occur outside of lists, or if the character is on a later line than the opening
-// bracket.
+// bracket. A "#" that probably begins a comment in the list is not such a character.
 Found RangeRules::invalidCharacter() const {
   const std::uint64_t at = *problem_.character;
   for (std::size_t i = 0; i < tokens_.size(); ++i) {

@@ -14,7 +14,6 @@ bool isTypeWord(std::string_view word);
 /// Tests whether the parser can convert the text of a number to a component of a buffer.
 class ComponentReader {
  public:
-  /// Creates the reader for buffers of this type.
   explicit ComponentReader(zn::korvo_sdk::DataType bufferType) noexcept;
   /// Whether `text` can be converted to a component of the buffer.
   bool accepts(std::string_view text);

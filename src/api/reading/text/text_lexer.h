@@ -10,7 +10,7 @@
 
 namespace vsa {
 
-/// Reads the text in blocks, so that the observer is notified as often as for a file.
+/// Reads the text in blocks, so that the observer is notified regularly, as for a file.
 class TextLexer final : public zn::korvo_sdk::impl::Lexer {
  public:
   /// `text` and `observer` must exist as long as the lexer. Throws the exceptions of the observer.

@@ -87,10 +87,10 @@ class Slabs {
     freeCount_ = MAX_OBJECTS;
   }
 
-  // Allocates a region: the memory of several slabs. A region contains as many slabs as already
-  // exist, but at least one and at most MAX_SLABS (1 MiB). `slabs_` already contains the pointer of
-  // the slab to add, which is not counted. A separate allocation of each slab would waste the size
-  // of a slab for its alignment.
+  // Allocates a region: the memory of one or more slabs. A region contains as many slabs as already
+  // exist, but at least one and at most MAX_SLABS. `slabs_` already contains the pointer of the
+  // slab to add, which is not counted. A separate allocation of each slab could waste the size of a
+  // slab for its alignment.
   void addRegion() {
     const std::uint64_t count = std::clamp<std::uint64_t>(slabs_.size - 1, 1, MAX_SLABS);
     regions_.push_back(nullptr);

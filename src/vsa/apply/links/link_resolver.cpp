@@ -46,13 +46,15 @@ void LinkResolver::resolveReferences(const PendingTable& references) {
 }
 
 // Uses software pipelining to hide cache misses. The table order differs from the order of inputs
-// and nodes in memory, so most accesses miss the caches. Each link passes through four stages, and
-// other links are processed between its stages:
+// and nodes in memory, so most accesses miss the caches if the scene is large. Each link passes
+// through four stages, and other links are processed between its stages. The first links skip
+// stages 1 and 3.
 // 1. Prefetch the characters of the source.
 // 2. Convert the source to a String, and prefetch the input and the hash table slot of the node.
 // 3. Prefetch the node.
 // 4. Resolve the link.
 // In a host's scene, and for fewer than NAMES links, the slot and the node are not prefetched.
+// Without prefetching, the benchmark links 100k takes 1.3 times as long, and links 1M 1.9 times.
 template <class Resolve>
 void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve) {
   const Snapshot entries = snapshotOf(table);
@@ -64,7 +66,7 @@ void LinkResolver::resolveAll(const PendingTable& table, const Resolve& resolve)
     names_[i % NAMES].assign(source, hash);
     if (nodes != nullptr) nodes->prefetchSlot(hash);
     zn::detail::prefetch(entries[i]->key);
-    zn::detail::prefetch(entries[i]->key, 64);  // most inputs span more than one cache line
+    zn::detail::prefetch(entries[i]->key, 64);  // many inputs span two cache lines
   };
   for (std::uint64_t i = 0; i < NAMES - 1; ++i) read(i);
   for (std::uint64_t i = 0; i < entries.size; ++i) {

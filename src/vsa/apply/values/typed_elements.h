@@ -17,7 +17,7 @@ namespace zn::korvo_sdk::impl {
 /// type. The next call continues after these elements.
 class TypedElements {
  public:
-  /// The number of typed elements that a call rechecks.
+  /// The maximum number of typed elements that a call rechecks.
   static constexpr std::uint64_t RECHECKED = 128;
 
   /// Sets the type of the untyped elements of `array`. In an array of buffers, an element is

@@ -43,7 +43,8 @@ constexpr Conversion S = Conversion::Silent;
 constexpr Conversion N = Conversion::Narrowing;
 constexpr Conversion R = Conversion::Refused;
 
-// The allowed conversions. A row is the group of the value, and a column is the group of the input.
+// The conversions between different types. A row is the group of the value, and a column is the
+// group of the input.
 // The table is not symmetric: a Bool converts to a Real, but a Real does not convert to a Bool.
 constexpr Conversion MATRIX[GROUP_COUNT][GROUP_COUNT] = {
     // BOOL INTEGER REAL TWO THREE FOUR MAT3 MAT4 OTHER
