@@ -1,7 +1,8 @@
 // json_same FILE FILE: compares two JSON files by value. "1", "1.0" and "1e0" are equal; white
-// space and the order of keys are ignored. Exits with 0 if the files are equal. Otherwise prints
-// the first difference as an operation of a JSON Patch (RFC 6902) and exits with 1. Exits with 2 if
-// a file cannot be read or is not JSON, and for any other number of arguments.
+// space and the order of keys are ignored. Exits with 0 if the files are equal. Otherwise exits
+// with 1 and prints the first difference to standard error, as the first 200 bytes of an operation
+// of a JSON Patch (RFC 6902). Exits with 2 after any other problem: a file that cannot be read or
+// is not JSON, or not exactly two arguments.
 #include <cstdio>
 #include <exception>
 #include <fstream>

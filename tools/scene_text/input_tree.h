@@ -11,7 +11,7 @@ namespace vsa_tools {
 
 /// The position of an input in the tree.
 struct InputPosition {
-  /// The number of arrays and objects that contain it.
+  /// The number of arrays and objects of the tree that contain it. 0 for the root.
   size_t depth;
   /// The index among the elements or members of its parent. 0 for the root.
   std::uint64_t index;
@@ -26,7 +26,7 @@ inline std::uint64_t childCount(zn::korvo_sdk::Input& input) {
 }
 
 /// Calls `visitor.open(Input&, const InputPosition&)` for `root` and for each input inside it, in
-/// order, and `visitor.close(Input&)` after the inputs inside it.
+/// order, and `visitor.close(Input&)` for each of them after the inputs inside it.
 template <class Visitor>
 void walkInput(zn::korvo_sdk::Input& root, Visitor& visitor) {
   using zn::korvo_sdk::AttrType;

@@ -32,9 +32,9 @@ void JsonWriter::text(std::string_view text) {
   out_.put('"');
 }
 
-// Does not use nlohmann-json for the escaping: that library leaves some characters unescaped that
-// must be escaped here (C1, DEL and the direction marks). It also replaces an incomplete UTF-8
-// sequence as a whole and not byte by byte.
+// Does not use nlohmann-json for the escaping. That library escapes either all characters outside
+// ASCII, or none of them, not even those that must be escaped here (C1 and the direction marks). It
+// also replaces an incomplete UTF-8 sequence as a whole and not byte by byte.
 void JsonWriter::character(char32_t character, std::string_view bytes) {
   switch (character) {
     case '"':

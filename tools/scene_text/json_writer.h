@@ -1,4 +1,4 @@
-// A writer of JSON for the dumps: compact, without control characters.
+// A writer of compact JSON that escapes control characters in strings.
 #pragma once
 
 #include <cmath>

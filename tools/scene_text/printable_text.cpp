@@ -20,7 +20,7 @@ std::string escapedUnit(char32_t unit) {
   return escape;
 }
 
-// Whether a CI runner would execute the text from `at` on as a command.
+// Whether the text from `at` on begins like a command of a CI runner.
 bool isCommand(std::string_view text, std::size_t at) {
   const std::string_view rest = text.substr(at);
   if (rest.starts_with("##[") || rest.starts_with("##vso[")) return true;

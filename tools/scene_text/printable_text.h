@@ -26,10 +26,11 @@ void forEachCharacter(std::string_view text, OnCharacter onCharacter, OnInvalid 
   }
 }
 
-/// Whether the character may control a terminal or viewer, or hide in a text: control characters
-/// (C0, DEL, C1), line and paragraph separators, the marks that set the writing direction, soft
-/// hyphens, blanks and joiners of no width, byte order marks and tags. Combining characters are not
-/// among them.
+/// Whether the character is to be escaped in output, because it may control a terminal or viewer,
+/// or hide in a text: control characters (C0, DEL, C1), line and paragraph separators, the marks
+/// that set the writing direction, soft hyphens, blanks and joiners of no width, invisible
+/// operators, deprecated format characters (U+206A to U+206F), byte order marks and tags. Combining
+/// characters and variation selectors are not among them.
 bool isTerminalControl(char32_t character);
 
 /// Appends two lower-case hexadecimal digits for each byte.
@@ -52,10 +53,10 @@ std::string printable(std::string_view text);
 /// blanks and line feeds. Its value does not change.
 std::string printableJson(std::string_view json);
 
-/// Escapes a message or file name that begins a line, as printable() does. In addition, backslashes
-/// are doubled, so an escape differs from a backslash of the text. The first character of a command
-/// of CI runners becomes \xHH: of "::" at the beginning of the line or after blanks and tabs only,
-/// and of "##[" and "##vso[" anywhere.
+/// Escapes a message, file name or other part of a line as printable() does. In addition,
+/// backslashes are doubled, so an escape differs from a backslash of the text. The first character
+/// of what a CI runner may take for a command becomes \xHH: of "::" at the beginning of `text`,
+/// also after blanks and tabs, and of "##[" and "##vso[" anywhere.
 std::string printableLine(std::string_view text);
 
 }  // namespace vsa_tools

@@ -55,12 +55,12 @@ struct ReadStatus {
 
 struct ReadOutcome : ReadStatus {
   std::vector<LogEntry> log;
-  /// The records of the log, one for each line that is about the text.
+  /// The records of the diagnostics, in the order in which they were found.
   std::vector<zn::korvo_sdk::Diagnostic> diagnostics = {};
 };
 
 /// Calls `entryPoint()`, which returns bool, while `sink` receives the log of this thread. Catches
-/// every exception.
+/// every exception that it throws.
 template <class EntryPoint>
 ReadStatus captureRead(EntryPoint entryPoint, zn::LogSink& sink) {
   ReadStatus status;

@@ -1,6 +1,6 @@
 // Scene and read outcome as text, in two formats: JSON, and the format of the expectations under
-// tests/cases. Both contain everything that a text can put into a scene. Reals are written so that
-// they read back to the same value.
+// tests/cases. Both contain the header, the nodes, and their inputs with values and connections.
+// Finite reals are written so that they read back to the same value.
 #pragma once
 
 #include <cstdint>
@@ -30,8 +30,8 @@ namespace vsa_tools {
 ///   tuple, matrix  "value": [number]
 ///   other types    "value"
 /// NaN and infinities are the strings "nan", "inf" and "-inf". Each byte that is not valid UTF-8
-/// becomes U+FFFD. The writer streams: its memory does not grow with the number of nodes and
-/// inputs, only with the nesting depth and the longest text. Its stack does not grow.
+/// becomes U+FFFD. The memory that it needs, apart from that of `out`, depends only on the nesting
+/// depth and the longest text. It does not recurse.
 void dumpJson(const ReadOutcome& outcome, const zn::korvo_sdk::Scene& scene, TextOutput& out);
 
 /// A function that writes the elements of the array "log". It calls dumpLogEntry() for each entry,
@@ -61,8 +61,8 @@ struct DumpOptions {
   std::function<ChosenInputs(const zn::korvo_sdk::Node&)> choose = nullptr;
 };
 
-/// Writes the JSON of the first dumpJson() for a log that is not in memory. Calls `writeLog` once
-/// to write the log.
+/// Writes the JSON of the first dumpJson(), changed as the options say, for a log that is not in
+/// memory. Calls `writeLog` once to write the log.
 void dumpJson(const ReadStatus& status, const LogWriter& writeLog,
               const zn::korvo_sdk::Scene& scene, TextOutput& out, const DumpOptions& options = {});
 

@@ -1,6 +1,7 @@
 // A buffered output for text: to a file, to a function, or to a string in memory. For a file or a
 // function, only one block of the text is in memory, even if a dump has several gigabytes. A block
-// is written when it has 64 KiB or more, so one long text makes it larger.
+// is written when it has 64 KiB or more, so one long text makes it larger. The destructor writes
+// nothing: the last block is written by flush().
 #pragma once
 
 #include <charconv>

@@ -8,9 +8,7 @@
 
 namespace vsa_tools {
 
-/// One command of vsa: its name, its purpose, its options, and the function that runs it. A command
-/// must not move after addTo(), because the parser of the command line stores values in its
-/// members.
+/// One command of vsa: its name, its purpose, its options, and the function that runs it.
 class Command {
  public:
   Command(const char* name, const char* purpose) : name_(name), purpose_(purpose) {}

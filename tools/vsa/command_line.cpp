@@ -11,7 +11,8 @@ namespace vsa_tools {
 namespace {
 
 // Returns the arguments in reverse order, as CLI11 requires. CLI11 would parse "[x]" as a list and
-// "++" as the end of a command. They become "./[x]" and "./++", which name the same files.
+// "++" as the end of a command. They become "./[x]" and "./++", which name the same files. Patterns
+// change, too, but none that begins with "[" or is "++" matches a name.
 std::vector<std::string> wordsForParser(std::vector<std::string> words) {
   for (std::string& word : words) {
     if (word.starts_with('[') || word == "++") word.insert(0, "./");
@@ -21,7 +22,8 @@ std::vector<std::string> wordsForParser(std::vector<std::string> words) {
 }
 
 // Replaces "vsa help" by "vsa --help", and "vsa help check" by "vsa check --help". The words are in
-// reverse order. Another word after "help" remains, and is reported as unknown.
+// reverse order. If the word after "help" is not the name of a command, only "help" is removed, and
+// that word is reported as unknown.
 void replaceHelpCommand(const CLI::App& app, std::vector<std::string>& words) {
   if (words.empty() || words.back() != "help") return;
   words.pop_back();
@@ -50,8 +52,9 @@ std::vector<std::string> knownNames(const CLI::App& app, bool isOption) {
   return names;
 }
 
-// Returns the error message for a wrong command line. It is about an unknown argument rather than a
-// missing one, because the unknown argument is usually the cause.
+// Returns the error message for a wrong command line. If there are unknown arguments, the message
+// is about them and not about the error that was found, for example a missing argument, because the
+// unknown argument is usually its cause.
 std::string errorMessage(const CLI::App& app, const CLI::ParseError& error) {
   const std::vector<std::string> unknown = app.remaining(true);
   if (unknown.empty()) return error.what();

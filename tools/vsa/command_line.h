@@ -9,11 +9,12 @@
 
 namespace vsa_tools {
 
-/// The result of parsing the arguments. Exactly one of the members is set.
+/// The result of parsing the arguments. Exactly one of the members is set: the other pointer or
+/// texts are null or empty.
 struct Request {
   Command* command = nullptr;  ///< The command to run, with the values of its options.
   std::string help;            ///< The help or the version to print.
-  std::string error;           ///< Why the arguments are wrong, without an end of line.
+  std::string error;           ///< Why the arguments are wrong. It contains arguments unescaped.
 };
 
 /// Parses the command line of a program with these commands.

@@ -23,8 +23,9 @@ class FileFindings {
   FileFindings(const std::string& file, const CheckedText& text, const LevelTable& levels,
                const Format& format, KnownFindings known, Flush flush);
 
-  /// Adds a finding unless it is ignored or in the baseline. For the format log, adds it only if
-  /// the reader has logged it. `stopLine` is the line at which the reader stops.
+  /// Adds a finding unless it is ignored or in the baseline. For the format log, adds it if it has
+  /// a log line, even if it is ignored or in the baseline. `stopLine` is the line at which the
+  /// reader stops, or 0.
   void add(Finding&& finding, std::uint64_t stopLine);
   /// Sorts and renders what has been added and not flushed since the last call. Does not sort for
   /// the format log.
@@ -36,7 +37,7 @@ class FileFindings {
   std::uint64_t inBaseline() const { return inBaseline_; }
   const KnownFindings& found() const { return found_; }
   /// Makes add() treat all later findings as known and collect them in found(). Ignored findings
-  /// are not collected.
+  /// are not collected. Has no effect for the format log.
   void recordFound() { isRecording_ = true; }
 
  private:

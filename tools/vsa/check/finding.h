@@ -38,7 +38,7 @@ struct Finding {
   Level level = Level::Error;
   /// The kind of problem in kebab case, such as "too-few-elements".
   std::string id;
-  /// The message: one clause without a position and without a final period.
+  /// The message, without a position and without a final period ("..." may end it).
   std::string message;
   /// The part of the text that is wrong. Not set if the finding is about the whole file.
   std::optional<vsa::TextRange> range;
@@ -47,7 +47,9 @@ struct Finding {
   std::string hint;
   /// The edits that do what the hint says, and nothing else. They do not overlap. May be empty.
   std::vector<TextEdit> edits;
-  /// The reader's log line for this finding. Empty if the reader did not log it.
+  /// The log line of the reader's diagnostic, or its message if the plain interface does not log it
+  /// (end-mark, over-limit). Empty if the finding is no diagnostic of the reader, or is after the
+  /// place where the reader stops.
   std::string logLine;
   /// Whether the problem is after the place where the reader stops.
   bool isAfterStop = false;

@@ -40,7 +40,7 @@ CommandOption CommandOption::range(unsigned least, unsigned greatest) const {
   return *this;
 }
 
-// Rejects negative numbers. CLI11 itself would convert -1 to the greatest number.
+// CLI11 itself would convert -1 to the greatest number.
 CommandOption CommandOption::notNegative() const {
   option_->check(CLI::Validator(
       [](std::string& text) { return text.starts_with('-') ? "a negative number" : ""; }, ""));

@@ -22,8 +22,7 @@ class CommandOption {
 
   /// Makes the option required: a command line without it is wrong.
   CommandOption required() const;
-  /// Sets the placeholder for the value in the help, such as "FILE". Positional arguments have
-  /// none.
+  /// Sets the placeholder for the value in the help, such as "FILE".
   CommandOption valueName(const char* name) const;
   /// Shows the current value of the target in the help.
   CommandOption showDefault() const;
@@ -31,9 +30,10 @@ class CommandOption {
   CommandOption excludes(CommandOption other) const;
   /// Accepts only numbers from `least` to `greatest`, both inclusive.
   CommandOption range(unsigned least, unsigned greatest) const;
-  /// Accepts only numbers that are 0 or greater.
+  /// Accepts no value that begins with "-".
   CommandOption notNegative() const;
-  /// Accepts a number of bytes, such as 100, 12k or 8G. 1k is 1024 bytes.
+  /// Accepts a number of bytes, such as 100, 12k or 8G, but no value that begins with "-". 1k is
+  /// 1024 bytes.
   CommandOption sizeInBytes() const;
   /// Accepts only these words.
   CommandOption oneOf(const std::vector<std::string>& words) const;

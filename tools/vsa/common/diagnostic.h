@@ -1,4 +1,5 @@
-// Diagnostics in the format that editors recognise: FILE:LINE:COLUMN: LEVEL: TEXT.
+// Diagnostics in the format that editors recognise: FILE:LINE:COLUMN: LEVEL: TEXT, or without a
+// position FILE: LEVEL: TEXT.
 #pragma once
 
 #include <optional>

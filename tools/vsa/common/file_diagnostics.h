@@ -21,9 +21,11 @@ class FileDiagnostics {
   FileDiagnostics(std::string name, const ReadArguments& arguments)
       : name_(std::move(name)), arguments_(arguments) {}
 
-  /// Returns options for a reading whose diagnostics this object is to print.
+  /// Returns options for a reading whose diagnostics this object is to print. The object must
+  /// outlive the reading.
   vsa::ReadOptions options();
-  /// Prints the errors that are not in the log, and how many diagnostics were not printed.
+  /// Prints and counts the errors that are not in the log, and prints how many diagnostics were not
+  /// printed. Must be called once, after the reading.
   void add(const FileOutcome& outcome);
 
   std::uint64_t warnings() const { return warnings_; }

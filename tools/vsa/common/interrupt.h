@@ -6,7 +6,7 @@ namespace vsa_tools {
 
 /// Handles Ctrl-C (SIGINT) while the object exists: the first signal only sets a flag, and the
 /// second one ends the process. If the process was started with SIGINT ignored, it continues to
-/// ignore the signal. At most one object may exist.
+/// ignore the signal. At most one object may exist at a time.
 class InterruptScope {
  public:
   InterruptScope() noexcept;
@@ -19,8 +19,9 @@ class InterruptScope {
 /// any thread.
 bool isInterrupted() noexcept;
 
-/// Waits until the descriptor can be read without blocking. Returns false if Ctrl-C is or was
-/// pressed before that. Also returns true if waiting fails: the read then reports the error.
+/// Waits until the descriptor can be read without blocking, and returns true. Returns false if
+/// isInterrupted() is true or becomes true before that. Also returns true if waiting fails: the
+/// read then reports the error.
 bool waitForInput(int descriptor) noexcept;
 
 }  // namespace vsa_tools

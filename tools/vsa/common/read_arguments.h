@@ -1,4 +1,4 @@
-// The options of all commands that read texts: the limits of a reading, and how much is printed.
+// The options of the commands that read texts: the limits of a reading, and how much is printed.
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,8 @@ class ReadArguments {
   /// print their number, but still print the one that ended the reading. vsa check ends instead.
   std::uint64_t maxDiagnostics() const { return maxDiagnostics_; }
 
-  /// Returns the log line of a diagnostic as a command prints it, but not escaped. Names and values
-  /// longer than MAX_QUOTED_BYTES are shortened unless --full was given.
+  /// Returns the log line of a diagnostic as a command prints it, but not escaped. Unless --full
+  /// was given, it is shortened as by withShortQuotes().
   std::string lineOf(const vsa::Diagnostic& diagnostic) const;
   /// Returns the message of a diagnostic without kind and position. It is shortened as in lineOf().
   std::string messageOf(const vsa::Diagnostic& diagnostic) const;

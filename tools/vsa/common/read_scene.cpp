@@ -17,7 +17,7 @@ Position beginOf(const vsa::Diagnostic& diagnostic) {
   return {static_cast<long>(begin.line), static_cast<long>(begin.column)};
 }
 
-/// Returns the loss that a diagnostic reports, or nothing if the diagnostic is in the reader's log.
+/// Returns the loss that a diagnostic reports, or nothing if the diagnostic must be passed on.
 std::optional<Loss> lossOf(const vsa::Diagnostic& diagnostic) {
   if (diagnostic.id == DiagnosticId::EndMark) {
     return Loss{"a byte 0xFF ended the text before the file ended", beginOf(diagnostic)};
@@ -40,7 +40,7 @@ void addByteLosses(const InspectedSource& source, std::vector<Loss>& losses) {
   }
 }
 
-/// Adds the reason why the reading ended if no diagnostic contains that reason.
+/// Adds the reason why the reading ended early, if no diagnostic contains that reason.
 void addEnd(const vsa::ReadOutcome& read, bool hasFatal, std::vector<Loss>& losses) {
   if (read.status == ReadStatus::Unreadable) {
     losses.push_back({"reading failed midway: " + read.message, std::nullopt});

@@ -11,9 +11,9 @@
 
 namespace vsa_tools {
 
-/// A problem that the reader does not log as an error. The text is cut off, a byte 0xFF or NUL
-/// ended it or a token, its encoding is wrong, or the reading ended early. A part of the file may
-/// therefore be missing from the scene.
+/// A problem that the reader does not log. The text is cut off, a byte 0xFF ended it, a NUL byte
+/// ended one of its tokens, its encoding is wrong, or the reading ended early. A part of the file
+/// may therefore be missing from the scene.
 struct Loss {
   std::string text;
   /// Where the problem is. Not set if that is unknown.
@@ -30,7 +30,8 @@ struct FileOutcome {
 };
 
 /// Reads `input` into `scene` and shows a progress line. `input` must be open.
-/// `options.onDiagnostic` receives the diagnostics of the reader's log.
+/// `options.onDiagnostic` receives the diagnostics that are no losses, and
+/// `options.keptDiagnostics` is ignored.
 FileOutcome readScene(vsa::Scene& scene, const InputFile& input, vsa::ReadOptions options);
 
 }  // namespace vsa_tools

@@ -49,8 +49,9 @@ std::uint64_t valueHash(vsa::InputView input) {
   }
 }
 
-/// Returns a hash of the type of an input. A null reference has the same hash as an input without a
-/// value, because the comparison of scenes treats both as equal.
+/// Returns a hash of the type of an input. A reference counts as an input without a value, so that
+/// a null reference has the same hash as such an input: the comparison of scenes treats both as
+/// equal.
 std::uint64_t typeHash(vsa::InputView input) {
   const auto type = input.type();
   return static_cast<std::uint64_t>(type == vsa::ValueType::Node ? vsa::ValueType::Null : type);

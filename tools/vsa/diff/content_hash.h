@@ -11,17 +11,19 @@
 
 namespace vsa_tools {
 
-/// The content of a node without its name. It does not depend on the order of the inputs.
+/// The content of a node without its name.
 struct NodeContent {
-  /// The hash of the type, of all values, and of the links whose targets have a counterpart.
+  /// The hash of the type, of all values, and of the links whose targets have a counterpart. It
+  /// does not depend on the order of the inputs.
   std::uint64_t hash = 0;
-  /// The links whose targets have no counterpart: the hash of the input's path, and the target.
+  /// The links whose targets have no counterpart: a hash of the input's path and of the connected
+  /// output, and the target.
   std::vector<std::pair<std::uint64_t, vsa::NodeView>> links;
 };
 
-/// Returns the content of a node. `hasCounterpart` returns whether a node of the other scene has
-/// the same name. Inputs whose paths, such as "lamp.power", match one of the `ignored` patterns are
-/// omitted, with everything inside them.
+/// Returns the content of a node. `hasCounterpart` returns whether a node of the same scene has a
+/// counterpart of the same name in the other scene. Inputs whose paths, such as "lamp.power", match
+/// one of the `ignored` patterns are omitted, with everything inside them.
 NodeContent contentOf(vsa::NodeView node, const std::vector<std::string>& ignored,
                       const std::function<bool(vsa::NodeView)>& hasCounterpart);
 

@@ -10,7 +10,8 @@
 namespace vsa_tools {
 
 /// Compares two files. The exit status is 0 if the scenes are the same, 1 if they differ, 2 if a
-/// file was not read completely or the output cannot be written, and 130 after Ctrl-C.
+/// file was not read completely or the output cannot be written, and 130 if Ctrl-C ended the
+/// reading.
 class DiffCommand final : public Command {
  public:
   DiffCommand() : Command("diff", "Compare the scenes of two files") {}

@@ -9,7 +9,7 @@
 
 namespace vsa_tools {
 
-/// Writes each difference as one line:
+/// Writes each difference as one line, for example:
 ///   - sky dusk                    a removed node
 ///   + sky dawn                    an added node
 ///   ~ material clay -> mud        a renamed node
@@ -26,8 +26,9 @@ class DifferenceText final : public DifferenceSink {
 };
 
 /// Writes the differences as one JSON object, with one difference a line: {"a": name, "b": name,
-/// "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}], "same": bool}. A key
-/// that does not apply is left out. Bytes that are not valid UTF-8 become U+FFFD.
+/// "differences": [{"kind", "nodeA", "nodeB", "input", "a", "b", "list"}], "same": bool}. "a" and
+/// "b" of a difference are the short texts of sidesOf(), or the types of the nodes. A key that does
+/// not apply is left out. Bytes that are not valid UTF-8 become U+FFFD.
 class DifferenceJson final : public DifferenceSink {
  public:
   DifferenceJson(const std::string& nameA, const std::string& nameB, TextOutput& out);

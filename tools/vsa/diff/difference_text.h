@@ -11,9 +11,10 @@ namespace vsa_tools {
 /// B, or of the node in A if B has no such node. Long names and paths are shortened.
 std::string pathOf(const Difference& difference);
 
-/// The two values or the two connections of a difference. Types are added if they differ. The side
-/// of a scene without the input is empty. For a difference in a connection, the side without one is
-/// "none". If two strings differ, each is shown from a few bytes before the first difference on.
+/// The two values or the two connections of a difference. If the types of two values differ, each
+/// is followed by its type. The side of a scene without the input is empty. For a difference in a
+/// connection, the side without one is "none". If two strings differ, each is shown from a few
+/// bytes before the first difference on, or from its beginning.
 struct DifferenceSides {
   std::string a, b;
 };

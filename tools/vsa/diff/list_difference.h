@@ -16,9 +16,9 @@ struct ListDifference {
   std::uint64_t differing = 0;
   /// The index of the first element that differs. Valid only if `differing` is not 0.
   std::uint64_t first = 0;
-  /// The largest distance between two numbers, and the index of their element. Only numbers that
-  /// differ by more than the tolerance count. Not set if there are none, or if one number of each
-  /// pair is NaN.
+  /// The largest distance between two numbers, and the index of their element. Only pairs of
+  /// numbers that the tolerance does not accept count. Not set if there are none, or if each of
+  /// them has a NaN.
   std::optional<double> largestDeviation;
   std::uint64_t largestAt = 0;
 

@@ -11,9 +11,9 @@ namespace vsa_tools {
 
 namespace {
 
-/// The number of rounds that combine the hash of a node with the hashes of the nodes that it links
-/// to. After three rounds, two nodes have different hashes if they differ in a node at most three
-/// links away.
+/// The number of rounds that combine the hash of a node with the hashes of the unpaired nodes that
+/// it links to. After three rounds, the hash of a node depends on all unpaired nodes that at most
+/// three links lead to.
 constexpr int ROUNDS = 3;
 
 /// The nodes of one scene that have no counterpart, with the hashes of their contents.

@@ -10,10 +10,9 @@ namespace vsa_tools {
 
 /// Pairs each node of scene A with at most one node of scene B. Nodes with the same name are a
 /// pair. The other nodes are compared by a hash. It covers the type, values and links of the node,
-/// and those of every other unpaired node that at most three links lead to. Nodes with equal hashes
-/// are a pair. --tolerance and --relative do not apply here. Inputs that match a pattern of
-/// `ignored`
-/// (--ignore) are left out.
+/// and those of every other unpaired node that at most three links lead to. A node of A is paired
+/// with the first unpaired node of B that has the same hash. --tolerance and --relative do not
+/// apply here. Inputs that match a pattern of `ignored` (--ignore) are left out.
 class NodeMatch {
  public:
   NodeMatch(vsa::SceneView a, vsa::SceneView b, const std::vector<std::string>& ignored);

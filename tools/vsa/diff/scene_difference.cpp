@@ -10,7 +10,6 @@ namespace vsa_tools {
 
 namespace {
 
-/// Compares two nodes of a pair.
 class NodeComparison {
  public:
   using Add = std::function<void(const Difference&)>;
@@ -124,7 +123,8 @@ class NodeComparison {
     return parent.type() == vsa::ValueType::Array && isValueArray(parent);
   }
 
-  /// Returns whether the input is a reference. A null reference counts as an input without a value.
+  /// Returns whether the input is a reference or has no value. A null reference equals an input
+  /// without a value.
   static bool isReference(vsa::InputView input) {
     return input.type() == vsa::ValueType::Node || input.type() == vsa::ValueType::Null;
   }

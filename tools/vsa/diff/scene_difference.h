@@ -16,7 +16,7 @@ namespace vsa_tools {
 enum class DifferenceKind {
   NodeRemoved,
   NodeAdded,
-  NodeRenamed,  ///< The nodes have the same type and content, but different names.
+  NodeRenamed,  ///< The nodes are a pair with different names (see NodeMatch).
   NodeType,
   InputRemoved,
   InputAdded,

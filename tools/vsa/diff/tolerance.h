@@ -39,8 +39,7 @@ bool hasSameBits(Number a, Number b) {
 /// an infinity is equal only to itself.
 struct Tolerance {
   std::optional<double> absolute;
-  /// The maximum distance as a fraction of the magnitude of a number: of the greater one of both
-  /// magnitudes.
+  /// The maximum distance as a fraction of the greater magnitude of both numbers.
   std::optional<double> relative;
 
   bool isExact() const { return !absolute && !relative; }

@@ -68,7 +68,7 @@ DumpOptions DumpCommand::options(const DumpSelection& selection) const {
   return options;
 }
 
-// Writes the dump to standard output. Returns the exit status.
+// Writes the dump to standard output. Returns the exit status, without regard to the reading.
 int DumpCommand::write(const vsa::Scene& scene, const ReadStatus& status,
                        const DumpLog& log) const {
   const DumpSelection selection(selected_);

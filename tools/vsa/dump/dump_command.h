@@ -15,7 +15,6 @@
 
 namespace vsa_tools {
 
-/// Writes the scene of one file as JSON to standard output.
 class DumpCommand final : public Command {
  public:
   DumpCommand() : Command("dump", "Print the scene of a file as JSON") {}

@@ -17,14 +17,15 @@ namespace vsa_tools {
 /// which is known only after the whole log.
 class DumpLog {
  public:
-  /// The maximum size of the log lines. A diagnostic that does not fit is only counted, except for
-  /// the one that ended the reading.
+  /// The maximum size in bytes of json() is about this. A diagnostic that does not fit is only
+  /// counted, except for the one that ended the reading.
   static constexpr std::uint64_t MAX_BYTES = std::uint64_t{64} << 20;
 
   /// `arguments` must outlive the object.
   explicit DumpLog(const ReadArguments& arguments) : arguments_(arguments) {}
 
-  /// Returns options for a reading whose log this object keeps.
+  /// Returns options for a reading whose log this object keeps. The object must outlive the
+  /// reading.
   vsa::ReadOptions options();
 
   /// Returns what the dump contains about the end of the reading. Must be called once, after the
@@ -32,7 +33,7 @@ class DumpLog {
   ReadStatus end(const vsa::ReadOutcome& read);
   /// Returns the elements of the array "log" with commas between them. Complete after end().
   const std::string& json() const { return json_.text(); }
-  /// Returns the number of diagnostics that are not in json().
+  /// Returns the number of diagnostics that were only counted.
   std::uint64_t notKept() const { return notKept_; }
 
  private:

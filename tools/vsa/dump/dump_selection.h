@@ -14,15 +14,16 @@ namespace vsa_tools {
 class DumpSelection {
  public:
   /// The part of a pattern before its first period selects nodes, and the part after it their
-  /// inputs by path. Without patterns, everything is selected.
+  /// inputs by path. A pattern without such a path selects whole nodes. Without patterns,
+  /// everything is selected.
   explicit DumpSelection(const std::vector<std::string>& patterns);
 
-  /// Returns the selected inputs of `node`: those whose paths match a pattern, or all of them if
-  /// the whole node is selected. The name of each input is its path. The elements and members of a
-  /// selected input are not selected separately.
+  /// Returns the selected inputs of `node`: those whose paths match a pattern for this node. No
+  /// list is returned if the whole node is selected. The name of each input is its path. The
+  /// elements and members of a selected input are not selected separately.
   ChosenInputs inputsOf(vsa::NodeView node) const;
 
-  /// Returns whether the patterns select anything in the scene.
+  /// Returns whether the patterns select anything in the scene. True without patterns.
   bool matches(vsa::SceneView scene) const;
 
  private:

@@ -9,9 +9,9 @@
 
 namespace vsa_tools {
 
-/// Receives compact, valid JSON in pieces and writes each key or element on its own line. Several
-/// numbers or strings of an array share a line of about 100 columns. Needs memory only for the
-/// nesting.
+/// Receives compact, valid JSON in pieces and writes each key or element on its own line. Numbers,
+/// strings and other single values of an array share lines of about 100 columns. Needs memory only
+/// for the nesting.
 class PrettyJson {
  public:
   explicit PrettyJson(TextOutput& out) : out_(out) {}
@@ -23,7 +23,7 @@ class PrettyJson {
  private:
   struct Container {
     bool isEmpty = false;
-    bool isFlat = false;    // whether it is an array of single values
+    bool isFlat = false;    // whether it is an array that begins with a single value
     bool isBroken = false;  // whether its contents have more than one line
   };
 

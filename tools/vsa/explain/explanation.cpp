@@ -16,7 +16,8 @@ std::string_view takeLine(std::string_view& page) {
   return line;
 }
 
-/// Calls `visit(id, page)` for each section. `page` begins in the line after the heading.
+/// Calls `visit(id, page)` for each section with a heading of the third level. `page` is the rest
+/// of the page after the heading, including later sections.
 template <class Visit>
 void forEachSection(const Visit& visit) {
   for (std::string_view page : {messagesPage(), rulesPage()}) {
@@ -28,7 +29,7 @@ void forEachSection(const Visit& visit) {
 }
 
 /// Returns the text of a section up to the next heading, without the marks of code blocks and
-/// without comments.
+/// without lines that begin a comment. Indents code.
 std::string textOf(std::string_view page) {
   std::string text;
   bool isCode = false;

@@ -56,7 +56,8 @@ std::vector<std::string> namesOfEmptyArrays(const auto& inputs) {
   return names;
 }
 
-/// Removes the members that are empty arrays from the objects in `open`.
+/// Removes the members that are empty arrays from the objects in `open`, and from the objects
+/// inside them.
 void removeFromObjects(std::vector<vsa::Input> open) {
   while (!open.empty()) {
     const vsa::Input input = open.back();

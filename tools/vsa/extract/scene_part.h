@@ -20,8 +20,8 @@ std::vector<std::string> keepPart(vsa::Scene& scene, const std::vector<std::stri
 /// read.
 void removeEmptyArrays(vsa::Scene& scene);
 
-/// Removes comments that contain a wrong version. A text with such a comment causes a warning when
-/// it is read.
+/// Removes comments that contain a wrong version. The version and the time are then those of the
+/// remaining comments. A text with such a comment causes a warning when it is read.
 void removeBadComments(vsa::Scene& scene);
 
 }  // namespace vsa_tools

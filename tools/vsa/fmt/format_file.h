@@ -24,7 +24,7 @@ enum class FormatMode : std::uint8_t {
 struct FormatOutcome {
   /// An ExitStatus.
   int status = 0;
-  /// Whether the formatted text differs from the file.
+  /// Whether the formatted text differs from the file. False in mode Print, and after a failure.
   bool isChanged = false;
   /// The lines to print to standard error.
   std::vector<std::string> messages;
@@ -32,12 +32,13 @@ struct FormatOutcome {
   std::string output;
 };
 
-/// Formats the file `name`. "-" is standard input. The file remains unchanged if it cannot be read
-/// completely, or if the formatted text has other tokens or another scene. The tokens and the
-/// scenes are compared before the file is replaced. Mode Print writes to standard output, and the
-/// other modes print nothing. Ctrl-C ends the formatting, see isInterrupted(). The text is read
-/// several times. `onProgress` is called with the number of bytes read so far in all these passes,
-/// and with the number of bytes that all passes together will read.
+/// Formats the file `name`. "-" is standard input. In mode Replace, the file remains unchanged if
+/// it cannot be read completely, or if the formatted text has other tokens, another scene or more
+/// bytes than the arguments allow. These are compared before the file is replaced. Mode Print
+/// writes to standard output, but nothing if the file cannot be read completely. The other modes
+/// print nothing. Ctrl-C ends the formatting, see isInterrupted(). The text is read several times.
+/// `onProgress` is called with the number of bytes read so far in all these passes, and with the
+/// number of bytes that all passes together read at most.
 FormatOutcome formatFile(const std::string& name, FormatMode mode,
                          const ReadArguments& arguments = {},
                          const ReadingProgress& onProgress = {});

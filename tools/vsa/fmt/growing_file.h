@@ -22,7 +22,8 @@ class GrowingFile {
   void cancel();
 
   bool isCancelled() const;
-  /// Waits until the file has more than `offset` bytes, or has ended. Returns its size so far.
+  /// Waits until more than `offset` bytes may be read, or the file has ended. Returns how many
+  /// bytes may be read. Before end(), these may be up to 4 MiB less than what was added.
   std::uint64_t waitForMore(std::uint64_t offset) const;
 
  private:

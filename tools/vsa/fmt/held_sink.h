@@ -13,7 +13,8 @@ namespace vsa_tools {
 
 /// Writes a text to another sink if a check succeeds. The check may still be running on another
 /// thread. Until it ends, the text is kept in a temporary file, so that writing does not have to
-/// wait.
+/// wait. If that file cannot be written, writing waits for the check. A deferred check runs during
+/// the first call.
 class HeldSink final : public vsa::Sink {
  public:
   /// The result of the check. It is empty if the check succeeds. If the check fails, it is the

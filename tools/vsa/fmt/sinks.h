@@ -42,7 +42,7 @@ class GrowingSink final : public vsa::Sink {
 
   /// Returns false if the file cannot be written, or if `written` is cancelled.
   bool write(std::string_view text) override;
-  /// Ends the new file.
+  /// Shows the other thread all bytes of the new file, and ends that file.
   void end();
 
  private:
@@ -52,7 +52,6 @@ class GrowingSink final : public vsa::Sink {
   std::uint64_t held_ = 0;  // the number of bytes that the other thread does not see yet
 };
 
-/// Writes to an open file.
 class FileSink final : public vsa::Sink {
  public:
   explicit FileSink(std::FILE* file) : file_(file) {}

@@ -44,10 +44,11 @@ struct SceneGraph {
   std::uint64_t hiddenLinks = 0;
 };
 
-/// Returns a graph of at most `maxGroups` groups and at most three times as many edges. `maxGroups`
-/// must be at least 1. If the scene has more nodes, a group contains several nodes of the same type
-/// with the same kinds of links. The groups are split, all of them in each step, while their
-/// maximum number allows it. If there are more types than groups, the rarest types share a group.
+/// Returns a graph of at most `maxGroups` groups and at most 3 * `maxGroups` edges. `maxGroups`
+/// must be at least 1. If the scene has at most `maxGroups` nodes, each node is a group. Otherwise,
+/// a group has nodes of the same type and with the same kinds of links, as far as the maximum
+/// number of groups allows it (see refinePartition()). If there are more types than groups, the
+/// rarest types share a group.
 SceneGraph graphOf(vsa::SceneView scene, std::size_t maxGroups);
 
 }  // namespace vsa_tools

@@ -53,7 +53,7 @@ class DescriptorSource final : public InspectedSource {
 
   int descriptor_;
   bool owns_;
-  // The result of sizeOf(). If the size is known, reads never wait for input.
+  // The result of sizeOf(). A regular file of known size is never waited for.
   std::optional<std::uint64_t> size_;
   std::string error_;
 };

@@ -12,13 +12,14 @@ namespace vsa_tools {
 struct InputFile {
   /// Null if nothing was opened.
   std::unique_ptr<InspectedSource> source;
-  /// The system's error message. Empty on success.
+  /// Why the file cannot be read. Empty on success.
   std::string problem;
 };
 
-/// Opens the file `name` and reads its first bytes. "-" is standard input. A directory can be
-/// opened, but the first read fails and shows the problem. If isInterrupted() becomes true while
-/// the source waits for input, the input ends with the error "interrupted".
+/// Opens the file `name` and reads its first bytes. "-" is standard input. If the file cannot be
+/// opened or the first read fails, as for a directory, `problem` is set. If isInterrupted() is true
+/// when the source has to wait for input, or becomes true meanwhile, the input ends with the error
+/// "interrupted".
 InputFile openInput(const std::string& name);
 
 /// Returns the name of an input for messages: "<stdin>" for "-".

@@ -57,8 +57,9 @@ std::size_t InspectedSource::readPending(char* to, std::size_t capacity) {
   return count;
 }
 
-/// Returns the number of bytes of `block` to deliver in this read: those before its first NUL. The
-/// bytes from the NUL on are put back into `pending_`. Thus firstNul() is set only when the reader
+/// Returns the number of bytes of `block` to deliver in this read. If the block begins with a NUL,
+/// sets firstNul_ and delivers the whole block. If a NUL is farther behind, delivers the bytes
+/// before it and puts the others back into `pending_`. Thus firstNul() is set only when the reader
 /// reads past the bytes before the NUL.
 std::size_t InspectedSource::splitAtNul(const char* block, std::size_t count) {
   const void* const nul = std::memchr(block, 0, count);

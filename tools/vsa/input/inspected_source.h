@@ -1,4 +1,4 @@
-// InspectedSource: a byte source that skips a byte order mark. It records two things that the
+// InspectedSource: a byte source that skips a UTF-8 byte order mark. It records two things that the
 // reader does not report: the first NUL byte, and the first bytes of the file. The records do not
 // depend on how many bytes each read returns, so they are the same for a pipe and for a file.
 #pragma once
@@ -29,11 +29,11 @@ class InspectedSource : public vsa::Source {
   std::string openError() const { return pending_.empty() ? rawError() : std::string(); }
 
   /// The first HEAD_BYTES bytes of the file without a UTF-8 byte order mark. A shorter file has
-  /// fewer bytes. Empty before the first read.
+  /// fewer bytes. Empty before readHead() and the first read().
   const std::string& head() const { return head_; }
 
   /// The position of the first NUL byte that the reader reached, if there is one. Lines and columns
-  /// count from 1, and columns count bytes.
+  /// count from 1, columns count bytes, and a byte order mark does not count.
   const std::optional<Position>& firstNul() const { return firstNul_; }
 
   static constexpr std::size_t HEAD_BYTES = 16;

@@ -15,7 +15,7 @@ class NodeRenamer {
   // `renames` and `layout` must outlive the object.
   NodeRenamer(const Renames& renames, TextLayout& layout) : renames_(renames), layout_(layout) {}
 
-  // Processes the next token. EndOfText writes the remaining output.
+  // Processes the next token. Does not write EndOfText, but the word before it.
   void put(const SyntaxToken& token);
 
  private:

@@ -27,7 +27,8 @@ struct StatisticsReport {
 std::string reportText(const StatisticsReport& report);
 
 /// Returns the report as one JSON object: {"files": [FILE], "total": COUNTS, "peakMemoryBytes": n}.
-/// Bytes that are not valid UTF-8 become U+FFFD.
+/// COUNTS has the counts of SceneStatistics, and FILE has these, "name" and "status". Bytes that
+/// are not valid UTF-8 become U+FFFD.
 std::string reportJson(const StatisticsReport& report);
 
 }  // namespace vsa_tools

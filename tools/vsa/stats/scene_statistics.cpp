@@ -63,7 +63,6 @@ void addLargest(std::vector<LargeInput>& largest, LargeInput input) {
   if (largest.size() > MAX_LARGEST_INPUTS) largest.pop_back();
 }
 
-/// Counts the contents of one scene.
 class Counter {
  public:
   Counter(const SceneFile& file, SceneStatistics& counts) : file_(file), counts_(counts) {}

@@ -41,17 +41,17 @@ struct SceneStatistics {
   std::map<std::string, std::uint64_t> nodesByType;
   std::array<InputCounts, zn::korvo_sdk::ATTR_TYPE_COUNT> inputsByType{};
   std::array<BufferCounts, zn::korvo_sdk::DATA_TYPE_COUNT> buffersByType{};
-  /// At most MAX_LARGEST_INPUTS inputs, the largest first.
+  /// At most MAX_LARGEST_INPUTS inputs, the largest first. Inputs without bytes are left out.
   std::vector<LargeInput> largestInputs;
   std::uint64_t references = 0, connections = 0, brokenLinks = 0;
   std::uint64_t comments = 0, commentBytes = 0;
-  /// The longest path, measured in bytes.
+  /// The path with the most bytes, including the name of its node.
   std::string longestPath;
   /// The maximum number of names and indices that a path has after its node.
   std::uint64_t deepestPath = 0;
   std::uint64_t textBytes = 0;
-  /// The bytes of all values: a buffer or string counts its own bytes, each number and each link 8
-  /// bytes, and each Bool 1 byte.
+  /// The bytes of all values: a buffer or string counts its own bytes, each number (also each
+  /// component of a tuple) and each link 8 bytes, and each Bool 1 byte.
   std::uint64_t dataBytes = 0;
   /// The time of the reading in seconds, without the time of counting.
   double seconds = 0;
@@ -64,7 +64,6 @@ struct SceneStatistics {
 /// Counts the part of the scene that was read. All counts are 0 if the file cannot be opened.
 SceneStatistics statisticsOf(const SceneFile& file);
 
-/// Adds the counts of `other` to `total`.
 void addCounts(SceneStatistics& total, const SceneStatistics& other);
 
 /// Returns the peak memory of this process in bytes, or 0 if the system does not report it.

@@ -7,7 +7,7 @@
 
 namespace vsa_tools {
 
-/// Rows of cells. Numbers are in right-aligned columns. The last column is not padded.
+/// Rows of cells in aligned columns. Blanks at the end of a line are removed.
 class TextTable {
  public:
   enum class Align { Left, Right };

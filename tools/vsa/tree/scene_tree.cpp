@@ -14,7 +14,6 @@ namespace {
 /// If every level were indented, the tree of a chain of n nodes would have n * n characters.
 constexpr std::size_t INDENTED_LEVELS = 40;
 
-/// Writes the trees of one scene.
 class TreePrinter {
  public:
   TreePrinter(vsa::SceneView scene, const TreeOptions& options, TextOutput& out)

@@ -17,16 +17,18 @@ struct TreeOptions {
   /// The maximum number of links from a root to a node in its tree. No maximum if it is not set.
   std::optional<std::uint64_t> depth;
   /// Patterns for the names and types of the roots. A root matches one pattern of each list that is
-  /// not empty. If both lists are empty, the roots are the nodes without links to them. If a cycle
-  /// cannot be reached from these nodes, one of its nodes is a root, too.
+  /// not empty. If both lists are empty, the roots are the nodes without links to them. A node that
+  /// cannot be reached from these nodes, because it is in a cycle or only cycles lead to it, is a
+  /// root, too, unless an earlier such root reaches it.
   std::vector<std::string> names, types;
 };
 
 /// Prints a tree for each root and returns the number of roots. A root that is already shown below
 /// an earlier root has no tree of its own. Below a node there is a line for each of its links. The
-/// links of the target follow that line. The links of a node are shown only once. A later link to
-/// that node ends in "shown above", and a link from a node below it ends in "circle". Does not
-/// recurse. The size of the output is proportional to the number of links, even for long chains.
+/// links of the target follow that line. The lines of a node are shown only once. If a node has
+/// lines, a later link to it ends in "shown above", a link from a node below it ends in "circle",
+/// and a first link at the maximum depth ends in "...". Does not recurse. The size of the output is
+/// proportional to the number of its lines, even for long chains.
 std::uint64_t printTree(vsa::SceneView scene, const TreeOptions& options, TextOutput& out);
 
 }  // namespace vsa_tools

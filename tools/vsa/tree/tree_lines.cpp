@@ -24,7 +24,7 @@ bool hasElementLines(vsa::InputView array) {
          type == vsa::ValueType::Buffer;
 }
 
-/// Returns the path of the input without its node. The path begins with a period.
+/// Returns the path of the input without its node, shortened. The path begins with a period.
 std::string pathInNode(vsa::InputView input) {
   return shortText(std::string_view(input.path()).substr(input.owner().name().size()),
                    PATH_CHARACTERS);

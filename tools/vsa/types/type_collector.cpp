@@ -48,7 +48,7 @@ void TypeCollector::add(const TypedScene& scene) {
 
 void TypeCollector::addInput(Input& known, const InputView& input) {
   const ValueType type = input.type();
-  if (type == ValueType::Null) return;  // an input with a connection only
+  if (type == ValueType::Null) return;  // for example an input that is only connected
   const bool isFirst = known.type == ValueType::Null && !known.hasSeveralTypes;
   known.type = isFirst ? type : commonType(known.type, type);
   known.hasSeveralTypes = known.type == ValueType::Null;

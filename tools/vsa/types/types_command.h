@@ -10,8 +10,8 @@
 
 namespace vsa_tools {
 
-/// Reads texts and writes their node types to standard output as JSON. Writes nothing if a text was
-/// not read completely. `vsa check --types` and vsa::readTypes() accept that JSON.
+/// Reads texts and writes their node types to standard output as JSON. Writes nothing if a text
+/// cannot be opened or was not read completely. vsa::readTypes() accepts that JSON.
 class TypesCommand final : public Command {
  public:
   TypesCommand() : Command("types", "Describe the node types of scenes as JSON") {}

@@ -10,7 +10,6 @@
 
 namespace vsa_tools {
 
-/// The result of withEdits().
 struct EditedText {
   std::string text;
   std::uint64_t fixed = 0;  ///< The number of findings whose edits were applied.

@@ -1,4 +1,4 @@
-// Hints for invalid characters, and for strings and lists without an end.
+// Hints for invalid characters, for words in lists, and for strings and lists without an end.
 #include <string>
 
 #include <vsa/foundation/char_class.h>

@@ -98,8 +98,6 @@ void hintForLink(HintText& text, const vsa::Diagnostic& diagnostic, Finding& fin
 void hintForType(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 void hintForBuffer(HintText& text, const vsa::Diagnostic& diagnostic, Finding& finding);
 
-// The functions below are used by several of the functions above.
-
 /// Sets the only edit, which replaces the range by `to`, and the hint "write `to`".
 void replace(Finding& finding, const vsa::TextRange& range, std::string to);
 /// Sets the only edit, which inserts a text at an offset.
@@ -111,16 +109,17 @@ bool suggest(Finding& finding, const vsa::TextRange& range,
 /// Returns the value of hexadecimal digits such as "1F" as a decimal number. Returns nothing if
 /// `digits` is empty or has another character, or if the number does not fit into 64 bits.
 std::optional<std::string> decimalOfHexadecimal(std::string_view digits);
-/// Returns the narrowest element type of a buffer that takes the numbers of a list in braces:
-/// "int32", "int64" or "float". Returns an empty text if an element of the list is no number, or
-/// one that does not fit any of these types.
+/// Returns an element type of a buffer that takes the numbers of a list in braces: "float" if a
+/// number has a period or an exponent, otherwise "int32", or "int64" if one does not fit into 32
+/// bits. Returns an empty text if an element of the list is no number or fits none of these types,
+/// or if groups of the list run together.
 std::string_view bufferTypeFor(std::string_view list);
 /// Returns whether the text is a name: ASCII letters, digits, `_` and bytes from 0x80 on, and no
 /// digit first.
 bool isWordText(std::string_view text);
 /// Returns whether `source`, the part of the text that a diagnostic is about, is a single opening
-/// character: a quote, parenthesis, brace or bracket. Such a diagnostic is about a string or list
-/// that is not closed.
+/// character: a quote, parenthesis, brace or bracket. Such a diagnostic is mostly about a string or
+/// list that is not closed.
 bool isOpening(std::string_view source);
 /// Adds a hint that says how to close the string or list. Adds a note at the place where the reader
 /// notices that the string or list is not closed.

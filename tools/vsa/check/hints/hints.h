@@ -22,7 +22,7 @@ class Hints {
   ~Hints();
 
   /// Adds the hint for a diagnostic to its finding, with edits that do what the hint says, and
-  /// notes. Each of them may be missing.
+  /// notes. Each of them may be missing. May replace the range of the finding.
   void addTo(const vsa::Diagnostic& diagnostic, Finding& finding);
 
  private:

@@ -1,4 +1,4 @@
-// Hints for complete values with more text after them.
+// Hints for complete values that no semicolon follows.
 #include <algorithm>
 #include <string>
 
@@ -56,7 +56,8 @@ std::optional<Suggestion> nearestKeyword(std::string_view word, bool isBuffer) {
   return nearest.found();
 }
 
-// Adds a hint for a word that names a type in other languages but not in this format.
+// Adds a hint for a word before a list that is no keyword of this format, for example because other
+// languages name a type so.
 void hintForUnknownKeyword(HintText& text, const vsa::TextRange& range, Finding& finding) {
   const std::string word = loweredName(text.bytesOf(range));
   const bool isBuffer = text.at(text.beginBehind(range.end.offset)) == '[';
@@ -81,7 +82,8 @@ void hintForPeriod(HintText& text, const vsa::TextRange& range, Finding& finding
   if (equals > 0 && text.at(equals - 1) == '=') insertAt(finding, equals - 1, "|");
 }
 
-// Whether the byte at `at` is the last one of its line, and a statement may begin after it.
+// Whether only white space follows the byte at `at` in its line, and a statement may begin in a
+// later line.
 bool isLastOfLine(HintText& text, std::uint64_t at) {
   const std::uint64_t next = text.beginBehind(at + 1);
   const std::string_view between = text.text().substr(at + 1, next - at - 1);
@@ -113,7 +115,7 @@ bool hintForApostrophes(HintText& text, std::uint64_t at, Finding& finding) {
   return true;
 }
 
-// Returns whether the number before `end` is a single 0. Its sign does not matter.
+// Returns whether the number before `end` is a single 0. A minus sign does not matter.
 bool isZero(HintText& text, std::uint64_t end) {
   const std::string_view before = text.text().substr(0, end);
   const std::size_t begin = before.find_last_not_of("0123456789.eE+-") + 1;

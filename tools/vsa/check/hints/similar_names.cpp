@@ -30,7 +30,7 @@ std::string loweredName(std::string_view name) {
   return result;
 }
 
-// Computes the optimal string alignment distance row by row.
+// Computes the distances of the beginnings of both names row by row.
 std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit) {
   const std::size_t difference = a.size() > b.size() ? a.size() - b.size() : b.size() - a.size();
   if (difference > limit || a.size() > MAX_NAME || b.size() > MAX_NAME) return limit + 1;

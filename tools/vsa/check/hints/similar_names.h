@@ -11,9 +11,10 @@ namespace vsa_tools {
 /// Returns the name with its ASCII letters in lower case.
 std::string loweredName(std::string_view name);
 
-/// Returns the edit distance from `a` to `b`: how many bytes must be inserted, removed, replaced or
-/// swapped with their neighbour. Returns `limit` + 1 for any distance greater than `limit`, and if
-/// a name has more than 200 bytes. The case of ASCII letters is ignored.
+/// Returns the optimal string alignment distance from `a` to `b`: the least number of steps that
+/// insert, remove or replace one byte or swap two neighbours, if no byte is changed by two steps.
+/// Returns `limit` + 1 for any distance greater than `limit`, and if a name has more than 200
+/// bytes. The case of ASCII letters is ignored.
 std::size_t editDistance(std::string_view a, std::string_view b, std::size_t limit);
 
 /// A known name that is suggested instead of a misspelt one.

@@ -40,7 +40,7 @@ bool fits(std::string_view list, std::string_view type) {
 
 // Returns a list in brackets as a buffer, such as "int32[2] {0 1}" for "[0 1]". The buffer has the
 // element type of the first value of the input. Returns nothing if that value is no buffer of
-// single numbers.
+// single numbers, or its element type does not take the numbers of the list.
 std::optional<std::string> asBuffer(std::string_view brackets, const FirstAssignment& assignment) {
   const std::string_view first = assignment.value;
   const std::size_t keyword = first.find('[');

@@ -72,8 +72,8 @@ struct Slice {
   std::size_t begin, end;
 };
 
-/// Returns the range of cells to show: the cells above the carets, and as many cells before and
-/// after them as fit.
+/// Returns the range of cells to show: the cells above the carets, as far as they fit, and then as
+/// many cells before and after them as fit.
 Slice visibleSlice(const std::vector<Cell>& cells, Slice marked, std::size_t width) {
   Slice visible{marked.begin, marked.begin};
   std::size_t used = 0;

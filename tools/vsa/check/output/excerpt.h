@@ -13,12 +13,14 @@ struct Excerpt {
   /// UTF-8 are escaped. Of a long line, only the part around the carets is shown. "..." replaces
   /// the parts before and after it.
   std::string line;
-  /// The blanks and carets that are printed below `line`. A wide character has two carets.
+  /// The blanks and carets that are printed below `line`. A part of the line has as many carets as
+  /// it has columns.
   std::string carets;
 };
 
 /// Returns the first line of `range`, with carets under the bytes of `range` in that line. An empty
-/// range has one caret. `width` is the maximum number of terminal columns for the line.
+/// range has one caret. `width` is the maximum number of terminal columns for the line, and must be
+/// more than 6.
 Excerpt excerptOf(const CheckedText& text, const vsa::TextRange& range, std::size_t width);
 
 /// Returns how many columns a terminal needs for a character: 0 for a combining character, 2 for a

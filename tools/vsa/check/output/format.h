@@ -12,16 +12,14 @@
 
 namespace vsa_tools {
 
-/// The place of a finding.
 struct FindingPlace {
   const std::string& file;  ///< The file name to show.
   const CheckedText& text;
-  /// The line at which the reader stops. Set only for the first finding after that line, so that
-  /// the line is shown once for each file.
+  /// The line at which the reader stops. Set only for the first finding after the place where it
+  /// stops, so that the line is shown once for each file.
   std::optional<std::uint64_t> stopLine;
 };
 
-/// The totals of all files.
 struct Totals {
   std::uint64_t files = 0;
   std::uint64_t filesWithFindings = 0;
@@ -29,7 +27,7 @@ struct Totals {
   std::uint64_t tooLarge = 0;    ///< Files too large for the rules about texts.
   std::uint64_t inBaseline = 0;  ///< Findings that are in the baseline.
   std::uint64_t fixed = 0;       ///< Findings whose edits were applied.
-  bool isEndedEarly = false;     ///< Whether --max-diagnostics was reached.
+  bool isEndedEarly = false;     ///< Whether Printer::isFull() is true.
 };
 
 /// One output format. Several threads may call the const functions at the same time. The other
@@ -37,7 +35,7 @@ struct Totals {
 class Format {
  public:
   virtual ~Format() = default;
-  /// Returns the finding in this format, with its line end.
+  /// Returns the finding in this format.
   virtual std::string render(const Finding& finding, const FindingPlace& place) const = 0;
   /// Returns the text to print before all findings.
   virtual std::string begin() { return {}; }
@@ -50,7 +48,7 @@ class Format {
   /// Whether the output is for people. The summary is then a part of it. Otherwise the summary is
   /// printed to standard error.
   virtual bool isForPeople() const { return false; }
-  /// Whether only the reader's log is printed.
+  /// Whether only findings with a log line are printed.
   virtual bool isLog() const { return false; }
 };
 

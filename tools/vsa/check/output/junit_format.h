@@ -1,6 +1,6 @@
-// The format junit: one XML document of test cases. Each finding is a test case, and each file
-// without findings is one, too. The number of cases is at the beginning of the document. The whole
-// document is therefore printed at the end, when this number is known.
+// The format junit: one XML document of test cases. Each printed finding is a test case, and each
+// file without findings is one, too. The number of cases is at the beginning of the document. The
+// whole document is therefore printed at the end, when this number is known.
 #pragma once
 
 #include "tools/vsa/check/output/format.h"

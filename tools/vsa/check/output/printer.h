@@ -13,7 +13,6 @@
 
 namespace vsa_tools {
 
-/// A finding that was rendered in the output format.
 struct RenderedFinding {
   Level level;
   std::string text;
@@ -27,12 +26,12 @@ class Printer {
       : format_(format), maxFindings_(maxFindings), progress_(progress) {}
 
   void begin() { write(format_.begin()); }
-  /// Prints findings of one file, up to --max-diagnostics.
+  /// Prints findings of one file, until --max-diagnostics findings of all files are printed.
   void print(const std::vector<RenderedFinding>& findings);
   void printClean(const std::string& file) { write(format_.addClean(file)); }
-  /// Prints the end of the output, then the summary if it is not empty: to standard output if the
-  /// format is for people, otherwise to standard error. Returns whether everything was written to
-  /// standard output.
+  /// Prints the end of the output to standard output. Then prints the summary if it is not empty.
+  /// The summary goes to standard output if the format is for people, otherwise to standard error.
+  /// Returns whether everything for standard output was written.
   bool end(const Totals& totals, const std::string& summary);
 
   /// Whether a finding was left out because of --max-diagnostics, or a write to standard output has

@@ -1,6 +1,6 @@
 // The format sarif: one document of the Static Analysis Results Interchange Format 2.1.0 (OASIS,
-// 2020). Each finding is printed when it is found, so the results come before the description of
-// the tool.
+// 2020). Findings are printed while files are still checked, and the document ends with the
+// description of the tool.
 #pragma once
 
 #include "tools/vsa/check/output/format.h"

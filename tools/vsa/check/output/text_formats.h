@@ -29,7 +29,7 @@ class LineFormat final : public Format {
   std::string render(const Finding& finding, const FindingPlace& place) const override;
 };
 
-/// Prints the lines of the reader's log.
+/// Prints the log line of each finding.
 class LogFormat final : public Format {
  public:
   std::string render(const Finding& finding, const FindingPlace& place) const override;

@@ -7,9 +7,9 @@ namespace vsa_tools {
 
 namespace {
 
-// Removes the periods and blanks at the end of a message, because the message of a finding has no
-// final period. Exception: three or more periods become three, because "..." is the end of a
-// shortened text.
+// Removes the periods at the end of a message, and then the blanks, because the message of a
+// finding has no final period. Exception: three or more periods become three, because "..." is the
+// end of a shortened text.
 std::string withoutPeriod(std::string text) {
   const std::size_t length = text.find_last_not_of('.') + 1;
   const std::size_t periods = text.size() - length;
@@ -20,7 +20,8 @@ std::string withoutPeriod(std::string text) {
 
 // Returns the message of a finding. The message of an invalid token is only the character, and its
 // kind describes the problem: "INVALID PAREN LIST TOKEN". Therefore the finding begins with that
-// kind. The other kinds, such as "PARSE ERROR", add nothing to the level and the message.
+// kind, in lower case. The other kinds, such as "PARSE ERROR", add nothing to the level and the
+// message.
 std::string messageOf(const vsa::Diagnostic& diagnostic, const ReadArguments& reading) {
   std::string text;
   if (diagnostic.id == vsa::DiagnosticId::InvalidToken ||

@@ -9,20 +9,20 @@ namespace {
 
 using vsa::DiagnosticId;
 
-// The diagnostics about a value that the reader refuses: it has another type than the input, or the
-// input cannot take it.
+// The diagnostics about a value that does not fit its input. The reader refuses it, or converts it
+// with a loss (Narrowing).
 constexpr std::array REFUSALS = {DiagnosticId::WrongType, DiagnosticId::Narrowing,
                                  DiagnosticId::CannotAssignType, DiagnosticId::CannotAssignNode,
                                  DiagnosticId::TooManyEmptyElements};
-// The diagnostics about a literal that is wrong as a whole.
+// The diagnostics about a literal that is wrong as a whole, or at which the reading ends.
 constexpr std::array LITERALS = {DiagnosticId::BadToken, DiagnosticId::TooFewElements,
                                  DiagnosticId::OverLimit, DiagnosticId::EndMark};
 
-// The rules whose findings are about a path. If the reader refuses the value in the same statement,
-// such a finding only follows from that.
-constexpr std::array<std::string_view, 2> PATH_RULES = {"assigned-twice", "array-gap"};
-// The rules whose findings are about a part of a value. If the reader reports the whole value, such
+// The rules whose findings are about a path. If the value in the same statement does not fit, such
 // a finding only follows from that.
+constexpr std::array<std::string_view, 2> PATH_RULES = {"assigned-twice", "array-gap"};
+// The rules whose findings are about a part of a value. If the reader reports a text that contains
+// that part, such a finding only follows from that.
 constexpr std::array<std::string_view, 4> VALUE_RULES = {
     "not-utf-8", "glued-elements", "string-for-reference", "large-declared-count"};
 
@@ -50,8 +50,8 @@ bool FollowUps::contains(const Finding& finding, std::string_view text) const {
   return has(VALUE_RULES, finding.id) && isInside(*finding.range);
 }
 
-// Whether the reader refuses the value of the statement that contains `begin`. This is so if the
-// first problem from `begin` on is about a refused value and at most MAX_PATH_BYTES away, and no
+// Whether the value of the statement that contains `begin` does not fit its input. This is so if
+// the first problem from `begin` on is one of REFUSALS and at most MAX_PATH_BYTES away, and no
 // semicolon is between `begin` and that problem.
 bool FollowUps::isStatementRefused(std::uint64_t begin, std::string_view text) const {
   const auto next = std::lower_bound(

@@ -26,7 +26,7 @@ class FollowUps {
   /// A problem for which a rule may have a finding in the same statement.
   struct Problem {
     std::uint64_t begin = 0, end = 0;
-    bool isRefused = false;  // whether the reader refused the value of the statement
+    bool isRefused = false;  // whether it is about a value that does not fit its input
   };
 
   bool isStatementRefused(std::uint64_t begin, std::string_view text) const;

@@ -14,8 +14,9 @@
 
 namespace vsa_tools {
 
-/// A function that receives the diagnostics of readOn(). Their positions are those in the original
-/// text. An exception that the function throws ends the reading, and readOn() throws it.
+/// A function that receives the diagnostics of readOn(). Their ranges are those in the original
+/// text, but the positions of their log lines are not. An exception that the function throws ends
+/// the reading, and readOn() throws it.
 using DiagnosticConsumer = std::function<void(const vsa::Diagnostic&)>;
 
 /// Reads on in `text` after `stop`, the diagnostic that ended its reading. The limits and the

@@ -154,7 +154,7 @@ bool Repair::repairEnd(const vsa::Diagnostic& fatal, const Statement& region) {
 }
 
 // Replaces a statement by the declaration at its beginning, `TYPE NAME`, which then ends with the
-// `:` of the statement or with a `;`. If the statement ends with `:` but has no name, the
+// `:` of the statement or with a `;`. If the statement ends with `:` but is no declaration, the
 // statements after it still need a node. A node is then declared for them. Any other statement
 // becomes blanks.
 void Repair::keepDeclaration(const Statement& region) {

@@ -3,8 +3,8 @@
 // A replacement has as many bytes as what it replaces, so that offsets do not change. (Lines may
 // change: a `;` may replace a line end.) A wrong statement is replaced in steps. Each further step
 // is taken if the reader reports the statement again. The statement becomes:
-//   1. its smallest repair: a missing `;` is written, a character that begins no token is blanked,
-//      and so is a line that a merge left; the `{` of a block becomes a `:`
+//   1. its smallest repair, if it has one: a missing `;` is written, a character that begins no
+//      token is blanked, and so is a line that a merge left; the `{` of a block becomes a `:`
 //   2. what it would have declared: `lamp a = 3;` becomes `lamp a    ;`
 //   3. blanks
 #pragma once

@@ -24,7 +24,8 @@ class ConcurrentTextRules {
       : text_(text), rules_(rules), thread_([this](const std::stop_token& stop) { run(stop); }) {}
 
   /// Delivers all findings in the order of runTextRules(). Returns when the rules have ended. Call
-  /// it once, when the text is read. `scene` is the scene of the text.
+  /// it once, when the text is read. Throws what the rules or the consumer have thrown. `scene` is
+  /// the scene of the text.
   void deliver(const vsa::SceneView& scene, const FindingConsumer& consumer);
 
  private:

@@ -1,8 +1,9 @@
 // The rules of vsa check. They report what the reader accepts but what is probably not intended.
 //
 // A rule is a row of rule_table.h. Rules that inspect the same things are a family. A family is a
-// class or a function in its own file, so that a text is read once for all of its rules. The
-// configuration, comments in the text and the baseline are applied to the findings afterwards.
+// class or a function in its own file, so that a text is read once for all of its rules. Rules that
+// the configuration ignores do not run. Its levels, comments in the text and the baseline are
+// applied to the findings afterwards.
 #pragma once
 
 #include <functional>
@@ -23,7 +24,8 @@ struct TextRuleInput {
   /// The text of the file without a byte order mark.
   std::string_view text;
   /// Returns the scene of the text. After a fatal mistake, it is the scene of the text without
-  /// wrong statements. The function may wait until the text is read.
+  /// wrong statements, or with --first of the text before the mistake. The function may wait until
+  /// the text is read.
   std::function<vsa::SceneView()> scene;
   /// Ends the rules early.
   std::stop_token stop = {};
@@ -37,8 +39,7 @@ struct RuleInput {
   /// Whether `text` is the whole file. If it is not, rules about the text do not run, and findings
   /// about the scene have no place.
   bool isTextKept = true;
-  /// The scene of the text. After a fatal mistake, it is the scene of the text without wrong
-  /// statements.
+  /// The scene of the text, as in TextRuleInput. Empty if the text was not read.
   vsa::SceneView scene;
   /// The outcome of the reading, with its diagnostics.
   const vsa::ReadOutcome& outcome;
@@ -57,7 +58,6 @@ struct Rule {
   const char* purpose;
 };
 
-/// Returns all rules.
 std::span<const Rule> allRules();
 
 /// The rules that run.

@@ -1,6 +1,7 @@
 // A baseline: the findings that are already known, so that only new ones are reported. A finding is
 // identified by its file, its id, its message and the text of its line, up to 100 bytes before and
-// after its place. It is therefore still known after it moves to another line.
+// after its place. A finding about the whole file has no line. A finding is still known after it
+// moves to another line.
 #pragma once
 
 #include <cstdint>

@@ -9,9 +9,8 @@
 namespace vsa_tools {
 
 /// A growing block of memory. Unlike a std::string, it does not fill new memory with zeros, and it
-/// takes large pages for a large file. Reading a file of 60 MB into a std::string took 0.04 s,
-/// because the system maps each small page when it is first written (`./dev bench --check`, one
-/// file of 60 MB).
+/// asks the system for large pages if the block is large. Both save time for a large file: the
+/// system maps each page when it is first written (`./dev bench --check`, one file of 60 MB).
 class ByteBuffer {
  public:
   std::size_t size() const { return size_; }
@@ -19,7 +18,7 @@ class ByteBuffer {
   std::string_view view() const { return {data_.get(), size_}; }
 
   /// Returns memory for `count` bytes after the last byte. They count as bytes of the buffer after
-  /// add(). Throws std::bad_alloc.
+  /// add(). Views of the buffer may become invalid. Throws std::bad_alloc.
   char* room(std::size_t count) {
     if (capacity_ - size_ < count) grow(count);
     return data_.get() + size_;

@@ -1,5 +1,5 @@
-// CheckedText: the text of a file that is checked. A small file is kept in memory. The lines of a
-// large file are read again when they are shown.
+// CheckedText: the text of a file that is checked. A file of at most MAX_KEPT_BYTES is kept in
+// memory. The lines of a larger file are read again when they are shown.
 #pragma once
 
 #include <cstdint>
@@ -23,9 +23,9 @@ struct LinePart {
 
 class CheckedText {
  public:
-  /// The maximum size in bytes of a file that is kept in memory. The text of a larger regular file
-  /// is not kept at all, because it can be read again. Of a longer pipe or device, the first bytes
-  /// are kept: one more than this maximum.
+  /// The maximum size in bytes of a file that is kept in memory. Of a larger regular file, only the
+  /// first three bytes are kept, because it can be read again. Of a longer pipe or device, the
+  /// first bytes are kept: one more than this maximum.
   static constexpr std::uint64_t MAX_KEPT_BYTES = std::uint64_t{64} << 20;
 
   /// Opens the file `name`, or standard input for "-". If the file is small enough, reads it.
@@ -55,7 +55,8 @@ class CheckedText {
   std::string_view bytes() const { return bytes_.view(); }
   /// Reads the whole text into a scene. May be called once.
   vsa::ReadOutcome readInto(vsa::Scene& scene, const vsa::ReadOptions& options);
-  /// Reads a regular file of any size into memory. Returns isKept().
+  /// Reads a regular file of any size into memory, unless it is kept already. Returns isKept().
+  /// Views of the kept bytes become invalid.
   bool keep();
 
   /// Returns at most `count` bytes of the text, from `offset` on. There are fewer at the end of the

@@ -12,8 +12,9 @@ namespace vsa_tools {
 /// "1,000,000" remain wrong with it.
 bool isDecimalComma(std::string_view text, std::size_t at);
 
-/// Returns whether a list of `numbers` numbers probably has decimal commas in all of them. A comma
-/// that separates two of them has a blank beside it.
+/// Returns whether all numbers of a list probably have decimal commas. `numbers` is the number of
+/// its numbers if each comma is a blank. A comma that is not between two digits separates numbers.
+/// If the list has a point, the result is false.
 bool hasDecimalCommas(std::string_view list, std::size_t numbers);
 
 /// Returns the list with points for its decimal commas.

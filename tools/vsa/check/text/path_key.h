@@ -10,7 +10,7 @@
 namespace vsa_tools {
 
 /// A hash of the path of a node or an input. Two different paths have the same key with a
-/// probability of 2^-64. A rule would then report a wrong finding.
+/// probability of 2^-64. Rules and hints may then be wrong.
 using PathKey = std::uint64_t;
 
 PathKey keyOfNode(std::string_view name);
@@ -39,8 +39,9 @@ class NodeGenerations {
   PathKey last_ = 0, lastKey_ = 0;  // the last node that keyOf looked up, and its key
 };
 
-/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at". If nodes of
-/// that name were removed (`nodes` knows how many), it is the key for the newest node of the name.
+/// Returns the key of a path in the form that messages have, such as "rig.bones[2].at". An index
+/// that is no number counts as 0. If nodes of that name were removed (`nodes` knows how many), it
+/// is the key for the newest node of the name.
 PathKey keyOfPath(std::string_view path, NodeGenerations& nodes);
 /// Like keyOfPath() above, without regard to removed nodes.
 inline PathKey keyOfPath(std::string_view path) {

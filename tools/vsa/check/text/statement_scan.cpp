@@ -27,7 +27,8 @@ std::size_t endOfLine(Text text, std::size_t at) {
   return std::min(text.find('\n', at), text.size());
 }
 
-/// Returns the offset after the string that begins at `at`.
+/// Returns the offset after the string that begins at `at`, or the size of the text if it is not
+/// closed.
 std::size_t endOfString(Text text, std::size_t at) {
   for (++at; at < text.size() && text[at] != '"'; ++at) {
     if (text[at] == '\\') ++at;
@@ -35,8 +36,8 @@ std::size_t endOfString(Text text, std::size_t at) {
   return std::min(at + 1, text.size());
 }
 
-/// Returns the offset after the list that begins at `at`. If a `;` comes before the list is closed,
-/// returns the offset of that `;`.
+/// Returns the offset after the list that begins at `at`. If a `;` or the end of the text comes
+/// before the list is closed, returns the offset of that place.
 std::size_t endOfList(Text text, std::size_t at) {
   int depth = 0;
   for (; at < text.size() && text[at] != ';'; ++at) {

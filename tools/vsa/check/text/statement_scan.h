@@ -1,5 +1,5 @@
-// Functions that find the beginning and the end of statements in texts that may be wrong. They
-// recognise only strings, lists, comments, and the characters that end a statement.
+// Functions that find the beginning and the end of statements in texts that may be wrong. They do
+// not create tokens.
 #pragma once
 
 #include <cstddef>
@@ -12,14 +12,15 @@ struct Statement {
   std::size_t begin = 0;
   std::size_t end = 0;
   bool isComment = false;
-  /// The character that ends the statement: ';', or ':' after a declaration or `with`. 0 for a
-  /// comment, and if the text ends without such a character.
+  /// The character that ends the statement: ';' or ':'. In a wrong text, the ':' may be inside what
+  /// was meant as one statement, as in ".power: 2.5;". 0 for a comment, and if the text ends
+  /// without such a character.
   char terminator = 0;
 };
 
-/// Returns the first statement that begins at `from` or later. If there is none, returns an empty
-/// statement at the end of the text. A `;` ends a statement even in a list. A `:` or `;` in a
-/// string or comment does not.
+/// Returns the first statement or comment that begins at `from` or later. If there is none, returns
+/// an empty statement at the end of the text. A `;` ends a statement even in a list. A `:` or `;`
+/// in a string or comment does not.
 Statement nextStatement(std::string_view text, std::size_t from);
 
 /// Returns whether a conflict marker begins at `at`: a line such as "<<<<<<< HEAD", which a merge

@@ -13,7 +13,7 @@ namespace vsa_tools {
 struct ListedFiles {
   /// The names in the order of the arguments. "-" is standard input.
   std::vector<std::string> names;
-  /// EXIT_USAGE if an argument names no files and the reason was printed. Otherwise EXIT_READ.
+  /// EXIT_USAGE if listFiles() found a problem, which was printed. Otherwise EXIT_READ.
   int exitStatus = 0;
 };
 
@@ -27,12 +27,12 @@ class FileArguments {
   void addJobsTo(CommandOptions& options);
 
   /// Returns the files that the arguments name, or `byDefault` if there are no arguments. Prints
-  /// the reason if an argument names no files.
+  /// the problems of the list.
   ListedFiles list(const std::vector<std::string>& byDefault = {}) const;
   const std::vector<std::string>& arguments() const { return arguments_; }
   /// Returns the character that ends each name in a list of files.
   NameSeparator separator() const;
-  /// Returns the number of threads that work on files: the value of -j, or 1 without it.
+  /// Returns the number of threads that work on files: see workersFor(). 1 without -j.
   unsigned workers() const;
 
  private:

@@ -93,8 +93,8 @@ class FileLister {
     if (names.bad()) list.problems.push_back({source, std::strerror(errno)});
   }
 
-  // Returns whether an entry of a list names no file: it is empty or has only blanks. Exception: if
-  // a NUL ends each name, a name may consist of blanks.
+  // Returns whether an entry of a list is skipped: an empty one and, if line ends separate the
+  // names, one of blanks and tabs only.
   bool isBlank(const std::string& name) const {
     const char* const blanks = separator_ == '\0' ? "" : " \t\r";
     return name.find_first_not_of(blanks) == std::string::npos;

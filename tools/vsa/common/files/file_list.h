@@ -6,8 +6,8 @@
 
 namespace vsa_tools {
 
-/// An argument that names no files, or a folder or list that cannot be read to its end, and the
-/// reason.
+/// A folder without *.vsa files, or a folder or list that cannot be opened or read to its end, and
+/// the reason.
 struct FileListProblem {
   std::string name;
   std::string text;
@@ -25,11 +25,14 @@ struct FileList {
 enum class NameSeparator : char { LineEnd = '\n', Nul = '\0' };
 
 /// Returns the files that the arguments name. An argument has one of three forms:
-///   FOLDER  all *.vsa in the folder and its subfolders, sorted by name. Hidden files and folders,
-///           whose names begin with a period, are omitted. Links to folders are not followed.
+///   FOLDER  all *.vsa in the folder and its subfolders, sorted by path. Inside it, files and
+///           folders whose names begin with a period are omitted, and links to folders are not
+///           followed.
 ///   @LIST   the files and folders that the file LIST names ("@-" reads the list from standard
-///           input). Blank names are skipped.
-///   FILE    the file, even if it does not exist ("./@x" for a name that begins with "@")
+///           input). Names of blanks only are skipped, except that with NameSeparator::Nul only
+///           empty names are.
+///   FILE    the file, even if it does not exist ("-" is standard input, and "./@x" is for a name
+///           that begins with "@")
 FileList listFiles(const std::vector<std::string>& arguments,
                    NameSeparator separator = NameSeparator::LineEnd);
 

@@ -15,13 +15,15 @@ namespace vsa_tools {
 /// threads may call all functions.
 class FilesProgress {
  public:
-  /// The line begins with `what`, see Progress. A file of unknown size counts as one byte.
+  /// The line begins with `what`, see Progress. An empty file or a file of unknown size counts as
+  /// one byte.
   FilesProgress(std::string what, const std::vector<std::string>& names);
   /// For tests: shows the line on another stream, after another delay.
   FilesProgress(std::string what, const std::vector<std::string>& names, std::FILE* stream,
                 Progress::Clock::duration delay);
 
-  /// Reports that `done` of the `total` steps of a file are done.
+  /// Reports that `done` of the `total` steps of a file are done. `file` is its index in `names`.
+  /// If `total` is 0, the file is done.
   void update(std::size_t file, std::uint64_t done, std::uint64_t total);
   /// Reports that a file is done.
   void finish(std::size_t file) { update(file, 1, 1); }

@@ -8,7 +8,7 @@ namespace vsa_tools {
 /// Adds -j, which sets `jobs` to a number from 0 to 1024, both inclusive.
 void addJobs(CommandOptions& options, unsigned& jobs);
 
-/// Returns the number of threads: `jobs`, or one for each core if `jobs` is 0.
+/// Returns the number of threads: `jobs`, or one for each core if `jobs` is 0, but at least one.
 unsigned workersFor(unsigned jobs);
 
 }  // namespace vsa_tools

@@ -57,7 +57,8 @@ class OrderedWork {
     }
   }
 
-  /// Throws what the work on an item or the consumer has thrown. The threads must have ended.
+  /// If the work on an item or the consumer has thrown an exception, throws it. The threads must
+  /// have ended.
   void throwError() const {
     if (error_) std::rethrow_exception(error_);
   }
@@ -141,16 +142,17 @@ class OrderedWork {
   std::vector<Slot> slots_;  // the result of an item has the index `item % size`
 };
 
-/// The maximum number of results for each worker that are kept until the results of earlier items
-/// are consumed. Work on a small file takes microseconds. With 4 results, workers wait half of the
+/// The number of results for each worker that may be kept until the results of earlier items are
+/// consumed. Work on a small file takes microseconds. With 4 results, workers wait half of the
 /// time.
 inline constexpr std::size_t MAX_WAITING_RESULTS = 16;
 
 /// Calls `work(item, turn)` on `workers` threads for the items from 0 (inclusive) to `count`
 /// (exclusive), or on fewer threads if there are fewer items or if the system starts no more. The
 /// calling thread is one of these threads. Calls `consume(item, result)` for the results in their
-/// order, one at a time, on any of the threads. Ends early if `consume` returns false. If `work` or
-/// `consume` throws an exception, throws it after the threads have ended.
+/// order, one at a time, on any of the threads. Ends early if `consume` returns false or throws, or
+/// if `work` has thrown for the item whose result is next. Then throws the exception after the
+/// threads have ended.
 template <class Work, class Consume>
 void workInOrder(std::size_t count, unsigned workers, const Work& work, const Consume& consume) {
   struct NoTurn final : Turn {

@@ -24,7 +24,8 @@ class Progress {
   Progress(const Progress&) = delete;
   Progress& operator=(const Progress&) = delete;
 
-  /// Shows that `done` of `total` steps are done. Changes the line at most ten times a second.
+  /// Shows that `done` of `total` steps are done, once the delay has passed. Changes the line at
+  /// most ten times a second.
   void update(std::uint64_t done, std::uint64_t total);
   /// Removes the line until the next update. Must be called before anything else is printed.
   void hide();

@@ -13,7 +13,8 @@ namespace {
 constexpr std::size_t HEAD_BYTES = 120;
 constexpr std::size_t TAIL_BYTES = 60;
 
-// Returns the nearest offset at or before `at` at which a character begins.
+// Returns the nearest offset at or before `at` at which a character begins, or `at` if none begins
+// within 3 bytes before it.
 std::size_t characterBegin(std::string_view text, std::size_t at) {
   constexpr std::size_t MAX_TRAIL_BYTES = 3;
   for (std::size_t back = 0; back <= MAX_TRAIL_BYTES && back <= at; ++back) {
@@ -22,8 +23,8 @@ std::size_t characterBegin(std::string_view text, std::size_t at) {
   return at;
 }
 
-// Returns the message for a format and shortened arguments. A conversion in the format is "%", an
-// optional "ll" and a letter.
+// Returns the message for a format and its arguments, which are shortened. A conversion in the
+// format is "%", an optional "ll" and a letter.
 std::string formatted(std::string_view format, const std::vector<std::string>& arguments) {
   std::string result;
   for (const std::string& argument : arguments) {

@@ -13,9 +13,9 @@ namespace vsa_tools {
 /// The maximum number of bytes of a name or value that is printed without being shortened.
 inline constexpr std::size_t MAX_QUOTED_BYTES = 200;
 
-/// Returns `text`, shortened if it is longer than MAX_QUOTED_BYTES. The beginning and the end
-/// remain, with the number of omitted bytes between them: "aaaa[... 1840 bytes ...]aaaa". No UTF-8
-/// character is split.
+/// Returns `text`, shortened if it is longer than MAX_QUOTED_BYTES. About 120 bytes of its
+/// beginning and 60 of its end remain, with the number of omitted bytes between them: "aaaa[...
+/// 1840 bytes ...]aaaa". No UTF-8 character is split.
 std::string shortened(std::string_view text);
 
 /// Returns the message of a diagnostic. If it is longer than MAX_QUOTED_BYTES, each of its

@@ -1,6 +1,6 @@
-// The traversal of the inputs of a node, with their elements and members, depth first. Several
-// commands use it. It does not recurse, so it needs no more stack for nested inputs than for flat
-// ones. It extends one path instead of creating a path for each input.
+// The traversal of the inputs of a node, with their elements and members, depth first. It does not
+// recurse, so it needs no more stack for nested inputs than for flat ones. It extends one path
+// instead of creating a path for each input.
 #pragma once
 
 #include <charconv>

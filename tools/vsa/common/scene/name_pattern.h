@@ -7,9 +7,9 @@
 
 namespace vsa_tools {
 
-/// Returns whether `pattern` matches the whole text. "*" matches any number of characters, and "?"
-/// one byte. Every other character matches itself. The time is at most proportional to the product
-/// of both lengths. Needs no memory.
+/// Returns whether `pattern` matches the whole text. "*" matches any number of bytes, even none,
+/// and "?" one byte. Every other byte matches itself. The time is at most proportional to the
+/// product of both lengths. Allocates no memory.
 bool matchesPattern(std::string_view pattern, std::string_view text);
 
 /// Returns whether at least one of the patterns matches the whole text.

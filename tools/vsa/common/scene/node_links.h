@@ -19,7 +19,7 @@ inline std::size_t slotCount(vsa::SceneView scene) {
 }
 
 /// Calls `visit(const InputPlace&, vsa::NodeView target)` for each reference and each connection of
-/// the node.
+/// the inputs of the node, and of the elements and members inside them. Leaves out null references.
 template <class Visit>
 void forEachLink(vsa::NodeView node, Visit visit) {
   walkInputs(node, [&](const InputPlace& place) {

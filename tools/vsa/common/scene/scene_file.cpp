@@ -85,7 +85,8 @@ class Reading {
     file_.messages += diagnosticLine(file_.name, position, level, text) + '\n';
   }
 
-  /// Adds the reason why the reading ended if no diagnostic contains that reason.
+  /// Sets the exit status of a reading that ended early, and adds the reason if no diagnostic
+  /// contains it.
   void addEnd() {
     file_.result.diagnostics.clear();
     if (file_.result.isComplete()) return;

@@ -16,10 +16,11 @@ struct SceneFile {
   std::string name;
   /// The result of the reading, without diagnostics: these are in `messages`.
   vsa::ReadResult result;
-  /// The lines for standard error in the order of their problems, escaped by printable(). Their
-  /// number is limited by the arguments, and their total size to about 1 MiB. Lines with the reason
-  /// why the reading ended, and about a NUL byte or a wrong encoding, are never omitted. If other
-  /// lines are omitted, the last line says how many.
+  /// The lines for standard error, escaped: the diagnostics in the order of the log, then the
+  /// reason why the reading ended if no diagnostic contains it, and the damage by a NUL byte or a
+  /// wrong encoding. The arguments limit the number of diagnostics, and once the lines have about 1
+  /// MiB, further diagnostics are omitted, but never the one that ended the reading. The last line
+  /// then says how many were omitted.
   std::string messages;
   /// The number of links that were not made, see isBrokenLink().
   std::uint64_t brokenLinks = 0;

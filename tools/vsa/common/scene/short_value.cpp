@@ -33,7 +33,8 @@ std::string numberText(Number number) {
   }
 }
 
-/// Returns a Real with a decimal point, which distinguishes it from an Int.
+/// Returns a Real with a decimal point or an exponent, which distinguishes it from an Int, or as
+/// "nan", "inf" or "-inf".
 std::string pointedReal(double number) {
   std::string text = numberText(number);
   if (text.find_first_of(".nae") == std::string::npos) text += ".0";
@@ -101,7 +102,7 @@ std::string elementText(vsa::InputView element) {
 
 std::string arrayText(vsa::InputView array) {
   const std::uint64_t count = array.elements().size();
-  // An array has no element type if it has had only links.
+  // An array has no element type if it has had only links, or no elements at all.
   const bool hasType = array.elementType() != vsa::ValueType::Null;
   const std::string type = hasType ? lowerCase(vsa::typeName(array.elementType())) : "node";
   std::string text = type + '[' + std::to_string(count) + ']';

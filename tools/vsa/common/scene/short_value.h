@@ -1,5 +1,5 @@
-// Functions that return values as short text for people, in the notation of the format. Long lists
-// are shortened.
+// Functions that return values as short text for people, similar to the notation of the format.
+// Long lists and strings are shortened.
 #pragma once
 
 #include <cstddef>
@@ -17,8 +17,8 @@ namespace vsa_tools {
 std::string shortText(std::string_view text, std::size_t capacity = 60);
 
 /// Returns the value of an input on one line, escaped for terminals. A reference is the name of its
-/// node. Other values are for example `2.5`, `"red"`, `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 ...`,
-/// `real[3] 1.0 2.0 3.0` and `{4 members}`.
+/// node. At most four numbers or elements are shown. Other values are for example `2.5`, `"red"`,
+/// `vec3(0 1 2)`, `vec3f[24049] 0.1 0.9 0 0.2 ...`, `real[3] 1.0 2.0 3.0` and `{4 members}`.
 std::string shortValue(vsa::InputView input);
 
 /// Returns the output that the input is connected to, such as `dusk.outColor`. Returns an empty

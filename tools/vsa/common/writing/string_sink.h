@@ -8,7 +8,6 @@
 
 namespace vsa_tools {
 
-/// Stores the written text in `text`.
 struct StringSink final : vsa::Sink {
   bool write(std::string_view more) override {
     text += more;

@@ -37,7 +37,7 @@ vsa::WriteResult writeToOutput(const vsa::Scene& scene, const vsa::WriteOptions&
   return result;
 }
 
-/// Replaces the file as vsa::writeFile() does. After Ctrl-C or a failure the old file remains.
+/// Writes the file as vsa::writeFile() does. After Ctrl-C or a failure an old file remains.
 vsa::WriteResult writeToFile(const vsa::Scene& scene, const std::string& path,
                              const vsa::WriteOptions& options) {
   vsa::FileReplacement file;
@@ -56,7 +56,8 @@ vsa::WriteResult writeToFile(const vsa::Scene& scene, const std::string& path,
   return result;
 }
 
-/// Prints which parts of the scene the text cannot represent, one problem a line.
+/// Prints which parts of the scene the text cannot represent, one problem a line, and how many
+/// further problems there are.
 void printProblems(const std::string& name, const vsa::WriteResult& result) {
   const char* const level = result.isWritten() ? "warning" : "error";
   for (const vsa::WriteProblem& problem : result.problems) {

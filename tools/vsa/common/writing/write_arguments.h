@@ -19,9 +19,10 @@ class WriteArguments {
   vsa::WriteOptions options() const;
 
   /// Writes the scene to the output file or, without -o, to standard output. Prints which parts the
-  /// text cannot represent, or why the text cannot be written. `name` is the file name in these
-  /// messages. Returns the exit status. Ctrl-C ends the writing: nothing is then printed, and an
-  /// old file remains. The caller must not have an InterruptScope.
+  /// text cannot represent, or why the text cannot be written. `name` is the name of the read file,
+  /// for the messages about parts. Returns the exit status. Ctrl-C ends the writing: nothing is
+  /// then printed, and an old file remains, but standard output may have received a part of the
+  /// text. The caller must not have an InterruptScope.
   int write(const vsa::Scene& scene, const std::string& name) const;
 
  private:

@@ -5,9 +5,9 @@
 
 namespace vsa_tools {
 
-/// Removes from two results of plainNumbers() the numbers that they have in common, with the
-/// separators after each number. At the end, at least one of them is empty. Returns false if a
-/// number differs. The separators are not compared.
+/// Removes numbers, each with the separators after it, from the beginnings of two results of
+/// plainNumbers(). Returns false at the first number that differs, and true when one of the results
+/// is empty. The separators are not compared.
 bool takeSameNumbers(std::string_view& a, std::string_view& b);
 
 }  // namespace vsa_tools

@@ -26,7 +26,8 @@ class LineMatcher {
   }
 
  private:
-  // The maximum depth of the recursion. Deeper areas count as completely changed.
+  // The maximum depth of the recursion. At this depth, only equal lines at both ends of an area are
+  // matched.
   static constexpr int MAX_DEPTH = 64;
 
   void match(Area area, int depth) {
@@ -75,7 +76,7 @@ class LineMatcher {
     match({a, area.aEnd, b, area.bEnd}, depth + 1);
   }
 
-  /// Returns the lines that occur exactly once in each text, in the order of `b`.
+  /// Returns the lines that occur exactly once in each text of the area, in the order of `b`.
   std::vector<MatchedLines> uniqueLines(const Area& area) const {
     struct Places {
       std::size_t inA = 0, inB = 0, a = 0;

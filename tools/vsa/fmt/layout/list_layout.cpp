@@ -106,9 +106,9 @@ void ListLayout::addWhole(std::string_view number) {
 }
 
 // Copies some of the first numbers to the current line as they are. Begins a new line before them
-// if the current one is full. Returns false if nothing is copied, because the numbers have commas
-// or are long. Formatting 520 MB of meshes takes 0.7 s of processor time, and 0.9 s if the numbers
-// are placed one by one. The benchmark is format/layout/geo.
+// if the current one is full. Returns false if nothing is copied, because the numbers have commas,
+// are long or have less than 64 bytes. Formatting 520 MB of meshes takes 0.7 s of processor time,
+// and 0.9 s if the numbers are placed one by one. The benchmark is format/layout/geo.
 bool ListLayout::putRun(std::string_view& numbers) {
   constexpr std::size_t MIN_BYTES = 64;
   if (numbers.size() < MIN_BYTES) return false;
@@ -135,7 +135,8 @@ bool ListLayout::putRun(std::string_view& numbers) {
   return true;
 }
 
-// Returns how many columns of the current line, or of a new one, numbers may take.
+// Returns how many columns of the current line, or of a new one, numbers may take. If a line has a
+// fixed number of numbers, its columns are not counted, and the result is FORMATTED_WIDTH.
 inline std::size_t ListLayout::roomInLine(bool isNewLine) const {
   if (shape_.numbersPerLine > 0) return FORMATTED_WIDTH;
   const std::size_t begin = isNewLine ? indent_ + 2 : out_.column() + 1;
@@ -178,7 +179,8 @@ inline void ListLayout::place(std::string_view number) {
 }
 
 // Adds a number to the line of the statement if it fits. The bracket and semicolon after the list
-// must fit, too. The first number always stays in that line.
+// must fit, too. The first number is added even if it does not fit. If another number does not fit
+// or belongs to a matrix, breaks the list.
 void ListLayout::placeOnLine(std::string_view number) {
   const std::size_t width = out_.column() + line_.size() + 1 + number.size() + 2;
   if (count_ > 0 && (shape_.matrixRows > 0 || width > FORMATTED_WIDTH)) {
@@ -223,7 +225,7 @@ inline void ListLayout::placeInLines(std::string_view number) {
   ++inLine_;
 }
 
-// Writes the rows of a matrix. At the end of the list, the matrix may be incomplete.
+// Writes the rows of a matrix. The matrix may be incomplete.
 void ListLayout::putMatrix() {
   constexpr std::size_t MAX_COLUMNS = 4;
   std::array<std::size_t, MAX_COLUMNS> widths{};

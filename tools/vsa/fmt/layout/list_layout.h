@@ -10,7 +10,8 @@
 
 namespace vsa_tools {
 
-/// The maximum number of columns of a line with numbers. Other lines may be longer.
+/// The number of columns that a line of numbers does not exceed. Exceptions: a line that has a
+/// fixed number of numbers (see ListShape), or only one number. Other lines may be longer, too.
 inline constexpr std::size_t FORMATTED_WIDTH = 120;
 
 /// The arrangement of the elements of a list that does not fit into one line.
@@ -18,7 +19,7 @@ struct ListShape {
   /// The number of numbers in each line. 0 means as many as fit.
   std::size_t numbersPerLine = 0;
   /// The number of lines of each matrix, whose columns are aligned. 0 means that the list has no
-  /// matrices. A list of matrices always has several lines.
+  /// matrices. A list of matrices has several lines, unless it has only one number.
   std::size_t matrixRows = 0;
 };
 
@@ -38,7 +39,8 @@ class ListLayout {
   void add(std::string_view text, bool continues);
   /// Adds the numbers that plainNumbers() returned. At least one more number must follow.
   void addNumbers(std::string_view numbers);
-  /// Ends the list with its closing bracket. `blank` adds a blank before the bracket: "(1 )".
+  /// Ends the list with its closing bracket. `blank` adds a blank and a comma before the bracket,
+  /// "(1 ,)": the normalized list then ends with a blank.
   void end(char close, bool blank);
 
  private:

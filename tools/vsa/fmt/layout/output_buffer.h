@@ -12,7 +12,7 @@
 namespace vsa_tools {
 
 /// Collects a text and writes it to the sink in blocks. After a failed write, all further text is
-/// discarded.
+/// discarded. The destructor writes nothing.
 class OutputBuffer {
  public:
   explicit OutputBuffer(vsa::Sink& sink)

@@ -10,8 +10,8 @@ inline bool isList(vsa::SyntaxKind kind) {
   return kind == vsa::SyntaxKind::Parens || kind == vsa::SyntaxKind::Braces;
 }
 
-/// Returns whether tokens of this kind look like a word. Two of them need a blank between them,
-/// because they would be one token without it.
+/// Returns whether tokens of this kind are words, numbers, strings or comments. There is a blank
+/// between two of them, because most of them would be one token without it.
 inline bool isWordLike(vsa::SyntaxKind kind) {
   return kind >= vsa::SyntaxKind::Word && kind <= vsa::SyntaxKind::Comment;
 }

@@ -17,9 +17,9 @@ class DeclaredNodes {
   void beginPart() { ++part_; }
   void declare(std::string_view name);
   void remove(std::string_view name);
-  /// Whether the node was declared in any part.
+  /// Whether the node was declared in any part and not removed after that.
   bool isDeclared(std::string_view name) const { return partOf(name) != 0; }
-  /// Whether the node was declared in an earlier part, but not in the current one.
+  /// The same, but the last declaration is in an earlier part than the current one.
   bool isOfEarlierPart(std::string_view name) const {
     return isDeclared(name) && partOf(name) != part_;
   }

@@ -1,4 +1,4 @@
-// Rules about circles of references and of connections.
+// Rules about circles of references and of connections, also those of a node with itself.
 #include <algorithm>
 #include <cstdint>
 #include <map>
@@ -126,8 +126,8 @@ void addCircles(LinkGraph& graph, RuleId rule, const char* what, SceneFindings& 
 }
 
 // The rules about links. A circle of references is reported only if all its inputs have the same
-// name. Other circles may be intended: a parent may refer to its children by one input, and each
-// child to its parent by another.
+// name. Elements of arrays have no names and are left out. Other circles may be intended: a parent
+// may refer to its children by one input, and each child to its parent by another.
 class LinkRules final : public InputRule {
  public:
   explicit LinkRules(SceneFindings& found) : found_(found) {}

@@ -15,7 +15,8 @@ namespace vsa_tools {
 /// A finding about an input or a node, before its place in the text is known.
 struct SceneFinding {
   /// The part of the text to show: the last value of the input, the first occurrence of its path,
-  /// the name of the node in its declaration, or the type in that declaration.
+  /// the name of the node in its declaration, or the type in that declaration. For an object or
+  /// array, value and path are those in the first statement about a member or element.
   enum class Place : std::uint8_t { Value, Path, Node, Type };
 
   RuleId rule;

@@ -5,7 +5,8 @@
 
 namespace vsa_tools {
 
-/// Runs all families of rules about statements. The text is read once for all of them.
+/// Runs all families of rules about statements in one pass over the text. A family may need a
+/// second pass at the end.
 void findTextProblems(const TextRuleInput& input, RuleFindings& found);
 
 }  // namespace vsa_tools

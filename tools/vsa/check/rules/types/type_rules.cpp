@@ -68,7 +68,7 @@ class TypeRules {
   }
 
   // Adds a finding if the type of the node is unknown. A node that "define" or "with" created has
-  // no type.
+  // no type: it is stored with its name or "with" as the type.
   void addUnknownType(const NodeView& node) {
     if (node.type() == node.name() || node.type() == "with") return;
     NearestName nearest(node.type());
