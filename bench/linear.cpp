@@ -193,7 +193,7 @@ int main(int argc, char** argv) try {
   app.add_option("--only", only, "Run the cases with TEXT in their name")->type_name("TEXT");
   app.add_option("--json", json, "Also write the results to FILE")->type_name("FILE");
   CLI11_PARSE(app, argc, argv);
-  // Makes the allocator keep all memory, so that only the first read causes page faults. Otherwise
+  // Makes the allocator keep all memory, so that only the first reads cause page faults. Otherwise
   // the number of page faults would depend on the size of the text.
   mallopt(M_MMAP_MAX, 0);
   mallopt(M_TRIM_THRESHOLD, -1);

@@ -17,7 +17,8 @@ using namespace zn::korvo_sdk;
 using namespace zn::korvo_sdk::interfaces;
 using zn::String;
 
-// The limits of the scene. A text of a few bytes can contain any index and any nesting depth.
+// The limits of the scene. Without them, a text of a few bytes could create billions of elements,
+// and a long path could exhaust the stack.
 constexpr std::size_t MAX_INPUTS = 1000000, MAX_DEPTH = 100;
 
 // An input, an element or a member. It stores its types and links, and no values.

@@ -1,6 +1,6 @@
-// replay FILE_OR_FOLDER...: runs every saved input through every fuzzer. It does not need
-// libFuzzer, so a build with any compiler can test all past findings. On a finding the process
-// aborts. The last line of standard output then names the fuzzer and the input.
+// replay FILE_OR_FOLDER...: passes each file, and each file in the folders, to every fuzzer. It
+// does not need libFuzzer, so a build with any compiler can test all past findings. On a finding
+// the process aborts. The last line of standard output then names the fuzzer and the input.
 #include <cstdio>
 #include <filesystem>
 #include <string>

@@ -54,7 +54,7 @@ std::set<std::string> testsOf(const std::string& source) {
   return tests;
 }
 
-/// Returns the names of all tests in the sources below tests/.
+/// Returns the names of the TEST, TEST_F and TEST_P tests in the sources below tests/.
 std::set<std::string> definedTests() {
   std::set<std::string> tests;
   for (const auto& entry : fs::recursive_directory_iterator(VSA_TEST_DIR)) {

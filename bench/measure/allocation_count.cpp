@@ -1,4 +1,4 @@
-// Replaces the allocation functions. The new functions count their calls and then call glibc's
+// Replaces four allocation functions. The new functions count their calls and then call glibc's
 // allocator. They use its internal names, because the public names now belong to the new functions.
 // The count is not atomic, because reads use a single thread.
 #include "bench/measure/allocation_count.h"

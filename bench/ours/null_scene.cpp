@@ -1,7 +1,7 @@
-// A scene that stores nothing. Its only node has the name of the last declaration, and findNode
+// A scene that stores no values. Its only node has the name of the last declaration, and findNode
 // finds no other name. The node never finds an input, so the reader creates an input for each
-// assignment. A read into a new scene makes almost the same calls, because most texts assign each
-// input once.
+// assignment and link. A read into a new scene makes almost the same calls, because most texts
+// assign each input once.
 #include "bench/ours/null_scene.h"
 
 #include <cstdlib>

@@ -1,5 +1,5 @@
-// A host's scene whose functions do nothing. A benchmark that reads into this scene measures the
-// time of the reader alone.
+// A host's scene whose functions do almost nothing. A benchmark that reads into this scene measures
+// the time of the reader alone.
 #pragma once
 
 #include <string>
@@ -9,8 +9,8 @@
 
 namespace bench {
 
-// Returns a candidate that reads the text into a scene that stores nothing. Reads the text once
-// first, and checks how many values the read assigned.
+// Returns a candidate that reads the text into such a scene. Reads the text once first, and checks
+// how many values the read assigned.
 Candidate nullSceneReader(const Text& vsa);
 
 }  // namespace bench

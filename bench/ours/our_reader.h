@@ -30,7 +30,8 @@ void requireScene(const zn::korvo_sdk::Scene& scene, const Expected& expected);
 Candidate sceneCandidate(std::string name, std::function<void(zn::korvo_sdk::Scene&)> fill);
 
 // These functions return candidates that read the text, or the file at `path` with the same
-// content. Each function reads once first and checks the result.
+// content. Each function reads once first and checks the result. The arguments of all these
+// functions must outlive the candidates.
 Candidate stringReader(const Text& vsa);
 Candidate fileReader(const Text& vsa, const std::string& path);
 // Like the functions above, through the public API.

@@ -39,8 +39,8 @@ Candidate standardIntLoop(const NumberList& numbers);
 Candidate zlibInflate(const std::string& stream, const std::string& bytes);
 Candidate libdeflateInflate(const std::string& stream, const std::string& bytes);
 
-// These functions return candidates that only print numbers, each followed by a blank or a comma.
-// The memory is already allocated.
+// These functions return candidates that only print numbers, divided by blanks or commas. The
+// memory is already allocated.
 Candidate toCharsWriter(const std::vector<float>& numbers);
 Candidate toCharsWriter(const std::vector<double>& numbers);
 Candidate rapidjsonWriter(const std::vector<float>& numbers);

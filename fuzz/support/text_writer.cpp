@@ -66,7 +66,7 @@ constexpr const char* INDICES[] = {"[0]", "[1]", "[*]", "[0]",   "[2]",
 
 struct Literal {
   std::string keyword;
-  std::size_t numbers;  // The number of components of an element.
+  std::size_t numbers;  // How many numbers a tuple or a buffer element has.
 };
 
 const Literal TUPLES[] = {{"vec2", 2}, {"vec3", 3}, {"vec4", 4},  {"pos2", 2}, {"pos3", 3},

@@ -1,7 +1,7 @@
 // Checks a text as vsa check does, but with all rules. Renders each finding in every format.
 // Positions and edits must be inside the text, lines and columns must not be 0, and it must be
 // possible to apply the edits. The last byte of the input selects whether the text after the place
-// where the reader stops is checked, too.
+// where the reader stops is checked, too, and whether the rules run on a second thread.
 #include <memory>
 #include <vector>
 

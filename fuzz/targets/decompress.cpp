@@ -1,6 +1,7 @@
 // Compares decompression with zlib. The bytes must be equal, or the message must correspond to
 // zlib's error. The settings select the type of the input: a compressed text, a binary zlib stream,
-// or bytes that are compressed with zlib and then changed in one bit.
+// or bytes that are compressed with zlib. The last stream is checked unchanged, and with one bit
+// changed. The settings also select the capacity.
 //
 // Also tests `compress`: zlib and our decoder must be able to decompress its output.
 #include <vsa/foundation/decompress.h>
@@ -136,7 +137,7 @@ void countMessageText(std::string_view message) {
   }
 }
 
-/// Checks both functions of decompress.h with one text.
+/// Checks decompress() and decompressInto() with one text.
 void checkText(std::string_view text, std::size_t capacity) {
   zn::String error;
   const auto [bytes, count] = zn::decompress(unsignedBytes(text), text.size(), error, capacity);

@@ -73,8 +73,8 @@ bool hasMessages(const vsa::ReadResult& read) {
                      [](const auto& found) { return found.id != vsa::DiagnosticId::BadEnumValue; });
 }
 
-/// Reduces the scene to one node and the nodes that it links to, as vsa extract does. Writes this
-/// part, and checks the written text.
+/// Reduces the scene to one node and the nodes that its links lead to, as vsa extract does, in some
+/// cases without another node. Writes this part, and checks the written text.
 void extract(vsa::Scene& scene, unsigned settings) {
   std::vector<std::string> names;
   for (const vsa::NodeView node : scene.nodes()) names.emplace_back(node.name());

@@ -98,8 +98,9 @@ bool plainReal(std::string_view text, Real& out) {
   return std::isfinite(value) && signedOut(value);
 }
 
-/// Returns `digits` followed by `exponent` zeros. Leading zeros are removed. Returns an empty text
-/// if the exponent is greater than 99, because the number then exceeds every integer type.
+/// Returns `digits` followed by `exponent` zeros. Leading zeros are removed. Returns "0" if all
+/// digits are zeros. Otherwise returns an empty text if the exponent is greater than 99, because
+/// the number then exceeds every integer type.
 std::string withoutExponent(const std::string& digits, const std::string& exponent) {
   const std::size_t first = digits.find_first_not_of('0');
   if (first == std::string::npos) return "0";

@@ -1,7 +1,8 @@
 // Reads a text through the public API: from memory, from a file, and from a source that returns few
-// bytes at a time. The results must be equal, unless the limit of memory is exceeded. The status
-// must be valid and the counts must be consistent. The diagnostics must be inside the text and,
-// except for those about links, in the order of their positions.
+// bytes at a time. The results must be equal, unless the limit of memory is exceeded. The result
+// for the file is not compared if the text begins with a byte order mark. The status must be valid
+// and the counts must be consistent. The diagnostics must be inside the text and, except for those
+// about links, in the order of their positions.
 #include <sys/mman.h>
 #include <unistd.h>
 

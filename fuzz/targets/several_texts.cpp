@@ -1,6 +1,6 @@
-// Reads up to 12 texts into one scene, alternately from a String and from a File. Removes nodes
-// between two texts. The scene must stay valid after an error in a text. A byte 0x01 separates the
-// texts. The reader treats this byte as white space.
+// Reads up to 12 texts into one scene, alternately from a String and from a File. After some of
+// them, removes a node. The settings select these texts. The scene must stay valid after an error
+// in a text. A byte 0x01 separates the texts. The reader treats this byte as white space.
 #include <algorithm>
 #include <string>
 

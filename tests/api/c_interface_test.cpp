@@ -212,7 +212,7 @@ TEST(CInterface, TakesTheSameOptionsEverywhere) {
 
 // With a null pointer for the result, a function returns the same as with a pointer, and stores
 // nothing. A call that finds no value does not change the caller's variable, and vsa_input_path()
-// does not change a path of 0 bytes.
+// writes nothing if the size is 0.
 TEST(CInterface, NeedsNoPlaceForAValue) {
   vsa_options options = defaults();
   options.skips_buffers = 1;

@@ -1,4 +1,5 @@
-// Tests of the header of an edited scene: reading its comments as a text gives the same header.
+// Tests of the header of an edited scene: reading its comments as a text gives the same header, a
+// header that comments cannot carry is refused, and the header can be cleared.
 #include <string>
 
 #include <gtest/gtest.h>

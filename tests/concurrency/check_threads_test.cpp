@@ -64,7 +64,8 @@ class CheckThreadsTest : public testing::Test {
       fs::temp_directory_path() / ("vsa_check_threads_" + std::to_string(::getpid()));
 };
 
-// Texts with findings of the reader, of the rules about texts and of the rules about scenes.
+// Returns a text with mistakes, which depend on the number: the reader, the rules about texts and
+// the rules about scenes find them.
 std::string sceneWithMistakes(int number) {
   std::string text = "lamp sun" + std::to_string(number) + ":\n  .power = 1;\n  .power = 2;\n";
   if (number % 2 == 0) text += "  .color = vec3(1 2 3 4);\n";

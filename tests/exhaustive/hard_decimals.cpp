@@ -1,6 +1,7 @@
 // Decimal texts that are hard to round. They are exact middles between two adjacent reals and texts
-// close to them, texts with many digits, subnormals, and texts at the ends of the range. MPFR, with
-// the precision and the exponents of the target type, computes the expected values.
+// close to them, texts with many digits, texts with 15 to 19 digits, subnormals, and texts at the
+// ends of the range. MPFR, with the precision and the exponents of the target type, computes the
+// expected values.
 #include <gmp.h>
 #include <mpfr.h>
 
@@ -87,7 +88,8 @@ struct Format {
 constexpr Format DOUBLE{53, -1074, 971};
 constexpr Format FLOAT{24, -149, 104};
 
-/// Returns the exact middle between a random real and the next one.
+/// Returns the exact middle between a random real and the next greater one. For the greatest real,
+/// it is the middle between that and the next power of two.
 Decimal halfWay(Random& random, const Format& format) {
   const std::uint64_t low = std::uint64_t{1} << (format.mantissaBits - 1);
   const std::int64_t exponent = between(random, format.minExponent, format.maxExponent);
@@ -98,7 +100,7 @@ Decimal halfWay(Random& random, const Format& format) {
   return exactDecimal(2 * mantissa + 1, exponent - 1);
 }
 
-/// Makes the decimal slightly smaller: subtracts one from its last digit and appends nines.
+/// Makes the decimal slightly smaller: subtracts one unit of the last digit and appends nines.
 void stepDown(Random& random, Decimal& decimal) {
   auto digit = decimal.digits.rbegin();
   for (; *digit == '0'; ++digit) *digit = '9';
@@ -137,7 +139,7 @@ Decimal ofOrder(Random& random, std::int64_t digits, std::int64_t min, std::int6
   return {randomDigits(random, digits), between(random, min, max) - digits};
 }
 
-/// Returns a subnormal float, or a decimal near the least or the greatest float.
+/// Returns a decimal in or near the range of the subnormal floats, or near the greatest float.
 Decimal nearEndOfFloats(Random& random) {
   const std::int64_t digits = between(random, 1, 40);
   return random() % 2 == 0 ? ofOrder(random, digits, -47, -37) : ofOrder(random, digits, 37, 40);

@@ -29,8 +29,9 @@ Survey surveyFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 Survey surveyDoubles(std::uint64_t count, std::uint64_t seed);
 
 /// These two surveys write the floats of surveyFloats() and the doubles of surveyDoubles() in the
-/// form in which the writer prints them. The digits and the exponent must be those of
-/// std::to_chars, and the text must not be longer than that of std::to_chars.
+/// form in which the writer prints them. The sign, the digits and the exponent must be those of
+/// std::to_chars, and the text must not be longer than that of std::to_chars. For infinities and
+/// NaNs, both texts must be equal.
 Survey surveyPrintedFloats(std::uint64_t first, std::uint64_t end, std::uint64_t step);
 Survey surveyPrintedDoubles(std::uint64_t count, std::uint64_t seed);
 

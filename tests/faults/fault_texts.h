@@ -25,9 +25,10 @@ constexpr std::uint64_t LEVELS = 16;
 
 void setSmallLimits(zn::korvo_sdk::Scene& scene);
 
-/// Returns the texts: one small case for each folder of cases and each set of messages that a case
-/// in it raises, and further texts for what no small case tests. The first call also registers the
-/// node type of the cases and initialises the reader's keyword tables.
+/// Returns the texts. They are small cases, and further texts for what no small case tests. If
+/// several small cases in a folder raise the same set of messages, only the first is returned. The
+/// first call also registers the node type of the cases and initialises the reader's keyword
+/// tables.
 const std::vector<Text>& faultTexts();
 
 /// Returns the messages that no fault text raises, with the reason for each.

@@ -31,8 +31,9 @@ class TextPieces : public zn::ByteSource {
   std::size_t at_ = 0;
 };
 
-/// A source whose first `good` reads succeed. All later reads have the fault: with StopsShort they
-/// return only one byte, with Fails an error, and with Throws they throw.
+/// A source whose first `good` reads succeed. All later reads have the fault. With StopsShort they
+/// return one byte, or none at the end of the text. With Fails they return 0, and error() returns a
+/// text. With Throws they throw.
 class FailingPieces final : public TextPieces {
  public:
   enum Fault { Fails, StopsShort, Throws };
@@ -56,13 +57,14 @@ class WatchedScene final : public zn::korvo_sdk::interfaces::IScene {
 
   /// Makes the n-th call of any operation throw std::runtime_error "host fault in NAME".
   void throwAt(std::uint64_t n) { throwing_ = n; }
-  /// Makes the n-th creation return null or add nothing.
+  /// Makes the n-th creation return null or add nothing. A creation is a call of createNode(),
+  /// defineNode(), createInput(), createArray(), appendElement(), element() or output().
   void refuseAt(std::uint64_t n) { refusing_ = n; }
   void refuseEverything() { refusesEverything_ = true; }
 
   std::uint64_t calls() const { return calls_; }
   std::uint64_t creations() const { return creations_; }
-  /// The name of the operation that threw.
+  /// The name of the operation that threw, or an empty text.
   const std::string& faultyCall() const { return faultyCall_; }
 
   // The functions of IScene.

@@ -1,5 +1,6 @@
-// Tests of boundary values: words that are almost numbers, one byte too many for a buffer or a
-// stream, and the character after the last one that is allowed.
+// Tests of boundary values: words that are almost numbers, a buffer or a stream that is one byte
+// too long, prefixes that are longer than the text, missing keys of a map, and reads after the last
+// character.
 #include <gtest/gtest.h>
 
 #include <array>

@@ -1,5 +1,5 @@
-// Reads every stress text in growing sizes and measures the time, the heap and the stack. Prints
-// one line for each stress text. Fails if a bound is exceeded. The columns are:
+// Reads the texts of stressTexts() in growing sizes and measures the time, the heap and the stack.
+// Prints one line for each stress text. Fails if a bound is exceeded. The columns are:
 //
 //   MB/s       speed of reading and destroying the scene at the largest size, in processor time
 //   growth     the greatest t(4n)/t(n), where t(n) is the time to read a text of n bytes;
@@ -8,9 +8,9 @@
 //   declared   size of the buffers that the text declares, divided by the size of the text
 //   stack      bytes of stack for reading, dumping and destroying
 //
-// The time does not include page faults, because the process gets all the necessary memory from the
-// system before the reads. Page faults would take as long as the reading, and their number depends
-// on the allocator.
+// The time normally includes few page faults, because the process gets the necessary memory from
+// the system before the reads. Page faults would take as long as the reading, and their number
+// depends on the allocator.
 //
 // Each size is read in its own process, so that a crash fails only one stress text.
 #include <malloc.h>

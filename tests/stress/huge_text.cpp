@@ -19,8 +19,7 @@ namespace {
 
 constexpr std::uint64_t GIB = std::uint64_t{1} << 30;
 
-/// A source that returns `head`, then `unit` repeated until there are at least `bytes` bytes, then
-/// `tail`.
+/// A source that returns `head`, then at least `bytes` bytes of `unit` repeated, then `tail`.
 class GeneratedSource final : public zn::ByteSource {
  public:
   GeneratedSource(std::string_view head, std::string_view unit, std::uint64_t bytes,

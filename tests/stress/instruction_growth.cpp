@@ -1,4 +1,4 @@
-// Reads every stress text in two sizes, of which the second is four times the first.
+// Reads the stress texts in two sizes, of which the second is four times the first.
 // instruction_growth.py runs the program under callgrind, which counts the instructions of each
 // reading. Unlike times, these counts are nearly the same in each run. Therefore texts of a few
 // kilobytes are sufficient to detect a time that grows with the square of the size.

@@ -17,7 +17,7 @@
 namespace vsa_tests {
 
 struct Case {
-  /// The path in the folder of cases, without extension: "values/narrow_real_to_int".
+  /// The path in the folder of cases, without extension: "conversion/bool_to_numbers".
   std::string name;
   std::filesystem::path text;
   std::filesystem::path expectation;
@@ -30,7 +30,8 @@ struct Case {
 struct CaseFolder {
   /// The cases, sorted by name.
   std::vector<Case> cases;
-  /// Texts without an expected result, expected results without a text, and other files.
+  /// Texts without an expected result, expected results without a text, and other files. Files that
+  /// are directly in the folder of cases are ignored.
   std::vector<std::filesystem::path> orphans;
 };
 

@@ -31,7 +31,7 @@ class NoCharacterClasses final : public std::ctype<char> {
 
 /// Returns the names of C locales for tests: "C", and those of the German and Turkish locales below
 /// that this system has. A system may have none of them. same_everywhere.sh therefore creates its
-/// own locales.
+/// own locales. Sets the C locale to "C".
 inline std::vector<const char*> cLocales() {
   std::vector<const char*> names = {"C"};
   for (const char* const name : {"de_DE.UTF-8", "de_DE.utf8", "tr_TR.UTF-8", "tr_TR.utf8"}) {

@@ -67,7 +67,8 @@ inline WholeToken wholeToken(vsa::SyntaxReader& reader) {
   }
 }
 
-/// Returns the kind that a token of the lexer has in a SyntaxReader.
+/// Returns the kind that a token of the lexer has in a SyntaxReader. For Eof this is EndOfText,
+/// although a SyntaxReader returns Unterminated for a token that the end of the text cuts off.
 inline vsa::SyntaxKind kindOf(zn::korvo_sdk::impl::Token::Type type) {
   using Type = zn::korvo_sdk::impl::Token::Type;
   using vsa::SyntaxKind;

@@ -40,7 +40,8 @@ class CommandFixture : public testing::Test {
 
   std::string content(const std::string& name) { return vsa_tests::contentOf(folder_ / name); }
 
-  /// Runs a shell command in the folder of the test and returns its exit status.
+  /// Runs a shell command in the folder of the test and returns its exit status, or -1 if a signal
+  /// ended the shell.
   int statusOf(const std::string& line) {
     const int status = std::system(("cd '" + folder_.string() + "' && " + line).c_str());
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;

@@ -298,7 +298,7 @@ TEST(DumpJsonTest, NumbersAtTheLimitsOfTheirRanges) {
       R"({"name":"d","type":"Buffer","bufferType":"Double","count":4,"value":[1.7976931348623157e+308,5e-324,0.10000000149011612,1e+21]}]})");
 }
 
-// In every text of a dump, U+FFFD replaces each byte that is not valid UTF-8.
+// In every text of a JSON dump, U+FFFD replaces each byte that is not valid UTF-8.
 TEST(DumpJsonTest, InvalidUtf8IsReplacedByteByByte) {
   const std::string bad = "\xE2\x82(\xC3\xA6\xFF\x80";
   const std::string shown = "\xEF\xBF\xBD\xEF\xBF\xBD(\xC3\xA6\xEF\xBF\xBD\xEF\xBF\xBD";

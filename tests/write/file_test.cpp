@@ -227,7 +227,7 @@ TEST_F(WriteFile, SignalsDoNotEndTheWriting) {
   EXPECT_EQ(received, vsa::writeText(made.scene).text);
 }
 
-/// A replacement of a file. Its file descriptor was closed by mistake.
+/// A replacement of a file. Its file descriptor has been closed, as a host may do by mistake.
 class ClosedReplacement {
  public:
   explicit ClosedReplacement(const fs::path& path) {

@@ -95,8 +95,8 @@ TEST(WriteMemory, DeepScenesAreWalkedWithoutRecursion) {
   EXPECT_EQ(dumpOf(made.scene), dumpOf(again));
 }
 
-/// Makes a scene whose writing requires every kind of memory: names of temporary files, paths, and
-/// problems.
+/// Makes a scene whose writing requires several kinds of memory: names of temporary files, paths,
+/// and problems.
 void fillSmall(SceneBuilder& made) {
   made.array("array", AttrType::Object).appendElement();
   SceneBuilder::setBuffer(made.input("b", AttrType::Buffer), DataType::Byte,

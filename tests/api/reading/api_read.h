@@ -1,4 +1,5 @@
-// Helpers for tests that read through the public API: sources that fail, and results as text.
+// Helpers for tests that read through the public API: a source in memory, and the result of a
+// reading as text.
 #pragma once
 
 #include <algorithm>

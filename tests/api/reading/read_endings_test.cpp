@@ -153,7 +153,8 @@ ReadOutcome deeperThanTheScene() {
   return vsa::readTextInto(scene, "lamp sun; sun.b.c = 1;");
 }
 
-// Waits longer than the 5 milliseconds that must pass between two calls of the progress callback.
+// Waits longer than the 5 milliseconds that must pass before a reader that is not at the end calls
+// the progress callback again.
 void passProgressInterval() {
   std::this_thread::sleep_for(std::chrono::milliseconds(6));
 }

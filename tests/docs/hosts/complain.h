@@ -1,5 +1,5 @@
-// Defines complain(), which the code blocks of the documentation call. It counts the complaints
-// that are not empty.
+// Defines complain(), which code blocks of the documentation call. It counts the complaints that
+// are not empty.
 #pragma once
 
 #include <vsa/vsa.h>

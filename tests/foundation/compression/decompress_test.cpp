@@ -23,8 +23,7 @@ constexpr char CORRUPT[] = "compressed data is corrupt";
 constexpr char CHECKSUM[] = "compressed data fails its checksum";
 constexpr char LARGER[] = "compressed data is larger than the buffer";
 
-// "hello hello hello hello", compressed with the fixed codes. Every version of zlib gives these
-// bytes.
+// "hello hello hello hello", compressed with the fixed codes.
 const std::string HELLO = "hello hello hello hello";
 const std::string HELLO_TEXT = ".789ccb48cdc9c957c8402701680308b1";
 // "abc" in a stored block.
@@ -83,7 +82,8 @@ std::string upperCase(std::string text) {
   return text;
 }
 
-/// Returns the text with `blanks` before every `step`-th digit and at the end.
+/// Returns the text with `blanks` after the first digit, after each further `step` digits, and at
+/// the end.
 std::string spaced(const std::string& text, std::size_t step, const std::string& blanks) {
   std::string result = text.substr(0, 1);
   for (std::size_t i = 1; i < text.size(); i += step) result += blanks + text.substr(i, step);

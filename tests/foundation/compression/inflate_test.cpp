@@ -69,7 +69,7 @@ BitStream& putDynamicHeader(BitStream& bits, bool last, unsigned symbolCount,
   return bits;
 }
 
-/// Writes the header of a dynamic block for a stream of one block.
+/// Returns a stream that contains only the header of a dynamic block, which is its last block.
 BitStream dynamicBlock(unsigned symbolCount, unsigned distanceCount) {
   BitStream bits;
   return putDynamicHeader(bits, true, symbolCount, distanceCount);

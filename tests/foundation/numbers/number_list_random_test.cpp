@@ -220,8 +220,8 @@ void checkRandomLists(uint64_t seed, int lists) {
   }
 }
 
-/// Returns how often the test is repeated: the environment variable VSA_NUMBER_ROUNDS if it is set,
-/// otherwise 1.
+/// Returns how many rounds each test runs: the environment variable VSA_NUMBER_ROUNDS if it is set,
+/// but at least 1, otherwise 1.
 int rounds() {
   const char* const text = std::getenv("VSA_NUMBER_ROUNDS");
   return text == nullptr ? 1 : std::max(1, std::atoi(text));

@@ -112,8 +112,8 @@ TEST(NumberList, UncommonLists) {
 }
 
 // Some kernels convert several numbers at once. They pass uncommon numbers to another kernel and
-// continue after them. Such numbers are the smallest integer, a number with more characters than
-// the kernel loads at once, and a value half-way between two floats.
+// continue after them. Such numbers are, for example, the smallest integer, a number with more
+// characters than the kernel loads at once, and a value half-way between two floats.
 TEST(NumberList, AnUncommonFieldAmongPlainOnes) {
   forAllTypes([](auto type) {
     for (const std::string odd : {"-2147483648", "-128", "0000000000000007", "1234567890.1234567",
@@ -161,8 +161,8 @@ TEST(NumberList, ShortFieldsInALongList) {
   });
 }
 
-/// All numbers of a list are the same single character. They must be converted only if that
-/// character is a digit.
+/// All numbers of a list but the last are the same single character. They must be converted only if
+/// that character is a digit.
 TEST(NumberList, FieldsOfEveryCharacter) {
   forAllTypes([](auto type) {
     for (int byte = 0; byte < 256; ++byte) {

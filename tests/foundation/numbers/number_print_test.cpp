@@ -1,6 +1,6 @@
-// Tests of the text of a number: a table of numbers in all notations, and a sample of numbers whose
-// digits must be those of std::to_chars. The command number_survey compares all floats. The last
-// test computes the table of powers of ten again.
+// Tests of the text of a number: a table of numbers in all notations, and a sample of positive
+// numbers whose digits must be those of std::to_chars. The program number_survey compares all
+// floats. The last test computes the table of powers of ten again.
 #include "foundation/numbers/number_print.h"
 
 #include <gtest/gtest.h>

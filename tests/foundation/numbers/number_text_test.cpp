@@ -158,7 +158,8 @@ void checkBoth(const std::string& text) {
   checkFinite<double>(text);
 }
 
-/// Checks the decimal and its neighbours: slightly greater ones, and slightly smaller ones.
+/// Checks the decimal, two that are slightly farther from zero, and two that are slightly closer to
+/// zero. For a decimal of 0, there are no closer ones.
 void checkAround(std::string text) {
   checkBoth(text);
   const size_t exponentAt = std::min(text.find('e'), text.size());
@@ -256,9 +257,9 @@ TEST(NumberText, HalfWayBetweenFloats) {
   }
 }
 
-/// Tests texts of seventeen digits whose nearest double is half-way between two floats, while the
-/// text itself is not. A float that is rounded from that double would always be the even one of the
-/// two. Therefore the text itself must be rounded.
+/// Tests texts of seventeen digits whose nearest double is half-way between two floats, while most
+/// of the texts themselves are not. A float that is rounded from that double would always be the
+/// even one of the two. Therefore the text itself must be rounded.
 TEST(NumberText, NextToHalfWayBetweenFloats) {
   std::mt19937_64 random(4);
   for (int i = 0; i < 20000; ++i) {

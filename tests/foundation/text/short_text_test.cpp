@@ -1,6 +1,6 @@
 // Tests of the functions that process several bytes of a short text at a time. The texts have every
-// length up to MAX_LENGTH. Each text has a memory block of exactly its size, so that
-// AddressSanitizer detects an access past its end.
+// length up to MAX_LENGTH. Most texts have a memory block of exactly their size, so that
+// AddressSanitizer detects an access past their end.
 #include "foundation/text/short_text.h"
 
 #include <gtest/gtest.h>

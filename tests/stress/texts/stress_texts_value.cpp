@@ -151,7 +151,7 @@ std::string compressedZeros(std::uint64_t size) {
   return std::string(made.view());
 }
 
-// Returns a buffer of zeros that are compressed as much as DEFLATE permits.
+// Returns a buffer of zeros. Each 258 of them are compressed to 3 bits.
 GeneratedText decompressionBomb(std::size_t bytes, std::uint64_t declared) {
   BitWriter out;
   out.text = "t n; n.a = byte[" + std::to_string(declared) + "] {.789c";

@@ -1,4 +1,4 @@
-// Tests of the options that all commands share, and of the limits that they set.
+// Tests of the options for reading that several commands share, and of the limits that they set.
 #include "tools/vsa/common/read_arguments.h"
 
 #include <gtest/gtest.h>

@@ -26,8 +26,8 @@ class GraphTest : public vsa_tests::CommandFixture {
     EXPECT_NE(std::string::npos, text.find(part)) << part << "\n" << text;
   }
 
-  /// Returns a text of 10,000 nodes: 3 textures, 99 materials that refer to a texture each, and
-  /// meshes. Every second mesh refers to a material.
+  /// Returns a text of 10,000 nodes: 3 textures, 99 materials that are connected to a texture each,
+  /// and meshes. Every second mesh refers to a material.
   std::string largeScene() {
     std::string text;
     for (int i = 0; i < 3; ++i) text += "texture t" + std::to_string(i) + ";\n";

@@ -50,8 +50,8 @@ TEST(LexerPositions, InsideTokens) {
   expectPositions("(1\n\n x", {"Invalid 3,1,5"});
 }
 
-/// Returns the bytes for a token that begins with `form`, without its first and last byte. They
-/// contain line feeds.
+/// Returns the bytes for a token that begins with `form`, without its first and last byte. Some
+/// of them may be line feeds.
 std::string tokenContent(char form, std::size_t length) {
   const std::string bytes = form == '"' ? "ab \t" : form == '[' ? "12 *" : "12 ,";
   std::mt19937 random(static_cast<unsigned>(length));

@@ -99,8 +99,9 @@ TEST(TokenScan, PlainListsHaveSingleBlanksBetweenNumbers) {
   });
 }
 
-/// Returns the offset after the closing quote of the string at the beginning of the text, or 0.
-/// Reads one character or escape sequence at a time. The last byte of the text is only lookahead.
+/// Returns the offset after the closing quote of the string at the beginning of the text, or 0 if a
+/// NUL, a 0xFF or the end of the text is before it. Reads one character or escape sequence at a
+/// time. The last byte of the text is only lookahead.
 std::size_t stringEnd(const std::string& text) {
   for (std::size_t at = 1; at + 1 < text.size(); ++at) {
     if (text[at] == '"') return at + 1;
