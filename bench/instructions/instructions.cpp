@@ -17,7 +17,7 @@ constexpr size_t BYTES = 5'000'000;
 const std::map<std::string, Text (*)()> SCENES = {
     {"nodes", [] { return nodes(STATEMENTS); }}, {"mixed", [] { return mixed(STATEMENTS); }},
     {"links", [] { return links(STATEMENTS); }}, {"text", [] { return text(BYTES); }},
-    {"short", [] { return shortText(BYTES); }},
+    {"short", [] { return shortText(BYTES); }},  {"indexed", [] { return indexed(STATEMENTS); }},
 };
 
 void read(const Text& vsa) {

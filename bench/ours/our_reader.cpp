@@ -1,4 +1,5 @@
-// Reads whole texts and checks the values of the scenes.
+// The candidates of the reader: reads of whole texts, with a check of the scenes, and single
+// stages.
 #include "bench/ours/our_reader.h"
 
 #include <bit>
@@ -54,7 +55,12 @@ void countComponents(Expected& found, const Input& input) {
   }
 }
 
-void countInput(Expected& found, const Input& input) {
+// Counts the elements of an array as inputs, and not the array itself.
+void countInput(Expected& found, Input& input) {
+  if (input.type() == AttrType::Array) {
+    for (uint64_t i = 0; i < input.count(); ++i) countInput(found, *input.element(i));
+    return;
+  }
   ++found.inputs;
   if (input.connection() != nullptr) ++found.connections;
   switch (input.type()) {

@@ -210,6 +210,20 @@ Text links(size_t statements, Format format, uint64_t seed) {
   return scene.finish();
 }
 
+Text indexed(size_t statements, Format format, uint64_t seed) {
+  Recorder scene(format);
+  Random random(seed);
+  for (size_t i = 0; i * 9 < statements; ++i) {
+    scene.beginNode("mesh", numbered("mesh", i));
+    for (size_t element = 0; element < 8; ++element) {
+      const std::string input = "weights[" + std::to_string(element) + "]";
+      scene.integer(input, static_cast<int64_t>(random.below(5000)));
+    }
+    scene.endNode();
+  }
+  return scene.finish();
+}
+
 Text text(size_t bytes, Format format, uint64_t seed) {
   Recorder scene(format);
   Random random(seed);

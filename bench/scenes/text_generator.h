@@ -61,6 +61,10 @@ Text mixed(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 // last node has no links. There are about `statements` statements.
 Text links(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
 
+// Nodes with a declaration and 8 assignments to elements of an array, such as `.weights[3] = 1;`.
+// There are `statements` statements, rounded up to whole nodes, and in VSA two comments.
+Text indexed(size_t statements, Format format = Format::Vsa, uint64_t seed = 1);
+
 // Nodes with strings of about 8 to 2000 characters, and comments. The text has about `bytes` bytes.
 Text text(size_t bytes, Format format = Format::Vsa, uint64_t seed = 1);
 

@@ -185,7 +185,7 @@ Token nameToken(const std::string& name) {
   return {Token::Type::Id, stringOf(name), 1, 1};
 }
 
-void fileLinks(LinkedScene& linked, size_t index, size_t count) {
+void storePendingLinks(LinkedScene& linked, size_t index, size_t count) {
   zn::korvo_sdk::Node& node = *linked.scene.nodeAt(index);
   const std::string other = "shader_" + std::to_string((index * 7919 + 1) % count);
   zn::korvo_sdk::impl::AssignInfo reference;
@@ -207,7 +207,7 @@ std::unique_ptr<LinkedScene> linkedScene(size_t count) {
   for (size_t i = 0; i < count; ++i) {
     linked->scene.createNode(String("shader"), stringOf("shader_" + std::to_string(i)), String());
   }
-  for (size_t i = 0; i < count; ++i) fileLinks(*linked, i, count);
+  for (size_t i = 0; i < count; ++i) storePendingLinks(*linked, i, count);
   linked->parser.scene = &linked->scene;
   return linked;
 }

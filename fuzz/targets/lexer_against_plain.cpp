@@ -6,9 +6,9 @@
 #include "fuzz/support/message_count.h"
 #include "fuzz/targets.h"
 #include "tests/support/byte_source.h"
-#include "tests/support/plain_lexer.h"
 #include "tests/support/token_text.h"
 #include "tests/syntax/syntax_source.h"
+#include "tests/vsa/lex/plain_lexer.h"
 #include "vsa/lex/lexer_source.h"
 
 namespace vsa_fuzz {

@@ -14,7 +14,6 @@ bool VsaParser::path(ds::Vector<Token>& tokensOfPath) {
       peek(0).type == Type::Id && peek(1).type == Type::Dot && peek(2).type == Type::Id;
   const bool isOfWithNode = peek(0).type == Type::Dot && peek(1).type == Type::Id;
   if (!isQualified && !isOfWithNode) return false;
-  if (tokensOfPath.capacity == 0) tokensOfPath.reserve(3);  // the length of most paths
   for (int remaining = isQualified ? 3 : 2; remaining > 0; --remaining) appendNext(tokensOfPath);
   while (arrayattr(tokensOfPath) || scalarattr(tokensOfPath)) {
   }

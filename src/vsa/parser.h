@@ -3,8 +3,8 @@
 // A grammar function returns false and consumes nothing if the next tokens do not match its
 // production. It throws DiagnosticError if the first tokens match and a later token does not. Two
 // functions may also return false after they have consumed tokens: parseAssign if no right-hand
-// side follows the path, and `scalar` if the literal does not convert. Only `parse` turns
-// DiagnosticError into a result; other handlers throw it again.
+// side follows the path, and `scalar` (also its part `tuple`) if the literal does not convert. Only
+// parseText turns DiagnosticError into a result; other handlers throw it again.
 #pragma once
 
 #include <cstdarg>
@@ -31,8 +31,7 @@
 
 namespace zn::korvo_sdk::impl {
 
-/// The parser of one text. An instance is used for one call of an entry point. It does not own the
-/// scene or the lexer.
+/// The parser of one text. It does not own the scene or the lexer.
 class VsaParser {
  public:
   using AssignInfo = impl::AssignInfo;
@@ -60,12 +59,13 @@ class VsaParser {
   std::int32_t lookahead = 3;  ///< The number of slots in the token ring.
   std::int32_t head = 0;       ///< The slot of the next token to consume.
   ds::Vector<Token> tokens;    ///< The token ring.
-  Token current;               ///< The token consumed last, or the end of a simple statement.
-  Token lastLexed;             ///< The token lexed last.
-  String spare;                ///< Not used.
+  /// The token consumed last. After a simple statement, `line` and `column` are those of its end.
+  Token current;
+  Token lastLexed;  ///< The token lexed last.
+  String spare;     ///< Not used.
   IScene* scene = nullptr;
   INode* withNode = nullptr;  ///< The node for paths that begin with ".".
-  /// The defined nodes, in the order of their `define` statements.
+  /// The nodes of the `define` statements, in this order. A node may be contained several times.
   ds::Vector<INode*> definedNodes;
   /// The connections. They are resolved after the last statement.
   PendingTable connections;
@@ -179,7 +179,7 @@ class VsaParser {
   TextPlace beginLink(IInput& input, std::uint64_t sourceBytes) const;
   void chargeNode(std::uint64_t nameBytes) const;
   void countNode(const INode* made) const;
-  char* takeString(std::string_view literal, bool hasBackslash);
+  char* makeString(std::string_view literal, bool hasBackslash);
   void hold(void* memory, std::uint64_t bytes);
 
   IScene& sceneOrNone() const;

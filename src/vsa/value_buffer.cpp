@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "foundation/base/white_space.h"
 #include "foundation/compression/compressed_text.h"
 #include "foundation/numbers/number_list.h"
 #include "foundation/numbers/number_text.h"
@@ -52,8 +53,8 @@ NumberRun storeRun(const char* from, const char* end, DataType component, unsign
 // Sets the type, count and size of the buffer. Allocates no memory.
 void describeBuffer(AssignInfo& info, DataType type, const Emitter& messages) {
   unsigned long long count = 0;
-  const String text = info.countToken.text.trimChars("[]", String());
-  if (!String::parse(text, count, String::Radix::Decimal)) {
+  const std::string_view text = zn::detail::trimmedChars(info.countToken.text.view(), "[]");
+  if (!integerFromText(text.data(), text.data() + text.size(), count)) {
     messages.fatal(DiagnosticId::InvalidElementCount, info.countToken.text);
   }
   const bool isTooLarge = count > std::numeric_limits<std::size_t>::max() / elementBytes(type);
@@ -93,8 +94,9 @@ class SessionObserver final : public RunObserver {
   ReadSession& session_;
 };
 
-// Decompresses the text between the "." and the closing brace into the memory of the elements. If
-// the result is shorter than the buffer, the remaining bytes stay zero.
+// Decompresses the text from the "." to the closing brace into the memory of the elements. If the
+// result is shorter than the buffer, the remaining bytes stay zero. Throws DiagnosticError if the
+// text is not valid.
 void expandElements(AssignInfo& info, const Emitter& messages, ReadSession* session) {
   const BufferValue& buffer = info.data.payload.buffer;
   const String& list = info.elementsToken.text;

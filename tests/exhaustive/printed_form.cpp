@@ -1,8 +1,9 @@
-// Surveys of the form in which the writer prints reals. The digits and the exponent must be those
-// of std::to_chars, and the text must not be longer than that of std::to_chars. For infinities and
-// NaNs, both texts must be equal.
+// Surveys of the form in which the writer prints reals. The sign, the digits and the exponent must
+// be those of std::to_chars, and the text must not be longer than that of std::to_chars. For
+// infinities and NaNs, both texts must be equal.
 #include <bit>
 #include <charconv>
+#include <cmath>
 #include <cstdlib>
 #include <random>
 #include <string_view>
@@ -15,7 +16,8 @@ namespace vsa_tests {
 
 namespace {
 
-/// The digits of a number without zeros at both ends, and the exponent of the last digit.
+/// The digits of a number without its sign and without zeros at both ends, and the exponent of the
+/// last digit.
 struct Printed {
   char digits[40];
   int count = 0;
@@ -53,7 +55,8 @@ void check(Real value, Survey& survey) {
   const std::string_view text(own, static_cast<std::size_t>(end - own));
   ++survey.texts;
   const bool isFinite = value - value == 0;
-  const bool isSame = isFinite ? Printed(text) == Printed(std::string_view(scientific))
+  const bool isSame = isFinite ? text.starts_with('-') == std::signbit(value) &&
+                                     Printed(text) == Printed(std::string_view(scientific))
                                : text == std::string_view(scientific);
   if (!isSame || end - own > plainEnd - plain) mismatch(survey, text, "printed");
 }

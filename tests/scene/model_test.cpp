@@ -503,8 +503,8 @@ std::uintptr_t addressOf(const Input* input) {
   return reinterpret_cast<std::uintptr_t>(input);
 }
 
-// Inputs, members and elements have ascending addresses in creation order. When a slab is full, the
-// next object begins at a multiple of 256 bytes.
+// Within a slab, inputs, members and elements have ascending addresses in creation order. When a
+// slab is full, the next object begins at a multiple of 256 bytes.
 TEST(SceneMemory, InputsAreInCreationOrder) {
   Scene scene;
   std::vector<const Input*> inputs;
@@ -544,7 +544,7 @@ TEST(SceneMemory, WarningsHaveOneOrder) {
   EXPECT_EQ(first.size(), 300U);
 }
 
-TEST(SceneMemory, LongPathsAreNotKept) {
+TEST(SceneMemory, PathsOfDeepInputsAreWhole) {
   Scene scene;
   scene.setDepthLimit(20000);
   Input* input = scene.createNode("open", "n", "")->createInput("x", AttrType::Null);

@@ -69,6 +69,17 @@ TEST_F(TypedPrefix, IsZeroForOtherInputs) {
   }
 }
 
+TEST_F(TypedPrefix, OfAnArrayOfNumbersIsItsCount) {
+  read("t n: .v[1] = 1;");
+  Input& array = *scene_.findNode("n")->input("v");
+  EXPECT_EQ(typedPrefixOf(array), 2U);
+  array.truncate(0);
+  EXPECT_EQ(typedPrefixOf(array), 0U);
+  array.clearValue();
+  array.set(structureOf(AttrType::Array, static_cast<std::int32_t>(AttrType::Int)));
+  EXPECT_EQ(typedPrefixOf(array), 0U);
+}
+
 /// A change that a host makes to an array of ten buffers, and the prefix after it.
 struct Change {
   const char* name;
@@ -156,6 +167,25 @@ TEST_F(TypedPrefix, TextsSetWhateverHostsEmpty) {
       ASSERT_EQ(array.element(i)->bufferType(), DataType::Byte) << "round " << round << ", " << i;
     }
   }
+}
+
+// A node removes only its own inputs, and an input only its own members.
+TEST(InputRemoval, IgnoresInputsOfOthers) {
+  Scene scene;
+  impl::parseString(&scene, String("t n; n.o.p = 1; n.v[1] = 2; n.q.r = 3;"));
+  Node& node = *scene.findNode("n");
+  Input& object = *node.input("o");
+  auto* const member = static_cast<Input*>(object.input("p"));
+  Input& array = *node.input("v");
+  auto* const last = static_cast<Input*>(array.element(1));
+  node.removeInput(member);
+  node.removeInput(last);
+  array.removeMember(last);
+  node.input("q")->removeMember(member);
+  EXPECT_EQ(object.memberCount(), 1U);
+  EXPECT_EQ(member->integer(), 1);
+  EXPECT_EQ(array.count(), 2U);
+  EXPECT_EQ(last->integer(), 2);
 }
 
 }  // namespace

@@ -43,10 +43,10 @@ Symbols usedSymbols(std::vector<std::uint32_t>& frequencies) {
   return used;
 }
 
-// Returns the number of codes of each length. A length above `maxBits` counts as `maxBits`. Nodes 0
-// to n - 1 are the leaves, in the order of `used`. Node n + k is the k-th tree that is created. A
-// tree is created after its children, so the depths are computed backwards from the last node, the
-// root.
+// Returns the number of codes of each length. A length above `maxBits` counts as `maxBits`. The
+// first nodes are the leaves, in the order of `used`. The other nodes are the trees, in the order
+// of their creation. A tree is created after its children, so the depths are computed backwards
+// from the last node, the root.
 LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t>& frequencies,
                             unsigned maxBits) {
   const std::size_t leafCount = used.size();
@@ -81,7 +81,7 @@ LengthCounts huffmanLengths(const Symbols& used, const std::vector<std::uint32_t
 // bits, so a shorter code of n bits uses 2^(maxBits - n). A complete set uses 2^maxBits. Each step
 // replaces a shorter code and a code of `maxBits` bits by two codes that are one bit longer than
 // the shorter code. This reduces the used code space by one.
-void makeFit(LengthCounts& counts, unsigned maxBits) {
+void limitLengths(LengthCounts& counts, unsigned maxBits) {
   std::uint32_t taken = 0;
   for (unsigned bits = 1; bits <= maxBits; ++bits) taken += counts[bits] << (maxBits - bits);
   for (; taken > 1U << maxBits; --taken) {
@@ -120,7 +120,7 @@ Code codeOfLengths(std::vector<std::uint8_t> lengths) {
 Code codeOfFrequencies(std::vector<std::uint32_t> frequencies, unsigned maxBits) {
   const Symbols used = usedSymbols(frequencies);
   LengthCounts counts = huffmanLengths(used, frequencies, maxBits);
-  makeFit(counts, maxBits);
+  limitLengths(counts, maxBits);
   std::vector<std::uint8_t> lengths(frequencies.size());
   auto symbol = used.begin();
   for (unsigned bits = maxBits; bits > 0; --bits) {

@@ -23,7 +23,7 @@ void HashIndex::erase(std::uint64_t hash, std::uint64_t position) noexcept {
   --used_;
 }
 
-void HashIndex::closePosition(std::uint64_t position) noexcept {
+void HashIndex::shiftPositionsAbove(std::uint64_t position) noexcept {
   for (std::uint64_t at = 0; at < slotCount(); ++at) {
     std::uint32_t& held = slots_[at].position;
     if (held != FREE && held > position) --held;

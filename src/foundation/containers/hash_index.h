@@ -34,8 +34,9 @@ class VSA_API HashIndex {
   /// Returns the number of positions in the index.
   std::uint64_t size() const noexcept { return used_; }
 
-  /// Returns a position under `hash` for which `matches(position)` is true, or NONE. `matches` is
-  /// also called for positions under other hashes with the same low 32 bits.
+  /// Returns a position for which `matches(position)` is true, or NONE. Calls `matches` for the
+  /// positions under `hash`, and under other hashes with the same low 32 bits, until it returns
+  /// true.
   template <class Matches>
   std::uint64_t find(std::uint64_t hash, const Matches& matches) const {
     if (used_ == 0) return NONE;
@@ -61,13 +62,14 @@ class VSA_API HashIndex {
   /// 2^32 - 1 or more. After an exception the index is unchanged.
   void insert(std::uint64_t hash, std::uint64_t position);
 
-  /// Removes `position`. Does nothing if `position` is not under `hash`.
+  /// Removes `position`, which must be under `hash`. Does nothing if the index does not contain
+  /// `position`.
   void erase(std::uint64_t hash, std::uint64_t position) noexcept;
 
   /// Reduces every position above `position` by one. Call it when the element at `position` is
   /// removed from the list, after `position` was erased from the index. Takes time proportional to
-  /// the size of the index.
-  void closePosition(std::uint64_t position) noexcept;
+  /// the number of slots, which never decreases.
+  void shiftPositionsAbove(std::uint64_t position) noexcept;
 
  private:
   static constexpr std::uint32_t FREE = std::numeric_limits<std::uint32_t>::max();

@@ -21,7 +21,6 @@
 #include <limits>
 #include <type_traits>
 
-#include "foundation/base/prefetch.h"
 #include "foundation/base/sanitizers.h"
 #include "foundation/numbers/number_decimal.h"
 #include "foundation/numbers/number_list_tables.h"
@@ -37,11 +36,6 @@ constexpr size_t STEP = 64;     // The number of characters in a mask of blanks.
 // The number of ends that storeEnds stores at a time. Some of them may be unused.
 constexpr size_t SPILL = 8;
 constexpr size_t GROUP = 4;  // The number of fields that are converted together.
-
-// How many bytes ahead of the current position the kernel prefetches the input and the output. The
-// kernel does this because the hardware prefetcher stops at the end of a page.
-constexpr size_t AHEAD = 2048;
-constexpr size_t OUTPUT_AHEAD = 256;
 
 /// The ends of the fields of a chunk, as offsets from the start of the chunk.
 struct FieldEnds {
@@ -79,7 +73,6 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE void storeEnds(uint64_t blanks, uint32_t offset
 VSA_AVX2_INLINE void findEnds(const char* at, size_t length, FieldEnds& ends) {
   ends.count = 0;
   for (size_t offset = 0; offset < length; offset += STEP) {
-    detail::prefetch(at + offset, AHEAD);
     const auto* const text = reinterpret_cast<const __m256i*>(at + offset);
     const uint64_t blanks = equalBits(_mm256_loadu_si256(text), _mm256_loadu_si256(text + 1), ' ');
     storeEnds(blanks, static_cast<uint32_t>(offset), ends);
@@ -151,7 +144,7 @@ VSA_WRAPS_AROUND VSA_AVX2_INLINE GroupShape shapeOfGroup(const Group& group,
   return shape;
 }
 
-/// Moves the digits of each half to the end of the half.
+/// Moves the characters of the field in each half to the end of the half.
 VSA_AVX2_INLINE __m256i aligned(__m256i digits, uint64_t firstLength, uint64_t secondLength) {
   return _mm256_shuffle_epi8(digits,
                              bothHalves(RIGHT_ALIGN + firstLength, RIGHT_ALIGN + secondLength));
@@ -253,7 +246,6 @@ VSA_AVX2_INLINE NumberRun readGroups(const char* chunk, const FieldEnds& ends, s
                                      size_t end, const char* start, Number* out) {
   size_t i = begin;
   for (; i < end; i += GROUP) {
-    detail::prefetchForWriting(out + i, OUTPUT_AHEAD);
     if (!readGroup(start, chunk, ends.at + i, out + i)) break;
     start = chunk + ends.at[i + GROUP - 1] + 1;
   }

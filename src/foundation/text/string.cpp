@@ -1,6 +1,6 @@
 // String: its buffer, construction, comparison and searching, and the functions that return parts
-// or changed copies. The other functions are in string_escape.cpp, string_format.cpp,
-// string_hash.cpp and string_parse.cpp.
+// or changed copies. More functions are in string_escape.cpp, string_format.cpp, string_hash.cpp
+// and string_parse.cpp.
 #include <vsa/foundation/string.h>
 
 #include <algorithm>
@@ -24,9 +24,9 @@ namespace detail {
 
 namespace {
 
-// Returns the number of usable bytes in the block that malloc of glibc allocates for `wanted`
-// bytes: a multiple of 16 bytes, minus 8 bytes that malloc itself uses. Requesting all of them
-// gives the text a larger capacity without more memory.
+// Returns the number of bytes to request for `wanted` bytes. A block of glibc's malloc has a
+// multiple of 16 bytes, of which malloc itself uses 8. Requesting all others gives the text a
+// larger capacity without more memory.
 constexpr std::size_t blockBytes(std::size_t wanted) {
   return (wanted + 7) / 16 * 16 + 8;
 }
@@ -261,12 +261,7 @@ String String::trim(bool leading, bool trailing) const {
 }
 
 String String::trimChars(const String& chars, const String& /*second*/) const {
-  std::array<bool, 256> dropped{};
-  for (const char c : chars.view()) dropped[static_cast<unsigned char>(c)] = true;
-  const auto isDropped = [&](char c) { return dropped[static_cast<unsigned char>(c)]; };
-  std::string_view kept = view();
-  while (!kept.empty() && isDropped(kept.front())) kept.remove_prefix(1);
-  while (!kept.empty() && isDropped(kept.back())) kept.remove_suffix(1);
+  const std::string_view kept = detail::trimmedChars(view(), chars.view());
   return kept.size() == len() ? *this : copyOf(kept);
 }
 

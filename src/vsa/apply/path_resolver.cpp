@@ -1,6 +1,8 @@
 #include "vsa/apply/path_resolver.h"
 
 #include <vsa/scene/name_update.h>
+#include "foundation/base/white_space.h"
+#include "foundation/numbers/number_text.h"
 #include "vsa/apply/type_messages.h"
 
 namespace zn::korvo_sdk::impl {
@@ -16,8 +18,6 @@ bool isIndex(const Token& element) {
 }  // namespace
 
 IInput* PathResolver::resolve() {
-  const bool isShort = path_.size() == 2 || path_.size() == 3;
-  if (isShort && path_.back().type == Token::Type::Id) return resolveInput();
   const Token* element = nextElement();
   next_ = nextElement();
   while (element != nullptr) {
@@ -30,18 +30,6 @@ IInput* PathResolver::resolve() {
     next_ = afterNext_;
   }
   return current_;
-}
-
-// Resolves the path `node.input`, the form of most statements. This fast path makes the same calls
-// of the scene as the general code. It saves 1 % of the instructions of the scene nodes read into a
-// HostScene. The benchmark "nodes 1M into a scene without operations" shows its loss.
-IInput* PathResolver::resolveInput() {
-  const Token& element = path_.back();
-  required_ = {valueType_, AttrType::Null};
-  const String type = node_.type();
-  if (anyNodeTypes()) return current_ = step(updateInputName(type, element.text), element);
-  IInput* const found = find(element.text);
-  return current_ = found != nullptr ? found : createInput(element.text);
 }
 
 // Returns the next name or index of the path. Skips dots. Returns null at the end of the path.
@@ -131,18 +119,18 @@ void PathResolver::setElementType(IInput& array) const {
 // Converts an index: "[3]" is 3. "[*]" is the size of the array, so that the statement appends an
 // element.
 std::uint64_t PathResolver::indexOf(const String& name, const Token& element) const {
-  const String text = name.trimChars("[]", String());
+  const std::string_view text = zn::detail::trimmedChars(name.view(), "[]");
   if (text == "*") return current_->count();
   unsigned long long index = 0;
-  if (!String::parse(text, index, String::Radix::Decimal)) {
+  if (!integerFromText(text.data(), text.data() + text.size(), index)) {
     emitter_.fatal(DiagnosticId::InvalidArrayIndex, element.text);
   }
   return index;
 }
 
 // Checks the type of an existing input against the type that the rest of the path requires. Throws
-// DiagnosticError if they differ. An input of type Null has every required type. An input that
-// holds a buffer has none.
+// DiagnosticError if they differ. For two arrays, also throws if the path requires another element
+// type. An input of type Null has every required type. An input that holds a buffer has none.
 void PathResolver::checkType(IInput& found) const {
   if (found.type() == AttrType::Null) return;
   if (found.holdsBuffer(false)) typeError(required_.type, found);

@@ -25,15 +25,19 @@ class PathResolver {
   interfaces::INode& node() const noexcept { return node_; }
 
   /// Resolves the whole path. Returns null if the path has no path elements, or if the scene
-  /// neither finds nor creates the input of a path element. Throws DiagnosticError for a type
-  /// mismatch or an index that is not a number. Inputs created before the error remain in the
-  /// scene.
+  /// neither finds nor creates the input of a path element. Throws DiagnosticError if an index is
+  /// neither `*` nor an integer from 0 to 2^64 - 1, or if the type of an object or array does not
+  /// fit the rest of the path. Does not check the type of a named input at the end of the path.
+  /// Throws the exceptions of the scene and of the session. Inputs created before the error remain
+  /// in the scene.
   interfaces::IInput* resolve();
 
-  /// After `resolve`: the array that contains the target as an element, or null.
+  /// After `resolve`: if the path ends in an index, the input before this index, normally an array.
+  /// Otherwise null.
   interfaces::IInput* array() const noexcept { return array_; }
 
-  /// If `resolve` appended elements to `array()`: its size before that. Otherwise its size or 0.
+  /// After `resolve` returned an element of `array()`: the size of the array before `resolve`
+  /// appended elements to it. Has no meaning otherwise.
   std::uint64_t arrayCountBefore() const noexcept { return arrayCountBefore_; }
 
  private:
@@ -44,7 +48,6 @@ class PathResolver {
     AttrType elementType;
   };
 
-  interfaces::IInput* resolveInput();
   const Token* nextElement();
   Required required() const;
   interfaces::IInput* step(const Token& element);
@@ -66,7 +69,8 @@ class PathResolver {
   // The index of the next token in `path_`. Starts at 1, because the token at index 0 is the node's
   // name or ".".
   std::uint64_t position_ = 1;
-  // The next path element, and the path element after it. Null after the end of the path.
+  // The path element after the current one, and the path element after that. Null after the end of
+  // the path.
   const Token* next_ = nullptr;
   const Token* afterNext_ = nullptr;
   Required required_{AttrType::Null, AttrType::Null};

@@ -11,6 +11,7 @@ bool ReadSession::chargeBuffer(AssignInfo& info, std::uint64_t expandedBytes) {
   raisedBytes_ = std::min(raisedBytes_, Limits::NONE - limits.memory);
   raiseMemory(raisedBytes_);
   if (!admitsBuffer(info)) {
+    lowerMemory(raisedBytes_);
     skipBuffer(info);
     return false;
   }
@@ -24,7 +25,13 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
   remaining_ += bytes;
 }
 
-// Lowers the limit after a decompression. chargeBuffer raised the limit for the largest possible
+// If less than `bytes` remain, nothing remains.
+void ReadSession::lowerMemory(std::uint64_t bytes) noexcept {
+  limits.memory -= bytes;
+  remaining_ -= std::min(bytes, remaining_);
+}
+
+// Lowers a default limit after a decompression. chargeBuffer raised it for the largest possible
 // expansion of the text. This function lowers it again by the part that the expansion did not use.
 // If the reading then exceeds the lowered limit, or its buffers exceed seven eighths of it, the
 // buffer is larger than its text justifies. In this case the function reports the buffer, frees its
@@ -32,16 +39,14 @@ void ReadSession::raiseMemory(std::uint64_t bytes) noexcept {
 void ReadSession::endBuffer(AssignInfo& info, std::uint64_t length) {
   const std::uint64_t notUsed = raisedBytes_ - std::min(raisedBytes_, length);
   const std::uint64_t limit = limits.memory - notUsed;
-  const bool isOver = notUsed > remaining_ || bufferBytes_ > limit - limit / 8;
-  if (isOver && isDefaultMemory) {
-    refuse(Refusal::Memory, info);
-    bufferBytes_ -= info.data.payload.buffer.bytes;
-    dropValue();
-    info.data.payload.buffer.memory = nullptr;
-    skipBuffer(info);
-  }
-  limits.memory = limit;
-  remaining_ -= std::min(notUsed, remaining_);
+  const bool isOver = isDefaultMemory && (notUsed > remaining_ || bufferBytes_ > limit - limit / 8);
+  if (isOver) dropValue();
+  lowerMemory(notUsed);
+  if (!isOver) return;
+  bufferBytes_ -= info.data.payload.buffer.bytes;
+  info.data.payload.buffer.memory = nullptr;
+  refuse(Refusal::Memory, info);
+  skipBuffer(info);
 }
 
 // Returns true if the buffer may be allocated. Otherwise reports the reason. If the memory limit is
@@ -64,7 +69,6 @@ bool ReadSession::admitsBuffer(const AssignInfo& info) {
   return false;
 }
 
-// Makes the buffer empty. The input gets an empty buffer of the same element type.
 void ReadSession::skipBuffer(AssignInfo& info) {
   BufferValue& buffer = info.data.payload.buffer;
   skippedCount_ = buffer.count;
@@ -72,8 +76,8 @@ void ReadSession::skipBuffer(AssignInfo& info) {
   buffer.bytes = 0;
 }
 
-// Passes the memory of the value to the input. If the node is not kept, frees the memory and makes
-// the value an empty value of the same type.
+// Passes the memory of the value to the input. If the node is dropped, frees the memory and makes a
+// string or buffer empty. A buffer keeps its element type.
 void ReadSession::transferMemory(interfaces::IInput& input, AttrData& value) {
   if (isDropped_) {
     if (value.type == AttrType::Buffer) {

@@ -1,8 +1,8 @@
 // ReadSession: the limits, counts and ownership of one reading through the public API. Internal.
 //
-// The parser calls the session when a statement begins, before it allocates memory for the scene or
-// for a value, and before it assigns a value. The entry points of the plain interface attach no
-// session. The parser then tests one null pointer at each of these calls.
+// The parser calls the session, for example, when a statement begins, before it allocates memory
+// for the scene or for a value, and before it assigns a value. The entry points of the plain
+// interface attach no session. The parser then tests one null pointer instead of each call.
 #pragma once
 
 #include <cstdint>
@@ -35,12 +35,15 @@ class ReadSession {
   /// The reason to refuse a buffer.
   enum class Refusal : std::uint8_t {
     BufferBytes,  ///< The buffer is larger than the limit for one buffer.
-    Memory,       ///< The buffer is larger than the remaining memory.
+    /// The buffer is larger than the memory that is left for buffers, or than its compressed text
+    /// justifies (see endBuffer).
+    Memory,
     /// This buffer and all buffers before it exceed the limit for all buffers.
     BuffersInAll,
   };
 
-  /// Upper bounds. `bufferBytes` and `memory` are in bytes. `depth` is in levels of inputs.
+  /// Upper bounds. NONE means that there is no bound. `bufferBytes` (of one buffer) and `memory`
+  /// are in bytes. `depth` is in levels of inputs.
   struct Limits {
     static constexpr std::uint64_t NONE = std::numeric_limits<std::uint64_t>::max();
     std::uint64_t nodes = NONE;
@@ -69,9 +72,9 @@ class ReadSession {
   /// If true, the values and links of the nodes for which isDroppedNode returns true are dropped.
   bool dropsNodes = false;
   /// True if the limit of memory is the default limit. The default limit grows by the bytes that
-  /// compressed literals expand to. It also limits the sum of all buffers in the text. This sum
-  /// includes buffers whose value is replaced later: zeroing their memory takes time, even if the
-  /// memory is freed afterwards.
+  /// compressed literals expand to. Seven eighths of it also limit the sum of all buffers in the
+  /// text. This sum includes buffers whose value is replaced later: zeroing their memory takes
+  /// time, even if the memory is freed afterwards.
   bool isDefaultMemory = false;
 
   // These functions return the position of the parser, for diagnostics.
@@ -81,8 +84,8 @@ class ReadSession {
   TextPlace statement() const noexcept { return statement_; }
   /// Whether links are being resolved.
   bool isResolving() const noexcept { return isResolving_; }
-  /// The input whose link is being resolved. Null before the first link is resolved. After a link,
-  /// it does not change until the next link.
+  /// The input whose link is being resolved. Null before the first link and after the last link of
+  /// each table. Between two links it is the input of the first of them.
   interfaces::IInput* link() const noexcept { return link_; }
   /// The current statement if it is an assignment whose path has been read. Null for any other
   /// statement.
@@ -96,8 +99,8 @@ class ReadSession {
     return simple_->isAssignment() ? simple_->path() : std::span<const Token>();
   }
 
-  // The parser calls the following functions. The functions that count memory throw ReadStopped if
-  // the memory would exceed a limit.
+  // The parser calls the following functions. The functions that count nodes, elements or memory
+  // throw ReadStopped if a limit would be exceeded.
 
   /// Begins a statement that is read from tokens. If the statement has already been counted as a
   /// simple statement, it is not counted again.
@@ -154,7 +157,7 @@ class ReadSession {
   void endLinks() noexcept { link_ = nullptr; }
 
   /// Counts the memory of a node. Called before the node is created. `nameBytes` is the size of its
-  /// type and its name.
+  /// type and its name, or of its name alone for a `define` statement.
   void chargeNode(std::uint64_t nameBytes) {
     if (counts.nodes >= limits.nodes) exceed(Budget::Nodes);
     charge(NODE_BYTES + nameBytes);
@@ -166,7 +169,7 @@ class ReadSession {
     ++counts.elements;
   }
   /// Counts the memory of a link. Called before the link is stored. `sourceBytes` is the size of
-  /// the names on the right-hand side. Calls dropLink if the node is dropped.
+  /// the link's source. Calls dropLink if the node is dropped.
   void chargeLink(interfaces::IInput& input, std::uint64_t sourceBytes) {
     charge(LINK_BYTES + sourceBytes);
     if (isDropped_) dropLink(input);
@@ -177,14 +180,13 @@ class ReadSession {
   /// is false, the buffer is empty and keeps its type. `expandedBytes` is an upper bound of the
   /// size of the decompressed text. It is 0 for a list of numbers.
   bool chargeBuffer(AssignInfo& info, std::uint64_t expandedBytes);
-  /// Corrects the limit of memory after the compressed text of a buffer was decompressed to
-  /// `length` bytes. chargeBuffer has raised a default limit by an upper bound of this length. If
-  /// the corrected default limit is exceeded, frees the memory of the buffer and makes the buffer
-  /// empty.
+  /// Corrects a default limit of memory after the compressed text of a buffer was decompressed to
+  /// `length` bytes. chargeBuffer has raised this limit by an upper bound of the length. If the
+  /// corrected limit is exceeded, reports the buffer, frees its memory and makes it empty.
   void endBuffer(AssignInfo& info, std::uint64_t length);
 
-  /// Takes ownership of the memory of a value until the value is assigned. `memory` must be from
-  /// malloc, calloc or realloc.
+  /// Takes ownership of the memory of a value until the value is assigned or discarded. `memory`
+  /// must be from malloc, calloc or realloc. `bytes` is the size for which it was counted.
   void hold(void* memory, std::uint64_t bytes) noexcept {
     dropValue();
     held_ = memory;
@@ -204,8 +206,7 @@ class ReadSession {
   /// Frees the memory of a value that is not assigned.
   void discardValue() noexcept { dropValue(); }
 
-  /// Whether the link from `input` to `node` is kept. If the result is false, the caller clears the
-  /// input.
+  /// Whether the link from `input` to `node` is kept.
   bool mayLink(interfaces::IInput& input, interfaces::INode& node) {
     return !dropsNodes || isKeptLink(input, node);
   }
@@ -217,7 +218,7 @@ class ReadSession {
     return type != AttrType::Null && type != AttrType::Node && isOfLibrary(input);
   }
 
-  /// Makes a buffer empty, because its literal is not converted. Stores its count for keepSkipped.
+  /// Makes a buffer empty and stores its count for keepSkipped. Does not free its memory.
   void skipBuffer(AssignInfo& info);
 
   /// The bytes that are counted for the reading and not released yet.
@@ -243,8 +244,8 @@ class ReadSession {
 
   /// Ends the reading, because it exceeds `budget`. Throws ReadStopped.
   [[noreturn]] virtual void exceed(Budget budget) = 0;
-  /// Asks the host whether to cancel the reading. Called after every STATEMENTS_PER_POLL statements
-  /// and LINKS_PER_POLL links, and while a long value is converted. May throw ReadStopped.
+  /// Asks the host whether to cancel the reading. Called once per STATEMENTS_PER_POLL statements,
+  /// once per LINKS_PER_POLL links, and while a long value is converted. May throw ReadStopped.
   virtual void poll() = 0;
   /// The bytes of the current value of `input`. The input frees these bytes when it gets another
   /// value.
@@ -282,6 +283,7 @@ class ReadSession {
   void freeValue() noexcept;
   void transferMemory(interfaces::IInput& input, AttrData& value);
   void overcharge(std::uint64_t bytes);
+  void lowerMemory(std::uint64_t bytes) noexcept;
   bool admitsBuffer(const AssignInfo& info);
   void release(std::uint64_t bytes) noexcept;
   void countStatement(std::int32_t line, std::int32_t column) {
@@ -303,11 +305,11 @@ class ReadSession {
   std::uint64_t heldBytes_ = 0;
   // The bytes of limits.memory that are not used.
   std::uint64_t remaining_ = 0;
-  // The size of all buffers of the text so far.
+  // The size of all buffers of the text so far, without refused and skipped buffers.
   std::uint64_t bufferBytes_ = 0;
   // The amount by which the last buffer raised the limit of memory.
   std::uint64_t raisedBytes_ = 0;
-  // The number of elements of the skipped buffer.
+  // The number of elements of the buffer that was skipped or refused last.
   std::uint64_t skippedCount_ = 0;
   bool isResolving_ = false;
   // Whether the node of the current assignment is dropped.

@@ -55,7 +55,8 @@ class Lexer {
   void nextToken(Token& out);
 
   // Each of the following functions reads one token of its type. The token must begin at
-  // `lookaheadChar`.
+  // `lookaheadChar`. If the token is cut off or contains an invalid character, the function returns
+  // an Eof or Invalid token instead.
 
   Token comment();
   Token string();
@@ -73,7 +74,8 @@ class Lexer {
   Token invalidToken() const;
   Token unexpectedEof(const String& what) const;
   Token invalidListToken(const String& what) const;
-  /// Reads the next character or separator of a parenthesis or brace list.
+  /// Reads the next character or separator of a parenthesis or brace list. Appends it to `chars` in
+  /// normal form.
   void list(ds::Vector<char>& chars, char open, char close);
   /// Whether `lookaheadChar` may follow the first character of a number.
   bool isNumberChar() const;
@@ -82,9 +84,10 @@ class Lexer {
   /// that is being read if it is collected, otherwise those of an earlier token, or 0.
   std::uint64_t collectedBytes() const noexcept { return chars_.size; }
 
-  /// The record of the last error. For an invalid character, the lexer returns an Invalid token
-  /// whose text is the log line of the record. For a token that the end of the text cuts off, it
-  /// returns an Eof token whose text is `text` of the record.
+  /// The record of the last error. A default record if there was no error. For an invalid
+  /// character, the lexer returns an Invalid token whose text is the log line of the record. For a
+  /// token that the end of the text cuts off, it returns an Eof token whose text is `text` of the
+  /// record.
   const Diagnostic& problem() const noexcept { return problem_; }
 
   /// Returns true if a byte 0xFF ended the input before the end of the source.
@@ -105,8 +108,8 @@ class Lexer {
   const char* windowLast() const noexcept {
     return windowBegin < windowEnd ? windowEnd - 1 : windowBegin;
   }
-  /// Consumes the first `count` bytes of the window. The window must contain more than `count`
-  /// bytes.
+  /// Consumes the first `count` bytes of the window. `count` must be at least 1, and the window
+  /// must contain more than `count` bytes.
   void consumeBytes(std::size_t count) noexcept;
   /// Whether the last `count` tokens end in the current block of the source, and their offsets are
   /// known. A String is one block.
@@ -147,7 +150,6 @@ class Lexer {
   void consumeLines(std::size_t count, const LineFeeds& feeds) noexcept;
   void consumeInLine(std::size_t count) noexcept;
   void collectBytes(std::size_t count);
-  void reserveForList(std::size_t count);
   void separate(ds::Vector<char>& chars, char open, char close);
   bool readBuffered(Token& out);
   bool readLongBuffered(Token::Type type, const char* at, LineFeeds feeds, Token& out);
@@ -189,8 +191,7 @@ inline char Lexer::step(char next) noexcept {
   return previous;
 }
 
-// Consumes `count` bytes of the window. The window must contain more than `count` bytes. Only the
-// last of these `count` bytes may be a line feed.
+// Like consumeBytes. Only the last of the `count` bytes may be a line feed.
 inline void Lexer::consumeInLine(std::size_t count) noexcept {
   if (previous == '\n') {
     line = detail::wrappingSum(line, 1);
@@ -203,14 +204,12 @@ inline void Lexer::consumeInLine(std::size_t count) noexcept {
   lookaheadChar = *windowBegin;
 }
 
-// Consumes `count` bytes of the window. The window must contain more than `count` bytes.
 inline void Lexer::consumeBytes(std::size_t count) noexcept {
   consumeLines(count, countLineFeeds(windowBegin, windowBegin + count - 1));
 }
 
-// Consumes `count` bytes of the window. The window must contain more than `count` bytes. `feeds`
-// describes the line feeds before the last of these `count` bytes. The column is counted from the
-// last line feed.
+// Like consumeBytes. `feeds` describes the line feeds before the last of the `count` bytes. The
+// column is counted from the last of these line feeds.
 inline void Lexer::consumeLines(std::size_t count, const LineFeeds& feeds) noexcept {
   if (feeds.count != 0) {
     const std::size_t upToFeed = static_cast<std::size_t>(feeds.last + 1 - windowBegin);

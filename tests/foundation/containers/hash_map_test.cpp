@@ -11,7 +11,7 @@
 #include <vector>
 
 #include <vsa/foundation/string.h>
-#include "tests/support/tracked.h"
+#include "tests/foundation/containers/tracked.h"
 
 namespace zn::ds {
 namespace {

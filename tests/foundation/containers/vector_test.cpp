@@ -1,5 +1,5 @@
-// Tests of Vector: its capacity begins at 2 and doubles, and reserve() changes its size and
-// capacity.
+// Tests of Vector: its capacity is 0 at first, then 2, and then doubles. reserve() sets the
+// capacity, and removes the elements that do not fit into it.
 #include <vsa/foundation/vector.h>
 
 #include <gtest/gtest.h>
@@ -14,7 +14,7 @@
 #include <vector>
 
 #include <vsa/foundation/string.h>
-#include "tests/support/tracked.h"
+#include "tests/foundation/containers/tracked.h"
 
 namespace zn::ds {
 namespace {

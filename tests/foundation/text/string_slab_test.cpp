@@ -40,8 +40,7 @@ TEST(StringSlabs, TheFirstTextMayHaveAnyLength) {
   }
 }
 
-// The texts have the same alignment as a text with its own memory block.
-TEST(StringSlabs, EveryTextIsAlignedToEight) {
+TEST(StringSlabs, TextsAreAlignedLikeATextWithItsOwnBlock) {
   const auto placeOf = [](const String& text) {
     return reinterpret_cast<std::uintptr_t>(text.buf()) % 8;
   };

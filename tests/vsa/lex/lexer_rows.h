@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "tests/support/byte_source.h"
-#include "tests/support/plain_lexer.h"
 #include "tests/support/text.h"
 #include "tests/support/token_text.h"
+#include "tests/vsa/lex/plain_lexer.h"
 #include "vsa/lex/lexer_source.h"
 
 namespace zn::korvo_sdk::impl::lexer_tests {

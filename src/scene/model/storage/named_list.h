@@ -87,7 +87,7 @@ class NamedList {
   void remove(std::uint64_t i) noexcept {
     if (hasIndex(capacity_)) {
       index()->erase(items_[i]->name().hash(), i);
-      if (i + 1 < count_) index()->closePosition(i);
+      if (i + 1 < count_) index()->shiftPositionsAbove(i);
     }
     std::copy(items_ + i + 1, items_ + count_, items_ + i);
     --count_;
