@@ -20,12 +20,12 @@ inline vsa::Scene sceneOf(std::string_view text) {
   const zn::ScopedLogSink scope(&log);
   vsa::Scene scene;
   if (!zn::korvo_sdk::impl::parseString(&scene.plain(), zn::String::copyOf(text))) {
-    throw std::runtime_error(log.entries.back().text);
+    throw std::runtime_error(log.entries.empty() ? "not read" : log.entries.back().text);
   }
   return scene;
 }
 
-/// Returns all nodes, inputs, values and links as text.
+/// Returns the header, nodes, inputs, values and links of the scene as text.
 inline std::string dumpOf(const vsa::Scene& scene) {
   vsa_tools::TextOutput out;
   vsa_tools::dumpCase({}, scene.plain(), out);

@@ -1,5 +1,4 @@
-// Reading: opens the source, parses the text and stores the result. The functions that the parser
-// calls are in reading_session.cpp.
+// Reading: opens the source, parses the text, notes its blocks and stores the result.
 #include "api/reading/reading.h"
 
 #include <limits>
@@ -40,7 +39,8 @@ std::uint64_t defaultMemory(std::uint64_t textBytes) {
 }
 
 // Returns the store for the text of a file. Some system files contain bytes although their size is
-// 0. They can be read only once, like pipes, so a KeptText keeps the last part of them.
+// 0. Reading them again may return other bytes, so a KeptText keeps the last part of them, as for a
+// pipe.
 std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
                                    std::optional<std::uint64_t> size) {
   if (size && *size != 0) return std::make_unique<FileText>(source);
@@ -51,7 +51,7 @@ std::unique_ptr<TextStore> storeOf(const DescriptorSource& source,
 
 Reading::Reading(IScene& scene, const ReadOptions& options, ReadOutcome& outcome)
     : scene_(scene),
-      isOwnModel_(dynamic_cast<zn::korvo_sdk::Scene*>(&scene) != nullptr),
+      isLibraryScene_(dynamic_cast<zn::korvo_sdk::Scene*>(&scene) != nullptr),
       options_(options),
       outcome_(outcome),
       ending_(outcome),
@@ -116,8 +116,9 @@ void Reading::readFrom(zn::ByteSource& source, std::unique_ptr<TextStore> store,
   notifyComplete();
 }
 
-// Calls `body` and sets the status if it throws an exception. During the call, this object is the
-// diagnostic sink and the log sink of the thread.
+// Calls `body` and sets the status if it throws an exception. If this thread already reads into the
+// scene, only sets the status to Unreadable. During the call, this object is the diagnostic sink
+// and the log sink of the thread.
 template <class Body>
 void Reading::guarded(const Body& body) noexcept {
   if (isSceneBusy()) {
@@ -146,9 +147,9 @@ bool Reading::isSceneBusy() const noexcept {
   return reading != nullptr;
 }
 
-// Calls `body`, and sets the status if it throws an exception. `body` parses the text or calls the
-// scene in another way. The parser itself handles only a std::runtime_error, but a scene may throw
-// any exception.
+// Calls `body`. If it throws an exception, sets the status and throws ReadStopped. `body` parses
+// the text or calls the scene in another way. The parser itself handles only a std::runtime_error,
+// but a scene may throw any exception.
 template <class Body>
 void Reading::callScene(const Body& body) {
   try {

@@ -102,7 +102,7 @@ class Reading final : public zn::korvo_sdk::impl::ReadSession,
 
   const Reading* outer_ = nullptr;  // the enclosing reading of the same thread, or null
   IScene& scene_;
-  const bool isOwnModel_;  // true if the scene is a Scene of the library
+  const bool isLibraryScene_;  // true if the scene is a Scene of the library
   const ReadOptions& options_;
   ReadOutcome& outcome_;
   Ending ending_;

@@ -1,5 +1,4 @@
-// Reading: limits, skipped buffers, nodes that are not kept, progress and diagnostics. The parser,
-// the code that assigns values and the sinks call these functions.
+// Reading: limits, skipped buffers, nodes that are not kept, progress and diagnostics.
 #include <cstring>
 #include <exception>
 #include <new>
@@ -115,7 +114,7 @@ void Reading::stopAtLimit(Limit limit, std::uint64_t maximum, const std::string&
 }
 
 std::uint64_t Reading::bytesHeldBy(IInput& input) {
-  if (!isOwnModel_) return 0;
+  if (!isLibraryScene_) return 0;
   const auto& held = static_cast<const zn::korvo_sdk::Input&>(input);
   if (held.type() == AttrType::Buffer) return held.buffer().bytes;
   return held.type() == AttrType::String ? std::strlen(held.string()) : 0;
@@ -152,7 +151,7 @@ bool Reading::isKeptLink(IInput& input, INode& node) {
 }
 
 bool Reading::isOfLibrary(IInput& input) {
-  return isOwnModel_ || wanted_.isDropped(input);
+  return isLibraryScene_ || wanted_.isDropped(input);
 }
 
 // --- progress ---
@@ -170,8 +169,8 @@ void Reading::notifyProgress() {
   lastProgress_ = Clock::now();
 }
 
-// Makes the last call of the progress callback and ignores its result. The total is the number of
-// bytes read, because the size that a source returned may be wrong.
+// After a complete reading, makes the last call of the progress callback and ignores its result.
+// The total is the number of bytes read, because the size that a source returned may be wrong.
 void Reading::notifyComplete() {
   if (options_.onProgress == nullptr || outcome_.status != ReadStatus::Complete) return;
   ReadProgress last = progress();

@@ -13,6 +13,7 @@
 #include <vsa/diagnostics/diagnostic.h>
 #include <vsa/parse.h>
 #include <vsa/read.h>
+#include "diagnostics/emitter.h"
 #include "tests/support/declared_lamp.h"
 #include "tests/support/host_scene.h"
 #include "tools/scene_text/read_outcome.h"
@@ -210,6 +211,23 @@ TEST(DiagnosticArguments, AreFoundByTheirNames) {
   EXPECT_EQ(none.argument("found"), "");
   EXPECT_STREQ(vsa::argumentNames(static_cast<DiagnosticId>(200)), "");
   EXPECT_STREQ(vsa::argumentNames(EndMark), "");
+}
+
+TEST(DiagnosticArguments, EndAtTheFirstNulAsTheMessageDoes) {
+  const zn::String index = zn::String::copyOf(std::string_view("[1\0]", 4));
+  try {
+    zn::korvo_sdk::Emitter().fatal(zn::korvo_sdk::DiagnosticId::InvalidArrayIndex, index);
+  } catch (const zn::korvo_sdk::DiagnosticError& error) {
+    EXPECT_EQ(error.diagnostic().text.view(), "invalid input array index: [1");
+    EXPECT_EQ(error.diagnostic().argument("index").view(), "[1");
+  }
+}
+
+TEST(DiagnosticArguments, OfAMessageWithoutArgumentsAreEmpty) {
+  zn::korvo_sdk::Diagnostic record;
+  record.id = zn::korvo_sdk::DiagnosticId::CompressedDataEmpty;
+  record.arguments.emplace_back("b");
+  EXPECT_TRUE(record.argument("").isEmpty());
 }
 
 // The records that the plain entry points give to a sink have arguments, too.

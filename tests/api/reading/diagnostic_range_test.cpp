@@ -52,6 +52,7 @@ const RangeRow RANGE_ROWS[] = {
     {InvalidToken, "lamp sun: .power = 50«%»;", "sun.power"},
     {InvalidToken, "lamp sun:\nlamp moon; .power = 50«%»;", "sun.power"},
     {InvalidToken, "lamp «%»sun;"},
+    {InvalidListToken, "sun: {«x»}", "", 0},
     // Strings, lists and texts that end too early.
     {UnexpectedEof, "lamp sun;\n  «\"»never closed;\n"},
     {UnexpectedEof, "lamp sun;«{»1 2 3"},
@@ -101,6 +102,7 @@ const RangeRow RANGE_ROWS[] = {
     {CannotAssignType, "curve f:\n.keys[0] = 1;\n.keys[1] = «2.5»;\n", "f.keys[1]"},
     {CannotAssignType, "ball b:\n.radius = 1;\n.radius.«x» = 2.5;\n", "b.radius"},
     {CannotAssignType, "ball b:\n.radius = 1;\nb.radius«[0]» = 2.5;\n", "b.radius"},
+    {CannotAssignType, "ball b:\n.radius = 1;\nb.radius.«x[0].y» = 2.5;\n", "b.radius"},
     {Narrowing, "lamp sun;\nsun.n = 1;\nsun.n = «2.7» ;\n", "sun.n"},
     {WrongType, "lamp sun;\nsun.n = 1;\nsun.n = «vec3 (1 2 3)»;\n", "sun.n"},
     {WrongType, "lamp sun;\nsun.n[*] = 1;\nsun.n = «\"a\n but found b\"»;\n", "sun.n"},
@@ -275,6 +277,81 @@ TEST(DiagnosticRange, IsTheLinkAtWhichAHostThrowsOrLogs) {
     expectRangeOfAct(host, "sun.at.setNode",
                      {HostError, "lamp sun;\n«sun.at = sun;»\nlamp star;\n", "sun.at"});
   }
+}
+
+/// A record that a host throws, as a DiagnosticError, in the first call that begins with `call`.
+/// Its arguments need not match the text of the row.
+struct HostRecord {
+  std::string_view call;
+  std::vector<std::string> arguments;
+  RangeRow row;
+};
+
+const HostRecord HOST_RECORDS[] = {
+    // The record names another input than the statement, or the input itself as an array.
+    {"q.createInput v",
+     {"Int", "", "Array", "z.z"},
+     {CannotAssignType, "mesh q;\n«q.v» = 1;\na y;", "z.z"}},
+    {"q.createInput v",
+     {"Int", "", "Array", "q.v"},
+     {CannotAssignType, "mesh q;\n«q.v» = 1;\na y;", "q.v"}},
+    // The record names a part that the statement does not have.
+    {"q.createInput v", {"[9]"}, {InvalidArrayIndex, "mesh q;\n«q.v» = 1;\na y;", "q.v"}},
+    {"q.createInput v",
+     {"Int", "", "Node", "q.v"},
+     {CannotAssignType, "mesh q;\n«q.v» = 1;\na y;", "q.v"}},
+    {"q.createInput v",
+     {"5", "9", "byte", "2"},
+     {TooManyElements, "mesh q;\nq.v = byte[2] «{1 2}»;\na y;", "q.v"}},
+    {"q.createInput v", {}, {TooManyElements, "mesh q;\nq.v = byte[2] «{1 2}»;\na y;", "q.v"}},
+    {"q.createInput v",
+     {"byte"},
+     {UnreadableBuffer, "mesh q;\nq.v = byte[2] «{1 2}»;\na y;", "q.v"}},
+    // No rule finds a range: it is the last character of the token that was consumed last.
+    {"q.createInput v",
+     {"5", "9", "byte", "2"},
+     {TooManyElements, "mesh q;\nq.v = 1«;»\na y;", "q.v"}},
+    {"q.createInput v", {"byte"}, {UnreadableBuffer, "mesh q;\nq.v = 1«;»\na y;", "q.v"}},
+    {"q.createInput v", {}, {NoOutputToConnect, "mesh q;\nq.v = 1«;»\na y;", "q.v"}},
+    {"q.createInput v", {"!"}, {InvalidToken, "mesh q;\nq.v = 1«;»\na y;", "q.v"}},
+    {"createNode lamp moon", {";", ""}, {BadToken, "mesh q;\nlamp moon«;»"}},
+    // There is no statement while inputs are released.
+    {"q.v.release", {}, {UnrecognizedToken, "mesh q;\nq.v = q;\n«»"}},
+    {"q.v.release", {";", ""}, {BadToken, "mesh q;\nq.v = q;\n«»"}},
+};
+
+// A host can throw any record. Whatever it contains, the range is in the text.
+TEST(DiagnosticRange, OfARecordThatAHostThrowsIsInTheText) {
+  for (const HostRecord& thrown : HOST_RECORDS) {
+    zn::korvo_sdk::Diagnostic record;
+    record.id = static_cast<zn::korvo_sdk::DiagnosticId>(thrown.row.id);
+    for (const std::string& each : thrown.arguments) {
+      record.arguments.push_back(zn::String::copyOf(each));
+    }
+    HostScene scene;
+    scene.options.onCall = [&](const std::string& call) {
+      if (call.starts_with(thrown.call)) throw zn::korvo_sdk::DiagnosticError(record);
+    };
+    const std::string text = Marked(thrown.row.marked).text;
+    expectRange(thrown.row, vsa::readTextInto(scene, text));
+    HostScene other;
+    other.options.onCall = scene.options.onCall;
+    TestSource source(text);
+    expectRange(thrown.row, vsa::readSourceInto(other, source));
+  }
+}
+
+// The bytes after the statement are not lexed if they are too many.
+TEST(DiagnosticRange, OfARecordThatAHostThrowsIsInALongText) {
+  zn::korvo_sdk::Diagnostic record;
+  record.id = zn::korvo_sdk::DiagnosticId::UnreadableBuffer;
+  HostScene scene;
+  scene.options.onCall = [&](const std::string& call) {
+    if (call.starts_with("q.createInput v")) throw zn::korvo_sdk::DiagnosticError(record);
+  };
+  const RangeRow row{UnreadableBuffer, "mesh q;\nq.v = 1«;»\n", "q.v"};
+  const std::string text = Marked(row.marked).text + "# " + std::string(100'000, 'c');
+  expectRange(row, vsa::readTextInto(scene, text));
 }
 
 // Inputs are released when all links of their kind have been resolved. No statement of the text is

@@ -165,6 +165,49 @@ TEST(HostCalls, ATextThatAHostsSceneParsesMayBeReportedToASinkOfItsOwn) {
   EXPECT_TRUE(log.lines().empty());
 }
 
+/// A sink of a host that keeps the ids of the records it gets.
+struct RecordedIds final : zn::korvo_sdk::DiagnosticSink {
+  void report(const zn::korvo_sdk::Diagnostic& found) override { ids.push_back(found.id); }
+  std::vector<zn::korvo_sdk::DiagnosticId> ids;
+};
+
+// The host's sink gets the record of a message that another scene of the host writes in a call. The
+// reading gets the line, as it gets all lines that a host logs in a call.
+TEST(HostCalls, AMessageOfAnotherSceneIsReportedToTheSinkThatTheHostHasSet) {
+  RecordedIds sink;
+  zn::korvo_sdk::Scene other;
+  zn::korvo_sdk::impl::parseString(&other, zn::String("a b; b.i = 1;"));
+  HostScene scene;
+  scene.options.onCall = [&](const std::string& call) {
+    if (!call.starts_with("createNode")) return;
+    const zn::korvo_sdk::ScopedDiagnosticSink own(&sink);
+    other.nodeAt(0)->input("i")->setNode(other.nodeAt(0));
+  };
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun;");
+  using zn::korvo_sdk::DiagnosticId;
+  EXPECT_EQ(sink.ids, std::vector<DiagnosticId>{DiagnosticId::CannotAssignNode});
+  ASSERT_EQ(outcome.diagnostics.size(), 1U);
+  EXPECT_EQ(outcome.diagnostics[0].id, vsa::DiagnosticId::HostMessage);
+}
+
+// The sinks of the reading are not active while the host parses a text. The sink that the host has
+// set before that stays.
+TEST(HostCalls, ATextThatAHostsSceneParsesIsReportedToTheSinkThatTheHostHasSet) {
+  RecordedIds sink;
+  zn::korvo_sdk::Scene other;
+  HostScene scene;
+  scene.options.onCall = [&](const std::string& call) {
+    if (!call.starts_with("createNode")) return;
+    const zn::korvo_sdk::ScopedDiagnosticSink own(&sink);
+    zn::korvo_sdk::impl::parseString(&other, zn::String("a b; b.i = 1; b.i = 2.5;"));
+  };
+  const vsa_tests::LoggedLines log;
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp sun;");
+  using zn::korvo_sdk::DiagnosticId;
+  EXPECT_EQ(sink.ids, std::vector<DiagnosticId>{DiagnosticId::Narrowing});
+  EXPECT_TRUE(outcome.diagnostics.empty());
+}
+
 TEST(HostCalls, AParserWithinAReadingWithinAReadingIsOfNeither) {
   struct ReadingScene : ParsingScene {
     void clearComments() override {

@@ -211,6 +211,65 @@ TEST(ReadLimits, MemoryGrowsByWhatCompressedBuffersExpandTo) {
       "limit of memory to allow it");
 }
 
+// A buffer whose compressed text has `blocks` empty blocks of ten digits and one block that expands
+// to one byte. The text raises the default limit of memory while it is decompressed.
+std::string oneByteInALongText(const std::string& declared, int blocks) {
+  std::string text = "x.b = byte[" + declared + "] {.78da";
+  for (int i = 0; i < blocks; ++i) text += "000000ffff";
+  return text + "4b040000620062};\n";
+}
+
+// Before the decompression, the limit is high enough for 80,000,000 bytes, because the text could
+// expand to so many. Its result of one byte does not justify them.
+TEST(ReadLimits, ABufferIsLeftOutIfItsTextExpandsToTooLittle) {
+  const std::string before = "a x; x.c = byte[5000000] {1};\n";
+  const ReadResult fits = vsa::readText(before + oneByteInALongText("60000000", 16'000));
+  EXPECT_TRUE(fits.isComplete()) << fits.message;
+  const ReadResult result = vsa::readText(before + oneByteInALongText("80000000", 16'000) +
+                                          "a y; x.d = byte[60000000] {2};\n");
+  expectLeftOut(Limit::Memory, result);
+  EXPECT_EQ(result.errorCount, 1U);
+  EXPECT_EQ(result.message,
+            "the buffer byte[80000000] of x.b (80000000 bytes, 160019 bytes of compressed text "
+            "written) needs more memory than the limit of 83119365 bytes leaves for buffers; raise "
+            "the limit of memory to allow it");
+  EXPECT_EQ(result.diagnostics[1].inputPath, "x.b");
+  EXPECT_EQ(result.scene["x"]["b"].buffer().count(), 0U);
+  EXPECT_EQ(result.scene["x"]["b"].buffer().elementType(), zn::korvo_sdk::DataType::Byte);
+  EXPECT_EQ(result.scene["x"]["d"].buffer().count(), 60'000'000U);
+  EXPECT_EQ(result.scene.plain().nodeCount(), 2U);
+}
+
+// The elements of the array and the buffer together need more memory than the text allows, although
+// the buffer alone does not.
+TEST(ReadLimits, ABufferIsLeftOutIfOtherMemoryLeavesTooLittle) {
+  const std::string buffer = oneByteInALongText("60000000", 12'000);
+  vsa::Scene scene;
+  scene.plain().setEmptyElementLimit(1'000'000);
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "a x; x.v[900000] = 1;\n" + buffer);
+  EXPECT_EQ(outcome.limit, Limit::Memory) << outcome.message;
+  EXPECT_EQ(outcome.errorCount, 1U);
+  EXPECT_TRUE(outcome.applied.linksResolved);
+  EXPECT_EQ(scene["x"]["b"].buffer().count(), 0U);
+  EXPECT_TRUE(vsa::readText("a x;\n" + buffer).isComplete());
+}
+
+// A limit that the host has set is not raised, and buffers may take all of it.
+TEST(ReadLimits, ACompressedBufferMayTakeAllOfALimitOfTheHost) {
+  const std::string text = "a x;\n" + oneByteInALongText("100000", 0);
+  EXPECT_TRUE(vsa::readText(text, limitedTo({.memory = 101'000})).isComplete());
+  expectLeftOut(Limit::Memory, vsa::readText(text, limitedTo({.memory = 100'000})));
+}
+
+// The limit is raised only for a literal that is decompressed.
+TEST(ReadLimits, ACompressedBufferThatIsLeftOutDoesNotRaiseTheLimit) {
+  const std::string text = "a x;\n" + oneByteInALongText("200000000", 16'000);
+  const ReadResult result = vsa::readText(text + "x.c = byte[100000000] {1};\n");
+  expectLeftOut(Limit::Memory, result);
+  EXPECT_EQ(result.errorCount, 2U);
+  EXPECT_EQ(result.scene["x"]["c"].buffer().count(), 0U);
+}
+
 TEST(ReadLimits, MemoryOfReplacedValuesIsGivenBack) {
   std::string text = "a x:\n";
   for (int i = 0; i < 100; ++i) text += ".b = byte[10000000] {1};\n";
@@ -375,7 +434,7 @@ TEST(ReadLimits, CountNoNodeThatTheHostRefuses) {
   EXPECT_EQ(outcome.applied.nodes, 0U);
 }
 
-TEST(ReadLimits, MemoryOfATextWithoutASizeMayBeUnlimited) {
+TEST(ReadLimits, TheDefaultIsUnlimitedForASourceThatAnnouncesUnlimitedBytes) {
   TestSource source("a x; x.b = float[2] {1 2};", 5);
   source.announced = vsa::UNLIMITED;
   EXPECT_TRUE(vsa::readSource(source).isComplete());

@@ -242,6 +242,17 @@ TEST(ReadOptions, AReadingMayReadAnotherTextInACallback) {
   EXPECT_EQ(inner, 2U);
 }
 
+// The host is asked between two pieces of a long string, and the reading goes on.
+TEST(ReadProgress, IsAskedForWhileALongStringIsUnescaped) {
+  std::string text = "a x; x.s = \"";
+  for (int i = 0; i < 3'000'000; ++i) text += "\\\"b";
+  ReadOptions options;
+  options.onProgress = [](const vsa::ReadProgress&) { return true; };
+  const vsa::ReadResult result = vsa::readText(text + "\";", options);
+  EXPECT_TRUE(result.isComplete()) << result.message;
+  EXPECT_EQ(result.scene["x"]["s"].string("").size(), 6'000'000U);
+}
+
 }  // namespace
 
 }  // namespace vsa_tests

@@ -82,6 +82,20 @@ TEST(SkippedBuffer, IsLoadedFromAFileWithAByteOrderMark) {
   expectLoads(vsa::readFile(file.path(), skipping()), file.path());
 }
 
+TEST(SkippedBuffer, IsNotLoadedFromATextThatEndsEarlier) {
+  const ReadResult result = vsa::readText(TEXT, skipping());
+  const vsa::SkippedBuffer& skipped = result.skippedBuffers[0];
+  const std::size_t begin = static_cast<std::size_t>(skipped.literal.begin.offset);
+  const std::size_t end = static_cast<std::size_t>(skipped.literal.end.offset);
+  const std::string_view text = TEXT;
+  for (const std::size_t bytes : {std::size_t{0}, begin - 1, begin, begin + 1, end - 1}) {
+    const LoadedBuffer loaded = vsa::loadBufferFromText(text.substr(0, bytes), skipped);
+    EXPECT_EQ(loaded.status, ReadStatus::Unreadable) << bytes;
+    EXPECT_EQ(loaded.message, vsa::loadBufferFromText("", skipped).message) << bytes;
+  }
+  EXPECT_TRUE(vsa::loadBufferFromText(text.substr(0, end), skipped).isComplete());
+}
+
 TEST(SkippedBuffer, HasItsProblemsWhereTheyAre) {
   const ReadResult result = vsa::readText(TEXT, skipping());
   const LoadedBuffer bad = vsa::loadBufferFromText(TEXT, result.skippedBuffers[3]);

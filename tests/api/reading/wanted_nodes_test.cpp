@@ -141,6 +141,26 @@ TEST(WantedNodes, WorkForAHostsScene) {
   }
 }
 
+// An input of a dropped node belongs to a scene of the library, which refuses a reference to an
+// input of another type. An input of the host's scene gets each reference.
+TEST(WantedNodes, OfAHostsSceneReportAReferenceThatADroppedInputRefuses) {
+  HostScene scene;
+  const std::string text = "lamp a: .v = 1; .v = b;\nlamp b: .v = 1; .v = a;\n";
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, text, wanting({"a"}));
+  ASSERT_EQ(outcome.diagnostics.size(), 1U);
+  EXPECT_EQ(outcome.diagnostics[0].id, vsa::DiagnosticId::CannotAssignNode);
+  EXPECT_EQ(outcome.diagnostics[0].inputPath, "b.v");
+}
+
+TEST(WantedNodes, LoseAReferenceIfTheNextIsToADroppedNode) {
+  vsa::Scene scene;
+  ASSERT_TRUE(vsa::readTextInto(scene, "lamp a: .w = a;").isComplete());
+  EXPECT_EQ(scene["a"]["w"].node().name(), "a");
+  const vsa::ReadOutcome outcome = vsa::readTextInto(scene, "lamp b; a.w = b;", wanting({"a"}));
+  EXPECT_TRUE(outcome.isComplete()) << outcome.message;
+  EXPECT_FALSE(scene["a"]["w"].node());
+}
+
 TEST(WantedNodes, TakeNoMemoryForValuesThatAreDropped) {
   std::string text = "mesh m:\n";
   for (int i = 0; i < 200; ++i) text += ".b" + std::to_string(i) + " = byte[1000000] {1};\n";

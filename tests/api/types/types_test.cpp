@@ -86,12 +86,24 @@ TEST(Types, AreTheClosedTypesOfTheReaderOnceRegistered) {
 
 TEST(Types, MayBeginWithAByteOrderMark) {
   EXPECT_TRUE(vsa::readTypes("\xEF\xBB\xBF{\"types\":{}}").isValid());
+}
+
+TEST(Types, MayHaveARangeOfOneNumber) {
   EXPECT_TRUE(
       vsa::readTypes("{\"types\":{\"a\":{\"inputs\":{\"x\":{\"min\":1,\"max\":1}}}}}").isValid());
-  // The members of an Object are not described.
+}
+
+// The current name of a former name may be that of a member of `x`. A description does not contain
+// the members of an Object, so the name is not checked.
+TEST(Types, MayHaveFormerNamesOfMembers) {
   EXPECT_TRUE(vsa::readTypes("{\"types\":{\"a\":{\"inputs\":{\"x\":{\"type\":\"Object\"}},"
                              "\"formerInputs\":{\"old\":\"member\"}}}}")
                   .isValid());
+  // An input without a type may become an Object.
+  EXPECT_TRUE(vsa::readTypes("{\"types\":{\"a\":{\"inputs\":{\"x\":{}},"
+                             "\"formerInputs\":{\"old\":\"member\"}}}}")
+                  .isValid());
+  EXPECT_TRUE(vsa::readTypes("{\"description\":\"of lamps\",\"types\":{}}").isValid());
 }
 
 /// An invalid text and its problem. The problem is at the byte after the mark "^".
@@ -171,8 +183,8 @@ TEST(Types, AreRefusedWithALineAndAColumn) {
   EXPECT_EQ(read.place.column, 10U);
 }
 
-// Every prefix of a valid text is refused. A text with one byte replaced is read or refused, but
-// never crashes.
+// Every proper prefix of a valid text is refused. A text with one byte replaced is read or refused,
+// but never crashes.
 TEST(Types, AreReadOrRefusedWhateverTheText) {
   for (std::size_t i = 0; i < EXAMPLE.size(); ++i) {
     EXPECT_FALSE(vsa::readTypes(EXAMPLE.substr(0, i)).isValid()) << i;

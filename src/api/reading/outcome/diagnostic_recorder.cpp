@@ -259,7 +259,12 @@ void DiagnosticRecorder::locate(Diagnostic& diagnostic) {
 void DiagnosticRecorder::setRange(Diagnostic& diagnostic, std::uint64_t start,
                                   const Problem& problem) {
   currentStatement_ = start;
-  const StatementTokens tokens(store_, index_, start, problem.noticed);
+  // A token that begins no statement is found among the first tokens. The rest of the statement may
+  // be long, and each of its tokens may be such a token, too.
+  const auto extent = diagnostic.id == DiagnosticId::UnrecognizedToken
+                          ? StatementTokens::Extent::Beginning
+                          : StatementTokens::Extent::Statement;
+  const StatementTokens tokens(store_, index_, start, problem.noticed, extent);
   std::optional<SourceRange> range = findSourceRange(problem, tokens);
   if (!range) {
     const std::uint64_t last = std::max(problem.noticed, start + 1) - 1;

@@ -32,8 +32,8 @@ std::uint64_t lineFeeds(std::string_view bytes) {
 }  // namespace
 
 StatementTokens::StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
-                                 std::uint64_t noticed)
-    : start_(start), noticed_(noticed) {
+                                 std::uint64_t noticed, Extent extent)
+    : start_(start), noticed_(noticed), extent_(extent) {
   none_.begin = none_.end = index.end();
   const std::uint64_t rest = index.end() - std::min(start, index.end());
   for (std::uint64_t wanted = FIRST_BYTES;; wanted *= 4) {
@@ -45,7 +45,7 @@ StatementTokens::StatementTokens(TextStore& store, const TextIndex& index, std::
   items_.clear();
 }
 
-// Lexes `bytes`. Returns false if the statement continues after `bytes`. `isWhole` is true if
+// Lexes `bytes`. Returns false if the statement may continue after `bytes`. `isWhole` is true if
 // `bytes` includes the end of the text.
 bool StatementTokens::lex(std::string_view bytes, bool isWhole) {
   items_.clear();
@@ -75,7 +75,7 @@ bool StatementTokens::isComplete() const noexcept {
   if (last.end < noticed_) return false;
   if (last.type == Type::Semicolon) return true;
   const bool isFarAfter = items_.size() > 3 && items_[items_.size() - 3].begin >= noticed_;
-  return noticed_ > start_ && isFarAfter;
+  return (noticed_ > start_ || extent_ == Extent::Beginning) && isFarAfter;
 }
 
 std::size_t StatementTokens::countUpTo(std::uint64_t offset) const noexcept {
@@ -90,9 +90,7 @@ std::string_view StatementTokens::bytesFrom(std::uint64_t offset) const noexcept
 }
 
 std::string_view StatementTokens::bytesOf(const Item& item) const noexcept {
-  if (items_.empty()) return {};
-  return bytes_.substr(static_cast<std::size_t>(item.begin - start_),
-                       static_cast<std::size_t>(item.end - item.begin));
+  return bytesFrom(item.begin).substr(0, static_cast<std::size_t>(item.end - item.begin));
 }
 
 }  // namespace vsa

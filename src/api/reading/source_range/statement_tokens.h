@@ -1,4 +1,5 @@
-// StatementTokens: the tokens of one statement with the offsets of their bytes. Internal.
+// StatementTokens: the tokens from the start of a statement to a problem, with the offsets of their
+// bytes. Internal.
 //
 // The parser stores only the position of the last character of each token. If a statement has a
 // problem, it is therefore lexed a second time.
@@ -33,21 +34,26 @@ class StatementTokens {
     bool isCutOff = false;  // whether this is a string or list that the end of the text cuts off
   };
 
+  /// How far to lex if the parser has noticed the problem before it has consumed a token: the whole
+  /// statement, or only its first tokens.
+  enum class Extent { Statement, Beginning };
+
   /// Lexes from `start` on. `noticed` is the offset after the token at which the parser detected a
   /// problem. Lexing stops after a ";" that ends at or after `noticed`. It also stops at the end of
   /// the text, at an invalid character, and after the comment if the statement is a comment. If
-  /// `noticed` is after `start`, lexing stops at the latest after three tokens that begin at or
-  /// after `noticed`. If the bytes are not available any more, or if these would be more than
-  /// MAX_BYTES, there are no tokens.
+  /// `noticed` is after `start`, or `extent` is Beginning, lexing stops at the latest after three
+  /// tokens that begin at or after `noticed`. If the bytes are not available any more, or if these
+  /// would be more than MAX_BYTES, there are no tokens.
   StatementTokens(TextStore& store, const TextIndex& index, std::uint64_t start,
-                  std::uint64_t noticed);
+                  std::uint64_t noticed, Extent extent = Extent::Statement);
 
   std::size_t size() const noexcept { return items_.size(); }
   /// The token at index `i`, or a token of type Eof if there is none.
   const Item& operator[](std::size_t i) const noexcept {
     return i < items_.size() ? items_[i] : none_;
   }
-  /// Returns the number of tokens that end at or before `offset`.
+  /// Returns the number of tokens that end at or before `offset`. Eof and Invalid tokens do not
+  /// count.
   std::size_t countUpTo(std::uint64_t offset) const noexcept;
   /// Returns the bytes from `offset` to the end of the lexed bytes. `offset` must not be before the
   /// first token.
@@ -67,6 +73,7 @@ class StatementTokens {
 
   std::uint64_t start_;
   std::uint64_t noticed_;
+  Extent extent_;
   std::string_view bytes_;
   std::vector<Item> items_;
   Item none_{};

@@ -7,7 +7,8 @@ namespace vsa {
 
 namespace {
 
-// Returns the 64-bit number that is nearest to `known` and whose low 32 bits are `wrapped`.
+// Returns the 64-bit number that is nearest to `known` and whose low 32 bits are `wrapped`, or 0 if
+// that number is negative.
 std::uint64_t unwrapped(std::uint64_t known, std::uint32_t wrapped) {
   constexpr std::int64_t TURN = std::int64_t{1} << 32;
   std::int64_t difference = std::int64_t{wrapped} - std::int64_t{static_cast<std::uint32_t>(known)};
@@ -24,7 +25,7 @@ TextIndex::TextIndex(TextStore& store) : store_(store) {
 
 void TextIndex::addBlock(std::uint64_t offset, const Lexer* lexer) {
   const Mark& last = marks_.back();
-  if (lexer == nullptr || offset < last.offset + MIN_BLOCK_BYTES) return;
+  if (lexer == nullptr || offset < last.offset + MIN_MARK_DISTANCE) return;
   Mark mark{offset, unwrapped(last.line, static_cast<std::uint32_t>(lexer->line)), 0};
   // The column of the lexer has only 32 bits. If the line began before the last mark, the column is
   // computed from that mark.

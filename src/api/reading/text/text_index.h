@@ -1,10 +1,11 @@
 // TextIndex: converts lines and columns to offsets, and offsets to lines and columns. Internal.
 //
 // A token has a 32-bit line and column and no offset. When the lexer requests a block of the text,
-// the index stores the position of the block. To find another position, the index reads the text
-// again from the nearest stored position before it, and counts the line feeds. For a text without
-// problems, the index only stores positions, at most one for each block, and reads no bytes again.
-// There is one exception: with BufferMode::Skip, it finds the position of each literal.
+// the index stores the position of the block, unless the last stored position is less than 64 KiB
+// before it. To find another position, the index reads the text again from the nearest stored
+// position before it, or from the line that it found last, and counts the line feeds. For a text
+// without problems, the index only stores positions, at most one for each block, and reads no bytes
+// again. There is one exception: with BufferMode::Skip, it finds the position of each literal.
 #pragma once
 
 #include <cstdint>
@@ -27,7 +28,6 @@ class TextIndex {
   /// Called before a block is read. `offset` is the offset of its first byte. The lookahead of
   /// `lexer` is the byte before `offset`. `lexer` is null if there is no lexer yet.
   void addBlock(std::uint64_t offset, const Lexer* lexer);
-  /// Sets the number of bytes that were read.
   void setEnd(std::uint64_t end) noexcept { end_ = end; }
   /// The number of bytes that were read.
   std::uint64_t end() const noexcept { return end_; }
@@ -48,7 +48,7 @@ class TextIndex {
   static constexpr std::size_t PIECE_BYTES = 16384;
   // The minimum distance in bytes between two stored positions. Without it, a pipe that returns
   // blocks of a few bytes would cause a stored position every few bytes.
-  static constexpr std::uint64_t MIN_BLOCK_BYTES = 65536;
+  static constexpr std::uint64_t MIN_MARK_DISTANCE = 65536;
 
   // A byte with a known position.
   struct Mark {
