@@ -13,12 +13,13 @@ using zn::korvo_sdk::headerValue;
 using zn::korvo_sdk::setsTime;
 using zn::korvo_sdk::setsVersion;
 
-bool isCarried(std::string_view comment) {
+bool isRepresentable(std::string_view comment) {
   constexpr std::string_view FORBIDDEN("\n\r\0\xFF", 4);
   return comment.starts_with('#') && comment.find_first_of(FORBIDDEN) == std::string_view::npos;
 }
 
-/// The version and the time that the comments contain.
+/// The version and the time that a text with these comments sets: those of the last comment with
+/// one.
 struct HeaderValues {
   unsigned long long version = 0;
   bool hasVersion = false;
@@ -43,34 +44,34 @@ HeaderText::HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form)
 }
 
 void HeaderText::checkComments() {
-  HeaderValues said;
+  HeaderValues found;
   for (std::uint64_t i = 0; i < scene_.fileCommentCount(); ++i) {
     const String comment = scene_.fileComment(i);
-    if (isCarried(comment.view())) {
-      said.add(comment);
+    if (isRepresentable(comment.view())) {
+      found.add(comment);
     } else {
       problems_.push_back(reasons::COMMENT);
     }
   }
-  checkVersion(said.version, said.hasVersion);
-  checkTime(said.time);
+  checkVersion(found.version, found.hasVersion);
+  checkTime(found.time);
 }
 
-void HeaderText::checkVersion(unsigned long long said, bool isSaid) {
+void HeaderText::checkVersion(unsigned long long found, bool isFound) {
   const unsigned long long version = scene_.fileVersion();
-  if (isSaid ? version == said : version <= zn::korvo_sdk::VSX_FILE_VERSION_1) return;
+  if (isFound ? version == found : version <= zn::korvo_sdk::VSX_FILE_VERSION_1) return;
   if (form_ != HeaderForm::Complete) return problems_.push_back(reasons::VERSION);
-  (isSaid ? last_ : first_) += "# version: " + std::to_string(version) + '\n';
+  (isFound ? last_ : first_) += "# version: " + std::to_string(version) + '\n';
 }
 
-void HeaderText::checkTime(const String& said) {
+void HeaderText::checkTime(const String& found) {
   const String time = scene_.fileTime();
-  if (time == said) return;
+  if (time == found) return;
   const String comment = String("# time: ") + time;
-  const bool isSaying = isCarried(comment.view()) && setsTime(comment.view()) && !time.isEmpty() &&
-                        headerValue(comment.view()) == time.view();
-  if (!isSaying || form_ != HeaderForm::Complete) return problems_.push_back(reasons::TIME);
-  std::string& place = said.isEmpty() ? first_ : last_;
+  const bool setsSameTime = isRepresentable(comment.view()) && setsTime(comment.view()) &&
+                            !time.isEmpty() && headerValue(comment.view()) == time.view();
+  if (!setsSameTime || form_ != HeaderForm::Complete) return problems_.push_back(reasons::TIME);
+  std::string& place = found.isEmpty() ? first_ : last_;
   place.append(comment.view()) += '\n';
 }
 
@@ -79,7 +80,7 @@ void HeaderText::put(TextBuffer& out) const {
   out.put(first_);
   for (std::uint64_t i = 0; i < scene_.fileCommentCount(); ++i) {
     const String comment = scene_.fileComment(i);
-    if (!isCarried(comment.view())) continue;
+    if (!isRepresentable(comment.view())) continue;
     out.put(comment.view());
     out.put('\n');
   }

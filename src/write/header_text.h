@@ -16,18 +16,16 @@ class HeaderText {
  public:
   HeaderText(const zn::korvo_sdk::Scene& scene, HeaderForm form);
 
-  /// The problems: one text of reasons.h for each comment that no text can represent, with
-  /// HeaderForm::Comments for a version or time that the comments do not contain, and with
-  /// HeaderForm::Complete for a time that no added comment can contain. There are none for
-  /// HeaderForm::None.
+  /// The problems: one text of reasons.h for each comment that no text can represent, one for a
+  /// time that no added comment can contain, and with HeaderForm::Comments one for a version or
+  /// time for which HeaderForm::Complete would add a comment. There are none for HeaderForm::None.
   const std::vector<const char*>& problems() const { return problems_; }
-  /// Writes the comments.
   void put(TextBuffer& out) const;
 
  private:
   void checkComments();
-  void checkVersion(unsigned long long said, bool isSaid);
-  void checkTime(const zn::String& said);
+  void checkVersion(unsigned long long found, bool isFound);
+  void checkTime(const zn::String& found);
 
   const zn::korvo_sdk::Scene& scene_;
   HeaderForm form_;

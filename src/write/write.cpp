@@ -99,7 +99,7 @@ void guarded(WriteResult& result, const Sink& sink, const Write& write) noexcept
   try {
     try {
       write();
-    } catch (const impl::SinkFailed&) {
+    } catch (const impl::WriteFailed&) {
       fail(result, WriteStatus::Unwritable, sink.error());
     } catch (const std::bad_alloc&) {
       fail(result, WriteStatus::OutOfMemory, {});
@@ -140,9 +140,9 @@ WriteResult writeToFile(const Plain& plain, const std::filesystem::path& path,
   WriteResult result;
   FileReplacement file;
   guarded(result, file, [&] {
-    if (!file.open(path)) throw impl::SinkFailed();
+    if (!file.open(path)) throw impl::WriteFailed();
     writeScene(plain(), file, options, result);
-    if (result.isWritten() && !file.replace()) throw impl::SinkFailed();
+    if (result.isWritten() && !file.replace()) throw impl::WriteFailed();
   });
   return result;
 }

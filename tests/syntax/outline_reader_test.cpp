@@ -149,6 +149,13 @@ TEST(OutlineReaderTest, AgreesOnLongStatements) {
   }
 }
 
+// A comment at the start of a further part is the whole part.
+TEST(OutlineReaderTest, AgreesOnAPartThatBeginsWithAComment) {
+  std::string text;
+  for (int i = 0; i < 65536; ++i) text += "w ";
+  EXPECT_EQ(expectSameStatements(text + "# c\nt n; u o;"), 4);
+}
+
 TEST(OutlineReaderTest, Parts) {
   vsa::OutlineReader statements("box.keys[0].time=vec3 (1 2 3); .image = rgba8[2] {.4A};");
   StatementOutline statement;

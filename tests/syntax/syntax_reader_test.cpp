@@ -91,6 +91,19 @@ TEST(SyntaxReaderTest, PassesOnWhatTheSourceThrows) {
   EXPECT_THROW(reader.next(), int);
 }
 
+// A reader that was moved continues where the other one stopped.
+TEST(SyntaxReaderTest, ContinuesAfterAMove) {
+  vsa::SyntaxReader first("a b c");
+  EXPECT_EQ(first.next().text, "a");
+  vsa::SyntaxReader second(std::move(first));
+  EXPECT_EQ(second.next().text, "b");
+  vsa::SyntaxReader third("x");
+  third = std::move(second);
+  const vsa::SyntaxToken last = third.next();
+  EXPECT_EQ(last.text, "c");
+  EXPECT_EQ(last.range.begin.offset, 4U);
+}
+
 std::vector<std::string> elementsOf(std::string_view text) {
   std::vector<std::string> elements;
   vsa::ListReader list(text);
@@ -113,6 +126,42 @@ TEST(ListReaderTest, Elements) {
   EXPECT_EQ(elementsOf("(1 )"), (Texts{"1"}));
   EXPECT_EQ(elementsOf("(1 , )"), (Texts{"1", ""}));
   EXPECT_EQ(elementsOf("()"), Texts{});
+  EXPECT_EQ(elementsOf(""), Texts{});
+}
+
+// A statement of more than 65536 tokens is delivered in parts, and so is one whose tokens have more
+// than 16 MiB. A source and a text in memory have the same parts of so many tokens.
+TEST(StatementReaderTest, DeliversALongStatementInParts) {
+  std::string text;
+  for (int i = 0; i < 70000; ++i) text += "a ";
+  text += "; b c;";
+  StepSource source(text, 4096);
+  vsa::StatementReader ofSource(source);
+  vsa::StatementReader ofText{std::string_view(text)};
+  vsa::SyntaxStatement fromSource, fromText;
+  for (const std::size_t tokens : {65536U, 4465U, 3U}) {
+    ASSERT_TRUE(ofSource.next(fromSource));
+    ASSERT_TRUE(ofText.next(fromText));
+    EXPECT_EQ(fromSource.tokens.size(), tokens);
+    EXPECT_EQ(fromText.tokens.size(), tokens);
+    EXPECT_EQ(fromSource.kind, fromText.kind);
+  }
+  EXPECT_FALSE(ofSource.next(fromSource));
+}
+
+TEST(StatementReaderTest, DeliversAStatementOfManyBytesInParts) {
+  const std::string name(100'000, 'a');
+  std::string text;
+  for (int i = 0; i < 200; ++i) text += name + ' ';
+  text += ';';
+  StepSource source(text, 65536);
+  vsa::StatementReader reader(source);
+  vsa::SyntaxStatement statement;
+  std::size_t tokens = 0;
+  int parts = 0;
+  for (; reader.next(statement); ++parts) tokens += statement.tokens.size();
+  EXPECT_EQ(parts, 2);
+  EXPECT_EQ(tokens, 201U);
 }
 
 StatementKind kindOf(std::string_view text) {

@@ -131,6 +131,22 @@ TEST(Layout, LinesAreNoLongerThanTheWidth) {
   }
 }
 
+// The last line has the closing brace and the semicolon, too. With enough counts, it is full for
+// one of them.
+TEST(Layout, TheLastLineIsNoLongerThanTheWidth) {
+  WriteOptions options;
+  for (const std::size_t width : {24, 25, 40}) {
+    options.lineWidth = width;
+    std::size_t longest = 0;
+    for (std::size_t count = 1; count <= 50; ++count) {
+      const std::vector<std::string> lines = linesOf(DataType::Byte, count, options);
+      longest = std::max(longest, lines.back().size());
+    }
+    EXPECT_GE(longest + 1, width);
+    EXPECT_LE(longest, width);
+  }
+}
+
 TEST(Layout, LinesAreFull) {
   WriteOptions options;
   options.lineWidth = 40;

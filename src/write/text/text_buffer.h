@@ -11,8 +11,8 @@
 
 namespace vsa::impl {
 
-/// The exception for a sink that returned false. It ends the call of the writing function.
-struct SinkFailed {};
+/// The exception for a sink that returned false, and for a file that cannot be opened or replaced.
+struct WriteFailed {};
 
 class TextBuffer {
  public:
@@ -23,9 +23,10 @@ class TextBuffer {
   explicit TextBuffer(Sink& sink)
       : sink_(sink), block_(new char[BLOCK_BYTES]), end_(block_.get()) {}
 
-  /// Returns memory for `count` characters after the text. The memory is valid until the next call
-  /// of a function that appends. If the block has not enough room, the function first flushes the
-  /// block. If the sink fails, it throws SinkFailed, like all functions that append.
+  /// Returns memory for `count` characters after the text, at most MAX_RESERVED. The memory is
+  /// valid until the next call of a function that appends. If the block has not enough room, the
+  /// function first flushes the block. If the sink fails, it throws WriteFailed, like all functions
+  /// that append.
   char* reserve(std::size_t count) {
     if (static_cast<std::size_t>(block_.get() + BLOCK_BYTES - end_) < count) flush();
     return end_;
@@ -50,13 +51,13 @@ class TextBuffer {
   /// The number of bytes that the sink has accepted.
   std::uint64_t flushed() const { return flushed_; }
 
-  /// Passes the characters in the block to the sink, if there are any. Throws SinkFailed if the
+  /// Passes the characters in the block to the sink, if there are any. Throws WriteFailed if the
   /// sink fails.
   void flush() {
     const std::string_view text(block_.get(), static_cast<std::size_t>(end_ - block_.get()));
     end_ = block_.get();
     if (text.empty()) return;
-    if (!sink_.write(text)) throw SinkFailed();
+    if (!sink_.write(text)) throw WriteFailed();
     flushed_ += text.size();
   }
 

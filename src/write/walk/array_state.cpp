@@ -14,7 +14,7 @@ namespace {
 // The maximum number of elements that the statement of a later element may create. There is a
 // maximum, because these elements count towards the limit of empty elements of the scene that reads
 // the text (see Scene::emptyElementLimit).
-constexpr std::uint64_t MAX_MADE_BY_LATER = 1024;
+constexpr std::uint64_t MAX_CREATED_BY_LATER = 1024;
 
 bool isBare(Input& element) {
   return element.type() == AttrType::Array && element.count() == 0 &&
@@ -26,9 +26,9 @@ bool isBare(Input& element) {
 /// need no statement. (A statement "[]" would create an empty array, but the reader would report
 /// it.) Exception: returns 0 if an element before it is not an empty array, has an element type or
 /// has a connection, because such an element needs a statement. Also returns 0 if none of the first
-/// MAX_MADE_BY_LATER elements has elements.
+/// MAX_CREATED_BY_LATER elements has elements.
 std::uint64_t firstWritten(Input& array) {
-  const std::uint64_t end = std::min(array.count(), MAX_MADE_BY_LATER);
+  const std::uint64_t end = std::min(array.count(), MAX_CREATED_BY_LATER);
   for (std::uint64_t i = 0; i < end; ++i) {
     Input& element = static_cast<Input&>(*array.element(i));
     if (!isBare(element)) {

@@ -22,7 +22,7 @@ namespace {
 
 // The plan for an input that already has the right value in the scene of the reader. Its statement
 // is a link, because a link is the only form that does not change the value.
-constexpr Plan UNCHANGED{Form::Link};
+constexpr Plan LINK_ONLY{Form::Link};
 
 Plan problem(const char* reason) {
   return {Form::Inside, reason};
@@ -36,14 +36,14 @@ bool canBecome(Input& input) {
 
 Plan planOfArray(Input& array, const Start& start) {
   if (array.count() > 0) return {Form::Inside};
-  if (array.elementType() == start.elementType && start.exists) return UNCHANGED;
+  if (array.elementType() == start.elementType && start.exists) return LINK_ONLY;
   if (array.elementType() == AttrType::Null) return {Form::EmptyArray};
   return problem(reasons::TYPED_EMPTY_ARRAY);
 }
 
 Plan planOfObject(Input& object, const Start& start) {
   if (object.memberCount() > 0) return {Form::Inside};
-  return start.exists ? UNCHANGED : Plan{Form::EmptyObject};
+  return start.exists ? LINK_ONLY : Plan{Form::EmptyObject};
 }
 
 Plan planOfReal(double value) {
@@ -70,7 +70,7 @@ bool hasDeclaredSize(const BufferValue& buffer) {
 }
 
 Plan planOfBuffer(const BufferValue& buffer, const Start& start) {
-  if (buffer.count == 0 && start.exists && buffer.type == start.bufferType) return UNCHANGED;
+  if (buffer.count == 0 && start.exists && buffer.type == start.bufferType) return LINK_ONLY;
   if (buffer.type == DataType::Null) return problem(reasons::UNTYPED_BUFFER);
   if (start.bufferType != DataType::Null && buffer.type != start.bufferType) {
     return problem(reasons::DECLARED_TYPE);
@@ -91,7 +91,7 @@ bool isZeroText(const char* text) {
   return *text == '\0';
 }
 
-/// Whether `input` has the value that a new input of its type has.
+/// Whether `input` has the value that a new input of its type has. Returns false for a buffer.
 bool isZero(const Input& input) {
   switch (input.type()) {
     case AttrType::Bool:
@@ -153,7 +153,7 @@ Plan planOf(Input& input, const Start& start) {
   }
   const Plan plan = planOfValue(input, start);
   if (!start.refusesValues || plan.form != Form::Value) return plan;
-  return isZero(input) ? UNCHANGED : problem(reasons::REFUSED_VALUE);
+  return isZero(input) ? LINK_ONLY : problem(reasons::REFUSED_VALUE);
 }
 
 }  // namespace vsa::impl

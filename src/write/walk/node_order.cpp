@@ -6,7 +6,8 @@ using zn::korvo_sdk::Node;
 
 namespace {
 
-constexpr std::size_t KEPT = std::size_t{1} << 15;
+// The maximum number of nodes that a pass over the scene returns.
+constexpr std::size_t NODES_PER_PASS = std::size_t{1} << 15;
 
 bool isBefore(const NamedNode& a, const NamedNode& b) {
   return a.name.view() < b.name.view();
@@ -17,8 +18,8 @@ bool isBefore(const NamedNode& a, const NamedNode& b) {
 std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const NamedNode* last) {
   std::vector<NamedNode> nodes;
   const auto keepFirst = [&nodes] {
-    if (nodes.size() <= KEPT) return;
-    const auto end = nodes.begin() + KEPT;
+    if (nodes.size() <= NODES_PER_PASS) return;
+    const auto end = nodes.begin() + NODES_PER_PASS;
     std::nth_element(nodes.begin(), end, nodes.end(), isBefore);
     nodes.erase(end, nodes.end());
   };
@@ -26,7 +27,7 @@ std::vector<NamedNode> nextByName(const zn::korvo_sdk::Scene& scene, const Named
     const NamedNode named{node.name(), &node};
     if (last != nullptr && !isBefore(*last, named)) return;
     nodes.push_back(named);
-    if (nodes.size() == 2 * KEPT) keepFirst();
+    if (nodes.size() == 2 * NODES_PER_PASS) keepFirst();
   });
   keepFirst();
   std::sort(nodes.begin(), nodes.end(), isBefore);
