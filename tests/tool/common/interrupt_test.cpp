@@ -33,6 +33,14 @@ TEST_F(InterruptTest, CheckPrintsWhatItFound) {
   EXPECT_NE(said.find("interrupted"), said.npos) << said;
 }
 
+// The types are incomplete when Ctrl-C ends their reading. That is no error in them.
+TEST_F(InterruptTest, CheckEndsWhileItReadsTypes) {
+  write("a.vsa", "{\"types\": [");
+  write("b.vsa", "lamp a;");
+  EXPECT_EQ(statusOf(interrupted("check --types /dev/stdin b.vsa", "test $i -gt 10")), 130);
+  EXPECT_EQ(content("stderr.txt"), "");
+}
+
 // The workers of b.vsa, c.vsa and d.vsa have too many findings to keep. They await their turns
 // until Ctrl-C ends the first file.
 TEST_F(InterruptTest, CheckPrintsNoFileAfterTheInterruptedOne) {
@@ -81,6 +89,13 @@ TEST_F(InterruptTest, CheckDoesNotReplaceAFileByItsFirstPart) {
                      "vsa=$!; sleep 0.0$i; kill -INT $vsa; wait $vsa; "
                      "test $(stat -c %s a.vsa) -ge $(stat -c %s whole.vsa) || exit 99; done"),
             0);
+}
+
+// A node with the name may be in the part of the text that was not read.
+TEST_F(InterruptTest, TreeDoesNotSayThatANameIsMissing) {
+  write("a.vsa", "lamp a: .k = 1;\n");
+  EXPECT_EQ(statusOf(interrupted("tree --name b -", "test $i -gt 10")), 130);
+  EXPECT_EQ(content("stderr.txt").find("no node"), std::string::npos) << content("stderr.txt");
 }
 
 TEST_F(InterruptTest, DumpPrintsWhatItRead) {

@@ -137,10 +137,21 @@ TEST_F(FmtCommandTest, WrongUse) {
   EXPECT_EQ(vsa("fmt -i /dev/null").status, 2);
 }
 
-TEST_F(FmtCommandTest, RefusesAPipeThatIsNamed) {
-  EXPECT_EQ(statusOf("mkfifo pipe; echo 'lamp a;' >pipe & " VSA_COMMAND " fmt pipe 2>stderr.txt"),
-            2);
-  EXPECT_EQ(content("stderr.txt"), "vsa: pipe: not a regular file\n");
+TEST_F(FmtCommandTest, ReadsAPipeThatIsNamed) {
+  EXPECT_EQ(statusOf("mkfifo pipe; echo 'lamp  a;' >pipe & " VSA_COMMAND " fmt pipe >out.txt"), 0);
+  EXPECT_EQ(content("out.txt"), "lamp a;\n");
+  EXPECT_EQ(statusOf(":; echo 'lamp  a;' >pipe & " VSA_COMMAND " fmt --check pipe 2>err.txt"), 1);
+  EXPECT_EQ(content("err.txt"), "vsa: pipe: not formatted\n");
+  EXPECT_EQ(statusOf("cat /dev/zero 2>err.txt | " VSA_COMMAND
+                     " fmt --max-text 1000 /dev/stdin >out.txt 2>err.txt"),
+            1);
+  EXPECT_NE(content("err.txt").find("not read completely"), std::string::npos);
+}
+
+// Nobody writes to the pipe, so opening it would wait.
+TEST_F(FmtCommandTest, DoesNotReplaceAPipe) {
+  EXPECT_EQ(statusOf("mkfifo pipe; " VSA_COMMAND " fmt -i pipe 2>err.txt"), 2);
+  EXPECT_EQ(content("err.txt"), "vsa: pipe: not a regular file\n");
 }
 
 TEST_F(FmtCommandTest, TellsWhenOutputCannotBeWritten) {

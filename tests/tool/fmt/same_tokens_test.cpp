@@ -83,6 +83,18 @@ TEST(SameTokensTest, FindsOtherTokens) {
   }
 }
 
+TEST(SameTokensTest, IsNotSameBeforeTheEnd) {
+  vsa::SyntaxReader expected("t n;"), reader("t n;");
+  TokenComparison comparison(expected);
+  for (int i = 0; i < 3; ++i) {
+    comparison.add(reader.next());
+    EXPECT_FALSE(comparison.hasDifference());
+    EXPECT_FALSE(comparison.isSame());
+  }
+  comparison.add(reader.next());  // EndOfText
+  EXPECT_TRUE(comparison.isSame());
+}
+
 // The expected result is that of comparing the numbers one by one.
 TEST(SameTokensTest, TakesTheCommonNumbers) {
   constexpr std::string_view PARTS[] = {"1", "12", "1.5", "-1", " ", " ", "\n", " , "};

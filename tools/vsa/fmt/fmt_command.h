@@ -14,7 +14,7 @@ namespace vsa_tools {
 /// the file, replaces the file, or lists the files that would change.
 class FmtCommand final : public Command {
  public:
-  FmtCommand() : Command("fmt", "Format texts: white space only, every token is kept") {}
+  FmtCommand() : Command("fmt", "Format texts; every token stays as it is written") {}
   void addTo(CommandOptions& options) override;
   int run() override;
 

@@ -1,6 +1,8 @@
 // TextFile: a text that can be read more than once. It is a file, or a temporary copy of standard
-// input.
+// input or of a pipe.
 #pragma once
+
+#include <sys/stat.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -21,29 +23,38 @@ struct CloseFile {
 };
 using FilePointer = std::unique_ptr<std::FILE, CloseFile>;
 
-/// The byte order mark of UTF-8.
 inline constexpr std::string_view BYTE_ORDER_MARK = "\xEF\xBB\xBF";
 
 /// An open text. A byte order mark at its beginning is not part of the text.
 class TextFile {
  public:
-  /// Opens the file `name`. "-" is standard input. Returns false if the file cannot be read. Then
-  /// problem() returns the reason.
-  bool open(const std::string& name);
+  /// Opens the file `name`. "-" is standard input. Standard input and named pipes are copied to a
+  /// temporary file. The copy ends after more than `maxBytes` bytes, so that the reading finds that
+  /// the text is too long. Returns false if the file cannot be read. Then problem() returns the
+  /// reason. If Ctrl-C ends the copying, returns true: the text is then incomplete.
+  bool open(const std::string& name, std::uint64_t maxBytes = vsa::UNLIMITED);
+  /// Closes the file, so that it takes no descriptor. A temporary copy stays open.
+  void close();
+  /// Opens the file again after close(). Returns false if it cannot be opened, or if it is another
+  /// file now or has changed since open().
+  bool reopen();
 
   /// The file descriptor for TextFileSource.
   int descriptor() const { return ::fileno(file_.get()); }
   /// The offset at which the text begins, after a byte order mark.
   std::size_t begin() const { return hasMark_ ? BYTE_ORDER_MARK.size() : 0; }
   bool hasMark() const { return hasMark_; }
-  /// The system's error message.
+  /// The reason why open() or reopen() failed.
   const std::string& problem() const { return problem_; }
 
  private:
   bool fail();
-  bool copyInput();
+  bool copy(int input, std::uint64_t maxBytes);
+  bool readMark();
 
   FilePointer file_;
+  std::string name_;       // empty if the text is a temporary copy
+  struct stat status_ {};  // that of the file when it was opened
   bool hasMark_ = false;
   std::string problem_;
 };

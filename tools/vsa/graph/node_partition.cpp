@@ -62,7 +62,7 @@ NodePartition refinePartition(NodePartition partition, const std::vector<Indexed
   return partition;
 }
 
-NodePartition joinRarest(const NodePartition& partition, std::size_t maxGroups) {
+NodePartition joinSmallest(const NodePartition& partition, std::size_t maxGroups) {
   if (partition.groups <= maxGroups) return partition;
   std::vector<std::size_t> sizes(partition.groups), order(partition.groups);
   for (const std::uint32_t group : partition.groupOf) ++sizes[group];

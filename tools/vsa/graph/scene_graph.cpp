@@ -44,7 +44,6 @@ class Numbering {
   std::unordered_map<std::string, std::uint32_t> numbers_;
 };
 
-/// Builds the graph of one scene.
 class GraphBuilder {
  public:
   GraphBuilder(vsa::SceneView scene, std::size_t maxGroups) : scene_(scene), maxGroups_(maxGroups) {
@@ -83,7 +82,7 @@ class GraphBuilder {
       return single;
     }
     const NodePartition byType{typeOf_, types_.texts.size()};
-    return joinRarest(refinePartition(byType, links_, maxGroups_), maxGroups_);
+    return joinSmallest(refinePartition(byType, links_, maxGroups_), maxGroups_);
   }
 
   void addGroups(const NodePartition& partition) {

@@ -25,9 +25,9 @@ bool looksLikeUtf32(std::string_view head) {
          isUtf32(head, false) || isUtf32(head, true);
 }
 
-/// Returns whether the file is probably UTF-16. A text begins with an ASCII character, whose high
-/// byte is NUL in UTF-16: the place of this NUL shows the byte order. Most NUL bytes must be high
-/// bytes, because a low byte is NUL in only one of 256 characters.
+/// Returns whether the file is probably UTF-16. A text usually begins with an ASCII character,
+/// whose high byte is NUL in UTF-16: the place of this NUL shows the byte order. Most NUL bytes
+/// must be high bytes, because a low byte is NUL in only one of 256 characters.
 bool looksLikeUtf16(std::string_view head) {
   if (head.starts_with("\xFF\xFE") || head.starts_with("\xFE\xFF")) return true;
   std::size_t nuls[2] = {0, 0};
@@ -43,6 +43,14 @@ bool looksLikeUtf16(std::string_view head) {
 const char* foreignEncoding(std::string_view head) {
   if (looksLikeUtf32(head)) return "UTF-32";
   return looksLikeUtf16(head) ? "UTF-16" : nullptr;
+}
+
+const char* compressorOf(std::string_view head) {
+  if (head.starts_with("\x1F\x8B\x08")) return "gzip";
+  if (head.starts_with("\x28\xB5\x2F\xFD")) return "zstd";
+  if (head.starts_with("\xFD\x37zXZ\0"sv)) return "xz";
+  const bool isBzip2 = head.starts_with("BZh") && head.substr(4).starts_with("1AY&SY");
+  return isBzip2 ? "bzip2" : nullptr;
 }
 
 }  // namespace vsa_tools

@@ -1,6 +1,7 @@
 #include "tools/vsa/merge/merge_command.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <vsa/file_replacement.h>
 #include <vsa/syntax.h>
@@ -76,8 +77,11 @@ std::string MergeCommand::otherName(const std::string& name, const std::set<std:
 
 int MergeCommand::read(std::size_t index) {
   Part& part = parts_[index];
-  if (!part.file.open(part.name)) {
+  vsa::ReadOptions options = reading_.options();
+  const std::uint64_t maxBytes = std::exchange(options.limits.textBytes, vsa::UNLIMITED);
+  if (!part.file.open(part.name, maxBytes)) {
     progress_->hide();
+    if (isInterrupted()) return EXIT_INTERRUPTED;
     printError(part.name + ": " + part.file.problem());
     return EXIT_USAGE;
   }
@@ -85,15 +89,19 @@ int MergeCommand::read(std::size_t index) {
   NodeNames names;
   TextFileSource text = sourceOf(index);
   ShortListSource source(text, vsa::UNLIMITED);
-  vsa::ReadOptions options = reading_.options();
   options.keptDiagnostics = 0;
   bool hasBrokenLinks = false;
   options.onDiagnostic = [&](const vsa::Diagnostic& found) {
     hasBrokenLinks = hasBrokenLinks || isBrokenLink(found.id);
   };
-  const bool isComplete = vsa::readSourceInto(names, source, options).isComplete();
+  // The limit is tested here, because the reader receives a changed text.
+  const bool isTooLong = text.size().value_or(0) > maxBytes;
+  const bool isComplete = !isTooLong && vsa::readSourceInto(names, source, options).isComplete();
   progress_->hide();
-  if (isComplete) return addNames(part, names, hasBrokenLinks);
+  if (isComplete) {
+    part.file.close();
+    return addNames(part, names, hasBrokenLinks);
+  }
   if (isInterrupted()) return EXIT_INTERRUPTED;
   TextFileSource again(part.file);
   for (const std::string& line : endingDiagnostics(part.name, again, reading_)) printLine(line);
@@ -102,6 +110,7 @@ int MergeCommand::read(std::size_t index) {
 }
 
 // Returns the source of a text. Each text is read twice: first to be checked, then to be written.
+// In between, its file is closed, because a merge may have more files than a process may open.
 TextFileSource MergeCommand::sourceOf(std::size_t index) {
   Part& part = parts_[index];
   const std::uint64_t total = 2 * TextFileSource(part.file).size().value_or(0);
@@ -121,6 +130,11 @@ int MergeCommand::readAll(const std::vector<std::string>& names) {
 
 bool MergeCommand::writeTo(vsa::Sink& sink) {
   for (std::size_t i = 0; i < parts_.size(); ++i) {
+    TextFile& file = parts_[i].file;
+    if (!file.reopen()) {
+      readError_ = parts_[i].name + ": " + file.problem();
+      return false;
+    }
     TextFileSource source = sourceOf(i);
     vsa::SyntaxReader reader(source);
     if (!writeRenamed(reader, parts_[i].renames, sink)) return false;
@@ -128,6 +142,7 @@ bool MergeCommand::writeTo(vsa::Sink& sink) {
       readError_ = parts_[i].name + ": " + source.error();
       return false;
     }
+    file.close();
   }
   return true;
 }

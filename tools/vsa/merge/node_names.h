@@ -4,42 +4,34 @@
 #include <set>
 #include <string>
 
-#include <vsa/model/scene.h>
+#include "tools/vsa/common/scene/forwarding_scene.h"
 
 namespace vsa_tools {
 
 /// A scene that stores the names of its nodes, even after they are removed.
-class NodeNames final : public zn::korvo_sdk::interfaces::IScene {
+class NodeNames final : public ForwardingScene {
  public:
   /// The names of all nodes that the text creates or removes. The text may remove a node without
   /// creating it, because an earlier text of the merge may create it.
   const std::set<std::string>& used() const { return used_; }
   /// Returns whether a node of that name is in the scene.
-  bool has(const std::string& name) const { return scene_.nodeNamed(name) != nullptr; }
+  bool has(const std::string& name) const { return scene().nodeNamed(name) != nullptr; }
 
-  // The functions of IScene.
-
-  zn::korvo_sdk::Node* findNode(const zn::String& name) override { return scene_.findNode(name); }
   zn::korvo_sdk::Node* createNode(const zn::String& type, const zn::String& name,
                                   const zn::String& reserved) override {
     used_.emplace(name.view());
-    return scene_.createNode(type, name, reserved);
+    return ForwardingScene::createNode(type, name, reserved);
   }
   zn::korvo_sdk::Node* defineNode(const zn::String& name) override {
     used_.emplace(name.view());
-    return scene_.defineNode(name);
+    return ForwardingScene::defineNode(name);
   }
   void removeNode(const zn::String& name) override {
     used_.emplace(name.view());
-    scene_.removeNode(name);
+    ForwardingScene::removeNode(name);
   }
-  void setFileVersion(unsigned long long version) override { scene_.setFileVersion(version); }
-  void setFileTime(const zn::String& time) override { scene_.setFileTime(time); }
-  void pushFileComment(const zn::String&) override {}
-  void clearComments() override {}
 
  private:
-  zn::korvo_sdk::Scene scene_;
   std::set<std::string> used_;
 };
 

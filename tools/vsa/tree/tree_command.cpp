@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "tools/vsa/common/interrupt.h"
 #include "tools/vsa/common/output/exit_status.h"
 #include "tools/vsa/common/output/standard_output.h"
 #include "tools/vsa/common/scene/scene_file.h"
@@ -41,7 +42,8 @@ int TreeCommand::run() {
   const std::uint64_t roots = printTree(file.result.scene, options_, out);
   const int written = finish(out);
   const bool chooses = !options_.names.empty() || !options_.types.empty();
-  if (roots > 0 || !chooses) return std::max(file.exitStatus, written);
+  // After Ctrl-C, a node with such a name may be missing.
+  if (roots > 0 || !chooses || isInterrupted()) return std::max(file.exitStatus, written);
   printError(file.name + ": no node has such a name and type");
   return std::max<int>(EXIT_NOT_READ, written);
 }

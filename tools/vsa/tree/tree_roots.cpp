@@ -23,9 +23,9 @@ class RootSearch {
     }
     std::vector<vsa::NodeView> roots;
     for (const vsa::NodeView node : scene_.nodes()) {
-      const bool isInCircle = !isReached_[slotOf(node)];
-      if (isInCircle) reachFrom(node);
-      if (isInCircle || !isTarget_[slotOf(node)]) roots.push_back(node);
+      const bool isUnreached = !isReached_[slotOf(node)];
+      if (isUnreached) reachFrom(node);
+      if (isUnreached || !isTarget_[slotOf(node)]) roots.push_back(node);
     }
     return roots;
   }

@@ -6,12 +6,35 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
+#include <utility>
 
 #include "tools/scene_text/printable_text.h"
 
 namespace vsa_tools {
 
-std::string safeLines(std::string_view text) {
+namespace {
+
+// Returns the number of bytes of the UTF-8 character that begins with the byte `first`. Returns 1
+// if no longer character begins with it.
+std::size_t characterBytes(unsigned char first) {
+  if (first >= 0xF0) return 4;
+  if (first >= 0xE0) return 3;
+  return first >= 0xC0 ? 2 : 1;
+}
+
+// Returns the number of bytes at the end of the text that begin a UTF-8 character and do not
+// complete it.
+std::size_t incompleteBytes(std::string_view text) {
+  constexpr std::size_t MAX_INCOMPLETE = 3;
+  for (std::size_t count = 1; count <= std::min(MAX_INCOMPLETE, text.size()); ++count) {
+    const auto byte = static_cast<unsigned char>(text[text.size() - count]);
+    const bool isContinuation = (byte & 0xC0) == 0x80;
+    if (!isContinuation) return count < characterBytes(byte) ? count : 0;
+  }
+  return 0;
+}
+
+std::string printableLines(std::string_view text) {
   std::string safe;
   while (!text.empty()) {
     const std::size_t end = std::min(text.find('\n'), text.size());
@@ -22,22 +45,37 @@ std::string safeLines(std::string_view text) {
   return safe;
 }
 
+}  // namespace
+
+std::string PrintableParts::add(std::string_view part) {
+  const std::string text = std::exchange(rest_, {}).append(part);
+  const std::size_t complete = text.size() - incompleteBytes(text);
+  rest_ = text.substr(complete);
+  return printableLines(std::string_view(text).substr(0, complete));
+}
+
+std::string PrintableParts::end() {
+  return printableLines(std::exchange(rest_, {}));
+}
+
 OutputSink::OutputSink() : isTerminal_(::isatty(STDOUT_FILENO) == 1) {
 }
 
-bool OutputSink::fail() {
+bool OutputSink::put(std::string_view text) {
+  if (std::fwrite(text.data(), 1, text.size(), stdout) == text.size()) return true;
   problem_ = std::string("cannot write the text: ") + std::strerror(errno);
   return false;
 }
 
 bool OutputSink::write(std::string_view text) {
-  const std::string safe = isTerminal_ ? safeLines(text) : std::string();
-  if (isTerminal_) text = safe;
-  return std::fwrite(text.data(), 1, text.size(), stdout) == text.size() || fail();
+  return isTerminal_ ? put(parts_.add(text)) : put(text);
 }
 
 bool OutputSink::flush() {
-  return std::fflush(stdout) == 0 || fail();
+  if (!put(parts_.end())) return false;
+  if (std::fflush(stdout) == 0) return true;
+  problem_ = std::string("cannot write the text: ") + std::strerror(errno);
+  return false;
 }
 
 }  // namespace vsa_tools

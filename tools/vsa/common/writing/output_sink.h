@@ -8,7 +8,21 @@
 
 namespace vsa_tools {
 
-/// Writes to standard output. On a terminal, the text is escaped by safeLines().
+/// Escapes the parts of a text by printable(), except that line feeds remain. A UTF-8 character may
+/// begin in one part and end in the next one.
+class PrintableParts {
+ public:
+  /// Returns the escaped text of what add() has not returned yet and of `part`. A character that
+  /// `part` does not complete is left for the next call.
+  std::string add(std::string_view part);
+  /// Returns the escaped bytes of a character that no part has completed.
+  std::string end();
+
+ private:
+  std::string rest_;
+};
+
+/// Writes to standard output. On a terminal, the text is escaped by PrintableParts.
 class OutputSink final : public vsa::Sink {
  public:
   OutputSink();
@@ -18,13 +32,11 @@ class OutputSink final : public vsa::Sink {
   std::string error() const override { return problem_; }
 
  private:
-  bool fail();
+  bool put(std::string_view text);
 
   bool isTerminal_;
+  PrintableParts parts_;
   std::string problem_;
 };
-
-/// Returns `text` escaped by printable(), except that line feeds remain.
-std::string safeLines(std::string_view text);
 
 }  // namespace vsa_tools

@@ -13,14 +13,14 @@ constexpr char NO_TYPE[] = "?";
 }  // namespace
 
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
-                          std::uint64_t partBytes) {
+                          std::uint64_t partBytes, const ShortListSource::TokenObserver& observer) {
   vsa::ReadOptions options = arguments.options();
   options.keptDiagnostics = 0;
   // The limit is tested here, because it is about the original text and the reader receives a
-  // changed text.
+  // changed text. A text of unknown size is not tested.
   if (text.size().value_or(0) > options.limits.textBytes) return {};
   options.limits.textBytes = vsa::UNLIMITED;
-  ShortListSource source(text, partBytes);
+  ShortListSource source(text, partBytes, observer);
   ReadingCheck all;
   do {
     const vsa::ReadResult read = vsa::readSource(source, options);
@@ -32,6 +32,7 @@ ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments,
     all.errors += read.errorCount;
     all.warnings += read.warningCount;
   } while (all.isComplete && source.nextPart());
+  if (observer) source.observeRest();
   return all;
 }
 

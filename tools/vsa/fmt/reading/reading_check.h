@@ -11,7 +11,8 @@
 
 namespace vsa_tools {
 
-/// The result of a reading: what it counted. Texts with the same tokens have equal results.
+/// The result of a reading: what it counted. Texts with the same tokens have equal results, unless
+/// a limit, Ctrl-C or an error of the source ends a reading.
 struct ReadingCheck {
   bool isComplete = false;
   std::uint64_t nodes = 0;
@@ -24,14 +25,18 @@ struct ReadingCheck {
   bool operator==(const ReadingCheck&) const = default;
 };
 
-/// Reads a text through a ShortListSource, which needs little memory. If the text has several parts
-/// and a part changes a node of an earlier one, the result is not complete. Only a reading of the
-/// whole text then shows whether the text has a mistake.
+/// Reads a text through a ShortListSource, which needs little memory. The result is not complete if
+/// the text is longer than the arguments allow, and if it has several parts and one of them changes
+/// a node of an earlier one. Only a reading of the whole text then shows whether the text has a
+/// mistake. `observer` receives all tokens of the text, even if the reading ends early. Exception:
+/// it receives none if the text is longer than the arguments allow.
 ReadingCheck checkReading(vsa::Source& text, const ReadArguments& arguments = {},
-                          std::uint64_t partBytes = ShortListSource::PART_BYTES);
+                          std::uint64_t partBytes = ShortListSource::PART_BYTES,
+                          const ShortListSource::TokenObserver& observer = {});
 
 /// Reads `text` without a ShortListSource. Returns the diagnostics that ended the reading, one a
-/// line, with `name` as the file name. Returns none if the text is read completely.
+/// line, with `name` as the file name. Without such a diagnostic, the line has the reason why the
+/// reading ended. Returns no line if the text is read completely.
 std::vector<std::string> endingDiagnostics(const std::string& name, vsa::Source& text,
                                            const ReadArguments& arguments);
 

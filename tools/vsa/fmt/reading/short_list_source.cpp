@@ -20,8 +20,9 @@ using zn::korvo_sdk::DataType;
 constexpr std::uint64_t MAX_ELEMENTS = 1 << 16;
 constexpr std::size_t BLOCK_BYTES = 64 << 10;
 constexpr std::size_t MAX_STATEMENT_BYTES = 1 << 20;
-// Every list adds this number of bytes to the size of its part. The real length of the list does
-// not matter, because the scene keeps no buffers.
+// A list that is not split adds this number of bytes to the size of its part. The real length of
+// the list does not matter, because the scene keeps no elements (see beginBuffer() for the
+// exception).
 constexpr std::size_t LIST_BYTES = 32;
 
 char lowerCase(char c) {
@@ -62,13 +63,23 @@ std::size_t ShortListSource::read(std::span<char> to) {
     out_.clear();
     taken_ = 0;
     while (!isEnded_ && !isPartEnded_ && !endedEarly_ && out_.size() < BLOCK_BYTES) {
-      add(reader_.next());
+      add(next());
     }
   }
   const std::size_t count = std::min(to.size(), out_.size() - taken_);
   if (count > 0) std::memcpy(to.data(), out_.data() + taken_, count);
   taken_ += count;
   return count;
+}
+
+SyntaxToken ShortListSource::next() {
+  const SyntaxToken token = reader_.next();
+  if (observer_) observer_(token);
+  return token;
+}
+
+void ShortListSource::observeRest() {
+  while (!isEnded_) isEnded_ = next().kind == SyntaxKind::EndOfText;
 }
 
 bool ShortListSource::nextPart() {
@@ -186,8 +197,10 @@ void ShortListSource::endStatement() {
 }
 
 // Returns whether the next list has the elements of a buffer whose type and count are known.
-// Returns false for a buffer with a count of 0, and for one that is appended to an array with
-// `[*]`.
+// Returns false for a buffer with a count of 0, for one in a statement that is not in memory as a
+// whole, and for one that is appended to an array with `[*]`. Several assignments with `[*]` would
+// append several elements, so such a buffer is not split. The scene keeps it, so its elements count
+// towards the size of the part.
 bool ShortListSource::beginBuffer() {
   if (!isWhole_ || !isCounted_) return false;
   const std::string_view statement = statement_;
@@ -196,7 +209,7 @@ bool ShortListSource::beginBuffer() {
   const std::optional<std::uint64_t> count = countOf(statement.substr(lastBegin_));
   if (type_ == DataType::Null || !count || *count == 0) return false;
   prefix_ = statement.substr(0, lastBegin_);
-  if (prefix_.find('*') != std::string::npos) {  // each assignment with `[*]` appends an element
+  if (prefix_.find('*') != std::string::npos) {
     partBytes_ += std::min(*count, maxPartBytes_);
     return false;
   }

@@ -3,9 +3,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <vsa/read.h>
 #include <vsa/scene/data_type.h>
@@ -19,35 +21,47 @@ namespace vsa_tools {
 /// A long buffer literal is replaced by several assignments such as `a.b = float[65536] {...};`.
 /// They have the same numbers and the same total count as the literal. Reading them fails if and
 /// only if reading the literal fails. After each buffer, long or short, there is an assignment of
-/// an empty buffer, so that the scene keeps no elements. A buffer that is appended to an array, as
-/// in `a.b[*] = ...`, is not changed. Comments and the white space between tokens may move, so
+/// an empty buffer, so that the scene keeps no elements. Exceptions: a buffer with a count of 0 or
+/// with more than 1 MiB of its statement before it, and one that is appended to an array, as in
+/// `a.b[*] = ...`. They are not changed. Comments and the white space between tokens may move, so
 /// positions differ from those of the text. All other tokens are the same. The delivered text
 /// depends only on the tokens.
 ///
-/// A long text is delivered in parts, and each part must be read into another scene. A part begins
-/// with the declaration of a node. The text ends early at a statement that changes a node of an
-/// earlier part: that part may have assigned a value that makes the statement fail.
+/// A long text is delivered in parts, and each part must be read into another scene. Each part but
+/// the first begins with the declaration of a node. The text ends early at a statement that changes
+/// a node of an earlier part: that part may have assigned a value that makes the statement fail.
 class ShortListSource final : public vsa::Source {
  public:
   /// The default size of a part. The scene of such a part takes 35 MB if the text has small nodes,
   /// and 50 MB if it has links.
   static constexpr std::uint64_t PART_BYTES = 16 << 20;
 
-  /// `source` must outlive the last read. When a part has `partBytes` bytes, it ends before the
-  /// next declaration.
-  explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES)
-      : source_(source), reader_(source), maxPartBytes_(partBytes) {}
+  /// Receives the tokens of the original text, one after another.
+  using TokenObserver = std::function<void(const vsa::SyntaxToken&)>;
 
-  /// Returns 0 at the end of the part.
+  /// `source` must outlive the last read. When a part has `partBytes` bytes, it ends before the
+  /// next declaration of a node that is not declared yet. `partBytes` counts a list as 32 bytes.
+  /// `observer` is called with each token that is read.
+  explicit ShortListSource(vsa::Source& source, std::uint64_t partBytes = PART_BYTES,
+                           TokenObserver observer = {})
+      : source_(source),
+        reader_(source),
+        observer_(std::move(observer)),
+        maxPartBytes_(partBytes) {}
+
+  /// Returns 0 at the end of the part, and after endedEarly() has become true.
   std::size_t read(std::span<char> to) override;
   /// Begins the next part. Returns false if there is none, or if the current part was not read to
   /// its end.
   bool nextPart();
+  /// Reads the tokens after the last delivered text, for the observer. Delivers nothing more.
+  void observeRest();
   /// Whether the text ended at a statement that changes a node of an earlier part.
   bool endedEarly() const { return endedEarly_; }
   std::string error() const override { return source_.error(); }
 
  private:
+  vsa::SyntaxToken next();
   void add(const vsa::SyntaxToken& token);
   void addToken(const vsa::SyntaxToken& token, bool beginsBuffer);
   void endToken(const vsa::SyntaxToken& token);
@@ -67,6 +81,7 @@ class ShortListSource final : public vsa::Source {
 
   vsa::Source& source_;
   vsa::SyntaxReader reader_;
+  TokenObserver observer_;
   bool isEnded_ = false;
   std::string out_;  // the text of the part: `taken_` bytes of it are delivered
   std::size_t taken_ = 0;
@@ -81,8 +96,8 @@ class ShortListSource final : public vsa::Source {
   bool endedEarly_ = false;
 
   std::size_t tokenCount_ = 0;  // the number of tokens of the statement
-  std::size_t firstEnd_ = 0;    // the end of the first token in `statement_`
-  std::size_t secondEnd_ = 0;   // the end of the second token, or 0 if it is not a word
+  std::size_t firstEnd_ = 0;    // the end of the first token, or 0 if it is not a word
+  std::size_t secondEnd_ = 0;   // the end of the second token, or 0 unless both are words
   char lastChar_ = '\0';        // the last token if it is punctuation
   bool isWhole_ = true;         // whether `statement_` has all tokens of the statement
   std::string statement_;       // the tokens of the statement that are kept
